@@ -1,0 +1,62 @@
+# What all targets have in common, in one place: warnings, Qt's strict switches, sanitizers, visibility.
+# Each add_ function takes a target name and lists of facts; nothing else sets flags.
+
+add_library(vantry_common INTERFACE)
+target_include_directories(vantry_common INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_definitions(
+    vantry_common INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+                            QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+target_compile_options(vantry_common INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+
+# A symbol that the linker must keep unique over the whole process would keep an unloaded module mapped.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(vantry_common INTERFACE -fno-gnu-unique)
+endif()
+
+if(VANTRY_SANITIZE)
+    target_compile_options(
+        vantry_common INTERFACE -fsanitize=${VANTRY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(vantry_common INTERFACE -fsanitize=${VANTRY_SANITIZE})
+else()
+    # A missing symbol is found when a library is loaded, not when a person reaches the code that needs it.
+    target_link_options(vantry_common INTERFACE -Wl,-z,now -Wl,--no-undefined)
+endif()
+
+# vantry_add_library(NAME KIND SOURCES ... LINKS ...): a library of the house; KIND is SHARED, STATIC or MODULE.
+# A shared library is compiled with <NAME>_LIBRARY defined, by which its export header tells its two sides.
+function(vantry_add_library name kind)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;LINKS")
+    add_library(${name} ${kind} ${arg_SOURCES})
+    string(TOUPPER ${name} upper)
+    target_compile_definitions(${name} PRIVATE ${upper}_LIBRARY)
+    target_link_libraries(${name} PUBLIC vantry_common ${arg_LINKS})
+endfunction()
+
+# vantry_add_program(NAME SOURCES ... LINKS ...)
+function(vantry_add_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE vantry_common ${arg_LINKS})
+endfunction()
+
+# vantry_add_test(SUBJECT [LINKS ...] [DESKTOP]): builds SUBJECT_test from SUBJECT_test.cpp in this folder and
+# registers it under the name FOLDER/SUBJECT. A DESKTOP test has the X server's own windows, one test at a time;
+# all others draw offscreen.
+function(vantry_add_test subject)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "" "LINKS")
+    get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
+    add_executable(${subject}_test ${subject}_test.cpp)
+    target_link_libraries(${subject}_test PRIVATE vantry_common test_support ${arg_LINKS})
+    set_target_properties(${subject}_test PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    set(name ${room}/${subject})
+    add_test(NAME ${name} COMMAND ${subject}_test)
+    set(environment
+        QT_QPA_PLATFORM=$<IF:$<BOOL:${arg_DESKTOP}>,xcb,offscreen>
+        LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/leaks.supp:print_suppressions=0
+        TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/threads.supp:halt_on_error=1
+        ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${environment}")
+    if(arg_DESKTOP)
+        set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+    endif()
+endfunction()

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/CoreExport.h"
+
+#include <QString>
+#include <QVariant>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// Creating and writing attributes. Any thread, also from inside an update callback. Callbacks run on the
+// calling thread before the operation returns, when every lock is released again.
+class VANTRY_CORE_EXPORT AttributeWriterInterface
+{
+public:
+    virtual ~AttributeWriterInterface() = default;
+
+    // Option 2 refuses an existing path; option 3 writes the value of an existing one, whose type and access
+    // stay. access is the AccessMode of a new attribute as a number. The value's type becomes the
+    // attribute's.
+    virtual bool createAttribute(const QString& path, const QVariant& value, const int& option,
+                                 const int& access) = 0;
+
+    // Converts the value to the attribute's type and stores it; an invalid value sets the type's empty value.
+    // points is the sum of the UpdatePoints to notify. Gives a StatusCode; unless Success, nothing changed.
+    virtual int writeAttributeValue(const QString& path, const QVariant& value, const int& points) = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "host/FrameworkCore/CoreExport.h"
+
+#include <QString>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// A snapshot of what is known of one backend. Any thread.
+class VANTRY_CORE_EXPORT BackendInformationInterface
+{
+public:
+    virtual ~BackendInformationInterface() = default;
+
+    virtual QString getBackendType() const = 0;
+    virtual QString getBackendDescription() const = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RegistrationInterface.h"
+#include "host/FrameworkCore/Notification/UpdatePoint.h"
+#include "host/FrameworkCore/Notification/UpdateResult.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// path, moment, outcome, value (invalid when removed, null or write-only), name of the backend (or empty).
+using UpdateCallback =
+    std::function<void(const QString&, const Notification::UpdatePoint&, const Notification::UpdateResult&,
+                       const QVariant&, const QString&)>;
+
+// Watching attributes. Any thread, also from inside a callback.
+class VANTRY_CORE_EXPORT NotificationInterface
+{
+public:
+    virtual ~NotificationInterface() = default;
+
+    // Calls back on every operation that changes, creates, removes or reloads the attribute, which may be yet
+    // to come. A path with "*" is a pattern: "*" stands for any run of characters, separators included.
+    // points is the sum of the UpdatePoints to listen to. The callback runs on the thread of the operation;
+    // what it captures must live until the registration is ended. Empty when the path or pattern is invalid.
+    virtual std::shared_ptr<RegistrationInterface> registerUpdateCallback(const QString& pathOrPattern,
+                                                                          const UpdateCallback& callback,
+                                                                          const int& points) = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces

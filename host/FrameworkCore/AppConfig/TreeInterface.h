@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/CoreExport.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// What is known of one node of the tree. A node may hold a value, children, or both.
+struct NodeInformation
+{
+    bool exists = false;
+    bool isAttribute = false; // it can be read and written; otherwise it only groups its children
+    bool isBackendRoot = false;
+    int childCount = 0;
+    AccessMode accessMode = AccessMode::None;
+    QString dataType; // Qt's type name; empty for a null attribute and for a mere group
+    QString backend;  // name of the backend that owns the node; empty for memory
+};
+
+// How findPaths searches.
+struct PathSearch
+{
+    QString pattern; // full paths are matched; "*" stands for any run of characters, separators included
+    Qt::CaseSensitivity caseSensitivity = Qt::CaseSensitive;
+    bool topmostOnly = false; // what lies below a match is left out
+    int limit = -1;           // at most so many paths; negative for all
+};
+
+// The attributes as a tree. Any thread, also from inside an update callback. The empty path is the top.
+class VANTRY_CORE_EXPORT TreeInterface
+{
+public:
+    virtual ~TreeInterface() = default;
+
+    // Names of the children, in the order of their creation; empty for an unknown path.
+    virtual QStringList getChildNames(const QString& path) const = 0;
+
+    // The number of children; 0 for an unknown path.
+    virtual int getChildCount(const QString& path) const = 0;
+
+    virtual NodeInformation getNodeInformation(const QString& path) const = 0;
+
+    // Paths of the nodes that match, attributes and groups alike, upper levels before lower ones.
+    virtual QStringList findPaths(const PathSearch& search) const = 0;
+
+    // Removes the node and all below it, in the files of backends too, and tells the watchers of every
+    // attribute. Refused, with the reason in the log: "internal", a backend's root, what holds one, what is
+    // not writable.
+    virtual StatusCode removeTree(const QString& path) = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+#include <QCompleter>
+
+namespace Shared::Completer {
+
+// Completes paths. A model with levels is walked component by component; a list holds whole paths that were
+// already chosen to match what is typed, and all of it is offered. GUI thread.
+class VANTRY_HOST_EXPORT TreeModelCompleter : public QCompleter
+{
+    Q_OBJECT
+
+public:
+    TreeModelCompleter(QAbstractItemModel* model, QObject* parent, const QString& separator,
+                       Qt::CaseSensitivity caseSensitivity);
+
+    QStringList splitPath(const QString& path) const override;
+    QString pathFromIndex(const QModelIndex& index) const override;
+
+private:
+    QString separator;
+};
+
+} // namespace Shared::Completer

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/FrameworkCore/CoreExport.h"
+#include "host/Shared/Logging/LogMessageType.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+namespace Shared::Logging {
+
+// One complete log line.
+struct LogLine
+{
+    quint64 number = 0; // counts all lines of the process, from 1
+    QDateTime time;
+    LogMessageType type = LogMessageType::Information;
+    QString identification;
+    QString category;
+    QString text;
+};
+
+// The last lines of the process's log, kept in memory. Any thread; one object for the process.
+class VANTRY_CORE_EXPORT LogRecord : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int capacity = 10000;
+
+    static LogRecord& instance();
+
+    // The kept lines whose number is above the given one, oldest first.
+    QVector<LogLine> getLines(quint64 afterNumber = 0) const;
+
+    // Adds a complete line, dropping the oldest when the record is full, and writes it to stderr unless told
+    // not to.
+    void append(LogLine line, bool writeToStandardError);
+
+signals:
+    // Lines were added since the last time. Emitted on the thread that logs, outside of any lock, and not
+    // again until getLines has been called: connect queued, then read what is new.
+    void linesAdded();
+
+private:
+    LogRecord();
+    ~LogRecord() override;
+};
+
+} // namespace Shared::Logging

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/HostExport.h"
+
+#include <QAbstractItemModel>
+#include <QStringList>
+
+#include <memory>
+
+namespace Utilities::ModelViews {
+
+// The attributes of the repository as a tree with the columns name and value. It is empty until resetModel is
+// called and from then on follows the repository by itself, whatever thread changes it. A node's children are
+// listed when they are first asked for. GUI thread.
+class VANTRY_HOST_EXPORT AttributeTreeViewModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { NameColumn, ValueColumn, ColumnCount };
+    enum Role {
+        PathRole = Qt::UserRole,
+        BackendRootRole
+    }; // the full path (QString); whether it is a root (bool)
+
+    explicit AttributeTreeViewModel(QObject* parent = nullptr);
+    ~AttributeTreeViewModel() override;
+
+    // Shows what the search path asks for: without "*" that node and all below it; with "*" every node whose
+    // full path matches, what is below it, and the ancestors that lead there; the empty path is everything.
+    // With the path that is shown already only what differs changes.
+    void resetModel(const QString& searchPath);
+
+    // Names and paths of the backends' roots, by which they are marked.
+    void setLstBackendName(const QStringList& names);
+    void setLstBackendPath(const QStringList& paths);
+
+    // The item of a path if the tree shows it, listing the nodes that lead to it; otherwise invalid.
+    QModelIndex indexFromPath(const QString& path, int column = NameColumn) const;
+    QString pathFromIndex(const QModelIndex& index) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    bool hasChildren(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+
+signals:
+    // The set of backends has changed, so that the page must read the tree again. At most once a turn of the
+    // event loop, and not while a popup, a modal dialog or an editor in the tree is open.
+    void refreshAttributeTree();
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};
+
+} // namespace Utilities::ModelViews

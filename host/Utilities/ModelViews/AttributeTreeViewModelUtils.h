@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/HostExport.h"
+
+#include <QModelIndex>
+#include <QString>
+#include <QStringList>
+
+class QAbstractItemModel;
+
+namespace Utilities::ModelViews {
+
+// What pages need to know of items of an attribute tree. GUI thread.
+class VANTRY_HOST_EXPORT AttributeTreeViewModelUtils
+{
+public:
+    // Full path of a tree item, its names from the top joined by "."; empty for an invalid index.
+    QString retriveAttributePathFromIndex(const QModelIndex& index) const;
+
+    // Display texts of the children of an item, in row order; the invalid index is the top.
+    QStringList extractStringsFromModel(const QAbstractItemModel* model, const QModelIndex& parent) const;
+
+    // The text without those of the given characters that stand at its two ends.
+    static QString TrimAttributeName(const QString& text, const QString& characters);
+
+    // "read-only", "write-only" or "read-write"; any other text gives None.
+    static FrameworkCore::AppConfig::AccessMode GetBackendAccessMode(const QString& text);
+};
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// What came of an operation on a document; without an error text it worked.
+struct Outcome
+{
+    std::string error;      // for a person: what is wrong and what was expected; empty on success
+    std::size_t line = 0;   // 1-based; 0 where the error has no place in the file
+    std::size_t column = 0; // 1-based, in characters
+
+    bool ok() const { return error.empty(); }
+};
+
+// One node of a document as the tree shows it.
+struct Entry
+{
+    std::string
+        path; // relative to the document's root; encoded components joined by "."; empty for the root itself
+    FrameworkCore::Values::Value value; // Type::Group for a node without a value of its own
+};
+
+// A configuration file as its author left it: the original bytes, where in them the entries lie, and the
+// edits. What is not edited keeps its bytes, so that getBytes of a document without edits is the parsed text
+// again. Not safe for two threads at once. No operation throws; a refused one changes nothing.
+class Document
+{
+public:
+    virtual ~Document() = default;
+
+    // Takes over the text of a file, dropping what was there. An empty text is an empty document.
+    virtual Outcome parse(std::string bytes) = 0;
+
+    // Calls back for every node in the order of the file, parents before their children. A node is visited
+    // once.
+    virtual void visit(const std::function<void(const Entry&)>& visitor) const = 0;
+
+    // Changes the value of an entry. Its cost does not depend on the size of the document.
+    virtual Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
+
+    // Adds an entry, and the groups that lead to it, where a person would put it: behind its siblings.
+    virtual Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
+
+    // Takes out an entry and all below it.
+    virtual Outcome remove(std::string_view path) = 0;
+
+    // True when removing this entry gives other entries a new path, as in an array.
+    virtual bool removalMovesSiblings(std::string_view path) const = 0;
+
+    virtual bool contains(std::string_view path) const = 0;
+
+    // The text with all edits.
+    virtual std::string getBytes() const = 0;
+};
+
+// Names of the formats, in the order in which they are offered to people.
+const std::vector<std::string>& getDocumentTypes();
+
+// An empty document of the format; null for an unknown name.
+std::unique_ptr<Document> makeDocument(std::string_view type);
+
+} // namespace Repository::Documents

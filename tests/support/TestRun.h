@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QRegularExpression>
+#include <QString>
+#include <QtTest>
+
+namespace TestSupport {
+
+// Makes every warning that a test did not announce by QTest::ignoreMessage fail the run, and keeps the run
+// away from the person's own settings. Called by runTest.
+void isolate();
+
+// The result of a run: that of the test, or a failure when unannounced warnings were seen.
+int finish(int testResult);
+
+// main of a test that needs no display: `int main(int argc, char** argv) { return runTest<QCoreApplication,
+// PathPatternTest>(argc, argv); }`. Tests of widgets name QApplication.
+template <typename Application, typename Test>
+int runTest(int argc, char** argv)
+{
+    isolate();
+    Application application(argc, argv);
+    Test test;
+    return finish(QTest::qExec(&test, argc, argv));
+}
+
+// Path of a file or folder of the corpora of real configuration files; empty when they are not on this
+// machine.
+QString corporaPath(const QString& name);
+
+} // namespace TestSupport
