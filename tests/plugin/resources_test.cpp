@@ -6,6 +6,7 @@
 #include <QImageReader>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -65,7 +66,7 @@ double luminance(QRgb colour)
 
 double contrast(QRgb one, QRgb other)
 {
-    const auto [low, high] = std::minmax(luminance(one), luminance(other));
+    const auto [low, high] = std::minmax({luminance(one), luminance(other)});
     return (high + 0.05) / (low + 0.05);
 }
 
