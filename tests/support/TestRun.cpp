@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <atomic>
 #include <cstdio>
@@ -31,6 +32,10 @@ void countWarning(QtMsgType type, const QMessageLogContext& context, const QStri
 void isolate()
 {
     QStandardPaths::setTestModeEnabled(true);
+    // Qt warns where there is none, as in a container.
+    static const QTemporaryDir runtimeFolder;
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeFolder.path()));
     qtTestHandler = qInstallMessageHandler(countWarning);
 }
 
