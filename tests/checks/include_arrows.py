@@ -1,0 +1,71 @@
+"""Fails on an include line that crosses the house's walls: each folder may include only what ROOMS allows it."""
+
+import pathlib
+import re
+import sys
+
+# Folder, the most deeply nested first, to the folders that its files may include from.
+ROOMS = {
+    "host/FrameworkCore": ["host/FrameworkCore"],
+    "host/Shared/Logging": ["host/FrameworkCore", "host/Shared/Logging"],
+    "host": ["host"],
+    "repository/documents": ["repository/documents", "host/FrameworkCore/Values"],
+    "repository": ["repository", "host/FrameworkCore", "host/Shared/Logging"],
+    "app": ["app", "widgets", "host"],
+    "widgets": ["app", "widgets", "host"],
+    "desk": ["desk", "host", "repository"],
+    "cli": ["cli", "repository", "host/FrameworkCore"],
+}
+
+# Files that fuzzers compile without Qt.
+QT_FREE = ["repository/documents/", "host/FrameworkCore/Values/Value."]
+# What only programs with a display may include.
+WIDGETS = re.compile(r"<Q(Widget|Application|Icon|Pixmap|Gui|Main|Dialog|Line|Combo|Tree|Table|Abstract(Button|ItemView))")
+DISPLAY_FREE = ["host/FrameworkCore/", "host/Shared/Logging/", "repository/", "cli/"]
+
+INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|(<[^>]+>))')
+
+
+def room_of(path):
+    return next((room for room in ROOMS if path.startswith(room + "/")), None)
+
+
+def complaint(path, quoted, angled):
+    """What is wrong with one include line of a file; None when it may stand."""
+    if angled:
+        if angled.startswith("<Q") and any(path.startswith(start) for start in QT_FREE):
+            return "is compiled without Qt"
+        if WIDGETS.match(angled) and any(path.startswith(start) for start in DISPLAY_FREE):
+            return "needs no display"
+        return None
+    if quoted.startswith("ui_") or quoted.endswith(".moc"):
+        return None
+    if "/" not in quoted:
+        return "includes are written from the project's root"
+    allowed = ROOMS[room_of(path)]
+    if not any(quoted.startswith(room + "/") for room in allowed):
+        return "may include only from " + ", ".join(allowed)
+    return None
+
+
+def main(project):
+    checked = 0
+    wrong = 0
+    for top in sorted({room.split("/")[0] for room in ROOMS}):
+        for file in sorted(pathlib.Path(project, top).rglob("*")):
+            if file.suffix not in (".h", ".cpp"):
+                continue
+            path = file.relative_to(project).as_posix()
+            checked += 1
+            for number, line in enumerate(file.read_text(encoding="utf-8").splitlines(), 1):
+                match = INCLUDE.match(line)
+                problem = match and complaint(path, *match.groups())
+                if problem:
+                    wrong += 1
+                    print(f"{path}:{number}: {line.strip()}: {problem}")
+    print(f"{checked} files checked, {wrong} includes that are not allowed")
+    return 1 if wrong or not checked else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1]))
