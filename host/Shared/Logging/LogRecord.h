@@ -8,6 +8,9 @@
 #include <QString>
 #include <QVector>
 
+#include <mutex>
+#include <vector>
+
 namespace Shared::Logging {
 
 // One complete log line.
@@ -46,6 +49,14 @@ signals:
 private:
     LogRecord();
     ~LogRecord() override;
+
+    // Numbers and keeps the line; gives whether the readers must be told.
+    bool record(LogLine&& line);
+
+    mutable std::mutex mutex;
+    std::vector<LogLine> ring; // line n lies at (n - 1) % capacity
+    quint64 lastNumber = 0;
+    mutable bool isAnnounced = false;
 };
 
 } // namespace Shared::Logging

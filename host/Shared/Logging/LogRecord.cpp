@@ -1,0 +1,80 @@
+#include "host/Shared/Logging/LogRecord.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace Shared::Logging {
+
+namespace {
+
+QLatin1String nameOf(LogMessageType type)
+{
+    switch (type) {
+    case LogMessageType::Information:
+        return QLatin1String("information");
+    case LogMessageType::Outcome:
+        return QLatin1String("outcome");
+    case LogMessageType::Failure:
+        return QLatin1String("failure");
+    }
+    return QLatin1String("unknown");
+}
+
+// One call of fwrite, which locks the stream and, since stderr has no buffer, is one write: lines of threads,
+// and of others that write to stderr, never mix. Later lines of a text are indented, so that none looks like
+// a record of its own.
+void writeToStandardErrorStream(const LogLine& line)
+{
+    QString text = line.text;
+    text.replace(QLatin1Char('\n'), QLatin1String("\n    "));
+    const QByteArray written = QStringLiteral("%1 %2 %3 [%4] %5\n")
+                                   .arg(line.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
+                                        nameOf(line.type), line.identification, line.category, text)
+                                   .toUtf8();
+    std::fwrite(written.constData(), 1, size_t(written.size()), stderr);
+}
+
+} // namespace
+
+LogRecord& LogRecord::instance()
+{
+    static LogRecord& record = *new LogRecord; // never destroyed: static objects log at their end
+    return record;
+}
+
+LogRecord::LogRecord() = default;
+
+LogRecord::~LogRecord() = default;
+
+QVector<LogLine> LogRecord::getLines(quint64 afterNumber) const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    isAnnounced = false;
+    const quint64 oldest = lastNumber - quint64(ring.size());
+    QVector<LogLine> lines;
+    for (quint64 number = std::max(oldest, afterNumber) + 1; number <= lastNumber; ++number)
+        lines.append(ring[(number - 1) % capacity]);
+    return lines;
+}
+
+void LogRecord::append(LogLine line, bool writeToStandardError)
+{
+    if (writeToStandardError)
+        writeToStandardErrorStream(line);
+    if (record(std::move(line)))
+        emit linesAdded();
+}
+
+bool LogRecord::record(LogLine&& line)
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    line.number = ++lastNumber;
+    if (ring.size() < capacity)
+        ring.push_back(std::move(line));
+    else
+        ring[(lastNumber - 1) % capacity] = std::move(line);
+    return !std::exchange(isAnnounced, true);
+}
+
+} // namespace Shared::Logging
