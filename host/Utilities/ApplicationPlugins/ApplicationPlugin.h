@@ -13,9 +13,9 @@ namespace Utilities::ApplicationPlugins {
 class VANTRY_HOST_EXPORT ApplicationPlugin : public ApplicationPluginInterface, public GuiContextVisitor
 {
 public:
-    // The widgets belong to this object until the host gives them a parent. settingsGroup names a group of
-    // settings that several applications share; an empty one means its own. moduleFile is the plug-in's own
-    // file.
+    // The widgets belong to this object, also after the host has given them a parent: their code goes with
+    // the plug-in's. settingsGroup names a group of settings that several applications share; an empty one
+    // means its own. moduleFile is the plug-in's own file.
     ApplicationPlugin(const std::shared_ptr<const Shared::GuiContexts::ReaderInterface>& reader,
                       const ApplicationType& type, const QString& identification, const QIcon& icon,
                       const QPointer<ApplicationWidgets::ApplicationWidget>& controlWidget,
@@ -34,6 +34,13 @@ public:
 
     // The file that the plug-in was loaded from; empty when it could not be found out.
     const QFileInfo& getModuleFile() const;
+
+    // Where the host keeps the application's settings: its settings group, or else its identification.
+    QString getSettingsGroup() const;
+
+protected:
+    // The host's ear; empty while none is installed.
+    const ApplicationPluginControllerPtr& getApplicationController() const;
 
 private:
     ApplicationType type;
