@@ -1,11 +1,14 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/HostExport.h"
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QReadWriteLock>
 #include <QString>
+#include <QTimer>
 #include <QVariant>
 
 #include <functional>
@@ -25,13 +28,17 @@ class VANTRY_HOST_EXPORT NotificationWrapper : public QObject
 public:
     using ValueCallback = std::function<void(const QVariant&)>;
 
-    // deliverOnActivation: setActive(true) also delivers the current value when there is one.
-    // deliverUnchanged: a write that leaves the value equal is delivered too.
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    // deliverOnActivation: setActive(true) also delivers the current value, when there is one, in the next
+    // turn of the event loop. deliverUnchanged: a write that leaves the value equal is delivered too. An
+    // empty repository stands for the one that the process has at the activation.
     NotificationWrapper(const QString& attributePath, const bool& deliverOnActivation,
-                        const bool& deliverUnchanged);
+                        const bool& deliverUnchanged, std::shared_ptr<Repository> repository = {});
     ~NotificationWrapper() override;
 
-    // Starts or stops watching. Without a repository nothing is watched.
+    // Starts or stops watching; no callback runs after it was stopped. Without a repository nothing is
+    // watched. The removal of the attribute delivers an invalid value.
     void setActive(const bool& active);
 
     // Guards valueChangedCallbacks: hold it for writing to append. Callbacks run without it.
@@ -41,12 +48,23 @@ public:
 private:
     struct Watch;
 
+    void start(const std::shared_ptr<Repository>& watched);
+    void stop();
+    void scheduleDelivery();
     void deliver();
+    QVariant readValue() const;
 
-    QString attributePath;
-    bool deliverOnActivation;
-    bool deliverUnchanged;
-    std::shared_ptr<Watch> watch;
+    const QString attributePath;
+    const bool deliverOnActivation;
+    const bool deliverUnchanged;
+    const std::shared_ptr<Repository> givenRepository;
+
+    std::shared_ptr<Watch> watch; // while active; shared with the registered callback
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface> registration;
+    QVariant lastValue; // what the callbacks know
+    QElapsedTimer sinceDelivery;
+    QTimer deliveryTimer;
 };
 
 } // namespace Utilities

@@ -1,0 +1,163 @@
+#include "host/Utilities/NotificationWrapper.h"
+
+#include "host/Utilities/RepositoryAccess.h"
+
+#include <QPointer>
+#include <QReadLocker>
+
+#include <mutex>
+#include <utility>
+
+namespace Utilities {
+
+using FrameworkCore::Notification::UpdatePoint;
+using FrameworkCore::Notification::UpdateResult;
+
+namespace {
+
+constexpr int millisecondsBetweenDeliveries = 16; // a screen shows no more
+
+bool isSameValue(const QVariant& a, const QVariant& b)
+{
+    return a.userType() == b.userType() && a == b; // QVariant alone takes 1 and "1" as equal
+}
+
+} // namespace
+
+// What the writing threads know of a wrapper. It outlives the wrapper, since a writer may be inside the
+// callback when the wrapper goes; from then on it has no owner.
+struct NotificationWrapper::Watch
+{
+    std::mutex mutex;
+    NotificationWrapper* owner = nullptr; // not owned
+    bool isPending = false;               // a delivery is on its way that will read the value anew
+    bool isWritten = false;               // by a write, not by the activation
+
+    void announce(const std::shared_ptr<Watch>& self, bool byWrite)
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        isWritten = isWritten || byWrite;
+        if (!owner || std::exchange(isPending, true))
+            return;
+        QMetaObject::invokeMethod(
+            owner,
+            [wrapper = owner, self] {
+                if (wrapper->watch == self)
+                    wrapper->scheduleDelivery();
+            },
+            Qt::QueuedConnection);
+    }
+
+    // From here on a new change announces itself again. Gives whether there was a write.
+    bool beginDelivery()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        isPending = false;
+        return std::exchange(isWritten, false);
+    }
+
+    void disown()
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        owner = nullptr;
+    }
+};
+
+NotificationWrapper::NotificationWrapper(const QString& path, const bool& onActivation, const bool& unchanged,
+                                         std::shared_ptr<Repository> repository)
+    : attributePath(path), deliverOnActivation(onActivation), deliverUnchanged(unchanged),
+      givenRepository(std::move(repository))
+{
+    deliveryTimer.setSingleShot(true);
+    deliveryTimer.setTimerType(Qt::PreciseTimer);
+    connect(&deliveryTimer, &QTimer::timeout, this, &NotificationWrapper::deliver);
+}
+
+NotificationWrapper::~NotificationWrapper()
+{
+    stop();
+}
+
+void NotificationWrapper::setActive(const bool& active)
+{
+    if (!active) {
+        stop();
+        return;
+    }
+    const auto repository = givenRepository ? givenRepository : GetAppConfigRepositoryInterface();
+    if (repository && !watch)
+        start(repository);
+}
+
+void NotificationWrapper::start(const std::shared_ptr<Repository>& watched)
+{
+    const auto notifications = watched->getNotificationInterface();
+    reader = watched->getReaderInterface();
+    if (!notifications || !reader)
+        return;
+    watch = std::make_shared<Watch>();
+    watch->owner = this;
+    const auto callback = [shared = watch](const QString&, const UpdatePoint&, const UpdateResult&,
+                                           const QVariant&,
+                                           const QString&) { shared->announce(shared, true); };
+    registration = notifications->registerUpdateCallback(attributePath, callback,
+                                                         static_cast<int>(UpdatePoint::AfterStore));
+    // Read after the registration, so that no change falls between the two.
+    lastValue = deliverOnActivation ? QVariant() : readValue();
+    if (deliverOnActivation)
+        watch->announce(watch, false);
+}
+
+void NotificationWrapper::stop()
+{
+    if (!watch)
+        return;
+    watch->disown();
+    watch.reset();
+    if (registration)
+        registration->end();
+    registration.reset();
+    reader.reset();
+    deliveryTimer.stop();
+}
+
+void NotificationWrapper::scheduleDelivery()
+{
+    const qint64 passed = sinceDelivery.isValid() ? sinceDelivery.elapsed() : millisecondsBetweenDeliveries;
+    if (passed >= millisecondsBetweenDeliveries)
+        deliver();
+    else
+        deliveryTimer.start(int(millisecondsBetweenDeliveries - passed));
+}
+
+void NotificationWrapper::deliver()
+{
+    const std::shared_ptr<Watch> current = watch;
+    const bool isWritten = current->beginDelivery();
+    const QVariant value = readValue();
+    sinceDelivery.start();
+    if (isSameValue(value, lastValue) && !(deliverUnchanged && isWritten))
+        return;
+    lastValue = value;
+
+    QList<ValueCallback> callbacks;
+    {
+        const QReadLocker locker(&lock);
+        callbacks = valueChangedCallbacks;
+    }
+    const QPointer<NotificationWrapper> self(this);
+    for (const ValueCallback& callback : qAsConst(callbacks)) {
+        callback(value);
+        if (!self || watch != current) // the callback has destroyed or stopped this
+            return;
+    }
+}
+
+QVariant NotificationWrapper::readValue() const
+{
+    QVariant value;
+    reader->readAttributeValue(attributePath, value, 0);
+    return value;
+}
+
+} // namespace Utilities
