@@ -5,11 +5,13 @@
 #include <QLineEdit>
 
 class QAbstractItemModel;
+class QAbstractItemView;
 
 namespace Shared::Completer {
 
-// A line edit that offers completions in a popup below itself; Tab or Return takes the chosen or only
-// proposal. GUI thread.
+// A line edit that offers completions in a popup below itself. Tab or Return takes the chosen proposal, or
+// the first when none is chosen; Escape gives back what was typed. Without a popup they are ordinary keys.
+// GUI thread.
 class VANTRY_HOST_EXPORT LineEditCompleter : public QLineEdit
 {
     Q_OBJECT
@@ -17,13 +19,21 @@ class VANTRY_HOST_EXPORT LineEditCompleter : public QLineEdit
 public:
     explicit LineEditCompleter(QWidget* parent = nullptr);
 
-    // Sets what is offered. Null switches completion off. The model replaced, if a child of the edit's window
-    // or of the completer, is deleted later.
+    // Sets what is offered for the present text. Null switches completion off. The edit takes over a model
+    // whose parent is the completer, the edit or a widget around it: it is deleted later when it is replaced,
+    // or at once not needed, since a text that the user merely looks at in the popup changes no proposals.
     void refreshCompleterModel(QAbstractItemModel* model);
 
 protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QAbstractItemView* visiblePopup() const;
+    bool isTextFromPopup() const;
+    bool takeProposal();
+    bool dismissPopup();
+    void dispose(QAbstractItemModel* model) const;
 };
 
 } // namespace Shared::Completer

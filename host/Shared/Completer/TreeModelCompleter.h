@@ -16,11 +16,17 @@ public:
     TreeModelCompleter(QAbstractItemModel* model, QObject* parent, const QString& separator,
                        Qt::CaseSensitivity caseSensitivity);
 
+    // Offers what another model holds, with the popup staying where it is; setModel closes it. Null offers
+    // nothing. The model is not owned.
+    void replaceModel(QAbstractItemModel* model);
+
     QStringList splitPath(const QString& path) const override;
     QString pathFromIndex(const QModelIndex& index) const override;
 
 private:
-    QString separator;
+    bool offersWholePaths() const;
+
+    const QString separator;
 };
 
 } // namespace Shared::Completer

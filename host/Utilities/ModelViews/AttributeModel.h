@@ -28,10 +28,14 @@ public:
     void fetchMore(const QModelIndex& parent) override;
 
 private:
+    QStringList findPaths(int limit) const;
+
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
-    QString pattern;
+    const QString pattern;
     QStringList paths;
     bool complete = false;
+    bool isSettled = false;  // the turn of the event loop in which the model was made is over
+    bool isFetching = false; // rows are being added; those who hear of it must not ask for more
 };
 
 } // namespace Utilities::ModelViews

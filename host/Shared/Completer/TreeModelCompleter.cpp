@@ -1,0 +1,45 @@
+#include "host/Shared/Completer/TreeModelCompleter.h"
+
+#include "host/Shared/Completer/CompletionPopup.h"
+
+#include <QAbstractListModel>
+#include <QAbstractProxyModel>
+
+namespace Shared::Completer {
+
+TreeModelCompleter::TreeModelCompleter(QAbstractItemModel* model, QObject* parent,
+                                       const QString& pathSeparator, Qt::CaseSensitivity caseSensitivity)
+    : QCompleter(parent), separator(pathSeparator)
+{
+    setCaseSensitivity(caseSensitivity);
+    setCompletionRole(Qt::DisplayRole);
+    setPopup(new CompletionPopup); // owned by the completer
+    replaceModel(model);
+}
+
+void TreeModelCompleter::replaceModel(QAbstractItemModel* newModel)
+{
+    // What setModel does, without its new set-up of the popup, which would flicker with each keystroke.
+    static_cast<QAbstractProxyModel*>(completionModel())->setSourceModel(newModel);
+    setCompletionMode(offersWholePaths() ? UnfilteredPopupCompletion : PopupCompletion);
+}
+
+QStringList TreeModelCompleter::splitPath(const QString& path) const
+{
+    return separator.isEmpty() || offersWholePaths() ? QStringList{path} : path.split(separator);
+}
+
+QString TreeModelCompleter::pathFromIndex(const QModelIndex& index) const
+{
+    QStringList components;
+    for (QModelIndex item = index; item.isValid(); item = item.parent())
+        components.prepend(item.data(completionRole()).toString());
+    return components.join(separator);
+}
+
+bool TreeModelCompleter::offersWholePaths() const
+{
+    return qobject_cast<const QAbstractListModel*>(model()) != nullptr;
+}
+
+} // namespace Shared::Completer

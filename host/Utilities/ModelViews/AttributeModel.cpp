@@ -1,0 +1,81 @@
+#include "host/Utilities/ModelViews/AttributeModel.h"
+
+#include "host/Utilities/RepositoryAccess.h"
+
+#include <QSet>
+
+namespace Utilities::ModelViews {
+
+using FrameworkCore::AppConfig::Interfaces::PathSearch;
+
+namespace {
+
+constexpr int firstPaths = 1000;
+
+}
+
+AttributeModel::AttributeModel(const QString& pathPattern, QObject* parent)
+    : QAbstractListModel(parent), pattern(pathPattern)
+{
+    if (const auto repository = GetAppConfigRepositoryInterface())
+        tree = repository->getTreeInterface();
+    paths = findPaths(firstPaths);
+    complete = paths.size() < firstPaths;
+    // A completer asks for all there is as soon as it gets the model; a view asks when it shows the end.
+    QMetaObject::invokeMethod(
+        this, [this] { isSettled = true; }, Qt::QueuedConnection);
+}
+
+AttributeModel::~AttributeModel() = default;
+
+int AttributeModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : paths.size();
+}
+
+QVariant AttributeModel::data(const QModelIndex& index, int role) const
+{
+    const bool isText = role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::ToolTipRole;
+    if (!isText || !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    return paths.at(index.row());
+}
+
+bool AttributeModel::canFetchMore(const QModelIndex& parent) const
+{
+    return !parent.isValid() && !complete && isSettled && !isFetching;
+}
+
+void AttributeModel::fetchMore(const QModelIndex& parent)
+{
+    if (!canFetchMore(parent))
+        return;
+    // Twice as many each time, so that the searches together cost no more than one for all.
+    const int wanted = paths.size() * 2;
+    QStringList added = findPaths(wanted);
+    complete = added.size() < wanted;
+    const QSet<QString> known(paths.cbegin(), paths.cend());
+    added.erase(std::remove_if(added.begin(), added.end(),
+                               [&known](const QString& path) { return known.contains(path); }),
+                added.end());
+    if (added.isEmpty())
+        return;
+    isFetching = true;
+    beginInsertRows({}, paths.size(), paths.size() + added.size() - 1);
+    paths += added;
+    endInsertRows();
+    isFetching = false;
+}
+
+QStringList AttributeModel::findPaths(int limit) const
+{
+    if (!tree)
+        return {};
+    PathSearch search;
+    search.pattern = pattern;
+    search.caseSensitivity = Qt::CaseInsensitive;
+    search.limit = limit;
+    return tree->findPaths(search);
+}
+
+} // namespace Utilities::ModelViews
