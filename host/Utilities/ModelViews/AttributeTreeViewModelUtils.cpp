@@ -1,0 +1,50 @@
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+
+#include <QAbstractItemModel>
+
+namespace Utilities::ModelViews {
+
+using FrameworkCore::AppConfig::AccessMode;
+
+QString AttributeTreeViewModelUtils::retriveAttributePathFromIndex(const QModelIndex& index) const
+{
+    QStringList names;
+    for (QModelIndex item = index.siblingAtColumn(0); item.isValid(); item = item.parent())
+        names.prepend(item.data(Qt::DisplayRole).toString());
+    return names.join(QLatin1Char('.'));
+}
+
+QStringList AttributeTreeViewModelUtils::extractStringsFromModel(const QAbstractItemModel* model,
+                                                                 const QModelIndex& parent) const
+{
+    QStringList texts;
+    const int count = model ? model->rowCount(parent) : 0;
+    texts.reserve(count);
+    for (int row = 0; row < count; ++row)
+        texts.append(model->index(row, 0, parent).data(Qt::DisplayRole).toString());
+    return texts;
+}
+
+QString AttributeTreeViewModelUtils::TrimAttributeName(const QString& text, const QString& characters)
+{
+    int begin = 0;
+    int end = text.size();
+    while (begin < end && characters.contains(text.at(begin)))
+        ++begin;
+    while (begin < end && characters.contains(text.at(end - 1)))
+        --end;
+    return text.mid(begin, end - begin);
+}
+
+AccessMode AttributeTreeViewModelUtils::GetBackendAccessMode(const QString& text)
+{
+    if (text == QLatin1String("read-only"))
+        return AccessMode::ReadOnly;
+    if (text == QLatin1String("write-only"))
+        return AccessMode::WriteOnly;
+    if (text == QLatin1String("read-write"))
+        return AccessMode::ReadWrite;
+    return AccessMode::None;
+}
+
+} // namespace Utilities::ModelViews
