@@ -1,6 +1,6 @@
-#include <benchmark/benchmark.h>
-
 #include <QCoreApplication>
+
+#include <benchmark/benchmark.h>
 
 int main(int argc, char** argv)
 {

@@ -10,8 +10,8 @@ class VANTRY_CORE_EXPORT RegistrationInterface
 public:
     virtual ~RegistrationInterface() = default;
 
-    // No call of the callback begins after this returns; one that runs on another thread may still finish.
-    // Any thread, also from inside the callback itself; further calls do nothing.
+    // No operation that begins after this returns calls back; one under way on another thread may still do
+    // so. Any thread, also from inside the callback itself; further calls do nothing.
     virtual void end() = 0;
 };
 

@@ -16,8 +16,9 @@ public:
     // Names that addValidation accepts; those that take an argument are listed by their bare name.
     virtual QStringList getValidationNames() = 0;
 
-    // Adds a rule to an attribute, for example "integer" or "range(0,100)". Non-zero when added; 0 when the
-    // attribute, the name or its argument is unknown, or the present value breaks the rule (logged).
+    // Adds a rule to a path, for example "integer" or "range(0,100)". Every later write and creation must
+    // keep it; the present value is left as it is. Non-zero when added; 0 when the path is invalid or the
+    // name or its argument is not known (logged).
     virtual int addValidation(const QString& path, const QString& validationName) = 0;
 };
 

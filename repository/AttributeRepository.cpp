@@ -1,0 +1,167 @@
+#include "repository/AttributeRepository.h"
+
+#include "repository/AttributeStore.h"
+#include "repository/BackendRegistry.h"
+#include "repository/PathRules.h"
+#include "repository/Rule.h"
+
+namespace Repository {
+
+using namespace FrameworkCore::AppConfig;
+
+namespace {
+
+// The faces that the store shows to the contract; each keeps the store alive.
+
+class Reader : public Interfaces::AttributeReaderInterface
+{
+public:
+    explicit Reader(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    int readAttributeValue(const QString& path, QVariant& value, const int&) override
+    {
+        return store->read(path, value);
+    }
+
+    std::shared_ptr<Interfaces::AttributeInterface> getAttribute(const QString& path) override
+    {
+        return store->getAttribute(path);
+    }
+
+private:
+    std::shared_ptr<AttributeStore> store;
+};
+
+class Writer : public Interfaces::AttributeWriterInterface
+{
+public:
+    explicit Writer(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    bool createAttribute(const QString& path, const QVariant& value, const int& option,
+                         const int& access) override
+    {
+        return store->create(path, value, option, access) == StatusCode::Success;
+    }
+
+    int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override
+    {
+        return store->write(path, value, points);
+    }
+
+private:
+    std::shared_ptr<AttributeStore> store;
+};
+
+class Notifications : public Interfaces::NotificationInterface
+{
+public:
+    explicit Notifications(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    std::shared_ptr<Interfaces::RegistrationInterface>
+    registerUpdateCallback(const QString& pathOrPattern, const Interfaces::UpdateCallback& callback,
+                           const int& points) override
+    {
+        return store->addRegistration(pathOrPattern, callback, points);
+    }
+
+private:
+    std::shared_ptr<AttributeStore> store;
+};
+
+class Validations : public Interfaces::ValidationInterface
+{
+public:
+    explicit Validations(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    QStringList getValidationNames() override { return ruleNames(); }
+
+    int addValidation(const QString& path, const QString& validationName) override
+    {
+        return store->addRule(path, validationName) ? 1 : 0;
+    }
+
+private:
+    std::shared_ptr<AttributeStore> store;
+};
+
+class Tree : public Interfaces::TreeInterface
+{
+public:
+    explicit Tree(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    QStringList getChildNames(const QString& path) const override { return store->getChildNames(path); }
+    int getChildCount(const QString& path) const override { return store->getChildCount(path); }
+    Interfaces::NodeInformation getNodeInformation(const QString& path) const override
+    {
+        return store->getNodeInformation(path);
+    }
+    QStringList findPaths(const Interfaces::PathSearch& search) const override
+    {
+        return store->findPaths(search);
+    }
+    StatusCode removeTree(const QString& path) override { return store->removeTree(path); }
+
+private:
+    std::shared_ptr<AttributeStore> store;
+};
+
+} // namespace
+
+std::shared_ptr<AttributeRepository> AttributeRepository::create()
+{
+    auto store = std::make_shared<AttributeStore>();
+    store->publish(QStringLiteral("internal.repository.path_separator"), QString(pathSeparator));
+    store->publish(QStringLiteral("internal.backends.names"), {});
+    return std::shared_ptr<AttributeRepository>(new AttributeRepository(store));
+}
+
+AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store)
+    : backends(std::make_shared<BackendRegistry>(store)), reader(std::make_shared<Reader>(store)),
+      writer(std::make_shared<Writer>(store)), notifications(std::make_shared<Notifications>(store)),
+      validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store))
+{
+}
+
+AttributeRepository::~AttributeRepository() = default;
+
+QStringList AttributeRepository::getBackendTypes()
+{
+    return BackendRegistry::getTypes();
+}
+
+QString AttributeRepository::buildAttributePath(const QStringList& components) const
+{
+    return components.join(pathSeparator);
+}
+
+std::shared_ptr<Interfaces::BackendInterface> AttributeRepository::getBackendInterface()
+{
+    return backends;
+}
+
+std::shared_ptr<Interfaces::AttributeReaderInterface> AttributeRepository::getReaderInterface()
+{
+    return reader;
+}
+
+std::shared_ptr<Interfaces::AttributeWriterInterface> AttributeRepository::getWriterInterface()
+{
+    return writer;
+}
+
+std::shared_ptr<Interfaces::NotificationInterface> AttributeRepository::getNotificationInterface()
+{
+    return notifications;
+}
+
+std::shared_ptr<Interfaces::ValidationInterface> AttributeRepository::getValidationInterface()
+{
+    return validations;
+}
+
+std::shared_ptr<Interfaces::TreeInterface> AttributeRepository::getTreeInterface()
+{
+    return tree;
+}
+
+} // namespace Repository

@@ -1,0 +1,217 @@
+#include "repository/AttributeStore.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/AttributeSnapshot.h"
+#include "repository/Backend.h"
+#include "repository/PathRules.h"
+#include "repository/RepositoryLog.h"
+#include "repository/TreeEdit.h"
+
+namespace Repository {
+
+namespace {
+
+QString valueForPeople(const QVariant& value)
+{
+    return QStringLiteral("'%1' (%2)").arg(value.toString(), QLatin1String(value.typeName()));
+}
+
+} // namespace
+
+AttributeStore::AttributeStore() = default;
+AttributeStore::~AttributeStore() = default;
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, const QString& path,
+                                                            const QString& reason)
+{
+    logFailure(QStringLiteral("'%1' was left as it is: %2").arg(path, reason));
+    return status;
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, QVariant& value)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* node = shard.find(key);
+    value = QVariant();
+    if (!node || !node->isAttribute)
+        return isValidPath(path) ? StatusCode::NotFound : StatusCode::InvalidPath;
+    if (!node->isReadable())
+        return StatusCode::NotReadable;
+    value = node->value;
+    return StatusCode::Success;
+}
+
+std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeInterface>
+AttributeStore::getAttribute(const QString& path)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* node = shard.find(key);
+    if (!node || !node->isAttribute)
+        return {};
+    return std::make_shared<AttributeSnapshot>(*node);
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path, const QVariant& value,
+                                                            int option, int access)
+{
+    if (!isValidPath(path))
+        return refuse(
+            StatusCode::InvalidPath, path,
+            QStringLiteral("a path is names joined by '.', none of them empty and none with '*' in it"));
+    if (isAtOrBelow(path, ownRoot))
+        return refuse(StatusCode::NotWritable, path, QStringLiteral("it belongs to the repository itself"));
+    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
+        return refuse(
+            StatusCode::NotWritable, path,
+            QStringLiteral("%1 is no access mode; 1 is read-only, 2 write-only, 3 read-write").arg(access));
+    const auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
+    if (!attributeValue)
+        return refuse(StatusCode::WrongType, path,
+                      QStringLiteral("no attribute can hold %1").arg(valueForPeople(value)));
+
+    QString reason = QStringLiteral("it exists already");
+    StatusCode status = StatusCode::AlreadyExists;
+    {
+        TreeEdit edit(*this);
+        const Node* node = edit.find(path);
+        if (!node || !node->isAttribute)
+            status = edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
+    }
+    if (status == StatusCode::Success)
+        return status;
+    if (status == StatusCode::AlreadyExists && option == createOrWrite)
+        return write(path, value, Delivery::allPoints);
+    return refuse(status, path, reason);
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, const QVariant& value,
+                                                           int points)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    std::unique_lock lock(shard.mutex);
+    Node* node = shard.find(key);
+    if (!node || !node->isAttribute) {
+        lock.unlock();
+        if (!isValidPath(path))
+            return refuse(StatusCode::InvalidPath, path, QStringLiteral("it is no valid path"));
+        return refuse(StatusCode::NotFound, path, QStringLiteral("there is no such attribute"));
+    }
+    QString reason;
+    const bool wasNull = !node->value.isValid();
+    QVariant previous = node->value;
+    const StatusCode status = store(*node, value, reason);
+    if (status != StatusCode::Success) {
+        lock.unlock();
+        return refuse(status, path, reason);
+    }
+    const bool isChanged = wasNull != !node->value.isValid() || previous != node->value;
+    const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
+                            points);
+    lock.unlock();
+    delivery.send();
+    return status;
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::store(Node& node, const QVariant& value,
+                                                           QString& reason) const
+{
+    if (!isWritable(node.access)) {
+        reason = QStringLiteral("it is read-only");
+        return StatusCode::NotWritable;
+    }
+    const auto converted = node.value.isValid()
+                               ? FrameworkCore::Values::convertVariant(value, node.value.userType())
+                               : FrameworkCore::Values::toAttributeVariant(value);
+    if (!converted) {
+        const char* type = node.value.isValid() ? node.value.typeName() : "attribute value";
+        reason = QStringLiteral("%1 cannot become a %2 without loss")
+                     .arg(valueForPeople(value), QLatin1String(type));
+        return StatusCode::WrongType;
+    }
+    const Rule* broken = node.rules ? findBrokenRule(*node.rules, *converted) : nullptr;
+    if (broken) {
+        reason = broken->explain(*converted);
+        return StatusCode::RefusedByValidation;
+    }
+    if (node.backend) {
+        reason = node.backend->set(node.path, FrameworkCore::Values::toValue(*converted));
+        if (!reason.isEmpty())
+            return StatusCode::BackendFailure;
+    }
+    node.value = *converted;
+    return StatusCode::Success;
+}
+
+std::shared_ptr<Registration>
+AttributeStore::addRegistration(const QString& pathOrPattern,
+                                const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
+                                int points)
+{
+    const bool isPattern = pathOrPattern.contains(QLatin1Char('*'));
+    if (!callback || (!isPattern && !isValidPath(pathOrPattern))) {
+        refuse(StatusCode::InvalidPath, pathOrPattern,
+               QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
+        return {};
+    }
+    auto registration = std::make_shared<Registration>(pathOrPattern, callback, points, weak_from_this());
+    if (isPattern) {
+        patterns.add(registration);
+        return registration;
+    }
+    const NodeIndex::Key key(pathOrPattern);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    Node* node = shard.find(key);
+    fileRegistration(node ? node->exact : shard.waiting[pathOrPattern].exact, registration);
+    return registration;
+}
+
+void AttributeStore::removeRegistration(const Registration& registration)
+{
+    const QString& path = registration.getPathOrPattern();
+    if (path.contains(QLatin1Char('*'))) {
+        patterns.remove(registration);
+        return;
+    }
+    std::shared_ptr<Registration>
+        removed; // may be the last owner of what the callback captured: let it go unlocked
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    if (Node* node = shard.find(key)) {
+        removed = takeRegistration(node->exact, registration);
+        return;
+    }
+    const auto waiting = shard.waiting.find(path);
+    if (waiting == shard.waiting.end())
+        return;
+    removed = takeRegistration(waiting->second.exact, registration);
+    if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
+        shard.waiting.erase(waiting);
+}
+
+bool AttributeStore::addRule(const QString& path, const QString& name)
+{
+    QString reason;
+    const auto rule = makeRule(name, reason);
+    if (!rule || !isValidPath(path)) {
+        refuse(StatusCode::InvalidPath, path, rule ? QStringLiteral("it is no valid path") : reason);
+        return false;
+    }
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    Node* node = shard.find(key);
+    if (node && !node->rules)
+        node->rules = std::make_unique<Rules>();
+    Rules& rules = node ? *node->rules : shard.waiting[path].rules;
+    rules.push_back(rule);
+    return true;
+}
+
+} // namespace Repository

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AttributeInterface.h"
+#include "host/FrameworkCore/AppConfig/NotificationInterface.h"
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/TreeInterface.h"
+#include "repository/NodeIndex.h"
+#include "repository/PatternIndex.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <shared_mutex>
+#include <vector>
+
+namespace Repository {
+
+class Backend;
+
+// The tree of attributes in memory. Any thread; every operation may be called from inside a callback.
+//
+// Two kinds of locks guard it. The structure lock guards the tree's shape: it is held for reading while nodes
+// are walked, and for writing while nodes come and go, which TreeEdit does. A shard's lock guards the
+// attributes of its nodes, and a node found under it stays alive while it is held; with the structure lock
+// held, nodes are found without it. Locks are taken in the order structure, shard, backend, patterns; never
+// two shards at once; and none is held while a callback or the log is called.
+class AttributeStore : public std::enable_shared_from_this<AttributeStore>
+{
+public:
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+    using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
+
+    // The option of create that writes to an attribute which exists already; any other refuses it.
+    static constexpr int createOrWrite = 3;
+
+    AttributeStore();
+    ~AttributeStore();
+
+    StatusCode read(const QString& path, QVariant& value);
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeInterface>
+    getAttribute(const QString& path);
+
+    StatusCode create(const QString& path, const QVariant& value, int option, int access);
+    StatusCode write(const QString& path, const QVariant& value, int points);
+
+    std::shared_ptr<Registration>
+    addRegistration(const QString& pathOrPattern,
+                    const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback, int points);
+    void removeRegistration(const Registration& registration);
+
+    bool addRule(const QString& path, const QString& name);
+
+    QStringList getChildNames(const QString& path);
+    int getChildCount(const QString& path);
+    NodeInformation getNodeInformation(const QString& path);
+    QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search);
+    StatusCode removeTree(const QString& path);
+
+    // Sets an attribute of the repository's own, which callers may only read; an invalid value makes it null.
+    void publish(const QString& path, const QVariant& value);
+
+    // Gives the backend its root and the entries of its document. Empty on success, otherwise the reason.
+    QString mount(std::unique_ptr<Backend> backend);
+
+    // Makes the tree below a backend's root what its document holds by now.
+    void showDocument(Backend& backend);
+
+    // In the order of their creation. Backends live as long as the store.
+    std::vector<Backend*> getBackends();
+
+private:
+    friend class TreeEdit;
+
+    static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
+    StatusCode store(Node& node, const QVariant& value, QString& reason) const;
+    const Node* nodeOf(QStringView path); // structure lock held; the empty path is the top
+
+    std::shared_mutex structure;
+    NodeIndex index;
+    PatternIndex patterns;
+    Node top{QString()};                            // holds the top-level nodes; not in the index
+    std::vector<std::unique_ptr<Backend>> backends; // guarded by structure
+};
+
+} // namespace Repository

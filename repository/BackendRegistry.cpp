@@ -1,0 +1,165 @@
+#include "repository/BackendRegistry.h"
+
+#include "repository/AttributeStore.h"
+#include "repository/PathRules.h"
+#include "repository/RepositoryLog.h"
+
+#include <QFileInfo>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::AccessMode;
+
+namespace {
+
+class Information : public FrameworkCore::AppConfig::Interfaces::BackendInformationInterface
+{
+public:
+    explicit Information(Backend::Description backendDescription) : description(std::move(backendDescription))
+    {
+    }
+
+    QString getBackendType() const override { return description.type; }
+    QString getBackendDescription() const override { return description.text; }
+
+private:
+    Backend::Description description;
+};
+
+QString trimSeparators(QString name)
+{
+    while (name.startsWith(pathSeparator))
+        name.remove(0, 1);
+    while (name.endsWith(pathSeparator))
+        name.chop(1);
+    return name;
+}
+
+// Two names of one file compare equal, whether or not the file exists yet.
+QString fileIdentity(const QString& filePath)
+{
+    const QFileInfo file(filePath);
+    const QString canonical = file.canonicalFilePath();
+    return canonical.isEmpty()
+               ? QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/') + file.fileName()
+               : canonical;
+}
+
+} // namespace
+
+BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
+{
+}
+
+QStringList BackendRegistry::getTypes()
+{
+    QStringList types;
+    for (const std::string& type : Documents::getDocumentTypes())
+        types.append(QString::fromStdString(type));
+    return types;
+}
+
+bool BackendRegistry::createBackend(const QString& type, const QString& name,
+                                    const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                                    const int& option)
+{
+    Backend::Description description;
+    description.name = trimSeparators(name);
+    description.type = type;
+    description.text = configuration.description;
+    description.filePath = configuration.location.toString();
+    description.accessMode = configuration.accessMode;
+
+    QString reason = checkDescription(description);
+    if (reason.isEmpty()) {
+        description.filePath = QFileInfo(description.filePath).absoluteFilePath();
+        const std::lock_guard lock(creating);
+        reason = create(description, option);
+    }
+    if (!reason.isEmpty())
+        logFailure(QStringLiteral("The backend '%1' was not created: %2").arg(name, reason));
+    return reason.isEmpty();
+}
+
+QString BackendRegistry::checkDescription(const Backend::Description& description)
+{
+    if (!getTypes().contains(description.type))
+        return QStringLiteral("there is no backend type '%1'; known are: %2")
+            .arg(description.type, getTypes().join(QStringLiteral(", ")));
+    if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
+        return QStringLiteral(
+            "a backend's name is the path of its root: names joined by '.', none of them empty, "
+            "without '*' and ';'");
+    if (isAtOrBelow(description.name, ownRoot))
+        return QStringLiteral("'%1' belongs to the repository itself").arg(ownRoot);
+    if (description.accessMode == AccessMode::None || description.accessMode > AccessMode::ReadWrite)
+        return QStringLiteral("the access mode must be read-only, write-only or read-write");
+    if (description.filePath.isEmpty())
+        return QStringLiteral("no file was named");
+    return {};
+}
+
+QString BackendRegistry::create(const Backend::Description& description, int option)
+{
+    if (Backend* existing = find(description.name)) {
+        if (option == createOrReload)
+            return reload(*existing, description);
+        return QStringLiteral("a backend of that name exists already");
+    }
+    const QString identity = fileIdentity(description.filePath);
+    for (const Backend* backend : store->getBackends()) {
+        if (fileIdentity(backend->getDescription().filePath) == identity)
+            return QStringLiteral("%1 is already open as '%2'").arg(description.filePath, backend->getName());
+    }
+    QString reason;
+    auto backend = Backend::open(description, reason);
+    return backend ? store->mount(std::move(backend)) : reason;
+}
+
+QString BackendRegistry::reload(Backend& backend, const Backend::Description& description)
+{
+    const Backend::Description& present = backend.getDescription();
+    if (fileIdentity(present.filePath) != fileIdentity(description.filePath) ||
+        present.type != description.type || present.accessMode != description.accessMode)
+        return QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
+            .arg(present.filePath, present.type);
+    const QString reason = backend.reread();
+    if (reason.isEmpty())
+        store->showDocument(backend);
+    return reason;
+}
+
+bool BackendRegistry::saveBackend(const QString& name)
+{
+    Backend* backend = find(name);
+    const QString reason = backend ? backend->save() : QStringLiteral("there is no backend of that name");
+    if (!reason.isEmpty())
+        logFailure(QStringLiteral("The backend '%1' was not saved: %2").arg(name, reason));
+    return reason.isEmpty();
+}
+
+QStringList BackendRegistry::getBackendNames()
+{
+    QStringList names;
+    for (const Backend* backend : store->getBackends())
+        names.append(backend->getName());
+    return names;
+}
+
+std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
+BackendRegistry::getBackendInformation(const QString& name)
+{
+    const Backend* backend = find(name);
+    return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
+}
+
+Backend* BackendRegistry::find(const QString& name) const
+{
+    for (Backend* backend : store->getBackends()) {
+        if (backend->getName() == name)
+            return backend;
+    }
+    return nullptr;
+}
+
+} // namespace Repository

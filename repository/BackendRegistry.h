@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/BackendInterface.h"
+#include "repository/Backend.h"
+
+#include <memory>
+#include <mutex>
+
+namespace Repository {
+
+class AttributeStore;
+
+// Creates, reloads and saves backends, and logs why it refuses. Any thread.
+class BackendRegistry : public FrameworkCore::AppConfig::Interfaces::BackendInterface
+{
+public:
+    explicit BackendRegistry(std::shared_ptr<AttributeStore> store);
+
+    static QStringList getTypes();
+
+    bool createBackend(const QString& type, const QString& name,
+                       const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                       const int& option) override;
+    bool saveBackend(const QString& name) override;
+    QStringList getBackendNames() override;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
+    getBackendInformation(const QString& name) override;
+
+private:
+    // The option of createBackend that reloads a backend which exists already; any other refuses it.
+    static constexpr int createOrReload = 3;
+
+    // Each gives the reason of a refusal, or nothing.
+    QString create(const Backend::Description& description, int option);
+    QString reload(Backend& backend, const Backend::Description& description);
+    static QString checkDescription(const Backend::Description& description);
+
+    Backend* find(const QString& name) const;
+
+    std::shared_ptr<AttributeStore> store;
+    std::mutex creating; // two creations must not take the same name or file at once
+};
+
+} // namespace Repository

@@ -1,0 +1,48 @@
+#include "repository/Delivery.h"
+
+#include "repository/Backend.h"
+#include "repository/Node.h"
+#include "repository/PatternIndex.h"
+
+namespace Repository {
+
+using FrameworkCore::Notification::UpdatePoint;
+
+Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints)
+    : result(outcome), points(operationPoints)
+{
+    const quint32 generation = patterns.getGeneration();
+    if (node.patternGeneration != generation) {
+        node.matching = patterns.match(node.path);
+        node.patternGeneration = generation;
+    }
+    exact = node.exact;
+    matching = node.matching;
+    if (isEmpty())
+        return;
+    path = node.path;
+    if (node.isReadable() && result != UpdateResult::Removed)
+        value = node.value;
+    if (node.backend)
+        backend = node.backend->getName();
+}
+
+void Delivery::send() const
+{
+    if (isEmpty())
+        return;
+    for (const UpdatePoint point : {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
+                                    UpdatePoint::BeforeStore, UpdatePoint::AfterStore}) {
+        const int bit = static_cast<int>(point);
+        if ((points & bit) == 0)
+            continue;
+        for (const Registrations* list : {&exact, &matching}) {
+            for (const auto& registration : *list) {
+                if (registration->listensTo(bit))
+                    registration->call(path, point, result, value, backend);
+            }
+        }
+    }
+}
+
+} // namespace Repository

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "repository/Registration.h"
+
+#include <QString>
+#include <QVariant>
+
+namespace Repository {
+
+struct Node;
+class PatternIndex;
+
+// What the watchers of one attribute are to be told of one operation. It is put together under the
+// attribute's lock and sent when every lock is released.
+class Delivery
+{
+public:
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+
+    // Points of an operation that always tells of all of them: creating, removing, reloading.
+    static constexpr int allPoints = 15;
+
+    // Brings the node's list of matching patterns up to date on the way. Attribute lock held.
+    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points);
+
+    bool isEmpty() const { return exact.isEmpty() && matching.isEmpty(); }
+
+    // Calls back on this thread, the points in their order. No lock held.
+    void send() const;
+
+private:
+    Registrations exact;
+    Registrations matching;
+    QString path;
+    QVariant value;
+    QString backend;
+    UpdateResult result;
+    int points;
+};
+
+} // namespace Repository

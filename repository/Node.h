@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "repository/Registration.h"
+#include "repository/Rule.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+namespace Repository {
+
+class Backend;
+struct Node;
+
+// The children of a node in the order of their creation. A removed child leaves a gap, so that taking one out
+// of a million costs no more than one of two; gaps are closed when they are the greater part.
+struct Children
+{
+    std::vector<Node*> places; // not owned; null where a child was removed
+    int count = 0;
+
+    void append(Node& child);
+    void remove(Node& child);
+};
+
+// One place in the tree. What it is made of is guarded in two ways; see AttributeStore.
+struct Node
+{
+    explicit Node(QString fullPath) : path(std::move(fullPath)) {}
+
+    QStringView getName() const;
+    bool isReadable() const { return FrameworkCore::AppConfig::isReadable(access); }
+
+    const QString path;
+
+    // The shape of the tree.
+    Node* parent = nullptr;     // not owned; null at the top
+    Backend* backend = nullptr; // not owned; null in memory
+    std::unique_ptr<Children> children;
+    quint32 slot = 0; // in the parent's children
+    bool isBackendRoot = false;
+
+    // The attribute.
+    FrameworkCore::AppConfig::AccessMode access = FrameworkCore::AppConfig::AccessMode::ReadWrite;
+    bool isAttribute = false; // otherwise it only groups its children, and value means nothing
+    QVariant value;           // of one of the attribute types; invalid for null
+    std::unique_ptr<Rules> rules;
+    Registrations exact;    // those made for this path
+    Registrations matching; // those whose pattern matches, as of patternGeneration
+    quint32 patternGeneration = 0;
+};
+
+} // namespace Repository

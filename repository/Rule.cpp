@@ -1,0 +1,231 @@
+#include "repository/Rule.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+#include <QUrl>
+
+#include <map>
+#include <optional>
+
+namespace Repository {
+
+namespace {
+
+using Accepts = std::function<bool(const QVariant&, const QString&)>;
+
+// The value as one of another type, if nothing is lost.
+bool becomes(const QVariant& value, QMetaType::Type type)
+{
+    return FrameworkCore::Values::convertVariant(value, type).has_value();
+}
+
+QString textOf(const QVariant& value)
+{
+    const auto text = FrameworkCore::Values::convertVariant(value, QMetaType::QString);
+    return text ? text->toString() : value.toStringList().join(QLatin1Char(','));
+}
+
+bool isIpv4(const QString& text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A(?:(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]?\\d)(?:\\.(?!\\z)|\\z)){4}\\z"));
+    return pattern.match(text).hasMatch();
+}
+
+// RFC 4291 text form: groups of up to four hex digits, "::" at most once, an IPv4 address at the end.
+bool isIpv6(const QString& text)
+{
+    QString groups = text;
+    const int lastColon = text.lastIndexOf(QLatin1Char(':'));
+    if (lastColon >= 0 && text.indexOf(QLatin1Char('.')) > lastColon) {
+        if (!isIpv4(text.mid(lastColon + 1)))
+            return false;
+        groups = text.left(lastColon + 1) + QLatin1String("0:0");
+    }
+    static const QRegularExpression group(QStringLiteral("\\A[0-9A-Fa-f]{1,4}\\z"));
+    const QStringList halves = groups.split(QStringLiteral("::"));
+    if (halves.size() > 2)
+        return false;
+    int count = 0;
+    for (const QString& half : halves) {
+        if (half.isEmpty() && halves.size() == 2)
+            continue;
+        const QStringList parts = half.split(QLatin1Char(':'));
+        for (const QString& part : parts) {
+            if (!group.match(part).hasMatch())
+                return false;
+        }
+        count += parts.size();
+    }
+    return halves.size() == 2 ? count <= 7 : count == 8;
+}
+
+// RFC 1123: labels of letters, digits and inner hyphens, at most 63 each and 253 together.
+bool isHostName(const QString& text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A[A-Za-z0-9](?:[A-Za-z0-9-]{0,61}[A-Za-z0-9])?"
+                       "(?:\\.[A-Za-z0-9](?:[A-Za-z0-9-]{0,61}[A-Za-z0-9])?)*\\.?\\z"));
+    return text.size() <= 253 && pattern.match(text).hasMatch();
+}
+
+bool isUrl(const QString& text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    return url.isValid() && !url.scheme().isEmpty() && (!url.host().isEmpty() || !url.path().isEmpty());
+}
+
+const std::map<QString, std::pair<QString, Accepts>>& plainRules()
+{
+    static const std::map<QString, std::pair<QString, Accepts>> rules{
+        {QStringLiteral("not-empty"),
+         {QStringLiteral("not empty"), [](const QVariant&, const QString& text) { return !text.isEmpty(); }}},
+        {QStringLiteral("integer"),
+         {QStringLiteral("an integer"),
+          [](const QVariant& value, const QString&) {
+              return becomes(value, QMetaType::LongLong) || becomes(value, QMetaType::ULongLong);
+          }}},
+        {QStringLiteral("number"),
+         {QStringLiteral("a number"),
+          [](const QVariant&, const QString& text) {
+              bool isNumber = false;
+              text.toDouble(&isNumber);
+              return isNumber;
+          }}},
+        {QStringLiteral("boolean"),
+         {QStringLiteral("true or false"),
+          [](const QVariant& value, const QString&) { return becomes(value, QMetaType::Bool); }}},
+        {QStringLiteral("ipv4"),
+         {QStringLiteral("an IPv4 address"),
+          [](const QVariant&, const QString& text) { return isIpv4(text); }}},
+        {QStringLiteral("ipv6"),
+         {QStringLiteral("an IPv6 address"),
+          [](const QVariant&, const QString& text) { return isIpv6(text); }}},
+        {QStringLiteral("host-name"),
+         {QStringLiteral("a host name"),
+          [](const QVariant&, const QString& text) { return isHostName(text); }}},
+        {QStringLiteral("url"),
+         {QStringLiteral("a URL with its scheme"),
+          [](const QVariant&, const QString& text) { return isUrl(text); }}},
+        {QStringLiteral("date-time"),
+         {QStringLiteral("a date and time as in 2024-05-31T08:00:00"),
+          [](const QVariant&, const QString& text) {
+              return QDateTime::fromString(text, Qt::ISODateWithMs).isValid();
+          }}}};
+    return rules;
+}
+
+std::optional<QString> fillRange(const QString& argument, Rule& rule)
+{
+    const QStringList bounds = argument.split(QLatin1Char(','));
+    bool lowIsNumber = false;
+    bool highIsNumber = false;
+    const double low = bounds.first().trimmed().toDouble(&lowIsNumber);
+    const double high = bounds.last().trimmed().toDouble(&highIsNumber);
+    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || low > high)
+        return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
+    rule.expectation =
+        QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
+    rule.accepts = [low, high](const QVariant&, const QString& text) {
+        bool isNumber = false;
+        const double number = text.toDouble(&isNumber);
+        return isNumber && low <= number && number <= high;
+    };
+    return {};
+}
+
+std::optional<QString> fillOneOf(const QString& argument, Rule& rule)
+{
+    QStringList choices = argument.split(QLatin1Char(','));
+    for (QString& choice : choices)
+        choice = choice.trimmed();
+    rule.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
+    rule.accepts = [choices](const QVariant&, const QString& text) { return choices.contains(text); };
+    return {};
+}
+
+std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule)
+{
+    const QRegularExpression expression(QRegularExpression::anchoredPattern(argument));
+    if (!expression.isValid())
+        return QStringLiteral("'%1' is no regular expression: %2").arg(argument, expression.errorString());
+    rule.expectation = QStringLiteral("a text that matches ") + argument;
+    rule.accepts = [expression](const QVariant&, const QString& text) {
+        return expression.match(text).hasMatch();
+    };
+    return {};
+}
+
+using Fill = std::optional<QString> (*)(const QString& argument, Rule& rule);
+
+const std::map<QString, Fill>& rulesWithArgument()
+{
+    static const std::map<QString, Fill> rules{{QStringLiteral("range"), fillRange},
+                                               {QStringLiteral("one-of"), fillOneOf},
+                                               {QStringLiteral("regular-expression"), fillRegularExpression}};
+    return rules;
+}
+
+} // namespace
+
+QStringList ruleNames()
+{
+    QStringList names;
+    for (const auto& [name, rule] : plainRules())
+        names.append(name);
+    for (const auto& [name, fill] : rulesWithArgument())
+        names.append(name);
+    names.sort();
+    return names;
+}
+
+std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
+{
+    auto rule = std::make_shared<Rule>();
+    rule->name = name;
+    const auto plain = plainRules().find(name);
+    if (plain != plainRules().end()) {
+        rule->expectation = plain->second.first;
+        rule->accepts = plain->second.second;
+        return rule;
+    }
+
+    const int open = name.indexOf(QLatin1Char('('));
+    const auto withArgument = rulesWithArgument().find(name.left(open));
+    if (withArgument == rulesWithArgument().end()) {
+        error = QStringLiteral("there is no validation '%1'; known are: %2")
+                    .arg(name, ruleNames().join(QStringLiteral(", ")));
+        return {};
+    }
+    if (open < 0 || !name.endsWith(QLatin1Char(')'))) {
+        error =
+            QStringLiteral("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
+        return {};
+    }
+    if (const auto problem = withArgument->second(name.mid(open + 1, name.size() - open - 2), *rule)) {
+        error = *problem;
+        return {};
+    }
+    return rule;
+}
+
+QString Rule::explain(const QVariant& value) const
+{
+    return QStringLiteral("the validation '%1' asks for %2, not '%3'").arg(name, expectation, textOf(value));
+}
+
+const Rule* findBrokenRule(const Rules& rules, const QVariant& value)
+{
+    if (rules.empty())
+        return nullptr;
+    const QString text = textOf(value);
+    for (const auto& rule : rules) {
+        if (!rule->accepts(value, text))
+            return rule.get();
+    }
+    return nullptr;
+}
+
+} // namespace Repository

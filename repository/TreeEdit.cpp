@@ -1,0 +1,270 @@
+#include "repository/TreeEdit.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/Backend.h"
+#include "repository/PathRules.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace Repository {
+
+TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock(attributeStore.structure)
+{
+}
+
+TreeEdit::~TreeEdit()
+{
+    lock.unlock();
+    removedNodes.clear();
+    for (const Delivery& delivery : deliveries)
+        delivery.send();
+}
+
+Node* TreeEdit::find(QStringView path)
+{
+    return store.index.find(NodeIndex::Key(path));
+}
+
+Node& TreeEdit::nearest(QStringView path)
+{
+    while (!path.isEmpty()) {
+        if (Node* node = find(path))
+            return *node;
+        path = parentPath(path);
+    }
+    return store.top;
+}
+
+Node& TreeEdit::ensure(QStringView path)
+{
+    Node* node = &nearest(path);
+    while (node->path.size() < path.size()) {
+        const qsizetype nameStart = node->path.isEmpty() ? 0 : node->path.size() + 1;
+        const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
+        node = &makeNode((nameEnd < 0 ? path : path.left(nameEnd)).toString(), *node);
+    }
+    return *node;
+}
+
+Node& TreeEdit::makeNode(const QString& path, Node& parent)
+{
+    auto made = std::make_unique<Node>(path);
+    made->parent = &parent;
+    made->backend = parent.backend;
+    if (made->backend)
+        made->access = made->backend->getAccessMode();
+    if (!parent.children)
+        parent.children = std::make_unique<Children>();
+    parent.children->append(*made);
+
+    NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
+    const std::lock_guard shardLock(shard.mutex);
+    if (!shard.waiting.empty()) {
+        const auto waiting = shard.waiting.find(path);
+        if (waiting != shard.waiting.end()) {
+            made->exact = std::move(waiting->second.exact);
+            if (!waiting->second.rules.empty())
+                made->rules = std::make_unique<Rules>(std::move(waiting->second.rules));
+            shard.waiting.erase(waiting);
+        }
+    }
+    return shard.insert(std::move(made));
+}
+
+void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
+{
+    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    node.value = value;
+    node.access = access;
+    node.isAttribute = true;
+    Delivery delivery(node, store.patterns, result, Delivery::allPoints);
+    if (!delivery.isEmpty())
+        deliveries.push_back(std::move(delivery));
+}
+
+void TreeEdit::makeGroup(Node& node)
+{
+    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (!node.isAttribute)
+        return;
+    node.isAttribute = false;
+    node.value = QVariant();
+    Delivery delivery(node, store.patterns, UpdateResult::Removed, Delivery::allPoints);
+    if (!delivery.isEmpty())
+        deliveries.push_back(std::move(delivery));
+}
+
+const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const
+{
+    if (node)
+        return node->rules.get();
+    if (shard.waiting.empty())
+        return nullptr;
+    const auto waiting = shard.waiting.find(path);
+    return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
+}
+
+FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, const QVariant& value,
+                                                               AccessMode access, QString& reason)
+{
+    Node* node = find(path);
+    Node& ancestor = node ? *node : nearest(parentPath(path));
+    Backend* backend = ancestor.backend;
+    if (backend && !isWritable(backend->getAccessMode())) {
+        reason = QStringLiteral("the backend '%1' is read-only").arg(backend->getName());
+        return StatusCode::NotWritable;
+    }
+    {
+        NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
+        const std::lock_guard shardLock(shard.mutex);
+        const Rules* rules = rulesOf(shard, node, path);
+        const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
+        if (broken) {
+            reason = broken->explain(value);
+            return StatusCode::RefusedByValidation;
+        }
+    }
+    if (backend) {
+        reason = backend->insert(path, FrameworkCore::Values::toValue(value));
+        if (!reason.isEmpty())
+            return StatusCode::BackendFailure;
+        access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
+    }
+    if (!node) {
+        const QStringView parent = parentPath(path);
+        node = &makeNode(path, ancestor.path.size() == parent.size() ? ancestor : ensure(parent));
+    }
+    setAttribute(*node, value, access, UpdateResult::Created);
+    return StatusCode::Success;
+}
+
+std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) const
+{
+    std::vector<Node*> found{&node};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const Children* children = found[i]->children.get();
+        if (!children)
+            continue;
+        for (Node* child : children->places) {
+            if (child && (!onlyBackend || child->backend == onlyBackend))
+                found.push_back(child);
+        }
+    }
+    return found;
+}
+
+FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, QString& reason)
+{
+    Node* node = find(path);
+    if (!node) {
+        reason = QStringLiteral("there is no such attribute");
+        return StatusCode::NotFound;
+    }
+    for (const auto& backend : store.backends) {
+        if (isAtOrBelow(backend->getName(), path)) {
+            reason = QStringLiteral("it holds the root of the backend '%1'").arg(backend->getName());
+            return StatusCode::NotWritable;
+        }
+    }
+    for (const Node* below : subtree(*node, nullptr)) {
+        if (below->isAttribute && !isWritable(below->access)) {
+            reason = QStringLiteral("'%1' is read-only").arg(below->path);
+            return StatusCode::NotWritable;
+        }
+    }
+    Backend* backend = node->backend;
+    const bool siblingsMove = backend && backend->removalMovesSiblings(path);
+    if (backend) {
+        reason = backend->remove(path);
+        if (!reason.isEmpty())
+            return StatusCode::BackendFailure;
+    }
+    Node& parent = *node->parent;
+    remove(*node);
+    if (siblingsMove)
+        showDocument(*backend);
+    else
+        prune(parent);
+    return StatusCode::Success;
+}
+
+void TreeEdit::remove(Node& node)
+{
+    node.parent->children->remove(node);
+    for (Node* gone : subtree(node, nullptr)) {
+        const NodeIndex::Key key(gone->path);
+        NodeIndex::Shard& shard = store.index.shardOf(key);
+        const std::lock_guard shardLock(shard.mutex);
+        if (gone->isAttribute) {
+            Delivery delivery(*gone, store.patterns, UpdateResult::Removed, Delivery::allPoints);
+            if (!delivery.isEmpty())
+                deliveries.push_back(std::move(delivery));
+        }
+        if (!gone->exact.isEmpty() || gone->rules) {
+            NodeIndex::Waiting& waiting = shard.waiting[gone->path];
+            waiting.exact = std::move(gone->exact);
+            if (gone->rules)
+                waiting.rules = std::move(*gone->rules);
+        }
+        removedNodes.push_back(shard.take(key));
+    }
+}
+
+void TreeEdit::prune(Node& node)
+{
+    Node* group = &node;
+    while (group->parent && !group->isAttribute && !group->isBackendRoot &&
+           (!group->children || group->children->count == 0) &&
+           !(group->backend && group->backend->contains(group->path))) {
+        Node* parent = group->parent;
+        remove(*group);
+        group = parent;
+    }
+}
+
+void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
+{
+    Node& node = ensure(path);
+    if (node.backend != &backend)
+        return;
+    if (value.type == FrameworkCore::Values::Type::Group) {
+        makeGroup(node);
+        return;
+    }
+    const QVariant variant = FrameworkCore::Values::toVariant(value);
+    const bool isNew = !node.isAttribute;
+    {
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
+        if (!isNew && node.value.userType() == variant.userType() && node.value == variant)
+            return;
+    }
+    setAttribute(node, variant, backend.getAccessMode(),
+                 isNew ? UpdateResult::Created : UpdateResult::Reloaded);
+}
+
+void TreeEdit::showDocument(Backend& backend)
+{
+    std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
+    QSet<QString> wanted;
+    backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {
+        entries.emplace_back(path, value);
+        wanted.insert(path);
+    });
+
+    Node& root = ensure(backend.getName());
+    std::vector<Node*> present = subtree(root, &backend);
+    std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
+        if (wanted.contains(node->path))
+            return;
+        if (node->isBackendRoot || (node->children && node->children->count > 0))
+            makeGroup(*node);
+        else
+            remove(*node);
+    });
+    for (const auto& [path, value] : entries)
+        showEntry(backend, path, value);
+}
+
+} // namespace Repository

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+#include "repository/AttributeStore.h"
+#include "repository/Delivery.h"
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace Repository {
+
+// One change of the tree's shape. It holds the structure lock for its whole life; when it ends, the lock is
+// released and then the watchers are told what happened. One thread.
+class TreeEdit
+{
+public:
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+
+    explicit TreeEdit(AttributeStore& store);
+    ~TreeEdit();
+    Q_DISABLE_COPY(TreeEdit)
+
+    Node* find(QStringView path);
+
+    // The node of a path, made as a group with all that lead to it where it is missing. The empty path is the
+    // top.
+    Node& ensure(QStringView path);
+
+    // A new attribute, in memory or in the backend that its place belongs to; the reason when it is refused.
+    StatusCode createAttribute(const QString& path, const QVariant& value, AccessMode access,
+                               QString& reason);
+
+    void setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result);
+
+    // Takes away a node and all below it; the reason when it is refused.
+    StatusCode removeTree(const QString& path, QString& reason);
+
+    // Takes away nodes without asking and without touching their backend's document.
+    void remove(Node& node);
+
+    // Takes away a group that holds nothing any more, and those above it that only led to it.
+    void prune(Node& node);
+
+    // Makes the tree below the backend's root what its document holds. Nested backends are left alone.
+    void showDocument(Backend& backend);
+
+private:
+    Node& nearest(QStringView path);
+    Node& makeNode(const QString& path, Node& parent);
+    void makeGroup(Node& node);
+    std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
+    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const;
+
+    AttributeStore& store;
+    std::unique_lock<std::shared_mutex> lock;
+    std::vector<Delivery> deliveries;
+    std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
+};
+
+} // namespace Repository

@@ -1,0 +1,58 @@
+#include "repository/TreeSearch.h"
+
+#include "host/FrameworkCore/AppConfig/PathPattern.h"
+#include "repository/PathRules.h"
+
+#include <deque>
+
+namespace Repository {
+
+namespace {
+
+// Whether a match can lie at the path or below it, given the text that every match begins with.
+bool canLeadTo(QStringView path, const QString& start, Qt::CaseSensitivity sensitivity)
+{
+    if (path.size() >= start.size())
+        return path.left(start.size()).compare(start, sensitivity) == 0;
+    return start[int(path.size())] == pathSeparator &&
+           path.compare(start.leftRef(int(path.size())), sensitivity) == 0;
+}
+
+} // namespace
+
+QStringList findPaths(const Node& top, const FrameworkCore::AppConfig::Interfaces::PathSearch& search,
+                      const std::function<const Node*(QStringView)>& nodeOf)
+{
+    const FrameworkCore::AppConfig::PathPattern pattern(search.pattern, search.caseSensitivity);
+    const QString& start = pattern.getLiterals().first();
+
+    // The names that the pattern spells out need no search where case counts.
+    const Node* first = &top;
+    const QStringView firstPath = parentPath(start);
+    if (search.caseSensitivity == Qt::CaseSensitive && !firstPath.isEmpty())
+        first = nodeOf(firstPath);
+
+    QStringList found;
+    std::deque<const Node*> walk;
+    if (first)
+        walk.push_back(first);
+    for (; !walk.empty() && found.size() != search.limit; walk.pop_front()) {
+        const Children* children = walk.front()->children.get();
+        if (!children)
+            continue;
+        for (const Node* child : children->places) {
+            if (!child || !canLeadTo(child->path, start, search.caseSensitivity))
+                continue;
+            const bool isMatch = pattern.matches(child->path);
+            if (isMatch)
+                found.append(child->path);
+            if (found.size() == search.limit)
+                break;
+            if (child->children && !(isMatch && search.topmostOnly))
+                walk.push_back(child);
+        }
+    }
+    return found;
+}
+
+} // namespace Repository

@@ -1,0 +1,326 @@
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/TestRun.h"
+
+#include <QDate>
+#include <QRandomGenerator>
+#include <QUrl>
+
+#include <atomic>
+#include <map>
+#include <thread>
+
+using namespace FrameworkCore::AppConfig;
+using Repository::AttributeRepository;
+
+namespace {
+
+QString lastFailure()
+{
+    return Shared::Logging::LogRecord::instance().getLines().last().text;
+}
+
+} // namespace
+
+class AttributeRepositoryTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<AttributeRepository> repository;
+
+    int write(const QString& path, const QVariant& value)
+    {
+        return repository->getWriterInterface()->writeAttributeValue(path, value, 15);
+    }
+
+    bool create(const QString& path, const QVariant& value, int option = 2, int access = 3)
+    {
+        return repository->getWriterInterface()->createAttribute(path, value, option, access);
+    }
+
+    QVariant read(const QString& path)
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(path, value, 0);
+        return value;
+    }
+
+private slots:
+    void init() { repository = AttributeRepository::create(); }
+
+    void keepsTypeFromCreation_data()
+    {
+        QTest::addColumn<QVariant>("created");
+        QTest::addColumn<QVariant>("written");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QVariant>("expected");
+        const QVariant text = QStringLiteral("5");
+        QTest::newRow("int to text") << text << QVariant(7) << 0 << QVariant(QStringLiteral("7"));
+        QTest::newRow("text to int") << QVariant(5) << text << 0 << QVariant(5LL);
+        QTest::newRow("lossy") << QVariant(5) << QVariant(1.5) << int(WrongType) << QVariant(5LL);
+        QTest::newRow("no number") << QVariant(5) << QVariant(QStringLiteral("x")) << int(WrongType)
+                                   << QVariant(5LL);
+        QTest::newRow("invalid empties") << text << QVariant() << 0 << QVariant(QString());
+        QTest::newRow("null takes a type") << QVariant() << QVariant(true) << 0 << QVariant(true);
+        QTest::newRow("url is text") << QVariant(QUrl(QStringLiteral("http://a/b"))) << text << 0 << text;
+        QTest::newRow("uint is signed") << QVariant(7U) << QVariant(-1) << 0 << QVariant(-1LL);
+    }
+
+    void keepsTypeFromCreation()
+    {
+        QFETCH(QVariant, created);
+        QFETCH(QVariant, written);
+        QFETCH(int, status);
+        QFETCH(QVariant, expected);
+        const QString path = QStringLiteral("a.b");
+        QVERIFY(create(path, created));
+        QCOMPARE(write(path, written), status);
+        QCOMPARE(read(path), expected);
+        QCOMPARE(read(path).userType(), expected.userType());
+    }
+
+    void refusesWithReason_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("option");
+        QTest::addColumn<int>("access");
+        QTest::addColumn<QString>("reason");
+        const auto row = [](const char* path, const QVariant& value, int option, int access,
+                            const char* reason) {
+            QTest::newRow(*path ? path : "empty")
+                << QString::fromLatin1(path) << value << option << access << QString::fromLatin1(reason);
+        };
+        row("", 1, 2, 3, "names joined by '.'");
+        row("a..b", 1, 2, 3, "names joined by '.'");
+        row("a.", 1, 2, 3, "names joined by '.'");
+        row("a*", 1, 2, 3, "names joined by '.'");
+        row("internal.mine", 1, 3, 3, "belongs to the repository");
+        row("there", 1, 2, 3, "exists already");
+        row("no.access", 1, 2, 0, "access mode");
+        row("no.type", QVariant::fromValue(QObject::staticMetaObject.className()), 2, 3,
+            "no attribute can hold");
+    }
+
+    void refusesWithReason()
+    {
+        QFETCH(QString, path);
+        QFETCH(QVariant, value);
+        QFETCH(int, option);
+        QFETCH(int, access);
+        QFETCH(QString, reason);
+        create(QStringLiteral("there"), 0);
+        QVERIFY(!create(path, value, option, access));
+        QVERIFY2(lastFailure().contains(reason), qPrintable(lastFailure()));
+        QCOMPARE(read(QStringLiteral("there")), QVariant(0LL));
+    }
+
+    void honoursAccess()
+    {
+        QVERIFY(create(QStringLiteral("r"), 1, 2, 1));
+        QVERIFY(create(QStringLiteral("w"), 1, 2, 2));
+        QCOMPARE(write(QStringLiteral("r"), 2), int(NotWritable));
+        QCOMPARE(write(QStringLiteral("w"), 2), int(Success));
+        QVariant value = 9;
+        QCOMPARE(repository->getReaderInterface()->readAttributeValue(QStringLiteral("w"), value, 0),
+                 int(NotReadable));
+        QVERIFY(!value.isValid());
+        QVERIFY(!repository->getReaderInterface()->getAttribute(QStringLiteral("w"))->getValue().isValid());
+        QVERIFY(create(QStringLiteral("w"), QStringLiteral("3"), 3, 3));
+        QCOMPARE(repository->getReaderInterface()->getAttribute(QStringLiteral("w"))->getAccessMode(),
+                 AccessMode::WriteOnly);
+        QCOMPARE(write(QStringLiteral("internal.repository.path_separator"), QStringLiteral("/")),
+                 int(NotWritable));
+    }
+
+    void validates_data()
+    {
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("accepted");
+        const auto row = [](const char* rule, const char* value, bool accepted) {
+            QTest::addRow("%s: %s", rule, value)
+                << QString::fromLatin1(rule) << QString::fromLatin1(value) << accepted;
+        };
+        row("not-empty", "", false);
+        row("not-empty", " ", true);
+        row("integer", "-12", true);
+        row("integer", "1.5", false);
+        row("integer", "", false);
+        row("number", "1e3", true);
+        row("number", "1,5", false);
+        row("boolean", "true", true);
+        row("boolean", "maybe", false);
+        row("ipv4", "192.168.0.1", true);
+        row("ipv4", "192.168.0.256", false);
+        row("ipv4", "192.168.0.1.", false);
+        row("ipv4", "1.2.3", false);
+        row("ipv6", "::1", true);
+        row("ipv6", "fe80::1:2", true);
+        row("ipv6", "1:2:3:4:5:6:7:8", true);
+        row("ipv6", "::ffff:1.2.3.4", true);
+        row("ipv6", "1:2:3:4:5:6:7", false);
+        row("ipv6", "1::2::3", false);
+        row("ipv6", "12345::", false);
+        row("ipv6", "::", true);
+        row("ipv6", "", false);
+        row("host-name", "bench-3.example.org", true);
+        row("host-name", "-bench", false);
+        row("host-name", "a..b", false);
+        row("url", "https://example.org/a?b=c", true);
+        row("url", "example.org", false);
+        row("url", "http://", false);
+        row("date-time", "2024-05-31T08:00:00Z", true);
+        row("date-time", "31.5.2024", false);
+        row("regular-expression([a-z]+(\\d))", "abc7", true);
+        row("regular-expression([a-z]+)", "abc7", false);
+        row("range(0,100)", "100", true);
+        row("range(0,100)", "100.5", false);
+        row("range(-1.5, 2)", "-1.5", true);
+        row("range(0,100)", "x", false);
+        row("one-of(red, green)", "green", true);
+        row("one-of(red, green)", "blue", false);
+    }
+
+    void validates()
+    {
+        QFETCH(QString, rule);
+        QFETCH(QString, value);
+        QFETCH(bool, accepted);
+        QVERIFY(create(QStringLiteral("old"), QStringLiteral("before")));
+        for (const QString& path : {QStringLiteral("old"), QStringLiteral("new.one")})
+            QVERIFY(repository->getValidationInterface()->addValidation(path, rule) != 0);
+        QCOMPARE(write(QStringLiteral("old"), value), accepted ? int(Success) : int(RefusedByValidation));
+        QCOMPARE(create(QStringLiteral("new.one"), value), accepted);
+        if (!accepted) {
+            QVERIFY2(lastFailure().contains(rule), qPrintable(lastFailure()));
+            QCOMPARE(read(QStringLiteral("old")), QVariant(QStringLiteral("before")));
+            QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("new")).exists);
+        }
+    }
+
+    void refusesUnknownValidations()
+    {
+        const auto validations = repository->getValidationInterface();
+        QVERIFY(create(QStringLiteral("a"), 1));
+        for (const char* name : {"", "prime", "range", "range(1)", "range(2,1)", "range(0,9",
+                                 "regular-expression(()", "integer(3)"})
+            QCOMPARE(validations->addValidation(QStringLiteral("a"), QString::fromLatin1(name)), 0);
+        QCOMPARE(validations->addValidation(QStringLiteral("a..b"), QStringLiteral("integer")), 0);
+        QCOMPARE(validations->getValidationNames().size(), 12);
+    }
+
+    void findsPaths()
+    {
+        for (const char* path : {"app.net.ip", "app.net.port", "app.name", "apple", "lab.net.ip"})
+            QVERIFY(create(QString::fromLatin1(path), 1));
+        const auto find = [this](const char* pattern, Qt::CaseSensitivity sensitivity, bool topmost,
+                                 int limit = -1) {
+            return repository->getTreeInterface()
+                ->findPaths({QString::fromLatin1(pattern), sensitivity, topmost, limit})
+                .join(QLatin1Char(' '));
+        };
+        QCOMPARE(find("app*", Qt::CaseSensitive, false),
+                 QStringLiteral("app apple app.net app.name app.net.ip app.net.port"));
+        QCOMPARE(find("app*", Qt::CaseSensitive, true), QStringLiteral("app apple"));
+        QCOMPARE(find("app.n*", Qt::CaseSensitive, true), QStringLiteral("app.net app.name"));
+        QCOMPARE(find("APP.N*", Qt::CaseSensitive, true), QString());
+        QCOMPARE(find("APP.N*", Qt::CaseInsensitive, true), QStringLiteral("app.net app.name"));
+        QCOMPARE(find("*.ip", Qt::CaseSensitive, false), QStringLiteral("app.net.ip lab.net.ip"));
+        QCOMPARE(find("app*", Qt::CaseSensitive, false, 3), QStringLiteral("app apple app.net"));
+        QCOMPARE(find("app.net", Qt::CaseSensitive, false), QStringLiteral("app.net"));
+        QCOMPARE(find("nowhere.a*", Qt::CaseSensitive, false), QString());
+    }
+
+    void agreesWithReference()
+    {
+        QRandomGenerator random(11);
+        std::map<QString, QString> reference;
+        const auto randomPath = [&random] {
+            QStringList names;
+            for (int depth = random.bounded(1, 5); depth > 0; --depth)
+                names.append(QString(QLatin1Char(char('a' + random.bounded(3)))));
+            return names.join(QLatin1Char('.'));
+        };
+        const auto tree = repository->getTreeInterface();
+        for (int step = 0; step < 30000; ++step) {
+            const QString path = randomPath();
+            const QString value = QString::number(step);
+            switch (random.bounded(4)) {
+            case 0:
+                QCOMPARE(create(path, value, 3), true);
+                reference[path] = value;
+                break;
+            case 1:
+                QCOMPARE(write(path, value) == Success, reference.count(path) == 1);
+                if (reference.count(path) == 1)
+                    reference[path] = value;
+                break;
+            case 2: {
+                const QString prefix = path + QLatin1Char('.');
+                std::size_t removed = 0;
+                for (auto it = reference.begin(); it != reference.end();) {
+                    const bool isBelow = it->first == path || it->first.startsWith(prefix);
+                    removed += isBelow ? 1 : 0;
+                    it = isBelow ? reference.erase(it) : std::next(it);
+                }
+                QCOMPARE(tree->removeTree(path) == Success, removed > 0);
+                break;
+            }
+            default: {
+                const bool isThere = reference.count(path) == 1;
+                QCOMPARE(read(path), isThere ? QVariant(reference[path]) : QVariant());
+            }
+            }
+        }
+        QStringList expectedPaths; // every attribute, and every group that leads to one
+        for (const auto& [path, value] : reference) {
+            for (int end = path.indexOf(QLatin1Char('.')); end >= 0;
+                 end = path.indexOf(QLatin1Char('.'), end + 1))
+                expectedPaths.append(path.left(end));
+            expectedPaths.append(path);
+        }
+        expectedPaths.removeDuplicates();
+        expectedPaths.sort();
+        QStringList paths = tree->findPaths({QStringLiteral("*")})
+                                .filter(QRegularExpression(QStringLiteral("^(?!internal)")));
+        paths.sort();
+        QCOMPARE(paths, expectedPaths);
+        for (const QString& path : qAsConst(paths))
+            QCOMPARE(tree->getChildCount(path), tree->getChildNames(path).size());
+    }
+
+    // Threads that work on their own attributes, while others come and go, find every one of their writes
+    // again.
+    void servesThreads()
+    {
+        std::atomic<int> failures{0};
+        std::vector<std::thread> threads;
+        for (int number = 0; number < 4; ++number) {
+            threads.emplace_back([&, number] {
+                const QString own = QStringLiteral("t%1.value").arg(number);
+                const QString shared = QStringLiteral("shared.x%1").arg(number % 2);
+                failures += create(own, 0) ? 0 : 1;
+                for (int step = 1; step < 2000; ++step) {
+                    create(shared, step, 3);
+                    failures += write(own, step) == Success && read(own) == QVariant(qlonglong(step)) ? 0 : 1;
+                    repository->getTreeInterface()->findPaths(
+                        {QStringLiteral("*x*"), Qt::CaseSensitive, false, 5});
+                    if (step % 16 == number)
+                        repository->getTreeInterface()->removeTree(QStringLiteral("shared"));
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(failures.load(), 0);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, AttributeRepositoryTest>(argc, argv);
+}
+
+#include "attribute_repository_test.moc"

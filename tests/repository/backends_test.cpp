@@ -1,0 +1,359 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/TestRun.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+using namespace FrameworkCore::AppConfig;
+using FrameworkCore::Notification::UpdatePoint;
+using FrameworkCore::Notification::UpdateResult;
+using Repository::AttributeRepository;
+
+namespace {
+
+const QByteArray benchJson = R"({
+  // a comment
+  "name": "bench 3",
+  "supplies": [ {"limit": 12}, {"limit": 24} ],
+  "tags": ["a", "b"],
+  "nothing": {},
+})";
+
+const QByteArray ovenIni = "; oven\n[oven]\nhot = true\nlimit=250 \n\n[oven.zone1]\nname = left\n";
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+QStringList failuresSince(quint64 number)
+{
+    QStringList texts;
+    for (const auto& line : Shared::Logging::LogRecord::instance().getLines(number))
+        texts.append(line.text);
+    return texts;
+}
+
+quint64 lastLogNumber()
+{
+    const auto lines = Shared::Logging::LogRecord::instance().getLines();
+    return lines.isEmpty() ? 0 : lines.last().number;
+}
+
+} // namespace
+
+class BackendsTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<AttributeRepository> repository;
+    std::unique_ptr<QTemporaryDir> folder;
+
+    QString put(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(folder->filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            qFatal("no test file");
+        return file.fileName();
+    }
+
+    bool mount(const QString& type, const QString& name, const QString& file,
+               AccessMode access = AccessMode::ReadWrite, int option = 2)
+    {
+        return repository->getBackendInterface()->createBackend(
+            type, name, {file, QStringLiteral("for tests"), access}, option);
+    }
+
+    bool save(const QString& name) { return repository->getBackendInterface()->saveBackend(name); }
+
+    QVariant read(const QString& path)
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(path, value, 0);
+        return value;
+    }
+
+    int write(const QString& path, const QVariant& value)
+    {
+        return repository->getWriterInterface()->writeAttributeValue(path, value, 15);
+    }
+
+    QStringList paths(const QString& pattern) { return repository->getTreeInterface()->findPaths({pattern}); }
+
+private slots:
+    void init()
+    {
+        repository = AttributeRepository::create();
+        folder = std::make_unique<QTemporaryDir>();
+    }
+
+    void showsFiles()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("lab.bench"),
+                      put(QStringLiteral("a.json"), benchJson)));
+        QVERIFY(
+            mount(QStringLiteral("ini"), QStringLiteral(".oven."), put(QStringLiteral("b.ini"), ovenIni)));
+        QCOMPARE(
+            paths(QStringLiteral("lab*")),
+            QStringList({QStringLiteral("lab"), QStringLiteral("lab.bench"), QStringLiteral("lab.bench.name"),
+                         QStringLiteral("lab.bench.supplies"), QStringLiteral("lab.bench.tags"),
+                         QStringLiteral("lab.bench.nothing"), QStringLiteral("lab.bench.supplies.0"),
+                         QStringLiteral("lab.bench.supplies.1"), QStringLiteral("lab.bench.supplies.0.limit"),
+                         QStringLiteral("lab.bench.supplies.1.limit")}));
+        QCOMPARE(read(QStringLiteral("lab.bench.supplies.1.limit")), QVariant(24LL));
+        QCOMPARE(read(QStringLiteral("lab.bench.tags")),
+                 QVariant(QStringList({QStringLiteral("a"), QStringLiteral("b")})));
+        QCOMPARE(read(QStringLiteral("oven.oven.hot")), QVariant(true));
+        QCOMPARE(read(QStringLiteral("oven.oven.zone1.name")), QVariant(QStringLiteral("left")));
+        QCOMPARE(read(QStringLiteral("internal.backends.names")), QVariant(QStringLiteral("lab.bench;oven")));
+        QCOMPARE(read(QStringLiteral("internal.backends.names.lab.bench")),
+                 QVariant(QStringLiteral("lab.bench")));
+        const auto information =
+            repository->getBackendInterface()->getBackendInformation(QStringLiteral("oven"));
+        QCOMPARE(information->getBackendType(), QStringLiteral("ini"));
+        QCOMPARE(information->getBackendDescription(), QStringLiteral("for tests"));
+        QVERIFY(repository->getTreeInterface()->getNodeInformation(QStringLiteral("oven")).isBackendRoot);
+    }
+
+    void savesOnlyWhatWasEdited_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QByteArray>("from");
+        QTest::addColumn<QByteArray>("to");
+        QTest::newRow("json number") << "json" << benchJson << "m.supplies.1.limit" << QVariant(48)
+                                     << QByteArray("24") << QByteArray("48");
+        QTest::newRow("json text") << "json" << benchJson << "m.name" << QVariant(QStringLiteral("a \"b\""))
+                                   << QByteArray("bench 3") << QByteArray("a \\\"b\\\"");
+        QTest::newRow("ini bool") << "ini" << ovenIni << "m.oven.hot" << QVariant(false) << QByteArray("true")
+                                  << QByteArray("false");
+        QTest::newRow("ini number") << "ini" << ovenIni << "m.oven.limit" << QVariant(300)
+                                    << QByteArray("250") << QByteArray("300");
+    }
+
+    void savesOnlyWhatWasEdited()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, before);
+        QFETCH(QString, path);
+        QFETCH(QVariant, value);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
+        const QString file = put(QStringLiteral("f"), before);
+        struct stat stamp = {};
+        struct stat untouched = {};
+        ::stat(QFile::encodeName(file), &stamp);
+        QVERIFY(mount(type, QStringLiteral("m"), file));
+        QVERIFY(save(QStringLiteral("m")));
+        ::stat(QFile::encodeName(file), &untouched);
+        QCOMPARE(untouched.st_ino, stamp.st_ino);
+        QCOMPARE(untouched.st_mtim.tv_nsec, stamp.st_mtim.tv_nsec);
+        QCOMPARE(write(path, value), 0);
+        QVERIFY(save(QStringLiteral("m")));
+        QCOMPARE(contentOf(file), QByteArray(before).replace(from, to));
+        QVERIFY(save(QStringLiteral("m")));
+    }
+
+    void createsFileAtFirstSave()
+    {
+        const QString file = folder->filePath(QStringLiteral("new.json"));
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("n"), file));
+        QVERIFY(repository->getWriterInterface()->createAttribute(QStringLiteral("n.a.b"), 5, 2, 3));
+        QVERIFY(!QFile::exists(file));
+        QVERIFY(save(QStringLiteral("n")));
+        repository = AttributeRepository::create();
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("n"), file));
+        QCOMPARE(read(QStringLiteral("n.a.b")), QVariant(5LL));
+    }
+
+    void refusesWithReason_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("access");
+        QTest::addColumn<QString>("reason");
+        const auto row = [](const char* tag, const char* type, const char* name, const char* file, int access,
+                            const char* reason) {
+            QTest::newRow(tag) << QString::fromLatin1(type) << QString::fromLatin1(name)
+                               << QString::fromLatin1(file) << access << QString::fromLatin1(reason);
+        };
+        row("type", "yaml", "x", "good.ini", 3, "no backend type 'yaml'");
+        row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
+        row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");
+        row("internal", "ini", "internal.x", "good.ini", 3, "belongs to the repository");
+        row("access", "ini", "x", "good.ini", 0, "access mode");
+        row("name in use", "ini", "taken", "good.ini", 3, "exists already");
+        row("occupied", "ini", "memory", "good.ini", 3, "already");
+        row("above others", "ini", "deep", "good.ini", 3, "already");
+        row("file in use", "json", "x", "taken.json", 3, "already open as 'taken'");
+        row("missing, read-only", "ini", "x", "missing.ini", 1, "missing.ini");
+        row("a folder", "ini", "x", ".", 3, "");
+        row("broken", "json", "x", "broken.json", 3, "broken.json:2:");
+    }
+
+    void refusesWithReason()
+    {
+        put(QStringLiteral("good.ini"), ovenIni);
+        put(QStringLiteral("broken.json"), "{\n  \"a\" 5\n}\n");
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("taken"),
+                      put(QStringLiteral("taken.json"), benchJson)));
+        repository->getWriterInterface()->createAttribute(QStringLiteral("memory"), 1, 2, 3);
+        repository->getWriterInterface()->createAttribute(QStringLiteral("deep.a"), 1, 2, 3);
+        QFETCH(QString, type);
+        QFETCH(QString, name);
+        QFETCH(QString, file);
+        QFETCH(int, access);
+        QFETCH(QString, reason);
+        const QStringList before = paths(QStringLiteral("*"));
+        const quint64 number = lastLogNumber();
+        QVERIFY(!mount(type, name, folder->filePath(file), AccessMode(access)));
+        const QStringList failures = failuresSince(number);
+        QCOMPARE(failures.size(), 1);
+        QVERIFY2(failures.first().contains(reason), qPrintable(failures.first()));
+        QCOMPARE(paths(QStringLiteral("*")), before);
+    }
+
+    void keepsAccessModes()
+    {
+        const QString file = put(QStringLiteral("r.ini"), ovenIni);
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("r"), file, AccessMode::ReadOnly));
+        QCOMPARE(write(QStringLiteral("r.oven.limit"), 1), int(NotWritable));
+        QVERIFY(!repository->getWriterInterface()->createAttribute(QStringLiteral("r.oven.new"), 1, 2, 3));
+        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("r.oven")), NotWritable);
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("w"), put(QStringLiteral("w.ini"), ovenIni),
+                      AccessMode::WriteOnly));
+        QVERIFY(!read(QStringLiteral("w.oven.limit")).isValid());
+        QCOMPARE(write(QStringLiteral("w.oven.limit"), 300), int(Success));
+        QVERIFY(save(QStringLiteral("w")));
+        QCOMPARE(contentOf(folder->filePath(QStringLiteral("w.ini"))),
+                 QByteArray(ovenIni).replace("250", "300"));
+    }
+
+    void treeEqualsWhatReloadingGives()
+    {
+        const QString file = put(QStringLiteral("t.json"), benchJson);
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("t"), file));
+        const auto tree = repository->getTreeInterface();
+        const auto writer = repository->getWriterInterface();
+        QStringList removed;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("t*"),
+            [&removed](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
+                if (result == UpdateResult::Removed)
+                    removed.append(path);
+            },
+            8);
+        QVERIFY(writer->createAttribute(QStringLiteral("t.supplies.2.limit"), 48, 2, 3));
+        QCOMPARE(tree->removeTree(QStringLiteral("t.supplies.0")), Success);
+        QCOMPARE(read(QStringLiteral("t.supplies.0.limit")), QVariant(24LL));
+        QCOMPARE(read(QStringLiteral("t.supplies.1.limit")), QVariant(48LL));
+        QVERIFY(removed.contains(QStringLiteral("t.supplies.2.limit")));
+        QCOMPARE(tree->removeTree(QStringLiteral("t.name")), Success);
+        QVERIFY(writer->createAttribute(QStringLiteral("t.nothing.deeper.x"), true, 2, 3));
+        QVERIFY(!writer->createAttribute(QStringLiteral("t.when"), QDate(2024, 5, 31), 2, 3));
+        QVERIFY(!tree->getNodeInformation(QStringLiteral("t.when")).exists);
+        QCOMPARE(tree->removeTree(QStringLiteral("t")), NotWritable);
+
+        QVERIFY(save(QStringLiteral("t")));
+        QStringList before = paths(QStringLiteral("t*"));
+        repository = AttributeRepository::create();
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("t"), file));
+        QStringList after = paths(QStringLiteral("t*"));
+        before.sort();
+        after.sort();
+        QCOMPARE(after, before);
+    }
+
+    void nestedMountsOwnTheirPaths()
+    {
+        const QString outer = put(QStringLiteral("outer.json"), benchJson);
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), outer));
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m.in.side"),
+                      put(QStringLiteral("in.ini"), ovenIni)));
+        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("m.in")), NotWritable);
+        QVERIFY(
+            repository->getWriterInterface()->createAttribute(QStringLiteral("m.in.side.oven.new"), 1, 2, 3));
+        QVERIFY(save(QStringLiteral("m")));
+        QCOMPARE(contentOf(outer), benchJson);
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), outer, AccessMode::ReadWrite, 3));
+        QCOMPARE(read(QStringLiteral("m.in.side.oven.limit")), QVariant(250LL));
+    }
+
+    void reloadsFromOutside()
+    {
+        const QString file = put(QStringLiteral("o.ini"), ovenIni);
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("o"), file));
+        QStringList heard;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("o*"),
+            [&heard](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
+                heard.append(QStringLiteral("%1 %2").arg(path).arg(int(result)));
+            },
+            8);
+        put(QStringLiteral("o.ini"), QByteArray(ovenIni).replace("250", "260").replace("name", "title"));
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("o"), file, AccessMode::ReadWrite, 3));
+        heard.sort();
+        QCOMPARE(heard, QStringList({QStringLiteral("o.oven.limit 4"), QStringLiteral("o.oven.zone1.name 3"),
+                                     QStringLiteral("o.oven.zone1.title 2")}));
+        QVERIFY(!mount(QStringLiteral("ini"), QStringLiteral("o"), file, AccessMode::ReadOnly, 3));
+        QVERIFY(!mount(QStringLiteral("ini"), QStringLiteral("o"), file));
+    }
+
+    void overwritesNobodysChanges()
+    {
+        const QString file = put(QStringLiteral("c.ini"), ovenIni);
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("c"), file));
+        QCOMPARE(write(QStringLiteral("c.oven.limit"), 1), 0);
+        const QByteArray theirs = QByteArray(ovenIni).replace("left", "right");
+        put(QStringLiteral("c.ini"), theirs);
+        QVERIFY(!save(QStringLiteral("c")));
+        QVERIFY(!mount(QStringLiteral("ini"), QStringLiteral("c"), file, AccessMode::ReadWrite, 3));
+        QCOMPARE(contentOf(file), theirs);
+        QCOMPARE(read(QStringLiteral("c.oven.limit")), QVariant(1LL));
+    }
+
+    // Every real file either loads, and then a save leaves it alone, or is refused with its place and the
+    // reason.
+    void servesRealFiles()
+    {
+        int refused = 0;
+        for (const char* type : {"json", "ini"}) {
+            const QString corpus = TestSupport::corporaPath(QLatin1String(type));
+            const QStringList names = corpus.isEmpty() ? QStringList() : QDir(corpus).entryList(QDir::Files);
+            for (const QString& name : names) {
+                const QString file = folder->filePath(QStringLiteral("copy"));
+                QFile::remove(file);
+                QVERIFY(QFile::copy(corpus + QLatin1Char('/') + name, file));
+                repository = AttributeRepository::create();
+                const quint64 number = lastLogNumber();
+                if (!mount(QLatin1String(type), QStringLiteral("real"), file)) {
+                    ++refused;
+                    const QStringList failures = failuresSince(number);
+                    static const QRegularExpression place(QStringLiteral("copy:\\d+:\\d+: \\w"));
+                    QVERIFY2(failures.size() == 1 && failures.first().contains(place),
+                             qPrintable(name + failures.join(QLatin1Char('\n'))));
+                    continue;
+                }
+                QVERIFY(save(QStringLiteral("real")));
+                QCOMPARE(contentOf(file), contentOf(corpus + QLatin1Char('/') + name));
+            }
+        }
+        qInfo("%d real files refused", refused);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, BackendsTest>(argc, argv);
+}
+
+#include "backends_test.moc"

@@ -1,0 +1,234 @@
+#include "repository/AttributeRepository.h"
+#include "tests/support/TestRun.h"
+
+#include <QRandomGenerator>
+
+#include <atomic>
+#include <thread>
+
+using namespace FrameworkCore::AppConfig;
+using FrameworkCore::Notification::UpdatePoint;
+using FrameworkCore::Notification::UpdateResult;
+using Repository::AttributeRepository;
+
+class NotificationsTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<AttributeRepository> repository;
+    QStringList heard;
+
+    std::shared_ptr<Interfaces::RegistrationInterface> listen(const QString& target, int points)
+    {
+        const auto hear = [this, target](const QString& path, const UpdatePoint& point,
+                                         const UpdateResult& result, const QVariant& value, const QString&) {
+            static const char* const names[] = {"unchanged", "changed", "created", "removed", "reloaded"};
+            heard.append(QStringLiteral("%1: %2 %3 %4 %5")
+                             .arg(target, path, QString::number(int(point)),
+                                  QLatin1String(names[int(result)]),
+                                  value.isValid() ? value.toString() : QStringLiteral("-")));
+        };
+        return repository->getNotificationInterface()->registerUpdateCallback(target, hear, points);
+    }
+
+    int write(const QString& path, const QVariant& value, int points = 15)
+    {
+        return repository->getWriterInterface()->writeAttributeValue(path, value, points);
+    }
+
+    bool create(const QString& path, const QVariant& value, int access = 3)
+    {
+        return repository->getWriterInterface()->createAttribute(path, value, 3, access);
+    }
+
+    QStringList takeHeard() { return std::exchange(heard, {}); }
+
+private slots:
+    void init()
+    {
+        repository = AttributeRepository::create();
+        heard.clear();
+    }
+
+    void tellsEachOutcome()
+    {
+        const QString path = QStringLiteral("a.b");
+        listen(path, 8);
+        listen(QStringLiteral("a*"), 8);
+        QVERIFY(create(path, 1));
+        QCOMPARE(takeHeard(), QStringList({QStringLiteral("a.b: a.b 8 created 1"),
+                                           QStringLiteral("a*: a.b 8 created 1")}));
+        QCOMPARE(write(path, 1), 0);
+        QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 unchanged 1"));
+        QCOMPARE(write(path, 2), 0);
+        QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 changed 2"));
+        QVERIFY(write(path, QStringLiteral("no number")) != 0);
+        QCOMPARE(takeHeard(), QStringList());
+        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("a")), Success);
+        QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 removed -"));
+        QVERIFY(create(path, QStringLiteral("back"))); // the registration has survived
+        QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 created back"));
+    }
+
+    void deliversPointsInOrder()
+    {
+        create(QStringLiteral("x"), 0);
+        listen(QStringLiteral("x"), 13);
+        write(QStringLiteral("x"), 1, 15);
+        QCOMPARE(takeHeard(),
+                 QStringList({QStringLiteral("x: x 1 changed 1"), QStringLiteral("x: x 4 changed 1"),
+                              QStringLiteral("x: x 8 changed 1")}));
+        write(QStringLiteral("x"), 2, 2);
+        QCOMPARE(takeHeard(), QStringList());
+    }
+
+    void hidesWriteOnlyValues()
+    {
+        listen(QStringLiteral("secret"), 8);
+        create(QStringLiteral("secret"), QStringLiteral("1234"), 2);
+        write(QStringLiteral("secret"), QStringLiteral("5678"));
+        QCOMPARE(takeHeard().join(QLatin1Char('|')),
+                 QStringLiteral("secret: secret 8 created -|secret: secret 8 changed -"));
+    }
+
+    void endsFromInsideAndOutside()
+    {
+        create(QStringLiteral("x"), 0);
+        int calls = 0;
+        std::shared_ptr<Interfaces::RegistrationInterface> handle;
+        handle = repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("x*"),
+            [&](auto&&...) {
+                ++calls;
+                handle->end();
+            },
+            8);
+        auto other = listen(QStringLiteral("x"), 8);
+        write(QStringLiteral("x"), 1);
+        other->end();
+        other->end();
+        write(QStringLiteral("x"), 2);
+        QCOMPARE(calls, 1);
+        QCOMPARE(takeHeard().size(), 1);
+        listen(QStringLiteral("x"), 8); // the dropped handle leaves it in force
+        repository->getWriterInterface()->writeAttributeValue(QStringLiteral("x"), 3, 8);
+        QCOMPARE(takeHeard().size(), 1);
+    }
+
+    void callbackMayUseTheRepository()
+    {
+        create(QStringLiteral("x"), 0);
+        const auto react = [this](auto&&...) {
+            create(QStringLiteral("made.by.callback"), 1);
+            write(QStringLiteral("made.by.callback"), 2);
+            listen(QStringLiteral("y"), 8);
+            repository->getTreeInterface()->removeTree(QStringLiteral("x"));
+        };
+        repository->getNotificationInterface()->registerUpdateCallback(QStringLiteral("x"), react, 8)->end();
+        const auto handle = repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("x"),
+            [this, react, once = false](auto&&... rest) mutable {
+                if (!std::exchange(once, true))
+                    react(rest...);
+            },
+            8);
+        write(QStringLiteral("x"), 1);
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(QStringLiteral("made.by.callback"), value, 0);
+        QCOMPARE(value, QVariant(2LL));
+        QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("x")).exists);
+    }
+
+    void throwingCallbackHarmsNobody()
+    {
+        create(QStringLiteral("x"), 0);
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("x"), [](auto&&...) { throw std::runtime_error("broken callback"); }, 8);
+        listen(QStringLiteral("x"), 8);
+        QCOMPARE(write(QStringLiteral("x"), 1), 0);
+        QCOMPARE(takeHeard().size(), 1);
+    }
+
+    // The index over patterns finds just those that a walk over all of them would find.
+    void patternsAgreeWithAWalk()
+    {
+        QRandomGenerator random(5);
+        const auto text = [&random](const char* alphabet, int length) {
+            QString made;
+            for (int i = 0; i < length; ++i)
+                made += QLatin1Char(alphabet[random.bounded(int(qstrlen(alphabet)))]);
+            return made;
+        };
+        QMap<QString, std::shared_ptr<Interfaces::RegistrationInterface>> patterns;
+        for (int step = 0; step < 3000; ++step) {
+            const QString pattern = text("ab*", random.bounded(1, 6));
+            if (pattern.contains(QLatin1Char('*')) && !patterns.contains(pattern))
+                patterns.insert(pattern, listen(pattern, 8));
+            if (step % 3 == 0 && !patterns.isEmpty()) {
+                const auto ended = patterns.begin() + random.bounded(patterns.size());
+                ended.value()->end();
+                patterns.erase(ended);
+            }
+            const QString path = text("ab", random.bounded(1, 7));
+            create(path, step);
+            QStringList told;
+            for (const QString& line : takeHeard())
+                told.append(line.section(QLatin1Char(':'), 0, 0));
+            told.sort();
+            QStringList expected;
+            for (auto it = patterns.cbegin(); it != patterns.cend(); ++it) {
+                if (PathPattern(it.key()).matches(path))
+                    expected.append(it.key());
+            }
+            expected.sort();
+            QCOMPARE(told, expected);
+        }
+    }
+
+    // Registering, ending and writing at once lose no update of a registration that lasts.
+    void threadsLoseNoUpdate()
+    {
+        constexpr int writesPerThread = 3000;
+        std::atomic<int> exactCalls{0};
+        std::atomic<int> patternCalls{0};
+        const auto notifications = repository->getNotificationInterface();
+        for (int number = 0; number < 2; ++number) {
+            const QString path = QStringLiteral("w%1").arg(number);
+            create(path, 0);
+            notifications->registerUpdateCallback(
+                path, [&](auto&&...) { ++exactCalls; }, 8);
+        }
+        notifications->registerUpdateCallback(
+            QStringLiteral("w*"), [&](auto&&...) { ++patternCalls; }, 8);
+        std::vector<std::thread> threads;
+        for (int number = 0; number < 2; ++number) {
+            threads.emplace_back([this, number] {
+                for (int step = 0; step < writesPerThread; ++step)
+                    write(QStringLiteral("w%1").arg(number), step);
+            });
+            threads.emplace_back([notifications, number] {
+                for (int step = 0; step < writesPerThread / 4; ++step) {
+                    notifications
+                        ->registerUpdateCallback(
+                            QStringLiteral("w%1").arg(number), [](auto&&...) {}, 8)
+                        ->end();
+                    notifications
+                        ->registerUpdateCallback(
+                            QStringLiteral("*%1").arg(number), [](auto&&...) {}, 8)
+                        ->end();
+                }
+            });
+        }
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(exactCalls.load(), 2 * writesPerThread);
+        QCOMPARE(patternCalls.load(), 2 * writesPerThread);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, NotificationsTest>(argc, argv);
+}
+
+#include "notifications_test.moc"
