@@ -1,0 +1,108 @@
+// The filter boxes of the browser page.
+#include "ui_AttributeBrowserWidget.h"
+#include "widgets/AttributeBrowserWidget.h"
+
+#include <QStringListModel>
+
+namespace Widgets {
+
+QList<QComboBox*> AttributeBrowserWidget::filterBoxes() const
+{
+    return {ui->cbFilter1, ui->cbFilter2, ui->cbFilter3, ui->cbFilter4};
+}
+
+void AttributeBrowserWidget::emptyFilter(QComboBox* box)
+{
+    static_cast<QStringListModel*>(box->model())->setStringList({});
+}
+
+void AttributeBrowserWidget::fillFilter(QComboBox* box, const QStringList& names, const QString& currentText)
+{
+    const QStringList items = QStringList(QString::fromLatin1("*")) + names;
+    static_cast<QStringListModel*>(box->model())->setStringList(items);
+    box->setCurrentIndex(0);
+    const int current = items.indexOf(currentText);
+    if (current > 0)
+        box->setCurrentIndex(current);
+}
+
+void AttributeBrowserWidget::enableFilter(QComboBox* box)
+{
+    box->setEnabled(box->count() > 1);
+}
+
+void AttributeBrowserWidget::fillFilterComboBox()
+{
+    filter.fill(*treeModel, ui->edtSearchPath->text());
+    emptyFilter(ui->cbFilter1);
+    fillFilter(ui->cbFilter1, filter.names({}), filterOneText);
+    enableFilter(ui->cbFilter1);
+}
+
+void AttributeBrowserWidget::on_cbFilter1_currentIndexChanged(int index)
+{
+    filterOneChanging = true;
+    emptyFilter(ui->cbFilter2);
+    const QStringList names = index >= 1 ? filter.names({index - 1}) : QStringList();
+    if (!names.isEmpty())
+        fillFilter(ui->cbFilter2, names, filterTwoText);
+    applyCustomFilter();
+    filterOneChanging = false;
+    enableFilter(ui->cbFilter2);
+}
+
+void AttributeBrowserWidget::on_cbFilter2_currentIndexChanged(int index)
+{
+    filterTwoChanging = true;
+    emptyFilter(ui->cbFilter3);
+    const QStringList names =
+        index >= 1 ? filter.names({ui->cbFilter1->currentIndex() - 1, index - 1}) : QStringList();
+    if (!names.isEmpty())
+        fillFilter(ui->cbFilter3, names, filterThreeText);
+    if (!filterOneChanging)
+        applyCustomFilter();
+    filterTwoChanging = false;
+    enableFilter(ui->cbFilter3);
+}
+
+void AttributeBrowserWidget::on_cbFilter3_currentIndexChanged(int index)
+{
+    filterThreeChanging = true;
+    emptyFilter(ui->cbFilter4);
+    const QStringList names =
+        index >= 1
+            ? filter.names({ui->cbFilter1->currentIndex() - 1, ui->cbFilter2->currentIndex() - 1, index - 1})
+            : QStringList();
+    if (!names.isEmpty())
+        fillFilter(ui->cbFilter4, names, filterFourText);
+    if (!filterTwoChanging)
+        applyCustomFilter();
+    filterThreeChanging = false;
+    enableFilter(ui->cbFilter4);
+}
+
+void AttributeBrowserWidget::on_cbFilter4_currentIndexChanged(int /*index*/)
+{
+    if (!filterThreeChanging)
+        applyCustomFilter();
+}
+
+void AttributeBrowserWidget::applyCustomFilter()
+{
+    if (!filtersReady)
+        return;
+    QStringList chosenTexts;
+    for (const QComboBox* const box : filterBoxes()) {
+        if (box->currentIndex() >= 0)
+            chosenTexts.append(box->currentText());
+    }
+    QString path = filter.filterPath(chosenTexts);
+    refreshAttributesList(path);
+    filterOneText = ui->cbFilter1->currentText();
+    filterTwoText = ui->cbFilter2->currentText();
+    filterThreeText = ui->cbFilter3->currentText();
+    filterFourText = ui->cbFilter4->currentText();
+    expandIndexBasedOnComboText(path);
+}
+
+} // namespace Widgets

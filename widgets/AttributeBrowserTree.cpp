@@ -1,0 +1,129 @@
+// The tree of the browser page: what is open in it, and the details of its items.
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "ui_AttributeBrowserWidget.h"
+#include "widgets/AttributeBrowserWidget.h"
+#include "widgets/NameSearch.h"
+#include "widgets/ReadableValue.h"
+
+#include <QTextCursor>
+
+namespace Widgets {
+
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+
+void AttributeBrowserWidget::onIndexExpanded(QModelIndex index)
+{
+    expandedPaths.add(pathOf(index));
+}
+
+void AttributeBrowserWidget::onIndexCollapsed(QModelIndex index)
+{
+    expandedPaths.remove(pathOf(index));
+}
+
+void AttributeBrowserWidget::openItem(const QModelIndex& index)
+{
+    ui->treeView->expand(index);
+    expandedPaths.add(pathOf(index));
+}
+
+void AttributeBrowserWidget::expandIndexes(QModelIndex parent, QStringList lstExpandedModelPath)
+{
+    for (const QModelIndex& item : ExpansionMemory::findSavedItems(*treeModel, parent, lstExpandedModelPath))
+        openItem(item);
+}
+
+void AttributeBrowserWidget::expandChildren(QModelIndex index)
+{
+    if (!index.isValid())
+        return;
+    const int rows = treeModel->rowCount(index);
+    for (int row = 0; row < rows; ++row)
+        expandChildren(treeModel->index(row, 0, index));
+    if (!ui->treeView->isExpanded(index))
+        openItem(index);
+}
+
+void AttributeBrowserWidget::collapseChildren(QModelIndex index)
+{
+    if (!index.isValid())
+        return;
+    const int rows = treeModel->rowCount(index);
+    for (int row = 0; row < rows; ++row)
+        collapseChildren(treeModel->index(row, 0, index));
+    if (!ui->treeView->isExpanded(index))
+        return;
+    ui->treeView->collapse(index);
+    expandedPaths.remove(pathOf(index));
+}
+
+void AttributeBrowserWidget::expandIndexBasedOnComboText(QString& strText)
+{
+    strText = AttributeTreeViewModelUtils::TrimAttributeName(strText, QString::fromLatin1("."));
+    strText = AttributeTreeViewModelUtils::TrimAttributeName(strText, QString::fromLatin1("*"));
+    expandedPaths.clear();
+    ui->treeView->collapseAll();
+    const auto tree = repository ? repository->getTreeInterface() : nullptr;
+    if (!tree)
+        return;
+    const NameSearch search(*tree, *treeModel);
+    for (const QString& part : strText.split(QLatin1Char('.'))) {
+        for (const QModelIndex& item : search.find(part, 2))
+            openItem(item);
+    }
+}
+
+bool AttributeBrowserWidget::isSelectedIndexIsBackendRoot(QModelIndex index)
+{
+    return index.column() == 0 && backendRootNames.contains(index.data().toString()) &&
+           backendPaths.contains(pathOf(index));
+}
+
+void AttributeBrowserWidget::onTreeItemClicked(QModelIndex /*clicked*/)
+{
+    const QModelIndexList selected = ui->treeView->selectionModel()->selectedIndexes();
+    const QModelIndex index = selected.value(selected.size() - 2);
+    if (!index.isValid())
+        return;
+    if (isSelectedIndexIsBackendRoot(index))
+        showBackendDetails(index);
+    else
+        showAttributeDetails(index);
+}
+
+void AttributeBrowserWidget::showKeyboardSelection()
+{
+    if (ui->treeView->hasFocus() && QGuiApplication::mouseButtons() == Qt::NoButton)
+        onTreeItemClicked(ui->treeView->currentIndex());
+}
+
+void AttributeBrowserWidget::showAttributeDetails(QModelIndex index)
+{
+    const QString path = pathOf(index);
+    const QVariant value = readValue(path);
+    showDetails({QLatin1String("Name : ") + index.data().toString(), QLatin1String("Path : ") + path,
+                 QLatin1String("Data Type : ") + QLatin1String(value.typeName()),
+                 QLatin1String("Value : ") + readableValue(value)});
+}
+
+void AttributeBrowserWidget::showBackendDetails(QModelIndex index)
+{
+    const QString name = backendNames.value(backendPaths.indexOf(pathOf(index)));
+    const auto backends = repository ? repository->getBackendInterface() : nullptr;
+    const auto information = backends ? backends->getBackendInformation(name) : nullptr;
+    showDetails({QLatin1String("Backend Name : ") + name,
+                 QLatin1String("Backend Type : ") + (information ? information->getBackendType() : QString()),
+                 QLatin1String("Backend Description : ") +
+                     (information ? information->getBackendDescription() : QString())});
+}
+
+void AttributeBrowserWidget::showDetails(const QStringList& paragraphs)
+{
+    // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
+    ui->txtAttributeDetails->clear();
+    QTextCursor cursor(ui->txtAttributeDetails->document());
+    cursor.insertText(paragraphs.join(QLatin1Char('\n')));
+}
+
+} // namespace Widgets

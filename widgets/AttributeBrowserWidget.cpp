@@ -1,0 +1,188 @@
+#include "widgets/AttributeBrowserWidget.h"
+
+#include "app/VantryLog.h"
+#include "host/Shared/Completer/TreeModelCompleter.h"
+#include "host/Utilities/LocalizationAccess.h"
+#include "host/Utilities/ModelViews/AttributeModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "host/Utilities/ScopedSignalBlocker.h"
+#include "ui_AttributeBrowserWidget.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QListView>
+#include <QStringListModel>
+
+namespace Widgets {
+
+using Shared::Completer::TreeModelCompleter;
+using Utilities::ModelViews::AttributeModel;
+using Utilities::ModelViews::AttributeTreeViewModel;
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+
+AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
+    : QWidget(parent), ui(std::make_unique<Ui::AttributeBrowserWidget>()),
+      localization(Utilities::GetLocalizationInterface()),
+      repository(Utilities::GetAppConfigRepositoryInterface()), treeModel(new AttributeTreeViewModel(this)),
+      treeUtils(std::make_shared<AttributeTreeViewModelUtils>())
+{
+    ui->setupUi(this);
+    logValidationNames();
+    setUpCompleter();
+    setUpTree();
+    connect(ui->btnReadAttribute, &QPushButton::clicked, this,
+            &AttributeBrowserWidget::onBtnReadAttributeClicked);
+    ui->txtAttributeDetails->setAutoFormatting(QTextEdit::AutoAll);
+    ui->txtAttributeDetails->setAcceptRichText(true);
+    ui->txtAttributeDetails->setLineWrapMode(QTextEdit::WidgetWidth);
+    setUpFilters();
+}
+
+AttributeBrowserWidget::~AttributeBrowserWidget() = default;
+
+void AttributeBrowserWidget::logValidationNames() const
+{
+    const auto validations = repository ? repository->getValidationInterface() : nullptr;
+    Vantry::logLine(Shared::Logging::LogMessageType::Information)
+        << "AttributeBrowserWidget::AttributeBrowserWidget() registered validation names: "
+        << (validations ? validations->getValidationNames() : QStringList());
+}
+
+void AttributeBrowserWidget::setUpCompleter()
+{
+    ui->edtSearchPath->setCompleter(
+        new TreeModelCompleter(nullptr, ui->edtSearchPath, readPathSeparator(), Qt::CaseInsensitive));
+}
+
+void AttributeBrowserWidget::setUpTree()
+{
+    QTreeView* const tree = ui->treeView;
+    tree->setSelectionMode(QAbstractItemView::SingleSelection);
+    tree->setDragEnabled(true);
+    tree->setDropIndicatorShown(true);
+    tree->setAcceptDrops(true);
+    tree->setAutoExpandDelay(2000);
+    tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    tree->header()->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tree->header()->setStretchLastSection(false);
+    connect(tree, &QTreeView::clicked, this, &AttributeBrowserWidget::onTreeItemClicked);
+    connect(tree, &QTreeView::expanded, this, &AttributeBrowserWidget::onIndexExpanded);
+    connect(tree, &QTreeView::collapsed, this, &AttributeBrowserWidget::onIndexCollapsed);
+    connect(treeModel, &AttributeTreeViewModel::refreshAttributeTree, this,
+            &AttributeBrowserWidget::onBtnReadAttributeClicked);
+    tree->setModel(treeModel);
+    connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            &AttributeBrowserWidget::showKeyboardSelection);
+}
+
+void AttributeBrowserWidget::setUpFilters()
+{
+    for (QComboBox* const box : filterBoxes()) {
+        // A box may hold a million names: it must not be measured by them, nor its list row by row.
+        box->setModel(new QStringListModel(box));
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(6);
+        qobject_cast<QListView*>(box->view())->setUniformItemSizes(true);
+        box->setEnabled(false);
+    }
+}
+
+QString AttributeBrowserWidget::pathOf(const QModelIndex& index) const
+{
+    return treeUtils->retriveAttributePathFromIndex(index);
+}
+
+QVariant AttributeBrowserWidget::readValue(const QString& path) const
+{
+    QVariant value;
+    if (const auto reader = repository ? repository->getReaderInterface() : nullptr)
+        reader->readAttributeValue(path, value, 0);
+    return value;
+}
+
+QString AttributeBrowserWidget::readPathSeparator() const
+{
+    const auto reader = repository ? repository->getReaderInterface() : nullptr;
+    if (!reader)
+        return {};
+    const auto attribute = reader->getAttribute(
+        repository->buildAttributePath({QString::fromLatin1("internal"), QString::fromLatin1("repository"),
+                                        QString::fromLatin1("path_separator")}));
+    return attribute ? attribute->getValue().toString() : QString();
+}
+
+void AttributeBrowserWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_A && event->modifiers() == Qt::ControlModifier)
+        ui->treeView->selectAll();
+}
+
+void AttributeBrowserWidget::onBtnReadAttributeClicked()
+{
+    refreshAttributesList(ui->edtSearchPath->text());
+    const QStringList openPaths = expandedPaths.toList();
+    expandedPaths.clear();
+    expandIndexes(treeModel->index(0, 0), openPaths);
+    filtersReady = false;
+    for (QComboBox* const box : filterBoxes())
+        box->setEnabled(false);
+    fillFilterComboBox();
+    filtersReady = true;
+}
+
+void AttributeBrowserWidget::refreshAttributesList(QString attributeSearchPath)
+{
+    if (!repository)
+        return;
+    treeModel->resetModel(attributeSearchPath);
+    updateBackendPathList();
+    localization->loadTranslations(QLocale(QLocale::German, QLocale::AnyCountry));
+}
+
+void AttributeBrowserWidget::updateBackendPathList()
+{
+    backendRootNames.clear();
+    backendPaths.clear();
+    backendNames.clear();
+    if (repository) {
+        const QString namesPath = repository->buildAttributePath(
+            {QString::fromLatin1("internal"), QString::fromLatin1("backends"), QString::fromLatin1("names")});
+        const QVariant names = readValue(namesPath);
+        if (names.isValid())
+            backendNames = names.toString().split(QLatin1Char(';'));
+        for (const QString& name : qAsConst(backendNames)) {
+            const QString path = readValue(repository->buildAttributePath({namesPath, name})).toString();
+            backendPaths.append(path);
+            backendRootNames.append(path.split(QLatin1Char('.')).last());
+        }
+    }
+    treeModel->setLstBackendName(backendRootNames);
+    treeModel->setLstBackendPath(backendPaths);
+}
+
+void AttributeBrowserWidget::on_edtSearchPath_textChanged(QString arg1)
+{
+    if (!ui->chkAutoCompletion->isChecked()) {
+        ui->edtSearchPath->refreshCompleterModel(nullptr);
+        return;
+    }
+    const Utilities::ScopedSignalBlocker blocker(ui->edtSearchPath);
+    if (arg1.isEmpty())
+        return;
+    if (!arg1.endsWith(QLatin1Char('*')))
+        arg1 += QLatin1Char('*');
+    ui->edtSearchPath->refreshCompleterModel(new AttributeModel(arg1, this));
+}
+
+void AttributeBrowserWidget::onBtnRenameAttributeClicked()
+{
+}
+
+void AttributeBrowserWidget::onBtnDeleteBackendClicked()
+{
+}
+
+} // namespace Widgets

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/FrameworkCore/Core/CoreLocalizationInterface.h"
+#include "widgets/ExpansionMemory.h"
+#include "widgets/HierarchyFilter.h"
+
+#include <QModelIndex>
+#include <QStringList>
+#include <QWidget>
+
+#include <memory>
+
+class QComboBox;
+
+namespace Utilities::ModelViews {
+class AttributeTreeViewModel;
+class AttributeTreeViewModelUtils;
+} // namespace Utilities::ModelViews
+
+namespace Widgets {
+
+namespace Ui {
+class AttributeBrowserWidget;
+}
+
+// The page that shows the repository as a tree: a search path with completion, four boxes that narrow the
+// tree level by level, and the details of the clicked attribute or backend. It reads the tree when asked to.
+class AttributeBrowserWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AttributeBrowserWidget(QWidget* parent = nullptr);
+    ~AttributeBrowserWidget() override;
+
+private slots:
+    void keyPressEvent(QKeyEvent* event) override;
+    void onIndexExpanded(QModelIndex index);
+    void onIndexCollapsed(QModelIndex index);
+    void onBtnReadAttributeClicked();
+    void onTreeItemClicked(QModelIndex clicked);
+    void on_edtSearchPath_textChanged(QString arg1);
+    void fillFilterComboBox();
+    void on_cbFilter1_currentIndexChanged(int index);
+    void on_cbFilter2_currentIndexChanged(int index);
+    void on_cbFilter3_currentIndexChanged(int index);
+    void on_cbFilter4_currentIndexChanged(int index);
+    void applyCustomFilter();
+    void onBtnRenameAttributeClicked();
+    void onBtnDeleteBackendClicked();
+    void updateBackendPathList();
+    bool isSelectedIndexIsBackendRoot(QModelIndex index);
+    void refreshAttributesList(QString attributeSearchPath);
+    void showAttributeDetails(QModelIndex index);
+    void showBackendDetails(QModelIndex index);
+    void expandIndexes(QModelIndex parent, QStringList lstExpandedModelPath);
+    void expandChildren(QModelIndex index);
+    void collapseChildren(QModelIndex index);
+    void expandIndexBasedOnComboText(QString& strText);
+
+private:
+    void logValidationNames() const;
+    void setUpCompleter();
+    void setUpTree();
+    void setUpFilters();
+    QString pathOf(const QModelIndex& index) const;
+    QVariant readValue(const QString& path) const;
+    QString readPathSeparator() const;
+    void openItem(const QModelIndex& index);
+    void showKeyboardSelection();
+    void showDetails(const QStringList& paragraphs);
+    QList<QComboBox*> filterBoxes() const;
+    static void emptyFilter(QComboBox* box);
+    static void fillFilter(QComboBox* box, const QStringList& names, const QString& currentText);
+    static void enableFilter(QComboBox* box);
+
+    std::unique_ptr<Ui::AttributeBrowserWidget> ui;
+    std::shared_ptr<FrameworkCore::Core::CoreLocalizationInterface> localization;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    Utilities::ModelViews::AttributeTreeViewModel* treeModel; // owned through its Qt parent, the page
+    std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeUtils;
+    HierarchyFilter filter;
+
+    // Handlers of upper boxes that are running: a lower box that is refilled meanwhile does not filter.
+    bool filterOneChanging = false;
+    bool filterTwoChanging = false;
+    bool filterThreeChanging = false;
+
+    bool filtersReady = false; // false while the boxes are filled anew
+    QString filterOneText;     // what the boxes showed when the filter was last applied
+    QString filterTwoText;
+    QString filterThreeText;
+    QString filterFourText;
+
+    // One entry for each backend, at the same place in all three.
+    QStringList backendRootNames;
+    QStringList backendPaths;
+    QStringList backendNames;
+
+    ExpansionMemory expandedPaths;
+};
+
+} // namespace Widgets

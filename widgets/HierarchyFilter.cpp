@@ -1,0 +1,79 @@
+#include "widgets/HierarchyFilter.h"
+
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+
+namespace Widgets {
+
+namespace {
+
+using Utilities::ModelViews::AttributeTreeViewModel;
+
+constexpr QLatin1Char wildcard('*');
+constexpr QLatin1Char separator('.');
+
+// The path whose children the first box offers.
+QString parentPath(QString searchPath)
+{
+    if (searchPath.endsWith(wildcard))
+        searchPath.remove(wildcard);
+    if (searchPath.endsWith(separator))
+        searchPath.chop(1);
+    return searchPath;
+}
+
+QStringList childNames(const AttributeTreeViewModel& model, const QString& path)
+{
+    const QModelIndex item = model.indexFromPath(path);
+    if (!path.isEmpty() && !item.isValid())
+        return {};
+    return Utilities::ModelViews::AttributeTreeViewModelUtils().extractStringsFromModel(&model, item);
+}
+
+} // namespace
+
+void HierarchyFilter::fill(const AttributeTreeViewModel& model, const QString& searchPath)
+{
+    searchPathText = searchPath;
+    levelOneItems = childNames(model, parentPath(searchPath));
+    lowerItems.clear();
+}
+
+QStringList HierarchyFilter::names(const QVector<int>& rows)
+{
+    if (rows.isEmpty())
+        return levelOneItems;
+    const auto known = lowerItems.constFind(rows);
+    if (known != lowerItems.constEnd())
+        return *known;
+    QString path = parentPath(searchPathText);
+    for (int level = 0; level < rows.size(); ++level) {
+        const QString name = names(rows.mid(0, level)).value(rows.at(level));
+        if (name.isEmpty())
+            return {};
+        if (!path.isEmpty())
+            path += separator;
+        path += name;
+    }
+    // The tree of the page may show less by now than what the boxes choose from.
+    AttributeTreeViewModel model;
+    model.resetModel(searchPathText);
+    return *lowerItems.insert(rows, childNames(model, path));
+}
+
+QString HierarchyFilter::filterPath(const QStringList& chosenTexts) const
+{
+    QString path = searchPathText;
+    path.remove(wildcard);
+    if (path.endsWith(separator))
+        path.chop(1);
+    if (!path.isEmpty() && !chosenTexts.isEmpty())
+        path += separator;
+    for (const QString& text : chosenTexts) {
+        path.replace(wildcard, separator);
+        path += text + wildcard;
+    }
+    return path;
+}
+
+} // namespace Widgets
