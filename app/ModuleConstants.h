@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace Vantry {
+
+// Constants of the module, made when it is loaded and alive until it is unloaded.
+
+// Names of the main widget's pages; a name's position is the index of its page.
+extern const QStringList BrowserMode;
+
+// The entry that stands for every backend in a list of backends. Not translated.
+extern const QString AllBackends;
+
+} // namespace Vantry

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Widgets {
+
+namespace Ui {
+class AttributeTestsWidget;
+}
+
+// The page that measures how fast the repository creates and updates attributes and tells of it. The watchers
+// that a run registers stay registered. GUI thread.
+class AttributeTestsWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AttributeTestsWidget(QWidget* parent = nullptr);
+    ~AttributeTestsWidget() override;
+
+private slots:
+    void on_btnCreate_clicked();
+    void on_btnUpdate_clicked();
+    void on_btnReadCounter_clicked();
+
+private:
+    std::unique_ptr<Ui::AttributeTestsWidget> ui;
+};
+
+} // namespace Widgets
