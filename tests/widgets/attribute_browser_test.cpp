@@ -1,0 +1,587 @@
+#include "app/VantryLog.h"
+#include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/ModelViews/AttributeModel.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+#include "widgets/AttributeBrowserWidget.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
+#include <QFile>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <QTreeView>
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::BackendConfiguration;
+using FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface;
+using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+using Shared::Logging::LogLine;
+using Shared::Logging::LogRecord;
+using TestSupport::FakeRepository;
+using Utilities::ModelViews::AttributeModel;
+using Widgets::AttributeBrowserWidget;
+
+namespace {
+
+const QString any = QStringLiteral("*");
+
+QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+// A fake repository that counts how often the page reads the tree anew: each time it asks for the backends.
+class CountingRepository : public FakeRepository
+{
+public:
+    int readAttributeValue(const QString& path, QVariant& value, const int& option) override
+    {
+        if (path == QLatin1String("internal.backends.names"))
+            ++treeReads;
+        return FakeRepository::readAttributeValue(path, value, option);
+    }
+
+    int treeReads = 0;
+};
+
+// The page as a person sees and uses it.
+class Page
+{
+public:
+    Page()
+        : tree(*part<QTreeView>("treeView")), search(*part<QLineEdit>("edtSearchPath")),
+          readButton(*part<QPushButton>("btnReadAttribute")),
+          details(*part<QTextBrowser>("txtAttributeDetails")), boxes{part<QComboBox>("cbFilter1"),
+                                                                     part<QComboBox>("cbFilter2"),
+                                                                     part<QComboBox>("cbFilter3"),
+                                                                     part<QComboBox>("cbFilter4")}
+    {
+        widget.resize(900, 700);
+    }
+
+    template <typename Part>
+    Part* part(const char* name) const
+    {
+        return widget.findChild<Part*>(QLatin1String(name));
+    }
+
+    void read(const QString& searchPath)
+    {
+        search.setText(searchPath);
+        QTest::mouseClick(&readButton, Qt::LeftButton);
+    }
+
+    // The rows that can be scrolled into view, indented by level, "-" in front of the open ones.
+    QStringList shownRows() const
+    {
+        QStringList rows;
+        QModelIndex item = tree.model()->index(0, 0);
+        for (; item.isValid(); item = tree.indexBelow(item)) {
+            QString row = item.data().toString();
+            if (tree.isExpanded(item))
+                row.prepend(QLatin1Char('-'));
+            for (QModelIndex above = item.parent(); above.isValid(); above = above.parent())
+                row.prepend(QLatin1Char(' '));
+            rows.append(row);
+        }
+        return rows;
+    }
+
+    QModelIndex item(const QString& path) const
+    {
+        QModelIndex found;
+        for (const QString& name : path.split(QLatin1Char('.'))) {
+            const QModelIndex parent = found;
+            const int count = tree.model()->rowCount(parent);
+            for (int row = 0; row < count; ++row) {
+                if (tree.model()->index(row, 0, parent).data() == name)
+                    found = tree.model()->index(row, 0, parent);
+            }
+            if (found == parent)
+                return {};
+        }
+        return found;
+    }
+
+    void open(const QStringList& paths)
+    {
+        for (const QString& path : paths)
+            tree.expand(item(path));
+    }
+
+    void clickItem(const QString& path, Qt::MouseButton button = Qt::LeftButton)
+    {
+        for (QModelIndex above = item(path).parent(); above.isValid(); above = above.parent())
+            tree.expand(above);
+        const QModelIndex clicked = item(path);
+        tree.scrollTo(clicked);
+        QTest::mouseClick(tree.viewport(), button, Qt::NoModifier, tree.visualRect(clicked).center());
+    }
+
+    static QStringList itemsOf(const QComboBox& box)
+    {
+        QStringList items;
+        for (int i = 0; i < box.count(); ++i)
+            items.append(box.itemText(i));
+        return items;
+    }
+
+    // What is chosen in the boxes that have something to choose.
+    QStringList choices() const
+    {
+        QStringList texts;
+        for (const QComboBox* const box : boxes) {
+            if (box->isEnabled())
+                texts.append(box->currentText());
+        }
+        return texts;
+    }
+
+    // Chooses an entry with the keys of a person.
+    static void choose(QComboBox& box, const QString& text)
+    {
+        box.setFocus();
+        const int steps = box.findText(text) - box.currentIndex();
+        for (int i = 0; i < qAbs(steps); ++i)
+            QTest::keyClick(&box, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
+    }
+
+    AttributeBrowserWidget widget;
+    QTreeView& tree;
+    QLineEdit& search;
+    QPushButton& readButton;
+    QTextBrowser& details;
+    const QList<QComboBox*> boxes;
+};
+
+} // namespace
+
+// Each test runs on the fake repository and on the real one.
+class AttributeBrowserTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<bool>("isReal");
+        QTest::newRow("fake") << false;
+        QTest::newRow("real") << true;
+    }
+
+    void init()
+    {
+        QFETCH_GLOBAL(bool, isReal);
+        if (isReal)
+            repository = Repository::AttributeRepository::create();
+        else
+            repository = std::make_shared<FakeRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+    }
+
+    void cleanup()
+    {
+        page.reset();
+        Utilities::SetAppConfigRepositoryInterface({});
+        repository.reset();
+    }
+
+    void freshPageIsEmpty()
+    {
+        create(words("a.b k"));
+        openPage();
+        QVERIFY(page->shownRows().isEmpty());
+        QCOMPARE(page->search.text(), any);
+        for (const QComboBox* const box : page->boxes) {
+            QVERIFY(!box->isEnabled());
+            QCOMPARE(box->count(), 0);
+        }
+        QCOMPARE(page->part<QWidget>("appConfigDataAccessWidget")->metaObject()->className(),
+                 "AppConfigDataAccessWidget");
+    }
+
+    void logsTheValidationNames()
+    {
+        const QVector<LogLine> before = LogRecord::instance().getLines();
+        openPage();
+        QStringList quoted;
+        for (const QString& name : repository->getValidationInterface()->getValidationNames())
+            quoted.append(QLatin1Char('"') + name + QLatin1Char('"'));
+        const QString expected =
+            QStringLiteral(
+                "AttributeBrowserWidget::AttributeBrowserWidget() registered validation names: (") +
+            quoted.join(QLatin1String(", ")) + QLatin1Char(')');
+        const QVector<LogLine> lines =
+            LogRecord::instance().getLines(before.isEmpty() ? 0 : before.last().number);
+        QCOMPARE(lines.size(), 1);
+        QCOMPARE(lines.first().text, expected);
+        QCOMPARE(static_cast<int>(lines.first().type), 1);
+    }
+
+    void completesWhatIsTyped()
+    {
+        create(words("plant.cell.speed plant.cell.state plant.name other"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->search.setFocus();
+        page->search.selectAll();
+        for (const char* key : {"p", "l", "Tab", "period", "c", "Tab", "period", "s", "t", "a", "Tab"})
+            QVERIFY(TestSupport::pressKey(QLatin1String(key)));
+        QTRY_COMPARE(page->search.text(), QStringLiteral("plant.cell.state"));
+        QVERIFY(page->search.hasFocus());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(page->widget.findChildren<AttributeModel*>().size() <= 1);
+
+        page->part<QCheckBox>("chkAutoCompletion")->click();
+        QVERIFY(TestSupport::pressKey(QStringLiteral("BackSpace")));
+        QTRY_COMPARE(page->search.text(), QStringLiteral("plant.cell.stat"));
+        QVERIFY(!page->search.completer()->popup()->isVisible());
+        QCOMPARE(page->search.completer()->model(), nullptr);
+    }
+
+    void readsWhatTheSearchPathAsksFor_data()
+    {
+        QTest::addColumn<QString>("searchPath");
+        QTest::addColumn<QStringList>("rows"); // with all of them open
+        QTest::newRow("a branch") << QStringLiteral("a.b")
+                                  << QStringList{QStringLiteral("-a"), QStringLiteral(" -b"),
+                                                 QStringLiteral("  -c"), QStringLiteral("   -e"),
+                                                 QStringLiteral("  -d")};
+        QTest::newRow("a pattern") << QStringLiteral("*.e")
+                                   << QStringList{QStringLiteral("-a"), QStringLiteral(" -b"),
+                                                  QStringLiteral("  -c"), QStringLiteral("   -e")};
+        QTest::newRow("nothing") << QStringLiteral("zz") << QStringList();
+    }
+
+    void readsWhatTheSearchPathAsksFor()
+    {
+        create(words("a.b.c.e a.b.d k.l"));
+        openPage();
+        QFETCH(QString, searchPath);
+        page->read(searchPath);
+        page->tree.expandAll();
+        QTEST(page->shownRows(), "rows");
+        page->read({});
+        QVERIFY(page->item(QStringLiteral("k.l")).isValid());
+    }
+
+    void fillsTheFirstBoxFromTheSearchPath_data()
+    {
+        QTest::addColumn<QString>("searchPath");
+        QTest::addColumn<QStringList>("items");
+        for (const char* path : {"a.b.*", "a.b.", "a.b"})
+            QTest::newRow(path) << QString::fromLatin1(path) << words("* c d");
+        QTest::newRow("everything") << any << words("* internal a k");
+        QTest::newRow("empty") << QString() << words("* internal a k");
+        QTest::newRow("a leaf") << QStringLiteral("a.b.d") << words("*");
+        QTest::newRow("unknown") << QStringLiteral("a.zz.*") << words("*");
+    }
+
+    void fillsTheFirstBoxFromTheSearchPath()
+    {
+        create(words("a.b.c.e a.b.d k.l"));
+        openPage();
+        QFETCH(QString, searchPath);
+        QFETCH(QStringList, items);
+        page->read(searchPath);
+        QCOMPARE(Page::itemsOf(*page->boxes[0]), items);
+        QCOMPARE(page->boxes[0]->currentText(), any);
+        QCOMPARE(page->boxes[0]->isEnabled(), items.size() > 1);
+        for (const QComboBox* const box : page->boxes.mid(1)) {
+            QCOMPARE(box->count(), 0);
+            QVERIFY(!box->isEnabled());
+        }
+    }
+
+    void filtersLevelByLevel()
+    {
+        create(words("app.net.ip.v4.mask app.net.ip.v6 app.net.name app.disk.size app.disk.ip"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(QStringLiteral("app.*"));
+        QCOMPARE(Page::itemsOf(*page->boxes[0]), words("* net disk"));
+
+        Page::choose(*page->boxes[0], QStringLiteral("net"));
+        QCOMPARE(page->shownRows(), (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"),
+                                                 QStringLiteral("  ip"), QStringLiteral("  name")}));
+        QCOMPARE(Page::itemsOf(*page->boxes[1]), words("* ip name"));
+        QCOMPARE(page->choices(), words("net *"));
+
+        Page::choose(*page->boxes[1], QStringLiteral("ip"));
+        QCOMPARE(page->shownRows(),
+                 (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"), QStringLiteral("  -ip"),
+                              QStringLiteral("   v4"), QStringLiteral("   v6")}));
+        Page::choose(*page->boxes[2], QStringLiteral("v4"));
+        Page::choose(*page->boxes[3], QStringLiteral("mask"));
+        QCOMPARE(page->shownRows(),
+                 (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"), QStringLiteral("  -ip"),
+                              QStringLiteral("   -v4"), QStringLiteral("    -mask")}));
+        QCOMPARE(page->choices(), words("net ip v4 mask"));
+
+        // The other branch can still be chosen, and what was chosen below is kept where it exists there too.
+        Page::choose(*page->boxes[0], QStringLiteral("disk"));
+        QCOMPARE(Page::itemsOf(*page->boxes[1]), words("* size ip"));
+        QCOMPARE(page->choices(), words("disk ip"));
+        QCOMPARE(page->shownRows(),
+                 (QStringList{QStringLiteral("-app"), QStringLiteral(" -disk"), QStringLiteral("  -ip")}));
+        Page::choose(*page->boxes[0], any);
+        QCOMPARE(page->choices(), words("*"));
+        QCOMPARE(page->shownRows(),
+                 (QStringList{QStringLiteral("-app"), QStringLiteral(" net"), QStringLiteral(" disk")}));
+    }
+
+    void aRereadKeepsTheChoices()
+    {
+        create(words("app.net.ip app.disk.size"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(QStringLiteral("app.*"));
+        Page::choose(*page->boxes[0], QStringLiteral("disk"));
+        Page::choose(*page->boxes[1], QStringLiteral("size"));
+        create(words("app.new"));
+        page->read(QStringLiteral("app.*"));
+        QCOMPARE(Page::itemsOf(*page->boxes[0]), words("* net disk new"));
+        QCOMPARE(page->choices(), words("disk size"));
+    }
+
+    void rereadKeepsWhatIsOpen()
+    {
+        create(words("a.b.c.e a.b.d k.l m.n"));
+        openPage();
+        page->read({});
+        page->open(words("a a.b a.b.c k m"));
+        page->tree.collapse(page->item(QStringLiteral("k")));
+        const QStringList opened = page->shownRows();
+        QVERIFY(opened.contains(QStringLiteral("   e")));
+        page->read({});
+        QCOMPARE(page->shownRows(), opened);
+
+        // Also when the tree was another one in between, and what is gone does no harm.
+        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("m")),
+                 FrameworkCore::AppConfig::Success);
+        page->read(QStringLiteral("a*"));
+        page->read({});
+        QStringList left = opened;
+        left.removeAll(QStringLiteral("-m"));
+        left.removeAll(QStringLiteral(" n"));
+        QCOMPARE(page->shownRows(), left);
+    }
+
+    void expandsAndCollapsesWholeBranches()
+    {
+        create(words("a.b.c.e a.b.d k.l"));
+        openPage();
+        page->read(QStringLiteral("a"));
+        const QModelIndex top = page->item(QStringLiteral("a"));
+        QVERIFY(QMetaObject::invokeMethod(&page->widget, "expandChildren", Q_ARG(QModelIndex, top)));
+        const QStringList all{QStringLiteral("-a"), QStringLiteral(" -b"), QStringLiteral("  -c"),
+                              QStringLiteral("   -e"), QStringLiteral("  -d")};
+        QCOMPARE(page->shownRows(), all);
+        page->read(QStringLiteral("*"));
+        page->read(QStringLiteral("a"));
+        QCOMPARE(page->shownRows(), all); // it was remembered too
+        const QModelIndex again = page->item(QStringLiteral("a"));
+        QVERIFY(QMetaObject::invokeMethod(&page->widget, "collapseChildren", Q_ARG(QModelIndex, again)));
+        QCOMPARE(page->shownRows(), words("a"));
+        page->tree.expand(again);
+        QCOMPARE(page->shownRows(), (QStringList{QStringLiteral("-a"), QStringLiteral(" b")}));
+    }
+
+    void showsDetails_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, const QVariant& value, const char* type, const char* text) {
+            QTest::newRow(name) << value << QString::fromLatin1(type) << QString::fromUtf8(text);
+        };
+        const auto string = [](const char* text) { return QVariant(QString::fromUtf8(text)); };
+        row("text", string("x y"), "QString", "x y");
+        row("list", QStringList(words("a b")), "QStringList", "a,b");
+        row("bool", true, "bool", "true");
+        row("number", 5LL, "qlonglong", "5");
+        row("braces", string("x;{a;b}"), "QString", "x;\n\t {\n\ta;\n\tb }\n\t");
+        row("braces over lines", string("x;{a\nb}"), "QString", "x;{a\nb}");
+        row("no semicolon", string("x{a}"), "QString", "x{a}");
+        row("object", string("{\"k\":[1,2],\"s\":\"x;{}\"}"), "QString",
+            "{\n    \"k\": [\n        1,\n        2\n    ],\n    \"s\": \"x;{}\"\n}\n");
+        row("array of a list", QStringList(words("[1 2]")), "QStringList", "[\n    1,\n    2\n]\n");
+        row("empty object", string("{}"), "QString", "{}");
+        row("a mere number is no document", string("17"), "QString", "17");
+        row("markup", string("<b>bold</b> & <img src='x'>"), "QString", "<b>bold</b> & <img src='x'>");
+        row("beyond ASCII", string("{\"k\":\"ß€\"}"), "QString", "{\n    \"k\": \"ß€\"\n}\n");
+    }
+
+    void showsDetails()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, type);
+        QFETCH(QString, text);
+        createOne(QStringLiteral("a.b.value"), value);
+        createOne(QStringLiteral("a.other"), 1);
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(QStringLiteral("a.other"));
+        page->clickItem(QStringLiteral("a.b.value"));
+        QCOMPARE(page->details.toPlainText(), QStringLiteral("Name : value\nPath : a.b.value\nData Type : ") +
+                                                  type + QStringLiteral("\nValue : ") + text);
+        const QString shown = page->details.toPlainText();
+        page->clickItem(QStringLiteral("a.other"), Qt::RightButton);
+        QCOMPARE(page->details.toPlainText(), shown); // a menu is no click
+    }
+
+    void keysMoveThroughTheDetails()
+    {
+        createOne(QStringLiteral("a"), QStringLiteral("first"));
+        createOne(QStringLiteral("k"), QStringLiteral("second"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(QStringLiteral("a"));
+        QTest::keyClick(&page->tree, Qt::Key_Down);
+        QVERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
+    }
+
+    void backendRootsShowTheirBackend()
+    {
+        createBackend(QStringLiteral("plant.cell"), QStringLiteral("the cell"));
+        createOne(QStringLiteral("other.cell"), 1); // the name of the root, elsewhere
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(QStringLiteral("plant.cell"));
+        QCOMPARE(page->details.toPlainText(),
+                 QStringLiteral("Backend Name : plant.cell\nBackend Type : ini\nBackend Description : the "
+                                "cell"));
+        page->clickItem(QStringLiteral("other.cell"));
+        QVERIFY(page->details.toPlainText().startsWith(QStringLiteral("Name : cell\nPath : other.cell")));
+    }
+
+    void readsByItselfWhenBackendsCome()
+    {
+        openPage();
+        page->read(QStringLiteral("plant*"));
+        QVERIFY(page->shownRows().isEmpty());
+        createBackend(QStringLiteral("plant.cell"), {});
+        QTRY_COMPARE(page->shownRows(), words("plant"));
+        QTRY_COMPARE(Page::itemsOf(*page->boxes[0]), words("*")); // "plant*" is a pattern, not an item
+        page->search.setText(QStringLiteral("plant.*"));
+        createBackend(QStringLiteral("plant.line"), {});
+        QTRY_COMPARE(Page::itemsOf(*page->boxes[0]), words("* cell line"));
+    }
+
+    void changesFilterOnce()
+    {
+        const auto counting = std::make_shared<CountingRepository>();
+        repository = counting;
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        create(words("app.net.ip.v4.mask app.disk.ip.v4.mask"));
+        openPage();
+        page->read(QStringLiteral("app.*"));
+        const auto readsOf = [&](int box, const char* text) {
+            counting->treeReads = 0;
+            page->boxes[box]->setCurrentText(QLatin1String(text));
+            return counting->treeReads;
+        };
+        QCOMPARE(readsOf(0, "net"), 1);
+        QCOMPARE(readsOf(1, "ip"), 1);
+        QCOMPARE(readsOf(2, "v4"), 1);
+        QCOMPARE(readsOf(3, "mask"), 1);
+        QCOMPARE(readsOf(0, "disk"), 1); // refills and sets all the others
+        QCOMPARE(page->choices(), words("disk ip v4 mask"));
+        QCOMPARE(readsOf(1, "*"), 1);
+        counting->treeReads = 0;
+        page->read(QStringLiteral("app.*"));
+        QCOMPARE(counting->treeReads, 1); // refilling the boxes filters nothing
+    }
+
+    void keysStayOnThePage()
+    {
+        struct Window : QWidget
+        {
+            void keyPressEvent(QKeyEvent* event) override { keys.append(event->key()); }
+            QList<int> keys;
+        } window;
+        create(words("a k"));
+        openPage();
+        page->widget.setParent(&window);
+        QVERIFY(TestSupport::showActive(window));
+        page->read({});
+        for (const auto key : {Qt::Key_A, Qt::Key_F5, Qt::Key_Escape, Qt::Key_F2})
+            QTest::keyClick(&page->widget, key, key == Qt::Key_A ? Qt::ControlModifier : Qt::NoModifier);
+        QCOMPARE(window.keys, QList<int>());
+
+        // The keyboard reaches everything, and leaves it again.
+        page->search.setFocus();
+        QList<QWidget*> reached;
+        for (int i = 0; i < 20 && !reached.contains(QApplication::focusWidget()); ++i) {
+            reached.append(QApplication::focusWidget());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(reached, (QList<QWidget*>{&page->search, page->part<QCheckBox>("chkAutoCompletion"),
+                                           &page->readButton, page->boxes[0], &page->tree, &page->details,
+                                           page->part<QWidget>("appConfigDataAccessWidget")}));
+        QCOMPARE(QApplication::focusWidget(), &page->search);
+        page->widget.setParent(nullptr);
+    }
+
+    void livesWithoutARepository()
+    {
+        Utilities::SetAppConfigRepositoryInterface({});
+        openPage();
+        page->read(QStringLiteral("a.*"));
+        QVERIFY(page->shownRows().isEmpty());
+        QCOMPARE(page->choices(), QStringList());
+    }
+
+private:
+    void createOne(const QString& path, const QVariant& value)
+    {
+        QVERIFY(repository->getWriterInterface()->createAttribute(path, value, 2, 3));
+    }
+
+    void create(const QStringList& paths)
+    {
+        for (const QString& path : paths)
+            createOne(path, path);
+    }
+
+    void createBackend(const QString& name, const QString& description)
+    {
+        const QString fileName = folder.filePath(name + QLatin1String(".ini"));
+        QFile file(fileName);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[speed]\nvalue = 5\n");
+        file.close();
+        const BackendConfiguration configuration{fileName, description, AccessMode::ReadWrite};
+        QVERIFY(
+            repository->getBackendInterface()->createBackend(QStringLiteral("ini"), name, configuration, 2));
+    }
+
+    void openPage()
+    {
+        page = std::make_unique<Page>();
+        page->widget.show();
+    }
+
+    QTemporaryDir folder;
+    std::shared_ptr<RepositoryInterface> repository;
+    std::unique_ptr<Page> page;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, AttributeBrowserTest>(argc, argv);
+}
+
+#include "attribute_browser_test.moc"
