@@ -13,15 +13,23 @@ namespace FrameworkCore::Values {
 // thread.
 
 // The value as one of the attribute types (bool, LongLong, ULongLong, Double, QString, QStringList,
-// QByteArray, QDate, QTime, QDateTime; an invalid variant is null), so that int, uint, short, float, char,
-// QUrl and the like become theirs. Empty when the variant cannot become one of them without loss.
+// QByteArray, QDate, QTime, QDateTime; an invalid variant is null). Integers and chars become LongLong or
+// ULongLong, float Double, enumerations their number; QChar, QUrl and QUuid a QString; a list of QStrings a
+// QStringList. Empty when the variant cannot become one of them without loss.
 VANTRY_CORE_EXPORT std::optional<QVariant> toAttributeVariant(const QVariant& variant);
 
 // The value converted to an attribute type, named by its QMetaType number; empty when something would be
 // lost. An invalid variant gives the type's empty value.
+// - Numbers (bool counts as 0 and 1) convert where the other type has exactly this number.
+// - A text becomes a number, bool, date or time by readText, bytes by its UTF-8; they become text by toText,
+//   bytes only when they are UTF-8.
+// - A text becomes the list of this one text, and a list of one text that text; no other list becomes text.
+// - Dates, times and date-times do not become each other.
 VANTRY_CORE_EXPORT std::optional<QVariant> convertVariant(const QVariant& variant, int metaType);
 
-// Between the two forms of an attribute's value; the variant must be of an attribute type.
+// Between the two forms of an attribute's value; the variant must be of an attribute type. A String whose
+// bytes are no text gives a QByteArray, and such an element of a list its bytes in escapes. A date-time of a
+// named time zone keeps its offset, not the name.
 VANTRY_CORE_EXPORT Value toValue(const QVariant& variant);
 VANTRY_CORE_EXPORT QVariant toVariant(const Value& value);
 

@@ -1,0 +1,81 @@
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <cstdint>
+#include <cstring>
+
+namespace FrameworkCore::Values {
+
+namespace {
+
+// The lead byte decides the length and what the second byte may be: that bound alone keeps out overlong
+// forms, surrogates and what lies beyond U+10FFFF.
+struct Lead
+{
+    std::size_t length;
+    unsigned char secondFrom;
+    unsigned char secondTo;
+};
+
+Lead leadOf(unsigned char byte)
+{
+    if (byte >= 0xC2 && byte <= 0xDF)
+        return {2, 0x80, 0xBF};
+    if (byte >= 0xE0 && byte <= 0xEF)
+        return {3, static_cast<unsigned char>(byte == 0xE0 ? 0xA0 : 0x80),
+                static_cast<unsigned char>(byte == 0xED ? 0x9F : 0xBF)};
+    if (byte >= 0xF0 && byte <= 0xF4)
+        return {4, static_cast<unsigned char>(byte == 0xF0 ? 0x90 : 0x80),
+                static_cast<unsigned char>(byte == 0xF4 ? 0x8F : 0xBF)};
+    return {0, 0, 0};
+}
+
+// Eight plain ASCII bytes at a time, since nearly all text of configuration files is that.
+std::size_t skipAscii(std::string_view text, std::size_t at)
+{
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
+    std::uint64_t word = 0;
+    while (at + sizeof word <= text.size()) {
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if (word & highBits)
+            break;
+        at += sizeof word;
+    }
+    while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80)
+        ++at;
+    return at;
+}
+
+} // namespace
+
+std::size_t utf8Length(std::string_view text)
+{
+    if (text.empty())
+        return 0;
+    const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    if (byteAt(0) < 0x80)
+        return 1;
+    const Lead lead = leadOf(byteAt(0));
+    if (lead.length == 0 || lead.length > text.size())
+        return 0;
+    if (byteAt(1) < lead.secondFrom || byteAt(1) > lead.secondTo)
+        return 0;
+    for (std::size_t at = 2; at < lead.length; ++at) {
+        if (byteAt(at) < 0x80 || byteAt(at) > 0xBF)
+            return 0;
+    }
+    return lead.length;
+}
+
+bool isUtf8(std::string_view text)
+{
+    std::size_t at = skipAscii(text, 0);
+    while (at < text.size()) {
+        const std::size_t length = utf8Length(text.substr(at));
+        if (length == 0)
+            return false;
+        at = skipAscii(text, at + length);
+    }
+    return true;
+}
+
+} // namespace FrameworkCore::Values

@@ -1,0 +1,336 @@
+#include "host/FrameworkCore/Values/ValueText.h"
+
+#include "host/FrameworkCore/Values/IsoText.h"
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace FrameworkCore::Values {
+
+namespace {
+
+using List = std::vector<std::string>;
+
+template <typename Number>
+std::string numberText(Number number)
+{
+    char text[40];
+    const auto end = std::to_chars(text, text + sizeof text, number);
+    return std::string(text, end.ptr);
+}
+
+std::string doubleText(double number)
+{
+    // The sign and payload of a nan mean nothing to a person.
+    return std::isnan(number) ? "nan" : numberText(number);
+}
+
+std::string listText(const List& list)
+{
+    std::string text;
+    for (const std::string& element : list) {
+        if (&element != &list.front())
+            text += ';';
+        for (const char c : element) {
+            if (c == ';' || c == '\\')
+                text += '\\';
+            text += c;
+        }
+    }
+    if (!list.empty() && list.back().empty())
+        text += ';';
+    return text;
+}
+
+std::string bytesText(std::string_view bytes)
+{
+    constexpr char digits[] = "0123456789abcdef";
+    std::string text;
+    text.reserve(bytes.size());
+    for (std::size_t at = 0; at < bytes.size();) {
+        const std::size_t length = utf8Length(bytes.substr(at));
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        if (length == 0 || byte < 0x20 || byte == 0x7F) {
+            text += "\\x";
+            text += digits[byte >> 4];
+            text += digits[byte & 15];
+            ++at;
+            continue;
+        }
+        if (byte == '\\')
+            text += '\\';
+        text += bytes.substr(at, length);
+        at += length;
+    }
+    return text;
+}
+
+std::string quoted(std::string_view text)
+{
+    return '"' + std::string(text) + '"';
+}
+
+ReadResult refused(std::string reason)
+{
+    return {Value(), std::move(reason)};
+}
+
+template <typename Data>
+ReadResult read(Type type, Data&& data)
+{
+    return {Value{type, Value::Data(std::forward<Data>(data))}, {}};
+}
+
+ReadResult readBool(std::string_view text)
+{
+    if (text == "true" || text == "1")
+        return read(Type::Bool, true);
+    if (text == "false" || text == "0")
+        return read(Type::Bool, false);
+    return refused(quoted(text) + " is neither true nor false");
+}
+
+// from_chars takes no plus sign, but people write one.
+std::string_view withoutPlus(std::string_view text)
+{
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
+    return text;
+}
+
+template <typename Integer>
+ReadResult readInteger(std::string_view text, Type type)
+{
+    const std::string_view digits = withoutPlus(text);
+    const char* const end = digits.data() + digits.size();
+    Integer number = 0;
+    const auto result = std::from_chars(digits.data(), end, number);
+    // A huge number is a number still, and so is one below zero, though the type has no room for them.
+    const bool belowZero = std::is_unsigned_v<Integer> && digits.size() > 1 && digits[0] == '-' &&
+                           digits.find_first_not_of("0123456789", 1) == std::string_view::npos;
+    if (belowZero || (result.ec == std::errc::result_out_of_range && result.ptr == end)) {
+        return refused(quoted(text) + " is outside of " + numberText(std::numeric_limits<Integer>::min()) +
+                       " to " + numberText(std::numeric_limits<Integer>::max()));
+    }
+    if (result.ec != std::errc() || result.ptr != end)
+        return refused(quoted(text) + " is not a whole number");
+    return read(type, number);
+}
+
+ReadResult readDouble(std::string_view text)
+{
+    const std::string_view digits = withoutPlus(text);
+    const char* const end = digits.data() + digits.size();
+    double number = 0;
+    const auto result = std::from_chars(digits.data(), end, number);
+    if (result.ec == std::errc::result_out_of_range && result.ptr == end)
+        return refused(quoted(text) + " is too large or too small for a double");
+    const bool named = result.ec == std::errc() && !std::isfinite(number);
+    if (result.ec != std::errc() || result.ptr != end ||
+        (named && digits != "inf" && digits != "-inf" && digits != "nan"))
+        return refused(quoted(text) + " is not a number");
+    std::int64_t integer = 0;
+    const auto whole = std::from_chars(digits.data(), end, integer);
+    if (whole.ec == std::errc() && whole.ptr == end && !isExactDouble(integer))
+        return refused(quoted(text) + " has more digits than a double can hold");
+    return read(Type::Double, number);
+}
+
+ReadResult readList(std::string_view text)
+{
+    List list;
+    std::string element;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == ';') {
+            list.push_back(std::move(element));
+            element.clear();
+            continue;
+        }
+        if (text[at] == '\\') {
+            ++at;
+            if (at == text.size() || (text[at] != ';' && text[at] != '\\'))
+                return refused("a \"\\\" in a list must be followed by \";\" or \"\\\"");
+        }
+        element += text[at];
+    }
+    if (!element.empty())
+        list.push_back(std::move(element));
+    return read(Type::StringList, std::move(list));
+}
+
+int hexDigit(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+ReadResult readBytes(std::string_view text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '\\') {
+            bytes += text[at];
+            continue;
+        }
+        const std::string_view escape = text.substr(at + 1, 3);
+        if (!escape.empty() && escape[0] == '\\') {
+            bytes += '\\';
+            ++at;
+            continue;
+        }
+        const int high = escape.size() == 3 && escape[0] == 'x' ? hexDigit(escape[1]) : -1;
+        const int low = high >= 0 ? hexDigit(escape[2]) : -1;
+        if (low < 0)
+            return refused("a \"\\\" in bytes must be followed by \"\\\" or \"x\" and two hex digits");
+        bytes += static_cast<char>(high * 16 + low);
+        at += 3;
+    }
+    return read(Type::ByteArray, std::move(bytes));
+}
+
+ReadResult readIso(std::string_view text, Type type)
+{
+    if (text.empty())
+        return read(type, std::string());
+    if (auto normal = normaliseIso(text, type))
+        return read(type, *std::move(normal));
+    const std::string_view example = type == Type::Date   ? "2024-12-31"
+                                     : type == Type::Time ? "23:59:59.999"
+                                                          : "2024-12-31T23:59:59.999+01:00";
+    return refused(quoted(text) + " is not " + std::string(describeType(type)) + " as in " +
+                   std::string(example));
+}
+
+ReadResult readNothing(std::string_view text, Type type)
+{
+    if (text.empty())
+        return {Value{type, {}}, {}};
+    return refused(quoted(text) + " is more than nothing");
+}
+
+// Canonical are "0" and digits that begin with none, with at most a minus before them.
+bool isCanonicalInteger(std::string_view text)
+{
+    const bool minus = !text.empty() && text[0] == '-';
+    const std::string_view digits = text.substr(minus ? 1 : 0);
+    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos)
+        return false;
+    return digits[0] != '0' || (digits.size() == 1 && !minus);
+}
+
+} // namespace
+
+std::string toText(const Value& value)
+{
+    struct Writer
+    {
+        Type type;
+
+        std::string operator()(std::monostate) const { return {}; }
+        std::string operator()(bool truth) const { return truth ? "true" : "false"; }
+        std::string operator()(std::int64_t number) const { return numberText(number); }
+        std::string operator()(std::uint64_t number) const { return numberText(number); }
+        std::string operator()(double number) const { return doubleText(number); }
+        std::string operator()(const std::string& text) const
+        {
+            return type == Type::ByteArray ? bytesText(text) : text;
+        }
+        std::string operator()(const List& list) const { return listText(list); }
+    };
+    return std::visit(Writer{value.type}, value.data);
+}
+
+ReadResult readText(std::string_view text, Type type)
+{
+    switch (type) {
+    case Type::Group:
+    case Type::Null:
+        return readNothing(text, type);
+    case Type::Bool:
+        return readBool(text);
+    case Type::Integer:
+        return readInteger<std::int64_t>(text, type);
+    case Type::Unsigned:
+        return readInteger<std::uint64_t>(text, type);
+    case Type::Double:
+        return readDouble(text);
+    case Type::String:
+        return read(type, std::string(text));
+    case Type::StringList:
+        return readList(text);
+    case Type::ByteArray:
+        return readBytes(text);
+    case Type::Date:
+    case Type::Time:
+    case Type::DateTime:
+        return readIso(text, type);
+    }
+    return refused("there is no such type");
+}
+
+Value plainValue(std::string_view text)
+{
+    if (text == "true" || text == "false")
+        return Value{Type::Bool, text == "true"};
+    if (isCanonicalInteger(text)) {
+        for (const Type type : {Type::Integer, Type::Unsigned}) {
+            ReadResult number = readText(text, type);
+            if (number.ok())
+                return std::move(number.value);
+        }
+    }
+    return Value{Type::String, std::string(text)};
+}
+
+std::string_view describeType(Type type)
+{
+    switch (type) {
+    case Type::Group:
+        return "a group";
+    case Type::Null:
+        return "nothing";
+    case Type::Bool:
+        return "true or false";
+    case Type::Integer:
+    case Type::Unsigned:
+        return "a whole number";
+    case Type::Double:
+        return "a number";
+    case Type::String:
+        return "a text";
+    case Type::StringList:
+        return "a list of texts";
+    case Type::ByteArray:
+        return "bytes";
+    case Type::Date:
+        return "a date";
+    case Type::Time:
+        return "a time";
+    case Type::DateTime:
+        return "a date and time";
+    }
+    return "an unknown type";
+}
+
+// A double holds 53 digits of the binary form, wherever they begin.
+bool isExactDouble(std::uint64_t number)
+{
+    constexpr std::uint64_t tooLong = std::uint64_t(1) << 53;
+    while (number > tooLong && number % 2 == 0)
+        number /= 2;
+    return number <= tooLong;
+}
+
+bool isExactDouble(std::int64_t number)
+{
+    const auto bits = static_cast<std::uint64_t>(number);
+    return isExactDouble(number < 0 ? std::uint64_t(0) - bits : bits);
+}
+
+} // namespace FrameworkCore::Values

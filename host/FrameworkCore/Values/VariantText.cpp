@@ -1,0 +1,180 @@
+#include "host/FrameworkCore/Values/VariantText.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <QStringList>
+
+#include <cstdlib>
+
+namespace FrameworkCore::Values {
+
+namespace {
+
+std::string_view viewOf(const QByteArray& bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+// fromUtf8 takes a leading U+FEFF for a mark of the encoding and drops it; in a value it is a character.
+QString decodeUtf8(std::string_view bytes)
+{
+    const QString text = QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
+    return bytes.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(QChar::ByteOrderMark) + text : text;
+}
+
+// A surrogate without its other half has no UTF-8; it gets the three bytes that its number would have.
+void appendSurrogate(std::string& bytes, ushort unit)
+{
+    bytes += static_cast<char>(0xE0 | (unit >> 12));
+    bytes += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+    bytes += static_cast<char>(0x80 | (unit & 0x3F));
+}
+
+bool isSurrogateAt(std::string_view bytes)
+{
+    const auto byteAt = [bytes](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+    return bytes.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 && byteAt(1) <= 0xBF &&
+           byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
+}
+
+std::string padded(int number, int digits)
+{
+    return QString::number(number).rightJustified(digits, QLatin1Char('0')).toStdString();
+}
+
+std::string offsetText(const QDateTime& dateTime)
+{
+    if (dateTime.timeSpec() == Qt::LocalTime)
+        return {};
+    const int offset = dateTime.offsetFromUtc();
+    if (offset == 0)
+        return "Z";
+    const int size = std::abs(offset);
+    std::string text = (offset < 0 ? '-' : '+') + padded(size / 3600, 2) + ':' + padded(size / 60 % 60, 2);
+    if (size % 60 != 0)
+        text += ':' + padded(size % 60, 2);
+    return text;
+}
+
+} // namespace
+
+QString fromLatin(std::string_view text)
+{
+    return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
+}
+
+bool hasLoneSurrogate(const QString& text)
+{
+    const QChar* at = text.constData();
+    const QChar* const end = at + text.size();
+    for (; at != end; ++at) {
+        if (!at->isSurrogate())
+            continue;
+        if (!at->isHighSurrogate() || at + 1 == end || !(at + 1)->isLowSurrogate())
+            return true;
+        ++at;
+    }
+    return false;
+}
+
+std::string toBytes(const QString& text)
+{
+    if (!hasLoneSurrogate(text))
+        return text.toUtf8().toStdString();
+    std::string bytes;
+    for (int at = 0; at < text.size(); ++at) {
+        const bool pair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
+        if (text[at].isSurrogate() && !pair) {
+            appendSurrogate(bytes, text[at].unicode());
+            continue;
+        }
+        const QByteArray whole = text.mid(at, pair ? 2 : 1).toUtf8();
+        bytes += viewOf(whole);
+        at += pair ? 1 : 0;
+    }
+    return bytes;
+}
+
+std::optional<QString> fromBytes(std::string_view bytes)
+{
+    if (isUtf8(bytes))
+        return decodeUtf8(bytes);
+    QString text;
+    while (!bytes.empty()) {
+        std::size_t length = utf8Length(bytes);
+        if (length > 0) {
+            text += decodeUtf8(bytes.substr(0, length));
+        } else if (isSurrogateAt(bytes)) {
+            length = 3;
+            text += QChar(ushort(0xD000 | ((bytes[1] & 0x3F) << 6) | (bytes[2] & 0x3F)));
+        } else {
+            return std::nullopt;
+        }
+        bytes.remove_prefix(length);
+    }
+    return text;
+}
+
+// QDate's own ISO form knows the years 0 to 9999 only.
+std::string isoText(const QDate& date)
+{
+    if (!date.isValid())
+        return {};
+    const int year = date.year();
+    const std::string sign = year < 0 ? "-" : year > 9999 ? "+" : "";
+    return sign + padded(std::abs(year), 4) + '-' + padded(date.month(), 2) + '-' + padded(date.day(), 2);
+}
+
+std::string isoText(const QTime& time)
+{
+    if (!time.isValid())
+        return {};
+    return time.toString(time.msec() == 0 ? Qt::ISODate : Qt::ISODateWithMs).toStdString();
+}
+
+std::string isoText(const QDateTime& dateTime)
+{
+    if (!dateTime.isValid())
+        return {};
+    return isoText(dateTime.date()) + 'T' + isoText(dateTime.time()) + offsetText(dateTime);
+}
+
+QDate toDate(std::string_view iso)
+{
+    if (iso.empty())
+        return {};
+    const bool sign = iso[0] == '-' || iso[0] == '+';
+    const QString text = fromLatin(iso.substr(sign ? 1 : 0));
+    const QStringList parts = text.split(QLatin1Char('-'));
+    if (parts.size() != 3)
+        return {};
+    const int year = parts[0].toInt();
+    return QDate(iso[0] == '-' ? -year : year, parts[1].toInt(), parts[2].toInt());
+}
+
+QTime toTime(std::string_view iso)
+{
+    return QTime::fromString(fromLatin(iso), Qt::ISODateWithMs);
+}
+
+QDateTime toDateTime(std::string_view iso)
+{
+    const std::size_t middle = iso.find('T');
+    if (middle == std::string_view::npos)
+        return {};
+    const QDate date = toDate(iso.substr(0, middle));
+    const std::string_view rest = iso.substr(middle + 1);
+    const std::size_t mark = rest.find_first_of("Z+-");
+    const QTime time = toTime(rest.substr(0, mark));
+    if (mark == std::string_view::npos)
+        return QDateTime(date, time, Qt::LocalTime);
+    if (rest[mark] == 'Z')
+        return QDateTime(date, time, Qt::UTC);
+    const QStringList parts = fromLatin(rest.substr(mark + 1)).split(QLatin1Char(':'));
+    int seconds = 0;
+    for (int at = 0; at < 3; ++at)
+        seconds = seconds * 60 + (at < parts.size() ? parts[at].toInt() : 0);
+    return QDateTime(date, time, Qt::OffsetFromUTC, rest[mark] == '-' ? -seconds : seconds);
+}
+
+} // namespace FrameworkCore::Values

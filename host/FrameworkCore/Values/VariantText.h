@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace FrameworkCore::Values {
+
+// The texts of Qt's types as values hold them, and back. Texts are UTF-8; a surrogate that lacks its other
+// half, which UTF-8 has no form for, becomes the three bytes of its number, so that no text changes on the
+// way.
+
+bool hasLoneSurrogate(const QString& text);
+std::string toBytes(const QString& text);
+
+// Nothing for bytes that no text gives.
+std::optional<QString> fromBytes(std::string_view bytes);
+
+QString fromLatin(std::string_view text);
+
+// ISO 8601, empty for what is not valid. A date-time of a named time zone keeps its offset, not the name.
+std::string isoText(const QDate& date);
+std::string isoText(const QTime& time);
+std::string isoText(const QDateTime& dateTime);
+QDate toDate(std::string_view iso);
+QTime toTime(std::string_view iso);
+QDateTime toDateTime(std::string_view iso);
+
+} // namespace FrameworkCore::Values
