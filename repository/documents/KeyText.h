@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// The form in which the key of a file stands as one component of a path. Percent-encoded (upper-case hex of
+// the bytes) are ". * % ;", control characters, a leading "@" or "#", a final "]" that closes a number, and
+// bytes that are no UTF-8; all else stands as it is. A key of nothing but NUL characters, the empty one too,
+// has one "%00" more than it has characters, so that no two keys share a form.
+std::string encodeKey(std::string_view key);
+
+// The key that the component stands for; nothing when encodeKey never gives this component.
+std::optional<std::string> decodeKey(std::string_view component);
+
+// True for the text of a key whose last "]" closes a number, as in key[2].
+bool endsInNumber(std::string_view key);
+
+// A component without the number that tells siblings of one name apart: key[2] is the second "key".
+struct NumberedComponent
+{
+    std::string_view name;
+    std::size_t number = 1;
+};
+
+// Numbers are 2 and above, without leading zeros; anything else belongs to the name.
+NumberedComponent splitNumber(std::string_view component);
+
+// The component of the number-th sibling of that name, counted from 1.
+std::string joinNumber(std::string_view name, std::size_t number);
+
+// The components of a path; nothing when it is no path (empty, or with an empty component). The views live
+// as long as the path.
+std::optional<std::vector<std::string_view>> splitPath(std::string_view path);
+
+// The path of the node above, empty for a path of one component, and the last component.
+struct PathEnds
+{
+    std::string_view parent;
+    std::string_view last;
+};
+PathEnds splitLast(std::string_view path);
+
+std::string joinPath(std::string_view parent, std::string_view component);
+
+} // namespace Repository::Documents
