@@ -322,8 +322,11 @@ std::optional<QVariant> toAttributeVariant(const QVariant& variant)
     switch (numberIn(variant).kind) {
     case Number::Kind::Signed:
         return toSigned(variant);
-    case Number::Kind::Unsigned:
-        return toUnsigned(variant);
+    case Number::Kind::Unsigned: {
+        // Signed where it fits, as integers of a file are.
+        const std::optional<QVariant> asSigned = toSigned(variant);
+        return asSigned ? asSigned : toUnsigned(variant);
+    }
     case Number::Kind::Real:
         return toReal(variant);
     default:
