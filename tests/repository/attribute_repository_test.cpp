@@ -99,8 +99,7 @@ private slots:
         row("internal.mine", 1, 3, 3, "belongs to the repository");
         row("there", 1, 2, 3, "exists already");
         row("no.access", 1, 2, 0, "access mode");
-        row("no.type", QVariant::fromValue(QObject::staticMetaObject.className()), 2, 3,
-            "no attribute can hold");
+        row("no.type", QVariantMap(), 2, 3, "no attribute can hold");
     }
 
     void refusesWithReason()

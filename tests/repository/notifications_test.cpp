@@ -1,3 +1,4 @@
+#include "host/FrameworkCore/AppConfig/PathPattern.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/TestRun.h"
 
