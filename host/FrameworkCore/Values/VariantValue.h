@@ -13,9 +13,9 @@ namespace FrameworkCore::Values {
 // thread.
 
 // The value as one of the attribute types (bool, LongLong, ULongLong, Double, QString, QStringList,
-// QByteArray, QDate, QTime, QDateTime; an invalid variant is null). Integers and chars become LongLong or
-// ULongLong, float Double, enumerations their number; QChar, QUrl and QUuid a QString; a list of QStrings a
-// QStringList. Empty when the variant cannot become one of them without loss.
+// QByteArray, QDate, QTime, QDateTime; an invalid variant is null). Other integers, chars and enumerations
+// become LongLong, or ULongLong above its range; float Double; QChar, QUrl and QUuid a QString; a list of
+// QStrings a QStringList. Empty when the variant cannot become one of them without loss.
 VANTRY_CORE_EXPORT std::optional<QVariant> toAttributeVariant(const QVariant& variant);
 
 // The value converted to an attribute type, named by its QMetaType number; empty when something would be
