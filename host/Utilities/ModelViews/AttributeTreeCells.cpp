@@ -1,0 +1,169 @@
+#include "host/Utilities/ModelViews/AttributeTreeCells.h"
+
+#include "host/Utilities/ModelViews/AttributeValueText.h"
+
+#include <QFont>
+#include <QTextDocument>
+
+#include <utility>
+
+namespace Utilities::ModelViews {
+
+using FrameworkCore::AppConfig::AccessMode;
+
+void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface>& repository)
+{
+    reader = repository ? repository->getReaderInterface() : nullptr;
+    tree = repository ? repository->getTreeInterface() : nullptr;
+}
+
+QSet<QString> AttributeTreeCells::setBackendNames(const QStringList& names)
+{
+    backendNames = names;
+    return markRoots();
+}
+
+QSet<QString> AttributeTreeCells::setBackendPaths(const QStringList& paths)
+{
+    backendPaths = paths;
+    return markRoots();
+}
+
+QSet<QString> AttributeTreeCells::markRoots()
+{
+    const QSet<QString> names(backendNames.cbegin(), backendNames.cend());
+    QSet<QString> roots;
+    for (const QString& path : qAsConst(backendPaths)) {
+        if (names.contains(path.mid(path.lastIndexOf(QLatin1Char('.')) + 1)))
+            roots.insert(path);
+    }
+    const QSet<QString> before = std::exchange(backendRoots, roots);
+    return (before - backendRoots) + (backendRoots - before);
+}
+
+AttributeTreeCells::NodeInformation AttributeTreeCells::informationOf(const QString& path) const
+{
+    return tree ? tree->getNodeInformation(path) : NodeInformation();
+}
+
+QVariant AttributeTreeCells::readValue(const QString& path) const
+{
+    QVariant value;
+    if (reader)
+        reader->readAttributeValue(path, value, 0);
+    return value;
+}
+
+QVariant AttributeTreeCells::nameCell(const QString& name, const QString& path, int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return name;
+    case Qt::DecorationRole:
+        return iconOf(path);
+    case Qt::FontRole:
+        return fontOf(path);
+    case Qt::ToolTipRole:
+        return toolTip(path);
+    case Qt::AccessibleTextRole:
+        return accessibleName(name, path);
+    case Qt::AccessibleDescriptionRole:
+        return path;
+    default:
+        return {};
+    }
+}
+
+QVariant AttributeTreeCells::valueCell(const QString& path, int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::AccessibleTextRole: {
+        const QString text = attributeValueText(readValue(path));
+        return text.isEmpty() ? QVariant() : text;
+    }
+    case Qt::EditRole:
+        return readValue(path);
+    case Qt::FontRole:
+        return fontOf(path);
+    case Qt::ToolTipRole:
+        return toolTip(path);
+    default:
+        return {};
+    }
+}
+
+const QIcon& AttributeTreeCells::iconOf(const QString& path) const
+{
+    const bool isRoot = isBackendRoot(path);
+    QIcon& icon = isRoot ? backendIcon : attributeIcon;
+    if (icon.isNull())
+        icon = QIcon(isRoot ? QStringLiteral(":/VantryHost/backend.png")
+                            : QStringLiteral(":/VantryHost/attribute.png"));
+    return icon;
+}
+
+QVariant AttributeTreeCells::fontOf(const QString& path) const
+{
+    const NodeInformation information = informationOf(path);
+    const bool isReadOnly = information.isAttribute && information.accessMode == AccessMode::ReadOnly;
+    const bool isRoot = isBackendRoot(path);
+    if (!isReadOnly && !isRoot)
+        return {};
+    QFont font; // the view resolves it against its own
+    if (isRoot)
+        font.setBold(true);
+    if (isReadOnly)
+        font.setItalic(true);
+    return font;
+}
+
+namespace {
+
+QString accessText(AccessMode mode)
+{
+    switch (mode) {
+    case AccessMode::ReadOnly:
+        return AttributeTreeCells::tr("read-only");
+    case AccessMode::WriteOnly:
+        return AttributeTreeCells::tr("write-only");
+    case AccessMode::ReadWrite:
+        return AttributeTreeCells::tr("read-write");
+    case AccessMode::None:
+        break;
+    }
+    return AttributeTreeCells::tr("none");
+}
+
+} // namespace
+
+QString AttributeTreeCells::accessibleName(const QString& name, const QString& path) const
+{
+    const NodeInformation information = informationOf(path);
+    QStringList parts{name};
+    if (isBackendRoot(path))
+        parts.append(tr("backend"));
+    if (information.isAttribute && information.accessMode != AccessMode::ReadWrite)
+        parts.append(accessText(information.accessMode));
+    return parts.join(QStringLiteral(", "));
+}
+
+QString AttributeTreeCells::toolTip(const QString& path) const
+{
+    const NodeInformation information = informationOf(path);
+    QStringList lines{path};
+    if (information.isAttribute) {
+        lines.append(
+            tr("Type: %1").arg(information.dataType.isEmpty() ? tr("none yet") : information.dataType));
+        lines.append(tr("Access: %1").arg(accessText(information.accessMode)));
+    }
+    if (isBackendRoot(path))
+        lines.append(tr("Root of the backend: %1").arg(information.backend));
+    else if (!information.backend.isEmpty())
+        lines.append(tr("Backend: %1").arg(information.backend));
+    const QString text = lines.join(QLatin1Char('\n'));
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
+#include <QCoreApplication>
+#include <QIcon>
+#include <QSet>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+
+namespace Utilities::ModelViews {
+
+// What the two cells of an attribute show, read from the repository each time. GUI thread.
+class AttributeTreeCells
+{
+    Q_DECLARE_TR_FUNCTIONS(Utilities::ModelViews::AttributeTreeViewModel)
+
+public:
+    using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    void setRepository(const std::shared_ptr<RepositoryInterface>& repository);
+
+    // Gives the paths whose mark has changed.
+    QSet<QString> setBackendNames(const QStringList& names);
+    QSet<QString> setBackendPaths(const QStringList& paths);
+
+    bool isBackendRoot(const QString& path) const { return backendRoots.contains(path); }
+
+    QVariant nameCell(const QString& name, const QString& path, int role) const;
+    QVariant valueCell(const QString& path, int role) const;
+
+private:
+    using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
+
+    QSet<QString> markRoots();
+    NodeInformation informationOf(const QString& path) const;
+    QVariant readValue(const QString& path) const;
+    const QIcon& iconOf(const QString& path) const;
+    QVariant fontOf(const QString& path) const;
+    QString accessibleName(const QString& name, const QString& path) const;
+    QString toolTip(const QString& path) const;
+
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
+    QStringList backendNames;
+    QStringList backendPaths;
+    QSet<QString> backendRoots;
+    mutable QIcon attributeIcon; // loaded when first shown, since the application must exist by then
+    mutable QIcon backendIcon;
+};
+
+} // namespace Utilities::ModelViews

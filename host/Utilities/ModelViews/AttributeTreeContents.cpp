@@ -1,0 +1,304 @@
+#include "host/Utilities/ModelViews/AttributeTreeContents.h"
+
+#include <algorithm>
+
+namespace Utilities::ModelViews {
+
+namespace {
+
+// From so many children on, new ones are appended without comparing all names, if their number agrees.
+constexpr int manyChildren = 256;
+
+AttributeTreeNode nodeOf(const AttributeTreeItem& item)
+{
+    return {item.getParent(), item.row()};
+}
+
+} // namespace
+
+AttributeTreeContents::AttributeTreeContents(AttributeTreeRowListener& rowListener,
+                                             const std::shared_ptr<TreeInterface>& treeInterface,
+                                             const QString& searchPath)
+    : listener(rowListener), tree(treeInterface), filter(searchPath),
+      top(std::make_unique<AttributeTreeItem>(nullptr, 0, QString(), filter.isEverything()))
+{
+    filter.readFrom(*tree);
+    top->insert(0, wantedNames({}, top->isComplete()));
+}
+
+bool AttributeTreeContents::isComplete(const AttributeTreeNode& node, const QString& path) const
+{
+    return node.holder->isComplete() || filter.matches(path);
+}
+
+QStringList AttributeTreeContents::wantedNames(const QString& path, bool complete) const
+{
+    return complete ? tree->getChildNames(path) : filter.childNames(*tree, path);
+}
+
+int AttributeTreeContents::count(const AttributeTreeNode& node)
+{
+    if (!node.holder)
+        return top->size();
+    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    if (child.item)
+        return child.item->size();
+    if (child.count < 0) {
+        const QString path = node.holder->childPath(node.row);
+        if (!isComplete(node, path))
+            return children(node).size();
+        child.count = tree->getChildCount(path);
+    }
+    return child.count;
+}
+
+AttributeTreeItem& AttributeTreeContents::children(const AttributeTreeNode& node)
+{
+    if (!node.holder)
+        return *top;
+    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    if (!child.item) {
+        const QString path = node.holder->childPath(node.row);
+        auto item = std::make_unique<AttributeTreeItem>(node.holder, quint32(child.serial), path,
+                                                        isComplete(node, path));
+        QStringList names = wantedNames(path, item->isComplete());
+        if (child.count >= 0 && child.count != names.size()) {
+            // The number that was announced holds until the next change of rows; a row without a name waits.
+            while (names.size() > child.count)
+                names.removeLast();
+            while (names.size() < child.count)
+                names.append(QString());
+            stalePaths.insert(path);
+            listener.foundStale();
+        }
+        item->insert(0, names);
+        child.item = std::move(item);
+    }
+    return *child.item;
+}
+
+std::optional<AttributeTreeNode> AttributeTreeContents::find(const QString& path, bool listing)
+{
+    AttributeTreeNode node;
+    if (path.isEmpty())
+        return node;
+    int begin = 0;
+    do {
+        if (!listing && node.holder && !node.holder->child(node.row).item)
+            return {};
+        AttributeTreeItem& item = children(node);
+        const int end = path.indexOf(QLatin1Char('.'), begin);
+        const QString name = path.mid(begin, end < 0 ? -1 : end - begin);
+        const int row = name.isEmpty() ? -1 : item.rowOf(name);
+        if (row < 0)
+            return {};
+        node = {&item, row};
+        begin = end + 1;
+    } while (begin > 0);
+    return node;
+}
+
+void AttributeTreeContents::follow(const QVector<AttributeTreeStructureChange>& changes)
+{
+    noteForFilter(changes);
+    DirtyNodes dirty;
+    for (const QString& path : qAsConst(stalePaths))
+        dirty[path].everything = true;
+    stalePaths.clear();
+    for (const AttributeTreeStructureChange& change : changes)
+        collect(change, dirty);
+
+    // Upper nodes first: with them lower ones may go.
+    QStringList paths = dirty.keys();
+    std::sort(paths.begin(), paths.end(),
+              [](const QString& a, const QString& b) { return a.size() < b.size(); });
+    for (const QString& path : qAsConst(paths))
+        bringUpToDate(path, dirty[path]);
+}
+
+void AttributeTreeContents::noteForFilter(const QVector<AttributeTreeStructureChange>& changes)
+{
+    if (filter.isEverything())
+        return;
+    QStringList removed;
+    for (const AttributeTreeStructureChange& change : changes) {
+        const QString prefix = change.parentPath.isEmpty() ? QString() : change.parentPath + QLatin1Char('.');
+        if (change.namesLost) {
+            filter.readFrom(*tree);
+            return;
+        }
+        for (const QString& name : change.names) {
+            const QString path = prefix + name;
+            if (!change.removed || tree->getNodeInformation(path).exists)
+                filter.noteCreated(path);
+        }
+        if (change.removed)
+            removed.append(prefix + change.names.value(0));
+    }
+    filter.noteRemoved(*tree, removed);
+}
+
+// Finds the node from which on the rows may differ. When something has gone, or has gone and come again, that
+// can be any node above.
+void AttributeTreeContents::collect(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
+{
+    if (change.removed) {
+        for (const QString& path : ancestorPaths(change.parentPath) << change.parentPath << QString())
+            dirty[path].everything = true;
+        return;
+    }
+    AttributeTreeItem* item = top.get();
+    const QVector<QStringRef> components = change.parentPath.splitRef(QLatin1Char('.'), Qt::SkipEmptyParts);
+    for (const QStringRef& component : components) {
+        const QString name = component.toString();
+        const int row = item->rowOf(name);
+        if (row < 0) {
+            if (item->isComplete() || filter.shows(item->childPath(name)))
+                dirty[item->getPath()].created.append(name);
+            return;
+        }
+        AttributeTreeItem* const next = item->child(row).item.get();
+        if (!next) {
+            if (item->child(row).count >= 0)
+                dirty[item->childPath(row)].everything = true;
+            return;
+        }
+        item = next;
+    }
+    Dirt& dirt = dirty[item->getPath()];
+    dirt.everything |= change.namesLost;
+    for (const QString& name : change.names) {
+        if (!dirt.everything && item->rowOf(name) < 0 &&
+            (item->isComplete() || filter.shows(item->childPath(name))))
+            dirt.created.append(name);
+    }
+}
+
+void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
+{
+    const auto node = find(path, false);
+    if (!node)
+        return;
+    AttributeTreeItem* const item = node->holder ? node->holder->child(node->row).item.get() : top.get();
+    if (!item) {
+        recount(*node);
+        return;
+    }
+    if (!dirt.everything && dirt.created.isEmpty())
+        return;
+    QStringList created = dirt.created;
+    created.removeDuplicates();
+    const bool onlyMore = !dirt.everything && item->isComplete() && item->size() >= manyChildren &&
+                          tree->getChildCount(path) == item->size() + created.size();
+    if (onlyMore)
+        insert(*item, item->size(), created);
+    else
+        arrange(*item, wantedNames(path, item->isComplete()));
+}
+
+void AttributeTreeContents::reread()
+{
+    stalePaths.clear();
+    filter.readFrom(*tree);
+    reread(*top);
+}
+
+void AttributeTreeContents::reread(AttributeTreeItem& item)
+{
+    arrange(item, wantedNames(item.getPath(), item.isComplete()));
+    for (int row = 0; row < item.size(); ++row) {
+        if (item.child(row).item)
+            reread(*item.child(row).item);
+        else
+            recount({&item, row});
+    }
+}
+
+void AttributeTreeContents::recount(const AttributeTreeNode& node)
+{
+    // A child that is listed while the listener hears of its rows gets them as they were announced; the rows
+    // that come are then still without names.
+    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    if (child.count < 0)
+        return;
+    const QString path = node.holder->childPath(node.row);
+    const int before = child.count;
+    const int now = tree->getChildCount(path);
+    if (now > before) {
+        listener.beginInsert(node, before, now - 1);
+        child.count = now;
+        if (child.item) {
+            QStringList unknown;
+            for (int i = before; i < now; ++i)
+                unknown.append(QString());
+            child.item->insert(before, unknown);
+        }
+        listener.endInsert();
+    } else if (now < before) {
+        listener.beginRemove(node, now, before - 1);
+        child.count = now;
+        if (child.item)
+            child.item->remove(now, before - 1);
+        listener.endRemove();
+    }
+    if (now != before && child.item) {
+        stalePaths.insert(path);
+        listener.foundStale();
+    }
+}
+
+// Makes the rows those of the wanted names, in their order, with as few changes as a simple walk finds.
+void AttributeTreeContents::arrange(AttributeTreeItem& item, const QStringList& wanted)
+{
+    int row = 0;
+    while (row < item.size() && row < wanted.size() && item.child(row).name == wanted.at(row))
+        ++row;
+    if (row < item.size()) {
+        removeUnwanted(item, QSet<QString>(wanted.begin(), wanted.end()));
+        row = std::min(row, item.size());
+    }
+    while (row < wanted.size()) {
+        if (row < item.size() && item.child(row).name == wanted.at(row)) {
+            ++row;
+        } else if (item.rowOf(wanted.at(row)) >= 0) {
+            remove(item, row, row); // out of order; it comes again at its place
+        } else {
+            QStringList missing;
+            while (row + missing.size() < wanted.size() && item.rowOf(wanted.at(row + missing.size())) < 0)
+                missing.append(wanted.at(row + missing.size()));
+            insert(item, row, missing);
+            row += missing.size();
+        }
+    }
+}
+
+void AttributeTreeContents::removeUnwanted(AttributeTreeItem& item, const QSet<QString>& wanted)
+{
+    const auto isWanted = [&](int row) { return wanted.contains(item.child(row).name); };
+    int last = item.size() - 1;
+    while (last >= 0) {
+        int first = last;
+        if (!isWanted(last)) {
+            while (first > 0 && !isWanted(first - 1))
+                --first;
+            remove(item, first, last);
+        }
+        last = first - 1;
+    }
+}
+
+void AttributeTreeContents::insert(AttributeTreeItem& item, int row, const QStringList& names)
+{
+    listener.beginInsert(nodeOf(item), row, row + names.size() - 1);
+    item.insert(row, names);
+    listener.endInsert();
+}
+
+void AttributeTreeContents::remove(AttributeTreeItem& item, int first, int last)
+{
+    listener.beginRemove(nodeOf(item), first, last);
+    item.remove(first, last);
+    listener.endRemove();
+}
+
+} // namespace Utilities::ModelViews

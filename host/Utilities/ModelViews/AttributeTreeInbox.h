@@ -1,0 +1,66 @@
+#pragma once
+
+#include "host/FrameworkCore/Notification/UpdateResult.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+#include <atomic>
+#include <mutex>
+
+class QObject;
+
+namespace Utilities::ModelViews {
+
+// Children of one node that have come or gone.
+struct AttributeTreeStructureChange
+{
+    QString parentPath;
+    QStringList names;      // the children, in the order in which they were told
+    bool namesLost = false; // there were more than are named
+    bool removed = false;   // some have gone, and perhaps nodes above them
+};
+
+// What happened to the repository since the last batch.
+struct AttributeTreeBatch
+{
+    QVector<AttributeTreeStructureChange> structure;
+    QSet<QString> written;
+    bool writtenLost = false;   // any other attribute may have been written too
+    bool structureLost = false; // any other node may have come or gone too
+};
+
+// Collects changes from the threads that make them for the GUI thread, in bounded memory: beyond some
+// thousand names it only keeps that there were more. Any thread.
+class AttributeTreeInbox
+{
+public:
+    // The receiver, which lives on the GUI thread, is posted a QEvent::User when a batch begins; the empty
+    // pointer ends that.
+    void setReceiver(QObject* object);
+
+    void add(const QString& path, FrameworkCore::Notification::UpdateResult result);
+    AttributeTreeBatch take();
+
+private:
+    void addWritten(const QString& path);
+    void addStructure(const QString& path, bool removed);
+    AttributeTreeStructureChange* changeBelow(const QString& parentPath);
+    void wake();
+
+    // Read without the lock by writers that have nothing to add any more.
+    std::atomic<bool> writtenLost{false};
+    std::atomic<bool> structureLost{false};
+
+    std::mutex mutex; // guards all below
+    QObject* receiver = nullptr;
+    AttributeTreeBatch batch;
+    QHash<QString, int> structureByParent; // positions in the batch
+    int nameCount = 0;
+    bool awake = false;
+};
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace Utilities::ModelViews {
+
+// The listed children of one node. A child is a small record in its parent's item and gets an item of its own
+// when its children are listed, so that a million leaves cost a million records. Serial numbers rise along
+// the rows; by them a child finds its row again when rows before it have gone.
+class AttributeTreeItem
+{
+public:
+    struct Child
+    {
+        QString name;
+        std::unique_ptr<AttributeTreeItem> item; // its listed children, if they are listed
+        qint32 count = -1;                       // how many children were announced; negative: not yet asked
+        quint32 serial : 30;
+        quint32 shown : 1; // its cells have been read since the last change was announced
+        quint32 due : 1;   // a change is still to be announced
+    };
+
+    // complete: the filter hides nothing at or below this node.
+    AttributeTreeItem(AttributeTreeItem* parent, quint32 serial, const QString& path, bool complete);
+
+    AttributeTreeItem* getParent() const { return parent; }
+    const QString& getPath() const { return path; }
+    bool isComplete() const { return complete; }
+    int row() const; // in the parent; -1 for the top
+
+    int size() const { return int(children.size()); }
+    Child& child(int row) { return children[size_t(row)]; }
+    const Child& child(int row) const { return children[size_t(row)]; }
+    QString childPath(int row) const { return childPath(child(row).name); }
+    QString childPath(const QString& name) const;
+    int rowOf(const QString& name) const; // -1 when there is none
+
+    void insert(int row, const QStringList& names);
+    void remove(int first, int last);
+
+private:
+    int rowOfSerial(quint32 wanted) const;
+    void renumber();
+
+    AttributeTreeItem* parent; // not owned
+    QString path;
+    std::vector<Child> children;
+    mutable QHash<QString, quint32> serials; // by name; filled at the first search among many children
+    quint32 nextSerial = 0;
+    quint32 serial;
+    bool complete;
+};
+
+} // namespace Utilities::ModelViews
