@@ -1,5 +1,7 @@
 #include "repository/Backend.h"
 
+#include "repository/RepositoryLog.h"
+
 #include <QFile>
 
 namespace Repository {
@@ -12,6 +14,11 @@ namespace {
 QString reasonOf(const Outcome& outcome)
 {
     return QString::fromStdString(outcome.error);
+}
+
+std::string nameOnDisk(const Backend::Description& description)
+{
+    return QFile::encodeName(description.filePath).toStdString();
 }
 
 } // namespace
@@ -29,14 +36,11 @@ std::unique_ptr<Backend> Backend::open(const Description& description, QString& 
 
 QString Backend::read()
 {
-    QFile file(description.filePath);
-    std::string bytes;
-    if (file.open(QIODevice::ReadOnly))
-        bytes = file.readAll().toStdString();
-    else if (file.exists() || description.accessMode == AccessMode::ReadOnly)
-        return QStringLiteral("%1: %2").arg(description.filePath, file.errorString());
+    ReadFileResult file = files.read(nameOnDisk(description));
+    if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
+        return QString::fromStdString(file.error);
     auto fresh = Documents::makeDocument(description.type.toStdString());
-    const Outcome outcome = fresh->parse(bytes);
+    const Outcome outcome = fresh->parse(std::move(file.bytes));
     if (!outcome.ok())
         return QStringLiteral("%1:%2:%3: %4")
             .arg(description.filePath)
@@ -44,7 +48,8 @@ QString Backend::read()
             .arg(outcome.column)
             .arg(reasonOf(outcome));
     document = std::move(fresh);
-    fileBytes = std::move(bytes);
+    isEdited = false;
+    stamp = file.stamp;
     return {};
 }
 
@@ -75,33 +80,61 @@ bool Backend::removalMovesSiblings(const QString& path) const
     return document->removalMovesSiblings(relative(path));
 }
 
+QString Backend::keepEdit(const Outcome& outcome)
+{
+    isEdited = isEdited || outcome.ok();
+    return reasonOf(outcome);
+}
+
 QString Backend::set(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return reasonOf(document->set(relative(path), value));
+    return keepEdit(document->set(relative(path), value));
 }
 
 QString Backend::insert(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return reasonOf(document->insert(relative(path), value));
+    return keepEdit(document->insert(relative(path), value));
 }
 
 QString Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);
-    return reasonOf(document->remove(relative(path)));
+    return keepEdit(document->remove(relative(path)));
 }
 
 QString Backend::save()
 {
-    return QStringLiteral("saving is not there yet");
+    const std::lock_guard savingLock(saving);
+    std::string bytes;
+    FileStamp base;
+    {
+        const std::lock_guard lock(mutex);
+        if (!isEdited && stamp.exists)
+            return {};
+        bytes = document->getBytes();
+        base = stamp;
+        isEdited = false; // an edit that comes while the file is written belongs to the next save
+    }
+    const SaveFileResult result = files.save(nameOnDisk(description), bytes, base);
+    {
+        const std::lock_guard lock(mutex);
+        if (result.ok())
+            stamp = result.stamp;
+        else
+            isEdited = true;
+    }
+    if (!result.warning.empty())
+        logFailure(QString::fromStdString(result.warning));
+    return QString::fromStdString(result.error);
 }
 
 QString Backend::reread()
 {
+    const std::lock_guard savingLock(saving);
     const std::lock_guard lock(mutex);
-    return document->getBytes() == fileBytes ? read() : QStringLiteral("it has edits that are not saved");
+    return isEdited ? QStringLiteral("it has edits that are not saved") : read();
 }
 
 } // namespace Repository

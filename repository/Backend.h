@@ -2,9 +2,9 @@
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/Values/Value.h"
+#include "repository/FileSaver.h"
 #include "repository/documents/Document.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -62,12 +62,16 @@ private:
 
     std::string relative(const QString& path) const;
     QString read();
+    QString keepEdit(const Documents::Outcome& outcome);
 
     const Description description;
+    const FileSaver files;
     std::mutex saving; // one save at a time; taken before mutex
-    mutable std::mutex mutex;
-    std::unique_ptr<Documents::Document> document; // guarded by mutex
-    std::string fileBytes;                         // what the file held when it was read or saved last
+
+    mutable std::mutex mutex; // guards what follows
+    std::unique_ptr<Documents::Document> document;
+    bool isEdited = false; // since it was read or saved
+    FileStamp stamp;       // of the file when it was read or saved last
 };
 
 } // namespace Repository
