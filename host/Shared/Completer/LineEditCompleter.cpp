@@ -32,6 +32,7 @@ void LineEditCompleter::refreshCompleterModel(QAbstractItemModel* model)
         dispose(model);
         return;
     }
+    offeredText = text();
     if (auto* const treeCompleter = qobject_cast<TreeModelCompleter*>(completer()))
         treeCompleter->replaceModel(model);
     else
@@ -80,8 +81,8 @@ bool LineEditCompleter::isTextFromPopup() const
     if (!popup)
         return false;
     const QModelIndexList selected = popup->selectionModel()->selectedIndexes();
-    return selected.isEmpty() ? text() == completer()->completionPrefix()
-                              : text() == pathOfProposal(*completer(), selected.first());
+    return text() == offeredText ||
+           (!selected.isEmpty() && text() == pathOfProposal(*completer(), selected.first()));
 }
 
 bool LineEditCompleter::takeProposal()

@@ -34,6 +34,8 @@ private:
     bool takeProposal();
     bool dismissPopup();
     void dispose(QAbstractItemModel* model) const;
+
+    QString offeredText; // the text that the completer's model was made for
 };
 
 } // namespace Shared::Completer

@@ -1,0 +1,249 @@
+#include "host/Utilities/NotificationWrapper.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/TestRun.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+#include <QWriteLocker>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+using TestSupport::FakeRepository;
+using Utilities::NotificationWrapper;
+
+namespace {
+
+const QString path = QStringLiteral("a.b");
+const QString removed = QStringLiteral("(none)");
+
+QString shown(const QVariant& value)
+{
+    return value.isValid() ? value.toString() : removed;
+}
+
+// A wrapper that notes what it delivers.
+struct Watcher
+{
+    Watcher(bool onActivation, bool unchanged) : wrapper(path, onActivation, unchanged)
+    {
+        const QWriteLocker locker(&wrapper.lock);
+        wrapper.valueChangedCallbacks.append([this](const QVariant& value) {
+            onOwnThread = onOwnThread && QThread::currentThread() == wrapper.thread();
+            delivered.append(shown(value));
+        });
+    }
+
+    NotificationWrapper wrapper;
+    QStringList delivered;
+    bool onOwnThread = true;
+};
+
+QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class NotificationWrapperTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<FakeRepository> repository;
+
+    void apply(const QString& step)
+    {
+        if (step == removed)
+            repository->remove(path);
+        else
+            repository->set(path, step);
+    }
+
+private slots:
+    void init()
+    {
+        repository = std::make_shared<FakeRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+    }
+
+    void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
+
+    void delivers_data()
+    {
+        QTest::addColumn<bool>("onActivation");
+        QTest::addColumn<bool>("unchanged");
+        QTest::addColumn<QStringList>("before"); // the activation
+        QTest::addColumn<QStringList>("after");
+        QTest::addColumn<QStringList>("expected");
+        const auto row = [](const char* name, bool onActivation, bool unchanged, const char* before,
+                            const char* after, const char* expected) {
+            QTest::newRow(name) << onActivation << unchanged << words(before) << words(after)
+                                << words(expected);
+        };
+        row("changes", false, false, "x", "y z", "y z");
+        row("the current value", true, false, "x", "y", "x y");
+        row("no current value", true, true, "", "", "");
+        row("a value yet to come", true, false, "", "x", "x");
+        row("not what is known already", false, false, "x", "x y y z", "y z");
+        row("not what was delivered on activation", true, false, "x", "x y", "x y");
+        row("each write when asked for", false, true, "x", "x x y y", "x x y y");
+        row("removal", true, false, "x", "(none)", "x (none)");
+        row("removal and return", false, false, "x", "(none) x", "(none) x");
+    }
+
+    void delivers()
+    {
+        QFETCH(bool, onActivation);
+        QFETCH(bool, unchanged);
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        QFETCH(QStringList, expected);
+        for (const QString& step : qAsConst(before))
+            apply(step);
+        Watcher watcher(onActivation, unchanged);
+        Watcher later(true, true); // hears everything, and after the one under test
+        watcher.wrapper.setActive(true);
+        later.wrapper.setActive(true);
+        if (!before.isEmpty())
+            QTRY_COMPARE(later.delivered.size(), 1);
+        QStringList heard = before;
+        for (const QString& step : qAsConst(after)) {
+            apply(step);
+            heard.append(step);
+            QTRY_COMPARE(later.delivered, heard);
+        }
+        QCOMPARE(watcher.delivered, expected);
+    }
+
+    void nothingIsDeliveredInsideTheWrite()
+    {
+        Watcher watcher(true, true);
+        watcher.wrapper.setActive(true);
+        repository->set(path, 1);
+        QVERIFY(watcher.delivered.isEmpty());
+        QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
+    }
+
+    void valuesOfAnotherTypeAreOthers()
+    {
+        repository->set(path, 1);
+        Watcher watcher(false, false);
+        watcher.wrapper.setActive(true);
+        repository->set(path, QStringLiteral("1"));
+        QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
+    }
+
+    void withoutRepositoryNothingIsWatched()
+    {
+        Utilities::SetAppConfigRepositoryInterface({});
+        Watcher watcher(true, false);
+        watcher.wrapper.setActive(true);
+        watcher.wrapper.setActive(false);
+
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        repository->set(path, 1);
+        watcher.wrapper.setActive(true);
+        QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
+    }
+
+    void stoppingEndsDelivery()
+    {
+        Watcher watcher(false, true);
+        Watcher later(false, true);
+        watcher.wrapper.setActive(true);
+        later.wrapper.setActive(true);
+        repository->set(path, 1); // announced, but not delivered before the stop
+        watcher.wrapper.setActive(false);
+        QTRY_COMPARE(later.delivered.size(), 1);
+        QVERIFY(watcher.delivered.isEmpty());
+        QCOMPARE(repository->getRegistrationCount(), 1);
+    }
+
+    void fastWritesAreMergedAndTheLastArrives()
+    {
+        Watcher watcher(false, true);
+        watcher.wrapper.setActive(true);
+        constexpr int writes = 20000;
+        QElapsedTimer time;
+        time.start();
+        std::thread writer([this] {
+            for (int i = 1; i <= writes; ++i)
+                repository->set(path, i);
+        });
+        QTRY_VERIFY(!watcher.delivered.isEmpty() && watcher.delivered.last() == QString::number(writes));
+        const qint64 pictures = time.elapsed() / 16 + 2;
+        writer.join();
+        QVERIFY(watcher.onOwnThread);
+        QVERIFY2(watcher.delivered.size() <= pictures, qPrintable(QString::number(watcher.delivered.size())));
+        for (int i = 1; i < watcher.delivered.size(); ++i)
+            QVERIFY(watcher.delivered.at(i - 1).toInt() <= watcher.delivered.at(i).toInt());
+    }
+
+    void callbacksMayStopOrDestroyTheWrapper_data()
+    {
+        QTest::addColumn<bool>("destroys");
+        QTest::newRow("destroy") << true;
+        QTest::newRow("stop") << false;
+    }
+
+    void callbacksMayStopOrDestroyTheWrapper()
+    {
+        QFETCH(bool, destroys);
+        auto wrapper = std::make_unique<NotificationWrapper>(path, true, false);
+        int first = 0;
+        int second = 0;
+        {
+            const QWriteLocker locker(&wrapper->lock);
+            wrapper->valueChangedCallbacks.append([&](const QVariant&) {
+                ++first;
+                if (destroys)
+                    wrapper.reset();
+                else
+                    wrapper->setActive(false);
+            });
+            wrapper->valueChangedCallbacks.append([&second](const QVariant&) { ++second; });
+        }
+        repository->set(path, 1);
+        wrapper->setActive(true);
+        QTRY_COMPARE(first, 1);
+        QCOMPARE(second, 0);
+        QCOMPARE(repository->getRegistrationCount(), 0);
+    }
+
+    void destroyingIsSafeWhileOthersWrite()
+    {
+        std::atomic<bool> ended{false};
+        std::vector<std::thread> writers;
+        for (int thread = 0; thread < 2; ++thread) {
+            writers.emplace_back([this, &ended] {
+                for (int i = 0; !ended; ++i)
+                    repository->set(path, i);
+            });
+        }
+        int delivered = 0;
+        for (int round = 0; round < 300; ++round) {
+            NotificationWrapper wrapper(path, true, true);
+            wrapper.valueChangedCallbacks.append([&delivered](const QVariant&) { ++delivered; });
+            wrapper.setActive(true);
+            if (round % 2 == 0)
+                QCoreApplication::processEvents();
+        }
+        QTRY_COMPARE(repository->getRegistrationCount(), 0);
+        ended = true;
+        for (std::thread& writer : writers)
+            writer.join();
+        QVERIFY(delivered > 0);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, NotificationWrapperTest>(argc, argv);
+}
+
+#include "notification_wrapper_test.moc"

@@ -1,0 +1,89 @@
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "tests/support/TestRun.h"
+
+#include <QCoreApplication>
+#include <QStandardItemModel>
+
+using FrameworkCore::AppConfig::AccessMode;
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+
+Q_DECLARE_METATYPE(FrameworkCore::AppConfig::AccessMode)
+
+class TreeUtilsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void itemsAreFoundByTheirNames()
+    {
+        QStandardItemModel model(0, 2);
+        auto* const net = new QStandardItem(QStringLiteral("net"));
+        net->appendRow(
+            {new QStandardItem(QStringLiteral("ip")), new QStandardItem(QStringLiteral("10.0.0.1"))});
+        net->appendRow({new QStandardItem(QStringLiteral("name")), new QStandardItem(QStringLiteral("x"))});
+        model.appendRow({net, new QStandardItem});
+        model.appendRow({new QStandardItem(QStringLiteral("far")), new QStandardItem});
+
+        const AttributeTreeViewModelUtils utils;
+        QCOMPARE(utils.extractStringsFromModel(&model, {}),
+                 QStringList({QStringLiteral("net"), QStringLiteral("far")}));
+        QCOMPARE(utils.extractStringsFromModel(&model, net->index()),
+                 QStringList({QStringLiteral("ip"), QStringLiteral("name")}));
+        QVERIFY(utils.extractStringsFromModel(nullptr, {}).isEmpty());
+        QCOMPARE(utils.retriveAttributePathFromIndex(net->child(1, 0)->index()), QStringLiteral("net.name"));
+        QCOMPARE(utils.retriveAttributePathFromIndex(net->child(0, 1)->index()), QStringLiteral("net.ip"));
+        QCOMPARE(utils.retriveAttributePathFromIndex({}), QString());
+    }
+
+    void trims_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("characters");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* text, const char* characters,
+                            const char* expected) {
+            QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(characters)
+                                << QString::fromLatin1(expected);
+        };
+        row("both ends", "..a.b.", ".", "a.b");
+        row("a set", "*.a*", ".*", "a");
+        row("nothing left", "***", "*", "");
+        row("nothing to trim", "a", "", "a");
+    }
+
+    void trims()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, characters);
+        QFETCH(QString, expected);
+        QCOMPARE(AttributeTreeViewModelUtils::TrimAttributeName(text, characters), expected);
+    }
+
+    void accessModesHaveTheirWords_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<AccessMode>("expected");
+        const auto row = [](const char* text, AccessMode expected) {
+            QTest::newRow(text) << QString::fromLatin1(text) << expected;
+        };
+        row("read-only", AccessMode::ReadOnly);
+        row("write-only", AccessMode::WriteOnly);
+        row("read-write", AccessMode::ReadWrite);
+        row("Read-Write", AccessMode::None);
+        row("", AccessMode::None);
+    }
+
+    void accessModesHaveTheirWords()
+    {
+        QFETCH(QString, text);
+        QFETCH(AccessMode, expected);
+        QCOMPARE(AttributeTreeViewModelUtils::GetBackendAccessMode(text), expected);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, TreeUtilsTest>(argc, argv);
+}
+
+#include "tree_utils_test.moc"

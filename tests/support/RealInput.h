@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+
+class QWidget;
+
+namespace TestSupport {
+
+// Keyboard and mouse as a person uses them: the events are made by the X server (with xdotool), so that they
+// pass grabs, popups and focus like real ones. For tests that draw on an X server. Each gives whether the
+// event was sent; its effect arrives later.
+
+// A key by its X name, as in "a", "period", "Tab", "shift+Tab".
+bool pressKey(const QString& name);
+
+// The keys of a text one after the other.
+bool typeText(const QString& text);
+
+// Moves there and clicks the left button.
+bool click(const QWidget& widget, const QPoint& position);
+
+// Shows the widget as the active window and waits for it.
+bool showActive(QWidget& widget);
+
+} // namespace TestSupport
