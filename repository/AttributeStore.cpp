@@ -191,7 +191,7 @@ void AttributeStore::removeRegistration(const Registration& registration)
     if (waiting == shard.waiting.end())
         return;
     removed = takeRegistration(waiting->second.exact, registration);
-    if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
+    if (waiting->second.exact.empty() && waiting->second.rules.empty())
         shard.waiting.erase(waiting);
 }
 

@@ -4,6 +4,8 @@
 #include "repository/Node.h"
 #include "repository/PatternIndex.h"
 
+#include <algorithm>
+
 namespace Repository {
 
 using FrameworkCore::Notification::UpdatePoint;
@@ -16,7 +18,9 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
         node.matching = patterns.match(node.path);
         node.patternGeneration = generation;
     }
-    exact = node.exact;
+    exact.reserve(int(node.exact.size()));
+    for (const auto& registration : node.exact)
+        exact.append(registration);
     matching = node.matching;
     if (isEmpty())
         return;
@@ -36,12 +40,13 @@ void Delivery::send() const
         const int bit = static_cast<int>(point);
         if ((points & bit) == 0)
             continue;
-        for (const Registrations* list : {&exact, &matching}) {
-            for (const auto& registration : *list) {
-                if (registration->listensTo(bit))
-                    registration->call(path, point, result, value, backend);
-            }
-        }
+        const auto call = [&](const std::shared_ptr<Registration>& registration) {
+            if (registration->listensTo(bit))
+                registration->call(path, point, result, value, backend);
+        };
+        std::for_each(exact.begin(), exact.end(), call);
+        if (matching)
+            std::for_each(matching->begin(), matching->end(), call);
     }
 }
 

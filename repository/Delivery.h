@@ -3,6 +3,7 @@
 #include "repository/Registration.h"
 
 #include <QString>
+#include <QVarLengthArray>
 #include <QVariant>
 
 namespace Repository {
@@ -23,14 +24,14 @@ public:
     // Brings the node's list of matching patterns up to date on the way. Attribute lock held.
     Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points);
 
-    bool isEmpty() const { return exact.isEmpty() && matching.isEmpty(); }
+    bool isEmpty() const { return exact.isEmpty() && !matching; }
 
     // Calls back on this thread, the points in their order. No lock held.
     void send() const;
 
 private:
-    Registrations exact;
-    Registrations matching;
+    QVarLengthArray<std::shared_ptr<Registration>, 2> exact;
+    std::shared_ptr<const Registrations> matching;
     QString path;
     QVariant value;
     QString backend;

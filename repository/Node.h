@@ -48,8 +48,8 @@ struct Node
     bool isAttribute = false; // otherwise it only groups its children, and value means nothing
     QVariant value;           // of one of the attribute types; invalid for null
     std::unique_ptr<Rules> rules;
-    Registrations exact;    // those made for this path
-    Registrations matching; // those whose pattern matches, as of patternGeneration
+    Registrations exact;                           // those made for this path
+    std::shared_ptr<const Registrations> matching; // those whose pattern matches, as of patternGeneration
     quint32 patternGeneration = 0;
 };
 

@@ -50,7 +50,7 @@ void PatternIndex::remove(const Registration& registration)
         return;
     removed = takeRegistration(entry->second.registrations, registration);
     generation.fetch_add(1, std::memory_order_release);
-    if (!entry->second.registrations.isEmpty())
+    if (!entry->second.registrations.empty())
         return;
     filed->second.erase(entry);
     if (filed->second.empty())
@@ -59,7 +59,7 @@ void PatternIndex::remove(const Registration& registration)
         group.lengths.erase(key.text.size());
 }
 
-Registrations PatternIndex::match(const QString& path) const
+std::shared_ptr<const Registrations> PatternIndex::match(const QString& path) const
 {
     Registrations found;
     const std::shared_lock lock(mutex);
@@ -70,7 +70,7 @@ Registrations PatternIndex::match(const QString& path) const
             return;
         for (const auto& [text, entry] : filed->second) {
             if (entry.pattern.matches(path))
-                found += entry.registrations;
+                found.insert(found.end(), entry.registrations.begin(), entry.registrations.end());
         }
     };
     const auto lengthsOf = [&path](const Group& group) {
@@ -91,7 +91,7 @@ Registrations PatternIndex::match(const QString& path) const
                 collect(groups[Inside], start, length->first);
         }
     }
-    return found;
+    return found.empty() ? nullptr : std::make_shared<const Registrations>(std::move(found));
 }
 
 } // namespace Repository

@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <shared_mutex>
 #include <unordered_map>
 
@@ -22,8 +23,9 @@ public:
     void add(const std::shared_ptr<Registration>& registration);
     void remove(const Registration& registration);
 
-    // Registrations whose pattern matches, in no particular order.
-    Registrations match(const QString& path) const;
+    // Registrations whose pattern matches, in no particular order; null when there are none. The list never
+    // changes, so that it may be kept and shared.
+    std::shared_ptr<const Registrations> match(const QString& path) const;
 
     // Changes whenever a registration is added or removed; 0 while there has been none.
     quint32 getGeneration() const { return generation.load(std::memory_order_acquire); }

@@ -41,17 +41,19 @@ void Registration::end()
 void fileRegistration(Registrations& list, std::shared_ptr<Registration> registration)
 {
     registration->slot = list.size();
-    list.append(std::move(registration));
+    list.push_back(std::move(registration));
 }
 
 std::shared_ptr<Registration> takeRegistration(Registrations& list, const Registration& registration)
 {
-    const int slot = registration.slot;
-    if (slot >= list.size() || list.at(slot).get() != &registration)
+    const std::size_t slot = registration.slot;
+    if (slot >= list.size() || list[slot].get() != &registration)
         return {};
-    list.last()->slot = slot;
-    std::swap(list[slot], list.last());
-    return list.takeLast();
+    list.back()->slot = slot;
+    std::swap(list[slot], list.back());
+    std::shared_ptr<Registration> taken = std::move(list.back());
+    list.pop_back();
+    return taken;
 }
 
 } // namespace Repository

@@ -2,10 +2,9 @@
 
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
 
-#include <QVector>
-
 #include <atomic>
 #include <memory>
+#include <vector>
 
 namespace Repository {
 
@@ -31,7 +30,7 @@ public:
 
     // Where in its list the registration is filed, so that taking it out needs no search. Guarded by whatever
     // guards the list.
-    int slot = 0;
+    std::size_t slot = 0;
 
 private:
     QString pathOrPattern;
@@ -41,8 +40,7 @@ private:
     std::atomic<bool> ended{false};
 };
 
-// Implicitly shared, so that an operation takes the list it must deliver to at the price of one counter.
-using Registrations = QVector<std::shared_ptr<Registration>>;
+using Registrations = std::vector<std::shared_ptr<Registration>>;
 
 // Files a registration in a list, and takes it out again in constant time; the order is not kept.
 void fileRegistration(Registrations& list, std::shared_ptr<Registration> registration);

@@ -202,7 +202,7 @@ void TreeEdit::remove(Node& node)
             if (!delivery.isEmpty())
                 deliveries.push_back(std::move(delivery));
         }
-        if (!gone->exact.isEmpty() || gone->rules) {
+        if (!gone->exact.empty() || gone->rules) {
             NodeIndex::Waiting& waiting = shard.waiting[gone->path];
             waiting.exact = std::move(gone->exact);
             if (gone->rules)

@@ -1,0 +1,20 @@
+#include "repository/documents/Document.h"
+
+#include "repository/documents/JsonDocument.h"
+
+namespace Repository::Documents {
+
+const std::vector<std::string>& getDocumentTypes()
+{
+    static const std::vector<std::string> types{"ini", "json"};
+    return types;
+}
+
+std::unique_ptr<Document> makeDocument(std::string_view type)
+{
+    if (type == "json")
+        return std::make_unique<JsonDocument>();
+    return nullptr;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,85 @@
+#include "repository/documents/JsonContent.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/JsonScalar.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::describeType;
+using FrameworkCore::Values::isUtf8;
+using FrameworkCore::Values::toText;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+constexpr const char* notUtf8 = "the text is no valid UTF-8, which json demands";
+
+JsonContent scalar(JsonKind kind, std::string spelling)
+{
+    return {kind, std::move(spelling), {}, {}};
+}
+
+JsonContent refused(std::string error)
+{
+    return {JsonKind::Null, {}, {}, std::move(error)};
+}
+
+JsonContent ofDouble(double number)
+{
+    if (!std::isfinite(number))
+        return refused("json has no number for infinity and \"not a number\"");
+    std::string spelling = toText({Type::Double, number});
+    if (spelling.find_first_of(".e") == std::string::npos)
+        spelling += ".0"; // or it would be read as an integer
+    return scalar(JsonKind::Number, std::move(spelling));
+}
+
+} // namespace
+
+JsonContent toContent(const Value& value)
+{
+    switch (value.type) {
+    case Type::Group:
+        return {};
+    case Type::Null:
+        return scalar(JsonKind::Null, "null");
+    case Type::Bool:
+        return scalar(std::get<bool>(value.data) ? JsonKind::True : JsonKind::False, toText(value));
+    case Type::Integer:
+    case Type::Unsigned:
+        return scalar(JsonKind::Number, toText(value));
+    case Type::Double:
+        return ofDouble(std::get<double>(value.data));
+    case Type::String: {
+        const auto& text = std::get<std::string>(value.data);
+        return isUtf8(text) ? scalar(JsonKind::Text, encodeString(text)) : refused(notUtf8);
+    }
+    case Type::StringList: {
+        const auto& list = std::get<std::vector<std::string>>(value.data);
+        const bool valid =
+            std::all_of(list.begin(), list.end(), [](const auto& text) { return isUtf8(text); });
+        return valid ? JsonContent{JsonKind::Array, {}, list, {}} : refused(notUtf8);
+    }
+    case Type::ByteArray:
+    case Type::Date:
+    case Type::Time:
+    case Type::DateTime:
+        break;
+    }
+    return refused("json has no form for " + std::string(describeType(value.type)));
+}
+
+bool isSame(const Value& a, const Value& b)
+{
+    const auto* const number = std::get_if<double>(&a.data);
+    const auto* const other = std::get_if<double>(&b.data);
+    return a == b && (!number || !other || std::signbit(*number) == std::signbit(*other));
+}
+
+} // namespace Repository::Documents

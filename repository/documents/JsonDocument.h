@@ -1,0 +1,68 @@
+#pragma once
+
+#include "repository/documents/Document.h"
+#include "repository/documents/JsonEditor.h"
+#include "repository/documents/JsonMembers.h"
+#include "repository/documents/JsonTree.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Repository::Documents {
+
+// A json file, with comments and trailing commas where it has them. Objects are groups; an array of texts is
+// one list; any other array is a group of 0, 1, 2 ... A node's own value beside children is the member
+// "#value". A number that no type holds (thirty digits, 1e400) is shown as a text of its digits and stays a
+// number in the file: another such number is written as a number too, any other text as a text.
+class JsonDocument : public Document
+{
+public:
+    JsonDocument();
+
+    Outcome parse(std::string bytes) override;
+    void visit(const std::function<void(const Entry&)>& visitor) const override;
+    Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome remove(std::string_view path) override;
+    bool removalMovesSiblings(std::string_view path) const override;
+    bool contains(std::string_view path) const override;
+    std::string getBytes() const override;
+
+private:
+    // The parts of a text refer to each other, so that they stay where they are.
+    struct Content
+    {
+        explicit Content(std::string bytes) : tree(std::move(bytes)), members(tree), editor(tree, members) {}
+
+        JsonTree tree;
+        JsonMembers members;
+        JsonEditor editor;
+    };
+
+    // Where a path leads: the last of its nodes that is there, and the components behind it.
+    struct Place
+    {
+        JsonNodeId node = noJsonNode;
+        std::vector<std::string_view> missing;
+        bool valid = false; // it is a path
+    };
+
+    Place locate(std::string_view path) const;
+    JsonNodeId find(std::string_view path) const;
+
+    // The node that holds the value of a node: itself, or its member for that; noJsonNode without a value.
+    JsonNodeId holderOf(JsonNodeId id) const;
+
+    FrameworkCore::Values::Value read(JsonNodeId holder) const;
+    std::size_t depthOf(JsonNodeId id) const;
+    Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
+    Outcome checkName(JsonNodeId container, std::string_view component) const;
+    void insertAt(const Place& place, const JsonContent& wanted);
+
+    std::unique_ptr<Content> content;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "repository/documents/JsonContent.h"
+#include "repository/documents/JsonLayout.h"
+#include "repository/documents/JsonMembers.h"
+#include "repository/documents/JsonTree.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Edits a tree and keeps its names and its layout right. Whether an edit is allowed was decided before.
+class JsonEditor
+{
+public:
+    JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers);
+
+    // Takes over the style of the text that was read.
+    void detectStyle();
+
+    // Makes the root, an empty object, in a text without a value.
+    void createRoot();
+
+    // A new last child of an object, the ordinal-th of this key, or of an array.
+    JsonNodeId appendMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal,
+                            const JsonContent& content);
+    JsonNodeId appendElement(JsonNodeId array, const JsonContent& content);
+
+    void setContent(JsonNodeId id, const JsonContent& content);
+    void remove(JsonNodeId id);
+
+    // Turns a value into an object that holds it as its own value.
+    void wrap(JsonNodeId id);
+
+private:
+    void place(JsonNodeId id);
+    void fillList(JsonNodeId id, const std::vector<std::string>& list);
+    void changeList(JsonNodeId id, const std::vector<std::string>& list);
+    JsonNodeId insertText(JsonNodeId list, JsonNodeId previous, const std::string& text);
+
+    JsonTree& tree;
+    JsonMembers& members;
+    JsonLayout layout;
+};
+
+} // namespace Repository::Documents
