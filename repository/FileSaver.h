@@ -1,0 +1,66 @@
+#pragma once
+
+#include "repository/FileOps.h"
+
+#include <string>
+
+namespace Repository {
+
+// What a file held when it was last read or saved, to recognise a change from outside by.
+struct FileStamp
+{
+    bool exists = false;
+    std::string digest; // of the content; empty for a file that does not exist
+
+    friend bool operator==(const FileStamp& a, const FileStamp& b)
+    {
+        return a.exists == b.exists && a.digest == b.digest;
+    }
+    friend bool operator!=(const FileStamp& a, const FileStamp& b) { return !(a == b); }
+};
+
+// Paths are bytes as the system has them. Messages are for a person and name the file and, where there is
+// one, the system's own reason.
+struct ReadFileResult
+{
+    std::string error;    // empty on success
+    bool missing = false; // the error is that there is no such file
+    std::string bytes;
+    FileStamp stamp; // that of a missing file when there is none
+
+    bool ok() const { return error.empty(); }
+};
+
+struct SaveFileResult
+{
+    std::string error;   // empty on success; otherwise the file is as it was
+    std::string warning; // saved, but something beside the content could not be kept or assured
+    bool written = false;
+    FileStamp stamp; // of the file after a success
+
+    bool ok() const { return error.empty(); }
+};
+
+// Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
+// there whole. The new content goes into a second file in the same folder that takes over the old one's
+// owner, mode and extended attributes and then its name. Links are followed; only regular files are replaced.
+// Any thread; saves into one folder wait for each other, also between programs that save by this class.
+class FileSaver
+{
+public:
+    explicit FileSaver(FileOps& fileOps = FileOps::system()) : ops(fileOps) {}
+
+    ReadFileResult read(const std::string& path) const;
+
+    // Refused when the file is no longer what the stamp says, except when it holds these very bytes already;
+    // then, as with bytes that have not changed, nothing is touched. A file that was missing is created.
+    SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp) const;
+
+    // Temporary files begin with this, after a save that was killed.
+    static constexpr const char* temporaryPrefix = ".vantry-";
+
+private:
+    FileOps& ops; // not owned
+};
+
+} // namespace Repository
