@@ -1,0 +1,376 @@
+#include "repository/documents/KeyText.h"
+#include "tests/documents/EntryLines.h"
+#include "tests/support/TestRun.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <limits>
+
+using namespace EntryLines;
+using namespace Repository::Documents;
+
+namespace {
+
+// What a json document should hold, kept as simply as can be.
+struct Model
+{
+    enum class Form { Value, Object, Array };
+
+    std::string key;
+    Form form = Form::Value;
+    std::optional<Value> own;
+    std::vector<Model> children;
+
+    bool isText() const { return form == Form::Value && own->type == Type::String; }
+
+    std::string nameOf(std::size_t child) const
+    {
+        if (form == Form::Array)
+            return std::to_string(child);
+        const auto end = children.begin() + std::ptrdiff_t(child);
+        const auto before =
+            std::count_if(children.begin(), end, [end](const Model& other) { return other.key == end->key; });
+        return joinNumber(encodeKey(end->key), std::size_t(before) + 1);
+    }
+
+    void appendLines(const std::string& path, QStringList& lines) const
+    {
+        if (!path.empty() || own)
+            lines += toLine(Entry{path, own ? *own : Value()});
+        for (std::size_t i = 0; i < children.size(); ++i)
+            children[i].appendLines(path.empty() ? nameOf(i) : joinPath(path, nameOf(i)), lines);
+    }
+
+    QStringList toLines() const
+    {
+        QStringList lines;
+        appendLines({}, lines);
+        return lines;
+    }
+
+    // An array of which only texts are left is one list.
+    void settle()
+    {
+        const auto isText = [](const Model& child) { return child.isText(); };
+        if (form != Form::Array || !std::all_of(children.begin(), children.end(), isText))
+            return;
+        std::vector<std::string> texts;
+        for (const Model& child : children)
+            texts.push_back(std::get<std::string>(child.own->data));
+        *this = {key, Form::Value, list(std::move(texts)), {}};
+    }
+
+    // Whether all would be texts if this child were one.
+    bool needs(std::size_t child) const
+    {
+        const auto others = std::count_if(children.begin(), children.end(),
+                                          [](const Model& other) { return !other.isText(); });
+        return form == Form::Array && others == 1 && !children[child].isText();
+    }
+};
+
+// A document and its model, which go the same random way.
+class Walk
+{
+public:
+    Walk(const std::string& bytes, quint32 seed) : document(makeDocument("json")), random(seed)
+    {
+        document->parse(bytes);
+        root.form = Model::Form::Object;
+        document->visit([this](const Entry& entry) { read(entry); });
+    }
+
+    // One random step; gives what was done, for messages.
+    std::string step()
+    {
+        choose();
+        switch (random.bounded(5)) {
+        case 0:
+            return remove();
+        case 1:
+        case 2:
+            return set();
+        default:
+            return insert();
+        }
+    }
+
+    const Model& getModel() const { return root; }
+    const Document& getDocument() const { return *document; }
+    const QString& getFault() const { return fault; }
+
+private:
+    // The start texts have arrays with elements only, and no members with numbers for keys.
+    void read(const Entry& entry)
+    {
+        Model* node = &root;
+        const auto components = splitPath(entry.path);
+        for (std::size_t i = 0; components && i + 1 < components->size(); ++i) {
+            auto child = node->children.begin();
+            while (node->nameOf(std::size_t(child - node->children.begin())) != (*components)[i])
+                ++child;
+            node = &*child;
+        }
+        const bool group = entry.value.type == Type::Group;
+        if (components) {
+            const std::string_view name = components->back();
+            node->form =
+                name == "0" || node->form == Model::Form::Array ? Model::Form::Array : Model::Form::Object;
+            node->children.push_back({*decodeKey(splitNumber(name).name), Model::Form::Value, {}, {}});
+            node = &node->children.back();
+            node->form = group ? Model::Form::Object : Model::Form::Value;
+        }
+        if (!group)
+            node->own = entry.value;
+    }
+
+    // Any node: the way to it is kept, so that its parents are at hand.
+    void choose()
+    {
+        way = {&root};
+        path.clear();
+        index = 0;
+        while (!way.back()->children.empty() && random.bounded(4) != 0) {
+            Model& parent = *way.back();
+            index = std::size_t(random.bounded(int(parent.children.size())));
+            path = path.empty() ? parent.nameOf(index) : joinPath(path, parent.nameOf(index));
+            way.push_back(&parent.children[index]);
+        }
+    }
+
+    Model& chosen() { return *way.back(); }
+    Model& parent() { return *way[way.size() - 2]; }
+
+    std::string remove()
+    {
+        const std::string what = "remove " + path;
+        if (!expect(document->remove(path), way.size() > 1) || way.size() == 1)
+            return what;
+        parent().children.erase(parent().children.begin() + std::ptrdiff_t(index));
+        parent().settle();
+        return what;
+    }
+
+    std::string set()
+    {
+        const Value value = anyValue();
+        const std::string what = "set " + path + " to " + toLine(value).toStdString();
+        const bool text = value.type == Type::String && chosen().form == Model::Form::Value;
+        const bool allowed = chosen().own && !(text && way.size() > 1 && parent().needs(index));
+        if (expect(document->set(path, value), allowed) && allowed)
+            chosen().own = value;
+        const std::string bytes = document->getBytes();
+        if (allowed && (!document->set(path, value).ok() || document->getBytes() != bytes))
+            fault = QStringLiteral("setting an equal value changes the text");
+        return what;
+    }
+
+    std::string insert()
+    {
+        Model inserted;
+        if (random.bounded(6) == 0)
+            inserted.form = Model::Form::Object;
+        else
+            inserted.own = anyValue();
+        const Value value = inserted.own ? *inserted.own : Value();
+        if (random.bounded(8) == 0)
+            return insertOwn(value);
+        inserted.key = anyKey();
+        Model& target = chosen();
+        const auto same =
+            std::count_if(target.children.begin(), target.children.end(),
+                          [&inserted](const Model& child) { return child.key == inserted.key; });
+        std::string name = joinNumber(encodeKey(inserted.key), std::size_t(same) + 1);
+        if (target.form == Model::Form::Array)
+            name = std::to_string(target.children.size());
+        std::string inside = path.empty() ? name : joinPath(path, name);
+        if (random.bounded(4) == 0) {
+            const std::string key = anyKey();
+            inside = joinPath(inside, encodeKey(inserted.key));
+            inserted = {key, Model::Form::Object, {}, {inserted}};
+            inserted.key = inserted.children[0].key;
+        }
+        const std::string before = document->getBytes();
+        const std::string what = "insert " + inside + " = " + toLine(value).toStdString();
+        if (!expect(document->insert(inside, value), true))
+            return what;
+        const bool wasFilled = !target.children.empty();
+        target.form = target.form == Model::Form::Array ? target.form : Model::Form::Object;
+        target.children.push_back(std::move(inserted));
+        if (wasFilled && random.bounded(4) == 0)
+            takeBack(target, path.empty() ? name : joinPath(path, name), before);
+        return what;
+    }
+
+    // What was inserted and is removed again leaves no trace.
+    void takeBack(Model& target, const std::string& inserted, const std::string& before)
+    {
+        expect(document->remove(inserted), true);
+        target.children.pop_back();
+        if (document->getBytes() != before)
+            fault = QStringLiteral("removing what was inserted leaves a trace:\n") +
+                    QString::fromStdString(document->getBytes());
+    }
+
+    std::string insertOwn(const Value& value)
+    {
+        const std::string what = "insert " + path + " = " + toLine(value).toStdString();
+        const bool allowed =
+            !chosen().own && chosen().form == Model::Form::Object && value.type != Type::Group;
+        if (expect(document->insert(path, value), allowed) && allowed)
+            chosen().own = value;
+        return what;
+    }
+
+    bool expect(const Outcome& outcome, bool allowed)
+    {
+        if (outcome.ok() != allowed)
+            fault = QStringLiteral("expected %1: %2").arg(allowed).arg(QString::fromStdString(outcome.error));
+        return outcome.ok();
+    }
+
+    std::string anyText()
+    {
+        static const std::vector<std::string> pieces{"a",
+                                                     "\"",
+                                                     "\\",
+                                                     "//",
+                                                     "/*",
+                                                     "*/",
+                                                     "\n",
+                                                     "\r\n",
+                                                     "\t",
+                                                     "{",
+                                                     "]",
+                                                     ",",
+                                                     " ",
+                                                     "\xC3\xBC",
+                                                     "\xF0\x9F\x98\x80",
+                                                     std::string(1, '\0'),
+                                                     "\x1F",
+                                                     "\x7F",
+                                                     "\\u0041",
+                                                     "12"};
+        std::string text;
+        for (int i = random.bounded(5); i > 0; --i)
+            text += pieces[std::size_t(random.bounded(int(pieces.size())))];
+        return text;
+    }
+
+    std::string anyKey()
+    {
+        static const std::vector<std::string> keys{"a", "b", "c", "a.b", "", "k[2]", "#c", "\"", "\xC3\xBC"};
+        return keys[std::size_t(random.bounded(int(keys.size())))];
+    }
+
+    Value anyValue()
+    {
+        switch (random.bounded(8)) {
+        case 0:
+            return null();
+        case 1:
+            return boolean(random.bounded(2) == 0);
+        case 2:
+            return integer(qint64(random.generate64()) >> random.bounded(64));
+        case 3:
+            return {Type::Unsigned, std::uint64_t(random.generate64() | 1ULL << 63)};
+        case 4:
+            return number((random.generateDouble() - 0.5) * std::pow(10.0, random.bounded(-300, 300)));
+        case 5: {
+            std::vector<std::string> texts(std::size_t(random.bounded(5)));
+            std::generate(texts.begin(), texts.end(), [this] { return anyText(); });
+            return list(texts);
+        }
+        default:
+            return text(anyText());
+        }
+    }
+
+    std::unique_ptr<Document> document;
+    QRandomGenerator random;
+    Model root;
+    std::vector<Model*> way; // from the root to the chosen node; owned by the root
+    std::string path;
+    std::size_t index = 0;
+    QString fault;
+};
+
+} // namespace
+
+// A document and a trivial model go the same random way; after every step they hold the same, and so does the
+// text when it is read afresh. VANTRY_WALK_STEPS makes the way longer.
+class JsonRandomWalkTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void walks_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        const QByteArray pretty = "{\n"
+                                  "    \"a\": 1,\n"
+                                  "    \"b\": {\n"
+                                  "        \"list\": [\n"
+                                  "            \"x\",\n"
+                                  "            \"y\"\n"
+                                  "        ],\n"
+                                  "        \"mixed\": [1, \"x\", {\"z\": null}],\n"
+                                  "        \"empty\": {}\n"
+                                  "    },\n"
+                                  "    \"a\": 2.50,\n"
+                                  "    \"c\": {\n"
+                                  "        \"#value\": \"own\",\n"
+                                  "        \"d\": true\n"
+                                  "    }\n"
+                                  "}\n";
+        const QByteArray commented =
+            "// head\r\n{ // top\r\n\t\"a\": 1, // one\r\n\t/* two\r\n\tlines */\r\n"
+            "\t\"b\": [ /* x */ 1 /* y */, \"z\", // z\r\n\t], /* b */ \"c\": {}, // c\r\n"
+            "\t\"d\": [ \"p\", // p\r\n\t\t/* q */ \"q\"\r\n\t\t// end\r\n\t]\r\n"
+            "\t// last\r\n} // tail";
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("empty object") << QByteArray("{}");
+        QTest::newRow("four blanks") << pretty;
+        QTest::newRow("two blanks") << QByteArray(pretty).replace("    ", "  ");
+        QTest::newRow("tabs and CRLF") << QByteArray(pretty).replace("    ", "\t").replace("\n", "\r\n");
+        QTest::newRow("CR") << QByteArray(pretty).replace("\n", "\r");
+        QTest::newRow("minified") << QByteArray(pretty).replace("\n", "").replace(" ", "");
+        QTest::newRow("one line") << QByteArray(pretty).replace("\n", " ").replace("    ", "");
+        QTest::newRow("comma first") << QByteArray(
+            "{ \"a\": 1\n, \"b\": [ 1\n  , 2\n  ]\n, \"c\": \"x\"\n}\n");
+        QTest::newRow("comments") << commented;
+    }
+
+    void walks()
+    {
+        QFETCH(QByteArray, bytes);
+        const int steps = std::max(400, qEnvironmentVariableIntValue("VANTRY_WALK_STEPS"));
+        for (quint32 seed = 1; seed <= 5; ++seed) {
+            Walk walk(bytes.toStdString(), seed);
+            QCOMPARE(walk.getModel().toLines(), toLines(walk.getDocument()));
+            for (int step = 0; step < steps; ++step) {
+                const std::string before = walk.getDocument().getBytes();
+                const std::string what = walk.step();
+                const std::string after = walk.getDocument().getBytes();
+                const QString context = QStringLiteral("seed %1, step %2: %3\n%4\n---\n%5")
+                                            .arg(seed)
+                                            .arg(step)
+                                            .arg(QString::fromStdString(what), QString::fromStdString(before),
+                                                 QString::fromStdString(after));
+                QVERIFY2(walk.getFault().isEmpty(),
+                         qPrintable(walk.getFault() + QLatin1Char('\n') + context));
+                const QStringList expected = walk.getModel().toLines();
+                QVERIFY2(toLines(walk.getDocument()) == expected, qPrintable(context));
+                QVERIFY2(toLines("json", after) == expected, qPrintable(context));
+            }
+        }
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, JsonRandomWalkTest>(argc, argv);
+}
+
+#include "json_random_walk_test.moc"
