@@ -340,6 +340,11 @@ private slots:
         QTest::newRow("comma first") << QByteArray(
             "{ \"a\": 1\n, \"b\": [ 1\n  , 2\n  ]\n, \"c\": \"x\"\n}\n");
         QTest::newRow("comments") << commented;
+        QByteArray members;
+        for (const char* key : {"a", "b", "c", "d", "e", "f", "a", "b", "a", "g", "h", "i"})
+            members.append('"').append(key).append("\": 1, ");
+        QTest::newRow("many children")
+            << "{" + members + "\"z\": [1, 2, \"x\", \"x\", \"x\", \"x\", 7, 8, 9, 10]}";
     }
 
     void walks()
