@@ -11,6 +11,8 @@ namespace Repository::Documents {
 
 namespace {
 
+using simdjson::ondemand::json_iterator;
+
 constexpr auto npos = std::string_view::npos;
 
 std::string quoted(std::string_view text)
@@ -36,6 +38,25 @@ std::string describe(std::string_view text, std::size_t at)
 std::uint32_t narrow(std::size_t offset)
 {
     return static_cast<std::uint32_t>(offset);
+}
+
+// A text with the mark of UTF-16, or with a zero in the same half of its first two units.
+bool isUtf16(std::string_view text)
+{
+    const auto isZero = [text](std::size_t at) { return at < text.size() && text[at] == '\0'; };
+    const std::string_view mark = text.substr(0, 2);
+    return mark == "\xFF\xFE" || mark == "\xFE\xFF" || (isZero(0) && isZero(2)) || (isZero(1) && isZero(3));
+}
+
+// At least as many as there are values: growing step by step would take twice the memory.
+std::size_t countValues(const json_iterator& begin)
+{
+    std::size_t count = 1;
+    for (json_iterator tokens(begin); !tokens.at_end();) {
+        const std::uint8_t token = *tokens.return_current_and_advance();
+        count += token == ',' || token == '[' || token == '{' ? 1 : 0;
+    }
+    return count;
 }
 
 // A copy of equal length with blanks in place of comments; empty when there are none. A comment without an
@@ -78,6 +99,8 @@ JsonFault JsonReader::read()
         return {0, "the file is larger than the 4 GB that can be opened"};
     if (scan(original))
         return {};
+    if (isUtf16(original))
+        return {0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8"};
     const std::string blanked = blankComments(original);
     if (!blanked.empty()) {
         tree.dropNodes();
@@ -90,7 +113,6 @@ JsonFault JsonReader::read()
 
 bool JsonReader::scan(const std::string& text)
 {
-    using simdjson::ondemand::json_iterator;
     expected = Expected::Value;
     current = latest = noJsonNode;
     depth = lead = 0;
@@ -112,6 +134,8 @@ bool JsonReader::scan(const std::string& text)
     if (error != simdjson::SUCCESS)
         return fail(0, std::string("the json parser gave up: ") + simdjson::error_message(error));
 
+    const std::size_t values = countValues(tokens);
+    tree.reserve(values + values / 16); // some room for edits
     const auto offsetOf = [&text](const std::uint8_t* token) {
         return static_cast<std::size_t>(reinterpret_cast<const char*>(token) - text.data());
     };
@@ -285,8 +309,6 @@ bool JsonReader::fail(std::size_t at, std::string message)
 
 bool JsonReader::failEncoding(std::string_view text)
 {
-    if (text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF")
-        return fail(0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8");
     std::size_t at = 0;
     while (const std::size_t length = FrameworkCore::Values::utf8Length(text.substr(at)))
         at += length;

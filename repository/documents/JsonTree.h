@@ -3,6 +3,7 @@
 #include "repository/documents/JsonNode.h"
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,9 @@ public:
 
     // Drops what was read, to begin again.
     void dropNodes();
+
+    // While reading: makes room for so many nodes.
+    void reserve(std::size_t count) { nodes.reserve(count); }
 
     // While reading: appends a node as the last child of its parent, or as the root.
     JsonNodeId read(const JsonNode& node);

@@ -2,7 +2,7 @@
 #include "tests/support/TestRun.h"
 
 #include <QElapsedTimer>
-#include <QFile>
+#include <QJsonDocument>
 #include <QRandomGenerator>
 
 using namespace EntryLines;
@@ -275,6 +275,7 @@ private slots:
         row("[\"a\xFF\"]", 1, 4, "no UTF-8");
         row("{\n// \xFF\n\"\xED\xA0\x80\"}", 3, 2, "no UTF-8");
         row(QByteArray("\xFF\xFE{\0}\0", 6), 1, 1, "UTF-16");
+        row(QByteArray("[\0\"\0a\0", 6), 1, 1, "UTF-16");
         row(QByteArray("[\0]", 3), 1, 2, "control character");
         row(QByteArray("[\"\0\"]", 5), 1, 3, "control character");
         row(QByteArray(1001, '['), 1, 1001, "too deep");
@@ -396,6 +397,61 @@ private slots:
         QVERIFY(!document->insert(group + ".b.c", integer(1)).ok());
         QVERIFY(document->insert(group + ".b", integer(1)).ok());
         QCOMPARE(toLines("json", document->getBytes()), toLines(*document));
+    }
+
+    // Damaged texts are refused or read, never more. Qt's reader is lax about numbers and texts, but what it
+    // takes has the structure of json.
+    void survivesDamage()
+    {
+        const QByteArray sample = "{\n  \"a\": [1, -2.5e3, true, null, {\"b\\u0041\": \"\xC3\xA4\\n\"}],\n  "
+                                  "\"c\": [\"x\", \"y\"], \"d\": {}}";
+        QRandomGenerator random(11);
+        const auto document = makeDocument("json");
+        for (int round = 0; round < 30000; ++round) {
+            QByteArray bytes = sample;
+            for (int i = random.bounded(1, 3); i > 0; --i) {
+                const char inserted = "{}[]\",:/*\\0-1eu\n\xC3 \0"[random.bounded(20)];
+                bytes.replace(random.bounded(bytes.size()), random.bounded(2),
+                              QByteArray(random.bounded(2), inserted));
+            }
+            if (random.bounded(4) == 0)
+                bytes.truncate(random.bounded(bytes.size()));
+            const Outcome outcome = document->parse(bytes.toStdString());
+            if (outcome.ok())
+                QCOMPARE(QByteArray::fromStdString(document->getBytes()), bytes);
+            else
+                QVERIFY(outcome.line > 0 && outcome.column > 0);
+            QJsonParseError error;
+            QJsonDocument::fromJson(bytes, &error);
+            const QString reason = QString::fromStdString(outcome.error);
+            const bool structural =
+                reason.startsWith(QLatin1String("found")) || reason.contains(QLatin1String("ends"));
+            if (error.error == QJsonParseError::NoError)
+                QVERIFY2(!structural, qPrintable(reason + QString::fromUtf8(bytes)));
+        }
+    }
+
+    // No operation's cost depends on how large the document is; a hundred thousand of each take no time to
+    // speak of.
+    void scales()
+    {
+        std::string bytes = "{\"list\": [1";
+        for (int i = 1; i < 100000; ++i)
+            bytes += "," + std::to_string(i);
+        bytes += "]}";
+        const auto document = makeDocument("json");
+        QVERIFY(document->parse(bytes).ok());
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < 100000; ++i)
+            QVERIFY(document->insert("k" + std::to_string(i), integer(i)).ok());
+        for (int i = 0; i < 100000; ++i) {
+            QVERIFY(document->set("k" + std::to_string(i), text("x")).ok());
+            QVERIFY(document->set("list." + std::to_string(i), text("x")).ok() || i == 99999);
+        }
+        for (int i = 0; i < 100000; ++i)
+            QVERIFY(document->remove("k" + std::to_string(i)).ok());
+        QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
     }
 
     void knowsWhichSiblingsMove_data()
