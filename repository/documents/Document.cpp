@@ -1,5 +1,6 @@
 #include "repository/documents/Document.h"
 
+#include "repository/documents/IniDocument.h"
 #include "repository/documents/JsonDocument.h"
 
 namespace Repository::Documents {
@@ -12,6 +13,8 @@ const std::vector<std::string>& getDocumentTypes()
 
 std::unique_ptr<Document> makeDocument(std::string_view type)
 {
+    if (type == "ini")
+        return std::make_unique<IniDocument>();
     if (type == "json")
         return std::make_unique<JsonDocument>();
     return nullptr;

@@ -1,0 +1,187 @@
+#include "repository/documents/IniDocument.h"
+
+#include "repository/documents/KeyText.h"
+#include "repository/documents/TextPosition.h"
+
+#include <limits>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+
+std::string encodingRefusal(std::string_view bytes)
+{
+    const bool wide = bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF" ||
+                      bytes.substr(0, 4) == std::string_view("\0\0\xFE\xFF", 4);
+    return wide ? "the text is UTF-16 or UTF-32; save it as UTF-8 to have it read" : std::string();
+}
+
+bool endsLine(std::string_view text)
+{
+    return text.empty() || text.back() == '\n' || text.back() == '\r';
+}
+
+Outcome refused(std::string reason)
+{
+    return {std::move(reason), 0, 0};
+}
+
+// The separator with one blank where the file has any.
+std::string plainSeparator(std::string_view separator)
+{
+    const std::string_view mark = trimIniBlanks(separator);
+    std::string plain(mark);
+    if (!separator.empty() && isIniBlank(separator.front()))
+        plain.insert(0, 1, ' ');
+    if (!separator.empty() && isIniBlank(separator.back()))
+        plain += ' ';
+    return plain;
+}
+
+} // namespace
+
+Outcome IniDocument::parse(std::string bytes)
+{
+    IniDocument fresh;
+    Outcome outcome = fresh.load(std::move(bytes));
+    if (outcome.ok())
+        *this = std::move(fresh);
+    return outcome;
+}
+
+Outcome IniDocument::load(std::string bytes)
+{
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
+        return refused("an ini file of more than 4 GB is not read");
+    fileBytes = std::make_unique<const std::string>(std::move(bytes));
+    std::string_view text = *fileBytes;
+    std::string wide = encodingRefusal(text);
+    if (!wide.empty())
+        return {std::move(wide), 1, 1};
+    byteOrderMark = text.substr(0, utf8Mark.size()) == utf8Mark;
+    text.remove_prefix(byteOrderMark ? utf8Mark.size() : 0);
+    const std::size_t firstEnd = text.find_first_of("\r\n");
+    if (firstEnd != std::string_view::npos)
+        style.lineEnd = text.substr(firstEnd, text.substr(firstEnd, 2) == "\r\n" ? 2 : 1);
+
+    const auto failure = [this](const char* at, std::string reason) {
+        const TextPosition position = positionOf(*fileBytes, std::size_t(at - fileBytes->data()));
+        return Outcome{std::move(reason), position.line, position.column};
+    };
+    IniScanner scanner(text);
+    IniItem* section = &index.root();
+    bool anyEntry = false;
+    while (const std::optional<IniLine> line = scanner.next()) {
+        if (line->kind == IniLine::Kind::Header && isIniTooDeep(line->key()))
+            return failure(line->key().data(), "sections lie in each other more than " +
+                                                   std::to_string(deepestIniSection) + " deep");
+        IniPiece& piece = add(pieces.end(), chainEnd, *line);
+        piece.original = line->text;
+        if (line->kind == IniLine::Kind::Header) {
+            section = &index.nextSection(iniSectionPath(line->key()));
+            piece.item = section;
+            section->section->header = section->section->last = &piece;
+        } else if (line->kind == IniLine::Kind::Entry) {
+            piece.item = &index.nextEntry(*section, encodeKey(line->key()));
+            piece.item->entry = section->section->last = &piece;
+            learnStyle(*line);
+            anyEntry = true;
+        }
+    }
+    if (!scanner.getError().empty())
+        return failure(text.data() + scanner.getErrorOffset(), scanner.getError());
+    // A file without entries is as good as new: nothing says what its readers do not understand.
+    style.bareKeys = style.bareKeys || !anyEntry;
+    return {};
+}
+
+void IniDocument::learnStyle(const IniLine& entry)
+{
+    style.bareKeys = style.bareKeys || !entry.separated;
+    if (!entry.separated)
+        return;
+    if (!styleKnown && !entry.value().empty()) {
+        styleKnown = true;
+        style.separator = plainSeparator(entry.separator());
+        style.indent = entry.text.substr(0, entry.indent);
+    }
+    if (style.quote == '\0')
+        style.quote = quoteOf(entry);
+    if (entry.continued && style.continuation.empty()) {
+        const TextLine first = textLineAt(entry.text, 0);
+        const std::string_view second = textLineAt(entry.text, first.end).content;
+        const std::size_t indent = second.find_first_not_of(" \t\v\f");
+        if (!endsInBackslash(first.content) && indent != std::string_view::npos && !isIniComment(second))
+            style.continuation = second.substr(0, indent);
+    }
+}
+
+void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    ++visits;
+    std::vector<const IniItem*> unseen;
+    for (const IniPiece& piece : pieces) {
+        for (const IniItem* item = piece.item; item && item->visit != visits; item = item->parent) {
+            item->visit = visits;
+            unseen.push_back(item);
+        }
+        for (; !unseen.empty(); unseen.pop_back()) {
+            const IniItem& item = *unseen.back();
+            if (item.parent)
+                visitor({*item.path, item.entry ? readIniValue(item.entry->line) : Value()});
+        }
+    }
+}
+
+bool IniDocument::contains(std::string_view path) const
+{
+    return index.find(path) != nullptr;
+}
+
+std::string IniDocument::getBytes() const
+{
+    std::string bytes(byteOrderMark ? utf8Mark : std::string_view());
+    bytes.reserve(fileBytes->size() + fileBytes->size() / 16);
+    const std::size_t begin = bytes.size();
+    for (const IniPiece& piece : pieces) {
+        // The last line of the file may lack its end until another comes behind it.
+        if (bytes.size() > begin && !endsLine(bytes))
+            bytes += style.lineEnd;
+        bytes += piece.line.text;
+    }
+    return bytes;
+}
+
+Outcome IniDocument::set(std::string_view path, const Value& value)
+{
+    const IniItem* const item = index.find(path);
+    if (!item || !item->entry)
+        return refused(item ? "it is a section and has no value" : "there is no such entry");
+    IniPiece& piece = *item->entry;
+    if (readIniValue(piece.line) == value)
+        return {};
+    const IniLine original =
+        piece.original.empty() ? piece.line : scanSingle(piece.original).value_or(piece.line);
+    const bool asBefore = !piece.original.empty() && readIniValue(original) == value;
+    std::optional<std::string> text;
+    if (!asBefore)
+        text = writeIniValue(original, value, style);
+    if (!asBefore && !text)
+        return refused(explainIniRefusal(value));
+    const IniLine line = asBefore ? original : scanSingle(*text).value_or(original);
+    const bool turned = line.separated != piece.line.separated;
+    if (turned && piece.above && wouldSwallow(piece.above->line, line, gapBelow(*piece.above)))
+        return refused("without a separator the line would belong to the one above it");
+    if (piece.below && wouldSwallow(line, piece.below->line, gapBelow(piece)))
+        return refused("the line below it would be read as part of the value");
+    piece.own = asBefore ? nullptr : std::make_unique<std::string>(*std::move(text));
+    piece.line = asBefore ? original : *scanSingle(*piece.own);
+    return {};
+}
+
+} // namespace Repository::Documents

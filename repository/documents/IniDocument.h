@@ -1,0 +1,72 @@
+#pragma once
+
+#include "repository/documents/Document.h"
+#include "repository/documents/IniIndex.h"
+#include "repository/documents/IniText.h"
+
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// An ini file. A section's name, split at its dots, is the path of its entries; keys before the first section
+// stand at the root; the second key of one name in a section is key[2], the second section of one name
+// name[2]. A key without a separator is null. The file is a list of pieces that keep their bytes; an edit
+// gives one piece a text of its own.
+class IniDocument : public Document
+{
+public:
+    Outcome parse(std::string bytes) override;
+    void visit(const std::function<void(const Entry&)>& visitor) const override;
+    Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    // Comments above what goes stay; comments between a section's entries go with the section. The root is
+    // not removed.
+    Outcome remove(std::string_view path) override;
+    bool removalMovesSiblings(std::string_view path) const override;
+    bool contains(std::string_view path) const override;
+    std::string getBytes() const override;
+
+private:
+    using Pieces = std::list<IniPiece>;
+
+    Outcome load(std::string bytes);
+    void learnStyle(const IniLine& entry);
+
+    // Adds a piece; those that are no gaps are chained behind the one above, none being the front.
+    IniPiece& add(Pieces::iterator before, IniPiece* above, const IniLine& line);
+    IniPiece& addOwn(Pieces::iterator before, IniPiece* above, std::string text);
+    void take(IniPiece& piece);
+    IniPiece* chainedBehind(const IniPiece* above) const;
+    bool gapBelow(const IniPiece& piece) const;
+    bool endsBlank() const;
+
+    Outcome insertSection(std::string_view path);
+    Outcome insertEntry(std::string_view path, const FrameworkCore::Values::Value& value);
+    // Texts of pieces that are to be added; empty, with the reason, where ini has none.
+    std::string headerText(std::string_view path, std::string& reason) const;
+    std::string entryText(std::string_view key, const FrameworkCore::Values::Value& value,
+                          const IniPiece* sibling, std::string& reason) const;
+    IniItem& placeSection(std::string_view path, const std::string& header);
+    IniPiece& placeEntry(IniPiece& above, std::string text);
+    IniPiece& placeFirstAtRoot(std::string text);
+
+    bool entryCanGo(const IniPiece& entry) const;
+    void takeEntry(IniItem& item);
+    bool sectionsCanGo(const std::vector<IniItem*>& going) const;
+    void takeSections(const std::vector<IniItem*>& going);
+
+    std::unique_ptr<const std::string> fileBytes = std::make_unique<const std::string>();
+    bool byteOrderMark = false;
+    Pieces pieces;
+    IniPiece* chainFront = nullptr; // not owned
+    IniPiece* chainEnd = nullptr;   // not owned
+    IniIndex index;
+    IniStyle style;
+    bool styleKnown = false;
+    mutable std::uint32_t visits = 0;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "repository/documents/IniScanner.h"
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace Repository::Documents {
+
+struct IniItem;
+
+// One piece of the file in its place: in the list of all pieces, and in the chain of those that are no gaps.
+struct IniPiece
+{
+    IniLine line;                     // a view into the file's bytes, or into own
+    std::string_view original;        // what the file holds here; empty for a piece that was added
+    std::unique_ptr<std::string> own; // the text of a piece that was added or edited
+    IniPiece* above = nullptr;        // not owned, as all pointers below
+    IniPiece* below = nullptr;
+    IniItem* item = nullptr; // none for a gap
+    std::list<IniPiece>::iterator place;
+};
+
+// What makes a node of the tree a section.
+struct IniSection
+{
+    IniPiece* header = nullptr;          // none for the root, and while only deeper sections name this one
+    IniPiece* last = nullptr;            // the last entry, or else the header
+    std::size_t headers = 0;             // how many sections have this name; kept by the first
+    std::unordered_set<IniItem*> deeper; // the sections right below
+};
+
+// A node of the tree. It may be an entry and a section at once.
+struct IniItem
+{
+    const std::string* path = nullptr;
+    IniItem* parent = nullptr;
+    IniPiece* entry = nullptr;
+    std::unique_ptr<IniSection> section;
+    std::size_t entries = 0;         // how many entries of the section have this name; kept by the first
+    mutable std::uint32_t visit = 0; // the visit that met it last
+};
+
+// The nodes of an ini file by their paths. Finding, adding and taking out cost the same in a small and in a
+// large file.
+class IniIndex
+{
+public:
+    IniIndex() { clear(); }
+
+    void clear();
+    IniItem& root() { return *rootItem; }
+    const IniItem& root() const { return *rootItem; }
+
+    IniItem* find(std::string_view path);
+    const IniItem* find(std::string_view path) const;
+
+    // The section of that path, made with all that lead to it where they are missing.
+    IniItem& demandSection(std::string_view path);
+    // The node of that name in the section.
+    IniItem& demandEntry(IniItem& section, std::string_view name);
+
+    // The node of the next header of that path, or of the next entry of that name: the plain path for the
+    // first, then path[2] and so on.
+    IniItem& nextSection(std::string_view path);
+    IniItem& nextEntry(IniItem& section, std::string_view name);
+
+    // The node is no entry any more; it goes unless it is a section too.
+    void dropEntry(IniItem& item);
+    // Drops a section without header and deeper sections, and those that only led to it. None of its entries
+    // may be left.
+    void dropSection(IniItem* item);
+
+private:
+    IniItem& demand(std::string_view path, IniItem* parent);
+
+    std::unordered_map<std::string, IniItem> items;
+    IniItem* rootItem = nullptr;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,309 @@
+#include "repository/documents/IniScanner.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::size_t none = std::string_view::npos;
+
+std::size_t indentOf(std::string_view content)
+{
+    std::size_t indent = 0;
+    while (indent < content.size() && isIniBlank(content[indent]))
+        ++indent;
+    return indent;
+}
+
+bool isBlankLine(std::string_view content)
+{
+    return indentOf(content) == content.size();
+}
+
+bool isWordCharacter(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Behind the quotation that opens at this place; the place itself when none does. An apostrophe inside a word
+// opens none.
+std::size_t skipQuotation(std::string_view content, std::size_t at)
+{
+    const char quote = content[at];
+    if ((quote != '"' && quote != '\'') || (at > 0 && isWordCharacter(content[at - 1])))
+        return at;
+    for (std::size_t close = at + 1; close < content.size(); ++close) {
+        if (content[close] == '\\')
+            ++close;
+        else if (content[close] == quote)
+            return close + 1;
+    }
+    return at;
+}
+
+// Where the comment behind a value begins; the end of the content when there is none.
+std::size_t inlineComment(std::string_view content, std::size_t from)
+{
+    for (std::size_t at = from; at < content.size();) {
+        const std::size_t behind = skipQuotation(content, at);
+        if (behind > at) {
+            at = behind;
+            continue;
+        }
+        const bool mark = content[at] == ';' || content[at] == '#';
+        if (mark && at > 0 && isIniBlank(content[at - 1]) && at + 1 < content.size() &&
+            isIniBlank(content[at + 1]))
+            return at;
+        ++at;
+    }
+    return content.size();
+}
+
+std::size_t findColon(std::string_view content)
+{
+    std::size_t colon = content.find(':');
+    while (colon != none && content.substr(colon, 3) == "://")
+        colon = content.find(':', colon + 1);
+    return colon;
+}
+
+std::size_t findSeparator(std::string_view content)
+{
+    const std::size_t equals = content.find('=');
+    const std::size_t colon = findColon(content.substr(0, equals));
+    if (equals == none || colon == none)
+        return std::min(equals, colon);
+    return isIniBlank(content[colon + 1]) ? colon : equals;
+}
+
+// A section's name ends at the first "]" behind which there is nothing but blanks or a comment, so that names
+// may hold brackets.
+std::size_t findHeaderEnd(std::string_view content, std::size_t open)
+{
+    for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
+        const std::string_view behind = trimIniBlanks(content.substr(close + 1));
+        if (behind.empty() || isIniComment(behind))
+            return close;
+    }
+    return none;
+}
+
+bool isHeader(std::string_view content)
+{
+    const std::size_t open = indentOf(content);
+    return open < content.size() && content[open] == '[' && findHeaderEnd(content, open) != none;
+}
+
+bool goesOnBehindBackslash(std::string_view content, std::string_view next)
+{
+    if (indentOf(next) > 0)
+        return true;
+    if (isHeader(next))
+        return false;
+    const bool blankBefore = content.size() < 2 || isIniBlank(content[content.size() - 2]);
+    return blankBefore || findSeparator(next) == none;
+}
+
+struct Gap
+{
+    bool any = false;
+    bool blank = false;
+};
+
+bool goesOn(std::string_view content, std::size_t indent, Gap gap, std::string_view next)
+{
+    if (indentOf(next) > indent)
+        return true;
+    if (!endsInBackslash(content) || gap.blank)
+        return false;
+    return gap.any ? indentOf(next) > 0 : goesOnBehindBackslash(content, next);
+}
+
+std::uint32_t narrow(std::size_t offset)
+{
+    return static_cast<std::uint32_t>(offset);
+}
+
+// Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
+// so that a value put there stands as the others do.
+void placeValue(IniLine& line, std::string_view content, std::size_t separator, bool keepComment)
+{
+    const std::size_t comment = keepComment ? content.size() : inlineComment(content, separator + 1);
+    std::size_t begin = separator + 1;
+    while (begin < comment && isIniBlank(content[begin]))
+        ++begin;
+    std::size_t end = comment;
+    while (end > begin && isIniBlank(content[end - 1]))
+        --end;
+    if (begin == end) {
+        const bool blank = separator + 1 < comment && (comment == content.size() || separator + 2 < comment);
+        begin = end = separator + (blank ? 2 : 1);
+    }
+    line.valueBegin = narrow(begin);
+    line.valueEnd = narrow(end);
+}
+
+std::string_view lastContent(const IniLine& line)
+{
+    std::size_t at = 0;
+    std::string_view content;
+    while (at < line.text.size()) {
+        const TextLine physical = textLineAt(line.text, at);
+        content = physical.content;
+        at = physical.end;
+    }
+    return content;
+}
+
+} // namespace
+
+bool isIniBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\v' || c == '\f';
+}
+
+std::string_view trimIniBlanks(std::string_view text)
+{
+    text.remove_prefix(indentOf(text));
+    while (!text.empty() && isIniBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+bool isIniComment(std::string_view line)
+{
+    const std::size_t begin = indentOf(line);
+    return begin < line.size() && (line[begin] == ';' || line[begin] == '#');
+}
+
+TextLine textLineAt(std::string_view text, std::size_t begin)
+{
+    const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
+    const bool pair = text.substr(end, 2) == "\r\n";
+    return {text.substr(begin, end - begin), std::min(text.size(), end + (pair ? 2 : 1))};
+}
+
+bool endsInBackslash(std::string_view content)
+{
+    std::size_t count = 0;
+    while (count < content.size() && content[content.size() - 1 - count] == '\\')
+        ++count;
+    return count % 2 == 1;
+}
+
+std::optional<IniLine> IniScanner::next()
+{
+    if (position == text.size() || !error.empty())
+        return std::nullopt;
+    const std::string_view content = textLineAt(text, position).content;
+    if (isBlankLine(content) || isIniComment(content))
+        return takeGap();
+    return content[indentOf(content)] == '[' ? takeHeader() : takeEntry();
+}
+
+IniLine IniScanner::takeGap()
+{
+    IniLine line;
+    const std::size_t begin = position;
+    while (position < text.size()) {
+        const TextLine physical = textLineAt(text, position);
+        if (!isBlankLine(physical.content) && !isIniComment(physical.content))
+            break;
+        position = physical.end;
+    }
+    line.text = text.substr(begin, position - begin);
+    return line;
+}
+
+std::optional<IniLine> IniScanner::takeHeader()
+{
+    const TextLine physical = textLineAt(text, position);
+    const std::size_t open = indentOf(physical.content);
+    const std::size_t close = findHeaderEnd(physical.content, open);
+    if (close == none) {
+        const std::size_t bracket = physical.content.find(']', open);
+        errorOffset = position + (bracket == none ? open : bracket + 1);
+        error = bracket == none ? "the name of a section is not closed by \"]\""
+                                : "only a comment may follow the \"]\" of a section";
+        return std::nullopt;
+    }
+    IniLine line;
+    line.kind = IniLine::Kind::Header;
+    line.indent = narrow(open);
+    line.keyBegin = narrow(open + 1);
+    line.keyEnd = line.valueBegin = line.valueEnd = narrow(close);
+    line.text = text.substr(position, physical.end - position);
+    position = physical.end;
+    return line;
+}
+
+IniLine IniScanner::takeEntry()
+{
+    const TextLine first = textLineAt(text, position);
+    const std::size_t begin = position;
+    IniLine line;
+    line.kind = IniLine::Kind::Entry;
+    line.indent = narrow(indentOf(first.content));
+    line.keyBegin = line.indent;
+    position = first.end;
+
+    const std::size_t comment = inlineComment(first.content, line.indent);
+    const std::size_t separator = findSeparator(first.content.substr(0, comment));
+    line.separated = separator != none;
+    std::size_t keyEnd = std::min(separator, comment);
+    while (keyEnd > line.keyBegin && isIniBlank(first.content[keyEnd - 1]))
+        --keyEnd;
+    line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
+
+    std::size_t valueEnd = 0;
+    std::string_view content = first.content;
+    Gap gap;
+    for (std::size_t at = first.end; line.separated && at < text.size();) {
+        const TextLine further = textLineAt(text, at);
+        at = further.end;
+        if (isBlankLine(further.content) || isIniComment(further.content)) {
+            gap.any = true;
+            gap.blank = gap.blank || isBlankLine(further.content);
+            continue;
+        }
+        if (!goesOn(content, line.indent, gap, further.content))
+            break;
+        content = further.content;
+        gap = Gap();
+        line.continued = true;
+        const std::string_view trimmed = trimIniBlanks(content);
+        valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - begin;
+        position = further.end;
+    }
+    if (line.separated)
+        placeValue(line, first.content, separator, line.continued);
+    if (line.continued)
+        line.valueEnd = narrow(valueEnd);
+    line.text = text.substr(begin, position - begin);
+    return line;
+}
+
+std::optional<IniLine> scanSingle(std::string_view text)
+{
+    IniScanner scanner(text);
+    std::optional<IniLine> line = scanner.next();
+    if (!line || line->text.size() != text.size())
+        return std::nullopt;
+    return line;
+}
+
+bool wouldSwallow(const IniLine& above, const IniLine& below, bool gapBetween)
+{
+    if (above.kind != IniLine::Kind::Entry || !above.separated)
+        return false;
+    // A piece that was added may begin with the blank line that sets it off.
+    const std::size_t before = below.text.substr(0, below.keyBegin).find_last_of("\r\n");
+    const std::size_t begin = before == none ? 0 : before + 1;
+    Gap gap;
+    gap.any = gapBetween || begin > 0;
+    return goesOn(lastContent(above), above.indent, gap, textLineAt(below.text, begin).content);
+}
+
+} // namespace Repository::Documents

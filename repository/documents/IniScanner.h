@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// A piece of an ini file: a run of blank and comment lines, the header of a section, or an entry with all
+// lines over which its value goes on. The pieces of a file, one behind the other, are the file. Offsets count
+// from the beginning of the piece.
+struct IniLine
+{
+    enum class Kind : std::uint8_t { Gap, Header, Entry };
+
+    Kind kind = Kind::Gap;
+    bool separated = false; // an entry with "=" or ":"; one without has a key only
+    bool continued = false; // the value goes on over further lines
+    std::uint32_t indent = 0;
+    std::uint32_t keyBegin = 0; // key of an entry, name of a section
+    std::uint32_t keyEnd = 0;
+    std::uint32_t valueBegin = 0; // both at the end of the key where there is no separator
+    std::uint32_t valueEnd = 0;
+    std::string_view text; // line ends included
+
+    std::string_view key() const { return text.substr(keyBegin, keyEnd - keyBegin); }
+    std::string_view value() const { return text.substr(valueBegin, valueEnd - valueBegin); }
+    // What leads to the value: blanks and the separator.
+    std::string_view separator() const { return text.substr(keyEnd, valueBegin - keyEnd); }
+    // What stands behind the value: blanks, a comment, the line end.
+    std::string_view tail() const { return text.substr(valueEnd); }
+};
+
+// Cuts the text of an ini file into its pieces. It reads as the readers of real files do:
+// - A line that begins with ";" or "#" is a comment; so is the rest of a line from a ";" or "#" on that has
+//   blanks on both sides and stands outside of quotes.
+// - The separator is the first "=", or an earlier ":" with a blank behind it, or without any "=" the first
+//   ":", unless it is that of "://".
+// - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
+//   blank and comment lines stand between (as Python's reader has it).
+// - A line that ends with a backslash goes on in the next, unless that begins a section or, with no blank
+//   before the backslash (as behind a folder's path), has a separator itself.
+class IniScanner
+{
+public:
+    explicit IniScanner(std::string_view iniText) : text(iniText) {}
+
+    // The next piece; nothing at the end of the text and at a line that is no ini.
+    std::optional<IniLine> next();
+
+    // Where and why reading stopped before the end; the reason is empty when it did not.
+    std::size_t getErrorOffset() const { return errorOffset; }
+    const std::string& getError() const { return error; }
+
+private:
+    IniLine takeGap();
+    std::optional<IniLine> takeHeader();
+    IniLine takeEntry();
+
+    std::string_view text;
+    std::size_t position = 0;
+    std::size_t errorOffset = 0;
+    std::string error;
+};
+
+// The only piece of a text; nothing when it has none or several.
+std::optional<IniLine> scanSingle(std::string_view text);
+
+// True when the lower piece, no gap, would be read as part of the value above it. They stand one right below
+// the other, or with a gap between them; with a gap the answer may be true where a blank line would in fact
+// part the two.
+bool wouldSwallow(const IniLine& above, const IniLine& below, bool gapBetween);
+
+bool isIniBlank(char c);
+std::string_view trimIniBlanks(std::string_view text);
+bool isIniComment(std::string_view line);
+
+// A line of the text without its line end, and where the next one begins. Lines end at "\n", "\r\n" or "\r".
+struct TextLine
+{
+    std::string_view content;
+    std::size_t end = 0;
+};
+TextLine textLineAt(std::string_view text, std::size_t begin);
+
+// True for a line whose last character is a backslash that is not itself written by one before it.
+bool endsInBackslash(std::string_view content);
+
+} // namespace Repository::Documents
