@@ -1,0 +1,46 @@
+#pragma once
+
+#include "desk/PluginLoader.h"
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
+#include <memory>
+#include <vector>
+
+namespace Vantry {
+
+// The applications of one GUI context, made by the loaded plug-ins, and dropped in reverse order. The
+// libraries must outlive it. GUI thread.
+class ApplicationHost
+{
+public:
+    ApplicationHost(PluginLibrary::Context context,
+                    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository);
+    ~ApplicationHost();
+    Q_DISABLE_COPY(ApplicationHost)
+
+    // Makes the applications of all libraries; what fails becomes a finding of the loader.
+    void createApplications(PluginLoader& loader);
+
+    // In the order in which they are shown.
+    std::vector<PluginLibrary::Application> getApplications() const;
+
+    // The page that an application shows is an attribute of the context, which anybody may write.
+    void setPage(const QString& identification, const QString& page) const;
+    QString getPage(const QString& identification) const;
+
+private:
+    struct Entry
+    {
+        const PluginLibrary* library; // not owned
+        QString identification;
+        PluginLibrary::Application application;
+    };
+
+    QString pagePath(const QString& identification) const;
+
+    PluginLibrary::Context context;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    std::vector<Entry> entries;
+};
+
+} // namespace Vantry

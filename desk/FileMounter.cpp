@@ -1,0 +1,136 @@
+#include "desk/FileMounter.h"
+
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/RepositoryLog.h"
+
+#include <QFileInfo>
+#include <QtConcurrent>
+
+namespace Vantry {
+
+namespace {
+
+using FrameworkCore::AppConfig::AccessMode;
+using Shared::Logging::LogRecord;
+
+quint64 lastLogNumber()
+{
+    const auto lines = LogRecord::instance().getLines();
+    return lines.isEmpty() ? 0 : lines.last().number;
+}
+
+// What the repository logged since then about a file that it refused.
+QString reasonSince(quint64 number, const QString& fallback)
+{
+    QStringList reasons;
+    const auto lines = LogRecord::instance().getLines(number);
+    for (const auto& line : lines) {
+        if (line.type == Shared::Logging::LogMessageType::Failure &&
+            line.category == Repository::logCategory())
+            reasons.append(line.text);
+    }
+    return reasons.isEmpty() ? fallback : reasons.join(QLatin1Char('\n'));
+}
+
+// Empty when the file was opened, otherwise why it was not.
+QString mountFile(const QString& file, FileMounter::Repository& repository)
+{
+    const QFileInfo info(file);
+    if (!info.exists())
+        return QStringLiteral("%1: there is no such file").arg(file);
+    if (info.isDir())
+        return QStringLiteral("%1: it is a folder").arg(file);
+    const QString type = FileMounter::backendType(file);
+    const QStringList types = repository.getBackendTypes();
+    if (!types.contains(type))
+        return QStringLiteral("%1: this version opens %2 files, not %3")
+            .arg(file, types.join(QStringLiteral(" and ")), type);
+    const quint64 number = lastLogNumber();
+    const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
+    const bool created = repository.getBackendInterface()->createBackend(
+        type, FileMounter::mountName(file, repository), {info.absoluteFilePath(), info.fileName(), access},
+        2);
+    return created ? QString() : reasonSince(number, QStringLiteral("%1: it was refused").arg(file));
+}
+
+FileMounter::Result mountFiles(const QStringList& files,
+                               const std::shared_ptr<FileMounter::Repository>& repository)
+{
+    FileMounter::Result result;
+    for (const QString& file : files) {
+        const QString problem = mountFile(file, *repository);
+        if (problem.isEmpty())
+            result.opened.append(file);
+        else
+            result.problems.append(problem);
+    }
+    return result;
+}
+
+} // namespace
+
+FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
+    : QObject(parent), repository(std::move(attributes))
+{
+    connect(&worker, &QFutureWatcher<Result>::finished, this, [this] {
+        emit mounted(worker.result());
+        startNext();
+    });
+}
+
+FileMounter::~FileMounter()
+{
+    worker.disconnect(this);
+    worker.waitForFinished();
+}
+
+void FileMounter::mount(const QStringList& files)
+{
+    waiting += files;
+    if (!worker.isRunning())
+        startNext();
+}
+
+bool FileMounter::isBusy() const
+{
+    return worker.isRunning() || !waiting.isEmpty();
+}
+
+void FileMounter::startNext()
+{
+    if (!waiting.isEmpty())
+        worker.setFuture(QtConcurrent::run(mountFiles, std::exchange(waiting, {}), repository));
+}
+
+QString FileMounter::mountName(const QString& file, Repository& repository)
+{
+    const QFileInfo info(file);
+    QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
+    for (const char special : {'.', '*', '%', ';'})
+        name.replace(QLatin1Char(special), QLatin1Char('-'));
+    const auto tree = repository.getTreeInterface();
+    QString free = name;
+    for (int number = 2; tree && tree->getNodeInformation(free).exists; ++number)
+        free = QStringLiteral("%1-%2").arg(name).arg(number);
+    return free;
+}
+
+QString FileMounter::backendType(const QString& file)
+{
+    const QString ending = QFileInfo(file).suffix().toLower();
+    for (const char* type : {"json", "ini", "xml", "txt"}) {
+        if (ending == QLatin1String(type))
+            return ending;
+    }
+    if (ending == QLatin1String("properties"))
+        return QStringLiteral("txt");
+
+    // Many a configuration file has an ending of its own, or none; how it begins tells what it is.
+    QFile content(file);
+    const QByteArray start = content.open(QIODevice::ReadOnly) ? content.read(4096).trimmed() : QByteArray();
+    if (start.startsWith('{'))
+        return QStringLiteral("json");
+    return start.startsWith('<') ? QStringLiteral("xml") : QStringLiteral("ini");
+}
+
+} // namespace Vantry

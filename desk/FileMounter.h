@@ -1,0 +1,51 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
+#include <QFutureWatcher>
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+namespace Vantry {
+
+// Opens configuration files as backends of the repository, on a worker thread, so that a large file does not
+// freeze the window. GUI thread.
+class FileMounter : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    struct Result
+    {
+        QStringList opened;   // files
+        QStringList problems; // one text for each file that was not opened: its name and the reason
+    };
+
+    explicit FileMounter(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
+    ~FileMounter() override; // waits for the files that are being opened
+
+    // Opens the files one after the other; those given meanwhile follow.
+    void mount(const QStringList& files);
+
+    bool isBusy() const;
+
+    // The rules, for one file: where it is mounted, and as what. The name is free in the repository.
+    static QString mountName(const QString& file, Repository& repository);
+    static QString backendType(const QString& file);
+
+signals:
+    void mounted(const Vantry::FileMounter::Result& result);
+
+private:
+    void startNext();
+
+    std::shared_ptr<Repository> repository;
+    QStringList waiting;
+    QFutureWatcher<Result> worker;
+};
+
+} // namespace Vantry

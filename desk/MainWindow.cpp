@@ -1,0 +1,196 @@
+#include "desk/MainWindow.h"
+
+#include "desk/GuiContext.h"
+#include "desk/NavigationArea.h"
+#include "desk/NoticeBar.h"
+#include "desk/PluginDock.h"
+#include "desk/WindowMemory.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+
+namespace Vantry {
+
+namespace {
+
+const QLatin1String attributesPage("attributes");
+
+QStringList localFiles(const QMimeData& data)
+{
+    QStringList files;
+    const auto urls = data.urls();
+    for (const QUrl& url : urls) {
+        if (url.isLocalFile())
+            files.append(url.toLocalFile());
+    }
+    return files;
+}
+
+} // namespace
+
+MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
+                       const QStringList& files)
+    : loader(pluginLoader), repository(std::move(attributes)), mounter(repository),
+      applications(std::make_shared<GuiContext>(QStringList{QStringLiteral("desk")}), repository)
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    setAcceptDrops(true);
+    resize(1100, 720);
+    setUpAreas();
+    setUpMenus();
+    connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
+    addApplications();
+    WindowMemory::restore(*this);
+    plugins->showFindings(loader.getFindings());
+    showFirstPages(!files.isEmpty());
+    openFiles(files);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpAreas()
+{
+    navigation = new NavigationArea;
+    notices = new NoticeBar;
+    workArea = new QStackedWidget;
+    workArea->setObjectName(QStringLiteral("workArea"));
+    auto* const right = new QWidget;
+    auto* const column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(notices);
+    column->addWidget(workArea, 1);
+
+    areas = new QSplitter;
+    areas->setObjectName(QStringLiteral("areas"));
+    areas->setChildrenCollapsible(false);
+    areas->addWidget(navigation);
+    areas->addWidget(right);
+    areas->setStretchFactor(1, 1);
+    setCentralWidget(areas);
+
+    plugins = new PluginDock;
+    addDockWidget(Qt::BottomDockWidgetArea, plugins);
+}
+
+void MainWindow::setUpMenus()
+{
+    QMenu* const file = menuBar()->addMenu(tr("&File"));
+    QAction* const open = file->addAction(tr("&Open Configuration Files..."), this, &MainWindow::chooseFiles);
+    open->setShortcut(QKeySequence::Open);
+    file->addSeparator();
+    QAction* const quit = file->addAction(tr("&Quit"), this, &MainWindow::close);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    QAction* const showNavigation = view->addAction(tr("&Navigation Area"));
+    showNavigation->setCheckable(true);
+    showNavigation->setChecked(true);
+    showNavigation->setShortcut(Qt::Key_F9);
+    connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
+    view->addAction(plugins->toggleViewAction());
+
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::addApplications()
+{
+    using Utilities::ApplicationWidgetType;
+    applications.createApplications(loader);
+    for (const auto& application : applications.getApplications()) {
+        if (QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control))
+            navigation->addControl(application->getApplicationIcon(), application->getApplicationName(),
+                                   control);
+        if (QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main))
+            workArea->addWidget(main);
+    }
+    if (workArea->count() == 0)
+        notices->addNotices(
+            {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
+}
+
+void MainWindow::showFirstPages(bool hasFiles)
+{
+    for (const auto& application : applications.getApplications()) {
+        const QString identification = application->getApplicationIdentification();
+        const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
+        if (!page.isEmpty())
+            applications.setPage(identification, page);
+    }
+}
+
+void MainWindow::openFiles(const QStringList& files)
+{
+    if (files.isEmpty())
+        return;
+    // After the window stands, so that what reads long is seen to be read.
+    QTimer::singleShot(0, this, [this, files] { mounter.mount(files); });
+    showFirstPages(true);
+}
+
+bool MainWindow::isOpeningFiles() const
+{
+    return mounter.isBusy();
+}
+
+void MainWindow::chooseFiles()
+{
+    openFiles(QFileDialog::getOpenFileNames(
+        this, tr("Open Configuration Files"), QString(),
+        tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)")));
+}
+
+void MainWindow::showResult(const FileMounter::Result& result)
+{
+    for (const QString& file : result.opened)
+        openedNames.append(QFileInfo(file).fileName());
+    setWindowTitle(openedNames.join(QStringLiteral(", ")));
+    notices->addNotices(result.problems);
+}
+
+void MainWindow::showAbout()
+{
+    QString text = tr("<h3>Vantry %1</h3><p>One window over all configuration of a system.</p>")
+                       .arg(QCoreApplication::applicationVersion().toHtmlEscaped());
+    for (const auto& application : applications.getApplications())
+        text += QStringLiteral("<p>%1 %2</p>")
+                    .arg(application->getApplicationName().toHtmlEscaped(),
+                         application->getVersionInformation().getFileVersion().toHtmlEscaped());
+    QMessageBox::about(this, tr("About Vantry"), text);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    WindowMemory::save(*this);
+    for (const auto& application : applications.getApplications()) {
+        const QString identification = application->getApplicationIdentification();
+        WindowMemory::savePage(identification, applications.getPage(identification));
+    }
+    QMainWindow::closeEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!localFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    openFiles(localFiles(*event->mimeData()));
+    event->acceptProposedAction();
+}
+
+} // namespace Vantry

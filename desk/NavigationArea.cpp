@@ -1,0 +1,58 @@
+#include "desk/NavigationArea.h"
+
+#include <QIcon>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <QWindow>
+
+namespace Vantry {
+
+namespace {
+
+// Buttons of a control widget are flat; they show by these rules, in any palette, what can be pressed and
+// which one has the focus.
+const QLatin1String
+    flatButtons("QPushButton[subStyle=\"flatStyle\"] {"
+                " text-align: left; padding: 6px 8px; border: 1px solid transparent;"
+                " border-radius: 4px; }"
+                "QPushButton[subStyle=\"flatStyle\"]:hover { background: palette(midlight); }"
+                "QPushButton[subStyle=\"flatStyle\"]:pressed { background: palette(mid); }"
+                "QPushButton[subStyle=\"flatStyle\"]:focus { border-color: palette(highlight); }");
+
+} // namespace
+
+NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
+{
+    setObjectName(QStringLiteral("navigationArea"));
+    setFrameShape(QFrame::NoFrame);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    setStyleSheet(flatButtons);
+    auto* const column = new QWidget;
+    layout = new QVBoxLayout(column);
+    layout->addStretch();
+    setWidget(column);
+}
+
+void NavigationArea::addControl(const QIcon& icon, const QString& name, QWidget* control)
+{
+    constexpr int iconSize = 24;
+    auto* const picture = new QLabel;
+    picture->setPixmap(icon.pixmap(window()->windowHandle(), QSize(iconSize, iconSize)));
+    auto* const title = new QLabel(name);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+
+    auto* const head = new QHBoxLayout;
+    head->setContentsMargins(8, 4, 8, 0);
+    head->addWidget(picture);
+    head->addWidget(title, 1);
+    layout->insertLayout(layout->count() - 1, head);
+    layout->insertWidget(layout->count() - 1, control);
+    control->show();
+    setMinimumWidth(widget()->minimumSizeHint().width());
+}
+
+} // namespace Vantry

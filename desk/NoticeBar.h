@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QFrame>
+#include <QStringList>
+
+class QLabel;
+
+namespace Vantry {
+
+// A bar above the work area that tells what went wrong, until the user closes it. Hidden while there is
+// nothing to tell. GUI thread.
+class NoticeBar : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit NoticeBar(QWidget* parent = nullptr);
+
+    // Adds texts to those that are shown.
+    void addNotices(const QStringList& texts);
+    QStringList getNotices() const { return notices; }
+
+    void closeNotices();
+
+private:
+    void showNotices();
+
+    QLabel* text; // a child
+    QStringList notices;
+};
+
+} // namespace Vantry

@@ -1,0 +1,56 @@
+#include "desk/Options.h"
+
+#include <QCommandLineParser>
+
+namespace Vantry {
+
+namespace {
+
+struct Parser
+{
+    Parser()
+    {
+        parser.setApplicationDescription(
+            QStringLiteral("Vantry: one window over all configuration of a system."));
+        parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Configuration files to open."),
+                                     QStringLiteral("[FILE...]"));
+        tried.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOptions({pluginFolder, picture, tried, help, version});
+    }
+
+    QCommandLineParser parser;
+    QCommandLineOption pluginFolder{QStringLiteral("plugin-dir"),
+                                    QStringLiteral("Load plug-ins from DIR instead of the usual places."),
+                                    QStringLiteral("DIR")};
+    QCommandLineOption picture{QStringLiteral("picture"),
+                               QStringLiteral("Draw the window into OUT.png when all is loaded, and end."),
+                               QStringLiteral("OUT.png")};
+    QCommandLineOption tried{QStringLiteral("try-plugin"), QString(), QStringLiteral("FILE")};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")};
+    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                               QStringLiteral("Show the version.")};
+};
+
+} // namespace
+
+Options Options::parse(const QStringList& arguments)
+{
+    Parser command;
+    Options options;
+    if (!command.parser.parse(arguments))
+        options.error = command.parser.errorText();
+    options.files = command.parser.positionalArguments();
+    options.pluginFolders = command.parser.values(command.pluginFolder);
+    options.pictureFile = command.parser.value(command.picture);
+    options.triedPlugin = command.parser.value(command.tried);
+    options.wantsHelp = command.parser.isSet(command.help);
+    options.wantsVersion = command.parser.isSet(command.version);
+    return options;
+}
+
+QString Options::helpText()
+{
+    return Parser().parser.helpText();
+}
+
+} // namespace Vantry

@@ -1,0 +1,127 @@
+#include "desk/MainWindow.h"
+#include "desk/Options.h"
+#include "desk/PluginLoader.h"
+#include "desk/WindowPicture.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+using Vantry::Options;
+using Vantry::PluginLoader;
+
+void introduceProgram()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VANTRY_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Vantry"));
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
+
+bool hasDisplay()
+{
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#else
+    return true;
+#endif
+}
+
+QStringList textsOf(int argc, char** argv)
+{
+    QStringList texts;
+    for (int i = 0; i < argc; ++i)
+        texts.append(QString::fromLocal8Bit(argv[i]));
+    return texts;
+}
+
+// What needs no window, and so no display.
+int runWithoutWindow(int argc, char** argv, const Options& options)
+{
+    const QCoreApplication application(argc, argv);
+    if (!options.triedPlugin.isEmpty())
+        return Vantry::PluginTrial::runAsChild(options.triedPlugin);
+    const QString text = options.wantsHelp
+                             ? Options::helpText()
+                             : QStringLiteral("vantry-desk %1\n").arg(QCoreApplication::applicationVersion());
+    std::fputs(qUtf8Printable(text), stdout);
+    return 0;
+}
+
+// The plug-in during whose loading the last start ended, if the user wants to do without it.
+QString chooseLeftOut(bool canAsk)
+{
+    const QString culprit = PluginLoader::takeCulprit();
+    if (culprit.isEmpty() || !canAsk)
+        return culprit;
+    const auto answer = QMessageBox::question(
+        nullptr, QCoreApplication::translate("main", "Leave out a plug-in?"),
+        QCoreApplication::translate(
+            "main", "The last start ended while this plug-in was loaded:\n%1\n\nStart without it?")
+            .arg(QFileInfo(culprit).fileName()));
+    return answer == QMessageBox::Yes ? culprit : QString();
+}
+
+int runWindow(const Options& options)
+{
+    const auto repository = Repository::AttributeRepository::create();
+    Utilities::SetAppConfigRepositoryInterface(repository);
+    PluginLoader loader{Vantry::PluginTrial(QCoreApplication::applicationFilePath())};
+    loader.load(options.pluginFolders.isEmpty() ? PluginLoader::usualFolders() : options.pluginFolders,
+                chooseLeftOut(options.pictureFile.isEmpty()));
+    int result = 0;
+    {
+        Vantry::MainWindow window(repository, loader, options.files);
+        window.show();
+        std::unique_ptr<Vantry::WindowPicture> picture;
+        if (!options.pictureFile.isEmpty())
+            picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
+        result = QApplication::exec();
+    }
+    Utilities::SetAppConfigRepositoryInterface(nullptr);
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    introduceProgram();
+    const Options early = Options::parse(textsOf(argc, argv));
+    if (early.wantsHelp || early.wantsVersion || !early.triedPlugin.isEmpty())
+        return runWithoutWindow(argc, argv, early);
+
+    // A picture needs no display, and must not depend on how somebody left the window.
+    QTemporaryDir settings;
+    if (!early.pictureFile.isEmpty()) {
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+        if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else if (!hasDisplay()) {
+        std::fputs("vantry-desk: there is no display to open a window on (DISPLAY and WAYLAND_DISPLAY are "
+                   "not set).\n"
+                   "Use --picture OUT.png to draw the window into a file instead.\n",
+                   stderr);
+        return 1;
+    }
+
+    QApplication application(argc, argv);
+    const Options options = Options::parse(QCoreApplication::arguments());
+    if (!options.error.isEmpty()) {
+        std::fprintf(stderr, "vantry-desk: %s\nvantry-desk --help shows what it knows.\n",
+                     qUtf8Printable(options.error));
+        return 2;
+    }
+    return runWindow(options);
+}
