@@ -338,7 +338,7 @@ private slots:
                 if (!mount(QLatin1String(type), QStringLiteral("real"), file)) {
                     ++refused;
                     const QStringList failures = failuresSince(number);
-                    static const QRegularExpression place(QStringLiteral("copy:\\d+:\\d+: \\w"));
+                    static const QRegularExpression place(QStringLiteral("copy:\\d+:\\d+: \\S"));
                     QVERIFY2(failures.size() == 1 && failures.first().contains(place),
                              qPrintable(name + failures.join(QLatin1Char('\n'))));
                     continue;
