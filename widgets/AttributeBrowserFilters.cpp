@@ -11,11 +11,6 @@ QList<QComboBox*> AttributeBrowserWidget::filterBoxes() const
     return {ui->cbFilter1, ui->cbFilter2, ui->cbFilter3, ui->cbFilter4};
 }
 
-void AttributeBrowserWidget::emptyFilter(QComboBox* box)
-{
-    static_cast<QStringListModel*>(box->model())->setStringList({});
-}
-
 void AttributeBrowserWidget::fillFilter(QComboBox* box, const QStringList& names, const QString& currentText)
 {
     const QStringList items = QStringList(QString::fromLatin1("*")) + names;
@@ -34,7 +29,7 @@ void AttributeBrowserWidget::enableFilter(QComboBox* box)
 void AttributeBrowserWidget::fillFilterComboBox()
 {
     filter.fill(*treeModel, ui->edtSearchPath->text());
-    emptyFilter(ui->cbFilter1);
+    ui->cbFilter1->clear();
     fillFilter(ui->cbFilter1, filter.names({}), filterOneText);
     enableFilter(ui->cbFilter1);
 }
@@ -42,7 +37,7 @@ void AttributeBrowserWidget::fillFilterComboBox()
 void AttributeBrowserWidget::on_cbFilter1_currentIndexChanged(int index)
 {
     filterOneChanging = true;
-    emptyFilter(ui->cbFilter2);
+    ui->cbFilter2->clear();
     const QStringList names = index >= 1 ? filter.names({index - 1}) : QStringList();
     if (!names.isEmpty())
         fillFilter(ui->cbFilter2, names, filterTwoText);
@@ -54,7 +49,7 @@ void AttributeBrowserWidget::on_cbFilter1_currentIndexChanged(int index)
 void AttributeBrowserWidget::on_cbFilter2_currentIndexChanged(int index)
 {
     filterTwoChanging = true;
-    emptyFilter(ui->cbFilter3);
+    ui->cbFilter3->clear();
     const QStringList names =
         index >= 1 ? filter.names({ui->cbFilter1->currentIndex() - 1, index - 1}) : QStringList();
     if (!names.isEmpty())
@@ -68,7 +63,7 @@ void AttributeBrowserWidget::on_cbFilter2_currentIndexChanged(int index)
 void AttributeBrowserWidget::on_cbFilter3_currentIndexChanged(int index)
 {
     filterThreeChanging = true;
-    emptyFilter(ui->cbFilter4);
+    ui->cbFilter4->clear();
     const QStringList names =
         index >= 1
             ? filter.names({ui->cbFilter1->currentIndex() - 1, ui->cbFilter2->currentIndex() - 1, index - 1})

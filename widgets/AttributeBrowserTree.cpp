@@ -3,7 +3,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
-#include "widgets/NameSearch.h"
 #include "widgets/ReadableValue.h"
 
 #include <QTextCursor>
@@ -28,30 +27,49 @@ void AttributeBrowserWidget::openItem(const QModelIndex& index)
     expandedPaths.add(pathOf(index));
 }
 
+void AttributeBrowserWidget::postponeTreeLayout()
+{
+    // The public way to it: the tree is laid out anew when control returns to the event loop.
+    ui->treeView->setRootIndex(ui->treeView->rootIndex());
+}
+
 void AttributeBrowserWidget::expandIndexes(QModelIndex parent, QStringList lstExpandedModelPath)
 {
+    postponeTreeLayout();
     for (const QModelIndex& item : ExpansionMemory::findSavedItems(*treeModel, parent, lstExpandedModelPath))
         openItem(item);
 }
 
 void AttributeBrowserWidget::expandChildren(QModelIndex index)
 {
+    postponeTreeLayout();
+    openBranch(index);
+}
+
+void AttributeBrowserWidget::openBranch(const QModelIndex& index)
+{
     if (!index.isValid())
         return;
     const int rows = treeModel->rowCount(index);
     for (int row = 0; row < rows; ++row)
-        expandChildren(treeModel->index(row, 0, index));
+        openBranch(treeModel->index(row, 0, index));
     if (!ui->treeView->isExpanded(index))
         openItem(index);
 }
 
 void AttributeBrowserWidget::collapseChildren(QModelIndex index)
 {
+    postponeTreeLayout();
+    closeBranch(index);
+}
+
+void AttributeBrowserWidget::closeBranch(const QModelIndex& index)
+{
     if (!index.isValid())
         return;
     const int rows = treeModel->rowCount(index);
     for (int row = 0; row < rows; ++row)
-        collapseChildren(treeModel->index(row, 0, index));
+        closeBranch(treeModel->index(row, 0, index));
     if (!ui->treeView->isExpanded(index))
         return;
     ui->treeView->collapse(index);
@@ -64,12 +82,10 @@ void AttributeBrowserWidget::expandIndexBasedOnComboText(QString& strText)
     strText = AttributeTreeViewModelUtils::TrimAttributeName(strText, QString::fromLatin1("*"));
     expandedPaths.clear();
     ui->treeView->collapseAll();
-    const auto tree = repository ? repository->getTreeInterface() : nullptr;
-    if (!tree)
-        return;
-    const NameSearch search(*tree, *treeModel);
     for (const QString& part : strText.split(QLatin1Char('.'))) {
-        for (const QModelIndex& item : search.find(part, 2))
+        const QModelIndexList items =
+            treeModel->match(treeModel->index(0, 0), Qt::DisplayRole, part, 2, Qt::MatchRecursive);
+        for (const QModelIndex& item : items)
             openItem(item);
     }
 }

@@ -68,10 +68,12 @@ private:
     QVariant readValue(const QString& path) const;
     QString readPathSeparator() const;
     void openItem(const QModelIndex& index);
+    void openBranch(const QModelIndex& index);
+    void closeBranch(const QModelIndex& index);
+    void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows
     void showKeyboardSelection();
     void showDetails(const QStringList& paragraphs);
     QList<QComboBox*> filterBoxes() const;
-    static void emptyFilter(QComboBox* box);
     static void fillFilter(QComboBox* box, const QStringList& names, const QString& currentText);
     static void enableFilter(QComboBox* box);
 
