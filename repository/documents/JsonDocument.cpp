@@ -134,8 +134,7 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
 {
     const Place place = locate(path);
     const JsonContent wanted = toContent(value);
-    const Outcome outcome =
-        wanted.error.empty() ? checkInsertion(path, place, wanted) : refusal(wanted.error);
+    Outcome outcome = wanted.error.empty() ? checkInsertion(path, place, wanted) : refusal(wanted.error);
     if (outcome.ok())
         insertAt(place, wanted);
     return outcome;
@@ -258,7 +257,7 @@ Outcome JsonDocument::checkInsertion(std::string_view path, const Place& place,
         return place.node == noJsonNode ? Outcome() : checkName(place.node, {});
     JsonNodeId container = wraps ? noJsonNode : place.node;
     for (const std::string_view component : place.missing) {
-        const Outcome outcome = checkName(container, component);
+        Outcome outcome = checkName(container, component);
         if (!outcome.ok())
             return outcome;
         container = noJsonNode;
