@@ -17,7 +17,7 @@
 #include <vector>
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+extern "C" size_t __sanitizer_get_current_allocated_bytes(); // g++ has no header for it
 #endif
 
 using Shared::GuiContexts::ReaderInterface;
