@@ -332,10 +332,9 @@ void IniDocument::takeEntry(IniItem& item)
 {
     IniPiece& piece = *item.entry;
     IniSection& section = *item.parent->section;
-    if (section.last == &piece) {
-        const bool isFirst = !piece.above || sectionOf(*piece.above) != item.parent;
-        section.last = isFirst ? nullptr : piece.above;
-    }
+    // Above it stands another entry of the section or its header, or nothing at the root.
+    if (section.last == &piece)
+        section.last = piece.above;
     const Siblings siblings = siblingsOf(*item.path);
     const PathEnds ends = splitLast(siblings.first);
     IniItem& first = *index.find(siblings.first);

@@ -178,6 +178,8 @@ private slots:
             "the line below it would be read as part of the value");
         row("null", "k=a\n", "k", null(), "an ini entry has a value; this file has no keys without one");
         row("null among bare keys", "k = a # c\nl\n", "k", null(), "k # c\nl\n");
+        row("null below a folder", "a=C:\\\nk=1\nl\n", "k", null(),
+            "without a separator the line would belong to the one above it");
         row("section", "[s]\n", "s", integer(1), "it is a section and has no value");
         row("unknown", "[s]\n", "s.x", integer(1), "there is no such entry");
     }

@@ -1,0 +1,204 @@
+#include "tests/documents/EntryLines.h"
+#include "tests/support/TestRun.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QMap>
+#include <QRandomGenerator>
+
+#include <algorithm>
+
+using namespace EntryLines;
+using Repository::Documents::makeDocument;
+using Repository::Documents::Outcome;
+
+namespace {
+
+// Files that are not of the format in whose folder they lie; all others there must load.
+const QStringList foreign{QStringLiteral("ini-utf16le-10__KDE_syntax-highlighting__test.properties"),
+                          QStringLiteral("ini-utf16le-21__pioneers-data__theme~5.cfg")};
+
+struct Counts
+{
+    int loaded = 0;
+    int refused = 0;
+    int edits = 0;
+};
+
+std::vector<Entry> entriesOf(const Document& document)
+{
+    std::vector<Entry> entries;
+    document.visit([&entries](const Entry& entry) { entries.push_back(entry); });
+    return entries;
+}
+
+// Another value of the same type, which every format can hold in the place of this one.
+Value changed(const Value& value)
+{
+    switch (value.type) {
+    case Type::Bool:
+        return boolean(!std::get<bool>(value.data));
+    case Type::Integer:
+        return integer(std::get<std::int64_t>(value.data) == 7 ? 8 : 7);
+    case Type::Unsigned:
+        return {Type::Unsigned, std::get<std::uint64_t>(value.data) - 1};
+    case Type::Double:
+        return number(std::get<double>(value.data) == 0.25 ? 0.75 : 0.25);
+    case Type::StringList: {
+        auto texts = std::get<std::vector<std::string>>(value.data);
+        texts.push_back("another");
+        return list(std::move(texts));
+    }
+    case Type::ByteArray:
+        return {Type::ByteArray, std::get<std::string>(value.data) + "\xFF"};
+    default:
+        return text(value == text("another") ? "one more" : "another");
+    }
+}
+
+// The bytes of the old text that an edit replaced, found from both ends.
+struct Difference
+{
+    std::string before;
+    std::string after;
+};
+
+Difference differenceOf(const std::string& before, const std::string& after)
+{
+    const std::size_t shorter = std::min(before.size(), after.size());
+    std::size_t front = 0;
+    while (front < shorter && before[front] == after[front])
+        ++front;
+    std::size_t back = 0;
+    while (back < shorter - front && before[before.size() - 1 - back] == after[after.size() - 1 - back])
+        ++back;
+    return {before.substr(front, before.size() - front - back),
+            after.substr(front, after.size() - front - back)};
+}
+
+// No more than the value as the format may write it: each character an escape, quotes, a separator or a comma
+// with its blanks. A value on several lines has indentation and comments of its own.
+bool isWithin(const std::string& bytes, const Value& value)
+{
+    constexpr std::size_t longestEscape = 6;
+    constexpr std::size_t around = 12;
+    if (value.type == Type::StringList || bytes.find_first_of("\r\n") != std::string::npos)
+        return true;
+    return bytes.size() <= FrameworkCore::Values::toText(value).size() * longestEscape + around;
+}
+
+} // namespace
+
+class CorporaTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void files_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QByteArray>("content"); // of a row without file
+        QTest::newRow("small ini") << QStringLiteral("ini") << QString() << QByteArray("[a]\nb = 1 ; c\n");
+        QTest::newRow("small json") << QStringLiteral("json") << QString()
+                                    << QByteArray("{\"a\": [1, {}]}\n");
+        for (const QString& type : {QStringLiteral("ini"), QStringLiteral("json")}) {
+            addFiles(type, type, QStringLiteral("*"));
+            addFiles(type, QStringLiteral("variants"), type + QStringLiteral("-*"));
+        }
+    }
+
+    // What is loaded comes out byte for byte; an edit changes the bytes of its value and nothing else; and
+    // the old value gives the old bytes again.
+    void files()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, path);
+        QFETCH(QByteArray, content);
+        QFile file(path);
+        if (!path.isEmpty()) {
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            content = file.readAll();
+        }
+        const std::string bytes = content.toStdString();
+        const auto document = makeDocument(type.toStdString());
+        const Outcome outcome = document->parse(bytes);
+        if (!outcome.ok()) {
+            ++counts[type].refused;
+            QVERIFY2(outcome.line > 0 && outcome.column > 0, outcome.error.c_str());
+            const bool mayBe = type == QLatin1String("json") || foreign.contains(QFileInfo(path).fileName());
+            QVERIFY2(mayBe, qPrintable(QStringLiteral("%1:%2:%3: %4")
+                                           .arg(path)
+                                           .arg(outcome.line)
+                                           .arg(outcome.column)
+                                           .arg(QString::fromStdString(outcome.error))));
+            return;
+        }
+        ++counts[type].loaded;
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), content);
+        std::vector<Entry> entries = entriesOf(*document);
+        QRandomGenerator random(quint32(content.size()));
+        for (int edit = 0; edit < 5 && !entries.empty(); ++edit) {
+            const auto place = std::size_t(random.bounded(int(entries.size())));
+            if (entries[place].value.type != Type::Group)
+                changeAndBack(*document, type, bytes, entries, place);
+        }
+    }
+
+    void cleanupTestCase()
+    {
+        for (auto type = counts.cbegin(); type != counts.cend(); ++type)
+            qInfo("%s: %d loaded, %d refused, %d edits", qPrintable(type.key()), type->loaded, type->refused,
+                  type->edits);
+    }
+
+private:
+    void addFiles(const QString& type, const QString& folder, const QString& filter)
+    {
+        const QString path = TestSupport::corporaPath(folder);
+        if (path.isEmpty())
+            return;
+        QDirIterator files(path, {filter}, QDir::Files);
+        while (files.hasNext()) {
+            files.next();
+            QTest::newRow(qPrintable(folder + QLatin1Char('/') + files.fileName()))
+                << type << files.filePath() << QByteArray();
+        }
+    }
+
+    void changeAndBack(Document& document, const QString& type, const std::string& bytes,
+                       std::vector<Entry> entries, std::size_t place)
+    {
+        Entry& entry = entries[place];
+        const Value old = entry.value;
+        const Value other = changed(old);
+        const Outcome outcome = document.set(entry.path, other);
+        // With a value, a bare key would take in an indented line below it.
+        if (!outcome.ok() && old.type == Type::Null && type == QLatin1String("ini")) {
+            QCOMPARE(document.getBytes(), bytes);
+            return;
+        }
+        QVERIFY2(outcome.ok(), (entry.path + ": " + outcome.error).c_str());
+        ++counts[type].edits;
+        const std::string after = document.getBytes();
+        const Difference difference = differenceOf(bytes, after);
+        QVERIFY2(isWithin(difference.before, old) && isWithin(difference.after, other),
+                 (entry.path + ": " + difference.before + " -> " + difference.after).c_str());
+        entry.value = other;
+        QStringList expected;
+        for (const Entry& node : entries)
+            expected += toLine(node);
+        QCOMPARE(toLines(type.toLatin1().constData(), after), expected);
+        QVERIFY(document.set(entry.path, old).ok());
+        QCOMPARE(QByteArray::fromStdString(document.getBytes()), QByteArray::fromStdString(bytes));
+    }
+
+    QMap<QString, Counts> counts;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, CorporaTest>(argc, argv);
+}
+
+#include "corpora_test.moc"
