@@ -42,6 +42,13 @@ struct Application
 
 using Table = Utilities::ApplicationPlugins::ApplicationInstanceToContextMapper<Application>;
 
+// Lets no posted call happen, as at the end of an application.
+class CallDropper : public QObject
+{
+public:
+    bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::MetaCall; }
+};
+
 std::shared_ptr<const Context> context(const QStringList& path)
 {
     return std::make_shared<Context>(path);
@@ -143,14 +150,38 @@ private slots:
             }
         };
         if (fromOtherThread) {
-            const std::unique_ptr<QThread> thread(QThread::create(load));
-            thread->start();
-            QTRY_VERIFY(thread->isFinished());
+            std::atomic<bool> ended{false};
+            std::thread thread([&] {
+                load();
+                ended = true;
+            });
+            QTRY_VERIFY(ended);
+            thread.join();
         } else {
             load();
         }
         QCOMPARE(caught, QStringLiteral("no display"));
         QCOMPARE(table.remove({}, identification), 0);
+    }
+
+    void theApplicationsEndReleasesWhoWaits()
+    {
+        Table table;
+        std::atomic<bool> ended{false};
+        bool refused = false;
+        std::thread thread([&] {
+            try {
+                table.getOrCreate({}, identification);
+            } catch (const std::runtime_error&) {
+                refused = true;
+            }
+            ended = true;
+        });
+        CallDropper dropper;
+        QCoreApplication::instance()->installEventFilter(&dropper);
+        QTRY_VERIFY(ended);
+        thread.join();
+        QVERIFY(refused);
     }
 
     void anyThreadMayAsk()

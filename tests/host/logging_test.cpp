@@ -151,7 +151,7 @@ private slots:
         const QStringList written = capture.end();
         LogHandler::SetLogIdentification(QString());
 
-        const QString time = QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{3} ");
+        const QString time = QStringLiteral("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}Z ");
         QCOMPARE(written.size(), 3);
         QVERIFY2(QRegularExpression(time + QStringLiteral("failure Source \\[Test\\] first$"))
                      .match(written.at(0))

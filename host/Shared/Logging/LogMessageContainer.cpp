@@ -19,7 +19,7 @@ struct LogMessageContainer::Line
     ~Line()
     {
         LogLine complete;
-        complete.time = QDateTime::currentDateTime();
+        complete.time = QDateTime::currentDateTimeUtc();
         complete.type = type;
         complete.identification = LogHandler::GetLogIdentification();
         complete.category = QString(context.category.constData(), context.category.size());

@@ -29,8 +29,8 @@ void writeToStandardErrorStream(const LogLine& line)
     QString text = line.text;
     text.replace(QLatin1Char('\n'), QLatin1String("\n    "));
     const QByteArray written = QStringLiteral("%1 %2 %3 [%4] %5\n")
-                                   .arg(line.time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
-                                        nameOf(line.type), line.identification, line.category, text)
+                                   .arg(line.time.toString(Qt::ISODateWithMs), nameOf(line.type),
+                                        line.identification, line.category, text)
                                    .toUtf8();
     std::fwrite(written.constData(), 1, size_t(written.size()), stderr);
 }
