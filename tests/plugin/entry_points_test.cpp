@@ -16,7 +16,7 @@
 #include <atomic>
 #include <vector>
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 extern "C" size_t __sanitizer_get_current_allocated_bytes(); // g++ has no header for it
 #endif
 
@@ -95,10 +95,10 @@ bool isMapped()
     return contentOf(QStringLiteral("/proc/self/maps")).contains(QByteArray(VANTRY_MODULE));
 }
 
-// Memory in use, in KiB. The address sanitizer holds back what was freed, so there the live bytes are asked.
+// Memory in use, in KiB. The sanitizers hold back what was freed, so there the live bytes are asked.
 qint64 memoryInUse()
 {
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     return qint64(__sanitizer_get_current_allocated_bytes() / 1024);
 #else
     for (const QByteArray& line : contentOf(QStringLiteral("/proc/self/status")).split('\n')) {
