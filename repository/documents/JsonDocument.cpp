@@ -1,6 +1,7 @@
 #include "repository/documents/JsonDocument.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/JsonList.h"
 #include "repository/documents/JsonReader.h"
 #include "repository/documents/JsonScalar.h"
 #include "repository/documents/KeyText.h"
@@ -26,7 +27,28 @@ std::string quoted(std::string_view text)
     return '"' + std::string(text) + '"';
 }
 
-// A number that no type holds may take the place of another one as a number; toContent would make it a text.
+Value readLeaf(JsonKind kind, std::string_view spelling)
+{
+    switch (kind) {
+    case JsonKind::Array:
+        return {Type::StringList, decodeList(spelling)};
+    case JsonKind::Text:
+        return {Type::String, decodeString(spelling)};
+    case JsonKind::Number:
+        return readNumber(spelling);
+    case JsonKind::True:
+        return {Type::Bool, true};
+    case JsonKind::False:
+        return {Type::Bool, false};
+    case JsonKind::Object:
+    case JsonKind::Null:
+        break;
+    }
+    return {Type::Null, {}};
+}
+
+// A number that no type holds stays a number when another such takes its place; toContent would make it a
+// text.
 void keepNumber(JsonContent& wanted, const Value& value, const JsonNode& holder, const Value& current)
 {
     if (holder.kind != JsonKind::Number || current.type != Type::String || value.type != Type::String)
@@ -113,10 +135,13 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
     if (isSame(current, value))
         return {};
     JsonContent wanted = toContent(value);
+    keepNumber(wanted, value, content->tree.node(holder), current);
+    const bool restores = isOriginal(holder, value);
+    if (restores)
+        wanted.kind = *content->tree.originalKind(holder);
     if (!wanted.error.empty())
         return refusal(wanted.error);
     const JsonNode& node = content->tree.node(holder);
-    keepNumber(wanted, value, node, current);
     const bool becomesContainer = wanted.kind == JsonKind::Array && !node.isContainer();
     if (becomesContainer && depthOf(holder) + 1 > JsonReader::maximumDepth)
         return refusal(quoted(path) + " lies too deep to become a list");
@@ -126,7 +151,10 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
             return refusal(quoted(path) + " cannot become a text: all elements of its array would be texts, "
                                           "which json holds as one list");
     }
-    content->editor.setContent(holder, wanted);
+    if (restores)
+        content->editor.restore(holder);
+    else
+        content->editor.setContent(holder, wanted);
     return {};
 }
 
@@ -206,23 +234,16 @@ JsonNodeId JsonDocument::holderOf(JsonNodeId id) const
 
 Value JsonDocument::read(JsonNodeId holder) const
 {
-    const std::string_view spelling = content->tree.text(holder, JsonPart::Value);
-    switch (content->tree.node(holder).kind) {
-    case JsonKind::Array:
-        return {Type::StringList, content->tree.readList(holder)};
-    case JsonKind::Text:
-        return {Type::String, decodeString(spelling)};
-    case JsonKind::Number:
-        return readNumber(spelling);
-    case JsonKind::True:
-        return {Type::Bool, true};
-    case JsonKind::False:
-        return {Type::Bool, false};
-    case JsonKind::Object:
-    case JsonKind::Null:
-        break;
-    }
-    return {Type::Null, {}};
+    const JsonTree& tree = content->tree;
+    if (tree.node(holder).kind == JsonKind::Array)
+        return {Type::StringList, tree.readList(holder)};
+    return readLeaf(tree.node(holder).kind, tree.text(holder, JsonPart::Value));
+}
+
+bool JsonDocument::isOriginal(JsonNodeId holder, const Value& value) const
+{
+    const auto kind = content->tree.originalKind(holder);
+    return kind && isSame(readLeaf(*kind, content->tree.originalValue(holder)), value);
 }
 
 // How many containers lie around a node.

@@ -57,6 +57,9 @@ private:
     JsonNodeId holderOf(JsonNodeId id) const;
 
     FrameworkCore::Values::Value read(JsonNodeId holder) const;
+
+    // True for the value that the node had in the file, whose spelling it gets again.
+    bool isOriginal(JsonNodeId holder, const FrameworkCore::Values::Value& value) const;
     std::size_t depthOf(JsonNodeId id) const;
     Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
     Outcome checkName(JsonNodeId container, std::string_view component) const;

@@ -81,6 +81,12 @@ void JsonEditor::setContent(JsonNodeId id, const JsonContent& content)
         tree.setText(id, JsonPart::Value, content.spelling);
 }
 
+void JsonEditor::restore(JsonNodeId id)
+{
+    members.removeAll(id);
+    tree.restore(id);
+}
+
 void JsonEditor::remove(JsonNodeId id)
 {
     const JsonNodeId container = tree.node(id).parent;

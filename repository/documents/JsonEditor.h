@@ -30,6 +30,10 @@ public:
     JsonNodeId appendElement(JsonNodeId array, const JsonContent& content);
 
     void setContent(JsonNodeId id, const JsonContent& content);
+
+    // Gives a node that has one its original value again.
+    void restore(JsonNodeId id);
+
     void remove(JsonNodeId id);
 
     // Turns a value into an object that holds it as its own value.

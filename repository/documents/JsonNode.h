@@ -40,6 +40,7 @@ struct JsonNode
 
     JsonKind kind = JsonKind::Null;
     bool folded : 1;          // an array of texts whose elements have no nodes until they are edited
+    bool wasFolded : 1;       // it is a folded array in the original text
     bool trailingComma : 1;   // behind the last child
     bool hasOwnTexts : 1;     // some part was edited
     bool touched : 1;         // something in it or below was edited
@@ -48,8 +49,8 @@ struct JsonNode
     bool mayHoldOwnValue : 1; // an object that has or had a member with the key of own values
 
     JsonNode()
-        : folded(false), trailingComma(false), hasOwnTexts(false), touched(false), indexed(false),
-          repeated(false), mayHoldOwnValue(false)
+        : folded(false), wasFolded(false), trailingComma(false), hasOwnTexts(false), touched(false),
+          indexed(false), repeated(false), mayHoldOwnValue(false)
     {
     }
 

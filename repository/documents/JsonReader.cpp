@@ -265,7 +265,7 @@ bool JsonReader::close(std::size_t at)
     node.trailingComma = !afterValue && node.count > 0;
     node.closing = narrow(afterValue ? at : lead);
     node.valueEnd = narrow(at + 1);
-    if (node.isList() && node.count > 0)
+    if (node.isList())
         tree.fold(current);
     else
         members.addAll(current);

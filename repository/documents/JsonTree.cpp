@@ -1,6 +1,6 @@
 #include "repository/documents/JsonTree.h"
 
-#include "repository/documents/JsonGap.h"
+#include "repository/documents/JsonList.h"
 #include "repository/documents/JsonScalar.h"
 #include "repository/documents/JsonWriter.h"
 
@@ -12,23 +12,24 @@ namespace {
 
 constexpr std::size_t readAhead = 64; // bytes behind the end that the parser may read
 
-struct Element
+JsonKind kindOf(char first)
 {
-    std::size_t lead = 0;
-    std::size_t value = 0;
-    std::size_t valueEnd = 0;
-    std::size_t end = 0;
-};
-
-// The element of a well-formed array of texts that begins at an offset; without a value behind the last one.
-Element readElement(std::string_view text, std::size_t at)
-{
-    Element element{at, skipGap(text, at), 0, 0};
-    if (text[element.value] != '"')
-        return {at, 0, 0, element.value};
-    element.valueEnd = findStringEnd(text, element.value);
-    element.end = skipGap(text, element.valueEnd);
-    return element;
+    switch (first) {
+    case '{':
+        return JsonKind::Object;
+    case '[':
+        return JsonKind::Array;
+    case '"':
+        return JsonKind::Text;
+    case 't':
+        return JsonKind::True;
+    case 'f':
+        return JsonKind::False;
+    case 'n':
+        return JsonKind::Null;
+    default:
+        return JsonKind::Number;
+    }
 }
 
 } // namespace
@@ -59,7 +60,7 @@ void JsonTree::fold(JsonNodeId array)
 {
     nodes.resize(array + 1);
     JsonNode& node = nodes[array];
-    node.folded = true;
+    node.folded = node.wasFolded = true;
     node.first = node.last = noJsonNode;
     node.count = 0;
 }
@@ -69,11 +70,9 @@ void JsonTree::unfold(JsonNodeId array)
     if (!nodes[array].folded)
         return;
     nodes[array].folded = false;
+    nodes[array].trailingComma = false;
     std::size_t at = nodes[array].value + 1;
-    while (true) {
-        const Element element = readElement(original, at);
-        if (element.value == 0)
-            break;
+    for (JsonListElement element = readElement(original, at); element.exists();) {
         const JsonNodeId id = allocate();
         JsonNode& node = nodes[id];
         node.kind = JsonKind::Text;
@@ -84,31 +83,51 @@ void JsonTree::unfold(JsonNodeId array)
         node.end = static_cast<std::uint32_t>(element.end);
         link(id, nodes[array].last);
         const bool comma = original[element.end] == ',';
-        nodes[array].trailingComma = comma;
         at = element.end + (comma ? 1 : 0);
-        if (!comma)
-            break;
+        element = readElement(original, at);
+        nodes[array].trailingComma = comma && !element.exists();
     }
-    nodes[array].trailingComma = nodes[array].trailingComma && nodes[array].count > 0;
     nodes[array].closing = static_cast<std::uint32_t>(at);
 }
 
 std::vector<std::string> JsonTree::readList(JsonNodeId array) const
 {
+    if (nodes[array].folded)
+        return decodeList(text(array, JsonPart::Value));
     std::vector<std::string> list;
-    const JsonNode& node = nodes[array];
-    if (!node.folded) {
-        list.reserve(node.count);
-        for (JsonNodeId id = node.first; id != noJsonNode; id = nodes[id].next)
-            list.push_back(decodeString(text(id, JsonPart::Value)));
-        return list;
-    }
-    const std::string_view value = text(array, JsonPart::Value);
-    for (Element element = readElement(value, 1); element.value != 0;) {
-        list.push_back(decodeString(value.substr(element.value, element.valueEnd - element.value)));
-        element = readElement(value, element.end + (value[element.end] == ',' ? 1 : 0));
-    }
+    list.reserve(nodes[array].count);
+    for (JsonNodeId id = nodes[array].first; id != noJsonNode; id = nodes[id].next)
+        list.push_back(decodeString(text(id, JsonPart::Value)));
     return list;
+}
+
+std::optional<JsonKind> JsonTree::originalKind(JsonNodeId id) const
+{
+    const JsonNode& node = nodes[id];
+    if (node.valueEnd == 0)
+        return std::nullopt;
+    const JsonKind kind = kindOf(original[node.value]);
+    const bool group = kind == JsonKind::Object || (kind == JsonKind::Array && !node.wasFolded);
+    return group ? std::nullopt : std::optional(kind);
+}
+
+std::string_view JsonTree::originalValue(JsonNodeId id) const
+{
+    return std::string_view(original).substr(nodes[id].value, nodes[id].valueEnd - nodes[id].value);
+}
+
+void JsonTree::restore(JsonNodeId id)
+{
+    const std::optional<JsonKind> kind = originalKind(id);
+    if (!kind)
+        return;
+    clear(id);
+    setKind(id, *kind);
+    nodes[id].folded = nodes[id].wasFolded;
+    if (!nodes[id].hasOwnTexts)
+        return;
+    for (const JsonPart part : {JsonPart::Value, JsonPart::Closing})
+        ownTexts[id].parts[std::size_t(part)].reset();
 }
 
 JsonNodeId JsonTree::insert(JsonNodeId parent, JsonNodeId previous, JsonKind kind)

@@ -39,7 +39,7 @@ public:
     // While reading: appends a node as the last child of its parent, or as the root.
     JsonNodeId read(const JsonNode& node);
 
-    // While reading: turns the last array, which holds only texts, into one node.
+    // While reading: turns the last array, which holds nothing but texts, into one node.
     void fold(JsonNodeId array);
 
     // Gives a folded array a node for each element.
@@ -59,6 +59,14 @@ public:
 
     // An edit: makes a node without children one of another kind; a container is empty then.
     void setKind(JsonNodeId id, JsonKind kind);
+
+    // The kind and the text of the value in the original text; empty when the node is new or was a group
+    // there.
+    std::optional<JsonKind> originalKind(JsonNodeId id) const;
+    std::string_view originalValue(JsonNodeId id) const;
+
+    // An edit: gives a node its original value again, byte for byte.
+    void restore(JsonNodeId id);
 
     void setTrailingComma(JsonNodeId id, bool comma);
 

@@ -376,6 +376,36 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), bytes);
     }
 
+    // The value that an entry had in the file brings back its spelling, comments inside of it included.
+    void restores_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        for (const char* bytes :
+             {"{\"a\": 1.50}", "{\"a\": \"\\u0041\"}", "{\"a\": 1e400}", "{\"a\": null}", "{\"a\": [ ]}",
+              "{\"a\": [ \"\\u0041\", // one\n \"b\", // two\n ] // all\n}",
+              "{\"a\": {\"#value\": 1.0, \"b\": 2}}", "{\"x\": 0, \"a\": [\"c\"]}"})
+            QTest::newRow(bytes) << QByteArray(bytes);
+    }
+
+    void restores()
+    {
+        QFETCH(QByteArray, bytes);
+        for (const Value& other :
+             {integer(7), text("x"), null(), list({}), list({"b", "x"}), list({"x", "A", "b"})}) {
+            const auto document = makeDocument("json");
+            QVERIFY(document->parse(bytes.toStdString()).ok());
+            Value old;
+            document->visit([&old](const Entry& entry) { old = entry.path == "a" ? entry.value : old; });
+            QVERIFY(document->set("a", other).ok());
+            QCOMPARE(document->getBytes() == bytes.toStdString(), other == old);
+            QVERIFY(document->set("a", list({"p", "q"})).ok());
+            QVERIFY(document->set("a", old).ok());
+            QCOMPARE(QByteArray::fromStdString(document->getBytes()), bytes);
+            QVERIFY(document->set("a", list({"last"})).ok());
+            QCOMPARE(toLines("json", document->getBytes()), toLines(*document));
+        }
+    }
+
     // The deepest nesting works in every operation; one more is refused.
     void keepsToDepth()
     {

@@ -1,0 +1,27 @@
+#include "repository/documents/JsonList.h"
+
+#include "repository/documents/JsonGap.h"
+#include "repository/documents/JsonScalar.h"
+
+namespace Repository::Documents {
+
+JsonListElement readElement(std::string_view text, std::size_t at)
+{
+    const std::size_t value = skipGap(text, at);
+    if (text[value] != '"')
+        return {at, value, 0, value};
+    const std::size_t valueEnd = findStringEnd(text, value);
+    return {at, value, valueEnd, skipGap(text, valueEnd)};
+}
+
+std::vector<std::string> decodeList(std::string_view array)
+{
+    std::vector<std::string> list;
+    for (JsonListElement element = readElement(array, 1); element.exists();) {
+        list.push_back(decodeString(array.substr(element.value, element.valueEnd - element.value)));
+        element = readElement(array, element.end + (array[element.end] == ',' ? 1 : 0));
+    }
+    return list;
+}
+
+} // namespace Repository::Documents
