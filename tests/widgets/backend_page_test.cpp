@@ -1,0 +1,201 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+#include "widgets/BackendControlWidget.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+
+using FrameworkCore::AppConfig::AccessMode;
+using Shared::Logging::LogLine;
+using Shared::Logging::LogRecord;
+using TestSupport::FakeRepository;
+using Widgets::BackendControlWidget;
+
+namespace {
+
+QStringList itemsOf(const QComboBox& box)
+{
+    QStringList items;
+    for (int i = 0; i < box.count(); ++i)
+        items.append(box.itemText(i));
+    return items;
+}
+
+QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class BackendPageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        repository = std::make_shared<FakeRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        open();
+    }
+
+    void cleanup()
+    {
+        page.reset();
+        Utilities::SetAppConfigRepositoryInterface({});
+    }
+
+    void startsWithTheTypesAndItsTexts()
+    {
+        QCOMPARE(itemsOf(*part<QComboBox>("cbBackendTypes")), words("ini json xml txt"));
+        QCOMPARE(part<QComboBox>("cbBackendTypes")->currentIndex(), 0);
+        QCOMPARE(part<QLineEdit>("edtBackendName")->text(), QStringLiteral("test"));
+        QCOMPARE(part<QLineEdit>("edtBackendFile")->text(), QStringLiteral("test.ini"));
+        QCOMPARE(part<QComboBox>("cbBackendNames")->count(), 0);
+    }
+
+    void namesFollowTheRepository()
+    {
+        repository->addBackend(QStringLiteral("b"), QStringLiteral("b"), QStringLiteral("ini"));
+        repository->addBackend(QStringLiteral("a"), QStringLiteral("a"), QStringLiteral("json"));
+        QTRY_COMPARE(itemsOf(*part<QComboBox>("cbBackendNames")), words("b a"));
+        click("btnRefreshBackendList");
+        QCOMPARE(itemsOf(*part<QComboBox>("cbBackendNames")),
+                 QStringList(QStringLiteral("All backends")) + words("b a"));
+        QCOMPARE(part<QComboBox>("cbBackendNames")->currentText(), QStringLiteral("All backends"));
+    }
+
+    void creates_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<int>("access");
+        QTest::newRow("read and write") << QStringLiteral("Read-Write") << 3;
+        QTest::newRow("read") << QStringLiteral("Read-Only") << 1;
+        QTest::newRow("write") << QStringLiteral("Write-Only") << 2;
+        QTest::newRow("neither") << QStringLiteral("Append") << 0;
+    }
+
+    void creates()
+    {
+        QFETCH(QString, mode);
+        QFETCH(int, access);
+        auto* const modes = part<QComboBox>("cbAccessMode");
+        if (modes->findText(mode) < 0)
+            modes->addItem(mode);
+        modes->setCurrentText(mode);
+        part<QComboBox>("cbBackendTypes")->setCurrentText(QStringLiteral("json"));
+        part<QLineEdit>("edtBackendName")->setText(QStringLiteral("plant.cell"));
+        part<QLineEdit>("edtBackendFile")->setText(QStringLiteral("cell.json"));
+        click("btnCreateBackend");
+        const auto creations = repository->getBackendCreations();
+        QCOMPARE(creations.size(), 1);
+        QCOMPARE(creations.first().type, QStringLiteral("json"));
+        QCOMPARE(creations.first().name, QStringLiteral("plant.cell"));
+        QCOMPARE(creations.first().configuration.location, QVariant(QStringLiteral("cell.json")));
+        QCOMPARE(creations.first().configuration.description, QString());
+        QCOMPARE(static_cast<int>(creations.first().configuration.accessMode), access);
+        QCOMPARE(creations.first().option, 3);
+    }
+
+    void savesWhatIsChosen_data()
+    {
+        QTest::addColumn<bool>("refresh");
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<QStringList>("saved");
+        QTest::addColumn<QStringList>("log"); // in the order of the names
+        const QString b = QStringLiteral("Backend b saved with result 1");
+        const QString a = QStringLiteral("Backend a saved with result 1");
+        QTest::newRow("all of them") << true << QStringLiteral("All backends") << words("b a")
+                                     << QStringList{a, b};
+        QTest::newRow("one of them") << true << QStringLiteral("a") << words("a") << QStringList{a};
+        QTest::newRow("never refreshed") << false << QStringLiteral("b") << words("b") << QStringList{b};
+    }
+
+    void savesWhatIsChosen()
+    {
+        QFETCH(bool, refresh);
+        QFETCH(QString, choice);
+        repository->addBackend(QStringLiteral("b"), QStringLiteral("b"), QStringLiteral("ini"));
+        repository->addBackend(QStringLiteral("a"), QStringLiteral("a"), QStringLiteral("ini"));
+        QTRY_COMPARE(part<QComboBox>("cbBackendNames")->count(), 2);
+        if (refresh)
+            click("btnRefreshBackendList");
+        part<QComboBox>("cbBackendNames")->setCurrentText(choice);
+        const quint64 before = lastLineNumber();
+        click("btnSaveBackend");
+        QTEST(repository->getSavedBackends(), "saved");
+        QTEST(textsSince(before), "log");
+    }
+
+    void failuresAreLogged()
+    {
+        const quint64 before = lastLineNumber();
+        click("btnSaveBackend"); // an empty box saves the empty name
+        QCOMPARE(repository->getSavedBackends(), QStringList(QString()));
+        QCOMPARE(textsSince(before), QStringList(QStringLiteral("Backend  saved with result 0")));
+    }
+
+    void returnLeadsThroughTheForm()
+    {
+        QVERIFY(TestSupport::showActive(*page));
+        part<QLineEdit>("edtBackendName")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), part<QLineEdit>("edtBackendFile"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), part<QPushButton>("btnCreateBackend"));
+        QCOMPARE(repository->getBackendCreations().size(), 0);
+        part<QComboBox>("cbBackendTypes")->setCurrentIndex(1);
+        QCOMPARE(QApplication::focusWidget(), part<QLineEdit>("edtBackendName"));
+    }
+
+    void livesWithoutARepository()
+    {
+        Utilities::SetAppConfigRepositoryInterface({});
+        open();
+        for (QPushButton* const button : page->findChildren<QPushButton*>())
+            button->click();
+        QCOMPARE(part<QComboBox>("cbBackendTypes")->count(), 0);
+        QCOMPARE(part<QComboBox>("cbBackendNames")->count(), 0);
+    }
+
+private:
+    void open() { page = std::make_unique<BackendControlWidget>(); }
+
+    template <typename Part>
+    Part* part(const char* name) const
+    {
+        return page->findChild<Part*>(QLatin1String(name));
+    }
+
+    void click(const char* button) const { QTest::mouseClick(part<QPushButton>(button), Qt::LeftButton); }
+
+    static quint64 lastLineNumber()
+    {
+        const QVector<LogLine> lines = LogRecord::instance().getLines();
+        return lines.isEmpty() ? 0 : lines.last().number;
+    }
+
+    static QStringList textsSince(quint64 number)
+    {
+        QStringList texts;
+        for (const LogLine& line : LogRecord::instance().getLines(number))
+            texts.append(line.text);
+        return texts;
+    }
+
+    std::shared_ptr<FakeRepository> repository;
+    std::unique_ptr<BackendControlWidget> page;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, BackendPageTest>(argc, argv);
+}
+
+#include "backend_page_test.moc"
