@@ -143,7 +143,9 @@ void AttributeTreeContents::noteForFilter(const QVector<AttributeTreeStructureCh
 void AttributeTreeContents::collect(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
 {
     if (change.removed) {
-        for (const QString& path : ancestorPaths(change.parentPath) << change.parentPath << QString())
+        QStringList above = ancestorPaths(change.parentPath);
+        above << change.parentPath << QString();
+        for (const QString& path : qAsConst(above))
             dirty[path].everything = true;
         return;
     }

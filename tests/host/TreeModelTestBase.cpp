@@ -1,0 +1,60 @@
+#include "tests/host/TreeModelTestBase.h"
+
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/ModelText.h"
+
+#include <QtTest>
+
+using namespace FrameworkCore::AppConfig;
+
+void TreeModelTestBase::create(const QString& path, const QVariant& value, AccessMode access) const
+{
+    QVERIFY(repository->getWriterInterface()->createAttribute(path, value, 3, int(access)));
+}
+
+void TreeModelTestBase::remove(const QString& path) const
+{
+    QCOMPARE(int(repository->getTreeInterface()->removeTree(path)), int(Success));
+}
+
+bool TreeModelTestBase::mount(const QString& name) const
+{
+    BackendConfiguration configuration;
+    configuration.location = folder.filePath(name + text(".json"));
+    configuration.description = text("of a test");
+    configuration.accessMode = AccessMode::ReadWrite;
+    return repository->getBackendInterface()->createBackend(text("json"), name, configuration, 2);
+}
+
+QStringList TreeModelTestBase::freshText(const QString& searchPath, int depth)
+{
+    Utilities::ModelViews::AttributeTreeViewModel fresh;
+    fresh.resetModel(searchPath);
+    return TestSupport::modelText(fresh, {}, depth);
+}
+
+void TreeModelTestBase::initTestCase_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("fake") << text("fake");
+    QTest::newRow("real") << text("real");
+}
+
+void TreeModelTestBase::init()
+{
+    QFETCH_GLOBAL(QString, kind);
+    if (kind == text("real"))
+        repository = Repository::AttributeRepository::create();
+    else
+        repository = std::make_shared<TestSupport::FakeRepository>();
+    Utilities::SetAppConfigRepositoryInterface(repository);
+}
+
+void TreeModelTestBase::cleanup()
+{
+    Utilities::SetAppConfigRepositoryInterface({});
+    repository.reset();
+}

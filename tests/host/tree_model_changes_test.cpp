@@ -1,0 +1,277 @@
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "tests/host/TreeModelTestBase.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/ModelText.h"
+#include "tests/support/TestRun.h"
+#include "tests/support/ToldCounts.h"
+#include "tests/support/ToldTexts.h"
+#include "tests/support/TreeWriter.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QTreeView>
+
+#include <atomic>
+#include <thread>
+
+using namespace FrameworkCore::AppConfig;
+using TestSupport::firstDifference;
+using TestSupport::modelText;
+using TestSupport::ToldCounts;
+using TestSupport::ToldTexts;
+using TestSupport::TreeWriter;
+using Utilities::ModelViews::AttributeTreeViewModel;
+
+// How the model follows a repository that changes.
+class TreeModelChangesTest : public TreeModelTestBase
+{
+    Q_OBJECT
+
+private slots:
+    void followsRandomChanges_data()
+    {
+        QTest::addColumn<QString>("searchPath");
+        for (const char* path : {"", "a.b", "a.*", "a.b*", "*.c", "*b*d*"})
+            QTest::addRow("\"%s\"", path) << text(path);
+    }
+
+    void followsRandomChanges()
+    {
+        QFETCH(QString, searchPath);
+        AttributeTreeViewModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        model.resetModel(searchPath);
+        TreeWriter writer(repository, {}, 11, 4, 4);
+        QRandomGenerator random(5);
+        for (int done = 0; done < 17000;) {
+            for (int many = random.bounded(1, 200); many > 0; --many, ++done)
+                writer.changeOnce();
+            const bool agrees = QTest::qWaitFor([&] { return modelText(model) == freshText(searchPath); });
+            QVERIFY2(agrees, qPrintable(firstDifference(modelText(model), freshText(searchPath))));
+        }
+    }
+
+    // With no one looking at everything after each change, nodes stay counted but not listed.
+    void countsChangeThroughRowSignalsAlone_data() { followsRandomChanges_data(); }
+
+    void countsChangeThroughRowSignalsAlone()
+    {
+        QFETCH(QString, searchPath);
+        AttributeTreeViewModel model;
+        ToldCounts counts(model);
+        model.resetModel(searchPath);
+        counts.ask({});
+        TreeWriter writer(repository, {}, 3);
+        QRandomGenerator random(9);
+        for (int round = 0; round < 60; ++round) {
+            for (int many = random.bounded(200); many > 0; --many)
+                writer.changeOnce();
+            QModelIndex parent; // a random way down, counting what lies beside it
+            while (model.rowCount(parent) > 0) {
+                for (int row = 0; row < model.rowCount(parent); ++row)
+                    counts.ask(model.index(row, 0, parent));
+                parent = model.index(random.bounded(model.rowCount(parent)), 0, parent);
+                if (random.bounded(2) == 0)
+                    break;
+            }
+            QCOMPARE(counts.firstWrong(), QString());
+            if (random.bounded(2) == 0)
+                QTRY_COMPARE(modelText(model, {}, 1), freshText(searchPath, 1));
+            QCOMPARE(counts.firstWrong(), QString());
+        }
+        QTRY_COMPARE(modelText(model), freshText(searchPath));
+        QCOMPARE(counts.firstWrong(), QString());
+    }
+
+    void followsOtherThreads_data()
+    {
+        QTest::addColumn<QString>("searchPath");
+        QTest::addColumn<QString>("secondRoot");
+        QTest::newRow("apart") << QString() << text("y");
+        QTest::newRow("in the same place") << QString() << text("x");
+        QTest::newRow("filtered") << text("*.b") << text("x");
+    }
+
+    void followsOtherThreads()
+    {
+        QFETCH(QString, searchPath);
+        QFETCH(QString, secondRoot);
+        AttributeTreeViewModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
+        model.resetModel(searchPath);
+        std::atomic<int> running{2};
+        const auto write = [&](const QString& root, quint32 seed) {
+            TreeWriter writer(repository, root, seed, 3, 3);
+            for (int i = 0; i < 20000; ++i)
+                writer.changeOnce();
+            --running;
+        };
+        std::thread first(write, text("x"), 1);
+        std::thread second(write, secondRoot, 2);
+        QTRY_COMPARE_WITH_TIMEOUT(running.load(), 0, 120000);
+        first.join();
+        second.join();
+        QTRY_COMPARE(modelText(model), freshText(searchPath));
+    }
+
+    void mayBeDestroyedWhileWritersRun()
+    {
+        std::atomic<bool> stop{false};
+        std::thread writing([&] {
+            TreeWriter writer(repository, text("x"), 4);
+            while (!stop)
+                writer.changeOnce();
+        });
+        for (int i = 0; i < 200; ++i) {
+            AttributeTreeViewModel model;
+            model.resetModel({});
+            QVERIFY(model.rowCount(model.index(0, 0)) >= 0);
+            QCoreApplication::processEvents();
+        }
+        stop = true;
+        writing.join();
+        const auto* const fake = dynamic_cast<TestSupport::FakeRepository*>(repository.get());
+        QVERIFY(!fake || fake->getRegistrationCount() == 0);
+    }
+
+    void manyChangesAtOnceAreFollowed_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("searchPath");
+        QTest::newRow("flat") << text("x.n%1") << QString();
+        QTest::newRow("flat, filtered") << text("x.n%1") << text("*n1*");
+        QTest::newRow("of many parents") << text("x.n%1.value") << QString();
+        QTest::newRow("of many parents, filtered") << text("x.n%1.value") << text("*.n1*.value");
+    }
+
+    void manyChangesAtOnceAreFollowed()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QString, searchPath);
+        create(pattern.arg(100), 0);
+        AttributeTreeViewModel model;
+        model.resetModel(searchPath);
+        ToldCounts counts(model);
+        ToldTexts texts(model);
+        const QPersistentModelIndex value =
+            model.indexFromPath(pattern.arg(100), AttributeTreeViewModel::ValueColumn);
+        QVERIFY(value.isValid());
+        texts.read(value);
+        counts.ask(value.parent());
+        counts.ask({});
+
+        for (int i = 0; i < 6000; ++i)
+            create(pattern.arg(i), 1);
+        QTRY_COMPARE(firstDifference(modelText(model), freshText(searchPath)), QString());
+        QTRY_COMPARE(texts.countWrong(), 0);
+        QCOMPARE(counts.firstWrong(), QString());
+        QCOMPARE(value.data().toString(), text("1"));
+
+        for (int i = 0; i < 6000; ++i) {
+            if (i != 100)
+                remove(pattern.arg(i));
+        }
+        QTRY_COMPARE(firstDifference(modelText(model), freshText(searchPath)), QString());
+        QCOMPARE(counts.firstWrong(), QString());
+        QVERIFY(value.isValid());
+    }
+
+    void writtenCellsAreTold_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::newRow("one") << 1;
+        QTest::newRow("some") << 200;
+        QTest::newRow("many") << 2000;
+        QTest::newRow("more than are kept apart") << 10000;
+    }
+
+    void writtenCellsAreTold()
+    {
+        QFETCH(int, count);
+        const QString path = text("x.n%1");
+        for (int i = 0; i < count; ++i)
+            create(path.arg(i), 0);
+        create(text("y.group.value"), 0);
+        AttributeTreeViewModel model;
+        model.resetModel({});
+        ToldTexts texts(model);
+        const QModelIndex parent = model.indexFromPath(text("x"));
+        for (int row = 0; row < count; ++row)
+            texts.read(model.index(row, 1, parent));
+        texts.read(model.indexFromPath(text("y.group"), 1));
+        for (int value : {1, 2}) {
+            for (int i = 0; i < count; ++i)
+                QCOMPARE(repository->getWriterInterface()->writeAttributeValue(path.arg(i), value, 8),
+                         int(Success));
+            create(text("y.group"), value); // a group becomes an attribute
+            QTRY_COMPARE(texts.countWrong(), 0);
+        }
+        QCOMPARE(model.index(count - 1, 1, parent).data().toString(), text("2"));
+    }
+
+    void selectionExpansionAndScrollPositionSurvive()
+    {
+        for (int i = 0; i < 3000; ++i)
+            create(text("x.n%1.value").arg(i), i);
+        AttributeTreeViewModel model;
+        model.resetModel({});
+        QTreeView view;
+        view.setModel(&model);
+        view.resize(300, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        view.expand(model.indexFromPath(text("x")));
+        const QPersistentModelIndex open = model.indexFromPath(text("x.n2000"));
+        view.expand(open);
+        view.setCurrentIndex(model.index(0, 0, open));
+        view.scrollTo(open, QAbstractItemView::PositionAtTop);
+        const auto topPath = [&] {
+            return view.indexAt(QPoint(50, 2)).data(AttributeTreeViewModel::PathRole).toString();
+        };
+        QCOMPARE(topPath(), text("x.n2000"));
+
+        for (int i = 0; i < 6000; ++i)
+            create(text("z.n%1.value").arg(i), i);
+        for (int i = 0; i < 3000; ++i)
+            create(text("x.n%1.value").arg(i), -i);
+        remove(text("x.n2500"));
+        create(text("x.n2001.more"), 1);
+        QTRY_COMPARE(model.rowCount(model.indexFromPath(text("z"))), 6000);
+        QTRY_VERIFY(!model.indexFromPath(text("x.n2500")).isValid());
+        model.resetModel({});
+        QVERIFY(view.isExpanded(open));
+        QCOMPARE(view.currentIndex().data(AttributeTreeViewModel::PathRole).toString(),
+                 text("x.n2000.value"));
+        QVERIFY(view.selectionModel()->isSelected(view.currentIndex()));
+        QCOMPARE(topPath(), text("x.n2000"));
+    }
+
+    void readingAgainChangesOnlyWhatDiffers()
+    {
+        create(text("a.b"), 1);
+        create(text("a.c"), 2);
+        AttributeTreeViewModel model;
+        model.resetModel(text("a"));
+        const QPersistentModelIndex kept = model.indexFromPath(text("a.c"));
+        QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+        QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+        remove(text("a.b"));
+        create(text("a.d"), 3);
+        model.resetModel(text("a"));
+        QCOMPARE(modelText(model), (QStringList{text("a"), text("  c = 2"), text("  d = 3")}));
+        QCOMPARE(resets.count() + inserted.count() * 10 + removed.count() * 100, 110);
+        QCOMPARE(model.pathFromIndex(kept), text("a.c"));
+
+        model.resetModel(text("a.d"));
+        QCOMPARE(resets.count(), 1);
+        QCOMPARE(modelText(model), (QStringList{text("a"), text("  d = 3")}));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, TreeModelChangesTest>(argc, argv);
+}
+
+#include "tree_model_changes_test.moc"
