@@ -1,5 +1,7 @@
 #include "desk/ApplicationHost.h"
 
+#include "desk/LoadingNote.h"
+
 #include <algorithm>
 
 namespace Vantry {
@@ -24,17 +26,30 @@ void ApplicationHost::createApplications(PluginLoader& loader)
 {
     for (const auto& library : loader.getLibraries()) {
         for (const QString& identification : library->getIdentifications()) {
-            QString reason;
-            auto application = library->createApplication(context, identification, reason);
-            if (application)
-                entries.push_back({library.get(), identification, std::move(application)});
-            else
+            const QString reason = createApplication(*library, identification);
+            if (!reason.isEmpty())
                 loader.refuse(library->getFile(), reason);
         }
     }
     std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         return a.application->getApplicationOrder() < b.application->getApplicationOrder();
     });
+}
+
+QString ApplicationHost::createApplication(const PluginLibrary& library, const QString& identification)
+{
+    // Two of one name would share the attribute that tells the page.
+    for (const Entry& entry : entries) {
+        if (entry.identification == identification)
+            return QStringLiteral("its application %1 is there already, from %2")
+                .arg(identification, entry.library->getFile());
+    }
+    QString reason;
+    const LoadingNote note(library.getFile());
+    auto application = library.createApplication(context, identification, reason);
+    if (application)
+        entries.push_back({&library, identification, std::move(application)});
+    return reason;
 }
 
 std::vector<PluginLibrary::Application> ApplicationHost::getApplications() const

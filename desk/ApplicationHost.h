@@ -18,7 +18,8 @@ public:
     ~ApplicationHost();
     Q_DISABLE_COPY(ApplicationHost)
 
-    // Makes the applications of all libraries; what fails becomes a finding of the loader.
+    // Makes the applications of all libraries; what fails becomes a finding of the loader, as does what
+    // another library has made already.
     void createApplications(PluginLoader& loader);
 
     // In the order in which they are shown.
@@ -35,6 +36,9 @@ private:
         QString identification;
         PluginLibrary::Application application;
     };
+
+    // Empty when the application was made, otherwise why it was not.
+    QString createApplication(const PluginLibrary& library, const QString& identification);
 
     QString pagePath(const QString& identification) const;
 

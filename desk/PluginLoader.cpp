@@ -1,29 +1,15 @@
 #include "desk/PluginLoader.h"
 
+#include "desk/LoadingNote.h"
+
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QLibrary>
-#include <QSettings>
+
+#include <algorithm>
 
 namespace Vantry {
-
-namespace {
-
-const QLatin1String noteKey("pluginBeingLoaded");
-
-void note(const QString& file)
-{
-    QSettings settings;
-    settings.setValue(noteKey, file);
-    settings.sync(); // must be on disk before the library gets a chance to end the process
-}
-
-void removeNote()
-{
-    QSettings().remove(noteKey);
-}
-
-} // namespace
 
 PluginLoader::PluginLoader(PluginTrial pluginTrial) : trial(std::move(pluginTrial))
 {
@@ -33,13 +19,6 @@ QStringList PluginLoader::usualFolders()
 {
     const QDir program(QCoreApplication::applicationDirPath());
     return {program.path(), QDir::cleanPath(program.filePath(QStringLiteral("../lib/vantry/plugins")))};
-}
-
-QString PluginLoader::takeCulprit()
-{
-    const QString culprit = QSettings().value(noteKey).toString();
-    removeNote();
-    return culprit;
 }
 
 void PluginLoader::load(const QStringList& folders, const QString& leftOut)
@@ -53,8 +32,8 @@ void PluginLoader::load(const QStringList& folders, const QString& leftOut)
         }
         const QStringList names = dir.entryList(QDir::Files, QDir::Name);
         for (const QString& name : names) {
-            const QString file = dir.absoluteFilePath(name);
-            if (!QLibrary::isLibrary(file))
+            const QString file = QFileInfo(dir.filePath(name)).absoluteFilePath();
+            if (!QLibrary::isLibrary(file) || isKnown(file))
                 continue;
             findings.push_back(
                 {file, file == leftOut ? QStringLiteral("left out: the last start ended while it was loaded")
@@ -63,14 +42,29 @@ void PluginLoader::load(const QStringList& folders, const QString& leftOut)
     }
 }
 
+bool PluginLoader::isKnown(const QString& file) const
+{
+    const QString real = QFileInfo(file).canonicalFilePath();
+    return std::any_of(findings.begin(), findings.end(), [&real](const Finding& finding) {
+        return QFileInfo(finding.file).canonicalFilePath() == real;
+    });
+}
+
+void PluginLoader::refuse(const QString& file, const QString& reason)
+{
+    for (Finding& finding : findings) {
+        if (finding.file == file)
+            finding.refusal = reason;
+    }
+}
+
 QString PluginLoader::loadFile(const QString& file)
 {
     QString reason = trial.run(file);
     if (!reason.isEmpty())
         return reason;
-    note(file);
+    const LoadingNote note(file);
     auto library = PluginLibrary::load(file, reason);
-    removeNote();
     if (library)
         libraries.push_back(std::move(library));
     return reason;

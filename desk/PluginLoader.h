@@ -10,8 +10,7 @@
 
 namespace Vantry {
 
-// Finds and loads plug-ins. A file that is refused, for whatever reason, stops nothing. What is being loaded
-// is noted beforehand, so that the next start knows what killed this one. GUI thread.
+// Finds and loads plug-ins. A file that is refused, for whatever reason, stops nothing. GUI thread.
 class PluginLoader
 {
 public:
@@ -27,19 +26,17 @@ public:
     // The folder of the program and the installed place.
     static QStringList usualFolders();
 
-    // The file that was being loaded when the last start died; empty when it did not.
-    static QString takeCulprit();
-
-    // Loads all that the folders hold but the file left out.
+    // Loads all that the folders hold but the file left out. A file that is reached twice is loaded once.
     void load(const QStringList& folders, const QString& leftOut = {});
 
     const std::vector<std::unique_ptr<PluginLibrary>>& getLibraries() const { return libraries; }
     const std::vector<Finding>& getFindings() const { return findings; }
 
-    // Adds a finding of whoever uses what was loaded.
-    void refuse(const QString& file, const QString& reason) { findings.push_back({file, reason}); }
+    // What whoever uses a loaded file found wrong with it.
+    void refuse(const QString& file, const QString& reason);
 
 private:
+    bool isKnown(const QString& file) const;
     QString loadFile(const QString& file);
 
     PluginTrial trial;

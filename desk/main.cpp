@@ -1,3 +1,4 @@
+#include "desk/LoadingNote.h"
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
 #include "desk/PluginLoader.h"
@@ -62,7 +63,7 @@ int runWithoutWindow(int argc, char** argv, const Options& options)
 // The plug-in during whose loading the last start ended, if the user wants to do without it.
 QString chooseLeftOut(bool canAsk)
 {
-    const QString culprit = PluginLoader::takeCulprit();
+    const QString culprit = Vantry::LoadingNote::takeCulprit();
     if (culprit.isEmpty() || !canAsk)
         return culprit;
     const auto answer = QMessageBox::question(
