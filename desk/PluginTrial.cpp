@@ -15,7 +15,9 @@ namespace Vantry {
 
 namespace {
 
-constexpr int timeLimit = 10000; // milliseconds
+// The child's last line. An exit code alone proves nothing: the plug-in may have ended the child.
+const QLatin1String passed("passed");
+const QLatin1String refused("refused: ");
 
 // What the file is, so that another file of the same name is tried anew. Empty when it cannot be read.
 QString fingerprint(const QString& fileName)
@@ -39,7 +41,8 @@ QString settingsKey(const QString& fileName)
 
 } // namespace
 
-PluginTrial::PluginTrial(QString childProgram) : program(std::move(childProgram))
+PluginTrial::PluginTrial(QString childProgram, int mostMilliseconds)
+    : program(std::move(childProgram)), timeLimit(mostMilliseconds)
 {
 }
 
@@ -60,16 +63,17 @@ QString PluginTrial::run(const QString& file) const
     if (!child.waitForFinished(timeLimit)) {
         child.kill();
         child.waitForFinished();
-        return QStringLiteral("it did not finish loading within %1 seconds").arg(timeLimit / 1000);
+        return QStringLiteral("it did not finish loading within %1 s").arg(timeLimit / 1000.0);
     }
     if (child.exitStatus() == QProcess::CrashExit)
         return QStringLiteral("it is damaged: loading it ends the program (signal %1)").arg(child.exitCode());
-    if (child.exitCode() != 0) {
-        const QString said = QString::fromUtf8(child.readAllStandardOutput()).trimmed();
-        return said.isEmpty() ? QStringLiteral("it is damaged: loading it ends the program with code %1")
-                                    .arg(child.exitCode())
-                              : said;
-    }
+    const QStringList said =
+        QString::fromUtf8(child.readAllStandardOutput()).trimmed().split(QLatin1Char('\n'));
+    if (said.last().startsWith(refused))
+        return said.last().mid(refused.size());
+    if (said.last() != passed)
+        return QStringLiteral("it is damaged: loading it ends the program with code %1")
+            .arg(child.exitCode());
     settings.setValue(settingsKey(file), print);
     return {};
 }
@@ -77,10 +81,11 @@ QString PluginTrial::run(const QString& file) const
 int PluginTrial::runAsChild(const QString& file)
 {
     QString reason;
-    if (PluginLibrary::load(file, reason))
-        return 0;
-    std::puts(qUtf8Printable(reason));
-    return 1;
+    const bool isLoaded = PluginLibrary::load(file, reason) != nullptr;
+    // On a line of its own, whatever the plug-in wrote.
+    std::printf("\n%s\n", qUtf8Printable(isLoaded ? QString(passed) : refused + reason));
+    std::fflush(stdout);
+    return isLoaded ? 0 : 1;
 }
 
 } // namespace Vantry

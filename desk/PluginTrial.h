@@ -10,17 +10,19 @@ namespace Vantry {
 class PluginTrial
 {
 public:
-    // The program that is run with --try-plugin FILE; as a rule this program itself.
-    explicit PluginTrial(QString program);
+    // The program that is run with --try-plugin FILE, as a rule this program itself, and the milliseconds
+    // that it may take.
+    explicit PluginTrial(QString program, int timeLimit = 10000);
 
-    // Empty when the plug-in may be loaded, otherwise the reason. Waits for the child process, 10 s at most.
+    // Empty when the plug-in may be loaded, otherwise the reason. Waits for the child process.
     QString run(const QString& file) const;
 
-    // The child's side: loads the plug-in, says on standard output what is wrong, and gives the exit code.
+    // The child's side: loads the plug-in, says on standard output how it went, and gives the exit code.
     static int runAsChild(const QString& file);
 
 private:
     QString program;
+    int timeLimit;
 };
 
 } // namespace Vantry
