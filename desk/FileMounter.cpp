@@ -19,6 +19,21 @@ quint64 lastLogNumber()
     return lines.isEmpty() ? 0 : lines.last().number;
 }
 
+// The first character of a text that is no blank and in no comment as json may have them; 0 without one.
+char firstCharacter(QByteArray text)
+{
+    if (text.startsWith("\xef\xbb\xbf"))
+        text.remove(0, 3);
+    for (text = text.trimmed(); text.startsWith("//") || text.startsWith("/*"); text = text.trimmed()) {
+        const bool isLine = text.startsWith("//");
+        const int end = isLine ? text.indexOf('\n') : text.indexOf("*/", 2);
+        if (end < 0)
+            return 0;
+        text.remove(0, isLine ? end : end + 2);
+    }
+    return text.isEmpty() ? '\0' : text.at(0);
+}
+
 // What the repository logged since then about a file that it refused.
 QString reasonSince(quint64 number, const QString& fallback)
 {
@@ -40,6 +55,8 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
         return QStringLiteral("%1: there is no such file").arg(file);
     if (info.isDir())
         return QStringLiteral("%1: it is a folder").arg(file);
+    if (!info.isFile()) // reading a pipe might never end
+        return QStringLiteral("%1: it is no regular file").arg(file);
     const QString type = FileMounter::backendType(file);
     const QStringList types = repository.getBackendTypes();
     if (!types.contains(type))
@@ -127,10 +144,15 @@ QString FileMounter::backendType(const QString& file)
 
     // Many a configuration file has an ending of its own, or none; how it begins tells what it is.
     QFile content(file);
-    const QByteArray start = content.open(QIODevice::ReadOnly) ? content.read(4096).trimmed() : QByteArray();
-    if (start.startsWith('{'))
+    const QByteArray start = content.open(QIODevice::ReadOnly) ? content.read(4096) : QByteArray();
+    switch (firstCharacter(start)) {
+    case '{':
         return QStringLiteral("json");
-    return start.startsWith('<') ? QStringLiteral("xml") : QStringLiteral("ini");
+    case '<':
+        return QStringLiteral("xml");
+    default:
+        return QStringLiteral("ini");
+    }
 }
 
 } // namespace Vantry
