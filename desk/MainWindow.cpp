@@ -156,8 +156,16 @@ void MainWindow::showResult(const FileMounter::Result& result)
 {
     for (const QString& file : result.opened)
         openedNames.append(QFileInfo(file).fileName());
-    setWindowTitle(openedNames.join(QStringLiteral(", ")));
+    setWindowTitle(title());
     notices->addNotices(result.problems);
+}
+
+QString MainWindow::title() const
+{
+    constexpr int mostNames = 3;
+    const QString names = openedNames.mid(0, mostNames).join(QStringLiteral(", "));
+    const int more = openedNames.size() - mostNames;
+    return more > 0 ? tr("%1 and %2 more").arg(names).arg(more) : names;
 }
 
 void MainWindow::showAbout()

@@ -45,6 +45,7 @@ private:
     void showFirstPages(bool hasFiles);
     void chooseFiles();
     void showResult(const FileMounter::Result& result);
+    QString title() const;
     void showAbout();
 
     PluginLoader& loader;
