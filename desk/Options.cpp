@@ -39,6 +39,8 @@ Options Options::parse(const QStringList& arguments)
     Options options;
     if (!command.parser.parse(arguments))
         options.error = command.parser.errorText();
+    else if (command.parser.isSet(command.picture) && command.parser.value(command.picture).isEmpty())
+        options.error = QStringLiteral("--picture needs the name of a file");
     options.files = command.parser.positionalArguments();
     options.pluginFolders = command.parser.values(command.pluginFolder);
     options.pictureFile = command.parser.value(command.picture);

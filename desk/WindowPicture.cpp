@@ -4,7 +4,10 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QImageWriter>
 #include <QPixmap>
+#include <QSaveFile>
 #include <QTreeView>
 
 #include <cstdio>
@@ -14,6 +17,21 @@ namespace Vantry {
 namespace {
 
 constexpr int settlingTime = 250; // milliseconds in which models and views follow a change
+
+// Empty when the picture was written, otherwise why it was not.
+QString write(const QImage& picture, const QString& fileName)
+{
+    const QByteArray format = QFileInfo(fileName).suffix().toLower().toLatin1();
+    if (!QImageWriter::supportedImageFormats().contains(format))
+        return QStringLiteral("the ending must name a kind of picture, as in .png");
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    QImageWriter writer(&file, format);
+    if (!writer.write(picture))
+        return writer.errorString();
+    return file.commit() ? QString() : file.errorString();
+}
 
 } // namespace
 
@@ -57,10 +75,11 @@ void WindowPicture::openTrees()
 
 void WindowPicture::draw()
 {
-    const bool isSaved = window.grab().save(file);
-    if (!isSaved)
-        std::fprintf(stderr, "vantry-desk: the picture could not be written to %s\n", qUtf8Printable(file));
-    QCoreApplication::exit(isSaved ? 0 : 1);
+    const QString problem = write(window.grab().toImage(), file);
+    if (!problem.isEmpty())
+        std::fprintf(stderr, "vantry-desk: the picture could not be written to %s: %s\n",
+                     qUtf8Printable(file), qUtf8Printable(problem));
+    QCoreApplication::exit(problem.isEmpty() ? 0 : 1);
 }
 
 } // namespace Vantry

@@ -32,11 +32,21 @@ void introduceProgram()
 bool hasDisplay()
 {
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY") ||
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    const bool needsDisplay =
+        platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
+    return !needsDisplay || !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 #else
     return true;
 #endif
+}
+
+// What is wrong with the command line. Gives the exit code.
+int showError(const QString& error)
+{
+    std::fprintf(stderr, "vantry-desk: %s\nvantry-desk --help shows what it knows.\n", qUtf8Printable(error));
+    return 2;
 }
 
 QStringList textsOf(int argc, char** argv)
@@ -110,6 +120,8 @@ int main(int argc, char** argv)
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!hasDisplay()) {
+        if (!early.error.isEmpty())
+            return showError(early.error);
         std::fputs("vantry-desk: there is no display to open a window on (DISPLAY and WAYLAND_DISPLAY are "
                    "not set).\n"
                    "Use --picture OUT.png to draw the window into a file instead.\n",
@@ -119,10 +131,7 @@ int main(int argc, char** argv)
 
     QApplication application(argc, argv);
     const Options options = Options::parse(QCoreApplication::arguments());
-    if (!options.error.isEmpty()) {
-        std::fprintf(stderr, "vantry-desk: %s\nvantry-desk --help shows what it knows.\n",
-                     qUtf8Printable(options.error));
-        return 2;
-    }
+    if (!options.error.isEmpty())
+        return showError(options.error);
     return runWindow(options);
 }
