@@ -339,6 +339,16 @@ private slots:
                  (QStringList{QStringLiteral("-app"), QStringLiteral(" net"), QStringLiteral(" disk")}));
     }
 
+    void filteringOpensTheFirstTwoItemsOfEachName()
+    {
+        create(words("app.net.app.app.z app.disk"));
+        openPage();
+        page->read(QStringLiteral("app.*"));
+        page->boxes[0]->setCurrentText(QStringLiteral("net"));
+        QCOMPARE(page->shownRows(), (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"),
+                                                 QStringLiteral("  -app"), QStringLiteral("   app")}));
+    }
+
     void aRereadKeepsTheChoices()
     {
         create(words("app.net.ip app.disk.size"));

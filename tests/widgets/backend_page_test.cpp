@@ -109,21 +109,25 @@ private slots:
         QTest::addColumn<QString>("choice");
         QTest::addColumn<QStringList>("saved");
         QTest::addColumn<QStringList>("log"); // in the order of the names
-        const QString b = QStringLiteral("Backend b saved with result 1");
-        const QString a = QStringLiteral("Backend a saved with result 1");
-        QTest::newRow("all of them") << true << QStringLiteral("All backends") << words("b a")
-                                     << QStringList{a, b};
-        QTest::newRow("one of them") << true << QStringLiteral("a") << words("a") << QStringList{a};
-        QTest::newRow("never refreshed") << false << QStringLiteral("b") << words("b") << QStringList{b};
+        const auto row = [](const char* name, bool refresh, const char* choice, const char* saved,
+                            const char* logged) {
+            QStringList log;
+            for (const QString& backend : words(logged))
+                log.append(QStringLiteral("Backend %1 saved with result 1").arg(backend));
+            QTest::newRow(name) << refresh << QString::fromLatin1(choice) << words(saved) << log;
+        };
+        row("all of them", true, "All backends", "b a e d c", "a b c d e");
+        row("one of them", true, "a", "a", "a");
+        row("never refreshed", false, "b", "b", "b");
     }
 
     void savesWhatIsChosen()
     {
         QFETCH(bool, refresh);
         QFETCH(QString, choice);
-        repository->addBackend(QStringLiteral("b"), QStringLiteral("b"), QStringLiteral("ini"));
-        repository->addBackend(QStringLiteral("a"), QStringLiteral("a"), QStringLiteral("ini"));
-        QTRY_COMPARE(part<QComboBox>("cbBackendNames")->count(), 2);
+        for (const QString& name : words("b a e d c"))
+            repository->addBackend(name, name, QStringLiteral("ini"));
+        QTRY_COMPARE(part<QComboBox>("cbBackendNames")->count(), 5);
         if (refresh)
             click("btnRefreshBackendList");
         part<QComboBox>("cbBackendNames")->setCurrentText(choice);

@@ -109,6 +109,29 @@ private slots:
         QVERIFY(beyondLimit > 0); // or the limit was never met
     }
 
+    void onlyTheFirstHitsOfANameAreRestored_data()
+    {
+        QTest::addColumn<int>("longerNamesBefore");
+        QTest::addColumn<bool>("isRestored");
+        QTest::newRow("the last hit") << 65 << true;
+        QTest::newRow("one too many") << 66 << false;
+    }
+
+    void onlyTheFirstHitsOfANameAreRestored()
+    {
+        QFETCH(int, longerNamesBefore);
+        for (int i = 0; i < longerNamesBefore; ++i)
+            repository->set(QStringLiteral("wide.Item%1").arg(i), i);
+        repository->set(QStringLiteral("wide.item"), 1);
+        AttributeTreeViewModel model;
+        model.resetModel(QStringLiteral("wide"));
+        const QStringList saved{QStringLiteral("wide"), QStringLiteral("wide.item")};
+        const QStringList restored =
+            pathsOf(model, ExpansionMemory::findSavedItems(model, model.index(0, 0), saved));
+        QFETCH(bool, isRestored);
+        QCOMPARE(restored, saved.mid(0, isRestored ? 2 : 1));
+    }
+
     void filterPaths_data()
     {
         QTest::addColumn<QString>("searchPath");
