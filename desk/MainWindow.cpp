@@ -179,6 +179,22 @@ void MainWindow::showAbout()
     QMessageBox::about(this, tr("About Vantry"), text);
 }
 
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    // A widget with a style sheet keeps the colours that it had when the sheet was set.
+    const auto widgets = findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        const QString sheet = widget->styleSheet();
+        if (!sheet.isEmpty()) {
+            widget->setStyleSheet({});
+            widget->setStyleSheet(sheet);
+        }
+    }
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     WindowMemory::save(*this);
