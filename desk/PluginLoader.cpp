@@ -54,7 +54,7 @@ void PluginLoader::refuse(const QString& file, const QString& reason)
 {
     for (Finding& finding : findings) {
         if (finding.file == file)
-            finding.refusal = reason;
+            finding.refusal += (finding.refusal.isEmpty() ? QString() : QStringLiteral("; ")) + reason;
     }
 }
 

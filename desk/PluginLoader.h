@@ -32,7 +32,7 @@ public:
     const std::vector<std::unique_ptr<PluginLibrary>>& getLibraries() const { return libraries; }
     const std::vector<Finding>& getFindings() const { return findings; }
 
-    // What whoever uses a loaded file found wrong with it.
+    // What whoever uses a loaded file found wrong with it, beside what is known.
     void refuse(const QString& file, const QString& reason);
 
 private:
