@@ -1,0 +1,276 @@
+#include "desk/ApplicationHost.h"
+#include "desk/GuiContext.h"
+#include "desk/LoadingNote.h"
+#include "desk/PluginLoader.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/TestRun.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
+
+using Vantry::ApplicationHost;
+using Vantry::GuiContext;
+using Vantry::LoadingNote;
+using Vantry::PluginLoader;
+using Vantry::PluginTrial;
+
+namespace {
+
+const QString desk = QStringLiteral(VANTRY_DESK);
+const QString goodPlugin = QStringLiteral(VANTRY_MODULE);
+
+QString faultyPlugin(const char* name)
+{
+    return QStringLiteral(FAULTY_PLUGINS) + QLatin1String(name) + QLatin1String(".so");
+}
+
+QByteArray contentOf(const QString& fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+// Which files the desk takes for plug-ins, and how it survives those that are none.
+class PluginLoaderTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(folder->isValid());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, inFolder("settings"));
+        QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("plugins")));
+        plugins = inFolder("plugins");
+    }
+
+    void refusesWhatIsNoPlugin_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("reason");
+        const auto row = [](const char* name, const QByteArray& content, const char* reason) {
+            QTest::newRow(name) << content << QString::fromLatin1(reason);
+        };
+        const QByteArray good = contentOf(goodPlugin);
+        row("empty", {}, "cannot be loaded");
+        row("text", "This is no library.\n", "cannot be loaded");
+        row("header only", good.left(64), "cannot be loaded");
+        // What is behind the code and data does no harm when it is missing, so the cuts are near the start.
+        row("one page", good.left(4096), "damaged|cannot be loaded");
+        row("some pages", good.left(65536), "damaged|cannot be loaded");
+        row("another library", contentOf(QStringLiteral(VANTRY_LIBRARY)), "loadApplicationIdentifier");
+        row("aborts", contentOf(faultyPlugin("aborts_when_loaded")), "damaged: .*signal 6");
+        row("exits as if all were well", contentOf(faultyPlugin("exits_when_loaded")), "damaged: .* code 0");
+        row("offers nothing", contentOf(faultyPlugin("offers_nothing")), "no application");
+    }
+
+    // Beside it the good one works, although it comes later.
+    void refusesWhatIsNoPlugin()
+    {
+        QFETCH(QByteArray, content);
+        write("bad.so", content);
+        QVERIFY(QFile::copy(goodPlugin, plugins + QLatin1String("/good.so")));
+        write("notes.txt", "no library by its name");
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({plugins});
+        QCOMPARE(filesOf(loader), (QStringList{QStringLiteral("bad.so"), QStringLiteral("good.so")}));
+        QFETCH(QString, reason);
+        const QString refusal = loader.getFindings().front().refusal;
+        QVERIFY2(QRegularExpression(reason).match(refusal).hasMatch(), qPrintable(refusal));
+        QCOMPARE(loader.getFindings().back().refusal, QString());
+        QCOMPARE(applicationsOf(loader), QStringList(QStringLiteral("Vantry")));
+        QCOMPARE(LoadingNote::takeCulprit(), QString());
+    }
+
+    void refusesWhatCannotBeRead()
+    {
+        // Also for the administrator, whom permissions do not stop.
+        QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), plugins + QLatin1String("/bad.so")));
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({plugins});
+        QCOMPARE(loader.getFindings().size(), 1U);
+        QVERIFY(!loader.getFindings().front().refusal.isEmpty());
+    }
+
+    void doesNotWaitForever()
+    {
+        write("hangs.so", contentOf(faultyPlugin("hangs_when_loaded")));
+        PluginLoader loader{PluginTrial(desk, 500)};
+        loader.load({plugins});
+        QCOMPARE(loader.getFindings().front().refusal,
+                 QStringLiteral("it did not finish loading within 0.5 s"));
+    }
+
+    void survivesAFailedCreation()
+    {
+        QVERIFY(QFile::copy(faultyPlugin("fails_to_create"), plugins + QLatin1String("/fails.so")));
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({plugins, QFileInfo(goodPlugin).path()});
+        QCOMPARE(loader.getFindings().front().refusal, QString());
+        QCOMPARE(applicationsOf(loader), QStringList(QStringLiteral("Vantry")));
+        const QString refusal = loader.getFindings().front().refusal;
+        QVERIFY2(refusal.contains(QLatin1String("throws failed: no licence")), qPrintable(refusal));
+        QVERIFY2(refusal.contains(QLatin1String("did not make its application makesNothing")),
+                 qPrintable(refusal));
+    }
+
+    void loadsNothingTwice()
+    {
+        QVERIFY(QFile::copy(goodPlugin, plugins + QLatin1String("/a.so")));
+        QVERIFY(QFile::copy(goodPlugin, plugins + QLatin1String("/b.so")));
+        QVERIFY(QFile::link(plugins + QLatin1String("/a.so"), plugins + QLatin1String("/c.so")));
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({plugins, plugins + QLatin1String("/../plugins")});
+        QCOMPARE(filesOf(loader), (QStringList{QStringLiteral("a.so"), QStringLiteral("b.so")}));
+        QCOMPARE(applicationsOf(loader), QStringList(QStringLiteral("Vantry")));
+        const QString refusal = loader.getFindings().back().refusal;
+        QVERIFY2(refusal.contains(QLatin1String("Vantry is there already")), qPrintable(refusal));
+        QVERIFY2(refusal.contains(QLatin1String("/a.so")), qPrintable(refusal));
+    }
+
+    void tellsAMissingFolder()
+    {
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({inFolder("none"), plugins});
+        QCOMPARE(loader.getFindings().size(), 1U);
+        QCOMPARE(loader.getFindings().front().file, inFolder("none"));
+        QCOMPARE(loader.getFindings().front().refusal, QStringLiteral("there is no such folder"));
+    }
+
+    void triesAFileOnlyWhenItIsNew()
+    {
+        const QString script = inFolder("try");
+        QFile file(script);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\necho tried >> '" + inFolder("tries").toLocal8Bit() + "'\nexec '" +
+                   desk.toLocal8Bit() + "' \"$@\"\n");
+        file.close();
+        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
+        // Of a file that passes; how often there was a trial so far.
+        const auto triesOf = [&](const char* name) {
+            const QString reason = PluginTrial(script).run(plugins + QLatin1Char('/') + QLatin1String(name));
+            return reason.isEmpty() ? contentOf(inFolder("tries")).count('\n') : -1;
+        };
+        const QString plugin = plugins + QLatin1String("/good.so");
+        QVERIFY(QFile::copy(goodPlugin, plugin));
+        QCOMPARE(triesOf("good.so"), 1);
+        QCOMPARE(triesOf("good.so"), 1);
+
+        // The same bytes of another time, other bytes of the same size and time, the same file elsewhere.
+        setTime(plugin, 1000000000);
+        QCOMPARE(triesOf("good.so"), 2);
+        QByteArray content = contentOf(plugin);
+        content.append("x");
+        write("good.so", content);
+        setTime(plugin, 1000000000);
+        QCOMPARE(triesOf("good.so"), 3);
+        content.back() = 'y';
+        write("good.so", content);
+        setTime(plugin, 1000000000);
+        QCOMPARE(triesOf("good.so"), 4);
+        QVERIFY(QFile::rename(plugin, plugins + QLatin1String("/other.so")));
+        QCOMPARE(triesOf("other.so"), 5);
+
+        // What was refused may be mended without changing, as by a library that it needs.
+        write("bad.so", "text");
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(triesOf("bad.so"), -1);
+        QCOMPARE(triesOf("other.so"), 7);
+    }
+
+    void tellsWhenItCannotTry()
+    {
+        QVERIFY(QFile::copy(goodPlugin, plugins + QLatin1String("/good.so")));
+        PluginLoader loader{PluginTrial(inFolder("no program"))};
+        loader.load({plugins});
+        const QString refusal = loader.getFindings().front().refusal;
+        QVERIFY2(refusal.startsWith(QLatin1String("it could not be tried: ")), qPrintable(refusal));
+        QVERIFY(loader.getLibraries().empty());
+    }
+
+    void namesTheCulpritOfTheLastStart()
+    {
+        QVERIFY(QFile::copy(faultyPlugin("aborts_while_creating"), plugins + QLatin1String("/kills.so")));
+        QVERIFY(QFile::copy(goodPlugin, plugins + QLatin1String("/vantry.so")));
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), inFolder("settings"));
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        program.setProcessEnvironment(environment);
+        program.start(desk, {QStringLiteral("--plugin-dir"), plugins});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::CrashExit);
+
+        const QString culprit = LoadingNote::takeCulprit();
+        QCOMPARE(culprit, plugins + QLatin1String("/kills.so"));
+        QCOMPARE(LoadingNote::takeCulprit(), QString());
+        PluginLoader loader{PluginTrial(desk)};
+        loader.load({plugins}, culprit);
+        QVERIFY(loader.getFindings().front().refusal.startsWith(QLatin1String("left out")));
+        QCOMPARE(applicationsOf(loader), QStringList(QStringLiteral("Vantry")));
+    }
+
+private:
+    QString inFolder(const char* name) const { return folder->filePath(QLatin1String(name)); }
+
+    void write(const char* name, const QByteArray& content) const
+    {
+        QFile file(plugins + QLatin1Char('/') + QLatin1String(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), content.size());
+    }
+
+    static void setTime(const QString& fileName, qint64 seconds)
+    {
+        QFile file(fileName);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::fromSecsSinceEpoch(seconds), QFileDevice::FileModificationTime));
+    }
+
+    static QStringList filesOf(const PluginLoader& loader)
+    {
+        QStringList files;
+        for (const auto& finding : loader.getFindings())
+            files.append(QFileInfo(finding.file).fileName());
+        return files;
+    }
+
+    // Names of the applications that can be made, and made to give their widgets.
+    static QStringList applicationsOf(PluginLoader& loader)
+    {
+        const auto repository = Repository::AttributeRepository::create();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        QStringList names;
+        {
+            ApplicationHost host(std::make_shared<GuiContext>(QStringList(QStringLiteral("test"))),
+                                 repository);
+            host.createApplications(loader);
+            for (const auto& application : host.getApplications()) {
+                if (application->getWidgetByType(Utilities::ApplicationWidgetType::Main))
+                    names.append(application->getApplicationName());
+            }
+        }
+        Utilities::SetAppConfigRepositoryInterface({});
+        return names;
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString plugins;
+};
+
+int main(int argc, char** argv)
+{
+    // As the program names itself, so that both have the same settings.
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk"));
+    return TestSupport::runTest<QApplication, PluginLoaderTest>(argc, argv);
+}
+
+#include "plugin_loader_test.moc"
