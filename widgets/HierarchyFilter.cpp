@@ -55,9 +55,10 @@ QStringList HierarchyFilter::names(const QVector<int>& rows)
             path += separator;
         path += name;
     }
-    // The tree of the page may show less by now than what the boxes choose from.
+    // The page's tree may show less by now than what the boxes choose from. Below the item that a search path
+    // names, everything belongs to the search, whatever wildcards it has: each may stand for nothing.
     AttributeTreeViewModel model;
-    model.resetModel(searchPathText);
+    model.resetModel(path);
     return *lowerItems.insert(rows, childNames(model, path));
 }
 

@@ -183,6 +183,9 @@ private slots:
         row("a.b", {1}, "");
         row("a.b", {0, 0}, "f");
         row("a.b", {0, 0, 0}, "g");
+        row("a*.b*", {}, "c d"); // the wildcards are taken out, and there is an "a.b"
+        row("a*.b*", {0, 0}, "f");
+        row("*", {1, 0}, "c d");
         row("a.b", {7}, "");
         row("a.b", {0, 7, 0}, "");
         row("a.x", {}, ""); // no such item: not the top level
