@@ -3,6 +3,7 @@
 #include "repository/documents/KeyText.h"
 #include "repository/documents/TextPosition.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace Repository::Documents {
@@ -73,6 +74,9 @@ Outcome IniDocument::load(std::string bytes)
         const TextPosition position = positionOf(*fileBytes, std::size_t(at - fileBytes->data()));
         return Outcome{std::move(reason), position.line, position.column};
     };
+    // An entry takes some bytes; a file of blank lines must not make room for as many.
+    const auto lines = std::size_t(std::count(text.begin(), text.end(), style.lineEnd.front()));
+    index.reserve(std::min(lines, text.size() / 8));
     IniScanner scanner(text);
     IniItem* section = &index.root();
     bool anyEntry = false;

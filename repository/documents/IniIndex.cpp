@@ -6,9 +6,8 @@
 
 namespace Repository::Documents {
 
-void IniIndex::clear()
+IniIndex::IniIndex()
 {
-    items.clear();
     rootItem = &demand({}, nullptr);
     rootItem->section = std::make_unique<IniSection>();
 }

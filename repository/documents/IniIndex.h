@@ -52,9 +52,10 @@ struct IniItem
 class IniIndex
 {
 public:
-    IniIndex() { clear(); }
+    IniIndex();
 
-    void clear();
+    // Makes room for as many nodes at once.
+    void reserve(std::size_t nodes) { items.reserve(nodes); }
     IniItem& root() { return *rootItem; }
     const IniItem& root() const { return *rootItem; }
 

@@ -65,8 +65,9 @@ private:
     std::string error;
 };
 
-// The only piece of a text; nothing when it has none or several.
+// The only piece of a text, which must outlive it; nothing when it has none or several.
 std::optional<IniLine> scanSingle(std::string_view text);
+std::optional<IniLine> scanSingle(std::string&& text) = delete;
 
 // True when the lower piece, no gap, would be read as part of the value above it. They stand one right below
 // the other, or with a gap between them; with a gap the answer may be true where a blank line would in fact

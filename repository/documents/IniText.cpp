@@ -190,7 +190,8 @@ std::string explainIniRefusal(const Value& value)
         return "the text holds half a character, which UTF-8 cannot hold";
     if (text.find_first_of("\r\n") != std::string::npos)
         return "a value of this ini file ends with its line; the text has line breaks";
-    const std::optional<IniLine> plain = scanSingle("k=" + text);
+    const std::string plainLine = "k=" + text;
+    const std::optional<IniLine> plain = scanSingle(plainLine);
     const Value back = plain ? readIniValue(*plain) : Value();
     if (plain && back != value) {
         if (back.type != value.type) {
