@@ -47,15 +47,9 @@ Value readLeaf(JsonKind kind, std::string_view spelling)
     return {Type::Null, {}};
 }
 
-// A number that no type holds stays a number when another such takes its place; toContent would make it a
-// text.
-void keepNumber(JsonContent& wanted, const Value& value, const JsonNode& holder, const Value& current)
+bool isUnheldNumber(std::string_view spelling)
 {
-    if (holder.kind != JsonKind::Number || current.type != Type::String || value.type != Type::String)
-        return;
-    const auto& text = std::get<std::string>(value.data);
-    if (isNumber(text) && readNumber(text).type == Type::String)
-        wanted = {JsonKind::Number, text, {}, {}};
+    return isNumber(spelling) && readNumber(spelling).type == Type::String;
 }
 
 } // namespace
@@ -131,14 +125,15 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         return refusal(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
         return refusal(quoted(path) + " has a value and cannot become a group");
-    const Value current = read(holder);
-    if (isSame(current, value))
+    if (isSame(read(holder), value))
         return {};
     JsonContent wanted = toContent(value);
-    keepNumber(wanted, value, content->tree.node(holder), current);
     const bool restores = isOriginal(holder, value);
     if (restores)
         wanted.kind = *content->tree.originalKind(holder);
+    else if (value.type == Type::String && isUnheldNumber(content->tree.originalValue(holder)) &&
+             isUnheldNumber(std::get<std::string>(value.data)))
+        wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
     if (!wanted.error.empty())
         return refusal(wanted.error);
     const JsonNode& node = content->tree.node(holder);

@@ -51,6 +51,13 @@ void addSetRows(const Row& row)
     row("[[\"x\"],1]", set("0", integer(2)), "[2,1]");
     row("[\"x\",1,2]", set("1", text("y")), "[\"x\",\"y\",2]");
     row("[1e400]", set("0", text("1e500")), "[1e500]");
+    row(
+        "{\"a\":1e400}",
+        [](Document& document) {
+            document.set("a", text("x"));
+            return document.set("a", text("1e500"));
+        },
+        "{\"a\":1e500}");
     row("{\"a\":1e400}", set("a", text("5")), "{\"a\":\"5\"}");
     row("{\"a\":\"x\"}", set("a", text("1e500")), "{\"a\":\"1e500\"}");
 }
