@@ -90,8 +90,10 @@ FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent
     : QObject(parent), repository(std::move(attributes))
 {
     connect(&worker, &QFutureWatcher<Result>::finished, this, [this] {
-        emit mounted(worker.result());
+        isMounting = false;
+        const Result result = worker.result();
         startNext();
+        emit mounted(result);
     });
 }
 
@@ -104,19 +106,20 @@ FileMounter::~FileMounter()
 void FileMounter::mount(const QStringList& files)
 {
     waiting += files;
-    if (!worker.isRunning())
-        startNext();
+    startNext();
 }
 
 bool FileMounter::isBusy() const
 {
-    return worker.isRunning() || !waiting.isEmpty();
+    return isMounting;
 }
 
 void FileMounter::startNext()
 {
-    if (!waiting.isEmpty())
-        worker.setFuture(QtConcurrent::run(mountFiles, std::exchange(waiting, {}), repository));
+    if (isMounting || waiting.isEmpty())
+        return;
+    isMounting = true;
+    worker.setFuture(QtConcurrent::run(mountFiles, std::exchange(waiting, {}), repository));
 }
 
 QString FileMounter::mountName(const QString& file, Repository& repository)

@@ -46,6 +46,7 @@ private:
     std::shared_ptr<Repository> repository;
     QStringList waiting;
     QFutureWatcher<Result> worker;
+    bool isMounting = false; // until its result is told, which is later than until it is there
 };
 
 } // namespace Vantry
