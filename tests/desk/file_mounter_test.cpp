@@ -1,0 +1,253 @@
+#include "desk/FileMounter.h"
+#include "repository/AttributeRepository.h"
+#include "tests/desk/Unprivileged.h"
+#include "tests/support/TestRun.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+using FrameworkCore::AppConfig::AccessMode;
+using TestSupport::Unprivileged;
+using Vantry::FileMounter;
+
+class FileMounterTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(folder->isValid());
+        repository = Repository::AttributeRepository::create();
+    }
+
+    void namesAMountAfterItsFile_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char* file, const char* name) {
+            QTest::newRow(file) << QString::fromUtf8(file) << QString::fromUtf8(name);
+        };
+        row("plant.json", "plant");
+        row("plant", "plant");
+        row("plant.cell.7.ini", "plant-cell-7");
+        row("50%;*.cfg", "50---");
+        row(".hidden", "-hidden");
+        row(".hidden.ini", "-hidden");
+        row("...", "--");
+        row("two words.ini", "two words");
+        row("größe.ini", "größe");
+        row("taken.ini", "taken-2");
+        row("group.ini", "group-2");
+        row("thrice.ini", "thrice-4");
+        row("internal.json", "internal-2");
+    }
+
+    // As the mount stands afterwards, so that a name which the repository refuses is found.
+    void namesAMountAfterItsFile()
+    {
+        for (const char* path : {"taken", "group.member", "thrice", "thrice-2", "thrice-3"})
+            QVERIFY(repository->getWriterInterface()->createAttribute(QLatin1String(path), 1, 2, 3));
+        QFETCH(QString, file);
+        const QString fileName = write(file, file.endsWith(QLatin1String("json")) ? "{\"k\": 1}" : "k = 1\n");
+        const FileMounter::Result result = mount({fileName});
+        QCOMPARE(result.problems, QStringList());
+        QTEST(repository->getBackendInterface()->getBackendNames().join(QLatin1Char(' ')), "name");
+        QFETCH(QString, name);
+        QCOMPARE(valueOf(name + QLatin1String(".k")), QVariant(1LL));
+    }
+
+    void numbersFilesOfOneName()
+    {
+        QStringList files;
+        for (const char* file : {"a/x.ini", "b/x.ini", "x.json", "x-2.ini"})
+            files.append(write(QLatin1String(file), file[2] == 'j' ? "{\"k\": 1}" : "k = 1\n"));
+        QCOMPARE(mount(files).opened, files);
+        QCOMPARE(repository->getBackendInterface()->getBackendNames(),
+                 (QStringList{QStringLiteral("x"), QStringLiteral("x-2"), QStringLiteral("x-3"),
+                              QStringLiteral("x-2-2")}));
+    }
+
+    void knowsTheKindOfAFile_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("type");
+        const auto row = [](const char* name, const QByteArray& content, const char* type) {
+            QTest::addRow("%s: %s", name, content.left(12).constData())
+                << QString::fromLatin1(name) << content << QString::fromLatin1(type);
+        };
+        // An ending that says it all is believed, so that a broken file is told as what it should be.
+        row("a.json", "[ini]", "json");
+        row("a.INI", "{}", "ini");
+        row("a.xml", "k = 1", "xml");
+        row("a.txt", "{}", "txt");
+        row("a.properties", "k = 1", "txt");
+        row("a.conf", "k = 1", "ini");
+        row("a.conf", " \r\n\t{\"k\": 1}", "json");
+        row("settings", "\xef\xbb\xbf{}", "json");
+        row("settings", "// why\n/* and\nhow */ {}", "json");
+        row("settings", "// a comment that never ends {}", "ini");
+        row("settings", "/* { ", "ini");
+        row("settings", "/*/ { */", "ini");
+        row("settings", "; {\nk = 1", "ini");
+        row(".project", "<?xml version='1.0'?><a/>", "xml");
+        row("settings", "", "ini");
+        row("settings", "   ", "ini");
+    }
+
+    void knowsTheKindOfAFile()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        QTEST(FileMounter::backendType(write(name, content)), "type");
+    }
+
+    void tellsWhatCannotBeOpened_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("told");
+        const auto row = [](const char* name, const QByteArray& content, const QStringList& told) {
+            QTest::newRow(name) << QString::fromLatin1(name) << content << told;
+        };
+        row("broken.json", "{\n  \"a\": 1,\n  \"b\": [1 2]\n}\n", {QStringLiteral(":3:11:")});
+        row("cut.json", "{\"a\": {", {QStringLiteral(":1:8:")});
+        row("later.xml", "<a/>", {QStringLiteral("xml"), QStringLiteral("json")});
+        row("missing.json", {}, {QStringLiteral("no such file")});
+        row("folder.json", {}, {QStringLiteral("folder")});
+        row("pipe.json", {}, {QStringLiteral("no regular file")});
+        row("secret.json", "{}", {QStringLiteral("ermission")});
+    }
+
+    // By name and reason, once, and without harm to those before and after it.
+    void tellsWhatCannotBeOpened()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        const QString fileName = inFolder(name);
+        if (name.startsWith(QLatin1String("folder")))
+            QVERIFY(QDir().mkdir(fileName));
+        else if (name.startsWith(QLatin1String("pipe")))
+            QCOMPARE(mkfifo(QFile::encodeName(fileName).constData(), S_IRUSR | S_IWUSR), 0);
+        else if (!name.startsWith(QLatin1String("missing")))
+            write(name, content);
+        if (name.startsWith(QLatin1String("secret")))
+            QVERIFY(QFile::setPermissions(fileName, {}));
+
+        const QString first = write(QStringLiteral("first.json"), "{\"k\": 1}");
+        const QString last = write(QStringLiteral("last.ini"), "k = 1\n");
+        openFolder();
+        const Unprivileged user;
+        const FileMounter::Result result = mount({first, fileName, last});
+        QCOMPARE(result.opened, (QStringList{first, last}));
+        QCOMPARE(valueOf(QStringLiteral("first.k")), QVariant(1LL));
+        QCOMPARE(valueOf(QStringLiteral("last.k")), QVariant(1LL));
+        QCOMPARE(result.problems.size(), 1);
+        const QString problem = result.problems.first();
+        QCOMPARE(problem.count(fileName), 1);
+        QFETCH(QStringList, told);
+        for (const QString& part : qAsConst(told))
+            QVERIFY2(problem.contains(part), qPrintable(problem));
+    }
+
+    void refusesAFileThatIsOpen()
+    {
+        const QString file = write(QStringLiteral("a.ini"), "k = 1\n");
+        const FileMounter::Result result = mount({file, file});
+        QCOMPARE(result.opened, QStringList(file));
+        QCOMPARE(result.problems.size(), 1);
+        QVERIFY2(result.problems.first().contains(file), qPrintable(result.problems.first()));
+    }
+
+    void opensWhatCannotBeWrittenForReading()
+    {
+        const QString file = write(QStringLiteral("a.ini"), "k = 1\n");
+        QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        openFolder();
+        const Unprivileged user;
+        const QString other = write(QStringLiteral("own/b.ini"), "k = 1\n");
+        QCOMPARE(mount({file, other}).problems, QStringList());
+        const auto accessOf = [this](const char* path) {
+            return repository->getReaderInterface()->getAttribute(QLatin1String(path))->getAccessMode();
+        };
+        QCOMPARE(accessOf("a.k"), AccessMode::ReadOnly);
+        QCOMPARE(accessOf("b.k"), AccessMode::ReadWrite);
+    }
+
+    void opensWhatIsGivenMeanwhile()
+    {
+        FileMounter mounter(repository);
+        QStringList opened;
+        connect(&mounter, &FileMounter::mounted, this,
+                [&](const FileMounter::Result& result) { opened += result.opened; });
+        QStringList files;
+        for (const char* name : {"a.ini", "b.ini", "c.ini"}) {
+            files.append(write(QLatin1String(name), "k = 1\n"));
+            mounter.mount({files.last()});
+        }
+        QVERIFY(mounter.isBusy());
+        QTRY_COMPARE(opened, files);
+        QVERIFY(!mounter.isBusy());
+        QCOMPARE(repository->getBackendInterface()->getBackendNames(),
+                 (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+    }
+
+private:
+    QString inFolder(const QString& name) const { return folder->filePath(name); }
+
+    QString write(const QString& name, const QByteArray& content) const
+    {
+        const QString fileName = inFolder(name);
+        QDir().mkpath(QFileInfo(fileName).path());
+        QFile file(fileName);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("%s: %s", qPrintable(fileName), qPrintable(file.errorString()));
+        return fileName;
+    }
+
+    // For a user without rights, too.
+    void openFolder() const
+    {
+        QDir(folder->path()).mkdir(QStringLiteral("own"));
+        const auto all = QFile::Permissions(0x7777);
+        QVERIFY(QFile::setPermissions(folder->path(), all));
+        QVERIFY(QFile::setPermissions(inFolder(QStringLiteral("own")), all));
+    }
+
+    FileMounter::Result mount(const QStringList& files)
+    {
+        FileMounter mounter(repository);
+        FileMounter::Result result;
+        bool isMounted = false;
+        connect(&mounter, &FileMounter::mounted, this, [&](const FileMounter::Result& told) {
+            result = told;
+            isMounted = true;
+        });
+        mounter.mount(files);
+        if (!QTest::qWaitFor([&] { return isMounted; }))
+            result.problems.append(QStringLiteral("the mounter did not finish"));
+        return result;
+    }
+
+    QVariant valueOf(const QString& path) const
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(path, value, 0);
+        return value;
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, FileMounterTest>(argc, argv);
+}
+
+#include "file_mounter_test.moc"
