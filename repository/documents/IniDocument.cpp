@@ -8,19 +8,9 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-
-std::string encodingRefusal(std::string_view bytes)
-{
-    const bool wide = bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF" ||
-                      bytes.substr(0, 4) == std::string_view("\0\0\xFE\xFF", 4);
-    return wide ? "the text is UTF-16 or UTF-32; save it as UTF-8 to have it read" : std::string();
-}
 
 bool endsLine(std::string_view text)
 {
@@ -61,9 +51,8 @@ Outcome IniDocument::load(std::string bytes)
         return refused("an ini file of more than 4 GB is not read");
     fileBytes = std::make_unique<const std::string>(std::move(bytes));
     std::string_view text = *fileBytes;
-    std::string wide = encodingRefusal(text);
-    if (!wide.empty())
-        return {std::move(wide), 1, 1};
+    if (beginsLikeWideText(text))
+        return {"the text is UTF-16 or UTF-32; save it as UTF-8 to have it read", 1, 1};
     byteOrderMark = text.substr(0, utf8Mark.size()) == utf8Mark;
     text.remove_prefix(byteOrderMark ? utf8Mark.size() : 0);
     const std::size_t firstEnd = text.find_first_of("\r\n");
@@ -123,6 +112,50 @@ void IniDocument::learnStyle(const IniLine& entry)
         if (!endsInBackslash(first.content) && indent != std::string_view::npos && !isIniComment(second))
             style.continuation = second.substr(0, indent);
     }
+}
+
+IniPiece& IniDocument::add(Pieces::iterator before, IniPiece* above, const IniLine& line)
+{
+    const Pieces::iterator place = pieces.emplace(before);
+    IniPiece& piece = *place;
+    piece.line = line;
+    piece.place = place;
+    if (line.kind == IniLine::Kind::Gap)
+        return piece;
+    piece.above = above;
+    piece.below = chainedBehind(above);
+    (above ? above->below : chainFront) = &piece;
+    (piece.below ? piece.below->above : chainEnd) = &piece;
+    return piece;
+}
+
+IniPiece& IniDocument::addOwn(Pieces::iterator before, IniPiece* above, std::string text)
+{
+    auto own = std::make_unique<std::string>(std::move(text));
+    IniLine line;
+    line.text = *own;
+    IniPiece& piece = add(before, above, scanSingle(*own).value_or(line));
+    piece.own = std::move(own);
+    return piece;
+}
+
+void IniDocument::take(IniPiece& piece)
+{
+    if (piece.item) {
+        (piece.above ? piece.above->below : chainFront) = piece.below;
+        (piece.below ? piece.below->above : chainEnd) = piece.above;
+    }
+    pieces.erase(piece.place);
+}
+
+IniPiece* IniDocument::chainedBehind(const IniPiece* above) const
+{
+    return above ? above->below : chainFront;
+}
+
+bool IniDocument::gapBelow(const IniPiece& piece) const
+{
+    return piece.below && std::next(piece.place) != piece.below->place;
 }
 
 void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const

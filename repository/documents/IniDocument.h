@@ -53,6 +53,7 @@ private:
     IniPiece& placeEntry(IniPiece& above, std::string text);
     IniPiece& placeFirstAtRoot(std::string text);
 
+    bool frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const;
     bool entryCanGo(const IniPiece& entry) const;
     void takeEntry(IniItem& item);
     bool sectionsCanGo(const std::vector<IniItem*>& going) const;

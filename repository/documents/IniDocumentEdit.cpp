@@ -91,50 +91,6 @@ std::vector<IniItem*> sectionsFrom(IniItem& top)
 
 } // namespace
 
-IniPiece& IniDocument::add(Pieces::iterator before, IniPiece* above, const IniLine& line)
-{
-    const Pieces::iterator place = pieces.emplace(before);
-    IniPiece& piece = *place;
-    piece.line = line;
-    piece.place = place;
-    if (line.kind == IniLine::Kind::Gap)
-        return piece;
-    piece.above = above;
-    piece.below = chainedBehind(above);
-    (above ? above->below : chainFront) = &piece;
-    (piece.below ? piece.below->above : chainEnd) = &piece;
-    return piece;
-}
-
-IniPiece& IniDocument::addOwn(Pieces::iterator before, IniPiece* above, std::string text)
-{
-    auto own = std::make_unique<std::string>(std::move(text));
-    IniLine line;
-    line.text = *own;
-    IniPiece& piece = add(before, above, scanSingle(*own).value_or(line));
-    piece.own = std::move(own);
-    return piece;
-}
-
-void IniDocument::take(IniPiece& piece)
-{
-    if (piece.item) {
-        (piece.above ? piece.above->below : chainFront) = piece.below;
-        (piece.below ? piece.below->above : chainEnd) = piece.above;
-    }
-    pieces.erase(piece.place);
-}
-
-IniPiece* IniDocument::chainedBehind(const IniPiece* above) const
-{
-    return above ? above->below : chainFront;
-}
-
-bool IniDocument::gapBelow(const IniPiece& piece) const
-{
-    return piece.below && std::next(piece.place) != piece.below->place;
-}
-
 bool IniDocument::endsBlank() const
 {
     return pieces.empty() || behindLastBlank(pieces.back().line.text) == pieces.back().line.text.size();
@@ -188,6 +144,8 @@ Outcome IniDocument::insertEntry(std::string_view path, const Value& value)
     const std::optional<IniLine> line = scanSingle(text);
     if (!line)
         return refused(std::move(reason));
+    if (group && !above && !byteOrderMark && beginsLikeMark(line->text))
+        return refused("the file would begin like a file of another encoding");
     if (above && wouldSwallow(above->line, *line, false))
         return refused("the entry would be read as part of the one above it");
     const IniPiece* const below = group ? chainedBehind(above) : nullptr;
@@ -310,6 +268,8 @@ Outcome IniDocument::remove(std::string_view path)
     const std::vector<IniItem*> going = item->section ? sectionsFrom(*item) : std::vector<IniItem*>();
     if ((item->entry && !entryCanGo(*item->entry)) || !sectionsCanGo(going))
         return refused("without it the line below would be read as part of the value above");
+    if (!frontCanGo(*item, going))
+        return refused("without it the file would begin like a file of another encoding");
     const Siblings siblings = siblingsOf(path);
     const bool moves = item->section && item->section->header &&
                        siblings.number < countOfSections(index.find(siblings.first));
@@ -320,6 +280,18 @@ Outcome IniDocument::remove(std::string_view path)
     takeSections(going);
     // Other sections get new paths, with all that they hold.
     return moves ? parse(getBytes()) : Outcome();
+}
+
+bool IniDocument::frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const
+{
+    const auto goes = [&](const IniPiece& piece) {
+        return item.entry == &piece ||
+               (piece.item && std::find(going.begin(), going.end(), sectionOf(piece)) != going.end());
+    };
+    Pieces::const_iterator front = pieces.begin();
+    while (front != pieces.end() && goes(*front))
+        front = std::next(isHeader(*front) ? front->item->section->last->place : front->place);
+    return byteOrderMark || front == pieces.end() || !beginsLikeMark(front->line.text);
 }
 
 bool IniDocument::entryCanGo(const IniPiece& entry) const

@@ -59,9 +59,10 @@ std::vector<std::string> formsOf(const IniLine& entry, const Value& value, const
     if (style.quote != '\0' && value.type == Type::String)
         forms.push_back(style.quote + text + style.quote);
     if (!style.continuation.empty() && text.find('\n') != std::string::npos) {
+        const std::string lineBreak = style.lineEnd + style.continuation;
         std::string lines;
         for (const char c : text)
-            lines += c == '\n' ? style.lineEnd + style.continuation : std::string(1, c);
+            lines += c == '\n' ? lineBreak : std::string(1, c);
         forms.push_back(std::move(lines));
     }
     return forms;
@@ -110,6 +111,18 @@ std::string iniSectionPath(std::string_view name)
 bool isIniTooDeep(std::string_view sectionName)
 {
     return std::count(sectionName.begin(), sectionName.end(), '.') >= deepestIniSection;
+}
+
+bool beginsLikeWideText(std::string_view text)
+{
+    using namespace std::string_view_literals;
+    return text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF" ||
+           text.substr(0, 4) == "\0\0\xFE\xFF"sv;
+}
+
+bool beginsLikeMark(std::string_view text)
+{
+    return beginsLikeWideText(text) || text.substr(0, utf8Mark.size()) == utf8Mark;
 }
 
 char quoteOf(const IniLine& entry)

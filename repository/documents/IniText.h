@@ -17,6 +17,11 @@ std::string iniSectionPath(std::string_view name);
 constexpr int deepestIniSection = 500;
 bool isIniTooDeep(std::string_view sectionName);
 
+// The bytes that tell the encoding at the front of a file.
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+bool beginsLikeWideText(std::string_view text); // UTF-16 and UTF-32
+bool beginsLikeMark(std::string_view text);     // UTF-8 too
+
 // How a file writes its entries; what an edit adds follows it.
 struct IniStyle
 {

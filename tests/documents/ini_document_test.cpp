@@ -262,6 +262,8 @@ private slots:
         row("there already", "a=1\n", "a", integer(1), "there is such an entry already");
         row("no path", "a=1\n", "a..b", integer(1), "\"a..b\" is not a path");
         row("value of a section", "[a]\nx=1\n", "a", integer(5), "a=5\n\n[a]\nx=1\n");
+        row("mark of an encoding", "[a]\n", "\xEF\xBB\xBFk", integer(1),
+            "the file would begin like a file of another encoding");
         row("behind a backslash", "a = x \\", "b", integer(1),
             "the entry would be read as part of the one above it");
         row("above an indented section", "[a]\n  [b]\n", "a.k", integer(1),
@@ -305,6 +307,9 @@ private slots:
         row("unknown", "a=1\n", "b", false, "there is no such entry");
         row("what keeps lines apart", "a=1\nb\n  c=2\n", "b", false,
             "without it the line below would be read as part of the value above");
+        row("what hides the mark of an encoding", "[a]\nx=1\n\xFF\xFE=2\n", "a", false, "");
+        row("what keeps a mark from the front", "k=1\n\xFF\xFE=2\n", "k", false,
+            "without it the file would begin like a file of another encoding");
         row("section that keeps lines apart", "a=1\n[b]\n  [c]\n", "b", false,
             "without it the line below would be read as part of the value above");
     }
