@@ -1,10 +1,36 @@
 #include "desk/ApplicationHost.h"
 
 #include "desk/LoadingNote.h"
+#include "host/Utilities/ApplicationWidgets/ApplicationWidget.h"
+
+#include <QPointer>
+#include <QWriteLocker>
 
 #include <algorithm>
 
 namespace Vantry {
+
+using Utilities::ApplicationPlugins::ApplicationPluginController;
+
+namespace {
+
+// Hands the wishes of applications to the host, which may be gone when an application is kept by somebody.
+class Controller : public ApplicationPluginController
+{
+public:
+    explicit Controller(ApplicationHost& applications) : host(&applications) {}
+
+    void requestShow(const QString& identification) override
+    {
+        if (host)
+            emit host->showRequested(identification);
+    }
+
+private:
+    QPointer<ApplicationHost> host;
+};
+
+} // namespace
 
 ApplicationHost::ApplicationHost(
     PluginLibrary::Context guiContext,
@@ -18,6 +44,7 @@ ApplicationHost::~ApplicationHost()
     while (!entries.empty()) {
         const Entry entry = std::move(entries.back());
         entries.pop_back();
+        entry.application->installApplicationController(nullptr);
         entry.library->dropApplication(context, entry.identification);
     }
 }
@@ -48,8 +75,24 @@ QString ApplicationHost::createApplication(const PluginLibrary& library, const Q
     const LoadingNote note(library.getFile());
     auto application = library.createApplication(context, identification, reason);
     if (application)
-        entries.push_back({&library, identification, std::move(application)});
+        keep({&library, identification, std::move(application), nullptr});
     return reason;
+}
+
+void ApplicationHost::keep(Entry entry)
+{
+    entry.application->installApplicationController(std::make_shared<Controller>(*this));
+    const auto tell = [this, identification = entry.identification](const QVariant& page) {
+        emit pageChosen(identification, page.toString());
+    };
+    entry.pageWatcher = std::make_unique<Utilities::NotificationWrapper>(pagePath(entry.identification), true,
+                                                                         true, repository);
+    {
+        const QWriteLocker locker(&entry.pageWatcher->lock);
+        entry.pageWatcher->valueChangedCallbacks.append(tell);
+    }
+    entry.pageWatcher->setActive(true);
+    entries.push_back(std::move(entry));
 }
 
 std::vector<PluginLibrary::Application> ApplicationHost::getApplications() const
@@ -77,6 +120,17 @@ QString ApplicationHost::getPage(const QString& identification) const
     QVariant page;
     repository->getReaderInterface()->readAttributeValue(pagePath(identification), page, 0);
     return page.toString();
+}
+
+void ApplicationHost::tellAll(ApplicationPluginController::ApplicationEvent event) const
+{
+    using Utilities::ApplicationWidgetType;
+    for (const auto& application : getApplications()) {
+        for (const auto type : {ApplicationWidgetType::Control, ApplicationWidgetType::Main}) {
+            if (const auto widget = application->getWidgetByType(type))
+                widget->sendApplicationEvent(event);
+        }
+    }
 }
 
 } // namespace Vantry

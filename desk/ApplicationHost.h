@@ -2,6 +2,9 @@
 
 #include "desk/PluginLoader.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/Utilities/NotificationWrapper.h"
+
+#include <QObject>
 
 #include <memory>
 #include <vector>
@@ -10,13 +13,14 @@ namespace Vantry {
 
 // The applications of one GUI context, made by the loaded plug-ins, and dropped in reverse order. The
 // libraries must outlive it. GUI thread.
-class ApplicationHost
+class ApplicationHost : public QObject
 {
+    Q_OBJECT
+
 public:
     ApplicationHost(PluginLibrary::Context context,
                     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository);
-    ~ApplicationHost();
-    Q_DISABLE_COPY(ApplicationHost)
+    ~ApplicationHost() override;
 
     // Makes the applications of all libraries; what fails becomes a finding of the loader, as does what
     // another library has made already.
@@ -29,17 +33,29 @@ public:
     void setPage(const QString& identification, const QString& page) const;
     QString getPage(const QString& identification) const;
 
+    // Tells the widgets of every application.
+    void tellAll(Utilities::ApplicationPlugins::ApplicationPluginController::ApplicationEvent event) const;
+
+signals:
+    // Somebody chose a page of the application, perhaps the one that it shows already.
+    void pageChosen(const QString& identification, const QString& page);
+
+    // The application asks for its main widget to be brought to the front.
+    void showRequested(const QString& identification);
+
 private:
     struct Entry
     {
         const PluginLibrary* library; // not owned
         QString identification;
         PluginLibrary::Application application;
+        std::unique_ptr<Utilities::NotificationWrapper> pageWatcher;
     };
 
     // Empty when the application was made, otherwise why it was not.
     QString createApplication(const PluginLibrary& library, const QString& identification);
 
+    void keep(Entry entry);
     QString pagePath(const QString& identification) const;
 
     PluginLibrary::Context context;

@@ -1,5 +1,6 @@
 #include "desk/MainWindow.h"
 
+#include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
 #include "desk/NavigationArea.h"
 #include "desk/NoticeBar.h"
@@ -22,6 +23,8 @@
 #include <QVBoxLayout>
 
 namespace Vantry {
+
+using Utilities::ApplicationWidgetType;
 
 namespace {
 
@@ -51,6 +54,8 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     setUpAreas();
     setUpMenus();
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
+    connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
+    connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
     addApplications();
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
@@ -66,6 +71,7 @@ void MainWindow::setUpAreas()
     notices = new NoticeBar;
     workArea = new QStackedWidget;
     workArea->setObjectName(QStringLiteral("workArea"));
+    FlatButtons::style(*workArea);
     auto* const right = new QWidget;
     auto* const column = new QVBoxLayout(right);
     column->setContentsMargins(0, 0, 0, 0);
@@ -107,7 +113,6 @@ void MainWindow::setUpMenus()
 
 void MainWindow::addApplications()
 {
-    using Utilities::ApplicationWidgetType;
     applications.createApplications(loader);
     for (const auto& application : applications.getApplications()) {
         if (QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control))
@@ -116,9 +121,30 @@ void MainWindow::addApplications()
         if (QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main))
             workArea->addWidget(main);
     }
+    if (!applications.getApplications().empty())
+        setWindowIcon(applications.getApplications().front()->getApplicationIcon());
     if (workArea->count() == 0)
         notices->addNotices(
             {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
+}
+
+void MainWindow::showPage(const QString& identification, const QString& page)
+{
+    for (const auto& application : applications.getApplications()) {
+        QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control);
+        if (control && application->getApplicationIdentification() == identification)
+            FlatButtons::markPage(*control, page);
+    }
+    showApplication(identification);
+}
+
+void MainWindow::showApplication(const QString& identification)
+{
+    for (const auto& application : applications.getApplications()) {
+        QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main);
+        if (main && application->getApplicationIdentification() == identification)
+            workArea->setCurrentWidget(main);
+    }
 }
 
 void MainWindow::showFirstPages(bool hasFiles)
@@ -202,6 +228,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         const QString identification = application->getApplicationIdentification();
         WindowMemory::savePage(identification, applications.getPage(identification));
     }
+    using Utilities::ApplicationPlugins::ApplicationPluginController;
+    applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
     QMainWindow::closeEvent(event);
 }
 

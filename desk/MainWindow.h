@@ -43,6 +43,8 @@ private:
     void setUpAreas();
     void setUpMenus();
     void addApplications();
+    void showPage(const QString& identification, const QString& page);
+    void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
     void chooseFiles();
     void showResult(const FileMounter::Result& result);

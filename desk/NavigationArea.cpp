@@ -1,25 +1,13 @@
 #include "desk/NavigationArea.h"
 
+#include "desk/FlatButtons.h"
+
 #include <QIcon>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <QWindow>
 
 namespace Vantry {
-
-namespace {
-
-// Buttons of a control widget are flat; they show by these rules, in any palette, what can be pressed and
-// which one has the focus.
-const QLatin1String
-    flatButtons("QPushButton[subStyle=\"flatStyle\"] {"
-                " text-align: left; padding: 6px 8px; border: 1px solid transparent;"
-                " border-radius: 4px; }"
-                "QPushButton[subStyle=\"flatStyle\"]:hover { background: palette(midlight); }"
-                "QPushButton[subStyle=\"flatStyle\"]:pressed { background: palette(mid); }"
-                "QPushButton[subStyle=\"flatStyle\"]:focus { border-color: palette(highlight); }");
-
-} // namespace
 
 NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
 {
@@ -28,7 +16,7 @@ NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    setStyleSheet(flatButtons);
+    FlatButtons::style(*this);
     auto* const column = new QWidget;
     layout = new QVBoxLayout(column);
     layout->addStretch();

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace Vantry {
+
+// The look of the buttons that ask for it by their property subStyle = "flatStyle": without a frame, yet seen
+// as buttons under the mouse and the keyboard, in any palette. GUI thread.
+class FlatButtons
+{
+public:
+    // Gives all such buttons in the widget, also those to come, their look.
+    static void style(QWidget& widget);
+
+    // Marks the button that leads to a page of its application, and it alone: the one whose object name ends
+    // with the page's name, as btnTests for "tests".
+    static void markPage(QWidget& control, const QString& page);
+};
+
+} // namespace Vantry
