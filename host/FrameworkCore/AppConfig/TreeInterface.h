@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 namespace FrameworkCore::AppConfig::Interfaces {
 
@@ -19,6 +20,13 @@ struct NodeInformation
     AccessMode accessMode = AccessMode::None;
     QString dataType; // Qt's type name; empty for a null attribute and for a mere group
     QString backend;  // name of the backend that owns the node; empty for memory
+};
+
+// A child as its parent lists it.
+struct ChildInformation
+{
+    QString name;
+    int childCount = 0; // of its own children
 };
 
 // How findPaths searches.
@@ -41,6 +49,17 @@ public:
 
     // The number of children; 0 for an unknown path.
     virtual int getChildCount(const QString& path) const = 0;
+
+    // The children with the numbers of theirs, in the order of their creation, all of one moment; a
+    // repository that does not override it looks at them one after the other.
+    virtual QVector<ChildInformation> getChildren(const QString& path) const
+    {
+        QVector<ChildInformation> children;
+        const QStringList names = getChildNames(path);
+        for (const QString& name : names)
+            children.append({name, getChildCount(path.isEmpty() ? name : path + QLatin1Char('.') + name)});
+        return children;
+    }
 
     virtual NodeInformation getNodeInformation(const QString& path) const = 0;
 

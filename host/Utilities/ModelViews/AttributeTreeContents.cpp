@@ -23,7 +23,7 @@ AttributeTreeContents::AttributeTreeContents(AttributeTreeRowListener& rowListen
       top(std::make_unique<AttributeTreeItem>(nullptr, 0, QString(), filter.isEverything()))
 {
     filter.readFrom(*tree);
-    top->insert(0, wantedNames({}, top->isComplete()));
+    top->insert(0, shownChildren({}, top->isComplete()));
 }
 
 bool AttributeTreeContents::isComplete(const AttributeTreeNode& node, const QString& path) const
@@ -31,9 +31,10 @@ bool AttributeTreeContents::isComplete(const AttributeTreeNode& node, const QStr
     return node.holder->isComplete() || filter.matches(path);
 }
 
-QStringList AttributeTreeContents::wantedNames(const QString& path, bool complete) const
+QVector<AttributeTreeContents::ChildInformation> AttributeTreeContents::shownChildren(const QString& path,
+                                                                                      bool complete) const
 {
-    return complete ? tree->getChildNames(path) : filter.childNames(*tree, path);
+    return complete ? tree->getChildren(path) : filter.children(*tree, path);
 }
 
 int AttributeTreeContents::count(const AttributeTreeNode& node)
@@ -61,17 +62,15 @@ AttributeTreeItem& AttributeTreeContents::children(const AttributeTreeNode& node
         const QString path = node.holder->childPath(node.row);
         auto item = std::make_unique<AttributeTreeItem>(node.holder, quint32(child.serial), path,
                                                         isComplete(node, path));
-        QStringList names = wantedNames(path, item->isComplete());
-        if (child.count >= 0 && child.count != names.size()) {
-            // The number that was announced holds until the next change of rows; a row without a name waits.
-            while (names.size() > child.count)
-                names.removeLast();
-            while (names.size() < child.count)
-                names.append(QString());
+        QVector<ChildInformation> shown = shownChildren(path, item->isComplete());
+        if (child.count >= 0 && child.count != shown.size()) {
+            // The number that was told holds until the next change of rows; rows without a name wait for
+            // theirs.
+            shown.resize(child.count);
             stalePaths.insert(path);
             listener.foundStale();
         }
-        item->insert(0, names);
+        item->insert(0, shown);
         child.item = std::move(item);
     }
     return *child.item;
@@ -183,7 +182,7 @@ void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
         return;
     AttributeTreeItem* const item = node->holder ? node->holder->child(node->row).item.get() : top.get();
     if (!item) {
-        recount(*node);
+        setCount(*node, tree->getChildCount(path));
         return;
     }
     if (!dirt.everything && dirt.created.isEmpty())
@@ -192,10 +191,14 @@ void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
     created.removeDuplicates();
     const bool onlyMore = !dirt.everything && item->isComplete() && item->size() >= manyChildren &&
                           tree->getChildCount(path) == item->size() + created.size();
-    if (onlyMore)
-        insert(*item, item->size(), created);
-    else
-        arrange(*item, wantedNames(path, item->isComplete()));
+    if (!onlyMore) {
+        arrange(*item, shownChildren(path, item->isComplete()));
+        return;
+    }
+    QVector<ChildInformation> more;
+    for (const QString& name : qAsConst(created))
+        more.append({name, -1});
+    insert(*item, item->size(), more);
 }
 
 void AttributeTreeContents::reread()
@@ -207,81 +210,86 @@ void AttributeTreeContents::reread()
 
 void AttributeTreeContents::reread(AttributeTreeItem& item)
 {
-    arrange(item, wantedNames(item.getPath(), item.isComplete()));
+    const QVector<ChildInformation> present = shownChildren(item.getPath(), item.isComplete());
+    arrange(item, present);
     for (int row = 0; row < item.size(); ++row) {
         if (item.child(row).item)
             reread(*item.child(row).item);
         else
-            recount({&item, row});
+            setCount({&item, row}, present.at(row).childCount);
     }
 }
 
-void AttributeTreeContents::recount(const AttributeTreeNode& node)
+// Tells that a node that has been counted, but not listed, has another number of children.
+void AttributeTreeContents::setCount(const AttributeTreeNode& node, int now)
 {
     // A child that is listed while the listener hears of its rows gets them as they were announced; the rows
     // that come are then still without names.
     AttributeTreeItem::Child& child = node.holder->child(node.row);
-    if (child.count < 0)
-        return;
-    const QString path = node.holder->childPath(node.row);
     const int before = child.count;
-    const int now = tree->getChildCount(path);
+    if (child.item || before < 0 || before == now)
+        return;
     if (now > before) {
         listener.beginInsert(node, before, now - 1);
+        if (child.item)
+            child.item->insert(before, QVector<ChildInformation>(now - before));
         child.count = now;
-        if (child.item) {
-            QStringList unknown;
-            for (int i = before; i < now; ++i)
-                unknown.append(QString());
-            child.item->insert(before, unknown);
-        }
         listener.endInsert();
-    } else if (now < before) {
+    } else {
         listener.beginRemove(node, now, before - 1);
-        child.count = now;
         if (child.item)
             child.item->remove(now, before - 1);
+        child.count = now;
         listener.endRemove();
     }
-    if (now != before && child.item) {
-        stalePaths.insert(path);
+    if (child.item) {
+        stalePaths.insert(node.holder->childPath(node.row));
         listener.foundStale();
     }
 }
 
 // Makes the rows those of the wanted names, in their order, with as few changes as a simple walk finds.
-void AttributeTreeContents::arrange(AttributeTreeItem& item, const QStringList& wanted)
+void AttributeTreeContents::arrange(AttributeTreeItem& item, const QVector<ChildInformation>& wanted)
 {
+    const int shorter = std::min(item.size(), wanted.size());
     int row = 0;
-    while (row < item.size() && row < wanted.size() && item.child(row).name == wanted.at(row))
+    while (row < shorter && item.child(row).name == wanted.at(row).name)
         ++row;
-    if (row < item.size()) {
-        removeUnwanted(item, QSet<QString>(wanted.begin(), wanted.end()));
-        row = std::min(row, item.size());
-    }
-    while (row < wanted.size()) {
-        if (row < item.size() && item.child(row).name == wanted.at(row)) {
+    int after = 0; // so many agree at the end
+    while (after < shorter - row &&
+           item.child(item.size() - 1 - after).name == wanted.at(wanted.size() - 1 - after).name)
+        ++after;
+    const int end = wanted.size() - after;
+    const auto isMissing = [&](int place) { return item.rowOf(wanted.at(place).name) < 0; };
+
+    removeUnwanted(item, row, item.size() - after, wanted.mid(row, end - row));
+    while (row < end) {
+        if (row < item.size() && item.child(row).name == wanted.at(row).name) {
             ++row;
-        } else if (item.rowOf(wanted.at(row)) >= 0) {
+        } else if (!isMissing(row)) {
             remove(item, row, row); // out of order; it comes again at its place
         } else {
-            QStringList missing;
-            while (row + missing.size() < wanted.size() && item.rowOf(wanted.at(row + missing.size())) < 0)
-                missing.append(wanted.at(row + missing.size()));
-            insert(item, row, missing);
-            row += missing.size();
+            int next = row + 1;
+            while (next < end && isMissing(next))
+                ++next;
+            insert(item, row, wanted.mid(row, next - row));
+            row = next;
         }
     }
 }
 
-void AttributeTreeContents::removeUnwanted(AttributeTreeItem& item, const QSet<QString>& wanted)
+void AttributeTreeContents::removeUnwanted(AttributeTreeItem& item, int begin, int end,
+                                           const QVector<ChildInformation>& wanted)
 {
-    const auto isWanted = [&](int row) { return wanted.contains(item.child(row).name); };
-    int last = item.size() - 1;
-    while (last >= 0) {
+    QSet<QString> names;
+    for (const ChildInformation& child : wanted)
+        names.insert(child.name);
+    const auto isWanted = [&](int row) { return names.contains(item.child(row).name); };
+    int last = end - 1;
+    while (last >= begin) {
         int first = last;
         if (!isWanted(last)) {
-            while (first > 0 && !isWanted(first - 1))
+            while (first > begin && !isWanted(first - 1))
                 --first;
             remove(item, first, last);
         }
@@ -289,10 +297,11 @@ void AttributeTreeContents::removeUnwanted(AttributeTreeItem& item, const QSet<Q
     }
 }
 
-void AttributeTreeContents::insert(AttributeTreeItem& item, int row, const QStringList& names)
+void AttributeTreeContents::insert(AttributeTreeItem& item, int row,
+                                   const QVector<ChildInformation>& children)
 {
-    listener.beginInsert(nodeOf(item), row, row + names.size() - 1);
-    item.insert(row, names);
+    listener.beginInsert(nodeOf(item), row, row + children.size() - 1);
+    item.insert(row, children);
     listener.endInsert();
 }
 

@@ -40,6 +40,7 @@ public:
 class AttributeTreeContents
 {
 public:
+    using ChildInformation = FrameworkCore::AppConfig::Interfaces::ChildInformation;
     using TreeInterface = FrameworkCore::AppConfig::Interfaces::TreeInterface;
 
     AttributeTreeContents(AttributeTreeRowListener& listener, const std::shared_ptr<TreeInterface>& tree,
@@ -64,15 +65,15 @@ private:
     using DirtyNodes = QHash<QString, Dirt>;
 
     bool isComplete(const AttributeTreeNode& node, const QString& path) const;
-    QStringList wantedNames(const QString& path, bool complete) const;
+    QVector<ChildInformation> shownChildren(const QString& path, bool complete) const;
     void noteForFilter(const QVector<AttributeTreeStructureChange>& changes);
     void collect(const AttributeTreeStructureChange& change, DirtyNodes& dirty);
     void bringUpToDate(const QString& path, const Dirt& dirt);
     void reread(AttributeTreeItem& item);
-    void recount(const AttributeTreeNode& node);
-    void arrange(AttributeTreeItem& item, const QStringList& wanted);
-    void removeUnwanted(AttributeTreeItem& item, const QSet<QString>& wanted);
-    void insert(AttributeTreeItem& item, int row, const QStringList& names);
+    void setCount(const AttributeTreeNode& node, int now);
+    void arrange(AttributeTreeItem& item, const QVector<ChildInformation>& wanted);
+    void removeUnwanted(AttributeTreeItem& item, int begin, int end, const QVector<ChildInformation>& wanted);
+    void insert(AttributeTreeItem& item, int row, const QVector<ChildInformation>& children);
     void remove(AttributeTreeItem& item, int first, int last);
 
     AttributeTreeRowListener& listener;

@@ -89,21 +89,24 @@ void AttributeTreeFilter::lead(const QString& path)
     }
 }
 
-QStringList AttributeTreeFilter::childNames(const TreeInterface& tree, const QString& path) const
+QVector<AttributeTreeFilter::ChildInformation> AttributeTreeFilter::children(const TreeInterface& tree,
+                                                                             const QString& path) const
 {
-    QStringList names = tree.getChildNames(path);
-    const bool atBase = oneLevel && path == base;
-    if (atBase && pattern.hasWildcard() && namePrefix.isEmpty())
-        return names;
+    QVector<ChildInformation> shown = tree.getChildren(path);
+    if (everything || (oneLevel && path == base && pattern.hasWildcard() && namePrefix.isEmpty()))
+        return shown;
     QString childPath = path.isEmpty() ? path : path + QLatin1Char('.');
     const int begin = childPath.size();
-    const auto isHidden = [&](const QString& name) {
+    const auto hides = [&](ChildInformation& child) {
         childPath.resize(begin);
-        childPath += name;
-        return !shows(childPath);
+        childPath += child.name;
+        if (matches(childPath))
+            return false;
+        child.childCount = -1; // some of its children may be hidden
+        return !leading.contains(childPath);
     };
-    names.erase(std::remove_if(names.begin(), names.end(), isHidden), names.end());
-    return names;
+    shown.erase(std::remove_if(shown.begin(), shown.end(), hides), shown.end());
+    return shown;
 }
 
 void AttributeTreeFilter::noteCreated(const QString& path)
@@ -136,7 +139,7 @@ void AttributeTreeFilter::noteRemoved(const TreeInterface& tree, const QStringLi
     std::sort(lowestFirst.begin(), lowestFirst.end(),
               [](const QString& a, const QString& b) { return a.size() > b.size(); });
     for (const QString& path : qAsConst(lowestFirst)) {
-        if (childNames(tree, path).isEmpty())
+        if (children(tree, path).isEmpty())
             leading.remove(path);
     }
 }

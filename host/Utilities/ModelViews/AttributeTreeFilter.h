@@ -14,6 +14,7 @@ namespace Utilities::ModelViews {
 class AttributeTreeFilter
 {
 public:
+    using ChildInformation = FrameworkCore::AppConfig::Interfaces::ChildInformation;
     using TreeInterface = FrameworkCore::AppConfig::Interfaces::TreeInterface;
 
     explicit AttributeTreeFilter(const QString& searchPath);
@@ -26,7 +27,7 @@ public:
     void readFrom(const TreeInterface& tree);
 
     // The shown ones among the children of a leading node, or of the top.
-    QStringList childNames(const TreeInterface& tree, const QString& path) const;
+    QVector<ChildInformation> children(const TreeInterface& tree, const QString& path) const;
 
     // Keeps the leading ancestors right when nodes have come or gone at these paths.
     void noteCreated(const QString& path);

@@ -35,13 +35,13 @@ int AttributeTreeItem::rowOf(const QString& name) const
                                         [&name](const Child& child) { return child.name == name; });
         return found == children.end() ? -1 : int(found - children.begin());
     }
-    if (serials.isEmpty()) {
-        serials.reserve(size());
+    if (!serials) {
+        serials = std::make_unique<SerialsByName>(children.size(), NameHash{this}, SameName{this});
         for (const Child& child : children)
-            serials.insert(child.name, child.serial);
+            serials->insert(quint32(child.serial));
     }
-    const auto found = serials.constFind(name);
-    return found == serials.constEnd() ? -1 : rowOfSerial(*found);
+    const auto found = serials->find(name);
+    return found == serials->end() ? -1 : rowOfSerial(*found);
 }
 
 int AttributeTreeItem::rowOfSerial(quint32 wanted) const
@@ -57,42 +57,44 @@ int AttributeTreeItem::rowOfSerial(quint32 wanted) const
     return int(found - children.begin());
 }
 
-void AttributeTreeItem::insert(int row, const QStringList& names)
+void AttributeTreeItem::insert(int row, const QVector<ChildInformation>& information)
 {
-    std::vector<Child> added(static_cast<size_t>(names.size()));
+    std::vector<Child> added(static_cast<size_t>(information.size()));
     for (size_t i = 0; i < added.size(); ++i) {
-        added[i].name = names.at(int(i));
+        added[i].name = information.at(int(i)).name;
+        added[i].count = information.at(int(i)).childCount;
         added[i].serial = (nextSerial + quint32(i)) % serialLimit;
         added[i].shown = 0;
         added[i].due = 0;
     }
     const bool atEnd = row == size() && nextSerial + added.size() < serialLimit;
-    if (atEnd && !serials.isEmpty()) {
-        for (const Child& child : added)
-            serials.insert(child.name, child.serial);
-    }
+    const quint32 firstSerial = nextSerial;
     nextSerial += quint32(added.size());
     if (children.empty())
         children.swap(added);
     else
         children.insert(children.begin() + row, std::make_move_iterator(added.begin()),
                         std::make_move_iterator(added.end()));
-    if (!atEnd)
+    if (!atEnd) {
         renumber();
+    } else if (serials) {
+        for (quint32 number = firstSerial; number < nextSerial; ++number)
+            serials->insert(number);
+    }
 }
 
 void AttributeTreeItem::remove(int first, int last)
 {
-    if (!serials.isEmpty()) {
-        for (int row = first; row <= last; ++row)
-            serials.remove(child(row).name);
-    }
+    if (last - first + 1 == size())
+        serials.reset();
+    for (int row = first; serials && row <= last; ++row)
+        serials->erase(quint32(child(row).serial));
     children.erase(children.begin() + first, children.begin() + last + 1);
 }
 
 void AttributeTreeItem::renumber()
 {
-    serials.clear();
+    serials.reset();
     nextSerial = 0;
     for (Child& child : children) {
         child.serial = nextSerial++ % serialLimit;

@@ -1,10 +1,12 @@
 #pragma once
 
-#include <QHash>
+#include "host/FrameworkCore/AppConfig/TreeInterface.h"
+
 #include <QString>
-#include <QStringList>
+#include <QVector>
 
 #include <memory>
+#include <tsl/robin_set.h>
 #include <vector>
 
 namespace Utilities::ModelViews {
@@ -15,11 +17,13 @@ namespace Utilities::ModelViews {
 class AttributeTreeItem
 {
 public:
+    using ChildInformation = FrameworkCore::AppConfig::Interfaces::ChildInformation;
+
     struct Child
     {
         QString name;
         std::unique_ptr<AttributeTreeItem> item; // its listed children, if they are listed
-        qint32 count = -1;                       // how many children were announced; negative: not yet asked
+        qint32 count = -1;                       // how many children it was told to have; negative: not told
         quint32 serial : 30;
         quint32 shown : 1; // its cells have been read since the last change was announced
         quint32 due : 1;   // a change is still to be announced
@@ -27,6 +31,8 @@ public:
 
     // complete: the filter hides nothing at or below this node.
     AttributeTreeItem(AttributeTreeItem* parent, quint32 serial, const QString& path, bool complete);
+    AttributeTreeItem(const AttributeTreeItem&) = delete; // its children point to it
+    AttributeTreeItem& operator=(const AttributeTreeItem&) = delete;
 
     AttributeTreeItem* getParent() const { return parent; }
     const QString& getPath() const { return path; }
@@ -40,17 +46,38 @@ public:
     QString childPath(const QString& name) const;
     int rowOf(const QString& name) const; // -1 when there is none
 
-    void insert(int row, const QStringList& names);
+    void insert(int row, const QVector<ChildInformation>& added);
     void remove(int first, int last);
 
 private:
+    // Finds children by their names without keeping the names again: the set holds serial numbers.
+    struct NameHash
+    {
+        using is_transparent = void;
+        const AttributeTreeItem* item;
+
+        size_t operator()(quint32 serial) const { return (*this)(item->nameOfSerial(serial)); }
+        size_t operator()(const QString& name) const { return qHash(name); }
+    };
+    struct SameName
+    {
+        using is_transparent = void;
+        const AttributeTreeItem* item;
+
+        bool operator()(quint32 a, quint32 b) const { return a == b; }
+        bool operator()(quint32 a, const QString& b) const { return item->nameOfSerial(a) == b; }
+        bool operator()(const QString& a, quint32 b) const { return item->nameOfSerial(b) == a; }
+    };
+    using SerialsByName = tsl::robin_set<quint32, NameHash, SameName, std::allocator<quint32>, true>;
+
     int rowOfSerial(quint32 wanted) const;
+    const QString& nameOfSerial(quint32 wanted) const { return child(rowOfSerial(wanted)).name; }
     void renumber();
 
     AttributeTreeItem* parent; // not owned
     QString path;
     std::vector<Child> children;
-    mutable QHash<QString, quint32> serials; // by name; filled at the first search among many children
+    mutable std::unique_ptr<SerialsByName> serials; // made at the first search among many children
     quint32 nextSerial = 0;
     quint32 serial;
     bool complete;

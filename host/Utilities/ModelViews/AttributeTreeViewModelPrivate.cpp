@@ -105,32 +105,41 @@ void AttributeTreeViewModel::Private::deliver(const AttributeTreeBatch& batch)
 // those of rows that were read are announced.
 void AttributeTreeViewModel::Private::announceBatch(const AttributeTreeBatch& batch)
 {
-    const bool all = batch.written.size() <= fewRows;
+    const bool few = batch.written.size() <= fewRows;
     std::vector<Cell> rows;
-    const auto collect = [&](const QString& path, bool unread) {
+    for (const QString& path : batch.written) {
         const auto node = contents->find(path, false);
-        if (node && node->holder && (unread || node->holder->child(node->row).shown))
+        if (node && node->holder && few)
             rows.emplace_back(node->holder, node->row);
-    };
-    for (const QString& path : batch.written)
-        collect(path, all);
+        else if (node && node->holder)
+            markDue(*node);
+    }
+    announceRows(rows);
     bool lost = batch.writtenLost || batch.structureLost;
     for (const AttributeTreeStructureChange& change : batch.structure) {
         lost |= change.namesLost;
         const QString prefix = change.parentPath.isEmpty() ? QString() : change.parentPath + QLatin1Char('.');
-        for (const QString& name : change.names)
-            collect(prefix + name, false); // a group that has become an attribute, or the other way round
+        for (const QString& name : change.names) {
+            // A group may have become an attribute, or the other way round.
+            const auto node = contents->find(prefix + name, false);
+            if (node && node->holder)
+                markDue(*node);
+        }
     }
-    announceRows(rows);
     if (lost) {
         visitRows(contents->getTop(), [this](AttributeTreeItem& item, int row) {
-            AttributeTreeItem::Child& child = item.child(row);
-            child.due |= child.shown;
-            anyDue |= child.due;
+            markDue({&item, row});
             return true;
         });
     }
     announceDue();
+}
+
+void AttributeTreeViewModel::Private::markDue(const AttributeTreeNode& node)
+{
+    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    child.due |= child.shown;
+    anyDue |= child.due;
 }
 
 void AttributeTreeViewModel::Private::announceRows(std::vector<Cell>& rows)

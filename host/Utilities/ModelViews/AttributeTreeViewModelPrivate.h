@@ -42,6 +42,7 @@ private:
     void resetFrom(const QString& searchPath);
     void deliver(const AttributeTreeBatch& batch);
     void announceBatch(const AttributeTreeBatch& batch);
+    void markDue(const AttributeTreeNode& node);
     void announceRows(std::vector<Cell>& rows);
     void announceDue();
     void announce(AttributeTreeItem& item, int first, int last);
