@@ -91,6 +91,10 @@ public:
 
     QStringList getChildNames(const QString& path) const override { return store->getChildNames(path); }
     int getChildCount(const QString& path) const override { return store->getChildCount(path); }
+    QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
+    {
+        return store->getChildren(path);
+    }
     Interfaces::NodeInformation getNodeInformation(const QString& path) const override
     {
         return store->getNodeInformation(path);

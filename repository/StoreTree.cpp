@@ -8,6 +8,7 @@
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Interfaces::ChildInformation;
 using FrameworkCore::AppConfig::Interfaces::PathSearch;
 
 namespace {
@@ -21,19 +22,29 @@ const Node* AttributeStore::nodeOf(QStringView path)
     return path.isEmpty() ? &top : index.find(NodeIndex::Key(path));
 }
 
-QStringList AttributeStore::getChildNames(const QString& path)
+QVector<ChildInformation> AttributeStore::getChildren(const QString& path)
 {
-    QStringList names;
+    QVector<ChildInformation> found;
     const std::shared_lock lock(structure);
     const Node* node = nodeOf(path);
     if (!node || !node->children)
-        return names;
-    names.reserve(node->children->count);
+        return found;
+    found.reserve(node->children->count);
     const int nameStart = path.isEmpty() ? 0 : path.size() + 1;
     for (const Node* child : node->children->places) {
         if (child)
-            names.append(child->path.mid(nameStart));
+            found.append({child->path.mid(nameStart), child->children ? child->children->count : 0});
     }
+    return found;
+}
+
+QStringList AttributeStore::getChildNames(const QString& path)
+{
+    QStringList names;
+    const QVector<ChildInformation> children = getChildren(path);
+    names.reserve(children.size());
+    for (const ChildInformation& child : children)
+        names.append(child.name);
     return names;
 }
 
