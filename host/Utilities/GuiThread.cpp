@@ -1,9 +1,11 @@
 #include "host/Utilities/GuiThread.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QThread>
 
 #include <condition_variable>
+#include <deque>
 #include <exception>
 #include <memory>
 #include <mutex>
@@ -56,6 +58,64 @@ private:
     std::condition_variable changed;
 };
 
+// Functions that the GUI thread is to call, one for each event that it gets. The events carry nothing, so
+// that all that threads share is read under our own lock. There is one queue as long as there is one
+// application.
+class GuiQueue : public QObject
+{
+public:
+    static void post(std::function<void()> function)
+    {
+        const std::lock_guard<std::mutex> guard(access().mutex);
+        QCoreApplication* const application = QCoreApplication::instance();
+        if (!application || QCoreApplication::closingDown())
+            return;
+        std::unique_ptr<GuiQueue>& queue = access().queue;
+        if (!queue) {
+            queue = std::make_unique<GuiQueue>();
+            queue->moveToThread(application->thread());
+            qAddPostRoutine(dropAll);
+        }
+        queue->functions.push_back(std::move(function));
+        QCoreApplication::postEvent(queue.get(), new QEvent(QEvent::User));
+    }
+
+protected:
+    void customEvent(QEvent*) override
+    {
+        std::function<void()> function;
+        {
+            const std::lock_guard<std::mutex> guard(access().mutex);
+            function = std::move(functions.front());
+            functions.pop_front();
+        }
+        function();
+    }
+
+private:
+    struct Access
+    {
+        std::mutex mutex;
+        std::unique_ptr<GuiQueue> queue;
+    };
+
+    static Access& access()
+    {
+        static Access one;
+        return one;
+    }
+
+    // Called at the application's end, on its thread. What goes may call back in here.
+    static void dropAll()
+    {
+        std::unique_ptr<GuiQueue> dropped;
+        const std::lock_guard<std::mutex> guard(access().mutex);
+        dropped.swap(access().queue);
+    }
+
+    std::deque<std::function<void()>> functions;
+};
+
 } // namespace
 
 bool isOnGuiThread()
@@ -71,10 +131,9 @@ void runOnGuiThread(const std::function<void()>& function)
         return;
     }
     const auto call = std::make_shared<Call>(function);
-    // The event alone holds this end of the call: it is over when the event is, even one that is dropped.
+    // The queue alone holds this end of the call: it is over when the queue lets it go, called or not.
     std::shared_ptr<Call> end(call.get(), [call](Call*) { call->finish(); });
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [held = std::move(end)] { held->run(); }, Qt::QueuedConnection);
+    GuiQueue::post([held = std::move(end)] { held->run(); });
     call->waitForEnd();
 }
 
@@ -83,7 +142,7 @@ void postToGuiThread(const std::function<void()>& function)
     if (isOnGuiThread())
         function();
     else
-        QMetaObject::invokeMethod(QCoreApplication::instance(), function, Qt::QueuedConnection);
+        GuiQueue::post(function);
 }
 
 } // namespace Utilities

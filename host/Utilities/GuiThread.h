@@ -14,7 +14,8 @@ VANTRY_HOST_EXPORT bool isOnGuiThread();
 // Throws std::runtime_error, and the function is not called, when the application ends meanwhile.
 VANTRY_HOST_EXPORT void runOnGuiThread(const std::function<void()>& function);
 
-// Has the function called on the GUI thread: at once when the caller is there, otherwise later.
+// Has the function called on the GUI thread: at once when the caller is there, otherwise later. It is dropped
+// when the application ends before.
 VANTRY_HOST_EXPORT void postToGuiThread(const std::function<void()>& function);
 
 } // namespace Utilities

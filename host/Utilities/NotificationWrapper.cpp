@@ -2,6 +2,8 @@
 
 #include "host/Utilities/RepositoryAccess.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QPointer>
 #include <QReadLocker>
 
@@ -16,6 +18,7 @@ using FrameworkCore::Notification::UpdateResult;
 namespace {
 
 constexpr int millisecondsBetweenDeliveries = 16; // a screen shows no more
+constexpr QEvent::Type changeAnnounced = QEvent::User;
 
 bool isSameValue(const QVariant& a, const QVariant& b)
 {
@@ -33,19 +36,13 @@ struct NotificationWrapper::Watch
     bool isPending = false;               // a delivery is on its way that will read the value anew
     bool isWritten = false;               // by a write, not by the activation
 
-    void announce(const std::shared_ptr<Watch>& self, bool byWrite)
+    // The event carries nothing: all that the two threads share is read under the lock.
+    void announce(bool byWrite)
     {
         const std::lock_guard<std::mutex> guard(mutex);
         isWritten = isWritten || byWrite;
-        if (!owner || std::exchange(isPending, true))
-            return;
-        QMetaObject::invokeMethod(
-            owner,
-            [wrapper = owner, self] {
-                if (wrapper->watch == self)
-                    wrapper->scheduleDelivery();
-            },
-            Qt::QueuedConnection);
+        if (owner && !std::exchange(isPending, true))
+            QCoreApplication::postEvent(owner, new QEvent(changeAnnounced));
     }
 
     // From here on a new change announces itself again. Gives whether there was a write.
@@ -98,14 +95,13 @@ void NotificationWrapper::start(const std::shared_ptr<Repository>& watched)
     watch = std::make_shared<Watch>();
     watch->owner = this;
     const auto callback = [shared = watch](const QString&, const UpdatePoint&, const UpdateResult&,
-                                           const QVariant&,
-                                           const QString&) { shared->announce(shared, true); };
+                                           const QVariant&, const QString&) { shared->announce(true); };
     registration = notifications->registerUpdateCallback(attributePath, callback,
                                                          static_cast<int>(UpdatePoint::AfterStore));
     // Read after the registration, so that no change falls between the two.
     lastValue = deliverOnActivation ? QVariant() : readValue();
     if (deliverOnActivation)
-        watch->announce(watch, false);
+        watch->announce(false);
 }
 
 void NotificationWrapper::stop()
@@ -119,6 +115,13 @@ void NotificationWrapper::stop()
     registration.reset();
     reader.reset();
     deliveryTimer.stop();
+    QCoreApplication::removePostedEvents(this, changeAnnounced); // those of this watch
+}
+
+void NotificationWrapper::customEvent(QEvent*)
+{
+    if (watch)
+        scheduleDelivery();
 }
 
 void NotificationWrapper::scheduleDelivery()

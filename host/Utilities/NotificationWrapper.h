@@ -45,6 +45,9 @@ public:
     QReadWriteLock lock;
     QList<ValueCallback> valueChangedCallbacks;
 
+protected:
+    void customEvent(QEvent* event) override;
+
 private:
     struct Watch;
 

@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
+#include "repository/AttributeRepository.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -70,14 +71,18 @@ class CompleterTest : public QObject
 {
     Q_OBJECT
 
-    std::shared_ptr<FakeRepository> repository;
     std::unique_ptr<SearchPage> page;
 
     void open(const QString& separator, const QStringList& paths)
     {
-        repository = std::make_shared<FakeRepository>(separator);
+        open(separator, paths, std::make_shared<FakeRepository>(separator));
+    }
+
+    void open(const QString& separator, const QStringList& paths,
+              const std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface>& repository)
+    {
         for (const QString& path : paths)
-            repository->set(path, 1);
+            QVERIFY(repository->getWriterInterface()->createAttribute(path, 1, 2, 3));
         Utilities::SetAppConfigRepositoryInterface(repository);
         page = std::make_unique<SearchPage>(separator);
         QVERIFY(TestSupport::showActive(*page));
@@ -247,12 +252,23 @@ private slots:
         QVERIFY(!page->popup().isVisible());
     }
 
+    void manyAttributesUnderOneNode_data()
+    {
+        QTest::addColumn<bool>("isReal");
+        QTest::newRow("fake repository") << false;
+        QTest::newRow("real repository") << true;
+    }
+
     void manyAttributesUnderOneNode()
     {
-        open(QStringLiteral("."), {});
-        constexpr int count = 100000;
-        for (int i = 0; i < count; ++i)
-            repository->set(QStringLiteral("demo.%1").arg(i), i);
+        QFETCH(bool, isReal);
+        QStringList paths;
+        for (int i = 0; i < 100000; ++i)
+            paths.append(QStringLiteral("demo.%1").arg(i));
+        if (isReal)
+            open(QStringLiteral("."), paths, Repository::AttributeRepository::create());
+        else
+            open(QStringLiteral("."), paths);
         QVERIFY(typeText(QStringLiteral("DEMO.9")));
         QTRY_COMPARE(page->edit.text(), QStringLiteral("DEMO.9"));
         QTRY_COMPARE(page->popup().model()->rowCount(), 1000);

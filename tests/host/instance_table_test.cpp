@@ -42,13 +42,6 @@ struct Application
 
 using Table = Utilities::ApplicationPlugins::ApplicationInstanceToContextMapper<Application>;
 
-// Lets no posted call happen, as at the end of an application.
-class CallDropper : public QObject
-{
-public:
-    bool eventFilter(QObject*, QEvent* event) override { return event->type() == QEvent::MetaCall; }
-};
-
 std::shared_ptr<const Context> context(const QStringList& path)
 {
     return std::make_shared<Context>(path);
@@ -162,26 +155,6 @@ private slots:
         }
         QCOMPARE(caught, QStringLiteral("no display"));
         QCOMPARE(table.remove({}, identification), 0);
-    }
-
-    void theApplicationsEndReleasesWhoWaits()
-    {
-        Table table;
-        std::atomic<bool> ended{false};
-        bool refused = false;
-        std::thread thread([&] {
-            try {
-                table.getOrCreate({}, identification);
-            } catch (const std::runtime_error&) {
-                refused = true;
-            }
-            ended = true;
-        });
-        CallDropper dropper;
-        QCoreApplication::instance()->installEventFilter(&dropper);
-        QTRY_VERIFY(ended);
-        thread.join();
-        QVERIFY(refused);
     }
 
     void anyThreadMayAsk()

@@ -1,5 +1,6 @@
 #include "host/Utilities/NotificationWrapper.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
 
@@ -54,20 +55,37 @@ class NotificationWrapperTest : public QObject
 {
     Q_OBJECT
 
-    std::shared_ptr<FakeRepository> repository;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    std::shared_ptr<FakeRepository> fake; // empty while the real one is used
 
-    void apply(const QString& step)
+    void write(const QVariant& value) const
+    {
+        repository->getWriterInterface()->createAttribute(path, value, 3, 3);
+    }
+
+    void apply(const QString& step) const
     {
         if (step == removed)
-            repository->remove(path);
+            repository->getTreeInterface()->removeTree(path);
         else
-            repository->set(path, step);
+            write(step);
     }
 
 private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<bool>("isReal");
+        QTest::newRow("fake repository") << false;
+        QTest::newRow("real repository") << true;
+    }
+
     void init()
     {
-        repository = std::make_shared<FakeRepository>();
+        QFETCH_GLOBAL(bool, isReal);
+        fake = isReal ? nullptr : std::make_shared<FakeRepository>();
+        repository = fake;
+        if (isReal)
+            repository = Repository::AttributeRepository::create();
         Utilities::SetAppConfigRepositoryInterface(repository);
     }
 
@@ -124,17 +142,18 @@ private slots:
     {
         Watcher watcher(true, true);
         watcher.wrapper.setActive(true);
-        repository->set(path, 1);
+        write(1);
         QVERIFY(watcher.delivered.isEmpty());
         QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
     }
 
     void valuesOfAnotherTypeAreOthers()
     {
-        repository->set(path, 1);
+        write(1);
         Watcher watcher(false, false);
         watcher.wrapper.setActive(true);
-        repository->set(path, QStringLiteral("1"));
+        repository->getTreeInterface()->removeTree(path);
+        write(QStringLiteral("1"));
         QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
     }
 
@@ -146,7 +165,7 @@ private slots:
         watcher.wrapper.setActive(false);
 
         Utilities::SetAppConfigRepositoryInterface(repository);
-        repository->set(path, 1);
+        write(1);
         watcher.wrapper.setActive(true);
         QTRY_COMPARE(watcher.delivered, QStringList{QStringLiteral("1")});
     }
@@ -157,11 +176,12 @@ private slots:
         Watcher later(false, true);
         watcher.wrapper.setActive(true);
         later.wrapper.setActive(true);
-        repository->set(path, 1); // announced, but not delivered before the stop
+        write(1); // announced, but not delivered before the stop
         watcher.wrapper.setActive(false);
         QTRY_COMPARE(later.delivered.size(), 1);
         QVERIFY(watcher.delivered.isEmpty());
-        QCOMPARE(repository->getRegistrationCount(), 1);
+        if (fake)
+            QCOMPARE(fake->getRegistrationCount(), 1);
     }
 
     void fastWritesAreMergedAndTheLastArrives()
@@ -173,7 +193,7 @@ private slots:
         time.start();
         std::thread writer([this] {
             for (int i = 1; i <= writes; ++i)
-                repository->set(path, i);
+                write(i);
         });
         QTRY_VERIFY(!watcher.delivered.isEmpty() && watcher.delivered.last() == QString::number(writes));
         const qint64 pictures = time.elapsed() / 16 + 2;
@@ -208,23 +228,26 @@ private slots:
             });
             wrapper->valueChangedCallbacks.append([&second](const QVariant&) { ++second; });
         }
-        repository->set(path, 1);
+        write(1);
         wrapper->setActive(true);
         QTRY_COMPARE(first, 1);
         QCOMPARE(second, 0);
-        QCOMPARE(repository->getRegistrationCount(), 0);
+        if (fake)
+            QCOMPARE(fake->getRegistrationCount(), 0);
     }
 
     void destroyingIsSafeWhileOthersWrite()
     {
         std::atomic<bool> ended{false};
+        std::atomic<int> writes{0};
         std::vector<std::thread> writers;
         for (int thread = 0; thread < 2; ++thread) {
-            writers.emplace_back([this, &ended] {
-                for (int i = 0; !ended; ++i)
-                    repository->set(path, i);
+            writers.emplace_back([this, &ended, &writes] {
+                while (!ended)
+                    write(++writes);
             });
         }
+        QTRY_VERIFY(writes > 0);
         int delivered = 0;
         for (int round = 0; round < 300; ++round) {
             NotificationWrapper wrapper(path, true, true);
@@ -233,11 +256,12 @@ private slots:
             if (round % 2 == 0)
                 QCoreApplication::processEvents();
         }
-        QTRY_COMPARE(repository->getRegistrationCount(), 0);
         ended = true;
         for (std::thread& writer : writers)
             writer.join();
         QVERIFY(delivered > 0);
+        if (fake)
+            QCOMPARE(fake->getRegistrationCount(), 0);
     }
 };
 

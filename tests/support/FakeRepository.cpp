@@ -364,8 +364,8 @@ std::shared_ptr<RegistrationInterface> FakeRepository::registerUpdateCallback(co
     const Guard guard(mutex);
     if (pathOrPattern.isEmpty() || !callback)
         return {};
-    registrations.append(std::make_shared<Registration>(pathOrPattern, callback, points));
-    return registrations.last();
+    registrations.push_back(std::make_shared<Registration>(pathOrPattern, callback, points));
+    return registrations.back();
 }
 
 void FakeRepository::tell(const QList<Update>& updates)

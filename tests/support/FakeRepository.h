@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace TestSupport {
 
@@ -123,7 +124,7 @@ private:
     mutable std::mutex mutex;
     FakeTree tree;
     Backends backends;
-    QList<std::shared_ptr<Registration>> registrations;
+    std::vector<std::shared_ptr<Registration>> registrations; // copied under the lock, unlike a QList
     QStringList validationNames;
     QList<Write> writes;
     QList<BackendCreation> backendCreations;

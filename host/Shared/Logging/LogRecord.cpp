@@ -1,5 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -28,10 +30,12 @@ void writeToStandardErrorStream(const LogLine& line)
 {
     QString text = line.text;
     text.replace(QLatin1Char('\n'), QLatin1String("\n    "));
-    const QByteArray written = QStringLiteral("%1 %2 %3 [%4] %5\n")
-                                   .arg(line.time.toString(Qt::ISODateWithMs), nameOf(line.type),
-                                        line.identification, line.category, text)
-                                   .toUtf8();
+    QStringList parts{line.time.toString(Qt::ISODateWithMs), nameOf(line.type)};
+    if (!line.identification.isEmpty())
+        parts.append(line.identification);
+    parts.append(QLatin1Char('[') + line.category + QLatin1Char(']'));
+    parts.append(text + QLatin1Char('\n'));
+    const QByteArray written = parts.join(QLatin1Char(' ')).toUtf8();
     std::fwrite(written.constData(), 1, size_t(written.size()), stderr);
 }
 
