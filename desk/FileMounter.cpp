@@ -34,15 +34,18 @@ char firstCharacter(QByteArray text)
     return text.isEmpty() ? '\0' : text.at(0);
 }
 
-// What the repository logged since then about a file that it refused.
+// What the repository logged since then about a file that it refused, without the name of the backend, which
+// tells the user nothing.
 QString reasonSince(quint64 number, const QString& fallback)
 {
+    const QLatin1String refusal("' was not created: ");
     QStringList reasons;
     const auto lines = LogRecord::instance().getLines(number);
     for (const auto& line : lines) {
         if (line.type == Shared::Logging::LogMessageType::Failure &&
             line.category == Repository::logCategory())
-            reasons.append(line.text);
+            reasons.append(line.text.mid(
+                line.text.indexOf(refusal) < 0 ? 0 : line.text.indexOf(refusal) + refusal.size()));
     }
     return reasons.isEmpty() ? fallback : reasons.join(QLatin1Char('\n'));
 }
@@ -58,6 +61,8 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is no regular file").arg(file);
     const QString type = FileMounter::backendType(file);
+    if (type.isEmpty())
+        return QStringLiteral("%1: it is no text").arg(file);
     const QStringList types = repository.getBackendTypes();
     if (!types.contains(type))
         return QStringLiteral("%1: this version opens %2 files, not %3")
@@ -148,6 +153,8 @@ QString FileMounter::backendType(const QString& file)
     // Many a configuration file has an ending of its own, or none; how it begins tells what it is.
     QFile content(file);
     const QByteArray start = content.open(QIODevice::ReadOnly) ? content.read(4096) : QByteArray();
+    if (start.contains('\0'))
+        return {};
     switch (firstCharacter(start)) {
     case '{':
         return QStringLiteral("json");

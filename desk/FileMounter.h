@@ -33,7 +33,8 @@ public:
 
     bool isBusy() const;
 
-    // The rules, for one file: where it is mounted, and as what. The name is free in the repository.
+    // The rules, for one file: where it is mounted, and as what. The name is free in the repository; the type
+    // is empty for what is no text.
     static QString mountName(const QString& file, Repository& repository);
     static QString backendType(const QString& file);
 

@@ -1,13 +1,15 @@
 #include "desk/NoticeBar.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QStyle>
 #include <QToolButton>
 
 namespace Vantry {
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel)
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel), scroller(new QScrollArea)
 {
     setObjectName(QStringLiteral("noticeBar"));
     setFrameShape(QFrame::StyledPanel);
@@ -24,6 +26,15 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel)
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
+    scroller->setFrameShape(NoFrame);
+    scroller->setWidgetResizable(true);
+    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setFocusPolicy(Qt::NoFocus); // the text has it
+    scroller->viewport()->setAutoFillBackground(false);
+    scroller->viewport()->installEventFilter(this);
+    scroller->setWidget(text);
+    text->setAutoFillBackground(false);
+
     auto* const close = new QToolButton;
     close->setObjectName(QStringLiteral("noticeClose"));
     close->setAutoRaise(true);
@@ -35,7 +46,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel)
 
     auto* const layout = new QHBoxLayout(this);
     layout->addWidget(icon, 0, Qt::AlignTop);
-    layout->addWidget(text, 1);
+    layout->addWidget(scroller, 1);
     layout->addWidget(close, 0, Qt::AlignTop);
     hide();
 }
@@ -43,6 +54,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel)
 void NoticeBar::addNotices(const QStringList& texts)
 {
     notices += texts;
+    notices.removeDuplicates();
     showNotices();
 }
 
@@ -54,12 +66,25 @@ void NoticeBar::closeNotices()
 
 void NoticeBar::showNotices()
 {
-    constexpr int most = 8;
-    QStringList shown = notices.mid(0, most);
-    if (notices.size() > most)
-        shown.append(tr("and %n more; the log has them all", nullptr, notices.size() - most));
-    text->setText(shown.join(QLatin1Char('\n')));
+    text->setText(notices.join(QLatin1Char('\n')));
+    fitHeight();
     setVisible(!notices.isEmpty());
+}
+
+// As high as the text needs at this width; what is much can be scrolled.
+void NoticeBar::fitHeight()
+{
+    constexpr int mostLines = 8;
+    const int most = mostLines * text->fontMetrics().lineSpacing();
+    const int needed = text->heightForWidth(scroller->viewport()->width()); // negative without text
+    scroller->setFixedHeight(qBound(0, needed, most));
+}
+
+bool NoticeBar::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == scroller->viewport() && event->type() == QEvent::Resize)
+        fitHeight();
+    return QFrame::eventFilter(watched, event);
 }
 
 } // namespace Vantry

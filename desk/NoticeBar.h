@@ -4,6 +4,7 @@
 #include <QStringList>
 
 class QLabel;
+class QScrollArea;
 
 namespace Vantry {
 
@@ -16,7 +17,7 @@ class NoticeBar : public QFrame
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    // Adds texts to those that are shown.
+    // Adds texts to those that are shown; a text that is there already is not repeated.
     void addNotices(const QStringList& texts);
     QStringList getNotices() const { return notices; }
 
@@ -24,8 +25,12 @@ public:
 
 private:
     void showNotices();
+    void fitHeight();
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
-    QLabel* text; // a child
+    // Children.
+    QLabel* text;
+    QScrollArea* scroller;
     QStringList notices;
 };
 
