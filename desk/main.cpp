@@ -2,6 +2,7 @@
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
 #include "desk/PluginLoader.h"
+#include "desk/QuitSignals.h"
 #include "desk/WindowPicture.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
@@ -13,6 +14,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -29,8 +31,10 @@ void introduceProgram()
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
-bool hasDisplay()
+bool hasDisplay(const QStringList& arguments)
 {
+    if (arguments.contains(QLatin1String("-platform"))) // Qt's own option
+        return true;
 #if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     const bool needsDisplay =
@@ -40,6 +44,24 @@ bool hasDisplay()
 #else
     return true;
 #endif
+}
+
+QtMessageHandler usualHandler = nullptr;
+
+// Qt ends the process by an abort when it finds no display behind a name that is set; a person asks for the
+// reason, not for a core dump.
+void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type == QtFatalMsg && message.contains(QLatin1String("platform plugin"))) {
+        std::fputs("vantry-desk: no window can be opened: the display that DISPLAY, WAYLAND_DISPLAY or "
+                   "QT_QPA_PLATFORM names cannot be reached.\n"
+                   "Use --picture OUT.png to draw the window into a file instead.\n",
+                   stderr);
+        std::_Exit(1);
+    }
+    // Of a picture's platform, which has no window manager to tell.
+    if (!message.contains(QLatin1String("propagateSizeHints")))
+        usualHandler(type, context, message);
 }
 
 // What is wrong with the command line. Gives the exit code.
@@ -98,6 +120,11 @@ int runWindow(const Options& options)
         std::unique_ptr<Vantry::WindowPicture> picture;
         if (!options.pictureFile.isEmpty())
             picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
+        const Vantry::QuitSignals quitSignals;
+        QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &window, [&window] {
+            window.close();
+            QCoreApplication::quit(); // also when it was hidden, or a dialog is open
+        });
         result = QApplication::exec();
     }
     Utilities::SetAppConfigRepositoryInterface(nullptr);
@@ -109,7 +136,8 @@ int runWindow(const Options& options)
 int main(int argc, char** argv)
 {
     introduceProgram();
-    const Options early = Options::parse(textsOf(argc, argv));
+    const QStringList arguments = textsOf(argc, argv);
+    const Options early = Options::parse(arguments);
     if (early.wantsHelp || early.wantsVersion || !early.triedPlugin.isEmpty())
         return runWithoutWindow(argc, argv, early);
 
@@ -119,7 +147,7 @@ int main(int argc, char** argv)
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
-    } else if (!hasDisplay()) {
+    } else if (!hasDisplay(arguments)) {
         if (!early.error.isEmpty())
             return showError(early.error);
         std::fputs("vantry-desk: there is no display to open a window on (DISPLAY and WAYLAND_DISPLAY are "
@@ -129,7 +157,8 @@ int main(int argc, char** argv)
         return 1;
     }
 
-    QApplication application(argc, argv);
+    usualHandler = qInstallMessageHandler(handleQtMessage);
+    const QApplication application(argc, argv);
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())
         return showError(options.error);
