@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QTimer>
@@ -50,7 +51,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
 {
     setObjectName(QStringLiteral("mainWindow"));
     setAcceptDrops(true);
-    resize(1100, 720);
+    resize(QSize(1100, 720).boundedTo(screen()->availableSize()));
     setUpAreas();
     setUpMenus();
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
@@ -100,7 +101,9 @@ void MainWindow::setUpMenus()
     quit->setShortcut(QKeySequence::Quit);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
-    QAction* const showNavigation = view->addAction(tr("&Navigation Area"));
+    auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
+    showNavigation->setObjectName(QStringLiteral("showNavigation"));
+    view->addAction(showNavigation);
     showNavigation->setCheckable(true);
     showNavigation->setChecked(true);
     showNavigation->setShortcut(Qt::Key_F9);

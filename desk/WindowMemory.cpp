@@ -1,6 +1,8 @@
 #include "desk/WindowMemory.h"
 
+#include <QAction>
 #include <QMainWindow>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QSplitter>
 
@@ -32,6 +34,22 @@ QList<QSplitter*> namedSplitters(const QWidget& window)
     return splitters;
 }
 
+// Only the window's own: what a page remembers of its actions is its own affair.
+QList<QAction*> checkableActions(const QWidget& window)
+{
+    QList<QAction*> actions =
+        window.findChildren<QAction*>(QRegularExpression(QStringLiteral(".")), Qt::FindDirectChildrenOnly);
+    actions.erase(std::remove_if(actions.begin(), actions.end(),
+                                 [](const QAction* action) { return !action->isCheckable(); }),
+                  actions.end());
+    return actions;
+}
+
+QString actionKey(const QAction& action)
+{
+    return QStringLiteral("actions/") + action.objectName();
+}
+
 QString pageKey(const QString& application)
 {
     return QStringLiteral("pages/") + application;
@@ -47,6 +65,9 @@ void WindowMemory::save(const QMainWindow& window)
     const auto splitters = namedSplitters(window);
     for (const QSplitter* splitter : splitters)
         settings.setValue(splitterKey(*splitter), splitter->saveState());
+    const auto actions = checkableActions(window);
+    for (const QAction* action : actions)
+        settings.setValue(actionKey(*action), action->isChecked());
 }
 
 void WindowMemory::restore(QMainWindow& window)
@@ -57,6 +78,9 @@ void WindowMemory::restore(QMainWindow& window)
     const auto splitters = namedSplitters(window);
     for (QSplitter* splitter : splitters)
         splitter->restoreState(settings.value(splitterKey(*splitter)).toByteArray());
+    const auto actions = checkableActions(window);
+    for (QAction* action : actions)
+        action->setChecked(settings.value(actionKey(*action), action->isChecked()).toBool());
 }
 
 void WindowMemory::savePage(const QString& application, const QString& page)

@@ -11,7 +11,8 @@ namespace Vantry {
 class WindowMemory
 {
 public:
-    // Size, place and state of the window, and every splitter in it that has a name.
+    // Size, place and state of the window, every splitter in it that has a name, and which of the window's
+    // own named actions are checked.
     static void save(const QMainWindow& window);
     static void restore(QMainWindow& window);
 

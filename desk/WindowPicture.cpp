@@ -10,6 +10,7 @@
 #include <QSaveFile>
 #include <QTreeView>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace Vantry {
@@ -33,11 +34,66 @@ QString write(const QImage& picture, const QString& fileName)
     return file.commit() ? QString() : file.errorString();
 }
 
+QModelIndexList childrenOf(const QModelIndexList& parents)
+{
+    QModelIndexList children;
+    for (const QModelIndex& parent : parents) {
+        for (int row = 0; row < parent.model()->rowCount(parent); ++row)
+            children.append(parent.model()->index(row, 0, parent));
+    }
+    return children;
+}
+
+// How many rows more the view can show.
+int freeRows(const QTreeView& tree)
+{
+    int shown = 0;
+    for (QModelIndex index = tree.model()->index(0, 0); index.isValid(); index = tree.indexBelow(index))
+        ++shown;
+    const int rowHeight = tree.visualRect(tree.model()->index(0, 0)).height();
+    return rowHeight > 0 ? tree.viewport()->height() / rowHeight - shown : 0;
+}
+
+// Those of the items that were opened, since their children fit into the view.
+QModelIndexList openWhatFits(QTreeView& tree, const QModelIndexList& items)
+{
+    QModelIndexList opened;
+    for (const QModelIndex& item : items) {
+        const int children = tree.model()->rowCount(item);
+        if (children > 0 && children <= freeRows(tree)) {
+            tree.expand(item);
+            opened.append(item);
+        }
+    }
+    return opened;
+}
+
+QModelIndexList openRoots(QTreeView& tree)
+{
+    using Utilities::ModelViews::AttributeTreeViewModel;
+    QModelIndexList roots;
+    for (int row = 0; row < tree.model()->rowCount(); ++row) {
+        const QModelIndex root = tree.model()->index(row, 0);
+        if (root.data(AttributeTreeViewModel::BackendRootRole).toBool())
+            roots.append(root);
+    }
+    if (roots.isEmpty())
+        return {};
+    const QModelIndex last = roots.last();
+    std::stable_sort(roots.begin(), roots.end(), [&tree](const QModelIndex& a, const QModelIndex& b) {
+        return tree.model()->rowCount(a) < tree.model()->rowCount(b);
+    });
+    const QModelIndexList opened = openWhatFits(tree, roots);
+    tree.expand(last);
+    return opened;
+}
+
 } // namespace
 
 WindowPicture::WindowPicture(MainWindow& mainWindow, QString fileName)
     : window(mainWindow), file(std::move(fileName))
 {
+    window.resize(1100, 720); // the screen may be smaller
     timer.setInterval(settlingTime);
     connect(&timer, &QTimer::timeout, this, &WindowPicture::waitForFiles);
     timer.start();
@@ -51,24 +107,16 @@ void WindowPicture::waitForFiles()
     QTimer::singleShot(settlingTime, this, &WindowPicture::openTrees);
 }
 
-// Opens the roots of the backends, and what is below them where it is little, so that the picture shows
-// content.
+// Opens what fits into the tree as it is drawn, so that every file shows something of itself: small backends
+// before large ones, then what is below them. The last one may be cut off, since nothing comes behind it.
 void WindowPicture::openTrees()
 {
-    using Utilities::ModelViews::AttributeTreeViewModel;
-    constexpr int mostRowsOfARoot = 12;
     const auto trees = window.findChildren<QTreeView*>();
     for (QTreeView* tree : trees) {
-        const QAbstractItemModel* model = tree->model();
-        for (int row = 0; model && row < model->rowCount(); ++row) {
-            const QModelIndex root = model->index(row, 0);
-            if (!root.data(AttributeTreeViewModel::BackendRootRole).toBool())
-                continue;
-            tree->expand(root);
-            const int below = model->rowCount(root);
-            for (int child = 0; below <= mostRowsOfARoot && child < below; ++child)
-                tree->expand(model->index(child, 0, root));
-        }
+        if (!tree->model())
+            continue;
+        const auto opened = openRoots(*tree);
+        openWhatFits(*tree, childrenOf(opened));
     }
     QTimer::singleShot(settlingTime, this, &WindowPicture::draw);
 }
