@@ -108,6 +108,7 @@ QString chooseLeftOut(bool canAsk)
 
 int runWindow(const Options& options)
 {
+    const Vantry::QuitSignals quitSignals; // what comes before the event loop runs is kept for it
     const auto repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
     PluginLoader loader{Vantry::PluginTrial(QCoreApplication::applicationFilePath())};
@@ -120,7 +121,6 @@ int runWindow(const Options& options)
         std::unique_ptr<Vantry::WindowPicture> picture;
         if (!options.pictureFile.isEmpty())
             picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
-        const Vantry::QuitSignals quitSignals;
         QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &window, [&window] {
             window.close();
             QCoreApplication::quit(); // also when it was hidden, or a dialog is open
