@@ -2,10 +2,21 @@
 
 namespace TestSupport {
 
+namespace {
+
+QString nameAt(int number)
+{
+    constexpr int letters = 26;
+    const QString letter(QLatin1Char(char('a' + number % letters)));
+    return number < letters ? letter : letter + QString::number(number / letters);
+}
+
+} // namespace
+
 TreeWriter::TreeWriter(const std::shared_ptr<RepositoryInterface>& writtenRepository, const QString& root,
-                       quint32 seed, int numberOfLetters, int longestPath)
+                       quint32 seed, int numberOfNames, int longestPath)
     : repository(writtenRepository), prefix(root.isEmpty() ? root : root + QLatin1Char('.')), random(seed),
-      letters(numberOfLetters), depth(longestPath)
+      nameCount(numberOfNames), depth(longestPath)
 {
 }
 
@@ -14,7 +25,7 @@ QString TreeWriter::anyPath()
     QStringList names;
     const int length = random.bounded(1, depth + 1);
     for (int i = 0; i < length; ++i)
-        names.append(QString(QLatin1Char(char('a' + random.bounded(letters)))));
+        names.append(nameAt(random.bounded(nameCount)));
     return prefix + names.join(QLatin1Char('.'));
 }
 

@@ -17,9 +17,9 @@ class TreeWriter
 public:
     using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
-    // Names are the letters from "a" on; the paths below the root have one to depth of them.
+    // So many names are used, the letters from "a" on first; paths below the root have one to depth of them.
     TreeWriter(const std::shared_ptr<RepositoryInterface>& repository, const QString& root, quint32 seed,
-               int letters = 5, int depth = 4);
+               int nameCount = 5, int depth = 4);
 
     void changeOnce();
     QString anyPath();
@@ -28,7 +28,7 @@ private:
     std::shared_ptr<RepositoryInterface> repository;
     QString prefix;
     QRandomGenerator random;
-    int letters;
+    int nameCount;
     int depth;
 };
 

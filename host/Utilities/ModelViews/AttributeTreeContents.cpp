@@ -6,20 +6,15 @@ namespace Utilities::ModelViews {
 
 namespace {
 
-// From so many children on, new ones are appended without comparing all names, if their number agrees.
+// From so many children on, those that were told to have come or gone are enough, if their number agrees.
 constexpr int manyChildren = 256;
-
-AttributeTreeNode nodeOf(const AttributeTreeItem& item)
-{
-    return {item.getParent(), item.row()};
-}
 
 } // namespace
 
 AttributeTreeContents::AttributeTreeContents(AttributeTreeRowListener& rowListener,
                                              const std::shared_ptr<TreeInterface>& treeInterface,
                                              const QString& searchPath)
-    : listener(rowListener), tree(treeInterface), filter(searchPath),
+    : listener(rowListener), editor(rowListener), tree(treeInterface), filter(searchPath),
       top(std::make_unique<AttributeTreeItem>(nullptr, 0, QString(), filter.isEverything()))
 {
     filter.readFrom(*tree);
@@ -104,8 +99,17 @@ void AttributeTreeContents::follow(const QVector<AttributeTreeStructureChange>& 
     for (const QString& path : qAsConst(stalePaths))
         dirty[path].everything = true;
     stalePaths.clear();
-    for (const AttributeTreeStructureChange& change : changes)
-        collect(change, dirty);
+    const bool onlyGone = filter.isEverything() &&
+                          std::none_of(changes.begin(), changes.end(),
+                                       [](const auto& change) { return change.created || change.namesLost; });
+    for (const AttributeTreeStructureChange& change : changes) {
+        if (!change.removed)
+            collectCreated(change, dirty);
+        else if (onlyGone)
+            collectGone(change, dirty);
+        else
+            collectAbove(change.parentPath, dirty);
+    }
 
     // Upper nodes first: with them lower ones may go.
     QStringList paths = dirty.keys();
@@ -126,36 +130,62 @@ void AttributeTreeContents::noteForFilter(const QVector<AttributeTreeStructureCh
             filter.readFrom(*tree);
             return;
         }
-        for (const QString& name : change.names) {
-            const QString path = prefix + name;
+        for (const AttributeTreeChildChange& child : change.children) {
+            const QString path = prefix + child.name;
             if (!change.removed || tree->getNodeInformation(path).exists)
                 filter.noteCreated(path);
         }
         if (change.removed)
-            removed.append(prefix + change.names.value(0));
+            removed.append(prefix + change.children.first().name);
     }
     filter.noteRemoved(*tree, removed);
 }
 
-// Finds the node from which on the rows may differ. When something has gone, or has gone and come again, that
-// can be any node above.
-void AttributeTreeContents::collect(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
+// When something may have gone and come again, or the filter may hide what leads nowhere any more, any node
+// above may have other rows, or the same in another order.
+void AttributeTreeContents::collectAbove(const QString& parentPath, DirtyNodes& dirty)
 {
-    if (change.removed) {
-        QStringList above = ancestorPaths(change.parentPath);
-        above << change.parentPath << QString();
-        for (const QString& path : qAsConst(above))
-            dirty[path].everything = true;
-        return;
+    QStringList above = ancestorPaths(parentPath);
+    above << parentPath << QString();
+    for (const QString& path : qAsConst(above))
+        dirty[path].everything = true;
+}
+
+// With what has gone may have gone the groups that held nothing else. What has come again since is told in
+// the next batch, when it looks as if it had stayed; so the nodes above are looked at too.
+void AttributeTreeContents::collectGone(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
+{
+    QString path = change.parentPath;
+    QStringList gone;
+    for (const AttributeTreeChildChange& child : change.children)
+        gone.append(child.name);
+    for (;;) {
+        dirty[path].gone += gone;
+        if (path.isEmpty())
+            return;
+        const int end = path.lastIndexOf(QLatin1Char('.'));
+        const bool isGone = !tree->getNodeInformation(path).exists;
+        gone = isGone ? QStringList(path.mid(end + 1)) : QStringList();
+        path.truncate(std::max(end, 0));
     }
+}
+
+// Finds the node below which the first row is missing.
+void AttributeTreeContents::collectCreated(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
+{
     AttributeTreeItem* item = top.get();
     const QVector<QStringRef> components = change.parentPath.splitRef(QLatin1Char('.'), Qt::SkipEmptyParts);
     for (const QStringRef& component : components) {
         const QString name = component.toString();
         const int row = item->rowOf(name);
         if (row < 0) {
-            if (item->isComplete() || filter.shows(item->childPath(name)))
-                dirty[item->getPath()].created.append(name);
+            if (!item->isComplete() && !filter.shows(item->childPath(name)))
+                return;
+            Dirt& dirt = dirty[item->getPath()];
+            if (change.namesLost)
+                dirt.everything = true;
+            else
+                dirt.created.append({name, change.children.first().arrival});
             return;
         }
         AttributeTreeItem* const next = item->child(row).item.get();
@@ -168,10 +198,10 @@ void AttributeTreeContents::collect(const AttributeTreeStructureChange& change, 
     }
     Dirt& dirt = dirty[item->getPath()];
     dirt.everything |= change.namesLost;
-    for (const QString& name : change.names) {
-        if (!dirt.everything && item->rowOf(name) < 0 &&
-            (item->isComplete() || filter.shows(item->childPath(name))))
-            dirt.created.append(name);
+    for (const AttributeTreeChildChange& child : change.children) {
+        if (!dirt.everything && item->rowOf(child.name) < 0 &&
+            (item->isComplete() || filter.shows(item->childPath(child.name))))
+            dirt.created.append(child);
     }
 }
 
@@ -185,20 +215,33 @@ void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
         setCount(*node, tree->getChildCount(path));
         return;
     }
-    if (!dirt.everything && dirt.created.isEmpty())
-        return;
-    QStringList created = dirt.created;
+    auto arrived = dirt.created;
+    std::sort(arrived.begin(), arrived.end(),
+              [](const auto& a, const auto& b) { return a.arrival < b.arrival; });
+    QStringList created;
+    for (const AttributeTreeChildChange& child : qAsConst(arrived))
+        created.append(child.name);
     created.removeDuplicates();
-    const bool onlyMore = !dirt.everything && item->isComplete() && item->size() >= manyChildren &&
-                          tree->getChildCount(path) == item->size() + created.size();
-    if (!onlyMore) {
-        arrange(*item, shownChildren(path, item->isComplete()));
+    QStringList gone = dirt.gone;
+    gone.removeDuplicates();
+    const auto isUnknown = [item](const QString& name) { return item->rowOf(name) < 0; };
+    gone.erase(std::remove_if(gone.begin(), gone.end(), isUnknown), gone.end());
+    const auto isThere = [&](const QString& name) {
+        return tree->getNodeInformation(item->childPath(name)).exists;
+    };
+    const bool knowsAll = !dirt.everything && item->isComplete() && item->size() >= manyChildren &&
+                          tree->getChildCount(path) == item->size() + created.size() - gone.size() &&
+                          std::none_of(gone.begin(), gone.end(), isThere);
+    if (!knowsAll) {
+        editor.arrange(*item, shownChildren(path, item->isComplete()));
         return;
     }
     QVector<ChildInformation> more;
     for (const QString& name : qAsConst(created))
         more.append({name, -1});
-    insert(*item, item->size(), more);
+    editor.remove(*item, gone);
+    if (!more.isEmpty())
+        editor.insert(*item, item->size(), more);
 }
 
 void AttributeTreeContents::reread()
@@ -211,7 +254,7 @@ void AttributeTreeContents::reread()
 void AttributeTreeContents::reread(AttributeTreeItem& item)
 {
     const QVector<ChildInformation> present = shownChildren(item.getPath(), item.isComplete());
-    arrange(item, present);
+    editor.arrange(item, present);
     for (int row = 0; row < item.size(); ++row) {
         if (item.child(row).item)
             reread(*item.child(row).item);
@@ -246,70 +289,6 @@ void AttributeTreeContents::setCount(const AttributeTreeNode& node, int now)
         stalePaths.insert(node.holder->childPath(node.row));
         listener.foundStale();
     }
-}
-
-// Makes the rows those of the wanted names, in their order, with as few changes as a simple walk finds.
-void AttributeTreeContents::arrange(AttributeTreeItem& item, const QVector<ChildInformation>& wanted)
-{
-    const int shorter = std::min(item.size(), wanted.size());
-    int row = 0;
-    while (row < shorter && item.child(row).name == wanted.at(row).name)
-        ++row;
-    int after = 0; // so many agree at the end
-    while (after < shorter - row &&
-           item.child(item.size() - 1 - after).name == wanted.at(wanted.size() - 1 - after).name)
-        ++after;
-    const int end = wanted.size() - after;
-    const auto isMissing = [&](int place) { return item.rowOf(wanted.at(place).name) < 0; };
-
-    removeUnwanted(item, row, item.size() - after, wanted.mid(row, end - row));
-    while (row < end) {
-        if (row < item.size() && item.child(row).name == wanted.at(row).name) {
-            ++row;
-        } else if (!isMissing(row)) {
-            remove(item, row, row); // out of order; it comes again at its place
-        } else {
-            int next = row + 1;
-            while (next < end && isMissing(next))
-                ++next;
-            insert(item, row, wanted.mid(row, next - row));
-            row = next;
-        }
-    }
-}
-
-void AttributeTreeContents::removeUnwanted(AttributeTreeItem& item, int begin, int end,
-                                           const QVector<ChildInformation>& wanted)
-{
-    QSet<QString> names;
-    for (const ChildInformation& child : wanted)
-        names.insert(child.name);
-    const auto isWanted = [&](int row) { return names.contains(item.child(row).name); };
-    int last = end - 1;
-    while (last >= begin) {
-        int first = last;
-        if (!isWanted(last)) {
-            while (first > begin && !isWanted(first - 1))
-                --first;
-            remove(item, first, last);
-        }
-        last = first - 1;
-    }
-}
-
-void AttributeTreeContents::insert(AttributeTreeItem& item, int row,
-                                   const QVector<ChildInformation>& children)
-{
-    listener.beginInsert(nodeOf(item), row, row + children.size() - 1);
-    item.insert(row, children);
-    listener.endInsert();
-}
-
-void AttributeTreeContents::remove(AttributeTreeItem& item, int first, int last)
-{
-    listener.beginRemove(nodeOf(item), first, last);
-    item.remove(first, last);
-    listener.endRemove();
 }
 
 } // namespace Utilities::ModelViews

@@ -70,9 +70,8 @@ bool AttributeTreeFilter::hasMatchBelowBase(const TreeInterface& tree) const
         return tree.getNodeInformation(pattern.getLiterals().first()).exists;
     if (namePrefix.isEmpty())
         return tree.getChildCount(base) > 0;
-    const QStringList names = tree.getChildNames(base);
-    return std::any_of(names.begin(), names.end(),
-                       [this](const QString& name) { return name.startsWith(namePrefix); });
+    return !tree.findPaths({pattern.getLiterals().first() + QLatin1Char('*'), Qt::CaseSensitive, true, 1})
+                .isEmpty();
 }
 
 void AttributeTreeFilter::lead(const QString& path)

@@ -56,10 +56,9 @@ void AttributeTreeInbox::addStructure(const QString& path, bool removed)
     const QString parentPath = path.left(qMax(end, 0));
     const Guard guard(mutex);
     if (AttributeTreeStructureChange* const change = changeBelow(parentPath)) {
-        change->removed |= removed;
+        (removed ? change->removed : change->created) = true;
         if (nameCount < limit) {
-            change->names.append(path.mid(end + 1));
-            ++nameCount;
+            change->children.append({path.mid(end + 1), nameCount++});
         } else {
             change->namesLost = true;
         }
@@ -79,7 +78,7 @@ AttributeTreeStructureChange* AttributeTreeInbox::changeBelow(const QString& par
         return nullptr;
     }
     structureByParent.insert(parentPath, batch.structure.size());
-    batch.structure.append(AttributeTreeStructureChange{parentPath, {}, false, false});
+    batch.structure.append(AttributeTreeStructureChange{parentPath, {}, false, false, false});
     return &batch.structure.last();
 }
 

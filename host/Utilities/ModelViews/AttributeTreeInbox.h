@@ -15,13 +15,21 @@ class QObject;
 
 namespace Utilities::ModelViews {
 
+// A child that has come or gone.
+struct AttributeTreeChildChange
+{
+    QString name;
+    int arrival; // its place among all of the batch
+};
+
 // Children of one node that have come or gone.
 struct AttributeTreeStructureChange
 {
     QString parentPath;
-    QStringList names;      // the children, in the order in which they were told
-    bool namesLost = false; // there were more than are named
-    bool removed = false;   // some have gone, and perhaps nodes above them
+    QVector<AttributeTreeChildChange> children; // in the order in which they were told
+    bool namesLost = false;                     // there were more than are named
+    bool created = false;                       // some have come
+    bool removed = false;                       // some have gone, and perhaps nodes above them
 };
 
 // What happened to the repository since the last batch.

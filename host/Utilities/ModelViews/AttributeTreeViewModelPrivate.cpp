@@ -119,9 +119,9 @@ void AttributeTreeViewModel::Private::announceBatch(const AttributeTreeBatch& ba
     for (const AttributeTreeStructureChange& change : batch.structure) {
         lost |= change.namesLost;
         const QString prefix = change.parentPath.isEmpty() ? QString() : change.parentPath + QLatin1Char('.');
-        for (const QString& name : change.names) {
+        for (const AttributeTreeChildChange& child : change.children) {
             // A group may have become an attribute, or the other way round.
-            const auto node = contents->find(prefix + name, false);
+            const auto node = contents->find(prefix + child.name, false);
             if (node && node->holder)
                 markDue(*node);
         }
@@ -253,7 +253,7 @@ void AttributeTreeViewModel::Private::followRoots()
         reader->readAttributeValue(repository->buildAttributePath({namesPath, backend}), root, 0);
         const QString path = root.toString();
         const int end = path.lastIndexOf(QLatin1Char('.'));
-        roots.append({path.left(qMax(end, 0)), {path.mid(end + 1)}, false, false});
+        roots.append({path.left(qMax(end, 0)), {{path.mid(end + 1), roots.size()}}, false, true, false});
     }
     const QScopedValueRollback<bool> guard(busy, true);
     contents->follow(roots);
