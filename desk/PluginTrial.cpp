@@ -33,10 +33,13 @@ QString fingerprint(const QString& fileName)
         .arg(QLatin1String(digest.result().toHex()));
 }
 
-QString settingsKey(const QString& fileName)
+const QLatin1String passedPlugins("passedPlugins/");
+const QLatin1String endlessPlugins("endlessPlugins/"); // each start would wait for them anew
+
+QString settingsKey(QLatin1String group, const QString& fileName)
 {
     const QByteArray name = QFileInfo(fileName).absoluteFilePath().toUtf8();
-    return QStringLiteral("passedPlugins/") + QLatin1String(name.toBase64(QByteArray::Base64UrlEncoding));
+    return group + QLatin1String(name.toBase64(QByteArray::Base64UrlEncoding));
 }
 
 } // namespace
@@ -52,8 +55,12 @@ QString PluginTrial::run(const QString& file) const
     if (print.isEmpty())
         return QStringLiteral("the file cannot be read");
     QSettings settings;
-    if (settings.value(settingsKey(file)).toString() == print)
+    if (settings.value(settingsKey(passedPlugins, file)).toString() == print)
         return {};
+    if (settings.value(settingsKey(endlessPlugins, file)).toString() == print)
+        return QStringLiteral(
+            "it did not finish loading at an earlier start; it is tried again when the file "
+            "changes");
 
     QProcess child;
     child.setProcessChannelMode(QProcess::SeparateChannels);
@@ -63,6 +70,7 @@ QString PluginTrial::run(const QString& file) const
     if (!child.waitForFinished(timeLimit)) {
         child.kill();
         child.waitForFinished();
+        settings.setValue(settingsKey(endlessPlugins, file), print);
         return QStringLiteral("it did not finish loading within %1 s").arg(timeLimit / 1000.0);
     }
     if (child.exitStatus() == QProcess::CrashExit)
@@ -74,7 +82,7 @@ QString PluginTrial::run(const QString& file) const
     if (said.last() != passed)
         return QStringLiteral("it is damaged: loading it ends the program with code %1")
             .arg(child.exitCode());
-    settings.setValue(settingsKey(file), print);
+    settings.setValue(settingsKey(passedPlugins, file), print);
     return {};
 }
 

@@ -5,8 +5,8 @@
 namespace Vantry {
 
 // Finds out whether a plug-in can be loaded at all, in a process of its own: a damaged library can kill
-// whoever loads it. A plug-in that has passed is known by its path, size, time and digest, and is not tried
-// again.
+// whoever loads it, or hold it for ever. A plug-in that has passed, and one that did not end, is known by its
+// path, size, time and digest, and is not tried again.
 class PluginTrial
 {
 public:

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -106,6 +107,16 @@ private slots:
         loader.load({plugins});
         QCOMPARE(loader.getFindings().front().refusal,
                  QStringLiteral("it did not finish loading within 0.5 s"));
+
+        // And not at each start, until the file is another.
+        constexpr int tooLong = 60000;
+        QElapsedTimer timer;
+        timer.start();
+        const QString plugin = plugins + QLatin1String("/hangs.so");
+        QVERIFY(PluginTrial(desk, tooLong).run(plugin).contains(QLatin1String("at an earlier start")));
+        QVERIFY(timer.elapsed() < tooLong / 2);
+        setTime(plugin, 1000000000);
+        QVERIFY(PluginTrial(desk, 500).run(plugin).contains(QLatin1String("within 0.5 s")));
     }
 
     void survivesAFailedCreation()
