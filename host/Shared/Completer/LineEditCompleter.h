@@ -20,8 +20,9 @@ public:
     explicit LineEditCompleter(QWidget* parent = nullptr);
 
     // Sets what is offered for the present text. Null switches completion off. The edit takes over a model
-    // whose parent is the completer, the edit or a widget around it: it is deleted later when it is replaced,
-    // or at once not needed, since a text that the user merely looks at in the popup changes no proposals.
+    // whose parent is the completer, the edit or a widget around it, and deletes it later: when the next one
+    // replaces it, or straight away when it is not needed, since a text that the user only looks at in the
+    // popup changes no proposals.
     void refreshCompleterModel(QAbstractItemModel* model);
 
 protected:

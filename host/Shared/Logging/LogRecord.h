@@ -17,7 +17,7 @@ namespace Shared::Logging {
 struct LogLine
 {
     quint64 number = 0; // counts all lines of the process, from 1
-    QDateTime time; // UTC
+    QDateTime time;     // UTC
     LogMessageType type = LogMessageType::Information;
     QString identification;
     QString category;
