@@ -1,3 +1,4 @@
+#include "desk/FocusStyle.h"
 #include "desk/LoadingNote.h"
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
@@ -159,6 +160,7 @@ int main(int argc, char** argv)
 
     usualHandler = qInstallMessageHandler(handleQtMessage);
     const QApplication application(argc, argv);
+    QApplication::setStyle(new Vantry::FocusStyle);
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())
         return showError(options.error);
