@@ -1,0 +1,327 @@
+#include "desk/GuiContext.h"
+#include "repository/AttributeRepository.h"
+#include "tests/desk/RunningDesk.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QDockWidget>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPointer>
+#include <QPushButton>
+#include <QSettings>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QTreeView>
+#include <QTreeWidget>
+#include <QWindow>
+
+using TestSupport::RunningDesk;
+using Vantry::MainWindow;
+
+namespace {
+
+void clickItem(QTreeView& tree, const QModelIndex& item)
+{
+    tree.scrollTo(item);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.visualRect(item).center());
+}
+
+} // namespace
+
+// The desk with its real plug-in, used by mouse and keyboard.
+class DeskTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { folder = std::make_unique<RunningDesk::Folder>(); }
+
+    void cleanup()
+    {
+        desk.reset();
+        folder.reset();
+    }
+
+    void opensOnTheWarningPage()
+    {
+        open({});
+        QCOMPARE(desk->shownPage(), QStringLiteral("pageUnknown"));
+        QVERIFY(desk->part<QLabel>("labelWarning")->isVisible());
+        for (const char* name : {"btnSelectAttributes", "btnSelectBackends", "btnTests"})
+            QVERIFY(desk->part<QWidget>("pageUnknown")
+                        ->findChild<QPushButton*>(QLatin1String(name))
+                        ->isVisible());
+        QTest::mouseClick(desk->part<QPushButton>("btnSelectBackends"), Qt::LeftButton);
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageBackends"));
+    }
+
+    void leadsToEveryPage()
+    {
+        open({});
+        const QList<QPair<const char*, const char*>> pages{{"btnAttributes", "pageAttributes"},
+                                                           {"btnBackends", "pageBackends"},
+                                                           {"btnTests", "pageTests"},
+                                                           {"btnAttributes", "pageAttributes"}};
+        for (const auto& [button, page] : pages) {
+            QVERIFY(TestSupport::click(*desk->navigationButton(button), QPoint(20, 10)));
+            QTRY_COMPARE(desk->shownPage(), QLatin1String(page));
+            QVERIFY(desk->part<QWidget>(page)->isVisible());
+        }
+    }
+
+    void opensItsFilesOnTheAttributePage()
+    {
+        openPlant();
+        QCOMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        QCOMPARE(desk->window->windowTitle(), QStringLiteral("plant.json"));
+        desk->window->openFiles({folder->path("limits.ini")});
+        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven.maximum")).isValid());
+        QCOMPARE(desk->window->windowTitle(), QStringLiteral("plant.json, limits.ini"));
+        QVERIFY(desk->part<QWidget>("noticeBar")->isHidden());
+    }
+
+    void completesAndReads()
+    {
+        openPlant();
+        auto* const search = desk->part<QLineEdit>("edtSearchPath");
+        QVERIFY(TestSupport::click(*search, search->rect().center()));
+        QTRY_VERIFY(search->hasFocus());
+        for (const char* key : {"ctrl+a", "p", "l", "Tab", "period", "c", "e", "Tab", "period", "p", "Tab"})
+            QVERIFY(TestSupport::pressKey(QLatin1String(key)));
+        QTRY_COMPARE(search->text(), QStringLiteral("plant.cell.pump"));
+        auto* const read = desk->part<QPushButton>("btnReadAttribute");
+        QVERIFY(TestSupport::click(*read, read->rect().center()));
+        QTRY_COMPARE(desk->part<QComboBox>("cbFilter1")->count(), 3); // any, motor, name
+        desk->tree->expandAll();
+        QCOMPARE(desk->shownRows(),
+                 (QStringList{QStringLiteral("-plant"), QStringLiteral(" -cell"), QStringLiteral("  -pump"),
+                              QStringLiteral("   -motor"), QStringLiteral("    speed"),
+                              QStringLiteral("    sense"), QStringLiteral("   name")}));
+    }
+
+    void filtersThroughTheLevels()
+    {
+        openPlant();
+        choose("cbFilter1", "plant");
+        choose("cbFilter2", "cell");
+        choose("cbFilter3", "pump");
+        choose("cbFilter4", "motor");
+        QTRY_COMPARE(desk->shownRows(),
+                     (QStringList{QStringLiteral("-plant"), QStringLiteral(" -cell"),
+                                  QStringLiteral("  -pump"), QStringLiteral("   -motor"),
+                                  QStringLiteral("    speed"), QStringLiteral("    sense")}));
+    }
+
+    void keepsWhatIsOpenAndShowsWhatIsClicked()
+    {
+        openPlant();
+        for (const char* path : {"plant", "plant.cell", "plant.cell.valve"})
+            desk->tree->expand(desk->item(QLatin1String(path)));
+        const QStringList rows = desk->shownRows();
+        QVERIFY(rows.contains(QStringLiteral("   open")));
+        QTest::mouseClick(desk->part<QPushButton>("btnReadAttribute"), Qt::LeftButton);
+        QCOMPARE(desk->shownRows(), rows);
+
+        const auto* const details = desk->part<QTextBrowser>("txtAttributeDetails");
+        clickItem(*desk->tree, desk->item(QStringLiteral("plant.cell.valve.open")));
+        QTRY_COMPARE(
+            details->toPlainText(),
+            QStringLiteral("Name : open\nPath : plant.cell.valve.open\nData Type : bool\nValue : true"));
+        clickItem(*desk->tree, desk->item(QStringLiteral("plant")));
+        QTRY_COMPARE(details->toPlainText(), QStringLiteral("Backend Name : plant\nBackend Type : json\n"
+                                                            "Backend Description : plant.json"));
+    }
+
+    void tellsWhichFilesAreNotOpen()
+    {
+        open({folder->path("broken.json"), folder->path("plant.json"), folder->path("none.ini"),
+              folder->path("limits.ini")});
+        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
+        QVERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        QVERIFY(!desk->item(QStringLiteral("broken")).isValid());
+        auto* const bar = desk->part<QWidget>("noticeBar");
+        QTRY_VERIFY(bar->isVisible());
+        const QString text = desk->part<QLabel>("noticeText")->text();
+        QVERIFY2(text.contains(folder->path("broken.json") + QLatin1String(":2:7: ")), qPrintable(text));
+        QVERIFY2(text.contains(folder->path("none.ini")), qPrintable(text));
+        QVERIFY2(!text.contains(QLatin1String("plant")), qPrintable(text));
+        QTest::mouseClick(desk->part<QToolButton>("noticeClose"), Qt::LeftButton);
+        QVERIFY(!bar->isVisible());
+
+        // What comes later is told alone.
+        desk->window->openFiles({folder->path("plant.json")});
+        QTRY_VERIFY(bar->isVisible());
+        QVERIFY(!desk->part<QLabel>("noticeText")->text().contains(QLatin1String("broken")));
+    }
+
+    void takesDroppedFiles_data()
+    {
+        QTest::addColumn<QString>("url"); // of the plant's file when empty
+        QTest::addColumn<bool>("isTaken");
+        QTest::newRow("file") << QString() << true;
+        QTest::newRow("page of the web") << QStringLiteral("https://localhost/plant.json") << false;
+    }
+
+    void takesDroppedFiles()
+    {
+        open({});
+        QFETCH(QString, url);
+        QFETCH(bool, isTaken);
+        QMimeData data;
+        data.setUrls({url.isEmpty() ? QUrl::fromLocalFile(folder->path("plant.json")) : QUrl(url),
+                      QUrl::fromLocalFile(isTaken ? folder->path("limits.ini") : QString())});
+        QDragEnterEvent enter({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(desk->window.get(), &enter);
+        QCOMPARE(enter.isAccepted(), isTaken);
+        if (!isTaken)
+            return;
+        QDropEvent drop({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(desk->window.get(), &drop);
+        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
+        QVERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        QCOMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+    }
+
+    void remembersHowItWasLeft()
+    {
+        open({});
+        const QSize size = desk->window->size() - QSize(120, 60);
+        desk->window->resize(size);
+        QTRY_COMPARE(desk->window->size(), size);
+        QTest::mouseClick(desk->navigationButton("btnAttributes"), Qt::LeftButton);
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        dragHandle("areas", 60);
+        dragHandle("splitter", -90);
+        const QList<QList<int>> sizes = splitterSizes();
+        QVERIFY(desk->window->close());
+
+        // Also when the page was none that the desk opens by itself.
+        open({});
+        QCOMPARE(desk->window->size(), size);
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        QTRY_COMPARE(splitterSizes(), sizes);
+        QTest::mouseClick(desk->navigationButton("btnTests"), Qt::LeftButton);
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageTests"));
+        QVERIFY(desk->window->close());
+        open({});
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageTests"));
+        open({folder->path("plant.json")});
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+    }
+
+    void endsCleanly()
+    {
+        openPlant();
+        const auto& library = *desk->loader.getLibraries().front();
+        const QPointer<QWidget> main = desk->part<QWidget>("VantryMain");
+        const QPointer<QWidget> control = desk->part<QWidget>("VantryControl");
+        QVERIFY(main && control);
+        QVERIFY(desk->window->close());
+        desk->window.reset();
+        QVERIFY(!main);
+        QVERIFY(!control);
+
+        // Unloaded: the plug-in makes a new application for the same context.
+        const auto context = std::make_shared<Vantry::GuiContext>(QStringList(QStringLiteral("desk")));
+        QString reason;
+        const auto application =
+            library.createApplication(context, library.getIdentifications().front(), reason);
+        QVERIFY2(application && application->getWidgetByType(Utilities::ApplicationWidgetType::Main),
+                 qPrintable(reason));
+        library.dropApplication(context, library.getIdentifications().front());
+    }
+
+    void showsWhyAPluginIsRefused()
+    {
+        const QDir plugins(folder->path("plugins"));
+        QVERIFY(plugins.mkpath(QStringLiteral(".")));
+        QFile file(plugins.filePath(QStringLiteral("x.so")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QVERIFY(file.write("text") > 0);
+        file.close();
+        open({});
+        QVERIFY(desk->part<QDockWidget>("pluginDock")->isHidden());
+        desk.reset();
+
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder->path("settings"));
+        const auto repository = Repository::AttributeRepository::create();
+        Vantry::PluginLoader loader{Vantry::PluginTrial(QStringLiteral(VANTRY_DESK))};
+        loader.load({plugins.path()});
+        MainWindow window(repository, loader, {});
+        QVERIFY(TestSupport::showActive(window));
+        QVERIFY(window.findChild<QDockWidget*>(QStringLiteral("pluginDock"))->isVisible());
+        const auto* const rows = window.findChild<QTreeWidget*>(QStringLiteral("pluginRows"));
+        QCOMPARE(rows->topLevelItemCount(), 1);
+        QCOMPARE(rows->topLevelItem(0)->text(0), QStringLiteral("x.so"));
+        QVERIFY(!rows->topLevelItem(0)->text(1).isEmpty());
+        const auto* const notice = window.findChild<QLabel*>(QStringLiteral("noticeText"));
+        QVERIFY(notice->isVisible());
+        QVERIFY(notice->text().contains(QLatin1String("No plug-in was loaded")));
+    }
+
+private:
+    void open(const QStringList& files)
+    {
+        desk.reset();
+        desk = std::make_unique<RunningDesk>(*folder, files);
+        QVERIFY(TestSupport::showActive(*desk->window));
+    }
+
+    void openPlant()
+    {
+        open({folder->path("plant.json")});
+        QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        QTRY_VERIFY(desk->part<QComboBox>("cbFilter1")->isEnabled());
+    }
+
+    void choose(const char* boxName, const char* text)
+    {
+        auto* const box = desk->part<QComboBox>(boxName);
+        QTRY_VERIFY(box->isEnabled());
+        box->setFocus();
+        const int steps = box->findText(QLatin1String(text)) - box->currentIndex();
+        QVERIFY(steps > 0);
+        for (int i = 0; i < steps; ++i)
+            QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(box->currentText(), QLatin1String(text));
+    }
+
+    void dragHandle(const char* splitterName, int distance)
+    {
+        const auto* const splitter = desk->part<QSplitter>(splitterName);
+        const int before = splitter->sizes().first();
+        const QWidget* const handle = splitter->handle(1);
+        const QPoint start = handle->mapTo(desk->window.get(), handle->rect().center());
+        const QPoint end = start + QPoint(distance, 0);
+        QWindow* const window = desk->window->windowHandle(); // a widget's moves have no button pressed
+        QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, start);
+        QTest::mouseMove(window, end);
+        QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, end);
+        QTRY_COMPARE(splitter->sizes().first(), before + distance);
+    }
+
+    QList<QList<int>> splitterSizes() const
+    {
+        return {desk->part<QSplitter>("areas")->sizes(), desk->part<QSplitter>("splitter")->sizes()};
+    }
+
+    std::unique_ptr<RunningDesk::Folder> folder;
+    std::unique_ptr<RunningDesk> desk;
+};
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk-test"));
+    return TestSupport::runTest<QApplication, DeskTest>(argc, argv);
+}
+
+#include "desk_test.moc"
