@@ -11,6 +11,23 @@ PluginLibrary::PluginLibrary(const QString& fileName)
 {
 }
 
+namespace {
+
+// What the system says about a file that it did not load, without the file's name, which is told twice over
+// there and hides the reason.
+QString reasonOf(const QString& error, const QString& file)
+{
+    const QString name = file + QLatin1String(": ");
+    QString reason = error.mid(error.lastIndexOf(name) < 0 ? 0 : error.lastIndexOf(name) + name.size());
+    if (reason.startsWith(QLatin1Char('(')))
+        reason.remove(0, 1);
+    if (reason.endsWith(QLatin1Char(')')))
+        reason.chop(1);
+    return reason;
+}
+
+} // namespace
+
 template <typename Function>
 Function PluginLibrary::resolve(const char* name, QString& reason)
 {
@@ -25,7 +42,8 @@ std::unique_ptr<PluginLibrary> PluginLibrary::load(const QString& file, QString&
 {
     std::unique_ptr<PluginLibrary> plugin(new PluginLibrary(file));
     if (!plugin->library.load()) {
-        reason = QStringLiteral("it cannot be loaded: %1").arg(plugin->library.errorString());
+        reason = QStringLiteral("it cannot be loaded: %1")
+                     .arg(reasonOf(plugin->library.errorString(), plugin->file));
         return nullptr;
     }
     const auto nameApplications = plugin->resolve<NameApplications>("loadApplicationIdentifier", reason);
