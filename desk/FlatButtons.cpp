@@ -14,7 +14,7 @@ const char currentPage[] = "currentPage";
 // one.
 const QLatin1String sheet("QPushButton[subStyle=\"flatStyle\"] {"
                           " padding: 6px 8px; border: 1px solid transparent; border-radius: 4px;"
-                          " background: palette(base); }"
+                          " background: palette(base); outline: none; }"
                           "QPushButton[subStyle=\"flatStyle\"]:hover { border-color: palette(highlight); }"
                           "QPushButton[subStyle=\"flatStyle\"]:focus { border-color: palette(highlight); }"
                           "#navigationArea QPushButton[subStyle=\"flatStyle\"] {"
@@ -23,7 +23,8 @@ const QLatin1String sheet("QPushButton[subStyle=\"flatStyle\"] {"
                           " background: palette(base); }"
                           "#navigationArea QPushButton[subStyle=\"flatStyle\"][currentPage=\"true\"] {"
                           " background: palette(base); padding-left: 8px;"
-                          " border-left: 4px solid palette(highlight); }"
+                          " border-left: 4px solid palette(highlight);"
+                          " border-top-left-radius: 0; border-bottom-left-radius: 0; }"
                           "QPushButton[subStyle=\"flatStyle\"]:pressed,"
                           "#navigationArea QPushButton[subStyle=\"flatStyle\"]:pressed {"
                           " background: palette(highlight); color: palette(highlighted-text); }");
