@@ -85,8 +85,6 @@ QVariant AttributeTreeCells::valueCell(const QString& path, int role) const
     }
     case Qt::EditRole:
         return readValue(path);
-    case Qt::FontRole:
-        return fontOf(path);
     case Qt::ToolTipRole:
         return toolTip(path);
     default:

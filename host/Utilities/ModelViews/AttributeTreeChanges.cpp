@@ -8,7 +8,8 @@ namespace Utilities::ModelViews {
 namespace {
 
 constexpr qint64 shortestPause = 16; // milliseconds; about one picture
-constexpr qint64 pausePerWork = 3;   // the GUI thread keeps three quarters of its time
+constexpr qint64 longestPause = 400;
+constexpr qint64 pausePerWork = 3; // the GUI thread keeps three quarters of its time
 
 } // namespace
 
@@ -59,7 +60,7 @@ void AttributeTreeChanges::deliverNow()
     delivering = true;
     handler(inbox->take());
     delivering = false;
-    pause = qMax(shortestPause, pausePerWork * work.elapsed());
+    pause = qBound(shortestPause, pausePerWork * work.elapsed(), longestPause);
     sinceDelivery.start();
 }
 

@@ -7,7 +7,7 @@ namespace Utilities::ModelViews {
 
 namespace {
 
-constexpr size_t fewChildren = 16; // so many are compared one by one
+constexpr int fewChildren = 16; // so many are compared one by one
 constexpr quint32 serialLimit = 1U << 30U;
 
 } // namespace
@@ -30,15 +30,16 @@ QString AttributeTreeItem::childPath(const QString& name) const
 
 int AttributeTreeItem::rowOf(const QString& name) const
 {
-    if (children.size() <= fewChildren) {
-        const auto found = std::find_if(children.begin(), children.end(),
-                                        [&name](const Child& child) { return child.name == name; });
-        return found == children.end() ? -1 : int(found - children.begin());
+    if (size() <= fewChildren) {
+        int row = size() - 1;
+        while (row >= 0 && child(row).name != name)
+            --row;
+        return row;
     }
     if (!serials) {
-        serials = std::make_unique<SerialsByName>(children.size(), NameHash{this}, SameName{this});
-        for (const Child& child : children)
-            serials->insert(quint32(child.serial));
+        serials = std::make_unique<SerialsByName>(size_t(size()), NameHash{this}, SameName{this});
+        for (int row = 0; row < size(); ++row)
+            serials->insert(quint32(child(row).serial));
     }
     const auto found = serials->find(name);
     return found == serials->end() ? -1 : rowOfSerial(*found);
@@ -46,15 +47,20 @@ int AttributeTreeItem::rowOf(const QString& name) const
 
 int AttributeTreeItem::rowOfSerial(quint32 wanted) const
 {
-    // Without gaps the row is known; otherwise it lies before that place.
-    const size_t guess = wanted - children.front().serial;
-    if (guess < children.size() && children[guess].serial == wanted)
+    // Where nothing has been removed the row is known; otherwise it lies before that place.
+    const quint32 guess = wanted - child(0).serial;
+    if (guess < quint32(size()) && child(int(guess)).serial == wanted)
         return int(guess);
-    const auto end = children.begin() + std::ptrdiff_t(std::min(guess, children.size()));
-    const auto found = std::lower_bound(children.begin(), end, wanted, [](const Child& child, quint32 value) {
-        return child.serial < value;
-    });
-    return int(found - children.begin());
+    int first = 0;
+    int end = int(std::min(guess, quint32(size())));
+    while (first < end) {
+        const int middle = first + (end - first) / 2;
+        if (child(middle).serial < wanted)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return first;
 }
 
 void AttributeTreeItem::insert(int row, const QVector<ChildInformation>& information)
@@ -64,9 +70,8 @@ void AttributeTreeItem::insert(int row, const QVector<ChildInformation>& informa
         added[i].name = information.at(int(i)).name;
         added[i].count = information.at(int(i)).childCount;
         added[i].serial = (nextSerial + quint32(i)) % serialLimit;
-        added[i].shown = 0;
-        added[i].due = 0;
     }
+    closeGap();
     const bool atEnd = row == size() && nextSerial + added.size() < serialLimit;
     const quint32 firstSerial = nextSerial;
     nextSerial += quint32(added.size());
@@ -85,18 +90,39 @@ void AttributeTreeItem::insert(int row, const QVector<ChildInformation>& informa
 
 void AttributeTreeItem::remove(int first, int last)
 {
-    if (last - first + 1 == size())
-        serials.reset();
     for (int row = first; serials && row <= last; ++row)
         serials->erase(quint32(child(row).serial));
-    children.erase(children.begin() + first, children.begin() + last + 1);
+    moveGapTo(std::clamp(gapBegin, first, last + 1));
+    for (int row = first; row <= last; ++row)
+        child(row) = Child();
+    gapBegin = first;
+    gapSize += last - first + 1;
+    if (gapSize > size())
+        closeGap();
+}
+
+void AttributeTreeItem::moveGapTo(int row)
+{
+    const auto begin = children.begin();
+    if (gapSize > 0 && row > gapBegin)
+        std::move(begin + gapBegin + gapSize, begin + row + gapSize, begin + gapBegin);
+    else if (gapSize > 0)
+        std::move_backward(begin + row, begin + gapBegin, begin + gapBegin + gapSize);
+    gapBegin = row;
+}
+
+void AttributeTreeItem::closeGap()
+{
+    moveGapTo(size());
+    children.resize(size_t(size()));
+    gapBegin = gapSize = 0;
 }
 
 void AttributeTreeItem::renumber()
 {
     serials.reset();
     nextSerial = 0;
-    for (Child& child : children) {
+    for (Child& child : children) { // without a gap
         child.serial = nextSerial++ % serialLimit;
         if (child.item)
             child.item->serial = child.serial;

@@ -21,6 +21,8 @@ public:
 
     struct Child
     {
+        Child() : serial(0), shown(0), due(0) {}
+
         QString name;
         std::unique_ptr<AttributeTreeItem> item; // its listed children, if they are listed
         qint32 count = -1;                       // how many children it was told to have; negative: not told
@@ -39,9 +41,9 @@ public:
     bool isComplete() const { return complete; }
     int row() const; // in the parent; -1 for the top
 
-    int size() const { return int(children.size()); }
-    Child& child(int row) { return children[size_t(row)]; }
-    const Child& child(int row) const { return children[size_t(row)]; }
+    int size() const { return int(children.size()) - gapSize; }
+    Child& child(int row) { return children[placeOf(row)]; }
+    const Child& child(int row) const { return children[placeOf(row)]; }
     QString childPath(int row) const { return childPath(child(row).name); }
     QString childPath(const QString& name) const;
     int rowOf(const QString& name) const; // -1 when there is none
@@ -70,13 +72,18 @@ private:
     };
     using SerialsByName = tsl::robin_set<quint32, NameHash, SameName, std::allocator<quint32>, true>;
 
+    size_t placeOf(int row) const { return size_t(row < gapBegin ? row : row + gapSize); }
+    void moveGapTo(int row);
+    void closeGap();
     int rowOfSerial(quint32 wanted) const;
     const QString& nameOfSerial(quint32 wanted) const { return child(rowOfSerial(wanted)).name; }
     void renumber();
 
     AttributeTreeItem* parent; // not owned
     QString path;
-    std::vector<Child> children;
+    std::vector<Child> children; // with the gap that the last removal left
+    int gapBegin = 0;            // removals in the order of rows move each child once
+    int gapSize = 0;
     mutable std::unique_ptr<SerialsByName> serials; // made at the first search among many children
     quint32 nextSerial = 0;
     quint32 serial;

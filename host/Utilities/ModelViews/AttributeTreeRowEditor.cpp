@@ -21,10 +21,15 @@ void AttributeTreeRowEditor::remove(AttributeTreeItem& item, const QStringList& 
     for (const QString& name : names)
         rows.push_back(item.rowOf(name));
     std::sort(rows.begin(), rows.end());
-    while (!rows.empty()) {
-        const int last = rows.back();
+    removeRows(item, rows);
+}
+
+void AttributeTreeRowEditor::removeRows(AttributeTreeItem& item, const std::vector<int>& ascending)
+{
+    for (auto next = ascending.rbegin(); next != ascending.rend();) {
+        const int last = *next;
         int first = last;
-        for (rows.pop_back(); !rows.empty() && rows.back() == first - 1; rows.pop_back())
+        for (++next; next != ascending.rend() && *next == first - 1; ++next)
             --first;
         remove(item, first, last);
     }
@@ -62,20 +67,21 @@ void AttributeTreeRowEditor::arrange(AttributeTreeItem& item, const QVector<Chil
 void AttributeTreeRowEditor::removeUnwanted(AttributeTreeItem& item, int begin, int end,
                                             const QVector<ChildInformation>& wanted)
 {
-    QSet<QString> names;
-    for (const ChildInformation& child : wanted)
-        names.insert(child.name);
-    const auto isWanted = [&](int row) { return names.contains(item.child(row).name); };
-    int last = end - 1;
-    while (last >= begin) {
-        int first = last;
-        if (!isWanted(last)) {
-            while (first > begin && !isWanted(first - 1))
-                --first;
-            remove(item, first, last);
-        }
-        last = first - 1;
+    // As a rule the wanted ones that are there follow each other as they shall.
+    std::vector<int> rows;
+    int matched = 0;
+    for (int row = begin; row < end; ++row) {
+        if (matched < wanted.size() && item.child(row).name == wanted.at(matched).name)
+            ++matched;
+        else
+            rows.push_back(row);
     }
+    QSet<QString> others;
+    for (int i = matched; i < wanted.size(); ++i)
+        others.insert(wanted.at(i).name);
+    const auto isWanted = [&](int row) { return others.contains(item.child(row).name); };
+    rows.erase(std::remove_if(rows.begin(), rows.end(), isWanted), rows.end());
+    removeRows(item, rows);
 }
 
 void AttributeTreeRowEditor::insert(AttributeTreeItem& item, int row,

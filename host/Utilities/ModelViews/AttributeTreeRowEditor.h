@@ -44,6 +44,7 @@ public:
 
 private:
     void remove(AttributeTreeItem& item, int first, int last);
+    void removeRows(AttributeTreeItem& item, const std::vector<int>& ascending);
     void removeUnwanted(AttributeTreeItem& item, int begin, int end, const QVector<ChildInformation>& wanted);
 
     AttributeTreeRowListener& listener;

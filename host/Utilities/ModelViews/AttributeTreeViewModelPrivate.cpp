@@ -14,7 +14,7 @@ namespace Utilities::ModelViews {
 namespace {
 
 constexpr int fewRows = 256; // so many changes in a batch are announced whether their rows were read or not
-constexpr int rowsAtOnce = 512;   // so many are announced in one batch when there are more
+constexpr int rowsAtOnce = 128;   // so many are announced in one batch when there are more
 constexpr int busyInterval = 100; // milliseconds between looks whether a popup or an editor is still open
 
 // Visits the listed children of an item and of all below it, until the visitor gives false.
