@@ -1,10 +1,11 @@
 #include "desk/FileMounter.h"
 
 #include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/GuiThread.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFileInfo>
-#include <QtConcurrent>
+#include <QPointer>
 
 namespace Vantry {
 
@@ -94,18 +95,12 @@ FileMounter::Result mountFiles(const QStringList& files,
 FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
     : QObject(parent), repository(std::move(attributes))
 {
-    connect(&worker, &QFutureWatcher<Result>::finished, this, [this] {
-        isMounting = false;
-        const Result result = worker.result();
-        startNext();
-        emit mounted(result);
-    });
 }
 
 FileMounter::~FileMounter()
 {
-    worker.disconnect(this);
-    worker.waitForFinished();
+    if (worker.joinable())
+        worker.join();
 }
 
 void FileMounter::mount(const QStringList& files)
@@ -124,7 +119,23 @@ void FileMounter::startNext()
     if (isMounting || waiting.isEmpty())
         return;
     isMounting = true;
-    worker.setFuture(QtConcurrent::run(mountFiles, std::exchange(waiting, {}), repository));
+    if (worker.joinable())
+        worker.join(); // it has told its result, which is all that it does
+    const QPointer<FileMounter> self(this);
+    worker = std::thread([self, files = std::exchange(waiting, {}), attributes = repository] {
+        const Result result = mountFiles(files, attributes);
+        Utilities::postToGuiThread([self, result] {
+            if (self)
+                self->finish(result);
+        });
+    });
+}
+
+void FileMounter::finish(const Result& result)
+{
+    isMounting = false;
+    startNext();
+    emit mounted(result);
 }
 
 QString FileMounter::mountName(const QString& file, Repository& repository)

@@ -2,11 +2,11 @@
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
-#include <QFutureWatcher>
 #include <QObject>
 #include <QStringList>
 
 #include <memory>
+#include <thread>
 
 namespace Vantry {
 
@@ -43,10 +43,11 @@ signals:
 
 private:
     void startNext();
+    void finish(const Result& result);
 
     std::shared_ptr<Repository> repository;
     QStringList waiting;
-    QFutureWatcher<Result> worker;
+    std::thread worker;
     bool isMounting = false; // until its result is told, which is later than until it is there
 };
 
