@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLibraryInfo>
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -27,6 +28,13 @@ const QString goodPlugin = QStringLiteral(VANTRY_MODULE);
 QString faultyPlugin(const char* name)
 {
     return QStringLiteral(FAULTY_PLUGINS) + QLatin1String(name) + QLatin1String(".so");
+}
+
+// One of Qt, which is as good a library.
+QString foreignPlugin()
+{
+    const QDir folder(QLibraryInfo::location(QLibraryInfo::PluginsPath) + QLatin1String("/imageformats"));
+    return folder.filePath(folder.entryList({QStringLiteral("*.so")}).value(0));
 }
 
 QByteArray contentOf(const QString& fileName)
@@ -66,7 +74,7 @@ private slots:
         // What is behind the code and data does no harm when it is missing, so the cuts are near the start.
         row("one page", good.left(4096), "damaged|cannot be loaded");
         row("some pages", good.left(65536), "damaged|cannot be loaded");
-        row("another library", contentOf(QStringLiteral(VANTRY_LIBRARY)), "loadApplicationIdentifier");
+        row("another library", contentOf(foreignPlugin()), "loadApplicationIdentifier");
         row("aborts", contentOf(faultyPlugin("aborts_when_loaded")), "damaged: .*signal 6");
         row("exits as if all were well", contentOf(faultyPlugin("exits_when_loaded")), "damaged: .* code 0");
         row("offers nothing", contentOf(faultyPlugin("offers_nothing")), "no application");
