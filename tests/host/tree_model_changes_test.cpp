@@ -74,6 +74,12 @@ private slots:
         counts.ask({});
         TreeWriter writer(repository, {}, 3, nameCount, depth);
         QRandomGenerator random(9);
+        const auto lookAtTimes = [&](const QModelIndex& parent) {
+            if (random.bounded(2) == 0)
+                QVERIFY(model.index(0, 0, parent).isValid() == (model.rowCount(parent) > 0));
+        };
+        connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, this, lookAtTimes);
+        connect(&model, &QAbstractItemModel::rowsAboutToBeRemoved, this, lookAtTimes);
         for (int round = 0; round < 60; ++round) {
             for (int many = random.bounded(200); many > 0; --many)
                 writer.changeOnce();
@@ -255,6 +261,20 @@ private slots:
                  text("x.n2000.value"));
         QVERIFY(view.selectionModel()->isSelected(view.currentIndex()));
         QCOMPARE(topPath(), text("x.n2000"));
+    }
+
+    void rowsThatStayKeepTheirIndexes()
+    {
+        for (const char* path : {"a.x", "b.y", "c.x", "d.y", "e.x"})
+            create(text(path), 1);
+        AttributeTreeViewModel model;
+        model.resetModel(text("*.x"));
+        const QPersistentModelIndex kept = model.indexFromPath(text("c.x"));
+        create(text("b.x"), 1); // both lead there from now on, on either side of what stays
+        create(text("d.x"), 1);
+        QTRY_COMPARE(model.rowCount(), 5);
+        QCOMPARE(modelText(model), freshText(text("*.x")));
+        QCOMPARE(model.pathFromIndex(kept), text("c.x"));
     }
 
     void readingAgainChangesOnlyWhatDiffers()

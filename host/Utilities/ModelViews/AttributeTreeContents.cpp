@@ -58,13 +58,10 @@ AttributeTreeItem& AttributeTreeContents::children(const AttributeTreeNode& node
         auto item = std::make_unique<AttributeTreeItem>(node.holder, quint32(child.serial), path,
                                                         isComplete(node, path));
         QVector<ChildInformation> shown = shownChildren(path, item->isComplete());
-        if (child.count >= 0 && child.count != shown.size()) {
-            // The number that was told holds until the next change of rows; rows without a name wait for
-            // theirs.
+        // The number that was told holds until the change that is on its way here is followed; rows that are
+        // too many have no name until then.
+        if (child.count >= 0)
             shown.resize(child.count);
-            stalePaths.insert(path);
-            listener.foundStale();
-        }
         item->insert(0, shown);
         child.item = std::move(item);
     }
