@@ -7,9 +7,8 @@
 
 namespace Utilities::ModelViews {
 
-// An attribute's value as one line for people: lists joined by ",", numbers in their shortest exact form,
-// dates and times as in ISO 8601, bytes as their text where they are text and in hexadecimal digits
-// otherwise. Line ends and other control characters are shown by signs of their own; what is longer than a
+// An attribute's value as one line for people: lists joined by ",", everything else as FrameworkCore::Values
+// writes it. Line ends and other control characters are shown by signs of their own; what is longer than a
 // cell can show ends in an ellipsis. Empty for an invalid value.
 VANTRY_HOST_EXPORT QString attributeValueText(const QVariant& value);
 
