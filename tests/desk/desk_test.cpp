@@ -79,7 +79,7 @@ private slots:
     void opensItsFilesOnTheAttributePage()
     {
         openPlant();
-        QCOMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
         QCOMPARE(desk->window->windowTitle(), QStringLiteral("plant.json"));
         desk->window->openFiles({folder->path("limits.ini")});
         QTRY_VERIFY(desk->item(QStringLiteral("limits.oven.maximum")).isValid());
@@ -187,7 +187,7 @@ private slots:
         QApplication::sendEvent(desk->window.get(), &drop);
         QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
         QVERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
-        QCOMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
     }
 
     void remembersHowItWasLeft()
