@@ -75,12 +75,9 @@ void AttributeTreeChanges::deliverInTime()
         deliverNow();
 }
 
-bool AttributeTreeChanges::event(QEvent* event)
+void AttributeTreeChanges::customEvent(QEvent*)
 {
-    if (event->type() != QEvent::User)
-        return QObject::event(event);
     deliverInTime();
-    return true;
 }
 
 void AttributeTreeChanges::timerEvent(QTimerEvent* event)

@@ -31,7 +31,7 @@ public:
     void deliverNow();
 
 protected:
-    bool event(QEvent* event) override;
+    void customEvent(QEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
