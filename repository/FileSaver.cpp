@@ -97,8 +97,9 @@ bool sameFile(const struct stat& a, const struct stat& b)
 class Save
 {
 public:
-    Save(FileOps& fileOps, const Location& where, const std::string& content, SaveFileResult& saveResult)
-        : ops(fileOps), location(where), bytes(content), result(saveResult),
+    Save(FileOps& fileOps, const Location& where, const std::string& content, const MergeContent& merging,
+         SaveFileResult& saveResult)
+        : ops(fileOps), location(where), bytes(content), merge(merging), result(saveResult),
           folder(ops, ops.open(location.folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
     }
@@ -112,6 +113,8 @@ public:
             error = examine(stamp);
         if (error.empty() && !unchanged)
             error = replace();
+        if (error.empty())
+            result.stamp = stampOf(bytes);
         return error;
     }
 
@@ -140,15 +143,30 @@ private:
         unchanged = found == bytes;
         if (unchanged)
             return {};
-        if (stampOf(found) != stamp)
-            return stamp.exists ? "another program has changed it since it was read"
-                                : "another program has created it meanwhile";
+        error = takeIn(found, stamp);
+        if (!error.empty() || unchanged)
+            return error;
         if (ops.accessAt(folder.get(), location.name, W_OK) != 0)
             return "it is not writable: " + systemReason();
         if (status.st_nlink > 1)
             return "it has " + std::to_string(status.st_nlink) +
                    " names (hard links), which replacing it would part";
         return {};
+    }
+
+    // Reconciles what is to be written with what the file holds.
+    std::string takeIn(const std::string& found, const FileStamp& stamp)
+    {
+        const FileStamp now = stampOf(found);
+        if (now == stamp)
+            return {};
+        if (!merge)
+            return stamp.exists ? "another program has changed it since it was read"
+                                : "another program has created it meanwhile";
+        MergedContent merged = merge(found, now);
+        bytes = std::move(merged.bytes);
+        unchanged = found == bytes;
+        return merged.refusal;
     }
 
     std::string replace()
@@ -176,7 +194,8 @@ private:
 
     FileOps& ops; // not owned
     const Location& location;
-    const std::string& bytes;
+    std::string bytes;
+    const MergeContent& merge;
     SaveFileResult& result;
     FileDescriptor folder;
     std::optional<FileDescriptor> original; // none for a new file
@@ -208,14 +227,14 @@ ReadFileResult FileSaver::read(const std::string& path) const
     return result;
 }
 
-SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes,
-                               const FileStamp& stamp) const
+SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
+                               const MergeContent& merge) const
 {
     SaveFileResult result;
     const Location location = locate(ops, path);
     std::string error = location.error;
     if (error.empty())
-        error = Save(ops, location, bytes, result).run(stamp);
+        error = Save(ops, location, bytes, merge, result).run(stamp);
     if (!error.empty()) {
         result.error = path + " is not saved: " + error;
         result.warning.clear();
@@ -223,7 +242,6 @@ SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes
     }
     if (!result.warning.empty())
         result.warning = path + ": " + result.warning;
-    result.stamp = stampOf(bytes);
     return result;
 }
 

@@ -2,6 +2,7 @@
 
 #include "repository/FileOps.h"
 
+#include <functional>
 #include <string>
 
 namespace Repository {
@@ -41,6 +42,17 @@ struct SaveFileResult
     bool ok() const { return error.empty(); }
 };
 
+// What is to be written over a file that another program has changed, or why nothing may be.
+struct MergedContent
+{
+    std::string bytes;
+    std::string refusal; // empty when there is none
+};
+
+// Given what the file holds now and its stamp. Called with the file's folder locked, so that nothing comes
+// between the answer and the writing.
+using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
+
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
 // there whole. The new content goes into a second file in the same folder that takes over the old one's
 // owner, mode and extended attributes and then its name. Links are followed; only regular files are replaced.
@@ -52,9 +64,11 @@ public:
 
     ReadFileResult read(const std::string& path) const;
 
-    // Refused when the file is no longer what the stamp says, except when it holds these very bytes already;
-    // then, as with bytes that have not changed, nothing is touched. A file that was missing is created.
-    SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp) const;
+    // When the file is no longer what the stamp says, merge tells what to write instead; without one the save
+    // is refused. A file that holds already what is to be written is not touched. A file that was missing is
+    // created; one that has gone since is a refusal.
+    SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
+                        const MergeContent& merge = {}) const;
 
     // Temporary files begin with this, after a save that was killed.
     static constexpr const char* temporaryPrefix = ".vantry-";

@@ -32,6 +32,25 @@ public:
 
     // Empty when there is no backend of that name.
     virtual std::shared_ptr<BackendInformationInterface> getBackendInformation(const QString& name) = 0;
+
+    // Reads the backend's file anew. Edits are kept; where the file has changed what was edited, they are a
+    // conflict (see ChangesInterface). False when the file cannot be read or parsed; nothing changes then. A
+    // repository that does not override it reloads nothing.
+    virtual bool reloadBackend(const QString& name)
+    {
+        Q_UNUSED(name)
+        return false;
+    }
+
+    // Takes the backend and its attributes out of the tree and leaves its file alone; watchers hear
+    // "removed". Other backends that are mounted below it stay. False when there are unsaved changes that are
+    // not to be discarded. A repository that does not override it closes nothing.
+    virtual bool closeBackend(const QString& name, bool discardChanges)
+    {
+        Q_UNUSED(name)
+        Q_UNUSED(discardChanges)
+        return false;
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

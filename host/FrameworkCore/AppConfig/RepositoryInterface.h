@@ -3,7 +3,10 @@
 #include "host/FrameworkCore/AppConfig/AttributeReaderInterface.h"
 #include "host/FrameworkCore/AppConfig/AttributeWriterInterface.h"
 #include "host/FrameworkCore/AppConfig/BackendInterface.h"
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+#include "host/FrameworkCore/AppConfig/HistoryInterface.h"
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
+#include "host/FrameworkCore/AppConfig/TransferInterface.h"
 #include "host/FrameworkCore/AppConfig/TreeInterface.h"
 #include "host/FrameworkCore/AppConfig/ValidationInterface.h"
 
@@ -35,6 +38,9 @@ public:
     virtual std::shared_ptr<ValidationInterface> getValidationInterface() = 0;
 
     virtual std::shared_ptr<TreeInterface> getTreeInterface() { return {}; }
+    virtual std::shared_ptr<ChangesInterface> getChangesInterface() { return {}; }
+    virtual std::shared_ptr<HistoryInterface> getHistoryInterface() { return {}; }
+    virtual std::shared_ptr<TransferInterface> getTransferInterface() { return {}; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

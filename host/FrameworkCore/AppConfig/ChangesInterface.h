@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/CoreExport.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <QVector>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// One difference between a backend's file, as it was read or saved last, and its attributes.
+struct UnsavedChange
+{
+    enum class Kind { Changed, Created, Removed };
+
+    QString path;
+    Kind kind = Kind::Changed;
+    QVariant before;         // in the file; invalid for a created one, and in a write-only backend
+    QVariant after;          // in the tree; invalid for a removed one, and in a write-only backend
+    bool isConflict = false; // the file has changed it, too, since it was edited; before is what it holds now
+};
+
+// Whose value a conflict is resolved to: the one of the tree, or the one of the file.
+enum class ConflictSide { Mine, Theirs };
+
+// What the files of backends do not hold yet. Any thread; refusals are logged with their reason.
+class VANTRY_CORE_EXPORT ChangesInterface
+{
+public:
+    virtual ~ChangesInterface() = default;
+
+    // Backends with unsaved changes, in the order of their creation. Cheap enough to be asked often.
+    virtual QStringList getEditedBackends() const = 0;
+
+    // The changes of a backend in the order of its file; removed ones first. A file that is gone while it is
+    // mounted is one conflict at the backend's root. Its cost grows with the size of the file.
+    virtual QVector<UnsavedChange> getUnsavedChanges(const QString& backend) const = 0;
+
+    // What saving would change in the file, as a unified diff with three lines of context; empty without
+    // changes and for a write-only backend.
+    virtual QString getUnsavedDiff(const QString& backend) const = 0;
+
+    // Gives the node and all below it the values that its file holds, which also resolves their conflicts; a
+    // backend's root reverts the whole backend. Watchers are told.
+    virtual StatusCode revert(const QString& path) = 0;
+
+    // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs
+    // reverts them. NotFound where there is no conflict.
+    virtual StatusCode resolveConflicts(const QString& path, ConflictSide side) = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces

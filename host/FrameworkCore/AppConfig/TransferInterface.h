@@ -1,0 +1,35 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/CoreExport.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// Whole subtrees at once: within the tree, between backends of different formats, and to and from texts. Each
+// operation is one step of undo, and all or nothing: when one attribute is refused, nothing has changed, and
+// the log says which one and why. Attributes that must not be read are left out. Any thread.
+class VANTRY_CORE_EXPORT TransferInterface
+{
+public:
+    virtual ~TransferInterface() = default;
+
+    // Copies the node and all below it; `to` is the path of the copy. AlreadyExists when there is a node at
+    // `to`, InvalidPath when it lies at or below `from`.
+    virtual StatusCode copyTree(const QString& from, const QString& to) = 0;
+
+    // Gives the node and all below it another path. Refused as copyTree and removeTree are.
+    virtual StatusCode moveTree(const QString& from, const QString& to) = 0;
+
+    // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; the type
+    // marks are those of such files. The empty path exports everything but what is the repository's own.
+    virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
+
+    // Creates the attributes of such a text below `path`; those that exist already are written. A text that
+    // is none of that type gives BackendFailure, with line, column and reason in the log.
+    virtual StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) = 0;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces
