@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/documents/IniScanner.h"
+#include "repository/documents/TextEncoding.h"
 
 #include <optional>
 #include <string>
@@ -18,7 +19,6 @@ constexpr int deepestIniSection = 500;
 bool isIniTooDeep(std::string_view sectionName);
 
 // The bytes that tell the encoding at the front of a file.
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 bool beginsLikeWideText(std::string_view text); // UTF-16 and UTF-32
 bool beginsLikeMark(std::string_view text);     // UTF-8 too
 

@@ -1,0 +1,262 @@
+#include "repository/documents/TextEncoding.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/TextPosition.h"
+
+namespace Repository::Documents {
+
+namespace {
+
+using Kind = TextEncoding::Kind;
+using namespace std::string_view_literals;
+
+constexpr std::string_view littleMark = "\xFF\xFE"sv;
+constexpr std::string_view bigMark = "\xFE\xFF"sv;
+constexpr std::string_view littleWideMark = "\xFF\xFE\0\0"sv; // of UTF-32
+constexpr std::string_view bigWideMark = "\0\0\xFE\xFF"sv;
+
+bool beginsWith(std::string_view text, std::string_view front)
+{
+    return text.substr(0, front.size()) == front;
+}
+
+bool isHighHalf(char32_t c)
+{
+    return c >= 0xD800 && c <= 0xDBFF;
+}
+
+bool isLowHalf(char32_t c)
+{
+    return c >= 0xDC00 && c <= 0xDFFF;
+}
+
+void appendUtf8(std::string& text, char32_t c)
+{
+    const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (c < 0x80) {
+        add(c);
+        return;
+    }
+    if (c < 0x800) {
+        add(0xC0 | c >> 6);
+    } else {
+        if (c < 0x10000) {
+            add(0xE0 | c >> 12);
+        } else {
+            add(0xF0 | c >> 18);
+            add(0x80 | (c >> 12 & 0x3F));
+        }
+        add(0x80 | (c >> 6 & 0x3F));
+    }
+    add(0x80 | (c & 0x3F));
+}
+
+struct Character
+{
+    char32_t code = 0;
+    std::size_t length = 0; // in bytes of the text; 0 where there is no character
+};
+
+// The character, or half of one, at the front of the text.
+Character characterAt(std::string_view text)
+{
+    const auto byteAt = [text](std::size_t at) -> char32_t { return static_cast<unsigned char>(text[at]); };
+    const std::size_t length = FrameworkCore::Values::utf8Length(text);
+    switch (length) {
+    case 1:
+        return {byteAt(0), 1};
+    case 2:
+        return {(byteAt(0) & 0x1F) << 6 | (byteAt(1) & 0x3F), 2};
+    case 4:
+        return {(byteAt(0) & 0x07) << 18 | (byteAt(1) & 0x3F) << 12 | (byteAt(2) & 0x3F) << 6 |
+                    (byteAt(3) & 0x3F),
+                4};
+    default:
+        break;
+    }
+    const bool half = length == 0 && text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 &&
+                      byteAt(1) <= 0xBF && byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
+    if (length != 3 && !half)
+        return {};
+    return {(byteAt(0) & 0x0F) << 12 | (byteAt(1) & 0x3F) << 6 | (byteAt(2) & 0x3F), 3};
+}
+
+std::string decodeUtf16(std::string_view bytes, bool bigEnd)
+{
+    const auto unitAt = [bytes, bigEnd](std::size_t at) {
+        const char32_t first = static_cast<unsigned char>(bytes[at]);
+        const char32_t second = static_cast<unsigned char>(bytes[at + 1]);
+        return bigEnd ? first << 8 | second : second << 8 | first;
+    };
+    std::string text;
+    text.reserve(bytes.size());
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+        char32_t unit = unitAt(at);
+        if (isHighHalf(unit) && at + 3 < bytes.size() && isLowHalf(unitAt(at + 2))) {
+            unit = 0x10000 + ((unit - 0xD800) << 10) + (unitAt(at + 2) - 0xDC00);
+            at += 2;
+        }
+        appendUtf8(text, unit);
+    }
+    return text;
+}
+
+std::string decodeLatin1(std::string_view bytes)
+{
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    for (const char byte : bytes)
+        appendUtf8(text, static_cast<unsigned char>(byte));
+    return text;
+}
+
+void appendUnit(std::string& bytes, char32_t unit, bool bigEnd)
+{
+    const char high = static_cast<char>(static_cast<unsigned char>(unit >> 8));
+    const char low = static_cast<char>(static_cast<unsigned char>(unit));
+    bytes += bigEnd ? high : low;
+    bytes += bigEnd ? low : high;
+}
+
+void appendUtf16(std::string& bytes, std::string_view text, bool bigEnd)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        if (c.code >= 0x10000) {
+            appendUnit(bytes, 0xD7C0 + (c.code >> 10), bigEnd);
+            appendUnit(bytes, 0xDC00 + (c.code & 0x3FF), bigEnd);
+        } else {
+            appendUnit(bytes, c.code, bigEnd);
+        }
+        at += c.length ? c.length : 1;
+    }
+}
+
+void appendLatin1(std::string& bytes, std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        bytes += static_cast<char>(static_cast<unsigned char>(c.code));
+        at += c.length ? c.length : 1;
+    }
+}
+
+std::string_view nameOf(Kind kind)
+{
+    return kind == Kind::Latin1 ? "Latin-1" : "UTF-16";
+}
+
+} // namespace
+
+Outcome TextEncoding::decode(std::string& bytes, Rules rules)
+{
+    if (beginsWith(bytes, littleWideMark) || beginsWith(bytes, bigWideMark))
+        return {"the text is UTF-32; save it as UTF-8 to have it read", 1, 1};
+    const bool bigEnd = beginsWith(bytes, bigMark);
+    if (bigEnd || beginsWith(bytes, littleMark)) {
+        if (!rules.utf16)
+            return {"the text is UTF-16; save it as UTF-8 to have it read", 1, 1};
+        std::string text = decodeUtf16(std::string_view(bytes).substr(littleMark.size()), bigEnd);
+        if (bytes.size() % 2 != 0) {
+            const TextPosition position = positionOf(text, text.size());
+            return {"the UTF-16 text ends in the middle of a character", position.line, position.column};
+        }
+        kind = bigEnd ? Kind::Utf16Be : Kind::Utf16Le;
+        bytes = std::move(text);
+    } else if (beginsWith(bytes, utf8Mark)) {
+        kind = Kind::Utf8WithMark;
+        bytes.erase(0, utf8Mark.size());
+    } else if (rules.latin1) {
+        kind = Kind::Latin1;
+        bytes = decodeLatin1(bytes);
+    } else {
+        kind = Kind::Utf8;
+    }
+    return {};
+}
+
+std::string TextEncoding::encode(std::string text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark) {
+        text.insert(0, mark());
+        return text;
+    }
+    std::string bytes(mark());
+    if (kind == Kind::Latin1) {
+        bytes.reserve(text.size());
+        appendLatin1(bytes, text);
+    } else {
+        bytes.reserve(mark().size() + 2 * text.size());
+        appendUtf16(bytes, text, kind == Kind::Utf16Be);
+    }
+    return bytes;
+}
+
+std::string TextEncoding::findRefusal(std::string_view text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+        return {};
+    char32_t before = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        if (c.length == 0)
+            return "the file is " + std::string(nameOf(kind)) +
+                   ", which has no place for bytes that are no characters";
+        if (kind == Kind::Latin1 && c.code > 0xFF)
+            return "the file is Latin-1, which has no \"" + std::string(text.substr(at, c.length)) + '"';
+        if (isHighHalf(before) && isLowHalf(c.code))
+            return "the file is UTF-16, where these two halves would become one character";
+        before = c.code;
+        at += c.length;
+    }
+    return {};
+}
+
+bool TextEncoding::mayBegin(std::string_view text) const
+{
+    switch (kind) {
+    case Kind::Utf8WithMark:
+    case Kind::Utf16Be:
+        return true;
+    case Kind::Utf16Le:
+        return text.empty() || text.front() != '\0';
+    case Kind::Latin1:
+        return !beginsWith(text, "\u00FF\u00FE") && !beginsWith(text, "\u00FE\u00FF") &&
+               !beginsWith(text, "\u00EF\u00BB\u00BF") && !beginsWith(text, "\0\0\u00FE\u00FF"sv);
+    case Kind::Utf8:
+        break;
+    }
+    return !beginsWith(text, utf8Mark) && !beginsWith(text, littleMark) && !beginsWith(text, bigMark) &&
+           !beginsWith(text, bigWideMark);
+}
+
+std::size_t TextEncoding::sizeOf(std::string_view text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+        return text.size();
+    std::size_t size = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        size += kind == Kind::Latin1 ? 1 : (c.code >= 0x10000 ? 4 : 2);
+        at += c.length ? c.length : 1;
+    }
+    return size;
+}
+
+std::string_view TextEncoding::mark() const
+{
+    switch (kind) {
+    case Kind::Utf8WithMark:
+        return utf8Mark;
+    case Kind::Utf16Le:
+        return littleMark;
+    case Kind::Utf16Be:
+        return bigMark;
+    case Kind::Utf8:
+    case Kind::Latin1:
+        break;
+    }
+    return {};
+}
+
+} // namespace Repository::Documents
