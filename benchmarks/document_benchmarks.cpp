@@ -1,0 +1,113 @@
+#include "benchmarks/SampleFiles.h"
+#include "repository/AttributeRepository.h"
+
+#include <QFile>
+#include <QString>
+#include <QVariant>
+
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <unistd.h>
+
+// A file becomes live attributes: createBackend from the name of the file to a tree that can be read, written
+// and watched. And one edit of a large file reaches the disk. The floor of saving is a new file with the same
+// bytes, made durable.
+
+namespace {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::BackendConfiguration;
+using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+const QString backendName = QStringLiteral("sample");
+
+bool mount(const std::shared_ptr<RepositoryInterface>& repository, const QString& format, int keyCount)
+{
+    const BackendConfiguration configuration{SampleFiles::instance().file(format, keyCount), QString(),
+                                             AccessMode::ReadWrite};
+    return repository->getBackendInterface()->createBackend(format, backendName, configuration, 2);
+}
+
+// Keeps the run honest: a tree without the file's attributes is not the tree that is meant.
+bool holdsSamples(const std::shared_ptr<RepositoryInterface>& repository, const QString& format, int keyCount)
+{
+    for (const int key : {0, keyCount / 2 + 1, keyCount - 1}) {
+        QVariant value;
+        const QString path = backendName + QLatin1Char('.') + samplePath(format, key);
+        if (repository->getReaderInterface()->readAttributeValue(path, value, 0) != 0 || !value.isValid())
+            return false;
+    }
+    return true;
+}
+
+void load(benchmark::State& state, const char* formatName)
+{
+    const QString format = QLatin1String(formatName);
+    const int keyCount = int(state.range(0));
+    SampleFiles::instance().file(format, keyCount);
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        auto repository = Repository::AttributeRepository::create();
+        state.ResumeTiming();
+        const bool isMounted = mount(repository, format, keyCount);
+        state.PauseTiming();
+        if (!isMounted || !holdsSamples(repository, format, keyCount))
+            state.SkipWithError("the file did not become attributes");
+        repository.reset();
+        malloc_trim(0);
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * keyCount);
+}
+
+void saveOneEdit(benchmark::State& state, const char* formatName)
+{
+    const QString format = QLatin1String(formatName);
+    const int keyCount = int(state.range(0));
+    const std::shared_ptr<RepositoryInterface> repository = Repository::AttributeRepository::create();
+    if (!mount(repository, format, keyCount)) {
+        state.SkipWithError("the file did not become attributes");
+        return;
+    }
+    const QString path = backendName + QLatin1Char('.') + samplePath(format, keyCount / 2 + 1);
+    int value = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        ++value;
+        const bool isWritten = repository->getWriterInterface()->writeAttributeValue(path, value, 15) == 0;
+        if (!isWritten || !repository->getBackendInterface()->saveBackend(backendName))
+            state.SkipWithError("the edit was not saved");
+    }
+}
+
+void writeAndSync(benchmark::State& state, const char* formatName)
+{
+    const QByteArray& bytes = SampleFiles::instance().text(QLatin1String(formatName), int(state.range(0)));
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        const QString name = SampleFiles::instance().freshName();
+        state.ResumeTiming();
+        QFile file(name);
+        const bool isWritten = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                               file.write(bytes) == bytes.size() && fsync(file.handle()) == 0;
+        file.close();
+        state.PauseTiming();
+        if (!isWritten)
+            state.SkipWithError("the file was not written");
+        file.remove();
+        state.ResumeTiming();
+    }
+}
+
+void size(benchmark::internal::Benchmark* row)
+{
+    row->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+}
+
+BENCHMARK_CAPTURE(load, json, "json")->Name("Documents/LoadJson")->Apply(size);
+BENCHMARK_CAPTURE(load, ini, "ini")->Name("Documents/LoadIni")->Apply(size);
+BENCHMARK_CAPTURE(writeAndSync, json, "json")->Name("Floor/WriteAndSync/Json")->Apply(size);
+BENCHMARK_CAPTURE(saveOneEdit, json, "json")->Name("Documents/SaveOneEdit/Json")->Apply(size);
+BENCHMARK_CAPTURE(writeAndSync, ini, "ini")->Name("Floor/WriteAndSync/Ini")->Apply(size);
+BENCHMARK_CAPTURE(saveOneEdit, ini, "ini")->Name("Documents/SaveOneEdit/Ini")->Apply(size);
+
+} // namespace
