@@ -12,11 +12,6 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-bool endsLine(std::string_view text)
-{
-    return text.empty() || text.back() == '\n' || text.back() == '\r';
-}
-
 Outcome refused(std::string reason)
 {
     return {std::move(reason), 0, 0};
@@ -25,11 +20,11 @@ Outcome refused(std::string reason)
 // The separator with one blank where the file has any.
 std::string plainSeparator(std::string_view separator)
 {
-    const std::string_view mark = trimIniBlanks(separator);
+    const std::string_view mark = trimBlanks(separator);
     std::string plain(mark);
-    if (!separator.empty() && isIniBlank(separator.front()))
+    if (!separator.empty() && isBlank(separator.front()))
         plain.insert(0, 1, ' ');
-    if (!separator.empty() && isIniBlank(separator.back()))
+    if (!separator.empty() && isBlank(separator.back()))
         plain += ' ';
     return plain;
 }

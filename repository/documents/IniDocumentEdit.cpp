@@ -64,7 +64,7 @@ std::size_t behindLastBlank(std::string_view gap)
     for (std::size_t at = 0; at < gap.size();) {
         const TextLine line = textLineAt(gap, at);
         at = line.end;
-        if (trimIniBlanks(line.content).empty())
+        if (trimBlanks(line.content).empty())
             behind = at;
     }
     return behind;
@@ -187,7 +187,7 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
     draft += key;
     draft += follow ? alignedSeparator(sibling->line, key) : style.separator;
     const bool empty = value.type == Type::String && std::get<std::string>(value.data).empty();
-    while (empty && isIniBlank(draft.back()))
+    while (empty && isBlank(draft.back()))
         draft.pop_back();
     draft += style.lineEnd;
     const std::optional<IniLine> line = scanSingle(draft);

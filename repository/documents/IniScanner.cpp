@@ -8,19 +8,6 @@ namespace {
 
 constexpr std::size_t none = std::string_view::npos;
 
-std::size_t indentOf(std::string_view content)
-{
-    std::size_t indent = 0;
-    while (indent < content.size() && isIniBlank(content[indent]))
-        ++indent;
-    return indent;
-}
-
-bool isBlankLine(std::string_view content)
-{
-    return indentOf(content) == content.size();
-}
-
 bool isWordCharacter(char c)
 {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -53,8 +40,7 @@ std::size_t inlineComment(std::string_view content, std::size_t from)
             continue;
         }
         const bool mark = content[at] == ';' || content[at] == '#';
-        if (mark && at > 0 && isIniBlank(content[at - 1]) && at + 1 < content.size() &&
-            isIniBlank(content[at + 1]))
+        if (mark && at > 0 && isBlank(content[at - 1]) && at + 1 < content.size() && isBlank(content[at + 1]))
             return at;
         ++at;
     }
@@ -75,7 +61,7 @@ std::size_t findSeparator(std::string_view content)
     const std::size_t colon = findColon(content.substr(0, equals));
     if (equals == none || colon == none)
         return std::min(equals, colon);
-    return isIniBlank(content[colon + 1]) ? colon : equals;
+    return isBlank(content[colon + 1]) ? colon : equals;
 }
 
 // A section's name ends at the first "]" behind which there is nothing but blanks or a comment, so that names
@@ -83,7 +69,7 @@ std::size_t findSeparator(std::string_view content)
 std::size_t findHeaderEnd(std::string_view content, std::size_t open)
 {
     for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
-        const std::string_view behind = trimIniBlanks(content.substr(close + 1));
+        const std::string_view behind = trimBlanks(content.substr(close + 1));
         if (behind.empty() || isIniComment(behind))
             return close;
     }
@@ -102,7 +88,7 @@ bool goesOnBehindBackslash(std::string_view content, std::string_view next)
         return true;
     if (isHeader(next))
         return false;
-    const bool blankBefore = content.size() < 2 || isIniBlank(content[content.size() - 2]);
+    const bool blankBefore = content.size() < 2 || isBlank(content[content.size() - 2]);
     return blankBefore || findSeparator(next) == none;
 }
 
@@ -132,10 +118,10 @@ void placeValue(IniLine& line, std::string_view content, std::size_t separator, 
 {
     const std::size_t comment = keepComment ? content.size() : inlineComment(content, separator + 1);
     std::size_t begin = separator + 1;
-    while (begin < comment && isIniBlank(content[begin]))
+    while (begin < comment && isBlank(content[begin]))
         ++begin;
     std::size_t end = comment;
-    while (end > begin && isIniBlank(content[end - 1]))
+    while (end > begin && isBlank(content[end - 1]))
         --end;
     if (begin == end) {
         const bool blank = separator + 1 < comment && (comment == content.size() || separator + 2 < comment);
@@ -159,38 +145,10 @@ std::string_view lastContent(const IniLine& line)
 
 } // namespace
 
-bool isIniBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\v' || c == '\f';
-}
-
-std::string_view trimIniBlanks(std::string_view text)
-{
-    text.remove_prefix(indentOf(text));
-    while (!text.empty() && isIniBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 bool isIniComment(std::string_view line)
 {
     const std::size_t begin = indentOf(line);
     return begin < line.size() && (line[begin] == ';' || line[begin] == '#');
-}
-
-TextLine textLineAt(std::string_view text, std::size_t begin)
-{
-    const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
-    const bool pair = text.substr(end, 2) == "\r\n";
-    return {text.substr(begin, end - begin), std::min(text.size(), end + (pair ? 2 : 1))};
-}
-
-bool endsInBackslash(std::string_view content)
-{
-    std::size_t count = 0;
-    while (count < content.size() && content[content.size() - 1 - count] == '\\')
-        ++count;
-    return count % 2 == 1;
 }
 
 std::optional<IniLine> IniScanner::next()
@@ -253,7 +211,7 @@ IniLine IniScanner::takeEntry()
     const std::size_t separator = findSeparator(first.content.substr(0, comment));
     line.separated = separator != none;
     std::size_t keyEnd = std::min(separator, comment);
-    while (keyEnd > line.keyBegin && isIniBlank(first.content[keyEnd - 1]))
+    while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
         --keyEnd;
     line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
 
@@ -273,7 +231,7 @@ IniLine IniScanner::takeEntry()
         content = further.content;
         gap = Gap();
         line.continued = true;
-        const std::string_view trimmed = trimIniBlanks(content);
+        const std::string_view trimmed = trimBlanks(content);
         valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - begin;
         position = further.end;
     }

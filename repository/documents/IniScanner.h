@@ -1,5 +1,7 @@
 #pragma once
 
+#include "repository/documents/TextLine.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -74,19 +76,6 @@ std::optional<IniLine> scanSingle(std::string&& text) = delete;
 // part the two.
 bool wouldSwallow(const IniLine& above, const IniLine& below, bool gapBetween);
 
-bool isIniBlank(char c);
-std::string_view trimIniBlanks(std::string_view text);
 bool isIniComment(std::string_view line);
-
-// A line of the text without its line end, and where the next one begins. Lines end at "\n", "\r\n" or "\r".
-struct TextLine
-{
-    std::string_view content;
-    std::size_t end = 0;
-};
-TextLine textLineAt(std::string_view text, std::size_t begin);
-
-// True for a line whose last character is a backslash that is not itself written by one before it.
-bool endsInBackslash(std::string_view content);
 
 } // namespace Repository::Documents

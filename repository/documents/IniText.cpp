@@ -24,18 +24,18 @@ std::string joinLines(std::string_view lines)
 {
     const TextLine first = textLineAt(lines, 0);
     std::string joined;
-    std::string_view pending = trimIniBlanks(first.content);
+    std::string_view pending = trimBlanks(first.content);
     for (std::size_t at = first.end; at < lines.size();) {
         const TextLine further = textLineAt(lines, at);
         at = further.end;
         if (isIniComment(further.content))
             continue;
-        const std::string_view content = trimIniBlanks(further.content);
+        const std::string_view content = trimBlanks(further.content);
         if (!content.empty() && endsInBackslash(pending)) {
             const std::string_view before = withoutBackslash(pending);
             const bool indented = content.data() != further.content.data();
-            joined += trimIniBlanks(before);
-            if (indented || trimIniBlanks(before).size() < before.size())
+            joined += trimBlanks(before);
+            if (indented || trimBlanks(before).size() < before.size())
                 joined += ' ';
         } else {
             joined += pending;
@@ -71,15 +71,15 @@ std::vector<std::string> formsOf(const IniLine& entry, const Value& value, const
 // True where a value put into an empty place would stick to the separator though that has a blank before it.
 bool lacksBlank(const IniLine& entry)
 {
-    return entry.separated && entry.value().empty() && !isIniBlank(entry.text[entry.valueBegin - 1]) &&
-           entry.valueBegin > 1 && isIniBlank(entry.text[entry.valueBegin - 2]);
+    return entry.separated && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
+           entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
 bool holds(const std::string& text, const IniLine& before, const Value& value)
 {
     const std::optional<IniLine> now = scanSingle(text);
     return now && now->kind == IniLine::Kind::Entry && now->indent == before.indent &&
-           now->key() == before.key() && trimIniBlanks(now->tail()) == trimIniBlanks(before.tail()) &&
+           now->key() == before.key() && trimBlanks(now->tail()) == trimBlanks(before.tail()) &&
            readIniValue(*now) == value;
 }
 

@@ -48,7 +48,7 @@ void JsonMembers::addAll(JsonNodeId container)
 {
     JsonNode& node = tree.node(container);
     if (node.kind == JsonKind::Object && node.count > 0) {
-        JsonIndex index = numberMembers(container);
+        HashIndex index = numberMembers(container);
         node.indexed = node.count > searchedCount;
         if (node.indexed)
             indexes.emplace(container, std::move(index));
@@ -58,9 +58,9 @@ void JsonMembers::addAll(JsonNodeId container)
 }
 
 // Finds the keys that an object has more than once.
-JsonIndex JsonMembers::numberMembers(JsonNodeId object)
+HashIndex JsonMembers::numberMembers(JsonNodeId object)
 {
-    JsonIndex index;
+    HashIndex index;
     std::string buffer;
     std::unordered_map<JsonNodeId, std::uint32_t> counts; // by the first member of a key
     for (JsonNodeId id = tree.node(object).first; id != noJsonNode; id = tree.node(id).next) {
@@ -93,7 +93,7 @@ void JsonMembers::buildIndex(JsonNodeId container)
         return;
     }
     std::string buffer;
-    JsonIndex& index = indexes[container];
+    HashIndex& index = indexes[container];
     for (JsonNodeId id = node.first; id != noJsonNode; id = tree.node(id).next)
         index.insert(hashOf(keyOf(id, buffer), ordinalOf(id)), id);
 }
@@ -133,7 +133,7 @@ void JsonMembers::removeMember(JsonNodeId member)
     std::string buffer;
     const JsonNodeId object = tree.node(member).parent;
     const std::string_view key = keyOf(member, buffer);
-    JsonIndex* const index = tree.node(object).indexed ? &indexes[object] : nullptr;
+    HashIndex* const index = tree.node(object).indexed ? &indexes[object] : nullptr;
     std::uint32_t ordinal = ordinalOf(member);
     if (index)
         index->erase(hashOf(key, ordinal), member);

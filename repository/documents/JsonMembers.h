@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/JsonIndex.h"
+#include "repository/documents/HashIndex.h"
 #include "repository/documents/JsonTree.h"
 
 #include <string>
@@ -9,6 +9,8 @@
 #include <vector>
 
 namespace Repository::Documents {
+
+static_assert(noJsonNode == HashIndex::none);
 
 // The key of the member that holds the own value of a node which has children too.
 constexpr std::string_view ownValueKey = "#value";
@@ -57,13 +59,13 @@ private:
     bool hasName(JsonNodeId member, std::string_view key, std::uint32_t ordinal) const;
     JsonNodeId findMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal) const;
     JsonNodeId findElement(JsonNodeId array, std::string_view name) const;
-    JsonIndex numberMembers(JsonNodeId object);
+    HashIndex numberMembers(JsonNodeId object);
     void buildIndex(JsonNodeId container);
     void removeMember(JsonNodeId member);
     void forgetIndex(JsonNodeId container);
 
     JsonTree& tree;
-    std::unordered_map<JsonNodeId, JsonIndex> indexes;                // of large objects
+    std::unordered_map<JsonNodeId, HashIndex> indexes;                // of large objects
     std::unordered_map<JsonNodeId, std::vector<JsonNodeId>> elements; // of large arrays
     std::unordered_map<JsonNodeId, std::uint32_t> ordinals;           // of repeated members, from 2
 };

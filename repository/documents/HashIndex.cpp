@@ -1,13 +1,19 @@
-#include "repository/documents/JsonIndex.h"
+#include "repository/documents/HashIndex.h"
 
 #include <utility>
 
 namespace Repository::Documents {
 
-void JsonIndex::insert(std::uint32_t hash, JsonNodeId node)
+void HashIndex::reserve(std::size_t nodes)
+{
+    if (nodes * 3 > slots.size() * 2)
+        rebuild(nodes);
+}
+
+void HashIndex::insert(std::uint32_t hash, std::uint32_t node)
 {
     if ((taken + 1) * 3 > slots.size() * 2)
-        rebuild();
+        rebuild(used + 1);
     std::size_t i = hash & mask();
     while (slots[i].state == State::Used)
         i = (i + 1) & mask();
@@ -16,7 +22,7 @@ void JsonIndex::insert(std::uint32_t hash, JsonNodeId node)
     ++used;
 }
 
-void JsonIndex::erase(std::uint32_t hash, JsonNodeId node)
+void HashIndex::erase(std::uint32_t hash, std::uint32_t node)
 {
     for (std::size_t i = hash & mask(); slots[i].state != State::Free; i = (i + 1) & mask()) {
         if (slots[i].state == State::Used && slots[i].node == node) {
@@ -27,10 +33,10 @@ void JsonIndex::erase(std::uint32_t hash, JsonNodeId node)
     }
 }
 
-void JsonIndex::rebuild()
+void HashIndex::rebuild(std::size_t nodes)
 {
     std::size_t size = 16;
-    while (size < (used + 1) * 3)
+    while (size < nodes * 3)
         size *= 2;
     const std::vector<Slot> old = std::exchange(slots, std::vector<Slot>(size));
     taken = used = 0;

@@ -1,32 +1,34 @@
 #pragma once
 
-#include "repository/documents/JsonNode.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace Repository::Documents {
 
-// Finds the members of one large object by the hash of their names: open addressing over node numbers, since
-// a map with a heap block for each member would be larger than the tree.
-class JsonIndex
+// Finds nodes by the hash of their names: open addressing over the numbers of nodes, since a map with a heap
+// block for each would be larger than the tree. The names stay with the nodes.
+class HashIndex
 {
 public:
-    void insert(std::uint32_t hash, JsonNodeId node);
-    void erase(std::uint32_t hash, JsonNodeId node);
+    static constexpr std::uint32_t none = UINT32_MAX; // no node
 
-    // The first member with the hash for which `matches(node)` holds; noJsonNode without one.
+    // Makes room for as many nodes in all.
+    void reserve(std::size_t nodes);
+    void insert(std::uint32_t hash, std::uint32_t node);
+    void erase(std::uint32_t hash, std::uint32_t node);
+
+    // The first member with the hash for which `matches(node)` holds.
     template <typename Match>
-    JsonNodeId find(std::uint32_t hash, const Match& matches) const
+    std::uint32_t find(std::uint32_t hash, const Match& matches) const
     {
         if (slots.empty())
-            return noJsonNode;
+            return none;
         for (std::size_t i = hash & mask(); slots[i].state != State::Free; i = (i + 1) & mask()) {
             if (slots[i].state == State::Used && slots[i].hash == hash && matches(slots[i].node))
                 return slots[i].node;
         }
-        return noJsonNode;
+        return none;
     }
 
 private:
@@ -34,12 +36,12 @@ private:
     struct Slot
     {
         std::uint32_t hash = 0;
-        JsonNodeId node = noJsonNode;
+        std::uint32_t node = none;
         State state = State::Free;
     };
 
     std::size_t mask() const { return slots.size() - 1; }
-    void rebuild();
+    void rebuild(std::size_t nodes);
 
     std::vector<Slot> slots; // a power of two, or none
     std::size_t taken = 0;   // used and erased

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// What the line formats have in common. Lines end at "\n", "\r\n" or "\r".
+
+// A line of the text without its line end, and where the next one begins.
+struct TextLine
+{
+    std::string_view content;
+    std::size_t end = 0;
+};
+TextLine textLineAt(std::string_view text, std::size_t begin);
+
+// True for an empty text and for one that ends with its line.
+bool endsLine(std::string_view text);
+
+// Blanks inside of a line.
+bool isBlank(char c);
+std::string_view trimBlanks(std::string_view text);
+std::size_t indentOf(std::string_view content);
+bool isBlankLine(std::string_view content);
+
+// True for a line whose last character is a backslash that is not itself written by one before it.
+bool endsInBackslash(std::string_view content);
+
+} // namespace Repository::Documents
