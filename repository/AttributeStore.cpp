@@ -104,21 +104,26 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     QString reason;
     const bool wasNull = !node->value.isValid();
     QVariant previous = node->value;
-    const StatusCode status = store(*node, value, reason);
+    const auto status = store(*node, value, reason);
     if (status != StatusCode::Success) {
         lock.unlock();
-        return refuse(status, path, reason);
+        if (status)
+            return refuse(*status, path, reason);
+        { // whoever reshapes the backend holds this lock until it is done
+            const std::shared_lock waiting(structure);
+        }
+        return write(path, value, points);
     }
     const bool isChanged = wasNull != !node->value.isValid() || previous != node->value;
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
                             points);
     lock.unlock();
     delivery.send();
-    return status;
+    return StatusCode::Success;
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::store(Node& node, const QVariant& value,
-                                                           QString& reason) const
+std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& node, const QVariant& value,
+                                                                          QString& reason) const
 {
     if (!isWritable(node.access)) {
         reason = QStringLiteral("it is read-only");
@@ -139,7 +144,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::store(Node& node, const QVa
         return StatusCode::RefusedByValidation;
     }
     if (node.backend) {
-        reason = node.backend->set(node.path, FrameworkCore::Values::toValue(*converted));
+        if (!node.backend->set(node.path, FrameworkCore::Values::toValue(*converted), reason))
+            return {};
         if (!reason.isEmpty())
             return StatusCode::BackendFailure;
     }

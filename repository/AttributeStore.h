@@ -11,6 +11,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 #include <shared_mutex>
 #include <vector>
 
@@ -64,26 +65,31 @@ public:
     void publish(const QString& path, const QVariant& value);
 
     // Gives the backend its root and the entries of its document. Empty on success, otherwise the reason.
-    QString mount(std::unique_ptr<Backend> backend);
+    QString mount(const std::shared_ptr<Backend>& backend);
+
+    // Closes the backend and takes it out of the tree; groups that lead to backends mounted below it stay.
+    // Empty on success, otherwise the reason.
+    QString unmount(const QString& name, bool discardChanges);
 
     // Makes the tree below a backend's root what its document holds by now.
     void showDocument(Backend& backend);
 
-    // In the order of their creation. Backends live as long as the store.
-    std::vector<Backend*> getBackends();
+    // In the order of their creation. One that is closed meanwhile can still be used, and refuses edits.
+    std::vector<std::shared_ptr<Backend>> getBackends();
 
 private:
     friend class TreeEdit;
 
     static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
-    StatusCode store(Node& node, const QVariant& value, QString& reason) const;
+    // Nothing while the node's backend is being reshaped.
+    std::optional<StatusCode> store(Node& node, const QVariant& value, QString& reason) const;
     const Node* nodeOf(QStringView path); // structure lock held; the empty path is the top
 
     std::shared_mutex structure;
     NodeIndex index;
     PatternIndex patterns;
     Node top{QString()};                            // holds the top-level nodes; not in the index
-    std::vector<std::unique_ptr<Backend>> backends; // guarded by structure
+    std::vector<std::shared_ptr<Backend>> backends; // guarded by structure
 };
 
 } // namespace Repository

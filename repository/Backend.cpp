@@ -27,9 +27,21 @@ Backend::Backend(Description backendDescription) : description(std::move(backend
 {
 }
 
-std::unique_ptr<Backend> Backend::open(const Description& description, QString& reason)
+Backend::Reshape::Reshape(Backend& reshapedBackend) : backend(reshapedBackend)
 {
-    std::unique_ptr<Backend> backend(new Backend(description));
+    const std::lock_guard lock(backend.mutex);
+    backend.reshaped = true;
+}
+
+Backend::Reshape::~Reshape()
+{
+    const std::lock_guard lock(backend.mutex);
+    backend.reshaped = false;
+}
+
+std::shared_ptr<Backend> Backend::open(const Description& description, QString& reason)
+{
+    std::shared_ptr<Backend> backend(new Backend(description));
     reason = backend->read();
     return reason.isEmpty() ? std::move(backend) : nullptr;
 }
@@ -48,7 +60,7 @@ QString Backend::read()
             .arg(outcome.column)
             .arg(reasonOf(outcome));
     document = std::move(fresh);
-    isEdited = false;
+    edited = false;
     stamp = file.stamp;
     return {};
 }
@@ -80,28 +92,76 @@ bool Backend::removalMovesSiblings(const QString& path) const
     return document->removalMovesSiblings(relative(path));
 }
 
-QString Backend::keepEdit(const Outcome& outcome)
+QString Backend::edit(const std::function<Outcome(Documents::Document&)>& change)
 {
-    isEdited = isEdited || outcome.ok();
+    if (closed)
+        return QStringLiteral("the backend '%1' is being closed").arg(description.name);
+    const Outcome outcome = change(*document);
+    edited = edited || outcome.ok();
     return reasonOf(outcome);
 }
 
-QString Backend::set(const QString& path, const Value& value)
+bool Backend::set(const QString& path, const Value& value, QString& reason)
 {
     const std::lock_guard lock(mutex);
-    return keepEdit(document->set(relative(path), value));
+    if (reshaped)
+        return false;
+    reason = edit([&](Documents::Document& text) { return text.set(relative(path), value); });
+    return true;
 }
 
 QString Backend::insert(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return keepEdit(document->insert(relative(path), value));
+    return edit([&](Documents::Document& text) { return text.insert(relative(path), value); });
 }
 
 QString Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);
-    return keepEdit(document->remove(relative(path)));
+    return edit([&](Documents::Document& text) { return text.remove(relative(path)); });
+}
+
+std::string Backend::getBytes() const
+{
+    const std::lock_guard lock(mutex);
+    return document->getBytes();
+}
+
+QString Backend::replaceText(std::string bytes)
+{
+    auto fresh = Documents::makeDocument(description.type.toStdString());
+    const Outcome outcome = fresh->parse(std::move(bytes));
+    const std::lock_guard lock(mutex);
+    return edit([&](Documents::Document&) {
+        if (outcome.ok())
+            document.swap(fresh);
+        return outcome;
+    });
+}
+
+bool Backend::isEdited() const
+{
+    const std::lock_guard lock(mutex);
+    return edited;
+}
+
+QString Backend::close(bool discardChanges)
+{
+    const std::lock_guard savingLock(saving);
+    const std::lock_guard lock(mutex);
+    if (closed)
+        return QStringLiteral("it is being closed already");
+    if (edited && !discardChanges)
+        return QStringLiteral("it has edits that are not saved");
+    closed = true;
+    return {};
+}
+
+bool Backend::isClosed() const
+{
+    const std::lock_guard lock(mutex);
+    return closed;
 }
 
 QString Backend::save()
@@ -111,11 +171,11 @@ QString Backend::save()
     FileStamp base;
     {
         const std::lock_guard lock(mutex);
-        if (!isEdited && stamp.exists)
+        if (!edited && stamp.exists)
             return {};
         bytes = document->getBytes();
         base = stamp;
-        isEdited = false; // an edit that comes while the file is written belongs to the next save
+        edited = false; // an edit that comes while the file is written belongs to the next save
     }
     const SaveFileResult result = files.save(nameOnDisk(description), bytes, base);
     {
@@ -123,7 +183,7 @@ QString Backend::save()
         if (result.ok())
             stamp = result.stamp;
         else
-            isEdited = true;
+            edited = true;
     }
     if (!result.warning.empty())
         logFailure(QString::fromStdString(result.warning));
@@ -134,7 +194,7 @@ QString Backend::reread()
 {
     const std::lock_guard savingLock(saving);
     const std::lock_guard lock(mutex);
-    return isEdited ? QStringLiteral("it has edits that are not saved") : read();
+    return edited ? QStringLiteral("it has edits that are not saved") : read();
 }
 
 } // namespace Repository

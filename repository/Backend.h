@@ -16,8 +16,9 @@ namespace Repository {
 
 // One file mounted in the tree: its document, and what is known of the file on disk. Paths are full paths of
 // the tree, at or below the backend's root, which is its name. Any thread; its lock is the innermost but for
-// the patterns'.
-class Backend
+// the patterns'. Single values are written at any time; whoever changes more of the document holds the
+// store's structure lock and keeps those writes out by a Reshape, until document and tree agree again.
+class Backend : public std::enable_shared_from_this<Backend>
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
@@ -31,8 +32,20 @@ public:
         AccessMode accessMode = AccessMode::None;
     };
 
+    // While it exists, set changes nothing. The store's structure lock is held.
+    class Reshape
+    {
+    public:
+        explicit Reshape(Backend& backend);
+        ~Reshape();
+        Q_DISABLE_COPY(Reshape)
+
+    private:
+        Backend& backend; // not owned
+    };
+
     // Reads the file. Null, with the reason, when it cannot be read or parsed.
-    static std::unique_ptr<Backend> open(const Description& description, QString& reason);
+    static std::shared_ptr<Backend> open(const Description& description, QString& reason);
 
     const QString& getName() const { return description.name; }
     AccessMode getAccessMode() const { return description.accessMode; }
@@ -44,10 +57,26 @@ public:
     bool contains(const QString& path) const;
     bool removalMovesSiblings(const QString& path) const;
 
+    // Changes a value of the document in memory; the reason when it is refused. False while a Reshape exists.
+    bool set(const QString& path, const FrameworkCore::Values::Value& value, QString& reason);
+
     // Each changes the document in memory. Empty on success, otherwise the reason, and nothing changed.
-    QString set(const QString& path, const FrameworkCore::Values::Value& value);
     QString insert(const QString& path, const FrameworkCore::Values::Value& value);
     QString remove(const QString& path);
+
+    // The text with all edits.
+    std::string getBytes() const;
+
+    // Makes this the text with all edits. Empty on success, otherwise the reason, and nothing changed.
+    QString replaceText(std::string bytes);
+
+    // Whether there is something to save.
+    bool isEdited() const;
+
+    // Ends all editing, once a save under way is done. Refused with a reason when there are edits that are
+    // not to be discarded, and when it is closed already.
+    QString close(bool discardChanges);
+    bool isClosed() const;
 
     // Writes the edits into the file; without edits the file is not touched. Empty on success, otherwise the
     // reason.
@@ -62,7 +91,7 @@ private:
 
     std::string relative(const QString& path) const;
     QString read();
-    QString keepEdit(const Documents::Outcome& outcome);
+    QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change); // lock held
 
     const Description description;
     const FileSaver files;
@@ -70,7 +99,9 @@ private:
 
     mutable std::mutex mutex; // guards what follows
     std::unique_ptr<Documents::Document> document;
-    bool isEdited = false; // since it was read or saved
+    bool edited = false; // since it was read or saved
+    bool closed = false;
+    bool reshaped = false; // a Reshape exists
     FileStamp stamp;       // of the file when it was read or saved last
 };
 

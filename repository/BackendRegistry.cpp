@@ -101,19 +101,19 @@ QString BackendRegistry::checkDescription(const Backend::Description& descriptio
 
 QString BackendRegistry::create(const Backend::Description& description, int option)
 {
-    if (Backend* existing = find(description.name)) {
+    if (const auto existing = find(description.name)) {
         if (option == createOrReload)
             return reload(*existing, description);
         return QStringLiteral("a backend of that name exists already");
     }
     const QString identity = fileIdentity(description.filePath);
-    for (const Backend* backend : store->getBackends()) {
+    for (const auto& backend : store->getBackends()) {
         if (fileIdentity(backend->getDescription().filePath) == identity)
             return QStringLiteral("%1 is already open as '%2'").arg(description.filePath, backend->getName());
     }
     QString reason;
     auto backend = Backend::open(description, reason);
-    return backend ? store->mount(std::move(backend)) : reason;
+    return backend ? store->mount(backend) : reason;
 }
 
 QString BackendRegistry::reload(Backend& backend, const Backend::Description& description)
@@ -131,7 +131,7 @@ QString BackendRegistry::reload(Backend& backend, const Backend::Description& de
 
 bool BackendRegistry::saveBackend(const QString& name)
 {
-    Backend* backend = find(name);
+    const auto backend = find(name);
     const QString reason = backend ? backend->save() : QStringLiteral("there is no backend of that name");
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not saved: %2").arg(name, reason));
@@ -141,7 +141,7 @@ bool BackendRegistry::saveBackend(const QString& name)
 QStringList BackendRegistry::getBackendNames()
 {
     QStringList names;
-    for (const Backend* backend : store->getBackends())
+    for (const auto& backend : store->getBackends())
         names.append(backend->getName());
     return names;
 }
@@ -149,13 +149,22 @@ QStringList BackendRegistry::getBackendNames()
 std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
 BackendRegistry::getBackendInformation(const QString& name)
 {
-    const Backend* backend = find(name);
+    const auto backend = find(name);
     return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
 }
 
-Backend* BackendRegistry::find(const QString& name) const
+bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 {
-    for (Backend* backend : store->getBackends()) {
+    const std::lock_guard lock(creating);
+    const QString reason = store->unmount(name, discardChanges);
+    if (!reason.isEmpty())
+        logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
+    return reason.isEmpty();
+}
+
+std::shared_ptr<Backend> BackendRegistry::find(const QString& name) const
+{
+    for (const auto& backend : store->getBackends()) {
         if (backend->getName() == name)
             return backend;
     }

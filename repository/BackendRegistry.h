@@ -25,6 +25,7 @@ public:
     QStringList getBackendNames() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
     getBackendInformation(const QString& name) override;
+    bool closeBackend(const QString& name, bool discardChanges) override;
 
 private:
     // The option of createBackend that reloads a backend which exists already; any other refuses it.
@@ -35,7 +36,7 @@ private:
     QString reload(Backend& backend, const Backend::Description& description);
     static QString checkDescription(const Backend::Description& description);
 
-    Backend* find(const QString& name) const;
+    std::shared_ptr<Backend> find(const QString& name) const;
 
     std::shared_ptr<AttributeStore> store;
     std::mutex creating; // two creations must not take the same name or file at once

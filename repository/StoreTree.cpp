@@ -11,12 +11,6 @@ namespace Repository {
 using FrameworkCore::AppConfig::Interfaces::ChildInformation;
 using FrameworkCore::AppConfig::Interfaces::PathSearch;
 
-namespace {
-
-const QLatin1String backendNamesPath("internal.backends.names");
-
-} // namespace
-
 const Node* AttributeStore::nodeOf(QStringView path)
 {
     return path.isEmpty() ? &top : index.find(NodeIndex::Key(path));
@@ -94,54 +88,6 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::removeTree(const QString& p
         status = edit.removeTree(path, reason);
     }
     return status == StatusCode::Success ? status : refuse(status, path, reason);
-}
-
-void AttributeStore::publish(const QString& path, const QVariant& value)
-{
-    TreeEdit edit(*this);
-    Node& node = edit.ensure(path);
-    edit.setAttribute(node, value, AccessMode::ReadOnly,
-                      node.isAttribute ? UpdateResult::Changed : UpdateResult::Created);
-}
-
-QString AttributeStore::mount(std::unique_ptr<Backend> backend)
-{
-    const QString name = backend->getName();
-    QStringList names;
-    {
-        TreeEdit edit(*this);
-        const Node* place = edit.find(name);
-        if (place && place->isBackendRoot)
-            return QStringLiteral("the backend '%1' exists already").arg(name);
-        if (place && (place->isAttribute || (place->children && place->children->count > 0)))
-            return QStringLiteral("there are attributes at or below '%1' already").arg(name);
-        Node& root = edit.ensure(name);
-        root.backend = backend.get();
-        root.isBackendRoot = true;
-        root.access = backend->getAccessMode();
-        edit.showDocument(*backend);
-        backends.push_back(std::move(backend));
-        for (const auto& mounted : backends)
-            names.append(mounted->getName());
-    }
-    publish(backendNamesPath + pathSeparator + name, name);
-    publish(backendNamesPath, names.join(QLatin1Char(';')));
-    return {};
-}
-
-void AttributeStore::showDocument(Backend& backend)
-{
-    TreeEdit edit(*this);
-    edit.showDocument(backend);
-}
-
-std::vector<Backend*> AttributeStore::getBackends()
-{
-    const std::shared_lock lock(structure);
-    std::vector<Backend*> mounted;
-    for (const auto& backend : backends)
-        mounted.push_back(backend.get());
-    return mounted;
 }
 
 } // namespace Repository

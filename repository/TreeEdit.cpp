@@ -1,7 +1,6 @@
 #include "repository/TreeEdit.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/Backend.h"
 #include "repository/PathRules.h"
 
 #include <QSet>
@@ -16,6 +15,7 @@ TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock
 
 TreeEdit::~TreeEdit()
 {
+    reshapes.clear();
     lock.unlock();
     removedNodes.clear();
     for (const Delivery& delivery : deliveries)
@@ -177,6 +177,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, Q
     Backend* backend = node->backend;
     const bool siblingsMove = backend && backend->removalMovesSiblings(path);
     if (backend) {
+        holdWrites(*backend);
         reason = backend->remove(path);
         if (!reason.isEmpty())
             return StatusCode::BackendFailure;
@@ -244,8 +245,56 @@ void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkC
                  isNew ? UpdateResult::Created : UpdateResult::Reloaded);
 }
 
+void TreeEdit::takeAttribute(const QString& path)
+{
+    Node* node = find(path);
+    if (!node)
+        return;
+    Node& parent = *node->parent;
+    if (node->children && node->children->count > 0)
+        makeGroup(*node);
+    else
+        remove(*node);
+    prune(parent);
+}
+
+void TreeEdit::holdWrites(Backend& backend)
+{
+    reshapes.try_emplace(&backend, backend);
+}
+
+void TreeEdit::mount(Backend& backend)
+{
+    Node& root = ensure(backend.getName());
+    root.backend = &backend;
+    root.isBackendRoot = true;
+    root.access = backend.getAccessMode();
+    showDocument(backend);
+}
+
+void TreeEdit::unmount(const Backend& backend)
+{
+    Node& root = *find(backend.getName());
+    Node& parent = *root.parent;
+    Backend* const outer = parent.backend;
+    const std::vector<Node*> nodes = subtree(root, &backend);
+    std::for_each(nodes.rbegin(), nodes.rend(), [&](Node* node) {
+        if (!node->children || node->children->count == 0) {
+            remove(*node);
+            return;
+        }
+        makeGroup(*node);
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+        node->isBackendRoot = false;
+        node->backend = outer;
+        node->access = outer ? outer->getAccessMode() : AccessMode::ReadWrite;
+    });
+    prune(parent);
+}
+
 void TreeEdit::showDocument(Backend& backend)
 {
+    holdWrites(backend);
     std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
     QSet<QString> wanted;
     backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {

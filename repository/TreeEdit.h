@@ -2,8 +2,10 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/AttributeStore.h"
+#include "repository/Backend.h"
 #include "repository/Delivery.h"
 
+#include <map>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -44,8 +46,21 @@ public:
     // Takes away a group that holds nothing any more, and those above it that only led to it.
     void prune(Node& node);
 
+    // Takes the value from a node, and the node too when there is nothing below it.
+    void takeAttribute(const QString& path);
+
     // Makes the tree below the backend's root what its document holds. Nested backends are left alone.
     void showDocument(Backend& backend);
+
+    // Gives the backend its root, which holds nothing yet, and shows its document there.
+    void mount(Backend& backend);
+
+    // Takes the backend's nodes out of the tree. Those that lead to nested backends stay as groups of
+    // whatever the root lies in.
+    void unmount(const Backend& backend);
+
+    // Lets writes of single values into the backend wait until this edit ends.
+    void holdWrites(Backend& backend);
 
 private:
     Node& nearest(QStringView path);
@@ -57,6 +72,7 @@ private:
 
     AttributeStore& store;
     std::unique_lock<std::shared_mutex> lock;
+    std::map<const Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };

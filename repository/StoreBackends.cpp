@@ -1,0 +1,90 @@
+#include "repository/AttributeStore.h"
+#include "repository/Backend.h"
+#include "repository/PathRules.h"
+#include "repository/TreeEdit.h"
+
+#include <algorithm>
+
+// The part of the store that mounts backends and takes them out again.
+
+namespace Repository {
+
+namespace {
+
+const QLatin1String backendNamesPath("internal.backends.names");
+
+void publish(TreeEdit& edit, const QString& path, const QVariant& value)
+{
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+    Node& node = edit.ensure(path);
+    edit.setAttribute(node, value, AccessMode::ReadOnly,
+                      node.isAttribute ? UpdateResult::Changed : UpdateResult::Created);
+}
+
+void publishNames(TreeEdit& edit, const std::vector<std::shared_ptr<Backend>>& backends)
+{
+    QStringList names;
+    for (const auto& backend : backends)
+        names.append(backend->getName());
+    publish(edit, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
+}
+
+} // namespace
+
+void AttributeStore::publish(const QString& path, const QVariant& value)
+{
+    TreeEdit edit(*this);
+    Repository::publish(edit, path, value);
+}
+
+QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
+{
+    const QString name = backend->getName();
+    TreeEdit edit(*this);
+    const Node* place = edit.find(name);
+    if (place && place->isBackendRoot)
+        return QStringLiteral("the backend '%1' exists already").arg(name);
+    if (place && (place->isAttribute || (place->children && place->children->count > 0)))
+        return QStringLiteral("there are attributes at or below '%1' already").arg(name);
+    edit.mount(*backend);
+    backends.push_back(backend);
+    Repository::publish(edit, backendNamesPath + pathSeparator + name, name);
+    publishNames(edit, backends);
+    return {};
+}
+
+QString AttributeStore::unmount(const QString& name, bool discardChanges)
+{
+    std::shared_ptr<Backend> backend;
+    for (const auto& mounted : getBackends()) {
+        if (mounted->getName() == name)
+            backend = mounted;
+    }
+    if (!backend)
+        return QStringLiteral("there is no backend of that name");
+    const QString reason = backend->close(discardChanges);
+    if (!reason.isEmpty())
+        return reason;
+    TreeEdit edit(*this);
+    edit.unmount(*backend);
+    backends.erase(std::find(backends.begin(), backends.end(), backend));
+    edit.takeAttribute(backendNamesPath + pathSeparator + name);
+    publishNames(edit, backends);
+    return {};
+}
+
+void AttributeStore::showDocument(Backend& backend)
+{
+    TreeEdit edit(*this);
+    if (!backend.isClosed())
+        edit.showDocument(backend);
+}
+
+std::vector<std::shared_ptr<Backend>> AttributeStore::getBackends()
+{
+    const std::shared_lock lock(structure);
+    return backends;
+}
+
+} // namespace Repository
