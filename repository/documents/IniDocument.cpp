@@ -1,6 +1,7 @@
 #include "repository/documents/IniDocument.h"
 
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 #include "repository/documents/TextPosition.h"
 
 #include <algorithm>
@@ -9,27 +10,6 @@
 namespace Repository::Documents {
 
 using FrameworkCore::Values::Value;
-
-namespace {
-
-Outcome refused(std::string reason)
-{
-    return {std::move(reason), 0, 0};
-}
-
-// The separator with one blank where the file has any.
-std::string plainSeparator(std::string_view separator)
-{
-    const std::string_view mark = trimBlanks(separator);
-    std::string plain(mark);
-    if (!separator.empty() && isBlank(separator.front()))
-        plain.insert(0, 1, ' ');
-    if (!separator.empty() && isBlank(separator.back()))
-        plain += ' ';
-    return plain;
-}
-
-} // namespace
 
 Outcome IniDocument::parse(std::string bytes)
 {
@@ -71,7 +51,7 @@ Outcome IniDocument::load(std::string bytes)
         IniPiece& piece = add(pieces.end(), chainEnd, *line);
         piece.original = line->text;
         if (line->kind == IniLine::Kind::Header) {
-            section = &index.nextSection(iniSectionPath(line->key()));
+            section = &index.nextSection(encodePath(line->key()));
             piece.item = section;
             section->section->header = section->section->last = &piece;
         } else if (line->kind == IniLine::Kind::Entry) {

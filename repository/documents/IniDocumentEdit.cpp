@@ -1,5 +1,6 @@
 #include "repository/documents/IniDocument.h"
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 
 #include <algorithm>
 
@@ -11,16 +12,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-Outcome refused(std::string reason)
-{
-    return {std::move(reason), 0, 0};
-}
-
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
 
 std::size_t countOfEntries(const IniItem* first)
 {
@@ -43,18 +34,6 @@ Siblings siblingsOf(std::string_view path)
     const PathEnds ends = splitLast(path);
     const NumberedComponent last = splitNumber(ends.last);
     return {joinPath(ends.parent, last.name), last.number};
-}
-
-// The separator of a sibling; where blanks line the separators up, as many as keep the line.
-std::string alignedSeparator(const IniLine& sibling, std::string_view key)
-{
-    const std::string_view separator = sibling.separator();
-    const std::size_t blanks = std::min(separator.find_first_not_of(' '), separator.size());
-    if (blanks < 2)
-        return std::string(separator);
-    const std::size_t column = sibling.key().size() + blanks;
-    const std::size_t padding = column > key.size() + 1 ? column - key.size() : 1;
-    return std::string(padding, ' ') + std::string(separator.substr(blanks));
 }
 
 // Behind the last blank line of a gap; what follows there is said of the section below.
@@ -172,7 +151,7 @@ std::string IniDocument::headerText(std::string_view path, std::string& reason) 
     std::string text = '[' + siblings.first + ']' + style.lineEnd;
     const std::optional<IniLine> line = scanSingle(text);
     if (line && line->kind == IniLine::Kind::Header && line->key() == siblings.first && !isIniTooDeep(path) &&
-        iniSectionPath(line->key()) == siblings.first)
+        encodePath(line->key()) == siblings.first)
         return text;
     reason = "an ini file cannot hold a section of the path " + quoted(siblings.first);
     return {};
@@ -185,7 +164,8 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
     std::string draft(sibling ? sibling->line.text.substr(0, sibling->line.indent) : style.indent);
     const std::size_t begin = draft.size();
     draft += key;
-    draft += follow ? alignedSeparator(sibling->line, key) : style.separator;
+    draft += follow ? alignedSeparator(sibling->line.separator(), sibling->line.key().size(), key.size())
+                    : style.separator;
     const bool empty = value.type == Type::String && std::get<std::string>(value.data).empty();
     while (empty && isBlank(draft.back()))
         draft.pop_back();

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 
 #include <algorithm>
 #include <vector>
@@ -83,30 +84,7 @@ bool holds(const std::string& text, const IniLine& before, const Value& value)
            readIniValue(*now) == value;
 }
 
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
-
 } // namespace
-
-std::string iniSectionPath(std::string_view name)
-{
-    std::string path;
-    while (true) {
-        const std::size_t dot = name.find('.');
-        std::string component = encodeKey(name.substr(0, dot));
-        // "%25" is what encoding makes of "%", and of nothing else.
-        for (std::size_t at = component.find("%25"); at != std::string::npos;
-             at = component.find("%25", at + 1))
-            component.erase(at + 1, 2);
-        path += component;
-        if (dot == std::string_view::npos)
-            return path;
-        path += '.';
-        name.remove_prefix(dot + 1);
-    }
-}
 
 bool isIniTooDeep(std::string_view sectionName)
 {
@@ -127,14 +105,7 @@ bool beginsLikeMark(std::string_view text)
 
 char quoteOf(const IniLine& entry)
 {
-    const std::string_view value = entry.value();
-    if (entry.continued || value.size() < 2 || (value[0] != '"' && value[0] != '\'') ||
-        value.back() != value[0])
-        return '\0';
-    const std::string_view inner = value.substr(1, value.size() - 2);
-    if (inner.find(value[0]) != std::string_view::npos || (!inner.empty() && inner.back() == '\\'))
-        return '\0';
-    return value[0];
+    return entry.continued ? '\0' : quoteAround(entry.value());
 }
 
 Value readIniValue(const IniLine& entry)

@@ -10,10 +10,6 @@
 
 namespace Repository::Documents {
 
-// The path of the section of that name. The parts between its dots stand in the file as they are in the path,
-// "%" too, but for what a path cannot hold.
-std::string iniSectionPath(std::string_view name);
-
 // Paths of all sections on the way to a section cost the square of its depth, so there is an end to it.
 constexpr int deepestIniSection = 500;
 bool isIniTooDeep(std::string_view sectionName);

@@ -83,6 +83,24 @@ std::string encodeKey(std::string_view key)
     return out;
 }
 
+std::string encodePath(std::string_view name)
+{
+    std::string path;
+    while (true) {
+        const std::size_t dot = name.find('.');
+        std::string component = encodeKey(name.substr(0, dot));
+        // "%25" is what encoding makes of "%", and of nothing else.
+        for (std::size_t at = component.find("%25"); at != std::string::npos;
+             at = component.find("%25", at + 1))
+            component.erase(at + 1, 2);
+        path += component;
+        if (dot == std::string_view::npos)
+            return path;
+        path += '.';
+        name.remove_prefix(dot + 1);
+    }
+}
+
 std::optional<std::string> decodeKey(std::string_view component)
 {
     std::string key;

@@ -14,6 +14,10 @@ namespace Repository::Documents {
 // has one "%00" more than it has characters, so that no two keys share a form.
 std::string encodeKey(std::string_view key);
 
+// The path that a name with dots in it stands for, where a file holds paths as they are. The parts between
+// the dots stand in the file as in the path, "%" too, but for what a path cannot hold.
+std::string encodePath(std::string_view name);
+
 // The key that the component stands for; nothing when encodeKey never gives this component.
 std::optional<std::string> decodeKey(std::string_view component);
 

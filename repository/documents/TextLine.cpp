@@ -72,4 +72,35 @@ bool endsInBackslash(std::string_view content)
     return count % 2 == 1;
 }
 
+char quoteAround(std::string_view value)
+{
+    if (value.size() < 2 || (value[0] != '"' && value[0] != '\'') || value.back() != value[0])
+        return '\0';
+    const std::string_view inner = value.substr(1, value.size() - 2);
+    if (inner.find(value[0]) != std::string_view::npos || (!inner.empty() && inner.back() == '\\'))
+        return '\0';
+    return value[0];
+}
+
+std::string plainSeparator(std::string_view separator)
+{
+    const std::string_view mark = trimBlanks(separator);
+    std::string plain(mark);
+    if (!separator.empty() && isBlank(separator.front()))
+        plain.insert(0, 1, ' ');
+    if (!separator.empty() && isBlank(separator.back()))
+        plain += ' ';
+    return plain;
+}
+
+std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size)
+{
+    const std::size_t blanks = std::min(separator.find_first_not_of(' '), separator.size());
+    if (blanks < 2)
+        return std::string(separator);
+    const std::size_t column = siblingSize + blanks;
+    const std::size_t padding = column > size + 1 ? column - size : 1;
+    return std::string(padding, ' ') + std::string(separator.substr(blanks));
+}
+
 } // namespace Repository::Documents

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace Repository::Documents {
@@ -26,5 +27,15 @@ bool isBlankLine(std::string_view content);
 
 // True for a line whose last character is a backslash that is not itself written by one before it.
 bool endsInBackslash(std::string_view content);
+
+// The quote that stands around a value and nowhere else in it; 0 for none.
+char quoteAround(std::string_view value);
+
+// A separator with one blank where it has any.
+std::string plainSeparator(std::string_view separator);
+
+// The separator of a sibling for a key of another size; where blanks line the separators up, as many as keep
+// the line.
+std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size);
 
 } // namespace Repository::Documents
