@@ -27,18 +27,6 @@ Backend::Backend(Description backendDescription) : description(std::move(backend
 {
 }
 
-Backend::Reshape::Reshape(Backend& reshapedBackend) : backend(reshapedBackend)
-{
-    const std::lock_guard lock(backend.mutex);
-    backend.reshaped = true;
-}
-
-Backend::Reshape::~Reshape()
-{
-    const std::lock_guard lock(backend.mutex);
-    backend.reshaped = false;
-}
-
 std::shared_ptr<Backend> Backend::open(const Description& description, QString& reason)
 {
     std::shared_ptr<Backend> backend(new Backend(description));
@@ -60,6 +48,7 @@ QString Backend::read()
             .arg(outcome.column)
             .arg(reasonOf(outcome));
     document = std::move(fresh);
+    ++revision;
     edited = false;
     stamp = file.stamp;
     return {};
@@ -97,7 +86,10 @@ QString Backend::edit(const std::function<Outcome(Documents::Document&)>& change
     if (closed)
         return QStringLiteral("the backend '%1' is being closed").arg(description.name);
     const Outcome outcome = change(*document);
-    edited = edited || outcome.ok();
+    if (outcome.ok()) {
+        edited = true;
+        ++revision;
+    }
     return reasonOf(outcome);
 }
 
@@ -128,16 +120,10 @@ std::string Backend::getBytes() const
     return document->getBytes();
 }
 
-QString Backend::replaceText(std::string bytes)
+quint64 Backend::getRevision() const
 {
-    auto fresh = Documents::makeDocument(description.type.toStdString());
-    const Outcome outcome = fresh->parse(std::move(bytes));
     const std::lock_guard lock(mutex);
-    return edit([&](Documents::Document&) {
-        if (outcome.ok())
-            document.swap(fresh);
-        return outcome;
-    });
+    return revision;
 }
 
 bool Backend::isEdited() const

@@ -32,17 +32,7 @@ public:
         AccessMode accessMode = AccessMode::None;
     };
 
-    // While it exists, set changes nothing. The store's structure lock is held.
-    class Reshape
-    {
-    public:
-        explicit Reshape(Backend& backend);
-        ~Reshape();
-        Q_DISABLE_COPY(Reshape)
-
-    private:
-        Backend& backend; // not owned
-    };
+    class Reshape;
 
     // Reads the file. Null, with the reason, when it cannot be read or parsed.
     static std::shared_ptr<Backend> open(const Description& description, QString& reason);
@@ -60,15 +50,19 @@ public:
     // Changes a value of the document in memory; the reason when it is refused. False while a Reshape exists.
     bool set(const QString& path, const FrameworkCore::Values::Value& value, QString& reason);
 
-    // Each changes the document in memory. Empty on success, otherwise the reason, and nothing changed.
+    // Each changes the document in memory; the store's structure lock is held. Empty on success, otherwise
+    // the reason, and nothing changed.
     QString insert(const QString& path, const FrameworkCore::Values::Value& value);
     QString remove(const QString& path);
 
     // The text with all edits.
     std::string getBytes() const;
 
-    // Makes this the text with all edits. Empty on success, otherwise the reason, and nothing changed.
-    QString replaceText(std::string bytes);
+    // Another number after every change of the document, whoever made it.
+    quint64 getRevision() const;
+
+    // Held, no save and no look at the file comes in between. Taken before every other lock.
+    std::unique_lock<std::mutex> holdFile() { return std::unique_lock(saving); }
 
     // Whether there is something to save.
     bool isEdited() const;
@@ -102,7 +96,8 @@ private:
     bool edited = false; // since it was read or saved
     bool closed = false;
     bool reshaped = false; // a Reshape exists
-    FileStamp stamp;       // of the file when it was read or saved last
+    quint64 revision = 0;
+    FileStamp stamp; // of the file when it was read or saved last
 };
 
 } // namespace Repository

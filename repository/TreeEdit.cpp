@@ -177,7 +177,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, Q
     Backend* backend = node->backend;
     const bool siblingsMove = backend && backend->removalMovesSiblings(path);
     if (backend) {
-        holdWrites(*backend);
+        reshape(*backend);
         reason = backend->remove(path);
         if (!reason.isEmpty())
             return StatusCode::BackendFailure;
@@ -258,9 +258,9 @@ void TreeEdit::takeAttribute(const QString& path)
     prune(parent);
 }
 
-void TreeEdit::holdWrites(Backend& backend)
+Backend::Reshape& TreeEdit::reshape(Backend& backend)
 {
-    reshapes.try_emplace(&backend, backend);
+    return reshapes.try_emplace(&backend, backend).first->second;
 }
 
 void TreeEdit::mount(Backend& backend)
@@ -294,7 +294,7 @@ void TreeEdit::unmount(const Backend& backend)
 
 void TreeEdit::showDocument(Backend& backend)
 {
-    holdWrites(backend);
+    reshape(backend);
     std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
     QSet<QString> wanted;
     backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {

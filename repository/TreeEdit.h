@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/AttributeStore.h"
-#include "repository/Backend.h"
+#include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
 
 #include <map>
@@ -60,7 +60,7 @@ public:
     void unmount(const Backend& backend);
 
     // Lets writes of single values into the backend wait until this edit ends.
-    void holdWrites(Backend& backend);
+    Backend::Reshape& reshape(Backend& backend);
 
 private:
     Node& nearest(QStringView path);

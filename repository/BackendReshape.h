@@ -1,0 +1,34 @@
+#pragma once
+
+#include "repository/Backend.h"
+
+#include <optional>
+#include <string>
+
+namespace Repository {
+
+// A change of a backend's document by more than one value. While it exists, Backend::set changes nothing, so
+// that what it finds and what it leaves is the same in the document and in the tree. It lives as long as the
+// structure lock of the store is held. One thread.
+class Backend::Reshape
+{
+public:
+    explicit Reshape(Backend& backend);
+    ~Reshape();
+    Q_DISABLE_COPY(Reshape)
+
+    // Empty on success, otherwise the reason, and nothing changed.
+    QString set(const QString& path, const FrameworkCore::Values::Value& value);
+    QString replaceText(std::string bytes);
+
+    // Takes the document back to what it was when keepText was called first; nothing without that.
+    void keepText();
+    void restoreText();
+
+private:
+    Backend& backend; // not owned
+    std::optional<std::string> keptText;
+    bool keptEdited = false;
+};
+
+} // namespace Repository
