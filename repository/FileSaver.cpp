@@ -2,9 +2,6 @@
 
 #include "repository/FileReplacement.h"
 
-#include <QCryptographicHash>
-
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
@@ -15,15 +12,6 @@
 namespace Repository {
 
 namespace {
-
-FileStamp stampOf(const std::string& bytes)
-{
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    constexpr std::size_t piece = std::size_t(1) << 30; // the hash counts in int
-    for (std::size_t at = 0; at < bytes.size(); at += piece)
-        hash.addData(bytes.data() + at, static_cast<int>(std::min(piece, bytes.size() - at)));
-    return {true, hash.result().toStdString()};
-}
 
 std::string kindRefusal(const struct stat& status)
 {
@@ -114,7 +102,7 @@ public:
         if (error.empty() && !unchanged)
             error = replace();
         if (error.empty())
-            result.stamp = stampOf(bytes);
+            result.stamp = FileStamp::of(bytes);
         return error;
     }
 
@@ -157,7 +145,7 @@ private:
     // Reconciles what is to be written with what the file holds.
     std::string takeIn(const std::string& found, const FileStamp& stamp)
     {
-        const FileStamp now = stampOf(found);
+        const FileStamp now = FileStamp::of(found);
         if (now == stamp)
             return {};
         if (!merge)
@@ -223,7 +211,7 @@ ReadFileResult FileSaver::read(const std::string& path) const
         result.bytes.clear();
         return result;
     }
-    result.stamp = stampOf(result.bytes);
+    result.stamp = FileStamp::of(result.bytes);
     return result;
 }
 

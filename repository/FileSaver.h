@@ -1,24 +1,12 @@
 #pragma once
 
 #include "repository/FileOps.h"
+#include "repository/FileStamp.h"
 
 #include <functional>
 #include <string>
 
 namespace Repository {
-
-// What a file held when it was last read or saved, to recognise a change from outside by.
-struct FileStamp
-{
-    bool exists = false;
-    std::string digest; // of the content; empty for a file that does not exist
-
-    friend bool operator==(const FileStamp& a, const FileStamp& b)
-    {
-        return a.exists == b.exists && a.digest == b.digest;
-    }
-    friend bool operator!=(const FileStamp& a, const FileStamp& b) { return !(a == b); }
-};
 
 // Paths are bytes as the system has them. Messages are for a person and name the file and, where there is
 // one, the system's own reason.
@@ -26,6 +14,7 @@ struct ReadFileResult
 {
     std::string error;    // empty on success
     bool missing = false; // the error is that there is no such file
+    std::string warning;  // read, but the person should know: what a crash had left was put right
     std::string bytes;
     FileStamp stamp; // that of a missing file when there is none
 
@@ -50,7 +39,7 @@ struct MergedContent
 };
 
 // Given what the file holds now and its stamp. Called with the file's folder locked, so that nothing comes
-// between the answer and the writing.
+// between the answer and the writing; it must not read or save files of that folder itself.
 using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
 
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
