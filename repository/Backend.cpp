@@ -59,10 +59,15 @@ std::string Backend::relative(const QString& path) const
     return path.mid(description.name.size() + 1).toStdString();
 }
 
-void Backend::visit(const std::function<void(const QString&, const Value&)>& visitor) const
+void Backend::visitEntries(const std::function<void(const Documents::Entry&)>& visitor) const
 {
     const std::lock_guard lock(mutex);
-    document->visit([&](const Documents::Entry& entry) {
+    document->visit(visitor);
+}
+
+void Backend::visit(const std::function<void(const QString&, const Value&)>& visitor) const
+{
+    visitEntries([&](const Documents::Entry& entry) {
         const QString below = QString::fromStdString(entry.path);
         visitor(below.isEmpty() ? description.name : description.name + QLatin1Char('.') + below,
                 entry.value);

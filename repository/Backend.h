@@ -44,6 +44,8 @@ public:
     // Calls back for every node of the document, parents first.
     void visit(const std::function<void(const QString& path, const FrameworkCore::Values::Value& value)>&
                    visitor) const;
+    // The same with paths below the root as the document has them.
+    void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const;
     bool contains(const QString& path) const;
     bool removalMovesSiblings(const QString& path) const;
 

@@ -25,43 +25,54 @@ NodeIndex::Key::Key(QStringView fullPath) : path(fullPath), hash(hashOf(fullPath
 {
 }
 
-std::size_t NodeIndex::Shard::Hash::operator()(const std::unique_ptr<Node>& node) const
+bool NodeIndex::Shard::Equal::operator()(const Entry& a, const Entry& b) const
 {
-    return hashOf(node->path);
+    return a.hash == b.hash && isSame(a.node->path, b.node->path);
 }
 
-bool NodeIndex::Shard::Equal::operator()(const std::unique_ptr<Node>& a, const std::unique_ptr<Node>& b) const
+bool NodeIndex::Shard::Equal::operator()(QStringView path, const Entry& entry) const
 {
-    return isSame(a->path, b->path);
+    return isSame(path, entry.node->path);
 }
 
-bool NodeIndex::Shard::Equal::operator()(QStringView path, const std::unique_ptr<Node>& node) const
+bool NodeIndex::Shard::Equal::operator()(const Entry& entry, QStringView path) const
 {
-    return isSame(path, node->path);
-}
-
-bool NodeIndex::Shard::Equal::operator()(const std::unique_ptr<Node>& node, QStringView path) const
-{
-    return isSame(node->path, path);
+    return isSame(entry.node->path, path);
 }
 
 Node* NodeIndex::Shard::find(const Key& key) const
 {
-    const auto found = nodes.find(key.path, key.hash);
-    return found == nodes.end() ? nullptr : found->get();
+    const auto found = entries.find(key.path, key.hash);
+    return found == entries.end() ? nullptr : found->node.get();
 }
 
-Node& NodeIndex::Shard::insert(std::unique_ptr<Node> node)
+Node& NodeIndex::Shard::insert(Entry entry)
 {
-    return **nodes.insert(std::move(node)).first;
+    return *entries.insert(std::move(entry)).first->node;
+}
+
+void NodeIndex::Shard::reserveMore(std::size_t count)
+{
+    entries.reserve(entries.size() + count);
+}
+
+void NodeIndex::Shard::handWaiting(Node& node)
+{
+    const auto found = waiting.empty() ? waiting.end() : waiting.find(node.path);
+    if (found == waiting.end())
+        return;
+    node.exact = std::move(found->second.exact);
+    if (!found->second.rules.empty())
+        node.rules = std::make_unique<Rules>(std::move(found->second.rules));
+    waiting.erase(found);
 }
 
 std::unique_ptr<Node> NodeIndex::Shard::take(const Key& key)
 {
-    const auto found = nodes.find(key.path, key.hash);
+    const auto found = entries.find(key.path, key.hash);
     // The set shows its keys as constant, since their hash must not change; here the node leaves the set.
-    auto node = std::move(const_cast<std::unique_ptr<Node>&>(*found));
-    nodes.erase(found);
+    auto node = std::move(const_cast<Entry&>(*found).node);
+    entries.erase(found);
     return node;
 }
 

@@ -27,6 +27,13 @@ public:
         std::uint64_t hash;
     };
 
+    // A node and the hash of its path, which is not computed again when the index grows.
+    struct Entry
+    {
+        std::unique_ptr<Node> node;
+        std::uint64_t hash;
+    };
+
     // What is known of a path that has no node: it is handed to the node when there is one.
     struct Waiting
     {
@@ -38,8 +45,12 @@ public:
     {
     public:
         Node* find(const Key& key) const;
-        Node& insert(std::unique_ptr<Node> node);
+        Node& insert(Entry entry);
+        void reserveMore(std::size_t count);
         std::unique_ptr<Node> take(const Key& key);
+
+        // Gives a node that is about to be inserted what waits for its path.
+        void handWaiting(Node& node);
 
         mutable std::mutex mutex; // guards all of the shard and the attribute part of its nodes
         std::unordered_map<QString, Waiting> waiting;
@@ -47,25 +58,29 @@ public:
     private:
         struct Hash
         {
-            std::size_t operator()(const std::unique_ptr<Node>& node) const;
+            std::size_t operator()(const Entry& entry) const { return entry.hash; }
         };
 
         struct Equal
         {
             using is_transparent = void;
-            bool operator()(const std::unique_ptr<Node>& a, const std::unique_ptr<Node>& b) const;
-            bool operator()(QStringView path, const std::unique_ptr<Node>& node) const;
-            bool operator()(const std::unique_ptr<Node>& node, QStringView path) const;
+            bool operator()(const Entry& a, const Entry& b) const;
+            bool operator()(QStringView path, const Entry& entry) const;
+            bool operator()(const Entry& entry, QStringView path) const;
         };
 
-        tsl::robin_set<std::unique_ptr<Node>, Hash, Equal, std::allocator<std::unique_ptr<Node>>, true> nodes;
+        tsl::robin_set<Entry, Hash, Equal, std::allocator<Entry>, true> entries;
     };
 
-    Shard& shardOf(const Key& key) { return shards[key.hash >> 58]; }
+    static constexpr std::size_t shardCount = 64;
+    static std::size_t shardNumber(const Key& key) { return key.hash >> 58; }
+
+    Shard& shard(std::size_t number) { return shards[number]; }
+    Shard& shardOf(const Key& key) { return shards[shardNumber(key)]; }
     Node* find(const Key& key) { return shardOf(key).find(key); }
 
 private:
-    std::array<Shard, 64> shards;
+    std::array<Shard, shardCount> shards;
 };
 
 } // namespace Repository

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
+#include "repository/SubtreeBuilder.h"
 
 #include <QSet>
 
@@ -59,18 +60,11 @@ Node& TreeEdit::makeNode(const QString& path, Node& parent)
         parent.children = std::make_unique<Children>();
     parent.children->append(*made);
 
-    NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    if (!shard.waiting.empty()) {
-        const auto waiting = shard.waiting.find(path);
-        if (waiting != shard.waiting.end()) {
-            made->exact = std::move(waiting->second.exact);
-            if (!waiting->second.rules.empty())
-                made->rules = std::make_unique<Rules>(std::move(waiting->second.rules));
-            shard.waiting.erase(waiting);
-        }
-    }
-    return shard.insert(std::move(made));
+    shard.handWaiting(*made);
+    return shard.insert({std::move(made), key.hash});
 }
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
@@ -292,9 +286,28 @@ void TreeEdit::unmount(const Backend& backend)
     prune(parent);
 }
 
+void TreeEdit::buildDocument(Backend& backend, Node& root)
+{
+    SubtreeBuilder builder(root);
+    FrameworkCore::Values::Value ofRoot;
+    backend.visitEntries([&](const Documents::Entry& entry) {
+        if (entry.path.empty())
+            ofRoot = entry.value;
+        else
+            builder.add(entry.path, entry.value);
+    });
+    showEntry(backend, root.path, ofRoot);
+    builder.file(store.index, store.patterns, deliveries);
+}
+
 void TreeEdit::showDocument(Backend& backend)
 {
     reshape(backend);
+    Node& root = ensure(backend.getName());
+    if (!root.isAttribute && (!root.children || root.children->count == 0)) {
+        buildDocument(backend, root);
+        return;
+    }
     std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
     QSet<QString> wanted;
     backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {
@@ -302,7 +315,6 @@ void TreeEdit::showDocument(Backend& backend)
         wanted.insert(path);
     });
 
-    Node& root = ensure(backend.getName());
     std::vector<Node*> present = subtree(root, &backend);
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
         if (wanted.contains(node->path))

@@ -68,6 +68,7 @@ private:
     void makeGroup(Node& node);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    void buildDocument(Backend& backend, Node& root);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const;
 
     AttributeStore& store;

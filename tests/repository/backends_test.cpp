@@ -288,6 +288,35 @@ private slots:
         QCOMPARE(read(QStringLiteral("m.in.side.oven.limit")), QVariant(250LL));
     }
 
+    // A file that comes back to sections it has left, with names beyond ASCII.
+    void mountsReachWhoWaited()
+    {
+        QStringList heard;
+        const auto hear = [&heard](const QString& path, const UpdatePoint&, const UpdateResult& result,
+                                   const QVariant& value, const QString& backend) {
+            QCOMPARE(result, UpdateResult::Created);
+            heard.append(path + QLatin1Char('=') + value.toString() + QLatin1Char('@') + backend);
+        };
+        const auto notifications = repository->getNotificationInterface();
+        notifications->registerUpdateCallback(QStringLiteral("w.a.b.late"), hear, 8);
+        notifications->registerUpdateCallback(QStringLiteral("w.*\u00e9*"), hear, 8);
+        repository->getValidationInterface()->addValidation(QStringLiteral("w.a.first"),
+                                                            QStringLiteral("range(0,9)"));
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("w"),
+                      put(QStringLiteral("w.ini"), "top=0\n[a]\nfirst=1\n[c]\ncaf\xC3\xA9=2\n[a.b]\nlate=3\n"
+                                                   "[a]\nsecond=4\n[ab]\nx=5\n[a.b]\nlate=6\n")));
+        QCOMPARE(heard, QStringList({QStringLiteral("w.c.caf\u00e9=2@w"), QStringLiteral("w.a.b.late=3@w")}));
+        QVERIFY(write(QStringLiteral("w.a.first"), 10) != 0);
+        const QStringList all = paths(QStringLiteral("w*"));
+        QCOMPARE(all.size(), 14);
+        for (const QString& path : all)
+            QVERIFY(path == QLatin1String("w") || repository->getTreeInterface()
+                                                      ->getChildNames(path.section(QLatin1Char('.'), 0, -2))
+                                                      .contains(path.section(QLatin1Char('.'), -1)));
+        QCOMPARE(read(QStringLiteral("w.a[2].second")), QVariant(4LL));
+        QCOMPARE(read(QStringLiteral("w.a.b[2].late")), QVariant(6LL));
+    }
+
     void reloadsFromOutside()
     {
         const QString file = put(QStringLiteral("o.ini"), ovenIni);

@@ -1,0 +1,111 @@
+#include "repository/SubtreeBuilder.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/PathRules.h"
+#include "repository/PatternIndex.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+bool isAscii(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
+}
+
+// Nearly all names are ASCII, which needs no decoder and just one block of memory.
+QString joinedPath(const QString& parent, std::string_view name)
+{
+    if (!isAscii(name))
+        return parent + pathSeparator + QString::fromUtf8(name.data(), int(name.size()));
+    QString path(parent.size() + 1 + int(name.size()), Qt::Uninitialized);
+    QChar* end = std::copy(parent.begin(), parent.end(), path.begin());
+    *end++ = pathSeparator;
+    std::transform(name.begin(), name.end(), end, [](char c) { return QLatin1Char(c); });
+    return path;
+}
+
+} // namespace
+
+SubtreeBuilder::SubtreeBuilder(Node& emptyRoot) : root(emptyRoot), levels{{0, &emptyRoot}}
+{
+}
+
+void SubtreeBuilder::add(std::string_view path, const Value& value)
+{
+    const std::size_t dot = path.rfind('.');
+    const bool atRoot = dot == std::string_view::npos;
+    Node& parent = parentOf(path, path.substr(0, atRoot ? 0 : dot));
+    auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(atRoot ? 0 : dot + 1)));
+    node->parent = &parent;
+    node->backend = root.backend;
+    node->access = root.access;
+    if (value.type != Type::Group) {
+        node->isAttribute = true;
+        node->value = FrameworkCore::Values::toVariant(value);
+    }
+    if (!parent.children)
+        parent.children = std::make_unique<Children>();
+    parent.children->append(*node);
+
+    last.assign(path);
+    levels.push_back({path.size(), node.get()});
+    if (!byPath.isEmpty())
+        byPath.insert(node->path, node.get());
+    const NodeIndex::Key key(node->path);
+    made[NodeIndex::shardNumber(key)].push_back({std::move(node), key.hash});
+}
+
+Node& SubtreeBuilder::parentOf(std::string_view path, std::string_view parent)
+{
+    const auto leadsTo = [&](std::size_t length) {
+        return length <= parent.size() && (length == 0 || length == parent.size() || path[length] == '.') &&
+               last.compare(0, length, path, 0, length) == 0;
+    };
+    while (!leadsTo(levels.back().pathLength))
+        levels.pop_back();
+    if (levels.back().pathLength == parent.size())
+        return *levels.back().node;
+    // The file comes back to a section that it has left.
+    Node& left = search(joinedPath(root.path, parent));
+    levels.push_back({parent.size(), &left});
+    return left;
+}
+
+Node& SubtreeBuilder::search(const QString& path)
+{
+    if (byPath.isEmpty()) {
+        for (const std::vector<NodeIndex::Entry>& entries : made) {
+            for (const NodeIndex::Entry& entry : entries)
+                byPath.insert(entry.node->path, entry.node.get());
+        }
+    }
+    return *byPath.value(path, &root);
+}
+
+void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries)
+{
+    byPath.clear();
+    for (std::size_t number = 0; number < made.size(); ++number) {
+        NodeIndex::Shard& shard = index.shard(number);
+        const std::lock_guard shardLock(shard.mutex);
+        shard.reserveMore(made[number].size());
+        for (NodeIndex::Entry& entry : made[number]) {
+            Node& node = *entry.node;
+            shard.handWaiting(node);
+            shard.insert(std::move(entry));
+            if (!node.isAttribute || (node.exact.empty() && patterns.getGeneration() == 0))
+                continue;
+            Delivery delivery(node, patterns, Delivery::UpdateResult::Created, Delivery::allPoints);
+            if (!delivery.isEmpty())
+                deliveries.push_back(std::move(delivery));
+        }
+    }
+}
+
+} // namespace Repository

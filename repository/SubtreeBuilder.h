@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+#include "repository/Delivery.h"
+#include "repository/NodeIndex.h"
+
+#include <QHash>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository {
+
+class PatternIndex;
+
+// Builds the nodes of a document below a root that has no children yet, then files them all at once. Nothing
+// needs to be compared there, and since a document tells of parents before their children, the parent of the
+// next node is nearly always at hand. The structure lock is held for all of its life; no other lock is taken
+// before the nodes are filed, so that adding may be done under the backend's.
+class SubtreeBuilder
+{
+public:
+    // What is built belongs to the root's backend and has its access mode.
+    explicit SubtreeBuilder(Node& emptyRoot);
+
+    // A node that is not there yet; the path is relative to the root and not empty. Parents come first.
+    void add(std::string_view path, const FrameworkCore::Values::Value& value);
+
+    // Hands all nodes to the index, and appends what the watchers of the new attributes are to be told.
+    void file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries);
+
+private:
+    // A node that the next one may go into: the last one, and those above it.
+    struct Level
+    {
+        std::size_t pathLength; // of the relative path
+        Node* node;             // not owned
+    };
+
+    Node& parentOf(std::string_view path, std::string_view parentPath);
+    Node& search(const QString& path);
+
+    Node& root;
+    std::array<std::vector<NodeIndex::Entry>, NodeIndex::shardCount> made;
+    std::string last; // the relative path of the last level
+    std::vector<Level> levels;
+    QHash<QStringView, Node*> byPath; // empty until a node is searched
+};
+
+} // namespace Repository
