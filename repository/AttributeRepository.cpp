@@ -4,6 +4,7 @@
 #include "repository/BackendRegistry.h"
 #include "repository/PathRules.h"
 #include "repository/Rule.h"
+#include "repository/SubtreeTransfer.h"
 
 namespace Repository {
 
@@ -122,7 +123,8 @@ std::shared_ptr<AttributeRepository> AttributeRepository::create()
 AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store)
     : backends(std::make_shared<BackendRegistry>(store)), reader(std::make_shared<Reader>(store)),
       writer(std::make_shared<Writer>(store)), notifications(std::make_shared<Notifications>(store)),
-      validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store))
+      validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),
+      transfer(std::make_shared<SubtreeTransfer>(store))
 {
 }
 
@@ -166,6 +168,11 @@ std::shared_ptr<Interfaces::ValidationInterface> AttributeRepository::getValidat
 std::shared_ptr<Interfaces::TreeInterface> AttributeRepository::getTreeInterface()
 {
     return tree;
+}
+
+std::shared_ptr<Interfaces::TransferInterface> AttributeRepository::getTransferInterface()
+{
+    return transfer;
 }
 
 } // namespace Repository

@@ -27,6 +27,7 @@ public:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface>
     getValidationInterface() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> getTreeInterface() override;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> getTransferInterface() override;
 
 private:
     explicit AttributeRepository(const std::shared_ptr<AttributeStore>& store);
@@ -37,6 +38,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::NotificationInterface> notifications;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface> validations;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> transfer;
 };
 
 } // namespace Repository

@@ -122,8 +122,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     return StatusCode::Success;
 }
 
-std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& node, const QVariant& value,
-                                                                          QString& reason) const
+FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, const QVariant& value,
+                                                            QVariant& accepted, QString& reason)
 {
     if (!isWritable(node.access)) {
         reason = QStringLiteral("it is read-only");
@@ -143,13 +143,24 @@ std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& 
         reason = broken->explain(*converted);
         return StatusCode::RefusedByValidation;
     }
+    accepted = *converted;
+    return StatusCode::Success;
+}
+
+std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& node, const QVariant& value,
+                                                                          QString& reason) const
+{
+    QVariant accepted;
+    const StatusCode status = accept(node, value, accepted, reason);
+    if (status != StatusCode::Success)
+        return status;
     if (node.backend) {
-        if (!node.backend->set(node.path, FrameworkCore::Values::toValue(*converted), reason))
+        if (!node.backend->set(node.path, FrameworkCore::Values::toValue(accepted), reason))
             return {};
         if (!reason.isEmpty())
             return StatusCode::BackendFailure;
     }
-    node.value = *converted;
+    node.value = std::move(accepted);
     return StatusCode::Success;
 }
 

@@ -78,9 +78,13 @@ public:
     std::vector<std::shared_ptr<Backend>> getBackends();
 
 private:
+    friend class SubtreeTransfer;
     friend class TreeEdit;
 
     static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
+    // What the attribute would hold after a write of the value; the reason when it is refused.
+    static StatusCode accept(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
+
     // Nothing while the node's backend is being reshaped.
     std::optional<StatusCode> store(Node& node, const QVariant& value, QString& reason) const;
     const Node* nodeOf(QStringView path); // structure lock held; the empty path is the top

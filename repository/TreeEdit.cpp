@@ -14,10 +14,17 @@ TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock
 {
 }
 
+TreeEdit::TreeEdit(AttributeStore& attributeStore, const QStringList& heldPaths)
+    : store(attributeStore), files(std::make_unique<FileHold>(attributeStore, heldPaths)),
+      lock(attributeStore.structure)
+{
+}
+
 TreeEdit::~TreeEdit()
 {
     reshapes.clear();
     lock.unlock();
+    files.reset();
     removedNodes.clear();
     for (const Delivery& delivery : deliveries)
         delivery.send();
@@ -100,26 +107,32 @@ const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, 
     return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
 }
 
+FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, const Node* node,
+                                                         const Backend* backend, const QVariant& value,
+                                                         QString& reason)
+{
+    if (backend && !isWritable(backend->getAccessMode())) {
+        reason = QStringLiteral("the backend '%1' is read-only").arg(backend->getName());
+        return StatusCode::NotWritable;
+    }
+    NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
+    const std::lock_guard shardLock(shard.mutex);
+    const Rules* rules = rulesOf(shard, node, path);
+    const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
+    if (broken)
+        reason = broken->explain(value);
+    return broken ? StatusCode::RefusedByValidation : StatusCode::Success;
+}
+
 FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, const QVariant& value,
                                                                AccessMode access, QString& reason)
 {
     Node* node = find(path);
     Node& ancestor = node ? *node : nearest(parentPath(path));
     Backend* backend = ancestor.backend;
-    if (backend && !isWritable(backend->getAccessMode())) {
-        reason = QStringLiteral("the backend '%1' is read-only").arg(backend->getName());
-        return StatusCode::NotWritable;
-    }
-    {
-        NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
-        const std::lock_guard shardLock(shard.mutex);
-        const Rules* rules = rulesOf(shard, node, path);
-        const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
-        if (broken) {
-            reason = broken->explain(value);
-            return StatusCode::RefusedByValidation;
-        }
-    }
+    const StatusCode status = acceptNew(path, node, backend, value, reason);
+    if (status != StatusCode::Success)
+        return status;
     if (backend) {
         reason = backend->insert(path, FrameworkCore::Values::toValue(value));
         if (!reason.isEmpty())
@@ -132,6 +145,20 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     }
     setAttribute(*node, value, access, UpdateResult::Created);
     return StatusCode::Success;
+}
+
+FrameworkCore::AppConfig::StatusCode TreeEdit::writeDocument(const Node& node, const QVariant& value,
+                                                             QVariant& accepted, QString& reason)
+{
+    {
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+        const StatusCode status = AttributeStore::accept(node, value, accepted, reason);
+        if (status != StatusCode::Success)
+            return status;
+    }
+    if (node.backend)
+        reason = reshape(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted));
+    return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
 }
 
 std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) const
@@ -156,33 +183,45 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, Q
         reason = QStringLiteral("there is no such attribute");
         return StatusCode::NotFound;
     }
+    bool siblingsMove = false;
+    const StatusCode status = removeFromDocument(*node, siblingsMove, reason);
+    if (status == StatusCode::Success)
+        removeFromTree(*node, siblingsMove);
+    return status;
+}
+
+FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bool& siblingsMove,
+                                                                  QString& reason)
+{
     for (const auto& backend : store.backends) {
-        if (isAtOrBelow(backend->getName(), path)) {
+        if (isAtOrBelow(backend->getName(), node.path)) {
             reason = QStringLiteral("it holds the root of the backend '%1'").arg(backend->getName());
             return StatusCode::NotWritable;
         }
     }
-    for (const Node* below : subtree(*node, nullptr)) {
+    for (const Node* below : subtree(node, nullptr)) {
         if (below->isAttribute && !isWritable(below->access)) {
             reason = QStringLiteral("'%1' is read-only").arg(below->path);
             return StatusCode::NotWritable;
         }
     }
-    Backend* backend = node->backend;
-    const bool siblingsMove = backend && backend->removalMovesSiblings(path);
-    if (backend) {
-        reshape(*backend);
-        reason = backend->remove(path);
-        if (!reason.isEmpty())
-            return StatusCode::BackendFailure;
-    }
-    Node& parent = *node->parent;
-    remove(*node);
+    if (!node.backend)
+        return StatusCode::Success;
+    reshape(*node.backend);
+    siblingsMove = node.backend->removalMovesSiblings(node.path);
+    reason = node.backend->remove(node.path);
+    return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
+}
+
+void TreeEdit::removeFromTree(Node& node, bool siblingsMove)
+{
+    Backend* const backend = node.backend;
+    Node& parent = *node.parent;
+    remove(node);
     if (siblingsMove)
         showDocument(*backend);
     else
         prune(parent);
-    return StatusCode::Success;
 }
 
 void TreeEdit::remove(Node& node)

@@ -4,6 +4,7 @@
 #include "repository/AttributeStore.h"
 #include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
+#include "repository/FileHold.h"
 
 #include <map>
 #include <memory>
@@ -22,14 +23,25 @@ public:
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
 
     explicit TreeEdit(AttributeStore& store);
+
+    // The files of the backends that the paths touch are held, too, until the lock is released.
+    TreeEdit(AttributeStore& store, const QStringList& heldPaths);
+
     ~TreeEdit();
     Q_DISABLE_COPY(TreeEdit)
 
     Node* find(QStringView path);
 
+    // The node itself or the nearest one above it that there is.
+    Node& nearest(QStringView path);
+
     // The node of a path, made as a group with all that lead to it where it is missing. The empty path is the
     // top.
     Node& ensure(QStringView path);
+
+    // Whether a new attribute may be made there with this value; the reason when it may not.
+    StatusCode acceptNew(const QString& path, const Node* node, const Backend* backend, const QVariant& value,
+                         QString& reason);
 
     // A new attribute, in memory or in the backend that its place belongs to; the reason when it is refused.
     StatusCode createAttribute(const QString& path, const QVariant& value, AccessMode access,
@@ -37,8 +49,18 @@ public:
 
     void setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result);
 
+    // Writes an attribute that exists, in memory or in its backend; the tree shows it by setAttribute.
+    StatusCode writeDocument(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
+
     // Takes away a node and all below it; the reason when it is refused.
     StatusCode removeTree(const QString& path, QString& reason);
+
+    // The two halves of removeTree. The first changes no more than the document, and can be refused.
+    StatusCode removeFromDocument(Node& node, bool& siblingsMove, QString& reason);
+    void removeFromTree(Node& node, bool siblingsMove);
+
+    // Takes the value from a node; it stays as a group.
+    void makeGroup(Node& node);
 
     // Takes away nodes without asking and without touching their backend's document.
     void remove(Node& node);
@@ -63,15 +85,14 @@ public:
     Backend::Reshape& reshape(Backend& backend);
 
 private:
-    Node& nearest(QStringView path);
     Node& makeNode(const QString& path, Node& parent);
-    void makeGroup(Node& node);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const;
 
     AttributeStore& store;
+    std::unique_ptr<FileHold> files;
     std::unique_lock<std::shared_mutex> lock;
     std::map<const Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;

@@ -1,0 +1,123 @@
+#include "repository/BulkWrite.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/PathRules.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::Notification::UpdateResult;
+using FrameworkCore::Values::Value;
+
+BulkWrite::BulkWrite(TreeEdit& treeEdit) : edit(treeEdit)
+{
+}
+
+BulkWrite::~BulkWrite()
+{
+    if (isFinished)
+        return;
+    for (Backend* backend : touched)
+        edit.reshape(*backend).restoreText();
+}
+
+BulkWrite::Place BulkWrite::placeOf(const QString& path)
+{
+    const QStringView parent = parentPath(path);
+    if (!isParentKnown || parent != knownParent) {
+        knownParent = parent.toString();
+        parentNode = &edit.nearest(parent);
+        parentBackend = parentNode->backend;
+        if (parentNode->path.size() != parent.size())
+            parentNode = nullptr;
+        isParentKnown = true;
+    }
+    Node* node = parentNode ? edit.find(path) : nullptr;
+    return {node, node ? node->backend : parentBackend};
+}
+
+QString BulkWrite::insert(Backend& backend, const QString& path, const Value& value)
+{
+    if (std::find(touched.begin(), touched.end(), &backend) == touched.end()) {
+        edit.reshape(backend).keepText();
+        touched.push_back(&backend);
+    }
+    return backend.insert(path, value);
+}
+
+FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path, const QVariant& value,
+                                                             AccessMode access, QString& reason)
+{
+    if (path.isEmpty()) {
+        reason = QStringLiteral("a value needs a path");
+        return StatusCode::InvalidPath;
+    }
+    if (isAtOrBelow(path, ownRoot)) {
+        reason = QStringLiteral("it belongs to the repository itself");
+        return StatusCode::NotWritable;
+    }
+    const Place place = placeOf(path);
+    if (place.node && place.node->isAttribute) {
+        if (place.backend && std::find(touched.begin(), touched.end(), place.backend) == touched.end()) {
+            edit.reshape(*place.backend).keepText();
+            touched.push_back(place.backend);
+        }
+        QVariant accepted;
+        const StatusCode status = edit.writeDocument(*place.node, value, accepted, reason);
+        if (status == StatusCode::Success)
+            items.push_back({path, accepted, place.node->access, false, place.node});
+        return status;
+    }
+    const StatusCode status = edit.acceptNew(path, place.node, place.backend, value, reason);
+    if (status != StatusCode::Success)
+        return status;
+    if (place.backend) {
+        reason = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
+        if (!reason.isEmpty())
+            return StatusCode::BackendFailure;
+        const AccessMode most = place.backend->getAccessMode();
+        const auto common = AccessMode(quint8(access) & quint8(most));
+        access = common == AccessMode::None ? most : common;
+    }
+    items.push_back({path, value, access, false, nullptr});
+    return status;
+}
+
+FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QString& reason)
+{
+    const Place place = path.isEmpty() ? Place() : placeOf(path);
+    if (place.node || !place.backend)
+        return StatusCode::Success;
+    const StatusCode status = edit.acceptNew(path, nullptr, place.backend, {}, reason);
+    if (status != StatusCode::Success)
+        return status;
+    reason = insert(*place.backend, path, Value());
+    if (!reason.isEmpty())
+        return StatusCode::BackendFailure;
+    items.push_back({path, {}, AccessMode::ReadWrite, true, nullptr});
+    return status;
+}
+
+void BulkWrite::finish()
+{
+    isFinished = true;
+    for (const Item& item : items)
+        show(item);
+}
+
+void BulkWrite::show(const Item& item)
+{
+    if (item.node) {
+        const bool isChanged =
+            item.node->value.isValid() != item.value.isValid() || item.node->value != item.value;
+        edit.setAttribute(*item.node, item.value, item.access,
+                          isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
+        return;
+    }
+    Node& node = edit.ensure(item.path);
+    if (!item.isGroup)
+        edit.setAttribute(node, item.value, item.access, UpdateResult::Created);
+}
+
+} // namespace Repository

@@ -1,0 +1,229 @@
+#include "repository/SubtreeTransfer.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/AttributeStore.h"
+#include "repository/BulkWrite.h"
+#include "repository/PathRules.h"
+#include "repository/documents/Document.h"
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+QString joined(const QString& root, const QString& below)
+{
+    if (root.isEmpty() || below.isEmpty())
+        return root + below;
+    return root + pathSeparator + below;
+}
+
+QString noType(const QString& type)
+{
+    return QStringLiteral("there is no backend type '%1'").arg(type);
+}
+
+bool isEmptyGroup(const Node& node)
+{
+    return !node.isAttribute && (!node.children || node.children->count == 0);
+}
+
+// What a copy of the attribute may be used for, before its destination limits that. What only the backend of
+// the original forbids is allowed to the copy.
+AccessMode accessOfCopy(const Node& node)
+{
+    const AccessMode most = node.backend ? node.backend->getAccessMode() : AccessMode::ReadWrite;
+    return node.access == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite : node.access;
+}
+
+} // namespace
+
+SubtreeTransfer::SubtreeTransfer(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
+{
+}
+
+StatusCode SubtreeTransfer::report(const Refusal& refusal) const
+{
+    return refusal.status == StatusCode::Success
+               ? refusal.status
+               : AttributeStore::refuse(refusal.status, refusal.path, refusal.reason);
+}
+
+void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
+                              QString& hidden) const
+{
+    const QString path = node.path.mid(rootLength);
+    if (isEmptyGroup(node)) {
+        parts.push_back({path, {}, AccessMode::ReadWrite, true});
+        return;
+    }
+    const std::lock_guard shardLock(store->index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (!node.isAttribute)
+        return;
+    if (node.isReadable())
+        parts.push_back({path, node.value, accessOfCopy(node), false});
+    else if (hidden.isEmpty())
+        hidden = node.path;
+}
+
+std::vector<SubtreeTransfer::Part> SubtreeTransfer::collect(const Node& root, QString& hidden) const
+{
+    std::vector<Part> parts;
+    const int rootLength = root.path.isEmpty() ? 0 : root.path.size() + 1;
+    std::vector<const Node*> walk{&root};
+    while (!walk.empty()) {
+        const Node* node = walk.back();
+        walk.pop_back();
+        if (node->path == ownRoot && root.path.isEmpty())
+            continue;
+        if (node->parent)
+            addPart(*node, rootLength, parts, hidden);
+        if (!node->children)
+            continue;
+        const std::vector<Node*>& places = node->children->places;
+        for (auto child = places.rbegin(); child != places.rend(); ++child) {
+            if (*child)
+                walk.push_back(*child);
+        }
+    }
+    return parts;
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::checkReadable(const std::vector<Part>& parts, const QString& hidden)
+{
+    if (hidden.isEmpty() || !parts.empty())
+        return {};
+    return {StatusCode::NotReadable, hidden,
+            QStringLiteral("it is write-only, and its value is not taken elsewhere")};
+}
+
+StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to)
+{
+    Refusal refusal;
+    {
+        TreeEdit edit(*store, {from, to});
+        refusal = transfer(edit, from, to, false);
+    }
+    return report(refusal);
+}
+
+StatusCode SubtreeTransfer::moveTree(const QString& from, const QString& to)
+{
+    Refusal refusal;
+    {
+        TreeEdit edit(*store, {from, to});
+        refusal = transfer(edit, from, to, true);
+    }
+    return report(refusal);
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QString& to,
+                                                   bool isMove)
+{
+    Node* source = edit.find(from);
+    if (!source)
+        return {StatusCode::NotFound, from, QStringLiteral("there is no such attribute")};
+    if (!isValidPath(to) || isAtOrBelow(to, from))
+        return {StatusCode::InvalidPath, to, QStringLiteral("'%1' cannot be put there").arg(from)};
+    if (edit.find(to))
+        return {StatusCode::AlreadyExists, to, QStringLiteral("it exists already")};
+    if (isMove && isAtOrBelow(from, ownRoot))
+        return {StatusCode::NotWritable, from, QStringLiteral("it belongs to the repository itself")};
+    QString hidden;
+    const std::vector<Part> parts = collect(*source, hidden);
+    Refusal refusal = checkReadable(isMove ? std::vector<Part>() : parts, hidden);
+    if (refusal.status != StatusCode::Success)
+        return refusal;
+
+    BulkWrite bulk(edit);
+    for (const Part& part : parts) {
+        refusal.path = joined(to, part.path);
+        refusal.status = part.isGroup
+                             ? bulk.addGroup(refusal.path, refusal.reason)
+                             : bulk.addAttribute(refusal.path, part.value, part.access, refusal.reason);
+        if (refusal.status != StatusCode::Success)
+            return refusal;
+    }
+    bool siblingsMove = false;
+    if (isMove) {
+        refusal.path = from;
+        refusal.status = edit.removeFromDocument(*source, siblingsMove, refusal.reason);
+        if (refusal.status != StatusCode::Success)
+            return refusal;
+    }
+    bulk.finish();
+    if (isMove)
+        edit.removeFromTree(*source, siblingsMove);
+    return refusal;
+}
+
+StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text)
+{
+    const auto document = Documents::makeDocument(type.toStdString());
+    if (!document)
+        return report({StatusCode::BackendFailure, path, noType(type)});
+    Refusal refusal{StatusCode::NotFound, path, QStringLiteral("there is no such attribute")};
+    std::vector<Part> parts;
+    {
+        const std::shared_lock lock(store->structure);
+        QString hidden;
+        if (const Node* root = store->nodeOf(path)) {
+            parts = collect(*root, hidden);
+            refusal = checkReadable(parts, hidden);
+        }
+    }
+    if (refusal.status != StatusCode::Success)
+        return report(refusal);
+    for (const Part& part : parts) {
+        const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
+        if (part.isGroup && part.path.isEmpty())
+            continue;
+        const Documents::Outcome outcome = document->insert(part.path.toStdString(), value);
+        if (!outcome.ok())
+            return report(
+                {StatusCode::BackendFailure, joined(path, part.path), QString::fromStdString(outcome.error)});
+    }
+    text = QByteArray::fromStdString(document->getBytes());
+    return StatusCode::Success;
+}
+
+StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text)
+{
+    const auto document = Documents::makeDocument(type.toStdString());
+    if (!document)
+        return report({StatusCode::BackendFailure, path, noType(type)});
+    const Documents::Outcome outcome = document->parse(text.toStdString());
+    if (!outcome.ok())
+        return report({StatusCode::BackendFailure, path,
+                       QStringLiteral("the text is no %1: line %2, column %3: %4")
+                           .arg(type)
+                           .arg(outcome.line)
+                           .arg(outcome.column)
+                           .arg(QString::fromStdString(outcome.error))});
+    if (!path.isEmpty() && !isValidPath(path))
+        return report({StatusCode::InvalidPath, path, QStringLiteral("it is no valid path")});
+
+    Refusal refusal;
+    {
+        TreeEdit edit(*store, {path});
+        BulkWrite bulk(edit);
+        document->visit([&](const Documents::Entry& entry) {
+            if (refusal.status != StatusCode::Success)
+                return;
+            refusal.path = joined(path, QString::fromStdString(entry.path));
+            refusal.status =
+                entry.value.type == FrameworkCore::Values::Type::Group
+                    ? bulk.addGroup(refusal.path, refusal.reason)
+                    : bulk.addAttribute(refusal.path, FrameworkCore::Values::toVariant(entry.value),
+                                        AccessMode::ReadWrite, refusal.reason);
+        });
+        if (refusal.status == StatusCode::Success)
+            bulk.finish();
+    }
+    return report(refusal);
+}
+
+} // namespace Repository

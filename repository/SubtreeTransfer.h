@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/TransferInterface.h"
+
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+namespace Repository {
+
+class AttributeStore;
+class TreeEdit;
+struct Node;
+
+// Copies, moves, exports and imports subtrees of the store; see TransferInterface. Documents take everything
+// before the tree does, so that a refusal can be taken back. Any thread.
+class SubtreeTransfer : public FrameworkCore::AppConfig::Interfaces::TransferInterface
+{
+public:
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+
+    explicit SubtreeTransfer(std::shared_ptr<AttributeStore> store);
+
+    StatusCode copyTree(const QString& from, const QString& to) override;
+    StatusCode moveTree(const QString& from, const QString& to) override;
+    StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) override;
+    StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) override;
+
+private:
+    // One node of a subtree: an attribute, or a group that has no children.
+    struct Part
+    {
+        QString path; // relative to the subtree's root; empty for the root
+        QVariant value;
+        FrameworkCore::AppConfig::AccessMode access;
+        bool isGroup;
+    };
+
+    // What came of an operation, and on which path; shown to the person when it is no success.
+    struct Refusal
+    {
+        StatusCode status = StatusCode::Success;
+        QString path;
+        QString reason;
+    };
+
+    Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove);
+
+    // The parts in the order of a file, without what must not be read; hidden is the path of the first such
+    // attribute. The structure lock is held.
+    std::vector<Part> collect(const Node& root, QString& hidden) const;
+    void addPart(const Node& node, int rootLength, std::vector<Part>& parts, QString& hidden) const;
+
+    static Refusal checkReadable(const std::vector<Part>& parts, const QString& hidden);
+    StatusCode report(const Refusal& refusal) const;
+
+    std::shared_ptr<AttributeStore> store;
+};
+
+} // namespace Repository

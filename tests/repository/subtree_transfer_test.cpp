@@ -1,0 +1,195 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/AttributeRepository.h"
+#include "repository/documents/Document.h"
+#include "tests/support/TestRun.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <thread>
+
+using namespace FrameworkCore::AppConfig;
+using FrameworkCore::Notification::UpdatePoint;
+using FrameworkCore::Notification::UpdateResult;
+using Repository::AttributeRepository;
+
+namespace {
+
+QString lastFailure()
+{
+    return Shared::Logging::LogRecord::instance().getLines().last().text;
+}
+
+} // namespace
+
+class SubtreeTransferTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<AttributeRepository> repository;
+    std::unique_ptr<QTemporaryDir> folder;
+
+    void mount(const QString& type, const QString& name, const QByteArray& text,
+               AccessMode access = AccessMode::ReadWrite)
+    {
+        QFile file(folder->filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("no test file");
+        file.close();
+        if (!repository->getBackendInterface()->createBackend(type, name,
+                                                              {file.fileName(), QString(), access}, 2))
+            qFatal("not mounted");
+    }
+
+    QByteArray saved(const QString& name)
+    {
+        if (!repository->getBackendInterface()->saveBackend(name))
+            return "not saved";
+        QFile file(folder->filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
+    // Every node below a root, with its value and type, as what it is relative to the root.
+    QStringList tree(const QString& root)
+    {
+        QStringList lines;
+        QStringList paths = repository->getTreeInterface()->findPaths({root + QLatin1Char('*')});
+        paths.sort();
+        for (const QString& path : qAsConst(paths)) {
+            QVariant value;
+            const bool isAttribute =
+                repository->getReaderInterface()->readAttributeValue(path, value, 0) == 0;
+            lines.append(path.mid(root.size()) +
+                         (isAttribute ? QLatin1Char('=') + value.toString() : QString()) + QLatin1Char(' ') +
+                         QLatin1String(value.typeName()));
+        }
+        return lines;
+    }
+
+    void create(const QString& path, const QVariant& value, int access = 3)
+    {
+        if (!repository->getWriterInterface()->createAttribute(path, value, 2, access))
+            qFatal("not created");
+    }
+
+    std::shared_ptr<Interfaces::TransferInterface> transfer() { return repository->getTransferInterface(); }
+
+private slots:
+    void init()
+    {
+        repository = AttributeRepository::create();
+        folder = std::make_unique<QTemporaryDir>();
+    }
+
+    void copiesBetweenFormats_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        for (const std::string& from : Repository::Documents::getDocumentTypes()) {
+            for (const std::string& to : Repository::Documents::getDocumentTypes())
+                QTest::addRow("%s to %s", from.c_str(), to.c_str())
+                    << QString::fromStdString(from) << QString::fromStdString(to);
+            QTest::addRow("%s to memory", from.c_str()) << QString::fromStdString(from) << QString();
+        }
+    }
+
+    // The copy holds the same, in memory and after the destination was saved and loaded; a move also empties
+    // the source.
+    void copiesBetweenFormats()
+    {
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        mount(from, QStringLiteral("a"), {});
+        create(QStringLiteral("a.r.s.flag"), true);
+        create(QStringLiteral("a.r.s.count"), -5);
+        create(QStringLiteral("a.r.s.name"), QStringLiteral("x = \"y\"; #z"));
+        create(QStringLiteral("a.r.s.deep.er"), 7);
+        create(QStringLiteral("a.r.t.big"), 18446744073709551615ULL);
+        const QStringList expected = tree(QStringLiteral("a.r.s"));
+        if (!to.isEmpty())
+            mount(to, QStringLiteral("b"), {});
+        QCOMPARE(transfer()->copyTree(QStringLiteral("a.r.s"), QStringLiteral("b.r.copy")), Success);
+        QCOMPARE(tree(QStringLiteral("b.r.copy")), expected);
+        QCOMPARE(transfer()->moveTree(QStringLiteral("a.r.s"), QStringLiteral("b.r.moved")), Success);
+        QCOMPARE(tree(QStringLiteral("b.r.moved")), expected);
+        QCOMPARE(tree(QStringLiteral("a.r.s")), QStringList());
+        if (to.isEmpty())
+            return;
+        saved(QStringLiteral("b"));
+        const QString file = folder->filePath(QStringLiteral("b"));
+        repository = AttributeRepository::create();
+        QVERIFY(repository->getBackendInterface()->createBackend(
+            to, QStringLiteral("b"), {file, QString(), AccessMode::ReadWrite}, 2));
+        QCOMPARE(tree(QStringLiteral("b.r.copy")), expected);
+        QCOMPARE(tree(QStringLiteral("b.r.moved")), expected);
+    }
+
+    void refusesAsAWhole_data()
+    {
+        QTest::addColumn<QString>("from");
+        QTest::addColumn<QString>("to");
+        QTest::addColumn<int>("copied");
+        QTest::addColumn<int>("moved");
+        QTest::addColumn<QString>("where");
+        const auto row = [](const char* name, const char* from, const char* to, int copied, int moved,
+                            const char* where) {
+            QTest::newRow(name) << QString::fromLatin1(from) << QString::fromLatin1(to) << copied << moved
+                                << QString::fromLatin1(where);
+        };
+        row("nothing there", "j.none", "i.x", NotFound, NotFound, "'j.none'");
+        row("exists", "j.a", "i.s.k", AlreadyExists, AlreadyExists, "'i.s.k'");
+        row("into itself", "j.a", "j.a.b.c", InvalidPath, InvalidPath, "'j.a.b.c'");
+        row("onto itself", "j.a", "j.a", InvalidPath, InvalidPath, "'j.a'");
+        row("no path", "j.a", "i..x", InvalidPath, InvalidPath, "'i..x'");
+        row("read-only", "j.a", "r.x", NotWritable, NotWritable, "'r.x.first'");
+        row("rule", "j.a", "i.ruled", RefusedByValidation, RefusedByValidation, "'i.ruled.last'");
+        row("format", "j.a", "list.x", BackendFailure, BackendFailure, "'list.x.first'");
+        row("own", "j.a", "internal.x", NotWritable, NotWritable, "'internal.x.first'");
+        row("hidden", "w.s", "i.x", NotReadable, NotReadable, "'w.s.k'");
+        row("from read-only", "r.s", "i.x", Success, NotWritable, "'r.s'");
+        row("a root", "r", "i.x", Success, NotWritable, "'r'");
+        row("partly hidden", "mixed", "i.x", Success, NotReadable, "'mixed.hidden'");
+    }
+
+    void refusesAsAWhole()
+    {
+        mount(QStringLiteral("json"), QStringLiteral("j"), "{\"a\": {\"first\": 1, \"last\": 2}}\n");
+        mount(QStringLiteral("ini"), QStringLiteral("i"), "[s]\nk=1\n");
+        mount(QStringLiteral("ini"), QStringLiteral("r"), "[s]\nk=1\n", AccessMode::ReadOnly);
+        mount(QStringLiteral("ini"), QStringLiteral("w"), "[s]\nk=1\n", AccessMode::WriteOnly);
+        mount(QStringLiteral("json"), QStringLiteral("list"), "[1]\n");
+        create(QStringLiteral("mixed.open"), 1);
+        create(QStringLiteral("mixed.hidden"), 2, 2);
+        repository->getValidationInterface()->addValidation(QStringLiteral("i.ruled.last"),
+                                                            QStringLiteral("range(0,1)"));
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(int, copied);
+        QFETCH(int, moved);
+        QFETCH(QString, where);
+        const QStringList before = tree(QString());
+        int heard = 0;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("*"), [&heard](auto&&...) { ++heard; }, 15);
+        if (moved != Success) {
+            QCOMPARE(int(transfer()->moveTree(from, to)), moved);
+            QVERIFY2(lastFailure().contains(where), qPrintable(lastFailure()));
+            QCOMPARE(heard, 0);
+            QCOMPARE(tree(QString()), before);
+        }
+        QCOMPARE(int(transfer()->copyTree(from, to)), copied);
+        QCOMPARE(heard > 0, copied == Success);
+        if (copied == Success)
+            return;
+        QCOMPARE(tree(QString()), before);
+        QCOMPARE(saved(QStringLiteral("i")), QByteArray("[s]\nk=1\n"));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, SubtreeTransferTest>(argc, argv);
+}
+
+#include "subtree_transfer_test.moc"
