@@ -6,7 +6,6 @@
 #include <QVariant>
 
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 #include <unistd.h>
 
 // A file becomes live attributes: createBackend from the name of the file to a tree that can be read, written
@@ -54,7 +53,7 @@ void load(benchmark::State& state, const char* formatName)
         if (!isMounted || !holdsSamples(repository, format, keyCount))
             state.SkipWithError("the file did not become attributes");
         repository.reset();
-        malloc_trim(0);
+
         state.ResumeTiming();
     }
     state.SetItemsProcessed(state.iterations() * keyCount);

@@ -95,11 +95,13 @@ void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::v
         NodeIndex::Shard& shard = index.shard(number);
         const std::lock_guard shardLock(shard.mutex);
         shard.reserveMore(made[number].size());
+        const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
         for (NodeIndex::Entry& entry : made[number]) {
             Node& node = *entry.node;
-            shard.handWaiting(node);
+            if (anybodyListens)
+                shard.handWaiting(node);
             shard.insert(std::move(entry));
-            if (!node.isAttribute || (node.exact.empty() && patterns.getGeneration() == 0))
+            if (!anybodyListens || !node.isAttribute)
                 continue;
             Delivery delivery(node, patterns, Delivery::UpdateResult::Created, Delivery::allPoints);
             if (!delivery.isEmpty())
