@@ -225,7 +225,9 @@ void JsonMembers::appendName(std::string& path, JsonNodeId child, std::size_t po
         return;
     }
     std::string buffer;
-    path += joinNumber(encodeKey(keyOf(child, buffer)), ordinalOf(child));
+    appendKey(path, keyOf(child, buffer));
+    if (const std::uint32_t ordinal = ordinalOf(child); ordinal > 1)
+        path += '[' + std::to_string(ordinal) + ']';
 }
 
 JsonNodeId JsonMembers::findOwnValue(JsonNodeId object) const

@@ -83,11 +83,12 @@ std::size_t skipDigits(std::string_view text, std::size_t at)
 
 std::size_t findStringEnd(std::string_view text, std::size_t quote)
 {
-    for (std::size_t i = quote + 1; i < text.size(); ++i) {
-        if (text[i] == '"')
-            return i + 1;
-        if (text[i] == '\\')
-            ++i;
+    for (std::size_t end = text.find('"', quote + 1); end != npos; end = text.find('"', end + 1)) {
+        std::size_t run = end; // of backslashes before it: a pair of them is one character
+        while (run > quote + 1 && text[run - 1] == '\\')
+            --run;
+        if ((end - run) % 2 == 0)
+            return end + 1;
     }
     return npos;
 }

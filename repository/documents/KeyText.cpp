@@ -49,6 +49,15 @@ bool isNothingButNul(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return c == '\0'; });
 }
 
+// A key that can be told at a glance to need no encoding, as nearly all can.
+bool isPlain(std::string_view key)
+{
+    return !key.empty() && key.front() != '@' && key.front() != '#' && key.back() != ']' &&
+           std::all_of(key.begin(), key.end(), [](char c) {
+               return c >= 0x20 && c < 0x7F && c != '.' && c != '*' && c != '%' && c != ';';
+           });
+}
+
 } // namespace
 
 bool endsInNumber(std::string_view key)
@@ -64,11 +73,20 @@ bool endsInNumber(std::string_view key)
 std::string encodeKey(std::string_view key)
 {
     std::string out;
+    appendKey(out, key);
+    return out;
+}
+
+void appendKey(std::string& out, std::string_view key)
+{
+    if (isPlain(key)) {
+        out += key;
+        return;
+    }
     if (isNothingButNul(key)) {
         appendEncoded(out, std::string(key.size() + 1, '\0'));
-        return out;
+        return;
     }
-    out.reserve(key.size());
     const std::size_t closing = endsInNumber(key) ? key.size() - 1 : key.size();
     for (std::size_t at = 0; at < key.size();) {
         const std::size_t length = std::max<std::size_t>(1, utf8Length(key.substr(at)));
@@ -80,7 +98,6 @@ std::string encodeKey(std::string_view key)
             out += sequence;
         at += length;
     }
-    return out;
 }
 
 std::string encodePath(std::string_view name)

@@ -13,6 +13,7 @@ namespace Repository::Documents {
 // bytes that are no UTF-8; all else stands as it is. A key of nothing but NUL characters, the empty one too,
 // has one "%00" more than it has characters, so that no two keys share a form.
 std::string encodeKey(std::string_view key);
+void appendKey(std::string& path, std::string_view key);
 
 // The path that a name with dots in it stands for, where a file holds paths as they are. The parts between
 // the dots stand in the file as in the path, "%" too, but for what a path cannot hold.
