@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,13 @@ struct Entry
     std::string
         path; // relative to the document's root; encoded components joined by "."; empty for the root itself
     FrameworkCore::Values::Value value; // Type::Group for a node without a value of its own
+};
+
+// Where a piece of text stands in getBytes.
+struct Span
+{
+    std::size_t offset = 0;
+    std::size_t length = 0;
 };
 
 // A configuration file as its author left it: the original bytes, where in them the entries lie, and the
@@ -57,6 +65,18 @@ public:
     virtual bool removalMovesSiblings(std::string_view path) const = 0;
 
     virtual bool contains(std::string_view path) const = 0;
+
+    // The bytes of an entry's value; nothing for an unknown path and for a group. Costs the size of the
+    // document.
+    virtual std::optional<Span> locate(std::string_view path) const = 0;
+
+    // The value of an entry exactly as the file spells it, for respell of a document of the same type only;
+    // nothing for an unknown path and for a group.
+    virtual std::optional<std::string> spell(std::string_view path) const = 0;
+
+    // Changes the value of an entry to one that spell gave, byte for byte, so that undo restores a file
+    // exactly.
+    virtual Outcome respell(std::string_view path, std::string_view spelling) = 0;
 
     // The text with all edits.
     virtual std::string getBytes() const = 0;

@@ -155,18 +155,49 @@ bool IniDocument::contains(std::string_view path) const
     return index.find(path) != nullptr;
 }
 
+template <typename Visitor>
+void IniDocument::write(Visitor visitor) const
+{
+    bool endsInLine = true;
+    for (const IniPiece& piece : pieces) {
+        // The last line of the file may lack its end until another comes behind it.
+        if (!endsInLine)
+            visitor(nullptr, style.lineEnd);
+        visitor(&piece, piece.line.text);
+        endsInLine = endsLine(piece.line.text);
+    }
+}
+
 std::string IniDocument::getBytes() const
 {
     std::string bytes(byteOrderMark ? utf8Mark : std::string_view());
     bytes.reserve(fileBytes->size() + fileBytes->size() / 16);
-    const std::size_t begin = bytes.size();
-    for (const IniPiece& piece : pieces) {
-        // The last line of the file may lack its end until another comes behind it.
-        if (bytes.size() > begin && !endsLine(bytes))
-            bytes += style.lineEnd;
-        bytes += piece.line.text;
-    }
+    write([&bytes](const IniPiece*, std::string_view text) { bytes += text; });
     return bytes;
+}
+
+std::optional<Span> IniDocument::locate(std::string_view path) const
+{
+    const IniItem* const item = index.find(path);
+    if (!item || !item->entry)
+        return {};
+    const IniLine& line = item->entry->line;
+    Span span{byteOrderMark ? utf8Mark.size() : 0, line.value().size()};
+    bool found = false;
+    write([&](const IniPiece* piece, std::string_view text) {
+        found = found || piece == item->entry;
+        span.offset += found ? 0 : text.size();
+    });
+    span.offset += line.valueBegin;
+    return span;
+}
+
+std::optional<std::string> IniDocument::spell(std::string_view path) const
+{
+    const IniItem* const item = index.find(path);
+    if (!item || !item->entry)
+        return {};
+    return std::string(item->entry->line.text);
 }
 
 Outcome IniDocument::set(std::string_view path, const Value& value)
@@ -179,20 +210,35 @@ Outcome IniDocument::set(std::string_view path, const Value& value)
         return {};
     const IniLine original =
         piece.original.empty() ? piece.line : scanSingle(piece.original).value_or(piece.line);
-    const bool asBefore = !piece.original.empty() && readIniValue(original) == value;
-    std::optional<std::string> text;
-    if (!asBefore)
-        text = writeIniValue(original, value, style);
-    if (!asBefore && !text)
-        return refused(explainIniRefusal(value));
-    const IniLine line = asBefore ? original : scanSingle(*text).value_or(original);
+    if (!piece.original.empty() && readIniValue(original) == value)
+        return replace(piece, piece.original);
+    const std::optional<std::string> text = writeIniValue(original, value, style);
+    return text ? replace(piece, *text) : refused(explainIniRefusal(value));
+}
+
+Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
+{
+    const IniItem* const item = index.find(path);
+    if (!item || !item->entry)
+        return refused(item ? "it is a section and has no value" : "there is no such entry");
+    const std::optional<IniLine> line = scanSingle(spelling);
+    if (!line || line->kind != IniLine::Kind::Entry || line->key() != item->entry->line.key())
+        return refused(quoted(spelling) + " is no line of this entry");
+    return replace(*item->entry, spelling);
+}
+
+Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
+{
+    const bool asBefore = text == piece.original;
+    auto own = asBefore ? nullptr : std::make_unique<std::string>(text);
+    const IniLine line = scanSingle(own ? std::string_view(*own) : piece.original).value_or(piece.line);
     const bool turned = line.separated != piece.line.separated;
     if (turned && piece.above && wouldSwallow(piece.above->line, line, gapBelow(*piece.above)))
         return refused("without a separator the line would belong to the one above it");
     if (piece.below && wouldSwallow(line, piece.below->line, gapBelow(piece)))
         return refused("the line below it would be read as part of the value");
-    piece.own = asBefore ? nullptr : std::make_unique<std::string>(*std::move(text));
-    piece.line = asBefore ? original : *scanSingle(*piece.own);
+    piece.own = std::move(own);
+    piece.line = line;
     return {};
 }
 

@@ -6,6 +6,7 @@
 
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,10 @@ public:
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
+    std::optional<Span> locate(std::string_view path) const override;
+    // All lines of the entry.
+    std::optional<std::string> spell(std::string_view path) const override;
+    Outcome respell(std::string_view path, std::string_view spelling) override;
     std::string getBytes() const override;
 
 private:
@@ -34,6 +39,12 @@ private:
 
     Outcome load(std::string bytes);
     void learnStyle(const IniLine& entry);
+
+    // Gives an entry another text, unless it would change how the lines around it are read.
+    Outcome replace(IniPiece& piece, std::string_view text);
+    // Calls back with each piece of the file in its order, and the line ends that edits have made necessary.
+    template <typename Visitor>
+    void write(Visitor visitor) const;
 
     // Adds a piece; those that are no gaps are chained behind the one above, none being the front.
     IniPiece& add(Pieces::iterator before, IniPiece* above, const IniLine& line);

@@ -4,7 +4,9 @@
 #include "repository/documents/JsonList.h"
 #include "repository/documents/JsonReader.h"
 #include "repository/documents/JsonScalar.h"
+#include "repository/documents/JsonWriter.h"
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 #include "repository/documents/TextPosition.h"
 
 #include <algorithm>
@@ -16,16 +18,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-Outcome refusal(std::string reason)
-{
-    return {std::move(reason), 0, 0};
-}
-
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
 
 Value readLeaf(JsonKind kind, std::string_view spelling)
 {
@@ -70,7 +62,7 @@ Outcome JsonDocument::parse(std::string bytes)
         fresh->editor.detectStyle();
         content = std::move(fresh);
     } catch (const std::bad_alloc&) {
-        return refusal("there is not enough memory for a file of this size");
+        return refused("there is not enough memory for a file of this size");
     }
     return {};
 }
@@ -119,12 +111,12 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
 {
     const JsonNodeId id = find(path);
     if (id == noJsonNode)
-        return refusal("there is no entry " + quoted(path));
+        return refused("there is no entry " + quoted(path));
     const JsonNodeId holder = holderOf(id);
     if (holder == noJsonNode)
-        return refusal(quoted(path) + " is a group, which has no value of its own");
+        return refused(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
-        return refusal(quoted(path) + " has a value and cannot become a group");
+        return refused(quoted(path) + " has a value and cannot become a group");
     if (isSame(read(holder), value))
         return {};
     JsonContent wanted = toContent(value);
@@ -135,17 +127,10 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
     if (!wanted.error.empty())
-        return refusal(wanted.error);
-    const JsonNode& node = content->tree.node(holder);
-    const bool becomesContainer = wanted.kind == JsonKind::Array && !node.isContainer();
-    if (becomesContainer && depthOf(holder) + 1 > JsonReader::maximumDepth)
-        return refusal(quoted(path) + " lies too deep to become a list");
-    if (wanted.kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noJsonNode) {
-        const JsonNode& parent = content->tree.node(node.parent);
-        if (parent.kind == JsonKind::Array && parent.nonTexts == 1)
-            return refusal(quoted(path) + " cannot become a text: all elements of its array would be texts, "
-                                          "which json holds as one list");
-    }
+        return refused(wanted.error);
+    Outcome outcome = checkKind(path, holder, wanted.kind);
+    if (!outcome.ok())
+        return outcome;
     if (restores)
         content->editor.restore(holder);
     else
@@ -153,11 +138,27 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
     return {};
 }
 
+// Whether a value can become one of that kind.
+Outcome JsonDocument::checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const
+{
+    const JsonNode& node = content->tree.node(holder);
+    const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
+    if (becomesContainer && depthOf(holder) + 1 > JsonReader::maximumDepth)
+        return refused(quoted(path) + " lies too deep to become a list");
+    if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noJsonNode) {
+        const JsonNode& parent = content->tree.node(node.parent);
+        if (parent.kind == JsonKind::Array && parent.nonTexts == 1)
+            return refused(quoted(path) + " cannot become a text: all elements of its array would be texts, "
+                                          "which json holds as one list");
+    }
+    return {};
+}
+
 Outcome JsonDocument::insert(std::string_view path, const Value& value)
 {
-    const Place place = locate(path);
+    const Place place = resolve(path);
     const JsonContent wanted = toContent(value);
-    Outcome outcome = wanted.error.empty() ? checkInsertion(path, place, wanted) : refusal(wanted.error);
+    Outcome outcome = wanted.error.empty() ? checkInsertion(path, place, wanted) : refused(wanted.error);
     if (outcome.ok())
         insertAt(place, wanted);
     return outcome;
@@ -166,10 +167,10 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
 Outcome JsonDocument::remove(std::string_view path)
 {
     if (path.empty())
-        return refusal("the whole document cannot be removed");
+        return refused("the whole document cannot be removed");
     const JsonNodeId id = find(path);
     if (id == noJsonNode)
-        return refusal("there is no entry " + quoted(path));
+        return refused("there is no entry " + quoted(path));
     content->editor.remove(id);
     return {};
 }
@@ -191,12 +192,49 @@ bool JsonDocument::contains(std::string_view path) const
     return find(path) != noJsonNode;
 }
 
+std::optional<Span> JsonDocument::locate(std::string_view path) const
+{
+    const JsonNodeId holder = findHolder(path);
+    if (holder == noJsonNode)
+        return {};
+    return JsonWriter(content->tree).locateValue(holder);
+}
+
+std::optional<std::string> JsonDocument::spell(std::string_view path) const
+{
+    const JsonNodeId holder = findHolder(path);
+    if (holder == noJsonNode)
+        return {};
+    return JsonWriter(content->tree).writeValue(holder);
+}
+
+Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
+{
+    const JsonNodeId holder = findHolder(path);
+    if (holder == noJsonNode)
+        return refused("there is no value " + quoted(path));
+    Content parsed{std::string(spelling)};
+    const JsonFault fault = JsonReader(parsed.tree, parsed.members).read();
+    const JsonNodeId root = parsed.tree.getRoot();
+    if (!fault.message.empty() || root == noJsonNode || !parsed.tree.node(root).isLeaf() ||
+        JsonWriter(parsed.tree).writeValue(root) != spelling)
+        return refused(quoted(spelling) + " is not how json spells a value");
+    Outcome outcome = checkKind(path, holder, parsed.tree.node(root).kind);
+    if (!outcome.ok())
+        return outcome;
+    if (content->tree.originalKind(holder) && content->tree.originalValue(holder) == spelling)
+        content->editor.restore(holder);
+    else
+        content->editor.copyValue(holder, parsed.tree, root);
+    return {};
+}
+
 std::string JsonDocument::getBytes() const
 {
     return content->tree.write();
 }
 
-JsonDocument::Place JsonDocument::locate(std::string_view path) const
+JsonDocument::Place JsonDocument::resolve(std::string_view path) const
 {
     Place place;
     place.node = content->tree.getRoot();
@@ -218,13 +256,19 @@ JsonDocument::Place JsonDocument::locate(std::string_view path) const
 
 JsonNodeId JsonDocument::find(std::string_view path) const
 {
-    const Place place = locate(path);
+    const Place place = resolve(path);
     return place.valid && place.missing.empty() ? place.node : noJsonNode;
 }
 
 JsonNodeId JsonDocument::holderOf(JsonNodeId id) const
 {
     return content->tree.node(id).isLeaf() ? id : content->members.findOwnValue(id);
+}
+
+JsonNodeId JsonDocument::findHolder(std::string_view path) const
+{
+    const JsonNodeId id = find(path);
+    return id == noJsonNode ? noJsonNode : holderOf(id);
 }
 
 Value JsonDocument::read(JsonNodeId holder) const
@@ -254,19 +298,19 @@ Outcome JsonDocument::checkInsertion(std::string_view path, const Place& place,
                                      const JsonContent& wanted) const
 {
     if (!place.valid)
-        return refusal(quoted(path) + " is no path: its parts between the dots must not be empty");
+        return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
     const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
     if (place.missing.empty() && place.node != noJsonNode) {
         const bool isGroup = holderOf(place.node) == noJsonNode;
         if (!isGroup || wanted.kind == JsonKind::Object)
-            return refusal("there is already an entry " + quoted(path));
+            return refused("there is already an entry " + quoted(path));
         if (content->tree.node(place.node).kind == JsonKind::Array)
-            return refusal(quoted(path) + " is an array, which cannot have a value of its own");
+            return refused(quoted(path) + " is an array, which cannot have a value of its own");
     }
     const bool wraps = place.node != noJsonNode && content->tree.node(place.node).isLeaf();
     const std::size_t below = std::max<std::size_t>(place.missing.size(), 1) + (isContainer ? 1 : 0);
     if (depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
-        return refusal(quoted(path) + " lies too deep: more than " +
+        return refused(quoted(path) + " lies too deep: more than " +
                        std::to_string(JsonReader::maximumDepth) +
                        " objects and arrays would lie within each other");
     if (place.missing.empty())
@@ -289,26 +333,26 @@ Outcome JsonDocument::checkName(JsonNodeId container, std::string_view component
     if (inArray) {
         const std::string next = std::to_string(content->tree.node(container).count);
         if (component != next)
-            return refusal(quoted(component) + " cannot be added to an array, whose next element is " + next);
+            return refused(quoted(component) + " cannot be added to an array, whose next element is " + next);
         return {};
     }
     if (component.empty()) {
         if (content->members.find(container, encodeKey(ownValueKey)) != noJsonNode)
-            return refusal("a group stands in the member \"#value\", where the value of its own would go");
+            return refused("a group stands in the member \"#value\", where the value of its own would go");
         return {};
     }
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        return refusal(quoted(component) + " is not how a key is written in a path");
+        return refused(quoted(component) + " is not how a key is written in a path");
     if (!FrameworkCore::Values::isUtf8(*key))
-        return refusal("the key " + quoted(component) + " is no valid UTF-8, which json demands");
+        return refused("the key " + quoted(component) + " is no valid UTF-8, which json demands");
     if (*key == ownValueKey)
-        return refusal("the key \"#value\" is kept for values of groups");
+        return refused("the key \"#value\" is kept for values of groups");
     const std::string before = joinNumber(name.name, name.number - 1);
     if (name.number > 1 &&
         (container == noJsonNode || content->members.find(container, before) == noJsonNode))
-        return refusal(quoted(component) + " can only be added behind " + quoted(before) +
+        return refused(quoted(component) + " can only be added behind " + quoted(before) +
                        ", which is not there");
     return {};
 }

@@ -6,6 +6,7 @@
 #include "repository/documents/JsonTree.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -29,6 +30,9 @@ public:
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
+    std::optional<Span> locate(std::string_view path) const override;
+    std::optional<std::string> spell(std::string_view path) const override;
+    Outcome respell(std::string_view path, std::string_view spelling) override;
     std::string getBytes() const override;
 
 private:
@@ -50,7 +54,7 @@ private:
         bool valid = false; // it is a path
     };
 
-    Place locate(std::string_view path) const;
+    Place resolve(std::string_view path) const;
     JsonNodeId find(std::string_view path) const;
 
     // The node that holds the value of a node: itself, or its member for that; noJsonNode without a value.
@@ -58,9 +62,13 @@ private:
 
     FrameworkCore::Values::Value read(JsonNodeId holder) const;
 
+    // The same for a path; noJsonNode for an unknown one, too.
+    JsonNodeId findHolder(std::string_view path) const;
+
     // True for the value that the node had in the file, whose spelling it gets again.
     bool isOriginal(JsonNodeId holder, const FrameworkCore::Values::Value& value) const;
     std::size_t depthOf(JsonNodeId id) const;
+    Outcome checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const;
     Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
     Outcome checkName(JsonNodeId container, std::string_view component) const;
     void insertAt(const Place& place, const JsonContent& wanted);

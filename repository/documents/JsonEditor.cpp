@@ -81,6 +81,25 @@ void JsonEditor::setContent(JsonNodeId id, const JsonContent& content)
         tree.setText(id, JsonPart::Value, content.spelling);
 }
 
+void JsonEditor::copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source)
+{
+    members.removeAll(id);
+    tree.clear(id);
+    tree.setKind(id, from.node(source).kind);
+    if (!from.node(source).isContainer()) {
+        tree.setText(id, JsonPart::Value, std::string(from.text(source, JsonPart::Value)));
+        return;
+    }
+    from.unfold(source);
+    for (JsonNodeId text = from.node(source).first; text != noJsonNode; text = from.node(text).next) {
+        const JsonNodeId copy = tree.insert(id, tree.node(id).last, JsonKind::Text);
+        for (const JsonPart part : {JsonPart::Lead, JsonPart::Value, JsonPart::Tail})
+            tree.setText(copy, part, std::string(from.text(text, part)));
+    }
+    tree.setTrailingComma(id, from.node(source).trailingComma);
+    tree.setText(id, JsonPart::Closing, std::string(from.text(source, JsonPart::Closing)));
+}
+
 void JsonEditor::restore(JsonNodeId id)
 {
     members.removeAll(id);

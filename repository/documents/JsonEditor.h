@@ -31,6 +31,9 @@ public:
 
     void setContent(JsonNodeId id, const JsonContent& content);
 
+    // Gives a node the value of one of another tree, with its bytes. The other tree may change inside.
+    void copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source);
+
     // Gives a node that has one its original value again.
     void restore(JsonNodeId id);
 

@@ -18,27 +18,69 @@ std::string JsonWriter::write()
     return std::move(written);
 }
 
+std::string JsonWriter::writeValue(JsonNodeId id)
+{
+    JsonNodeId within = openValue(id) ? tree.node(id).first : noJsonNode;
+    while (within != noJsonNode)
+        within = open(within) ? tree.node(within).first : close(within, id);
+    flush();
+    return std::move(written);
+}
+
+Span JsonWriter::locateValue(JsonNodeId id)
+{
+    // What nothing has edited is written in one go.
+    located = id;
+    for (JsonNodeId above = id; above != noJsonNode && !tree.node(above).touched;
+         above = tree.node(above).parent)
+        located = above;
+    write();
+    if (located == id)
+        return span;
+    const JsonNode& node = tree.node(id);
+    return {span.offset + node.value - tree.node(located).value, node.valueEnd - node.value};
+}
+
 // Writes a node up to its children; true when there are some to go on with.
 bool JsonWriter::open(JsonNodeId id)
 {
-    const JsonNode& node = tree.node(id);
     append(tree.text(id, JsonPart::Lead));
     append(tree.text(id, JsonPart::Label));
+    return openValue(id);
+}
+
+bool JsonWriter::openValue(JsonNodeId id)
+{
+    if (id == located)
+        span.offset = length();
+    const JsonNode& node = tree.node(id);
     if (!node.isContainer() || node.folded || !node.touched) {
         append(tree.text(id, JsonPart::Value));
-        return false;
+    } else {
+        append(node.kind == JsonKind::Object ? '{' : '[');
+        if (node.first != noJsonNode)
+            return true;
+        appendClosing(id);
     }
-    append(node.kind == JsonKind::Object ? '{' : '[');
-    if (node.first != noJsonNode)
-        return true;
-    append(tree.text(id, JsonPart::Closing));
-    append(node.kind == JsonKind::Object ? '}' : ']');
+    noteEnd(id);
     return false;
 }
 
+void JsonWriter::appendClosing(JsonNodeId id)
+{
+    append(tree.text(id, JsonPart::Closing));
+    append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
+}
+
+void JsonWriter::noteEnd(JsonNodeId id)
+{
+    if (id == located)
+        span.length = length() - span.offset;
+}
+
 // Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
-// with.
-JsonNodeId JsonWriter::close(JsonNodeId id)
+// with, none behind the end of the node `until`.
+JsonNodeId JsonWriter::close(JsonNodeId id, JsonNodeId until)
 {
     while (true) {
         append(tree.text(id, JsonPart::Tail));
@@ -52,8 +94,10 @@ JsonNodeId JsonWriter::close(JsonNodeId id)
         id = node.parent;
         if (tree.node(id).trailingComma)
             append(',');
-        append(tree.text(id, JsonPart::Closing));
-        append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
+        appendClosing(id);
+        noteEnd(id);
+        if (id == until)
+            return noJsonNode;
     }
 }
 

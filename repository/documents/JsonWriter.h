@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/Document.h"
 #include "repository/documents/JsonTree.h"
 
 #include <string>
@@ -16,14 +17,26 @@ public:
 
     std::string write();
 
+    // Only the value of a scalar or a list.
+    std::string writeValue(JsonNodeId id);
+
+    // Where the value of a scalar or a list stands in the whole text.
+    Span locateValue(JsonNodeId id);
+
 private:
+    std::size_t length() const { return written.size() + run.size(); }
     bool open(JsonNodeId id);
-    JsonNodeId close(JsonNodeId id);
+    bool openValue(JsonNodeId id);
+    JsonNodeId close(JsonNodeId id, JsonNodeId until = noJsonNode);
+    void appendClosing(JsonNodeId id);
+    void noteEnd(JsonNodeId id);
     void append(std::string_view text);
     void append(char c);
     void flush();
 
     const JsonTree& tree;
+    JsonNodeId located = noJsonNode; // whose value's place goes into span
+    Span span;
     std::string_view run; // of the original, not yet in `written`
     std::string written;
 };

@@ -1,0 +1,119 @@
+#include "tests/documents/EntryLines.h"
+#include "tests/support/TestRun.h"
+
+using namespace EntryLines;
+using Repository::Documents::makeDocument;
+
+namespace {
+
+std::string bytesAt(const Document& document, const std::string& path)
+{
+    const auto span = document.locate(path);
+    return span ? document.getBytes().substr(span->offset, span->length) : "nowhere";
+}
+
+} // namespace
+
+// Values by their place and their spelling, in all formats.
+class SpellingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void restoresTheBytes_data()
+    {
+        QTest::addColumn<QByteArray>("format");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<QByteArray>("place");
+        const auto row = [](const char* format, const char* file, const char* path, const char* place) {
+            QTest::addRow("%s of %s", path, file)
+                << QByteArray(format) << QByteArray(file) << QByteArray(path) << QByteArray(place);
+        };
+        row("json", "{\"a\" : 1.50 , \"b\":2} // c", "a", "1.50");
+        row("json", " [1e400, {}]\n", "0", "1e400");
+        row("json", "\xEF\xBB\xBF[\"\\u0041\", 1]", "0", "\"\\u0041\"");
+        row("json", "{\"a\":[ \"x\" ,/* y */ \"z\", ], \"b\":1}", "a", "[ \"x\" ,/* y */ \"z\", ]");
+        row("json", "{\"a\":{\"#value\": 7.0,\"b\":1}}", "a", "7.0");
+        row("json", "{\"a\":1,\"a\":\t2}", "a[2]", "2");
+        row("json", " 1 // x", "", "1");
+        row("ini", "[s]\na = 5\nb : x ; c\r\n", "s.b", "x");
+        row("ini",
+            "\xEF\xBB\xBF"
+            "a=\"q\"\nb",
+            "a", "\"q\"");
+        row("ini", "[s]\na = 1\n    2\n  3\nb", "s.a", "1\n    2\n  3");
+        row("ini", "a=1\na=2", "a[2]", "2");
+        row("ini", "[s]\nk", "s.k", "");
+    }
+
+    void restoresTheBytes()
+    {
+        QFETCH(QByteArray, format);
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, path);
+        QFETCH(QByteArray, place);
+        const auto document = makeDocument(format.toStdString());
+        QVERIFY(document->parse(file.toStdString()).ok());
+        const std::string entry = path.toStdString();
+        QCOMPARE(QByteArray::fromStdString(bytesAt(*document, entry)), place);
+        const auto spelling = document->spell(entry);
+        QVERIFY(spelling);
+
+        const auto outcome = document->set(entry, text("another value"));
+        QVERIFY2(outcome.ok(), outcome.error.c_str());
+        QVERIFY(bytesAt(*document, entry).find("another value") != std::string::npos);
+        const std::string edited = document->getBytes();
+        const auto other = document->spell(entry);
+        QVERIFY(document->respell(entry, *spelling).ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), file);
+        QVERIFY(document->respell(entry, *other).ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), QByteArray::fromStdString(edited));
+
+        const auto reloaded = makeDocument(format.toStdString());
+        QVERIFY(reloaded->parse(edited).ok());
+        QVERIFY(reloaded->respell(entry, *spelling).ok());
+        QCOMPARE(QByteArray::fromStdString(reloaded->getBytes()), file);
+    }
+
+    void refusesWhatIsNoSpelling_data()
+    {
+        QTest::addColumn<QByteArray>("format");
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<QByteArray>("spelling");
+        const auto row = [](const char* format, const char* file, const char* path, const char* spelling) {
+            QTest::addRow("%s of %s as %s", path, file, spelling)
+                << QByteArray(format) << QByteArray(file) << QByteArray(path) << QByteArray(spelling);
+        };
+        row("json", "{\"a\":1}", "a", "2, \"b\":3");
+        row("json", "{\"a\":1}", "a", "{\"b\":3}");
+        row("json", "{\"a\":1}", "a", " 2");
+        row("json", "{\"a\":1}", "b", "2");
+        row("json", "{\"a\":{}}", "a", "2");
+        row("json", "[\"x\", 1]", "1", "\"y\""); // a list would be left
+        row("ini", "[s]\na=1\n", "s.a", "b=1\n");
+        row("ini", "[s]\na=1\n", "s.a", "a=1\nb=2\n");
+        row("ini", "[s]\na=1\n", "s.a", "[t]\n");
+        row("ini", "[s]\na=1\n", "s", "a=1\n");
+    }
+
+    void refusesWhatIsNoSpelling()
+    {
+        QFETCH(QByteArray, format);
+        QFETCH(QByteArray, file);
+        QFETCH(QByteArray, path);
+        QFETCH(QByteArray, spelling);
+        const auto document = makeDocument(format.toStdString());
+        QVERIFY(document->parse(file.toStdString()).ok());
+        QVERIFY(!document->respell(path.toStdString(), spelling.toStdString()).ok());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), file);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, SpellingTest>(argc, argv);
+}
+
+#include "spelling_test.moc"
