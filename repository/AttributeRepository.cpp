@@ -1,6 +1,7 @@
 #include "repository/AttributeRepository.h"
 
 #include "repository/AttributeStore.h"
+#include "repository/BackendChanges.h"
 #include "repository/BackendRegistry.h"
 #include "repository/PathRules.h"
 #include "repository/Rule.h"
@@ -124,7 +125,8 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
     : backends(std::make_shared<BackendRegistry>(store)), reader(std::make_shared<Reader>(store)),
       writer(std::make_shared<Writer>(store)), notifications(std::make_shared<Notifications>(store)),
       validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),
-      transfer(std::make_shared<SubtreeTransfer>(store))
+      transfer(std::make_shared<SubtreeTransfer>(store)),
+      changes(std::make_shared<BackendChanges>(store))
 {
 }
 
@@ -173,6 +175,11 @@ std::shared_ptr<Interfaces::TreeInterface> AttributeRepository::getTreeInterface
 std::shared_ptr<Interfaces::TransferInterface> AttributeRepository::getTransferInterface()
 {
     return transfer;
+}
+
+std::shared_ptr<Interfaces::ChangesInterface> AttributeRepository::getChangesInterface()
+{
+    return changes;
 }
 
 } // namespace Repository

@@ -28,6 +28,7 @@ public:
     getValidationInterface() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> getTreeInterface() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> getTransferInterface() override;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> getChangesInterface() override;
 
 private:
     explicit AttributeRepository(const std::shared_ptr<AttributeStore>& store);
@@ -39,6 +40,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface> validations;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> transfer;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> changes;
 };
 
 } // namespace Repository

@@ -1,29 +1,34 @@
 #include "repository/Backend.h"
 
-#include "repository/RepositoryLog.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/PathRules.h"
+#include "repository/UnifiedDiff.h"
 
-#include <QFile>
+#include <algorithm>
+#include <set>
 
 namespace Repository {
 
+using Documents::Document;
 using Documents::Outcome;
 using FrameworkCore::Values::Value;
 
 namespace {
 
-QString reasonOf(const Outcome& outcome)
+QString valueForPeople(const EntryMap& entries, const std::string& path)
 {
-    return QString::fromStdString(outcome.error);
-}
-
-std::string nameOnDisk(const Backend::Description& description)
-{
-    return QFile::encodeName(description.filePath).toStdString();
+    const auto found = entries.find(path);
+    return found == entries.end()
+               ? QStringLiteral("nothing")
+               : QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(found->second)) +
+                     QLatin1Char('\'');
 }
 
 } // namespace
 
-Backend::Backend(Description backendDescription) : description(std::move(backendDescription))
+Backend::Backend(Description backendDescription)
+    : description(std::move(backendDescription)), content(description.type.toStdString())
 {
 }
 
@@ -34,68 +39,44 @@ std::shared_ptr<Backend> Backend::open(const Description& description, QString& 
     return reason.isEmpty() ? std::move(backend) : nullptr;
 }
 
-QString Backend::read()
-{
-    ReadFileResult file = files.read(nameOnDisk(description));
-    if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
-        return QString::fromStdString(file.error);
-    auto fresh = Documents::makeDocument(description.type.toStdString());
-    const Outcome outcome = fresh->parse(std::move(file.bytes));
-    if (!outcome.ok())
-        return QStringLiteral("%1:%2:%3: %4")
-            .arg(description.filePath)
-            .arg(outcome.line)
-            .arg(outcome.column)
-            .arg(reasonOf(outcome));
-    document = std::move(fresh);
-    ++revision;
-    edited = false;
-    stamp = file.stamp;
-    return {};
-}
-
 std::string Backend::relative(const QString& path) const
 {
     return path.mid(description.name.size() + 1).toStdString();
 }
 
+QString Backend::absolute(const std::string& path) const
+{
+    return path.empty() ? description.name : description.name + pathSeparator + QString::fromStdString(path);
+}
+
 void Backend::visitEntries(const std::function<void(const Documents::Entry&)>& visitor) const
 {
     const std::lock_guard lock(mutex);
-    document->visit(visitor);
+    content.getDocument().visit(visitor);
 }
 
 void Backend::visit(const std::function<void(const QString&, const Value&)>& visitor) const
 {
-    visitEntries([&](const Documents::Entry& entry) {
-        const QString below = QString::fromStdString(entry.path);
-        visitor(below.isEmpty() ? description.name : description.name + QLatin1Char('.') + below,
-                entry.value);
-    });
+    visitEntries([&](const Documents::Entry& entry) { visitor(absolute(entry.path), entry.value); });
 }
 
 bool Backend::contains(const QString& path) const
 {
     const std::lock_guard lock(mutex);
-    return document->contains(relative(path));
+    return content.getDocument().contains(relative(path));
 }
 
 bool Backend::removalMovesSiblings(const QString& path) const
 {
     const std::lock_guard lock(mutex);
-    return document->removalMovesSiblings(relative(path));
+    return content.getDocument().removalMovesSiblings(relative(path));
 }
 
-QString Backend::edit(const std::function<Outcome(Documents::Document&)>& change)
+QString Backend::edit(const std::function<Outcome(Document&)>& change)
 {
     if (closed)
         return QStringLiteral("the backend '%1' is being closed").arg(description.name);
-    const Outcome outcome = change(*document);
-    if (outcome.ok()) {
-        edited = true;
-        ++revision;
-    }
-    return reasonOf(outcome);
+    return QString::fromStdString(content.edit(change).error);
 }
 
 bool Backend::set(const QString& path, const Value& value, QString& reason)
@@ -103,38 +84,38 @@ bool Backend::set(const QString& path, const Value& value, QString& reason)
     const std::lock_guard lock(mutex);
     if (reshaped)
         return false;
-    reason = edit([&](Documents::Document& text) { return text.set(relative(path), value); });
+    reason = edit([&](Document& text) { return text.set(relative(path), value); });
     return true;
 }
 
 QString Backend::insert(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return edit([&](Documents::Document& text) { return text.insert(relative(path), value); });
+    return edit([&](Document& text) { return text.insert(relative(path), value); });
 }
 
 QString Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);
-    return edit([&](Documents::Document& text) { return text.remove(relative(path)); });
+    return edit([&](Document& text) { return text.remove(relative(path)); });
 }
 
 std::string Backend::getBytes() const
 {
     const std::lock_guard lock(mutex);
-    return document->getBytes();
+    return content.getText();
 }
 
 quint64 Backend::getRevision() const
 {
     const std::lock_guard lock(mutex);
-    return revision;
+    return content.getRevision();
 }
 
 bool Backend::isEdited() const
 {
     const std::lock_guard lock(mutex);
-    return edited;
+    return isGone || content.hasEdits();
 }
 
 QString Backend::close(bool discardChanges)
@@ -143,7 +124,7 @@ QString Backend::close(bool discardChanges)
     const std::lock_guard lock(mutex);
     if (closed)
         return QStringLiteral("it is being closed already");
-    if (edited && !discardChanges)
+    if (!discardChanges && (isGone || content.hasEdits()))
         return QStringLiteral("it has edits that are not saved");
     closed = true;
     return {};
@@ -155,37 +136,142 @@ bool Backend::isClosed() const
     return closed;
 }
 
-QString Backend::save()
+QVector<Backend::UnsavedChange> Backend::getUnsavedChanges() const
 {
-    const std::lock_guard savingLock(saving);
-    std::string bytes;
-    FileStamp base;
+    std::string before;
+    std::string after;
+    std::set<std::string> conflicts;
+    QVector<UnsavedChange> changes;
     {
         const std::lock_guard lock(mutex);
-        if (!edited && stamp.exists)
-            return {};
-        bytes = document->getBytes();
-        base = stamp;
-        edited = false; // an edit that comes while the file is written belongs to the next save
+        if (isGone)
+            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
+        if (!content.hasEdits())
+            return changes;
+        before = content.getBase();
+        after = content.getText();
+        const std::vector<std::string> open = content.getConflicts();
+        conflicts.insert(open.begin(), open.end());
     }
-    const SaveFileResult result = files.save(nameOnDisk(description), bytes, base);
-    {
-        const std::lock_guard lock(mutex);
-        if (result.ok())
-            stamp = result.stamp;
-        else
-            edited = true;
+    // Parsed without the lock, which writers wait for.
+    const auto found =
+        EditedDocument::changesBetween(description.type.toStdString(), std::move(before), std::move(after));
+    const bool showsValues = isReadable(description.accessMode);
+    for (const DocumentChange& change : found) {
+        UnsavedChange unsaved;
+        unsaved.path = absolute(change.path);
+        unsaved.kind = change.kind == DocumentChange::Kind::Created   ? UnsavedChange::Kind::Created
+                       : change.kind == DocumentChange::Kind::Removed ? UnsavedChange::Kind::Removed
+                                                                      : UnsavedChange::Kind::Changed;
+        if (showsValues) {
+            unsaved.before = FrameworkCore::Values::toVariant(change.before);
+            unsaved.after = FrameworkCore::Values::toVariant(change.after);
+        }
+        unsaved.isConflict = conflicts.count(change.path) > 0;
+        changes.append(unsaved);
     }
-    if (!result.warning.empty())
-        logFailure(QString::fromStdString(result.warning));
-    return QString::fromStdString(result.error);
+    return changes;
 }
 
-QString Backend::reread()
+QString Backend::getUnsavedDiff() const
 {
-    const std::lock_guard savingLock(saving);
-    const std::lock_guard lock(mutex);
-    return edited ? QStringLiteral("it has edits that are not saved") : read();
+    if (!isReadable(description.accessMode))
+        return {};
+    std::string before;
+    std::string after;
+    {
+        const std::lock_guard lock(mutex);
+        if (!content.hasEdits())
+            return {};
+        before = content.getBase();
+        after = content.getText();
+    }
+    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
+}
+
+QString Backend::conflictText() const
+{
+    if (isGone)
+        return QStringLiteral(
+            "the file is gone since it was read; keep yours, and it is written anew, or take "
+            "theirs, and it stays away");
+    const std::vector<std::string> conflicts = content.getConflicts();
+    if (conflicts.empty())
+        return {};
+    constexpr std::size_t shown = 5;
+    EntryMap mine;
+    EntryMap theirs;
+    if (isReadable(description.accessMode)) {
+        mine = entriesOf(content.getDocument());
+        theirs = content.getBaseEntries();
+    }
+    QStringList lines;
+    for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
+        QString line = QLatin1Char('\'') + absolute(conflicts[i]) + QLatin1Char('\'');
+        if (isReadable(description.accessMode))
+            line += QStringLiteral(" (yours: %1, in the file: %2)")
+                        .arg(valueForPeople(mine, conflicts[i]), valueForPeople(theirs, conflicts[i]));
+        lines.append(line);
+    }
+    QString text = lines.join(QStringLiteral(", "));
+    if (conflicts.size() > shown)
+        text += QStringLiteral(" and %1 more").arg(conflicts.size() - shown);
+    return QStringLiteral(
+               "another program has changed what was edited here: %1; keep yours or take theirs first")
+        .arg(text);
+}
+
+QString Backend::revert(const QString& path, const Reshaping& reshape)
+{
+    QString refusal;
+    reshape([&] {
+        const std::lock_guard lock(mutex);
+        refusal = QString::fromStdString(content.revert({relative(path)}));
+    });
+    catchUp(reshape);
+    return refusal;
+}
+
+QString Backend::resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape,
+                                  bool& found)
+{
+    QString refusal;
+    const std::string below = relative(path);
+    const bool isMine = side == ConflictSide::Mine;
+    reshape([&] {
+        const std::lock_guard lock(mutex);
+        found = isGone && below.empty();
+        if (found) {
+            isGone = false;
+            stamp = {};
+            if (isMine)
+                content.dropBase();
+            else
+                content.load({});
+            return;
+        }
+        std::vector<std::string> conflicts = content.getConflicts();
+        const auto isOutside = [&below](const auto& conflict) { return !isWithin(conflict, below); };
+        conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), isOutside), conflicts.end());
+        found = !conflicts.empty();
+        if (found && isMine)
+            content.forgetConflicts(conflicts);
+        else if (found)
+            refusal = QString::fromStdString(content.revert(conflicts));
+    });
+    catchUp(reshape);
+    return refusal;
+}
+
+// With some edits gone, a text of the file that had no place for them may have one now.
+void Backend::catchUp(const Reshaping& reshape)
+{
+    {
+        const std::lock_guard lock(mutex);
+        if (!isBehind)
+            return;
+    }
+    reload(Look::Happening, reshape);
 }
 
 } // namespace Repository

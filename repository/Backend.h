@@ -1,11 +1,13 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
+#include "repository/EditedDocument.h"
 #include "repository/FileSaver.h"
-#include "repository/documents/Document.h"
 
 #include <QString>
+#include <QVector>
 
 #include <functional>
 #include <memory>
@@ -22,6 +24,8 @@ class Backend : public std::enable_shared_from_this<Backend>
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
+    using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 
     struct Description
     {
@@ -33,6 +37,10 @@ public:
     };
 
     class Reshape;
+
+    // Makes a change of the document as a Reshape, and the tree equal to what came of it. Watchers are told
+    // once the operation that was given this is over.
+    using Reshaping = std::function<void(const std::function<void()>& change)>;
 
     // Reads the file. Null, with the reason, when it cannot be read or parsed.
     static std::shared_ptr<Backend> open(const Description& description, QString& reason);
@@ -66,7 +74,7 @@ public:
     // Held, no save and no look at the file comes in between. Taken before every other lock.
     std::unique_lock<std::mutex> holdFile() { return std::unique_lock(saving); }
 
-    // Whether there is something to save.
+    // Whether there is something that the file does not hold.
     bool isEdited() const;
 
     // Ends all editing, once a save under way is done. Refused with a reason when there are edits that are
@@ -74,32 +82,53 @@ public:
     QString close(bool discardChanges);
     bool isClosed() const;
 
-    // Writes the edits into the file; without edits the file is not touched. Empty on success, otherwise the
-    // reason.
-    QString save();
+    // Each of the following gives an empty text on success, otherwise the reason.
 
-    // Reads the file anew if it has changed; refused while there are edits. Empty on success, otherwise the
-    // reason.
-    QString reread();
+    // Writes the edits into the file; without edits the file is not touched. What another program has changed
+    // meanwhile is merged first. Refused while there are conflicts.
+    QString save(const Reshaping& reshape);
+
+    // Looks at the file and brings in what has changed there; the edits stay. When the file is gone, a
+    // backend without edits becomes empty, unless it only happened to look: then, and with edits, nothing
+    // changes, and that the file is gone is a conflict at the root. One that only happens to look tells of
+    // conflicts, too, and of everything once.
+    enum class Look { Asked, Happening };
+    QString reload(Look look, const Reshaping& reshape);
+
+    // See ChangesInterface.
+    QVector<UnsavedChange> getUnsavedChanges() const;
+    QString getUnsavedDiff() const;
+    QString revert(const QString& path, const Reshaping& reshape);
+    QString resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape, bool& found);
 
 private:
     explicit Backend(Description description);
 
     std::string relative(const QString& path) const;
+    QString absolute(const std::string& path) const;
+    QString reasonOf(const Documents::Outcome& outcome) const;
     QString read();
-    QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change); // lock held
+    QString takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape);
+    QString takeGone(Look look, const Reshaping& reshape);
+    void catchUp(const Reshaping& reshape);
+
+    // mutex held
+    QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
+    QString conflictText() const;
 
     const Description description;
     const FileSaver files;
-    std::mutex saving; // one save at a time; taken before mutex
+
+    std::mutex saving;   // one look at the file at a time; taken before mutex
+    QString lastRefusal; // of looking at the file; guarded by saving
 
     mutable std::mutex mutex; // guards what follows
-    std::unique_ptr<Documents::Document> document;
-    bool edited = false; // since it was read or saved
+    EditedDocument content;
     bool closed = false;
     bool reshaped = false; // a Reshape exists
-    quint64 revision = 0;
-    FileStamp stamp; // of the file when it was read or saved last
+    FileStamp stamp;       // of the file when it was read or saved last
+    bool isGone = false;   // the file went while it was mounted, and nobody has said what to do
+    bool isBehind = false; // the file holds something else that could not be merged
 };
 
 } // namespace Repository

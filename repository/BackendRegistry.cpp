@@ -1,6 +1,8 @@
 #include "repository/BackendRegistry.h"
 
 #include "repository/AttributeStore.h"
+#include "repository/BackendLookup.h"
+#include "repository/BackendReshaping.h"
 #include "repository/PathRules.h"
 #include "repository/RepositoryLog.h"
 
@@ -33,6 +35,11 @@ QString trimSeparators(QString name)
     while (name.endsWith(pathSeparator))
         name.chop(1);
     return name;
+}
+
+QString noSuchBackend()
+{
+    return QStringLiteral("there is no backend of that name");
 }
 
 // Two names of one file compare equal, whether or not the file exists yet.
@@ -73,7 +80,6 @@ bool BackendRegistry::createBackend(const QString& type, const QString& name,
     QString reason = checkDescription(description);
     if (reason.isEmpty()) {
         description.filePath = QFileInfo(description.filePath).absoluteFilePath();
-        const std::lock_guard lock(creating);
         reason = create(description, option);
     }
     if (!reason.isEmpty())
@@ -101,40 +107,76 @@ QString BackendRegistry::checkDescription(const Backend::Description& descriptio
 
 QString BackendRegistry::create(const Backend::Description& description, int option)
 {
-    if (const auto existing = find(description.name)) {
-        if (option == createOrReload)
-            return reload(*existing, description);
-        return QStringLiteral("a backend of that name exists already");
-    }
-    const QString identity = fileIdentity(description.filePath);
-    for (const auto& backend : store->getBackends()) {
-        if (fileIdentity(backend->getDescription().filePath) == identity)
-            return QStringLiteral("%1 is already open as '%2'").arg(description.filePath, backend->getName());
-    }
-    QString reason;
-    auto backend = Backend::open(description, reason);
-    return backend ? store->mount(backend) : reason;
-}
-
-QString BackendRegistry::reload(Backend& backend, const Backend::Description& description)
-{
-    const Backend::Description& present = backend.getDescription();
-    if (fileIdentity(present.filePath) != fileIdentity(description.filePath) ||
-        present.type != description.type || present.accessMode != description.accessMode)
+    if (const auto existing = findBackend(*store, description.name)) {
+        if (option != createOrReload)
+            return QStringLiteral("a backend of that name exists already");
+        const Backend::Description& present = existing->getDescription();
+        if (fileIdentity(present.filePath) == fileIdentity(description.filePath) &&
+            present.type == description.type && present.accessMode == description.accessMode)
+            return reload(*existing);
         return QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
             .arg(present.filePath, present.type);
-    const QString reason = backend.reread();
-    if (reason.isEmpty())
-        store->showDocument(backend);
+    }
+    const QString identity = fileIdentity(description.filePath);
+    QString reason = reserve(identity);
+    if (!reason.isEmpty())
+        return reason;
+    const auto backend = Backend::open(description, reason);
+    if (backend)
+        reason = store->mount(backend);
+    const std::lock_guard lock(mutex);
+    opening.remove(identity);
     return reason;
+}
+
+// Keeps the file for the caller, so that two creations at once do not both open it.
+QString BackendRegistry::reserve(const QString& identity)
+{
+    const std::lock_guard lock(mutex);
+    for (const auto& backend : store->getBackends()) {
+        const QString& filePath = backend->getDescription().filePath;
+        if (fileIdentity(filePath) == identity)
+            return QStringLiteral("%1 is already open as '%2'").arg(filePath, backend->getName());
+    }
+    if (opening.contains(identity))
+        return QStringLiteral("%1 is just being opened by another backend").arg(identity);
+    opening.insert(identity);
+    return {};
+}
+
+QString BackendRegistry::reload(Backend& backend)
+{
+    BackendReshaping reshaping(*store, backend);
+    return backend.reload(Backend::Look::Asked, std::ref(reshaping));
+}
+
+bool BackendRegistry::reloadBackend(const QString& name)
+{
+    const auto backend = findBackend(*store, name);
+    const QString reason = backend ? reload(*backend) : noSuchBackend();
+    if (!reason.isEmpty())
+        logFailure(QStringLiteral("The backend '%1' was not reloaded: %2").arg(name, reason));
+    return reason.isEmpty();
 }
 
 bool BackendRegistry::saveBackend(const QString& name)
 {
-    const auto backend = find(name);
-    const QString reason = backend ? backend->save() : QStringLiteral("there is no backend of that name");
+    const auto backend = findBackend(*store, name);
+    QString reason = noSuchBackend();
+    if (backend) {
+        BackendReshaping reshaping(*store, *backend);
+        reason = backend->save(std::ref(reshaping));
+    }
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not saved: %2").arg(name, reason));
+    return reason.isEmpty();
+}
+
+bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
+{
+    const QString reason = store->unmount(name, discardChanges);
+    if (!reason.isEmpty())
+        logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
     return reason.isEmpty();
 }
 
@@ -149,26 +191,8 @@ QStringList BackendRegistry::getBackendNames()
 std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
 BackendRegistry::getBackendInformation(const QString& name)
 {
-    const auto backend = find(name);
+    const auto backend = findBackend(*store, name);
     return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
-}
-
-bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
-{
-    const std::lock_guard lock(creating);
-    const QString reason = store->unmount(name, discardChanges);
-    if (!reason.isEmpty())
-        logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
-    return reason.isEmpty();
-}
-
-std::shared_ptr<Backend> BackendRegistry::find(const QString& name) const
-{
-    for (const auto& backend : store->getBackends()) {
-        if (backend->getName() == name)
-            return backend;
-    }
-    return nullptr;
 }
 
 } // namespace Repository

@@ -3,6 +3,8 @@
 #include "host/FrameworkCore/AppConfig/BackendInterface.h"
 #include "repository/Backend.h"
 
+#include <QSet>
+
 #include <memory>
 #include <mutex>
 
@@ -25,6 +27,7 @@ public:
     QStringList getBackendNames() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
     getBackendInformation(const QString& name) override;
+    bool reloadBackend(const QString& name) override;
     bool closeBackend(const QString& name, bool discardChanges) override;
 
 private:
@@ -33,13 +36,13 @@ private:
 
     // Each gives the reason of a refusal, or nothing.
     QString create(const Backend::Description& description, int option);
-    QString reload(Backend& backend, const Backend::Description& description);
+    QString reload(Backend& backend);
+    QString reserve(const QString& identity);
     static QString checkDescription(const Backend::Description& description);
 
-    std::shared_ptr<Backend> find(const QString& name) const;
-
     std::shared_ptr<AttributeStore> store;
-    std::mutex creating; // two creations must not take the same name or file at once
+    std::mutex mutex;
+    QSet<QString> opening; // identities of files whose backends are not mounted yet; guarded by mutex
 };
 
 } // namespace Repository

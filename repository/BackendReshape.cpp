@@ -31,17 +31,13 @@ void Backend::Reshape::keepText()
     const std::lock_guard lock(backend.mutex);
     if (keptText)
         return;
-    keptText = backend.document->getBytes();
-    keptEdited = backend.edited;
+    keptText = backend.content.getText();
 }
 
 void Backend::Reshape::restoreText()
 {
-    if (!keptText || !replaceText(*std::move(keptText)).isEmpty())
-        return;
-    keptText.reset();
-    const std::lock_guard lock(backend.mutex);
-    backend.edited = keptEdited;
+    if (keptText && replaceText(*std::move(keptText)).isEmpty())
+        keptText.reset();
 }
 
 } // namespace Repository

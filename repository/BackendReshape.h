@@ -28,7 +28,6 @@ public:
 private:
     Backend& backend; // not owned
     std::optional<std::string> keptText;
-    bool keptEdited = false;
 };
 
 } // namespace Repository

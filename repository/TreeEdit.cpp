@@ -22,12 +22,18 @@ TreeEdit::TreeEdit(AttributeStore& attributeStore, const QStringList& heldPaths)
 
 TreeEdit::~TreeEdit()
 {
-    reshapes.clear();
-    lock.unlock();
-    files.reset();
-    removedNodes.clear();
+    unlock();
     for (const Delivery& delivery : deliveries)
         delivery.send();
+}
+
+void TreeEdit::unlock()
+{
+    reshapes.clear();
+    if (lock.owns_lock())
+        lock.unlock();
+    files.reset();
+    removedNodes.clear();
 }
 
 Node* TreeEdit::find(QStringView path)

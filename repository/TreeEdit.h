@@ -13,8 +13,8 @@
 
 namespace Repository {
 
-// One change of the tree's shape. It holds the structure lock for its whole life; when it ends, the lock is
-// released and then the watchers are told what happened. One thread.
+// One change of the tree's shape. It holds the structure lock until it ends or is told to release it; when it
+// ends, the watchers are told what happened. One thread.
 class TreeEdit
 {
 public:
@@ -83,6 +83,9 @@ public:
 
     // Lets writes of single values into the backend wait until this edit ends.
     Backend::Reshape& reshape(Backend& backend);
+
+    // Ends the change of the tree; the watchers are still told at the end.
+    void unlock();
 
 private:
     Node& makeNode(const QString& path, Node& parent);

@@ -337,19 +337,6 @@ private slots:
         QVERIFY(!mount(QStringLiteral("ini"), QStringLiteral("o"), file));
     }
 
-    void overwritesNobodysChanges()
-    {
-        const QString file = put(QStringLiteral("c.ini"), ovenIni);
-        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("c"), file));
-        QCOMPARE(write(QStringLiteral("c.oven.limit"), 1), 0);
-        const QByteArray theirs = QByteArray(ovenIni).replace("left", "right");
-        put(QStringLiteral("c.ini"), theirs);
-        QVERIFY(!save(QStringLiteral("c")));
-        QVERIFY(!mount(QStringLiteral("ini"), QStringLiteral("c"), file, AccessMode::ReadWrite, 3));
-        QCOMPARE(contentOf(file), theirs);
-        QCOMPARE(read(QStringLiteral("c.oven.limit")), QVariant(1LL));
-    }
-
     // Every real file either loads, and then a save leaves it alone, or is refused with its place and the
     // reason.
     void servesRealFiles()

@@ -1,0 +1,163 @@
+#include "repository/Backend.h"
+#include "repository/RepositoryLog.h"
+
+#include <QFile>
+
+// The part of a backend that reads its file and writes it.
+
+namespace Repository {
+
+using Documents::Outcome;
+
+namespace {
+
+std::string nameOnDisk(const Backend::Description& description)
+{
+    return QFile::encodeName(description.filePath).toStdString();
+}
+
+// What a new file of the type holds when there is nothing to write into it.
+std::string emptyText(const QString& type)
+{
+    return type == QLatin1String("json") ? "{}\n" : std::string();
+}
+
+} // namespace
+
+QString Backend::reasonOf(const Outcome& outcome) const
+{
+    const QString reason = QString::fromStdString(outcome.error);
+    return outcome.line == 0 ? reason
+                             : QStringLiteral("%1:%2:%3: %4")
+                                   .arg(description.filePath)
+                                   .arg(outcome.line)
+                                   .arg(outcome.column)
+                                   .arg(reason);
+}
+
+QString Backend::read()
+{
+    ReadFileResult file = files.read(nameOnDisk(description));
+    if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
+        return QString::fromStdString(file.error);
+    stamp = file.stamp;
+    return reasonOf(content.load(std::move(file.bytes)));
+}
+
+QString Backend::save(const Reshaping& reshape)
+{
+    const std::lock_guard savingLock(saving);
+    std::string text;
+    FileStamp known;
+    {
+        const std::lock_guard lock(mutex);
+        isGone = isGone && files.read(nameOnDisk(description)).missing;
+        const QString refusal = conflictText();
+        if (!refusal.isEmpty() || (!content.hasEdits() && stamp.exists))
+            return refusal;
+        if (!stamp.exists && content.getText().empty())
+            content.load(emptyText(description.type));
+        text = content.getText();
+        known = stamp;
+    }
+    const MergeContent merge = [&](const std::string& found, const FileStamp& foundStamp) {
+        QString refusal = takeIn(found, foundStamp, reshape);
+        const std::lock_guard lock(mutex);
+        if (refusal.isEmpty())
+            refusal = conflictText();
+        text = content.getText();
+        return MergedContent{text, refusal.toStdString()};
+    };
+    const SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
+    if (!saved.warning.empty())
+        logFailure(QString::fromStdString(saved.warning));
+    const bool hasGone = !saved.ok() && known.exists && files.read(nameOnDisk(description)).missing;
+    const std::lock_guard lock(mutex);
+    if (saved.ok()) {
+        stamp = saved.stamp;
+        content.setSaved(std::move(text));
+        return {};
+    }
+    isGone = hasGone;
+    return isGone ? conflictText() : QString::fromStdString(saved.error);
+}
+
+// Puts the edits onto what was found, unless it cannot be.
+QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape)
+{
+    auto theirs = Documents::makeDocument(description.type.toStdString());
+    Outcome outcome = theirs->parse(found);
+    if (!outcome.ok()) {
+        const std::lock_guard lock(mutex);
+        isBehind = true;
+        return reasonOf(outcome);
+    }
+    QString refusal;
+    reshape([&] {
+        const std::lock_guard lock(mutex);
+        const std::string misfit = content.merge(std::move(theirs), found);
+        isBehind = !misfit.empty();
+        if (isBehind) {
+            refusal = QStringLiteral("another program has changed the file: %1")
+                          .arg(QString::fromStdString(misfit));
+            return;
+        }
+        stamp = foundStamp;
+        isGone = false;
+    });
+    return refusal;
+}
+
+QString Backend::reload(Look look, const Reshaping& reshape)
+{
+    const std::lock_guard savingLock(saving);
+    const ReadFileResult file = files.read(nameOnDisk(description));
+    bool hasChanged = false;
+    {
+        const std::lock_guard lock(mutex);
+        hasChanged = file.stamp != stamp || isGone;
+    }
+    QString refusal;
+    if (file.missing)
+        refusal = takeGone(look, reshape);
+    else if (!file.ok())
+        refusal = QString::fromStdString(file.error);
+    else if (hasChanged)
+        refusal = takeIn(file.bytes, file.stamp, reshape);
+    if (look == Look::Asked)
+        return refusal;
+    if (refusal.isEmpty()) { // nobody asked, so somebody must be told
+        const std::lock_guard lock(mutex);
+        refusal = conflictText();
+    }
+    if (refusal == lastRefusal)
+        return {};
+    lastRefusal = refusal;
+    return refusal;
+}
+
+QString Backend::takeGone(Look look, const Reshaping& reshape)
+{
+    bool becomesEmpty = false;
+    {
+        const std::lock_guard lock(mutex);
+        if (!stamp.exists)
+            return {};
+        becomesEmpty = look == Look::Asked && !content.hasEdits() && isWritable(description.accessMode);
+        isGone = !becomesEmpty;
+    }
+    if (!becomesEmpty)
+        return QStringLiteral(
+                   "%1 is gone: what is open stays as it was, and is a conflict until you keep yours "
+                   "or take theirs")
+            .arg(description.filePath);
+    QString refusal;
+    reshape([&] {
+        const std::lock_guard lock(mutex);
+        stamp = {};
+        refusal = reasonOf(content.load({}));
+    });
+    return refusal;
+}
+
+} // namespace Repository

@@ -1,0 +1,172 @@
+#include "repository/DocumentChanges.h"
+
+#include <algorithm>
+#include <cmath>
+#include <unordered_set>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Entry;
+using Documents::Outcome;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+using Kind = DocumentChange::Kind;
+
+namespace {
+
+// Whether one of the sorted paths lies below this one.
+bool hasBelow(const std::vector<std::string_view>& sorted, const std::string& path)
+{
+    const std::string prefix = path.empty() ? path : path + '.';
+    const auto found = std::lower_bound(sorted.begin(), sorted.end(), std::string_view(prefix));
+    return found != sorted.end() && found->substr(0, prefix.size()) == prefix &&
+           found->size() > prefix.size();
+}
+
+bool isGroup(const Value& value)
+{
+    return value.type == Type::Group;
+}
+
+// Makes changes in one document, one after the other.
+class Application
+{
+public:
+    Application(const std::vector<DocumentChange>& allChanges, Document& document)
+        : changes(allChanges), target(document), present(entriesOf(document))
+    {
+    }
+
+    RefusedChange run()
+    {
+        removeAll();
+        // Groups come by themselves with what is in them.
+        const std::vector<DocumentChange> additions = withoutImpliedGroups(changes);
+        for (const DocumentChange& change : additions) {
+            if (change.kind == Kind::Created)
+                put(change);
+        }
+        for (const DocumentChange& change : additions) {
+            if (change.kind == Kind::Changed && !takesOut(change))
+                put(change);
+        }
+        return refusal;
+    }
+
+private:
+    static bool takesOut(const DocumentChange& change)
+    {
+        return change.kind == Kind::Removed || (change.kind == Kind::Changed && isGroup(change.after));
+    }
+
+    // From the last to the first, so that numbered siblings keep their paths until it is their turn.
+    void removeAll()
+    {
+        std::unordered_set<std::string_view> going;
+        for (const DocumentChange& change : changes) {
+            if (takesOut(change))
+                going.insert(change.path);
+        }
+        if (going.empty())
+            return;
+        std::vector<std::string_view> staying;
+        for (const auto& [path, value] : present) {
+            if (going.count(path) == 0)
+                staying.push_back(path);
+        }
+        std::sort(staying.begin(), staying.end());
+        for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+            if (takesOut(*change) && !hasBelow(staying, change->path) && target.contains(change->path))
+                note(*change, target.remove(change->path));
+        }
+    }
+
+    void put(const DocumentChange& change)
+    {
+        const bool isThere = target.contains(change.path);
+        const auto before = isThere ? present.find(change.path) : present.end();
+        if (isThere &&
+            (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
+            return;
+        const bool holdsValue = before != present.end() && !isGroup(before->second);
+        note(change,
+             holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after));
+    }
+
+    void note(const DocumentChange& change, const Outcome& outcome)
+    {
+        if (refusal.reason.empty() && !outcome.ok())
+            refusal = {change.path, outcome.error};
+    }
+
+    const std::vector<DocumentChange>& changes;
+    Document& target;
+    const EntryMap present; // before the first change
+    RefusedChange refusal;  // the first
+};
+
+} // namespace
+
+EntryMap entriesOf(const Document& document)
+{
+    EntryMap entries;
+    document.visit([&entries](const Entry& entry) { entries.emplace(entry.path, entry.value); });
+    return entries;
+}
+
+std::vector<DocumentChange> compareDocuments(const Document& before, const Document& after)
+{
+    const EntryMap old = entriesOf(before);
+    const EntryMap present = entriesOf(after);
+    std::vector<DocumentChange> changes;
+    before.visit([&](const Entry& entry) {
+        if (present.count(entry.path) == 0)
+            changes.push_back({entry.path, Kind::Removed, entry.value, {}});
+    });
+    after.visit([&](const Entry& entry) {
+        const auto was = old.find(entry.path);
+        if (was == old.end())
+            changes.push_back({entry.path, Kind::Created, {}, entry.value});
+        else if (!isSame(was->second, entry.value))
+            changes.push_back({entry.path, Kind::Changed, was->second, entry.value});
+    });
+    return changes;
+}
+
+std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes)
+{
+    std::vector<std::string> all;
+    for (const DocumentChange& change : changes)
+        all.push_back(change.path);
+    std::vector<std::string_view> sorted(all.begin(), all.end());
+    std::sort(sorted.begin(), sorted.end());
+    const auto isImplied = [&sorted](const DocumentChange& change) {
+        return isGroup(change.before) && isGroup(change.after) && hasBelow(sorted, change.path);
+    };
+    changes.erase(std::remove_if(changes.begin(), changes.end(), isImplied), changes.end());
+    return changes;
+}
+
+bool isWithin(std::string_view path, std::string_view ancestor)
+{
+    return ancestor.empty() || (path.substr(0, ancestor.size()) == ancestor &&
+                                (path.size() == ancestor.size() || path[ancestor.size()] == '.'));
+}
+
+bool isSame(const Value& a, const Value& b)
+{
+    if (a.type != Type::Double || b.type != Type::Double)
+        return a == b;
+    const double left = std::get<double>(a.data);
+    const double right = std::get<double>(b.data);
+    return (std::isnan(left) && std::isnan(right)) ||
+           (!(left < right) && !(left > right) && std::signbit(left) == std::signbit(right));
+}
+
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, Document& target)
+{
+    return Application(changes, target).run();
+}
+
+} // namespace Repository

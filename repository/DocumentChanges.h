@@ -1,0 +1,53 @@
+#pragma once
+
+#include "repository/documents/Document.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Repository {
+
+// The entries of a document by their paths.
+using EntryMap = std::unordered_map<std::string, FrameworkCore::Values::Value>;
+EntryMap entriesOf(const Documents::Document& document);
+
+// One entry in which two documents differ.
+struct DocumentChange
+{
+    enum class Kind { Changed, Created, Removed };
+
+    std::string path;
+    Kind kind = Kind::Changed;
+    FrameworkCore::Values::Value before; // Group for a created one, too
+    FrameworkCore::Values::Value after;  // Group for a removed one, too
+};
+
+// What leads from one document to the other by path: removed entries first, in the order of the one, then all
+// others in the order of the other. Groups count as entries.
+std::vector<DocumentChange> compareDocuments(const Documents::Document& before,
+                                             const Documents::Document& after);
+
+// The changes that say something to a person: without the groups that came or went with what is in them.
+std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes);
+
+// True for the path itself and all below it; everything is below the empty path.
+bool isWithin(std::string_view path, std::string_view ancestor);
+
+// Whether the two are the same to a file: nan is nan, and 0 is not -0.
+bool isSame(const FrameworkCore::Values::Value& a, const FrameworkCore::Values::Value& b);
+
+// A change that a document does not take, and why.
+struct RefusedChange
+{
+    std::string path;
+    std::string reason; // empty when there was none
+};
+
+// Makes the changes in a document that holds what they lead from, or nearly so: an entry that is there
+// already is set, one that is missing is inserted, a group is only taken out when nothing is left in it.
+// After a refusal the document may hold a part of the changes.
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, Documents::Document& target);
+
+} // namespace Repository

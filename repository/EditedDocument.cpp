@@ -1,0 +1,214 @@
+#include "repository/EditedDocument.h"
+
+#include "repository/DocumentMerge.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Outcome;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+std::optional<Value> valueIn(const EntryMap& entries, const std::string& path)
+{
+    const auto found = entries.find(path);
+    return found == entries.end() ? std::nullopt : std::optional(found->second);
+}
+
+// The entries of some paths and all below them.
+class Subtrees
+{
+public:
+    explicit Subtrees(const std::vector<std::string>& paths) : tops(paths.begin(), paths.end())
+    {
+        for (const std::string& path : paths)
+            forEachAncestor(path,
+                            [this](std::string_view ancestor) { return !above.insert(ancestor).second; });
+    }
+
+    bool contain(const std::string& path) const
+    {
+        return forEachAncestor(path, [this](std::string_view ancestor) { return tops.count(ancestor) > 0; });
+    }
+
+    // Groups above count, too, since they may have come or gone with what is in them.
+    bool concern(const DocumentChange& change) const
+    {
+        const bool isGroup = change.before.type == Type::Group && change.after.type == Type::Group;
+        return contain(change.path) || (isGroup && above.count(change.path) > 0);
+    }
+
+private:
+    // The path itself is its first ancestor, the empty path its last. True as soon as the visitor says so.
+    template <typename Visitor>
+    static bool forEachAncestor(std::string_view path, const Visitor& visitor)
+    {
+        while (!visitor(path)) {
+            if (path.empty())
+                return false;
+            const std::size_t dot = path.rfind('.');
+            path = path.substr(0, dot == std::string_view::npos ? 0 : dot);
+        }
+        return true;
+    }
+
+    const std::unordered_set<std::string_view> tops;
+    std::unordered_set<std::string_view> above;
+};
+
+bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
+{
+    return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
+}
+
+} // namespace
+
+EditedDocument::EditedDocument(std::string documentType)
+    : type(std::move(documentType)), document(Documents::makeDocument(type))
+{
+}
+
+// Of a text that parsed before.
+std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
+{
+    auto fresh = Documents::makeDocument(type);
+    fresh->parse(text);
+    return fresh;
+}
+
+Outcome EditedDocument::load(std::string text)
+{
+    auto fresh = Documents::makeDocument(type);
+    Outcome outcome = fresh->parse(text);
+    if (outcome.ok())
+        begin(std::move(fresh), std::move(text));
+    return outcome;
+}
+
+void EditedDocument::begin(std::unique_ptr<Document> fresh, std::string text)
+{
+    document = std::move(fresh);
+    base = std::move(text);
+    conflicts.clear();
+    comparedRevision = ++revision;
+    differs = false;
+}
+
+bool EditedDocument::hasEdits() const
+{
+    if (comparedRevision != revision) {
+        differs = document->getBytes() != base;
+        comparedRevision = revision;
+    }
+    return differs;
+}
+
+Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
+{
+    Outcome outcome = operation(*document);
+    if (outcome.ok())
+        ++revision;
+    return outcome;
+}
+
+void EditedDocument::setSaved(std::string text)
+{
+    base = std::move(text);
+    differs = document->getBytes() != base;
+    comparedRevision = revision;
+}
+
+void EditedDocument::dropBase()
+{
+    conflicts.clear();
+    setSaved({});
+}
+
+std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string text)
+{
+    if (!hasEdits()) {
+        begin(std::move(theirs), std::move(text));
+        return {};
+    }
+    const std::unique_ptr<Document> former = parsed(base);
+    const EntryMap old = entriesOf(*former);
+    const EntryMap found = entriesOf(*theirs);
+    MergedDocument merged = mergeDocuments(*former, *document, std::move(theirs));
+    for (const std::string& path : merged.conflicts) {
+        const std::optional<Value> was = valueIn(old, path);
+        conflicts.insert({path, {was, !isSameOrNone(was, valueIn(found, path))}});
+    }
+    if (!merged.document)
+        return merged.refusal;
+    // The other side may have gone back to what it was before both had changed it.
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end();) {
+        const Origin& origin = conflict->second;
+        const bool isOver = origin.mayEnd && isSameOrNone(valueIn(found, conflict->first), origin.before);
+        conflict = isOver ? conflicts.erase(conflict) : std::next(conflict);
+    }
+    document = std::move(merged.document);
+    ++revision;
+    setSaved(std::move(text));
+    return {};
+}
+
+std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& type, std::string before,
+                                                           std::string after)
+{
+    if (before == after)
+        return {};
+    const auto old = Documents::makeDocument(type);
+    const auto present = Documents::makeDocument(type);
+    old->parse(std::move(before));
+    present->parse(std::move(after));
+    return withoutImpliedGroups(compareDocuments(*old, *present));
+}
+
+std::string EditedDocument::revert(const std::vector<std::string>& paths)
+{
+    const std::unique_ptr<Document> before = parsed(base);
+    std::vector<DocumentChange> changes = compareDocuments(*document, *before);
+    const Subtrees wanted(paths);
+    const auto others = std::stable_partition(
+        changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
+    if (others == changes.end())
+        return load(base).error;
+    changes.erase(others, changes.end());
+    // Tried on a copy, since a refusal in the middle must leave the document as it was.
+    std::unique_ptr<Document> reverted = parsed(document->getBytes());
+    const RefusedChange refused = applyChanges(changes, *reverted);
+    if (!refused.reason.empty())
+        return "'" + refused.path + "': " + refused.reason;
+    document = std::move(reverted);
+    ++revision;
+    forgetConflicts(paths);
+    return {};
+}
+
+std::vector<std::string> EditedDocument::getConflicts() const
+{
+    std::vector<std::string> open;
+    if (conflicts.empty())
+        return open;
+    const EntryMap theirs = entriesOf(*parsed(base));
+    const EntryMap mine = entriesOf(*document);
+    for (const auto& [path, origin] : conflicts) {
+        if (!isSameOrNone(valueIn(theirs, path), valueIn(mine, path)))
+            open.push_back(path);
+    }
+    return open;
+}
+
+void EditedDocument::forgetConflicts(const std::vector<std::string>& paths)
+{
+    const Subtrees wanted(paths);
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end();)
+        conflict = wanted.contain(conflict->first) ? conflicts.erase(conflict) : std::next(conflict);
+}
+
+} // namespace Repository

@@ -1,0 +1,281 @@
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/EditedDocument.h"
+#include "repository/UnifiedDiff.h"
+#include "tests/documents/EntryLines.h"
+#include "tests/support/TestRun.h"
+
+#include <QDir>
+#include <QFile>
+
+using Repository::EditedDocument;
+using Repository::Documents::Document;
+using Repository::Documents::Outcome;
+
+namespace {
+
+using Texts = QStringList;
+
+// "a.b = 5" sets or inserts, "- a.b" removes.
+Outcome apply(EditedDocument& edited, const QString& line)
+{
+    return edited.edit([&line](Document& document) {
+        if (line.startsWith(QLatin1String("- ")))
+            return document.remove(line.mid(2).toStdString());
+        const QStringList parts = line.split(QStringLiteral(" = "));
+        const std::string path = parts.at(0).toStdString();
+        const auto value = FrameworkCore::Values::plainValue(parts.at(1).toStdString());
+        return document.contains(path) ? document.set(path, value) : document.insert(path, value);
+    });
+}
+
+void applyAll(EditedDocument& edited, const Texts& lines)
+{
+    for (const QString& line : lines) {
+        const Outcome outcome = apply(edited, line);
+        QVERIFY2(outcome.ok(), outcome.error.c_str());
+    }
+}
+
+// Empty on success.
+QByteArray merge(EditedDocument& edited, const std::string& theirs)
+{
+    auto document = Repository::Documents::makeDocument(edited.getType());
+    const Outcome outcome = document->parse(theirs);
+    return QByteArray::fromStdString(outcome.ok() ? edited.merge(std::move(document), theirs)
+                                                  : outcome.error);
+}
+
+Texts conflictsOf(const EditedDocument& edited)
+{
+    Texts paths;
+    for (const std::string& path : edited.getConflicts())
+        paths += QString::fromStdString(path);
+    return paths;
+}
+
+const char* const oven = "; oven\n[oven]\nhot = true\nlimit=250 \n\n[fan]\nspeed = 3\n";
+const char* const bench =
+    "{\n  // comment\n  \"a\": 1,\n  \"b\": {\"x\": 1, \"y\": 2},\n  \"n\": [10, 20, 30]\n}\n";
+
+} // namespace
+
+// Bringing together what two sides made of one text.
+class DocumentMergeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void merges_data()
+    {
+        QTest::addColumn<QByteArray>("type");
+        QTest::addColumn<QByteArray>("base");
+        QTest::addColumn<Texts>("edits");
+        QTest::addColumn<QByteArray>("theirs");
+        QTest::addColumn<QByteArray>("merged");
+        QTest::addColumn<Texts>("conflicts");
+        const auto row = [](const char* tag, const char* type, const QByteArray& base, const char* edits,
+                            const QByteArray& theirs, const QByteArray& merged, const char* conflicts = "") {
+            const auto lines = [](const char* text) {
+                return QString::fromUtf8(text).split(QLatin1Char('|'), Qt::SkipEmptyParts);
+            };
+            QTest::newRow(tag) << QByteArray(type) << base << lines(edits) << theirs << merged
+                               << lines(conflicts);
+        };
+        const QByteArray i(oven);
+        const QByteArray j(bench);
+        const auto with = [](QByteArray text, const char* from, const char* to) {
+            return text.replace(from, to);
+        };
+        row("ini: both sides' values", "ini", i, "oven.limit = 300", with(i, "= 3\n", "= 4\n"),
+            with(with(i, "250", "300"), "= 3\n", "= 4\n"));
+        row("ini: mine over their comments", "ini", i, "oven.limit = 300", "; new\r\n" + i,
+            "; new\r\n" + with(i, "250", "300"));
+        row("ini: the same on both sides", "ini", i, "oven.limit = 300|- fan.speed",
+            "[oven]\nhot = true\nlimit = 300\n[fan]\n", "[oven]\nhot = true\nlimit = 300\n[fan]\n");
+        row("ini: different values", "ini", i, "oven.limit = 300|oven.hot = false", with(i, "250", "260"),
+            with(with(i, "250", "300"), "true", "false"), "oven.limit");
+        row("ini: edited and removed there", "ini", i, "fan.speed = 5", with(i, "speed = 3\n", ""),
+            with(i, "= 3\n", "= 5\n"), "fan.speed");
+        row("ini: removed and edited there", "ini", i, "- fan.speed", with(i, "= 3\n", "= 4\n"),
+            with(i, "speed = 3\n", ""), "fan.speed");
+        row("ini: new on both sides", "ini", i, "fan.auto = true", i + "auto = false\n", i + "auto = true\n",
+            "fan.auto");
+        row("ini: new here, section gone there", "ini", i, "fan.auto = true", i.left(i.indexOf("\n[fan")),
+            i.left(i.indexOf("\n[fan")) + "\n[fan]\nauto = true\n");
+        row("ini: section gone here, grown there", "ini", i, "- fan", i + "auto = true\n",
+            with(i, "speed = 3\n", "auto = true\n"));
+        row("ini: emptied there", "ini", i, "oven.limit = 300", "", "[oven]\nlimit=300\n", "oven.limit");
+        row("ini: siblings of one name", "ini", "k=1\nk=2\nk=3\n", "k[2] = 5", "k=1\nk=2\nk=3\nk=4\n",
+            "k=1\nk=5\nk=3\nk=4\n");
+        row("ini: siblings move there", "ini", "k=1\nk=2\nk=2\n", "k[3] = 5", "k=1\nk=2\n", "k=1\nk=2\nk=5\n",
+            "k[3]");
+        row("json: both sides' values", "json", j, "b.x = 7", with(j, "\"y\": 2", "\"y\": 3"),
+            with(with(j, "\"x\": 1", "\"x\": 7"), "\"y\": 2", "\"y\": 3"));
+        row("json: keeps their order and looks", "json", j, "a = 5", "{\"b\":{\"y\":2,\"x\":1},\"a\":1}",
+            "{\"b\":{\"y\":2,\"x\":1},\"a\":5}");
+        row("json: subtree gone here, grown there", "json", j, "- b",
+            with(j, "\"y\": 2", "\"y\": 2, \"z\": 3"), with(j, "\"x\": 1, \"y\": 2", "\"z\": 3"));
+        row("json: array longer there, value here", "json", j, "n.1 = 21", with(j, "30]", "30, 40]"),
+            with(j, "20, 30]", "21, 30, 40]"));
+        row("json: array shifted here, value there", "json", j, "- n.0", with(j, "30", "31"),
+            with(j, "10, 20, 30", "20, 30"), "n.0|n.1|n.2");
+        row("json: array shifted on both sides", "json", j, "- n.0", with(j, ", 30", ""),
+            with(j, "10, 20, 30", "20, 30"), "n.0|n.1");
+        row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),
+            with(j, "{\"x\": 1, \"y\": 2}", "{\n    \"#value\": 5,\n    \"z\": 3\n  }"));
+    }
+
+    void merges()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, base);
+        QFETCH(Texts, edits);
+        QFETCH(QByteArray, theirs);
+        QFETCH(QByteArray, merged);
+        QFETCH(Texts, conflicts);
+        EditedDocument edited(type.toStdString());
+        QVERIFY(edited.load(base.toStdString()).ok());
+        applyAll(edited, edits);
+        QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
+        QCOMPARE(QByteArray::fromStdString(edited.getText()), merged);
+        QCOMPARE(conflictsOf(edited), conflicts);
+        QCOMPARE(QByteArray::fromStdString(edited.getBase()), theirs);
+        // Taking theirs everywhere gives the very bytes that were found.
+        QCOMPARE(QByteArray::fromStdString(edited.revert({std::string()})), QByteArray());
+        QCOMPARE(QByteArray::fromStdString(edited.getText()), theirs);
+    }
+
+    void refusesWhatHasNoPlace()
+    {
+        EditedDocument edited("json");
+        QVERIFY(edited.load("{\"a\": {\"x\": 1}}").ok());
+        applyAll(edited, {QStringLiteral("a.x = 2"), QStringLiteral("a.y = 3")});
+        QVERIFY(merge(edited, "{\"a\": [1, 2]}").contains("'a."));
+        QCOMPARE(QByteArray::fromStdString(edited.getText()), QByteArray("{\"a\": {\"x\": 2, \"y\": 3}}"));
+        QVERIFY(!conflictsOf(edited).isEmpty());
+    }
+
+    // A conflict lasts over further changes there, and ends when the sides agree, however they come to.
+    void endsConflicts()
+    {
+        EditedDocument edited("ini");
+        const std::string theirs = "[a]\nx = 2\ny = 1\n";
+        const auto quarrel = [&] {
+            QVERIFY(edited.load("[a]\nx = 1\ny = 1\n").ok());
+            applyAll(edited, {QStringLiteral("a.x = 5")});
+            QCOMPARE(merge(edited, theirs), QByteArray());
+            QCOMPARE(conflictsOf(edited), Texts{QStringLiteral("a.x")});
+            QCOMPARE(merge(edited, "[a]\nx = 2\ny = 7\n"), QByteArray());
+            QCOMPARE(conflictsOf(edited), Texts{QStringLiteral("a.x")});
+        };
+        quarrel();
+        applyAll(edited, {QStringLiteral("a.x = 2")});
+        QCOMPARE(conflictsOf(edited), Texts());
+        quarrel();
+        QCOMPARE(merge(edited, "[a]\nx = 1\ny = 7\n"), QByteArray());
+        QCOMPARE(conflictsOf(edited), Texts());
+        quarrel();
+        edited.forgetConflicts({"a"});
+        QCOMPARE(conflictsOf(edited), Texts());
+        QVERIFY(edited.hasEdits());
+        quarrel();
+        QVERIFY(edited.revert({"a.x"}).empty());
+        QCOMPARE(conflictsOf(edited), Texts());
+        QVERIFY(!edited.hasEdits());
+    }
+
+    // Two sides edit values of a real file that are not the same: nobody's edit is lost, and when one side's
+    // are taken back, the other's text is left to the byte.
+    void mergesEditsOfRealFiles()
+    {
+        int merged = 0;
+        for (const std::string& type : Repository::Documents::getDocumentTypes()) {
+            const QString corpus = TestSupport::corporaPath(QString::fromStdString(type));
+            const Texts names = corpus.isEmpty() ? Texts() : QDir(corpus).entryList(QDir::Files);
+            for (int i = 0; i < names.size(); i += 5) {
+                QFile file(corpus + QLatin1Char('/') + names[i]);
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                EditedDocument mine(type);
+                if (mine.load(file.readAll().toStdString()).ok())
+                    merged += mergeSides(mine, type) ? 1 : 0;
+                QVERIFY2(!QTest::currentTestFailed(), qPrintable(names[i]));
+            }
+        }
+        qInfo("merged the edits of %d real files", merged);
+    }
+
+    void tellsDifference_data()
+    {
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QByteArray>("hunks");
+        const auto row = [](const char* tag, const char* before, const char* after, const char* hunks) {
+            QTest::newRow(tag) << QByteArray(before) << QByteArray(after) << QByteArray(hunks);
+        };
+        row("same", "a\n", "a\n", "");
+        row("from nothing", "", "a\n", "@@ -0,0 +1,1 @@\n+a\n");
+        row("to nothing", "a\nb", "", "@@ -1,2 +0,0 @@\n-a\n-b\n\\ No newline at end of file\n");
+        row("last line end comes", "a\nb", "a\nb\n",
+            "@@ -1,2 +1,2 @@\n a\n-b\n\\ No newline at end of file\n+b\n");
+        row("last line end stays away", "a\nb", "c\nb",
+            "@@ -1,2 +1,2 @@\n-a\n+c\n b\n\\ No newline at end of file\n");
+        row("changes six lines apart are one hunk", "1\n2\n3\n4\n5\n6\n7\n8\n", "a\n2\n3\n4\n5\n6\n7\nb\n",
+            "@@ -1,8 +1,8 @@\n-1\n+a\n 2\n 3\n 4\n 5\n 6\n 7\n-8\n+b\n");
+        row("changes seven lines apart are two", "1\n2\n3\n4\n5\n6\n7\n8\n9\n", "2\n3\n4\n5\n6\n7\n8\nb\n",
+            "@@ -1,4 +1,3 @@\n-1\n 2\n 3\n 4\n@@ -6,4 +5,4 @@\n 6\n 7\n 8\n-9\n+b\n");
+    }
+
+    void tellsDifference()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(QByteArray, hunks);
+        const std::string diff = Repository::unifiedDiff(before.toStdString(), after.toStdString(), "/a b");
+        QCOMPARE(QByteArray::fromStdString(diff), hunks.isEmpty() ? hunks : "--- /a b\n+++ /a b\n" + hunks);
+    }
+
+private:
+    // Mine take every other text, theirs the ones between. False when there are too few.
+    static bool mergeSides(EditedDocument& mine, const std::string& type)
+    {
+        std::vector<std::string> paths;
+        mine.getDocument().visit([&paths](const auto& entry) {
+            if (entry.value.type == EntryLines::Type::String || entry.value.type == EntryLines::Type::Integer)
+                paths.push_back(entry.path);
+        });
+        if (paths.size() < 2)
+            return false;
+        EditedDocument theirs(type);
+        theirs.load(mine.getBase());
+        std::vector<std::string> edited;
+        const auto value = EntryLines::integer(4711);
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            EditedDocument& side = i % 2 == 0 ? mine : theirs;
+            const bool done = side.edit([&](Document& text) { return text.set(paths[i], value); }).ok();
+            if (done && i % 2 == 0)
+                edited.push_back(paths[i]);
+        }
+        const std::string found = theirs.getText();
+        EditedDocument expected(type);
+        expected.load(found);
+        for (const std::string& path : edited)
+            expected.edit([&](Document& text) { return text.set(path, value); });
+        const QByteArray misfit = merge(mine, found);
+        [&] {
+            QCOMPARE(misfit, QByteArray());
+            QCOMPARE(QByteArray::fromStdString(mine.getText()),
+                     QByteArray::fromStdString(expected.getText()));
+            QCOMPARE(conflictsOf(mine), Texts());
+            QCOMPARE(QByteArray::fromStdString(mine.revert(edited)), QByteArray());
+            QCOMPARE(QByteArray::fromStdString(mine.getText()), QByteArray::fromStdString(found));
+        }();
+        return true;
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, DocumentMergeTest>(argc, argv);
+}
+
+#include "document_merge_test.moc"
