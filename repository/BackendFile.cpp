@@ -53,8 +53,10 @@ QString Backend::save(const Reshaping& reshape)
         const std::lock_guard lock(mutex);
         isGone = isGone && files.read(nameOnDisk(description)).missing;
         const QString refusal = conflictText();
-        if (!refusal.isEmpty() || (!content.hasEdits() && stamp.exists))
-            return refusal;
+        if (!refusal.isEmpty())
+            return QStringLiteral("%1: %2").arg(description.filePath, refusal);
+        if (!content.hasEdits() && stamp.exists)
+            return {};
         if (!stamp.exists && content.getText().empty())
             content.load(emptyText(description.type));
         text = content.getText();
@@ -90,7 +92,8 @@ QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, c
     if (!outcome.ok()) {
         const std::lock_guard lock(mutex);
         isBehind = true;
-        return reasonOf(outcome);
+        return QStringLiteral("what another program has written there cannot be read: %1")
+            .arg(reasonOf(outcome));
     }
     QString refusal;
     reshape([&] {

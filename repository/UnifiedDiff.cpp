@@ -49,6 +49,13 @@ std::vector<Step> stepsBetween(const Lines& before, const Lines& after)
                          line});
     for (auto line = tail.base(); line != before.end(); ++line)
         steps.push_back({' ', *line});
+    // What goes stands before what comes, as people are used to.
+    const auto isCommon = [](const Step& step) { return step.mark == ' '; };
+    for (auto begin = steps.begin(); begin != steps.end();) {
+        const auto end = std::find_if(begin, steps.end(), isCommon);
+        std::stable_partition(begin, end, [](const Step& step) { return step.mark == '-'; });
+        begin = std::find_if_not(end, steps.end(), isCommon);
+    }
     return steps;
 }
 
