@@ -2,12 +2,13 @@
 
 #include "repository/documents/IniDocument.h"
 #include "repository/documents/JsonDocument.h"
+#include "repository/documents/TxtDocument.h"
 
 namespace Repository::Documents {
 
 const std::vector<std::string>& getDocumentTypes()
 {
-    static const std::vector<std::string> types{"ini", "json"};
+    static const std::vector<std::string> types{"ini", "json", "txt"};
     return types;
 }
 
@@ -17,6 +18,8 @@ std::unique_ptr<Document> makeDocument(std::string_view type)
         return std::make_unique<IniDocument>();
     if (type == "json")
         return std::make_unique<JsonDocument>();
+    if (type == "txt")
+        return std::make_unique<TxtDocument>();
     return nullptr;
 }
 

@@ -7,13 +7,13 @@ namespace Repository::Documents {
 void HashIndex::reserve(std::size_t nodes)
 {
     if (nodes * 3 > slots.size() * 2)
-        rebuild(nodes);
+        rebuild(nodes * 3 / 2 + 1);
 }
 
 void HashIndex::insert(std::uint32_t hash, std::uint32_t node)
 {
     if ((taken + 1) * 3 > slots.size() * 2)
-        rebuild(used + 1);
+        rebuild((used + 1) * 3);
     std::size_t i = hash & mask();
     while (slots[i].state == State::Used)
         i = (i + 1) & mask();
@@ -33,10 +33,10 @@ void HashIndex::erase(std::uint32_t hash, std::uint32_t node)
     }
 }
 
-void HashIndex::rebuild(std::size_t nodes)
+void HashIndex::rebuild(std::size_t room)
 {
     std::size_t size = 16;
-    while (size < nodes * 3)
+    while (size < room)
         size *= 2;
     const std::vector<Slot> old = std::exchange(slots, std::vector<Slot>(size));
     taken = used = 0;

@@ -41,7 +41,7 @@ private:
     };
 
     std::size_t mask() const { return slots.size() - 1; }
-    void rebuild(std::size_t nodes);
+    void rebuild(std::size_t room);
 
     std::vector<Slot> slots; // a power of two, or none
     std::size_t taken = 0;   // used and erased

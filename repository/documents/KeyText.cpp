@@ -105,12 +105,15 @@ std::string encodePath(std::string_view name)
     std::string path;
     while (true) {
         const std::size_t dot = name.find('.');
-        std::string component = encodeKey(name.substr(0, dot));
+        const std::string component = encodeKey(name.substr(0, dot));
         // "%25" is what encoding makes of "%", and of nothing else.
+        std::size_t from = 0;
         for (std::size_t at = component.find("%25"); at != std::string::npos;
-             at = component.find("%25", at + 1))
-            component.erase(at + 1, 2);
-        path += component;
+             at = component.find("%25", from)) {
+            path.append(component, from, at + 1 - from);
+            from = at + 3;
+        }
+        path.append(component, from);
         if (dot == std::string_view::npos)
             return path;
         path += '.';

@@ -1,0 +1,147 @@
+#include "repository/documents/TxtIndex.h"
+
+#include "repository/documents/KeyText.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace Repository::Documents {
+
+TxtIndex::TxtIndex()
+{
+    nodes.emplace_back();
+}
+
+void TxtIndex::reserve(std::size_t count)
+{
+    nodes.reserve(count + 1);
+    children.reserve(count);
+}
+
+std::uint32_t TxtIndex::hashOf(std::uint32_t parent, std::string_view name, std::uint32_t number) const
+{
+    std::uint64_t hash = std::hash<std::string_view>()(name);
+    hash ^= (std::uint64_t(parent) << 32 | number) * 0x9E3779B97F4A7C15u;
+    return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+std::uint32_t TxtIndex::findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const
+{
+    return children.find(hashOf(parent, name, number), [&](std::uint32_t id) {
+        const TxtNode& child = nodes[id];
+        return child.parent == parent && child.number == number && child.name == name;
+    });
+}
+
+std::uint32_t TxtIndex::find(std::string_view path) const
+{
+    std::uint32_t id = root;
+    while (!path.empty() && id != none) {
+        const std::size_t end = std::min(path.find('.'), path.size());
+        const NumberedComponent part = splitNumber(path.substr(0, end));
+        if (part.number >= none || end + 1 == path.size())
+            return none;
+        id = findChild(id, part.name, static_cast<std::uint32_t>(part.number));
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return id;
+}
+
+std::uint32_t TxtIndex::findSibling(std::uint32_t id, std::uint32_t number) const
+{
+    return findChild(nodes[id].parent, nodes[id].name, number);
+}
+
+std::uint32_t TxtIndex::demand(std::string_view path, bool lasts)
+{
+    std::uint32_t id = root;
+    while (!path.empty()) {
+        const std::size_t end = std::min(path.find('.'), path.size());
+        id = demandChild(id, path.substr(0, end), 1, lasts);
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return id;
+}
+
+std::uint32_t TxtIndex::demandNext(std::uint32_t parent, std::string_view name, bool lasts)
+{
+    const std::uint32_t first = demandChild(parent, name, 1, lasts);
+    const std::uint32_t number = ++nodes[first].count;
+    return number == 1 ? first : demandChild(parent, name, number, lasts);
+}
+
+std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
+                                    bool lasts)
+{
+    const std::uint32_t hash = hashOf(parent, name, number);
+    const std::uint32_t found = findChild(parent, name, number);
+    if (found != none)
+        return found;
+    std::uint32_t id = static_cast<std::uint32_t>(nodes.size());
+    if (unused.empty()) {
+        nodes.emplace_back();
+    } else {
+        id = unused.back();
+        unused.pop_back();
+    }
+    TxtNode& child = nodes[id];
+    child.ownName = lasts ? nullptr : std::make_unique<std::string>(name);
+    child.name = lasts ? name : std::string_view(*child.ownName);
+    child.number = number;
+    child.parent = parent;
+    TxtNode& group = nodes[parent];
+    child.previous = group.lastChild;
+    (group.lastChild == none ? group.firstChild : nodes[group.lastChild].next) = id;
+    group.lastChild = id;
+    children.insert(hash, id);
+    return id;
+}
+
+void TxtIndex::dropEntry(std::uint32_t id)
+{
+    nodes[id].entry = none;
+    while (id != root && nodes[id].entry == none && nodes[id].firstChild == none) {
+        const std::uint32_t parent = nodes[id].parent;
+        erase(id);
+        id = parent;
+    }
+}
+
+void TxtIndex::erase(std::uint32_t id)
+{
+    TxtNode& gone = nodes[id];
+    children.erase(hashOf(gone.parent, gone.name, gone.number), id);
+    TxtNode& group = nodes[gone.parent];
+    (gone.previous == none ? group.firstChild : nodes[gone.previous].next) = gone.next;
+    (gone.next == none ? group.lastChild : nodes[gone.next].previous) = gone.previous;
+    gone = TxtNode();
+    unused.push_back(id);
+}
+
+std::string TxtIndex::pathOf(std::uint32_t id) const
+{
+    std::vector<std::uint32_t> way;
+    for (; id != root; id = nodes[id].parent)
+        way.push_back(id);
+    std::string path;
+    for (auto part = way.rbegin(); part != way.rend(); ++part) {
+        if (!path.empty())
+            path += '.';
+        path += nodes[*part].name;
+        if (nodes[*part].number > 1)
+            path += '[' + std::to_string(nodes[*part].number) + ']';
+    }
+    return path;
+}
+
+std::vector<std::uint32_t> TxtIndex::subtree(std::uint32_t id) const
+{
+    std::vector<std::uint32_t> all{id};
+    for (std::size_t at = 0; at < all.size(); ++at) {
+        for (std::uint32_t child = nodes[all[at]].firstChild; child != none; child = nodes[child].next)
+            all.push_back(child);
+    }
+    return all;
+}
+
+} // namespace Repository::Documents
