@@ -32,10 +32,10 @@ public:
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
     std::string getBytes() const override;
-    std::optional<Span> locate(std::string_view path) const;
+    std::optional<Span> locate(std::string_view path) const override;
     // What stands between the key and the end of the entry's last line.
-    std::optional<std::string> spell(std::string_view path) const;
-    Outcome respell(std::string_view path, std::string_view spelling);
+    std::optional<std::string> spell(std::string_view path) const override;
+    Outcome respell(std::string_view path, std::string_view spelling) override;
 
 private:
     static constexpr std::uint32_t none = TxtIndex::none;

@@ -48,7 +48,11 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     if (last.number != (first == none ? 0 : index.node(first).count) + 1)
         return refused("there is no " + quoted(joinNumber(plainPath, last.number - 1)) + " before it");
 
-    const std::uint32_t above = findPlace(plainPath);
+    // Behind those of the same path, whose order tells them apart, else behind its siblings.
+    const std::uint32_t above =
+        last.number > 1
+            ? index.node(index.findSibling(first, static_cast<std::uint32_t>(last.number - 1))).entry
+            : findPlace(plainPath);
     std::string draftText;
     const std::optional<TxtLine> draft = draftEntry(plainPath, above, draftText);
     if (!draft)
@@ -182,9 +186,13 @@ Outcome TxtDocument::findRemovalFault(const std::vector<std::uint32_t>& going) c
         const std::string_view text = pieces[below].line.text;
         if (piece.above == none && !encoding.mayBegin(text))
             return refused("without it the file would begin like a file of another encoding");
-        if (piece.above != none && pieces[piece.above].line.entry &&
-            wouldSwallow(pieces[piece.above].line, text))
+        if (piece.above == none)
+            continue;
+        const TxtLine& above = pieces[piece.above].line;
+        if (above.entry && wouldSwallow(above, text))
             return refused("without it the line below would be read as part of the value above");
+        if (!above.entry && pieces[below].line.entry && endsInTypeMark(above.text))
+            return refused("without it the mark above would be that of the line below");
     }
     return {};
 }

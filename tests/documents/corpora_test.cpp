@@ -33,7 +33,9 @@ const char* const notOfTheirFormat[] = {
     "variants/json-utf16le-10__spdx-license-list-6.12.0__Widget-Workshop.json",
     "variants/json-utf16le-21__bower-1.8.14__eslintrc~6",
     "variants/ini-utf16le-10__KDE_syntax-highlighting__test.properties",
-    "variants/ini-utf16le-21__pioneers-data__theme~5.cfg"};
+    "variants/ini-utf16le-21__pioneers-data__theme~5.cfg",
+    "variants/txt-nul-08__qttools5-examples__input.txt",
+    "variants/txt-nul-19__smplayer-themes__README~3.txt"};
 
 struct Counts
 {
@@ -119,7 +121,10 @@ private slots:
         QTest::newRow("small ini") << QStringLiteral("ini") << QString() << QByteArray("[a]\nb = 1 ; c\n");
         QTest::newRow("small json") << QStringLiteral("json") << QString()
                                     << QByteArray("{\"a\": [1, {}]}\n");
-        for (const QString& type : {QStringLiteral("ini"), QStringLiteral("json")}) {
+        QTest::newRow("small txt") << QStringLiteral("txt") << QString()
+                                   << QByteArray("a.b = 1 # c\nprose\n");
+        addFiles(QStringLiteral("txt"), QStringLiteral("ini"), QStringLiteral("*.properties"));
+        for (const QString& type : {QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("txt")}) {
             addFiles(type, type, QStringLiteral("*"));
             addFiles(type, QStringLiteral("variants"), type + QStringLiteral("-*"));
         }
@@ -179,10 +184,12 @@ private:
         const QString path = TestSupport::corporaPath(folder);
         if (path.isEmpty())
             return;
+        const bool ownFolder = folder == type || folder == QLatin1String("variants");
+        const QString place = ownFolder ? folder : type + QLatin1String(" of ") + folder;
         QDirIterator files(path, {filter}, QDir::Files);
         while (files.hasNext()) {
             files.next();
-            QTest::newRow(qPrintable(folder + QLatin1Char('/') + files.fileName()))
+            QTest::newRow(qPrintable(place + QLatin1Char('/') + files.fileName()))
                 << type << files.filePath() << QByteArray();
         }
     }

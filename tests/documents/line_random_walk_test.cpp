@@ -27,20 +27,78 @@ bool isBelow(const std::string& path, const std::string& above)
            path[above.size()] == '.';
 }
 
-// What becomes of a document that was put together from lines that mean different things in different
-// company.
+// What documents of a format are put together from: lines that mean different things in different company.
+struct Format
+{
+    std::string type;
+    std::vector<std::string> lines;
+    std::vector<std::string> names; // of what is inserted
+};
+
+const std::vector<Format>& formats()
+{
+    static const std::vector<Format> all{
+        {"ini",
+         {"[a]",           "[a.b]",   " [c]",  "[a] ; of a", "[x[2]]",        "k=1",      "k = v",
+          "  k : w",       "j",       "  j",   "j = \\",     "j=\\",          "m = v \\", "m=v\\",
+          "    k = \"q\"", "",        "  ",    "; c",        "# c",           "  # c",    "n = 5 ; c",
+          "e =",           "e = # c", "* = t", "b = 'x'",    "k=\xC3\xBC\xFF"},
+         {"k", "k[2]", "j", "k[3]", "n", "a", "a[2]", "b", "x%2Ey", "%00", "[x]", "p = q", "%3B", "z", "%2A",
+          "t\\"}},
+        {"txt",
+         {"k=1",
+          "k = v",
+          "  k : w",
+          "a.b.c = 1",
+          "a.b=x",
+          "a.*.k = 2",
+          "j",
+          "j = \\",
+          "j=\\",
+          "m = v \\",
+          "m=v\\",
+          "  more",
+          "    k = \"q\"",
+          "",
+          "  ",
+          "; c",
+          "# c",
+          "  # c",
+          "e =",
+          "# @type text",
+          "# @type date",
+          "! c",
+          "! = 1",
+          "b = 'x' # c",
+          "a b = 1",
+          "x == y",
+          "export q = 3",
+          "\\!p=4",
+          "k\\ l=5",
+          "k\xFF=6",
+          "a.b = 2024-01-02",
+          "=",
+          "k=\xC3\xBC\xFF",
+          "one two three four = 5"},
+         {"k", "k[2]", "k[3]", "a", "b", "a[2]", "x%2Ey", "%00", "[x]", "p = q", "!x", "%3B", "two words",
+          " z", "%2A", "t\\", "export e", "-m", "#"}}};
+    return all;
+}
+
+// What becomes of a document of such lines.
 class Walk
 {
 public:
-    explicit Walk(quint32 seed) : random(seed), document(makeDocument("ini"))
+    Walk(const Format& walkFormat, quint32 seed)
+        : format(walkFormat), random(seed), document(makeDocument(format.type))
     {
         const std::vector<std::string> lineEnds{"\n", "\r\n", "\r"};
         lineEnd = pick(lineEnds);
         std::string bytes = random.bounded(4) == 0 ? "\xEF\xBB\xBF" : "";
         for (int lines = random.bounded(14); lines > 0; --lines)
-            bytes += pick(lineParts()) + (random.bounded(9) == 0 ? pick(lineEnds) : lineEnd);
+            bytes += pick(format.lines) + (random.bounded(9) == 0 ? pick(lineEnds) : lineEnd);
         if (random.bounded(3) == 0)
-            bytes += pick(lineParts());
+            bytes += pick(format.lines);
         document->parse(bytes);
         before = bytes;
         model = modelOf(*document);
@@ -52,13 +110,16 @@ public:
         before = document->getBytes();
         const Model old = model;
         Outcome outcome;
-        switch (random.bounded(5)) {
+        switch (random.bounded(6)) {
         case 0:
             outcome = remove();
             break;
         case 1:
         case 2:
             outcome = set();
+            break;
+        case 3:
+            outcome = thereAndBack();
             break;
         default:
             outcome = insert();
@@ -76,16 +137,6 @@ public:
     int refusals = 0;
 
 private:
-    static const std::vector<std::string>& lineParts()
-    {
-        static const std::vector<std::string> parts{
-            "[a]",           "[a.b]",   " [c]",  "[a] ; of a", "[x[2]]",        "k=1",      "k = v",
-            "  k : w",       "j",       "  j",   "j = \\",     "j=\\",          "m = v \\", "m=v\\",
-            "    k = \"q\"", "",        "  ",    "; c",        "# c",           "  # c",    "n = 5 ; c",
-            "e =",           "e = # c", "* = t", "b = 'x'",    "k=\xC3\xBC\xFF"};
-        return parts;
-    }
-
     template <typename List>
     typename List::value_type pick(const List& list)
     {
@@ -115,6 +166,8 @@ private:
                                         number(1.5),
                                         list({"a"}),
                                         {Type::ByteArray, std::string("\xFF")},
+                                        {Type::ByteArray, std::string("a")},
+                                        {Type::Date, std::string("2024-01-02")},
                                         {Type::Unsigned, std::uint64_t(18446744073709551615U)}};
         return pick(values);
     }
@@ -135,12 +188,27 @@ private:
         return document->set(path, value);
     }
 
+    // What was set, and what its old spelling brought back.
+    Outcome thereAndBack()
+    {
+        const std::string path = anyPath();
+        const Value value = anyValue();
+        action = "set " + path + " to " + toLine(value).toStdString() + " and back";
+        const std::optional<std::string> spelling = document->spell(path);
+        if (spelling.has_value() != document->locate(path).has_value())
+            wrong = "a value has a spelling and a place, or neither";
+        const Outcome outcome = document->set(path, value);
+        if (!outcome.ok())
+            return outcome;
+        if (!spelling || !document->respell(path, *spelling).ok() || document->getBytes() != before)
+            wrong = "the spelling does not bring the bytes back";
+        return outcome;
+    }
+
     Outcome insert()
     {
-        const std::vector<std::string> names{"k",     "k[2]", "j",   "k[3]",  "n",   "a", "a[2]", "b",
-                                             "x%2Ey", "%00",  "[x]", "p = q", "%3B", "z", "%2A",  "t\\"};
         const std::string parent = random.bounded(3) == 0 ? "" : anyPath();
-        const std::string path = joinPath(parent, pick(names));
+        const std::string path = joinPath(parent, pick(format.names));
         const Value value = random.bounded(6) == 0 ? group() : anyValue();
         action = "insert " + path + " as " + toLine(value).toStdString();
         for (std::string above = path; !above.empty(); above = std::string(splitLast(above).parent))
@@ -158,7 +226,8 @@ private:
         const Outcome outcome = document->remove(path);
         if (outcome.ok() && moves) {
             const Model now = modelOf(*document);
-            movedWrongly = now.size() > model.size();
+            if (now.size() > model.size())
+                wrong = "moving siblings made entries";
             model = now;
             return outcome;
         }
@@ -183,13 +252,13 @@ private:
 
     QString judge()
     {
+        if (wrong)
+            return fault(wrong);
         const Model now = modelOf(*document);
         if (now != model)
             return fault("the tree is not what it should be");
-        if (movedWrongly)
-            return fault("moving siblings made entries");
         const std::string bytes = document->getBytes();
-        if (toLines("ini", bytes) != toLines(*document))
+        if (toLines(format.type.c_str(), bytes) != toLines(*document))
             return fault("the file does not give the tree again");
         for (const auto& [path, value] : model) {
             if (!document->contains(path))
@@ -210,32 +279,41 @@ private:
             QStringLiteral("tree:"),
             toLines(*document).join(QLatin1Char('\n')),
             QStringLiteral("read again:"),
-            toLines("ini", document->getBytes()).join(QLatin1Char('\n'))};
+            toLines(format.type.c_str(), document->getBytes()).join(QLatin1Char('\n'))};
         return parts.join(QLatin1Char('\n'));
     }
 
+    const Format& format;
     QRandomGenerator random;
     std::unique_ptr<Document> document;
     std::string lineEnd;
     std::string before;
     std::string action;
     Model model;
-    bool movedWrongly = false;
+    const char* wrong = nullptr; // what an edit saw
 };
 
 } // namespace
 
-class IniRandomWalkTest : public QObject
+class LineRandomWalkTest : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void keepsTreeAndFileTheSame_data()
+    {
+        QTest::addColumn<int>("format");
+        for (const Format& format : formats())
+            QTest::newRow(format.type.c_str()) << int(&format - formats().data());
+    }
+
     void keepsTreeAndFileTheSame()
     {
+        QFETCH(int, format);
         int edits = 0;
         int refusals = 0;
         for (quint32 seed = 0; seed < 4000; ++seed) {
-            Walk walk(seed);
+            Walk walk(formats()[std::size_t(format)], seed);
             for (int step = 0; step < 25; ++step) {
                 const QString fault = walk.step();
                 QVERIFY2(fault.isEmpty(), qPrintable(QStringLiteral("seed %1: %2").arg(seed).arg(fault)));
@@ -251,7 +329,7 @@ private slots:
 
 int main(int argc, char** argv)
 {
-    return TestSupport::runTest<QCoreApplication, IniRandomWalkTest>(argc, argv);
+    return TestSupport::runTest<QCoreApplication, LineRandomWalkTest>(argc, argv);
 }
 
-#include "ini_random_walk_test.moc"
+#include "line_random_walk_test.moc"
