@@ -11,6 +11,25 @@ namespace Repository::Documents {
 
 using FrameworkCore::Values::Value;
 
+namespace {
+
+// What begins the first comment of a run of blank and comment lines; 0 without one.
+char commentOf(std::string_view gap)
+{
+    const std::size_t comment = gap.find_first_of(";#");
+    return comment == std::string_view::npos ? '\0' : gap[comment];
+}
+
+// A stray NUL is part of a text; where they are many it is none.
+bool isBinary(std::string_view text)
+{
+    constexpr std::ptrdiff_t mostPerText = 100;
+    return std::count(text.begin(), text.end(), '\0') * mostPerText >
+           std::ptrdiff_t(text.size()) + mostPerText;
+}
+
+} // namespace
+
 Outcome IniDocument::parse(std::string bytes)
 {
     IniDocument fresh;
@@ -24,20 +43,22 @@ Outcome IniDocument::load(std::string bytes)
 {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
         return refused("an ini file of more than 4 GB is not read");
-    fileBytes = std::make_unique<const std::string>(std::move(bytes));
-    std::string_view text = *fileBytes;
-    if (beginsLikeWideText(text))
-        return {"the text is UTF-16 or UTF-32; save it as UTF-8 to have it read", 1, 1};
-    byteOrderMark = text.substr(0, utf8Mark.size()) == utf8Mark;
-    text.remove_prefix(byteOrderMark ? utf8Mark.size() : 0);
+    Outcome decoded = encoding.decode(bytes, {});
+    if (!decoded.ok())
+        return decoded;
+    fileText = std::make_unique<const std::string>(std::move(bytes));
+    const std::string_view text = *fileText;
     const std::size_t firstEnd = text.find_first_of("\r\n");
     if (firstEnd != std::string_view::npos)
         style.lineEnd = text.substr(firstEnd, text.substr(firstEnd, 2) == "\r\n" ? 2 : 1);
 
     const auto failure = [this](const char* at, std::string reason) {
-        const TextPosition position = positionOf(*fileBytes, std::size_t(at - fileBytes->data()));
+        const TextPosition position = positionOf(*fileText, std::size_t(at - fileText->data()));
         return Outcome{std::move(reason), position.line, position.column};
     };
+    if (isBinary(text))
+        return failure(text.data() + text.find('\0'),
+                       "there are NUL characters: it is a binary file, or UTF-16 without its mark");
     // An entry takes some bytes; a file of blank lines must not make room for as many.
     const auto lines = std::size_t(std::count(text.begin(), text.end(), style.lineEnd.front()));
     index.reserve(std::min(lines, text.size() / 8));
@@ -50,6 +71,8 @@ Outcome IniDocument::load(std::string bytes)
                                                    std::to_string(deepestIniSection) + " deep");
         IniPiece& piece = add(pieces.end(), chainEnd, *line);
         piece.original = line->text;
+        if (line->kind == IniLine::Kind::Gap && style.comment == '\0')
+            style.comment = commentOf(line->text);
         if (line->kind == IniLine::Kind::Header) {
             section = &index.nextSection(encodePath(line->key()));
             piece.item = section;
@@ -76,13 +99,13 @@ void IniDocument::learnStyle(const IniLine& entry)
     if (!styleKnown && !entry.value().empty()) {
         styleKnown = true;
         style.separator = plainSeparator(entry.separator());
-        style.indent = entry.text.substr(0, entry.indent);
+        style.indent = entry.blanksBefore();
     }
     if (style.quote == '\0')
         style.quote = quoteOf(entry);
     if (entry.continued && style.continuation.empty()) {
-        const TextLine first = textLineAt(entry.text, 0);
-        const std::string_view second = textLineAt(entry.text, first.end).content;
+        const TextLine first = textLineAt(entry.lines(), 0);
+        const std::string_view second = textLineAt(entry.lines(), first.end).content;
         const std::size_t indent = second.find_first_not_of(" \t\v\f");
         if (!endsInBackslash(first.content) && indent != std::string_view::npos && !isIniComment(second))
             style.continuation = second.substr(0, indent);
@@ -170,10 +193,10 @@ void IniDocument::write(Visitor visitor) const
 
 std::string IniDocument::getBytes() const
 {
-    std::string bytes(byteOrderMark ? utf8Mark : std::string_view());
-    bytes.reserve(fileBytes->size() + fileBytes->size() / 16);
-    write([&bytes](const IniPiece*, std::string_view text) { bytes += text; });
-    return bytes;
+    std::string text;
+    text.reserve(fileText->size() + fileText->size() / 16);
+    write([&text](const IniPiece*, std::string_view piece) { text += piece; });
+    return encoding.encode(std::move(text));
 }
 
 std::optional<Span> IniDocument::locate(std::string_view path) const
@@ -182,13 +205,13 @@ std::optional<Span> IniDocument::locate(std::string_view path) const
     if (!item || !item->entry)
         return {};
     const IniLine& line = item->entry->line;
-    Span span{byteOrderMark ? utf8Mark.size() : 0, line.value().size()};
+    Span span{encoding.markSize() + encoding.sizeOf(line.text.substr(0, line.valueBegin)),
+              encoding.sizeOf(line.value())};
     bool found = false;
     write([&](const IniPiece* piece, std::string_view text) {
         found = found || piece == item->entry;
-        span.offset += found ? 0 : text.size();
+        span.offset += found ? 0 : encoding.sizeOf(text);
     });
-    span.offset += line.valueBegin;
     return span;
 }
 
@@ -230,6 +253,9 @@ Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
 Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
 {
     const bool asBefore = text == piece.original;
+    std::string unheld = asBefore ? std::string() : encoding.findRefusal(text);
+    if (!unheld.empty())
+        return refused(std::move(unheld));
     auto own = asBefore ? nullptr : std::make_unique<std::string>(text);
     const IniLine line = scanSingle(own ? std::string_view(*own) : piece.original).value_or(piece.line);
     const bool turned = line.separated != piece.line.separated;

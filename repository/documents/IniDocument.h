@@ -3,6 +3,7 @@
 #include "repository/documents/Document.h"
 #include "repository/documents/IniIndex.h"
 #include "repository/documents/IniText.h"
+#include "repository/documents/TextEncoding.h"
 
 #include <list>
 #include <memory>
@@ -70,8 +71,8 @@ private:
     bool sectionsCanGo(const std::vector<IniItem*>& going) const;
     void takeSections(const std::vector<IniItem*>& going);
 
-    std::unique_ptr<const std::string> fileBytes = std::make_unique<const std::string>();
-    bool byteOrderMark = false;
+    std::unique_ptr<const std::string> fileText = std::make_unique<const std::string>();
+    TextEncoding encoding;
     Pieces pieces;
     IniPiece* chainFront = nullptr; // not owned
     IniPiece* chainEnd = nullptr;   // not owned

@@ -1,6 +1,7 @@
 #include "repository/documents/IniDocument.h"
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/TypeMark.h"
 
 #include <algorithm>
 
@@ -123,7 +124,10 @@ Outcome IniDocument::insertEntry(std::string_view path, const Value& value)
     const std::optional<IniLine> line = scanSingle(text);
     if (!line)
         return refused(std::move(reason));
-    if (group && !above && !byteOrderMark && beginsLikeMark(line->text))
+    std::string unheld = encoding.findRefusal(header + text);
+    if (!unheld.empty())
+        return refused(std::move(unheld));
+    if (group && !above && !encoding.mayBegin(line->text))
         return refused("the file would begin like a file of another encoding");
     if (above && wouldSwallow(above->line, *line, false))
         return refused("the entry would be read as part of the one above it");
@@ -161,8 +165,8 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
                                    std::string& reason) const
 {
     const bool follow = sibling && sibling->line.separated && !sibling->line.value().empty();
-    std::string draft(sibling ? sibling->line.text.substr(0, sibling->line.indent) : style.indent);
-    const std::size_t begin = draft.size();
+    const std::string indent(sibling ? sibling->line.blanksBefore() : style.indent);
+    std::string draft = indent;
     draft += key;
     draft += follow ? alignedSeparator(sibling->line.separator(), sibling->line.key().size(), key.size())
                     : style.separator;
@@ -171,12 +175,21 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
         draft.pop_back();
     draft += style.lineEnd;
     const std::optional<IniLine> line = scanSingle(draft);
-    if (!line || line->kind != IniLine::Kind::Entry || !line->separated || line->keyBegin != begin ||
+    if (!line || line->kind != IniLine::Kind::Entry || !line->separated || line->keyBegin != indent.size() ||
         line->key() != key || line->valueEnd < line->valueBegin) {
         reason = "an ini file cannot hold the key " + quoted(key);
         return {};
     }
-    std::optional<std::string> text = writeIniValue(*line, value, style);
+    // Bytes without a mark would make a file that is no text.
+    std::optional<std::string> text;
+    if (value.type != Type::ByteArray)
+        text = writeIniValue(*line, value, style);
+    if (!text) {
+        const char comment = style.comment == '\0' ? ';' : style.comment;
+        const std::string marked = indent + writeTypeMark(comment, value.type) + style.lineEnd + draft;
+        const std::optional<IniLine> markedLine = scanSingle(marked);
+        text = markedLine ? writeIniValue(*markedLine, value, style) : std::nullopt;
+    }
     if (!text)
         reason = explainIniRefusal(value);
     return std::move(text).value_or(std::string());
@@ -271,7 +284,7 @@ bool IniDocument::frontCanGo(const IniItem& item, const std::vector<IniItem*>& g
     Pieces::const_iterator front = pieces.begin();
     while (front != pieces.end() && goes(*front))
         front = std::next(isHeader(*front) ? front->item->section->last->place : front->place);
-    return byteOrderMark || front == pieces.end() || !beginsLikeMark(front->line.text);
+    return front == pieces.end() || encoding.mayBegin(front->line.text);
 }
 
 bool IniDocument::entryCanGo(const IniPiece& entry) const

@@ -1,8 +1,12 @@
 #include "repository/documents/IniScanner.h"
 
+#include "repository/documents/TypeMark.h"
+
 #include <algorithm>
 
 namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
 
 namespace {
 
@@ -155,24 +159,32 @@ std::optional<IniLine> IniScanner::next()
 {
     if (position == text.size() || !error.empty())
         return std::nullopt;
-    const std::string_view content = textLineAt(text, position).content;
-    if (isBlankLine(content) || isIniComment(content))
-        return takeGap();
-    return content[indentOf(content)] == '[' ? takeHeader() : takeEntry();
-}
-
-IniLine IniScanner::takeGap()
-{
-    IniLine line;
     const std::size_t begin = position;
+    std::size_t marksBegin = begin; // of the marks right above the line that is looked at
+    Type mark = Type::Group;
     while (position < text.size()) {
         const TextLine physical = textLineAt(text, position);
-        if (!isBlankLine(physical.content) && !isIniComment(physical.content))
+        const std::string_view content = physical.content;
+        const bool isComment = isIniComment(content);
+        if (!isComment && !isBlankLine(content)) {
+            const bool isSection = content[indentOf(content)] == '[';
+            if (isSection && position == begin)
+                return takeHeader();
+            if (!isSection && marksBegin == begin)
+                return takeEntry(begin, mark);
+            position = isSection ? position : marksBegin;
             break;
+        }
+        const std::optional<Type> read = isComment ? readTypeMark(content) : std::nullopt;
+        // Of marks one above the other the last one holds; all of them go with the entry.
+        if (!read)
+            marksBegin = physical.end;
+        mark = read.value_or(Type::Group);
         position = physical.end;
     }
-    line.text = text.substr(begin, position - begin);
-    return line;
+    IniLine gap;
+    gap.text = text.substr(begin, position - begin);
+    return gap;
 }
 
 std::optional<IniLine> IniScanner::takeHeader()
@@ -197,12 +209,13 @@ std::optional<IniLine> IniScanner::takeHeader()
     return line;
 }
 
-IniLine IniScanner::takeEntry()
+IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
 {
     const TextLine first = textLineAt(text, position);
-    const std::size_t begin = position;
+    const std::size_t lineBegin = position;
     IniLine line;
     line.kind = IniLine::Kind::Entry;
+    line.mark = mark;
     line.indent = narrow(indentOf(first.content));
     line.keyBegin = line.indent;
     position = first.end;
@@ -232,13 +245,15 @@ IniLine IniScanner::takeEntry()
         gap = Gap();
         line.continued = true;
         const std::string_view trimmed = trimBlanks(content);
-        valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - begin;
+        valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - lineBegin;
         position = further.end;
     }
     if (line.separated)
         placeValue(line, first.content, separator, line.continued);
     if (line.continued)
         line.valueEnd = narrow(valueEnd);
+    for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
+        *offset += narrow(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/FrameworkCore/Values/Value.h"
 #include "repository/documents/TextLine.h"
 
 #include <cstddef>
@@ -10,9 +11,9 @@
 
 namespace Repository::Documents {
 
-// A piece of an ini file: a run of blank and comment lines, the header of a section, or an entry with all
-// lines over which its value goes on. The pieces of a file, one behind the other, are the file. Offsets count
-// from the beginning of the piece.
+// A piece of an ini file: a run of blank and comment lines, the header of a section, or an entry with the
+// marks of its type above it and all lines over which its value goes on. The pieces of a file, one behind the
+// other, are the file. Offsets count from the beginning of the piece.
 struct IniLine
 {
     enum class Kind : std::uint8_t { Gap, Header, Entry };
@@ -20,13 +21,17 @@ struct IniLine
     Kind kind = Kind::Gap;
     bool separated = false; // an entry with "=" or ":"; one without has a key only
     bool continued = false; // the value goes on over further lines
-    std::uint32_t indent = 0;
+    FrameworkCore::Values::Type mark = FrameworkCore::Values::Type::Group; // Group for an entry without one
+    std::uint32_t indent = 0;                                              // blanks before the key
     std::uint32_t keyBegin = 0; // key of an entry, name of a section
     std::uint32_t keyEnd = 0;
     std::uint32_t valueBegin = 0; // both at the end of the key where there is no separator
     std::uint32_t valueEnd = 0;
     std::string_view text; // line ends included
 
+    // Behind the marks above.
+    std::string_view lines() const { return text.substr(keyBegin - indent); }
+    std::string_view blanksBefore() const { return lines().substr(0, indent); }
     std::string_view key() const { return text.substr(keyBegin, keyEnd - keyBegin); }
     std::string_view value() const { return text.substr(valueBegin, valueEnd - valueBegin); }
     // What leads to the value: blanks and the separator.
@@ -42,6 +47,7 @@ struct IniLine
 //   ":", unless it is that of "://".
 // - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
 //   blank and comment lines stand between (as Python's reader has it).
+// - A comment right above an entry that marks a type says how the entry's value is read (see TypeMark).
 // - A line that ends with a backslash goes on in the next, unless that begins a section or, with no blank
 //   before the backslash (as behind a folder's path), has a separator itself.
 class IniScanner
@@ -57,9 +63,8 @@ public:
     const std::string& getError() const { return error; }
 
 private:
-    IniLine takeGap();
     std::optional<IniLine> takeHeader();
-    IniLine takeEntry();
+    IniLine takeEntry(std::size_t begin, FrameworkCore::Values::Type mark);
 
     std::string_view text;
     std::size_t position = 0;

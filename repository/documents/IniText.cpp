@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/TypeMark.h"
 
 #include <algorithm>
 #include <vector>
@@ -51,8 +52,10 @@ std::string joinLines(std::string_view lines)
 std::vector<std::string> formsOf(const IniLine& entry, const Value& value, const IniStyle& style)
 {
     std::vector<std::string> forms;
-    const std::string text = value.type == Type::ByteArray ? std::get<std::string>(value.data)
-                                                           : FrameworkCore::Values::toText(value);
+    const bool isMarked = entry.mark != Type::Group;
+    const std::string text = value.type == Type::ByteArray && !isMarked
+                                 ? std::get<std::string>(value.data)
+                                 : FrameworkCore::Values::toText(value);
     const char own = quoteOf(entry);
     if (own != '\0' && value.type == Type::String)
         forms.push_back(own + text + own);
@@ -66,6 +69,8 @@ std::vector<std::string> formsOf(const IniLine& entry, const Value& value, const
             lines += c == '\n' ? lineBreak : std::string(1, c);
         forms.push_back(std::move(lines));
     }
+    if (isMarked)
+        forms.push_back(quoteMarkedText(text));
     return forms;
 }
 
@@ -76,12 +81,22 @@ bool lacksBlank(const IniLine& entry)
            entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
+Value readPlainValue(const IniLine& entry)
+{
+    const std::string_view value = entry.value();
+    if (entry.continued)
+        return {Type::String, joinLines(value)};
+    if (quoteOf(entry) != '\0')
+        return {Type::String, std::string(value.substr(1, value.size() - 2))};
+    return FrameworkCore::Values::plainValue(value);
+}
+
 bool holds(const std::string& text, const IniLine& before, const Value& value)
 {
     const std::optional<IniLine> now = scanSingle(text);
     return now && now->kind == IniLine::Kind::Entry && now->indent == before.indent &&
-           now->key() == before.key() && trimBlanks(now->tail()) == trimBlanks(before.tail()) &&
-           readIniValue(*now) == value;
+           now->mark == before.mark && now->key() == before.key() &&
+           trimBlanks(now->tail()) == trimBlanks(before.tail()) && readIniValue(*now) == value;
 }
 
 } // namespace
@@ -89,18 +104,6 @@ bool holds(const std::string& text, const IniLine& before, const Value& value)
 bool isIniTooDeep(std::string_view sectionName)
 {
     return std::count(sectionName.begin(), sectionName.end(), '.') >= deepestIniSection;
-}
-
-bool beginsLikeWideText(std::string_view text)
-{
-    using namespace std::string_view_literals;
-    return text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF" ||
-           text.substr(0, 4) == "\0\0\xFE\xFF"sv;
-}
-
-bool beginsLikeMark(std::string_view text)
-{
-    return beginsLikeWideText(text) || text.substr(0, utf8Mark.size()) == utf8Mark;
 }
 
 char quoteOf(const IniLine& entry)
@@ -115,17 +118,16 @@ Value readIniValue(const IniLine& entry)
     const std::string_view value = entry.value();
     if (!FrameworkCore::Values::isUtf8(value))
         return {Type::ByteArray, entry.continued ? joinLines(value) : std::string(value)};
-    if (entry.continued)
-        return {Type::String, joinLines(value)};
-    if (quoteOf(entry) != '\0')
-        return {Type::String, std::string(value.substr(1, value.size() - 2))};
-    return FrameworkCore::Values::plainValue(value);
+    if (entry.mark == Type::Group)
+        return readPlainValue(entry);
+    const auto text = readMarkedText(entry.continued ? joinLines(value) : std::string(value));
+    return text ? readMarkedValue(entry.mark, *text, readPlainValue(entry)) : readPlainValue(entry);
 }
 
 std::optional<std::string> writeIniValue(const IniLine& entry, const Value& value, const IniStyle& style)
 {
     const std::string tail(entry.tail());
-    if (value.type == Type::Null) {
+    if (value.type == Type::Null && entry.mark == Type::Group) {
         std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + tail;
         if (!style.bareKeys || !holds(text, entry, value))
             return std::nullopt;

@@ -14,10 +14,6 @@ namespace Repository::Documents {
 constexpr int deepestIniSection = 500;
 bool isIniTooDeep(std::string_view sectionName);
 
-// The bytes that tell the encoding at the front of a file.
-bool beginsLikeWideText(std::string_view text); // UTF-16 and UTF-32
-bool beginsLikeMark(std::string_view text);     // UTF-8 too
-
 // How a file writes its entries; what an edit adds follows it.
 struct IniStyle
 {
@@ -26,12 +22,14 @@ struct IniStyle
     std::string separator = "="; // with the blanks around it
     std::string continuation;    // indent of further lines of a value; empty when no value has any
     char quote = '\0';           // around values; none when no value is quoted
+    char comment = '\0';         // that begins comments; none when there are none
     bool bareKeys = false;       // there are keys without a separator
 };
 
-// The value of an entry: nothing for a key without separator, the text between quotes when they stand around
-// the whole value, otherwise what plainValue makes of it. The lines of a value that goes on are joined by a
-// line feed, or by a blank where a backslash ends the line. Bytes that are no UTF-8 are a ByteArray.
+// The value of an entry: nothing for a key without separator, of a marked one what the mark makes of its
+// text, the text between quotes when they stand around the whole value, otherwise what plainValue makes of
+// it. The lines of a value that goes on are joined by a line feed, or by a blank where a backslash ends the
+// line. Bytes that are no UTF-8 are a ByteArray.
 FrameworkCore::Values::Value readIniValue(const IniLine& entry);
 
 // The quote around the value of the entry; 0 for none.

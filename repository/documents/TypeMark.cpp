@@ -1,5 +1,6 @@
 #include "repository/documents/TypeMark.h"
 
+#include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 
 #include <algorithm>
@@ -15,6 +16,9 @@ namespace {
 constexpr std::string_view keyword = "@type";
 constexpr std::string_view blanks = " \t";
 
+constexpr std::string_view escapedCharacters = "\n\r\t\"\\";
+constexpr std::string_view escapeLetters = "nrt\"\\";
+
 // In the order of Type.
 constexpr std::array<std::string_view, 12> names{"",     "null", "bool",  "integer", "unsigned", "double",
                                                  "text", "list", "bytes", "date",    "time",     "datetime"};
@@ -24,6 +28,13 @@ std::string_view behindBlanks(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     return text;
+}
+
+int hexDigit(char c)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    const std::size_t digit = digits.find(c);
+    return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
 }
 
 } // namespace
@@ -69,6 +80,58 @@ Value readMarkedValue(Type type, std::string_view text, Value plain)
 {
     FrameworkCore::Values::ReadResult marked = FrameworkCore::Values::readText(text, type);
     return marked.ok() ? std::move(marked.value) : std::move(plain);
+}
+
+std::optional<std::string> readMarkedText(std::string_view value)
+{
+    if (value.size() < 2 || value.front() != '"' || value.back() != '"')
+        return std::string(value);
+    value = value.substr(1, value.size() - 2);
+    std::string text;
+    text.reserve(value.size());
+    for (std::size_t at = 0; at < value.size(); ++at) {
+        if (value[at] != '\\') {
+            text += value[at];
+            continue;
+        }
+        const std::string_view escape = value.substr(at + 1, 3);
+        const std::size_t letter = escape.empty() ? std::string_view::npos : escapeLetters.find(escape[0]);
+        if (letter != std::string_view::npos) {
+            text += escapedCharacters[letter];
+            ++at;
+            continue;
+        }
+        const int high = escape.size() == 3 && escape[0] == 'x' ? hexDigit(escape[1]) : -1;
+        const int low = high >= 0 ? hexDigit(escape[2]) : -1;
+        if (low < 0)
+            return std::nullopt;
+        text += static_cast<char>(static_cast<unsigned char>(high * 16 + low));
+        at += 3;
+    }
+    return text;
+}
+
+std::string quoteMarkedText(std::string_view text)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string value(1, '"');
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = FrameworkCore::Values::utf8Length(text.substr(at));
+        const auto byte = static_cast<unsigned char>(text[at]);
+        const std::size_t letter = escapedCharacters.find(text[at]);
+        if (letter != std::string_view::npos) {
+            value += '\\';
+            value += escapeLetters[letter];
+        } else if (length == 0 || byte < 0x20) {
+            value += "\\x";
+            value += digits[byte >> 4];
+            value += digits[byte & 15];
+        } else {
+            value += text.substr(at, length);
+        }
+        at += std::max<std::size_t>(length, 1);
+    }
+    return value += '"';
 }
 
 } // namespace Repository::Documents

@@ -30,4 +30,10 @@ std::string writeTypeMark(char comment, FrameworkCore::Values::Type type);
 FrameworkCore::Values::Value readMarkedValue(FrameworkCore::Values::Type type, std::string_view text,
                                              FrameworkCore::Values::Value plain);
 
+// A marked text may stand between double quotes, where \n, \r, \t, \", \\ and \x with two hex digits are
+// escapes, so that it can begin with blanks, hold line breaks and so on. Nothing where the quotes are
+// damaged.
+std::optional<std::string> readMarkedText(std::string_view spelled);
+std::string quoteMarkedText(std::string_view text);
+
 } // namespace Repository::Documents

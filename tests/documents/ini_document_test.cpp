@@ -86,6 +86,11 @@ private slots:
         row("byte order mark", "\xEF\xBB\xBF[a]\nb=1", "a = {}|a.b = 1");
         row("keys that are no utf-8", "k\xFC=1\n[\xE4]\n", "k%FC = 1|%E4 = {}");
         row("nul", QByteArray("a\0=1\n", 5), "a%00 = 1");
+        row("utf-16", QByteArray("\xFF\xFE[\0a\0]\0\n\0k\0=\0\xE4\0", 16), "a = {}|a.k = '\xC3\xA4'");
+        row("marks",
+            "; @type date\nd=2024-02-29\n# @type text\n;  @type bytes\nb=\\x41\n; @type list\n\n"
+            "l=a;b\n; @type integer\nn=x\n",
+            "d = '2024-02-29'|b = 'A'|l = 'a;b'|n = 'x'");
     }
 
     void reads()
@@ -111,8 +116,10 @@ private slots:
         row("open section", "[a]\r\n\r\n  [b\r\nc=2", 3, 3, "the name of a section is not closed by \"]\"");
         row("text behind a section", "\xEF\xBB\xBF[\xC3\xBC] x", 1, 4,
             "only a comment may follow the \"]\" of a section");
-        row("utf-16", QByteArray("\xFF\xFE[\0a\0]\0", 8), 1, 1,
-            "the text is UTF-16 or UTF-32; save it as UTF-8 to have it read");
+        row("half a character", QByteArray("\xFF\xFE[\0a\0]", 7), 1, 3,
+            "the UTF-16 text ends in the middle of a character");
+        row("binary", QByteArray("a=1\n\0\0b\0", 8), 2, 1,
+            "there are NUL characters: it is a binary file, or UTF-16 without its mark");
         row("too deep", "x=1\n[" + QByteArray(500, '.') + "]\n", 2, 2,
             "sections lie in each other more than 500 deep");
     }
@@ -249,7 +256,11 @@ private slots:
         row("empty section", "x=1\n", "a.b", group(), "x=1\n\n[a.b]\n");
         row("null into nothing", "", "k", null(), "k\n");
         row("null among bare keys", "a\n", "k", null(), "a\nk\n");
-        row("null", "a=1\n", "k", null(), "an ini entry has a value; this file has no keys without one");
+        row("null", "a=1\n", "k", null(), "a=1\n; @type null\nk=\n");
+        row("text like a number", "# c\r\n[s]\r\na=1\r\n", "s.k", text("5"),
+            "# c\r\n[s]\r\na=1\r\n# @type text\r\nk=5\r\n");
+        row("text with line breaks", " a = 1", "k", text("x\n y"),
+            " a = 1\n ; @type text\n k = \"x\\n y\"\n");
         row("encoded key", "a=1\n", "x%2Ey", integer(1), "a=1\nx.y=1\n");
         row("key in another form", "a=1\n", "#x", integer(1), "\"#x\" is not how a key stands in a path");
         row("key that is a comment", "a=1\n", "%23x", integer(1), "an ini file cannot hold the key \"#x\"");
