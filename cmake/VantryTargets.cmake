@@ -22,6 +22,10 @@ else()
     target_link_options(vantry_common INTERFACE -Wl,-z,now -Wl,--no-undefined)
 endif()
 
+if(VANTRY_FUZZ)
+    target_compile_options(vantry_common INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # vantry_add_library(NAME KIND SOURCES ... LINKS ...): a library of the house; KIND is SHARED, STATIC or MODULE.
 # A shared library is compiled with <NAME>_LIBRARY defined, by which its export header tells its two sides.
 function(vantry_add_library name kind)

@@ -14,11 +14,12 @@ ROOMS = {
     "app": ["app", "widgets", "host"],
     "widgets": ["app", "widgets", "host"],
     "desk": ["desk", "host", "repository"],
+    "fuzz": ["fuzz", "repository/documents", "host/FrameworkCore/Values"],
     "cli": ["cli", "repository", "host/FrameworkCore"],
 }
 
 # Files that fuzzers compile without Qt.
-QT_FREE = ["repository/documents/", "host/FrameworkCore/Values/Value."]
+QT_FREE = ["fuzz/", "repository/documents/", "host/FrameworkCore/Values/Value."]
 # What only programs with a display may include.
 WIDGETS = re.compile(r"<Q(Widget|Application|Icon|Pixmap|Gui|Main|Dialog|Line|Combo|Tree|Table|Abstract(Button|ItemView))")
 DISPLAY_FREE = ["host/FrameworkCore/", "host/Shared/Logging/", "repository/", "cli/"]

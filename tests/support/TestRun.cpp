@@ -47,10 +47,14 @@ int finish(int testResult)
     return testResult != 0 ? testResult : warnings;
 }
 
+QString projectPath(const QString& name)
+{
+    return QDir(QStringLiteral(VANTRY_SOURCE_DIR)).absoluteFilePath(name);
+}
+
 QString corporaPath(const QString& name)
 {
-    const QDir project(QStringLiteral(VANTRY_SOURCE_DIR));
-    const QFileInfo found(project.absoluteFilePath(QStringLiteral("../shared/corpora/") + name));
+    const QFileInfo found(projectPath(QStringLiteral("../shared/corpora/") + name));
     return found.exists() ? found.canonicalFilePath() : QString();
 }
 

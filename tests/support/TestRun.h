@@ -24,6 +24,9 @@ int runTest(int argc, char** argv)
     return finish(QTest::qExec(&test, argc, argv));
 }
 
+// A file or folder of the project's own sources.
+QString projectPath(const QString& name);
+
 // Path of a file or folder of the corpora of real configuration files; empty when they are not on this
 // machine.
 QString corporaPath(const QString& name);
