@@ -36,69 +36,6 @@ std::string joinLines(std::string_view lines)
     return joined;
 }
 
-constexpr std::string_view escapedCharacters = "\n\r\t\"\\";
-constexpr std::string_view escapeLetters = "nrt\"\\";
-
-int hexDigit(char c)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    const std::size_t digit = digits.find(c);
-    return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
-}
-
-// The text that a marked value stands for; nothing where quotes are damaged.
-std::optional<std::string> readMarkedText(std::string_view value)
-{
-    if (value.size() < 2 || value.front() != '"' || value.back() != '"')
-        return std::string(value);
-    value = value.substr(1, value.size() - 2);
-    std::string text;
-    text.reserve(value.size());
-    for (std::size_t at = 0; at < value.size(); ++at) {
-        if (value[at] != '\\') {
-            text += value[at];
-            continue;
-        }
-        const std::string_view escape = value.substr(at + 1, 3);
-        const std::size_t letter = escape.empty() ? std::string_view::npos : escapeLetters.find(escape[0]);
-        if (letter != std::string_view::npos) {
-            text += escapedCharacters[letter];
-            ++at;
-            continue;
-        }
-        const int high = escape.size() == 3 && escape[0] == 'x' ? hexDigit(escape[1]) : -1;
-        const int low = high >= 0 ? hexDigit(escape[2]) : -1;
-        if (low < 0)
-            return std::nullopt;
-        text += static_cast<char>(static_cast<unsigned char>(high * 16 + low));
-        at += 3;
-    }
-    return text;
-}
-
-std::string writeMarkedText(std::string_view text)
-{
-    constexpr std::string_view digits = "0123456789abcdef";
-    std::string value(1, '"');
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = FrameworkCore::Values::utf8Length(text.substr(at));
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const std::size_t letter = escapedCharacters.find(text[at]);
-        if (letter != std::string_view::npos) {
-            value += '\\';
-            value += escapeLetters[letter];
-        } else if (length == 0 || byte < 0x20) {
-            value += "\\x";
-            value += digits[byte >> 4];
-            value += digits[byte & 15];
-        } else {
-            value += text.substr(at, length);
-        }
-        at += std::max<std::size_t>(length, 1);
-    }
-    return value += '"';
-}
-
 Value readPlain(const TxtLine& entry)
 {
     const std::string_view value = entry.value();
@@ -124,7 +61,7 @@ std::vector<std::string> formsOf(const TxtLine& entry, const Value& value, const
     if (style.quote != '\0' && isText)
         forms.push_back(style.quote + text + style.quote);
     if (entry.mark != Type::Group)
-        forms.push_back(writeMarkedText(text));
+        forms.push_back(quoteMarkedText(text));
     return forms;
 }
 
