@@ -2,7 +2,9 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/JsonList.h"
 #include "repository/documents/JsonScalar.h"
+#include "repository/documents/TypeMark.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,6 +42,26 @@ JsonContent ofDouble(double number)
     return scalar(JsonKind::Number, std::move(spelling));
 }
 
+Value readPlain(JsonKind kind, std::string_view spelling)
+{
+    switch (kind) {
+    case JsonKind::Array:
+        return {Type::StringList, decodeList(spelling)};
+    case JsonKind::Text:
+        return {Type::String, decodeString(spelling)};
+    case JsonKind::Number:
+        return readNumber(spelling);
+    case JsonKind::True:
+        return {Type::Bool, true};
+    case JsonKind::False:
+        return {Type::Bool, false};
+    case JsonKind::Object:
+    case JsonKind::Null:
+        break;
+    }
+    return {Type::Null, {}};
+}
+
 } // namespace
 
 JsonContent toContent(const Value& value)
@@ -73,6 +95,32 @@ JsonContent toContent(const Value& value)
         break;
     }
     return refused("json has no form for " + std::string(describeType(value.type)));
+}
+
+JsonContent toMarkedContent(const Value& value)
+{
+    JsonContent content = toContent(value);
+    if (!content.error.empty() && value.type != Type::String && value.type != Type::StringList)
+        content = scalar(JsonKind::Text, encodeString(toText(value)));
+    return content;
+}
+
+Value readContent(JsonKind kind, std::string_view spelling, Type mark)
+{
+    Value plain = readPlain(kind, spelling);
+    if (mark == Type::Group || kind == JsonKind::Array)
+        return plain;
+    const std::string text = kind == JsonKind::Text ? decodeString(spelling) : std::string(spelling);
+    return readMarkedValue(mark, text, std::move(plain));
+}
+
+bool holds(const JsonContent& content, Type mark, const Value& value)
+{
+    if (!content.error.empty())
+        return false;
+    if (content.kind == JsonKind::Object || content.kind == JsonKind::Array)
+        return content.kind == (value.type == Type::Group ? JsonKind::Object : JsonKind::Array);
+    return isSame(readContent(content.kind, content.spelling, mark), value);
 }
 
 bool isSame(const Value& a, const Value& b)

@@ -4,6 +4,7 @@
 #include "repository/documents/JsonNode.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Repository::Documents {
@@ -17,8 +18,18 @@ struct JsonContent
     std::string error;
 };
 
-// How json writes a value.
+// How json writes a value by itself, and in an entry whose type is marked.
 JsonContent toContent(const FrameworkCore::Values::Value& value);
+JsonContent toMarkedContent(const FrameworkCore::Values::Value& value);
+
+// What the spelling of a scalar or of an array of texts means, in an entry with a mark of its type or (Group)
+// without one.
+FrameworkCore::Values::Value readContent(JsonKind kind, std::string_view spelling,
+                                         FrameworkCore::Values::Type mark);
+
+// True when the entry would be read as this very value, with the mark or (Group) without one.
+bool holds(const JsonContent& content, FrameworkCore::Values::Type mark,
+           const FrameworkCore::Values::Value& value);
 
 // True when the values are the same for a file, too: the zeros of both signs differ there.
 bool isSame(const FrameworkCore::Values::Value& a, const FrameworkCore::Values::Value& b);

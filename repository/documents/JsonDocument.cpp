@@ -1,7 +1,6 @@
 #include "repository/documents/JsonDocument.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/JsonList.h"
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/JsonReader.h"
 #include "repository/documents/JsonScalar.h"
 #include "repository/documents/JsonWriter.h"
@@ -14,30 +13,11 @@
 
 namespace Repository::Documents {
 
+using FrameworkCore::Values::describeType;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-Value readLeaf(JsonKind kind, std::string_view spelling)
-{
-    switch (kind) {
-    case JsonKind::Array:
-        return {Type::StringList, decodeList(spelling)};
-    case JsonKind::Text:
-        return {Type::String, decodeString(spelling)};
-    case JsonKind::Number:
-        return readNumber(spelling);
-    case JsonKind::True:
-        return {Type::Bool, true};
-    case JsonKind::False:
-        return {Type::Bool, false};
-    case JsonKind::Object:
-    case JsonKind::Null:
-        break;
-    }
-    return {Type::Null, {}};
-}
 
 bool isUnheldNumber(std::string_view spelling)
 {
@@ -60,6 +40,7 @@ Outcome JsonDocument::parse(std::string bytes)
             return {fault.message, position.line, position.column};
         }
         fresh->editor.detectStyle();
+        fresh->types.read();
         content = std::move(fresh);
     } catch (const std::bad_alloc&) {
         return refused("there is not enough memory for a file of this size");
@@ -79,18 +60,19 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
     std::vector<Level> levels;
     JsonNodeId id = tree.getRoot();
     while (id != noJsonNode) {
-        const bool isOwnValue = content->members.isOwnValue(id);
+        const bool isHidden = id == content->types.getMember();
+        const bool isOwnValue = isHidden || content->members.isOwnValue(id);
         if (!levels.empty() && !isOwnValue) {
             if (!entry.path.empty())
                 entry.path += '.';
             content->members.appendName(entry.path, id, levels.back().position);
         }
-        const JsonNodeId holder = holderOf(id);
+        const JsonNodeId holder = isOwnValue ? noJsonNode : holderOf(id);
         if (!isOwnValue && (holder != noJsonNode || !levels.empty())) {
-            entry.value = holder == noJsonNode ? Value() : read(holder);
+            entry.value = holder == noJsonNode ? Value() : read(holder, entry.path);
             visitor(entry);
         }
-        if (!tree.node(id).isLeaf() && tree.node(id).first != noJsonNode) {
+        if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noJsonNode) {
             levels.push_back({entry.path.size(), 0});
             id = tree.node(id).first;
             continue;
@@ -117,15 +99,19 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         return refused(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
         return refused(quoted(path) + " has a value and cannot become a group");
-    if (isSame(read(holder), value))
+    if (isSame(read(holder, path), value))
         return {};
-    JsonContent wanted = toContent(value);
-    const bool restores = isOriginal(holder, value);
+    const Type mark = content->types.find(path);
+    JsonContent wanted = mark == Type::Group ? toContent(value) : toMarkedContent(value);
+    const bool restores = isOriginal(holder, value, mark);
     if (restores)
         wanted.kind = *content->tree.originalKind(holder);
     else if (value.type == Type::String && isUnheldNumber(content->tree.originalValue(holder)) &&
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
+    else if (wanted.error.empty() && mark != Type::Group && !holds(wanted, mark, value))
+        return refused(quoted(path) + " is marked as " + std::string(describeType(mark)) + " in \"" +
+                       std::string(typesKey) + "\", and would be read as one");
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = checkKind(path, holder, wanted.kind);
@@ -151,27 +137,6 @@ Outcome JsonDocument::checkKind(std::string_view path, JsonNodeId holder, JsonKi
             return refused(quoted(path) + " cannot become a text: all elements of its array would be texts, "
                                           "which json holds as one list");
     }
-    return {};
-}
-
-Outcome JsonDocument::insert(std::string_view path, const Value& value)
-{
-    const Place place = resolve(path);
-    const JsonContent wanted = toContent(value);
-    Outcome outcome = wanted.error.empty() ? checkInsertion(path, place, wanted) : refused(wanted.error);
-    if (outcome.ok())
-        insertAt(place, wanted);
-    return outcome;
-}
-
-Outcome JsonDocument::remove(std::string_view path)
-{
-    if (path.empty())
-        return refused("the whole document cannot be removed");
-    const JsonNodeId id = find(path);
-    if (id == noJsonNode)
-        return refused("there is no entry " + quoted(path));
-    content->editor.remove(id);
     return {};
 }
 
@@ -245,7 +210,7 @@ JsonDocument::Place JsonDocument::resolve(std::string_view path) const
     auto next = components->begin();
     while (place.node != noJsonNode && next != components->end()) {
         const JsonNodeId child = content->members.find(place.node, *next);
-        if (child == noJsonNode)
+        if (child == noJsonNode || child == content->types.getMember())
             break;
         place.node = child;
         ++next;
@@ -271,18 +236,19 @@ JsonNodeId JsonDocument::findHolder(std::string_view path) const
     return id == noJsonNode ? noJsonNode : holderOf(id);
 }
 
-Value JsonDocument::read(JsonNodeId holder) const
+Value JsonDocument::read(JsonNodeId holder, std::string_view path) const
 {
     const JsonTree& tree = content->tree;
     if (tree.node(holder).kind == JsonKind::Array)
         return {Type::StringList, tree.readList(holder)};
-    return readLeaf(tree.node(holder).kind, tree.text(holder, JsonPart::Value));
+    const Type mark = content->types.isEmpty() ? Type::Group : content->types.find(path);
+    return readContent(tree.node(holder).kind, tree.text(holder, JsonPart::Value), mark);
 }
 
-bool JsonDocument::isOriginal(JsonNodeId holder, const Value& value) const
+bool JsonDocument::isOriginal(JsonNodeId holder, const Value& value, Type mark) const
 {
     const auto kind = content->tree.originalKind(holder);
-    return kind && isSame(readLeaf(*kind, content->tree.originalValue(holder)), value);
+    return kind && isSame(readContent(*kind, content->tree.originalValue(holder), mark), value);
 }
 
 // How many containers lie around a node.
@@ -292,95 +258,6 @@ std::size_t JsonDocument::depthOf(JsonNodeId id) const
     while (id != noJsonNode && (id = content->tree.node(id).parent) != noJsonNode)
         ++depth;
     return depth;
-}
-
-Outcome JsonDocument::checkInsertion(std::string_view path, const Place& place,
-                                     const JsonContent& wanted) const
-{
-    if (!place.valid)
-        return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
-    const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
-    if (place.missing.empty() && place.node != noJsonNode) {
-        const bool isGroup = holderOf(place.node) == noJsonNode;
-        if (!isGroup || wanted.kind == JsonKind::Object)
-            return refused("there is already an entry " + quoted(path));
-        if (content->tree.node(place.node).kind == JsonKind::Array)
-            return refused(quoted(path) + " is an array, which cannot have a value of its own");
-    }
-    const bool wraps = place.node != noJsonNode && content->tree.node(place.node).isLeaf();
-    const std::size_t below = std::max<std::size_t>(place.missing.size(), 1) + (isContainer ? 1 : 0);
-    if (depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
-        return refused(quoted(path) + " lies too deep: more than " +
-                       std::to_string(JsonReader::maximumDepth) +
-                       " objects and arrays would lie within each other");
-    if (place.missing.empty())
-        return place.node == noJsonNode ? Outcome() : checkName(place.node, {});
-    JsonNodeId container = wraps ? noJsonNode : place.node;
-    for (const std::string_view component : place.missing) {
-        Outcome outcome = checkName(container, component);
-        if (!outcome.ok())
-            return outcome;
-        container = noJsonNode;
-    }
-    return {};
-}
-
-// Whether a container, or a new object, can get a child of this name; the empty name is that of the own
-// value.
-Outcome JsonDocument::checkName(JsonNodeId container, std::string_view component) const
-{
-    const bool inArray = container != noJsonNode && content->tree.node(container).kind == JsonKind::Array;
-    if (inArray) {
-        const std::string next = std::to_string(content->tree.node(container).count);
-        if (component != next)
-            return refused(quoted(component) + " cannot be added to an array, whose next element is " + next);
-        return {};
-    }
-    if (component.empty()) {
-        if (content->members.find(container, encodeKey(ownValueKey)) != noJsonNode)
-            return refused("a group stands in the member \"#value\", where the value of its own would go");
-        return {};
-    }
-    const NumberedComponent name = splitNumber(component);
-    const auto key = decodeKey(name.name);
-    if (!key)
-        return refused(quoted(component) + " is not how a key is written in a path");
-    if (!FrameworkCore::Values::isUtf8(*key))
-        return refused("the key " + quoted(component) + " is no valid UTF-8, which json demands");
-    if (*key == ownValueKey)
-        return refused("the key \"#value\" is kept for values of groups");
-    const std::string before = joinNumber(name.name, name.number - 1);
-    if (name.number > 1 &&
-        (container == noJsonNode || content->members.find(container, before) == noJsonNode))
-        return refused(quoted(component) + " can only be added behind " + quoted(before) +
-                       ", which is not there");
-    return {};
-}
-
-void JsonDocument::insertAt(const Place& place, const JsonContent& wanted)
-{
-    JsonTree& tree = content->tree;
-    JsonEditor& editor = content->editor;
-    if (tree.getRoot() == noJsonNode)
-        editor.createRoot();
-    JsonNodeId container = place.node == noJsonNode ? tree.getRoot() : place.node;
-    if (place.missing.empty()) {
-        if (wanted.kind != JsonKind::Object)
-            editor.appendMember(container, ownValueKey, 1, wanted);
-        return;
-    }
-    if (tree.node(container).isLeaf())
-        editor.wrap(container);
-    for (std::size_t i = 0; i < place.missing.size(); ++i) {
-        const JsonContent inserted = i + 1 < place.missing.size() ? JsonContent() : wanted;
-        if (tree.node(container).kind == JsonKind::Array) {
-            container = editor.appendElement(container, inserted);
-            continue;
-        }
-        const NumberedComponent name = splitNumber(place.missing[i]);
-        container = editor.appendMember(container, *decodeKey(name.name),
-                                        static_cast<std::uint32_t>(name.number), inserted);
-    }
 }
 
 } // namespace Repository::Documents

@@ -4,6 +4,7 @@
 #include "repository/documents/JsonEditor.h"
 #include "repository/documents/JsonMembers.h"
 #include "repository/documents/JsonTree.h"
+#include "repository/documents/JsonTypes.h"
 
 #include <memory>
 #include <optional>
@@ -16,7 +17,8 @@ namespace Repository::Documents {
 
 // A json file, with comments and trailing commas where it has them. Objects are groups; an array of texts is
 // one list; any other array is a group of 0, 1, 2 ... A node's own value beside children is the member
-// "#value". A number that no type holds (thirty digits, 1e400) is shown as a text of its digits and stays a
+// "#value". The types of entries that json would read as others stand in the member "$types" (see JsonTypes).
+// A number that no type holds (thirty digits, 1e400) is shown as a text of its digits and stays a
 // number in the file: another such number is written as a number too, any other text as a text.
 class JsonDocument : public Document
 {
@@ -39,11 +41,15 @@ private:
     // The parts of a text refer to each other, so that they stay where they are.
     struct Content
     {
-        explicit Content(std::string bytes) : tree(std::move(bytes)), members(tree), editor(tree, members) {}
+        explicit Content(std::string bytes)
+            : tree(std::move(bytes)), members(tree), editor(tree, members), types(tree, members, editor)
+        {
+        }
 
         JsonTree tree;
         JsonMembers members;
         JsonEditor editor;
+        JsonTypes types;
     };
 
     // Where a path leads: the last of its nodes that is there, and the components behind it.
@@ -60,16 +66,18 @@ private:
     // The node that holds the value of a node: itself, or its member for that; noJsonNode without a value.
     JsonNodeId holderOf(JsonNodeId id) const;
 
-    FrameworkCore::Values::Value read(JsonNodeId holder) const;
+    FrameworkCore::Values::Value read(JsonNodeId holder, std::string_view path) const;
 
     // The same for a path; noJsonNode for an unknown one, too.
     JsonNodeId findHolder(std::string_view path) const;
 
     // True for the value that the node had in the file, whose spelling it gets again.
-    bool isOriginal(JsonNodeId holder, const FrameworkCore::Values::Value& value) const;
+    bool isOriginal(JsonNodeId holder, const FrameworkCore::Values::Value& value,
+                    FrameworkCore::Values::Type mark) const;
     std::size_t depthOf(JsonNodeId id) const;
     Outcome checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const;
     Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
+    Outcome checkMark(const FrameworkCore::Values::Value& value) const;
     Outcome checkName(JsonNodeId container, std::string_view component) const;
     void insertAt(const Place& place, const JsonContent& wanted);
 

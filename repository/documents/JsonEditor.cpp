@@ -40,7 +40,7 @@ JsonNodeId JsonEditor::appendMember(JsonNodeId object, std::string_view key, std
                                     const JsonContent& content)
 {
     std::string label = encodeString(key) + layout.colonFor(object);
-    const JsonNodeId id = tree.insert(object, tree.node(object).last, JsonKind::Null);
+    const JsonNodeId id = insert(object);
     tree.setText(id, JsonPart::Label, std::move(label));
     place(id);
     members.add(id, ordinal);
@@ -50,11 +50,18 @@ JsonNodeId JsonEditor::appendMember(JsonNodeId object, std::string_view key, std
 
 JsonNodeId JsonEditor::appendElement(JsonNodeId array, const JsonContent& content)
 {
-    const JsonNodeId id = tree.insert(array, tree.node(array).last, JsonKind::Null);
+    const JsonNodeId id = insert(array);
     place(id);
     members.add(id);
     setContent(id, content);
     return id;
+}
+
+JsonNodeId JsonEditor::insert(JsonNodeId container)
+{
+    const JsonNodeId last = tree.node(container).last;
+    const bool isKept = last != noJsonNode && last == keptLast;
+    return tree.insert(container, isKept ? tree.node(last).previous : last, JsonKind::Null);
 }
 
 void JsonEditor::place(JsonNodeId id)
@@ -62,6 +69,8 @@ void JsonEditor::place(JsonNodeId id)
     const JsonNodeId container = tree.node(id).parent;
     if (tree.node(container).count == 1)
         layout.placeOnly(id, layout.opensLines(container));
+    else if (tree.node(id).previous == noJsonNode)
+        layout.placeFirst(id);
     else
         layout.placeBehind(id);
 }

@@ -24,6 +24,9 @@ public:
     // Makes the root, an empty object, in a text without a value.
     void createRoot();
 
+    // The child of the root that stays behind all others; none at first.
+    void keepLast(JsonNodeId child) { keptLast = child; }
+
     // A new last child of an object, the ordinal-th of this key, or of an array.
     JsonNodeId appendMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal,
                             const JsonContent& content);
@@ -43,6 +46,7 @@ public:
     void wrap(JsonNodeId id);
 
 private:
+    JsonNodeId insert(JsonNodeId container);
     void place(JsonNodeId id);
     void fillList(JsonNodeId id, const std::vector<std::string>& list);
     void changeList(JsonNodeId id, const std::vector<std::string>& list);
@@ -51,6 +55,7 @@ private:
     JsonTree& tree;
     JsonMembers& members;
     JsonLayout layout;
+    JsonNodeId keptLast = noJsonNode;
 };
 
 } // namespace Repository::Documents
