@@ -6,7 +6,6 @@
 #include "repository/documents/TextLine.h"
 #include "repository/documents/TypeMark.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace Repository::Documents {
