@@ -5,6 +5,7 @@
 #include "repository/BackendRegistry.h"
 #include "repository/PathRules.h"
 #include "repository/Rule.h"
+#include "repository/StepReplay.h"
 #include "repository/SubtreeTransfer.h"
 
 namespace Repository {
@@ -111,11 +112,43 @@ private:
     std::shared_ptr<AttributeStore> store;
 };
 
+class Steps : public Interfaces::HistoryInterface
+{
+public:
+    explicit Steps(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    void recordThisThread() override { store->getHistory().recordThisThread(); }
+    std::unique_ptr<Step> beginStep(const QString& name) override
+    {
+        return std::make_unique<OpenStep>(store, name);
+    }
+    StatusCode undo() override { return StepReplay(*store, History::Direction::Undo).run(); }
+    StatusCode redo() override { return StepReplay(*store, History::Direction::Redo).run(); }
+    QString getUndoName() const override { return store->getHistory().getName(History::Direction::Undo); }
+    QString getRedoName() const override { return store->getHistory().getName(History::Direction::Redo); }
+
+private:
+    class OpenStep : public Step
+    {
+    public:
+        OpenStep(std::shared_ptr<AttributeStore> attributes, const QString& name)
+            : store(std::move(attributes)), scope(store->getHistory(), name)
+        {
+        }
+
+    private:
+        std::shared_ptr<AttributeStore> store;
+        History::Scope scope;
+    };
+
+    std::shared_ptr<AttributeStore> store;
+};
+
 } // namespace
 
-std::shared_ptr<AttributeRepository> AttributeRepository::create()
+std::shared_ptr<AttributeRepository> AttributeRepository::create(std::size_t historyBound)
 {
-    auto store = std::make_shared<AttributeStore>();
+    auto store = std::make_shared<AttributeStore>(historyBound);
     store->publish(QStringLiteral("internal.repository.path_separator"), QString(pathSeparator));
     store->publish(QStringLiteral("internal.backends.names"), {});
     return std::shared_ptr<AttributeRepository>(new AttributeRepository(store));
@@ -125,8 +158,8 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
     : backends(std::make_shared<BackendRegistry>(store)), reader(std::make_shared<Reader>(store)),
       writer(std::make_shared<Writer>(store)), notifications(std::make_shared<Notifications>(store)),
       validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),
-      transfer(std::make_shared<SubtreeTransfer>(store)),
-      changes(std::make_shared<BackendChanges>(store))
+      transfer(std::make_shared<SubtreeTransfer>(store)), changes(std::make_shared<BackendChanges>(store)),
+      history(std::make_shared<Steps>(store))
 {
 }
 
@@ -180,6 +213,11 @@ std::shared_ptr<Interfaces::TransferInterface> AttributeRepository::getTransferI
 std::shared_ptr<Interfaces::ChangesInterface> AttributeRepository::getChangesInterface()
 {
     return changes;
+}
+
+std::shared_ptr<Interfaces::HistoryInterface> AttributeRepository::getHistoryInterface()
+{
+    return history;
 }
 
 } // namespace Repository

@@ -12,7 +12,8 @@ class AttributeStore;
 class AttributeRepository : public FrameworkCore::AppConfig::Interfaces::RepositoryInterface
 {
 public:
-    static std::shared_ptr<AttributeRepository> create();
+    // History takes so many bytes at most.
+    static std::shared_ptr<AttributeRepository> create(std::size_t historyBound = std::size_t(64) << 20);
     ~AttributeRepository() override;
 
     QStringList getBackendTypes() override;
@@ -29,6 +30,7 @@ public:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> getTreeInterface() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> getTransferInterface() override;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> getChangesInterface() override;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::HistoryInterface> getHistoryInterface() override;
 
 private:
     explicit AttributeRepository(const std::shared_ptr<AttributeStore>& store);
@@ -41,6 +43,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> transfer;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> changes;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::HistoryInterface> history;
 };
 
 } // namespace Repository

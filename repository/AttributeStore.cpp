@@ -18,7 +18,10 @@ QString valueForPeople(const QVariant& value)
 
 } // namespace
 
-AttributeStore::AttributeStore() = default;
+AttributeStore::AttributeStore(std::size_t historyBound) : history(historyBound)
+{
+}
+
 AttributeStore::~AttributeStore() = default;
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, const QString& path,
@@ -76,7 +79,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path,
     QString reason = QStringLiteral("it exists already");
     StatusCode status = StatusCode::AlreadyExists;
     {
-        TreeEdit edit(*this);
+        const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
+        TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
         const Node* node = edit.find(path);
         if (!node || !node->isAttribute)
             status = edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
@@ -91,6 +95,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path,
 FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, const QVariant& value,
                                                            int points)
 {
+    History::Write record; // outlives the lock and the callbacks
     const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = index.shardOf(key);
     std::unique_lock lock(shard.mutex);
@@ -104,6 +109,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     QString reason;
     const bool wasNull = !node->value.isValid();
     QVariant previous = node->value;
+    record.begin(history, *node);
     const auto status = store(*node, value, reason);
     if (status != StatusCode::Success) {
         lock.unlock();
@@ -115,6 +121,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
         return write(path, value, points);
     }
     const bool isChanged = wasNull != !node->value.isValid() || previous != node->value;
+    record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
                             points);
     lock.unlock();

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "host/FrameworkCore/AppConfig/TreeInterface.h"
+#include "repository/History.h"
 #include "repository/NodeIndex.h"
 #include "repository/PatternIndex.h"
 
@@ -37,7 +38,8 @@ public:
     // The option of create that writes to an attribute which exists already; any other refuses it.
     static constexpr int createOrWrite = 3;
 
-    AttributeStore();
+    // The bound is that of history, in bytes.
+    explicit AttributeStore(std::size_t historyBound = History::defaultBound);
     ~AttributeStore();
 
     StatusCode read(const QString& path, QVariant& value);
@@ -74,10 +76,13 @@ public:
     // Makes the tree below a backend's root what its document holds by now.
     void showDocument(Backend& backend);
 
+    History& getHistory() { return history; }
+
     // In the order of their creation. One that is closed meanwhile can still be used, and refuses edits.
     std::vector<std::shared_ptr<Backend>> getBackends();
 
 private:
+    friend class StepReplay;
     friend class SubtreeTransfer;
     friend class TreeEdit;
 
@@ -94,6 +99,7 @@ private:
     PatternIndex patterns;
     Node top{QString()};                            // holds the top-level nodes; not in the index
     std::vector<std::shared_ptr<Backend>> backends; // guarded by structure
+    History history;
 };
 
 } // namespace Repository

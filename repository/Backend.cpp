@@ -100,6 +100,12 @@ QString Backend::remove(const QString& path)
     return edit([&](Document& text) { return text.remove(relative(path)); });
 }
 
+std::optional<std::string> Backend::spell(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().spell(relative(path));
+}
+
 std::string Backend::getBytes() const
 {
     const std::lock_guard lock(mutex);

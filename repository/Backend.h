@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace Repository {
@@ -64,6 +65,9 @@ public:
     // the reason, and nothing changed.
     QString insert(const QString& path, const FrameworkCore::Values::Value& value);
     QString remove(const QString& path);
+
+    // The value of an entry as the file spells it; nothing for a group.
+    std::optional<std::string> spell(const QString& path) const;
 
     // The text with all edits.
     std::string getBytes() const;

@@ -43,7 +43,8 @@ StatusCode BackendChanges::revert(const QString& path)
         logFailure(QStringLiteral("'%1' was not reverted: it lies in no backend").arg(path));
         return StatusCode::NotFound;
     }
-    BackendReshaping reshaping(*store, *backend);
+    const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Revert %1").arg(path); });
+    BackendReshaping reshaping(*store, *backend, step.getRecorder());
     const QString refusal = backend->revert(path, std::ref(reshaping));
     if (refusal.isEmpty())
         return StatusCode::Success;
@@ -57,7 +58,9 @@ StatusCode BackendChanges::resolveConflicts(const QString& path, ConflictSide si
     bool found = false;
     QString refusal;
     if (backend) {
-        BackendReshaping reshaping(*store, *backend);
+        const History::Scope step(store->getHistory(),
+                                  [&path] { return QStringLiteral("Resolve %1").arg(path); });
+        BackendReshaping reshaping(*store, *backend, step.getRecorder());
         refusal = backend->resolveConflicts(path, side, std::ref(reshaping), found);
     }
     if (!found)

@@ -20,6 +20,13 @@ QString Backend::Reshape::set(const QString& path, const FrameworkCore::Values::
     return backend.edit([&](Documents::Document& text) { return text.set(backend.relative(path), value); });
 }
 
+QString Backend::Reshape::respell(const QString& path, const std::string& spelling)
+{
+    const std::lock_guard lock(backend.mutex);
+    return backend.edit(
+        [&](Documents::Document& text) { return text.respell(backend.relative(path), spelling); });
+}
+
 QString Backend::Reshape::replaceText(std::string bytes)
 {
     const std::lock_guard lock(backend.mutex);

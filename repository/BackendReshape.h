@@ -19,6 +19,7 @@ public:
 
     // Empty on success, otherwise the reason, and nothing changed.
     QString set(const QString& path, const FrameworkCore::Values::Value& value);
+    QString respell(const QString& path, const std::string& spelling);
     QString replaceText(std::string bytes);
 
     // Takes the document back to what it was when keepText was called first; nothing without that.

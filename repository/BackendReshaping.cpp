@@ -4,8 +4,9 @@
 
 namespace Repository {
 
-BackendReshaping::BackendReshaping(AttributeStore& attributeStore, Backend& reshapedBackend)
-    : store(attributeStore), backend(reshapedBackend)
+BackendReshaping::BackendReshaping(AttributeStore& attributeStore, Backend& reshapedBackend,
+                                   StepRecorder* stepRecorder)
+    : store(attributeStore), backend(reshapedBackend), recorder(stepRecorder)
 {
 }
 
@@ -13,7 +14,7 @@ BackendReshaping::~BackendReshaping() = default;
 
 void BackendReshaping::operator()(const std::function<void()>& change)
 {
-    auto edit = std::make_unique<TreeEdit>(store);
+    auto edit = std::make_unique<TreeEdit>(store, QStringList(), recorder);
     edit->reshape(backend);
     change();
     if (!backend.isClosed())

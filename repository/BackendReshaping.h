@@ -8,6 +8,7 @@
 namespace Repository {
 
 class AttributeStore;
+class StepRecorder;
 class TreeEdit;
 
 // Makes changes of a backend's document in one piece with those of the tree. Its end tells the watchers, so
@@ -15,7 +16,8 @@ class TreeEdit;
 class BackendReshaping
 {
 public:
-    BackendReshaping(AttributeStore& store, Backend& backend);
+    // The recorder is told what changes; null for what undo has nothing to do with.
+    BackendReshaping(AttributeStore& store, Backend& backend, StepRecorder* recorder = nullptr);
     ~BackendReshaping();
     Q_DISABLE_COPY(BackendReshaping)
 
@@ -24,6 +26,7 @@ public:
 private:
     AttributeStore& store;
     Backend& backend;
+    StepRecorder* recorder;                      // not owned
     std::vector<std::unique_ptr<TreeEdit>> done; // their locks are released, their news not yet told
 };
 

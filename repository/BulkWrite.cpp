@@ -109,8 +109,7 @@ void BulkWrite::finish()
 void BulkWrite::show(const Item& item)
 {
     if (item.node) {
-        const bool isChanged =
-            item.node->value.isValid() != item.value.isValid() || item.node->value != item.value;
+        const bool isChanged = edit.stateOf(item.path).value != item.value;
         edit.setAttribute(*item.node, item.value, item.access,
                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
         return;

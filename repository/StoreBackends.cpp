@@ -1,5 +1,6 @@
 #include "repository/AttributeStore.h"
 #include "repository/Backend.h"
+#include "repository/BackendLookup.h"
 #include "repository/PathRules.h"
 #include "repository/TreeEdit.h"
 
@@ -56,16 +57,13 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
 
 QString AttributeStore::unmount(const QString& name, bool discardChanges)
 {
-    std::shared_ptr<Backend> backend;
-    for (const auto& mounted : getBackends()) {
-        if (mounted->getName() == name)
-            backend = mounted;
-    }
+    const auto backend = findBackend(*this, name);
     if (!backend)
         return QStringLiteral("there is no backend of that name");
     const QString reason = backend->close(discardChanges);
     if (!reason.isEmpty())
         return reason;
+    history.forgetClosed();
     TreeEdit edit(*this);
     edit.unmount(*backend);
     backends.erase(std::find(backends.begin(), backends.end(), backend));

@@ -84,7 +84,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::removeTree(const QString& p
     QString reason;
     StatusCode status = StatusCode::Success;
     {
-        TreeEdit edit(*this);
+        const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
+        TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
         status = edit.removeTree(path, reason);
     }
     return status == StatusCode::Success ? status : refuse(status, path, reason);

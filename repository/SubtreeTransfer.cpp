@@ -104,7 +104,9 @@ StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to)
 {
     Refusal refusal;
     {
-        TreeEdit edit(*store, {from, to});
+        const History::Scope step(store->getHistory(),
+                                  [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); });
+        TreeEdit edit(*store, {from, to}, step.getRecorder());
         refusal = transfer(edit, from, to, false);
     }
     return report(refusal);
@@ -114,7 +116,9 @@ StatusCode SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
     Refusal refusal;
     {
-        TreeEdit edit(*store, {from, to});
+        const History::Scope step(store->getHistory(),
+                                  [&] { return QStringLiteral("Move %1 to %2").arg(from, to); });
+        TreeEdit edit(*store, {from, to}, step.getRecorder());
         refusal = transfer(edit, from, to, true);
     }
     return report(refusal);
@@ -208,7 +212,9 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
 
     Refusal refusal;
     {
-        TreeEdit edit(*store, {path});
+        const History::Scope step(store->getHistory(),
+                                  [&path] { return QStringLiteral("Import %1").arg(path); });
+        TreeEdit edit(*store, {path}, step.getRecorder());
         BulkWrite bulk(edit);
         document->visit([&](const Documents::Entry& entry) {
             if (refusal.status != StatusCode::Success)

@@ -14,8 +14,9 @@ TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock
 {
 }
 
-TreeEdit::TreeEdit(AttributeStore& attributeStore, const QStringList& heldPaths)
-    : store(attributeStore), files(std::make_unique<FileHold>(attributeStore, heldPaths)),
+TreeEdit::TreeEdit(AttributeStore& attributeStore, const QStringList& heldPaths, StepRecorder* stepRecorder)
+    : store(attributeStore), recorder(stepRecorder),
+      files(heldPaths.isEmpty() ? nullptr : std::make_unique<FileHold>(attributeStore, heldPaths)),
       lock(attributeStore.structure)
 {
 }
@@ -29,6 +30,8 @@ TreeEdit::~TreeEdit()
 
 void TreeEdit::unlock()
 {
+    if (recorder && lock.owns_lock())
+        tellRecorder();
     reshapes.clear();
     if (lock.owns_lock())
         lock.unlock();
@@ -36,9 +39,40 @@ void TreeEdit::unlock()
     removedNodes.clear();
 }
 
+void TreeEdit::note(const Node& node, const NodeState& before)
+{
+    // The value of a new node comes right behind it.
+    const bool isKnown = !notes.empty() && notes.back().path.constData() == node.path.constData();
+    if (recorder && StepRecorder::records(node.backend) && !isKnown)
+        notes.push_back({node.backend, node.path, before});
+}
+
+void TreeEdit::tellRecorder()
+{
+    std::map<Backend*, std::vector<EntryChange>> changes;
+    QSet<QStringView> seen;
+    for (const Note& first : notes) {
+        const int known = seen.size();
+        seen.insert(first.path);
+        if (seen.size() > known)
+            changes[first.backend].push_back({first.path, first.before, stateOf(first.path)});
+    }
+    for (auto& [backend, reshaped] : reshapes)
+        recorder->endShape(*backend, std::move(changes[backend]));
+}
+
 Node* TreeEdit::find(QStringView path)
 {
     return store.index.find(NodeIndex::Key(path));
+}
+
+NodeState TreeEdit::stateOf(const QString& path)
+{
+    const NodeIndex::Key key(path);
+    const NodeIndex::Shard& shard = store.index.shardOf(key);
+    const std::lock_guard shardLock(shard.mutex);
+    const Node* node = shard.find(key);
+    return node ? NodeState::of(*node) : NodeState();
 }
 
 Node& TreeEdit::nearest(QStringView path)
@@ -72,6 +106,7 @@ Node& TreeEdit::makeNode(const QString& path, Node& parent)
     if (!parent.children)
         parent.children = std::make_unique<Children>();
     parent.children->append(*made);
+    note(*made, NodeState());
 
     const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = store.index.shardOf(key);
@@ -83,6 +118,7 @@ Node& TreeEdit::makeNode(const QString& path, Node& parent)
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
 {
     const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    note(node, NodeState::of(node));
     node.value = value;
     node.access = access;
     node.isAttribute = true;
@@ -96,6 +132,7 @@ void TreeEdit::makeGroup(Node& node)
     const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute)
         return;
+    note(node, NodeState::of(node));
     node.isAttribute = false;
     node.value = QVariant();
     Delivery delivery(node, store.patterns, UpdateResult::Removed, Delivery::allPoints);
@@ -140,6 +177,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     if (status != StatusCode::Success)
         return status;
     if (backend) {
+        if (recorder)
+            reshape(*backend);
         reason = backend->insert(path, FrameworkCore::Values::toValue(value));
         if (!reason.isEmpty())
             return StatusCode::BackendFailure;
@@ -237,6 +276,7 @@ void TreeEdit::remove(Node& node)
         const NodeIndex::Key key(gone->path);
         NodeIndex::Shard& shard = store.index.shardOf(key);
         const std::lock_guard shardLock(shard.mutex);
+        note(*gone, NodeState::of(*gone));
         if (gone->isAttribute) {
             Delivery delivery(*gone, store.patterns, UpdateResult::Removed, Delivery::allPoints);
             if (!delivery.isEmpty())
@@ -264,26 +304,6 @@ void TreeEdit::prune(Node& node)
     }
 }
 
-void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
-{
-    Node& node = ensure(path);
-    if (node.backend != &backend)
-        return;
-    if (value.type == FrameworkCore::Values::Type::Group) {
-        makeGroup(node);
-        return;
-    }
-    const QVariant variant = FrameworkCore::Values::toVariant(value);
-    const bool isNew = !node.isAttribute;
-    {
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
-        if (!isNew && node.value.userType() == variant.userType() && node.value == variant)
-            return;
-    }
-    setAttribute(node, variant, backend.getAccessMode(),
-                 isNew ? UpdateResult::Created : UpdateResult::Reloaded);
-}
-
 void TreeEdit::takeAttribute(const QString& path)
 {
     Node* node = find(path);
@@ -299,78 +319,10 @@ void TreeEdit::takeAttribute(const QString& path)
 
 Backend::Reshape& TreeEdit::reshape(Backend& backend)
 {
-    return reshapes.try_emplace(&backend, backend).first->second;
-}
-
-void TreeEdit::mount(Backend& backend)
-{
-    Node& root = ensure(backend.getName());
-    root.backend = &backend;
-    root.isBackendRoot = true;
-    root.access = backend.getAccessMode();
-    showDocument(backend);
-}
-
-void TreeEdit::unmount(const Backend& backend)
-{
-    Node& root = *find(backend.getName());
-    Node& parent = *root.parent;
-    Backend* const outer = parent.backend;
-    const std::vector<Node*> nodes = subtree(root, &backend);
-    std::for_each(nodes.rbegin(), nodes.rend(), [&](Node* node) {
-        if (!node->children || node->children->count == 0) {
-            remove(*node);
-            return;
-        }
-        makeGroup(*node);
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
-        node->isBackendRoot = false;
-        node->backend = outer;
-        node->access = outer ? outer->getAccessMode() : AccessMode::ReadWrite;
-    });
-    prune(parent);
-}
-
-void TreeEdit::buildDocument(Backend& backend, Node& root)
-{
-    SubtreeBuilder builder(root);
-    FrameworkCore::Values::Value ofRoot;
-    backend.visitEntries([&](const Documents::Entry& entry) {
-        if (entry.path.empty())
-            ofRoot = entry.value;
-        else
-            builder.add(entry.path, entry.value);
-    });
-    showEntry(backend, root.path, ofRoot);
-    builder.file(store.index, store.patterns, deliveries);
-}
-
-void TreeEdit::showDocument(Backend& backend)
-{
-    reshape(backend);
-    Node& root = ensure(backend.getName());
-    if (!root.isAttribute && (!root.children || root.children->count == 0)) {
-        buildDocument(backend, root);
-        return;
-    }
-    std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
-    QSet<QString> wanted;
-    backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {
-        entries.emplace_back(path, value);
-        wanted.insert(path);
-    });
-
-    std::vector<Node*> present = subtree(root, &backend);
-    std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
-        if (wanted.contains(node->path))
-            return;
-        if (node->isBackendRoot || (node->children && node->children->count > 0))
-            makeGroup(*node);
-        else
-            remove(*node);
-    });
-    for (const auto& [path, value] : entries)
-        showEntry(backend, path, value);
+    const auto [reshape, isNew] = reshapes.try_emplace(&backend, backend);
+    if (isNew && recorder)
+        recorder->beginShape(backend);
+    return reshape->second;
 }
 
 } // namespace Repository

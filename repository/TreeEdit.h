@@ -5,6 +5,7 @@
 #include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
 #include "repository/FileHold.h"
+#include "repository/StepRecorder.h"
 
 #include <map>
 #include <memory>
@@ -24,8 +25,9 @@ public:
 
     explicit TreeEdit(AttributeStore& store);
 
-    // The files of the backends that the paths touch are held, too, until the lock is released.
-    TreeEdit(AttributeStore& store, const QStringList& heldPaths);
+    // The files of the backends that the paths touch are held, too, until the lock is released; none for no
+    // paths. The recorder, which may be null, is told what happens.
+    TreeEdit(AttributeStore& store, const QStringList& heldPaths, StepRecorder* recorder);
 
     ~TreeEdit();
     Q_DISABLE_COPY(TreeEdit)
@@ -34,6 +36,9 @@ public:
 
     // The node itself or the nearest one above it that there is.
     Node& nearest(QStringView path);
+
+    // What there is at a path; whoever writes the attribute right now is waited for.
+    NodeState stateOf(const QString& path);
 
     // The node of a path, made as a group with all that lead to it where it is missing. The empty path is the
     // top.
@@ -94,11 +99,24 @@ private:
     void buildDocument(Backend& backend, Node& root);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const;
 
+    // What a backend's node was before this edit came to it.
+    struct Note
+    {
+        Backend* backend; // not owned
+        QString path;
+        NodeState before;
+    };
+
+    void note(const Node& node, const NodeState& before);
+    void tellRecorder();
+
     AttributeStore& store;
+    StepRecorder* const recorder = nullptr; // not owned
     std::unique_ptr<FileHold> files;
     std::unique_lock<std::shared_mutex> lock;
-    std::map<const Backend*, Backend::Reshape> reshapes;
+    std::map<Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
+    std::vector<Note> notes;
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };
 

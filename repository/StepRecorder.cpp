@@ -1,0 +1,192 @@
+#include "repository/StepRecorder.h"
+
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/Backend.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+namespace {
+
+// Beyond so many entries only the text is kept, which takes less room by far.
+constexpr std::size_t mostEntries = 50000;
+
+bool isHidden(const NodeState& state)
+{
+    return state.isAttribute && !isReadable(state.access);
+}
+
+bool isUnchanged(const NodeState& a, const NodeState& b)
+{
+    return a.isNode == b.isNode && (!a.isAttribute || a.access == b.access) && isSameValue(a, b);
+}
+
+std::size_t sizeOf(const NodeState& state)
+{
+    switch (state.value.userType()) {
+    case QMetaType::QString:
+        return std::size_t(state.value.toString().size()) * sizeof(QChar) + sizeof(NodeState);
+    case QMetaType::QByteArray:
+        return std::size_t(state.value.toByteArray().size()) + sizeof(NodeState);
+    case QMetaType::QStringList: {
+        std::size_t size = sizeof(NodeState);
+        for (const QString& text : state.value.toStringList())
+            size += std::size_t(text.size()) * sizeof(QChar) + sizeof(QString);
+        return size;
+    }
+    default:
+        return sizeof(NodeState);
+    }
+}
+
+std::size_t sizeOf(const QString& path, const NodeState& before, const NodeState& after)
+{
+    return std::size_t(path.size()) * sizeof(QChar) + sizeof(EntryChange) + sizeOf(before) + sizeOf(after);
+}
+
+} // namespace
+
+bool isSameValue(const NodeState& a, const NodeState& b)
+{
+    using FrameworkCore::Values::toText;
+    using FrameworkCore::Values::toValue;
+    if (!a.isAttribute || !b.isAttribute)
+        return a.isAttribute == b.isAttribute;
+    if (a.value.userType() != b.value.userType())
+        return false;
+    return a.value.userType() == QMetaType::QString ? a.value.toString() == b.value.toString()
+                                                    : toText(toValue(a.value)) == toText(toValue(b.value));
+}
+
+StepRecorder::StepRecorder(const QString& stepName) : name(stepName)
+{
+}
+
+StepRecorder::~StepRecorder() = default;
+
+bool StepRecorder::records(const Backend* backend)
+{
+    return backend && isReadable(backend->getAccessMode());
+}
+
+StepRecorder::Pending& StepRecorder::pendingOf(Backend& backend)
+{
+    Pending& found = pending[&backend];
+    if (!found.change.backend)
+        found.change.backend = backend.shared_from_this();
+    return found;
+}
+
+void StepRecorder::addWrite(Backend& backend, ValueChange change)
+{
+    Pending& place = pendingOf(backend);
+    if (place.textBefore) {
+        ++place.revision;
+        addEntry(place, {change.path, change.before, change.after});
+        return;
+    }
+    const auto known = place.valuePlaces.constFind(change.path);
+    if (known == place.valuePlaces.constEnd()) {
+        place.valuePlaces.insert(change.path, int(place.change.values.size()));
+        place.change.values.push_back(std::move(change));
+        return;
+    }
+    ValueChange& first = place.change.values[std::size_t(*known)];
+    first.after = std::move(change.after);
+    first.spellingAfter = std::move(change.spellingAfter);
+}
+
+void StepRecorder::beginShape(Backend& backend)
+{
+    if (!records(&backend))
+        return;
+    Pending& place = pendingOf(backend);
+    const quint64 revision = backend.getRevision();
+    if (!place.textBefore)
+        place.textBefore = backend.getBytes();
+    else if (revision != place.revision)
+        place.isTextKnown = false;
+    place.revision = revision;
+}
+
+void StepRecorder::endShape(Backend& backend, std::vector<EntryChange> changes)
+{
+    if (!records(&backend))
+        return;
+    Pending& place = pendingOf(backend);
+    place.revision = backend.getRevision();
+    for (EntryChange& change : changes)
+        addEntry(place, std::move(change));
+}
+
+void StepRecorder::addEntry(Pending& pending, EntryChange change)
+{
+    if (isHidden(change.before) || isHidden(change.after)) {
+        pending.isTextKnown = false;
+        return;
+    }
+    std::vector<EntryChange>& entries = pending.change.entries;
+    const auto known = pending.entryPlaces.constFind(change.path);
+    if (known != pending.entryPlaces.constEnd()) {
+        entries[std::size_t(*known)].after = std::move(change.after);
+        return;
+    }
+    pending.entryPlaces.insert(change.path, int(entries.size()));
+    entries.push_back(std::move(change));
+}
+
+void StepRecorder::finishShape(Pending& pending)
+{
+    BackendChange& change = pending.change;
+    std::vector<EntryChange>& entries = change.entries;
+    entries.erase(
+        std::remove_if(entries.begin(), entries.end(),
+                       [](const EntryChange& entry) { return isUnchanged(entry.before, entry.after); }),
+        entries.end());
+    if (!pending.textBefore || !pending.isTextKnown)
+        return;
+    const std::string text = change.backend->getBytes();
+    if (change.backend->getRevision() != pending.revision || text == *pending.textBefore)
+        return;
+    change.text.emplace(*pending.textBefore, text);
+    if (entries.size() > mostEntries)
+        std::vector<EntryChange>().swap(entries);
+}
+
+HistoryStep StepRecorder::finish()
+{
+    HistoryStep step;
+    step.name = name;
+    for (auto& [backend, place] : pending) {
+        finishShape(place);
+        std::vector<ValueChange>& values = place.change.values;
+        values.erase(std::remove_if(values.begin(), values.end(),
+                                    [](const ValueChange& value) {
+                                        return isSameValue(value.before, value.after) &&
+                                               value.spellingBefore == value.spellingAfter;
+                                    }),
+                     values.end());
+        if (place.change.isEmpty())
+            continue;
+        step.size += sizeOf(place.change);
+        step.changes.push_back(std::move(place.change));
+    }
+    pending.clear();
+    return step;
+}
+
+std::size_t StepRecorder::sizeOf(const BackendChange& change)
+{
+    std::size_t size = sizeof(BackendChange) + (change.text ? change.text->getSize() : 0);
+    for (const EntryChange& entry : change.entries)
+        size += Repository::sizeOf(entry.path, entry.before, entry.after);
+    for (const ValueChange& value : change.values)
+        size += Repository::sizeOf(value.path, value.before, value.after) +
+                value.spellingBefore.value_or(std::string()).size() +
+                value.spellingAfter.value_or(std::string()).size();
+    return size;
+}
+
+} // namespace Repository

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "repository/BackendReshape.h"
+#include "repository/History.h"
+
+#include <QSet>
+
+namespace Repository {
+
+class AttributeStore;
+class TreeEdit;
+
+// Takes steps of history back and does them again, each all or nothing: the tree is asked whether it is still
+// what the step left, then the documents change, and can be taken back, and the tree follows. Where the text
+// of a file is what the step left, it becomes byte for byte what it was before; otherwise the values are
+// brought back one by one. Any thread.
+class StepReplay
+{
+public:
+    using Direction = History::Direction;
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+
+    StepReplay(AttributeStore& store, Direction direction);
+
+    StatusCode run();
+
+private:
+    // A step seen in the direction of the replay.
+    template <typename Change>
+    const NodeState& from(const Change& change) const
+    {
+        return direction == Direction::Undo ? change.after : change.before;
+    }
+    template <typename Change>
+    const NodeState& to(const Change& change) const
+    {
+        return direction == Direction::Undo ? change.before : change.after;
+    }
+
+    // Each gives the reason of a refusal, or nothing.
+    QString replay(TreeEdit& edit, const HistoryStep& step);
+    QString check(TreeEdit& edit, const BackendChange& change) const;
+    QString checkPlace(TreeEdit& edit, const Backend& backend, const QString& path, const NodeState& expected,
+                       const NodeState& wanted) const;
+    QString changeDocument(TreeEdit& edit, const BackendChange& change);
+    QString changeValues(Backend::Reshape& reshape, const BackendChange& change) const;
+    QString changeShape(TreeEdit& edit, const BackendChange& change);
+    QString changeEntries(TreeEdit& edit, const BackendChange& change) const;
+
+    void showTree(TreeEdit& edit, const BackendChange& change) const;
+
+    AttributeStore& store;
+    const Direction direction;
+    QSet<const Backend*> unlikeEntries; // their documents may differ from the tree in more than the entries
+};
+
+} // namespace Repository

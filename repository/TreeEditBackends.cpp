@@ -1,0 +1,104 @@
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/SubtreeBuilder.h"
+#include "repository/TreeEdit.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+// The part of an edit that brings documents into the tree and takes them out again.
+
+namespace Repository {
+
+void TreeEdit::mount(Backend& backend)
+{
+    Node& root = ensure(backend.getName());
+    root.backend = &backend;
+    root.isBackendRoot = true;
+    root.access = backend.getAccessMode();
+    showDocument(backend);
+}
+
+void TreeEdit::unmount(const Backend& backend)
+{
+    Node& root = *find(backend.getName());
+    Node& parent = *root.parent;
+    Backend* const outer = parent.backend;
+    const std::vector<Node*> nodes = subtree(root, &backend);
+    std::for_each(nodes.rbegin(), nodes.rend(), [&](Node* node) {
+        if (!node->children || node->children->count == 0) {
+            remove(*node);
+            return;
+        }
+        makeGroup(*node);
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+        node->isBackendRoot = false;
+        node->backend = outer;
+        node->access = outer ? outer->getAccessMode() : AccessMode::ReadWrite;
+    });
+    prune(parent);
+}
+
+void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
+{
+    Node& node = ensure(path);
+    if (node.backend != &backend)
+        return;
+    if (value.type == FrameworkCore::Values::Type::Group) {
+        makeGroup(node);
+        return;
+    }
+    const QVariant variant = FrameworkCore::Values::toVariant(value);
+    const bool isNew = !node.isAttribute;
+    {
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
+        if (!isNew && node.value.userType() == variant.userType() && node.value == variant)
+            return;
+    }
+    setAttribute(node, variant, backend.getAccessMode(),
+                 isNew ? UpdateResult::Created : UpdateResult::Reloaded);
+}
+
+void TreeEdit::buildDocument(Backend& backend, Node& root)
+{
+    SubtreeBuilder builder(root);
+    FrameworkCore::Values::Value ofRoot;
+    backend.visitEntries([&](const Documents::Entry& entry) {
+        if (entry.path.empty())
+            ofRoot = entry.value;
+        else
+            builder.add(entry.path, entry.value);
+    });
+    showEntry(backend, root.path, ofRoot);
+    builder.file(store.index, store.patterns, deliveries);
+}
+
+void TreeEdit::showDocument(Backend& backend)
+{
+    reshape(backend);
+    Node& root = ensure(backend.getName());
+    if (!recorder && !root.isAttribute && (!root.children || root.children->count == 0)) {
+        buildDocument(backend, root);
+        return;
+    }
+    std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
+    QSet<QString> wanted;
+    backend.visit([&](const QString& path, const FrameworkCore::Values::Value& value) {
+        entries.emplace_back(path, value);
+        wanted.insert(path);
+    });
+
+    std::vector<Node*> present = subtree(root, &backend);
+    std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
+        if (wanted.contains(node->path))
+            return;
+        if (node->isBackendRoot || (node->children && node->children->count > 0))
+            makeGroup(*node);
+        else
+            remove(*node);
+    });
+    for (const auto& [path, value] : entries)
+        showEntry(backend, path, value);
+}
+
+} // namespace Repository
