@@ -1,0 +1,435 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/AttributeRepository.h"
+#include "repository/documents/Document.h"
+#include "tests/support/TestRun.h"
+#include "tests/support/TreeWriter.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <thread>
+
+using namespace FrameworkCore::AppConfig;
+using FrameworkCore::Notification::UpdatePoint;
+using FrameworkCore::Notification::UpdateResult;
+using Repository::AttributeRepository;
+
+namespace {
+
+// The same small tree below "r" as a person might write it in each format.
+const QHash<QString, QByteArray> samples{
+    {QStringLiteral("json"),
+     "{\n  // first\n  \"r\": { \"a\": 1,\n    \"s\": {\"k\": \"x\\u0041\", \"n\": null,\n"
+     "    \"l\": [ 1,2,\t3 ]},\n  \"z\": true}  ,\n}"},
+    {QStringLiteral("ini"), "; first\r\n[r]\r\na : 1\r\nz= true\r\n\r\n[r.s] ; second\r\nk = \"x\"\r\n"},
+    {QStringLiteral("xml"),
+     "<?xml version='1.0'?>\n<r>\n  <a>1</a><!-- first -->\n  <s >\n    <k>x&#65;</k>\n"
+     "  </s>\n  <z>true</z>\n</r>\n"},
+    {QStringLiteral("txt"), "# first\nr.a = 1\n\nr.s.k   = x\nr.z=true"}};
+
+void onAnotherThread(const std::function<void()>& function)
+{
+    std::thread thread(function);
+    thread.join();
+}
+
+} // namespace
+
+class HistoryTest : public QObject
+{
+    Q_OBJECT
+
+    using Operation = std::function<bool(HistoryTest&)>;
+
+    std::shared_ptr<AttributeRepository> repository;
+    std::unique_ptr<QTemporaryDir> folder;
+    QVector<Operation> operations;
+
+    bool mount(const QString& type, const QString& name, const QByteArray& text,
+               AccessMode access = AccessMode::ReadWrite)
+    {
+        QFile file(folder->filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("no test file");
+        file.close();
+        return repository->getBackendInterface()->createBackend(type, name,
+                                                                {file.fileName(), QString(), access}, 2);
+    }
+
+    QByteArray saved(const QString& name = QStringLiteral("m"))
+    {
+        if (!repository->getBackendInterface()->saveBackend(name))
+            return "not saved";
+        QFile file(folder->filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
+    QStringList tree()
+    {
+        QStringList lines;
+        QStringList paths = repository->getTreeInterface()->findPaths({QStringLiteral("m*")});
+        paths.sort();
+        for (const QString& path : qAsConst(paths)) {
+            QVariant value;
+            const bool isAttribute =
+                repository->getReaderInterface()->readAttributeValue(path, value, 0) == 0;
+            const auto node = repository->getTreeInterface()->getNodeInformation(path);
+            lines.append(QStringLiteral("%1 %2 %3 %4 %5")
+                             .arg(path, isAttribute ? value.toString() : QStringLiteral("-"), node.dataType)
+                             .arg(int(node.accessMode))
+                             .arg(node.childCount));
+        }
+        return lines;
+    }
+
+    QVariant read(const char* path)
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
+        return value;
+    }
+
+    bool write(const char* path, const QVariant& value)
+    {
+        return repository->getWriterInterface()->writeAttributeValue(QLatin1String(path), value, 15) == 0;
+    }
+
+    bool create(const char* path, const QVariant& value, int access = 3)
+    {
+        return repository->getWriterInterface()->createAttribute(QLatin1String(path), value, 3, access);
+    }
+
+    bool remove(const char* path)
+    {
+        return repository->getTreeInterface()->removeTree(QLatin1String(path)) == Success;
+    }
+
+    std::shared_ptr<Interfaces::TransferInterface> transfer() { return repository->getTransferInterface(); }
+    std::shared_ptr<Interfaces::HistoryInterface> history() { return repository->getHistoryInterface(); }
+
+    QString lastFailure() { return Shared::Logging::LogRecord::instance().getLines().last().text; }
+
+private slots:
+    void init()
+    {
+        repository = AttributeRepository::create();
+        history()->recordThisThread();
+        folder = std::make_unique<QTemporaryDir>();
+    }
+
+    void takesBackAndDoesAgain_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<int>("operation");
+        QTest::addColumn<QString>("name");
+        operations.clear();
+        const auto row = [this](const char* types, const char* name, Operation operation) {
+            operations.append(std::move(operation));
+            for (const std::string& type : Repository::Documents::getDocumentTypes()) {
+                if (QByteArray(types).contains(type.c_str()))
+                    QTest::addRow("%s: %s", type.c_str(), name)
+                        << QString::fromStdString(type) << operations.size() - 1 << QString::fromLatin1(name);
+            }
+        };
+        const char* all = "json ini xml txt";
+        row(all, "Write m.r.a", [](HistoryTest& test) { return test.write("m.r.a", -20); });
+        row(all, "Write m.r.s.k",
+            [](HistoryTest& test) { return test.write("m.r.s.k", QLatin1String("longer \"text\"")); });
+        row("json", "Write m.r.s.n", [](HistoryTest& test) { return test.write("m.r.s.n", 5); });
+        row(all, "Create m.r.b", [](HistoryTest& test) { return test.create("m.r.b", 7, 1); });
+        row(all, "Create m.r.s.d.e.f",
+            [](HistoryTest& test) { return test.create("m.r.s.d.e.f", QLatin1String("t")); });
+        row(all, "Remove m.r.a", [](HistoryTest& test) { return test.remove("m.r.a"); });
+        row(all, "Remove m.r.s", [](HistoryTest& test) { return test.remove("m.r.s"); });
+        row(all, "Remove m.r.z", [](HistoryTest& test) { return test.remove("m.r.z"); });
+        row("json", "Remove m.r.s.l.0", [](HistoryTest& test) { return test.remove("m.r.s.l.0"); });
+        row(all, "Copy m.r.s to m.r.s2", [](HistoryTest& test) {
+            return test.transfer()->copyTree(QStringLiteral("m.r.s"), QStringLiteral("m.r.s2")) == Success;
+        });
+        row(all, "Move m.r.s to m.r.t.u", [](HistoryTest& test) {
+            return test.transfer()->moveTree(QStringLiteral("m.r.s"), QStringLiteral("m.r.t.u")) == Success;
+        });
+        row(all, "Import m.r", [](HistoryTest& test) {
+            return test.transfer()->importTree(QStringLiteral("m.r"), QStringLiteral("json"),
+                                               "{\"a\": 9, \"s\": {\"k\": \"y\", \"new\": 1}}") == Success;
+        });
+        row(all, "Many things", [](HistoryTest& test) {
+            const auto step = test.history()->beginStep(QStringLiteral("Many things"));
+            return test.write("m.r.a", 2) && test.write("m.r.a", 3) && test.remove("m.r.a") &&
+                   test.create("m.r.a", QLatin1String("other")) && test.write("m.r.z", false) &&
+                   test.create("m.r.s.w", 1) && test.remove("m.r.s");
+        });
+    }
+
+    void takesBackAndDoesAgain()
+    {
+        QFETCH(QString, type);
+        QFETCH(int, operation);
+        QFETCH(QString, name);
+        QVERIFY(mount(type, QStringLiteral("m"), samples[type]));
+        const QStringList before = tree();
+        QVERIFY(operations[operation](*this));
+        const QStringList after = tree();
+        QVERIFY(after != before);
+        const QByteArray savedAfter = saved();
+
+        QCOMPARE(history()->getUndoName(), name);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(tree(), before);
+        QCOMPARE(saved(), samples[type]);
+        QCOMPARE(history()->getUndoName(), QString());
+        QCOMPARE(history()->getRedoName(), name);
+        QCOMPARE(history()->redo(), Success);
+        QCOMPARE(tree(), after);
+        QCOMPARE(saved(), savedAfter);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved(), samples[type]);
+
+        // What is left is what a fresh load shows.
+        repository = AttributeRepository::create();
+        QVERIFY(repository->getBackendInterface()->createBackend(
+            type, QStringLiteral("m"),
+            {folder->filePath(QStringLiteral("m")), QString(), AccessMode::ReadWrite}, 2));
+        QCOMPARE(tree(), before);
+    }
+
+    void takesBackReverting()
+    {
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m"), samples[QStringLiteral("ini")]));
+        onAnotherThread([this] {
+            write("m.r.a", 2);
+            remove("m.r.z");
+        });
+        const QStringList before = tree();
+        QCOMPARE(repository->getChangesInterface()->revert(QStringLiteral("m")), Success);
+        QCOMPARE(history()->getUndoName(), QStringLiteral("Revert m"));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(tree(), before);
+    }
+
+    void takesBackManySteps_data()
+    {
+        QTest::addColumn<QString>("type");
+        for (const std::string& type : Repository::Documents::getDocumentTypes())
+            QTest::newRow(type.c_str()) << QString::fromStdString(type);
+    }
+
+    void takesBackManySteps()
+    {
+        struct State
+        {
+            QStringList tree;
+            QByteArray text;
+        };
+        QFETCH(QString, type);
+        QVERIFY(mount(type, QStringLiteral("m"), samples[type]));
+        TestSupport::TreeWriter writer(repository, QStringLiteral("m.r"), 5, 4, 3);
+        std::vector<State> states;
+        for (int i = 0; states.size() < 100; ++i) {
+            QVERIFY(i < 2000);
+            const State state{tree(), saved()};
+            const QString name = QString::number(i);
+            {
+                const auto step = history()->beginStep(name);
+                writer.changeOnce();
+            }
+            if (history()->getUndoName() == name)
+                states.push_back(state);
+            else
+                QCOMPARE(tree(), state.tree);
+        }
+        const State last{tree(), saved()};
+        for (auto state = states.rbegin(); state != states.rend(); ++state) {
+            QCOMPARE(history()->undo(), Success);
+            QCOMPARE(tree(), state->tree);
+            QCOMPARE(saved(), state->text);
+        }
+        QCOMPARE(history()->undo(), NotFound);
+        for (std::size_t i = 0; i < states.size(); ++i)
+            QCOMPARE(history()->redo(), Success);
+        QCOMPARE(tree(), last.tree);
+        QCOMPARE(saved(), last.text);
+    }
+
+    // Other writers' changes stay: undo either fits beside them or is refused as a whole.
+    void respectsWhatHasChangedSince()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(remove("m.r.s"));
+        onAnotherThread([this] { write("m.r.a", 50); });
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.a"), QVariant(50LL));
+        QCOMPARE(read("m.r.s.k"), QVariant(QStringLiteral("xA")));
+        QCOMPARE(history()->redo(), Success);
+        QCOMPARE(read("m.r.s.k"), QVariant());
+        QCOMPARE(history()->undo(), Success);
+
+        {
+            const auto step = history()->beginStep(QStringLiteral("Two"));
+            QVERIFY(write("m.r.a", 51));
+            QVERIFY(write("m.r.z", false));
+            QVERIFY(create("m.r.y", 1));
+        }
+        onAnotherThread([this] { write("m.r.z", true); });
+        const QStringList before = tree();
+        int heard = 0;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("m*"), [&heard](auto&&...) { ++heard; }, 15);
+        QCOMPARE(history()->undo(), NotWritable);
+        QVERIFY2(lastFailure().contains(QStringLiteral("'Two' was not undone: 'm.r.z' has changed since")),
+                 qPrintable(lastFailure()));
+        QCOMPARE(tree(), before);
+        QCOMPARE(heard, 0);
+        onAnotherThread([this] { write("m.r.z", false); });
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.z"), QVariant(true));
+        QCOMPARE(read("m.r.y"), QVariant());
+        QCOMPARE(read("m.r.a"), QVariant(50LL));
+    }
+
+    // What undo would lose is not undone: what others have made below a created attribute.
+    void keepsWhatOthersMadeBelow()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(create("m.r.g.first", 1));
+        onAnotherThread([this] { create("m.r.g.second", 2); });
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.g.first"), QVariant());
+        QCOMPARE(read("m.r.g.second"), QVariant(2LL));
+        QVERIFY(create("m.r.h", 1));
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m.r.h.in"), "k=1\n"));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.h"), QVariant());
+        QCOMPARE(read("m.r.h.in.k"), QVariant(1LL));
+    }
+
+    void recordsOnlyEditing()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("w"), "k=1\n", AccessMode::WriteOnly));
+        onAnotherThread([this] {
+            write("m.r.a", 2);
+            create("m.r.other", 1);
+            remove("m.r.other");
+        });
+        QVERIFY(create("memory", 1));
+        QVERIFY(write("memory", 2));
+        QVERIFY(write("w.k", 2)); // its value is carried nowhere
+        QVERIFY(create("m.r.hidden", 1, 2));
+        QVERIFY(write("m.r.hidden", 2));
+        QVERIFY(write("m.r.a", 2)); // no change
+        QVERIFY(!write("m.r.a", QLatin1String("no number")));
+        QVERIFY(!create("m.r.a.*", 1));
+        QCOMPARE(history()->getUndoName(), QString());
+        QCOMPARE(history()->undo(), NotFound);
+
+        onAnotherThread([this] {
+            const auto step = history()->beginStep(QStringLiteral("Elsewhere"));
+            const auto inner = history()->beginStep(QStringLiteral("Inner"));
+            write("m.r.a", 3);
+        });
+        QCOMPARE(history()->getUndoName(), QStringLiteral("Elsewhere"));
+        QVERIFY(write("m.r.a", 4));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.a"), QVariant(2LL));
+        QCOMPARE(history()->redo(), Success);
+        QVERIFY(write("m.r.z", false));
+        QCOMPARE(history()->getRedoName(), QString());
+        QVERIFY(repository->getBackendInterface()->closeBackend(QStringLiteral("m"), true));
+        QCOMPARE(history()->getUndoName(), QString());
+    }
+
+    // What a watcher writes in answer belongs to the step, and its answer to an undo is no new one.
+    void bindsAnswersOfWatchers()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("m.r.a"),
+            [this](const QString&, const UpdatePoint&, const UpdateResult&, const QVariant& value,
+                   const QString&) { write("m.r.z", value.toInt() < 5); },
+            8);
+        QVERIFY(write("m.r.a", 9));
+        QCOMPARE(read("m.r.z"), QVariant(false));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.r.z"), QVariant(true));
+        QCOMPARE(history()->getUndoName(), QString());
+        QCOMPARE(history()->redo(), Success);
+        QCOMPARE(read("m.r.z"), QVariant(false));
+    }
+
+    void keepsToItsBound()
+    {
+        repository = AttributeRepository::create(20000);
+        history()->recordThisThread();
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), "{\"a\": \"\"}"));
+        for (int i = 0; i < 100; ++i)
+            QVERIFY(write("m.a", QString(500, QLatin1Char(char('a' + i % 26)))));
+        int undone = 0;
+        while (history()->undo() == Success)
+            ++undone;
+        QVERIFY2(undone > 3 && undone < 20, qPrintable(QString::number(undone)));
+        QVERIFY(write("m.a", QString(50000, QLatin1Char('x'))));
+        QCOMPARE(history()->getUndoName(), QString());
+    }
+
+    // A file with more entries than are kept one by one.
+    void takesBackLargeSteps()
+    {
+        QByteArray text = "{\"big\": {";
+        for (int i = 0; i < 60000; ++i)
+            text += "\"k" + QByteArray::number(i) + "\": " + QByteArray::number(i) + ",\n";
+        text += "\"last\": 1}, \"other\": 2}";
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), text));
+        QVERIFY(remove("m.big"));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.big.k59999"), QVariant(59999LL));
+        QCOMPARE(saved(), text);
+        QCOMPARE(history()->redo(), Success);
+        QCOMPARE(tree().size(), 2);
+        onAnotherThread([this] { write("m.other", 3); });
+        QCOMPARE(history()->undo(), NotWritable);
+        QCOMPARE(tree().size(), 2);
+    }
+
+    // Undo and redo meet other writers, saves, and steps of other threads.
+    void worksBesideOtherThreads()
+    {
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        std::atomic<bool> done{false};
+        std::thread other([&] {
+            for (int i = 0; !done; ++i) {
+                write("m.r.z", i % 2 == 0);
+                if (i % 8 == 0)
+                    saved();
+                const auto step = history()->beginStep(QStringLiteral("Other"));
+                write("m.r.s.k", QString::number(i));
+            }
+        });
+        for (int i = 0; i < 200; ++i) {
+            create("m.r.b.c", i);
+            write("m.r.a", i);
+            history()->undo();
+            history()->redo();
+            remove("m.r.b");
+            history()->undo();
+        }
+        done = true;
+        other.join();
+        const QStringList last = tree();
+        saved();
+        const QString file = folder->filePath(QStringLiteral("m"));
+        repository = AttributeRepository::create();
+        QVERIFY(repository->getBackendInterface()->createBackend(
+            QStringLiteral("json"), QStringLiteral("m"), {file, QString(), AccessMode::ReadWrite}, 2));
+        QCOMPARE(tree(), last);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, HistoryTest>(argc, argv);
+}
+
+#include "history_test.moc"
