@@ -1,7 +1,6 @@
 #include "repository/DocumentChanges.h"
 
 #include <algorithm>
-#include <cmath>
 #include <unordered_set>
 
 namespace Repository {
@@ -152,16 +151,6 @@ bool isWithin(std::string_view path, std::string_view ancestor)
 {
     return ancestor.empty() || (path.substr(0, ancestor.size()) == ancestor &&
                                 (path.size() == ancestor.size() || path[ancestor.size()] == '.'));
-}
-
-bool isSame(const Value& a, const Value& b)
-{
-    if (a.type != Type::Double || b.type != Type::Double)
-        return a == b;
-    const double left = std::get<double>(a.data);
-    const double right = std::get<double>(b.data);
-    return (std::isnan(left) && std::isnan(right)) ||
-           (!(left < right) && !(left > right) && std::signbit(left) == std::signbit(right));
 }
 
 RefusedChange applyChanges(const std::vector<DocumentChange>& changes, Document& target)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/Document.h"
+#include "repository/documents/SameValue.h"
 
 #include <string>
 #include <string_view>
@@ -35,8 +36,7 @@ std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> cha
 // True for the path itself and all below it; everything is below the empty path.
 bool isWithin(std::string_view path, std::string_view ancestor);
 
-// Whether the two are the same to a file: nan is nan, and 0 is not -0.
-bool isSame(const FrameworkCore::Values::Value& a, const FrameworkCore::Values::Value& b);
+using Documents::isSame;
 
 // A change that a document does not take, and why.
 struct RefusedChange

@@ -2,6 +2,7 @@
 
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TextPosition.h"
 
 #include <algorithm>
@@ -229,11 +230,11 @@ Outcome IniDocument::set(std::string_view path, const Value& value)
     if (!item || !item->entry)
         return refused(item ? "it is a section and has no value" : "there is no such entry");
     IniPiece& piece = *item->entry;
-    if (readIniValue(piece.line) == value)
+    if (isSame(readIniValue(piece.line), value))
         return {};
     const IniLine original =
         piece.original.empty() ? piece.line : scanSingle(piece.original).value_or(piece.line);
-    if (!piece.original.empty() && readIniValue(original) == value)
+    if (!piece.original.empty() && isSame(readIniValue(original), value))
         return replace(piece, piece.original);
     const std::optional<std::string> text = writeIniValue(original, value, style);
     return text ? replace(piece, *text) : refused(explainIniRefusal(value));

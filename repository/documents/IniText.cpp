@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TypeMark.h"
 
 #include <algorithm>
@@ -96,7 +97,7 @@ bool holds(const std::string& text, const IniLine& before, const Value& value)
     const std::optional<IniLine> now = scanSingle(text);
     return now && now->kind == IniLine::Kind::Entry && now->indent == before.indent &&
            now->mark == before.mark && now->key() == before.key() &&
-           trimBlanks(now->tail()) == trimBlanks(before.tail()) && readIniValue(*now) == value;
+           trimBlanks(now->tail()) == trimBlanks(before.tail()) && isSame(readIniValue(*now), value);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/JsonList.h"
 #include "repository/documents/JsonScalar.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TypeMark.h"
 
 #include <algorithm>
@@ -121,13 +122,6 @@ bool holds(const JsonContent& content, Type mark, const Value& value)
     if (content.kind == JsonKind::Object || content.kind == JsonKind::Array)
         return content.kind == (value.type == Type::Group ? JsonKind::Object : JsonKind::Array);
     return isSame(readContent(content.kind, content.spelling, mark), value);
-}
-
-bool isSame(const Value& a, const Value& b)
-{
-    const auto* const number = std::get_if<double>(&a.data);
-    const auto* const other = std::get_if<double>(&b.data);
-    return a == b && (!number || !other || std::signbit(*number) == std::signbit(*other));
 }
 
 } // namespace Repository::Documents

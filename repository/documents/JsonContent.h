@@ -31,7 +31,4 @@ FrameworkCore::Values::Value readContent(JsonKind kind, std::string_view spellin
 bool holds(const JsonContent& content, FrameworkCore::Values::Type mark,
            const FrameworkCore::Values::Value& value);
 
-// True when the values are the same for a file, too: the zeros of both signs differ there.
-bool isSame(const FrameworkCore::Values::Value& a, const FrameworkCore::Values::Value& b);
-
 } // namespace Repository::Documents

@@ -6,6 +6,7 @@
 #include "repository/documents/JsonWriter.h"
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TextPosition.h"
 
 #include <algorithm>

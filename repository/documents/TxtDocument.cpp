@@ -2,6 +2,7 @@
 
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TextLine.h"
 #include "repository/documents/TextPosition.h"
 
@@ -235,11 +236,11 @@ Outcome TxtDocument::set(std::string_view path, const Value& value)
     Piece* const piece = findEntry(path);
     if (!piece)
         return refused(contains(path) ? "it is a group and has no value" : "there is no such entry");
-    if (readTxtValue(piece->line) == value)
+    if (isSame(readTxtValue(piece->line), value))
         return {};
     const TxtLine original =
         piece->original.empty() ? piece->line : scanTxtEntry(piece->original).value_or(piece->line);
-    if (!piece->original.empty() && readTxtValue(original) == value)
+    if (!piece->original.empty() && isSame(readTxtValue(original), value))
         return replace(*piece, std::string(piece->original));
     std::optional<std::string> text = writeTxtValue(original, value, style);
     if (!text)

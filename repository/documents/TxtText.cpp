@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/Refusal.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TextLine.h"
 #include "repository/documents/TypeMark.h"
 
@@ -77,7 +78,7 @@ bool holds(const std::string& text, const TxtLine& before, const Value& value)
         return false;
     const std::optional<TxtLine> now = scanTxtEntry(text);
     return now && now->begin == before.begin && now->mark == before.mark && now->key() == before.key() &&
-           trimBlanks(now->tail()) == trimBlanks(before.tail()) && readTxtValue(*now) == value;
+           trimBlanks(now->tail()) == trimBlanks(before.tail()) && isSame(readTxtValue(*now), value);
 }
 
 } // namespace
