@@ -146,14 +146,17 @@ const TxtDocument::Piece* TxtDocument::findEntry(std::string_view path) const
 template <typename Callback>
 void TxtDocument::walkTexts(const Callback& callback) const
 {
-    bool ended = true;
+    std::string_view above;
     for (std::uint32_t id = front; id != none; id = pieces[id].below) {
-        // The last line of the file may lack its end until another comes behind it.
-        if (!ended)
+        const std::string_view text = pieces[id].line.text;
+        // The last line of the file may lack its end until another comes behind it; and where lines end in
+        // different ways, two ends may not become one when what was between them goes.
+        const bool merged = !above.empty() && above.back() == '\r' && text.front() == '\n';
+        if (!endsLine(above) || merged)
             callback(style.lineEnd, none);
-        if (!callback(pieces[id].line.text, id))
+        if (!callback(text, id))
             return;
-        ended = endsLine(pieces[id].line.text);
+        above = text;
     }
 }
 

@@ -279,6 +279,7 @@ private slots:
         row("unknown", "a=1\n", "b", false, "there is no such entry");
         row("what keeps lines apart", "a=C:\\\nb=1\nprose\n", "b", false,
             "without it the line below would be read as part of the value above");
+        row("what keeps line ends apart", "a=1\rb=2\n\nc=3\n", "b", false, "a=1\r\r\nc=3\n");
         row("what keeps a mark from the front", "k=1\nl=2\n\xFF\xFE=2\n", "k", false, "l=2\n\xFF\xFE=2\n");
         row("what alone keeps a mark from the front", "k=1\n\xFF\xFE=2\n", "k", false,
             "without it the file would begin like a file of another encoding");
