@@ -310,6 +310,7 @@ private slots:
                                         number(-0.0),
                                         number(5e-324),
                                         number(std::numeric_limits<double>::infinity()),
+                                        number(std::numeric_limits<double>::quiet_NaN()),
                                         text("\"q\""),
                                         text("'"),
                                         text("true"),
