@@ -1,9 +1,22 @@
 #include "repository/FileDescriptor.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <system_error>
 
 namespace Repository {
+
+namespace {
+
+std::string kindRefusal(const struct stat& status)
+{
+    errno = 0;
+    if (S_ISDIR(status.st_mode))
+        return "it is a folder";
+    return S_ISREG(status.st_mode) ? std::string() : "it is not a regular file";
+}
+
+} // namespace
 
 FileDescriptor::FileDescriptor(FileOps& fileOps, int opened) : ops(fileOps), number(opened)
 {
@@ -14,6 +27,19 @@ FileDescriptor::~FileDescriptor()
     const int error = errno;
     close();
     errno = error;
+}
+
+std::string FileDescriptor::openRegular(int folder, const std::string& name, int flags, struct stat& status)
+{
+    if (ops.statAt(folder, name, status) != 0)
+        return "it cannot be examined: " + systemReason();
+    const std::string refusal = kindRefusal(status);
+    if (!refusal.empty())
+        return refusal;
+    number = ops.openAt(folder, name, flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
+    if (!isOpen() || ops.stat(number, status) != 0)
+        return "it cannot be opened: " + systemReason();
+    return kindRefusal(status); // another file may have taken the name
 }
 
 bool FileDescriptor::readAll(std::string& bytes)
@@ -68,9 +94,20 @@ bool FileDescriptor::close()
     return ops.close(closing) == 0 || errno == EINTR;
 }
 
+bool isSameState(const struct stat& a, const struct stat& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+           a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+}
+
 std::string systemReason()
 {
-    return std::generic_category().message(errno);
+    return systemReason(errno);
+}
+
+std::string systemReason(int error)
+{
+    return std::generic_category().message(error);
 }
 
 } // namespace Repository

@@ -11,13 +11,18 @@ class FileDescriptor
 {
 public:
     // Takes over what an open call gave; a negative number is no file.
-    FileDescriptor(FileOps& fileOps, int opened);
+    explicit FileDescriptor(FileOps& fileOps, int opened = -1);
     ~FileDescriptor();
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
 
     bool isOpen() const { return number >= 0; }
     int get() const { return number; }
+
+    // Opens a regular file that is there, and tells its status. Empty, or why not, with errno when it is the
+    // system's reason and 0 otherwise. A link is not followed. Nothing else is opened, since opening a device
+    // or a pipe may do things already.
+    std::string openRegular(int folder, const std::string& name, int flags, struct stat& status);
 
     // All to the end of the file; false with errno.
     bool readAll(std::string& bytes);
@@ -31,7 +36,11 @@ private:
     int number;
 };
 
-// The system's words for errno.
+// Whether a status is that of the same file, and nobody has written to it in between as far as times tell.
+bool isSameState(const struct stat& a, const struct stat& b);
+
+// The system's words for errno, or for an error that was errno.
 std::string systemReason();
+std::string systemReason(int error);
 
 } // namespace Repository

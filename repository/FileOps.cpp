@@ -4,12 +4,31 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 namespace Repository {
+
+namespace {
+
+int readExtendedAttribute(int descriptor, const std::string& name, std::string& value)
+{
+    const ssize_t size = ::fgetxattr(descriptor, name.c_str(), nullptr, 0);
+    if (size < 0)
+        return -1;
+    value.resize(static_cast<std::size_t>(size));
+    const ssize_t length = ::fgetxattr(descriptor, name.c_str(), value.data(), value.size());
+    if (length < 0)
+        return -1;
+    value.resize(static_cast<std::size_t>(length));
+    return 0;
+}
+
+} // namespace
 
 FileOps& FileOps::system()
 {
@@ -72,6 +91,11 @@ int FileOps::changeMode(int descriptor, mode_t mode)
     return ::fchmod(descriptor, mode);
 }
 
+int FileOps::truncate(int descriptor, off_t size)
+{
+    return ::ftruncate(descriptor, size);
+}
+
 int FileOps::sync(int descriptor)
 {
     return ::fsync(descriptor);
@@ -97,6 +121,33 @@ int FileOps::renameNewAt(int folder, const std::string& from, const std::string&
 int FileOps::unlinkAt(int folder, const std::string& name)
 {
     return ::unlinkat(folder, name.c_str(), 0);
+}
+
+int FileOps::makeFolder(const std::string& path, mode_t mode)
+{
+    return ::mkdir(path.c_str(), mode);
+}
+
+int FileOps::list(int folder, const std::string& prefix, std::vector<std::string>& names)
+{
+    const int own = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (own < 0)
+        return -1;
+    DIR* const listing = ::fdopendir(own);
+    if (!listing) {
+        ::close(own);
+        return -1;
+    }
+    errno = 0;
+    while (const dirent* const entry = ::readdir(listing)) {
+        if (std::strncmp(entry->d_name, prefix.c_str(), prefix.size()) == 0)
+            names.emplace_back(entry->d_name);
+        errno = 0;
+    }
+    const int error = errno;
+    ::closedir(listing);
+    errno = error;
+    return error == 0 ? 0 : -1;
 }
 
 int FileOps::resolve(const std::string& path, std::string& result)
@@ -136,14 +187,18 @@ int FileOps::listExtendedAttributes(int descriptor, std::vector<std::string>& na
 
 int FileOps::copyExtendedAttribute(int from, int to, const std::string& name)
 {
-    const ssize_t size = ::fgetxattr(from, name.c_str(), nullptr, 0);
-    if (size < 0)
+    std::string value;
+    std::string present;
+    if (readExtendedAttribute(from, name, value) != 0)
         return -1;
-    std::string value(static_cast<std::size_t>(size), '\0');
-    const ssize_t length = ::fgetxattr(from, name.c_str(), value.data(), value.size());
-    if (length < 0)
-        return -1;
-    return ::fsetxattr(to, name.c_str(), value.data(), static_cast<std::size_t>(length), 0);
+    if (readExtendedAttribute(to, name, present) == 0 && present == value)
+        return 0;
+    return ::fsetxattr(to, name.c_str(), value.data(), value.size(), 0);
+}
+
+int FileOps::removeExtendedAttribute(int descriptor, const std::string& name)
+{
+    return ::fremovexattr(descriptor, name.c_str());
 }
 
 } // namespace Repository

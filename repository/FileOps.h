@@ -29,18 +29,24 @@ public:
     virtual int lock(int descriptor, int operation);                              // flock
     virtual int changeOwner(int descriptor, uid_t user, gid_t group);
     virtual int changeMode(int descriptor, mode_t mode);
+    virtual int truncate(int descriptor, off_t size);
     virtual int sync(int descriptor);
     virtual int renameAt(int folder, const std::string& from, const std::string& to);
     // Fails with EEXIST instead of replacing.
     virtual int renameNewAt(int folder, const std::string& from, const std::string& to);
     virtual int unlinkAt(int folder, const std::string& name);
+    virtual int makeFolder(const std::string& path, mode_t mode);
+    // The names in a folder that begin with the prefix.
+    virtual int list(int folder, const std::string& prefix, std::vector<std::string>& names);
 
     // The absolute path without links; -1 when a part of it is missing or unreachable.
     virtual int resolve(const std::string& path, std::string& result);
     virtual int readLink(const std::string& path, std::string& result);
 
     virtual int listExtendedAttributes(int descriptor, std::vector<std::string>& names);
+    // Writes nothing when it is there already with this value.
     virtual int copyExtendedAttribute(int from, int to, const std::string& name);
+    virtual int removeExtendedAttribute(int descriptor, const std::string& name);
 };
 
 } // namespace Repository

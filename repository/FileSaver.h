@@ -2,6 +2,7 @@
 
 #include "repository/FileOps.h"
 #include "repository/FileStamp.h"
+#include "repository/TemporaryName.h"
 
 #include <functional>
 #include <string>
@@ -44,13 +45,17 @@ using MergeContent = std::function<MergedContent(const std::string& found, const
 
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
 // there whole. The new content goes into a second file in the same folder that takes over the old one's
-// owner, mode and extended attributes and then its name. Links are followed; only regular files are replaced.
-// Any thread; saves into one folder wait for each other, also between programs that save by this class.
+// owner, mode and extended attributes and then its name. A file that cannot be replaced without loss (hard
+// links, a folder without the right to create files, a mount on the file, an owner who cannot be kept) is
+// written in place, by InPlaceWriter, and a warning says so. Links are followed; only regular files are
+// saved. A crash leaves at most files that Leftovers clears away. A success means that the content is on the
+// disk. Any thread; saves into one folder wait for each other, also between programs that save by this class.
 class FileSaver
 {
 public:
     explicit FileSaver(FileOps& fileOps = FileOps::system()) : ops(fileOps) {}
 
+    // Needs no right to write unless a save was interrupted. Waits for a save into the file's folder.
     ReadFileResult read(const std::string& path) const;
 
     // When the file is no longer what the stamp says, merge tells what to write instead; without one the save
@@ -59,8 +64,8 @@ public:
     SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
                         const MergeContent& merge = {}) const;
 
-    // Temporary files begin with this, after a save that was killed.
-    static constexpr const char* temporaryPrefix = ".vantry-";
+    // What a save has beside the file begins with this.
+    static constexpr const char* temporaryPrefix = TemporaryName::prefix;
 
 private:
     FileOps& ops; // not owned

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "repository/FileStamp.h"
+#include "repository/LockedFolder.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+
+namespace Repository {
+
+// The copy of a file's content that lies on the disk for as long as the file itself is written over in place,
+// and by which the file is put right when that was interrupted. It lies beside the file, or in stateFolder
+// when the folder takes no new files or the file has names in several ones.
+struct FileJournal
+{
+    std::string file;    // its name in the journal's folder; in stateFolder its path
+    ino_t inode = 0;     // a file that has been replaced since is not touched
+    FileStamp after;     // of what was to be written over it
+    std::string content; // before
+
+    std::string toBytes() const;
+    // Nothing when the bytes are no whole journal.
+    static std::optional<FileJournal> fromBytes(const std::string& bytes);
+
+    // $XDG_STATE_HOME/vantry, by default ~/.local/state/vantry; empty when the environment names no place.
+    static std::string stateFolder();
+    // Null when there is none that is this user's own, or with an error when that cannot be told.
+    static std::unique_ptr<LockedFolder> openStateFolder(FileOps& ops, std::string& error);
+};
+
+// Writes over a file from its start, cuts it off behind the bytes and brings it onto the disk. Empty, or why
+// it failed, with anything between the old and the new content in the file.
+std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes);
+
+} // namespace Repository
