@@ -94,10 +94,17 @@ bool FileDescriptor::close()
     return ops.close(closing) == 0 || errno == EINTR;
 }
 
-bool isSameState(const struct stat& a, const struct stat& b)
+std::string changeSince(FileOps& ops, int folder, const std::string& name, const struct stat& status)
 {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
-           a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec;
+    struct stat now = {};
+    const int result = ops.statAt(folder, name, now);
+    if (result != 0 && errno != ENOENT)
+        return "it cannot be examined: " + systemReason();
+    if (result == 0 && now.st_dev == status.st_dev && now.st_ino == status.st_ino &&
+        now.st_size == status.st_size && now.st_mtim.tv_sec == status.st_mtim.tv_sec &&
+        now.st_mtim.tv_nsec == status.st_mtim.tv_nsec)
+        return {};
+    return "another program has changed it while it was being saved";
 }
 
 std::string systemReason()

@@ -36,8 +36,9 @@ private:
     int number;
 };
 
-// Whether a status is that of the same file, and nobody has written to it in between as far as times tell.
-bool isSameState(const struct stat& a, const struct stat& b);
+// Empty while a name leads to the file of the status, and nobody has written to it since as far as times
+// tell; otherwise why that is not so.
+std::string changeSince(FileOps& ops, int folder, const std::string& name, const struct stat& status);
 
 // The system's words for errno, or for an error that was errno.
 std::string systemReason();

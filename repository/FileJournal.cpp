@@ -1,5 +1,7 @@
 #include "repository/FileJournal.h"
 
+#include "repository/FileStamp.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <sstream>
@@ -29,10 +31,11 @@ std::string take(std::istream& stream, std::size_t size, std::size_t most)
 // Lines of numbers, then the texts that they give the lengths of, then the content to the end.
 std::string FileJournal::toBytes() const
 {
+    const std::string digest = FileStamp::of(content).digest;
     std::ostringstream stream;
     stream << firstLine << '\n'
-           << inode << ' ' << file.size() << ' ' << after.digest.size() << ' ' << content.size() << '\n'
-           << file << after.digest << FileStamp::of(content).digest << content;
+           << inode << ' ' << file.size() << ' ' << digest.size() << ' ' << content.size() << '\n'
+           << file << digest << content;
     return stream.str();
 }
 
@@ -49,7 +52,6 @@ std::optional<FileJournal> FileJournal::fromBytes(const std::string& bytes)
     if (line != firstLine || !stream || stream.get() != '\n')
         return {};
     journal.file = take(stream, nameSize, bytes.size());
-    journal.after = {true, take(stream, digestSize, bytes.size())};
     const std::string digest = take(stream, digestSize, bytes.size());
     journal.content = take(stream, contentSize, bytes.size());
     if (!stream || journal.content.size() != contentSize || FileStamp::of(journal.content).digest != digest)
@@ -66,19 +68,26 @@ std::string FileJournal::stateFolder()
     return home.empty() ? home : home + "/.local/state/vantry";
 }
 
-std::unique_ptr<LockedFolder> FileJournal::openStateFolder(FileOps& ops, std::string& error)
+std::unique_ptr<LockedFolder> FileJournal::openStateFolder(FileOps& ops, std::string& error, bool& isAbsent)
 {
     const std::string path = stateFolder();
-    if (path.empty())
+    isAbsent = path.empty();
+    if (isAbsent) {
+        error = "neither XDG_STATE_HOME nor HOME names a place";
         return nullptr;
+    }
     auto folder = std::make_unique<LockedFolder>(ops, path);
     struct stat status = {};
-    if (folder->isOpen() && ops.stat(folder->get(), status) == 0)
-        return status.st_uid == ::geteuid() ? std::move(folder) : nullptr;
-    // The home that the environment names may be another user's.
-    if (folder->isOpen() || (errno != ENOENT && errno != ENOTDIR && errno != EACCES))
+    if (!folder->isOpen() || ops.stat(folder->get(), status) != 0) {
+        // The home that the environment names may be another user's.
+        isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
         error = path + " cannot be opened: " + systemReason();
-    return nullptr;
+        return nullptr;
+    }
+    isAbsent = status.st_uid != ::geteuid();
+    if (isAbsent)
+        error = path + " belongs to another user";
+    return isAbsent ? nullptr : std::move(folder);
 }
 
 std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/FileStamp.h"
 #include "repository/LockedFolder.h"
 
 #include <memory>
@@ -11,13 +10,13 @@
 namespace Repository {
 
 // The copy of a file's content that lies on the disk for as long as the file itself is written over in place,
-// and by which the file is put right when that was interrupted. It lies beside the file, or in stateFolder
-// when the folder takes no new files or the file has names in several ones.
+// and from which it comes back when that was interrupted: the save is done when the journal is gone. It lies
+// beside the file, or in stateFolder when the folder takes no new files or the file has names in several
+// ones.
 struct FileJournal
 {
     std::string file;    // its name in the journal's folder; in stateFolder its path
     ino_t inode = 0;     // a file that has been replaced since is not touched
-    FileStamp after;     // of what was to be written over it
     std::string content; // before
 
     std::string toBytes() const;
@@ -26,8 +25,9 @@ struct FileJournal
 
     // $XDG_STATE_HOME/vantry, by default ~/.local/state/vantry; empty when the environment names no place.
     static std::string stateFolder();
-    // Null when there is none that is this user's own, or with an error when that cannot be told.
-    static std::unique_ptr<LockedFolder> openStateFolder(FileOps& ops, std::string& error);
+    // Null, with the reason, when there is none that is this user's own; isAbsent tells that then no journal
+    // of this user can be there.
+    static std::unique_ptr<LockedFolder> openStateFolder(FileOps& ops, std::string& error, bool& isAbsent);
 };
 
 // Writes over a file from its start, cuts it off behind the bytes and brings it onto the disk. Empty, or why

@@ -36,12 +36,13 @@ std::string FileSave::lock()
     using Access = LockedFolder::Access;
     std::string error =
         Leftovers(ops, folder, location, Leftovers::Place::Beside).settle(Access::Exclusive, result.warning);
-    if (error.empty())
-        state = FileJournal::openStateFolder(ops, error);
-    if (state)
-        error =
-            Leftovers(ops, *state, location, Leftovers::Place::State).settle(Access::Shared, result.warning);
-    return error;
+    if (!error.empty())
+        return error;
+    bool isAbsent = false;
+    state = FileJournal::openStateFolder(ops, error, isAbsent);
+    if (!state)
+        return isAbsent ? std::string() : error;
+    return Leftovers(ops, *state, location, Leftovers::Place::State).settle(Access::Shared, result.warning);
 }
 
 std::string FileSave::examine(const FileStamp& stamp)
@@ -107,10 +108,8 @@ std::string FileSave::replaceBy(FileReplacement& replacement)
         error = replacement.adopt(original->get(), status, result.warning);
     if (error.empty())
         error = replacement.finish();
-    struct stat now = {};
-    if (error.empty() && !isNew &&
-        (ops.statAt(folder.get(), location.name, now) != 0 || !isSameState(now, status)))
-        return "another program has changed it while it was being saved";
+    if (error.empty() && !isNew)
+        error = changeSince(ops, folder.get(), location.name, status);
     if (error.empty())
         error = replacement.publish(location.name, isNew);
     if (!error.empty())

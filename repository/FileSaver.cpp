@@ -22,11 +22,14 @@ std::string readLocked(FileOps& ops, const FileLocation& location, ReadFileResul
     if (folder.isOpen())
         error =
             Leftovers(ops, folder, location, Leftovers::Place::Beside).settle(Access::Shared, result.warning);
-    const auto state = error.empty() ? FileJournal::openStateFolder(ops, error) : nullptr;
+    if (!error.empty())
+        return error;
+    bool isAbsent = false;
+    const auto state = FileJournal::openStateFolder(ops, error, isAbsent);
     if (state)
         error =
             Leftovers(ops, *state, location, Leftovers::Place::State).settle(Access::Shared, result.warning);
-    if (!error.empty())
+    if (!error.empty() && !isAbsent)
         return error;
     FileDescriptor file(ops);
     struct stat status = {};

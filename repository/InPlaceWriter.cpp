@@ -51,26 +51,24 @@ std::string InPlaceWriter::write(const struct stat& status, const std::string& f
     struct stat opened = {};
     std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, opened);
     if (error.empty())
-        error = keepJournal(status, {location.name, status.st_ino, FileStamp::of(bytes), found});
+        error = keepJournal(status, {location.name, status.st_ino, found});
     if (!error.empty())
         return error;
     // As late as can be: what another program does between this and the writing is lost.
-    struct stat now = {};
-    if (ops.statAt(folder.get(), location.name, now) != 0 || !isSameState(now, status) ||
-        !isSameState(opened, status)) {
+    error = changeSince(ops, folder.get(), location.name, status);
+    if (!error.empty()) {
         removeJournal();
-        return "another program has changed it while it was being saved";
+        return error;
     }
     error = overwrite(ops, file, bytes);
-    if (!error.empty()) {
-        const std::string undone = undo(found);
-        if (undone.empty())
-            removeJournal();
-        return error + undone;
-    }
-    keepMode(ops, folder.get(), location.name, status, warning);
-    if (!removeJournal())
-        warning = "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
+    if (error.empty())
+        keepMode(ops, folder.get(), location.name, status, warning);
+    if (error.empty() && ops.unlinkAt(journalFolder, journalName) != 0)
+        error = "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
+    if (!error.empty())
+        return error + undo(found);
+    if (ops.sync(journalFolder) != 0)
+        warning = "it may be the old one after a power cut: " + systemReason();
     return {};
 }
 
@@ -115,15 +113,14 @@ std::string InPlaceWriter::keepIn(const LockedFolder& place, const FileJournal& 
 std::string InPlaceWriter::openStateFolder()
 {
     const std::string path = FileJournal::stateFolder();
-    if (path.empty())
-        return "neither XDG_STATE_HOME nor HOME names a place";
     std::string error;
-    if (!state && !makeFolders(ops, path))
-        error = path + " cannot be made: " + systemReason();
-    else if (!state)
-        state = FileJournal::openStateFolder(ops, error);
+    bool isAbsent = false;
+    if (!state && !path.empty() && !makeFolders(ops, path))
+        return path + " cannot be made: " + systemReason();
     if (!state)
-        return error.empty() ? path + " belongs to another user" : error;
+        state = FileJournal::openStateFolder(ops, error, isAbsent);
+    if (!state)
+        return error;
     return state->lock(LockedFolder::Access::Exclusive);
 }
 
@@ -135,14 +132,18 @@ std::string InPlaceWriter::undo(const std::string& found)
     std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, status);
     if (error.empty())
         error = overwrite(ops, file, found);
-    return error.empty() ? error
-                         : "; it is damaged until it is read next, when its former content comes back from " +
-                               journalName;
+    if (!error.empty())
+        return "; it is damaged until it is read next, when its former content comes back from " +
+               journalName;
+    removeJournal();
+    return {};
 }
 
-bool InPlaceWriter::removeJournal()
+// When the file has what the journal has, which is therefore no longer needed, nor harmful.
+void InPlaceWriter::removeJournal()
 {
-    return ops.unlinkAt(journalFolder, journalName) == 0 && ops.sync(journalFolder) == 0;
+    if (ops.unlinkAt(journalFolder, journalName) == 0)
+        ops.sync(journalFolder);
 }
 
 } // namespace Repository

@@ -30,7 +30,7 @@ private:
     std::string keepIn(const LockedFolder& place, const FileJournal& journal, bool& isBarred);
     std::string openStateFolder();
     std::string undo(const std::string& found);
-    bool removeJournal();
+    void removeJournal();
 
     FileOps& ops; // not owned
     const LockedFolder& folder;

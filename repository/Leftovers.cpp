@@ -26,10 +26,10 @@ std::string Leftovers::settle(LockedFolder::Access access, std::string& warning)
         lockError = folder.lock(LockedFolder::Access::Exclusive);
     if (!lockError.empty())
         warning = lockError;
-    return names.empty() ? std::string() : settleAll(lockError.empty(), warning);
+    return names.empty() ? std::string() : settleAll(lockError, warning);
 }
 
-std::string Leftovers::settleAll(bool isLocked, std::string& warning)
+std::string Leftovers::settleAll(const std::string& lockError, std::string& warning)
 {
     std::vector<std::string> names; // anew: those before the lock may have been a save's
     if (ops.list(folder.get(), TemporaryName::prefix, names) != 0)
@@ -38,10 +38,10 @@ std::string Leftovers::settleAll(bool isLocked, std::string& warning)
         const auto kind = TemporaryName::kindOf(name);
         struct stat status = {};
         if (kind == TemporaryName::Kind::Journal) {
-            std::string error = settleJournal(name, isLocked, warning);
+            std::string error = settleJournal(name, lockError, warning);
             if (!error.empty())
                 return error;
-        } else if (kind && isLocked && ops.statAt(folder.get(), name, status) == 0 &&
+        } else if (kind && lockError.empty() && ops.statAt(folder.get(), name, status) == 0 &&
                    S_ISREG(status.st_mode)) {
             ops.unlinkAt(folder.get(), name); // without the right to, it is left to those who have it
         }
@@ -49,7 +49,8 @@ std::string Leftovers::settleAll(bool isLocked, std::string& warning)
     return {};
 }
 
-std::string Leftovers::settleJournal(const std::string& name, bool isLocked, std::string& warning)
+std::string Leftovers::settleJournal(const std::string& name, const std::string& lockError,
+                                     std::string& warning)
 {
     FileDescriptor file(ops);
     struct stat status = {};
@@ -73,10 +74,12 @@ std::string Leftovers::settleJournal(const std::string& name, bool isLocked, std
                   (reason.empty() ? "it is damaged" : reason);
         return {};
     }
-    if (!belongs(*journal))
-        return {};
-    if (!isLocked)
-        return "another program is writing it";
+    bool isOurs = false;
+    reason = findOwner(*journal, isOurs);
+    if (!isOurs || !reason.empty())
+        return reason;
+    if (!lockError.empty())
+        return "it is being written: " + lockError;
     reason = restore(*journal, warning);
     if (!reason.empty())
         return "an interrupted save cannot be undone by " + name + ": " + reason;
@@ -85,16 +88,21 @@ std::string Leftovers::settleJournal(const std::string& name, bool isLocked, std
     return {};
 }
 
-bool Leftovers::belongs(const FileJournal& journal) const
+// Whether the journal is of our file, which may have had another name when it was saved.
+std::string Leftovers::findOwner(const FileJournal& journal, bool& isOurs) const
 {
-    if (place == Place::Beside)
-        return journal.file == location.name;
+    isOurs = journal.file == (place == Place::Beside ? location.name : location.path());
+    if (isOurs || place == Place::Beside)
+        return {};
     struct stat named = {};
     struct stat wanted = {};
-    return journal.file == location.path() ||
-           (ops.statAt(AT_FDCWD, journal.file, named) == 0 &&
-            ops.statAt(AT_FDCWD, location.path(), wanted) == 0 && named.st_dev == wanted.st_dev &&
-            named.st_ino == wanted.st_ino);
+    if (ops.statAt(AT_FDCWD, journal.file, named) == 0 &&
+        ops.statAt(AT_FDCWD, location.path(), wanted) == 0) {
+        isOurs = named.st_dev == wanted.st_dev && named.st_ino == wanted.st_ino;
+        return {};
+    }
+    const bool isElsewhere = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
+    return isElsewhere ? std::string() : "it cannot be examined: " + systemReason();
 }
 
 std::string Leftovers::restore(const FileJournal& journal, std::string& warning)
@@ -109,7 +117,7 @@ std::string Leftovers::restore(const FileJournal& journal, std::string& warning)
     std::string found;
     if (error.empty() && !file.readAll(found))
         error = "it cannot be read: " + systemReason();
-    if (!error.empty() || found == journal.content || FileStamp::of(found) == journal.after)
+    if (!error.empty() || found == journal.content)
         return error;
     FileDescriptor writer(ops);
     error = writer.openRegular(AT_FDCWD, path, O_WRONLY, status);

@@ -27,9 +27,9 @@ public:
     std::string settle(LockedFolder::Access access, std::string& warning);
 
 private:
-    std::string settleAll(bool isLocked, std::string& warning);
-    std::string settleJournal(const std::string& name, bool isLocked, std::string& warning);
-    bool belongs(const FileJournal& journal) const;
+    std::string settleAll(const std::string& lockError, std::string& warning);
+    std::string settleJournal(const std::string& name, const std::string& lockError, std::string& warning);
+    std::string findOwner(const FileJournal& journal, bool& isOurs) const;
     std::string restore(const FileJournal& journal, std::string& warning);
 
     FileOps& ops; // not owned

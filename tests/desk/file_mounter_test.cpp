@@ -1,7 +1,7 @@
 #include "desk/FileMounter.h"
 #include "repository/AttributeRepository.h"
-#include "tests/desk/Unprivileged.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Unprivileged.h"
 
 #include <QCoreApplication>
 #include <QDir>
