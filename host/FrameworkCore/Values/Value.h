@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -35,16 +34,7 @@ struct Value
     Type type = Type::Group;
     Data data;
 
-    // Doubles are equal when they are written alike: nan is equal to itself, and -0 is not 0.
-    friend bool operator==(const Value& a, const Value& b)
-    {
-        const double* const first = std::get_if<double>(&a.data);
-        const double* const second = std::get_if<double>(&b.data);
-        if (a.type == b.type && first && second)
-            return std::isnan(*first) ? std::isnan(*second)
-                                      : *first == *second && std::signbit(*first) == std::signbit(*second);
-        return a.type == b.type && a.data == b.data;
-    }
+    friend bool operator==(const Value& a, const Value& b) { return a.type == b.type && a.data == b.data; }
     friend bool operator!=(const Value& a, const Value& b) { return !(a == b); }
 };
 
