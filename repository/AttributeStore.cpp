@@ -136,9 +136,9 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
         reason = QStringLiteral("it is read-only");
         return StatusCode::NotWritable;
     }
-    const auto converted = node.value.isValid()
-                               ? FrameworkCore::Values::convertVariant(value, node.value.userType())
-                               : FrameworkCore::Values::toAttributeVariant(value);
+    auto converted = node.value.isValid()
+                         ? FrameworkCore::Values::convertVariant(value, node.value.userType())
+                         : FrameworkCore::Values::toAttributeVariant(value);
     if (!converted) {
         const char* type = node.value.isValid() ? node.value.typeName() : "attribute value";
         reason = QStringLiteral("%1 cannot become a %2 without loss")
@@ -150,7 +150,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
         reason = broken->explain(*converted);
         return StatusCode::RefusedByValidation;
     }
-    accepted = *converted;
+    accepted = *std::move(converted);
     return StatusCode::Success;
 }
 

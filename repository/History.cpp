@@ -151,23 +151,37 @@ History::Scope::~Scope()
     history.add(own->finish());
 }
 
-void History::Write::begin(History& history, const Node& node)
+struct History::Write::Recording
 {
-    if (!StepRecorder::records(node.backend) || !node.isReadable() || !history.recordsHere())
-        return;
-    scope.emplace(history, [&node] { return QStringLiteral("Write %1").arg(node.path); });
-    change.path = node.path;
-    change.before = NodeState::of(node);
-    change.spellingBefore = node.backend->spell(node.path);
+    Recording(History& history, const Node& node)
+        : scope(history, [&node] { return QStringLiteral("Write %1").arg(node.path); })
+    {
+        change.path = node.path;
+        change.before = NodeState::of(node);
+        change.spellingBefore = node.backend->spell(node.path);
+    }
+
+    Scope scope;
+    ValueChange change;
+};
+
+void History::Write::Deleter::operator()(Recording* recording) const
+{
+    delete recording;
 }
 
-void History::Write::end(const Node& node)
+void History::Write::record(History& history, const Node& node)
 {
-    if (!scope)
-        return;
+    if (StepRecorder::records(node.backend) && node.isReadable() && history.recordsHere())
+        recording.reset(new Recording(history, node));
+}
+
+void History::Write::finish(const Node& node)
+{
+    ValueChange& change = recording->change;
     change.after = NodeState::of(node);
     change.spellingAfter = node.backend->spell(node.path);
-    scope->getRecorder()->addWrite(*node.backend, std::move(change));
+    recording->scope.getRecorder()->addWrite(*node.backend, std::move(change));
 }
 
 History::Mute::Mute()

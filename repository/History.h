@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/HistoryInterface.h"
+#include "repository/Node.h"
 #include "repository/StepRecorder.h"
 
 #include <atomic>
@@ -11,8 +12,6 @@
 #include <thread>
 
 namespace Repository {
-
-struct Node;
 
 // The steps that can be taken back, and who records them. Any thread; its lock is taken last of all.
 class History
@@ -86,12 +85,28 @@ class History::Write
 {
 public:
     // The lock of the node's attribute is held, before and after the write.
-    void begin(History& history, const Node& node);
-    void end(const Node& node);
+    void begin(History& history, const Node& node)
+    {
+        if (node.backend)
+            record(history, node);
+    }
+    void end(const Node& node)
+    {
+        if (recording)
+            finish(node);
+    }
 
 private:
-    std::optional<Scope> scope;
-    ValueChange change;
+    struct Recording;
+    struct Deleter
+    {
+        void operator()(Recording* recording) const;
+    };
+
+    void record(History& history, const Node& node);
+    void finish(const Node& node);
+
+    std::unique_ptr<Recording, Deleter> recording;
 };
 
 // While it exists, its thread records nothing.
