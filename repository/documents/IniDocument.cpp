@@ -63,7 +63,8 @@ Outcome IniDocument::load(std::string bytes)
     // An entry takes some bytes; a file of blank lines must not make room for as many.
     const auto lines = std::size_t(std::count(text.begin(), text.end(), style.lineEnd.front()));
     index.reserve(std::min(lines, text.size() / 8));
-    IniScanner scanner(text);
+    style.comments = findIniComments(text);
+    IniScanner scanner(text, style.comments);
     IniItem* section = &index.root();
     bool anyEntry = false;
     while (const std::optional<IniLine> line = scanner.next()) {
@@ -78,6 +79,7 @@ Outcome IniDocument::load(std::string bytes)
             section = &index.nextSection(encodePath(line->key()));
             piece.item = section;
             section->section->header = section->section->last = &piece;
+            firstHeader = !firstHeader && line->indent == 0 ? &piece : firstHeader;
         } else if (line->kind == IniLine::Kind::Entry) {
             piece.item = &index.nextEntry(*section, encodeKey(line->key()));
             piece.item->entry = section->section->last = &piece;
@@ -133,7 +135,7 @@ IniPiece& IniDocument::addOwn(Pieces::iterator before, IniPiece* above, std::str
     auto own = std::make_unique<std::string>(std::move(text));
     IniLine line;
     line.text = *own;
-    IniPiece& piece = add(before, above, scanSingle(*own).value_or(line));
+    IniPiece& piece = add(before, above, scanSingle(*own, style.comments).value_or(line));
     piece.own = std::move(own);
     return piece;
 }
@@ -233,11 +235,11 @@ Outcome IniDocument::set(std::string_view path, const Value& value)
     if (isSame(readIniValue(piece.line), value))
         return {};
     const IniLine original =
-        piece.original.empty() ? piece.line : scanSingle(piece.original).value_or(piece.line);
+        piece.original.empty() ? piece.line : scanSingle(piece.original, style.comments).value_or(piece.line);
     if (!piece.original.empty() && isSame(readIniValue(original), value))
         return replace(piece, piece.original);
     const std::optional<std::string> text = writeIniValue(original, value, style);
-    return text ? replace(piece, *text) : refused(explainIniRefusal(value));
+    return text ? replace(piece, *text) : refused(explainIniRefusal(value, style));
 }
 
 Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
@@ -245,7 +247,7 @@ Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
     const IniItem* const item = index.find(path);
     if (!item || !item->entry)
         return refused(item ? "it is a section and has no value" : "there is no such entry");
-    const std::optional<IniLine> line = scanSingle(spelling);
+    const std::optional<IniLine> line = scanSingle(spelling, style.comments);
     if (!line || line->kind != IniLine::Kind::Entry || line->key() != item->entry->line.key())
         return refused(quoted(spelling) + " is no line of this entry");
     return replace(*item->entry, spelling);
@@ -258,7 +260,8 @@ Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
     if (!unheld.empty())
         return refused(std::move(unheld));
     auto own = asBefore ? nullptr : std::make_unique<std::string>(text);
-    const IniLine line = scanSingle(own ? std::string_view(*own) : piece.original).value_or(piece.line);
+    const IniLine line =
+        scanSingle(own ? std::string_view(*own) : piece.original, style.comments).value_or(piece.line);
     const bool turned = line.separated != piece.line.separated;
     if (turned && piece.above && wouldSwallow(piece.above->line, line, gapBelow(*piece.above)))
         return refused("without a separator the line would belong to the one above it");

@@ -58,13 +58,17 @@ private:
     Outcome insertSection(std::string_view path);
     Outcome insertEntry(std::string_view path, const FrameworkCore::Values::Value& value);
     // Texts of pieces that are to be added; empty, with the reason, where ini has none.
-    std::string headerText(std::string_view path, std::string& reason) const;
+    // The first header of a file decides where its comments stand.
+    std::string headerText(std::string_view path, std::string& reason);
     std::string entryText(std::string_view key, const FrameworkCore::Values::Value& value,
                           const IniPiece* sibling, std::string& reason) const;
     IniItem& placeSection(std::string_view path, const std::string& header);
     IniPiece& placeEntry(IniPiece& above, std::string text);
     IniPiece& placeFirstAtRoot(std::string text);
 
+    // Whether the entries, without those that go, mean the same when comments stand elsewhere.
+    bool allowsComments(IniComments comments, const std::vector<IniItem*>& going) const;
+    IniPiece* firstHeaderWithout(const std::vector<IniItem*>& going) const;
     bool frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const;
     bool entryCanGo(const IniPiece& entry) const;
     void takeEntry(IniItem& item);
@@ -74,8 +78,9 @@ private:
     std::unique_ptr<const std::string> fileText = std::make_unique<const std::string>();
     TextEncoding encoding;
     Pieces pieces;
-    IniPiece* chainFront = nullptr; // not owned
-    IniPiece* chainEnd = nullptr;   // not owned
+    IniPiece* chainFront = nullptr; // not owned, as the other pointers
+    IniPiece* chainEnd = nullptr;
+    IniPiece* firstHeader = nullptr; // of those that are not indented
     IniIndex index;
     IniStyle style;
     bool styleKnown = false;

@@ -6,6 +6,28 @@
 
 namespace Repository::Documents {
 
+bool isHeader(const IniPiece& piece)
+{
+    return piece.line.kind == IniLine::Kind::Header;
+}
+
+std::size_t countOfEntries(const IniItem* first)
+{
+    return first ? first->entries : 0;
+}
+
+std::size_t countOfSections(const IniItem* first)
+{
+    return first && first->section ? first->section->headers : 0;
+}
+
+IniSiblings siblingsOf(std::string_view path)
+{
+    const PathEnds ends = splitLast(path);
+    const NumberedComponent last = splitNumber(ends.last);
+    return {joinPath(ends.parent, last.name), last.number};
+}
+
 IniIndex::IniIndex()
 {
     rootItem = &demand({}, nullptr);

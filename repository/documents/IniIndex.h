@@ -47,6 +47,20 @@ struct IniItem
     mutable std::uint32_t visit = 0; // the visit that met it last
 };
 
+bool isHeader(const IniPiece& piece);
+
+// How many entries and how many sections have the name of the first of them; 0 when there is none.
+std::size_t countOfEntries(const IniItem* first);
+std::size_t countOfSections(const IniItem* first);
+
+// Where a path stands among those of one name.
+struct IniSiblings
+{
+    std::string first; // path of the first sibling of the name
+    std::size_t number = 1;
+};
+IniSiblings siblingsOf(std::string_view path);
+
 // The nodes of an ini file by their paths. Finding, adding and taking out cost the same in a small and in a
 // large file.
 class IniIndex

@@ -35,8 +35,10 @@ std::size_t skipQuotation(std::string_view content, std::size_t at)
 }
 
 // Where the comment behind a value begins; the end of the content when there is none.
-std::size_t inlineComment(std::string_view content, std::size_t from)
+std::size_t inlineComment(std::string_view content, std::size_t from, IniComments comments)
 {
+    if (comments == IniComments::OwnLines || content.find_first_of(";#", from) == none)
+        return content.size();
     for (std::size_t at = from; at < content.size();) {
         const std::size_t behind = skipQuotation(content, at);
         if (behind > at) {
@@ -118,9 +120,10 @@ std::uint32_t narrow(std::size_t offset)
 
 // Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
 // so that a value put there stands as the others do.
-void placeValue(IniLine& line, std::string_view content, std::size_t separator, bool keepComment)
+void placeValue(IniLine& line, std::string_view content, std::size_t separator, IniComments comments)
 {
-    const std::size_t comment = keepComment ? content.size() : inlineComment(content, separator + 1);
+    const std::size_t comment =
+        line.continued ? content.size() : inlineComment(content, separator + 1, comments);
     std::size_t begin = separator + 1;
     while (begin < comment && isBlank(content[begin]))
         ++begin;
@@ -220,7 +223,7 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
     line.keyBegin = line.indent;
     position = first.end;
 
-    const std::size_t comment = inlineComment(first.content, line.indent);
+    const std::size_t comment = inlineComment(first.content, line.indent, comments);
     const std::size_t separator = findSeparator(first.content.substr(0, comment));
     line.separated = separator != none;
     std::size_t keyEnd = std::min(separator, comment);
@@ -249,7 +252,7 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
         position = further.end;
     }
     if (line.separated)
-        placeValue(line, first.content, separator, line.continued);
+        placeValue(line, first.content, separator, comments);
     if (line.continued)
         line.valueEnd = narrow(valueEnd);
     for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
@@ -258,9 +261,21 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
     return line;
 }
 
-std::optional<IniLine> scanSingle(std::string_view text)
+IniComments findIniComments(std::string_view text)
 {
-    IniScanner scanner(text);
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        const std::size_t end = line.content.substr(0, 1) == "[" ? findHeaderEnd(line.content, 0) : none;
+        if (end != none)
+            return iniCommentsOf(line.content.substr(1, end - 1));
+        at = line.end;
+    }
+    return IniComments::BehindValues;
+}
+
+std::optional<IniLine> scanSingle(std::string_view text, IniComments comments)
+{
+    IniScanner scanner(text, comments);
     std::optional<IniLine> line = scanner.next();
     if (!line || line->text.size() != text.size())
         return std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/IniComments.h"
 #include "repository/documents/TextLine.h"
 
 #include <cstddef>
@@ -41,8 +42,8 @@ struct IniLine
 };
 
 // Cuts the text of an ini file into its pieces. It reads as the readers of real files do:
-// - A line that begins with ";" or "#" is a comment; so is the rest of a line from a ";" or "#" on that has
-//   blanks on both sides and stands outside of quotes.
+// - A line that begins with ";" or "#" is a comment; so is, in files with comments behind values, the rest of
+//   a line from a ";" or "#" on that has blanks on both sides and stands outside of quotes.
 // - The separator is the first "=", or an earlier ":" with a blank behind it, or without any "=" the first
 //   ":", unless it is that of "://".
 // - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
@@ -53,7 +54,7 @@ struct IniLine
 class IniScanner
 {
 public:
-    explicit IniScanner(std::string_view iniText) : text(iniText) {}
+    IniScanner(std::string_view iniText, IniComments iniComments) : text(iniText), comments(iniComments) {}
 
     // The next piece; nothing at the end of the text and at a line that is no ini.
     std::optional<IniLine> next();
@@ -67,14 +68,18 @@ private:
     IniLine takeEntry(std::size_t begin, FrameworkCore::Values::Type mark);
 
     std::string_view text;
+    IniComments comments;
     std::size_t position = 0;
     std::size_t errorOffset = 0;
     std::string error;
 };
 
+// Where the comments of a text stand.
+IniComments findIniComments(std::string_view text);
+
 // The only piece of a text, which must outlive it; nothing when it has none or several.
-std::optional<IniLine> scanSingle(std::string_view text);
-std::optional<IniLine> scanSingle(std::string&& text) = delete;
+std::optional<IniLine> scanSingle(std::string_view text, IniComments comments);
+std::optional<IniLine> scanSingle(std::string&& text, IniComments comments) = delete;
 
 // True when the lower piece, no gap, would be read as part of the value above it. They stand one right below
 // the other, or with a gap between them; with a gap the answer may be true where a blank line would in fact

@@ -92,9 +92,9 @@ Value readPlainValue(const IniLine& entry)
     return FrameworkCore::Values::plainValue(value);
 }
 
-bool holds(const std::string& text, const IniLine& before, const Value& value)
+bool holds(const std::string& text, const IniLine& before, const Value& value, IniComments comments)
 {
-    const std::optional<IniLine> now = scanSingle(text);
+    const std::optional<IniLine> now = scanSingle(text, comments);
     return now && now->kind == IniLine::Kind::Entry && now->indent == before.indent &&
            now->mark == before.mark && now->key() == before.key() &&
            trimBlanks(now->tail()) == trimBlanks(before.tail()) && isSame(readIniValue(*now), value);
@@ -130,7 +130,7 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const Value& valu
     const std::string tail(entry.tail());
     if (value.type == Type::Null && entry.mark == Type::Group) {
         std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + tail;
-        if (!style.bareKeys || !holds(text, entry, value))
+        if (!style.bareKeys || !holds(text, entry, value, style.comments))
             return std::nullopt;
         return text;
     }
@@ -144,7 +144,7 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const Value& valu
     for (const char* const blank : {"", " "}) {
         for (const std::string& form : forms) {
             std::string text = head + blank + form + tail;
-            if (holds(text, entry, value))
+            if (holds(text, entry, value, style.comments))
                 return text;
         }
         if (head.back() != ':')
@@ -153,7 +153,7 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const Value& valu
     return std::nullopt;
 }
 
-std::string explainIniRefusal(const Value& value)
+std::string explainIniRefusal(const Value& value, const IniStyle& style)
 {
     const std::string kind(FrameworkCore::Values::describeType(value.type));
     switch (value.type) {
@@ -178,7 +178,7 @@ std::string explainIniRefusal(const Value& value)
     if (text.find_first_of("\r\n") != std::string::npos)
         return "a value of this ini file ends with its line; the text has line breaks";
     const std::string plainLine = "k=" + text;
-    const std::optional<IniLine> plain = scanSingle(plainLine);
+    const std::optional<IniLine> plain = scanSingle(plainLine, style.comments);
     const Value back = plain ? readIniValue(*plain) : Value();
     if (plain && back != value) {
         if (back.type != value.type) {

@@ -24,6 +24,7 @@ struct IniStyle
     char quote = '\0';           // around values; none when no value is quoted
     char comment = '\0';         // that begins comments; none when there are none
     bool bareKeys = false;       // there are keys without a separator
+    IniComments comments = IniComments::BehindValues;
 };
 
 // The value of an entry: nothing for a key without separator, of a marked one what the mark makes of its
@@ -41,6 +42,6 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const FrameworkCo
                                          const IniStyle& style);
 
 // Why there is no such form, for a person.
-std::string explainIniRefusal(const FrameworkCore::Values::Value& value);
+std::string explainIniRefusal(const FrameworkCore::Values::Value& value, const IniStyle& style);
 
 } // namespace Repository::Documents

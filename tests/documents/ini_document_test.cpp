@@ -85,6 +85,11 @@ private slots:
         row("line ends", "a=1\r\nb=2\rc=3\n\rd=4", "a = 1|b = 2|c = 3|d = 4");
         row("byte order mark", "\xEF\xBB\xBF[a]\nb=1", "a = {}|a.b = 1");
         row("keys that are no utf-8", "k\xFC=1\n[\xE4]\n", "k%FC = 1|%E4 = {}");
+        row("unit files", "; a ; b\n[Unit]\nExecStart=/bin/a ; /bin/b # c\nk ; c = 1\n",
+            "Unit = {}|Unit.ExecStart = '/bin/a ; /bin/b # c'|Unit.k %3B c = 1");
+        row("the first section decides on comments", "[a]\nx = 1 ; c\n[Unit]\nx = 1 ; c\n",
+            "a = {}|a.x = 1|Unit = {}|Unit.x = 1");
+        row("an indented section decides nothing", " [Unit]\nx = 1 ; c\n", "Unit = {}|Unit.x = 1");
         row("nul", QByteArray("a\0=1\n", 5), "a%00 = 1");
         row("utf-16", QByteArray("\xFF\xFE[\0a\0]\0\n\0k\0=\0\xE4\0", 16), "a = {}|a.k = '\xC3\xA4'");
         row("marks",
@@ -183,6 +188,7 @@ private slots:
             "the line below it would be read as part of the value");
         row("bare key above an indented line", "k\n  l=1\n", "k", text("v"),
             "the line below it would be read as part of the value");
+        row("in a unit file", "[Unit]\nk = a ; b\n", "Unit.k", text("c # d"), "[Unit]\nk = c # d\n");
         row("null", "k=a\n", "k", null(), "an ini entry has a value; this file has no keys without one");
         row("null among bare keys", "k = a # c\nl\n", "k", null(), "k # c\nl\n");
         row("null below a folder", "a=C:\\\nk=1\nl\n", "k", null(),
@@ -261,6 +267,11 @@ private slots:
             "# c\r\n[s]\r\na=1\r\n# @type text\r\nk=5\r\n");
         row("text with line breaks", " a = 1", "k", text("x\n y"),
             " a = 1\n ; @type text\n k = \"x\\n y\"\n");
+        row("section that would take in comments", "a=1 ; c\n", "Unit.k", integer(1),
+            "below it, values of this file would be read with the comments behind them");
+        row("first section of a unit file", "a=1\n", "Unit.k", text("x ; y"), "a=1\n\n[Unit]\nk=x ; y\n");
+        row("mark in a desktop file", "[Desktop Entry]\nName=x\n", "Desktop Entry.d",
+            {Type::Date, std::string("2024-02-29")}, "[Desktop Entry]\nName=x\n# @type date\nd=2024-02-29\n");
         row("encoded key", "a=1\n", "x%2Ey", integer(1), "a=1\nx.y=1\n");
         row("key in another form", "a=1\n", "#x", integer(1), "\"#x\" is not how a key stands in a path");
         row("key that is a comment", "a=1\n", "%23x", integer(1), "an ini file cannot hold the key \"#x\"");
@@ -316,6 +327,10 @@ private slots:
         row("last section of its name", "[p]\nx=1\n[p]\nx=2\n", "p[2]", false, "[p]\nx=1\n");
         row("the root", "a=1\n", "", false, "the root of a file is not removed");
         row("unknown", "a=1\n", "b", false, "there is no such entry");
+        row("section that tells where comments stand", "[Unit]\nx=1\n[a]\ny=1 ; c\n", "Unit", false,
+            "without it, comments of the file would be read as part of values, or the other way round");
+        row("section that tells nothing of the others", "[Unit]\nx=1 ; c\n[a]\ny=1\n", "Unit", false,
+            "[a]\ny=1\n");
         row("what keeps lines apart", "a=1\nb\n  c=2\n", "b", false,
             "without it the line below would be read as part of the value above");
         row("what hides the mark of an encoding", "[a]\nx=1\n\xFF\xFE=2\n", "a", false, "");

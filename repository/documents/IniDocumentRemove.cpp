@@ -1,0 +1,179 @@
+#include "repository/documents/IniDocument.h"
+#include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+// What takes pieces out of an ini file.
+
+namespace Repository::Documents {
+
+namespace {
+
+const IniItem* sectionOf(const IniPiece& piece)
+{
+    return isHeader(piece) ? piece.item : piece.item->parent;
+}
+
+// The section and all below it.
+std::vector<IniItem*> sectionsFrom(IniItem& top)
+{
+    std::vector<IniItem*> all{&top};
+    for (std::size_t at = 0; at < all.size(); ++at)
+        all.insert(all.end(), all[at]->section->deeper.begin(), all[at]->section->deeper.end());
+    return all;
+}
+
+} // namespace
+
+bool IniDocument::removalMovesSiblings(std::string_view path) const
+{
+    const IniItem* const item = index.find(path);
+    if (!item || path.empty())
+        return false;
+    const IniSiblings siblings = siblingsOf(path);
+    const IniItem* const first = index.find(siblings.first);
+    return (item->entry && siblings.number < countOfEntries(first)) ||
+           (item->section && item->section->header && siblings.number < countOfSections(first));
+}
+
+Outcome IniDocument::remove(std::string_view path)
+{
+    IniItem* const item = index.find(path);
+    if (!item || path.empty())
+        return refused(item ? "the root of a file is not removed" : "there is no such entry");
+    const std::vector<IniItem*> going = item->section ? sectionsFrom(*item) : std::vector<IniItem*>();
+    if ((item->entry && !entryCanGo(*item->entry)) || !sectionsCanGo(going))
+        return refused("without it the line below would be read as part of the value above");
+    if (!frontCanGo(*item, going))
+        return refused("without it the file would begin like a file of another encoding");
+    IniPiece* const nextFirst = firstHeaderWithout(going);
+    const IniComments comments = nextFirst ? iniCommentsOf(nextFirst->line.key()) : IniComments::BehindValues;
+    if (!allowsComments(comments, going))
+        return refused("without it, comments of the file would be read as part of values, or the other way "
+                       "round");
+    const IniSiblings siblings = siblingsOf(path);
+    const bool moves = item->section && item->section->header &&
+                       siblings.number < countOfSections(index.find(siblings.first));
+    if (item->section && item->section->header)
+        --index.find(siblings.first)->section->headers;
+    if (item->entry)
+        takeEntry(*item);
+    takeSections(going);
+    firstHeader = nextFirst;
+    style.comments = comments;
+    // Other sections get new paths, with all that they hold.
+    return moves ? parse(getBytes()) : Outcome();
+}
+
+IniPiece* IniDocument::firstHeaderWithout(const std::vector<IniItem*>& going) const
+{
+    const auto goes = [&going](const IniPiece& header) {
+        return std::find(going.begin(), going.end(), header.item) != going.end();
+    };
+    IniPiece* header = firstHeader;
+    while (header && (!isHeader(*header) || header->line.indent > 0 || goes(*header)))
+        header = header->below;
+    return header;
+}
+
+bool IniDocument::allowsComments(IniComments comments, const std::vector<IniItem*>& going) const
+{
+    if (comments == style.comments)
+        return true;
+    const std::unordered_set<const IniItem*> gone(going.begin(), going.end());
+    return std::all_of(pieces.begin(), pieces.end(), [&](const IniPiece& piece) {
+        if (piece.line.kind != IniLine::Kind::Entry || gone.count(sectionOf(piece)) > 0)
+            return true;
+        const std::optional<IniLine> line = scanSingle(piece.line.text, comments);
+        return line && line->key() == piece.line.key() && line->value() == piece.line.value();
+    });
+}
+
+bool IniDocument::frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const
+{
+    const auto goes = [&](const IniPiece& piece) {
+        return item.entry == &piece ||
+               (piece.item && std::find(going.begin(), going.end(), sectionOf(piece)) != going.end());
+    };
+    Pieces::const_iterator front = pieces.begin();
+    while (front != pieces.end() && goes(*front))
+        front = std::next(isHeader(*front) ? front->item->section->last->place : front->place);
+    return front == pieces.end() || encoding.mayBegin(front->line.text);
+}
+
+bool IniDocument::entryCanGo(const IniPiece& entry) const
+{
+    return !entry.above || !entry.below ||
+           !wouldSwallow(entry.above->line, entry.below->line, gapBelow(*entry.above) || gapBelow(entry));
+}
+
+void IniDocument::takeEntry(IniItem& item)
+{
+    IniPiece& piece = *item.entry;
+    IniSection& section = *item.parent->section;
+    // Above it stands another entry of the section or its header, or nothing at the root.
+    if (section.last == &piece)
+        section.last = piece.above;
+    const IniSiblings siblings = siblingsOf(*item.path);
+    const PathEnds ends = splitLast(siblings.first);
+    IniItem& first = *index.find(siblings.first);
+    IniItem* emptied = &item;
+    for (std::size_t number = siblings.number + 1; number <= first.entries; ++number) {
+        IniItem* const next = index.find(joinPath(ends.parent, joinNumber(ends.last, number)));
+        emptied->entry = next->entry;
+        emptied->entry->item = emptied;
+        emptied = next;
+    }
+    --first.entries;
+    take(piece);
+    index.dropEntry(*emptied);
+}
+
+bool IniDocument::sectionsCanGo(const std::vector<IniItem*>& going) const
+{
+    const auto goes = [&going](const IniPiece* piece) {
+        return std::find(going.begin(), going.end(), sectionOf(*piece)) != going.end();
+    };
+    for (const IniItem* item : going) {
+        const IniPiece* const header = item->section->header;
+        const IniPiece* const below = header ? item->section->last->below : nullptr;
+        // Only an indented header can be taken for the end of the value above.
+        if (!below || below->line.indent == 0 || goes(below))
+            continue;
+        const IniPiece* above = header->above;
+        while (above && goes(above))
+            above = above->above;
+        if (above && wouldSwallow(above->line, below->line, true))
+            return false;
+    }
+    return true;
+}
+
+void IniDocument::takeSections(const std::vector<IniItem*>& going)
+{
+    std::vector<std::string> paths;
+    for (IniItem* const item : going) {
+        paths.push_back(*item->path);
+        IniSection& section = *item->section;
+        if (!section.header)
+            continue;
+        const Pieces::iterator end = std::next(section.last->place);
+        for (Pieces::iterator at = section.header->place; at != end;) {
+            IniPiece& piece = *at++;
+            IniItem* const entry = piece.item && !isHeader(piece) ? piece.item : nullptr;
+            take(piece);
+            if (entry)
+                index.dropEntry(*entry);
+        }
+        section.header = section.last = nullptr;
+    }
+    // Dropping one may drop those that only led to it, so each is looked for by its path.
+    for (const std::string& path : paths) {
+        if (IniItem* const item = index.find(path))
+            index.dropSection(item);
+    }
+}
+
+} // namespace Repository::Documents
