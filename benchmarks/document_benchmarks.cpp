@@ -104,9 +104,12 @@ void size(benchmark::internal::Benchmark* row)
 
 BENCHMARK_CAPTURE(load, json, "json")->Name("Documents/LoadJson")->Apply(size);
 BENCHMARK_CAPTURE(load, ini, "ini")->Name("Documents/LoadIni")->Apply(size);
+BENCHMARK_CAPTURE(load, txt, "txt")->Name("Documents/LoadTxt")->Apply(size);
 BENCHMARK_CAPTURE(writeAndSync, json, "json")->Name("Floor/WriteAndSync/Json")->Apply(size);
 BENCHMARK_CAPTURE(saveOneEdit, json, "json")->Name("Documents/SaveOneEdit/Json")->Apply(size);
 BENCHMARK_CAPTURE(writeAndSync, ini, "ini")->Name("Floor/WriteAndSync/Ini")->Apply(size);
 BENCHMARK_CAPTURE(saveOneEdit, ini, "ini")->Name("Documents/SaveOneEdit/Ini")->Apply(size);
+BENCHMARK_CAPTURE(writeAndSync, txt, "txt")->Name("Floor/WriteAndSync/Txt")->Apply(size);
+BENCHMARK_CAPTURE(saveOneEdit, txt, "txt")->Name("Documents/SaveOneEdit/Txt")->Apply(size);
 
 } // namespace
