@@ -54,7 +54,7 @@ std::string DocumentExercise::run()
     if (!document->parse(std::string(text)).ok())
         return {};
     before = text;
-    original = entries = entriesOf(*document);
+    entries = entriesOf(*document);
     action = "parse";
     if (document->getBytes() != text)
         return fault("the bytes changed without an edit");
@@ -97,10 +97,9 @@ std::string DocumentExercise::checkSet(const Entry& entry, const Value& value)
         return fault("a group took a value");
     const std::string after = document->getBytes();
     const std::string_view behind = std::string_view(before).substr(span->offset + span->length);
-    // Null is a key without separator where a format has no word for it, and the value that the file had here
-    // gets its old surroundings again.
-    const bool keepsRest =
-        value.type != Type::Null && entry.value.type != Type::Null && !isOriginal(entry.path, value);
+    // Null is a key without separator where a format has no word for it. A second edit may take back what the
+    // first had to put around its value.
+    const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null;
     if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
                       after.size() < span->offset + behind.size() ||
                       std::string_view(after).substr(after.size() - behind.size()) != behind))
@@ -211,12 +210,6 @@ std::string DocumentExercise::fault(const std::string& what) const
 {
     return what + "\nby: " + action + "\n--- before\n" + before + "\n--- after\n" + document->getBytes() +
            "\n---\n";
-}
-
-bool DocumentExercise::isOriginal(const std::string& path, const Value& value) const
-{
-    return std::any_of(original.begin(), original.end(),
-                       [&](const Entry& entry) { return entry.path == path && isSame(entry.value, value); });
 }
 
 std::vector<DocumentExercise::Entry> DocumentExercise::entriesOf(const Document& shown) const

@@ -38,7 +38,6 @@ private:
     std::string checkNothingChanged() const;
     std::string fault(const std::string& what) const;
 
-    bool isOriginal(const std::string& path, const Value& value) const;
     std::vector<Entry> entriesOf(const Repository::Documents::Document& document) const;
     unsigned choose(std::size_t count);
     std::string takeText();
@@ -50,10 +49,9 @@ private:
     std::string_view text;
     std::string_view choices;
     std::unique_ptr<Repository::Documents::Document> document;
-    std::vector<Entry> original; // before all edits
-    std::string before;          // the bytes before the present edit
-    std::vector<Entry> entries;  // and the entries
-    std::string action;          // the present edit, in words
+    std::string before;         // the bytes before the present edit
+    std::vector<Entry> entries; // and the entries
+    std::string action;         // the present edit, in words
 };
 
 // Runs the exercise and aborts, with the reason on stderr, when something is broken.
