@@ -177,6 +177,9 @@ std::string DocumentExercise::checkTree() const
     const auto again = Repository::Documents::makeDocument(format);
     const std::string bytes = document->getBytes();
     const Outcome outcome = again->parse(bytes);
+    // When lines go, those that are left may have so many NUL characters that they pass for a binary file.
+    if (!outcome.ok() && bytes.find('\0') != std::string::npos)
+        return {};
     if (!outcome.ok())
         return fault("the text cannot be read again: " + outcome.error);
     const std::vector<Entry> shown = entriesOf(*document);
