@@ -66,7 +66,6 @@ Outcome IniDocument::load(std::string bytes)
     style.comments = findIniComments(text);
     IniScanner scanner(text, style.comments);
     IniItem* section = &index.root();
-    bool anyEntry = false;
     while (const std::optional<IniLine> line = scanner.next()) {
         if (line->kind == IniLine::Kind::Header && isIniTooDeep(line->key()))
             return failure(line->key().data(), "sections lie in each other more than " +
@@ -84,13 +83,10 @@ Outcome IniDocument::load(std::string bytes)
             piece.item = &index.nextEntry(*section, encodeKey(line->key()));
             piece.item->entry = section->section->last = &piece;
             learnStyle(*line);
-            anyEntry = true;
         }
     }
     if (!scanner.getError().empty())
         return failure(text.data() + scanner.getErrorOffset(), scanner.getError());
-    // A file without entries is as good as new: nothing says what its readers do not understand.
-    style.bareKeys = style.bareKeys || !anyEntry;
     return {};
 }
 

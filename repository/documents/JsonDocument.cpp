@@ -110,9 +110,10 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
     else if (value.type == Type::String && isUnheldNumber(content->tree.originalValue(holder)) &&
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
-    else if (wanted.error.empty() && mark != Type::Group && !holds(wanted, mark, value))
-        return refused(quoted(path) + " is marked as " + std::string(describeType(mark)) + " in \"" +
-                       std::string(typesKey) + "\", and would be read as one");
+    else if (wanted.error.empty() && !holds(wanted, mark, value))
+        return refused("json would read " + wanted.spelling + " back as " +
+                       std::string(describeType(readContent(wanted.kind, wanted.spelling, mark).type)) +
+                       ", not as " + std::string(describeType(value.type)));
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = checkKind(path, holder, wanted.kind);

@@ -260,7 +260,7 @@ private slots:
             "an ini file cannot hold a section of the path \"a[2].b\"");
         row("below an entry", "a=1\n", "a.b", integer(2), "a=1\n\n[a]\nb=2\n");
         row("empty section", "x=1\n", "a.b", group(), "x=1\n\n[a.b]\n");
-        row("null into nothing", "", "k", null(), "k\n");
+        row("null into nothing", "", "k", null(), "; @type null\nk=\n");
         row("null among bare keys", "a\n", "k", null(), "a\nk\n");
         row("null", "a=1\n", "k", null(), "a=1\n; @type null\nk=\n");
         row("text like a number", "# c\r\n[s]\r\na=1\r\n", "s.k", text("5"),
