@@ -70,8 +70,11 @@ std::vector<std::string> formsOf(const IniLine& entry, const Value& value, const
             lines += c == '\n' ? lineBreak : std::string(1, c);
         forms.push_back(std::move(lines));
     }
-    if (isMarked)
-        forms.push_back(quoteMarkedText(text));
+    if (isMarked) {
+        // Some readers go on behind the end of the line until a quote is closed.
+        const bool quoteFirst = text.find('"') != std::string::npos;
+        forms.insert(quoteFirst ? forms.begin() : forms.end(), quoteMarkedText(text));
+    }
     return forms;
 }
 
