@@ -1,3 +1,4 @@
+#include "repository/documents/SameValue.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -6,6 +7,7 @@
 #include <limits>
 
 using namespace EntryLines;
+using Repository::Documents::isSame;
 using Repository::Documents::makeDocument;
 using Repository::Documents::Outcome;
 using Repository::Documents::Span;
@@ -341,7 +343,7 @@ private slots:
             std::size_t seen = 0;
             again->visit([&](const Entry& entry) {
                 const std::string path = "v.k" + std::to_string(seen);
-                if (entry.path == path && entry.value == values[seen])
+                if (entry.path == path && isSame(entry.value, values[seen]))
                     ++seen;
             });
             QCOMPARE(seen, values.size());
