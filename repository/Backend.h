@@ -112,6 +112,7 @@ private:
     QString absolute(const std::string& path) const;
     QString reasonOf(const Documents::Outcome& outcome) const;
     QString read();
+    ReadFileResult readFile() const;
     QString takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape);
     QString takeGone(Look look, const Reshaping& reshape);
     void catchUp(const Reshaping& reshape);

@@ -35,9 +35,17 @@ QString Backend::reasonOf(const Outcome& outcome) const
                                    .arg(reason);
 }
 
-QString Backend::read()
+ReadFileResult Backend::readFile() const
 {
     ReadFileResult file = files.read(nameOnDisk(description));
+    if (!file.warning.empty())
+        logFailure(QString::fromStdString(file.warning));
+    return file;
+}
+
+QString Backend::read()
+{
+    ReadFileResult file = readFile();
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return QString::fromStdString(file.error);
     stamp = file.stamp;
@@ -114,7 +122,7 @@ QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, c
 QString Backend::reload(Look look, const Reshaping& reshape)
 {
     const std::lock_guard savingLock(saving);
-    const ReadFileResult file = files.read(nameOnDisk(description));
+    const ReadFileResult file = readFile();
     bool hasChanged = false;
     {
         const std::lock_guard lock(mutex);

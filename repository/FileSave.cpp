@@ -94,18 +94,18 @@ std::string FileSave::replace()
         if (error.empty() || !original || !replacement.isBarred())
             return error;
     }
-    result.warning.clear();
     return writeInPlace(error);
 }
 
 std::string FileSave::replaceBy(FileReplacement& replacement)
 {
     const bool isNew = !original.has_value();
+    std::string lost;
     std::string error = replacement.create(TemporaryName::Kind::Replacement, isNew ? 0666 : 0600);
     if (error.empty())
         error = replacement.fill(*bytes);
     if (error.empty() && !isNew)
-        error = replacement.adopt(original->get(), status, result.warning);
+        error = replacement.adopt(original->get(), status, lost);
     if (error.empty())
         error = replacement.finish();
     if (error.empty() && !isNew)
@@ -115,8 +115,9 @@ std::string FileSave::replaceBy(FileReplacement& replacement)
     if (!error.empty())
         return error;
     result.written = true;
-    if (ops.sync(folder.get()) != 0 && result.warning.empty())
-        result.warning = "it is saved, but may be the old one after a power cut: " + systemReason();
+    warn(lost);
+    if (ops.sync(folder.get()) != 0)
+        warn("it is saved, but may be the old one after a power cut: " + systemReason());
     return {};
 }
 
@@ -127,8 +128,15 @@ std::string FileSave::writeInPlace(const std::string& reason)
     if (!error.empty())
         return error + " (it would have been written in place, since " + reason + ")";
     result.written = true;
-    result.warning = "it was written in place, since " + reason + (warning.empty() ? "" : "; " + warning);
+    warn("it was written in place, since " + reason);
+    warn(warning);
     return {};
+}
+
+void FileSave::warn(const std::string& text)
+{
+    const bool joins = !text.empty() && !result.warning.empty();
+    result.warning += (joins ? "; " : "") + text;
 }
 
 } // namespace Repository

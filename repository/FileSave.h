@@ -29,6 +29,7 @@ private:
     std::string replace();
     std::string replaceBy(FileReplacement& replacement);
     std::string writeInPlace(const std::string& reason);
+    void warn(const std::string& text);
 
     FileOps& ops; // not owned
     const FileLocation& location;
