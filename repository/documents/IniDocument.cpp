@@ -158,6 +158,7 @@ bool IniDocument::gapBelow(const IniPiece& piece) const
 void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
     ++visits;
+    Entry entry;
     std::vector<const IniItem*> unseen;
     for (const IniPiece& piece : pieces) {
         for (const IniItem* item = piece.item; item && item->visit != visits; item = item->parent) {
@@ -166,8 +167,11 @@ void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
         }
         for (; !unseen.empty(); unseen.pop_back()) {
             const IniItem& item = *unseen.back();
-            if (item.parent)
-                visitor({*item.path, item.entry ? readIniValue(item.entry->line) : Value()});
+            if (!item.parent)
+                continue;
+            entry.path = item.path;
+            entry.value = item.entry ? readIniValue(item.entry->line) : Value();
+            visitor(entry);
         }
     }
 }

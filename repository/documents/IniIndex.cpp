@@ -3,8 +3,20 @@
 #include "repository/documents/KeyText.h"
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace Repository::Documents {
+
+namespace {
+
+std::uint32_t hashOf(std::string_view path)
+{
+    const std::size_t hash = std::hash<std::string_view>()(path);
+    return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+} // namespace
 
 bool isHeader(const IniPiece& piece)
 {
@@ -36,25 +48,48 @@ IniIndex::IniIndex()
 
 IniItem* IniIndex::find(std::string_view path)
 {
-    const auto found = items.find(std::string(path));
-    return found == items.end() ? nullptr : &found->second;
+    const std::uint32_t number = numberOf(path, hashOf(path));
+    return number == HashIndex::none ? nullptr : &items[number];
 }
 
 const IniItem* IniIndex::find(std::string_view path) const
 {
-    const auto found = items.find(std::string(path));
-    return found == items.end() ? nullptr : &found->second;
+    const std::uint32_t number = numberOf(path, hashOf(path));
+    return number == HashIndex::none ? nullptr : &items[number];
 }
 
-IniItem& IniIndex::demand(std::string_view path, IniItem* parent)
+std::uint32_t IniIndex::numberOf(std::string_view path, std::uint32_t hash) const
 {
-    const auto [place, isNew] = items.try_emplace(std::string(path));
-    IniItem& item = place->second;
-    if (isNew) {
-        item.path = &place->first;
-        item.parent = parent;
+    return byPath.find(hash, [&](std::uint32_t number) { return items[number].path == path; });
+}
+
+IniItem& IniIndex::demand(std::string path, IniItem* parent)
+{
+    const std::uint32_t hash = hashOf(path);
+    std::uint32_t number = numberOf(path, hash);
+    if (number != HashIndex::none)
+        return items[number];
+    if (unused.empty()) {
+        number = static_cast<std::uint32_t>(items.size());
+        items.emplace_back();
+    } else {
+        number = unused.back();
+        unused.pop_back();
     }
+    byPath.insert(hash, number);
+    IniItem& item = items[number];
+    item.path = std::move(path);
+    item.parent = parent;
+    item.number = number;
     return item;
+}
+
+void IniIndex::drop(IniItem& item)
+{
+    const std::uint32_t number = item.number;
+    byPath.erase(hashOf(item.path), number);
+    item = IniItem();
+    unused.push_back(number);
 }
 
 IniItem& IniIndex::demandSection(std::string_view path)
@@ -62,7 +97,7 @@ IniItem& IniIndex::demandSection(std::string_view path)
     IniItem* section = rootItem;
     for (std::size_t end = 0; end < path.size();) {
         end = std::min(path.find('.', section == rootItem ? 0 : end + 1), path.size());
-        IniItem& deeper = demand(path.substr(0, end), section);
+        IniItem& deeper = demand(std::string(path.substr(0, end)), section);
         if (!deeper.section)
             deeper.section = std::make_unique<IniSection>();
         section->section->deeper.insert(&deeper);
@@ -73,7 +108,7 @@ IniItem& IniIndex::demandSection(std::string_view path)
 
 IniItem& IniIndex::demandEntry(IniItem& section, std::string_view name)
 {
-    return demand(joinPath(*section.path, name), &section);
+    return demand(joinPath(section.path, name), &section);
 }
 
 IniItem& IniIndex::nextSection(std::string_view path)
@@ -94,7 +129,7 @@ void IniIndex::dropEntry(IniItem& item)
 {
     item.entry = nullptr;
     if (!item.section)
-        items.erase(items.find(*item.path));
+        drop(item);
 }
 
 void IniIndex::dropSection(IniItem* item)
@@ -104,7 +139,7 @@ void IniIndex::dropSection(IniItem* item)
         parent->section->deeper.erase(item);
         item->section.reset();
         if (!item->entry)
-            items.erase(items.find(*item->path));
+            drop(*item);
         item = parent;
     }
 }

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "repository/documents/HashIndex.h"
 #include "repository/documents/IniScanner.h"
 
 #include <cstdint>
+#include <deque>
 #include <list>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -39,11 +40,12 @@ struct IniSection
 // A node of the tree. It may be an entry and a section at once.
 struct IniItem
 {
-    const std::string* path = nullptr;
+    std::string path;
     IniItem* parent = nullptr;
     IniPiece* entry = nullptr;
     std::unique_ptr<IniSection> section;
     std::size_t entries = 0;         // how many entries of the section have this name; kept by the first
+    std::uint32_t number = 0;        // in the index
     mutable std::uint32_t visit = 0; // the visit that met it last
 };
 
@@ -69,10 +71,11 @@ public:
     IniIndex();
 
     // Makes room for as many nodes at once.
-    void reserve(std::size_t nodes) { items.reserve(nodes); }
+    void reserve(std::size_t nodes) { byPath.reserve(nodes); }
     IniItem& root() { return *rootItem; }
     const IniItem& root() const { return *rootItem; }
 
+    // Null for an unknown path.
     IniItem* find(std::string_view path);
     const IniItem* find(std::string_view path) const;
 
@@ -93,9 +96,13 @@ public:
     void dropSection(IniItem* item);
 
 private:
-    IniItem& demand(std::string_view path, IniItem* parent);
+    std::uint32_t numberOf(std::string_view path, std::uint32_t hash) const;
+    IniItem& demand(std::string path, IniItem* parent);
+    void drop(IniItem& item);
 
-    std::unordered_map<std::string, IniItem> items;
+    std::deque<IniItem> items;         // which stay where they are
+    std::vector<std::uint32_t> unused; // numbers of items that were dropped
+    HashIndex byPath;
     IniItem* rootItem = nullptr;
 };
 
