@@ -1,5 +1,7 @@
 #include "repository/documents/JsonScalar.h"
 
+#include "host/FrameworkCore/Values/Utf8.h"
+
 #include <charconv>
 #include <cstdint>
 
@@ -31,26 +33,6 @@ int readUnit(std::string_view text, std::size_t at)
     return error == std::errc() && stop == end && text[at + 2] != '-' ? unit : -1;
 }
 
-void appendCharacter(std::string& text, std::uint32_t character)
-{
-    const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        put(0x80 | (character & 0x3F));
-    } else if (character < 0x10000) {
-        put(0xE0 | character >> 12);
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    } else {
-        put(0xF0 | character >> 18);
-        put(0x80 | (character >> 12 & 0x3F));
-        put(0x80 | (character >> 6 & 0x3F));
-        put(0x80 | (character & 0x3F));
-    }
-}
-
 // Appends what the escape at an offset means and gives the offset behind it, two units when they are a pair.
 std::size_t appendEscape(std::string& text, std::string_view literal, std::size_t at)
 {
@@ -64,11 +46,11 @@ std::size_t appendEscape(std::string& text, std::string_view literal, std::size_
     const int second = high ? readUnit(literal, at + 6) : -1;
     if (second >= 0xDC00 && second <= 0xDFFF) {
         const int character = 0x10000 + ((unit - 0xD800) << 10) + (second - 0xDC00);
-        appendCharacter(text, static_cast<std::uint32_t>(character));
+        FrameworkCore::Values::appendUtf8(text, static_cast<std::uint32_t>(character));
         return at + 12;
     }
     const bool half = unit >= 0xD800 && unit <= 0xDFFF;
-    appendCharacter(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
+    FrameworkCore::Values::appendUtf8(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
     return at + 6;
 }
 

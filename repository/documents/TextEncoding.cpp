@@ -7,6 +7,7 @@ namespace Repository::Documents {
 
 namespace {
 
+using FrameworkCore::Values::appendUtf8;
 using Kind = TextEncoding::Kind;
 using namespace std::string_view_literals;
 
@@ -30,27 +31,6 @@ bool isLowHalf(char32_t c)
     return c >= 0xDC00 && c <= 0xDFFF;
 }
 
-void appendUtf8(std::string& text, char32_t c)
-{
-    const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (c < 0x80) {
-        add(c);
-        return;
-    }
-    if (c < 0x800) {
-        add(0xC0 | c >> 6);
-    } else {
-        if (c < 0x10000) {
-            add(0xE0 | c >> 12);
-        } else {
-            add(0xF0 | c >> 18);
-            add(0x80 | (c >> 12 & 0x3F));
-        }
-        add(0x80 | (c >> 6 & 0x3F));
-    }
-    add(0x80 | (c & 0x3F));
-}
-
 struct Character
 {
     char32_t code = 0;
@@ -60,25 +40,14 @@ struct Character
 // The character, or half of one, at the front of the text.
 Character characterAt(std::string_view text)
 {
-    const auto byteAt = [text](std::size_t at) -> char32_t { return static_cast<unsigned char>(text[at]); };
+    const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const std::size_t length = FrameworkCore::Values::utf8Length(text);
-    switch (length) {
-    case 1:
-        return {byteAt(0), 1};
-    case 2:
-        return {(byteAt(0) & 0x1F) << 6 | (byteAt(1) & 0x3F), 2};
-    case 4:
-        return {(byteAt(0) & 0x07) << 18 | (byteAt(1) & 0x3F) << 12 | (byteAt(2) & 0x3F) << 6 |
-                    (byteAt(3) & 0x3F),
-                4};
-    default:
-        break;
-    }
     const bool half = length == 0 && text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 &&
                       byteAt(1) <= 0xBF && byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
-    if (length != 3 && !half)
+    if (length == 0 && !half)
         return {};
-    return {(byteAt(0) & 0x0F) << 12 | (byteAt(1) & 0x3F) << 6 | (byteAt(2) & 0x3F), 3};
+    const std::string_view sequence = text.substr(0, half ? 3 : length);
+    return {FrameworkCore::Values::utf8CodePoint(sequence), sequence.size()};
 }
 
 std::string decodeUtf16(std::string_view bytes, bool bigEnd)

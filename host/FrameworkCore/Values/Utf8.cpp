@@ -78,4 +78,34 @@ bool isUtf8(std::string_view text)
     return true;
 }
 
+void appendUtf8(std::string& text, char32_t codePoint)
+{
+    const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+    if (codePoint < 0x80) {
+        add(codePoint);
+        return;
+    }
+    if (codePoint < 0x800) {
+        add(0xC0 | codePoint >> 6);
+    } else {
+        if (codePoint < 0x10000) {
+            add(0xE0 | codePoint >> 12);
+        } else {
+            add(0xF0 | codePoint >> 18);
+            add(0x80 | (codePoint >> 12 & 0x3F));
+        }
+        add(0x80 | (codePoint >> 6 & 0x3F));
+    }
+    add(0x80 | (codePoint & 0x3F));
+}
+
+char32_t utf8CodePoint(std::string_view sequence)
+{
+    constexpr char32_t leadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    char32_t codePoint = static_cast<unsigned char>(sequence[0]) & leadBits[sequence.size()];
+    for (const char byte : sequence.substr(1))
+        codePoint = codePoint << 6 | (static_cast<unsigned char>(byte) & 0x3F);
+    return codePoint;
+}
+
 } // namespace FrameworkCore::Values

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace FrameworkCore::Values {
@@ -13,5 +14,11 @@ VANTRY_CORE_EXPORT std::size_t utf8Length(std::string_view text);
 
 // True when the whole text is UTF-8.
 VANTRY_CORE_EXPORT bool isUtf8(std::string_view text);
+
+// Appends the sequence of a code point up to U+10FFFF; that of a surrogate has three bytes and is no UTF-8.
+VANTRY_CORE_EXPORT void appendUtf8(std::string& text, char32_t codePoint);
+
+// The code point of one sequence of UTF-8, or of the three bytes of a surrogate.
+VANTRY_CORE_EXPORT char32_t utf8CodePoint(std::string_view sequence);
 
 } // namespace FrameworkCore::Values
