@@ -3,12 +3,13 @@
 #include "repository/documents/IniDocument.h"
 #include "repository/documents/JsonDocument.h"
 #include "repository/documents/TxtDocument.h"
+#include "repository/documents/XmlDocument.h"
 
 namespace Repository::Documents {
 
 const std::vector<std::string>& getDocumentTypes()
 {
-    static const std::vector<std::string> types{"ini", "json", "txt"};
+    static const std::vector<std::string> types{"ini", "json", "xml", "txt"};
     return types;
 }
 
@@ -18,6 +19,8 @@ std::unique_ptr<Document> makeDocument(std::string_view type)
         return std::make_unique<IniDocument>();
     if (type == "json")
         return std::make_unique<JsonDocument>();
+    if (type == "xml")
+        return std::make_unique<XmlDocument>();
     if (type == "txt")
         return std::make_unique<TxtDocument>();
     return nullptr;

@@ -35,7 +35,28 @@ const char* const notOfTheirFormat[] = {
     "variants/ini-utf16le-10__KDE_syntax-highlighting__test.properties",
     "variants/ini-utf16le-21__pioneers-data__theme~5.cfg",
     "variants/txt-nul-08__qttools5-examples__input.txt",
-    "variants/txt-nul-19__smplayer-themes__README~3.txt"};
+    "variants/txt-nul-19__smplayer-themes__README~3.txt",
+    "xml/ElektraInitiative_libelektra__keyset.xml",
+    "xml/GNOME_glib__fail-19.xbel",
+    "xml/GNOME_glib__fail-34.xbel",
+    "xml/GNOME_glib__fail-35.xbel",
+    "xml/GNOME_glib__fail-37.xbel",
+    "xml/KDE_syntax-highlighting__highlight.xsl",
+    "xml/apache2__deflate.conf",
+    "xml/apache2__ldap.conf",
+    "xml/geany-common__ui_toolbar.xml",
+    "xml/google-cloud-cli__intertat.ru.xml",
+    "xml/google-cloud-cli__myblog.pchome.com.tw.xml",
+    "xml/google-cloud-cli__naftemporiki.gr.cmm.xml",
+    "xml/google-cloud-cli__naftemporiki.gr.fin.xml",
+    "xml/krusader__advanced-functions.docbook",
+    "xml/krusader__remote-connections~3.docbook",
+    "xml/vlc-data__vlm.xml",
+    "variants/xml-badutf8-09__KDE_kconfig__test_enums_and_properties.kcfg",
+    "variants/xml-nul-08__docbook-xsl__chunk.xsl",
+    "variants/xml-nul-19__gedit-common__gedit-plugin-guide.page",
+    "variants/xml-trunc-07__kdevelop-data__qtlogo.svg",
+    "variants/xml-trunc-18__GNOME_glib__fail-19.xbel"};
 
 struct Counts
 {
@@ -124,7 +145,10 @@ private slots:
         QTest::newRow("small txt") << QStringLiteral("txt") << QString()
                                    << QByteArray("a.b = 1 # c\nprose\n");
         addFiles(QStringLiteral("txt"), QStringLiteral("ini"), QStringLiteral("*.properties"));
-        for (const QString& type : {QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("txt")}) {
+        QTest::newRow("small xml") << QStringLiteral("xml") << QString()
+                                   << QByteArray("<a>\r\n <b c='1'>d</b> <!-- e --></a>");
+        for (const char* name : {"ini", "json", "xml", "txt"}) {
+            const QString type = QString::fromLatin1(name);
             addFiles(type, type, QStringLiteral("*"));
             addFiles(type, QStringLiteral("variants"), type + QStringLiteral("-*"));
         }

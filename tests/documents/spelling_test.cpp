@@ -49,6 +49,11 @@ private slots:
         row("txt", "\xEF\xBB\xBFk =\nk=", "k[2]", "");
         row("txt", "k.x = a \\\n  b\nc=1\n", "k.x", "a \\\n  b");
         row("txt", "# @type text\nk = \"5\"", "k", "\"5\"");
+        row("xml", "<r> &#x35;&amp; <!-- c --></r>", "r", "&#x35;&amp;");
+        row("xml", "<r>1<!-- c -->2 </r>", "r", "1<!-- c -->2");
+        row("xml", "<r>a <![CDATA[b]]><s/> c<?d e?>f </r>", "r.#text[2]", "c<?d e?>f");
+        row("xml", "<r a='&quot;\n' b=''/>", "r.@a", "&quot;\n");
+        row("xml", "<?vantry type=\"null\"?><r a=''  />", "r", "");
     }
 
     void restoresTheBytes()
@@ -106,6 +111,12 @@ private slots:
         row("txt", "a.b=1", "a.b", "= 5\nc=6");
         row("txt", "a.b=1", "a.b", "x = 5");
         row("txt", "a.b=1", "a", "=5");
+        row("xml", "<r>1</r>", "r", "2</r><r>");
+        row("xml", "<r>1</r>", "r", " 2");
+        row("xml", "<r>1</r>", "r", "<!-- 2 -->");
+        row("xml", "<r>1</r>", "r", "&nope;");
+        row("xml", "<r>1</r>", "r", "</>");
+        row("xml", "<r a='1'/>", "r.@a", "2' b='3");
     }
 
     void refusesWhatIsNoSpelling()

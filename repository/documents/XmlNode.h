@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace Repository::Documents {
+
+using XmlNodeId = std::uint32_t;
+constexpr XmlNodeId noXmlNode = UINT32_MAX;
+
+enum class XmlKind : std::uint8_t { Element, Attribute, Text };
+
+// The pieces of text that a node consists of, in their order in the file; an element's attributes stand
+// behind its label, its other children in the place of its front and value.
+enum class XmlPart : std::uint8_t {
+    Lead,   // what stands between the node before, or the parent's tag, and this node
+    Label,  // of an element "<" and its name; of an attribute all up to and with the opening quote
+    TagEnd, // of an element the rest of its start tag
+    Front,  // of an element without children: what stands before its value
+    Value,  // of an element without children, an attribute or a text
+    Closing // of an element: what stands behind its value or last child, and its end tag; the closing quote
+};
+constexpr std::size_t xmlPartCount = 6;
+
+// An element, an attribute, or a text between elements. The numbers up to `end` are offsets in the original
+// text, each where a part begins; those that a kind has no part for are equal to the next. Texts that an edit
+// has put in place of a part are kept beside the node (XmlTree).
+struct XmlNode
+{
+    std::uint32_t lead = 0;
+    std::uint32_t label = 0;
+    std::uint32_t tagEnd = 0;
+    std::uint32_t front = 0;
+    std::uint32_t value = 0;
+    std::uint32_t closing = 0;
+    std::uint32_t end = 0;
+
+    XmlNodeId parent = noXmlNode;
+    XmlNodeId first = noXmlNode; // child; attributes come before all others
+    XmlNodeId last = noXmlNode;
+    XmlNodeId next = noXmlNode;
+    XmlNodeId previous = noXmlNode;
+    std::uint32_t name = 0;   // XmlNames; the empty name for a text
+    std::uint32_t number = 1; // among siblings of the same kind and name
+    std::uint32_t count = 0;  // of children that are no attributes
+
+    XmlKind kind = XmlKind::Element;
+    bool hasOwnTexts : 1; // some part was edited
+    bool touched : 1;     // something in it or below was edited
+    bool isMarked : 1;    // a mark may tell the type of its value
+    bool isIndexed : 1;   // its children are found through an index
+
+    XmlNode() : hasOwnTexts(false), touched(false), isMarked(false), isIndexed(false) {}
+
+    // An element with children has no value of its own.
+    bool isContainer() const { return count > 0; }
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "repository/documents/HashIndex.h"
+#include "repository/documents/XmlNames.h"
+#include "repository/documents/XmlNode.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Repository::Documents {
+
+// What tells a child from all others of its parent.
+struct XmlKey
+{
+    XmlKind kind = XmlKind::Element;
+    std::uint32_t name = XmlNames::none;
+    std::uint32_t number = 1;
+};
+
+// The concrete syntax tree of an xml text: every byte up to the end of the root element belongs to a part of
+// a node, so that writing the parts in order, and what follows the root, gives the text. The tree knows
+// nothing of paths and layout. Linking and changing parts costs the depth of the node at most, but for the
+// numbers of later siblings of the same name.
+class XmlTree
+{
+public:
+    explicit XmlTree(std::string text) : original(std::move(text)) {}
+
+    const std::string& getOriginal() const { return original; }
+    const XmlNames& getNames() const { return names; }
+    XmlNames& getNames() { return names; }
+
+    // noXmlNode in a text without elements.
+    XmlNodeId getRoot() const { return root; }
+    const XmlNode& node(XmlNodeId id) const { return nodes[id]; }
+    XmlNode& node(XmlNodeId id) { return nodes[id]; }
+
+    // While reading: appends a node as the last child of its parent, or as the root.
+    XmlNodeId read(const XmlNode& node);
+
+    // While reading: numbers the children of an element that is complete.
+    void complete(XmlNodeId element);
+
+    // The child by its kind, name and number; noXmlNode without one.
+    XmlNodeId find(XmlNodeId parent, const XmlKey& key) const;
+
+    // The first child that is no attribute, and the last attribute.
+    XmlNodeId firstInside(XmlNodeId element) const;
+    XmlNodeId lastAttribute(XmlNodeId element) const;
+
+    // An edit: a node with the next number of its name, linked in its parent behind a sibling (noXmlNode: as
+    // the first child).
+    XmlNodeId insert(XmlNodeId parent, XmlNodeId previous, const XmlKey& key);
+
+    // An edit: takes a node and all below it out of the tree; siblings with its name move up.
+    void remove(XmlNodeId id);
+
+    std::string_view text(XmlNodeId id, XmlPart part) const;
+    void setText(XmlNodeId id, XmlPart part, std::string text);
+
+    // What the part was in the file; nothing for a node, or a part of it, that was not there.
+    std::optional<std::string_view> originalText(XmlNodeId id, XmlPart part) const;
+
+    // What follows the root element.
+    std::string_view epilogue() const;
+    void setEpilogue(std::string text) { ownEpilogue = std::move(text); }
+
+    // True when no edit has changed the text.
+    bool isOriginal() const;
+
+private:
+    using OwnTexts = std::array<std::optional<std::string>, xmlPartCount>;
+
+    static constexpr std::uint32_t searchedCount = 12; // up to this many children are found without an index
+
+    void link(XmlNodeId id, XmlNodeId previous);
+    void unlink(XmlNodeId id);
+    void release(XmlNodeId id);
+    void touch(XmlNodeId id);
+    std::string_view span(const XmlNode& node, XmlPart part) const;
+    void buildIndex(XmlNodeId element);
+    void leaveIndex(XmlNodeId id);
+    void moveUp(XmlNodeId parent, XmlKey key);
+
+    std::string original;
+    XmlNames names;
+    std::vector<XmlNode> nodes;
+    std::vector<XmlNodeId> released;
+    std::unordered_map<XmlNodeId, OwnTexts> ownTexts;
+    std::vector<std::uint32_t> counts; // by name, while the children of an element are numbered
+    HashIndex index;                   // of the children of large elements
+    std::optional<std::string> ownEpilogue;
+    XmlNodeId root = noXmlNode;
+};
+
+} // namespace Repository::Documents
