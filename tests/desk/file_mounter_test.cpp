@@ -117,7 +117,7 @@ private slots:
         };
         row("broken.json", "{\n  \"a\": 1,\n  \"b\": [1 2]\n}\n", {QStringLiteral(":3:11:")});
         row("cut.json", "{\"a\": {", {QStringLiteral(":1:8:")});
-        row("later.xml", "<a/>", {QStringLiteral("xml"), QStringLiteral("json")});
+        row("broken.xml", "<a>\n</b>", {QStringLiteral(":2:3:"), QStringLiteral("<a>")});
         row("missing.json", {}, {QStringLiteral("no such file")});
         row("folder.json", {}, {QStringLiteral("folder")});
         row("pipe.json", {}, {QStringLiteral("no regular file")});
