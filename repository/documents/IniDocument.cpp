@@ -33,14 +33,19 @@ bool isBinary(std::string_view text)
 
 Outcome IniDocument::parse(std::string bytes)
 {
+    return reload(std::move(bytes), false);
+}
+
+Outcome IniDocument::reload(std::string bytes, bool isOwn)
+{
     IniDocument fresh;
-    Outcome outcome = fresh.load(std::move(bytes));
+    Outcome outcome = fresh.load(std::move(bytes), isOwn);
     if (outcome.ok())
         *this = std::move(fresh);
     return outcome;
 }
 
-Outcome IniDocument::load(std::string bytes)
+Outcome IniDocument::load(std::string bytes, bool isOwn)
 {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
         return refused("an ini file of more than 4 GB is not read");
@@ -57,7 +62,7 @@ Outcome IniDocument::load(std::string bytes)
         const TextPosition position = positionOf(*fileText, std::size_t(at - fileText->data()));
         return Outcome{std::move(reason), position.line, position.column};
     };
-    if (isBinary(text))
+    if (!isOwn && isBinary(text))
         return failure(text.data() + text.find('\0'),
                        "there are NUL characters: it is a binary file, or UTF-16 without its mark");
     // An entry takes some bytes; a file of blank lines must not make room for as many.

@@ -38,7 +38,9 @@ public:
 private:
     using Pieces = std::list<IniPiece>;
 
-    Outcome load(std::string bytes);
+    // Text of our own making is not asked whether it is text at all.
+    Outcome load(std::string bytes, bool isOwn);
+    Outcome reload(std::string bytes, bool isOwn);
     void learnStyle(const IniLine& entry);
 
     // Gives an entry another text, unless it would change how the lines around it are read.

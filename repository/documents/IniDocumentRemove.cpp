@@ -64,7 +64,7 @@ Outcome IniDocument::remove(std::string_view path)
     firstHeader = nextFirst;
     style.comments = comments;
     // Other sections get new paths, with all that they hold.
-    return moves ? parse(getBytes()) : Outcome();
+    return moves ? reload(getBytes(), true) : Outcome();
 }
 
 IniPiece* IniDocument::firstHeaderWithout(const std::vector<IniItem*>& going) const
