@@ -2,6 +2,7 @@
 
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/GuiThread.h"
+#include "repository/FileFormat.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFileInfo>
@@ -18,21 +19,6 @@ quint64 lastLogNumber()
 {
     const auto lines = LogRecord::instance().getLines();
     return lines.isEmpty() ? 0 : lines.last().number;
-}
-
-// The first character of a text that is no blank and in no comment as json may have them; 0 without one.
-char firstCharacter(QByteArray text)
-{
-    if (text.startsWith("\xef\xbb\xbf"))
-        text.remove(0, 3);
-    for (text = text.trimmed(); text.startsWith("//") || text.startsWith("/*"); text = text.trimmed()) {
-        const bool isLine = text.startsWith("//");
-        const int end = isLine ? text.indexOf('\n') : text.indexOf("*/", 2);
-        if (end < 0)
-            return 0;
-        text.remove(0, isLine ? end : end + 2);
-    }
-    return text.isEmpty() ? '\0' : text.at(0);
 }
 
 // What the repository logged since then about a file that it refused, without the name of the backend, which
@@ -61,7 +47,7 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
         return QStringLiteral("%1: it is a folder").arg(file);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is no regular file").arg(file);
-    const QString type = FileMounter::backendType(file);
+    const QString type = ::Repository::FileFormat::ofFile(file);
     if (type.isEmpty())
         return QStringLiteral("%1: it is no text").arg(file);
     const QStringList types = repository.getBackendTypes();
@@ -149,31 +135,6 @@ QString FileMounter::mountName(const QString& file, Repository& repository)
     for (int number = 2; tree && tree->getNodeInformation(free).exists; ++number)
         free = QStringLiteral("%1-%2").arg(name).arg(number);
     return free;
-}
-
-QString FileMounter::backendType(const QString& file)
-{
-    const QString ending = QFileInfo(file).suffix().toLower();
-    for (const char* type : {"json", "ini", "xml", "txt"}) {
-        if (ending == QLatin1String(type))
-            return ending;
-    }
-    if (ending == QLatin1String("properties"))
-        return QStringLiteral("txt");
-
-    // Many a configuration file has an ending of its own, or none; how it begins tells what it is.
-    QFile content(file);
-    const QByteArray start = content.open(QIODevice::ReadOnly) ? content.read(4096) : QByteArray();
-    if (start.contains('\0'))
-        return {};
-    switch (firstCharacter(start)) {
-    case '{':
-        return QStringLiteral("json");
-    case '<':
-        return QStringLiteral("xml");
-    default:
-        return QStringLiteral("ini");
-    }
 }
 
 } // namespace Vantry

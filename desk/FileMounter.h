@@ -33,10 +33,8 @@ public:
 
     bool isBusy() const;
 
-    // The rules, for one file: where it is mounted, and as what. The name is free in the repository; the type
-    // is empty for what is no text.
+    // Where a file is mounted; the name is free in the repository.
     static QString mountName(const QString& file, Repository& repository);
-    static QString backendType(const QString& file);
 
 signals:
     void mounted(const Vantry::FileMounter::Result& result);

@@ -72,41 +72,6 @@ private slots:
                               QStringLiteral("x-2-2")}));
     }
 
-    void knowsTheKindOfAFile_data()
-    {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("type");
-        const auto row = [](const char* name, const QByteArray& content, const char* type) {
-            QTest::addRow("%s: %s", name, content.left(12).constData())
-                << QString::fromLatin1(name) << content << QString::fromLatin1(type);
-        };
-        // An ending that says it all is believed, so that a broken file is told as what it should be.
-        row("a.json", "[ini]", "json");
-        row("a.INI", "{}", "ini");
-        row("a.xml", "k = 1", "xml");
-        row("a.txt", "{}", "txt");
-        row("a.properties", "k = 1", "txt");
-        row("a.conf", "k = 1", "ini");
-        row("a.conf", " \r\n\t{\"k\": 1}", "json");
-        row("settings", "\xef\xbb\xbf{}", "json");
-        row("settings", "// why\n/* and\nhow */ {}", "json");
-        row("settings", "// a comment that never ends {}", "ini");
-        row("settings", "/* { ", "ini");
-        row("settings", "/*/ { */", "ini");
-        row("settings", "; {\nk = 1", "ini");
-        row(".project", "<?xml version='1.0'?><a/>", "xml");
-        row("settings", "", "ini");
-        row("settings", "   ", "ini");
-    }
-
-    void knowsTheKindOfAFile()
-    {
-        QFETCH(QString, name);
-        QFETCH(QByteArray, content);
-        QTEST(FileMounter::backendType(write(name, content)), "type");
-    }
-
     void tellsWhatCannotBeOpened_data()
     {
         QTest::addColumn<QString>("name");
