@@ -64,10 +64,15 @@ QVector<LogLine> LogRecord::getLines(quint64 afterNumber) const
 
 void LogRecord::append(LogLine line, bool writeToStandardError)
 {
-    if (writeToStandardError)
+    if (writeToStandardError && writesToStandardError)
         writeToStandardErrorStream(line);
     if (record(std::move(line)))
         emit linesAdded();
+}
+
+void LogRecord::setWritesToStandardError(bool writes)
+{
+    writesToStandardError = writes;
 }
 
 bool LogRecord::record(LogLine&& line)

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <mutex>
 #include <vector>
 
@@ -41,6 +42,9 @@ public:
     // not to.
     void append(LogLine line, bool writeToStandardError);
 
+    // A program that shows what is logged in a way of its own turns the writing to stderr off.
+    void setWritesToStandardError(bool writes);
+
 signals:
     // Lines were added since the last time. Emitted on the thread that logs, outside of any lock, and not
     // again until getLines has been called: connect queued, then read what is new.
@@ -53,7 +57,9 @@ private:
     // Numbers and keeps the line; gives whether the readers must be told.
     bool record(LogLine&& line);
 
-    mutable std::mutex mutex;
+    std::atomic<bool> writesToStandardError{true};
+
+    mutable std::mutex mutex; // guards what follows
     std::vector<LogLine> ring; // line n lies at (n - 1) % capacity
     quint64 lastNumber = 0;
     mutable bool isAnnounced = false;
