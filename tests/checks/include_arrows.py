@@ -15,7 +15,7 @@ ROOMS = {
     "widgets": ["app", "widgets", "host"],
     "desk": ["desk", "host", "repository"],
     "fuzz": ["fuzz", "repository/documents", "host/FrameworkCore/Values"],
-    "cli": ["cli", "repository", "host/FrameworkCore"],
+    "cli": ["cli", "repository", "host/FrameworkCore", "host/Shared/Logging"],
 }
 
 # Files that fuzzers compile without Qt.

@@ -59,7 +59,7 @@ private:
 
     std::atomic<bool> writesToStandardError{true};
 
-    mutable std::mutex mutex; // guards what follows
+    mutable std::mutex mutex;  // guards what follows
     std::vector<LogLine> ring; // line n lies at (n - 1) % capacity
     quint64 lastNumber = 0;
     mutable bool isAnnounced = false;

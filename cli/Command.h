@@ -1,0 +1,48 @@
+#pragma once
+
+#include "cli/ExitCode.h"
+
+#include <string_view>
+#include <vector>
+
+namespace CommandLine {
+
+class Session;
+struct Invocation;
+
+// What a word of the command line stands for, which tells how it is completed.
+enum class Word { Backend, Command, File, Format, Path, Pattern, Rule, Shell, Text, Type };
+
+struct Argument
+{
+    std::string_view name; // as help shows it
+    Word word = Word::Text;
+    enum class Count { One, Optional, OneOrMore } count = Count::One;
+};
+
+struct Option
+{
+    std::string_view name;     // with its dashes
+    std::string_view argument; // as help shows it; empty for a switch
+    Word word = Word::Text;
+    std::string_view text; // what it does
+    bool isRepeatable = false;
+};
+
+// One command of the program: what help, man page, completion and the parser of arguments know of it, and
+// what runs it. Texts are UTF-8 with static life.
+struct Command
+{
+    using Form = std::vector<Argument>;
+
+    std::string_view name;
+    std::string_view summary;     // a line without full stop
+    std::string_view description; // paragraphs, each a line
+    std::vector<Form> forms;      // the ways to give its arguments, which differ in their number
+    std::vector<Option> options;  // of its own
+    std::vector<std::string_view> examples;
+    ExitCode (*run)(Session& session, const Invocation& invocation) = nullptr;
+    bool isHidden = false; // for scripts of our own
+};
+
+} // namespace CommandLine

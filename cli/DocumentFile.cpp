@@ -1,0 +1,50 @@
+#include "cli/DocumentFile.h"
+
+#include "repository/FileSaver.h"
+#include "repository/documents/TextPosition.h"
+
+#include <optional>
+
+namespace CommandLine {
+
+DocumentFile DocumentFile::read(const QString& path, const QString& format)
+{
+    DocumentFile file;
+    Repository::ReadFileResult content = Repository::FileSaver().read(path.toStdString());
+    file.error = QString::fromStdString(content.error);
+    const QString start = path + QStringLiteral(": ");
+    if (file.error.startsWith(start))
+        file.error.remove(0, start.size());
+    if (!content.ok())
+        return file;
+    file.bytes = std::move(content.bytes);
+    auto document = Repository::Documents::makeDocument(format.toStdString());
+    if (!document) {
+        file.error = QStringLiteral("this version does not read %1 files").arg(format);
+        return file;
+    }
+    const auto outcome = document->parse(file.bytes);
+    file.error = QString::fromStdString(outcome.error);
+    file.hasPlace = outcome.line > 0;
+    if (file.hasPlace)
+        file.error.prepend(QStringLiteral("%1:%2: ").arg(outcome.line).arg(outcome.column));
+    if (outcome.ok())
+        file.document = std::move(document);
+    return file;
+}
+
+QString DocumentFile::getErrorOf(const QString& given) const
+{
+    return given + (hasPlace ? QStringLiteral(":") : QStringLiteral(": ")) + error;
+}
+
+QString DocumentFile::positionOf(const QString& entryPath) const
+{
+    const auto span = document ? document->locate(entryPath.toStdString()) : std::nullopt;
+    if (!span)
+        return {};
+    const auto position = Repository::Documents::positionOf(bytes, span->offset);
+    return QStringLiteral(":%1:%2").arg(position.line).arg(position.column);
+}
+
+} // namespace CommandLine

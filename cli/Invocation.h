@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/Command.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace CommandLine {
+
+// The arguments of one run, taken apart by the table of commands.
+struct Invocation
+{
+    struct GivenOption
+    {
+        std::string_view name;
+        QString value;
+    };
+
+    const Command* command = nullptr; // null when there is none
+    QStringList arguments;            // of the command, without its name
+    QVector<GivenOption> options;
+    QString error; // what is wrong, for a person; empty when it can be run
+
+    bool has(std::string_view option) const;
+    QString valueOf(std::string_view option) const; // the last one given; empty without
+    QStringList valuesOf(std::string_view option) const;
+
+    // Options may stand before, between and behind the arguments, as "--name value" or "--name=value"; behind
+    // "--" there are none. A word that begins like a negative number is no option.
+    static Invocation parse(const QStringList& words);
+
+private:
+    int takeOption(const QStringList& words, int at);
+    void takeName(const QString& name);
+    void checkArguments();
+};
+
+} // namespace CommandLine

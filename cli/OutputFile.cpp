@@ -1,0 +1,57 @@
+#include "cli/OutputFile.h"
+
+#include "cli/Messages.h"
+#include "cli/Output.h"
+#include "repository/FileFormat.h"
+#include "repository/FileSaver.h"
+#include "repository/UnifiedDiff.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace CommandLine {
+
+OutputFile OutputFile::prepare(const Invocation& invocation, const QString& given,
+                               std::string_view formatOption)
+{
+    OutputFile file;
+    file.given = given;
+    file.format = invocation.valueOf(formatOption);
+    if (file.format.isEmpty())
+        file.format = Repository::FileFormat::ofName(given);
+    file.path = QDir::current().absoluteFilePath(given).toStdString();
+    file.replaces = QFileInfo::exists(given);
+    if (given.isEmpty())
+        file.failure = Session::fail(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+    else if (file.format.isEmpty())
+        file.failure = Session::fail(ExitCode::Usage,
+                                     QStringLiteral("%1: its name does not tell its format; give it with %2")
+                                         .arg(given, QString::fromStdString(std::string(formatOption))));
+    else if (file.replaces && !invocation.has("--force"))
+        file.failure = Session::fail(ExitCode::Refused,
+                                     QStringLiteral("%1: it exists already; --force replaces it").arg(given));
+    return file;
+}
+
+ExitCode OutputFile::write(const std::string& text, bool isDryRun)
+{
+    const Repository::FileSaver saver;
+    Repository::ReadFileResult present;
+    if (replaces) {
+        present = saver.read(path);
+        if (!present.ok())
+            return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(present.error, path, given));
+    }
+    if (isDryRun) {
+        Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
+        return ExitCode::Done;
+    }
+    const Repository::SaveFileResult saved = saver.save(path, text, present.stamp);
+    if (!saved.ok())
+        return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(saved.error, path, given));
+    if (!saved.warning.empty())
+        Messages::tell(Messages::withNameAsGiven(saved.warning, path, given));
+    return ExitCode::Done;
+}
+
+} // namespace CommandLine

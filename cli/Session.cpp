@@ -1,0 +1,268 @@
+#include "cli/Session.h"
+
+#include "cli/Messages.h"
+#include "cli/Output.h"
+#include "cli/Suggestion.h"
+#include "repository/AttributeRepository.h"
+#include "repository/FileFormat.h"
+#include "repository/PathRules.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace CommandLine {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
+namespace {
+
+struct AccessSuffix
+{
+    const char* suffix;
+    AccessMode access;
+};
+
+constexpr AccessSuffix accessSuffixes[] = {
+    {":ro", AccessMode::ReadOnly}, {":wo", AccessMode::WriteOnly}, {":rw", AccessMode::ReadWrite}};
+
+// Two names of one file compare equal.
+QString identityOf(const QString& absolutePath)
+{
+    const QString canonical = QFileInfo(absolutePath).canonicalFilePath();
+    return canonical.isEmpty() ? absolutePath : canonical;
+}
+
+ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
+{
+    switch (status) {
+    case FrameworkCore::AppConfig::Success:
+        return ExitCode::Done;
+    case FrameworkCore::AppConfig::NotFound:
+        return ExitCode::Negative;
+    case FrameworkCore::AppConfig::InvalidPath:
+        return ExitCode::Usage;
+    default:
+        return ExitCode::Refused;
+    }
+}
+
+// A diff has the file's name in the two lines at its head.
+QString withNameAsGiven(const QString& diff, const Source& source)
+{
+    const int body = std::max(diff.indexOf(QLatin1String("\n@@")), 0);
+    return diff.left(body).replace(source.absolutePath, source.given) + diff.mid(body);
+}
+
+} // namespace
+
+Session::Session(const Invocation& given)
+    : invocation(given), dryRun(given.has("--dry-run")), repository(Repository::AttributeRepository::create())
+{
+    QString error = declareBackends();
+    for (const std::string_view option : {"--format", "--to-format", "--from-format"}) {
+        const QString format = invocation.valueOf(option);
+        const QStringList known = repository->getBackendTypes();
+        if (!format.isEmpty() && !known.contains(format))
+            error = QStringLiteral("there is no format '%1'; known are %2")
+                        .arg(format, known.join(QStringLiteral(", ")));
+    }
+    if (!error.isEmpty())
+        failure = fail(ExitCode::Usage, error);
+}
+
+Session::~Session() = default;
+
+// Empty when all is well.
+QString Session::declareBackends()
+{
+    const QStringList declarations = invocation.valuesOf("--backend");
+    for (const QString& declaration : declarations) {
+        const int equals = declaration.indexOf(QLatin1Char('='));
+        Declared backend{declaration.left(equals), declaration.mid(equals + 1), AccessMode::ReadWrite};
+        for (const auto& [suffix, access] : accessSuffixes) {
+            if (backend.file.endsWith(QLatin1String(suffix))) {
+                backend.access = access;
+                backend.file.chop(3);
+                break;
+            }
+        }
+        if (equals <= 0 || backend.file.isEmpty())
+            return QStringLiteral("--backend needs NAME=FILE, not '%1'").arg(declaration);
+        if (!Repository::isValidPath(backend.name) || backend.name.contains(QLatin1Char(';')) ||
+            Repository::isAtOrBelow(backend.name, Repository::ownRoot))
+            return QStringLiteral("a backend cannot have the name '%1'").arg(backend.name);
+        if (declaredBackend(backend.name))
+            return QStringLiteral("the backend '%1' is declared twice").arg(backend.name);
+        declared.append(backend);
+    }
+    return {};
+}
+
+ExitCode Session::fail(ExitCode code, const QString& message)
+{
+    Messages::tell(message);
+    return code;
+}
+
+const Source* Session::refuse(ExitCode code, const QString& message)
+{
+    failure = fail(code, message);
+    return nullptr;
+}
+
+const Session::Declared* Session::declaredBackend(const QString& name) const
+{
+    const auto found = std::find_if(declared.begin(), declared.end(),
+                                    [&](const Declared& backend) { return backend.name == name; });
+    return found == declared.end() ? nullptr : &*found;
+}
+
+QString Session::freeRoot() const
+{
+    QString root;
+    for (std::size_t number = sources.size() + 1; root.isEmpty() || declaredBackend(root); ++number)
+        root = QStringLiteral("file%1").arg(number);
+    return root;
+}
+
+QString Session::formatOf(const QString& file, bool exists, std::string_view option) const
+{
+    const QString wanted = invocation.valueOf(option);
+    if (!wanted.isEmpty())
+        return wanted;
+    return exists ? Repository::FileFormat::ofFile(file) : Repository::FileFormat::ofName(file);
+}
+
+const Source* Session::open(const QString& argument, Opening opening, std::string_view formatOption)
+{
+    const Declared* backend = declaredBackend(argument);
+    Source source;
+    source.given = backend ? backend->file : argument;
+    if (source.given.isEmpty())
+        return refuse(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+    source.absolutePath = QDir::current().absoluteFilePath(source.given);
+    const QString identity = identityOf(source.absolutePath);
+    for (const Source& open : sources) {
+        if (identityOf(open.absolutePath) == identity)
+            return &open;
+    }
+
+    std::error_code error;
+    const auto status = std::filesystem::status(source.absolutePath.toStdString(), error);
+    const bool exists = std::filesystem::exists(status);
+    QString trouble;
+    if (status.type() == std::filesystem::file_type::none)
+        trouble = QString::fromStdString(error.message());
+    else if (!exists && opening != Opening::Create)
+        trouble = QStringLiteral("there is no such file");
+    else if (exists && !std::filesystem::is_regular_file(status))
+        trouble = QStringLiteral("it is no regular file");
+    if (!trouble.isEmpty())
+        return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
+    source.isNew = !exists;
+    source.format = formatOf(source.absolutePath, exists, formatOption);
+    if (source.format.isEmpty() && exists)
+        return refuse(ExitCode::BadFile, QStringLiteral("%1: it is no text").arg(source.given));
+    if (source.format.isEmpty())
+        return refuse(ExitCode::Usage,
+                      QStringLiteral("%1: its name does not tell its format; give it with %2")
+                          .arg(source.given, QString::fromStdString(std::string(formatOption))));
+    source.root = backend ? backend->name : freeRoot();
+    const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;
+    return mount(std::move(source), backend ? backend->access : access);
+}
+
+const Source* Session::mount(Source source, AccessMode access)
+{
+    sources.push_back(std::move(source));
+    const Source& mounted = sources.back();
+    constexpr int createOnly = 2;
+    if (repository->getBackendInterface()->createBackend(mounted.format, mounted.root,
+                                                         {mounted.absolutePath, {}, access}, createOnly))
+        return &mounted;
+    tellRefusals();
+    failure = ExitCode::BadFile;
+    return nullptr;
+}
+
+Session::NodeInformation Session::find(const Source& source, const QString& path, const QString& hint)
+{
+    const auto tree = repository->getTreeInterface();
+    const QString fullPath = source.fullPath(path);
+    const NodeInformation found = tree->getNodeInformation(fullPath);
+    if (found.exists)
+        return found;
+    // The nearest name is looked for where the path leaves the tree.
+    QString parent = source.root;
+    const QStringList names = source.relativePath(fullPath).split(QLatin1Char('.'));
+    QString wrong;
+    for (const QString& name : names) {
+        const QString next = parent + QLatin1Char('.') + name;
+        wrong = name;
+        if (!tree->getNodeInformation(next).exists)
+            break;
+        parent = next;
+    }
+    const QString prefix = parent == source.root ? QString() : source.relativePath(parent) + QLatin1Char('.');
+    const QString suggestion = Suggestion::forTypo(wrong, tree->getChildNames(parent), prefix);
+    Messages::tell(
+        QStringLiteral("%1: there is no '%2'%3")
+            .arg(source.given, source.relativePath(fullPath), suggestion.isEmpty() ? hint : suggestion));
+    return found;
+}
+
+ExitCode Session::finish(StatusCode status)
+{
+    tellRefusals();
+    return exitCodeOf(status);
+}
+
+ExitCode Session::save(const Source& source)
+{
+    const auto changes = repository->getChangesInterface();
+    if (dryRun) {
+        Output::bytes(withNameAsGiven(changes->getUnsavedDiff(source.root), source).toStdString());
+        return ExitCode::Done;
+    }
+    const bool isSaved = repository->getBackendInterface()->saveBackend(source.root);
+    tellRefusals(); // also what could not be assured of a file that is saved
+    if (isSaved)
+        return ExitCode::Done;
+    const auto unsaved = changes->getUnsavedChanges(source.root);
+    const bool isConflict = std::any_of(unsaved.begin(), unsaved.end(),
+                                        [](const UnsavedChange& change) { return change.isConflict; });
+    return isConflict ? ExitCode::Refused : ExitCode::BadFile;
+}
+
+void Session::tellRefusals()
+{
+    const QStringList refusals = Messages::takeRefusals();
+    for (const QString& refusal : refusals)
+        Messages::tell(inOwnWords(refusal));
+}
+
+// The repository names the backend and the whole path of a file; people here know the file as they gave it.
+QString Session::inOwnWords(QString refusal) const
+{
+    for (const Source& source : sources) {
+        for (const char* outcome : {"created", "saved"}) {
+            const QString start =
+                QStringLiteral("The backend '%1' was not %2: ").arg(source.root, QLatin1String(outcome));
+            if (refusal.startsWith(start))
+                refusal.remove(0, start.size());
+        }
+        const bool isOfSource =
+            refusal.contains(source.absolutePath) || refusal.contains(QStringLiteral("'%1").arg(source.root));
+        refusal.replace(source.absolutePath, source.given);
+        refusal.replace(QStringLiteral("'%1.").arg(source.root), QStringLiteral("'"));
+        if (isOfSource && !refusal.startsWith(source.given))
+            refusal.prepend(source.given + QStringLiteral(": "));
+    }
+    return refusal;
+}
+
+} // namespace CommandLine

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "cli/ExitCode.h"
+#include "cli/Invocation.h"
+#include "cli/Source.h"
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
+#include <QString>
+
+#include <deque>
+#include <memory>
+
+namespace CommandLine {
+
+// One run of the program: the repository, the files that are mounted in it, and what is told of them. Every
+// failure is told once, on stderr, by the one who gives its exit code.
+class Session
+{
+public:
+    using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+    using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+
+    // Read and Edit want a file that is there; Create takes one that is yet to come, too.
+    enum class Opening { Read, Edit, Create };
+
+    // What is wrong with the options is told, and getFailure gives it.
+    explicit Session(const Invocation& invocation);
+    ~Session();
+
+    RepositoryInterface& getRepository() const { return *repository; }
+
+    // Mounts the file that the argument names, itself or as a declared backend; the same file is mounted
+    // once. Null on failure, whose exit code getFailure gives. Files that are written are to be opened first.
+    const Source* open(const QString& argument, Opening opening, std::string_view formatOption = "--format");
+    ExitCode getFailure() const { return failure; }
+
+    // What is there. When it is nothing, that is told with the nearest name, or else the hint.
+    NodeInformation find(const Source& source, const QString& path, const QString& hint = {});
+
+    // Ends an operation of the repository: tells what it logged. NotFound and the like have an exit code
+    // each.
+    ExitCode finish(StatusCode status);
+
+    // Writes the edits of the file, or with --dry-run prints the diff.
+    ExitCode save(const Source& source);
+
+    bool isDryRun() const { return dryRun; }
+
+    // Tells what the repository has logged, in this program's words.
+    void tellRefusals();
+
+    // Tells it and gives the code.
+    static ExitCode fail(ExitCode code, const QString& message);
+
+private:
+    struct Declared
+    {
+        QString name;
+        QString file;
+        FrameworkCore::AppConfig::AccessMode access;
+    };
+
+    const Source* refuse(ExitCode code, const QString& message);
+    const Declared* declaredBackend(const QString& name) const;
+    QString declareBackends();
+    QString freeRoot() const;
+    QString formatOf(const QString& file, bool exists, std::string_view option) const;
+    const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);
+    QString inOwnWords(QString refusal) const;
+
+    const Invocation& invocation; // not owned
+    const bool dryRun;
+    std::shared_ptr<RepositoryInterface> repository;
+    QVector<Declared> declared;
+    std::deque<Source> sources; // whose addresses stay
+    ExitCode failure = ExitCode::Done;
+};
+
+} // namespace CommandLine

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace CommandLine {
+
+// A file that a command works on, mounted in the session's repository. People give and are shown paths that
+// are relative to its root.
+struct Source
+{
+    QString given; // as the command line names its file
+    QString absolutePath;
+    QString format;     // a backend type
+    QString root;       // the path of its root in the repository, and the backend's name
+    bool isNew = false; // there was no such file when it was opened
+
+    // The path in the repository; "" and "." are the root, and a "." at the end does not count.
+    QString fullPath(const QString& path) const;
+
+    QString relativePath(const QString& fullPath) const;
+};
+
+} // namespace CommandLine

@@ -1,0 +1,94 @@
+#include "cli/TypedText.h"
+
+#include "cli/Messages.h"
+#include "cli/Suggestion.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/documents/JsonScalar.h"
+#include "repository/documents/TypeMark.h"
+
+#include <cmath>
+
+namespace CommandLine {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+QString fromUtf8(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), int(text.size()));
+}
+
+std::string jsonOf(const Value& value)
+{
+    switch (value.type) {
+    case Type::Group:
+    case Type::Null:
+        return "null";
+    case Type::Bool:
+    case Type::Integer:
+    case Type::Unsigned:
+        return FrameworkCore::Values::toText(value);
+    case Type::Double:
+        if (std::isfinite(std::get<double>(value.data)))
+            return FrameworkCore::Values::toText(value);
+        break;
+    case Type::StringList: {
+        std::string list;
+        for (const std::string& element : std::get<std::vector<std::string>>(value.data))
+            list += (list.empty() ? "" : ", ") + Repository::Documents::encodeString(element);
+        return '[' + list + ']';
+    }
+    default:
+        break;
+    }
+    return Repository::Documents::encodeString(FrameworkCore::Values::toText(value));
+}
+
+} // namespace
+
+QStringList TypedText::typeNames()
+{
+    QStringList names;
+    for (int type = int(Type::Null); type <= int(Type::DateTime); ++type)
+        names.append(fromUtf8(Repository::Documents::typeName(Type(type))));
+    return names;
+}
+
+std::optional<Type> TypedText::typeNamed(const QString& name)
+{
+    const auto type = Repository::Documents::typeNamed(name.toStdString());
+    if (!type)
+        Messages::tell(
+            QStringLiteral("there is no type '%1'%2; known are %3")
+                .arg(name, Suggestion::forTypo(name, typeNames()), typeNames().join(QStringLiteral(", "))));
+    return type;
+}
+
+QString TypedText::nameOf(const QVariant& value)
+{
+    return fromUtf8(Repository::Documents::typeName(FrameworkCore::Values::toValue(value).type));
+}
+
+std::optional<QVariant> TypedText::read(const QString& text, Type type, QString& reason)
+{
+    const auto result = FrameworkCore::Values::readText(text.toStdString(), type);
+    if (result.ok())
+        return FrameworkCore::Values::toVariant(result.value);
+    reason = QString::fromStdString(result.error);
+    return {};
+}
+
+QVariant TypedText::readPlain(const QString& text)
+{
+    return FrameworkCore::Values::toVariant(FrameworkCore::Values::plainValue(text.toStdString()));
+}
+
+QString TypedText::toJson(const QVariant& value)
+{
+    return QString::fromStdString(jsonOf(FrameworkCore::Values::toValue(value)));
+}
+
+} // namespace CommandLine

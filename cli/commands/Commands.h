@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cli/Command.h"
+
+namespace CommandLine::Commands {
+
+// One function for each command; the table lists them.
+Command completion();
+Command complete(); // what the scripts of completion call
+Command convert();
+Command copy();
+Command create();
+Command diff();
+Command exportTree();
+Command find();
+Command get();
+Command help();
+Command importTree();
+Command list();
+Command move();
+Command remove();
+Command roundtrip();
+Command set();
+Command tree();
+Command validate();
+
+// Options that several of them take.
+constexpr Option dryRunOption{
+    "--dry-run", {}, Word::Text, "print what would change in the file as a diff, and write nothing"};
+constexpr Option toFormatOption{"--to-format", "FORMAT", Word::Format,
+                                "the format of the second FILE, when its name does not tell it"};
+constexpr Option forceOption{"--force", {}, Word::Text, "replace a file that is there already"};
+
+} // namespace CommandLine::Commands

@@ -1,0 +1,195 @@
+#include "cli/CommandTable.h"
+#include "cli/Output.h"
+#include "cli/Session.h"
+#include "cli/TypedText.h"
+#include "cli/Usage.h"
+#include "cli/commands/Commands.h"
+#include "repository/Rule.h"
+
+#include <memory>
+
+namespace CommandLine::Commands {
+
+namespace {
+
+// What the words of an unfinished command line ask for next.
+class Completion
+{
+public:
+    explicit Completion(const QStringList& words) : current(words.last())
+    {
+        for (const QString& word : words.mid(0, words.size() - 1))
+            take(word);
+        if (awaiting)
+            add(awaiting->word);
+        else if (!optionsEnded && current.startsWith(QLatin1Char('-')))
+            addOptions();
+        else if (!line.command)
+            add(Word::Command);
+        else
+            addArguments();
+    }
+
+    void print() const
+    {
+        Output::line(wantsFiles ? QStringLiteral("files") : QStringLiteral("words"));
+        for (const QString& candidate : candidates) {
+            if (candidate.startsWith(current))
+                Output::line(candidate);
+        }
+    }
+
+private:
+    void take(const QString& word)
+    {
+        if (awaiting) {
+            line.options.append({awaiting->name, word});
+            awaiting = nullptr;
+        } else if (!optionsEnded && word == QLatin1String("--")) {
+            optionsEnded = true;
+        } else if (!optionsEnded && word.startsWith(QLatin1String("--"))) {
+            const Option* option = CommandTable::findOption(line.command, word.toStdString());
+            awaiting = option && !option->argument.empty() ? option : nullptr;
+        } else if (!line.command) {
+            line.command = CommandTable::find(word.toStdString());
+        } else {
+            line.arguments.append(word);
+        }
+    }
+
+    void addOptions()
+    {
+        std::vector<Option> options = CommandTable::commonOptions();
+        if (line.command)
+            options.insert(options.begin(), line.command->options.begin(), line.command->options.end());
+        for (const Option& option : options) {
+            if (option.isRepeatable || !line.has(option.name))
+                candidates.append(toText(option.name));
+        }
+    }
+
+    void addArguments()
+    {
+        const auto at = std::size_t(line.arguments.size());
+        for (const Command::Form& form : line.command->forms) {
+            if (at < form.size())
+                add(form[at].word);
+            else if (!form.empty() && form.back().count == Argument::Count::OneOrMore)
+                add(form.back().word);
+        }
+        candidates.removeDuplicates();
+    }
+
+    void add(Word word)
+    {
+        switch (word) {
+        case Word::Command:
+            candidates += CommandTable::names();
+            break;
+        case Word::File:
+            addBackends();
+            wantsFiles = true;
+            break;
+        case Word::Format:
+            candidates += QStringList{QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("xml"),
+                                      QStringLiteral("txt")};
+            break;
+        case Word::Path:
+        case Word::Pattern:
+            addPaths();
+            break;
+        case Word::Rule:
+            addRules();
+            break;
+        case Word::Shell:
+            candidates += QStringList{QStringLiteral("bash"), QStringLiteral("zsh"), QStringLiteral("fish")};
+            break;
+        case Word::Type:
+            candidates += TypedText::typeNames();
+            break;
+        case Word::Backend:
+        case Word::Text:
+            break;
+        }
+    }
+
+    void addBackends()
+    {
+        const QStringList declarations = line.valuesOf("--backend");
+        for (const QString& declaration : declarations)
+            candidates.append(declaration.section(QLatin1Char('='), 0, 0));
+    }
+
+    // The file that was named last.
+    QString lastFile() const
+    {
+        QString file;
+        for (const Command::Form& form : line.command->forms) {
+            for (std::size_t at = 0; at < form.size() && int(at) < line.arguments.size(); ++at)
+                file = form[at].word == Word::File ? line.arguments.at(int(at)) : file;
+        }
+        return file;
+    }
+
+    // Level by level, as files are: a group stands with a "." at its end.
+    void addPaths()
+    {
+        Session session(line);
+        const Source* source = line.command ? session.open(lastFile(), Session::Opening::Read) : nullptr;
+        if (!source)
+            return;
+        const auto tree = session.getRepository().getTreeInterface();
+        const QString parent = current.left(current.lastIndexOf(QLatin1Char('.')) + 1);
+        const QString fullParent = source->fullPath(parent);
+        const auto children = tree->getChildren(fullParent);
+        for (const auto& child : children) {
+            if (child.childCount > 0)
+                candidates.append(parent + child.name + QLatin1Char('.'));
+            if (child.childCount == 0 || session.getRepository().getReaderInterface()->getAttribute(
+                                             fullParent + QLatin1Char('.') + child.name))
+                candidates.append(parent + child.name);
+        }
+    }
+
+    void addRules()
+    {
+        const int equals = current.indexOf(QLatin1Char('='));
+        if (equals < 0)
+            return addPaths();
+        const QStringList names = Repository::ruleNames();
+        for (const QString& name : names)
+            candidates.append(current.left(equals + 1) + name.section(QLatin1Char('('), 0, 0));
+    }
+
+    const QString current;
+    Invocation line;
+    const Option* awaiting = nullptr; // its value comes next
+    bool optionsEnded = false;
+    bool wantsFiles = false;
+    QStringList candidates;
+};
+
+ExitCode run(Session&, const Invocation& invocation)
+{
+    Completion(invocation.arguments).print();
+    return ExitCode::Done;
+}
+
+} // namespace
+
+Command complete()
+{
+    Command command{
+        "complete",
+        "print what may come next",
+        "The last WORD is the unfinished one. The first line is \"files\" when names of files may come, "
+        "too, otherwise \"words\".",
+        {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
+        {},
+        {},
+        run};
+    command.isHidden = true;
+    return command;
+}
+
+} // namespace CommandLine::Commands

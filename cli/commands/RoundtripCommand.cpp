@@ -1,0 +1,154 @@
+#include "cli/DocumentFile.h"
+#include "cli/Messages.h"
+#include "cli/Output.h"
+#include "cli/Session.h"
+#include "cli/commands/Commands.h"
+#include "repository/FileFormat.h"
+#include "repository/FileSaver.h"
+#include "repository/documents/TextPosition.h"
+
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <optional>
+
+namespace CommandLine::Commands {
+
+namespace {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+using Repository::Documents::Document;
+using Repository::Documents::Entry;
+
+enum class Outcome { Same, Differs, Refused };
+
+// Another value of the same type, so that the entry is spelled anew; nothing for types that are rare in
+// files.
+std::optional<Value> otherValue(Value value)
+{
+    switch (value.type) {
+    case Type::Bool:
+        value.data = !std::get<bool>(value.data);
+        return value;
+    case Type::Integer:
+        value.data = std::get<std::int64_t>(value.data) ^ 1;
+        return value;
+    case Type::String:
+        value.data = std::get<std::string>(value.data) + "x";
+        return value;
+    default:
+        return {};
+    }
+}
+
+// Edits the first, the middle and the last value, and takes the edits back.
+void editAndUndo(Document& document)
+{
+    std::vector<Entry> entries;
+    document.visit([&entries](const Entry& entry) {
+        if (otherValue(entry.value))
+            entries.push_back(entry);
+    });
+    if (entries.empty())
+        return;
+    for (const std::size_t at : {std::size_t(0), entries.size() / 2, entries.size() - 1}) {
+        const Entry& entry = entries[at];
+        const auto spelling = document.spell(entry.path);
+        if (spelling && document.set(entry.path, *otherValue(entry.value)).ok())
+            document.respell(entry.path, *spelling);
+    }
+}
+
+class Roundtrip
+{
+public:
+    explicit Roundtrip(QString wantedFormat) : format(std::move(wantedFormat)) {}
+
+    // What comes back from the disk; nothing, and told, when the disk fails.
+    std::optional<std::string> throughScratch(const std::string& bytes)
+    {
+        const std::string path = folder.filePath(QStringLiteral("copy%1").arg(++count)).toStdString();
+        const Repository::FileSaver saver;
+        const auto saved = saver.save(path, bytes, {});
+        auto read = saver.read(path);
+        QFile::remove(QString::fromStdString(path));
+        if (saved.ok() && read.ok())
+            return std::move(read.bytes);
+        Messages::tell(QStringLiteral("the scratch copy failed: %1")
+                           .arg(QString::fromStdString(saved.ok() ? read.error : saved.error)));
+        return {};
+    }
+
+    Outcome check(const QString& given)
+    {
+        const QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
+        if (type.isEmpty())
+            return refuse(given, QStringLiteral("it is no text"));
+        const DocumentFile file = DocumentFile::read(given, type);
+        if (!file.ok())
+            return refuse(given, file.getError());
+        editAndUndo(file.getDocument());
+        const auto copy = throughScratch(file.getDocument().getBytes());
+        if (!copy)
+            return Outcome::Refused;
+        const std::string& original = file.getBytes();
+        if (*copy == original) {
+            Output::line(given + QStringLiteral(": same"));
+            return Outcome::Same;
+        }
+        const auto difference =
+            std::mismatch(original.begin(), original.end(), copy->begin(), copy->end()).first;
+        const auto position =
+            Repository::Documents::positionOf(original, std::size_t(difference - original.begin()));
+        Output::line(
+            QStringLiteral("%1: differs at %2:%3").arg(given).arg(position.line).arg(position.column));
+        return Outcome::Differs;
+    }
+
+private:
+    static Outcome refuse(const QString& given, const QString& reason)
+    {
+        Output::line(QStringLiteral("%1: refused: %2").arg(given, reason));
+        return Outcome::Refused;
+    }
+
+    const QString format; // empty: each file's own
+    QTemporaryDir folder;
+    int count = 0;
+};
+
+ExitCode run(Session&, const Invocation& invocation)
+{
+    Roundtrip roundtrip(invocation.valueOf("--format"));
+    bool differs = false;
+    bool isRefused = false;
+    for (const QString& file : invocation.arguments) {
+        const Outcome outcome = roundtrip.check(file);
+        differs = differs || outcome == Outcome::Differs;
+        isRefused = isRefused || outcome == Outcome::Refused;
+    }
+    if (differs)
+        return ExitCode::Negative;
+    return isRefused ? ExitCode::BadFile : ExitCode::Done;
+}
+
+} // namespace
+
+Command roundtrip()
+{
+    return {
+        "roundtrip",
+        "test that files survive loading and saving byte for byte",
+        "Loads each file, edits some of its values and takes that back, saves a scratch copy and compares "
+        "the "
+        "bytes. Prints a line a file: \"FILE: same\", \"FILE: differs at LINE:COLUMN\" or \"FILE: refused: "
+        "REASON\", where the reason begins with LINE:COLUMN when it has a place in the file. The files "
+        "themselves are only read. The exit code is 1 when one differs, otherwise 4 when one is refused.",
+        {{{"FILE", Word::File, Argument::Count::OneOrMore}}},
+        {},
+        {"vantry roundtrip /etc/*.conf"},
+        run};
+}
+
+} // namespace CommandLine::Commands

@@ -1,0 +1,144 @@
+#include "cli/DocumentFile.h"
+#include "cli/Messages.h"
+#include "cli/Session.h"
+#include "cli/commands/Commands.h"
+#include "repository/Rule.h"
+
+#include <optional>
+
+namespace CommandLine::Commands {
+
+namespace {
+
+struct PathRule
+{
+    QString pattern;
+    Repository::Rules rules; // one
+};
+
+// Where the name of the rule begins: a path may hold "=" itself.
+int nameStart(const QString& text)
+{
+    for (int equals = text.indexOf(QLatin1Char('=')); equals >= 0;
+         equals = text.indexOf(QLatin1Char('='), equals + 1)) {
+        const QString name = text.mid(equals + 1).section(QLatin1Char('('), 0, 0);
+        const QStringList known = Repository::ruleNames();
+        for (const QString& rule : known) {
+            if (rule.section(QLatin1Char('('), 0, 0) == name)
+                return equals + 1;
+        }
+    }
+    return text.indexOf(QLatin1Char('=')) + 1;
+}
+
+// Nothing, and told, when one of them is none.
+std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
+{
+    std::vector<PathRule> rules;
+    for (const QString& text : texts) {
+        const int start = nameStart(text);
+        if (start < 2) {
+            Messages::tell(QStringLiteral("--rule needs PATH=NAME, not '%1'").arg(text));
+            return {};
+        }
+        QString error;
+        const auto rule = Repository::makeRule(text.mid(start), error);
+        if (!rule) {
+            Messages::tell(error);
+            return {};
+        }
+        rules.push_back({text.left(start - 1), {rule}});
+    }
+    return rules;
+}
+
+class Validation
+{
+public:
+    Validation(Session& validatedSession, const Source& validated)
+        : session(validatedSession), source(validated)
+    {
+    }
+
+    // False when there is no attribute that the rule is for.
+    bool check(const PathRule& rule)
+    {
+        FrameworkCore::AppConfig::Interfaces::PathSearch search;
+        search.pattern = source.fullPath(rule.pattern);
+        auto& repository = session.getRepository();
+        const QStringList paths = repository.getTreeInterface()->findPaths(search);
+        bool isUsed = false;
+        for (const QString& path : paths) {
+            const auto attribute = repository.getReaderInterface()->getAttribute(path);
+            if (!attribute || !isReadable(attribute->getAccessMode()))
+                continue;
+            isUsed = true;
+            const QVariant value = attribute->getValue();
+            if (const Repository::Rule* broken = Repository::findBrokenRule(rule.rules, value))
+                tell(source.relativePath(path), broken->explain(value));
+        }
+        return isUsed;
+    }
+
+    bool foundFaults() const { return hasFaults; }
+
+private:
+    void tell(const QString& path, const QString& reason)
+    {
+        if (!hasFaults) {
+            document = DocumentFile::read(source.absolutePath, source.format);
+            hasFaults = true;
+        }
+        Messages::tell(
+            QStringLiteral("%1%2: '%3': %4").arg(source.given, document.positionOf(path), path, reason));
+    }
+
+    Session& session;      // not owned
+    const Source& source;  // not owned
+    DocumentFile document; // read when there is something to tell of it
+    bool hasFaults = false;
+};
+
+ExitCode run(Session& session, const Invocation& invocation)
+{
+    const auto rules = readRules(invocation.valuesOf("--rule"));
+    if (!rules)
+        return ExitCode::Usage;
+    if (rules->empty())
+        return Session::fail(ExitCode::Usage, QStringLiteral("validate needs a --rule PATH=NAME"));
+    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
+    if (!source)
+        return session.getFailure();
+    Validation validation(session, *source);
+    bool isComplete = true;
+    for (const PathRule& rule : *rules) {
+        if (validation.check(rule))
+            continue;
+        isComplete = false;
+        Messages::tell(QStringLiteral("%1: there is no attribute '%2'").arg(source->given, rule.pattern));
+    }
+    if (validation.foundFaults())
+        return ExitCode::Refused;
+    return isComplete ? ExitCode::Done : ExitCode::Negative;
+}
+
+} // namespace
+
+Command validate()
+{
+    return {"validate",
+            "check values against rules",
+            "In PATH, \"*\" stands for any run of characters. NAME is one of not-empty, integer, number, "
+            "boolean, "
+            "ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
+            "regular-expression(EXPRESSION). Each value that breaks a rule is told on stderr with its place "
+            "in the file; the "
+            "exit code is 3 then, and 1 when a rule has no attribute to check.",
+            {{{"FILE", Word::File}}},
+            {{"--rule", "PATH=NAME", Word::Rule,
+              "the values of PATH must keep the rule NAME; may be repeated", true}},
+            {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
+            run};
+}
+
+} // namespace CommandLine::Commands

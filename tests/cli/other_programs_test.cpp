@@ -1,0 +1,159 @@
+#include "tests/support/TestRun.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+// The program beside others that write the same file.
+class OtherProgramsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        QVERIFY(folder->isValid());
+        file = folder->filePath(QStringLiteral("app.ini"));
+    }
+
+    void losesNoEditOfDifferentKeys()
+    {
+        write("[k]\na = 0\nb = 0\nc = 0\n");
+        const QStringList keys{QStringLiteral("k.a"), QStringLiteral("k.b"), QStringLiteral("k.c")};
+        for (int round = 1; round <= 12; ++round) {
+            const auto ends = setAtOnce(keys, {number(round), number(round), number(round)});
+            QCOMPARE(ends, QVector<int>({0, 0, 0}));
+            const QByteArray value = QByteArray::number(round);
+            QCOMPARE(read(), "[k]\na = " + value + "\nb = " + value + "\nc = " + value + "\n");
+        }
+    }
+
+    // One wins, and another that had read the same file is refused; one that read it afterwards follows.
+    void letsOneOfTheSameKeyWin()
+    {
+        write("k = 0\n");
+        const QStringList keys{QStringLiteral("k"), QStringLiteral("k"), QStringLiteral("k")};
+        for (int round = 1; round <= 12; ++round) {
+            const QStringList values{number(10 * round), number(10 * round + 1), number(10 * round + 2)};
+            const auto ends = setAtOnce(keys, values);
+            QVERIFY(ends.contains(0));
+            const int winner = values.indexOf(QString::fromLatin1(read().mid(4).trimmed()));
+            QVERIFY2(winner >= 0 && ends.at(winner) == 0, read().constData());
+            for (const int end : ends)
+                QVERIFY(end == 0 || end == 3);
+        }
+    }
+
+    void mergesOrRefusesWhatChangesWhileItRuns_data()
+    {
+        QTest::addColumn<QByteArray>("meanwhile");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("afterwards");
+        QTest::newRow("another key") << QByteArray("; new\na = 1\nb = 7\n") << 0
+                                     << QByteArray("; new\na = 2\nb = 7\n");
+        QTest::newRow("the same key") << QByteArray("a = 5\nb = 1\n") << 3 << QByteArray("a = 5\nb = 1\n");
+    }
+
+    // The program reads the file, then waits to save it, since somebody reads in its folder.
+    void mergesOrRefusesWhatChangesWhileItRuns()
+    {
+        write("a = 1\nb = 1\n");
+        const int lock =
+            ::open(QFile::encodeName(folder->path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        QCOMPARE(::flock(lock, LOCK_SH), 0);
+        QProcess program;
+        program.start(QStringLiteral(VANTRY_PROGRAM),
+                      {QStringLiteral("set"), file, QStringLiteral("a"), QStringLiteral("2")});
+        QVERIFY(program.waitForStarted());
+        int looks = 0; // it has the folder open for a moment as it reads, too
+        QTRY_VERIFY((looks = hasOpen(program.processId(), folder->path()) ? looks + 1 : 0) >= 4);
+        QFETCH(QByteArray, meanwhile);
+        write(meanwhile);
+        ::close(lock);
+        QVERIFY(program.waitForFinished());
+        QTEST(program.exitCode(), "exitCode");
+        QTEST(read(), "afterwards");
+        const QByteArray message = program.readAllStandardError();
+        QCOMPARE(message.count('\n'), program.exitCode() == 0 ? 0 : 1);
+        QVERIFY2(message.isEmpty() || (message.contains("'5'") && message.contains("'2'")),
+                 message.constData());
+    }
+
+    // As "vantry find ... | head -1" does; also when whoever started it has the signal ignored.
+    void endsQuietlyWhenNobodyReads()
+    {
+        QByteArray many;
+        for (int number = 0; number < 20000; ++number)
+            many += "key" + QByteArray::number(number) + " = 1\n";
+        write(many);
+        QProcess shell;
+        shell.start(QStringLiteral("bash"),
+                    {QStringLiteral("-c"),
+                     QStringLiteral("trap '' PIPE; \"$0\" tree \"$1\" | head -n 1; exit "
+                                    "${PIPESTATUS[0]}"),
+                     QStringLiteral(VANTRY_PROGRAM), file});
+        QVERIFY(shell.waitForFinished());
+        QCOMPARE(shell.readAllStandardError(), QByteArray());
+        QCOMPARE(shell.readAllStandardOutput(), QByteArray("key0 = 1\n"));
+        QCOMPARE(shell.exitCode(), 128 + SIGPIPE);
+    }
+
+private:
+    static QString number(int value) { return QString::number(value); }
+
+    void write(const QByteArray& content) const
+    {
+        QFile target(file);
+        if (!target.open(QIODevice::WriteOnly) || target.write(content) != content.size())
+            qFatal("%s: %s", qPrintable(file), qPrintable(target.errorString()));
+    }
+
+    QByteArray read() const
+    {
+        QFile source(file);
+        return source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray("the file is gone");
+    }
+
+    // Exit codes of programs that run at once, one for each key.
+    QVector<int> setAtOnce(const QStringList& keys, const QStringList& values) const
+    {
+        std::vector<std::unique_ptr<QProcess>> programs;
+        for (int at = 0; at < keys.size(); ++at) {
+            programs.push_back(std::make_unique<QProcess>());
+            programs.back()->start(QStringLiteral(VANTRY_PROGRAM),
+                                   {QStringLiteral("set"), file, keys.at(at), values.at(at)});
+        }
+        QVector<int> ends;
+        for (const auto& program : programs)
+            ends.append(program->waitForFinished() ? program->exitCode() : -1);
+        return ends;
+    }
+
+    static bool hasOpen(qint64 process, const QString& path)
+    {
+        const QDir open(QStringLiteral("/proc/%1/fd").arg(process));
+        const QStringList names = open.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+        for (const QString& name : names) {
+            if (QFile::symLinkTarget(open.filePath(name)) == QFileInfo(path).canonicalFilePath())
+                return true;
+        }
+        return false;
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    QString file;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, OtherProgramsTest>(argc, argv);
+}
+
+#include "other_programs_test.moc"
