@@ -10,6 +10,7 @@
 
 namespace Repository::Documents {
 
+using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -228,7 +229,7 @@ std::optional<std::string> IniDocument::spell(std::string_view path) const
     const IniItem* const item = index.find(path);
     if (!item || !item->entry)
         return {};
-    return std::string(item->entry->line.text);
+    return std::string(item->entry->line.lines());
 }
 
 Outcome IniDocument::set(std::string_view path, const Value& value)
@@ -252,10 +253,11 @@ Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
     const IniItem* const item = index.find(path);
     if (!item || !item->entry)
         return refused(item ? "it is a section and has no value" : "there is no such entry");
+    const IniLine& now = item->entry->line;
     const std::optional<IniLine> line = scanSingle(spelling, style.comments);
-    if (!line || line->kind != IniLine::Kind::Entry || line->key() != item->entry->line.key())
+    if (!line || line->kind != IniLine::Kind::Entry || line->mark != Type::Group || line->key() != now.key())
         return refused(quoted(spelling) + " is no line of this entry");
-    return replace(*item->entry, spelling);
+    return replace(*item->entry, std::string(now.marks()).append(spelling));
 }
 
 Outcome IniDocument::replace(IniPiece& piece, std::string_view text)

@@ -30,7 +30,7 @@ public:
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
-    // All lines of the entry.
+    // All lines of the entry, without the marks of its type.
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
     std::string getBytes() const override;

@@ -191,8 +191,12 @@ IniPiece& IniDocument::placeEntry(IniPiece& above, std::string text)
 
 IniPiece& IniDocument::placeFirstAtRoot(std::string text)
 {
-    if (!chainFront)
+    if (!chainFront) {
+        // What stands in the last line of comments is not said of the new entry.
+        if (!pieces.empty() && endsInTypeMark(pieces.back().line.text))
+            addOwn(pieces.end(), nullptr, style.lineEnd);
         return addOwn(pieces.end(), nullptr, std::move(text));
+    }
     // Behind what is said of the whole file, and set off from what is said of the first section.
     Pieces::iterator before = pieces.begin();
     if (before != chainFront->place) {

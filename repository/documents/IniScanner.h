@@ -30,6 +30,7 @@ struct IniLine
     std::uint32_t valueEnd = 0;
     std::string_view text; // line ends included
 
+    std::string_view marks() const { return text.substr(0, keyBegin - indent); }
     // Behind the marks above.
     std::string_view lines() const { return text.substr(keyBegin - indent); }
     std::string_view blanksBefore() const { return lines().substr(0, indent); }

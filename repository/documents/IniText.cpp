@@ -124,8 +124,8 @@ Value readIniValue(const IniLine& entry)
         return {Type::ByteArray, entry.continued ? joinLines(value) : std::string(value)};
     if (entry.mark == Type::Group)
         return readPlainValue(entry);
-    const auto text = readMarkedText(entry.continued ? joinLines(value) : std::string(value));
-    return text ? readMarkedValue(entry.mark, *text, readPlainValue(entry)) : readPlainValue(entry);
+    const std::string spelled = entry.continued ? joinLines(value) : std::string(value);
+    return readSpelledValue(entry.mark, spelled, readPlainValue(entry));
 }
 
 std::optional<std::string> writeIniValue(const IniLine& entry, const Value& value, const IniStyle& style)
@@ -159,6 +159,9 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const Value& valu
 std::string explainIniRefusal(const Value& value, const IniStyle& style)
 {
     const std::string kind(FrameworkCore::Values::describeType(value.type));
+    const std::string text = FrameworkCore::Values::toText(value);
+    if (!FrameworkCore::Values::isUtf8(text))
+        return "the text holds half a character, which UTF-8 cannot hold";
     switch (value.type) {
     case Type::Null:
         return "an ini entry has a value; this file has no keys without one";
@@ -167,17 +170,9 @@ std::string explainIniRefusal(const Value& value, const IniStyle& style)
     case Type::Unsigned:
     case Type::String:
         break;
-    case Type::ByteArray:
-        return "an ini file would read these bytes back as a text, or cut them";
-    case Type::Double:
-        return "an ini file would read the number " + FrameworkCore::Values::toText(value) +
-               " back as a text";
     default:
-        return "an ini file has no form for " + kind + "; it holds texts, whole numbers, true and false";
+        return "no mark above the entry says that it is " + kind + "; remove it and create it as " + kind;
     }
-    const std::string text = FrameworkCore::Values::toText(value);
-    if (!FrameworkCore::Values::isUtf8(text))
-        return "the text holds half a character, which UTF-8 cannot hold";
     if (text.find_first_of("\r\n") != std::string::npos)
         return "a value of this ini file ends with its line; the text has line breaks";
     const std::string plainLine = "k=" + text;

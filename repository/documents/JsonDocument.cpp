@@ -117,6 +117,8 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = checkKind(path, holder, wanted.kind);
+    if (outcome.ok() && value.type == Type::String)
+        outcome = checkNoTypes(content->tree.node(holder).parent, holder, std::get<std::string>(value.data));
     if (!outcome.ok())
         return outcome;
     if (restores)
@@ -140,6 +142,15 @@ Outcome JsonDocument::checkKind(std::string_view path, JsonNodeId holder, JsonKi
                                           "which json holds as one list");
     }
     return {};
+}
+
+// Whether a member of an object, or a new one, can get this text.
+Outcome JsonDocument::checkNoTypes(JsonNodeId object, JsonNodeId member, std::string_view text) const
+{
+    if (!content->types.wouldReadWith(object, member, text))
+        return {};
+    return refused("with " + quoted(text) + " in it, \"" + std::string(typesKey) +
+                   "\" would be read as the types of other entries");
 }
 
 bool JsonDocument::removalMovesSiblings(std::string_view path) const
@@ -186,7 +197,10 @@ Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
     if (!fault.message.empty() || root == noJsonNode || !parsed.tree.node(root).isLeaf() ||
         JsonWriter(parsed.tree).writeValue(root) != spelling)
         return refused(quoted(spelling) + " is not how json spells a value");
-    Outcome outcome = checkKind(path, holder, parsed.tree.node(root).kind);
+    const JsonKind kind = parsed.tree.node(root).kind;
+    Outcome outcome = checkKind(path, holder, kind);
+    if (outcome.ok() && kind == JsonKind::Text)
+        outcome = checkNoTypes(content->tree.node(holder).parent, holder, decodeString(spelling));
     if (!outcome.ok())
         return outcome;
     if (content->tree.originalKind(holder) && content->tree.originalValue(holder) == spelling)

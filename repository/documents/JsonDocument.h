@@ -76,6 +76,7 @@ private:
                     FrameworkCore::Values::Type mark) const;
     std::size_t depthOf(JsonNodeId id) const;
     Outcome checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const;
+    Outcome checkNoTypes(JsonNodeId object, JsonNodeId member, std::string_view text) const;
     Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
     Outcome checkMark(const FrameworkCore::Values::Value& value) const;
     Outcome checkName(JsonNodeId container, std::string_view component) const;

@@ -26,6 +26,8 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
     Outcome outcome = checkInsertion(path, place, wanted);
     if (outcome.ok() && needsMark)
         outcome = checkMark(value);
+    if (outcome.ok() && place.missing.size() == 1 && value.type == Type::String)
+        outcome = checkNoTypes(place.node, noJsonNode, std::get<std::string>(value.data));
     if (!outcome.ok())
         return outcome;
     content->types.remove(path); // said of an entry that was not there
@@ -42,6 +44,9 @@ Outcome JsonDocument::remove(std::string_view path)
     const JsonNodeId id = find(path);
     if (id == noJsonNode)
         return refused("there is no entry " + quoted(path));
+    if (content->types.isEmpty() && content->types.wouldReadWithout(id))
+        return refused("without it, \"" + std::string(typesKey) +
+                       "\" would be read as the types of other entries");
     const JsonNodeId parent = content->tree.node(id).parent;
     const bool inArray = content->tree.node(parent).kind == JsonKind::Array;
     content->editor.remove(id);

@@ -41,26 +41,67 @@ JsonTypes::JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor&
 
 void JsonTypes::read()
 {
-    const JsonNodeId root = tree.getRoot();
-    if (root == noJsonNode || tree.node(root).kind != JsonKind::Object)
-        return;
-    const JsonNodeId found = members.find(root, typesKey);
-    if (found == noJsonNode || tree.node(found).kind != JsonKind::Object ||
-        members.find(root, joinNumber(typesKey, 2)) != noJsonNode)
-        return;
-    Marks read;
-    for (JsonNodeId id = tree.node(found).first; id != noJsonNode; id = tree.node(id).next) {
-        const auto type = tree.node(id).kind == JsonKind::Text
-                              ? typeNamed(decodeString(tree.text(id, JsonPart::Value)))
-                              : std::nullopt;
-        if (!type || !read.emplace(decodeString(tree.keyLiteral(id)), Mark{*type, id}).second)
-            return;
-    }
+    const JsonNodeId found = findOrdinary();
+    Marks read = found == noJsonNode ? Marks() : readMarks(found);
     if (read.empty())
         return;
     marks = std::move(read);
     member = found;
     editor.keepLast(member);
+}
+
+JsonNodeId JsonTypes::findOrdinary() const
+{
+    const JsonNodeId root = tree.getRoot();
+    if (member != noJsonNode || root == noJsonNode || tree.node(root).kind != JsonKind::Object)
+        return noJsonNode;
+    const bool isOnly = members.find(root, joinNumber(typesKey, 2)) == noJsonNode;
+    return isOnly ? members.find(root, typesKey) : noJsonNode;
+}
+
+JsonTypes::Marks JsonTypes::readMarks(JsonNodeId object, JsonNodeId without) const
+{
+    if (tree.node(object).kind != JsonKind::Object)
+        return {};
+    Marks read;
+    for (JsonNodeId id = tree.node(object).first; id != noJsonNode; id = tree.node(id).next) {
+        if (id == without)
+            continue;
+        std::string path = decodeString(tree.keyLiteral(id));
+        const auto type = tree.node(id).kind == JsonKind::Text
+                              ? typeNamed(decodeString(tree.text(id, JsonPart::Value)))
+                              : std::nullopt;
+        if (!type || path == ownValueKey || !read.emplace(std::move(path), Mark{*type, id}).second)
+            return {};
+    }
+    return read;
+}
+
+bool JsonTypes::wouldReadWith(JsonNodeId object, JsonNodeId node, std::string_view text) const
+{
+    const bool isOwnValue = node != noJsonNode && members.isOwnValue(node);
+    if (!typeNamed(text) || isOwnValue || object == noJsonNode || object != findOrdinary() ||
+        tree.node(object).kind != JsonKind::Object)
+        return false;
+    const bool isAlone = tree.node(object).count == (node == noJsonNode ? 0U : 1U);
+    return isAlone || !readMarks(object, node).empty();
+}
+
+bool JsonTypes::wouldReadWithout(JsonNodeId node) const
+{
+    const JsonNodeId root = tree.getRoot();
+    const JsonNodeId parent = tree.node(node).parent;
+    if (parent != root)
+        return tree.node(parent).parent == root && parent == findOrdinary() &&
+               !readMarks(parent, node).empty();
+    const JsonNodeId first = members.find(root, typesKey);
+    if (first == noJsonNode)
+        return false;
+    const JsonNodeId second = members.find(root, joinNumber(typesKey, 2));
+    if ((node != first && node != second) || second == noJsonNode ||
+        members.find(root, joinNumber(typesKey, 3)) != noJsonNode)
+        return false;
+    return !readMarks(node == first ? second : first).empty();
 }
 
 Type JsonTypes::find(std::string_view path) const

@@ -41,6 +41,11 @@ public:
     void remove(std::string_view path);
     void removeBelow(std::string_view path);
 
+    // An ordinary member of that key must not turn into types by an edit: true when it would with this text
+    // in the place of a value, or for a new member of it, and when it would without this node.
+    bool wouldReadWith(JsonNodeId object, JsonNodeId node, std::string_view text) const;
+    bool wouldReadWithout(JsonNodeId node) const;
+
     // Gives the marks at and below the siblings that move up their new paths, after this one was removed.
     void moveUp(std::string_view removedPath, bool inArray);
 
@@ -51,6 +56,11 @@ private:
         JsonNodeId node;
     };
     using Marks = std::map<std::string, Mark, std::less<>>;
+
+    // What the object says but for one of its members; nothing when it says anything else than types.
+    Marks readMarks(JsonNodeId object, JsonNodeId without = noJsonNode) const;
+    // The only member of that key when it says something else than types; noJsonNode without one.
+    JsonNodeId findOrdinary() const;
 
     Marks::iterator take(Marks::iterator mark);
     void dropEmptyMember();

@@ -256,15 +256,6 @@ bool wouldSwallow(const TxtLine& above, std::string_view below)
     return goesOn(last, textLineAt(below, 0).content);
 }
 
-bool endsInTypeMark(std::string_view text)
-{
-    if (text.size() > 1 && text.substr(text.size() - 2) == "\r\n")
-        text.remove_suffix(1);
-    if (!text.empty() && endsLine(text))
-        text.remove_suffix(1);
-    return readTypeMark(text.substr(text.find_last_of("\r\n") + 1)).has_value();
-}
-
 std::string txtKeyPath(std::string_view key)
 {
     std::string plain;

@@ -72,9 +72,6 @@ std::optional<TxtLine> scanTxtEntry(std::string&& text) = delete;
 // True when the text below, in which a line begins, would be read as part of the entry above it.
 bool wouldSwallow(const TxtLine& above, std::string_view below);
 
-// True when the last line of the text is a mark, so that it would mark an entry below it.
-bool endsInTypeMark(std::string_view text);
-
 // The key as the path has it, and the text of a key for a path, in which everything that needs a backslash
 // has one.
 std::string txtKeyPath(std::string_view key);

@@ -89,9 +89,8 @@ Value readTxtValue(const TxtLine& entry)
         return {Type::ByteArray, entry.continued ? joinLines(entry.value()) : std::string(entry.value())};
     if (entry.mark == Type::Group)
         return readPlain(entry);
-    const std::optional<std::string> text =
-        readMarkedText(entry.continued ? joinLines(entry.value()) : std::string(entry.value()));
-    return text ? readMarkedValue(entry.mark, *text, readPlain(entry)) : readPlain(entry);
+    const std::string spelled = entry.continued ? joinLines(entry.value()) : std::string(entry.value());
+    return readSpelledValue(entry.mark, spelled, readPlain(entry));
 }
 
 std::optional<std::string> writeTxtValue(const TxtLine& entry, const Value& value, const TxtStyle& style)

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/TextLine.h"
 
 #include <algorithm>
 #include <array>
@@ -67,6 +68,15 @@ std::optional<Type> readTypeMark(std::string_view line)
     return typeNamed(name.substr(0, name.find_last_not_of(blanks) + 1));
 }
 
+bool endsInTypeMark(std::string_view text)
+{
+    if (text.size() > 1 && text.substr(text.size() - 2) == "\r\n")
+        text.remove_suffix(1);
+    if (!text.empty() && endsLine(text))
+        text.remove_suffix(1);
+    return readTypeMark(text.substr(text.find_last_of("\r\n") + 1)).has_value();
+}
+
 std::string writeTypeMark(char comment, Type type)
 {
     std::string line(1, comment);
@@ -109,6 +119,14 @@ std::optional<std::string> readMarkedText(std::string_view value)
         at += 3;
     }
     return text;
+}
+
+Value readSpelledValue(Type type, std::string_view spelled, Value plain)
+{
+    if (type == Type::Null)
+        return spelled.empty() ? Value{Type::Null, {}} : plain;
+    const std::optional<std::string> text = readMarkedText(spelled);
+    return text ? readMarkedValue(type, *text, std::move(plain)) : plain;
 }
 
 std::string quoteMarkedText(std::string_view text)

@@ -23,6 +23,9 @@ std::optional<FrameworkCore::Values::Type> typeNamed(std::string_view name);
 // begin comments; blanks may stand around each part.
 std::optional<FrameworkCore::Values::Type> readTypeMark(std::string_view line);
 
+// True when the last line of the text is a mark, so that it would mark an entry below it.
+bool endsInTypeMark(std::string_view text);
+
 // The line that marks the type, without a line end; comment is ";" or "#".
 std::string writeTypeMark(char comment, FrameworkCore::Values::Type type);
 
@@ -35,5 +38,9 @@ FrameworkCore::Values::Value readMarkedValue(FrameworkCore::Values::Type type, s
 // damaged.
 std::optional<std::string> readMarkedText(std::string_view spelled);
 std::string quoteMarkedText(std::string_view text);
+
+// The value of a marked entry from how its text is spelled. Null is spelled by nothing at all: "" is a text.
+FrameworkCore::Values::Value readSpelledValue(FrameworkCore::Values::Type type, std::string_view spelled,
+                                              FrameworkCore::Values::Value plain);
 
 } // namespace Repository::Documents

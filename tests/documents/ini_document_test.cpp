@@ -173,21 +173,26 @@ private slots:
             "an ini file would read \"true\" back as true or false, not as a text");
         row("blanks", "k=a\n", "k", text(" x "), "an ini file would read \" x \" back as \"x\"");
         row("comment", "k=a\n", "k", text("x # y"), "an ini file would read \"x # y\" back as \"x\"");
-        row("double", "k=a\n", "k", number(1.5), "an ini file would read the number 1.5 back as a text");
+        row("double", "k=a\n", "k", number(1.5),
+            "no mark above the entry says that it is a number; remove it and create it as a number");
         row("date", "k=a\n", "k", {Type::Date, std::string("2024-01-02")},
-            "an ini file has no form for a date; it holds texts, whole numbers, true and false");
+            "no mark above the entry says that it is a date; remove it and create it as a date");
         row("list", "k=a\n", "k", list({"a"}),
-            "an ini file has no form for a list of texts; it holds texts, whole numbers, true and false");
+            "no mark above the entry says that it is a list of texts; remove it and create it as a list of "
+            "texts");
         row("half a character", "k=a\n", "k", text("\xED\xA0\x80"),
             "the text holds half a character, which UTF-8 cannot hold");
         row("bytes that are no text", "k=\xFC\n", "k", {Type::ByteArray, std::string("\xE4")}, "k=\xE4\n");
         row("bytes that are text", "k=\xFC\n", "k", {Type::ByteArray, std::string("a")},
-            "an ini file would read these bytes back as a text, or cut them");
+            "no mark above the entry says that it is bytes; remove it and create it as bytes");
         row("folder before an entry", "k=a\nl=1\n", "k", text("C:\\d\\"), "k=C:\\d\\\nl=1\n");
         row("folder before a bare key", "k=a\nl\n", "k", text("C:\\d\\"),
             "the line below it would be read as part of the value");
         row("bare key above an indented line", "k\n  l=1\n", "k", text("v"),
             "the line below it would be read as part of the value");
+        row("marked null to nothing", "; @type null\nk=\n", "k", text(""), "; @type null\nk=\"\"\n");
+        row("half a character under a mark", "; @type text\nk=5\n", "k", text("\xED\xA0\xBD"),
+            "; @type text\nk=\"\\xed\\xa0\\xbd\"\n");
         row("in a unit file", "[Unit]\nk = a ; b\n", "Unit.k", text("c # d"), "[Unit]\nk = c # d\n");
         row("null", "k=a\n", "k", null(), "an ini entry has a value; this file has no keys without one");
         row("null among bare keys", "k = a # c\nl\n", "k", null(), "k # c\nl\n");
@@ -267,6 +272,7 @@ private slots:
             "# c\r\n[s]\r\na=1\r\n# @type text\r\nk=5\r\n");
         row("text with line breaks", " a = 1", "k", text("x\n y"),
             " a = 1\n ; @type text\n k = \"x\\n y\"\n");
+        row("below a mark of nothing", "; @type text", "k", integer(5), "; @type text\n\nk=5\n");
         row("section that would take in comments", "a=1 ; c\n", "Unit.k", integer(1),
             "below it, values of this file would be read with the comments behind them");
         row("first section of a unit file", "a=1\n", "Unit.k", text("x ; y"), "a=1\n\n[Unit]\nk=x ; y\n");

@@ -368,6 +368,13 @@ private slots:
         row("{\"a\":{\"#value\":{}}}", insert("a", integer(2)), "a group stands in the member");
         row("{\"a\":1}", removal("b"), "there is no entry");
         row("{\"a\":[\"x\"]}", removal("a.0"), "there is no entry");
+        const char* const asTypes = "would be read as the types";
+        row("{\"$types\":{\"a\":5}}", set("$types.a", text("date")), asTypes);
+        row("{\"$types\":{\"a\":\"date\",\"b\":[]}}", set("$types.b", text("text")), asTypes);
+        row("{\"$types\":{\"a\":\"date\",\"b\":5}}", removal("$types.b"), asTypes);
+        row("{\"$types\":{}}", insert("$types.a", text("date")), asTypes);
+        row("{\"$types\":{\"a\":\"date\"},\"$types\":5}", removal("$types[2]"), asTypes);
+        row("{\"$types\":5,\"$types\":{\"a\":\"date\"}}", removal("$types"), asTypes);
         row("{\"a\":1}", removal(""), "cannot be removed");
     }
 

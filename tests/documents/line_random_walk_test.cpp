@@ -39,10 +39,14 @@ const std::vector<Format>& formats()
 {
     static const std::vector<Format> all{
         {"ini",
-         {"[a]",       "[Unit]",        "[a.b]",   " [c]",  "[a] ; of a", "[x[2]]",        "k=1",
-          "k = v",     "  k : w",       "j",       "  j",   "j = \\",     "j=\\",          "m = v \\",
-          "m=v\\",     "    k = \"q\"", "",        "  ",    "; c",        "# c",           "  # c",
-          "n = 5 ; c", "e =",           "e = # c", "* = t", "b = 'x'",    "k=\xC3\xBC\xFF"},
+         {"[a]",       "; @type date",  "# @type text",  "d = 2024-01-02",
+          "[Unit]",    "[a.b]",         " [c]",          "[a] ; of a",
+          "[x[2]]",    "k=1",           "k = v",         "  k : w",
+          "j",         "  j",           "j = \\",        "j=\\",
+          "m = v \\",  "m=v\\",         "    k = \"q\"", "",
+          "  ",        "; c",           "# c",           "  # c",
+          "n = 5 ; c", "e =",           "e = # c",       "* = t",
+          "b = 'x'",   "k=\xC3\xBC\xFF"},
          {"k", "k[2]", "j", "k[3]", "n", "a", "a[2]", "b", "x%2Ey", "%00", "[x]", "p = q", "%3B", "z", "%2A",
           "t\\"}},
         {"txt",

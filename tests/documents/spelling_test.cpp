@@ -45,6 +45,7 @@ private slots:
         row("ini", "[s]\na = 1\n    2\n  3\nb", "s.a", "1\n    2\n  3");
         row("ini", "a=1\na=2", "a[2]", "2");
         row("ini", "[s]\nk", "s.k", "");
+        row("ini", "; @type text\nk = \"5\" ; c\nb", "k", "\"5\"");
         row("txt", "# c\na = 1\nk.x  =\t 'v'  \r\nb=2", "k.x", "'v'");
         row("txt", "\xEF\xBB\xBFk =\nk=", "k[2]", "");
         row("txt", "k.x = a \\\n  b\nc=1\n", "k.x", "a \\\n  b");
@@ -105,6 +106,7 @@ private slots:
         row("ini", "[s]\na=1\n", "s.a", "a=1\nb=2\n");
         row("ini", "[s]\na=1\n", "s.a", "[t]\n");
         row("ini", "[s]\na=1\n", "s", "a=1\n");
+        row("ini", "[s]\na=1\n", "s.a", "; @type text\na=1\n");
         row("txt", "a.b=1", "a.b", "");
         row("txt", "a.b=1", "a.b", " 5");
         row("txt", "a.b=1", "a.b", "=5\n");
