@@ -146,17 +146,19 @@ private:
 
 } // namespace
 
-std::shared_ptr<AttributeRepository> AttributeRepository::create(std::size_t historyBound)
+std::shared_ptr<AttributeRepository> AttributeRepository::create(const RepositoryOptions& options)
 {
-    auto store = std::make_shared<AttributeStore>(historyBound);
+    auto store = std::make_shared<AttributeStore>(options.historyBound);
     store->publish(QStringLiteral("internal.repository.path_separator"), QString(pathSeparator));
     store->publish(QStringLiteral("internal.backends.names"), {});
-    return std::shared_ptr<AttributeRepository>(new AttributeRepository(store));
+    return std::shared_ptr<AttributeRepository>(new AttributeRepository(store, options));
 }
 
-AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store)
-    : backends(std::make_shared<BackendRegistry>(store)), reader(std::make_shared<Reader>(store)),
-      writer(std::make_shared<Writer>(store)), notifications(std::make_shared<Notifications>(store)),
+AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store,
+                                         const RepositoryOptions& options)
+    : backends(std::make_shared<BackendRegistry>(store, options.watchesFiles)),
+      reader(std::make_shared<Reader>(store)), writer(std::make_shared<Writer>(store)),
+      notifications(std::make_shared<Notifications>(store)),
       validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),
       transfer(std::make_shared<SubtreeTransfer>(store)), changes(std::make_shared<BackendChanges>(store)),
       history(std::make_shared<Steps>(store))

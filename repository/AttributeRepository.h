@@ -8,12 +8,22 @@ namespace Repository {
 
 class AttributeStore;
 
+// What a program chooses when it makes its repository.
+struct RepositoryOptions
+{
+    // Whether changes that other programs make to mounted files are brought in as they happen, by a thread
+    // that starts with the first mount, or only by reloading and saving.
+    bool watchesFiles = true;
+
+    // History takes so many bytes at most.
+    std::size_t historyBound = std::size_t(64) << 20;
+};
+
 // The attribute repository of a process: the store behind the interfaces of the contract. Any thread.
 class AttributeRepository : public FrameworkCore::AppConfig::Interfaces::RepositoryInterface
 {
 public:
-    // History takes so many bytes at most.
-    static std::shared_ptr<AttributeRepository> create(std::size_t historyBound = std::size_t(64) << 20);
+    static std::shared_ptr<AttributeRepository> create(const RepositoryOptions& options = {});
     ~AttributeRepository() override;
 
     QStringList getBackendTypes() override;
@@ -33,7 +43,7 @@ public:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::HistoryInterface> getHistoryInterface() override;
 
 private:
-    explicit AttributeRepository(const std::shared_ptr<AttributeStore>& store);
+    AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
 
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInterface> backends;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;

@@ -100,7 +100,8 @@ QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, c
     if (!outcome.ok()) {
         const std::lock_guard lock(mutex);
         isBehind = true;
-        return QStringLiteral("what another program has written there cannot be read: %1")
+        return QStringLiteral("what another program has written there cannot be read: %1; what is open "
+                              "stays as it was")
             .arg(reasonOf(outcome));
     }
     QString refusal;

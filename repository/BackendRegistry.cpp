@@ -6,6 +6,7 @@
 #include "repository/PathRules.h"
 #include "repository/RepositoryLog.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace Repository {
@@ -54,9 +55,15 @@ QString fileIdentity(const QString& filePath)
 
 } // namespace
 
-BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
+BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, bool watchesFiles)
+    : store(std::move(attributes))
 {
+    if (watchesFiles)
+        watcher = std::make_unique<FileWatcher>(
+            [](const std::string& text) { logFailure(QFile::decodeName(text.c_str())); });
 }
+
+BackendRegistry::~BackendRegistry() = default;
 
 QStringList BackendRegistry::getTypes()
 {
@@ -121,12 +128,49 @@ QString BackendRegistry::create(const Backend::Description& description, int opt
     QString reason = reserve(identity);
     if (!reason.isEmpty())
         return reason;
+    const auto before = std::chrono::system_clock::now();
     const auto backend = Backend::open(description, reason);
     if (backend)
         reason = store->mount(backend);
+    if (reason.isEmpty())
+        watch(backend, before);
     const std::lock_guard lock(mutex);
     opening.remove(identity);
     return reason;
+}
+
+void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
+                            std::chrono::system_clock::time_point since)
+{
+    if (!watcher)
+        return;
+    // The watcher must not keep alive what ends it.
+    const auto look = [weakStore = std::weak_ptr(store), weakBackend = std::weak_ptr(backend)] {
+        const auto attributes = weakStore.lock();
+        const auto mounted = weakBackend.lock();
+        if (!attributes || !mounted || mounted->isClosed())
+            return;
+        BackendReshaping reshaping(*attributes, *mounted);
+        const QString refusal = mounted->reload(Backend::Look::Happening, std::ref(reshaping));
+        if (!refusal.isEmpty())
+            logFailure(QStringLiteral("The file of the backend '%1' has changed: %2")
+                           .arg(mounted->getName(), refusal));
+    };
+    const std::string path = QFile::encodeName(backend->getDescription().filePath).toStdString();
+    const int number = watcher->watch(path, since, look);
+    {
+        const std::lock_guard lock(mutex);
+        watches.insert(backend->getName(), number);
+    }
+    if (backend->isClosed())
+        unwatch(backend->getName());
+}
+
+void BackendRegistry::unwatch(const QString& name)
+{
+    const std::lock_guard lock(mutex);
+    if (watches.contains(name))
+        watcher->unwatch(watches.take(name));
 }
 
 // Keeps the file for the caller, so that two creations at once do not both open it.
@@ -177,6 +221,8 @@ bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
     const QString reason = store->unmount(name, discardChanges);
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
+    else
+        unwatch(name);
     return reason.isEmpty();
 }
 

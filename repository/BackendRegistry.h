@@ -2,9 +2,12 @@
 
 #include "host/FrameworkCore/AppConfig/BackendInterface.h"
 #include "repository/Backend.h"
+#include "repository/FileWatcher.h"
 
+#include <QHash>
 #include <QSet>
 
+#include <chrono>
 #include <memory>
 #include <mutex>
 
@@ -16,7 +19,9 @@ class AttributeStore;
 class BackendRegistry : public FrameworkCore::AppConfig::Interfaces::BackendInterface
 {
 public:
-    explicit BackendRegistry(std::shared_ptr<AttributeStore> store);
+    // With watching, what other programs do to the files is brought in as it happens.
+    BackendRegistry(std::shared_ptr<AttributeStore> store, bool watchesFiles);
+    ~BackendRegistry() override;
 
     static QStringList getTypes();
 
@@ -38,11 +43,15 @@ private:
     QString create(const Backend::Description& description, int option);
     QString reload(Backend& backend);
     QString reserve(const QString& identity);
+    void watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since);
+    void unwatch(const QString& name);
     static QString checkDescription(const Backend::Description& description);
 
     std::shared_ptr<AttributeStore> store;
-    std::mutex mutex;
-    QSet<QString> opening; // identities of files whose backends are not mounted yet; guarded by mutex
+    std::mutex mutex;                     // guards what follows
+    QSet<QString> opening;                // identities of files whose backends are not mounted yet
+    QHash<QString, int> watches;          // of the watcher, by the backends' names
+    std::unique_ptr<FileWatcher> watcher; // not guarded; null when files are not watched
 };
 
 } // namespace Repository

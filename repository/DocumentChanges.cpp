@@ -32,8 +32,8 @@ bool isGroup(const Value& value)
 class Application
 {
 public:
-    Application(const std::vector<DocumentChange>& allChanges, Document& document)
-        : changes(allChanges), target(document), present(entriesOf(document))
+    Application(const std::vector<DocumentChange>& allChanges, const Document& spellings, Document& document)
+        : changes(allChanges), model(spellings), target(document), present(entriesOf(document))
     {
     }
 
@@ -89,8 +89,13 @@ private:
             (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
             return;
         const bool holdsValue = before != present.end() && !isGroup(before->second);
-        note(change,
-             holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after));
+        const Outcome outcome =
+            holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after);
+        note(change, outcome);
+        // What the spelling adds is looks; without it the value is there all the same.
+        const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
+        if (spelling)
+            target.respell(change.path, *spelling);
     }
 
     void note(const DocumentChange& change, const Outcome& outcome)
@@ -100,6 +105,7 @@ private:
     }
 
     const std::vector<DocumentChange>& changes;
+    const Document& model;
     Document& target;
     const EntryMap present; // before the first change
     RefusedChange refusal;  // the first
@@ -153,9 +159,10 @@ bool isWithin(std::string_view path, std::string_view ancestor)
                                 (path.size() == ancestor.size() || path[ancestor.size()] == '.'));
 }
 
-RefusedChange applyChanges(const std::vector<DocumentChange>& changes, Document& target)
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Document& model,
+                           Document& target)
 {
-    return Application(changes, target).run();
+    return Application(changes, model, target).run();
 }
 
 } // namespace Repository

@@ -134,7 +134,7 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
             conflicts.insert(change.path);
     }
 
-    const RefusedChange refused = applyChanges(myChanges, *theirs);
+    const RefusedChange refused = applyChanges(myChanges, mine, *theirs);
     if (!refused.reason.empty()) {
         result.refusal = "'" + refused.path + "' has no place in what the file holds now: " + refused.reason;
         conflicts.insert(refused.path);

@@ -181,9 +181,13 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
     changes.erase(others, changes.end());
     // Tried on a copy, since a refusal in the middle must leave the document as it was.
     std::unique_ptr<Document> reverted = parsed(document->getBytes());
-    const RefusedChange refused = applyChanges(changes, *reverted);
+    const RefusedChange refused = applyChanges(changes, *before, *reverted);
     if (!refused.reason.empty())
         return "'" + refused.path + "': " + refused.reason;
+    for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*reverted, *before))) {
+        if (wanted.contain(left.path))
+            return "'" + left.path + "' cannot be written there as it was; revert all of the file instead";
+    }
     document = std::move(reverted);
     ++revision;
     forgetConflicts(paths);

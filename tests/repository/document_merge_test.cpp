@@ -104,7 +104,7 @@ private slots:
             i.left(i.indexOf("\n[fan")) + "\n[fan]\nauto = true\n");
         row("ini: section gone here, grown there", "ini", i, "- fan", i + "auto = true\n",
             with(i, "speed = 3\n", "auto = true\n"));
-        row("ini: emptied there", "ini", i, "oven.limit = 300", "", "[oven]\nlimit=300\n", "oven.limit");
+        row("ini: emptied there", "ini", i, "oven.limit = 300", "", "[oven]\nlimit=300 \n", "oven.limit");
         row("ini: siblings of one name", "ini", "k=1\nk=2\nk=3\n", "k[2] = 5", "k=1\nk=2\nk=3\nk=4\n",
             "k=1\nk=5\nk=3\nk=4\n");
         row("ini: siblings move there", "ini", "k=1\nk=2\nk=2\n", "k[3] = 5", "k=1\nk=2\n", "k=1\nk=2\nk=5\n",
@@ -143,6 +143,16 @@ private slots:
         // Taking theirs everywhere gives the very bytes that were found.
         QCOMPARE(QByteArray::fromStdString(edited.revert({std::string()})), QByteArray());
         QCOMPARE(QByteArray::fromStdString(edited.getText()), theirs);
+    }
+
+    void revertsToTheSpelling()
+    {
+        EditedDocument edited("json");
+        QVERIFY(edited.load("{\"a\": \"\\u0041\", \"b\": [1e3, 7], \"c\": 2}").ok());
+        applyAll(edited, {QStringLiteral("a = x"), QStringLiteral("b.0 = 5"), QStringLiteral("c = 3")});
+        QCOMPARE(QByteArray::fromStdString(edited.revert({"a", "b"})), QByteArray());
+        QCOMPARE(QByteArray::fromStdString(edited.getText()),
+                 QByteArray("{\"a\": \"\\u0041\", \"b\": [1e3, 7], \"c\": 3}"));
     }
 
     void refusesWhatHasNoPlace()

@@ -361,7 +361,9 @@ private slots:
 
     void keepsToItsBound()
     {
-        repository = AttributeRepository::create(20000);
+        Repository::RepositoryOptions options;
+        options.historyBound = 20000;
+        repository = AttributeRepository::create(options);
         history()->recordThisThread();
         QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), "{\"a\": \"\"}"));
         for (int i = 0; i < 100; ++i)

@@ -1,0 +1,274 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "repository/AttributeRepository.h"
+#include "repository/FileWatcher.h"
+#include "tests/support/TestRun.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace FrameworkCore::AppConfig;
+using Repository::AttributeRepository;
+using Repository::FileWatcher;
+
+namespace {
+
+const QByteArray oven = "; oven\n[oven]\nhot = true\nlimit = 250\n\n[fan]\nspeed = 3\n";
+
+QByteArray withSpeed(int speed)
+{
+    return QByteArray(oven).replace("= 3", "= " + QByteArray::number(speed));
+}
+
+void put(const QString& path, const QByteArray& bytes)
+{
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
+        qFatal("no test file");
+}
+
+void replace(const QString& path, const QByteArray& bytes)
+{
+    put(path + QStringLiteral(".new"), bytes);
+    if (::rename(QFile::encodeName(path + QStringLiteral(".new")), QFile::encodeName(path)) != 0)
+        qFatal("no replacement");
+}
+
+int countFailures(const char* part)
+{
+    int count = 0;
+    for (const auto& line : Shared::Logging::LogRecord::instance().getLines())
+        count += line.text.contains(QLatin1String(part)) ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+class FileWatchingTest;
+using FileChange = std::function<void(FileWatchingTest&)>;
+Q_DECLARE_METATYPE(FileChange)
+
+// What other programs do to a mounted file shows in the tree by itself, and nobody's edit is lost.
+class FileWatchingTest : public QObject
+{
+    Q_OBJECT
+
+    std::shared_ptr<AttributeRepository> repository;
+    std::unique_ptr<QTemporaryDir> scratch;
+    QString folder;
+    QString file;
+
+    bool save() { return repository->getBackendInterface()->saveBackend(QStringLiteral("m")); }
+
+    QVariant read(const char* path)
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
+        return value;
+    }
+
+    bool write(const char* path, const QVariant& value)
+    {
+        return repository->getWriterInterface()->writeAttributeValue(QLatin1String(path), value, 15) == 0;
+    }
+
+    QVector<Interfaces::UnsavedChange> unsaved()
+    {
+        return repository->getChangesInterface()->getUnsavedChanges(QStringLiteral("m"));
+    }
+
+    bool isConflict(const char* path)
+    {
+        for (const auto& change : unsaved()) {
+            if (change.path == QLatin1String(path) && change.isConflict)
+                return true;
+        }
+        return false;
+    }
+
+private slots:
+    // The file lies behind a link in a folder behind a link.
+    void init()
+    {
+        scratch = std::make_unique<QTemporaryDir>();
+        QDir top(scratch->path());
+        QVERIFY(top.mkpath(QStringLiteral("real/deep")) && top.mkpath(QStringLiteral("other")));
+        folder = scratch->filePath(QStringLiteral("real/deep"));
+        file = folder + QStringLiteral("/f");
+        put(file, oven);
+        QVERIFY(QFile::link(QStringLiteral("real"), scratch->filePath(QStringLiteral("link"))));
+        QVERIFY(QFile::link(QStringLiteral("link/deep/f"), scratch->filePath(QStringLiteral("config"))));
+        repository = AttributeRepository::create();
+        QVERIFY(repository->getBackendInterface()->createBackend(
+            QStringLiteral("ini"), QStringLiteral("m"),
+            {scratch->filePath(QStringLiteral("config")), {}, AccessMode::ReadWrite}, 2));
+    }
+
+    void cleanup() { repository.reset(); }
+
+    void bringsChangesIn_data()
+    {
+        QTest::addColumn<FileChange>("change");
+        const auto row = [](const char* tag, const FileChange& change) { QTest::newRow(tag) << change; };
+        row("replaced", [](auto& t) { replace(t.file, withSpeed(9)); });
+        row("written over", [](auto& t) { put(t.file, withSpeed(9)); });
+        row("replaced many times", [](auto& t) {
+            for (int i = 0; i < 50; ++i)
+                replace(t.file, withSpeed(100 + i));
+            QTRY_COMPARE(t.read("m.fan.speed"), QVariant(149LL));
+            replace(t.file, withSpeed(9));
+        });
+        row("appended", [](auto& t) {
+            put(t.file, QByteArray(oven).replace("speed = 3\n", ""));
+            QTRY_VERIFY(!t.read("m.fan.speed").isValid());
+            QFile out(t.file);
+            QVERIFY(out.open(QIODevice::Append) && out.write("speed = 9\n") > 0);
+        });
+        row("written in steps", [](auto& t) {
+            QFile out(t.file);
+            QVERIFY(out.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+            for (const char letter : withSpeed(9))
+                QVERIFY(out.putChar(letter));
+        });
+        row("deleted and created", [](auto& t) {
+            QVERIFY(QFile::remove(t.file));
+            QTRY_VERIFY(t.isConflict("m"));
+            put(t.file, withSpeed(9));
+        });
+        row("same size and time", [](auto& t) {
+            struct stat before = {};
+            QCOMPARE(::stat(QFile::encodeName(t.file), &before), 0);
+            put(t.file, withSpeed(9));
+            const timespec times[2] = {before.st_atim, before.st_mtim};
+            QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(t.file), times, 0), 0);
+        });
+        row("a folder for a while", [](auto& t) {
+            QVERIFY(QFile::remove(t.file) && QDir().mkdir(t.file));
+            QTRY_VERIFY(countFailures("is a folder") > 0);
+            QVERIFY(QDir().rmdir(t.file));
+            put(t.file, withSpeed(9));
+        });
+        row("folder away and back", [](auto& t) {
+            const QString away = t.scratch->filePath(QStringLiteral("away"));
+            const QString upper = t.scratch->filePath(QStringLiteral("real"));
+            QVERIFY(QFile::rename(upper, away));
+            QTRY_VERIFY(t.isConflict("m"));
+            put(away + QStringLiteral("/deep/f"), withSpeed(9));
+            QVERIFY(QFile::rename(away, upper));
+        });
+        row("another folder behind the link", [](auto& t) {
+            QDir(t.scratch->path()).mkpath(QStringLiteral("other/deep"));
+            put(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(8));
+            const QString other = t.scratch->filePath(QStringLiteral("new link"));
+            QVERIFY(QFile::link(QStringLiteral("other"), other));
+            QCOMPARE(::rename(QFile::encodeName(other),
+                              QFile::encodeName(t.scratch->filePath(QStringLiteral("link")))),
+                     0);
+            QTRY_COMPARE(t.read("m.fan.speed"), QVariant(8LL));
+            put(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(9));
+        });
+    }
+
+    void bringsChangesIn()
+    {
+        QFETCH(FileChange, change);
+        QVERIFY(write("m.oven.limit", 300));
+        change(*this);
+        if (QTest::currentTestFailed())
+            return;
+        QTRY_COMPARE(read("m.fan.speed"), QVariant(9LL));
+        QCOMPARE(read("m.oven.limit"), QVariant(300LL));
+        QVERIFY(!isConflict("m.oven.limit") && !isConflict("m"));
+        QVERIFY(save());
+        QFile saved(scratch->filePath(QStringLiteral("config")));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), withSpeed(9).replace("250", "300"));
+    }
+
+    void keepsWhatBothChanged()
+    {
+        QVERIFY(write("m.oven.limit", 300));
+        const int before = countFailures("in the file: '260'");
+        replace(file, QByteArray(oven).replace("250", "260"));
+        QTRY_VERIFY(isConflict("m.oven.limit"));
+        QCOMPARE(read("m.oven.limit"), QVariant(300LL));
+        QTRY_COMPARE(countFailures("in the file: '260'"), before + 1);
+        QVERIFY(!save());
+    }
+
+    // One line in the log for all events until something else is wrong, and none for a mere touch.
+    void waitsForATextThatServes()
+    {
+        const int before = countFailures("stays as it was");
+        for (int i = 0; i < 3; ++i) {
+            replace(file, oven + "[oven\n");
+            QTRY_COMPARE(countFailures("f:8:1") > 0 || countFailures("config:8:1") > 0, true);
+        }
+        QCOMPARE(countFailures("stays as it was"), before + 1);
+        QCOMPARE(read("m.fan.speed"), QVariant(3LL));
+        replace(file, withSpeed(4));
+        QTRY_COMPARE(read("m.fan.speed"), QVariant(4LL));
+        QCOMPARE(countFailures("stays as it was"), before + 1);
+    }
+
+    // Watchers are told with nothing locked, so that they may use the repository, save and end it.
+    void toleratesWhatCallbacksDo()
+    {
+        auto kept = std::make_shared<std::shared_ptr<AttributeRepository>>(std::move(repository));
+        std::atomic<bool> isDone{false};
+        (*kept)->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("m.fan.speed"),
+            [&isDone, kept](auto&&...) {
+                (*kept)->getWriterInterface()->writeAttributeValue(QStringLiteral("m.oven.hot"), false, 15);
+                (*kept)->getBackendInterface()->saveBackend(QStringLiteral("m"));
+                kept->reset();
+                isDone = true;
+            },
+            8);
+        replace(file, withSpeed(5));
+        QTRY_VERIFY(isDone);
+        QFile saved(file);
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), withSpeed(5).replace("true", "false"));
+    }
+
+    void looksInTurnsWithoutTheSystem()
+    {
+        FileWatcher::Settings settings;
+        settings.usesSystem = false;
+        settings.quiet = std::chrono::milliseconds(1);
+        settings.polling = std::chrono::milliseconds(5);
+        std::atomic<int> reports{0};
+        std::atomic<int> calls{0};
+        FileWatcher watcher([&](const std::string&) { ++reports; }, settings);
+        const auto name = QFile::encodeName(file).toStdString();
+        const int number = watcher.watch(name, std::chrono::system_clock::now() + std::chrono::hours(1),
+                                         [&calls] { ++calls; });
+        QTRY_COMPARE(reports.load(), 1);
+        for (int i = 1; i <= 5; ++i) {
+            const int seen = calls;
+            replace(file, withSpeed(i));
+            QTRY_VERIFY(calls > seen);
+        }
+        watcher.unwatch(number);
+        std::atomic<int> others{0};
+        watcher.watch(name, {}, [&others] { ++others; });
+        QTRY_COMPARE(others.load(), 1);
+        const int seen = calls;
+        replace(file, oven);
+        QTRY_VERIFY(others > 1);
+        QCOMPARE(calls.load(), seen);
+        QCOMPARE(reports.load(), 1);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, FileWatchingTest>(argc, argv);
+}
+
+#include "file_watching_test.moc"
