@@ -341,6 +341,8 @@ private slots:
     void servesRealFiles()
     {
         int refused = 0;
+        Repository::RepositoryOptions unwatched;
+        unwatched.watchesFiles = false;
         for (const char* type : {"json", "ini"}) {
             const QString corpus = TestSupport::corporaPath(QLatin1String(type));
             const QStringList names = corpus.isEmpty() ? QStringList() : QDir(corpus).entryList(QDir::Files);
@@ -348,7 +350,7 @@ private slots:
                 const QString file = folder->filePath(QStringLiteral("copy"));
                 QFile::remove(file);
                 QVERIFY(QFile::copy(corpus + QLatin1Char('/') + name, file));
-                repository = AttributeRepository::create();
+                repository = AttributeRepository::create(unwatched);
                 const quint64 number = lastLogNumber();
                 if (!mount(QLatin1String(type), QStringLiteral("real"), file)) {
                     ++refused;
