@@ -58,6 +58,8 @@ void copyTree(benchmark::State& state)
 {
     const Filled filled(int(state.range(0)));
     const auto transfer = filled.repository->getTransferInterface();
+    if (state.range(1) != 0)
+        filled.repository->getHistoryInterface()->recordThisThread();
     for (auto _ : state) {
         if (transfer->copyTree(QStringLiteral("bench.from"), QStringLiteral("bench.to")) != Success)
             state.SkipWithError("not copied");
@@ -97,7 +99,12 @@ void importTree(benchmark::State& state)
 }
 
 BENCHMARK(buildMap)->Name("Floor/NestedMap")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(copyTree)->Name("Repository/CopyTree")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(copyTree)
+    ->Name("Repository/CopyTree")
+    ->ArgNames({"", "recorded"})
+    ->Args({100000, 0})
+    ->Args({100000, 1})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(exportTree)->Name("Repository/ExportTree")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(importTree)->Name("Repository/ImportTree")->Arg(100000)->Unit(benchmark::kMillisecond);
 

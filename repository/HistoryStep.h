@@ -21,6 +21,9 @@ struct NodeState
     FrameworkCore::AppConfig::AccessMode access = FrameworkCore::AppConfig::AccessMode::None;
     QVariant value; // of an attribute; invalid for null
 
+    // Its value is carried nowhere.
+    bool isHidden() const { return isAttribute && !FrameworkCore::AppConfig::isReadable(access); }
+
     static NodeState of(const Node& node)
     {
         return {true, node.isAttribute, node.access, node.isAttribute ? node.value : QVariant()};
@@ -53,10 +56,11 @@ struct BackendChange
 {
     std::shared_ptr<Backend> backend;
     std::vector<ValueChange> values;
-    std::vector<EntryChange> entries; // left out when there are very many and the text is known
-    std::optional<TextDelta> text;    // unknown when others wrote into the backend meanwhile
+    std::vector<EntryChange> entries;
+    bool hasAllEntries = true;     // otherwise there were too many, and only the text can be brought back
+    std::optional<TextDelta> text; // unknown when others wrote into the backend meanwhile
 
-    bool isEmpty() const { return values.empty() && entries.empty() && !text; }
+    bool isEmpty() const { return values.empty() && entries.empty() && hasAllEntries && !text; }
 };
 
 // What undo takes back at once.

@@ -10,14 +10,6 @@ namespace Repository {
 
 namespace {
 
-// Beyond so many entries only the text is kept, which takes less room by far.
-constexpr std::size_t mostEntries = 50000;
-
-bool isHidden(const NodeState& state)
-{
-    return state.isAttribute && !isReadable(state.access);
-}
-
 bool isUnchanged(const NodeState& a, const NodeState& b)
 {
     return a.isNode == b.isNode && (!a.isAttribute || a.access == b.access) && isSameValue(a, b);
@@ -121,12 +113,22 @@ void StepRecorder::endShape(Backend& backend, std::vector<EntryChange> changes)
         addEntry(place, std::move(change));
 }
 
+void StepRecorder::forgetText(Backend& backend)
+{
+    if (records(&backend))
+        pendingOf(backend).isTextKnown = false;
+}
+
+void StepRecorder::forgetEntries(Backend& backend)
+{
+    if (records(&backend))
+        pendingOf(backend).change.hasAllEntries = false;
+}
+
 void StepRecorder::addEntry(Pending& pending, EntryChange change)
 {
-    if (isHidden(change.before) || isHidden(change.after)) {
-        pending.isTextKnown = false;
+    if (change.before.isHidden() || change.after.isHidden())
         return;
-    }
     std::vector<EntryChange>& entries = pending.change.entries;
     const auto known = pending.entryPlaces.constFind(change.path);
     if (known != pending.entryPlaces.constEnd()) {
@@ -141,18 +143,23 @@ void StepRecorder::finishShape(Pending& pending)
 {
     BackendChange& change = pending.change;
     std::vector<EntryChange>& entries = change.entries;
-    entries.erase(
-        std::remove_if(entries.begin(), entries.end(),
-                       [](const EntryChange& entry) { return isUnchanged(entry.before, entry.after); }),
-        entries.end());
+    const auto kept = std::remove_if(entries.begin(), entries.end(), [](const EntryChange& entry) {
+        return isUnchanged(entry.before, entry.after);
+    });
+    entries.erase(kept, entries.end());
+    if (entries.size() > mostEntries)
+        change.hasAllEntries = false;
+    if (!change.hasAllEntries)
+        std::vector<EntryChange>().swap(entries);
     if (!pending.textBefore || !pending.isTextKnown)
         return;
     const std::string text = change.backend->getBytes();
-    if (change.backend->getRevision() != pending.revision || text == *pending.textBefore)
+    if (change.backend->getRevision() != pending.revision)
         return;
-    change.text.emplace(*pending.textBefore, text);
-    if (entries.size() > mostEntries)
-        std::vector<EntryChange>().swap(entries);
+    if (text != *pending.textBefore)
+        change.text.emplace(*pending.textBefore, text);
+    else
+        change.hasAllEntries = true;
 }
 
 HistoryStep StepRecorder::finish()

@@ -13,6 +13,9 @@ namespace Repository {
 class StepRecorder
 {
 public:
+    // Beyond so many entries only the text is kept, which takes less room and time by far.
+    static constexpr std::size_t mostEntries = 50000;
+
     explicit StepRecorder(const QString& name);
     ~StepRecorder();
     Q_DISABLE_COPY(StepRecorder)
@@ -23,9 +26,13 @@ public:
     void addWrite(Backend& backend, ValueChange change);
 
     // Before a document is changed by more than one value, and afterwards; other writers are kept out in
-    // between.
+    // between. Of several changes of one place the first and the last count.
     void beginShape(Backend& backend);
     void endShape(Backend& backend, std::vector<EntryChange> changes);
+
+    // The text holds what must not be carried, or the entries are too many. Between the two.
+    void forgetText(Backend& backend);
+    void forgetEntries(Backend& backend);
 
     // What there is to undo. No lock of the store is held.
     HistoryStep finish();

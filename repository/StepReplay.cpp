@@ -155,13 +155,13 @@ QString StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
     if (change.text) {
         const std::string text = change.backend->getBytes();
         const auto wanted = direction == Direction::Undo ? change.text->undo(text) : change.text->redo(text);
-        if (wanted && change.entries.empty())
+        if (wanted && !change.hasAllEntries)
             unlikeEntries.insert(change.backend.get());
         if (wanted)
             return edit.reshape(*change.backend).replaceText(*wanted);
-        if (change.entries.empty())
-            return changedSince(change.backend->getName());
     }
+    if (!change.hasAllEntries)
+        return changedSince(change.backend->getName());
     if (!change.entries.empty())
         unlikeEntries.insert(change.backend.get());
     return changeEntries(edit, change);

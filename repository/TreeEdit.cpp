@@ -41,24 +41,32 @@ void TreeEdit::unlock()
 
 void TreeEdit::note(const Node& node, const NodeState& before)
 {
+    if (!recorder || !StepRecorder::records(node.backend))
+        return;
+    if (before.isHidden())
+        hiding.insert(node.backend);
     // The value of a new node comes right behind it.
-    const bool isKnown = !notes.empty() && notes.back().path.constData() == node.path.constData();
-    if (recorder && StepRecorder::records(node.backend) && !isKnown)
+    if (notes.empty() || notes.back().path.constData() != node.path.constData())
         notes.push_back({node.backend, node.path, before});
 }
 
 void TreeEdit::tellRecorder()
 {
     std::map<Backend*, std::vector<EntryChange>> changes;
-    QSet<QStringView> seen;
-    for (const Note& first : notes) {
-        const int known = seen.size();
-        seen.insert(first.path);
-        if (seen.size() > known)
-            changes[first.backend].push_back({first.path, first.before, stateOf(first.path)});
+    std::map<Backend*, std::size_t> counts;
+    for (const Note& each : notes)
+        ++counts[each.backend];
+    for (const Note& each : notes) {
+        if (counts[each.backend] <= StepRecorder::mostEntries)
+            changes[each.backend].push_back({each.path, each.before, stateOf(each.path)});
     }
-    for (auto& [backend, reshaped] : reshapes)
+    for (auto& [backend, reshaped] : reshapes) {
+        if (hiding.count(backend) > 0)
+            recorder->forgetText(*backend);
+        if (counts[backend] > StepRecorder::mostEntries)
+            recorder->forgetEntries(*backend);
         recorder->endShape(*backend, std::move(changes[backend]));
+    }
 }
 
 Node* TreeEdit::find(QStringView path)
@@ -119,6 +127,8 @@ void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access
 {
     const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
     note(node, NodeState::of(node));
+    if (recorder && node.backend && !isReadable(access))
+        hiding.insert(node.backend);
     node.value = value;
     node.access = access;
     node.isAttribute = true;

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <vector>
 
 namespace Repository {
@@ -117,6 +118,7 @@ private:
     std::map<Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
     std::vector<Note> notes;
+    std::set<Backend*> hiding; // not owned; those in which what must not be read was touched
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };
 
