@@ -114,7 +114,10 @@ void BulkWrite::show(const Item& item)
                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
         return;
     }
-    Node& node = edit.ensure(item.path);
+    const QStringView parent = parentPath(item.path);
+    if (!shownParent || shownParent->path != parent)
+        shownParent = &edit.ensure(parent);
+    Node& node = edit.ensureChild(*shownParent, item.path);
     if (!item.isGroup)
         edit.setAttribute(node, item.value, item.access, UpdateResult::Created);
 }

@@ -59,6 +59,7 @@ private:
     Node* parentNode = nullptr; // not owned; that of knownParent, if there is one
     Backend* parentBackend = nullptr;
     bool isParentKnown = false;
+    Node* shownParent = nullptr; // not owned; of the item that finish has come to
     bool isFinished = false;
 };
 

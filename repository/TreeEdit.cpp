@@ -104,6 +104,12 @@ Node& TreeEdit::ensure(QStringView path)
     return *node;
 }
 
+Node& TreeEdit::ensureChild(Node& parent, const QString& path)
+{
+    Node* node = find(path);
+    return node ? *node : makeNode(path, parent);
+}
+
 Node& TreeEdit::makeNode(const QString& path, Node& parent)
 {
     auto made = std::make_unique<Node>(path);

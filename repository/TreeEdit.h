@@ -45,6 +45,9 @@ public:
     // top.
     Node& ensure(QStringView path);
 
+    // The same for a child of a node.
+    Node& ensureChild(Node& parent, const QString& path);
+
     // Whether a new attribute may be made there with this value; the reason when it may not.
     StatusCode acceptNew(const QString& path, const Node* node, const Backend* backend, const QVariant& value,
                          QString& reason);
