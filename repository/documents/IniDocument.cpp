@@ -30,6 +30,14 @@ bool isBinary(std::string_view text)
            std::ptrdiff_t(text.size()) + mostPerText;
 }
 
+// Each section has the paths of all that lead to it, so that a file made for it could take a thousand times
+// its size.
+std::size_t mostSectionBytes(std::size_t fileSize)
+{
+    constexpr std::size_t always = std::size_t(64) << 20;
+    return always + 8 * fileSize;
+}
+
 } // namespace
 
 Outcome IniDocument::parse(std::string bytes)
@@ -82,6 +90,9 @@ Outcome IniDocument::load(std::string bytes, bool isOwn)
             style.comment = commentOf(line->text);
         if (line->kind == IniLine::Kind::Header) {
             section = &index.nextSection(encodePath(line->key()));
+            if (index.getSectionBytes() > mostSectionBytes(text.size()))
+                return failure(line->key().data(),
+                               "the sections up to here, lying deep in each other, take too much memory");
             piece.item = section;
             section->section->header = section->section->last = &piece;
             firstHeader = !firstHeader && line->indent == 0 ? &piece : firstHeader;

@@ -69,9 +69,9 @@ private:
     IniPiece& placeFirstAtRoot(std::string text);
 
     // Whether the entries, without those that go, mean the same when comments stand elsewhere.
-    bool allowsComments(IniComments comments, const std::vector<IniItem*>& going) const;
-    IniPiece* firstHeaderWithout(const std::vector<IniItem*>& going) const;
-    bool frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const;
+    bool allowsComments(IniComments comments) const;
+    Outcome checkRemoval(const IniItem& item, const std::vector<IniItem*>& going, IniComments comments) const;
+    bool frontCanGo(const IniItem& item) const;
     bool entryCanGo(const IniPiece& entry) const;
     void takeEntry(IniItem& item);
     bool sectionsCanGo(const std::vector<IniItem*>& going) const;

@@ -122,7 +122,7 @@ std::string IniDocument::headerText(std::string_view path, std::string& reason)
         return {};
     }
     const IniComments comments = firstHeader ? style.comments : iniCommentsOf(siblings.first);
-    if (!allowsComments(comments, {})) {
+    if (!allowsComments(comments)) {
         reason = "below it, values of this file would be read with the comments behind them";
         return {};
     }

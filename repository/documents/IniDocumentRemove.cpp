@@ -3,7 +3,6 @@
 #include "repository/documents/Refusal.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 // What takes pieces out of an ini file.
 
@@ -11,9 +10,10 @@ namespace Repository::Documents {
 
 namespace {
 
-const IniItem* sectionOf(const IniPiece& piece)
+// The section of a header or entry goes.
+bool goes(const IniPiece& piece)
 {
-    return isHeader(piece) ? piece.item : piece.item->parent;
+    return (isHeader(piece) ? piece.item : piece.item->parent)->section->going;
 }
 
 // The section and all below it.
@@ -44,15 +44,17 @@ Outcome IniDocument::remove(std::string_view path)
     if (!item || path.empty())
         return refused(item ? "the root of a file is not removed" : "there is no such entry");
     const std::vector<IniItem*> going = item->section ? sectionsFrom(*item) : std::vector<IniItem*>();
-    if ((item->entry && !entryCanGo(*item->entry)) || !sectionsCanGo(going))
-        return refused("without it the line below would be read as part of the value above");
-    if (!frontCanGo(*item, going))
-        return refused("without it the file would begin like a file of another encoding");
-    IniPiece* const nextFirst = firstHeaderWithout(going);
+    for (IniItem* const section : going)
+        section->section->going = true;
+    IniPiece* nextFirst = firstHeader;
+    while (nextFirst && (!isHeader(*nextFirst) || nextFirst->line.indent > 0 || goes(*nextFirst)))
+        nextFirst = nextFirst->below;
     const IniComments comments = nextFirst ? iniCommentsOf(nextFirst->line.key()) : IniComments::BehindValues;
-    if (!allowsComments(comments, going))
-        return refused("without it, comments of the file would be read as part of values, or the other way "
-                       "round");
+    Outcome outcome = checkRemoval(*item, going, comments);
+    for (IniItem* const section : going)
+        section->section->going = false;
+    if (!outcome.ok())
+        return outcome;
     const IniSiblings siblings = siblingsOf(path);
     const bool moves = item->section && item->section->header &&
                        siblings.number < countOfSections(index.find(siblings.first));
@@ -67,38 +69,35 @@ Outcome IniDocument::remove(std::string_view path)
     return moves ? reload(getBytes(), true) : Outcome();
 }
 
-IniPiece* IniDocument::firstHeaderWithout(const std::vector<IniItem*>& going) const
+Outcome IniDocument::checkRemoval(const IniItem& item, const std::vector<IniItem*>& going,
+                                  IniComments comments) const
 {
-    const auto goes = [&going](const IniPiece& header) {
-        return std::find(going.begin(), going.end(), header.item) != going.end();
-    };
-    IniPiece* header = firstHeader;
-    while (header && (!isHeader(*header) || header->line.indent > 0 || goes(*header)))
-        header = header->below;
-    return header;
+    if ((item.entry && !entryCanGo(*item.entry)) || !sectionsCanGo(going))
+        return refused("without it the line below would be read as part of the value above");
+    if (!frontCanGo(item))
+        return refused("without it the file would begin like a file of another encoding");
+    if (!allowsComments(comments))
+        return refused("without it, comments of the file would be read as part of values, or the other way "
+                       "round");
+    return {};
 }
 
-bool IniDocument::allowsComments(IniComments comments, const std::vector<IniItem*>& going) const
+bool IniDocument::allowsComments(IniComments comments) const
 {
     if (comments == style.comments)
         return true;
-    const std::unordered_set<const IniItem*> gone(going.begin(), going.end());
     return std::all_of(pieces.begin(), pieces.end(), [&](const IniPiece& piece) {
-        if (piece.line.kind != IniLine::Kind::Entry || gone.count(sectionOf(piece)) > 0)
+        if (piece.line.kind != IniLine::Kind::Entry || goes(piece))
             return true;
         const std::optional<IniLine> line = scanSingle(piece.line.text, comments);
         return line && line->key() == piece.line.key() && line->value() == piece.line.value();
     });
 }
 
-bool IniDocument::frontCanGo(const IniItem& item, const std::vector<IniItem*>& going) const
+bool IniDocument::frontCanGo(const IniItem& item) const
 {
-    const auto goes = [&](const IniPiece& piece) {
-        return item.entry == &piece ||
-               (piece.item && std::find(going.begin(), going.end(), sectionOf(piece)) != going.end());
-    };
     Pieces::const_iterator front = pieces.begin();
-    while (front != pieces.end() && goes(*front))
+    while (front != pieces.end() && (item.entry == &*front || (front->item && goes(*front))))
         front = std::next(isHeader(*front) ? front->item->section->last->place : front->place);
     return front == pieces.end() || encoding.mayBegin(front->line.text);
 }
@@ -133,17 +132,14 @@ void IniDocument::takeEntry(IniItem& item)
 
 bool IniDocument::sectionsCanGo(const std::vector<IniItem*>& going) const
 {
-    const auto goes = [&going](const IniPiece* piece) {
-        return std::find(going.begin(), going.end(), sectionOf(*piece)) != going.end();
-    };
     for (const IniItem* item : going) {
         const IniPiece* const header = item->section->header;
         const IniPiece* const below = header ? item->section->last->below : nullptr;
         // Only an indented header can be taken for the end of the value above.
-        if (!below || below->line.indent == 0 || goes(below))
+        if (!below || below->line.indent == 0 || goes(*below))
             continue;
         const IniPiece* above = header->above;
-        while (above && goes(above))
+        while (above && goes(*above))
             above = above->above;
         if (above && wouldSwallow(above->line, below->line, true))
             return false;

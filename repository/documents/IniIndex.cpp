@@ -98,8 +98,10 @@ IniItem& IniIndex::demandSection(std::string_view path)
     for (std::size_t end = 0; end < path.size();) {
         end = std::min(path.find('.', section == rootItem ? 0 : end + 1), path.size());
         IniItem& deeper = demand(std::string(path.substr(0, end)), section);
-        if (!deeper.section)
+        if (!deeper.section) {
             deeper.section = std::make_unique<IniSection>();
+            sectionBytes += sizeof(IniItem) + sizeof(IniSection) + end;
+        }
         section->section->deeper.insert(&deeper);
         section = &deeper;
     }
@@ -138,6 +140,7 @@ void IniIndex::dropSection(IniItem* item)
         IniItem* const parent = item->parent;
         parent->section->deeper.erase(item);
         item->section.reset();
+        sectionBytes -= sizeof(IniItem) + sizeof(IniSection) + item->path.size();
         if (!item->entry)
             drop(*item);
         item = parent;

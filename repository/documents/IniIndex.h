@@ -35,6 +35,7 @@ struct IniSection
     IniPiece* last = nullptr;            // the last entry, or else the header
     std::size_t headers = 0;             // how many sections have this name; kept by the first
     std::unordered_set<IniItem*> deeper; // the sections right below
+    bool going = false;                  // while it is decided whether it can be removed
 };
 
 // A node of the tree. It may be an entry and a section at once.
@@ -79,6 +80,9 @@ public:
     IniItem* find(std::string_view path);
     const IniItem* find(std::string_view path) const;
 
+    // What all sections take in memory.
+    std::size_t getSectionBytes() const { return sectionBytes; }
+
     // The section of that path, made with all that lead to it where they are missing.
     IniItem& demandSection(std::string_view path);
     // The node of that name in the section.
@@ -104,6 +108,7 @@ private:
     std::vector<std::uint32_t> unused; // numbers of items that were dropped
     HashIndex byPath;
     IniItem* rootItem = nullptr;
+    std::size_t sectionBytes = 0;
 };
 
 } // namespace Repository::Documents

@@ -11,7 +11,7 @@
 namespace Repository::Documents {
 
 // Paths of all sections on the way to a section cost the square of its depth, so there is an end to it.
-constexpr int deepestIniSection = 500;
+constexpr int deepestIniSection = 1000;
 bool isIniTooDeep(std::string_view sectionName);
 
 // How a file writes its entries; what an edit adds follows it.

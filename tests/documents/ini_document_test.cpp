@@ -125,8 +125,8 @@ private slots:
             "the UTF-16 text ends in the middle of a character");
         row("binary", QByteArray("a=1\n\0\0b\0", 8), 2, 1,
             "there are NUL characters: it is a binary file, or UTF-16 without its mark");
-        row("too deep", "x=1\n[" + QByteArray(500, '.') + "]\n", 2, 2,
-            "sections lie in each other more than 500 deep");
+        row("too deep", "x=1\n[" + QByteArray(1000, '.') + "]\n", 2, 2,
+            "sections lie in each other more than 1000 deep");
     }
 
     void refusesToRead()
@@ -138,7 +138,19 @@ private slots:
         QTEST(int(outcome.line), "line");
         QTEST(int(outcome.column), "column");
         QCOMPARE(document->getBytes(), std::string("kept=1\n"));
-        QVERIFY(load("[" + QByteArray(499, '.') + "]\n"));
+        QVERIFY(load("[" + QByteArray(999, '.') + "]\n"));
+    }
+
+    // The paths of deep sections take many times what they take in the file.
+    void refusesToGrowWithoutBound()
+    {
+        QByteArray file;
+        for (int section = 0; section < 1000; ++section)
+            file += "[" + QByteArray::number(section) + QByteArray(".a").repeated(999) + "]\n";
+        const Outcome outcome = makeDocument("ini")->parse(file.toStdString());
+        QCOMPARE(QByteArray::fromStdString(outcome.error),
+                 QByteArray("the sections up to here, lying deep in each other, take too much memory"));
+        QVERIFY2(outcome.line < 200 && outcome.column == 2, qPrintable(QString::number(outcome.line)));
     }
 
     void sets_data()
