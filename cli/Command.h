@@ -42,7 +42,8 @@ struct Command
     std::vector<Option> options;  // of its own
     std::vector<std::string_view> examples;
     ExitCode (*run)(Session& session, const Invocation& invocation) = nullptr;
-    bool isHidden = false; // for scripts of our own
+    bool isHidden = false;     // for scripts of our own
+    bool watchesFiles = false; // what other programs change in them meanwhile is brought in as it happens
 };
 
 } // namespace CommandLine

@@ -19,10 +19,6 @@ DocumentFile DocumentFile::read(const QString& path, const QString& format)
         return file;
     file.bytes = std::move(content.bytes);
     auto document = Repository::Documents::makeDocument(format.toStdString());
-    if (!document) {
-        file.error = QStringLiteral("this version does not read %1 files").arg(format);
-        return file;
-    }
     const auto outcome = document->parse(file.bytes);
     file.error = QString::fromStdString(outcome.error);
     file.hasPlace = outcome.line > 0;

@@ -57,10 +57,19 @@ QString withNameAsGiven(const QString& diff, const Source& source)
     return diff.left(body).replace(source.absolutePath, source.given) + diff.mid(body);
 }
 
+// A short run has no use for the thread that watches files, nor for undo.
+std::shared_ptr<Session::RepositoryInterface> makeRepository(const Invocation& invocation)
+{
+    Repository::RepositoryOptions options;
+    options.watchesFiles = invocation.command && invocation.command->watchesFiles;
+    options.historyBound = 0;
+    return Repository::AttributeRepository::create(options);
+}
+
 } // namespace
 
 Session::Session(const Invocation& given)
-    : invocation(given), dryRun(given.has("--dry-run")), repository(Repository::AttributeRepository::create())
+    : invocation(given), dryRun(given.has("--dry-run")), repository(makeRepository(given))
 {
     QString error = declareBackends();
     for (const std::string_view option : {"--format", "--to-format", "--from-format"}) {
@@ -134,7 +143,10 @@ QString Session::formatOf(const QString& file, bool exists, std::string_view opt
     const QString wanted = invocation.valueOf(option);
     if (!wanted.isEmpty())
         return wanted;
-    return exists ? Repository::FileFormat::ofFile(file) : Repository::FileFormat::ofName(file);
+    if (!exists)
+        return Repository::FileFormat::ofName(file);
+    const QString format = Repository::FileFormat::ofFile(file);
+    return format.isEmpty() ? QStringLiteral("txt") : format; // which tells where it is no text
 }
 
 const Source* Session::open(const QString& argument, Opening opening, std::string_view formatOption)
@@ -165,8 +177,6 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
     source.isNew = !exists;
     source.format = formatOf(source.absolutePath, exists, formatOption);
-    if (source.format.isEmpty() && exists)
-        return refuse(ExitCode::BadFile, QStringLiteral("%1: it is no text").arg(source.given));
     if (source.format.isEmpty())
         return refuse(ExitCode::Usage,
                       QStringLiteral("%1: its name does not tell its format; give it with %2")

@@ -23,6 +23,7 @@ Command roundtrip();
 Command set();
 Command tree();
 Command validate();
+Command watch();
 
 // Options that several of them take.
 constexpr Option dryRunOption{

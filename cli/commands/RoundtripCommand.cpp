@@ -82,9 +82,9 @@ public:
 
     Outcome check(const QString& given)
     {
-        const QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
+        QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
         if (type.isEmpty())
-            return refuse(given, QStringLiteral("it is no text"));
+            type = QStringLiteral("txt"); // which tells where it is no text
         const DocumentFile file = DocumentFile::read(given, type);
         if (!file.ok())
             return refuse(given, file.getError());
@@ -107,8 +107,9 @@ public:
     }
 
 private:
-    static Outcome refuse(const QString& given, const QString& reason)
+    static Outcome refuse(const QString& given, QString reason)
     {
+        reason.replace(QLatin1Char('\n'), QLatin1String("\\n")); // of a text that it quotes
         Output::line(QStringLiteral("%1: refused: %2").arg(given, reason));
         return Outcome::Refused;
     }

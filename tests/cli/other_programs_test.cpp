@@ -86,6 +86,34 @@ private slots:
                  message.constData());
     }
 
+    void watchesUntilItIsInterrupted()
+    {
+        write("a = 1\nb = 1\n");
+        QProcess program;
+        program.start(QStringLiteral(VANTRY_PROGRAM), {QStringLiteral("watch"), file, QStringLiteral("a*")});
+        QVERIFY(program.waitForStarted());
+        // What changes before it watches, it cannot tell; so the file changes until it does.
+        int value = 1;
+        QByteArray printed;
+        QTRY_VERIFY2(
+            [&] {
+                write("a = " + QByteArray::number(++value) + "\nb = 2\n");
+                program.waitForReadyRead(100);
+                printed += program.readAllStandardOutput();
+                return printed.startsWith("changed a = ");
+            }(),
+            printed.constData());
+        write("b = 2\na2 = \"x\"\n");
+        QTRY_VERIFY2((program.waitForReadyRead(100), printed += program.readAllStandardOutput(),
+                      printed.contains("removed a\n") && printed.contains("created a2 = ")),
+                     printed.constData());
+        QVERIFY(!printed.contains(" b"));
+        QCOMPARE(::kill(pid_t(program.processId()), SIGINT), 0);
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+    }
+
     // As "vantry find ... | head -1" does; also when whoever started it has the signal ignored.
     void endsQuietlyWhenNobodyReads()
     {
