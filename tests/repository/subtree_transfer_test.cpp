@@ -3,11 +3,9 @@
 #include "repository/documents/Document.h"
 #include "tests/support/TestRun.h"
 
-#include <QElapsedTimer>
+#include <QDate>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <thread>
 
 using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
@@ -184,6 +182,78 @@ private slots:
             return;
         QCOMPARE(tree(QString()), before);
         QCOMPARE(saved(QStringLiteral("i")), QByteArray("[s]\nk=1\n"));
+    }
+
+    void exportsAndImports_data()
+    {
+        QTest::addColumn<QString>("type");
+        for (const std::string& type : Repository::Documents::getDocumentTypes())
+            QTest::newRow(type.c_str()) << QString::fromStdString(type);
+    }
+
+    // Types, order and a node's own value beside children come through the text of each format.
+    void exportsAndImports()
+    {
+        QFETCH(QString, type);
+        create(QStringLiteral("a.r.flag"), true);
+        if (type != QLatin1String("xml")) // an element holds either a text or elements
+            create(QStringLiteral("a.r.s"), QStringLiteral("own"));
+        create(QStringLiteral("a.r.s.count"), -5);
+        create(QStringLiteral("a.r.s.when"), QDate(2024, 2, 29));
+        create(QStringLiteral("a.r.hidden"), 1, 2);
+        QByteArray text;
+        QCOMPARE(transfer()->exportTree(QStringLiteral("a"), type, text), Success);
+        QVERIFY(!text.contains("hidden"));
+        create(QStringLiteral("b.r.flag"), 0);
+        QCOMPARE(transfer()->importTree(QStringLiteral("b"), type, text), Success);
+        repository->getTreeInterface()->removeTree(QStringLiteral("a.r.hidden"));
+        QStringList expected = tree(QStringLiteral("a"));
+        QVERIFY(expected.removeOne(QStringLiteral(".r.flag=true bool")));
+        QStringList imported = tree(QStringLiteral("b"));
+        QVERIFY(imported.removeOne(QStringLiteral(".r.flag=1 qlonglong"))); // its type stays
+        QCOMPARE(imported, expected);
+    }
+
+    void refusesTextsAsAWhole()
+    {
+        mount(QStringLiteral("ini"), QStringLiteral("i"), "[s]\nk=1\n");
+        const QStringList before = tree(QString());
+        const auto refused = [&](const QString& path, const char* type, const QByteArray& text, int status,
+                                 const char* reason) {
+            const int actual = transfer()->importTree(path, QLatin1String(type), text);
+            QVERIFY2(lastFailure().contains(QLatin1String(reason)), qPrintable(lastFailure()));
+            QCOMPARE(actual, status);
+            QCOMPARE(tree(QString()), before);
+            QCOMPARE(saved(QStringLiteral("i")), QByteArray("[s]\nk=1\n"));
+        };
+        refused(QStringLiteral("i"), "json", "{\n  \"a\" 5}", BackendFailure, "line 2, column 7");
+        refused(QStringLiteral("i"), "yaml", "", BackendFailure, "no backend type 'yaml'");
+        refused(QString(), "json", "5", InvalidPath, "needs a path");
+        refused(QString(), "json", "{\"i\": {\"new\": 1}, \"internal\": {\"x\": 1}}", NotWritable,
+                "'internal.x'");
+        refused(QStringLiteral("i"), "json", "{\"new\": 1, \"s\": {\"k\": \"no number\"}}", WrongType,
+                "'i.s.k'");
+        QByteArray text("kept");
+        QCOMPARE(transfer()->exportTree(QStringLiteral("none"), QStringLiteral("json"), text), NotFound);
+        QCOMPARE(text, QByteArray("kept"));
+    }
+
+    void copiesManyAttributes()
+    {
+        QByteArray json = "{\"from\": {";
+        for (int i = 0; i < 100000; ++i)
+            json += "\"k" + QByteArray::number(i) + "\": " + QByteArray::number(i) + ", ";
+        mount(QStringLiteral("json"), QStringLiteral("j"), json + "\"last\": true}}");
+        int heard = 0;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("j.to.*"), [&heard](auto&&...) { ++heard; }, 8);
+        QCOMPARE(transfer()->copyTree(QStringLiteral("j.from"), QStringLiteral("j.to")), Success);
+        QCOMPARE(heard, 100001);
+        QByteArray from;
+        QByteArray to;
+        QCOMPARE(transfer()->exportTree(QStringLiteral("j.from"), QStringLiteral("json"), from), Success);
+        QCOMPARE(transfer()->exportTree(QStringLiteral("j.to"), QStringLiteral("json"), to), Success);
+        QVERIFY(from == to && from.contains("\"k99999\": 99999"));
     }
 };
 
