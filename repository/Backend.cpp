@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
 #include "repository/UnifiedDiff.h"
+#include "repository/documents/TextEncoding.h"
 
 #include <algorithm>
 #include <set>
@@ -192,6 +193,9 @@ QString Backend::getUnsavedDiff() const
         before = content.getBase();
         after = content.getText();
     }
+    // A diff is one text, whatever the file's encoding is.
+    Documents::TextEncoding().decode(before, {});
+    Documents::TextEncoding().decode(after, {});
     return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
 }
 

@@ -112,10 +112,13 @@ private:
     QString absolute(const std::string& path) const;
     QString reasonOf(const Documents::Outcome& outcome) const;
     QString read();
-    ReadFileResult readFile() const;
+    void catchUp(const Reshaping& reshape);
+
+    // saving held
+    QString write(const Reshaping& reshape, std::string& warning);
+    QString lookAtFile(Look look, const Reshaping& reshape, std::string& warning);
     QString takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape);
     QString takeGone(Look look, const Reshaping& reshape);
-    void catchUp(const Reshaping& reshape);
 
     // mutex held
     QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);

@@ -22,6 +22,13 @@ std::string emptyText(const QString& type)
     return type == QLatin1String("json") ? "{}\n" : std::string();
 }
 
+// Never with a lock held.
+void logWarning(const std::string& warning)
+{
+    if (!warning.empty())
+        logFailure(QString::fromStdString(warning));
+}
+
 } // namespace
 
 QString Backend::reasonOf(const Outcome& outcome) const
@@ -35,17 +42,10 @@ QString Backend::reasonOf(const Outcome& outcome) const
                                    .arg(reason);
 }
 
-ReadFileResult Backend::readFile() const
-{
-    ReadFileResult file = files.read(nameOnDisk(description));
-    if (!file.warning.empty())
-        logFailure(QString::fromStdString(file.warning));
-    return file;
-}
-
 QString Backend::read()
 {
-    ReadFileResult file = readFile();
+    ReadFileResult file = files.read(nameOnDisk(description));
+    logWarning(file.warning);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return QString::fromStdString(file.error);
     stamp = file.stamp;
@@ -54,12 +54,24 @@ QString Backend::read()
 
 QString Backend::save(const Reshaping& reshape)
 {
-    const std::lock_guard savingLock(saving);
+    std::string warning;
+    QString refusal;
+    {
+        const std::lock_guard lock(saving);
+        refusal = write(reshape, warning);
+    }
+    logWarning(warning);
+    return refusal;
+}
+
+QString Backend::write(const Reshaping& reshape, std::string& warning)
+{
     std::string text;
     FileStamp known;
+    const bool isThere = QFile::exists(description.filePath);
     {
         const std::lock_guard lock(mutex);
-        isGone = isGone && files.read(nameOnDisk(description)).missing;
+        isGone = isGone && !isThere; // somebody may have put it back
         const QString refusal = conflictText();
         if (!refusal.isEmpty())
             return QStringLiteral("%1: %2").arg(description.filePath, refusal);
@@ -79,9 +91,8 @@ QString Backend::save(const Reshaping& reshape)
         return MergedContent{text, refusal.toStdString()};
     };
     const SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
-    if (!saved.warning.empty())
-        logFailure(QString::fromStdString(saved.warning));
-    const bool hasGone = !saved.ok() && known.exists && files.read(nameOnDisk(description)).missing;
+    warning = saved.warning;
+    const bool hasGone = !saved.ok() && known.exists && !QFile::exists(description.filePath);
     const std::lock_guard lock(mutex);
     if (saved.ok()) {
         stamp = saved.stamp;
@@ -122,8 +133,20 @@ QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, c
 
 QString Backend::reload(Look look, const Reshaping& reshape)
 {
-    const std::lock_guard savingLock(saving);
-    const ReadFileResult file = readFile();
+    std::string warning;
+    QString refusal;
+    {
+        const std::lock_guard lock(saving);
+        refusal = lookAtFile(look, reshape, warning);
+    }
+    logWarning(warning);
+    return refusal;
+}
+
+QString Backend::lookAtFile(Look look, const Reshaping& reshape, std::string& warning)
+{
+    const ReadFileResult file = files.read(nameOnDisk(description));
+    warning = file.warning;
     bool hasChanged = false;
     {
         const std::lock_guard lock(mutex);
