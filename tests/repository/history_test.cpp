@@ -194,6 +194,18 @@ private slots:
         QCOMPARE(tree(), before);
     }
 
+    // The document that the first undo has read anew knows nothing of how the number was spelled before.
+    void bringsBackSpellings()
+    {
+        const QByteArray text = "{\"a\": 1.50, \"z\": 1}";
+        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), text));
+        QVERIFY(write("m.a", 2.5));
+        QVERIFY(remove("m.z"));
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved(), text);
+    }
+
     void takesBackReverting()
     {
         QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m"), samples[QStringLiteral("ini")]));
