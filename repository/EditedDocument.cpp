@@ -97,15 +97,30 @@ void EditedDocument::begin(std::unique_ptr<Document> fresh, std::string text)
     conflicts.clear();
     comparedRevision = ++revision;
     differs = false;
+    edited.clear();
+}
+
+std::string EditedDocument::getText() const
+{
+    compare();
+    return differs ? edited : base;
 }
 
 bool EditedDocument::hasEdits() const
 {
-    if (comparedRevision != revision) {
-        differs = document->getBytes() != base;
-        comparedRevision = revision;
-    }
+    compare();
     return differs;
+}
+
+void EditedDocument::compare() const
+{
+    if (comparedRevision == revision)
+        return;
+    edited = document->getBytes();
+    differs = edited != base;
+    comparedRevision = revision;
+    if (!differs)
+        edited = {};
 }
 
 Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
@@ -118,9 +133,10 @@ Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
 
 void EditedDocument::setSaved(std::string text)
 {
+    std::string present = getText();
     base = std::move(text);
-    differs = document->getBytes() != base;
-    comparedRevision = revision;
+    differs = present != base;
+    edited = differs ? std::move(present) : std::string();
 }
 
 void EditedDocument::dropBase()

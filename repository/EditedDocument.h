@@ -28,7 +28,7 @@ public:
     const Documents::Document& getDocument() const { return *document; }
     const std::string& getBase() const { return base; }
     EntryMap getBaseEntries() const { return entriesOf(*parsed(base)); }
-    std::string getText() const { return document->getBytes(); }
+    std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
 
     // Changes the document by an operation on it, and passes on what came of it.
@@ -70,8 +70,11 @@ private:
     std::unique_ptr<Documents::Document> document;
     std::string base;
     std::size_t revision = 0;
-    mutable std::size_t comparedRevision = 0; // at which differs was found out
+    // The text is put together once for all that a save asks; it is kept while it differs from the base.
+    void compare() const;
+    mutable std::size_t comparedRevision = 0; // at which the following was found out
     mutable bool differs = false;
+    mutable std::string edited; // the text where it differs
 
     struct Origin
     {
