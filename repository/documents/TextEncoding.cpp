@@ -1,6 +1,7 @@
 #include "repository/documents/TextEncoding.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/CharacterSet.h"
 #include "repository/documents/TextPosition.h"
 
 namespace Repository::Documents {
@@ -19,6 +20,12 @@ constexpr std::string_view bigWideMark = "\0\0\xFE\xFF"sv;
 bool beginsWith(std::string_view text, std::string_view front)
 {
     return text.substr(0, front.size()) == front;
+}
+
+bool mayBeginUnmarked(std::string_view bytes)
+{
+    return !beginsWith(bytes, utf8Mark) && !beginsWith(bytes, littleMark) && !beginsWith(bytes, bigMark) &&
+           !beginsWith(bytes, bigWideMark);
 }
 
 bool isHighHalf(char32_t c)
@@ -70,15 +77,6 @@ std::string decodeUtf16(std::string_view bytes, bool bigEnd)
     return text;
 }
 
-std::string decodeLatin1(std::string_view bytes)
-{
-    std::string text;
-    text.reserve(bytes.size() + bytes.size() / 8);
-    for (const char byte : bytes)
-        appendUtf8(text, static_cast<unsigned char>(byte));
-    return text;
-}
-
 void appendUnit(std::string& bytes, char32_t unit, bool bigEnd)
 {
     const char high = static_cast<char>(static_cast<unsigned char>(unit >> 8));
@@ -101,20 +99,6 @@ void appendUtf16(std::string& bytes, std::string_view text, bool bigEnd)
     }
 }
 
-void appendLatin1(std::string& bytes, std::string_view text)
-{
-    for (std::size_t at = 0; at < text.size();) {
-        const Character c = characterAt(text.substr(at));
-        bytes += static_cast<char>(static_cast<unsigned char>(c.code));
-        at += c.length ? c.length : 1;
-    }
-}
-
-std::string_view nameOf(Kind kind)
-{
-    return kind == Kind::Latin1 ? "Latin-1" : "UTF-16";
-}
-
 } // namespace
 
 Outcome TextEncoding::decode(std::string& bytes, Rules rules)
@@ -135,9 +119,18 @@ Outcome TextEncoding::decode(std::string& bytes, Rules rules)
     } else if (beginsWith(bytes, utf8Mark)) {
         kind = Kind::Utf8WithMark;
         bytes.erase(0, utf8Mark.size());
-    } else if (rules.latin1) {
-        kind = Kind::Latin1;
-        bytes = decodeLatin1(bytes);
+    } else if (!rules.declared.empty()) {
+        CharacterSet::Conversion text = CharacterSet::toUtf8(rules.declared, bytes);
+        const bool isExact =
+            !text.failedAt && CharacterSet::fromUtf8(rules.declared, text.text).text == bytes;
+        if (!isExact) {
+            const TextPosition position = positionOf(text.text, text.failedAt ? text.text.size() : 0);
+            return {"the bytes from here are no " + rules.declared + " that could be written back",
+                    position.line, position.column};
+        }
+        kind = Kind::Declared;
+        characterSet = std::move(rules.declared);
+        bytes = std::move(text.text);
     } else {
         kind = Kind::Utf8;
     }
@@ -150,14 +143,11 @@ std::string TextEncoding::encode(std::string text) const
         text.insert(0, mark());
         return text;
     }
+    if (kind == Kind::Declared)
+        return CharacterSet::fromUtf8(characterSet, text).text;
     std::string bytes(mark());
-    if (kind == Kind::Latin1) {
-        bytes.reserve(text.size());
-        appendLatin1(bytes, text);
-    } else {
-        bytes.reserve(mark().size() + 2 * text.size());
-        appendUtf16(bytes, text, kind == Kind::Utf16Be);
-    }
+    bytes.reserve(mark().size() + 2 * text.size());
+    appendUtf16(bytes, text, kind == Kind::Utf16Be);
     return bytes;
 }
 
@@ -165,14 +155,20 @@ std::string TextEncoding::findRefusal(std::string_view text) const
 {
     if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
         return {};
+    if (kind == Kind::Declared) {
+        const auto failedAt = CharacterSet::fromUtf8(characterSet, text).failedAt;
+        if (!failedAt)
+            return {};
+        const std::size_t length = characterAt(text.substr(*failedAt)).length;
+        return "the file is " + characterSet + ", which has no " +
+               (length ? '"' + std::string(text.substr(*failedAt, length)) + '"'
+                       : std::string("place for bytes that are no characters"));
+    }
     char32_t before = 0;
     for (std::size_t at = 0; at < text.size();) {
         const Character c = characterAt(text.substr(at));
         if (c.length == 0)
-            return "the file is " + std::string(nameOf(kind)) +
-                   ", which has no place for bytes that are no characters";
-        if (kind == Kind::Latin1 && c.code > 0xFF)
-            return "the file is Latin-1, which has no \"" + std::string(text.substr(at, c.length)) + '"';
+            return "the file is UTF-16, which has no place for bytes that are no characters";
         if (isHighHalf(before) && isLowHalf(c.code))
             return "the file is UTF-16, where these two halves would become one character";
         before = c.code;
@@ -189,24 +185,24 @@ bool TextEncoding::mayBegin(std::string_view text) const
         return true;
     case Kind::Utf16Le:
         return text.empty() || text.front() != '\0';
-    case Kind::Latin1:
-        return !beginsWith(text, "\u00FF\u00FE") && !beginsWith(text, "\u00FE\u00FF") &&
-               !beginsWith(text, "\u00EF\u00BB\u00BF") && !beginsWith(text, "\0\0\u00FE\u00FF"sv);
+    case Kind::Declared:
+        return mayBeginUnmarked(encode(std::string(text.substr(0, 8))));
     case Kind::Utf8:
         break;
     }
-    return !beginsWith(text, utf8Mark) && !beginsWith(text, littleMark) && !beginsWith(text, bigMark) &&
-           !beginsWith(text, bigWideMark);
+    return mayBeginUnmarked(text);
 }
 
 std::size_t TextEncoding::sizeOf(std::string_view text) const
 {
     if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
         return text.size();
+    if (kind == Kind::Declared)
+        return encode(std::string(text)).size();
     std::size_t size = 0;
     for (std::size_t at = 0; at < text.size();) {
         const Character c = characterAt(text.substr(at));
-        size += kind == Kind::Latin1 ? 1 : (c.code >= 0x10000 ? 4 : 2);
+        size += c.code >= 0x10000 ? 4 : 2;
         at += c.length ? c.length : 1;
     }
     return size;
@@ -222,7 +218,7 @@ std::string_view TextEncoding::mark() const
     case Kind::Utf16Be:
         return bigMark;
     case Kind::Utf8:
-    case Kind::Latin1:
+    case Kind::Declared:
         break;
     }
     return {};

@@ -24,14 +24,14 @@ public:
         Utf8WithMark,
         Utf16Le, // UTF-16 always has its mark: without one a file is not taken for it
         Utf16Be,
-        Latin1
+        Declared
     };
 
     // What the format of the file allows beside UTF-8. A mark in the file has the last word.
     struct Rules
     {
         bool utf16 = true;
-        bool latin1 = false; // the file declares it
+        std::string declared; // the character set that the file names, one that is known; empty for none
     };
 
     // Turns the bytes of a file into its text, in place; with plain UTF-8 there is nothing to turn. After an
@@ -59,6 +59,7 @@ private:
     std::string_view mark() const;
 
     Kind kind = Kind::Utf8;
+    std::string characterSet; // with Declared
 };
 
 } // namespace Repository::Documents

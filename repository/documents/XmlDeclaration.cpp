@@ -1,5 +1,7 @@
 #include "repository/documents/XmlDeclaration.h"
 
+#include "repository/documents/CharacterSet.h"
+
 #include <algorithm>
 #include <array>
 
@@ -11,7 +13,6 @@ constexpr std::string_view opening = "<?xml";
 constexpr std::string_view blanks = " \t\r\n";
 constexpr std::array<std::string_view, 2> utf8Names{"utf-8", "utf8"};
 constexpr std::array<std::string_view, 3> asciiNames{"us-ascii", "ascii", "ansi_x3.4-1968"};
-constexpr std::array<std::string_view, 5> latin1Names{"iso-8859-1", "iso_8859-1", "latin1", "latin-1", "l1"};
 
 template <typename Names>
 bool contains(const Names& names, const std::string& name)
@@ -27,7 +28,7 @@ XmlEncoding encodingOf(std::string name)
         return XmlEncoding::Utf8;
     if (contains(asciiNames, name))
         return XmlEncoding::Ascii;
-    return contains(latin1Names, name) ? XmlEncoding::Latin1 : XmlEncoding::Unknown;
+    return CharacterSet::isKnown(name) ? XmlEncoding::CharacterSet : XmlEncoding::Unknown;
 }
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace Repository::Documents {
 
-enum class XmlEncoding : std::uint8_t { Utf8, Ascii, Latin1, Unknown };
+enum class XmlEncoding : std::uint8_t { Utf8, Ascii, CharacterSet, Unknown };
 
 // What the first line of a file says about its encoding.
 struct XmlDeclaration

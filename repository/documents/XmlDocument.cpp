@@ -46,12 +46,12 @@ Outcome XmlDocument::parse(std::string bytes)
         const XmlDeclaration declaration = readXmlDeclaration(bytes);
         if (declaration.encoding == XmlEncoding::Unknown) {
             const TextPosition position = positionOf(bytes, declaration.offset);
-            return {"the encoding " + quoted(declaration.name) +
-                        " is not read; save the file as UTF-8, UTF-16 or Latin-1",
+            return {"the encoding " + quoted(declaration.name) + " is not known; save the file as UTF-8",
                     position.line, position.column};
         }
         TextEncoding encoding;
-        const Outcome decoded = encoding.decode(bytes, {true, declaration.encoding == XmlEncoding::Latin1});
+        const bool isNamed = declaration.encoding == XmlEncoding::CharacterSet;
+        const Outcome decoded = encoding.decode(bytes, {true, isNamed ? declaration.name : std::string()});
         if (!decoded.ok())
             return decoded;
         auto fresh = std::make_unique<Content>(std::move(bytes));

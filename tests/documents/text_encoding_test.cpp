@@ -21,7 +21,7 @@ TextEncoding encodingOf(Kind kind)
     const char* const marks[] = {"", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF", ""};
     std::string bytes = marks[int(kind)];
     TextEncoding encoding;
-    encoding.decode(bytes, {true, kind == Kind::Latin1});
+    encoding.decode(bytes, {true, kind == Kind::Declared ? "ISO-8859-1" : ""});
     return encoding;
 }
 
@@ -35,38 +35,40 @@ private slots:
     void decodes_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("latin1");
+        QTest::addColumn<QByteArray>("declared");
         QTest::addColumn<Kind>("kind");
         QTest::addColumn<QByteArray>("text");
-        const auto row = [](const char* name, const char* hex, bool latin1, Kind kind,
+        const auto row = [](const char* name, const char* hex, const char* declared, Kind kind,
                             const QByteArray& text) {
-            QTest::newRow(name) << bytesOf(hex) << latin1 << kind << text;
+            QTest::newRow(name) << bytesOf(hex) << QByteArray(declared) << kind << text;
         };
-        row("nothing", "", false, Kind::Utf8, "");
-        row("utf-8", "61c3bc", false, Kind::Utf8, "a\xC3\xBC");
-        row("bytes that are no text", "61fc00", false, Kind::Utf8, QByteArray("a\xFC\0", 3));
-        row("utf-8 with mark", "efbbbf61", false, Kind::Utf8WithMark, "a");
-        row("two marks", "efbbbfefbbbf", false, Kind::Utf8WithMark, "\xEF\xBB\xBF");
-        row("half a mark", "efbb", false, Kind::Utf8, "\xEF\xBB");
-        row("utf-16 le", "fffe6100fc00ac20", false, Kind::Utf16Le, "a\u00FC\u20AC");
-        row("utf-16 be", "feff006100fc20ac", false, Kind::Utf16Be, "a\u00FC\u20AC");
-        row("a pair", "fffe3dd800de", false, Kind::Utf16Le, "\U0001F600");
-        row("the last character", "feffdbffdfff", false, Kind::Utf16Be, "\U0010FFFF");
-        row("halves the wrong way round", "feffde00d83d0061", false, Kind::Utf16Be,
+        row("nothing", "", "", Kind::Utf8, "");
+        row("utf-8", "61c3bc", "", Kind::Utf8, "a\xC3\xBC");
+        row("bytes that are no text", "61fc00", "", Kind::Utf8, QByteArray("a\xFC\0", 3));
+        row("utf-8 with mark", "efbbbf61", "", Kind::Utf8WithMark, "a");
+        row("two marks", "efbbbfefbbbf", "", Kind::Utf8WithMark, "\xEF\xBB\xBF");
+        row("half a mark", "efbb", "", Kind::Utf8, "\xEF\xBB");
+        row("utf-16 le", "fffe6100fc00ac20", "", Kind::Utf16Le, "a\u00FC\u20AC");
+        row("utf-16 be", "feff006100fc20ac", "", Kind::Utf16Be, "a\u00FC\u20AC");
+        row("a pair", "fffe3dd800de", "", Kind::Utf16Le, "\U0001F600");
+        row("the last character", "feffdbffdfff", "", Kind::Utf16Be, "\U0010FFFF");
+        row("halves the wrong way round", "feffde00d83d0061", "", Kind::Utf16Be,
             "\xED\xB8\x80\xED\xA0\xBD"
             "a");
-        row("half at the end", "fffe61003dd8", false, Kind::Utf16Le, "a\xED\xA0\xBD");
-        row("latin-1", "61fcff80", true, Kind::Latin1, "a\u00FC\u00FF\u0080");
-        row("a mark has the last word", "efbbbfc3bc", true, Kind::Utf8WithMark, "\u00FC");
+        row("half at the end", "fffe61003dd8", "", Kind::Utf16Le, "a\xED\xA0\xBD");
+        row("latin-1", "61fcff80", "ISO-8859-1", Kind::Declared, "a\u00FC\u00FF\u0080");
+        row("cyrillic", "61d0a2", "koi8-r", Kind::Declared, "a\u043F\u2551");
+        row("big5", "61a440", "Big5", Kind::Declared, "a\u4E00");
+        row("a mark has the last word", "efbbbfc3bc", "ISO-8859-1", Kind::Utf8WithMark, "\u00FC");
     }
 
     void decodes()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(bool, latin1);
+        QFETCH(QByteArray, declared);
         std::string text = bytes.toStdString();
         TextEncoding encoding;
-        QVERIFY(encoding.decode(text, {true, latin1}).ok());
+        QVERIFY(encoding.decode(text, {true, declared.toStdString()}).ok());
         QTEST(encoding.getKind(), "kind");
         QTEST(QByteArray::fromStdString(text), "text");
         QVERIFY(encoding.findRefusal(text).empty());
@@ -96,7 +98,7 @@ private slots:
         QFETCH(QByteArray, bytes);
         QFETCH(bool, utf16);
         std::string text = bytes.toStdString();
-        const Outcome outcome = TextEncoding().decode(text, {utf16, false});
+        const Outcome outcome = TextEncoding().decode(text, {utf16, {}});
         QTEST(QByteArray::number(int(outcome.line)) + ':' + QByteArray::number(int(outcome.column)) + ' ' +
                   QByteArray::fromStdString(outcome.error),
               "reason");
@@ -106,8 +108,8 @@ private slots:
     void saysWhatAFileCannotHold()
     {
         QVERIFY(encodingOf(Kind::Utf8).findRefusal("\xFF\u20AC").empty());
-        QCOMPARE(encodingOf(Kind::Latin1).findRefusal("\u00FC\u20AC"),
-                 std::string("the file is Latin-1, which has no \"\u20AC\""));
+        QCOMPARE(encodingOf(Kind::Declared).findRefusal("\u00FC\u20AC"),
+                 std::string("the file is ISO-8859-1, which has no \"\u20AC\""));
         QCOMPARE(encodingOf(Kind::Utf16Be).findRefusal("a\xC3"),
                  std::string("the file is UTF-16, which has no place for bytes that are no characters"));
         QCOMPARE(encodingOf(Kind::Utf16Le).findRefusal("\xED\xA0\xBD\xED\xB8\x80"),
@@ -140,7 +142,7 @@ private slots:
             std::string text;
             for (int left = random.bounded(6); left > 0; --left)
                 text += pieces[std::size_t(random.bounded(int(pieces.size())))];
-            const TextEncoding::Rules rules{true, kind == Kind::Latin1};
+            const TextEncoding::Rules rules{true, kind == Kind::Declared ? "ISO-8859-1" : ""};
             if (encoding.mayBegin(text) && encoding.findRefusal(text).empty()) {
                 ++held;
                 std::string bytes = encoding.encode(text);
