@@ -258,6 +258,8 @@ std::string XmlReader::explainToken(std::size_t at) const
     const std::size_t length = FrameworkCore::Values::utf8Length(rest);
     if (length == 0)
         return "bytes that are no valid text";
+    if (rest.front() == '\n' || rest.front() == '\r')
+        return "the line must not end here";
     const std::string unheld = explainUnheldXml(rest.substr(0, length));
     return unheld.empty() ? "\"" + std::string(rest.substr(0, length)) + "\" is not allowed here" : unheld;
 }
