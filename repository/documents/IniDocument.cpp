@@ -198,24 +198,25 @@ bool IniDocument::contains(std::string_view path) const
     return index.find(path) != nullptr;
 }
 
-template <typename Visitor>
-void IniDocument::write(Visitor visitor) const
-{
-    bool endsInLine = true;
-    for (const IniPiece& piece : pieces) {
-        // The last line of the file may lack its end until another comes behind it.
-        if (!endsInLine)
-            visitor(nullptr, style.lineEnd);
-        visitor(&piece, piece.line.text);
-        endsInLine = endsLine(piece.line.text);
-    }
-}
-
 std::string IniDocument::getBytes() const
 {
     std::string text;
     text.reserve(fileText->size() + fileText->size() / 16);
-    write([&text](const IniPiece*, std::string_view piece) { text += piece; });
+    // What lies side by side in the file is copied in one go.
+    std::string_view run;
+    for (const IniPiece& piece : pieces) {
+        const std::string_view next = piece.line.text;
+        if (run.data() + run.size() == next.data()) {
+            run = std::string_view(run.data(), run.size() + next.size());
+            continue;
+        }
+        text += run;
+        // The last line of the file may lack its end until another comes behind it.
+        if (!endsLine(text))
+            text += style.lineEnd;
+        run = next;
+    }
+    text += run;
     return encoding.encode(std::move(text));
 }
 
@@ -227,11 +228,14 @@ std::optional<Span> IniDocument::locate(std::string_view path) const
     const IniLine& line = item->entry->line;
     Span span{encoding.markSize() + encoding.sizeOf(line.text.substr(0, line.valueBegin)),
               encoding.sizeOf(line.value())};
-    bool found = false;
-    write([&](const IniPiece* piece, std::string_view text) {
-        found = found || piece == item->entry;
-        span.offset += found ? 0 : encoding.sizeOf(text);
-    });
+    bool endsInLine = true;
+    for (const IniPiece& piece : pieces) {
+        span.offset += endsInLine ? 0 : encoding.sizeOf(style.lineEnd);
+        if (&piece == item->entry)
+            break;
+        span.offset += encoding.sizeOf(piece.line.text);
+        endsInLine = endsLine(piece.line.text);
+    }
     return span;
 }
 

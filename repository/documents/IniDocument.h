@@ -45,9 +45,6 @@ private:
 
     // Gives an entry another text, unless it would change how the lines around it are read.
     Outcome replace(IniPiece& piece, std::string_view text);
-    // Calls back with each piece of the file in its order, and the line ends that edits have made necessary.
-    template <typename Visitor>
-    void write(Visitor visitor) const;
 
     // Adds a piece; those that are no gaps are chained behind the one above, none being the front.
     IniPiece& add(Pieces::iterator before, IniPiece* above, const IniLine& line);
