@@ -58,6 +58,8 @@ namespace {
 
 using ParserOwner = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
 
+constexpr std::size_t usualNodeSize = 40; // bytes of text for a node
+
 std::uint32_t offsetOf(std::size_t at)
 {
     return static_cast<std::uint32_t>(at);
@@ -76,6 +78,7 @@ XmlFault XmlReader::read()
         return {};
     if (text.size() > maximumSize)
         return {0, "the file is larger than 2 GB, the most that is read"};
+    tree.reserve(text.size() / usualNodeSize);
     const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
     if (!parser)
         throw std::bad_alloc();
@@ -116,7 +119,9 @@ bool XmlReader::open(std::size_t at)
     node.parent = current;
     node.lead = offsetOf(cursor);
     node.label = offsetOf(at);
-    const std::size_t nameEnd = text.find_first_of(" \t\r\n/>", at);
+    std::size_t nameEnd = at + 1;
+    while (!isXmlBlank(text[nameEnd]) && text[nameEnd] != '/' && text[nameEnd] != '>')
+        ++nameEnd;
     node.name = tree.getNames().intern(std::string_view(text).substr(at + 1, nameEnd - at - 1));
     current = tree.read(node);
     const std::size_t tagEnd = addAttributes(current, nameEnd);
@@ -133,7 +138,9 @@ bool XmlReader::open(std::size_t at)
 std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
 {
     while (true) {
-        const std::size_t label = text.find_first_not_of(" \t\r\n", at);
+        std::size_t label = at;
+        while (isXmlBlank(text[label]))
+            ++label;
         if (text[label] == '>' || text[label] == '/')
             return at;
         XmlNode node;
@@ -141,7 +148,9 @@ std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
         node.parent = element;
         node.lead = offsetOf(at);
         node.label = offsetOf(label);
-        const std::size_t nameEnd = text.find_first_of("= \t\r\n", label);
+        std::size_t nameEnd = label;
+        while (text[nameEnd] != '=' && !isXmlBlank(text[nameEnd]))
+            ++nameEnd;
         node.name = tree.getNames().intern(std::string_view(text).substr(label, nameEnd - label));
         const std::size_t quote = text.find_first_of("\"'", nameEnd);
         const std::size_t closing = text.find(text[quote], quote + 1);

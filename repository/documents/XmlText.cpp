@@ -57,11 +57,6 @@ std::size_t appendReference(std::string& out, std::string_view text, std::size_t
 
 } // namespace
 
-bool isXmlBlank(char c)
-{
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
 bool isXmlBlank(std::string_view text)
 {
     return text.find_first_not_of(blanks) == npos;
@@ -70,6 +65,14 @@ bool isXmlBlank(std::string_view text)
 XmlStretch findXmlValue(std::string_view between)
 {
     XmlStretch stretch;
+    if (between.find('<') == npos) {
+        stretch.end = between.size();
+        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.begin]))
+            ++stretch.begin;
+        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.end - 1]))
+            --stretch.end;
+        return stretch.isEmpty() ? XmlStretch() : stretch;
+    }
     std::size_t at = 0;
     while (at < between.size()) {
         const std::size_t markup = std::min(between.find('<', at), between.size());

@@ -12,7 +12,10 @@
 
 namespace Repository::Documents {
 
-bool isXmlBlank(char c);
+inline bool isXmlBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 bool isXmlBlank(std::string_view text);
 
 // A stretch of text from its first to its last character that counts: blanks that are spelled as they are,

@@ -50,23 +50,24 @@ void XmlTree::complete(XmlNodeId element)
     }
     for (XmlNodeId id = first; id != noXmlNode; id = nodes[id].next)
         counts[nodes[id].name] = 0;
-    if (node.count > searchedCount)
-        buildIndex(element);
 }
 
 void XmlTree::buildIndex(XmlNodeId element)
 {
     nodes[element].isIndexed = true;
+    index.reserve(indexed += nodes[element].count);
     for (XmlNodeId id = firstInside(element); id != noXmlNode; id = nodes[id].next)
         index.insert(hashOf(element, keyOf(nodes[id])), id);
 }
 
-XmlNodeId XmlTree::find(XmlNodeId parent, const XmlKey& key) const
+XmlNodeId XmlTree::find(XmlNodeId parent, const XmlKey& key)
 {
     if (parent == noXmlNode)
         return root != noXmlNode && isNamed(nodes[root], parent, key) ? root : noXmlNode;
     const auto matches = [this, parent, &key](XmlNodeId id) { return isNamed(nodes[id], parent, key); };
-    if (nodes[parent].isIndexed && key.kind != XmlKind::Attribute)
+    if (key.kind != XmlKind::Attribute && nodes[parent].count > searchedCount && !nodes[parent].isIndexed)
+        buildIndex(parent);
+    if (key.kind != XmlKind::Attribute && nodes[parent].isIndexed)
         return index.find(hashOf(parent, key), matches);
     XmlNodeId id = nodes[parent].first;
     while (id != noXmlNode && !matches(id))
@@ -113,8 +114,6 @@ XmlNodeId XmlTree::insert(XmlNodeId parent, XmlNodeId previous, const XmlKey& ke
         link(id, previous);
         if (nodes[parent].isIndexed && key.kind != XmlKind::Attribute)
             index.insert(hashOf(parent, key), id);
-        else if (nodes[parent].count > searchedCount && !nodes[parent].isIndexed)
-            buildIndex(parent);
     }
     touch(id);
     return id;

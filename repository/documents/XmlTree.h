@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace Repository::Documents {
@@ -40,14 +41,18 @@ public:
     const XmlNode& node(XmlNodeId id) const { return nodes[id]; }
     XmlNode& node(XmlNodeId id) { return nodes[id]; }
 
+    // While reading: makes room for so many nodes.
+    void reserve(std::size_t count) { nodes.reserve(count); }
+
     // While reading: appends a node as the last child of its parent, or as the root.
     XmlNodeId read(const XmlNode& node);
 
     // While reading: numbers the children of an element that is complete.
     void complete(XmlNodeId element);
 
-    // The child by its kind, name and number; noXmlNode without one.
-    XmlNodeId find(XmlNodeId parent, const XmlKey& key) const;
+    // The child by its kind, name and number; noXmlNode without one. The first search in an element of many
+    // children makes an index of them.
+    XmlNodeId find(XmlNodeId parent, const XmlKey& key);
 
     // The first child that is no attribute, and the last attribute.
     XmlNodeId firstInside(XmlNodeId element) const;
@@ -94,6 +99,7 @@ private:
     std::unordered_map<XmlNodeId, OwnTexts> ownTexts;
     std::vector<std::uint32_t> counts; // by name, while the children of an element are numbered
     HashIndex index;                   // of the children of large elements
+    std::size_t indexed = 0;           // how many there have been in it
     std::optional<std::string> ownEpilogue;
     XmlNodeId root = noXmlNode;
 };

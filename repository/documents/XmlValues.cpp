@@ -36,6 +36,13 @@ bool isSame(const Value& a, const Value& b)
     return a.type == b.type && FrameworkCore::Values::toText(a) == FrameworkCore::Values::toText(b);
 }
 
+// Nothing in it stands for anything else, in an element and in an attribute.
+bool isPlainXml(std::string_view spelling)
+{
+    const auto isSpecial = [](char c) { return c == '&' || c == '<' || (c < ' ' && isXmlBlank(c)); };
+    return std::none_of(spelling.begin(), spelling.end(), isSpecial);
+}
+
 // The text as bytes are written, and with the two code points at the end of the first plane, which are no
 // characters of xml, as bytes too.
 std::string escaped(const std::string& text)
@@ -58,11 +65,15 @@ XmlValues::XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const
 
 Value XmlValues::read(XmlNodeId id) const
 {
-    if (tree.node(id).isContainer())
+    const XmlNode& node = tree.node(id);
+    if (node.isContainer())
         return {};
+    const std::string_view spelled = tree.text(id, XmlPart::Value);
+    if (!node.isMarked && !spelled.empty() && isPlainXml(spelled))
+        return FrameworkCore::Values::plainValue(spelled);
     Place place = placeOf(id);
     place.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
-    return interpret(place, tree.text(id, XmlPart::Value));
+    return interpret(place, spelled);
 }
 
 bool XmlValues::holds(XmlNodeId id, const Value& value) const
