@@ -71,6 +71,12 @@ public:
     // What the part was in the file; nothing for a node, or a part of it, that was not there.
     std::optional<std::string_view> originalText(XmlNodeId id, XmlPart part) const;
 
+    // All of a node and what is below it, as it was read.
+    std::string_view originalText(XmlNodeId id) const
+    {
+        return std::string_view(original).substr(nodes[id].lead, nodes[id].end - nodes[id].lead);
+    }
+
     // What follows the root element.
     std::string_view epilogue() const;
     void setEpilogue(std::string text) { ownEpilogue = std::move(text); }

@@ -24,6 +24,10 @@ std::string XmlWriter::write()
 // Writes a node up to its children; gives the first of them.
 XmlNodeId XmlWriter::open(XmlNodeId id)
 {
+    if (isCopied(id)) {
+        append(tree.originalText(id));
+        return noXmlNode;
+    }
     append(id, XmlPart::Lead);
     append(id, XmlPart::Label);
     const XmlNode& node = tree.node(id);
@@ -47,12 +51,20 @@ XmlNodeId XmlWriter::open(XmlNodeId id)
 XmlNodeId XmlWriter::close(XmlNodeId id)
 {
     while (true) {
-        append(id, XmlPart::Closing);
+        if (!isCopied(id))
+            append(id, XmlPart::Closing);
         const XmlNode& node = tree.node(id);
         if (node.parent == noXmlNode || node.next != noXmlNode)
             return node.next;
         id = node.parent;
     }
+}
+
+// What nothing has edited is copied with all below it, unless a place in it is looked for.
+bool XmlWriter::isCopied(XmlNodeId id) const
+{
+    const XmlNode& node = tree.node(id);
+    return target == noXmlNode && !node.touched && node.kind != XmlKind::Attribute;
 }
 
 void XmlWriter::append(XmlNodeId id, XmlPart part)

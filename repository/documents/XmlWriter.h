@@ -25,6 +25,7 @@ private:
     XmlNodeId open(XmlNodeId id);
     XmlNodeId close(XmlNodeId id);
     void append(std::string_view text);
+    bool isCopied(XmlNodeId id) const;
     void append(XmlNodeId id, XmlPart part);
     void flush();
 
