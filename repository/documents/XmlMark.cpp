@@ -48,6 +48,32 @@ std::optional<XmlMark> readMark(std::string_view inside)
     return isTyped ? std::optional(mark) : std::nullopt;
 }
 
+struct Instruction
+{
+    std::size_t begin;
+    std::size_t end;
+};
+
+// From the front, since an instruction and a comment may hold what looks like the beginning of another.
+std::vector<Instruction> findInstructions(std::string_view lead)
+{
+    constexpr std::string_view comment = "<!--";
+    std::vector<Instruction> found;
+    for (std::size_t at = lead.find('<'); at != std::string_view::npos; at = lead.find('<', at)) {
+        const bool isComment = lead.substr(at, comment.size()) == comment;
+        const bool isInstruction = lead.substr(at, 2) == "<?";
+        const std::size_t end = isComment       ? lead.find("-->", at + comment.size())
+                                : isInstruction ? lead.find(closing, at)
+                                                : at;
+        if (end == std::string_view::npos)
+            break;
+        if (isInstruction)
+            found.push_back({at, end + closing.size()});
+        at = end + 1;
+    }
+    return found;
+}
+
 } // namespace
 
 std::string XmlMark::write() const
@@ -64,24 +90,25 @@ std::string XmlMark::write() const
 std::vector<XmlMark> readXmlMarks(std::string_view lead)
 {
     std::vector<XmlMark> marks;
-    while (true) {
-        const std::size_t last = lead.find_last_not_of(blanks);
-        const std::string_view text = lead.substr(0, last == std::string_view::npos ? 0 : last + 1);
-        const std::size_t begin = text.rfind("<?");
-        if (begin == std::string_view::npos || text.substr(text.size() - closing.size()) != closing ||
-            text.compare(begin, xmlMarkBegin.size(), xmlMarkBegin) != 0)
-            return marks;
-        const std::size_t inside = begin + xmlMarkBegin.size();
-        const auto mark = text.size() < inside + closing.size()
+    const std::vector<Instruction> instructions = findInstructions(lead);
+    std::size_t end = lead.size();
+    for (auto instruction = instructions.rbegin(); instruction != instructions.rend(); ++instruction) {
+        const std::string_view text = lead.substr(instruction->begin, instruction->end - instruction->begin);
+        if (!withoutBlanks(lead.substr(instruction->end, end - instruction->end)).empty() ||
+            text.substr(0, xmlMarkBegin.size()) != xmlMarkBegin)
+            break;
+        end = instruction->begin;
+        const auto mark = text.size() < xmlMarkBegin.size() + closing.size()
                               ? std::nullopt
-                              : readMark(text.substr(inside, text.size() - closing.size() - inside));
+                              : readMark(text.substr(xmlMarkBegin.size(),
+                                                     text.size() - closing.size() - xmlMarkBegin.size()));
         if (mark) {
             marks.push_back(*mark);
-            marks.back().begin = begin;
-            marks.back().end = text.size();
+            marks.back().begin = instruction->begin;
+            marks.back().end = instruction->end;
         }
-        lead = lead.substr(0, begin);
     }
+    return marks;
 }
 
 } // namespace Repository::Documents

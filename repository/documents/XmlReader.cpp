@@ -36,12 +36,12 @@ struct XmlHandlers
 
     static void XMLCALL start(void* self, const XML_Char*, const XML_Char**)
     {
-        run(self, [](XmlReader& reader, std::size_t at) { return reader.open(at); });
+        run(self, [](XmlReader& xml, std::size_t at) { return xml.open(at); });
     }
 
     static void XMLCALL end(void* self, const XML_Char*)
     {
-        run(self, [](XmlReader& reader, std::size_t at) { return reader.close(at); });
+        run(self, [](XmlReader& xml, std::size_t at) { return xml.close(at); });
     }
 
     static void XMLCALL entity(void* self, const XML_Char* name, int isParameter, const XML_Char* text,
@@ -50,7 +50,7 @@ struct XmlHandlers
         if (isParameter || !text)
             return;
         const std::string_view declared(text, static_cast<std::size_t>(length));
-        run(self, [=](XmlReader& reader, std::size_t) { return reader.declare(name, declared); });
+        run(self, [=](XmlReader& xml, std::size_t) { return xml.declare(name, declared); });
     }
 };
 
@@ -78,6 +78,10 @@ XmlFault XmlReader::read()
         return {};
     if (text.size() > maximumSize)
         return {0, "the file is larger than 2 GB, the most that is read"};
+    // Expat would take some texts with it for UTF-16.
+    const std::size_t nul = text.find('\0');
+    if (nul != std::string::npos)
+        return {nul, explainUnheldXml(std::string_view(text).substr(nul, 1))};
     tree.reserve(text.size() / usualNodeSize);
     const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
     if (!parser)
