@@ -167,9 +167,12 @@ IniPiece* IniDocument::chainedBehind(const IniPiece* above) const
     return above ? above->below : chainFront;
 }
 
-bool IniDocument::gapBelow(const IniPiece& piece) const
+IniGap IniDocument::gapBelow(const IniPiece& piece) const
 {
-    return piece.below && std::next(piece.place) != piece.below->place;
+    IniGap gap;
+    for (auto at = std::next(piece.place); piece.below && at != piece.below->place; ++at)
+        gap = gap | describeGap(at->line.text);
+    return gap;
 }
 
 void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const

@@ -51,7 +51,7 @@ private:
     IniPiece& addOwn(Pieces::iterator before, IniPiece* above, std::string text);
     void take(IniPiece& piece);
     IniPiece* chainedBehind(const IniPiece* above) const;
-    bool gapBelow(const IniPiece& piece) const;
+    IniGap gapBelow(const IniPiece& piece) const;
     bool endsBlank() const;
 
     Outcome insertSection(std::string_view path);

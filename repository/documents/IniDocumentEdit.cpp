@@ -91,10 +91,10 @@ Outcome IniDocument::insertEntry(std::string_view path, const Value& value)
         return refused(std::move(unheld));
     if (group && !above && !encoding.mayBegin(line->text))
         return refused("the file would begin like a file of another encoding");
-    if (above && wouldSwallow(above->line, *line, false))
+    if (above && wouldSwallow(above->line, *line, {}))
         return refused("the entry would be read as part of the one above it");
     const IniPiece* const below = group ? chainedBehind(above) : nullptr;
-    if (below && wouldSwallow(*line, below->line, !above || gapBelow(*above)))
+    if (below && wouldSwallow(*line, below->line, above ? gapBelow(*above) : IniGap{true, false}))
         return refused("the line below it would be read as part of the value");
 
     if (!group)

@@ -105,7 +105,7 @@ bool IniDocument::frontCanGo(const IniItem& item) const
 bool IniDocument::entryCanGo(const IniPiece& entry) const
 {
     return !entry.above || !entry.below ||
-           !wouldSwallow(entry.above->line, entry.below->line, gapBelow(*entry.above) || gapBelow(entry));
+           !wouldSwallow(entry.above->line, entry.below->line, gapBelow(*entry.above) | gapBelow(entry));
 }
 
 void IniDocument::takeEntry(IniItem& item)
@@ -141,7 +141,7 @@ bool IniDocument::sectionsCanGo(const std::vector<IniItem*>& going) const
         const IniPiece* above = header->above;
         while (above && goes(*above))
             above = above->above;
-        if (above && wouldSwallow(above->line, below->line, true))
+        if (above && wouldSwallow(above->line, below->line, {true, false}))
             return false;
     }
     return true;

@@ -98,13 +98,7 @@ bool goesOnBehindBackslash(std::string_view content, std::string_view next)
     return blankBefore || findSeparator(next) == none;
 }
 
-struct Gap
-{
-    bool any = false;
-    bool blank = false;
-};
-
-bool goesOn(std::string_view content, std::size_t indent, Gap gap, std::string_view next)
+bool goesOn(std::string_view content, std::size_t indent, IniGap gap, std::string_view next)
 {
     if (indentOf(next) > indent)
         return true;
@@ -233,7 +227,7 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
 
     std::size_t valueEnd = 0;
     std::string_view content = first.content;
-    Gap gap;
+    IniGap gap;
     for (std::size_t at = first.end; line.separated && at < text.size();) {
         const TextLine further = textLineAt(text, at);
         at = further.end;
@@ -245,7 +239,7 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
         if (!goesOn(content, line.indent, gap, further.content))
             break;
         content = further.content;
-        gap = Gap();
+        gap = IniGap();
         line.continued = true;
         const std::string_view trimmed = trimBlanks(content);
         valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - lineBegin;
@@ -282,15 +276,30 @@ std::optional<IniLine> scanSingle(std::string_view text, IniComments comments)
     return line;
 }
 
-bool wouldSwallow(const IniLine& above, const IniLine& below, bool gapBetween)
+IniGap operator|(IniGap a, IniGap b)
+{
+    return {a.any || b.any, a.blank || b.blank};
+}
+
+IniGap describeGap(std::string_view text)
+{
+    IniGap gap{!text.empty(), false};
+    for (std::size_t at = 0; at < text.size() && !gap.blank;) {
+        const TextLine line = textLineAt(text, at);
+        gap.blank = isBlankLine(line.content);
+        at = line.end;
+    }
+    return gap;
+}
+
+bool wouldSwallow(const IniLine& above, const IniLine& below, IniGap between)
 {
     if (above.kind != IniLine::Kind::Entry || !above.separated)
         return false;
     // A piece that was added may begin with the blank line that sets it off.
     const std::size_t before = below.text.substr(0, below.keyBegin).find_last_of("\r\n");
     const std::size_t begin = before == none ? 0 : before + 1;
-    Gap gap;
-    gap.any = gapBetween || begin > 0;
+    const IniGap gap = between | describeGap(below.text.substr(0, begin));
     return goesOn(lastContent(above), above.indent, gap, textLineAt(below.text, begin).content);
 }
 

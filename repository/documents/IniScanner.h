@@ -82,10 +82,18 @@ IniComments findIniComments(std::string_view text);
 std::optional<IniLine> scanSingle(std::string_view text, IniComments comments);
 std::optional<IniLine> scanSingle(std::string&& text, IniComments comments) = delete;
 
-// True when the lower piece, no gap, would be read as part of the value above it. They stand one right below
-// the other, or with a gap between them; with a gap the answer may be true where a blank line would in fact
-// part the two.
-bool wouldSwallow(const IniLine& above, const IniLine& below, bool gapBetween);
+// What of blank and comment lines stands between two others.
+struct IniGap
+{
+    bool any = false;
+    bool blank = false; // a blank line among them
+};
+
+IniGap operator|(IniGap a, IniGap b);
+IniGap describeGap(std::string_view text);
+
+// True when the lower piece, no gap, would be read as part of the value above it.
+bool wouldSwallow(const IniLine& above, const IniLine& below, IniGap between);
 
 bool isIniComment(std::string_view line);
 
