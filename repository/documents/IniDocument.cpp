@@ -145,6 +145,7 @@ IniPiece& IniDocument::add(Pieces::iterator before, IniPiece* above, const IniLi
 
 IniPiece& IniDocument::addOwn(Pieces::iterator before, IniPiece* above, std::string text)
 {
+    reshaped = true;
     auto own = std::make_unique<std::string>(std::move(text));
     IniLine line;
     line.text = *own;
@@ -159,6 +160,7 @@ void IniDocument::take(IniPiece& piece)
         (piece.above ? piece.above->below : chainFront) = piece.below;
         (piece.below ? piece.below->above : chainEnd) = piece.above;
     }
+    reshaped = true;
     pieces.erase(piece.place);
 }
 
@@ -205,21 +207,25 @@ std::string IniDocument::getBytes() const
 {
     std::string text;
     text.reserve(fileText->size() + fileText->size() / 16);
-    // What lies side by side in the file is copied in one go.
-    std::string_view run;
-    for (const IniPiece& piece : pieces) {
-        const std::string_view next = piece.line.text;
-        if (run.data() + run.size() == next.data()) {
-            run = std::string_view(run.data(), run.size() + next.size());
-            continue;
-        }
-        text += run;
+    const auto append = [&text, this](std::string_view next) {
         // The last line of the file may lack its end until another comes behind it.
-        if (!endsLine(text))
+        if (!next.empty() && !endsLine(text))
             text += style.lineEnd;
-        run = next;
+        text += next;
+    };
+    if (reshaped) {
+        for (const IniPiece& piece : pieces)
+            append(piece.line.text);
+        return encoding.encode(std::move(text));
     }
-    text += run;
+    const std::string_view file = *fileText;
+    std::size_t copied = 0;
+    for (const auto& [at, piece] : edited) {
+        append(file.substr(copied, at - copied));
+        append(piece->line.text);
+        copied = at + piece->original.size();
+    }
+    append(file.substr(copied));
     return encoding.encode(std::move(text));
 }
 
@@ -294,6 +300,13 @@ Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
         return refused("the line below it would be read as part of the value");
     piece.own = std::move(own);
     piece.line = line;
+    if (!reshaped) {
+        const auto at = static_cast<std::size_t>(piece.original.data() - fileText->data());
+        if (asBefore)
+            edited.erase(at);
+        else
+            edited[at] = &piece;
+    }
     return {};
 }
 

@@ -6,6 +6,7 @@
 #include "repository/documents/TextEncoding.h"
 
 #include <list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -77,7 +78,9 @@ private:
     std::unique_ptr<const std::string> fileText = std::make_unique<const std::string>();
     TextEncoding encoding;
     Pieces pieces;
-    IniPiece* chainFront = nullptr; // not owned, as the other pointers
+    std::map<std::size_t, const IniPiece*> edited; // by their place in the file; unused once reshaped
+    bool reshaped = false;                         // pieces were added or taken out
+    IniPiece* chainFront = nullptr;                // not owned, as the other pointers
     IniPiece* chainEnd = nullptr;
     IniPiece* firstHeader = nullptr; // of those that are not indented
     IniIndex index;
