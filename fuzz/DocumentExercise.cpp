@@ -1,6 +1,7 @@
 #include "fuzz/DocumentExercise.h"
 
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/SameValue.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -10,20 +11,13 @@ namespace Fuzz {
 
 using FrameworkCore::Values::Type;
 using Repository::Documents::Document;
+using Repository::Documents::isSame;
 using Repository::Documents::Outcome;
 using Repository::Documents::Span;
 
 namespace {
 
 constexpr int mostEdits = 12;
-
-// Doubles are compared by their text: no number is unequal to itself then, and -0 is not 0.
-bool isSame(const FrameworkCore::Values::Value& a, const FrameworkCore::Values::Value& b)
-{
-    if (a.type != b.type)
-        return false;
-    return a.type == Type::Double ? toText(a) == toText(b) : a.data == b.data;
-}
 
 bool isAtOrBelow(const std::string& path, const std::string& above)
 {

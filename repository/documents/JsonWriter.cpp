@@ -1,21 +1,18 @@
 #include "repository/documents/JsonWriter.h"
 
-#include <functional>
-
 namespace Repository::Documents {
 
-JsonWriter::JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree)
+JsonWriter::JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree), text(syntaxTree.getOriginal())
 {
 }
 
 std::string JsonWriter::write()
 {
-    written.reserve(tree.getOriginal().size() + tree.getOriginal().size() / 16);
+    text.reserve();
     JsonNodeId id = tree.getRoot();
     while (id != noJsonNode)
         id = open(id) ? tree.node(id).first : close(id);
-    flush();
-    return std::move(written);
+    return text.take();
 }
 
 std::string JsonWriter::writeValue(JsonNodeId id)
@@ -23,8 +20,7 @@ std::string JsonWriter::writeValue(JsonNodeId id)
     JsonNodeId within = openValue(id) ? tree.node(id).first : noJsonNode;
     while (within != noJsonNode)
         within = open(within) ? tree.node(within).first : close(within, id);
-    flush();
-    return std::move(written);
+    return text.take();
 }
 
 Span JsonWriter::locateValue(JsonNodeId id)
@@ -44,20 +40,20 @@ Span JsonWriter::locateValue(JsonNodeId id)
 // Writes a node up to its children; true when there are some to go on with.
 bool JsonWriter::open(JsonNodeId id)
 {
-    append(tree.text(id, JsonPart::Lead));
-    append(tree.text(id, JsonPart::Label));
+    text.append(tree.text(id, JsonPart::Lead));
+    text.append(tree.text(id, JsonPart::Label));
     return openValue(id);
 }
 
 bool JsonWriter::openValue(JsonNodeId id)
 {
     if (id == located)
-        span.offset = length();
+        span.offset = text.length();
     const JsonNode& node = tree.node(id);
     if (!node.isContainer() || node.folded || !node.touched) {
-        append(tree.text(id, JsonPart::Value));
+        text.append(tree.text(id, JsonPart::Value));
     } else {
-        append(node.kind == JsonKind::Object ? '{' : '[');
+        text.append(node.kind == JsonKind::Object ? '{' : '[');
         if (node.first != noJsonNode)
             return true;
         appendClosing(id);
@@ -68,14 +64,14 @@ bool JsonWriter::openValue(JsonNodeId id)
 
 void JsonWriter::appendClosing(JsonNodeId id)
 {
-    append(tree.text(id, JsonPart::Closing));
-    append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
+    text.append(tree.text(id, JsonPart::Closing));
+    text.append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
 }
 
 void JsonWriter::noteEnd(JsonNodeId id)
 {
     if (id == located)
-        span.length = length() - span.offset;
+        span.length = text.length() - span.offset;
 }
 
 // Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
@@ -83,59 +79,22 @@ void JsonWriter::noteEnd(JsonNodeId id)
 JsonNodeId JsonWriter::close(JsonNodeId id, JsonNodeId until)
 {
     while (true) {
-        append(tree.text(id, JsonPart::Tail));
+        text.append(tree.text(id, JsonPart::Tail));
         const JsonNode& node = tree.node(id);
         if (node.next != noJsonNode) {
-            append(',');
+            text.append(',');
             return node.next;
         }
         if (node.parent == noJsonNode)
             return noJsonNode;
         id = node.parent;
         if (tree.node(id).trailingComma)
-            append(',');
+            text.append(',');
         appendClosing(id);
         noteEnd(id);
         if (id == until)
             return noJsonNode;
     }
-}
-
-void JsonWriter::append(std::string_view text)
-{
-    const std::string& original = tree.getOriginal();
-    const std::less<const char*> before;
-    if (text.empty())
-        return;
-    if (before(text.data(), original.data()) || !before(text.data(), original.data() + original.size())) {
-        flush();
-        written.append(text);
-        return;
-    }
-    if (run.data() + run.size() != text.data()) {
-        flush();
-        run = text.substr(0, 0);
-    }
-    run = std::string_view(run.data(), run.size() + text.size());
-}
-
-// A comma or bracket: it continues the run when the original has the same there.
-void JsonWriter::append(char c)
-{
-    const std::string& original = tree.getOriginal();
-    const char* const next = run.data() + run.size();
-    if (!run.empty() && next != original.data() + original.size() && *next == c) {
-        run = std::string_view(run.data(), run.size() + 1);
-        return;
-    }
-    flush();
-    written += c;
-}
-
-void JsonWriter::flush()
-{
-    written.append(run);
-    run = {};
 }
 
 } // namespace Repository::Documents

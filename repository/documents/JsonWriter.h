@@ -2,14 +2,13 @@
 
 #include "repository/documents/Document.h"
 #include "repository/documents/JsonTree.h"
+#include "repository/documents/StretchWriter.h"
 
 #include <string>
-#include <string_view>
 
 namespace Repository::Documents {
 
-// Writes a tree. Neighbouring pieces of the original text are copied in one go, so that the few edits of a
-// large file cost little more than copying it.
+// Writes a tree, all of it or one value.
 class JsonWriter
 {
 public:
@@ -24,21 +23,16 @@ public:
     Span locateValue(JsonNodeId id);
 
 private:
-    std::size_t length() const { return written.size() + run.size(); }
     bool open(JsonNodeId id);
     bool openValue(JsonNodeId id);
     JsonNodeId close(JsonNodeId id, JsonNodeId until = noJsonNode);
     void appendClosing(JsonNodeId id);
     void noteEnd(JsonNodeId id);
-    void append(std::string_view text);
-    void append(char c);
-    void flush();
 
     const JsonTree& tree;
     JsonNodeId located = noJsonNode; // whose value's place goes into span
     Span span;
-    std::string_view run; // of the original, not yet in `written`
-    std::string written;
+    StretchWriter text;
 };
 
 } // namespace Repository::Documents

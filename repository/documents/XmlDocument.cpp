@@ -1,6 +1,7 @@
 #include "repository/documents/XmlDocument.h"
 
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 #include "repository/documents/TextPosition.h"
 #include "repository/documents/XmlComponent.h"
 #include "repository/documents/XmlDeclaration.h"
@@ -15,16 +16,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-Outcome refusal(std::string reason)
-{
-    return {std::move(reason), 0, 0};
-}
-
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
 
 std::string lineEndOf(std::string_view text)
 {
@@ -65,7 +56,7 @@ Outcome XmlDocument::parse(std::string bytes)
         }
         content = std::move(fresh);
     } catch (const std::bad_alloc&) {
-        return refusal("there is not enough memory for a file of this size");
+        return refused("there is not enough memory for a file of this size");
     }
     return {};
 }
@@ -115,12 +106,12 @@ Outcome XmlDocument::set(std::string_view path, const Value& value)
     if (!outcome.ok())
         return outcome;
     if (value.type == Type::Group)
-        return refusal(quoted(path) + " has a value and cannot become a group");
+        return refused(quoted(path) + " has a value and cannot become a group");
     if (content->values.holds(id, value))
         return {};
     XmlValues::Spelled spelled = content->values.spell(id, value);
     if (!spelled.error.empty())
-        return refusal(spelled.error);
+        return refused(spelled.error);
     content->values.put(id, std::move(spelled.text));
     return {};
 }
@@ -166,7 +157,7 @@ Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
         return outcome;
     const std::string error = content->values.explainMisspelling(id, spelling);
     if (!error.empty())
-        return refusal(quoted(spelling) + " does not spell a value: " + error);
+        return refused(quoted(spelling) + " does not spell a value: " + error);
     content->editor.respell(id, spelling);
     return {};
 }
@@ -175,9 +166,9 @@ XmlNodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 {
     const XmlNodeId id = find(path);
     if (id == noXmlNode)
-        outcome = refusal("there is no entry " + quoted(path));
+        outcome = refused("there is no entry " + quoted(path));
     else if (content->values.read(id).type == Type::Group)
-        outcome = refusal(quoted(path) + " is a group, which has no value of its own");
+        outcome = refused(quoted(path) + " is a group, which has no value of its own");
     return id;
 }
 

@@ -1,4 +1,5 @@
 #include "repository/documents/KeyText.h"
+#include "repository/documents/Refusal.h"
 #include "repository/documents/XmlComponent.h"
 #include "repository/documents/XmlDocument.h"
 #include "repository/documents/XmlReader.h"
@@ -12,16 +13,6 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-Outcome refusal(std::string reason)
-{
-    return {std::move(reason), 0, 0};
-}
-
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
-
 constexpr std::string_view declarationOfPrefix = "xmlns:";
 
 } // namespace
@@ -30,7 +21,7 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
 {
     const Way way = wayTo(path);
     if (!way.isPath)
-        return refusal(quoted(path) + " is no path: its parts between the dots must not be empty");
+        return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
     if (way.missing.empty())
         return insertValue(way.node, path, value);
     std::vector<XmlComponent> steps;
@@ -42,7 +33,7 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
     if (value.type != Type::Group)
         spelled = content->values.spellNew(steps.back().kind, quote, value);
     if (!spelled.error.empty())
-        return refusal(spelled.error);
+        return refused(spelled.error);
     XmlNodeId id = way.node;
     for (const XmlComponent& step : steps) {
         if (id == noXmlNode)
@@ -60,10 +51,10 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
 Outcome XmlDocument::insertValue(XmlNodeId id, std::string_view path, const Value& value)
 {
     if (value.type == Type::Group || content->values.read(id).type != Type::Group)
-        return refusal("there is already an entry " + quoted(path));
+        return refused("there is already an entry " + quoted(path));
     const XmlNode& node = content->tree.node(id);
     if (node.isContainer())
-        return refusal(quoted(path) + " holds elements; a text beside them is an entry " +
+        return refused(quoted(path) + " holds elements; a text beside them is an entry " +
                        quoted(xmlTextComponent) + " of its own");
     const bool needsNewMark = !node.isMarked && isXmlBlank(content->editor.contentOf(id));
     XmlValues::Spelled spelled;
@@ -72,7 +63,7 @@ Outcome XmlDocument::insertValue(XmlNodeId id, std::string_view path, const Valu
     if (needsNewMark || (!spelled.error.empty() && !node.isMarked))
         spelled = content->values.spellNew(node.kind, '"', value);
     if (!spelled.error.empty())
-        return refusal(spelled.error);
+        return refused(spelled.error);
     content->editor.give(id, std::move(spelled));
     return {};
 }
@@ -82,25 +73,25 @@ Outcome XmlDocument::checkWay(const Way& way, const Value& value, std::vector<Xm
 {
     const XmlTree& tree = content->tree;
     if (way.node == noXmlNode && tree.getRoot() != noXmlNode)
-        return refusal("a file of xml has one root element, here " +
+        return refused("a file of xml has one root element, here " +
                        quoted(tree.getNames().nameOf(tree.node(tree.getRoot()).name)) +
                        "; everything else lies in it");
     if (way.depth + way.missing.size() > XmlReader::maximumDepth)
-        return refusal("more than " + std::to_string(XmlReader::maximumDepth) +
+        return refused("more than " + std::to_string(XmlReader::maximumDepth) +
                        " elements would lie within each other");
     XmlNodeId parent = way.node;
     for (const std::string_view component : way.missing) {
         const bool isLast = steps.size() + 1 == way.missing.size();
         const auto step = readXmlComponent(component);
         if (!step)
-            return refusal(quoted(component) + " is not how a name is written in a path");
+            return refused(quoted(component) + " is not how a name is written in a path");
         Outcome outcome = checkStep(parent, component, *step);
         if (!outcome.ok())
             return outcome;
         if (step->kind != XmlKind::Element && (!isLast || value.type == Type::Group))
-            return refusal(quoted(component) + " is an attribute or a text, which holds no other entries");
+            return refused(quoted(component) + " is an attribute or a text, which holds no other entries");
         if (step->kind != XmlKind::Element && parent == noXmlNode && steps.empty())
-            return refusal(quoted(component) + " needs an element to stand in");
+            return refused(quoted(component) + " needs an element to stand in");
         steps.push_back(*step);
         parent = noXmlNode;
     }
@@ -112,32 +103,32 @@ Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, con
 {
     const XmlTree& tree = content->tree;
     if (parent != noXmlNode && tree.node(parent).kind != XmlKind::Element)
-        return refusal("an attribute or a text of xml holds no other entries");
+        return refused("an attribute or a text of xml holds no other entries");
     const bool fillsValue = step.kind != XmlKind::Attribute && parent != noXmlNode &&
                             !tree.node(parent).isContainer() &&
                             content->values.read(parent).type != Type::Group;
     if (fillsValue)
-        return refusal("the element above " + quoted(component) +
+        return refused("the element above " + quoted(component) +
                        " has a value, and xml has no place for both a value and elements");
     if (step.number > 1) {
         const std::string before = joinNumber(splitNumber(component).name, step.number - 1);
         if (parent == noXmlNode || findChild(parent, before) == noXmlNode)
-            return refusal(quoted(component) + " can only be added behind " + quoted(before) +
+            return refused(quoted(component) + " can only be added behind " + quoted(before) +
                            ", which is not there");
     }
     if (step.kind == XmlKind::Text) {
         if (parent == noXmlNode || !tree.node(parent).isContainer())
-            return refusal("there are no elements beside which " + quoted(component) + " could stand");
+            return refused("there are no elements beside which " + quoted(component) + " could stand");
         if (tree.node(tree.node(parent).last).kind == XmlKind::Text)
-            return refusal(quoted(component) + " would become part of the text before it");
+            return refused(quoted(component) + " would become part of the text before it");
         return {};
     }
     if (!isXmlName(step.name))
-        return refusal(quoted(step.name) +
+        return refused(quoted(step.name) +
                        " cannot be a name in xml: names are of letters, digits, "
                        "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
     if (!content->spelling.canHold(step.name))
-        return refusal("the encoding of the file lacks a character of the name " + quoted(step.name));
+        return refused("the encoding of the file lacks a character of the name " + quoted(step.name));
     return checkPrefix(parent, step.name);
 }
 
@@ -153,7 +144,7 @@ Outcome XmlDocument::checkPrefix(XmlNodeId element, std::string_view name) const
         if (content->tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noXmlNode)
             return {};
     }
-    return refusal("the prefix of " + quoted(name) + " is not declared: add the attribute " +
+    return refused("the prefix of " + quoted(name) + " is not declared: add the attribute " +
                    quoted("@" + std::string(declarationOfPrefix) + std::string(prefix)) +
                    " to an element around it first");
 }
@@ -162,14 +153,14 @@ Outcome XmlDocument::remove(std::string_view path)
 {
     const XmlNodeId id = find(path);
     if (id == noXmlNode)
-        return path.empty() ? refusal("the whole document cannot be removed")
-                            : refusal("there is no entry " + quoted(path));
+        return path.empty() ? refused("the whole document cannot be removed")
+                            : refused("there is no entry " + quoted(path));
     if (id != content->tree.getRoot()) {
         content->editor.remove(id);
         return {};
     }
     if (!content->editor.standsAlone(id))
-        return refusal(quoted(path) + " is the root element, without which the comments and declarations "
+        return refused(quoted(path) + " is the root element, without which the comments and declarations "
                                       "around it would be no xml");
     auto fresh = std::make_unique<Content>(std::string());
     fresh->spelling.lineEnd = content->spelling.lineEnd;

@@ -1,6 +1,7 @@
 #include "repository/documents/XmlValues.h"
 
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/SameValue.h"
 #include "repository/documents/TypeMark.h"
 #include "repository/documents/XmlReader.h"
 
@@ -28,12 +29,6 @@ bool isSelfClosing(std::string_view spelling)
 {
     return spelling.size() > selfClosing.size() && spelling[0] == '<' && closesItself(spelling) &&
            isXmlBlank(spelling.substr(1, spelling.size() - 1 - selfClosing.size()));
-}
-
-// Texts tell zeros of both signs apart, and find one nan like another.
-bool isSame(const Value& a, const Value& b)
-{
-    return a.type == b.type && FrameworkCore::Values::toText(a) == FrameworkCore::Values::toText(b);
 }
 
 // Nothing in it stands for anything else, in an element and in an attribute.

@@ -1,31 +1,29 @@
 #include "repository/documents/XmlWriter.h"
 
-#include <functional>
-
 namespace Repository::Documents {
 
-XmlWriter::XmlWriter(const XmlTree& syntaxTree, XmlNodeId located) : tree(syntaxTree), target(located)
+XmlWriter::XmlWriter(const XmlTree& syntaxTree, XmlNodeId located)
+    : tree(syntaxTree), target(located), text(syntaxTree.getOriginal())
 {
 }
 
 std::string XmlWriter::write()
 {
-    written.reserve(tree.getOriginal().size() + tree.getOriginal().size() / 16);
+    text.reserve();
     XmlNodeId id = tree.getRoot();
     while (id != noXmlNode) {
         const XmlNodeId child = open(id);
         id = child == noXmlNode ? close(id) : child;
     }
-    append(tree.epilogue());
-    flush();
-    return std::move(written);
+    text.append(tree.epilogue());
+    return text.take();
 }
 
 // Writes a node up to its children; gives the first of them.
 XmlNodeId XmlWriter::open(XmlNodeId id)
 {
     if (isCopied(id)) {
-        append(tree.originalText(id));
+        text.append(tree.originalText(id));
         return noXmlNode;
     }
     append(id, XmlPart::Lead);
@@ -70,32 +68,8 @@ bool XmlWriter::isCopied(XmlNodeId id) const
 void XmlWriter::append(XmlNodeId id, XmlPart part)
 {
     if (id == target && part == XmlPart::Value)
-        location = written.size() + run.size();
-    append(tree.text(id, part));
-}
-
-void XmlWriter::append(std::string_view text)
-{
-    const std::string& original = tree.getOriginal();
-    const std::less<const char*> before;
-    if (text.empty())
-        return;
-    if (before(text.data(), original.data()) || !before(text.data(), original.data() + original.size())) {
-        flush();
-        written.append(text);
-        return;
-    }
-    if (run.data() + run.size() != text.data()) {
-        flush();
-        run = text.substr(0, 0);
-    }
-    run = std::string_view(run.data(), run.size() + text.size());
-}
-
-void XmlWriter::flush()
-{
-    written.append(run);
-    run = {};
+        location = text.length();
+    text.append(tree.text(id, part));
 }
 
 } // namespace Repository::Documents

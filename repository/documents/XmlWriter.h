@@ -1,15 +1,14 @@
 #pragma once
 
+#include "repository/documents/StretchWriter.h"
 #include "repository/documents/XmlTree.h"
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 
 namespace Repository::Documents {
 
-// Writes a tree. Neighbouring pieces of the original text are copied in one go, so that the few edits of a
-// large file cost little more than copying it.
+// Writes a tree. What nothing has edited is copied in long stretches.
 class XmlWriter
 {
 public:
@@ -24,16 +23,13 @@ public:
 private:
     XmlNodeId open(XmlNodeId id);
     XmlNodeId close(XmlNodeId id);
-    void append(std::string_view text);
     bool isCopied(XmlNodeId id) const;
     void append(XmlNodeId id, XmlPart part);
-    void flush();
 
     const XmlTree& tree;
     const XmlNodeId target;
     std::size_t location = 0;
-    std::string_view run; // of the original, not yet in `written`
-    std::string written;
+    StretchWriter text;
 };
 
 } // namespace Repository::Documents

@@ -1,3 +1,4 @@
+#include "repository/documents/SameValue.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -6,11 +7,11 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 
-#include <cmath>
 #include <limits>
 
 using namespace EntryLines;
 using Repository::Documents::getDocumentTypes;
+using Repository::Documents::isSame;
 using Repository::Documents::makeDocument;
 using Repository::Documents::Outcome;
 
@@ -78,15 +79,6 @@ std::vector<Sample> samples()
             {"local", typed(Type::DateTime, "2024-12-31T23:59:59.001")},
             {"utc", typed(Type::DateTime, "1970-01-01T00:00:00Z")},
             {"offset", typed(Type::DateTime, "2024-12-31T23:59:59.500+05:30")}};
-}
-
-bool isSame(const Value& a, const Value& b)
-{
-    const auto* const number = std::get_if<double>(&a.data);
-    const auto* const other = std::get_if<double>(&b.data);
-    if (number && other && std::isnan(*number))
-        return std::isnan(*other);
-    return a == b && (!number || !other || std::signbit(*number) == std::signbit(*other));
 }
 
 Value valueAt(const Document& document, const std::string& path)

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Puts a text together from pieces of an original text and others. Neighbouring pieces of the original are
+// copied in one go, so that the few edits of a large file cost little more than copying it.
+class StretchWriter
+{
+public:
+    // The original must outlive the writer.
+    explicit StretchWriter(const std::string& originalText);
+
+    // Makes room for a text about as long as the original.
+    void reserve();
+
+    void append(std::string_view piece);
+
+    // A character that stands between pieces: it continues a stretch when the original has the same there.
+    void append(char c);
+
+    std::size_t length() const { return written.size() + run.size(); }
+
+    // The text; the writer is empty then.
+    std::string take();
+
+private:
+    void flush();
+
+    const std::string& original;
+    std::string_view run; // of the original, not yet in `written`
+    std::string written;
+};
+
+} // namespace Repository::Documents
