@@ -1,47 +1,126 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
-#include <QCoreApplication>
+#include "host/Utilities/ModelViews/Widgets/AttributePasteDialog.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 
 namespace Utilities::ModelViews::Widgets {
 
-AttributeTreeModelInputDialogs::AttributeTreeModelInputDialogs(QWidget* parentOfDialogs)
-    : dialogParent(parentOfDialogs)
+namespace {
+
+// Where the last file was chosen, by whichever dialog; as long as the program runs.
+QString& rememberedFolder()
+{
+    static QString folder;
+    return folder;
+}
+
+QString firstEndingOf(const QString& filter)
+{
+    static const QRegularExpression ending(QStringLiteral("\\*\\.([^\\s*)]+)"));
+    return ending.match(filter).captured(1);
+}
+
+void showPlace(QFileDialog& dialog, const QString& directory)
+{
+    const QFileInfo place(directory.isEmpty() ? rememberedFolder() : directory);
+    if (place.filePath().isEmpty())
+        return;
+    if (place.isDir()) {
+        dialog.setDirectory(place.filePath());
+    } else {
+        if (place.dir().exists())
+            dialog.setDirectory(place.dir());
+        if (!directory.isEmpty())
+            dialog.selectFile(place.fileName());
+    }
+}
+
+QString askForFile(QFileDialog& dialog, const QString& directory)
+{
+    showPlace(dialog, directory);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    const QString file = dialog.selectedFiles().constFirst();
+    rememberedFolder() = QFileInfo(file).absolutePath();
+    return file;
+}
+
+} // namespace
+
+AttributeTreeModelInputDialogs::AttributeTreeModelInputDialogs(QWidget* parent) : dialogParent(parent)
 {
 }
 
-QWidget* AttributeTreeModelInputDialogs::getDialogParent() const
+QWidget* AttributeTreeModelInputDialogs::getParentWidget() const
 {
     return dialogParent;
 }
 
-int AttributeTreeModelInputDialogs::showConfirmationDialog(const QString& question, const QString& text) const
+bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& title, const QString& label,
+                                                              QString& name, bool& asChild) const
 {
-    QMessageBox box(QMessageBox::Question, QCoreApplication::applicationName(), question,
-                    QMessageBox::Yes | QMessageBox::No, dialogParent);
+    AttributePasteDialog dialog(dialogParent, title, label, name);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    name = dialog.getName();
+    asChild = dialog.isAsChild();
+    return true;
+}
+
+int AttributeTreeModelInputDialogs::showConfirmationDialog(const QString& question, const QString& path) const
+{
+    QMessageBox box(QMessageBox::Question, {}, question, QMessageBox::Yes | QMessageBox::No, dialogParent);
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(text);
+    box.setInformativeText(breakableText(path));
     box.setDefaultButton(QMessageBox::No); // what is asked about is often final
+    box.setEscapeButton(QMessageBox::No);
     return box.exec();
+}
+
+QString AttributeTreeModelInputDialogs::showSingleTextDialog(const QString& title, const QString& label,
+                                                             const QString& preset, bool& ok) const
+{
+    QInputDialog dialog(dialogParent);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(label);
+    dialog.setTextValue(preset);
+    dialog.resize(dialog.fontMetrics().averageCharWidth() * 60, dialog.sizeHint().height()); // paths are long
+    ok = dialog.exec() == QDialog::Accepted;
+    return ok ? dialog.textValue() : QString();
 }
 
 QString AttributeTreeModelInputDialogs::showFileOpenDialog(const QString& caption, const QString& directory,
                                                            const QString& filter) const
 {
-    return QFileDialog::getOpenFileName(dialogParent, caption, directory, filter);
+    QFileDialog dialog(dialogParent, caption, {}, filter);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return askForFile(dialog, directory);
 }
 
 QString AttributeTreeModelInputDialogs::showSaveAsDialog(const QString& caption, const QString& directory,
                                                          const QString& filter) const
 {
-    return QFileDialog::getSaveFileName(dialogParent, caption, directory, filter);
+    QFileDialog dialog(dialogParent, caption, {}, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    // The dialog appends the suffix before it asks about overwriting, so that it asks about the right file.
+    const auto takeEnding = [&dialog](const QString& chosen) {
+        dialog.setDefaultSuffix(firstEndingOf(chosen));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, takeEnding);
+    takeEnding(dialog.selectedNameFilter());
+    return askForFile(dialog, directory);
 }
 
 void AttributeTreeModelInputDialogs::ShowWarningMessage(QWidget* parent, const QString& title,
                                                         const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, parent);
+    QMessageBox box(QMessageBox::Warning, title, breakableText(text), QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText); // paths and file contents are no markup
     box.exec();
 }

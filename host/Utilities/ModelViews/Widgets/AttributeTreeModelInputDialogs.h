@@ -6,21 +6,35 @@
 #include <QString>
 #include <QWidget>
 
+class QVariant;
+
 namespace Utilities::ModelViews::Widgets {
 
-// The dialogs in which pages ask the user something. Each is modal and a child of one widget. GUI thread.
+// The dialogs in which pages ask the user something. Each is modal, returns when it is answered, and is a
+// child of one widget. GUI thread.
 class VANTRY_HOST_EXPORT AttributeTreeModelInputDialogs
 {
 public:
     // The widget is not owned; dialogs have no parent when it is null or gone.
-    explicit AttributeTreeModelInputDialogs(QWidget* dialogParent);
+    explicit AttributeTreeModelInputDialogs(QWidget* parent);
 
-    QWidget* getDialogParent() const;
+    QWidget* getParentWidget() const; // null when it is gone
 
-    // Shows a question and the text it is about; gives the QMessageBox button that was pressed.
-    int showConfirmationDialog(const QString& question, const QString& text) const;
+    // Asks for an attribute's name, preset as given, and where it goes: below the target (asChild) or beside
+    // it. False, and nothing changed, when cancelled.
+    bool showAttributePasteDialog(const QString& title, const QString& label, QString& name,
+                                  bool& asChild) const;
 
-    // Gives the chosen file's name; empty when cancelled.
+    // Shows a question and the path that it is about; gives the QMessageBox button, No for Escape.
+    int showConfirmationDialog(const QString& question, const QString& path) const;
+
+    // Asks for one line of text. Empty and not ok when cancelled.
+    QString showSingleTextDialog(const QString& title, const QString& label, const QString& preset,
+                                 bool& ok) const;
+
+    // Both give the chosen file's name, empty when cancelled. The directory may name a file, which is then
+    // preselected; when it is empty, the folder of the file that was chosen last is shown. A name without an
+    // ending is saved with that of the chosen filter. Overwriting a file is asked about.
     QString showFileOpenDialog(const QString& caption, const QString& directory, const QString& filter) const;
     QString showSaveAsDialog(const QString& caption, const QString& directory, const QString& filter) const;
 

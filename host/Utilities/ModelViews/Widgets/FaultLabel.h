@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLabel>
+
+namespace Utilities::ModelViews::Widgets {
+
+// What is wrong with the field beside it, in words. It keeps its room while there is nothing to say, so that
+// a dialog does not jump while one types.
+class FaultLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit FaultLabel(QWidget* parent = nullptr);
+
+    void showFault(const QString& fault); // empty when nothing is wrong
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void keepRoom();
+};
+
+} // namespace Utilities::ModelViews::Widgets
