@@ -27,8 +27,13 @@ AttributeStore::~AttributeStore() = default;
 FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, const QString& path,
                                                             const QString& reason)
 {
-    logFailure(QStringLiteral("'%1' was left as it is: %2").arg(path, reason));
+    logFailure(refusalText(path, reason));
     return status;
+}
+
+QString AttributeStore::refusalText(const QString& path, const QString& reason)
+{
+    return QStringLiteral("'%1' was left as it is: %2").arg(path, reason);
 }
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, QVariant& value)

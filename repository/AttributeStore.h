@@ -87,6 +87,7 @@ private:
     friend class TreeEdit;
 
     static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
+    static QString refusalText(const QString& path, const QString& reason);
     // What the attribute would hold after a write of the value; the reason when it is refused.
     static StatusCode accept(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
 

@@ -10,6 +10,7 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::AppConfig::Interfaces::TransferReport;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -39,17 +40,45 @@ AccessMode accessOfCopy(const Node& node)
     return node.access == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite : node.access;
 }
 
+// Tells a report how many parts are done, every few hundred of them.
+class Progress
+{
+public:
+    Progress(TransferReport& transferReport, std::size_t total) : report(transferReport)
+    {
+        report.setTotal(int(total));
+    }
+
+    // One more is done; false when the transfer is not wanted any more.
+    bool advance()
+    {
+        if (++done % 256 == 0)
+            report.setDone(done);
+        return !report.isCancelled();
+    }
+
+private:
+    TransferReport& report; // not owned
+    int done = 0;
+};
+
 } // namespace
 
 SubtreeTransfer::SubtreeTransfer(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
 {
 }
 
-StatusCode SubtreeTransfer::report(const Refusal& refusal) const
+StatusCode SubtreeTransfer::finish(const Refusal& refusal, TransferReport& report)
 {
-    return refusal.status == StatusCode::Success
-               ? refusal.status
-               : AttributeStore::refuse(refusal.status, refusal.path, refusal.reason);
+    if (refusal.status == StatusCode::Success)
+        return refusal.status;
+    if (refusal.status == StatusCode::Cancelled) {
+        report.setReason(QStringLiteral("it was cancelled"));
+        return refusal.status;
+    }
+    if (report.getReason().isEmpty())
+        report.setReason(AttributeStore::refusalText(refusal.path, refusal.reason));
+    return AttributeStore::refuse(refusal.status, refusal.path, refusal.reason);
 }
 
 void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
@@ -102,30 +131,37 @@ SubtreeTransfer::Refusal SubtreeTransfer::checkReadable(const std::vector<Part>&
 
 StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to)
 {
+    TransferReport report;
+    return copyTree(from, to, report);
+}
+
+StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
+{
     Refusal refusal;
     {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
-        refusal = transfer(edit, from, to, false);
+        refusal = transfer(edit, from, to, false, report);
     }
-    return report(refusal);
+    return finish(refusal, report);
 }
 
 StatusCode SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
+    TransferReport report;
     Refusal refusal;
     {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Move %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
-        refusal = transfer(edit, from, to, true);
+        refusal = transfer(edit, from, to, true, report);
     }
-    return report(refusal);
+    return finish(refusal, report);
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QString& to,
-                                                   bool isMove)
+                                                   bool isMove, TransferReport& report)
 {
     Node* source = edit.find(from);
     if (!source)
@@ -143,11 +179,14 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
         return refusal;
 
     BulkWrite bulk(edit);
+    Progress progress(report, parts.size());
     for (const Part& part : parts) {
         refusal.path = joined(to, part.path);
         refusal.status = part.isGroup
                              ? bulk.addGroup(refusal.path, refusal.reason)
                              : bulk.addAttribute(refusal.path, part.value, part.access, refusal.reason);
+        if (refusal.status == StatusCode::Success && !progress.advance())
+            refusal.status = StatusCode::Cancelled;
         if (refusal.status != StatusCode::Success)
             return refusal;
     }
@@ -166,9 +205,16 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
 
 StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text)
 {
+    TransferReport report;
+    return exportTree(path, type, text, report);
+}
+
+StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text,
+                                       TransferReport& report)
+{
     const auto document = Documents::makeDocument(type.toStdString());
     if (!document)
-        return report({StatusCode::BackendFailure, path, noType(type)});
+        return finish({StatusCode::BackendFailure, path, noType(type)}, report);
     Refusal refusal{StatusCode::NotFound, path, QStringLiteral("there is no such attribute")};
     std::vector<Part> parts;
     {
@@ -179,57 +225,84 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
             refusal = checkReadable(parts, hidden);
         }
     }
-    if (refusal.status != StatusCode::Success)
-        return report(refusal);
+    if (refusal.status == StatusCode::Success)
+        refusal = fill(*document, parts, path, report);
+    if (refusal.status == StatusCode::Success)
+        text = QByteArray::fromStdString(document->getBytes());
+    return finish(refusal, report);
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::fill(Documents::Document& document, const std::vector<Part>& parts,
+                                               const QString& root, TransferReport& report) const
+{
+    Progress progress(report, parts.size());
     for (const Part& part : parts) {
-        const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
+        if (!progress.advance())
+            return {StatusCode::Cancelled, {}, {}};
         if (part.isGroup && part.path.isEmpty())
             continue;
-        const Documents::Outcome outcome = document->insert(part.path.toStdString(), value);
+        const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
+        const Documents::Outcome outcome = document.insert(part.path.toStdString(), value);
         if (!outcome.ok())
-            return report(
-                {StatusCode::BackendFailure, joined(path, part.path), QString::fromStdString(outcome.error)});
+            return {StatusCode::BackendFailure, joined(root, part.path),
+                    QString::fromStdString(outcome.error)};
     }
-    text = QByteArray::fromStdString(document->getBytes());
-    return StatusCode::Success;
+    return {};
 }
 
 StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text)
 {
+    TransferReport report;
+    return importTree(path, type, text, report);
+}
+
+StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text,
+                                       TransferReport& report)
+{
     const auto document = Documents::makeDocument(type.toStdString());
     if (!document)
-        return report({StatusCode::BackendFailure, path, noType(type)});
+        return finish({StatusCode::BackendFailure, path, noType(type)}, report);
     const Documents::Outcome outcome = document->parse(text.toStdString());
-    if (!outcome.ok())
-        return report({StatusCode::BackendFailure, path,
-                       QStringLiteral("the text is no %1: line %2, column %3: %4")
-                           .arg(type)
-                           .arg(outcome.line)
-                           .arg(outcome.column)
-                           .arg(QString::fromStdString(outcome.error))});
-    if (!path.isEmpty() && !isValidPath(path))
-        return report({StatusCode::InvalidPath, path, QStringLiteral("it is no valid path")});
-
-    Refusal refusal;
-    {
-        const History::Scope step(store->getHistory(),
-                                  [&path] { return QStringLiteral("Import %1").arg(path); });
-        TreeEdit edit(*store, {path}, step.getRecorder());
-        BulkWrite bulk(edit);
-        document->visit([&](const Documents::Entry& entry) {
-            if (refusal.status != StatusCode::Success)
-                return;
-            refusal.path = joined(path, QString::fromStdString(entry.path));
-            refusal.status =
-                entry.value.type == FrameworkCore::Values::Type::Group
-                    ? bulk.addGroup(refusal.path, refusal.reason)
-                    : bulk.addAttribute(refusal.path, FrameworkCore::Values::toVariant(entry.value),
-                                        AccessMode::ReadWrite, refusal.reason);
-        });
-        if (refusal.status == StatusCode::Success)
-            bulk.finish();
+    if (!outcome.ok()) {
+        report.setReason(QStringLiteral("line %1, column %2: %3")
+                             .arg(outcome.line)
+                             .arg(outcome.column)
+                             .arg(QString::fromStdString(outcome.error)));
+        return finish({StatusCode::BackendFailure, path,
+                       QStringLiteral("the text is no %1: %2").arg(type, report.getReason())},
+                      report);
     }
-    return report(refusal);
+    if (!path.isEmpty() && !isValidPath(path))
+        return finish({StatusCode::InvalidPath, path, QStringLiteral("it is no valid path")}, report);
+    return finish(takeIn(*document, path, report), report);
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& document, const QString& path,
+                                                 TransferReport& report)
+{
+    std::size_t count = 0;
+    document.visit([&count](const Documents::Entry&) { ++count; });
+    Progress progress(report, count);
+    Refusal refusal;
+    const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
+    TreeEdit edit(*store, {path}, step.getRecorder());
+    BulkWrite bulk(edit);
+    document.visit([&](const Documents::Entry& entry) {
+        if (refusal.status != StatusCode::Success)
+            return;
+        if (!progress.advance()) {
+            refusal.status = StatusCode::Cancelled;
+            return;
+        }
+        refusal.path = joined(path, QString::fromStdString(entry.path));
+        refusal.status = entry.value.type == FrameworkCore::Values::Type::Group
+                             ? bulk.addGroup(refusal.path, refusal.reason)
+                             : bulk.addAttribute(refusal.path, FrameworkCore::Values::toVariant(entry.value),
+                                                 AccessMode::ReadWrite, refusal.reason);
+    });
+    if (refusal.status == StatusCode::Success)
+        bulk.finish();
+    return refusal;
 }
 
 } // namespace Repository

@@ -10,6 +10,10 @@
 
 namespace Repository {
 
+namespace Documents {
+class Document;
+}
+
 class AttributeStore;
 class TreeEdit;
 struct Node;
@@ -20,6 +24,7 @@ class SubtreeTransfer : public FrameworkCore::AppConfig::Interfaces::TransferInt
 {
 public:
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
 
     explicit SubtreeTransfer(std::shared_ptr<AttributeStore> store);
 
@@ -27,6 +32,12 @@ public:
     StatusCode moveTree(const QString& from, const QString& to) override;
     StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) override;
     StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) override;
+
+    StatusCode copyTree(const QString& from, const QString& to, TransferReport& report) override;
+    StatusCode exportTree(const QString& path, const QString& type, QByteArray& text,
+                          TransferReport& report) override;
+    StatusCode importTree(const QString& path, const QString& type, const QByteArray& text,
+                          TransferReport& report) override;
 
 private:
     // One node of a subtree: an attribute, or a group that has no children.
@@ -46,7 +57,11 @@ private:
         QString reason;
     };
 
-    Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove);
+    Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
+                     TransferReport& report);
+    Refusal fill(Documents::Document& document, const std::vector<Part>& parts, const QString& root,
+                 TransferReport& report) const;
+    Refusal takeIn(const Documents::Document& document, const QString& path, TransferReport& report);
 
     // The parts in the order of a file, without what must not be read; hidden is the path of the first such
     // attribute. The structure lock is held.
@@ -54,7 +69,7 @@ private:
     void addPart(const Node& node, int rootLength, std::vector<Part>& parts, QString& hidden) const;
 
     static Refusal checkReadable(const std::vector<Part>& parts, const QString& hidden);
-    StatusCode report(const Refusal& refusal) const;
+    static StatusCode finish(const Refusal& refusal, TransferReport& report);
 
     std::shared_ptr<AttributeStore> store;
 };

@@ -13,7 +13,8 @@ enum StatusCode : int {
     WrongType = 5,           // the value cannot become one of the attribute's type without loss
     RefusedByValidation = 6, // the log names the validation and what it asks for
     InvalidPath = 7,
-    BackendFailure = 8 // the backend's file cannot hold the change; the log says why
+    BackendFailure = 8, // the backend's file cannot hold the change; the log says why
+    Cancelled = 9       // by whoever asked for it
 };
 
 } // namespace FrameworkCore::AppConfig

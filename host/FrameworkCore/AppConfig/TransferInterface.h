@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/TransferReport.h"
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QByteArray>
@@ -30,6 +31,23 @@ public:
     // Creates the attributes of such a text below `path`; those that exist already are written. A text that
     // is none of that type gives BackendFailure, with line, column and reason in the log.
     virtual StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) = 0;
+
+    // The same with a report. A cancelled one gives Cancelled, has changed nothing and is not logged. A
+    // repository that does not override them tells no more than the status, and cannot be cancelled.
+    virtual StatusCode copyTree(const QString& from, const QString& to, TransferReport& /*report*/)
+    {
+        return copyTree(from, to);
+    }
+    virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text,
+                                  TransferReport& /*report*/)
+    {
+        return exportTree(path, type, text);
+    }
+    virtual StatusCode importTree(const QString& path, const QString& type, const QByteArray& text,
+                                  TransferReport& /*report*/)
+    {
+        return importTree(path, type, text);
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

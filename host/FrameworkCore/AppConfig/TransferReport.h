@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include <atomic>
+
+namespace FrameworkCore::AppConfig::Interfaces {
+
+// How a transfer goes. Whoever started it may look at it and cancel it from any thread while it runs; the
+// operation only stores numbers here, so that it never waits for those who look. One report serves one
+// operation.
+class TransferReport
+{
+public:
+    // Asks the operation to end and to change nothing. What has come too far is finished all the same; the
+    // status tells.
+    void cancel() { cancelled = true; }
+    bool isCancelled() const { return cancelled; }
+
+    // How many attributes of how many are done; a total of 0 while that is not known.
+    int getDone() const { return done; }
+    int getTotal() const { return total; }
+
+    void setTotal(int count) { total = count; }
+    void setDone(int count) { done = count; }
+
+    // Why nothing was done, for the person; empty on success. Read and written only once the operation has
+    // ended.
+    const QString& getReason() const { return reason; }
+    void setReason(const QString& text) { reason = text; }
+
+private:
+    std::atomic<bool> cancelled{false};
+    std::atomic<int> done{0};
+    std::atomic<int> total{0};
+    QString reason;
+};
+
+} // namespace FrameworkCore::AppConfig::Interfaces
