@@ -1,5 +1,8 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 
+#include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/ModelViews/TextFile.h"
+
 #include <QAbstractItemModel>
 
 namespace Utilities::ModelViews {
@@ -23,6 +26,24 @@ QStringList AttributeTreeViewModelUtils::extractStringsFromModel(const QAbstract
     for (int row = 0; row < count; ++row)
         texts.append(model->index(row, 0, parent).data(Qt::DisplayRole).toString());
     return texts;
+}
+
+bool AttributeTreeViewModelUtils::readTextFile(const QString& fileName, QString& content,
+                                               QString& errorText) const
+{
+    errorText = TextFile::read(fileName, content);
+    return errorText.isEmpty();
+}
+
+bool AttributeTreeViewModelUtils::writeTxtFile(const QString& text, const QString& fileName) const
+{
+    const QString error = TextFile::write(fileName, text);
+    if (error.isEmpty())
+        return true;
+    using namespace Shared::Logging;
+    const LogMessageContext context({}, -1, {}, QStringLiteral("Vantry"), {}, LogMessageContext::NoFlag);
+    LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << error;
+    return false;
 }
 
 QString AttributeTreeViewModelUtils::TrimAttributeName(const QString& text, const QString& characters)

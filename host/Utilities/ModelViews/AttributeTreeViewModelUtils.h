@@ -21,6 +21,14 @@ public:
     // Display texts of the children of an item, in row order; the invalid index is the top.
     QStringList extractStringsFromModel(const QAbstractItemModel* model, const QModelIndex& parent) const;
 
+    // Reads a text file in UTF-8, with either line end, into lines that end with "\n". False with a text for
+    // the person when it cannot be read or is no such file; the content is then as it was.
+    bool readTextFile(const QString& fileName, QString& content, QString& errorText) const;
+
+    // Replaces the file, or creates it, so that a failure leaves the old one whole. False when it is not
+    // written; why goes to the log.
+    bool writeTxtFile(const QString& text, const QString& fileName) const;
+
     // The text without those of the given characters that stand at its two ends.
     static QString TrimAttributeName(const QString& text, const QString& characters);
 

@@ -1,0 +1,151 @@
+#include "host/Utilities/ModelViews/TextFile.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <tuple>
+#include <unistd.h>
+
+namespace Utilities::ModelViews {
+
+namespace {
+
+constexpr qint64 largestSize = qint64(256) << 20;
+
+using Status = struct stat;
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Utilities::ModelViews::TextFile", text);
+}
+
+QString systemReason()
+{
+    return qt_error_string(errno);
+}
+
+// Nothing when the file is missing; an error when it is no regular file or cannot be reached.
+std::optional<Status> examine(const QString& name, QString& error)
+{
+    Status status = {};
+    if (stat(QFile::encodeName(name).constData(), &status) != 0) {
+        if (errno != ENOENT)
+            error = systemReason();
+        return {};
+    }
+    if (S_ISDIR(status.st_mode))
+        error = tr("it is a folder");
+    else if (!S_ISREG(status.st_mode))
+        error = tr("it is no regular file");
+    return status;
+}
+
+QString textError(const QByteArray& bytes)
+{
+    const std::string_view all(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    const std::size_t zero = all.find('\0');
+    if (zero == std::string_view::npos && FrameworkCore::Values::isUtf8(all))
+        return {};
+    std::size_t wrong = 0;
+    while (wrong < zero) {
+        const std::size_t length = FrameworkCore::Values::utf8Length(all.substr(wrong));
+        if (length == 0)
+            break;
+        wrong += length;
+    }
+    const auto line = 1 + std::count(bytes.begin(), bytes.begin() + static_cast<int>(wrong), '\n');
+    return tr("it is no text in UTF-8 (line %1)").arg(line);
+}
+
+// The new file belongs to whom the old one did. Another owner is given by the administrator only, a group by
+// its members.
+void keepOwner(int file, const Status& original)
+{
+    if (fchown(file, original.st_uid, original.st_gid) != 0)
+        std::ignore = fchown(file, uid_t(-1), original.st_gid);
+}
+
+// Without this a power cut may bring the old file back, whole.
+void syncFolderOf(const QString& name)
+{
+    const QByteArray folder = QFile::encodeName(QFileInfo(QFileInfo(name).canonicalFilePath()).path());
+    const int opened = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened < 0)
+        return;
+    fsync(opened);
+    close(opened);
+}
+
+QString readBytes(const QString& name, QByteArray& bytes)
+{
+    QString error;
+    if (!examine(name, error) || !error.isEmpty())
+        return error.isEmpty() ? qt_error_string(ENOENT) : error;
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    if (file.size() <= largestSize)
+        bytes = file.readAll();
+    if (file.size() > largestSize || bytes.size() > largestSize)
+        return tr("it is larger than %1 MiB").arg(largestSize >> 20);
+    return file.error() == QFile::NoError ? textError(bytes) : file.errorString();
+}
+
+QString writeBytes(const QString& name, const QByteArray& bytes)
+{
+    QString error;
+    const std::optional<Status> original = examine(name, error);
+    if (!error.isEmpty())
+        return error;
+    if (original && faccessat(AT_FDCWD, QFile::encodeName(name).constData(), W_OK, AT_EACCESS) != 0)
+        return systemReason();
+    QSaveFile file(name);
+    // A buffer would be written at the commit, which takes no notice of a full disk. Nor does it of a sync
+    // that fails, so that is done before.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return file.errorString();
+    for (qint64 done = 0; done < bytes.size();) { // what there is no room for is not written at once
+        const qint64 count = file.write(bytes.constData() + done, bytes.size() - done);
+        if (count <= 0)
+            return file.errorString();
+        done += count;
+    }
+    if (original)
+        keepOwner(file.handle(), *original);
+    if (fsync(file.handle()) != 0)
+        return systemReason();
+    if (!file.commit())
+        return file.errorString();
+    syncFolderOf(name);
+    return {};
+}
+
+} // namespace
+
+QString TextFile::read(const QString& name, QString& text)
+{
+    QByteArray bytes;
+    const QString error = readBytes(name, bytes);
+    if (!error.isEmpty())
+        return tr("%1 cannot be read: %2").arg(name, error);
+    bytes.replace("\r\n", "\n");
+    text = QString::fromUtf8(bytes); // without the mark
+    return {};
+}
+
+QString TextFile::write(const QString& name, const QString& text)
+{
+    const QString error = !text.isValidUtf16() ? tr("the text has a character that UTF-8 cannot hold")
+                                               : writeBytes(name, text.toUtf8());
+    return error.isEmpty() ? QString() : tr("%1 is not saved: %2").arg(name, error);
+}
+
+} // namespace Utilities::ModelViews

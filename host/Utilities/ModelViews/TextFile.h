@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace Utilities::ModelViews {
+
+// Whole text files in UTF-8. Each operation gives an empty text, or why it failed: the file and the system's
+// reason. Links are followed; what is no regular file is refused without being opened. Any thread.
+class TextFile
+{
+public:
+    // "\r\n" is read as "\n", a lone "\r" stays; a byte order mark is left out. Refused are bytes that are no
+    // text in UTF-8 and more than 256 MiB. A refusal leaves the text as it was.
+    static QString read(const QString& name, QString& text);
+
+    // Writes the text as it stands. At every moment the old or the new content is there whole, and after a
+    // success the new one is on the disk. Owner and permissions are kept as far as the system allows it.
+    static QString write(const QString& name, const QString& text);
+};
+
+} // namespace Utilities::ModelViews
