@@ -236,13 +236,18 @@ SubtreeTransfer::Refusal SubtreeTransfer::fill(Documents::Document& document, co
                                                const QString& root, TransferReport& report) const
 {
     Progress progress(report, parts.size());
+    QString prefix;
     for (const Part& part : parts) {
         if (!progress.advance())
             return {StatusCode::Cancelled, {}, {}};
         if (part.isGroup && part.path.isEmpty())
             continue;
         const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
-        const Documents::Outcome outcome = document.insert(part.path.toStdString(), value);
+        Documents::Outcome outcome = document.insert(joined(prefix, part.path).toStdString(), value);
+        if (!outcome.ok() && part.path.isEmpty()) {
+            prefix = root.mid(root.lastIndexOf(pathSeparator) + 1);
+            outcome = document.insert(prefix.toStdString(), value);
+        }
         if (!outcome.ok())
             return {StatusCode::BackendFailure, joined(root, part.path),
                     QString::fromStdString(outcome.error)};

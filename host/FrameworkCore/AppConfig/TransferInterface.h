@@ -24,8 +24,9 @@ public:
     // Gives the node and all below it another path. Refused as copyTree and removeTree are.
     virtual StatusCode moveTree(const QString& from, const QString& to) = 0;
 
-    // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; the type
-    // marks are those of such files. The empty path exports everything but what is the repository's own.
+    // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; where such
+    // a file has no place for the node's own value, they begin with the node's name. Type marks are those of
+    // such files. The empty path exports everything but what is the repository's own.
     virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
 
     // Creates the attributes of such a text below `path`; those that exist already are written. A text that

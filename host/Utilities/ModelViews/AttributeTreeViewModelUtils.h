@@ -11,7 +11,11 @@ class QAbstractItemModel;
 
 namespace Utilities::ModelViews {
 
-// What pages need to know of items of an attribute tree. GUI thread.
+// What pages need to know of items of an attribute tree, and what they do to subtrees. GUI thread.
+//
+// Operations on subtrees work on the repository of the process. Each is all or nothing and one step of undo;
+// one that takes longer than a second shows its progress in a modal window, where all but deleting can be
+// cancelled. They give false when nothing was done.
 class VANTRY_HOST_EXPORT AttributeTreeViewModelUtils
 {
 public:
@@ -28,6 +32,23 @@ public:
     // Replaces the file, or creates it, so that a failure leaves the old one whole. False when it is not
     // written; why goes to the log.
     bool writeTxtFile(const QString& text, const QString& fileName) const;
+
+    // Deletes the attribute and all below it; why it was refused is in the log.
+    bool deleteAttributeTree(const QString& path) const;
+
+    // Copies the attribute and all below it to a path that is not there yet; why it was refused is in the
+    // log.
+    bool copyAttribute(const QString& source, const QString& target) const;
+
+    // Write the attribute and all below it into a file, with paths relative to the given one: as nested json,
+    // or as lines "path = value". A failure leaves a file that was there as it was, and the error text says
+    // why for the person.
+    bool exportAttributeToJson(const QString& fileName, const QString& path, QString& errorText) const;
+    bool exportAttributeToTxtFile(const QString& fileName, const QString& path, QString& errorText) const;
+
+    // Creates the attributes of a json file below the path; those that are there already are written. On a
+    // failure the error text names the file, and where it is no json the line, the column and the reason.
+    bool importAttributeFromJson(const QString& fileName, const QString& path, QString& errorText) const;
 
     // The text without those of the given characters that stand at its two ends.
     static QString TrimAttributeName(const QString& text, const QString& characters);

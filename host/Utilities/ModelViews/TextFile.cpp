@@ -84,7 +84,7 @@ void syncFolderOf(const QString& name)
     close(opened);
 }
 
-QString readBytes(const QString& name, QByteArray& bytes)
+QString readAll(const QString& name, QByteArray& bytes)
 {
     QString error;
     if (!examine(name, error) || !error.isEmpty())
@@ -96,10 +96,10 @@ QString readBytes(const QString& name, QByteArray& bytes)
         bytes = file.readAll();
     if (file.size() > largestSize || bytes.size() > largestSize)
         return tr("it is larger than %1 MiB").arg(largestSize >> 20);
-    return file.error() == QFile::NoError ? textError(bytes) : file.errorString();
+    return file.error() == QFile::NoError ? QString() : file.errorString();
 }
 
-QString writeBytes(const QString& name, const QByteArray& bytes)
+QString replace(const QString& name, const QByteArray& bytes)
 {
     QString error;
     const std::optional<Status> original = examine(name, error);
@@ -128,24 +128,47 @@ QString writeBytes(const QString& name, const QByteArray& bytes)
     return {};
 }
 
+QString unread(const QString& name, const QString& error)
+{
+    return tr("%1 cannot be read: %2").arg(name, error);
+}
+
+QString unsaved(const QString& name, const QString& error)
+{
+    return tr("%1 is not saved: %2").arg(name, error);
+}
+
 } // namespace
 
 QString TextFile::read(const QString& name, QString& text)
 {
     QByteArray bytes;
-    const QString error = readBytes(name, bytes);
+    QString error = readAll(name, bytes);
+    if (error.isEmpty())
+        error = textError(bytes);
     if (!error.isEmpty())
-        return tr("%1 cannot be read: %2").arg(name, error);
+        return unread(name, error);
     bytes.replace("\r\n", "\n");
     text = QString::fromUtf8(bytes); // without the mark
     return {};
 }
 
+QString TextFile::readBytes(const QString& name, QByteArray& bytes)
+{
+    const QString error = readAll(name, bytes);
+    return error.isEmpty() ? QString() : unread(name, error);
+}
+
 QString TextFile::write(const QString& name, const QString& text)
 {
-    const QString error = !text.isValidUtf16() ? tr("the text has a character that UTF-8 cannot hold")
-                                               : writeBytes(name, text.toUtf8());
-    return error.isEmpty() ? QString() : tr("%1 is not saved: %2").arg(name, error);
+    return text.isValidUtf16() ? writeBytes(name, text.toUtf8())
+                               : unsaved(name, tr("the text has a character that UTF-8 cannot hold"));
+}
+
+QString TextFile::writeBytes(const QString& name, const QByteArray& bytes)
+{
+    const QString error = replace(name, bytes);
+    return error.isEmpty() ? QString() : unsaved(name, error);
 }
 
 } // namespace Utilities::ModelViews

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace Utilities::ModelViews {
@@ -16,6 +17,10 @@ public:
     // Writes the text as it stands. At every moment the old or the new content is there whole, and after a
     // success the new one is on the disk. Owner and permissions are kept as far as the system allows it.
     static QString write(const QString& name, const QString& text);
+
+    // The same with bytes as they are, whatever their encoding.
+    static QString readBytes(const QString& name, QByteArray& bytes);
+    static QString writeBytes(const QString& name, const QByteArray& bytes);
 };
 
 } // namespace Utilities::ModelViews

@@ -1,0 +1,170 @@
+// What AttributeTreeViewModelUtils does to whole subtrees of the repository.
+#include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/TextFile.h"
+#include "host/Utilities/ModelViews/TransferWindow.h"
+#include "host/Utilities/RepositoryAccess.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <cctype>
+
+namespace Utilities::ModelViews {
+
+using FrameworkCore::AppConfig::StatusCode;
+using namespace FrameworkCore::AppConfig::Interfaces;
+
+namespace {
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Utilities::ModelViews::AttributeTreeViewModelUtils", text);
+}
+
+void logFailure(const QString& text)
+{
+    using namespace Shared::Logging;
+    const LogMessageContext context({}, -1, {}, QStringLiteral("Vantry"), {}, LogMessageContext::NoFlag);
+    LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << text;
+}
+
+QString lastName(const QString& path)
+{
+    return path.mid(path.lastIndexOf(QLatin1Char('.')) + 1);
+}
+
+std::shared_ptr<TransferInterface> transferOf(const std::shared_ptr<RepositoryInterface>& repository)
+{
+    return repository ? repository->getTransferInterface() : nullptr;
+}
+
+// Null where the repository keeps no history.
+std::unique_ptr<HistoryInterface::Step> beginStep(RepositoryInterface& repository, const QString& name)
+{
+    const auto history = repository.getHistoryInterface();
+    return history ? history->beginStep(name) : nullptr;
+}
+
+bool isBlank(const QByteArray& bytes)
+{
+    const int begin = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0; // behind the byte order mark
+    return std::all_of(bytes.begin() + begin, bytes.end(), [](char c) { return std::isspace(uchar(c)); });
+}
+
+// Why a transfer did nothing; a repository that does not say it has logged it.
+QString reasonOf(StatusCode status, const TransferReport& report)
+{
+    if (status == StatusCode::Cancelled)
+        return tr("it was cancelled");
+    return report.getReason().isEmpty() ? tr("the log says why") : report.getReason();
+}
+
+bool exportTo(const QString& fileName, const QString& type, const QString& path, QString& errorText)
+{
+    const auto transfer = transferOf(GetAppConfigRepositoryInterface());
+    const auto refused = [&](const QString& reason) {
+        errorText = tr("%1 is not written: %2").arg(fileName, reason);
+        return false;
+    };
+    if (!transfer)
+        return refused(tr("this repository exports nothing"));
+    TransferReport report;
+    QString fileError;
+    const StatusCode status = TransferWindow::run(
+        tr("Exporting %1").arg(path),
+        [&](TransferReport& running) {
+            QByteArray text;
+            const StatusCode exported = transfer->exportTree(path, type, text, running);
+            if (exported != StatusCode::Success || running.isCancelled())
+                return running.isCancelled() ? StatusCode::Cancelled : exported;
+            fileError = TextFile::writeBytes(fileName, text);
+            return StatusCode::Success;
+        },
+        report);
+    if (status != StatusCode::Success)
+        return refused(reasonOf(status, report));
+    errorText = fileError;
+    return errorText.isEmpty();
+}
+
+} // namespace
+
+bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
+{
+    const auto repository = GetAppConfigRepositoryInterface();
+    const auto tree = repository ? repository->getTreeInterface() : nullptr;
+    if (!tree) {
+        logFailure(tr("'%1' is not deleted: this repository deletes nothing").arg(path));
+        return false;
+    }
+    TransferReport report;
+    return TransferWindow::run(
+               tr("Deleting %1").arg(path),
+               [&](TransferReport&) {
+                   const auto step = beginStep(*repository, tr("Delete %1").arg(lastName(path)));
+                   return tree->removeTree(path);
+               },
+               report, TransferWindow::Cancelling::Impossible) == StatusCode::Success;
+}
+
+bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QString& target) const
+{
+    const auto repository = GetAppConfigRepositoryInterface();
+    const auto transfer = transferOf(repository);
+    if (!transfer) {
+        logFailure(tr("'%1' is not copied: this repository copies nothing").arg(source));
+        return false;
+    }
+    TransferReport report;
+    return TransferWindow::run(
+               tr("Copying %1 to %2").arg(source, target),
+               [&](TransferReport& running) {
+                   const auto step = beginStep(*repository, tr("Paste %1").arg(lastName(target)));
+                   return transfer->copyTree(source, target, running);
+               },
+               report) == StatusCode::Success;
+}
+
+bool AttributeTreeViewModelUtils::exportAttributeToJson(const QString& fileName, const QString& path,
+                                                        QString& errorText) const
+{
+    return exportTo(fileName, QStringLiteral("json"), path, errorText);
+}
+
+bool AttributeTreeViewModelUtils::exportAttributeToTxtFile(const QString& fileName, const QString& path,
+                                                           QString& errorText) const
+{
+    return exportTo(fileName, QStringLiteral("txt"), path, errorText);
+}
+
+bool AttributeTreeViewModelUtils::importAttributeFromJson(const QString& fileName, const QString& path,
+                                                          QString& errorText) const
+{
+    const auto repository = GetAppConfigRepositoryInterface();
+    const auto transfer = transferOf(repository);
+    const auto refused = [&](const QString& reason) {
+        errorText = tr("%1 is not imported: %2").arg(fileName, reason);
+        return false;
+    };
+    if (!transfer)
+        return refused(tr("this repository imports nothing"));
+    QByteArray text;
+    errorText = TextFile::readBytes(fileName, text);
+    if (!errorText.isEmpty())
+        return false;
+    if (isBlank(text))
+        return refused(tr("the file is empty"));
+    TransferReport report;
+    const StatusCode status = TransferWindow::run(
+        tr("Importing %1").arg(fileName),
+        [&](TransferReport& running) {
+            const auto step = beginStep(*repository, tr("Import %1").arg(QFileInfo(fileName).fileName()));
+            return transfer->importTree(path, QStringLiteral("json"), text, running);
+        },
+        report);
+    return status == StatusCode::Success || refused(reasonOf(status, report));
+}
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,83 @@
+#include "host/Utilities/ModelViews/TransferWindow.h"
+
+#include "host/Utilities/GuiThread.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QLabel>
+#include <QProgressBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <future>
+
+namespace Utilities::ModelViews {
+
+namespace {
+
+constexpr std::chrono::seconds unseen(1);
+constexpr std::chrono::milliseconds lookInterval(40);
+
+} // namespace
+
+FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, const Operation& operation,
+                                                         TransferReport& report, Cancelling cancelling)
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
+        return operation(report);
+    std::future<StatusCode> status = std::async(std::launch::async, [&] { return operation(report); });
+    if (status.wait_for(unseen) == std::future_status::ready)
+        return status.get();
+
+    TransferWindow window(text, report, cancelling);
+    QEventLoop loop;
+    QTimer look;
+    connect(&look, &QTimer::timeout, &window, [&] {
+        if (status.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+            loop.quit();
+        else
+            window.showProgress();
+    });
+    look.start(lookInterval);
+    window.showProgress();
+    window.show();
+    loop.exec();         // also ends when the program does
+    return status.get(); // the operation uses what the caller owns
+}
+
+TransferWindow::TransferWindow(const QString& text, TransferReport& transferReport, Cancelling cancelling)
+    : QDialog(QApplication::activeWindow()), report(transferReport), label(new QLabel(text, this)),
+      bar(new QProgressBar(this)), buttons(new QDialogButtonBox(QDialogButtonBox::Cancel, this))
+{
+    setWindowModality(Qt::ApplicationModal);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(bar);
+    layout->addWidget(buttons);
+    label->setTextFormat(Qt::PlainText);
+    bar->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+    label->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, bar->minimumWidth()));
+    label->setToolTip(text);
+    buttons->setEnabled(cancelling == Cancelling::Possible);
+    buttons->setVisible(cancelling == Cancelling::Possible);
+    connect(buttons, &QDialogButtonBox::rejected, this, &TransferWindow::reject);
+}
+
+void TransferWindow::reject()
+{
+    if (!buttons->isEnabled())
+        return;
+    report.cancel();
+    buttons->setEnabled(false);
+    label->setText(tr("Cancelling ..."));
+}
+
+void TransferWindow::showProgress()
+{
+    bar->setMaximum(report.getTotal());
+    bar->setValue(report.getDone());
+}
+
+} // namespace Utilities::ModelViews

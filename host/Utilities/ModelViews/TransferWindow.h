@@ -1,0 +1,48 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/TransferInterface.h"
+
+#include <QDialog>
+
+#include <functional>
+
+class QDialogButtonBox;
+class QLabel;
+class QProgressBar;
+
+namespace Utilities::ModelViews {
+
+// The window of a long operation on a subtree: it shows how far the operation is, and can cancel it. It stays
+// until the operation has ended, so that nobody changes anything meanwhile.
+class TransferWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
+    using Operation = std::function<StatusCode(TransferReport& report)>;
+
+    enum class Cancelling { Possible, Impossible };
+
+    // Runs the operation on a thread of its own and gives its status. The window comes when the operation
+    // takes longer than a second; until then the caller just waits. Where there are no widgets, and on any
+    // other thread than theirs, the operation simply runs.
+    static StatusCode run(const QString& text, const Operation& operation, TransferReport& report,
+                          Cancelling cancelling = Cancelling::Possible);
+
+    // Closing the window asks the operation to end; the window goes with it.
+    void reject() override;
+
+private:
+    TransferWindow(const QString& text, TransferReport& report, Cancelling cancelling);
+
+    void showProgress();
+
+    TransferReport& report; // not owned
+    QLabel* label;          // this and the following are owned through their Qt parent
+    QProgressBar* bar;
+    QDialogButtonBox* buttons;
+};
+
+} // namespace Utilities::ModelViews
