@@ -6,6 +6,7 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
@@ -21,12 +22,14 @@ using Shared::Completer::TreeModelCompleter;
 using Utilities::ModelViews::AttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 
 AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::AttributeBrowserWidget>()),
       localization(Utilities::GetLocalizationInterface()),
       repository(Utilities::GetAppConfigRepositoryInterface()), treeModel(new AttributeTreeViewModel(this)),
-      treeUtils(std::make_shared<AttributeTreeViewModelUtils>())
+      treeUtils(std::make_shared<AttributeTreeViewModelUtils>()),
+      inputDialogs(QSharedPointer<AttributeTreeModelInputDialogs>::create(parent))
 {
     ui->setupUi(this);
     logValidationNames();
@@ -69,6 +72,7 @@ void AttributeBrowserWidget::setUpTree()
     tree->header()->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tree->header()->setStretchLastSection(false);
+    connect(tree, &QTreeView::customContextMenuRequested, this, &AttributeBrowserWidget::onCustomContextMenu);
     connect(tree, &QTreeView::clicked, this, &AttributeBrowserWidget::onTreeItemClicked);
     connect(tree, &QTreeView::expanded, this, &AttributeBrowserWidget::onIndexExpanded);
     connect(tree, &QTreeView::collapsed, this, &AttributeBrowserWidget::onIndexCollapsed);

@@ -6,17 +6,23 @@
 #include "widgets/HierarchyFilter.h"
 
 #include <QModelIndex>
+#include <QSharedPointer>
 #include <QStringList>
 #include <QWidget>
 
 #include <memory>
 
 class QComboBox;
+class QMenu;
 
 namespace Utilities::ModelViews {
 class AttributeTreeViewModel;
 class AttributeTreeViewModelUtils;
 } // namespace Utilities::ModelViews
+
+namespace Utilities::ModelViews::Widgets {
+class AttributeTreeModelInputDialogs;
+}
 
 namespace Widgets {
 
@@ -40,7 +46,13 @@ private slots:
     void onIndexCollapsed(QModelIndex index);
     void onBtnReadAttributeClicked();
     void onTreeItemClicked(QModelIndex clicked);
+    void onBtnExportClicked();
+    void onBtnImportClicked();
+    void onBtnAddValidationClicked();
+    void onBtnExpandAllClicked();
+    void onBtnCollapseAllClicked();
     void on_edtSearchPath_textChanged(QString arg1);
+    void onCustomContextMenu(QPoint point);
     void fillFilterComboBox();
     void on_cbFilter1_currentIndexChanged(int index);
     void on_cbFilter2_currentIndexChanged(int index);
@@ -48,6 +60,10 @@ private slots:
     void on_cbFilter4_currentIndexChanged(int index);
     void applyCustomFilter();
     void onBtnRenameAttributeClicked();
+    void onBtnDeleteAttributeClicked();
+    void onBtnCopyAttributeClicked();
+    void onBtnPasteAttributeClicked();
+    void on_saveBackendClicked();
     void onBtnDeleteBackendClicked();
     void updateBackendPathList();
     bool isSelectedIndexIsBackendRoot(QModelIndex index);
@@ -73,6 +89,7 @@ private:
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows
     void showKeyboardSelection();
     void showDetails(const QStringList& paragraphs);
+    void fillMenu(QMenu& menu, bool isBackendRoot);
     QList<QComboBox*> filterBoxes() const;
     static void fillFilter(QComboBox* box, const QStringList& names, const QString& currentText);
     static void enableFilter(QComboBox* box);
@@ -82,12 +99,16 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     Utilities::ModelViews::AttributeTreeViewModel* treeModel; // owned through its Qt parent, the page
     std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeUtils;
+    QSharedPointer<Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs> inputDialogs;
     HierarchyFilter filter;
 
     // Handlers of upper boxes that are running: a lower box that is refilled meanwhile does not filter.
     bool filterOneChanging = false;
     bool filterTwoChanging = false;
     bool filterThreeChanging = false;
+
+    bool copyPending = false;     // a subtree was copied and not pasted yet
+    bool contextExpanded = false; // whether the context item was open when the menu came
 
     bool filtersReady = false; // false while the boxes are filled anew
     QString filterOneText;     // what the boxes showed when the filter was last applied
@@ -99,6 +120,10 @@ private:
     QStringList backendRootNames;
     QStringList backendPaths;
     QStringList backendNames;
+
+    QPersistentModelIndex copiedIndex; // the item to paste; when it has gone from the tree, its path serves
+    QString copiedPath;
+    QPersistentModelIndex contextIndex; // the item that the menu is about
 
     ExpansionMemory expandedPaths;
 };

@@ -1,0 +1,193 @@
+// The context menu of the browser page's tree, and what its entries do.
+#include "app/VantryLog.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ScopedSignalBlocker.h"
+#include "ui_AttributeBrowserWidget.h"
+#include "widgets/AttributeBrowserWidget.h"
+
+#include <QCursor>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace Widgets {
+
+using Shared::Logging::LogMessageType;
+using Utilities::ScopedSignalBlocker;
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+
+namespace {
+
+constexpr QLatin1Char separator('.');
+
+QString lastName(const QString& path)
+{
+    return path.mid(path.lastIndexOf(separator) + 1);
+}
+
+// The path of something of that name at the same level.
+QString besidePath(const QString& path, const QString& name)
+{
+    const int end = path.lastIndexOf(separator);
+    return end <= 0 ? name : path.left(end + 1) + name;
+}
+
+} // namespace
+
+void AttributeBrowserWidget::onCustomContextMenu(QPoint /*point*/)
+{
+    bool isBackendRoot = false;
+    {
+        const ScopedSignalBlocker blocker(ui->treeView);
+        const QModelIndexList selected = ui->treeView->selectionModel()->selectedIndexes();
+        if (selected.size() < 2)
+            return;
+        contextIndex = selected.at(selected.size() - 2);
+        if (!contextIndex.isValid())
+            return;
+        isBackendRoot = isSelectedIndexIsBackendRoot(contextIndex);
+        contextExpanded = ui->treeView->isExpanded(contextIndex);
+    }
+    const QPointer<AttributeBrowserWidget> self(this); // the host may close the page under an open menu
+    QMenu menu;
+    fillMenu(menu, isBackendRoot);
+    menu.exec(QCursor::pos());
+    if (self)
+        ui->treeView->clearSelection();
+}
+
+void AttributeBrowserWidget::fillMenu(QMenu& menu, bool isBackendRoot)
+{
+    using Page = AttributeBrowserWidget;
+    const auto add = [&](const char* text, const char* icon, void (Page::*slot)()) {
+        const QString file = QLatin1String(":/Vantry/Resources/") + QLatin1String(icon);
+        return menu.addAction(QIcon(file), QString::fromLatin1(text), this, slot);
+    };
+    add("Expand All", "toggle_expand.png", &Page::onBtnExpandAllClicked);
+    add("Collapse All", "toggle.png", &Page::onBtnCollapseAllClicked);
+    add("Copy Subtree", "copy.png", &Page::onBtnCopyAttributeClicked);
+    add("Paste Subtree", "paste.png", &Page::onBtnPasteAttributeClicked)->setEnabled(copyPending);
+    add("Delete Subtree", "delete.png", &Page::onBtnDeleteAttributeClicked);
+    add("Add Validation", "data_validation.png", &Page::onBtnAddValidationClicked);
+    add("Import", "import.png", &Page::onBtnImportClicked);
+    add("Export", "export.png", &Page::onBtnExportClicked);
+    add("Save Backend", "save_backend.png", &Page::on_saveBackendClicked)->setEnabled(isBackendRoot);
+}
+
+void AttributeBrowserWidget::onBtnExpandAllClicked()
+{
+    const ScopedSignalBlocker blocker(ui->treeView);
+    expandChildren(contextIndex);
+}
+
+void AttributeBrowserWidget::onBtnCollapseAllClicked()
+{
+    const ScopedSignalBlocker blocker(ui->treeView);
+    ui->treeView->collapse(contextIndex);
+    onIndexCollapsed(contextIndex);
+    contextExpanded = false;
+}
+
+void AttributeBrowserWidget::onBtnCopyAttributeClicked()
+{
+    copiedIndex = contextIndex;
+    copiedPath = pathOf(copiedIndex);
+    copyPending = true;
+}
+
+void AttributeBrowserWidget::onBtnPasteAttributeClicked()
+{
+    copyPending = false;
+    const QString source = copiedIndex.isValid() ? pathOf(copiedIndex) : copiedPath;
+    QString name = lastName(source);
+    bool asChild = false;
+    if (!inputDialogs->showAttributePasteDialog({}, tr("Attribute Name"), name, asChild) || name.isEmpty())
+        return;
+    if (!contextIndex.isValid())
+        return;
+    {
+        const ScopedSignalBlocker blocker(ui->treeView);
+        const QString target = pathOf(contextIndex);
+        treeUtils->copyAttribute(source, asChild ? target + separator + name : besidePath(target, name));
+    }
+    onBtnReadAttributeClicked();
+}
+
+void AttributeBrowserWidget::onBtnDeleteAttributeClicked()
+{
+    const QString path = pathOf(contextIndex);
+    if (inputDialogs->showConfirmationDialog(tr("Do You Want To Delete The Attribute ?"), path) !=
+        QMessageBox::Yes)
+        return;
+    {
+        const ScopedSignalBlocker blocker(ui->treeView);
+        treeUtils->deleteAttributeTree(path);
+    }
+    onBtnReadAttributeClicked();
+}
+
+void AttributeBrowserWidget::onBtnAddValidationClicked()
+{
+    const QString path = pathOf(contextIndex);
+    bool isAccepted = false;
+    const QString name = inputDialogs->showSingleTextDialog({}, tr("Validation Name"), {}, isAccepted);
+    if (!isAccepted)
+        return;
+    const auto validations = repository ? repository->getValidationInterface() : nullptr;
+    const bool isAdded = validations && validations->addValidation(path, name) != 0;
+    Vantry::logLine(LogMessageType::Outcome)
+        << "Validation Added for Attribute '" << path << "' with result = " << isAdded;
+}
+
+void AttributeBrowserWidget::onBtnExportClicked()
+{
+    const QString fileName =
+        inputDialogs->showSaveAsDialog(tr("Save As"), {}, tr("Json File(*.json);;Test File(*.txt)"));
+    if (fileName.isEmpty())
+        return;
+    const QString path = pathOf(contextIndex);
+    QString errorText;
+    const bool isExported = fileName.endsWith(QLatin1String(".txt"))
+                                ? treeUtils->exportAttributeToTxtFile(fileName, path, errorText)
+                                : treeUtils->exportAttributeToJson(fileName, path, errorText);
+    if (!isExported)
+        AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, errorText);
+}
+
+void AttributeBrowserWidget::onBtnImportClicked()
+{
+    const QString fileName =
+        inputDialogs->showFileOpenDialog(tr("Select File"), {}, tr("Json File (*.json)"));
+    if (fileName.isEmpty())
+        return;
+    bool isAccepted = false;
+    const QString entered =
+        inputDialogs->showSingleTextDialog({}, tr("Import Path"), pathOf(contextIndex), isAccepted);
+    const QString importPath = AttributeTreeViewModelUtils::TrimAttributeName(entered, QString(separator));
+    if (!isAccepted || importPath.isEmpty())
+        return;
+    QString errorText;
+    bool isImported = false;
+    {
+        const ScopedSignalBlocker blocker(ui->treeView);
+        isImported = treeUtils->importAttributeFromJson(fileName, importPath, errorText);
+    }
+    if (isImported)
+        onBtnReadAttributeClicked();
+    else
+        AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, errorText);
+}
+
+void AttributeBrowserWidget::on_saveBackendClicked()
+{
+    const QString name = backendNames.value(backendPaths.indexOf(pathOf(contextIndex)));
+    const auto backends = repository ? repository->getBackendInterface() : nullptr;
+    const bool isSaved = backends && backends->saveBackend(name);
+    Vantry::logLine(LogMessageType::Outcome)
+        << "Backend :- '" << name << "' Updated With Result: " << isSaved;
+}
+
+} // namespace Widgets
