@@ -117,24 +117,20 @@ QVariant AttributeTreeCells::fontOf(const QString& path) const
     return font;
 }
 
-namespace {
-
-QString accessText(AccessMode mode)
+QString AttributeTreeCells::accessText(AccessMode mode)
 {
     switch (mode) {
     case AccessMode::ReadOnly:
-        return AttributeTreeCells::tr("read-only");
+        return tr("read-only");
     case AccessMode::WriteOnly:
-        return AttributeTreeCells::tr("write-only");
+        return tr("write-only");
     case AccessMode::ReadWrite:
-        return AttributeTreeCells::tr("read-write");
+        return tr("read-write");
     case AccessMode::None:
         break;
     }
-    return AttributeTreeCells::tr("none");
+    return tr("none");
 }
-
-} // namespace
 
 QString AttributeTreeCells::accessibleName(const QString& name, const QString& path) const
 {

@@ -28,6 +28,8 @@ public:
 
     bool isBackendRoot(const QString& path) const { return backendRoots.contains(path); }
 
+    static QString accessText(FrameworkCore::AppConfig::AccessMode mode);
+
     QVariant nameCell(const QString& name, const QString& path, int role) const;
     QVariant valueCell(const QString& path, int role) const;
 

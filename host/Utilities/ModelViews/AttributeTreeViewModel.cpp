@@ -1,20 +1,10 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
+#include "host/Utilities/ModelViews/AttributePathsMimeData.h"
 #include "host/Utilities/ModelViews/AttributeTreeNameSearch.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelPrivate.h"
 
-#include <QMimeData>
-
 namespace Utilities::ModelViews {
-
-namespace {
-
-QString pathsMimeType()
-{
-    return QStringLiteral("application/x-vantry-attribute-paths");
-}
-
-} // namespace
 
 AttributeTreeViewModel::AttributeTreeViewModel(QObject* parent)
     : QAbstractItemModel(parent), d(std::make_unique<Private>(*this))
@@ -150,7 +140,7 @@ Qt::ItemFlags AttributeTreeViewModel::flags(const QModelIndex& index) const
 
 QStringList AttributeTreeViewModel::mimeTypes() const
 {
-    return {pathsMimeType(), QStringLiteral("text/plain")};
+    return attributePathsMimeTypes();
 }
 
 QMimeData* AttributeTreeViewModel::mimeData(const QModelIndexList& indexes) const
@@ -160,13 +150,7 @@ QMimeData* AttributeTreeViewModel::mimeData(const QModelIndexList& indexes) cons
         paths.append(pathFromIndex(index));
     paths.removeAll(QString());
     paths.removeDuplicates();
-    if (paths.isEmpty())
-        return nullptr;
-    const QString lines = paths.join(QLatin1Char('\n'));
-    auto data = std::make_unique<QMimeData>();
-    data->setData(pathsMimeType(), lines.toUtf8());
-    data->setText(lines);
-    return data.release();
+    return paths.isEmpty() ? nullptr : makeAttributePathsMimeData(paths).release();
 }
 
 } // namespace Utilities::ModelViews

@@ -35,7 +35,7 @@ QString textOf(const QVariant& value)
                           : value.toString();
 }
 
-QString rawText(const QVariant& value)
+QString rawText(const QVariant& value, int longest)
 {
     switch (value.userType()) {
     case QMetaType::QString:
@@ -43,23 +43,46 @@ QString rawText(const QVariant& value)
     case QMetaType::QStringList:
         return value.toStringList().join(QLatin1Char(','));
     case QMetaType::QByteArray:
-        return textOf(value.toByteArray().left(longestText + 1));
+        return textOf(value.toByteArray().left(longest + 1));
     default:
         return textOf(value);
     }
 }
 
+// Whether something was cut off.
+bool truncate(QString& text, int longest)
+{
+    const bool isLong = text.size() > longest;
+    if (isLong)
+        text.truncate(longest);
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return isLong;
+}
+
+const QChar ellipsis(0x2026);
+
 } // namespace
 
 QString attributeValueText(const QVariant& value)
 {
-    QString text = rawText(value);
-    const bool isLong = text.size() > longestText;
-    if (isLong)
-        text.truncate(longestText);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    QString text = rawText(value, longestText);
+    const bool isLong = truncate(text, longestText);
     std::transform(text.begin(), text.end(), text.begin(), shown);
-    return isLong ? text + QChar(0x2026) : text;
+    return isLong ? text + ellipsis : text;
+}
+
+QString attributeValueLines(const QVariant& value, int longest, int mostLines)
+{
+    QString text = rawText(value, longest);
+    bool isLong = truncate(text, longest);
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (lines.size() > mostLines) {
+        isLong = true;
+        lines = lines.mid(0, mostLines);
+    }
+    for (QString& line : lines)
+        std::transform(line.begin(), line.end(), line.begin(), shown);
+    return lines.join(QLatin1Char('\n')) + (isLong ? QString(ellipsis) : QString());
 }
 
 } // namespace Utilities::ModelViews

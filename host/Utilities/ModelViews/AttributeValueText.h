@@ -12,4 +12,7 @@ namespace Utilities::ModelViews {
 // cell can show ends in an ellipsis. Empty for an invalid value.
 VANTRY_HOST_EXPORT QString attributeValueText(const QVariant& value);
 
+// The same with its line ends, up to so many characters and lines; what is longer ends in an ellipsis.
+VANTRY_HOST_EXPORT QString attributeValueLines(const QVariant& value, int longest, int mostLines);
+
 } // namespace Utilities::ModelViews

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
+#include "host/Utilities/ModelViews/WatchedAttributeCells.h"
+#include "host/Utilities/ModelViews/WatchedAttributeUpdates.h"
+
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QUuid>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Utilities::ModelViews {
+
+// The rows, and what keeps them up to date.
+class AdvancedAttributeModel::Private : public QObject
+{
+public:
+    using Rows = WatchedAttributeInbox::Attributes;
+
+    explicit Private(AdvancedAttributeModel& model);
+    ~Private() override;
+
+    void replace(const QStringList& paths);
+    void insert(int row, const QStringList& paths);
+    void remove(int row, int count);
+    void reorder(const std::vector<int>& moved, int destination);
+    void rotate(int row, int count, int destination);
+
+    bool dropRows(const QMimeData& data, int destination);
+    bool dropPaths(const QMimeData& data, int destination);
+
+    Rows rows;
+    WatchedAttributeCells cells;
+    std::function<bool(int)> confirmLargeDrop;
+    // Names this table in what is dragged out of it, so that it knows its own rows.
+    const QByteArray identity = QUuid::createUuid().toByteArray();
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    void takeRepository();
+    Rows makeRows(const QStringList& paths);
+    void watchSome(int most);
+    void number();
+    void showChanges(const Rows& changed);
+    void light(const std::shared_ptr<WatchedAttribute>& attribute);
+    void endLights();
+    void announce(std::vector<int> changedRows);
+    static void release(Rows::iterator first, Rows::iterator last);
+
+    AdvancedAttributeModel& model;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    WatchedAttributeUpdates updates;
+    bool isNumbered = true; // each row's attribute knows its place
+
+    std::deque<std::shared_ptr<WatchedAttribute>> unwatched; // rows whose registration waits for its turn
+    QBasicTimer watchTimer;
+
+    Rows lit;
+    QElapsedTimer clock;
+    QBasicTimer lightTimer;
+};
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,39 @@
+#include "host/Utilities/ModelViews/WatchedAttributeInbox.h"
+
+#include "host/Utilities/ModelViews/WatchedAttribute.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <utility>
+
+namespace Utilities::ModelViews {
+
+using Guard = std::lock_guard<std::mutex>;
+
+void WatchedAttributeInbox::setReceiver(QObject* object)
+{
+    const Guard guard(mutex);
+    receiver = object;
+}
+
+void WatchedAttributeInbox::add(std::shared_ptr<WatchedAttribute> attribute)
+{
+    const Guard guard(mutex);
+    if (!receiver)
+        return;
+    if (changed.empty())
+        QCoreApplication::postEvent(receiver, new QEvent(QEvent::User));
+    changed.push_back(std::move(attribute));
+}
+
+WatchedAttributeInbox::Attributes WatchedAttributeInbox::take()
+{
+    Attributes taken;
+    const Guard guard(mutex);
+    taken.reserve(changed.size());
+    taken.swap(changed);
+    return taken;
+}
+
+} // namespace Utilities::ModelViews
