@@ -4,19 +4,11 @@
 #include "repository/AttributeSnapshot.h"
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 #include "repository/TreeEdit.h"
 
 namespace Repository {
-
-namespace {
-
-QString valueForPeople(const QVariant& value)
-{
-    return QStringLiteral("'%1' (%2)").arg(value.toString(), QLatin1String(value.typeName()));
-}
-
-} // namespace
 
 AttributeStore::AttributeStore(std::size_t historyBound) : history(historyBound)
 {
@@ -34,6 +26,14 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, c
 QString AttributeStore::refusalText(const QString& path, const QString& reason)
 {
     return QStringLiteral("'%1' was left as it is: %2").arg(path, reason);
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::refuseValue(StatusCode status, const QString& path,
+                                                                 const QVariant& value, bool isHidden,
+                                                                 const QString& reason)
+{
+    logFailure(RefusalText::ofValue(path, value, isHidden, reason));
+    return status;
 }
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, QVariant& value)
@@ -66,35 +66,48 @@ AttributeStore::getAttribute(const QString& path)
 FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path, const QVariant& value,
                                                             int option, int access)
 {
-    if (!isValidPath(path))
-        return refuse(
-            StatusCode::InvalidPath, path,
-            QStringLiteral("a path is names joined by '.', none of them empty and none with '*' in it"));
-    if (isAtOrBelow(path, ownRoot))
-        return refuse(StatusCode::NotWritable, path, QStringLiteral("it belongs to the repository itself"));
-    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
-        return refuse(
-            StatusCode::NotWritable, path,
-            QStringLiteral("%1 is no access mode; 1 is read-only, 2 write-only, 3 read-write").arg(access));
     const auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
-    if (!attributeValue)
-        return refuse(StatusCode::WrongType, path,
-                      QStringLiteral("no attribute can hold %1").arg(valueForPeople(value)));
-
-    QString reason = QStringLiteral("it exists already");
-    StatusCode status = StatusCode::AlreadyExists;
-    {
+    bool isHidden = !isReadable(AccessMode(access));
+    QString reason;
+    StatusCode status = checkCreation(path, attributeValue.has_value(), access, reason);
+    if (status == StatusCode::Success) {
         const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
         TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
         const Node* node = edit.find(path);
-        if (!node || !node->isAttribute)
-            status = edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
+        isHidden = isHidden || hidesValues(path);
+        reason = QStringLiteral("it exists already; write to it, or choose another name");
+        status = node && node->isAttribute
+                     ? StatusCode::AlreadyExists
+                     : edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
     }
     if (status == StatusCode::Success)
         return status;
     if (status == StatusCode::AlreadyExists && option == createOrWrite)
         return write(path, value, Delivery::allPoints);
-    return refuse(status, path, reason);
+    return refuseValue(status, path, value, isHidden, reason);
+}
+
+FrameworkCore::AppConfig::StatusCode AttributeStore::checkCreation(const QString& path, bool isTypeKnown,
+                                                                   int access, QString& reason)
+{
+    if (!isValidPath(path)) {
+        reason = RefusalText::invalidPath();
+        return StatusCode::InvalidPath;
+    }
+    if (isAtOrBelow(path, ownRoot)) {
+        reason = RefusalText::ownTree();
+        return StatusCode::NotWritable;
+    }
+    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite)) {
+        reason =
+            QStringLiteral("%1 is no access mode; 1 is read-only, 2 write-only, 3 read-write").arg(access);
+        return StatusCode::NotWritable;
+    }
+    if (!isTypeKnown) {
+        reason = RefusalText::noAttributeType();
+        return StatusCode::WrongType;
+    }
+    return StatusCode::Success;
 }
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, const QVariant& value,
@@ -107,9 +120,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     Node* node = shard.find(key);
     if (!node || !node->isAttribute) {
         lock.unlock();
-        if (!isValidPath(path))
-            return refuse(StatusCode::InvalidPath, path, QStringLiteral("it is no valid path"));
-        return refuse(StatusCode::NotFound, path, QStringLiteral("there is no such attribute"));
+        return refuseUnknown(path, value);
     }
     QString reason;
     const bool wasNull = !node->value.isValid();
@@ -117,9 +128,10 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     record.begin(history, *node);
     const auto status = store(*node, value, reason);
     if (status != StatusCode::Success) {
+        const bool isHidden = !node->isReadable();
         lock.unlock();
         if (status)
-            return refuse(*status, path, reason);
+            return refuseValue(*status, path, value, isHidden, reason);
         { // whoever reshapes the backend holds this lock until it is done
             const std::shared_lock waiting(structure);
         }
@@ -134,25 +146,37 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     return StatusCode::Success;
 }
 
+FrameworkCore::AppConfig::StatusCode AttributeStore::refuseUnknown(const QString& path, const QVariant& value)
+{
+    bool isHidden = false;
+    {
+        const std::shared_lock lock(structure);
+        isHidden = hidesValues(path);
+    }
+    if (!isValidPath(path))
+        return refuseValue(StatusCode::InvalidPath, path, value, isHidden, RefusalText::invalidPath());
+    return refuseValue(StatusCode::NotFound, path, value, isHidden,
+                       RefusalText::notFound() + QStringLiteral("; create it first"));
+}
+
 FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, const QVariant& value,
                                                             QVariant& accepted, QString& reason)
 {
     if (!isWritable(node.access)) {
-        reason = QStringLiteral("it is read-only");
+        reason = RefusalText::readOnly(node);
         return StatusCode::NotWritable;
     }
     auto converted = node.value.isValid()
                          ? FrameworkCore::Values::convertVariant(value, node.value.userType())
                          : FrameworkCore::Values::toAttributeVariant(value);
     if (!converted) {
-        const char* type = node.value.isValid() ? node.value.typeName() : "attribute value";
-        reason = QStringLiteral("%1 cannot become a %2 without loss")
-                     .arg(valueForPeople(value), QLatin1String(type));
+        reason = node.value.isValid() ? RefusalText::wrongType(value, node.value.userType())
+                                      : RefusalText::noAttributeType();
         return StatusCode::WrongType;
     }
     const Rule* broken = node.rules ? findBrokenRule(*node.rules, *converted) : nullptr;
     if (broken) {
-        reason = broken->explain(*converted);
+        reason = broken->explain();
         return StatusCode::RefusedByValidation;
     }
     accepted = *std::move(converted);
@@ -169,8 +193,10 @@ std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& 
     if (node.backend) {
         if (!node.backend->set(node.path, FrameworkCore::Values::toValue(accepted), reason))
             return {};
-        if (!reason.isEmpty())
+        if (!reason.isEmpty()) {
+            reason = RefusalText::unfit(accepted, !node.isReadable(), reason);
             return StatusCode::BackendFailure;
+        }
     }
     node.value = std::move(accepted);
     return StatusCode::Success;
@@ -229,7 +255,8 @@ bool AttributeStore::addRule(const QString& path, const QString& name)
     QString reason;
     const auto rule = makeRule(name, reason);
     if (!rule || !isValidPath(path)) {
-        refuse(StatusCode::InvalidPath, path, rule ? QStringLiteral("it is no valid path") : reason);
+        logFailure(QStringLiteral("'%1' was not given the validation '%2': %3")
+                       .arg(path, name, rule ? RefusalText::invalidPath() : reason));
         return false;
     }
     const NodeIndex::Key key(path);

@@ -88,12 +88,19 @@ private:
 
     static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
     static QString refusalText(const QString& path, const QString& reason);
+    static StatusCode refuseValue(StatusCode status, const QString& path, const QVariant& value,
+                                  bool isHidden, const QString& reason);
+    StatusCode refuseUnknown(const QString& path, const QVariant& value);
+    static StatusCode checkCreation(const QString& path, bool isTypeKnown, int access, QString& reason);
     // What the attribute would hold after a write of the value; the reason when it is refused.
     static StatusCode accept(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
 
     // Nothing while the node's backend is being reshaped.
     std::optional<StatusCode> store(Node& node, const QVariant& value, QString& reason) const;
-    const Node* nodeOf(QStringView path); // structure lock held; the empty path is the top
+
+    // structure lock held; the empty path is the top
+    const Node* nodeOf(QStringView path);
+    bool hidesValues(QStringView path); // of an attribute that is there, or would be
 
     std::shared_mutex structure;
     NodeIndex index;

@@ -132,7 +132,7 @@ QString Backend::close(bool discardChanges)
     if (closed)
         return QStringLiteral("it is being closed already");
     if (!discardChanges && (isGone || content.hasEdits()))
-        return QStringLiteral("it has edits that are not saved");
+        return QStringLiteral("it has edits that are not saved; save or discard them first");
     closed = true;
     return {};
 }

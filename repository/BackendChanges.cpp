@@ -40,7 +40,10 @@ StatusCode BackendChanges::revert(const QString& path)
 {
     const auto backend = backendOf(*store, path);
     if (!backend) {
-        logFailure(QStringLiteral("'%1' was not reverted: it lies in no backend").arg(path));
+        logFailure(
+            QStringLiteral("'%1' was not reverted: it lies in no backend, so there is no file to read it "
+                           "from")
+                .arg(path));
         return StatusCode::NotFound;
     }
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Revert %1").arg(path); });
@@ -64,7 +67,7 @@ StatusCode BackendChanges::resolveConflicts(const QString& path, ConflictSide si
         refusal = backend->resolveConflicts(path, side, std::ref(reshaping), found);
     }
     if (!found)
-        refusal = QStringLiteral("there is none at or below it");
+        refusal = QStringLiteral("there is no conflict at or below it");
     if (refusal.isEmpty())
         return StatusCode::Success;
     logFailure(QStringLiteral("The conflict at '%1' was not resolved: %2").arg(path, refusal));

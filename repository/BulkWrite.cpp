@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 
 #include <algorithm>
 
@@ -54,7 +55,7 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         return StatusCode::InvalidPath;
     }
     if (isAtOrBelow(path, ownRoot)) {
-        reason = QStringLiteral("it belongs to the repository itself");
+        reason = RefusalText::ownTree();
         return StatusCode::NotWritable;
     }
     const Place place = placeOf(path);
@@ -74,8 +75,10 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         return status;
     if (place.backend) {
         reason = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
-        if (!reason.isEmpty())
+        if (!reason.isEmpty()) {
+            reason = RefusalText::unfit(value, !isReadable(place.backend->getAccessMode()), reason);
             return StatusCode::BackendFailure;
+        }
         const AccessMode most = place.backend->getAccessMode();
         const auto common = AccessMode(quint8(access) & quint8(most));
         access = common == AccessMode::None ? most : common;

@@ -1,6 +1,7 @@
 #include "repository/Rule.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/RefusalText.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
@@ -211,9 +212,14 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
     return rule;
 }
 
+QString Rule::explain() const
+{
+    return QStringLiteral("the validation '%1' asks for %2").arg(name, expectation);
+}
+
 QString Rule::explain(const QVariant& value) const
 {
-    return QStringLiteral("the validation '%1' asks for %2, not '%3'").arg(name, expectation, textOf(value));
+    return QStringLiteral("%1, not '%2'").arg(explain(), RefusalText::shortened(textOf(value)));
 }
 
 const Rule* findBrokenRule(const Rules& rules, const QVariant& value)

@@ -17,7 +17,8 @@ struct Rule
     QString expectation; // completes "the value must be ..."
     std::function<bool(const QVariant& value, const QString& text)> accepts; // text is the value's text
 
-    // Why a value that is not accepted is refused, for a person.
+    // What it asks for, and that a value is not that, for a person.
+    QString explain() const;
     QString explain(const QVariant& value) const;
 };
 

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeStore.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 #include "repository/TreeEdit.h"
 
@@ -38,6 +39,20 @@ QStringList rootsOf(const HistoryStep& step)
 QString changedSince(const QString& path)
 {
     return QStringLiteral("'%1' has changed since").arg(path);
+}
+
+QString whatItIs(const NodeState& state)
+{
+    return state.isAttribute ? RefusalText::shown(state.value) : QStringLiteral("without a value");
+}
+
+// How a place differs from what the step left there, and what to do about it.
+QString explainChange(const QString& path, const NodeState& present, const NodeState& left)
+{
+    if (present.isHidden() || left.isHidden())
+        return changedSince(path);
+    return QStringLiteral("%1: it is %2 now, and the step left it %3; put that back first")
+        .arg(changedSince(path), whatItIs(present), whatItIs(left));
 }
 
 } // namespace
@@ -120,8 +135,9 @@ QString StepReplay::check(TreeEdit& edit, const BackendChange& change) const
 QString StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QString& path,
                                const NodeState& expected, const NodeState& wanted) const
 {
-    if (!isSameValue(edit.stateOf(path), expected))
-        return changedSince(path);
+    const NodeState present = edit.stateOf(path);
+    if (!isSameValue(present, expected))
+        return explainChange(path, present, expected);
     if ((wanted.isNode || expected.isAttribute) && edit.nearest(path).backend != &backend)
         return QStringLiteral("'%1' belongs to another backend by now").arg(path);
     return {};

@@ -1,6 +1,7 @@
 #include "repository/AttributeStore.h"
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 #include "repository/TreeEdit.h"
 #include "repository/TreeSearch.h"
 
@@ -14,6 +15,15 @@ using FrameworkCore::AppConfig::Interfaces::PathSearch;
 const Node* AttributeStore::nodeOf(QStringView path)
 {
     return path.isEmpty() ? &top : index.find(NodeIndex::Key(path));
+}
+
+bool AttributeStore::hidesValues(QStringView path)
+{
+    for (; !path.isEmpty(); path = parentPath(path)) {
+        if (const Node* node = nodeOf(path))
+            return !node->isReadable();
+    }
+    return false;
 }
 
 QVector<ChildInformation> AttributeStore::getChildren(const QString& path)
@@ -80,7 +90,7 @@ QStringList AttributeStore::findPaths(const PathSearch& search)
 FrameworkCore::AppConfig::StatusCode AttributeStore::removeTree(const QString& path)
 {
     if (isAtOrBelow(path, ownRoot))
-        return refuse(StatusCode::NotWritable, path, QStringLiteral("it belongs to the repository itself"));
+        return refuse(StatusCode::NotWritable, path, RefusalText::ownTree());
     QString reason;
     StatusCode status = StatusCode::Success;
     {

@@ -4,6 +4,8 @@
 #include "repository/AttributeStore.h"
 #include "repository/BulkWrite.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
+#include "repository/RepositoryLog.h"
 #include "repository/documents/Document.h"
 
 namespace Repository {
@@ -24,7 +26,11 @@ QString joined(const QString& root, const QString& below)
 
 QString noType(const QString& type)
 {
-    return QStringLiteral("there is no backend type '%1'").arg(type);
+    QStringList known;
+    for (const std::string& name : Documents::getDocumentTypes())
+        known.append(QString::fromStdString(name));
+    return QStringLiteral("there is no backend type '%1'; known are: %2")
+        .arg(type, known.join(QStringLiteral(", ")));
 }
 
 bool isEmptyGroup(const Node& node)
@@ -76,9 +82,24 @@ StatusCode SubtreeTransfer::finish(const Refusal& refusal, TransferReport& repor
         report.setReason(QStringLiteral("it was cancelled"));
         return refusal.status;
     }
+    const QString line = refusal.value
+                             ? RefusalText::ofValue(refusal.path, *refusal.value, false, refusal.reason)
+                             : AttributeStore::refusalText(refusal.path, refusal.reason);
     if (report.getReason().isEmpty())
-        report.setReason(AttributeStore::refusalText(refusal.path, refusal.reason));
-    return AttributeStore::refuse(refusal.status, refusal.path, refusal.reason);
+        report.setReason(line);
+    logFailure(line);
+    return refusal.status;
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::add(BulkWrite& bulk, const QString& path, const Part& part) const
+{
+    Refusal refusal;
+    refusal.path = path;
+    refusal.status = part.isGroup ? bulk.addGroup(path, refusal.reason)
+                                  : bulk.addAttribute(path, part.value, part.access, refusal.reason);
+    if (refusal.status != StatusCode::Success && !part.isGroup && !store->hidesValues(path))
+        refusal.value = part.value;
+    return refusal;
 }
 
 void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
@@ -165,13 +186,15 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
 {
     Node* source = edit.find(from);
     if (!source)
-        return {StatusCode::NotFound, from, QStringLiteral("there is no such attribute")};
+        return {StatusCode::NotFound, from, RefusalText::notFound()};
     if (!isValidPath(to) || isAtOrBelow(to, from))
-        return {StatusCode::InvalidPath, to, QStringLiteral("'%1' cannot be put there").arg(from)};
+        return {StatusCode::InvalidPath, to,
+                isValidPath(to) ? QStringLiteral("'%1' cannot be put into itself").arg(from)
+                                : RefusalText::invalidPath()};
     if (edit.find(to))
-        return {StatusCode::AlreadyExists, to, QStringLiteral("it exists already")};
+        return {StatusCode::AlreadyExists, to, QStringLiteral("it exists already; choose another name")};
     if (isMove && isAtOrBelow(from, ownRoot))
-        return {StatusCode::NotWritable, from, QStringLiteral("it belongs to the repository itself")};
+        return {StatusCode::NotWritable, from, RefusalText::ownTree()};
     QString hidden;
     const std::vector<Part> parts = collect(*source, hidden);
     Refusal refusal = checkReadable(isMove ? std::vector<Part>() : parts, hidden);
@@ -181,10 +204,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
     BulkWrite bulk(edit);
     Progress progress(report, parts.size());
     for (const Part& part : parts) {
-        refusal.path = joined(to, part.path);
-        refusal.status = part.isGroup
-                             ? bulk.addGroup(refusal.path, refusal.reason)
-                             : bulk.addAttribute(refusal.path, part.value, part.access, refusal.reason);
+        refusal = add(bulk, joined(to, part.path), part);
         if (refusal.status == StatusCode::Success && !progress.advance())
             refusal.status = StatusCode::Cancelled;
         if (refusal.status != StatusCode::Success)
@@ -215,7 +235,7 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
     const auto document = Documents::makeDocument(type.toStdString());
     if (!document)
         return finish({StatusCode::BackendFailure, path, noType(type)}, report);
-    Refusal refusal{StatusCode::NotFound, path, QStringLiteral("there is no such attribute")};
+    Refusal refusal{StatusCode::NotFound, path, RefusalText::notFound()};
     std::vector<Part> parts;
     {
         const std::shared_lock lock(store->structure);
@@ -278,7 +298,7 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
                       report);
     }
     if (!path.isEmpty() && !isValidPath(path))
-        return finish({StatusCode::InvalidPath, path, QStringLiteral("it is no valid path")}, report);
+        return finish({StatusCode::InvalidPath, path, RefusalText::invalidPath()}, report);
     return finish(takeIn(*document, path, report), report);
 }
 
@@ -299,11 +319,10 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
             refusal.status = StatusCode::Cancelled;
             return;
         }
-        refusal.path = joined(path, QString::fromStdString(entry.path));
-        refusal.status = entry.value.type == FrameworkCore::Values::Type::Group
-                             ? bulk.addGroup(refusal.path, refusal.reason)
-                             : bulk.addAttribute(refusal.path, FrameworkCore::Values::toVariant(entry.value),
-                                                 AccessMode::ReadWrite, refusal.reason);
+        const bool isGroup = entry.value.type == FrameworkCore::Values::Type::Group;
+        const QVariant value = isGroup ? QVariant() : FrameworkCore::Values::toVariant(entry.value);
+        refusal = add(bulk, joined(path, QString::fromStdString(entry.path)),
+                      {{}, value, AccessMode::ReadWrite, isGroup});
     });
     if (refusal.status == StatusCode::Success)
         bulk.finish();

@@ -6,6 +6,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Repository {
@@ -13,6 +14,7 @@ namespace Repository {
 namespace Documents {
 class Document;
 }
+class BulkWrite;
 
 class AttributeStore;
 class TreeEdit;
@@ -55,6 +57,7 @@ private:
         StatusCode status = StatusCode::Success;
         QString path;
         QString reason;
+        std::optional<QVariant> value = {}; // what was to be set there, when it may be told
     };
 
     Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
@@ -67,6 +70,9 @@ private:
     // attribute. The structure lock is held.
     std::vector<Part> collect(const Node& root, QString& hidden) const;
     void addPart(const Node& node, int rootLength, std::vector<Part>& parts, QString& hidden) const;
+
+    // Adds one part to what is to be written.
+    Refusal add(BulkWrite& bulk, const QString& path, const Part& part) const;
 
     static Refusal checkReadable(const std::vector<Part>& parts, const QString& hidden);
     static StatusCode finish(const Refusal& refusal, TransferReport& report);

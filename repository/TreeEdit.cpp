@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 #include "repository/SubtreeBuilder.h"
 
 #include <QSet>
@@ -171,7 +172,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, co
                                                          QString& reason)
 {
     if (backend && !isWritable(backend->getAccessMode())) {
-        reason = QStringLiteral("the backend '%1' is read-only").arg(backend->getName());
+        reason = RefusalText::readOnly(*backend);
         return StatusCode::NotWritable;
     }
     NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
@@ -179,7 +180,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, co
     const Rules* rules = rulesOf(shard, node, path);
     const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
     if (broken)
-        reason = broken->explain(value);
+        reason = broken->explain();
     return broken ? StatusCode::RefusedByValidation : StatusCode::Success;
 }
 
@@ -196,8 +197,11 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         if (recorder)
             reshape(*backend);
         reason = backend->insert(path, FrameworkCore::Values::toValue(value));
-        if (!reason.isEmpty())
+        if (!reason.isEmpty()) {
+            reason = RefusalText::unfit(value, !isReadable(access) || !isReadable(backend->getAccessMode()),
+                                        reason);
             return StatusCode::BackendFailure;
+        }
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
     if (!node) {
@@ -219,6 +223,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::writeDocument(const Node& node, c
     }
     if (node.backend)
         reason = reshape(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted));
+    if (!reason.isEmpty())
+        reason = RefusalText::unfit(accepted, !node.isReadable(), reason);
     return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
 }
 
@@ -241,7 +247,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, Q
 {
     Node* node = find(path);
     if (!node) {
-        reason = QStringLiteral("there is no such attribute");
+        reason = RefusalText::notFound();
         return StatusCode::NotFound;
     }
     bool siblingsMove = false;
@@ -256,13 +262,14 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bo
 {
     for (const auto& backend : store.backends) {
         if (isAtOrBelow(backend->getName(), node.path)) {
-            reason = QStringLiteral("it holds the root of the backend '%1'").arg(backend->getName());
+            reason = QStringLiteral("it holds the root of the backend '%1'; close that backend instead")
+                         .arg(backend->getName());
             return StatusCode::NotWritable;
         }
     }
     for (const Node* below : subtree(node, nullptr)) {
         if (below->isAttribute && !isWritable(below->access)) {
-            reason = QStringLiteral("'%1' is read-only").arg(below->path);
+            reason = RefusalText::readOnly(*below);
             return StatusCode::NotWritable;
         }
     }

@@ -80,41 +80,6 @@ private slots:
         QCOMPARE(read(path).userType(), expected.userType());
     }
 
-    void refusesWithReason_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("option");
-        QTest::addColumn<int>("access");
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* path, const QVariant& value, int option, int access,
-                            const char* reason) {
-            QTest::newRow(*path ? path : "empty")
-                << QString::fromLatin1(path) << value << option << access << QString::fromLatin1(reason);
-        };
-        row("", 1, 2, 3, "names joined by '.'");
-        row("a..b", 1, 2, 3, "names joined by '.'");
-        row("a.", 1, 2, 3, "names joined by '.'");
-        row("a*", 1, 2, 3, "names joined by '.'");
-        row("internal.mine", 1, 3, 3, "belongs to the repository");
-        row("there", 1, 2, 3, "exists already");
-        row("no.access", 1, 2, 0, "access mode");
-        row("no.type", QVariantMap(), 2, 3, "no attribute can hold");
-    }
-
-    void refusesWithReason()
-    {
-        QFETCH(QString, path);
-        QFETCH(QVariant, value);
-        QFETCH(int, option);
-        QFETCH(int, access);
-        QFETCH(QString, reason);
-        create(QStringLiteral("there"), 0);
-        QVERIFY(!create(path, value, option, access));
-        QVERIFY2(lastFailure().contains(reason), qPrintable(lastFailure()));
-        QCOMPARE(read(QStringLiteral("there")), QVariant(0LL));
-    }
-
     void honoursAccess()
     {
         QVERIFY(create(QStringLiteral("r"), 1, 2, 1));
