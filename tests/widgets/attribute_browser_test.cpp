@@ -6,19 +6,14 @@
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
-#include "widgets/AttributeBrowserWidget.h"
+#include "tests/widgets/BrowserPage.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QCompleter>
 #include <QFile>
 #include <QHeaderView>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QTemporaryDir>
-#include <QTextBrowser>
-#include <QTreeView>
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::BackendConfiguration;
@@ -28,7 +23,6 @@ using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
 using TestSupport::FakeRepository;
 using Utilities::ModelViews::AttributeModel;
-using Widgets::AttributeBrowserWidget;
 
 namespace {
 
@@ -51,116 +45,6 @@ public:
     }
 
     int treeReads = 0;
-};
-
-// The page as a person sees and uses it.
-class Page
-{
-public:
-    Page()
-        : tree(*part<QTreeView>("treeView")), search(*part<QLineEdit>("edtSearchPath")),
-          readButton(*part<QPushButton>("btnReadAttribute")),
-          details(*part<QTextBrowser>("txtAttributeDetails")), boxes{part<QComboBox>("cbFilter1"),
-                                                                     part<QComboBox>("cbFilter2"),
-                                                                     part<QComboBox>("cbFilter3"),
-                                                                     part<QComboBox>("cbFilter4")}
-    {
-        widget.resize(900, 700);
-    }
-
-    template <typename Part>
-    Part* part(const char* name) const
-    {
-        return widget.findChild<Part*>(QLatin1String(name));
-    }
-
-    void read(const QString& searchPath)
-    {
-        search.setText(searchPath);
-        QTest::mouseClick(&readButton, Qt::LeftButton);
-    }
-
-    // The rows that can be scrolled into view, indented by level, "-" in front of the open ones.
-    QStringList shownRows() const
-    {
-        QStringList rows;
-        QModelIndex item = tree.model()->index(0, 0);
-        for (; item.isValid(); item = tree.indexBelow(item)) {
-            QString row = item.data().toString();
-            if (tree.isExpanded(item))
-                row.prepend(QLatin1Char('-'));
-            for (QModelIndex above = item.parent(); above.isValid(); above = above.parent())
-                row.prepend(QLatin1Char(' '));
-            rows.append(row);
-        }
-        return rows;
-    }
-
-    QModelIndex item(const QString& path) const
-    {
-        QModelIndex found;
-        for (const QString& name : path.split(QLatin1Char('.'))) {
-            const QModelIndex parent = found;
-            const int count = tree.model()->rowCount(parent);
-            for (int row = 0; row < count; ++row) {
-                if (tree.model()->index(row, 0, parent).data() == name)
-                    found = tree.model()->index(row, 0, parent);
-            }
-            if (found == parent)
-                return {};
-        }
-        return found;
-    }
-
-    void open(const QStringList& paths)
-    {
-        for (const QString& path : paths)
-            tree.expand(item(path));
-    }
-
-    void clickItem(const QString& path, Qt::MouseButton button = Qt::LeftButton)
-    {
-        for (QModelIndex above = item(path).parent(); above.isValid(); above = above.parent())
-            tree.expand(above);
-        const QModelIndex clicked = item(path);
-        tree.scrollTo(clicked);
-        QTest::mouseClick(tree.viewport(), button, Qt::NoModifier, tree.visualRect(clicked).center());
-    }
-
-    static QStringList itemsOf(const QComboBox& box)
-    {
-        QStringList items;
-        for (int i = 0; i < box.count(); ++i)
-            items.append(box.itemText(i));
-        return items;
-    }
-
-    // What is chosen in the boxes that have something to choose.
-    QString choices() const
-    {
-        QStringList texts;
-        for (const QComboBox* const box : boxes) {
-            if (box->isEnabled())
-                texts.append(box->currentText());
-        }
-        return texts.join(QLatin1Char(' '));
-    }
-
-    // Chooses an entry with the keys of a person.
-    static void choose(QComboBox& box, const QString& text)
-    {
-        box.setFocus();
-        const int steps = box.findText(text) - box.currentIndex();
-        for (int i = 0; i < qAbs(steps); ++i)
-            QTest::keyClick(&box, steps > 0 ? Qt::Key_Down : Qt::Key_Up);
-    }
-
-    AttributeBrowserWidget widget;
-    QTreeView& tree;
-    QLineEdit& search;
-    QPushButton& readButton;
-    QTextBrowser& details;
-    const QList<QComboBox*> boxes;
 };
 
 } // namespace
@@ -293,7 +177,7 @@ private slots:
         QFETCH(QString, searchPath);
         QFETCH(QStringList, items);
         page->read(searchPath);
-        QCOMPARE(Page::itemsOf(*page->boxes[0]), items);
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[0]), items);
         QCOMPARE(page->boxes[0]->currentText(), any);
         QCOMPARE(page->boxes[0]->isEnabled(), items.size() > 1);
         for (const QComboBox* const box : page->boxes.mid(1)) {
@@ -308,32 +192,32 @@ private slots:
         openPage();
         QVERIFY(TestSupport::showActive(page->widget));
         page->read(QStringLiteral("app.*"));
-        QCOMPARE(Page::itemsOf(*page->boxes[0]), words("* net disk"));
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[0]), words("* net disk"));
 
-        Page::choose(*page->boxes[0], QStringLiteral("net"));
+        BrowserPage::choose(*page->boxes[0], QStringLiteral("net"));
         QCOMPARE(page->shownRows(), (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"),
                                                  QStringLiteral("  ip"), QStringLiteral("  name")}));
-        QCOMPARE(Page::itemsOf(*page->boxes[1]), words("* ip name"));
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[1]), words("* ip name"));
         QCOMPARE(page->choices(), QStringLiteral("net *"));
 
-        Page::choose(*page->boxes[1], QStringLiteral("ip"));
+        BrowserPage::choose(*page->boxes[1], QStringLiteral("ip"));
         QCOMPARE(page->shownRows(),
                  (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"), QStringLiteral("  -ip"),
                               QStringLiteral("   v4"), QStringLiteral("   v6")}));
-        Page::choose(*page->boxes[2], QStringLiteral("v4"));
-        Page::choose(*page->boxes[3], QStringLiteral("mask"));
+        BrowserPage::choose(*page->boxes[2], QStringLiteral("v4"));
+        BrowserPage::choose(*page->boxes[3], QStringLiteral("mask"));
         QCOMPARE(page->shownRows(),
                  (QStringList{QStringLiteral("-app"), QStringLiteral(" -net"), QStringLiteral("  -ip"),
                               QStringLiteral("   -v4"), QStringLiteral("    -mask")}));
         QCOMPARE(page->choices(), QStringLiteral("net ip v4 mask"));
 
         // The other branch can still be chosen, and what was chosen below is kept where it exists there too.
-        Page::choose(*page->boxes[0], QStringLiteral("disk"));
-        QCOMPARE(Page::itemsOf(*page->boxes[1]), words("* size ip"));
+        BrowserPage::choose(*page->boxes[0], QStringLiteral("disk"));
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[1]), words("* size ip"));
         QCOMPARE(page->choices(), QStringLiteral("disk ip"));
         QCOMPARE(page->shownRows(),
                  (QStringList{QStringLiteral("-app"), QStringLiteral(" -disk"), QStringLiteral("  -ip")}));
-        Page::choose(*page->boxes[0], any);
+        BrowserPage::choose(*page->boxes[0], any);
         QCOMPARE(page->choices(), QStringLiteral("*"));
         QCOMPARE(page->shownRows(),
                  (QStringList{QStringLiteral("-app"), QStringLiteral(" net"), QStringLiteral(" disk")}));
@@ -355,11 +239,11 @@ private slots:
         openPage();
         QVERIFY(TestSupport::showActive(page->widget));
         page->read(QStringLiteral("app.*"));
-        Page::choose(*page->boxes[0], QStringLiteral("disk"));
-        Page::choose(*page->boxes[1], QStringLiteral("size"));
+        BrowserPage::choose(*page->boxes[0], QStringLiteral("disk"));
+        BrowserPage::choose(*page->boxes[1], QStringLiteral("size"));
         create(words("app.new"));
         page->read(QStringLiteral("app.*"));
-        QCOMPARE(Page::itemsOf(*page->boxes[0]), words("* net disk new"));
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[0]), words("* net disk new"));
         QCOMPARE(page->choices(), QStringLiteral("disk size"));
     }
 
@@ -484,10 +368,10 @@ private slots:
         QVERIFY(page->shownRows().isEmpty());
         createBackend(QStringLiteral("plant.cell"), {});
         QTRY_COMPARE(page->shownRows(), words("plant"));
-        QTRY_COMPARE(Page::itemsOf(*page->boxes[0]), words("* cell"));
+        QTRY_COMPARE(BrowserPage::itemsOf(*page->boxes[0]), words("* cell"));
         page->search.setText(QStringLiteral("plant.*"));
         createBackend(QStringLiteral("plant.line"), {});
-        QTRY_COMPARE(Page::itemsOf(*page->boxes[0]), words("* cell line"));
+        QTRY_COMPARE(BrowserPage::itemsOf(*page->boxes[0]), words("* cell line"));
     }
 
     void changesFilterOnce()
@@ -580,13 +464,13 @@ private:
 
     void openPage()
     {
-        page = std::make_unique<Page>();
+        page = std::make_unique<BrowserPage>();
         page->widget.show();
     }
 
     QTemporaryDir folder;
     std::shared_ptr<RepositoryInterface> repository;
-    std::unique_ptr<Page> page;
+    std::unique_ptr<BrowserPage> page;
 };
 
 int main(int argc, char** argv)
