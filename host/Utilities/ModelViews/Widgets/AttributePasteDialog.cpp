@@ -5,7 +5,6 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -17,7 +16,6 @@ AttributePasteDialog::AttributePasteDialog(QWidget* parent, const QString& title
     : QDialog(parent), nameEdit(new QLineEdit(name, this)), nameFault(new FaultLabel(this)),
       asChild(new QRadioButton(tr("&Below the selected attribute, as its child"), this)),
       beside(new QRadioButton(tr("Be&side the selected attribute, at the same level"), this)),
-      place(new QLabel(this)),
       buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(title);
@@ -29,7 +27,6 @@ AttributePasteDialog::AttributePasteDialog(QWidget* parent, const QString& title
     asChild->setChecked(true);
     nameEdit->selectAll();
     connect(nameEdit, &QLineEdit::textChanged, this, &AttributePasteDialog::check);
-    connect(asChild, &QRadioButton::toggled, this, &AttributePasteDialog::check);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     check();
@@ -43,9 +40,7 @@ void AttributePasteDialog::layOut(const QString& label)
     form->addRow({}, nameFault);
     form->addRow(tr("Paste"), asChild);
     form->addRow({}, beside);
-    form->addRow(tr("Place"), place);
     form->addRow(buttons);
-    place->setTextFormat(Qt::PlainText);
     nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 50);
 }
 
@@ -64,8 +59,6 @@ void AttributePasteDialog::check()
     const QString fault = attributeNameFault(getName());
     nameFault->showFault(fault);
     buttons->button(QDialogButtonBox::Ok)->setEnabled(fault.isEmpty());
-    const QString shownName = place->fontMetrics().elidedText(getName(), Qt::ElideMiddle, nameEdit->width());
-    place->setText((isAsChild() ? tr("parent.selected.%1") : tr("parent.%1")).arg(shownName));
 }
 
 } // namespace Utilities::ModelViews::Widgets

@@ -3,7 +3,6 @@
 #include <QDialog>
 
 class QDialogButtonBox;
-class QLabel;
 class QLineEdit;
 class QRadioButton;
 
@@ -32,7 +31,6 @@ private:
     FaultLabel* nameFault;
     QRadioButton* asChild;
     QRadioButton* beside;
-    QLabel* place; // shows where the subtree will be
     QDialogButtonBox* buttons;
 };
 

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
+#include "host/Utilities/ModelViews/Widgets/AttributeCreateDialog.h"
 #include "host/Utilities/ModelViews/Widgets/AttributePasteDialog.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 
@@ -7,6 +8,7 @@
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QVariant>
 
 namespace Utilities::ModelViews::Widgets {
 
@@ -59,6 +61,18 @@ AttributeTreeModelInputDialogs::AttributeTreeModelInputDialogs(QWidget* parent) 
 QWidget* AttributeTreeModelInputDialogs::getParentWidget() const
 {
     return dialogParent;
+}
+
+bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QVariant& value,
+                                                               int& type) const
+{
+    AttributeCreateDialog dialog(dialogParent, name);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    name = dialog.getName();
+    value = dialog.getValue();
+    type = dialog.getType();
+    return true;
 }
 
 bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& title, const QString& label,

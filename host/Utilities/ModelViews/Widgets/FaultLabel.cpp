@@ -1,8 +1,17 @@
 #include "host/Utilities/ModelViews/Widgets/FaultLabel.h"
 
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+
 #include <QEvent>
+#include <QLayout>
 
 namespace Utilities::ModelViews::Widgets {
+
+namespace {
+
+constexpr int longestFault = 240; // characters; a fault may quote all that was typed
+
+}
 
 FaultLabel::FaultLabel(QWidget* parent) : QLabel(parent)
 {
@@ -18,7 +27,16 @@ FaultLabel::FaultLabel(QWidget* parent) : QLabel(parent)
 
 void FaultLabel::showFault(const QString& fault)
 {
-    setText(fault);
+    const bool isLong = fault.size() > longestFault;
+    setText(breakableText(
+        isLong ? fault.left(longestFault / 2) + QChar(0x2026) + fault.right(longestFault / 2) : fault));
+    QWidget* const dialog = window();
+    if (!dialog->isVisible() || !dialog->layout())
+        return;
+    dialog->layout()->activate();
+    const int needed = dialog->layout()->totalHeightForWidth(dialog->width());
+    if (needed > dialog->height())
+        dialog->resize(dialog->width(), needed);
 }
 
 void FaultLabel::changeEvent(QEvent* event)
@@ -30,7 +48,7 @@ void FaultLabel::changeEvent(QEvent* event)
 
 void FaultLabel::keepRoom()
 {
-    setMinimumHeight(2 * fontMetrics().lineSpacing());
+    setMinimumHeight(fontMetrics().lineSpacing());
 }
 
 } // namespace Utilities::ModelViews::Widgets

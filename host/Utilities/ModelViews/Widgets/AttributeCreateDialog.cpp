@@ -1,0 +1,120 @@
+#include "host/Utilities/ModelViews/Widgets/AttributeCreateDialog.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeNameCheck.h"
+#include "host/Utilities/ModelViews/Widgets/FaultLabel.h"
+#include "host/Utilities/ModelViews/Widgets/ValueEditor.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace Utilities::ModelViews::Widgets {
+
+namespace Values = FrameworkCore::Values;
+
+AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name)
+    : QDialog(parent), nameEdit(new QLineEdit(name, this)), nameFault(new FaultLabel(this)),
+      types(new QComboBox(this)), valueFault(new FaultLabel(this)),
+      buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+{
+    setWindowTitle(tr("New Attribute"));
+    nameEdit->setObjectName(QStringLiteral("edtName"));
+    nameFault->setObjectName(QStringLiteral("lblNameFault"));
+    types->setObjectName(QStringLiteral("cbType"));
+    valueFault->setObjectName(QStringLiteral("lblValueFault"));
+    nameEdit->setPlaceholderText(tr("A name, or a path such as limits.upper"));
+    fillTypes();
+    layOut();
+    connect(nameEdit, &QLineEdit::textChanged, this, [this] {
+        nameIsTouched = true;
+        check();
+    });
+    connect(types, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &AttributeCreateDialog::changeEditor);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    changeEditor();
+}
+
+AttributeCreateDialog::~AttributeCreateDialog() = default;
+
+void AttributeCreateDialog::fillTypes()
+{
+    types->addItem(tr("Text"), int(QMetaType::QString));
+    types->addItem(tr("True or false"), int(QMetaType::Bool));
+    types->addItem(tr("Integer"), int(QMetaType::LongLong));
+    types->addItem(tr("Unsigned integer"), int(QMetaType::ULongLong));
+    types->addItem(tr("Real number"), int(QMetaType::Double));
+    types->addItem(tr("List of texts"), int(QMetaType::QStringList));
+    types->addItem(tr("Bytes"), int(QMetaType::QByteArray));
+    types->addItem(tr("Date"), int(QMetaType::QDate));
+    types->addItem(tr("Time"), int(QMetaType::QTime));
+    types->addItem(tr("Date and time"), int(QMetaType::QDateTime));
+    types->addItem(tr("No value yet"), int(QMetaType::UnknownType));
+    types->setMaxVisibleItems(types->count());
+}
+
+void AttributeCreateDialog::layOut()
+{
+    auto* const form = new QFormLayout(this);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(tr("&Name"), nameEdit);
+    form->addRow({}, nameFault);
+    form->addRow(tr("Typ&e"), types);
+    editorPlace = new QVBoxLayout;
+    form->addRow(tr("Value"), editorPlace);
+    form->addRow({}, valueFault);
+    form->addRow(buttons);
+    nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 70);
+}
+
+QString AttributeCreateDialog::getName() const
+{
+    return nameEdit->text();
+}
+
+int AttributeCreateDialog::getType() const
+{
+    return types->currentData().toInt();
+}
+
+QVariant AttributeCreateDialog::getValue() const
+{
+    QString fault;
+    return editor->getValue(fault);
+}
+
+// What was entered is kept where the other type has the same value.
+void AttributeCreateDialog::changeEditor()
+{
+    const QVariant before = editor ? getValue() : QVariant();
+    auto next = ValueEditor::makeFor(getType());
+    const auto empty = Values::convertVariant({}, before.userType());
+    const auto kept = Values::convertVariant(before, getType());
+    if (before.isValid() && before != empty && kept)
+        next->setValue(*kept);
+    editor = std::move(next);
+    editorPlace->addWidget(editor.get());
+    QWidget::setTabOrder(types, editor.get());
+    connect(editor.get(), &ValueEditor::edited, this, &AttributeCreateDialog::check);
+    check();
+    if (!isVisible())
+        return;
+    layout()->activate();
+    resize(width(), layout()->totalHeightForWidth(width()));
+}
+
+void AttributeCreateDialog::check()
+{
+    const QString faultOfName = attributeNameFault(getName());
+    QString faultOfValue;
+    editor->getValue(faultOfValue);
+    nameFault->showFault(nameIsTouched ? faultOfName : QString());
+    valueFault->showFault(faultOfValue);
+    buttons->button(QDialogButtonBox::Ok)->setEnabled(faultOfName.isEmpty() && faultOfValue.isEmpty());
+}
+
+} // namespace Utilities::ModelViews::Widgets
