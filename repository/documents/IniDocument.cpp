@@ -26,8 +26,9 @@ char commentOf(std::string_view gap)
 bool isBinary(std::string_view text)
 {
     constexpr std::ptrdiff_t mostPerText = 100;
-    return std::count(text.begin(), text.end(), '\0') * mostPerText >
-           std::ptrdiff_t(text.size()) + mostPerText;
+    return text.find('\0') != std::string_view::npos &&
+           std::count(text.begin(), text.end(), '\0') * mostPerText >
+               std::ptrdiff_t(text.size()) + mostPerText;
 }
 
 // Each section has the paths of all that lead to it, so that a file made for it could take a thousand times

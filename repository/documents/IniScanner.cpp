@@ -166,9 +166,9 @@ std::optional<IniLine> IniScanner::next()
         if (!isComment && !isBlankLine(content)) {
             const bool isSection = content[indentOf(content)] == '[';
             if (isSection && position == begin)
-                return takeHeader();
+                return takeHeader(physical);
             if (!isSection && marksBegin == begin)
-                return takeEntry(begin, mark);
+                return takeEntry(begin, physical, mark);
             position = isSection ? position : marksBegin;
             break;
         }
@@ -184,9 +184,8 @@ std::optional<IniLine> IniScanner::next()
     return gap;
 }
 
-std::optional<IniLine> IniScanner::takeHeader()
+std::optional<IniLine> IniScanner::takeHeader(const TextLine& physical)
 {
-    const TextLine physical = textLineAt(text, position);
     const std::size_t open = indentOf(physical.content);
     const std::size_t close = findHeaderEnd(physical.content, open);
     if (close == none) {
@@ -206,9 +205,8 @@ std::optional<IniLine> IniScanner::takeHeader()
     return line;
 }
 
-IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
+IniLine IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mark)
 {
-    const TextLine first = textLineAt(text, position);
     const std::size_t lineBegin = position;
     IniLine line;
     line.kind = IniLine::Kind::Entry;
@@ -224,11 +222,27 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
     while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
         --keyEnd;
     line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
+    if (line.separated) {
+        const std::size_t furtherEnd = takeFurtherLines(first.content, line.indent);
+        line.continued = furtherEnd > 0;
+        placeValue(line, first.content, separator, comments);
+        if (line.continued)
+            line.valueEnd = narrow(furtherEnd - lineBegin);
+    }
+    for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
+        *offset += narrow(lineBegin - begin);
+    line.text = text.substr(begin, position - begin);
+    return line;
+}
 
-    std::size_t valueEnd = 0;
-    std::string_view content = first.content;
+std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t indent)
+{
+    std::size_t end = 0;
     IniGap gap;
-    for (std::size_t at = first.end; line.separated && at < text.size();) {
+    for (std::size_t at = position; at < text.size();) {
+        // Told by one character in nearly all files.
+        if (isWordCharacter(text[at]) && !endsInBackslash(content))
+            break;
         const TextLine further = textLineAt(text, at);
         at = further.end;
         if (isBlankLine(further.content) || isIniComment(further.content)) {
@@ -236,23 +250,15 @@ IniLine IniScanner::takeEntry(std::size_t begin, Type mark)
             gap.blank = gap.blank || isBlankLine(further.content);
             continue;
         }
-        if (!goesOn(content, line.indent, gap, further.content))
+        if (!goesOn(content, indent, gap, further.content))
             break;
         content = further.content;
         gap = IniGap();
-        line.continued = true;
         const std::string_view trimmed = trimBlanks(content);
-        valueEnd = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size() - lineBegin;
+        end = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size();
         position = further.end;
     }
-    if (line.separated)
-        placeValue(line, first.content, separator, comments);
-    if (line.continued)
-        line.valueEnd = narrow(valueEnd);
-    for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
-        *offset += narrow(lineBegin - begin);
-    line.text = text.substr(begin, position - begin);
-    return line;
+    return end;
 }
 
 IniComments findIniComments(std::string_view text)

@@ -65,8 +65,11 @@ public:
     const std::string& getError() const { return error; }
 
 private:
-    std::optional<IniLine> takeHeader();
-    IniLine takeEntry(std::size_t begin, FrameworkCore::Values::Type mark);
+    // Both take the line at the position, and what goes on behind it.
+    std::optional<IniLine> takeHeader(const TextLine& physical);
+    IniLine takeEntry(std::size_t begin, const TextLine& first, FrameworkCore::Values::Type mark);
+    // Where the value of an entry ends that goes on over further lines; 0 when it does not.
+    std::size_t takeFurtherLines(std::string_view content, std::size_t indent);
 
     std::string_view text;
     IniComments comments;
