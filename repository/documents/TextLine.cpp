@@ -59,6 +59,19 @@ TextLine textLineAt(std::string_view text, std::size_t begin)
     return {text.substr(begin, end - begin), std::min(text.size(), end + (pair ? 2 : 1))};
 }
 
+std::size_t countLineEnds(std::string_view text, char lineEnd)
+{
+    std::size_t count = 0;
+    // What is counted in a byte is counted sixteen at a time.
+    for (; !text.empty(); text.remove_prefix(std::min<std::size_t>(text.size(), UINT8_MAX))) {
+        std::uint8_t found = 0;
+        for (const char c : text.substr(0, UINT8_MAX))
+            found = static_cast<std::uint8_t>(found + (c == lineEnd ? 1 : 0));
+        count += found;
+    }
+    return count;
+}
+
 bool endsLine(std::string_view text)
 {
     return text.empty() || text.back() == '\n' || text.back() == '\r';

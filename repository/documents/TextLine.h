@@ -16,6 +16,9 @@ struct TextLine
 };
 TextLine textLineAt(std::string_view text, std::size_t begin);
 
+// How many lines end with this character.
+std::size_t countLineEnds(std::string_view text, char lineEnd);
+
 // True for an empty text and for one that ends with its line.
 bool endsLine(std::string_view text);
 

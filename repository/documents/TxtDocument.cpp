@@ -54,7 +54,7 @@ Outcome TxtDocument::load(std::string bytes)
     if (first.content.size() < first.end)
         style.lineEnd = text.substr(first.content.size(), first.end - first.content.size());
     // An entry takes some bytes; a file of blank lines must not make room for as many.
-    const auto lines = std::size_t(std::count(text.begin(), text.end(), style.lineEnd.front()));
+    const std::size_t lines = countLineEnds(text, style.lineEnd.front());
     const std::size_t entries = std::min(lines, text.size() / 8) + 1;
     pieces.reserve(entries);
     index.reserve(entries + entries / 8);
@@ -163,18 +163,30 @@ void TxtDocument::walkTexts(const Callback& callback) const
 void TxtDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
     ++visits;
+    index.node(TxtIndex::root).visit = visits; // it is no entry
+    Entry entry;
+    std::uint32_t group = TxtIndex::root; // whose path begins that of the entry
+    std::size_t groupSize = 0;
     std::vector<std::uint32_t> unseen;
     for (std::uint32_t id = front; id != none; id = pieces[id].below) {
-        std::uint32_t node = pieces[id].node;
-        for (; node != none && index.node(node).visit != visits; node = index.node(node).parent) {
-            index.node(node).visit = visits;
-            unseen.push_back(node);
+        std::uint32_t seen = pieces[id].node;
+        for (; seen != none && index.node(seen).visit != visits; seen = index.node(seen).parent) {
+            index.node(seen).visit = visits;
+            unseen.push_back(seen);
         }
         for (; !unseen.empty(); unseen.pop_back()) {
-            node = unseen.back();
-            const std::uint32_t entry = index.node(node).entry;
-            if (node != TxtIndex::root)
-                visitor({index.pathOf(node), entry == none ? Value() : readTxtValue(pieces[entry].line)});
+            const TxtNode& node = index.node(unseen.back());
+            if (node.parent != group) {
+                group = node.parent;
+                entry.path = index.pathOf(group);
+                groupSize = entry.path.size();
+            }
+            entry.path.resize(groupSize);
+            if (groupSize > 0)
+                entry.path += '.';
+            TxtIndex::appendComponent(entry.path, node);
+            entry.value = node.entry == none ? Value() : readTxtValue(pieces[node.entry].line);
+            visitor(entry);
         }
     }
 }

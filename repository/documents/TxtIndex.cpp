@@ -7,29 +7,28 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+std::uint32_t hashOf(std::string_view name, std::uint32_t number)
+{
+    const std::uint64_t hash = std::hash<std::string_view>()(name) ^ number * 0x9E3779B97F4A7C15u;
+    return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+} // namespace
+
 TxtIndex::TxtIndex()
 {
     nodes.emplace_back();
 }
 
-void TxtIndex::reserve(std::size_t count)
-{
-    nodes.reserve(count + 1);
-    children.reserve(count);
-}
-
-std::uint32_t TxtIndex::hashOf(std::uint32_t parent, std::string_view name, std::uint32_t number) const
-{
-    std::uint64_t hash = std::hash<std::string_view>()(name);
-    hash ^= (std::uint64_t(parent) << 32 | number) * 0x9E3779B97F4A7C15u;
-    return static_cast<std::uint32_t>(hash ^ hash >> 32);
-}
-
 std::uint32_t TxtIndex::findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const
 {
-    return children.find(hashOf(parent, name, number), [&](std::uint32_t id) {
-        const TxtNode& child = nodes[id];
-        return child.parent == parent && child.number == number && child.name == name;
+    const HashIndex* const children = nodes[parent].children.get();
+    if (!children)
+        return none;
+    return children->find(hashOf(name, number), [&](std::uint32_t id) {
+        return nodes[id].number == number && nodes[id].name == name;
     });
 }
 
@@ -73,7 +72,6 @@ std::uint32_t TxtIndex::demandNext(std::uint32_t parent, std::string_view name, 
 std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
                                     bool lasts)
 {
-    const std::uint32_t hash = hashOf(parent, name, number);
     const std::uint32_t found = findChild(parent, name, number);
     if (found != none)
         return found;
@@ -93,7 +91,9 @@ std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name,
     child.previous = group.lastChild;
     (group.lastChild == none ? group.firstChild : nodes[group.lastChild].next) = id;
     group.lastChild = id;
-    children.insert(hash, id);
+    if (!group.children)
+        group.children = std::make_unique<HashIndex>();
+    group.children->insert(hashOf(name, number), id);
     return id;
 }
 
@@ -110,8 +110,8 @@ void TxtIndex::dropEntry(std::uint32_t id)
 void TxtIndex::erase(std::uint32_t id)
 {
     TxtNode& gone = nodes[id];
-    children.erase(hashOf(gone.parent, gone.name, gone.number), id);
     TxtNode& group = nodes[gone.parent];
+    group.children->erase(hashOf(gone.name, gone.number), id);
     (gone.previous == none ? group.firstChild : nodes[gone.previous].next) = gone.next;
     (gone.next == none ? group.lastChild : nodes[gone.next].previous) = gone.previous;
     gone = TxtNode();
@@ -127,11 +127,16 @@ std::string TxtIndex::pathOf(std::uint32_t id) const
     for (auto part = way.rbegin(); part != way.rend(); ++part) {
         if (!path.empty())
             path += '.';
-        path += nodes[*part].name;
-        if (nodes[*part].number > 1)
-            path += '[' + std::to_string(nodes[*part].number) + ']';
+        appendComponent(path, nodes[*part]);
     }
     return path;
+}
+
+void TxtIndex::appendComponent(std::string& path, const TxtNode& node)
+{
+    path += node.name;
+    if (node.number > 1)
+        path += '[' + std::to_string(node.number) + ']';
 }
 
 std::vector<std::uint32_t> TxtIndex::subtree(std::uint32_t id) const

@@ -17,6 +17,7 @@ struct TxtNode
 {
     std::string_view name;                // without the number
     std::unique_ptr<std::string> ownName; // where the name is no view into the file
+    std::unique_ptr<HashIndex> children;  // of a group
     std::uint32_t number = 1;
     std::uint32_t count = 0; // entries of this name in the group; kept by the first
     std::uint32_t entry = HashIndex::none;
@@ -28,8 +29,8 @@ struct TxtNode
     mutable std::uint32_t visit = 0; // the visit that met it last
 };
 
-// The nodes of a txt file, found by their paths without keeping any: a node knows its name and its parent.
-// Finding, adding and taking out cost the same in a small and in a large file.
+// The nodes of a txt file, found by their paths without keeping any: a node knows its name and its parent,
+// and a group its children. Finding, adding and taking out cost the same in a small and in a large file.
 class TxtIndex
 {
 public:
@@ -38,7 +39,7 @@ public:
 
     TxtIndex();
 
-    void reserve(std::size_t count);
+    void reserve(std::size_t count) { nodes.reserve(count + 1); }
     TxtNode& node(std::uint32_t id) { return nodes[id]; }
     const TxtNode& node(std::uint32_t id) const { return nodes[id]; }
 
@@ -56,6 +57,7 @@ public:
     void dropEntry(std::uint32_t id);
 
     std::string pathOf(std::uint32_t id) const;
+    static void appendComponent(std::string& path, const TxtNode& node);
 
     // The node and all below it.
     std::vector<std::uint32_t> subtree(std::uint32_t id) const;
@@ -63,12 +65,10 @@ public:
 private:
     std::uint32_t findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const;
     std::uint32_t demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number, bool lasts);
-    std::uint32_t hashOf(std::uint32_t parent, std::string_view name, std::uint32_t number) const;
     void erase(std::uint32_t id);
 
     std::vector<TxtNode> nodes;
     std::vector<std::uint32_t> unused;
-    HashIndex children;
 };
 
 } // namespace Repository::Documents
