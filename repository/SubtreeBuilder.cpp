@@ -1,5 +1,6 @@
 #include "repository/SubtreeBuilder.h"
 
+#include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
 #include "repository/PatternIndex.h"
@@ -13,15 +14,10 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return (c & 0x80) == 0; });
-}
-
 // Nearly all names are ASCII, which needs no decoder and just one block of memory.
 QString joinedPath(const QString& parent, std::string_view name)
 {
-    if (!isAscii(name))
+    if (!FrameworkCore::Values::isAscii(name))
         return parent + pathSeparator + QString::fromUtf8(name.data(), int(name.size()));
     QString path(parent.size() + 1 + int(name.size()), Qt::Uninitialized);
     QChar* end = std::copy(parent.begin(), parent.end(), path.begin());

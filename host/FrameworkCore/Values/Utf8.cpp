@@ -78,6 +78,11 @@ bool isUtf8(std::string_view text)
     return true;
 }
 
+bool isAscii(std::string_view text)
+{
+    return skipAscii(text, 0) == text.size();
+}
+
 void appendUtf8(std::string& text, char32_t codePoint)
 {
     const auto add = [&text](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };

@@ -15,6 +15,8 @@ VANTRY_CORE_EXPORT std::size_t utf8Length(std::string_view text);
 // True when the whole text is UTF-8.
 VANTRY_CORE_EXPORT bool isUtf8(std::string_view text);
 
+VANTRY_CORE_EXPORT bool isAscii(std::string_view text);
+
 // Appends the sequence of a code point up to U+10FFFF; that of a surrogate has three bytes and is no UTF-8.
 VANTRY_CORE_EXPORT void appendUtf8(std::string& text, char32_t codePoint);
 

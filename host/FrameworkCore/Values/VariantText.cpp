@@ -97,6 +97,8 @@ std::string toBytes(const QString& text)
 
 std::optional<QString> fromBytes(std::string_view bytes)
 {
+    if (isAscii(bytes)) // nearly all texts, and quicker
+        return fromLatin(bytes);
     if (isUtf8(bytes))
         return decodeUtf8(bytes);
     QString text;
