@@ -24,20 +24,21 @@ public:
     {
         if (slots.empty())
             return none;
-        for (std::size_t i = hash & mask(); slots[i].state != State::Free; i = (i + 1) & mask()) {
-            if (slots[i].state == State::Used && slots[i].hash == hash && matches(slots[i].node))
+        for (std::size_t i = hash & mask(); slots[i].node != none; i = (i + 1) & mask()) {
+            if (slots[i].hash == hash && slots[i].node != erased && matches(slots[i].node))
                 return slots[i].node;
         }
         return none;
     }
 
 private:
-    enum class State : std::uint8_t { Free, Used, Erased };
+    // No node either: a search goes on behind it. Nodes have smaller numbers.
+    static constexpr std::uint32_t erased = none - 1;
+
     struct Slot
     {
         std::uint32_t hash = 0;
         std::uint32_t node = none;
-        State state = State::Free;
     };
 
     std::size_t mask() const { return slots.size() - 1; }

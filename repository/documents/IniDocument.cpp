@@ -31,8 +31,8 @@ bool isBinary(std::string_view text)
                std::ptrdiff_t(text.size()) + mostPerText;
 }
 
-// Each section has the paths of all that lead to it, so that a file made for it could take a thousand times
-// its size.
+// Each section has a path in the tree that names all sections it lies in, so that a file made for it could
+// take a thousand times its size.
 std::size_t mostSectionBytes(std::size_t fileSize)
 {
     constexpr std::size_t always = std::size_t(64) << 20;
@@ -75,9 +75,6 @@ Outcome IniDocument::load(std::string bytes, bool isOwn)
     if (!isOwn && isBinary(text))
         return failure(text.data() + text.find('\0'),
                        "there are NUL characters: it is a binary file, or UTF-16 without its mark");
-    // An entry takes some bytes; a file of blank lines must not make room for as many.
-    const auto lines = std::size_t(std::count(text.begin(), text.end(), style.lineEnd.front()));
-    index.reserve(std::min(lines, text.size() / 8));
     style.comments = findIniComments(text);
     IniScanner scanner(text, style.comments);
     IniItem* section = &index.root();
@@ -90,7 +87,9 @@ Outcome IniDocument::load(std::string bytes, bool isOwn)
         if (line->kind == IniLine::Kind::Gap && style.comment == '\0')
             style.comment = commentOf(line->text);
         if (line->kind == IniLine::Kind::Header) {
-            section = &index.nextSection(encodePath(line->key()));
+            const std::string path = encodePath(line->key());
+            const bool isPlain = path == line->key();
+            section = &index.nextSection({isPlain ? line->key() : std::string_view(path), isPlain});
             if (index.getSectionBytes() > mostSectionBytes(text.size()))
                 return failure(line->key().data(),
                                "the sections up to here, lying deep in each other, take too much memory");
@@ -98,7 +97,8 @@ Outcome IniDocument::load(std::string bytes, bool isOwn)
             section->section->header = section->section->last = &piece;
             firstHeader = !firstHeader && line->indent == 0 ? &piece : firstHeader;
         } else if (line->kind == IniLine::Kind::Entry) {
-            piece.item = &index.nextEntry(*section, encodeKey(line->key()));
+            piece.item = &(isPlainKey(line->key()) ? index.nextEntry(*section, {line->key(), true})
+                                                   : index.nextEntry(*section, {encodeKey(line->key())}));
             piece.item->entry = section->section->last = &piece;
             learnStyle(*line);
         }
@@ -181,7 +181,10 @@ IniGap IniDocument::gapBelow(const IniPiece& piece) const
 void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
     ++visits;
+    index.root().visit = visits; // it is no entry
     Entry entry;
+    const IniItem* group = &index.root(); // whose path begins that of the entry
+    std::size_t groupSize = 0;
     std::vector<const IniItem*> unseen;
     for (const IniPiece& piece : pieces) {
         for (const IniItem* item = piece.item; item && item->visit != visits; item = item->parent) {
@@ -190,9 +193,15 @@ void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
         }
         for (; !unseen.empty(); unseen.pop_back()) {
             const IniItem& item = *unseen.back();
-            if (!item.parent)
-                continue;
-            entry.path = item.path;
+            if (item.parent != group) {
+                group = item.parent;
+                entry.path = IniIndex::pathOf(*group);
+                groupSize = entry.path.size();
+            }
+            entry.path.resize(groupSize);
+            if (groupSize > 0)
+                entry.path += '.';
+            entry.path += item.name;
             entry.value = item.entry ? readIniValue(item.entry->line) : Value();
             visitor(entry);
         }

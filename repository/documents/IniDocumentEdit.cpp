@@ -101,7 +101,7 @@ Outcome IniDocument::insertEntry(std::string_view path, const Value& value)
         group = &placeSection(ends.parent, header);
     IniPiece* const last = group->section->last;
     IniPiece& piece = last ? placeEntry(*last, std::move(text)) : placeFirstAtRoot(std::move(text));
-    piece.item = &index.nextEntry(*group, splitNumber(ends.last).name);
+    piece.item = &index.nextEntry(*group, {splitNumber(ends.last).name});
     piece.item->entry = group->section->last = &piece;
     return {};
 }
@@ -177,7 +177,7 @@ IniItem& IniDocument::placeSection(std::string_view path, const std::string& hea
     for (std::uint32_t* offset :
          {&piece.line.keyBegin, &piece.line.keyEnd, &piece.line.valueBegin, &piece.line.valueEnd})
         *offset += shift;
-    IniItem& item = index.nextSection(siblingsOf(path).first);
+    IniItem& item = index.nextSection({siblingsOf(path).first});
     piece.item = &item;
     item.section->header = item.section->last = &piece;
     firstHeader = firstHeader ? firstHeader : &piece;

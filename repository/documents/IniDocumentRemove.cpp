@@ -115,7 +115,7 @@ void IniDocument::takeEntry(IniItem& item)
     // Above it stands another entry of the section or its header, or nothing at the root.
     if (section.last == &piece)
         section.last = piece.above;
-    const IniSiblings siblings = siblingsOf(item.path);
+    const IniSiblings siblings = siblingsOf(IniIndex::pathOf(item));
     const PathEnds ends = splitLast(siblings.first);
     IniItem& first = *index.find(siblings.first);
     IniItem* emptied = &item;
@@ -151,7 +151,7 @@ void IniDocument::takeSections(const std::vector<IniItem*>& going)
 {
     std::vector<std::string> paths;
     for (IniItem* const item : going) {
-        paths.push_back(item->path);
+        paths.push_back(IniIndex::pathOf(*item));
         IniSection& section = *item->section;
         if (!section.header)
             continue;

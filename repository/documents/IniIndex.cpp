@@ -10,10 +10,23 @@ namespace Repository::Documents {
 
 namespace {
 
-std::uint32_t hashOf(std::string_view path)
+std::uint32_t hashOf(std::string_view name)
 {
-    const std::size_t hash = std::hash<std::string_view>()(path);
+    const std::size_t hash = std::hash<std::string_view>()(name);
     return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+std::size_t pathSizeOf(const IniItem& item)
+{
+    std::size_t size = 0;
+    for (const IniItem* at = &item; at->parent; at = at->parent)
+        size += at->name.size() + (size > 0 ? 1 : 0);
+    return size;
+}
+
+std::size_t bytesOf(const IniItem& section)
+{
+    return sizeof(IniItem) + sizeof(IniSection) + pathSizeOf(section);
 }
 
 } // namespace
@@ -40,91 +53,111 @@ IniSiblings siblingsOf(std::string_view path)
     return {joinPath(ends.parent, last.name), last.number};
 }
 
-IniIndex::IniIndex()
+IniIndex::IniIndex() : rootItem(&makeItem())
 {
-    rootItem = &demand({}, nullptr);
     rootItem->section = std::make_unique<IniSection>();
-}
-
-IniItem* IniIndex::find(std::string_view path)
-{
-    const std::uint32_t number = numberOf(path, hashOf(path));
-    return number == HashIndex::none ? nullptr : &items[number];
 }
 
 const IniItem* IniIndex::find(std::string_view path) const
 {
-    const std::uint32_t number = numberOf(path, hashOf(path));
-    return number == HashIndex::none ? nullptr : &items[number];
+    const IniItem* item = rootItem;
+    while (item && !path.empty()) {
+        const std::size_t end = std::min(path.find('.'), path.size());
+        const std::uint32_t number =
+            end + 1 != path.size() && item->section ? numberOf(*item, path.substr(0, end)) : HashIndex::none;
+        item = number == HashIndex::none ? nullptr : &items[number];
+        path.remove_prefix(std::min(end + 1, path.size()));
+    }
+    return item;
 }
 
-std::uint32_t IniIndex::numberOf(std::string_view path, std::uint32_t hash) const
+IniItem* IniIndex::find(std::string_view path)
 {
-    return byPath.find(hash, [&](std::uint32_t number) { return items[number].path == path; });
+    const IniItem* const item = std::as_const(*this).find(path);
+    return item ? &items[item->number] : nullptr;
 }
 
-IniItem& IniIndex::demand(std::string path, IniItem* parent)
+std::string IniIndex::pathOf(const IniItem& item)
 {
-    const std::uint32_t hash = hashOf(path);
-    std::uint32_t number = numberOf(path, hash);
+    std::string path(pathSizeOf(item), '.');
+    std::size_t end = path.size();
+    for (const IniItem* at = &item; at->parent; at = at->parent) {
+        path.replace(end - at->name.size(), at->name.size(), at->name);
+        end -= at->name.size() + (at->parent->parent ? 1 : 0);
+    }
+    return path;
+}
+
+std::uint32_t IniIndex::numberOf(const IniItem& section, std::string_view name) const
+{
+    return section.section->members.find(hashOf(name),
+                                         [&](std::uint32_t number) { return items[number].name == name; });
+}
+
+IniItem& IniIndex::makeItem()
+{
+    if (unused.empty()) {
+        IniItem& item = items.emplace_back();
+        item.number = static_cast<std::uint32_t>(items.size() - 1);
+        return item;
+    }
+    IniItem& item = items[unused.back()];
+    item.number = unused.back();
+    unused.pop_back();
+    return item;
+}
+
+IniItem& IniIndex::demand(IniItem& section, const IniName& name)
+{
+    const std::uint32_t number = numberOf(section, name.text);
     if (number != HashIndex::none)
         return items[number];
-    if (unused.empty()) {
-        number = static_cast<std::uint32_t>(items.size());
-        items.emplace_back();
-    } else {
-        number = unused.back();
-        unused.pop_back();
-    }
-    byPath.insert(hash, number);
-    IniItem& item = items[number];
-    item.path = std::move(path);
-    item.parent = parent;
-    item.number = number;
+    IniItem& item = makeItem();
+    if (!name.isInFile)
+        item.ownName = std::make_unique<std::string>(name.text);
+    item.name = item.ownName ? std::string_view(*item.ownName) : name.text;
+    item.parent = &section;
+    section.section->members.insert(hashOf(name.text), item.number);
     return item;
 }
 
 void IniIndex::drop(IniItem& item)
 {
     const std::uint32_t number = item.number;
-    byPath.erase(hashOf(item.path), number);
+    item.parent->section->members.erase(hashOf(item.name), number);
     item = IniItem();
     unused.push_back(number);
 }
 
-IniItem& IniIndex::demandSection(std::string_view path)
+IniItem& IniIndex::demandSection(const IniName& path)
 {
     IniItem* section = rootItem;
-    for (std::size_t end = 0; end < path.size();) {
-        end = std::min(path.find('.', section == rootItem ? 0 : end + 1), path.size());
-        IniItem& deeper = demand(std::string(path.substr(0, end)), section);
+    for (std::size_t at = 0; at < path.text.size();) {
+        const std::size_t end = std::min(path.text.find('.', at), path.text.size());
+        IniItem& deeper = demand(*section, {path.text.substr(at, end - at), path.isInFile});
         if (!deeper.section) {
             deeper.section = std::make_unique<IniSection>();
-            sectionBytes += sizeof(IniItem) + sizeof(IniSection) + end;
+            sectionBytes += bytesOf(deeper);
         }
         section->section->deeper.insert(&deeper);
         section = &deeper;
+        at = end + 1;
     }
     return *section;
 }
 
-IniItem& IniIndex::demandEntry(IniItem& section, std::string_view name)
-{
-    return demand(joinPath(section.path, name), &section);
-}
-
-IniItem& IniIndex::nextSection(std::string_view path)
+IniItem& IniIndex::nextSection(const IniName& path)
 {
     IniItem& first = demandSection(path);
     const std::size_t number = ++first.section->headers;
-    return number == 1 ? first : demandSection(joinNumber(path, number));
+    return number == 1 ? first : demandSection({joinNumber(path.text, number)});
 }
 
-IniItem& IniIndex::nextEntry(IniItem& section, std::string_view name)
+IniItem& IniIndex::nextEntry(IniItem& section, const IniName& name)
 {
-    IniItem& first = demandEntry(section, name);
+    IniItem& first = demand(section, name);
     const std::size_t number = ++first.entries;
-    return number == 1 ? first : demandEntry(section, joinNumber(name, number));
+    return number == 1 ? first : demand(section, {joinNumber(name.text, number)});
 }
 
 void IniIndex::dropEntry(IniItem& item)
@@ -139,8 +172,8 @@ void IniIndex::dropSection(IniItem* item)
     while (item != rootItem && !item->section->header && item->section->deeper.empty()) {
         IniItem* const parent = item->parent;
         parent->section->deeper.erase(item);
+        sectionBytes -= bytesOf(*item);
         item->section.reset();
-        sectionBytes -= sizeof(IniItem) + sizeof(IniSection) + item->path.size();
         if (!item->entry)
             drop(*item);
         item = parent;

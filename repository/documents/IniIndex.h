@@ -35,19 +35,28 @@ struct IniSection
     IniPiece* last = nullptr;            // the last entry, or else the header
     std::size_t headers = 0;             // how many sections have this name; kept by the first
     std::unordered_set<IniItem*> deeper; // the sections right below
+    HashIndex members;                   // all nodes right below, by their names
     bool going = false;                  // while it is decided whether it can be removed
 };
 
 // A node of the tree. It may be an entry and a section at once.
 struct IniItem
 {
-    std::string path;
+    std::string_view name;                // its component of the path
+    std::unique_ptr<std::string> ownName; // where the name is no view into the file
     IniItem* parent = nullptr;
     IniPiece* entry = nullptr;
     std::unique_ptr<IniSection> section;
-    std::size_t entries = 0;         // how many entries of the section have this name; kept by the first
+    std::uint32_t entries = 0;       // how many entries of the section have this name; kept by the first
     std::uint32_t number = 0;        // in the index
     mutable std::uint32_t visit = 0; // the visit that met it last
+};
+
+// A name that stands in the file as in the path is kept as a view into the file, any other as a copy.
+struct IniName
+{
+    std::string_view text;
+    bool isInFile = false;
 };
 
 bool isHeader(const IniPiece& piece);
@@ -64,34 +73,29 @@ struct IniSiblings
 };
 IniSiblings siblingsOf(std::string_view path);
 
-// The nodes of an ini file by their paths. Finding, adding and taking out cost the same in a small and in a
-// large file.
+// The nodes of an ini file, found by their paths without keeping any: a node knows its name and its parent,
+// and a section what is in it. Finding, adding and taking out cost the same in a small and in a large file.
 class IniIndex
 {
 public:
     IniIndex();
 
-    // Makes room for as many nodes at once.
-    void reserve(std::size_t nodes) { byPath.reserve(nodes); }
     IniItem& root() { return *rootItem; }
     const IniItem& root() const { return *rootItem; }
 
-    // Null for an unknown path.
+    // Null for an unknown path; the empty path is the root.
     IniItem* find(std::string_view path);
     const IniItem* find(std::string_view path) const;
 
-    // What all sections take in memory.
+    static std::string pathOf(const IniItem& item);
+
+    // What the nodes of all sections take, in the index and with their paths in the tree.
     std::size_t getSectionBytes() const { return sectionBytes; }
 
-    // The section of that path, made with all that lead to it where they are missing.
-    IniItem& demandSection(std::string_view path);
-    // The node of that name in the section.
-    IniItem& demandEntry(IniItem& section, std::string_view name);
-
     // The node of the next header of that path, or of the next entry of that name: the plain path for the
-    // first, then path[2] and so on.
-    IniItem& nextSection(std::string_view path);
-    IniItem& nextEntry(IniItem& section, std::string_view name);
+    // first, then path[2] and so on. What leads to a section is made where it is missing.
+    IniItem& nextSection(const IniName& path);
+    IniItem& nextEntry(IniItem& section, const IniName& name);
 
     // The node is no entry any more; it goes unless it is a section too.
     void dropEntry(IniItem& item);
@@ -100,13 +104,14 @@ public:
     void dropSection(IniItem* item);
 
 private:
-    std::uint32_t numberOf(std::string_view path, std::uint32_t hash) const;
-    IniItem& demand(std::string path, IniItem* parent);
+    std::uint32_t numberOf(const IniItem& section, std::string_view name) const;
+    IniItem& demandSection(const IniName& path);
+    IniItem& demand(IniItem& section, const IniName& name);
+    IniItem& makeItem();
     void drop(IniItem& item);
 
     std::deque<IniItem> items;         // which stay where they are
     std::vector<std::uint32_t> unused; // numbers of items that were dropped
-    HashIndex byPath;
     IniItem* rootItem = nullptr;
     std::size_t sectionBytes = 0;
 };

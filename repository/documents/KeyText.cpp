@@ -49,16 +49,15 @@ bool isNothingButNul(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return c == '\0'; });
 }
 
-// A key that can be told at a glance to need no encoding, as nearly all can.
-bool isPlain(std::string_view key)
+} // namespace
+
+bool isPlainKey(std::string_view key)
 {
     return !key.empty() && key.front() != '@' && key.front() != '#' && key.back() != ']' &&
            std::all_of(key.begin(), key.end(), [](char c) {
                return c >= 0x20 && c < 0x7F && c != '.' && c != '*' && c != '%' && c != ';';
            });
 }
-
-} // namespace
 
 bool endsInNumber(std::string_view key)
 {
@@ -79,7 +78,7 @@ std::string encodeKey(std::string_view key)
 
 void appendKey(std::string& out, std::string_view key)
 {
-    if (isPlain(key)) {
+    if (isPlainKey(key)) {
         out += key;
         return;
     }

@@ -15,6 +15,9 @@ namespace Repository::Documents {
 std::string encodeKey(std::string_view key);
 void appendKey(std::string& path, std::string_view key);
 
+// True for keys that can be told at a glance to need no encoding, as nearly all can.
+bool isPlainKey(std::string_view key);
+
 // The path that a name with dots in it stands for, where a file holds paths as they are. The parts between
 // the dots stand in the file as in the path, "%" too, but for what a path cannot hold.
 std::string encodePath(std::string_view name);
