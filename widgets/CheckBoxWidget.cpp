@@ -1,0 +1,48 @@
+#include "widgets/CheckBoxWidget.h"
+
+#include "host/Utilities/RepositoryAccess.h"
+#include "widgets/AttributeWriting.h"
+#include "widgets/CellEditor.h"
+
+#include <QKeyEvent>
+
+namespace Widgets {
+
+CheckBoxWidget::CheckBoxWidget(QWidget* parent, const QString& path, const QVariant& value)
+    : QCheckBox(parent), attributeFullPath(path), attributeValue(value)
+{
+    setChecked(attributeValue.toBool());
+    setAccessibleName(attributeFullPath);
+    setAutoFillBackground(true);
+}
+
+void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+        toggle();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        checkBoxStateChanged(isChecked() ? Qt::Checked : Qt::Unchecked);
+        break;
+    default:
+        emit resetDavModel();
+    }
+}
+
+void CheckBoxWidget::focusOutEvent(QFocusEvent* /*event*/)
+{
+    if (!isTakenAway(*this))
+        checkBoxStateChanged(isChecked() ? Qt::Checked : Qt::Unchecked);
+}
+
+void CheckBoxWidget::checkBoxStateChanged(int state)
+{
+    const auto repository = Utilities::GetAppConfigRepositoryInterface();
+    if (repository && !writeStored(*repository, attributeFullPath, state == Qt::Checked))
+        logFailure(QString::fromLatin1("Attribute Update failed "));
+    emit resetDavModel();
+}
+
+} // namespace Widgets

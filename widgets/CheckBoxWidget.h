@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QVariant>
+
+namespace Widgets {
+
+// Edits a bool as a check box over a cell. Return, Enter and leaving the cell write it, Space changes it,
+// every other key gives the edit up. GUI thread.
+class CheckBoxWidget : public QCheckBox
+{
+    Q_OBJECT
+
+public:
+    CheckBoxWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
+
+signals:
+    // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
+    // deletion, since this comes out of its own handlers.
+    void resetDavModel();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private slots:
+    void checkBoxStateChanged(int state);
+
+private:
+    QString attributeFullPath;
+    QVariant attributeValue;
+};
+
+} // namespace Widgets

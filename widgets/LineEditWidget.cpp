@@ -1,0 +1,158 @@
+#include "widgets/LineEditWidget.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "widgets/AttributeWriting.h"
+#include "widgets/CellEditor.h"
+
+#include <QDoubleValidator>
+#include <QIntValidator>
+#include <QKeyEvent>
+
+#include <limits>
+
+namespace Widgets {
+
+namespace {
+
+// The number that the text is, as one of the type; 0 when it is none, or none of the type's range.
+template <typename Number>
+bool parseNumber(const QString& text, QVariant& number)
+{
+    constexpr int exactType = std::is_floating_point_v<Number> ? QMetaType::Double
+                              : std::is_signed_v<Number>       ? QMetaType::LongLong
+                                                               : QMetaType::ULongLong;
+    const auto exact = FrameworkCore::Values::convertVariant(text.trimmed(), exactType);
+    number = QVariant::fromValue(Number(0));
+    if (!exact)
+        return false;
+    if constexpr (std::is_same_v<Number, float>) {
+        const float nearest = float(exact->toDouble());
+        if (qIsInf(nearest) && !qIsInf(exact->toDouble()))
+            return false;
+        number = QVariant::fromValue(nearest);
+    } else if constexpr (std::is_floating_point_v<Number>) {
+        number = *exact;
+    } else {
+        const auto whole =
+            exact->value<std::conditional_t<std::is_signed_v<Number>, qlonglong, qulonglong>>();
+        if (whole < std::numeric_limits<Number>::lowest() || whole > std::numeric_limits<Number>::max())
+            return false;
+        number = QVariant::fromValue(Number(whole));
+    }
+    return true;
+}
+
+} // namespace
+
+LineEditWidget::LineEditWidget(QWidget* parent, const QString& path, const QVariant& value)
+    : QLineEdit(parent), repository(Utilities::GetAppConfigRepositoryInterface()), attributeFullPath(path),
+      attributeValue(value)
+{
+    setMaxLength(std::numeric_limits<int>::max()); // or a long text would be cut, and written like that
+    setText(attributeValue.toString());
+    setFrame(false);
+    setAccessibleName(attributeFullPath);
+    setFocusPolicy(Qt::StrongFocus);
+    setFocus(Qt::OtherFocusReason);
+    setAutoFillBackground(true);
+    connect(this, &QLineEdit::editingFinished, this, &LineEditWidget::textEditingFinished);
+}
+
+void LineEditWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        emit resetDavModel();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void LineEditWidget::addValidator()
+{
+    const auto limitInteger = [this](int bottom, int top) {
+        setValidator(new QIntValidator(bottom, top, this));
+    };
+    const auto limitReal = [this](double bottom, double top) {
+        setValidator(new QDoubleValidator(bottom, top, 16, this));
+    };
+    switch (attributeValue.userType()) {
+    case QMetaType::Int:
+    case QMetaType::Long:
+    case QMetaType::LongLong:
+        return limitInteger(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
+    case QMetaType::UInt:
+    case QMetaType::ULong:
+    case QMetaType::ULongLong:
+        return limitInteger(0, -1);
+    case QMetaType::Short:
+        return limitInteger(std::numeric_limits<short>::min(), std::numeric_limits<short>::max());
+    case QMetaType::UShort:
+        return limitInteger(0, std::numeric_limits<ushort>::max());
+    case QMetaType::Double:
+        return limitReal(std::numeric_limits<double>::min(), std::numeric_limits<double>::max());
+    case QMetaType::Float:
+        return limitReal(double(std::numeric_limits<float>::min()),
+                         double(std::numeric_limits<float>::max()));
+    default:
+        return;
+    }
+}
+
+void LineEditWidget::textEditingFinished()
+{
+    if (editingFinishedCount++ != 1 || isTakenAway(*this))
+        return;
+    if (repository)
+        writeText();
+    emit resetDavModel();
+}
+
+void LineEditWidget::writeText()
+{
+    if (!isAttributeEditable()) {
+        logFailure(QLatin1String("Write To  ") + attributeFullPath +
+                   QLatin1String(" Failed. Bad Writable, Read Only"));
+        return;
+    }
+    QVariant value;
+    if (getModifiedAttributeValue(value) && value.isValid())
+        writeAttribute(*repository, attributeFullPath, value);
+    else
+        logConversionFailure(attributeValue);
+}
+
+bool LineEditWidget::getModifiedAttributeValue(QVariant& vValue)
+{
+    switch (attributeValue.userType()) {
+    case QMetaType::Int:
+        return parseNumber<int>(text(), vValue);
+    case QMetaType::UInt:
+        return parseNumber<uint>(text(), vValue);
+    case QMetaType::LongLong:
+        return parseNumber<qlonglong>(text(), vValue);
+    case QMetaType::ULongLong:
+        return parseNumber<qulonglong>(text(), vValue);
+    case QMetaType::Double:
+        return parseNumber<double>(text(), vValue);
+    case QMetaType::Long:
+        return parseNumber<long>(text(), vValue);
+    case QMetaType::ULong:
+        return parseNumber<ulong>(text(), vValue);
+    case QMetaType::Float:
+        return parseNumber<float>(text(), vValue);
+    case QMetaType::Char:
+        return false;
+    default:
+        vValue = text();
+        return true;
+    }
+}
+
+bool LineEditWidget::isAttributeEditable()
+{
+    const auto reader = repository ? repository->getReaderInterface() : nullptr;
+    const auto attribute = reader ? reader->getAttribute(attributeFullPath) : nullptr;
+    return attribute && FrameworkCore::AppConfig::isWritable(attribute->getAccessMode());
+}
+
+} // namespace Widgets
