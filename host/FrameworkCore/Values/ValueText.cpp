@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/IsoText.h"
 #include "host/FrameworkCore/Values/Utf8.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -219,7 +220,8 @@ bool isCanonicalInteger(std::string_view text)
 {
     const bool minus = !text.empty() && text[0] == '-';
     const std::string_view digits = text.substr(minus ? 1 : 0);
-    if (digits.empty() || digits.find_first_not_of("0123456789") != std::string_view::npos)
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (digits.empty() || !std::all_of(digits.begin(), digits.end(), isDigit))
         return false;
     return digits[0] != '0' || (digits.size() == 1 && !minus);
 }
