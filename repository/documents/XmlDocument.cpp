@@ -65,25 +65,26 @@ void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
     const XmlTree& tree = content->tree;
     Entry entry;
-    std::vector<std::size_t> lengths; // of the paths that lead to the current node
+    std::vector<std::size_t> lengths; // of the paths of the elements above
     XmlNodeId id = tree.getRoot();
     while (id != noXmlNode) {
-        lengths.push_back(entry.path.size());
+        const std::size_t length = entry.path.size();
         appendComponent(entry.path, id);
         entry.value = content->values.read(id);
         visitor(entry);
-        if (tree.node(id).first != noXmlNode) {
-            id = tree.node(id).first;
+        const XmlNode* node = &tree.node(id);
+        if (node->first != noXmlNode) {
+            lengths.push_back(length);
+            id = node->first;
             continue;
         }
-        while (true) {
+        entry.path.resize(length);
+        while (node->next == noXmlNode && !lengths.empty()) {
             entry.path.resize(lengths.back());
             lengths.pop_back();
-            if (tree.node(id).next != noXmlNode || lengths.empty())
-                break;
-            id = tree.node(id).parent;
+            node = &tree.node(node->parent);
         }
-        id = tree.node(id).next;
+        id = node->next;
     }
 }
 

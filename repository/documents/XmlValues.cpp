@@ -6,6 +6,7 @@
 #include "repository/documents/XmlReader.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -34,8 +35,14 @@ bool isSelfClosing(std::string_view spelling)
 // Nothing in it stands for anything else, in an element and in an attribute.
 bool isPlainXml(std::string_view spelling)
 {
-    const auto isSpecial = [](char c) { return c == '&' || c == '<' || (c < ' ' && isXmlBlank(c)); };
-    return std::none_of(spelling.begin(), spelling.end(), isSpecial);
+    static constexpr auto isSpecial = [] {
+        std::array<bool, 256> table{};
+        for (const char c : {'&', '<', '\t', '\r', '\n'})
+            table[static_cast<unsigned char>(c)] = true;
+        return table;
+    }();
+    return std::none_of(spelling.begin(), spelling.end(),
+                        [](char c) { return isSpecial[static_cast<unsigned char>(c)]; });
 }
 
 // The text as bytes are written, and with the two code points at the end of the first plane, which are no
