@@ -15,6 +15,12 @@ std::uint32_t hashOf(std::string_view name)
     return static_cast<std::uint32_t>(hash ^ hash >> 32);
 }
 
+// What may follow a name in a tag.
+bool endsName(char c)
+{
+    return c == '>' || c == '=' || c == '/' || c == ' ' || c == '\n' || c == '\t' || c == '\r';
+}
+
 // A name in which nothing needs to be encoded for a path.
 bool isPlain(std::string_view name)
 {
@@ -25,7 +31,7 @@ bool isPlain(std::string_view name)
 
 XmlNames::XmlNames()
 {
-    entries.push_back({0, 0, 0, 0});
+    entries.push_back({0, 0, 0, 0, none});
 }
 
 std::uint32_t XmlNames::intern(std::string_view name)
@@ -38,7 +44,7 @@ std::uint32_t XmlNames::intern(std::string_view name)
         return known;
     const auto id = static_cast<std::uint32_t>(entries.size());
     const auto size = static_cast<std::uint32_t>(name.size());
-    Entry entry{append(name), size, 0, size};
+    Entry entry{append(name), size, 0, size, none};
     entry.component = entry.name;
     if (!isPlain(name)) {
         const std::string component = encodeKey(name);
@@ -48,6 +54,19 @@ std::uint32_t XmlNames::intern(std::string_view name)
     entries.push_back(entry);
     index.insert(hash, id);
     return id;
+}
+
+std::uint32_t XmlNames::internFront(std::string_view tag)
+{
+    const std::uint32_t expected = entries[latest].follower;
+    const std::string_view name = nameOf(expected);
+    if (expected != none && name.size() < tag.size() && endsName(tag[name.size()]) &&
+        tag.compare(0, name.size(), name) == 0)
+        return latest = expected;
+    const auto end = std::find_if(tag.begin(), tag.end(), endsName);
+    const std::uint32_t id = intern(tag.substr(0, std::size_t(end - tag.begin())));
+    entries[latest].follower = id;
+    return latest = id;
 }
 
 std::optional<std::uint32_t> XmlNames::find(std::string_view name) const

@@ -19,6 +19,10 @@ public:
     XmlNames();
 
     std::uint32_t intern(std::string_view name);
+
+    // The name that the text of a tag begins with. Names mostly come in the order in which they came before,
+    // so that the one to expect is looked at first.
+    std::uint32_t internFront(std::string_view tag);
     std::optional<std::uint32_t> find(std::string_view name) const;
 
     // The views are good until the next name comes.
@@ -35,6 +39,7 @@ private:
         std::uint32_t nameSize;
         std::uint32_t component;
         std::uint32_t componentSize;
+        std::uint32_t follower = none; // the name that came after it last time
     };
 
     std::string_view view(std::uint32_t at, std::uint32_t size) const
@@ -46,6 +51,7 @@ private:
     std::string letters;
     std::vector<Entry> entries;
     HashIndex index;
+    std::uint32_t latest = none; // that came with internFront
 };
 
 } // namespace Repository::Documents

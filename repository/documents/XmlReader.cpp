@@ -58,6 +58,7 @@ namespace {
 
 using ParserOwner = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
 
+constexpr std::string_view closingBegin = "</";
 constexpr std::size_t usualNodeSize = 40; // bytes of text for a node
 
 std::uint32_t offsetOf(std::size_t at)
@@ -117,24 +118,24 @@ bool XmlReader::open(std::size_t at)
     if (++depth > maximumDepth)
         return fail(at, "more than " + std::to_string(maximumDepth) +
                             " elements lie within each other, which is more than is read");
-    if (current != noXmlNode)
+    const bool isBlank = behindBlanks(cursor) == at;
+    if (!isBlank && current != noXmlNode)
         addText(at);
     XmlNode node;
     node.parent = current;
     node.lead = offsetOf(cursor);
     node.label = offsetOf(at);
-    std::size_t nameEnd = at + 1;
-    while (!isXmlBlank(text[nameEnd]) && text[nameEnd] != '/' && text[nameEnd] != '>')
-        ++nameEnd;
-    node.name = tree.getNames().intern(std::string_view(text).substr(at + 1, nameEnd - at - 1));
+    node.name = tree.getNames().internFront(std::string_view(text).substr(at + 1));
     current = tree.read(node);
-    const std::size_t tagEnd = addAttributes(current, nameEnd);
-    const std::size_t front = text.find('>', tagEnd) + 1;
+    const std::size_t tagEnd = addAttributes(current, at + 1 + tree.getNames().nameOf(node.name).size());
+    std::size_t closing = behindBlanks(tagEnd);
+    closing += text[closing] == '/' ? 1 : 0;
     XmlNode& element = tree.node(current);
     element.tagEnd = offsetOf(tagEnd);
-    element.front = element.value = element.closing = element.end = offsetOf(front);
-    markAll(current, std::string_view(text).substr(cursor, at - cursor));
-    cursor = front;
+    element.front = element.value = element.closing = element.end = offsetOf(closing + 1);
+    if (!isBlank)
+        markAll(current, std::string_view(text).substr(cursor, at - cursor));
+    cursor = closing + 1;
     return true;
 }
 
@@ -142,9 +143,7 @@ bool XmlReader::open(std::size_t at)
 std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
 {
     while (true) {
-        std::size_t label = at;
-        while (isXmlBlank(text[label]))
-            ++label;
+        const std::size_t label = behindBlanks(at);
         if (text[label] == '>' || text[label] == '/')
             return at;
         XmlNode node;
@@ -152,11 +151,9 @@ std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
         node.parent = element;
         node.lead = offsetOf(at);
         node.label = offsetOf(label);
-        std::size_t nameEnd = label;
-        while (text[nameEnd] != '=' && !isXmlBlank(text[nameEnd]))
-            ++nameEnd;
-        node.name = tree.getNames().intern(std::string_view(text).substr(label, nameEnd - label));
-        const std::size_t quote = text.find_first_of("\"'", nameEnd);
+        node.name = tree.getNames().internFront(std::string_view(text).substr(label));
+        const std::size_t nameEnd = label + tree.getNames().nameOf(node.name).size();
+        const std::size_t quote = behindBlanks(behindBlanks(nameEnd) + 1);
         const std::size_t closing = text.find(text[quote], quote + 1);
         node.tagEnd = node.front = node.value = offsetOf(quote + 1);
         node.closing = offsetOf(closing);
@@ -164,6 +161,13 @@ std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
         node.end = offsetOf(at);
         tree.read(node);
     }
+}
+
+std::size_t XmlReader::behindBlanks(std::size_t at) const
+{
+    while (isXmlBlank(text[at]))
+        ++at;
+    return at;
 }
 
 // Takes up the text between two tags of the current element, if there is any.
@@ -206,8 +210,10 @@ bool XmlReader::close(std::size_t at)
         --depthInEntity;
         return true;
     }
-    const bool closesItself = text[tree.node(current).front - 2] == '/' && cursor == at;
-    finish(current, at, closesItself ? at : text.find('>', at) + 1);
+    const XmlNode& node = tree.node(current);
+    const bool closesItself = text[node.front - 2] == '/' && cursor == at;
+    const std::size_t nameSize = tree.getNames().nameOf(node.name).size();
+    finish(current, at, closesItself ? at : behindBlanks(at + closingBegin.size() + nameSize) + 1);
     return true;
 }
 

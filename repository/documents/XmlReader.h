@@ -39,6 +39,7 @@ private:
     bool declare(std::string_view name, std::string_view text);
     std::size_t addAttributes(XmlNodeId element, std::size_t at);
     void addText(std::size_t end);
+    std::size_t behindBlanks(std::size_t at) const;
     void markAll(XmlNodeId element, std::string_view lead);
     void finish(XmlNodeId element, std::size_t closing, std::size_t end);
 

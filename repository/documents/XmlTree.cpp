@@ -42,14 +42,13 @@ void XmlTree::complete(XmlNodeId element)
     XmlNode& node = nodes[element];
     if (node.count < 2)
         return;
-    const XmlNodeId first = firstInside(element);
-    for (XmlNodeId id = first; id != noXmlNode; id = nodes[id].next) {
+    for (XmlNodeId id = firstInside(element); id != noXmlNode; id = nodes[id].next) {
         if (nodes[id].name >= counts.size())
             counts.resize(nodes[id].name + 1 + counts.size());
-        nodes[id].number = ++counts[nodes[id].name];
+        Count& count = counts[nodes[id].name];
+        count = {element, count.parent == element ? count.number + 1 : 1};
+        nodes[id].number = count.number;
     }
-    for (XmlNodeId id = first; id != noXmlNode; id = nodes[id].next)
-        counts[nodes[id].name] = 0;
 }
 
 void XmlTree::buildIndex(XmlNodeId element)

@@ -87,6 +87,13 @@ public:
 private:
     using OwnTexts = std::array<std::optional<std::string>, xmlPartCount>;
 
+    // The children of one name of the parent that was numbered last.
+    struct Count
+    {
+        XmlNodeId parent = noXmlNode;
+        std::uint32_t number = 0;
+    };
+
     static constexpr std::uint32_t searchedCount = 12; // up to this many children are found without an index
 
     void link(XmlNodeId id, XmlNodeId previous);
@@ -103,9 +110,9 @@ private:
     std::vector<XmlNode> nodes;
     std::vector<XmlNodeId> released;
     std::unordered_map<XmlNodeId, OwnTexts> ownTexts;
-    std::vector<std::uint32_t> counts; // by name, while the children of an element are numbered
-    HashIndex index;                   // of the children of large elements
-    std::size_t indexed = 0;           // how many there have been in it
+    std::vector<Count> counts; // by name, while the children of an element are numbered
+    HashIndex index;           // of the children of large elements
+    std::size_t indexed = 0;   // how many there have been in it
     std::optional<std::string> ownEpilogue;
     XmlNodeId root = noXmlNode;
 };
