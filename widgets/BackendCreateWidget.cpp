@@ -1,0 +1,146 @@
+#include "widgets/BackendCreateWidget.h"
+
+#include "app/VantryLog.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "ui_BackendCreateWidget.h"
+#include "widgets/BusyWidget.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+#include <QtConcurrent>
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+
+namespace Widgets {
+
+using FrameworkCore::AppConfig::BackendConfiguration;
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+
+namespace {
+
+// A window manager may never show a window, as on another desktop.
+constexpr std::chrono::milliseconds longestWait(500);
+
+// The window system shows a window some time after show(); only then can it be painted.
+void paintNow(const QWidget& window)
+{
+    const QDeadlineTimer deadline(longestWait);
+    QTimer::singleShot(longestWait, &window, [] {}); // ends the waiting below
+    while (!window.windowHandle()->isExposed() && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace
+
+BackendCreateWidget::BackendCreateWidget(QWidget* parent, const QString& path)
+    : QDialog(parent), ui(std::make_unique<Ui::BackendCreateWidget>()),
+      repository(Utilities::GetAppConfigRepositoryInterface())
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    alignFields();
+    refreshBackendTypes();
+    setWindowTitle(QString::fromLatin1("Zelk"));
+    ui->edtRelativePath->setText(path + QLatin1Char('.'));
+}
+
+BackendCreateWidget::~BackendCreateWidget() = default;
+
+// The labels differ in length and font, the fields shall begin in one line all the same.
+void BackendCreateWidget::alignFields()
+{
+    const std::initializer_list<QLabel*> labels = {ui->lblBackendType, ui->lblRelativePath,
+                                                   ui->lblBackendFile, ui->lblAccessMode, ui->lblBackendDesc};
+    int widest = 0;
+    for (QLabel* const label : labels) {
+        label->ensurePolished(); // its style sheet tells the font
+        widest = std::max(widest, label->sizeHint().width());
+    }
+    for (QLabel* const label : labels)
+        label->setMinimumWidth(widest);
+}
+
+void BackendCreateWidget::refreshBackendTypes()
+{
+    if (!repository)
+        return;
+    ui->cbBackendType->clear();
+    ui->cbBackendType->addItems(repository->getBackendTypes());
+    if (ui->cbBackendType->count() > 0)
+        ui->cbBackendType->setCurrentText(QString::fromLatin1("json"));
+}
+
+void BackendCreateWidget::on_btnCancel_clicked()
+{
+    close();
+}
+
+void BackendCreateWidget::on_btnBackendFileBrowse_clicked()
+{
+    const QPointer<BackendCreateWidget> self(this); // it may be closed by the host meanwhile
+    const QString file = AttributeTreeModelInputDialogs(this).showFileOpenDialog(
+        tr("Select File"), ui->edtBackendFile->text(), tr("(*.json *.txt *.ini *.xml)"));
+    if (self && !file.isEmpty())
+        ui->edtBackendFile->setText(file);
+}
+
+void BackendCreateWidget::on_btnCreate_clicked()
+{
+    if (!repository)
+        return;
+    BusyWidget busy;
+    busy.setStatusText(QString::fromLatin1("Creating Backend. Please Wait..."));
+    busy.resize(busy.minimumSize());
+    busy.move(frameGeometry().center() - busy.rect().center());
+    busy.show();
+    const QPointer<BackendCreateWidget> self(this);
+    paintNow(busy); // first of all: the worker reads the fields, which nobody may touch meanwhile
+    if (!self)
+        return;
+    const bool created = createWhileWaiting();
+    if (!created) {
+        busy.hide();
+        AttributeTreeModelInputDialogs::ShowWarningMessage(this, {},
+                                                           QString::fromLatin1("Backend Creation Failed"));
+        return;
+    }
+    Vantry::logLine(Shared::Logging::LogMessageType::Outcome)
+        << "Backend \"" << ui->edtRelativePath->text() << "\" Created With Result " << int(created);
+    hide();
+    busy.hide();
+    close();
+    emit backendCreatedSuccess();
+}
+
+// Waiting for QtConcurrent's own future could take the task back and run it on this thread.
+bool BackendCreateWidget::createWhileWaiting()
+{
+    const auto creation =
+        std::make_shared<std::packaged_task<bool()>>([this] { return createBackendInBackground(); });
+    std::future<bool> result = creation->get_future();
+    QtConcurrent::run([creation] { (*creation)(); });
+    return result.get();
+}
+
+bool BackendCreateWidget::createBackendInBackground()
+{
+    const QString type = ui->cbBackendType->currentText();
+    const QString name = ui->edtRelativePath->text();
+    BackendConfiguration configuration;
+    configuration.location = ui->edtBackendFile->text();
+    configuration.description = ui->edtBackendDesc->text();
+    configuration.accessMode =
+        AttributeTreeViewModelUtils::GetBackendAccessMode(ui->cbAccessMode->currentText());
+    return repository->getBackendInterface()->createBackend(type, name, configuration, 2);
+}
+
+} // namespace Widgets
