@@ -1,6 +1,280 @@
 #include "widgets/AppConfigDataAccessWidget.h"
 
-AppConfigDataAccessWidget::AppConfigDataAccessWidget(QWidget* parent) : QTableView(parent)
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "widgets/CellEditor.h"
+#include "widgets/CheckBoxWidget.h"
+#include "widgets/DateTimeEditWidget.h"
+#include "widgets/LineEditWidget.h"
+#include "widgets/ListWidget.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+
+#include <algorithm>
+
+using Utilities::ModelViews::AdvancedAttributeModel;
+using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+
+namespace {
+
+constexpr int valueColumn = 1;
+constexpr int pathColumn = 4;
+
+} // namespace
+
+AppConfigDataAccessWidget::AppConfigDataAccessWidget(QWidget* parent)
+    : QTableView(parent), repository(Utilities::GetAppConfigRepositoryInterface()),
+      attributeModel(std::make_shared<AdvancedAttributeModel>(this)),
+      inputDialogs(QSharedPointer<AttributeTreeModelInputDialogs>::create(parent)),
+      treeViewModelUtils(std::make_shared<AttributeTreeViewModelUtils>())
 {
+    setUpView();
+    attributeModel->setLargeDropConfirmation(
+        [this](int attributes) { return isLargeDropWanted(attributes); });
+    setModel(attributeModel.get());
+    for (int column = 0; column < attributeModel->columnCount(); ++column)
+        horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    connect(this, &QWidget::customContextMenuRequested, this,
+            &AppConfigDataAccessWidget::onCustomContextMenu);
+    setAlternatingRowColors(true);
+    setStyleSheet(QString::fromLatin1("alternate-background-color: white; background-color: grey;"));
+}
+
+AppConfigDataAccessWidget::~AppConfigDataAccessWidget() = default;
+
+void AppConfigDataAccessWidget::setUpView()
+{
+    setAcceptDrops(true);
+    setDropIndicatorShown(true);
+    setDragEnabled(true);
+    setDragDropOverwriteMode(false); // what is dropped goes between rows
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setContextMenuPolicy(Qt::CustomContextMenu);
     setTabKeyNavigation(false); // or the keyboard could not leave the table
+    setAccessibleName(tr("Attribute monitor"));
+}
+
+void AppConfigDataAccessWidget::onCustomContextMenu(QPoint /*point*/)
+{
+    const QModelIndexList selected = selectedIndexes();
+    auto* const menu = new QMenu(this); // stays until the monitor goes
+    const auto add = [this, menu](const QString& text, const char* icon, auto slot) {
+        menu->addAction(QIcon(QString::fromLatin1(":/Vantry/Resources/%1.png").arg(QLatin1String(icon))),
+                        text, this, slot);
+    };
+    add(tr("Load"), "open", &AppConfigDataAccessWidget::onLoadSelected);
+    add(tr("Save As"), "save_as", &AppConfigDataAccessWidget::onSaveAsSelected);
+    add(tr("Save"), "save", &AppConfigDataAccessWidget::onSaveSelected);
+    if (!selected.isEmpty() && selected.last().isValid()) {
+        add(tr("Edit"), "edit", &AppConfigDataAccessWidget::onAttributeUpdateSelected);
+        add(tr("Remove Selected Node"), "delete", &AppConfigDataAccessWidget::onAttributeDeleteSelected);
+    }
+    menu->exec(QCursor::pos());
+}
+
+void AppConfigDataAccessWidget::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_A:
+        if (event->modifiers() == Qt::ControlModifier)
+            selectAll();
+        break;
+    case Qt::Key_Delete:
+        onAttributeDeleteSelected();
+        break;
+    case Qt::Key_F2:
+        onAttributeUpdateSelected();
+        break;
+    default:
+        break;
+    }
+}
+
+void AppConfigDataAccessWidget::mouseDoubleClickEvent(QMouseEvent* /*mouseEvent*/)
+{
+    onAttributeUpdateSelected();
+}
+
+void AppConfigDataAccessWidget::onAttributeUpdateSelected()
+{
+    const QModelIndexList selected = selectedIndexes();
+    if (selected.isEmpty())
+        return;
+    const QModelIndex index = selected.last();
+    if (!index.isValid() || index.column() != valueColumn)
+        return;
+    QString path;
+    QVariant value;
+    if (getAttributePathAndValue(index, path, value))
+        editAttributeBasedOnDataType(index, path, value);
+}
+
+bool AppConfigDataAccessWidget::getAttributePathAndValue(QModelIndex selectedIndex,
+                                                         QString& attributeFullPath, QVariant& attributeValue)
+{
+    QStringList names;
+    const QModelIndex element =
+        attributeModel->index(selectedIndex.row(), pathColumn, selectedIndex.parent());
+    for (QModelIndex index = element; index.isValid(); index = index.parent())
+        names.prepend(index.data(Qt::DisplayRole).toString());
+    attributeFullPath = repository ? repository->buildAttributePath(names) : QString();
+    if (attributeFullPath.isEmpty())
+        return false;
+    if (const auto reader = repository->getReaderInterface())
+        reader->readAttributeValue(attributeFullPath, attributeValue, 0);
+    return true;
+}
+
+void AppConfigDataAccessWidget::editAttributeBasedOnDataType(QModelIndex selectedIndex,
+                                                             QString attributeFullPath,
+                                                             QVariant& attributeValue)
+{
+    switch (static_cast<QMetaType::Type>(attributeValue.userType())) {
+    case QMetaType::Bool:
+        showCheckBox(selectedIndex, attributeFullPath, attributeValue);
+        break;
+    case QMetaType::QStringList:
+        showListView(selectedIndex, attributeFullPath, attributeValue);
+        break;
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+    case QMetaType::QDateTime:
+        showDateTimeEdit(selectedIndex, attributeFullPath, attributeValue);
+        break;
+    case QMetaType::QByteArray:
+        break;
+    default:
+        showLineEdit(selectedIndex, attributeFullPath, attributeValue);
+        break;
+    }
+}
+
+void AppConfigDataAccessWidget::showListView(QModelIndex /*selectedIndex*/, QString attributeFullPath,
+                                             QVariant& attributeValue)
+{
+    auto* const window = new Widgets::ListWidget(nullptr, attributeFullPath, attributeValue);
+    window->show();
+    listWidget = window;
+}
+
+void AppConfigDataAccessWidget::showLineEdit(QModelIndex selectedIndex, QString attributeFullPath,
+                                             QVariant& attributeValue)
+{
+    openEditor<Widgets::LineEditWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+void AppConfigDataAccessWidget::showCheckBox(QModelIndex selectedIndex, QString attributeFullPath,
+                                             QVariant& attributeValue)
+{
+    openEditor<Widgets::CheckBoxWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+void AppConfigDataAccessWidget::showDateTimeEdit(QModelIndex selectedIndex, QString attributeFullPath,
+                                                 QVariant& attributeValue)
+{
+    setValueColumnWidth(width() + 5);
+    openEditor<Widgets::DateTimeEditWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+template <typename Editor>
+void AppConfigDataAccessWidget::openEditor(const QModelIndex& index, const QString& attributeFullPath,
+                                           const QVariant& attributeValue)
+{
+    auto* const editor = new Editor(this, attributeFullPath, attributeValue);
+    connect(editor, &Editor::resetDavModel, this, &AppConfigDataAccessWidget::textEditingFinished);
+    Widgets::placeOverCell(*this, index, *editor);
+}
+
+void AppConfigDataAccessWidget::textEditingFinished()
+{
+    if (listWidget)
+        listWidget->close();
+    const bool hasKeyboard = isAncestorOf(QApplication::focusWidget());
+    reset();
+    if (hasKeyboard) // which an editor had, and would go to whatever comes behind the table
+        setFocus();
+    setValueColumnWidth(width());
+}
+
+void AppConfigDataAccessWidget::setValueColumnWidth(int width)
+{
+    valueColumnWidth = width;
+    setColumnWidth(valueColumn, width);
+}
+
+// What a watched attribute shows changes all the time, and the header asks at every change: a width that was
+// set must outlive it.
+int AppConfigDataAccessWidget::sizeHintForColumn(int column) const
+{
+    return column == valueColumn && valueColumnWidth > 0 ? valueColumnWidth
+                                                         : QTableView::sizeHintForColumn(column);
+}
+
+void AppConfigDataAccessWidget::onAttributeDeleteSelected()
+{
+    QList<int> rows; // a row as often as it has selected cells
+    for (const QModelIndex& index : selectedIndexes()) {
+        if (index.isValid())
+            rows.append(index.row());
+    }
+    std::sort(rows.begin(), rows.end(), std::greater<>());
+    for (const int row : qAsConst(rows)) {
+        if (row >= 0)
+            attributeModel->removeRows(row, 1, rootIndex());
+    }
+}
+
+void AppConfigDataAccessWidget::onLoadSelected()
+{
+    const QString fileName =
+        inputDialogs->showFileOpenDialog(tr("Select File"), QString(), tr(" Project File (*.dap)"));
+    if (fileName.isEmpty())
+        return;
+    QString content;
+    QString errorText;
+    if (!treeViewModelUtils->readTextFile(fileName, content, errorText)) {
+        AttributeTreeModelInputDialogs::ShowWarningMessage(this, QString(), errorText);
+        return;
+    }
+    lastProjectFileName = fileName;
+    attributeModel->loadCustomAttributeList(
+        content.split(QLatin1Char('\n'), Qt::KeepEmptyParts, Qt::CaseSensitive));
+}
+
+void AppConfigDataAccessWidget::onSaveAsSelected()
+{
+    const QString fileName =
+        inputDialogs->showSaveAsDialog(tr("Save As"), QString(), tr(" Project File (*.dap)"));
+    if (fileName.isEmpty())
+        return;
+    saveTo(fileName);
+    lastProjectFileName = fileName;
+}
+
+void AppConfigDataAccessWidget::onSaveSelected()
+{
+    if (lastProjectFileName.isEmpty())
+        onSaveAsSelected();
+    else
+        saveTo(lastProjectFileName);
+}
+
+void AppConfigDataAccessWidget::saveTo(const QString& fileName)
+{
+    const QString text = attributeModel->getAttributeFullPathList().join(QLatin1Char('\n'));
+    if (!treeViewModelUtils->writeTxtFile(text, fileName))
+        AttributeTreeModelInputDialogs::ShowWarningMessage(this, QString(), tr("Unable to Save"));
+}
+
+bool AppConfigDataAccessWidget::isLargeDropWanted(int attributes)
+{
+    return inputDialogs->showConfirmationDialog(tr("Add %1 attributes to the monitor?").arg(attributes),
+                                                QString()) == QMessageBox::Yes;
 }

@@ -1,12 +1,72 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
+#include <QPointer>
+#include <QSharedPointer>
 #include <QTableView>
 
-// The attribute monitor of the browser page: a table of watched attributes.
+#include <memory>
+
+namespace Utilities::ModelViews {
+class AdvancedAttributeModel;
+class AttributeTreeViewModelUtils;
+namespace Widgets {
+class AttributeTreeModelInputDialogs;
+}
+} // namespace Utilities::ModelViews
+
+namespace Widgets {
+class ListWidget;
+}
+
+// The attribute monitor of the browser page: a table of watched attributes, dropped from the tree or loaded
+// from a file with a path a line. A value is changed in its cell, by an editor for its type.
 class AppConfigDataAccessWidget : public QTableView
 {
     Q_OBJECT
 
 public:
+    // File dialogs are children of the parent.
     explicit AppConfigDataAccessWidget(QWidget* parent);
+    ~AppConfigDataAccessWidget() override;
+
+private slots:
+    void onCustomContextMenu(QPoint point);
+    void onAttributeUpdateSelected();
+    void onSaveSelected();
+    void onSaveAsSelected();
+    void onLoadSelected();
+    void onAttributeDeleteSelected();
+    void mouseDoubleClickEvent(QMouseEvent* mouseEvent) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void editAttributeBasedOnDataType(QModelIndex selectedIndex, QString attributeFullPath,
+                                      QVariant& attributeValue);
+    bool getAttributePathAndValue(QModelIndex selectedIndex, QString& attributeFullPath,
+                                  QVariant& attributeValue);
+    void showListView(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showLineEdit(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showCheckBox(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showDateTimeEdit(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void textEditingFinished();
+
+protected:
+    int sizeHintForColumn(int column) const override;
+
+private:
+    void setUpView();
+    template <typename Editor>
+    void openEditor(const QModelIndex& index, const QString& attributeFullPath,
+                    const QVariant& attributeValue);
+    void setValueColumnWidth(int width);
+    bool isLargeDropWanted(int attributes);
+    void saveTo(const QString& fileName);
+
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    std::shared_ptr<Utilities::ModelViews::AdvancedAttributeModel> attributeModel; // and a child of this
+    QSharedPointer<Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs> inputDialogs;
+    std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeViewModelUtils;
+    QPointer<Widgets::ListWidget> listWidget; // the one opened last; not owned, nobody deletes it
+    QString lastProjectFileName;
+    int valueColumnWidth = 0; // pixels; 0 while the column is as wide as what it shows
 };
