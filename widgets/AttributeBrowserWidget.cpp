@@ -73,6 +73,7 @@ void AttributeBrowserWidget::setUpTree()
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tree->header()->setStretchLastSection(false);
     connect(tree, &QTreeView::customContextMenuRequested, this, &AttributeBrowserWidget::onCustomContextMenu);
+    connect(tree, SIGNAL(doubleClicked(const QModelIndex&)), this, SLOT(onAttributeUpdateSelected()));
     connect(tree, &QTreeView::clicked, this, &AttributeBrowserWidget::onTreeItemClicked);
     connect(tree, &QTreeView::expanded, this, &AttributeBrowserWidget::onIndexExpanded);
     connect(tree, &QTreeView::collapsed, this, &AttributeBrowserWidget::onIndexCollapsed);
@@ -123,6 +124,8 @@ void AttributeBrowserWidget::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_A && event->modifiers() == Qt::ControlModifier)
         ui->treeView->selectAll();
+    else if (event->key() == Qt::Key_F2)
+        onAttributeUpdateSelected();
 }
 
 void AttributeBrowserWidget::onBtnReadAttributeClicked()

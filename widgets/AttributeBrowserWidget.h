@@ -5,7 +5,8 @@
 #include "widgets/ExpansionMemory.h"
 #include "widgets/HierarchyFilter.h"
 
-#include <QModelIndex>
+#include <QPersistentModelIndex>
+#include <QPointer>
 #include <QSharedPointer>
 #include <QStringList>
 #include <QWidget>
@@ -67,6 +68,14 @@ private slots:
     void onBtnDeleteBackendClicked();
     void updateBackendPathList();
     bool isSelectedIndexIsBackendRoot(QModelIndex index);
+    void onAttributeUpdateSelected();
+    void editAttributeBasedOnDataType(QModelIndex selectedIndex, QString attributeFullPath,
+                                      QVariant& attributeValue);
+    void showListView(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showLineEdit(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showCheckBox(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void showDateTimeEdit(QModelIndex selectedIndex, QString attributeFullPath, QVariant& attributeValue);
+    void textEditingFinished();
     void refreshAttributesList(QString attributeSearchPath);
     void showAttributeDetails(QModelIndex index);
     void showBackendDetails(QModelIndex index);
@@ -74,6 +83,9 @@ private slots:
     void expandChildren(QModelIndex index);
     void collapseChildren(QModelIndex index);
     void expandIndexBasedOnComboText(QString& strText);
+
+protected:
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void logValidationNames() const;
@@ -88,6 +100,9 @@ private:
     void closeBranch(const QModelIndex& index);
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows
     void showKeyboardSelection();
+    template <typename Editor>
+    void showInCell(const QModelIndex& cell, const QString& path, const QVariant& value);
+    bool isEditing() const;
     void showDetails(const QStringList& paragraphs);
     void fillMenu(QMenu& menu, bool isBackendRoot);
     QList<QComboBox*> filterBoxes() const;
@@ -100,6 +115,7 @@ private:
     Utilities::ModelViews::AttributeTreeViewModel* treeModel; // owned through its Qt parent, the page
     std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeUtils;
     QSharedPointer<Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs> inputDialogs;
+    QPointer<QWidget> activeEditor; // over the cell contextIndex, or a window; not owned
     HierarchyFilter filter;
 
     // Handlers of upper boxes that are running: a lower box that is refilled meanwhile does not filter.
@@ -123,7 +139,7 @@ private:
 
     QPersistentModelIndex copiedIndex; // the item to paste; when it has gone from the tree, its path serves
     QString copiedPath;
-    QPersistentModelIndex contextIndex; // the item that the menu is about
+    QPersistentModelIndex contextIndex; // the item that the menu, or the editor, is about
 
     ExpansionMemory expandedPaths;
 };

@@ -20,9 +20,10 @@ QString timeFormat()
     return QString::fromLatin1("HH:mm:ss");
 }
 
-QString dateTimeFormat()
+// Behind the date of a value that has both.
+QString clockFormat()
 {
-    return QString::fromLatin1("yyyy-MM-dd THH:mm:ss.zzzZ");
+    return QString::fromLatin1(" THH:mm:ss.zzzZ");
 }
 
 } // namespace
@@ -31,31 +32,51 @@ DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, con
     : QDateTimeEdit(parent), repository(Utilities::GetAppConfigRepositoryInterface()),
       attributeFullPath(path), attributeValue(value)
 {
-    showValue();
-    setFrame(false);
-    setAccessibleName(attributeFullPath);
-    setAutoFillBackground(true);
-    setWidgetDisplayFormat();
-    connect(this, &QAbstractSpinBox::editingFinished, this, &DateTimeEditWidget::dateEditingFinished);
-}
-
-void DateTimeEditWidget::showValue()
-{
     setMinimumDate(QDate(100, 1, 1)); // the earliest that there is; by itself it begins with 1752
     const QDateTime dateTime = attributeValue.toDateTime();
     if (dateTime.timeSpec() != Qt::LocalTime)
         setTimeSpec(Qt::UTC); // or times that the local clock skips could not be shown
     setDateTime(dateTime);
-    if (attributeValue.userType() == QMetaType::QTime)
-        setTime(attributeValue.toTime());
+    setAutoFillBackground(true);
+    setFrame(false);
+    setAccessibleName(attributeFullPath);
+    setWidgetDisplayFormat();
+    showUnusualValue();
+    connect(this, &QAbstractSpinBox::editingFinished, this, &DateTimeEditWidget::dateEditingFinished);
+}
+
+// What a date and time editor cannot hold: a mere time, no value at all, years before 100. They are shown as
+// a text beside its values, so that an edit which changes nothing writes nothing else.
+void DateTimeEditWidget::showUnusualValue()
+{
+    const QTime time = attributeValue.toTime();
+    if (attributeValue.userType() == QMetaType::QTime && time.isValid()) {
+        setTime(time);
+    } else if (date() != attributeValue.toDate()) {
+        const QString shown = attributeValue.toDateTime().toString(displayFormat());
+        setSpecialValueText(shown.isEmpty() ? QString(QLatin1Char(' ')) : shown);
+        setDateTime(minimumDateTime());
+    }
+}
+
+void DateTimeEditWidget::leaveUnusualValue()
+{
+    if (specialValueText().isEmpty())
+        return;
+    setSpecialValueText({});
+    setDate(QDate(2000, 1, 1));
+    setSelectedSection(sectionAt(0));
 }
 
 void DateTimeEditWidget::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         emit resetDavModel();
-    else
-        QDateTimeEdit::keyPressEvent(event);
+        return;
+    }
+    if (!event->text().isEmpty() && event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        leaveUnusualValue();
+    QDateTimeEdit::keyPressEvent(event);
 }
 
 bool DateTimeEditWidget::focusNextPrevChild(bool next)
@@ -84,10 +105,24 @@ void DateTimeEditWidget::setWidgetDisplayFormat()
     case QMetaType::QTime:
         return setDisplayFormat(timeFormat());
     case QMetaType::QDateTime:
-        return setDisplayFormat(dateTimeFormat());
+        return setDisplayFormat(dateFormat() + clockFormat());
     default:
         return;
     }
+}
+
+// On the clock of the value's own zone, which stays. As a whole the text would be taken for local time.
+QDateTime DateTimeEditWidget::typedDateTime() const
+{
+    const int dateSize = dateFormat().size();
+    const QDate date = QDate::fromString(text().left(dateSize), dateFormat());
+    const QTime time = QTime::fromString(text().mid(dateSize), clockFormat());
+    if (!date.isValid() || !time.isValid())
+        return {};
+    QDateTime dateTime = attributeValue.toDateTime();
+    dateTime.setDate(date);
+    dateTime.setTime(time);
+    return dateTime;
 }
 
 bool DateTimeEditWidget::getModifiedAttributeValue(QVariant& vValue)
@@ -104,7 +139,7 @@ bool DateTimeEditWidget::getModifiedAttributeValue(QVariant& vValue)
         return time.isValid();
     }
     case QMetaType::QDateTime: {
-        const QDateTime dateTime = QDateTime::fromString(text(), dateTimeFormat());
+        const QDateTime dateTime = typedDateTime();
         vValue = dateTime;
         return dateTime.isValid();
     }

@@ -33,7 +33,9 @@ private slots:
     bool getModifiedAttributeValue(QVariant& vValue);
 
 private:
-    void showValue();
+    void showUnusualValue();
+    void leaveUnusualValue();
+    QDateTime typedDateTime() const;
 
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     QString attributeFullPath;

@@ -1,0 +1,113 @@
+// The browser page's editing of values in place.
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "ui_AttributeBrowserWidget.h"
+#include "widgets/AttributeBrowserWidget.h"
+#include "widgets/CellEditor.h"
+#include "widgets/CheckBoxWidget.h"
+#include "widgets/DateTimeEditWidget.h"
+#include "widgets/LineEditWidget.h"
+#include "widgets/ListWidget.h"
+
+#include <QApplication>
+
+namespace Widgets {
+
+using Utilities::ModelViews::AttributeTreeViewModel;
+
+void AttributeBrowserWidget::onAttributeUpdateSelected()
+{
+    if (isEditing()) // the key comes out of the editor
+        return;
+    const QModelIndexList selected = ui->treeView->selectionModel()->selectedIndexes();
+    if (selected.isEmpty() || selected.last().column() != AttributeTreeViewModel::ValueColumn)
+        return;
+    const QString path = pathOf(selected.last());
+    QVariant value = readValue(path);
+    if (value.isValid())
+        editAttributeBasedOnDataType(selected.last(), path, value);
+}
+
+void AttributeBrowserWidget::editAttributeBasedOnDataType(QModelIndex selectedIndex,
+                                                          QString attributeFullPath, QVariant& attributeValue)
+{
+    switch (attributeValue.userType()) {
+    case QMetaType::UnknownType:
+    case QMetaType::QByteArray:
+        return;
+    case QMetaType::Bool:
+        return showCheckBox(selectedIndex, attributeFullPath, attributeValue);
+    case QMetaType::QStringList:
+        return showListView(selectedIndex, attributeFullPath, attributeValue);
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+    case QMetaType::QDateTime:
+        return showDateTimeEdit(selectedIndex, attributeFullPath, attributeValue);
+    default:
+        return showLineEdit(selectedIndex, attributeFullPath, attributeValue);
+    }
+}
+
+void AttributeBrowserWidget::showListView(QModelIndex selectedIndex, QString attributeFullPath,
+                                          QVariant& attributeValue)
+{
+    // It is hidden when it is closed, and stays until the program ends.
+    auto* const editor = new ListWidget(nullptr, attributeFullPath, attributeValue);
+    editor->show();
+    activeEditor = editor;
+    contextIndex = selectedIndex;
+}
+
+void AttributeBrowserWidget::showLineEdit(QModelIndex selectedIndex, QString attributeFullPath,
+                                          QVariant& attributeValue)
+{
+    showInCell<LineEditWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+void AttributeBrowserWidget::showCheckBox(QModelIndex selectedIndex, QString attributeFullPath,
+                                          QVariant& attributeValue)
+{
+    showInCell<CheckBoxWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+void AttributeBrowserWidget::showDateTimeEdit(QModelIndex selectedIndex, QString attributeFullPath,
+                                              QVariant& attributeValue)
+{
+    showInCell<DateTimeEditWidget>(selectedIndex, attributeFullPath, attributeValue);
+}
+
+template <typename Editor>
+void AttributeBrowserWidget::showInCell(const QModelIndex& cell, const QString& path, const QVariant& value)
+{
+    // One that was left without an end would stay in the tree for ever.
+    ui->treeView->setIndexWidget(contextIndex, nullptr);
+    auto* const editor = new Editor(this, path, value);
+    connect(editor, &Editor::resetDavModel, this, &AttributeBrowserWidget::textEditingFinished);
+    activeEditor = editor;
+    contextIndex = cell;
+    placeOverCell(*ui->treeView, cell, *editor);
+}
+
+bool AttributeBrowserWidget::isEditing() const
+{
+    const QWidget* const focused = QApplication::focusWidget();
+    return activeEditor && focused && (focused == activeEditor || activeEditor->isAncestorOf(focused));
+}
+
+bool AttributeBrowserWidget::focusNextPrevChild(bool next)
+{
+    // Who leaves a cell, or has it taken away, goes on in the tree.
+    if (!isEditing())
+        return QWidget::focusNextPrevChild(next);
+    ui->treeView->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+void AttributeBrowserWidget::textEditingFinished()
+{
+    if (activeEditor)
+        activeEditor->close();
+    ui->treeView->clearSelection();
+    ui->treeView->setIndexWidget(contextIndex, nullptr);
+}
+
+} // namespace Widgets
