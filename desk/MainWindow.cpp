@@ -1,7 +1,9 @@
 #include "desk/MainWindow.h"
 
+#include "desk/FailureHint.h"
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
+#include "desk/LogDock.h"
 #include "desk/NavigationArea.h"
 #include "desk/NoticeBar.h"
 #include "desk/PluginDock.h"
@@ -19,6 +21,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QStatusBar>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -53,6 +56,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     setAcceptDrops(true);
     resize(QSize(1100, 720).boundedTo(screen()->availableSize()));
     setUpAreas();
+    setUpStatusBar();
     setUpMenus();
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
     connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
@@ -89,6 +93,15 @@ void MainWindow::setUpAreas()
 
     plugins = new PluginDock;
     addDockWidget(Qt::BottomDockWidgetArea, plugins);
+    log = new LogDock(logFeed);
+    addDockWidget(Qt::BottomDockWidgetArea, log);
+}
+
+void MainWindow::setUpStatusBar()
+{
+    auto* const hint = new FailureHint(logFeed);
+    statusBar()->addWidget(hint, 1);
+    connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
 }
 
 void MainWindow::setUpMenus()
@@ -109,6 +122,13 @@ void MainWindow::setUpMenus()
     showNavigation->setShortcut(Qt::Key_F9);
     connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
     view->addAction(plugins->toggleViewAction());
+    QAction* const showLog = log->toggleViewAction();
+    showLog->setShortcut(Qt::Key_F8);
+    view->addAction(showLog);
+    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
+        if (isShown)
+            log->showLines();
+    });
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);

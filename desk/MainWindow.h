@@ -2,6 +2,7 @@
 
 #include "desk/ApplicationHost.h"
 #include "desk/FileMounter.h"
+#include "desk/LogFeed.h"
 #include "desk/PluginLoader.h"
 
 #include <QMainWindow>
@@ -11,6 +12,7 @@ class QStackedWidget;
 
 namespace Vantry {
 
+class LogDock;
 class NavigationArea;
 class NoticeBar;
 class PluginDock;
@@ -41,6 +43,7 @@ protected:
 
 private:
     void setUpAreas();
+    void setUpStatusBar();
     void setUpMenus();
     void addApplications();
     void showPage(const QString& identification, const QString& page);
@@ -54,6 +57,7 @@ private:
     PluginLoader& loader;
     std::shared_ptr<Repository> repository;
     FileMounter mounter;
+    LogFeed logFeed;
     QStringList openedNames; // for the title
 
     // Owned by the window as their Qt parent.
@@ -62,6 +66,7 @@ private:
     NoticeBar* notices = nullptr;
     QStackedWidget* workArea = nullptr;
     PluginDock* plugins = nullptr;
+    LogDock* log = nullptr;
 
     ApplicationHost applications; // its widgets go before the window's areas
 };

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPersistentModelIndex>
+#include <QTreeView>
+
+namespace Vantry {
+
+class LogModel;
+
+// Shows log lines. While its end is in sight it follows what comes; otherwise what the person reads stays
+// where it is. GUI thread.
+class LogView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    // The lines are those of the model as the other one filters them. Both outlive the view.
+    LogView(LogModel& lines, QAbstractItemModel& shownLines, QWidget* parent = nullptr);
+
+    QAction* getCopyAction() const { return copyAction; }
+
+protected:
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
+private:
+    void keepPlace();
+    void takePlace();
+    void copySelected() const;
+
+    QAction* copyAction; // a child
+    bool isAtEnd = true;
+    QPersistentModelIndex topRow;
+};
+
+} // namespace Vantry

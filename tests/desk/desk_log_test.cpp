@@ -1,0 +1,206 @@
+#include "desk/FailureHint.h"
+#include "desk/LogModel.h"
+#include "host/Shared/Logging/LogStreamProvider.h"
+#include "tests/desk/RunningDesk.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <thread>
+
+using namespace Shared::Logging;
+using TestSupport::pressKey;
+using TestSupport::RunningDesk;
+
+namespace {
+
+void log(LogMessageType type, const char* category, const QString& text)
+{
+    const LogMessageContext context({}, -1, {}, QLatin1String(category), {}, LogMessageContext::RecordOnly);
+    LogStreamProvider(context).handleMessageInternal(type, {}) << text;
+}
+
+} // namespace
+
+// The log of the desk, and how a failure is told, with real keys and clicks.
+class DeskLogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        LogRecord::instance().setWritesToStandardError(false);
+        folder = std::make_unique<RunningDesk::Folder>();
+        desk = std::make_unique<RunningDesk>(*folder, QStringList(folder->path("plant.json")));
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        view = desk->part<QTreeView>("logLines");
+    }
+
+    void cleanup()
+    {
+        desk.reset();
+        folder.reset();
+    }
+
+    // The reason stays, not what the editor makes of it, until the person wants to see more.
+    void tellsWhyAnEditFailed()
+    {
+        auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
+        QVERIFY(!hint->isVisible());
+        const QString path = QStringLiteral("plant.cell.pump.motor.speed");
+        QVERIFY(desk->repository->getWriterInterface()->writeAttributeValue(path, QStringLiteral("fast"),
+                                                                            8) != 0);
+        log(LogMessageType::Failure, "Vantry", QStringLiteral("Write To Attribute %1 Failed").arg(path));
+        QTRY_VERIFY(hint->isVisible());
+        log(LogMessageType::Failure, "Vantry", QStringLiteral("Attribute Update failed "));
+        QTRY_VERIFY(lastRow().contains(QLatin1String("Attribute Update failed")));
+        QCOMPARE(hint->getText(), QStringLiteral("'%1' was not set to 'fast' (a text): it holds a whole "
+                                                 "number, which this cannot become without loss")
+                                      .arg(path));
+        QVERIFY(desk->part<QLabel>("failureText")->text().startsWith(QLatin1Char('\'') + path));
+
+        auto* const open = desk->part<QToolButton>("failureLog");
+        QVERIFY(TestSupport::click(*open, open->rect().center()));
+        QTRY_VERIFY(view->isVisible() && view->hasFocus());
+        QVERIFY(!hint->isVisible());
+        log(LogMessageType::Outcome, "Vantry", QStringLiteral("fine"));
+        QTRY_VERIFY(lastRow().contains(QLatin1String("fine")));
+        QVERIFY(!hint->isVisible());
+    }
+
+    void narrowsAndCopies()
+    {
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(view->hasFocus());
+        log(LogMessageType::Information, "Pump", QStringLiteral("one drop"));
+        log(LogMessageType::Failure, "Pump", QStringLiteral("two\ndrops"));
+        log(LogMessageType::Outcome, "Valve", QStringLiteral("three"));
+        QTRY_VERIFY(lastRow().contains(QLatin1String("three")));
+        auto* const wanted = desk->part<QLineEdit>("logText");
+        QVERIFY(TestSupport::click(*wanted, wanted->rect().center()));
+        QVERIFY(TestSupport::typeText(QStringLiteral("DROP")));
+        QTRY_COMPARE(texts(), (QStringList{QStringLiteral("one drop"), QStringLiteral("two \u21B5 drops")}));
+
+        goTo("logInformation", "shift+Tab");
+        QVERIFY(pressKey(QStringLiteral("space")));
+        QTRY_COMPARE(texts(), QStringList(QStringLiteral("two \u21B5 drops")));
+        goTo("logText");
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")));
+        QVERIFY(pressKey(QStringLiteral("Delete")));
+        QTRY_VERIFY(texts().last() == QLatin1String("three"));
+
+        goTo("logLines");
+        for (const char* key : {"End", "shift+Up", "ctrl+c"})
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_VERIFY(QApplication::clipboard()->text().endsWith(QLatin1String(" outcome [Valve] three\n")));
+        const QString copied = QApplication::clipboard()->text();
+        QVERIFY2(copied.contains(QLatin1String(" failure [Pump] two\ndrops\n")), qPrintable(copied));
+
+        auto* const clear = desk->part<QToolButton>("logClear");
+        QVERIFY(TestSupport::click(*clear, clear->rect().center()));
+        QTRY_COMPARE(texts(), QStringList());
+        log(LogMessageType::Failure, "Pump", QStringLiteral("later"));
+        QTRY_COMPARE(texts(), QStringList(QStringLiteral("later")));
+    }
+
+    // More lines than are kept, from several threads, while the person reads in the middle, and at the end.
+    void followsOnlyFromItsEnd()
+    {
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(view->hasFocus());
+        flood(3000);
+        QTRY_VERIFY(lastRow().endsWith(QLatin1String("3000 are over")));
+        QCOMPARE(shownLast(), lastRow());
+
+        constexpr int shown = 200; // from the end, so that it is not among those that are dropped
+        view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum() - shown);
+        const QString read = shownFirst();
+        flood(9500);
+        QTRY_VERIFY(lastRow().endsWith(QLatin1String("9500 are over")));
+        QCOMPARE(view->model()->rowCount(), int(LogRecord::capacity));
+        QCOMPARE(shownFirst(), read);
+
+        QVERIFY(pressKey(QStringLiteral("End")));
+        QTRY_COMPARE(shownLast(), lastRow());
+        flood(15000);
+        QTRY_VERIFY(lastRow().endsWith(QLatin1String("15000 are over")));
+        QCOMPARE(shownLast(), lastRow());
+        QCOMPARE(view->model()->rowCount(), int(LogRecord::capacity));
+    }
+
+private:
+    static void flood(int count)
+    {
+        std::vector<std::thread> threads;
+        for (int number = 0; number < 2; ++number)
+            threads.emplace_back([count, number] {
+                for (int line = 0; line < count / 2; ++line)
+                    log(LogMessageType::Information, "Flood",
+                        QStringLiteral("%1 of %2").arg(line).arg(number));
+            });
+        for (std::thread& thread : threads)
+            thread.join();
+        log(LogMessageType::Outcome, "Flood", QStringLiteral("%1 are over").arg(count));
+    }
+
+    QString plainText(const QModelIndex& index) const
+    {
+        return index.data(Vantry::LogModel::PlainTextRole).toString();
+    }
+
+    QString lastRow() const { return plainText(view->model()->index(view->model()->rowCount() - 1, 0)); }
+    QString shownFirst() const { return plainText(view->indexAt({0, 0})); }
+
+    QString shownLast() const
+    {
+        QModelIndex last = view->indexAt({0, 0});
+        while (view->visualRect(view->indexBelow(last)).bottom() <= view->viewport()->rect().bottom() &&
+               view->indexBelow(last).isValid())
+            last = view->indexBelow(last);
+        return plainText(last);
+    }
+
+    QStringList texts() const
+    {
+        QStringList texts;
+        for (int row = 0; row < view->model()->rowCount(); ++row)
+            texts.append(view->model()->index(row, Vantry::LogModel::TextColumn).data().toString());
+        return texts;
+    }
+
+    static void goTo(const char* name, const char* key = "Tab")
+    {
+        const auto isThere = [name] {
+            const QWidget* const widget = QApplication::focusWidget();
+            return widget && widget->objectName() == QLatin1String(name);
+        };
+        for (int i = 0; i < 40 && !isThere(); ++i) {
+            const QWidget* const before = QApplication::focusWidget();
+            QVERIFY(pressKey(QLatin1String(key)));
+            QTRY_VERIFY(QApplication::focusWidget() != before);
+        }
+        QVERIFY2(isThere(), name);
+    }
+
+    std::unique_ptr<RunningDesk::Folder> folder;
+    std::unique_ptr<RunningDesk> desk;
+    QTreeView* view = nullptr; // of the log, not owned
+};
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk-test"));
+    return TestSupport::runTest<QApplication, DeskLogTest>(argc, argv);
+}
+
+#include "desk_log_test.moc"
