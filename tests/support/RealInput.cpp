@@ -29,11 +29,12 @@ bool typeText(const QString& text)
         {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("5"), QStringLiteral("--"), text});
 }
 
-bool click(const QWidget& widget, const QPoint& position)
+bool click(const QWidget& widget, const QPoint& position, Qt::MouseButton button)
 {
     const QPoint global = widget.mapToGlobal(position);
+    const QString number = button == Qt::RightButton ? QStringLiteral("3") : QStringLiteral("1");
     return runXdotool({QStringLiteral("mousemove"), QString::number(global.x()), QString::number(global.y()),
-                       QStringLiteral("click"), QStringLiteral("1")});
+                       QStringLiteral("click"), number});
 }
 
 bool showActive(QWidget& widget)

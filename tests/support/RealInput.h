@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QString>
+#include <Qt>
 
 class QWidget;
 
@@ -17,8 +18,8 @@ bool pressKey(const QString& name);
 // The keys of a text one after the other.
 bool typeText(const QString& text);
 
-// Moves there and clicks the left button.
-bool click(const QWidget& widget, const QPoint& position);
+// Moves there and clicks.
+bool click(const QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton);
 
 // Shows the widget as the active window and waits for it.
 bool showActive(QWidget& widget);

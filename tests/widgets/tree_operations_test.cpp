@@ -1,0 +1,467 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+#include "tests/widgets/BrowserPage.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QTemporaryDir>
+
+#include <list>
+
+using namespace FrameworkCore::AppConfig;
+using Shared::Logging::LogRecord;
+using TestSupport::DialogDriver;
+
+namespace {
+
+using Answer = std::function<void(QWidget& dialog)>;
+
+void escape(QWidget& dialog)
+{
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+}
+
+// Types a text into the dialog's field and confirms it.
+Answer enter(const QString& text)
+{
+    return [text](QWidget& dialog) {
+        auto* const field = dialog.findChild<QLineEdit*>();
+        QVERIFY(field);
+        field->selectAll();
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+}
+
+// The same in a file dialog, whose field completes what is typed.
+Answer enterFile(const QString& name)
+{
+    return [name](QWidget& dialog) {
+        auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        QVERIFY(field);
+        field->setText(name);
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+}
+
+Answer pasteAs(const QString& name, bool asChild)
+{
+    return [name, asChild](QWidget& dialog) {
+        const auto options = dialog.findChildren<QRadioButton*>();
+        for (QRadioButton* const option : options) {
+            if ((option->objectName() == QLatin1String("radioAsChild")) == asChild)
+                QTest::mouseClick(option, Qt::LeftButton, {}, {8, option->height() / 2});
+        }
+        enter(name)(dialog);
+    };
+}
+
+Answer confirm(QMessageBox::StandardButton button)
+{
+    return [button](QWidget& dialog) {
+        auto* const box = qobject_cast<QMessageBox*>(&dialog);
+        QVERIFY(box);
+        QCOMPARE(box->text(), QStringLiteral("Do You Want To Delete The Attribute ?"));
+        QTest::mouseClick(box->button(button), Qt::LeftButton);
+    };
+}
+
+// A warning that says these parts, and that names nothing in its title.
+Answer seeWarning(const QStringList& parts)
+{
+    return [parts](QWidget& dialog) {
+        auto* const box = qobject_cast<QMessageBox*>(&dialog);
+        QVERIFY(box);
+        QString text = box->text();
+        text.remove(QChar(0x200B)); // places where it may be broken
+        for (const QString& part : parts)
+            QVERIFY2(text.contains(part), qPrintable(text));
+        QCOMPARE(box->windowTitle(), QString());
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+    };
+}
+
+} // namespace
+
+// The menu of the tree, driven by a person's mouse and keys, over real files.
+class TreeOperationsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        // Two clicks of different tests may come to the same place at once, and open no second menu then.
+        QApplication::setDoubleClickInterval(1);
+    }
+
+    void init()
+    {
+        folder = std::make_unique<QTemporaryDir>();
+        repository = Repository::AttributeRepository::create({false});
+        Utilities::SetAppConfigRepositoryInterface(repository);
+    }
+
+    void cleanup()
+    {
+        page.reset();
+        Utilities::SetAppConfigRepositoryInterface({});
+        repository.reset();
+    }
+
+    void menuShowsWhatCanBeDone()
+    {
+        mount("json", "plant", "{\"cell\": {\"speed\": 5}}");
+        openPage();
+        const QString all =
+            QStringLiteral("Expand All,Collapse All,Copy Subtree,Paste Subtree,Delete Subtree,"
+                           "Add Validation,Import,Export,Save Backend");
+        const auto without = [](const QString& list, const char* entry) {
+            QStringList entries = list.split(QLatin1Char(','));
+            entries.removeOne(QLatin1String(entry));
+            return entries.join(QLatin1Char(','));
+        };
+        QString enabled;
+        const Answer look = [&](QWidget& popup) {
+            QStringList texts;
+            QStringList enabledTexts;
+            const auto actions = popup.actions();
+            for (const QAction* const action : actions) {
+                texts.append(action->text());
+                QVERIFY(!action->icon().pixmap(16).isNull());
+                QVERIFY(action->shortcut().isEmpty());
+                if (action->isEnabled())
+                    enabledTexts.append(action->text());
+            }
+            QCOMPARE(texts.join(QLatin1Char(',')), all);
+            enabled = enabledTexts.join(QLatin1Char(','));
+            QVERIFY((popup.pos() - QCursor::pos()).manhattanLength() < 20);
+            escape(popup);
+        };
+        openMenu(QStringLiteral("plant.cell"), {look});
+        QCOMPARE(enabled, without(without(all, "Paste Subtree"), "Save Backend"));
+        QVERIFY(!page->tree.selectionModel()->hasSelection());
+
+        choose(QStringLiteral("plant"), "Copy Subtree");
+        openMenu(QStringLiteral("plant"), {look});
+        QCOMPARE(enabled, all);
+        choose(QStringLiteral("plant"), "Paste Subtree", {escape});
+        openMenu(QStringLiteral("plant"), {look});
+        QCOMPARE(enabled, without(all, "Paste Subtree"));
+
+        // By the keyboard on the selected item; nowhere when nothing is selected.
+        page->clickItem(QStringLiteral("plant.cell"));
+        {
+            const DialogDriver driver(look);
+            QVERIFY(TestSupport::pressKey(QStringLiteral("Menu")));
+            QTRY_VERIFY(driver.isDone());
+        }
+        QTRY_VERIFY(!QApplication::activePopupWidget());
+        QSignalSpy requested(&page->tree, &QWidget::customContextMenuRequested);
+        QVERIFY(TestSupport::click(*page->tree.viewport(), page->tree.viewport()->rect().bottomRight() / 2,
+                                   Qt::RightButton));
+        QTRY_COMPARE(requested.size(), 1);
+        QVERIFY(!QApplication::activePopupWidget());
+    }
+
+    void expandsAllAndCollapsesOne()
+    {
+        mount("json", "p", R"({"a": {"b": {"c": 1}, "d": {"e": 2}}, "f": {"g": 3}})");
+        openPage();
+        page->read(QStringLiteral("p"));
+        choose(QStringLiteral("p.a"), "Expand All");
+        const QStringList open{QStringLiteral("-p"),   QStringLiteral(" -a"),  QStringLiteral("  -b"),
+                               QStringLiteral("   -c"), QStringLiteral("  -d"), QStringLiteral("   -e"),
+                               QStringLiteral(" f")};
+        QCOMPARE(page->shownRows(), open);
+        page->read(QStringLiteral("p"));
+        QCOMPARE(page->shownRows(), open); // it was noted what is open
+        choose(QStringLiteral("p.a"), "Collapse All");
+        const QStringList closed{QStringLiteral("-p"), QStringLiteral(" a"), QStringLiteral(" f")};
+        QCOMPARE(page->shownRows(), closed);
+        page->read(QStringLiteral("p"));
+        QCOMPARE(page->shownRows(), closed);
+        page->open({QStringLiteral("p.a")});
+        QCOMPARE(page->shownRows(), open);
+    }
+
+    void changesFiles_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QString>("source"); // copied before, when there is one
+        QTest::addColumn<QString>("item");
+        QTest::addColumn<QString>("entry");
+        QTest::addColumn<QString>("name"); // what is entered
+        QTest::addColumn<bool>("asChild");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<QString>("step");
+        const auto row = [](const char* test, const char* type, const char* before, const char* source,
+                            const char* item, const char* entry, const char* name, bool asChild,
+                            const char* after, const char* step) {
+            QTest::newRow(test) << QString::fromLatin1(type) << QByteArray(before)
+                                << QString::fromLatin1(source) << QString::fromLatin1(item)
+                                << QString::fromLatin1(entry) << QString::fromLatin1(name) << asChild
+                                << QByteArray(after) << QString::fromLatin1(step);
+        };
+        const char* const json =
+            "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {}\n}\n";
+        row("paste below, json", "json", json, "p.a", "p.b", "Paste Subtree", "copy", true,
+            "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {\n        \"copy\": "
+            "{\n"
+            "            \"speed\": 5,\n            \"on\": true\n        }\n    }\n}\n",
+            "Paste copy");
+        row("paste beside, json", "json", json, "p.a.speed", "p.a.on", "Paste Subtree", "speed2", false,
+            "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true, \"speed2\": 5},\n    \"b\": {}\n}\n",
+            "Paste speed2");
+        row("delete, json", "json", json, "", "p.a", "Delete Subtree", "", false,
+            "{\n    // the line\n    \"b\": {}\n}\n", "Delete a");
+        const char* const ini = "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n";
+        row("paste below, ini", "ini", ini, "p.a", "p.b", "Paste Subtree", "c", true,
+            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[b.c]\nspeed = 5\non = true\n", "Paste c");
+        row("paste beside, ini", "ini", ini, "p.a", "p.b", "Paste Subtree", "c", false,
+            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[c]\nspeed = 5\non = true\n", "Paste c");
+        row("delete, ini", "ini", ini, "", "p.a.speed", "Delete Subtree", "", false,
+            "; head\n[a]\non=true\n\n[b]\nk=1 ; kept\n", "Delete speed");
+        row("paste below, xml", "xml", "<r><a x=\"1\">t</a><b/></r>\n", "p.r.a.@x", "p.r.b", "Paste Subtree",
+            "@y", true, "<r><a x=\"1\">t</a><b y=\"1\"/></r>\n", "Paste @y");
+        row("paste beside, txt", "txt", "# head\na.b = 5\nc = x\n", "p.a", "p.c", "Paste Subtree", "d", false,
+            "# head\na.b = 5\nc = x\nd.b = 5\n", "Paste d");
+    }
+
+    // Each operation, the file after a save, and the file after undo and another save.
+    void changesFiles()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, before);
+        QFETCH(QString, source);
+        QFETCH(QString, item);
+        QFETCH(QString, entry);
+        QFETCH(QString, name);
+        QFETCH(bool, asChild);
+        mount(type.toLatin1(), "p", before);
+        openPage();
+        if (!source.isEmpty())
+            choose(source, "Copy Subtree");
+        choose(item, entry.toLatin1(),
+               {source.isEmpty() ? confirm(QMessageBox::Yes) : pasteAs(name, asChild)});
+        choose(QStringLiteral("p"), "Save Backend");
+        QTEST(fileOf("p"), "after");
+        QCOMPARE(lastLog(), QStringLiteral("Backend :- 'p' Updated With Result: true"));
+
+        const auto history = repository->getHistoryInterface();
+        QTEST(history->getUndoName(), "step");
+        QCOMPARE(history->undo(), Success);
+        QCOMPARE(history->getUndoName(), QString());
+        QVERIFY(repository->getBackendInterface()->saveBackend(QStringLiteral("p")));
+        QCOMPARE(fileOf("p"), before);
+    }
+
+    void importsAndExports()
+    {
+        mount("json", "p", "{\"a\": {\"speed\": 5, \"when\": \"2024-02-29\", \"$\": [\"x\", \"y\"]}}");
+        openPage();
+        const QString json = folder->filePath(QStringLiteral("out.TXT"));
+        choose(QStringLiteral("p.a"), "Export", {enterFile(json)});
+        const QByteArray exported =
+            "{\n    \"speed\": 5,\n    \"when\": \"2024-02-29\",\n    \"$\": [\"x\", \"y\"]\n}\n";
+        QCOMPARE(contentOf(json), exported);
+        const QString txt = folder->filePath(QStringLiteral("out.txt"));
+        choose(QStringLiteral("p.a"), "Export", {enterFile(txt)});
+        QVERIFY2(contentOf(txt).startsWith("speed = 5\nwhen = 2024-02-29\n"), contentOf(txt).constData());
+
+        choose(QStringLiteral("p.a"), "Import", {enterFile(json), enter(QStringLiteral("..p.new.x."))});
+        QCOMPARE(repository->getHistoryInterface()->getUndoName(), QStringLiteral("Import out.TXT"));
+        QVERIFY(page->item(QStringLiteral("p.new.x.speed")).isValid());
+        QCOMPARE(valueOf("p.new.x.$"), QVariant(QStringList{QStringLiteral("x"), QStringLiteral("y")}));
+        QCOMPARE(repository->getHistoryInterface()->undo(), Success);
+        QTRY_VERIFY(!page->item(QStringLiteral("p.new")).isValid());
+    }
+
+    void importsNothingOfAWrongFile_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("no json") << QByteArray("{\n  \"a\" 5}") << QStringLiteral("line 2, column 7");
+        QTest::newRow("cut") << QByteArray("{\"a\": [1, ") << QStringLiteral("line 1, column ");
+        QTest::newRow("empty") << QByteArray("\xEF\xBB\xBF \n") << QStringLiteral("empty");
+        QTest::newRow("bytes") << QByteArray("\x7f\x45LF\x02\0\xff", 7) << QStringLiteral("line 1, column 7");
+        QTest::newRow("type") << QByteArray("{\"new\": 1, \"speed\": \"fast\"}") << QStringLiteral("p.speed");
+        QTest::newRow("a value on a group")
+            << QByteArray("{\"speed\": 6, \"list\": {\"#value\": [1]}}") << QStringLiteral("p.list");
+    }
+
+    void importsNothingOfAWrongFile()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, reason);
+        const QByteArray before = "{\"speed\": 5, \"list\": [1, 2]}";
+        mount("json", "p", before);
+        openPage();
+        const QString file = folder->filePath(QStringLiteral("in.json"));
+        write(file, content);
+        choose(QStringLiteral("p"), "Import",
+               {enterFile(file), enter(QStringLiteral("p")), seeWarning({file, reason})});
+        QVERIFY(repository->getBackendInterface()->saveBackend(QStringLiteral("p")));
+        QCOMPARE(fileOf("p"), before);
+        QCOMPARE(repository->getHistoryInterface()->getUndoName(), QString());
+    }
+
+    void exportTellsWhyItFails()
+    {
+        mount("txt", "p", "a = 1\n");
+        openPage();
+        // A folder where the file should go: chosen before it came, as by another program.
+        const QString file = folder->filePath(QStringLiteral("out.json"));
+        choose(QStringLiteral("p"), "Export",
+               {[&](QWidget& dialog) {
+                    enterFile(file)(dialog);
+                    QVERIFY(QDir().mkdir(file));
+                },
+                seeWarning({file, QStringLiteral("folder")})});
+    }
+
+    void pastesWhatHasLeftTheTree()
+    {
+        mount("json", "far", "{\"a\": {\"k\": 1}}");
+        mount("ini", "near", "[s]\nx=1\n");
+        openPage();
+        choose(QStringLiteral("far.a"), "Copy Subtree");
+        page->read(QStringLiteral("near"));
+        QVERIFY(!page->item(QStringLiteral("far")).isValid());
+        QString proposed;
+        choose(QStringLiteral("near.s"), "Paste Subtree", {[&](QWidget& dialog) {
+                   proposed = dialog.findChild<QLineEdit*>()->text();
+                   pasteAs(QStringLiteral("b"), true)(dialog);
+               }});
+        QCOMPARE(proposed, QStringLiteral("a"));
+        QCOMPARE(valueOf("near.s.b.k"), QVariant(1LL));
+        // Beside an item at the top, the name alone is the path.
+        page->read(QString());
+        choose(QStringLiteral("far.a"), "Copy Subtree");
+        choose(QStringLiteral("near"), "Paste Subtree", {pasteAs(QStringLiteral("top"), false)});
+        QCOMPARE(valueOf("top.k"), QVariant(1LL));
+    }
+
+    void refusalsAreLogged()
+    {
+        mount("json", "p", "{\"a\": {\"k\": 1}}");
+        openPage();
+        choose(QStringLiteral("p"), "Delete Subtree", {confirm(QMessageBox::Yes)});
+        QVERIFY2(lastLog().contains(QLatin1String("'p'")), qPrintable(lastLog()));
+        choose(QStringLiteral("p.a"), "Delete Subtree", {confirm(QMessageBox::No)});
+        choose(QStringLiteral("p.a"), "Copy Subtree");
+        choose(QStringLiteral("p.a"), "Paste Subtree", {pasteAs(QStringLiteral("into"), true)});
+        QVERIFY2(lastLog().contains(QLatin1String("'p.a.into'")), qPrintable(lastLog()));
+        QCOMPARE(valueOf("p.a.k"), QVariant(1LL));
+
+        choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("integer"))});
+        QCOMPARE(lastLog(), QStringLiteral("Validation Added for Attribute 'p.a.k' with result = true"));
+        choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("no such"))});
+        QCOMPARE(lastLog(), QStringLiteral("Validation Added for Attribute 'p.a.k' with result = false"));
+        QCOMPARE(LogRecord::instance().getLines().last().type, Shared::Logging::LogMessageType::Outcome);
+    }
+
+private:
+    void write(const QString& name, const QByteArray& content)
+    {
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(content), qint64(content.size()));
+    }
+
+    static QByteArray contentOf(const QString& name)
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    }
+
+    QByteArray fileOf(const char* name) { return contentOf(folder->filePath(QLatin1String(name))); }
+
+    void mount(const QByteArray& type, const char* name, const QByteArray& content)
+    {
+        const QString file = folder->filePath(QLatin1String(name));
+        write(file, content);
+        QVERIFY(repository->getBackendInterface()->createBackend(
+            QString::fromLatin1(type), QLatin1String(name), {file, QString(), AccessMode::ReadWrite}, 2));
+    }
+
+    QVariant valueOf(const char* path)
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
+        return value;
+    }
+
+    static QString lastLog() { return LogRecord::instance().getLines().last().text; }
+
+    void openPage()
+    {
+        page = std::make_unique<BrowserPage>();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(QString());
+    }
+
+    // Opens the menu of an item by the right button; menu and dialogs are answered in this order.
+    void openMenu(const QString& path, const std::list<Answer>& answers)
+    {
+        for (QModelIndex above = page->item(path).parent(); above.isValid(); above = above.parent())
+            page->tree.expand(above);
+        const QModelIndex item = page->item(path);
+        QVERIFY2(item.isValid(), qPrintable(path));
+        page->tree.scrollTo(item);
+        std::vector<std::unique_ptr<DialogDriver>> drivers;
+        auto next = answers.begin();
+        const std::function<void()> awaitNext = [&] {
+            if (next == answers.end())
+                return;
+            const Answer& answer = *next++;
+            drivers.push_back(std::make_unique<DialogDriver>([&](QWidget& dialog) {
+                awaitNext();
+                answer(dialog);
+            }));
+        };
+        awaitNext();
+        QVERIFY(TestSupport::click(*page->tree.viewport(), page->tree.visualRect(item).center(),
+                                   Qt::RightButton));
+        QTRY_VERIFY(drivers.size() == answers.size() && drivers.back()->isDone());
+        QTRY_VERIFY(!QApplication::activePopupWidget() && !QApplication::activeModalWidget());
+    }
+
+    void choose(const QString& path, const QByteArray& entry, std::list<Answer> answers = {})
+    {
+        answers.push_front([&entry](QWidget& popup) {
+            auto* const menu = qobject_cast<QMenu*>(&popup);
+            QVERIFY(menu);
+            const auto actions = menu->actions();
+            for (QAction* const action : actions) {
+                if (action->text() != QLatin1String(entry))
+                    continue;
+                QVERIFY(action->isEnabled());
+                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+                return;
+            }
+            QFAIL("no such entry");
+        });
+        openMenu(path, answers);
+    }
+
+    std::unique_ptr<QTemporaryDir> folder;
+    std::shared_ptr<Repository::AttributeRepository> repository;
+    std::unique_ptr<BrowserPage> page;
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, TreeOperationsTest>(argc, argv);
+}
+
+#include "tree_operations_test.moc"
