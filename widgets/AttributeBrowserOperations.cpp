@@ -6,6 +6,7 @@
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
+#include "widgets/BackendCreateWidget.h"
 
 #include <QCursor>
 #include <QMenu>
@@ -68,12 +69,14 @@ void AttributeBrowserWidget::fillMenu(QMenu& menu, bool isBackendRoot)
     };
     add("Expand All", "toggle_expand.png", &Page::onBtnExpandAllClicked);
     add("Collapse All", "toggle.png", &Page::onBtnCollapseAllClicked);
+    add("New Attribute", "create.png", &Page::onBtnNewAttributeClicked);
     add("Copy Subtree", "copy.png", &Page::onBtnCopyAttributeClicked);
     add("Paste Subtree", "paste.png", &Page::onBtnPasteAttributeClicked)->setEnabled(copyPending);
     add("Delete Subtree", "delete.png", &Page::onBtnDeleteAttributeClicked);
     add("Add Validation", "data_validation.png", &Page::onBtnAddValidationClicked);
     add("Import", "import.png", &Page::onBtnImportClicked);
     add("Export", "export.png", &Page::onBtnExportClicked);
+    add("New Backend", "new_backend.png", &Page::on_newBackendClicked);
     add("Save Backend", "save_backend.png", &Page::on_saveBackendClicked)->setEnabled(isBackendRoot);
 }
 
@@ -89,6 +92,21 @@ void AttributeBrowserWidget::onBtnCollapseAllClicked()
     ui->treeView->collapse(contextIndex);
     onIndexCollapsed(contextIndex);
     contextExpanded = false;
+}
+
+void AttributeBrowserWidget::onBtnNewAttributeClicked()
+{
+    QString name;
+    QVariant value;
+    int type = QMetaType::UnknownType; // the value's own type decides
+    if (!inputDialogs->showAttributeCreateDialog(name, value, type) || name.isEmpty())
+        return;
+    const QString path = pathOf(contextIndex) + separator + name;
+    const auto writer = repository ? repository->getWriterInterface() : nullptr;
+    const bool isCreated = writer && writer->createAttribute(path, value, 2, 3);
+    Vantry::logLine(LogMessageType::Outcome)
+        << "Attribute '" << path << "' Created With Result " << isCreated;
+    onBtnReadAttributeClicked();
 }
 
 void AttributeBrowserWidget::onBtnCopyAttributeClicked()
@@ -179,6 +197,13 @@ void AttributeBrowserWidget::onBtnImportClicked()
         onBtnReadAttributeClicked();
     else
         AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, errorText);
+}
+
+void AttributeBrowserWidget::on_newBackendClicked()
+{
+    const QPointer<BackendCreateWidget> dialog = new BackendCreateWidget(nullptr, pathOf(contextIndex));
+    dialog->show();
+    connect(dialog, SIGNAL(backendCreatedSuccess()), this, SLOT(onBtnReadAttributeClicked()));
 }
 
 void AttributeBrowserWidget::on_saveBackendClicked()

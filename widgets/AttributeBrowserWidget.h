@@ -60,6 +60,8 @@ private slots:
     void on_cbFilter3_currentIndexChanged(int index);
     void on_cbFilter4_currentIndexChanged(int index);
     void applyCustomFilter();
+    void on_newBackendClicked();
+    void onBtnNewAttributeClicked();
     void onBtnRenameAttributeClicked();
     void onBtnDeleteAttributeClicked();
     void onBtnCopyAttributeClicked();
