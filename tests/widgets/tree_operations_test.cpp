@@ -5,6 +5,7 @@
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "tests/widgets/BrowserPage.h"
+#include "widgets/BackendCreateWidget.h"
 
 #include <QApplication>
 #include <QDir>
@@ -64,6 +65,21 @@ Answer pasteAs(const QString& name, bool asChild)
     };
 }
 
+Answer createText(const QString& name, const QString& value)
+{
+    return [name, value](QWidget& dialog) {
+        auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("edtName"));
+        QVERIFY(field);
+        QTest::keyClicks(field, name);
+        const auto fields = dialog.findChildren<QLineEdit*>();
+        for (QLineEdit* const other : fields) {
+            if (other != field)
+                QTest::keyClicks(other, value);
+        }
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+}
+
 Answer confirm(QMessageBox::StandardButton button)
 {
     return [button](QWidget& dialog) {
@@ -107,6 +123,7 @@ private slots:
     {
         folder = std::make_unique<QTemporaryDir>();
         repository = Repository::AttributeRepository::create({false});
+        repository->getHistoryInterface()->recordThisThread();
         Utilities::SetAppConfigRepositoryInterface(repository);
     }
 
@@ -122,8 +139,8 @@ private slots:
         mount("json", "plant", "{\"cell\": {\"speed\": 5}}");
         openPage();
         const QString all =
-            QStringLiteral("Expand All,Collapse All,Copy Subtree,Paste Subtree,Delete Subtree,"
-                           "Add Validation,Import,Export,Save Backend");
+            QStringLiteral("Expand All,Collapse All,New Attribute,Copy Subtree,Paste Subtree,Delete Subtree,"
+                           "Add Validation,Import,Export,New Backend,Save Backend");
         const auto without = [](const QString& list, const char* entry) {
             QStringList entries = list.split(QLatin1Char(','));
             entries.removeOne(QLatin1String(entry));
@@ -178,7 +195,7 @@ private slots:
         openPage();
         page->read(QStringLiteral("p"));
         choose(QStringLiteral("p.a"), "Expand All");
-        const QStringList open{QStringLiteral("-p"),   QStringLiteral(" -a"),  QStringLiteral("  -b"),
+        const QStringList open{QStringLiteral("-p"),    QStringLiteral(" -a"),  QStringLiteral("  -b"),
                                QStringLiteral("   -c"), QStringLiteral("  -d"), QStringLiteral("   -e"),
                                QStringLiteral(" f")};
         QCOMPARE(page->shownRows(), open);
@@ -231,6 +248,9 @@ private slots:
             "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[c]\nspeed = 5\non = true\n", "Paste c");
         row("delete, ini", "ini", ini, "", "p.a.speed", "Delete Subtree", "", false,
             "; head\n[a]\non=true\n\n[b]\nk=1 ; kept\n", "Delete speed");
+        row("new attribute, ini", "ini", ini, "", "p.b", "New Attribute", "deep.er", false,
+            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[b.deep]\ner = text\n",
+            "Create p.b.deep.er");
         row("paste below, xml", "xml", "<r><a x=\"1\">t</a><b/></r>\n", "p.r.a.@x", "p.r.b", "Paste Subtree",
             "@y", true, "<r><a x=\"1\">t</a><b y=\"1\"/></r>\n", "Paste @y");
         row("paste beside, txt", "txt", "# head\na.b = 5\nc = x\n", "p.a", "p.c", "Paste Subtree", "d", false,
@@ -251,8 +271,10 @@ private slots:
         openPage();
         if (!source.isEmpty())
             choose(source, "Copy Subtree");
-        choose(item, entry.toLatin1(),
-               {source.isEmpty() ? confirm(QMessageBox::Yes) : pasteAs(name, asChild)});
+        const Answer answer = !source.isEmpty() ? pasteAs(name, asChild)
+                              : name.isEmpty()  ? confirm(QMessageBox::Yes)
+                                                : createText(name, QStringLiteral("text"));
+        choose(item, entry.toLatin1(), {answer});
         choose(QStringLiteral("p"), "Save Backend");
         QTEST(fileOf("p"), "after");
         QCOMPARE(lastLog(), QStringLiteral("Backend :- 'p' Updated With Result: true"));
@@ -329,6 +351,28 @@ private slots:
                 seeWarning({file, QStringLiteral("folder")})});
     }
 
+    void createsBackends()
+    {
+        mount("json", "plant", "{}");
+        openPage();
+        choose(QStringLiteral("plant"), "New Backend");
+        Widgets::BackendCreateWidget* dialog = nullptr;
+        const auto windows = QApplication::topLevelWidgets();
+        for (QWidget* const window : windows)
+            dialog = dialog ? dialog : qobject_cast<Widgets::BackendCreateWidget*>(window);
+        QVERIFY(dialog && dialog->isVisible() && !dialog->isModal());
+        const auto field = [&](const char* name) {
+            return dialog->findChild<QLineEdit*>(QLatin1String(name));
+        };
+        QCOMPARE(field("edtRelativePath")->text(), QStringLiteral("plant."));
+        QTest::keyClicks(field("edtRelativePath"), QStringLiteral("two"));
+        write(folder->filePath(QStringLiteral("two.json")), "{\"speed\": 7}");
+        QTest::keyClicks(field("edtBackendFile"), folder->filePath(QStringLiteral("two.json")));
+        QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("btnCreate")), Qt::LeftButton);
+        QTRY_VERIFY(page->item(QStringLiteral("plant.two.speed")).isValid());
+        QCOMPARE(valueOf("plant.two.speed"), QVariant(7LL));
+    }
+
     void pastesWhatHasLeftTheTree()
     {
         mount("json", "far", "{\"a\": {\"k\": 1}}");
@@ -363,6 +407,8 @@ private slots:
         QVERIFY2(lastLog().contains(QLatin1String("'p.a.into'")), qPrintable(lastLog()));
         QCOMPARE(valueOf("p.a.k"), QVariant(1LL));
 
+        choose(QStringLiteral("p.a"), "New Attribute", {createText(QStringLiteral("k"), {})});
+        QCOMPARE(lastLog(), QStringLiteral("Attribute 'p.a.k' Created With Result false"));
         choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("integer"))});
         QCOMPARE(lastLog(), QStringLiteral("Validation Added for Attribute 'p.a.k' with result = true"));
         choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("no such"))});
