@@ -9,6 +9,7 @@
 #include "widgets/ListWidget.h"
 
 #include <QApplication>
+#include <QEvent>
 
 namespace Widgets {
 
@@ -85,6 +86,20 @@ void AttributeBrowserWidget::showInCell(const QModelIndex& cell, const QString& 
     activeEditor = editor;
     contextIndex = cell;
     placeOverCell(*ui->treeView, cell, *editor);
+    editor->installEventFilter(this);
+}
+
+// The tree hides an editor whose item is closed or gone, and would show it again.
+bool AttributeBrowserWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Hide && watched == activeEditor && activeEditor->isHidden()) {
+        const auto finish = [this, editor = activeEditor] {
+            if (editor && editor == activeEditor)
+                textEditingFinished();
+        };
+        QMetaObject::invokeMethod(this, finish, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 bool AttributeBrowserWidget::isEditing() const
@@ -104,10 +119,15 @@ bool AttributeBrowserWidget::focusNextPrevChild(bool next)
 
 void AttributeBrowserWidget::textEditingFinished()
 {
+    QTreeView* const tree = ui->treeView;
     if (activeEditor)
         activeEditor->close();
-    ui->treeView->clearSelection();
-    ui->treeView->setIndexWidget(contextIndex, nullptr);
+    activeEditor.clear();
+    tree->clearSelection();
+    tree->setIndexWidget(contextIndex, nullptr);
+    // The editor has moved it to its own column, and a wide value its name out of sight.
+    tree->selectionModel()->setCurrentIndex(contextIndex.sibling(contextIndex.row(), 0),
+                                            QItemSelectionModel::NoUpdate);
 }
 
 } // namespace Widgets

@@ -88,6 +88,7 @@ private slots:
 
 protected:
     bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void logValidationNames() const;

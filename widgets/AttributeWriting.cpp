@@ -6,6 +6,17 @@ namespace Widgets {
 
 using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
+namespace {
+
+bool hasChangedSince(RepositoryInterface& repository, const QString& path, const QVariant& shown)
+{
+    const auto reader = repository.getReaderInterface();
+    QVariant current;
+    return reader && reader->readAttributeValue(path, current, 0) == 0 && current != shown;
+}
+
+} // namespace
+
 void logFailure(const QString& text)
 {
     Vantry::logLine(Shared::Logging::LogMessageType::Failure) << text;
@@ -17,16 +28,20 @@ void logConversionFailure(const QVariant& attributeValue)
                QLatin1String(attributeValue.typeName()));
 }
 
-bool writeStored(RepositoryInterface& repository, const QString& path, const QVariant& value)
+bool writeEdited(RepositoryInterface& repository, const QString& path, const QVariant& shown,
+                 const QVariant& edited)
 {
+    if (edited == shown && hasChangedSince(repository, path, shown))
+        return true;
     constexpr int afterStore = 8;
     const auto writer = repository.getWriterInterface();
-    return writer && writer->writeAttributeValue(path, value, afterStore) == 0;
+    return writer && writer->writeAttributeValue(path, edited, afterStore) == 0;
 }
 
-void writeAttribute(RepositoryInterface& repository, const QString& path, const QVariant& value)
+void writeEditedOrLog(RepositoryInterface& repository, const QString& path, const QVariant& shown,
+                      const QVariant& edited)
 {
-    if (!writeStored(repository, path, value))
+    if (!writeEdited(repository, path, shown, edited))
         logFailure(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"));
 }
 

@@ -14,12 +14,14 @@ void logFailure(const QString& text);
 // For a text that cannot become a value of the attribute's type.
 void logConversionFailure(const QVariant& attributeValue);
 
-// Writes and tells those who listen for stored values; whether it was written.
-bool writeStored(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository, const QString& path,
-                 const QVariant& value);
+// Writes what an edit of an attribute has ended with and tells those who listen for stored values; false when
+// it was refused. When the person has left the value as it was shown and somebody else has changed it
+// meanwhile, that change stays.
+bool writeEdited(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository, const QString& path,
+                 const QVariant& shown, const QVariant& edited);
 
-// As writeStored; a failure is logged with the path.
-void writeAttribute(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository,
-                    const QString& path, const QVariant& value);
+// As writeEdited; a refusal is logged with the path.
+void writeEditedOrLog(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository,
+                      const QString& path, const QVariant& shown, const QVariant& edited);
 
 } // namespace Widgets

@@ -1,8 +1,55 @@
 #include "widgets/CellEditor.h"
 
 #include <QAbstractItemView>
+#include <QEvent>
+#include <QLineEdit>
+#include <QPainter>
+#include <QScrollBar>
 
 namespace Widgets {
+
+namespace {
+
+// A line around an editor, drawn over it: the frame of a style would leave a row too little room for its
+// text.
+class CellFrame : public QWidget
+{
+public:
+    explicit CellFrame(QWidget& framed) : QWidget(&framed)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+        framed.installEventFilter(this);
+        resize(framed.size());
+        show();
+    }
+
+    bool eventFilter(QObject* framed, QEvent* event) override
+    {
+        if (event->type() == QEvent::Resize)
+            resize(static_cast<QWidget*>(framed)->size());
+        return false;
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override
+    {
+        QPainter painter(this);
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+// A long text makes its cell wider than the view.
+void scrollToCursor(QAbstractItemView& view, const QLineEdit& line)
+{
+    const QRect cursor = line.inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    const int left = line.mapTo(view.viewport(), cursor.topLeft()).x();
+    const int right = left + cursor.width() - view.viewport()->width();
+    QScrollBar* const bar = view.horizontalScrollBar();
+    bar->setValue(bar->value() + qMin(left, qMax(right, 0)));
+}
+
+} // namespace
 
 void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& editor)
 {
@@ -10,8 +57,13 @@ void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& ed
     editor.setMaximumHeight(view.visualRect(cell).height());
     editor.show();
     view.setIndexWidget(cell, &editor);
+    new CellFrame(editor);
     // Moving it into the view has taken the focus away. This reason makes an editor select what it holds.
     editor.setFocus(Qt::TabFocusReason);
+    const auto* const line = qobject_cast<QLineEdit*>(&editor);
+    if (line && view.horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
+        QObject::connect(line, &QLineEdit::cursorPositionChanged, &view,
+                         [&view, line] { scrollToCursor(view, *line); });
 }
 
 bool isTakenAway(const QWidget& editor)

@@ -8,8 +8,8 @@ namespace Widgets {
 
 // What the editors of values share, and the views that put them over a cell.
 
-// Shows the editor over the cell, which it covers whole, and gives it the keyboard. The view owns it from
-// then on. It may be used up when this returns: a view of which the cell is gone takes no editor.
+// Shows the editor over the cell, which it covers whole, in a frame, and gives it the keyboard. The view owns
+// it from then on.
 void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& editor);
 
 // Whether the editor was shown and then hidden: its view has taken it away. That takes the focus from it too,

@@ -5,6 +5,8 @@
 #include "widgets/CellEditor.h"
 
 #include <QKeyEvent>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 namespace Widgets {
 
@@ -14,6 +16,7 @@ CheckBoxWidget::CheckBoxWidget(QWidget* parent, const QString& path, const QVari
     setChecked(attributeValue.toBool());
     setAccessibleName(attributeFullPath);
     setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base); // as the cells around it
 }
 
 void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
@@ -37,10 +40,20 @@ void CheckBoxWidget::focusOutEvent(QFocusEvent* /*event*/)
         checkBoxStateChanged(isChecked() ? Qt::Checked : Qt::Unchecked);
 }
 
+void CheckBoxWidget::paintEvent(QPaintEvent* /*event*/)
+{
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    // Where the texts of cells begin.
+    option.rect.adjust(style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1, 0, 0, 0);
+    painter.drawControl(QStyle::CE_CheckBox, option);
+}
+
 void CheckBoxWidget::checkBoxStateChanged(int state)
 {
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
-    if (repository && !writeStored(*repository, attributeFullPath, state == Qt::Checked))
+    if (repository && !writeEdited(*repository, attributeFullPath, attributeValue, state == Qt::Checked))
         logFailure(QString::fromLatin1("Attribute Update failed "));
     emit resetDavModel();
 }

@@ -39,6 +39,7 @@ DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, con
     setDateTime(dateTime);
     setAutoFillBackground(true);
     setFrame(false);
+    setButtonSymbols(NoButtons); // a row is too low for them; the arrow keys and the wheel step too
     setAccessibleName(attributeFullPath);
     setWidgetDisplayFormat();
     showUnusualValue();
@@ -93,7 +94,7 @@ void DateTimeEditWidget::dateEditingFinished()
     if (!getModifiedAttributeValue(value) || !value.isValid())
         logConversionFailure(attributeValue);
     else if (repository)
-        writeAttribute(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
     emit resetDavModel();
 }
 

@@ -116,7 +116,7 @@ void LineEditWidget::writeText()
     }
     QVariant value;
     if (getModifiedAttributeValue(value) && value.isValid())
-        writeAttribute(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
     else
         logConversionFailure(attributeValue);
 }

@@ -97,7 +97,7 @@ void ListWidget::on_btnWrite_clicked()
     if (!getModifiedAttributeValue(value) || !value.isValid())
         logConversionFailure(attributeValue);
     else if (repository)
-        writeAttribute(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
     close();
 }
 
