@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
+#include "host/Utilities/ModelViews/Widgets/AskedDialog.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeCreateDialog.h"
 #include "host/Utilities/ModelViews/Widgets/AttributePasteDialog.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
@@ -42,12 +43,12 @@ void showPlace(QFileDialog& dialog, const QString& directory)
     }
 }
 
-QString askForFile(QFileDialog& dialog, const QString& directory)
+QString askForFile(AskedDialog<QFileDialog>& dialog, const QString& directory)
 {
-    showPlace(dialog, directory);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    showPlace(dialog.get(), directory);
+    if (!dialog.isAccepted() || dialog->selectedFiles().isEmpty())
         return {};
-    const QString file = dialog.selectedFiles().constFirst();
+    const QString file = dialog->selectedFiles().constFirst();
     rememberedFolder() = QFileInfo(file).absolutePath();
     return file;
 }
@@ -66,77 +67,80 @@ QWidget* AttributeTreeModelInputDialogs::getParentWidget() const
 bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QVariant& value,
                                                                int& type) const
 {
-    AttributeCreateDialog dialog(dialogParent, name);
-    if (dialog.exec() != QDialog::Accepted)
+    AskedDialog<AttributeCreateDialog> dialog(dialogParent, name);
+    if (!dialog.isAccepted())
         return false;
-    name = dialog.getName();
-    value = dialog.getValue();
-    type = dialog.getType();
+    name = dialog->getName();
+    value = dialog->getValue();
+    type = dialog->getType();
     return true;
 }
 
 bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& title, const QString& label,
                                                               QString& name, bool& asChild) const
 {
-    AttributePasteDialog dialog(dialogParent, title, label, name);
-    if (dialog.exec() != QDialog::Accepted)
+    AskedDialog<AttributePasteDialog> dialog(dialogParent, title, label, name);
+    if (!dialog.isAccepted())
         return false;
-    name = dialog.getName();
-    asChild = dialog.isAsChild();
+    name = dialog->getName();
+    asChild = dialog->isAsChild();
     return true;
 }
 
 int AttributeTreeModelInputDialogs::showConfirmationDialog(const QString& question, const QString& path) const
 {
-    QMessageBox box(QMessageBox::Question, {}, question, QMessageBox::Yes | QMessageBox::No, dialogParent);
-    box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(breakableText(path));
-    box.setDefaultButton(QMessageBox::No); // what is asked about is often final
-    box.setEscapeButton(QMessageBox::No);
-    return box.exec();
+    const AskedDialog<QMessageBox> box(QMessageBox::Question, QString(), question,
+                                       QMessageBox::Yes | QMessageBox::No, dialogParent);
+    box->setTextFormat(Qt::PlainText);
+    box->setInformativeText(breakableText(path));
+    box->setDefaultButton(QMessageBox::No); // what is asked about is often final
+    box->setEscapeButton(QMessageBox::No);
+    return box->exec() == QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::No;
 }
 
 QString AttributeTreeModelInputDialogs::showSingleTextDialog(const QString& title, const QString& label,
                                                              const QString& preset, bool& ok) const
 {
-    QInputDialog dialog(dialogParent);
-    dialog.setWindowTitle(title);
-    dialog.setLabelText(label);
-    dialog.setTextValue(preset);
-    dialog.resize(dialog.fontMetrics().averageCharWidth() * 60, dialog.sizeHint().height()); // paths are long
-    ok = dialog.exec() == QDialog::Accepted;
-    return ok ? dialog.textValue() : QString();
+    AskedDialog<QInputDialog> dialog(dialogParent);
+    dialog->setWindowTitle(title);
+    dialog->setLabelText(label);
+    dialog->setTextValue(preset);
+    const int width = dialog->fontMetrics().averageCharWidth() * 60; // for paths, which are long
+    dialog->resize(width, dialog->sizeHint().height());
+    ok = dialog.isAccepted();
+    return ok ? dialog->textValue() : QString();
 }
 
 QString AttributeTreeModelInputDialogs::showFileOpenDialog(const QString& caption, const QString& directory,
                                                            const QString& filter) const
 {
-    QFileDialog dialog(dialogParent, caption, {}, filter);
-    dialog.setFileMode(QFileDialog::ExistingFile);
+    AskedDialog<QFileDialog> dialog(dialogParent, caption, QString(), filter);
+    dialog->setFileMode(QFileDialog::ExistingFile);
     return askForFile(dialog, directory);
 }
 
 QString AttributeTreeModelInputDialogs::showSaveAsDialog(const QString& caption, const QString& directory,
                                                          const QString& filter) const
 {
-    QFileDialog dialog(dialogParent, caption, {}, filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
+    AskedDialog<QFileDialog> dialog(dialogParent, caption, QString(), filter);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
     // The dialog appends the suffix before it asks about overwriting, so that it asks about the right file.
     const auto takeEnding = [&dialog](const QString& chosen) {
-        dialog.setDefaultSuffix(firstEndingOf(chosen));
+        dialog->setDefaultSuffix(firstEndingOf(chosen));
     };
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, takeEnding);
-    takeEnding(dialog.selectedNameFilter());
+    QObject::connect(&dialog.get(), &QFileDialog::filterSelected, takeEnding);
+    takeEnding(dialog->selectedNameFilter());
     return askForFile(dialog, directory);
 }
 
 void AttributeTreeModelInputDialogs::ShowWarningMessage(QWidget* parent, const QString& title,
                                                         const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, title, breakableText(text), QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText); // paths and file contents are no markup
-    box.exec();
+    const AskedDialog<QMessageBox> box(QMessageBox::Warning, title, breakableText(text), QMessageBox::Ok,
+                                       parent);
+    box->setTextFormat(Qt::PlainText); // paths and file contents are no markup
+    box->exec();
 }
 
 } // namespace Utilities::ModelViews::Widgets
