@@ -1,19 +1,21 @@
 #include "tests/support/DialogDriver.h"
 
 #include <QApplication>
+#include <QMenu>
 #include <QtTest>
 
 namespace TestSupport {
 
 namespace {
 
-constexpr int lookInterval = 5;    // ms
-constexpr int longestEnd = 10'000; // ms
+constexpr int lookInterval = 5;          // ms
+constexpr int longestEnd = 10'000;       // ms
+constexpr int longestActivation = 2'000; // ms
 
 QWidget* topmost()
 {
-    QWidget* const popup = QApplication::activePopupWidget();
-    return popup ? popup : QApplication::activeModalWidget();
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    return menu ? menu : QApplication::activeModalWidget();
 }
 
 } // namespace
@@ -38,28 +40,38 @@ void DialogDriver::look()
         return;
     }
     QWidget* const shown = topmost();
-    if (shown && shown != before && shown->isVisible() && shown->isActiveWindow())
+    if (!shown || shown == before || !shown->isVisible())
+        return;
+    if (shown != dialog) {
+        dialog = shown;
+        since.start();
+    }
+    // Without a window manager nobody else gives a window the keyboard that has come while another closed.
+    if (!shown->isActiveWindow() && !since.hasExpired(longestActivation))
+        shown->activateWindow();
+    else
         drive(*shown);
 }
 
 void DialogDriver::drive(QWidget& shown)
 {
     found = true;
-    dialog = &shown;
     timer.stop(); // the function may run the event loop
     function(shown);
     done = true;
-    sinceDriven.start();
+    since.start();
     timer.start(lookInterval);
-    if (QTest::currentTestFailed() && dialog)
-        dialog->close();
 }
 
 void DialogDriver::awaitEnd()
 {
-    if (!dialog || !dialog->isVisible()) {
+    if (QTest::currentTestFailed()) { // it may have left anything open, which would keep the run from ending
+        QWidget* const open = topmost();
+        if (open && open != before)
+            open->close();
+    } else if (!dialog || !dialog->isVisible()) {
         timer.stop();
-    } else if (sinceDriven.hasExpired(longestEnd)) {
+    } else if (since.hasExpired(longestEnd)) {
         timer.stop();
         QTest::qFail("the dialog is still open", __FILE__, __LINE__);
         dialog->close();

@@ -38,7 +38,7 @@ private:
     bool found = false;
     bool done = false;
     QTimer timer;
-    QElapsedTimer sinceDriven;
+    QElapsedTimer since; // it came; then, since it was answered
 };
 
 } // namespace TestSupport

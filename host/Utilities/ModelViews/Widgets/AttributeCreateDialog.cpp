@@ -87,19 +87,19 @@ QVariant AttributeCreateDialog::getValue() const
     return editor->getValue(fault);
 }
 
-// What was entered is kept where the other type has the same value.
+// What was entered is offered to each type that has the same value.
 void AttributeCreateDialog::changeEditor()
 {
-    const QVariant before = editor ? getValue() : QVariant();
-    auto next = ValueEditor::makeFor(getType());
-    const auto empty = Values::convertVariant({}, before.userType());
-    const auto kept = Values::convertVariant(before, getType());
-    if (before.isValid() && before != empty && kept)
-        next->setValue(*kept);
-    editor = std::move(next);
+    editor = ValueEditor::makeFor(getType());
+    const auto same = Values::convertVariant(entered, getType());
+    if (entered.isValid() && same)
+        editor->setValue(*same);
     editorPlace->addWidget(editor.get());
     QWidget::setTabOrder(types, editor.get());
-    connect(editor.get(), &ValueEditor::edited, this, &AttributeCreateDialog::check);
+    connect(editor.get(), &ValueEditor::edited, this, [this] {
+        entered = getValue();
+        check();
+    });
     check();
     if (!isVisible())
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QVariant>
 
 #include <memory>
 
@@ -35,6 +36,7 @@ private:
     void check();
 
     std::unique_ptr<ValueEditor> editor; // of the chosen type
+    QVariant entered;                    // the last value that was entered, in whichever editor
     bool nameIsTouched = false;
     // Owned by the dialog.
     QLineEdit* nameEdit;
