@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeStore.h"
 #include "repository/BulkWrite.h"
+#include "repository/EncodedNames.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
@@ -13,9 +14,12 @@ namespace Repository {
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::AppConfig::Interfaces::TransferReport;
+using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
+
+const QString jsonType = QStringLiteral("json");
 
 QString joined(const QString& root, const QString& below)
 {
@@ -31,6 +35,12 @@ QString noType(const QString& type)
         known.append(QString::fromStdString(name));
     return QStringLiteral("there is no backend type '%1'; known are: %2")
         .arg(type, known.join(QStringLiteral(", ")));
+}
+
+bool isBelow(const std::string& path, const std::string& group)
+{
+    return path.size() > group.size() && path[group.size()] == '.' &&
+           path.compare(0, group.size(), group) == 0;
 }
 
 bool isEmptyGroup(const Node& node)
@@ -246,32 +256,45 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
         }
     }
     if (refusal.status == StatusCode::Success)
-        refusal = fill(*document, parts, path, report);
+        refusal = fill(*document, type, parts, path, report);
     if (refusal.status == StatusCode::Success)
         text = QByteArray::fromStdString(document->getBytes());
     return finish(refusal, report);
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::fill(Documents::Document& document, const std::vector<Part>& parts,
-                                               const QString& root, TransferReport& report) const
+SubtreeTransfer::Refusal SubtreeTransfer::fill(Documents::Document& document, const QString& type,
+                                               const std::vector<Part>& parts, const QString& root,
+                                               TransferReport& report) const
 {
     Progress progress(report, parts.size());
+    const bool encodes = type == jsonType && std::any_of(parts.begin(), parts.end(), [](const Part& part) {
+                             return EncodedNames::areNeededBy(part.path.toStdString());
+                         });
+    const auto insert = [&](const QString& path, const Value& value) {
+        const std::string place = path.toStdString();
+        if (encodes)
+            return document.insert(EncodedNames::toDocument(place), value);
+        Documents::Outcome outcome = document.insert(place, value);
+        if (!outcome.ok() && !place.empty() && document.insert(EncodedNames::asPlainKeys(place), value).ok())
+            outcome = {};
+        return outcome;
+    };
     QString prefix;
     for (const Part& part : parts) {
         if (!progress.advance())
             return {StatusCode::Cancelled, {}, {}};
-        if (part.isGroup && part.path.isEmpty())
-            continue;
         const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
-        Documents::Outcome outcome = document.insert(joined(prefix, part.path).toStdString(), value);
-        if (!outcome.ok() && part.path.isEmpty()) {
+        Documents::Outcome outcome = insert(joined(prefix, part.path), value);
+        if (!outcome.ok() && part.path.isEmpty() && !part.isGroup) {
             prefix = root.mid(root.lastIndexOf(pathSeparator) + 1);
-            outcome = document.insert(prefix.toStdString(), value);
+            outcome = insert(prefix, value);
         }
-        if (!outcome.ok())
+        if (!outcome.ok() && !part.isGroup)
             return {StatusCode::BackendFailure, joined(root, part.path),
                     QString::fromStdString(outcome.error)};
     }
+    if (encodes)
+        document.insert(EncodedNames::member, {Type::String, std::string(EncodedNames::form)});
     return {};
 }
 
@@ -299,31 +322,44 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
     }
     if (!path.isEmpty() && !isValidPath(path))
         return finish({StatusCode::InvalidPath, path, RefusalText::invalidPath()}, report);
-    return finish(takeIn(*document, path, report), report);
+    return finish(takeIn(*document, type, path, report), report);
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& document, const QString& path,
-                                                 TransferReport& report)
+SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& document, const QString& type,
+                                                 const QString& path, TransferReport& report)
 {
     std::size_t count = 0;
     document.visit([&count](const Documents::Entry&) { ++count; });
     Progress progress(report, count);
     Refusal refusal;
+    const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(*store, {path}, step.getRecorder());
     BulkWrite bulk(edit);
+    std::string group; // the one that came last, and holds nothing so far
+    const auto addGroup = [&] {
+        if (!group.empty())
+            refusal =
+                add(bulk, joined(path, QString::fromStdString(group)), {{}, {}, AccessMode::ReadWrite, true});
+        group.clear();
+    };
     document.visit([&](const Documents::Entry& entry) {
-        if (refusal.status != StatusCode::Success)
+        if (refusal.status != StatusCode::Success || (isEncoded && entry.path == EncodedNames::member))
             return;
-        if (!progress.advance()) {
+        const std::string& place = isEncoded ? EncodedNames::fromDocument(entry.path) : entry.path;
+        if (!isBelow(place, group))
+            addGroup();
+        group.clear();
+        if (!progress.advance())
             refusal.status = StatusCode::Cancelled;
-            return;
-        }
-        const bool isGroup = entry.value.type == FrameworkCore::Values::Type::Group;
-        const QVariant value = isGroup ? QVariant() : FrameworkCore::Values::toVariant(entry.value);
-        refusal = add(bulk, joined(path, QString::fromStdString(entry.path)),
-                      {{}, value, AccessMode::ReadWrite, isGroup});
+        else if (entry.value.type == Type::Group)
+            group = place;
+        else if (refusal.status == StatusCode::Success)
+            refusal = add(bulk, joined(path, QString::fromStdString(place)),
+                          {{}, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
     });
+    if (refusal.status == StatusCode::Success)
+        addGroup();
     if (refusal.status == StatusCode::Success)
         bulk.finish();
     return refusal;

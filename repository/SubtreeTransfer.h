@@ -62,9 +62,10 @@ private:
 
     Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
                      TransferReport& report);
-    Refusal fill(Documents::Document& document, const std::vector<Part>& parts, const QString& root,
-                 TransferReport& report) const;
-    Refusal takeIn(const Documents::Document& document, const QString& path, TransferReport& report);
+    Refusal fill(Documents::Document& document, const QString& type, const std::vector<Part>& parts,
+                 const QString& root, TransferReport& report) const;
+    Refusal takeIn(const Documents::Document& document, const QString& type, const QString& path,
+                   TransferReport& report);
 
     // The parts in the order of a file, without what must not be read; hidden is the path of the first such
     // attribute. The structure lock is held.

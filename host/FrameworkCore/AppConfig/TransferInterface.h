@@ -26,7 +26,9 @@ public:
 
     // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; where such
     // a file has no place for the node's own value, they begin with the node's name. Type marks are those of
-    // such files. The empty path exports everything but what is the repository's own.
+    // such files, and groups without entries are left out where these have no place for them. Attributes and
+    // texts of xml are plain members of json, and "$names" at its end says so. The empty path exports
+    // everything but what is the repository's own.
     virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
 
     // Creates the attributes of such a text below `path`; those that exist already are written. A text that

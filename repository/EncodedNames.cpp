@@ -1,0 +1,67 @@
+#include "repository/EncodedNames.h"
+
+#include "repository/documents/Document.h"
+#include "repository/documents/KeyText.h"
+
+namespace Repository {
+
+namespace {
+
+template <typename Change>
+std::string eachComponent(std::string_view path, const Change& change)
+{
+    std::string result;
+    while (true) {
+        const std::size_t end = path.find('.');
+        result += change(path.substr(0, end));
+        if (end == std::string_view::npos)
+            return result;
+        result += '.';
+        path.remove_prefix(end + 1);
+    }
+}
+
+} // namespace
+
+bool EncodedNames::areNeededBy(std::string_view path)
+{
+    for (std::size_t at = path.find_first_of("@#"); at != std::string_view::npos;
+         at = path.find_first_of("@#", at + 1)) {
+        if (at == 0 || path[at - 1] == '.')
+            return true;
+    }
+    return false;
+}
+
+std::string EncodedNames::toDocument(std::string_view path)
+{
+    return path.empty() ? std::string() : eachComponent(path, Documents::encodeKey);
+}
+
+std::string EncodedNames::fromDocument(std::string_view path)
+{
+    return eachComponent(path, [](std::string_view component) {
+        return Documents::decodeKey(component).value_or(std::string(component));
+    });
+}
+
+std::string EncodedNames::asPlainKeys(std::string_view path)
+{
+    return eachComponent(path, [](std::string_view component) {
+        std::string key(component);
+        if (Documents::splitNumber(component).number > 1)
+            key.replace(key.size() - 1, 1, "%5D");
+        if (component.front() == '@')
+            key.replace(0, 1, "%40");
+        else if (component.front() == '#')
+            key.replace(0, 1, "%23");
+        return key;
+    });
+}
+
+bool EncodedNames::areSaidIn(const Documents::Document& document)
+{
+    return document.spell(member) == '"' + std::string(form) + '"';
+}
+
+} // namespace Repository

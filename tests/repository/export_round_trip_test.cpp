@@ -1,0 +1,142 @@
+#include "repository/AttributeRepository.h"
+#include "repository/documents/Document.h"
+#include "tests/support/TestRun.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QJsonDocument>
+#include <QTemporaryDir>
+
+using namespace FrameworkCore::AppConfig;
+using Repository::AttributeRepository;
+
+namespace {
+
+using Content = QMap<QString, QVariant>;
+
+// Everything below a root, relative to it. Groups have the value "{}" of no type of attributes.
+Content contentOf(AttributeRepository& repository, const QString& root)
+{
+    Content content;
+    const QStringList paths = repository.getTreeInterface()->findPaths({root + QLatin1Char('*')});
+    for (const QString& path : paths) {
+        QVariant value;
+        if (repository.getReaderInterface()->readAttributeValue(path, value, 0) != Success)
+            value = QVariantMap();
+        content.insert(path.mid(root.size()), value);
+    }
+    return content;
+}
+
+void dropEmptyGroups(Content& content)
+{
+    for (auto each = content.end(); each != content.begin();) {
+        --each;
+        const QString prefix = each.key() + QLatin1Char('.');
+        const auto below = content.lowerBound(prefix);
+        const bool isEmpty = below == content.end() || !below.key().startsWith(prefix);
+        if (isEmpty && each.value().userType() == QMetaType::QVariantMap)
+            each = content.erase(each);
+    }
+}
+
+QString firstDifference(const Content& actual, const Content& expected)
+{
+    const auto show = [](const Content& content, const QString& path) {
+        return content.contains(path) ? QString::fromLatin1(content[path].typeName()) + QLatin1Char(' ') +
+                                            content[path].toString().left(80)
+                                      : QStringLiteral("nothing");
+    };
+    const QStringList paths = actual.keys() + expected.keys();
+    for (const QString& path : paths) {
+        if (!actual.contains(path) || !expected.contains(path) || actual[path] != expected[path] ||
+            actual[path].userType() != expected[path].userType())
+            return QStringLiteral("%1: %2 instead of %3").arg(path, show(actual, path), show(expected, path));
+    }
+    return {};
+}
+
+} // namespace
+
+// What is exported and imported into an empty place is the same there, for files of every format.
+class ExportRoundTripTest : public QObject
+{
+    Q_OBJECT
+
+    QTemporaryDir folder;
+
+private slots:
+    void comesThrough_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("fileName");
+        const auto sample = [this](const char* type, QByteArray content) {
+            content.replace('\'', '"');
+            QFile file(folder.filePath(QLatin1String("sample.") + QLatin1String(type)));
+            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+                qFatal("no test file");
+            QTest::newRow(type) << QString::fromLatin1(type) << file.fileName();
+        };
+        sample("json",
+               "{'a': {'#value': 1, 'b': [1, [2], {'c': null}], '@id': 1.5, '%40id': -0.0}, 'k': 1, 'k': "
+               "18446744073709551615, '$names': '', 'x.y': ['t'], '': {}, 'e': []}");
+        sample("ini", "top = 1\n[a.b]\nk.l = true\nk = text\n[a.b]\nk = 2\n[#c]\n@d = 007\n[empty]\n");
+        sample("xml", "<r a='1' x:b='2' xmlns:x='u'>t<i/><i>5</i>u<i c='#'/><j.k>%</j.k></r>");
+        sample("txt", "a.b = 1\na.b = 2\na = x\n# type: date\nd = 2024-02-29\n%40.%2E = \n");
+        for (const std::string& each : Repository::Documents::getDocumentTypes()) {
+            const QString type = QString::fromStdString(each);
+            const QString corpus = TestSupport::corporaPath(type);
+            if (corpus.isEmpty())
+                continue;
+            QDirIterator files(corpus, QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                const QString file = files.next();
+                QTest::newRow(file.toUtf8()) << type << file;
+            }
+        }
+    }
+
+    void comesThrough()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, fileName);
+        const auto repository = AttributeRepository::create({false});
+        const auto mount = [&](const QString& backendType, const QString& name, const QString& file,
+                               AccessMode access) {
+            return repository->getBackendInterface()->createBackend(backendType, name,
+                                                                    {file, QString(), access}, 2);
+        };
+        if (!mount(type, QStringLiteral("from"), fileName, AccessMode::ReadOnly))
+            return; // one of the files that are not of their format
+        Content expected = contentOf(*repository, QStringLiteral("from"));
+
+        // What only xml holds comes into memory, which holds everything but groups without entries.
+        const QString to = QStringLiteral("to");
+        if (type != QLatin1String("xml"))
+            QVERIFY(mount(QStringLiteral("json"), to, folder.filePath(to), AccessMode::ReadWrite));
+        else
+            dropEmptyGroups(expected);
+        const auto transfer = repository->getTransferInterface();
+        QByteArray text;
+        QCOMPARE(transfer->exportTree(QStringLiteral("from"), QStringLiteral("json"), text), Success);
+        QVERIFY(!QJsonDocument::fromJson(text).isNull()); // others read it, too
+        QCOMPARE(transfer->importTree(to, QStringLiteral("json"), text), Success);
+        const QString difference = firstDifference(contentOf(*repository, to), expected);
+        QVERIFY2(difference.isEmpty(), qPrintable(difference));
+
+        const QString txt = QStringLiteral("txt");
+        QVERIFY(mount(txt, txt, folder.filePath(txt), AccessMode::ReadWrite));
+        QByteArray lines;
+        if (transfer->exportTree(QStringLiteral("from"), txt, lines) == Success)
+            QCOMPARE(transfer->importTree(txt, txt, lines), Success);
+        else // a value that ends as one that goes on in the next line
+            QVERIFY(!fileName.startsWith(folder.path()));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, ExportRoundTripTest>(argc, argv);
+}
+
+#include "export_round_trip_test.moc"
