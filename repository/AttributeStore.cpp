@@ -73,12 +73,9 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path,
     if (status == StatusCode::Success) {
         const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
         TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-        const Node* node = edit.find(path);
-        isHidden = isHidden || hidesValues(path);
-        reason = QStringLiteral("it exists already; write to it, or choose another name");
-        status = node && node->isAttribute
-                     ? StatusCode::AlreadyExists
-                     : edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
+        status = edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
+        if (status != StatusCode::Success)
+            isHidden = isHidden || hidesValues(path);
     }
     if (status == StatusCode::Success)
         return status;
@@ -123,10 +120,9 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
         return refuseUnknown(path, value);
     }
     QString reason;
-    const bool wasNull = !node->value.isValid();
-    QVariant previous = node->value;
+    QVariant previous;
     record.begin(history, *node);
-    const auto status = store(*node, value, reason);
+    const auto status = store(*node, value, previous, reason);
     if (status != StatusCode::Success) {
         const bool isHidden = !node->isReadable();
         lock.unlock();
@@ -137,7 +133,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
         }
         return write(path, value, points);
     }
-    const bool isChanged = wasNull != !node->value.isValid() || previous != node->value;
+    const bool isChanged = previous.isValid() != node->value.isValid() || previous != node->value;
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
                             points);
@@ -183,8 +179,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
     return StatusCode::Success;
 }
 
-std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& node, const QVariant& value,
-                                                                          QString& reason) const
+std::optional<FrameworkCore::AppConfig::StatusCode>
+AttributeStore::store(Node& node, const QVariant& value, QVariant& previous, QString& reason) const
 {
     QVariant accepted;
     const StatusCode status = accept(node, value, accepted, reason);
@@ -198,6 +194,7 @@ std::optional<FrameworkCore::AppConfig::StatusCode> AttributeStore::store(Node& 
             return StatusCode::BackendFailure;
         }
     }
+    previous = std::move(node.value);
     node.value = std::move(accepted);
     return StatusCode::Success;
 }

@@ -96,7 +96,8 @@ private:
     static StatusCode accept(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
 
     // Nothing while the node's backend is being reshaped.
-    std::optional<StatusCode> store(Node& node, const QVariant& value, QString& reason) const;
+    std::optional<StatusCode> store(Node& node, const QVariant& value, QVariant& previous,
+                                    QString& reason) const;
 
     // structure lock held; the empty path is the top
     const Node* nodeOf(QStringView path);

@@ -70,7 +70,7 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
             items.push_back({path, accepted, place.node->access, false, place.node});
         return status;
     }
-    const StatusCode status = edit.acceptNew(path, place.node, place.backend, value, reason);
+    const StatusCode status = edit.acceptNew(NodeIndex::Key(path), place.node, place.backend, value, reason);
     if (status != StatusCode::Success)
         return status;
     if (place.backend) {
@@ -92,7 +92,7 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QS
     const Place place = path.isEmpty() ? Place() : placeOf(path);
     if (place.node || !place.backend)
         return StatusCode::Success;
-    const StatusCode status = edit.acceptNew(path, nullptr, place.backend, {}, reason);
+    const StatusCode status = edit.acceptNew(NodeIndex::Key(path), nullptr, place.backend, {}, reason);
     if (status != StatusCode::Success)
         return status;
     reason = insert(*place.backend, path, Value());

@@ -44,8 +44,9 @@ public:
     class alignas(64) Shard
     {
     public:
-        // Tables that are fuller than the set's own half are nearly as fast, and take half the memory.
-        Shard() { entries.max_load_factor(0.8F); }
+        // Tables that are fuller than the set's own half are nearly as fast, and take half the memory. A
+        // first thousand nodes find room without any growing.
+        Shard() : entries(32) { entries.max_load_factor(0.8F); }
 
         Node* find(const Key& key) const;
         Node& insert(Entry entry);

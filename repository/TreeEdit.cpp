@@ -100,18 +100,20 @@ Node& TreeEdit::ensure(QStringView path)
     while (node->path.size() < path.size()) {
         const qsizetype nameStart = node->path.isEmpty() ? 0 : node->path.size() + 1;
         const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
-        node = &makeNode((nameEnd < 0 ? path : path.left(nameEnd)).toString(), *node);
+        const QString made = (nameEnd < 0 ? path : path.left(nameEnd)).toString();
+        node = &makeNode(made, NodeIndex::Key(made), *node);
     }
     return *node;
 }
 
 Node& TreeEdit::ensureChild(Node& parent, const QString& path)
 {
-    Node* node = find(path);
-    return node ? *node : makeNode(path, parent);
+    const NodeIndex::Key key(path);
+    Node* node = store.index.find(key);
+    return node ? *node : makeNode(path, key, parent);
 }
 
-Node& TreeEdit::makeNode(const QString& path, Node& parent)
+Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
 {
     auto made = std::make_unique<Node>(path);
     made->parent = &parent;
@@ -123,7 +125,6 @@ Node& TreeEdit::makeNode(const QString& path, Node& parent)
     parent.children->append(*made);
     note(*made, NodeState());
 
-    const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
@@ -132,7 +133,13 @@ Node& TreeEdit::makeNode(const QString& path, Node& parent)
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
 {
-    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    setAttribute(node, NodeIndex::Key(node.path), value, access, result);
+}
+
+void TreeEdit::setAttribute(Node& node, const NodeIndex::Key& key, const QVariant& value, AccessMode access,
+                            UpdateResult result)
+{
+    const std::lock_guard shardLock(store.index.shardOf(key).mutex);
     note(node, NodeState::of(node));
     if (recorder && node.backend && !isReadable(access))
         hiding.insert(node.backend);
@@ -157,17 +164,17 @@ void TreeEdit::makeGroup(Node& node)
         deliveries.push_back(std::move(delivery));
 }
 
-const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const
+const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const
 {
     if (node)
         return node->rules.get();
     if (shard.waiting.empty())
         return nullptr;
-    const auto waiting = shard.waiting.find(path);
+    const auto waiting = shard.waiting.find(QString::fromRawData(path.data(), int(path.size())));
     return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, const Node* node,
+FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const NodeIndex::Key& key, const Node* node,
                                                          const Backend* backend, const QVariant& value,
                                                          QString& reason)
 {
@@ -175,9 +182,9 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, co
         reason = RefusalText::readOnly(*backend);
         return StatusCode::NotWritable;
     }
-    NodeIndex::Shard& shard = store.index.shardOf(NodeIndex::Key(path));
+    NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    const Rules* rules = rulesOf(shard, node, path);
+    const Rules* rules = rulesOf(shard, node, key.path);
     const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
     if (broken)
         reason = broken->explain();
@@ -187,10 +194,15 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const QString& path, co
 FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, const QVariant& value,
                                                                AccessMode access, QString& reason)
 {
-    Node* node = find(path);
+    const NodeIndex::Key key(path);
+    Node* node = store.index.find(key);
+    if (node && node->isAttribute) {
+        reason = QStringLiteral("it exists already; write to it, or choose another name");
+        return StatusCode::AlreadyExists;
+    }
     Node& ancestor = node ? *node : nearest(parentPath(path));
     Backend* backend = ancestor.backend;
-    const StatusCode status = acceptNew(path, node, backend, value, reason);
+    const StatusCode status = acceptNew(key, node, backend, value, reason);
     if (status != StatusCode::Success)
         return status;
     if (backend) {
@@ -206,9 +218,9 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     }
     if (!node) {
         const QStringView parent = parentPath(path);
-        node = &makeNode(path, ancestor.path.size() == parent.size() ? ancestor : ensure(parent));
+        node = &makeNode(path, key, ancestor.path.size() == parent.size() ? ancestor : ensure(parent));
     }
-    setAttribute(*node, value, access, UpdateResult::Created);
+    setAttribute(*node, key, value, access, UpdateResult::Created);
     return StatusCode::Success;
 }
 

@@ -49,8 +49,8 @@ public:
     Node& ensureChild(Node& parent, const QString& path);
 
     // Whether a new attribute may be made there with this value; the reason when it may not.
-    StatusCode acceptNew(const QString& path, const Node* node, const Backend* backend, const QVariant& value,
-                         QString& reason);
+    StatusCode acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
+                         const QVariant& value, QString& reason);
 
     // A new attribute, in memory or in the backend that its place belongs to; the reason when it is refused.
     StatusCode createAttribute(const QString& path, const QVariant& value, AccessMode access,
@@ -97,11 +97,13 @@ public:
     void unlock();
 
 private:
-    Node& makeNode(const QString& path, Node& parent);
+    Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
+    void setAttribute(Node& node, const NodeIndex::Key& key, const QVariant& value, AccessMode access,
+                      UpdateResult result);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);
-    const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, const QString& path) const;
+    const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const;
 
     // What a backend's node was before this edit came to it.
     struct Note
