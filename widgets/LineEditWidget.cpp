@@ -67,13 +67,26 @@ void LineEditWidget::keyPressEvent(QKeyEvent* event)
         QLineEdit::keyPressEvent(event);
 }
 
+// Qt tells of a lost focus only when the text was edited since it last told of an end.
+void LineEditWidget::focusOutEvent(QFocusEvent* event)
+{
+    const qint32 before = editingFinishedCount;
+    QLineEdit::focusOutEvent(event);
+    if (editingFinishedCount == before && event->reason() != Qt::PopupFocusReason && hasAcceptableInput())
+        emit editingFinished();
+}
+
 void LineEditWidget::addValidator()
 {
-    const auto limitInteger = [this](int bottom, int top) {
-        setValidator(new QIntValidator(bottom, top, this));
+    const auto install = [this](QValidator* validator) {
+        validator->setLocale(QLocale::c()); // as the conversion, which knows no other decimal point
+        setValidator(validator);
     };
-    const auto limitReal = [this](double bottom, double top) {
-        setValidator(new QDoubleValidator(bottom, top, 16, this));
+    const auto limitInteger = [this, install](int bottom, int top) {
+        install(new QIntValidator(bottom, top, this));
+    };
+    const auto limitReal = [this, install](double bottom, double top) {
+        install(new QDoubleValidator(bottom, top, 16, this));
     };
     switch (attributeValue.userType()) {
     case QMetaType::Int:

@@ -1,0 +1,494 @@
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/TestRun.h"
+#include "widgets/CheckBoxWidget.h"
+#include "widgets/DateTimeEditWidget.h"
+#include "widgets/LineEditWidget.h"
+
+#include <QApplication>
+#include <QVBoxLayout>
+
+#include <limits>
+
+using FrameworkCore::AppConfig::AccessMode;
+using Shared::Logging::LogLine;
+using Shared::Logging::LogRecord;
+using TestSupport::FakeRepository;
+using Widgets::CheckBoxWidget;
+using Widgets::DateTimeEditWidget;
+using Widgets::LineEditWidget;
+
+namespace {
+
+const QString path = QStringLiteral("plant.cell.value");
+
+QString text(const char* latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+// What the value is, to the last bit and with its time zone.
+QString exactText(const QVariant& value)
+{
+    namespace Values = FrameworkCore::Values;
+    const auto attributeValue = Values::toAttributeVariant(value);
+    return text(value.typeName()) + QLatin1Char(' ') +
+           (attributeValue ? QString::fromStdString(Values::toText(Values::toValue(*attributeValue)))
+                           : value.toString());
+}
+
+// The editor that a view opens for the value, in a window with another field.
+class Editing
+{
+public:
+    explicit Editing(const QVariant& value) : neighbour(new QLineEdit(&window))
+    {
+        auto* const layout = new QVBoxLayout(&window);
+        layout->addWidget(neighbour);
+        window.show();
+        window.activateWindow();
+        isReady = QTest::qWaitForWindowActive(&window);
+        switch (value.userType()) {
+        case QMetaType::Bool:
+            open<CheckBoxWidget>(value);
+            break;
+        case QMetaType::QDate:
+        case QMetaType::QTime:
+        case QMetaType::QDateTime:
+            open<DateTimeEditWidget>(value);
+            break;
+        default:
+            open<LineEditWidget>(value);
+        }
+        layout->addWidget(editor);
+        editor->show();
+        editor->setFocus(Qt::TabFocusReason);
+    }
+
+    void press(Qt::Key key) { QTest::keyClick(editor, key); }
+
+    void replaceText(const QString& typed)
+    {
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        press(Qt::Key_Delete);
+        QTest::keyClicks(editor, typed);
+    }
+
+    // To 7, a year later, or the other state.
+    void change()
+    {
+        if (qobject_cast<QLineEdit*>(editor))
+            replaceText(text("7"));
+        else
+            press(qobject_cast<QCheckBox*>(editor) ? Qt::Key_Space : Qt::Key_Up);
+    }
+
+    // Return counts only the second time in a line editor.
+    void end()
+    {
+        press(Qt::Key_Return);
+        if (qobject_cast<LineEditWidget*>(editor))
+            press(Qt::Key_Return);
+    }
+
+    template <typename Editor>
+    void open(const QVariant& value)
+    {
+        auto* const made = new Editor(&window, path, value);
+        QObject::connect(made, &Editor::resetDavModel, made, [this] { ++ends; });
+        editor = made;
+    }
+
+    QWidget window;
+    QLineEdit* neighbour;
+    QWidget* editor = nullptr;
+    int ends = 0;
+    bool isReady = false;
+};
+
+} // namespace
+
+class ValueEditorsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        repository = std::make_shared<FakeRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        const QVector<LogLine> lines = LogRecord::instance().getLines();
+        lastLine = lines.isEmpty() ? 0 : lines.last().number;
+    }
+
+    void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
+
+    void lineTextsBecomeValues_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QVariant>("written"); // invalid: refused
+        const auto row = [](const char* name, const QVariant& value, const char* typed,
+                            const QVariant& written) {
+            QTest::newRow(name) << value << text(typed) << written;
+        };
+        const QVariant refused;
+        row("least int", 5, "-2147483648", std::numeric_limits<int>::min());
+        row("beyond int", 5, "2147483648", refused);
+        row("letters", 5, "abc", refused);
+        row("no number", 5, "", refused);
+        row("blanks around a number", 5, " 7 ", 7);
+        row("greatest uint", 5U, "4294967295", std::numeric_limits<uint>::max());
+        row("negative uint", 5U, "-1", refused);
+        row("greatest long long", 5LL, "9223372036854775807", std::numeric_limits<qlonglong>::max());
+        row("least long long", 5LL, "-9223372036854775808", std::numeric_limits<qlonglong>::min());
+        row("beyond long long", 5LL, "9223372036854775808", refused);
+        row("fraction", 5LL, "5.5", refused);
+        row("greatest unsigned long long", 5ULL, "18446744073709551615",
+            std::numeric_limits<qulonglong>::max());
+        row("negative unsigned", 5ULL, "-1", refused);
+        row("double", 0.5, "0.1", 0.1);
+        row("exponent", 0.5, "-2.5e-7", -2.5e-7);
+        row("decimal comma", 0.5, "1,5", refused);
+        row("beyond double", 0.5, "1e400", refused);
+        row("long", QVariant::fromValue(5L), "-6", QVariant::fromValue(-6L));
+        row("unsigned long", QVariant::fromValue(5UL), "6", QVariant::fromValue(6UL));
+        row("float", 0.5F, "1.1", 1.1F);
+        row("beyond float", 0.5F, "1e39", refused);
+        row("char", QVariant::fromValue('a'), "b", refused);
+        row("short", QVariant::fromValue(short(5)), "6", text("6"));
+        row("unsigned short", QVariant::fromValue(ushort(5)), "6", text("6"));
+        row("list of variants", QVariantList{1, 2}, "3", text("3"));
+        row("text", text("old"), " New, with blanks ", text(" New, with blanks "));
+        row("empty text", text("old"), "", text(""));
+    }
+
+    void lineTextsBecomeValues()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, typed);
+        QFETCH(QVariant, written);
+        repository->set(path, text("of any type"));
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        editing.replaceText(typed);
+
+        editing.press(Qt::Key_Return); // the first end of the edit does nothing
+        QVERIFY(repository->getWrites().isEmpty());
+        QCOMPARE(failures(), QStringList());
+        QCOMPARE(editing.ends, 0);
+        for (int end = 0; end < 2; ++end) { // the second counts, and no later one
+            editing.press(Qt::Key_Return);
+            QCOMPARE(editing.ends, 1);
+            QCOMPARE(repository->getWrites().size(), written.isValid() ? 1 : 0);
+        }
+        if (!written.isValid()) {
+            QCOMPARE(failures(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
+                                             text(value.typeName())));
+            return;
+        }
+        const FakeRepository::Write write = repository->getWrites().first();
+        QCOMPARE(write.path, path);
+        QCOMPARE(write.option, 8);
+        QCOMPARE(exactText(write.value), exactText(written));
+    }
+
+    // An edit that changes nothing gives the very value back.
+    void keepsValuesExact_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        const auto row = [](const char* name, const QVariant& value) { QTest::newRow(name) << value; };
+        row("greatest long long", std::numeric_limits<qlonglong>::max());
+        row("greatest unsigned", std::numeric_limits<qulonglong>::max());
+        row("third", 1.0 / 3);
+        row("digits", 123456789.12345679);
+        row("large", 1e22);
+        row("least double", std::numeric_limits<double>::denorm_min());
+        row("greatest double", std::numeric_limits<double>::max());
+        row("infinity", -std::numeric_limits<double>::infinity());
+        row("float", 1.1F);
+        row("no text", text(""));
+        row("lines", text("one\ntwo\r\n\tthree"));
+        row("beyond the first plane", QString::fromUtf8("\xF0\x9F\x98\x80 \xEF\xBB\xBF"));
+        row("a million characters", QString(1000000, QLatin1Char('x')));
+        row("bool", true);
+        row("date", QDate(2024, 2, 29));
+        row("date of long ago", QDate(101, 2, 3));
+        row("first date", QDate(1, 1, 1));
+        row("time", QTime(12, 34, 56));
+        row("local", QDateTime(QDate(2024, 2, 29), QTime(12, 34, 56, 789)));
+        row("UTC", QDateTime(QDate(2024, 2, 29), QTime(12, 34, 56, 789), Qt::UTC));
+        row("offset", QDateTime(QDate(2024, 2, 29), QTime(12, 34, 56), Qt::OffsetFromUTC, -5400));
+        row("skipped by the local clock", QDateTime(QDate(2021, 3, 28), QTime(2, 30), Qt::UTC));
+        row("first moment", QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC));
+    }
+
+    void keepsValuesExact()
+    {
+        QFETCH(QVariant, value);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        editing.end();
+        QCOMPARE(editing.ends, 1);
+        QCOMPARE(repository->getWrites().size(), 1);
+        QCOMPARE(exactText(repository->getWrites().first().value), exactText(value));
+    }
+
+    void datesAreTyped_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("keys"); // a full part goes to the next one by itself
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<QVariant>("written");
+        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << text("20231224") << text("2023-12-24")
+                              << QVariant(QDate(2023, 12, 24));
+        QTest::newRow("time") << QVariant(QTime(1, 2, 3, 4)) << text("2359") << text("23:59:03")
+                              << QVariant(QTime(23, 59, 3));
+        QTest::newRow("both")
+            << QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3, 4), Qt::OffsetFromUTC, 3600))
+            << text("2023122415") << text("2023-12-24 T15:02:03.004Z")
+            << QVariant(QDateTime(QDate(2023, 12, 24), QTime(15, 2, 3, 4), Qt::OffsetFromUTC, 3600));
+        QTest::newRow("no date") << QVariant(QDate()) << text("20231224") << text("2023-12-24")
+                                 << QVariant(QDate(2023, 12, 24));
+        QTest::newRow("no date, left so") << QVariant(QDate()) << QString() << text(" ") << QVariant();
+        QTest::newRow("no time, left so") << QVariant(QTime()) << QString() << text(" ") << QVariant();
+    }
+
+    void datesAreTyped()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, keys);
+        QFETCH(QVariant, written);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        const auto* const editor = qobject_cast<QDateTimeEdit*>(editing.editor);
+        QTest::keyClicks(editing.editor, keys);
+        QTEST(editor->text(), "shown");
+        editing.end();
+        QCOMPARE(editing.ends, 1);
+        QCOMPARE(repository->getWrites().size(), written.isValid() ? 1 : 0);
+        if (written.isValid())
+            QCOMPARE(exactText(repository->getWrites().first().value), exactText(written));
+        else
+            QCOMPARE(failures(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
+                                             text(value.typeName())));
+    }
+
+    void keysGiveUp_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("key");
+        QTest::newRow("line") << QVariant(5) << int(Qt::Key_Escape);
+        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << int(Qt::Key_Escape);
+        QTest::newRow("check box") << QVariant(true) << int(Qt::Key_Escape);
+        QTest::newRow("check box, another key") << QVariant(true) << int(Qt::Key_X);
+    }
+
+    void keysGiveUp()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(int, key);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        editing.change();
+        editing.press(Qt::Key(key));
+        QCOMPARE(editing.ends, 1);
+        editing.editor->hide(); // as a view takes it away, which moves the focus
+        QVERIFY(editing.neighbour->hasFocus());
+        QCOMPARE(editing.ends, 1);
+        QVERIFY(repository->getWrites().isEmpty());
+        QCOMPARE(failures(), QStringList());
+    }
+
+    void leavingWrites_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QVariantList>("written"); // by leaving it three times
+        QTest::newRow("line") << QVariant(5) << QVariantList{7};
+        QTest::newRow("date") << QVariant(QDate(2024, 2, 28))
+                              << QVariantList{QDate(2025, 2, 28), QDate(2025, 2, 28), QDate(2025, 2, 28)};
+        QTest::newRow("check box") << QVariant(true) << QVariantList{false, false, false};
+    }
+
+    void leavingWrites()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QVariantList, written);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        editing.change();
+        QVERIFY(repository->getWrites().isEmpty());
+        for (int i = 0; i < 3; ++i) {
+            editing.editor->setFocus();
+            editing.neighbour->setFocus();
+        }
+        QVariantList values;
+        for (const FakeRepository::Write& write : repository->getWrites())
+            values.append(write.value);
+        QCOMPARE(values, written);
+        QCOMPARE(editing.ends, written.size());
+    }
+
+    void refusalsAreLogged_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<int>("access");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("failure"); // empty: written
+        const QString failed = text("Write To Attribute ") + path + text(" Failed");
+        const int refused = int(FrameworkCore::AppConfig::NotWritable);
+        QTest::newRow("line") << QVariant(5) << 3 << refused << failed;
+        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << 3 << refused << failed;
+        QTest::newRow("check box") << QVariant(true) << 3 << refused << text("Attribute Update failed ");
+        QTest::newRow("write-only line") << QVariant(5) << 2 << 0 << QString();
+        const QString readOnly = text("Write To  ") + path + text(" Failed. Bad Writable, Read Only");
+        QTest::newRow("read-only line") << QVariant(5) << 1 << 0 << readOnly;
+        QTest::newRow("closed line") << QVariant(5) << 0 << 0 << readOnly;
+    }
+
+    void refusalsAreLogged()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(int, access);
+        QFETCH(int, status);
+        QFETCH(QString, failure);
+        repository->set(path, value, AccessMode(access));
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        if (status != 0)
+            repository->setNextStatus(status);
+        editing.end();
+        QCOMPARE(failures(), failure.isEmpty() ? QStringList() : QStringList(failure));
+        QCOMPARE(editing.ends, 1);
+    }
+
+    void whatOthersWroteIsKept_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("isChanged");
+        QTest::addColumn<QVariant>("others");
+        QTest::addColumn<QVariant>("left");
+        QTest::newRow("line") << QVariant(5) << false << QVariant(9) << QVariant(9);
+        QTest::newRow("changed line") << QVariant(5) << true << QVariant(9) << QVariant(7);
+        const QDate day(2024, 2, 28);
+        QTest::newRow("date") << QVariant(day) << false << QVariant(day.addDays(1))
+                              << QVariant(day.addDays(1));
+        QTest::newRow("changed date")
+            << QVariant(day) << true << QVariant(day.addDays(1)) << QVariant(day.addYears(1));
+        QTest::newRow("check box") << QVariant(true) << false << QVariant(false) << QVariant(false);
+    }
+
+    void whatOthersWroteIsKept()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(bool, isChanged);
+        QFETCH(QVariant, others);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        if (isChanged)
+            editing.change();
+        repository->set(path, others);
+        editing.end();
+        QCOMPARE(editing.ends, 1);
+        QTEST(repository->getValue(path), "left");
+    }
+
+    void aClickOnlyTurnsTheCheckBox()
+    {
+        repository->set(path, true);
+        Editing editing(true);
+        QVERIFY(editing.isReady);
+        auto* const box = qobject_cast<CheckBoxWidget*>(editing.editor);
+        QVERIFY(box->isChecked());
+        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
+        QVERIFY(!box->isChecked());
+        QVERIFY(repository->getWrites().isEmpty());
+        QCOMPARE(editing.ends, 0);
+    }
+
+    void validatorsHaveTheirBounds_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("accepted"); // texts
+        QTest::addColumn<QString>("refused");
+        const auto row = [](const char* name, const QVariant& value, const char* accepted,
+                            const char* refused) {
+            QTest::newRow(name) << value << text(accepted) << text(refused);
+        };
+        row("int", 5, "2147483647 -2147483648", "2147483648 x");
+        row("uint", 5U, "", "0 1 -1");
+        row("long long", 5LL, "2147483647 -2147483648", "2147483648 -2147483649");
+        row("unsigned long long", 5ULL, "", "0 1 -1");
+        row("long", QVariant::fromValue(5L), "-2147483648", "2147483648");
+        row("unsigned long", QVariant::fromValue(5UL), "", "0 1 -1");
+        row("short", QVariant::fromValue(short(5)), "32767 -32768", "32768");
+        row("unsigned short", QVariant::fromValue(ushort(5)), "0 65535", "65536 -1");
+        row("double", 0.5, "1 1e308 0.1234567890123456", "0 -1 1e309 0.12345678901234567");
+        row("float", 0.5F, "1 1e38", "0 -1 1e39");
+        row("text", text("x"), "x -1 99999999999", "");
+    }
+
+    void validatorsHaveTheirBounds()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, accepted);
+        QFETCH(QString, refused);
+        LineEditWidget editor(nullptr, path, value);
+        QVERIFY(QMetaObject::invokeMethod(&editor, "addValidator"));
+        const auto wrong = [&editor](const QString& texts, bool expected) {
+            QStringList found;
+            for (const QString& one : texts.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+                editor.setText(one);
+                if (editor.hasAcceptableInput() != expected)
+                    found.append(one);
+            }
+            return found;
+        };
+        QCOMPARE(wrong(accepted, true), QStringList());
+        QCOMPARE(wrong(refused, false), QStringList());
+    }
+
+    void livesWithoutARepository()
+    {
+        Utilities::SetAppConfigRepositoryInterface({});
+        for (const QVariant& value : {QVariant(5), QVariant(true), QVariant(QDate(2024, 2, 29))}) {
+            Editing editing(value);
+            QVERIFY(editing.isReady);
+            editing.end();
+            QCOMPARE(editing.ends, 1);
+        }
+        QCOMPARE(failures(), QStringList());
+    }
+
+private:
+    QStringList failures() const
+    {
+        QStringList texts;
+        for (const LogLine& line : LogRecord::instance().getLines(lastLine)) {
+            if (line.category == QLatin1String("Vantry") && int(line.type) == 3)
+                texts.append(line.text);
+        }
+        return texts;
+    }
+
+    std::shared_ptr<FakeRepository> repository;
+    quint64 lastLine = 0;
+};
+
+int main(int argc, char** argv)
+{
+    qputenv("TZ", "Europe/Berlin");   // whose clock skips an hour in spring
+    qputenv("LC_ALL", "de_DE.UTF-8"); // where a comma stands in numbers
+    return TestSupport::runTest<QApplication, ValueEditorsTest>(argc, argv);
+}
+
+#include "value_editors_test.moc"
