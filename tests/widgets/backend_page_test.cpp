@@ -154,8 +154,15 @@ private slots:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(QApplication::focusWidget(), part<QPushButton>("btnCreateBackend"));
         QCOMPARE(repository->getBackendCreations().size(), 0);
-        part<QComboBox>("cbBackendTypes")->setCurrentIndex(1);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(repository->getBackendCreations().size(), 1);
+        part<QComboBox>("cbBackendTypes")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
         QCOMPARE(QApplication::focusWidget(), part<QLineEdit>("edtBackendName"));
+        click("btnRefreshBackendList");
+        part<QComboBox>("cbBackendNames")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(QApplication::focusWidget(), part<QPushButton>("btnSaveBackend"));
     }
 
     void livesWithoutARepository()
