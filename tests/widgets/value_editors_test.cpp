@@ -1,9 +1,9 @@
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
 #include "widgets/CheckBoxWidget.h"
 #include "widgets/DateTimeEditWidget.h"
@@ -13,10 +13,9 @@
 #include <QVBoxLayout>
 
 #include <limits>
+#include <optional>
 
 using FrameworkCore::AppConfig::AccessMode;
-using Shared::Logging::LogLine;
-using Shared::Logging::LogRecord;
 using TestSupport::FakeRepository;
 using Widgets::CheckBoxWidget;
 using Widgets::DateTimeEditWidget;
@@ -121,8 +120,7 @@ private slots:
     {
         repository = std::make_shared<FakeRepository>();
         Utilities::SetAppConfigRepositoryInterface(repository);
-        const QVector<LogLine> lines = LogRecord::instance().getLines();
-        lastLine = lines.isEmpty() ? 0 : lines.last().number;
+        log.emplace();
     }
 
     void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
@@ -470,18 +468,10 @@ private slots:
     }
 
 private:
-    QStringList failures() const
-    {
-        QStringList texts;
-        for (const LogLine& line : LogRecord::instance().getLines(lastLine)) {
-            if (line.category == QLatin1String("Vantry") && int(line.type) == 3)
-                texts.append(line.text);
-        }
-        return texts;
-    }
+    QStringList failures() const { return log->texts(); }
 
     std::shared_ptr<FakeRepository> repository;
-    quint64 lastLine = 0;
+    std::optional<TestSupport::LoggedFailures> log; // of one test
 };
 
 int main(int argc, char** argv)

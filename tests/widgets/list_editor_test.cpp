@@ -1,0 +1,247 @@
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/LoggedFailures.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+#include "widgets/ListWidget.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTableWidget>
+#include <QToolButton>
+
+#include <optional>
+
+using TestSupport::FakeRepository;
+using Widgets::ListWidget;
+
+namespace {
+
+const QString path = QStringLiteral("plant.cell.names");
+
+QStringList words(const char* text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class ListEditorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        repository = std::make_shared<FakeRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        log.emplace();
+    }
+
+    void cleanup()
+    {
+        editor.reset();
+        Utilities::SetAppConfigRepositoryInterface({});
+    }
+
+    void showsTheElements()
+    {
+        open(words("a b"));
+        QCOMPARE(editor->windowModality(), Qt::ApplicationModal);
+        QCOMPARE(shown(), words("0:a 1:b"));
+        click("btnPlus");
+        QCOMPARE(shown(), words("0:a 1:b 2:"));
+        click("btnWrite");
+        QCOMPARE(written(), QVariantList{QVariant(QStringList{words("a b")} << QString())});
+        QCOMPARE(repository->getWrites().first().option, 8);
+        QVERIFY(!editor->isVisible());
+        QCOMPARE(failures(), QStringList());
+    }
+
+    void editsTexts()
+    {
+        open(words("a b"));
+        clickCell(1, 1);
+        QVERIFY(!cellEditor()); // one click edits nothing
+        doubleClickCell(0, 0);
+        QVERIFY(!cellEditor()); // nor can a number be edited
+        doubleClickCell(1, 1);
+        QVERIFY(cellEditor());
+        QTest::keyClicks(cellEditor(), QStringLiteral("new"));
+        QTest::keyClick(cellEditor(), Qt::Key_Return);
+        clickCell(0, 1);
+        QTest::keyClicks(&table(), QStringLiteral("t"));
+        QVERIFY(cellEditor());
+        QTest::keyClicks(cellEditor(), QStringLiteral("yped"));
+        click("btnWrite"); // takes what is being typed
+        QCOMPARE(written(), QVariantList{words("typed new")});
+    }
+
+    void keepsTextsWhole()
+    {
+        const QStringList elements{QString(100000, QLatin1Char('x')), QStringLiteral("two\nlines"), QString(),
+                                   QStringLiteral(" ;,\\ ")};
+        open(elements);
+        for (int row = 0; row < elements.size(); ++row) {
+            doubleClickCell(row, 1);
+            QTest::keyClick(cellEditor(), Qt::Key_Return);
+        }
+        click("btnWrite");
+        QCOMPARE(written(), QVariantList{elements});
+    }
+
+    void removesTheLastRowOnly()
+    {
+        open(words("a b c"));
+        clickCell(0, 1);
+        click("btnMinus");
+        QCOMPARE(shown(), words("0:a 1:b"));
+        click("btnMinus");
+        click("btnMinus");
+        click("btnWrite");
+        QCOMPARE(written(), QVariantList{QVariant(QStringList())});
+    }
+
+    // The count of rows goes below zero, and what follows goes by it.
+    void countsBelowZero_data()
+    {
+        QTest::addColumn<QString>("clicks"); // + and -
+        QTest::addColumn<QStringList>("rows");
+        QTest::addColumn<QVariantList>("writes");
+        QTest::newRow("one too many") << QStringLiteral("-") << QStringList() << QVariantList();
+        QTest::newRow("back to none")
+            << QStringLiteral("-+") << QStringList() << QVariantList{QVariant(QStringList())};
+        QTest::newRow("back to one") << QStringLiteral("--+++") << words("0:")
+                                     << QVariantList{QVariant(QStringList(QString()))};
+    }
+
+    void countsBelowZero()
+    {
+        QFETCH(QString, clicks);
+        open(QStringList());
+        for (const QChar button : clicks)
+            click(button == QLatin1Char('+') ? "btnPlus" : "btnMinus");
+        QTEST(shown(), "rows");
+        click("btnWrite");
+        QTEST(written(), "writes");
+        QCOMPARE(failures(), written().isEmpty()
+                                 ? QStringList(QStringLiteral(
+                                       "Cannot Convert Attribute Value to Variant Type QStringList"))
+                                 : QStringList());
+        QVERIFY(!editor->isVisible());
+    }
+
+    void closesWithoutWriting_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char* way : {"btnCancel", "escape", "another part", "another window"})
+            QTest::newRow(way) << QString::fromLatin1(way);
+    }
+
+    void closesWithoutWriting()
+    {
+        QFETCH(QString, way);
+        open(words("a"));
+        click("btnPlus");
+        if (way == QLatin1String("escape"))
+            QTest::keyClick(editor.get(), Qt::Key_Escape);
+        else if (way == QLatin1String("another part"))
+            QTest::keyClick(editor.get(), Qt::Key_Backtab);
+        else if (way == QLatin1String("another window"))
+            QApplication::setActiveWindow(nullptr);
+        else
+            click("btnCancel");
+        QTRY_VERIFY(!editor->isVisible());
+        QVERIFY(repository->getWrites().isEmpty());
+        QCOMPARE(failures(), QStringList());
+    }
+
+    void theKeyboardReachesEverything()
+    {
+        open(words("a"));
+        QVERIFY(editor->hasFocus());
+        QStringList reached;
+        for (int i = 0; i < 5; ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            reached.append(QApplication::focusWidget()->objectName());
+        }
+        QCOMPARE(reached, words("tblListType btnPlus btnMinus btnWrite btnCancel"));
+        QVERIFY(editor->isVisible());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(written(), QVariantList{words("a")});
+    }
+
+    void logsARefusal()
+    {
+        open(words("a"));
+        repository->setNextStatus(int(FrameworkCore::AppConfig::NotWritable));
+        click("btnWrite");
+        QCOMPARE(failures(),
+                 QStringList(QStringLiteral("Write To Attribute ") + path + QStringLiteral(" Failed")));
+        QVERIFY(!editor->isVisible());
+    }
+
+private:
+    void open(const QStringList& elements)
+    {
+        repository->set(path, elements);
+        editor = std::make_unique<ListWidget>(nullptr, path, elements);
+        QVERIFY(TestSupport::showActive(*editor));
+    }
+
+    QTableWidget& table() const { return *editor->findChild<QTableWidget*>(); }
+
+    void click(const char* button)
+    {
+        QTest::mouseClick(editor->findChild<QToolButton*>(QLatin1String(button)), Qt::LeftButton);
+    }
+
+    QPoint centre(int row, int column) const
+    {
+        return table().visualRect(table().model()->index(row, column)).center();
+    }
+
+    void clickCell(int row, int column)
+    {
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, Qt::NoModifier, centre(row, column));
+    }
+
+    void doubleClickCell(int row, int column)
+    {
+        clickCell(row, column);
+        QTest::mouseDClick(table().viewport(), Qt::LeftButton, Qt::NoModifier, centre(row, column));
+    }
+
+    QLineEdit* cellEditor() const { return qobject_cast<QLineEdit*>(QApplication::focusWidget()); }
+
+    QStringList shown() const
+    {
+        QStringList rows;
+        for (int row = 0; row < table().rowCount(); ++row)
+            rows.append(table().item(row, 0)->text() + QLatin1Char(':') + table().item(row, 1)->text());
+        return rows;
+    }
+
+    QVariantList written() const
+    {
+        QVariantList values;
+        for (const FakeRepository::Write& write : repository->getWrites())
+            values.append(write.value);
+        return values;
+    }
+
+    QStringList failures() const { return log->texts(); }
+
+    std::shared_ptr<FakeRepository> repository;
+    std::unique_ptr<ListWidget> editor;
+    std::optional<TestSupport::LoggedFailures> log; // of one test
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, ListEditorTest>(argc, argv);
+}
+
+#include "list_editor_test.moc"
