@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/TextPosition.h"
 #include "repository/documents/XmlMark.h"
+#include "repository/documents/XmlScanner.h"
 #include "repository/documents/XmlText.h"
 
 #include <expat.h>
@@ -84,6 +85,43 @@ XmlFault XmlReader::read()
     if (nul != std::string::npos)
         return {nul, explainUnheldXml(std::string_view(text).substr(nul, 1))};
     tree.reserve(text.size() / usualNodeSize);
+    if (scan())
+        return {};
+    startAgain();
+    return parse();
+}
+
+// True when the text is so plain that it needs no parser.
+bool XmlReader::scan()
+{
+    XmlScanner scanner(text);
+    while (true) {
+        switch (scanner.next()) {
+        case XmlScanner::Event::Open:
+            if (!open(scanner.getPosition()))
+                return false;
+            break;
+        case XmlScanner::Event::Close:
+            close(scanner.getPosition());
+            break;
+        case XmlScanner::Event::End:
+            return true;
+        case XmlScanner::Event::NotPlain:
+            return false;
+        }
+    }
+}
+
+void XmlReader::startAgain()
+{
+    tree.clear();
+    fault = {};
+    current = noXmlNode;
+    depth = cursor = 0;
+}
+
+XmlFault XmlReader::parse()
+{
     const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
     if (!parser)
         throw std::bad_alloc();

@@ -16,8 +16,9 @@ struct XmlFault
     std::string message;
 };
 
-// Reads UTF-8 xml into a tree. Expat checks the syntax, guards against entities that blow up and says where
-// the tags are; what stands in and between them is found by looking at the text, since it is well-formed.
+// Reads UTF-8 xml into a tree. Where the tags are and that the text is well-formed, XmlScanner tells of plain
+// files and Expat, which guards against entities that blow up, of all others; what stands in and between the
+// tags is found by looking at the text.
 class XmlReader
 {
 public:
@@ -34,6 +35,9 @@ public:
 private:
     friend struct XmlHandlers;
 
+    bool scan();
+    void startAgain();
+    XmlFault parse();
     bool open(std::size_t at);
     bool close(std::size_t at);
     bool declare(std::string_view name, std::string_view text);

@@ -26,6 +26,14 @@ bool isNamed(const XmlNode& node, XmlNodeId parent, const XmlKey& key)
 
 } // namespace
 
+void XmlTree::clear()
+{
+    nodes.clear();
+    counts.clear();
+    names = XmlNames();
+    root = noXmlNode;
+}
+
 XmlNodeId XmlTree::read(const XmlNode& node)
 {
     const auto id = static_cast<XmlNodeId>(nodes.size());

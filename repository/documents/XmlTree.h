@@ -41,6 +41,9 @@ public:
     const XmlNode& node(XmlNodeId id) const { return nodes[id]; }
     XmlNode& node(XmlNodeId id) { return nodes[id]; }
 
+    // While reading: drops all nodes that have been read.
+    void clear();
+
     // While reading: makes room for so many nodes.
     void reserve(std::size_t count) { nodes.reserve(count); }
 

@@ -1,0 +1,81 @@
+#include "fuzz/XmlScannerCheck.h"
+#include "tests/support/TestRun.h"
+
+#include <QDirIterator>
+#include <QFile>
+
+namespace {
+
+std::string contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+}
+
+} // namespace
+
+// What the scanner takes for plain xml, the parser must read with the same tags.
+class XmlScannerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void agreesWithParserAfterSmallChanges_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        const QString seed = TestSupport::projectPath(QStringLiteral("fuzz/seeds/xml/plain.xml"));
+        QTest::newRow("all that is plain") << QByteArray::fromStdString(contentOf(seed));
+        QTest::newRow("references") << QByteArray("<a b='&#9;&#x20;&#55295;&quot;'>&#10;&amp;&apos;</a>");
+        QTest::newRow("other declaration") << QByteArray("<?xml version='1.0' encoding='utf-8' ?>\r\n<a/>\n");
+        QTest::newRow("comments") << QByteArray("<!----><a><!-- - --><b><!--a-b--></b></a><!--->-->");
+    }
+
+    void agreesWithParserAfterSmallChanges()
+    {
+        QFETCH(QByteArray, text);
+        const std::string original = text.toStdString();
+        QVERIFY(Fuzz::checkXmlScanner(original).isPlain);
+        std::vector<std::string> pieces{"", "]]>", "--", "<a>", "<b/>", "&b;", "<?xml ?>", "\xC3\xA9"};
+        pieces.insert(pieces.end(), {"\xEF\xBF\xBF", "\xED\xA0\x80", "\xFF\xFE", "\xF4\x90\x80\x80"});
+        for (int byte = 0; byte < 256; ++byte)
+            pieces.emplace_back(1, char(byte));
+        std::size_t plain = 0;
+        for (std::size_t at = 0; at <= original.size(); ++at) {
+            for (const std::string& piece : pieces) {
+                for (const std::size_t replaced : {0, 1, 2}) {
+                    std::string changed = original;
+                    changed.replace(at, replaced, piece);
+                    const Fuzz::XmlScannerCheck check = Fuzz::checkXmlScanner(changed);
+                    plain += check.isPlain ? 1 : 0;
+                    if (!check.fault.empty())
+                        QFAIL((check.fault + ", but the scanner takes\n" + changed).c_str());
+                }
+            }
+        }
+        QVERIFY(plain > original.size());
+    }
+
+    void agreesWithParserAboutFiles()
+    {
+        int plain = 0;
+        for (const QString& folder : {TestSupport::projectPath(QStringLiteral("fuzz")),
+                                      TestSupport::corporaPath(QStringLiteral("xml")),
+                                      TestSupport::corporaPath(QStringLiteral("variants"))}) {
+            QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+            while (!folder.isEmpty() && files.hasNext()) {
+                const QString path = files.next();
+                const Fuzz::XmlScannerCheck check = Fuzz::checkXmlScanner(contentOf(path));
+                plain += check.isPlain ? 1 : 0;
+                QVERIFY2(check.fault.empty(), (path.toStdString() + ": " + check.fault).c_str());
+            }
+        }
+        QVERIFY(plain > 0);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, XmlScannerTest>(argc, argv);
+}
+
+#include "xml_scanner_test.moc"
