@@ -18,6 +18,7 @@ public:
     explicit CellFrame(QWidget& framed) : QWidget(&framed)
     {
         setAttribute(Qt::WA_TransparentForMouseEvents);
+        setStyleSheet(QString::fromLatin1("background-color: transparent;")); // whatever its view has
         framed.installEventFilter(this);
         resize(framed.size());
         show();
