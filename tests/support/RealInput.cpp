@@ -37,6 +37,27 @@ bool click(const QWidget& widget, const QPoint& position, Qt::MouseButton button
                        QStringLiteral("click"), number});
 }
 
+bool drag(const QWidget& from, const QPoint& fromPosition, const QWidget& to, const QPoint& toPosition)
+{
+    const QPoint begin = from.mapToGlobal(fromPosition);
+    const QPoint end = to.mapToGlobal(toPosition);
+    QStringList arguments;
+    const auto moveTo = [&arguments](const QPoint& place) {
+        arguments << QStringLiteral("mousemove") << QString::number(place.x()) << QString::number(place.y())
+                  << QStringLiteral("sleep") << QStringLiteral("0.02");
+    };
+    moveTo(begin);
+    arguments << QStringLiteral("mousedown") << QStringLiteral("1");
+    constexpr int steps = 5; // the first ones begin the drag, the last ones are told to the target
+    for (int step = 1; step <= steps; ++step)
+        moveTo(begin + (end - begin) * step / steps);
+    arguments << QStringLiteral("mouseup") << QStringLiteral("1");
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("xdotool"), arguments);
+    return QTest::qWaitFor([&xdotool] { return xdotool.state() == QProcess::NotRunning; }, 10'000) &&
+           xdotool.exitCode() == 0;
+}
+
 bool showActive(QWidget& widget)
 {
     widget.show();

@@ -21,6 +21,9 @@ bool typeText(const QString& text);
 // Moves there and clicks.
 bool click(const QWidget& widget, const QPoint& position, Qt::MouseButton button = Qt::LeftButton);
 
+// Presses the left button in one place, moves, and lets go in the other; runs the event loop meanwhile.
+bool drag(const QWidget& from, const QPoint& fromPosition, const QWidget& to, const QPoint& toPosition);
+
 // Shows the widget as the active window and waits for it.
 bool showActive(QWidget& widget);
 
