@@ -9,6 +9,7 @@
 #include "widgets/DateTimeEditWidget.h"
 #include "widgets/LineEditWidget.h"
 #include "widgets/ListWidget.h"
+#include "widgets/SeenPartDelegate.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -57,7 +58,11 @@ void AppConfigDataAccessWidget::setUpView()
     setDragDropOverwriteMode(false); // what is dropped goes between rows
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    // Each change of a value has the columns measured: by about as many rows as are seen.
+    horizontalHeader()->setResizeContentsPrecision(50);
     setTabKeyNavigation(false); // or the keyboard could not leave the table
+    setItemDelegate(
+        new Widgets::SeenPartDelegate(this)); // a value column that was set is wider than the view
     setAccessibleName(tr("Attribute monitor"));
 }
 
@@ -209,6 +214,13 @@ void AppConfigDataAccessWidget::setValueColumnWidth(int width)
     setColumnWidth(valueColumn, width);
 }
 
+void AppConfigDataAccessWidget::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx != 0)
+        viewport()->update();
+}
+
 // What a watched attribute shows changes all the time, and the header asks at every change: a width that was
 // set must outlive it.
 int AppConfigDataAccessWidget::sizeHintForColumn(int column) const
@@ -225,10 +237,24 @@ void AppConfigDataAccessWidget::onAttributeDeleteSelected()
             rows.append(index.row());
     }
     std::sort(rows.begin(), rows.end(), std::greater<>());
-    for (const int row : qAsConst(rows)) {
-        if (row >= 0)
-            attributeModel->removeRows(row, 1, rootIndex());
+    removeOneByOne(rows);
+}
+
+// Takes away the row that stands at each of the places when its turn comes. What follows on each other goes
+// at once: removing a hundred thousand rows singly would hold up the window for seconds.
+void AppConfigDataAccessWidget::removeOneByOne(const QList<int>& descendingRows)
+{
+    int first = 0;
+    int count = 0;
+    for (const int row : descendingRows) {
+        if (row < first - 1) {
+            attributeModel->removeRows(first, count, rootIndex());
+            count = 0;
+        }
+        first = row;
+        count = std::min(count + 1, attributeModel->rowCount() - row); // there is none behind the last
     }
+    attributeModel->removeRows(first, count, rootIndex());
 }
 
 void AppConfigDataAccessWidget::onLoadSelected()

@@ -51,6 +51,7 @@ private slots:
     void textEditingFinished();
 
 protected:
+    void scrollContentsBy(int dx, int dy) override;
     int sizeHintForColumn(int column) const override;
 
 private:
@@ -60,6 +61,7 @@ private:
                     const QVariant& attributeValue);
     void setValueColumnWidth(int width);
     bool isLargeDropWanted(int attributes);
+    void removeOneByOne(const QList<int>& descendingRows);
     void saveTo(const QString& fileName);
 
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
