@@ -219,7 +219,7 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     Node* node = shard.find(key);
-    fileRegistration(node ? node->exact : shard.waiting[pathOrPattern].exact, registration);
+    (node ? node->exact : shard.waiting[pathOrPattern].exact).add(registration);
     return registration;
 }
 
@@ -236,14 +236,14 @@ void AttributeStore::removeRegistration(const Registration& registration)
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     if (Node* node = shard.find(key)) {
-        removed = takeRegistration(node->exact, registration);
+        removed = node->exact.take(registration);
         return;
     }
     const auto waiting = shard.waiting.find(path);
     if (waiting == shard.waiting.end())
         return;
-    removed = takeRegistration(waiting->second.exact, registration);
-    if (waiting->second.exact.empty() && waiting->second.rules.empty())
+    removed = waiting->second.exact.take(registration);
+    if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
         shard.waiting.erase(waiting);
 }
 

@@ -10,20 +10,30 @@ namespace Repository {
 
 using FrameworkCore::Notification::UpdatePoint;
 
-Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints)
-    : result(outcome), points(operationPoints)
+bool Delivery::hasListeners(Node& node, const PatternIndex& patterns)
 {
     const quint32 generation = patterns.getGeneration();
     if (node.patternGeneration != generation) {
         node.matching = patterns.match(node.path);
         node.patternGeneration = generation;
     }
-    exact.reserve(int(node.exact.size()));
-    for (const auto& registration : node.exact)
-        exact.append(registration);
-    matching = node.matching;
-    if (isEmpty())
+    return !node.exact.isEmpty() || node.matching;
+}
+
+void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
+                       UpdateResult result)
+{
+    if (hasListeners(node, patterns))
+        deliveries.emplace_back(node, patterns, result, allPoints);
+}
+
+Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints)
+    : result(outcome), points(operationPoints)
+{
+    if (!hasListeners(node, patterns))
         return;
+    node.exact.forEach([this](const auto& registration) { exact.append(registration); });
+    matching = node.matching;
     path = node.path;
     if (node.isReadable() && result != UpdateResult::Removed)
         value = node.value;

@@ -6,6 +6,8 @@
 #include <QVarLengthArray>
 #include <QVariant>
 
+#include <vector>
+
 namespace Repository {
 
 struct Node;
@@ -24,12 +26,18 @@ public:
     // Brings the node's list of matching patterns up to date on the way. Attribute lock held.
     Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points);
 
+    // Appends what is to be told at all points, if anybody listens. Attribute lock held.
+    static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
+                        UpdateResult result);
+
     bool isEmpty() const { return exact.isEmpty() && !matching; }
 
     // Calls back on this thread, the points in their order. No lock held.
     void send() const;
 
 private:
+    static bool hasListeners(Node& node, const PatternIndex& patterns);
+
     QVarLengthArray<std::shared_ptr<Registration>, 2> exact;
     std::shared_ptr<const Registrations> matching;
     QString path;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
-#include "repository/Registration.h"
+#include "repository/RegistrationList.h"
 #include "repository/Rule.h"
 
 #include <QString>
@@ -48,7 +48,7 @@ struct Node
     bool isAttribute = false; // otherwise it only groups its children, and value means nothing
     QVariant value;           // of one of the attribute types; invalid for null
     std::unique_ptr<Rules> rules;
-    Registrations exact;                           // those made for this path
+    RegistrationList exact;                        // those made for this path
     std::shared_ptr<const Registrations> matching; // those whose pattern matches, as of patternGeneration
     quint32 patternGeneration = 0;
 };

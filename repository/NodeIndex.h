@@ -37,7 +37,7 @@ public:
     // What is known of a path that has no node: it is handed to the node when there is one.
     struct Waiting
     {
-        Registrations exact;
+        RegistrationList exact;
         Rules rules;
     };
 

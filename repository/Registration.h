@@ -33,11 +33,17 @@ public:
     std::size_t slot = 0;
 
 private:
+    friend class RegistrationList;
+
     QString pathOrPattern;
     FrameworkCore::AppConfig::Interfaces::UpdateCallback callback;
     std::weak_ptr<AttributeStore> store;
     int points;
     std::atomic<bool> ended{false};
+
+    // Its place in a RegistrationList.
+    std::shared_ptr<Registration> next;
+    Registration* previous = nullptr; // not owned; null outside of a list
 };
 
 using Registrations = std::vector<std::shared_ptr<Registration>>;

@@ -97,11 +97,8 @@ void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::v
             if (anybodyListens)
                 shard.handWaiting(node);
             shard.insert(std::move(entry));
-            if (!anybodyListens || !node.isAttribute)
-                continue;
-            Delivery delivery(node, patterns, Delivery::UpdateResult::Created, Delivery::allPoints);
-            if (!delivery.isEmpty())
-                deliveries.push_back(std::move(delivery));
+            if (anybodyListens && node.isAttribute)
+                Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);
         }
     }
 }

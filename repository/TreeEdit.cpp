@@ -146,9 +146,7 @@ void TreeEdit::setAttribute(Node& node, const NodeIndex::Key& key, const QVarian
     node.value = value;
     node.access = access;
     node.isAttribute = true;
-    Delivery delivery(node, store.patterns, result, Delivery::allPoints);
-    if (!delivery.isEmpty())
-        deliveries.push_back(std::move(delivery));
+    Delivery::collect(deliveries, node, store.patterns, result);
 }
 
 void TreeEdit::makeGroup(Node& node)
@@ -159,9 +157,7 @@ void TreeEdit::makeGroup(Node& node)
     note(node, NodeState::of(node));
     node.isAttribute = false;
     node.value = QVariant();
-    Delivery delivery(node, store.patterns, UpdateResult::Removed, Delivery::allPoints);
-    if (!delivery.isEmpty())
-        deliveries.push_back(std::move(delivery));
+    Delivery::collect(deliveries, node, store.patterns, UpdateResult::Removed);
 }
 
 const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const
@@ -312,12 +308,9 @@ void TreeEdit::remove(Node& node)
         NodeIndex::Shard& shard = store.index.shardOf(key);
         const std::lock_guard shardLock(shard.mutex);
         note(*gone, NodeState::of(*gone));
-        if (gone->isAttribute) {
-            Delivery delivery(*gone, store.patterns, UpdateResult::Removed, Delivery::allPoints);
-            if (!delivery.isEmpty())
-                deliveries.push_back(std::move(delivery));
-        }
-        if (!gone->exact.empty() || gone->rules) {
+        if (gone->isAttribute)
+            Delivery::collect(deliveries, *gone, store.patterns, UpdateResult::Removed);
+        if (!gone->exact.isEmpty() || gone->rules) {
             NodeIndex::Waiting& waiting = shard.waiting[gone->path];
             waiting.exact = std::move(gone->exact);
             if (gone->rules)

@@ -116,6 +116,40 @@ private slots:
         QCOMPARE(takeHeard().size(), 1);
     }
 
+    void tellsThoseOfOnePathInTheirOrder()
+    {
+        const QString path = QStringLiteral("x");
+        create(path, 0);
+        QVector<int> called;
+        QVector<QPair<int, std::shared_ptr<Interfaces::RegistrationInterface>>> open;
+        QRandomGenerator random(3);
+        for (int round = 0; round < 500; ++round) {
+            if (open.isEmpty() || random.bounded(5) > 1) {
+                const auto call = [&called, round](auto&&...) { called.append(round); };
+                open.append(
+                    {round, repository->getNotificationInterface()->registerUpdateCallback(path, call, 8)});
+            } else {
+                open.takeAt(int(random.bounded(open.size()))).second->end();
+            }
+            if (random.bounded(20) == 0) { // they wait for the attribute to come back
+                repository->getTreeInterface()->removeTree(path);
+                create(path, 0);
+            }
+            called.clear();
+            write(path, round);
+            QVector<int> expected;
+            for (const auto& [number, handle] : open)
+                expected.append(number);
+            QCOMPARE(called, expected);
+        }
+        for (int i = 0; i < 300000; ++i) // as long as no stack is deep
+            repository->getNotificationInterface()->registerUpdateCallback(
+                path, [](auto&&...) {}, 8);
+        repository.reset();
+        for (const auto& [number, handle] : open)
+            handle->end();
+    }
+
     void callbackMayUseTheRepository()
     {
         create(QStringLiteral("x"), 0);
