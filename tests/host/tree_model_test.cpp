@@ -160,6 +160,33 @@ private slots:
         QVERIFY(!font("m").bold());
     }
 
+    // The name stays as it is, since paths are made of the names.
+    void cellsTellUnsavedBackends()
+    {
+        QVERIFY(mount(text("m")));
+        create(text("m.a"), 1);
+        repository->getBackendInterface()->saveBackend(text("m"));
+        AttributeTreeViewModel model;
+        model.resetModel(text("m"));
+        const auto root = [&](int role) { return model.indexFromPath(text("m")).data(role); };
+        const auto icon = [&] { return root(Qt::DecorationRole).value<QIcon>().pixmap(16).toImage(); };
+        const QImage saved = icon();
+        const QString mark = text("unsaved changes");
+        if (!repository->getChangesInterface())
+            return;
+        QSignalSpy changes(&model, &QAbstractItemModel::dataChanged);
+        QCOMPARE(repository->getWriterInterface()->writeAttributeValue(text("m.a"), 2, 15), 0);
+        QTRY_VERIFY(root(Qt::AccessibleTextRole).toString().contains(mark));
+        QVERIFY(icon() != saved);
+        QVERIFY(root(Qt::ToolTipRole).toString().contains(text("not saved")));
+        QCOMPARE(root(Qt::DisplayRole).toString(), text("m"));
+        changes.clear();
+        QVERIFY(repository->getBackendInterface()->saveBackend(text("m")));
+        QTRY_COMPARE(icon(), saved);
+        QCOMPARE(changes.count(), 1);
+        QVERIFY(!root(Qt::AccessibleTextRole).toString().contains(mark));
+    }
+
     void itemsCanBeDraggedAsPaths()
     {
         create(text("a.b"), 1);

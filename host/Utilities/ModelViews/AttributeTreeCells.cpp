@@ -41,6 +41,12 @@ QSet<QString> AttributeTreeCells::markRoots()
     return (before - backendRoots) + (backendRoots - before);
 }
 
+QSet<QString> AttributeTreeCells::setUnsavedRoots(const QStringList& paths)
+{
+    const QSet<QString> before = std::exchange(unsavedRoots, QSet<QString>(paths.cbegin(), paths.cend()));
+    return (before - unsavedRoots) + (unsavedRoots - before);
+}
+
 AttributeTreeCells::NodeInformation AttributeTreeCells::informationOf(const QString& path) const
 {
     return tree ? tree->getNodeInformation(path) : NodeInformation();
@@ -94,12 +100,16 @@ QVariant AttributeTreeCells::valueCell(const QString& path, int role) const
 
 const QIcon& AttributeTreeCells::iconOf(const QString& path) const
 {
-    const bool isRoot = isBackendRoot(path);
-    QIcon& icon = isRoot ? backendIcon : attributeIcon;
-    if (icon.isNull())
-        icon = QIcon(isRoot ? QStringLiteral(":/VantryHost/backend.png")
-                            : QStringLiteral(":/VantryHost/attribute.png"));
-    return icon;
+    const auto loaded = [](QIcon& icon, const QString& file) -> const QIcon& {
+        if (icon.isNull())
+            icon = QIcon(file);
+        return icon;
+    };
+    if (isUnsavedRoot(path))
+        return loaded(unsavedIcon, QStringLiteral(":/VantryHost/backend_unsaved.png"));
+    if (isBackendRoot(path))
+        return loaded(backendIcon, QStringLiteral(":/VantryHost/backend.png"));
+    return loaded(attributeIcon, QStringLiteral(":/VantryHost/attribute.png"));
 }
 
 QVariant AttributeTreeCells::fontOf(const QString& path) const
@@ -138,6 +148,8 @@ QString AttributeTreeCells::accessibleName(const QString& name, const QString& p
     QStringList parts{name};
     if (isBackendRoot(path))
         parts.append(tr("backend"));
+    if (isUnsavedRoot(path))
+        parts.append(tr("unsaved changes"));
     if (information.isAttribute && information.accessMode != AccessMode::ReadWrite)
         parts.append(accessText(information.accessMode));
     return parts.join(QStringLiteral(", "));
@@ -156,6 +168,8 @@ QString AttributeTreeCells::toolTip(const QString& path) const
         lines.append(tr("Root of the backend: %1").arg(information.backend));
     else if (!information.backend.isEmpty())
         lines.append(tr("Backend: %1").arg(information.backend));
+    if (isUnsavedRoot(path))
+        lines.append(tr("Holds changes that are not saved"));
     const QString text = lines.join(QLatin1Char('\n'));
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }

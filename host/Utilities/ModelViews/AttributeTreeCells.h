@@ -26,7 +26,10 @@ public:
     QSet<QString> setBackendNames(const QStringList& names);
     QSet<QString> setBackendPaths(const QStringList& paths);
 
+    QSet<QString> setUnsavedRoots(const QStringList& paths);
+
     bool isBackendRoot(const QString& path) const { return backendRoots.contains(path); }
+    bool isUnsavedRoot(const QString& path) const { return unsavedRoots.contains(path); }
 
     static QString accessText(FrameworkCore::AppConfig::AccessMode mode);
 
@@ -49,8 +52,10 @@ private:
     QStringList backendNames;
     QStringList backendPaths;
     QSet<QString> backendRoots;
+    QSet<QString> unsavedRoots;
     mutable QIcon attributeIcon; // loaded when first shown, since the application must exist by then
     mutable QIcon backendIcon;
+    mutable QIcon unsavedIcon;
 };
 
 } // namespace Utilities::ModelViews

@@ -48,6 +48,8 @@ bool AttributeTreeViewModel::Private::takeRepository()
         return false;
     repository = current;
     cells.setRepository(repository);
+    unsaved = std::make_unique<UnsavedBackends>(repository->getChangesInterface());
+    QObject::connect(unsaved.get(), &UnsavedBackends::looked, &model, [this] { followUnsaved(); });
     if (const auto notifications = repository->getNotificationInterface())
         backendWatch.watch(*notifications, repository->buildAttributePath({QStringLiteral("internal"),
                                                                            QStringLiteral("backends"),
@@ -257,6 +259,12 @@ void AttributeTreeViewModel::Private::followRoots()
     }
     const QScopedValueRollback<bool> guard(busy, true);
     contents->follow(roots);
+}
+
+void AttributeTreeViewModel::Private::followUnsaved()
+{
+    if (!busy)
+        announceCells(cells.setUnsavedRoots(unsaved->getNames()));
 }
 
 void AttributeTreeViewModel::Private::refreshSoon()

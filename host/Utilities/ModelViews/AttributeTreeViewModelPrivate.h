@@ -4,6 +4,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeChanges.h"
 #include "host/Utilities/ModelViews/AttributeTreeContents.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/UnsavedBackends.h"
 
 #include <memory>
 #include <utility>
@@ -48,6 +49,7 @@ private:
     void announce(AttributeTreeItem& item, int first, int last);
     void backendsChanged();
     void followRoots();
+    void followUnsaved();
     void refreshSoon();
     bool isPersonBusy() const;
 
@@ -55,6 +57,7 @@ private:
     QString shownPath;
     AttributeTreeChanges changes;
     AttributeTreeChanges backendWatch;
+    std::unique_ptr<UnsavedBackends> unsaved; // none before there is a repository
     bool anyDue = false;
     bool busy = false;
     bool refreshWaits = false;
