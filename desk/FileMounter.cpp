@@ -1,9 +1,8 @@
 #include "desk/FileMounter.h"
 
-#include "host/Shared/Logging/LogRecord.h"
+#include "desk/RefusalListener.h"
 #include "host/Utilities/GuiThread.h"
 #include "repository/FileFormat.h"
-#include "repository/RepositoryLog.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -13,27 +12,15 @@ namespace Vantry {
 namespace {
 
 using FrameworkCore::AppConfig::AccessMode;
-using Shared::Logging::LogRecord;
 
-quint64 lastLogNumber()
-{
-    const auto lines = LogRecord::instance().getLines();
-    return lines.isEmpty() ? 0 : lines.last().number;
-}
-
-// What the repository logged since then about a file that it refused, without the name of the backend, which
-// tells the user nothing.
-QString reasonSince(quint64 number, const QString& fallback)
+// What the repository logged about a file that it refused, without the name of the backend, which tells the
+// user nothing.
+QString reasonIn(const RefusalListener& listener, const QString& fallback)
 {
     const QLatin1String refusal("' was not created: ");
-    QStringList reasons;
-    const auto lines = LogRecord::instance().getLines(number);
-    for (const auto& line : lines) {
-        if (line.type == Shared::Logging::LogMessageType::Failure &&
-            line.category == Repository::logCategory())
-            reasons.append(line.text.mid(
-                line.text.indexOf(refusal) < 0 ? 0 : line.text.indexOf(refusal) + refusal.size()));
-    }
+    QStringList reasons = listener.getReasons();
+    for (QString& reason : reasons)
+        reason = reason.mid(reason.indexOf(refusal) < 0 ? 0 : reason.indexOf(refusal) + refusal.size());
     return reasons.isEmpty() ? fallback : reasons.join(QLatin1Char('\n'));
 }
 
@@ -54,12 +41,12 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
     if (!types.contains(type))
         return QStringLiteral("%1: this version opens %2 files, not %3")
             .arg(file, types.join(QStringLiteral(" and ")), type);
-    const quint64 number = lastLogNumber();
+    const RefusalListener listener;
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
     const bool created = repository.getBackendInterface()->createBackend(
         type, FileMounter::mountName(file, repository), {info.absoluteFilePath(), info.fileName(), access},
         2);
-    return created ? QString() : reasonSince(number, QStringLiteral("%1: it was refused").arg(file));
+    return created ? QString() : reasonIn(listener, QStringLiteral("%1: it was refused").arg(file));
 }
 
 FileMounter::Result mountFiles(const QStringList& files,

@@ -1,20 +1,22 @@
 #include "desk/MainWindow.h"
 
+#include "desk/EditMenu.h"
 #include "desk/FailureHint.h"
+#include "desk/FileMenu.h"
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
 #include "desk/LogDock.h"
 #include "desk/NavigationArea.h"
 #include "desk/NoticeBar.h"
 #include "desk/PluginDock.h"
+#include "desk/RecentFiles.h"
 #include "desk/WindowMemory.h"
+#include "host/Shared/Logging/LogStreamProvider.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -48,11 +50,13 @@ QStringList localFiles(const QMimeData& data)
 } // namespace
 
 MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
-                       const QStringList& files)
-    : loader(pluginLoader), repository(std::move(attributes)), mounter(repository),
+                       const QStringList& firstFiles)
+    : loader(pluginLoader), repository(std::move(attributes)), mounter(repository), files(repository, *this),
       applications(std::make_shared<GuiContext>(QStringList{QStringLiteral("desk")}), repository)
 {
     setObjectName(QStringLiteral("mainWindow"));
+    if (const auto history = repository->getHistoryInterface())
+        history->recordThisThread();
     setAcceptDrops(true);
     resize(QSize(1100, 720).boundedTo(screen()->availableSize()));
     setUpAreas();
@@ -64,8 +68,8 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     addApplications();
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
-    showFirstPages(!files.isEmpty());
-    openFiles(files);
+    showFirstPages(!firstFiles.isEmpty());
+    openFiles(firstFiles);
 }
 
 MainWindow::~MainWindow() = default;
@@ -106,12 +110,13 @@ void MainWindow::setUpStatusBar()
 
 void MainWindow::setUpMenus()
 {
-    QMenu* const file = menuBar()->addMenu(tr("&File"));
-    QAction* const open = file->addAction(tr("&Open Configuration Files..."), this, &MainWindow::chooseFiles);
-    open->setShortcut(QKeySequence::Open);
-    file->addSeparator();
-    QAction* const quit = file->addAction(tr("&Quit"), this, &MainWindow::close);
-    quit->setShortcut(QKeySequence::Quit);
+    auto* const file = new FileMenu(files, this);
+    menuBar()->addMenu(file);
+    connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
+    connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
+    edit = new EditMenu(repository->getHistoryInterface(), this);
+    menuBar()->addMenu(edit);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
     auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
@@ -180,12 +185,12 @@ void MainWindow::showFirstPages(bool hasFiles)
     }
 }
 
-void MainWindow::openFiles(const QStringList& files)
+void MainWindow::openFiles(const QStringList& names)
 {
-    if (files.isEmpty())
+    if (names.isEmpty())
         return;
     // After the window stands, so that what reads long is seen to be read.
-    QTimer::singleShot(0, this, [this, files] { mounter.mount(files); });
+    QTimer::singleShot(0, this, [this, names] { mounter.mount(names); });
     showFirstPages(true);
 }
 
@@ -194,27 +199,31 @@ bool MainWindow::isOpeningFiles() const
     return mounter.isBusy();
 }
 
-void MainWindow::chooseFiles()
-{
-    openFiles(QFileDialog::getOpenFileNames(
-        this, tr("Open Configuration Files"), QString(),
-        tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)")));
-}
-
 void MainWindow::showResult(const FileMounter::Result& result)
 {
-    for (const QString& file : result.opened)
-        openedNames.append(QFileInfo(file).fileName());
-    setWindowTitle(title());
+    RecentFiles::add(result.opened);
     notices->addNotices(result.problems);
+    files.getWatch().look();
 }
 
-QString MainWindow::title() const
+// What the window and its menus say of the open files.
+void MainWindow::showFiles()
 {
+    edit->refresh();
+    setWindowModified(!files.getWatch().getNames().isEmpty());
+    const QStringList backends = files.getBackends();
+    if (backends == shownBackends)
+        return;
+    shownBackends = backends;
     constexpr int mostNames = 3;
-    const QString names = openedNames.mid(0, mostNames).join(QStringLiteral(", "));
-    const int more = openedNames.size() - mostNames;
-    return more > 0 ? tr("%1 and %2 more").arg(names).arg(more) : names;
+    QStringList names;
+    for (const QString& backend : backends.mid(0, mostNames))
+        names.append(files.getFileName(backend));
+    QString title = names.join(QStringLiteral(", "));
+    if (backends.size() > mostNames)
+        title = tr("%1 and %2 more").arg(title).arg(backends.size() - mostNames);
+    title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
+    setWindowTitle(title.isEmpty() ? QString() : title + QLatin1String("[*]"));
 }
 
 void MainWindow::showAbout()
@@ -244,8 +253,30 @@ void MainWindow::changeEvent(QEvent* event)
     }
 }
 
+void MainWindow::closeUnasked()
+{
+    tellLost();
+    asks = false;
+    close();
+}
+
+void MainWindow::tellLost()
+{
+    using namespace Shared::Logging;
+    const LogMessageContext context({}, -1, {}, QStringLiteral("Desk"), {}, LogMessageContext::NoFlag);
+    const QStringList lost = files.getUnsaved();
+    for (const QString& backend : lost)
+        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {})
+            << tr("The changes of %1 were not saved: the program was told to end")
+                   .arg(files.getLabel(backend));
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    if (asks && !files.mayBeLost()) {
+        event->ignore();
+        return;
+    }
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications()) {
         const QString identification = application->getApplicationIdentification();

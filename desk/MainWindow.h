@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/ApplicationHost.h"
+#include "desk/BackendFiles.h"
 #include "desk/FileMounter.h"
 #include "desk/LogFeed.h"
 #include "desk/PluginLoader.h"
@@ -12,6 +13,7 @@ class QStackedWidget;
 
 namespace Vantry {
 
+class EditMenu;
 class LogDock;
 class NavigationArea;
 class NoticeBar;
@@ -35,6 +37,10 @@ public:
 
     bool isOpeningFiles() const;
 
+    // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer; the log
+    // tells what was lost.
+    void closeUnasked();
+
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -49,19 +55,22 @@ private:
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
-    void chooseFiles();
     void showResult(const FileMounter::Result& result);
-    QString title() const;
+    void showFiles();
+    void tellLost();
     void showAbout();
 
     PluginLoader& loader;
     std::shared_ptr<Repository> repository;
     FileMounter mounter;
+    BackendFiles files;
     LogFeed logFeed;
-    QStringList openedNames; // for the title
+    QStringList shownBackends; // in the title
+    bool asks = true;
 
     // Owned by the window as their Qt parent.
     QSplitter* areas = nullptr;
+    EditMenu* edit = nullptr;
     NavigationArea* navigation = nullptr;
     NoticeBar* notices = nullptr;
     QStackedWidget* workArea = nullptr;

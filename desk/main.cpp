@@ -123,7 +123,7 @@ int runWindow(const Options& options)
         if (!options.pictureFile.isEmpty())
             picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
         QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &window, [&window] {
-            window.close();
+            window.closeUnasked();
             QCoreApplication::quit(); // also when it was hidden, or a dialog is open
         });
         result = QApplication::exec();

@@ -24,6 +24,7 @@ public:
 
     QString getBackendType() const override { return description.type; }
     QString getBackendDescription() const override { return description.text; }
+    QString getBackendLocation() const override { return description.filePath; }
 
 private:
     Backend::Description description;

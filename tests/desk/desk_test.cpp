@@ -80,10 +80,10 @@ private slots:
     {
         openPlant();
         QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
-        QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("plant.json"));
+        QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("plant.json[*]"));
         desk->window->openFiles({folder->path("limits.ini")});
         QTRY_VERIFY(desk->item(QStringLiteral("limits.oven.maximum")).isValid());
-        QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("plant.json, limits.ini"));
+        QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("plant.json, limits.ini[*]"));
         QVERIFY(desk->part<QWidget>("noticeBar")->isHidden());
     }
 

@@ -14,6 +14,9 @@ public:
 
     virtual QString getBackendType() const = 0;
     virtual QString getBackendDescription() const = 0;
+
+    // The file behind the backend, as an absolute path; empty where a repository does not tell it.
+    virtual QString getBackendLocation() const { return {}; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -62,6 +62,12 @@ QVector<LogLine> LogRecord::getLines(quint64 afterNumber) const
     return lines;
 }
 
+quint64 LogRecord::getLastNumber() const
+{
+    const std::lock_guard<std::mutex> guard(mutex);
+    return lastNumber;
+}
+
 void LogRecord::append(LogLine line, bool writeToStandardError)
 {
     if (writeToStandardError && writesToStandardError)

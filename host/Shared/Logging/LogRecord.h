@@ -38,6 +38,9 @@ public:
     // The kept lines whose number is above the given one, oldest first.
     QVector<LogLine> getLines(quint64 afterNumber = 0) const;
 
+    // Of the newest line; 0 before the first.
+    quint64 getLastNumber() const;
+
     // Adds a complete line, dropping the oldest when the record is full, and writes it to stderr unless told
     // not to.
     void append(LogLine line, bool writeToStandardError);

@@ -1,0 +1,199 @@
+#include "desk/BackendFiles.h"
+
+#include "desk/ConflictDialog.h"
+#include "desk/RefusalListener.h"
+#include "desk/UnsavedChangesDialog.h"
+#include "desk/WaitCursor.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace Vantry {
+
+using FrameworkCore::AppConfig::Interfaces::ConflictSide;
+using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
+BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
+    : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
+{
+}
+
+QStringList BackendFiles::getBackends() const
+{
+    return repository->getBackendInterface()->getBackendNames();
+}
+
+QStringList BackendFiles::getUnsaved()
+{
+    unsaved.look();
+    return unsaved.getNames();
+}
+
+QString BackendFiles::getFileName(const QString& backend) const
+{
+    const auto information = repository->getBackendInterface()->getBackendInformation(backend);
+    const QString file = information ? QFileInfo(information->getBackendLocation()).fileName() : QString();
+    return file.isEmpty() ? backend : file;
+}
+
+QString BackendFiles::getLabel(const QString& backend) const
+{
+    const QString file = getFileName(backend);
+    return file == backend ? backend : QStringLiteral("%1 (%2)").arg(file, backend);
+}
+
+bool BackendFiles::save(const QStringList& backends)
+{
+    bool areAllSaved = true;
+    for (const QString& backend : backends)
+        areAllSaved = saveOne(backend) && areAllSaved;
+    unsaved.look();
+    return areAllSaved;
+}
+
+bool BackendFiles::saveOne(const QString& backend)
+{
+    while (true) {
+        const RefusalListener listener;
+        {
+            const WaitCursor cursor;
+            if (repository->getBackendInterface()->saveBackend(backend))
+                return true;
+        }
+        const auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+        const bool isConflict =
+            std::any_of(changes.begin(), changes.end(), [](const auto& change) { return change.isConflict; });
+        if (!isConflict) {
+            warn(tr("Not Saved"), listener.getReasons());
+            return false;
+        }
+        if (!resolveConflicts(backend))
+            return false;
+    }
+}
+
+// False when the person does not want to choose now.
+bool BackendFiles::resolveConflicts(const QString& backend)
+{
+    const auto changes = repository->getChangesInterface();
+    auto conflicts = changes->getUnsavedChanges(backend);
+    const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
+    conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), isNone), conflicts.end());
+    ConflictDialog dialog(backend, getLabel(backend), conflicts, &window);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+
+    const WaitCursor cursor;
+    const auto choices = dialog.getChoices();
+    const auto history = repository->getHistoryInterface();
+    const auto step =
+        history ? history->beginStep(tr("Resolve conflicts of %1").arg(getFileName(backend))) : nullptr;
+    const ConflictSide first = choices.first();
+    if (std::all_of(choices.begin(), choices.end(), [first](ConflictSide side) { return side == first; })) {
+        changes->resolveConflicts(backend, first);
+        return true;
+    }
+    // A path is resolved with what is below it, so that what is below must go first.
+    const QStringList paths = choices.keys();
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+        changes->resolveConflicts(*path, choices[*path]);
+    return true;
+}
+
+void BackendFiles::revert(const QStringList& backends)
+{
+    QStringList labels;
+    for (const QString& backend : backends)
+        labels.append(getLabel(backend));
+    QMessageBox question(QMessageBox::Question, tr("Revert"),
+                         tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
+                             .arg(labels.join(QLatin1Char('\n'))),
+                         QMessageBox::Cancel, &window);
+    const QAbstractButton* const revert = question.addButton(tr("&Revert"), QMessageBox::AcceptRole);
+    question.exec();
+    if (question.clickedButton() != revert)
+        return;
+    const RefusalListener listener;
+    bool areAllReverted = true;
+    {
+        const WaitCursor cursor;
+        for (const QString& backend : backends)
+            areAllReverted =
+                repository->getChangesInterface()->revert(backend) == FrameworkCore::AppConfig::Success &&
+                areAllReverted;
+    }
+    unsaved.look();
+    if (!areAllReverted)
+        warn(tr("Not Reverted"), listener.getReasons());
+}
+
+void BackendFiles::reload(const QStringList& backends)
+{
+    const RefusalListener listener;
+    bool areAllReloaded = true;
+    {
+        const WaitCursor cursor;
+        for (const QString& backend : backends)
+            areAllReloaded = repository->getBackendInterface()->reloadBackend(backend) && areAllReloaded;
+    }
+    unsaved.look();
+    if (!areAllReloaded)
+        warn(tr("Not Reloaded"), listener.getReasons());
+}
+
+void BackendFiles::close(const QString& backend)
+{
+    Fate fate = Fate::Safe;
+    if (getUnsaved().contains(backend))
+        fate = settle(
+            {backend},
+            tr("%1 holds changes that are not saved. Save them before it is closed?").arg(getLabel(backend)));
+    if (fate == Fate::Kept)
+        return;
+    const RefusalListener listener;
+    if (!repository->getBackendInterface()->closeBackend(backend, fate == Fate::Discarded))
+        warn(tr("Not Closed"), listener.getReasons());
+    unsaved.look();
+}
+
+bool BackendFiles::mayBeLost()
+{
+    const QStringList backends = getUnsaved();
+    if (backends.isEmpty())
+        return true;
+    const QString question =
+        backends.size() == 1
+            ? tr("%1 holds changes that are not saved. Save them before the window closes?")
+                  .arg(getLabel(backends.first()))
+            : tr("%1 files hold changes that are not saved. Save them before the window closes?")
+                  .arg(backends.size());
+    return settle(backends, question) != Fate::Kept;
+}
+
+BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)
+{
+    std::vector<UnsavedChangesDialog::Edited> edited;
+    for (const QString& backend : unsavedBackends)
+        edited.push_back({backend, getLabel(backend)});
+    UnsavedChangesDialog dialog(question, edited, repository->getChangesInterface(), &window);
+    switch (dialog.ask()) {
+    case UnsavedChangesDialog::Answer::Save:
+        return save(unsavedBackends) ? Fate::Safe : Fate::Kept;
+    case UnsavedChangesDialog::Answer::Discard:
+        return Fate::Discarded;
+    case UnsavedChangesDialog::Answer::Cancel:
+        break;
+    }
+    return Fate::Kept;
+}
+
+void BackendFiles::warn(const QString& title, const QStringList& reasons)
+{
+    if (!reasons.isEmpty())
+        QMessageBox::warning(&window, title, reasons.join(QLatin1String("\n\n")));
+}
+
+} // namespace Vantry

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/Utilities/UnsavedBackends.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+
+namespace Vantry {
+
+// What a person does with the open files as wholes: save, revert, reload, close. It asks where something
+// would be lost or two programs have changed the same, and tells what failed. GUI thread.
+class BackendFiles : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    // Dialogs belong to the window, which outlives this.
+    BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
+
+    QStringList getBackends() const;
+    QStringList getUnsaved(); // as of now
+    Utilities::UnsavedBackends& getWatch() { return unsaved; }
+
+    // The backend's file without its folder, and what tells the backend from others; for people.
+    QString getFileName(const QString& backend) const;
+    QString getLabel(const QString& backend) const;
+
+    // True when all are saved.
+    bool save(const QStringList& backends);
+
+    void revert(const QStringList& backends);
+    void reload(const QStringList& backends);
+    void close(const QString& backend);
+
+    // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
+    bool mayBeLost();
+
+private:
+    enum class Fate { Safe, Discarded, Kept };
+
+    Fate settle(const QStringList& unsavedBackends, const QString& question);
+    bool saveOne(const QString& backend);
+    bool resolveConflicts(const QString& backend);
+    void warn(const QString& title, const QStringList& reasons);
+
+    std::shared_ptr<Repository> repository;
+    QWidget& window;
+    Utilities::UnsavedBackends unsaved;
+};
+
+} // namespace Vantry

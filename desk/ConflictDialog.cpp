@@ -1,0 +1,134 @@
+#include "desk/ConflictDialog.h"
+
+#include "host/Utilities/ModelViews/AttributeValueText.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace Vantry {
+
+namespace {
+
+enum Column { PathColumn, MineColumn, TheirsColumn, ChoiceColumn };
+
+constexpr int choiceRole = Qt::UserRole; // a ConflictSide as a number; nothing while not chosen
+
+// What one side holds.
+QString sideText(const QVariant& value, bool isThere)
+{
+    if (!isThere)
+        return ConflictDialog::tr("(not there)");
+    return value.isValid() ? Utilities::ModelViews::attributeValueText(value)
+                           : ConflictDialog::tr("(not shown)");
+}
+
+} // namespace
+
+ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
+                               const QVector<UnsavedChange>& conflicts, QWidget* parent)
+    : QDialog(parent), rows(new QTreeWidget), mine(new QPushButton(tr("Keep &Mine"))),
+      theirs(new QPushButton(tr("Take &Theirs")))
+{
+    setObjectName(QStringLiteral("conflicts"));
+    setWindowTitle(tr("Changed by Another Program"));
+    resize(720, 360);
+    auto* const column = new QVBoxLayout(this);
+    auto* const text = new QLabel(
+        tr("%1 was not saved: another program has changed what was edited here. Choose for each attribute "
+           "whose value is to stay; all others are merged.")
+            .arg(label));
+    text->setTextFormat(Qt::PlainText);
+    text->setWordWrap(true);
+    column->addWidget(text);
+
+    rows->setObjectName(QStringLiteral("conflictRows"));
+    rows->setAccessibleName(tr("Conflicts"));
+    rows->setRootIsDecorated(false);
+    rows->setUniformRowHeights(true);
+    rows->setAllColumnsShowFocus(true);
+    rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    rows->setHeaderLabels({tr("Attribute"), tr("Mine"), tr("In the File"), tr("Choice")});
+    addRows(backend, conflicts);
+    column->addWidget(rows, 1);
+
+    auto* const sides = new QHBoxLayout;
+    sides->addWidget(new QLabel(tr("For the selected rows:")));
+    sides->addWidget(mine);
+    sides->addWidget(theirs);
+    sides->addStretch();
+    column->addLayout(sides);
+    mine->setAutoDefault(false);
+    theirs->setAutoDefault(false);
+    connect(mine, &QPushButton::clicked, this, [this] { choose(ConflictSide::Mine); });
+    connect(theirs, &QPushButton::clicked, this, [this] { choose(ConflictSide::Theirs); });
+
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
+    save = buttons->button(QDialogButtonBox::Save);
+    save->setDefault(true);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    column->addWidget(buttons);
+
+    connect(rows, &QTreeWidget::itemSelectionChanged, this, &ConflictDialog::showState);
+    rows->selectAll();
+    rows->setFocus();
+    showState();
+}
+
+void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange>& conflicts)
+{
+    using Kind = UnsavedChange::Kind;
+    for (const UnsavedChange& conflict : conflicts) {
+        const bool isGone =
+            conflict.path == backend && !conflict.before.isValid() && !conflict.after.isValid();
+        auto* const row = new QTreeWidgetItem(
+            rows,
+            {conflict.path,
+             isGone ? tr("what is open") : sideText(conflict.after, conflict.kind != Kind::Removed),
+             isGone ? tr("the file is gone") : sideText(conflict.before, conflict.kind != Kind::Created)});
+        for (const int column : {PathColumn, MineColumn, TheirsColumn})
+            row->setToolTip(column, row->text(column));
+    }
+    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    rows->header()->setStretchLastSection(true);
+    rows->setColumnWidth(PathColumn, digit * 32);
+    rows->setColumnWidth(MineColumn, digit * 18);
+    rows->setColumnWidth(TheirsColumn, digit * 18);
+}
+
+void ConflictDialog::choose(ConflictSide side)
+{
+    const auto selected = rows->selectedItems();
+    for (QTreeWidgetItem* row : selected) {
+        row->setData(ChoiceColumn, choiceRole, int(side));
+        row->setText(ChoiceColumn, side == ConflictSide::Mine ? tr("keep mine") : tr("take theirs"));
+    }
+    showState();
+}
+
+void ConflictDialog::showState()
+{
+    const bool isAnySelected = rows->selectionModel()->hasSelection();
+    mine->setEnabled(isAnySelected);
+    theirs->setEnabled(isAnySelected);
+    save->setEnabled(getChoices().size() == rows->topLevelItemCount());
+}
+
+QMap<QString, ConflictDialog::ConflictSide> ConflictDialog::getChoices() const
+{
+    QMap<QString, ConflictSide> choices;
+    for (int number = 0; number < rows->topLevelItemCount(); ++number) {
+        const QTreeWidgetItem& row = *rows->topLevelItem(number);
+        const QVariant choice = row.data(ChoiceColumn, choiceRole);
+        if (choice.isValid())
+            choices.insert(row.text(PathColumn), ConflictSide(choice.toInt()));
+    }
+    return choices;
+}
+
+} // namespace Vantry

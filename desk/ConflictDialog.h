@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+
+#include <QDialog>
+#include <QMap>
+#include <QVector>
+
+#include <optional>
+
+class QPushButton;
+class QTreeWidget;
+
+namespace Vantry {
+
+// Lets a person choose, attribute by attribute or for all at once, between what is open here and what another
+// program has put into the file. GUI thread.
+class ConflictDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+    using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
+
+    // The conflicts of one backend; the label names it to people.
+    ConflictDialog(const QString& backend, const QString& label, const QVector<UnsavedChange>& conflicts,
+                   QWidget* parent);
+
+    // What was chosen for every path, once the dialog was accepted.
+    QMap<QString, ConflictSide> getChoices() const;
+
+private:
+    void addRows(const QString& backend, const QVector<UnsavedChange>& conflicts);
+    void choose(ConflictSide side);
+    void showState();
+
+    // Children.
+    QTreeWidget* rows;
+    QPushButton* mine;
+    QPushButton* theirs;
+    QPushButton* save = nullptr;
+};
+
+} // namespace Vantry

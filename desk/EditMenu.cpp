@@ -1,0 +1,81 @@
+#include "desk/EditMenu.h"
+
+#include "desk/WaitCursor.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+namespace Vantry {
+
+namespace {
+
+// Whether the widget takes back what is typed into it by itself.
+bool hasOwnHistory(const QWidget* widget)
+{
+    if (const auto* const line = qobject_cast<const QLineEdit*>(widget))
+        return !line->isReadOnly();
+    if (const auto* const text = qobject_cast<const QTextEdit*>(widget))
+        return !text->isReadOnly();
+    const auto* const plainText = qobject_cast<const QPlainTextEdit*>(widget);
+    return plainText && !plainText->isReadOnly();
+}
+
+} // namespace
+
+EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget* parent)
+    : QMenu(tr("&Edit"), parent), history(std::move(steps)), undo(addAction(QString())),
+      redo(addAction(QString()))
+{
+    undo->setObjectName(QStringLiteral("undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    redo->setObjectName(QStringLiteral("redo"));
+    redo->setShortcuts({QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), QKeySequence(Qt::CTRL + Qt::Key_Y)});
+    connect(undo, &QAction::triggered, this, [this] { take(&History::undo); });
+    connect(redo, &QAction::triggered, this, [this] { take(&History::redo); });
+    connect(this, &QMenu::aboutToShow, this, &EditMenu::refresh);
+    qApp->installEventFilter(this);
+    refresh();
+}
+
+void EditMenu::refresh()
+{
+    name(*undo, tr("&Undo"), history ? history->getUndoName() : QString());
+    name(*redo, tr("&Redo"), history ? history->getRedoName() : QString());
+}
+
+void EditMenu::name(QAction& action, const QString& verb, const QString& step)
+{
+    constexpr int mostShown = 60;
+    QString shown = step;
+    if (step.size() > mostShown)
+        shown = step.left(mostShown / 2) + QStringLiteral("...") + step.right(mostShown / 2);
+    shown.replace(QLatin1Char('&'), QLatin1String("&&"));
+    action.setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + shown);
+    action.setEnabled(!step.isEmpty());
+}
+
+// What is refused is told by the log.
+void EditMenu::take(FrameworkCore::AppConfig::StatusCode (History::*step)())
+{
+    const WaitCursor cursor;
+    (history.get()->*step)();
+    refresh();
+}
+
+bool EditMenu::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return QMenu::eventFilter(watched, event);
+    refresh();
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    // Text fields leave this one of the keys to others, and a step would be done again by mistake.
+    if (key.key() == Qt::Key_Y && key.modifiers() == Qt::ControlModifier &&
+        hasOwnHistory(qobject_cast<QWidget*>(watched)))
+        event->accept();
+    return QMenu::eventFilter(watched, event);
+}
+
+} // namespace Vantry

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/HistoryInterface.h"
+
+#include <QMenu>
+
+#include <memory>
+
+namespace Vantry {
+
+// Undo and redo, named after the step that they would take. GUI thread.
+class EditMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    using History = FrameworkCore::AppConfig::Interfaces::HistoryInterface;
+
+    // Without a history, which may be, both stay disabled.
+    explicit EditMenu(std::shared_ptr<History> history, QWidget* parent = nullptr);
+
+    // Looks which steps there are.
+    void refresh();
+
+protected:
+    // Before a key becomes a shortcut, since a step may have come in the very moment before.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void take(FrameworkCore::AppConfig::StatusCode (History::*step)());
+    static void name(QAction& action, const QString& verb, const QString& step);
+
+    std::shared_ptr<History> history;
+    QAction* undo; // children
+    QAction* redo;
+};
+
+} // namespace Vantry

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QMenu>
+
+#include <functional>
+
+namespace Vantry {
+
+class BackendFiles;
+
+// Opens configuration files and does what is done with open ones. GUI thread.
+class FileMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    // The files outlive the menu.
+    explicit FileMenu(BackendFiles& files, QWidget* parent = nullptr);
+
+signals:
+    void openRequested(const QStringList& files);
+    void quitRequested();
+
+private:
+    using Backends = std::function<QStringList()>;
+    using BackendAction = std::function<void(const QStringList& backends)>;
+
+    void addBackendMenu(const QString& title, const char* name, const Backends& backends,
+                        const BackendAction& action, const QString& allText = {});
+    void chooseFiles();
+    void fillRecent();
+
+    BackendFiles& files;
+    QMenu* recent; // a child
+};
+
+} // namespace Vantry

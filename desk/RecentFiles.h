@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QStringList>
+
+namespace Vantry {
+
+// The configuration files that were opened last, from one start to the next. GUI thread.
+class RecentFiles
+{
+public:
+    // Absolute paths, the newest first; they may be gone by now.
+    static QStringList get();
+
+    static void add(const QStringList& files);
+    static void clear();
+};
+
+} // namespace Vantry

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+namespace Vantry {
+
+class DiffView;
+
+// Asks what becomes of unsaved changes before they are lost, and shows what saving would write. GUI thread.
+class UnsavedChangesDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    using ChangesInterface = FrameworkCore::AppConfig::Interfaces::ChangesInterface;
+
+    enum class Answer { Save, Discard, Cancel };
+
+    struct Edited
+    {
+        QString backend;
+        QString label; // for people
+    };
+
+    // The question says what is about to happen. The differences appear when they are found, which takes some
+    // time in large files.
+    UnsavedChangesDialog(const QString& question, const std::vector<Edited>& edited,
+                         const std::shared_ptr<ChangesInterface>& changes, QWidget* parent);
+
+    // Runs the dialog.
+    Answer ask();
+
+private:
+    void show(int number, const QString& text);
+    void findDifferences(const std::vector<Edited>& edited, const std::shared_ptr<ChangesInterface>& changes);
+
+    DiffView* view; // a child
+    Answer answer = Answer::Cancel;
+};
+
+} // namespace Vantry

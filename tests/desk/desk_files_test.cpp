@@ -1,0 +1,332 @@
+#include "tests/desk/RunningDesk.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTreeView>
+#include <QTreeWidget>
+
+#include <optional>
+
+using TestSupport::DialogDriver;
+using TestSupport::pressKey;
+using TestSupport::RunningDesk;
+
+namespace {
+
+const QString speed = QStringLiteral("plant.cell.pump.motor.speed");
+const QString sense = QStringLiteral("plant.cell.pump.motor.sense");
+const QString maximum = QStringLiteral("limits.oven.maximum");
+
+QByteArray contentOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+// Clicks the button of a dialog that has the text.
+void press(const QWidget& dialog, const char* text)
+{
+    const auto buttons = dialog.findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->text().remove(QLatin1Char('&')) == QLatin1String(text)) {
+            QTest::mouseClick(button, Qt::LeftButton);
+            return;
+        }
+    }
+    QFAIL(text);
+}
+
+} // namespace
+
+// The File and the Edit menu, with real keys on the real desk and files.
+class DeskFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        folder = std::make_unique<RunningDesk::Folder>();
+        plant = contentOf(folder->path("plant.json"));
+        desk = std::make_unique<RunningDesk>(
+            *folder, QStringList{folder->path("plant.json"), folder->path("limits.ini")});
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
+        desk->tree->setFocus();
+    }
+
+    void cleanup()
+    {
+        desk.reset();
+        folder.reset();
+    }
+
+    void undoesAndSavesByKey()
+    {
+        const auto* const undo = desk->part<QAction>("undo");
+        const auto* const redo = desk->part<QAction>("redo");
+        QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+        write(speed, 1250);
+        QTRY_COMPARE(undo->text(), QStringLiteral("&Undo Write ") + speed);
+        QTRY_VERIFY(desk->window->isWindowModified());
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QByteArray edited = plant;
+        edited.replace("1200", "1250");
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), edited);
+        QTRY_VERIFY(!desk->window->isWindowModified());
+
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(speed), QVariant(1200LL));
+        QTRY_VERIFY(!undo->isEnabled());
+        QCOMPARE(redo->text(), QStringLiteral("&Redo Write ") + speed);
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), plant);
+        for (const char* key : {"ctrl+y", "ctrl+shift+z"}) {
+            QVERIFY(pressKey(QLatin1String(key)));
+            QTRY_COMPARE(read(speed), QVariant(1250LL));
+            QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+            QTRY_COMPARE(read(speed), QVariant(1200LL));
+        }
+    }
+
+    // A text field takes back what was typed there, not what happened to the attributes.
+    void leavesTextFieldsTheirUndo()
+    {
+        write(speed, 1250);
+        auto* const search = desk->part<QLineEdit>("edtSearchPath");
+        search->setFocus();
+        const QString before = search->text();
+        QVERIFY(TestSupport::typeText(QStringLiteral("x")));
+        QTRY_COMPARE(search->text(), before + QLatin1Char('x'));
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(search->text(), before);
+        for (const char* key : {"ctrl+z", "ctrl+y", "End"}) // nothing is left to undo
+            QVERIFY(pressKey(QLatin1String(key)));
+        QVERIFY(TestSupport::typeText(QStringLiteral("y")));
+        QTRY_COMPARE(search->text(), before + QLatin1Char('y'));
+        QCOMPARE(read(speed), QVariant(1250LL));
+        search->selectAll();
+        QVERIFY(pressKey(QStringLiteral("Delete")));
+        QTRY_VERIFY(search->text().isEmpty());
+        desk->tree->setFocus();
+        for (const char* key : {"ctrl+z", "ctrl+y", "ctrl+z"})
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(read(speed), QVariant(1200LL));
+    }
+
+    void reverts()
+    {
+        write(speed, 1250);
+        write(maximum, 130);
+        fileMenu({"e", "Return"}, [](QWidget& dialog) { press(dialog, "Cancel"); }); // of the first backend
+        QCOMPARE(read(speed), QVariant(1250LL));
+        fileMenu({"e", "Return"}, [](QWidget& dialog) { press(dialog, "Revert"); });
+        QTRY_COMPARE(read(speed), QVariant(1200LL));
+        QCOMPARE(read(maximum), QVariant(130LL));
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(speed), QVariant(1250LL));
+        fileMenu({"e", "a"}, [](QWidget& dialog) { press(dialog, "Revert"); });
+        QTRY_COMPARE(read(speed), QVariant(1200LL));
+        QCOMPARE(read(maximum), QVariant(125LL));
+        QTRY_VERIFY(!desk->window->isWindowModified());
+    }
+
+    void asksBeforeChangesAreLost_data()
+    {
+        QTest::addColumn<bool>("isWindow"); // or only one of the files
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("goes");
+        QTest::addColumn<bool>("isSaved");
+        for (const bool isWindow : {true, false}) {
+            const QString whole = isWindow ? QStringLiteral("window: ") : QStringLiteral("file: ");
+            const QString save = isWindow ? QStringLiteral("Save All") : QStringLiteral("Save");
+            QTest::newRow(qPrintable(whole + save)) << isWindow << save << true << true;
+            QTest::newRow(qPrintable(whole + QLatin1String("Discard")))
+                << isWindow << QStringLiteral("Discard") << true << false;
+            QTest::newRow(qPrintable(whole + QLatin1String("Cancel")))
+                << isWindow << QStringLiteral("Cancel") << false << false;
+        }
+    }
+
+    void asksBeforeChangesAreLost()
+    {
+        QFETCH(bool, isWindow);
+        QFETCH(QString, button);
+        QFETCH(bool, goes);
+        QFETCH(bool, isSaved);
+        write(speed, 1250);
+        write(maximum, 130);
+        QString shown;
+        const auto answer = [&](QWidget& dialog) {
+            auto* const view = dialog.findChild<QPlainTextEdit*>(QStringLiteral("differences"));
+            QTRY_VERIFY(view->toPlainText().contains(isWindow ? QLatin1String("+maximum = 130")
+                                                              : QLatin1String("\"speed\": 1250")));
+            shown = view->toPlainText();
+            press(dialog, qPrintable(button));
+        };
+        if (isWindow) {
+            const DialogDriver driver(answer);
+            QVERIFY(pressKey(QStringLiteral("ctrl+q")));
+            QTRY_VERIFY(driver.isDone());
+        } else {
+            fileMenu({"c", "Return"}, answer);
+        }
+        QVERIFY2(shown.startsWith(QStringLiteral("--- ") + folder->path("plant.json")), qPrintable(shown));
+        QVERIFY2(shown.contains(QLatin1String("-{\"cell\": {\"pump\": {\"motor\": {\"speed\": 1200")) &&
+                     shown.contains(QLatin1String("-maximum = 125")) == isWindow,
+                 qPrintable(shown));
+        if (isWindow)
+            QTRY_COMPARE(!desk->window->isVisible(), goes);
+        else
+            QTRY_COMPARE(!desk->item(QStringLiteral("plant")).isValid(), goes);
+        QCOMPARE(contentOf(folder->path("plant.json")).contains("1250"), isSaved);
+        QCOMPARE(contentOf(folder->path("limits.ini")).contains("130"), isSaved && isWindow);
+        if (!goes)
+            QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    void letsChooseInConflicts()
+    {
+        write(speed, 1250);
+        write(sense, QStringLiteral("right"));
+        QByteArray theirs = plant;
+        theirs.replace("1200", "1300").replace("left", "both").replace("true", "false");
+        QFile file(folder->path("plant.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(theirs);
+        file.close();
+        DialogDriver driver([](QWidget& dialog) {
+            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+            QCOMPARE(textsOf(*rows), (QStringList{speed + QLatin1String("|1250|1300|"),
+                                                  sense + QLatin1String("|right|both|")}));
+            press(dialog, "Save"); // not enabled before all are chosen
+            QVERIFY(dialog.isVisible());
+            press(dialog, "Keep Mine");
+            rows->clearSelection();
+            rows->topLevelItem(1)->setSelected(true);
+            press(dialog, "Take Theirs");
+            QCOMPARE(textsOf(*rows).last(), sense + QLatin1String("|right|both|take theirs"));
+            press(dialog, "Save");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(theirs).replace("1300", "1250"));
+        QCOMPARE(read(sense), QVariant(QStringLiteral("both")));
+        QTRY_VERIFY(!desk->window->isWindowModified());
+    }
+
+    // What cannot be saved keeps the window, and the person hears why.
+    void staysWhenSavingFails()
+    {
+        write(speed, 1250);
+        QVERIFY(QFile::remove(folder->path("plant.json")));
+        QVERIFY(QDir().mkdir(folder->path("plant.json")));
+        QString told;
+        std::optional<DialogDriver> warning;
+        const DialogDriver driver([&](QWidget& dialog) {
+            press(dialog, "Save");
+            warning.emplace([&told](QWidget& box) {
+                told = qobject_cast<QMessageBox*>(&box)->text();
+                press(box, "OK");
+            });
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+q")));
+        QTRY_VERIFY(warning && warning->isDone());
+        QVERIFY2(told.contains(folder->path("plant.json")), qPrintable(told));
+        QVERIFY(desk->window->isVisible());
+        QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    void remembersFiles()
+    {
+        auto* const recent = desk->part<QMenu>("recentFiles");
+        const auto entries = [recent] {
+            emit recent->aboutToShow();
+            QStringList texts;
+            const auto actions = recent->actions();
+            for (const QAction* action : actions)
+                texts.append(action->text().section(QLatin1Char('/'), -1) +
+                             (action->isEnabled() ? QString() : QStringLiteral("!")));
+            return texts;
+        };
+        QCOMPARE(entries(), (QStringList{QStringLiteral("limits.ini"), QStringLiteral("plant.json"),
+                                         QString(), QStringLiteral("&Clear This List")}));
+        fileMenu({"c", "Return"});
+        QTRY_VERIFY(!desk->item(QStringLiteral("plant")).isValid());
+        QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("limits.ini[*]"));
+        fileMenu({"r", "2"});
+        QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        QVERIFY(QFile::remove(folder->path("limits.ini")));
+        QCOMPARE(entries().mid(0, 2),
+                 (QStringList{QStringLiteral("plant.json"), QStringLiteral("limits.ini (missing)!")}));
+        fileMenu({"r", "c"});
+        QTRY_COMPARE(entries(), QStringList(QStringLiteral("None yet!")));
+    }
+
+private:
+    void write(const QString& path, const QVariant& value)
+    {
+        QCOMPARE(desk->repository->getWriterInterface()->writeAttributeValue(path, value, 8), 0);
+    }
+
+    QVariant read(const QString& path) const
+    {
+        QVariant value;
+        desk->repository->getReaderInterface()->readAttributeValue(path, value, 0);
+        return value;
+    }
+
+    // Opens a menu in the File menu by the first key and chooses there by the second; a dialog that comes
+    // then is driven.
+    void fileMenu(const QList<const char*>& keys, const std::function<void(QWidget&)>& drive = {})
+    {
+        QVERIFY(TestSupport::showActive(*desk->window)); // again, after a dialog
+        QVERIFY(pressKey(QStringLiteral("alt+f")));
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        const QWidget* const menu = QApplication::activePopupWidget();
+        QVERIFY(pressKey(QLatin1String(keys.first())));
+        QTRY_VERIFY(QApplication::activePopupWidget() != menu);
+        std::optional<DialogDriver> driver;
+        if (drive)
+            driver.emplace(drive);
+        QVERIFY(pressKey(QLatin1String(keys.last())));
+        if (driver)
+            QTRY_VERIFY(driver->isDone());
+    }
+
+    static QStringList textsOf(const QTreeWidget& rows)
+    {
+        QStringList texts;
+        for (int row = 0; row < rows.topLevelItemCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < rows.columnCount(); ++column)
+                cells.append(rows.topLevelItem(row)->text(column));
+            texts.append(cells.join(QLatin1Char('|')));
+        }
+        return texts;
+    }
+
+    std::unique_ptr<RunningDesk::Folder> folder;
+    std::unique_ptr<RunningDesk> desk;
+    QByteArray plant; // the file as it was
+};
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk-test"));
+    return TestSupport::runTest<QApplication, DeskFilesTest>(argc, argv);
+}
+
+#include "desk_files_test.moc"
