@@ -1,11 +1,13 @@
 #include "repository/AttributeRepository.h"
 
+#include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QVariantMap>
 
 #include <benchmark/benchmark.h>
 
-// Whole subtrees within one json backend, beside the floor: the same attributes put into nested maps.
+// Whole subtrees within one json backend, beside the floors: the same attributes put into nested maps, json
+// text made of such maps by Qt, and maps made of that text.
 
 namespace {
 
@@ -54,6 +56,22 @@ void buildMap(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+void writeMap(benchmark::State& state)
+{
+    const QVariantMap map = nestedMap(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromVariant(map).toJson());
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void readMap(benchmark::State& state)
+{
+    const QByteArray text = QJsonDocument::fromVariant(nestedMap(int(state.range(0)))).toJson();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromJson(text).toVariant());
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 void copyTree(benchmark::State& state)
 {
     const Filled filled(int(state.range(0)));
@@ -99,13 +117,15 @@ void importTree(benchmark::State& state)
 }
 
 BENCHMARK(buildMap)->Name("Floor/NestedMap")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeMap)->Name("Floor/JsonFromNestedMap")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(readMap)->Name("Floor/NestedMapFromJson")->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyTree)
-    ->Name("Repository/CopyTree")
+    ->Name("Tree/CopySubtree")
     ->ArgNames({"", "recorded"})
     ->Args({100000, 0})
     ->Args({100000, 1})
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(exportTree)->Name("Repository/ExportTree")->Arg(100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(importTree)->Name("Repository/ImportTree")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(exportTree)->Name("Tree/ExportJson")->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(importTree)->Name("Tree/ImportJson")->Arg(100000)->Unit(benchmark::kMillisecond);
 
 } // namespace
