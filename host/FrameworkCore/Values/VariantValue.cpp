@@ -33,9 +33,15 @@ Number numberIn(const QVariant& variant)
         number.kind = Number::Kind::Bool;
         number.asSigned = variant.toBool() ? 1 : 0;
         break;
-    case QMetaType::Int:
-    case QMetaType::Long:
+    case QMetaType::Int: // nearly all numbers, and quicker when the type is named
+        number.kind = Number::Kind::Signed;
+        number.asSigned = variant.value<int>();
+        break;
     case QMetaType::LongLong:
+        number.kind = Number::Kind::Signed;
+        number.asSigned = variant.value<qlonglong>();
+        break;
+    case QMetaType::Long:
     case QMetaType::Short:
     case QMetaType::Char:
     case QMetaType::SChar:
