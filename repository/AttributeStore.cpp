@@ -66,14 +66,14 @@ AttributeStore::getAttribute(const QString& path)
 FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path, const QVariant& value,
                                                             int option, int access)
 {
-    const auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
+    auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
     bool isHidden = !isReadable(AccessMode(access));
     QString reason;
     StatusCode status = checkCreation(path, attributeValue.has_value(), access, reason);
     if (status == StatusCode::Success) {
         const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
         TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-        status = edit.createAttribute(path, *attributeValue, AccessMode(access), reason);
+        status = edit.createAttribute(path, *std::move(attributeValue), AccessMode(access), reason);
         if (status != StatusCode::Success)
             isHidden = isHidden || hidesValues(path);
     }
@@ -204,8 +204,8 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
                                 const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
                                 int points)
 {
-    const bool isPattern = pathOrPattern.contains(QLatin1Char('*'));
-    if (!callback || (!isPattern && !isValidPath(pathOrPattern))) {
+    const bool isPattern = !isValidPath(pathOrPattern);
+    if (!callback || (isPattern && !pathOrPattern.contains(QLatin1Char('*')))) {
         refuse(StatusCode::InvalidPath, pathOrPattern,
                QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
         return {};

@@ -20,7 +20,10 @@ bool isValidPath(QStringView path)
 
 QStringView parentPath(QStringView path)
 {
-    return path.left(std::max<qsizetype>(path.lastIndexOf(pathSeparator), 0));
+    qsizetype end = std::max<qsizetype>(path.size() - 1, 0);
+    while (end > 0 && path[end] != pathSeparator)
+        --end;
+    return path.left(end);
 }
 
 bool isAtOrBelow(QStringView path, QStringView ancestor)

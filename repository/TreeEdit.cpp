@@ -113,7 +113,7 @@ Node& TreeEdit::ensureChild(Node& parent, const QString& path)
     return node ? *node : makeNode(path, key, parent);
 }
 
-Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
+std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
 {
     auto made = std::make_unique<Node>(path);
     made->parent = &parent;
@@ -124,7 +124,12 @@ Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& p
         parent.children = std::make_unique<Children>();
     parent.children->append(*made);
     note(*made, NodeState());
+    return made;
+}
 
+Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
+{
+    auto made = linkNode(path, parent);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
@@ -133,17 +138,18 @@ Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& p
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
 {
-    setAttribute(node, NodeIndex::Key(node.path), value, access, result);
+    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    giveValue(node, value, access, result);
 }
 
-void TreeEdit::setAttribute(Node& node, const NodeIndex::Key& key, const QVariant& value, AccessMode access,
-                            UpdateResult result)
+void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access, UpdateResult result)
 {
-    const std::lock_guard shardLock(store.index.shardOf(key).mutex);
-    note(node, NodeState::of(node));
-    if (recorder && node.backend && !isReadable(access))
-        hiding.insert(node.backend);
-    node.value = value;
+    if (recorder) {
+        note(node, NodeState::of(node));
+        if (node.backend && !isReadable(access))
+            hiding.insert(node.backend);
+    }
+    node.value = std::move(value);
     node.access = access;
     node.isAttribute = true;
     Delivery::collect(deliveries, node, store.patterns, result);
@@ -187,7 +193,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const NodeIndex::Key& k
     return broken ? StatusCode::RefusedByValidation : StatusCode::Success;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, const QVariant& value,
+FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, QVariant value,
                                                                AccessMode access, QString& reason)
 {
     const NodeIndex::Key key(path);
@@ -196,7 +202,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         reason = QStringLiteral("it exists already; write to it, or choose another name");
         return StatusCode::AlreadyExists;
     }
-    Node& ancestor = node ? *node : nearest(parentPath(path));
+    const QStringView parentName = parentPath(path);
+    Node& ancestor = node ? *node : nearest(parentName);
     Backend* backend = ancestor.backend;
     const StatusCode status = acceptNew(key, node, backend, value, reason);
     if (status != StatusCode::Success)
@@ -212,11 +219,15 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         }
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
-    if (!node) {
-        const QStringView parent = parentPath(path);
-        node = &makeNode(path, key, ancestor.path.size() == parent.size() ? ancestor : ensure(parent));
+    if (node) {
+        setAttribute(*node, value, access, UpdateResult::Created);
+        return StatusCode::Success;
     }
-    setAttribute(*node, key, value, access, UpdateResult::Created);
+    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName));
+    NodeIndex::Shard& shard = store.index.shardOf(key);
+    const std::lock_guard shardLock(shard.mutex);
+    shard.handWaiting(*made);
+    giveValue(shard.insert({std::move(made), key.hash}), std::move(value), access, UpdateResult::Created);
     return StatusCode::Success;
 }
 

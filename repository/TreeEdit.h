@@ -53,8 +53,7 @@ public:
                          const QVariant& value, QString& reason);
 
     // A new attribute, in memory or in the backend that its place belongs to; the reason when it is refused.
-    StatusCode createAttribute(const QString& path, const QVariant& value, AccessMode access,
-                               QString& reason);
+    StatusCode createAttribute(const QString& path, QVariant value, AccessMode access, QString& reason);
 
     void setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result);
 
@@ -98,8 +97,10 @@ public:
 
 private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
-    void setAttribute(Node& node, const NodeIndex::Key& key, const QVariant& value, AccessMode access,
-                      UpdateResult result);
+    // The node is not filed yet.
+    std::unique_ptr<Node> linkNode(const QString& path, Node& parent);
+    // Attribute lock held.
+    void giveValue(Node& node, QVariant value, AccessMode access, UpdateResult result);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);
