@@ -26,7 +26,7 @@ constexpr auto classes = [] {
     for (unsigned c = 'a'; c <= 'z'; ++c)
         table[c] = table[c - 'a' + 'A'] = NameStart | NamePart | Content | Quoted | Plain;
     table[unsigned('_')] |= NameStart | NamePart;
-    for (const char c : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', '-', '.'})
+    for (const char c : {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9', '-', '.', ':'})
         table[unsigned(c)] |= NamePart;
     table[unsigned(']')] = Quoted | Plain;
     table[unsigned('"')] = table[unsigned('\'')] = Content | Plain;
@@ -232,18 +232,12 @@ bool XmlScanner::readEndTag()
     return skip(">");
 }
 
-// Empty when there is none. A colon may part it once.
+// Empty when there is none.
 std::string_view XmlScanner::readName()
 {
     const std::size_t begin = at;
-    if (!is(text[at], NameStart))
-        return {};
-    at = behind(NamePart, text, at);
-    if (text[at] == ':') {
-        if (!is(text[at + 1], NameStart))
-            return {};
-        at = behind(NamePart, text, at + 1);
-    }
+    if (is(text[at], NameStart))
+        at = behind(NamePart, text, at);
     return std::string_view(text).substr(begin, at - begin);
 }
 

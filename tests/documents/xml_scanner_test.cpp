@@ -26,6 +26,7 @@ private slots:
         const QString seed = TestSupport::projectPath(QStringLiteral("fuzz/seeds/xml/plain.xml"));
         QTest::newRow("all that is plain") << QByteArray::fromStdString(contentOf(seed));
         QTest::newRow("references") << QByteArray("<a b='&#9;&#x20;&#55295;&quot;'>&#10;&amp;&apos;</a>");
+        QTest::newRow("attributes") << QByteArray("<a b='' c=''><d e=''/></a>");
         QTest::newRow("other declaration") << QByteArray("<?xml version='1.0' encoding='utf-8' ?>\r\n<a/>\n");
         QTest::newRow("comments") << QByteArray("<!----><a><!-- - --><b><!--a-b--></b></a><!--->-->");
     }
@@ -35,14 +36,15 @@ private slots:
         QFETCH(QByteArray, text);
         const std::string original = text.toStdString();
         QVERIFY(Fuzz::checkXmlScanner(original).isPlain);
-        std::vector<std::string> pieces{"", "]]>", "--", "<a>", "<b/>", "&b;", "<?xml ?>", "\xC3\xA9"};
-        pieces.insert(pieces.end(), {"\xEF\xBF\xBF", "\xED\xA0\x80", "\xFF\xFE", "\xF4\x90\x80\x80"});
+        std::vector<std::string> pieces{"", "]]>", "--", "<a>", "<b/>", "&b;", "<?xml ?>", "<![CDATA[]]>"};
+        pieces.insert(pieces.end(), {"\xC3\xA9", "\xEF\xBF\xBE", "\xEF\xBF\xBF", "\xED\xA0\x80", "\xFF\xFE",
+                                     "\xF4\x90\x80\x80"});
         for (int byte = 0; byte < 256; ++byte)
             pieces.emplace_back(1, char(byte));
         std::size_t plain = 0;
         for (std::size_t at = 0; at <= original.size(); ++at) {
             for (const std::string& piece : pieces) {
-                for (const std::size_t replaced : {0, 1, 2}) {
+                for (const std::size_t replaced : {0, 1, 2, 4}) {
                     std::string changed = original;
                     changed.replace(at, replaced, piece);
                     const Fuzz::XmlScannerCheck check = Fuzz::checkXmlScanner(changed);
