@@ -34,10 +34,9 @@ SubtreeBuilder::SubtreeBuilder(Node& emptyRoot) : root(emptyRoot), levels{{0, &e
 
 void SubtreeBuilder::add(std::string_view path, const Value& value)
 {
-    const std::size_t dot = path.rfind('.');
-    const bool atRoot = dot == std::string_view::npos;
-    Node& parent = parentOf(path, path.substr(0, atRoot ? 0 : dot));
-    auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(atRoot ? 0 : dot + 1)));
+    const Level above = levelAbove(path);
+    Node& parent = *above.node;
+    auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(above.nameBegin())));
     node->parent = &parent;
     node->backend = root.backend;
     node->access = root.access;
@@ -57,20 +56,20 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     made[NodeIndex::shardNumber(key)].push_back({std::move(node), key.hash});
 }
 
-Node& SubtreeBuilder::parentOf(std::string_view path, std::string_view parent)
+SubtreeBuilder::Level SubtreeBuilder::levelAbove(std::string_view path)
 {
     const auto leadsTo = [&](std::size_t length) {
-        return length <= parent.size() && (length == 0 || length == parent.size() || path[length] == '.') &&
-               last.compare(0, length, path, 0, length) == 0;
+        return length == 0 ||
+               (length < path.size() && path[length] == '.' && last.compare(0, length, path, 0, length) == 0);
     };
     while (!leadsTo(levels.back().pathLength))
         levels.pop_back();
-    if (levels.back().pathLength == parent.size())
-        return *levels.back().node;
+    if (path.find('.', levels.back().nameBegin()) == std::string_view::npos)
+        return levels.back();
     // The file comes back to a section that it has left.
-    Node& left = search(joinedPath(root.path, parent));
-    levels.push_back({parent.size(), &left});
-    return left;
+    const std::string_view parent = path.substr(0, path.rfind('.'));
+    levels.push_back({parent.size(), &search(joinedPath(root.path, parent))});
+    return levels.back();
 }
 
 Node& SubtreeBuilder::search(const QString& path)

@@ -38,9 +38,12 @@ private:
     {
         std::size_t pathLength; // of the relative path
         Node* node;             // not owned
+
+        // Where the name of a node in it begins in its path.
+        std::size_t nameBegin() const { return pathLength == 0 ? 0 : pathLength + 1; }
     };
 
-    Node& parentOf(std::string_view path, std::string_view parentPath);
+    Level levelAbove(std::string_view path);
     Node& search(const QString& path);
 
     Node& root;
