@@ -1,6 +1,7 @@
 #include "tests/support/DialogDriver.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMenu>
 #include <QtTest>
 
@@ -12,10 +13,12 @@ constexpr int lookInterval = 5;          // ms
 constexpr int longestEnd = 10'000;       // ms
 constexpr int longestActivation = 2'000; // ms
 
+// Completion lists and busy windows ask nothing.
 QWidget* topmost()
 {
-    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-    return menu ? menu : QApplication::activeModalWidget();
+    if (auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
+        return menu;
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget());
 }
 
 } // namespace
