@@ -13,8 +13,11 @@ using Guard = std::lock_guard<std::mutex>;
 
 void WatchedAttributeInbox::setReceiver(QObject* object)
 {
+    Attributes dropped; // after the lock is released
     const Guard guard(mutex);
     receiver = object;
+    if (!receiver)
+        dropped.swap(changed); // which own this in turn
 }
 
 void WatchedAttributeInbox::add(std::shared_ptr<WatchedAttribute> attribute)

@@ -16,7 +16,8 @@ class WatchedAttributeInbox
 public:
     using Attributes = std::vector<std::shared_ptr<WatchedAttribute>>;
 
-    // The receiver is posted a QEvent::User when the first attribute comes in; the empty pointer ends that.
+    // The receiver is posted a QEvent::User when the first attribute comes in; the empty pointer ends that
+    // and lets go what is in.
     void setReceiver(QObject* object);
 
     void add(std::shared_ptr<WatchedAttribute> attribute);
