@@ -43,7 +43,10 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     setUpFilters();
 }
 
-AttributeBrowserWidget::~AttributeBrowserWidget() = default;
+AttributeBrowserWidget::~AttributeBrowserWidget()
+{
+    textEditingFinished(); // an editor that is still open would call a page that is half gone
+}
 
 void AttributeBrowserWidget::logValidationNames() const
 {

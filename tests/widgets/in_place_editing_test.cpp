@@ -1,0 +1,455 @@
+#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/Utilities/RepositoryAccess.h"
+#include "repository/AttributeRepository.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/LoggedFailures.h"
+#include "tests/support/RealInput.h"
+#include "tests/support/TestRun.h"
+#include "tests/widgets/BrowserPage.h"
+#include "widgets/ListWidget.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDateTimeEdit>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <optional>
+#include <thread>
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::BackendConfiguration;
+using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+using TestSupport::FakeRepository;
+using Widgets::ListWidget;
+
+namespace {
+
+const QString any = QStringLiteral("*");
+const QString path = QStringLiteral("plant.cell.value");
+const QString other = QStringLiteral("plant.cell.other");
+
+QString text(const char* latin1)
+{
+    return QString::fromLatin1(latin1);
+}
+
+// To the widget that has the keyboard.
+void press(Qt::Key key)
+{
+    QTest::keyClick(QApplication::focusWidget(), key);
+}
+
+void type(const char* keys)
+{
+    for (; *keys; ++keys) // the first may open an editor
+        QTest::keyClick(QApplication::focusWidget(), *keys);
+}
+
+QList<ListWidget*> listWindows()
+{
+    QList<ListWidget*> windows;
+    for (QWidget* const widget : QApplication::topLevelWidgets()) {
+        if (auto* const window = qobject_cast<ListWidget*>(widget))
+            windows.append(window);
+    }
+    return windows;
+}
+
+} // namespace
+
+// Editing in the tree with keys and mouse. Each test runs on the fake repository and on the real one.
+class InPlaceEditingTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase_data()
+    {
+        QTest::addColumn<bool>("isReal");
+        QTest::newRow("fake") << false;
+        QTest::newRow("real") << true;
+    }
+
+    void init()
+    {
+        QFETCH_GLOBAL(bool, isReal);
+        fake = isReal ? nullptr : std::make_shared<FakeRepository>();
+        repository = fake;
+        if (isReal)
+            repository = Repository::AttributeRepository::create();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        log.emplace();
+    }
+
+    void cleanup()
+    {
+        page.reset();
+        qDeleteAll(listWindows());
+        Utilities::SetAppConfigRepositoryInterface({});
+        repository.reset();
+    }
+
+    void keysEditEveryType();
+
+    void opensTheEditorOfTheType_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("editor"); // empty: none
+        QTest::newRow("bool") << QVariant(true) << text("Widgets::CheckBoxWidget");
+        QTest::newRow("integer") << QVariant(5LL) << text("Widgets::LineEditWidget");
+        QTest::newRow("unsigned") << QVariant(5ULL) << text("Widgets::LineEditWidget");
+        QTest::newRow("double") << QVariant(0.5) << text("Widgets::LineEditWidget");
+        QTest::newRow("text") << QVariant(text("gjpqy")) << text("Widgets::LineEditWidget");
+        QTest::newRow("empty text") << QVariant(QString()) << text("Widgets::LineEditWidget");
+        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << text("Widgets::DateTimeEditWidget");
+        QTest::newRow("time") << QVariant(QTime(1, 2, 3)) << text("Widgets::DateTimeEditWidget");
+        QTest::newRow("date-time") << QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3), Qt::UTC))
+                                   << text("Widgets::DateTimeEditWidget");
+        QTest::newRow("bytes") << QVariant(QByteArray("\xff")) << QString();
+        QTest::newRow("null") << QVariant() << QString();
+    }
+
+    void opensTheEditorOfTheType()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, editor);
+        create(path, value);
+        create(other, text("x"));
+        openPage();
+        page->open({text("plant"), text("plant.cell")});
+        const int rowHeight = page->tree.visualRect(cell()).height();
+        const QPoint place = page->tree.visualRect(cell()).center();
+        QTest::mouseClick(page->tree.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QTest::mouseDClick(page->tree.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QTest::mouseRelease(page->tree.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        const QWidget* const shown = page->tree.indexWidget(cell());
+        QCOMPARE(shown ? text(shown->metaObject()->className()) : QString(), editor);
+        if (!shown)
+            return;
+        QVERIFY(shown->hasFocus());
+        QCOMPARE(shown->accessibleName(), path);
+        // It covers the cell, has room for its text, and moves no row.
+        QTRY_COMPARE(shown->geometry(), page->tree.visualRect(cell()));
+        QVERIFY(shown->height() >= shown->fontMetrics().height());
+        QVERIFY(shown->width() >= shown->minimumSizeHint().width());
+        QCOMPARE(page->tree.visualRect(cell()).height(), rowHeight);
+        QCOMPARE(page->tree.visualRect(cell(other)).height(), rowHeight);
+    }
+
+    void groupsHaveNoEditor()
+    {
+        create(path, 5);
+        openPage();
+        page->clickItem(text("plant.cell"));
+        press(Qt::Key_F2);
+        QVERIFY(!page->tree.indexWidget(cell(text("plant.cell"))));
+        page->tree.clearSelection();
+        press(Qt::Key_F2);
+        QVERIFY(page->tree.hasFocus());
+    }
+
+    void endsWell_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("end");
+        QTest::addColumn<QVariant>("left"); // what is there afterwards
+        const auto row = [](const char* kind, const char* key, const QVariant& before,
+                            const QVariant& changed) {
+            const bool isGivenUp = text(key) == text("Escape");
+            QTest::addRow("%s by %s", kind, key) << before << text(key) << (isGivenUp ? before : changed);
+        };
+        for (const char* const key : {"Escape", "Return", "Tab", "Shift+Tab", "click"}) {
+            row("line", key, 5LL, 7LL);
+            row("date", key, QDate(2024, 2, 28), QDate(2025, 2, 28));
+            if (text(key) != text("Shift+Tab")) // Shift itself gives a check box up
+                row("check box", key, true, false);
+        }
+    }
+
+    void endsWell()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, end);
+        QFETCH(QVariant, left);
+        create(path, value);
+        create(other, text("x"));
+        openPage();
+        edit();
+        change();
+        if (end == text("click"))
+            page->clickItem(other);
+        else
+            pressToEnd(end);
+        QVERIFY(!page->tree.indexWidget(cell()));
+        QVERIFY(page->tree.hasFocus());
+        QCOMPARE(valueOf(path), left);
+        QTRY_VERIFY(shown(path).startsWith(left.toString()));
+        QCOMPARE(log->texts(), QStringList());
+        if (end != text("click")) {
+            // The row is not selected any more, but the keyboard is still there.
+            QVERIFY(!page->tree.selectionModel()->hasSelection());
+            QCOMPARE(page->tree.currentIndex(), page->item(path));
+            press(Qt::Key_Down);
+        }
+        QCOMPARE(page->tree.currentIndex(), page->item(other));
+        press(Qt::Key_F2);
+        QVERIFY(page->tree.indexWidget(cell(other)));
+    }
+
+    void refusalsLeaveTheValue()
+    {
+        create(path, text("x"));
+        create(other, text("x"), AccessMode::ReadOnly);
+        openPage();
+        if (fake)
+            fake->setNextStatus(int(FrameworkCore::AppConfig::RefusedByValidation));
+        else
+            QVERIFY(repository->getValidationInterface()->addValidation(path, text("range(1,5)")) != 0);
+        edit();
+        type("7");
+        press(Qt::Key_Return);
+        QCOMPARE(log->texts(), QStringList(text("Write To Attribute plant.cell.value Failed")));
+        edit(other);
+        type("7");
+        press(Qt::Key_Return);
+        QCOMPARE(log->texts().mid(1),
+                 QStringList(text("Write To  plant.cell.other Failed. Bad Writable, Read Only")));
+        for (const QString& one : {path, other}) {
+            QCOMPARE(valueOf(one), QVariant(text("x")));
+            QCOMPARE(shown(one), text("x"));
+            QVERIFY(!page->tree.indexWidget(cell(one)));
+        }
+    }
+
+    void itemGoesWhileItIsEdited_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QString>("way");
+        for (const char* const way : {"removed", "branch removed", "branch closed", "tree read anew"}) {
+            QTest::addRow("line, %s", way) << QVariant(5LL) << text(way);
+            QTest::addRow("check box, %s", way) << QVariant(true) << text(way);
+            QTest::addRow("date, %s", way) << QVariant(QDate(2024, 2, 28)) << text(way);
+        }
+    }
+
+    void itemGoesWhileItIsEdited()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QString, way);
+        create(path, value);
+        create(text("other"), text("x"));
+        openPage();
+        edit();
+        change();
+        const QPointer<QWidget> editor = page->tree.indexWidget(cell());
+        if (way == text("removed"))
+            repository->getTreeInterface()->removeTree(path);
+        else if (way == text("branch removed"))
+            repository->getTreeInterface()->removeTree(text("plant"));
+        else if (way == text("branch closed"))
+            page->tree.collapseAll();
+        else
+            QVERIFY(QMetaObject::invokeMethod(&page->widget, "refreshAttributesList",
+                                              Q_ARG(QString, text("other"))));
+        QTRY_VERIFY(!editor);
+        QTRY_VERIFY(page->tree.hasFocus());
+        QCOMPARE(valueOf(path), way.contains(text("removed")) ? QVariant() : value);
+        QCOMPARE(log->texts(), QStringList());
+        edit(text("other"));
+        type("y");
+        press(Qt::Key_Return);
+        QCOMPARE(valueOf(text("other")), QVariant(text("y")));
+        page->read(any);
+        page->tree.expandAll();
+        QVERIFY(!page->item(path).isValid() || !page->tree.indexWidget(cell()));
+    }
+
+    // Meanwhile the tree goes on to show what others write, and the editor stays as the person left it.
+    void othersWriteDuringTheEdit()
+    {
+        create(path, 5LL);
+        create(other, 1LL);
+        openPage();
+        edit();
+        type("7");
+        std::thread writer([this] {
+            for (qlonglong i = 1; i <= 1000; ++i) {
+                repository->getWriterInterface()->writeAttributeValue(other, i, 15);
+                repository->getWriterInterface()->writeAttributeValue(path, i, 15);
+            }
+        });
+        writer.join();
+        QTRY_COMPARE(shown(other), text("1000"));
+        auto* const editor = qobject_cast<QLineEdit*>(page->tree.indexWidget(cell()));
+        QVERIFY(editor && editor->hasFocus());
+        QCOMPARE(editor->text(), text("7"));
+        press(Qt::Key_Escape);
+        QTRY_COMPARE(shown(path), text("1000"));
+        edit();
+        press(Qt::Key_Return); // unchanged, like what is written meanwhile
+        QCOMPARE(valueOf(path), QVariant(1000LL));
+    }
+
+    // Each edit of a list leaves its window behind, hidden.
+    void listWindowsStay()
+    {
+        create(path, QStringList{text("a"), text("b")});
+        openPage();
+        for (int count = 1; count <= 3; ++count) {
+            edit();
+            QCOMPARE(listWindows().size(), count);
+            QTRY_VERIFY(qobject_cast<ListWidget*>(QApplication::activeWindow()));
+            QVERIFY(!page->tree.indexWidget(cell()));
+            press(Qt::Key_Escape);
+            QVERIFY(TestSupport::showActive(page->widget));
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(listWindows().size(), 3);
+        for (const ListWidget* const window : listWindows())
+            QVERIFY(!window->isVisible());
+        QCOMPARE(valueOf(path), QVariant(QStringList{text("a"), text("b")}));
+    }
+
+    void aLongTextFollowsTheCursor()
+    {
+        create(path, QString(3000, QLatin1Char('x')));
+        openPage();
+        edit();
+        for (const auto key : {Qt::Key_Home, Qt::Key_End, Qt::Key_Home}) {
+            press(key);
+            auto* const editor = qobject_cast<QLineEdit*>(page->tree.indexWidget(cell()));
+            const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+            const QPoint place = editor->mapTo(page->tree.viewport(), cursor.center());
+            QVERIFY(page->tree.viewport()->rect().contains(place));
+        }
+        press(Qt::Key_Return);
+        QVERIFY(page->tree.viewport()->rect().contains(page->tree.visualRect(page->item(path)).center()));
+    }
+
+private:
+    void create(const QString& name, const QVariant& value, AccessMode access = AccessMode::ReadWrite)
+    {
+        QVERIFY(repository->getWriterInterface()->createAttribute(name, value, 2, int(access)));
+    }
+
+    QVariant valueOf(const QString& name) const
+    {
+        QVariant value;
+        repository->getReaderInterface()->readAttributeValue(name, value, 0);
+        return value;
+    }
+
+    void openPage()
+    {
+        page = std::make_unique<BrowserPage>();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(any);
+    }
+
+    QModelIndex cell(const QString& name = path) const
+    {
+        const QModelIndex item = page->item(name);
+        return item.sibling(item.row(), 1);
+    }
+
+    QString shown(const QString& name) const { return cell(name).data().toString(); }
+
+    void edit(const QString& name = path)
+    {
+        page->clickItem(name);
+        press(Qt::Key_F2);
+    }
+
+    // To 7, the other state, or a year later.
+    static void change()
+    {
+        if (qobject_cast<QLineEdit*>(QApplication::focusWidget()))
+            type("7");
+        else
+            press(qobject_cast<QCheckBox*>(QApplication::focusWidget()) ? Qt::Key_Space : Qt::Key_Up);
+    }
+
+    static void pressToEnd(const QString& key)
+    {
+        if (key == text("Tab") && qobject_cast<QDateTimeEdit*>(QApplication::focusWidget()))
+            press(Qt::Key_End); // Tab goes through its parts first
+        const int code = QKeySequence(key)[0];
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key(code & ~Qt::KeyboardModifierMask),
+                        Qt::KeyboardModifiers(code & Qt::KeyboardModifierMask));
+    }
+
+    std::shared_ptr<RepositoryInterface> repository;
+    std::shared_ptr<FakeRepository> fake; // none when the repository is the real one
+    std::unique_ptr<BrowserPage> page;
+    std::optional<TestSupport::LoggedFailures> log; // of one test
+};
+
+// From row to row with the keyboard alone, in a file with comments and a layout of its own.
+void InPlaceEditingTest::keysEditEveryType()
+{
+    if (fake)
+        return; // it has no files
+    const QByteArray before = "; the cell's own file\n[cell]\nenabled=true\ncount   = -5\n"
+                              "big: 18446744073709551614\n; @type double\nratio = 0.1\nname = x\n"
+                              "; @type list\ntags = a;b\n; @type date\nday = 2024-02-29\n"
+                              "; @type time\nclock = 23:59:58\n"
+                              "; @type datetime\nmoment = 2023-01-02T10:20:30.250+02:00\n"
+                              "; @type bytes\nraw = \\xff\n; @type null\nnothing =\nlast = y\n";
+    const QByteArray after = "; the cell's own file\n[cell]\nenabled=false\ncount   = 42\n"
+                             "big: 18446744073709551615\n; @type double\nratio = 2.5e-07\nname = New name\n"
+                             "; @type list\ntags = a;typed\n; @type date\nday = 2023-12-24\n"
+                             "; @type time\nclock = 01:02:58\n"
+                             "; @type datetime\nmoment = 2024-01-02T10:20:30.250+02:00\n"
+                             "; @type bytes\nraw = \\xff\n; @type null\nnothing =\nlast = z\n";
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(text("plant.ini")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(before);
+    file.close();
+    const BackendConfiguration configuration{file.fileName(), {}, AccessMode::ReadWrite};
+    QVERIFY(repository->getBackendInterface()->createBackend(text("ini"), text("plant"), configuration, 2));
+    openPage();
+    page->clickItem(text("plant.cell"));
+    press(Qt::Key_Right); // opens it
+
+    const auto editNext = [](const char* keys) {
+        press(Qt::Key_Down);
+        press(Qt::Key_F2);
+        type(keys);
+        press(Qt::Key_Return);
+    };
+    editNext(" ");
+    for (const char* keys : {"42", "18446744073709551615", "2.5e-7", "New name"})
+        editNext(keys);
+    press(Qt::Key_Down);
+    press(Qt::Key_F2);
+    QTRY_VERIFY(qobject_cast<ListWidget*>(QApplication::activeWindow()));
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Right})
+        press(key);
+    type("typed");
+    press(Qt::Key_Return);
+    QTRY_COMPARE(QApplication::focusWidget()->objectName(), text("tblListType"));
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space})
+        press(key); // to "Write"
+    QVERIFY(TestSupport::showActive(page->widget));
+    for (const char* keys : {"20231224", "0102", "2024"})
+        editNext(keys);
+    for (int i = 0; i < 2; ++i) { // these have no editor
+        press(Qt::Key_Down);
+        press(Qt::Key_F2);
+        QVERIFY(page->tree.hasFocus());
+    }
+    editNext("z");
+    QCOMPARE(log->texts(), QStringList());
+    QVERIFY(repository->getBackendInterface()->saveBackend(text("plant")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()), QString::fromUtf8(after));
+}
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QApplication, InPlaceEditingTest>(argc, argv);
+}
+
+#include "in_place_editing_test.moc"
