@@ -82,8 +82,7 @@ Outcome IniDocument::load(std::string bytes, bool isOwn)
         if (line->kind == IniLine::Kind::Header && isIniTooDeep(line->key()))
             return failure(line->key().data(), "sections lie in each other more than " +
                                                    std::to_string(deepestIniSection) + " deep");
-        IniPiece& piece = add(pieces.end(), chainEnd, *line);
-        piece.original = line->text;
+        IniPiece& piece = add(nullptr, chainEnd, *line);
         if (line->kind == IniLine::Kind::Gap && style.comment == '\0')
             style.comment = commentOf(line->text);
         if (line->kind == IniLine::Kind::Header) {
@@ -129,12 +128,10 @@ void IniDocument::learnStyle(const IniLine& entry)
     }
 }
 
-IniPiece& IniDocument::add(Pieces::iterator before, IniPiece* above, const IniLine& line)
+IniPiece& IniDocument::add(IniPiece* before, IniPiece* above, const IniLine& line)
 {
-    const Pieces::iterator place = pieces.emplace(before);
-    IniPiece& piece = *place;
+    IniPiece& piece = pieces.insert(before);
     piece.line = line;
-    piece.place = place;
     if (line.kind == IniLine::Kind::Gap)
         return piece;
     piece.above = above;
@@ -144,13 +141,13 @@ IniPiece& IniDocument::add(Pieces::iterator before, IniPiece* above, const IniLi
     return piece;
 }
 
-IniPiece& IniDocument::addOwn(Pieces::iterator before, IniPiece* above, std::string text)
+IniPiece& IniDocument::addOwn(IniPiece* before, IniPiece* above, std::string text)
 {
     reshaped = true;
-    auto own = std::make_unique<std::string>(std::move(text));
+    auto own = std::make_unique<IniOwnText>(IniOwnText{std::move(text), {}});
     IniLine line;
-    line.text = *own;
-    IniPiece& piece = add(before, above, scanSingle(*own, style.comments).value_or(line));
+    line.text = own->text;
+    IniPiece& piece = add(before, above, scanSingle(line.text, style.comments).value_or(line));
     piece.own = std::move(own);
     return piece;
 }
@@ -162,7 +159,7 @@ void IniDocument::take(IniPiece& piece)
         (piece.below ? piece.below->above : chainEnd) = piece.above;
     }
     reshaped = true;
-    pieces.erase(piece.place);
+    pieces.erase(piece);
 }
 
 IniPiece* IniDocument::chainedBehind(const IniPiece* above) const
@@ -173,7 +170,7 @@ IniPiece* IniDocument::chainedBehind(const IniPiece* above) const
 IniGap IniDocument::gapBelow(const IniPiece& piece) const
 {
     IniGap gap;
-    for (auto at = std::next(piece.place); piece.below && at != piece.below->place; ++at)
+    for (const IniPiece* at = piece.next; piece.below && at != piece.below; at = at->next)
         gap = gap | describeGap(at->line.text);
     return gap;
 }
@@ -186,8 +183,8 @@ void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
     const IniItem* group = &index.root(); // whose path begins that of the entry
     std::size_t groupSize = 0;
     std::vector<const IniItem*> unseen;
-    for (const IniPiece& piece : pieces) {
-        for (const IniItem* item = piece.item; item && item->visit != visits; item = item->parent) {
+    for (const IniPiece* piece = pieces.front(); piece; piece = piece->next) {
+        for (const IniItem* item = piece->item; item && item->visit != visits; item = item->parent) {
             item->visit = visits;
             unseen.push_back(item);
         }
@@ -224,8 +221,8 @@ std::string IniDocument::getBytes() const
         text += next;
     };
     if (reshaped) {
-        for (const IniPiece& piece : pieces)
-            append(piece.line.text);
+        for (const IniPiece* piece = pieces.front(); piece; piece = piece->next)
+            append(piece->line.text);
         return encoding.encode(std::move(text));
     }
     const std::string_view file = *fileText;
@@ -233,7 +230,7 @@ std::string IniDocument::getBytes() const
     for (const auto& [at, piece] : edited) {
         append(file.substr(copied, at - copied));
         append(piece->line.text);
-        copied = at + piece->original.size();
+        copied = at + piece->original().size();
     }
     append(file.substr(copied));
     return encoding.encode(std::move(text));
@@ -248,12 +245,12 @@ std::optional<Span> IniDocument::locate(std::string_view path) const
     Span span{encoding.markSize() + encoding.sizeOf(line.text.substr(0, line.valueBegin)),
               encoding.sizeOf(line.value())};
     bool endsInLine = true;
-    for (const IniPiece& piece : pieces) {
+    for (const IniPiece* piece = pieces.front(); piece; piece = piece->next) {
         span.offset += endsInLine ? 0 : encoding.sizeOf(style.lineEnd);
-        if (&piece == item->entry)
+        if (piece == item->entry)
             break;
-        span.offset += encoding.sizeOf(piece.line.text);
-        endsInLine = endsLine(piece.line.text);
+        span.offset += encoding.sizeOf(piece->line.text);
+        endsInLine = endsLine(piece->line.text);
     }
     return span;
 }
@@ -274,10 +271,11 @@ Outcome IniDocument::set(std::string_view path, const Value& value)
     IniPiece& piece = *item->entry;
     if (isSame(readIniValue(piece.line), value))
         return {};
+    const std::string_view inFile = piece.original();
     const IniLine original =
-        piece.original.empty() ? piece.line : scanSingle(piece.original, style.comments).value_or(piece.line);
-    if (!piece.original.empty() && isSame(readIniValue(original), value))
-        return replace(piece, piece.original);
+        inFile.empty() ? piece.line : scanSingle(inFile, style.comments).value_or(piece.line);
+    if (!inFile.empty() && isSame(readIniValue(original), value))
+        return replace(piece, inFile);
     const std::optional<std::string> text = writeIniValue(original, value, style);
     return text ? replace(piece, *text) : refused(explainIniRefusal(value, style));
 }
@@ -296,13 +294,14 @@ Outcome IniDocument::respell(std::string_view path, std::string_view spelling)
 
 Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
 {
-    const bool asBefore = text == piece.original;
+    const std::string_view original = piece.original();
+    const bool asBefore = text == original;
     std::string unheld = asBefore ? std::string() : encoding.findRefusal(text);
     if (!unheld.empty())
         return refused(std::move(unheld));
-    auto own = asBefore ? nullptr : std::make_unique<std::string>(text);
+    auto own = asBefore ? nullptr : std::make_unique<IniOwnText>(IniOwnText{std::string(text), original});
     const IniLine line =
-        scanSingle(own ? std::string_view(*own) : piece.original, style.comments).value_or(piece.line);
+        scanSingle(own ? std::string_view(own->text) : original, style.comments).value_or(piece.line);
     const bool turned = line.separated != piece.line.separated;
     if (turned && piece.above && wouldSwallow(piece.above->line, line, gapBelow(*piece.above)))
         return refused("without a separator the line would belong to the one above it");
@@ -311,7 +310,7 @@ Outcome IniDocument::replace(IniPiece& piece, std::string_view text)
     piece.own = std::move(own);
     piece.line = line;
     if (!reshaped) {
-        const auto at = static_cast<std::size_t>(piece.original.data() - fileText->data());
+        const auto at = static_cast<std::size_t>(original.data() - fileText->data());
         if (asBefore)
             edited.erase(at);
         else

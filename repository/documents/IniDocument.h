@@ -5,7 +5,6 @@
 #include "repository/documents/IniText.h"
 #include "repository/documents/TextEncoding.h"
 
-#include <list>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,8 +36,6 @@ public:
     std::string getBytes() const override;
 
 private:
-    using Pieces = std::list<IniPiece>;
-
     // Text of our own making is not asked whether it is text at all.
     Outcome load(std::string bytes, bool isOwn);
     Outcome reload(std::string bytes, bool isOwn);
@@ -48,8 +45,8 @@ private:
     Outcome replace(IniPiece& piece, std::string_view text);
 
     // Adds a piece; those that are no gaps are chained behind the one above, none being the front.
-    IniPiece& add(Pieces::iterator before, IniPiece* above, const IniLine& line);
-    IniPiece& addOwn(Pieces::iterator before, IniPiece* above, std::string text);
+    IniPiece& add(IniPiece* before, IniPiece* above, const IniLine& line);
+    IniPiece& addOwn(IniPiece* before, IniPiece* above, std::string text);
     void take(IniPiece& piece);
     IniPiece* chainedBehind(const IniPiece* above) const;
     IniGap gapBelow(const IniPiece& piece) const;
@@ -77,7 +74,7 @@ private:
 
     std::unique_ptr<const std::string> fileText = std::make_unique<const std::string>();
     TextEncoding encoding;
-    Pieces pieces;
+    IniPieces pieces;
     std::map<std::size_t, const IniPiece*> edited; // by their place in the file; unused once reshaped
     bool reshaped = false;                         // pieces were added or taken out
     IniPiece* chainFront = nullptr;                // not owned, as the other pointers

@@ -31,7 +31,8 @@ std::size_t behindLastBlank(std::string_view gap)
 
 bool IniDocument::endsBlank() const
 {
-    return pieces.empty() || behindLastBlank(pieces.back().line.text) == pieces.back().line.text.size();
+    const IniPiece* const end = pieces.back();
+    return !end || behindLastBlank(end->line.text) == end->line.text.size();
 }
 
 Outcome IniDocument::insert(std::string_view path, const Value& value)
@@ -169,10 +170,10 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
 IniItem& IniDocument::placeSection(std::string_view path, const std::string& header)
 {
     const std::string blank = endsBlank() ? std::string() : style.lineEnd;
-    IniPiece& piece = addOwn(pieces.end(), chainEnd, header);
+    IniPiece& piece = addOwn(nullptr, chainEnd, header);
     // The blank line goes when the section goes, so it is part of the piece.
-    *piece.own = blank + header;
-    piece.line.text = *piece.own;
+    piece.own->text = blank + header;
+    piece.line.text = piece.own->text;
     const auto shift = static_cast<std::uint32_t>(blank.size());
     for (std::uint32_t* offset :
          {&piece.line.keyBegin, &piece.line.keyEnd, &piece.line.valueBegin, &piece.line.valueEnd})
@@ -186,36 +187,37 @@ IniItem& IniDocument::placeSection(std::string_view path, const std::string& hea
 
 IniPiece& IniDocument::placeEntry(IniPiece& above, std::string text)
 {
-    return addOwn(std::next(above.place), &above, std::move(text));
+    return addOwn(above.next, &above, std::move(text));
 }
 
 IniPiece& IniDocument::placeFirstAtRoot(std::string text)
 {
     if (!chainFront) {
         // What stands in the last line of comments is not said of the new entry.
-        if (!pieces.empty() && endsInTypeMark(pieces.back().line.text))
-            addOwn(pieces.end(), nullptr, style.lineEnd);
-        return addOwn(pieces.end(), nullptr, std::move(text));
+        if (!pieces.isEmpty() && endsInTypeMark(pieces.back()->line.text))
+            addOwn(nullptr, nullptr, style.lineEnd);
+        return addOwn(nullptr, nullptr, std::move(text));
     }
     // Behind what is said of the whole file, and set off from what is said of the first section.
-    Pieces::iterator before = pieces.begin();
-    if (before != chainFront->place) {
+    IniPiece* before = pieces.front();
+    if (before != chainFront) {
         const IniPiece& gap = *before;
         const std::size_t cut = behindLastBlank(gap.line.text);
         IniLine lower;
         lower.text = gap.line.text.substr(cut);
         if (cut > 0 && cut < gap.line.text.size()) {
-            IniPiece& rest = add(std::next(before), nullptr, lower);
-            if (gap.own)
-                rest.own = std::make_unique<std::string>(lower.text);
-            rest.line.text = rest.own ? std::string_view(*rest.own) : lower.text;
+            IniPiece& rest = add(before->next, nullptr, lower);
+            if (gap.own) {
+                rest.own = std::make_unique<IniOwnText>(IniOwnText{std::string(lower.text), {}});
+                rest.line.text = rest.own->text;
+            }
             before->line.text = before->line.text.substr(0, cut);
         }
         if (cut > 0)
-            ++before;
+            before = before->next;
     }
-    addOwn(before, nullptr, style.lineEnd);
-    return addOwn(std::prev(before), nullptr, std::move(text));
+    IniPiece& blank = addOwn(before, nullptr, style.lineEnd);
+    return addOwn(&blank, nullptr, std::move(text));
 }
 
 } // namespace Repository::Documents

@@ -86,20 +86,23 @@ bool IniDocument::allowsComments(IniComments comments) const
 {
     if (comments == style.comments)
         return true;
-    return std::all_of(pieces.begin(), pieces.end(), [&](const IniPiece& piece) {
-        if (piece.line.kind != IniLine::Kind::Entry || goes(piece))
-            return true;
-        const std::optional<IniLine> line = scanSingle(piece.line.text, comments);
-        return line && line->key() == piece.line.key() && line->value() == piece.line.value();
-    });
+    for (const IniPiece* piece = pieces.front(); piece; piece = piece->next) {
+        const IniLine& now = piece->line;
+        if (now.kind != IniLine::Kind::Entry || goes(*piece))
+            continue;
+        const std::optional<IniLine> line = scanSingle(now.text, comments);
+        if (!line || line->key() != now.key() || line->value() != now.value())
+            return false;
+    }
+    return true;
 }
 
 bool IniDocument::frontCanGo(const IniItem& item) const
 {
-    Pieces::const_iterator front = pieces.begin();
-    while (front != pieces.end() && (item.entry == &*front || (front->item && goes(*front))))
-        front = std::next(isHeader(*front) ? front->item->section->last->place : front->place);
-    return front == pieces.end() || encoding.mayBegin(front->line.text);
+    const IniPiece* front = pieces.front();
+    while (front && (item.entry == front || (front->item && goes(*front))))
+        front = (isHeader(*front) ? front->item->section->last : front)->next;
+    return !front || encoding.mayBegin(front->line.text);
 }
 
 bool IniDocument::entryCanGo(const IniPiece& entry) const
@@ -155,9 +158,10 @@ void IniDocument::takeSections(const std::vector<IniItem*>& going)
         IniSection& section = *item->section;
         if (!section.header)
             continue;
-        const Pieces::iterator end = std::next(section.last->place);
-        for (Pieces::iterator at = section.header->place; at != end;) {
-            IniPiece& piece = *at++;
+        const IniPiece* const end = section.last->next;
+        for (IniPiece* at = section.header; at != end;) {
+            IniPiece& piece = *at;
+            at = at->next;
             IniItem* const entry = piece.item && !isHeader(piece) ? piece.item : nullptr;
             take(piece);
             if (entry)

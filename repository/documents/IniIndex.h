@@ -1,11 +1,10 @@
 #pragma once
 
 #include "repository/documents/HashIndex.h"
-#include "repository/documents/IniScanner.h"
+#include "repository/documents/IniPieces.h"
 
 #include <cstdint>
 #include <deque>
-#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -13,20 +12,6 @@
 #include <vector>
 
 namespace Repository::Documents {
-
-struct IniItem;
-
-// One piece of the file in its place: in the list of all pieces, and in the chain of those that are no gaps.
-struct IniPiece
-{
-    IniLine line;                     // a view into the file's bytes, or into own
-    std::string_view original;        // what the file holds here; empty for a piece that was added
-    std::unique_ptr<std::string> own; // the text of a piece that was added or edited
-    IniPiece* above = nullptr;        // not owned, as all pointers below
-    IniPiece* below = nullptr;
-    IniItem* item = nullptr; // none for a gap
-    std::list<IniPiece>::iterator place;
-};
 
 // What makes a node of the tree a section.
 struct IniSection
