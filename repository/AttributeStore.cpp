@@ -136,7 +136,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     const bool isChanged = previous.isValid() != node->value.isValid() || previous != node->value;
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points);
+                            points, path);
     lock.unlock();
     delivery.send();
     return StatusCode::Success;

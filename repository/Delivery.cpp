@@ -24,17 +24,18 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
                        UpdateResult result)
 {
     if (hasListeners(node, patterns))
-        deliveries.emplace_back(node, patterns, result, allPoints);
+        deliveries.emplace_back(node, patterns, result, allPoints, node.path);
 }
 
-Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints)
+Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
+                   const QString& nodePath)
     : result(outcome), points(operationPoints)
 {
     if (!hasListeners(node, patterns))
         return;
     node.exact.forEach([this](const auto& registration) { exact.append(registration); });
     matching = node.matching;
-    path = node.path;
+    path = nodePath;
     if (node.isReadable() && result != UpdateResult::Removed)
         value = node.value;
     if (node.backend)

@@ -23,8 +23,10 @@ public:
     // Points of an operation that always tells of all of them: creating, removing, reloading.
     static constexpr int allPoints = 15;
 
-    // Brings the node's list of matching patterns up to date on the way. Attribute lock held.
-    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points);
+    // Brings the node's list of matching patterns up to date on the way. Attribute lock held. The path is
+    // that of the node: a text of the caller's own is best, since threads that copy the node's one wait for
+    // each other.
+    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, const QString& path);
 
     // Appends what is to be told at all points, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
