@@ -16,7 +16,7 @@ namespace Utilities::ModelViews {
 
 namespace {
 
-constexpr int watchedAtOnce = 4000; // registrations that nobody notices; more are made in such portions
+constexpr int watchesAtOnce = 4000; // begun or ended unnoticed; the event loop does more in such portions
 constexpr int largeDrop = 500;
 constexpr qint64 lightTime = 1000;     // milliseconds
 constexpr int lightPeriod = 200;       // between looks for lights that are over
@@ -33,7 +33,8 @@ AdvancedAttributeModel::Private::Private(AdvancedAttributeModel& owner)
 
 AdvancedAttributeModel::Private::~Private()
 {
-    release(rows.begin(), rows.end());
+    retire(rows.begin(), rows.end());
+    endWatches(int(retired.size()));
 }
 
 void AdvancedAttributeModel::Private::takeRepository()
@@ -46,12 +47,11 @@ void AdvancedAttributeModel::Private::takeRepository()
 
 // Rows
 
-void AdvancedAttributeModel::Private::release(Rows::iterator first, Rows::iterator last)
+void AdvancedAttributeModel::Private::retire(Rows::iterator first, Rows::iterator last)
 {
-    std::for_each(first, last, [](const std::shared_ptr<WatchedAttribute>& attribute) {
-        attribute->row = -1;
-        attribute->endWatch();
-    });
+    std::for_each(first, last,
+                  [](const std::shared_ptr<WatchedAttribute>& attribute) { attribute->row = -1; });
+    retired.insert(retired.end(), std::make_move_iterator(first), std::make_move_iterator(last));
 }
 
 AdvancedAttributeModel::Private::Rows AdvancedAttributeModel::Private::makeRows(const QStringList& paths)
@@ -72,13 +72,13 @@ void AdvancedAttributeModel::Private::replace(const QStringList& paths)
     model.beginResetModel();
     Rows before;
     before.swap(rows);
-    release(before.begin(), before.end());
+    retire(before.begin(), before.end());
     unwatched.clear();
     lit.clear();
     rows = makeRows(paths);
     isNumbered = false;
     model.endResetModel();
-    watchSome(watchedAtOnce);
+    serveWatches();
 }
 
 void AdvancedAttributeModel::Private::insert(int row, const QStringList& paths)
@@ -89,17 +89,18 @@ void AdvancedAttributeModel::Private::insert(int row, const QStringList& paths)
                 std::make_move_iterator(made.end()));
     isNumbered = false;
     model.endInsertRows();
-    watchSome(watchedAtOnce);
+    serveWatches();
 }
 
 void AdvancedAttributeModel::Private::remove(int row, int count)
 {
     model.beginRemoveRows({}, row, row + count - 1);
     const auto first = rows.begin() + row;
-    release(first, first + count);
+    retire(first, first + count);
     rows.erase(first, first + count);
     isNumbered = false;
     model.endRemoveRows();
+    serveWatches();
 }
 
 void AdvancedAttributeModel::Private::rotate(int row, int count, int destination)
@@ -184,7 +185,25 @@ bool AdvancedAttributeModel::Private::dropPaths(const QMimeData& data, int desti
 
 // Following the repository
 
-void AdvancedAttributeModel::Private::watchSome(int most)
+void AdvancedAttributeModel::Private::serveWatches()
+{
+    endWatches(watchesAtOnce);
+    beginWatches(watchesAtOnce);
+    if (retired.empty() && (unwatched.empty() || !repository))
+        watchTimer.stop();
+    else if (!watchTimer.isActive())
+        watchTimer.start(0, this);
+}
+
+void AdvancedAttributeModel::Private::endWatches(int most)
+{
+    for (; most > 0 && !retired.empty(); --most) {
+        retired.back()->endWatch();
+        retired.pop_back();
+    }
+}
+
+void AdvancedAttributeModel::Private::beginWatches(int most)
 {
     const auto notifications = repository ? repository->getNotificationInterface() : nullptr;
     if (!notifications)
@@ -202,10 +221,6 @@ void AdvancedAttributeModel::Private::watchSome(int most)
         number();
         seenTooEarly.push_back(attribute->row);
     }
-    if (unwatched.empty())
-        watchTimer.stop();
-    else if (!watchTimer.isActive())
-        watchTimer.start(0, this);
     announce(std::move(seenTooEarly));
 }
 
@@ -275,7 +290,7 @@ void AdvancedAttributeModel::Private::announce(std::vector<int> changedRows)
 void AdvancedAttributeModel::Private::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() == watchTimer.timerId())
-        watchSome(watchedAtOnce);
+        serveWatches();
     else if (event->timerId() == lightTimer.timerId())
         endLights();
 }

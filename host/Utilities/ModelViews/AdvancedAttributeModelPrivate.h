@@ -47,20 +47,23 @@ protected:
 private:
     void takeRepository();
     Rows makeRows(const QStringList& paths);
-    void watchSome(int most);
+    void serveWatches();
+    void beginWatches(int most);
+    void endWatches(int most);
+    void retire(Rows::iterator first, Rows::iterator last);
     void number();
     void showChanges(const Rows& changed);
     void light(const std::shared_ptr<WatchedAttribute>& attribute);
     void endLights();
     void announce(std::vector<int> changedRows);
-    static void release(Rows::iterator first, Rows::iterator last);
 
     AdvancedAttributeModel& model;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     WatchedAttributeUpdates updates;
     bool isNumbered = true; // each row's attribute knows its place
 
-    std::deque<std::shared_ptr<WatchedAttribute>> unwatched; // rows whose registration waits for its turn
+    std::deque<std::shared_ptr<WatchedAttribute>> unwatched; // rows whose watch waits for its turn to begin
+    Rows retired;                                            // no rows any more; their watch waits to end
     QBasicTimer watchTimer;
 
     Rows lit;
