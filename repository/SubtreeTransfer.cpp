@@ -4,6 +4,7 @@
 #include "repository/AttributeStore.h"
 #include "repository/BulkWrite.h"
 #include "repository/EncodedNames.h"
+#include "repository/ExportText.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
@@ -55,28 +56,6 @@ AccessMode accessOfCopy(const Node& node)
     const AccessMode most = node.backend ? node.backend->getAccessMode() : AccessMode::ReadWrite;
     return node.access == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite : node.access;
 }
-
-// Tells a report how many parts are done, every few hundred of them.
-class Progress
-{
-public:
-    Progress(TransferReport& transferReport, std::size_t total) : report(transferReport)
-    {
-        report.setTotal(int(total));
-    }
-
-    // One more is done; false when the transfer is not wanted any more.
-    bool advance()
-    {
-        if (++done % 256 == 0)
-            report.setDone(done);
-        return !report.isCancelled();
-    }
-
-private:
-    TransferReport& report; // not owned
-    int done = 0;
-};
 
 } // namespace
 
@@ -212,7 +191,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
         return refusal;
 
     BulkWrite bulk(edit);
-    Progress progress(report, parts.size());
+    TransferProgress progress(report, parts.size());
     for (const Part& part : parts) {
         refusal = add(bulk, joined(to, part.path), part);
         if (refusal.status == StatusCode::Success && !progress.advance())
@@ -242,8 +221,7 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
 StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text,
                                        TransferReport& report)
 {
-    const auto document = Documents::makeDocument(type.toStdString());
-    if (!document)
+    if (!Documents::makeDocument(type.toStdString()))
         return finish({StatusCode::BackendFailure, path, noType(type)}, report);
     Refusal refusal{StatusCode::NotFound, path, RefusalText::notFound()};
     std::vector<Part> parts;
@@ -256,45 +234,35 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
         }
     }
     if (refusal.status == StatusCode::Success)
-        refusal = fill(*document, type, parts, path, report);
-    if (refusal.status == StatusCode::Success)
-        text = QByteArray::fromStdString(document->getBytes());
+        refusal = writeText(path, type, std::move(parts), text, report);
     return finish(refusal, report);
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::fill(Documents::Document& document, const QString& type,
-                                               const std::vector<Part>& parts, const QString& root,
-                                               TransferReport& report) const
+SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const QString& type,
+                                                    std::vector<Part> parts, QByteArray& text,
+                                                    TransferReport& report)
 {
-    Progress progress(report, parts.size());
-    const bool encodes = type == jsonType && std::any_of(parts.begin(), parts.end(), [](const Part& part) {
-                             return EncodedNames::areNeededBy(part.path.toStdString());
-                         });
-    const auto insert = [&](const QString& path, const Value& value) {
-        const std::string place = path.toStdString();
-        if (encodes)
-            return document.insert(EncodedNames::toDocument(place), value);
-        Documents::Outcome outcome = document.insert(place, value);
-        if (!outcome.ok() && !place.empty() && document.insert(EncodedNames::asPlainKeys(place), value).ok())
-            outcome = {};
-        return outcome;
-    };
-    QString prefix;
+    TransferProgress progress(report, 2 * parts.size());
+    std::vector<Documents::Entry> entries;
+    entries.reserve(parts.size());
     for (const Part& part : parts) {
         if (!progress.advance())
-            return {StatusCode::Cancelled, {}, {}};
-        const Value value = part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value);
-        Documents::Outcome outcome = insert(joined(prefix, part.path), value);
-        if (!outcome.ok() && part.path.isEmpty() && !part.isGroup) {
-            prefix = root.mid(root.lastIndexOf(pathSeparator) + 1);
-            outcome = insert(prefix, value);
-        }
-        if (!outcome.ok() && !part.isGroup)
-            return {StatusCode::BackendFailure, joined(root, part.path),
-                    QString::fromStdString(outcome.error)};
+            return {StatusCode::Cancelled, path, {}};
+        entries.push_back(
+            {part.path.toStdString(), part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
     }
-    if (encodes)
-        document.insert(EncodedNames::member, {Type::String, std::string(EncodedNames::form)});
+    std::vector<Part>().swap(parts); // a great subtree is not held twice
+    ExportText exported(type.toStdString(), path.mid(path.lastIndexOf(pathSeparator) + 1).toStdString());
+    switch (exported.write(std::move(entries), progress)) {
+    case ExportText::End::Written:
+        break;
+    case ExportText::End::Refused:
+        return {StatusCode::BackendFailure, joined(path, QString::fromStdString(exported.getRefusedPath())),
+                QString::fromStdString(exported.getError())};
+    case ExportText::End::Cancelled:
+        return {StatusCode::Cancelled, path, {}};
+    }
+    text = QByteArray::fromStdString(exported.getText());
     return {};
 }
 
@@ -330,7 +298,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
 {
     std::size_t count = 0;
     document.visit([&count](const Documents::Entry&) { ++count; });
-    Progress progress(report, count);
+    TransferProgress progress(report, count);
     Refusal refusal;
     const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });

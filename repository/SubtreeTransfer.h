@@ -62,8 +62,8 @@ private:
 
     Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
                      TransferReport& report);
-    Refusal fill(Documents::Document& document, const QString& type, const std::vector<Part>& parts,
-                 const QString& root, TransferReport& report) const;
+    static Refusal writeText(const QString& path, const QString& type, std::vector<Part> parts,
+                             QByteArray& text, TransferReport& report);
     Refusal takeIn(const Documents::Document& document, const QString& type, const QString& path,
                    TransferReport& report);
 

@@ -1,5 +1,6 @@
 #include "repository/documents/JsonEditor.h"
 
+#include "repository/documents/JsonList.h"
 #include "repository/documents/JsonScalar.h"
 
 #include <algorithm>
@@ -7,12 +8,6 @@
 #include <utility>
 
 namespace Repository::Documents {
-
-namespace {
-
-constexpr std::size_t longestLine = 80; // of a new list; a longer one has a line for each element
-
-} // namespace
 
 JsonEditor::JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers)
     : tree(syntaxTree), members(treeMembers), layout(syntaxTree)
@@ -136,16 +131,14 @@ void JsonEditor::wrap(JsonNodeId id)
 // Gives an empty array its elements.
 void JsonEditor::fillList(JsonNodeId id, const std::vector<std::string>& list)
 {
-    std::size_t length = 0;
-    for (const std::string& text : list)
-        length += text.size() + 4;
+    const bool isLong = isLongList(list);
     JsonNodeId last = noJsonNode;
     for (const std::string& text : list) {
         const JsonNodeId previous = last;
         last = tree.insert(id, previous, JsonKind::Text);
         tree.setText(last, JsonPart::Value, encodeString(text));
         if (previous == noJsonNode)
-            layout.placeOnly(last, length > longestLine && layout.opensLines(id));
+            layout.placeOnly(last, isLong && layout.opensLines(id));
         else
             layout.placeBehind(last);
     }

@@ -24,4 +24,13 @@ std::vector<std::string> decodeList(std::string_view array)
     return list;
 }
 
+bool isLongList(const std::vector<std::string>& list)
+{
+    constexpr std::size_t longestLine = 80;
+    std::size_t length = 0;
+    for (const std::string& text : list)
+        length += text.size() + 4;
+    return length > longestLine;
+}
+
 } // namespace Repository::Documents

@@ -25,4 +25,7 @@ JsonListElement readElement(std::string_view text, std::size_t at);
 // All elements of an array of texts, decoded. The array begins at the first byte.
 std::vector<std::string> decodeList(std::string_view array);
 
+// True for a list that has a line for each element when it is written anew.
+bool isLongList(const std::vector<std::string>& list);
+
 } // namespace Repository::Documents

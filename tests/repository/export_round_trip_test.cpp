@@ -2,6 +2,7 @@
 #include "repository/documents/Document.h"
 #include "tests/support/TestRun.h"
 
+#include <QDate>
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
@@ -66,6 +67,39 @@ class ExportRoundTripTest : public QObject
     QTemporaryDir folder;
 
 private slots:
+    // As a person would write it, arrays and all, so that other programs read what is meant.
+    void writesPlainJson()
+    {
+        const auto repository = AttributeRepository::create({false});
+        const auto create = [&](const char* path, const QVariant& value) {
+            QVERIFY(repository->getWriterInterface()->createAttribute(QLatin1String(path), value, 2, 3));
+        };
+        create("r.a.0", 1);
+        create("r.a.1", QStringLiteral("\"x\"\n"));
+        create("r.texts.0", QStringLiteral("alone they would be one list"));
+        create("r.list", QStringList{QStringLiteral("x"), QStringLiteral("y")});
+        create("r.long", QStringList{QString(40, QLatin1Char('z')), QString(40, QLatin1Char('z'))});
+        create("r.own", 2.0);
+        create("r.own.gr\xF6\xDF"
+               "e%2E",
+               QVariant());
+        create("r.when", QDate(2024, 2, 29));
+        QByteArray text;
+        QCOMPARE(
+            repository->getTransferInterface()->exportTree(QStringLiteral("r"), QStringLiteral("json"), text),
+            Success);
+        const QByteArray z(40, 'z');
+        QCOMPARE(
+            text,
+            QByteArray("{\n    \"a\": [\n        1,\n        \"\\\"x\\\"\\n\"\n    ],\n    \"texts\": {\n"
+                       "        \"0\": \"alone they would be one list\"\n    },\n"
+                       "    \"list\": [\"x\", \"y\"],\n    \"long\": [\n        \"") +
+                z + "\",\n        \"" + z +
+                "\"\n    ],\n    \"own\": {\n        \"#value\": 2.0,\n        \"gr\xC3\xB6\xC3\x9F"
+                "e.\": null\n    },\n"
+                "    \"when\": \"2024-02-29\",\n    \"$types\": {\n        \"when\": \"date\"\n    }\n}\n");
+    }
+
     void comesThrough_data()
     {
         QTest::addColumn<QString>("type");

@@ -1,0 +1,76 @@
+#include "repository/ExportText.h"
+
+#include "repository/EncodedNames.h"
+#include "repository/documents/JsonText.h"
+#include "repository/documents/KeyText.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using Documents::Entry;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+ExportText::ExportText(std::string documentType, std::string name)
+    : type(std::move(documentType)), rootName(std::move(name))
+{
+}
+
+ExportText::End ExportText::write(std::vector<Entry> entries, TransferProgress& progress)
+{
+    if (type == "json") {
+        const auto isXml = [](const Entry& entry) { return EncodedNames::areNeededBy(entry.path); };
+        if (std::any_of(entries.begin(), entries.end(), isXml)) {
+            for (Entry& entry : entries)
+                entry.path = EncodedNames::toDocument(entry.path);
+            entries.push_back(
+                {std::string(EncodedNames::member), {Type::String, std::string(EncodedNames::form)}});
+        }
+        if (auto whole = Documents::JsonText::write(entries, {})) {
+            text = std::move(whole->text) + '\n';
+            return End::Written;
+        }
+    }
+    const auto document = Documents::makeDocument(type);
+    const End end = fill(*document, entries, progress);
+    if (end == End::Written)
+        text = document->getBytes();
+    return end;
+}
+
+ExportText::End ExportText::fill(Documents::Document& document, const std::vector<Entry>& entries,
+                                 TransferProgress& progress)
+{
+    std::string prefix;
+    for (const Entry& entry : entries) {
+        if (!progress.advance())
+            return End::Cancelled;
+        const std::string path = prefix.empty() || entry.path.empty()
+                                     ? prefix + entry.path
+                                     : Documents::joinPath(prefix, entry.path);
+        Documents::Outcome outcome = insert(document, path, entry.value);
+        const bool isGroup = entry.value.type == Type::Group;
+        if (!outcome.ok() && path.empty() && !isGroup) {
+            prefix = rootName;
+            outcome = insert(document, prefix, entry.value);
+        }
+        if (!outcome.ok() && !isGroup) {
+            refusedPath = entry.path;
+            error = outcome.error;
+            return End::Refused;
+        }
+    }
+    return End::Written;
+}
+
+Documents::Outcome ExportText::insert(Documents::Document& document, const std::string& path,
+                                      const Value& value)
+{
+    Documents::Outcome outcome = document.insert(path, value);
+    if (!outcome.ok() && !path.empty() && document.insert(EncodedNames::asPlainKeys(path), value).ok())
+        outcome = {};
+    return outcome;
+}
+
+} // namespace Repository

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/TransferReport.h"
+
+namespace Repository {
+
+// Tells a report how many parts of a transfer are done, every few hundred of them. One thread.
+class TransferProgress
+{
+public:
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
+
+    TransferProgress(TransferReport& transferReport, std::size_t total) : report(transferReport)
+    {
+        report.setTotal(int(total));
+    }
+
+    // One more is done; false when the transfer is not wanted any more.
+    bool advance()
+    {
+        if (++done % 256 == 0)
+            report.setDone(done);
+        return !report.isCancelled();
+    }
+
+private:
+    TransferReport& report; // not owned
+    int done = 0;
+};
+
+} // namespace Repository
