@@ -14,7 +14,6 @@
 namespace Vantry {
 
 using FrameworkCore::AppConfig::Interfaces::ConflictSide;
-using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -63,30 +62,34 @@ bool BackendFiles::saveOne(const QString& backend)
             if (repository->getBackendInterface()->saveBackend(backend))
                 return true;
         }
-        const auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
-        const bool isConflict =
-            std::any_of(changes.begin(), changes.end(), [](const auto& change) { return change.isConflict; });
-        if (!isConflict) {
+        const auto conflicts = conflictsOf(backend);
+        if (conflicts.isEmpty()) {
             warn(tr("Not Saved"), listener.getReasons());
             return false;
         }
-        if (!resolveConflicts(backend))
+        if (!resolve(backend, conflicts))
             return false;
     }
 }
 
-// False when the person does not want to choose now.
-bool BackendFiles::resolveConflicts(const QString& backend)
+QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
 {
-    const auto changes = repository->getChangesInterface();
-    auto conflicts = changes->getUnsavedChanges(backend);
+    const WaitCursor cursor;
+    auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
     const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
-    conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), isNone), conflicts.end());
+    changes.erase(std::remove_if(changes.begin(), changes.end(), isNone), changes.end());
+    return changes;
+}
+
+// False when the person does not want to choose now.
+bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>& conflicts)
+{
     ConflictDialog dialog(backend, getLabel(backend), conflicts, &window);
     if (dialog.exec() != QDialog::Accepted)
         return false;
 
     const WaitCursor cursor;
+    const auto changes = repository->getChangesInterface();
     const auto choices = dialog.getChoices();
     const auto history = repository->getHistoryInterface();
     const auto step =

@@ -42,11 +42,14 @@ public:
     bool mayBeLost();
 
 private:
+    using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
     enum class Fate { Safe, Discarded, Kept };
 
     Fate settle(const QStringList& unsavedBackends, const QString& question);
     bool saveOne(const QString& backend);
-    bool resolveConflicts(const QString& backend);
+    QVector<UnsavedChange> conflictsOf(const QString& backend) const;
+    bool resolve(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void warn(const QString& title, const QStringList& reasons);
 
     std::shared_ptr<Repository> repository;

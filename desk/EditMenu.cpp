@@ -36,7 +36,6 @@ EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget* parent)
     connect(undo, &QAction::triggered, this, [this] { take(&History::undo); });
     connect(redo, &QAction::triggered, this, [this] { take(&History::redo); });
     connect(this, &QMenu::aboutToShow, this, &EditMenu::refresh);
-    qApp->installEventFilter(this);
     refresh();
 }
 
@@ -65,17 +64,13 @@ void EditMenu::take(FrameworkCore::AppConfig::StatusCode (History::*step)())
     refresh();
 }
 
-bool EditMenu::eventFilter(QObject* watched, QEvent* event)
+void EditMenu::prepareFor(QKeyEvent& key)
 {
-    if (event->type() != QEvent::ShortcutOverride)
-        return QMenu::eventFilter(watched, event);
     refresh();
-    const auto& key = *static_cast<QKeyEvent*>(event);
     // Text fields leave this one of the keys to others, and a step would be done again by mistake.
     if (key.key() == Qt::Key_Y && key.modifiers() == Qt::ControlModifier &&
-        hasOwnHistory(qobject_cast<QWidget*>(watched)))
-        event->accept();
-    return QMenu::eventFilter(watched, event);
+        hasOwnHistory(QApplication::focusWidget()))
+        key.accept();
 }
 
 } // namespace Vantry

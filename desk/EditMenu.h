@@ -22,9 +22,9 @@ public:
     // Looks which steps there are.
     void refresh();
 
-protected:
-    // Before a key becomes a shortcut, since a step may have come in the very moment before.
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    // For a key that may become a shortcut: a step may have come in the very moment before. Accepts, so that
+    // it becomes none, what belongs to the text field that has the focus.
+    void prepareFor(QKeyEvent& key);
 
 private:
     void take(FrameworkCore::AppConfig::StatusCode (History::*step)());

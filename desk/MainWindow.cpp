@@ -17,6 +17,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -235,6 +236,13 @@ void MainWindow::showAbout()
                     .arg(application->getApplicationName().toHtmlEscaped(),
                          application->getVersionInformation().getFileVersion().toHtmlEscaped());
     QMessageBox::about(this, tr("About Vantry"), text);
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride)
+        edit->prepareFor(*static_cast<QKeyEvent*>(event));
+    return QMainWindow::event(event);
 }
 
 void MainWindow::changeEvent(QEvent* event)

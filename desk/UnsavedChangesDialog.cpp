@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QThreadPool>
 #include <QVBoxLayout>
 
 namespace Vantry {
@@ -33,7 +32,6 @@ UnsavedChangesDialog::UnsavedChangesDialog(const QString& question, const std::v
     QPushButton* const save = buttons->button(QDialogButtonBox::Save);
     save->setText(edited.size() > 1 ? tr("&Save All") : tr("&Save"));
     save->setDefault(true);
-    save->setFocus();
     buttons->button(QDialogButtonBox::Discard)->setText(tr("&Discard"));
     connect(buttons, &QDialogButtonBox::accepted, this, [this] {
         answer = Answer::Save;
@@ -45,7 +43,14 @@ UnsavedChangesDialog::UnsavedChangesDialog(const QString& question, const std::v
         accept();
     });
     column->addWidget(buttons);
-    findDifferences(edited, changes);
+    save->setFocus();
+    worker = std::thread([this, edited, changes] { findDifferences(edited, *changes); });
+}
+
+UnsavedChangesDialog::~UnsavedChangesDialog()
+{
+    isOver = true;
+    worker.join();
 }
 
 UnsavedChangesDialog::Answer UnsavedChangesDialog::ask()
@@ -54,29 +59,27 @@ UnsavedChangesDialog::Answer UnsavedChangesDialog::ask()
     return answer;
 }
 
-void UnsavedChangesDialog::show(int number, const QString& text)
+void UnsavedChangesDialog::addDifference(const QString& text)
 {
-    view->setPlainText(number == 0 ? text : view->toPlainText() + QLatin1Char('\n') + text);
+    view->setPlainText(view->toPlainText().isEmpty() ? text : view->toPlainText() + QLatin1Char('\n') + text);
 }
 
-// On another thread, which outlives the dialog where the person is quicker.
-void UnsavedChangesDialog::findDifferences(const std::vector<Edited>& edited,
-                                           const std::shared_ptr<ChangesInterface>& changes)
+// On the worker. What it tells comes later than the dialog's end, if that is quicker.
+void UnsavedChangesDialog::findDifferences(const std::vector<Edited>& edited, ChangesInterface& changes)
 {
     const QPointer<UnsavedChangesDialog> self(this);
-    QThreadPool::globalInstance()->start([self, edited, changes] {
-        for (std::size_t number = 0; number < edited.size(); ++number) {
-            QString text = DiffText::shortened(changes->getUnsavedDiff(edited[number].backend));
-            if (text.isEmpty())
-                text =
-                    tr("%1\nNothing that can be shown: its file is gone, or its values must not be read.\n")
-                        .arg(edited[number].label);
-            Utilities::postToGuiThread([self, number, text] {
-                if (self)
-                    self->show(int(number), text);
-            });
-        }
-    });
+    for (const Edited& each : edited) {
+        if (isOver)
+            return;
+        QString text = DiffText::shortened(changes.getUnsavedDiff(each.backend));
+        if (text.isEmpty())
+            text = tr("%1\nNothing that can be shown: its file is gone, or its values must not be read.\n")
+                       .arg(each.label);
+        Utilities::postToGuiThread([self, text] {
+            if (self)
+                self->addDifference(text);
+        });
+    }
 }
 
 } // namespace Vantry

@@ -4,7 +4,9 @@
 
 #include <QDialog>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 #include <vector>
 
 namespace Vantry {
@@ -32,15 +34,19 @@ public:
     UnsavedChangesDialog(const QString& question, const std::vector<Edited>& edited,
                          const std::shared_ptr<ChangesInterface>& changes, QWidget* parent);
 
+    ~UnsavedChangesDialog() override; // waits for the file whose differences are being found
+
     // Runs the dialog.
     Answer ask();
 
 private:
-    void show(int number, const QString& text);
-    void findDifferences(const std::vector<Edited>& edited, const std::shared_ptr<ChangesInterface>& changes);
+    void addDifference(const QString& text);
+    void findDifferences(const std::vector<Edited>& edited, ChangesInterface& changes);
 
     DiffView* view; // a child
     Answer answer = Answer::Cancel;
+    std::atomic<bool> isOver{false}; // the worker need not look at the next file
+    std::thread worker;
 };
 
 } // namespace Vantry

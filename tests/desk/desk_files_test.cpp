@@ -1,3 +1,4 @@
+#include "host/Shared/Logging/LogRecord.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
@@ -246,6 +247,20 @@ private slots:
         QVERIFY2(told.contains(folder->path("plant.json")), qPrintable(told));
         QVERIFY(desk->window->isVisible());
         QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    // As when the session ends: nobody is asked, and what is lost is told.
+    void endsUnasked()
+    {
+        write(speed, 1250);
+        const quint64 number = Shared::Logging::LogRecord::instance().getLastNumber();
+        desk->window->closeUnasked();
+        QVERIFY(!desk->window->isVisible());
+        const auto lines = Shared::Logging::LogRecord::instance().getLines(number);
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines.first().text.contains(QLatin1String("plant.json (plant)")),
+                 qPrintable(lines.first().text));
+        QCOMPARE(contentOf(folder->path("plant.json")), plant);
     }
 
     void remembersFiles()

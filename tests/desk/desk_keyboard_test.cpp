@@ -94,7 +94,7 @@ private slots:
 
     void opensTheMenus()
     {
-        for (const char* keys : {"alt+f", "alt+v", "alt+h"}) {
+        for (const char* keys : {"alt+f", "alt+e", "alt+v", "alt+h"}) {
             QVERIFY(pressKey(QLatin1String(keys)));
             QTRY_VERIFY(QApplication::activePopupWidget());
             const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());

@@ -1,0 +1,49 @@
+#include "desk/DiffText.h"
+#include "tests/support/TestRun.h"
+
+using Vantry::DiffText;
+
+// A diff stays readable, and quick to show, whatever the size of the files.
+class DiffTextTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void leavesWhatAPersonReads()
+    {
+        const QString diff = QStringLiteral("--- f\n+++ f\n@@ -1,2 +1,2 @@\n a\n-b\n+c\n");
+        QCOMPARE(DiffText::shortened(diff), diff);
+        QCOMPARE(DiffText::shortened(QString()), QString());
+    }
+
+    void endsLongDiffs()
+    {
+        const int more = 7;
+        const QString line = QStringLiteral("+line\n");
+        QCOMPARE(DiffText::shortened(line.repeated(DiffText::mostLines)), line.repeated(DiffText::mostLines));
+        QCOMPARE(DiffText::shortened(line.repeated(DiffText::mostLines + more)),
+                 line.repeated(DiffText::mostLines) + QStringLiteral("... and 7 more lines\n"));
+    }
+
+    // As in json without line ends: the one line is the file.
+    void showsTheDifferenceOfLongLines()
+    {
+        const QString start(100'000, QLatin1Char('s'));
+        const QString end(50'000, QLatin1Char('e'));
+        const QString shown = DiffText::shortened(QStringLiteral("-%1old%2\n+%1new%2\n").arg(start, end));
+        const QStringList lines = shown.split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 3);
+        QVERIFY2(lines[0].startsWith(QLatin1String("-...sss")) && lines[0].contains(QLatin1String("soldee")),
+                 qPrintable(lines[0]));
+        QVERIFY2(lines[1].startsWith(QLatin1String("+...sss")) && lines[1].contains(QLatin1String("snewee")),
+                 qPrintable(lines[1]));
+        QVERIFY(lines[1].endsWith(QLatin1String("ee...")) && shown.size() < 3 * DiffText::longestLine);
+    }
+};
+
+int main(int argc, char** argv)
+{
+    return TestSupport::runTest<QCoreApplication, DiffTextTest>(argc, argv);
+}
+
+#include "diff_text_test.moc"
