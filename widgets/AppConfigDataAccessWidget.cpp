@@ -16,6 +16,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -212,6 +213,16 @@ void AppConfigDataAccessWidget::setValueColumnWidth(int width)
 {
     valueColumnWidth = width;
     setColumnWidth(valueColumn, width);
+}
+
+// A click on a value that is wider than the view would push the names out of sight.
+void AppConfigDataAccessWidget::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    const int left = horizontalScrollBar()->value();
+    const QRect cell = visualRect(index);
+    QTableView::scrollTo(index, hint);
+    if (cell.right() >= 0 && cell.left() < viewport()->width())
+        horizontalScrollBar()->setValue(left);
 }
 
 void AppConfigDataAccessWidget::scrollContentsBy(int dx, int dy)

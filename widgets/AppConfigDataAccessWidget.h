@@ -31,6 +31,8 @@ public:
     explicit AppConfigDataAccessWidget(QWidget* parent);
     ~AppConfigDataAccessWidget() override;
 
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
 private slots:
     void onCustomContextMenu(QPoint point);
     void onAttributeUpdateSelected();

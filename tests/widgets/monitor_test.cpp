@@ -265,6 +265,8 @@ private slots:
         QTRY_VERIFY(number.siblingAtRow(0).data().toString().startsWith(QLatin1String("2030-01-01")));
         QCoreApplication::processEvents(); // the header follows later
         QCOMPARE(monitor->columnWidth(valueColumn), monitor->width());
+        click(0, valueColumn);
+        QCOMPARE(monitor->columnViewportPosition(0), 0); // the names are still seen
     }
 
     void deleteCountsCells_data()
