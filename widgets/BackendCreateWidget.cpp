@@ -1,6 +1,7 @@
 #include "widgets/BackendCreateWidget.h"
 
 #include "app/VantryLog.h"
+#include "host/Utilities/AnnotatedMutexLocker.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/RepositoryAccess.h"
@@ -16,11 +17,11 @@
 
 #include <algorithm>
 #include <chrono>
-#include <future>
 
 namespace Widgets {
 
 using FrameworkCore::AppConfig::BackendConfiguration;
+using Utilities::AnnotatedMutexLocker;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 
@@ -124,11 +125,25 @@ void BackendCreateWidget::on_btnCreate_clicked()
 // Waiting for QtConcurrent's own future could take the task back and run it on this thread.
 bool BackendCreateWidget::createWhileWaiting()
 {
-    const auto creation =
-        std::make_shared<std::packaged_task<bool()>>([this] { return createBackendInBackground(); });
-    std::future<bool> result = creation->get_future();
-    QtConcurrent::run([creation] { (*creation)(); });
+    std::future<bool> result;
+    {
+        const AnnotatedMutexLocker locker(handOver);
+        creation = std::make_shared<Creation>([this] { return createBackendInBackground(); });
+        result = creation->get_future();
+        QtConcurrent::run(this, &BackendCreateWidget::runCreation);
+    }
     return result.get();
+}
+
+// Owns the task to its end: the dialog may be gone as soon as the result is there.
+void BackendCreateWidget::runCreation()
+{
+    std::shared_ptr<Creation> task;
+    {
+        const AnnotatedMutexLocker locker(handOver);
+        task = creation;
+    }
+    (*task)();
 }
 
 bool BackendCreateWidget::createBackendInBackground()

@@ -3,7 +3,9 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QDialog>
+#include <QMutex>
 
+#include <future>
 #include <memory>
 
 namespace Widgets {
@@ -40,9 +42,14 @@ private:
     void refreshBackendTypes();
     void alignFields();
     bool createWhileWaiting();
+    void runCreation();
+
+    using Creation = std::packaged_task<bool()>;
 
     std::unique_ptr<Ui::BackendCreateWidget> ui;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+    QMutex handOver; // guards what the worker takes over
+    std::shared_ptr<Creation> creation;
 };
 
 } // namespace Widgets

@@ -4,26 +4,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
-#include <QStyledItemDelegate>
 
 namespace Utilities::ModelViews::Widgets {
-
-namespace {
-
-// Qt's own would leave a strip of the selected row beside the text that is edited.
-class WholeRowDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
-                              const QModelIndex&) const override
-    {
-        editor->setGeometry(option.rect);
-    }
-};
-
-} // namespace
 
 ListValueEditor::ListValueEditor(QWidget* parent) : ValueEditor(parent), list(new QListWidget(this))
 {
@@ -31,7 +13,6 @@ ListValueEditor::ListValueEditor(QWidget* parent) : ValueEditor(parent), list(ne
     list->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                           QAbstractItemView::AnyKeyPressed);
     list->setTabKeyNavigation(false);
-    list->setItemDelegate(new WholeRowDelegate(list));
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(list);
