@@ -40,29 +40,42 @@ protected:
     }
 };
 
+// Moves the view so far that what lies between the two places of its window is seen, first of all its
+// beginning.
+void scrollTo(QAbstractItemView& view, int left, int right)
+{
+    QScrollBar* const bar = view.horizontalScrollBar();
+    bar->setValue(bar->value() + qMin(left, qMax(right - view.viewport()->width(), 0)));
+}
+
 // A long text makes its cell wider than the view.
 void scrollToCursor(QAbstractItemView& view, const QLineEdit& line)
 {
     const QRect cursor = line.inputMethodQuery(Qt::ImCursorRectangle).toRect();
     const int left = line.mapTo(view.viewport(), cursor.topLeft()).x();
-    const int right = left + cursor.width() - view.viewport()->width();
-    QScrollBar* const bar = view.horizontalScrollBar();
-    bar->setValue(bar->value() + qMin(left, qMax(right, 0)));
+    scrollTo(view, left, left + cursor.width());
 }
 
 } // namespace
 
 void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& editor)
 {
+    const QRect place = view.visualRect(cell);
+    const bool scrollsByPixels = view.horizontalScrollMode() == QAbstractItemView::ScrollPerPixel;
+    const int scrolled = view.horizontalScrollBar()->value();
     // Or the row, in some views all rows, would grow to what an editor in a form takes.
-    editor.setMaximumHeight(view.visualRect(cell).height());
+    editor.setMaximumHeight(place.height());
     editor.show();
     view.setIndexWidget(cell, &editor);
     new CellFrame(editor);
     // Moving it into the view has taken the focus away. This reason makes an editor select what it holds.
     editor.setFocus(Qt::TabFocusReason);
-    const auto* const line = qobject_cast<QLineEdit*>(&editor);
-    if (line && view.horizontalScrollMode() == QAbstractItemView::ScrollPerPixel)
+    if (!scrollsByPixels)
+        return;
+    // The view has scrolled to a cell that has got the focus, as a whole; the names before it should stay.
+    view.horizontalScrollBar()->setValue(scrolled);
+    scrollTo(view, place.left(), place.left() + qMin(place.width(), editor.sizeHint().width()));
+    if (const auto* const line = qobject_cast<QLineEdit*>(&editor))
         QObject::connect(line, &QLineEdit::cursorPositionChanged, &view,
                          [&view, line] { scrollToCursor(view, *line); });
 }

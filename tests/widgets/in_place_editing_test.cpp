@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QDateTimeEdit>
 #include <QFile>
+#include <QScrollBar>
 #include <QTemporaryDir>
 
 #include <optional>
@@ -316,6 +317,7 @@ private slots:
         create(path, QString(3000, QLatin1Char('x')));
         openPage();
         edit();
+        QCOMPARE(page->tree.horizontalScrollBar()->value(), 0); // the name stays in sight
         for (const auto key : {Qt::Key_Home, Qt::Key_End, Qt::Key_Home}) {
             press(key);
             auto* const editor = qobject_cast<QLineEdit*>(page->tree.indexWidget(cell()));
