@@ -75,7 +75,9 @@ void DateTimeEditWidget::keyPressEvent(QKeyEvent* event)
         emit resetDavModel();
         return;
     }
-    if (!event->text().isEmpty() && event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    const bool ends = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool steps = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
+    if (steps || (!ends && !event->text().isEmpty()))
         leaveUnusualValue();
     QDateTimeEdit::keyPressEvent(event);
 }

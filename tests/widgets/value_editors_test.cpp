@@ -253,6 +253,8 @@ private slots:
             << QVariant(QDateTime(QDate(2023, 12, 24), QTime(15, 2, 3, 4), Qt::OffsetFromUTC, 3600));
         QTest::newRow("no date") << QVariant(QDate()) << text("20231224") << text("2023-12-24")
                                  << QVariant(QDate(2023, 12, 24));
+        QTest::newRow("no date, stepped")
+            << QVariant(QDate()) << text("+") << text("2001-01-01") << QVariant(QDate(2001, 1, 1));
         QTest::newRow("no date, left so") << QVariant(QDate()) << QString() << text(" ") << QVariant();
         QTest::newRow("no time, left so") << QVariant(QTime()) << QString() << text(" ") << QVariant();
     }
@@ -266,7 +268,10 @@ private slots:
         Editing editing(value);
         QVERIFY(editing.isReady);
         const auto* const editor = qobject_cast<QDateTimeEdit*>(editing.editor);
-        QTest::keyClicks(editing.editor, keys);
+        if (keys == text("+"))
+            editing.press(Qt::Key_Up);
+        else
+            QTest::keyClicks(editing.editor, keys);
         QTEST(editor->text(), "shown");
         editing.end();
         QCOMPARE(editing.ends, 1);
