@@ -227,6 +227,21 @@ private slots:
         QTRY_VERIFY(!desk->window->isWindowModified());
     }
 
+    void writesAFileThatIsGoneAnew()
+    {
+        write(speed, 1250);
+        QVERIFY(QFile::remove(folder->path("plant.json")));
+        const DialogDriver driver([](QWidget& dialog) {
+            QCOMPARE(textsOf(*dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"))),
+                     QStringList(QStringLiteral("plant|what is open|the file is gone|")));
+            press(dialog, "Keep Mine");
+            press(dialog, "Save");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
+    }
+
     // What cannot be saved keeps the window, and the person hears why.
     void staysWhenSavingFails()
     {

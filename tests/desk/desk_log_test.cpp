@@ -57,15 +57,20 @@ private slots:
         auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
         QVERIFY(!hint->isVisible());
         const QString path = QStringLiteral("plant.cell.pump.motor.speed");
-        QVERIFY(desk->repository->getWriterInterface()->writeAttributeValue(path, QStringLiteral("fast"),
-                                                                            8) != 0);
-        log(LogMessageType::Failure, "Vantry", QStringLiteral("Write To Attribute %1 Failed").arg(path));
+        const auto validations = desk->repository->getValidationInterface();
+        QVERIFY(validations->addValidation(path, QStringLiteral("range(0,1500)")) != 0);
+        desk->tree->setFocus();
+        desk->tree->setCurrentIndex(desk->item(path));
+        QVERIFY(pressKey(QStringLiteral("F2")));
+        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+        for (const char* key : {"ctrl+a", "2", "0", "0", "0", "Return"})
+            QVERIFY(pressKey(QLatin1String(key)));
         QTRY_VERIFY(hint->isVisible());
-        log(LogMessageType::Failure, "Vantry", QStringLiteral("Attribute Update failed "));
-        QTRY_VERIFY(lastRow().contains(QLatin1String("Attribute Update failed")));
-        QCOMPARE(hint->getText(), QStringLiteral("'%1' was not set to 'fast' (a text): it holds a whole "
-                                                 "number, which this cannot become without loss")
-                                      .arg(path));
+        QTRY_VERIFY(lastRow().contains(QLatin1String("Write To Attribute")));
+        const QString reason = QStringLiteral("'%1' was not set to '2000' (a whole number): the validation "
+                                              "'range(0,1500)' asks for a number from 0 to 1500")
+                                   .arg(path);
+        QCOMPARE(hint->getText(), reason);
         QVERIFY(desk->part<QLabel>("failureText")->text().startsWith(QLatin1Char('\'') + path));
 
         auto* const open = desk->part<QToolButton>("failureLog");
