@@ -55,7 +55,7 @@ public:
         setAlternatingRowColors(true);
         setStyleSheet(QStringLiteral("alternate-background-color: white; background-color: grey;"));
         horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        horizontalHeader()->setResizeContentsPrecision(0); // of the rows in sight
+        horizontalHeader()->setResizeContentsPrecision(50);
         resize(800, 600);
         show();
         while (repaints == 0)
