@@ -4,6 +4,7 @@
 #include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
 #include "desk/WaitCursor.h"
+#include "host/Shared/Logging/LogStreamProvider.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -174,6 +175,16 @@ bool BackendFiles::mayBeLost()
             : tr("%1 files hold changes that are not saved. Save them before the window closes?")
                   .arg(backends.size());
     return settle(backends, question) != Fate::Kept;
+}
+
+void BackendFiles::logUnsaved()
+{
+    using namespace Shared::Logging;
+    const LogMessageContext context({}, -1, {}, QStringLiteral("Desk"), {}, LogMessageContext::NoFlag);
+    const QStringList backends = getUnsaved();
+    for (const QString& backend : backends)
+        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {})
+            << tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
 }
 
 BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)

@@ -41,6 +41,9 @@ public:
     // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
     bool mayBeLost();
 
+    // Logs what is unsaved as lost, when nobody is there to be asked.
+    void logUnsaved();
+
 private:
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 

@@ -4,6 +4,7 @@
 #include "desk/LogView.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QToolButton>
@@ -25,9 +26,10 @@ LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent
     column->setContentsMargins(0, 0, 0, 0);
     auto* const row = new QHBoxLayout;
     row->setContentsMargins(4, 4, 4, 0);
-    addTypeButton(*row, LogMessageType::Information, "logInformation");
-    addTypeButton(*row, LogMessageType::Outcome, "logOutcomes");
-    addTypeButton(*row, LogMessageType::Failure, "logFailures");
+    row->setSpacing(12);
+    addTypeBox(*row, LogMessageType::Information, "logInformation");
+    addTypeBox(*row, LogMessageType::Outcome, "logOutcomes");
+    addTypeBox(*row, LogMessageType::Failure, "logFailures");
 
     textFilter->setObjectName(QStringLiteral("logText"));
     textFilter->setPlaceholderText(tr("Only lines with this text"));
@@ -53,20 +55,16 @@ LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent
     hide();
 }
 
-void LogDock::addTypeButton(QHBoxLayout& row, LogMessageType type, const char* name)
+void LogDock::addTypeBox(QHBoxLayout& row, LogMessageType type, const char* name)
 {
-    auto* const button = new QToolButton;
-    button->setObjectName(QLatin1String(name));
-    button->setFocusPolicy(Qt::StrongFocus);
-    button->setIcon(LogModel::iconOf(type));
-    button->setText(LogModel::nameOf(type));
-    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    button->setToolTip(tr("Show lines of this type"));
-    button->setCheckable(true);
-    button->setChecked(true);
-    connect(button, &QToolButton::toggled, &shownLines,
+    auto* const box = new QCheckBox(LogModel::nameOf(type));
+    box->setObjectName(QLatin1String(name));
+    box->setIcon(LogModel::iconOf(type));
+    box->setToolTip(tr("Show lines of this type"));
+    box->setChecked(true);
+    connect(box, &QCheckBox::toggled, &shownLines,
             [this, type](bool isShown) { shownLines.showType(type, isShown); });
-    row.addWidget(button);
+    row.addWidget(box);
 }
 
 void LogDock::showLines()

@@ -25,7 +25,7 @@ public:
     void showLines();
 
 private:
-    void addTypeButton(QHBoxLayout& row, Shared::Logging::LogMessageType type, const char* name);
+    void addTypeBox(QHBoxLayout& row, Shared::Logging::LogMessageType type, const char* name);
 
     LogModel lines;
     LogFilter shownLines;

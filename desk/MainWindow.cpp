@@ -11,7 +11,6 @@
 #include "desk/PluginDock.h"
 #include "desk/RecentFiles.h"
 #include "desk/WindowMemory.h"
-#include "host/Shared/Logging/LogStreamProvider.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -263,20 +262,9 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeUnasked()
 {
-    tellLost();
+    files.logUnsaved();
     asks = false;
     close();
-}
-
-void MainWindow::tellLost()
-{
-    using namespace Shared::Logging;
-    const LogMessageContext context({}, -1, {}, QStringLiteral("Desk"), {}, LogMessageContext::NoFlag);
-    const QStringList lost = files.getUnsaved();
-    for (const QString& backend : lost)
-        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {})
-            << tr("The changes of %1 were not saved: the program was told to end")
-                   .arg(files.getLabel(backend));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

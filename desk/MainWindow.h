@@ -58,7 +58,6 @@ private:
     void showFirstPages(bool hasFiles);
     void showResult(const FileMounter::Result& result);
     void showFiles();
-    void tellLost();
     void showAbout();
 
     PluginLoader& loader;
