@@ -95,6 +95,13 @@ QString Backend::insert(const QString& path, const Value& value)
     return edit([&](Document& text) { return text.insert(relative(path), value); });
 }
 
+QString Backend::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                           std::size_t& refused)
+{
+    const std::lock_guard lock(mutex);
+    return edit([&](Document& text) { return text.insertAll(relative(path), entries, refused); });
+}
+
 QString Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);

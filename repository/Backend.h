@@ -64,6 +64,10 @@ public:
     // Each changes the document in memory; the store's structure lock is held. Empty on success, otherwise
     // the reason, and nothing changed.
     QString insert(const QString& path, const FrameworkCore::Values::Value& value);
+
+    // An entry that is not there and all below it; see Document::insertAll.
+    QString insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                      std::size_t& refused);
     QString remove(const QString& path);
 
     // The value of an entry as the file spells it; nothing for a group.

@@ -11,8 +11,10 @@ namespace Repository {
 using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::Value;
 
-BulkWrite::BulkWrite(TreeEdit& treeEdit) : edit(treeEdit)
+BulkWrite::BulkWrite(TreeEdit& treeEdit, const QString& rootPath) : edit(treeEdit), root(rootPath)
 {
+    if (!root.isEmpty() && !edit.find(root))
+        newPlace = edit.nearest(root).backend;
 }
 
 BulkWrite::~BulkWrite()
@@ -25,6 +27,8 @@ BulkWrite::~BulkWrite()
 
 BulkWrite::Place BulkWrite::placeOf(const QString& path)
 {
+    if (newPlace)
+        return {nullptr, newPlace};
     const QStringView parent = parentPath(path);
     if (!isParentKnown || parent != knownParent) {
         knownParent = parent.toString();
@@ -40,11 +44,46 @@ BulkWrite::Place BulkWrite::placeOf(const QString& path)
 
 QString BulkWrite::insert(Backend& backend, const QString& path, const Value& value)
 {
-    if (std::find(touched.begin(), touched.end(), &backend) == touched.end()) {
-        edit.reshape(backend).keepText();
-        touched.push_back(&backend);
+    if (newPlace) {
+        const QByteArray below = QStringView(path).mid(root.size() + 1).toUtf8();
+        held.push_back({std::string(below.constData(), std::size_t(below.size())), value});
+        return {};
     }
+    keepText(backend);
     return backend.insert(path, value);
+}
+
+void BulkWrite::keepText(Backend& backend)
+{
+    if (std::find(touched.begin(), touched.end(), &backend) != touched.end())
+        return;
+    edit.reshape(backend).keepText();
+    touched.push_back(&backend);
+}
+
+void BulkWrite::prepareTakingBack()
+{
+    if (newPlace)
+        keepText(*newPlace);
+}
+
+FrameworkCore::AppConfig::StatusCode BulkWrite::writeDocuments(QString& path, std::optional<QVariant>& value,
+                                                               QString& reason)
+{
+    if (held.empty())
+        return StatusCode::Success;
+    edit.reshape(*newPlace);
+    std::size_t refused = 0;
+    reason = newPlace->insertAll(root, held, refused);
+    if (reason.isEmpty())
+        return StatusCode::Success;
+    const Item& item = items[refused];
+    path = item.path;
+    if (!item.isGroup) {
+        value = item.value;
+        reason = RefusalText::unfit(item.value, !isReadable(newPlace->getAccessMode()), reason);
+    }
+    return StatusCode::BackendFailure;
 }
 
 FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path, const QVariant& value,
@@ -60,17 +99,16 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
     }
     const Place place = placeOf(path);
     if (place.node && place.node->isAttribute) {
-        if (place.backend && std::find(touched.begin(), touched.end(), place.backend) == touched.end()) {
-            edit.reshape(*place.backend).keepText();
-            touched.push_back(place.backend);
-        }
+        if (place.backend)
+            keepText(*place.backend);
         QVariant accepted;
         const StatusCode status = edit.writeDocument(*place.node, value, accepted, reason);
         if (status == StatusCode::Success)
             items.push_back({path, accepted, place.node->access, false, place.node});
         return status;
     }
-    const StatusCode status = edit.acceptNew(NodeIndex::Key(path), place.node, place.backend, value, reason);
+    const NodeIndex::Key key(path);
+    const StatusCode status = edit.acceptNew(key, place.node, place.backend, value, reason);
     if (status != StatusCode::Success)
         return status;
     if (place.backend) {
@@ -83,7 +121,7 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         const auto common = AccessMode(quint8(access) & quint8(most));
         access = common == AccessMode::None ? most : common;
     }
-    items.push_back({path, value, access, false, nullptr});
+    items.push_back({path, value, access, false, nullptr, key.hash});
     return status;
 }
 
@@ -98,7 +136,7 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QS
     reason = insert(*place.backend, path, Value());
     if (!reason.isEmpty())
         return StatusCode::BackendFailure;
-    items.push_back({path, {}, AccessMode::ReadWrite, true, nullptr});
+    items.push_back({path, {}, AccessMode::ReadWrite, true});
     return status;
 }
 
@@ -120,6 +158,10 @@ void BulkWrite::show(const Item& item)
     const QStringView parent = parentPath(item.path);
     if (!shownParent || shownParent->path != parent)
         shownParent = &edit.ensure(parent);
+    if (newPlace && !item.isGroup) {
+        edit.addAttribute(*shownParent, item.path, {item.path, item.hash}, item.value, item.access);
+        return;
+    }
     Node& node = edit.ensureChild(*shownParent, item.path);
     if (!item.isGroup)
         edit.setAttribute(node, item.value, item.access, UpdateResult::Created);

@@ -1,23 +1,28 @@
 #pragma once
 
 #include "repository/TreeEdit.h"
+#include "repository/documents/Document.h"
 
 #include <QString>
 #include <QVariant>
 
+#include <optional>
 #include <vector>
 
 namespace Repository {
 
-// Many attributes created or written by one edit of the tree, all or nothing: the documents take them one by
-// one, the tree only in finish. Without finish the documents are taken back to what they were. One thread.
+// Many attributes created or written by one edit of the tree, all or nothing: the documents take them first,
+// all at once where nothing is at their root yet, and the tree only in finish. Without finish the documents
+// are taken back to what they were. One thread.
 class BulkWrite
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
 
-    explicit BulkWrite(TreeEdit& edit);
+    // All paths will be at or below the root, and come in the order of a tree: parents first, and all below a
+    // node together. The empty root promises nothing.
+    BulkWrite(TreeEdit& edit, const QString& root);
     ~BulkWrite();
     Q_DISABLE_COPY(BulkWrite)
 
@@ -28,6 +33,15 @@ public:
     // A group without children, which only a file can hold: nothing is made in memory.
     StatusCode addGroup(const QString& path, QString& reason);
 
+    // What the root's place holds can be taken back even after writeDocuments, when the edit ends without
+    // finish.
+    void prepareTakingBack();
+
+    // Lets the documents take what they have not yet. A refusal tells the path, the value, which a group has
+    // not, and the reason.
+    StatusCode writeDocuments(QString& path, std::optional<QVariant>& value, QString& reason);
+
+    // After writeDocuments.
     void finish();
 
 private:
@@ -37,7 +51,8 @@ private:
         QVariant value;
         AccessMode access = AccessMode::ReadWrite;
         bool isGroup = false;
-        Node* node = nullptr; // not owned; an attribute that exists
+        Node* node = nullptr;   // not owned; an attribute that exists
+        std::uint64_t hash = 0; // of the path of a new attribute
     };
 
     // What is known of the place of a path. Siblings mostly come together, so that it is looked up once for
@@ -50,9 +65,13 @@ private:
 
     Place placeOf(const QString& path);
     QString insert(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    void keepText(Backend& backend);
     void show(const Item& item);
 
     TreeEdit& edit;
+    const QString root;
+    Backend* newPlace = nullptr;        // not owned; of the root, when nothing is there yet
+    std::vector<Documents::Entry> held; // what it takes at once, one for each item
     std::vector<Item> items;
     std::vector<Backend*> touched; // not owned
     QString knownParent;

@@ -22,6 +22,7 @@ public:
     struct Key
     {
         explicit Key(QStringView path);
+        Key(QStringView knownPath, std::uint64_t knownHash) : path(knownPath), hash(knownHash) {}
 
         QStringView path;
         std::uint64_t hash;

@@ -26,7 +26,9 @@ QString joined(const QString& root, const QString& below)
 {
     if (root.isEmpty() || below.isEmpty())
         return root + below;
-    return root + pathSeparator + below;
+    QString path;
+    path.reserve(root.size() + 1 + below.size());
+    return path.append(root).append(pathSeparator).append(below);
 }
 
 QString noType(const QString& type)
@@ -88,6 +90,15 @@ SubtreeTransfer::Refusal SubtreeTransfer::add(BulkWrite& bulk, const QString& pa
                                   : bulk.addAttribute(path, part.value, part.access, refusal.reason);
     if (refusal.status != StatusCode::Success && !part.isGroup && !store->hidesValues(path))
         refusal.value = part.value;
+    return refusal;
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::writeDocuments(BulkWrite& bulk) const
+{
+    Refusal refusal;
+    refusal.status = bulk.writeDocuments(refusal.path, refusal.value, refusal.reason);
+    if (refusal.value && store->hidesValues(refusal.path))
+        refusal.value.reset();
     return refusal;
 }
 
@@ -190,7 +201,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
     if (refusal.status != StatusCode::Success)
         return refusal;
 
-    BulkWrite bulk(edit);
+    BulkWrite bulk(edit, to);
     TransferProgress progress(report, parts.size());
     for (const Part& part : parts) {
         refusal = add(bulk, joined(to, part.path), part);
@@ -199,6 +210,11 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
         if (refusal.status != StatusCode::Success)
             return refusal;
     }
+    if (isMove)
+        bulk.prepareTakingBack();
+    refusal = writeDocuments(bulk);
+    if (refusal.status != StatusCode::Success)
+        return refusal;
     bool siblingsMove = false;
     if (isMove) {
         refusal.path = from;
@@ -290,20 +306,24 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
     }
     if (!path.isEmpty() && !isValidPath(path))
         return finish({StatusCode::InvalidPath, path, RefusalText::invalidPath()}, report);
-    return finish(takeIn(*document, type, path, report), report);
+    // Nearly always there is one entry a line, or between two commas.
+    const auto expected =
+        std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));
+    return finish(takeIn(*document, type, path, std::size_t(expected), report), report);
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& document, const QString& type,
-                                                 const QString& path, TransferReport& report)
+                                                 const QString& path, std::size_t expected,
+                                                 TransferReport& report)
 {
-    std::size_t count = 0;
-    document.visit([&count](const Documents::Entry&) { ++count; });
-    TransferProgress progress(report, count);
+    TransferProgress progress(report, expected);
     Refusal refusal;
     const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(*store, {path}, step.getRecorder());
-    BulkWrite bulk(edit);
+    // Files of lines may tell of a group in several places, and what is written at once is in tree order.
+    const bool isInTreeOrder = type == jsonType || type == QLatin1String("xml");
+    BulkWrite bulk(edit, isInTreeOrder ? path : QString());
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {
         if (!group.empty())
@@ -328,6 +348,8 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
     });
     if (refusal.status == StatusCode::Success)
         addGroup();
+    if (refusal.status == StatusCode::Success)
+        refusal = writeDocuments(bulk);
     if (refusal.status == StatusCode::Success)
         bulk.finish();
     return refusal;

@@ -65,7 +65,9 @@ private:
     static Refusal writeText(const QString& path, const QString& type, std::vector<Part> parts,
                              QByteArray& text, TransferReport& report);
     Refusal takeIn(const Documents::Document& document, const QString& type, const QString& path,
-                   TransferReport& report);
+                   std::size_t expected, TransferReport& report);
+
+    Refusal writeDocuments(BulkWrite& bulk) const;
 
     // The parts in the order of a file, without what must not be read; hidden is the path of the first such
     // attribute. The structure lock is held.

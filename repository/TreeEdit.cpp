@@ -223,12 +223,19 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         setAttribute(*node, value, access, UpdateResult::Created);
         return StatusCode::Success;
     }
-    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName));
+    addAttribute(ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName), path, key,
+                 std::move(value), access);
+    return StatusCode::Success;
+}
+
+void TreeEdit::addAttribute(Node& parent, const QString& path, const NodeIndex::Key& key, QVariant value,
+                            AccessMode access)
+{
+    auto made = linkNode(path, parent);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
     giveValue(shard.insert({std::move(made), key.hash}), std::move(value), access, UpdateResult::Created);
-    return StatusCode::Success;
 }
 
 FrameworkCore::AppConfig::StatusCode TreeEdit::writeDocument(const Node& node, const QVariant& value,

@@ -48,6 +48,10 @@ public:
     // The same for a child of a node.
     Node& ensureChild(Node& parent, const QString& path);
 
+    // A new attribute of the tree alone; there is no node at its path.
+    void addAttribute(Node& parent, const QString& path, const NodeIndex::Key& key, QVariant value,
+                      AccessMode access);
+
     // Whether a new attribute may be made there with this value; the reason when it may not.
     StatusCode acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
                          const QVariant& value, QString& reason);

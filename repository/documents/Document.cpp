@@ -2,6 +2,7 @@
 
 #include "repository/documents/IniDocument.h"
 #include "repository/documents/JsonDocument.h"
+#include "repository/documents/KeyText.h"
 #include "repository/documents/TxtDocument.h"
 #include "repository/documents/XmlDocument.h"
 
@@ -24,6 +25,21 @@ std::unique_ptr<Document> makeDocument(std::string_view type)
     if (type == "txt")
         return std::make_unique<TxtDocument>();
     return nullptr;
+}
+
+Outcome Document::insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused)
+{
+    std::string before = getBytes();
+    for (refused = 0; refused < entries.size(); ++refused) {
+        const std::string& below = entries[refused].path;
+        Outcome outcome =
+            insert(below.empty() ? std::string(path) : joinPath(path, below), entries[refused].value);
+        if (!outcome.ok()) {
+            parse(std::move(before));
+            return outcome;
+        }
+    }
+    return {};
 }
 
 } // namespace Repository::Documents

@@ -58,6 +58,10 @@ public:
     // Adds an entry, and the groups that lead to it, where a person would put it: behind its siblings.
     virtual Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
 
+    // Adds an entry that is not there and all below it, given in the order of a tree with paths relative to
+    // it. A refusal tells the refused entry by its position.
+    virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);
+
     // Takes out an entry and all below it.
     virtual Outcome remove(std::string_view path) = 0;
 

@@ -29,6 +29,8 @@ public:
     void visit(const std::function<void(const Entry&)>& visitor) const override;
     Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
     Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
+                      std::size_t& refused) override;
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
@@ -81,6 +83,10 @@ private:
     Outcome checkMark(const FrameworkCore::Values::Value& value) const;
     Outcome checkName(JsonNodeId container, std::string_view component) const;
     void insertAt(const Place& place, const JsonContent& wanted);
+
+    // Puts the text of a whole subtree in the place of the value of an entry, and reads the file anew. False
+    // when the entries are not plain, or too few for that to be worth while.
+    bool graft(std::string_view path, const std::vector<Entry>& entries);
 
     std::unique_ptr<Content> content;
 };

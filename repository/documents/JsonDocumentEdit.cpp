@@ -1,7 +1,10 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/JsonDocument.h"
+#include "repository/documents/JsonGap.h"
 #include "repository/documents/JsonReader.h"
+#include "repository/documents/JsonText.h"
+#include "repository/documents/JsonWriter.h"
 #include "repository/documents/KeyText.h"
 #include "repository/documents/Refusal.h"
 
@@ -35,6 +38,41 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
     if (needsMark)
         content->types.add(path, value.type);
     return {};
+}
+
+Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,
+                                std::size_t& refused)
+{
+    const JsonNodeId root = content->tree.getRoot();
+    const bool saysTypes = root != noJsonNode && content->members.find(root, typesKey) != noJsonNode;
+    if (path.empty() || saysTypes || entries.size() < 2)
+        return Document::insertAll(path, entries, refused);
+    refused = 0;
+    Outcome outcome = insert(path, {Type::Integer, std::int64_t(0)});
+    if (!outcome.ok() || graft(path, entries))
+        return outcome;
+    remove(path);
+    return Document::insertAll(path, entries, refused);
+}
+
+bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entries)
+{
+    constexpr std::size_t fewEntries = 500;
+    const JsonTree& tree = content->tree;
+    const JsonNodeId id = find(path);
+    const JsonStyle& fileStyle = content->editor.getStyle();
+    JsonTextStyle style{fileStyle.lineEnd + lineIndentation(tree, id), fileStyle.indentation,
+                        colonOf(tree, id), JsonGap(tree.text(id, JsonPart::Lead)).hasBreak(), false};
+    if (style.colon.empty())
+        style.colon = fileStyle.colon;
+    const auto written = JsonText::write(entries, style);
+    if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
+        depthOf(id) + written->depth > JsonReader::maximumDepth)
+        return false;
+    Span value;
+    std::string bytes = JsonWriter(tree).writeLocating(id, value);
+    bytes.replace(value.offset, value.length, written->text);
+    return parse(std::move(bytes)).ok();
 }
 
 Outcome JsonDocument::remove(std::string_view path)

@@ -21,6 +21,8 @@ public:
     // Takes over the style of the text that was read.
     void detectStyle();
 
+    const JsonStyle& getStyle() const { return layout.getStyle(); }
+
     // Makes the root, an empty object, in a text without a value.
     void createRoot();
 

@@ -25,16 +25,24 @@ std::string JsonWriter::writeValue(JsonNodeId id)
 
 Span JsonWriter::locateValue(JsonNodeId id)
 {
+    Span value;
+    writeLocating(id, value);
+    return value;
+}
+
+std::string JsonWriter::writeLocating(JsonNodeId id, Span& value)
+{
     // What nothing has edited is written in one go.
     located = id;
     for (JsonNodeId above = id; above != noJsonNode && !tree.node(above).touched;
          above = tree.node(above).parent)
         located = above;
-    write();
-    if (located == id)
-        return span;
+    std::string whole = write();
     const JsonNode& node = tree.node(id);
-    return {span.offset + node.value - tree.node(located).value, node.valueEnd - node.value};
+    value = span;
+    if (located != id)
+        value = {span.offset + node.value - tree.node(located).value, node.valueEnd - node.value};
+    return whole;
 }
 
 // Writes a node up to its children; true when there are some to go on with.

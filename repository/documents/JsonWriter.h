@@ -22,6 +22,9 @@ public:
     // Where the value of a scalar or a list stands in the whole text.
     Span locateValue(JsonNodeId id);
 
+    // Both at once.
+    std::string writeLocating(JsonNodeId id, Span& value);
+
 private:
     bool open(JsonNodeId id);
     bool openValue(JsonNodeId id);

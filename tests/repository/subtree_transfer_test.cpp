@@ -238,6 +238,36 @@ private slots:
         QCOMPARE(text, QByteArray("kept"));
     }
 
+    // A file of lines may come back to a group; the groups of json are in one place.
+    void importsInterleavedGroups()
+    {
+        QByteArray lines;
+        for (int i = 0; i < 600; ++i)
+            lines += "a.k" + QByteArray::number(i) + " = 1\nb.k" + QByteArray::number(i) + " = 1\n";
+        lines += "a.k0.below = 2\n";
+        QCOMPARE(transfer()->importTree(QStringLiteral("m"), QStringLiteral("txt"), lines), Success);
+        mount(QStringLiteral("json"), QStringLiteral("j"), "{}");
+        QCOMPARE(transfer()->importTree(QStringLiteral("j.new"), QStringLiteral("txt"), lines), Success);
+        const QStringList expected = tree(QStringLiteral("m"));
+        QCOMPARE(tree(QStringLiteral("j.new")), expected);
+        const QByteArray text = saved(QStringLiteral("j"));
+        repository = AttributeRepository::create();
+        mount(QStringLiteral("json"), QStringLiteral("j"), text);
+        QCOMPARE(tree(QStringLiteral("j.new")), expected);
+    }
+
+    // Arrays stay arrays, in the layout of the file.
+    void copiesArrays()
+    {
+        mount(QStringLiteral("json"), QStringLiteral("j"),
+              "{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": 1}\n}\n");
+        QCOMPARE(transfer()->copyTree(QStringLiteral("j.a"), QStringLiteral("j.b")), Success);
+        QCOMPARE(transfer()->copyTree(QStringLiteral("j.a.1"), QStringLiteral("j.c.e")), Success);
+        QCOMPARE(saved(QStringLiteral("j")), QByteArray("{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": "
+                                                        "1, \"e\": [2.5, \"x\"]},\n  \"b\": [\n    1,\n"
+                                                        "    [\n      2.5,\n      \"x\"\n    ]\n  ]\n}\n"));
+    }
+
     void copiesManyAttributes()
     {
         QByteArray json = "{\"from\": {";
