@@ -1,4 +1,3 @@
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/RepositoryAccess.h"
@@ -15,7 +14,6 @@
 #include <limits>
 #include <optional>
 
-using FrameworkCore::AppConfig::AccessMode;
 using TestSupport::FakeRepository;
 using Widgets::CheckBoxWidget;
 using Widgets::DateTimeEditWidget;
@@ -75,15 +73,6 @@ public:
         QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
         press(Qt::Key_Delete);
         QTest::keyClicks(editor, typed);
-    }
-
-    // To 7, a year later, or the other state.
-    void change()
-    {
-        if (qobject_cast<QLineEdit*>(editor))
-            replaceText(text("7"));
-        else
-            press(qobject_cast<QCheckBox*>(editor) ? Qt::Key_Space : Qt::Key_Up);
     }
 
     // Return counts only the second time in a line editor.
@@ -177,7 +166,7 @@ private slots:
 
         editing.press(Qt::Key_Return); // the first end of the edit does nothing
         QVERIFY(repository->getWrites().isEmpty());
-        QCOMPARE(failures(), QStringList());
+        QCOMPARE(log->texts(), QStringList());
         QCOMPARE(editing.ends, 0);
         for (int end = 0; end < 2; ++end) { // the second counts, and no later one
             editing.press(Qt::Key_Return);
@@ -185,8 +174,8 @@ private slots:
             QCOMPARE(repository->getWrites().size(), written.isValid() ? 1 : 0);
         }
         if (!written.isValid()) {
-            QCOMPARE(failures(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
-                                             text(value.typeName())));
+            QCOMPARE(log->texts(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
+                                               text(value.typeName())));
             return;
         }
         const FakeRepository::Write write = repository->getWrites().first();
@@ -279,143 +268,27 @@ private slots:
         if (written.isValid())
             QCOMPARE(exactText(repository->getWrites().first().value), exactText(written));
         else
-            QCOMPARE(failures(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
-                                             text(value.typeName())));
+            QCOMPARE(log->texts(), QStringList(text("Cannot Convert Attribute Value to Variant Type ") +
+                                               text(value.typeName())));
     }
 
-    void keysGiveUp_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("key");
-        QTest::newRow("line") << QVariant(5) << int(Qt::Key_Escape);
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << int(Qt::Key_Escape);
-        QTest::newRow("check box") << QVariant(true) << int(Qt::Key_Escape);
-        QTest::newRow("check box, another key") << QVariant(true) << int(Qt::Key_X);
-    }
-
-    void keysGiveUp()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(int, key);
-        repository->set(path, value);
-        Editing editing(value);
-        QVERIFY(editing.isReady);
-        editing.change();
-        editing.press(Qt::Key(key));
-        QCOMPARE(editing.ends, 1);
-        editing.editor->hide(); // as a view takes it away, which moves the focus
-        QVERIFY(editing.neighbour->hasFocus());
-        QCOMPARE(editing.ends, 1);
-        QVERIFY(repository->getWrites().isEmpty());
-        QCOMPARE(failures(), QStringList());
-    }
-
-    void leavingWrites_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QVariantList>("written"); // by leaving it three times
-        QTest::newRow("line") << QVariant(5) << QVariantList{7};
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 28))
-                              << QVariantList{QDate(2025, 2, 28), QDate(2025, 2, 28), QDate(2025, 2, 28)};
-        QTest::newRow("check box") << QVariant(true) << QVariantList{false, false, false};
-    }
-
+    // Only a line editor is left for good; the others write each time that they lose the focus.
     void leavingWrites()
     {
-        QFETCH(QVariant, value);
-        QFETCH(QVariantList, written);
-        repository->set(path, value);
-        Editing editing(value);
-        QVERIFY(editing.isReady);
-        editing.change();
-        QVERIFY(repository->getWrites().isEmpty());
-        for (int i = 0; i < 3; ++i) {
-            editing.editor->setFocus();
-            editing.neighbour->setFocus();
-        }
-        QVariantList values;
-        for (const FakeRepository::Write& write : repository->getWrites())
-            values.append(write.value);
-        QCOMPARE(values, written);
-        QCOMPARE(editing.ends, written.size());
-    }
-
-    void refusalsAreLogged_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("access");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("failure"); // empty: written
-        const QString failed = text("Write To Attribute ") + path + text(" Failed");
-        const int refused = int(FrameworkCore::AppConfig::NotWritable);
-        QTest::newRow("line") << QVariant(5) << 3 << refused << failed;
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << 3 << refused << failed;
-        QTest::newRow("check box") << QVariant(true) << 3 << refused << text("Attribute Update failed ");
-        QTest::newRow("write-only line") << QVariant(5) << 2 << 0 << QString();
-        const QString readOnly = text("Write To  ") + path + text(" Failed. Bad Writable, Read Only");
-        QTest::newRow("read-only line") << QVariant(5) << 1 << 0 << readOnly;
-        QTest::newRow("closed line") << QVariant(5) << 0 << 0 << readOnly;
-    }
-
-    void refusalsAreLogged()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(int, access);
-        QFETCH(int, status);
-        QFETCH(QString, failure);
-        repository->set(path, value, AccessMode(access));
-        Editing editing(value);
-        QVERIFY(editing.isReady);
-        if (status != 0)
-            repository->setNextStatus(status);
-        editing.end();
-        QCOMPARE(failures(), failure.isEmpty() ? QStringList() : QStringList(failure));
-        QCOMPARE(editing.ends, 1);
-    }
-
-    void whatOthersWroteIsKept_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("isChanged");
-        QTest::addColumn<QVariant>("others");
-        QTest::addColumn<QVariant>("left");
-        QTest::newRow("line") << QVariant(5) << false << QVariant(9) << QVariant(9);
-        QTest::newRow("changed line") << QVariant(5) << true << QVariant(9) << QVariant(7);
-        const QDate day(2024, 2, 28);
-        QTest::newRow("date") << QVariant(day) << false << QVariant(day.addDays(1))
-                              << QVariant(day.addDays(1));
-        QTest::newRow("changed date")
-            << QVariant(day) << true << QVariant(day.addDays(1)) << QVariant(day.addYears(1));
-        QTest::newRow("check box") << QVariant(true) << false << QVariant(false) << QVariant(false);
-    }
-
-    void whatOthersWroteIsKept()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(bool, isChanged);
-        QFETCH(QVariant, others);
-        repository->set(path, value);
-        Editing editing(value);
-        QVERIFY(editing.isReady);
-        if (isChanged)
-            editing.change();
-        repository->set(path, others);
-        editing.end();
-        QCOMPARE(editing.ends, 1);
-        QTEST(repository->getValue(path), "left");
-    }
-
-    void aClickOnlyTurnsTheCheckBox()
-    {
-        repository->set(path, true);
-        Editing editing(true);
-        QVERIFY(editing.isReady);
-        auto* const box = qobject_cast<CheckBoxWidget*>(editing.editor);
-        QVERIFY(box->isChecked());
-        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(8, box->height() / 2));
-        QVERIFY(!box->isChecked());
-        QVERIFY(repository->getWrites().isEmpty());
-        QCOMPARE(editing.ends, 0);
+        const auto writesOfLeaving = [this](const QVariant& value) {
+            repository->set(path, value);
+            const int before = repository->getWrites().size();
+            Editing editing(value);
+            for (int i = 0; i < 3; ++i) {
+                editing.editor->setFocus();
+                editing.neighbour->setFocus();
+            }
+            const int writes = repository->getWrites().size() - before;
+            return editing.isReady && editing.ends == writes ? writes : -1;
+        };
+        QCOMPARE(writesOfLeaving(5), 1);
+        QCOMPARE(writesOfLeaving(true), 3);
+        QCOMPARE(writesOfLeaving(QDate(2024, 2, 28)), 3);
     }
 
     void validatorsHaveTheirBounds_data()
@@ -469,12 +342,10 @@ private slots:
             editing.end();
             QCOMPARE(editing.ends, 1);
         }
-        QCOMPARE(failures(), QStringList());
+        QCOMPARE(log->texts(), QStringList());
     }
 
 private:
-    QStringList failures() const { return log->texts(); }
-
     std::shared_ptr<FakeRepository> repository;
     std::optional<TestSupport::LoggedFailures> log; // of one test
 };
