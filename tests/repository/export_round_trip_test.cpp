@@ -88,6 +88,7 @@ private slots:
         QCOMPARE(
             repository->getTransferInterface()->exportTree(QStringLiteral("r"), QStringLiteral("json"), text),
             Success);
+        QVERIFY(QJsonDocument::fromJson(text).isObject());
         const QByteArray z(40, 'z');
         QCOMPARE(
             text,
@@ -153,7 +154,6 @@ private slots:
         const auto transfer = repository->getTransferInterface();
         QByteArray text;
         QCOMPARE(transfer->exportTree(QStringLiteral("from"), QStringLiteral("json"), text), Success);
-        QVERIFY(!QJsonDocument::fromJson(text).isNull()); // others read it, too
         QCOMPARE(transfer->importTree(to, QStringLiteral("json"), text), Success);
         const QString difference = firstDifference(contentOf(*repository, to), expected);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
