@@ -265,7 +265,7 @@ private slots:
         QTRY_VERIFY(number.siblingAtRow(0).data().toString().startsWith(QLatin1String("2030-01-01")));
         QCoreApplication::processEvents(); // the header follows later
         QCOMPARE(monitor->columnWidth(valueColumn), monitor->width());
-        click(0, valueColumn);
+        monitor->scrollTo(number); // as the view does after a click
         QCOMPARE(monitor->columnViewportPosition(0), 0); // the names are still seen
     }
 
