@@ -25,6 +25,12 @@ BulkWrite::~BulkWrite()
         edit.reshape(*backend).restoreText();
 }
 
+void BulkWrite::expect(std::size_t count)
+{
+    items.reserve(count);
+    held.reserve(newPlace ? count : 0);
+}
+
 BulkWrite::Place BulkWrite::placeOf(const QString& path)
 {
     if (newPlace)
@@ -45,7 +51,7 @@ BulkWrite::Place BulkWrite::placeOf(const QString& path)
 QString BulkWrite::insert(Backend& backend, const QString& path, const Value& value)
 {
     if (newPlace) {
-        const QByteArray below = QStringView(path).mid(root.size() + 1).toUtf8();
+        const QByteArray below = pathBehind(path, root.size()).toUtf8();
         held.push_back({std::string(below.constData(), std::size_t(below.size())), value});
         return {};
     }

@@ -26,6 +26,9 @@ public:
     ~BulkWrite();
     Q_DISABLE_COPY(BulkWrite)
 
+    // So many will come.
+    void expect(std::size_t count);
+
     // Creates an attribute or writes the one that exists, whose type and access stay; the reason when it is
     // refused. The value is of an attribute type.
     StatusCode addAttribute(const QString& path, const QVariant& value, AccessMode access, QString& reason);

@@ -21,4 +21,11 @@ QStringView parentPath(QStringView path);
 // Whether the path is the other one or lies below it.
 bool isAtOrBelow(QStringView path, QStringView ancestor);
 
+// What of a path stands behind that many characters and the separator; empty for no more than those.
+inline QStringView pathBehind(QStringView path, qsizetype length)
+{
+    const qsizetype start = length == 0 ? 0 : length + 1;
+    return start < path.size() ? path.mid(start) : QStringView();
+}
+
 } // namespace Repository

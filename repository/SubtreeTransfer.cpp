@@ -22,13 +22,16 @@ namespace {
 
 const QString jsonType = QStringLiteral("json");
 
-QString joined(const QString& root, const QString& below)
+QString joined(const QString& root, QStringView below)
 {
-    if (root.isEmpty() || below.isEmpty())
-        return root + below;
+    if (below.isEmpty())
+        return root;
     QString path;
-    path.reserve(root.size() + 1 + below.size());
-    return path.append(root).append(pathSeparator).append(below);
+    path.reserve(root.size() + 1 + int(below.size()));
+    path += root;
+    if (!root.isEmpty())
+        path += pathSeparator;
+    return path.append(below.data(), int(below.size()));
 }
 
 QString noType(const QString& type)
@@ -105,16 +108,15 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeDocuments(BulkWrite& bulk) const
 void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
                               QString& hidden) const
 {
-    const QString path = node.path.mid(rootLength);
     if (isEmptyGroup(node)) {
-        parts.push_back({path, {}, AccessMode::ReadWrite, true});
+        parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
         return;
     }
     const std::lock_guard shardLock(store->index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute)
         return;
     if (node.isReadable())
-        parts.push_back({path, node.value, accessOfCopy(node), false});
+        parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});
     else if (hidden.isEmpty())
         hidden = node.path;
 }
@@ -122,7 +124,7 @@ void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part
 std::vector<SubtreeTransfer::Part> SubtreeTransfer::collect(const Node& root, QString& hidden) const
 {
     std::vector<Part> parts;
-    const int rootLength = root.path.isEmpty() ? 0 : root.path.size() + 1;
+    const int rootLength = root.path.size();
     std::vector<const Node*> walk{&root};
     while (!walk.empty()) {
         const Node* node = walk.back();
@@ -202,9 +204,10 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
         return refusal;
 
     BulkWrite bulk(edit, to);
+    bulk.expect(parts.size());
     TransferProgress progress(report, parts.size());
     for (const Part& part : parts) {
-        refusal = add(bulk, joined(to, part.path), part);
+        refusal = add(bulk, joined(to, part.path()), part);
         if (refusal.status == StatusCode::Success && !progress.advance())
             refusal.status = StatusCode::Cancelled;
         if (refusal.status != StatusCode::Success)
@@ -264,8 +267,8 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const Q
     for (const Part& part : parts) {
         if (!progress.advance())
             return {StatusCode::Cancelled, path, {}};
-        entries.push_back(
-            {part.path.toStdString(), part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
+        entries.push_back({part.path().toUtf8().toStdString(),
+                           part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
     }
     std::vector<Part>().swap(parts); // a great subtree is not held twice
     ExportText exported(type.toStdString(), path.mid(path.lastIndexOf(pathSeparator) + 1).toStdString());
@@ -327,8 +330,8 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {
         if (!group.empty())
-            refusal =
-                add(bulk, joined(path, QString::fromStdString(group)), {{}, {}, AccessMode::ReadWrite, true});
+            refusal = add(bulk, joined(path, QString::fromStdString(group)),
+                          {{}, 0, {}, AccessMode::ReadWrite, true});
         group.clear();
     };
     document.visit([&](const Documents::Entry& entry) {
@@ -343,8 +346,9 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
         else if (entry.value.type == Type::Group)
             group = place;
         else if (refusal.status == StatusCode::Success)
-            refusal = add(bulk, joined(path, QString::fromStdString(place)),
-                          {{}, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
+            refusal =
+                add(bulk, joined(path, QString::fromStdString(place)),
+                    {{}, 0, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
     });
     if (refusal.status == StatusCode::Success)
         addGroup();

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/TransferInterface.h"
+#include "repository/PathRules.h"
 
 #include <QVariant>
 
@@ -45,10 +46,14 @@ private:
     // One node of a subtree: an attribute, or a group that has no children.
     struct Part
     {
-        QString path; // relative to the subtree's root; empty for the root
+        QString fullPath;
+        int rootLength; // of the path of the subtree's root
         QVariant value;
         FrameworkCore::AppConfig::AccessMode access;
         bool isGroup;
+
+        // Relative to the subtree's root; empty for the root.
+        QStringView path() const { return pathBehind(fullPath, rootLength); }
     };
 
     // What came of an operation, and on which path; shown to the person when it is no success.

@@ -263,9 +263,11 @@ private slots:
               "{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": 1}\n}\n");
         QCOMPARE(transfer()->copyTree(QStringLiteral("j.a"), QStringLiteral("j.b")), Success);
         QCOMPARE(transfer()->copyTree(QStringLiteral("j.a.1"), QStringLiteral("j.c.e")), Success);
-        QCOMPARE(saved(QStringLiteral("j")), QByteArray("{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": "
-                                                        "1, \"e\": [2.5, \"x\"]},\n  \"b\": [\n    1,\n"
-                                                        "    [\n      2.5,\n      \"x\"\n    ]\n  ]\n}\n"));
+        QCOMPARE(transfer()->copyTree(QStringLiteral("j.c.d"), QStringLiteral("j.c.f")), Success);
+        QCOMPARE(saved(QStringLiteral("j")),
+                 QByteArray("{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": "
+                            "1, \"e\": [2.5, \"x\"], \"f\": 1},\n  \"b\": [\n    1,\n"
+                            "    [\n      2.5,\n      \"x\"\n    ]\n  ]\n}\n"));
     }
 
     void copiesManyAttributes()
