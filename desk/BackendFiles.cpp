@@ -1,5 +1,6 @@
 #include "desk/BackendFiles.h"
 
+#include "desk/CellEdit.h"
 #include "desk/ConflictDialog.h"
 #include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
@@ -28,6 +29,7 @@ QStringList BackendFiles::getBackends() const
 
 QStringList BackendFiles::getUnsaved()
 {
+    endCellEdit(window);
     unsaved.look();
     return unsaved.getNames();
 }
@@ -136,6 +138,7 @@ void BackendFiles::revert(const QStringList& backends)
 
 void BackendFiles::reload(const QStringList& backends)
 {
+    endCellEdit(window);
     const RefusalListener listener;
     bool areAllReloaded = true;
     {

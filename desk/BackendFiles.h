@@ -24,7 +24,7 @@ public:
     BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
 
     QStringList getBackends() const;
-    QStringList getUnsaved(); // as of now
+    QStringList getUnsaved(); // as of now, with what is being typed into a cell
     Utilities::UnsavedBackends& getWatch() { return unsaved; }
 
     // The backend's file without its folder, and what tells the backend from others; for people.

@@ -1,7 +1,9 @@
 #include "desk/EditMenu.h"
 
+#include "desk/CellEdit.h"
 #include "desk/WaitCursor.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -19,15 +21,17 @@ bool hasOwnHistory(const QWidget* widget)
         return !line->isReadOnly();
     if (const auto* const text = qobject_cast<const QTextEdit*>(widget))
         return !text->isReadOnly();
+    if (qobject_cast<const QAbstractSpinBox*>(widget))
+        return true;
     const auto* const plainText = qobject_cast<const QPlainTextEdit*>(widget);
     return plainText && !plainText->isReadOnly();
 }
 
 } // namespace
 
-EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget* parent)
-    : QMenu(tr("&Edit"), parent), history(std::move(steps)), undo(addAction(QString())),
-      redo(addAction(QString()))
+EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget& editedWindow)
+    : QMenu(tr("&Edit"), &editedWindow), history(std::move(steps)), window(editedWindow),
+      undo(addAction(QString())), redo(addAction(QString()))
 {
     undo->setObjectName(QStringLiteral("undo"));
     undo->setShortcut(QKeySequence::Undo);
@@ -35,7 +39,10 @@ EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget* parent)
     redo->setShortcuts({QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), QKeySequence(Qt::CTRL + Qt::Key_Y)});
     connect(undo, &QAction::triggered, this, [this] { take(&History::undo); });
     connect(redo, &QAction::triggered, this, [this] { take(&History::redo); });
-    connect(this, &QMenu::aboutToShow, this, &EditMenu::refresh);
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        endCellEdit(window);
+        refresh();
+    });
     refresh();
 }
 
@@ -59,6 +66,7 @@ void EditMenu::name(QAction& action, const QString& verb, const QString& step)
 // What is refused is told by the log.
 void EditMenu::take(FrameworkCore::AppConfig::StatusCode (History::*step)())
 {
+    endCellEdit(window);
     const WaitCursor cursor;
     (history.get()->*step)();
     refresh();

@@ -16,8 +16,9 @@ class EditMenu : public QMenu
 public:
     using History = FrameworkCore::AppConfig::Interfaces::HistoryInterface;
 
-    // Without a history, which may be, both stay disabled.
-    explicit EditMenu(std::shared_ptr<History> history, QWidget* parent = nullptr);
+    // Without a history, which may be, both stay disabled. What is being typed into a cell of the window,
+    // which outlives the menu, is a step too.
+    EditMenu(std::shared_ptr<History> history, QWidget& window);
 
     // Looks which steps there are.
     void refresh();
@@ -31,6 +32,7 @@ private:
     static void name(QAction& action, const QString& verb, const QString& step);
 
     std::shared_ptr<History> history;
+    QWidget& window;
     QAction* undo; // children
     QAction* redo;
 };

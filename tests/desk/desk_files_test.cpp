@@ -1,21 +1,26 @@
 #include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTreeView>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <optional>
 
 using TestSupport::DialogDriver;
@@ -123,6 +128,54 @@ private slots:
         for (const char* key : {"ctrl+z", "ctrl+y", "ctrl+z"})
             QVERIFY(pressKey(QLatin1String(key)));
         QTRY_COMPARE(read(speed), QVariant(1200LL));
+    }
+
+    void takesWhatIsBeingTyped_data()
+    {
+        QTest::addColumn<QString>("view");
+        QTest::addColumn<QString>("key"); // or entry of the File menu, for the mouse
+        for (const char* view : {"treeView", "appConfigDataAccessWidget"}) {
+            for (const char* key : {"ctrl+s", "ctrl+q", "F5", "&Save All"})
+                QTest::addRow("%s, %s", view, key) << QString::fromLatin1(view) << QString::fromLatin1(key);
+        }
+    }
+
+    void takesWhatIsBeingTyped()
+    {
+        QFETCH(QString, view);
+        QFETCH(QString, key);
+        auto* const edited = desk->part<QAbstractItemView>(qPrintable(view));
+        type(*edited, QStringLiteral("1250"));
+        std::optional<DialogDriver> question;
+        if (key == QLatin1String("ctrl+q"))
+            question.emplace([](QWidget& dialog) { press(dialog, "Save"); });
+        if (key.startsWith(QLatin1Char('&')))
+            choose(0, key);
+        else
+            QVERIFY(pressKey(key));
+        QTRY_COMPARE(read(speed), QVariant(1250LL));
+        if (key != QLatin1String("F5"))
+            QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
+        if (question)
+            QTRY_VERIFY(!desk->window->isVisible());
+        else
+            QTRY_VERIFY(edited->hasFocus());
+    }
+
+    // The keys are those of the text field, the menu's entries those of the attributes.
+    void undoesWhatIsBeingTyped()
+    {
+        type(*desk->tree, QStringLiteral("1250"));
+        const auto* const field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(field->text(), QStringLiteral("1200"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("1300")));
+        QTRY_COMPARE(field->text(), QStringLiteral("1300"));
+        choose(1, QStringLiteral("&Undo Write ") + speed);
+        QTRY_COMPARE(read(speed), QVariant(1200LL));
+        QCOMPARE(desk->part<QAction>("redo")->text(), QStringLiteral("&Redo Write ") + speed);
+        QVERIFY(desk->tree->hasFocus());
     }
 
     void reverts()
@@ -315,6 +368,39 @@ private:
         QVariant value;
         desk->repository->getReaderInterface()->readAttributeValue(path, value, 0);
         return value;
+    }
+
+    // Opens the speed's editor in the view and replaces what it holds.
+    void type(QAbstractItemView& view, const QString& typed)
+    {
+        QModelIndex cell = desk->item(speed);
+        if (auto* const table = qobject_cast<Utilities::ModelViews::AdvancedAttributeModel*>(view.model())) {
+            table->loadCustomAttributeList({speed});
+            cell = table->index(0, 0);
+        }
+        view.setFocus();
+        view.setCurrentIndex(cell.sibling(cell.row(), 1));
+        QVERIFY(pressKey(QStringLiteral("F2")));
+        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()) &&
+                    view.isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(TestSupport::typeText(typed));
+        QTRY_COMPARE(qobject_cast<QLineEdit*>(QApplication::focusWidget())->text(), typed);
+    }
+
+    // With the mouse, in one of the window's menus.
+    void choose(int menu, const QString& entry)
+    {
+        const QMenuBar& bar = *desk->window->menuBar();
+        const QMenu& opened = *bar.actions().at(menu)->menu();
+        QVERIFY(TestSupport::click(bar, bar.actionGeometry(bar.actions().at(menu)).center()));
+        QTRY_COMPARE(QApplication::activePopupWidget(), static_cast<const QWidget*>(&opened));
+        const auto actions = opened.actions();
+        const auto found = std::find_if(actions.begin(), actions.end(), [&entry](const QAction* action) {
+            return action->isEnabled() && action->text() == entry;
+        });
+        QVERIFY2(found != actions.end(), qPrintable(entry));
+        QVERIFY(TestSupport::click(opened, opened.actionGeometry(*found).center()));
+        QTRY_VERIFY(!QApplication::activePopupWidget());
     }
 
     // Opens a menu in the File menu by the first key and chooses there by the second; a dialog that comes
