@@ -5,14 +5,13 @@
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "tests/widgets/BrowserPage.h"
+#include "tests/widgets/DialogAnswers.h"
 #include "widgets/BackendCreateWidget.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QMenu>
-#include <QMessageBox>
-#include <QRadioButton>
 #include <QTemporaryDir>
 
 #include <list>
@@ -21,91 +20,7 @@ using namespace FrameworkCore::AppConfig;
 using Shared::Logging::LogRecord;
 using TestSupport::DialogDriver;
 
-namespace {
-
-using Answer = std::function<void(QWidget& dialog)>;
-
-void escape(QWidget& dialog)
-{
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-}
-
-// Types a text into the dialog's field and confirms it.
-Answer enter(const QString& text)
-{
-    return [text](QWidget& dialog) {
-        auto* const field = dialog.findChild<QLineEdit*>();
-        QVERIFY(field);
-        field->selectAll();
-        QTest::keyClicks(field, text);
-        QTest::keyClick(field, Qt::Key_Return);
-    };
-}
-
-// The same in a file dialog, whose field completes what is typed.
-Answer enterFile(const QString& name)
-{
-    return [name](QWidget& dialog) {
-        auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        QVERIFY(field);
-        field->setText(name);
-        QTest::keyClick(field, Qt::Key_Return);
-    };
-}
-
-Answer pasteAs(const QString& name, bool asChild)
-{
-    return [name, asChild](QWidget& dialog) {
-        const auto options = dialog.findChildren<QRadioButton*>();
-        for (QRadioButton* const option : options) {
-            if ((option->objectName() == QLatin1String("radioAsChild")) == asChild)
-                QTest::mouseClick(option, Qt::LeftButton, {}, {8, option->height() / 2});
-        }
-        enter(name)(dialog);
-    };
-}
-
-Answer createText(const QString& name, const QString& value)
-{
-    return [name, value](QWidget& dialog) {
-        auto* const field = dialog.findChild<QLineEdit*>(QStringLiteral("edtName"));
-        QVERIFY(field);
-        QTest::keyClicks(field, name);
-        const auto fields = dialog.findChildren<QLineEdit*>();
-        for (QLineEdit* const other : fields) {
-            if (other != field)
-                QTest::keyClicks(other, value);
-        }
-        QTest::keyClick(field, Qt::Key_Return);
-    };
-}
-
-Answer confirm(QMessageBox::StandardButton button)
-{
-    return [button](QWidget& dialog) {
-        auto* const box = qobject_cast<QMessageBox*>(&dialog);
-        QVERIFY(box);
-        QCOMPARE(box->text(), QStringLiteral("Do You Want To Delete The Attribute ?"));
-        QTest::mouseClick(box->button(button), Qt::LeftButton);
-    };
-}
-
-// A warning that says these parts, and that names nothing in its title.
-Answer seeWarning(const QStringList& parts)
-{
-    return [parts](QWidget& dialog) {
-        auto* const box = qobject_cast<QMessageBox*>(&dialog);
-        QVERIFY(box);
-        QString text = box->text();
-        text.remove(QChar(0x200B)); // places where it may be broken
-        for (const QString& part : parts)
-            QVERIFY2(text.contains(part), qPrintable(text));
-        QCOMPARE(box->windowTitle(), QString());
-        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
-    };
-}
-
-} // namespace
+using namespace DialogAnswers;
 
 // The menu of the tree, driven by a person's mouse and keys, over real files.
 class TreeOperationsTest : public QObject
