@@ -2,6 +2,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
@@ -112,6 +113,22 @@ private slots:
         if (operation == QLatin1String("export") || operation == QLatin1String("import"))
             QVERIFY2(error.contains(file) && error.contains(QLatin1String("cancelled")), qPrintable(error));
         QCOMPARE(contentOf(file), QByteArray("{}"));
+    }
+
+    void endWithoutTheWindowOverWhichTheyBegan()
+    {
+        const auto repository = std::make_shared<SlowRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        auto over = std::make_unique<QWidget>();
+        QVERIFY(TestSupport::showActive(*over));
+        const DialogDriver driver([&](QWidget& window) {
+            QCOMPARE(window.parentWidget(), over.get());
+            over.reset();
+            repository->isReleased = true;
+        });
+        QString error;
+        QVERIFY(run(QStringLiteral("copy"), {}, error));
+        QVERIFY(driver.isDone());
     }
 
     void shortOnesShowNothing()

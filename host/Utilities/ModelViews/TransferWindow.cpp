@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QLabel>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -31,19 +32,21 @@ FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, co
     if (status.wait_for(unseen) == std::future_status::ready)
         return status.get();
 
-    TransferWindow window(text, report, cancelling);
+    const QPointer<TransferWindow> window(
+        new TransferWindow(text, report, cancelling)); // may go with its parent
     QEventLoop loop;
     QTimer look;
-    connect(&look, &QTimer::timeout, &window, [&] {
+    connect(&look, &QTimer::timeout, &loop, [&] {
         if (status.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
             loop.quit();
-        else
-            window.showProgress();
+        else if (window)
+            window->showProgress();
     });
     look.start(lookInterval);
-    window.showProgress();
-    window.show();
-    loop.exec();         // also ends when the program does
+    window->showProgress();
+    window->show();
+    loop.exec(); // also ends when the program does
+    delete window;
     return status.get(); // the operation uses what the caller owns
 }
 
