@@ -1,5 +1,5 @@
 // What AttributeTreeViewModelUtils does to whole subtrees of the repository.
-#include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 #include "host/Utilities/ModelViews/TransferWindow.h"
@@ -21,13 +21,6 @@ namespace {
 QString tr(const char* text)
 {
     return QCoreApplication::translate("Utilities::ModelViews::AttributeTreeViewModelUtils", text);
-}
-
-void logFailure(const QString& text)
-{
-    using namespace Shared::Logging;
-    const LogMessageContext context({}, -1, {}, QStringLiteral("Vantry"), {}, LogMessageContext::NoFlag);
-    LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << text;
 }
 
 QString lastName(const QString& path)

@@ -1,6 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 
-#include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 
 #include <QAbstractItemModel>
@@ -38,12 +38,9 @@ bool AttributeTreeViewModelUtils::readTextFile(const QString& fileName, QString&
 bool AttributeTreeViewModelUtils::writeTxtFile(const QString& text, const QString& fileName) const
 {
     const QString error = TextFile::write(fileName, text);
-    if (error.isEmpty())
-        return true;
-    using namespace Shared::Logging;
-    const LogMessageContext context({}, -1, {}, QStringLiteral("Vantry"), {}, LogMessageContext::NoFlag);
-    LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << error;
-    return false;
+    if (!error.isEmpty())
+        logFailure(error);
+    return error.isEmpty();
 }
 
 QString AttributeTreeViewModelUtils::TrimAttributeName(const QString& text, const QString& characters)
