@@ -291,8 +291,8 @@ void AppConfigDataAccessWidget::onSaveAsSelected()
         inputDialogs->showSaveAsDialog(tr("Save As"), QString(), tr(" Project File (*.dap)"));
     if (fileName.isEmpty())
         return;
+    lastProjectFileName = fileName; // also when it cannot be saved
     saveTo(fileName);
-    lastProjectFileName = fileName;
 }
 
 void AppConfigDataAccessWidget::onSaveSelected()

@@ -1,4 +1,6 @@
-// The context menu of the browser page's tree, and what its entries do.
+// The context menu of the browser page's tree, and what its entries do. Menus, dialogs and long operations
+// run event loops, in which the host may close the page; a dialog that goes with the page counts as
+// cancelled.
 #include "app/VantryLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
@@ -126,12 +128,14 @@ void AttributeBrowserWidget::onBtnPasteAttributeClicked()
         return;
     if (!contextIndex.isValid())
         return;
+    const QPointer<AttributeBrowserWidget> self(this);
     {
         const ScopedSignalBlocker blocker(ui->treeView);
         const QString target = pathOf(contextIndex);
         treeUtils->copyAttribute(source, asChild ? target + separator + name : besidePath(target, name));
     }
-    onBtnReadAttributeClicked();
+    if (self)
+        onBtnReadAttributeClicked();
 }
 
 void AttributeBrowserWidget::onBtnDeleteAttributeClicked()
@@ -140,11 +144,13 @@ void AttributeBrowserWidget::onBtnDeleteAttributeClicked()
     if (inputDialogs->showConfirmationDialog(tr("Do You Want To Delete The Attribute ?"), path) !=
         QMessageBox::Yes)
         return;
+    const QPointer<AttributeBrowserWidget> self(this);
     {
         const ScopedSignalBlocker blocker(ui->treeView);
         treeUtils->deleteAttributeTree(path);
     }
-    onBtnReadAttributeClicked();
+    if (self)
+        onBtnReadAttributeClicked();
 }
 
 void AttributeBrowserWidget::onBtnAddValidationClicked()
@@ -167,11 +173,12 @@ void AttributeBrowserWidget::onBtnExportClicked()
     if (fileName.isEmpty())
         return;
     const QString path = pathOf(contextIndex);
+    const QPointer<AttributeBrowserWidget> self(this);
     QString errorText;
     const bool isExported = fileName.endsWith(QLatin1String(".txt"))
                                 ? treeUtils->exportAttributeToTxtFile(fileName, path, errorText)
                                 : treeUtils->exportAttributeToJson(fileName, path, errorText);
-    if (!isExported)
+    if (!isExported && self)
         AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, errorText);
 }
 
@@ -187,12 +194,15 @@ void AttributeBrowserWidget::onBtnImportClicked()
     const QString importPath = AttributeTreeViewModelUtils::TrimAttributeName(entered, QString(separator));
     if (!isAccepted || importPath.isEmpty())
         return;
+    const QPointer<AttributeBrowserWidget> self(this);
     QString errorText;
     bool isImported = false;
     {
         const ScopedSignalBlocker blocker(ui->treeView);
         isImported = treeUtils->importAttributeFromJson(fileName, importPath, errorText);
     }
+    if (!self)
+        return;
     if (isImported)
         onBtnReadAttributeClicked();
     else
