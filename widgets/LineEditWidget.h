@@ -28,8 +28,12 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
-private slots:
+public slots:
+    // Lets only texts be typed that lie within the validator's bounds for the value's type. For callers that
+    // want it; the views do not.
     void addValidator();
+
+private slots:
     void textEditingFinished();
     bool getModifiedAttributeValue(QVariant& vValue);
     bool isAttributeEditable();

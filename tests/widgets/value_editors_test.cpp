@@ -319,7 +319,7 @@ private slots:
         QFETCH(QString, accepted);
         QFETCH(QString, refused);
         LineEditWidget editor(nullptr, path, value);
-        QVERIFY(QMetaObject::invokeMethod(&editor, "addValidator"));
+        editor.addValidator();
         const auto wrong = [&editor](const QString& texts, bool expected) {
             QStringList found;
             for (const QString& one : texts.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
