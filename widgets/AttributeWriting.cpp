@@ -12,7 +12,8 @@ bool hasChangedSince(RepositoryInterface& repository, const QString& path, const
 {
     const auto reader = repository.getReaderInterface();
     QVariant current;
-    return reader && reader->readAttributeValue(path, current, 0) == 0 && current != shown;
+    return reader && reader->readAttributeValue(path, current, 0) == 0 &&
+           current.userType() == shown.userType() && current != shown;
 }
 
 } // namespace
