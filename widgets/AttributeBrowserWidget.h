@@ -32,7 +32,8 @@ class AttributeBrowserWidget;
 }
 
 // The page that shows the repository as a tree: a search path with completion, four boxes that narrow the
-// tree level by level, and the details of the clicked attribute or backend. It reads the tree when asked to.
+// tree level by level, the details of the clicked attribute or backend, and the attribute monitor. Values are
+// edited in their cells, and subtrees are worked on from a menu. It reads the tree when asked to. GUI thread.
 class AttributeBrowserWidget : public QWidget
 {
     Q_OBJECT
