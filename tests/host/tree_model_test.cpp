@@ -15,10 +15,30 @@
 #include <QMimeData>
 #include <QTreeView>
 
+#include <algorithm>
+
 using namespace FrameworkCore::AppConfig;
 using TestSupport::modelText;
 using TestSupport::TreeWriter;
 using Utilities::ModelViews::AttributeTreeViewModel;
+
+namespace {
+
+// The grey of the lightest pixel that is drawn.
+int lightestOf(const QImage& image)
+{
+    int lightest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb pixel = image.pixel(x, y);
+            if (qAlpha(pixel) > 200)
+                lightest = std::max(lightest, qGray(pixel));
+        }
+    }
+    return lightest;
+}
+
+} // namespace
 
 // What the model shows of a repository that stands still.
 class TreeModelTest : public TreeModelTestBase
@@ -140,8 +160,8 @@ private slots:
             return model.indexFromPath(text(path), column).data(role);
         };
         const auto font = [&](const char* path) { return cell(path, Qt::FontRole).value<QFont>(); };
-        const auto icon = [&](const char* path) {
-            return cell(path, Qt::DecorationRole).value<QIcon>().pixmap(16).toImage();
+        const auto icon = [&](const char* path, QIcon::Mode mode = QIcon::Normal) {
+            return cell(path, Qt::DecorationRole).value<QIcon>().pixmap(16, mode).toImage();
         };
         QVERIFY(!font("m").bold());
         model.setLstBackendName({text("m")});
@@ -150,6 +170,7 @@ private slots:
         QVERIFY(font("m").bold() && !font("m.a").bold() && font("m.a").italic() && !font("m.w").italic());
         QVERIFY(cell("m", AttributeTreeViewModel::BackendRootRole).toBool());
         QVERIFY(!icon("m").isNull() && !icon("m.a").isNull() && icon("m") != icon("m.a"));
+        QVERIFY(lightestOf(icon("m", QIcon::Selected)) > 220); // on the dark highlight
         QVERIFY(!cell("m.w", Qt::DisplayRole, 1).isValid() && !cell("m.group", Qt::DisplayRole, 1).isValid());
         const QString toolTip = cell("m.a", Qt::ToolTipRole).toString();
         for (const char* part : {"m.a", "qlonglong", "read-only", "Backend: m"})

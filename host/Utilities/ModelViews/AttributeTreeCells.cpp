@@ -3,6 +3,8 @@
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 
 #include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTextDocument>
 
 #include <utility>
@@ -10,6 +12,22 @@
 namespace Utilities::ModelViews {
 
 using FrameworkCore::AppConfig::AccessMode;
+
+namespace {
+
+QIcon loadIcon(const QString& name)
+{
+    const QString file = QLatin1String(":/VantryHost/") + name + QLatin1String("%1.png");
+    QIcon icon(file.arg(QString()));
+    // Without one of its own a selected icon is blended with the highlight, until nothing of it is seen.
+    const QPalette palette = QGuiApplication::palette();
+    const bool isDark =
+        palette.highlight().color().lightness() < palette.highlightedText().color().lightness();
+    icon.addFile(file.arg(isDark ? QStringLiteral("_selected") : QString()), {}, QIcon::Selected);
+    return icon;
+}
+
+} // namespace
 
 void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface>& repository)
 {
@@ -100,16 +118,16 @@ QVariant AttributeTreeCells::valueCell(const QString& path, int role) const
 
 const QIcon& AttributeTreeCells::iconOf(const QString& path) const
 {
-    const auto loaded = [](QIcon& icon, const QString& file) -> const QIcon& {
+    const auto loaded = [](QIcon& icon, const char* name) -> const QIcon& {
         if (icon.isNull())
-            icon = QIcon(file);
+            icon = loadIcon(QLatin1String(name));
         return icon;
     };
     if (isUnsavedRoot(path))
-        return loaded(unsavedIcon, QStringLiteral(":/VantryHost/backend_unsaved.png"));
+        return loaded(unsavedIcon, "backend_unsaved");
     if (isBackendRoot(path))
-        return loaded(backendIcon, QStringLiteral(":/VantryHost/backend.png"));
-    return loaded(attributeIcon, QStringLiteral(":/VantryHost/attribute.png"));
+        return loaded(backendIcon, "backend");
+    return loaded(attributeIcon, "attribute");
 }
 
 QVariant AttributeTreeCells::fontOf(const QString& path) const
