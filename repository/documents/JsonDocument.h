@@ -84,8 +84,8 @@ private:
     Outcome checkName(JsonNodeId container, std::string_view component) const;
     void insertAt(const Place& place, const JsonContent& wanted);
 
-    // Puts the text of a whole subtree in the place of the value of an entry, and reads the file anew. False
-    // when the entries are not plain, or too few for that to be worth while.
+    // Puts the text of a whole subtree in the place of the value of a new entry, and reads it, or the file
+    // anew. False when the entries are not plain, or too few for that to be worth while.
     bool graft(std::string_view path, const std::vector<Entry>& entries);
 
     std::unique_ptr<Content> content;

@@ -58,7 +58,7 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
 bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entries)
 {
     constexpr std::size_t fewEntries = 500;
-    const JsonTree& tree = content->tree;
+    JsonTree& tree = content->tree;
     const JsonNodeId id = find(path);
     const JsonStyle& fileStyle = content->editor.getStyle();
     JsonTextStyle style{fileStyle.lineEnd + lineIndentation(tree, id), fileStyle.indentation,
@@ -69,6 +69,9 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
     if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
         depthOf(id) + written->depth > JsonReader::maximumDepth)
         return false;
+    if (tree.hasRoomFor(written->text.size()) &&
+        tree.getOriginal().size() + written->text.size() <= JsonReader::maximumSize)
+        return JsonReader(tree, content->members).readInto(id, tree.keep(written->text));
     Span value;
     std::string bytes = JsonWriter(tree).writeLocating(id, value);
     bytes.replace(value.offset, value.length, written->text);

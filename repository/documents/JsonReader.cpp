@@ -87,8 +87,8 @@ std::string blankComments(const std::string& text)
 
 } // namespace
 
-JsonReader::JsonReader(JsonTree& emptyTree, JsonMembers& emptyMembers)
-    : tree(emptyTree), members(emptyMembers)
+JsonReader::JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers)
+    : tree(syntaxTree), members(treeMembers)
 {
 }
 
@@ -97,7 +97,8 @@ JsonFault JsonReader::read()
     const std::string& original = tree.getOriginal();
     if (original.size() > maximumSize)
         return {0, "the file is larger than the 4 GB that can be opened"};
-    if (scan(original))
+    const std::size_t start = original.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    if (scan(original, start))
         return {};
     if (isUtf16(original))
         return {0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8"};
@@ -106,18 +107,26 @@ JsonFault JsonReader::read()
         tree.dropNodes();
         members.dropAll();
         fault = {};
-        scan(blanked);
+        scan(blanked, start);
     }
     return fault;
 }
 
-bool JsonReader::scan(const std::string& text)
+bool JsonReader::readInto(JsonNodeId scalar, std::size_t start)
+{
+    const std::string& text = tree.getOriginal();
+    if (start >= text.size() || (text[start] != '{' && text[start] != '['))
+        return false;
+    top = scalar;
+    return scan(text, start);
+}
+
+bool JsonReader::scan(const std::string& text, std::size_t start)
 {
     expected = Expected::Value;
     current = latest = noJsonNode;
     depth = lead = 0;
 
-    const std::size_t start = text.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
     if (text.size() == start)
         return true;
     const simdjson::padded_string_view padded(text.data() + start, text.size() - start,
@@ -135,7 +144,7 @@ bool JsonReader::scan(const std::string& text)
         return fail(0, std::string("the json parser gave up: ") + simdjson::error_message(error));
 
     const std::size_t values = countValues(tokens);
-    tree.reserve(values + values / 16); // some room for edits
+    tree.reserveMore(values + values / 16); // some room for edits
     const auto offsetOf = [&text](const std::uint8_t* token) {
         return static_cast<std::size_t>(reinterpret_cast<const char*>(token) - text.data());
     };
@@ -146,7 +155,7 @@ bool JsonReader::scan(const std::string& text)
     }
     if (expected != Expected::Nothing)
         return failUnexpected(text, text.size());
-    tree.node(tree.getRoot()).end = narrow(text.size());
+    tree.node(latest).end = narrow(text.size());
     return true;
 }
 
@@ -252,7 +261,10 @@ bool JsonReader::open(JsonKind kind, std::size_t at)
     if (++depth > maximumDepth)
         return fail(at, "more than " + std::to_string(maximumDepth) +
                             " objects and arrays lie within each other here, which is too deep");
-    current = tree.read(newNode(kind, at));
+    if (current == noJsonNode && top != noJsonNode)
+        tree.reopen(current = top, kind, at);
+    else
+        current = tree.read(newNode(kind, at));
     lead = at + 1;
     expected = inObject() ? Expected::Member : Expected::Element;
     return true;
@@ -271,7 +283,7 @@ bool JsonReader::close(std::size_t at)
         members.addAll(current);
     --depth;
     latest = current;
-    current = tree.node(latest).parent;
+    current = latest == top ? noJsonNode : tree.node(latest).parent;
     expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
     return true;
 }

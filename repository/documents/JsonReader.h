@@ -27,15 +27,19 @@ public:
     static constexpr std::size_t maximumDepth = 1000;
     static constexpr std::size_t maximumSize = 0xFFFFFF00;
 
-    JsonReader(JsonTree& emptyTree, JsonMembers& emptyMembers);
+    JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers);
 
-    // The fault is empty for a text without any value, too.
+    // Reads the text of an empty tree. The fault is empty for a text without any value, too.
     JsonFault read();
+
+    // Reads the object or array from that offset to the end of the tree's text into a new scalar. False when
+    // there is no such text; the node is to be removed then.
+    bool readInto(JsonNodeId scalar, std::size_t start);
 
 private:
     enum class Expected { Value, Element, Member, Colon, Separator, Nothing };
 
-    bool scan(const std::string& text);
+    bool scan(const std::string& text, std::size_t start);
     bool take(std::string_view text, std::size_t at, std::size_t nextToken);
     bool takeKey(std::string_view text, std::size_t at);
     bool takeValue(std::string_view text, std::size_t at, std::size_t nextToken);
@@ -58,6 +62,7 @@ private:
     JsonMembers& members;
     JsonFault fault;
     Expected expected = Expected::Value;
+    JsonNodeId top = noJsonNode; // the node that the outermost container becomes, when it is there already
     JsonNodeId current = noJsonNode; // the container that is being read
     JsonNodeId latest = noJsonNode;  // the value that was read last
     std::size_t depth = 0;

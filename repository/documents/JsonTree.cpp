@@ -4,6 +4,7 @@
 #include "repository/documents/JsonScalar.h"
 #include "repository/documents/JsonWriter.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Repository::Documents {
@@ -34,7 +35,7 @@ JsonKind kindOf(char first)
 
 } // namespace
 
-JsonTree::JsonTree(std::string bytes) : original(std::move(bytes))
+JsonTree::JsonTree(std::string bytes) : original(std::move(bytes)), fileSize(original.size())
 {
     original.reserve(original.size() + readAhead);
 }
@@ -45,10 +46,15 @@ void JsonTree::dropNodes()
     root = noJsonNode;
 }
 
+void JsonTree::reserveMore(std::size_t count)
+{
+    nodes.reserve(nodes.size() + count - std::min(count, released.size()));
+}
+
 JsonNodeId JsonTree::read(const JsonNode& node)
 {
-    const auto id = static_cast<JsonNodeId>(nodes.size());
-    nodes.push_back(node);
+    const JsonNodeId id = allocate();
+    nodes[id] = node;
     if (node.parent == noJsonNode)
         root = id;
     else
@@ -58,11 +64,43 @@ JsonNodeId JsonTree::read(const JsonNode& node)
 
 void JsonTree::fold(JsonNodeId array)
 {
-    nodes.resize(array + 1);
     JsonNode& node = nodes[array];
+    for (JsonNodeId id = node.last; id != noJsonNode;) {
+        const JsonNodeId previous = nodes[id].previous;
+        if (id + 1 == nodes.size())
+            nodes.pop_back();
+        else
+            released.push_back(id);
+        id = previous;
+    }
     node.folded = node.wasFolded = true;
     node.first = node.last = noJsonNode;
     node.count = 0;
+}
+
+bool JsonTree::hasRoomFor(std::size_t size) const
+{
+    constexpr std::size_t mostTimesTheFile = 3;
+    return original.size() + size <= mostTimesTheFile * fileSize;
+}
+
+std::size_t JsonTree::keep(std::string_view text)
+{
+    // A string that grows by itself takes up to twice its length.
+    const std::size_t begin = original.size();
+    std::string longer;
+    longer.reserve(begin + text.size() + readAhead);
+    original = std::move(longer.append(original).append(text));
+    return begin;
+}
+
+void JsonTree::reopen(JsonNodeId id, JsonKind kind, std::size_t value)
+{
+    setKind(id, kind);
+    JsonNode& node = nodes[id];
+    node.lead = node.label = node.value = static_cast<std::uint32_t>(value);
+    for (const JsonPart part : {JsonPart::Value, JsonPart::Closing})
+        ownTexts[id].parts[std::size_t(part)].reset();
 }
 
 void JsonTree::unfold(JsonNodeId array)

@@ -33,14 +33,24 @@ public:
     // Drops what was read, to begin again.
     void dropNodes();
 
-    // While reading: makes room for so many nodes.
-    void reserve(std::size_t count) { nodes.reserve(count); }
+    // While reading: makes room for so many more nodes.
+    void reserveMore(std::size_t count);
 
     // While reading: appends a node as the last child of its parent, or as the root.
     JsonNodeId read(const JsonNode& node);
 
-    // While reading: turns the last array, which holds nothing but texts, into one node.
+    // While reading: turns an array that holds nothing but texts into one node.
     void fold(JsonNodeId array);
+
+    // A text that is about to be read may be kept behind the original one. Since none of that is given back
+    // before the whole is read anew, there is an end to it; false then.
+    bool hasRoomFor(std::size_t size) const;
+
+    // Keeps such a text; gives where it begins.
+    std::size_t keep(std::string_view text);
+
+    // An edit: turns a new scalar into a container that begins at an offset, to be read from there on.
+    void reopen(JsonNodeId id, JsonKind kind, std::size_t value);
 
     // Gives a folded array a node for each element.
     void unfold(JsonNodeId array);
@@ -97,6 +107,7 @@ private:
     void touch(JsonNodeId id);
 
     std::string original;
+    std::size_t fileSize; // what stands behind that in the original was kept later
     std::vector<JsonNode> nodes;
     std::vector<JsonNodeId> released;
     std::unordered_map<JsonNodeId, OwnTexts> ownTexts;

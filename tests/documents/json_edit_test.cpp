@@ -1,7 +1,9 @@
+#include "repository/documents/JsonDocument.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
+using Repository::Documents::JsonDocument;
 using Repository::Documents::makeDocument;
 using Repository::Documents::Outcome;
 
@@ -219,6 +221,29 @@ void addTypeRows(const Row& row)
     row(R"({"$types":{"a":"date","b":5}})", set("$types.b", integer(6)), R"({"$types":{"a":"date","b":6}})");
 }
 
+std::vector<Entry> subtreeEntries(bool withArrays)
+{
+    std::vector<Entry> entries;
+    for (int i = 0; i < 300; ++i) {
+        const std::string group = 'k' + std::to_string(i);
+        entries.push_back({group + ".name", text("a \"quoted\" name")});
+        entries.push_back({group + ".list", list({"x", "y", std::to_string(i)})});
+        if (!withArrays)
+            continue;
+        entries.push_back({group + ".array.0", integer(i)});
+        entries.push_back({group + ".array.1", text("x")});
+    }
+    return entries;
+}
+
+std::string largeFile()
+{
+    std::string bytes = "{ // with a comment\n  \"top\": {";
+    for (int i = 0; i < 1000; ++i)
+        bytes += "\n    \"key" + std::to_string(i) + "\": [\"a\", \"list\"],";
+    return bytes + "\n  },\n}\n";
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Edit)
@@ -256,6 +281,44 @@ private slots:
         QVERIFY2(outcome.ok(), outcome.error.c_str());
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), after);
         QCOMPARE(toLines("json", after.toStdString()), toLines(*document));
+    }
+
+    void insertsSubtrees_data()
+    {
+        QTest::addColumn<bool>("withArrays");
+        QTest::newRow("objects and lists") << false;
+        QTest::newRow("arrays") << true;
+    }
+
+    // However often, and whatever was edited between, they lie in the file as if each entry had been inserted
+    // by itself, but for groups of 0, 1, 2 ... as arrays.
+    void insertsSubtrees()
+    {
+        QFETCH(bool, withArrays);
+        const std::vector<Entry> entries = subtreeEntries(withArrays);
+        const std::string before = largeFile();
+        JsonDocument document;
+        JsonDocument expected;
+        QVERIFY(document.parse(before).ok() && expected.parse(before).ok());
+        for (int round = 0; round < 10; ++round) {
+            const std::string path = "top.new" + std::to_string(round % 3);
+            if (document.contains(path))
+                QVERIFY(document.remove(path).ok() && expected.remove(path).ok());
+            std::size_t refused = 0;
+            const Outcome outcome = document.insertAll(path, entries, refused);
+            QVERIFY2(outcome.ok(), outcome.error.c_str());
+            QVERIFY(expected.Document::insertAll(path, entries, refused).ok());
+            for (JsonDocument* each : {&document, &expected}) {
+                QVERIFY(each->set(path + ".k3.list", list({"y", "z"})).ok());
+                QVERIFY(each->set(path + ".k4.name", integer(round)).ok());
+                QVERIFY(each->insert(path + ".k5.name.more", boolean(true)).ok());
+                QVERIFY(each->remove(path + ".k7").ok());
+            }
+            QVERIFY(toLines(document) == toLines(expected));
+            QVERIFY(toLines("json", document.getBytes()) == toLines(expected));
+            if (!withArrays)
+                QVERIFY(document.getBytes() == expected.getBytes());
+        }
     }
 
     void refusesEdits_data()
