@@ -136,7 +136,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     const bool isChanged = previous.isValid() != node->value.isValid() || previous != node->value;
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points, path);
+                            points, path, key.hash);
     lock.unlock();
     delivery.send();
     return StatusCode::Success;
@@ -230,21 +230,24 @@ void AttributeStore::removeRegistration(const Registration& registration)
         patterns.remove(registration);
         return;
     }
-    std::shared_ptr<Registration>
-        removed; // may be the last owner of what the callback captured: let it go unlocked
     const NodeIndex::Key key(path);
+    RegistrationHold::letGo(key.hash, takeExact(key, registration));
+}
+
+std::shared_ptr<Registration> AttributeStore::takeExact(const NodeIndex::Key& key,
+                                                        const Registration& registration)
+{
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
-    if (Node* node = shard.find(key)) {
-        removed = node->exact.take(registration);
-        return;
-    }
-    const auto waiting = shard.waiting.find(path);
+    if (Node* node = shard.find(key))
+        return node->exact.take(registration);
+    const auto waiting = shard.waiting.find(registration.getPathOrPattern());
     if (waiting == shard.waiting.end())
-        return;
-    removed = waiting->second.exact.take(registration);
+        return {};
+    auto taken = waiting->second.exact.take(registration);
     if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
         shard.waiting.erase(waiting);
+    return taken;
 }
 
 bool AttributeStore::addRule(const QString& path, const QString& name)

@@ -99,6 +99,8 @@ private:
     std::optional<StatusCode> store(Node& node, const QVariant& value, QVariant& previous,
                                     QString& reason) const;
 
+    std::shared_ptr<Registration> takeExact(const NodeIndex::Key& key, const Registration& registration);
+
     // structure lock held; the empty path is the top
     const Node* nodeOf(QStringView path);
     bool hidesValues(QStringView path); // of an attribute that is there, or would be

@@ -4,8 +4,6 @@
 #include "repository/Node.h"
 #include "repository/PatternIndex.h"
 
-#include <algorithm>
-
 namespace Repository {
 
 using FrameworkCore::Notification::UpdatePoint;
@@ -23,19 +21,39 @@ bool Delivery::hasListeners(Node& node, const PatternIndex& patterns)
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                        UpdateResult result)
 {
-    if (hasListeners(node, patterns))
-        deliveries.emplace_back(node, patterns, result, allPoints, node.path);
+    if (!hasListeners(node, patterns))
+        return;
+    Delivery& delivery = deliveries.emplace_back(Delivery(result, allPoints));
+    node.exact.forEach([&](const auto& registration) { delivery.counted.push_back(registration); });
+    delivery.addContent(node, node.path);
 }
 
 Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
-                   const QString& nodePath)
-    : result(outcome), points(operationPoints)
+                   const QString& path, std::uint64_t pathHash)
+    : Delivery(outcome, operationPoints)
 {
     if (!hasListeners(node, patterns))
         return;
-    node.exact.forEach([this](const auto& registration) { exact.append(registration); });
-    matching = node.matching;
-    path = nodePath;
+    const bool isHeld = !node.exact.isEmpty() && hold.begin(pathHash);
+    node.exact.forEach([&](const auto& registration) {
+        if (isHeld)
+            held.append(registration.get());
+        else
+            counted.push_back(registration);
+    });
+    addContent(node, path);
+}
+
+Delivery::Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints)
+{
+}
+
+void Delivery::addContent(const Node& node, const QString& path)
+{
+    if (node.matching) {
+        matching = node.matching;
+        pathOfMatching = path;
+    }
     if (node.isReadable() && result != UpdateResult::Removed)
         value = node.value;
     if (node.backend)
@@ -44,21 +62,25 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
 
 void Delivery::send() const
 {
-    if (isEmpty())
-        return;
     for (const UpdatePoint point : {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
                                     UpdatePoint::BeforeStore, UpdatePoint::AfterStore}) {
-        const int bit = static_cast<int>(point);
-        if ((points & bit) == 0)
+        if ((points & static_cast<int>(point)) == 0)
             continue;
-        const auto call = [&](const std::shared_ptr<Registration>& registration) {
-            if (registration->listensTo(bit))
-                registration->call(path, point, result, value, backend);
-        };
-        std::for_each(exact.begin(), exact.end(), call);
-        if (matching)
-            std::for_each(matching->begin(), matching->end(), call);
+        for (const Registration* registration : held)
+            call(*registration, registration->getPathOrPattern(), point);
+        for (const auto& registration : counted)
+            call(*registration, registration->getPathOrPattern(), point);
+        if (!matching)
+            continue;
+        for (const auto& registration : *matching)
+            call(*registration, pathOfMatching, point);
     }
+}
+
+void Delivery::call(const Registration& registration, const QString& path, UpdatePoint point) const
+{
+    if (registration.listensTo(static_cast<int>(point)))
+        registration.call(path, point, result, value, backend);
 }
 
 } // namespace Repository

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "repository/Registration.h"
+#include "repository/RegistrationHold.h"
 
 #include <QString>
 #include <QVarLengthArray>
 #include <QVariant>
 
+#include <cstdint>
 #include <vector>
 
 namespace Repository {
@@ -25,24 +27,31 @@ public:
 
     // Brings the node's list of matching patterns up to date on the way. Attribute lock held. The path is
     // that of the node: a text of the caller's own is best, since threads that copy the node's one wait for
-    // each other.
-    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, const QString& path);
+    // each other. Lives and dies on the thread that makes it.
+    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, const QString& path,
+             std::uint64_t pathHash);
 
     // Appends what is to be told at all points, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                         UpdateResult result);
 
-    bool isEmpty() const { return exact.isEmpty() && !matching; }
-
     // Calls back on this thread, the points in their order. No lock held.
     void send() const;
 
 private:
-    static bool hasListeners(Node& node, const PatternIndex& patterns);
+    Delivery(UpdateResult result, int points);
 
-    QVarLengthArray<std::shared_ptr<Registration>, 2> exact;
+    static bool hasListeners(Node& node, const PatternIndex& patterns);
+    void addContent(const Node& node, const QString& path);
+    void call(const Registration& registration, const QString& path,
+              FrameworkCore::Notification::UpdatePoint point) const;
+
+    // Those of the path itself, which are told their own copy of it, and those of patterns.
+    RegistrationHold hold;
+    QVarLengthArray<const Registration*, 4> held; // not owned, but kept by the hold
+    Registrations counted;                        // or these, where a hold is not possible
     std::shared_ptr<const Registrations> matching;
-    QString path;
+    QString pathOfMatching;
     QVariant value;
     QString backend;
     UpdateResult result;

@@ -5,6 +5,7 @@
 #include <QRandomGenerator>
 
 #include <atomic>
+#include <future>
 #include <thread>
 
 using namespace FrameworkCore::AppConfig;
@@ -220,12 +221,55 @@ private slots:
         }
     }
 
-    // Registering, ending and writing at once lose no update of a registration that lasts.
+    void keepsACallbackWhileItRuns_data()
+    {
+        QTest::addColumn<bool>("isNested");
+        QTest::newRow("called by a write") << false;
+        QTest::newRow("called by a write of another callback") << true;
+    }
+
+    // What a callback captured lives until it returns, though it is ended meanwhile, and no longer.
+    void keepsACallbackWhileItRuns()
+    {
+        QFETCH(bool, isNested);
+        create(QStringLiteral("x"), 0);
+        create(QStringLiteral("y"), 0);
+        const auto notifications = repository->getNotificationInterface();
+        if (isNested)
+            notifications->registerUpdateCallback(
+                QStringLiteral("y"), [this](auto&&...) { write(QStringLiteral("x"), 1); }, 8);
+        std::promise<void> running;
+        std::promise<void> ended;
+        auto captured = std::make_shared<int>(0);
+        const std::weak_ptr<int> watched = captured;
+        auto handle = notifications->registerUpdateCallback(
+            QStringLiteral("x"),
+            [&running, &ended, captured](auto&&...) {
+                running.set_value();
+                ended.get_future().wait();
+                ++*captured;
+            },
+            8);
+        captured.reset();
+        std::thread writer([&] { write(isNested ? QStringLiteral("y") : QStringLiteral("x"), 1); });
+        running.get_future().wait();
+        handle->end();
+        handle.reset();
+        const bool livesWhileItRuns = !watched.expired();
+        ended.set_value();
+        writer.join();
+        QVERIFY(livesWhileItRuns);
+        QVERIFY(watched.expired());
+    }
+
+    // Registering, ending and writing at once lose no update of a registration that lasts, and keep none that
+    // has ended.
     void threadsLoseNoUpdate()
     {
         constexpr int writesPerThread = 3000;
         std::atomic<int> exactCalls{0};
         std::atomic<int> patternCalls{0};
+        const auto captured = std::make_shared<std::atomic<int>>(0);
         const auto notifications = repository->getNotificationInterface();
         for (int number = 0; number < 2; ++number) {
             const QString path = QStringLiteral("w%1").arg(number);
@@ -239,13 +283,13 @@ private slots:
         for (int number = 0; number < 2; ++number) {
             threads.emplace_back([this, number] {
                 for (int step = 0; step < writesPerThread; ++step)
-                    write(QStringLiteral("w%1").arg(number), step);
+                    write(QStringLiteral("w%1").arg((number + step) % 2), step);
             });
-            threads.emplace_back([notifications, number] {
+            threads.emplace_back([notifications, number, captured] {
                 for (int step = 0; step < writesPerThread / 4; ++step) {
                     notifications
                         ->registerUpdateCallback(
-                            QStringLiteral("w%1").arg(number), [](auto&&...) {}, 8)
+                            QStringLiteral("w%1").arg(number), [captured](auto&&...) { ++*captured; }, 8)
                         ->end();
                     notifications
                         ->registerUpdateCallback(
@@ -256,6 +300,8 @@ private slots:
         }
         for (std::thread& thread : threads)
             thread.join();
+        threads.clear();
+        QCOMPARE(captured.use_count(), 1L);
         QCOMPARE(exactCalls.load(), 2 * writesPerThread);
         QCOMPARE(patternCalls.load(), 2 * writesPerThread);
     }
