@@ -1,9 +1,6 @@
 #include "tests/host/TreeModelTestBase.h"
 
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
-#include "host/Utilities/RepositoryAccess.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/FakeRepository.h"
 #include "tests/support/ModelText.h"
 
 #include <QtTest>
@@ -34,27 +31,4 @@ QStringList TreeModelTestBase::freshText(const QString& searchPath, int depth)
     Utilities::ModelViews::AttributeTreeViewModel fresh;
     fresh.resetModel(searchPath);
     return TestSupport::modelText(fresh, {}, depth);
-}
-
-void TreeModelTestBase::initTestCase_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::newRow("fake") << text("fake");
-    QTest::newRow("real") << text("real");
-}
-
-void TreeModelTestBase::init()
-{
-    QFETCH_GLOBAL(QString, kind);
-    if (kind == text("real"))
-        repository = Repository::AttributeRepository::create();
-    else
-        repository = std::make_shared<TestSupport::FakeRepository>();
-    Utilities::SetAppConfigRepositoryInterface(repository);
-}
-
-void TreeModelTestBase::cleanup()
-{
-    Utilities::SetAppConfigRepositoryInterface({});
-    repository.reset();
 }

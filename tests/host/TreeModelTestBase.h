@@ -1,15 +1,12 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "tests/support/BothRepositories.h"
 
-#include <QObject>
 #include <QStringList>
 #include <QTemporaryDir>
 
-#include <memory>
-
-// Tests of the tree model, which all run on the fake repository and on the real one.
-class TreeModelTestBase : public QObject
+// Tests of the models of attributes.
+class TreeModelTestBase : public TestSupport::BothRepositories
 {
     Q_OBJECT
 
@@ -25,13 +22,6 @@ protected:
     // What a model shows that has just read everything.
     static QStringList freshText(const QString& searchPath, int depth = -1);
 
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
-
 private:
     QTemporaryDir folder;
-
-private slots:
-    void initTestCase_data();
-    void init();
-    void cleanup();
 };

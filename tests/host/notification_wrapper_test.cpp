@@ -1,7 +1,6 @@
 #include "host/Utilities/NotificationWrapper.h"
 #include "host/Utilities/RepositoryAccess.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/FakeRepository.h"
+#include "tests/support/BothRepositories.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -14,7 +13,6 @@
 #include <thread>
 #include <vector>
 
-using TestSupport::FakeRepository;
 using Utilities::NotificationWrapper;
 
 namespace {
@@ -51,12 +49,9 @@ QStringList words(const char* text)
 
 } // namespace
 
-class NotificationWrapperTest : public QObject
+class NotificationWrapperTest : public TestSupport::BothRepositories
 {
     Q_OBJECT
-
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
-    std::shared_ptr<FakeRepository> fake; // empty while the real one is used
 
     void write(const QVariant& value) const
     {
@@ -72,25 +67,6 @@ class NotificationWrapperTest : public QObject
     }
 
 private slots:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake repository") << false;
-        QTest::newRow("real repository") << true;
-    }
-
-    void init()
-    {
-        QFETCH_GLOBAL(bool, isReal);
-        fake = isReal ? nullptr : std::make_shared<FakeRepository>();
-        repository = fake;
-        if (isReal)
-            repository = Repository::AttributeRepository::create();
-        Utilities::SetAppConfigRepositoryInterface(repository);
-    }
-
-    void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
-
     void delivers_data()
     {
         QTest::addColumn<bool>("onActivation");

@@ -193,7 +193,6 @@ private slots:
             QCoreApplication::processEvents();
         }
         writing.join();
-        const auto* const fake = dynamic_cast<TestSupport::FakeRepository*>(repository.get());
         QVERIFY(!fake || fake->getRegistrationCount() == 0);
     }
 

@@ -10,12 +10,6 @@ namespace TestSupport {
 class LoggedFailures
 {
 public:
-    LoggedFailures()
-    {
-        for (const auto& line : Shared::Logging::LogRecord::instance().getLines())
-            lastBefore = line.number;
-    }
-
     QStringList texts() const
     {
         QStringList found;
@@ -27,7 +21,7 @@ public:
     }
 
 private:
-    quint64 lastBefore = 0;
+    quint64 lastBefore = Shared::Logging::LogRecord::instance().getLastNumber();
 };
 
 } // namespace TestSupport

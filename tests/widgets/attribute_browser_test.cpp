@@ -2,8 +2,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/FakeRepository.h"
+#include "tests/support/BothRepositories.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "tests/widgets/BrowserPage.h"
@@ -18,7 +17,6 @@
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::BackendConfiguration;
 using FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface;
-using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
 using TestSupport::FakeRepository;
@@ -49,36 +47,14 @@ public:
 
 } // namespace
 
-// Each test runs on the fake repository and on the real one.
-class AttributeBrowserTest : public QObject
+class AttributeBrowserTest : public TestSupport::BothRepositories
 {
     Q_OBJECT
 
+protected:
+    void closeAll() override { page.reset(); }
+
 private slots:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake") << false;
-        QTest::newRow("real") << true;
-    }
-
-    void init()
-    {
-        QFETCH_GLOBAL(bool, isReal);
-        if (isReal)
-            repository = Repository::AttributeRepository::create();
-        else
-            repository = std::make_shared<FakeRepository>();
-        Utilities::SetAppConfigRepositoryInterface(repository);
-    }
-
-    void cleanup()
-    {
-        page.reset();
-        Utilities::SetAppConfigRepositoryInterface({});
-        repository.reset();
-    }
-
     void freshPageIsEmpty()
     {
         create(words("a.b k"));
@@ -469,7 +445,6 @@ private:
     }
 
     QTemporaryDir folder;
-    std::shared_ptr<RepositoryInterface> repository;
     std::unique_ptr<BrowserPage> page;
 };
 

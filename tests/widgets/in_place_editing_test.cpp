@@ -1,7 +1,5 @@
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
-#include "host/Utilities/RepositoryAccess.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/FakeRepository.h"
+#include "tests/support/BothRepositories.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -15,13 +13,10 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 
-#include <optional>
 #include <thread>
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::BackendConfiguration;
-using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
-using TestSupport::FakeRepository;
 using Widgets::ListWidget;
 
 namespace {
@@ -59,38 +54,20 @@ QList<ListWidget*> listWindows()
 
 } // namespace
 
-// Editing in the tree with keys and mouse. Each test runs on the fake repository and on the real one.
-class InPlaceEditingTest : public QObject
+// Editing in the tree with keys and mouse.
+class InPlaceEditingTest : public TestSupport::BothRepositories
 {
     Q_OBJECT
 
-private slots:
-    void initTestCase_data()
-    {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake") << false;
-        QTest::newRow("real") << true;
-    }
-
-    void init()
-    {
-        QFETCH_GLOBAL(bool, isReal);
-        fake = isReal ? nullptr : std::make_shared<FakeRepository>();
-        repository = fake;
-        if (isReal)
-            repository = Repository::AttributeRepository::create();
-        Utilities::SetAppConfigRepositoryInterface(repository);
-        log.emplace();
-    }
-
-    void cleanup()
+protected:
+    void closeAll() override
     {
         page.reset();
         qDeleteAll(listWindows());
-        Utilities::SetAppConfigRepositoryInterface({});
-        repository.reset();
+        log = {};
     }
 
+private slots:
     void keysEditEveryType();
 
     void opensTheEditorOfTheType_data()
@@ -175,7 +152,7 @@ private slots:
         QVERIFY(page->tree.hasFocus());
         QCOMPARE(valueOf(path), left);
         QTRY_VERIFY(shown(path).startsWith(left.toString()));
-        QCOMPARE(log->texts(), QStringList());
+        QCOMPARE(log.texts(), QStringList());
         if (end != text("click")) {
             // The row is not selected any more, but the keyboard is still there.
             QVERIFY(!page->tree.selectionModel()->hasSelection());
@@ -214,7 +191,7 @@ private slots:
         edit();
         change();
         press(Qt::Key_Return);
-        QTEST(log->texts().join(QLatin1Char('\n')), "failure");
+        QTEST(log.texts().join(QLatin1Char('\n')), "failure");
         QCOMPARE(valueOf(path), value);
         QVERIFY(shown(path).startsWith(value.toString()));
         QVERIFY(!page->tree.indexWidget(cell()));
@@ -253,7 +230,7 @@ private slots:
         QTRY_VERIFY(!editor);
         QTRY_VERIFY(page->tree.hasFocus());
         QCOMPARE(valueOf(path), way.contains(text("removed")) ? QVariant() : value);
-        QCOMPARE(log->texts(), QStringList());
+        QCOMPARE(log.texts(), QStringList());
         edit(text("other"));
         type("y");
         press(Qt::Key_Return);
@@ -382,10 +359,8 @@ private:
                         Qt::KeyboardModifiers(code & Qt::KeyboardModifierMask));
     }
 
-    std::shared_ptr<RepositoryInterface> repository;
-    std::shared_ptr<FakeRepository> fake; // none when the repository is the real one
     std::unique_ptr<BrowserPage> page;
-    std::optional<TestSupport::LoggedFailures> log; // of one test
+    TestSupport::LoggedFailures log; // of one test
 };
 
 // From row to row with the keyboard alone, in a file with comments and a layout of its own.
@@ -444,7 +419,7 @@ void InPlaceEditingTest::keysEditEveryType()
         QVERIFY(page->tree.hasFocus());
     }
     editNext("z");
-    QCOMPARE(log->texts(), QStringList());
+    QCOMPARE(log.texts(), QStringList());
     QVERIFY(repository->getBackendInterface()->saveBackend(text("plant")));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(QString::fromUtf8(file.readAll()), QString::fromUtf8(after));
