@@ -3,6 +3,7 @@
 #include "desk/FocusStyle.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 
 #include <QApplication>
 #include <QFile>
@@ -14,23 +15,13 @@
 
 namespace TestSupport {
 
-namespace {
-
-void write(const QString& fileName, const char* content)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0)
-        qFatal("%s: %s", qPrintable(fileName), qPrintable(file.errorString()));
-}
-
-} // namespace
-
 RunningDesk::Folder::Folder()
 {
-    write(path("plant.json"), "{\"cell\": {\"pump\": {\"motor\": {\"speed\": 1200, \"sense\": \"left\"},\n"
-                              "  \"name\": \"P1\"}, \"valve\": {\"open\": true}}}\n");
-    write(path("limits.ini"), "[oven]\nmaximum = 125\n");
-    write(path("broken.json"), "{\"a\": 1,\n \"b\": }\n");
+    writeFile(path("plant.json"),
+              "{\"cell\": {\"pump\": {\"motor\": {\"speed\": 1200, \"sense\": \"left\"},\n"
+              "  \"name\": \"P1\"}, \"valve\": {\"open\": true}}}\n");
+    writeFile(path("limits.ini"), "[oven]\nmaximum = 125\n");
+    writeFile(path("broken.json"), "{\"a\": 1,\n \"b\": }\n");
 }
 
 RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)

@@ -3,6 +3,7 @@
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QAbstractItemView>
@@ -23,6 +24,7 @@
 #include <algorithm>
 #include <optional>
 
+using TestSupport::contentOf;
 using TestSupport::DialogDriver;
 using TestSupport::pressKey;
 using TestSupport::RunningDesk;
@@ -32,12 +34,6 @@ namespace {
 const QString speed = QStringLiteral("plant.cell.pump.motor.speed");
 const QString sense = QStringLiteral("plant.cell.pump.motor.sense");
 const QString maximum = QStringLiteral("limits.oven.maximum");
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 // Clicks the button of a dialog that has the text.
 void press(const QWidget& dialog, const char* text)
@@ -256,10 +252,7 @@ private slots:
         write(sense, QStringLiteral("right"));
         QByteArray theirs = plant;
         theirs.replace("1200", "1300").replace("left", "both").replace("true", "false");
-        QFile file(folder->path("plant.json"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(theirs);
-        file.close();
+        TestSupport::writeFile(folder->path("plant.json"), theirs);
         DialogDriver driver([](QWidget& dialog) {
             auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
             QCOMPARE(textsOf(*rows), (QStringList{speed + QLatin1String("|1250|1300|"),

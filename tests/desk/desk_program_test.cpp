@@ -1,3 +1,4 @@
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -14,12 +15,6 @@ struct Run
     QString output;
     QString errors;
 };
-
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace
 
@@ -62,7 +57,7 @@ private slots:
         QVERIFY(!QImage(inFolder("out.jpg")).isNull());
         write("out.xyz", "old");
         QCOMPARE(run({QStringLiteral("--picture"), inFolder("out.xyz")}).code, 1);
-        QCOMPARE(contentOf(inFolder("out.xyz")), QByteArray("old"));
+        QCOMPARE(TestSupport::contentOf(inFolder("out.xyz")), QByteArray("old"));
     }
 
     void answersTheCommandLine_data()

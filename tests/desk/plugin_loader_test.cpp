@@ -4,6 +4,7 @@
 #include "desk/PluginLoader.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+using TestSupport::contentOf;
 using Vantry::ApplicationHost;
 using Vantry::GuiContext;
 using Vantry::LoadingNote;
@@ -35,12 +37,6 @@ QString foreignPlugin()
 {
     const QDir folder(QLibraryInfo::location(QLibraryInfo::PluginsPath) + QLatin1String("/imageformats"));
     return folder.filePath(folder.entryList({QStringLiteral("*.so")}).value(0));
-}
-
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@
 #include <thread>
 
 using namespace FrameworkCore::AppConfig;
+using TestSupport::contentOf;
 using TestSupport::DialogDriver;
 using TestSupport::FakeRepository;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
@@ -180,16 +182,7 @@ private:
 
     QString fileWith(const QByteArray& content) const
     {
-        QFile file(folder.filePath(QStringLiteral("file.json")));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("no test file");
-        return file.fileName();
-    }
-
-    static QByteArray contentOf(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+        return TestSupport::writeFile(folder.filePath(QStringLiteral("file.json")), content);
     }
 
     QTemporaryDir folder;

@@ -4,6 +4,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/plugin/FixedContext.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
@@ -31,6 +32,7 @@ namespace {
 
 using Reader = std::shared_ptr<const ReaderInterface>;
 using Application = std::shared_ptr<ApplicationPlugin>;
+using TestSupport::contentOf;
 
 const QString identification = QStringLiteral("Vantry");
 
@@ -83,12 +85,6 @@ private:
     bool (*loader)(const Reader&, const QString&, Application&) = nullptr;
     bool (*unloader)(const Reader&, const QString&) = nullptr;
 };
-
-QByteArray contentOf(const QString& fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 bool isMapped()
 {

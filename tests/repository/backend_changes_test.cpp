@@ -1,5 +1,6 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QFile>
@@ -14,16 +15,11 @@ using FrameworkCore::Notification::UpdateResult;
 using Interfaces::ConflictSide;
 using Interfaces::UnsavedChange;
 using Repository::AttributeRepository;
+using TestSupport::contentOf;
 
 namespace {
 
 const QByteArray oven = "; oven\n[oven]\nhot = true\nlimit = 250\n\n[fan]\nspeed = 3\n";
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 QString textOf(const UnsavedChange& change)
 {
@@ -50,12 +46,7 @@ class BackendChangesTest : public QObject
     std::unique_ptr<QTemporaryDir> folder;
     QString file;
 
-    void put(const QByteArray& bytes)
-    {
-        QFile out(file);
-        if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
-            qFatal("no test file");
-    }
+    void put(const QByteArray& bytes) const { TestSupport::writeFile(file, bytes); }
 
     bool mount(const char* type = "ini", AccessMode access = AccessMode::ReadWrite)
     {

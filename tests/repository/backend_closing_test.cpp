@@ -1,4 +1,5 @@
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QFile>
@@ -21,12 +22,9 @@ class BackendClosingTest : public QObject
 
     bool mount(const QString& name, const QByteArray& ini)
     {
-        QFile file(folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(ini) != ini.size())
-            qFatal("no test file");
-        file.close();
-        return repository->getBackendInterface()->createBackend(
-            QStringLiteral("ini"), name, {file.fileName(), QString(), AccessMode::ReadWrite}, 2);
+        const QString file = TestSupport::writeFile(folder->filePath(name), ini);
+        return repository->getBackendInterface()->createBackend(QStringLiteral("ini"), name,
+                                                                {file, QString(), AccessMode::ReadWrite}, 2);
     }
 
     bool close(const QString& name, bool discard = false)

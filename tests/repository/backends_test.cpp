@@ -1,5 +1,6 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QDate>
@@ -13,6 +14,7 @@ using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 using Repository::AttributeRepository;
+using TestSupport::contentOf;
 
 namespace {
 
@@ -25,12 +27,6 @@ const QByteArray benchJson = R"({
 })";
 
 const QByteArray ovenIni = "; oven\n[oven]\nhot = true\nlimit=250 \n\n[oven.zone1]\nname = left\n";
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 QStringList failuresSince(quint64 number)
 {
@@ -55,12 +51,9 @@ class BackendsTest : public QObject
     std::shared_ptr<AttributeRepository> repository;
     std::unique_ptr<QTemporaryDir> folder;
 
-    QString put(const QString& name, const QByteArray& bytes)
+    QString put(const QString& name, const QByteArray& bytes) const
     {
-        QFile file(folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("no test file");
-        return file.fileName();
+        return TestSupport::writeFile(folder->filePath(name), bytes);
     }
 
     bool mount(const QString& type, const QString& name, const QString& file,

@@ -1,5 +1,6 @@
 #include "repository/AttributeRepository.h"
 #include "repository/documents/Document.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QDate>
@@ -107,10 +108,9 @@ private slots:
         QTest::addColumn<QString>("fileName");
         const auto sample = [this](const char* type, QByteArray content) {
             content.replace('\'', '"');
-            QFile file(folder.filePath(QLatin1String("sample.") + QLatin1String(type)));
-            if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-                qFatal("no test file");
-            QTest::newRow(type) << QString::fromLatin1(type) << file.fileName();
+            const QString file = TestSupport::writeFile(
+                folder.filePath(QLatin1String("sample.") + QLatin1String(type)), content);
+            QTest::newRow(type) << QString::fromLatin1(type) << file;
         };
         sample("json",
                "{'a': {'#value': 1, 'b': [1, [2], {'c': null}], '@id': 1.5, '%40id': -0.0}, 'k': 1, 'k': "

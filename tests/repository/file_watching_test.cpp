@@ -1,6 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
 #include "repository/FileWatcher.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QDir>
@@ -14,6 +15,7 @@
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
 using Repository::FileWatcher;
+using TestSupport::writeFile;
 
 namespace {
 
@@ -24,16 +26,9 @@ QByteArray withSpeed(int speed)
     return QByteArray(oven).replace("= 3", "= " + QByteArray::number(speed));
 }
 
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile out(path);
-    if (!out.open(QIODevice::WriteOnly) || out.write(bytes) != bytes.size())
-        qFatal("no test file");
-}
-
 void replace(const QString& path, const QByteArray& bytes)
 {
-    put(path + QStringLiteral(".new"), bytes);
+    writeFile(path + QStringLiteral(".new"), bytes);
     if (::rename(QFile::encodeName(path + QStringLiteral(".new")), QFile::encodeName(path)) != 0)
         qFatal("no replacement");
 }
@@ -99,7 +94,7 @@ private slots:
         QVERIFY(top.mkpath(QStringLiteral("real/deep")) && top.mkpath(QStringLiteral("other")));
         folder = scratch->filePath(QStringLiteral("real/deep"));
         file = folder + QStringLiteral("/f");
-        put(file, oven);
+        writeFile(file, oven);
         QVERIFY(QFile::link(QStringLiteral("real"), scratch->filePath(QStringLiteral("link"))));
         QVERIFY(QFile::link(QStringLiteral("link/deep/f"), scratch->filePath(QStringLiteral("config"))));
         repository = AttributeRepository::create();
@@ -115,7 +110,7 @@ private slots:
         QTest::addColumn<FileChange>("change");
         const auto row = [](const char* tag, const FileChange& change) { QTest::newRow(tag) << change; };
         row("replaced", [](auto& t) { replace(t.file, withSpeed(9)); });
-        row("written over", [](auto& t) { put(t.file, withSpeed(9)); });
+        row("written over", [](auto& t) { writeFile(t.file, withSpeed(9)); });
         row("replaced many times", [](auto& t) {
             for (int i = 0; i < 50; ++i)
                 replace(t.file, withSpeed(100 + i));
@@ -123,7 +118,7 @@ private slots:
             replace(t.file, withSpeed(9));
         });
         row("appended", [](auto& t) {
-            put(t.file, QByteArray(oven).replace("speed = 3\n", ""));
+            writeFile(t.file, QByteArray(oven).replace("speed = 3\n", ""));
             QTRY_VERIFY(!t.read("m.fan.speed").isValid());
             QFile out(t.file);
             QVERIFY(out.open(QIODevice::Append) && out.write("speed = 9\n") > 0);
@@ -137,12 +132,12 @@ private slots:
         row("deleted and created", [](auto& t) {
             QVERIFY(QFile::remove(t.file));
             QTRY_VERIFY(t.isConflict("m"));
-            put(t.file, withSpeed(9));
+            writeFile(t.file, withSpeed(9));
         });
         row("same size and time", [](auto& t) {
             struct stat before = {};
             QCOMPARE(::stat(QFile::encodeName(t.file), &before), 0);
-            put(t.file, withSpeed(9));
+            writeFile(t.file, withSpeed(9));
             const timespec times[2] = {before.st_atim, before.st_mtim};
             QCOMPARE(::utimensat(AT_FDCWD, QFile::encodeName(t.file), times, 0), 0);
         });
@@ -150,26 +145,26 @@ private slots:
             QVERIFY(QFile::remove(t.file) && QDir().mkdir(t.file));
             QTRY_VERIFY(countFailures("is a folder") > 0);
             QVERIFY(QDir().rmdir(t.file));
-            put(t.file, withSpeed(9));
+            writeFile(t.file, withSpeed(9));
         });
         row("folder away and back", [](auto& t) {
             const QString away = t.scratch->filePath(QStringLiteral("away"));
             const QString upper = t.scratch->filePath(QStringLiteral("real"));
             QVERIFY(QFile::rename(upper, away));
             QTRY_VERIFY(t.isConflict("m"));
-            put(away + QStringLiteral("/deep/f"), withSpeed(9));
+            writeFile(away + QStringLiteral("/deep/f"), withSpeed(9));
             QVERIFY(QFile::rename(away, upper));
         });
         row("another folder behind the link", [](auto& t) {
             QDir(t.scratch->path()).mkpath(QStringLiteral("other/deep"));
-            put(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(8));
+            writeFile(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(8));
             const QString other = t.scratch->filePath(QStringLiteral("new link"));
             QVERIFY(QFile::link(QStringLiteral("other"), other));
             QCOMPARE(::rename(QFile::encodeName(other),
                               QFile::encodeName(t.scratch->filePath(QStringLiteral("link")))),
                      0);
             QTRY_COMPARE(t.read("m.fan.speed"), QVariant(8LL));
-            put(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(9));
+            writeFile(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(9));
         });
     }
 

@@ -1,6 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
 #include "repository/documents/Document.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/TreeWriter.h"
 
@@ -49,12 +50,8 @@ class HistoryTest : public QObject
     bool mount(const QString& type, const QString& name, const QByteArray& text,
                AccessMode access = AccessMode::ReadWrite)
     {
-        QFile file(folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("no test file");
-        file.close();
-        return repository->getBackendInterface()->createBackend(type, name,
-                                                                {file.fileName(), QString(), access}, 2);
+        const QString file = TestSupport::writeFile(folder->filePath(name), text);
+        return repository->getBackendInterface()->createBackend(type, name, {file, QString(), access}, 2);
     }
 
     QByteArray saved(const QString& name = QStringLiteral("m"))

@@ -1,5 +1,6 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QDate>
@@ -70,12 +71,9 @@ class RefusalsTest : public QObject
 
     void mount(const char* name, AccessMode access)
     {
-        QFile file(folder.filePath(text(name)));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("port=80\nhost=pump\n");
-        file.close();
+        const QString file = TestSupport::writeFile(folder.filePath(text(name)), "port=80\nhost=pump\n");
         QVERIFY(repository->getBackendInterface()->createBackend(text("ini"), text(name),
-                                                                 {file.fileName(), QString(), access}, 2));
+                                                                 {file, QString(), access}, 2));
     }
 
 private slots:

@@ -1,6 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
 #include "repository/documents/Document.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QDate>
@@ -31,12 +32,8 @@ class SubtreeTransferTest : public QObject
     void mount(const QString& type, const QString& name, const QByteArray& text,
                AccessMode access = AccessMode::ReadWrite)
     {
-        QFile file(folder->filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-            qFatal("no test file");
-        file.close();
-        if (!repository->getBackendInterface()->createBackend(type, name,
-                                                              {file.fileName(), QString(), access}, 2))
+        const QString file = TestSupport::writeFile(folder->filePath(name), text);
+        if (!repository->getBackendInterface()->createBackend(type, name, {file, QString(), access}, 2))
             qFatal("not mounted");
     }
 
@@ -44,8 +41,7 @@ class SubtreeTransferTest : public QObject
     {
         if (!repository->getBackendInterface()->saveBackend(name))
             return "not saved";
-        QFile file(folder->filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+        return TestSupport::contentOf(folder->filePath(name));
     }
 
     // Every node below a root, with its value and type, as what it is relative to the root.

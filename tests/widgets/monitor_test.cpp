@@ -4,6 +4,7 @@
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "widgets/AppConfigDataAccessWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
@@ -28,7 +29,9 @@
 
 using FrameworkCore::AppConfig::AccessMode;
 using Shared::Logging::LogRecord;
+using TestSupport::contentOf;
 using TestSupport::DialogDriver;
+using TestSupport::writeFile;
 using Utilities::ModelViews::AdvancedAttributeModel;
 
 namespace {
@@ -49,19 +52,6 @@ const char* const everyType = R"({
 QStringList words(const char* text)
 {
     return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-void writeFile(const QString& name, const QByteArray& bytes)
-{
-    QFile file(name);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-QByteArray readFile(const QString& name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
 
 Answer enterFile(const QString& name)
@@ -175,7 +165,7 @@ private slots:
         QVERIFY(backends->saveBackend(QStringLiteral("all")));
         QFETCH(QByteArray, before);
         QFETCH(QByteArray, after);
-        QCOMPARE(readFile(file), QByteArray(everyType).replace(before, after));
+        QCOMPARE(contentOf(file), QByteArray(everyType).replace(before, after));
     }
 
     void endsWithoutWriting_data()
@@ -349,10 +339,10 @@ private slots:
         const QString file = folder->filePath(QStringLiteral("list.dap"));
         drop(words("b a"));
         choose("Save", enterFile(file)); // the first one asks
-        QCOMPARE(readFile(file), QByteArray("b\na"));
+        QCOMPARE(contentOf(file), QByteArray("b\na"));
         drop(words("c"));
         choose("Save");
-        QCOMPARE(readFile(file), QByteArray("b\na\nc"));
+        QCOMPARE(contentOf(file), QByteArray("b\na\nc"));
 
         const QString other = folder->filePath(QStringLiteral("other.dap"));
         writeFile(other, "d\r\n\nb\n");
@@ -367,7 +357,7 @@ private slots:
         choose("Save", acceptWarning(QStringLiteral("Unable to Save")));
         QVERIFY(QDir().rmdir(other));
         choose("Save"); // the name is still known
-        QCOMPARE(readFile(other), QByteArray("d\nb"));
+        QCOMPARE(contentOf(other), QByteArray("d\nb"));
     }
 
     void rowsAreDraggedFromTheTreeAndWithinTheTable()

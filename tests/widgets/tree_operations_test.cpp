@@ -3,6 +3,7 @@
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/widgets/BrowserPage.h"
 #include "tests/widgets/DialogAnswers.h"
@@ -21,6 +22,8 @@ using Shared::Logging::LogRecord;
 using TestSupport::DialogDriver;
 
 using namespace DialogAnswers;
+using TestSupport::contentOf;
+using TestSupport::writeFile;
 
 // The menu of the tree, driven by a person's mouse and keys, over real files.
 class TreeOperationsTest : public QObject
@@ -244,7 +247,7 @@ private slots:
         mount("json", "p", before);
         openPage();
         const QString file = folder->filePath(QStringLiteral("in.json"));
-        write(file, content);
+        writeFile(file, content);
         choose(QStringLiteral("p"), "Import",
                {enterFile(file), enter(QStringLiteral("p")), seeWarning({file, reason})});
         QVERIFY(repository->getBackendInterface()->saveBackend(QStringLiteral("p")));
@@ -281,7 +284,7 @@ private slots:
         };
         QCOMPARE(field("edtRelativePath")->text(), QStringLiteral("plant."));
         QTest::keyClicks(field("edtRelativePath"), QStringLiteral("two"));
-        write(folder->filePath(QStringLiteral("two.json")), "{\"speed\": 7}");
+        writeFile(folder->filePath(QStringLiteral("two.json")), "{\"speed\": 7}");
         QTest::keyClicks(field("edtBackendFile"), folder->filePath(QStringLiteral("two.json")));
         QTest::mouseClick(dialog->findChild<QPushButton*>(QStringLiteral("btnCreate")), Qt::LeftButton);
         QTRY_VERIFY(page->item(QStringLiteral("plant.two.speed")).isValid());
@@ -332,25 +335,12 @@ private slots:
     }
 
 private:
-    void write(const QString& name, const QByteArray& content)
-    {
-        QFile file(name);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(content), qint64(content.size()));
-    }
-
-    static QByteArray contentOf(const QString& name)
-    {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-
     QByteArray fileOf(const char* name) { return contentOf(folder->filePath(QLatin1String(name))); }
 
     void mount(const QByteArray& type, const char* name, const QByteArray& content)
     {
         const QString file = folder->filePath(QLatin1String(name));
-        write(file, content);
+        writeFile(file, content);
         QVERIFY(repository->getBackendInterface()->createBackend(
             QString::fromLatin1(type), QLatin1String(name), {file, QString(), AccessMode::ReadWrite}, 2));
     }
