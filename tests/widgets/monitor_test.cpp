@@ -6,6 +6,7 @@
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
+#include "tests/widgets/DialogAnswers.h"
 #include "widgets/AppConfigDataAccessWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 #include "widgets/ListWidget.h"
@@ -34,9 +35,9 @@ using TestSupport::DialogDriver;
 using TestSupport::writeFile;
 using Utilities::ModelViews::AdvancedAttributeModel;
 
-namespace {
+using namespace DialogAnswers;
 
-using Answer = std::function<void(QWidget&)>;
+namespace {
 
 constexpr int valueColumn = 1;
 const QString k = QStringLiteral("k");
@@ -52,28 +53,6 @@ const char* const everyType = R"({
 QStringList words(const char* text)
 {
     return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-Answer enterFile(const QString& name)
-{
-    return [name](QWidget& dialog) {
-        auto* const edit = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        QVERIFY(edit);
-        edit->selectAll();
-        QTest::keyClicks(edit, name);
-        QTest::keyClick(edit, Qt::Key_Return);
-    };
-}
-
-// Closes a warning with that text and no title.
-Answer acceptWarning(const QString& text)
-{
-    return [text](QWidget& dialog) {
-        auto* const box = qobject_cast<QMessageBox*>(&dialog);
-        QVERIFY(box);
-        QCOMPARE(box->windowTitle() + box->text(), text);
-        QTest::keyClick(box, Qt::Key_Return);
-    };
 }
 
 void doubleClick(QAbstractItemView& view, int row, int column)
@@ -350,11 +329,11 @@ private slots:
         QCOMPARE(paths(), words("d b"));
         writeFile(other, "a\xFF");
         choose("Load", enterFile(other),
-               acceptWarning(other + QStringLiteral(" cannot be read: it is no text in UTF-8 (line 1)")));
+               seeWarning({other + QStringLiteral(" cannot be read: it is no text in UTF-8 (line 1)")}));
         QCOMPARE(paths(), words("d b"));
 
         QVERIFY(QFile::remove(other) && QDir().mkdir(other)); // where no list can be written
-        choose("Save", acceptWarning(QStringLiteral("Unable to Save")));
+        choose("Save", seeWarning({QStringLiteral("Unable to Save")}));
         QVERIFY(QDir().rmdir(other));
         choose("Save"); // the name is still known
         QCOMPARE(contentOf(other), QByteArray("d\nb"));
