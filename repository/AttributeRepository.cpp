@@ -96,7 +96,13 @@ public:
     int getChildCount(const QString& path) const override { return store->getChildCount(path); }
     QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
     {
-        return store->getChildren(path);
+        return store->getChildren(path, {});
+    }
+
+    QVector<Interfaces::ChildInformation> getChildrenBeginningWith(const QString& path,
+                                                                   const QString& beginning) const override
+    {
+        return store->getChildren(path, beginning);
     }
     Interfaces::NodeInformation getNodeInformation(const QString& path) const override
     {

@@ -58,7 +58,8 @@ public:
 
     QStringList getChildNames(const QString& path);
     int getChildCount(const QString& path);
-    QVector<FrameworkCore::AppConfig::Interfaces::ChildInformation> getChildren(const QString& path);
+    QVector<FrameworkCore::AppConfig::Interfaces::ChildInformation> getChildren(const QString& path,
+                                                                                const QString& beginning);
     NodeInformation getNodeInformation(const QString& path);
     QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search);
     StatusCode removeTree(const QString& path);

@@ -2,11 +2,21 @@
 
 namespace Repository {
 
+namespace {
+
+constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at the beginnings of names first
+
+} // namespace
+
 void Children::append(Node& child)
 {
     child.slot = quint32(places.size());
     places.push_back(&child);
     ++count;
+    if (!prefixes.empty())
+        prefixes.push_back(prefixOf(child));
+    else if (places.size() == manyPlaces)
+        fillPrefixes();
 }
 
 void Children::remove(Node& child)
@@ -24,6 +34,40 @@ void Children::remove(Node& child)
         }
     }
     places = std::move(closed);
+    prefixes.clear();
+    if (places.size() >= manyPlaces)
+        fillPrefixes();
+}
+
+void Children::markBranch(const Node& child)
+{
+    if (!prefixes.empty())
+        prefixes[child.slot].markBranch();
+}
+
+NamePrefix Children::prefixOf(const Node& child)
+{
+    NamePrefix prefix(child.getName());
+    if (child.children)
+        prefix.markBranch();
+    return prefix;
+}
+
+void Children::fillPrefixes()
+{
+    prefixes.reserve(places.capacity());
+    for (const Node* const child : places)
+        prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
+}
+
+Children& Node::childrenToFill()
+{
+    if (!children) {
+        children = std::make_unique<Children>();
+        if (parent)
+            parent->children->markBranch(*this);
+    }
+    return *children;
 }
 
 QStringView Node::getName() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "repository/NamePrefix.h"
 #include "repository/RegistrationList.h"
 #include "repository/Rule.h"
 
@@ -24,6 +25,24 @@ struct Children
 
     void append(Node& child);
     void remove(Node& child);
+    void markBranch(const Node& child); // a child that has children now
+
+    // Visits the children that the filter accepts, and others when there are few, until the visitor gives
+    // false.
+    template <typename Visitor>
+    void visit(const NameFilter& filter, const Visitor& visitor) const
+    {
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            if ((prefixes.empty() || filter.accepts(prefixes[i])) && places[i] && !visitor(*places[i]))
+                return;
+        }
+    }
+
+private:
+    static NamePrefix prefixOf(const Node& child);
+    void fillPrefixes();
+
+    std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
 };
 
 // One place in the tree. What it is made of is guarded in two ways; see AttributeStore.
@@ -32,6 +51,7 @@ struct Node
     explicit Node(QString fullPath) : path(std::move(fullPath)) {}
 
     QStringView getName() const;
+    Children& childrenToFill(); // made if there are none
     bool isReadable() const { return FrameworkCore::AppConfig::isReadable(access); }
 
     const QString path;

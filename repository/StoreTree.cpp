@@ -26,26 +26,28 @@ bool AttributeStore::hidesValues(QStringView path)
     return false;
 }
 
-QVector<ChildInformation> AttributeStore::getChildren(const QString& path)
+QVector<ChildInformation> AttributeStore::getChildren(const QString& path, const QString& beginning)
 {
     QVector<ChildInformation> found;
     const std::shared_lock lock(structure);
     const Node* node = nodeOf(path);
     if (!node || !node->children)
         return found;
-    found.reserve(node->children->count);
+    if (beginning.isEmpty())
+        found.reserve(node->children->count);
     const int nameStart = path.isEmpty() ? 0 : path.size() + 1;
-    for (const Node* child : node->children->places) {
-        if (child)
-            found.append({child->path.mid(nameStart), child->children ? child->children->count : 0});
-    }
+    node->children->visit(NameFilter::beginning(beginning), [&](const Node& child) {
+        if (beginning.isEmpty() || child.getName().startsWith(beginning))
+            found.append({child.path.mid(nameStart), child.children ? child.children->count : 0});
+        return true;
+    });
     return found;
 }
 
 QStringList AttributeStore::getChildNames(const QString& path)
 {
     QStringList names;
-    const QVector<ChildInformation> children = getChildren(path);
+    const QVector<ChildInformation> children = getChildren(path, {});
     names.reserve(children.size());
     for (const ChildInformation& child : children)
         names.append(child.name);

@@ -44,9 +44,7 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
         node->isAttribute = true;
         node->value = FrameworkCore::Values::toVariant(value);
     }
-    if (!parent.children)
-        parent.children = std::make_unique<Children>();
-    parent.children->append(*node);
+    parent.childrenToFill().append(*node);
 
     last.assign(path);
     levels.push_back({path.size(), node.get()});

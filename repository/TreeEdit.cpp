@@ -120,9 +120,7 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
     made->backend = parent.backend;
     if (made->backend)
         made->access = made->backend->getAccessMode();
-    if (!parent.children)
-        parent.children = std::make_unique<Children>();
-    parent.children->append(*made);
+    parent.childrenToFill().append(*made);
     note(*made, NodeState());
     return made;
 }

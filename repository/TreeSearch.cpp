@@ -18,6 +18,20 @@ bool canLeadTo(QStringView path, const QString& start, Qt::CaseSensitivity sensi
            path.compare(start.leftRef(int(path.size())), sensitivity) == 0;
 }
 
+// Which children of the node can match the pattern, or have somebody below them that does.
+NameFilter candidates(const Node& node, const QString& start, const QString& end)
+{
+    const int nameBegin = node.path.isEmpty() ? 0 : node.path.size() + 1;
+    if (start.size() > nameBegin) {
+        const QStringView rest = QStringView(start).mid(nameBegin);
+        const qsizetype nameEnd = rest.indexOf(pathSeparator);
+        return nameEnd < 0 ? NameFilter::beginning(rest) : NameFilter::name(rest.left(nameEnd));
+    }
+    const int lastName = end.lastIndexOf(pathSeparator);
+    return lastName < 0 ? NameFilter::everything()
+                        : NameFilter::name(QStringView(end).mid(lastName + 1)).orBranches();
+}
+
 } // namespace
 
 QStringList findPaths(const Node& top, const FrameworkCore::AppConfig::Interfaces::PathSearch& search,
@@ -25,6 +39,7 @@ QStringList findPaths(const Node& top, const FrameworkCore::AppConfig::Interface
 {
     const FrameworkCore::AppConfig::PathPattern pattern(search.pattern, search.caseSensitivity);
     const QString& start = pattern.getLiterals().first();
+    const QString& end = pattern.getLiterals().last();
 
     // The names that the pattern spells out need no search where case counts.
     const Node* first = &top;
@@ -40,17 +55,16 @@ QStringList findPaths(const Node& top, const FrameworkCore::AppConfig::Interface
         const Children* children = walk.front()->children.get();
         if (!children)
             continue;
-        for (const Node* child : children->places) {
-            if (!child || !canLeadTo(child->path, start, search.caseSensitivity))
-                continue;
-            const bool isMatch = pattern.matches(child->path);
+        children->visit(candidates(*walk.front(), start, end), [&](const Node& child) {
+            if (!canLeadTo(child.path, start, search.caseSensitivity))
+                return true;
+            const bool isMatch = pattern.matches(child.path);
             if (isMatch)
-                found.append(child->path);
-            if (found.size() == search.limit)
-                break;
-            if (child->children && !(isMatch && search.topmostOnly))
-                walk.push_back(child);
-        }
+                found.append(child.path);
+            if (child.children && !(isMatch && search.topmostOnly))
+                walk.push_back(&child);
+            return found.size() != search.limit;
+        });
     }
     return found;
 }

@@ -2,6 +2,7 @@
 
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/RepositoryAccess.h"
 
 namespace Widgets {
 
@@ -57,9 +58,9 @@ QStringList HierarchyFilter::names(const QVector<int>& rows)
     }
     // The page's tree may show less by now than what the boxes choose from. Below the item that a search path
     // names, everything belongs to the search, whatever wildcards it has: each may stand for nothing.
-    AttributeTreeViewModel model;
-    model.resetModel(path);
-    return *lowerItems.insert(rows, childNames(model, path));
+    const auto repository = Utilities::GetAppConfigRepositoryInterface();
+    const auto tree = repository ? repository->getTreeInterface() : nullptr;
+    return *lowerItems.insert(rows, tree ? tree->getChildNames(path) : QStringList());
 }
 
 QString HierarchyFilter::filterPath(const QStringList& chosenTexts) const

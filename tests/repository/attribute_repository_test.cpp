@@ -1,3 +1,4 @@
+#include "host/FrameworkCore/AppConfig/PathPattern.h"
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
@@ -7,7 +8,9 @@
 #include <QRandomGenerator>
 #include <QUrl>
 
+#include <algorithm>
 #include <atomic>
+#include <iterator>
 #include <map>
 #include <thread>
 
@@ -195,6 +198,56 @@ private slots:
         QCOMPARE(find("app*", Qt::CaseSensitive, false, 3), QStringLiteral("app apple app.net"));
         QCOMPARE(find("app.net", Qt::CaseSensitive, false), QStringLiteral("app.net"));
         QCOMPARE(find("nowhere.a*", Qt::CaseSensitive, false), QString());
+    }
+
+    // Of many children a search looks at the beginnings of names first; it must find what a look at each path
+    // finds, also when children came, went and got children of their own in between.
+    void findsAmongManyChildren()
+    {
+        QRandomGenerator random(5);
+        const QStringList letters{
+            QStringLiteral("a"),  QStringLiteral("A"),  QStringLiteral("k"), QString(QChar(0x212A)),
+            QString(QChar(0xE9)), QString(QChar(0xC9)), QStringLiteral("1"), QString::fromUtf8("\U00010428"),
+            QStringLiteral("zz")};
+        const auto randomName = [&] {
+            QString name;
+            for (int length = random.bounded(1, 10); length > 0; --length)
+                name += letters.at(random.bounded(letters.size()));
+            return name;
+        };
+        const auto tree = repository->getTreeInterface();
+        for (int step = 0; step < 6000; ++step) {
+            const QString path = QLatin1String("big.") + randomName();
+            if (random.bounded(4) == 0)
+                tree->removeTree(QLatin1String("big.") + tree->getChildNames(QStringLiteral("big")).value(9));
+            else
+                create(random.bounded(3) == 0 ? path + QLatin1String(".leaf.") + randomName() : path, 1, 3);
+        }
+        const QStringList all = tree->findPaths({QStringLiteral("*")});
+        for (int round = 0; round < 300; ++round) {
+            const QString beginning = randomName();
+            const QStringList patterns{QLatin1String("big.") + beginning + QLatin1Char('*'),
+                                       QLatin1String("BIG.") + beginning + QLatin1String(".leaf*"),
+                                       QLatin1String("*.") + beginning,
+                                       QLatin1String("*.leaf*.") + beginning + QLatin1String("*a")};
+            for (const QString& text : patterns) {
+                for (const auto sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+                    const PathPattern pattern(text, sensitivity);
+                    QStringList expected;
+                    std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
+                                 [&pattern](const QString& path) { return pattern.matches(path); });
+                    QCOMPARE(tree->findPaths({text, sensitivity}), expected);
+                }
+            }
+            QStringList beginnings;
+            for (const auto& child : tree->getChildrenBeginningWith(QStringLiteral("big"), beginning))
+                beginnings.append(child.name);
+            QStringList expected = tree->getChildNames(QStringLiteral("big"));
+            expected.erase(std::remove_if(expected.begin(), expected.end(),
+                                          [&](const QString& name) { return !name.startsWith(beginning); }),
+                           expected.end());
+            QCOMPARE(beginnings, expected);
+        }
     }
 
     void agreesWithReference()

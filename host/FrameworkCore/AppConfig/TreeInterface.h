@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <algorithm>
+
 namespace FrameworkCore::AppConfig::Interfaces {
 
 // What is known of one node of the tree. A node may hold a value, children, or both.
@@ -70,6 +72,20 @@ public:
     // attribute. Refused, with the reason in the log: "internal", a backend's root, what holds one, what is
     // not writable.
     virtual StatusCode removeTree(const QString& path) = 0;
+
+    // As getChildren, but only those whose names begin with the text, in its case; a repository that does not
+    // override it looks at all children.
+    virtual QVector<ChildInformation> getChildrenBeginningWith(const QString& path,
+                                                               const QString& beginning) const
+    {
+        QVector<ChildInformation> children = getChildren(path);
+        children.erase(std::remove_if(children.begin(), children.end(),
+                                      [&beginning](const ChildInformation& child) {
+                                          return !child.name.startsWith(beginning);
+                                      }),
+                       children.end());
+        return children;
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

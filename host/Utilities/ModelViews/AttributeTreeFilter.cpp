@@ -91,7 +91,8 @@ void AttributeTreeFilter::lead(const QString& path)
 QVector<AttributeTreeFilter::ChildInformation> AttributeTreeFilter::children(const TreeInterface& tree,
                                                                              const QString& path) const
 {
-    QVector<ChildInformation> shown = tree.getChildren(path);
+    QVector<ChildInformation> shown =
+        oneLevel && path == base ? tree.getChildrenBeginningWith(path, namePrefix) : tree.getChildren(path);
     if (everything || (oneLevel && path == base && pattern.hasWildcard() && namePrefix.isEmpty()))
         return shown;
     QString childPath = path.isEmpty() ? path : path + QLatin1Char('.');
