@@ -1,5 +1,7 @@
 #include "desk/LogModel.h"
 
+#include "host/Utilities/ModelViews/ToolTipText.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
@@ -24,12 +26,11 @@ QString onOneLine(const QString& text)
     return line;
 }
 
-// Rich text, since tool tips only wrap that.
 QString toolTipOf(const QString& text)
 {
     constexpr int mostShown = 4000;
     const QString shown = text.size() > mostShown ? text.left(mostShown) + QStringLiteral("...") : text;
-    return QStringLiteral("<span style='white-space: pre-wrap'>%1</span>").arg(shown.toHtmlEscaped());
+    return Utilities::ModelViews::toolTipText(shown);
 }
 
 QString displayText(const LogLine& line, int column)

@@ -2,6 +2,7 @@
 
 #include "host/Utilities/ModelViews/AttributeTreeCells.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QColor>
 #include <QDateTime>
@@ -24,7 +25,6 @@ const QColor missingText(0x55, 0x55, 0x55);
 // As much of a value as a tool tip can show on a screen.
 constexpr int longestToolTip = 4000;
 constexpr int mostToolTipLines = 50;
-constexpr int longestToolTipWord = 100;
 
 bool isNumber(const QVariant& value)
 {
@@ -38,23 +38,6 @@ bool isNumber(const QVariant& value)
     default:
         return false;
     }
-}
-
-// A text of any lines as one that a tool tip wraps, also inside of words that are too long for a line.
-QString wrapped(const QString& text)
-{
-    constexpr ushort breakHere = 0x200B; // a space without width
-    QString result;
-    int wordLength = 0;
-    for (const QChar character : text) {
-        wordLength = character.isSpace() ? 0 : wordLength + 1;
-        if (wordLength > longestToolTipWord && !character.isLowSurrogate()) {
-            result.append(QChar(breakHere));
-            wordLength = 1;
-        }
-        result.append(character);
-    }
-    return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(result.toHtmlEscaped());
 }
 
 QDateTime timeOf(const WatchedAttribute::Changes& changes)
@@ -154,7 +137,7 @@ QVariant WatchedAttributeCells::toolTip(WatchedAttribute& attribute, int column)
         lines.append(QString());
         lines.append(attributeValueLines(content.value, longestToolTip, mostToolTipLines));
     }
-    return wrapped(lines.join(QLatin1Char('\n')));
+    return toolTipText(lines.join(QLatin1Char('\n')));
 }
 
 QVariant WatchedAttributeCells::colour(WatchedAttribute& attribute, int column, int role) const
