@@ -6,6 +6,7 @@
 #include "desk/UnsavedChangesDialog.h"
 #include "desk/WaitCursor.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -16,6 +17,7 @@
 namespace Vantry {
 
 using FrameworkCore::AppConfig::Interfaces::ConflictSide;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -210,7 +212,8 @@ BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, cons
 void BackendFiles::warn(const QString& title, const QStringList& reasons)
 {
     if (!reasons.isEmpty())
-        QMessageBox::warning(&window, title, reasons.join(QLatin1String("\n\n")));
+        AttributeTreeModelInputDialogs::ShowWarningMessage(&window, title,
+                                                           reasons.join(QLatin1String("\n\n")));
 }
 
 } // namespace Vantry
