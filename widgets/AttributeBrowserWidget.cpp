@@ -90,10 +90,12 @@ void AttributeBrowserWidget::setUpTree()
 void AttributeBrowserWidget::setUpFilters()
 {
     for (QComboBox* const box : filterBoxes()) {
-        // A box may hold a million names: it must not be measured by them, nor its list row by row.
+        // A box may hold a million names: it must not be measured by them, nor its list row by row, as a list
+        // is that opens over its box.
         box->setModel(new QStringListModel(box));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
+        box->setStyleSheet(QString::fromLatin1("QComboBox { combobox-popup: 0; }"));
         qobject_cast<QListView*>(box->view())->setUniformItemSizes(true);
         box->setEnabled(false);
     }
