@@ -51,7 +51,6 @@ LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent
     column->addLayout(row);
     column->addWidget(view, 1);
     setWidget(content);
-    setFocusProxy(view);
     hide();
 }
 

@@ -209,6 +209,15 @@ void AppConfigDataAccessWidget::textEditingFinished()
     setValueColumnWidth(width());
 }
 
+bool AppConfigDataAccessWidget::focusNextPrevChild(bool next)
+{
+    // Who leaves a cell goes on in the table; an editor, made last, stands at the end of all.
+    if (hasFocus() || !isAncestorOf(QApplication::focusWidget()))
+        return QTableView::focusNextPrevChild(next);
+    setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
 void AppConfigDataAccessWidget::setValueColumnWidth(int width)
 {
     valueColumnWidth = width;

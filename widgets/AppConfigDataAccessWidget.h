@@ -53,6 +53,7 @@ private slots:
     void textEditingFinished();
 
 protected:
+    bool focusNextPrevChild(bool next) override;
     void scrollContentsBy(int dx, int dy) override;
     int sizeHintForColumn(int column) const override;
 

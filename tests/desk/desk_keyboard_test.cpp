@@ -1,3 +1,4 @@
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -7,11 +8,13 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QTableView>
 #include <QTextBrowser>
 #include <QTreeView>
 
 using TestSupport::pressKey;
 using TestSupport::RunningDesk;
+using Utilities::ModelViews::AdvancedAttributeModel;
 
 namespace {
 
@@ -69,6 +72,8 @@ private slots:
     void reachesEverything()
     {
         QFETCH(QString, key);
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(desk->part<QWidget>("logDock")->isVisible());
         QStringList expected;
         for (const QWidget* const widget : desk->window->findChildren<QWidget*>()) {
             if (canBeReached(*widget))
@@ -153,6 +158,41 @@ private slots:
         QVERIFY(QApplication::focusWidget());
     }
 
+    // Nothing on the way from the search field to the log keeps the keyboard.
+    void editsOnTheWayToTheLog()
+    {
+        auto* const monitor = desk->part<QTableView>("appConfigDataAccessWidget");
+        qobject_cast<AdvancedAttributeModel*>(monitor->model())
+            ->loadCustomAttributeList({QStringLiteral("plant.cell.pump.motor.speed")});
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(desk->part<QWidget>("logLines")->hasFocus());
+        goTo("edtSearchPath");
+        goTo("treeView");
+        QVERIFY(pressKey(QStringLiteral("Home")));
+        for (int row = desk->item(QStringLiteral("plant")).row(); row > 0; --row)
+            QVERIFY(pressKey(QStringLiteral("Down")));
+        for (const char* key : {"Right", "Down", "Right", "Down", "Right", "Down", "Right", "Down", "F2"})
+            QVERIFY(pressKey(QLatin1String(key)));
+        typeIntoEditor(*desk->tree, "1250", "shift+Tab"); // as far as the tree
+        QTRY_VERIFY(desk->tree->hasFocus());
+        for (const char* key : {"Up", "Down", "F2"}) // the end of an edit has taken the selection
+            QVERIFY(pressKey(QLatin1String(key)));
+        typeIntoEditor(*desk->tree, "1260", "Tab");
+        QTRY_VERIFY(desk->tree->hasFocus());
+        QTRY_COMPARE(monitor->model()->index(0, 1).data().toString(), QStringLiteral("1260"));
+
+        goTo("appConfigDataAccessWidget");
+        QVERIFY(TestSupport::click(*monitor->viewport(), // the keys move no cell there
+                                   monitor->visualRect(monitor->model()->index(0, 1)).center()));
+        QVERIFY(pressKey(QStringLiteral("F2")));
+        typeIntoEditor(*monitor, "1270", "Tab");
+        QTRY_VERIFY(monitor->hasFocus());
+        QTRY_COMPARE(desk->item(QStringLiteral("plant.cell.pump.motor.speed")).siblingAtColumn(1).data(),
+                     QVariant(QStringLiteral("1270")));
+        QVERIFY(pressKey(QStringLiteral("Tab")));
+        goTo("logLines");
+    }
+
 private:
     // What has the focus after the key.
     static const QWidget* press(const QString& key)
@@ -161,6 +201,18 @@ private:
         if (!pressKey(key) || !QTest::qWaitFor([&] { return QApplication::focusWidget() != before; }, 2000))
             return nullptr;
         return QApplication::focusWidget();
+    }
+
+    static void typeIntoEditor(const QWidget& view, const char* text, const char* leavingKey)
+    {
+        const auto isOpen = [&view] {
+            const QWidget* const focused = QApplication::focusWidget();
+            return qobject_cast<const QLineEdit*>(focused) && view.isAncestorOf(focused);
+        };
+        QTRY_VERIFY(isOpen());
+        QVERIFY(TestSupport::typeText(QLatin1String(text)));
+        QVERIFY(pressKey(QLatin1String(leavingKey)));
+        QTRY_VERIFY(!isOpen());
     }
 
     static void goTo(const char* name)
