@@ -1,11 +1,11 @@
 #include "host/Utilities/ModelViews/AttributeTreeCells.h"
 
 #include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
-#include <QTextDocument>
 
 #include <utility>
 
@@ -188,8 +188,7 @@ QString AttributeTreeCells::toolTip(const QString& path) const
         lines.append(tr("Backend: %1").arg(information.backend));
     if (isUnsavedRoot(path))
         lines.append(tr("Holds changes that are not saved"));
-    const QString text = lines.join(QLatin1Char('\n'));
-    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+    return toolTipText(lines.join(QLatin1Char('\n')));
 }
 
 } // namespace Utilities::ModelViews
