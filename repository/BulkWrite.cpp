@@ -48,11 +48,10 @@ BulkWrite::Place BulkWrite::placeOf(const QString& path)
     return {node, node ? node->backend : parentBackend};
 }
 
-QString BulkWrite::insert(Backend& backend, const QString& path, const Value& value)
+QString BulkWrite::insert(Backend& backend, const QString& path, Value value)
 {
     if (newPlace) {
-        const QByteArray below = pathBehind(path, root.size()).toUtf8();
-        held.push_back({std::string(below.constData(), std::size_t(below.size())), value});
+        held.push_back({pathBytes(pathBehind(path, root.size())), std::move(value)});
         return {};
     }
     keepText(backend);
@@ -149,8 +148,48 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QS
 void BulkWrite::finish()
 {
     isFinished = true;
+    if (newPlace) {
+        showNew();
+        return;
+    }
     for (const Item& item : items)
         show(item);
+}
+
+// Where nothing was, all nodes are made before the first is filed.
+void BulkWrite::showNew()
+{
+    NewNodes made;
+    std::vector<Node*> attributes;
+    attributes.reserve(items.size());
+    std::vector<Node*> way;
+    for (Item& item : items) {
+        Node& parent = newParent(way, made, item.path);
+        if (item.isGroup) {
+            way.push_back(&edit.addGroup(made, parent, item.path));
+            continue;
+        }
+        way.push_back(
+            &edit.addAttribute(made, parent, item.path, item.hash, std::move(item.value), item.access));
+        attributes.push_back(way.back());
+    }
+    edit.file(made, attributes);
+}
+
+// The nodes on the way are the last one and those above it, of which the first was there before.
+Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView path)
+{
+    const QStringView parent = parentPath(path);
+    if (way.empty())
+        way.push_back(&edit.ensure(parentPath(root)));
+    while (way.size() > 1 && !isAtOrBelow(parent, way.back()->path))
+        way.pop_back();
+    while (way.back()->path.size() < parent.size()) {
+        const int nameStart = way.back()->path.isEmpty() ? 0 : way.back()->path.size() + 1;
+        const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
+        way.push_back(&edit.addGroup(made, *way.back(), path.left(nameEnd).toString()));
+    }
+    return *way.back();
 }
 
 void BulkWrite::show(const Item& item)
@@ -164,10 +203,6 @@ void BulkWrite::show(const Item& item)
     const QStringView parent = parentPath(item.path);
     if (!shownParent || shownParent->path != parent)
         shownParent = &edit.ensure(parent);
-    if (newPlace && !item.isGroup) {
-        edit.addAttribute(*shownParent, item.path, {item.path, item.hash}, item.value, item.access);
-        return;
-    }
     Node& node = edit.ensureChild(*shownParent, item.path);
     if (!item.isGroup)
         edit.setAttribute(node, item.value, item.access, UpdateResult::Created);

@@ -67,9 +67,11 @@ private:
     };
 
     Place placeOf(const QString& path);
-    QString insert(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    QString insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
     void keepText(Backend& backend);
     void show(const Item& item);
+    void showNew();
+    Node& newParent(std::vector<Node*>& way, NewNodes& made, QStringView path);
 
     TreeEdit& edit;
     const QString root;

@@ -53,7 +53,10 @@ Node& NodeIndex::Shard::insert(Entry entry)
 
 void NodeIndex::Shard::reserveMore(std::size_t count)
 {
-    entries.reserve(entries.size() + count);
+    // The set is built anew by reserve, even when it has the room.
+    const auto room = std::size_t(float(entries.bucket_count()) * entries.max_load_factor());
+    if (entries.size() + count > room)
+        entries.reserve(entries.size() + count);
 }
 
 void NodeIndex::Shard::handWaiting(Node& node)

@@ -1,5 +1,9 @@
 #include "repository/PathRules.h"
 
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <algorithm>
+
 namespace Repository {
 
 bool isValidPath(QStringView path)
@@ -30,6 +34,33 @@ bool isAtOrBelow(QStringView path, QStringView ancestor)
 {
     return path.startsWith(ancestor) &&
            (path.size() == ancestor.size() || path[ancestor.size()] == pathSeparator);
+}
+
+// Nearly all paths are ASCII, which needs no decoder and just one block of memory.
+QString joinedPath(const QString& parent, std::string_view below)
+{
+    if (parent.isEmpty())
+        return QString::fromUtf8(below.data(), int(below.size()));
+    if (below.empty())
+        return parent;
+    if (!FrameworkCore::Values::isAscii(below))
+        return parent + pathSeparator + QString::fromUtf8(below.data(), int(below.size()));
+    QString path(parent.size() + 1 + int(below.size()), Qt::Uninitialized);
+    QChar* end = std::copy(parent.begin(), parent.end(), path.begin());
+    *end++ = pathSeparator;
+    std::transform(below.begin(), below.end(), end, [](char c) { return QLatin1Char(c); });
+    return path;
+}
+
+std::string pathBytes(QStringView path)
+{
+    std::string bytes(std::size_t(path.size()), '\0');
+    ushort bits = 0;
+    std::transform(path.begin(), path.end(), bytes.begin(), [&bits](QChar c) {
+        bits |= c.unicode();
+        return char(c.unicode());
+    });
+    return bits < 0x80 ? bytes : path.toUtf8().toStdString();
 }
 
 } // namespace Repository

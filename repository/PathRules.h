@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringView>
 
+#include <string>
+#include <string_view>
+
 namespace Repository {
 
 // The rules of attribute paths, in one place: one or more components, none of them empty, joined by the
@@ -27,5 +30,11 @@ inline QStringView pathBehind(QStringView path, qsizetype length)
     const qsizetype start = length == 0 ? 0 : length + 1;
     return start < path.size() ? path.mid(start) : QStringView();
 }
+
+// The path of what lies below a parent under that name, or path, of UTF-8; an empty one is the other.
+QString joinedPath(const QString& parent, std::string_view below);
+
+// The UTF-8 of a path, or a part of one.
+std::string pathBytes(QStringView path);
 
 } // namespace Repository

@@ -1,32 +1,13 @@
 #include "repository/SubtreeBuilder.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
 #include "repository/PatternIndex.h"
-
-#include <algorithm>
 
 namespace Repository {
 
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
-
-namespace {
-
-// Nearly all names are ASCII, which needs no decoder and just one block of memory.
-QString joinedPath(const QString& parent, std::string_view name)
-{
-    if (!FrameworkCore::Values::isAscii(name))
-        return parent + pathSeparator + QString::fromUtf8(name.data(), int(name.size()));
-    QString path(parent.size() + 1 + int(name.size()), Qt::Uninitialized);
-    QChar* end = std::copy(parent.begin(), parent.end(), path.begin());
-    *end++ = pathSeparator;
-    std::transform(name.begin(), name.end(), end, [](char c) { return QLatin1Char(c); });
-    return path;
-}
-
-} // namespace
 
 SubtreeBuilder::SubtreeBuilder(Node& emptyRoot) : root(emptyRoot), levels{{0, &emptyRoot}}
 {
@@ -51,7 +32,7 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     if (!byPath.isEmpty())
         byPath.insert(node->path, node.get());
     const NodeIndex::Key key(node->path);
-    made[NodeIndex::shardNumber(key)].push_back({std::move(node), key.hash});
+    made.add(std::move(node), key.hash);
 }
 
 SubtreeBuilder::Level SubtreeBuilder::levelAbove(std::string_view path)
@@ -72,32 +53,18 @@ SubtreeBuilder::Level SubtreeBuilder::levelAbove(std::string_view path)
 
 Node& SubtreeBuilder::search(const QString& path)
 {
-    if (byPath.isEmpty()) {
-        for (const std::vector<NodeIndex::Entry>& entries : made) {
-            for (const NodeIndex::Entry& entry : entries)
-                byPath.insert(entry.node->path, entry.node.get());
-        }
-    }
+    if (byPath.isEmpty())
+        made.forEach([this](Node& node) { byPath.insert(node.path, &node); });
     return *byPath.value(path, &root);
 }
 
 void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries)
 {
     byPath.clear();
-    for (std::size_t number = 0; number < made.size(); ++number) {
-        NodeIndex::Shard& shard = index.shard(number);
-        const std::lock_guard shardLock(shard.mutex);
-        shard.reserveMore(made[number].size());
-        const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
-        for (NodeIndex::Entry& entry : made[number]) {
-            Node& node = *entry.node;
-            if (anybodyListens)
-                shard.handWaiting(node);
-            shard.insert(std::move(entry));
-            if (anybodyListens && node.isAttribute)
-                Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);
-        }
-    }
+    made.file(index, patterns, [&](Node& node) {
+        if (node.isAttribute)
+            Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);
+    });
 }
 
 } // namespace Repository

@@ -2,12 +2,10 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/Delivery.h"
-#include "repository/NodeIndex.h"
+#include "repository/NewNodes.h"
 
 #include <QHash>
 
-#include <array>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,7 +45,7 @@ private:
     Node& search(const QString& path);
 
     Node& root;
-    std::array<std::vector<NodeIndex::Entry>, NodeIndex::shardCount> made;
+    NewNodes made;
     std::string last; // the relative path of the last level
     std::vector<Level> levels;
     QHash<QStringView, Node*> byPath; // empty until a node is searched

@@ -267,8 +267,8 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const Q
     for (const Part& part : parts) {
         if (!progress.advance())
             return {StatusCode::Cancelled, path, {}};
-        entries.push_back({part.path().toUtf8().toStdString(),
-                           part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
+        entries.push_back(
+            {pathBytes(part.path()), part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
     }
     std::vector<Part>().swap(parts); // a great subtree is not held twice
     ExportText exported(type.toStdString(), path.mid(path.lastIndexOf(pathSeparator) + 1).toStdString());
@@ -276,7 +276,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const Q
     case ExportText::End::Written:
         break;
     case ExportText::End::Refused:
-        return {StatusCode::BackendFailure, joined(path, QString::fromStdString(exported.getRefusedPath())),
+        return {StatusCode::BackendFailure, joinedPath(path, exported.getRefusedPath()),
                 QString::fromStdString(exported.getError())};
     case ExportText::End::Cancelled:
         return {StatusCode::Cancelled, path, {}};
@@ -330,8 +330,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {
         if (!group.empty())
-            refusal = add(bulk, joined(path, QString::fromStdString(group)),
-                          {{}, 0, {}, AccessMode::ReadWrite, true});
+            refusal = add(bulk, joinedPath(path, group), {{}, 0, {}, AccessMode::ReadWrite, true});
         group.clear();
     };
     document.visit([&](const Documents::Entry& entry) {
@@ -347,7 +346,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
             group = place;
         else if (refusal.status == StatusCode::Success)
             refusal =
-                add(bulk, joined(path, QString::fromStdString(place)),
+                add(bulk, joinedPath(path, place),
                     {{}, 0, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
     });
     if (refusal.status == StatusCode::Success)

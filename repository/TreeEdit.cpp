@@ -137,10 +137,11 @@ Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& p
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
 {
     const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
-    giveValue(node, value, access, result);
+    giveValue(node, value, access);
+    Delivery::collect(deliveries, node, store.patterns, result);
 }
 
-void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access, UpdateResult result)
+void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access)
 {
     if (recorder) {
         note(node, NodeState::of(node));
@@ -150,7 +151,6 @@ void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access, UpdateRe
     node.value = std::move(value);
     node.access = access;
     node.isAttribute = true;
-    Delivery::collect(deliveries, node, store.patterns, result);
 }
 
 void TreeEdit::makeGroup(Node& node)
@@ -221,19 +221,39 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         setAttribute(*node, value, access, UpdateResult::Created);
         return StatusCode::Success;
     }
-    addAttribute(ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName), path, key,
-                 std::move(value), access);
-    return StatusCode::Success;
-}
-
-void TreeEdit::addAttribute(Node& parent, const QString& path, const NodeIndex::Key& key, QVariant value,
-                            AccessMode access)
-{
-    auto made = linkNode(path, parent);
+    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName));
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
-    giveValue(shard.insert({std::move(made), key.hash}), std::move(value), access, UpdateResult::Created);
+    Node& filed = shard.insert({std::move(made), key.hash});
+    giveValue(filed, std::move(value), access);
+    Delivery::collect(deliveries, filed, store.patterns, UpdateResult::Created);
+    return StatusCode::Success;
+}
+
+Node& TreeEdit::addGroup(NewNodes& nodes, Node& parent, const QString& path)
+{
+    return nodes.add(linkNode(path, parent), NodeIndex::Key(path).hash);
+}
+
+Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path, std::uint64_t hash,
+                             QVariant value, AccessMode access)
+{
+    Node& node = nodes.add(linkNode(path, parent), hash);
+    giveValue(node, std::move(value), access);
+    return node;
+}
+
+void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
+{
+    bool anybodyListens = false;
+    nodes.file(store.index, store.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
+    if (!anybodyListens)
+        return;
+    for (Node* node : attributes) {
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+        Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Created);
+    }
 }
 
 FrameworkCore::AppConfig::StatusCode TreeEdit::writeDocument(const Node& node, const QVariant& value,

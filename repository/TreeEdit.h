@@ -5,6 +5,7 @@
 #include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
 #include "repository/FileHold.h"
+#include "repository/NewNodes.h"
 #include "repository/StepRecorder.h"
 
 #include <map>
@@ -48,9 +49,15 @@ public:
     // The same for a child of a node.
     Node& ensureChild(Node& parent, const QString& path);
 
-    // A new attribute of the tree alone; there is no node at its path.
-    void addAttribute(Node& parent, const QString& path, const NodeIndex::Key& key, QVariant value,
-                      AccessMode access);
+    // A new group of the tree alone, which is not filed yet; there is no node at its path.
+    Node& addGroup(NewNodes& nodes, Node& parent, const QString& path);
+
+    // The same for an attribute; the hash is that of its path.
+    Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, std::uint64_t hash, QVariant value,
+                       AccessMode access);
+
+    // Files such nodes. The attributes in the list, in its order, are what the watchers are told of.
+    void file(NewNodes& nodes, const std::vector<Node*>& attributes);
 
     // Whether a new attribute may be made there with this value; the reason when it may not.
     StatusCode acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
@@ -103,8 +110,8 @@ private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
     std::unique_ptr<Node> linkNode(const QString& path, Node& parent);
-    // Attribute lock held.
-    void giveValue(Node& node, QVariant value, AccessMode access, UpdateResult result);
+    // Attribute lock held, or not filed.
+    void giveValue(Node& node, QVariant value, AccessMode access);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);

@@ -272,11 +272,17 @@ private slots:
         for (int i = 0; i < 100000; ++i)
             json += "\"k" + QByteArray::number(i) + "\": " + QByteArray::number(i) + ", ";
         mount(QStringLiteral("json"), QStringLiteral("j"), json + "\"last\": true}}");
-        int heard = 0;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("j.to.*"), [&heard](auto&&...) { ++heard; }, 8);
+        QStringList heard;
+        const auto hear = [&heard](const QString& path, auto&&...) { heard.append(path); };
+        const auto notifications = repository->getNotificationInterface();
+        notifications->registerUpdateCallback(QStringLiteral("j.to.k77"), hear, 8);
         QCOMPARE(transfer()->copyTree(QStringLiteral("j.from"), QStringLiteral("j.to")), Success);
-        QCOMPARE(heard, 100001);
+        QCOMPARE(heard, QStringList(QStringLiteral("j.to.k77")));
+        notifications->registerUpdateCallback(QStringLiteral("j.second.*"), hear, 8);
+        QCOMPARE(transfer()->copyTree(QStringLiteral("j.from"), QStringLiteral("j.second")), Success);
+        QCOMPARE(heard.size(), 100002);
+        QCOMPARE(heard.mid(1),
+                 repository->getTreeInterface()->findPaths({QStringLiteral("j.second.*")})); // in tree order
         QByteArray from;
         QByteArray to;
         QCOMPARE(transfer()->exportTree(QStringLiteral("j.from"), QStringLiteral("json"), from), Success);

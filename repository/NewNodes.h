@@ -1,0 +1,60 @@
+#pragma once
+
+#include "repository/NodeIndex.h"
+#include "repository/PatternIndex.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace Repository {
+
+// New nodes that are linked in the tree already, to be filed in the index all at once, shard by shard: the
+// index is larger than the processor's caches, and one shard of it is not. The structure lock is held for all
+// of its life; no other lock is taken before the nodes are filed.
+class NewNodes
+{
+public:
+    // The hash is that of the node's path.
+    Node& add(std::unique_ptr<Node> node, std::uint64_t hash);
+
+    // Hands all nodes to the index, and what waits for them to the nodes. Those that somebody may listen to
+    // are shown to the visitor as they are filed, with their shard locked.
+    template <typename Visitor>
+    void file(NodeIndex& index, const PatternIndex& patterns, const Visitor& visitor)
+    {
+        for (std::size_t number = 0; number < byShard.size(); ++number) {
+            std::vector<NodeIndex::Entry>& entries = byShard[number];
+            if (entries.empty())
+                continue;
+            NodeIndex::Shard& shard = index.shard(number);
+            const std::lock_guard shardLock(shard.mutex);
+            shard.reserveMore(entries.size());
+            const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
+            for (NodeIndex::Entry& entry : entries) {
+                Node& node = *entry.node; // not looked at without need, since there may be a million
+                if (anybodyListens)
+                    shard.handWaiting(node);
+                shard.insert(std::move(entry));
+                if (anybodyListens)
+                    visitor(node);
+            }
+            entries.clear();
+        }
+    }
+
+    // Each node, in no particular order.
+    template <typename Visitor>
+    void forEach(const Visitor& visitor) const
+    {
+        for (const std::vector<NodeIndex::Entry>& entries : byShard) {
+            for (const NodeIndex::Entry& entry : entries)
+                visitor(*entry.node);
+        }
+    }
+
+private:
+    std::array<std::vector<NodeIndex::Entry>, NodeIndex::shardCount> byShard;
+};
+
+} // namespace Repository
