@@ -1,6 +1,6 @@
 #include "desk/FlatButtons.h"
 
-#include <QAbstractButton>
+#include <QPushButton>
 #include <QStyle>
 #include <QVariant>
 
@@ -33,7 +33,13 @@ const QLatin1String sheet("QPushButton[subStyle=\"flatStyle\"] {"
 
 void FlatButtons::style(QWidget& widget)
 {
-    widget.setStyleSheet(sheet);
+    // Not the widget as a whole: all that is in a widget with a sheet is styled, and drawn, by the slower
+    // way.
+    const auto buttons = widget.findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->property("subStyle") == QLatin1String("flatStyle"))
+            button->setStyleSheet(sheet);
+    }
 }
 
 void FlatButtons::markPage(QWidget& control, const QString& page)

@@ -11,7 +11,7 @@ namespace Vantry {
 class FlatButtons
 {
 public:
-    // Gives all such buttons in the widget, also those to come, their look.
+    // Gives all such buttons that are in the widget their look.
     static void style(QWidget& widget);
 
     // Marks the button that leads to a page of its application, and it alone: the one whose object name ends

@@ -80,7 +80,6 @@ void MainWindow::setUpAreas()
     notices = new NoticeBar;
     workArea = new QStackedWidget;
     workArea->setObjectName(QStringLiteral("workArea"));
-    FlatButtons::style(*workArea);
     auto* const right = new QWidget;
     auto* const column = new QVBoxLayout(right);
     column->setContentsMargins(0, 0, 0, 0);
@@ -146,8 +145,10 @@ void MainWindow::addApplications()
         if (QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control))
             navigation->addControl(application->getApplicationIcon(), application->getApplicationName(),
                                    control);
-        if (QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main))
+        if (QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main)) {
             workArea->addWidget(main);
+            FlatButtons::style(*main);
+        }
     }
     if (!applications.getApplications().empty())
         setWindowIcon(applications.getApplications().front()->getApplicationIcon());

@@ -16,7 +16,6 @@ NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
     setWidgetResizable(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::NoFocus);
-    FlatButtons::style(*this);
     auto* const column = new QWidget;
     layout = new QVBoxLayout(column);
     layout->addStretch();
@@ -39,6 +38,7 @@ void NavigationArea::addControl(const QIcon& icon, const QString& name, QWidget*
     head->addWidget(title, 1);
     layout->insertLayout(layout->count() - 1, head);
     layout->insertWidget(layout->count() - 1, control);
+    FlatButtons::style(*control);
     control->show();
     setMinimumWidth(widget()->minimumSizeHint().width());
 }

@@ -9,13 +9,19 @@
 
 namespace Vantry {
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel), scroller(new QScrollArea)
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent)
 {
     setObjectName(QStringLiteral("noticeBar"));
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::AlternateBase);
+    hide();
+}
 
+void NoticeBar::setUp()
+{
+    text = new QLabel;
+    scroller = new QScrollArea;
     auto* const icon = new QLabel;
     const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
@@ -48,20 +54,22 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), text(new QLabel), scroll
     layout->addWidget(icon, 0, Qt::AlignTop);
     layout->addWidget(scroller, 1);
     layout->addWidget(close, 0, Qt::AlignTop);
-    hide();
 }
 
 void NoticeBar::addNotices(const QStringList& texts)
 {
     notices += texts;
     notices.removeDuplicates();
+    if (!text)
+        setUp();
     showNotices();
 }
 
 void NoticeBar::closeNotices()
 {
     notices.clear();
-    showNotices();
+    if (text)
+        showNotices();
 }
 
 void NoticeBar::showNotices()

@@ -24,13 +24,15 @@ public:
     void closeNotices();
 
 private:
+    void setUp();
     void showNotices();
     void fitHeight();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    // Children.
-    QLabel* text;
-    QScrollArea* scroller;
+    // Children, made for the first notice: most windows never need them, and their icons are searched for in
+    // many folders.
+    QLabel* text = nullptr;
+    QScrollArea* scroller = nullptr;
     QStringList notices;
 };
 
