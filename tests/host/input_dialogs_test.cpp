@@ -292,6 +292,35 @@ private slots:
         QCOMPARE(value, QVariant(QByteArray("12")));
     }
 
+    void tabGoesFromTheTypeToTheValueAndAround()
+    {
+        const DialogDriver driver([](QWidget& dialog) {
+            type(QStringLiteral("new"));
+            auto& types = part<QComboBox>(dialog, "cbType");
+            for (const char* choice : {"Real", "List", "True", "Bytes", "Date and", "Text"}) {
+                choose(types, QLatin1String(choice));
+                QCoreApplication::processEvents(); // the layout shows the new editor
+                QStringList reached;
+                bool isButton = false; // what comes behind the type
+                for (QWidget* at = nullptr; at != &types && reached.size() < 20;) {
+                    at = at ? at : &types;
+                    QTest::keyClick(at, Qt::Key_Tab);
+                    at = QApplication::focusWidget();
+                    isButton |= reached.isEmpty() && qobject_cast<QPushButton*>(at);
+                    reached.append(at->objectName());
+                }
+                QVERIFY2(!isButton, choice);
+                QCOMPARE(reached.mid(reached.size() - 2),
+                         QStringList({QStringLiteral("edtName"), QStringLiteral("cbType")}));
+            }
+            click(button(dialog, "Cancel"));
+        });
+        QString name;
+        QVariant value;
+        int valueType = -1;
+        QVERIFY(!dialogs.showAttributeCreateDialog(name, value, valueType));
+    }
+
     void rowsOfListsMoveAndGo()
     {
         const DialogDriver driver([](QWidget& dialog) {

@@ -95,7 +95,10 @@ void AttributeCreateDialog::changeEditor()
     if (entered.isValid() && same)
         editor->setValue(*same);
     editorPlace->addWidget(editor.get());
-    QWidget::setTabOrder(types, editor.get());
+    if (editor->focusProxy()) {
+        editor->setFocusPolicy(Qt::StrongFocus); // or Qt leaves it where it was made, behind the buttons
+        QWidget::setTabOrder(types, editor.get());
+    }
     connect(editor.get(), &ValueEditor::edited, this, [this] {
         entered = getValue();
         check();
