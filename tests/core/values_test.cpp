@@ -370,8 +370,7 @@ private slots:
     void keepsTheInstantOfANamedZone()
     {
         const QTimeZone zone("Europe/Berlin");
-        if (!zone.isValid())
-            QSKIP("no time zones on this machine");
+        QVERIFY(zone.isValid());
         const QDateTime summer(QDate(2024, 7, 1), QTime(12, 0), zone);
         const Value value = toValue(summer);
         QCOMPARE(toText(value), std::string("2024-07-01T12:00:00+02:00"));
