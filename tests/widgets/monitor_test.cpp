@@ -366,8 +366,13 @@ private slots:
                 QTest::keyClick(&dialog, answer, Qt::AltModifier);
             });
             QVERIFY(dragItem("many"));
+            QTRY_VERIFY(driver.isDone());
             QTRY_COMPARE(paths().size(), answer == Qt::Key_N ? 2 : 503);
         }
+        monitor->model()->removeRows(2, 501);
+        const DialogDriver driver([this](QWidget&) { page.reset(); }); // as when its plug-in is closed
+        QVERIFY(dragItem("many"));
+        QTRY_VERIFY(driver.isDone());
     }
 
 private:

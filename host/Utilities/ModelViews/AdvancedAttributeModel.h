@@ -37,7 +37,8 @@ public:
     void loadCustomAttributeList(const QStringList& paths);
 
     // Asked before a drop adds more than 500 attributes, with their number; false leaves all as it is.
-    // Without it they are added.
+    // Without it they are added. It is asked when control is back in the event loop, so that it may show a
+    // dialog: view, model and drag may go while that is open.
     void setLargeDropConfirmation(std::function<bool(int attributes)> confirm);
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -57,7 +58,7 @@ public:
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                          const QModelIndex& parent) const override;
-    // False when nothing was to be added or moved, or the person declined.
+    // False when nothing was to be added or moved. A large drop is taken, and asked about later.
     bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                       const QModelIndex& parent) override;
 

@@ -6,7 +6,9 @@
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QMimeData>
+#include <QPersistentModelIndex>
 #include <QPointer>
+#include <QTimer>
 #include <QTimerEvent>
 
 #include <algorithm>
@@ -160,27 +162,40 @@ bool AdvancedAttributeModel::Private::dropRows(const QMimeData& data, int destin
 bool AdvancedAttributeModel::Private::dropPaths(const QMimeData& data, int destination)
 {
     takeRepository();
-    const auto tree = repository ? repository->getTreeInterface() : nullptr;
     const QStringList paths = attributePathsFrom(data);
-    const auto missing = [&] {
-        QSet<QString> watched;
-        for (const auto& attribute : rows)
-            watched.insert(attribute->path);
-        return droppedAttributes(tree.get(), paths, watched);
-    };
-    QStringList added = missing();
-    if (added.size() > largeDrop && confirmLargeDrop) {
-        const QPersistentModelIndex place = model.index(destination, NameColumn);
-        const QPointer<AdvancedAttributeModel> self(&model);
-        if (!confirmLargeDrop(added.size()) || !self)
-            return false;
-        added = missing(); // the rows may be others by now
-        destination = place.isValid() ? place.row() : int(rows.size());
-    }
+    const QStringList added = missing(paths);
     if (added.isEmpty())
         return false;
-    insert(destination, added);
+    if (added.size() <= largeDrop || !confirmLargeDrop) {
+        insert(destination, added);
+        return true;
+    }
+    const QPersistentModelIndex place = model.index(destination, NameColumn);
+    // Not posted: the event loop of the drag itself may still send what is posted.
+    QTimer::singleShot(1, this, [=] { askAndInsert(paths, added.size(), place); });
     return true;
+}
+
+// Of what the paths stand for, the attributes that are no rows yet.
+QStringList AdvancedAttributeModel::Private::missing(const QStringList& paths) const
+{
+    QSet<QString> watched;
+    for (const auto& attribute : rows)
+        watched.insert(attribute->path);
+    const auto tree = repository ? repository->getTreeInterface() : nullptr;
+    return droppedAttributes(tree.get(), paths, watched);
+}
+
+void AdvancedAttributeModel::Private::askAndInsert(const QStringList& paths, int attributes,
+                                                   const QPersistentModelIndex& place)
+{
+    const QPointer<AdvancedAttributeModel> self(&model);
+    const auto confirm = confirmLargeDrop; // outlives a model that goes meanwhile
+    if (!confirm(attributes) || !self)
+        return;
+    const QStringList added = missing(paths); // the rows may be others by now
+    if (!added.isEmpty())
+        insert(place.isValid() ? place.row() : int(rows.size()), added);
 }
 
 // Following the repository

@@ -46,6 +46,8 @@ protected:
 
 private:
     void takeRepository();
+    QStringList missing(const QStringList& paths) const;
+    void askAndInsert(const QStringList& paths, int attributes, const QPersistentModelIndex& place);
     Rows makeRows(const QStringList& paths);
     void serveWatches();
     void beginWatches(int most);
