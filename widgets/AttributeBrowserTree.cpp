@@ -5,6 +5,7 @@
 #include "widgets/AttributeBrowserWidget.h"
 #include "widgets/ReadableValue.h"
 
+#include <QScrollBar>
 #include <QTextCursor>
 
 namespace Widgets {
@@ -100,12 +101,30 @@ void AttributeBrowserWidget::onTreeItemClicked(QModelIndex /*clicked*/)
 {
     const QModelIndexList selected = ui->treeView->selectionModel()->selectedIndexes();
     const QModelIndex index = selected.value(selected.size() - 2);
-    if (!index.isValid())
-        return;
+    if (index.isValid())
+        showDetailsOf(index);
+}
+
+void AttributeBrowserWidget::showDetailsOf(const QModelIndex& index)
+{
+    detailsIndex = index;
     if (isSelectedIndexIsBackendRoot(index))
         showBackendDetails(index);
     else
         showAttributeDetails(index);
+}
+
+void AttributeBrowserWidget::renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged)
+{
+    const bool isChanged = detailsIndex.isValid() && detailsIndex.parent() == firstChanged.parent() &&
+                           detailsIndex.row() >= firstChanged.row() &&
+                           detailsIndex.row() <= lastChanged.row();
+    if (!isChanged)
+        return;
+    QScrollBar* const bar = ui->txtAttributeDetails->verticalScrollBar();
+    const int scrolled = bar->value();
+    showDetailsOf(detailsIndex);
+    bar->setValue(scrolled);
 }
 
 void AttributeBrowserWidget::showKeyboardSelection()
@@ -136,10 +155,13 @@ void AttributeBrowserWidget::showBackendDetails(QModelIndex index)
 
 void AttributeBrowserWidget::showDetails(const QStringList& paragraphs)
 {
+    const QString text = paragraphs.join(QLatin1Char('\n'));
+    if (text == ui->txtAttributeDetails->toPlainText())
+        return; // what the person has selected in it stays
     // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
     ui->txtAttributeDetails->clear();
     QTextCursor cursor(ui->txtAttributeDetails->document());
-    cursor.insertText(paragraphs.join(QLatin1Char('\n')));
+    cursor.insertText(text);
 }
 
 } // namespace Widgets

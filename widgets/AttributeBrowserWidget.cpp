@@ -82,6 +82,7 @@ void AttributeBrowserWidget::setUpTree()
     connect(tree, &QTreeView::collapsed, this, &AttributeBrowserWidget::onIndexCollapsed);
     connect(treeModel, &AttributeTreeViewModel::refreshAttributeTree, this,
             &AttributeBrowserWidget::onBtnReadAttributeClicked);
+    connect(treeModel, &QAbstractItemModel::dataChanged, this, &AttributeBrowserWidget::renewDetails);
     tree->setModel(treeModel);
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &AttributeBrowserWidget::showKeyboardSelection);

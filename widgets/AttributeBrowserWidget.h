@@ -107,6 +107,8 @@ private:
     template <typename Editor>
     void showInCell(const QModelIndex& cell, const QString& path, const QVariant& value);
     bool isEditing() const;
+    void showDetailsOf(const QModelIndex& index);
+    void renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged);
     void showDetails(const QStringList& paragraphs);
     void fillMenu(QMenu& menu, bool isBackendRoot);
     QList<QComboBox*> filterBoxes() const;
@@ -144,6 +146,7 @@ private:
     QPersistentModelIndex copiedIndex; // the item to paste; when it has gone from the tree, its path serves
     QString copiedPath;
     QPersistentModelIndex contextIndex; // the item that the menu, or the editor, is about
+    QPersistentModelIndex detailsIndex; // the item whose details are shown
 
     ExpansionMemory expandedPaths;
 };

@@ -12,6 +12,7 @@
 #include <QCompleter>
 #include <QFile>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTemporaryDir>
 
 using FrameworkCore::AppConfig::AccessMode;
@@ -320,6 +321,33 @@ private slots:
         page->clickItem(QStringLiteral("a"));
         QTest::keyClick(&page->tree, Qt::Key_Down);
         QVERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
+    }
+
+    // By an edit in the tree, and by others.
+    void detailsFollowTheValue()
+    {
+        const QString a = QStringLiteral("a");
+        createOne(a, QStringLiteral("first"));
+        createOne(QStringLiteral("k"), QStringLiteral("other"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(a);
+        QTest::keyClick(&page->tree, Qt::Key_F2);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("edited"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : edited")));
+        const auto write = [this](const QString& path, const QString& value) {
+            repository->getWriterInterface()->writeAttributeValue(path, value, 15);
+        };
+        write(a, QStringLiteral("line\n").repeated(500) + QStringLiteral("one"));
+        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("one")));
+        page->details.verticalScrollBar()->setValue(100);
+        write(QStringLiteral("k"), QStringLiteral("another"));
+        write(a, QStringLiteral("line\n").repeated(500) + QStringLiteral("two"));
+        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("two")));
+        QVERIFY(page->details.toPlainText().startsWith(QStringLiteral("Name : a\n")));
+        QCOMPARE(page->details.verticalScrollBar()->value(), 100); // who reads on is not disturbed
     }
 
     void backendRootsShowTheirBackend()
