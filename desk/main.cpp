@@ -30,6 +30,9 @@ void introduceProgram()
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vantry"));
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    // Or Qt readies each window for widgets that draw by OpenGL, which takes longer than all of the desk. A
+    // plug-in can still put a window of its own, a QOpenGLWindow, into one.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
 }
 
 bool hasDisplay(const QStringList& arguments)
