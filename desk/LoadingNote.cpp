@@ -1,32 +1,43 @@
 #include "desk/LoadingNote.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 
 namespace Vantry {
 
 namespace {
 
-const QLatin1String noteKey("pluginBeingLoaded");
+// Beside the settings rather than among them: those are written to outlast a power cut, which takes longer
+// than loading a plug-in. A plug-in ends the process only, and what that has written stays.
+QString noteFile()
+{
+    return QFileInfo(QSettings().fileName()).dir().filePath(QStringLiteral("plug-in-being-loaded"));
+}
 
 } // namespace
 
-LoadingNote::LoadingNote(const QString& file)
+LoadingNote::LoadingNote(const QString& file) : note(noteFile())
 {
-    QSettings settings;
-    settings.setValue(noteKey, file);
-    settings.sync(); // must be on disk before the plug-in gets a chance to end the process
+    QDir().mkpath(QFileInfo(note).path());
+    QFile written(note);
+    if (written.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        written.write(file.toUtf8());
 }
 
 LoadingNote::~LoadingNote()
 {
-    QSettings().remove(noteKey);
+    QFile::remove(note);
 }
 
 QString LoadingNote::takeCulprit()
 {
-    QSettings settings;
-    const QString culprit = settings.value(noteKey).toString();
-    settings.remove(noteKey);
+    QFile note(noteFile());
+    if (!note.open(QIODevice::ReadOnly))
+        return {};
+    const QString culprit = QString::fromUtf8(note.readAll());
+    note.remove();
     return culprit;
 }
 

@@ -16,6 +16,9 @@ public:
 
     // The file during whose loading the last start died; empty when it did not. Forgets it.
     static QString takeCulprit();
+
+private:
+    const QString note; // the file that holds it
 };
 
 } // namespace Vantry
