@@ -22,9 +22,18 @@ constexpr int burstLength = 500; // milliseconds in which failures have one reas
 
 } // namespace
 
-FailureHint::FailureHint(LogFeed& feed, QWidget* parent) : QWidget(parent), label(new QLabel)
+FailureHint::FailureHint(LogFeed& feed, QWidget* parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("failureHint"));
+    life.setSingleShot(true);
+    life.setInterval(shownFor);
+    connect(&life, &QTimer::timeout, this, &FailureHint::end);
+    connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
+    hide();
+}
+
+void FailureHint::setUp()
+{
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 4, 0);
     auto* const icon = new QLabel;
@@ -32,6 +41,7 @@ FailureHint::FailureHint(LogFeed& feed, QWidget* parent) : QWidget(parent), labe
     icon->setPixmap(LogModel::iconOf(LogMessageType::Failure).pixmap(iconSize));
     row->addWidget(icon);
 
+    label = new QLabel;
     label->setObjectName(QStringLiteral("failureText"));
     label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -49,12 +59,6 @@ FailureHint::FailureHint(LogFeed& feed, QWidget* parent) : QWidget(parent), labe
         emit logRequested();
     });
     row->addWidget(open);
-
-    life.setSingleShot(true);
-    life.setInterval(shownFor);
-    connect(&life, &QTimer::timeout, this, &FailureHint::end);
-    connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
-    end();
 }
 
 void FailureHint::look(const QVector<LogLine>& lines)
@@ -81,6 +85,8 @@ void FailureHint::tell(const LogLine& failure)
     life.start();
     setToolTip(text);
     setAccessibleName(text);
+    if (!label)
+        setUp();
     fitText();
     setVisible(true);
     QAccessibleEvent alert(this, QAccessible::Alert);
@@ -104,6 +110,8 @@ void FailureHint::fitText()
 void FailureHint::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    if (!label)
+        return;
     layout()->activate(); // the label's width follows
     fitText();
 }

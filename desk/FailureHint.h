@@ -30,12 +30,13 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void setUp();
     void look(const QVector<Shared::Logging::LogLine>& lines);
     void tell(const Shared::Logging::LogLine& failure);
     void end();
     void fitText();
 
-    QLabel* label; // a child
+    QLabel* label = nullptr; // a child, from the first failure on
     QString text;
     bool isReason = false; // the text is of the repository
     QElapsedTimer age;

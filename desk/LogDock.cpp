@@ -14,13 +14,24 @@ namespace Vantry {
 
 using Shared::Logging::LogMessageType;
 
-LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent), textFilter(new QLineEdit)
+LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent)
 {
     setObjectName(QStringLiteral("logDock"));
     shownLines.setSourceModel(&lines);
-    view = new LogView(lines, shownLines);
     connect(&feed, &LogFeed::linesRead, &lines, &LogModel::addLines);
+    hide();
+}
 
+void LogDock::setVisible(bool isVisible)
+{
+    if (isVisible && !view)
+        setUp();
+    QDockWidget::setVisible(isVisible);
+}
+
+void LogDock::setUp()
+{
+    view = new LogView(lines, shownLines);
     auto* const content = new QWidget;
     auto* const column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);
@@ -30,28 +41,11 @@ LogDock::LogDock(LogFeed& feed, QWidget* parent) : QDockWidget(tr("Log"), parent
     addTypeBox(*row, LogMessageType::Information, "logInformation");
     addTypeBox(*row, LogMessageType::Outcome, "logOutcomes");
     addTypeBox(*row, LogMessageType::Failure, "logFailures");
-
-    textFilter->setObjectName(QStringLiteral("logText"));
-    textFilter->setPlaceholderText(tr("Only lines with this text"));
-    textFilter->setAccessibleName(textFilter->placeholderText());
-    textFilter->setClearButtonEnabled(true);
-    connect(textFilter, &QLineEdit::textChanged, &shownLines, &LogFilter::setText);
-    row->addWidget(textFilter, 1);
-
-    auto* const clearAction = new QAction(tr("C&lear"), view);
-    view->addAction(clearAction); // into its menu, too
-    clearAction->setToolTip(tr("Empty this list; what comes is shown again"));
-    connect(clearAction, &QAction::triggered, &lines, &LogModel::clear);
-    auto* const clear = new QToolButton;
-    clear->setObjectName(QStringLiteral("logClear"));
-    clear->setFocusPolicy(Qt::StrongFocus);
-    clear->setDefaultAction(clearAction);
-    row->addWidget(clear);
-
+    addTextFilter(*row);
+    row->addWidget(createClearButton());
     column->addLayout(row);
     column->addWidget(view, 1);
     setWidget(content);
-    hide();
 }
 
 void LogDock::addTypeBox(QHBoxLayout& row, LogMessageType type, const char* name)
@@ -64,6 +58,30 @@ void LogDock::addTypeBox(QHBoxLayout& row, LogMessageType type, const char* name
     connect(box, &QCheckBox::toggled, &shownLines,
             [this, type](bool isShown) { shownLines.showType(type, isShown); });
     row.addWidget(box);
+}
+
+void LogDock::addTextFilter(QHBoxLayout& row)
+{
+    auto* const text = new QLineEdit;
+    text->setObjectName(QStringLiteral("logText"));
+    text->setPlaceholderText(tr("Only lines with this text"));
+    text->setAccessibleName(text->placeholderText());
+    text->setClearButtonEnabled(true);
+    connect(text, &QLineEdit::textChanged, &shownLines, &LogFilter::setText);
+    row.addWidget(text, 1);
+}
+
+QToolButton* LogDock::createClearButton()
+{
+    auto* const action = new QAction(tr("C&lear"), view);
+    view->addAction(action); // into its menu, too
+    action->setToolTip(tr("Empty this list; what comes is shown again"));
+    connect(action, &QAction::triggered, &lines, &LogModel::clear);
+    auto* const clear = new QToolButton;
+    clear->setObjectName(QStringLiteral("logClear"));
+    clear->setFocusPolicy(Qt::StrongFocus);
+    clear->setDefaultAction(action);
+    return clear;
 }
 
 void LogDock::showLines()

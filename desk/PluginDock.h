@@ -19,8 +19,14 @@ public:
     // Shows itself when there is a refusal among them.
     void showFindings(const std::vector<PluginLoader::Finding>& findings);
 
+    void setVisible(bool isVisible) override;
+
 private:
-    QTreeWidget* rows; // a child
+    void setUp();
+    void fillRows();
+
+    std::vector<PluginLoader::Finding> findings;
+    QTreeWidget* rows = nullptr; // a child, from the first showing on
 };
 
 } // namespace Vantry

@@ -165,6 +165,7 @@ private slots:
         qobject_cast<AdvancedAttributeModel*>(monitor->model())
             ->loadCustomAttributeList({QStringLiteral("plant.cell.pump.motor.speed")});
         QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(desk->part<QWidget>("logLines"));
         QTRY_VERIFY(desk->part<QWidget>("logLines")->hasFocus());
         goTo("edtSearchPath");
         goTo("treeView");
