@@ -2,9 +2,32 @@
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 
+#include <QAbstractItemView>
+#include <QScrollBar>
 #include <QStringListModel>
 
+#include <algorithm>
+
 namespace Widgets {
+
+namespace {
+
+// What the list of a box takes to show the names. Of very many the first ones speak for all.
+int widthOfNames(const QAbstractItemView& list, const QStringList& names)
+{
+    constexpr int measured = 1000;
+    const auto isShorter = [](const QString& left, const QString& right) {
+        return left.size() < right.size();
+    };
+    const auto end = names.begin() + qMin(names.size(), measured);
+    const QFontMetrics font = list.fontMetrics();
+    const int longest = font.horizontalAdvance(*std::max_element(names.begin(), end, isShorter));
+    const int mostWidth = font.averageCharWidth() * 100;
+    const int margins = font.averageCharWidth() * 4;
+    return qMin(longest, mostWidth) + margins + list.verticalScrollBar()->sizeHint().width();
+}
+
+} // namespace
 
 QList<QComboBox*> AttributeBrowserWidget::filterBoxes() const
 {
@@ -15,6 +38,7 @@ void AttributeBrowserWidget::fillFilter(QComboBox* box, const QStringList& names
 {
     const QStringList items = QStringList(QString::fromLatin1("*")) + names;
     static_cast<QStringListModel*>(box->model())->setStringList(items);
+    box->view()->setMinimumWidth(widthOfNames(*box->view(), items));
     box->setCurrentIndex(0);
     const int current = items.indexOf(currentText);
     if (current > 0)

@@ -98,6 +98,7 @@ void AttributeBrowserWidget::setUpFilters()
         box->setMinimumContentsLength(6);
         box->setStyleSheet(QString::fromLatin1("QComboBox { combobox-popup: 0; }"));
         qobject_cast<QListView*>(box->view())->setUniformItemSizes(true);
+        box->view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded); // which the style has put off
         box->setEnabled(false);
     }
 }

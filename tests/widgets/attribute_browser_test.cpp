@@ -323,33 +323,6 @@ private slots:
         QVERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
     }
 
-    // By an edit in the tree, and by others.
-    void detailsFollowTheValue()
-    {
-        const QString a = QStringLiteral("a");
-        createOne(a, QStringLiteral("first"));
-        createOne(QStringLiteral("k"), QStringLiteral("other"));
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read({});
-        page->clickItem(a);
-        QTest::keyClick(&page->tree, Qt::Key_F2);
-        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("edited"));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : edited")));
-        const auto write = [this](const QString& path, const QString& value) {
-            repository->getWriterInterface()->writeAttributeValue(path, value, 15);
-        };
-        write(a, QStringLiteral("line\n").repeated(500) + QStringLiteral("one"));
-        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("one")));
-        page->details.verticalScrollBar()->setValue(100);
-        write(QStringLiteral("k"), QStringLiteral("another"));
-        write(a, QStringLiteral("line\n").repeated(500) + QStringLiteral("two"));
-        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("two")));
-        QVERIFY(page->details.toPlainText().startsWith(QStringLiteral("Name : a\n")));
-        QCOMPARE(page->details.verticalScrollBar()->value(), 100); // who reads on is not disturbed
-    }
-
     void backendRootsShowTheirBackend()
     {
         createBackend(QStringLiteral("plant.cell"), QStringLiteral("the cell"));
@@ -401,6 +374,24 @@ private slots:
         counting->treeReads = 0;
         page->read(QStringLiteral("app.*"));
         QCOMPARE(counting->treeReads, 1); // refilling the boxes filters nothing
+    }
+
+    // More names than its list shows at once, and longer ones than the box.
+    void aFilterListCanBeReadWhole()
+    {
+        const QString longName = QStringLiteral("a-name-that-is-much-longer-than-its-box");
+        for (int i = 0; i < 30; ++i)
+            createOne(longName + QString::number(i), i);
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(any);
+        QTest::mouseClick(page->boxes[0], Qt::LeftButton);
+        const QAbstractItemView& list = *page->boxes[0]->view();
+        QTRY_VERIFY(list.isVisible() && list.verticalScrollBar()->isVisible());
+        const QRect row = list.visualRect(list.model()->index(1, 0));
+        QVERIFY(row.width() > list.fontMetrics().horizontalAdvance(longName + QStringLiteral("10")));
+        QVERIFY(list.viewport()->rect().contains(row));
+        page->boxes[0]->hidePopup();
     }
 
     void keysStayOnThePage()

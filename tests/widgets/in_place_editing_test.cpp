@@ -267,6 +267,31 @@ private slots:
         QCOMPARE(valueOf(path), QVariant(9LL));
     }
 
+    // By an edit, and by others.
+    void theDetailsFollowTheValue()
+    {
+        create(path, text("first"));
+        create(other, text("x"));
+        openPage();
+        edit();
+        type("edited");
+        press(Qt::Key_Return);
+        const auto& details = page->details;
+        QTRY_VERIFY(details.toPlainText().endsWith(text("Value : edited")));
+        const auto write = [this](const QString& name, const char* last) {
+            const QString lines = text("line\n").repeated(500);
+            repository->getWriterInterface()->writeAttributeValue(name, lines + text(last), 15);
+        };
+        write(path, "one");
+        QTRY_VERIFY(details.toPlainText().endsWith(text("one")));
+        details.verticalScrollBar()->setValue(100);
+        write(other, "other");
+        write(path, "two");
+        QTRY_VERIFY(details.toPlainText().endsWith(text("two")));
+        QVERIFY(details.toPlainText().startsWith(text("Name : value\nPath : ") + path));
+        QCOMPARE(details.verticalScrollBar()->value(), 100); // who reads on is not disturbed
+    }
+
     // Each edit of a list leaves its window behind, hidden.
     void listWindowsStay()
     {
