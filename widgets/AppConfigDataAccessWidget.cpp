@@ -59,6 +59,8 @@ void AppConfigDataAccessWidget::setUpView()
     setDragDropOverwriteMode(false); // what is dropped goes between rows
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft |
+                                            Qt::AlignVCenter); // its middle may be out of sight
     // Each change of a value has the columns measured: by about as many rows as are seen.
     horizontalHeader()->setResizeContentsPrecision(50);
     setTabKeyNavigation(false); // or the keyboard could not leave the table
