@@ -1,35 +1,13 @@
-#include "tests/documents/EntryLines.h"
+#include "tests/documents/LineFileTables.h"
 #include "tests/support/TestRun.h"
-
-#include <QElapsedTimer>
 
 using namespace EntryLines;
 using Repository::Documents::makeDocument;
 using Repository::Documents::Outcome;
 
-Q_DECLARE_METATYPE(FrameworkCore::Values::Value)
-
 namespace {
 
-std::unique_ptr<Document> load(const QByteArray& bytes)
-{
-    auto document = makeDocument("ini");
-    const Outcome outcome = document->parse(bytes.toStdString());
-    return outcome.ok() ? std::move(document) : nullptr;
-}
-
-// An edit gives the file after it, or the reason and the file as it was.
-void check(const Document& document, const QByteArray& before, const Outcome& outcome,
-           const QByteArray& after)
-{
-    if (outcome.ok()) {
-        QCOMPARE(QByteArray::fromStdString(document.getBytes()), after);
-        QCOMPARE(toLines("ini", document.getBytes()), toLines(document));
-    } else {
-        QCOMPARE(QByteArray::fromStdString(outcome.error), after);
-        QCOMPARE(QByteArray::fromStdString(document.getBytes()), before);
-    }
-}
+const LineFileTables tables("ini");
 
 } // namespace
 
@@ -40,11 +18,8 @@ class IniDocumentTest : public QObject
 private slots:
     void reads_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QString>("tree"); // lines with "|" between them
-        const auto row = [](const char* name, const QByteArray& file, const char* tree) {
-            QTest::newRow(name) << file << QString::fromUtf8(tree);
-        };
+        LineFileTables::addReadingColumns();
+        const auto row = &LineFileTables::addReading;
         row("nothing", "", "");
         row("comments only", "; a\n# b\n  ; c\n\n", "");
         row("root and sections", "r=1\n[a]\nx=2\n[b.c]\ny=3\n",
@@ -98,48 +73,28 @@ private slots:
             "d = '2024-02-29'|b = 'A'|l = 'a;b'|n = 'x'");
     }
 
-    void reads()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(QString, tree);
-        const auto document = load(file);
-        QVERIFY(document);
-        QCOMPARE(toLines(*document).join(QLatin1Char('|')), tree);
-        QCOMPARE(QByteArray::fromStdString(document->getBytes()), file);
-    }
+    void reads() { tables.checkReading(); }
 
     void refusesToRead_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QByteArray>("reason");
-        const auto row = [](const char* name, const QByteArray& file, int line, int column,
-                            const char* reason) {
-            QTest::newRow(name) << file << line << column << QByteArray(reason);
+        LineFileTables::addRefusalColumns();
+        const auto row = [](const char* name, const QByteArray& file, const char* reason) {
+            QTest::newRow(name) << file << QByteArray(reason);
         };
-        row("open section", "[a]\r\n\r\n  [b\r\nc=2", 3, 3, "the name of a section is not closed by \"]\"");
-        row("text behind a section", "\xEF\xBB\xBF[\xC3\xBC] x", 1, 4,
-            "only a comment may follow the \"]\" of a section");
-        row("half a character", QByteArray("\xFF\xFE[\0a\0]", 7), 1, 3,
-            "the UTF-16 text ends in the middle of a character");
-        row("binary", QByteArray("a=1\n\0\0b\0", 8), 2, 1,
-            "there are NUL characters: it is a binary file, or UTF-16 without its mark");
-        row("too deep", "x=1\n[" + QByteArray(1000, '.') + "]\n", 2, 2,
-            "sections lie in each other more than 1000 deep");
+        row("open section", "[a]\r\n\r\n  [b\r\nc=2", "3:3 the name of a section is not closed by \"]\"");
+        row("text behind a section", "\xEF\xBB\xBF[\xC3\xBC] x",
+            "1:4 only a comment may follow the \"]\" of a section");
+        row("half a character", QByteArray("\xFF\xFE[\0a\0]", 7),
+            "1:3 the UTF-16 text ends in the middle of a character");
+        row("binary", QByteArray("a=1\n\0\0b\0", 8),
+            "2:1 there are NUL characters: it is a binary file, or UTF-16 without its mark");
+        row("too deep", "x=1\n[" + QByteArray(1000, '.') + "]\n",
+            "2:2 sections lie in each other more than 1000 deep");
     }
 
-    void refusesToRead()
-    {
-        QFETCH(QByteArray, file);
-        auto document = load("kept=1\n");
-        const Outcome outcome = document->parse(file.toStdString());
-        QTEST(QByteArray::fromStdString(outcome.error), "reason");
-        QTEST(int(outcome.line), "line");
-        QTEST(int(outcome.column), "column");
-        QCOMPARE(document->getBytes(), std::string("kept=1\n"));
-        QVERIFY(load("[" + QByteArray(999, '.') + "]\n"));
-    }
+    void refusesToRead() { tables.checkRefusal(); }
+
+    void readsTheDeepestSection() { QVERIFY(tables.load("[" + QByteArray(999, '.') + "]\n")); }
 
     // The paths of deep sections take many times what they take in the file.
     void refusesToGrowWithoutBound()
@@ -155,14 +110,8 @@ private slots:
 
     void sets_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<Value>("value");
-        QTest::addColumn<QByteArray>("after"); // the file, or why not
-        const auto row = [](const char* name, const QByteArray& file, const char* path, const Value& value,
-                            const char* after) {
-            QTest::newRow(name) << file << QByteArray(path) << value << QByteArray(after);
-        };
+        LineFileTables::addEditColumns();
+        const auto row = &LineFileTables::addEdit;
         row("number", "[a]\r\nx = 1 ; c\r\ny=2\r\n", "a.x", integer(-7), "[a]\r\nx = -7 ; c\r\ny=2\r\n");
         row("no line end", "x=1", "x", integer(2), "x=2");
         row("empty place", "x=\n", "x", text("v"), "x=v\n");
@@ -214,21 +163,12 @@ private slots:
         row("unknown", "[s]\n", "s.x", integer(1), "there is no such entry");
     }
 
-    void sets()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(QByteArray, path);
-        QFETCH(Value, value);
-        QFETCH(QByteArray, after);
-        const auto document = load(file);
-        QVERIFY(document);
-        check(*document, file, document->set(path.toStdString(), value), after);
-    }
+    void sets() { tables.checkSetting(); }
 
     void setsBackToTheOriginalBytes()
     {
         const QByteArray file = "a = \"x\"\nb=one \\\n  two\nc\nd=\n";
-        const auto document = load(file);
+        const auto document = tables.load(file);
         const std::pair<const char*, Value> edits[] = {
             {"a", text("y \"z\"")}, {"b", integer(1)}, {"c", text("v")}, {"d", text("w")}};
         for (const auto& [path, value] : edits)
@@ -243,14 +183,8 @@ private slots:
 
     void inserts_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<Value>("value");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char* name, const QByteArray& file, const char* path, const Value& value,
-                            const char* after) {
-            QTest::newRow(name) << file << QByteArray(path) << value << QByteArray(after);
-        };
+        LineFileTables::addEditColumns();
+        const auto row = &LineFileTables::addEdit;
         row("into nothing", "", "k", integer(1), "k=1\n");
         row("section into nothing", "", "a.b.k", integer(1), "[a.b]\nk=1\n");
         row("behind its siblings", "[a]\n  x : 1\n\n# of b\n[b]\ny=2\n", "a.k", text("v"),
@@ -310,27 +244,12 @@ private slots:
             "the line below it would be read as part of the value");
     }
 
-    void inserts()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(QByteArray, path);
-        QFETCH(Value, value);
-        QFETCH(QByteArray, after);
-        const auto document = load(file);
-        QVERIFY(document);
-        check(*document, file, document->insert(path.toStdString(), value), after);
-    }
+    void inserts() { tables.checkInserting(); }
 
     void removes_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<bool>("moves");
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char* name, const QByteArray& file, const char* path, bool moves,
-                            const char* after) {
-            QTest::newRow(name) << file << QByteArray(path) << moves << QByteArray(after);
-        };
+        LineFileTables::addRemovalColumns();
+        const auto row = &LineFileTables::addRemoval;
         row("entry", "# c\na=1\nb=2\n", "a", false, "# c\nb=2\n");
         row("entry with its lines", "a=1\n  2\nb=2\n", "a", false, "b=2\n");
         row("last line", "a=1\nb=2", "b", false, "a=1\n");
@@ -358,22 +277,13 @@ private slots:
             "without it the line below would be read as part of the value above");
     }
 
-    void removes()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(QByteArray, path);
-        QFETCH(QByteArray, after);
-        const auto document = load(file);
-        QVERIFY(document);
-        QTEST(document->removalMovesSiblings(path.toStdString()), "moves");
-        check(*document, file, document->remove(path.toStdString()), after);
-    }
+    void removes() { tables.checkRemoving(); }
 
     // What was added goes without a trace.
     void takesBackWhatItAdded()
     {
         const QByteArray file = "# c\n[a]\nx = 1\n# end";
-        const auto document = load(file);
+        const auto document = tables.load(file);
         QVERIFY(document->insert("b.y", integer(1)).ok());
         QVERIFY(document->insert("b.z", text("v")).ok());
         QVERIFY(document->insert("a.z", integer(2)).ok());
@@ -385,29 +295,12 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), file);
     }
 
-    // The cost of an edit may not grow with the file. The bound is wide, since machines are busy.
     void editsAsFastInALargeFile()
     {
-        const auto secondsFor = [](int entries) {
-            QByteArray file;
-            for (int i = 0; i < entries; ++i)
-                file += (i % 100 == 0 ? "[s" + QByteArray::number(i) + "]\n" : QByteArray()) + "k" +
-                        QByteArray::number(i) + " = v\n";
-            const auto document = load(file);
-            QElapsedTimer timer;
-            timer.start();
-            for (int i = 0; i < 2000; ++i) {
-                const std::string path = "s0.n" + std::to_string(i);
-                document->insert(path, integer(i));
-                document->set(path, integer(-i));
-                document->set("s0.k1", integer(i));
-                document->remove(path);
-            }
-            return double(timer.nsecsElapsed()) / 1e9;
-        };
-        const double small = secondsFor(1000);
-        const double large = secondsFor(200000);
-        QVERIFY2(large < small * 5 + 0.05, qPrintable(QStringLiteral("%1 and %2 s").arg(small).arg(large)));
+        tables.checkCostOfEdits([](int i) {
+            return QByteArray((i % 100 == 0 ? "[s" + QByteArray::number(i) + "]\n" : QByteArray()) + "k" +
+                              QByteArray::number(i) + " = v\n");
+        });
     }
 };
 
