@@ -97,11 +97,18 @@ def first_line(path, key):
     return "unknown"
 
 
+def commit():
+    try:
+        git = subprocess.run(["git", "describe", "--always", "--dirty"], cwd=Path(__file__).parent, text=True,
+                             capture_output=True, check=True)
+    except (OSError, subprocess.CalledProcessError):  # no git here, or not its work tree
+        return "unknown"
+    return git.stdout.strip()
+
+
 def machine(context):
-    commit = subprocess.run(["git", "describe", "--always", "--dirty"], cwd=Path(__file__).parent, text=True,
-                            capture_output=True, check=False).stdout.strip()
     memory = int(first_line("/proc/meminfo", "MemTotal").split()[0]) / 2**20
-    yield f"- commit: {commit or 'unknown'}"
+    yield f"- commit: {commit()}"
     yield f"- date: {context['date']}"
     yield f"- processor: {first_line('/proc/cpuinfo', 'model name')}, {context['num_cpus']} cores"
     yield f"- memory: {memory:.1f} GiB"
