@@ -3,6 +3,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/host/TreeModelTestBase.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -19,6 +20,7 @@
 #include <vector>
 
 using namespace FrameworkCore::AppConfig;
+using TestSupport::words;
 using Utilities::ModelViews::AdvancedAttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModel;
 
@@ -71,11 +73,6 @@ struct Watched
         return model.dropMimeData(data.get(), Qt::CopyAction, destination, 0, {});
     }
 };
-
-QStringList words(const QString& text)
-{
-    return text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 const QString plain = QStringLiteral("text/plain");
 
@@ -155,7 +152,7 @@ private slots:
     void followsWritesOfOtherThreads()
     {
         constexpr int writes = 20'000;
-        const QStringList paths = words(text("a.x a.y a.z"));
+        const QStringList paths = words("a.x a.y a.z");
         for (const QString& path : paths)
             create(path, qlonglong(-1));
         Watched watched;
@@ -212,7 +209,7 @@ private slots:
 
     void missingAttributesComeAliveAndGo()
     {
-        const QStringList paths = words(text("a.new a..b *.c new"));
+        const QStringList paths = words("a.new a..b *.c new");
         Watched watched;
         watched.model.loadCustomAttributeList(paths);
         for (int row = 0; row < paths.size(); ++row)
@@ -235,9 +232,9 @@ private slots:
         watched.model.loadCustomAttributeList({text("gone")});
         watched.model.loadCustomAttributeList(
             {text("b"), QString(), text("a\r"), text("\r"), text("b"), QString()});
-        QCOMPARE(watched.model.getAttributeFullPathList(), words(text("b a b")));
+        QCOMPARE(watched.model.getAttributeFullPathList(), words("b a b"));
         watched.model.loadCustomAttributeList(watched.model.getAttributeFullPathList());
-        QCOMPARE(watched.model.getAttributeFullPathList(), words(text("b a b")));
+        QCOMPARE(watched.model.getAttributeFullPathList(), words("b a b"));
 
         const int count = fake ? 5'000 : 100'000; // the fake one has to search
         QStringList many;
@@ -283,10 +280,10 @@ private slots:
         QFETCH(QString, dropped);
         QFETCH(int, row);
         QFETCH(QString, rows);
-        for (const QString& path : words(text("g.z g.y.q g.y.p g.a.a other known")))
+        for (const QString& path : words("g.z g.y.q g.y.p g.a.a other known"))
             create(path, 1);
         Watched watched;
-        watched.model.loadCustomAttributeList(words(text("known m")));
+        watched.model.loadCustomAttributeList(words("known m"));
         bool isChanged = false;
         if (fromTree) {
             AttributeTreeViewModel tree;
@@ -313,7 +310,7 @@ private slots:
         for (int i = 0; i < 502; ++i)
             create(text("group.%1").arg(i), i);
         Watched watched;
-        watched.model.loadCustomAttributeList(words(text("group.0 end")));
+        watched.model.loadCustomAttributeList(words("group.0 end"));
         int asked = 0;
         bool isWelcome = false;
         watched.model.setLargeDropConfirmation([&](int attributes) {
@@ -324,14 +321,14 @@ private slots:
         QVERIFY(watched.drop(plain, text("group"), 1));
         QCOMPARE(asked, 0); // not while the view is still in its drop
         QTRY_COMPARE(asked, 501);
-        QCOMPARE(watched.model.getAttributeFullPathList(), words(text("end")));
+        QCOMPARE(watched.model.getAttributeFullPathList(), words("end"));
         isWelcome = true;
-        watched.model.loadCustomAttributeList(words(text("group.7 first end")));
+        watched.model.loadCustomAttributeList(words("group.7 first end"));
         QVERIFY(watched.drop(plain, text("group"), 2));
         QTRY_COMPARE(watched.model.rowCount(), 504);
         QCOMPARE(watched.at(1, 4).toString() + watched.at(503, 4).toString(), text("group.0end"));
         asked = 0;
-        watched.model.loadCustomAttributeList(words(text("group.7 group.8")));
+        watched.model.loadCustomAttributeList(words("group.7 group.8"));
         watched.model.removeRows(1, 1);
         create(text("fits.a"), 1);
         QVERIFY(watched.drop(plain, text("fits"), 0));
@@ -393,7 +390,7 @@ private slots:
 
     void mayChangeAndGoDuringAStorm()
     {
-        const QStringList paths = words(text("s.a s.b s.c s.d"));
+        const QStringList paths = words("s.a s.b s.c s.d");
         for (const QString& path : paths)
             create(path, 0);
         std::atomic<bool> isOver{false};
@@ -429,7 +426,7 @@ private slots:
         Watched watched;
         watched.model.loadCustomAttributeList({text("a")});
         QVERIFY(watched.isGrey(0) && watched.drop(plain, text("b\nc"), 0));
-        QCOMPARE(watched.model.getAttributeFullPathList(), words(text("b c a")));
+        QCOMPARE(watched.model.getAttributeFullPathList(), words("b c a"));
         Utilities::SetAppConfigRepositoryInterface(repository);
         QVERIFY(watched.drop(plain, text("d"), -1));
         QCOMPARE(watched.value(2), text("5"));

@@ -7,6 +7,7 @@
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -22,6 +23,7 @@ using Shared::Completer::TreeModelCompleter;
 using TestSupport::FakeRepository;
 using TestSupport::pressKey;
 using TestSupport::typeText;
+using TestSupport::words;
 using Utilities::ModelViews::AttributeModel;
 
 namespace {
@@ -59,11 +61,6 @@ public:
     LineEditCompleter edit;
     QLineEdit next;
 };
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/BothRepositories.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -13,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+using TestSupport::words;
 using Utilities::NotificationWrapper;
 
 namespace {
@@ -41,11 +43,6 @@ struct Watcher
     QStringList delivered;
     bool onOwnThread = true;
 };
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 } // namespace
 

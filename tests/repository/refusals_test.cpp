@@ -2,6 +2,7 @@
 #include "repository/AttributeRepository.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QDate>
 #include <QFile>
@@ -11,15 +12,7 @@
 
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
-
-namespace {
-
-QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-} // namespace
+using TestSupport::text;
 
 class RefusalsTest;
 using Operation = std::function<bool(RefusalsTest&)>;

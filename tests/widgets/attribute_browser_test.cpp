@@ -5,6 +5,7 @@
 #include "tests/support/BothRepositories.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "tests/widgets/BrowserPage.h"
 
 #include <QApplication>
@@ -21,16 +22,12 @@ using FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
 using TestSupport::FakeRepository;
+using TestSupport::words;
 using Utilities::ModelViews::AttributeModel;
 
 namespace {
 
 const QString any = QStringLiteral("*");
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 // A fake repository that counts how often the page reads the tree anew: each time it asks for the backends.
 class CountingRepository : public FakeRepository

@@ -3,6 +3,7 @@
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "widgets/BackendControlWidget.h"
 
 #include <QApplication>
@@ -14,6 +15,7 @@ using FrameworkCore::AppConfig::AccessMode;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
 using TestSupport::FakeRepository;
+using TestSupport::words;
 using Widgets::BackendControlWidget;
 
 namespace {
@@ -24,11 +26,6 @@ QStringList itemsOf(const QComboBox& box)
     for (int i = 0; i < box.count(); ++i)
         items.append(box.itemText(i));
     return items;
-}
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
 } // namespace

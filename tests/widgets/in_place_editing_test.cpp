@@ -3,6 +3,7 @@
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "tests/widgets/BrowserPage.h"
 #include "widgets/ListWidget.h"
 
@@ -17,6 +18,7 @@
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::BackendConfiguration;
+using TestSupport::text;
 using Widgets::ListWidget;
 
 namespace {
@@ -24,11 +26,6 @@ namespace {
 const QString any = QStringLiteral("*");
 const QString path = QStringLiteral("plant.cell.value");
 const QString other = QStringLiteral("plant.cell.other");
-
-QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 // To the widget that has the keyboard.
 void press(Qt::Key key)

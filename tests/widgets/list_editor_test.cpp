@@ -4,6 +4,7 @@
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "widgets/ListWidget.h"
 
 #include <QApplication>
@@ -14,16 +15,12 @@
 #include <optional>
 
 using TestSupport::FakeRepository;
+using TestSupport::words;
 using Widgets::ListWidget;
 
 namespace {
 
 const QString path = QStringLiteral("plant.cell.names");
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 } // namespace
 

@@ -6,6 +6,7 @@
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "tests/widgets/DialogAnswers.h"
 #include "widgets/AppConfigDataAccessWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
@@ -32,6 +33,7 @@ using FrameworkCore::AppConfig::AccessMode;
 using Shared::Logging::LogRecord;
 using TestSupport::contentOf;
 using TestSupport::DialogDriver;
+using TestSupport::words;
 using TestSupport::writeFile;
 using Utilities::ModelViews::AdvancedAttributeModel;
 
@@ -49,11 +51,6 @@ const char* const everyType = R"({
   "day": "2024-02-29", "clock": "23:59:58", "moment": "2023-01-02T10:20:30.250Z",
   "$types": {"day": "date", "clock": "time", "moment": "datetime", "bytes": "bytes"}
 })";
-
-QStringList words(const char* text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
 
 void doubleClick(QAbstractItemView& view, int row, int column)
 {

@@ -4,6 +4,7 @@
 #include "tests/support/FakeRepository.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "widgets/CheckBoxWidget.h"
 #include "widgets/DateTimeEditWidget.h"
 #include "widgets/LineEditWidget.h"
@@ -15,6 +16,7 @@
 #include <optional>
 
 using TestSupport::FakeRepository;
+using TestSupport::text;
 using Widgets::CheckBoxWidget;
 using Widgets::DateTimeEditWidget;
 using Widgets::LineEditWidget;
@@ -22,11 +24,6 @@ using Widgets::LineEditWidget;
 namespace {
 
 const QString path = QStringLiteral("plant.cell.value");
-
-QString text(const char* latin1)
-{
-    return QString::fromLatin1(latin1);
-}
 
 // What the value is, to the last bit and with its time zone.
 QString exactText(const QVariant& value)
