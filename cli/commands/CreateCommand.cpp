@@ -47,11 +47,9 @@ Command create()
         "create",
         "add an attribute, and the groups that lead to it",
         "The new entry stands behind its siblings, in the manner of the file. Without --type, VALUE is what "
-        "a "
-        "file would hold by that text: true and false, whole numbers, or else a text. A type which the "
-        "file's "
-        "format has no form of its own for is kept in a mark that other programs take for a comment. An "
-        "attribute that is there already is refused; a file that is not there is created.",
+        "a file would hold by that text: true and false, whole numbers, or else a text. A type which the "
+        "file's format has no form of its own for is kept in a mark that other programs take for a comment. "
+        "An attribute that is there already is refused; a file that is not there is created.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
         {{"--type", "T", Word::Type, "the type of the attribute"}, dryRunOption},
         {"vantry create app.ini server.timeout 30", "vantry create app.json start 2024-05-31 --type date"},

@@ -90,18 +90,16 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command diff()
 {
-    return {
-        "diff",
-        "compare two files by attribute",
-        "Order, comments and spelling do not count, nor, between files of different formats, types. \"-\" "
-        "begins what the first file holds, \"+\" what the second holds. With paths, only what is below them "
-        "is "
-        "compared. The exit code is 1 when there is a difference.",
-        {{{"FILE", Word::File}, {"FILE", Word::File}},
-         {{"FILE", Word::File}, {"PATH", Word::Path}, {"FILE", Word::File}, {"PATH", Word::Path}}},
-        {toFormatOption},
-        {"vantry diff old.ini new.json", "vantry diff app.xml config app.json ''"},
-        run};
+    return {"diff",
+            "compare two files by attribute",
+            "Order, comments and spelling do not count, nor, between files of different formats, types. "
+            "\"-\" begins what the first file holds, \"+\" what the second holds. With paths, only what is "
+            "below them is compared. The exit code is 1 when there is a difference.",
+            {{{"FILE", Word::File}, {"FILE", Word::File}},
+             {{"FILE", Word::File}, {"PATH", Word::Path}, {"FILE", Word::File}, {"PATH", Word::Path}}},
+            {toFormatOption},
+            {"vantry diff old.ini new.json", "vantry diff app.xml config app.json ''"},
+            run};
 }
 
 } // namespace CommandLine::Commands

@@ -138,18 +138,17 @@ ExitCode run(Session&, const Invocation& invocation)
 
 Command roundtrip()
 {
-    return {
-        "roundtrip",
-        "test that files survive loading and saving byte for byte",
-        "Loads each file, edits some of its values and takes that back, saves a scratch copy and compares "
-        "the "
-        "bytes. Prints a line a file: \"FILE: same\", \"FILE: differs at LINE:COLUMN\" or \"FILE: refused: "
-        "REASON\", where the reason begins with LINE:COLUMN when it has a place in the file. The files "
-        "themselves are only read. The exit code is 1 when one differs, otherwise 4 when one is refused.",
-        {{{"FILE", Word::File, Argument::Count::OneOrMore}}},
-        {},
-        {"vantry roundtrip /etc/*.conf"},
-        run};
+    return {"roundtrip",
+            "test that files survive loading and saving byte for byte",
+            "Loads each file, edits some of its values and takes that back, saves a scratch copy and "
+            "compares the bytes. Prints a line a file: \"FILE: same\", \"FILE: differs at LINE:COLUMN\" or "
+            "\"FILE: refused: REASON\", where the reason begins with LINE:COLUMN when it has a place in the "
+            "file. The files themselves are only read. The exit code is 1 when one differs, otherwise 4 when "
+            "one is refused.",
+            {{{"FILE", Word::File, Argument::Count::OneOrMore}}},
+            {},
+            {"vantry roundtrip /etc/*.conf"},
+            run};
 }
 
 } // namespace CommandLine::Commands

@@ -67,8 +67,7 @@ Command set()
         "change the value of an attribute",
         "VALUE is read as the type that the attribute has, in the form in which \"get\" prints it; the type "
         "itself stays. Only the bytes of the value change in the file. When another program has changed "
-        "other "
-        "attributes since the file was read, both changes are in it; when it has changed the same one, "
+        "other attributes since the file was read, both changes are in it; when it has changed the same one, "
         "nothing is written and the exit code is 3. An attribute that is not there is not created.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
         {{"--type", "T", Word::Type, "read VALUE as this type, then convert it without loss"}, dryRunOption},

@@ -200,8 +200,7 @@ private slots:
             [](RefusalsTest& test) { return test.addValidation("rw.port", "range(9,1)"); });
         row("undo",
             "'Set the port' was not undone: 'rw.port' has changed since: it is '82' (a whole number) now, "
-            "and "
-            "the step left it '81' (a whole number); put that back first",
+            "and the step left it '81' (a whole number); put that back first",
             &RefusalsTest::undoOfWhatHasChangedSince);
     }
 
