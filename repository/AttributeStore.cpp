@@ -5,6 +5,8 @@
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
+#include "repository/RegistrationHandle.h"
+#include "repository/RegistrationHold.h"
 #include "repository/RepositoryLog.h"
 #include "repository/TreeEdit.h"
 
@@ -136,9 +138,9 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     const bool isChanged = previous.isValid() != node->value.isValid() || previous != node->value;
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points, path, key.hash);
+                            points, key.hash);
     lock.unlock();
-    delivery.send();
+    delivery.send(path);
     return StatusCode::Success;
 }
 
@@ -170,7 +172,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
                                       : RefusalText::noAttributeType();
         return StatusCode::WrongType;
     }
-    const Rule* broken = node.rules ? findBrokenRule(*node.rules, *converted) : nullptr;
+    const Rules* rules = node.getRules();
+    const Rule* broken = rules ? findBrokenRule(*rules, *converted) : nullptr;
     if (broken) {
         reason = broken->explain();
         return StatusCode::RefusedByValidation;
@@ -199,7 +202,7 @@ AttributeStore::store(Node& node, const QVariant& value, QVariant& previous, QSt
     return StatusCode::Success;
 }
 
-std::shared_ptr<Registration>
+std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
 AttributeStore::addRegistration(const QString& pathOrPattern,
                                 const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
                                 int points)
@@ -210,41 +213,42 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
                QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
         return {};
     }
-    auto registration = std::make_shared<Registration>(pathOrPattern, callback, points, weak_from_this());
+    RegistrationPointer registration(new Registration(callback, points));
+    auto handle = std::make_shared<RegistrationHandle>(pathOrPattern, *registration, weak_from_this());
     if (isPattern) {
-        patterns.add(registration);
-        return registration;
+        patterns.add(pathOrPattern, std::move(registration));
+        return handle;
     }
     const NodeIndex::Key key(pathOrPattern);
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     Node* node = shard.find(key);
-    (node ? node->exact : shard.waiting[pathOrPattern].exact).add(registration);
-    return registration;
+    (node ? node->exact : shard.waiting[pathOrPattern].exact).add(std::move(registration));
+    return handle;
 }
 
-void AttributeStore::removeRegistration(const Registration& registration)
+void AttributeStore::removeRegistration(const QString& pathOrPattern, Registration& registration)
 {
-    const QString& path = registration.getPathOrPattern();
-    if (path.contains(QLatin1Char('*'))) {
-        patterns.remove(registration);
+    registration.stop();
+    if (pathOrPattern.contains(QLatin1Char('*'))) {
+        patterns.remove(pathOrPattern, registration);
         return;
     }
-    const NodeIndex::Key key(path);
-    RegistrationHold::letGo(key.hash, takeExact(key, registration));
+    const NodeIndex::Key key(pathOrPattern);
+    RegistrationHold::letGo(key.hash, takeExact(pathOrPattern, key, registration));
 }
 
-std::shared_ptr<Registration> AttributeStore::takeExact(const NodeIndex::Key& key,
-                                                        const Registration& registration)
+RegistrationPointer AttributeStore::takeExact(const QString& path, const NodeIndex::Key& key,
+                                              const Registration& registration)
 {
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     if (Node* node = shard.find(key))
         return node->exact.take(registration);
-    const auto waiting = shard.waiting.find(registration.getPathOrPattern());
+    const auto waiting = shard.waiting.find(path);
     if (waiting == shard.waiting.end())
         return {};
-    auto taken = waiting->second.exact.take(registration);
+    RegistrationPointer taken = waiting->second.exact.take(registration);
     if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
         shard.waiting.erase(waiting);
     return taken;
@@ -263,9 +267,7 @@ bool AttributeStore::addRule(const QString& path, const QString& name)
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     Node* node = shard.find(key);
-    if (node && !node->rules)
-        node->rules = std::make_unique<Rules>();
-    Rules& rules = node ? *node->rules : shard.waiting[path].rules;
+    Rules& rules = node ? node->extrasToFill().rules : shard.waiting[path].rules;
     rules.push_back(rule);
     return true;
 }

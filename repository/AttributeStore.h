@@ -49,10 +49,12 @@ public:
     StatusCode create(const QString& path, const QVariant& value, int option, int access);
     StatusCode write(const QString& path, const QVariant& value, int points);
 
-    std::shared_ptr<Registration>
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
     addRegistration(const QString& pathOrPattern,
                     const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback, int points);
-    void removeRegistration(const Registration& registration);
+
+    // The registration is filed there, and must not be used afterwards.
+    void removeRegistration(const QString& pathOrPattern, Registration& registration);
 
     bool addRule(const QString& path, const QString& name);
 
@@ -100,7 +102,8 @@ private:
     std::optional<StatusCode> store(Node& node, const QVariant& value, QVariant& previous,
                                     QString& reason) const;
 
-    std::shared_ptr<Registration> takeExact(const NodeIndex::Key& key, const Registration& registration);
+    RegistrationPointer takeExact(const QString& path, const NodeIndex::Key& key,
+                                  const Registration& registration);
 
     // structure lock held; the empty path is the top
     const Node* nodeOf(QStringView path);

@@ -17,11 +17,13 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-QString valueForPeople(const std::optional<Value>& value)
+QString valueForPeople(const EntryMap& entries, const std::string& path)
 {
-    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
-                       QLatin1Char('\'')
-                 : QStringLiteral("nothing");
+    const auto found = entries.find(path);
+    return found == entries.end()
+               ? QStringLiteral("nothing")
+               : QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(found->second)) +
+                     QLatin1Char('\'');
 }
 
 } // namespace
@@ -162,8 +164,8 @@ QVector<Backend::UnsavedChange> Backend::getUnsavedChanges() const
             return changes;
         before = content.getBase();
         after = content.getText();
-        for (EditedDocument::Conflict& conflict : content.getConflicts())
-            conflicts.insert(std::move(conflict.path));
+        const std::vector<std::string> open = content.getConflicts();
+        conflicts.insert(open.begin(), open.end());
     }
     // Parsed without the lock, which writers wait for.
     const auto found =
@@ -210,17 +212,22 @@ QString Backend::conflictText() const
         return QStringLiteral(
             "the file is gone since it was read; keep yours, and it is written anew, or take "
             "theirs, and it stays away");
-    const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
+    const std::vector<std::string> conflicts = content.getConflicts();
     if (conflicts.empty())
         return {};
     constexpr std::size_t shown = 5;
+    EntryMap mine;
+    EntryMap theirs;
+    if (isReadable(description.accessMode)) {
+        mine = entriesOf(content.getDocument());
+        theirs = content.getBaseEntries();
+    }
     QStringList lines;
     for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
-        const EditedDocument::Conflict& conflict = conflicts[i];
-        QString line = QLatin1Char('\'') + absolute(conflict.path) + QLatin1Char('\'');
+        QString line = QLatin1Char('\'') + absolute(conflicts[i]) + QLatin1Char('\'');
         if (isReadable(description.accessMode))
             line += QStringLiteral(" (yours: %1, in the file: %2)")
-                        .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
+                        .arg(valueForPeople(mine, conflicts[i]), valueForPeople(theirs, conflicts[i]));
         lines.append(line);
     }
     QString text = lines.join(QStringLiteral(", "));
@@ -260,11 +267,9 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
                 content.load({});
             return;
         }
-        std::vector<std::string> conflicts;
-        for (EditedDocument::Conflict& conflict : content.getConflicts()) {
-            if (isWithin(conflict.path, below))
-                conflicts.push_back(std::move(conflict.path));
-        }
+        std::vector<std::string> conflicts = content.getConflicts();
+        const auto isOutside = [&below](const auto& conflict) { return !isWithin(conflict, below); };
+        conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), isOutside), conflicts.end());
         found = !conflicts.empty();
         if (found && isMine)
             content.forgetConflicts(conflicts);

@@ -54,8 +54,8 @@ private:
         QVariant value;
         AccessMode access = AccessMode::ReadWrite;
         bool isGroup = false;
-        Node* node = nullptr;   // not owned; an attribute that exists
-        std::uint64_t hash = 0; // of the path of a new attribute
+        Node* node = nullptr; // not owned; an attribute that exists
+        quint32 hash = 0;     // of the path of a new attribute
     };
 
     // What is known of the place of a path. Siblings mostly come together, so that it is looked up once for

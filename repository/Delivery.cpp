@@ -12,10 +12,12 @@ bool Delivery::hasListeners(Node& node, const PatternIndex& patterns)
 {
     const quint32 generation = patterns.getGeneration();
     if (node.patternGeneration != generation) {
-        node.matching = patterns.match(node.path);
-        node.patternGeneration = generation;
+        const Registrations matching = patterns.match(node.path);
+        if (node.extras || !matching.isEmpty())
+            node.extrasToFill().matching = matching;
+        node.patternGeneration = generation & PatternIndex::lastGeneration;
     }
-    return !node.exact.isEmpty() || node.matching;
+    return !node.exact.isEmpty() || (node.extras && !node.extras->matching.isEmpty());
 }
 
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
@@ -24,12 +26,13 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
     if (!hasListeners(node, patterns))
         return;
     Delivery& delivery = deliveries.emplace_back(Delivery(result, allPoints));
-    node.exact.forEach([&](const auto& registration) { delivery.counted.push_back(registration); });
-    delivery.addContent(node, node.path);
+    node.exact.forEach([&](const auto& registration) { delivery.counted.append(registration); });
+    delivery.collectedPath = node.path;
+    delivery.addContent(node);
 }
 
 Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
-                   const QString& path, std::uint64_t pathHash)
+                   quint32 pathHash)
     : Delivery(outcome, operationPoints)
 {
     if (!hasListeners(node, patterns))
@@ -37,43 +40,39 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
     const bool isHeld = !node.exact.isEmpty() && hold.begin(pathHash);
     node.exact.forEach([&](const auto& registration) {
         if (isHeld)
-            held.append(registration.get());
+            held.append(registration.data());
         else
-            counted.push_back(registration);
+            counted.append(registration);
     });
-    addContent(node, path);
+    addContent(node);
 }
 
 Delivery::Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints)
 {
 }
 
-void Delivery::addContent(const Node& node, const QString& path)
+void Delivery::addContent(const Node& node)
 {
-    if (node.matching) {
-        matching = node.matching;
-        pathOfMatching = path;
-    }
+    if (node.extras)
+        matching = node.extras->matching;
     if (node.isReadable() && result != UpdateResult::Removed)
         value = node.value;
     if (node.backend)
         backend = node.backend->getName();
 }
 
-void Delivery::send() const
+void Delivery::send(const QString& path) const
 {
     for (const UpdatePoint point : {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
                                     UpdatePoint::BeforeStore, UpdatePoint::AfterStore}) {
         if ((points & static_cast<int>(point)) == 0)
             continue;
         for (const Registration* registration : held)
-            call(*registration, registration->getPathOrPattern(), point);
+            call(*registration, path, point);
         for (const auto& registration : counted)
-            call(*registration, registration->getPathOrPattern(), point);
-        if (!matching)
-            continue;
-        for (const auto& registration : *matching)
-            call(*registration, pathOfMatching, point);
+            call(*registration, path, point);
+        for (const auto& registration : matching)
+            call(*registration, path, point);
     }
 }
 

@@ -7,7 +7,6 @@
 #include <QVarLengthArray>
 #include <QVariant>
 
-#include <cstdint>
 #include <vector>
 
 namespace Repository {
@@ -25,33 +24,33 @@ public:
     // Points of an operation that always tells of all of them: creating, removing, reloading.
     static constexpr int allPoints = 15;
 
-    // Brings the node's list of matching patterns up to date on the way. Attribute lock held. The path is
-    // that of the node: a text of the caller's own is best, since threads that copy the node's one wait for
-    // each other. Lives and dies on the thread that makes it.
-    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, const QString& path,
-             std::uint64_t pathHash);
+    // Brings the node's list of matching patterns up to date on the way. Attribute lock held. Lives and dies
+    // on the thread that makes it.
+    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash);
 
     // Appends what is to be told at all points, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                         UpdateResult result);
 
-    // Calls back on this thread, the points in their order. No lock held.
-    void send() const;
+    // Calls back on this thread, the points in their order. No lock held. The path is that of the node: a
+    // text of the caller's own is best, since threads that copy the node's one wait for each other.
+    void send(const QString& path) const;
+    void send() const { send(collectedPath); }
 
 private:
     Delivery(UpdateResult result, int points);
 
     static bool hasListeners(Node& node, const PatternIndex& patterns);
-    void addContent(const Node& node, const QString& path);
+    void addContent(const Node& node);
     void call(const Registration& registration, const QString& path,
               FrameworkCore::Notification::UpdatePoint point) const;
 
-    // Those of the path itself, which are told their own copy of it, and those of patterns.
+    // Those of the path itself, and those of patterns.
     RegistrationHold hold;
     QVarLengthArray<const Registration*, 4> held; // not owned, but kept by the hold
     Registrations counted;                        // or these, where a hold is not possible
-    std::shared_ptr<const Registrations> matching;
-    QString pathOfMatching;
+    Registrations matching;
+    QString collectedPath;
     QVariant value;
     QString backend;
     UpdateResult result;

@@ -2,10 +2,9 @@
 
 namespace Repository {
 
-Node& NewNodes::add(std::unique_ptr<Node> node, std::uint64_t hash)
+Node& NewNodes::add(std::unique_ptr<Node> node, quint32 hash)
 {
-    std::vector<NodeIndex::Entry>& entries = byShard[NodeIndex::shardNumber({node->path, hash})];
-    return *entries.emplace_back(NodeIndex::Entry{std::move(node), hash}).node;
+    return *byShard[NodeIndex::shardNumber(hash)].emplace_back(Entry{std::move(node), hash}).node;
 }
 
 } // namespace Repository

@@ -16,7 +16,7 @@ class NewNodes
 {
 public:
     // The hash is that of the node's path.
-    Node& add(std::unique_ptr<Node> node, std::uint64_t hash);
+    Node& add(std::unique_ptr<Node> node, quint32 hash);
 
     // Hands all nodes to the index, and what waits for them to the nodes. Those that somebody may listen to
     // are shown to the visitor as they are filed, with their shard locked.
@@ -24,18 +24,18 @@ public:
     void file(NodeIndex& index, const PatternIndex& patterns, const Visitor& visitor)
     {
         for (std::size_t number = 0; number < byShard.size(); ++number) {
-            std::vector<NodeIndex::Entry>& entries = byShard[number];
+            std::vector<Entry>& entries = byShard[number];
             if (entries.empty())
                 continue;
             NodeIndex::Shard& shard = index.shard(number);
             const std::lock_guard shardLock(shard.mutex);
-            shard.reserveMore(entries.size());
+            shard.nodes.reserveMore(entries.size());
             const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
-            for (NodeIndex::Entry& entry : entries) {
+            for (Entry& entry : entries) {
                 Node& node = *entry.node; // not looked at without need, since there may be a million
                 if (anybodyListens)
                     shard.handWaiting(node);
-                shard.insert(std::move(entry));
+                shard.nodes.insert(std::move(entry.node), entry.hash);
                 if (anybodyListens)
                     visitor(node);
             }
@@ -47,14 +47,20 @@ public:
     template <typename Visitor>
     void forEach(const Visitor& visitor) const
     {
-        for (const std::vector<NodeIndex::Entry>& entries : byShard) {
-            for (const NodeIndex::Entry& entry : entries)
+        for (const std::vector<Entry>& entries : byShard) {
+            for (const Entry& entry : entries)
                 visitor(*entry.node);
         }
     }
 
 private:
-    std::array<std::vector<NodeIndex::Entry>, NodeIndex::shardCount> byShard;
+    struct Entry
+    {
+        std::unique_ptr<Node> node;
+        quint32 hash;
+    };
+
+    std::array<std::vector<Entry>, NodeIndex::shardCount> byShard;
 };
 
 } // namespace Repository

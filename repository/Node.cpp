@@ -70,6 +70,13 @@ Children& Node::childrenToFill()
     return *children;
 }
 
+Node::Extras& Node::extrasToFill()
+{
+    if (!extras)
+        extras = std::make_unique<Extras>();
+    return *extras;
+}
+
 QStringView Node::getName() const
 {
     return QStringView(path).mid(path.lastIndexOf(QLatin1Char('.')) + 1);

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "repository/NamePrefix.h"
+#include "repository/PatternIndex.h"
 #include "repository/RegistrationList.h"
 #include "repository/Rule.h"
 
@@ -45,13 +46,29 @@ private:
     std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
 };
 
-// One place in the tree. What it is made of is guarded in two ways; see AttributeStore.
+// One place in the tree. What it is made of is guarded in two ways; see AttributeStore. There may be
+// millions, so that what few of them have lies in a block of its own.
 struct Node
 {
-    explicit Node(QString fullPath) : path(std::move(fullPath)) {}
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+
+    // What few attributes have.
+    struct Extras
+    {
+        Rules rules;
+        Registrations matching; // those whose pattern matches, as of patternGeneration
+    };
+
+    explicit Node(QString fullPath)
+        : path(std::move(fullPath)), patternGeneration(0), access(AccessMode::ReadWrite), isAttribute(false)
+    {
+    }
 
     QStringView getName() const;
     Children& childrenToFill(); // made if there are none
+    bool isBackendRoot() const { return backend && parent->backend != backend; }
+    Extras& extrasToFill(); // made if there are none
+    const Rules* getRules() const { return extras ? &extras->rules : nullptr; }
     bool isReadable() const { return FrameworkCore::AppConfig::isReadable(access); }
 
     const QString path;
@@ -61,16 +78,14 @@ struct Node
     Backend* backend = nullptr; // not owned; null in memory
     std::unique_ptr<Children> children;
     quint32 slot = 0; // in the parent's children
-    bool isBackendRoot = false;
 
     // The attribute.
-    FrameworkCore::AppConfig::AccessMode access = FrameworkCore::AppConfig::AccessMode::ReadWrite;
-    bool isAttribute = false; // otherwise it only groups its children, and value means nothing
-    QVariant value;           // of one of the attribute types; invalid for null
-    std::unique_ptr<Rules> rules;
-    RegistrationList exact;                        // those made for this path
-    std::shared_ptr<const Registrations> matching; // those whose pattern matches, as of patternGeneration
-    quint32 patternGeneration = 0;
+    quint32 patternGeneration : PatternIndex::generationBits;
+    AccessMode access : 2;
+    bool isAttribute : 1;   // otherwise it only groups its children, and value means nothing
+    QVariant value;         // of one of the attribute types; invalid for null
+    RegistrationList exact; // those made for this path
+    std::unique_ptr<Extras> extras;
 };
 
 } // namespace Repository

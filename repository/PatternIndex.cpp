@@ -20,26 +20,23 @@ PatternIndex::Key PatternIndex::keyOf(const PathPattern& pattern)
     return {Inside, *longest};
 }
 
-void PatternIndex::add(const std::shared_ptr<Registration>& registration)
+void PatternIndex::add(const QString& text, RegistrationPointer registration)
 {
-    const QString& text = registration->getPathOrPattern();
     const PathPattern pattern(text);
     const Key key = keyOf(pattern);
     const std::unique_lock lock(mutex);
     Group& group = groups[key.place];
     const auto [entry, isNew] = group.entries[key.text].try_emplace(text, Entry{pattern, {}});
-    fileRegistration(entry->second.registrations, registration);
+    entry->second.registrations.add(std::move(registration));
     if (isNew)
         ++group.lengths[key.text.size()];
     generation.fetch_add(1, std::memory_order_release);
 }
 
-void PatternIndex::remove(const Registration& registration)
+void PatternIndex::remove(const QString& text, const Registration& registration)
 {
-    const QString& text = registration.getPathOrPattern();
     const Key key = keyOf(PathPattern(text));
-    std::shared_ptr<Registration>
-        removed; // may be the last owner of what the callback captured: let it go unlocked
+    RegistrationPointer removed; // may be the last owner of what the callback captured: let it go unlocked
     const std::unique_lock lock(mutex);
     Group& group = groups[key.place];
     const auto filed = group.entries.find(key.text);
@@ -48,9 +45,9 @@ void PatternIndex::remove(const Registration& registration)
     const auto entry = filed->second.find(text);
     if (entry == filed->second.end())
         return;
-    removed = takeRegistration(entry->second.registrations, registration);
+    removed = entry->second.registrations.take(registration);
     generation.fetch_add(1, std::memory_order_release);
-    if (!entry->second.registrations.empty())
+    if (!entry->second.registrations.isEmpty())
         return;
     filed->second.erase(entry);
     if (filed->second.empty())
@@ -59,7 +56,7 @@ void PatternIndex::remove(const Registration& registration)
         group.lengths.erase(key.text.size());
 }
 
-std::shared_ptr<const Registrations> PatternIndex::match(const QString& path) const
+Registrations PatternIndex::match(const QString& path) const
 {
     Registrations found;
     const std::shared_lock lock(mutex);
@@ -69,8 +66,10 @@ std::shared_ptr<const Registrations> PatternIndex::match(const QString& path) co
         if (filed == group.entries.end())
             return;
         for (const auto& [text, entry] : filed->second) {
-            if (entry.pattern.matches(path))
-                found.insert(found.end(), entry.registrations.begin(), entry.registrations.end());
+            if (!entry.pattern.matches(path))
+                continue;
+            entry.registrations.forEach(
+                [&found](const RegistrationPointer& registration) { found.append(registration); });
         }
     };
     const auto lengthsOf = [&path](const Group& group) {
@@ -91,7 +90,7 @@ std::shared_ptr<const Registrations> PatternIndex::match(const QString& path) co
                 collect(groups[Inside], start, length->first);
         }
     }
-    return found.empty() ? nullptr : std::make_shared<const Registrations>(std::move(found));
+    return found;
 }
 
 } // namespace Repository

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
-#include "repository/Registration.h"
+#include "repository/RegistrationList.h"
 
 #include <QString>
 
 #include <atomic>
 #include <map>
-#include <memory>
 #include <shared_mutex>
 #include <unordered_map>
 
@@ -20,22 +19,24 @@ namespace Repository {
 class PatternIndex
 {
 public:
-    void add(const std::shared_ptr<Registration>& registration);
-    void remove(const Registration& registration);
+    void add(const QString& pattern, RegistrationPointer registration);
+    void remove(const QString& pattern, const Registration& registration);
 
-    // Registrations whose pattern matches, in no particular order; null when there are none. The list never
-    // changes, so that it may be kept and shared.
-    std::shared_ptr<const Registrations> match(const QString& path) const;
+    // Registrations whose pattern matches, in no particular order.
+    Registrations match(const QString& path) const;
 
-    // Changes whenever a registration is added or removed; 0 while there has been none.
-    quint32 getGeneration() const { return generation.load(std::memory_order_acquire); }
+    // Changes whenever a registration is added or removed; 0 while there has been none. Narrow, since each
+    // node keeps one.
+    static constexpr int generationBits = 29;
+    static constexpr quint32 lastGeneration = (1U << generationBits) - 1;
+    quint32 getGeneration() const { return generation.load(std::memory_order_acquire) & lastGeneration; }
 
 private:
     // Registrations of equal patterns are told together.
     struct Entry
     {
         FrameworkCore::AppConfig::PathPattern pattern;
-        Registrations registrations;
+        RegistrationList registrations;
     };
 
     // Patterns filed under texts of one place, and how many there are of each length of text.

@@ -1,7 +1,5 @@
 #include "repository/RegistrationHold.h"
 
-#include "repository/Registration.h"
-
 #include <array>
 #include <atomic>
 #include <mutex>
@@ -26,7 +24,7 @@ std::uint64_t heldPath(std::uint64_t pathHash)
 struct alignas(64) RegistrationHold::Place
 {
     void end();
-    void leave(std::uint64_t path, const std::shared_ptr<Registration>& registration);
+    void leave(std::uint64_t path, const RegistrationPointer& registration);
 
     static std::array<Place, 64> all;
 
@@ -49,7 +47,7 @@ void RegistrationHold::Place::end()
 
 // The thread ends what it holds and looks for the mark in one operation: either it finds what is left here,
 // or the mark comes too late and nothing needs to be left.
-void RegistrationHold::Place::leave(std::uint64_t path, const std::shared_ptr<Registration>& registration)
+void RegistrationHold::Place::leave(std::uint64_t path, const RegistrationPointer& registration)
 {
     const std::lock_guard lock(mutex);
     left.push_back(registration);
@@ -121,7 +119,7 @@ bool RegistrationHold::begin(std::uint64_t pathHash)
 
 // What the attribute lock orders need not be ordered again: a thread that has found the registration in its
 // list has noted the path before it was taken out.
-void RegistrationHold::letGo(std::uint64_t pathHash, std::shared_ptr<Registration> registration)
+void RegistrationHold::letGo(std::uint64_t pathHash, RegistrationPointer registration)
 {
     if (!registration)
         return;

@@ -1,11 +1,10 @@
 #pragma once
 
+#include "repository/Registration.h"
+
 #include <cstdint>
-#include <memory>
 
 namespace Repository {
-
-class Registration;
 
 // Keeps the registrations of one path alive while a thread calls them. A count in each of them would be a
 // line of memory that all writers of an attribute wait for; instead the thread notes the path in a place of
@@ -24,7 +23,7 @@ public:
     bool begin(std::uint64_t pathHash);
 
     // For a registration that has left its list. No lock held: it may go, and what its callback captured.
-    static void letGo(std::uint64_t pathHash, std::shared_ptr<Registration> registration);
+    static void letGo(std::uint64_t pathHash, RegistrationPointer registration);
 
 private:
     struct Place;

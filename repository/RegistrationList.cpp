@@ -1,5 +1,7 @@
 #include "repository/RegistrationList.h"
 
+#include <utility>
+
 namespace Repository {
 
 RegistrationList& RegistrationList::operator=(RegistrationList&& other) noexcept
@@ -12,33 +14,33 @@ RegistrationList& RegistrationList::operator=(RegistrationList&& other) noexcept
 RegistrationList::~RegistrationList()
 {
     while (first) {
-        const std::shared_ptr<Registration> ending = std::move(first);
+        const RegistrationPointer ending = std::move(first);
         first = std::move(ending->next);
     }
 }
 
-void RegistrationList::add(std::shared_ptr<Registration> registration)
+void RegistrationList::add(RegistrationPointer registration)
 {
     if (!first) {
-        registration->previous = registration.get();
+        registration->previous = registration.data();
         first = std::move(registration);
         return;
     }
     Registration* const last = first->previous;
     registration->previous = last;
-    first->previous = registration.get();
+    first->previous = registration.data();
     last->next = std::move(registration);
 }
 
-std::shared_ptr<Registration> RegistrationList::take(const Registration& registration)
+RegistrationPointer RegistrationList::take(const Registration& registration)
 {
     Registration* const previous = registration.previous;
     if (!first || !previous)
         return {};
-    std::shared_ptr<Registration>& place = first.get() == &registration ? first : previous->next;
-    std::shared_ptr<Registration> taken = std::move(place);
+    RegistrationPointer& place = first.data() == &registration ? first : previous->next;
+    RegistrationPointer taken = std::move(place);
     place = std::move(taken->next);
-    Registration* const next = place ? place.get() : first.get();
+    Registration* const next = place ? place.data() : first.data();
     if (next)
         next->previous = previous;
     taken->previous = nullptr;

@@ -44,7 +44,7 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
     const QString name = backend->getName();
     TreeEdit edit(*this);
     const Node* place = edit.find(name);
-    if (place && place->isBackendRoot)
+    if (place && place->isBackendRoot())
         return QStringLiteral("the backend '%1' exists already").arg(name);
     if (place && (place->isAttribute || (place->children && place->children->count > 0)))
         return QStringLiteral("there are attributes at or below '%1' already").arg(name);

@@ -73,7 +73,7 @@ FrameworkCore::AppConfig::Interfaces::NodeInformation AttributeStore::getNodeInf
         return information;
     information.exists = true;
     information.isAttribute = node->isAttribute;
-    information.isBackendRoot = node->isBackendRoot;
+    information.isBackendRoot = node->isBackendRoot();
     information.childCount = node->children ? node->children->count : 0;
     information.accessMode = node->access;
     if (node->isAttribute)

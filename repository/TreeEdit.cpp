@@ -131,7 +131,7 @@ Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& p
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
-    return shard.insert({std::move(made), key.hash});
+    return shard.nodes.insert(std::move(made), key.hash);
 }
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
@@ -167,7 +167,7 @@ void TreeEdit::makeGroup(Node& node)
 const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const
 {
     if (node)
-        return node->rules.get();
+        return node->getRules();
     if (shard.waiting.empty())
         return nullptr;
     const auto waiting = shard.waiting.find(QString::fromRawData(path.data(), int(path.size())));
@@ -225,7 +225,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     shard.handWaiting(*made);
-    Node& filed = shard.insert({std::move(made), key.hash});
+    Node& filed = shard.nodes.insert(std::move(made), key.hash);
     giveValue(filed, std::move(value), access);
     Delivery::collect(deliveries, filed, store.patterns, UpdateResult::Created);
     return StatusCode::Success;
@@ -236,8 +236,8 @@ Node& TreeEdit::addGroup(NewNodes& nodes, Node& parent, const QString& path)
     return nodes.add(linkNode(path, parent), NodeIndex::Key(path).hash);
 }
 
-Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path, std::uint64_t hash,
-                             QVariant value, AccessMode access)
+Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash, QVariant value,
+                             AccessMode access)
 {
     Node& node = nodes.add(linkNode(path, parent), hash);
     giveValue(node, std::move(value), access);
@@ -346,20 +346,21 @@ void TreeEdit::remove(Node& node)
         note(*gone, NodeState::of(*gone));
         if (gone->isAttribute)
             Delivery::collect(deliveries, *gone, store.patterns, UpdateResult::Removed);
-        if (!gone->exact.isEmpty() || gone->rules) {
+        const Rules* const rules = gone->getRules();
+        if (!gone->exact.isEmpty() || (rules && !rules->empty())) {
             NodeIndex::Waiting& waiting = shard.waiting[gone->path];
             waiting.exact = std::move(gone->exact);
-            if (gone->rules)
-                waiting.rules = std::move(*gone->rules);
+            if (rules)
+                waiting.rules = std::move(gone->extras->rules);
         }
-        removedNodes.push_back(shard.take(key));
+        removedNodes.push_back(shard.nodes.take(*gone, key.hash));
     }
 }
 
 void TreeEdit::prune(Node& node)
 {
     Node* group = &node;
-    while (group->parent && !group->isAttribute && !group->isBackendRoot &&
+    while (group->parent && !group->isAttribute && !group->isBackendRoot() &&
            (!group->children || group->children->count == 0) &&
            !(group->backend && group->backend->contains(group->path))) {
         Node* parent = group->parent;

@@ -53,7 +53,7 @@ public:
     Node& addGroup(NewNodes& nodes, Node& parent, const QString& path);
 
     // The same for an attribute; the hash is that of its path.
-    Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, std::uint64_t hash, QVariant value,
+    Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash, QVariant value,
                        AccessMode access);
 
     // Files such nodes. The attributes in the list, in its order, are what the watchers are told of.

@@ -14,7 +14,6 @@ void TreeEdit::mount(Backend& backend)
 {
     Node& root = ensure(backend.getName());
     root.backend = &backend;
-    root.isBackendRoot = true;
     root.access = backend.getAccessMode();
     showDocument(backend);
 }
@@ -32,7 +31,6 @@ void TreeEdit::unmount(const Backend& backend)
         }
         makeGroup(*node);
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
-        node->isBackendRoot = false;
         node->backend = outer;
         node->access = outer ? outer->getAccessMode() : AccessMode::ReadWrite;
     });
@@ -92,7 +90,7 @@ void TreeEdit::showDocument(Backend& backend)
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
         if (wanted.contains(node->path))
             return;
-        if (node->isBackendRoot || (node->children && node->children->count > 0))
+        if (node->isBackendRoot() || (node->children && node->children->count > 0))
             makeGroup(*node);
         else
             remove(*node);
