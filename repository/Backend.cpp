@@ -17,13 +17,11 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-QString valueForPeople(const EntryMap& entries, const std::string& path)
+QString valueForPeople(const std::optional<Value>& value)
 {
-    const auto found = entries.find(path);
-    return found == entries.end()
-               ? QStringLiteral("nothing")
-               : QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(found->second)) +
-                     QLatin1Char('\'');
+    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
+                       QLatin1Char('\'')
+                 : QStringLiteral("nothing");
 }
 
 } // namespace
@@ -164,8 +162,8 @@ QVector<Backend::UnsavedChange> Backend::getUnsavedChanges() const
             return changes;
         before = content.getBase();
         after = content.getText();
-        const std::vector<std::string> open = content.getConflicts();
-        conflicts.insert(open.begin(), open.end());
+        for (EditedDocument::Conflict& conflict : content.getConflicts())
+            conflicts.insert(std::move(conflict.path));
     }
     // Parsed without the lock, which writers wait for.
     const auto found =
@@ -212,22 +210,17 @@ QString Backend::conflictText() const
         return QStringLiteral(
             "the file is gone since it was read; keep yours, and it is written anew, or take "
             "theirs, and it stays away");
-    const std::vector<std::string> conflicts = content.getConflicts();
+    const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
     if (conflicts.empty())
         return {};
     constexpr std::size_t shown = 5;
-    EntryMap mine;
-    EntryMap theirs;
-    if (isReadable(description.accessMode)) {
-        mine = entriesOf(content.getDocument());
-        theirs = content.getBaseEntries();
-    }
     QStringList lines;
     for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
-        QString line = QLatin1Char('\'') + absolute(conflicts[i]) + QLatin1Char('\'');
+        const EditedDocument::Conflict& conflict = conflicts[i];
+        QString line = QLatin1Char('\'') + absolute(conflict.path) + QLatin1Char('\'');
         if (isReadable(description.accessMode))
             line += QStringLiteral(" (yours: %1, in the file: %2)")
-                        .arg(valueForPeople(mine, conflicts[i]), valueForPeople(theirs, conflicts[i]));
+                        .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
         lines.append(line);
     }
     QString text = lines.join(QStringLiteral(", "));
@@ -267,9 +260,11 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
                 content.load({});
             return;
         }
-        std::vector<std::string> conflicts = content.getConflicts();
-        const auto isOutside = [&below](const auto& conflict) { return !isWithin(conflict, below); };
-        conflicts.erase(std::remove_if(conflicts.begin(), conflicts.end(), isOutside), conflicts.end());
+        std::vector<std::string> conflicts;
+        for (EditedDocument::Conflict& conflict : content.getConflicts()) {
+            if (isWithin(conflict.path, below))
+                conflicts.push_back(std::move(conflict.path));
+        }
         found = !conflicts.empty();
         if (found && isMine)
             content.forgetConflicts(conflicts);

@@ -1,7 +1,8 @@
 #include "repository/DocumentChanges.h"
 
+#include "repository/DocumentComparison.h"
+
 #include <algorithm>
-#include <unordered_set>
 
 namespace Repository {
 
@@ -33,7 +34,8 @@ class Application
 {
 public:
     Application(const std::vector<DocumentChange>& allChanges, const Document& spellings, Document& document)
-        : changes(allChanges), model(spellings), target(document), present(entriesOf(document))
+        : changes(allChanges), model(spellings), target(document),
+          present(entriesAt(document, pathsOf(allChanges)))
     {
     }
 
@@ -62,23 +64,33 @@ private:
     // From the last to the first, so that numbered siblings keep their paths until it is their turn.
     void removeAll()
     {
-        std::unordered_set<std::string_view> going;
+        PathSet going;
         for (const DocumentChange& change : changes) {
             if (takesOut(change))
                 going.insert(change.path);
         }
         if (going.empty())
             return;
-        std::vector<std::string_view> staying;
-        for (const auto& [path, value] : present) {
-            if (going.count(path) == 0)
-                staying.push_back(path);
-        }
-        std::sort(staying.begin(), staying.end());
+        const PathSet kept = leadingToOthers(going);
         for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
-            if (takesOut(*change) && !hasBelow(staying, change->path) && target.contains(change->path))
+            if (takesOut(*change) && kept.count(change->path) == 0 && target.contains(change->path))
                 note(*change, target.remove(change->path));
         }
+    }
+
+    // Those of the paths below which the target holds what is not among them.
+    PathSet leadingToOthers(const PathSet& paths) const
+    {
+        PathSet leading;
+        target.visit([&](const Entry& entry) {
+            if (paths.count(entry.path) > 0)
+                return;
+            forEachAncestor(entry.path, [&](std::string_view ancestor) {
+                const auto found = paths.find(ancestor);
+                return found != paths.end() && !leading.insert(*found).second;
+            });
+        });
+        return leading;
     }
 
     void put(const DocumentChange& change)
@@ -107,36 +119,40 @@ private:
     const std::vector<DocumentChange>& changes;
     const Document& model;
     Document& target;
-    const EntryMap present; // before the first change
+    const EntryMap present; // where there are changes, before the first of them
     RefusedChange refusal;  // the first
 };
 
 } // namespace
 
-EntryMap entriesOf(const Document& document)
+PathSet pathsOf(const std::vector<DocumentChange>& changes)
+{
+    PathSet paths;
+    for (const DocumentChange& change : changes)
+        paths.insert(change.path);
+    return paths;
+}
+
+EntryMap entriesAt(const Document& document, const PathSet& paths)
 {
     EntryMap entries;
-    document.visit([&entries](const Entry& entry) { entries.emplace(entry.path, entry.value); });
+    if (paths.empty())
+        return entries;
+    document.visit([&](const Entry& entry) {
+        if (paths.count(entry.path) > 0)
+            entries.emplace(entry.path, entry.value);
+    });
     return entries;
 }
 
 std::vector<DocumentChange> compareDocuments(const Document& before, const Document& after)
 {
-    const EntryMap old = entriesOf(before);
-    const EntryMap present = entriesOf(after);
-    std::vector<DocumentChange> changes;
-    before.visit([&](const Entry& entry) {
-        if (present.count(entry.path) == 0)
-            changes.push_back({entry.path, Kind::Removed, entry.value, {}});
-    });
-    after.visit([&](const Entry& entry) {
-        const auto was = old.find(entry.path);
-        if (was == old.end())
-            changes.push_back({entry.path, Kind::Created, {}, entry.value});
-        else if (!isSame(was->second, entry.value))
-            changes.push_back({entry.path, Kind::Changed, was->second, entry.value});
-    });
-    return changes;
+    return compareDocuments(EntryList(before), after);
+}
+
+std::vector<DocumentChange> compareDocuments(const EntryList& before, const Document& after)
+{
+    return DocumentComparison(before).run(after);
 }
 
 std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes)

@@ -6,13 +6,19 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace Repository {
 
-// The entries of a document by their paths.
+class EntryList;
+
+// Paths that somebody else keeps.
+using PathSet = std::unordered_set<std::string_view>;
+
+// The entries that a document has at some paths, by them.
 using EntryMap = std::unordered_map<std::string, FrameworkCore::Values::Value>;
-EntryMap entriesOf(const Documents::Document& document);
+EntryMap entriesAt(const Documents::Document& document, const PathSet& paths);
 
 // One entry in which two documents differ.
 struct DocumentChange
@@ -29,9 +35,27 @@ struct DocumentChange
 // others in the order of the other. Groups count as entries.
 std::vector<DocumentChange> compareDocuments(const Documents::Document& before,
                                              const Documents::Document& after);
+std::vector<DocumentChange> compareDocuments(const EntryList& before, const Documents::Document& after);
+
+// The paths of changes, which must stay.
+PathSet pathsOf(const std::vector<DocumentChange>& changes);
 
 // The changes that say something to a person: without the groups that came or went with what is in them.
 std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes);
+
+// Visits the path itself, what it lies in, and last the empty path, until the visitor gives true. Gives
+// whether it did.
+template <typename Visitor>
+bool forEachAncestor(std::string_view path, const Visitor& visitor)
+{
+    while (!visitor(path)) {
+        if (path.empty())
+            return false;
+        const std::size_t dot = path.rfind('.');
+        path = path.substr(0, dot == std::string_view::npos ? 0 : dot);
+    }
+    return true;
+}
 
 // True for the path itself and all below it; everything is below the empty path.
 bool isWithin(std::string_view path, std::string_view ancestor);

@@ -1,5 +1,7 @@
 #include "repository/DocumentMerge.h"
 
+#include "repository/EntryList.h"
+
 #include <algorithm>
 #include <set>
 
@@ -114,23 +116,24 @@ bool isOfGroups(const DocumentChange& change)
 MergedDocument mergeDocuments(const Document& base, const Document& mine, std::unique_ptr<Document> theirs)
 {
     MergedDocument result;
-    const std::vector<DocumentChange> myChanges = compareDocuments(base, mine);
+    const EntryList old(base);
+    const std::vector<DocumentChange> myChanges = compareDocuments(old, mine);
     if (myChanges.empty()) {
         result.document = std::move(theirs);
         return result;
     }
-    const std::vector<DocumentChange> theirChanges = compareDocuments(base, *theirs);
-    const EntryMap found = entriesOf(*theirs);
-    std::set<std::string> theirPaths;
-    for (const DocumentChange& change : theirChanges)
-        theirPaths.insert(change.path);
+    const std::vector<DocumentChange> theirChanges = compareDocuments(old, *theirs);
+    const PathSet theirPaths = pathsOf(theirChanges);
+    PathSet changed = pathsOf(myChanges);
+    changed.insert(theirPaths.begin(), theirPaths.end());
+    result.theirs = entriesAt(*theirs, changed);
 
     std::set<std::string> conflicts;
     const NumberedUses myNumbers(base, mine, myChanges);
     const NumberedUses theirNumbers(base, *theirs, theirChanges);
     for (const DocumentChange& change : myChanges) {
         const bool isShared = theirPaths.count(change.path) > 0 || myNumbers.clash(theirNumbers, change.path);
-        if (isShared && !isOfGroups(change) && !holds(found, change))
+        if (isShared && !isOfGroups(change) && !holds(result.theirs, change))
             conflicts.insert(change.path);
     }
 
@@ -142,7 +145,7 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
         return result;
     }
     // Nothing of either side may have got lost on the way without a word.
-    const EntryMap merged = entriesOf(*theirs);
+    const EntryMap merged = entriesAt(*theirs, changed);
     for (const DocumentChange& change : myChanges) {
         if (!isOfGroups(change) && !holds(merged, change) && conflicts.insert(change.path).second)
             result.refusal = "'" + change.path + "' has no place in what the file holds now";

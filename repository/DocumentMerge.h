@@ -17,6 +17,9 @@ struct MergedDocument
 
     // Paths that both sides changed, each in its own way. The document holds mine there.
     std::vector<std::string> conflicts;
+
+    // What theirs held before wherever a side had changed something, and so at the conflicts.
+    EntryMap theirs;
 };
 
 // Brings together what two sides made of one document of the type: all of theirs, byte for byte, and in it

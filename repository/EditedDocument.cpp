@@ -3,7 +3,6 @@
 #include "repository/DocumentMerge.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace Repository {
 
@@ -44,21 +43,8 @@ public:
     }
 
 private:
-    // The path itself is its first ancestor, the empty path its last. True as soon as the visitor says so.
-    template <typename Visitor>
-    static bool forEachAncestor(std::string_view path, const Visitor& visitor)
-    {
-        while (!visitor(path)) {
-            if (path.empty())
-                return false;
-            const std::size_t dot = path.rfind('.');
-            path = path.substr(0, dot == std::string_view::npos ? 0 : dot);
-        }
-        return true;
-    }
-
-    const std::unordered_set<std::string_view> tops;
-    std::unordered_set<std::string_view> above;
+    const PathSet tops;
+    PathSet above;
 };
 
 bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
@@ -133,6 +119,12 @@ Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
 
 void EditedDocument::setSaved(std::string text)
 {
+    conflicts.clear();
+    setBase(std::move(text));
+}
+
+void EditedDocument::setBase(std::string text)
+{
     std::string present = getText();
     base = std::move(text);
     differs = present != base;
@@ -141,7 +133,6 @@ void EditedDocument::setSaved(std::string text)
 
 void EditedDocument::dropBase()
 {
-    conflicts.clear();
     setSaved({});
 }
 
@@ -152,25 +143,35 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
         return {};
     }
     const std::unique_ptr<Document> former = parsed(base);
-    const EntryMap old = entriesOf(*former);
-    const EntryMap found = entriesOf(*theirs);
+    EntryMap found = entriesAt(*theirs, conflictPaths());
     MergedDocument merged = mergeDocuments(*former, *document, std::move(theirs));
+    found.merge(merged.theirs);
+    const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
     for (const std::string& path : merged.conflicts) {
         const std::optional<Value> was = valueIn(old, path);
-        conflicts.insert({path, {was, !isSameOrNone(was, valueIn(found, path))}});
+        conflicts.insert({path, {was, was, !isSameOrNone(was, valueIn(found, path))}});
     }
     if (!merged.document)
         return merged.refusal;
     // The other side may have gone back to what it was before both had changed it.
     for (auto conflict = conflicts.begin(); conflict != conflicts.end();) {
-        const Origin& origin = conflict->second;
-        const bool isOver = origin.mayEnd && isSameOrNone(valueIn(found, conflict->first), origin.before);
+        Origin& origin = conflict->second;
+        origin.inBase = valueIn(found, conflict->first);
+        const bool isOver = origin.mayEnd && isSameOrNone(origin.inBase, origin.before);
         conflict = isOver ? conflicts.erase(conflict) : std::next(conflict);
     }
     document = std::move(merged.document);
     ++revision;
-    setSaved(std::move(text));
+    setBase(std::move(text));
     return {};
+}
+
+PathSet EditedDocument::conflictPaths() const
+{
+    PathSet paths;
+    for (const auto& [path, origin] : conflicts)
+        paths.insert(path);
+    return paths;
 }
 
 std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& type, std::string before,
@@ -210,16 +211,14 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
     return {};
 }
 
-std::vector<std::string> EditedDocument::getConflicts() const
+std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
 {
-    std::vector<std::string> open;
-    if (conflicts.empty())
-        return open;
-    const EntryMap theirs = entriesOf(*parsed(base));
-    const EntryMap mine = entriesOf(*document);
+    std::vector<Conflict> open;
+    const EntryMap mine = entriesAt(*document, conflictPaths());
     for (const auto& [path, origin] : conflicts) {
-        if (!isSameOrNone(valueIn(theirs, path), valueIn(mine, path)))
-            open.push_back(path);
+        Conflict conflict{path, valueIn(mine, path), origin.inBase};
+        if (!isSameOrNone(conflict.mine, conflict.theirs))
+            open.push_back(std::move(conflict));
     }
     return open;
 }

@@ -27,7 +27,6 @@ public:
     const std::string& getType() const { return type; }
     const Documents::Document& getDocument() const { return *document; }
     const std::string& getBase() const { return base; }
-    EntryMap getBaseEntries() const { return entriesOf(*parsed(base)); }
     std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
 
@@ -37,7 +36,7 @@ public:
     // Another number after every change of the document.
     std::size_t getRevision() const { return revision; }
 
-    // The text is what the file holds from now on.
+    // The text is what the file holds from now on, written from here: the two sides agree.
     void setSaved(std::string text);
 
     // The file is given up: all that the document holds is an edit from now on.
@@ -56,14 +55,24 @@ public:
     // reason of a refusal, with the document as it was.
     std::string revert(const std::vector<std::string>& paths);
 
+    // What both sides have changed, and what each holds now; nothing where it has no such entry.
+    struct Conflict
+    {
+        std::string path;
+        std::optional<FrameworkCore::Values::Value> mine;
+        std::optional<FrameworkCore::Values::Value> theirs;
+    };
+
     // Conflicts that there still are, in order: where the two sides have become equal, there is none.
-    std::vector<std::string> getConflicts() const;
+    std::vector<Conflict> getConflicts() const;
 
     // Keeps the edits at these paths and below, which ends their conflicts.
     void forgetConflicts(const std::vector<std::string>& paths);
 
 private:
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
+    void setBase(std::string text);
+    PathSet conflictPaths() const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
 
     const std::string type;
@@ -79,6 +88,7 @@ private:
     struct Origin
     {
         std::optional<FrameworkCore::Values::Value> before; // in the base; nothing where there was no entry
+        std::optional<FrameworkCore::Values::Value> inBase; // as the base is now
         bool mayEnd =
             true; // when the other side takes its change back; it may also have changed nothing here
     };

@@ -6,7 +6,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 
+#include <map>
+
+using Repository::DocumentChange;
 using Repository::EditedDocument;
 using Repository::Documents::Document;
 using Repository::Documents::Outcome;
@@ -48,8 +52,8 @@ QByteArray merge(EditedDocument& edited, const std::string& theirs)
 Texts conflictsOf(const EditedDocument& edited)
 {
     Texts paths;
-    for (const std::string& path : edited.getConflicts())
-        paths += QString::fromStdString(path);
+    for (const EditedDocument::Conflict& conflict : edited.getConflicts())
+        paths += QString::fromStdString(conflict.path);
     return paths;
 }
 
@@ -181,6 +185,9 @@ private slots:
         quarrel();
         applyAll(edited, {QStringLiteral("a.x = 2")});
         QCOMPARE(conflictsOf(edited), Texts());
+        edited.setSaved(edited.getText());
+        applyAll(edited, {QStringLiteral("a.x = 9")});
+        QCOMPARE(conflictsOf(edited), Texts()); // the file held the same when it was saved
         quarrel();
         QCOMPARE(merge(edited, "[a]\nx = 1\ny = 7\n"), QByteArray());
         QCOMPARE(conflictsOf(edited), Texts());
@@ -192,6 +199,34 @@ private slots:
         QVERIFY(edited.revert({"a.x"}).empty());
         QCOMPARE(conflictsOf(edited), Texts());
         QVERIFY(!edited.hasEdits());
+    }
+
+    // Entries stay, move, change, come and go, alone and in long pieces.
+    void comparesWhatHasMoved()
+    {
+        QRandomGenerator random(7);
+        for (int round = 0; round < 300; ++round) {
+            Texts before;
+            for (int i = random.bounded(400); i > 0; --i)
+                before += QStringLiteral("k%1.x = %2").arg(i).arg(random.bounded(3));
+            Texts after = before;
+            for (int edits = random.bounded(6); edits > 0 && !after.isEmpty(); --edits) {
+                const int at = random.bounded(after.size());
+                const int length = random.bounded(qMin(after.size() - at, round % 2 == 0 ? 3 : 300) + 1);
+                const Texts piece = after.mid(at, length);
+                const int kind = random.bounded(4);
+                after.erase(after.begin() + at, after.begin() + at + length);
+                const int to = random.bounded(after.size() + 1);
+                for (int i = 0; i < length && kind > 0; ++i)
+                    after.insert(to + i, kind == 1 ? piece[i]
+                                                   : piece[i].section(QLatin1Char(' '), 0, 0) +
+                                                         (kind == 2 ? QStringLiteral(" = 8")
+                                                                    : QStringLiteral("-%1 = 9").arg(edits)));
+            }
+            const auto was = parsedLines(before);
+            const auto is = parsedLines(after);
+            QCOMPARE(told(Repository::compareDocuments(*was, *is)), told(compareByPath(*was, *is)));
+        }
     }
 
     // Two sides edit values of a real file that are not the same: nobody's edit is lost, and when one side's
@@ -245,6 +280,46 @@ private slots:
     }
 
 private:
+    static std::unique_ptr<Repository::Documents::Document> parsedLines(const Texts& lines)
+    {
+        auto document = Repository::Documents::makeDocument("txt");
+        document->parse(lines.join(QLatin1Char('\n')).toStdString());
+        return document;
+    }
+
+    // What the comparison is by its definition.
+    static std::vector<DocumentChange> compareByPath(const Repository::Documents::Document& before,
+                                                     const Repository::Documents::Document& after)
+    {
+        std::map<std::string, Repository::Documents::Entry> old;
+        std::map<std::string, Repository::Documents::Entry> present;
+        before.visit([&old](const auto& entry) { old[entry.path] = entry; });
+        after.visit([&present](const auto& entry) { present[entry.path] = entry; });
+        std::vector<DocumentChange> changes;
+        before.visit([&](const auto& entry) {
+            if (present.count(entry.path) == 0)
+                changes.push_back({entry.path, DocumentChange::Kind::Removed, entry.value, {}});
+        });
+        after.visit([&](const auto& entry) {
+            if (old.count(entry.path) == 0)
+                changes.push_back({entry.path, DocumentChange::Kind::Created, {}, entry.value});
+            else if (!Repository::isSame(old[entry.path].value, entry.value))
+                changes.push_back(
+                    {entry.path, DocumentChange::Kind::Changed, old[entry.path].value, entry.value});
+        });
+        return changes;
+    }
+
+    static Texts told(const std::vector<DocumentChange>& changes)
+    {
+        Texts lines;
+        for (const DocumentChange& change : changes)
+            lines += QString::fromStdString(change.path + ' ' + std::to_string(int(change.kind)) + ' ' +
+                                            FrameworkCore::Values::toText(change.before) + ' ' +
+                                            FrameworkCore::Values::toText(change.after));
+        return lines;
+    }
+
     // Mine take every other text, theirs the ones between. False when there are too few.
     static bool mergeSides(EditedDocument& mine, const std::string& type)
     {
