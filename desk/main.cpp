@@ -16,6 +16,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -146,9 +147,10 @@ int main(int argc, char** argv)
         return runWithoutWindow(argc, argv, early);
 
     // A picture needs no display, and must not depend on how somebody left the window.
-    QTemporaryDir settings;
+    std::unique_ptr<QTemporaryDir> settings;
     if (!early.pictureFile.isEmpty()) {
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+        settings = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings->path());
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!hasDisplay(arguments)) {
