@@ -19,11 +19,14 @@ QStringList RecentFiles::get()
 
 void RecentFiles::add(const QStringList& files)
 {
-    QStringList kept = get();
+    const QStringList known = get();
+    QStringList kept = known;
     for (const QString& file : files)
         kept.prepend(QFileInfo(file).absoluteFilePath());
     kept.removeDuplicates();
-    QSettings().setValue(filesKey, QStringList(kept.mid(0, mostKept)));
+    kept = kept.mid(0, mostKept);
+    if (kept != known) // who starts with the same files each time need not wait for the disk
+        QSettings().setValue(filesKey, kept);
 }
 
 void RecentFiles::clear()
