@@ -66,7 +66,7 @@ FileMounter::Result mountFiles(const QStringList& files,
 } // namespace
 
 FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
-    : QObject(parent), repository(std::move(attributes))
+    : QObject(parent), repository(std::move(attributes)), firstOpened(std::make_shared<QSemaphore>())
 {
 }
 
@@ -87,6 +87,11 @@ bool FileMounter::isBusy() const
     return isMounting;
 }
 
+bool FileMounter::waitForFirst(int mostMilliseconds) const
+{
+    return firstOpened->tryAcquire(1, mostMilliseconds);
+}
+
 void FileMounter::startNext()
 {
     if (isMounting || waiting.isEmpty())
@@ -95,13 +100,15 @@ void FileMounter::startNext()
     if (worker.joinable())
         worker.join(); // it has told its result, which is all that it does
     const QPointer<FileMounter> self(this);
-    worker = std::thread([self, files = std::exchange(waiting, {}), attributes = repository] {
-        const Result result = mountFiles(files, attributes);
-        Utilities::postToGuiThread([self, result] {
-            if (self)
-                self->finish(result);
+    worker = std::thread(
+        [self, files = std::exchange(waiting, {}), attributes = repository, opened = firstOpened] {
+            const Result result = mountFiles(files, attributes);
+            Utilities::postToGuiThread([self, result] {
+                if (self)
+                    self->finish(result);
+            });
+            opened->release();
         });
-    });
 }
 
 void FileMounter::finish(const Result& result)

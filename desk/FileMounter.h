@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QObject>
+#include <QSemaphore>
 #include <QStringList>
 
 #include <memory>
@@ -33,6 +34,10 @@ public:
 
     bool isBusy() const;
 
+    // Blocks until the files given first are opened, but no longer than that. True when they are: the events
+    // by which their attributes and the result come to this thread are then posted.
+    bool waitForFirst(int mostMilliseconds) const;
+
     // Where a file is mounted; the name is free in the repository.
     static QString mountName(const QString& file, Repository& repository);
 
@@ -46,6 +51,7 @@ private:
     std::shared_ptr<Repository> repository;
     QStringList waiting;
     std::thread worker;
+    std::shared_ptr<QSemaphore> firstOpened; // has one once they are
     bool isMounting = false; // until its result is told, which is later than until it is there
 };
 

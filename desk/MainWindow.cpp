@@ -24,7 +24,6 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
-#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -65,11 +64,12 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
     connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
+    applications.createApplications(loader);
+    showFirstPages(!firstFiles.isEmpty());
+    mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
     addApplications();
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
-    showFirstPages(!firstFiles.isEmpty());
-    openFiles(firstFiles);
 }
 
 MainWindow::~MainWindow() = default;
@@ -140,7 +140,6 @@ void MainWindow::setUpMenus()
 
 void MainWindow::addApplications()
 {
-    applications.createApplications(loader);
     for (const auto& application : applications.getApplications()) {
         if (QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control))
             navigation->addControl(application->getApplicationIcon(), application->getApplicationName(),
@@ -190,9 +189,15 @@ void MainWindow::openFiles(const QStringList& names)
 {
     if (names.isEmpty())
         return;
-    // After the window stands, so that what reads long is seen to be read.
-    QTimer::singleShot(0, this, [this, names] { mounter.mount(names); });
+    mounter.mount(names);
     showFirstPages(true);
+}
+
+void MainWindow::waitForFirstFiles()
+{
+    constexpr int patience = 100; // milliseconds
+    if (mounter.isBusy() && mounter.waitForFirst(patience))
+        QCoreApplication::sendPostedEvents();
 }
 
 bool MainWindow::isOpeningFiles() const

@@ -32,8 +32,12 @@ public:
     MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
     ~MainWindow() override;
 
-    // Opens files as soon as the event loop runs, and shows their attributes.
+    // Opens files on another thread, and shows their attributes.
     void openFiles(const QStringList& files);
+
+    // Waits a moment for the files that were given first, so that the window appears with what is in them. It
+    // appears without when they are so many or large that a person would notice the wait.
+    void waitForFirstFiles();
 
     bool isOpeningFiles() const;
 

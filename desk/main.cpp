@@ -122,6 +122,7 @@ int runWindow(const Options& options)
     int result = 0;
     {
         Vantry::MainWindow window(repository, loader, options.files);
+        window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;
         if (!options.pictureFile.isEmpty())

@@ -27,6 +27,33 @@ using Vantry::MainWindow;
 
 namespace {
 
+// What the window shows when it is painted first.
+class FirstPicture : public QObject
+{
+public:
+    explicit FirstPicture(const RunningDesk& runningDesk) : desk(runningDesk)
+    {
+        desk.window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && rows.isEmpty()) {
+            rows = desk.shownRows();
+            page = desk.shownPage();
+            title = desk.window->windowTitle();
+        }
+        return false;
+    }
+
+    QStringList rows;
+    QString page;
+    QString title;
+
+private:
+    const RunningDesk& desk;
+};
+
 void clickItem(QTreeView& tree, const QModelIndex& item)
 {
     tree.scrollTo(item);
@@ -85,6 +112,35 @@ private slots:
         QTRY_VERIFY(desk->item(QStringLiteral("limits.oven.maximum")).isValid());
         QTRY_COMPARE(desk->window->windowTitle(), QStringLiteral("plant.json, limits.ini[*]"));
         QVERIFY(desk->part<QWidget>("noticeBar")->isHidden());
+    }
+
+    void appearsWithItsFiles()
+    {
+        desk = std::make_unique<RunningDesk>(
+            *folder, QStringList{folder->path("plant.json"), folder->path("limits.ini")});
+        const FirstPicture first(*desk);
+        desk->window->waitForFirstFiles();
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QCOMPARE(first.rows, (QStringList{QStringLiteral("internal"), QStringLiteral("desk"),
+                                          QStringLiteral("plant"), QStringLiteral("limits")}));
+        QCOMPARE(first.page, QStringLiteral("pageAttributes"));
+        QCOMPARE(first.title, QStringLiteral("plant.json, limits.ini[*]"));
+    }
+
+    void appearsBeforeALargeFileIsRead()
+    {
+        QByteArray lines;
+        for (int i = 0; i < 500000; ++i)
+            lines += "key" + QByteArray::number(i) + " = 1\n";
+        QFile file(folder->path("large.ini"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(lines), lines.size());
+        file.close();
+        desk = std::make_unique<RunningDesk>(*folder, QStringList(file.fileName()));
+        desk->window->waitForFirstFiles();
+        QVERIFY(desk->window->isOpeningFiles());
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QTRY_VERIFY_WITH_TIMEOUT(desk->item(QStringLiteral("large.key499999")).isValid(), 60000);
     }
 
     void completesAndReads()
