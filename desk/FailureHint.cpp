@@ -22,26 +22,15 @@ constexpr int burstLength = 500; // milliseconds in which failures have one reas
 
 } // namespace
 
-FailureHint::FailureHint(LogFeed& feed, QWidget* parent) : QWidget(parent)
+FailureHint::FailureHint(LogFeed& feed, QWidget* parent)
+    : QWidget(parent), icon(new QLabel), label(new QLabel)
 {
     setObjectName(QStringLiteral("failureHint"));
-    life.setSingleShot(true);
-    life.setInterval(shownFor);
-    connect(&life, &QTimer::timeout, this, &FailureHint::end);
-    connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
-    hide();
-}
-
-void FailureHint::setUp()
-{
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(4, 0, 4, 0);
-    auto* const icon = new QLabel;
-    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(LogModel::iconOf(LogMessageType::Failure).pixmap(iconSize));
+    icon->setFixedSize(iconSize(), iconSize());
     row->addWidget(icon);
 
-    label = new QLabel;
     label->setObjectName(QStringLiteral("failureText"));
     label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
@@ -59,6 +48,17 @@ void FailureHint::setUp()
         emit logRequested();
     });
     row->addWidget(open);
+
+    life.setSingleShot(true);
+    life.setInterval(shownFor);
+    connect(&life, &QTimer::timeout, this, &FailureHint::end);
+    connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
+    end();
+}
+
+int FailureHint::iconSize() const
+{
+    return style()->pixelMetric(QStyle::PM_SmallIconSize);
 }
 
 void FailureHint::look(const QVector<LogLine>& lines)
@@ -85,8 +85,8 @@ void FailureHint::tell(const LogLine& failure)
     life.start();
     setToolTip(text);
     setAccessibleName(text);
-    if (!label)
-        setUp();
+    if (icon->pixmap(Qt::ReturnByValue).isNull()) // drawn late: the first look for an icon takes long
+        icon->setPixmap(LogModel::iconOf(LogMessageType::Failure).pixmap(iconSize()));
     fitText();
     setVisible(true);
     QAccessibleEvent alert(this, QAccessible::Alert);
@@ -110,8 +110,6 @@ void FailureHint::fitText()
 void FailureHint::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    if (!label)
-        return;
     layout()->activate(); // the label's width follows
     fitText();
 }

@@ -30,13 +30,16 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void setUp();
+    int iconSize() const;
     void look(const QVector<Shared::Logging::LogLine>& lines);
     void tell(const Shared::Logging::LogLine& failure);
     void end();
     void fitText();
 
-    QLabel* label = nullptr; // a child, from the first failure on
+    // Children.
+    QLabel* icon;
+    QLabel* label;
+
     QString text;
     bool isReason = false; // the text is of the repository
     QElapsedTimer age;

@@ -56,6 +56,7 @@ private slots:
     {
         auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
         QVERIFY(!hint->isVisible());
+        const QRect before = desk->part<QWidget>("workArea")->rect();
         const QString path = QStringLiteral("plant.cell.pump.motor.speed");
         const auto validations = desk->repository->getValidationInterface();
         QVERIFY(validations->addValidation(path, QStringLiteral("range(0,1500)")) != 0);
@@ -66,6 +67,7 @@ private slots:
         for (const char* key : {"ctrl+a", "2", "0", "0", "0", "Return"})
             QVERIFY(pressKey(QLatin1String(key)));
         QTRY_VERIFY(hint->isVisible());
+        QCOMPARE(desk->part<QWidget>("workArea")->rect(), before); // nothing moves under the person's hands
         QTRY_VERIFY(
             LogRecord::instance().getLines().last().text.contains(QLatin1String("Write To Attribute")));
         const QString reason = QStringLiteral("'%1' was not set to '2000' (a whole number): the validation "
