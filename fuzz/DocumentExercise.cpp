@@ -58,7 +58,7 @@ std::string DocumentExercise::run()
         entries = entriesOf(*document);
         broken = checkEdit();
     }
-    return broken;
+    return broken.empty() ? checkCopy() : broken;
 }
 
 std::string DocumentExercise::checkEdit()
@@ -200,6 +200,36 @@ std::string DocumentExercise::checkNothingChanged() const
     };
     if (!std::equal(now.begin(), now.end(), entries.begin(), entries.end(), same))
         return fault("entries changed that had to stay");
+    return {};
+}
+
+// Files of lines have an order of their own, in which groups may be told of several times.
+std::string DocumentExercise::checkCopy() const
+{
+    if (format != "json" && format != "xml")
+        return {};
+    const std::vector<Entry> shown = entriesOf(*document);
+    const auto copy = Repository::Documents::makeDocument(format);
+    copy->beginRun();
+    for (const Entry& entry : shown) {
+        if (!copy->insert(entry.path, entry.value).ok())
+            return {};
+    }
+    std::string lacking;
+    if (!copy->endRun(lacking).ok())
+        return {};
+    const auto again = Repository::Documents::makeDocument(format);
+    const Outcome outcome = again->parse(copy->getBytes());
+    if (!outcome.ok())
+        return fault("a copy cannot be read: " + outcome.error + "\n" + copy->getBytes());
+    const auto same = [](const Entry& a, const Entry& b) {
+        return a.path == b.path && isSame(a.value, b.value);
+    };
+    for (const Document* each : {copy.get(), again.get()}) {
+        const std::vector<Entry> now = entriesOf(*each);
+        if (!std::equal(now.begin(), now.end(), shown.begin(), shown.end(), same))
+            return fault("a copy holds something else:\n" + copy->getBytes());
+    }
     return {};
 }
 

@@ -12,7 +12,8 @@ namespace Fuzz {
 
 // Takes a document through what a hostile file and a person's edits may do to it, and checks what every
 // document promises: bytes that were not edited stay, the tree is what reading the text again would give, a
-// refused edit changes nothing, and an edit can be taken back.
+// refused edit changes nothing, an edit can be taken back, and an empty document takes all of its entries as
+// they are, or refuses one.
 class DocumentExercise
 {
 public:
@@ -36,6 +37,7 @@ private:
     // What holds after every edit that was taken, and after every one that was refused.
     std::string checkTree() const;
     std::string checkNothingChanged() const;
+    std::string checkCopy() const;
     std::string fault(const std::string& what) const;
 
     std::vector<Entry> entriesOf(const Repository::Documents::Document& document) const;

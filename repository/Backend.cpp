@@ -93,6 +93,24 @@ QString Backend::insert(const QString& path, const Value& value)
     return edit([&](Document& text) { return text.insert(relative(path), value); });
 }
 
+void Backend::beginRun()
+{
+    const std::lock_guard lock(mutex);
+    edit([](Document& text) {
+        text.beginRun();
+        return Outcome();
+    });
+}
+
+QString Backend::endRun(QString& refusedPath)
+{
+    const std::lock_guard lock(mutex);
+    std::string refused;
+    QString reason = edit([&](Document& text) { return text.endRun(refused); });
+    refusedPath = absolute(refused);
+    return reason;
+}
+
 QString Backend::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                            std::size_t& refused)
 {

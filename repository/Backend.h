@@ -65,6 +65,10 @@ public:
     // the reason, and nothing changed.
     QString insert(const QString& path, const FrameworkCore::Values::Value& value);
 
+    // Around many insertions; see Document. A refusal at the end leaves what was inserted.
+    void beginRun();
+    QString endRun(QString& refusedPath);
+
     // An entry that is not there and all below it; see Document::insertAll.
     QString insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                       std::size_t& refused);

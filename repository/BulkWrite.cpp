@@ -63,6 +63,7 @@ void BulkWrite::keepText(Backend& backend)
     if (std::find(touched.begin(), touched.end(), &backend) != touched.end())
         return;
     edit.reshape(backend).keepText();
+    backend.beginRun();
     touched.push_back(&backend);
 }
 
@@ -75,6 +76,11 @@ void BulkWrite::prepareTakingBack()
 FrameworkCore::AppConfig::StatusCode BulkWrite::writeDocuments(QString& path, std::optional<QVariant>& value,
                                                                QString& reason)
 {
+    for (Backend* backend : touched) {
+        reason = backend->endRun(path);
+        if (!reason.isEmpty())
+            return StatusCode::BackendFailure;
+    }
     if (held.empty())
         return StatusCode::Success;
     edit.reshape(*newPlace);
@@ -195,7 +201,7 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
 void BulkWrite::show(const Item& item)
 {
     if (item.node) {
-        const bool isChanged = !FrameworkCore::Values::isSameValue(edit.stateOf(item.path).value, item.value);
+        const bool isChanged = edit.stateOf(item.path).value != item.value;
         edit.setAttribute(*item.node, item.value, item.access,
                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
         return;

@@ -44,10 +44,15 @@ public:
         removeAll();
         // Groups come by themselves with what is in them.
         const std::vector<DocumentChange> additions = withoutImpliedGroups(changes);
+        target.beginRun();
         for (const DocumentChange& change : additions) {
             if (change.kind == Kind::Created)
                 put(change);
         }
+        std::string lacking;
+        const Outcome outcome = target.endRun(lacking);
+        if (refusal.reason.empty() && !outcome.ok())
+            refusal = {lacking, outcome.error};
         for (const DocumentChange& change : additions) {
             if (change.kind == Kind::Changed && !takesOut(change))
                 put(change);

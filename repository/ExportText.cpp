@@ -12,6 +12,20 @@ using Documents::Entry;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
+namespace {
+
+bool lieInOneElement(const std::vector<Entry>& entries)
+{
+    const std::string first = entries.empty() ? std::string() : entries.front().path;
+    const std::string_view top = std::string_view(first).substr(0, first.find('.'));
+    return !top.empty() && std::all_of(entries.begin(), entries.end(), [top](const Entry& entry) {
+        const std::string_view path = entry.path;
+        return path.substr(0, path.find('.')) == top && !EncodedNames::areNeededBy(top);
+    });
+}
+
+} // namespace
+
 ExportText::ExportText(std::string documentType, std::string name)
     : type(std::move(documentType)), rootName(std::move(name))
 {
@@ -42,7 +56,8 @@ ExportText::End ExportText::write(std::vector<Entry> entries, TransferProgress& 
 ExportText::End ExportText::fill(Documents::Document& document, const std::vector<Entry>& entries,
                                  TransferProgress& progress)
 {
-    std::string prefix;
+    std::string prefix = type == "xml" && !lieInOneElement(entries) ? elementName() : std::string();
+    document.beginRun();
     for (const Entry& entry : entries) {
         if (!progress.advance())
             return End::Cancelled;
@@ -61,7 +76,17 @@ ExportText::End ExportText::fill(Documents::Document& document, const std::vecto
             return End::Refused;
         }
     }
-    return End::Written;
+    const Documents::Outcome outcome = document.endRun(refusedPath);
+    refusedPath.erase(0, prefix.empty() ? 0 : prefix.size() + 1);
+    error = outcome.error;
+    return outcome.ok() ? End::Written : End::Refused;
+}
+
+// The element that holds what a file of xml cannot hold side by side.
+std::string ExportText::elementName() const
+{
+    const std::string_view name = Documents::splitNumber(rootName).name;
+    return std::string(name.substr(std::min(name.find_first_not_of("@#"), name.size())));
 }
 
 Documents::Outcome ExportText::insert(Documents::Document& document, const std::string& path,

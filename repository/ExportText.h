@@ -31,6 +31,7 @@ public:
 private:
     End fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
              TransferProgress& progress);
+    std::string elementName() const;
     static Documents::Outcome insert(Documents::Document& document, const std::string& path,
                                      const FrameworkCore::Values::Value& value);
 

@@ -206,6 +206,7 @@ QString StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
         else if (loses)
             reason = QStringLiteral("'%1' has got other attributes below it").arg(entry->path);
     }
+    backend.beginRun();
     for (const EntryChange& entry : change.entries) {
         if (!reason.isEmpty() || !to(entry).isNode)
             continue;
@@ -216,7 +217,9 @@ QString StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
         else if (!from(entry).isNode && !backend.contains(entry.path))
             reason = backend.insert(entry.path, {});
     }
-    return reason;
+    QString lacking;
+    const QString lackingReason = backend.endRun(lacking);
+    return reason.isEmpty() ? lackingReason : reason;
 }
 
 void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const

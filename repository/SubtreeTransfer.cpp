@@ -21,6 +21,18 @@ using FrameworkCore::Values::Value;
 namespace {
 
 const QString jsonType = QStringLiteral("json");
+const QString xmlType = QStringLiteral("xml");
+
+// True when a component of the path is the name of an element or attribute with that prefix.
+bool usesPrefix(QStringView path, QStringView prefix)
+{
+    for (qsizetype at = path.indexOf(prefix); at >= 0; at = path.indexOf(prefix, at + 1)) {
+        const QChar before = at > 0 ? path[at - 1] : pathSeparator;
+        if (before == pathSeparator || before == QLatin1Char('@'))
+            return true;
+    }
+    return false;
+}
 
 QString joined(const QString& root, QStringView below)
 {
@@ -144,6 +156,31 @@ std::vector<SubtreeTransfer::Part> SubtreeTransfer::collect(const Node& root, QS
     return parts;
 }
 
+// A file of its own also needs the prefixes that elements around the subtree declare.
+void SubtreeTransfer::addDeclarations(const Node& root, std::vector<Part>& parts) const
+{
+    static const QString declaration = QStringLiteral("@xmlns:");
+    const qsizetype nameStart = root.path.size() - root.getName().size();
+    QString hidden;
+    for (const Node* around = root.parent; around && around->children; around = around->parent) {
+        for (const Node* node : around->children->places) {
+            if (!node || !node->getName().startsWith(declaration))
+                continue;
+            const QString own = joined(root.path, node->getName());
+            const QString prefix = own.mid(root.path.size() + 1 + declaration.size()) + QLatin1Char(':');
+            const auto isOwn = [&](const Part& part) { return part.fullPath == own; };
+            const auto usesIt = [&](const Part& part) {
+                return usesPrefix(QStringView(part.fullPath).mid(nameStart), prefix);
+            };
+            if (std::any_of(parts.begin(), parts.end(), usesIt) &&
+                std::none_of(parts.begin(), parts.end(), isOwn)) {
+                addPart(*node, root.path.size(), parts, hidden);
+                parts.back().fullPath = own;
+            }
+        }
+    }
+}
+
 SubtreeTransfer::Refusal SubtreeTransfer::checkReadable(const std::vector<Part>& parts, const QString& hidden)
 {
     if (hidden.isEmpty() || !parts.empty())
@@ -250,6 +287,8 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
         if (const Node* root = store->nodeOf(path)) {
             parts = collect(*root, hidden);
             refusal = checkReadable(parts, hidden);
+            if (type == xmlType)
+                addDeclarations(*root, parts);
         }
     }
     if (refusal.status == StatusCode::Success)
@@ -325,7 +364,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(*store, {path}, step.getRecorder());
     // Files of lines may tell of a group in several places, and what is written at once is in tree order.
-    const bool isInTreeOrder = type == jsonType || type == QLatin1String("xml");
+    const bool isInTreeOrder = type == jsonType || type == xmlType;
     BulkWrite bulk(edit, isInTreeOrder ? path : QString());
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {

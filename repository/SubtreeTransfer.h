@@ -79,6 +79,8 @@ private:
     std::vector<Part> collect(const Node& root, QString& hidden) const;
     void addPart(const Node& node, int rootLength, std::vector<Part>& parts, QString& hidden) const;
 
+    void addDeclarations(const Node& root, std::vector<Part>& parts) const;
+
     // Adds one part to what is to be written.
     Refusal add(BulkWrite& bulk, const QString& path, const Part& part) const;
 

@@ -6,6 +6,8 @@
 #include "repository/documents/TxtDocument.h"
 #include "repository/documents/XmlDocument.h"
 
+#include <algorithm>
+
 namespace Repository::Documents {
 
 const std::vector<std::string>& getDocumentTypes()
@@ -27,19 +29,33 @@ std::unique_ptr<Document> makeDocument(std::string_view type)
     return nullptr;
 }
 
+Outcome Document::endRun(std::string&)
+{
+    return {};
+}
+
 Outcome Document::insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused)
 {
     std::string before = getBytes();
+    const auto place = [path](const Entry& entry) {
+        return entry.path.empty() ? std::string(path) : joinPath(path, entry.path);
+    };
+    beginRun();
+    Outcome outcome;
     for (refused = 0; refused < entries.size(); ++refused) {
-        const std::string& below = entries[refused].path;
-        Outcome outcome =
-            insert(below.empty() ? std::string(path) : joinPath(path, below), entries[refused].value);
-        if (!outcome.ok()) {
-            parse(std::move(before));
-            return outcome;
-        }
+        outcome = insert(place(entries[refused]), entries[refused].value);
+        if (!outcome.ok())
+            break;
     }
-    return {};
+    if (outcome.ok()) {
+        std::string lacking;
+        outcome = endRun(lacking);
+        const auto isLacking = [&](const Entry& entry) { return place(entry) == lacking; };
+        refused = std::size_t(std::find_if(entries.begin(), entries.end(), isLacking) - entries.begin());
+    }
+    if (!outcome.ok())
+        parse(std::move(before));
+    return outcome;
 }
 
 } // namespace Repository::Documents

@@ -58,6 +58,12 @@ public:
     // Adds an entry, and the groups that lead to it, where a person would put it: behind its siblings.
     virtual Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
 
+    // Between these two entries are added in the order of a tree, so that what the format asks of one may
+    // come behind it: the declaration of a prefix in xml, or the elements beside a text. Whether it came is
+    // found out at the end, which tells the first entry that lacks it; what was added is still there then.
+    virtual void beginRun() {}
+    virtual Outcome endRun(std::string& refusedPath);
+
     // Adds an entry that is not there and all below it, given in the order of a tree with paths relative to
     // it. A refusal tells the refused entry by its position.
     virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);

@@ -29,6 +29,8 @@ public:
     void visit(const std::function<void(const Entry&)>& visitor) const override;
     Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
     Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    void beginRun() override;
+    Outcome endRun(std::string& refusedPath) override;
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool contains(std::string_view path) const override;
@@ -51,6 +53,14 @@ private:
         XmlSpelling spelling;
         XmlValues values;
         XmlEditor editor;
+
+        // While entries come in a run: those that lack something so far.
+        struct Lacking
+        {
+            XmlNodeId node;
+            std::string path;
+        };
+        std::optional<std::vector<Lacking>> run;
     };
 
     // Where a path leads: the last of its nodes that is there, and the components behind it.
@@ -73,6 +83,7 @@ private:
                      std::vector<XmlComponent>& steps) const;
     Outcome checkStep(XmlNodeId parent, std::string_view component, const XmlComponent& step) const;
     Outcome checkPrefix(XmlNodeId element, std::string_view name) const;
+    Outcome checkSurroundings(XmlNodeId id) const;
 
     std::unique_ptr<Content> content;
 };

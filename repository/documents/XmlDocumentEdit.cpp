@@ -5,6 +5,7 @@
 #include "repository/documents/XmlReader.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Repository::Documents {
 
@@ -14,6 +15,11 @@ using FrameworkCore::Values::Value;
 namespace {
 
 constexpr std::string_view declarationOfPrefix = "xmlns:";
+
+std::string noElementsBeside(std::string_view text)
+{
+    return "there are no elements beside which " + quoted(text) + " could stand";
+}
 
 } // namespace
 
@@ -40,7 +46,10 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
             id = content->editor.createRoot(step.name);
         else
             id = content->editor.append(id,
-                                        {step.kind, content->tree.getNames().intern(step.name), step.number});
+                                        {step.kind, content->tree.getNames().intern(step.name), step.number},
+                                        content->run.has_value());
+        if (content->run && !checkSurroundings(id).ok())
+            content->run->push_back({id, std::string(path)});
     }
     if (value.type != Type::Group)
         content->editor.give(id, std::move(spelled));
@@ -117,8 +126,9 @@ Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, con
                            ", which is not there");
     }
     if (step.kind == XmlKind::Text) {
-        if (parent == noXmlNode || !tree.node(parent).isContainer())
-            return refused("there are no elements beside which " + quoted(component) + " could stand");
+        const bool isBesideNodes = parent != noXmlNode && tree.node(parent).isContainer();
+        if (!isBesideNodes)
+            return content->run ? Outcome() : refused(noElementsBeside(component));
         if (tree.node(tree.node(parent).last).kind == XmlKind::Text)
             return refused(quoted(component) + " would become part of the text before it");
         return {};
@@ -129,7 +139,7 @@ Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, con
                        "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
     if (!content->spelling.canHold(step.name))
         return refused("the encoding of the file lacks a character of the name " + quoted(step.name));
-    return checkPrefix(parent, step.name);
+    return content->run ? Outcome() : checkPrefix(parent, step.name);
 }
 
 // A prefix must be declared where it is used, or namespace-aware readers refuse the file.
@@ -147,6 +157,35 @@ Outcome XmlDocument::checkPrefix(XmlNodeId element, std::string_view name) const
     return refused("the prefix of " + quoted(name) + " is not declared: add the attribute " +
                    quoted("@" + std::string(declarationOfPrefix) + std::string(prefix)) +
                    " to an element around it first");
+}
+
+// What a node needs beside itself.
+Outcome XmlDocument::checkSurroundings(XmlNodeId id) const
+{
+    const XmlTree& tree = content->tree;
+    const XmlNode& node = tree.node(id);
+    if (node.kind != XmlKind::Text)
+        return checkPrefix(node.kind == XmlKind::Element ? id : node.parent,
+                           tree.getNames().nameOf(node.name));
+    return tree.node(node.parent).count > 1 ? Outcome() : refused(noElementsBeside(xmlTextComponent));
+}
+
+void XmlDocument::beginRun()
+{
+    content->run.emplace();
+}
+
+Outcome XmlDocument::endRun(std::string& refusedPath)
+{
+    Outcome outcome;
+    const auto run = std::exchange(content->run, std::nullopt);
+    for (const Content::Lacking& lacking : run.value_or(std::vector<Content::Lacking>())) {
+        outcome = checkSurroundings(lacking.node);
+        refusedPath = lacking.path;
+        if (!outcome.ok())
+            break;
+    }
+    return outcome;
 }
 
 Outcome XmlDocument::remove(std::string_view path)

@@ -29,19 +29,21 @@ void XmlEditor::fillElement(XmlNodeId id)
     tree.setText(id, XmlPart::TagEnd, "/>");
 }
 
-XmlNodeId XmlEditor::append(XmlNodeId parent, const XmlKey& key)
+XmlNodeId XmlEditor::append(XmlNodeId parent, const XmlKey& key, bool isInRun)
 {
     if (key.kind == XmlKind::Attribute)
         return appendAttribute(parent, key);
     if (!tree.node(parent).isContainer())
         return appendFirst(parent, key);
+    const bool isInOrder = isInRun && tree.node(parent).end == 0;
     XmlNodeId sibling = noXmlNode;
-    if (key.number > 1 && key.kind == XmlKind::Element)
+    if (key.number > 1 && key.kind == XmlKind::Element && !isInOrder)
         sibling = tree.find(parent, {key.kind, key.name, key.number - 1});
     if (sibling == noXmlNode)
         sibling = tree.node(parent).last;
-    if (tree.node(sibling).kind == XmlKind::Text)
-        sibling = tree.node(sibling).previous; // two texts never stand side by side
+    // Two texts never stand side by side; a run may begin with one that has no elements yet.
+    if (tree.node(sibling).kind == XmlKind::Text && !isInOrder && tree.node(parent).count > 1)
+        sibling = tree.node(sibling).previous;
     const XmlNodeId id = tree.insert(parent, sibling, key);
     if (key.kind == XmlKind::Element)
         fillElement(id);
@@ -54,6 +56,10 @@ XmlNodeId XmlEditor::appendFirst(XmlNodeId parent, const XmlKey& key)
     const std::string content = contentOf(parent);
     values.open(parent);
     const XmlNodeId id = tree.insert(parent, tree.lastAttribute(parent), key);
+    if (key.kind == XmlKind::Text) {
+        layout.setClosingGap(parent, content);
+        return id;
+    }
     fillElement(id);
     layout.placeOnly(id, content);
     return id;

@@ -21,8 +21,9 @@ public:
     XmlNodeId createRoot(std::string_view name);
 
     // A new node with the next number of its name: an element behind its siblings of that name, else behind
-    // all others; an attribute behind all others; a text at the end.
-    XmlNodeId append(XmlNodeId parent, const XmlKey& key);
+    // all others; an attribute behind all others; a text at the end. In a run each stands behind the one
+    // before it, unless the parent was there when the file was read.
+    XmlNodeId append(XmlNodeId parent, const XmlKey& key, bool isInRun);
 
     // The quote of a new attribute of an element.
     char quoteFor(XmlNodeId element) const;

@@ -34,10 +34,13 @@ Outcome apply(EditedDocument& edited, const QString& line)
 
 void applyAll(EditedDocument& edited, const Texts& lines)
 {
+    std::string lacking;
+    edited.edit([](Document& document) { return document.beginRun(), Outcome(); });
     for (const QString& line : lines) {
         const Outcome outcome = apply(edited, line);
         QVERIFY2(outcome.ok(), outcome.error.c_str());
     }
+    QVERIFY(edited.edit([&](Document& document) { return document.endRun(lacking); }).ok());
 }
 
 // Empty on success.
@@ -125,6 +128,9 @@ private slots:
             with(j, "10, 20, 30", "20, 30"), "n.0|n.1|n.2");
         row("json: array shifted on both sides", "json", j, "- n.0", with(j, ", 30", ""),
             with(j, "10, 20, 30", "20, 30"), "n.0|n.1");
+        row("xml: new ones that need each other", "xml", "<r>\n  <k>1</k>\n</r>\n",
+            "r.a:i.@xmlns:a = u|r.m.#text = t|r.m.b = 5", "<r>\n  <k>2</k>\n</r>\n",
+            "<r>\n  <k>2</k>\n  <a:i xmlns:a=\"u\"/>\n  <m>t<b>5</b></m>\n</r>\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),
             with(j, "{\"x\": 1, \"y\": 2}", "{\n    \"#value\": 5,\n    \"z\": 3\n  }"));
     }

@@ -30,6 +30,20 @@ Content contentOf(AttributeRepository& repository, const QString& root)
     return content;
 }
 
+QStringList orderOf(AttributeRepository& repository, const QString& root)
+{
+    QStringList paths = repository.getTreeInterface()->findPaths({root + QStringLiteral(".*")});
+    for (QString& path : paths)
+        path.remove(0, root.size());
+    return paths;
+}
+
+bool mountXml(AttributeRepository& repository, const QString& name, const QString& file)
+{
+    return repository.getBackendInterface()->createBackend(QStringLiteral("xml"), name,
+                                                           {file, QString(), AccessMode::ReadWrite}, 2);
+}
+
 void dropEmptyGroups(Content& content)
 {
     for (auto each = content.end(); each != content.begin();) {
@@ -100,6 +114,76 @@ private slots:
                 "\"\n    ],\n    \"own\": {\n        \"#value\": 2.0,\n        \"gr\xC3\xB6\xC3\x9F"
                 "e.\": null\n    },\n"
                 "    \"when\": \"2024-02-29\",\n    \"$types\": {\n        \"when\": \"date\"\n    }\n}\n");
+    }
+
+    // An element may stand before what it needs: the declaration of its prefix, or elements beside its text.
+    void takesXmlIntoXml_data()
+    {
+        QTest::addColumn<QString>("fileName");
+        TestSupport::writeFile(folder.filePath(QStringLiteral("prefix.xml")),
+                               "<a:r b:k='1' xmlns:b='v' xmlns:a='u'><c:i xmlns:c='w'><c:j/></c:i></a:r>\n");
+        TestSupport::writeFile(
+            folder.filePath(QStringLiteral("mixed.xml")),
+            "<r>a<i/>b<k>1</k><i x='2'> c <b/><!-- -->&#32;</i><i/>\n<?p?>5<m><l/>d</m></r>\n");
+        for (const QString& root : {folder.path(), TestSupport::corporaPath(QStringLiteral("xml"))}) {
+            if (root.isEmpty())
+                continue;
+            QDirIterator files(root, QDir::Files, QDirIterator::Subdirectories);
+            while (files.hasNext())
+                QTest::newRow(files.next().toUtf8()) << files.filePath();
+        }
+    }
+
+    void takesXmlIntoXml()
+    {
+        QFETCH(QString, fileName);
+        const auto repository = AttributeRepository::create({false});
+        if (!mountXml(*repository, QStringLiteral("from"), fileName))
+            return; // one of the files that are not of their format
+        const Content expected = contentOf(*repository, QStringLiteral("from"));
+        const QStringList expectedOrder = orderOf(*repository, QStringLiteral("from"));
+        const auto transfer = repository->getTransferInterface();
+        for (const char* way : {"xml", "json", "copy"}) {
+            const QString to = QLatin1String("to-") + QLatin1String(way);
+            const QString file = folder.filePath(to);
+            QVERIFY(mountXml(*repository, to, file));
+            if (qstrcmp(way, "copy") == 0) {
+                const QString root = expectedOrder.value(0);
+                QCOMPARE(transfer->copyTree(QStringLiteral("from") + root, to + root), Success);
+            } else {
+                QByteArray text;
+                QCOMPARE(transfer->exportTree(QStringLiteral("from"), QLatin1String(way), text), Success);
+                QCOMPARE(transfer->importTree(to, QLatin1String(way), text), Success);
+            }
+            QVERIFY(repository->getBackendInterface()->saveBackend(to));
+            const auto later = AttributeRepository::create({false});
+            QVERIFY(mountXml(*later, to, file));
+            for (AttributeRepository* each : {repository.get(), later.get()}) {
+                const QString difference = firstDifference(contentOf(*each, to), expected);
+                QVERIFY2(difference.isEmpty(), qPrintable(difference));
+                QCOMPARE(orderOf(*each, to), expectedOrder);
+            }
+            QFile::remove(file);
+        }
+    }
+
+    // A file of xml needs one element around all, and the prefixes that others declared.
+    void exportsXmlSubtrees()
+    {
+        const auto repository = AttributeRepository::create({false});
+        QVERIFY(mountXml(*repository, QStringLiteral("x"),
+                         TestSupport::writeFile(folder.filePath(QStringLiteral("nested.xml")),
+                                                "<r xmlns:a='u' xmlns:b='v' xmlns:ab='w'><k/>\n"
+                                                "<k id='1'>t<a:i/><j/></k><a:l b:m='2'><n/></a:l></r>\n")));
+        const auto exported = [&](const char* path) {
+            QByteArray text;
+            repository->getTransferInterface()->exportTree(QLatin1String(path), QStringLiteral("xml"), text);
+            return text.mid(text.indexOf('\n') + 1);
+        };
+        QCOMPARE(exported("x.r.k[2]"), QByteArray("<k id=\"1\" xmlns:a=\"u\">t<a:i/><j/></k>\n"));
+        QCOMPARE(exported("x.r.k[2].@id"), QByteArray("<id>1</id>\n"));
+        QCOMPARE(exported("x.r.a:l"),
+                 QByteArray("<a:l b:m=\"2\" xmlns:a=\"u\" xmlns:b=\"v\">\n  <n/>\n</a:l>\n"));
     }
 
     void comesThrough_data()
