@@ -1,5 +1,7 @@
 #include "repository/PatternIndex.h"
 
+#include "host/FrameworkCore/AppConfig/PathPattern.h"
+
 #include <algorithm>
 #include <mutex>
 
@@ -7,89 +9,44 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::PathPattern;
 
-PatternIndex::Key PatternIndex::keyOf(const PathPattern& pattern)
+PatternIndex::Place PatternIndex::placeOf(const QString& pattern)
 {
-    const QStringList& literals = pattern.getLiterals();
-    if (!literals.first().isEmpty())
-        return {AtStart, literals.first()};
-    if (!literals.last().isEmpty())
-        return {AtEnd, literals.last()};
+    const QStringList literals = PathPattern(pattern).getLiterals();
     const auto longest =
         std::max_element(literals.begin(), literals.end(),
                          [](const QString& a, const QString& b) { return a.size() < b.size(); });
-    return {Inside, *longest};
+    if (!literals.first().isEmpty() || longest->isEmpty()) // the empty text is where every path begins
+        return {atStart, literals.first()};
+    if (!literals.last().isEmpty())
+        return {atEnd, literals.last()};
+    return {inside, *longest};
 }
 
-void PatternIndex::add(const QString& text, RegistrationPointer registration)
+void PatternIndex::add(const QString& pattern, RegistrationPointer registration)
 {
-    const PathPattern pattern(text);
-    const Key key = keyOf(pattern);
+    const Place place = placeOf(pattern);
     const std::unique_lock lock(mutex);
-    Group& group = groups[key.place];
-    const auto [entry, isNew] = group.entries[key.text].try_emplace(text, Entry{pattern, {}});
-    entry->second.registrations.add(std::move(registration));
-    if (isNew)
-        ++group.lengths[key.text.size()];
+    place.group.add(place.text, pattern, std::move(registration));
     generation.fetch_add(1, std::memory_order_release);
 }
 
-void PatternIndex::remove(const QString& text, const Registration& registration)
+void PatternIndex::remove(const QString& pattern, const Registration& registration)
 {
-    const Key key = keyOf(PathPattern(text));
+    const Place place = placeOf(pattern);
     RegistrationPointer removed; // may be the last owner of what the callback captured: let it go unlocked
     const std::unique_lock lock(mutex);
-    Group& group = groups[key.place];
-    const auto filed = group.entries.find(key.text);
-    if (filed == group.entries.end())
-        return;
-    const auto entry = filed->second.find(text);
-    if (entry == filed->second.end())
-        return;
-    removed = entry->second.registrations.take(registration);
+    removed = place.group.take(place.text, pattern, registration);
     generation.fetch_add(1, std::memory_order_release);
-    if (!entry->second.registrations.isEmpty())
-        return;
-    filed->second.erase(entry);
-    if (filed->second.empty())
-        group.entries.erase(filed);
-    if (--group.lengths[key.text.size()] == 0)
-        group.lengths.erase(key.text.size());
 }
 
 Registrations PatternIndex::match(const QString& path) const
 {
     Registrations found;
     const std::shared_lock lock(mutex);
-    const auto collect = [&found, &path](const Group& group, int start, int length) {
-        // The text is looked at in place: a look-up allocates nothing.
-        const auto filed = group.entries.find(QString::fromRawData(path.constData() + start, length));
-        if (filed == group.entries.end())
-            return;
-        for (const auto& [text, entry] : filed->second) {
-            if (!entry.pattern.matches(path))
-                continue;
-            entry.registrations.forEach(
-                [&found](const RegistrationPointer& registration) { found.append(registration); });
-        }
-    };
-    const auto lengthsOf = [&path](const Group& group) {
-        return std::pair(group.lengths.begin(), group.lengths.upper_bound(path.size()));
-    };
-
-    for (auto [length, end] = lengthsOf(groups[AtStart]); length != end; ++length)
-        collect(groups[AtStart], 0, length->first);
-    for (auto [length, end] = lengthsOf(groups[AtEnd]); length != end; ++length)
-        collect(groups[AtEnd], path.size() - length->first, length->first);
-    for (auto [length, end] = lengthsOf(groups[Inside]); length != end; ++length) {
-        const int lastStart = length->first == 0 ? 0 : path.size() - length->first;
-        for (int start = 0; start <= lastStart; ++start) {
-            const bool seenBefore =
-                start > 0 &&
-                path.midRef(0, start + length->first - 1).contains(path.midRef(start, length->first));
-            if (!seenBefore)
-                collect(groups[Inside], start, length->first);
-        }
-    }
+    atStart.collect(path, 0, found);
+    atEnd.collect(path, 0, found);
+    for (int start = 0; start < path.size(); ++start)
+        inside.collect(path, start, found);
     return found;
 }
 

@@ -185,28 +185,44 @@ private slots:
         QCOMPARE(takeHeard().size(), 1);
     }
 
-    // The index over patterns finds just those that a walk over all of them would find.
+    void patternsAgreeWithAWalk_data()
+    {
+        QTest::addColumn<QByteArray>("alphabet");
+        QTest::addColumn<int>("longest");
+        QTest::newRow("few short texts") << QByteArray("ab*") << 5;
+        QTest::newRow("many texts") << QByteArray("abcdefgh*") << 12;
+    }
+
+    // The index over patterns finds just those that a walk over all of them would find, while they become
+    // many and few again.
     void patternsAgreeWithAWalk()
     {
+        QFETCH(QByteArray, alphabet);
+        QFETCH(int, longest);
         QRandomGenerator random(5);
-        const auto text = [&random](const char* alphabet, int length) {
+        const auto text = [&](int letters) {
             QString made;
-            for (int i = 0; i < length; ++i)
-                made += QLatin1Char(alphabet[random.bounded(int(qstrlen(alphabet)))]);
+            for (int length = int(random.bounded(1, longest + 1)); length > 0; --length)
+                made += QLatin1Char(alphabet.at(int(random.bounded(letters))));
             return made;
         };
         QMap<QString, std::shared_ptr<Interfaces::RegistrationInterface>> patterns;
         for (int step = 0; step < 3000; ++step) {
-            const QString pattern = text("ab*", random.bounded(1, 6));
+            const QString pattern = text(alphabet.size());
             if (pattern.contains(QLatin1Char('*')) && !patterns.contains(pattern))
                 patterns.insert(pattern, listen(pattern, 8));
-            if (step % 3 == 0 && !patterns.isEmpty()) {
+            const bool isGrowing = step / 750 % 2 == 0;
+            for (int ends = isGrowing ? 0 : 2; ends > 0 && !patterns.isEmpty(); --ends) {
                 const auto ended = patterns.begin() + random.bounded(patterns.size());
                 ended.value()->end();
                 patterns.erase(ended);
             }
-            const QString path = text("ab", random.bounded(1, 7));
-            create(path, step);
+            // A path made from a pattern has one that matches at least.
+            QString path =
+                patterns.isEmpty() ? text(2) : (patterns.begin() + random.bounded(patterns.size())).key();
+            while (path.contains(QLatin1Char('*')))
+                path.replace(path.indexOf(QLatin1Char('*')), 1, text(2));
+            QVERIFY(create(path, step));
             QStringList told;
             for (const QString& line : takeHeard())
                 told.append(line.section(QLatin1Char(':'), 0, 0));
