@@ -135,7 +135,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
         }
         return write(path, value, points);
     }
-    const bool isChanged = previous.isValid() != node->value.isValid() || previous != node->value;
+    const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
                             points, key.hash);

@@ -201,7 +201,7 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
 void BulkWrite::show(const Item& item)
 {
     if (item.node) {
-        const bool isChanged = edit.stateOf(item.path).value != item.value;
+        const bool isChanged = !FrameworkCore::Values::isSameValue(edit.stateOf(item.path).value, item.value);
         edit.setAttribute(*item.node, item.value, item.access,
                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
         return;

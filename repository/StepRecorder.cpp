@@ -1,6 +1,5 @@
 #include "repository/StepRecorder.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/Backend.h"
 
@@ -42,14 +41,9 @@ std::size_t sizeOf(const QString& path, const NodeState& before, const NodeState
 
 bool isSameValue(const NodeState& a, const NodeState& b)
 {
-    using FrameworkCore::Values::toText;
-    using FrameworkCore::Values::toValue;
     if (!a.isAttribute || !b.isAttribute)
         return a.isAttribute == b.isAttribute;
-    if (a.value.userType() != b.value.userType())
-        return false;
-    return a.value.userType() == QMetaType::QString ? a.value.toString() == b.value.toString()
-                                                    : toText(toValue(a.value)) == toText(toValue(b.value));
+    return FrameworkCore::Values::isSameValue(a.value, b.value);
 }
 
 StepRecorder::StepRecorder(const QString& stepName) : name(stepName)

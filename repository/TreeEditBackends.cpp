@@ -50,7 +50,7 @@ void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkC
     const bool isNew = !node.isAttribute;
     {
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
-        if (!isNew && node.value.userType() == variant.userType() && node.value == variant)
+        if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
     setAttribute(node, variant, backend.getAccessMode(),

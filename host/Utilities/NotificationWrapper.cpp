@@ -1,5 +1,6 @@
 #include "host/Utilities/NotificationWrapper.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QCoreApplication>
@@ -19,11 +20,6 @@ namespace {
 
 constexpr int millisecondsBetweenDeliveries = 16; // a screen shows no more
 constexpr QEvent::Type changeAnnounced = QEvent::User;
-
-bool isSameValue(const QVariant& a, const QVariant& b)
-{
-    return a.userType() == b.userType() && a == b; // QVariant alone takes 1 and "1" as equal
-}
 
 } // namespace
 
@@ -139,7 +135,7 @@ void NotificationWrapper::deliver()
     const bool isWritten = current->beginDelivery();
     const QVariant value = readValue();
     sinceDelivery.start();
-    if (isSameValue(value, lastValue) && !(deliverUnchanged && isWritten))
+    if (FrameworkCore::Values::isSameValue(value, lastValue) && !(deliverUnchanged && isWritten))
         return;
     lastValue = value;
 

@@ -359,6 +359,31 @@ private slots:
         QCOMPARE(back.toDateTime().offsetFromUtc(), variant.toDateTime().offsetFromUtc());
     }
 
+    void tellsValuesApart_data()
+    {
+        QTest::addColumn<QVariant>("a");
+        QTest::addColumn<QVariant>("b");
+        QTest::addColumn<bool>("isSame");
+        const QDateTime utc(QDate(2024, 1, 2), QTime(3, 4, 5), Qt::UTC);
+        QTest::newRow("close numbers") << QVariant(0.1 + 0.2) << QVariant(0.3) << false;
+        QTest::newRow("two zeros") << QVariant(0.0) << QVariant(-0.0) << false;
+        QTest::newRow("no number") << QVariant(qQNaN()) << QVariant(qQNaN()) << true;
+        QTest::newRow("one moment in two zones")
+            << QVariant(utc) << QVariant(utc.toOffsetFromUtc(60)) << false;
+        QTest::newRow("number and its text") << QVariant(1LL) << QVariant(QStringLiteral("1")) << false;
+        QTest::newRow("null and empty text") << QVariant() << QVariant(QString()) << false;
+        QTest::newRow("equal lists") << QVariant(QStringList(lone())) << QVariant(QStringList(lone()))
+                                     << true;
+    }
+
+    void tellsValuesApart()
+    {
+        QFETCH(QVariant, a);
+        QFETCH(QVariant, b);
+        QFETCH(bool, isSame);
+        QCOMPARE(isSameValue(a, b), isSame);
+    }
+
     void neverReplacesBytes()
     {
         const std::string latin = "Gr\xFC\xDF";

@@ -72,6 +72,14 @@ private slots:
         QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 created back"));
     }
 
+    void tellsTheLeastChangeOfANumber()
+    {
+        create(QStringLiteral("x"), 0.1 + 0.2);
+        listen(QStringLiteral("x"), 8);
+        write(QStringLiteral("x"), 0.3);
+        QCOMPARE(takeHeard().first(), QStringLiteral("x: x 8 changed 0.3"));
+    }
+
     void deliversPointsInOrder()
     {
         create(QStringLiteral("x"), 0);

@@ -165,6 +165,15 @@ std::optional<QVariant> toBool(const QVariant& variant)
     return QVariant(integer->toLongLong() == 1);
 }
 
+// The text is moved into the variant, whose constructors would only share it: counting its owners up and down
+// again costs more than all the rest of it.
+QVariant holdingText(QString text)
+{
+    QVariant variant{QString()};
+    static_cast<QString*>(variant.data())->swap(text);
+    return variant;
+}
+
 std::optional<QVariant> toStringVariant(const QVariant& variant)
 {
     const Number number = numberIn(variant);
@@ -172,11 +181,11 @@ std::optional<QVariant> toStringVariant(const QVariant& variant)
     case Number::Kind::Bool:
         return QVariant(number.asSigned == 1 ? QStringLiteral("true") : QStringLiteral("false"));
     case Number::Kind::Signed:
-        return QVariant(QString::number(number.asSigned));
+        return holdingText(QString::number(number.asSigned));
     case Number::Kind::Unsigned:
-        return QVariant(QString::number(number.asUnsigned));
+        return holdingText(QString::number(number.asUnsigned));
     case Number::Kind::Real:
-        return QVariant(fromLatin(toText(Value{Type::Double, number.asReal})));
+        return holdingText(fromLatin(toText(Value{Type::Double, number.asReal})));
     case Number::Kind::None:
         break;
     }
@@ -340,6 +349,27 @@ std::optional<QVariant> toAttributeVariant(const QVariant& variant)
     }
 }
 
+bool isSameValue(const QVariant& a, const QVariant& b)
+{
+    const int type = a.userType();
+    if (type != b.userType())
+        return false;
+    switch (type) {
+    case QMetaType::QString: // nearly all values, and quicker when the type is named
+        return *static_cast<const QString*>(a.constData()) == *static_cast<const QString*>(b.constData());
+    case QMetaType::Double: { // close is not the same, nor is the zero below the other
+        const double first = a.toDouble();
+        const double second = b.toDouble();
+        return (first == second && std::signbit(first) == std::signbit(second)) ||
+               (std::isnan(first) && std::isnan(second));
+    }
+    case QMetaType::QDateTime:
+        return isoText(a.toDateTime()) == isoText(b.toDateTime());
+    default:
+        return a == b;
+    }
+}
+
 Value toValue(const QVariant& variant)
 {
     switch (variant.userType()) {
@@ -390,8 +420,8 @@ QVariant toVariant(const Value& value)
         return QVariant(std::get<double>(value.data));
     case Type::String: {
         const std::string& bytes = std::get<std::string>(value.data);
-        if (const std::optional<QString> text = fromBytes(bytes))
-            return QVariant(*text);
+        if (std::optional<QString> text = fromBytes(bytes))
+            return holdingText(*std::move(text));
         return QVariant(QByteArray::fromStdString(bytes));
     }
     case Type::StringList: {

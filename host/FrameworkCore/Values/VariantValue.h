@@ -27,6 +27,10 @@ VANTRY_CORE_EXPORT std::optional<QVariant> toAttributeVariant(const QVariant& va
 // - Dates, times and date-times do not become each other.
 VANTRY_CORE_EXPORT std::optional<QVariant> convertVariant(const QVariant& variant, int metaType);
 
+// Whether two values of attribute types are of one type and exactly the same, other than variants compare:
+// numbers that are close to each other differ, and so do the texts of one moment in two time zones.
+VANTRY_CORE_EXPORT bool isSameValue(const QVariant& a, const QVariant& b);
+
 // Between the two forms of an attribute's value; the variant must be of an attribute type. A String whose
 // bytes are no text gives a QByteArray, and such an element of a list its bytes in escapes. A date-time of a
 // named time zone keeps its offset, not the name.
