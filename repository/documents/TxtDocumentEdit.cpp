@@ -131,7 +131,7 @@ std::string TxtDocument::fillDraft(const TxtLine& draft, const Value& value, boo
     }
     // Bytes that are no text would spoil the file for other readers.
     std::string plain = belowMark || value.type == Type::ByteArray ? std::string() : write(text);
-    if (!plain.empty())
+    if (!plain.empty() && !goesOnBelow(plain))
         return plain;
     return write(std::string(draft.indent()) + writeTypeMark('#', value.type) + style.lineEnd + text);
 }

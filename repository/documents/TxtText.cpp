@@ -100,17 +100,28 @@ std::optional<std::string> writeTxtValue(const TxtLine& entry, const Value& valu
     if (lacksBlank(entry) && !toText(value).empty())
         head += ' ';
     const std::vector<std::string> forms = formsOf(entry, value, style);
+    std::optional<std::string> onlyAtEnd;
     // Behind "=" some values need a blank to be told from an operator.
     for (const char* const blank : {"", " "}) {
         for (const std::string& form : forms) {
             std::string text = head + blank + form + tail;
-            if (holds(text, entry, value))
+            if (!holds(text, entry, value))
+                continue;
+            if (!goesOnBelow(text))
                 return text;
+            if (!onlyAtEnd)
+                onlyAtEnd = std::move(text);
         }
         if (isBlank(head.back()))
             break;
     }
-    return std::nullopt;
+    return onlyAtEnd;
+}
+
+bool goesOnBelow(std::string_view text)
+{
+    const std::optional<TxtLine> entry = scanTxtEntry(text);
+    return entry && wouldSwallow(*entry, std::string(entry->indent()) + "key = 1");
 }
 
 std::string explainTxtRefusal(const TxtLine& entry, const Value& value)

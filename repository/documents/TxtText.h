@@ -24,8 +24,11 @@ struct TxtStyle
 // quotes; there \n, \r, \t, \", \\ and \x with two hex digits are escapes.
 FrameworkCore::Values::Value readTxtValue(const TxtLine& entry);
 
+// True when an entry below that of the text would be read as part of its value.
+bool goesOnBelow(std::string_view text);
+
 // The text of the entry with another value, of which readTxtValue gives back this very value, and with all
-// else as it was; nothing when no form of the value does that.
+// else as it was; nothing when no form of the value does that. One that goes on below is the last choice.
 std::optional<std::string> writeTxtValue(const TxtLine& entry, const FrameworkCore::Values::Value& value,
                                          const TxtStyle& style);
 

@@ -177,6 +177,10 @@ private slots:
         row("no path", "a=1\n", "a..b", integer(1), "\"a..b\" is not a path");
         row("mark of an encoding", "", "\xEF\xBB\xBFk", integer(1),
             "the file would begin like a file of another encoding");
+        row("folder", "", "k", text("C:\\"), "k = C:\\\n");
+        row("what would go on below", "", "k", text("x \\"), "# @type text\nk = \"x \\\\\"\n");
+        row("what would go on below, indented", " a=1\n", "k", text("C:\\"),
+            " a=1\n # @type text\n k=\"C:\\\\\"\n");
         row("behind a backslash", "a = x \\", "b", integer(1),
             "the entry would be read as part of the one above it");
     }
