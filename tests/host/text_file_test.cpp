@@ -12,6 +12,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using Shared::Logging::LogRecord;
@@ -61,6 +62,24 @@ private slots:
         QCOMPARE(QFile::permissions(path("list")), permissions);
     }
 
+    void keepsNamesAndAttributes()
+    {
+        put("list", "a longer one");
+        const QByteArray list = QFile::encodeName(path("list"));
+        const bool hasAttributes = setxattr(list, "user.note", "kept", 4, 0) == 0 || errno != ENOTSUP;
+        for (const bool isLinked : {false, true}) {
+            if (isLinked)
+                QCOMPARE(link(list, QFile::encodeName(path("other"))), 0);
+            QVERIFY(utils.writeTxtFile(QStringLiteral("new"), path("list")));
+            QCOMPARE(get("list"), QByteArray("new"));
+            char note[4] = {};
+            QCOMPARE(getxattr(list, "user.note", note, sizeof note), hasAttributes ? 4 : -1);
+        }
+        QCOMPARE(get("other"), QByteArray("new"));
+        QVERIFY(utils.writeTxtFile(QString(9000, QLatin1Char('y')), path("other")));
+        QCOMPARE(get("list"), QByteArray(9000, 'y'));
+    }
+
     void refusesWhatIsNoText_data()
     {
         QTest::addColumn<QString>("name");
@@ -108,6 +127,8 @@ private slots:
         row("no room, small", "list", 5000, "File too large");
         row("no room, large", "list", 50000, "File too large");
         row("failed sync", "list", 5, "Input/output error");
+        row("no room, two names", "linked", 5000, "File too large");
+        row("failed sync, two names", "linked", 5, "Input/output error");
         row("not writable", "locked", 5, "Permission denied");
         row("pipe", "pipe", 5, "it is no regular file");
         row("folder", ".", 5, "it is a folder");
@@ -121,6 +142,9 @@ private slots:
         QFETCH(QString, reason);
         put("list", "old");
         put("locked", "old");
+        put("linked", "old");
+        QCOMPARE(link(QFile::encodeName(path("linked")), QFile::encodeName(path("other"))), 0);
+        QVERIFY(QFile::setPermissions(path("linked"), QFile::Permissions(0x6666)));
         QVERIFY(QFile::setPermissions(path("list"), QFile::Permissions(0x6666)));
         QVERIFY(QFile::setPermissions(path("locked"), QFile::Permissions(0x4444)));
         QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
@@ -133,6 +157,7 @@ private slots:
         QVERIFY(!written);
         QCOMPARE(get("list"), QByteArray("old"));
         QCOMPARE(get("locked"), QByteArray("old"));
+        QCOMPARE(get("linked"), QByteArray("old"));
         QCOMPARE(names(), before);
         const auto log = LogRecord::instance().getLines();
         QCOMPARE(log.size(), lines + 1);

@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <tuple>
 #include <unistd.h>
 
@@ -73,6 +74,20 @@ void keepOwner(int file, const Status& original)
         std::ignore = fchown(file, uid_t(-1), original.st_gid);
 }
 
+// Access lists are among them. What a file system does not take is left out.
+void keepExtendedAttributes(int file, const QByteArray& originalName)
+{
+    QByteArray names(1 << 16, '\0'); // the most there can be
+    names.resize(int(std::max<ssize_t>(0, listxattr(originalName, names.data(), std::size_t(names.size())))));
+    QByteArray value(1 << 16, '\0');
+    const QList<QByteArray> all = names.split('\0');
+    for (const QByteArray& name : all) {
+        const ssize_t size = getxattr(originalName, name, value.data(), std::size_t(value.size()));
+        if (size >= 0)
+            std::ignore = fsetxattr(file, name, value.constData(), std::size_t(size), 0);
+    }
+}
+
 // Without this a power cut may bring the old file back, whole.
 void syncFolderOf(const QString& name)
 {
@@ -99,27 +114,69 @@ QString readAll(const QString& name, QByteArray& bytes)
     return file.error() == QFile::NoError ? QString() : file.errorString();
 }
 
-QString replace(const QString& name, const QByteArray& bytes)
+QString writeAll(QFileDevice& file, const QByteArray& bytes)
 {
-    QString error;
-    const std::optional<Status> original = examine(name, error);
-    if (!error.isEmpty())
-        return error;
-    if (original && faccessat(AT_FDCWD, QFile::encodeName(name).constData(), W_OK, AT_EACCESS) != 0)
-        return systemReason();
-    QSaveFile file(name);
-    // A buffer would be written at the commit, which takes no notice of a full disk. Nor does it of a sync
-    // that fails, so that is done before.
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        return file.errorString();
     for (qint64 done = 0; done < bytes.size();) { // what there is no room for is not written at once
         const qint64 count = file.write(bytes.constData() + done, bytes.size() - done);
         if (count <= 0)
             return file.errorString();
         done += count;
     }
-    if (original)
+    return {};
+}
+
+QString overwrite(QFile& file, const QByteArray& bytes)
+{
+    if (!file.seek(0))
+        return file.errorString();
+    const QString error = writeAll(file, bytes);
+    if (!error.isEmpty())
+        return error;
+    if (!file.resize(bytes.size()))
+        return file.errorString();
+    return fsync(file.handle()) == 0 ? QString() : systemReason();
+}
+
+// A new file would leave the old content to the other names of this one.
+QString writeInPlace(const QString& name, const QByteArray& bytes)
+{
+    QByteArray before;
+    QString error = readAll(name, before);
+    QFile file(name);
+    if (error.isEmpty() && !file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        error = file.errorString();
+    if (!error.isEmpty())
+        return error;
+    const int noRoom = bytes.size() > before.size() ? posix_fallocate(file.handle(), 0, bytes.size()) : 0;
+    error = noRoom == 0 ? overwrite(file, bytes) : qt_error_string(noRoom);
+    if (!error.isEmpty())
+        overwrite(file, before);
+    return error;
+}
+
+QString replace(const QString& name, const QByteArray& bytes)
+{
+    QString error;
+    const std::optional<Status> original = examine(name, error);
+    if (!error.isEmpty())
+        return error;
+    const QByteArray encodedName = QFile::encodeName(name);
+    if (original && faccessat(AT_FDCWD, encodedName, W_OK, AT_EACCESS) != 0)
+        return systemReason();
+    if (original && original->st_nlink > 1)
+        return writeInPlace(name, bytes);
+    QSaveFile file(name);
+    // A buffer would be written at the commit, which takes no notice of a full disk. Nor does it of a sync
+    // that fails, so that is done before.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return file.errorString();
+    error = writeAll(file, bytes);
+    if (!error.isEmpty())
+        return error;
+    if (original) {
         keepOwner(file.handle(), *original);
+        keepExtendedAttributes(file.handle(), encodedName);
+    }
     if (fsync(file.handle()) != 0)
         return systemReason();
     if (!file.commit())

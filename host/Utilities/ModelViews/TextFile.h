@@ -15,7 +15,9 @@ public:
     static QString read(const QString& name, QString& text);
 
     // Writes the text as it stands. At every moment the old or the new content is there whole, and after a
-    // success the new one is on the disk. Owner and permissions are kept as far as the system allows it.
+    // success the new one is on the disk. Owner, permissions and extended attributes are kept as far as the
+    // system allows it. A file of several names (hard links) keeps them all: it is written in place, so that
+    // a crash in that moment may damage it; a refusal brings its old content back.
     static QString write(const QString& name, const QString& text);
 
     // The same with bytes as they are, whatever their encoding.
