@@ -35,6 +35,15 @@ std::string describe(std::string_view text, std::size_t at)
     return quoted(word);
 }
 
+// Only blanks stand between two tokens.
+std::size_t endOfToken(std::string_view text, std::size_t nextToken)
+{
+    std::size_t end = nextToken;
+    while (text[end - 1] == ' ' || text[end - 1] == '\n' || text[end - 1] == '\t' || text[end - 1] == '\r')
+        --end;
+    return end;
+}
+
 std::uint32_t narrow(std::size_t offset)
 {
     return static_cast<std::uint32_t>(offset);
@@ -163,7 +172,7 @@ bool JsonReader::take(std::string_view text, std::size_t at, std::size_t nextTok
 {
     switch (expected) {
     case Expected::Member:
-        return text[at] == '}' ? close(at) : takeKey(text, at);
+        return text[at] == '}' ? close(at) : takeKey(text, at, nextToken);
     case Expected::Colon:
         if (text[at] != ':')
             return failUnexpected(text, at);
@@ -181,13 +190,13 @@ bool JsonReader::take(std::string_view text, std::size_t at, std::size_t nextTok
     return failUnexpected(text, at);
 }
 
-bool JsonReader::takeKey(std::string_view text, std::size_t at)
+bool JsonReader::takeKey(std::string_view text, std::size_t at, std::size_t nextToken)
 {
     if (text[at] != '"')
         return failUnexpected(text, at);
     label = at;
     expected = Expected::Colon;
-    return checkEscapes(text, at, findStringEnd(text, at));
+    return checkEscapes(text, at, endOfToken(text, nextToken));
 }
 
 bool JsonReader::takeValue(std::string_view text, std::size_t at, std::size_t nextToken)
@@ -198,7 +207,7 @@ bool JsonReader::takeValue(std::string_view text, std::size_t at, std::size_t ne
     case '[':
         return open(JsonKind::Array, at);
     case '"': {
-        const std::size_t end = findStringEnd(text, at);
+        const std::size_t end = endOfToken(text, nextToken);
         return checkEscapes(text, at, end) && addScalar(JsonKind::Text, at, end);
     }
     case '}':
@@ -213,7 +222,7 @@ bool JsonReader::takeValue(std::string_view text, std::size_t at, std::size_t ne
 
 bool JsonReader::takeWord(std::string_view text, std::size_t at, std::size_t nextToken)
 {
-    const std::size_t end = text.find_last_not_of(" \t\r\n", nextToken - 1) + 1;
+    const std::size_t end = endOfToken(text, nextToken);
     const std::string_view word = text.substr(at, end - at);
     if (word == "true")
         return addScalar(JsonKind::True, at, end);

@@ -41,7 +41,7 @@ private:
 
     bool scan(const std::string& text, std::size_t start);
     bool take(std::string_view text, std::size_t at, std::size_t nextToken);
-    bool takeKey(std::string_view text, std::size_t at);
+    bool takeKey(std::string_view text, std::size_t at, std::size_t nextToken);
     bool takeValue(std::string_view text, std::size_t at, std::size_t nextToken);
     bool takeWord(std::string_view text, std::size_t at, std::size_t nextToken);
     bool takeSeparator(std::string_view text, std::size_t at);

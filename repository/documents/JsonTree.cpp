@@ -281,6 +281,11 @@ void JsonTree::setText(JsonNodeId id, JsonPart part, std::string text)
 std::string_view JsonTree::keyLiteral(JsonNodeId id) const
 {
     const std::string_view label = text(id, JsonPart::Label);
+    // Mostly nothing but a colon and a blank is behind the key, and a comment does not end in these.
+    for (const std::string_view usual : {"\": ", "\":"}) {
+        if (label.size() > usual.size() && label.substr(label.size() - usual.size()) == usual)
+            return label.substr(0, label.size() - usual.size() + 1);
+    }
     return label.substr(0, findStringEnd(label, 0));
 }
 
