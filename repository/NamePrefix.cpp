@@ -13,6 +13,9 @@ constexpr std::uint64_t allCharacters = ~std::uint64_t(0xFF);
 // Characters that differ in nothing but case share a byte; so do the halves of those that take two.
 std::uint64_t byteOf(QChar character)
 {
+    const unsigned code = character.unicode();
+    if (code < 0x80) // nearly all
+        return code >= 'A' && code <= 'Z' ? code | 0x20 : code;
     if (character.isSurrogate())
         return 0x80;
     const unsigned folded = character.toCaseFolded().unicode();

@@ -32,8 +32,9 @@ QStringView parentPath(QStringView path)
 
 bool isAtOrBelow(QStringView path, QStringView ancestor)
 {
-    return path.startsWith(ancestor) &&
-           (path.size() == ancestor.size() || path[ancestor.size()] == pathSeparator);
+    const bool endsThere = path.size() == ancestor.size() ||
+                           (path.size() > ancestor.size() && path[ancestor.size()] == pathSeparator);
+    return endsThere && path.startsWith(ancestor);
 }
 
 // Nearly all paths are ASCII, which needs no decoder and just one block of memory.
