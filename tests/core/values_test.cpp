@@ -225,6 +225,8 @@ private slots:
         row("longest to ULongLong", longest, qulonglong(longest));
         row("text to ULongLong", QStringLiteral("18446744073709551615"), unsignedLongest);
         row("exact integer to Double", (qlonglong(1) << 53) + 2, 9007199254740994.0);
+        row("least to text", std::numeric_limits<qlonglong>::min(), QStringLiteral("-9223372036854775808"));
+        row("longest to text", unsignedLongest, QStringLiteral("18446744073709551615"));
         row("least to Double", std::numeric_limits<qlonglong>::min(), -9223372036854775808.0);
         row("float to Double", 0.5f, 0.5);
         row("text to Double", QStringLiteral("0.1"), 0.1);

@@ -8,7 +8,9 @@
 #include <QUrl>
 #include <QUuid>
 
+#include <charconv>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace FrameworkCore::Values {
@@ -174,6 +176,15 @@ QVariant holdingText(QString text)
     return variant;
 }
 
+// The standard library writes the digits straight away, QString::number by way of a locale's rules.
+template <typename Integer>
+QVariant holdingNumber(Integer number)
+{
+    char digits[std::numeric_limits<Integer>::digits10 + 2]; // of the longest one, and a sign
+    const std::to_chars_result written = std::to_chars(std::begin(digits), std::end(digits), number);
+    return holdingText(QString::fromLatin1(digits, int(written.ptr - digits)));
+}
+
 std::optional<QVariant> toStringVariant(const QVariant& variant)
 {
     const Number number = numberIn(variant);
@@ -181,9 +192,9 @@ std::optional<QVariant> toStringVariant(const QVariant& variant)
     case Number::Kind::Bool:
         return QVariant(number.asSigned == 1 ? QStringLiteral("true") : QStringLiteral("false"));
     case Number::Kind::Signed:
-        return holdingText(QString::number(number.asSigned));
+        return holdingNumber(number.asSigned);
     case Number::Kind::Unsigned:
-        return holdingText(QString::number(number.asUnsigned));
+        return holdingNumber(number.asUnsigned);
     case Number::Kind::Real:
         return holdingText(fromLatin(toText(Value{Type::Double, number.asReal})));
     case Number::Kind::None:
@@ -273,9 +284,8 @@ QVariant emptyValue(int metaType)
     }
 }
 
-bool isNull(const QVariant& variant)
+bool isNull(int type)
 {
-    const int type = variant.userType();
     return type == QMetaType::UnknownType || type == QMetaType::Nullptr || type == QMetaType::Void;
 }
 
@@ -283,9 +293,10 @@ bool isNull(const QVariant& variant)
 
 std::optional<QVariant> convertVariant(const QVariant& variant, int metaType)
 {
-    if (variant.userType() == metaType)
+    const int type = variant.userType();
+    if (type == metaType)
         return variant;
-    if (isNull(variant))
+    if (isNull(type))
         return emptyValue(metaType);
     switch (metaType) {
     case QMetaType::Bool:
@@ -332,7 +343,7 @@ std::optional<QVariant> toAttributeVariant(const QVariant& variant)
     default:
         break;
     }
-    if (isNull(variant))
+    if (isNull(variant.userType()))
         return QVariant();
     switch (numberIn(variant).kind) {
     case Number::Kind::Signed:
