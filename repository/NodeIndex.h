@@ -41,14 +41,16 @@ public:
         void handWaiting(Node& node);
 
         mutable std::mutex mutex; // guards all of the shard and the attribute part of its nodes
+        NodeTable nodes;          // behind it, so that a look-up finds both in one line of the cache
         std::unordered_map<QString, Waiting> waiting;
-        NodeTable nodes;
     };
 
-    static constexpr std::size_t shardCount = 64;
+    // So many that a thread is seldom put to sleep for another one; the locks of more of them would no longer
+    // stay near the processor.
+    static constexpr std::size_t shardCount = 256;
 
     // By the highest bits of the hash; its table goes by the lowest.
-    static std::size_t shardNumber(quint32 hash) { return hash >> 26; }
+    static std::size_t shardNumber(quint32 hash) { return hash >> 24; }
 
     Shard& shard(std::size_t number) { return shards[number]; }
     Shard& shardOf(const Key& key) { return shards[shardNumber(key.hash)]; }

@@ -1,5 +1,6 @@
 #include "repository/NodeTable.h"
 
+#include <QtAlgorithms>
 #include <QtMath>
 
 #include <cstring>
@@ -16,13 +17,22 @@ bool isSame(QStringView a, QStringView b)
 
 } // namespace
 
+unsigned NodeTable::Group::placesOf(quint32 hash) const
+{
+    unsigned places = 0;
+    for (std::size_t i = 0; i < placesOfGroup; ++i)
+        places |= unsigned(hashes[i] == hash) << i;
+    return places;
+}
+
 Node* NodeTable::find(QStringView path, quint32 hash) const
 {
     for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
         const Group& group = groups[number];
-        for (std::size_t i = 0; i < placesOfGroup; ++i) {
-            if (group.hashes[i] == hash && group.nodes[i] && isSame(group.nodes[i]->path, path))
-                return group.nodes[i].get();
+        for (unsigned places = group.placesOf(hash); places != 0; places &= places - 1) {
+            const std::unique_ptr<Node>& node = group.nodes[qCountTrailingZeroBits(places)];
+            if (node && isSame(node->path, path))
+                return node.get();
         }
         if (group.passedOn == 0)
             return nullptr;

@@ -27,10 +27,14 @@ public:
 private:
     static constexpr std::size_t placesOfGroup = 5;
     static constexpr std::size_t mostOfGroup = 4; // on average; the table grows for more
-    static constexpr std::size_t fewestGroups = 4;
+    static constexpr std::size_t fewestGroups = 1;
 
     struct alignas(64) Group
     {
+        // A bit for each place with that hash. All are compared without a branch: the processor can foretell
+        // that there is one, but not which it is.
+        unsigned placesOf(quint32 hash) const;
+
         std::array<std::unique_ptr<Node>, placesOfGroup> nodes;
         std::array<quint32, placesOfGroup> hashes;
         quint32 passedOn = 0;
