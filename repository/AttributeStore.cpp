@@ -138,7 +138,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
     record.end(*node);
     const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points, key.hash);
+                            points, key.hash, std::move(previous));
     lock.unlock();
     delivery.send(path);
     return StatusCode::Success;
@@ -185,7 +185,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
 std::optional<FrameworkCore::AppConfig::StatusCode>
 AttributeStore::store(Node& node, const QVariant& value, QVariant& previous, QString& reason) const
 {
-    QVariant accepted;
+    QVariant& accepted = previous; // until it changes places with the one before
     const StatusCode status = accept(node, value, accepted, reason);
     if (status != StatusCode::Success)
         return status;
@@ -197,8 +197,7 @@ AttributeStore::store(Node& node, const QVariant& value, QVariant& previous, QSt
             return StatusCode::BackendFailure;
         }
     }
-    previous = std::move(node.value);
-    node.value = std::move(accepted);
+    node.value.swap(accepted);
     return StatusCode::Success;
 }
 

@@ -26,13 +26,16 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
     if (!hasListeners(node, patterns))
         return;
     Delivery& delivery = deliveries.emplace_back(Delivery(result, allPoints));
-    node.exact.forEach([&](const auto& registration) { delivery.counted.append(registration); });
+    node.exact.forEach([&](const auto& registration) {
+        delivery.counted.append(registration);
+        delivery.listened |= registration->getPoints();
+    });
     delivery.collectedPath = node.path;
-    delivery.addContent(node);
+    delivery.addContent(node, result == UpdateResult::Removed ? QVariant() : node.value);
 }
 
 Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
-                   quint32 pathHash)
+                   quint32 pathHash, QVariant&& previous)
     : Delivery(outcome, operationPoints)
 {
     if (!hasListeners(node, patterns))
@@ -43,29 +46,33 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
             held.append(registration.data());
         else
             counted.append(registration);
+        listened |= registration->getPoints();
     });
-    addContent(node);
+    addContent(node, outcome == UpdateResult::Unchanged ? std::move(previous) : node.value);
 }
 
 Delivery::Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints)
 {
 }
 
-void Delivery::addContent(const Node& node)
+void Delivery::addContent(const Node& node, QVariant&& valueToTell)
 {
-    if (node.extras)
+    if (node.extras && !node.extras->matching.isEmpty()) {
         matching = node.extras->matching;
-    if (node.isReadable() && result != UpdateResult::Removed)
-        value = node.value;
+        listened = allPoints; // there may be many: they are asked when they are called
+    }
+    if (node.isReadable())
+        value = std::move(valueToTell);
     if (node.backend)
         backend = node.backend->getName();
 }
 
 void Delivery::send(const QString& path) const
 {
-    for (const UpdatePoint point : {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
-                                    UpdatePoint::BeforeStore, UpdatePoint::AfterStore}) {
-        if ((points & static_cast<int>(point)) == 0)
+    static constexpr UpdatePoint inOrder[] = {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
+                                              UpdatePoint::BeforeStore, UpdatePoint::AfterStore};
+    for (const UpdatePoint point : inOrder) {
+        if ((points & listened & static_cast<int>(point)) == 0)
             continue;
         for (const Registration* registration : held)
             call(*registration, path, point);

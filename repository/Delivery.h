@@ -24,9 +24,11 @@ public:
     // Points of an operation that always tells of all of them: creating, removing, reloading.
     static constexpr int allPoints = 15;
 
-    // Brings the node's list of matching patterns up to date on the way. Attribute lock held. Lives and dies
-    // on the thread that makes it.
-    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash);
+    // Of a write. Brings the node's list of matching patterns up to date on the way. Attribute lock held.
+    // Lives and dies on the thread that makes it. The value before is told in place of an equal one, which
+    // need not be shared then.
+    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash,
+             QVariant&& previous);
 
     // Appends what is to be told at all points, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
@@ -41,7 +43,7 @@ private:
     Delivery(UpdateResult result, int points);
 
     static bool hasListeners(Node& node, const PatternIndex& patterns);
-    void addContent(const Node& node);
+    void addContent(const Node& node, QVariant&& valueToTell);
     void call(const Registration& registration, const QString& path,
               FrameworkCore::Notification::UpdatePoint point) const;
 
@@ -54,7 +56,8 @@ private:
     QVariant value;
     QString backend;
     UpdateResult result;
-    int points;
+    int points;       // of the operation
+    int listened = 0; // those that somebody may listen to
 };
 
 } // namespace Repository

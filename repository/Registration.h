@@ -24,6 +24,7 @@ class Registration : public QSharedData
 public:
     Registration(FrameworkCore::AppConfig::Interfaces::UpdateCallback callback, int points);
 
+    int getPoints() const { return points; }
     bool listensTo(int point) const { return (points & point) != 0; }
 
     // Calls back unless the registration has been stopped. What a callback throws is logged and goes no
