@@ -86,8 +86,10 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::writeDocuments(QString& path, st
     edit.reshape(*newPlace);
     std::size_t refused = 0;
     reason = newPlace->insertAll(root, held, refused);
-    if (reason.isEmpty())
+    if (reason.isEmpty()) {
+        std::vector<Documents::Entry>().swap(held); // a great subtree is not held twice
         return StatusCode::Success;
+    }
     const Item& item = items[refused];
     path = item.path;
     if (!item.isGroup) {

@@ -333,7 +333,7 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
 StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text,
                                        TransferReport& report)
 {
-    const auto document = Documents::makeDocument(type.toStdString());
+    auto document = Documents::makeDocument(type.toStdString());
     if (!document)
         return finish({StatusCode::BackendFailure, path, noType(type)}, report);
     const Documents::Outcome outcome = document->parse(text.toStdString());
@@ -351,16 +351,16 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
     // Nearly always there is one entry a line, or between two commas.
     const auto expected =
         std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));
-    return finish(takeIn(*document, type, path, std::size_t(expected), report), report);
+    return finish(takeIn(std::move(document), type, path, std::size_t(expected), report), report);
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& document, const QString& type,
-                                                 const QString& path, std::size_t expected,
-                                                 TransferReport& report)
+SubtreeTransfer::Refusal SubtreeTransfer::takeIn(std::unique_ptr<Documents::Document> document,
+                                                 const QString& type, const QString& path,
+                                                 std::size_t expected, TransferReport& report)
 {
     TransferProgress progress(report, expected);
     Refusal refusal;
-    const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(document);
+    const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(*document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(*store, {path}, step.getRecorder());
     // Files of lines may tell of a group in several places, and what is written at once is in tree order.
@@ -372,7 +372,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
             refusal = add(bulk, joinedPath(path, group), {{}, 0, {}, AccessMode::ReadWrite, true});
         group.clear();
     };
-    document.visit([&](const Documents::Entry& entry) {
+    document->visit([&](const Documents::Entry& entry) {
         if (refusal.status != StatusCode::Success || (isEncoded && entry.path == EncodedNames::member))
             return;
         const std::string& place = isEncoded ? EncodedNames::fromDocument(entry.path) : entry.path;
@@ -388,6 +388,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(const Documents::Document& docu
                 add(bulk, joinedPath(path, place),
                     {{}, 0, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
     });
+    document.reset(); // a great subtree is not held twice
     if (refusal.status == StatusCode::Success)
         addGroup();
     if (refusal.status == StatusCode::Success)

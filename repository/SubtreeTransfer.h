@@ -69,7 +69,7 @@ private:
                      TransferReport& report);
     static Refusal writeText(const QString& path, const QString& type, std::vector<Part> parts,
                              QByteArray& text, TransferReport& report);
-    Refusal takeIn(const Documents::Document& document, const QString& type, const QString& path,
+    Refusal takeIn(std::unique_ptr<Documents::Document> document, const QString& type, const QString& path,
                    std::size_t expected, TransferReport& report);
 
     Refusal writeDocuments(BulkWrite& bulk) const;
