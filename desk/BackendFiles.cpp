@@ -2,6 +2,7 @@
 
 #include "desk/CellEdit.h"
 #include "desk/ConflictDialog.h"
+#include "desk/KeptChanges.h"
 #include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
 #include "desk/WaitCursor.h"
@@ -182,14 +183,25 @@ bool BackendFiles::mayBeLost()
     return settle(backends, question) != Fate::Kept;
 }
 
-void BackendFiles::logUnsaved()
+void BackendFiles::keepUnsaved()
 {
     using namespace Shared::Logging;
     const LogMessageContext context({}, -1, {}, QStringLiteral("Desk"), {}, LogMessageContext::NoFlag);
     const QStringList backends = getUnsaved();
-    for (const QString& backend : backends)
-        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {})
-            << tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
+    for (const QString& backend : backends) {
+        // Empty for a file whose values are not to be shown.
+        const QString diff = repository->getChangesInterface()->getUnsavedDiff(backend);
+        QString text =
+            tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
+        QString error;
+        const QString place =
+            diff.isEmpty() ? QString() : KeptChanges::keep(getFileName(backend), diff, error);
+        if (!place.isEmpty())
+            text += tr(". They are kept in %1").arg(place);
+        else if (!error.isEmpty())
+            text += tr(", and they are lost: %1").arg(error);
+        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << text;
+    }
 }
 
 BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)

@@ -41,8 +41,8 @@ public:
     // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
     bool mayBeLost();
 
-    // Logs what is unsaved as lost, when nobody is there to be asked.
-    void logUnsaved();
+    // Keeps what is unsaved beside the files (KeptChanges), when nobody is there to be asked; the log tells.
+    void keepUnsaved();
 
 private:
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;

@@ -5,6 +5,7 @@
 #include "desk/FileMenu.h"
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
+#include "desk/KeptChanges.h"
 #include "desk/LogDock.h"
 #include "desk/NavigationArea.h"
 #include "desk/NoticeBar.h"
@@ -200,6 +201,11 @@ void MainWindow::waitForFirstFiles()
         QCoreApplication::sendPostedEvents();
 }
 
+void MainWindow::showKeptChanges()
+{
+    notices->addNotices(KeptChanges::getNotices());
+}
+
 bool MainWindow::isOpeningFiles() const
 {
     return mounter.isBusy();
@@ -268,7 +274,7 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeUnasked()
 {
-    files.logUnsaved();
+    files.keepUnsaved();
     asks = false;
     close();
 }

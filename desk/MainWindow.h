@@ -41,9 +41,10 @@ public:
 
     bool isOpeningFiles() const;
 
-    // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer; the log
-    // tells what was lost.
+    // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
+    // kept, and showKeptChanges tells where.
     void closeUnasked();
+    void showKeptChanges();
 
 protected:
     bool event(QEvent* event) override;

@@ -125,7 +125,9 @@ int runWindow(const Options& options)
         window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;
-        if (!options.pictureFile.isEmpty())
+        if (options.pictureFile.isEmpty())
+            window.showKeptChanges();
+        else
             picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
         QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &window, [&window] {
             window.closeUnasked();

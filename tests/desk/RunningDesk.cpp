@@ -29,6 +29,7 @@ RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)
 {
     QApplication::setStyle(new Vantry::FocusStyle);
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path("settings"));
+    qputenv("XDG_STATE_HOME", QFile::encodeName(folder.path("state")));
     repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
     loader.load({QFileInfo(QStringLiteral(VANTRY_MODULE)).path()});

@@ -1,3 +1,4 @@
+#include "desk/NoticeBar.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"
@@ -310,7 +311,7 @@ private slots:
         QCOMPARE(read(speed), QVariant(1250LL));
     }
 
-    // As when the session ends: nobody is asked, and what is lost is told.
+    // As when the session ends: nobody is asked, and the next window tells where the changes are.
     void endsUnasked()
     {
         write(speed, 1250);
@@ -322,6 +323,21 @@ private slots:
         QVERIFY2(lines.first().text.contains(QLatin1String("plant.json (plant)")),
                  qPrintable(lines.first().text));
         QCOMPARE(contentOf(folder->path("plant.json")), plant);
+
+        const QDir kept(folder->path("state/vantry/unsaved"));
+        QCOMPARE(kept.entryList(QDir::Files).size(), 1);
+        const QString place = kept.filePath(kept.entryList(QDir::Files).first());
+        QVERIFY(lines.first().text.endsWith(place));
+        const QByteArray diff = contentOf(place);
+        QVERIFY(diff.startsWith("--- " + QFile::encodeName(folder->path("plant.json"))));
+        QVERIFY2(diff.contains("\n-") && diff.contains("1250"), diff);
+        QCOMPARE(QFileInfo(kept.path()).permissions() & (QFile::ReadGroup | QFile::ReadOther),
+                 QFile::Permissions());
+        desk.reset();
+        desk = std::make_unique<TestSupport::RunningDesk>(*folder, QStringList());
+        desk->window->showKeptChanges();
+        const QStringList notices = desk->window->findChild<Vantry::NoticeBar*>()->getNotices();
+        QVERIFY(notices.size() == 1 && notices.first().contains(place));
     }
 
     void remembersFiles()

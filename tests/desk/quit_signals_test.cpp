@@ -28,6 +28,7 @@ private slots:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path());
+        environment.insert(QStringLiteral("XDG_STATE_HOME"), home.path());
         program.setProcessEnvironment(environment);
         program.start(QStringLiteral(VANTRY_DESK), QStringList());
         QVERIFY2(program.waitForStarted(), qPrintable(program.errorString()));

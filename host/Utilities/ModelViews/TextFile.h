@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/HostExport.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,7 +9,7 @@ namespace Utilities::ModelViews {
 
 // Whole text files in UTF-8. Each operation gives an empty text, or why it failed: the file and the system's
 // reason. Links are followed; what is no regular file is refused without being opened. Any thread.
-class TextFile
+class VANTRY_HOST_EXPORT TextFile
 {
 public:
     // "\r\n" is read as "\n", a lone "\r" stays; a byte order mark is left out. Refused are bytes that are no
