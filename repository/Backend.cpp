@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/EntryList.h"
 #include "repository/PathRules.h"
 #include "repository/UnifiedDiff.h"
 #include "repository/documents/TextEncoding.h"
@@ -254,7 +255,7 @@ QString Backend::revert(const QString& path, const Reshaping& reshape)
     QString refusal;
     reshape([&] {
         const std::lock_guard lock(mutex);
-        refusal = QString::fromStdString(content.revert({relative(path)}));
+        return change([&] { refusal = QString::fromStdString(content.revert({relative(path)})); });
     });
     catchUp(reshape);
     return refusal;
@@ -272,11 +273,10 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
         if (found) {
             isGone = false;
             stamp = {};
-            if (isMine)
-                content.dropBase();
-            else
-                content.load({});
-            return;
+            if (!isMine)
+                return change([this] { content.load({}); });
+            content.dropBase();
+            return Changes();
         }
         std::vector<std::string> conflicts;
         for (EditedDocument::Conflict& conflict : content.getConflicts()) {
@@ -284,13 +284,22 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
                 conflicts.push_back(std::move(conflict.path));
         }
         found = !conflicts.empty();
-        if (found && isMine)
+        if (found && !isMine)
+            return change([&] { refusal = QString::fromStdString(content.revert(conflicts)); });
+        if (found)
             content.forgetConflicts(conflicts);
-        else if (found)
-            refusal = QString::fromStdString(content.revert(conflicts));
+        return Changes();
     });
     catchUp(reshape);
     return refusal;
+}
+
+// What an operation on the document changes.
+Backend::Changes Backend::change(const std::function<void()>& operation)
+{
+    const EntryList before(content.getDocument());
+    operation();
+    return compareDocuments(before, content.getDocument());
 }
 
 // With some edits gone, a text of the file that had no place for them may have one now.

@@ -39,9 +39,10 @@ public:
 
     class Reshape;
 
-    // Makes a change of the document as a Reshape, and the tree equal to what came of it. Watchers are told
-    // once the operation that was given this is over.
-    using Reshaping = std::function<void(const std::function<void()>& change)>;
+    // Makes a change of the document as a Reshape, and the tree equal to what came of it, which the change
+    // tells. Watchers are told once the operation that was given this is over.
+    using Changes = std::vector<DocumentChange>;
+    using Reshaping = std::function<void(const std::function<Changes()>& change)>;
 
     // Reads the file. Null, with the reason, when it cannot be read or parsed.
     static std::shared_ptr<Backend> open(const Description& description, QString& reason);
@@ -49,6 +50,9 @@ public:
     const QString& getName() const { return description.name; }
     AccessMode getAccessMode() const { return description.accessMode; }
     const Description& getDescription() const { return description; }
+
+    // The path in the tree of an entry of the document.
+    QString absolute(const std::string& path) const;
 
     // Calls back for every node of the document, parents first.
     void visit(const std::function<void(const QString& path, const FrameworkCore::Values::Value& value)>&
@@ -117,7 +121,6 @@ private:
     explicit Backend(Description description);
 
     std::string relative(const QString& path) const;
-    QString absolute(const std::string& path) const;
     QString reasonOf(const Documents::Outcome& outcome) const;
     QString read();
     void catchUp(const Reshaping& reshape);
@@ -126,9 +129,11 @@ private:
     QString write(const Reshaping& reshape, std::string& warning);
     QString lookAtFile(Look look, const Reshaping& reshape, std::string& warning);
     QString takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape);
+    EditedDocument getCopy() const;
     QString takeGone(Look look, const Reshaping& reshape);
 
     // mutex held
+    Changes change(const std::function<void()>& operation);
     QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
     QString conflictText() const;
 

@@ -1,4 +1,5 @@
 #include "repository/Backend.h"
+#include "repository/EntryList.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFile>
@@ -103,7 +104,16 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
     return isGone ? conflictText() : QString::fromStdString(saved.error);
 }
 
-// Puts the edits onto what was found, unless it cannot be.
+EditedDocument Backend::getCopy() const
+{
+    std::unique_lock lock(mutex);
+    const EditedDocument::Snapshot snapshot = content.getSnapshot();
+    lock.unlock();
+    return EditedDocument(snapshot);
+}
+
+// Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
+// waits; only when somebody has written by then, the second attempt is made while everybody waits.
 QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape)
 {
     auto theirs = Documents::makeDocument(description.type.toStdString());
@@ -115,20 +125,30 @@ QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, c
                               "stays as it was")
             .arg(reasonOf(outcome));
     }
-    QString refusal;
+    EditedDocument copy = getCopy();
+    const std::size_t copied = copy.getRevision();
+    const EntryList before(copy.getDocument());
+    std::string misfit = copy.merge(std::move(theirs), found);
+    Changes changes = compareDocuments(before, copy.getDocument());
     reshape([&] {
         const std::lock_guard lock(mutex);
-        const std::string misfit = content.merge(std::move(theirs), found);
-        isBehind = !misfit.empty();
-        if (isBehind) {
-            refusal = QStringLiteral("another program has changed the file: %1")
-                          .arg(QString::fromStdString(misfit));
-            return;
+        if (content.getRevision() == copied) {
+            std::swap(content, copy);
+        } else {
+            theirs = Documents::makeDocument(description.type.toStdString());
+            theirs->parse(found);
+            changes = change([&] { misfit = content.merge(std::move(theirs), found); });
         }
-        stamp = foundStamp;
-        isGone = false;
+        isBehind = !misfit.empty();
+        if (!isBehind) {
+            stamp = foundStamp;
+            isGone = false;
+        }
+        return changes;
     });
-    return refusal;
+    return misfit.empty() ? QString()
+                          : QStringLiteral("another program has changed the file: %1")
+                                .arg(QString::fromStdString(misfit));
 }
 
 QString Backend::reload(Look look, const Reshaping& reshape)
@@ -190,7 +210,7 @@ QString Backend::takeGone(Look look, const Reshaping& reshape)
     reshape([&] {
         const std::lock_guard lock(mutex);
         stamp = {};
-        refusal = reasonOf(content.load({}));
+        return change([&] { refusal = reasonOf(content.load({})); });
     });
     return refusal;
 }

@@ -12,13 +12,13 @@ BackendReshaping::BackendReshaping(AttributeStore& attributeStore, Backend& resh
 
 BackendReshaping::~BackendReshaping() = default;
 
-void BackendReshaping::operator()(const std::function<void()>& change)
+void BackendReshaping::operator()(const std::function<Backend::Changes()>& change)
 {
     auto edit = std::make_unique<TreeEdit>(store, QStringList(), recorder);
     edit->reshape(backend);
-    change();
+    const Backend::Changes changes = change();
     if (!backend.isClosed())
-        edit->showDocument(backend);
+        edit->showChanges(backend, changes);
     edit->unlock();
     done.push_back(std::move(edit));
 }

@@ -21,7 +21,7 @@ public:
     ~BackendReshaping();
     Q_DISABLE_COPY(BackendReshaping)
 
-    void operator()(const std::function<void()>& change);
+    void operator()(const std::function<Backend::Changes()>& change);
 
 private:
     AttributeStore& store;

@@ -59,6 +59,24 @@ EditedDocument::EditedDocument(std::string documentType)
 {
 }
 
+EditedDocument::Snapshot EditedDocument::getSnapshot() const
+{
+    Snapshot snapshot;
+    snapshot.type = type;
+    snapshot.base = base;
+    snapshot.text = getText();
+    snapshot.revision = revision;
+    snapshot.conflicts = conflicts;
+    return snapshot;
+}
+
+EditedDocument::EditedDocument(const Snapshot& snapshot)
+    : type(snapshot.type), document(parsed(snapshot.text)), base(snapshot.base), revision(snapshot.revision),
+      comparedRevision(snapshot.revision), differs(snapshot.text != snapshot.base),
+      edited(differs ? snapshot.text : std::string()), conflicts(snapshot.conflicts)
+{
+}
+
 // Of a text that parsed before.
 std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
 {
@@ -225,6 +243,7 @@ std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
 
 void EditedDocument::forgetConflicts(const std::vector<std::string>& paths)
 {
+    ++revision;
     const Subtrees wanted(paths);
     for (auto conflict = conflicts.begin(); conflict != conflicts.end();)
         conflict = wanted.contain(conflict->first) ? conflicts.erase(conflict) : std::next(conflict);

@@ -21,6 +21,11 @@ public:
 
     explicit EditedDocument(std::string documentType);
 
+    // What a copy is made of, without the work of parsing.
+    class Snapshot;
+    Snapshot getSnapshot() const;
+    explicit EditedDocument(const Snapshot& snapshot);
+
     // Drops everything and begins with this text. A text that does not parse changes nothing.
     Outcome load(std::string text);
 
@@ -33,7 +38,7 @@ public:
     // Changes the document by an operation on it, and passes on what came of it.
     Outcome edit(const std::function<Outcome(Documents::Document&)>& operation);
 
-    // Another number after every change of the document.
+    // Another number after every change of the document, and of what is in conflict.
     std::size_t getRevision() const { return revision; }
 
     // The text is what the file holds from now on, written from here: the two sides agree.
@@ -75,7 +80,7 @@ private:
     PathSet conflictPaths() const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
 
-    const std::string type;
+    std::string type;
     std::unique_ptr<Documents::Document> document;
     std::string base;
     std::size_t revision = 0;
@@ -92,7 +97,20 @@ private:
         bool mayEnd =
             true; // when the other side takes its change back; it may also have changed nothing here
     };
-    std::map<std::string, Origin> conflicts;
+    using Origins = std::map<std::string, Origin>;
+    Origins conflicts;
+};
+
+// Belongs to its maker alone.
+class EditedDocument::Snapshot
+{
+    friend class EditedDocument;
+
+    std::string type;
+    std::string base;
+    std::string text;
+    std::size_t revision = 0;
+    Origins conflicts;
 };
 
 } // namespace Repository

@@ -93,6 +93,9 @@ public:
     // Makes the tree below the backend's root what its document holds. Nested backends are left alone.
     void showDocument(Backend& backend);
 
+    // The same where no more than these changes has come to the document since the tree showed it.
+    void showChanges(Backend& backend, const std::vector<DocumentChange>& changes);
+
     // Gives the backend its root, which holds nothing yet, and shows its document there.
     void mount(Backend& backend);
 
@@ -113,6 +116,7 @@ private:
     // Attribute lock held, or not filed.
     void giveValue(Node& node, QVariant value, AccessMode access);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
+    void hideEntry(Node& node);
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const;

@@ -37,6 +37,15 @@ void TreeEdit::unmount(const Backend& backend)
     prune(parent);
 }
 
+// Of a node that the document does not hold any more; what lies below it there has gone before.
+void TreeEdit::hideEntry(Node& node)
+{
+    if (node.isBackendRoot() || (node.children && node.children->count > 0))
+        makeGroup(node);
+    else
+        remove(node);
+}
+
 void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
 {
     Node& node = ensure(path);
@@ -88,15 +97,26 @@ void TreeEdit::showDocument(Backend& backend)
 
     std::vector<Node*> present = subtree(root, &backend);
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
-        if (wanted.contains(node->path))
-            return;
-        if (node->isBackendRoot() || (node->children && node->children->count > 0))
-            makeGroup(*node);
-        else
-            remove(*node);
+        if (!wanted.contains(node->path))
+            hideEntry(*node);
     });
     for (const auto& [path, value] : entries)
         showEntry(backend, path, value);
+}
+
+void TreeEdit::showChanges(Backend& backend, const std::vector<DocumentChange>& changes)
+{
+    reshape(backend);
+    std::for_each(changes.rbegin(), changes.rend(), [&](const DocumentChange& change) {
+        Node* const node =
+            change.kind == DocumentChange::Kind::Removed ? find(backend.absolute(change.path)) : nullptr;
+        if (node && node->backend == &backend)
+            hideEntry(*node);
+    });
+    for (const DocumentChange& change : changes) {
+        if (change.kind != DocumentChange::Kind::Removed)
+            showEntry(backend, backend.absolute(change.path), change.after);
+    }
 }
 
 } // namespace Repository
