@@ -14,6 +14,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QListView>
+#include <QScrollBar>
 #include <QStringListModel>
 
 namespace Widgets {
@@ -75,6 +76,10 @@ void AttributeBrowserWidget::setUpTree()
     tree->header()->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tree->header()->setStretchLastSection(false);
+    // The columns are as wide as the rows in sight ask for, and scrolling brings others into sight. This is
+    // the public way to have them measured anew once control returns to the event loop.
+    connect(tree->verticalScrollBar(), &QScrollBar::valueChanged, tree->header(),
+            [header = tree->header()] { header->setSectionResizeMode(QHeaderView::ResizeToContents); });
     connect(tree, &QTreeView::customContextMenuRequested, this, &AttributeBrowserWidget::onCustomContextMenu);
     connect(tree, SIGNAL(doubleClicked(const QModelIndex&)), this, SLOT(onAttributeUpdateSelected()));
     connect(tree, &QTreeView::clicked, this, &AttributeBrowserWidget::onTreeItemClicked);

@@ -391,6 +391,25 @@ private slots:
         page->boxes[0]->hidePopup();
     }
 
+    void columnsFitTheRowsInSight()
+    {
+        constexpr int rows = 2500; // more than a view measures around those in sight
+        for (int i = 1; i < rows; ++i)
+            createOne(QStringLiteral("wide.n%1%2")
+                          .arg(i > rows - 9 ? QString(40, QLatin1Char('n')) : QString())
+                          .arg(i),
+                      i);
+        openPage();
+        page->read(QStringLiteral("wide"));
+        page->open({QStringLiteral("wide")});
+        page->clickItem(QStringLiteral("wide.n3"));
+        const int narrow = page->tree.columnWidth(0);
+        QTest::keyClick(&page->tree, Qt::Key_End);
+        QTRY_VERIFY(page->tree.columnWidth(0) > 2 * narrow);
+        QTest::keyClick(&page->tree, Qt::Key_Home);
+        QTRY_COMPARE(page->tree.columnWidth(0), narrow);
+    }
+
     void keysStayOnThePage()
     {
         struct Window : QWidget
