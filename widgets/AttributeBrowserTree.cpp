@@ -37,8 +37,11 @@ void AttributeBrowserWidget::postponeTreeLayout()
 void AttributeBrowserWidget::expandIndexes(QModelIndex parent, QStringList lstExpandedModelPath)
 {
     postponeTreeLayout();
-    for (const QModelIndex& item : ExpansionMemory::findSavedItems(*treeModel, parent, lstExpandedModelPath))
-        openItem(item);
+    const auto saved = ExpansionMemory::findSavedItems(*treeModel, parent, lstExpandedModelPath);
+    for (const ExpansionMemory::SavedItem& each : saved) {
+        ui->treeView->expand(each.item);
+        expandedPaths.add(each.path);
+    }
 }
 
 void AttributeBrowserWidget::expandChildren(QModelIndex index)

@@ -12,6 +12,8 @@ namespace Widgets {
 namespace {
 
 using Utilities::ModelViews::AttributeTreeViewModel;
+using SavedItem = ExpansionMemory::SavedItem;
+using SavedItems = QVector<SavedItem>;
 
 constexpr int hitLimit = 66;
 
@@ -21,8 +23,16 @@ using PathsByParent = QHash<QString, QStringList>;
 PathsByParent groupByParent(const QStringList& paths)
 {
     PathsByParent groups;
-    for (const QString& path : paths)
-        groups[path.left(qMax(0, path.lastIndexOf(QLatin1Char('.'))))].append(path);
+    QStringRef parent;
+    QStringList* group = nullptr; // that of the parent; a million paths often have the same
+    for (const QString& path : paths) {
+        const QStringRef itsParent = path.leftRef(qMax(0, path.lastIndexOf(QLatin1Char('.'))));
+        if (!group || itsParent != parent) {
+            parent = itsParent;
+            group = &groups[parent.toString()];
+        }
+        group->append(path);
+    }
     return groups;
 }
 
@@ -30,7 +40,7 @@ PathsByParent groupByParent(const QStringList& paths)
 class PrefixCounter
 {
 public:
-    explicit PrefixCounter(QStringList foldedNames)
+    explicit PrefixCounter(QVector<QString> foldedNames)
     {
         std::sort(foldedNames.begin(), foldedNames.end());
         foldedNames.erase(std::unique(foldedNames.begin(), foldedNames.end()), foldedNames.end());
@@ -72,59 +82,74 @@ private:
     std::vector<Entry> entries; // sorted by name
 };
 
-// Those of the items of one level that are among their name's first hits.
-QModelIndexList withinHitLimit(const AttributeTreeViewModel& model, const QModelIndex& start,
-                               const QModelIndexList& items)
+// An item of one level with its distance from the one where the search starts.
+struct Candidate
 {
+    int offset;
+    SavedItem saved;
+};
+
+// Those of the items of one level, given in its order, that are among their name's first hits.
+SavedItems withinHitLimit(const AttributeTreeViewModel& model, const QModelIndex& start,
+                          const std::vector<Candidate>& candidates)
+{
+    SavedItems found;
+    const int last = candidates.empty() ? -1 : candidates.back().offset;
+    if (last < hitLimit) {
+        for (const Candidate& candidate : candidates)
+            found.append(candidate.saved);
+        return found;
+    }
     const QModelIndex parent = start.parent();
     const int count = model.rowCount(parent);
-    const auto offset = [&](const QModelIndex& item) { return (item.row() - start.row() + count) % count; };
-    int last = 0;
-    QStringList names;
-    QHash<int, QModelIndex> wanted; // by offset
-    for (const QModelIndex& item : items) {
-        last = qMax(last, offset(item));
-        names.append(item.data().toString().toCaseFolded());
-        wanted.insert(offset(item), item);
-    }
-    if (last < hitLimit)
-        return items;
-    PrefixCounter counter(names);
-    QModelIndexList found;
+    QVector<QString> names;
+    names.reserve(last + 1);
+    for (int i = 0; i <= last; ++i)
+        names.append(model.index((start.row() + i) % count, 0, parent).data().toString().toCaseFolded());
+    QVector<QString> wanted;
+    wanted.reserve(int(candidates.size()));
+    for (const Candidate& candidate : candidates)
+        wanted.append(names.at(candidate.offset));
+    PrefixCounter counter(std::move(wanted));
+    auto next = candidates.begin();
     for (int i = 0; i <= last; ++i) {
-        const QModelIndex item = model.index((start.row() + i) % count, 0, parent);
-        const int before = counter.count(item.data().toString().toCaseFolded());
-        if (before < hitLimit && wanted.contains(i))
-            found.append(item);
+        const int before = counter.count(names.at(i));
+        if (next->offset != i)
+            continue;
+        if (before < hitLimit)
+            found.append(next->saved);
+        ++next;
     }
     return found;
 }
 
 void collect(const AttributeTreeViewModel& model, const QModelIndex& start, const QString& parentPath,
-             const PathsByParent& saved, QModelIndexList& found)
+             const PathsByParent& saved, SavedItems& found)
 {
-    QModelIndexList items;
+    const int count = model.rowCount(start.parent());
+    std::vector<Candidate> candidates;
     for (const QString& path : saved.value(parentPath)) {
         const QModelIndex item = model.indexFromPath(path);
         if (item.isValid())
-            items.append(item);
+            candidates.push_back({(item.row() - start.row() + count) % count, {item, path}});
     }
-    if (items.isEmpty())
-        return;
-    for (const QModelIndex& item : withinHitLimit(model, start, items)) {
-        found.append(item);
-        const QString path = model.pathFromIndex(item);
-        if (saved.contains(path))
-            collect(model, model.index(0, 0, item), path, saved, found);
+    std::sort(candidates.begin(), candidates.end(),
+              [](const Candidate& a, const Candidate& b) { return a.offset < b.offset; });
+    const SavedItems open = withinHitLimit(model, start, candidates);
+    for (const SavedItem& each : open) {
+        found.append(each);
+        if (saved.contains(each.path))
+            collect(model, model.index(0, 0, each.item), each.path, saved, found);
     }
 }
 
 } // namespace
 
-QModelIndexList ExpansionMemory::findSavedItems(const AttributeTreeViewModel& model, const QModelIndex& start,
-                                                const QStringList& savedPaths)
+QVector<ExpansionMemory::SavedItem> ExpansionMemory::findSavedItems(const AttributeTreeViewModel& model,
+                                                                    const QModelIndex& start,
+                                                                    const QStringList& savedPaths)
 {
-    QModelIndexList found;
+    SavedItems found;
     if (start.isValid())
         collect(model, start, model.pathFromIndex(start.parent()), groupByParent(savedPaths), found);
     return found;

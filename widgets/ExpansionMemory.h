@@ -3,6 +3,7 @@
 #include <QModelIndex>
 #include <QSet>
 #include <QStringList>
+#include <QVector>
 
 namespace Utilities::ModelViews {
 class AttributeTreeViewModel;
@@ -20,12 +21,18 @@ public:
     void clear() { paths.clear(); }
     QStringList toList() const { return paths.values(); }
 
+    struct SavedItem
+    {
+        QModelIndex item;
+        QString path;
+    };
+
     // The items to open again in the level of the item `start` and below: those that are in the list of saved
     // paths together with all items above them up to that level. Of the items of a level whose names begin
     // with a saved name, whatever its case, only the first 66 from `start` on count as that name's. Items
     // above come before those below them.
-    static QModelIndexList findSavedItems(const Utilities::ModelViews::AttributeTreeViewModel& model,
-                                          const QModelIndex& start, const QStringList& savedPaths);
+    static QVector<SavedItem> findSavedItems(const Utilities::ModelViews::AttributeTreeViewModel& model,
+                                             const QModelIndex& start, const QStringList& savedPaths);
 
 private:
     QSet<QString> paths;

@@ -35,11 +35,14 @@ QString randomPath(QRandomGenerator& random)
     return path;
 }
 
-QStringList pathsOf(const AttributeTreeViewModel& model, const QModelIndexList& items)
+QStringList pathsOf(const AttributeTreeViewModel& model, const QVector<ExpansionMemory::SavedItem>& items)
 {
     QStringList paths;
-    for (const QModelIndex& item : items)
-        paths.append(model.pathFromIndex(item));
+    for (const ExpansionMemory::SavedItem& each : items) {
+        paths.append(model.pathFromIndex(each.item));
+        if (paths.last() != each.path)
+            paths.append(each.path); // more than anybody expects
+    }
     return paths;
 }
 
