@@ -129,6 +129,7 @@ private slots:
         row("ipv6", "::ffff:1.2.3.4", true);
         row("ipv6", "1:2:3:4:5:6:7", false);
         row("ipv6", "1::2::3", false);
+        row("ipv6", "1:2:3:4:5:6:7::8", false);
         row("ipv6", "12345::", false);
         row("ipv6", "::", true);
         row("ipv6", "", false);

@@ -91,6 +91,12 @@ private slots:
         ops.path = path("new.ini");
         QVERIFY(!FileSaver(ops).save(path("new.ini"), "mine", FileStamp()).ok());
         QCOMPARE(folder->content("new.ini"), std::string("theirs"));
+
+        folder->write("f.ini", "read");
+        folder->hardLink("f.ini", "other.ini"); // so that it is written over in its place
+        ops.path = path("f.ini");
+        QVERIFY(!FileSaver(ops).save(path("f.ini"), "mine", stamp).ok());
+        QCOMPARE(folder->content("other.ini"), std::string("theirs"));
         QVERIFY(folder->leftovers().isEmpty());
     }
 
