@@ -8,24 +8,31 @@ namespace Repository {
 
 using FrameworkCore::Notification::UpdatePoint;
 
-bool Delivery::hasListeners(Node& node, const PatternIndex& patterns)
+Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
 {
     const quint32 generation = patterns.getGeneration();
-    if (node.patternGeneration != generation) {
-        const Registrations matching = patterns.match(node.path);
-        if (node.extras || !matching.isEmpty())
-            node.extrasToFill().matching = matching;
-        node.patternGeneration = generation & PatternIndex::lastGeneration;
-    }
+    if (node.patternGeneration == generation)
+        return {};
+    Registrations matching = patterns.match(node.path);
+    if (node.extras || !matching.isEmpty())
+        node.extrasToFill().matching.swap(matching);
+    node.patternGeneration = generation & PatternIndex::lastGeneration;
+    return matching;
+}
+
+bool Delivery::hasListeners(const Node& node)
+{
     return !node.exact.isEmpty() || (node.extras && !node.extras->matching.isEmpty());
 }
 
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                        UpdateResult result)
 {
-    if (!hasListeners(node, patterns))
+    Registrations outdated = updateMatching(node, patterns);
+    if (!hasListeners(node) && outdated.isEmpty())
         return;
     Delivery& delivery = deliveries.emplace_back(Delivery(result, allPoints));
+    delivery.outdated = std::move(outdated);
     node.exact.forEach([&](const auto& registration) {
         delivery.counted.append(registration);
         delivery.listened |= registration->getPoints();
@@ -38,7 +45,8 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
                    quint32 pathHash, QVariant&& previous)
     : Delivery(outcome, operationPoints)
 {
-    if (!hasListeners(node, patterns))
+    outdated = updateMatching(node, patterns);
+    if (!hasListeners(node))
         return;
     const bool isHeld = !node.exact.isEmpty() && hold.begin(pathHash);
     node.exact.forEach([&](const auto& registration) {

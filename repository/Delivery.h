@@ -42,7 +42,10 @@ public:
 private:
     Delivery(UpdateResult result, int points);
 
-    static bool hasListeners(Node& node, const PatternIndex& patterns);
+    // Brings the node's list of matching patterns up to date, and gives the one before.
+    static Registrations updateMatching(Node& node, const PatternIndex& patterns);
+    static bool hasListeners(const Node& node);
+
     void addContent(const Node& node, QVariant&& valueToTell);
     void call(const Registration& registration, const QString& path,
               FrameworkCore::Notification::UpdatePoint point) const;
@@ -52,6 +55,7 @@ private:
     QVarLengthArray<const Registration*, 4> held; // not owned, but kept by the hold
     Registrations counted;                        // or these, where a hold is not possible
     Registrations matching;
+    Registrations outdated; // may be the last to hold what has ended, which must not go under the lock
     QString collectedPath;
     QVariant value;
     QString backend;

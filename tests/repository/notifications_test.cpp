@@ -245,6 +245,25 @@ private slots:
         }
     }
 
+    // What an ended callback leaves behind may use the repository, too: it goes when no lock is held.
+    void letsGoOfCallbacksWithoutALock()
+    {
+        const QString path = QStringLiteral("a");
+        QVERIFY(create(path, 1));
+        for (const QString& target : {path, QStringLiteral("*a"), QStringLiteral("a*")}) {
+            int lastWrite = -1;
+            std::shared_ptr<int> captured(&lastWrite,
+                                          [this, path](int* result) { *result = write(path, 9); });
+            const auto handle = repository->getNotificationInterface()->registerUpdateCallback(
+                target, [captured](auto&&...) {}, 8);
+            captured.reset();
+            QCOMPARE(write(path, 2), 0);
+            handle->end();
+            QCOMPARE(write(path, 3), 0);
+            QCOMPARE(lastWrite, 0);
+        }
+    }
+
     void keepsACallbackWhileItRuns_data()
     {
         QTest::addColumn<bool>("isNested");
