@@ -206,24 +206,24 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
                                 const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
                                 int points)
 {
-    const bool isPattern = !isValidPath(pathOrPattern);
-    if (!callback || (isPattern && !pathOrPattern.contains(QLatin1Char('*')))) {
-        refuse(StatusCode::InvalidPath, pathOrPattern,
-               QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
-        return {};
-    }
     RegistrationPointer registration(new Registration(callback, points));
     auto handle = std::make_shared<RegistrationHandle>(pathOrPattern, *registration, weak_from_this());
-    if (isPattern) {
+    if (callback && pathOrPattern.contains(QLatin1Char('*'))) {
         patterns.add(pathOrPattern, std::move(registration));
         return handle;
     }
     const NodeIndex::Key key(pathOrPattern);
     NodeIndex::Shard& shard = index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
+    std::unique_lock lock(shard.mutex);
     Node* node = shard.find(key);
-    (node ? node->exact : shard.waiting[pathOrPattern].exact).add(std::move(registration));
-    return handle;
+    if (callback && (node || isValidPath(pathOrPattern))) {
+        (node ? node->exact : shard.waiting[pathOrPattern].exact).add(std::move(registration));
+        return handle;
+    }
+    lock.unlock();
+    refuse(StatusCode::InvalidPath, pathOrPattern,
+           QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
+    return {};
 }
 
 void AttributeStore::removeRegistration(const QString& pathOrPattern, Registration& registration)
