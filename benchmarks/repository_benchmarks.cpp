@@ -21,13 +21,14 @@ void expectUpdates(benchmark::State& state, int expected)
     state.SetItemsProcessed(state.iterations() * expected);
 }
 
-// Frees what a run built, and lets the allocator put its free lists in order before the next one is timed.
-template <typename Owner>
-void release(benchmark::State& state, Owner& owner)
+// Frees what a run built, lets the allocator put its free lists in order, and makes what the next run fills.
+template <typename Owner, typename Make>
+void renew(benchmark::State& state, Owner& owner, const Make& make)
 {
     state.PauseTiming();
     owner = {};
     malloc_trim(0);
+    owner = make();
     state.ResumeTiming();
 }
 
@@ -36,8 +37,8 @@ void floorCreateAndRegister(benchmark::State& state)
     const int count = int(state.range(0));
     Floor floor;
     for ([[maybe_unused]] auto _ : state) {
+        renew(state, floor, [] { return Floor(); });
         create(floor, count);
-        release(state, floor);
     }
     state.SetItemsProcessed(state.iterations() * count);
 }
@@ -47,9 +48,8 @@ void repositoryCreateAndRegister(benchmark::State& state)
     const int count = int(state.range(0));
     std::shared_ptr<RepositoryInterface> repository;
     for ([[maybe_unused]] auto _ : state) {
-        repository = Repository::AttributeRepository::create();
+        renew(state, repository, [] { return Repository::AttributeRepository::create(); });
         create(*repository, count);
-        release(state, repository);
     }
     state.SetItemsProcessed(state.iterations() * count);
 }
