@@ -26,8 +26,8 @@ public:
 
 private:
     static constexpr std::size_t placesOfGroup = 5;
-    static constexpr std::size_t mostOfGroup = 4; // on average; the table grows for more
-    static constexpr std::size_t fewestGroups = 1;
+    static constexpr std::size_t mostOfGroup = 4;  // on average; the table grows for more
+    static constexpr std::size_t fewestGroups = 2; // a store's first thousand nodes seldom make one grow
 
     struct alignas(64) Group
     {
