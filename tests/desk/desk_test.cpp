@@ -130,7 +130,7 @@ private slots:
     void appearsBeforeALargeFileIsRead()
     {
         QByteArray lines;
-        for (int i = 0; i < 500000; ++i)
+        for (int i = 0; i < 1000000; ++i)
             lines += "key" + QByteArray::number(i) + " = 1\n";
         QFile file(folder->path("large.ini"));
         QVERIFY(file.open(QIODevice::WriteOnly));
@@ -140,7 +140,7 @@ private slots:
         desk->window->waitForFirstFiles();
         QVERIFY(desk->window->isOpeningFiles());
         QVERIFY(TestSupport::showActive(*desk->window));
-        QTRY_VERIFY_WITH_TIMEOUT(desk->item(QStringLiteral("large.key499999")).isValid(), 60000);
+        QTRY_VERIFY_WITH_TIMEOUT(desk->item(QStringLiteral("large.key999999")).isValid(), 60000);
     }
 
     void completesAndReads()
