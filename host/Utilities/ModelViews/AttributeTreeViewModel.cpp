@@ -40,6 +40,19 @@ QString AttributeTreeViewModel::pathFromIndex(const QModelIndex& index) const
     return node.holder ? node.holder->childPath(node.row) : QString();
 }
 
+QStringList AttributeTreeViewModel::childNames(const QModelIndex& parent) const
+{
+    QStringList names;
+    const int count = rowCount(parent);
+    if (count == 0)
+        return names;
+    const AttributeTreeItem& item = d->contents->children(Private::nodeOf(parent));
+    names.reserve(count);
+    for (int row = 0; row < count; ++row)
+        names.append(item.child(row).name);
+    return names;
+}
+
 QModelIndex AttributeTreeViewModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!d->contents || row < 0 || column < 0 || column >= ColumnCount || parent.column() > NameColumn)

@@ -40,6 +40,9 @@ public:
     QModelIndex indexFromPath(const QString& path, int column = NameColumn) const;
     QString pathFromIndex(const QModelIndex& index) const;
 
+    // The names of all children in the order of their rows, listing them, without an index of each.
+    QStringList childNames(const QModelIndex& parent) const;
+
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
     int rowCount(const QModelIndex& parent = {}) const override;

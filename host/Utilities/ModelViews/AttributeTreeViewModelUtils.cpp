@@ -1,6 +1,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 
 #include "host/Utilities/HostLog.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 
 #include <QAbstractItemModel>
@@ -20,6 +21,8 @@ QString AttributeTreeViewModelUtils::retriveAttributePathFromIndex(const QModelI
 QStringList AttributeTreeViewModelUtils::extractStringsFromModel(const QAbstractItemModel* model,
                                                                  const QModelIndex& parent) const
 {
+    if (const auto* const tree = qobject_cast<const AttributeTreeViewModel*>(model))
+        return tree->childNames(parent); // at once, since there may be a million
     QStringList texts;
     const int count = model ? model->rowCount(parent) : 0;
     texts.reserve(count);
