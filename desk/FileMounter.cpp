@@ -66,15 +66,11 @@ FileMounter::Result mountFiles(const QStringList& files,
 } // namespace
 
 FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
-    : QObject(parent), repository(std::move(attributes)), firstOpened(std::make_shared<QSemaphore>())
+    : QObject(parent), repository(std::move(attributes))
 {
 }
 
-FileMounter::~FileMounter()
-{
-    if (worker.joinable())
-        worker.join();
-}
+FileMounter::~FileMounter() = default;
 
 void FileMounter::mount(const QStringList& files)
 {
@@ -87,9 +83,9 @@ bool FileMounter::isBusy() const
     return isMounting;
 }
 
-bool FileMounter::waitForFirst(int mostMilliseconds) const
+bool FileMounter::waitFor(std::chrono::milliseconds most) const
 {
-    return firstOpened->tryAcquire(1, mostMilliseconds);
+    return worker.valid() && worker.wait_for(most) == std::future_status::ready;
 }
 
 void FileMounter::startNext()
@@ -97,17 +93,14 @@ void FileMounter::startNext()
     if (isMounting || waiting.isEmpty())
         return;
     isMounting = true;
-    if (worker.joinable())
-        worker.join(); // it has told its result, which is all that it does
     const QPointer<FileMounter> self(this);
-    worker = std::thread(
-        [self, files = std::exchange(waiting, {}), attributes = repository, opened = firstOpened] {
+    worker =
+        std::async(std::launch::async, [self, files = std::exchange(waiting, {}), attributes = repository] {
             const Result result = mountFiles(files, attributes);
             Utilities::postToGuiThread([self, result] {
                 if (self)
                     self->finish(result);
             });
-            opened->release();
         });
 }
 

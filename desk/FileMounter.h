@@ -3,11 +3,11 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QObject>
-#include <QSemaphore>
 #include <QStringList>
 
+#include <chrono>
+#include <future>
 #include <memory>
-#include <thread>
 
 namespace Vantry {
 
@@ -34,9 +34,9 @@ public:
 
     bool isBusy() const;
 
-    // Blocks until the files given first are opened, but no longer than that. True when they are: the events
-    // by which their attributes and the result come to this thread are then posted.
-    bool waitForFirst(int mostMilliseconds) const;
+    // Blocks until what is being opened is, but no longer than that. True when it is: the events by which the
+    // attributes and the result come to this thread are then posted.
+    bool waitFor(std::chrono::milliseconds most) const;
 
     // Where a file is mounted; the name is free in the repository.
     static QString mountName(const QString& file, Repository& repository);
@@ -50,9 +50,8 @@ private:
 
     std::shared_ptr<Repository> repository;
     QStringList waiting;
-    std::thread worker;
-    std::shared_ptr<QSemaphore> firstOpened; // has one once they are
-    bool isMounting = false; // until its result is told, which is later than until it is there
+    std::future<void> worker; // goes only when its thread has ended
+    bool isMounting = false;  // until its result is told, which is later than until it is there
 };
 
 } // namespace Vantry

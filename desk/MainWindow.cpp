@@ -196,8 +196,8 @@ void MainWindow::openFiles(const QStringList& names)
 
 void MainWindow::waitForFirstFiles()
 {
-    constexpr int patience = 100; // milliseconds
-    if (mounter.isBusy() && mounter.waitForFirst(patience))
+    constexpr std::chrono::milliseconds patience(100);
+    if (mounter.waitFor(patience))
         QCoreApplication::sendPostedEvents();
 }
 
