@@ -41,7 +41,7 @@ public:
     // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
     bool mayBeLost();
 
-    // Keeps what is unsaved beside the files (KeptChanges), when nobody is there to be asked; the log tells.
+    // Keeps what is unsaved as KeptChanges, when nobody is there to be asked; the log tells where.
     void keepUnsaved();
 
 private:
