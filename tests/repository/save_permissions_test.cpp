@@ -294,6 +294,25 @@ private slots:
         QVERIFY2(read.warning.find(expected) != std::string::npos, read.warning.c_str());
     }
 
+    void keepsNoCopyAtAStrangers_data() { trustsNoStrangersJournal_data(); }
+
+    // The folder for copies of files that are written over holds what only their owner may read.
+    void keepsNoCopyAtAStrangers()
+    {
+        QFETCH(bool, strange);
+        folder->write("f.ini", "before");
+        folder->hardLink("f.ini", "other.ini");
+        folder->makeFolder("state");
+        folder->makeFolder("state/vantry", 0700);
+        if (strange)
+            QVERIFY(::chown(folder->path("state/vantry").c_str(), 1234, 1234) == 0);
+        const SaveFileResult saved =
+            FileSaver().save(folder->path("f.ini"), "after", FileStamp::of("before"));
+        QCOMPARE(folder->content("other.ini"), std::string(strange ? "before" : "after"));
+        QVERIFY2(saved.ok() || saved.error.find("belongs to another user") != std::string::npos,
+                 saved.error.c_str());
+    }
+
     void survivesAFullDisk_data()
     {
         QTest::addColumn<int>("size");
