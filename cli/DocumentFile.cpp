@@ -1,6 +1,6 @@
 #include "cli/DocumentFile.h"
 
-#include "repository/FileSaver.h"
+#include "files/FileSaver.h"
 #include "repository/documents/TextPosition.h"
 
 #include <optional>
@@ -10,7 +10,7 @@ namespace CommandLine {
 DocumentFile DocumentFile::read(const QString& path, const QString& format)
 {
     DocumentFile file;
-    Repository::ReadFileResult content = Repository::FileSaver().read(path.toStdString());
+    Files::ReadFileResult content = Files::FileSaver().read(path.toStdString());
     file.error = QString::fromStdString(content.error);
     const QString start = path + QStringLiteral(": ");
     if (file.error.startsWith(start))

@@ -2,8 +2,8 @@
 
 #include "cli/Messages.h"
 #include "cli/Output.h"
+#include "files/FileSaver.h"
 #include "repository/FileFormat.h"
-#include "repository/FileSaver.h"
 #include "repository/UnifiedDiff.h"
 
 #include <QDir>
@@ -35,8 +35,8 @@ OutputFile OutputFile::prepare(const Invocation& invocation, const QString& give
 
 ExitCode OutputFile::write(const std::string& text, bool isDryRun)
 {
-    const Repository::FileSaver saver;
-    Repository::ReadFileResult present;
+    const Files::FileSaver saver;
+    Files::ReadFileResult present;
     if (replaces) {
         present = saver.read(path);
         if (!present.ok())
@@ -46,7 +46,7 @@ ExitCode OutputFile::write(const std::string& text, bool isDryRun)
         Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
         return ExitCode::Done;
     }
-    const Repository::SaveFileResult saved = saver.save(path, text, present.stamp);
+    const Files::SaveFileResult saved = saver.save(path, text, present.stamp);
     if (!saved.ok())
         return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(saved.error, path, given));
     if (!saved.warning.empty())

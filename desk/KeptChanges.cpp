@@ -1,7 +1,7 @@
 #include "desk/KeptChanges.h"
 
+#include "files/FileJournal.h"
 #include "host/Utilities/ModelViews/TextFile.h"
-#include "repository/FileJournal.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -21,7 +21,7 @@ QString tr(const char* text)
 // Empty when the environment names no place.
 QString folderName()
 {
-    const std::string state = Repository::FileJournal::stateFolder();
+    const std::string state = Files::FileJournal::stateFolder();
     return state.empty() ? QString() : QFile::decodeName(state.c_str()) + QStringLiteral("/unsaved");
 }
 

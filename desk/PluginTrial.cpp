@@ -1,7 +1,7 @@
 #include "desk/PluginTrial.h"
 
 #include "desk/PluginLibrary.h"
-#include "repository/FileStamp.h"
+#include "files/FileStamp.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -28,8 +28,7 @@ QString fingerprint(const QString& fileName)
     const std::string content = file.readAll().toStdString();
     if (file.error() != QFile::NoError)
         return {};
-    const std::string digest =
-        Repository::FileStamp::of(content).digest; // a quick one: each start waits for it
+    const std::string digest = Files::FileStamp::of(content).digest; // a quick one: each start waits for it
     const QFileInfo info(file);
     return QStringLiteral("%1 %2 %3")
         .arg(info.size())

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "files/FileSaver.h"
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/EditedDocument.h"
-#include "repository/FileSaver.h"
 
 #include <QString>
 #include <QVector>
@@ -128,7 +128,7 @@ private:
     // saving held
     QString write(const Reshaping& reshape, std::string& warning);
     QString lookAtFile(Look look, const Reshaping& reshape, std::string& warning);
-    QString takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape);
+    QString takeIn(const std::string& found, const Files::FileStamp& foundStamp, const Reshaping& reshape);
     EditedDocument getCopy() const;
     QString takeGone(Look look, const Reshaping& reshape);
 
@@ -138,7 +138,7 @@ private:
     QString conflictText() const;
 
     const Description description;
-    const FileSaver files;
+    const Files::FileSaver files;
 
     std::mutex saving;   // one look at the file at a time; taken before mutex
     QString lastRefusal; // of looking at the file; guarded by saving
@@ -146,10 +146,10 @@ private:
     mutable std::mutex mutex; // guards what follows
     EditedDocument content;
     bool closed = false;
-    bool reshaped = false; // a Reshape exists
-    FileStamp stamp;       // of the file when it was read or saved last
-    bool isGone = false;   // the file went while it was mounted, and nobody has said what to do
-    bool isBehind = false; // the file holds something else that could not be merged
+    bool reshaped = false;  // a Reshape exists
+    Files::FileStamp stamp; // of the file when it was read or saved last
+    bool isGone = false;    // the file went while it was mounted, and nobody has said what to do
+    bool isBehind = false;  // the file holds something else that could not be merged
 };
 
 } // namespace Repository

@@ -45,7 +45,7 @@ QString Backend::reasonOf(const Outcome& outcome) const
 
 QString Backend::read()
 {
-    ReadFileResult file = files.read(nameOnDisk(description));
+    Files::ReadFileResult file = files.read(nameOnDisk(description));
     logWarning(file.warning);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return QString::fromStdString(file.error);
@@ -68,7 +68,7 @@ QString Backend::save(const Reshaping& reshape)
 QString Backend::write(const Reshaping& reshape, std::string& warning)
 {
     std::string text;
-    FileStamp known;
+    Files::FileStamp known;
     const bool isThere = QFile::exists(description.filePath);
     {
         const std::lock_guard lock(mutex);
@@ -83,15 +83,15 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
         text = content.getText();
         known = stamp;
     }
-    const MergeContent merge = [&](const std::string& found, const FileStamp& foundStamp) {
+    const Files::MergeContent merge = [&](const std::string& found, const Files::FileStamp& foundStamp) {
         QString refusal = takeIn(found, foundStamp, reshape);
         const std::lock_guard lock(mutex);
         if (refusal.isEmpty())
             refusal = conflictText();
         text = content.getText();
-        return MergedContent{text, refusal.toStdString()};
+        return Files::MergedContent{text, refusal.toStdString()};
     };
-    const SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
+    const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
     warning = saved.warning;
     const bool hasGone = !saved.ok() && known.exists && !QFile::exists(description.filePath);
     const std::lock_guard lock(mutex);
@@ -114,7 +114,8 @@ EditedDocument Backend::getCopy() const
 
 // Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
 // waits; only when somebody has written by then, the second attempt is made while everybody waits.
-QString Backend::takeIn(const std::string& found, const FileStamp& foundStamp, const Reshaping& reshape)
+QString Backend::takeIn(const std::string& found, const Files::FileStamp& foundStamp,
+                        const Reshaping& reshape)
 {
     auto theirs = Documents::makeDocument(description.type.toStdString());
     Outcome outcome = theirs->parse(found);
@@ -165,7 +166,7 @@ QString Backend::reload(Look look, const Reshaping& reshape)
 
 QString Backend::lookAtFile(Look look, const Reshaping& reshape, std::string& warning)
 {
-    const ReadFileResult file = files.read(nameOnDisk(description));
+    const Files::ReadFileResult file = files.read(nameOnDisk(description));
     warning = file.warning;
     bool hasChanged = false;
     {

@@ -60,7 +60,7 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
     : store(std::move(attributes))
 {
     if (watchesFiles)
-        watcher = std::make_unique<FileWatcher>(
+        watcher = std::make_unique<Files::FileWatcher>(
             [](const std::string& text) { logFailure(QFile::decodeName(text.c_str())); });
 }
 

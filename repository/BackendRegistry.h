@@ -1,8 +1,8 @@
 #pragma once
 
+#include "files/FileWatcher.h"
 #include "host/FrameworkCore/AppConfig/BackendInterface.h"
 #include "repository/Backend.h"
-#include "repository/FileWatcher.h"
 
 #include <QHash>
 #include <QSet>
@@ -48,10 +48,10 @@ private:
     static QString checkDescription(const Backend::Description& description);
 
     std::shared_ptr<AttributeStore> store;
-    std::mutex mutex;                     // guards what follows
-    QSet<QString> opening;                // identities of files whose backends are not mounted yet
-    QHash<QString, int> watches;          // of the watcher, by the backends' names
-    std::unique_ptr<FileWatcher> watcher; // not guarded; null when files are not watched
+    std::mutex mutex;                            // guards what follows
+    QSet<QString> opening;                       // identities of files whose backends are not mounted yet
+    QHash<QString, int> watches;                 // of the watcher, by the backends' names
+    std::unique_ptr<Files::FileWatcher> watcher; // not guarded; null when files are not watched
 };
 
 } // namespace Repository

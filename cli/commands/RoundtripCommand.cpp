@@ -3,8 +3,8 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
+#include "files/FileSaver.h"
 #include "repository/FileFormat.h"
-#include "repository/FileSaver.h"
 #include "repository/documents/TextPosition.h"
 
 #include <QTemporaryDir>
@@ -69,7 +69,7 @@ public:
     std::optional<std::string> throughScratch(const std::string& bytes)
     {
         const std::string path = folder.filePath(QStringLiteral("copy%1").arg(++count)).toStdString();
-        const Repository::FileSaver saver;
+        const Files::FileSaver saver;
         const auto saved = saver.save(path, bytes, {});
         auto read = saver.read(path);
         QFile::remove(QString::fromStdString(path));

@@ -6,23 +6,24 @@ import sys
 
 # Folder, the most deeply nested first, to the folders that its files may include from.
 ROOMS = {
+    "files": ["files"],
     "host/FrameworkCore": ["host/FrameworkCore"],
     "host/Shared/Logging": ["host/FrameworkCore", "host/Shared/Logging"],
-    "host": ["host"],
+    "host": ["host", "files"],
     "repository/documents": ["repository/documents", "host/FrameworkCore/Values"],
-    "repository": ["repository", "host/FrameworkCore", "host/Shared/Logging"],
+    "repository": ["repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
     "app": ["app", "widgets", "host"],
     "widgets": ["app", "widgets", "host"],
-    "desk": ["desk", "host", "repository"],
+    "desk": ["desk", "host", "repository", "files"],
     "fuzz": ["fuzz", "repository/documents", "host/FrameworkCore/Values"],
-    "cli": ["cli", "repository", "host/FrameworkCore", "host/Shared/Logging"],
+    "cli": ["cli", "repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
 }
 
 # Files that fuzzers compile without Qt.
-QT_FREE = ["fuzz/", "repository/documents/", "host/FrameworkCore/Values/Value."]
+QT_FREE = ["files/", "fuzz/", "repository/documents/", "host/FrameworkCore/Values/Value."]
 # What only programs with a display may include.
 WIDGETS = re.compile(r"<Q(Widget|Application|Icon|Pixmap|Gui|Main|Dialog|Line|Combo|Tree|Table|Abstract(Button|ItemView))")
-DISPLAY_FREE = ["host/FrameworkCore/", "host/Shared/Logging/", "repository/", "cli/"]
+DISPLAY_FREE = ["files/", "host/FrameworkCore/", "host/Shared/Logging/", "repository/", "cli/"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+(?:"([^"]+)"|(<[^>]+>))')
 

@@ -1,6 +1,6 @@
+#include "files/FileWatcher.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
-#include "repository/FileWatcher.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -13,8 +13,8 @@
 #include <sys/stat.h>
 
 using namespace FrameworkCore::AppConfig;
+using Files::FileWatcher;
 using Repository::AttributeRepository;
-using Repository::FileWatcher;
 using TestSupport::writeFile;
 
 namespace {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "files/FileOps.h"
+
+#include <string>
+
+namespace Files {
+
+// Where a file really is, behind all links, or where it would be created: links may lead to a file that does
+// not exist yet.
+struct FileLocation
+{
+    std::string folder; // absolute, without links
+    std::string name;   // in the folder
+    int error = 0;      // errno, when the folder cannot be reached
+
+    std::string path() const { return folder == "/" ? folder + name : folder + '/' + name; }
+
+    static FileLocation find(FileOps& ops, std::string path);
+};
+
+} // namespace Files

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "files/FileDescriptor.h"
+#include "files/TemporaryName.h"
+
+#include <optional>
+#include <string>
+
+namespace Files {
+
+// A second file in the folder of the one that it is to replace. It is gone again at the end of its scope
+// unless it was published. The steps are taken in their order here; each gives an empty text or why it
+// failed. For one thread.
+class FileReplacement
+{
+public:
+    FileReplacement(FileOps& fileOps, int openFolder);
+    ~FileReplacement();
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+
+    // Without a mode for others, until it has taken over that of the old file, or with that of a new file.
+    std::string create(TemporaryName::Kind kind, mode_t mode);
+    std::string fill(const std::string& bytes);
+    // Owner and mode are taken over or it fails; extended attributes that cannot be are named in the warning.
+    // After filling, since writing takes the set-id bits away.
+    std::string adopt(int original, const struct stat& status, std::string& warning);
+    // Puts it onto the disk and closes.
+    std::string finish();
+    // Takes the name. A file that has come up under the name of a new one is not replaced.
+    std::string publish(const std::string& name, bool isNew);
+
+    // Whether the step that failed did so because this file may not be replaced here by this user, which says
+    // nothing about writing it.
+    bool isBarred() const { return barred; }
+
+    // Its own name, until it is published.
+    const std::string& getTemporaryName() const { return temporaryName; }
+
+private:
+    std::string adoptAttributes(int original);
+    std::string failure(const std::string& what, bool barring);
+
+    FileOps& ops; // not owned
+    const int folder;
+    std::string temporaryName; // empty while there is no such file
+    std::optional<FileDescriptor> file;
+    bool barred = false;
+};
+
+} // namespace Files

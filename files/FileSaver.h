@@ -1,0 +1,74 @@
+#pragma once
+
+#include "files/FileOps.h"
+#include "files/FileStamp.h"
+#include "files/TemporaryName.h"
+
+#include <functional>
+#include <string>
+
+namespace Files {
+
+// Paths are bytes as the system has them. Messages are for a person and name the file and, where there is
+// one, the system's own reason.
+struct ReadFileResult
+{
+    std::string error;    // empty on success
+    bool missing = false; // the error is that there is no such file
+    std::string warning;  // read, but the person should know: what a crash had left was put right
+    std::string bytes;
+    FileStamp stamp; // that of a missing file when there is none
+
+    bool ok() const { return error.empty(); }
+};
+
+struct SaveFileResult
+{
+    std::string error;   // empty on success; otherwise the file is as it was
+    std::string warning; // saved, but something beside the content could not be kept or assured
+    bool written = false;
+    FileStamp stamp; // of the file after a success
+
+    bool ok() const { return error.empty(); }
+};
+
+// What is to be written over a file that another program has changed, or why nothing may be.
+struct MergedContent
+{
+    std::string bytes;
+    std::string refusal; // empty when there is none
+};
+
+// Given what the file holds now and its stamp. Called with the file's folder locked, so that nothing comes
+// between the answer and the writing; it must not read or save files of that folder itself.
+using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
+
+// Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
+// there whole. The new content goes into a second file in the same folder that takes over the old one's
+// owner, mode and extended attributes and then its name. A file that cannot be replaced without loss (hard
+// links, a folder without the right to create files, a mount on the file, an owner who cannot be kept) is
+// written in place, by InPlaceWriter, and a warning says so. Links are followed; only regular files are
+// saved. A crash leaves at most files that Leftovers clears away. A success means that the content is on the
+// disk. Any thread; saves into one folder wait for each other, also between programs that save by this class.
+class VANTRY_FILES_EXPORT FileSaver
+{
+public:
+    explicit FileSaver(FileOps& fileOps = FileOps::system()) : ops(fileOps) {}
+
+    // Needs no right to write unless a save was interrupted. Waits for a save into the file's folder.
+    ReadFileResult read(const std::string& path) const;
+
+    // When the file is no longer what the stamp says, merge tells what to write instead; without one the save
+    // is refused. A file that holds already what is to be written is not touched. A file that was missing is
+    // created; one that has gone since is a refusal.
+    SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
+                        const MergeContent& merge = {}) const;
+
+    // What a save has beside the file begins with this.
+    static constexpr const char* temporaryPrefix = TemporaryName::prefix;
+
+private:
+    FileOps& ops; // not owned
+};
+
+} // namespace Files

@@ -1,0 +1,272 @@
+#include "files/FileWatcher.h"
+
+#include "files/FolderWatches.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Files {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// What of a file's state changes with every write.
+struct Trace
+{
+    bool exists = false;
+    dev_t device = 0;
+    ino_t number = 0;
+    off_t size = 0;
+    std::chrono::nanoseconds changed{0};
+
+    static Trace of(const std::string& path)
+    {
+        struct stat status = {};
+        if (::stat(path.c_str(), &status) != 0)
+            return {};
+        return {true, status.st_dev, status.st_ino, status.st_size,
+                std::chrono::seconds(status.st_ctim.tv_sec) +
+                    std::chrono::nanoseconds(status.st_ctim.tv_nsec)};
+    }
+
+    bool differsFrom(const Trace& other) const
+    {
+        return exists != other.exists || device != other.device || number != other.number ||
+               size != other.size || changed != other.changed;
+    }
+};
+
+struct Watched
+{
+    std::string path;
+    FileWatcher::Callback changed;
+    std::chrono::system_clock::time_point since;
+
+    // Of the thread alone.
+    bool isFollowed = false;
+    bool isPolled = false;
+    Trace trace; // when it was looked at last
+    std::optional<Clock::time_point> due;
+    Clock::time_point latest; // for due
+};
+
+} // namespace
+
+// What the thread does, and what it shares with the watcher.
+class FileWatcher::Loop
+{
+public:
+    Loop(Report reportPolling, const Settings& times)
+        : report(std::move(reportPolling)), settings(times), waker(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
+    {
+    }
+
+    ~Loop()
+    {
+        if (waker >= 0)
+            ::close(waker);
+    }
+
+    int add(Watched file)
+    {
+        const std::lock_guard lock(mutex);
+        files.emplace(++lastFile, std::make_shared<Watched>(std::move(file)));
+        hasOtherFiles = true;
+        wake();
+        return lastFile;
+    }
+
+    void remove(int file)
+    {
+        const std::lock_guard lock(mutex);
+        files.erase(file);
+        hasOtherFiles = true;
+        wake();
+    }
+
+    void stop()
+    {
+        const std::lock_guard lock(mutex);
+        isStopped = true;
+        wake();
+    }
+
+    void run()
+    {
+        watches.emplace();
+        while (takeFiles()) {
+            wait();
+            const Clock::time_point now = Clock::now();
+            for (const int file : settings.usesSystem ? watches->takeNews() : std::vector<int>())
+                postpone(file, now);
+            pollFiles(now);
+            tellDue(now);
+        }
+    }
+
+private:
+    using Files = std::map<int, std::shared_ptr<Watched>>;
+
+    void wake() const { ::eventfd_write(waker, 1); }
+
+    // Begins with new files and ends with removed ones; false when the watcher ends.
+    bool takeFiles()
+    {
+        Files present;
+        {
+            const std::lock_guard lock(mutex);
+            if (isStopped || !hasOtherFiles)
+                return !isStopped;
+            hasOtherFiles = false;
+            present = files;
+        }
+        for (const auto& [number, file] : known) {
+            if (present.count(number) == 0)
+                watches->forget(number);
+        }
+        known = std::move(present);
+        for (const auto& [number, file] : known) {
+            if (file->isFollowed)
+                continue;
+            follow(number, *file);
+            // The clock of files is coarse.
+            constexpr std::chrono::milliseconds tick(20);
+            if (!file->trace.exists || file->trace.changed >= file->since.time_since_epoch() - tick)
+                postpone(number, Clock::now());
+        }
+        return true;
+    }
+
+    void follow(int number, Watched& file)
+    {
+        const std::string reason =
+            settings.usesSystem ? watches->follow(number, file.path) : std::string("it was asked for");
+        file.isFollowed = true;
+        file.isPolled = !reason.empty();
+        file.trace = Trace::of(file.path);
+        if (file.isPolled && !isReported) {
+            isReported = true;
+            report(file.path + " is not watched but looked at every few seconds: " + reason);
+        }
+    }
+
+    void postpone(int number, Clock::time_point now)
+    {
+        const auto found = known.find(number);
+        if (found == known.end())
+            return;
+        Watched& file = *found->second;
+        if (!file.due)
+            file.latest = now + settings.longest;
+        file.due = std::min(now + settings.quiet, file.latest);
+    }
+
+    void pollFiles(Clock::time_point now)
+    {
+        if (now < nextPolling)
+            return;
+        nextPolling = now + settings.polling;
+        for (const auto& [number, file] : known) {
+            if (file->isPolled && Trace::of(file->path).differsFrom(file->trace))
+                postpone(number, now);
+        }
+    }
+
+    void tellDue(Clock::time_point now)
+    {
+        const Files candidates = known;
+        for (const auto& [number, file] : candidates) {
+            if (!file->due || *file->due > now)
+                continue;
+            file->due.reset();
+            follow(number, *file); // first, so that what changes from here on is told of again
+            {
+                const std::lock_guard lock(mutex);
+                if (isStopped || files.count(number) == 0)
+                    continue;
+            }
+            file->changed();
+        }
+    }
+
+    void wait() const
+    {
+        std::optional<Clock::time_point> next;
+        for (const auto& [number, file] : known) {
+            if (file->due)
+                next = std::min(next.value_or(*file->due), *file->due);
+            if (file->isPolled)
+                next = std::min(next.value_or(nextPolling), nextPolling);
+        }
+        int timeout = -1;
+        if (next) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now());
+            timeout = static_cast<int>(std::max<long long>(left.count(), 0));
+        }
+        constexpr int soon = 200; // where nothing wakes it
+        if (waker < 0 && (timeout < 0 || timeout > soon))
+            timeout = soon;
+        pollfd sources[2] = {{waker, POLLIN, 0}, {watches->getDescriptor(), POLLIN, 0}};
+        ::poll(sources, 2, timeout);
+        eventfd_t ignored = 0;
+        ::eventfd_read(waker, &ignored);
+    }
+
+    const Report report;
+    const Settings settings;
+    const int waker;
+
+    std::mutex mutex; // guards what follows
+    Files files;
+    int lastFile = 0;
+    bool hasOtherFiles = false; // than are known to the thread
+    bool isStopped = false;
+
+    // Of the thread alone.
+    std::optional<FolderWatches> watches;
+    Files known;
+    Clock::time_point nextPolling;
+    bool isReported = false;
+};
+
+FileWatcher::FileWatcher(Report report, const Settings& settings)
+    : loop(std::make_shared<Loop>(std::move(report), settings))
+{
+}
+
+FileWatcher::~FileWatcher()
+{
+    if (!thread.joinable())
+        return;
+    loop->stop();
+    if (thread.get_id() == std::this_thread::get_id())
+        thread.detach();
+    else
+        thread.join();
+}
+
+int FileWatcher::watch(const std::string& path, std::chrono::system_clock::time_point since, Callback changed)
+{
+    Watched file;
+    file.path = path;
+    file.since = since;
+    file.changed = std::move(changed);
+    const int number = loop->add(std::move(file));
+    const std::lock_guard lock(starting);
+    if (!thread.joinable())
+        thread = std::thread([shared = loop] { shared->run(); });
+    return number;
+}
+
+void FileWatcher::unwatch(int file)
+{
+    loop->remove(file);
+}
+
+} // namespace Files

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "files/FilesExport.h"
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace Files {
+
+// Tells when files may have been changed, on a thread of its own that starts with the first file. A file that
+// is written in several steps is told of when it has been quiet for a moment. Where the system does not
+// watch, it looks every other second. Standard library and system only. Any thread.
+class VANTRY_FILES_EXPORT FileWatcher
+{
+public:
+    struct Settings
+    {
+        std::chrono::milliseconds quiet{100};    // after the last change
+        std::chrono::milliseconds longest{1000}; // after the first one that was not told of yet
+        std::chrono::milliseconds polling{2000};
+        bool usesSystem = true; // otherwise files are looked at in turns only
+    };
+
+    // Both are called on the watcher's thread with no lock held; they may use the watcher and end it.
+    using Callback = std::function<void()>;
+    using Report = std::function<void(const std::string& text)>; // that files have to be looked at in turns
+
+    FileWatcher(Report report, const Settings& settings);
+    explicit FileWatcher(Report report) : FileWatcher(std::move(report), Settings()) {}
+
+    // Waits for the callback that is running, unless that is who ends the watcher.
+    ~FileWatcher();
+    FileWatcher(const FileWatcher&) = delete;
+    FileWatcher& operator=(const FileWatcher&) = delete;
+
+    // Watches what the absolute path leads to, whether or not there is a file. Changes since the given time
+    // are told of, too. The number is for unwatch, after which no call begins.
+    int watch(const std::string& path, std::chrono::system_clock::time_point since, Callback changed);
+    void unwatch(int file);
+
+private:
+    class Loop;
+
+    std::shared_ptr<Loop> loop; // shared with the thread, which may outlive the watcher by its last steps
+    std::mutex starting;
+    std::thread thread; // guarded by starting
+};
+
+} // namespace Files

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Files {
+
+// Tells which of some files may have changed, by watching folders for the names that lead to the files: a
+// watch on a file itself misses that another one takes its name. All folders from the top on and the targets
+// of links are watched, as far as they are there. Standard library and system only. One thread.
+class FolderWatches
+{
+public:
+    using File = int; // the caller's number of a file
+
+    FolderWatches();
+    ~FolderWatches();
+    FolderWatches(const FolderWatches&) = delete;
+    FolderWatches& operator=(const FolderWatches&) = delete;
+
+    // Readable when there is news; -1 where the system gives no watches.
+    int getDescriptor() const { return notifier; }
+
+    // Watches the way to the file as it is now; called again when the file may have changed. The path is
+    // absolute. Empty on success, otherwise the reason why changes of the file may go unnoticed.
+    std::string follow(File file, const std::string& path);
+    void forget(File file);
+
+    // Takes the news without waiting: the files that may have changed, once each. All are named when the
+    // system has lost some.
+    std::vector<File> takeNews();
+
+private:
+    using Place = std::pair<int, std::string>; // a watched folder's number, and a name in it
+
+    struct Way; // to a file, step by step
+
+    bool add(const std::string& folder, const std::string& name, unsigned kinds, std::vector<Place>& places);
+    void release(const std::vector<Place>& places);
+
+    int notifier = -1;
+    std::map<int, int> uses; // how many places each watched folder has
+    std::multimap<Place, File> filesAt;
+    std::map<File, std::vector<Place>> placesOf;
+};
+
+} // namespace Files
