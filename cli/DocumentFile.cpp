@@ -11,10 +11,7 @@ DocumentFile DocumentFile::read(const QString& path, const QString& format)
 {
     DocumentFile file;
     Files::ReadFileResult content = Files::FileSaver().read(path.toStdString());
-    file.error = QString::fromStdString(content.error);
-    const QString start = path + QStringLiteral(": ");
-    if (file.error.startsWith(start))
-        file.error.remove(0, start.size());
+    file.error = QString::fromStdString(content.reason);
     if (!content.ok())
         return file;
     file.bytes = std::move(content.bytes);

@@ -1,6 +1,6 @@
 #include "desk/KeptChanges.h"
 
-#include "files/FileJournal.h"
+#include "files/StateFolder.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 
 #include <QCoreApplication>
@@ -21,7 +21,7 @@ QString tr(const char* text)
 // Empty when the environment names no place.
 QString folderName()
 {
-    const std::string state = Files::FileJournal::stateFolder();
+    const std::string state = Files::StateFolder::path();
     return state.empty() ? QString() : QFile::decodeName(state.c_str()) + QStringLiteral("/unsaved");
 }
 

@@ -1,7 +1,12 @@
 #include "files/FileDescriptor.h"
 
+#include "files/SizeLimit.h"
+
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
+#include <new>
+#include <sys/file.h>
 #include <system_error>
 
 namespace Files {
@@ -14,6 +19,12 @@ std::string kindRefusal(const struct stat& status)
     if (S_ISDIR(status.st_mode))
         return "it is a folder";
     return S_ISREG(status.st_mode) ? std::string() : "it is not a regular file";
+}
+
+std::string tooLarge()
+{
+    errno = EFBIG;
+    return SizeLimit::refusal();
 }
 
 } // namespace
@@ -42,16 +53,31 @@ std::string FileDescriptor::openRegular(int folder, const std::string& name, int
     return kindRefusal(status); // another file may have taken the name
 }
 
-bool FileDescriptor::readAll(std::string& bytes)
+std::string FileDescriptor::readAll(std::string& bytes, std::uint64_t beyondLimit)
 {
     bytes.clear();
     struct stat status = {};
     if (ops.stat(number, status) != 0)
-        return false;
-    // One byte more than the file says it has, to meet its end without a second buffer.
+        return "it cannot be examined: " + systemReason();
+    const std::uint64_t limit = SizeLimit::get() + beyondLimit;
+    if (static_cast<std::uint64_t>(status.st_size) > limit)
+        return tooLarge();
+    try {
+        return readAtMost(limit, static_cast<std::size_t>(status.st_size), bytes);
+    } catch (const std::bad_alloc&) {
+        std::string().swap(bytes);
+        errno = ENOMEM;
+        return "there is not enough memory to read it";
+    }
+}
+
+// The expected size saves copies; a file may have grown since, and those of the system say 0.
+std::string FileDescriptor::readAtMost(std::uint64_t limit, std::size_t expected, std::string& bytes)
+{
+    // One byte more, to meet the end without a second buffer.
     constexpr std::size_t least = 4096;
     std::size_t filled = 0;
-    bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
+    bytes.resize(expected + 1);
     while (true) {
         if (filled == bytes.size())
             bytes.resize(bytes.size() * 2 + least);
@@ -59,13 +85,39 @@ bool FileDescriptor::readAll(std::string& bytes)
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
-            return false;
+            return "it cannot be read: " + systemReason();
         if (got == 0)
             break;
         filled += static_cast<std::size_t>(got);
+        if (filled > limit)
+            return tooLarge();
     }
     bytes.resize(filled);
-    return true;
+    return {};
+}
+
+std::optional<bool> FileDescriptor::holds(const std::string& bytes)
+{
+    std::array<char, 65536> piece{};
+    std::size_t same = 0;
+    while (true) {
+        const ssize_t got = ops.read(number, piece.data(), piece.size());
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            return std::nullopt;
+        if (got == 0)
+            return same == bytes.size();
+        if (bytes.compare(same, static_cast<std::size_t>(got), piece.data(), static_cast<std::size_t>(got)) !=
+            0)
+            return false;
+        same += static_cast<std::size_t>(got);
+    }
+}
+
+bool FileDescriptor::tryLock()
+{
+    return ops.lock(number, LOCK_EX | LOCK_NB) == 0;
 }
 
 bool FileDescriptor::writeAll(const std::string& bytes)
@@ -92,19 +144,6 @@ bool FileDescriptor::close()
     number = -1;
     // An interrupted close has closed the file all the same.
     return ops.close(closing) == 0 || errno == EINTR;
-}
-
-std::string changeSince(FileOps& ops, int folder, const std::string& name, const struct stat& status)
-{
-    struct stat now = {};
-    const int result = ops.statAt(folder, name, now);
-    if (result != 0 && errno != ENOENT)
-        return "it cannot be examined: " + systemReason();
-    if (result == 0 && now.st_dev == status.st_dev && now.st_ino == status.st_ino &&
-        now.st_size == status.st_size && now.st_mtim.tv_sec == status.st_mtim.tv_sec &&
-        now.st_mtim.tv_nsec == status.st_mtim.tv_nsec)
-        return {};
-    return "another program has changed it while it was being saved";
 }
 
 std::string systemReason()

@@ -2,6 +2,8 @@
 
 #include "files/FileOps.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace Files {
@@ -24,21 +26,25 @@ public:
     // or a pipe may do things already.
     std::string openRegular(int folder, const std::string& name, int flags, struct stat& status);
 
-    // All to the end of the file; false with errno.
-    bool readAll(std::string& bytes);
+    // All to the end of the file. Empty, or why not, with errno: the system's reason, EFBIG for the
+    // SizeLimit, ENOMEM. Bytes that are more than a file's content may exceed the limit by so much.
+    std::string readAll(std::string& bytes, std::uint64_t beyondLimit = 0);
+    // Whether the file holds these bytes and no others, read from where it is. Nothing, with errno, when it
+    // cannot be read.
+    std::optional<bool> holds(const std::string& bytes);
+    // Locks the file itself against other holders, without waiting. It says whether whoever made it is alive.
+    bool tryLock();
     // All of it, however many calls it takes; false with errno.
     bool writeAll(const std::string& bytes);
     // False with errno when the system reports late that something was not written.
     bool close();
 
 private:
+    std::string readAtMost(std::uint64_t limit, std::size_t expected, std::string& bytes);
+
     FileOps& ops; // not owned
     int number;
 };
-
-// Empty while a name leads to the file of the status, and nobody has written to it since as far as times
-// tell; otherwise why that is not so.
-std::string changeSince(FileOps& ops, int folder, const std::string& name, const struct stat& status);
 
 // The system's words for errno, or for an error that was errno.
 std::string systemReason();

@@ -2,22 +2,13 @@
 
 #include "files/FileStamp.h"
 
-#include <cerrno>
-#include <cstdlib>
 #include <sstream>
-#include <unistd.h>
 
 namespace Files {
 
 namespace {
 
 constexpr const char* firstLine = "vantry journal 1";
-
-std::string absolutePath(const char* variable)
-{
-    const char* const value = std::getenv(variable);
-    return value && *value == '/' ? value : std::string();
-}
 
 std::string take(std::istream& stream, std::size_t size, std::size_t most)
 {
@@ -59,40 +50,9 @@ std::optional<FileJournal> FileJournal::fromBytes(const std::string& bytes)
     return journal;
 }
 
-std::string FileJournal::stateFolder()
-{
-    const std::string state = absolutePath("XDG_STATE_HOME");
-    if (!state.empty())
-        return state + "/vantry";
-    const std::string home = absolutePath("HOME");
-    return home.empty() ? home : home + "/.local/state/vantry";
-}
-
-std::unique_ptr<LockedFolder> FileJournal::openStateFolder(FileOps& ops, std::string& error, bool& isAbsent)
-{
-    const std::string path = stateFolder();
-    isAbsent = path.empty();
-    if (isAbsent) {
-        error = "neither XDG_STATE_HOME nor HOME names a place";
-        return nullptr;
-    }
-    auto folder = std::make_unique<LockedFolder>(ops, path);
-    struct stat status = {};
-    if (!folder->isOpen() || ops.stat(folder->get(), status) != 0) {
-        // The home that the environment names may be another user's.
-        isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
-        error = path + " cannot be opened: " + systemReason();
-        return nullptr;
-    }
-    isAbsent = status.st_uid != ::geteuid();
-    if (isAbsent)
-        error = path + " belongs to another user";
-    return isAbsent ? nullptr : std::move(folder);
-}
-
 std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes)
 {
-    if (!file.writeAll(bytes))
+    if (ops.seekToStart(file.get()) != 0 || !file.writeAll(bytes))
         return "the new content cannot be written: " + systemReason();
     if (ops.truncate(file.get(), static_cast<off_t>(bytes.size())) != 0)
         return "it cannot be cut off behind the new content: " + systemReason();

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "files/LockedFolder.h"
+#include "files/FileDescriptor.h"
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -11,23 +10,17 @@ namespace Files {
 
 // The copy of a file's content that lies on the disk for as long as the file itself is written over in place,
 // and from which it comes back when that was interrupted: the save is done when the journal is gone. It lies
-// beside the file, or in stateFolder when the folder takes no new files or the file has names in several
-// ones.
+// beside the file, or in the StateFolder when the folder takes no new files or the file has names in several
+// ones. Who saves holds a lock on it, so that a journal that can be locked is that of a save that has ended.
 struct VANTRY_FILES_EXPORT FileJournal
 {
-    std::string file;    // its name in the journal's folder; in stateFolder its path
+    std::string file;    // its name in the journal's folder; in the StateFolder its path
     ino_t inode = 0;     // a file that has been replaced since is not touched
     std::string content; // before
 
     std::string toBytes() const;
     // Nothing when the bytes are no whole journal.
     static std::optional<FileJournal> fromBytes(const std::string& bytes);
-
-    // $XDG_STATE_HOME/vantry, by default ~/.local/state/vantry; empty when the environment names no place.
-    static std::string stateFolder();
-    // Null, with the reason, when there is none that is this user's own; isAbsent tells that then no journal
-    // of this user can be there.
-    static std::unique_ptr<LockedFolder> openStateFolder(FileOps& ops, std::string& error, bool& isAbsent);
 };
 
 // Writes over a file from its start, cuts it off behind the bytes and brings it onto the disk. Empty, or why

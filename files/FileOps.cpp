@@ -2,12 +2,15 @@
 
 #include <cerrno>
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/file.h>
+#include <sys/syscall.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -36,9 +39,15 @@ FileOps& FileOps::system()
     return ops;
 }
 
-int FileOps::open(const std::string& path, int flags)
+int FileOps::openFolder(const std::string& path, int flags)
 {
-    return ::open(path.c_str(), flags);
+    struct open_how how = {};
+    how.flags = static_cast<std::uint64_t>(flags) | O_DIRECTORY | O_CLOEXEC;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    const long opened = ::syscall(SYS_openat2, AT_FDCWD, path.c_str(), &how, sizeof how);
+    if (opened >= 0 || (errno != ENOSYS && errno != EPERM))
+        return static_cast<int>(opened);
+    return ::open(path.c_str(), flags | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); // an old or a confined kernel
 }
 
 int FileOps::openAt(int folder, const std::string& name, int flags, mode_t mode)
@@ -61,6 +70,11 @@ ssize_t FileOps::write(int descriptor, const char* from, std::size_t size)
     return ::write(descriptor, from, size);
 }
 
+int FileOps::seekToStart(int descriptor)
+{
+    return ::lseek(descriptor, 0, SEEK_SET) == 0 ? 0 : -1;
+}
+
 int FileOps::stat(int descriptor, struct stat& result)
 {
     return ::fstat(descriptor, &result);
@@ -79,6 +93,16 @@ int FileOps::accessAt(int folder, const std::string& name, int mode)
 int FileOps::lock(int descriptor, int operation)
 {
     return ::flock(descriptor, operation);
+}
+
+int FileOps::lockByte(int descriptor, off_t at)
+{
+    struct flock range = {};
+    range.l_type = F_WRLCK;
+    range.l_whence = SEEK_SET;
+    range.l_start = at;
+    range.l_len = 1;
+    return ::fcntl(descriptor, F_OFD_SETLK, &range);
 }
 
 int FileOps::changeOwner(int descriptor, uid_t user, gid_t group)
@@ -116,6 +140,11 @@ int FileOps::renameNewAt(int folder, const std::string& from, const std::string&
         return -1;
     ::unlinkat(folder, from.c_str(), 0); // the new file stands, whatever becomes of its first name
     return 0;
+}
+
+int FileOps::exchangeAt(int folder, const std::string& one, const std::string& other)
+{
+    return ::renameat2(folder, one.c_str(), folder, other.c_str(), RENAME_EXCHANGE);
 }
 
 int FileOps::unlinkAt(int folder, const std::string& name)

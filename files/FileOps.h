@@ -20,15 +20,18 @@ public:
     // The operating system itself.
     static FileOps& system();
 
-    virtual int open(const std::string& path, int flags);
+    // Opens a folder by a path of which no part may be a link, so that nobody leads it elsewhere meanwhile.
+    virtual int openFolder(const std::string& path, int flags);
     virtual int openAt(int folder, const std::string& name, int flags, mode_t mode);
     virtual int close(int descriptor);
     virtual ssize_t read(int descriptor, char* to, std::size_t size);
     virtual ssize_t write(int descriptor, const char* from, std::size_t size);
+    virtual int seekToStart(int descriptor);
     virtual int stat(int descriptor, struct stat& result);
     virtual int statAt(int folder, const std::string& name, struct stat& result); // of a link itself
     virtual int accessAt(int folder, const std::string& name, int mode);          // as the effective user
     virtual int lock(int descriptor, int operation);                              // flock
+    virtual int lockByte(int descriptor, off_t at);                               // F_OFD_SETLK, exclusive
     virtual int changeOwner(int descriptor, uid_t user, gid_t group);
     virtual int changeMode(int descriptor, mode_t mode);
     virtual int truncate(int descriptor, off_t size);
@@ -36,6 +39,8 @@ public:
     virtual int renameAt(int folder, const std::string& from, const std::string& to);
     // Fails with EEXIST instead of replacing.
     virtual int renameNewAt(int folder, const std::string& from, const std::string& to);
+    // Each takes the other's name in one step. EINVAL where the file system cannot do that.
+    virtual int exchangeAt(int folder, const std::string& one, const std::string& other);
     virtual int unlinkAt(int folder, const std::string& name);
     virtual int makeFolder(const std::string& path, mode_t mode);
     // The names in a folder that begin with the prefix.

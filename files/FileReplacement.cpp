@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <utility>
 
 namespace Files {
 
@@ -11,6 +12,18 @@ namespace {
 bool isAccessList(const std::string& attribute)
 {
     return attribute.compare(0, 17, "system.posix_acl_") == 0;
+}
+
+// A file that something else is mounted on is busy; in a sticky folder only the owner may move a file.
+bool isBarring(int error)
+{
+    return error == EBUSY || error == EXDEV || error == EPERM || error == EACCES;
+}
+
+bool isUntouched(const struct stat& before, const struct stat& now)
+{
+    return now.st_dev == before.st_dev && now.st_ino == before.st_ino && now.st_size == before.st_size &&
+           now.st_mtim.tv_sec == before.st_mtim.tv_sec && now.st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
 bool contains(const std::vector<std::string>& names, const std::string& name)
@@ -46,13 +59,28 @@ std::string FileReplacement::create(TemporaryName::Kind kind, mode_t mode)
         if (opened >= 0) {
             file.emplace(ops, opened);
             temporaryName = name;
-            return {};
+            if (keepLocked())
+                return {};
+            continue;
         }
         if (errno != EEXIST && errno != EINTR)
             break;
     }
     return failure("a new file cannot be created in its folder",
                    errno == EACCES || errno == EPERM || errno == EROFS);
+}
+
+// False when somebody who cleared up after a crash took it for a leftover before it was locked.
+bool FileReplacement::keepLocked()
+{
+    keeper.emplace(ops, ops.openAt(folder, temporaryName, O_RDONLY | O_NOFOLLOW | O_CLOEXEC, 0));
+    const bool isLocked = !keeper->isOpen() || keeper->tryLock() || errno != EWOULDBLOCK;
+    const bool isKept = ops.stat(file->get(), identity) != 0 || identity.st_nlink > 0;
+    if (isLocked && isKept)
+        return true;
+    ops.unlinkAt(folder, temporaryName);
+    temporaryName.clear();
+    return false;
 }
 
 std::string FileReplacement::fill(const std::string& bytes)
@@ -107,16 +135,105 @@ std::string FileReplacement::finish()
     return file->close() ? std::string() : failure("the new content was not written to its end", false);
 }
 
-std::string FileReplacement::publish(const std::string& name, bool isNew)
+std::string FileReplacement::publish(const std::string& name, bool& isTaken)
 {
-    const int result =
-        isNew ? ops.renameNewAt(folder, temporaryName, name) : ops.renameAt(folder, temporaryName, name);
-    // A file that something else is mounted on is busy; in a sticky folder only the owner may move a file.
-    if (result != 0)
-        return failure("the new file cannot take its place",
-                       errno == EBUSY || errno == EXDEV || errno == EPERM || errno == EACCES);
+    const int result = ops.renameNewAt(folder, temporaryName, name);
+    isTaken = result != 0 && errno == EEXIST;
+    if (result != 0 && !isTaken)
+        return failure("the new file cannot take its place", isBarring(errno));
+    if (!isTaken)
+        temporaryName.clear();
+    return {};
+}
+
+std::string FileReplacement::exchange(const std::string& name, const struct stat& status,
+                                      const std::string& expected, const FileStamp& own, bool& isChanged,
+                                      std::string& warning)
+{
+    // Most changes are seen here, before anybody sees this file under the name.
+    struct stat now = {};
+    isChanged = ops.statAt(folder, name, now) != 0 ? errno == ENOENT : !isUntouched(status, now);
+    if (isChanged)
+        return {};
+    const std::string exchangeName = TemporaryName::makeExchange(FileStamp::of(expected), own);
+    if (ops.renameAt(folder, temporaryName, exchangeName) != 0)
+        return failure("the new file cannot be renamed", false);
+    temporaryName = exchangeName;
+    if (ops.exchangeAt(folder, temporaryName, name) == 0)
+        return judge(name, expected, isChanged, warning);
+    isChanged = errno == ENOENT; // the other file is gone
+    if (isChanged)
+        return {};
+    return errno == EINVAL || errno == ENOSYS
+               ? replaceUnseen(name, expected, isChanged)
+               : failure("the new file cannot take its place", isBarring(errno));
+}
+
+// What came back should be what was there when the save began.
+std::string FileReplacement::judge(const std::string& name, const std::string& expected, bool& isChanged,
+                                   std::string& warning)
+{
+    FileDescriptor former(ops);
+    struct stat status = {};
+    const std::string error = former.openRegular(folder, temporaryName, O_RDONLY, status);
+    const bool isOther = !error.empty() && (errno == ENOENT || errno == EACCES || errno == 0);
+    const std::optional<bool> isSame = error.empty() ? former.holds(expected) : std::nullopt;
+    isChanged = isOther || (isSame && !*isSame);
+    if (isChanged)
+        return putBack(name, isChanged, warning);
+    if (isSame)
+        ops.unlinkAt(folder, temporaryName); // what cannot be removed is recognised as such later
+    else
+        warning = "whether another program has written it meanwhile cannot be seen: " + systemReason() +
+                  "; what it held is in " + temporaryName + " until it is read next";
     temporaryName.clear();
     return {};
+}
+
+// Where the file system knows no exchange, what another program does between the look and the renaming is
+// lost.
+std::string FileReplacement::replaceUnseen(const std::string& name, const std::string& expected,
+                                           bool& isChanged)
+{
+    FileDescriptor present(ops);
+    struct stat status = {};
+    const std::string error = present.openRegular(folder, name, O_RDONLY, status);
+    const std::optional<bool> isSame = error.empty() ? present.holds(expected) : std::optional(false);
+    if (!isSame)
+        return failure("it cannot be read", false);
+    isChanged = !*isSame;
+    if (isChanged)
+        return {};
+    if (ops.renameAt(folder, temporaryName, name) != 0)
+        return failure("the new file cannot take its place", isBarring(errno));
+    temporaryName.clear();
+    return {};
+}
+
+// Until this file has its own name again: another save may be putting something back, too.
+std::string FileReplacement::putBack(const std::string& name, bool& isChanged, std::string& warning)
+{
+    constexpr int attempts = 100;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        // Whoever has removed the file since has removed this one.
+        if (ops.exchangeAt(folder, temporaryName, name) != 0 &&
+            (errno != ENOENT || ops.renameNewAt(folder, temporaryName, name) != 0) && errno != ENOENT) {
+            isChanged = attempt > 0;
+            warning = "what another program wrote meanwhile cannot be put back: " + systemReason() +
+                      "; it is in " + temporaryName;
+            break;
+        }
+        struct stat status = {};
+        const int result = ops.statAt(folder, temporaryName, status);
+        if (result != 0) // it has gone with what it was, or CrashRecovery finds out what it is
+            temporaryName.clear();
+        if (result != 0 || (status.st_dev == identity.st_dev && status.st_ino == identity.st_ino))
+            return {};
+    }
+    const std::string kept = std::exchange(temporaryName, {});
+    return isChanged ? "other programs write it at the same time; what one of them wrote is in " + kept +
+                           " beside it: look at it and remove it"
+                     : std::string();
 }
 
 } // namespace Files

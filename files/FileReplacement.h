@@ -8,9 +8,9 @@
 
 namespace Files {
 
-// A second file in the folder of the one that it is to replace. It is gone again at the end of its scope
-// unless it was published. The steps are taken in their order here; each gives an empty text or why it
-// failed. For one thread.
+// A second file in the folder of the one that it is to replace, locked to the end of its scope, which tells
+// CrashRecovery that somebody is at work. Its name is gone again by then unless it was published. The steps
+// are taken in their order here; each gives an empty text or why it failed. For one thread.
 class FileReplacement
 {
 public:
@@ -27,8 +27,14 @@ public:
     std::string adopt(int original, const struct stat& status, std::string& warning);
     // Puts it onto the disk and closes.
     std::string finish();
-    // Takes the name. A file that has come up under the name of a new one is not replaced.
-    std::string publish(const std::string& name, bool isNew);
+    // Takes a name that nobody has. When somebody has it by now, nothing is replaced and isTaken is set.
+    std::string publish(const std::string& name, bool& isTaken);
+
+    // Takes the name of the file that had the status and the expected content, and looks at what it held:
+    // when another program has changed it in the last moment, everything is put back and isChanged is set.
+    // The stamp is that of the bytes given to fill.
+    std::string exchange(const std::string& name, const struct stat& status, const std::string& expected,
+                         const FileStamp& own, bool& isChanged, std::string& warning);
 
     // Whether the step that failed did so because this file may not be replaced here by this user, which says
     // nothing about writing it.
@@ -39,12 +45,19 @@ public:
 
 private:
     std::string adoptAttributes(int original);
+    bool keepLocked();
+    std::string judge(const std::string& name, const std::string& expected, bool& isChanged,
+                      std::string& warning);
+    std::string replaceUnseen(const std::string& name, const std::string& expected, bool& isChanged);
+    std::string putBack(const std::string& name, bool& isChanged, std::string& warning);
     std::string failure(const std::string& what, bool barring);
 
     FileOps& ops; // not owned
     const int folder;
     std::string temporaryName; // empty while there is no such file
     std::optional<FileDescriptor> file;
+    std::optional<FileDescriptor> keeper; // holds the lock that says that the save goes on
+    struct stat identity = {};            // of the file
     bool barred = false;
 };
 

@@ -1,86 +1,92 @@
 #include "files/FileSave.h"
 
+#include "files/CrashRecovery.h"
 #include "files/FileReplacement.h"
 #include "files/InPlaceWriter.h"
-#include "files/Leftovers.h"
+#include "files/SaveLock.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace Files {
 
 FileSave::FileSave(FileOps& fileOps, const FileLocation& fileLocation, const std::string& content,
-                   const MergeContent& mergeContent, SaveFileResult& saveResult)
-    : ops(fileOps), location(fileLocation), bytes(&content), merge(mergeContent), result(saveResult),
-      folder(ops, location.folder)
+                   mode_t modeOfNewFile, const MergeContent& mergeContent, SaveFileResult& saveResult)
+    : ops(fileOps), location(fileLocation), bytes(&content), newFileMode(modeOfNewFile), merge(mergeContent),
+      result(saveResult), folder(ops, ops.openFolder(location.folder, O_RDONLY))
 {
 }
 
 std::string FileSave::run(const FileStamp& stamp)
 {
-    if (!folder.isOpen())
+    struct stat folderStatus = {};
+    if (!folder.isOpen() || ops.stat(folder.get(), folderStatus) != 0)
         return "its folder cannot be opened: " + systemReason();
-    std::string error = lock();
-    if (error.empty())
-        error = examine(stamp);
-    if (error.empty() && !unchanged)
-        error = replace();
-    if (error.empty())
-        result.stamp = FileStamp::of(*bytes);
-    return error;
-}
-
-std::string FileSave::lock()
-{
-    using Access = LockedFolder::Access;
+    known = stamp;
+    const SaveLock lock(ops, folderStatus);
     std::string error =
-        Leftovers(ops, folder, location, Leftovers::Place::Beside).settle(Access::Exclusive, result.warning);
-    if (!error.empty())
-        return error;
-    bool isAbsent = false;
-    state = FileJournal::openStateFolder(ops, error, isAbsent);
-    if (!state)
-        return isAbsent ? std::string() : error;
-    return Leftovers(ops, *state, location, Leftovers::Place::State).settle(Access::Shared, result.warning);
+        CrashRecovery::recover(ops, folder, location, CrashRecovery::Purpose::Saving, result.warning);
+    using Clock = std::chrono::steady_clock;
+    const auto deadline = Clock::now() + std::chrono::seconds(10);
+    while (error.empty() && Clock::now() < deadline) {
+        error = attempt();
+        if (error.empty() && !isChanged) {
+            result.stamp = FileStamp::of(*bytes);
+            return {};
+        }
+    }
+    return error.empty() ? "other programs keep changing it" : error;
 }
 
-std::string FileSave::examine(const FileStamp& stamp)
+std::string FileSave::attempt()
 {
+    isChanged = false;
+    const std::string error = examine();
+    return error.empty() && !isUpToDate ? replace() : error;
+}
+
+std::string FileSave::examine()
+{
+    isUpToDate = false;
     original.emplace(ops);
-    const std::string error = original->openRegular(folder.get(), location.name, O_RDONLY, status);
+    std::string error = original->openRegular(folder.get(), location.name, O_RDONLY, status);
     if (!error.empty() && errno == ENOENT) {
         original.reset();
-        return stamp.exists ? "it is gone since it was read" : std::string();
+        return known.exists ? "it is gone since it was read" : std::string();
     }
+    if (error.empty())
+        error = original->readAll(found);
     if (!error.empty())
         return error;
-    if (!original->readAll(found))
-        return "it cannot be read: " + systemReason();
-    unchanged = found == *bytes;
-    if (unchanged)
+    isUpToDate = found == *bytes;
+    if (isUpToDate)
         return {};
-    const std::string refusal = takeIn(stamp);
-    if (!refusal.empty() || unchanged)
-        return refusal;
+    error = reconcile();
+    if (!error.empty() || isUpToDate)
+        return error;
     return ops.accessAt(folder.get(), location.name, W_OK) == 0 ? std::string()
                                                                 : "it is not writable: " + systemReason();
 }
 
-// Reconciles what is to be written with what the file holds.
-std::string FileSave::takeIn(const FileStamp& stamp)
+// What is to be written with what the file holds.
+std::string FileSave::reconcile()
 {
     const FileStamp now = FileStamp::of(found);
-    if (now == stamp)
+    if (now == known)
         return {};
     if (!merge)
-        return stamp.exists ? "another program has changed it since it was read"
+        return known.exists ? "another program has changed it since it was read"
                             : "another program has created it meanwhile";
     MergedContent answer = merge(found, now);
+    if (!answer.refusal.empty())
+        return answer.refusal;
     merged = std::move(answer.bytes);
     bytes = &merged;
-    unchanged = found == merged;
-    return answer.refusal;
+    known = now;
+    isUpToDate = found == merged;
+    return {};
 }
 
 std::string FileSave::replace()
@@ -101,21 +107,23 @@ std::string FileSave::replaceBy(FileReplacement& replacement)
 {
     const bool isNew = !original.has_value();
     std::string lost;
-    std::string error = replacement.create(TemporaryName::Kind::Replacement, isNew ? 0666 : 0600);
+    std::string error = replacement.create(TemporaryName::Kind::Replacement, isNew ? newFileMode : 0600);
     if (error.empty())
         error = replacement.fill(*bytes);
     if (error.empty() && !isNew)
         error = replacement.adopt(original->get(), status, lost);
     if (error.empty())
         error = replacement.finish();
-    if (error.empty() && !isNew)
-        error = changeSince(ops, folder.get(), location.name, status);
+    std::string doubt;
     if (error.empty())
-        error = replacement.publish(location.name, isNew);
-    if (!error.empty())
+        error = isNew ? replacement.publish(location.name, isChanged)
+                      : replacement.exchange(location.name, status, found, FileStamp::of(*bytes), isChanged,
+                                             doubt);
+    if (!error.empty() || isChanged)
         return error;
     result.written = true;
     warn(lost);
+    warn(doubt);
     if (ops.sync(folder.get()) != 0)
         warn("it is saved, but may be the old one after a power cut: " + systemReason());
     return {};
@@ -124,9 +132,12 @@ std::string FileSave::replaceBy(FileReplacement& replacement)
 std::string FileSave::writeInPlace(const std::string& reason)
 {
     std::string warning;
-    std::string error = InPlaceWriter(ops, folder, location, state).write(status, found, *bytes, warning);
+    const std::string error =
+        InPlaceWriter(ops, folder, location).write(status, found, *bytes, warning, isChanged);
     if (!error.empty())
         return error + " (it would have been written in place, since " + reason + ")";
+    if (isChanged)
+        return {};
     result.written = true;
     warn("it was written in place, since " + reason);
     warn(warning);

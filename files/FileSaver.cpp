@@ -1,7 +1,7 @@
 #include "files/FileSaver.h"
 
+#include "files/CrashRecovery.h"
 #include "files/FileSave.h"
-#include "files/Leftovers.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -10,34 +10,24 @@ namespace Files {
 
 namespace {
 
-// The folders stay locked, lest the file is written in place meanwhile. One that cannot be listed is not
-// locked: who saves there would have to list it, too.
-std::string readLocked(FileOps& ops, const FileLocation& location, ReadFileResult& result)
+std::string readFrom(FileOps& ops, const FileLocation& location, ReadFileResult& result)
 {
-    using Access = LockedFolder::Access;
-    std::string error;
-    LockedFolder folder(ops, location.folder);
-    if (!folder.isOpen() && errno != EACCES)
+    int opened = ops.openFolder(location.folder, O_RDONLY);
+    if (opened < 0 && errno == EACCES)
+        opened = ops.openFolder(location.folder, O_PATH); // it may be passed through, but not listed
+    const FileDescriptor folder(ops, opened);
+    if (!folder.isOpen())
         return "its folder cannot be opened: " + systemReason();
-    if (folder.isOpen())
-        error =
-            Leftovers(ops, folder, location, Leftovers::Place::Beside).settle(Access::Shared, result.warning);
+    std::string error =
+        CrashRecovery::recover(ops, folder, location, CrashRecovery::Purpose::Reading, result.warning);
     if (!error.empty())
-        return error;
-    bool isAbsent = false;
-    const auto state = FileJournal::openStateFolder(ops, error, isAbsent);
-    if (state)
-        error =
-            Leftovers(ops, *state, location, Leftovers::Place::State).settle(Access::Shared, result.warning);
-    if (!error.empty() && !isAbsent)
         return error;
     FileDescriptor file(ops);
     struct stat status = {};
-    error = file.openRegular(AT_FDCWD, location.path(), O_RDONLY, status);
+    error = file.openRegular(folder.get(), location.name, O_RDONLY, status);
     result.missing = !error.empty() && errno == ENOENT;
-    if (error.empty() && !file.readAll(result.bytes))
-        error = "it cannot be read: " + systemReason();
-    return error;
+    result.mode = status.st_mode & 07777;
+    return error.empty() ? file.readAll(result.bytes) : error;
 }
 
 } // namespace
@@ -47,13 +37,13 @@ ReadFileResult FileSaver::read(const std::string& path) const
     ReadFileResult result;
     const FileLocation location = FileLocation::find(ops, path);
     result.missing = location.error == ENOENT;
-    result.error = location.error == 0 ? readLocked(ops, location, result) : systemReason(location.error);
+    result.reason = location.error == 0 ? readFrom(ops, location, result) : systemReason(location.error);
     if (result.missing)
-        result.error = systemReason(ENOENT);
-    if (result.error.empty()) {
+        result.reason = systemReason(ENOENT);
+    if (result.reason.empty()) {
         result.stamp = FileStamp::of(result.bytes);
     } else {
-        result.error = path + ": " + result.error;
+        result.error = path + ": " + result.reason;
         result.bytes.clear();
     }
     if (!result.warning.empty())
@@ -62,20 +52,30 @@ ReadFileResult FileSaver::read(const std::string& path) const
 }
 
 SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
-                               const MergeContent& merge) const
+                               const MergeContent& merge, mode_t newFileMode) const
 {
     SaveFileResult result;
     const FileLocation location = FileLocation::find(ops, path);
-    const std::string error = location.error == 0 ? FileSave(ops, location, bytes, merge, result).run(stamp)
-                                                  : systemReason(location.error);
-    if (!error.empty()) {
-        result.error = path + " is not saved: " + error;
+    result.reason = location.error == 0
+                        ? FileSave(ops, location, bytes, newFileMode, merge, result).run(stamp)
+                        : systemReason(location.error);
+    if (!result.reason.empty()) {
+        result.error = path + " is not saved: " + result.reason;
         result.warning.clear();
         return result;
     }
     if (!result.warning.empty())
         result.warning = path + ": " + result.warning;
     return result;
+}
+
+SaveFileResult FileSaver::overwrite(const std::string& path, const std::string& bytes,
+                                    mode_t newFileMode) const
+{
+    const MergeContent keepOurs = [&bytes](const std::string&, const FileStamp&) {
+        return MergedContent{bytes, {}};
+    };
+    return save(path, bytes, {}, keepOurs, newFileMode);
 }
 
 } // namespace Files

@@ -13,18 +13,21 @@ namespace Files {
 // one, the system's own reason.
 struct ReadFileResult
 {
-    std::string error;    // empty on success
+    std::string error;    // empty on success; otherwise the path and the reason
+    std::string reason;   // the same without the path
     bool missing = false; // the error is that there is no such file
     std::string warning;  // read, but the person should know: what a crash had left was put right
     std::string bytes;
     FileStamp stamp; // that of a missing file when there is none
+    mode_t mode = 0; // the permissions of the file; 0 when it is missing
 
     bool ok() const { return error.empty(); }
 };
 
 struct SaveFileResult
 {
-    std::string error;   // empty on success; otherwise the file is as it was
+    std::string error;   // empty on success; otherwise the path and the reason, and the file is as it was
+    std::string reason;  // the same without the path
     std::string warning; // saved, but something beside the content could not be kept or assured
     bool written = false;
     FileStamp stamp; // of the file after a success
@@ -39,30 +42,37 @@ struct MergedContent
     std::string refusal; // empty when there is none
 };
 
-// Given what the file holds now and its stamp. Called with the file's folder locked, so that nothing comes
-// between the answer and the writing; it must not read or save files of that folder itself.
+// Given what the file holds now and its stamp. Called again when another program writes meanwhile, with what
+// that wrote; it must not save that file itself.
 using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
 
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
 // there whole. The new content goes into a second file in the same folder that takes over the old one's
-// owner, mode and extended attributes and then its name. A file that cannot be replaced without loss (hard
-// links, a folder without the right to create files, a mount on the file, an owner who cannot be kept) is
-// written in place, by InPlaceWriter, and a warning says so. Links are followed; only regular files are
-// saved. A crash leaves at most files that Leftovers clears away. A success means that the content is on the
-// disk. Any thread; saves into one folder wait for each other, also between programs that save by this class.
+// owner, mode and extended attributes and then exchanges its place with it. What came back by that is looked
+// at: an update that another program made up to the exchange is put back and merged. A file that cannot be
+// replaced without loss (hard links, a folder without the right to create files, a mount on the file, an
+// owner who cannot be kept) is written in place, by InPlaceWriter, and a warning says so. Links are followed,
+// once: everything is done in the folder that was opened then. Only regular files up to the SizeLimit are
+// read and saved. A crash leaves at most files that CrashRecovery clears away. A success means that the
+// content is on the disk. No lock that another user could hold is waited for. Any thread.
 class VANTRY_FILES_EXPORT FileSaver
 {
 public:
     explicit FileSaver(FileOps& fileOps = FileOps::system()) : ops(fileOps) {}
 
-    // Needs no right to write unless a save was interrupted. Waits for a save into the file's folder.
+    // Needs no right to write. What an interrupted save of this user has left is cleared up, and the warning
+    // says so; nothing is written for other users.
     ReadFileResult read(const std::string& path) const;
 
     // When the file is no longer what the stamp says, merge tells what to write instead; without one the save
     // is refused. A file that holds already what is to be written is not touched. A file that was missing is
-    // created; one that has gone since is a refusal.
+    // created, with this mode less the process's mask; one that has gone since is a refusal.
     SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
-                        const MergeContent& merge = {}) const;
+                        const MergeContent& merge = {}, mode_t newFileMode = 0666) const;
+
+    // Writes over whatever the file holds, or creates it.
+    SaveFileResult overwrite(const std::string& path, const std::string& bytes,
+                             mode_t newFileMode = 0666) const;
 
     // What a save has beside the file begins with this.
     static constexpr const char* temporaryPrefix = TemporaryName::prefix;

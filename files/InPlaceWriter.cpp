@@ -1,6 +1,6 @@
 #include "files/InPlaceWriter.h"
 
-#include "files/FileReplacement.h"
+#include "files/StateFolder.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -8,21 +8,6 @@
 namespace Files {
 
 namespace {
-
-// With all that leads to it, each made durable before anything relies on it.
-bool makeFolders(FileOps& ops, const std::string& path)
-{
-    constexpr mode_t onlyMine = 0700;
-    const std::string parent = path.substr(0, path.rfind('/'));
-    if (ops.makeFolder(path, onlyMine) != 0) {
-        if (errno != ENOENT || parent.empty())
-            return errno == EEXIST;
-        if (!makeFolders(ops, parent) || ops.makeFolder(path, onlyMine) != 0)
-            return false;
-    }
-    const LockedFolder above(ops, parent.empty() ? "/" : parent);
-    return above.isOpen() && ops.sync(above.get()) == 0;
-}
 
 // Writing takes the set-id bits away.
 void keepMode(FileOps& ops, int folder, const std::string& name, const struct stat& status,
@@ -38,25 +23,28 @@ void keepMode(FileOps& ops, int folder, const std::string& name, const struct st
 
 } // namespace
 
-InPlaceWriter::InPlaceWriter(FileOps& fileOps, const LockedFolder& lockedFolder,
-                             const FileLocation& fileLocation, std::unique_ptr<LockedFolder>& stateFolder)
-    : ops(fileOps), folder(lockedFolder), location(fileLocation), state(stateFolder)
+InPlaceWriter::InPlaceWriter(FileOps& fileOps, const FileDescriptor& fileFolder,
+                             const FileLocation& fileLocation)
+    : ops(fileOps), folder(fileFolder), location(fileLocation)
 {
 }
 
 std::string InPlaceWriter::write(const struct stat& status, const std::string& found,
-                                 const std::string& bytes, std::string& warning)
+                                 const std::string& bytes, std::string& warning, bool& isChanged)
 {
     FileDescriptor file(ops);
     struct stat opened = {};
-    std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, opened);
+    std::string error = file.openRegular(folder.get(), location.name, O_RDWR, opened);
     if (error.empty())
         error = keepJournal(status, {location.name, status.st_ino, found});
     if (!error.empty())
         return error;
     // As late as can be: what another program does between this and the writing is lost.
-    error = changeSince(ops, folder.get(), location.name, status);
-    if (!error.empty()) {
+    const std::optional<bool> isSame = file.holds(found);
+    if (!isSame)
+        error = "it cannot be read: " + systemReason();
+    isChanged = isSame && (!*isSame || opened.st_ino != status.st_ino || opened.st_dev != status.st_dev);
+    if (!error.empty() || isChanged) {
         removeJournal();
         return error;
     }
@@ -66,39 +54,42 @@ std::string InPlaceWriter::write(const struct stat& status, const std::string& f
     if (error.empty() && ops.unlinkAt(journalFolder, journalName) != 0)
         error = "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
     if (!error.empty())
-        return error + undo(found);
+        return error + undo(opened, found);
     if (ops.sync(journalFolder) != 0)
         warning = "it may be the old one after a power cut: " + systemReason();
     return {};
 }
 
-std::string InPlaceWriter::keepJournal(const struct stat& status, FileJournal journal)
+std::string InPlaceWriter::keepJournal(const struct stat& status, FileJournal content)
 {
     bool isBarred = status.st_nlink > 1; // who reads it by its other name has to find the journal, too
     std::string error;
     if (!isBarred)
-        error = keepIn(folder, journal, isBarred);
+        error = keepIn(folder, content, isBarred);
     if (isBarred) {
-        error = openStateFolder();
-        journal.file = location.path();
-        if (error.empty())
-            error = keepIn(*state, journal, isBarred);
+        state = StateFolder::make(ops, error);
+        content.file = location.path();
+        if (state)
+            error = keepIn(*state, content, isBarred);
     }
     return error.empty() ? error : "no copy of its content can be kept meanwhile: " + error;
 }
 
-std::string InPlaceWriter::keepIn(const LockedFolder& place, const FileJournal& journal, bool& isBarred)
+std::string InPlaceWriter::keepIn(const FileDescriptor& place, const FileJournal& content, bool& isBarred)
 {
-    FileReplacement copy(ops, place.get());
-    std::string error = copy.create(TemporaryName::Kind::Replacement, 0600);
+    journal.emplace(ops, place.get());
+    std::string error = journal->create(TemporaryName::Kind::Replacement, 0600);
     if (error.empty())
-        error = copy.fill(journal.toBytes());
+        error = journal->fill(content.toBytes());
     if (error.empty())
-        error = copy.finish();
+        error = journal->finish();
     const std::string name = TemporaryName::make(TemporaryName::Kind::Journal);
+    bool isTaken = false;
     if (error.empty())
-        error = copy.publish(name, true);
-    isBarred = copy.isBarred();
+        error = journal->publish(name, isTaken);
+    if (isTaken)
+        error = name + " exists already";
+    isBarred = journal->isBarred();
     if (!error.empty())
         return error;
     journalFolder = place.get();
@@ -110,27 +101,14 @@ std::string InPlaceWriter::keepIn(const LockedFolder& place, const FileJournal& 
     return error;
 }
 
-std::string InPlaceWriter::openStateFolder()
-{
-    const std::string path = FileJournal::stateFolder();
-    std::string error;
-    bool isAbsent = false;
-    if (!state && !path.empty() && !makeFolders(ops, path))
-        return path + " cannot be made: " + systemReason();
-    if (!state)
-        state = FileJournal::openStateFolder(ops, error, isAbsent);
-    if (!state)
-        return error;
-    return state->lock(LockedFolder::Access::Exclusive);
-}
-
 // Empty when nothing is left of the attempt.
-std::string InPlaceWriter::undo(const std::string& found)
+std::string InPlaceWriter::undo(const struct stat& written, const std::string& found)
 {
     FileDescriptor file(ops);
     struct stat status = {};
     std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, status);
-    if (error.empty())
+    const bool isReplaced = error.empty() && status.st_ino != written.st_ino;
+    if (error.empty() && !isReplaced)
         error = overwrite(ops, file, found);
     if (!error.empty())
         return "; it is damaged until it is read next, when its former content comes back from " +

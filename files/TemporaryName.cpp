@@ -9,22 +9,57 @@ namespace Files {
 namespace {
 
 constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+constexpr std::string_view hexDigits = "0123456789abcdef";
 constexpr std::size_t randomLength = 8;
+constexpr std::size_t digestLength = 16;
+constexpr std::string_view replacementEnding = ".new";
+constexpr std::string_view journalEnding = ".old";
+constexpr std::string_view exchangeEnding = ".swap";
 
-std::string_view endingOf(TemporaryName::Kind kind)
+std::string randomStart()
 {
-    return kind == TemporaryName::Kind::Replacement ? ".new" : ".old";
+    std::random_device random;
+    std::string name = TemporaryName::prefix;
+    for (std::size_t i = 0; i < randomLength; ++i)
+        name += letters[random() % letters.size()];
+    return name;
+}
+
+// The beginning of it, which tells contents apart well enough.
+std::string hexOf(const FileStamp& content)
+{
+    std::string hex;
+    for (const char c : content.digest.substr(0, digestLength / 2)) {
+        const auto byte = static_cast<unsigned char>(c);
+        hex += hexDigits[byte >> 4];
+        hex += hexDigits[byte & 15];
+    }
+    return hex;
+}
+
+// An exchange's name is the start, "-OLD-NEW" and the ending.
+constexpr std::size_t oldAt = std::char_traits<char>::length(TemporaryName::prefix) + randomLength + 1;
+constexpr std::size_t newAt = oldAt + digestLength + 1;
+
+bool isExchange(const std::string& name)
+{
+    const auto isDigest = [&name](std::size_t at) {
+        return name[at - 1] == '-' && name.find_first_not_of(hexDigits, at) == at + digestLength;
+    };
+    return name.size() == newAt + digestLength + exchangeEnding.size() && isDigest(oldAt) &&
+           isDigest(newAt) && name.compare(newAt + digestLength, std::string::npos, exchangeEnding) == 0;
 }
 
 } // namespace
 
 std::string TemporaryName::make(Kind kind)
 {
-    std::random_device random;
-    std::string name = prefix;
-    for (std::size_t i = 0; i < randomLength; ++i)
-        name += letters[random() % letters.size()];
-    return name.append(endingOf(kind));
+    return randomStart().append(kind == Kind::Journal ? journalEnding : replacementEnding);
+}
+
+std::string TemporaryName::makeExchange(const FileStamp& oldContent, const FileStamp& newContent)
+{
+    return randomStart().append("-" + hexOf(oldContent) + "-" + hexOf(newContent)).append(exchangeEnding);
 }
 
 std::optional<TemporaryName::Kind> TemporaryName::kindOf(const std::string& name)
@@ -33,11 +68,21 @@ std::optional<TemporaryName::Kind> TemporaryName::kindOf(const std::string& name
     const std::size_t end = start + randomLength;
     if (name.compare(0, start, prefix) != 0 || name.find_first_not_of(letters, start) != end)
         return {};
-    for (const Kind kind : {Kind::Replacement, Kind::Journal}) {
-        if (name.compare(end, std::string::npos, endingOf(kind)) == 0)
-            return kind;
-    }
-    return {};
+    if (name.compare(end, std::string::npos, replacementEnding) == 0)
+        return Kind::Replacement;
+    if (name.compare(end, std::string::npos, journalEnding) == 0)
+        return Kind::Journal;
+    return isExchange(name) ? std::optional(Kind::Exchange) : std::nullopt;
+}
+
+bool TemporaryName::saysOld(const std::string& name, const FileStamp& content)
+{
+    return name.compare(oldAt, digestLength, hexOf(content)) == 0;
+}
+
+bool TemporaryName::saysNew(const std::string& name, const FileStamp& content)
+{
+    return name.compare(newAt, digestLength, hexOf(content)) == 0;
 }
 
 } // namespace Files

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileStamp.h"
 #include "files/FilesExport.h"
 
 #include <optional>
@@ -14,14 +15,24 @@ class VANTRY_FILES_EXPORT TemporaryName
 public:
     enum class Kind {
         Replacement, // new content that has not taken its place yet
+        Exchange,    // new content that is complete, or the content whose name it has taken
         Journal      // old content of a file that is written in place
     };
 
     static constexpr const char* prefix = ".vantry-";
 
+    // A name for a Replacement or a Journal.
     static std::string make(Kind kind);
+    // The name under which new content exchanges its place with the old one. Since it says both, whoever
+    // finds the file later knows whether it holds one of them or what a third program wrote.
+    static std::string makeExchange(const FileStamp& oldContent, const FileStamp& newContent);
+
     // Nothing for a name that is none of ours.
     static std::optional<Kind> kindOf(const std::string& name);
+
+    // Whether the name of an Exchange says that this is its old, or its new, content.
+    static bool saysOld(const std::string& name, const FileStamp& content);
+    static bool saysNew(const std::string& name, const FileStamp& content);
 };
 
 } // namespace Files

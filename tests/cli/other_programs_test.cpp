@@ -61,14 +61,20 @@ private slots:
         QTest::newRow("the same key") << QByteArray("a = 5\nb = 1\n") << 3 << QByteArray("a = 5\nb = 1\n");
     }
 
-    // The program reads the file, then waits to save it, since somebody reads in its folder.
+    // The program reads the file, then waits to save it, since another of its user's programs saves.
     void mergesOrRefusesWhatChangesWhileItRuns()
     {
         write("a = 1\nb = 1\n");
-        const int lock =
-            ::open(QFile::encodeName(folder->path()).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        QCOMPARE(::flock(lock, LOCK_SH), 0);
+        const QTemporaryDir runtime;
+        const QByteArray lockFile = QFile::encodeName(runtime.filePath(QStringLiteral("vantry-saves.lock")));
+        const int lock = ::open(lockFile.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        struct flock all = {};
+        all.l_type = F_WRLCK;
+        QCOMPARE(::fcntl(lock, F_OFD_SETLK, &all), 0);
         QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+        program.setProcessEnvironment(environment);
         program.start(QStringLiteral(VANTRY_PROGRAM),
                       {QStringLiteral("set"), file, QStringLiteral("a"), QStringLiteral("2")});
         QVERIFY(program.waitForStarted());

@@ -12,9 +12,9 @@ class InterceptedOps : public Files::FileOps
 public:
     explicit InterceptedOps(FileOps& fileOps = FileOps::system()) : below(fileOps) {}
 
-    int open(const std::string& path, int flags) override
+    int openFolder(const std::string& path, int flags) override
     {
-        return pass("open", [&] { return below.open(path, flags); });
+        return pass("openat2", [&] { return below.openFolder(path, flags); });
     }
     int openAt(int folder, const std::string& name, int flags, mode_t mode) override
     {
@@ -34,6 +34,10 @@ public:
     {
         return pass("write", [&] { return below.write(descriptor, from, size); });
     }
+    int seekToStart(int descriptor) override
+    {
+        return pass("lseek", [&] { return below.seekToStart(descriptor); });
+    }
     int stat(int descriptor, struct stat& result) override
     {
         return pass("fstat", [&] { return below.stat(descriptor, result); });
@@ -49,6 +53,10 @@ public:
     int lock(int descriptor, int operation) override
     {
         return pass("flock", [&] { return below.lock(descriptor, operation); });
+    }
+    int lockByte(int descriptor, off_t at) override
+    {
+        return pass("fcntl", [&] { return below.lockByte(descriptor, at); });
     }
     int changeOwner(int descriptor, uid_t user, gid_t group) override
     {
@@ -73,6 +81,10 @@ public:
     int renameNewAt(int folder, const std::string& from, const std::string& to) override
     {
         return pass("rename new", [&] { return below.renameNewAt(folder, from, to); });
+    }
+    int exchangeAt(int folder, const std::string& one, const std::string& other) override
+    {
+        return pass("rename exchange", [&] { return below.exchangeAt(folder, one, other); });
     }
     int unlinkAt(int folder, const std::string& name) override
     {

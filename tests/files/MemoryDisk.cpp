@@ -121,6 +121,8 @@ void MemoryDisk::apply(const NameChange& change, Names& names)
     names.erase(change.removed);
     if (!change.added.empty())
         names[change.added] = change.inode;
+    if (!change.exchanged.empty())
+        names[change.exchanged] = change.exchangedInode;
 }
 
 int MemoryDisk::find(const std::string& path) const
@@ -179,7 +181,7 @@ void MemoryDisk::fill(int number, struct stat& result) const
     }
 }
 
-int MemoryDisk::open(const std::string& path, int flags)
+int MemoryDisk::openFolder(const std::string& path, int flags)
 {
     return openAt(AT_FDCWD, path, flags, 0);
 }
@@ -222,6 +224,12 @@ ssize_t MemoryDisk::write(int descriptor, const char* from, std::size_t size)
     return ssize_t(some);
 }
 
+int MemoryDisk::seekToStart(int descriptor)
+{
+    opened.at(descriptor).at = 0;
+    return 0;
+}
+
 int MemoryDisk::stat(int descriptor, struct stat& result)
 {
     fill(opened.at(descriptor).inode, result);
@@ -259,9 +267,9 @@ int MemoryDisk::sync(int descriptor)
 
 int MemoryDisk::renameAt(int folder, const std::string& from, const std::string& to)
 {
-    if (isBusy)
-        return fail(EBUSY);
     const int inode = find(folderOf(folder), from);
+    if (isBusy && find(folderOf(folder), to) >= 0)
+        return fail(EBUSY);
     if (inode >= 0)
         changeName(folderOf(folder), {from, to, inode});
     return inode >= 0 ? 0 : -1;
@@ -273,6 +281,18 @@ int MemoryDisk::renameNewAt(int folder, const std::string& from, const std::stri
     if (find(folderOf(folder), to) >= 0)
         return fail(EEXIST);
     changeName(folderOf(folder), {from, to, inode});
+    return 0;
+}
+
+int MemoryDisk::exchangeAt(int folder, const std::string& one, const std::string& other)
+{
+    const int first = find(folderOf(folder), one);
+    const int second = find(folderOf(folder), other);
+    if (isBusy || !knowsExchange)
+        return fail(isBusy ? EBUSY : EINVAL);
+    if (first < 0 || second < 0)
+        return fail(ENOENT);
+    changeName(folderOf(folder), {{}, one, second, other, first});
     return 0;
 }
 

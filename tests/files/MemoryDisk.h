@@ -29,24 +29,28 @@ public:
     // How often something was changed.
     int countChanges() const { return changes; }
 
-    bool isBusy = false;  // no file can be renamed over
+    bool isBusy = false; // no file can be renamed over
+    bool knowsExchange = true;
     bool forgets = false; // what is synced does not become durable
 
-    int open(const std::string& path, int flags) override;
+    int openFolder(const std::string& path, int flags) override;
     int openAt(int folder, const std::string& name, int flags, mode_t mode) override;
     int close(int descriptor) override;
     ssize_t read(int descriptor, char* to, std::size_t size) override;
     ssize_t write(int descriptor, const char* from, std::size_t size) override;
+    int seekToStart(int descriptor) override;
     int stat(int descriptor, struct stat& result) override;
     int statAt(int folder, const std::string& name, struct stat& result) override;
     int accessAt(int, const std::string&, int) override { return 0; }
     int lock(int, int) override { return 0; }
+    int lockByte(int, off_t) override { return 0; }
     int changeOwner(int, uid_t, gid_t) override { return 0; }
     int changeMode(int, mode_t) override { return 0; }
     int truncate(int descriptor, off_t size) override;
     int sync(int descriptor) override;
     int renameAt(int folder, const std::string& from, const std::string& to) override;
     int renameNewAt(int folder, const std::string& from, const std::string& to) override;
+    int exchangeAt(int folder, const std::string& one, const std::string& other) override;
     int unlinkAt(int folder, const std::string& name) override;
     int makeFolder(const std::string& path, mode_t mode) override;
     int list(int folder, const std::string& prefix, std::vector<std::string>& names) override;
@@ -63,6 +67,8 @@ private:
         std::string removed;
         std::string added;
         int inode = 0;
+        std::string exchanged = {}; // the other name of an exchange
+        int exchangedInode = 0;
     };
 
     struct Inode

@@ -12,6 +12,7 @@ struct SaveCase
 {
     enum class Way {
         Replace,      // by a new file
+        ReplaceBlind, // by a new file, where the file system knows no exchange of names
         Create,       // where there was none
         WriteLinked,  // in place, since it has two names; the journal is in the state folder
         WriteBusy,    // in place, since something is mounted on it; the journal is beside it
@@ -27,10 +28,12 @@ struct SaveCase
         explicit Ops(Way usedWay, bool really = false) : way(usedWay), syncs(really) {}
 
         int sync(int descriptor) override { return syncs ? FileOps::sync(descriptor) : 0; }
-        int renameAt(int folder, const std::string& from, const std::string& to) override
+        int exchangeAt(int folder, const std::string& one, const std::string& other) override
         {
-            errno = EBUSY;
-            return way == Way::WriteBusy ? -1 : FileOps::renameAt(folder, from, to);
+            errno = way == Way::WriteBusy ? EBUSY : EINVAL;
+            return way == Way::WriteBusy || way == Way::ReplaceBlind
+                       ? -1
+                       : FileOps::exchangeAt(folder, one, other);
         }
 
     private:
@@ -49,9 +52,10 @@ struct SaveCase
         const std::string small(100, 's');
         const std::string large(20000, 'l');
         const std::pair<const char*, Way> ways[] = {
-            {"replaced", Way::Replace},           {"created", Way::Create},
-            {"linked", Way::WriteLinked},         {"busy", Way::WriteBusy},
-            {"repair linked", Way::RepairLinked}, {"repair busy", Way::RepairBusy}};
+            {"replaced", Way::Replace},      {"replaced blindly", Way::ReplaceBlind},
+            {"created", Way::Create},        {"linked", Way::WriteLinked},
+            {"busy", Way::WriteBusy},        {"repair linked", Way::RepairLinked},
+            {"repair busy", Way::RepairBusy}};
         for (const auto& [name, usedWay] : ways) {
             QTest::addRow("%s, growing", name) << SaveCase{usedWay, small, large};
             QTest::addRow("%s, shrinking", name) << SaveCase{usedWay, large, small};

@@ -21,6 +21,7 @@ public:
     {
         if (!folder.isValid() || ::chmod(path().c_str(), 0777) != 0)
             qFatal("no folder for the test");
+        qunsetenv("XDG_RUNTIME_DIR");
         qputenv("XDG_STATE_HOME", QFile::encodeName(folder.filePath(QStringLiteral("state"))));
     }
 

@@ -1,41 +1,62 @@
 #include "files/FileJournal.h"
+#include "files/SizeLimit.h"
+#include "tests/files/InterceptedOps.h"
 #include "tests/files/ScratchFolder.h"
 #include "tests/support/TestRun.h"
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <fcntl.h>
-#include <future>
+#include <functional>
 #include <memory>
 #include <sys/file.h>
 #include <thread>
 
-using Files::FileOps;
 using Files::FileSaver;
 using Files::FileStamp;
 using Files::ReadFileResult;
 using Files::SaveFileResult;
+using Files::TemporaryName;
 using TestSupport::ScratchFolder;
 
 namespace {
 
-// Another program that changes the file at the last moment: after the new content was written.
-class MeddlingOps : public FileOps
+// Other programs that come in between: before the calls of the kind, one after the other.
+class MeddlingOps : public TestSupport::InterceptedOps
 {
 public:
-    std::string path;
-
-    int sync(int descriptor) override
+    MeddlingOps(std::string callName, std::vector<std::function<void()>> otherPrograms)
+        : call(std::move(callName)), programs(std::move(otherPrograms))
     {
-        if (!path.empty()) {
-            QFile file(QString::fromStdString(std::exchange(path, {})));
-            file.open(QIODevice::WriteOnly);
-            file.write("theirs");
-        }
-        return FileOps::sync(descriptor);
     }
+
+    bool hasMeddled() const { return done == programs.size(); }
+
+protected:
+    int before(const char* name) override
+    {
+        if (name == call && !hasMeddled())
+            programs[done++]();
+        return 0;
+    }
+    void after(const char*) override {}
+
+private:
+    const std::string call;
+    const std::vector<std::function<void()>> programs;
+    std::size_t done = 0;
 };
 
+// Each line of both, as a person would merge them.
+Files::MergedContent addLine(const std::string& found, const FileStamp&)
+{
+    return {found + "mine\n", {}};
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(std::string)
 
 class FileSaverTest : public QObject
 {
@@ -80,24 +101,76 @@ private slots:
         refused("f.ini", FileStamp(), "another program has created it meanwhile");
         folder->remove("f.ini");
         refused("f.ini", stamp, "it is gone since it was read");
+    }
 
-        folder->write("f.ini", "read");
-        MeddlingOps ops;
-        ops.path = path("f.ini");
-        const SaveFileResult late = FileSaver(ops).save(path("f.ini"), "mine", stamp);
-        QCOMPARE(late.error,
-                 path("f.ini") + " is not saved: another program has changed it while it was being saved");
-        QCOMPARE(folder->content("f.ini"), std::string("theirs"));
-        ops.path = path("new.ini");
-        QVERIFY(!FileSaver(ops).save(path("new.ini"), "mine", FileStamp()).ok());
-        QCOMPARE(folder->content("new.ini"), std::string("theirs"));
+    void mergesWhatComesInTheLastMoment_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("what");
+        QTest::addColumn<bool>("linked");
+        for (const char* what : {"replaced", "written over", "appended"}) {
+            QTest::addRow("exchange, %s", what) << "rename exchange" << what << false;
+            QTest::addRow("in place, %s", what) << "openat" << what << true;
+        }
+        QTest::newRow("created") << "rename new"
+                                 << "created" << false;
+        QTest::newRow("removed") << "rename exchange"
+                                 << "removed" << false;
+    }
 
-        folder->write("f.ini", "read");
-        folder->hardLink("f.ini", "other.ini"); // so that it is written over in its place
-        ops.path = path("f.ini");
-        QVERIFY(!FileSaver(ops).save(path("f.ini"), "mine", stamp).ok());
-        QCOMPARE(folder->content("other.ini"), std::string("theirs"));
-        QVERIFY(folder->leftovers().isEmpty());
+    // What comes between the last look and the exchange of the files costs a second attempt and nothing else.
+    void mergesWhatComesInTheLastMoment()
+    {
+        QFETCH(QString, call);
+        QFETCH(QString, what);
+        QFETCH(bool, linked);
+        for (const bool merges : {true, false}) {
+            const bool isNew = what == QLatin1String("created");
+            folder->remove("f.ini");
+            folder->remove("other.ini");
+            if (!isNew)
+                folder->write("f.ini", "base\n");
+            if (linked)
+                folder->hardLink("f.ini", "other.ini");
+            MeddlingOps ops(call.toStdString(), {[&] { meddle(what); }});
+            const FileStamp stamp = isNew ? FileStamp() : FileStamp::of("base\n");
+            const SaveFileResult result = FileSaver(ops).save(path("f.ini"), "base\nmine\n", stamp,
+                                                              merges ? addLine : Files::MergeContent());
+            QVERIFY(ops.hasMeddled());
+            QCOMPARE(folder->leftovers(), QStringList());
+            if (what == QLatin1String("removed")) {
+                QCOMPARE(result.error, path("f.ini") + " is not saved: it is gone since it was read");
+                QCOMPARE(folder->content("f.ini"), std::string("(missing)"));
+                continue;
+            }
+            const std::string theirs = what == QLatin1String("appended") ? "base\ntheirs\n" : "theirs\n";
+            QCOMPARE(folder->content("f.ini"), merges ? theirs + "mine\n" : theirs);
+            QVERIFY2(result.ok() == merges, result.error.c_str());
+            QVERIFY(merges || result.error.find("another program has") != std::string::npos);
+        }
+    }
+
+    // One program between the look and the exchange, a second before that is taken back: whatever the
+    // outcome, every version is there.
+    void losesNothingToSeveralPrograms()
+    {
+        for (const bool merges : {true, false}) {
+            folder->write("f.ini", "base\n");
+            MeddlingOps ops("rename exchange",
+                            {[&] { replace("f.ini", "first\n"); }, [&] { replace("f.ini", "second\n"); }});
+            const SaveFileResult result =
+                FileSaver(ops).save(path("f.ini"), "base\nmine\n", FileStamp::of("base\n"),
+                                    merges ? addLine : Files::MergeContent());
+            QVERIFY(ops.hasMeddled());
+            std::string all = folder->content("f.ini");
+            for (const QString& name : folder->leftovers()) {
+                QVERIFY2(result.error.find(name.toStdString()) != std::string::npos, result.error.c_str());
+                all += folder->content(name.toStdString());
+                folder->remove(name.toStdString());
+            }
+            QVERIFY2(all.find("first\n") != std::string::npos && all.find("second\n") != std::string::npos,
+                     all.c_str());
+        }
     }
 
     void savesUnderTheLongestName()
@@ -168,28 +241,149 @@ private slots:
         QVERIFY(folder->leftovers().isEmpty());
     }
 
-    // A save that hangs keeps nobody from reading.
-    void readsWhatIsLocked()
+    // Whoever may read a folder or a file may lock it, for as long as he likes.
+    void waitsForNobodysLock()
     {
         folder->write("f.ini", "content");
-        const int other = ::open(folder->path().c_str(), O_RDONLY | O_DIRECTORY);
-        QVERIFY(::flock(other, LOCK_EX) == 0);
-        auto saving = std::async(std::launch::async, [this] {
-            return FileSaver().save(path("f.ini"), "after", FileStamp::of("content"));
-        });
+        for (const char* name : {"", "f.ini"}) {
+            const int other = ::open(path(name).c_str(), O_RDONLY);
+            QVERIFY(::flock(other, LOCK_EX) == 0);
+            const ReadFileResult read = FileSaver().read(path("f.ini"));
+            const SaveFileResult saved = FileSaver().save(path("f.ini"), read.bytes + '+', read.stamp);
+            ::close(other);
+            QCOMPARE(read.error + read.warning + saved.error + saved.warning, std::string());
+        }
+        QCOMPARE(folder->content("f.ini"), std::string("content++"));
+    }
+
+    void clearsUpInterruptedExchanges_data()
+    {
+        QTest::addColumn<std::string>("present");
+        QTest::addColumn<std::string>("left");
+        QTest::addColumn<std::string>("expected");
+        QTest::addColumn<std::string>("kept"); // beside it
+        const auto row = [](const char* name, const char* present, const char* left, const char* expected,
+                            const char* kept) {
+            QTest::newRow(name) << std::string(present) << std::string(left) << std::string(expected)
+                                << std::string(kept);
+        };
+        row("before it", "old", "new", "old", "");
+        row("after it", "new", "old", "new", "");
+        row("after it, which another program met", "new", "theirs", "theirs", "");
+        row("before it, when another program came", "theirs", "new", "theirs", "");
+        row("after it, and another program came", "theirs", "old", "theirs", "");
+        row("between two other programs", "second", "first", "second", "first");
+    }
+
+    // A save was killed around its exchange of the new content for the old.
+    void clearsUpInterruptedExchanges()
+    {
+        QFETCH(std::string, present);
+        QFETCH(std::string, left);
+        QFETCH(std::string, expected);
+        QFETCH(std::string, kept);
+        const std::string name = TemporaryName::makeExchange(FileStamp::of("old"), FileStamp::of("new"));
+        folder->write("f.ini", present);
+        folder->write(name, left);
         const ReadFileResult read = FileSaver().read(path("f.ini"));
-        const SaveFileResult result = saving.get();
-        ::close(other);
-        QCOMPARE(read.bytes, std::string("content"));
-        QVERIFY2(read.warning.find("its folder cannot be locked") != std::string::npos, read.warning.c_str());
-        QCOMPARE(result.error, path("f.ini") +
-                                   " is not saved: its folder cannot be locked: Resource temporarily "
-                                   "unavailable");
+        QCOMPARE(read.bytes, expected);
+        QCOMPARE(folder->content("f.ini"), expected);
+        QCOMPARE(folder->content(name), kept.empty() ? "(missing)" : kept);
+        QVERIFY(kept.empty() || read.warning.find(name) != std::string::npos);
+        QCOMPARE(read.warning.empty(), left != "theirs" && kept.empty());
+    }
+
+    // A program that counts up in a line of its own, and replaces the file each time, finds its last number
+    // again whatever is saved beside it.
+    void losesNoUpdateOfAnotherProgram()
+    {
+        folder->write("f.ini", "theirs 0\nours 0\n");
+        std::atomic<bool> isOver{false};
+        std::atomic<int> lost{0};
+        std::thread program([&] {
+            for (int count = 0; !isOver; ++count) {
+                const std::string text = folder->content("f.ini");
+                lost += text.compare(0, text.find('\n'), "theirs " + std::to_string(count)) == 0 ? 0 : 1;
+                replace("f.ini", "theirs " + std::to_string(count + 1) + text.substr(text.find('\n')));
+                std::this_thread::sleep_for(std::chrono::milliseconds(3));
+            }
+        });
+        int merges = 0;
+        for (int count = 1; count <= 150; ++count) {
+            const auto withOurs = [&](const std::string& found, const FileStamp&) {
+                ++merges;
+                return Files::MergedContent{
+                    found.substr(0, found.find('\n') + 1) + "ours " + std::to_string(count) + '\n', {}};
+            };
+            const ReadFileResult read = FileSaver().read(path("f.ini"));
+            const std::string bytes = withOurs(read.bytes, read.stamp).bytes;
+            const SaveFileResult saved = FileSaver().save(path("f.ini"), bytes, read.stamp, withOurs);
+            if (!saved.ok())
+                isOver = true;
+            QVERIFY2(saved.ok(), saved.error.c_str());
+        }
+        isOver = true;
+        program.join();
+        QCOMPARE(lost.load(), 0);
+        QVERIFY2(merges > 160, "hardly a save met the other program");
+        QCOMPARE(folder->leftovers(), QStringList());
+    }
+
+    // What a save that goes on has beside the file is left to it.
+    void leavesWhatIsBeingSaved()
+    {
+        folder->write("f.ini", "before");
+        QStringList seen;
+        MeddlingOps ops("rename exchange", {[&] {
+                            FileSaver().read(path("f.ini"));
+                            seen = folder->leftovers();
+                        }});
+        QCOMPARE(FileSaver(ops).save(path("f.ini"), "after", FileStamp::of("before")).error, std::string());
+        QCOMPARE(seen.size(), 1);
+        QCOMPARE(folder->content("f.ini"), std::string("after"));
+    }
+
+    void refusesWhatIsTooLarge()
+    {
+        const std::uint64_t usual = Files::SizeLimit::get();
+        Files::SizeLimit::set(Files::SizeLimit::bytesInMiB);
+        const std::string content(Files::SizeLimit::bytesInMiB, 'x');
+        folder->write("full.ini", content);
+        folder->write("f.ini", "");
+        QVERIFY(::truncate(path("f.ini").c_str(), off_t(4) << 40) == 0);
+        const ReadFileResult full = FileSaver().read(path("full.ini"));
+        const ReadFileResult huge = FileSaver().read(path("f.ini"));
+        const SaveFileResult saved = FileSaver().save(path("f.ini"), "after", FileStamp());
+        folder->hardLink("full.ini", "linked.ini"); // its journal is larger than the limit
+        const Files::FileJournal journal{path("full.ini"), folder->status("full.ini").st_ino, content};
+        folder->makeFolder("state");
+        folder->makeFolder("state/vantry", 0700);
+        folder->write("state/vantry/.vantry-abcdefgh.old", journal.toBytes(), 0600);
+        folder->write("full.ini", "torn");
+        const ReadFileResult repaired = FileSaver().read(path("linked.ini"));
+        Files::SizeLimit::set(usual);
+        QCOMPARE(full.error, std::string());
+        const std::string reason = "it is larger than the limit of 1 MiB; VANTRY_MAX_FILE_SIZE=MIB raises it";
+        QCOMPARE(huge.error, path("f.ini") + ": " + reason);
+        QCOMPARE(saved.error, path("f.ini") + " is not saved: " + reason);
+        QCOMPARE(folder->status("f.ini").st_size, off_t(4) << 40);
+        QVERIFY2(repaired.bytes == content, repaired.error.c_str());
+    }
+
+    void losesNoUpdateOfSeveralWriters_data()
+    {
+        QTest::addColumn<bool>("locks");
+        QTest::newRow("with a place for their lock") << true;
+        QTest::newRow("without") << false;
     }
 
     // Each writer adds its line to what it has just read; a lost update would be a missing line.
     void losesNoUpdateOfSeveralWriters()
     {
+        QFETCH(bool, locks);
+        folder->makeFolder("run", 0700);
+        if (locks)
+            qputenv("XDG_RUNTIME_DIR", QByteArray::fromStdString(path("run")));
         folder->write("f.ini", "");
         const auto append = [this](char letter, int* done) {
             const FileSaver saver;
@@ -212,6 +406,22 @@ private slots:
     }
 
 private:
+    void replace(const std::string& name, const std::string& bytes) const
+    {
+        folder->write("theirs.tmp", bytes);
+        QVERIFY(::rename(path("theirs.tmp").c_str(), path(name).c_str()) == 0);
+    }
+
+    void meddle(const QString& what) const
+    {
+        if (what == QLatin1String("replaced"))
+            replace("f.ini", "theirs\n");
+        else if (what == QLatin1String("removed"))
+            folder->remove("f.ini");
+        else
+            folder->write("f.ini", what == QLatin1String("appended") ? "base\ntheirs\n" : "theirs\n");
+    }
+
     std::string path(const std::string& name) const { return folder->path(name); }
 
     void refused(const std::string& name, const FileStamp& stamp, const std::string& reason)

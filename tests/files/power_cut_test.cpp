@@ -56,7 +56,7 @@ private slots:
         QTest::addColumn<QString>("way");
         QTest::addColumn<int>("before");
         QTest::addColumn<int>("after");
-        for (const char* way : {"replaced", "created", "linked", "busy"}) {
+        for (const char* way : {"replaced", "replaced blindly", "created", "linked", "busy"}) {
             QTest::addRow("%s, growing", way) << way << 50 << 90;
             QTest::addRow("%s, shrinking", way) << way << 90 << 50;
         }
@@ -108,6 +108,7 @@ private:
         if (way == QLatin1String("linked"))
             disk.addName("/etc/f.ini", "/home/g.ini");
         disk.isBusy = way == QLatin1String("busy");
+        disk.knowsExchange = way != QLatin1String("replaced blindly");
         return disk;
     }
 

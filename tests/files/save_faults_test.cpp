@@ -103,9 +103,9 @@ private slots:
                     return;
             }
         }
-        std::set<std::string> expected = {"realpath", "flock", "openat"};
+        std::set<std::string> expected = {"realpath", "openat2", "openat"};
         if (!saving.repairs())
-            expected.insert({"open", "write", "fsync", "close"});
+            expected.insert({"write", "fsync", "close"});
         if (saving.way != SaveCase::Way::Create)
             expected.insert({"read", "fstat"});
         for (const std::string& kind : expected)
@@ -160,8 +160,9 @@ private:
                 QVERIFY2(failure.find(folder->path("f.ini")) == 0, where.c_str());
                 QVERIFY2(failure.find(std::strerror(error)) != std::string::npos, where.c_str());
             }
-            if (mode != FaultyOps::Mode::All && !saving.isLinked() &&
-                saving.way != SaveCase::Way::WriteBusy && !saving.repairs() && ops.failedKind != "unlink")
+            if ((!failure.empty() || !faultHappened) && mode != FaultyOps::Mode::All && !saving.isLinked() &&
+                saving.way != SaveCase::Way::WriteBusy && !saving.repairs() && ops.failedKind != "unlink" &&
+                ops.failedKind != "fstatat") // who cannot tell what a file is leaves it to the next read
                 QVERIFY2(folder->leftovers().isEmpty(), where.c_str());
             const ReadFileResult next = FileSaver(system).read(folder->path("f.ini"));
             const std::string expected = failure.empty() ? saving.changed() : saving.unchanged();

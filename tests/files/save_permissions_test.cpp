@@ -1,5 +1,6 @@
 #include "files/FileJournal.h"
 #include "tests/files/ChildProcess.h"
+#include "tests/files/InterceptedOps.h"
 #include "tests/files/ScratchFolder.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Unprivileged.h"
@@ -52,6 +53,31 @@ public:
         errno = ENOSPC;
         return -1;
     }
+};
+
+// Before one of the calls a link to "victim" takes the place of the folder "sub".
+class SwappingOps : public TestSupport::InterceptedOps
+{
+public:
+    SwappingOps(const ScratchFolder& scratch, int momentOfSwap) : folder(scratch), moment(momentOfSwap) {}
+
+    bool hasSwapped() const { return calls > moment; }
+
+protected:
+    int before(const char*) override
+    {
+        if (calls++ == moment) {
+            ::rename(folder.path("sub").c_str(), folder.path("gone").c_str());
+            folder.link("victim", "sub");
+        }
+        return 0;
+    }
+    void after(const char*) override {}
+
+private:
+    const ScratchFolder& folder;
+    const int moment;
+    int calls = 0;
 };
 
 // An access list as the kernel takes it: owner, user 12345, group, mask, others.
@@ -167,8 +193,10 @@ private slots:
     {
         const mode_t usual = ::umask(027);
         saved("new.ini");
+        FileSaver().save(folder->path("private.ini"), "after", FileStamp(), {}, 0600);
         ::umask(usual);
         QCOMPARE(int(folder->status("new.ini").st_mode & 07777), 0640);
+        QCOMPARE(int(folder->status("private.ini").st_mode & 07777), 0600);
     }
 
     void keepsAttributesAndAccessLists()
@@ -270,31 +298,127 @@ private slots:
         QVERIFY(::chmod(folder->path("sub").c_str(), 0777) == 0);
     }
 
-    void trustsNoStrangersJournal_data()
+    void writesOnlyForJournalsOfItsOwn_data()
+    {
+        QTest::addColumn<unsigned>("user");
+        QTest::addColumn<unsigned>("journalOwner");
+        QTest::addColumn<unsigned>("fileOwner");
+        QTest::addColumn<bool>("saves");
+        QTest::addColumn<bool>("isRestored");
+        QTest::addColumn<QString>("warning");
+        const unsigned me = ::geteuid();
+        const QString restored = QStringLiteral("it holds again what it held before");
+        QTest::newRow("one's own, read") << me << me << me << false << true << restored;
+        QTest::newRow("one's own, saved") << me << me << me << true << true << restored;
+        if (!isRoot())
+            return;
+        const unsigned nobody = 65534;
+        const QString strange = QStringLiteral("it is another user's");
+        const QString others = QStringLiteral("by another user (%1) was interrupted");
+        QTest::newRow("the file owner's, read by root")
+            << 0U << 1234U << 1234U << false << false << others.arg(1234);
+        QTest::newRow("the file owner's, saved by root") << 0U << 1234U << 1234U << true << true << restored;
+        QTest::newRow("a stranger's, read by root") << 0U << 1234U << 0U << false << false << strange;
+        QTest::newRow("a stranger's, saved by root") << 0U << 1234U << 0U << true << false << strange;
+        QTest::newRow("root's, read by the owner")
+            << nobody << 0U << nobody << false << false << others.arg(0);
+        QTest::newRow("a stranger's, read by the owner")
+            << nobody << 1234U << nobody << false << false << strange;
+    }
+
+    // Anybody may put a journal into an open folder; nobody must write for him what he could not, and who
+    // only reads writes for nobody else at all.
+    void writesOnlyForJournalsOfItsOwn()
+    {
+        QFETCH(unsigned, user);
+        QFETCH(unsigned, journalOwner);
+        QFETCH(unsigned, fileOwner);
+        QFETCH(bool, saves);
+        QFETCH(bool, isRestored);
+        QFETCH(QString, warning);
+        folder->write("f.ini", "content");
+        const Files::FileJournal journal{"f.ini", folder->status("f.ini").st_ino, "journal"};
+        folder->write(".vantry-abcdefgh.old", journal.toBytes());
+        if (isRoot()) {
+            QVERIFY(::chown(folder->path(".vantry-abcdefgh.old").c_str(), journalOwner, journalOwner) == 0);
+            QVERIFY(::chown(folder->path("f.ini").c_str(), fileOwner, fileOwner) == 0);
+        }
+        const std::string held = isRestored ? "journal" : "content";
+        std::string told;
+        {
+            const auto unprivileged = user == 0 ? nullptr : std::make_unique<Unprivileged>();
+            const std::string path = folder->path("f.ini");
+            if (saves) {
+                const SaveFileResult saved = FileSaver().save(path, "after", FileStamp::of(held));
+                QCOMPARE(saved.error, std::string());
+                told = saved.warning;
+            } else {
+                const ReadFileResult read = FileSaver().read(path);
+                QCOMPARE(read.bytes, held);
+                told = read.warning;
+            }
+        }
+        QCOMPARE(folder->content("f.ini"), saves ? "after" : held);
+        QVERIFY2(told.find(warning.toStdString()) != std::string::npos, told.c_str());
+        QCOMPARE(folder->content(".vantry-abcdefgh.old"), isRestored ? "(missing)" : journal.toBytes());
+    }
+
+    void leavesTheFolderForNobody_data()
+    {
+        QTest::addColumn<bool>("saves");
+        QTest::newRow("read") << false;
+        QTest::newRow("saved") << true;
+    }
+
+    // Whoever owns a folder may put a link to another one in its place between any two calls.
+    void leavesTheFolderForNobody()
+    {
+        QFETCH(bool, saves);
+        folder->makeFolder("victim");
+        folder->write("victim/f.ini", "victim's");
+        int moment = 0;
+        for (bool isSwapped = true; isSwapped; ++moment) {
+            folder->makeFolder("sub");
+            folder->write("sub/f.ini", "torn");
+            const Files::FileJournal journal{"f.ini", folder->status("sub/f.ini").st_ino, "journal"};
+            folder->write("sub/.vantry-abcdefgh.old", journal.toBytes());
+            SwappingOps ops(*folder, moment);
+            if (saves)
+                FileSaver(ops).save(folder->path("sub/f.ini"), "after", FileStamp::of("journal"));
+            else
+                FileSaver(ops).read(folder->path("sub/f.ini"));
+            QCOMPARE(folder->content("victim/f.ini"), std::string("victim's"));
+            QCOMPARE(QDir(QString::fromStdString(folder->path("victim")))
+                         .entryList(QDir::Files | QDir::Hidden)
+                         .size(),
+                     1);
+            isSwapped = ops.hasSwapped();
+            QDir(QString::fromStdString(folder->path("gone"))).removeRecursively();
+            if (isSwapped)
+                folder->remove("sub");
+            else
+                QDir(QString::fromStdString(folder->path("sub"))).removeRecursively();
+        }
+        QVERIFY2(moment > 15, "hardly a call was met");
+    }
+
+    // Others may have been let into it, or it may have been made by an older system.
+    void closesTheStateFolder()
+    {
+        folder->makeFolder("state");
+        folder->makeFolder("state/vantry", 0777);
+        folder->write("f.ini", "content");
+        QVERIFY(FileSaver().read(folder->path("f.ini")).ok());
+        QCOMPARE(int(folder->status("state/vantry").st_mode & 07777), 0700);
+    }
+
+    void keepsNoCopyAtAStrangers_data()
     {
         QTest::addColumn<bool>("strange");
         QTest::newRow("one's own") << false;
         if (isRoot())
             QTest::newRow("a stranger's") << true;
     }
-
-    // Anybody may put a journal into an open folder; root must not write for him what he may not.
-    void trustsNoStrangersJournal()
-    {
-        QFETCH(bool, strange);
-        folder->write("f.ini", "content");
-        const Files::FileJournal journal{"f.ini", folder->status("f.ini").st_ino, "journal"};
-        folder->write(".vantry-abcdefgh.old", journal.toBytes());
-        if (strange)
-            QVERIFY(::chown(folder->path(".vantry-abcdefgh.old").c_str(), 1234, 1234) == 0);
-        const ReadFileResult read = FileSaver().read(folder->path("f.ini"));
-        QCOMPARE(read.bytes, std::string(strange ? "content" : "journal"));
-        const char* const expected =
-            strange ? ".vantry-abcdefgh.old: it is another user's" : "it held before";
-        QVERIFY2(read.warning.find(expected) != std::string::npos, read.warning.c_str());
-    }
-
-    void keepsNoCopyAtAStrangers_data() { trustsNoStrangersJournal_data(); }
 
     // The folder for copies of files that are written over holds what only their owner may read.
     void keepsNoCopyAtAStrangers()

@@ -1,0 +1,97 @@
+#include "files/StateFolder.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Files {
+
+namespace {
+
+constexpr mode_t onlyMine = 0700;
+
+std::string absolutePath(const char* variable)
+{
+    const char* const value = std::getenv(variable);
+    return value && *value == '/' ? value : std::string();
+}
+
+// The person may have put a link in its place.
+int openLinked(FileOps& ops, const std::string& path)
+{
+    std::string resolved;
+    return path.empty() || ops.resolve(path, resolved) != 0 ? -1 : ops.openFolder(resolved, O_RDONLY);
+}
+
+// With all that leads to it, each made durable before anything relies on it.
+bool makeFolders(FileOps& ops, const std::string& path)
+{
+    const std::string parent = path.substr(0, path.rfind('/'));
+    if (ops.makeFolder(path, onlyMine) != 0) {
+        if (errno != ENOENT || parent.empty())
+            return errno == EEXIST;
+        if (!makeFolders(ops, parent) || ops.makeFolder(path, onlyMine) != 0)
+            return false;
+    }
+    const FileDescriptor above(ops, openLinked(ops, parent.empty() ? "/" : parent));
+    return above.isOpen() && ops.sync(above.get()) == 0;
+}
+
+} // namespace
+
+std::string StateFolder::path()
+{
+    const std::string state = absolutePath("XDG_STATE_HOME");
+    if (!state.empty())
+        return state + "/vantry";
+    const std::string home = absolutePath("HOME");
+    return home.empty() ? home : home + "/.local/state/vantry";
+}
+
+std::unique_ptr<FileDescriptor> StateFolder::open(FileOps& ops, std::string& error, bool& isAbsent)
+{
+    const std::string place = path();
+    isAbsent = place.empty();
+    if (isAbsent) {
+        error = "neither XDG_STATE_HOME nor HOME names a place";
+        return nullptr;
+    }
+    auto folder = std::make_unique<FileDescriptor>(ops, openLinked(ops, place));
+    struct stat status = {};
+    if (!folder->isOpen() || ops.stat(folder->get(), status) != 0) {
+        // The home that the environment names may be another user's.
+        isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
+        error = place + " cannot be opened: " + systemReason();
+        return nullptr;
+    }
+    isAbsent = status.st_uid != ::geteuid();
+    if (isAbsent) {
+        error = place + " belongs to another user";
+        return nullptr;
+    }
+    if ((status.st_mode & 07777) != onlyMine && ops.changeMode(folder->get(), onlyMine) != 0) {
+        error = place + " cannot be closed to other users: " + systemReason();
+        return nullptr;
+    }
+    return folder;
+}
+
+std::unique_ptr<FileDescriptor> StateFolder::make(FileOps& ops, std::string& error)
+{
+    const std::string place = path();
+    if (!place.empty() && !makeFolders(ops, place)) {
+        error = place + " cannot be made: " + systemReason();
+        return nullptr;
+    }
+    bool isAbsent = false;
+    return open(ops, error, isAbsent);
+}
+
+int StateFolder::openForLocks(FileOps& ops)
+{
+    const int runtime = openLinked(ops, absolutePath("XDG_RUNTIME_DIR"));
+    return runtime >= 0 ? runtime : openLinked(ops, path());
+}
+
+} // namespace Files
