@@ -33,7 +33,7 @@ OutputFile OutputFile::prepare(const Invocation& invocation, const QString& give
     return file;
 }
 
-ExitCode OutputFile::write(const std::string& text, bool isDryRun)
+ExitCode OutputFile::write(const std::string& text, bool isPrivate, bool isDryRun)
 {
     const Files::FileSaver saver;
     Files::ReadFileResult present;
@@ -46,7 +46,7 @@ ExitCode OutputFile::write(const std::string& text, bool isDryRun)
         Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
         return ExitCode::Done;
     }
-    const Files::SaveFileResult saved = saver.save(path, text, present.stamp);
+    const Files::SaveFileResult saved = saver.save(path, text, present.stamp, {}, isPrivate ? 0600 : 0666);
     if (!saved.ok())
         return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(saved.error, path, given));
     if (!saved.warning.empty())

@@ -19,8 +19,9 @@ public:
     ExitCode getFailure() const { return failure; }
     const QString& getFormat() const { return format; }
 
-    // Writes it whole or not at all, or with --dry-run prints the diff.
-    ExitCode write(const std::string& text, bool isDryRun);
+    // Writes it whole or not at all, or with --dry-run prints the diff. A new file with something private in
+    // it is for the user alone.
+    ExitCode write(const std::string& text, bool isPrivate, bool isDryRun);
 
 private:
     QString given;

@@ -43,7 +43,8 @@ QString KeptChanges::keep(const QString& fileName, const QString& diff, QString&
     QString place = folder.filePath(stem + ending);
     for (int number = 2; QFileInfo::exists(place); ++number)
         place = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem).arg(number).arg(ending));
-    error = Utilities::ModelViews::TextFile::write(place, diff);
+    using Utilities::ModelViews::TextFile;
+    error = TextFile::write(place, diff, TextFile::Readers::OwnerOnly);
     return error.isEmpty() ? place : QString();
 }
 

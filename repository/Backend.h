@@ -9,6 +9,7 @@
 #include <QString>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -90,6 +91,10 @@ public:
     // Held, no save and no look at the file comes in between. Taken before every other lock.
     std::unique_lock<std::mutex> holdFile() { return std::unique_lock(saving); }
 
+    // Whether not everybody may read the file, as it was seen last: what is written from it elsewhere is then
+    // for the user alone.
+    bool isPrivate() const { return hasPrivateFile; }
+
     // Whether there is something that the file does not hold.
     bool isEdited() const;
 
@@ -123,6 +128,7 @@ private:
     std::string relative(const QString& path) const;
     QString reasonOf(const Documents::Outcome& outcome) const;
     QString read();
+    Files::ReadFileResult readFile();
     void catchUp(const Reshaping& reshape);
 
     // saving held
@@ -139,6 +145,8 @@ private:
 
     const Description description;
     const Files::FileSaver files;
+
+    std::atomic<bool> hasPrivateFile{false};
 
     std::mutex saving;   // one look at the file at a time; taken before mutex
     QString lastRefusal; // of looking at the file; guarded by saving

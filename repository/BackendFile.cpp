@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <sys/stat.h>
+
 // The part of a backend that reads its file and writes it.
 
 namespace Repository {
@@ -43,9 +45,16 @@ QString Backend::reasonOf(const Outcome& outcome) const
                                    .arg(reason);
 }
 
-QString Backend::read()
+Files::ReadFileResult Backend::readFile()
 {
     Files::ReadFileResult file = files.read(nameOnDisk(description));
+    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+    return file;
+}
+
+QString Backend::read()
+{
+    Files::ReadFileResult file = readFile();
     logWarning(file.warning);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return QString::fromStdString(file.error);
@@ -166,7 +175,7 @@ QString Backend::reload(Look look, const Reshaping& reshape)
 
 QString Backend::lookAtFile(Look look, const Reshaping& reshape, std::string& warning)
 {
-    const Files::ReadFileResult file = files.read(nameOnDisk(description));
+    const Files::ReadFileResult file = readFile();
     warning = file.warning;
     bool hasChanged = false;
     {

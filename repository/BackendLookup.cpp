@@ -26,4 +26,15 @@ std::shared_ptr<Backend> backendOf(AttributeStore& store, const QString& path)
     return owner;
 }
 
+std::vector<std::shared_ptr<Backend>> backendsTouching(AttributeStore& store, const QString& path)
+{
+    std::vector<std::shared_ptr<Backend>> touched;
+    for (auto& backend : store.getBackends()) {
+        const QString& root = backend->getName();
+        if (path.isEmpty() || isAtOrBelow(path, root) || isAtOrBelow(root, path))
+            touched.push_back(std::move(backend));
+    }
+    return touched;
+}
+
 } // namespace Repository

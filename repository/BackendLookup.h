@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace Repository {
 
@@ -14,5 +15,8 @@ std::shared_ptr<Backend> findBackend(AttributeStore& store, const QString& name)
 
 // The backend that the path belongs to, that with the longest root; null in memory.
 std::shared_ptr<Backend> backendOf(AttributeStore& store, const QString& path);
+
+// The backends that hold something at or below the path, or that the path lies in; all for the empty path.
+std::vector<std::shared_ptr<Backend>> backendsTouching(AttributeStore& store, const QString& path);
 
 } // namespace Repository

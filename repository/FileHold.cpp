@@ -1,8 +1,7 @@
 #include "repository/FileHold.h"
 
-#include "repository/AttributeStore.h"
 #include "repository/Backend.h"
-#include "repository/PathRules.h"
+#include "repository/BackendLookup.h"
 
 #include <algorithm>
 
@@ -10,14 +9,12 @@ namespace Repository {
 
 FileHold::FileHold(AttributeStore& store, const QStringList& paths)
 {
-    for (const auto& backend : store.getBackends()) {
-        const QString& root = backend->getName();
-        if (std::any_of(paths.begin(), paths.end(), [&root](const QString& path) {
-                return path.isEmpty() || isAtOrBelow(path, root) || isAtOrBelow(root, path);
-            }))
-            backends.push_back(backend);
+    for (const QString& path : paths) {
+        for (auto& backend : backendsTouching(store, path))
+            backends.push_back(std::move(backend));
     }
     std::sort(backends.begin(), backends.end(), std::less<>());
+    backends.erase(std::unique(backends.begin(), backends.end()), backends.end());
     for (const auto& backend : backends)
         locks.push_back(backend->holdFile());
 }

@@ -2,6 +2,8 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeStore.h"
+#include "repository/Backend.h"
+#include "repository/BackendLookup.h"
 #include "repository/BulkWrite.h"
 #include "repository/EncodedNames.h"
 #include "repository/ExportText.h"
@@ -291,6 +293,9 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
                 addDeclarations(*root, parts);
         }
     }
+    const auto sources = backendsTouching(*store, path);
+    if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
+        report.setPrivate();
     if (refusal.status == StatusCode::Success)
         refusal = writeText(path, type, std::move(parts), text, report);
     return finish(refusal, report);

@@ -14,9 +14,11 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!source)
         return session.getFailure();
     QByteArray text;
-    const ExitCode code = session.finish(
-        session.getRepository().getTransferInterface()->exportTree(source->root, target.getFormat(), text));
-    return code == ExitCode::Done ? target.write(text.toStdString(), session.isDryRun()) : code;
+    FrameworkCore::AppConfig::Interfaces::TransferReport report;
+    const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
+        source->root, target.getFormat(), text, report));
+    return code == ExitCode::Done ? target.write(text.toStdString(), report.isPrivate(), session.isDryRun())
+                                  : code;
 }
 
 } // namespace

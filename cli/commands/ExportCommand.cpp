@@ -17,9 +17,11 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!session.find(*source, path).exists)
         return ExitCode::Negative;
     QByteArray text;
+    FrameworkCore::AppConfig::Interfaces::TransferReport report;
     const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
-        source->fullPath(path), target.getFormat(), text));
-    return code == ExitCode::Done ? target.write(text.toStdString(), session.isDryRun()) : code;
+        source->fullPath(path), target.getFormat(), text, report));
+    return code == ExitCode::Done ? target.write(text.toStdString(), report.isPrivate(), session.isDryRun())
+                                  : code;
 }
 
 } // namespace

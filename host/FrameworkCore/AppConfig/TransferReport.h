@@ -29,11 +29,17 @@ public:
     const QString& getReason() const { return reason; }
     void setReason(const QString& text) { reason = text; }
 
+    // Whether something of an exported text comes from a file that not everybody may read, so that neither
+    // may everybody read the text. Read once the operation has ended.
+    bool isPrivate() const { return hasPrivateSource; }
+    void setPrivate() { hasPrivateSource = true; }
+
 private:
     std::atomic<bool> cancelled{false};
     std::atomic<int> done{0};
     std::atomic<int> total{0};
     QString reason;
+    bool hasPrivateSource = false;
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -72,7 +72,9 @@ bool exportTo(const QString& fileName, const QString& type, const QString& path,
             const StatusCode exported = transfer->exportTree(path, type, text, running);
             if (exported != StatusCode::Success || running.isCancelled())
                 return running.isCancelled() ? StatusCode::Cancelled : exported;
-            fileError = TextFile::writeBytes(fileName, text);
+            const auto readers =
+                running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
+            fileError = TextFile::writeBytes(fileName, text, readers);
             return StatusCode::Success;
         },
         report);
