@@ -47,7 +47,7 @@ std::string SizeLimit::refusal()
 {
     const std::string size = std::to_string(get() / bytesInMiB);
     return "it is larger than the limit of " + size + " MiB" +
-           (get() < most ? std::string("; ") + variable + "=MIB raises it" : std::string());
+           (get() < most ? std::string(", which ") + variable + " (in MiB) raises" : std::string());
 }
 
 } // namespace Files
