@@ -363,7 +363,8 @@ private slots:
         const ReadFileResult repaired = FileSaver().read(path("linked.ini"));
         Files::SizeLimit::set(usual);
         QCOMPARE(full.error, std::string());
-        const std::string reason = "it is larger than the limit of 1 MiB, which VANTRY_MAX_FILE_SIZE (in MiB) raises";
+        const std::string reason =
+            "it is larger than the limit of 1 MiB, which VANTRY_MAX_FILE_SIZE (in MiB) raises";
         QCOMPARE(huge.error, path("f.ini") + ": " + reason);
         QCOMPARE(saved.error, path("f.ini") + " is not saved: " + reason);
         QCOMPARE(folder->status("f.ini").st_size, off_t(4) << 40);
