@@ -18,11 +18,9 @@ QString tr(const char* text)
     return QCoreApplication::translate("Vantry::KeptChanges", text);
 }
 
-// Empty when the environment names no place.
 QString folderName()
 {
-    const std::string state = Files::StateFolder::path();
-    return state.empty() ? QString() : QFile::decodeName(state.c_str()) + QStringLiteral("/unsaved");
+    return QFile::decodeName(Files::StateFolder::path().c_str()) + QStringLiteral("/unsaved");
 }
 
 } // namespace
@@ -30,14 +28,16 @@ QString folderName()
 QString KeptChanges::keep(const QString& fileName, const QString& diff, QString& error)
 {
     constexpr int mostOfName = 60; // whatever its letters are, a file system takes that many of them
-    const QString name = folderName();
-    const QDir folder(name);
-    if (name.isEmpty() || !folder.mkpath(QStringLiteral("."))) {
-        error = name.isEmpty() ? tr("HOME names no folder") : tr("%1 cannot be made").arg(name);
+    std::string reason;
+    if (!Files::StateFolder::make(Files::FileOps::system(), reason)) { // it is closed to other users
+        error = QString::fromStdString(reason);
         return {};
     }
-    // The values of a file may be for its owner's eyes only.
-    QFile::setPermissions(name, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const QDir folder(folderName());
+    if (!folder.mkpath(QStringLiteral("."))) {
+        error = tr("%1 cannot be made").arg(folder.path());
+        return {};
+    }
     const QString stem = fileName.left(mostOfName) +
                          QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss"));
     QString place = folder.filePath(stem + ending);
@@ -50,12 +50,14 @@ QString KeptChanges::keep(const QString& fileName, const QString& diff, QString&
 
 QStringList KeptChanges::getNotices()
 {
-    const QString name = folderName();
-    if (name.isEmpty())
+    std::string reason;
+    bool isAbsent = false;
+    if (!Files::StateFolder::open(Files::FileOps::system(), reason, isAbsent))
         return {};
     QStringList notices;
     const auto files =
-        QDir(name).entryInfoList({QLatin1Char('*') + ending}, QDir::Files, QDir::Time | QDir::Reversed);
+        QDir(folderName())
+            .entryInfoList({QLatin1Char('*') + ending}, QDir::Files, QDir::Time | QDir::Reversed);
     for (const QFileInfo& file : files)
         notices.append(tr("Changes were not saved when the program was told to end. They are kept in\n%1\n"
                           "The program \"patch\" puts them in; remove that file when nobody needs it.")
