@@ -66,6 +66,18 @@ private slots:
         QCOMPARE(QFile::permissions(path("list")), permissions);
     }
 
+    void readsWhatItWrote()
+    {
+        for (const QString& written :
+             {QString(), QStringLiteral("a\nb"), QString(QChar(QChar::ByteOrderMark)) + QLatin1Char('a')}) {
+            QVERIFY(utils.writeTxtFile(written, path("list")));
+            QString content;
+            QString error;
+            QVERIFY2(utils.readTextFile(path("list"), content, error), qPrintable(error));
+            QCOMPARE(content, written);
+        }
+    }
+
     void keepsNamesAndAttributes()
     {
         put("list", "a longer one");

@@ -84,8 +84,11 @@ QString TextFile::readBytes(const QString& name, QByteArray& bytes)
 
 QString TextFile::write(const QString& name, const QString& text, Readers readers)
 {
-    return text.isValidUtf16() ? writeBytes(name, text.toUtf8(), readers)
-                               : unsaved(name, tr("the text has a character that UTF-8 cannot hold"));
+    if (!text.isValidUtf16())
+        return unsaved(name, tr("the text has a character that UTF-8 cannot hold"));
+    // Reading leaves out one mark, which must not be the text's own first character.
+    const bool needsMark = text.startsWith(QChar(QChar::ByteOrderMark));
+    return writeBytes(name, needsMark ? "\xEF\xBB\xBF" + text.toUtf8() : text.toUtf8(), readers);
 }
 
 QString TextFile::writeBytes(const QString& name, const QByteArray& bytes, Readers readers)

@@ -20,8 +20,9 @@ public:
     // text in UTF-8. A refusal leaves the text as it was.
     static QString read(const QString& name, QString& text);
 
-    // Writes the text as it is. At every moment the old or the new content is there whole, and after a
-    // success the new one is on the disk. Owner, permissions and extended attributes are kept.
+    // Writes the text as it is, after a byte order mark when it begins with one itself. At every moment the
+    // old or the new content is there whole, and after a success the new one is on the disk. Owner,
+    // permissions and extended attributes are kept.
     static QString write(const QString& name, const QString& text, Readers readers = Readers::Usual);
 
     // The same with bytes as they are, whatever their encoding.
