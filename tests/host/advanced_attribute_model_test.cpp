@@ -231,7 +231,7 @@ private slots:
         Watched watched;
         watched.model.loadCustomAttributeList({text("gone")});
         watched.model.loadCustomAttributeList(
-            {text("b"), QString(), text("a\r"), text("\r"), text("b"), QString()});
+            {text("b"), QString(), text("a\r"), text("\r"), text("b\r\r"), text("\r\r"), QString()});
         QCOMPARE(watched.model.getAttributeFullPathList(), words("b a b"));
         watched.model.loadCustomAttributeList(watched.model.getAttributeFullPathList());
         QCOMPARE(watched.model.getAttributeFullPathList(), words("b a b"));

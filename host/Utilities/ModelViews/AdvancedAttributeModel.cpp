@@ -31,10 +31,12 @@ void AdvancedAttributeModel::loadCustomAttributeList(const QStringList& paths)
 {
     QStringList kept;
     kept.reserve(paths.size());
-    for (const QString& path : paths) {
-        kept.append(path.endsWith(QLatin1Char('\r')) ? path.chopped(1) : path);
-        if (kept.last().isEmpty())
-            kept.removeLast();
+    for (QString path : paths) {
+        while (
+            path.endsWith(QLatin1Char('\r'))) // or it would be another path each time it is saved and loaded
+            path.chop(1);
+        if (!path.isEmpty())
+            kept.append(path);
     }
     d->replace(kept);
 }

@@ -33,7 +33,7 @@ public:
     QStringList getAttributeFullPathList() const;
 
     // Replaces the rows by these, in this order; a path that comes twice gives two rows. Empty paths give no
-    // row, and a carriage return at a path's end is not taken for a part of it.
+    // row, and carriage returns at a path's end are not taken for a part of it.
     void loadCustomAttributeList(const QStringList& paths);
 
     // Asked before a drop adds more than 500 attributes, with their number; false leaves all as it is.
