@@ -51,7 +51,7 @@ const Content& WatchedAttributeCells::contentOf(WatchedAttribute& attribute) con
 {
     if (attribute.content)
         return *attribute.content;
-    Content& content = attribute.content.emplace();
+    Content& content = attribute.content.emplace(Content());
     if (const auto known = reader ? reader->getAttribute(attribute.path) : nullptr) {
         content.exists = true;
         content.access = known->getAccessMode();
