@@ -125,7 +125,7 @@ std::optional<QString> fillRange(const QString& argument, Rule& rule)
     bool highIsNumber = false;
     const double low = bounds.first().trimmed().toDouble(&lowIsNumber);
     const double high = bounds.last().trimmed().toDouble(&highIsNumber);
-    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || low > high)
+    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is no bound
         return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
     rule.expectation =
         QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
@@ -149,9 +149,13 @@ std::optional<QString> fillOneOf(const QString& argument, Rule& rule)
 
 std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule)
 {
+    // "a)|(?:b" is valid between the anchors only, where it would match what neither half means.
+    const QRegularExpression bare(argument);
     const QRegularExpression expression(QRegularExpression::anchoredPattern(argument));
-    if (!expression.isValid())
-        return QStringLiteral("'%1' is no regular expression: %2").arg(argument, expression.errorString());
+    for (const QRegularExpression& each : {bare, expression}) {
+        if (!each.isValid())
+            return QStringLiteral("'%1' is no regular expression: %2").arg(argument, each.errorString());
+    }
     rule.expectation = QStringLiteral("a text that matches ") + argument;
     rule.accepts = [expression](const QVariant&, const QString& text) {
         return expression.match(text).hasMatch();

@@ -172,8 +172,9 @@ private slots:
     {
         const auto validations = repository->getValidationInterface();
         QVERIFY(create(QStringLiteral("a"), 1));
-        for (const char* name : {"", "prime", "range", "range(1)", "range(2,1)", "range(0,9",
-                                 "regular-expression(()", "integer(3)"})
+        for (const char* name :
+             {"", "prime", "range", "range(1)", "range(2,1)", "range(0,9", "range(nan,1)", "range(0,nan)",
+              "regular-expression(()", "regular-expression(a)|(?:b)", "integer(3)"})
             QCOMPARE(validations->addValidation(QStringLiteral("a"), QString::fromLatin1(name)), 0);
         QCOMPARE(validations->addValidation(QStringLiteral("a..b"), QStringLiteral("integer")), 0);
         QCOMPARE(validations->getValidationNames().size(), 12);
