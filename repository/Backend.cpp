@@ -46,7 +46,7 @@ std::string Backend::relative(const QString& path) const
 
 QString Backend::absolute(const std::string& path) const
 {
-    return path.empty() ? description.name : description.name + pathSeparator + QString::fromStdString(path);
+    return joinedPath(description.name, path);
 }
 
 void Backend::visitEntries(const std::function<void(const Documents::Entry&)>& visitor) const

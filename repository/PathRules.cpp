@@ -1,6 +1,7 @@
 #include "repository/PathRules.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 
 #include <algorithm>
 
@@ -41,11 +42,11 @@ bool isAtOrBelow(QStringView path, QStringView ancestor)
 QString joinedPath(const QString& parent, std::string_view below)
 {
     if (parent.isEmpty())
-        return QString::fromUtf8(below.data(), int(below.size()));
+        return FrameworkCore::Values::decodeUtf8(below);
     if (below.empty())
         return parent;
     if (!FrameworkCore::Values::isAscii(below))
-        return parent + pathSeparator + QString::fromUtf8(below.data(), int(below.size()));
+        return parent + pathSeparator + FrameworkCore::Values::decodeUtf8(below);
     QString path(parent.size() + 1 + int(below.size()), Qt::Uninitialized);
     QChar* end = std::copy(parent.begin(), parent.end(), path.begin());
     *end++ = pathSeparator;

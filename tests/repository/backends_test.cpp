@@ -86,6 +86,31 @@ private slots:
         folder = std::make_unique<QTemporaryDir>();
     }
 
+    // U+FEFF is a mark of the encoding at the start of a file only, as where two files were put together.
+    void keepsMarksWithinNames_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::newRow("ini") << QStringLiteral("ini") << QByteArray("k = 1\n\xEF\xBB\xBFk = 2\n");
+        QTest::newRow("json") << QStringLiteral("json") << QByteArray("{\"k\": 1, \"\xEF\xBB\xBFk\": 2}\n");
+        QTest::newRow("txt") << QStringLiteral("txt") << QByteArray("k = 1\n\xEF\xBB\xBFk = 2\n");
+    }
+
+    void keepsMarksWithinNames()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, bytes);
+        const QString file = put(QStringLiteral("marked"), bytes);
+        QVERIFY(mount(type, QStringLiteral("m"), file));
+        const QString marked = QStringLiteral("m.") + QChar(QChar::ByteOrderMark) + QLatin1Char('k');
+        QCOMPARE(paths(QStringLiteral("m.*")), QStringList({QStringLiteral("m.k"), marked}));
+        QCOMPARE(write(marked, 3), int(Success));
+        QCOMPARE(repository->getChangesInterface()->getUnsavedChanges(QStringLiteral("m")).value(0).path,
+                 marked);
+        QVERIFY(save(QStringLiteral("m")));
+        QCOMPARE(contentOf(file), bytes.replace('2', '3'));
+    }
+
     void showsFiles()
     {
         QVERIFY(mount(QStringLiteral("json"), QStringLiteral("lab.bench"),

@@ -15,13 +15,6 @@ std::string_view viewOf(const QByteArray& bytes)
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-// fromUtf8 takes a leading U+FEFF for a mark of the encoding and drops it; in a value it is a character.
-QString decodeUtf8(std::string_view bytes)
-{
-    const QString text = QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
-    return bytes.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(QChar::ByteOrderMark) + text : text;
-}
-
 // A surrogate without its other half has no UTF-8; it gets the three bytes that its number would have.
 void appendSurrogate(std::string& bytes, ushort unit)
 {
@@ -57,6 +50,12 @@ std::string offsetText(const QDateTime& dateTime)
 }
 
 } // namespace
+
+QString decodeUtf8(std::string_view bytes)
+{
+    const QString text = QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
+    return bytes.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(QChar::ByteOrderMark) + text : text;
+}
 
 QString fromLatin(std::string_view text)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FrameworkCore/CoreExport.h"
+
 #include <QDateTime>
 #include <QString>
 
@@ -15,6 +17,10 @@ namespace FrameworkCore::Values {
 
 bool hasLoneSurrogate(const QString& text);
 std::string toBytes(const QString& text);
+
+// Of UTF-8. A U+FEFF at its start stays, which QString::fromUtf8 takes for a mark of the encoding: in a value
+// or a name it is a character.
+VANTRY_CORE_EXPORT QString decodeUtf8(std::string_view bytes);
 
 // Nothing for bytes that no text gives.
 std::optional<QString> fromBytes(std::string_view bytes);
