@@ -1,71 +1,10 @@
-#include "cli/CommandTable.h"
-#include "cli/Messages.h"
-#include "cli/Output.h"
-#include "cli/Session.h"
-#include "cli/Usage.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
-
-#include <QTextCodec>
+#include "cli/Program.h"
 
 #include <csignal>
-#include <optional>
-
-namespace CommandLine {
-
-namespace {
-
-// Nothing, and told, when one of them is no text.
-std::optional<QStringList> wordsOf(int argc, char** argv)
-{
-    using namespace FrameworkCore::Values;
-    QStringList words;
-    for (int at = 1; at < argc; ++at) {
-        const QVariant word = toVariant(Value{Type::String, std::string(argv[at])});
-        if (word.userType() != QMetaType::QString) {
-            Messages::tell(QStringLiteral("argument %1 is not UTF-8").arg(at));
-            return {};
-        }
-        words.append(word.toString());
-    }
-    return words;
-}
-
-ExitCode runInvocation(const Invocation& invocation)
-{
-    if (!invocation.error.isEmpty())
-        return Session::fail(ExitCode::Usage, invocation.error);
-    if (invocation.has("--version")) {
-        Output::line(QStringLiteral("vantry " VANTRY_VERSION));
-        return ExitCode::Done;
-    }
-    if (invocation.has("--help")) {
-        const QString help = invocation.command ? Usage::helpFor(*invocation.command) : Usage::overview();
-        Output::bytes(help.toStdString());
-        return ExitCode::Done;
-    }
-    if (!invocation.command)
-        return Session::fail(ExitCode::Usage,
-                             QStringLiteral("there is no command; 'vantry help' lists them"));
-    Messages::takeOverLog();
-    Session session(invocation);
-    return session.getFailure() == ExitCode::Done ? invocation.command->run(session, invocation)
-                                                  : session.getFailure();
-}
-
-} // namespace
-
-} // namespace CommandLine
 
 int main(int argc, char** argv)
 {
-    using namespace CommandLine;
     // Who starts the program may have it ignored; then a reader that goes away would not end it.
     std::signal(SIGPIPE, SIG_DFL);
-    // File names are UTF-8 whatever the locale, which is often missing where scripts run.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-    const auto words = wordsOf(argc, argv);
-    ExitCode code = words ? runInvocation(Invocation::parse(*words)) : ExitCode::Usage;
-    if (!Output::flush() && code == ExitCode::Done)
-        code = ExitCode::BadFile;
-    return int(code);
+    return int(CommandLine::Program::run(argc, argv));
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "cli/ExitCode.h"
+
+namespace CommandLine {
+
+// The program from its arguments to its exit code. What it prints is flushed.
+class Program
+{
+public:
+    static ExitCode run(int argc, char** argv);
+};
+
+} // namespace CommandLine
