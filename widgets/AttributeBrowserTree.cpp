@@ -108,7 +108,7 @@ void AttributeBrowserWidget::onTreeItemClicked(QModelIndex /*clicked*/)
         showDetailsOf(index);
 }
 
-void AttributeBrowserWidget::showDetailsOf(const QModelIndex& index)
+void AttributeBrowserWidget::showDetailsOf(QModelIndex index)
 {
     detailsIndex = index;
     if (isSelectedIndexIsBackendRoot(index))

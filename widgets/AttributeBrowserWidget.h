@@ -107,7 +107,7 @@ private:
     template <typename Editor>
     void showInCell(const QModelIndex& cell, const QString& path, const QVariant& value);
     bool isEditing() const;
-    void showDetailsOf(const QModelIndex& index);
+    void showDetailsOf(QModelIndex index); // by value: it may be that of detailsIndex
     void renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged);
     void showDetails(const QStringList& paragraphs);
     void fillMenu(QMenu& menu, bool isBackendRoot);

@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/BothRepositories.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
@@ -21,6 +22,7 @@ using FrameworkCore::AppConfig::BackendConfiguration;
 using FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
+using TestSupport::DialogDriver;
 using TestSupport::FakeRepository;
 using TestSupport::words;
 using Utilities::ModelViews::AttributeModel;
@@ -306,6 +308,27 @@ private slots:
         const QString shown = page->details.toPlainText();
         page->clickItem(QStringLiteral("a.other"), Qt::RightButton);
         QCOMPARE(page->details.toPlainText(), shown); // a menu is no click
+    }
+
+    // Also when nothing is selected any more, so that the page alone knows which item it shows.
+    void detailsFollowAnItemThatIsNoLongerSelected()
+    {
+        create(words("a b"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(QStringLiteral("a"));
+        const DialogDriver driver([](QWidget& menu) { QTest::keyClick(&menu, Qt::Key_Escape); });
+        const QPoint other = page->tree.visualRect(page->item(QStringLiteral("b"))).center();
+        QVERIFY(TestSupport::click(*page->tree.viewport(), other, Qt::RightButton));
+        QTRY_VERIFY(driver.isDone() && !page->tree.selectionModel()->hasSelection());
+        for (int round = 0; round < 20; ++round) {
+            const QString value = QStringLiteral("value %1").arg(round);
+            QCOMPARE(repository->getWriterInterface()->writeAttributeValue(QStringLiteral("a"), value, 15),
+                     0);
+            QTRY_COMPARE(page->details.toPlainText(),
+                         QStringLiteral("Name : a\nPath : a\nData Type : QString\nValue : ") + value);
+        }
     }
 
     void keysMoveThroughTheDetails()
