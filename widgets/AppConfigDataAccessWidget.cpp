@@ -29,6 +29,15 @@ namespace {
 constexpr int valueColumn = 1;
 constexpr int pathColumn = 4;
 
+// A menu that stays when it is closed; its window, with the picture of it, would only take room.
+class KeptMenu : public QMenu
+{
+public:
+    using QMenu::QMenu;
+
+    void giveBackWindow() { destroy(); }
+};
+
 } // namespace
 
 AppConfigDataAccessWidget::AppConfigDataAccessWidget(QWidget* parent)
@@ -72,8 +81,8 @@ void AppConfigDataAccessWidget::setUpView()
 void AppConfigDataAccessWidget::onCustomContextMenu(QPoint /*point*/)
 {
     const QModelIndexList selected = selectedIndexes();
-    auto* const menu = new QMenu(this); // stays until the monitor goes
-    const auto add = [this, menu](const QString& text, const char* icon, auto slot) {
+    const QPointer<KeptMenu> menu = new KeptMenu(this); // stays until the monitor goes
+    const auto add = [this, &menu](const QString& text, const char* icon, auto slot) {
         menu->addAction(QIcon(QString::fromLatin1(":/Vantry/Resources/%1.png").arg(QLatin1String(icon))),
                         text, this, slot);
     };
@@ -85,6 +94,8 @@ void AppConfigDataAccessWidget::onCustomContextMenu(QPoint /*point*/)
         add(tr("Remove Selected Node"), "delete", &AppConfigDataAccessWidget::onAttributeDeleteSelected);
     }
     menu->exec(QCursor::pos());
+    if (menu) // the host may close the page under an open menu
+        menu->giveBackWindow();
 }
 
 void AppConfigDataAccessWidget::keyPressEvent(QKeyEvent* event)

@@ -85,6 +85,17 @@ void ListWidget::focusOutEvent(QFocusEvent* /*event*/)
         close();
 }
 
+// It stays when it is closed, but its window, with the picture of it, would only take room.
+void ListWidget::hideEvent(QHideEvent* event)
+{
+    QDialog::hideEvent(event);
+    const auto giveBackWindow = [this] {
+        if (isHidden())
+            destroy();
+    };
+    QMetaObject::invokeMethod(this, giveBackWindow, Qt::QueuedConnection);
+}
+
 void ListWidget::on_btnCancel_clicked()
 {
     close();

@@ -25,6 +25,7 @@ public:
 
 protected:
     void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private slots:
     void on_btnCancel_clicked();

@@ -304,8 +304,10 @@ private slots:
         }
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(listWindows().size(), 3);
-        for (const ListWidget* const window : listWindows())
+        for (const ListWidget* const window : listWindows()) {
             QVERIFY(!window->isVisible());
+            QTRY_VERIFY(!window->windowHandle()); // nor the picture of one
+        }
         QCOMPARE(valueOf(path), QVariant(QStringList{text("a"), text("b")}));
     }
 
