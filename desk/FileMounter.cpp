@@ -2,6 +2,7 @@
 
 #include "desk/RefusalListener.h"
 #include "host/Utilities/GuiThread.h"
+#include "host/Utilities/Worker.h"
 #include "repository/FileFormat.h"
 
 #include <QFileInfo>
@@ -49,12 +50,30 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
     return created ? QString() : reasonIn(listener, QStringLiteral("%1: it was refused").arg(file));
 }
 
+QString refusalOf(const QString& file, const QString& reason)
+{
+    return QStringLiteral("%1: it was not opened: %2").arg(file, reason);
+}
+
+FileMounter::Result refusalOf(const QStringList& files, const QString& reason)
+{
+    FileMounter::Result result;
+    for (const QString& file : files)
+        result.problems.append(refusalOf(file, reason));
+    return result;
+}
+
 FileMounter::Result mountFiles(const QStringList& files,
                                const std::shared_ptr<FileMounter::Repository>& repository)
 {
     FileMounter::Result result;
     for (const QString& file : files) {
-        const QString problem = mountFile(file, *repository);
+        QString problem;
+        try {
+            problem = mountFile(file, *repository);
+        } catch (...) {
+            problem = refusalOf(file, Utilities::currentFailure());
+        }
         if (problem.isEmpty())
             result.opened.append(file);
         else
@@ -80,7 +99,7 @@ void FileMounter::mount(const QStringList& files)
 
 bool FileMounter::isBusy() const
 {
-    return isMounting;
+    return worker.valid();
 }
 
 bool FileMounter::waitFor(std::chrono::milliseconds most) const
@@ -90,25 +109,52 @@ bool FileMounter::waitFor(std::chrono::milliseconds most) const
 
 void FileMounter::startNext()
 {
-    if (isMounting || waiting.isEmpty())
+    if (waitFor(std::chrono::milliseconds::zero()))
+        finish(runs);
+    if (worker.valid() || waiting.isEmpty())
         return;
-    isMounting = true;
+    opening = std::exchange(waiting, {});
     const QPointer<FileMounter> self(this);
-    worker =
-        std::async(std::launch::async, [self, files = std::exchange(waiting, {}), attributes = repository] {
-            const Result result = mountFiles(files, attributes);
-            Utilities::postToGuiThread([self, result] {
-                if (self)
-                    self->finish(result);
-            });
-        });
+    const auto tell = [self, run = ++runs] {
+        if (self)
+            self->finish(run);
+    };
+    QString failure;
+    worker = Utilities::startWorker(
+        [tell, files = opening, attributes = repository] {
+            Result result = mountFiles(files, attributes);
+            try {
+                Utilities::postToGuiThread(tell);
+            } catch (const std::bad_alloc&) {
+                // The result is told before the next files are opened.
+            }
+            return result;
+        },
+        failure);
+    if (worker.valid())
+        return;
+    std::promise<Result> refused;
+    refused.set_value(refusalOf(opening, failure));
+    worker = refused.get_future();
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
-void FileMounter::finish(const Result& result)
+void FileMounter::finish(int run)
 {
-    isMounting = false;
+    if (run != runs || !worker.valid())
+        return; // it was told already
+    const Result result = takeResult();
     startNext();
     emit mounted(result);
+}
+
+FileMounter::Result FileMounter::takeResult()
+{
+    try {
+        return worker.get();
+    } catch (...) {
+        return refusalOf(opening, Utilities::currentFailure());
+    }
 }
 
 QString FileMounter::mountName(const QString& file, Repository& repository)

@@ -29,7 +29,8 @@ public:
     explicit FileMounter(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
     ~FileMounter() override; // waits for the files that are being opened
 
-    // Opens the files one after the other; those given meanwhile follow.
+    // Opens the files one after the other; those given meanwhile follow. A file that takes more memory than
+    // there is, is a problem of that file; without a thread to open them on, all given ones are problems.
     void mount(const QStringList& files);
 
     bool isBusy() const;
@@ -46,12 +47,14 @@ signals:
 
 private:
     void startNext();
-    void finish(const Result& result);
+    void finish(int run);
+    Result takeResult();
 
     std::shared_ptr<Repository> repository;
     QStringList waiting;
-    std::future<void> worker; // goes only when its thread has ended
-    bool isMounting = false;  // until its result is told, which is later than until it is there
+    QStringList opening;        // what the worker was given
+    std::future<Result> worker; // valid until its result is told, which is later than until it is there
+    int runs = 0;               // how many workers there were
 };
 
 } // namespace Vantry

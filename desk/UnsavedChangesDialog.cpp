@@ -3,6 +3,7 @@
 #include "desk/DiffText.h"
 #include "desk/DiffView.h"
 #include "host/Utilities/GuiThread.h"
+#include "host/Utilities/Worker.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -44,13 +45,15 @@ UnsavedChangesDialog::UnsavedChangesDialog(const QString& question, const std::v
     });
     column->addWidget(buttons);
     save->setFocus();
-    worker = std::thread([this, edited, changes] { findDifferences(edited, *changes); });
+    QString failure;
+    worker = Utilities::startWorker([this, edited, changes] { findDifferences(edited, *changes); }, failure);
+    if (!worker.valid())
+        addDifference(tr("The differences cannot be shown: %1").arg(failure));
 }
 
 UnsavedChangesDialog::~UnsavedChangesDialog()
 {
     isOver = true;
-    worker.join();
 }
 
 UnsavedChangesDialog::Answer UnsavedChangesDialog::ask()
@@ -71,15 +74,25 @@ void UnsavedChangesDialog::findDifferences(const std::vector<Edited>& edited, Ch
     for (const Edited& each : edited) {
         if (isOver)
             return;
-        QString text = DiffText::shortened(changes.getUnsavedDiff(each.backend));
-        if (text.isEmpty())
-            text = tr("%1\nNothing that can be shown: its file is gone, or its values must not be read.\n")
-                       .arg(each.label);
+        const QString text = differenceOf(each, changes);
         Utilities::postToGuiThread([self, text] {
             if (self)
                 self->addDifference(text);
         });
     }
+}
+
+QString UnsavedChangesDialog::differenceOf(const Edited& edited, ChangesInterface& changes)
+{
+    try {
+        const QString text = DiffText::shortened(changes.getUnsavedDiff(edited.backend));
+        if (!text.isEmpty())
+            return text;
+    } catch (...) {
+        return tr("%1\nIts differences cannot be shown: %2\n").arg(edited.label, Utilities::currentFailure());
+    }
+    return tr("%1\nNothing that can be shown: its file is gone, or its values must not be read.\n")
+        .arg(edited.label);
 }
 
 } // namespace Vantry

@@ -5,8 +5,8 @@
 #include <QDialog>
 
 #include <atomic>
+#include <future>
 #include <memory>
-#include <thread>
 #include <vector>
 
 namespace Vantry {
@@ -30,7 +30,7 @@ public:
     };
 
     // The question says what is about to happen. The differences appear when they are found, which takes some
-    // time in large files.
+    // time in large files; where they cannot be, it says why, and asks all the same.
     UnsavedChangesDialog(const QString& question, const std::vector<Edited>& edited,
                          const std::shared_ptr<ChangesInterface>& changes, QWidget* parent);
 
@@ -42,11 +42,12 @@ public:
 private:
     void addDifference(const QString& text);
     void findDifferences(const std::vector<Edited>& edited, ChangesInterface& changes);
+    static QString differenceOf(const Edited& edited, ChangesInterface& changes);
 
     DiffView* view; // a child
     Answer answer = Answer::Cancel;
     std::atomic<bool> isOver{false}; // the worker need not look at the next file
-    std::thread worker;
+    std::future<void> worker;        // goes only when its thread has ended
 };
 
 } // namespace Vantry

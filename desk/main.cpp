@@ -1,3 +1,4 @@
+#include "desk/DeskApplication.h"
 #include "desk/FocusStyle.h"
 #include "desk/LoadingNote.h"
 #include "desk/MainWindow.h"
@@ -167,7 +168,7 @@ int main(int argc, char** argv)
     }
 
     usualHandler = qInstallMessageHandler(handleQtMessage);
-    const QApplication application(argc, argv);
+    const Vantry::DeskApplication application(argc, argv);
     QApplication::setStyle(new Vantry::FocusStyle);
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())

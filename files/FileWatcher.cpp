@@ -8,6 +8,7 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace Files {
@@ -96,6 +97,8 @@ public:
         isStopped = true;
         wake();
     }
+
+    const Report report;
 
     void run()
     {
@@ -191,7 +194,16 @@ private:
                 if (isStopped || files.count(number) == 0)
                     continue;
             }
-            file->changed();
+            tell(*file);
+        }
+    }
+
+    void tell(const Watched& file) const
+    {
+        try {
+            file.changed();
+        } catch (const std::exception& error) { // as for want of memory; the next change is told of again
+            report(file.path + " was changed, but not looked at: " + error.what());
         }
     }
 
@@ -218,7 +230,6 @@ private:
         ::eventfd_read(waker, &ignored);
     }
 
-    const Report report;
     const Settings settings;
     const int waker;
 
@@ -258,10 +269,25 @@ int FileWatcher::watch(const std::string& path, std::chrono::system_clock::time_
     file.since = since;
     file.changed = std::move(changed);
     const int number = loop->add(std::move(file));
-    const std::lock_guard lock(starting);
-    if (!thread.joinable())
-        thread = std::thread([shared = loop] { shared->run(); });
+    const std::string failure = startThread();
+    if (!failure.empty())
+        loop->report(path +
+                     " is not watched until another file is opened: its thread was not started: " + failure);
     return number;
+}
+
+// Empty when the thread runs, otherwise why it was not started.
+std::string FileWatcher::startThread()
+{
+    const std::lock_guard lock(starting);
+    if (thread.joinable())
+        return {};
+    try {
+        thread = std::thread([shared = loop] { shared->run(); });
+        return {};
+    } catch (const std::system_error& error) {
+        return error.what();
+    }
 }
 
 void FileWatcher::unwatch(int file)

@@ -25,9 +25,10 @@ public:
         bool usesSystem = true; // otherwise files are looked at in turns only
     };
 
-    // Both are called on the watcher's thread with no lock held; they may use the watcher and end it.
+    // Both are called on the watcher's thread with no lock held; they may use the watcher and end it. What
+    // the first one throws is reported.
     using Callback = std::function<void()>;
-    using Report = std::function<void(const std::string& text)>; // that files have to be looked at in turns
+    using Report = std::function<void(const std::string& text)>; // what keeps files from being watched
 
     FileWatcher(Report report, const Settings& settings);
     explicit FileWatcher(Report report) : FileWatcher(std::move(report), Settings()) {}
@@ -39,11 +40,15 @@ public:
 
     // Watches what the absolute path leads to, whether or not there is a file. Changes since the given time
     // are told of, too. The number is for unwatch, after which no call begins.
+    // Where the system starts no thread, that is reported at once, on the calling thread, and the file is
+    // watched as soon as there is one for another file.
     int watch(const std::string& path, std::chrono::system_clock::time_point since, Callback changed);
     void unwatch(int file);
 
 private:
     class Loop;
+
+    std::string startThread();
 
     std::shared_ptr<Loop> loop; // shared with the thread, which may outlive the watcher by its last steps
     std::mutex starting;

@@ -5,6 +5,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "host/Utilities/Worker.h"
 #include "ui_BackendCreateWidget.h"
 #include "widgets/BusyWidget.h"
 
@@ -38,6 +39,22 @@ void paintNow(const QWidget& window)
     while (!window.windowHandle()->isExposed() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void logRefusal(const QString& reason)
+{
+    Vantry::logLine(Shared::Logging::LogMessageType::Failure) << "The backend was not created: " << reason;
+}
+
+// The pool would wait for ever for a thread that it could not start, also when the program ends. What the
+// system gives for this one, it gives again.
+bool canStartThread()
+{
+    QString failure;
+    const auto thread = Utilities::startWorker([] {}, failure);
+    if (!thread.valid())
+        logRefusal(failure);
+    return thread.valid();
 }
 
 } // namespace
@@ -125,6 +142,8 @@ void BackendCreateWidget::on_btnCreate_clicked()
 // Waiting for QtConcurrent's own future could take the task back and run it on this thread.
 bool BackendCreateWidget::createWhileWaiting()
 {
+    if (!canStartThread())
+        return false;
     std::future<bool> result;
     {
         const AnnotatedMutexLocker locker(handOver);
@@ -132,7 +151,12 @@ bool BackendCreateWidget::createWhileWaiting()
         result = creation->get_future();
         QtConcurrent::run(this, &BackendCreateWidget::runCreation);
     }
-    return result.get();
+    try {
+        return result.get();
+    } catch (...) {
+        logRefusal(Utilities::currentFailure());
+        return false;
+    }
 }
 
 // Owns the task to its end: the dialog may be gone as soon as the result is there.

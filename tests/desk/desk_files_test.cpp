@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
@@ -308,6 +309,28 @@ private slots:
         QTRY_VERIFY(warning && warning->isDone());
         QVERIFY2(told.contains(folder->path("plant.json")), qPrintable(told));
         QVERIFY(desk->window->isVisible());
+        QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    // What needs a thread says that there is none; what was edited is saved all the same.
+    void worksWithoutThreads()
+    {
+        write(speed, 1250);
+        {
+            const TestSupport::NoThreads none;
+            desk->window->openFiles({folder->path("broken.json")});
+            const auto* const notices = desk->part<Vantry::NoticeBar>("noticeBar");
+            QTRY_VERIFY(notices->getNotices().join(QLatin1Char(' ')).contains(QLatin1String("thread")));
+            fileMenu({"c", "Return"}, [](QWidget& dialog) {
+                const auto* const view = dialog.findChild<QPlainTextEdit*>(QStringLiteral("differences"));
+                QVERIFY(view->toPlainText().contains(QLatin1String("thread")));
+                press(dialog, "Save");
+            });
+            QTRY_VERIFY(!desk->item(QStringLiteral("plant")).isValid());
+        }
+        QCOMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
+        desk->window->openFiles({folder->path("plant.json")});
+        QTRY_VERIFY(desk->item(QStringLiteral("plant")).isValid());
         QCOMPARE(read(speed), QVariant(1250LL));
     }
 

@@ -1,5 +1,7 @@
 #include "desk/FileMounter.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/FakeRepository.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Unprivileged.h"
 
@@ -7,11 +9,42 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <functional>
+#include <new>
+#include <stdexcept>
 #include <sys/stat.h>
+#include <system_error>
 
 using FrameworkCore::AppConfig::AccessMode;
 using TestSupport::Unprivileged;
 using Vantry::FileMounter;
+
+namespace {
+
+using Throw = std::function<void()>;
+
+// One that throws while it opens files named "bad".
+class ThrowingRepository : public TestSupport::FakeRepository
+{
+public:
+    explicit ThrowingRepository(Throw failure) : fail(std::move(failure)) {}
+
+    bool createBackend(const QString& type, const QString& name,
+                       const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                       const int& option) override
+    {
+        if (name.startsWith(QLatin1String("bad")))
+            fail();
+        return FakeRepository::createBackend(type, name, configuration, option);
+    }
+
+private:
+    const Throw fail;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Throw)
 
 class FileMounterTest : public QObject
 {
@@ -162,6 +195,64 @@ private slots:
                  (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
     }
 
+    void toldWhenOpeningThrows_data()
+    {
+        QTest::addColumn<Throw>("fail");
+        QTest::addColumn<QString>("reason");
+        const auto row = [](const char* name, const Throw& fail, const char* reason) {
+            QTest::newRow(name) << fail << QString::fromLatin1(reason);
+        };
+        row(
+            "no memory", [] { throw std::bad_alloc(); }, "not enough memory");
+        row(
+            "an error", [] { throw std::runtime_error("the disk burns"); }, "the disk burns");
+        row(
+            "an error of the system",
+            [] { throw std::system_error(EIO, std::generic_category(), "reading"); },
+            "reading: Input/output error");
+        row(
+            "anything", [] { throw 1; }, "unknown reason");
+    }
+
+    // As a refusal of that file: the others are opened, and so are later ones.
+    void toldWhenOpeningThrows()
+    {
+        QFETCH(Throw, fail);
+        QFETCH(QString, reason);
+        repository = std::make_shared<ThrowingRepository>(fail);
+        FileMounter mounter(repository);
+        const QString first = write(QStringLiteral("first.ini"), "k = 1\n");
+        const QString bad = write(QStringLiteral("bad.ini"), "k = 1\n");
+        const QString last = write(QStringLiteral("last.ini"), "k = 1\n");
+        for (int round = 0; round < 2; ++round) {
+            const FileMounter::Result result = mountBy(mounter, {first, bad, last});
+            QCOMPARE(result.opened, (QStringList{first, last}));
+            QCOMPARE(result.problems.size(), 1);
+            const QString problem = result.problems.first();
+            QVERIFY2(problem.startsWith(bad) && problem.contains(reason), qPrintable(problem));
+            QVERIFY(!mounter.isBusy());
+        }
+    }
+
+    void toldWithoutAThread()
+    {
+        FileMounter mounter(repository);
+        const QStringList files{write(QStringLiteral("a.ini"), "k = 1\n"),
+                                write(QStringLiteral("b.ini"), "k = 1\n")};
+        {
+            const TestSupport::NoThreads none;
+            const FileMounter::Result result = mountBy(mounter, files);
+            QCOMPARE(result.opened, QStringList());
+            QCOMPARE(result.problems.size(), 2);
+            for (int i = 0; i < 2; ++i) {
+                QVERIFY(result.problems[i].startsWith(files[i]));
+                QVERIFY(result.problems[i].contains(QLatin1String("thread")));
+            }
+            QVERIFY(!mounter.isBusy());
+        }
+        QCOMPARE(mountBy(mounter, files).opened, files);
+    }
+
 private:
     QString inFolder(const QString& name) const { return folder->filePath(name); }
 
@@ -187,9 +278,15 @@ private:
     FileMounter::Result mount(const QStringList& files)
     {
         FileMounter mounter(repository);
+        return mountBy(mounter, files);
+    }
+
+    FileMounter::Result mountBy(FileMounter& mounter, const QStringList& files)
+    {
         FileMounter::Result result;
         bool isMounted = false;
-        connect(&mounter, &FileMounter::mounted, this, [&](const FileMounter::Result& told) {
+        const QObject listener; // until this returns
+        connect(&mounter, &FileMounter::mounted, &listener, [&](const FileMounter::Result& told) {
             result = told;
             isMounted = true;
         });

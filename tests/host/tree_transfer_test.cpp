@@ -2,6 +2,8 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/LoggedFailures.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
@@ -59,10 +61,13 @@ public:
     }
 
     std::atomic<bool> isReleased{false};
+    bool throwsNoMemory = false;
 
 private:
     StatusCode work(Interfaces::TransferReport& report)
     {
+        if (throwsNoMemory)
+            throw std::bad_alloc();
         report.setTotal(1000);
         report.setDone(250);
         while (!isReleased && !report.isCancelled())
@@ -147,6 +152,39 @@ private slots:
         QVERIFY(run(QStringLiteral("export"), fileWith("old"), error));
         QCOMPARE(contentOf(folder.filePath(QStringLiteral("file.json"))), QByteArray("{}"));
         QCOMPARE(windows, 0);
+    }
+
+    void failWithAReason_data() { longOnesCanBeCancelled_data(); }
+
+    // Where memory or a thread is refused. The next one works.
+    void failWithAReason()
+    {
+        QFETCH(QString, operation);
+        const auto repository = std::make_shared<SlowRepository>();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        repository->isReleased = true;
+        const QString file = fileWith("{}");
+        const auto fails = [&](const char* reason) {
+            const TestSupport::LoggedFailures failures;
+            QString error;
+            QVERIFY(!run(operation, file, error));
+            QCOMPARE(failures.texts().size(), 1);
+            QVERIFY2(failures.texts().first().contains(QLatin1String(reason)),
+                     qPrintable(failures.texts().first()));
+            const bool isOfFile =
+                operation == QLatin1String("export") || operation == QLatin1String("import");
+            QCOMPARE(error.contains(file) && error.contains(QLatin1String(reason)), isOfFile);
+            QCOMPARE(contentOf(file), QByteArray("{}"));
+        };
+        repository->throwsNoMemory = true;
+        fails("not enough memory");
+        repository->throwsNoMemory = false;
+        {
+            const TestSupport::NoThreads none;
+            fails("thread");
+        }
+        QString error;
+        QVERIFY2(run(operation, file, error), qPrintable(error));
     }
 
     void sayWhatIsNotOffered()

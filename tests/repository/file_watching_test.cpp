@@ -1,6 +1,7 @@
 #include "files/FileWatcher.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -229,6 +230,44 @@ private slots:
         QFile saved(file);
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(saved.readAll(), withSpeed(5).replace("true", "false"));
+    }
+
+    // It is reported at once, and both files are watched when a thread can be started.
+    void startsLaterWithoutAThread()
+    {
+        std::atomic<int> reports{0};
+        std::atomic<int> calls{0};
+        const auto call = [&calls] { ++calls; };
+        FileWatcher watcher([&](const std::string&) { ++reports; });
+        const auto name = QFile::encodeName(file).toStdString();
+        {
+            const TestSupport::NoThreads none;
+            watcher.watch(name, {}, call);
+            QCOMPARE(reports.load(), 1);
+        }
+        watcher.watch(name + ".other", std::chrono::system_clock::now() + std::chrono::hours(1), [] {});
+        QTRY_VERIFY(calls > 0);
+        const int seen = calls;
+        replace(file, withSpeed(5));
+        QTRY_VERIFY(calls > seen);
+        QCOMPARE(reports.load(), 1);
+    }
+
+    void survivesWhatACallbackThrows()
+    {
+        std::atomic<int> reports{0};
+        std::atomic<int> calls{0};
+        FileWatcher watcher([&](const std::string&) { ++reports; });
+        watcher.watch(QFile::encodeName(file).toStdString(),
+                      std::chrono::system_clock::now() + std::chrono::hours(1), [&calls] {
+                          ++calls;
+                          throw std::bad_alloc();
+                      });
+        for (int i = 1; i <= 3; ++i) {
+            const int seen = calls;
+            QTRY_VERIFY_WITH_TIMEOUT((replace(file, withSpeed(i)), calls > seen), 20'000);
+            QTRY_COMPARE(reports.load(), calls.load());
+        }
     }
 
     void looksInTurnsWithoutTheSystem()

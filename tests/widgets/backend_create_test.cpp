@@ -3,6 +3,7 @@
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/NoThreads.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "widgets/BackendCreateWidget.h"
@@ -50,11 +51,14 @@ public:
                        const int& option) override
     {
         workers.append(QThread::currentThread());
+        if (throwsNoMemory)
+            throw std::bad_alloc();
         if (!pictureFile.isEmpty())
             takePicture(pictureFile);
         return FakeRepository::createBackend(type, name, configuration, option);
     }
 
+    bool throwsNoMemory = false;
     QString pictureFile;
     QList<QThread*> workers; // read when the creation has ended
 };
@@ -175,6 +179,26 @@ private slots:
         QVERIFY(!fake->workers.contains(thread()));
     }
 
+    void survivesWithoutMemory()
+    {
+        fake->throwsNoMemory = true;
+        failsWith("not enough memory");
+        fake->throwsNoMemory = false;
+        create();
+        QCOMPARE(fake->getBackendCreations().size(), 1);
+    }
+
+    void survivesWithoutAThread()
+    {
+        {
+            const TestSupport::NoThreads none;
+            failsWith("thread");
+        }
+        create();
+        QCOMPARE(fake->getBackendCreations().size(), 1);
+        QVERIFY(!fake->workers.contains(thread()));
+    }
+
     void closes_data()
     {
         QTest::addColumn<int>("key");
@@ -273,6 +297,23 @@ private:
         QTest::keyClicks(part<QLineEdit>("edtBackendFile"), file);
         QTest::keyClicks(part<QLineEdit>("edtBackendDesc"), QLatin1String(description));
         QTest::keyClicks(part<QComboBox>("cbAccessMode"), QLatin1String(mode)); // chooses what begins so
+    }
+
+    // The dialog stays, and the log says why.
+    void failsWith(const char* reason)
+    {
+        fill(QStringLiteral("plant.json"), "", "write-only");
+        const quint64 before = lastLineNumber();
+        const DialogDriver driver([](QWidget& box) {
+            QCOMPARE(qobject_cast<QMessageBox*>(&box)->text(), QStringLiteral("Backend Creation Failed"));
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        create();
+        QVERIFY(dialog->isVisible());
+        const QStringList lines = linesSince(before);
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines.first().startsWith(QLatin1Char('3')) && lines.first().contains(QLatin1String(reason)),
+                 qPrintable(lines.first()));
     }
 
     void create() { QTest::mouseClick(part<QPushButton>("btnCreate"), Qt::LeftButton); }

@@ -1,6 +1,8 @@
 #include "host/Utilities/ModelViews/TransferWindow.h"
 
 #include "host/Utilities/GuiThread.h"
+#include "host/Utilities/HostLog.h"
+#include "host/Utilities/Worker.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -12,7 +14,6 @@
 #include <QVBoxLayout>
 
 #include <chrono>
-#include <future>
 
 namespace Utilities::ModelViews {
 
@@ -21,14 +22,37 @@ namespace {
 constexpr std::chrono::seconds unseen(1);
 constexpr std::chrono::milliseconds lookInterval(40);
 
+using TransferReport = TransferWindow::TransferReport;
+
+TransferWindow::StatusCode fail(const QString& text, const QString& reason, TransferReport& report)
+{
+    logFailure(QStringLiteral("%1: %2").arg(text, reason));
+    report.setReason(reason);
+    return TransferWindow::StatusCode::BackendFailure;
+}
+
+TransferWindow::StatusCode runGuarded(const QString& text, const TransferWindow::Operation& operation,
+                                      TransferReport& report)
+{
+    try {
+        return operation(report);
+    } catch (...) {
+        return fail(text, currentFailure(), report);
+    }
+}
+
 } // namespace
 
 FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, const Operation& operation,
                                                          TransferReport& report, Cancelling cancelling)
 {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
-        return operation(report);
-    std::future<StatusCode> status = std::async(std::launch::async, [&] { return operation(report); });
+        return runGuarded(text, operation, report);
+    QString failure;
+    std::future<StatusCode> status =
+        startWorker([&] { return runGuarded(text, operation, report); }, failure);
+    if (!status.valid())
+        return fail(text, failure, report);
     if (status.wait_for(unseen) == std::future_status::ready)
         return status.get();
 

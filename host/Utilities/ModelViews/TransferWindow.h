@@ -27,7 +27,8 @@ public:
 
     // Runs the operation on a thread of its own and gives its status. The window comes when the operation
     // takes longer than a second; until then the caller just waits. Where there are no widgets, and on any
-    // other thread than theirs, the operation simply runs.
+    // other thread than theirs, the operation simply runs. What the operation throws, and a thread that
+    // cannot be started, is logged and reported, and gives BackendFailure.
     static StatusCode run(const QString& text, const Operation& operation, TransferReport& report,
                           Cancelling cancelling = Cancelling::Possible);
 
