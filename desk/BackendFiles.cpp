@@ -8,9 +8,9 @@
 #include "desk/WaitCursor.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <algorithm>
@@ -19,6 +19,7 @@ namespace Vantry {
 
 using FrameworkCore::AppConfig::Interfaces::ConflictSide;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::PlainMessageBox;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -117,11 +118,11 @@ void BackendFiles::revert(const QStringList& backends)
     QStringList labels;
     for (const QString& backend : backends)
         labels.append(getLabel(backend));
-    QMessageBox question(QMessageBox::Question, tr("Revert"),
-                         tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
-                             .arg(labels.join(QLatin1Char('\n'))),
-                         QMessageBox::Cancel, &window);
-    const QAbstractButton* const revert = question.addButton(tr("&Revert"), QMessageBox::AcceptRole);
+    PlainMessageBox question(PlainMessageBox::Question, tr("Revert"),
+                             tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
+                                 .arg(labels.join(QLatin1Char('\n'))),
+                             PlainMessageBox::Cancel, &window);
+    const QAbstractButton* const revert = question.addButton(tr("&Revert"), PlainMessageBox::AcceptRole);
     question.exec();
     if (question.clickedButton() != revert)
         return;

@@ -1,16 +1,22 @@
 #include "desk/ConflictDialog.h"
 
 #include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QLabel>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace Vantry {
+
+using Utilities::ModelViews::toolTipText;
+using Utilities::ModelViews::Widgets::breakableText;
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 namespace {
 
@@ -38,11 +44,10 @@ ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
     setWindowTitle(tr("Changed by Another Program"));
     resize(720, 360);
     auto* const column = new QVBoxLayout(this);
-    auto* const text = new QLabel(
+    auto* const text = new PlainLabel(
         tr("%1 was not saved: another program has changed what was edited here. Choose for each attribute "
            "whose value is to stay; all others are merged.")
-            .arg(label));
-    text->setTextFormat(Qt::PlainText);
+            .arg(breakableText(label)));
     text->setWordWrap(true);
     column->addWidget(text);
 
@@ -57,7 +62,7 @@ ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
     column->addWidget(rows, 1);
 
     auto* const sides = new QHBoxLayout;
-    sides->addWidget(new QLabel(tr("For the selected rows:")));
+    sides->addWidget(new PlainLabel(tr("For the selected rows:")));
     sides->addWidget(mine);
     sides->addWidget(theirs);
     sides->addStretch();
@@ -92,7 +97,7 @@ void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange
              isGone ? tr("what is open") : sideText(conflict.after, conflict.kind != Kind::Removed),
              isGone ? tr("the file is gone") : sideText(conflict.before, conflict.kind != Kind::Created)});
         for (const int column : {PathColumn, MineColumn, TheirsColumn})
-            row->setToolTip(column, row->text(column));
+            row->setToolTip(column, toolTipText(row->text(column)));
     }
     const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
     rows->header()->setStretchLastSection(true);

@@ -1,6 +1,7 @@
 #include "desk/EditMenu.h"
 
 #include "desk/CellEdit.h"
+#include "desk/MenuText.h"
 #include "desk/WaitCursor.h"
 
 #include <QAbstractSpinBox>
@@ -54,12 +55,7 @@ void EditMenu::refresh()
 
 void EditMenu::name(QAction& action, const QString& verb, const QString& step)
 {
-    constexpr int mostShown = 60;
-    QString shown = step;
-    if (step.size() > mostShown)
-        shown = step.left(mostShown / 2) + QStringLiteral("...") + step.right(mostShown / 2);
-    shown.replace(QLatin1Char('&'), QLatin1String("&&"));
-    action.setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + shown);
+    action.setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + menuText(step));
     action.setEnabled(!step.isEmpty());
 }
 

@@ -2,11 +2,12 @@
 
 #include "desk/LogFeed.h"
 #include "desk/LogModel.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "repository/RepositoryLog.h"
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QStyle>
 #include <QToolButton>
 
@@ -14,16 +15,18 @@ namespace Vantry {
 
 using Shared::Logging::LogLine;
 using Shared::Logging::LogMessageType;
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 namespace {
 
+constexpr int longestText = 4000;
 constexpr int shownFor = 8000;   // milliseconds
 constexpr int burstLength = 500; // milliseconds in which failures have one reason
 
 } // namespace
 
 FailureHint::FailureHint(LogFeed& feed, QWidget* parent)
-    : QWidget(parent), icon(new QLabel), label(new QLabel)
+    : QWidget(parent), icon(new PlainLabel), label(new PlainLabel)
 {
     setObjectName(QStringLiteral("failureHint"));
     auto* const row = new QHBoxLayout(this);
@@ -32,7 +35,6 @@ FailureHint::FailureHint(LogFeed& feed, QWidget* parent)
     row->addWidget(icon);
 
     label->setObjectName(QStringLiteral("failureText"));
-    label->setTextFormat(Qt::PlainText);
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     row->addWidget(label, 1);
 
@@ -79,11 +81,11 @@ void FailureHint::tell(const LogLine& failure)
     const bool givesReason = failure.category == Repository::logCategory();
     if (!givesReason && isReason && age.isValid() && !age.hasExpired(burstLength))
         return;
-    text = failure.text;
+    text = failure.text.left(longestText);
     isReason = givesReason;
     age.start();
     life.start();
-    setToolTip(text);
+    setToolTip(Utilities::ModelViews::toolTipText(text));
     setAccessibleName(text);
     if (icon->pixmap(Qt::ReturnByValue).isNull()) // drawn late: the first look for an icon takes long
         icon->setPixmap(LogModel::iconOf(LogMessageType::Failure).pixmap(iconSize()));

@@ -1,30 +1,22 @@
 #include "desk/FileMenu.h"
 
 #include "desk/BackendFiles.h"
+#include "desk/MenuText.h"
 #include "desk/RecentFiles.h"
+#include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 
 namespace Vantry {
 
 namespace {
 
-QString withoutMnemonics(QString text)
-{
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
-
-// The user's own folder is written short, and what is too long loses its middle.
+// The user's own folder is written short.
 QString shownPath(const QString& file)
 {
-    constexpr int mostShown = 70;
     const QString home = QDir::homePath() + QLatin1Char('/');
-    QString shown = file.startsWith(home) ? QLatin1String("~/") + file.mid(home.size()) : file;
-    if (shown.size() > mostShown)
-        shown = shown.left(mostShown / 2) + QStringLiteral("...") + shown.right(mostShown / 2);
-    return withoutMnemonics(shown);
+    return menuText(file.startsWith(home) ? QLatin1String("~/") + file.mid(home.size()) : file);
 }
 
 } // namespace
@@ -67,7 +59,7 @@ void FileMenu::addBackendMenu(const QString& title, const char* name, const Back
         menu->clear();
         const QStringList names = backends();
         for (const QString& backend : names)
-            menu->addAction(withoutMnemonics(files.getLabel(backend)), menu,
+            menu->addAction(menuText(files.getLabel(backend)), menu,
                             [action, backend] { action({backend}); });
         if (names.size() > 1 && !allText.isEmpty()) {
             menu->addSeparator();
@@ -80,11 +72,12 @@ void FileMenu::chooseFiles()
 {
     const QStringList known = RecentFiles::get();
     const QString folder = known.isEmpty() ? QString() : QFileInfo(known.first()).path();
-    const QStringList chosen = QFileDialog::getOpenFileNames(
+    Utilities::ModelViews::Widgets::PlainFileDialog dialog(
         parentWidget(), tr("Open Configuration Files"), folder,
         tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)"));
-    if (!chosen.isEmpty())
-        emit openRequested(chosen);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    if (dialog.exec() == QDialog::Accepted)
+        emit openRequested(dialog.selectedFiles());
 }
 
 void FileMenu::fillRecent()

@@ -42,7 +42,7 @@ QString KeptChanges::keep(const QString& fileName, const QString& diff, QString&
                          QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss"));
     QString place = folder.filePath(stem + ending);
     for (int number = 2; QFileInfo::exists(place); ++number)
-        place = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem).arg(number).arg(ending));
+        place = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), ending));
     using Utilities::ModelViews::TextFile;
     error = TextFile::write(place, diff, TextFile::Readers::OwnerOnly);
     return error.isEmpty() ? place : QString();

@@ -26,13 +26,6 @@ QString onOneLine(const QString& text)
     return line;
 }
 
-QString toolTipOf(const QString& text)
-{
-    constexpr int mostShown = 4000;
-    const QString shown = text.size() > mostShown ? text.left(mostShown) + QStringLiteral("...") : text;
-    return Utilities::ModelViews::toolTipText(shown);
-}
-
 QString displayText(const LogLine& line, int column)
 {
     switch (column) {
@@ -138,7 +131,7 @@ QVariant LogModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return displayText(line, index.column());
     case Qt::ToolTipRole:
-        return index.column() == TimeColumn ? fullTime(line) : toolTipOf(line.text);
+        return Utilities::ModelViews::toolTipText(index.column() == TimeColumn ? fullTime(line) : line.text);
     case Qt::DecorationRole:
         return index.column() == TypeColumn ? QVariant(iconOf(line.type)) : QVariant();
     case Qt::ForegroundRole:

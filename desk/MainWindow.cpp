@@ -233,7 +233,7 @@ void MainWindow::showFiles()
         names.append(files.getFileName(backend));
     QString title = names.join(QStringLiteral(", "));
     if (backends.size() > mostNames)
-        title = tr("%1 and %2 more").arg(title).arg(backends.size() - mostNames);
+        title = tr("%1 and %2 more").arg(title, QString::number(backends.size() - mostNames));
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
     setWindowTitle(title.isEmpty() ? QString() : title + QLatin1String("[*]"));
 }

@@ -1,13 +1,15 @@
 #include "desk/NavigationArea.h"
 
 #include "desk/FlatButtons.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 
 #include <QIcon>
-#include <QLabel>
 #include <QVBoxLayout>
 #include <QWindow>
 
 namespace Vantry {
+
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
 {
@@ -25,9 +27,9 @@ NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
 void NavigationArea::addControl(const QIcon& icon, const QString& name, QWidget* control)
 {
     constexpr int iconSize = 24;
-    auto* const picture = new QLabel;
+    auto* const picture = new PlainLabel;
     picture->setPixmap(icon.pixmap(window()->windowHandle(), QSize(iconSize, iconSize)));
-    auto* const title = new QLabel(name);
+    auto* const title = new PlainLabel(name);
     QFont bold = title->font();
     bold.setBold(true);
     title->setFont(bold);

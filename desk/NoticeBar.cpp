@@ -1,13 +1,16 @@
 #include "desk/NoticeBar.h"
 
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QScrollArea>
 #include <QStyle>
 #include <QToolButton>
 
 namespace Vantry {
+
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent)
 {
@@ -20,15 +23,14 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent)
 
 void NoticeBar::setUp()
 {
-    text = new QLabel;
+    text = new PlainLabel;
     scroller = new QScrollArea;
-    auto* const icon = new QLabel;
+    auto* const icon = new PlainLabel;
     const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
     icon->setAlignment(Qt::AlignTop);
 
     text->setObjectName(QStringLiteral("noticeText"));
-    text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
@@ -58,8 +60,12 @@ void NoticeBar::setUp()
 
 void NoticeBar::addNotices(const QStringList& texts)
 {
-    notices += texts;
+    constexpr int mostNotices = 200; // the newest ones
+    constexpr int longestNotice = 2000;
+    for (const QString& added : texts)
+        notices.append(added.size() > longestNotice ? added.left(longestNotice) + QChar(0x2026) : added);
     notices.removeDuplicates();
+    notices = notices.mid(qMax(0, notices.size() - mostNotices));
     if (!text)
         setUp();
     showNotices();

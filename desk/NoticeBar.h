@@ -17,7 +17,8 @@ class NoticeBar : public QFrame
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    // Adds texts to those that are shown; a text that is there already is not repeated.
+    // Adds texts to those that are shown; a text that is there already is not repeated. Of very many, the
+    // oldest go; what is very long loses its end.
     void addNotices(const QStringList& texts);
     QStringList getNotices() const { return notices; }
 

@@ -1,5 +1,7 @@
 #include "desk/PluginDock.h"
 
+#include "host/Utilities/ModelViews/ToolTipText.h"
+
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QStyle>
@@ -54,8 +56,8 @@ void PluginDock::fillRows()
             rows, {QFileInfo(finding.file).fileName(), isLoaded ? tr("loaded") : finding.refusal});
         row->setIcon(
             0, style()->standardIcon(isLoaded ? QStyle::SP_DialogApplyButton : QStyle::SP_MessageBoxWarning));
-        row->setToolTip(0, finding.file);
-        row->setToolTip(1, row->text(1));
+        row->setToolTip(0, Utilities::ModelViews::toolTipText(finding.file));
+        row->setToolTip(1, Utilities::ModelViews::toolTipText(row->text(1)));
     }
 }
 

@@ -3,10 +3,11 @@
 #include "desk/DiffText.h"
 #include "desk/DiffView.h"
 #include "host/Utilities/GuiThread.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "host/Utilities/Worker.h"
 
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -21,8 +22,8 @@ UnsavedChangesDialog::UnsavedChangesDialog(const QString& question, const std::v
     setWindowTitle(tr("Unsaved Changes"));
     resize(720, 480);
     auto* const column = new QVBoxLayout(this);
-    auto* const label = new QLabel(question);
-    label->setTextFormat(Qt::PlainText);
+    using namespace Utilities::ModelViews::Widgets;
+    auto* const label = new PlainLabel(breakableText(question));
     label->setWordWrap(true);
     column->addWidget(label);
     column->addWidget(view, 1);

@@ -6,12 +6,12 @@
 #include "desk/PluginLoader.h"
 #include "desk/QuitSignals.h"
 #include "desk/WindowPicture.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -21,6 +21,7 @@
 
 namespace {
 
+using Utilities::ModelViews::Widgets::PlainMessageBox;
 using Vantry::Options;
 using Vantry::PluginLoader;
 
@@ -104,12 +105,13 @@ QString chooseLeftOut(bool canAsk)
     const QString culprit = Vantry::LoadingNote::takeCulprit();
     if (culprit.isEmpty() || !canAsk)
         return culprit;
-    const auto answer = QMessageBox::question(
-        nullptr, QCoreApplication::translate("main", "Leave out a plug-in?"),
+    PlainMessageBox question(
+        PlainMessageBox::Question, QCoreApplication::translate("main", "Leave out a plug-in?"),
         QCoreApplication::translate(
             "main", "The last start ended while this plug-in was loaded:\n%1\n\nStart without it?")
-            .arg(QFileInfo(culprit).fileName()));
-    return answer == QMessageBox::Yes ? culprit : QString();
+            .arg(QFileInfo(culprit).fileName()),
+        PlainMessageBox::Yes | PlainMessageBox::No, nullptr);
+    return question.exec() == PlainMessageBox::Yes ? culprit : QString();
 }
 
 int runWindow(const Options& options)

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 
+#include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QSet>
@@ -35,10 +36,17 @@ int AttributeModel::rowCount(const QModelIndex& parent) const
 
 QVariant AttributeModel::data(const QModelIndex& index, int role) const
 {
-    const bool isText = role == Qt::DisplayRole || role == Qt::EditRole || role == Qt::ToolTipRole;
-    if (!isText || !checkIndex(index, CheckIndexOption::IndexIsValid))
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    return paths.at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return paths.at(index.row());
+    case Qt::ToolTipRole:
+        return toolTipText(paths.at(index.row()));
+    default:
+        return {};
+    }
 }
 
 bool AttributeModel::canFetchMore(const QModelIndex& parent) const

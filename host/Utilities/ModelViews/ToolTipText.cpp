@@ -2,13 +2,34 @@
 
 namespace Utilities::ModelViews {
 
+namespace {
+
+// As much as a screen shows; nobody waits until more is laid out.
+constexpr int longestText = 6000;
+constexpr int mostLines = 60;
+
+QString bounded(const QString& text)
+{
+    int end = qMin(text.size(), longestText);
+    int lines = 0;
+    for (int i = 0; i < end; ++i) {
+        if (text.at(i) == QLatin1Char('\n') && ++lines == mostLines)
+            end = i;
+    }
+    return end == text.size() ? text : text.left(end) + QChar(0x2026);
+}
+
+} // namespace
+
 QString toolTipText(const QString& text)
 {
+    if (text.isEmpty())
+        return {};
     constexpr int longestWord = 100;
     constexpr ushort breakHere = 0x200B; // a space without width
     QString result;
     int wordLength = 0;
-    for (const QChar character : text) {
+    for (const QChar character : bounded(text)) {
         wordLength = character.isSpace() ? 0 : wordLength + 1;
         if (wordLength > longestWord && !character.isLowSurrogate()) {
             result.append(QChar(breakHere));

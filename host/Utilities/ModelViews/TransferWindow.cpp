@@ -2,12 +2,13 @@
 
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/HostLog.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "host/Utilities/Worker.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QEventLoop>
-#include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
 #include <QTimer>
@@ -75,7 +76,7 @@ FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, co
 }
 
 TransferWindow::TransferWindow(const QString& text, TransferReport& transferReport, Cancelling cancelling)
-    : QDialog(QApplication::activeWindow()), report(transferReport), label(new QLabel(text, this)),
+    : QDialog(QApplication::activeWindow()), report(transferReport), label(new Widgets::PlainLabel(this)),
       bar(new QProgressBar(this)), buttons(new QDialogButtonBox(QDialogButtonBox::Cancel, this))
 {
     setWindowModality(Qt::ApplicationModal);
@@ -83,10 +84,9 @@ TransferWindow::TransferWindow(const QString& text, TransferReport& transferRepo
     layout->addWidget(label);
     layout->addWidget(bar);
     layout->addWidget(buttons);
-    label->setTextFormat(Qt::PlainText);
     bar->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     label->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, bar->minimumWidth()));
-    label->setToolTip(text);
+    label->setToolTip(toolTipText(text));
     buttons->setEnabled(cancelling == Cancelling::Possible);
     buttons->setVisible(cancelling == Cancelling::Possible);
     connect(buttons, &QDialogButtonBox::rejected, this, &TransferWindow::reject);

@@ -123,9 +123,9 @@ QVariant WatchedAttributeCells::toolTip(WatchedAttribute& attribute, int column)
     const Content& content = contentOf(attribute);
     const WatchedAttribute::Changes changes = attribute.getChanges();
     if (column == LastChange && changes.count > 0)
-        return tr("Changed last at %1; changes since it is watched: %2")
-            .arg(timeOf(changes).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
-                 QString::number(changes.count));
+        return toolTipText(tr("Changed last at %1; changes since it is watched: %2")
+                               .arg(timeOf(changes).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss.zzz")),
+                                    QString::number(changes.count)));
     QStringList lines{attribute.path};
     if (!content.exists) {
         lines.append(tr("There is no such attribute. The row comes alive when there is one."));
@@ -189,7 +189,7 @@ QVariant WatchedAttributeCells::header(int column, int role)
     };
     if (role == Qt::DisplayRole)
         return headerOf().text;
-    return role == Qt::ToolTipRole ? QVariant(headerOf().toolTip) : QVariant();
+    return role == Qt::ToolTipRole ? QVariant(toolTipText(headerOf().toolTip)) : QVariant();
 }
 
 } // namespace Utilities::ModelViews

@@ -3,11 +3,10 @@
 #include "host/Utilities/ModelViews/Widgets/AskedDialog.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeCreateDialog.h"
 #include "host/Utilities/ModelViews/Widgets/AttributePasteDialog.h"
-#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
-#include <QFileDialog>
 #include <QInputDialog>
-#include <QMessageBox>
 #include <QRegularExpression>
 #include <QVariant>
 
@@ -43,7 +42,7 @@ void showPlace(QFileDialog& dialog, const QString& directory)
     }
 }
 
-QString askForFile(AskedDialog<QFileDialog>& dialog, const QString& directory)
+QString askForFile(AskedDialog<PlainFileDialog>& dialog, const QString& directory)
 {
     showPlace(dialog.get(), directory);
     if (!dialog.isAccepted() || dialog->selectedFiles().isEmpty())
@@ -89,10 +88,9 @@ bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& tit
 
 int AttributeTreeModelInputDialogs::showConfirmationDialog(const QString& question, const QString& path) const
 {
-    const AskedDialog<QMessageBox> box(QMessageBox::Question, QString(), question,
-                                       QMessageBox::Yes | QMessageBox::No, dialogParent);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(breakableText(path));
+    const AskedDialog<PlainMessageBox> box(QMessageBox::Question, QString(), question,
+                                           QMessageBox::Yes | QMessageBox::No, dialogParent);
+    box->setInformation(path);
     box->setDefaultButton(QMessageBox::No); // what is asked about is often final
     box->setEscapeButton(QMessageBox::No);
     return box->exec() == QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::No;
@@ -114,7 +112,7 @@ QString AttributeTreeModelInputDialogs::showSingleTextDialog(const QString& titl
 QString AttributeTreeModelInputDialogs::showFileOpenDialog(const QString& caption, const QString& directory,
                                                            const QString& filter) const
 {
-    AskedDialog<QFileDialog> dialog(dialogParent, caption, QString(), filter);
+    AskedDialog<PlainFileDialog> dialog(dialogParent, caption, QString(), filter);
     dialog->setFileMode(QFileDialog::ExistingFile);
     return askForFile(dialog, directory);
 }
@@ -122,7 +120,7 @@ QString AttributeTreeModelInputDialogs::showFileOpenDialog(const QString& captio
 QString AttributeTreeModelInputDialogs::showSaveAsDialog(const QString& caption, const QString& directory,
                                                          const QString& filter) const
 {
-    AskedDialog<QFileDialog> dialog(dialogParent, caption, QString(), filter);
+    AskedDialog<PlainFileDialog> dialog(dialogParent, caption, QString(), filter);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     // The dialog appends the suffix before it asks about overwriting, so that it asks about the right file.
@@ -137,9 +135,7 @@ QString AttributeTreeModelInputDialogs::showSaveAsDialog(const QString& caption,
 void AttributeTreeModelInputDialogs::ShowWarningMessage(QWidget* parent, const QString& title,
                                                         const QString& text)
 {
-    const AskedDialog<QMessageBox> box(QMessageBox::Warning, title, breakableText(text), QMessageBox::Ok,
-                                       parent);
-    box->setTextFormat(Qt::PlainText); // paths and file contents are no markup
+    const AskedDialog<PlainMessageBox> box(QMessageBox::Warning, title, text, QMessageBox::Ok, parent);
     box->exec();
 }
 

@@ -1,17 +1,17 @@
 #include "host/Utilities/ModelViews/Widgets/BytesValueEditor.h"
 
 #include "host/Utilities/ModelViews/Widgets/BytesSpelling.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QPlainTextEdit>
 
 namespace Utilities::ModelViews::Widgets {
 
 BytesValueEditor::BytesValueEditor(QWidget* parent)
     : ValueEditor(parent), spellings(new QComboBox(this)), edit(new QPlainTextEdit(this)),
-      count(new QLabel(this))
+      count(new PlainLabel(this))
 {
     spellings->setObjectName(QStringLiteral("cbSpelling"));
     edit->setObjectName(QStringLiteral("edtValue"));

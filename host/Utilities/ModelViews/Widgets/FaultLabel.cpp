@@ -13,9 +13,8 @@ constexpr int longestFault = 240; // characters; a fault may quote all that was 
 
 }
 
-FaultLabel::FaultLabel(QWidget* parent) : QLabel(parent)
+FaultLabel::FaultLabel(QWidget* parent) : PlainLabel(parent)
 {
-    setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setAlignment(Qt::AlignLeft | Qt::AlignTop);
     QPalette colours = palette();
@@ -41,7 +40,7 @@ void FaultLabel::showFault(const QString& fault)
 
 void FaultLabel::changeEvent(QEvent* event)
 {
-    QLabel::changeEvent(event);
+    PlainLabel::changeEvent(event);
     if (event->type() == QEvent::FontChange)
         keepRoom();
 }

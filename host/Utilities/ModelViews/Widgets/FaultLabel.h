@@ -1,12 +1,12 @@
 #pragma once
 
-#include <QLabel>
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 
 namespace Utilities::ModelViews::Widgets {
 
 // What is wrong with the field beside it, in words. It keeps its room while there is nothing to say, so that
 // a dialog does not jump while one types; the dialog grows when a fault takes more lines.
-class FaultLabel : public QLabel
+class FaultLabel : public PlainLabel
 {
     Q_OBJECT
 

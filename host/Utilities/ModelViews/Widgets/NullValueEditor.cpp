@@ -1,7 +1,8 @@
 #include "host/Utilities/ModelViews/Widgets/NullValueEditor.h"
 
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+
 #include <QHBoxLayout>
-#include <QLabel>
 
 namespace Utilities::ModelViews::Widgets {
 
@@ -10,7 +11,7 @@ NullValueEditor::NullValueEditor(QWidget* parent) : ValueEditor(parent)
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* const explanation =
-        new QLabel(tr("The first value that is written gives the attribute its type."), this);
+        new PlainLabel(tr("The first value that is written gives the attribute its type."), this);
     explanation->setWordWrap(true);
     layout->addWidget(explanation);
 }
