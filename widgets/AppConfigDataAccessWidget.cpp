@@ -83,8 +83,7 @@ void AppConfigDataAccessWidget::onCustomContextMenu(QPoint /*point*/)
     const QModelIndexList selected = selectedIndexes();
     const QPointer<KeptMenu> menu = new KeptMenu(this); // stays until the monitor goes
     const auto add = [this, &menu](const QString& text, const char* icon, auto slot) {
-        menu->addAction(QIcon(QString::fromLatin1(":/Vantry/Resources/%1.png").arg(QLatin1String(icon))),
-                        text, this, slot);
+        menu->addAction(iconOf(icon), text, this, slot);
     };
     add(tr("Load"), "open", &AppConfigDataAccessWidget::onLoadSelected);
     add(tr("Save As"), "save_as", &AppConfigDataAccessWidget::onSaveAsSelected);
@@ -96,6 +95,14 @@ void AppConfigDataAccessWidget::onCustomContextMenu(QPoint /*point*/)
     menu->exec(QCursor::pos());
     if (menu) // the host may close the page under an open menu
         menu->giveBackWindow();
+}
+
+QIcon AppConfigDataAccessWidget::iconOf(const char* name)
+{
+    QIcon& icon = icons[QString::fromLatin1(name)];
+    if (icon.isNull())
+        icon = QIcon(QString::fromLatin1(":/Vantry/Resources/%1.png").arg(QLatin1String(name)));
+    return icon;
 }
 
 void AppConfigDataAccessWidget::keyPressEvent(QKeyEvent* event)

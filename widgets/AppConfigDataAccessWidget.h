@@ -2,6 +2,8 @@
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
+#include <QHash>
+#include <QIcon>
 #include <QPointer>
 #include <QSharedPointer>
 #include <QTableView>
@@ -59,6 +61,7 @@ protected:
 
 private:
     void setUpView();
+    QIcon iconOf(const char* name);
     template <typename Editor>
     void openEditor(const QModelIndex& index, const QString& attributeFullPath,
                     const QVariant& attributeValue);
@@ -73,5 +76,6 @@ private:
     std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeViewModelUtils;
     QPointer<Widgets::ListWidget> listWidget; // the one opened last; not owned, nobody deletes it
     QString lastProjectFileName;
-    int valueColumnWidth = 0; // pixels; 0 while the column is as wide as what it shows
+    QHash<QString, QIcon> icons; // of the menus, which stay and share them
+    int valueColumnWidth = 0;    // pixels; 0 while the column is as wide as what it shows
 };
