@@ -12,7 +12,7 @@ public:
     // The node's attribute lock is held.
     explicit AttributeSnapshot(const Node& node)
         : path(node.path), value(node.isReadable() ? node.value : QVariant()),
-          dataType(QString::fromLatin1(node.value.typeName())), access(node.access)
+          dataType(QString::fromLatin1(node.value.typeName())), access(node.getAccess())
     {
     }
 

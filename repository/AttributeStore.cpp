@@ -45,7 +45,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, Q
     const std::lock_guard lock(shard.mutex);
     const Node* node = shard.find(key);
     value = QVariant();
-    if (!node || !node->isAttribute)
+    if (!node || !node->isAttribute())
         return isValidPath(path) ? StatusCode::NotFound : StatusCode::InvalidPath;
     if (!node->isReadable())
         return StatusCode::NotReadable;
@@ -60,7 +60,7 @@ AttributeStore::getAttribute(const QString& path)
     NodeIndex::Shard& shard = index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     const Node* node = shard.find(key);
-    if (!node || !node->isAttribute)
+    if (!node || !node->isAttribute())
         return {};
     return std::make_shared<AttributeSnapshot>(*node);
 }
@@ -117,7 +117,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
     NodeIndex::Shard& shard = index.shardOf(key);
     std::unique_lock lock(shard.mutex);
     Node* node = shard.find(key);
-    if (!node || !node->isAttribute) {
+    if (!node || !node->isAttribute()) {
         lock.unlock();
         return refuseUnknown(path, value);
     }
@@ -160,7 +160,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::refuseUnknown(const QString
 FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, const QVariant& value,
                                                             QVariant& accepted, QString& reason)
 {
-    if (!isWritable(node.access)) {
+    if (!isWritable(node.getAccess())) {
         reason = RefusalText::readOnly(node);
         return StatusCode::NotWritable;
     }

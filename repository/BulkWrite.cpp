@@ -111,13 +111,13 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         return StatusCode::NotWritable;
     }
     const Place place = placeOf(path);
-    if (place.node && place.node->isAttribute) {
+    if (place.node && place.node->isAttribute()) {
         if (place.backend)
             keepText(*place.backend);
         QVariant accepted;
         const StatusCode status = edit.writeDocument(*place.node, value, accepted, reason);
         if (status == StatusCode::Success)
-            items.push_back({path, accepted, place.node->access, false, place.node});
+            items.push_back({path, accepted, place.node->getAccess(), false, place.node});
         return status;
     }
     const NodeIndex::Key key(path);

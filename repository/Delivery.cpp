@@ -11,12 +11,12 @@ using FrameworkCore::Notification::UpdatePoint;
 Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
 {
     const quint32 generation = patterns.getGeneration();
-    if (node.patternGeneration == generation)
+    if (node.getPatternGeneration() == generation)
         return {};
     Registrations matching = patterns.match(node.path);
     if (node.extras || !matching.isEmpty())
         node.extrasToFill().matching.swap(matching);
-    node.patternGeneration = generation & PatternIndex::lastGeneration;
+    node.setPatternGeneration(generation);
     return matching;
 }
 

@@ -26,7 +26,7 @@ struct NodeState
 
     static NodeState of(const Node& node)
     {
-        return {true, node.isAttribute, node.access, node.isAttribute ? node.value : QVariant()};
+        return {true, node.isAttribute(), node.getAccess(), node.isAttribute() ? node.value : QVariant()};
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -56,20 +57,30 @@ struct Node
     struct Extras
     {
         Rules rules;
-        Registrations matching; // those whose pattern matches, as of patternGeneration
+        Registrations matching; // those whose pattern matches, as of the node's generation
     };
 
-    explicit Node(QString fullPath)
-        : path(std::move(fullPath)), patternGeneration(0), access(AccessMode::ReadWrite), isAttribute(false)
-    {
-    }
+    explicit Node(QString fullPath) : path(std::move(fullPath)) {}
 
     QStringView getName() const;
     Children& childrenToFill(); // made if there are none
     bool isBackendRoot() const { return backend && parent->backend != backend; }
     Extras& extrasToFill(); // made if there are none
     const Rules* getRules() const { return extras ? &extras->rules : nullptr; }
-    bool isReadable() const { return FrameworkCore::AppConfig::isReadable(access); }
+
+    // An attribute, or else it only groups its children, and value means nothing.
+    bool isAttribute() const { return (marks.load(std::memory_order_relaxed) & attributeMark) != 0; }
+    void setAttribute(bool isOne) { setMarks(attributeMark, isOne ? attributeMark : 0); }
+    AccessMode getAccess() const { return AccessMode(marks.load(std::memory_order_relaxed) & accessMarks); }
+    void setAccess(AccessMode mode) { setMarks(accessMarks, quint32(mode)); }
+    bool isReadable() const { return FrameworkCore::AppConfig::isReadable(getAccess()); }
+
+    // As of when Extras::matching is.
+    quint32 getPatternGeneration() const { return marks.load(std::memory_order_relaxed) >> otherMarks; }
+    void setPatternGeneration(quint32 generation)
+    {
+        setMarks(~(attributeMark | accessMarks), generation << otherMarks);
+    }
 
     const QString path;
 
@@ -79,13 +90,27 @@ struct Node
     std::unique_ptr<Children> children;
     quint32 slot = 0; // in the parent's children
 
+private:
+    static constexpr quint32 accessMarks = 3;
+    static constexpr quint32 attributeMark = 4;
+    static constexpr int otherMarks = 32 - PatternIndex::generationBits;
+
+    void setMarks(quint32 which, quint32 bits)
+    {
+        marks.store((marks.load(std::memory_order_relaxed) & ~which) | bits, std::memory_order_relaxed);
+    }
+
+    // One word for all three, since there may be millions. The attribute lock is held while it is written,
+    // but whoever reads access and kind may hold the structure lock alone, while a writer of the value brings
+    // the generation up to date.
+    std::atomic<quint32> marks{quint32(AccessMode::ReadWrite)};
+
+public:
     // The attribute.
-    quint32 patternGeneration : PatternIndex::generationBits;
-    AccessMode access : 2;
-    bool isAttribute : 1;   // otherwise it only groups its children, and value means nothing
     QVariant value;         // of one of the attribute types; invalid for null
     RegistrationList exact; // those made for this path
     std::unique_ptr<Extras> extras;
 };
+static_assert(sizeof(Node) <= 72);
 
 } // namespace Repository

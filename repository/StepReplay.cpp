@@ -228,7 +228,7 @@ void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
         Node& node = edit.ensure(path);
         if (wanted.isAttribute)
             edit.setAttribute(node, wanted.value, wanted.access,
-                              node.isAttribute ? UpdateResult::Changed : UpdateResult::Created);
+                              node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
         else
             edit.makeGroup(node);
     };

@@ -20,7 +20,7 @@ void publish(TreeEdit& edit, const QString& path, const QVariant& value)
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
     Node& node = edit.ensure(path);
     edit.setAttribute(node, value, AccessMode::ReadOnly,
-                      node.isAttribute ? UpdateResult::Changed : UpdateResult::Created);
+                      node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
 }
 
 void publishNames(TreeEdit& edit, const std::vector<std::shared_ptr<Backend>>& backends)
@@ -46,7 +46,7 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
     const Node* place = edit.find(name);
     if (place && place->isBackendRoot())
         return QStringLiteral("the backend '%1' exists already").arg(name);
-    if (place && (place->isAttribute || (place->children && place->children->count > 0)))
+    if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return QStringLiteral("there are attributes at or below '%1' already").arg(name);
     edit.mount(*backend);
     backends.push_back(backend);

@@ -72,11 +72,11 @@ FrameworkCore::AppConfig::Interfaces::NodeInformation AttributeStore::getNodeInf
     if (!node)
         return information;
     information.exists = true;
-    information.isAttribute = node->isAttribute;
+    information.isAttribute = node->isAttribute();
     information.isBackendRoot = node->isBackendRoot();
     information.childCount = node->children ? node->children->count : 0;
-    information.accessMode = node->access;
-    if (node->isAttribute)
+    information.accessMode = node->getAccess();
+    if (node->isAttribute())
         information.dataType = QString::fromLatin1(node->value.typeName());
     if (node->backend)
         information.backend = node->backend->getName();

@@ -20,9 +20,9 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(above.nameBegin())));
     node->parent = &parent;
     node->backend = root.backend;
-    node->access = root.access;
+    node->setAccess(root.getAccess());
     if (value.type != Type::Group) {
-        node->isAttribute = true;
+        node->setAttribute(true);
         node->value = FrameworkCore::Values::toVariant(value);
     }
     parent.childrenToFill().append(*node);
@@ -62,7 +62,7 @@ void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::v
 {
     byPath.clear();
     made.file(index, patterns, [&](Node& node) {
-        if (node.isAttribute)
+        if (node.isAttribute())
             Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);
     });
 }

@@ -65,7 +65,7 @@ bool isBelow(const std::string& path, const std::string& group)
 
 bool isEmptyGroup(const Node& node)
 {
-    return !node.isAttribute && (!node.children || node.children->count == 0);
+    return !node.isAttribute() && (!node.children || node.children->count == 0);
 }
 
 // What a copy of the attribute may be used for, before its destination limits that. What only the backend of
@@ -73,7 +73,8 @@ bool isEmptyGroup(const Node& node)
 AccessMode accessOfCopy(const Node& node)
 {
     const AccessMode most = node.backend ? node.backend->getAccessMode() : AccessMode::ReadWrite;
-    return node.access == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite : node.access;
+    return node.getAccess() == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite
+                                                                       : node.getAccess();
 }
 
 } // namespace
@@ -127,7 +128,7 @@ void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part
         return;
     }
     const std::lock_guard shardLock(store->index.shardOf(NodeIndex::Key(node.path)).mutex);
-    if (!node.isAttribute)
+    if (!node.isAttribute())
         return;
     if (node.isReadable())
         parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});

@@ -119,7 +119,7 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
     made->parent = &parent;
     made->backend = parent.backend;
     if (made->backend)
-        made->access = made->backend->getAccessMode();
+        made->setAccess(made->backend->getAccessMode());
     parent.childrenToFill().append(*made);
     note(*made, NodeState());
     return made;
@@ -149,17 +149,17 @@ void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access)
             hiding.insert(node.backend);
     }
     node.value = std::move(value);
-    node.access = access;
-    node.isAttribute = true;
+    node.setAccess(access);
+    node.setAttribute(true);
 }
 
 void TreeEdit::makeGroup(Node& node)
 {
     const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
-    if (!node.isAttribute)
+    if (!node.isAttribute())
         return;
     note(node, NodeState::of(node));
-    node.isAttribute = false;
+    node.setAttribute(false);
     node.value = QVariant();
     Delivery::collect(deliveries, node, store.patterns, UpdateResult::Removed);
 }
@@ -196,7 +196,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
 {
     const NodeIndex::Key key(path);
     Node* node = store.index.find(key);
-    if (node && node->isAttribute) {
+    if (node && node->isAttribute()) {
         reason = QStringLiteral("it exists already; write to it, or choose another name");
         return StatusCode::AlreadyExists;
     }
@@ -312,7 +312,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bo
         }
     }
     for (const Node* below : subtree(node, nullptr)) {
-        if (below->isAttribute && !isWritable(below->access)) {
+        if (below->isAttribute() && !isWritable(below->getAccess())) {
             reason = RefusalText::readOnly(*below);
             return StatusCode::NotWritable;
         }
@@ -344,7 +344,7 @@ void TreeEdit::remove(Node& node)
         NodeIndex::Shard& shard = store.index.shardOf(key);
         const std::lock_guard shardLock(shard.mutex);
         note(*gone, NodeState::of(*gone));
-        if (gone->isAttribute)
+        if (gone->isAttribute())
             Delivery::collect(deliveries, *gone, store.patterns, UpdateResult::Removed);
         const Rules* const rules = gone->getRules();
         if (!gone->exact.isEmpty() || (rules && !rules->empty())) {
@@ -360,7 +360,7 @@ void TreeEdit::remove(Node& node)
 void TreeEdit::prune(Node& node)
 {
     Node* group = &node;
-    while (group->parent && !group->isAttribute && !group->isBackendRoot() &&
+    while (group->parent && !group->isAttribute() && !group->isBackendRoot() &&
            (!group->children || group->children->count == 0) &&
            !(group->backend && group->backend->contains(group->path))) {
         Node* parent = group->parent;

@@ -13,8 +13,11 @@ namespace Repository {
 void TreeEdit::mount(Backend& backend)
 {
     Node& root = ensure(backend.getName());
-    root.backend = &backend;
-    root.access = backend.getAccessMode();
+    {
+        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(root.path)).mutex);
+        root.backend = &backend;
+        root.setAccess(backend.getAccessMode());
+    }
     showDocument(backend);
 }
 
@@ -32,7 +35,7 @@ void TreeEdit::unmount(const Backend& backend)
         makeGroup(*node);
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
         node->backend = outer;
-        node->access = outer ? outer->getAccessMode() : AccessMode::ReadWrite;
+        node->setAccess(outer ? outer->getAccessMode() : AccessMode::ReadWrite);
     });
     prune(parent);
 }
@@ -56,7 +59,7 @@ void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkC
         return;
     }
     const QVariant variant = FrameworkCore::Values::toVariant(value);
-    const bool isNew = !node.isAttribute;
+    const bool isNew = !node.isAttribute();
     {
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
         if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
@@ -84,7 +87,7 @@ void TreeEdit::showDocument(Backend& backend)
 {
     reshape(backend);
     Node& root = ensure(backend.getName());
-    if (!recorder && !root.isAttribute && (!root.children || root.children->count == 0)) {
+    if (!recorder && !root.isAttribute() && (!root.children || root.children->count == 0)) {
         buildDocument(backend, root);
         return;
     }
