@@ -2,6 +2,7 @@
 
 #include "repository/Backend.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -9,7 +10,8 @@ namespace Repository {
 
 // A change of a backend's document by more than one value. While it exists, Backend::set changes nothing, so
 // that what it finds and what it leaves is the same in the document and in the tree. It lives as long as the
-// structure lock of the store is held. One thread.
+// structure lock of the store is held, and the backend as long as it does: who asked for the change may let
+// go of one that has been closed meanwhile. One thread.
 class Backend::Reshape
 {
 public:
@@ -27,7 +29,7 @@ public:
     void restoreText();
 
 private:
-    Backend& backend; // not owned
+    const std::shared_ptr<Backend> backend;
     std::optional<std::string> keptText;
 };
 

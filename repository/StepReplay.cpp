@@ -64,7 +64,6 @@ StepReplay::StepReplay(AttributeStore& attributes, Direction replayDirection)
 
 StatusCode StepReplay::run()
 {
-    const History::Mute mute;
     const bool isUndo = direction == Direction::Undo;
     auto step = store.history.take(direction);
     if (!step) {
@@ -72,12 +71,19 @@ StatusCode StepReplay::run()
                           : QStringLiteral("There is nothing to redo"));
         return StatusCode::NotFound;
     }
-    const QString name = step->name;
+    return run(*std::move(step));
+}
+
+StatusCode StepReplay::run(HistoryStep step)
+{
+    const History::Mute mute;
+    const bool isUndo = direction == Direction::Undo;
+    const QString name = step.name;
     QString reason;
     {
-        TreeEdit edit(store, rootsOf(*step), nullptr);
-        reason = replay(edit, *step);
-        store.history.settle(*std::move(step), direction, reason.isEmpty());
+        TreeEdit edit(store, rootsOf(step), nullptr);
+        reason = replay(edit, step);
+        store.history.settle(std::move(step), direction, reason.isEmpty());
     }
     if (reason.isEmpty())
         return StatusCode::Success;

@@ -24,6 +24,9 @@ public:
 
     StatusCode run();
 
+    // The same for a step that has been taken out of history; by now its backends may have been closed.
+    StatusCode run(HistoryStep step);
+
 private:
     // A step seen in the direction of the replay.
     template <typename Change>

@@ -1,4 +1,8 @@
 #include "repository/AttributeRepository.h"
+#include "repository/AttributeStore.h"
+#include "repository/Backend.h"
+#include "repository/StepReplay.h"
+#include "repository/TreeEdit.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -12,6 +16,47 @@ using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 using Repository::AttributeRepository;
+using Repository::AttributeStore;
+using Repository::Backend;
+using Repository::History;
+using Repository::HistoryStep;
+using Repository::StepReplay;
+using Repository::TreeEdit;
+
+namespace {
+
+// A store with one backend, and a step that touches it and has been taken out of its history.
+struct TakenStep
+{
+    TakenStep(const QString& file, History::Direction direction)
+    {
+        QString reason;
+        backend = Backend::open({QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite},
+                                reason);
+        store->mount(backend);
+        {
+            const History::Scope scope(store->getHistory(), QStringLiteral("Edit"));
+            store->write(QStringLiteral("m.a"), 2, 15);
+            store->create(QStringLiteral("m.s.c"), 3, 2, 3);
+        }
+        if (direction == History::Direction::Redo)
+            StepReplay(*store, History::Direction::Undo).run();
+        step = store->getHistory().take(direction);
+    }
+
+    // From here on only the step holds the backend.
+    bool close()
+    {
+        const bool isClosed = store->unmount(std::exchange(backend, nullptr)->getName(), true).isEmpty();
+        return isClosed && step && !step->changes.empty();
+    }
+
+    std::shared_ptr<AttributeStore> store = std::make_shared<AttributeStore>();
+    std::shared_ptr<Backend> backend;
+    std::optional<HistoryStep> step;
+};
+
+} // namespace
 
 class BackendClosingTest : public QObject
 {
@@ -102,6 +147,46 @@ private slots:
                                                            QStringLiteral("internal.backends.names")}));
         QCOMPARE(read(QStringLiteral("internal.backends.names")), QVariant());
         QVERIFY(!close(QStringLiteral("m")));
+    }
+
+    // Undo and redo meet the closing of a backend right after they have taken their step.
+    void meetsReplay_data()
+    {
+        QTest::addColumn<int>("direction");
+        QTest::newRow("undo") << int(History::Direction::Undo);
+        QTest::newRow("redo") << int(History::Direction::Redo);
+    }
+
+    void meetsReplay()
+    {
+        QFETCH(int, direction);
+        const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n[s]\nb=2\n");
+        TakenStep taken(file, History::Direction(direction));
+        const std::weak_ptr<Backend> watched = taken.backend;
+        QVERIFY(taken.close());
+        QVERIFY(!watched.expired());
+        QCOMPARE(StepReplay(*taken.store, History::Direction(direction)).run(*std::move(taken.step)),
+                 NotWritable);
+        taken.step.reset();
+        QVERIFY(watched.expired());
+        QCOMPARE(TestSupport::contentOf(file), QByteArray("a=1\n[s]\nb=2\n"));
+    }
+
+    void editKeepsWhatItReshapes()
+    {
+        TakenStep taken(TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n"),
+                        History::Direction::Undo);
+        const std::weak_ptr<Backend> watched = taken.backend;
+        QVERIFY(taken.close());
+        bool livesMeanwhile = false;
+        {
+            TreeEdit edit(*taken.store);
+            edit.reshape(*watched.lock());
+            taken.step.reset();
+            livesMeanwhile = !watched.expired();
+        }
+        QVERIFY(livesMeanwhile);
+        QVERIFY(watched.expired());
     }
 
     // Readers, writers and searches meet a backend that comes and goes.
