@@ -81,7 +81,8 @@ public:
 
     History& getHistory() { return history; }
 
-    // In the order of their creation. One that is closed meanwhile can still be used, and refuses edits.
+    // In the order of their creation. One that is closed meanwhile can still be used, and refuses edits and
+    // saves.
     std::vector<std::shared_ptr<Backend>> getBackends();
 
 private:

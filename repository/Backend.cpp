@@ -74,9 +74,8 @@ bool Backend::removalMovesSiblings(const QString& path) const
 
 QString Backend::edit(const std::function<Outcome(Document&)>& change)
 {
-    if (closed)
-        return QStringLiteral("the backend '%1' is being closed").arg(description.name);
-    return QString::fromStdString(content.edit(change).error);
+    const QString refusal = closedText();
+    return refusal.isEmpty() ? QString::fromStdString(content.edit(change).error) : refusal;
 }
 
 bool Backend::set(const QString& path, const Value& value, QString& reason)
@@ -167,6 +166,11 @@ bool Backend::isClosed() const
     return closed;
 }
 
+QString Backend::closedText() const
+{
+    return closed ? QStringLiteral("the backend '%1' is being closed").arg(description.name) : QString();
+}
+
 QVector<Backend::UnsavedChange> Backend::getUnsavedChanges() const
 {
     std::string before;
@@ -255,6 +259,9 @@ QString Backend::revert(const QString& path, const Reshaping& reshape)
     QString refusal;
     reshape([&] {
         const std::lock_guard lock(mutex);
+        refusal = closedText();
+        if (!refusal.isEmpty())
+            return Changes();
         return change([&] { refusal = QString::fromStdString(content.revert({relative(path)})); });
     });
     catchUp(reshape);
@@ -269,6 +276,8 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
     const bool isMine = side == ConflictSide::Mine;
     reshape([&] {
         const std::lock_guard lock(mutex);
+        if (closed)
+            return Changes();
         found = isGone && below.empty();
         if (found) {
             isGone = false;

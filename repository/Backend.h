@@ -98,8 +98,8 @@ public:
     // Whether there is something that the file does not hold.
     bool isEdited() const;
 
-    // Ends all editing, once a save under way is done. Refused with a reason when there are edits that are
-    // not to be discarded, and when it is closed already.
+    // Ends all editing and saving, once a save under way is done. Refused with a reason when there are edits
+    // that are not to be discarded, and when it is closed already.
     QString close(bool discardChanges);
     bool isClosed() const;
 
@@ -139,6 +139,7 @@ private:
     QString takeGone(Look look, const Reshaping& reshape);
 
     // mutex held
+    QString closedText() const; // empty while it is open; or saving held
     Changes change(const std::function<void()>& operation);
     QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
     QString conflictText() const;

@@ -81,8 +81,11 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
     const bool isThere = QFile::exists(description.filePath);
     {
         const std::lock_guard lock(mutex);
+        QString refusal = closedText();
+        if (!refusal.isEmpty())
+            return refusal;
         isGone = isGone && !isThere; // somebody may have put it back
-        const QString refusal = conflictText();
+        refusal = conflictText();
         if (!refusal.isEmpty())
             return QStringLiteral("%1: %2").arg(description.filePath, refusal);
         if (!content.hasEdits() && stamp.exists)
@@ -167,6 +170,8 @@ QString Backend::reload(Look look, const Reshaping& reshape)
     QString refusal;
     {
         const std::lock_guard lock(saving);
+        if (isClosed())
+            return look == Look::Asked ? closedText() : QString();
         refusal = lookAtFile(look, reshape, warning);
     }
     logWarning(warning);

@@ -189,6 +189,34 @@ private slots:
         QVERIFY(watched.expired());
     }
 
+    // Whoever has found the backend before it was closed comes too late to write what was discarded.
+    void endsSaving()
+    {
+        const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n");
+        const auto store = std::make_shared<AttributeStore>();
+        QString reason;
+        const auto backend = Backend::open(
+            {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, reason);
+        QCOMPARE(store->mount(backend), QString());
+        QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
+        QCOMPARE(store->unmount(backend->getName(), true), QString());
+        bool isReshaped = false;
+        bool isConflict = false;
+        const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
+            isReshaped = !change().empty() || isReshaped;
+        };
+        const QString refusal = QStringLiteral("the backend 'm' is being closed");
+        QCOMPARE(backend->save(reshape), refusal);
+        QCOMPARE(TestSupport::contentOf(file), QByteArray("a=1\n"));
+        TestSupport::writeFile(file, "a=5\n");
+        QCOMPARE(backend->reload(Backend::Look::Asked, reshape), refusal);
+        QCOMPARE(backend->reload(Backend::Look::Happening, reshape), QString());
+        QCOMPARE(backend->revert(QStringLiteral("m"), reshape), refusal);
+        backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, reshape, isConflict);
+        QVERIFY(!isConflict);
+        QVERIFY(!isReshaped);
+    }
+
     // Readers, writers and searches meet a backend that comes and goes.
     void closesUnderOthersHands()
     {
