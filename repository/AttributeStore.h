@@ -74,7 +74,7 @@ public:
 
     // Closes the backend and takes it out of the tree; groups that lead to backends mounted below it stay.
     // Empty on success, otherwise the reason.
-    QString unmount(const QString& name, bool discardChanges);
+    QString unmount(const std::shared_ptr<Backend>& backend, bool discardChanges);
 
     // Makes the tree below a backend's root what its document holds by now.
     void showDocument(Backend& backend);

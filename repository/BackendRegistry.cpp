@@ -161,17 +161,17 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
     const int number = watcher->watch(path, since, look);
     {
         const std::lock_guard lock(mutex);
-        watches.insert(backend->getName(), number);
+        watches.insert(backend.get(), number);
     }
     if (backend->isClosed())
-        unwatch(backend->getName());
+        unwatch(*backend);
 }
 
-void BackendRegistry::unwatch(const QString& name)
+void BackendRegistry::unwatch(const Backend& backend)
 {
     const std::lock_guard lock(mutex);
-    if (watches.contains(name))
-        watcher->unwatch(watches.take(name));
+    if (watches.contains(&backend))
+        watcher->unwatch(watches.take(&backend));
 }
 
 // Keeps the file for the caller, so that two creations at once do not both open it.
@@ -219,11 +219,12 @@ bool BackendRegistry::saveBackend(const QString& name)
 
 bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 {
-    const QString reason = store->unmount(name, discardChanges);
+    const auto backend = findBackend(*store, name);
+    const QString reason = backend ? store->unmount(backend, discardChanges) : noSuchBackend();
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
     else
-        unwatch(name);
+        unwatch(*backend);
     return reason.isEmpty();
 }
 

@@ -44,13 +44,13 @@ private:
     QString reload(Backend& backend);
     QString reserve(const QString& identity);
     void watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since);
-    void unwatch(const QString& name);
+    void unwatch(const Backend& backend);
     static QString checkDescription(const Backend::Description& description);
 
     std::shared_ptr<AttributeStore> store;
     std::mutex mutex;                            // guards what follows
     QSet<QString> opening;                       // identities of files whose backends are not mounted yet
-    QHash<QString, int> watches;                 // of the watcher, by the backends' names
+    QHash<const Backend*, int> watches;          // numbers of the watcher; of backends that are open
     std::unique_ptr<Files::FileWatcher> watcher; // not guarded; null when files are not watched
 };
 

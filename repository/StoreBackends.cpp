@@ -1,6 +1,5 @@
 #include "repository/AttributeStore.h"
 #include "repository/Backend.h"
-#include "repository/BackendLookup.h"
 #include "repository/PathRules.h"
 #include "repository/TreeEdit.h"
 
@@ -55,11 +54,8 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
     return {};
 }
 
-QString AttributeStore::unmount(const QString& name, bool discardChanges)
+QString AttributeStore::unmount(const std::shared_ptr<Backend>& backend, bool discardChanges)
 {
-    const auto backend = findBackend(*this, name);
-    if (!backend)
-        return QStringLiteral("there is no backend of that name");
     const QString reason = backend->close(discardChanges);
     if (!reason.isEmpty())
         return reason;
@@ -67,7 +63,7 @@ QString AttributeStore::unmount(const QString& name, bool discardChanges)
     TreeEdit edit(*this);
     edit.unmount(*backend);
     backends.erase(std::find(backends.begin(), backends.end(), backend));
-    edit.takeAttribute(backendNamesPath + pathSeparator + name);
+    edit.takeAttribute(backendNamesPath + pathSeparator + backend->getName());
     publishNames(edit, backends);
     return {};
 }

@@ -6,7 +6,7 @@
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
-#include <QFile>
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -47,7 +47,7 @@ struct TakenStep
     // From here on only the step holds the backend.
     bool close()
     {
-        const bool isClosed = store->unmount(std::exchange(backend, nullptr)->getName(), true).isEmpty();
+        const bool isClosed = store->unmount(std::exchange(backend, nullptr), true).isEmpty();
         return isClosed && step && !step->changes.empty();
     }
 
@@ -55,6 +55,15 @@ struct TakenStep
     std::shared_ptr<Backend> backend;
     std::optional<HistoryStep> step;
 };
+
+int countOfSystemWatches()
+{
+    int count = 0;
+    const QDir descriptors(QStringLiteral("/proc/self/fdinfo"));
+    for (const QString& name : descriptors.entryList(QDir::Files))
+        count += TestSupport::contentOf(descriptors.filePath(name)).count("inotify wd:");
+    return count;
+}
 
 } // namespace
 
@@ -65,9 +74,10 @@ class BackendClosingTest : public QObject
     std::shared_ptr<AttributeRepository> repository;
     std::unique_ptr<QTemporaryDir> folder;
 
-    bool mount(const QString& name, const QByteArray& ini)
+    bool mount(const QString& name, const QByteArray& ini, const QString& fileName = {})
     {
-        const QString file = TestSupport::writeFile(folder->filePath(name), ini);
+        const QString file =
+            TestSupport::writeFile(folder->filePath(fileName.isEmpty() ? name : fileName), ini);
         return repository->getBackendInterface()->createBackend(QStringLiteral("ini"), name,
                                                                 {file, QString(), AccessMode::ReadWrite}, 2);
     }
@@ -199,7 +209,7 @@ private slots:
             {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, reason);
         QCOMPARE(store->mount(backend), QString());
         QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
-        QCOMPARE(store->unmount(backend->getName(), true), QString());
+        QCOMPARE(store->unmount(backend, true), QString());
         bool isReshaped = false;
         bool isConflict = false;
         const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
@@ -215,6 +225,29 @@ private slots:
         backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, reshape, isConflict);
         QVERIFY(!isConflict);
         QVERIFY(!isReshaped);
+    }
+
+    // Who hears of the mount closes it at once, and mounts another file there.
+    void leavesNoWatchBehind()
+    {
+        const auto backends = repository->getBackendInterface();
+        bool isFirst = true;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("internal.backends.names"),
+            [&](auto&&...) {
+                if (!std::exchange(isFirst, false))
+                    return;
+                QVERIFY(close(QStringLiteral("m")));
+                QVERIFY(mount(QStringLiteral("m"), "b=2\n", QStringLiteral("other")));
+            },
+            8);
+        QVERIFY(mount(QStringLiteral("m"), "a=1\n"));
+        QCOMPARE(read(QStringLiteral("m.b")), QVariant(2LL));
+        TestSupport::writeFile(folder->filePath(QStringLiteral("other")), "b=3\n");
+        QTRY_COMPARE(read(QStringLiteral("m.b")), QVariant(3LL));
+        QVERIFY(countOfSystemWatches() > 0);
+        QVERIFY(close(QStringLiteral("m")));
+        QTRY_COMPARE(countOfSystemWatches(), 0);
     }
 
     // Readers, writers and searches meet a backend that comes and goes.
