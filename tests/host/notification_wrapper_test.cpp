@@ -10,6 +10,7 @@
 #include <QWriteLocker>
 
 #include <atomic>
+#include <future>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -175,6 +176,34 @@ private slots:
         QVERIFY2(watcher.delivered.size() <= pictures, qPrintable(QString::number(watcher.delivered.size())));
         for (int i = 1; i < watcher.delivered.size(); ++i)
             QVERIFY(watcher.delivered.at(i - 1).toInt() <= watcher.delivered.at(i).toInt());
+    }
+
+    // The callback of an older write comes after that of a newer one.
+    void deliversTheNewestOfTwoWriters()
+    {
+        write(0);
+        std::promise<void> held;
+        std::promise<void> goOn;
+        std::atomic<bool> isFirst{true};
+        const auto registration = repository->getNotificationInterface()->registerUpdateCallback(
+            path,
+            [&](auto&&...) {
+                if (!isFirst.exchange(false))
+                    return;
+                held.set_value();
+                goOn.get_future().wait();
+            },
+            8);
+        Watcher watcher(false, true);
+        watcher.wrapper.setActive(true);
+        std::thread older([this] { write(1); });
+        held.get_future().wait();
+        write(2);
+        QTRY_COMPARE(watcher.delivered, QStringList(QStringLiteral("2")));
+        goOn.set_value();
+        older.join();
+        QTRY_COMPARE(watcher.delivered, QStringList({QStringLiteral("2"), QStringLiteral("2")}));
+        registration->end();
     }
 
     void callbacksMayStopOrDestroyTheWrapper_data()

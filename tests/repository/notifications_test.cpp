@@ -305,6 +305,45 @@ private slots:
         QVERIFY(watched.expired());
     }
 
+    // The callback of one write is held up while another thread writes: whoever reads the value in the
+    // callback has the last one in the end, whatever the callbacks bring.
+    void lastReadIsTheNewest()
+    {
+        create(QStringLiteral("x"), 0);
+        std::promise<void> held;
+        std::promise<void> goOn;
+        std::atomic<bool> isFirst{true};
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("x"),
+            [&](auto&&...) {
+                if (!isFirst.exchange(false))
+                    return;
+                held.set_value();
+                goOn.get_future().wait();
+            },
+            8);
+        QList<int> brought;
+        QList<int> found;
+        repository->getNotificationInterface()->registerUpdateCallback(
+            QStringLiteral("x"),
+            [&](const QString& path, const UpdatePoint&, const UpdateResult&, const QVariant& value,
+                const QString&) {
+                QVariant current;
+                repository->getReaderInterface()->readAttributeValue(path, current, 0);
+                brought.append(value.toInt());
+                found.append(current.toInt());
+            },
+            8);
+        std::thread first([this] { write(QStringLiteral("x"), 1); });
+        held.get_future().wait();
+        write(QStringLiteral("x"), 2);
+        goOn.set_value();
+        first.join();
+        QCOMPARE(found, QList<int>({2, 2}));
+        std::sort(brought.begin(), brought.end());
+        QCOMPARE(brought, QList<int>({1, 2})); // each write is told
+    }
+
     // Registering, ending and writing at once lose no update of a registration that lasts, and keep none that
     // has ended.
     void threadsLoseNoUpdate()

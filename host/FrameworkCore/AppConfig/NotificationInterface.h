@@ -27,6 +27,15 @@ public:
     // to come. A path with "*" is a pattern: "*" stands for any run of characters, separators included.
     // points is the sum of the UpdatePoints to listen to. The callback runs on the thread of the operation;
     // what it captures must live until the registration is ended. Empty when the path or pattern is invalid.
+    //
+    // Every operation that succeeds calls back, once for each point, before it returns, with what it has set;
+    // by then the attribute holds that or something newer. Operations of one thread call back in their order.
+    // Those of several threads on one attribute may call back in either order, or at the same time, and so
+    // may an operation and one that a callback of it makes: the last call need not bring the last value. Who
+    // keeps the newest value takes a lock of its own in the callback, reads the value there and stores it
+    // before the lock is released; or it only notes that there was a call and reads later, as
+    // Utilities::NotificationWrapper does. Either way nothing is missed, since something newer brings a call
+    // of its own after it is there to be read.
     virtual std::shared_ptr<RegistrationInterface> registerUpdateCallback(const QString& pathOrPattern,
                                                                           const UpdateCallback& callback,
                                                                           const int& points) = 0;
