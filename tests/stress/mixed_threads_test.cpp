@@ -194,7 +194,7 @@ private slots:
             worker->getFiles().endListening();
         faults += workers.front()->getFiles().compare();
         QCOMPARE(faults.join(QLatin1Char('\n')), QString());
-        QTRY_VERIFY2(desk.agrees(), qPrintable(desk.difference()));
+        QTRY_VERIFY2_WITH_TIMEOUT(desk.agrees(), qPrintable(desk.difference()), 60000);
         Utilities::SetAppConfigRepositoryInterface({});
     }
 };
