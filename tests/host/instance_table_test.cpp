@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QThread>
 
+#include <algorithm>
 #include <atomic>
 #include <stdexcept>
 #include <thread>
@@ -155,6 +156,54 @@ private slots:
         }
         QCOMPARE(caught, QStringLiteral("no display"));
         QCOMPARE(table.remove({}, identification), 0);
+    }
+
+    void oneIsMadeForManyAtOnce_data()
+    {
+        QTest::addColumn<int>("failures"); // of the first creations
+        QTest::newRow("all goes well") << 0;
+        QTest::newRow("the first two fail") << 2;
+    }
+
+    // Each caller has looked for an application and waits for the GUI thread before the first is made.
+    void oneIsMadeForManyAtOnce()
+    {
+        QFETCH(const int, failures);
+        constexpr int threadCount = 8;
+        Table table;
+        std::atomic<int> asking{0};
+        std::atomic<int> failed{0};
+        std::atomic<int> running{threadCount};
+        int tried = 0; // this and the next on the GUI thread
+        int made = 0;
+        const Table::Creator create = [&](const QString&, const auto& reader) {
+            if (tried++ < failures)
+                throw std::runtime_error("not yet");
+            ++made;
+            return std::make_shared<Application>(reader);
+        };
+        std::vector<std::shared_ptr<Application>> got(threadCount);
+        std::vector<std::thread> threads;
+        for (size_t i = 0; i < threadCount; ++i) {
+            threads.emplace_back([&, i] {
+                ++asking;
+                try {
+                    got[i] = table.getOrCreate({}, identification, create);
+                } catch (const std::runtime_error&) {
+                    ++failed;
+                }
+                --running;
+            });
+        }
+        while (asking != threadCount)
+            std::this_thread::yield();
+        QTRY_COMPARE(running.load(), 0);
+        for (std::thread& thread : threads)
+            thread.join();
+        QCOMPARE(made, 1);
+        QCOMPARE(failed.load(), failures);
+        const auto kept = table.getOrCreate({}, identification);
+        QCOMPARE(std::count(got.begin(), got.end(), kept), threadCount - failures);
     }
 
     void anyThreadMayAsk()

@@ -14,8 +14,9 @@
 namespace Utilities::ApplicationPlugins {
 
 // Keeps the one application of each GUI context and identification. Any thread; applications are made on the
-// GUI thread. The mutex guards the map alone: neither the reader nor an application's making or end runs
-// under it, since each may come back here.
+// GUI thread, one after the other, so that of several callers at once the first has it made and all get it.
+// The mutex guards the map alone: neither the reader nor an application's making or end runs under it, since
+// each may come back here.
 template <typename Application>
 class ApplicationInstanceToContextMapper
 {
@@ -31,15 +32,15 @@ public:
         const QString key = contextKey(reader, identification);
         if (std::shared_ptr<Application> present = find(key))
             return present;
-        std::shared_ptr<Application> made;
+        std::shared_ptr<Application> application;
         runOnGuiThread([&] {
-            if (creator)
-                made = creator(key, reader);
-            else
-                made = std::make_shared<Application>(reader);
+            application = find(key); // another caller's, made while this one waited for the GUI thread
+            if (application)
+                return;
+            application = creator ? creator(key, reader) : std::make_shared<Application>(reader);
+            store(key, application);
         });
-        store(key, made);
-        return made;
+        return application;
     }
 
     // Gives the number of applications that were removed.
@@ -66,7 +67,7 @@ private:
         return instances.value(key);
     }
 
-    // An application that was stored meanwhile under the same key is replaced.
+    // An application that its own making has stored under the same key is replaced.
     void store(const QString& key, std::shared_ptr<Application> application)
     {
         const AnnotatedMutexLocker locker(mutex);
