@@ -1,13 +1,14 @@
 #include "app/VantryApplication.h"
 #include "host/Shared/Logging/LogHandler.h"
 #include "host/Utilities/ApplicationPlugins/ApplicationInstanceToContextMapper.h"
+#include "host/Utilities/ApplicationPlugins/ContractVersion.h"
 
 #include <QStringList>
 
 #include <mutex>
 
-// The three functions by which a host uses this module, on any thread. The first call of each names the
-// process's log, so the last of these names stays.
+// The three functions by which a host uses this module, on any thread, and the version of the contract
+// between the two. The first call of each names the process's log, so the last of these names stays.
 
 using Shared::GuiContexts::ReaderInterface;
 using Shared::Logging::LogHandler;
@@ -24,6 +25,8 @@ InstanceTable& instanceTable()
 }
 
 } // namespace
+
+const int applicationContractVersion = Utilities::ApplicationPlugins::ContractVersion;
 
 // Appends the identification of the application that this module offers.
 extern "C" Q_DECL_EXPORT bool loadApplicationIdentifier(void* /*host*/, QStringList& identifications)

@@ -134,8 +134,8 @@ private slots:
         QVERIFY2(nm.waitForFinished(), qPrintable(nm.errorString()));
         QList<QByteArray> names = nm.readAllStandardOutput().trimmed().split('\n');
         std::sort(names.begin(), names.end());
-        QCOMPARE(names, (QList<QByteArray>{"loadApplicationByIdentification", "loadApplicationIdentifier",
-                                           "unloadApplicationByIdentification"}));
+        QCOMPARE(names, (QList<QByteArray>{"applicationContractVersion", "loadApplicationByIdentification",
+                                           "loadApplicationIdentifier", "unloadApplicationByIdentification"}));
     }
 
     void namesItselfBehindWhatIsThere()
