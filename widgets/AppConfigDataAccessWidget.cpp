@@ -9,6 +9,7 @@
 #include "widgets/DateTimeEditWidget.h"
 #include "widgets/LineEditWidget.h"
 #include "widgets/ListWidget.h"
+#include "widgets/PageWindow.h"
 #include "widgets/SeenPartDelegate.h"
 
 #include <QApplication>
@@ -186,6 +187,7 @@ void AppConfigDataAccessWidget::showListView(QModelIndex /*selectedIndex*/, QStr
                                              QVariant& attributeValue)
 {
     auto* const window = new Widgets::ListWidget(nullptr, attributeFullPath, attributeValue);
+    Widgets::deleteWith(*this, *window);
     window->show();
     listWidget = window;
 }

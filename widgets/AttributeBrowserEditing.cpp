@@ -7,6 +7,7 @@
 #include "widgets/DateTimeEditWidget.h"
 #include "widgets/LineEditWidget.h"
 #include "widgets/ListWidget.h"
+#include "widgets/PageWindow.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -51,8 +52,8 @@ void AttributeBrowserWidget::editAttributeBasedOnDataType(QModelIndex selectedIn
 void AttributeBrowserWidget::showListView(QModelIndex selectedIndex, QString attributeFullPath,
                                           QVariant& attributeValue)
 {
-    // It is hidden when it is closed, and stays until the program ends.
     auto* const editor = new ListWidget(nullptr, attributeFullPath, attributeValue);
+    deleteWith(*this, *editor); // until then it is hidden when it is closed
     editor->show();
     activeEditor = editor;
     contextIndex = selectedIndex;

@@ -9,6 +9,7 @@
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 #include "widgets/BackendCreateWidget.h"
+#include "widgets/PageWindow.h"
 
 #include <QCursor>
 #include <QMenu>
@@ -212,6 +213,7 @@ void AttributeBrowserWidget::onBtnImportClicked()
 void AttributeBrowserWidget::on_newBackendClicked()
 {
     const QPointer<BackendCreateWidget> dialog = new BackendCreateWidget(nullptr, pathOf(contextIndex));
+    deleteWith(*this, *dialog);
     dialog->show();
     connect(dialog, SIGNAL(backendCreatedSuccess()), this, SLOT(onBtnReadAttributeClicked()));
 }

@@ -1,23 +1,14 @@
 #include "widgets/AttributeTestsWidget.h"
 
 #include "host/Utilities/RepositoryAccess.h"
+#include "host/Utilities/UpdateCounter.h"
 #include "ui_AttributeTestsWidget.h"
 
 #include <QElapsedTimer>
 
-#include <atomic>
-
 namespace Widgets {
 
-namespace {
-
-using FrameworkCore::Notification::UpdatePoint;
-using FrameworkCore::Notification::UpdateResult;
-
-// Notifications since the start of the last run, of all pages of the process.
-std::atomic<qint32> updateCounter{0};
-
-} // namespace
+using Utilities::UpdateCounter;
 
 AttributeTestsWidget::AttributeTestsWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::AttributeTestsWidget>())
@@ -29,7 +20,7 @@ AttributeTestsWidget::~AttributeTestsWidget() = default;
 
 void AttributeTestsWidget::on_btnCreate_clicked()
 {
-    updateCounter = 0;
+    UpdateCounter::reset();
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
     bool isNumber = false;
     const int count = ui->edtNumber->text().toInt(&isNumber, 10);
@@ -37,10 +28,8 @@ void AttributeTestsWidget::on_btnCreate_clicked()
         ui->lblStatus->setText(tr("Invalid count entered"));
         return;
     }
-    const auto countUpdate = [](const QString&, const UpdatePoint&, const UpdateResult&, const QVariant&,
-                                const QString&) { ++updateCounter; };
-    const auto countWildcardUpdate = [](const QString&, const UpdatePoint&, const UpdateResult&,
-                                        const QVariant&, const QString&) { ++updateCounter; };
+    const auto countUpdate = UpdateCounter::countOfPath();
+    const auto countWildcardUpdate = UpdateCounter::countOfPattern();
     const QString pathText = QString::fromLatin1("demo.%1");
     const QString patternText = QString::fromLatin1("demo.%1*");
     const QString valueText = QString::fromLatin1("%1");
@@ -58,12 +47,12 @@ void AttributeTestsWidget::on_btnCreate_clicked()
     ui->lblStatus->setText(tr("Created %1 attributes in %2 ms (counter =  %3)")
                                .arg(count)
                                .arg(timer.elapsed())
-                               .arg(updateCounter.load()));
+                               .arg(UpdateCounter::getCount()));
 }
 
 void AttributeTestsWidget::on_btnUpdate_clicked()
 {
-    updateCounter = 0;
+    UpdateCounter::reset();
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
     bool isNumber = false;
     const int count = ui->edtNumber->text().toInt(&isNumber, 10);
@@ -79,12 +68,12 @@ void AttributeTestsWidget::on_btnUpdate_clicked()
     ui->lblStatus->setText(tr("Update %1 attributes in %2 ms (counter =  %3)")
                                .arg(count)
                                .arg(timer.elapsed())
-                               .arg(updateCounter.load()));
+                               .arg(UpdateCounter::getCount()));
 }
 
 void AttributeTestsWidget::on_btnReadCounter_clicked()
 {
-    ui->lblCounter->setText(tr("Counter: %1").arg(updateCounter.load()));
+    ui->lblCounter->setText(tr("Counter: %1").arg(UpdateCounter::getCount()));
 }
 
 } // namespace Widgets

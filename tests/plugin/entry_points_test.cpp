@@ -1,6 +1,7 @@
 #include "host/Shared/Logging/LogHandler.h"
 #include "host/Utilities/ApplicationPlugins/ApplicationPlugin.h"
 #include "host/Utilities/ApplicationWidgets/ApplicationWidget.h"
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/plugin/FixedContext.h"
 #include "tests/support/FakeRepository.h"
@@ -8,14 +9,26 @@
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QEventLoop>
 #include <QFile>
 #include <QLibrary>
+#include <QLineEdit>
 #include <QPixmapCache>
 #include <QProcess>
+#include <QPushButton>
+#include <QTableView>
 #include <QThread>
+#include <QTimer>
+#include <QTreeView>
 
+#include <algorithm>
 #include <atomic>
+#include <dlfcn.h>
+#include <functional>
 #include <vector>
+
+Q_DECLARE_METATYPE(std::function<void(QWidget&)>)
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 extern "C" size_t __sanitizer_get_current_allocated_bytes(); // g++ has no header for it
@@ -122,6 +135,7 @@ private slots:
     {
         repository = std::make_shared<FakeRepository>();
         Utilities::SetAppConfigRepositoryInterface(repository);
+        repository->set(QStringLiteral("plant.list"), QStringList{QStringLiteral("a"), QStringLiteral("b")});
     }
 
     void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
@@ -134,8 +148,9 @@ private slots:
         QVERIFY2(nm.waitForFinished(), qPrintable(nm.errorString()));
         QList<QByteArray> names = nm.readAllStandardOutput().trimmed().split('\n');
         std::sort(names.begin(), names.end());
-        QCOMPARE(names, (QList<QByteArray>{"applicationContractVersion", "loadApplicationByIdentification",
-                                           "loadApplicationIdentifier", "unloadApplicationByIdentification"}));
+        QCOMPARE(names,
+                 (QList<QByteArray>{"applicationContractVersion", "loadApplicationByIdentification",
+                                    "loadApplicationIdentifier", "unloadApplicationByIdentification"}));
     }
 
     void namesItselfBehindWhatIsThere()
@@ -226,18 +241,24 @@ private slots:
         QVERIFY(module.unload(reader));
     }
 
+    void mayBeCalledOnAnyThread_data()
+    {
+        QTest::addColumn<int>("contexts"); // that eight threads share
+        QTest::newRow("one context") << 1;
+        QTest::newRow("two threads for each context") << 4;
+    }
+
     void mayBeCalledOnAnyThread()
     {
+        QFETCH(int, contexts);
         const Module module;
         constexpr int threadCount = 8;
         std::vector<Application> loaded(threadCount);
         std::vector<std::unique_ptr<QThread>> threads;
         std::atomic<int> running{threadCount};
-        for (size_t i = 0; i < threadCount; ++i) {
+        for (int i = 0; i < threadCount; ++i) {
             threads.emplace_back(QThread::create([&, i] {
-                // Two threads for each context.
-                const Reader reader = FixedContext::create({QString::number(i / 2)});
-                loaded[i] = module.load(reader);
+                loaded[size_t(i)] = module.load(contextOf(i % contexts));
                 --running;
             }));
             threads.back()->start();
@@ -245,16 +266,13 @@ private slots:
         QTRY_COMPARE(running.load(), 0); // widgets are made on this thread meanwhile
         for (const auto& thread : threads)
             thread->wait();
-        for (size_t i = 0; i < threadCount; ++i) {
-            const Reader reader = FixedContext::create({QString::number(i / 2)});
-            QVERIFY(loaded[i]);
-            QCOMPARE(loaded[i]->getWidgetByType(ApplicationWidgetType::Main)->thread(), thread());
-            if (i % 2 == 0) {
-                const Application kept = module.load(reader);
-                QVERIFY(kept == loaded[i] || kept == loaded[i + 1]);
-                QVERIFY(module.unload(reader));
-            }
+        for (int i = 0; i < threadCount; ++i) {
+            QVERIFY(loaded[size_t(i)]);
+            QCOMPARE(loaded[size_t(i)], loaded[size_t(i % contexts)]);
+            QCOMPARE(loaded[size_t(i)]->getWidgetByType(ApplicationWidgetType::Main)->thread(), thread());
         }
+        for (int i = 0; i < contexts; ++i)
+            QVERIFY(module.unload(contextOf(i)));
     }
 
     void thousandCyclesDoNotGrow()
@@ -278,22 +296,173 @@ private slots:
         QVERIFY2(growth <= 2048, qPrintable(QStringLiteral("grown by %1 KiB").arg(growth)));
     }
 
+    void isReallyUnmapped_data()
+    {
+        using Use = std::function<void(QWidget&)>; // of the main widget
+        QTest::addColumn<Use>("use");
+        QTest::newRow("shown") << Use([](QWidget&) {});
+        QTest::newRow("list editor of the tree") << Use([](QWidget& main) {
+            auto& tree = *main.findChild<QTreeView*>(QStringLiteral("treeView"));
+            QTest::mouseClick(main.findChild<QPushButton*>(QStringLiteral("btnReadAttribute")),
+                              Qt::LeftButton);
+            QTRY_VERIFY(tree.model()->rowCount() > 0);
+            tree.expandAll();
+            const QModelIndex list = tree.model()
+                                         ->match(tree.model()->index(0, 0), Qt::DisplayRole,
+                                                 QStringLiteral("list"), 1, Qt::MatchRecursive)
+                                         .value(0);
+            tree.setCurrentIndex(list.sibling(list.row(), 1));
+            QVERIFY(QMetaObject::invokeMethod(&pageOf(main), "onAttributeUpdateSelected"));
+            QCOMPARE(windowsOf("Widgets::ListWidget"), 1);
+        });
+        QTest::newRow("list editors of the monitor") << Use([](QWidget& main) {
+            auto& monitor = *main.findChild<QTableView*>(QStringLiteral("appConfigDataAccessWidget"));
+            auto& model = *qobject_cast<Utilities::ModelViews::AdvancedAttributeModel*>(monitor.model());
+            model.loadCustomAttributeList({QStringLiteral("plant.list")});
+            monitor.setCurrentIndex(model.index(0, 1));
+            for (int i = 0; i < 2; ++i)
+                QVERIFY(QMetaObject::invokeMethod(&monitor, "onAttributeUpdateSelected"));
+            QCOMPARE(windowsOf("Widgets::ListWidget"), 2);
+            for (QWidget* const window : QApplication::topLevelWidgets()) {
+                if (window->inherits("Widgets::ListWidget"))
+                    window->close(); // which only hides it
+            }
+        });
+        QTest::newRow("dialog of a new backend") << Use([](QWidget& main) {
+            QVERIFY(QMetaObject::invokeMethod(&pageOf(main), "on_newBackendClicked"));
+            QCOMPARE(windowsOf("Widgets::BackendCreateWidget"), 1);
+        });
+        QTest::newRow("closed dialog of a new backend") << Use([](QWidget& main) {
+            QVERIFY(QMetaObject::invokeMethod(&pageOf(main), "on_newBackendClicked"));
+            for (QWidget* const window : QApplication::topLevelWidgets()) {
+                if (window->inherits("Widgets::BackendCreateWidget"))
+                    window->close(); // it deletes itself later
+            }
+        });
+        QTest::newRow("load test") << Use([](QWidget& main) {
+            main.findChild<QLineEdit*>(QStringLiteral("edtNumber"))->setText(QStringLiteral("3"));
+            main.findChild<QCheckBox*>(QStringLiteral("chkWildcard"))->setChecked(true);
+            main.findChild<QPushButton*>(QStringLiteral("btnCreate"))->click();
+        });
+    }
+
+    // Nothing may be left that runs code of the module or has it called.
     void isReallyUnmapped()
     {
-        for (int cycle = 0; cycle < 20; ++cycle) {
+        QFETCH(std::function<void(QWidget&)>, use);
+        const int windows = QApplication::topLevelWidgets().size();
+        for (int cycle = 0; cycle < 5; ++cycle) {
             QVERIFY(!isMapped());
             {
                 const Module module;
                 QVERIFY(isMapped());
-                useOnce(module);
+                useOnce(module, use);
+                if (QTest::currentTestFailed())
+                    return;
             }
-            QCoreApplication::processEvents(); // nothing may be left that runs code of the module
+            QVERIFY(!isMapped());
+            QCOMPARE(QApplication::topLevelWidgets().size(), windows);
+            QApplication::setPalette(cycle % 2 == 0 ? QPalette(Qt::gray) : QPalette());
+            QApplication::closeAllWindows();
+            QCoreApplication::processEvents();
+            for (int i = 0; i < 3; ++i)
+                repository->set(QStringLiteral("demo.%1").arg(i), cycle);
         }
         QVERIFY(!isMapped());
     }
 
+    void aWorkerMayDropTheLastAndUnload()
+    {
+        auto module = std::make_unique<const Module>();
+        const Reader reader = FixedContext::create({QStringLiteral("desk")});
+        Application application = module->load(reader);
+        const QPointer<QWidget> main = application->getWidgetByType(ApplicationWidgetType::Main).data();
+        main->show();
+        const std::unique_ptr<QThread> worker(QThread::create([&] {
+            module->unload(reader);
+            application.reset();
+            module.reset();
+        }));
+        worker->start();
+        worker->wait();
+        // The widgets are still there, since this thread was busy, and so is their code.
+        QVERIFY(main && isMapped());
+        main->repaint();
+        QTRY_VERIFY(!main);
+        QVERIFY(!isMapped());
+    }
+
+    // As behind a dialog of the module, which goes on when the loop has ended.
+    void staysMappedUnderAnInnerLoop()
+    {
+        auto module = std::make_unique<const Module>();
+        const Reader reader = FixedContext::create({QStringLiteral("desk")});
+        Application application = module->load(reader);
+        const QPointer<QWidget> main = application->getWidgetByType(ApplicationWidgetType::Main).data();
+        const std::unique_ptr<QThread> worker(QThread::create([&] {
+            module->unload(reader);
+            application.reset();
+            module.reset();
+        }));
+        QEventLoop outer;
+        bool isMappedInside = false;
+        QTimer::singleShot(0, &outer, [&] {
+            QEventLoop inner;
+            connect(main, &QObject::destroyed, &inner, &QEventLoop::quit, Qt::QueuedConnection);
+            worker->start();
+            inner.exec();
+            isMappedInside = isMapped();
+            outer.quit();
+        });
+        outer.exec();
+        worker->wait();
+        QVERIFY(!main);
+        QVERIFY(isMappedInside);
+        // It stays for good, so this test takes it away.
+        void* const mapping = dlopen(VANTRY_MODULE, RTLD_NOW | RTLD_NOLOAD);
+        QVERIFY(mapping);
+        dlclose(mapping);
+        dlclose(mapping);
+        QVERIFY(!isMapped());
+    }
+
+    void aHostMayEndWithoutUnloading_data()
+    {
+        QTest::addColumn<QString>("keeper"); // of the application
+        for (const char* const keeper : {"table", "host", "window"})
+            QTest::newRow(keeper) << QString::fromLatin1(keeper);
+    }
+
+    void aHostMayEndWithoutUnloading()
+    {
+        QFETCH(QString, keeper);
+        QProcess host;
+        host.setProcessChannelMode(QProcess::ForwardedChannels);
+        host.start(QStringLiteral(CARELESS_HOST), {QStringLiteral(VANTRY_MODULE), keeper});
+        QVERIFY2(host.waitForFinished(), qPrintable(host.errorString()));
+        QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(host.exitCode(), 0);
+    }
+
 private:
-    void useOnce(const Module& module)
+    static Reader contextOf(int number) { return FixedContext::create({QString::number(number)}); }
+
+    static QWidget& pageOf(QWidget& main)
+    {
+        QWidget* page = main.findChild<QTreeView*>(QStringLiteral("treeView"));
+        while (!page->inherits("Widgets::AttributeBrowserWidget"))
+            page = page->parentWidget();
+        return *page;
+    }
+
+    static int windowsOf(const char* name)
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        return int(std::count_if(windows.begin(), windows.end(),
+                                 [name](const QWidget* window) { return window->inherits(name); }));
+    }
+
+    void useOnce(const Module& module, const std::function<void(QWidget&)>& use = {})
     {
         const Reader reader = FixedContext::create({QStringLiteral("desk")});
         QCOMPARE(module.identifications(), QStringList(identification));
@@ -302,6 +471,8 @@ private:
             application->getWidgetByType(type)->show();
         repository->set(QStringLiteral("desk.instances.Vantry.state"), QStringLiteral("attributes"));
         QCoreApplication::processEvents();
+        if (use)
+            use(*application->getWidgetByType(ApplicationWidgetType::Main));
         QVERIFY(module.unload(reader));
         application.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -2,9 +2,71 @@
 
 #include "host/Utilities/GuiThread.h"
 
+#include <QCoreApplication>
+#include <QFile>
+#include <QThread>
+
+#include <algorithm>
+#include <dlfcn.h>
+#include <utility>
+#include <vector>
+
 namespace Utilities::ApplicationPlugins {
 
 using ApplicationWidgets::ApplicationWidget;
+
+namespace {
+
+using Widget = QPointer<ApplicationWidget>;
+
+// The widgets of all applications. A host may end Qt's application first, and what it has not dropped by
+// then goes with it: at the process's end nothing is left of what a widget needs. GUI thread.
+class LivingWidgets
+{
+public:
+    static void add(const Widget& widget)
+    {
+        if (!std::exchange(isDeletedAtEnd, true))
+            qAddPostRoutine(deleteAll);
+        widgets.push_back(widget);
+    }
+
+    static void remove(const Widget& widget)
+    {
+        delete widget;
+        widgets.erase(std::remove(widgets.begin(), widgets.end(), nullptr), widgets.end());
+    }
+
+private:
+    static void deleteAll()
+    {
+        isDeletedAtEnd = false;
+        for (const Widget& widget : std::exchange(widgets, {}))
+            delete widget;
+    }
+
+    static std::vector<Widget> widgets;
+    static bool isDeletedAtEnd;
+};
+
+std::vector<Widget> LivingWidgets::widgets;
+bool LivingWidgets::isDeletedAtEnd = false;
+
+// A reference to the plug-in's mapping; null when the file is not loaded.
+void* holdMapping(const QFileInfo& file)
+{
+    return file.filePath().isEmpty() ? nullptr
+                                     : dlopen(QFile::encodeName(file.filePath()), RTLD_NOW | RTLD_NOLOAD);
+}
+
+// In an inner event loop functions of the plug-in may be waiting to go on, so there it stays mapped for good.
+void releaseMapping(void* mapping)
+{
+    if (mapping && QThread::currentThread()->loopLevel() <= 1)
+        dlclose(mapping);
+}
+
+} // namespace
 
 ApplicationPluginInterface::~ApplicationPluginInterface() = default;
 
@@ -18,14 +80,23 @@ ApplicationPlugin::ApplicationPlugin(
       icon(applicationIcon), controlWidget(applicationControlWidget), mainWidget(applicationMainWidget),
       settingsGroup(sharedSettingsGroup), moduleFile(pluginFile)
 {
+    LivingWidgets::add(controlWidget);
+    LivingWidgets::add(mainWidget);
 }
 
 ApplicationPlugin::~ApplicationPlugin()
 {
-    // The pointers are looked at on the GUI thread only: the host may be deleting the widgets just now.
-    postToGuiThread([control = controlWidget, main = mainWidget] {
-        delete control;
-        delete main;
+    if (isOnGuiThread()) {
+        LivingWidgets::remove(controlWidget);
+        LivingWidgets::remove(mainWidget);
+        return;
+    }
+    // The pointers are looked at on the GUI thread only: the host may be deleting the widgets just now. When
+    // this returns, the caller may unload the plug-in, whose code the widgets still need.
+    postToGuiThread([control = controlWidget, main = mainWidget, mapping = holdMapping(moduleFile)] {
+        LivingWidgets::remove(control);
+        LivingWidgets::remove(main);
+        releaseMapping(mapping);
     });
 }
 

@@ -9,7 +9,8 @@
 namespace Utilities::ApplicationPlugins {
 
 // Base of an application: keeps what it was made with, and answers the host from it. Made on the GUI thread;
-// may be dropped on any, its widgets, if they are still there, then go on the GUI thread.
+// may be dropped on any. Its widgets, if they are still there, go on the GUI thread, and until then the
+// plug-in stays mapped. They go with Qt's application at the latest.
 class VANTRY_HOST_EXPORT ApplicationPlugin : public ApplicationPluginInterface, public GuiContextVisitor
 {
 public:
