@@ -4,8 +4,6 @@
 #include "repository/documents/SameValue.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 namespace Fuzz {
 
@@ -316,15 +314,6 @@ std::string DocumentExercise::takePath()
     default:
         return joined(near, names[choose(std::size(names))]);
     }
-}
-
-void exerciseOrAbort(std::string_view format, const unsigned char* data, std::size_t size)
-{
-    const std::string broken = DocumentExercise(format, {reinterpret_cast<const char*>(data), size}).run();
-    if (broken.empty())
-        return;
-    std::fprintf(stderr, "%s", broken.c_str());
-    std::abort();
 }
 
 } // namespace Fuzz

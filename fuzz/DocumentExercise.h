@@ -56,7 +56,4 @@ private:
     std::string action;         // the present edit, in words
 };
 
-// Runs the exercise and aborts, with the reason on stderr, when something is broken.
-void exerciseOrAbort(std::string_view format, const unsigned char* data, std::size_t size);
-
 } // namespace Fuzz

@@ -1,7 +1,8 @@
 #include "fuzz/DocumentExercise.h"
+#include "fuzz/Target.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
-    Fuzz::exerciseOrAbort("xml", data, size);
-    return 0;
+    return Fuzz::runTarget([](std::string_view input) { return Fuzz::DocumentExercise("xml", input).run(); },
+                           data, size);
 }

@@ -1,15 +1,8 @@
+#include "fuzz/Target.h"
 #include "fuzz/XmlScannerCheck.h"
-
-#include <cstdio>
-#include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
 {
-    const Fuzz::XmlScannerCheck check =
-        Fuzz::checkXmlScanner(std::string(reinterpret_cast<const char*>(data), size));
-    if (!check.fault.empty()) {
-        std::fprintf(stderr, "%s\n", check.fault.c_str());
-        std::abort();
-    }
-    return 0;
+    return Fuzz::runTarget(
+        [](std::string_view input) { return Fuzz::checkXmlScanner(std::string(input)).fault; }, data, size);
 }

@@ -15,12 +15,14 @@ ROOMS = {
     "app": ["app", "widgets", "host"],
     "widgets": ["app", "widgets", "host"],
     "desk": ["desk", "host", "repository", "files"],
+    "fuzz/program": ["fuzz", "cli", "host", "repository", "files"],
     "fuzz": ["fuzz", "repository/documents", "host/FrameworkCore/Values"],
     "cli": ["cli", "repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
 }
 
-# Files that fuzzers compile without Qt.
-QT_FREE = ["files/", "fuzz/", "repository/documents/", "host/FrameworkCore/Values/Value."]
+# What is compiled without Qt, so that fuzzers see all of it.
+QT_FREE_ROOMS = ["files", "fuzz", "repository/documents"]
+QT_FREE_FILES = "host/FrameworkCore/Values/Value."
 # What only programs with a display may include.
 WIDGETS = re.compile(r"<Q(Widget|Application|Icon|Pixmap|Gui|Main|Dialog|Line|Combo|Tree|Table|Abstract(Button|ItemView))")
 DISPLAY_FREE = ["files/", "host/FrameworkCore/", "host/Shared/Logging/", "repository/", "cli/"]
@@ -35,7 +37,7 @@ def room_of(path):
 def complaint(path, quoted, angled):
     """What is wrong with one include line of a file; None when it may stand."""
     if angled:
-        if angled.startswith("<Q") and any(path.startswith(start) for start in QT_FREE):
+        if angled.startswith("<Q") and (room_of(path) in QT_FREE_ROOMS or path.startswith(QT_FREE_FILES)):
             return "is compiled without Qt"
         if WIDGETS.match(angled) and any(path.startswith(start) for start in DISPLAY_FREE):
             return "needs no display"

@@ -1,0 +1,258 @@
+#include "cli/CommandTable.h"
+#include "cli/Invocation.h"
+#include "cli/Output.h"
+#include "cli/Program.h"
+#include "cli/TypedText.h"
+#include "cli/Usage.h"
+#include "fuzz/program/Exercises.h"
+#include "fuzz/program/ScratchFolder.h"
+#include "fuzz/program/Texts.h"
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/Document.h"
+#include "repository/documents/TypeMark.h"
+
+#include <QMap>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace Fuzz {
+
+using CommandLine::ExitCode;
+using CommandLine::Invocation;
+using CommandLine::TypedText;
+
+namespace {
+
+constexpr std::size_t mostWords = 12;
+
+using Files = QMap<QString, QByteArray>;
+
+const Files& presentFiles()
+{
+    static const Files files{{QStringLiteral("app.ini"),
+                              "; kept\nk = text\n[server]\nport = 8080\n; type: date\nsince = 2024-02-29\n"},
+                             {QStringLiteral("app.json"),
+                              "{\n    \"k\": \"text\",\n    \"server\": {\"port\": 8080, \"up\": true}\n}\n"},
+                             {QStringLiteral("app.xml"), "<r a='1'>\n  <k>text</k><k/>\n</r>\n"},
+                             {QStringLiteral("app.txt"), "# kept\nk = text\nserver.port = 8080\n"}};
+    return files;
+}
+
+// What the program writes to one of its streams, while this lives.
+class Capture
+{
+public:
+    explicit Capture(FILE*& captured) : stream(captured), original(captured)
+    {
+        stream = open_memstream(&bytes, &size);
+    }
+    ~Capture()
+    {
+        std::fclose(stream);
+        std::free(bytes);
+        stream = original;
+    }
+    Capture(const Capture&) = delete;
+    Capture& operator=(const Capture&) = delete;
+
+    std::string content()
+    {
+        std::fflush(stream);
+        return {bytes, size};
+    }
+
+private:
+    FILE*& stream;
+    FILE* const original;
+    char* bytes = nullptr;
+    std::size_t size = 0;
+};
+
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const QString& folder) { QDir::setCurrent(folder); }
+    ~CurrentFolder() { QDir::setCurrent(before); }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+private:
+    const QString before = QDir::currentPath();
+};
+
+bool isSame(const Invocation& a, const Invocation& b)
+{
+    return a.command == b.command && a.arguments == b.arguments && a.error == b.error &&
+           std::equal(a.options.begin(), a.options.end(), b.options.begin(), b.options.end(),
+                      [](const auto& one, const auto& other) {
+                          return one.name == other.name && one.value == other.value;
+                      });
+}
+
+class ArgumentExercise
+{
+public:
+    explicit ArgumentExercise(std::string_view input)
+    {
+        while (words.size() < mostWords && !input.empty()) {
+            const std::size_t end = std::min(input.find('\n'), input.size());
+            // An argument ends at its first NUL.
+            words.emplace_back(std::string(input.substr(0, end)).c_str());
+            input.remove_prefix(std::min(end + 1, input.size()));
+        }
+        for (const std::string& word : words)
+            texts.append(textOf(word));
+    }
+
+    std::string run()
+    {
+        std::string broken = checkInvocation();
+        if (broken.empty())
+            broken = checkTypedTexts();
+        return broken.empty() && staysInFolder() ? checkProgram() : broken;
+    }
+
+private:
+    // Options first and with "=", then "--", then the command and its arguments, is the same invocation.
+    std::string checkInvocation() const
+    {
+        const Invocation given = Invocation::parse(texts);
+        if (!given.error.isEmpty() || !given.command)
+            return {};
+        QStringList canonical{CommandLine::toText(given.command->name)};
+        for (const auto& option : given.options) {
+            const QString name = CommandLine::toText(option.name);
+            const auto* const known = CommandLine::CommandTable::findOption(given.command, option.name);
+            canonical.append(known->argument.empty() ? name : name + QLatin1Char('=') + option.value);
+        }
+        canonical.append(QStringLiteral("--"));
+        canonical += given.arguments;
+        return isSame(Invocation::parse(canonical), given) ? std::string()
+                                                           : "its canonical form is parsed otherwise";
+    }
+
+    std::string checkTypedTexts() const
+    {
+        for (const QString& text : texts) {
+            TypedText::toJson(TypedText::readPlain(text));
+            for (const QString& name : TypedText::typeNames()) {
+                const auto type = Repository::Documents::typeNamed(name.toStdString());
+                QString reason;
+                const auto value = TypedText::read(text, *type, reason);
+                if (!value && reason.isEmpty())
+                    return "'" + text.toStdString() + "' is refused without a reason";
+                const std::string broken = value ? checkValue(*value, *type) : std::string();
+                if (!broken.empty())
+                    return "'" + text.toStdString() + "' as " + name.toStdString() + ": " + broken;
+            }
+        }
+        return {};
+    }
+
+    static std::string checkValue(const QVariant& value, FrameworkCore::Values::Type type)
+    {
+        const std::string shown = CommandLine::Output::valueText(value);
+        QString reason;
+        const auto again = TypedText::read(textOf(shown), type, reason);
+        if (!again || CommandLine::Output::valueText(*again) != shown)
+            return "it is shown as '" + shown + "', which gives another value";
+        const auto json = Repository::Documents::makeDocument("json");
+        if (!json->parse("[" + TypedText::toJson(value).toStdString() + "]").ok())
+            return "its json cannot be parsed: " + TypedText::toJson(value).toStdString();
+        return {};
+    }
+
+    // A path could lead anywhere, and "watch" waits for a signal.
+    bool staysInFolder() const
+    {
+        return std::none_of(words.begin(), words.end(), [](const std::string& word) {
+            return word.find('/') != std::string::npos || word == "watch";
+        });
+    }
+
+    std::string checkProgram()
+    {
+        restoreFiles();
+        std::vector<char*> arguments{const_cast<char*>("vantry")};
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        const CurrentFolder current(folder().path());
+        Capture output(stdout);
+        Capture messages(stderr);
+        const ExitCode code = CommandLine::Program::run(int(arguments.size()), arguments.data());
+        const std::string broken = checkOutcome(code, messages.content(), output.content());
+        return broken.empty() ? broken
+                              : broken + "\nexit code " + std::to_string(int(code)) + "\n" +
+                                    messages.content() + output.content();
+    }
+
+    // "roundtrip" reports what it refuses as its result.
+    std::string checkOutcome(ExitCode code, const std::string& messages, const std::string& output) const
+    {
+        if (code < ExitCode::Done || code > ExitCode::BadFile)
+            return "the exit code is not documented";
+        if (code > ExitCode::Negative && messages.empty() && output.empty())
+            return "a failure has no message";
+        for (const QString& line : textOf(messages).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+            if (!line.startsWith(QLatin1String("vantry: ")))
+                return "a message has a second line: " + line.toStdString();
+        }
+        if (!FrameworkCore::Values::isUtf8(messages))
+            return "a message is not UTF-8";
+        return checkFiles(code);
+    }
+
+    std::string checkFiles(ExitCode code) const
+    {
+        const Invocation invocation = Invocation::parse(texts);
+        const bool mayChange = code == ExitCode::Done && !invocation.has("--dry-run");
+        for (const QString& name : folder().names()) {
+            const QByteArray bytes = folder().read(name);
+            const auto before = presentFiles().find(name);
+            if (before != presentFiles().end() && *before == bytes)
+                continue;
+            if (!mayChange)
+                return "a command that changes nothing has written '" + name.toStdString() + "'";
+            if (name.startsWith(QLatin1String(".vantry-")))
+                return "'" + name.toStdString() + "' is left behind";
+            const auto format =
+                Repository::Documents::makeDocument(name.section(QLatin1Char('.'), -1).toStdString());
+            if (format && !texts.join(QLatin1Char(' ')).contains(QLatin1String("format")) &&
+                !format->parse(bytes.toStdString()).ok())
+                return "'" + name.toStdString() + "' cannot be read any more:\n" + bytes.toStdString();
+        }
+        return folder().names().size() < presentFiles().size() ? "a file is gone" : std::string();
+    }
+
+    static const ScratchFolder& folder()
+    {
+        static const ScratchFolder one;
+        return one;
+    }
+
+    static void restoreFiles()
+    {
+        for (const QString& name : folder().names()) {
+            if (!presentFiles().contains(name))
+                QFile::remove(folder().path(name));
+        }
+        for (auto file = presentFiles().begin(); file != presentFiles().end(); ++file) {
+            if (folder().read(file.key()) != file.value())
+                folder().write(file.key(), file.value());
+        }
+    }
+
+    std::vector<std::string> words;
+    QStringList texts;
+};
+
+} // namespace
+
+std::string exerciseArguments(std::string_view input)
+{
+    return ArgumentExercise(input).run();
+}
+
+} // namespace Fuzz
