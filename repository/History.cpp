@@ -153,8 +153,8 @@ History::Scope::~Scope()
 
 struct History::Write::Recording
 {
-    Recording(History& history, const Node& node)
-        : scope(history, [&node] { return QStringLiteral("Write %1").arg(node.path); })
+    Recording(History& ofHistory, const Node& node)
+        : scope(ofHistory, [&node] { return QStringLiteral("Write %1").arg(node.path); })
     {
         change.path = node.path;
         change.before = NodeState::of(node);

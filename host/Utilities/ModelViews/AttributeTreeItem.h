@@ -58,7 +58,7 @@ private:
         using is_transparent = void;
         const AttributeTreeItem* item;
 
-        size_t operator()(quint32 serial) const { return (*this)(item->nameOfSerial(serial)); }
+        size_t operator()(quint32 child) const { return (*this)(item->nameOfSerial(child)); }
         size_t operator()(const QString& name) const { return qHash(name); }
     };
     struct SameName
