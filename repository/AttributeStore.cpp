@@ -173,9 +173,8 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, co
         return StatusCode::WrongType;
     }
     const Rules* rules = node.getRules();
-    const Rule* broken = rules ? findBrokenRule(*rules, *converted) : nullptr;
-    if (broken) {
-        reason = broken->explain();
+    if (const Breach breach = rules ? findBreach(*rules, *converted) : Breach()) {
+        reason = breach.explain();
         return StatusCode::RefusedByValidation;
     }
     accepted = *std::move(converted);

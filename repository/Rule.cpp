@@ -1,6 +1,7 @@
 #include "repository/Rule.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/BoundedExpression.h"
 #include "repository/RefusalText.h"
 
 #include <QDateTime>
@@ -14,7 +15,15 @@ namespace Repository {
 
 namespace {
 
+using Verdict = Rule::Verdict;
 using Accepts = std::function<bool(const QVariant&, const QString&)>;
+
+auto judgeBy(Accepts accepts)
+{
+    return [accepts = std::move(accepts)](const QVariant& value, const QString& text) {
+        return accepts(value, text) ? Verdict::Keeps : Verdict::Breaks;
+    };
+}
 
 // The value as one of another type, if nothing is lost.
 bool becomes(const QVariant& value, QMetaType::Type type)
@@ -129,11 +138,11 @@ std::optional<QString> fillRange(const QString& argument, Rule& rule)
         return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
     rule.expectation =
         QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
-    rule.accepts = [low, high](const QVariant&, const QString& text) {
+    rule.judge = judgeBy([low, high](const QVariant&, const QString& text) {
         bool isNumber = false;
         const double number = text.toDouble(&isNumber);
         return isNumber && low <= number && number <= high;
-    };
+    });
     return {};
 }
 
@@ -143,7 +152,7 @@ std::optional<QString> fillOneOf(const QString& argument, Rule& rule)
     for (QString& choice : choices)
         choice = choice.trimmed();
     rule.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
-    rule.accepts = [choices](const QVariant&, const QString& text) { return choices.contains(text); };
+    rule.judge = judgeBy([choices](const QVariant&, const QString& text) { return choices.contains(text); });
     return {};
 }
 
@@ -151,14 +160,16 @@ std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule
 {
     // "a)|(?:b" is valid between the anchors only, where it would match what neither half means.
     const QRegularExpression bare(argument);
-    const QRegularExpression expression(QRegularExpression::anchoredPattern(argument));
-    for (const QRegularExpression& each : {bare, expression}) {
-        if (!each.isValid())
-            return QStringLiteral("'%1' is no regular expression: %2").arg(argument, each.errorString());
-    }
+    const BoundedExpression expression(argument);
+    if (!bare.isValid() || !expression.isValid())
+        return QStringLiteral("'%1' is not a regular expression: %2")
+            .arg(argument, bare.isValid() ? expression.getError() : bare.errorString());
     rule.expectation = QStringLiteral("a text that matches ") + argument;
-    rule.accepts = [expression](const QVariant&, const QString& text) {
-        return expression.match(text).hasMatch();
+    rule.judge = [expression](const QVariant&, const QString& text) {
+        const std::optional<bool> matches = expression.matchesWhole(text);
+        if (!matches)
+            return Verdict::Undecided;
+        return *matches ? Verdict::Keeps : Verdict::Breaks;
     };
     return {};
 }
@@ -193,7 +204,7 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
     const auto plain = plainRules().find(name);
     if (plain != plainRules().end()) {
         rule->expectation = plain->second.first;
-        rule->accepts = plain->second.second;
+        rule->judge = judgeBy(plain->second.second);
         return rule;
     }
 
@@ -216,26 +227,33 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
     return rule;
 }
 
-QString Rule::explain() const
+QString Breach::explain() const
 {
-    return QStringLiteral("the validation '%1' asks for %2").arg(name, expectation);
+    if (verdict == Verdict::Undecided)
+        return QStringLiteral("the validation '%1' could not be checked: matching this text takes more steps "
+                              "or memory than are allowed; simplify the expression or shorten the text")
+            .arg(rule->name);
+    return QStringLiteral("the validation '%1' asks for %2").arg(rule->name, rule->expectation);
 }
 
-QString Rule::explain(const QVariant& value) const
+QString Breach::explain(const QVariant& value) const
 {
-    return QStringLiteral("%1, not '%2'").arg(explain(), RefusalText::shortened(textOf(value)));
+    return verdict == Verdict::Undecided
+               ? explain()
+               : QStringLiteral("%1, not '%2'").arg(explain(), RefusalText::shortened(textOf(value)));
 }
 
-const Rule* findBrokenRule(const Rules& rules, const QVariant& value)
+Breach findBreach(const Rules& rules, const QVariant& value)
 {
     if (rules.empty())
-        return nullptr;
+        return {};
     const QString text = textOf(value);
     for (const auto& rule : rules) {
-        if (!rule->accepts(value, text))
-            return rule.get();
+        const Verdict verdict = rule->judge(value, text);
+        if (verdict != Verdict::Keeps)
+            return {rule, verdict};
     }
-    return nullptr;
+    return {};
 }
 
 } // namespace Repository

@@ -13,13 +13,12 @@ namespace Repository {
 // A validation as it is attached to a path: what values it lets pass. Immutable; any thread.
 struct Rule
 {
+    // Undecided: the check was given up before it came to a result.
+    enum class Verdict { Keeps, Breaks, Undecided };
+
     QString name;        // as it was asked for, argument included
     QString expectation; // completes "the value must be ..."
-    std::function<bool(const QVariant& value, const QString& text)> accepts; // text is the value's text
-
-    // What it asks for, and that a value is not that, for a person.
-    QString explain() const;
-    QString explain(const QVariant& value) const;
+    std::function<Verdict(const QVariant& value, const QString& text)> judge; // text is the value's text
 };
 
 using Rules = std::vector<std::shared_ptr<const Rule>>;
@@ -30,7 +29,20 @@ QStringList ruleNames();
 // The validation of that name; empty, with the reason in error, when the name or its argument is not known.
 std::shared_ptr<const Rule> makeRule(const QString& name, QString& error);
 
-// The first rule that the value breaks; null when it keeps all.
-const Rule* findBrokenRule(const Rules& rules, const QVariant& value);
+// Why a value does not pass.
+struct Breach
+{
+    std::shared_ptr<const Rule> rule; // null when the value passes
+    Rule::Verdict verdict = Rule::Verdict::Keeps;
+
+    explicit operator bool() const { return rule != nullptr; }
+
+    // For a person: what the rule asks for, and that the value is not that; or that it could not be checked.
+    QString explain() const;
+    QString explain(const QVariant& value) const;
+};
+
+// Of the first rule that the value does not keep.
+Breach findBreach(const Rules& rules, const QVariant& value);
 
 } // namespace Repository

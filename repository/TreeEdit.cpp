@@ -185,10 +185,10 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const NodeIndex::Key& k
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     const Rules* rules = rulesOf(shard, node, key.path);
-    const Rule* broken = rules ? findBrokenRule(*rules, value) : nullptr;
-    if (broken)
-        reason = broken->explain();
-    return broken ? StatusCode::RefusedByValidation : StatusCode::Success;
+    const Breach breach = rules ? findBreach(*rules, value) : Breach();
+    if (breach)
+        reason = breach.explain();
+    return breach ? StatusCode::RefusedByValidation : StatusCode::Success;
 }
 
 FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, QVariant value,

@@ -74,29 +74,32 @@ public:
                 continue;
             isUsed = true;
             const QVariant value = attribute->getValue();
-            if (const Repository::Rule* broken = Repository::findBrokenRule(rule.rules, value))
-                tell(source.relativePath(path), broken->explain(value));
+            const Repository::Breach breach = Repository::findBreach(rule.rules, value);
+            if (!breach)
+                continue;
+            (breach.verdict == Repository::Rule::Verdict::Undecided ? isUndecided : hasFaults) = true;
+            tell(source.relativePath(path), breach.explain(value));
         }
         return isUsed;
     }
 
     bool foundFaults() const { return hasFaults; }
+    bool isComplete() const { return !isUndecided; }
 
 private:
     void tell(const QString& path, const QString& reason)
     {
-        if (!hasFaults) {
+        if (!document)
             document = DocumentFile::read(source.absolutePath, source.format);
-            hasFaults = true;
-        }
         Messages::tell(
-            QStringLiteral("%1%2: '%3': %4").arg(source.given, document.positionOf(path), path, reason));
+            QStringLiteral("%1%2: '%3': %4").arg(source.given, document->positionOf(path), path, reason));
     }
 
-    Session& session;      // not owned
-    const Source& source;  // not owned
-    DocumentFile document; // read when there is something to tell of it
+    Session& session;                     // not owned
+    const Source& source;                 // not owned
+    std::optional<DocumentFile> document; // read when there is something to tell of it
     bool hasFaults = false;
+    bool isUndecided = false; // a rule that could not be checked
 };
 
 ExitCode run(Session& session, const Invocation& invocation)
@@ -119,6 +122,8 @@ ExitCode run(Session& session, const Invocation& invocation)
     }
     if (validation.foundFaults())
         return ExitCode::Refused;
+    if (!validation.isComplete())
+        return ExitCode::Usage;
     return isComplete ? ExitCode::Done : ExitCode::Negative;
 }
 
@@ -133,7 +138,9 @@ Command validate()
             "ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
             "regular-expression(EXPRESSION). Each value that breaks a rule is told on stderr with its place "
             "in the file; the "
-            "exit code is 3 then, and 1 when a rule has no attribute to check.",
+            "exit code is 3 then, and 1 when a rule has no attribute to check. An expression that takes too "
+            "many steps for a value is given up; that is told, and the exit code is 2 when no value breaks a "
+            "rule.",
             {{{"FILE", Word::File}}},
             {{"--rule", "PATH=NAME", Word::Rule,
               "the values of PATH must keep the rule NAME; may be repeated", true}},

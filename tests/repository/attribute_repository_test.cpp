@@ -168,6 +168,75 @@ private slots:
         }
     }
 
+    void boundsPathsAndPatterns()
+    {
+        const auto pathOf = [](int names) {
+            return QStringList(QVector<QString>(names, QStringLiteral("n")).toList()).join(QLatin1Char('.'));
+        };
+        const QString deepest = pathOf(1024);
+        const QString tooDeep = pathOf(1025);
+        const QString tooLong = QString(70'000, QLatin1Char('x')) + QLatin1Char('.') + pathOf(1023);
+        QVERIFY(create(deepest, 1));
+        QCOMPARE(read(deepest), QVariant(1));
+        const auto tree = repository->getTreeInterface();
+        for (const QString& path : {tooDeep, tooLong, pathOf(100'000)}) {
+            QVERIFY(!create(path, 1));
+            QVERIFY2(lastFailure().contains(QLatin1String("it has more than 1024 names")) &&
+                         lastFailure().size() < 1000,
+                     qPrintable(lastFailure().left(2000)));
+            QCOMPARE(write(path, 1), int(InvalidPath));
+            QCOMPARE(repository->getValidationInterface()->addValidation(path, QStringLiteral("integer")), 0);
+            QVERIFY(!repository->getNotificationInterface()->registerUpdateCallback(
+                path, [](auto&&...) {}, 15));
+            QVERIFY(!repository->getBackendInterface()->createBackend(
+                QStringLiteral("ini"), path, {QStringLiteral("a.ini"), {}, AccessMode::ReadWrite}, 2));
+            QVERIFY(repository->getTransferInterface()->copyTree(QStringLiteral("n"), path) != Success);
+            QVERIFY(repository->getTransferInterface()->importTree(path, QStringLiteral("json"),
+                                                                   "{\"a\": 1}") != Success);
+            QVERIFY(!tree->getNodeInformation(path).exists);
+        }
+        QVERIFY(!repository->getNotificationInterface()->registerUpdateCallback(
+            QString(100'000, QLatin1Char('*')), [](auto&&...) {}, 15));
+        // What would become too deep at its new place.
+        QVERIFY(create(QStringLiteral("b.c"), 1));
+        QVERIFY(repository->getTransferInterface()->copyTree(QStringLiteral("n"), QStringLiteral("b.d.e")) !=
+                Success);
+        QVERIFY(!tree->getNodeInformation(QStringLiteral("b.d")).exists);
+        QCOMPARE(tree->removeTree(QStringLiteral("n")), Success);
+        QVERIFY(!tree->getNodeInformation(QStringLiteral("n")).exists);
+    }
+
+    void endsMatchingOfAnyExpression_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QByteArray>("value");
+        QTest::addColumn<QString>("refusal"); // a part of it; empty when the value is accepted
+        const QByteArray letters = "ab";
+        const QString verdict = QStringLiteral(" asks for ");
+        const QString noVerdict = QStringLiteral(" could not be checked: ");
+        QTest::newRow("long and valid") << "(a|b)*c" << letters.repeated(15'000) + "c" << QString();
+        QTest::newRow("long and not valid") << "(a|b)*c" << letters.repeated(15'000) << verdict;
+        QTest::newRow("very long") << "(a|b)*c" << letters.repeated(1'000'000) + "c" << noVerdict;
+        QTest::newRow("very long and plain") << "[ab]*c" << letters.repeated(1'000'000) + "c" << QString();
+        QTest::newRow("exponential") << "(a|aa)+" << QByteArray(100, 'a') + "!" << noVerdict;
+        QTest::newRow("nested repeats") << "([a-z]+)*" << QByteArray(100, 'a') + "!" << noVerdict;
+        QTest::newRow("back reference") << "(.*)(.*)(.*)(.*)(.*)\\1\\2!" << QByteArray(3000, 'a') << noVerdict;
+    }
+
+    void endsMatchingOfAnyExpression()
+    {
+        QFETCH(QString, expression);
+        QFETCH(QByteArray, value);
+        QFETCH(QString, refusal);
+        const QString rule = QStringLiteral("regular-expression(%1)").arg(expression);
+        QVERIFY(create(QStringLiteral("text"), QString()));
+        QVERIFY(repository->getValidationInterface()->addValidation(QStringLiteral("text"), rule) != 0);
+        QCOMPARE(write(QStringLiteral("text"), QString::fromLatin1(value)),
+                 refusal.isEmpty() ? int(Success) : int(RefusedByValidation));
+        if (!refusal.isEmpty())
+            QVERIFY2(lastFailure().contains(rule + QLatin1Char('\'') + refusal), qPrintable(lastFailure()));
+    }
+
     void refusesUnknownValidations()
     {
         const auto validations = repository->getValidationInterface();
