@@ -90,9 +90,11 @@ const std::vector<Topic>& CommandTable::topics()
          {"Results are on stdout, in UTF-8, paths relative to the file's root. Messages are on stderr, a "
           "line "
           "each: \"vantry: FILE:LINE:COLUMN: REASON\", as far as there is a place.",
-          "Where a value shares its line with a path, a backslash is written as \"\\\\\", a line break as "
-          "\"\\n\", "
-          "other control characters as \"\\x\" and two hex digits. \"get\" prints values as they are.",
+          "Where a value shares its line with a path, a backslash is written as \"\\\\\". In messages and "
+          "in output by lines a line break is written as \"\\n\", another control character as \"\\x\" and "
+          "two hex digits; control characters beyond ASCII, overrides of writing direction and characters "
+          "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are "
+          "printed as they are, and with these escapes only on a terminal.",
           "Words behind \"--\" are no options: vantry set app.ini offset -- --5. A negative number needs "
           "none."}},
         {"Exit codes",

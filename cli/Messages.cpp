@@ -1,24 +1,17 @@
 #include "cli/Messages.h"
 
+#include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/RepositoryLog.h"
 
-#include <atomic>
 #include <cstdio>
+#include <mutex>
 
 namespace CommandLine {
 
-namespace {
-
-std::atomic<quint64> lastTaken{0};
-
-} // namespace
-
 void Messages::tell(const QString& text)
 {
-    QString line = text;
-    line.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    const std::string message = "vantry: " + line.toStdString() + '\n';
+    const std::string message = "vantry: " + FrameworkCore::Values::printableLine(text.toStdString()) + '\n';
     std::fwrite(message.data(), 1, message.size(), stderr);
 }
 
@@ -34,6 +27,9 @@ void Messages::takeOverLog()
 
 QStringList Messages::takeRefusals()
 {
+    static std::mutex taking;
+    static quint64 lastTaken = 0;
+    const std::lock_guard lock(taking);
     QStringList refusals;
     const auto lines = Shared::Logging::LogRecord::instance().getLines(lastTaken);
     for (const auto& line : lines) {

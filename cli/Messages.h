@@ -7,7 +7,8 @@
 
 namespace CommandLine {
 
-// The program's messages on stderr, one line each: "vantry: ...".
+// The program's messages on stderr, one line each: "vantry: ...". What steers a terminal is written as
+// printableLine does. Any thread.
 class Messages
 {
 public:

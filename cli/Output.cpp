@@ -1,23 +1,35 @@
 #include "cli/Output.h"
 
 #include "cli/Messages.h"
+#include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <unistd.h>
 
 namespace CommandLine {
 
+namespace {
+
+void write(const std::string& bytes)
+{
+    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+}
+
+} // namespace
+
 void Output::line(const QString& text)
 {
-    bytes(text.toStdString() + '\n');
+    write(FrameworkCore::Values::printableLine(text.toStdString()) + '\n');
 }
 
 void Output::bytes(const std::string& bytes)
 {
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    static const bool isTerminal = ::isatty(STDOUT_FILENO) == 1;
+    write(isTerminal ? FrameworkCore::Values::printableLines(bytes) : bytes);
 }
 
 std::string Output::valueText(const QVariant& value)
@@ -27,19 +39,10 @@ std::string Output::valueText(const QVariant& value)
 
 QString Output::valueInLine(const QVariant& value)
 {
-    const QString text = QString::fromStdString(valueText(value));
-    QString line;
-    for (const QChar c : text) {
-        if (c == QLatin1Char('\\'))
-            line += QLatin1String("\\\\");
-        else if (c == QLatin1Char('\n'))
-            line += QLatin1String("\\n");
-        else if (c.unicode() < 0x20 || c.unicode() == 0x7f)
-            line += QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'));
-        else
-            line += c;
-    }
-    return line;
+    std::string text;
+    for (const char c : valueText(value))
+        text.append(c == '\\' ? 2 : 1, c);
+    return QString::fromStdString(FrameworkCore::Values::printableLine(text));
 }
 
 bool Output::flush()

@@ -7,18 +7,21 @@
 
 namespace CommandLine {
 
-// What the program writes to stdout, in UTF-8. One thread at a time.
+// What the program writes to stdout, in UTF-8. One thread at a time. Nothing that steers a terminal reaches
+// one; see printableLine.
 class Output
 {
 public:
-    static void line(const QString& text);
-    static void bytes(const std::string& bytes); // as they are
+    static void line(const QString& text); // with escapes, wherever it goes
+
+    // As they are, so that programs can read them; to a terminal with escapes.
+    static void bytes(const std::string& bytes);
 
     // A value as "get" prints it.
     static std::string valueText(const QVariant& value);
 
-    // A value that shares its line with other things: a backslash is written as "\\", a line break as "\n",
-    // other control characters as "\x" and two hex digits.
+    // A value that shares its line with other things: a backslash is written as "\\", and what
+    // printableLine escapes as it does.
     static QString valueInLine(const QVariant& value);
 
     // Writes out what is waiting; false, and said so, when that or an earlier writing failed.

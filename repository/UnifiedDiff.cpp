@@ -124,6 +124,29 @@ private:
     std::size_t lineAfter = 0;
 };
 
+// A name that would not stay on its line is quoted, as patch takes it.
+std::string headerName(const std::string& name)
+{
+    const auto isSpecial = [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F || c == '"' || c == '\\';
+    };
+    if (std::none_of(name.begin(), name.end(), isSpecial))
+        return name;
+    std::string quoted(1, '"');
+    for (const char c : name) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\')
+            (quoted += '\\') += c;
+        else if (isSpecial(c))
+            quoted.append(
+                {'\\', char('0' + (byte >> 6)), char('0' + ((byte >> 3) & 7)), char('0' + (byte & 7))});
+        else
+            quoted += c;
+    }
+    return quoted += '"';
+}
+
 } // namespace
 
 std::string unifiedDiff(const std::string& before, const std::string& after, const std::string& name)
@@ -131,7 +154,8 @@ std::string unifiedDiff(const std::string& before, const std::string& after, con
     if (before == after)
         return {};
     const std::vector<Step> steps = stepsBetween(linesOf(before), linesOf(after));
-    return "--- " + name + "\n+++ " + name + '\n' + Hunks(steps).write();
+    const std::string header = headerName(name);
+    return "--- " + header + "\n+++ " + header + '\n' + Hunks(steps).write();
 }
 
 } // namespace Repository

@@ -109,7 +109,6 @@ public:
 private:
     static Outcome refuse(const QString& given, QString reason)
     {
-        reason.replace(QLatin1Char('\n'), QLatin1String("\\n")); // of a text that it quotes
         Output::line(QStringLiteral("%1: refused: %2").arg(given, reason));
         return Outcome::Refused;
     }

@@ -27,14 +27,20 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
+// Beyond ASCII: control characters, marks and overrides of writing direction, line and paragraph separators.
+bool isInvisibleControl(char32_t code)
+{
+    return (code >= 0x80 && code <= 0x9F) || code == 0x061C || (code >= 0x200E && code <= 0x200F) ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 // A whole UTF-8 sequence, or one byte that belongs to none.
 bool mustBeEncoded(std::string_view sequence)
 {
     const auto first = static_cast<unsigned char>(sequence.front());
     if (sequence.size() == 1)
         return first < 0x20 || first >= 0x7F || first == '.' || first == '*' || first == '%' || first == ';';
-    // U+0080 to U+009F are control characters too.
-    return first == 0xC2 && static_cast<unsigned char>(sequence[1]) < 0xA0;
+    return isInvisibleControl(FrameworkCore::Values::utf8CodePoint(sequence));
 }
 
 int hexDigit(char c)

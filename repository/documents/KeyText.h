@@ -9,8 +9,9 @@
 namespace Repository::Documents {
 
 // The form in which the key of a file stands as one component of a path. Percent-encoded (upper-case hex of
-// the bytes) are ". * % ;", control characters, a leading "@" or "#", a final "]" that closes a number, and
-// bytes that are no UTF-8; all else stands as it is. A key of nothing but NUL characters, the empty one too,
+// the bytes) are ". * % ;", control characters, marks and overrides of writing direction, line and paragraph
+// separators, a leading "@" or "#", a final "]" that closes a number, and bytes that are no UTF-8; all else
+// stands as it is. A key of nothing but NUL characters, the empty one too,
 // has one "%00" more than it has characters, so that no two keys share a form.
 std::string encodeKey(std::string_view key);
 void appendKey(std::string& path, std::string_view key);

@@ -22,6 +22,11 @@ private slots:
         row("separator, wildcard, list", "a.b*c%d;e", "a%2Eb%2Ac%25d%3Be");
         row("tab and delete", "\t\x7F", "%09%7F");
         row("second control range", "\xC2\x85\xC2\xA0", "%C2%85\xC2\xA0");
+        row("override of direction", "a\xE2\x80\xAE", "a%E2%80%AE");
+        row("isolate of direction", "\xE2\x81\xA6\xE2\x81\xA9", "%E2%81%A6%E2%81%A9");
+        row("mark of direction", "\xE2\x80\x8E\xD8\x9C", "%E2%80%8E%D8%9C");
+        row("line and paragraph separator", "\xE2\x80\xA8\xE2\x80\xA9", "%E2%80%A8%E2%80%A9");
+        row("joiner of letters", "\xE2\x80\x8D", "\xE2\x80\x8D");
         row("leading at", "@a@", "%40a@");
         row("leading hash", "#a#", "%23a#");
         row("number", "key[2]", "key[2%5D");

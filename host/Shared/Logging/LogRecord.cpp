@@ -1,5 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 
+#include "host/FrameworkCore/Values/PrintableText.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -25,10 +27,10 @@ QLatin1String nameOf(LogMessageType type)
 
 // One call of fwrite, which locks the stream and, since stderr has no buffer, is one write: lines of threads,
 // and of others that write to stderr, never mix. Later lines of a text are indented, so that none looks like
-// a record of its own.
+// a record of its own. It may be a terminal that shows them.
 void writeToStandardErrorStream(const LogLine& line)
 {
-    QString text = line.text;
+    QString text = QString::fromStdString(FrameworkCore::Values::printableLines(line.text.toStdString()));
     text.replace(QLatin1Char('\n'), QLatin1String("\n    "));
     QStringList parts{line.time.toString(Qt::ISODateWithMs), nameOf(line.type)};
     if (!line.identification.isEmpty())
