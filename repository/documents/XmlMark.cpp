@@ -2,6 +2,7 @@
 
 #include "repository/documents/TypeMark.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace Repository::Documents {
@@ -9,6 +10,8 @@ namespace Repository::Documents {
 namespace {
 
 constexpr std::string_view closing = "?>";
+constexpr std::string_view comment = "<!--";
+constexpr std::string_view doctype = "<!DOCTYPE";
 constexpr std::string_view blanks = " \t\r\n";
 
 std::string_view withoutBlanks(std::string_view text)
@@ -54,22 +57,53 @@ struct Instruction
     std::size_t end;
 };
 
-// From the front, since an instruction and a comment may hold what looks like the beginning of another.
+bool begins(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+// The length of the text up to the end of the ending, which is looked for from a place on.
+std::size_t lengthUpTo(std::string_view text, std::string_view ending, std::size_t from)
+{
+    const std::size_t found = text.find(ending, from);
+    return found == std::string_view::npos ? text.size() : found + ending.size();
+}
+
+// Of the comment, the instruction or the literal that the text begins with; 0 for anything else.
+std::size_t lengthOfOpaque(std::string_view text)
+{
+    if (begins(text, comment))
+        return lengthUpTo(text, "-->", comment.size());
+    if (begins(text, "<?"))
+        return lengthUpTo(text, closing, 2);
+    return text[0] == '"' || text[0] == '\'' ? lengthUpTo(text, text.substr(0, 1), 1) : 0;
+}
+
+// Of the document type declaration that the text begins with. What its literals hold is no markup.
+std::size_t lengthOfDoctype(std::string_view text)
+{
+    bool isInSubset = false;
+    for (std::size_t at = doctype.size(); at < text.size();) {
+        const std::size_t opaque = lengthOfOpaque(text.substr(at));
+        if (opaque == 0 && text[at] == '>' && !isInSubset)
+            return at + 1;
+        if (opaque == 0 && (text[at] == '[' || text[at] == ']'))
+            isInSubset = text[at] == '[';
+        at += std::max<std::size_t>(opaque, 1);
+    }
+    return text.size();
+}
+
+// From the front, since what comes before may hold what looks like the beginning of an instruction.
 std::vector<Instruction> findInstructions(std::string_view lead)
 {
-    constexpr std::string_view comment = "<!--";
     std::vector<Instruction> found;
     for (std::size_t at = lead.find('<'); at != std::string_view::npos; at = lead.find('<', at)) {
-        const bool isComment = lead.substr(at, comment.size()) == comment;
-        const bool isInstruction = lead.substr(at, 2) == "<?";
-        const std::size_t end = isComment       ? lead.find("-->", at + comment.size())
-                                : isInstruction ? lead.find(closing, at)
-                                                : at;
-        if (end == std::string_view::npos)
-            break;
-        if (isInstruction)
-            found.push_back({at, end + closing.size()});
-        at = end + 1;
+        const std::string_view rest = lead.substr(at);
+        const std::size_t length = begins(rest, doctype) ? lengthOfDoctype(rest) : lengthOfOpaque(rest);
+        if (begins(rest, "<?"))
+            found.push_back({at, at + length});
+        at += std::max<std::size_t>(length, 1);
     }
     return found;
 }

@@ -122,6 +122,15 @@ private slots:
         row("marks that do not fit",
             "<r><?vantry type=\"integer\"?><a>x</a><?vantry type=\"no\"?><b>1</b></r>",
             {"r = {}", "r.a = 'x'", "r.b = 1"});
+        row("mark that begins in a literal",
+            "<!DOCTYPE r [<!ENTITY e '<?vantry type=\"double\" escapes=\"'>]><?x \"?><r>5</r>", {"r = 5"});
+        row("mark that begins in a system literal",
+            "<!DOCTYPE r SYSTEM '<?vantry type=\"double\" attribute=\"'><?x \"?><r>5</r>", {"r = 5"});
+        row("mark below literals that look like comments",
+            "<!DOCTYPE r [<!ENTITY e \"<!--\"><!ENTITY f ']>'><!-- \" --><?x ' ?>]>\n<?vantry "
+            "type=\"double\"?>"
+            "<r>5</r>",
+            {"r = 5d"});
         row("little end", wide("<r>\xE2\x82\xAC</r>", false), {"r = '\xE2\x82\xAC'"});
         row("big end", wide("<?xml version='1.0' encoding='UTF-16'?><r>1</r>", true), {"r = 1"});
         row("Latin-1", "<?xml version='1.0' encoding='ISO-8859-1'?><r>\xE9</r>", {"r = '\xC3\xA9'"});
