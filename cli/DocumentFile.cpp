@@ -1,6 +1,7 @@
 #include "cli/DocumentFile.h"
 
 #include "files/FileSaver.h"
+#include "repository/FileKind.h"
 #include "repository/documents/TextPosition.h"
 
 #include <optional>
@@ -10,6 +11,9 @@ namespace CommandLine {
 DocumentFile DocumentFile::read(const QString& path, const QString& format)
 {
     DocumentFile file;
+    file.error = Repository::refusalOfKind(path);
+    if (!file.error.isEmpty())
+        return file;
     Files::ReadFileResult content = Files::FileSaver().read(path.toStdString());
     file.error = QString::fromStdString(content.reason);
     if (!content.ok())

@@ -5,6 +5,7 @@
 #include "cli/Suggestion.h"
 #include "repository/AttributeRepository.h"
 #include "repository/FileFormat.h"
+#include "repository/FileKind.h"
 #include "repository/PathRules.h"
 
 #include <QDir>
@@ -171,8 +172,8 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
         trouble = QString::fromStdString(error.message());
     else if (!exists && opening != Opening::Create)
         trouble = QStringLiteral("there is no such file");
-    else if (exists && !std::filesystem::is_regular_file(status))
-        trouble = QStringLiteral("it is no regular file");
+    else if (exists)
+        trouble = Repository::refusalOfKind(source.absolutePath);
     if (!trouble.isEmpty())
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
     source.isNew = !exists;

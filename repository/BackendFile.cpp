@@ -1,5 +1,8 @@
 #include "repository/Backend.h"
 #include "repository/EntryList.h"
+#include "repository/FileFormat.h"
+#include "repository/FileKind.h"
+#include "repository/PathBudget.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFile>
@@ -54,6 +57,9 @@ Files::ReadFileResult Backend::readFile()
 
 QString Backend::read()
 {
+    const QString refusal = refusalOfKind(description.filePath);
+    if (!refusal.isEmpty())
+        return QStringLiteral("%1: %2").arg(description.filePath, refusal);
     Files::ReadFileResult file = readFile();
     logWarning(file.warning);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))

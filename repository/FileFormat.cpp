@@ -1,5 +1,7 @@
 #include "repository/FileFormat.h"
 
+#include "repository/FileKind.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace Repository {
+
+// Why what the path leads to cannot be read as a file that has an end, found out without opening it: a
+// folder, a pipe, a device, or a view of the kernel that only some may read, such as its log. Empty for every
+// other file, and where there is nothing. Any thread.
+QString refusalOfKind(const QString& path);
+
+} // namespace Repository
