@@ -249,7 +249,7 @@ ExitCode Session::save(const Source& source)
     return isConflict ? ExitCode::Refused : ExitCode::BadFile;
 }
 
-void Session::tellRefusals()
+void Session::tellRefusals() const
 {
     const QStringList refusals = Messages::takeRefusals();
     for (const QString& refusal : refusals)
@@ -260,9 +260,9 @@ void Session::tellRefusals()
 QString Session::inOwnWords(QString refusal) const
 {
     for (const Source& source : sources) {
-        for (const char* outcome : {"created", "saved"}) {
-            const QString start =
-                QStringLiteral("The backend '%1' was not %2: ").arg(source.root, QLatin1String(outcome));
+        for (const char* outcome : {"The backend '%1' was not created: ", "The backend '%1' was not saved: ",
+                                    "The file of the backend '%1' has changed: "}) {
+            const QString start = QString::fromLatin1(outcome).arg(source.root);
             if (refusal.startsWith(start))
                 refusal.remove(0, start.size());
         }

@@ -47,8 +47,8 @@ public:
 
     bool isDryRun() const { return dryRun; }
 
-    // Tells what the repository has logged, in this program's words.
-    void tellRefusals();
+    // Tells what the repository has logged, in this program's words. Any thread, once the files are open.
+    void tellRefusals() const;
 
     // Tells it and gives the code.
     static ExitCode fail(ExitCode code, const QString& message);
@@ -71,9 +71,9 @@ private:
 
     const Invocation& invocation; // not owned
     const bool dryRun;
-    std::shared_ptr<RepositoryInterface> repository;
     QVector<Declared> declared;
-    std::deque<Source> sources; // whose addresses stay
+    std::deque<Source> sources;                      // whose addresses stay
+    std::shared_ptr<RepositoryInterface> repository; // whose threads end before the rest goes
     ExitCode failure = ExitCode::Done;
 };
 

@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
+#include "host/Shared/Logging/LogRecord.h"
 
 #include <QHash>
 
@@ -13,6 +14,7 @@ namespace {
 
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
+using Shared::Logging::LogRecord;
 
 // Prints what has changed, on whatever thread it is told of it. It knows the values, since a file that is
 // read anew tells of every attribute.
@@ -57,6 +59,37 @@ sigset_t blockEndSignals()
     return endSignals;
 }
 
+// Tells at once what is logged while the program only waits: that the file cannot be read any more, or that
+// it has to be looked at in turns.
+class LogTeller
+{
+public:
+    explicit LogTeller(const Session& session)
+        : connection(QObject::connect(&LogRecord::instance(), &LogRecord::linesAdded,
+                                      [&session] { session.tellRefusals(); }))
+    {
+        session.tellRefusals(); // what came before
+    }
+
+    ~LogTeller() { QObject::disconnect(connection); }
+    LogTeller(const LogTeller&) = delete;
+    LogTeller& operator=(const LogTeller&) = delete;
+
+private:
+    const QMetaObject::Connection connection;
+};
+
+// Why there is no thread that could watch files; empty when there is one.
+QString findNoThread()
+{
+    try {
+        std::thread([] {}).join();
+    } catch (const std::system_error& error) {
+        return QString::fromStdString(error.code().message());
+    }
+    return {};
+}
+
 ExitCode run(Session& session, const Invocation& invocation)
 {
     const sigset_t endSignals = blockEndSignals();
@@ -80,6 +113,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         int(UpdatePoint::AfterStore));
     if (!registration)
         return session.finish(Session::StatusCode::InvalidPath);
+    const LogTeller teller(session);
     int number = 0;
     sigwait(&endSignals, &number);
     registration->end();
