@@ -35,6 +35,13 @@ OutputFile OutputFile::prepare(const Invocation& invocation, const QString& give
 
 ExitCode OutputFile::write(const std::string& text, bool isPrivate, bool isDryRun)
 {
+    if (text.size() > Files::SizeLimit::get())
+        return Session::fail(
+            ExitCode::BadFile,
+            QStringLiteral("%1: %2").arg(given, QString::fromStdString(Files::SizeLimit::refusal())));
+    const QString mistaking = Repository::FileFormat::explainMistaking(given, format, {}, text);
+    if (!mistaking.isEmpty())
+        return Session::fail(ExitCode::Refused, QStringLiteral("%1: %2").arg(given, mistaking));
     const Files::FileSaver saver;
     Files::ReadFileResult present;
     if (replaces) {

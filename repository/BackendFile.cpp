@@ -1,3 +1,4 @@
+#include "files/SizeLimit.h"
 #include "repository/Backend.h"
 #include "repository/EntryList.h"
 #include "repository/FileFormat.h"
@@ -26,6 +27,17 @@ std::string nameOnDisk(const Backend::Description& description)
 std::string emptyText(const QString& type)
 {
     return type == QLatin1String("json") ? "{}\n" : std::string();
+}
+
+// Why the file could not be read again under its name when it held the text; empty when it could.
+QString lockingOut(const Backend::Description& description, const std::string& before,
+                   const std::string& text)
+{
+    if (text.size() > Files::SizeLimit::get())
+        return QStringLiteral("%1: with these edits %2")
+            .arg(description.filePath, QString::fromStdString(Files::SizeLimit::refusal()));
+    const QString reason = FileFormat::explainMistaking(description.filePath, description.type, before, text);
+    return reason.isEmpty() ? reason : QStringLiteral("%1: %2").arg(description.filePath, reason);
 }
 
 // Never with a lock held.
@@ -99,6 +111,9 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
         if (!stamp.exists && content.getText().empty())
             content.load(emptyText(description.type));
         text = content.getText();
+        const QString lockout = lockingOut(description, content.getBase(), text);
+        if (!lockout.isEmpty())
+            return lockout;
         known = stamp;
     }
     const Files::MergeContent merge = [&](const std::string& found, const Files::FileStamp& foundStamp) {
@@ -107,6 +122,8 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
         if (refusal.isEmpty())
             refusal = conflictText();
         text = content.getText();
+        if (refusal.isEmpty())
+            refusal = lockingOut(description, content.getBase(), text);
         return Files::MergedContent{text, refusal.toStdString()};
     };
     const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);

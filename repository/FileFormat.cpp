@@ -117,21 +117,41 @@ QString FileFormat::ofName(const QString& file)
     return type.isEmpty() ? typeByEnding(likelyRules, ending) : type;
 }
 
-QString FileFormat::ofFile(const QString& file)
+QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
 {
     const QString ending = endingOf(file);
     const QString certain = typeByEnding(certainRules, ending);
     if (!certain.isEmpty())
         return certain;
     const QString likely = typeByEnding(likelyRules, ending);
-    QFile content(file);
-    constexpr int enough = 4096;
-    const bool isReadable = QFileInfo(file).isFile() && content.open(QIODevice::ReadOnly);
-    const QByteArray text = withoutMark(isReadable ? content.read(enough) : QByteArray());
+    const QByteArray text = withoutMark(bytes.left(enough));
     const QString type = typeByContent(behindComments(text));
     if (!type.isEmpty() || !likely.isEmpty())
         return type.isEmpty() ? likely : type;
     return text.contains('\0') ? QString() : QStringLiteral("ini");
+}
+
+QString FileFormat::ofFile(const QString& file)
+{
+    QFile content(file);
+    const bool isReadable = QFileInfo(file).isFile() && refusalOfKind(file).isEmpty() &&
+                            content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    return ofContent(file, isReadable ? content.read(enough) : QByteArray());
+}
+
+QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& before,
+                                     const std::string& after)
+{
+    const auto typeOf = [&file](const std::string& text) {
+        return ofContent(file, QByteArray::fromStdString(text.substr(0, enough)));
+    };
+    const QString taken = typeOf(after);
+    if (taken == type || typeOf(before) != type)
+        return {};
+    return QStringLiteral(
+               "with this text it would be taken for %1 when it is read again; give it a name that "
+               "ends with .%2")
+        .arg(taken.isEmpty() ? QStringLiteral("a binary file") : taken, type);
 }
 
 } // namespace Repository

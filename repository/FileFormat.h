@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
+#include <string>
 
 namespace Repository {
 
@@ -12,8 +15,20 @@ public:
     // By its name alone, for a file that is yet to come; empty when the name tells nothing.
     static QString ofName(const QString& file);
 
-    // By its name and how it begins; empty for what is no text. Opens regular files only.
+    // By its name and how its bytes begin; empty for what is no text.
+    static QString ofContent(const QString& file, const QByteArray& bytes);
+
+    // The same of what is on the disk. Opens regular files only.
     static QString ofFile(const QString& file);
+
+    // Why a file of that type would be taken for another once it holds the new text, so that it could not be
+    // read again; empty when it would not be, and when its name and old text did not tell its type either.
+    static QString explainMistaking(const QString& file, const QString& type, const std::string& before,
+                                    const std::string& after);
+
+private:
+    // How much of a file tells it, in bytes.
+    static constexpr int enough = 4096;
 };
 
 } // namespace Repository

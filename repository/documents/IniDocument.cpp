@@ -22,13 +22,21 @@ char commentOf(std::string_view gap)
     return comment == std::string_view::npos ? '\0' : gap[comment];
 }
 
-// A stray NUL is part of a text; where they are many it is none.
+// Stray NULs are part of a text; where two of them stand side by side, or around one character as in UTF-16,
+// or where they are many, it is none. Edits write no NUL and put none beside another, so that what has been
+// read once can be read again.
 bool isBinary(std::string_view text)
 {
-    constexpr std::ptrdiff_t mostPerText = 100;
-    return text.find('\0') != std::string_view::npos &&
-           std::count(text.begin(), text.end(), '\0') * mostPerText >
-               std::ptrdiff_t(text.size()) + mostPerText;
+    constexpr int mostOfText = 64;
+    int count = 0;
+    for (std::size_t at = text.find('\0'); at != std::string_view::npos;) {
+        const std::size_t next = text.find('\0', at + 1);
+        const bool isBesideNext = next - at == 1 || (next - at == 2 && !endsLine(text.substr(0, next)));
+        if (isBesideNext || ++count > mostOfText)
+            return true;
+        at = next;
+    }
+    return false;
 }
 
 // Each section has a path in the tree that names all sections it lies in, so that a file made for it could

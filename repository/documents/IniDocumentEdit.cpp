@@ -146,7 +146,7 @@ std::string IniDocument::entryText(std::string_view key, const Value& value, con
     draft += style.lineEnd;
     const std::optional<IniLine> line = scanSingle(draft, style.comments);
     if (!line || line->kind != IniLine::Kind::Entry || !line->separated || line->keyBegin != indent.size() ||
-        line->key() != key || line->valueEnd < line->valueBegin) {
+        line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string_view::npos) {
         reason = "an ini file cannot hold the key " + quoted(key);
         return {};
     }

@@ -147,7 +147,7 @@ std::optional<std::string> writeIniValue(const IniLine& entry, const Value& valu
     for (const char* const blank : {"", " "}) {
         for (const std::string& form : forms) {
             std::string text = head + blank + form + tail;
-            if (holds(text, entry, value, style.comments))
+            if (form.find('\0') == std::string::npos && holds(text, entry, value, style.comments))
                 return text;
         }
         if (head.back() != ':')
@@ -162,6 +162,8 @@ std::string explainIniRefusal(const Value& value, const IniStyle& style)
     const std::string text = FrameworkCore::Values::toText(value);
     if (!FrameworkCore::Values::isUtf8(text))
         return "the text holds half a character, which UTF-8 cannot hold";
+    if (text.find('\0') != std::string::npos)
+        return "the text holds a NUL character, which no text file has";
     switch (value.type) {
     case Type::Null:
         return "an ini entry has a value; this file has no keys without one";

@@ -1,8 +1,13 @@
 #include "repository/FileFormat.h"
+#include "repository/FileKind.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using Repository::FileFormat;
 
@@ -74,6 +79,77 @@ private slots:
         QCOMPARE(file.write(content), qint64(content.size()));
         file.close();
         QTEST(FileFormat::ofFile(file.fileName()), "type");
+    }
+
+    // Opened for reading, a pipe without a writer and the log of the kernel would keep the reader for good.
+    void opensNothingThatMayHaveNoEnd_data()
+    {
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<QString>("refusal");
+        const QString special = QStringLiteral("it is not a regular file");
+        QTest::newRow("folder") << "."
+                                << "it is a folder";
+        QTest::newRow("pipe") << "pipe" << special;
+        QTest::newRow("link to a pipe") << "link" << special;
+        QTest::newRow("socket") << "socket" << special;
+        QTest::newRow("device") << "/dev/zero" << special;
+        QTest::newRow("log of the kernel") << "/proc/kmsg"
+                                           << "it is a view of the kernel, which may have no end";
+        QTest::newRow("what the kernel shows to all") << "/proc/version"
+                                                      << "";
+        QTest::newRow("nothing") << "missing"
+                                 << "";
+        QTest::newRow("file") << "file"
+                              << "";
+    }
+
+    void opensNothingThatMayHaveNoEnd()
+    {
+        QFETCH(QString, path);
+        const QTemporaryDir folder;
+        const QByteArray inFolder = QFile::encodeName(folder.path()) + '/';
+        QCOMPARE(::mkfifo((inFolder + "pipe").constData(), 0600), 0);
+        QCOMPARE(::symlink("pipe", (inFolder + "link").constData()), 0);
+        QCOMPARE(::mknod((inFolder + "socket").constData(), S_IFSOCK | 0600, 0), 0);
+        QVERIFY(QFile(folder.filePath(QStringLiteral("file"))).open(QIODevice::WriteOnly));
+        const QString absolute = QDir(folder.path()).absoluteFilePath(path);
+        QTEST(Repository::refusalOfKind(absolute), "refusal");
+        QCOMPARE(FileFormat::ofFile(absolute), QStringLiteral("ini"));
+    }
+
+    // A file that is still taken for what it was can be edited, one that would not be is not written.
+    void findsMistaking_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("before");
+        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<bool>("isMistaken");
+        const auto row = [](const char* file, const char* type, const QByteArray& before,
+                            const QByteArray& after, bool isMistaken) {
+            QTest::addRow("%s: %s", file, after.left(10).constData())
+                << QString::fromLatin1(file) << QString::fromLatin1(type) << before << after << isMistaken;
+        };
+        row("a.conf", "ini", "k=1\n", "k=2\n", false);
+        row("a.conf", "ini", "k=1\n", "<a>=1\n", true);
+        row("a.conf", "ini", "", "{k=1\n", true);
+        row("a.ini", "ini", "k=1\n", "<a>=1\n", false);
+        row("a", "ini", "k=1\n", QByteArray("k=\0\n", 5), true);
+        row("a.conf", "json", "{}", "", true);
+        row("a.conf", "txt", "k=1\n", "<a>=1\n", false); // as somebody has asked for
+        row("a.svg", "xml", "<a/>", "", false);
+    }
+
+    void findsMistaking()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, type);
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QFETCH(bool, isMistaken);
+        const QString reason =
+            FileFormat::explainMistaking(file, type, before.toStdString(), after.toStdString());
+        QCOMPARE(!reason.isEmpty(), isMistaken);
     }
 
     void knowsAFileToComeByItsNameAlone()
