@@ -27,7 +27,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, c
 
 QString AttributeStore::refusalText(const QString& path, const QString& reason)
 {
-    return QStringLiteral("'%1' was left as it is: %2").arg(path, reason);
+    return QStringLiteral("'%1' was left as it is: %2").arg(RefusalText::shownPath(path), reason);
 }
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::refuseValue(StatusCode status, const QString& path,
@@ -90,7 +90,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::checkCreation(const QString
                                                                    int access, QString& reason)
 {
     if (!isValidPath(path)) {
-        reason = RefusalText::invalidPath();
+        reason = RefusalText::invalidPath(path);
         return StatusCode::InvalidPath;
     }
     if (isAtOrBelow(path, ownRoot)) {
@@ -152,7 +152,7 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::refuseUnknown(const QString
         isHidden = hidesValues(path);
     }
     if (!isValidPath(path))
-        return refuseValue(StatusCode::InvalidPath, path, value, isHidden, RefusalText::invalidPath());
+        return refuseValue(StatusCode::InvalidPath, path, value, isHidden, RefusalText::invalidPath(path));
     return refuseValue(StatusCode::NotFound, path, value, isHidden,
                        RefusalText::notFound() + QStringLiteral("; create it first"));
 }
@@ -205,6 +205,10 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
                                 const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
                                 int points)
 {
+    if (isTooDeep(pathOrPattern)) {
+        refuse(StatusCode::InvalidPath, pathOrPattern, RefusalText::invalidPath(pathOrPattern));
+        return {};
+    }
     RegistrationPointer registration(new Registration(callback, points));
     auto handle = std::make_shared<RegistrationHandle>(pathOrPattern, *registration, weak_from_this());
     if (callback && pathOrPattern.contains(QLatin1Char('*'))) {
@@ -257,8 +261,9 @@ bool AttributeStore::addRule(const QString& path, const QString& name)
     QString reason;
     const auto rule = makeRule(name, reason);
     if (!rule || !isValidPath(path)) {
-        logFailure(QStringLiteral("'%1' was not given the validation '%2': %3")
-                       .arg(path, name, rule ? RefusalText::invalidPath() : reason));
+        logFailure(
+            QStringLiteral("'%1' was not given the validation '%2': %3")
+                .arg(RefusalText::shownPath(path), name, rule ? RefusalText::invalidPath(path) : reason));
         return false;
     }
     const NodeIndex::Key key(path);

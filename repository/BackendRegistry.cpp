@@ -4,6 +4,7 @@
 #include "repository/BackendLookup.h"
 #include "repository/BackendReshaping.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFile>
@@ -91,7 +92,8 @@ bool BackendRegistry::createBackend(const QString& type, const QString& name,
         reason = create(description, option);
     }
     if (!reason.isEmpty())
-        logFailure(QStringLiteral("The backend '%1' was not created: %2").arg(name, reason));
+        logFailure(
+            QStringLiteral("The backend '%1' was not created: %2").arg(RefusalText::shownPath(name), reason));
     return reason.isEmpty();
 }
 
@@ -100,6 +102,8 @@ QString BackendRegistry::checkDescription(const Backend::Description& descriptio
     if (!getTypes().contains(description.type))
         return QStringLiteral("there is no backend type '%1'; known are: %2")
             .arg(description.type, getTypes().join(QStringLiteral(", ")));
+    if (isTooDeep(description.name))
+        return RefusalText::invalidPath(description.name);
     if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
         return QStringLiteral(
             "a backend's name is the path of its root: names joined by '.', none of them empty, "

@@ -106,6 +106,10 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         reason = QStringLiteral("a value needs a path");
         return StatusCode::InvalidPath;
     }
+    if (isTooDeep(path)) {
+        reason = RefusalText::invalidPath(path);
+        return StatusCode::InvalidPath;
+    }
     if (isAtOrBelow(path, ownRoot)) {
         reason = RefusalText::ownTree();
         return StatusCode::NotWritable;

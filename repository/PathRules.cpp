@@ -7,8 +7,19 @@
 
 namespace Repository {
 
+bool isTooDeep(QStringView path)
+{
+    if (path.size() < 2 * deepestPath)
+        return false;
+    const auto isBetween = [](QChar c) { return c == pathSeparator || c == QLatin1Char('*'); };
+    const qsizetype components = std::count_if(path.begin(), path.end(), isBetween) + 1;
+    return components > deepestPath || components > mostPathCharacters / path.size();
+}
+
 bool isValidPath(QStringView path)
 {
+    if (isTooDeep(path))
+        return false;
     bool componentIsEmpty = true;
     for (const QChar character : path) {
         if (character == QLatin1Char('*'))

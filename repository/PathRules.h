@@ -15,6 +15,14 @@ constexpr QLatin1Char pathSeparator('.');
 // The repository's own attributes lie below it; callers may only read them.
 constexpr QStringView ownRoot(u"internal");
 
+// No path has more components, as in files. Every node on the way keeps the path to it, so that the
+// characters of all of them are bounded, too.
+constexpr qsizetype deepestPath = 1024;
+constexpr qsizetype mostPathCharacters = qsizetype(64) << 20;
+
+// Whether the path or pattern is beyond these bounds.
+bool isTooDeep(QStringView path);
+
 // Whether the text names a place in the tree; "*" stands in patterns only.
 bool isValidPath(QStringView path);
 

@@ -62,6 +62,13 @@ QString RefusalText::shortened(const QString& text)
     return line;
 }
 
+QString RefusalText::shownPath(const QString& path)
+{
+    constexpr int most = 1000;
+    constexpr int end = 100;
+    return path.size() <= most ? path : path.left(end) + QStringLiteral("...") + path.right(end);
+}
+
 QString RefusalText::shown(const QVariant& value)
 {
     const auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
@@ -81,8 +88,8 @@ QString RefusalText::shown(const QVariant& value)
 
 QString RefusalText::ofValue(const QString& path, const QVariant& value, bool isHidden, const QString& reason)
 {
-    return isHidden ? QStringLiteral("'%1' was not set: %2").arg(path, reason)
-                    : QStringLiteral("'%1' was not set to %2: %3").arg(path, shown(value), reason);
+    return isHidden ? QStringLiteral("'%1' was not set: %2").arg(shownPath(path), reason)
+                    : QStringLiteral("'%1' was not set to %2: %3").arg(shownPath(path), shown(value), reason);
 }
 
 QString RefusalText::wrongType(const QVariant& value, int wantedType)
@@ -126,8 +133,11 @@ QString RefusalText::notFound()
     return QStringLiteral("there is no such attribute");
 }
 
-QString RefusalText::invalidPath()
+QString RefusalText::invalidPath(QStringView path)
 {
+    if (isTooDeep(path))
+        return QStringLiteral("it has more than %1 names, or too many characters for its depth")
+            .arg(deepestPath);
     return QStringLiteral("a path is names joined by '.', none of them empty and none with '*' in it");
 }
 

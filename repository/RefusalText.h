@@ -23,11 +23,14 @@ public:
     static QString readOnly(const Backend& backend);
     static QString unfit(const QVariant& value, bool isHidden, const QString& documentReason);
     static QString notFound();
-    static QString invalidPath();
+    static QString invalidPath(QStringView path);
     static QString ownTree();
 
     // The value in quotes and what it is, as in "'1.5' (a number)".
     static QString shown(const QVariant& value);
+
+    // The path, of a very long one its ends.
+    static QString shownPath(const QString& path);
 
     // Of a text at most what a person reads, on one line.
     static QString shortened(const QString& text);

@@ -17,6 +17,7 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
 {
     const Level above = levelAbove(path);
     Node& parent = *above.node;
+    budget.spend(path.size());
     auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(above.nameBegin())));
     node->parent = &parent;
     node->backend = root.backend;
@@ -58,10 +59,10 @@ Node& SubtreeBuilder::search(const QString& path)
     return *byPath.value(path, &root);
 }
 
-void SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries)
+bool SubtreeBuilder::file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries)
 {
     byPath.clear();
-    made.file(index, patterns, [&](Node& node) {
+    return made.file(index, patterns, [&](Node& node) {
         if (node.isAttribute())
             Delivery::collect(deliveries, node, patterns, Delivery::UpdateResult::Created);
     });

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/Delivery.h"
 #include "repository/NewNodes.h"
+#include "repository/PathBudget.h"
 
 #include <QHash>
 
@@ -27,8 +28,9 @@ public:
     // A node that is not there yet; the path is relative to the root and not empty. Parents come first.
     void add(std::string_view path, const FrameworkCore::Values::Value& value);
 
-    // Hands all nodes to the index, and appends what the watchers of the new attributes are to be told.
-    void file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries);
+    // Hands all nodes to the index, and appends what the watchers of the new attributes are to be told; false
+    // when there was no memory for all of that.
+    bool file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries);
 
 private:
     // A node that the next one may go into: the last one, and those above it.
@@ -46,6 +48,7 @@ private:
 
     Node& root;
     NewNodes made;
+    PathBudget budget;
     std::string last; // the relative path of the last level
     std::vector<Level> levels;
     QHash<QStringView, Node*> byPath; // empty until a node is searched

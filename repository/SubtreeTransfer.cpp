@@ -232,7 +232,7 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
     if (!isValidPath(to) || isAtOrBelow(to, from))
         return {StatusCode::InvalidPath, to,
                 isValidPath(to) ? QStringLiteral("'%1' cannot be put into itself").arg(from)
-                                : RefusalText::invalidPath()};
+                                : RefusalText::invalidPath(to)};
     if (edit.find(to))
         return {StatusCode::AlreadyExists, to, QStringLiteral("it exists already; choose another name")};
     if (isMove && isAtOrBelow(from, ownRoot))
@@ -353,7 +353,7 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
                       report);
     }
     if (!path.isEmpty() && !isValidPath(path))
-        return finish({StatusCode::InvalidPath, path, RefusalText::invalidPath()}, report);
+        return {StatusCode::InvalidPath, path, RefusalText::invalidPath(path)};
     // Nearly always there is one entry a line, or between two commas.
     const auto expected =
         std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));

@@ -115,6 +115,7 @@ Node& TreeEdit::ensureChild(Node& parent, const QString& path)
 
 std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
 {
+    budget.spend(std::size_t(path.size()));
     auto made = std::make_unique<Node>(path);
     made->parent = &parent;
     made->backend = parent.backend;

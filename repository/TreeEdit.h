@@ -6,6 +6,7 @@
 #include "repository/Delivery.h"
 #include "repository/FileHold.h"
 #include "repository/NewNodes.h"
+#include "repository/PathBudget.h"
 #include "repository/StepRecorder.h"
 
 #include <map>
@@ -139,6 +140,7 @@ private:
     std::map<Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
     std::vector<Note> notes;
+    PathBudget budget;         // of the nodes that it makes
     std::set<Backend*> hiding; // not owned; those in which what must not be read was touched
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };

@@ -23,7 +23,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         if (!value)
             return Session::fail(ExitCode::Refused, QStringLiteral("'%1': %2").arg(path, reason));
     }
-    if (!Repository::isValidPath(path))
+    if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
         return Session::fail(ExitCode::Usage,
                              QStringLiteral("'%1' is no path: names joined by \".\", none of them empty, and "
                                             "none with \"*\" in it")

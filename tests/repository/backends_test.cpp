@@ -111,6 +111,45 @@ private slots:
         QCOMPARE(contentOf(file), bytes.replace('2', '3'));
     }
 
+    // Each of the paths would hold the long name.
+    void refusesPathsThatTakeManyTimesTheFile_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("text");
+        const QByteArray name(100'000, 'n');
+        constexpr int depth = 900;
+        QTest::newRow("json") << "json"
+                              << "{\"" + name + "\":" + QByteArray("{\"a\":").repeated(depth) + "1" +
+                                     QByteArray(depth + 1, '}');
+        QTest::newRow("xml") << "xml"
+                             << "<" + name + ">" + QByteArray("<a>").repeated(depth) +
+                                    QByteArray("</a>").repeated(depth) + "</" + name + ">";
+        QTest::newRow("txt") << "txt" << name + QByteArray(".a").repeated(depth) + " = 1\n";
+        QTest::newRow("ini") << "ini" << '[' + name + QByteArray(".a").repeated(depth) + "]\n";
+    }
+
+    void refusesPathsThatTakeManyTimesTheFile()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, text);
+        const QString file = put(QStringLiteral("a.") + type, text);
+        const quint64 before = lastLogNumber();
+        QVERIFY(!mount(type, QStringLiteral("deep"), file));
+        const QString failure = failuresSince(before).join(QLatin1Char('\n'));
+        QVERIFY2(failure.contains(QLatin1String("memory")), qPrintable(failure));
+        QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("deep")).exists);
+        // What is open takes in nothing of the kind either.
+        const QByteArray small = type == QLatin1String("json")  ? "{\"k\":1}"
+                                 : type == QLatin1String("xml") ? "<k/>"
+                                                                : "k=1\n";
+        put(QStringLiteral("a.") + type, small);
+        QVERIFY(mount(type, QStringLiteral("deep"), file));
+        put(QStringLiteral("a.") + type, text);
+        QVERIFY(!repository->getBackendInterface()->reloadBackend(QStringLiteral("deep")));
+        QVERIFY(repository->getTreeInterface()->getNodeInformation(QStringLiteral("deep.k")).exists);
+        QVERIFY(repository->getBackendInterface()->closeBackend(QStringLiteral("deep"), true));
+    }
+
     void showsFiles()
     {
         QVERIFY(mount(QStringLiteral("json"), QStringLiteral("lab.bench"),
