@@ -43,6 +43,7 @@ const std::vector<Option>& CommandTable::commonOptions()
         {"--backend", "NAME=FILE[:ro|wo|rw]", Word::Backend,
          "let NAME stand for FILE, read-only, write-only or (as without) read-write; may be repeated", true},
         {"--format", "FORMAT", Word::Format, "the format of FILE, when its name does not tell it"},
+        {"--max-size", "MIB", Word::Text, "read and write files of up to so many MiB instead of 256"},
         {"--help", {}, Word::Text, "show help"},
         {"--version", {}, Word::Text, "show the version"},
     };
@@ -77,7 +78,10 @@ const std::vector<Topic>& CommandTable::topics()
           "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
           "another "
           "program "
-          "has changed meanwhile is kept, too, or the command ends with exit code 3."}},
+          "has changed meanwhile is kept, too, or the command ends with exit code 3.",
+          "A file of more than 256 MiB is refused, so that none takes all memory. --max-size, or the "
+          "variable "
+          "VANTRY_MAX_FILE_SIZE of the environment, sets another limit, up to 2047 MiB."}},
         {"Paths",
          {"A path is the names that lead to an attribute, joined by \".\", as in server.port; \"\" or \".\" "
           "is the "

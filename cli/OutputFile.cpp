@@ -3,6 +3,7 @@
 #include "cli/Messages.h"
 #include "cli/Output.h"
 #include "files/FileSaver.h"
+#include "files/SizeLimit.h"
 #include "repository/FileFormat.h"
 #include "repository/UnifiedDiff.h"
 

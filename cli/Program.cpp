@@ -5,6 +5,7 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Usage.h"
+#include "files/SizeLimit.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 
 #include <QTextCodec>
@@ -37,6 +38,24 @@ std::optional<QStringList> wordsOf(int argc, char** argv)
     return words;
 }
 
+// False, and told, for an option that is not a size.
+bool limitSizes(const Invocation& invocation)
+{
+    using Files::SizeLimit;
+    if (!invocation.has("--max-size"))
+        return true;
+    const QString given = invocation.valueOf("--max-size");
+    constexpr auto most = quint64(SizeLimit::most / SizeLimit::bytesInMiB);
+    const quint64 size = given.toULongLong();
+    if (size == 0 || size > most) {
+        Messages::tell(
+            QStringLiteral("--max-size needs a number of MiB from 1 to %1, not '%2'").arg(most).arg(given));
+        return false;
+    }
+    SizeLimit::set(size * SizeLimit::bytesInMiB);
+    return true;
+}
+
 ExitCode runInvocation(const Invocation& invocation)
 {
     if (!invocation.error.isEmpty())
@@ -53,6 +72,8 @@ ExitCode runInvocation(const Invocation& invocation)
     if (!invocation.command)
         return Session::fail(ExitCode::Usage,
                              QStringLiteral("there is no command; 'vantry help' lists them"));
+    if (!limitSizes(invocation))
+        return ExitCode::Usage;
     Messages::takeOverLog();
     Session session(invocation);
     return session.getFailure() == ExitCode::Done ? invocation.command->run(session, invocation)
