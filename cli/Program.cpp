@@ -10,7 +10,10 @@
 
 #include <QTextCodec>
 
+#include <new>
 #include <optional>
+#include <stdexcept>
+#include <system_error>
 
 // Resources of a static library are registered on request; Q_INIT_RESOURCE works outside namespaces only.
 static void initialiseResources()
@@ -80,6 +83,20 @@ ExitCode runInvocation(const Invocation& invocation)
                                                   : session.getFailure();
 }
 
+// What the system refuses, memory above all, ends the command like a file that cannot be read; the file is as
+// it was.
+ExitCode runGuarded(const QStringList& words)
+{
+    try {
+        return runInvocation(Invocation::parse(words));
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {
+    } catch (const std::system_error& error) {
+        return Session::fail(ExitCode::BadFile, QString::fromLocal8Bit(error.what()));
+    }
+    return Session::fail(ExitCode::BadFile, QStringLiteral("there is not enough memory for this"));
+}
+
 } // namespace
 
 ExitCode Program::run(int argc, char** argv)
@@ -88,7 +105,7 @@ ExitCode Program::run(int argc, char** argv)
     // File names are UTF-8 whatever the locale, which is often missing where scripts run.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     const auto words = wordsOf(argc, argv);
-    const ExitCode code = words ? runInvocation(Invocation::parse(*words)) : ExitCode::Usage;
+    const ExitCode code = words ? runGuarded(*words) : ExitCode::Usage;
     return Output::flush() || code != ExitCode::Done ? code : ExitCode::BadFile;
 }
 

@@ -46,6 +46,8 @@ ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
         return ExitCode::Negative;
     case FrameworkCore::AppConfig::InvalidPath:
         return ExitCode::Usage;
+    case FrameworkCore::AppConfig::NotEnoughMemory:
+        return ExitCode::BadFile;
     default:
         return ExitCode::Refused;
     }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <new>
 #include <optional>
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -103,17 +104,38 @@ public:
     void run()
     {
         watches.emplace();
-        while (takeFiles()) {
-            wait();
-            const Clock::time_point now = Clock::now();
-            for (const int file : settings.usesSystem ? watches->takeNews() : std::vector<int>())
-                postpone(file, now);
-            pollFiles(now);
-            tellDue(now);
+        while (goesOn()) {
         }
     }
 
 private:
+    // Where memory is refused for a moment, what has changed is found by looking at the files later.
+    bool goesOn()
+    {
+        try {
+            return look();
+        } catch (const std::bad_alloc&) {
+            for (const auto& [number, file] : known)
+                file->isPolled = true;
+            constexpr int soon = 200;
+            ::poll(nullptr, 0, soon);
+            return true;
+        }
+    }
+
+    bool look()
+    {
+        if (!takeFiles())
+            return false;
+        wait();
+        const Clock::time_point now = Clock::now();
+        for (const int file : settings.usesSystem ? watches->takeNews() : std::vector<int>())
+            postpone(file, now);
+        pollFiles(now);
+        tellDue(now);
+        return true;
+    }
+
     using Files = std::map<int, std::shared_ptr<Watched>>;
 
     void wake() const { ::eventfd_write(waker, 1); }
@@ -126,8 +148,8 @@ private:
             const std::lock_guard lock(mutex);
             if (isStopped || !hasOtherFiles)
                 return !isStopped;
-            hasOtherFiles = false;
             present = files;
+            hasOtherFiles = false;
         }
         for (const auto& [number, file] : known) {
             if (present.count(number) == 0)

@@ -3,7 +3,10 @@
 #include "repository/AttributeStore.h"
 #include "repository/BackendChanges.h"
 #include "repository/BackendRegistry.h"
+#include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
+#include "repository/RefusalText.h"
+#include "repository/RepositoryLog.h"
 #include "repository/Rule.h"
 #include "repository/StepReplay.h"
 #include "repository/SubtreeTransfer.h"
@@ -13,6 +16,16 @@ namespace Repository {
 using namespace FrameworkCore::AppConfig;
 
 namespace {
+
+// Does it, or logs that there is no memory for it and gives the result that says so.
+template <typename Operation, typename Result>
+Result orLogged(const QString& path, Result refusal, const Operation& operation)
+{
+    return guardMemory(operation, [&](const QString& reason) {
+        logFailure(QStringLiteral("'%1': %2").arg(RefusalText::shownPath(path), reason));
+        return refusal;
+    });
+}
 
 // The faces that the store shows to the contract; each keeps the store alive.
 
@@ -43,12 +56,13 @@ public:
     bool createAttribute(const QString& path, const QVariant& value, const int& option,
                          const int& access) override
     {
-        return store->create(path, value, option, access) == StatusCode::Success;
+        return orLogged(path, StatusCode::NotEnoughMemory,
+                        [&] { return store->create(path, value, option, access); }) == StatusCode::Success;
     }
 
     int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override
     {
-        return store->write(path, value, points);
+        return orLogged(path, StatusCode::NotEnoughMemory, [&] { return store->write(path, value, points); });
     }
 
 private:
@@ -92,17 +106,22 @@ class Tree : public Interfaces::TreeInterface
 public:
     explicit Tree(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
 
-    QStringList getChildNames(const QString& path) const override { return store->getChildNames(path); }
+    QStringList getChildNames(const QString& path) const override
+    {
+        return orLogged(path, QStringList(), [&] { return store->getChildNames(path); });
+    }
     int getChildCount(const QString& path) const override { return store->getChildCount(path); }
     QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
     {
-        return store->getChildren(path, {});
+        return orLogged(path, QVector<Interfaces::ChildInformation>(),
+                        [&] { return store->getChildren(path, {}); });
     }
 
     QVector<Interfaces::ChildInformation> getChildrenBeginningWith(const QString& path,
                                                                    const QString& beginning) const override
     {
-        return store->getChildren(path, beginning);
+        return orLogged(path, QVector<Interfaces::ChildInformation>(),
+                        [&] { return store->getChildren(path, beginning); });
     }
     Interfaces::NodeInformation getNodeInformation(const QString& path) const override
     {
@@ -110,9 +129,12 @@ public:
     }
     QStringList findPaths(const Interfaces::PathSearch& search) const override
     {
-        return store->findPaths(search);
+        return orLogged(search.pattern, QStringList(), [&] { return store->findPaths(search); });
     }
-    StatusCode removeTree(const QString& path) override { return store->removeTree(path); }
+    StatusCode removeTree(const QString& path) override
+    {
+        return orLogged(path, StatusCode::NotEnoughMemory, [&] { return store->removeTree(path); });
+    }
 
 private:
     std::shared_ptr<AttributeStore> store;
@@ -128,12 +150,18 @@ public:
     {
         return std::make_unique<OpenStep>(store, name);
     }
-    StatusCode undo() override { return StepReplay(*store, History::Direction::Undo).run(); }
-    StatusCode redo() override { return StepReplay(*store, History::Direction::Redo).run(); }
+    StatusCode undo() override { return replay(History::Direction::Undo); }
+    StatusCode redo() override { return replay(History::Direction::Redo); }
     QString getUndoName() const override { return store->getHistory().getName(History::Direction::Undo); }
     QString getRedoName() const override { return store->getHistory().getName(History::Direction::Redo); }
 
 private:
+    StatusCode replay(History::Direction direction)
+    {
+        return orLogged(store->getHistory().getName(direction), StatusCode::NotEnoughMemory,
+                        [&] { return StepReplay(*store, direction).run(); });
+    }
+
     class OpenStep : public Step
     {
     public:

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/EntryList.h"
+#include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
 #include "repository/UnifiedDiff.h"
 #include "repository/documents/TextEncoding.h"
@@ -75,7 +76,10 @@ bool Backend::removalMovesSiblings(const QString& path) const
 QString Backend::edit(const std::function<Outcome(Document&)>& change)
 {
     const QString refusal = closedText();
-    return refusal.isEmpty() ? QString::fromStdString(content.edit(change).error) : refusal;
+    if (!refusal.isEmpty())
+        return refusal;
+    const auto operation = [&] { return QString::fromStdString(content.edit(change).error); };
+    return guardMemory(operation, [](const QString& reason) { return reason; });
 }
 
 bool Backend::set(const QString& path, const Value& value, QString& reason)

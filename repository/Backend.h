@@ -143,6 +143,7 @@ private:
     Changes change(const std::function<void()>& operation);
     QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
     QString conflictText() const;
+    QString damageText() const;
 
     const Description description;
     const Files::FileSaver files;

@@ -3,6 +3,7 @@
 #include "repository/AttributeStore.h"
 #include "repository/BackendLookup.h"
 #include "repository/BackendReshaping.h"
+#include "repository/MemoryGuard.h"
 #include "repository/RepositoryLog.h"
 
 namespace Repository {
@@ -27,13 +28,21 @@ QStringList BackendChanges::getEditedBackends() const
 QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) const
 {
     const auto backend = findBackend(*store, name);
-    return backend ? backend->getUnsavedChanges() : QVector<UnsavedChange>();
+    const auto compare = [&] { return backend ? backend->getUnsavedChanges() : QVector<UnsavedChange>(); };
+    return guardMemory(compare, [&](const QString& reason) {
+        logFailure(QStringLiteral("The changes of the backend '%1' were not listed: %2").arg(name, reason));
+        return QVector<UnsavedChange>();
+    });
 }
 
 QString BackendChanges::getUnsavedDiff(const QString& name) const
 {
     const auto backend = findBackend(*store, name);
-    return backend ? backend->getUnsavedDiff() : QString();
+    const auto compare = [&] { return backend ? backend->getUnsavedDiff() : QString(); };
+    return guardMemory(compare, [&](const QString& reason) {
+        logFailure(QStringLiteral("The changes of the backend '%1' were not shown: %2").arg(name, reason));
+        return QString();
+    });
 }
 
 StatusCode BackendChanges::revert(const QString& path)
@@ -46,9 +55,13 @@ StatusCode BackendChanges::revert(const QString& path)
                 .arg(path));
         return StatusCode::NotFound;
     }
-    const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Revert %1").arg(path); });
-    BackendReshaping reshaping(*store, *backend, step.getRecorder());
-    const QString refusal = backend->revert(path, std::ref(reshaping));
+    const auto operation = [&] {
+        const History::Scope step(store->getHistory(),
+                                  [&path] { return QStringLiteral("Revert %1").arg(path); });
+        BackendReshaping reshaping(*store, *backend, step.getRecorder());
+        return backend->revert(path, std::ref(reshaping));
+    };
+    const QString refusal = guardMemory(operation, [](const QString& reason) { return reason; });
     if (refusal.isEmpty())
         return StatusCode::Success;
     logFailure(QStringLiteral("'%1' was not reverted: %2").arg(path, refusal));
@@ -59,13 +72,18 @@ StatusCode BackendChanges::resolveConflicts(const QString& path, ConflictSide si
 {
     const auto backend = backendOf(*store, path);
     bool found = false;
-    QString refusal;
-    if (backend) {
+    const auto operation = [&] {
+        if (!backend)
+            return QString();
         const History::Scope step(store->getHistory(),
                                   [&path] { return QStringLiteral("Resolve %1").arg(path); });
         BackendReshaping reshaping(*store, *backend, step.getRecorder());
-        refusal = backend->resolveConflicts(path, side, std::ref(reshaping), found);
-    }
+        return backend->resolveConflicts(path, side, std::ref(reshaping), found);
+    };
+    QString refusal = guardMemory(operation, [&found](const QString& reason) {
+        found = true;
+        return reason;
+    });
     if (!found)
         refusal = QStringLiteral("there is no conflict at or below it");
     if (refusal.isEmpty())

@@ -60,6 +60,13 @@ QString Backend::reasonOf(const Outcome& outcome) const
                                    .arg(reason);
 }
 
+QString Backend::damageText() const
+{
+    return QStringLiteral("%1: there was not enough memory for an edit, which is only half done; revert the "
+                          "file or open it anew")
+        .arg(description.filePath);
+}
+
 Files::ReadFileResult Backend::readFile()
 {
     Files::ReadFileResult file = files.read(nameOnDisk(description));
@@ -103,6 +110,8 @@ QString Backend::write(const Reshaping& reshape, std::string& warning)
         if (!refusal.isEmpty())
             return refusal;
         isGone = isGone && !isThere; // somebody may have put it back
+        if (content.isDamaged())
+            return damageText();
         refusal = conflictText();
         if (!refusal.isEmpty())
             return QStringLiteral("%1: %2").arg(description.filePath, refusal);
@@ -160,6 +169,12 @@ QString Backend::takeIn(const std::string& found, const Files::FileStamp& foundS
         return QStringLiteral("what another program has written there cannot be read: %1; what is open "
                               "stays as it was")
             .arg(reasonOf(outcome));
+    }
+    PathBudget::check(*theirs);
+    {
+        const std::lock_guard lock(mutex);
+        if (content.isDamaged())
+            return damageText();
     }
     EditedDocument copy = getCopy();
     const std::size_t copied = copy.getRevision();

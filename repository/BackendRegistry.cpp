@@ -3,12 +3,14 @@
 #include "repository/AttributeStore.h"
 #include "repository/BackendLookup.h"
 #include "repository/BackendReshaping.h"
+#include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 namespace Repository {
 
@@ -38,6 +40,11 @@ QString trimSeparators(QString name)
     while (name.endsWith(pathSeparator))
         name.chop(1);
     return name;
+}
+
+auto noMemoryFor(const QString& file)
+{
+    return [file](const QString& reason) { return QStringLiteral("%1: %2").arg(file, reason); };
 }
 
 QString noSuchBackend()
@@ -89,7 +96,7 @@ bool BackendRegistry::createBackend(const QString& type, const QString& name,
     QString reason = checkDescription(description);
     if (reason.isEmpty()) {
         description.filePath = QFileInfo(description.filePath).absoluteFilePath();
-        reason = create(description, option);
+        reason = guardMemory([&] { return create(description, option); }, noMemoryFor(description.filePath));
     }
     if (!reason.isEmpty())
         logFailure(
@@ -133,14 +140,16 @@ QString BackendRegistry::create(const Backend::Description& description, int opt
     QString reason = reserve(identity);
     if (!reason.isEmpty())
         return reason;
+    const auto release = qScopeGuard([&] {
+        const std::lock_guard lock(mutex);
+        opening.remove(identity);
+    });
     const auto before = std::chrono::system_clock::now();
     const auto backend = Backend::open(description, reason);
     if (backend)
         reason = store->mount(backend);
     if (reason.isEmpty())
         watch(backend, before);
-    const std::lock_guard lock(mutex);
-    opening.remove(identity);
     return reason;
 }
 
@@ -155,8 +164,11 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
         const auto mounted = weakBackend.lock();
         if (!attributes || !mounted || mounted->isClosed())
             return;
-        BackendReshaping reshaping(*attributes, *mounted);
-        const QString refusal = mounted->reload(Backend::Look::Happening, std::ref(reshaping));
+        const auto reload = [&] {
+            BackendReshaping reshaping(*attributes, *mounted);
+            return mounted->reload(Backend::Look::Happening, std::ref(reshaping));
+        };
+        const QString refusal = guardMemory(reload, noMemoryFor(mounted->getDescription().filePath));
         if (!refusal.isEmpty())
             logFailure(QStringLiteral("The file of the backend '%1' has changed: %2")
                            .arg(mounted->getName(), refusal));
@@ -195,8 +207,11 @@ QString BackendRegistry::reserve(const QString& identity)
 
 QString BackendRegistry::reload(Backend& backend)
 {
-    BackendReshaping reshaping(*store, backend);
-    return backend.reload(Backend::Look::Asked, std::ref(reshaping));
+    const auto operation = [&] {
+        BackendReshaping reshaping(*store, backend);
+        return backend.reload(Backend::Look::Asked, std::ref(reshaping));
+    };
+    return guardMemory(operation, noMemoryFor(backend.getDescription().filePath));
 }
 
 bool BackendRegistry::reloadBackend(const QString& name)
@@ -211,11 +226,14 @@ bool BackendRegistry::reloadBackend(const QString& name)
 bool BackendRegistry::saveBackend(const QString& name)
 {
     const auto backend = findBackend(*store, name);
-    QString reason = noSuchBackend();
-    if (backend) {
+    const auto operation = [&] {
+        if (!backend)
+            return noSuchBackend();
         BackendReshaping reshaping(*store, *backend);
-        reason = backend->save(std::ref(reshaping));
-    }
+        return backend->save(std::ref(reshaping));
+    };
+    const QString reason =
+        guardMemory(operation, noMemoryFor(backend ? backend->getDescription().filePath : name));
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not saved: %2").arg(name, reason));
     return reason.isEmpty();
@@ -224,7 +242,10 @@ bool BackendRegistry::saveBackend(const QString& name)
 bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 {
     const auto backend = findBackend(*store, name);
-    const QString reason = backend ? store->unmount(backend, discardChanges) : noSuchBackend();
+    const auto operation = [&] {
+        return backend ? store->unmount(backend, discardChanges) : noSuchBackend();
+    };
+    const QString reason = guardMemory(operation, noMemoryFor(name));
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
     else

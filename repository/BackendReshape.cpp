@@ -1,5 +1,7 @@
 #include "repository/BackendReshape.h"
 
+#include "repository/MemoryGuard.h"
+
 namespace Repository {
 
 Backend::Reshape::Reshape(Backend& reshapedBackend) : backend(reshapedBackend.shared_from_this())
@@ -30,7 +32,9 @@ QString Backend::Reshape::respell(const QString& path, const std::string& spelli
 QString Backend::Reshape::replaceText(std::string bytes)
 {
     const std::lock_guard lock(backend->mutex);
-    return backend->edit([&](Documents::Document& text) { return text.parse(std::move(bytes)); });
+    const QString refusal = backend->closedText();
+    return refusal.isEmpty() ? QString::fromStdString(backend->content.replaceText(std::move(bytes)).error)
+                             : refusal;
 }
 
 void Backend::Reshape::keepText()
@@ -41,9 +45,11 @@ void Backend::Reshape::keepText()
     keptText = backend->content.getText();
 }
 
-void Backend::Reshape::restoreText()
+void Backend::Reshape::restoreText() noexcept
 {
-    if (keptText && replaceText(*std::move(keptText)).isEmpty())
+    const auto restore = [this] { return keptText ? replaceText(*keptText) : QString(); };
+    const QString refusal = guardMemory(restore, [](const QString& reason) { return reason; });
+    if (refusal.isEmpty())
         keptText.reset();
 }
 

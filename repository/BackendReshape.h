@@ -26,7 +26,7 @@ public:
 
     // Takes the document back to what it was when keepText was called first; nothing without that.
     void keepText();
-    void restoreText();
+    void restoreText() noexcept;
 
 private:
     const std::shared_ptr<Backend> backend;

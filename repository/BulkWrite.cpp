@@ -21,6 +21,8 @@ BulkWrite::~BulkWrite()
 {
     if (isFinished)
         return;
+    items = {}; // which may have taken the memory that is needed now
+    held = {};
     for (Backend* backend : touched)
         edit.reshape(*backend).restoreText();
 }
@@ -159,11 +161,11 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QS
 
 void BulkWrite::finish()
 {
-    isFinished = true;
-    if (newPlace) {
+    if (newPlace)
         showNew();
+    isFinished = true;
+    if (newPlace)
         return;
-    }
     for (const Item& item : items)
         show(item);
 }

@@ -100,6 +100,7 @@ void EditedDocument::begin(std::unique_ptr<Document> fresh, std::string text)
     base = std::move(text);
     conflicts.clear();
     comparedRevision = ++revision;
+    damaged = false;
     differs = false;
     edited.clear();
 }
@@ -113,12 +114,12 @@ std::string EditedDocument::getText() const
 bool EditedDocument::hasEdits() const
 {
     compare();
-    return differs;
+    return damaged || differs;
 }
 
 void EditedDocument::compare() const
 {
-    if (comparedRevision == revision)
+    if (damaged || comparedRevision == revision)
         return;
     edited = document->getBytes();
     differs = edited != base;
@@ -129,9 +130,25 @@ void EditedDocument::compare() const
 
 Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
 {
+    if (damaged)
+        return {"there was not enough memory for an edit before; revert the file or open it anew", 0, 0};
+    damaged = true; // unless it comes back
     Outcome outcome = operation(*document);
+    damaged = false;
     if (outcome.ok())
         ++revision;
+    return outcome;
+}
+
+Outcome EditedDocument::replaceText(std::string text)
+{
+    auto fresh = Documents::makeDocument(type);
+    Outcome outcome = fresh->parse(std::move(text));
+    if (!outcome.ok())
+        return outcome;
+    document = std::move(fresh);
+    damaged = false;
+    ++revision;
     return outcome;
 }
 
@@ -206,6 +223,8 @@ std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& ty
 
 std::string EditedDocument::revert(const std::vector<std::string>& paths)
 {
+    if (damaged)
+        return load(base).error;
     const std::unique_ptr<Document> before = parsed(base);
     std::vector<DocumentChange> changes = compareDocuments(*document, *before);
     const Subtrees wanted(paths);

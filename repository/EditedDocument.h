@@ -35,8 +35,15 @@ public:
     std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
 
-    // Changes the document by an operation on it, and passes on what came of it.
+    // Changes the document by an operation on it, and passes on what came of it. Where memory is refused in
+    // the middle, the document is damaged: nothing is done with it until it is loaded or reverted as a whole.
     Outcome edit(const std::function<Outcome(Documents::Document&)>& operation);
+
+    bool isDamaged() const { return damaged; }
+
+    // Puts another text in the place of the document's, whatever has become of that. The base stays. A text
+    // that does not parse changes nothing.
+    Outcome replaceText(std::string text);
 
     // Another number after every change of the document, and of what is in conflict.
     std::size_t getRevision() const { return revision; }
@@ -84,6 +91,7 @@ private:
     std::unique_ptr<Documents::Document> document;
     std::string base;
     std::size_t revision = 0;
+    bool damaged = false;
     // The text is put together once for all that a save asks; it is kept while it differs from the base.
     void compare() const;
     mutable std::size_t comparedRevision = 0; // at which the following was found out

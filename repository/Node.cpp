@@ -1,5 +1,7 @@
 #include "repository/Node.h"
 
+#include <new>
+
 namespace Repository {
 
 namespace {
@@ -10,8 +12,10 @@ constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at t
 
 void Children::append(Node& child)
 {
+    if (!prefixes.empty() && prefixes.size() == prefixes.capacity())
+        prefixes.reserve(2 * prefixes.size());
     child.slot = quint32(places.size());
-    places.push_back(&child);
+    places.push_back(&child); // nothing fails behind it, so that the child is in both or in none
     ++count;
     if (!prefixes.empty())
         prefixes.push_back(prefixOf(child));
@@ -19,10 +23,15 @@ void Children::append(Node& child)
         fillPrefixes();
 }
 
-void Children::remove(Node& child)
+void Children::drop(Node& child) noexcept
 {
     places[child.slot] = nullptr;
     --count;
+}
+
+void Children::remove(Node& child)
+{
+    drop(child);
     if (places.size() < 16 || places.size() < 2 * std::size_t(count))
         return;
     std::vector<Node*> closed;
@@ -53,9 +62,14 @@ NamePrefix Children::prefixOf(const Node& child)
     return prefix;
 }
 
+// A search does without them, too.
 void Children::fillPrefixes()
 {
-    prefixes.reserve(places.capacity());
+    try {
+        prefixes.reserve(places.capacity());
+    } catch (const std::bad_alloc&) {
+        return;
+    }
     for (const Node* const child : places)
         prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
 }

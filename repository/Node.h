@@ -27,6 +27,7 @@ struct Children
 
     void append(Node& child);
     void remove(Node& child);
+    void drop(Node& child) noexcept;    // the same, without closing gaps
     void markBranch(const Node& child); // a child that has children now
 
     // Visits the children that the filter accepts, and others when there are few, until the visitor gives

@@ -37,7 +37,7 @@ public:
     {
         Node* find(const Key& key) const { return nodes.find(key.path, key.hash); }
 
-        // Gives a node that is about to be inserted what waits for its path.
+        // Gives a new node what waits for its path.
         void handWaiting(Node& node);
 
         mutable std::mutex mutex; // guards all of the shard and the attribute part of its nodes

@@ -8,6 +8,6 @@ namespace Repository {
 QString logCategory();
 
 // Logs why an operation was refused. Any thread; never with a lock of the repository held.
-void logFailure(const QString& text);
+void logFailure(const QString& text) noexcept;
 
 } // namespace Repository

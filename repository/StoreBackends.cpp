@@ -47,6 +47,7 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
         return QStringLiteral("the backend '%1' exists already").arg(name);
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return QStringLiteral("there are attributes at or below '%1' already").arg(name);
+    backends.reserve(backends.size() + 1);
     edit.mount(*backend);
     backends.push_back(backend);
     Repository::publish(edit, backendNamesPath + pathSeparator + name, name);

@@ -7,6 +7,7 @@
 #include "repository/BulkWrite.h"
 #include "repository/EncodedNames.h"
 #include "repository/ExportText.h"
+#include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
@@ -98,6 +99,11 @@ StatusCode SubtreeTransfer::finish(const Refusal& refusal, TransferReport& repor
         report.setReason(line);
     logFailure(line);
     return refusal.status;
+}
+
+auto SubtreeTransfer::noMemoryAt(const QString& path)
+{
+    return [path](const QString& reason) { return Refusal{StatusCode::NotEnoughMemory, path, reason}; };
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::add(BulkWrite& bulk, const QString& path, const Part& part) const
@@ -200,27 +206,25 @@ StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to)
 
 StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
 {
-    Refusal refusal;
-    {
+    const auto operation = [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
-        refusal = transfer(edit, from, to, false, report);
-    }
-    return finish(refusal, report);
+        return transfer(edit, from, to, false, report);
+    };
+    return finish(guardMemory(operation, noMemoryAt(to)), report);
 }
 
 StatusCode SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
     TransferReport report;
-    Refusal refusal;
-    {
+    const auto operation = [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Move %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
-        refusal = transfer(edit, from, to, true, report);
-    }
-    return finish(refusal, report);
+        return transfer(edit, from, to, true, report);
+    };
+    return finish(guardMemory(operation, noMemoryAt(to)), report);
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QString& to,
@@ -282,6 +286,13 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
 {
     if (!Documents::makeDocument(type.toStdString()))
         return finish({StatusCode::BackendFailure, path, noType(type)}, report);
+    const auto operation = [&] { return writeTree(path, type, text, report); };
+    return finish(guardMemory(operation, noMemoryAt(path)), report);
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::writeTree(const QString& path, const QString& type,
+                                                    QByteArray& text, TransferReport& report)
+{
     Refusal refusal{StatusCode::NotFound, path, RefusalText::notFound()};
     std::vector<Part> parts;
     {
@@ -297,9 +308,8 @@ StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type,
     const auto sources = backendsTouching(*store, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
-    if (refusal.status == StatusCode::Success)
-        refusal = writeText(path, type, std::move(parts), text, report);
-    return finish(refusal, report);
+    return refusal.status == StatusCode::Success ? writeText(path, type, std::move(parts), text, report)
+                                                 : refusal;
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const QString& type,
@@ -339,25 +349,31 @@ StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type,
 StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text,
                                        TransferReport& report)
 {
+    const auto operation = [&] { return readTree(path, type, text, report); };
+    return finish(guardMemory(operation, noMemoryAt(path)), report);
+}
+
+SubtreeTransfer::Refusal SubtreeTransfer::readTree(const QString& path, const QString& type,
+                                                   const QByteArray& text, TransferReport& report)
+{
     auto document = Documents::makeDocument(type.toStdString());
     if (!document)
-        return finish({StatusCode::BackendFailure, path, noType(type)}, report);
+        return {StatusCode::BackendFailure, path, noType(type)};
     const Documents::Outcome outcome = document->parse(text.toStdString());
     if (!outcome.ok()) {
         report.setReason(QStringLiteral("line %1, column %2: %3")
                              .arg(outcome.line)
                              .arg(outcome.column)
                              .arg(QString::fromStdString(outcome.error)));
-        return finish({StatusCode::BackendFailure, path,
-                       QStringLiteral("the text is no %1: %2").arg(type, report.getReason())},
-                      report);
+        return {StatusCode::BackendFailure, path,
+                QStringLiteral("the text is no %1: %2").arg(type, report.getReason())};
     }
     if (!path.isEmpty() && !isValidPath(path))
         return {StatusCode::InvalidPath, path, RefusalText::invalidPath(path)};
     // Nearly always there is one entry a line, or between two commas.
     const auto expected =
         std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));
-    return finish(takeIn(std::move(document), type, path, std::size_t(expected), report), report);
+    return takeIn(std::move(document), type, path, std::size_t(expected), report);
 }
 
 SubtreeTransfer::Refusal SubtreeTransfer::takeIn(std::unique_ptr<Documents::Document> document,

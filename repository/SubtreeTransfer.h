@@ -65,7 +65,13 @@ private:
         std::optional<QVariant> value = {}; // what was to be set there, when it may be told
     };
 
+    // What is made of the reason when memory was refused.
+    static auto noMemoryAt(const QString& path);
+
     Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
+                     TransferReport& report);
+    Refusal writeTree(const QString& path, const QString& type, QByteArray& text, TransferReport& report);
+    Refusal readTree(const QString& path, const QString& type, const QByteArray& text,
                      TransferReport& report);
     static Refusal writeText(const QString& path, const QString& type, std::vector<Part> parts,
                              QByteArray& text, TransferReport& report);

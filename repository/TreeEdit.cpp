@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
+#include "repository/RepositoryLog.h"
 #include "repository/SubtreeBuilder.h"
 
 #include <QSet>
@@ -27,6 +28,10 @@ TreeEdit::~TreeEdit()
     unlock();
     for (const Delivery& delivery : deliveries)
         delivery.send();
+    if (!areAllTold)
+        logFailure(
+            QStringLiteral("Not all watchers were told of new attributes: there is not enough memory for "
+                           "it"));
 }
 
 void TreeEdit::unlock()
@@ -121,9 +126,22 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
     made->backend = parent.backend;
     if (made->backend)
         made->setAccess(made->backend->getAccessMode());
-    parent.childrenToFill().append(*made);
     note(*made, NodeState());
+    parent.childrenToFill().append(*made);
     return made;
+}
+
+// A node that cannot be filed is taken out of the tree again.
+Node& TreeEdit::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash)
+{
+    try {
+        shard.nodes.reserveMore(1);
+        shard.handWaiting(*made);
+    } catch (...) {
+        made->parent->children->drop(*made);
+        throw;
+    }
+    return shard.nodes.insert(std::move(made), hash);
 }
 
 Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
@@ -131,8 +149,7 @@ Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& p
     auto made = linkNode(path, parent);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    shard.handWaiting(*made);
-    return shard.nodes.insert(std::move(made), key.hash);
+    return fileNode(shard, std::move(made), key.hash);
 }
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
@@ -225,8 +242,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName));
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    shard.handWaiting(*made);
-    Node& filed = shard.nodes.insert(std::move(made), key.hash);
+    Node& filed = fileNode(shard, std::move(made), key.hash);
     giveValue(filed, std::move(value), access);
     Delivery::collect(deliveries, filed, store.patterns, UpdateResult::Created);
     return StatusCode::Success;
@@ -248,12 +264,17 @@ Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path,
 void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
 {
     bool anybodyListens = false;
-    nodes.file(store.index, store.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
+    areAllTold =
+        nodes.file(store.index, store.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
     if (!anybodyListens)
         return;
-    for (Node* node : attributes) {
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
-        Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Created);
+    try {
+        for (Node* node : attributes) {
+            const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+            Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Created);
+        }
+    } catch (const std::bad_alloc&) { // the nodes are there all the same
+        areAllTold = false;
     }
 }
 

@@ -114,6 +114,8 @@ private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
     std::unique_ptr<Node> linkNode(const QString& path, Node& parent);
+    // The shard's lock is held.
+    static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);
     // Attribute lock held, or not filed.
     void giveValue(Node& node, QVariant value, AccessMode access);
     std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
@@ -139,6 +141,7 @@ private:
     std::unique_lock<std::shared_mutex> lock;
     std::map<Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
+    bool areAllTold = true; // otherwise memory was refused for some of them
     std::vector<Note> notes;
     PathBudget budget;         // of the nodes that it makes
     std::set<Backend*> hiding; // not owned; those in which what must not be read was touched

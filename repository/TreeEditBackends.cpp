@@ -13,12 +13,20 @@ namespace Repository {
 void TreeEdit::mount(Backend& backend)
 {
     Node& root = ensure(backend.getName());
-    {
+    const auto belongTo = [&](Backend* owner) {
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(root.path)).mutex);
-        root.backend = &backend;
-        root.setAccess(backend.getAccessMode());
+        root.backend = owner;
+        root.setAccess(owner ? owner->getAccessMode() : AccessMode::ReadWrite);
+    };
+    belongTo(&backend);
+    try {
+        showDocument(backend);
+    } catch (...) { // there is no memory for its nodes
+        belongTo(root.parent->backend);
+        makeGroup(root);
+        prune(root);
+        throw;
     }
-    showDocument(backend);
 }
 
 void TreeEdit::unmount(const Backend& backend)
@@ -80,7 +88,7 @@ void TreeEdit::buildDocument(Backend& backend, Node& root)
             builder.add(entry.path, entry.value);
     });
     showEntry(backend, root.path, ofRoot);
-    builder.file(store.index, store.patterns, deliveries);
+    areAllTold = builder.file(store.index, store.patterns, deliveries) && areAllTold;
 }
 
 void TreeEdit::showDocument(Backend& backend)

@@ -43,7 +43,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (invocation.has("--type"))
         Output::line(TypedText::nameOf(value));
     else if (invocation.has("--json"))
-        Output::line(TypedText::toJson(value));
+        Output::bytes(TypedText::toJson(value).toStdString() + '\n');
     else
         Output::bytes(Output::valueText(value) + '\n');
     return session.finish(Session::StatusCode(status));

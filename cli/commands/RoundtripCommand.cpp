@@ -5,6 +5,7 @@
 #include "cli/commands/Commands.h"
 #include "files/FileSaver.h"
 #include "repository/FileFormat.h"
+#include "repository/MemoryGuard.h"
 #include "repository/documents/TextPosition.h"
 
 #include <QTemporaryDir>
@@ -106,13 +107,13 @@ public:
         return Outcome::Differs;
     }
 
-private:
-    static Outcome refuse(const QString& given, QString reason)
+    static Outcome refuse(const QString& given, const QString& reason)
     {
         Output::line(QStringLiteral("%1: refused: %2").arg(given, reason));
         return Outcome::Refused;
     }
 
+private:
     const QString format; // empty: each file's own
     QTemporaryDir folder;
     int count = 0;
@@ -124,7 +125,9 @@ ExitCode run(Session&, const Invocation& invocation)
     bool differs = false;
     bool isRefused = false;
     for (const QString& file : invocation.arguments) {
-        const Outcome outcome = roundtrip.check(file);
+        const Outcome outcome =
+            Repository::guardMemory([&] { return roundtrip.check(file); },
+                                    [&](const QString& reason) { return Roundtrip::refuse(file, reason); });
         differs = differs || outcome == Outcome::Differs;
         isRefused = isRefused || outcome == Outcome::Refused;
     }

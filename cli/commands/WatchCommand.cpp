@@ -7,6 +7,8 @@
 
 #include <csignal>
 #include <mutex>
+#include <system_error>
+#include <thread>
 
 namespace CommandLine::Commands {
 
@@ -93,6 +95,11 @@ QString findNoThread()
 ExitCode run(Session& session, const Invocation& invocation)
 {
     const sigset_t endSignals = blockEndSignals();
+    const QString noThread = findNoThread();
+    if (!noThread.isEmpty())
+        return Session::fail(
+            ExitCode::BadFile,
+            QStringLiteral("%1: it cannot be watched: %2").arg(invocation.arguments.first(), noThread));
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();

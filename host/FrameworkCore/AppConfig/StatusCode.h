@@ -14,7 +14,8 @@ enum StatusCode : int {
     RefusedByValidation = 6, // the log names the validation and what it asks for
     InvalidPath = 7,
     BackendFailure = 8, // the backend's file cannot hold the change; the log says why
-    Cancelled = 9       // by whoever asked for it
+    Cancelled = 9,      // by whoever asked for it
+    NotEnoughMemory = 10
 };
 
 } // namespace FrameworkCore::AppConfig
