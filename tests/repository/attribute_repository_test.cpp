@@ -220,7 +220,8 @@ private slots:
         QTest::newRow("very long and plain") << "[ab]*c" << letters.repeated(1'000'000) + "c" << QString();
         QTest::newRow("exponential") << "(a|aa)+" << QByteArray(100, 'a') + "!" << noVerdict;
         QTest::newRow("nested repeats") << "([a-z]+)*" << QByteArray(100, 'a') + "!" << noVerdict;
-        QTest::newRow("back reference") << "(.*)(.*)(.*)(.*)(.*)\\1\\2!" << QByteArray(3000, 'a') << noVerdict;
+        QTest::newRow("back reference")
+            << "(.*)(.*)(.*)(.*)(.*)\\1\\2!" << QByteArray(3000, 'a') << noVerdict;
     }
 
     void endsMatchingOfAnyExpression()
