@@ -65,7 +65,7 @@ std::optional<bool> verdictOf(const QString& ruleName, const QString& text)
 
 bool accepts(const std::shared_ptr<const Rule>& rule, const QVariant& value)
 {
-    return Repository::findBrokenRule(Rules{rule}, value) == nullptr;
+    return !Repository::findBreach(Rules{rule}, value);
 }
 
 class RuleExercise
@@ -128,9 +128,9 @@ private:
                 FrameworkCore::Values::toVariant(FrameworkCore::Values::plainValue(text.toStdString()));
             for (const QVariant& value :
                  {QVariant(text), plain, QVariant(text.split(QLatin1Char(';'))), QVariant(text.toUtf8())}) {
-                if (rule->explain(value).size() > rule->explain().size() + mostOfValueShown)
+                const Repository::Breach breach = Repository::findBreach(Rules{rule}, value);
+                if (breach && breach.explain(value).size() > breach.explain().size() + mostOfValueShown)
                     return QStringLiteral("its explanation shows all of a long value");
-                accepts(rule, value);
             }
             const QString broken = checkVerdict(text);
             if (!broken.isEmpty())
