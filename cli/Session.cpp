@@ -238,8 +238,10 @@ ExitCode Session::save(const Source& source)
 {
     const auto changes = repository->getChangesInterface();
     if (dryRun) {
-        Output::bytes(withNameAsGiven(changes->getUnsavedDiff(source.root), source).toStdString());
-        return ExitCode::Done;
+        tellRefusals();
+        const QString diff = changes->getUnsavedDiff(source.root);
+        Output::bytes(withNameAsGiven(diff, source).toStdString());
+        return tellRefusals() ? ExitCode::BadFile : ExitCode::Done;
     }
     const bool isSaved = repository->getBackendInterface()->saveBackend(source.root);
     tellRefusals(); // also what could not be assured of a file that is saved
@@ -251,11 +253,12 @@ ExitCode Session::save(const Source& source)
     return isConflict ? ExitCode::Refused : ExitCode::BadFile;
 }
 
-void Session::tellRefusals() const
+bool Session::tellRefusals() const
 {
     const QStringList refusals = Messages::takeRefusals();
     for (const QString& refusal : refusals)
         Messages::tell(inOwnWords(refusal));
+    return !refusals.isEmpty();
 }
 
 // The repository names the backend and the whole path of a file; people here know the file as they gave it.

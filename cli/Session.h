@@ -47,8 +47,9 @@ public:
 
     bool isDryRun() const { return dryRun; }
 
-    // Tells what the repository has logged, in this program's words. Any thread, once the files are open.
-    void tellRefusals() const;
+    // Tells what the repository has logged, in this program's words; false when that is nothing. Any thread,
+    // once the files are open.
+    bool tellRefusals() const;
 
     // Tells it and gives the code.
     static ExitCode fail(ExitCode code, const QString& message);

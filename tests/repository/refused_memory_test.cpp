@@ -92,8 +92,7 @@ class RefusedMemoryTest : public QObject
     {
         const std::string root = type == "xml" ? "r." : "";
         const std::string longText(200, 'y');
-        const std::vector<Entry> entries{
-            {"", group()}, {"x", integer(1)}, {"y", text(longText)}, {"y2.z", number(1.5)}};
+        const std::vector<Entry> entries{{"x", integer(1)}, {"y", text(longText)}, {"y2.z", number(1.5)}};
         return {{"set", [=](Document& document) { return document.set(root + "a", text(longText)); }},
                 {"insert", [=](Document& document) { return document.insert(root + "n", text(longText)); }},
                 {"insert with a mark",
