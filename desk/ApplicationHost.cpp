@@ -1,15 +1,16 @@
 #include "desk/ApplicationHost.h"
 
 #include "desk/LoadingNote.h"
-#include "host/Utilities/ApplicationWidgets/ApplicationWidget.h"
+#include "desk/PluginCall.h"
+#include "host/Utilities/HostLog.h"
 
-#include <QPointer>
 #include <QWriteLocker>
 
 #include <algorithm>
 
 namespace Vantry {
 
+using Utilities::ApplicationWidgetType;
 using Utilities::ApplicationPlugins::ApplicationPluginController;
 
 namespace {
@@ -41,66 +42,96 @@ ApplicationHost::ApplicationHost(
 
 ApplicationHost::~ApplicationHost()
 {
-    while (!entries.empty()) {
-        const Entry entry = std::move(entries.back());
-        entries.pop_back();
-        entry.application->installApplicationController(nullptr);
-        entry.library->dropApplication(context, entry.identification);
+    while (!applications.empty()) {
+        Application last = std::move(applications.back());
+        applications.pop_back();
+        drop(std::move(last));
     }
 }
 
 void ApplicationHost::createApplications(PluginLoader& loader)
 {
     for (const auto& library : loader.getLibraries()) {
-        for (const QString& identification : library->getIdentifications()) {
-            const QString reason = createApplication(*library, identification);
-            if (!reason.isEmpty())
-                loader.refuse(library->getFile(), reason);
-        }
+        const QString reason = createApplications(*library);
+        if (!reason.isEmpty())
+            loader.refuse(library->getFile(), reason);
     }
-    std::stable_sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
-        return a.application->getApplicationOrder() < b.application->getApplicationOrder();
-    });
+    std::stable_sort(applications.begin(), applications.end(),
+                     [](const Application& a, const Application& b) { return a.order < b.order; });
+}
+
+QString ApplicationHost::createApplications(const PluginLibrary& library)
+{
+    const LoadingNote note({library.getFile()});
+    QStringList reasons;
+    for (const QString& identification : library.getIdentifications()) {
+        const QString reason = createApplication(library, identification);
+        if (!reason.isEmpty())
+            reasons.append(reason);
+    }
+    return reasons.join(QStringLiteral("; "));
 }
 
 QString ApplicationHost::createApplication(const PluginLibrary& library, const QString& identification)
 {
-    // Two of one name would share the attribute that tells the page.
-    for (const Entry& entry : entries) {
-        if (entry.identification == identification)
+    // Two of one name would share the attribute that names the page.
+    for (const Application& application : applications) {
+        if (application.identification == identification)
             return QStringLiteral("its application %1 is there already, from %2")
-                .arg(identification, entry.library->getFile());
+                .arg(identification, application.library->getFile());
     }
     QString reason;
-    const LoadingNote note(library.getFile());
-    auto application = library.createApplication(context, identification, reason);
-    if (application)
-        keep({&library, identification, std::move(application), nullptr});
-    return reason;
+    Application made;
+    made.library = &library;
+    made.identification = identification;
+    made.plugin = library.createApplication(context, identification, reason);
+    if (!made.plugin)
+        return reason;
+    const QString failure = failureOfCall([&] { welcome(made); });
+    if (!failure.isEmpty()) {
+        drop(std::move(made));
+        return QStringLiteral("asking its application %1 failed: %2").arg(identification, failure);
+    }
+    watchPage(made);
+    applications.push_back(std::move(made));
+    return {};
 }
 
-void ApplicationHost::keep(Entry entry)
+void ApplicationHost::welcome(Application& application)
 {
-    entry.application->installApplicationController(std::make_shared<Controller>(*this));
-    const auto tell = [this, identification = entry.identification](const QVariant& page) {
+    const auto& plugin = application.plugin;
+    application.name = plugin->getApplicationName();
+    application.version = plugin->getVersionInformation().getFileVersion();
+    application.icon = plugin->getApplicationIcon();
+    application.order = plugin->getApplicationOrder();
+    application.control = plugin->getWidgetByType(ApplicationWidgetType::Control);
+    application.main = plugin->getWidgetByType(ApplicationWidgetType::Main);
+    plugin->installApplicationController(std::make_shared<Controller>(*this));
+}
+
+void ApplicationHost::watchPage(Application& application)
+{
+    const auto tell = [this, identification = application.identification](const QVariant& page) {
         emit pageChosen(identification, page.toString());
     };
-    entry.pageWatcher = std::make_unique<Utilities::NotificationWrapper>(pagePath(entry.identification), true,
-                                                                         true, repository);
+    application.pageWatcher = std::make_unique<Utilities::NotificationWrapper>(
+        pagePath(application.identification), true, true, repository);
     {
-        const QWriteLocker locker(&entry.pageWatcher->lock);
-        entry.pageWatcher->valueChangedCallbacks.append(tell);
+        const QWriteLocker locker(&application.pageWatcher->lock);
+        application.pageWatcher->valueChangedCallbacks.append(tell);
     }
-    entry.pageWatcher->setActive(true);
-    entries.push_back(std::move(entry));
+    application.pageWatcher->setActive(true);
 }
 
-std::vector<PluginLibrary::Application> ApplicationHost::getApplications() const
+void ApplicationHost::drop(Application application) const
 {
-    std::vector<PluginLibrary::Application> applications;
-    for (const Entry& entry : entries)
-        applications.push_back(entry.application);
-    return applications;
+    const LoadingNote note({application.library->getFile()});
+    QString failure = failureOfCall([&] { application.plugin->installApplicationController(nullptr); });
+    failure += application.library->dropApplication(context, application.identification);
+    application.plugin.reset();
+    if (!failure.isEmpty())
+        Utilities::logFailure(
+            tr("Ending the application %1 failed: %2").arg(application.identification, failure));
 }
 
 QString ApplicationHost::pagePath(const QString& identification) const
@@ -124,11 +155,15 @@ QString ApplicationHost::getPage(const QString& identification) const
 
 void ApplicationHost::tellAll(ApplicationPluginController::ApplicationEvent event) const
 {
-    using Utilities::ApplicationWidgetType;
-    for (const auto& application : getApplications()) {
-        for (const auto type : {ApplicationWidgetType::Control, ApplicationWidgetType::Main}) {
-            if (const auto widget = application->getWidgetByType(type))
-                widget->sendApplicationEvent(event);
+    for (const Application& application : applications) {
+        for (const auto& widget : {application.control, application.main}) {
+            const QString failure = failureOfCall([&] {
+                if (widget)
+                    widget->sendApplicationEvent(event);
+            });
+            if (!failure.isEmpty())
+                Utilities::logFailure(
+                    tr("The application %1 failed: %2").arg(application.identification, failure));
         }
     }
 }

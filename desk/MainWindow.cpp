@@ -6,6 +6,7 @@
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
 #include "desk/KeptChanges.h"
+#include "desk/LoadingNote.h"
 #include "desk/LogDock.h"
 #include "desk/NavigationArea.h"
 #include "desk/NoticeBar.h"
@@ -29,8 +30,6 @@
 #include <QVBoxLayout>
 
 namespace Vantry {
-
-using Utilities::ApplicationWidgetType;
 
 namespace {
 
@@ -142,16 +141,16 @@ void MainWindow::setUpMenus()
 void MainWindow::addApplications()
 {
     for (const auto& application : applications.getApplications()) {
-        if (QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control))
-            navigation->addControl(application->getApplicationIcon(), application->getApplicationName(),
-                                   control);
-        if (QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main)) {
-            workArea->addWidget(main);
-            FlatButtons::style(*main);
+        const LoadingNote note({application.library->getFile()});
+        if (application.control)
+            navigation->addControl(application.icon, application.name, application.control);
+        if (application.main) {
+            workArea->addWidget(application.main);
+            FlatButtons::style(*application.main);
         }
     }
     if (!applications.getApplications().empty())
-        setWindowIcon(applications.getApplications().front()->getApplicationIcon());
+        setWindowIcon(applications.getApplications().front().icon);
     if (workArea->count() == 0)
         notices->addNotices(
             {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
@@ -160,9 +159,8 @@ void MainWindow::addApplications()
 void MainWindow::showPage(const QString& identification, const QString& page)
 {
     for (const auto& application : applications.getApplications()) {
-        QWidget* const control = application->getWidgetByType(ApplicationWidgetType::Control);
-        if (control && application->getApplicationIdentification() == identification)
-            FlatButtons::markPage(*control, page);
+        if (application.control && application.identification == identification)
+            FlatButtons::markPage(*application.control, page);
     }
     showApplication(identification);
 }
@@ -170,16 +168,15 @@ void MainWindow::showPage(const QString& identification, const QString& page)
 void MainWindow::showApplication(const QString& identification)
 {
     for (const auto& application : applications.getApplications()) {
-        QWidget* const main = application->getWidgetByType(ApplicationWidgetType::Main);
-        if (main && application->getApplicationIdentification() == identification)
-            workArea->setCurrentWidget(main);
+        if (application.main && application.identification == identification)
+            workArea->setCurrentWidget(application.main);
     }
 }
 
 void MainWindow::showFirstPages(bool hasFiles)
 {
     for (const auto& application : applications.getApplications()) {
-        const QString identification = application->getApplicationIdentification();
+        const QString& identification = application.identification;
         const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
         if (!page.isEmpty())
             applications.setPage(identification, page);
@@ -244,8 +241,7 @@ void MainWindow::showAbout()
                        .arg(QCoreApplication::applicationVersion().toHtmlEscaped());
     for (const auto& application : applications.getApplications())
         text += QStringLiteral("<p>%1 %2</p>")
-                    .arg(application->getApplicationName().toHtmlEscaped(),
-                         application->getVersionInformation().getFileVersion().toHtmlEscaped());
+                    .arg(application.name.toHtmlEscaped(), application.version.toHtmlEscaped());
     QMessageBox::about(this, tr("About Vantry"), text);
 }
 
@@ -286,10 +282,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     WindowMemory::save(*this);
-    for (const auto& application : applications.getApplications()) {
-        const QString identification = application->getApplicationIdentification();
-        WindowMemory::savePage(identification, applications.getPage(identification));
-    }
+    for (const auto& application : applications.getApplications())
+        WindowMemory::savePage(application.identification, applications.getPage(application.identification));
     using Utilities::ApplicationPlugins::ApplicationPluginController;
     applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
     QMainWindow::closeEvent(event);

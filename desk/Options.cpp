@@ -17,17 +17,28 @@ struct Parser
         parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Configuration files to open."),
                                      QStringLiteral("[FILE...]"));
         tried.setFlags(QCommandLineOption::HiddenFromHelp);
-        parser.addOptions({pluginFolder, picture, tried, help, version});
+        rehearsed.setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOptions({pluginFolder, sharedFolder, safe, picture, tried, rehearsed, help, version});
     }
 
     QCommandLineParser parser;
     QCommandLineOption pluginFolder{QStringLiteral("plugin-dir"),
                                     QStringLiteral("Load plug-ins from DIR instead of the usual places."),
                                     QStringLiteral("DIR")};
+    QCommandLineOption sharedFolder{
+        QStringLiteral("shared-plugin-dir"),
+        QStringLiteral(
+            "Load plug-ins from DIR too, even though other users can change the files there and so "
+            "have their own code run as yours."),
+        QStringLiteral("DIR")};
+    QCommandLineOption safe{
+        QStringLiteral("safe"),
+        QStringLiteral("Start without any plug-in, when one keeps Vantry from starting.")};
     QCommandLineOption picture{QStringLiteral("picture"),
                                QStringLiteral("Draw the window into OUT.png when all is loaded, and end."),
                                QStringLiteral("OUT.png")};
     QCommandLineOption tried{QStringLiteral("try-plugin"), QString(), QStringLiteral("FILE")};
+    QCommandLineOption rehearsed{QStringLiteral("rehearse-plugin"), QString(), QStringLiteral("FILE")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")};
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
                                QStringLiteral("Show the version.")};
@@ -45,8 +56,10 @@ Options Options::parse(const QStringList& arguments)
         options.error = QStringLiteral("--picture needs the name of a file");
     options.files = command.parser.positionalArguments();
     options.pluginFolders = command.parser.values(command.pluginFolder);
+    options.sharedPluginFolders = command.parser.values(command.sharedFolder);
+    options.isSafe = command.parser.isSet(command.safe);
     options.pictureFile = command.parser.value(command.picture);
-    options.triedPlugin = command.parser.value(command.tried);
+    options.triedPlugins = command.parser.values(command.tried) + command.parser.values(command.rehearsed);
     options.wantsHelp = command.parser.isSet(command.help);
     options.wantsVersion = command.parser.isSet(command.version);
     return options;

@@ -9,9 +9,11 @@ namespace Vantry {
 struct Options
 {
     QStringList files;
-    QStringList pluginFolders; // empty: the usual places
-    QString pictureFile;       // not empty: draw the window into this file and end
-    QString triedPlugin;       // not empty: only try to load this plug-in, and say how it went
+    QStringList pluginFolders;       // empty: the usual places
+    QStringList sharedPluginFolders; // beside those, although others may write there
+    bool isSafe = false;             // load no plug-in
+    QString pictureFile;             // not empty: draw the window into this file and end
+    QStringList triedPlugins;        // not empty: only try these plug-ins, and say how it went
 
     QString error; // not empty: the command line was wrong, and why
     bool wantsHelp = false;

@@ -1,15 +1,24 @@
 #include "desk/PluginDock.h"
 
+#include "desk/PluginMemory.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QPushButton>
 #include <QStyle>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace Vantry {
+
+namespace {
+
+constexpr int fileRole = Qt::UserRole;
+
+} // namespace
 
 PluginDock::PluginDock(QWidget* parent) : QDockWidget(tr("Plug-ins"), parent)
 {
@@ -43,8 +52,19 @@ void PluginDock::setUp()
     rows->setRootIsDecorated(false);
     rows->setHeaderLabels({tr("Plug-in"), tr("State")});
     rows->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    letInButton = new QPushButton(tr("&Load at Next Start"));
+    letInButton->setObjectName(QStringLiteral("letInButton"));
+    letInButton->setToolTip(tr("Tries this plug-in again, although Vantry has ended in it"));
+    connect(rows, &QTreeWidget::currentItemChanged, this, &PluginDock::refreshButton);
+    connect(letInButton, &QPushButton::clicked, this, &PluginDock::letIn);
     fillRows();
-    setWidget(rows);
+
+    auto* const content = new QWidget;
+    auto* const column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(rows);
+    column->addWidget(letInButton, 0, Qt::AlignLeft);
+    setWidget(content);
 }
 
 void PluginDock::fillRows()
@@ -58,7 +78,25 @@ void PluginDock::fillRows()
             0, style()->standardIcon(isLoaded ? QStyle::SP_DialogApplyButton : QStyle::SP_MessageBoxWarning));
         row->setToolTip(0, Utilities::ModelViews::toolTipText(finding.file));
         row->setToolTip(1, Utilities::ModelViews::toolTipText(row->text(1)));
+        row->setData(0, fileRole, finding.file);
     }
+    refreshButton();
+}
+
+void PluginDock::refreshButton()
+{
+    using Verdict = PluginMemory::Verdict;
+    const QTreeWidgetItem* const row = rows->currentItem();
+    const Verdict verdict = row ? PluginMemory::getVerdict(row->data(0, fileRole).toString()) : Verdict::None;
+    letInButton->setEnabled(verdict == Verdict::LeftOut || verdict == Verdict::Endless);
+}
+
+void PluginDock::letIn()
+{
+    QTreeWidgetItem& row = *rows->currentItem();
+    PluginMemory::setVerdict(row.data(0, fileRole).toString(), PluginMemory::Verdict::None);
+    row.setText(1, tr("is tried again at the next start"));
+    refreshButton();
 }
 
 } // namespace Vantry

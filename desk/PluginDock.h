@@ -4,11 +4,13 @@
 
 #include <QDockWidget>
 
+class QPushButton;
 class QTreeWidget;
 
 namespace Vantry {
 
-// The list of plug-ins that were found: a row for each, with the reason where one was refused. GUI thread.
+// The list of plug-ins that were found: a row for each, with the reason where one was refused, and a button
+// that lets in again what is left out. GUI thread.
 class PluginDock : public QDockWidget
 {
     Q_OBJECT
@@ -24,9 +26,14 @@ public:
 private:
     void setUp();
     void fillRows();
+    void refreshButton();
+    void letIn();
 
     std::vector<PluginLoader::Finding> findings;
-    QTreeWidget* rows = nullptr; // a child, from the first showing on
+
+    // Children, from the first showing on.
+    QTreeWidget* rows = nullptr;
+    QPushButton* letInButton = nullptr;
 };
 
 } // namespace Vantry

@@ -1,19 +1,24 @@
 #include "desk/PluginLibrary.h"
 
+#include "desk/PluginCall.h"
+#include "host/Utilities/ApplicationPlugins/ContractVersion.h"
+
 #include <QFileInfo>
 
-#include <exception>
-
 namespace Vantry {
+
+using Utilities::ApplicationPlugins::ContractVersion;
 
 PluginLibrary::PluginLibrary(const QString& fileName)
     : file(QFileInfo(fileName).absoluteFilePath()), library(file)
 {
+    // A missing symbol is found now rather than when a person reaches the code that needs it.
+    library.setLoadHints(QLibrary::ResolveAllSymbolsHint);
 }
 
 namespace {
 
-// What the system says about a file that it did not load, without the file's name, which is told twice over
+// What the system says about a file that it did not load, without the file's name, which is given twice over
 // there and hides the reason.
 QString reasonOf(const QString& error, const QString& file)
 {
@@ -26,6 +31,21 @@ QString reasonOf(const QString& error, const QString& file)
     return reason;
 }
 
+// Empty when the plug-in was built against the contract of this program.
+QString contractFault(const int* version)
+{
+    if (!version)
+        return QStringLiteral("it does not say which contract it was built against; rebuild it with the "
+                              "headers of this version of Vantry, contract %1")
+            .arg(ContractVersion);
+    if (*version != ContractVersion)
+        return QStringLiteral("it was built against contract %1 and this version of Vantry has contract %2; "
+                              "install the build that belongs to this version")
+            .arg(*version)
+            .arg(ContractVersion);
+    return {};
+}
+
 } // namespace
 
 template <typename Function>
@@ -33,7 +53,7 @@ Function PluginLibrary::resolve(const char* name, QString& reason)
 {
     const auto function = reinterpret_cast<Function>(library.resolve(name));
     if (!function && reason.isEmpty())
-        reason = QStringLiteral("it is no plug-in of Vantry: it lacks the entry point %1")
+        reason = QStringLiteral("it is not a plug-in of Vantry: the entry point %1 is missing")
                      .arg(QLatin1String(name));
     return function;
 }
@@ -50,34 +70,42 @@ std::unique_ptr<PluginLibrary> PluginLibrary::load(const QString& file, QString&
     plugin->loadApplication = plugin->resolve<LoadApplication>("loadApplicationByIdentification", reason);
     plugin->unloadApplication =
         plugin->resolve<UnloadApplication>("unloadApplicationByIdentification", reason);
-    if (!reason.isEmpty())
-        return nullptr;
-    if (!nameApplications(nullptr, plugin->identifications) || plugin->identifications.isEmpty()) {
-        reason = QStringLiteral("it offers no application");
-        return nullptr;
-    }
-    return plugin;
+    if (reason.isEmpty())
+        reason = contractFault(
+            reinterpret_cast<const int*>(plugin->library.resolve("applicationContractVersion")));
+    if (reason.isEmpty())
+        reason = plugin->identify(nameApplications);
+    return reason.isEmpty() ? std::move(plugin) : nullptr;
+}
+
+QString PluginLibrary::identify(NameApplications nameApplications)
+{
+    bool isNamed = false;
+    const QString failure = failureOfCall([&] { isNamed = nameApplications(nullptr, identifications); });
+    if (!failure.isEmpty())
+        return QStringLiteral("naming its applications failed: %1").arg(failure);
+    identifications.removeAll(QString());
+    return isNamed && !identifications.isEmpty() ? QString() : QStringLiteral("it offers no application");
 }
 
 PluginLibrary::Application
 PluginLibrary::createApplication(const Context& context, const QString& identification, QString& reason) const
 {
     Application application;
-    try {
-        if (!loadApplication(context, identification, application) || !application)
-            reason = QStringLiteral("it did not make its application %1").arg(identification);
-    } catch (const std::exception& error) {
-        reason = QStringLiteral("making its application %1 failed: %2")
-                     .arg(identification, QString::fromLocal8Bit(error.what()));
-    } catch (...) {
-        reason = QStringLiteral("making its application %1 failed").arg(identification);
-    }
-    return application;
+    const QString failure = failureOfCall([&] {
+        if (!loadApplication(context, identification, application))
+            application.reset();
+    });
+    if (!failure.isEmpty())
+        reason = QStringLiteral("making its application %1 failed: %2").arg(identification, failure);
+    else if (!application)
+        reason = QStringLiteral("it did not make its application %1").arg(identification);
+    return reason.isEmpty() ? application : nullptr;
 }
 
-void PluginLibrary::dropApplication(const Context& context, const QString& identification) const
+QString PluginLibrary::dropApplication(const Context& context, const QString& identification) const
 {
-    unloadApplication(context, identification);
+    return failureOfCall([&] { unloadApplication(context, identification); });
 }
 
 } // namespace Vantry

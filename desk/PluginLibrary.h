@@ -18,7 +18,8 @@ public:
     using Context = std::shared_ptr<const Shared::GuiContexts::ReaderInterface>;
     using Application = std::shared_ptr<Utilities::ApplicationPlugins::ApplicationPlugin>;
 
-    // Loads the file. Null, with the reason, when it is no plug-in.
+    // Loads the file, with all that it needs. Null, with the reason, when it is not a plug-in or was built
+    // against another contract.
     static std::unique_ptr<PluginLibrary> load(const QString& file, QString& reason);
 
     const QString& getFile() const { return file; }
@@ -29,7 +30,9 @@ public:
     // The application of that context, made if need be. Null, with the reason, when the plug-in has failed.
     Application createApplication(const Context& context, const QString& identification,
                                   QString& reason) const;
-    void dropApplication(const Context& context, const QString& identification) const;
+
+    // Gives what it threw; empty as a rule.
+    QString dropApplication(const Context& context, const QString& identification) const;
 
 private:
     using NameApplications = bool (*)(void*, QStringList&);
@@ -37,6 +40,8 @@ private:
     using UnloadApplication = bool (*)(const Context&, const QString&);
 
     explicit PluginLibrary(const QString& file);
+
+    QString identify(NameApplications nameApplications); // empty, or why it offers nothing
 
     template <typename Function>
     Function resolve(const char* name, QString& reason);

@@ -1,49 +1,70 @@
 #include "desk/PluginTrial.h"
 
-#include "desk/PluginLibrary.h"
-#include "files/FileStamp.h"
+#include "desk/PluginMemory.h"
+#include "desk/PluginRehearsal.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QProcess>
-#include <QSettings>
 
-#include <cstdio>
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace Vantry {
 
 namespace {
 
-// The child's last line. An exit code alone proves nothing: the plug-in may have ended the child.
-const QLatin1String passed("passed");
-const QLatin1String refused("refused: ");
-
-// What the file is, so that another file of the same name is tried anew. Empty when it cannot be read.
-QString fingerprint(const QString& fileName)
+// A child that ends with its parent, however that ends, and leaves no core dump.
+class Child : public QProcess
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const std::string content = file.readAll().toStdString();
-    if (file.error() != QFile::NoError)
-        return {};
-    const std::string digest = Files::FileStamp::of(content).digest; // a quick one: each start waits for it
-    const QFileInfo info(file);
-    return QStringLiteral("%1 %2 %3")
-        .arg(info.size())
-        .arg(info.lastModified().toMSecsSinceEpoch())
-        .arg(QLatin1String(QByteArray::fromStdString(digest).toHex()));
+protected:
+    void setupChildProcess() override
+    {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != parent) // it has ended already
+            _exit(1);
+        const rlimit none = {0, 0};
+        setrlimit(RLIMIT_CORE, &none);
+    }
+
+private:
+    const pid_t parent = getpid();
+};
+
+// The child has the windows that this process has.
+QProcessEnvironment childEnvironment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!QGuiApplication::platformName().isEmpty())
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QGuiApplication::platformName());
+    return environment;
 }
 
-const QLatin1String passedPlugins("passedPlugins/");
-const QLatin1String endlessPlugins("endlessPlugins/"); // each start would wait for them anew
-
-QString settingsKey(QLatin1String group, const QString& fileName)
+// What the child's lines say: what it last began to do with which plug-in, and how it went.
+struct Account
 {
-    const QByteArray name = QFileInfo(fileName).absoluteFilePath().toUtf8();
-    return group + QLatin1String(name.toBase64(QByteArray::Base64UrlEncoding));
-}
+    explicit Account(const QString& lines)
+    {
+        for (const QString& line : lines.split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+            hasPassed = line == PluginRehearsal::passed;
+            if (line.startsWith(PluginRehearsal::refused))
+                refusal = line.mid(PluginRehearsal::refused.size());
+            if (line.startsWith(PluginRehearsal::doing)) {
+                const QString what = line.mid(PluginRehearsal::doing.size());
+                number = what.section(QLatin1Char(' '), 0, 0).toInt();
+                step = what.section(QLatin1Char(' '), 1);
+            }
+        }
+    }
+
+    int number = 0;
+    QString step = QStringLiteral("loading");
+    QString refusal;
+    bool hasPassed = false;
+};
 
 } // namespace
 
@@ -54,49 +75,72 @@ PluginTrial::PluginTrial(QString childProgram, int mostMilliseconds)
 
 QString PluginTrial::run(const QString& file) const
 {
-    const QString print = fingerprint(file);
-    if (print.isEmpty())
+    using Verdict = PluginMemory::Verdict;
+    constexpr qint64 largest = 1 << 28; // a person would wait long for it to be read, at every start
+    if (QFileInfo(file).size() > largest)
+        return QStringLiteral("its file is larger than %1 MiB").arg(largest >> 20);
+    if (!QFile(file).open(QIODevice::ReadOnly))
         return QStringLiteral("the file cannot be read");
-    QSettings settings;
-    if (settings.value(settingsKey(passedPlugins, file)).toString() == print)
+    switch (PluginMemory::getVerdict(file)) {
+    case Verdict::Passed:
         return {};
-    if (settings.value(settingsKey(endlessPlugins, file)).toString() == print)
+    case Verdict::Endless:
         return QStringLiteral(
-            "it did not finish loading at an earlier start; it is tried again when the file "
-            "changes");
-
-    QProcess child;
-    child.setProcessChannelMode(QProcess::SeparateChannels);
-    child.start(program, {QStringLiteral("--try-plugin"), file}, QIODevice::ReadOnly);
-    if (!child.waitForStarted())
-        return QStringLiteral("it could not be tried: %1").arg(child.errorString());
-    if (!child.waitForFinished(timeLimit)) {
-        child.kill();
-        child.waitForFinished();
-        settings.setValue(settingsKey(endlessPlugins, file), print);
-        return QStringLiteral("it did not finish loading within %1 s").arg(timeLimit / 1000.0);
+            "it did not finish at an earlier start; it is tried again when the file changes");
+    case Verdict::LeftOut:
+        return QStringLiteral("left out: an earlier start of Vantry ended in it");
+    case Verdict::None:
+        break;
     }
-    if (child.exitStatus() == QProcess::CrashExit)
-        return QStringLiteral("it is damaged: loading it ends the program (signal %1)").arg(child.exitCode());
-    const QStringList said =
-        QString::fromUtf8(child.readAllStandardOutput()).trimmed().split(QLatin1Char('\n'));
-    if (said.last().startsWith(refused))
-        return said.last().mid(refused.size());
-    if (said.last() != passed)
-        return QStringLiteral("it is damaged: loading it ends the program with code %1")
-            .arg(child.exitCode());
-    settings.setValue(settingsKey(passedPlugins, file), print);
-    return {};
+    const Outcome outcome = runChild(QStringLiteral("--try-plugin"), {file});
+    if (outcome.isEndless)
+        PluginMemory::setVerdict(file, Verdict::Endless);
+    else if (outcome.culprit.reason.isEmpty())
+        PluginMemory::setVerdict(file, Verdict::Passed);
+    return outcome.culprit.reason;
 }
 
-int PluginTrial::runAsChild(const QString& file)
+PluginTrial::Culprit PluginTrial::rehearse(const QStringList& files) const
 {
-    QString reason;
-    const bool isLoaded = PluginLibrary::load(file, reason) != nullptr;
-    // On a line of its own, whatever the plug-in wrote.
-    std::printf("\n%s\n", qUtf8Printable(isLoaded ? QString(passed) : refused + reason));
-    std::fflush(stdout);
-    return isLoaded ? 0 : 1;
+    return runChild(QStringLiteral("--rehearse-plugin"), files).culprit;
+}
+
+PluginTrial::Outcome PluginTrial::runChild(const QString& option, const QStringList& files) const
+{
+    QStringList arguments;
+    for (const QString& file : files)
+        arguments += {option, file};
+    Child child;
+    child.setProcessEnvironment(childEnvironment());
+    child.setStandardErrorFile(QProcess::nullDevice());
+    child.start(program, arguments, QIODevice::ReadOnly);
+    if (!child.waitForStarted())
+        return {{-1, QStringLiteral("it could not be tried: %1").arg(child.errorString())}, false};
+    const bool isOver = child.waitForFinished(timeLimit);
+    if (!isOver) {
+        child.kill();
+        child.waitForFinished();
+    }
+    // An exit code alone proves nothing: the plug-in may have ended the child.
+    const Account account(QString::fromUtf8(child.readAllStandardOutput()));
+    if (!isOver)
+        return {
+            {account.number,
+             QStringLiteral("%1 it did not finish within %2 s").arg(account.step).arg(timeLimit / 1000.0)},
+            true};
+    if (child.exitStatus() == QProcess::CrashExit)
+        return {{account.number, QStringLiteral("it is damaged: %1 it ends the program (signal %2)")
+                                     .arg(account.step)
+                                     .arg(child.exitCode())},
+                false};
+    if (!account.refusal.isEmpty())
+        return {{account.number, account.refusal}, false};
+    if (!account.hasPassed)
+        return {{account.number, QStringLiteral("it is damaged: %1 it ends the program with code %2")
+                                     .arg(account.step)
+                                     .arg(child.exitCode())},
+                false};
+    return {};
 }
 
 } // namespace Vantry

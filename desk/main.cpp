@@ -4,14 +4,14 @@
 #include "desk/MainWindow.h"
 #include "desk/Options.h"
 #include "desk/PluginLoader.h"
+#include "desk/PluginRehearsal.h"
 #include "desk/QuitSignals.h"
+#include "desk/StartWatch.h"
 #include "desk/WindowPicture.h"
-#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 
@@ -21,7 +21,6 @@
 
 namespace {
 
-using Utilities::ModelViews::Widgets::PlainMessageBox;
 using Vantry::Options;
 using Vantry::PluginLoader;
 
@@ -90,8 +89,6 @@ QStringList textsOf(int argc, char** argv)
 int runWithoutWindow(int argc, char** argv, const Options& options)
 {
     const QCoreApplication application(argc, argv);
-    if (!options.triedPlugin.isEmpty())
-        return Vantry::PluginTrial::runAsChild(options.triedPlugin);
     const QString text = options.wantsHelp
                              ? Options::helpText()
                              : QStringLiteral("vantry-desk %1\n").arg(QCoreApplication::applicationVersion());
@@ -99,19 +96,30 @@ int runWithoutWindow(int argc, char** argv, const Options& options)
     return 0;
 }
 
-// The plug-in during whose loading the last start ended, if the user wants to do without it.
-QString chooseLeftOut(bool canAsk)
+// In the child of a trial, which has all that plug-ins find in the desk.
+int runTrial(int argc, char** argv, const Options& options)
 {
-    const QString culprit = Vantry::LoadingNote::takeCulprit();
-    if (culprit.isEmpty() || !canAsk)
-        return culprit;
-    PlainMessageBox question(
-        PlainMessageBox::Question, QCoreApplication::translate("main", "Leave out a plug-in?"),
-        QCoreApplication::translate(
-            "main", "The last start ended while this plug-in was loaded:\n%1\n\nStart without it?")
-            .arg(QFileInfo(culprit).fileName()),
-        PlainMessageBox::Yes | PlainMessageBox::No, nullptr);
-    return question.exec() == PlainMessageBox::Yes ? culprit : QString();
+    if (!hasDisplay(textsOf(argc, argv)))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    usualHandler = qInstallMessageHandler(handleQtMessage);
+    const Vantry::DeskApplication application(argc, argv);
+    QApplication::setStyle(new Vantry::FocusStyle);
+    return Vantry::PluginRehearsal::run(options.triedPlugins);
+}
+
+// What this start loads, and leaves out after starts that plug-ins have ended.
+PluginLoader::Choice choosePlugins(const Options& options)
+{
+    PluginLoader::Choice choice(options.pluginFolders.isEmpty() ? PluginLoader::usualFolders()
+                                                                : options.pluginFolders);
+    choice.sharedFolders = options.sharedPluginFolders;
+    choice.culprits = Vantry::LoadingNote::takeCulprits();
+    const int failedStarts = Vantry::StartWatch::countFailedStarts(!choice.culprits.isEmpty());
+    if (options.isSafe)
+        choice.reasonForNone = QStringLiteral("left out of this start, as --safe asks for");
+    else if (failedStarts > 1)
+        choice.reasonForNone = QStringLiteral("left out of this start: plug-ins have ended the last two");
+    return choice;
 }
 
 int runWindow(const Options& options)
@@ -120,11 +128,12 @@ int runWindow(const Options& options)
     const auto repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
     PluginLoader loader{Vantry::PluginTrial(QCoreApplication::applicationFilePath())};
-    loader.load(options.pluginFolders.isEmpty() ? PluginLoader::usualFolders() : options.pluginFolders,
-                chooseLeftOut(options.pictureFile.isEmpty()));
+    loader.load(choosePlugins(options));
+    Vantry::StartWatch start(loader.getLoadedFiles());
     int result = 0;
     {
         Vantry::MainWindow window(repository, loader, options.files);
+        start.waitFor(window);
         window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;
@@ -149,7 +158,9 @@ int main(int argc, char** argv)
     introduceProgram();
     const QStringList arguments = textsOf(argc, argv);
     const Options early = Options::parse(arguments);
-    if (early.wantsHelp || early.wantsVersion || !early.triedPlugin.isEmpty())
+    if (!early.triedPlugins.isEmpty())
+        return runTrial(argc, argv, early);
+    if (early.wantsHelp || early.wantsVersion)
         return runWithoutWindow(argc, argv, early);
 
     // A picture needs no display, and must not depend on how somebody left the window.

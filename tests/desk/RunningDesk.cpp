@@ -32,7 +32,7 @@ RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)
     qputenv("XDG_STATE_HOME", QFile::encodeName(folder.path("state")));
     repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
-    loader.load({QFileInfo(QStringLiteral(VANTRY_MODULE)).path()});
+    loader.load(QStringList(QFileInfo(QStringLiteral(VANTRY_MODULE)).path()));
     window = std::make_unique<Vantry::MainWindow>(repository, loader, files);
     tree = part<QTreeView>("treeView");
     if (!tree)

@@ -75,6 +75,8 @@ private slots:
                                 << QString::fromLatin1(output) << QString::fromLatin1(errors);
         };
         row("help", "--help", "", 0, "--picture", "");
+        row("help on plug-ins", "--help", "", 0, "--safe", "");
+        row("help on shared plug-ins", "--help", "", 0, "--shared-plugin-dir", "");
         row("version", "--version", "", 0, "vantry-desk " VANTRY_VERSION, "");
         row("no display", "good.json", "", 1, "", "there is no display.*--picture OUT.png");
         row("no display, empty", "", "DISPLAY= WAYLAND_DISPLAY=", 1, "", "there is no display");

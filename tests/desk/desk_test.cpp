@@ -310,7 +310,7 @@ private slots:
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder->path("settings"));
         const auto repository = Repository::AttributeRepository::create();
         Vantry::PluginLoader loader{Vantry::PluginTrial(QStringLiteral(VANTRY_DESK))};
-        loader.load({plugins.path()});
+        loader.load(QStringList(plugins.path()));
         MainWindow window(repository, loader, {});
         QVERIFY(TestSupport::showActive(window));
         QVERIFY(window.findChild<QDockWidget*>(QStringLiteral("pluginDock"))->isVisible());
