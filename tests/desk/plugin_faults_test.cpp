@@ -191,6 +191,18 @@ private slots:
         QVERIFY(!startsAndEnds());
     }
 
+    // A culprit that its rehearsal does not show meets the second start, too; the third is made without any.
+    void theThirdStartDoesWithoutAny()
+    {
+        for (const char* fault : {"abort-create-real", "abort-name-real", "abort-widget-real"})
+            add(QString::fromLatin1(fault));
+        add(companion);
+        QVERIFY(!startsAndEnds());
+        QVERIFY(!startsAndEnds());
+        QVERIFY(startsAndEnds());
+        QVERIFY(!isTouched());
+    }
+
     void aPersonCanLetItInAgain()
     {
         const QString letIn = QStringLiteral("touch-name-real");
@@ -265,23 +277,23 @@ private:
         return QFileInfo::exists(file(fault) + QLatin1String(".touched"));
     }
 
-    // Starts the desk, and asks it to end when it has drawn its window, or as soon as it has seen that the
-    // last start failed; it then goes on until it has its window. False when it died.
+    // Starts the desk, and asks it to end when it has drawn its window: it then takes back the count of
+    // failed starts, if there was one, and the note of plug-ins being called. False when it died.
     bool startsAndEnds() const
     {
         QFile::remove(file(companion) + QLatin1String(".touched"));
         const QDir remembered(inFolder("settings/Vantry"));
         const QString settings = remembered.filePath(QStringLiteral("vantry-desk.conf"));
-        const QByteArray before = contentOf(settings);
         QProcess program;
+        bool countsFailures = contentOf(settings).contains("failedStarts=");
         startDesk(program);
         const QString note = QStringLiteral("plug-ins-being-called-%1").arg(program.processId());
-        const auto hears = [&] {
-            return (isTouched() && !remembered.exists(note)) ||
-                   contentOf(remembered.filePath(QStringLiteral("vantry-desk.conf")))
-                       .contains("failedStarts=");
+        const auto isUp = [&] {
+            const bool counts = contentOf(settings).contains("failedStarts=");
+            countsFailures = countsFailures || counts;
+            return countsFailures ? !counts : isTouched() && !remembered.exists(note);
         };
-        while (!hears() && !program.waitForFinished(20))
+        while (!isUp() && !program.waitForFinished(20))
             QCoreApplication::processEvents();
         program.terminate();
         return program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit &&
