@@ -70,6 +70,37 @@ private:
     std::size_t size = 0;
 };
 
+// What a terminal would obey, or show in another order than it is written.
+bool steersTerminal(QChar character)
+{
+    const QChar::Category category = character.category();
+    if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+        category == QChar::Separator_Paragraph)
+        return true;
+    switch (character.direction()) {
+    case QChar::DirLRE:
+    case QChar::DirLRO:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirPDF:
+    case QChar::DirLRI:
+    case QChar::DirRLI:
+    case QChar::DirFSI:
+    case QChar::DirPDI:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool hasSteeringLine(const std::string& text)
+{
+    const QStringList lines = textOf(text).split(QLatin1Char('\n'));
+    return std::any_of(lines.begin(), lines.end(), [](const QString& line) {
+        return std::any_of(line.begin(), line.end(), steersTerminal);
+    });
+}
+
 class CurrentFolder
 {
 public:
@@ -201,7 +232,16 @@ private:
         }
         if (!FrameworkCore::Values::isUtf8(messages))
             return "a message is not UTF-8";
+        if (hasSteeringLine(messages) || (isListing() && hasSteeringLine(output)))
+            return "what is printed steers a terminal";
         return checkFiles(code);
+    }
+
+    // Their results are written for people.
+    bool isListing() const
+    {
+        const auto* const command = Invocation::parse(texts).command;
+        return command && (command->name == "ls" || command->name == "tree" || command->name == "find");
     }
 
     std::string checkFiles(ExitCode code) const

@@ -146,11 +146,10 @@ private:
             return QStringLiteral("it errs on '%1'").arg(text);
         if (kind != QLatin1String("regular-expression"))
             return {};
-        // A match of the whole text is one that begins at its start.
-        if (isAccepted &&
-            !QRegularExpression(argument)
-                 .match(text, 0, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption)
-                 .hasMatch())
+        // A match of the whole text is one that begins at its start. Without bounds the engine may give up.
+        const auto match = QRegularExpression(argument).match(text, 0, QRegularExpression::NormalMatch,
+                                                              QRegularExpression::AnchoredMatchOption);
+        if (isAccepted && match.isValid() && !match.hasMatch())
             return QStringLiteral("it accepts '%1', at whose start the expression does not match").arg(text);
         QString error;
         const auto literal = Repository::makeRule(
