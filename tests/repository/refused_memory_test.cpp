@@ -40,6 +40,11 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept
     return allocate(size);
 }
 
+void* operator new[](std::size_t size)
+{
+    return operator new(size);
+}
+
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
 {
     return allocate(size);
@@ -51,6 +56,16 @@ void operator delete(void* memory) noexcept
 }
 
 void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
