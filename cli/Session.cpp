@@ -194,10 +194,14 @@ const Source* Session::mount(Source source, AccessMode access)
     sources.push_back(std::move(source));
     const Source& mounted = sources.back();
     constexpr int createOnly = 2;
-    if (repository->getBackendInterface()->createBackend(mounted.format, mounted.root,
-                                                         {mounted.absolutePath, {}, access}, createOnly))
+    const bool isMounted = repository->getBackendInterface()->createBackend(
+        mounted.format, mounted.root, {mounted.absolutePath, {}, access}, createOnly);
+    tellRefusals(); // also what a recovery has put right
+    // A file that may be written may also be yet to come, which is not meant here.
+    if (isMounted && !mounted.isNew && !QFileInfo::exists(mounted.absolutePath))
+        return refuse(ExitCode::BadFile, QStringLiteral("%1: it was removed just now").arg(mounted.given));
+    if (isMounted)
         return &mounted;
-    tellRefusals();
     failure = ExitCode::BadFile;
     return nullptr;
 }
