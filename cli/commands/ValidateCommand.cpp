@@ -139,7 +139,8 @@ Command validate()
             "regular-expression(EXPRESSION). Each value that breaks a rule is told on stderr with its place "
             "in the file; the "
             "exit code is 3 then, and 1 when a rule has no attribute to check. An expression that takes too "
-            "many steps for a value is given up, which is reported, and the exit code is 2 when no value breaks a "
+            "many steps for a value is given up, which is reported, and the exit code is 2 when no value "
+            "breaks a "
             "rule.",
             {{{"FILE", Word::File}}},
             {{"--rule", "PATH=NAME", Word::Rule,
