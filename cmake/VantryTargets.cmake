@@ -59,10 +59,13 @@ function(vantry_add_test subject)
         LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/leaks.supp:print_suppressions=0
         TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/threads.supp:halt_on_error=1
         ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1)
+    if(VANTRY_SANITIZE)
+        # No window of ours needs the GL driver, whose own locks and leaks would be reported.
+        list(APPEND environment QT_XCB_GL_INTEGRATION=none)
+    endif()
     if(VANTRY_SANITIZE STREQUAL "thread")
-        # It sees neither how glib's event loop hands data to another thread nor the locks of the GL driver, which
-        # no window of ours needs.
-        list(APPEND environment QT_NO_GLIB=1 QT_XCB_GL_INTEGRATION=none)
+        # It does not see how glib's event loop hands data to another thread.
+        list(APPEND environment QT_NO_GLIB=1)
     endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${environment}")
     if(arg_DESKTOP)
