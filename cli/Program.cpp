@@ -25,7 +25,7 @@ namespace CommandLine {
 
 namespace {
 
-// Nothing, and told, when one of them is no text.
+// Empty, with a message on stderr, when an argument is not valid text.
 std::optional<QStringList> wordsOf(int argc, char** argv)
 {
     using namespace FrameworkCore::Values;

@@ -126,7 +126,7 @@ void FileMounter::startNext()
             try {
                 Utilities::postToGuiThread(tell);
             } catch (const std::bad_alloc&) {
-                // The result is told before the next files are opened.
+                // The result is delivered before the next files are opened.
             }
             return result;
         },

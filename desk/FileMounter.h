@@ -53,7 +53,7 @@ private:
     std::shared_ptr<Repository> repository;
     QStringList waiting;
     QStringList opening;        // what the worker was given
-    std::future<Result> worker; // valid until its result is told, which is later than until it is there
+    std::future<Result> worker; // valid until its result is delivered, which is after it is ready
     int runs = 0;               // how many workers there were
 };
 

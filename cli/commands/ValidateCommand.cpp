@@ -31,7 +31,7 @@ int nameStart(const QString& text)
     return text.indexOf(QLatin1Char('=')) + 1;
 }
 
-// Nothing, and told, when one of them is none.
+// Empty, with a message on stderr, when one of them is not valid.
 std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
 {
     std::vector<PathRule> rules;

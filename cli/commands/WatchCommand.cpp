@@ -81,7 +81,7 @@ private:
     const QMetaObject::Connection connection;
 };
 
-// Why there is no thread that could watch files; empty when there is one.
+// The reason if a thread for watching files cannot be started; empty otherwise.
 QString findNoThread()
 {
     try {
