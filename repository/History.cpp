@@ -165,9 +165,9 @@ struct History::Write::Recording
     ValueChange change;
 };
 
-void History::Write::Deleter::operator()(Recording* recording) const
+void History::Write::Deleter::operator()(Recording* finished) const
 {
-    delete recording;
+    delete finished;
 }
 
 void History::Write::record(History& history, const Node& node)

@@ -51,9 +51,9 @@ void RegistrationHold::Place::leave(std::uint64_t path, const RegistrationPointe
 {
     const std::lock_guard lock(mutex);
     left.push_back(registration);
-    std::uint64_t found = path;
-    const bool isMarked = held.compare_exchange_strong(found, path | hasLeftOnes, std::memory_order_acq_rel);
-    if (!isMarked && found != (path | hasLeftOnes))
+    std::uint64_t inPlace = path;
+    const bool isMarked = held.compare_exchange_strong(inPlace, path | hasLeftOnes, std::memory_order_acq_rel);
+    if (!isMarked && inPlace != (path | hasLeftOnes))
         left.pop_back();
 }
 
