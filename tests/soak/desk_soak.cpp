@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QMenu>
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -82,7 +83,7 @@ public:
             writer = std::make_unique<Soak::OutsideWriter>(files.getNames(), settings.writesPerSecond,
                                                            settings.seed + 1);
         std::puts("minute  actions  writes  resident  heap-used  heap-held  handles  watches  threads  "
-                  "attributes  rows  widgets");
+                  "attributes  rows  widgets  menus");
         QTimer minute;
         connect(&minute, &QTimer::timeout, this, [this] {
             tidy();
@@ -123,6 +124,19 @@ private:
         constexpr int mostRows = 100;
         if (rows.rowCount() > mostRows)
             rows.removeRows(mostRows, rows.rowCount() - mostRows);
+        releaseMenus();
+    }
+
+    // The monitor keeps each menu that it has shown, which is meant. They are counted instead, so that
+    // nothing else that grows can hide behind them.
+    void releaseMenus()
+    {
+        if (QApplication::activeModalWidget() || QApplication::activePopupWidget())
+            return; // one of them may have led there
+        const auto menus = desk.part<QTableView>("appConfigDataAccessWidget")
+                               ->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+        qDeleteAll(menus);
+        menusShown += menus.size();
     }
 
     void report()
@@ -131,12 +145,12 @@ private:
         uses.push_back(use);
         FrameworkCore::AppConfig::Interfaces::PathSearch all;
         all.pattern = QStringLiteral("*");
-        std::printf("%6zu %8d %7d %9.1f %10.1f %10.1f %8d %8d %8d %11d %5d %8d\n", uses.size(),
+        std::printf("%6zu %8d %7d %9.1f %10.1f %10.1f %8d %8d %8d %11d %5d %8d %6d\n", uses.size(),
                     person ? person->getActions() : 0, writer ? writer->getWrites() : 0, use.resident,
                     use.heapInUse, use.heapHeld, use.handles, use.watches, use.threads,
                     desk.repository->getTreeInterface()->findPaths(all).size(),
                     desk.part<QTableView>("appConfigDataAccessWidget")->model()->rowCount(),
-                    QApplication::allWidgets().size());
+                    QApplication::allWidgets().size(), menusShown);
         std::fflush(stdout);
     }
 
@@ -185,6 +199,7 @@ private:
     std::unique_ptr<Soak::RandomPerson> person;
     std::unique_ptr<Soak::OutsideWriter> writer;
     std::vector<ProcessUse> uses; // one a minute
+    int menusShown = 0;
 };
 
 } // namespace
