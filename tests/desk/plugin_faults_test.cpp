@@ -166,6 +166,7 @@ private slots:
         row("two", {create, paint});
         row("three", {create, paint, QStringLiteral("kill-show-desk")});
         row("one that only the desk meets", {QStringLiteral("abort-create-real")});
+        row("one that ends the desk alone as it is loaded", {QStringLiteral("abort-load-real")});
         row("one that ends the desk at its end", {QStringLiteral("abort-drop-real")});
     }
 
