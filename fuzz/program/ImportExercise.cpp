@@ -89,6 +89,7 @@ public:
         if (target > 0) {
             targetType = types[(target - 1) / 2];
             isFileThere = target % 2 == 0;
+            fileName = QStringLiteral("target.") + QString::fromStdString(targetType);
         }
         static const char* const places[] = {"to", "to.a", "to.new.place", "to.k", "", "to..a", "to.a.b"};
         path = QLatin1String(places[choose(2, std::size(places))]);
@@ -287,7 +288,7 @@ private:
     std::string targetType; // empty for memory
     bool isFileThere = false;
     QString path;
-    const QString fileName = QStringLiteral("target");
+    QString fileName; // which tells its type, since a text that says otherwise is not saved
     const std::shared_ptr<AttributeRepository> repository = AttributeRepository::create({false});
     Snapshot before;
     QString diffBefore;

@@ -151,6 +151,8 @@ private:
                                                               QRegularExpression::AnchoredMatchOption);
         if (isAccepted && match.isValid() && !match.hasMatch())
             return QStringLiteral("it accepts '%1', at whose start the expression does not match").arg(text);
+        if (text.contains(QChar::Null))
+            return {}; // Qt escapes it as an octal number, to which digits behind it would belong
         QString error;
         const auto literal = Repository::makeRule(
             QStringLiteral("regular-expression(%1)").arg(QRegularExpression::escape(text)), error);
