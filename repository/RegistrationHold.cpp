@@ -51,9 +51,9 @@ void RegistrationHold::Place::leave(std::uint64_t path, const RegistrationPointe
 {
     const std::lock_guard lock(mutex);
     left.push_back(registration);
-    std::uint64_t inPlace = path;
-    const bool isMarked = held.compare_exchange_strong(inPlace, path | hasLeftOnes, std::memory_order_acq_rel);
-    if (!isMarked && inPlace != (path | hasLeftOnes))
+    std::uint64_t found = path;
+    const bool isMarked = held.compare_exchange_strong(found, path | hasLeftOnes, std::memory_order_acq_rel);
+    if (!isMarked && found != (path | hasLeftOnes))
         left.pop_back();
 }
 
@@ -63,10 +63,10 @@ class RegistrationHold::Claim
 public:
     Claim()
     {
-        for (Place& place : Place::all) {
-            if (!place.isTaken.load(std::memory_order_relaxed) &&
-                !place.isTaken.exchange(true, std::memory_order_acq_rel)) {
-                ofThread = &place;
+        for (Place& each : Place::all) {
+            if (!each.isTaken.load(std::memory_order_relaxed) &&
+                !each.isTaken.exchange(true, std::memory_order_acq_rel)) {
+                ofThread = &each;
                 return;
             }
         }
