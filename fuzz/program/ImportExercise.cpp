@@ -50,6 +50,12 @@ Snapshot withoutGroups(Snapshot snapshot)
     return snapshot;
 }
 
+// A name that says which of several it is, without the others, is spelled as a name with brackets.
+Snapshot plainly(Snapshot snapshot)
+{
+    return snapshot.replaceInStrings(QStringLiteral("%5D"), QStringLiteral("]"));
+}
+
 Snapshot sorted(Snapshot snapshot)
 {
     snapshot.sort();
@@ -264,7 +270,7 @@ private:
     {
         if (!targetType.empty() || path.isEmpty())
             return {};
-        const Snapshot shown = sorted(withoutGroups(snapshotOf(*repository, path)));
+        const Snapshot shown = sorted(plainly(withoutGroups(snapshotOf(*repository, path))));
         const auto transfer = repository->getTransferInterface();
         for (const std::string& each : {type, std::string("json")}) {
             const QString form = QString::fromStdString(each);
@@ -275,7 +281,7 @@ private:
             if (other->getTransferInterface()->importTree(path, form, exported) != StatusCode::Success)
                 return QStringLiteral("its export to %1 is refused:\n%2")
                     .arg(form, QString::fromUtf8(exported));
-            const Snapshot again = sorted(withoutGroups(snapshotOf(*other, path)));
+            const Snapshot again = sorted(plainly(withoutGroups(snapshotOf(*other, path))));
             if (again != shown)
                 return QStringLiteral("its export to %1 gives %2\n%3")
                     .arg(form, firstDifference(again, shown), QString::fromUtf8(exported));
