@@ -1,22 +1,11 @@
 #include "widgets/AttributeWriting.h"
 
 #include "app/VantryLog.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
 
 namespace Widgets {
 
 using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
-
-namespace {
-
-bool hasChangedSince(RepositoryInterface& repository, const QString& path, const QVariant& shown)
-{
-    const auto reader = repository.getReaderInterface();
-    QVariant current;
-    return reader && reader->readAttributeValue(path, current, 0) == 0 &&
-           current.userType() == shown.userType() && current != shown;
-}
-
-} // namespace
 
 void logFailure(const QString& text)
 {
@@ -29,20 +18,30 @@ void logConversionFailure(const QVariant& attributeValue)
                QLatin1String(attributeValue.typeName()));
 }
 
-bool writeEdited(RepositoryInterface& repository, const QString& path, const QVariant& shown,
-                 const QVariant& edited)
+bool yieldsToNewer(RepositoryInterface& repository, const QString& path, const QVariant& shown)
 {
-    if (edited == shown && hasChangedSince(repository, path, shown))
-        return true;
+    namespace Values = FrameworkCore::Values;
+    const auto reader = repository.getReaderInterface();
+    QVariant current;
+    if (!reader || reader->readAttributeValue(path, current, 0) != 0 ||
+        Values::isSameValue(current, Values::toAttributeVariant(shown).value_or(shown)))
+        return false;
+    Vantry::logLine(Shared::Logging::LogMessageType::Information)
+        << "Attribute '" << path
+        << "' keeps the value written since its editor was opened, which was left untouched";
+    return true;
+}
+
+bool writeEdited(RepositoryInterface& repository, const QString& path, const QVariant& edited)
+{
     constexpr int afterStore = 8;
     const auto writer = repository.getWriterInterface();
     return writer && writer->writeAttributeValue(path, edited, afterStore) == 0;
 }
 
-void writeEditedOrLog(RepositoryInterface& repository, const QString& path, const QVariant& shown,
-                      const QVariant& edited)
+void writeEditedOrLog(RepositoryInterface& repository, const QString& path, const QVariant& edited)
 {
-    if (!writeEdited(repository, path, shown, edited))
+    if (!writeEdited(repository, path, edited))
         logFailure(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"));
 }
 

@@ -14,14 +14,18 @@ void logFailure(const QString& text);
 // For a text that cannot become a value of the attribute's type.
 void logConversionFailure(const QVariant& attributeValue);
 
-// Writes what an edit of an attribute has ended with and tells those who listen for stored values; false when
-// it was refused. When the person has left the value as it was shown and somebody else has changed it
-// meanwhile, that change stays.
+// Whether the attribute has got another value since an editor has shown this one. To be asked only when the
+// editor was left without being touched: the newer value then stays, and the log says so.
+bool yieldsToNewer(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository, const QString& path,
+                   const QVariant& shown);
+
+// Writes what an edit of an attribute has ended with and notifies those who listen for stored values; false
+// when it was refused.
 bool writeEdited(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository, const QString& path,
-                 const QVariant& shown, const QVariant& edited);
+                 const QVariant& edited);
 
 // As writeEdited; a refusal is logged with the path.
 void writeEditedOrLog(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository,
-                      const QString& path, const QVariant& shown, const QVariant& edited);
+                      const QString& path, const QVariant& edited);
 
 } // namespace Widgets

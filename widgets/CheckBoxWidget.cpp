@@ -17,6 +17,7 @@ CheckBoxWidget::CheckBoxWidget(QWidget* parent, const QString& path, const QVari
     setAccessibleName(attributeFullPath);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base); // as the cells around it
+    connect(this, &QCheckBox::toggled, this, [this] { isTouched = true; });
 }
 
 void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
@@ -36,7 +37,12 @@ void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
 
 void CheckBoxWidget::focusOutEvent(QFocusEvent* /*event*/)
 {
-    if (!isTakenAway(*this))
+    if (isTakenAway(*this))
+        return;
+    const auto repository = Utilities::GetAppConfigRepositoryInterface();
+    if (!isTouched && repository && yieldsToNewer(*repository, attributeFullPath, attributeValue))
+        emit resetDavModel();
+    else
         checkBoxStateChanged(isChecked() ? Qt::Checked : Qt::Unchecked);
 }
 
@@ -53,7 +59,7 @@ void CheckBoxWidget::paintEvent(QPaintEvent* /*event*/)
 void CheckBoxWidget::checkBoxStateChanged(int state)
 {
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
-    if (repository && !writeEdited(*repository, attributeFullPath, attributeValue, state == Qt::Checked))
+    if (repository && !writeEdited(*repository, attributeFullPath, state == Qt::Checked))
         logFailure(QString::fromLatin1("Attribute Update failed "));
     emit resetDavModel();
 }

@@ -30,6 +30,7 @@ private slots:
 private:
     QString attributeFullPath;
     QVariant attributeValue;
+    bool isTouched = false; // it was toggled, although it may be back where it was
 };
 
 } // namespace Widgets

@@ -5,6 +5,7 @@
 #include "widgets/CellEditor.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 
 namespace Widgets {
 
@@ -44,6 +45,9 @@ DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, con
     setWidgetDisplayFormat();
     showUnusualValue();
     connect(this, &QAbstractSpinBox::editingFinished, this, &DateTimeEditWidget::dateEditingFinished);
+    const auto touch = [this] { isTouched = true; };
+    connect(lineEdit(), &QLineEdit::textEdited, this, touch);
+    connect(this, &QDateTimeEdit::dateTimeChanged, this, touch);
 }
 
 // What a date and time editor cannot hold: a mere time, no value at all, years before 100. They are shown as
@@ -76,6 +80,7 @@ void DateTimeEditWidget::keyPressEvent(QKeyEvent* event)
         return;
     }
     const bool ends = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    isTouched |= ends;
     const bool steps = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down;
     if (steps || (!ends && !event->text().isEmpty()))
         leaveUnusualValue();
@@ -93,10 +98,14 @@ void DateTimeEditWidget::dateEditingFinished()
     if (isTakenAway(*this))
         return;
     QVariant value;
+    if (!isTouched && repository && yieldsToNewer(*repository, attributeFullPath, attributeValue)) {
+        emit resetDavModel();
+        return;
+    }
     if (!getModifiedAttributeValue(value) || !value.isValid())
         logConversionFailure(attributeValue);
     else if (repository)
-        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
+        writeEditedOrLog(*repository, attributeFullPath, value);
     emit resetDavModel();
 }
 

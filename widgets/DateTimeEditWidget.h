@@ -40,6 +40,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     QString attributeFullPath;
     QVariant attributeValue;
+    bool isTouched = false; // typed into, stepped or confirmed by a key
 };
 
 } // namespace Widgets

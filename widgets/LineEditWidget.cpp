@@ -57,14 +57,17 @@ LineEditWidget::LineEditWidget(QWidget* parent, const QString& path, const QVari
     setFocus(Qt::OtherFocusReason);
     setAutoFillBackground(true);
     connect(this, &QLineEdit::editingFinished, this, &LineEditWidget::textEditingFinished);
+    connect(this, &QLineEdit::textChanged, this, [this] { isTouched = true; });
 }
 
 void LineEditWidget::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape) {
         emit resetDavModel();
-    else
-        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    isTouched |= event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    QLineEdit::keyPressEvent(event);
 }
 
 // Qt tells of a lost focus only when the text was edited since it last told of an end.
@@ -127,9 +130,11 @@ void LineEditWidget::writeText()
                    QLatin1String(" Failed. Bad Writable, Read Only"));
         return;
     }
+    if (!isTouched && yieldsToNewer(*repository, attributeFullPath, attributeValue))
+        return;
     QVariant value;
     if (getModifiedAttributeValue(value) && value.isValid())
-        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
+        writeEditedOrLog(*repository, attributeFullPath, value);
     else
         logConversionFailure(attributeValue);
 }

@@ -45,6 +45,7 @@ private:
     QString attributeFullPath;
     QVariant attributeValue;
     qint32 editingFinishedCount = 0;
+    bool isTouched = false; // typed into, or confirmed by a key
 };
 
 } // namespace Widgets

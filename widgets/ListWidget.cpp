@@ -108,7 +108,7 @@ void ListWidget::on_btnWrite_clicked()
     if (!getModifiedAttributeValue(value) || !value.isValid())
         logConversionFailure(attributeValue);
     else if (repository)
-        writeEditedOrLog(*repository, attributeFullPath, attributeValue, value);
+        writeEditedOrLog(*repository, attributeFullPath, value);
     close();
 }
 

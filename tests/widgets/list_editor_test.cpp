@@ -113,6 +113,14 @@ private slots:
         QVERIFY(!editor->isVisible());
     }
 
+    void writesOverWhatOthersWrote()
+    {
+        open(words("a"));
+        repository->set(path, words("newer"));
+        click("btnWrite");
+        QCOMPARE(written(), QVariantList{words("a")});
+    }
+
     void closesWithoutWriting_data()
     {
         QTest::addColumn<QString>("way");

@@ -288,6 +288,60 @@ private slots:
         QCOMPARE(writesOfLeaving(QDate(2024, 2, 28)), 3);
     }
 
+    // What others have written since yields to whatever the person confirms or has touched, though it ends as
+    // it was shown. It stays when the editor was only left.
+    void newerValues_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<QVariant>("newer");
+        QTest::addColumn<QString>("keys"); // of the editor before it ends
+        QTest::addColumn<bool>("isConfirmed");
+        QTest::addColumn<bool>("isWritten");
+        const QDateTime moment(QDate(2024, 2, 29), QTime(1, 2, 3, 4), Qt::UTC);
+        const auto rows = [](const char* name, const QVariant& value, const QVariant& newer,
+                             const QString& sameAgain) {
+            QTest::addRow("%s, confirmed", name) << value << newer << QString() << true << true;
+            QTest::addRow("%s, touched", name) << value << newer << sameAgain << false << true;
+            QTest::addRow("%s, left", name) << value << newer << QString() << false << false;
+        };
+        rows("line", 5LL, 9LL, text("5"));
+        rows("line of another type", text("5"), 9LL, text("5"));
+        rows("double", 0.1, 0.5, text("0.1"));
+        rows("check box", true, false, text("  "));
+        rows("date", QDate(2024, 2, 29), QDate(2030, 1, 1), text("2024"));
+        rows("time", QTime(1, 2, 3, 4), QTime(5, 6), text("01"));
+        rows("both", moment, moment.addDays(1), text("2024"));
+    }
+
+    void newerValues()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(QVariant, newer);
+        QFETCH(QString, keys);
+        QFETCH(bool, isConfirmed);
+        QFETCH(bool, isWritten);
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        repository->set(path, newer);
+        if (qobject_cast<LineEditWidget*>(editing.editor))
+            QTest::keyClick(editing.editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editing.editor, keys);
+        const quint64 before = Shared::Logging::LogRecord::instance().getLastNumber();
+        if (isConfirmed)
+            editing.end();
+        for (int i = 0; i < 2 && editing.ends == 0; ++i) {
+            editing.editor->setFocus(Qt::TabFocusReason);
+            editing.neighbour->setFocus();
+        }
+        QCOMPARE(editing.ends, 1);
+        QCOMPARE(repository->getWrites().size(), isWritten ? 1 : 0);
+        const auto lines = Shared::Logging::LogRecord::instance().getLines(before);
+        QCOMPARE(lines.size(), isWritten ? 0 : 1);
+        if (!isWritten)
+            QVERIFY(lines.first().text.contains(path));
+    }
+
     void validatorsHaveTheirBounds_data()
     {
         QTest::addColumn<QVariant>("value");
