@@ -1,6 +1,7 @@
 // The context menu of the browser page's tree, and what its entries do. Menus, dialogs and long operations
 // run event loops, in which the host may close the page; a dialog that goes with the page counts as
-// cancelled.
+// cancelled. The item that they are about may leave the tree as well. Its path would be empty then, which
+// stands for the whole repository, so that nothing is done.
 #include "app/VantryLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
@@ -54,6 +55,7 @@ void AttributeBrowserWidget::onCustomContextMenu(QPoint /*point*/)
             return;
         isBackendRoot = isSelectedIndexIsBackendRoot(contextIndex);
         contextExpanded = ui->treeView->isExpanded(contextIndex);
+        contextPath = pathOf(contextIndex);
     }
     const QPointer<AttributeBrowserWidget> self(this); // the host may close the page under an open menu
     QMenu menu;
@@ -83,6 +85,18 @@ void AttributeBrowserWidget::fillMenu(QMenu& menu, bool isBackendRoot)
     add("Save Backend", "save_backend.png", &Page::on_saveBackendClicked)->setEnabled(isBackendRoot);
 }
 
+bool AttributeBrowserWidget::isContextGone() const
+{
+    if (!contextIndex.isValid())
+        Vantry::logLine(LogMessageType::Failure) << goneContextText();
+    return !contextIndex.isValid();
+}
+
+QString AttributeBrowserWidget::goneContextText() const
+{
+    return tr("Nothing was done: '%1' has left the tree meanwhile").arg(contextPath);
+}
+
 void AttributeBrowserWidget::onBtnExpandAllClicked()
 {
     const ScopedSignalBlocker blocker(ui->treeView);
@@ -102,7 +116,7 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
     QString name;
     QVariant value;
     int type = QMetaType::UnknownType; // the value's own type decides
-    if (!inputDialogs->showAttributeCreateDialog(name, value, type) || name.isEmpty())
+    if (!inputDialogs->showAttributeCreateDialog(name, value, type) || name.isEmpty() || isContextGone())
         return;
     const QString path = pathOf(contextIndex) + separator + name;
     const auto writer = repository ? repository->getWriterInterface() : nullptr;
@@ -114,6 +128,8 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
 
 void AttributeBrowserWidget::onBtnCopyAttributeClicked()
 {
+    if (isContextGone())
+        return;
     copiedIndex = contextIndex;
     copiedPath = pathOf(copiedIndex);
     copyPending = true;
@@ -127,7 +143,7 @@ void AttributeBrowserWidget::onBtnPasteAttributeClicked()
     bool asChild = false;
     if (!inputDialogs->showAttributePasteDialog({}, tr("Attribute Name"), name, asChild) || name.isEmpty())
         return;
-    if (!contextIndex.isValid())
+    if (source.isEmpty() || isContextGone())
         return;
     const QPointer<AttributeBrowserWidget> self(this);
     {
@@ -141,6 +157,8 @@ void AttributeBrowserWidget::onBtnPasteAttributeClicked()
 
 void AttributeBrowserWidget::onBtnDeleteAttributeClicked()
 {
+    if (isContextGone())
+        return;
     const QString path = pathOf(contextIndex);
     if (inputDialogs->showConfirmationDialog(tr("Do You Want To Delete The Attribute ?"), path) !=
         QMessageBox::Yes)
@@ -159,7 +177,7 @@ void AttributeBrowserWidget::onBtnAddValidationClicked()
     const QString path = pathOf(contextIndex);
     bool isAccepted = false;
     const QString name = inputDialogs->showSingleTextDialog({}, tr("Validation Name"), {}, isAccepted);
-    if (!isAccepted)
+    if (!isAccepted || isContextGone())
         return;
     const auto validations = repository ? repository->getValidationInterface() : nullptr;
     const bool isAdded = validations && validations->addValidation(path, name) != 0;
@@ -173,6 +191,8 @@ void AttributeBrowserWidget::onBtnExportClicked()
         inputDialogs->showSaveAsDialog(tr("Save As"), {}, tr("Json File(*.json);;Test File(*.txt)"));
     if (fileName.isEmpty())
         return;
+    if (!contextIndex.isValid())
+        return AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, goneContextText());
     const QString path = pathOf(contextIndex);
     const QPointer<AttributeBrowserWidget> self(this);
     QString errorText;
@@ -189,6 +209,8 @@ void AttributeBrowserWidget::onBtnImportClicked()
         inputDialogs->showFileOpenDialog(tr("Select File"), {}, tr("Json File (*.json)"));
     if (fileName.isEmpty())
         return;
+    if (!contextIndex.isValid())
+        return AttributeTreeModelInputDialogs::ShowWarningMessage(this, {}, goneContextText());
     bool isAccepted = false;
     const QString entered =
         inputDialogs->showSingleTextDialog({}, tr("Import Path"), pathOf(contextIndex), isAccepted);
@@ -220,6 +242,8 @@ void AttributeBrowserWidget::on_newBackendClicked()
 
 void AttributeBrowserWidget::on_saveBackendClicked()
 {
+    if (isContextGone())
+        return;
     const QString name = backendNames.value(backendPaths.indexOf(pathOf(contextIndex)));
     const auto backends = repository ? repository->getBackendInterface() : nullptr;
     const bool isSaved = backends && backends->saveBackend(name);

@@ -111,6 +111,8 @@ private:
     void renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged);
     void showDetails(const QStringList& paragraphs);
     void fillMenu(QMenu& menu, bool isBackendRoot);
+    bool isContextGone() const; // which is logged
+    QString goneContextText() const;
     QList<QComboBox*> filterBoxes() const;
     static void fillFilter(QComboBox* box, const QStringList& names, const QString& currentText);
     static void enableFilter(QComboBox* box);
@@ -146,6 +148,7 @@ private:
     QPersistentModelIndex copiedIndex; // the item to paste; when it has gone from the tree, its path serves
     QString copiedPath;
     QPersistentModelIndex contextIndex; // the item that the menu, or the editor, is about
+    QString contextPath;                // of the menu's item, to name it when it has left the tree
     QPersistentModelIndex detailsIndex; // the item whose details are shown
 
     ExpansionMemory expandedPaths;

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 
 #include <list>
+#include <map>
 
 using namespace FrameworkCore::AppConfig;
 using Shared::Logging::LogRecord;
@@ -269,6 +270,57 @@ private slots:
                 seeWarning({file, QStringLiteral("folder")})});
     }
 
+    // Others remove the item while the last dialog is open. Its path would be empty then, as that of all.
+    void anItemThatGoesMeanwhileIsLeftAlone_data()
+    {
+        QTest::addColumn<QString>("entry");
+        for (const char* const entry :
+             {"New Attribute", "Paste Subtree", "Add Validation", "Import", "Export", "Copy Subtree"})
+            QTest::newRow(entry) << QString::fromLatin1(entry);
+    }
+
+    void anItemThatGoesMeanwhileIsLeftAlone()
+    {
+        QFETCH(QString, entry);
+        mount("json", "p", "{\"a\": {\"k\": 1}, \"b\": 2}");
+        openPage();
+        const QString file = folder->filePath(QStringLiteral("in.json"));
+        writeFile(file, "{\"k\": 5}");
+        const auto goingBefore = [&](const Answer& answer) -> Answer {
+            return [&, answer](QWidget& dialog) {
+                const bool isThere = page->item(QStringLiteral("p.a")).isValid();
+                QVERIFY(!isThere ||
+                        repository->getTreeInterface()->removeTree(QStringLiteral("p.a")) == Success);
+                QTRY_VERIFY(!page->item(QStringLiteral("p.a")).isValid());
+                answer(dialog);
+            };
+        };
+        const Answer warning = seeWarning({QStringLiteral("'p.a' has left the tree meanwhile")});
+        const std::map<QString, std::list<Answer>> answers{
+            {QStringLiteral("New Attribute"), {goingBefore(createText(QStringLiteral("new"), {}))}},
+            {QStringLiteral("Paste Subtree"), {goingBefore(pasteAs(QStringLiteral("new"), true))}},
+            {QStringLiteral("Add Validation"), {goingBefore(enter(QStringLiteral("integer")))}},
+            {QStringLiteral("Import"), {goingBefore(enterFile(file)), warning}},
+            {QStringLiteral("Export"), {goingBefore(enterFile(file + QStringLiteral(".new"))), warning}},
+        };
+        const auto found = answers.find(entry);
+        if (entry == QLatin1String("Paste Subtree"))
+            choose(QStringLiteral("p.b"), "Copy Subtree");
+        const quint64 before = LogRecord::instance().getLastNumber();
+        if (found != answers.end())
+            choose(QStringLiteral("p.a"), entry.toLatin1(), found->second);
+        else // under the open menu
+            openMenu(QStringLiteral("p.a"),
+                     {goingBefore([&entry](QWidget& menu) { chooseIn(menu, entry); })});
+        QVERIFY(!QFile::exists(file + QStringLiteral(".new")));
+        QCOMPARE(repository->getTreeInterface()->getChildNames(QStringLiteral("p")),
+                 QStringList(QStringLiteral("b")));
+        if (found == answers.end() || found->second.size() == 1) {
+            QCOMPARE(LogRecord::instance().getLines(before).size(), 1);
+            QCOMPARE(lastLog(), QStringLiteral("Nothing was done: 'p.a' has left the tree meanwhile"));
+        }
+    }
+
     void createsBackends()
     {
         mount("json", "plant", "{}");
@@ -389,20 +441,23 @@ private:
 
     void choose(const QString& path, const QByteArray& entry, std::list<Answer> answers = {})
     {
-        answers.push_front([&entry](QWidget& popup) {
-            auto* const menu = qobject_cast<QMenu*>(&popup);
-            QVERIFY(menu);
-            const auto actions = menu->actions();
-            for (QAction* const action : actions) {
-                if (action->text() != QLatin1String(entry))
-                    continue;
-                QVERIFY(action->isEnabled());
-                QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
-                return;
-            }
-            QFAIL("no such entry");
-        });
+        answers.push_front([&entry](QWidget& menu) { chooseIn(menu, QLatin1String(entry)); });
         openMenu(path, answers);
+    }
+
+    static void chooseIn(QWidget& popup, const QString& entry)
+    {
+        auto* const menu = qobject_cast<QMenu*>(&popup);
+        QVERIFY(menu);
+        const auto actions = menu->actions();
+        for (QAction* const action : actions) {
+            if (action->text() != entry)
+                continue;
+            QVERIFY(action->isEnabled());
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+            return;
+        }
+        QFAIL("no such entry");
     }
 
     std::unique_ptr<QTemporaryDir> folder;
