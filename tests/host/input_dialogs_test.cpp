@@ -2,6 +2,7 @@
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -20,6 +21,7 @@
 #include <limits>
 
 using TestSupport::DialogDriver;
+using TestSupport::words;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 
 namespace {
@@ -406,32 +408,18 @@ private slots:
         QVERIFY(!accepted);
     }
 
-    void savedNamesGetAnEnding_data()
+    void savedNamesStayAsTyped()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QString>("name");
-        const auto row = [](const char* typed, const char* filter, const char* name) {
-            QTest::addRow("%s as %s", typed, filter)
-                << QString::fromLatin1(typed) << QString::fromLatin1(filter) << QString::fromLatin1(name);
-        };
-        row("out", "Json", "out.json");
-        row("out", "Test", "out.txt");
-        row("out.TXT", "Json", "out.TXT");
-        row("out.txt", "Json", "out.txt");
-    }
-
-    void savedNamesGetAnEnding()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, filter);
-        const DialogDriver driver([&](QWidget& dialog) {
-            choose(part<QComboBox>(dialog, "fileTypeCombo"), filter);
-            enterFile(dialog, typed);
-        });
-        QFETCH(QString, name);
-        QCOMPARE(dialogs.showSaveAsDialog(QStringLiteral("Save As"), folder.path(), exportFilter),
-                 folder.filePath(name));
+        for (const char* const filter : {"Json", "Test"}) {
+            for (const QString& name : words("out out.TXT")) {
+                const DialogDriver driver([&](QWidget& dialog) {
+                    choose(part<QComboBox>(dialog, "fileTypeCombo"), QLatin1String(filter));
+                    enterFile(dialog, name);
+                });
+                QCOMPARE(dialogs.showSaveAsDialog(QStringLiteral("Save As"), folder.path(), exportFilter),
+                         folder.filePath(name));
+            }
+        }
     }
 
     void overwritingIsAskedAboutAndTheFolderRemembered()
@@ -445,12 +433,12 @@ private slots:
                     QVERIFY(qobject_cast<QMessageBox*>(&box));
                     QTest::keyClick(&box, Qt::Key_Escape);
                 });
-                enterFile(dialog, QStringLiteral("there"));
+                enterFile(dialog, QStringLiteral("there.json"));
                 QVERIFY(dialog.isVisible());
                 enterFile(dialog, QStringLiteral("other"));
             });
             QCOMPARE(dialogs.showSaveAsDialog({}, folder.path(), exportFilter),
-                     folder.filePath(QStringLiteral("other.json")));
+                     folder.filePath(QStringLiteral("other")));
         }
         const DialogDriver driver([](QWidget& dialog) { enterFile(dialog, QStringLiteral("there.json")); });
         QCOMPARE(dialogs.showFileOpenDialog({}, {}, QStringLiteral("Json File (*.json)")),

@@ -7,7 +7,6 @@
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QInputDialog>
-#include <QRegularExpression>
 #include <QVariant>
 
 namespace Utilities::ModelViews::Widgets {
@@ -19,12 +18,6 @@ QString& rememberedFolder()
 {
     static QString folder;
     return folder;
-}
-
-QString firstEndingOf(const QString& filter)
-{
-    static const QRegularExpression ending(QStringLiteral("\\*\\.([^\\s*)]+)"));
-    return ending.match(filter).captured(1);
 }
 
 void showPlace(QFileDialog& dialog, const QString& directory)
@@ -123,12 +116,6 @@ QString AttributeTreeModelInputDialogs::showSaveAsDialog(const QString& caption,
     AskedDialog<PlainFileDialog> dialog(dialogParent, caption, QString(), filter);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
-    // The dialog appends the suffix before it asks about overwriting, so that it asks about the right file.
-    const auto takeEnding = [&dialog](const QString& chosen) {
-        dialog->setDefaultSuffix(firstEndingOf(chosen));
-    };
-    QObject::connect(&dialog.get(), &QFileDialog::filterSelected, takeEnding);
-    takeEnding(dialog->selectedNameFilter());
     return askForFile(dialog, directory);
 }
 

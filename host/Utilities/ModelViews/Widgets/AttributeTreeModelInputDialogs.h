@@ -38,8 +38,8 @@ public:
                                  bool& ok) const;
 
     // Both give the chosen file's name, empty when cancelled. The directory may name a file, which is then
-    // preselected; when it is empty, the folder of the file that was chosen last is shown. A name without an
-    // ending is saved with that of the chosen filter. Overwriting a file is asked about.
+    // preselected; when it is empty, the folder of the file that was chosen last is shown. The name is given
+    // as it was typed, whichever filter is chosen. Overwriting a file is asked about.
     QString showFileOpenDialog(const QString& caption, const QString& directory, const QString& filter) const;
     QString showSaveAsDialog(const QString& caption, const QString& directory, const QString& filter) const;
 
