@@ -10,6 +10,7 @@
 #include "widgets/LineEditWidget.h"
 #include "widgets/ListWidget.h"
 #include "widgets/PageWindow.h"
+#include "widgets/RowHeader.h"
 #include "widgets/SeenPartDelegate.h"
 
 #include <QApplication>
@@ -53,6 +54,12 @@ AppConfigDataAccessWidget::AppConfigDataAccessWidget(QWidget* parent)
     setModel(attributeModel.get());
     for (int column = 0; column < attributeModel->columnCount(); ++column)
         horizontalHeader()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    connect(attributeModel.get(), &QAbstractItemModel::dataChanged, this,
+            &AppConfigDataAccessWidget::followChange);
+    for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(attributeModel.get(), change, this, &AppConfigDataAccessWidget::fitColumns);
+    connect(attributeModel.get(), &QAbstractItemModel::modelReset, this,
+            &AppConfigDataAccessWidget::fitColumns);
     connect(this, &QWidget::customContextMenuRequested, this,
             &AppConfigDataAccessWidget::onCustomContextMenu);
     setAlternatingRowColors(true);
@@ -65,10 +72,11 @@ void AppConfigDataAccessWidget::setUpView()
 {
     setAcceptDrops(true);
     setDropIndicatorShown(true);
-    setDragEnabled(true);
+    setDragEnabled(false);           // the mouse selects cells; rows are moved by their headers
     setDragDropOverwriteMode(false); // what is dropped goes between rows
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
+    new Widgets::RowHeader(*this);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft |
                                             Qt::AlignVCenter); // its middle may be out of sight
     // Each change of a value has the columns measured: by about as many rows as are seen.
@@ -217,6 +225,7 @@ void AppConfigDataAccessWidget::openEditor(const QModelIndex& index, const QStri
 {
     auto* const editor = new Editor(this, attributeFullPath, attributeValue);
     connect(editor, &Editor::resetDavModel, this, &AppConfigDataAccessWidget::textEditingFinished);
+    editedCell = index;
     Widgets::placeOverCell(*this, index, *editor);
 }
 
@@ -228,6 +237,10 @@ void AppConfigDataAccessWidget::textEditingFinished()
     reset();
     if (hasKeyboard) // which an editor had, and would go to whatever comes behind the table
         setFocus();
+    QString path;
+    leftValue.clear();
+    if (editedCell.isValid())
+        getAttributePathAndValue(editedCell, path, leftValue);
     setValueColumnWidth(width());
 }
 
@@ -244,6 +257,25 @@ void AppConfigDataAccessWidget::setValueColumnWidth(int width)
 {
     valueColumnWidth = width;
     setColumnWidth(valueColumn, width);
+}
+
+// Once control returns to the event loop, so that many changes cost one measuring.
+void AppConfigDataAccessWidget::fitColumns()
+{
+    if (!indexWidget(editedCell))
+        valueColumnWidth = 0;
+    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+}
+
+// The width that an edit needs, and the one that it leaves, last until another change is shown than its own.
+void AppConfigDataAccessWidget::followChange(const QModelIndex& first, const QModelIndex& last,
+                                             const QVector<int>& roles)
+{
+    const bool areColours = !roles.isEmpty() && !roles.contains(Qt::DisplayRole);
+    const bool isOfEdited = first.row() == editedCell.row() && last.row() == editedCell.row();
+    const bool isOwn = isOfEdited && editedCell.data(Qt::EditRole) == leftValue;
+    if (valueColumnWidth > 0 && !areColours && !isOwn)
+        fitColumns();
 }
 
 // A click on a value that is wider than the view would push the names out of sight.
@@ -263,12 +295,28 @@ void AppConfigDataAccessWidget::scrollContentsBy(int dx, int dy)
         viewport()->update();
 }
 
+void AppConfigDataAccessWidget::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    horizontalHeader()->resizeSections(QHeaderView::ResizeToContents);
+}
+
 // What a watched attribute shows changes all the time, and the header asks at every change: a width that was
-// set must outlive it.
+// set must outlive it. Otherwise a long value takes the room that the other columns leave, or half the view.
 int AppConfigDataAccessWidget::sizeHintForColumn(int column) const
 {
-    return column == valueColumn && valueColumnWidth > 0 ? valueColumnWidth
-                                                         : QTableView::sizeHintForColumn(column);
+    const int wanted = QTableView::sizeHintForColumn(column);
+    if (column != valueColumn)
+        return wanted;
+    const int half = viewport()->width() / 2;
+    if (valueColumnWidth > 0 || wanted <= half)
+        return valueColumnWidth > 0 ? valueColumnWidth : wanted;
+    int others = 0;
+    for (int other = 0; other < attributeModel->columnCount(); ++other) {
+        if (other != valueColumn)
+            others += qMax(QTableView::sizeHintForColumn(other), horizontalHeader()->sectionSizeHint(other));
+    }
+    return qMin(wanted, qMax(half, viewport()->width() - others));
 }
 
 void AppConfigDataAccessWidget::onAttributeDeleteSelected()

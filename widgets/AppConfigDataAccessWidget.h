@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QIcon>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QSharedPointer>
 #include <QTableView>
@@ -57,6 +58,7 @@ private slots:
 protected:
     bool focusNextPrevChild(bool next) override;
     void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent* event) override;
     int sizeHintForColumn(int column) const override;
 
 private:
@@ -66,6 +68,8 @@ private:
     void openEditor(const QModelIndex& index, const QString& attributeFullPath,
                     const QVariant& attributeValue);
     void setValueColumnWidth(int width);
+    void fitColumns(); // to what they show
+    void followChange(const QModelIndex& first, const QModelIndex& last, const QVector<int>& roles);
     bool isLargeDropWanted(int attributes);
     void removeOneByOne(const QList<int>& descendingRows);
     void saveTo(const QString& fileName);
@@ -76,6 +80,8 @@ private:
     std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeViewModelUtils;
     QPointer<Widgets::ListWidget> listWidget; // the one opened last; not owned, nobody deletes it
     QString lastProjectFileName;
-    QHash<QString, QIcon> icons; // of the menus, which stay and share them
-    int valueColumnWidth = 0;    // pixels; 0 while the column is as wide as what it shows
+    QHash<QString, QIcon> icons;      // of the menus, which stay and share them
+    int valueColumnWidth = 0;         // pixels; 0 while the column is as wide as what it shows
+    QPersistentModelIndex editedCell; // by the newest scalar editor
+    QVariant leftValue;               // of its attribute when the edit has ended
 };

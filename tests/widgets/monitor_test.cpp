@@ -225,6 +225,8 @@ private slots:
         auto* const edit = qobject_cast<QDateTimeEdit*>(editor());
         QVERIFY(edit && edit->hasFocus());
         QCOMPARE(edit->date(), QDate(2030, 1, 1));
+        for (int row = 0; row < 2; ++row) // the table has shown all that the others wrote
+            QTRY_VERIFY(number.siblingAtRow(row).data(Qt::BackgroundRole).isNull());
         QTest::mouseClick(page->findChild<QLineEdit*>(QStringLiteral("edtSearchPath")), Qt::LeftButton);
         QVERIFY(!editor() && monitor->selectionModel()->selectedIndexes().isEmpty());
         QVERIFY(read(k).startsWith(QLatin1String("2030-01-01")));
@@ -342,7 +344,84 @@ private slots:
         QCOMPARE(contentOf(other), QByteArray("d\nb"));
     }
 
-    void rowsAreDraggedFromTheTreeAndWithinTheTable()
+    void rowsArePutInOrder()
+    {
+        drop(words("a b c d e"));
+        QWidget& header = *monitor->verticalHeader()->viewport();
+        const auto place = [this](int row) { return QPoint(5, placeOf(row, 0).y()); };
+        const QPoint half(0, monitor->rowHeight(0) / 2 - 2);
+        const auto drag = [&](int row, const QPoint& to) {
+            QVERIFY(TestSupport::drag(header, place(row), header, to));
+        };
+        drag(3, place(1) - half);
+        QTRY_COMPARE(paths(), words("a d b c e"));
+        QTest::mouseClick(&header, Qt::LeftButton, Qt::ControlModifier, place(0));
+        QCOMPARE(selected(), words("a d"));
+        drag(1, place(3) + half);
+        QTRY_COMPARE(paths(), words("b c a d e"));
+        QCOMPARE(selected(), words("a d"));
+        drag(3, QPoint(5, header.height() + 40));
+        QTRY_COMPARE(paths(), words("b c e a d"));
+        QVERIFY(TestSupport::click(header, place(3))); // one of the two
+        QTRY_COMPARE(selected(), words("a"));
+
+        click(0, 0); // rows b and a
+        const auto press = [](const char* key) { QVERIFY(TestSupport::pressKey(QLatin1String(key))); };
+        press("alt+Up"); // b is at the end already
+        QTRY_COMPARE(paths(), words("b c a e d"));
+        press("alt+Down");
+        QTRY_COMPARE(paths(), words("c b e a d"));
+        for (int i = 0; i < 3; ++i)
+            press("alt+Down");
+        QTRY_COMPARE(paths(), words("c e d b a"));
+        QCOMPARE(selected(), words("b a"));
+        QTest::keyClick(monitor, Qt::Key_F2); // begins nothing outside the value column
+        QVERIFY(monitor->hasFocus());
+    }
+
+    // After an edit it is as wide as the view, until something else changes.
+    void theValueColumnFitsAgain()
+    {
+        create(k, QStringLiteral("old"));
+        create(QStringLiteral("n"), 0);
+        drop({k, QStringLiteral("n")});
+        const int before = monitor->columnWidth(valueColumn);
+        const auto isFit = [&] { return monitor->columnWidth(valueColumn) <= before + 20; };
+        const auto edit = [&](const char* value) {
+            doubleClick(*monitor, 0, valueColumn);
+            type(QLatin1String(value));
+            QTest::keyClick(editor(), Qt::Key_Return);
+            QVERIFY(!editor());
+            QTRY_COMPARE(monitor->model()->index(0, valueColumn).data().toString(), QLatin1String(value));
+            QCoreApplication::processEvents();
+            QCOMPARE(monitor->columnWidth(valueColumn), monitor->width());
+        };
+        const auto writer = repository->getWriterInterface();
+        edit("new");
+        writer->writeAttributeValue(QStringLiteral("n"), 1, 15);
+        QTRY_VERIFY(isFit());
+        edit("newer");
+        writer->writeAttributeValue(k, QStringLiteral("other"), 15);
+        QTRY_VERIFY(isFit());
+        edit("list");
+        const QString file = folder->filePath(QStringLiteral("list.dap"));
+        writeFile(file, "n\nk");
+        choose("Load", enterFile(file));
+        QTRY_VERIFY(isFit());
+
+        writer->writeAttributeValue(k, QString(5000, QLatin1Char('x')), 15);
+        const auto areAllSeen = [this] {
+            return monitor->horizontalHeader()->length() == monitor->viewport()->width();
+        };
+        QTRY_VERIFY(areAllSeen());
+        page->resize(1500, 800);
+        QTRY_VERIFY(areAllSeen());
+        const int names = monitor->columnWidth(0);
+        drop({QStringLiteral("a.name.that.is.longer.than.any.other.of.the.list")});
+        QTRY_VERIFY(monitor->columnWidth(4) > names + 100); // where paths are
+    }
+
+    void rowsAreDraggedFromTheTree()
     {
         create(QStringLiteral("a"), 1);
         create(QStringLiteral("b"), 1);
@@ -361,8 +440,9 @@ private slots:
         QTRY_COMPARE(paths(), words("b"));
         QVERIFY(dragItem("a"));
         QTRY_COMPARE(paths(), words("b a"));
-        QVERIFY(TestSupport::drag(table, placeOf(1, 0), table, placeOf(0, 0) - QPoint(0, 10)));
-        QTRY_COMPARE(paths(), words("a b"));
+        QVERIFY(TestSupport::drag(table, placeOf(1, 0), table, placeOf(0, 1) - QPoint(0, 10)));
+        QTRY_COMPARE(selected(), words("b a")); // no drag of cells
+        QCOMPARE(paths(), words("b a"));
         for (const Qt::Key answer : {Qt::Key_N, Qt::Key_Y}) {
             const DialogDriver driver([&](QWidget& dialog) {
                 QVERIFY(dynamic_cast<QMessageBox&>(dialog).text().contains(QLatin1String("501")));
@@ -409,6 +489,17 @@ private:
     QStringList paths() const
     {
         return qobject_cast<AdvancedAttributeModel*>(monitor->model())->getAttributeFullPathList();
+    }
+
+    // The names of the rows with a selected cell.
+    QStringList selected() const
+    {
+        QStringList names;
+        for (int row = 0; row < monitor->model()->rowCount(); ++row) {
+            if (monitor->selectionModel()->rowIntersectsSelection(row, {}))
+                names.append(paths().at(row));
+        }
+        return names;
     }
 
     QPoint placeOf(int row, int column) const

@@ -281,10 +281,10 @@ void AdvancedAttributeModel::Private::endLights()
     lit.erase(over, lit.end());
     if (lit.empty())
         lightTimer.stop();
-    announce(std::move(changedRows));
+    announce(std::move(changedRows), {Qt::BackgroundRole, Qt::ForegroundRole});
 }
 
-void AdvancedAttributeModel::Private::announce(std::vector<int> changedRows)
+void AdvancedAttributeModel::Private::announce(std::vector<int> changedRows, const QVector<int>& roles)
 {
     if (changedRows.empty())
         return;
@@ -299,7 +299,7 @@ void AdvancedAttributeModel::Private::announce(std::vector<int> changedRows)
     if (ranges.size() > mostRanges)
         ranges = {{ranges.front().first, ranges.back().second}};
     for (const auto& [first, last] : ranges)
-        emit model.dataChanged(model.index(first, NameColumn), model.index(last, PathColumn));
+        emit model.dataChanged(model.index(first, NameColumn), model.index(last, PathColumn), roles);
 }
 
 void AdvancedAttributeModel::Private::timerEvent(QTimerEvent* event)

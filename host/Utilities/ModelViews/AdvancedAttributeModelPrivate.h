@@ -57,7 +57,7 @@ private:
     void showChanges(const Rows& changed);
     void light(const std::shared_ptr<WatchedAttribute>& attribute);
     void endLights();
-    void announce(std::vector<int> changedRows);
+    void announce(std::vector<int> changedRows, const QVector<int>& roles = {}); // of all without any
 
     AdvancedAttributeModel& model;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
