@@ -1,16 +1,19 @@
 // The tree of the browser page: what is open in it, and the details of its items.
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 #include "widgets/ReadableValue.h"
 
+#include <QLabel>
 #include <QScrollBar>
 #include <QTextCursor>
 
 namespace Widgets {
 
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::breakableText;
 
 void AttributeBrowserWidget::onIndexExpanded(QModelIndex index)
 {
@@ -20,6 +23,18 @@ void AttributeBrowserWidget::onIndexExpanded(QModelIndex index)
 void AttributeBrowserWidget::onIndexCollapsed(QModelIndex index)
 {
     expandedPaths.remove(pathOf(index));
+}
+
+// Says in the empty tree that the last reading has found nothing.
+void AttributeBrowserWidget::showTreeHint()
+{
+    const bool isEmpty = isTreeRead && treeModel->rowCount() == 0;
+    if (isEmpty)
+        treeHint->setText(breakableText(tr("Nothing matches \"%1\".\n\nA search path names an attribute or a "
+                                           "group; \"*\" in it stands for "
+                                           "any text, as in \"*name*\".")
+                                            .arg(shownSearchPath)));
+    treeHint->setVisible(isEmpty);
 }
 
 void AttributeBrowserWidget::openItem(const QModelIndex& index)

@@ -7,6 +7,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
@@ -16,6 +17,7 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QStringListModel>
+#include <QVBoxLayout>
 
 namespace Widgets {
 
@@ -24,6 +26,7 @@ using Utilities::ModelViews::AttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::AttributeBrowserWidget>()),
@@ -61,6 +64,8 @@ void AttributeBrowserWidget::setUpCompleter()
 {
     ui->edtSearchPath->setCompleter(
         new TreeModelCompleter(nullptr, ui->edtSearchPath, readPathSeparator(), Qt::CaseInsensitive));
+    ui->edtSearchPath->keepInSight(ui->btnReadAttribute);
+    connect(ui->edtSearchPath, &QLineEdit::returnPressed, ui->btnReadAttribute, &QPushButton::click);
 }
 
 void AttributeBrowserWidget::setUpTree()
@@ -89,8 +94,25 @@ void AttributeBrowserWidget::setUpTree()
             &AttributeBrowserWidget::onBtnReadAttributeClicked);
     connect(treeModel, &QAbstractItemModel::dataChanged, this, &AttributeBrowserWidget::renewDetails);
     tree->setModel(treeModel);
+    setUpTreeHint();
     connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &AttributeBrowserWidget::showKeyboardSelection);
+}
+
+void AttributeBrowserWidget::setUpTreeHint()
+{
+    treeHint = new PlainLabel(ui->treeView->viewport());
+    treeHint->setObjectName(QString::fromLatin1("lblTreeHint"));
+    treeHint->setWordWrap(true);
+    treeHint->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    treeHint->setForegroundRole(QPalette::Text);
+    treeHint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    treeHint->hide();
+    auto* const layout = new QVBoxLayout(ui->treeView->viewport());
+    layout->addWidget(treeHint, 0, Qt::AlignTop);
+    for (const auto change : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(treeModel, change, this, &AttributeBrowserWidget::showTreeHint);
+    connect(treeModel, &QAbstractItemModel::modelReset, this, &AttributeBrowserWidget::showTreeHint);
 }
 
 void AttributeBrowserWidget::setUpFilters()
@@ -158,6 +180,9 @@ void AttributeBrowserWidget::refreshAttributesList(QString attributeSearchPath)
     if (!repository)
         return;
     treeModel->resetModel(attributeSearchPath);
+    shownSearchPath = attributeSearchPath;
+    isTreeRead = true;
+    showTreeHint();
     updateBackendPathList();
     localization->loadTranslations(QLocale(QLocale::German, QLocale::AnyCountry));
 }

@@ -14,6 +14,7 @@
 #include <memory>
 
 class QComboBox;
+class QLabel;
 class QMenu;
 
 namespace Utilities::ModelViews {
@@ -95,6 +96,7 @@ private:
     void logValidationNames() const;
     void setUpCompleter();
     void setUpTree();
+    void setUpTreeHint();
     void setUpFilters();
     QString pathOf(const QModelIndex& index) const;
     QVariant readValue(const QString& path) const;
@@ -104,6 +106,7 @@ private:
     void closeBranch(const QModelIndex& index);
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows
     void showKeyboardSelection();
+    void showTreeHint();
     template <typename Editor>
     void showInCell(const QModelIndex& cell, const QString& path, const QVariant& value);
     bool isEditing() const;
@@ -123,6 +126,9 @@ private:
     Utilities::ModelViews::AttributeTreeViewModel* treeModel; // owned through its Qt parent, the page
     std::shared_ptr<Utilities::ModelViews::AttributeTreeViewModelUtils> treeUtils;
     QSharedPointer<Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs> inputDialogs;
+    QLabel* treeHint = nullptr; // a child of the tree
+    QString shownSearchPath;    // what the tree was read for last
+    bool isTreeRead = false;
     QPointer<QWidget> activeEditor; // over the cell contextIndex, or a window; not owned
     HierarchyFilter filter;
 

@@ -14,6 +14,7 @@
 #include <QCompleter>
 #include <QFile>
 #include <QHeaderView>
+#include <QLabel>
 #include <QScrollBar>
 #include <QTemporaryDir>
 
@@ -106,6 +107,49 @@ private slots:
         QTRY_COMPARE(page->search.text(), QStringLiteral("plant.cell.stat"));
         QVERIFY(!page->search.completer()->popup()->isVisible());
         QCOMPARE(page->search.completer()->model(), nullptr);
+    }
+
+    // What is typed, unless a proposal is chosen, and says when there is nothing.
+    void returnReads()
+    {
+        create(words("plant.speed other"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        const auto type = [this](const char* keys) {
+            page->search.setFocus();
+            page->search.selectAll();
+            for (const QString& key : words(keys))
+                QVERIFY(TestSupport::pressKey(key));
+        };
+        const QWidget& popup = *page->search.completer()->popup();
+        const QRect button(page->readButton.mapToGlobal(QPoint()), page->readButton.size());
+        for (const char* const keys : {"p", "o"}) {
+            type(keys);
+            QTRY_COMPARE(page->search.text(), QLatin1String(keys));
+            QTRY_VERIFY(popup.isVisible());
+            QVERIFY(!popup.frameGeometry().intersects(button));
+        }
+        type("p l a asterisk Return");
+        QTRY_COMPARE(page->shownRows(), words("plant"));
+        QCOMPARE(page->search.text(), QStringLiteral("pla*"));
+        QVERIFY(!popup.isVisible());
+        type("o Down Return");
+        QTRY_COMPARE(page->search.text(), QStringLiteral("other"));
+        QCOMPARE(page->shownRows(), words("plant"));
+        QVERIFY(TestSupport::pressKey(QStringLiteral("Return")));
+        QTRY_COMPARE(page->shownRows(), words("other"));
+
+        const auto& hint = *page->part<QLabel>("lblTreeHint");
+        QVERIFY(!hint.isVisible());
+        type("z z Return");
+        QTRY_VERIFY(hint.isVisible() && page->shownRows().isEmpty());
+        QVERIFY2(hint.text().contains(QLatin1String("\"zz\"")), qPrintable(hint.text()));
+        const QImage drawn = page->tree.viewport()->grab(hint.geometry()).toImage();
+        QImage blank(drawn);
+        blank.fill(drawn.pixelColor(0, 0));
+        QVERIFY(drawn != blank);
+        create(words("zz.late"));
+        QTRY_VERIFY(!hint.isVisible() && page->item(QStringLiteral("zz")).isValid());
     }
 
     void readsWhatTheSearchPathAsksFor_data()

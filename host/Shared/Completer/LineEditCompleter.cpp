@@ -60,11 +60,34 @@ void LineEditCompleter::keyPressEvent(QKeyEvent* event)
 {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool isEscape = event->key() == Qt::Key_Escape;
-    if ((isReturn && takeProposal()) || (isEscape && dismissPopup())) {
+    QAbstractItemView* const popup = visiblePopup();
+    const bool isChosen = popup && popup->selectionModel()->hasSelection();
+    if ((isReturn && isChosen && takeProposal()) || (isEscape && dismissPopup())) {
         event->accept();
         return;
     }
+    if (isReturn && popup)
+        popup->hide();
     QLineEdit::keyPressEvent(event);
+    if (isReturn && popup)
+        event->accept(); // or the completer would take its own current proposal
+    placePopup();
+}
+
+void LineEditCompleter::inputMethodEvent(QInputMethodEvent* event)
+{
+    QLineEdit::inputMethodEvent(event);
+    placePopup();
+}
+
+// Anew at each change of the text, since QLineEdit has it open right below itself.
+void LineEditCompleter::placePopup()
+{
+    if (!uncovered || !visiblePopup())
+        return;
+    QRect kept = rect();
+    kept.setBottom(mapFromGlobal(uncovered->mapToGlobal(uncovered->rect().bottomLeft())).y() + 1);
+    completer()->complete(kept);
 }
 
 QAbstractItemView* LineEditCompleter::visiblePopup() const
