@@ -102,8 +102,10 @@ void MainWindow::setUpAreas()
 
 void MainWindow::setUpStatusBar()
 {
-    auto* const hint = new FailureHint(logFeed);
+    auto* const hint = new FailureHint(logFeed, repository->getNotificationInterface());
     statusBar()->addWidget(hint, 1);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
+            [this, hint] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
 }
 

@@ -235,7 +235,7 @@ bool BackendRegistry::saveBackend(const QString& name)
     const QString reason =
         guardMemory(operation, noMemoryFor(backend ? backend->getDescription().filePath : name));
     if (!reason.isEmpty())
-        logFailure(QStringLiteral("The backend '%1' was not saved: %2").arg(name, reason));
+        logFailure(RefusalText::unsaved(name, reason));
     return reason.isEmpty();
 }
 

@@ -16,6 +16,12 @@ namespace {
 
 constexpr int mostShown = 80;
 
+QString between(const QString& line, QLatin1String begin, QLatin1String end)
+{
+    const int at = line.startsWith(begin) ? line.indexOf(end, begin.size()) : -1;
+    return at < 0 ? QString() : line.mid(begin.size(), at - begin.size());
+}
+
 QString describe(Type type)
 {
     const std::string_view words = FrameworkCore::Values::describeType(type);
@@ -90,6 +96,21 @@ QString RefusalText::ofValue(const QString& path, const QVariant& value, bool is
 {
     return isHidden ? QStringLiteral("'%1' was not set: %2").arg(shownPath(path), reason)
                     : QStringLiteral("'%1' was not set to %2: %3").arg(shownPath(path), shown(value), reason);
+}
+
+QString RefusalText::unsaved(const QString& backend, const QString& reason)
+{
+    return QStringLiteral("The backend '%1' was not saved: %2").arg(backend, reason);
+}
+
+QString RefusalText::pathOf(const QString& line)
+{
+    return between(line, QLatin1String("'"), QLatin1String("' was not set"));
+}
+
+QString RefusalText::unsavedBackendOf(const QString& line)
+{
+    return between(line, QLatin1String("The backend '"), QLatin1String("' was not saved: "));
 }
 
 QString RefusalText::wrongType(const QVariant& value, int wantedType)

@@ -16,6 +16,14 @@ public:
     // The whole line: that the path was not set to the value, and why. A value that is hidden is left out.
     static QString ofValue(const QString& path, const QVariant& value, bool isHidden, const QString& reason);
 
+    // That the backend's file was not written, and why.
+    static QString unsaved(const QString& backend, const QString& reason);
+
+    // What such lines are about, by their beginnings; empty for any other line, and where the path is so long
+    // that the line gives its ends only.
+    static QString pathOf(const QString& line);
+    static QString unsavedBackendOf(const QString& line);
+
     // The reasons. A document's own, which may quote the value, is replaced when that is hidden.
     static QString wrongType(const QVariant& value, int wantedType);
     static QString noAttributeType();

@@ -1,26 +1,70 @@
 #include "widgets/AttributeWriting.h"
 
 #include "app/VantryLog.h"
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/RefusedEdits.h"
+
+#include <limits>
 
 namespace Widgets {
 
+namespace Values = FrameworkCore::Values;
+
 using FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
-void logFailure(const QString& text)
+namespace {
+
+QString shortened(const QString& entered)
 {
-    Vantry::logLine(Shared::Logging::LogMessageType::Failure) << text;
+    constexpr int most = 80;
+    const QString text = Utilities::ModelViews::attributeValueText(entered);
+    return text.size() > most ? text.left(most) + QChar(0x2026) : text;
 }
 
-void logConversionFailure(const QVariant& attributeValue)
+template <typename Number>
+QString range()
 {
-    logFailure(QLatin1String("Cannot Convert Attribute Value to Variant Type ") +
-               QLatin1String(attributeValue.typeName()));
+    return QString::fromLatin1(" from %1 to %2")
+        .arg(std::numeric_limits<Number>::min())
+        .arg(std::numeric_limits<Number>::max());
+}
+
+// What attributes of the value's type hold.
+QString expected(const QVariant& value)
+{
+    using Values::Type;
+    const auto attributeValue = Values::toAttributeVariant(value);
+    const Type type = attributeValue ? Values::toValue(*attributeValue).type : Type::String;
+    const std::string_view words = Values::describeType(type);
+    const QString text = QString::fromLatin1(words.data(), int(words.size()));
+    return type == Type::Integer    ? text + range<qlonglong>()
+           : type == Type::Unsigned ? text + range<qulonglong>()
+                                    : text;
+}
+
+} // namespace
+
+void refuseEdit(const QString& line, const QString& path, const QString& entered, const QString& cause)
+{
+    Vantry::logLine(Shared::Logging::LogMessageType::Failure) << line;
+    const QString reason =
+        cause.isEmpty()
+            ? QString()
+            : QString::fromLatin1("'%1' was not set to '%2': %3").arg(path, shortened(entered), cause);
+    Utilities::RefusedEdits::instance().add({path, entered, reason});
+}
+
+void refuseConversion(const QString& path, const QVariant& attributeValue, const QString& entered)
+{
+    refuseEdit(QLatin1String("Cannot Convert Attribute Value to Variant Type ") +
+                   QLatin1String(attributeValue.typeName()),
+               path, entered, QLatin1String("it holds ") + expected(attributeValue));
 }
 
 bool yieldsToNewer(RepositoryInterface& repository, const QString& path, const QVariant& shown)
 {
-    namespace Values = FrameworkCore::Values;
     const auto reader = repository.getReaderInterface();
     QVariant current;
     if (!reader || reader->readAttributeValue(path, current, 0) != 0 ||
@@ -39,10 +83,11 @@ bool writeEdited(RepositoryInterface& repository, const QString& path, const QVa
     return writer && writer->writeAttributeValue(path, edited, afterStore) == 0;
 }
 
-void writeEditedOrLog(RepositoryInterface& repository, const QString& path, const QVariant& edited)
+void writeEditedOrLog(RepositoryInterface& repository, const QString& path, const QVariant& edited,
+                      const QString& entered)
 {
     if (!writeEdited(repository, path, edited))
-        logFailure(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"));
+        refuseEdit(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"), path, entered);
 }
 
 } // namespace Widgets

@@ -7,12 +7,15 @@
 
 namespace Widgets {
 
-// How editors write a value and log what went wrong. GUI thread.
+// How editors write a value and log what went wrong. What was entered in vain is handed on, so that it is not
+// lost. GUI thread.
 
-void logFailure(const QString& text);
+// Logs the line. The cause is what the repository was not asked to say: why the attribute cannot hold what
+// was entered.
+void refuseEdit(const QString& line, const QString& path, const QString& entered, const QString& cause = {});
 
-// For a text that cannot become a value of the attribute's type.
-void logConversionFailure(const QVariant& attributeValue);
+// For what cannot become a value of the attribute's type.
+void refuseConversion(const QString& path, const QVariant& attributeValue, const QString& entered);
 
 // Whether the attribute has got another value since an editor has shown this one. To be asked only when the
 // editor was left without being touched: the newer value then stays, and the log says so.
@@ -26,6 +29,6 @@ bool writeEdited(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repo
 
 // As writeEdited; a refusal is logged with the path.
 void writeEditedOrLog(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository,
-                      const QString& path, const QVariant& edited);
+                      const QString& path, const QVariant& edited, const QString& entered);
 
 } // namespace Widgets

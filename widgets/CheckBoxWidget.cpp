@@ -60,7 +60,8 @@ void CheckBoxWidget::checkBoxStateChanged(int state)
 {
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
     if (repository && !writeEdited(*repository, attributeFullPath, state == Qt::Checked))
-        logFailure(QString::fromLatin1("Attribute Update failed "));
+        refuseEdit(QString::fromLatin1("Attribute Update failed "), attributeFullPath,
+                   QString::fromLatin1(state == Qt::Checked ? "true" : "false"));
     emit resetDavModel();
 }
 

@@ -103,9 +103,9 @@ void DateTimeEditWidget::dateEditingFinished()
         return;
     }
     if (!getModifiedAttributeValue(value) || !value.isValid())
-        logConversionFailure(attributeValue);
+        refuseConversion(attributeFullPath, attributeValue, text());
     else if (repository)
-        writeEditedOrLog(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, value, text());
     emit resetDavModel();
 }
 

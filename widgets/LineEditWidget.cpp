@@ -126,17 +126,21 @@ void LineEditWidget::textEditingFinished()
 void LineEditWidget::writeText()
 {
     if (!isAttributeEditable()) {
-        logFailure(QLatin1String("Write To  ") + attributeFullPath +
-                   QLatin1String(" Failed. Bad Writable, Read Only"));
+        const auto reader = repository->getReaderInterface();
+        const bool exists = reader && reader->getAttribute(attributeFullPath);
+        refuseEdit(QLatin1String("Write To  ") + attributeFullPath +
+                       QLatin1String(" Failed. Bad Writable, Read Only"),
+                   attributeFullPath, text(),
+                   QString::fromLatin1(exists ? "it can only be read" : "there is no such attribute"));
         return;
     }
     if (!isTouched && yieldsToNewer(*repository, attributeFullPath, attributeValue))
         return;
     QVariant value;
     if (getModifiedAttributeValue(value) && value.isValid())
-        writeEditedOrLog(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, value, text());
     else
-        logConversionFailure(attributeValue);
+        refuseConversion(attributeFullPath, attributeValue, text());
 }
 
 bool LineEditWidget::getModifiedAttributeValue(QVariant& vValue)

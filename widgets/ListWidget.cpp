@@ -105,10 +105,12 @@ void ListWidget::on_btnWrite_clicked()
 {
     ui->tblListType->setCurrentCell(ui->tblListType->currentRow(), NumberColumn); // takes what is being typed
     QVariant value;
-    if (!getModifiedAttributeValue(value) || !value.isValid())
-        logConversionFailure(attributeValue);
+    const bool isList = getModifiedAttributeValue(value) && value.isValid();
+    const QString entered = value.toStringList().join(QLatin1Char('\n'));
+    if (!isList)
+        refuseConversion(attributeFullPath, attributeValue, entered);
     else if (repository)
-        writeEditedOrLog(*repository, attributeFullPath, value);
+        writeEditedOrLog(*repository, attributeFullPath, value, entered);
     close();
 }
 

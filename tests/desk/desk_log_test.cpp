@@ -51,21 +51,26 @@ private slots:
         folder.reset();
     }
 
-    // The reason stays, not what the editor makes of it, until the person wants to see more.
+    // The reason stays, not what the editor makes of it, with what was entered, until it has succeeded.
     void tellsWhyAnEditFailed()
     {
         auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
         QVERIFY(!hint->isVisible());
+        QApplication::clipboard()->clear();
         const QRect before = desk->part<QWidget>("workArea")->rect();
         const QString path = QStringLiteral("plant.cell.pump.motor.speed");
         const auto validations = desk->repository->getValidationInterface();
         QVERIFY(validations->addValidation(path, QStringLiteral("range(0,1500)")) != 0);
-        desk->tree->setFocus();
-        desk->tree->setCurrentIndex(desk->item(path));
-        QVERIFY(pressKey(QStringLiteral("F2")));
-        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
-        for (const char* key : {"ctrl+a", "2", "0", "0", "0", "Return"})
-            QVERIFY(pressKey(QLatin1String(key)));
+        const auto enter = [&](const char* typed) {
+            desk->tree->setFocus();
+            desk->tree->setCurrentIndex(desk->item(path));
+            QVERIFY(pressKey(QStringLiteral("F2")));
+            QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+            QVERIFY(pressKey(QStringLiteral("ctrl+a")));
+            QVERIFY(TestSupport::typeText(QLatin1String(typed)));
+            QVERIFY(pressKey(QStringLiteral("Return")));
+        };
+        enter("2000");
         QTRY_VERIFY(hint->isVisible());
         QCOMPARE(desk->part<QWidget>("workArea")->rect(), before); // nothing moves under the person's hands
         QTRY_VERIFY(
@@ -79,11 +84,34 @@ private slots:
         auto* const open = desk->part<QToolButton>("failureLog");
         QVERIFY(TestSupport::click(*open, open->rect().center()));
         QTRY_VERIFY(isReading());
-        QVERIFY(!hint->isVisible());
-        QVERIFY(lastRow().contains(QLatin1String("Write To Attribute"))); // of before it was opened
+        QCOMPARE(hint->getText(), reason);
+        QTRY_VERIFY(lastRow().contains(QLatin1String("Write To Attribute"))); // of before it was opened
         log(LogMessageType::Outcome, "Vantry", QStringLiteral("fine"));
         QTRY_VERIFY(lastRow().contains(QLatin1String("fine")));
-        QVERIFY(!hint->isVisible());
+        std::thread([&] { desk->repository->getWriterInterface()->writeAttributeValue(path, 7, 15); }).join();
+        QCOMPARE(hint->getText(), reason); // that was somebody else
+        const auto copied = [this] {
+            auto* const copy = desk->part<QToolButton>("failureCopy");
+            return TestSupport::click(*copy, copy->rect().center());
+        };
+        QVERIFY(copied());
+        QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("2000"));
+        enter("six");
+        QTRY_COMPARE(hint->getText(),
+                     QStringLiteral("'%1' was not set to 'six': it holds a whole number from "
+                                    "-9223372036854775808 to 9223372036854775807")
+                         .arg(path));
+        QVERIFY(copied());
+        QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("six"));
+        enter("1000");
+        QTRY_VERIFY(!hint->isVisible());
+
+        log(LogMessageType::Failure, "Repository",
+            QStringLiteral("The backend 'plant' was not saved: the disk is full"));
+        QTRY_VERIFY(hint->isVisible());
+        QVERIFY(!desk->part<QToolButton>("failureCopy")->isVisible()); // nothing was entered
+        QVERIFY(desk->repository->getBackendInterface()->saveBackend(QStringLiteral("plant")));
+        QTRY_VERIFY(!hint->isVisible());
     }
 
     void narrowsAndCopies()

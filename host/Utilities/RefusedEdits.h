@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/HostExport.h"
+
+#include <QObject>
+#include <QString>
+
+namespace Utilities {
+
+// What a person has entered and the repository, or an editor before it, has not taken.
+struct RefusedEdit
+{
+    QString path;
+    QString entered; // as it was typed or chosen
+    QString reason;  // a sentence with path, value and what was expected; empty where the repository logs it
+};
+
+// Hands refused edits from the editors to whoever keeps what was entered from being lost. GUI thread; one
+// object for the process.
+class VANTRY_HOST_EXPORT RefusedEdits : public QObject
+{
+    Q_OBJECT
+
+public:
+    static RefusedEdits& instance();
+
+    // Logs the reason, too, since the editors' own lines do not give it.
+    void add(const RefusedEdit& edit);
+
+signals:
+    void added(const Utilities::RefusedEdit& edit);
+
+private:
+    RefusedEdits() = default;
+};
+
+} // namespace Utilities
