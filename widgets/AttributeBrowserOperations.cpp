@@ -116,7 +116,8 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
     QString name;
     QVariant value;
     int type = QMetaType::UnknownType; // the value's own type decides
-    if (!inputDialogs->showAttributeCreateDialog(name, value, type) || name.isEmpty() || isContextGone())
+    if (!inputDialogs->showAttributeCreateDialog(name, value, type, pathOf(contextIndex)) || name.isEmpty() ||
+        isContextGone())
         return;
     const QString path = pathOf(contextIndex) + separator + name;
     const auto writer = repository ? repository->getWriterInterface() : nullptr;
@@ -124,6 +125,22 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
     Vantry::logLine(LogMessageType::Outcome)
         << "Attribute '" << path << "' Created With Result " << isCreated;
     onBtnReadAttributeClicked();
+    // When the menu has closed, which ends with nothing selected.
+    if (isCreated)
+        QMetaObject::invokeMethod(
+            this, [this, path] { reveal(path); }, Qt::QueuedConnection);
+}
+
+void AttributeBrowserWidget::reveal(const QString& path)
+{
+    const QModelIndex item = treeModel->indexFromPath(path); // none when the search path leaves it out
+    if (!item.isValid())
+        return;
+    for (QModelIndex above = item.parent(); above.isValid(); above = above.parent())
+        openItem(above);
+    ui->treeView->setCurrentIndex(item);
+    ui->treeView->scrollTo(item);
+    showDetailsOf(item);
 }
 
 void AttributeBrowserWidget::onBtnCopyAttributeClicked()

@@ -102,6 +102,7 @@ private:
     QVariant readValue(const QString& path) const;
     QString readPathSeparator() const;
     void openItem(const QModelIndex& index);
+    void reveal(const QString& path);
     void openBranch(const QModelIndex& index);
     void closeBranch(const QModelIndex& index);
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows

@@ -1,6 +1,8 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
 
@@ -121,6 +123,19 @@ QString withoutBreaks(QString text)
 class InputDialogsTest : public QObject
 {
     Q_OBJECT
+
+    // With a file that is mounted as "b".
+    std::shared_ptr<Repository::AttributeRepository> repositoryWith(const QString& format,
+                                                                    const QByteArray& content)
+    {
+        auto repository = Repository::AttributeRepository::create();
+        const QString file = folder.filePath(QStringLiteral("file"));
+        TestSupport::writeFile(file, content);
+        const bool isMounted = repository->getBackendInterface()->createBackend(
+            format, QStringLiteral("b"), {file, {}, FrameworkCore::AppConfig::AccessMode::ReadWrite}, 2);
+        Utilities::SetAppConfigRepositoryInterface(isMounted ? repository : nullptr);
+        return repository;
+    }
 
 private slots:
     void init() { QVERIFY(folder.isValid()); }
@@ -271,6 +286,95 @@ private slots:
         int valueType = -1;
         QVERIFY(!dialogs.showAttributeCreateDialog(name, value, valueType));
         QVERIFY(name.isEmpty() && valueType == -1);
+    }
+
+    void newAttributesAreCheckedWhereTheyGo()
+    {
+        const auto repository = repositoryWith(QStringLiteral("json"), "{\"a\": 5, \"g\": {\"k\": 1}}");
+        const DialogDriver driver([&](QWidget& dialog) {
+            QCOMPARE(part<QLabel>(dialog, "lblPlace").text(), QStringLiteral("b"));
+            auto& edit = part<QLineEdit>(dialog, "edtName");
+            const auto say = [&](const char* name, const char* label, const QString& expected) {
+                replace(edit, QLatin1String(name));
+                const QString said = withoutBreaks(part<QLabel>(dialog, label).text());
+                QVERIFY2(expected.isEmpty() ? said.isEmpty() : said.contains(expected), qPrintable(said));
+                QCOMPARE(ok(dialog).isEnabled(), QLatin1String(label) != QLatin1String("lblNameFault"));
+            };
+            say("a", "lblNameFault", QStringLiteral("'b.a' already"));
+            say("a.x.y", "lblRemarks", QStringLiteral("'b.a' holds a value"));
+            choose(part<QComboBox>(dialog, "cbType"), QStringLiteral("Date"));
+            const auto& remarks = part<QLabel>(dialog, "lblRemarks");
+            QVERIFY(remarks.text().contains(QLatin1String("$types")));
+            QTRY_VERIFY(remarks.height() >= remarks.heightForWidth(remarks.width())); // nothing is cut
+            choose(part<QComboBox>(dialog, "cbType"), QStringLiteral("Text"));
+            say("g", "lblRemarks", QStringLiteral("'b.g' is a group so far"));
+            say("g.x", "lblRemarks", {});
+            QVERIFY(repository->getWriterInterface()->createAttribute(QStringLiteral("b.g.x"), 1, 2, 3));
+            QTest::keyClick(&edit, Qt::Key_Return);
+            QVERIFY(dialog.isVisible()); // since others were faster
+            say("g.x", "lblNameFault", QStringLiteral("'b.g.x' already"));
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        QString name;
+        QVariant value;
+        int valueType = -1;
+        QVERIFY(!dialogs.showAttributeCreateDialog(name, value, valueType, QStringLiteral("b")));
+        Utilities::SetAppConfigRepositoryInterface({});
+    }
+
+    // As the files show that they do.
+    void marksOfTypesAreAnnounced_data()
+    {
+        QTest::addColumn<QString>("choice");
+        QTest::addColumn<QString>("typed");
+        const auto row = [](const char* choice, const char* typed) {
+            QTest::addRow("%s %s", choice, typed)
+                << QString::fromLatin1(choice) << QString::fromLatin1(typed);
+        };
+        row("Text", "plain");
+        row("Text", "5");
+        row("Text", " blank");
+        row("Text", "");
+        row("True", "true");
+        row("Integer", "5");
+        row("Unsigned", "5");
+        row("Unsigned", "18446744073709551615");
+        row("Real", "0.5");
+        row("List", "a");
+        row("Bytes", "41|Hex");
+        row("Date", "20240229");
+        row("No value", "");
+    }
+
+    void marksOfTypesAreAnnounced()
+    {
+        QFETCH(QString, choice);
+        QFETCH(QString, typed);
+        for (const QString& format : words("ini json xml txt")) {
+            const bool isXml = format == QLatin1String("xml");
+            const auto repository = repositoryWith(format, isXml ? "<r/>" : "");
+            const QString parent = isXml ? QStringLiteral("b.r") : QStringLiteral("b");
+            QString remark;
+            QString name;
+            QVariant value;
+            int valueType = -1;
+            const DialogDriver driver([&](QWidget& dialog) {
+                type(QStringLiteral("new"));
+                choose(part<QComboBox>(dialog, "cbType"), choice);
+                enterValue(dialog, typed.split(QLatin1Char('|')));
+                remark = part<QLabel>(dialog, "lblRemarks").text();
+                click(ok(dialog));
+            });
+            QVERIFY(dialogs.showAttributeCreateDialog(name, value, valueType, parent));
+            const QString path = parent + QLatin1Char('.') + name;
+            QVERIFY(repository->getWriterInterface()->createAttribute(path, value, 2, 3));
+            QVERIFY(repository->getBackendInterface()->saveBackend(QStringLiteral("b")));
+            const QByteArray text = TestSupport::contentOf(folder.filePath(QStringLiteral("file")));
+            const bool isMarked =
+                text.contains("@type") || text.contains("$types") || text.contains("?vantry");
+            QVERIFY2(remark.isEmpty() == !isMarked, qPrintable(format + remark));
+        }
+        Utilities::SetAppConfigRepositoryInterface({});
     }
 
     void otherTypesTakeTheValueOver()

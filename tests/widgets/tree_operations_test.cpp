@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QMenu>
 #include <QTemporaryDir>
 
@@ -206,6 +207,30 @@ private slots:
         QCOMPARE(fileOf("p"), before);
     }
 
+    void aNewAttributeIsShown()
+    {
+        QByteArray content = "{\"a\": {\"k\": 1}";
+        for (int i = 0; i < 100; ++i)
+            content += ", \"n" + QByteArray::number(i) + "\": {}";
+        mount("json", "p", content + "}");
+        openPage();
+        page->open({QStringLiteral("p")});
+        for (const char* const name : {"deep.er", "k"}) {
+            const QString created = QStringLiteral("p.n99.") + QLatin1String(name);
+            choose(QStringLiteral("p.n99"), "New Attribute", {[name](QWidget& dialog) {
+                       QCOMPARE(dialog.findChild<QLabel*>(QStringLiteral("lblPlace"))->text(),
+                                QStringLiteral("p.n99"));
+                       createText(QLatin1String(name), QStringLiteral("x"))(dialog);
+                   }});
+            QTRY_VERIFY(page->item(created).isValid());
+            const QModelIndex item = page->item(created);
+            QTRY_COMPARE(page->tree.currentIndex(), item);
+            QVERIFY(page->tree.selectionModel()->isRowSelected(item.row(), item.parent()));
+            QVERIFY(page->tree.viewport()->rect().contains(page->tree.visualRect(item).center()));
+            QVERIFY(page->details.toPlainText().contains(QStringLiteral("Path : ") + created));
+        }
+    }
+
     void importsAndExports()
     {
         mount("json", "p", "{\"a\": {\"speed\": 5, \"when\": \"2024-02-29\", \"$\": [\"x\", \"y\"]}}");
@@ -377,8 +402,12 @@ private slots:
         QVERIFY2(lastLog().contains(QLatin1String("'p.a.into'")), qPrintable(lastLog()));
         QCOMPARE(valueOf("p.a.k"), QVariant(1LL));
 
-        choose(QStringLiteral("p.a"), "New Attribute", {createText(QStringLiteral("k"), {})});
-        QCOMPARE(lastLog(), QStringLiteral("Attribute 'p.a.k' Created With Result false"));
+        QVERIFY(repository->getValidationInterface()->addValidation(QStringLiteral("p.a.z"),
+                                                                    QStringLiteral("integer")) != 0);
+        choose(QStringLiteral("p.a"), "New Attribute", {createText(QStringLiteral("z"), {})});
+        QCOMPARE(lastLog(), QStringLiteral("Attribute 'p.a.z' Created With Result false"));
+        QCoreApplication::processEvents();
+        QVERIFY(!page->tree.selectionModel()->hasSelection());
         choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("integer"))});
         QCOMPARE(lastLog(), QStringLiteral("Validation Added for Attribute 'p.a.k' with result = true"));
         choose(QStringLiteral("p.a.k"), "Add Validation", {enter(QStringLiteral("no such"))});

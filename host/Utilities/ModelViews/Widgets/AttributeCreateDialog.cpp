@@ -1,7 +1,7 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeCreateDialog.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "host/Utilities/ModelViews/Widgets/AttributeNameCheck.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/Widgets/FaultLabel.h"
 #include "host/Utilities/ModelViews/Widgets/ValueEditor.h"
 
@@ -15,9 +15,10 @@ namespace Utilities::ModelViews::Widgets {
 
 namespace Values = FrameworkCore::Values;
 
-AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name)
-    : QDialog(parent), nameEdit(new QLineEdit(name, this)), nameFault(new FaultLabel(this)),
-      types(new QComboBox(this)), valueFault(new FaultLabel(this)),
+AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath)
+    : QDialog(parent), place(parentPath), nameEdit(new QLineEdit(name, this)),
+      nameFault(new FaultLabel(this)), types(new QComboBox(this)), valueFault(new FaultLabel(this)),
+      remarks(new FaultLabel(this)),
       buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setWindowTitle(tr("New Attribute"));
@@ -25,6 +26,8 @@ AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& nam
     nameFault->setObjectName(QStringLiteral("lblNameFault"));
     types->setObjectName(QStringLiteral("cbType"));
     valueFault->setObjectName(QStringLiteral("lblValueFault"));
+    remarks->setObjectName(QStringLiteral("lblRemarks"));
+    remarks->setPalette(palette());
     nameEdit->setPlaceholderText(tr("A name, or a path such as limits.upper"));
     fillTypes();
     layOut();
@@ -61,12 +64,19 @@ void AttributeCreateDialog::layOut()
 {
     auto* const form = new QFormLayout(this);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    if (!place.getParentPath().isEmpty()) {
+        auto* const below = new PlainLabel(breakableText(place.getParentPath()), this);
+        below->setObjectName(QStringLiteral("lblPlace"));
+        below->setWordWrap(true);
+        form->addRow(tr("Below"), below);
+    }
     form->addRow(tr("&Name"), nameEdit);
     form->addRow({}, nameFault);
     form->addRow(tr("Typ&e"), types);
     editorPlace = new QVBoxLayout;
     form->addRow(tr("Value"), editorPlace);
     form->addRow({}, valueFault);
+    form->addRow({}, remarks);
     form->addRow(buttons);
     nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 70);
 }
@@ -112,12 +122,21 @@ void AttributeCreateDialog::changeEditor()
 
 void AttributeCreateDialog::check()
 {
-    const QString faultOfName = attributeNameFault(getName());
+    const QString faultOfName = place.faultOf(getName());
     QString faultOfValue;
-    editor->getValue(faultOfValue);
+    const QVariant value = editor->getValue(faultOfValue);
+    const bool isRight = faultOfName.isEmpty() && faultOfValue.isEmpty();
     nameFault->showFault(nameIsTouched ? faultOfName : QString());
     valueFault->showFault(faultOfValue);
-    buttons->button(QDialogButtonBox::Ok)->setEnabled(faultOfName.isEmpty() && faultOfValue.isEmpty());
+    remarks->showFault(isRight ? place.remarksOn(getName(), value).join(QLatin1Char('\n')) : QString());
+    buttons->button(QDialogButtonBox::Ok)->setEnabled(isRight);
+}
+
+void AttributeCreateDialog::accept()
+{
+    check();
+    if (buttons->button(QDialogButtonBox::Ok)->isEnabled())
+        QDialog::accept();
 }
 
 } // namespace Utilities::ModelViews::Widgets

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Utilities/ModelViews/Widgets/NewAttributePlace.h"
+
 #include <QDialog>
 #include <QVariant>
 
@@ -15,19 +17,23 @@ namespace Utilities::ModelViews::Widgets {
 class FaultLabel;
 class ValueEditor;
 
-// Asks for name, type and value of a new attribute. What is wrong is said below its field while it is typed,
-// and the dialog can be accepted only when nothing is.
+// Asks for name, type and value of a new attribute, and says where it is created. What is wrong is said below
+// its field while it is typed, and the dialog can be accepted only when nothing is. What else will change is
+// said at the end.
 class AttributeCreateDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    AttributeCreateDialog(QWidget* parent, const QString& name);
+    // The place is not said when its path is empty.
+    AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath);
     ~AttributeCreateDialog() override;
 
     QString getName() const;
     int getType() const;       // a QMetaType number, UnknownType for an attribute without a value
     QVariant getValue() const; // of exactly that type
+
+    void accept() override; // others may have created it meanwhile
 
 private:
     void fillTypes();
@@ -35,6 +41,7 @@ private:
     void changeEditor();
     void check();
 
+    const NewAttributePlace place;
     std::unique_ptr<ValueEditor> editor; // of the chosen type
     QVariant entered;                    // the last value that was entered, in whichever editor
     bool nameIsTouched = false;
@@ -44,6 +51,7 @@ private:
     QComboBox* types;
     QVBoxLayout* editorPlace = nullptr;
     FaultLabel* valueFault;
+    FaultLabel* remarks; // which are no faults
     QDialogButtonBox* buttons;
 };
 

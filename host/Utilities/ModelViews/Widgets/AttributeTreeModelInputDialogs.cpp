@@ -56,10 +56,10 @@ QWidget* AttributeTreeModelInputDialogs::getParentWidget() const
     return dialogParent;
 }
 
-bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QVariant& value,
-                                                               int& type) const
+bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QVariant& value, int& type,
+                                                               const QString& parentPath) const
 {
-    AskedDialog<AttributeCreateDialog> dialog(dialogParent, name);
+    AskedDialog<AttributeCreateDialog> dialog(dialogParent, name, parentPath);
     if (!dialog.isAccepted())
         return false;
     name = dialog->getName();

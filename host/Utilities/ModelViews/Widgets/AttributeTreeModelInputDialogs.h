@@ -21,9 +21,11 @@ public:
     QWidget* getParentWidget() const; // null when it is gone
 
     // Asks for a new attribute. The name may be a path; the value is of exactly the type, a QMetaType number
-    // (UnknownType, and an invalid value, for an attribute without a value). False, and nothing changed, when
-    // cancelled.
-    bool showAttributeCreateDialog(QString& name, QVariant& value, int& type) const;
+    // (UnknownType, and an invalid value, for an attribute without a value). With the path of the node below
+    // which it is to be created, that place is said, and checked in the process's repository. False, and
+    // nothing changed, when cancelled.
+    bool showAttributeCreateDialog(QString& name, QVariant& value, int& type,
+                                   const QString& parentPath = {}) const;
 
     // Asks for an attribute's name, preset as given, and where it goes: below the target (asChild) or beside
     // it. False, and nothing changed, when cancelled.

@@ -9,7 +9,7 @@ namespace Utilities::ModelViews::Widgets {
 
 namespace {
 
-constexpr int longestFault = 240; // characters; a fault may quote all that was typed
+constexpr int longestFault = 480; // characters; a fault may quote all that was typed
 
 }
 
