@@ -3,9 +3,12 @@
 // cancelled. The item that they are about may leave the tree as well. Its path would be empty then, which
 // stands for the whole repository, so that nothing is done.
 #include "app/VantryLog.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/RefusedEdits.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
@@ -124,6 +127,11 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
     const bool isCreated = writer && writer->createAttribute(path, value, 2, 3);
     Vantry::logLine(LogMessageType::Outcome)
         << "Attribute '" << path << "' Created With Result " << isCreated;
+    if (!isCreated) {
+        namespace Values = FrameworkCore::Values;
+        const std::string entered = Values::toText(Values::toValue(value));
+        Utilities::RefusedEdits::instance().add({path, QString::fromStdString(entered), {}});
+    }
     onBtnReadAttributeClicked();
     // When the menu has closed, which ends with nothing selected.
     if (isCreated)

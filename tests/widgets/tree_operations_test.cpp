@@ -1,4 +1,5 @@
 #include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/RefusedEdits.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
@@ -404,7 +405,13 @@ private slots:
 
         QVERIFY(repository->getValidationInterface()->addValidation(QStringLiteral("p.a.z"),
                                                                     QStringLiteral("integer")) != 0);
-        choose(QStringLiteral("p.a"), "New Attribute", {createText(QStringLiteral("z"), {})});
+        QString entered; // is not lost
+        connect(&Utilities::RefusedEdits::instance(), &Utilities::RefusedEdits::added, this,
+                [&entered](const Utilities::RefusedEdit& edit) { entered = edit.path + edit.entered; });
+        choose(QStringLiteral("p.a"), "New Attribute",
+               {createText(QStringLiteral("z"), QStringLiteral("fast"))});
+        disconnect(&Utilities::RefusedEdits::instance(), nullptr, this, nullptr);
+        QCOMPARE(entered, QStringLiteral("p.a.zfast"));
         QCOMPARE(lastLog(), QStringLiteral("Attribute 'p.a.z' Created With Result false"));
         QCoreApplication::processEvents();
         QVERIFY(!page->tree.selectionModel()->hasSelection());
