@@ -30,6 +30,20 @@ struct Entry
     FrameworkCore::Values::Value value; // Type::Group for a node without a value of its own
 };
 
+// Where an entry comes among the others of its group, in the order of visit.
+struct SiblingPlace
+{
+    enum class Kind {
+        First,
+        After, // the sibling whose path is given
+        Last,
+        Unknown // finding it would take a walk over the document
+    };
+
+    Kind kind = Kind::Unknown;
+    std::string sibling;
+};
+
 // Where a piece of text stands in getBytes.
 struct Span
 {
@@ -73,6 +87,13 @@ public:
 
     // True when removing this entry gives other entries a new path, as in an array.
     virtual bool removalMovesSiblings(std::string_view path) const = 0;
+
+    // True when removing this entry gives other entries another place in the order, because a group that was
+    // begun by it begins elsewhere then.
+    virtual bool removalMovesGroups(std::string_view /*path*/) const { return false; }
+
+    // Last, too, for what the document does not hold. Its cost does not depend on the size of the document.
+    virtual SiblingPlace placeOf(std::string_view path) const = 0;
 
     virtual bool contains(std::string_view path) const = 0;
 

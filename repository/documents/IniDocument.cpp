@@ -22,6 +22,14 @@ char commentOf(std::string_view gap)
     return comment == std::string_view::npos ? '\0' : gap[comment];
 }
 
+// Where a node stands in the file, if that is in one place only.
+const IniPiece* onlyBeginOf(const IniItem& item)
+{
+    if (!item.section)
+        return item.entry;
+    return item.entry || !item.section->deeper.empty() ? nullptr : item.section->header;
+}
+
 // Stray NULs are part of a text; where two of them stand side by side, or around one character as in UTF-16,
 // or where they are many, it is none. Edits write no NUL and put none beside another, so that what has been
 // read once can be read again.
@@ -211,6 +219,33 @@ void IniDocument::visit(const std::function<void(const Entry&)>& visitor) const
             visitor(entry);
         }
     }
+}
+
+SiblingPlace IniDocument::placeOf(std::string_view path) const
+{
+    using Kind = SiblingPlace::Kind;
+    const IniItem* const item = index.find(path);
+    if (!item || !item->parent)
+        return {Kind::Last, {}};
+    const IniPiece* const begin = onlyBeginOf(*item);
+    if (!begin)
+        return {};
+    if (chainEnd == (item->section ? item->section->last : begin))
+        return {Kind::Last, {}};
+    const IniPiece* const above = begin->above;
+    if (!above)
+        return {Kind::First, {}};
+    const IniItem& group = *item->parent;
+    if (above == group.section->header) {
+        const bool isFirst = group.section->deeper.size() == (item->section ? 1 : 0);
+        return {isFirst ? Kind::First : Kind::Unknown, {}};
+    }
+    const IniItem* sibling = above->item;
+    while (sibling && sibling->parent != &group)
+        sibling = sibling->parent;
+    if (!sibling || !onlyBeginOf(*sibling))
+        return {};
+    return {Kind::After, IniIndex::pathOf(*sibling)};
 }
 
 bool IniDocument::contains(std::string_view path) const

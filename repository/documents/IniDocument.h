@@ -28,6 +28,8 @@ public:
     // not removed.
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
+    bool removalMovesGroups(std::string_view path) const override;
+    SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     // All lines of the entry, without the marks of its type.

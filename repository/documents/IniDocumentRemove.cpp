@@ -17,12 +17,31 @@ bool goes(const IniPiece& piece)
 }
 
 // The section and all below it.
-std::vector<IniItem*> sectionsFrom(IniItem& top)
+template <typename Item>
+std::vector<Item*> sectionsFrom(Item& top)
 {
-    std::vector<IniItem*> all{&top};
+    std::vector<Item*> all{&top};
     for (std::size_t at = 0; at < all.size(); ++at)
         all.insert(all.end(), all[at]->section->deeper.begin(), all[at]->section->deeper.end());
     return all;
+}
+
+bool isIn(const IniPiece* piece, const IniItem& group)
+{
+    const IniItem* item = piece ? piece->item : nullptr;
+    while (item && item != &group)
+        item = item->parent;
+    return item;
+}
+
+// The nearest section around another one that stays when that goes.
+const IniItem& sectionLeftWithout(const IniItem& item)
+{
+    const IniItem* section = item.parent;
+    while (section->parent && !section->entry && !section->section->header &&
+           section->section->deeper.size() == 1)
+        section = section->parent;
+    return *section;
 }
 
 } // namespace
@@ -36,6 +55,28 @@ bool IniDocument::removalMovesSiblings(std::string_view path) const
     const IniItem* const first = index.find(siblings.first);
     return (item->entry && siblings.number < countOfEntries(first)) ||
            (item->section && item->section->header && siblings.number < countOfSections(first));
+}
+
+bool IniDocument::removalMovesGroups(std::string_view path) const
+{
+    const IniItem* const top = index.find(path);
+    if (!top || !top->parent || !top->section)
+        return false;
+    const IniItem& group = sectionLeftWithout(*top);
+    if (!group.parent)
+        return false;
+    // A section that goes on right above or right below begins where it did, as far as others can tell.
+    for (const IniItem* const section : sectionsFrom(*top)) {
+        const IniPiece* const header = section->section->header;
+        if (!header || isIn(header->above, *top))
+            continue;
+        const IniPiece* below = section->section->last->below;
+        while (isIn(below, *top))
+            below = isHeader(*below) ? below->item->section->last->below : below->below;
+        if (!isIn(header->above, group) && !isIn(below, group))
+            return true;
+    }
+    return false;
 }
 
 Outcome IniDocument::remove(std::string_view path)

@@ -165,6 +165,31 @@ bool JsonDocument::removalMovesSiblings(std::string_view path) const
     return leavesList || content->members.hasSuccessor(id);
 }
 
+SiblingPlace JsonDocument::placeOf(std::string_view path) const
+{
+    const JsonTree& tree = content->tree;
+    const JsonNodeId id = find(path);
+    const auto isShown = [&](JsonNodeId other) {
+        return other != content->types.getMember() && !content->members.isOwnValue(other);
+    };
+    JsonNodeId next = id == noJsonNode ? noJsonNode : tree.node(id).next;
+    while (next != noJsonNode && !isShown(next))
+        next = tree.node(next).next;
+    if (next == noJsonNode)
+        return {SiblingPlace::Kind::Last, {}};
+    JsonNodeId previous = tree.node(id).previous;
+    while (previous != noJsonNode && !isShown(previous))
+        previous = tree.node(previous).previous;
+    if (previous == noJsonNode)
+        return {SiblingPlace::Kind::First, {}};
+    const PathEnds ends = splitLast(path);
+    const bool isElement = tree.node(tree.node(id).parent).kind == JsonKind::Array;
+    const std::size_t position = isElement ? std::stoul(std::string(ends.last)) : 1;
+    std::string name;
+    content->members.appendName(name, previous, position - 1);
+    return {SiblingPlace::Kind::After, joinPath(ends.parent, name)};
+}
+
 bool JsonDocument::contains(std::string_view path) const
 {
     return find(path) != noJsonNode;

@@ -160,13 +160,10 @@ void TxtDocument::walkTexts(const Callback& callback) const
     }
 }
 
-void TxtDocument::visit(const std::function<void(const Entry&)>& visitor) const
+void TxtDocument::walkNodes(const std::function<void(std::uint32_t)>& callback) const
 {
     ++visits;
     index.node(TxtIndex::root).visit = visits; // it is no entry
-    Entry entry;
-    std::uint32_t group = TxtIndex::root; // whose path begins that of the entry
-    std::size_t groupSize = 0;
     std::vector<std::uint32_t> unseen;
     for (std::uint32_t id = front; id != none; id = pieces[id].below) {
         std::uint32_t seen = pieces[id].node;
@@ -174,21 +171,43 @@ void TxtDocument::visit(const std::function<void(const Entry&)>& visitor) const
             index.node(seen).visit = visits;
             unseen.push_back(seen);
         }
-        for (; !unseen.empty(); unseen.pop_back()) {
-            const TxtNode& node = index.node(unseen.back());
-            if (node.parent != group) {
-                group = node.parent;
-                entry.path = index.pathOf(group);
-                groupSize = entry.path.size();
-            }
-            entry.path.resize(groupSize);
-            if (groupSize > 0)
-                entry.path += '.';
-            TxtIndex::appendComponent(entry.path, node);
-            entry.value = node.entry == none ? Value() : readTxtValue(pieces[node.entry].line);
-            visitor(entry);
-        }
+        for (; !unseen.empty(); unseen.pop_back())
+            callback(unseen.back());
     }
+}
+
+void TxtDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    std::uint32_t group = TxtIndex::root; // whose path begins that of the entry
+    std::size_t groupSize = 0;
+    walkNodes([&](std::uint32_t id) {
+        const TxtNode& node = index.node(id);
+        if (node.parent != group) {
+            group = node.parent;
+            entry.path = index.pathOf(group);
+            groupSize = entry.path.size();
+        }
+        entry.path.resize(groupSize);
+        if (groupSize > 0)
+            entry.path += '.';
+        TxtIndex::appendComponent(entry.path, node);
+        entry.value = node.entry == none ? Value() : readTxtValue(pieces[node.entry].line);
+        visitor(entry);
+    });
+}
+
+SiblingPlace TxtDocument::placeOf(std::string_view path) const
+{
+    const std::uint32_t id = index.find(path);
+    if (id == none || index.node(id).next == none)
+        return {SiblingPlace::Kind::Last, {}};
+    const TxtNode& node = index.node(id);
+    if (node.previous == none)
+        return {SiblingPlace::Kind::First, {}};
+    std::string name;
+    TxtIndex::appendComponent(name, index.node(node.previous));
+    return {SiblingPlace::Kind::After, joinPath(splitLast(path).parent, name)};
 }
 
 bool TxtDocument::contains(std::string_view path) const

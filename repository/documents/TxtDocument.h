@@ -30,6 +30,8 @@ public:
     // Comments stay. The root is not removed.
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
+    bool removalMovesGroups(std::string_view path) const override;
+    SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override;
     std::string getBytes() const override;
     std::optional<Span> locate(std::string_view path) const override;
@@ -65,6 +67,8 @@ private:
     void takePiece(std::uint32_t id);
     Piece* findEntry(std::string_view path);
     const Piece* findEntry(std::string_view path) const;
+    // Calls back with each node below the root, parents first, as the file comes to them.
+    void walkNodes(const std::function<void(std::uint32_t)>& callback) const;
     // Calls back with each text of the file in turn and the piece it belongs to, none for a line end that is
     // missing in the file; until the callback returns false.
     template <typename Callback>
@@ -78,6 +82,8 @@ private:
     std::string fillDraft(const TxtLine& draft, const FrameworkCore::Values::Value& value,
                           bool belowMark) const;
 
+    std::uint32_t nextEntry(std::uint32_t piece, std::uint32_t Piece::*direction) const;
+    void restoreOrder();
     Outcome findRemovalFault(const std::vector<std::uint32_t>& going) const;
     void dropNumbered(std::uint32_t node);
 

@@ -49,10 +49,9 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
         return refused("there is no " + quoted(joinNumber(plainPath, last.number - 1)) + " before it");
 
     // Behind those of the same path, whose order tells them apart, else behind its siblings.
-    const std::uint32_t above =
-        last.number > 1
-            ? index.node(index.findSibling(first, static_cast<std::uint32_t>(last.number - 1))).entry
-            : findPlace(plainPath);
+    const std::uint32_t before =
+        last.number > 1 ? index.findSibling(first, static_cast<std::uint32_t>(last.number - 1)) : none;
+    const std::uint32_t above = before == none ? findPlace(plainPath) : index.node(before).entry;
     std::string draftText;
     const std::optional<TxtLine> draft = draftEntry(plainPath, above, draftText);
     if (!draft)
@@ -77,6 +76,10 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     pieces[piece].own = std::move(own);
     pieces[piece].node = index.demandNext(index.demand(ends.parent, false), last.name, false);
     index.node(pieces[piece].node).entry = piece;
+    if (before != none && index.node(before).firstChild == none)
+        index.moveBehind(pieces[piece].node, before);
+    else if (before != none)
+        restoreOrder();
     return {};
 }
 
@@ -144,6 +147,47 @@ bool TxtDocument::removalMovesSiblings(std::string_view path) const
     return index.node(id).number < index.node(index.findSibling(id, 1)).count;
 }
 
+bool TxtDocument::removalMovesGroups(std::string_view path) const
+{
+    const std::uint32_t top = index.find(path);
+    if (top == none || top == TxtIndex::root)
+        return false;
+    const std::uint32_t group = index.groupLeftWithout(top);
+    const auto isIn = [this](std::uint32_t piece, std::uint32_t node) {
+        return piece != none && index.isWithin(pieces[piece].node, node);
+    };
+    // A group that goes on right above or right below begins where it did, as far as others can tell.
+    for (const std::uint32_t id : index.subtree(top)) {
+        const std::uint32_t entry = index.node(id).entry;
+        const std::uint32_t above = entry == none ? none : nextEntry(entry, &Piece::above);
+        if (group == TxtIndex::root || entry == none || isIn(above, top))
+            continue;
+        std::uint32_t below = nextEntry(entry, &Piece::below);
+        while (isIn(below, top))
+            below = nextEntry(below, &Piece::below);
+        if (!isIn(above, group) && !isIn(below, group))
+            return true;
+    }
+    return false;
+}
+
+std::uint32_t TxtDocument::nextEntry(std::uint32_t piece, std::uint32_t Piece::*direction) const
+{
+    do
+        piece = pieces[piece].*direction;
+    while (piece != none && pieces[piece].node == none);
+    return piece;
+}
+
+// Brings the siblings in the index into the order of the file.
+void TxtDocument::restoreOrder()
+{
+    std::vector<std::uint32_t> order;
+    walkNodes([&order](std::uint32_t id) { order.push_back(id); });
+    for (const std::uint32_t id : order)
+        index.moveToEnd(id);
+}
+
 Outcome TxtDocument::remove(std::string_view path)
 {
     const std::uint32_t top = index.find(path);
@@ -161,6 +205,7 @@ Outcome TxtDocument::remove(std::string_view path)
         pieces[index.node(id).entry].going = false;
     if (!outcome.ok())
         return outcome;
+    const bool othersMove = removalMovesSiblings(path) || removalMovesGroups(path);
     // From the deepest up, since groups go with the last of their entries.
     for (auto id = entries.rbegin(); id != entries.rend(); ++id) {
         takePiece(index.node(*id).entry);
@@ -169,6 +214,8 @@ Outcome TxtDocument::remove(std::string_view path)
         else
             index.dropEntry(*id);
     }
+    if (othersMove)
+        restoreOrder();
     return {};
 }
 

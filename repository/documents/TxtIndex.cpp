@@ -88,13 +88,38 @@ std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name,
     child.number = number;
     child.parent = parent;
     TxtNode& group = nodes[parent];
-    child.previous = group.lastChild;
-    (group.lastChild == none ? group.firstChild : nodes[group.lastChild].next) = id;
-    group.lastChild = id;
+    link(id, group.lastChild);
     if (!group.children)
         group.children = std::make_unique<HashIndex>();
     group.children->insert(hashOf(name, number), id);
     return id;
+}
+
+void TxtIndex::link(std::uint32_t id, std::uint32_t previous)
+{
+    TxtNode& node = nodes[id];
+    TxtNode& group = nodes[node.parent];
+    std::uint32_t& place = previous == none ? group.firstChild : nodes[previous].next;
+    node.previous = previous;
+    node.next = place;
+    (node.next == none ? group.lastChild : nodes[node.next].previous) = id;
+    place = id;
+}
+
+void TxtIndex::unlink(std::uint32_t id)
+{
+    const TxtNode& node = nodes[id];
+    TxtNode& group = nodes[node.parent];
+    (node.previous == none ? group.firstChild : nodes[node.previous].next) = node.next;
+    (node.next == none ? group.lastChild : nodes[node.next].previous) = node.previous;
+}
+
+void TxtIndex::moveBehind(std::uint32_t id, std::uint32_t sibling)
+{
+    if (id == sibling || nodes[id].previous == sibling)
+        return;
+    unlink(id);
+    link(id, sibling);
 }
 
 void TxtIndex::dropEntry(std::uint32_t id)
@@ -112,10 +137,24 @@ void TxtIndex::erase(std::uint32_t id)
     TxtNode& gone = nodes[id];
     TxtNode& group = nodes[gone.parent];
     group.children->erase(hashOf(gone.name, gone.number), id);
-    (gone.previous == none ? group.firstChild : nodes[gone.previous].next) = gone.next;
-    (gone.next == none ? group.lastChild : nodes[gone.next].previous) = gone.previous;
+    unlink(id);
     gone = TxtNode();
     unused.push_back(id);
+}
+
+bool TxtIndex::isWithin(std::uint32_t id, std::uint32_t group) const
+{
+    while (id != group && id != root)
+        id = nodes[id].parent;
+    return id == group;
+}
+
+std::uint32_t TxtIndex::groupLeftWithout(std::uint32_t id) const
+{
+    std::uint32_t group = nodes[id].parent;
+    while (group != root && nodes[group].entry == none && nodes[group].firstChild == nodes[group].lastChild)
+        group = nodes[group].parent;
+    return group;
 }
 
 std::string TxtIndex::pathOf(std::uint32_t id) const

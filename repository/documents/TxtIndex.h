@@ -24,7 +24,7 @@ struct TxtNode
     std::uint32_t parent = HashIndex::none;
     std::uint32_t firstChild = HashIndex::none;
     std::uint32_t lastChild = HashIndex::none;
-    std::uint32_t next = HashIndex::none; // siblings, in the order in which they came
+    std::uint32_t next = HashIndex::none; // siblings, in the order of the file
     std::uint32_t previous = HashIndex::none;
     mutable std::uint32_t visit = 0; // the visit that met it last
 };
@@ -53,8 +53,17 @@ public:
     // The node for the next entry of that name in the group.
     std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
 
+    // Change the order of siblings.
+    void moveBehind(std::uint32_t id, std::uint32_t sibling);
+    void moveToEnd(std::uint32_t id) { moveBehind(id, node(node(id).parent).lastChild); }
+
     // The node is no entry any more. It goes unless it is a group too, and so do those that only led to it.
     void dropEntry(std::uint32_t id);
+
+    // Whether a node is the group or lies in it.
+    bool isWithin(std::uint32_t id, std::uint32_t group) const;
+    // The nearest group around a node that stays when the node goes.
+    std::uint32_t groupLeftWithout(std::uint32_t id) const;
 
     std::string pathOf(std::uint32_t id) const;
     static void appendComponent(std::string& path, const TxtNode& node);
@@ -65,6 +74,8 @@ public:
 private:
     std::uint32_t findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const;
     std::uint32_t demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number, bool lasts);
+    void link(std::uint32_t id, std::uint32_t previous);
+    void unlink(std::uint32_t id);
     void erase(std::uint32_t id);
 
     std::vector<TxtNode> nodes;

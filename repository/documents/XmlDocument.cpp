@@ -117,6 +117,19 @@ Outcome XmlDocument::set(std::string_view path, const Value& value)
     return {};
 }
 
+SiblingPlace XmlDocument::placeOf(std::string_view path) const
+{
+    const XmlNodeId id = find(path);
+    if (id == noXmlNode || content->tree.node(id).next == noXmlNode)
+        return {SiblingPlace::Kind::Last, {}};
+    const XmlNode& node = content->tree.node(id);
+    if (node.previous == noXmlNode)
+        return {SiblingPlace::Kind::First, {}};
+    SiblingPlace place{SiblingPlace::Kind::After, std::string(splitLast(path).parent)};
+    appendComponent(place.sibling, node.previous);
+    return place;
+}
+
 bool XmlDocument::contains(std::string_view path) const
 {
     return find(path) != noXmlNode;

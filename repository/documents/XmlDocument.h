@@ -33,6 +33,7 @@ public:
     Outcome endRun(std::string& refusedPath) override;
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
+    SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override;
     std::string getBytes() const override;
     std::optional<Span> locate(std::string_view path) const override;
