@@ -111,6 +111,10 @@ public:
         return orLogged(path, QStringList(), [&] { return store->getChildNames(path); });
     }
     int getChildCount(const QString& path) const override { return store->getChildCount(path); }
+    QStringList getLastChildNames(const QString& path, int count) const override
+    {
+        return orLogged(path, QStringList(), [&] { return store->getLastChildNames(path, count); });
+    }
     QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
     {
         return orLogged(path, QVector<Interfaces::ChildInformation>(),

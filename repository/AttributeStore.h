@@ -60,6 +60,7 @@ public:
 
     QStringList getChildNames(const QString& path);
     int getChildCount(const QString& path);
+    QStringList getLastChildNames(const QString& path, int count);
     QVector<FrameworkCore::AppConfig::Interfaces::ChildInformation> getChildren(const QString& path,
                                                                                 const QString& beginning);
     NodeInformation getNodeInformation(const QString& path);

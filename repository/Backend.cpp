@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/DocumentComparison.h"
 #include "repository/EntryList.h"
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
@@ -67,10 +68,20 @@ bool Backend::contains(const QString& path) const
     return content.getDocument().contains(relative(path));
 }
 
-bool Backend::removalMovesSiblings(const QString& path) const
+bool Backend::removalMovesOthers(const QString& path) const
 {
     const std::lock_guard lock(mutex);
-    return content.getDocument().removalMovesSiblings(relative(path));
+    const Document& document = content.getDocument();
+    const std::string entry = relative(path);
+    return document.removalMovesSiblings(entry) || document.removalMovesGroups(entry);
+}
+
+Backend::Place Backend::placeOf(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    const Documents::SiblingPlace place = content.getDocument().placeOf(relative(path));
+    const bool isAfter = place.kind == Documents::SiblingPlace::Kind::After;
+    return {place.kind, isAfter ? absolute(place.sibling) : QString()};
 }
 
 QString Backend::edit(const std::function<Outcome(Document&)>& change)
@@ -312,7 +323,7 @@ Backend::Changes Backend::change(const std::function<void()>& operation)
 {
     const EntryList before(content.getDocument());
     operation();
-    return compareDocuments(before, content.getDocument());
+    return DocumentComparison(before).run(content.getDocument());
 }
 
 // With some edits gone, a text of the file that had no place for them may have one now.

@@ -42,7 +42,7 @@ public:
 
     // Makes a change of the document as a Reshape, and the tree equal to what came of it, which the change
     // tells. Watchers are told once the operation that was given this is over.
-    using Changes = std::vector<DocumentChange>;
+    using Changes = DocumentChanges;
     using Reshaping = std::function<void(const std::function<Changes()>& change)>;
 
     // Reads the file. Null, with the reason, when it cannot be read or parsed.
@@ -61,7 +61,17 @@ public:
     // The same with paths below the root as the document has them.
     void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const;
     bool contains(const QString& path) const;
-    bool removalMovesSiblings(const QString& path) const;
+
+    // Whether removing an entry gives others a new path, or another place in the order.
+    bool removalMovesOthers(const QString& path) const;
+
+    // The sibling before an entry in the order of the document.
+    struct Place
+    {
+        Documents::SiblingPlace::Kind kind;
+        QString sibling; // its path; see the kind
+    };
+    Place placeOf(const QString& path) const;
 
     // Changes a value of the document in memory; the reason when it is refused. False while a Reshape exists.
     bool set(const QString& path, const FrameworkCore::Values::Value& value, QString& reason);

@@ -1,5 +1,6 @@
 #include "files/SizeLimit.h"
 #include "repository/Backend.h"
+#include "repository/DocumentComparison.h"
 #include "repository/EntryList.h"
 #include "repository/FileFormat.h"
 #include "repository/FileKind.h"
@@ -180,7 +181,7 @@ QString Backend::takeIn(const std::string& found, const Files::FileStamp& foundS
     const std::size_t copied = copy.getRevision();
     const EntryList before(copy.getDocument());
     std::string misfit = copy.merge(std::move(theirs), found);
-    Changes changes = compareDocuments(before, copy.getDocument());
+    Changes changes = DocumentComparison(before).run(copy.getDocument());
     reshape([&] {
         const std::lock_guard lock(mutex);
         if (content.getRevision() == copied) {

@@ -136,6 +136,8 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
             reason = RefusalText::unfit(value, !isReadable(place.backend->getAccessMode()), reason);
             return StatusCode::BackendFailure;
         }
+        if (place.node)
+            edit.restoreOrder(*place.backend); // the value may come before the group
         const AccessMode most = place.backend->getAccessMode();
         const auto common = AccessMode(quint8(access) & quint8(most));
         access = common == AccessMode::None ? most : common;

@@ -31,7 +31,8 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
     Registrations outdated = updateMatching(node, patterns);
     if (!hasListeners(node) && outdated.isEmpty())
         return;
-    Delivery& delivery = deliveries.emplace_back(Delivery(result, allPoints));
+    const int points = result == UpdateResult::Reordered ? int(UpdatePoint::AfterReorder) : allPoints;
+    Delivery& delivery = deliveries.emplace_back(Delivery(result, points));
     delivery.outdated = std::move(outdated);
     node.exact.forEach([&](const auto& registration) {
         delivery.counted.append(registration);
@@ -67,7 +68,7 @@ void Delivery::addContent(const Node& node, QVariant&& valueToTell)
 {
     if (node.extras && !node.extras->matching.isEmpty()) {
         matching = node.extras->matching;
-        listened = allPoints; // there may be many: they are asked when they are called
+        listened = points; // there may be many: they are asked when they are called
     }
     if (node.isReadable())
         value = std::move(valueToTell);
@@ -78,7 +79,8 @@ void Delivery::addContent(const Node& node, QVariant&& valueToTell)
 void Delivery::send(const QString& path) const
 {
     static constexpr UpdatePoint inOrder[] = {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
-                                              UpdatePoint::BeforeStore, UpdatePoint::AfterStore};
+                                              UpdatePoint::BeforeStore, UpdatePoint::AfterStore,
+                                              UpdatePoint::AfterReorder};
     for (const UpdatePoint point : inOrder) {
         if ((points & listened & static_cast<int>(point)) == 0)
             continue;

@@ -157,7 +157,7 @@ std::vector<DocumentChange> compareDocuments(const Document& before, const Docum
 
 std::vector<DocumentChange> compareDocuments(const EntryList& before, const Document& after)
 {
-    return DocumentComparison(before).run(after);
+    return DocumentComparison(before).run(after).entries;
 }
 
 std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes)

@@ -31,6 +31,13 @@ struct DocumentChange
     FrameworkCore::Values::Value after;  // Group for a removed one, too
 };
 
+// All in which two documents differ.
+struct DocumentChanges
+{
+    std::vector<DocumentChange> entries;
+    bool areMoved = false; // some that stay come in another order
+};
+
 // What leads from one document to the other by path: removed entries first, in the order of the one, then all
 // others in the order of the other. Groups count as entries.
 std::vector<DocumentChange> compareDocuments(const Documents::Document& before,

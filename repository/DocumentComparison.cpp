@@ -19,7 +19,7 @@ bool isPowerOfTwo(std::size_t number)
 
 } // namespace
 
-std::vector<DocumentChange> DocumentComparison::run(const Document& after)
+DocumentChanges DocumentComparison::run(const Document& after)
 {
     after.visit([this](const Entry& entry) { take(entry); });
     for (; expected < before.size(); ++expected)
@@ -63,8 +63,9 @@ void DocumentComparison::compareAt(std::size_t position, std::size_t at, const E
 }
 
 // Brings together what has moved. What is left of the ones has gone, of the others is new.
-std::vector<DocumentChange> DocumentComparison::settle()
+DocumentChanges DocumentComparison::settle()
 {
+    DocumentChanges result;
     std::unordered_map<std::string_view, std::size_t> waiting;
     if (!strangers.empty()) {
         for (const std::size_t position : passed)
@@ -77,17 +78,17 @@ std::vector<DocumentChange> DocumentComparison::settle()
         } else {
             compareAt(found->second, at, entry);
             waiting.erase(found);
+            result.areMoved = true;
         }
     }
-    std::vector<DocumentChange> result;
     for (const std::size_t position : passed) {
         const std::string_view path = before.getPath(position);
         if (strangers.empty() || waiting.count(path) > 0)
-            result.push_back({std::string(path), Kind::Removed, before.getValue(position), {}});
+            result.entries.push_back({std::string(path), Kind::Removed, before.getValue(position), {}});
     }
     std::sort(changes.begin(), changes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (auto& [at, change] : changes)
-        result.push_back(std::move(change));
+        result.entries.push_back(std::move(change));
     return result;
 }
 

@@ -17,13 +17,13 @@ public:
     explicit DocumentComparison(const EntryList& entries) : before(entries) {}
 
     // The changes in the order that compareDocuments promises.
-    std::vector<DocumentChange> run(const Documents::Document& after);
+    DocumentChanges run(const Documents::Document& after);
 
 private:
     void take(const Documents::Entry& entry);
     std::size_t find(const std::string& path);
     void compareAt(std::size_t position, std::size_t place, const Documents::Entry& entry);
-    std::vector<DocumentChange> settle();
+    DocumentChanges settle();
 
     const EntryList& before;
     std::size_t expected = 0;        // the entry of before that should come next

@@ -1,11 +1,13 @@
 #include "repository/Node.h"
 
+#include <algorithm>
 #include <new>
 
 namespace Repository {
 
 namespace {
 
+constexpr std::size_t nearPlaces = 64;
 constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at the beginnings of names first
 
 } // namespace
@@ -21,6 +23,87 @@ void Children::append(Node& child)
         prefixes.push_back(prefixOf(child));
     else if (places.size() == manyPlaces)
         fillPrefixes();
+}
+
+// What follows moves up as far as the next gap. Where that is far, room is made for more that may come,
+// unless there are gaps enough.
+void Children::insert(Node& child, std::size_t place)
+{
+    if (place == places.size()) {
+        append(child);
+        return;
+    }
+    if (place > 0 && !places[place - 1])
+        --place;
+    auto gap = std::size_t(std::find(places.begin() + place, places.end(), nullptr) - places.begin());
+    if (gap - place > nearPlaces && places.size() - std::size_t(count) < std::size_t(count) / 8) {
+        makeRoom(place);
+        gap = place;
+    }
+    if (gap == places.size()) {
+        append(child);
+    } else {
+        places[gap] = &child;
+        if (!prefixes.empty())
+            prefixes[gap] = prefixOf(child);
+        ++count;
+    }
+    const auto moveUp = [place, gap](auto& row) {
+        std::rotate(row.begin() + place, row.begin() + gap, row.begin() + gap + 1);
+    };
+    moveUp(places);
+    if (!prefixes.empty())
+        moveUp(prefixes);
+    giveOwnSlots(place, gap + 1);
+}
+
+// Makes gaps before a place.
+void Children::makeRoom(std::size_t place)
+{
+    const std::size_t size = places.size() + nearPlaces;
+    places.reserve(size);
+    if (!prefixes.empty()) {
+        prefixes.reserve(size);
+        prefixes.insert(prefixes.begin() + place, nearPlaces, NamePrefix());
+    }
+    places.insert(places.begin() + place, nearPlaces, nullptr);
+    giveOwnSlots(place + nearPlaces, size);
+}
+
+void Children::giveOwnSlots(std::size_t begin, std::size_t end) noexcept
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        if (places[i])
+            places[i]->slot = quint32(i);
+    }
+}
+
+const Node* Children::last() const
+{
+    const auto found = std::find_if(places.rbegin(), places.rend(), [](const Node* child) { return child; });
+    return found == places.rend() ? nullptr : *found;
+}
+
+void Children::giveSlots(quint32 slot) noexcept
+{
+    for (Node* const child : places) {
+        if (child)
+            child->slot = slot;
+    }
+}
+
+bool Children::orderBySlots() noexcept
+{
+    places.erase(std::remove(places.begin(), places.end(), nullptr), places.end());
+    const auto isBefore = [](const Node* a, const Node* b) { return a->slot < b->slot; };
+    const bool isMoved = !std::is_sorted(places.begin(), places.end(), isBefore);
+    if (isMoved)
+        std::stable_sort(places.begin(), places.end(), isBefore);
+    giveOwnSlots(0, places.size());
+    prefixes.clear();
+    if (places.size() >= manyPlaces)
+        fillPrefixes();
+    return isMoved;
 }
 
 void Children::drop(Node& child) noexcept

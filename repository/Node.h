@@ -18,14 +18,21 @@ namespace Repository {
 class Backend;
 struct Node;
 
-// The children of a node in the order of their creation. A removed child leaves a gap, so that taking one out
-// of a million costs no more than one of two; gaps are closed when they are the greater part.
+// The children of a node in the order of its document, or in memory of their creation. A removed child leaves
+// a gap, so that taking one out of a million costs no more than one of two; gaps are closed when they are the
+// greater part.
 struct Children
 {
     std::vector<Node*> places; // not owned; null where a child was removed
     int count = 0;
 
     void append(Node& child);
+    void insert(Node& child, std::size_t place); // before the one that is there
+    const Node* last() const;                    // null when there is none
+    // Sorts the children by slots that they have been given, any numbers, before they get their own again;
+    // children of one slot stay as they are. Whether any has moved.
+    void giveSlots(quint32 slot) noexcept;
+    bool orderBySlots() noexcept;
     void remove(Node& child);
     void drop(Node& child) noexcept;    // the same, without closing gaps
     void markBranch(const Node& child); // a child that has children now
@@ -44,6 +51,8 @@ struct Children
 private:
     static NamePrefix prefixOf(const Node& child);
     void fillPrefixes();
+    void makeRoom(std::size_t place);
+    void giveOwnSlots(std::size_t begin, std::size_t end) noexcept;
 
     std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
 };

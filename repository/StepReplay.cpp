@@ -253,6 +253,8 @@ void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
     }
     if (unlikeEntries.contains(change.backend.get()))
         edit.showDocument(*change.backend);
+    else if (!change.entries.empty() || change.text)
+        edit.restoreOrder(*change.backend);
 }
 
 } // namespace Repository

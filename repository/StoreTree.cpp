@@ -5,6 +5,8 @@
 #include "repository/TreeEdit.h"
 #include "repository/TreeSearch.h"
 
+#include <algorithm>
+
 // The part of the store that looks at, and changes, the shape of the tree.
 
 namespace Repository {
@@ -59,6 +61,22 @@ int AttributeStore::getChildCount(const QString& path)
     const std::shared_lock lock(structure);
     const Node* node = nodeOf(path);
     return node && node->children ? node->children->count : 0;
+}
+
+QStringList AttributeStore::getLastChildNames(const QString& path, int count)
+{
+    QStringList names;
+    const std::shared_lock lock(structure);
+    const Node* node = nodeOf(path);
+    if (!node || !node->children)
+        return names;
+    const std::vector<Node*>& places = node->children->places;
+    for (auto child = places.rbegin(); child != places.rend() && names.size() < count; ++child) {
+        if (*child)
+            names.append((*child)->getName().toString());
+    }
+    std::reverse(names.begin(), names.end());
+    return names;
 }
 
 FrameworkCore::AppConfig::Interfaces::NodeInformation AttributeStore::getNodeInformation(const QString& path)

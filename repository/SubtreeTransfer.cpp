@@ -262,16 +262,16 @@ SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString
     refusal = writeDocuments(bulk);
     if (refusal.status != StatusCode::Success)
         return refusal;
-    bool siblingsMove = false;
+    bool othersMove = false;
     if (isMove) {
         refusal.path = from;
-        refusal.status = edit.removeFromDocument(*source, siblingsMove, refusal.reason);
+        refusal.status = edit.removeFromDocument(*source, othersMove, refusal.reason);
         if (refusal.status != StatusCode::Success)
             return refusal;
     }
     bulk.finish();
     if (isMove)
-        edit.removeFromTree(*source, siblingsMove);
+        edit.removeFromTree(*source, othersMove);
     return refusal;
 }
 

@@ -9,6 +9,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace Repository {
 
@@ -28,6 +29,10 @@ TreeEdit::~TreeEdit()
     unlock();
     for (const Delivery& delivery : deliveries)
         delivery.send();
+    if (!areAllOrdered)
+        logFailure(
+            QStringLiteral("Not all entries are in the order of their file: there is not enough memory "
+                           "to sort them; reload the backend"));
     if (!areAllTold)
         logFailure(
             QStringLiteral("Not all watchers were told of new attributes: there is not enough memory for "
@@ -36,6 +41,8 @@ TreeEdit::~TreeEdit()
 
 void TreeEdit::unlock()
 {
+    for (Backend* const backend : std::exchange(unordered, {}))
+        orderNodes(*backend);
     if (recorder && lock.owns_lock())
         tellRecorder();
     reshapes.clear();
@@ -127,8 +134,29 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
     if (made->backend)
         made->setAccess(made->backend->getAccessMode());
     note(*made, NodeState());
-    parent.childrenToFill().append(*made);
+    parent.childrenToFill().insert(*made, placeFor(path, parent));
     return made;
+}
+
+// Where among its siblings a new child belongs, as its document has them.
+std::size_t TreeEdit::placeFor(const QString& path, const Node& parent)
+{
+    using Kind = Documents::SiblingPlace::Kind;
+    const Children& siblings = *parent.children;
+    if (!parent.backend || siblings.count == 0)
+        return siblings.places.size();
+    const Backend::Place place = parent.backend->placeOf(path);
+    if (place.kind == Kind::First)
+        return 0;
+    if (place.kind == Kind::After) {
+        const Node* const last = siblings.last();
+        const Node* const before = last->path == place.sibling ? last : find(place.sibling);
+        if (before && before->parent == &parent)
+            return before->slot + std::size_t(1);
+    }
+    if (place.kind != Kind::Last)
+        restoreOrder(*parent.backend);
+    return siblings.places.size();
 }
 
 // A node that cannot be filed is taken out of the tree again.
@@ -236,6 +264,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
     if (node) {
+        if (backend)
+            restoreOrder(*backend); // the value may come before the group
         setAttribute(*node, value, access, UpdateResult::Created);
         return StatusCode::Success;
     }
@@ -316,14 +346,14 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, Q
         reason = RefusalText::notFound();
         return StatusCode::NotFound;
     }
-    bool siblingsMove = false;
-    const StatusCode status = removeFromDocument(*node, siblingsMove, reason);
+    bool othersMove = false;
+    const StatusCode status = removeFromDocument(*node, othersMove, reason);
     if (status == StatusCode::Success)
-        removeFromTree(*node, siblingsMove);
+        removeFromTree(*node, othersMove);
     return status;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bool& siblingsMove,
+FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bool& othersMove,
                                                                   QString& reason)
 {
     for (const auto& backend : store.backends) {
@@ -342,17 +372,17 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bo
     if (!node.backend)
         return StatusCode::Success;
     reshape(*node.backend);
-    siblingsMove = node.backend->removalMovesSiblings(node.path);
+    othersMove = node.backend->removalMovesOthers(node.path);
     reason = node.backend->remove(node.path);
     return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
 }
 
-void TreeEdit::removeFromTree(Node& node, bool siblingsMove)
+void TreeEdit::removeFromTree(Node& node, bool othersMove)
 {
     Backend* const backend = node.backend;
     Node& parent = *node.parent;
     remove(node);
-    if (siblingsMove)
+    if (othersMove)
         showDocument(*backend);
     else
         prune(parent);

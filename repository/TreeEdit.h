@@ -76,8 +76,8 @@ public:
     StatusCode removeTree(const QString& path, QString& reason);
 
     // The two halves of removeTree. The first changes no more than the document, and can be refused.
-    StatusCode removeFromDocument(Node& node, bool& siblingsMove, QString& reason);
-    void removeFromTree(Node& node, bool siblingsMove);
+    StatusCode removeFromDocument(Node& node, bool& othersMove, QString& reason);
+    void removeFromTree(Node& node, bool othersMove);
 
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);
@@ -95,7 +95,7 @@ public:
     void showDocument(Backend& backend);
 
     // The same where no more than these changes has come to the document since the tree showed it.
-    void showChanges(Backend& backend, const std::vector<DocumentChange>& changes);
+    void showChanges(Backend& backend, const DocumentChanges& changes);
 
     // Gives the backend its root, which holds nothing yet, and shows its document there.
     void mount(Backend& backend);
@@ -103,6 +103,10 @@ public:
     // Takes the backend's nodes out of the tree. Those that lead to nested backends stay as groups of
     // whatever the root lies in.
     void unmount(const Backend& backend);
+
+    // Brings the backend's nodes into the order of its document when this edit ends, for changes that may
+    // move nodes.
+    void restoreOrder(Backend& backend) { unordered.insert(&backend); }
 
     // Lets writes of single values into the backend wait until this edit ends.
     Backend::Reshape& reshape(Backend& backend);
@@ -114,6 +118,7 @@ private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
     std::unique_ptr<Node> linkNode(const QString& path, Node& parent);
+    std::size_t placeFor(const QString& path, const Node& parent);
     // The shard's lock is held.
     static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);
     // Attribute lock held, or not filed.
@@ -122,6 +127,8 @@ private:
     void hideEntry(Node& node);
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void buildDocument(Backend& backend, Node& root);
+    void orderNodes(Backend& backend);
+    void tellOfOrder(const Node& parent);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const;
 
     // What a backend's node was before this edit came to it.
@@ -142,9 +149,11 @@ private:
     std::map<Backend*, Backend::Reshape> reshapes;
     std::vector<Delivery> deliveries;
     bool areAllTold = true; // otherwise memory was refused for some of them
+    bool areAllOrdered = true;
     std::vector<Note> notes;
-    PathBudget budget;         // of the nodes that it makes
-    std::set<Backend*> hiding; // not owned; those in which what must not be read was touched
+    PathBudget budget;            // of the nodes that it makes
+    std::set<Backend*> hiding;    // not owned; those in which what must not be read was touched
+    std::set<Backend*> unordered; // not owned
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };
 

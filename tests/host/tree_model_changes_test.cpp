@@ -2,6 +2,7 @@
 #include "tests/host/TreeModelTestBase.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/ModelText.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/ToldCounts.h"
 #include "tests/support/ToldTexts.h"
@@ -12,6 +13,7 @@
 #include <QTreeView>
 
 #include <atomic>
+#include <functional>
 #include <list>
 #include <memory>
 #include <thread>
@@ -306,6 +308,66 @@ private slots:
                  text("x.n2000.value"));
         QVERIFY(view.selectionModel()->isSelected(view.currentIndex()));
         QCOMPARE(topPath(), text("x.n2000"));
+    }
+
+    // Another program moves, adds and takes entries, and an editor adds one before others: the rows come in
+    // the order of the file, and those that stay keep what the view knows of them.
+    void rowsFollowTheOrderOfTheFile_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::newRow("few") << 9;
+        QTest::newRow("many") << 600;
+    }
+
+    void rowsFollowTheOrderOfTheFile()
+    {
+        QFETCH(int, count);
+        if (fake)
+            return; // which has no files
+        const QTemporaryDir folder;
+        const QString file = folder.filePath(text("m.ini"));
+        const auto write = [&](const std::function<int(int)>& place, const QByteArray& more) {
+            QByteArray content = more;
+            for (int i = 0; i < count; ++i)
+                content += "[s" + QByteArray::number(place(i)) + "]\nk = 1\nl = 2\n";
+            TestSupport::writeFile(file, content);
+        };
+        write([](int i) { return i; }, {});
+        const auto backends = repository->getBackendInterface();
+        QVERIFY(backends->createBackend(text("ini"), text("m"), {file, QString(), AccessMode::ReadWrite}, 2));
+        AttributeTreeViewModel model;
+        QAbstractItemModelTester tester(&model);
+        model.resetModel({});
+        QTreeView view;
+        view.setModel(&model);
+        view.resize(300, 400);
+        view.show();
+        const QModelIndex root = model.indexFromPath(text("m"));
+        view.expand(root);
+        const QPersistentModelIndex open = model.indexFromPath(text("m.s3"));
+        view.expand(open);
+        view.setCurrentIndex(model.indexFromPath(text("m.s5.l")));
+        const auto isUpToDate = [&model] { return modelText(model) == freshText({}); };
+        const auto keepsItsRows = [&] {
+            return model.pathFromIndex(open) == text("m.s3") && view.isExpanded(open) &&
+                   model.pathFromIndex(view.currentIndex()) == text("m.s5.l") &&
+                   view.selectionModel()->isSelected(view.currentIndex());
+        };
+
+        create(text("m.first"), 1);
+        QTRY_VERIFY(isUpToDate());
+        QCOMPARE(model.indexFromPath(text("m.first")).row(), 0);
+        QVERIFY(backends->saveBackend(text("m")));
+        write([count](int i) { return count - 1 - i; }, "first=1\n");
+        QVERIFY(backends->reloadBackend(text("m")));
+        QTRY_VERIFY(isUpToDate());
+        QVERIFY(keepsItsRows());
+        write([count](int i) { return i % 3 == 0 ? count + i : count - i; }, "second=1\n");
+        QVERIFY(backends->reloadBackend(text("m")));
+        QTRY_VERIFY(isUpToDate());
+        remove(text("m.second"));
+        create(text("m.third"), 1);
+        QTRY_VERIFY(isUpToDate());
     }
 
     void rowsThatStayKeepTheirIndexes()

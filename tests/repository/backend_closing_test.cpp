@@ -213,7 +213,7 @@ private slots:
         bool isReshaped = false;
         bool isConflict = false;
         const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
-            isReshaped = !change().empty() || isReshaped;
+            isReshaped = !change().entries.empty() || isReshaped;
         };
         const QString refusal = QStringLiteral("the backend 'm' is being closed");
         QCOMPARE(backend->save(reshape), refusal);

@@ -46,14 +46,15 @@ class VANTRY_CORE_EXPORT TreeInterface
 public:
     virtual ~TreeInterface() = default;
 
-    // Names of the children, in the order of their creation; empty for an unknown path.
+    // Names of the children, in the order of their file, or in memory of their creation; empty for an unknown
+    // path.
     virtual QStringList getChildNames(const QString& path) const = 0;
 
     // The number of children; 0 for an unknown path.
     virtual int getChildCount(const QString& path) const = 0;
 
-    // The children with the numbers of theirs, in the order of their creation, all of one moment; a
-    // repository that does not override it looks at them one after the other.
+    // The children with the numbers of theirs, in the same order, all of one moment; a repository that does
+    // not override it looks at them one after the other.
     virtual QVector<ChildInformation> getChildren(const QString& path) const
     {
         QVector<ChildInformation> children;
@@ -85,6 +86,14 @@ public:
                                       }),
                        children.end());
         return children;
+    }
+
+    // The last of getChildNames, at most so many; a repository that does not override it looks at all
+    // children.
+    virtual QStringList getLastChildNames(const QString& path, int count) const
+    {
+        const QStringList names = getChildNames(path);
+        return names.mid(std::max(0, names.size() - count));
     }
 };
 

@@ -5,6 +5,8 @@
 
 namespace Utilities::ModelViews {
 
+using FrameworkCore::Notification::UpdatePoint;
+
 namespace {
 
 constexpr qint64 shortestPause = 16; // milliseconds; about one picture
@@ -33,7 +35,7 @@ void AttributeTreeChanges::watch(FrameworkCore::AppConfig::Interfaces::Notificat
         [target = inbox](const QString& path, const auto&, const auto& result, const auto&, const auto&) {
             target->add(path, result);
         },
-        static_cast<int>(FrameworkCore::Notification::UpdatePoint::AfterStore));
+        static_cast<int>(UpdatePoint::AfterStore) | static_cast<int>(UpdatePoint::AfterReorder));
 }
 
 void AttributeTreeChanges::endWatch()

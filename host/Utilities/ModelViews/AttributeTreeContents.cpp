@@ -96,16 +96,18 @@ void AttributeTreeContents::follow(const QVector<AttributeTreeStructureChange>& 
     for (const QString& path : qAsConst(stalePaths))
         dirty[path].everything = true;
     stalePaths.clear();
-    const bool onlyGone = filter.isEverything() &&
-                          std::none_of(changes.begin(), changes.end(),
-                                       [](const auto& change) { return change.created || change.namesLost; });
+    const auto isMoreThanGone = [](const AttributeTreeStructureChange& change) {
+        return change.created || change.namesLost || change.reordered;
+    };
+    const bool onlyGone =
+        filter.isEverything() && std::none_of(changes.begin(), changes.end(), isMoreThanGone);
     for (const AttributeTreeStructureChange& change : changes) {
-        if (!change.removed)
-            collectCreated(change, dirty);
-        else if (onlyGone)
+        if (change.reordered || (change.removed && !onlyGone))
+            collectAbove(change.parentPath, dirty);
+        else if (change.removed)
             collectGone(change, dirty);
         else
-            collectAbove(change.parentPath, dirty);
+            collectCreated(change, dirty);
     }
 
     // Upper nodes first: with them lower ones may go.
@@ -228,7 +230,8 @@ void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
     };
     const bool knowsAll = !dirt.everything && item->isComplete() && item->size() >= manyChildren &&
                           tree->getChildCount(path) == item->size() + created.size() - gone.size() &&
-                          std::none_of(gone.begin(), gone.end(), isThere);
+                          std::none_of(gone.begin(), gone.end(), isThere) &&
+                          tree->getLastChildNames(path, created.size()) == created;
     if (!knowsAll) {
         editor.arrange(*item, shownChildren(path, item->isComplete()));
         return;

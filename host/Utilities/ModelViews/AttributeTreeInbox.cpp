@@ -34,8 +34,9 @@ void AttributeTreeInbox::add(const QString& path, UpdateResult result)
         return;
     case UpdateResult::Created:
     case UpdateResult::Removed:
+    case UpdateResult::Reordered:
         if (!structureLost)
-            addStructure(path, result == UpdateResult::Removed);
+            addStructure(path, result);
         return;
     }
 }
@@ -50,18 +51,20 @@ void AttributeTreeInbox::addWritten(const QString& path)
     wake();
 }
 
-void AttributeTreeInbox::addStructure(const QString& path, bool removed)
+void AttributeTreeInbox::addStructure(const QString& path, UpdateResult result)
 {
     const int end = path.lastIndexOf(QLatin1Char('.'));
     const QString parentPath = path.left(qMax(end, 0));
     const Guard guard(mutex);
     if (AttributeTreeStructureChange* const change = changeBelow(parentPath)) {
-        (removed ? change->removed : change->created) = true;
-        if (nameCount < limit) {
+        change->created |= result == UpdateResult::Created;
+        change->removed |= result == UpdateResult::Removed;
+        change->reordered |= result == UpdateResult::Reordered;
+        const bool hasName = result != UpdateResult::Reordered;
+        if (hasName && nameCount < limit)
             change->children.append({path.mid(end + 1), nameCount++});
-        } else {
-            change->namesLost = true;
-        }
+        else
+            change->namesLost |= hasName;
     }
     wake();
 }

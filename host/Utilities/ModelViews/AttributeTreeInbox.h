@@ -30,6 +30,7 @@ struct AttributeTreeStructureChange
     bool namesLost = false;                     // there were more than are named
     bool created = false;                       // some have come
     bool removed = false;                       // some have gone, and perhaps nodes above them
+    bool reordered = false;                     // they, or nodes above them, may come in another order
 };
 
 // What happened to the repository since the last batch.
@@ -55,7 +56,7 @@ public:
 
 private:
     void addWritten(const QString& path);
-    void addStructure(const QString& path, bool removed);
+    void addStructure(const QString& path, FrameworkCore::Notification::UpdateResult result);
     AttributeTreeStructureChange* changeBelow(const QString& parentPath);
     void wake();
 

@@ -101,6 +101,16 @@ void AttributeTreeItem::remove(int first, int last)
         closeGap();
 }
 
+void AttributeTreeItem::reorder(const std::vector<int>& rows)
+{
+    closeGap();
+    std::vector<Child> ordered(children.size());
+    for (size_t before = 0; before < rows.size(); ++before)
+        ordered[size_t(rows[before])] = std::move(children[before]);
+    children.swap(ordered);
+    renumber();
+}
+
 void AttributeTreeItem::moveGapTo(int row)
 {
     const auto begin = children.begin();

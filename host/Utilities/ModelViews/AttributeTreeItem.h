@@ -50,6 +50,7 @@ public:
 
     void insert(int row, const QVector<ChildInformation>& added);
     void remove(int first, int last);
+    void reorder(const std::vector<int>& rows); // by row before, the row after
 
 private:
     // Finds children by their names without keeping the names again: the set holds serial numbers.

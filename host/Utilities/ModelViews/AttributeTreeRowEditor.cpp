@@ -46,22 +46,42 @@ void AttributeTreeRowEditor::arrange(AttributeTreeItem& item, const QVector<Chil
            item.child(item.size() - 1 - after).name == wanted.at(wanted.size() - 1 - after).name)
         ++after;
     const int end = wanted.size() - after;
-    const auto isMissing = [&](int place) { return item.rowOf(wanted.at(place).name) < 0; };
-
-    removeUnwanted(item, row, item.size() - after, wanted.mid(row, end - row));
-    while (row < end) {
-        if (row < item.size() && item.child(row).name == wanted.at(row).name) {
-            ++row;
-        } else if (!isMissing(row)) {
-            remove(item, row, row); // out of order; it comes again at its place
-        } else {
-            int next = row + 1;
-            while (next < end && isMissing(next))
-                ++next;
-            insert(item, row, wanted.mid(row, next - row));
-            row = next;
-        }
+    const int oldEnd = item.size() - after;
+    if (row < oldEnd) {
+        removeUnwanted(item, row, oldEnd, wanted.mid(row, end - row));
+        order(item, wanted);
     }
+    while (row < end) {
+        const bool isThere = row < item.size() - after;
+        int next = row;
+        while (next < end && !(isThere && item.child(row).name == wanted.at(next).name))
+            ++next;
+        if (next > row)
+            insert(item, row, wanted.mid(row, next - row));
+        row = next + 1;
+    }
+}
+
+// All rows are wanted; some that are wanted may be missing.
+void AttributeTreeRowEditor::order(AttributeTreeItem& item, const QVector<ChildInformation>& wanted)
+{
+    std::vector<int> rows(size_t(item.size()));
+    int now = 0;
+    bool isOrdered = true;
+    for (const ChildInformation& child : wanted) {
+        const int row =
+            now < item.size() && item.child(now).name == child.name ? now : item.rowOf(child.name);
+        if (row < 0)
+            continue;
+        isOrdered = isOrdered && row == now;
+        rows[size_t(row)] = now++;
+    }
+    if (isOrdered)
+        return;
+    const AttributeTreeNode node = nodeOf(item);
+    listener.beginReorder(node);
+    item.reorder(rows);
+    listener.endReorder(node, item, rows);
 }
 
 void AttributeTreeRowEditor::removeUnwanted(AttributeTreeItem& item, int begin, int end,

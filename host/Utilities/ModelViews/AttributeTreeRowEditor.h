@@ -24,6 +24,10 @@ public:
     virtual void endInsert() = 0;
     virtual void beginRemove(const AttributeTreeNode& parent, int first, int last) = 0;
     virtual void endRemove() = 0;
+    virtual void beginReorder(const AttributeTreeNode& parent) = 0;
+    // By row before, the row of each child now.
+    virtual void endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
+                            const std::vector<int>& rows) = 0;
     virtual void foundStale() = 0; // what was told has changed meanwhile; follow must be called soon
 };
 
@@ -38,13 +42,13 @@ public:
     void insert(AttributeTreeItem& item, int row, const QVector<ChildInformation>& children);
     void remove(AttributeTreeItem& item, const QStringList& names); // names of rows, each once
 
-    // Makes the rows those of the wanted children, in their order, with as few changes as a simple walk
-    // finds.
+    // Makes the rows those of the wanted children, in their order. Rows that stay are kept.
     void arrange(AttributeTreeItem& item, const QVector<ChildInformation>& wanted);
 
 private:
     void remove(AttributeTreeItem& item, int first, int last);
     void removeRows(AttributeTreeItem& item, const std::vector<int>& ascending);
+    void order(AttributeTreeItem& item, const QVector<ChildInformation>& wanted);
     void removeUnwanted(AttributeTreeItem& item, int begin, int end, const QVector<ChildInformation>& wanted);
 
     AttributeTreeRowListener& listener;

@@ -227,6 +227,22 @@ void AttributeTreeViewModel::Private::endRemove()
     model.endRemoveRows();
 }
 
+void AttributeTreeViewModel::Private::beginReorder(const AttributeTreeNode& parent)
+{
+    emit model.layoutAboutToBeChanged({indexOf(parent, NameColumn)});
+}
+
+void AttributeTreeViewModel::Private::endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
+                                                 const std::vector<int>& rows)
+{
+    const QModelIndexList kept = model.persistentIndexList();
+    for (const QModelIndex& index : kept) {
+        if (index.internalPointer() == &item)
+            model.changePersistentIndex(index, indexOf({&item, rows[size_t(index.row())]}, index.column()));
+    }
+    emit model.layoutChanged({indexOf(parent, NameColumn)});
+}
+
 void AttributeTreeViewModel::Private::foundStale()
 {
     changes.requestBatch();

@@ -30,6 +30,9 @@ public:
     void endInsert() override;
     void beginRemove(const AttributeTreeNode& parent, int first, int last) override;
     void endRemove() override;
+    void beginReorder(const AttributeTreeNode& parent) override;
+    void endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
+                    const std::vector<int>& rows) override;
     void foundStale() override;
 
     AttributeTreeCells cells;
