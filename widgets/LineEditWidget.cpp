@@ -15,32 +15,34 @@ namespace Widgets {
 
 namespace {
 
-// The number that the text is, as one of the type; 0 when it is none, or none of the type's range.
-template <typename Number>
-bool parseNumber(const QString& text, QVariant& number)
+// The integer that the text is, as one of the type; 0 when it is none, or none of the type's range.
+template <typename Integer>
+bool parseInteger(const QString& text, QVariant& number)
 {
-    constexpr int exactType = std::is_floating_point_v<Number> ? QMetaType::Double
-                              : std::is_signed_v<Number>       ? QMetaType::LongLong
-                                                               : QMetaType::ULongLong;
-    const auto exact = FrameworkCore::Values::convertVariant(text.trimmed(), exactType);
-    number = QVariant::fromValue(Number(0));
+    using Widest = std::conditional_t<std::is_signed_v<Integer>, qlonglong, qulonglong>;
+    const auto exact = FrameworkCore::Values::convertVariant(text.trimmed(), qMetaTypeId<Widest>());
+    number = QVariant::fromValue(Integer(0));
     if (!exact)
         return false;
-    if constexpr (std::is_same_v<Number, float>) {
-        const float nearest = float(exact->toDouble());
-        if (qIsInf(nearest) && !qIsInf(exact->toDouble()))
-            return false;
-        number = QVariant::fromValue(nearest);
-    } else if constexpr (std::is_floating_point_v<Number>) {
-        number = *exact;
-    } else {
-        const auto whole =
-            exact->value<std::conditional_t<std::is_signed_v<Number>, qlonglong, qulonglong>>();
-        if (whole < std::numeric_limits<Number>::lowest() || whole > std::numeric_limits<Number>::max())
-            return false;
-        number = QVariant::fromValue(Number(whole));
-    }
+    const auto whole = qvariant_cast<Widest>(*exact);
+    if (whole < std::numeric_limits<Integer>::lowest() || whole > std::numeric_limits<Integer>::max())
+        return false;
+    number = QVariant::fromValue(Integer(whole));
     return true;
+}
+
+// The number of the type that is nearest to the text; 0 when it is none.
+template <typename Real>
+bool parseReal(const QString& text, QVariant& number)
+{
+    bool isParsed = false;
+    Real parsed = 0;
+    if constexpr (std::is_same_v<Real, float>)
+        parsed = text.trimmed().toFloat(&isParsed);
+    else
+        parsed = text.trimmed().toDouble(&isParsed);
+    number = QVariant::fromValue(isParsed ? parsed : Real(0));
+    return isParsed;
 }
 
 } // namespace
@@ -145,24 +147,31 @@ void LineEditWidget::writeText()
 
 bool LineEditWidget::getModifiedAttributeValue(QVariant& vValue)
 {
-    switch (attributeValue.userType()) {
+    const int type = attributeValue.userType();
+    // The shown text of a number may tell less than all of it, as the sign of minus zero.
+    if ((type == QMetaType::Double || type == QMetaType::Float) && text() == attributeValue.toString()) {
+        vValue = attributeValue;
+        return true;
+    }
+    switch (type) {
     case QMetaType::Int:
-        return parseNumber<int>(text(), vValue);
+        return parseInteger<int>(text(), vValue);
     case QMetaType::UInt:
-        return parseNumber<uint>(text(), vValue);
+        return parseInteger<uint>(text(), vValue);
     case QMetaType::LongLong:
-        return parseNumber<qlonglong>(text(), vValue);
+        return parseInteger<qlonglong>(text(), vValue);
     case QMetaType::ULongLong:
-        return parseNumber<qulonglong>(text(), vValue);
+        return parseInteger<qulonglong>(text(), vValue);
     case QMetaType::Double:
-        return parseNumber<double>(text(), vValue);
+        return parseReal<double>(text(), vValue);
     case QMetaType::Long:
-        return parseNumber<long>(text(), vValue);
+        return parseInteger<long>(text(), vValue);
     case QMetaType::ULong:
-        return parseNumber<ulong>(text(), vValue);
+        return parseInteger<ulong>(text(), vValue);
     case QMetaType::Float:
-        return parseNumber<float>(text(), vValue);
+        return parseReal<float>(text(), vValue);
     case QMetaType::Char:
+    case QMetaType::QChar:
         return false;
     default:
         vValue = text();

@@ -139,11 +139,18 @@ private slots:
         row("exponent", 0.5, "-2.5e-7", -2.5e-7);
         row("decimal comma", 0.5, "1,5", refused);
         row("beyond double", 0.5, "1e400", refused);
+        row("between two doubles", 0.5, "9007199254740993", 9007199254740992.0);
+        row("minus zero", 0.0, "-0.0", -0.0);
+        row("infinity", 0.5, "INF", std::numeric_limits<double>::infinity());
+        row("not a number", 0.5, " NaN", std::numeric_limits<double>::quiet_NaN());
         row("long", QVariant::fromValue(5L), "-6", QVariant::fromValue(-6L));
         row("unsigned long", QVariant::fromValue(5UL), "6", QVariant::fromValue(6UL));
         row("float", 0.5F, "1.1", 1.1F);
         row("beyond float", 0.5F, "1e39", refused);
+        row("between two floats", 0.5F, "16777217", 16777216.0F);
+        row("infinite float", 0.5F, "-inf", -std::numeric_limits<float>::infinity());
         row("char", QVariant::fromValue('a'), "b", refused);
+        row("character", QChar(QLatin1Char('a')), "b", refused);
         row("short", QVariant::fromValue(short(5)), "6", text("6"));
         row("unsigned short", QVariant::fromValue(ushort(5)), "6", text("6"));
         row("list of variants", QVariantList{1, 2}, "3", text("3"));
@@ -194,6 +201,9 @@ private slots:
         row("least double", std::numeric_limits<double>::denorm_min());
         row("greatest double", std::numeric_limits<double>::max());
         row("infinity", -std::numeric_limits<double>::infinity());
+        row("not a number", std::numeric_limits<double>::quiet_NaN());
+        row("minus zero", -0.0);
+        row("minus zero of float", -0.0F);
         row("float", 1.1F);
         row("no text", text(""));
         row("lines", text("one\ntwo\r\n\tthree"));
