@@ -133,6 +133,12 @@ QString Backend::insertAll(const QString& path, const std::vector<Documents::Ent
     return edit([&](Document& text) { return text.insertAll(relative(path), entries, refused); });
 }
 
+bool Backend::keepsGivenOrder() const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().keepsGivenOrder();
+}
+
 QString Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);

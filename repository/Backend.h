@@ -87,6 +87,7 @@ public:
     // An entry that is not there and all below it; see Document::insertAll.
     QString insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                       std::size_t& refused);
+    bool keepsGivenOrder() const;
     QString remove(const QString& path);
 
     // The value of an entry as the file spells it; nothing for a group.

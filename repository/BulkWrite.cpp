@@ -11,6 +11,16 @@ namespace Repository {
 using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::Value;
 
+namespace {
+
+// How the next node on the way is placed: in what is new itself, the document has it as it was given.
+TreeEdit::Placing placingIn(const std::vector<Node*>& way, bool keepsOrder)
+{
+    return keepsOrder && way.size() > 1 ? TreeEdit::Placing::Last : TreeEdit::Placing::ByDocument;
+}
+
+} // namespace
+
 BulkWrite::BulkWrite(TreeEdit& treeEdit, const QString& rootPath) : edit(treeEdit), root(rootPath)
 {
     if (!root.isEmpty() && !edit.find(root))
@@ -179,21 +189,23 @@ void BulkWrite::showNew()
     std::vector<Node*> attributes;
     attributes.reserve(items.size());
     std::vector<Node*> way;
+    const bool keepsOrder = newPlace->keepsGivenOrder();
     for (Item& item : items) {
-        Node& parent = newParent(way, made, item.path);
+        Node& parent = newParent(way, made, item.path, keepsOrder);
+        const auto placing = placingIn(way, keepsOrder);
         if (item.isGroup) {
-            way.push_back(&edit.addGroup(made, parent, item.path));
+            way.push_back(&edit.addGroup(made, parent, item.path, placing));
             continue;
         }
-        way.push_back(
-            &edit.addAttribute(made, parent, item.path, item.hash, std::move(item.value), item.access));
+        way.push_back(&edit.addAttribute(made, parent, item.path, item.hash, std::move(item.value),
+                                         item.access, placing));
         attributes.push_back(way.back());
     }
     edit.file(made, attributes);
 }
 
 // The nodes on the way are the last one and those above it, of which the first was there before.
-Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView path)
+Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool keepsOrder)
 {
     const QStringView parent = parentPath(path);
     if (way.empty())
@@ -203,7 +215,8 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
     while (way.back()->path.size() < parent.size()) {
         const int nameStart = way.back()->path.isEmpty() ? 0 : way.back()->path.size() + 1;
         const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
-        way.push_back(&edit.addGroup(made, *way.back(), path.left(nameEnd).toString()));
+        way.push_back(
+            &edit.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, keepsOrder)));
     }
     return *way.back();
 }

@@ -125,7 +125,7 @@ Node& TreeEdit::ensureChild(Node& parent, const QString& path)
     return node ? *node : makeNode(path, key, parent);
 }
 
-std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
+std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent, Placing placing)
 {
     budget.spend(std::size_t(path.size()));
     auto made = std::make_unique<Node>(path);
@@ -134,7 +134,8 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent)
     if (made->backend)
         made->setAccess(made->backend->getAccessMode());
     note(*made, NodeState());
-    parent.childrenToFill().insert(*made, placeFor(path, parent));
+    Children& siblings = parent.childrenToFill();
+    siblings.insert(*made, placing == Placing::Last ? siblings.places.size() : placeFor(path, parent));
     return made;
 }
 
@@ -174,7 +175,7 @@ Node& TreeEdit::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, qu
 
 Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
 {
-    auto made = linkNode(path, parent);
+    auto made = linkNode(path, parent, Placing::ByDocument);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     return fileNode(shard, std::move(made), key.hash);
@@ -269,7 +270,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         setAttribute(*node, value, access, UpdateResult::Created);
         return StatusCode::Success;
     }
-    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName));
+    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName),
+                         Placing::ByDocument);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     Node& filed = fileNode(shard, std::move(made), key.hash);
@@ -278,15 +280,15 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     return StatusCode::Success;
 }
 
-Node& TreeEdit::addGroup(NewNodes& nodes, Node& parent, const QString& path)
+Node& TreeEdit::addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing)
 {
-    return nodes.add(linkNode(path, parent), NodeIndex::Key(path).hash);
+    return nodes.add(linkNode(path, parent, placing), NodeIndex::Key(path).hash);
 }
 
 Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash, QVariant value,
-                             AccessMode access)
+                             AccessMode access, Placing placing)
 {
-    Node& node = nodes.add(linkNode(path, parent), hash);
+    Node& node = nodes.add(linkNode(path, parent, placing), hash);
     giveValue(node, std::move(value), access);
     return node;
 }

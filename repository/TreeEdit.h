@@ -50,12 +50,15 @@ public:
     // The same for a child of a node.
     Node& ensureChild(Node& parent, const QString& path);
 
+    // Where a new node comes among its siblings.
+    enum class Placing { ByDocument, Last };
+
     // A new group of the tree alone, which is not filed yet; there is no node at its path.
-    Node& addGroup(NewNodes& nodes, Node& parent, const QString& path);
+    Node& addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing);
 
     // The same for an attribute; the hash is that of its path.
     Node& addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash, QVariant value,
-                       AccessMode access);
+                       AccessMode access, Placing placing);
 
     // Files such nodes. The attributes in the list, in its order, are what the watchers are told of.
     void file(NewNodes& nodes, const std::vector<Node*>& attributes);
@@ -117,7 +120,7 @@ public:
 private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
-    std::unique_ptr<Node> linkNode(const QString& path, Node& parent);
+    std::unique_ptr<Node> linkNode(const QString& path, Node& parent, Placing placing);
     std::size_t placeFor(const QString& path, const Node& parent);
     // The shard's lock is held.
     static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);

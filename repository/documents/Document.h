@@ -82,6 +82,9 @@ public:
     // it. A refusal tells the refused entry by its position.
     virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);
 
+    // Whether entries that insertAll adds stand in the order in which they were given.
+    virtual bool keepsGivenOrder() const { return false; }
+
     // Takes out an entry and all below it.
     virtual Outcome remove(std::string_view path) = 0;
 

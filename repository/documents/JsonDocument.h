@@ -31,6 +31,7 @@ public:
     Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
     Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
                       std::size_t& refused) override;
+    bool keepsGivenOrder() const override { return true; }
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;

@@ -148,7 +148,7 @@ private slots:
         row("float", 0.5F, "1.1", 1.1F);
         row("beyond float", 0.5F, "1e39", refused);
         row("between two floats", 0.5F, "16777217", 16777216.0F);
-        row("infinite float", 0.5F, "-inf", -std::numeric_limits<float>::infinity());
+        row("infinite float", 0.5F, "-INF", -std::numeric_limits<float>::infinity());
         row("char", QVariant::fromValue('a'), "b", refused);
         row("character", QChar(QLatin1Char('a')), "b", refused);
         row("short", QVariant::fromValue(short(5)), "6", text("6"));
