@@ -9,6 +9,7 @@
 #include <QReadLocker>
 
 #include <mutex>
+#include <thread>
 #include <utility>
 
 namespace Utilities {
@@ -20,6 +21,7 @@ namespace {
 
 constexpr int millisecondsBetweenDeliveries = 16; // a screen shows no more
 constexpr QEvent::Type changeAnnounced = QEvent::User;
+constexpr int allPoints = 15; // a write may name any of them only
 
 } // namespace
 
@@ -31,20 +33,32 @@ struct NotificationWrapper::Watch
     NotificationWrapper* owner = nullptr; // not owned
     bool isPending = false;               // a delivery is on its way that will read the value anew
     bool isWritten = false;               // by a write, not by the activation
+    std::thread::id writer;               // who called last, and for which point
+    UpdatePoint lastPoint = UpdatePoint::AfterStore;
 
-    // The event carries nothing: all that the two threads share is read under the lock.
-    void announce(bool byWrite)
+    void announceActivation()
     {
         const std::lock_guard<std::mutex> guard(mutex);
-        isWritten = isWritten || byWrite;
-        if (owner && !std::exchange(isPending, true))
-            QCoreApplication::postEvent(owner, new QEvent(changeAnnounced));
+        announce();
+    }
+
+    // The points of one operation come on one thread in ascending order; only the first is a write.
+    void announceWrite(UpdatePoint point)
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        const bool isSameWrite = writer == std::this_thread::get_id() && point > lastPoint;
+        writer = std::this_thread::get_id();
+        lastPoint = point;
+        isWritten = isWritten || !isSameWrite;
+        announce();
     }
 
     // From here on a new change announces itself again. Gives whether there was a write.
     bool beginDelivery()
     {
         const std::lock_guard<std::mutex> guard(mutex);
+        if (writer == std::this_thread::get_id())
+            writer = {}; // its write has returned
         isPending = false;
         return std::exchange(isWritten, false);
     }
@@ -53,6 +67,14 @@ struct NotificationWrapper::Watch
     {
         const std::lock_guard<std::mutex> guard(mutex);
         owner = nullptr;
+    }
+
+private:
+    // The event carries nothing: all that the two threads share is read under the lock.
+    void announce()
+    {
+        if (owner && !std::exchange(isPending, true))
+            QCoreApplication::postEvent(owner, new QEvent(changeAnnounced));
     }
 };
 
@@ -90,14 +112,13 @@ void NotificationWrapper::start(const std::shared_ptr<Repository>& watched)
         return;
     watch = std::make_shared<Watch>();
     watch->owner = this;
-    const auto callback = [shared = watch](const QString&, const UpdatePoint&, const UpdateResult&,
-                                           const QVariant&, const QString&) { shared->announce(true); };
-    registration = notifications->registerUpdateCallback(attributePath, callback,
-                                                         static_cast<int>(UpdatePoint::AfterStore));
+    const auto callback = [shared = watch](const QString&, const UpdatePoint& point, const UpdateResult&,
+                                           const QVariant&, const QString&) { shared->announceWrite(point); };
+    registration = notifications->registerUpdateCallback(attributePath, callback, allPoints);
     // Read after the registration, so that no change falls between the two.
     lastValue = deliverOnActivation ? QVariant() : readValue();
     if (deliverOnActivation)
-        watch->announce(false);
+        watch->announceActivation();
 }
 
 void NotificationWrapper::stop()

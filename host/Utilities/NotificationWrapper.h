@@ -31,8 +31,9 @@ public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
     // deliverOnActivation: setActive(true) also delivers the current value, when there is one, in the next
-    // turn of the event loop. deliverUnchanged: a write that leaves the value equal is delivered too. An
-    // empty repository stands for the one that the process has at the activation.
+    // turn of the event loop. deliverUnchanged: a write that leaves the value equal is delivered too, once,
+    // however many update points it names. An empty repository stands for the one that the process has at the
+    // activation.
     NotificationWrapper(const QString& attributePath, const bool& deliverOnActivation,
                         const bool& deliverUnchanged, std::shared_ptr<Repository> repository = {});
     ~NotificationWrapper() override;

@@ -69,7 +69,7 @@ private slots:
         const auto writer = desk->repository->getWriterInterface();
         const auto write = [&writer](const char* page) {
             return writer->writeAttributeValue(QStringLiteral("desk.instances.Vantry.state"),
-                                               QString::fromLatin1(page), 15);
+                                               QString::fromLatin1(page), 1);
         };
         QCOMPARE(write("tests"), 0);
         QTRY_COMPARE(markedButtons(), QStringList(QStringLiteral("btnTests")));

@@ -112,6 +112,44 @@ private slots:
         QCOMPARE(watcher.delivered, expected);
     }
 
+    // Also when it is delivered between two points of the write.
+    void deliversAWriteOfAnyPointsOnce()
+    {
+        write(0);
+        Watcher watcher(false, true);
+        watcher.wrapper.setActive(true);
+        std::promise<void> held;
+        std::promise<void> goOn;
+        const auto registration = repository->getNotificationInterface()->registerUpdateCallback(
+            path,
+            [&](auto&&...) {
+                held.set_value();
+                goOn.get_future().wait();
+            },
+            2);
+        std::thread writer([this] { repository->getWriterInterface()->writeAttributeValue(path, 0, 15); });
+        held.get_future().wait();
+        QTRY_COMPARE(watcher.delivered.size(), 1);
+        QElapsedTimer sinceDelivery;
+        sinceDelivery.start();
+        QTRY_VERIFY(sinceDelivery.hasExpired(20)); // the next one need not wait for the screen
+        goOn.set_value();
+        writer.join();
+        registration->end();
+        QCoreApplication::processEvents();
+        QCOMPARE(watcher.delivered.size(), 1);
+
+        int expected = 1;
+        for (const int points : {1, 2, 4, 8, 15, 1, 8}) {
+            for (int time = 0; time < 2; ++time) { // the second leaves the value equal
+                repository->getWriterInterface()->writeAttributeValue(path, points, points);
+                ++expected;
+                QTRY_COMPARE(watcher.delivered.size(), expected);
+                QCOMPARE(watcher.delivered.last(), QString::number(points));
+            }
+        }
+    }
+
     void nothingIsDeliveredInsideTheWrite()
     {
         Watcher watcher(true, true);
