@@ -97,6 +97,13 @@ public:
         return store->addRule(path, validationName) ? 1 : 0;
     }
 
+    QVector<Interfaces::ValidationDescription> getValidationDescriptions() override
+    {
+        return ruleDescriptions();
+    }
+
+    QStringList getValidationsOf(const QString& path) const override { return store->getRules(path); }
+
 private:
     std::shared_ptr<AttributeStore> store;
 };

@@ -275,4 +275,21 @@ bool AttributeStore::addRule(const QString& path, const QString& name)
     return true;
 }
 
+QStringList AttributeStore::getRules(const QString& path)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* const node = shard.find(key);
+    const auto waiting = shard.waiting.find(path);
+    const Rules* const rules =
+        node ? node->getRules() : (waiting == shard.waiting.end() ? nullptr : &waiting->second.rules);
+    QStringList names;
+    if (rules) {
+        for (const auto& rule : *rules)
+            names.append(rule->name);
+    }
+    return names;
+}
+
 } // namespace Repository

@@ -57,6 +57,7 @@ public:
     void removeRegistration(const QString& pathOrPattern, Registration& registration);
 
     bool addRule(const QString& path, const QString& name);
+    QStringList getRules(const QString& path); // by name, as they were added
 
     QStringList getChildNames(const QString& path);
     int getChildCount(const QString& path);

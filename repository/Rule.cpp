@@ -176,11 +176,18 @@ std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule
 
 using Fill = std::optional<QString> (*)(const QString& argument, Rule& rule);
 
-const std::map<QString, Fill>& rulesWithArgument()
+struct RuleWithArgument
 {
-    static const std::map<QString, Fill> rules{{QStringLiteral("range"), fillRange},
-                                               {QStringLiteral("one-of"), fillOneOf},
-                                               {QStringLiteral("regular-expression"), fillRegularExpression}};
+    Fill fill;
+    QString example; // of an argument
+};
+
+const std::map<QString, RuleWithArgument>& rulesWithArgument()
+{
+    static const std::map<QString, RuleWithArgument> rules{
+        {QStringLiteral("range"), {fillRange, QStringLiteral("0,100")}},
+        {QStringLiteral("one-of"), {fillOneOf, QStringLiteral("low,medium,high")}},
+        {QStringLiteral("regular-expression"), {fillRegularExpression, QStringLiteral("[a-z]+")}}};
     return rules;
 }
 
@@ -191,10 +198,25 @@ QStringList ruleNames()
     QStringList names;
     for (const auto& [name, rule] : plainRules())
         names.append(name);
-    for (const auto& [name, fill] : rulesWithArgument())
+    for (const auto& [name, rule] : rulesWithArgument())
         names.append(name);
     names.sort();
     return names;
+}
+
+QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> ruleDescriptions()
+{
+    QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> descriptions;
+    const QStringList names = ruleNames();
+    for (const QString& name : names) {
+        const auto withArgument = rulesWithArgument().find(name);
+        const QString example = withArgument == rulesWithArgument().end()
+                                    ? name
+                                    : QStringLiteral("%1(%2)").arg(name, withArgument->second.example);
+        QString error;
+        descriptions.append({example, makeRule(example, error)->expectation});
+    }
+    return descriptions;
 }
 
 std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
@@ -220,7 +242,7 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
             QStringLiteral("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
         return {};
     }
-    if (const auto problem = withArgument->second(name.mid(open + 1, name.size() - open - 2), *rule)) {
+    if (const auto problem = withArgument->second.fill(name.mid(open + 1, name.size() - open - 2), *rule)) {
         error = *problem;
         return {};
     }

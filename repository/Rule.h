@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/ValidationInterface.h"
+
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -25,6 +27,9 @@ using Rules = std::vector<std::shared_ptr<const Rule>>;
 
 // Names of all validations; those that take an argument are written as in "range(0,100)".
 QStringList ruleNames();
+
+// The same for people, with an example of each argument.
+QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> ruleDescriptions();
 
 // The validation of that name; empty, with the reason in error, when the name or its argument is not known.
 std::shared_ptr<const Rule> makeRule(const QString& name, QString& error);

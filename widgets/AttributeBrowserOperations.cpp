@@ -26,6 +26,7 @@ using Shared::Logging::LogMessageType;
 using Utilities::ScopedSignalBlocker;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::TextProposal;
 
 namespace {
 
@@ -200,14 +201,23 @@ void AttributeBrowserWidget::onBtnDeleteAttributeClicked()
 void AttributeBrowserWidget::onBtnAddValidationClicked()
 {
     const QString path = pathOf(contextIndex);
-    bool isAccepted = false;
-    const QString name = inputDialogs->showSingleTextDialog({}, tr("Validation Name"), {}, isAccepted);
-    if (!isAccepted || isContextGone())
-        return;
     const auto validations = repository ? repository->getValidationInterface() : nullptr;
+    QVector<TextProposal> proposals;
+    if (validations) {
+        for (const auto& known : validations->getValidationDescriptions())
+            proposals.append({known.example, known.meaning});
+    }
+    const QPointer<AttributeBrowserWidget> self(this);
+    bool isAccepted = false;
+    const QString name =
+        inputDialogs->showProposingTextDialog({}, tr("Validation Name"), {}, proposals, isAccepted);
+    if (!isAccepted || !self || isContextGone())
+        return;
     const bool isAdded = validations && validations->addValidation(path, name) != 0;
     Vantry::logLine(LogMessageType::Outcome)
         << "Validation Added for Attribute '" << path << "' with result = " << isAdded;
+    if (detailsIndex.isValid() && pathOf(detailsIndex) == path)
+        showDetailsOf(detailsIndex);
 }
 
 void AttributeBrowserWidget::onBtnExportClicked()

@@ -155,9 +155,15 @@ void AttributeBrowserWidget::showAttributeDetails(QModelIndex index)
 {
     const QString path = pathOf(index);
     const QVariant value = readValue(path);
-    showDetails({QLatin1String("Name : ") + index.data().toString(), QLatin1String("Path : ") + path,
-                 QLatin1String("Data Type : ") + QLatin1String(value.typeName()),
-                 QLatin1String("Value : ") + readableValue(value)});
+    QStringList paragraphs{QLatin1String("Name : ") + index.data().toString(),
+                           QLatin1String("Path : ") + path,
+                           QLatin1String("Data Type : ") + QLatin1String(value.typeName()),
+                           QLatin1String("Value : ") + readableValue(value)};
+    const auto validations = repository ? repository->getValidationInterface() : nullptr;
+    const QStringList attached = validations ? validations->getValidationsOf(path) : QStringList();
+    if (!attached.isEmpty())
+        paragraphs.append(QLatin1String("Validations : ") + attached.join(QLatin1String(", ")));
+    showDetails(paragraphs);
 }
 
 void AttributeBrowserWidget::showBackendDetails(QModelIndex index)

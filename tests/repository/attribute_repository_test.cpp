@@ -248,6 +248,23 @@ private slots:
             QCOMPARE(validations->addValidation(QStringLiteral("a"), QString::fromLatin1(name)), 0);
         QCOMPARE(validations->addValidation(QStringLiteral("a..b"), QStringLiteral("integer")), 0);
         QCOMPARE(validations->getValidationNames().size(), 12);
+        QCOMPARE(validations->getValidationsOf(QStringLiteral("a")), QStringList());
+    }
+
+    // What people are shown can be attached as it stands, also before its attribute is there.
+    void describesValidations()
+    {
+        const auto validations = repository->getValidationInterface();
+        QStringList examples;
+        for (const auto& description : validations->getValidationDescriptions()) {
+            examples.append(description.example);
+            QVERIFY2(!description.meaning.isEmpty(), qPrintable(description.example));
+            QVERIFY(validations->addValidation(QStringLiteral("a.b"), description.example) != 0);
+        }
+        QCOMPARE(examples.size(), 12);
+        QVERIFY(examples.contains(QStringLiteral("range(0,100)")));
+        QCOMPARE(validations->getValidationsOf(QStringLiteral("a.b")), examples);
+        QVERIFY(validations->getValidationsOf(QStringLiteral("a")).isEmpty());
     }
 
     void findsPaths()

@@ -422,6 +422,29 @@ private slots:
         QCOMPARE(LogRecord::instance().getLines().last().type, Shared::Logging::LogMessageType::Outcome);
     }
 
+    // Proposed with their syntax, and shown where they are attached.
+    void proposesAndShowsValidations()
+    {
+        mount("json", "p", "{\"k\": 1}");
+        openPage();
+        page->clickItem(QStringLiteral("p.k"));
+        const QString details = page->details.toPlainText();
+        choose(QStringLiteral("p.k"), "Add Validation", {enter(QStringLiteral("integer"))});
+        QCOMPARE(page->details.toPlainText(), details + QLatin1String("\nValidations : integer"));
+        choose(QStringLiteral("p.k"), "Add Validation", {[](QWidget& dialog) {
+                   auto* const field = dialog.findChild<QLineEdit*>();
+                   QTest::keyClicks(field, QStringLiteral("RAN"));
+                   QTest::keyClick(field, Qt::Key_Down);
+                   QCOMPARE(field->text(), QStringLiteral("range(0,100)"));
+                   QTest::keyClicks(field, QStringLiteral("1,9")); // in the argument's place
+                   QTest::keyClick(field, Qt::Key_Return);
+               }});
+        const QString both = QStringLiteral("integer, range(1,9)");
+        QCOMPARE(page->details.toPlainText(), details + QLatin1String("\nValidations : ") + both);
+        const QString tip = page->item(QStringLiteral("p.k")).data(Qt::ToolTipRole).toString();
+        QVERIFY2(tip.contains(both), qPrintable(tip));
+    }
+
 private:
     QByteArray fileOf(const char* name) { return contentOf(folder->filePath(QLatin1String(name))); }
 

@@ -32,6 +32,7 @@ QIcon loadIcon(const QString& name)
 void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface>& repository)
 {
     reader = repository ? repository->getReaderInterface() : nullptr;
+    validations = repository ? repository->getValidationInterface() : nullptr;
     tree = repository ? repository->getTreeInterface() : nullptr;
 }
 
@@ -182,6 +183,9 @@ QString AttributeTreeCells::toolTip(const QString& path) const
             tr("Type: %1").arg(information.dataType.isEmpty() ? tr("none yet") : information.dataType));
         lines.append(tr("Access: %1").arg(accessText(information.accessMode)));
     }
+    const QStringList attached = validations ? validations->getValidationsOf(path) : QStringList();
+    if (!attached.isEmpty())
+        lines.append(tr("Validations: %1").arg(attached.join(QStringLiteral(", "))));
     if (isBackendRoot(path))
         lines.append(tr("Root of the backend: %1").arg(information.backend));
     else if (!information.backend.isEmpty())

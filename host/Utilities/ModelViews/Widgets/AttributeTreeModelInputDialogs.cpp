@@ -5,6 +5,7 @@
 #include "host/Utilities/ModelViews/Widgets/AttributePasteDialog.h"
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
+#include "host/Utilities/ModelViews/Widgets/ProposingTextDialog.h"
 
 #include <QInputDialog>
 #include <QVariant>
@@ -100,6 +101,16 @@ QString AttributeTreeModelInputDialogs::showSingleTextDialog(const QString& titl
     dialog->resize(width, dialog->sizeHint().height());
     ok = dialog.isAccepted();
     return ok ? dialog->textValue() : QString();
+}
+
+QString AttributeTreeModelInputDialogs::showProposingTextDialog(const QString& title, const QString& label,
+                                                                const QString& preset,
+                                                                const QVector<TextProposal>& proposals,
+                                                                bool& ok) const
+{
+    AskedDialog<ProposingTextDialog> dialog(dialogParent, title, label, preset, proposals);
+    ok = dialog.isAccepted();
+    return ok ? dialog->getText() : QString();
 }
 
 QString AttributeTreeModelInputDialogs::showFileOpenDialog(const QString& caption, const QString& directory,

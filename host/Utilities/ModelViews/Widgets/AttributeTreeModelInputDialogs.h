@@ -4,11 +4,19 @@
 
 #include <QPointer>
 #include <QString>
+#include <QVector>
 #include <QWidget>
 
 class QVariant;
 
 namespace Utilities::ModelViews::Widgets {
+
+// A text that a person may take over into a field, and what it means.
+struct TextProposal
+{
+    QString text;
+    QString meaning;
+};
 
 // The dialogs in which pages ask the user something. Each is modal, returns when it is answered, and is a
 // child of one widget. GUI thread.
@@ -38,6 +46,10 @@ public:
     // Asks for one line of text. Empty and not ok when cancelled.
     QString showSingleTextDialog(const QString& title, const QString& label, const QString& preset,
                                  bool& ok) const;
+
+    // The same with proposals below the field, which those that match what is typed stay of.
+    QString showProposingTextDialog(const QString& title, const QString& label, const QString& preset,
+                                    const QVector<TextProposal>& proposals, bool& ok) const;
 
     // Both give the chosen file's name, empty when cancelled. The directory may name a file, which is then
     // preselected; when it is empty, the folder of the file that was chosen last is shown. The name is given
