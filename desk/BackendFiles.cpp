@@ -91,7 +91,7 @@ QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& ba
 // False when the person does not want to choose now.
 bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>& conflicts)
 {
-    ConflictDialog dialog(backend, getLabel(backend), conflicts, &window);
+    ConflictDialog dialog(ConflictDialog::Purpose::Save, backend, getLabel(backend), conflicts, &window);
     if (dialog.exec() != QDialog::Accepted)
         return false;
 

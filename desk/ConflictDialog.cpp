@@ -1,5 +1,6 @@
 #include "desk/ConflictDialog.h"
 
+#include "desk/DifferenceDelegate.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
@@ -9,8 +10,11 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Vantry {
 
@@ -29,35 +33,33 @@ QString sideText(const QVariant& value, bool isThere)
 {
     if (!isThere)
         return ConflictDialog::tr("(not there)");
-    return value.isValid() ? Utilities::ModelViews::attributeValueText(value)
+    constexpr int longest = 1000000; // two may differ at their ends only
+    return value.isValid() ? Utilities::ModelViews::attributeValueLines(value, longest, longest)
                            : ConflictDialog::tr("(not shown)");
 }
 
 } // namespace
 
-ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
+ConflictDialog::ConflictDialog(Purpose purpose, const QString& backend, const QString& label,
                                const QVector<UnsavedChange>& conflicts, QWidget* parent)
     : QDialog(parent), rows(new QTreeWidget), mine(new QPushButton(tr("Keep &Mine"))),
       theirs(new QPushButton(tr("Take &Theirs")))
 {
     setObjectName(QStringLiteral("conflicts"));
-    setWindowTitle(tr("Changed by Another Program"));
+    const bool isSave = purpose == Purpose::Save;
+    setWindowTitle(isSave ? tr("Changed by Another Program") : tr("Changed since Then"));
     resize(720, 360);
     auto* const column = new QVBoxLayout(this);
     auto* const text = new PlainLabel(
-        tr("%1 was not saved: another program has changed what was edited here. Choose for each attribute "
-           "whose value is to stay; all others are merged.")
+        (isSave ? tr("%1 was not saved: another program has changed what was edited here. Choose for each "
+                     "attribute whose value is to stay; all others are merged.")
+                : tr("%1 has been changed since the kept changes were made. Choose for each attribute whose "
+                     "value is to stay; all others are applied."))
             .arg(breakableText(label)));
     text->setWordWrap(true);
     column->addWidget(text);
 
-    rows->setObjectName(QStringLiteral("conflictRows"));
-    rows->setAccessibleName(tr("Conflicts"));
-    rows->setRootIsDecorated(false);
-    rows->setUniformRowHeights(true);
-    rows->setAllColumnsShowFocus(true);
-    rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    rows->setHeaderLabels({tr("Attribute"), tr("Mine"), tr("In the File"), tr("Choice")});
+    setUpRows(isSave ? tr("In the File") : tr("Now"));
     addRows(backend, conflicts);
     column->addWidget(rows, 1);
 
@@ -74,6 +76,8 @@ ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel);
     save = buttons->button(QDialogButtonBox::Save);
+    if (!isSave)
+        save->setText(tr("&Apply"));
     save->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -83,6 +87,34 @@ ConflictDialog::ConflictDialog(const QString& backend, const QString& label,
     rows->selectAll();
     rows->setFocus();
     showState();
+}
+
+void ConflictDialog::setUpRows(const QString& theirsTitle)
+{
+    rows->setObjectName(QStringLiteral("conflictRows"));
+    rows->setAccessibleName(tr("Conflicts"));
+    rows->setRootIsDecorated(false);
+    rows->setAllColumnsShowFocus(true);
+    rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    rows->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    rows->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    rows->setHeaderLabels({tr("Attribute"), tr("Mine"), theirsTitle, tr("Choice")});
+    auto* const wrapping = new DifferenceDelegate(MineColumn, rows);
+    QHeaderView* const header = rows->header();
+    header->setStretchLastSection(false);
+    for (const int column : {PathColumn, MineColumn, TheirsColumn}) {
+        rows->setItemDelegateForColumn(column, wrapping);
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
+    }
+    // As wide as its texts, so that it is seen at any width of the window.
+    header->setSectionResizeMode(ChoiceColumn, QHeaderView::Fixed);
+    header->resizeSection(ChoiceColumn, std::max(header->sectionSizeHint(ChoiceColumn),
+                                                 fontMetrics().horizontalAdvance(tr("take theirs")) + 16));
+    auto* const wrapAnew = new QTimer(this); // once for all sections
+    wrapAnew->setSingleShot(true);
+    wrapAnew->setInterval(0);
+    connect(header, &QHeaderView::sectionResized, wrapAnew, [wrapAnew] { wrapAnew->start(); });
+    connect(wrapAnew, &QTimer::timeout, rows, &QTreeWidget::doItemsLayout);
 }
 
 void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange>& conflicts)
@@ -99,11 +131,6 @@ void ConflictDialog::addRows(const QString& backend, const QVector<UnsavedChange
         for (const int column : {PathColumn, MineColumn, TheirsColumn})
             row->setToolTip(column, toolTipText(row->text(column)));
     }
-    const int digit = fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    rows->header()->setStretchLastSection(true);
-    rows->setColumnWidth(PathColumn, digit * 32);
-    rows->setColumnWidth(MineColumn, digit * 18);
-    rows->setColumnWidth(TheirsColumn, digit * 18);
 }
 
 void ConflictDialog::choose(ConflictSide side)

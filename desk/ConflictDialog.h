@@ -13,8 +13,8 @@ class QTreeWidget;
 
 namespace Vantry {
 
-// Lets a person choose, attribute by attribute or for all at once, between what is open here and what another
-// program has put into the file. GUI thread.
+// Lets a person choose, attribute by attribute or for all at once, between what was edited here and what is
+// in its place now. GUI thread.
 class ConflictDialog : public QDialog
 {
     Q_OBJECT
@@ -23,14 +23,18 @@ public:
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
     using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
 
+    // Saving, where another program has changed the file; or putting kept changes into what is open.
+    enum class Purpose { Save, ApplyKept };
+
     // The conflicts of one backend; the label names it to people.
-    ConflictDialog(const QString& backend, const QString& label, const QVector<UnsavedChange>& conflicts,
-                   QWidget* parent);
+    ConflictDialog(Purpose purpose, const QString& backend, const QString& label,
+                   const QVector<UnsavedChange>& conflicts, QWidget* parent);
 
     // What was chosen for every path, once the dialog was accepted.
     QMap<QString, ConflictSide> getChoices() const;
 
 private:
+    void setUpRows(const QString& theirsTitle);
     void addRows(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void choose(ConflictSide side);
     void showState();

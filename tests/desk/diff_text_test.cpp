@@ -1,6 +1,8 @@
 #include "desk/DiffText.h"
+#include "desk/DifferenceDelegate.h"
 #include "tests/support/TestRun.h"
 
+using Vantry::DifferenceDelegate;
 using Vantry::DiffText;
 
 // A diff stays readable, and quick to show, whatever the size of the files.
@@ -38,6 +40,40 @@ private slots:
         QVERIFY2(lines[1].startsWith(QLatin1String("+...sss")) && lines[1].contains(QLatin1String("snewee")),
                  qPrintable(lines[1]));
         QVERIFY(lines[1].endsWith(QLatin1String("ee...")) && shown.size() < 3 * DiffText::longestLine);
+    }
+
+    void marksWhatDiffers_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("other");
+        QTest::addColumn<QString>("marked");
+        const auto row = [](const char* text, const char* other, const char* marked) {
+            QTest::addRow("'%s' beside '%s'", text, other)
+                << QString::fromLatin1(text) << QString::fromLatin1(other) << QString::fromLatin1(marked);
+        };
+        row("a b c", "a x c", "b");
+        row("a b c", "a c", "b ");
+        row("a c", "a b c", "");
+        row("aa", "aaa", "");
+        row("aaa", "aa", "a");
+        row("", "a", "");
+        row("a", "", "a");
+        row("same", "same", "");
+        const QString start(100'000, QLatin1Char('s'));
+        const QString old = QStringLiteral("old");
+        QTest::newRow("long") << start + old + start << start + QStringLiteral("new") + start << old;
+        QTest::newRow("longer") << start << start + old << QString();
+    }
+
+    // Shown is as much as a person reads.
+    void marksWhatDiffers()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, other);
+        const DifferenceDelegate::Shown shown = DifferenceDelegate::compare(text, other);
+        QTEST(shown.text.mid(shown.begin, shown.length), "marked");
+        QVERIFY(shown.text.size() <= 700 && shown.begin <= shown.text.size());
+        QVERIFY(text.size() > 700 || shown.text == text);
     }
 };
 
