@@ -2,6 +2,7 @@
 
 #include "desk/CellEdit.h"
 #include "desk/ConflictDialog.h"
+#include "desk/FileNames.h"
 #include "desk/KeptChanges.h"
 #include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
@@ -11,6 +12,7 @@
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QPushButton>
 
 #include <algorithm>
@@ -38,17 +40,37 @@ QStringList BackendFiles::getUnsaved()
     return unsaved.getNames();
 }
 
-QString BackendFiles::getFileName(const QString& backend) const
+QString BackendFiles::getLocation(const QString& backend) const
 {
     const auto information = repository->getBackendInterface()->getBackendInformation(backend);
-    const QString file = information ? QFileInfo(information->getBackendLocation()).fileName() : QString();
-    return file.isEmpty() ? backend : file;
+    const QString location = information ? information->getBackendLocation() : QString();
+    return location.isEmpty() ? backend : location;
 }
 
-QString BackendFiles::getLabel(const QString& backend) const
+QStringList BackendFiles::getFileNames(const QStringList& backends) const
 {
-    const QString file = getFileName(backend);
-    return file == backend ? backend : QStringLiteral("%1 (%2)").arg(file, backend);
+    const QStringList all = getBackends();
+    QStringList locations;
+    for (const QString& backend : all)
+        locations.append(getLocation(backend));
+    const QStringList distinct = distinctFileNames(locations);
+    QHash<QString, QString> namesByBackend;
+    for (int number = 0; number < all.size(); ++number)
+        namesByBackend.insert(all[number], distinct[number]);
+    QStringList names;
+    for (const QString& backend : backends)
+        names.append(namesByBackend.value(backend, backend));
+    return names;
+}
+
+QStringList BackendFiles::getLabels(const QStringList& backends) const
+{
+    QStringList labels = getFileNames(backends);
+    for (int number = 0; number < backends.size(); ++number) {
+        if (labels[number] != backends[number])
+            labels[number] = QStringLiteral("%1 (%2)").arg(labels[number], backends[number]);
+    }
+    return labels;
 }
 
 bool BackendFiles::save(const QStringList& backends)
@@ -115,12 +137,9 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
 
 void BackendFiles::revert(const QStringList& backends)
 {
-    QStringList labels;
-    for (const QString& backend : backends)
-        labels.append(getLabel(backend));
     PlainMessageBox question(PlainMessageBox::Question, tr("Revert"),
                              tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
-                                 .arg(labels.join(QLatin1Char('\n'))),
+                                 .arg(getLabels(backends).join(QLatin1Char('\n'))),
                              PlainMessageBox::Cancel, &window);
     const QAbstractButton* const revert = question.addButton(tr("&Revert"), PlainMessageBox::AcceptRole);
     question.exec();
@@ -155,19 +174,35 @@ void BackendFiles::reload(const QStringList& backends)
         warn(tr("Not Reloaded"), listener.getReasons());
 }
 
-void BackendFiles::close(const QString& backend)
+void BackendFiles::close(const QStringList& backends)
 {
+    QStringList edited = getUnsaved();
+    edited.erase(std::remove_if(edited.begin(), edited.end(),
+                                [&backends](const QString& backend) { return !backends.contains(backend); }),
+                 edited.end());
     Fate fate = Fate::Safe;
-    if (getUnsaved().contains(backend))
-        fate = settle(
-            {backend},
-            tr("%1 holds changes that are not saved. Save them before it is closed?").arg(getLabel(backend)));
+    if (edited.size() == 1)
+        fate = settle(edited, tr("%1 holds changes that are not saved. Save them before it is closed?")
+                                  .arg(getLabel(edited.first())));
+    else if (!edited.isEmpty())
+        fate =
+            settle(edited, tr("%1 files hold changes that are not saved. Save them before they are closed?")
+                               .arg(edited.size()));
     if (fate == Fate::Kept)
         return;
     const RefusalListener listener;
-    if (!repository->getBackendInterface()->closeBackend(backend, fate == Fate::Discarded))
-        warn(tr("Not Closed"), listener.getReasons());
+    bool areAllClosed = true;
+    {
+        const WaitCursor cursor;
+        for (const QString& backend : backends) {
+            const bool isDiscarded = fate == Fate::Discarded && edited.contains(backend);
+            areAllClosed =
+                repository->getBackendInterface()->closeBackend(backend, isDiscarded) && areAllClosed;
+        }
+    }
     unsaved.look();
+    if (!areAllClosed)
+        warn(tr("Not Closed"), listener.getReasons());
 }
 
 bool BackendFiles::mayBeLost()
@@ -196,7 +231,8 @@ void BackendFiles::keepUnsaved()
             tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
         QString error;
         const QString place =
-            diff.isEmpty() ? QString() : KeptChanges::keep(getFileName(backend), diff, error);
+            diff.isEmpty() ? QString()
+                           : KeptChanges::keep(QFileInfo(getLocation(backend)).fileName(), diff, error);
         if (!place.isEmpty())
             text += tr(". They are kept in %1").arg(place);
         else if (!error.isEmpty())
@@ -208,8 +244,9 @@ void BackendFiles::keepUnsaved()
 BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)
 {
     std::vector<UnsavedChangesDialog::Edited> edited;
-    for (const QString& backend : unsavedBackends)
-        edited.push_back({backend, getLabel(backend)});
+    const QStringList labels = getLabels(unsavedBackends);
+    for (int number = 0; number < labels.size(); ++number)
+        edited.push_back({unsavedBackends[number], labels[number]});
     UnsavedChangesDialog dialog(question, edited, repository->getChangesInterface(), &window);
     switch (dialog.ask()) {
     case UnsavedChangesDialog::Answer::Save:

@@ -27,16 +27,20 @@ public:
     QStringList getUnsaved(); // as of now, with what is being typed into a cell
     Utilities::UnsavedBackends& getWatch() { return unsaved; }
 
-    // The backend's file without its folder, and what tells the backend from others; for people.
-    QString getFileName(const QString& backend) const;
-    QString getLabel(const QString& backend) const;
+    // For people: the backend's file with as much of its folder as tells it from the others that are open,
+    // that with the backend's name, and its whole path. One after the other for the backends.
+    QStringList getFileNames(const QStringList& backends) const;
+    QString getFileName(const QString& backend) const { return getFileNames({backend}).first(); }
+    QStringList getLabels(const QStringList& backends) const;
+    QString getLabel(const QString& backend) const { return getLabels({backend}).first(); }
+    QString getLocation(const QString& backend) const;
 
     // True when all are saved.
     bool save(const QStringList& backends);
 
     void revert(const QStringList& backends);
     void reload(const QStringList& backends);
-    void close(const QString& backend);
+    void close(const QStringList& backends);
 
     // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
     bool mayBeLost();

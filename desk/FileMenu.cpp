@@ -1,22 +1,25 @@
 #include "desk/FileMenu.h"
 
+#include "desk/BackendChooser.h"
 #include "desk/BackendFiles.h"
 #include "desk/MenuText.h"
 #include "desk/RecentFiles.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace Vantry {
 
 namespace {
 
-// The user's own folder is written short.
-QString shownPath(const QString& file)
+// The key works under every platform theme, some of which have none of their own.
+void setKeys(QAction& action, QKeySequence::StandardKey standard, const QKeySequence& key)
 {
-    const QString home = QDir::homePath() + QLatin1Char('/');
-    return menuText(file.startsWith(home) ? QLatin1String("~/") + file.mid(home.size()) : file);
+    QList<QKeySequence> keys = QKeySequence::keyBindings(standard);
+    keys.removeAll(key);
+    keys.prepend(key);
+    action.setShortcuts(keys);
 }
 
 } // namespace
@@ -39,12 +42,16 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
     addBackendMenu(
         tr("R&evert"), "revertFile", edited, [this](const QStringList& names) { files.revert(names); },
         tr("&All of Them"));
-    addAction(
-        tr("Re&load from Disk"), this, [this] { files.reload(files.getBackends()); }, QKeySequence::Refresh);
-    addBackendMenu(tr("&Close"), "closeFile", all,
-                   [this](const QStringList& names) { files.close(names.first()); });
+    QAction* const reload =
+        addAction(tr("Re&load from Disk"), this, [this] { files.reload(files.getBackends()); });
+    const auto close = [this](const QStringList& names) { files.close(names); };
+    addBackendMenu(tr("&Close"), "closeFile", all, close);
+    QAction* const closeAll = addAction(tr("Close &All"), this, [this] { files.close(files.getBackends()); });
+    connect(this, &QMenu::aboutToShow, closeAll, [closeAll, all] { closeAll->setEnabled(!all().isEmpty()); });
     addSeparator();
-    addAction(tr("&Quit"), this, &FileMenu::quitRequested, QKeySequence::Quit);
+    QAction* const quit = addAction(tr("&Quit"), this, &FileMenu::quitRequested);
+    setKeys(*reload, QKeySequence::Refresh, Qt::Key_F5);
+    setKeys(*quit, QKeySequence::Quit, Qt::CTRL + Qt::Key_Q);
 }
 
 // A menu with an entry for each of the backends, and where there is a text for it, one for several at once.
@@ -55,17 +62,44 @@ void FileMenu::addBackendMenu(const QString& title, const char* name, const Back
     menu->setObjectName(QLatin1String(name));
     addMenu(menu);
     connect(this, &QMenu::aboutToShow, menu, [menu, backends] { menu->setEnabled(!backends().isEmpty()); });
-    connect(menu, &QMenu::aboutToShow, menu, [this, menu, backends, action, allText] {
-        menu->clear();
-        const QStringList names = backends();
-        for (const QString& backend : names)
-            menu->addAction(menuText(files.getLabel(backend)), menu,
-                            [action, backend] { action({backend}); });
-        if (names.size() > 1 && !allText.isEmpty()) {
-            menu->addSeparator();
-            menu->addAction(allText, menu, [action, names] { action(names); });
-        }
-    });
+    menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToShow, menu,
+            [this, menu, backends, action, allText] { fillBackendMenu(*menu, backends(), action, allText); });
+}
+
+void FileMenu::fillBackendMenu(QMenu& menu, const QStringList& backends, const BackendAction& action,
+                               const QString& allText)
+{
+    constexpr int mostEntries = 20;
+    constexpr int fewestToChoose = 4;
+    menu.clear();
+    const QStringList shown = backends.mid(0, mostEntries);
+    const QStringList labels = files.getLabels(shown);
+    for (int number = 0; number < shown.size(); ++number) {
+        const QString& backend = shown[number];
+        QAction* const entry =
+            menu.addAction(menuText(labels[number]), &menu, [action, backend] { action({backend}); });
+        entry->setToolTip(Utilities::ModelViews::toolTipText(files.getLocation(backend)));
+    }
+    if (backends.size() < 2)
+        return;
+    menu.addSeparator();
+    if (backends.size() >= fewestToChoose) {
+        const QString text = tr("C&hoose among %1...").arg(backends.size());
+        menu.addAction(text, &menu, [this, verb = menu.title(), backends, action] {
+            chooseBackends(verb, backends, action);
+        });
+    }
+    if (!allText.isEmpty())
+        menu.addAction(allText, &menu, [action, backends] { action(backends); });
+}
+
+void FileMenu::chooseBackends(const QString& verb, const QStringList& backends, BackendAction action)
+{
+    BackendChooser chooser(verb, files, backends, parentWidget());
+
+    if (chooser.exec() == QDialog::Accepted)
+        action(chooser.getChosen());
 }
 
 void FileMenu::chooseFiles()
@@ -87,7 +121,8 @@ void FileMenu::fillRecent()
     int number = 0;
     for (const QString& file : known) {
         const bool isThere = QFileInfo::exists(file);
-        QString text = QStringLiteral("&%1 %2").arg(++number % 10).arg(shownPath(file));
+        QString text =
+            QStringLiteral("&%1 %2").arg(++number % 10).arg(menuText(RecentFiles::shownPath(file)));
         if (!isThere)
             text = tr("%1 (missing)").arg(text);
         QAction* const open = recent->addAction(text, this, [this, file] { emit openRequested({file}); });

@@ -17,6 +17,9 @@ public:
     // The files outlive the menu.
     explicit FileMenu(BackendFiles& files, QWidget* parent = nullptr);
 
+    // Asks which files to open.
+    void chooseFiles();
+
 signals:
     void openRequested(const QStringList& files);
     void quitRequested();
@@ -27,7 +30,9 @@ private:
 
     void addBackendMenu(const QString& title, const char* name, const Backends& backends,
                         const BackendAction& action, const QString& allText = {});
-    void chooseFiles();
+    void fillBackendMenu(QMenu& menu, const QStringList& backends, const BackendAction& action,
+                         const QString& allText);
+    void chooseBackends(const QString& verb, const QStringList& backends, BackendAction action);
     void fillRecent();
 
     BackendFiles& files;

@@ -6,6 +6,7 @@
 #include "repository/FileFormat.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QPointer>
 
 namespace Vantry {
@@ -25,8 +26,30 @@ QString reasonIn(const RefusalListener& listener, const QString& fallback)
     return reasons.isEmpty() ? fallback : reasons.join(QLatin1Char('\n'));
 }
 
+// The same for all paths that lead to a file.
+QString identityOf(const QString& file)
+{
+    const QFileInfo info(file);
+    return info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+}
+
+// The backends by the identities of their files.
+QHash<QString, QString> openFiles(FileMounter::Repository& repository)
+{
+    QHash<QString, QString> open;
+    const auto backends = repository.getBackendInterface();
+    const QStringList names = backends->getBackendNames();
+    for (const QString& name : names) {
+        const auto information = backends->getBackendInformation(name);
+        const QString file = information ? information->getBackendLocation() : QString();
+        if (!file.isEmpty())
+            open.insert(identityOf(file), name);
+    }
+    return open;
+}
+
 // Empty when the file was opened, otherwise why it was not.
-QString mountFile(const QString& file, FileMounter::Repository& repository)
+QString mountFile(const QString& file, const QString& name, FileMounter::Repository& repository)
 {
     const QFileInfo info(file);
     if (!info.exists())
@@ -45,8 +68,7 @@ QString mountFile(const QString& file, FileMounter::Repository& repository)
     const RefusalListener listener;
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
     const bool created = repository.getBackendInterface()->createBackend(
-        type, FileMounter::mountName(file, repository), {info.absoluteFilePath(), info.fileName(), access},
-        2);
+        type, name, {info.absoluteFilePath(), info.absoluteFilePath(), access}, 2);
     return created ? QString() : reasonIn(listener, QStringLiteral("%1: it was refused").arg(file));
 }
 
@@ -67,17 +89,26 @@ FileMounter::Result mountFiles(const QStringList& files,
                                const std::shared_ptr<FileMounter::Repository>& repository)
 {
     FileMounter::Result result;
+    QHash<QString, QString> open = openFiles(*repository);
     for (const QString& file : files) {
+        const QString identity = identityOf(file);
+        if (open.contains(identity)) {
+            result.openBefore.append(open[identity]);
+            continue;
+        }
+        const QString name = FileMounter::mountName(file, *repository);
         QString problem;
         try {
-            problem = mountFile(file, *repository);
+            problem = mountFile(file, name, *repository);
         } catch (...) {
             problem = refusalOf(file, Utilities::currentFailure());
         }
-        if (problem.isEmpty())
+        if (problem.isEmpty()) {
             result.opened.append(file);
-        else
+            open.insert(identity, name);
+        } else {
             result.problems.append(problem);
+        }
     }
     return result;
 }
@@ -155,6 +186,11 @@ FileMounter::Result FileMounter::takeResult()
     } catch (...) {
         return refusalOf(opening, Utilities::currentFailure());
     }
+}
+
+QString FileMounter::backendOf(const QString& file, Repository& repository)
+{
+    return openFiles(repository).value(identityOf(file));
 }
 
 QString FileMounter::mountName(const QString& file, Repository& repository)

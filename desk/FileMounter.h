@@ -22,12 +22,16 @@ public:
 
     struct Result
     {
-        QStringList opened;   // files
-        QStringList problems; // one text for each file that was not opened: its name and the reason
+        QStringList opened;     // files
+        QStringList openBefore; // names of the backends whose files were given, but are open already
+        QStringList problems;   // one text for each file that was not opened: its name and the reason
     };
 
     explicit FileMounter(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
     ~FileMounter() override; // waits for the files that are being opened
+
+    // The backend whose file this is, by whatever path; empty when it is not open. Any thread.
+    static QString backendOf(const QString& file, Repository& repository);
 
     // Opens the files one after the other; those given meanwhile follow. A file that takes more memory than
     // there is, is a problem of that file; without a thread to open them on, all given ones are problems.

@@ -2,6 +2,7 @@
 
 #include "desk/EditMenu.h"
 #include "desk/FailureHint.h"
+#include "desk/FileDrops.h"
 #include "desk/FileMenu.h"
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
@@ -12,21 +13,19 @@
 #include "desk/NoticeBar.h"
 #include "desk/PluginDock.h"
 #include "desk/RecentFiles.h"
+#include "desk/TreeSelection.h"
 #include "desk/WindowMemory.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
-#include <QUrl>
 #include <QVBoxLayout>
 
 namespace Vantry {
@@ -34,17 +33,6 @@ namespace Vantry {
 namespace {
 
 const QLatin1String attributesPage("attributes");
-
-QStringList localFiles(const QMimeData& data)
-{
-    QStringList files;
-    const auto urls = data.urls();
-    for (const QUrl& url : urls) {
-        if (url.isLocalFile())
-            files.append(url.toLocalFile());
-    }
-    return files;
-}
 
 } // namespace
 
@@ -56,11 +44,11 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     setObjectName(QStringLiteral("mainWindow"));
     if (const auto history = repository->getHistoryInterface())
         history->recordThisThread();
-    setAcceptDrops(true);
     resize(QSize(1100, 720).boundedTo(screen()->availableSize()));
     setUpAreas();
     setUpStatusBar();
     setUpMenus();
+    connect(new FileDrops(*this), &FileDrops::dropped, this, &MainWindow::openFiles);
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
     connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
@@ -215,6 +203,18 @@ void MainWindow::showResult(const FileMounter::Result& result)
     RecentFiles::add(result.opened);
     notices->addNotices(result.problems);
     files.getWatch().look();
+    if (!result.openBefore.isEmpty())
+        selectBackend(result.openBefore.last());
+}
+
+void MainWindow::selectBackend(const QString& backend)
+{
+    for (const auto& application : applications.getApplications()) {
+        if (application.main && selectInTree(*application.main, backend))
+            return;
+    }
+    notices->addNotices(
+        {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
 }
 
 // What the window and its menus say of the open files.
@@ -227,10 +227,7 @@ void MainWindow::showFiles()
         return;
     shownBackends = backends;
     constexpr int mostNames = 3;
-    QStringList names;
-    for (const QString& backend : backends.mid(0, mostNames))
-        names.append(files.getFileName(backend));
-    QString title = names.join(QStringLiteral(", "));
+    QString title = files.getFileNames(backends.mid(0, mostNames)).join(QStringLiteral(", "));
     if (backends.size() > mostNames)
         title = tr("%1 and %2 more").arg(title, QString::number(backends.size() - mostNames));
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
@@ -289,18 +286,6 @@ void MainWindow::closeEvent(QCloseEvent* event)
     using Utilities::ApplicationPlugins::ApplicationPluginController;
     applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
     QMainWindow::closeEvent(event);
-}
-
-void MainWindow::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (!localFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
-}
-
-void MainWindow::dropEvent(QDropEvent* event)
-{
-    openFiles(localFiles(*event->mimeData()));
-    event->acceptProposedAction();
 }
 
 } // namespace Vantry

@@ -50,8 +50,6 @@ protected:
     bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
 
 private:
     void setUpAreas();
@@ -62,6 +60,7 @@ private:
     void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
     void showResult(const FileMounter::Result& result);
+    void selectBackend(const QString& backend);
     void showFiles();
     void showAbout();
 

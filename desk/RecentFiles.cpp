@@ -1,5 +1,6 @@
 #include "desk/RecentFiles.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSettings>
 
@@ -32,6 +33,12 @@ void RecentFiles::add(const QStringList& files)
 void RecentFiles::clear()
 {
     QSettings().remove(filesKey);
+}
+
+QString RecentFiles::shownPath(const QString& file)
+{
+    const QString home = QDir::homePath() + QLatin1Char('/');
+    return file.startsWith(home) ? QLatin1String("~/") + file.mid(home.size()) : file;
 }
 
 } // namespace Vantry

@@ -13,6 +13,9 @@ public:
 
     static void add(const QStringList& files);
     static void clear();
+
+    // The path for people: the user's own folder is written short.
+    static QString shownPath(const QString& file);
 };
 
 } // namespace Vantry

@@ -1,8 +1,10 @@
 #include "desk/FileMounter.h"
+#include "desk/FileNames.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "tests/support/Unprivileged.h"
 
 #include <QCoreApplication>
@@ -105,6 +107,26 @@ private slots:
                               QStringLiteral("x-2-2")}));
     }
 
+    void namesFilesByTheirFolders_data()
+    {
+        QTest::addColumn<QStringList>("paths");
+        QTest::addColumn<QStringList>("names");
+        const auto row = [](const char* paths, const char* names) {
+            QTest::newRow(paths) << TestSupport::words(paths) << TestSupport::words(names);
+        };
+        row("/a/x.ini /a/y.ini", "x.ini y.ini");
+        row("/a/x.ini /b/y.ini /b/x.ini", "a/x.ini y.ini b/x.ini");
+        row("/a/c/x.ini /b/c/x.ini /b/d/x.ini", "a/c/x.ini b/c/x.ini d/x.ini");
+        row("/x.ini /b/x.ini /b/b/x.ini", "/x.ini /b/x.ini b/b/x.ini");
+        row("/x.ini /x.ini x", "/x.ini /x.ini x");
+    }
+
+    void namesFilesByTheirFolders()
+    {
+        QFETCH(QStringList, paths);
+        QTEST(Vantry::distinctFileNames(paths), "names");
+    }
+
     void tellsWhatCannotBeOpened_data()
     {
         QTest::addColumn<QString>("name");
@@ -153,13 +175,20 @@ private slots:
             QVERIFY2(problem.contains(part), qPrintable(problem));
     }
 
-    void refusesAFileThatIsOpen()
+    // Whatever path leads to it.
+    void tellsWhichFilesAreOpenBefore()
     {
         const QString file = write(QStringLiteral("a.ini"), "k = 1\n");
-        const FileMounter::Result result = mount({file, file});
+        const QString link = inFolder(QStringLiteral("link.ini"));
+        QVERIFY(QFile::link(file, link));
+        const FileMounter::Result result = mount(
+            {file,
+             inFolder(QStringLiteral("../")) + QFileInfo(folder->path()).fileName() + QLatin1String("/a.ini"),
+             link});
         QCOMPARE(result.opened, QStringList(file));
-        QCOMPARE(result.problems.size(), 1);
-        QVERIFY2(result.problems.first().contains(file), qPrintable(result.problems.first()));
+        QCOMPARE(result.openBefore, (QStringList{QStringLiteral("a"), QStringLiteral("a")}));
+        QCOMPARE(result.problems, QStringList());
+        QCOMPARE(mount({link}).openBefore, QStringList(QStringLiteral("a")));
     }
 
     void opensWhatCannotBeWrittenForReading()

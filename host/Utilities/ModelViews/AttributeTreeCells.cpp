@@ -32,6 +32,7 @@ QIcon loadIcon(const QString& name)
 void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface>& repository)
 {
     reader = repository ? repository->getReaderInterface() : nullptr;
+    backends = repository ? repository->getBackendInterface() : nullptr;
     validations = repository ? repository->getValidationInterface() : nullptr;
     tree = repository ? repository->getTreeInterface() : nullptr;
 }
@@ -186,10 +187,14 @@ QString AttributeTreeCells::toolTip(const QString& path) const
     const QStringList attached = validations ? validations->getValidationsOf(path) : QStringList();
     if (!attached.isEmpty())
         lines.append(tr("Validations: %1").arg(attached.join(QStringLiteral(", "))));
-    if (isBackendRoot(path))
+    if (isBackendRoot(path)) {
         lines.append(tr("Root of the backend: %1").arg(information.backend));
-    else if (!information.backend.isEmpty())
+        const auto root = backends ? backends->getBackendInformation(information.backend) : nullptr;
+        if (root && !root->getBackendLocation().isEmpty())
+            lines.append(tr("File: %1").arg(root->getBackendLocation()));
+    } else if (!information.backend.isEmpty()) {
         lines.append(tr("Backend: %1").arg(information.backend));
+    }
     if (isUnsavedRoot(path))
         lines.append(tr("Holds changes that are not saved"));
     return toolTipText(lines.join(QLatin1Char('\n')));

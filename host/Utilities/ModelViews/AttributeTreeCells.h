@@ -49,6 +49,7 @@ private:
 
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInterface> backends;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface> validations;
     QStringList backendNames;
     QStringList backendPaths;
