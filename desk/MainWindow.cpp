@@ -1,6 +1,7 @@
 #include "desk/MainWindow.h"
 
 #include "desk/EditMenu.h"
+#include "desk/ExampleFiles.h"
 #include "desk/FailureHint.h"
 #include "desk/FileDrops.h"
 #include "desk/FileMenu.h"
@@ -13,6 +14,7 @@
 #include "desk/NoticeBar.h"
 #include "desk/PluginDock.h"
 #include "desk/RecentFiles.h"
+#include "desk/StartPage.h"
 #include "desk/TreeSelection.h"
 #include "desk/WindowMemory.h"
 
@@ -27,6 +29,8 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace Vantry {
 
@@ -99,7 +103,7 @@ void MainWindow::setUpStatusBar()
 
 void MainWindow::setUpMenus()
 {
-    auto* const file = new FileMenu(files, this);
+    file = new FileMenu(files, this);
     menuBar()->addMenu(file);
     connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
@@ -141,7 +145,7 @@ void MainWindow::addApplications()
     }
     if (!applications.getApplications().empty())
         setWindowIcon(applications.getApplications().front().icon);
-    if (workArea->count() == 0)
+    if (applications.getApplications().empty())
         notices->addNotices(
             {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
 }
@@ -165,12 +169,52 @@ void MainWindow::showApplication(const QString& identification)
 
 void MainWindow::showFirstPages(bool hasFiles)
 {
+    bool isAnyShown = hasFiles;
     for (const auto& application : applications.getApplications()) {
         const QString& identification = application.identification;
         const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
-        if (!page.isEmpty())
-            applications.setPage(identification, page);
+        if (page.isEmpty() || (!hasFiles && page == attributesPage))
+            continue;
+        applications.setPage(identification, page);
+        isAnyShown = true;
     }
+    if (!isAnyShown && !applications.getApplications().empty())
+        showStartPage();
+}
+
+bool MainWindow::areFilesShown() const
+{
+    const auto& shown = applications.getApplications();
+    return std::any_of(shown.begin(), shown.end(), [this](const auto& application) {
+        return application.main == workArea->currentWidget() &&
+               applications.getPage(application.identification) == attributesPage;
+    });
+}
+
+void MainWindow::showStartPage()
+{
+    if (!startPage) {
+        startPage = new StartPage;
+        workArea->addWidget(startPage);
+        connect(startPage, &StartPage::chooseRequested, file, &FileMenu::chooseFiles);
+        connect(startPage, &StartPage::openRequested, this, &MainWindow::openFiles);
+        connect(startPage, &StartPage::exampleRequested, this, &MainWindow::openExample);
+    }
+    startPage->refresh();
+    workArea->setCurrentWidget(startPage);
+    for (const auto& application : applications.getApplications()) {
+        if (application.control)
+            FlatButtons::markPage(*application.control, {});
+    }
+}
+
+void MainWindow::openExample()
+{
+    QString error;
+    const QStringList example = ExampleFiles::make(error);
+    if (!error.isEmpty())
+        notices->addNotices({tr("The example was not opened: %1").arg(error)});
+    openFiles(example);
 }
 
 void MainWindow::openFiles(const QStringList& names)
@@ -225,6 +269,8 @@ void MainWindow::showFiles()
     const QStringList backends = files.getBackends();
     if (backends == shownBackends)
         return;
+    if (backends.isEmpty() && areFilesShown())
+        showStartPage();
     shownBackends = backends;
     constexpr int mostNames = 3;
     QString title = files.getFileNames(backends.mid(0, mostNames)).join(QStringLiteral(", "));

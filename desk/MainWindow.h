@@ -14,10 +14,12 @@ class QStackedWidget;
 namespace Vantry {
 
 class EditMenu;
+class FileMenu;
 class LogDock;
 class NavigationArea;
 class NoticeBar;
 class PluginDock;
+class StartPage;
 
 // The window: what applications there are on the left, the work area of the chosen one on the right, and
 // above it what could not be opened. GUI thread.
@@ -28,7 +30,8 @@ class MainWindow : public QMainWindow
 public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
-    // The loader outlives the window. Without files the window opens on the page that was shown last.
+    // The loader outlives the window. Without files the window opens on the page that was shown last, or
+    // where that would show files, on the start page.
     MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
     ~MainWindow() override;
 
@@ -59,6 +62,9 @@ private:
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
+    bool areFilesShown() const;
+    void showStartPage();
+    void openExample();
     void showResult(const FileMounter::Result& result);
     void selectBackend(const QString& backend);
     void showFiles();
@@ -74,10 +80,12 @@ private:
 
     // Owned by the window as their Qt parent.
     QSplitter* areas = nullptr;
+    FileMenu* file = nullptr;
     EditMenu* edit = nullptr;
     NavigationArea* navigation = nullptr;
     NoticeBar* notices = nullptr;
     QStackedWidget* workArea = nullptr;
+    StartPage* startPage = nullptr;
     PluginDock* plugins = nullptr;
     LogDock* log = nullptr;
 

@@ -6,9 +6,11 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QCommandLinkButton>
 #include <QDir>
 #include <QDockWidget>
-#include <QDropEvent>
+#include <QDrag>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -16,10 +18,13 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
+#include <QStandardPaths>
+#include <QTableView>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QTreeView>
 #include <QTreeWidget>
+#include <QUrl>
 #include <QWindow>
 
 using TestSupport::RunningDesk;
@@ -54,6 +59,30 @@ private:
     const RunningDesk& desk;
 };
 
+// A window from which a file, or whatever the URL names, is dragged.
+class DragSource : public QWidget
+{
+public:
+    explicit DragSource(const QUrl& draggedUrl) : url(draggedUrl) {}
+
+    int result = -1; // of the drag
+
+protected:
+    void mouseMoveEvent(QMouseEvent*) override
+    {
+        if (result >= 0)
+            return;
+        auto* const urls = new QMimeData;
+        urls->setUrls({url});
+        auto* const drag = new QDrag(this); // deletes itself
+        drag->setMimeData(urls);
+        result = drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::MoveAction);
+    }
+
+private:
+    const QUrl url;
+};
+
 void clickItem(QTreeView& tree, const QModelIndex& item)
 {
     tree.scrollTo(item);
@@ -76,11 +105,41 @@ private slots:
         folder.reset();
     }
 
-    void opensOnTheWarningPage()
+    void opensOnTheStartPage()
+    {
+        QDir examples(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                      QLatin1String("/vantry/example"));
+        examples.removeRecursively();
+        open({});
+        QVERIFY(desk->part<QWidget>("startPage")->isVisible());
+        QTest::mouseClick(desk->part<QPushButton>("startExample"), Qt::LeftButton);
+        QTRY_VERIFY(desk->part<QTreeView>("treeView")->isVisible());
+        QTRY_VERIFY(desk->item(QStringLiteral("recipe")).isValid());
+        QVERIFY(QFileInfo(examples.filePath(QStringLiteral("bench.json"))).isWritable());
+
+        for (const char* key : {"alt+f", "a"}) // closes all
+            QVERIFY(TestSupport::pressKey(QLatin1String(key)));
+        QTRY_VERIFY(desk->part<QWidget>("startPage")->isVisible());
+        const auto recent = desk->part<QWidget>("startPage")->findChildren<QCommandLinkButton*>();
+        QCOMPARE(recent.size(), 2 + 4);
+        QVERIFY(TestSupport::click(*recent.last(), recent.last()->rect().center()));
+        QTRY_VERIFY(desk->item(QStringLiteral("bench.stations")).isValid());
+        QTRY_VERIFY(desk->part<QTreeView>("treeView")->isVisible());
+        QVERIFY(TestSupport::click(*desk->navigationButton("btnBackends"), QPoint(20, 10)));
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageBackends"));
+        for (const char* key : {"alt+f", "a"})
+            QVERIFY(TestSupport::pressKey(QLatin1String(key)));
+        QTRY_VERIFY(!desk->item(QStringLiteral("bench")).isValid());
+        QVERIFY(desk->part<QWidget>("pageBackends")->isVisible()); // which somebody has chosen
+        examples.removeRecursively();
+    }
+
+    void showsTheWarningPageOfAnUnknownMode()
     {
         open({});
-        QCOMPARE(desk->shownPage(), QStringLiteral("pageUnknown"));
-        QVERIFY(desk->part<QLabel>("labelWarning")->isVisible());
+        desk->repository->getWriterInterface()->createAttribute(QStringLiteral("desk.instances.Vantry.state"),
+                                                                QStringLiteral("nothing"), 2, 3);
+        QTRY_VERIFY(desk->part<QLabel>("labelWarning")->isVisible());
         for (const char* name : {"btnSelectAttributes", "btnSelectBackends", "btnTests"})
             QVERIFY(desk->part<QWidget>("pageUnknown")
                         ->findChild<QPushButton*>(QLatin1String(name))
@@ -99,7 +158,7 @@ private slots:
         for (const auto& [button, page] : pages) {
             QVERIFY(TestSupport::click(*desk->navigationButton(button), QPoint(20, 10)));
             QTRY_COMPARE(desk->shownPage(), QLatin1String(page));
-            QVERIFY(desk->part<QWidget>(page)->isVisible());
+            QTRY_VERIFY(desk->part<QWidget>(page)->isVisible());
         }
     }
 
@@ -192,7 +251,8 @@ private slots:
             QStringLiteral("Name : open\nPath : plant.cell.valve.open\nData Type : bool\nValue : true"));
         clickItem(*desk->tree, desk->item(QStringLiteral("plant")));
         QTRY_COMPARE(details->toPlainText(), QStringLiteral("Backend Name : plant\nBackend Type : json\n"
-                                                            "Backend Description : plant.json"));
+                                                            "Backend Description : ") +
+                                                 folder->path("plant.json"));
     }
 
     void tellsWhichFilesAreNotOpen()
@@ -212,38 +272,54 @@ private slots:
         QVERIFY(!bar->isVisible());
 
         // What comes later is told alone.
-        desk->window->openFiles({folder->path("plant.json")});
+        desk->window->openFiles({folder->path("none.ini")});
         QTRY_VERIFY(bar->isVisible());
         QVERIFY(!desk->part<QLabel>("noticeText")->text().contains(QLatin1String("broken")));
     }
 
+    void selectsAFileThatIsOpen()
+    {
+        open({folder->path("plant.json"), folder->path("limits.ini")});
+        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
+        clickItem(*desk->tree, desk->item(QStringLiteral("limits")));
+        desk->window->openFiles({folder->path("plant.json")});
+        QTRY_COMPARE(desk->tree->currentIndex(), desk->item(QStringLiteral("plant")));
+        QVERIFY(desk->part<QTextBrowser>("txtAttributeDetails")
+                    ->toPlainText()
+                    .startsWith(QLatin1String("Backend Name : plant\n")));
+        QVERIFY(!desk->part<QWidget>("noticeBar")->isVisible());
+    }
+
     void takesDroppedFiles_data()
     {
-        QTest::addColumn<QString>("url"); // of the plant's file when empty
+        QTest::addColumn<QString>("target");
+        QTest::addColumn<QString>("dragged"); // a file, or something else
         QTest::addColumn<bool>("isTaken");
-        QTest::newRow("file") << QString() << true;
-        QTest::newRow("page of the web") << QStringLiteral("https://localhost/plant.json") << false;
+        for (const char* target :
+             {"treeView", "appConfigDataAccessWidget", "edtSearchPath", "navigationArea"})
+            QTest::newRow(target) << QString::fromLatin1(target) << QStringLiteral("limits.ini") << true;
+        QTest::newRow("page of the web")
+            << QStringLiteral("treeView") << QStringLiteral("https://localhost/limits.ini") << false;
     }
 
     void takesDroppedFiles()
     {
-        open({});
-        QFETCH(QString, url);
+        QFETCH(QString, target);
+        QFETCH(QString, dragged);
         QFETCH(bool, isTaken);
-        QMimeData data;
-        data.setUrls({url.isEmpty() ? QUrl::fromLocalFile(folder->path("plant.json")) : QUrl(url),
-                      QUrl::fromLocalFile(isTaken ? folder->path("limits.ini") : QString())});
-        QDragEnterEvent enter({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.ignore();
-        QApplication::sendEvent(desk->window.get(), &enter);
-        QCOMPARE(enter.isAccepted(), isTaken);
-        if (!isTaken)
-            return;
-        QDropEvent drop({300, 300}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(desk->window.get(), &drop);
-        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
-        QVERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
-        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        openPlant();
+        const bool isFile = !dragged.contains(QLatin1String("://"));
+        DragSource source(isFile ? QUrl::fromLocalFile(folder->path(qPrintable(dragged))) : QUrl(dragged));
+        source.setGeometry(desk->window->frameGeometry().right() + 20, 50, 80, 80);
+        source.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&source));
+        const auto& place = *desk->part<QWidget>(qPrintable(target));
+        QVERIFY(TestSupport::drag(source, {40, 40}, place, place.rect().center()));
+        QTRY_COMPARE(source.result, isTaken ? int(Qt::CopyAction) : int(Qt::IgnoreAction));
+        if (isTaken)
+            QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
+        QCOMPARE(desk->part<QLineEdit>("edtSearchPath")->text(), QStringLiteral("*"));
+        QCOMPARE(desk->part<QTableView>("appConfigDataAccessWidget")->model()->rowCount(), 0);
     }
 
     void remembersHowItWasLeft()
@@ -262,6 +338,8 @@ private slots:
         // Also when the page was none that the desk opens by itself.
         open({});
         QCOMPARE(desk->window->size(), size);
+        QVERIFY(desk->part<QWidget>("startPage")->isVisible()); // there is no file to show on that page
+        QTest::mouseClick(desk->navigationButton("btnAttributes"), Qt::LeftButton);
         QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
         QTRY_COMPARE(splitterSizes(), sizes);
         QTest::mouseClick(desk->navigationButton("btnTests"), Qt::LeftButton);
