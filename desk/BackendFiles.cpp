@@ -3,7 +3,7 @@
 #include "desk/CellEdit.h"
 #include "desk/ConflictDialog.h"
 #include "desk/FileNames.h"
-#include "desk/KeptChanges.h"
+#include "desk/KeptChangesMerge.h"
 #include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
 #include "desk/WaitCursor.h"
@@ -11,7 +11,6 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
-#include <QFileInfo>
 #include <QHash>
 #include <QPushButton>
 
@@ -230,15 +229,63 @@ void BackendFiles::keepUnsaved()
         QString text =
             tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
         QString error;
-        const QString place =
-            diff.isEmpty() ? QString()
-                           : KeptChanges::keep(QFileInfo(getLocation(backend)).fileName(), diff, error);
+        const QString place = diff.isEmpty()
+                                  ? QString()
+                                  : KeptChanges::keep(getLocation(backend), diff, changesOf(backend), error);
         if (!place.isEmpty())
             text += tr(". They are kept in %1").arg(place);
         else if (!error.isEmpty())
             text += tr(", and they are lost: %1").arg(error);
         LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << text;
     }
+}
+
+// With paths below the root.
+KeptChanges::Changes BackendFiles::changesOf(const QString& backend) const
+{
+    KeptChanges::Changes changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    for (UnsavedChange& change : changes)
+        change.path.remove(0, backend.size() + (change.path == backend ? 0 : 1));
+    return changes;
+}
+
+void BackendFiles::applyKept(const KeptChanges::Entry& entry, const QString& backend)
+{
+    endCellEdit(window);
+    QString error;
+    const KeptChanges::Changes changes = KeptChanges::readChanges(entry, error);
+    if (!error.isEmpty()) {
+        warn(tr("Not Applied"), {error});
+        return;
+    }
+    KeptChangesMerge merge(repository, backend, changes);
+    KeptChangesMerge::Choices choices;
+    const auto conflicts = merge.getConflicts();
+    if (!conflicts.isEmpty()) {
+        ConflictDialog dialog(ConflictDialog::Purpose::ApplyKept, backend, getLabel(backend), conflicts,
+                              &window);
+        if (dialog.exec() == QDialog::Accepted)
+            choices = dialog.getChoices();
+    }
+    const RefusalListener listener;
+    KeptChanges::Changes left;
+    {
+        const WaitCursor cursor;
+        const auto history = repository->getHistoryInterface();
+        const auto step =
+            history ? history->beginStep(tr("Apply kept changes of %1").arg(getFileName(backend))) : nullptr;
+        left = merge.apply(choices);
+    }
+    unsaved.look();
+    error = KeptChanges::replace(entry, left);
+    QStringList told;
+    if (!left.isEmpty())
+        told << tr("%1 of %2 changes were not put into %3 and stay kept.")
+                    .arg(QString::number(left.size()), QString::number(changes.size()), getLabel(backend))
+             << listener.getReasons();
+    if (!error.isEmpty())
+        told.append(error);
+    warn(tr("Not All Applied"), told);
 }
 
 BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)

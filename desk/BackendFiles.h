@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/KeptChanges.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/Utilities/UnsavedBackends.h"
 
@@ -48,6 +49,10 @@ public:
     // Keeps what is unsaved as KeptChanges, when nobody is there to be asked; the log tells where.
     void keepUnsaved();
 
+    // Puts what was kept into its file, which is open, as unsaved edits and one step of undo; asks where the
+    // file now holds something else. What cannot be put in stays kept.
+    void applyKept(const KeptChanges::Entry& entry, const QString& backend);
+
 private:
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 
@@ -55,6 +60,7 @@ private:
 
     Fate settle(const QStringList& unsavedBackends, const QString& question);
     bool saveOne(const QString& backend);
+    KeptChanges::Changes changesOf(const QString& backend) const;
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;
     bool resolve(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void warn(const QString& title, const QStringList& reasons);

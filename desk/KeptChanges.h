@@ -1,20 +1,37 @@
 #pragma once
 
-#include <QStringList>
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+
+#include <QDateTime>
+#include <QVector>
 
 namespace Vantry {
 
-// What was unsaved when the program was told to end and nobody could be asked: a diff for each file, which
-// the program "patch" puts in, below the folder in which a person's programs keep their state. GUI thread.
+// What was unsaved when the program was told to end and nobody could be asked: for each file its changes, and
+// a diff to read, in the folder in which a person's programs keep their state. GUI thread.
 class KeptChanges
 {
 public:
-    // Keeps the diff of a file, whose name has no folder. Gives where it is, on the disk; when that fails
-    // nothing, and the reason.
-    static QString keep(const QString& fileName, const QString& diff, QString& error);
+    // With paths below the root of the file; the root's own is empty.
+    using Changes = QVector<FrameworkCore::AppConfig::Interfaces::UnsavedChange>;
 
-    // What is kept from earlier, each as a text for the person, who removes the file in the end.
-    static QStringList getNotices();
+    struct Entry
+    {
+        QString diffFile;
+        QString file; // that was edited; empty when only the diff could be kept
+        QDateTime time;
+    };
+
+    // Gives where the diff is, on the disk; when that fails nothing, and the reason.
+    static QString keep(const QString& file, const QString& diff, const Changes& changes, QString& error);
+
+    static QVector<Entry> getEntries(); // the oldest first
+
+    static QString readDiff(const Entry& entry, QString& error);
+    static Changes readChanges(const Entry& entry, QString& error);
+
+    // Keeps only these changes of the entry; without any it is removed. Gives why it failed.
+    static QString replace(const Entry& entry, const Changes& changes);
 };
 
 } // namespace Vantry

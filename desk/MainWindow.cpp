@@ -7,7 +7,7 @@
 #include "desk/FileMenu.h"
 #include "desk/FlatButtons.h"
 #include "desk/GuiContext.h"
-#include "desk/KeptChanges.h"
+#include "desk/KeptChangesBar.h"
 #include "desk/LoadingNote.h"
 #include "desk/LogDock.h"
 #include "desk/NavigationArea.h"
@@ -31,6 +31,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace Vantry {
 
@@ -70,12 +71,15 @@ void MainWindow::setUpAreas()
 {
     navigation = new NavigationArea;
     notices = new NoticeBar;
+    kept = new KeptChangesBar;
+    connect(kept, &KeptChangesBar::applyRequested, this, &MainWindow::applyKept);
     workArea = new QStackedWidget;
     workArea->setObjectName(QStringLiteral("workArea"));
     auto* const right = new QWidget;
     auto* const column = new QVBoxLayout(right);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(notices);
+    column->addWidget(kept);
     column->addWidget(workArea, 1);
 
     areas = new QSplitter;
@@ -234,7 +238,20 @@ void MainWindow::waitForFirstFiles()
 
 void MainWindow::showKeptChanges()
 {
-    notices->addNotices(KeptChanges::getNotices());
+    kept->refresh();
+}
+
+void MainWindow::applyKept(const KeptChanges::Entry& entry)
+{
+    const QString backend = FileMounter::backendOf(entry.file, *repository);
+    if (backend.isEmpty()) {
+        keptToApply.append(entry);
+        openFiles({entry.file});
+        return;
+    }
+    showFirstPages(true);
+    files.applyKept(entry, backend);
+    kept->refresh();
 }
 
 bool MainWindow::isOpeningFiles() const
@@ -249,6 +266,13 @@ void MainWindow::showResult(const FileMounter::Result& result)
     files.getWatch().look();
     if (!result.openBefore.isEmpty())
         selectBackend(result.openBefore.last());
+    const auto waiting = std::exchange(keptToApply, {});
+    for (const KeptChanges::Entry& entry : waiting) {
+        if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
+            applyKept(entry);
+        else if (mounter.isBusy())
+            keptToApply.append(entry);
+    }
 }
 
 void MainWindow::selectBackend(const QString& backend)

@@ -15,6 +15,7 @@ namespace Vantry {
 
 class EditMenu;
 class FileMenu;
+class KeptChangesBar;
 class LogDock;
 class NavigationArea;
 class NoticeBar;
@@ -65,6 +66,7 @@ private:
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
+    void applyKept(const KeptChanges::Entry& entry);
     void showResult(const FileMounter::Result& result);
     void selectBackend(const QString& backend);
     void showFiles();
@@ -75,7 +77,8 @@ private:
     FileMounter mounter;
     BackendFiles files;
     LogFeed logFeed;
-    QStringList shownBackends; // in the title
+    QStringList shownBackends;               // in the title
+    QVector<KeptChanges::Entry> keptToApply; // once their files are open
     bool asks = true;
 
     // Owned by the window as their Qt parent.
@@ -84,6 +87,7 @@ private:
     EditMenu* edit = nullptr;
     NavigationArea* navigation = nullptr;
     NoticeBar* notices = nullptr;
+    KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
     PluginDock* plugins = nullptr;

@@ -348,19 +348,175 @@ private slots:
         QCOMPARE(contentOf(folder->path("plant.json")), plant);
 
         const QDir kept(folder->path("state/vantry/unsaved"));
-        QCOMPARE(kept.entryList(QDir::Files).size(), 1);
-        const QString place = kept.filePath(kept.entryList(QDir::Files).first());
+        const QStringList files = kept.entryList(QDir::Files, QDir::Name);
+        QCOMPARE(files.size(), 2);
+        const QString place = kept.filePath(files.last());
         QVERIFY(lines.first().text.endsWith(place));
         const QByteArray diff = contentOf(place);
         QVERIFY(diff.startsWith("--- " + QFile::encodeName(folder->path("plant.json"))));
         QVERIFY2(diff.contains("\n-") && diff.contains("1250"), diff);
-        for (const QString& closed : {folder->path("state/vantry"), place})
+        for (const QString& closed : {folder->path("state/vantry"), place, kept.filePath(files.first())})
             QCOMPARE(QFileInfo(closed).permissions() & QFileDevice::Permissions(0x77), QFile::Permissions());
-        desk.reset();
-        desk = std::make_unique<TestSupport::RunningDesk>(*folder, QStringList());
-        desk->window->showKeptChanges();
-        const QStringList notices = desk->window->findChild<Vantry::NoticeBar*>()->getNotices();
-        QVERIFY(notices.size() == 1 && notices.first().contains(place));
+        startAnew();
+        DialogDriver shown([](QWidget& dialog) {
+            QVERIFY(dialog.findChild<QPlainTextEdit*>()->toPlainText().contains(QLatin1String("1250")));
+            press(dialog, "Close");
+        });
+        pressKept("keptShow");
+        QVERIFY(shown.isDone());
+        for (const char* const answer : {"Cancel", "Discard"}) {
+            DialogDriver question([answer](QWidget& box) { press(box, answer); });
+            pressKept("keptDiscard");
+            QVERIFY(question.isDone());
+            QCOMPARE(desk->part<QWidget>("keptChangesBar")->isVisible(), qstrcmp(answer, "Cancel") == 0);
+        }
+        QVERIFY(kept.entryList(QDir::Files).isEmpty());
+        QCOMPARE(contentOf(folder->path("plant.json")), plant);
+    }
+
+    void appliesKeptChanges_data()
+    {
+        QTest::addColumn<QByteArray>("theirs"); // what another program has made of the file meanwhile
+        QTest::addColumn<bool>("isConflict");
+        QTest::addColumn<bool>("isOpen");
+        QTest::newRow("as it was") << QByteArray("1200") << false << false;
+        QTest::newRow("open already") << QByteArray("1200") << false << true;
+        QTest::newRow("in conflict") << QByteArray("1300") << true << false;
+    }
+
+    // As edits that are not saved, in a step of undo; a conflict stays kept until somebody chooses.
+    void appliesKeptChanges()
+    {
+        QFETCH(QByteArray, theirs);
+        QFETCH(bool, isConflict);
+        QFETCH(bool, isOpen);
+        const QString added = QStringLiteral("plant.cell.pump.motor.torque");
+        write(speed, 1250);
+        QCOMPARE(desk->repository->getTreeInterface()->removeTree(sense), FrameworkCore::AppConfig::Success);
+        QVERIFY(desk->repository->getWriterInterface()->createAttribute(added, 2.5, 2, 3));
+        desk->window->closeUnasked();
+        QByteArray meanwhile = plant;
+        meanwhile.replace("1200", theirs).replace("true", "false");
+        TestSupport::writeFile(folder->path("plant.json"), meanwhile);
+        startAnew(isOpen ? QStringList(folder->path("plant.json")) : QStringList());
+
+        std::optional<DialogDriver> conflict;
+        const auto drive = [](const char* key) {
+            return [key](QWidget& dialog) {
+                auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+                QCOMPARE(textsOf(*rows), QStringList(speed + QLatin1String("|1250|1300|")));
+                press(dialog, "Keep Mine");
+                press(dialog, key);
+            };
+        };
+        std::optional<DialogDriver> told;
+        if (isConflict) {
+            conflict.emplace([&](QWidget& dialog) {
+                drive("Cancel")(dialog);
+                told.emplace([](QWidget& box) { press(box, "OK"); });
+            });
+        }
+        pressKept("keptApply");
+        QTRY_VERIFY(read(added) == QVariant(2.5));
+        if (isConflict) {
+            QTRY_VERIFY(told && told->isDone());
+            QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
+            QCOMPARE(read(speed), QVariant(1300LL));
+            conflict.emplace(drive("Apply"));
+            pressKept("keptApply");
+            QTRY_VERIFY(conflict->isDone());
+        }
+        QTRY_VERIFY(!desk->part<QWidget>("keptChangesBar")->isVisible());
+        QCOMPARE(read(speed), QVariant(1250LL));
+        QVERIFY(!read(sense).isValid());
+        QCOMPARE(read(QStringLiteral("plant.cell.valve.open")), QVariant(false));
+        QVERIFY(QDir(folder->path("state/vantry/unsaved")).entryList(QDir::Files).isEmpty());
+        QCOMPARE(contentOf(folder->path("plant.json")), meanwhile);
+        QTRY_VERIFY(desk->window->isWindowModified());
+
+        QVERIFY(TestSupport::showActive(*desk->window));
+        for (int step = 0; step < 1 + isConflict; ++step)
+            QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(sense), QVariant(QStringLiteral("left")));
+        QCOMPARE(read(speed), QVariant(theirs.toLongLong()));
+        QVERIFY(!read(added).isValid());
+    }
+
+    // Long values are seen where they differ, and the choice at any width.
+    void showsLongConflicts()
+    {
+        const QString text =
+            QStringLiteral("a text of many words that does not fit into a column ").repeated(8);
+        write(sense, QString(text + QLatin1Char('x')));
+        TestSupport::writeFile(folder->path("plant.json"),
+                               QByteArray(plant).replace("left", text.toUtf8() + 'y'));
+        const DialogDriver driver([&](QWidget& dialog) {
+            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+            for (const int width : {1200, 200}) {
+                dialog.resize(width, 400);
+                QTRY_VERIFY(rows->visualItemRect(rows->topLevelItem(0)).height() > 60);
+                const int end = rows->columnViewportPosition(3) + rows->columnWidth(3);
+                QVERIFY(end <= rows->viewport()->width());
+                QVERIFY(rows->columnWidth(3) >
+                        rows->fontMetrics().horizontalAdvance(QStringLiteral("take theirs")));
+            }
+            press(dialog, "Cancel");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+    }
+
+    void tellsFilesOfOneNameApart()
+    {
+        QVERIFY(QDir().mkdir(folder->path("spare")));
+        const QString other = TestSupport::writeFile(folder->path("spare/plant.json"), plant);
+        desk->window->openFiles({other});
+        const QString first =
+            QFileInfo(folder->path("plant.json")).dir().dirName() + QLatin1String("/plant.json");
+        QTRY_COMPARE(desk->window->windowTitle(), first + QLatin1String(", limits.ini, spare/plant.json[*]"));
+        auto* const menu = desk->part<QMenu>("closeFile");
+        emit menu->aboutToShow();
+        QCOMPARE(menu->actions().at(2)->text(), QStringLiteral("spare/plant.json (plant-2)"));
+        for (QString tip : {menu->actions().at(2)->toolTip(),
+                            desk->item(QStringLiteral("plant-2")).data(Qt::ToolTipRole).toString()})
+            QVERIFY2(tip.remove(QChar(0x200B)).contains(other), qPrintable(tip));
+        desk->repository->getWriterInterface()->writeAttributeValue(QStringLiteral("plant-2.cell.pump.name"),
+                                                                    QStringLiteral("P2"), 8);
+        fileMenu({"v", "Return"}); // no question: it is clear which one
+        QTRY_COMPARE(contentOf(other), QByteArray(plant).replace("P1", "P2"));
+    }
+
+    void closesMany()
+    {
+        QStringList many;
+        for (int number = 10; number < 40; ++number)
+            many.append(TestSupport::writeFile(
+                folder->path("f") + QString::number(number) + QLatin1String(".ini"), "k = 1\n"));
+        desk->window->openFiles(many);
+        QTRY_VERIFY(desk->item(QStringLiteral("f39.k")).isValid());
+        auto* const menu = desk->part<QMenu>("closeFile");
+        emit menu->aboutToShow();
+        QVERIFY(menu->actions().size() <= 22);
+        fileMenu({"c", "h"}, [](QWidget& dialog) {
+            QVERIFY(TestSupport::typeText(QStringLiteral("f3")));
+            QTRY_COMPARE(dialog.findChild<QLineEdit*>()->text(), QStringLiteral("f3"));
+            for (const char* key : {"shift+Down", "Return"})
+                QVERIFY(pressKey(QLatin1String(key)));
+            QTRY_VERIFY(!dialog.isVisible());
+        });
+        QTRY_VERIFY(!desk->item(QStringLiteral("f30")).isValid());
+        QVERIFY(!desk->item(QStringLiteral("f31")).isValid());
+        QVERIFY(desk->item(QStringLiteral("f32")).isValid());
+        write(speed, 1250);
+        write(maximum, 130);
+        QVERIFY(TestSupport::showActive(*desk->window)); // again, after the dialog
+        const DialogDriver question([](QWidget& dialog) { press(dialog, "Save All"); });
+        for (const char* key : {"alt+f", "a"})
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_VERIFY(question.isDone());
+        QTRY_VERIFY(desk->repository->getBackendInterface()->getBackendNames().isEmpty());
+        QVERIFY(contentOf(folder->path("limits.ini")).contains("130"));
+        QVERIFY(contentOf(folder->path("plant.json")).contains("1250"));
     }
 
     void remembersFiles()
@@ -390,6 +546,25 @@ private slots:
     }
 
 private:
+    // As the next start of the program.
+    void startAnew(const QStringList& files = {})
+    {
+        desk.reset();
+        desk = std::make_unique<RunningDesk>(*folder, files);
+        QVERIFY(TestSupport::showActive(*desk->window));
+        if (!files.isEmpty())
+            QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        desk->window->showKeptChanges();
+        QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
+    }
+
+    // In the row of the only file.
+    void pressKept(const char* name)
+    {
+        QVERIFY(TestSupport::showActive(*desk->window)); // again, after a dialog
+        QTest::mouseClick(desk->part<QPushButton>(name), Qt::LeftButton);
+    }
+
     void write(const QString& path, const QVariant& value)
     {
         QCOMPARE(desk->repository->getWriterInterface()->writeAttributeValue(path, value, 8), 0);
