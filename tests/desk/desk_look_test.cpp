@@ -119,6 +119,15 @@ private slots:
         QCOMPARE(desk->part<QLabel>("noticeText")->text(), told);
     }
 
+    // The platform of this test has a theme that names no key for it.
+    void quitsByKey()
+    {
+        QVERIFY(QKeySequence::keyBindings(QKeySequence::Quit).isEmpty());
+        QVERIFY(QTest::qWaitForWindowActive(desk->window.get()));
+        QTest::keyClick(desk->window.get(), Qt::Key_Q, Qt::ControlModifier);
+        QTRY_VERIFY(!desk->window->isVisible());
+    }
+
 private:
     // Those with the bar of the highlight's colour at their left.
     QStringList markedButtons() const
