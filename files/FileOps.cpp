@@ -6,12 +6,16 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/openat2.h>
+#include <map>
+#include <mutex>
 #include <sys/file.h>
 #include <sys/syscall.h>
 #include <sys/xattr.h>
+#include <tuple>
 #include <unistd.h>
 
 namespace Files {
@@ -30,6 +34,44 @@ int readExtendedAttribute(int descriptor, const std::string& name, std::string& 
     value.resize(static_cast<std::size_t>(length));
     return 0;
 }
+
+// Folders in which no name began with a prefix, so that one of many files is not read once for each of them.
+class EmptyListings
+{
+public:
+    bool contains(const struct stat& folder, const std::string& prefix)
+    {
+        const std::lock_guard lock(mutex);
+        const auto known = changes.find(Key(folder.st_dev, folder.st_ino, prefix));
+        return known != changes.end() && known->second == changeOf(folder);
+    }
+
+    // With what the folder was before it was read.
+    void add(const struct stat& folder, const std::string& prefix)
+    {
+        // The clock of folders is coarse: one that has just changed may change again within the same tick.
+        constexpr std::time_t tick = 2; // seconds
+        constexpr std::size_t mostFolders = 1000;
+        if (folder.st_ctim.tv_sec + tick > std::time(nullptr))
+            return;
+        const std::lock_guard lock(mutex);
+        if (changes.size() >= mostFolders)
+            changes.clear();
+        changes[Key(folder.st_dev, folder.st_ino, prefix)] = changeOf(folder);
+    }
+
+private:
+    using Key = std::tuple<dev_t, ino_t, std::string>;
+    using Change = std::pair<std::time_t, long>;
+
+    static Change changeOf(const struct stat& folder)
+    {
+        return {folder.st_ctim.tv_sec, folder.st_ctim.tv_nsec}; // which nobody can set back
+    }
+
+    std::mutex mutex;
+    std::map<Key, Change> changes;
+};
 
 } // namespace
 
@@ -159,6 +201,10 @@ int FileOps::makeFolder(const std::string& path, mode_t mode)
 
 int FileOps::list(int folder, const std::string& prefix, std::vector<std::string>& names)
 {
+    static EmptyListings emptyListings;
+    struct stat before = {};
+    if (::fstat(folder, &before) == 0 && emptyListings.contains(before, prefix))
+        return 0;
     const int own = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (own < 0)
         return -1;
@@ -175,6 +221,8 @@ int FileOps::list(int folder, const std::string& prefix, std::vector<std::string
     }
     const int error = errno;
     ::closedir(listing);
+    if (error == 0 && names.empty())
+        emptyListings.add(before, prefix);
     errno = error;
     return error == 0 ? 0 : -1;
 }
