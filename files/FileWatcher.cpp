@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace Files {
 
@@ -51,7 +52,6 @@ struct Watched
     std::chrono::system_clock::time_point since;
 
     // Of the thread alone.
-    bool isFollowed = false;
     bool isPolled = false;
     Trace trace; // when it was looked at last
     std::optional<Clock::time_point> due;
@@ -79,7 +79,7 @@ public:
     {
         const std::lock_guard lock(mutex);
         files.emplace(++lastFile, std::make_shared<Watched>(std::move(file)));
-        hasOtherFiles = true;
+        otherFiles.push_back(lastFile);
         wake();
         return lastFile;
     }
@@ -88,7 +88,7 @@ public:
     {
         const std::lock_guard lock(mutex);
         files.erase(file);
-        hasOtherFiles = true;
+        otherFiles.push_back(file);
         wake();
     }
 
@@ -143,36 +143,50 @@ private:
     // Begins with new files and ends with removed ones; false when the watcher ends.
     bool takeFiles()
     {
-        Files present;
+        while (!others.empty() || takeOthers()) {
+            takeOne(others.back());
+            others.pop_back(); // only now: where memory is refused, it comes again
+        }
+        const std::lock_guard lock(mutex);
+        return !isStopped;
+    }
+
+    bool takeOthers()
+    {
+        const std::lock_guard lock(mutex);
+        others.swap(otherFiles);
+        return !others.empty();
+    }
+
+    void takeOne(int number)
+    {
+        std::shared_ptr<Watched> file;
         {
             const std::lock_guard lock(mutex);
-            if (isStopped || !hasOtherFiles)
-                return !isStopped;
-            present = files;
-            hasOtherFiles = false;
+            const auto present = files.find(number);
+            if (present != files.end())
+                file = present->second;
         }
-        for (const auto& [number, file] : known) {
-            if (present.count(number) == 0)
-                watches->forget(number);
-        }
-        known = std::move(present);
-        for (const auto& [number, file] : known) {
-            if (file->isFollowed)
-                continue;
-            follow(number, *file);
-            // The clock of files is coarse.
-            constexpr std::chrono::milliseconds tick(20);
-            if (!file->trace.exists || file->trace.changed >= file->since.time_since_epoch() - tick)
-                postpone(number, Clock::now());
-        }
-        return true;
+        if (file)
+            begin(number, file);
+        else if (known.erase(number) > 0)
+            watches->forget(number);
+    }
+
+    void begin(int number, const std::shared_ptr<Watched>& file)
+    {
+        known[number] = file;
+        follow(number, *file);
+        // The clock of files is coarse.
+        constexpr std::chrono::milliseconds tick(20);
+        if (!file->trace.exists || file->trace.changed >= file->since.time_since_epoch() - tick)
+            postpone(number, Clock::now());
     }
 
     void follow(int number, Watched& file)
     {
         const std::string reason =
             settings.usesSystem ? watches->follow(number, file.path) : std::string("it was asked for");
-        file.isFollowed = true;
         file.isPolled = !reason.empty();
         file.trace = Trace::of(file.path);
         if (file.isPolled && !isReported) {
@@ -205,10 +219,12 @@ private:
 
     void tellDue(Clock::time_point now)
     {
-        const Files candidates = known;
-        for (const auto& [number, file] : candidates) {
-            if (!file->due || *file->due > now)
-                continue;
+        Files due; // apart, since what is told may take memory, and then all is left as it is
+        for (const auto& [number, file] : known) {
+            if (file->due && *file->due <= now)
+                due.emplace_hint(due.end(), number, file);
+        }
+        for (const auto& [number, file] : due) {
             file->due.reset();
             follow(number, *file); // first, so that what changes from here on is told of again
             {
@@ -258,12 +274,13 @@ private:
     std::mutex mutex; // guards what follows
     Files files;
     int lastFile = 0;
-    bool hasOtherFiles = false; // than are known to the thread
+    std::vector<int> otherFiles; // that were added or removed since the thread looked
     bool isStopped = false;
 
     // Of the thread alone.
     std::optional<FolderWatches> watches;
     Files known;
+    std::vector<int> others; // taken from otherFiles, and not dealt with yet
     Clock::time_point nextPolling;
     bool isReported = false;
 };
