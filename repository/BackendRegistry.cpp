@@ -8,9 +8,12 @@
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QScopeGuard>
+
+#include <algorithm>
 
 namespace Repository {
 
@@ -148,9 +151,11 @@ QString BackendRegistry::create(const Backend::Description& description, int opt
     const auto backend = Backend::open(description, reason);
     if (backend)
         reason = store->mount(backend);
-    if (reason.isEmpty())
-        watch(backend, before);
-    return reason;
+    if (!reason.isEmpty())
+        return reason;
+    noteFile(backend, identity);
+    watch(backend, before);
+    return {};
 }
 
 void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
@@ -194,15 +199,49 @@ void BackendRegistry::unwatch(const Backend& backend)
 QString BackendRegistry::reserve(const QString& identity)
 {
     const std::lock_guard lock(mutex);
-    for (const auto& backend : store->getBackends()) {
+    for (const auto& backend : mayBeOf(identity)) {
         const QString& filePath = backend->getDescription().filePath;
-        if (fileIdentity(filePath) == identity)
+        if (!backend->isClosed() && fileIdentity(filePath) == identity)
             return QStringLiteral("%1 is already open as '%2'").arg(filePath, backend->getName());
     }
     if (opening.contains(identity))
         return QStringLiteral("%1 is just being opened by another backend").arg(identity);
     opening.insert(identity);
     return {};
+}
+
+std::vector<std::shared_ptr<Backend>> BackendRegistry::mayBeOf(const QString& identity) const
+{
+    std::vector<std::shared_ptr<Backend>> found;
+    const auto add = [&found](const std::weak_ptr<Backend>& each) {
+        if (auto backend = each.lock())
+            found.push_back(std::move(backend));
+    };
+    const auto [begin, end] = filesByIdentity.equal_range(identity);
+    std::for_each(begin, end, add);
+    std::for_each(linkedFiles.begin(), linkedFiles.end(), add);
+    return found;
+}
+
+void BackendRegistry::noteFile(const std::shared_ptr<Backend>& backend, const QString& identity)
+{
+    const std::lock_guard lock(mutex);
+    if (identity == QDir::cleanPath(backend->getDescription().filePath))
+        filesByIdentity.insert(identity, backend);
+    else
+        linkedFiles.push_back(backend);
+}
+
+void BackendRegistry::forgetFile(const Backend& backend)
+{
+    const std::lock_guard lock(mutex);
+    const auto isGone = [&backend](const std::weak_ptr<Backend>& each) {
+        const auto known = each.lock();
+        return !known || known.get() == &backend;
+    };
+    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
+        each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
+    linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }
 
 QString BackendRegistry::reload(Backend& backend)
@@ -248,8 +287,10 @@ bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
     const QString reason = guardMemory(operation, noMemoryFor(name));
     if (!reason.isEmpty())
         logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
-    else
+    else {
         unwatch(*backend);
+        forgetFile(*backend);
+    }
     return reason.isEmpty();
 }
 

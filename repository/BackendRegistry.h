@@ -10,6 +10,7 @@
 #include <chrono>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace Repository {
 
@@ -43,12 +44,20 @@ private:
     QString create(const Backend::Description& description, int option);
     QString reload(Backend& backend);
     QString reserve(const QString& identity);
+    std::vector<std::shared_ptr<Backend>> mayBeOf(const QString& identity) const;
+    void noteFile(const std::shared_ptr<Backend>& backend, const QString& identity);
+    void forgetFile(const Backend& backend);
     void watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since);
     void unwatch(const Backend& backend);
     static QString checkDescription(const Backend::Description& description);
 
     std::shared_ptr<AttributeStore> store;
-    std::mutex mutex;                            // guards what follows
+    std::mutex mutex; // guards what follows
+    // The open backends by the identities that their files had when they were opened. Those behind links,
+    // which may lead elsewhere later, are kept apart, so that only they are looked at again for each new
+    // file.
+    QMultiHash<QString, std::weak_ptr<Backend>> filesByIdentity;
+    std::vector<std::weak_ptr<Backend>> linkedFiles;
     QSet<QString> opening;                       // identities of files whose backends are not mounted yet
     QHash<const Backend*, int> watches;          // numbers of the watcher; of backends that are open
     std::unique_ptr<Files::FileWatcher> watcher; // not guarded; null when files are not watched

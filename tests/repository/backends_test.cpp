@@ -231,6 +231,26 @@ private slots:
         QCOMPARE(read(QStringLiteral("n.a.b")), QVariant(5LL));
     }
 
+    void refusesAFileThatIsOpenByAnotherPath()
+    {
+        const QString one = put(QStringLiteral("one.json"), benchJson);
+        const QString two = put(QStringLiteral("two.json"), benchJson);
+        const QString link = folder->filePath(QStringLiteral("link.json"));
+        const auto opens = [&](const char* name, const QString& file) {
+            return mount(QStringLiteral("json"), QString::fromLatin1(name), file);
+        };
+        QVERIFY(QFile::link(one, link));
+        QVERIFY(opens("a", link));
+        QVERIFY(!opens("b", one));
+        QVERIFY(QFile::remove(link) && QFile::link(two, link)); // it leads elsewhere by now
+        QVERIFY(!opens("b", two));
+        QVERIFY(opens("b", one));
+        QVERIFY(!opens("c", one));
+        for (const char* name : {"a", "b"})
+            QVERIFY(repository->getBackendInterface()->closeBackend(QString::fromLatin1(name), true));
+        QVERIFY(opens("c", two) && opens("d", one));
+    }
+
     void refusesWithReason_data()
     {
         QTest::addColumn<QString>("type");
