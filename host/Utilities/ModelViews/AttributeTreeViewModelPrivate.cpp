@@ -266,7 +266,11 @@ void AttributeTreeViewModel::Private::followRoots()
     reader->readAttributeValue(namesPath, names, 0);
     QVector<AttributeTreeStructureChange> roots;
     const QStringList backends = names.toString().split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    const QSet<QString> before =
+        std::exchange(followedBackends, QSet<QString>(backends.cbegin(), backends.cend()));
     for (const QString& backend : backends) {
+        if (before.contains(backend))
+            continue;
         QVariant root;
         reader->readAttributeValue(repository->buildAttributePath({namesPath, backend}), root, 0);
         const QString path = root.toString();

@@ -61,6 +61,7 @@ private:
     AttributeTreeChanges changes;
     AttributeTreeChanges backendWatch;
     std::unique_ptr<UnsavedBackends> unsaved; // none before there is a repository
+    QSet<QString> followedBackends;           // whose roots are in the contents already
     bool anyDue = false;
     bool busy = false;
     bool refreshWaits = false;
