@@ -1,5 +1,6 @@
 #include "widgets/AttributeTestsWidget.h"
 
+#include "app/VantryLog.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/UpdateCounter.h"
 #include "ui_AttributeTestsWidget.h"
@@ -9,6 +10,19 @@
 namespace Widgets {
 
 using Utilities::UpdateCounter;
+
+namespace {
+
+bool isUsable(const std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface>& repository)
+{
+    if (repository)
+        return true;
+    Vantry::logLine(Shared::Logging::LogMessageType::Failure)
+        << "The load test did nothing: the host has no attribute repository";
+    return false;
+}
+
+} // namespace
 
 AttributeTestsWidget::AttributeTestsWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::AttributeTestsWidget>())
@@ -28,6 +42,8 @@ void AttributeTestsWidget::on_btnCreate_clicked()
         ui->lblStatus->setText(tr("Invalid count entered"));
         return;
     }
+    if (!isUsable(repository))
+        return;
     const auto countUpdate = UpdateCounter::countOfPath();
     const auto countWildcardUpdate = UpdateCounter::countOfPattern();
     const QString pathText = QString::fromLatin1("demo.%1");
@@ -60,6 +76,8 @@ void AttributeTestsWidget::on_btnUpdate_clicked()
         ui->lblStatus->setText(tr("Invalid count entered"));
         return;
     }
+    if (!isUsable(repository))
+        return;
     const QString pathText = QString::fromLatin1("demo.%1");
     QElapsedTimer timer;
     timer.start();

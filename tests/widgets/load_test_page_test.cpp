@@ -1,5 +1,6 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/FakeRepository.h"
+#include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
 #include "widgets/AttributeTestsWidget.h"
 
@@ -113,6 +114,16 @@ private slots:
             QCOMPARE(repository->getWrites().size(), writes);
             click("btnReadCounter");
             QCOMPARE(part<QLabel>("lblCounter")->text(), QStringLiteral("Counter: 0"));
+        }
+    }
+
+    void withoutARepositoryItSaysSo()
+    {
+        Utilities::SetAppConfigRepositoryInterface({});
+        for (const char* button : {"btnCreate", "btnUpdate"}) {
+            const TestSupport::LoggedFailures failures;
+            click(button);
+            QCOMPARE(failures.texts().size(), 1);
         }
     }
 
