@@ -14,6 +14,7 @@
 #include <QItemDelegate>
 #include <QScrollBar>
 #include <QStandardItemModel>
+#include <QStringListModel>
 #include <QVBoxLayout>
 
 #include <memory>
@@ -282,6 +283,18 @@ private slots:
         QVERIFY(typeText(QStringLiteral("9999")));
         QVERIFY(pressKey(QStringLiteral("Tab")));
         QTRY_COMPARE(page->edit.text(), QStringLiteral("demo.99999"));
+    }
+
+    void anotherListIsWalkedByComponentsToo()
+    {
+        open(QStringLiteral("/"), {});
+        page->edit.disconnect(page.get());
+        QStringListModel list(words("net far"));
+        page->edit.refreshCompleterModel(&list);
+        QVERIFY(typeText(QStringLiteral("N")));
+        QTRY_COMPARE(page->shownProposals(), QStringList{QStringLiteral("net")});
+        QCOMPARE(page->edit.completer()->splitPath(QStringLiteral("net/ip")), words("net ip"));
+        page->edit.refreshCompleterModel(nullptr);
     }
 
     void aModelWithLevelsIsWalkedByComponents()

@@ -1,11 +1,13 @@
 #include "host/Shared/Completer/TreeModelCompleter.h"
 
 #include "host/Shared/Completer/CompletionPopup.h"
+#include "host/Utilities/ModelViews/AttributeModel.h"
 
-#include <QAbstractListModel>
 #include <QAbstractProxyModel>
 
 namespace Shared::Completer {
+
+using Utilities::ModelViews::AttributeModel;
 
 TreeModelCompleter::TreeModelCompleter(QAbstractItemModel* model, QObject* parent,
                                        const QString& pathSeparator, Qt::CaseSensitivity caseSensitivity)
@@ -39,7 +41,7 @@ QString TreeModelCompleter::pathFromIndex(const QModelIndex& index) const
 
 bool TreeModelCompleter::offersWholePaths() const
 {
-    return qobject_cast<const QAbstractListModel*>(model()) != nullptr;
+    return qobject_cast<const AttributeModel*>(model()) != nullptr;
 }
 
 } // namespace Shared::Completer

@@ -6,8 +6,8 @@
 
 namespace Shared::Completer {
 
-// Completes paths. A model with levels is walked component by component; a list holds whole paths that were
-// already chosen to match what is typed, and all of it is offered. GUI thread.
+// Completes paths. A model is walked level by level, component by component. Only an AttributeModel holds
+// whole paths, which were already chosen to match what is typed, so that all of it is offered. GUI thread.
 class VANTRY_HOST_EXPORT TreeModelCompleter : public QCompleter
 {
     Q_OBJECT
