@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <vector>
@@ -17,8 +18,18 @@ using SavedItems = QVector<SavedItem>;
 
 constexpr int hitLimit = 66;
 
-// Saved paths by the path of the item above them.
-using PathsByParent = QHash<QString, QStringList>;
+using PathsByParent = QHash<QString, QStringList>; // paths by the path of the item above them
+
+struct SavedPaths
+{
+    PathsByParent open;
+    PathsByParent closed; // of items that are not saved themselves and have saved ones somewhere below
+};
+
+QStringRef parentOf(const QString& path)
+{
+    return path.leftRef(qMax(0, path.lastIndexOf(QLatin1Char('.'))));
+}
 
 PathsByParent groupByParent(const QStringList& paths)
 {
@@ -26,7 +37,7 @@ PathsByParent groupByParent(const QStringList& paths)
     QStringRef parent;
     QStringList* group = nullptr; // that of the parent; a million paths often have the same
     for (const QString& path : paths) {
-        const QStringRef itsParent = path.leftRef(qMax(0, path.lastIndexOf(QLatin1Char('.'))));
+        const QStringRef itsParent = parentOf(path);
         if (!group || itsParent != parent) {
             parent = itsParent;
             group = &groups[parent.toString()];
@@ -34,6 +45,21 @@ PathsByParent groupByParent(const QStringList& paths)
         group->append(path);
     }
     return groups;
+}
+
+SavedPaths groupSaved(const QStringList& paths)
+{
+    SavedPaths saved{groupByParent(paths), {}};
+    QSet<QString> known(paths.cbegin(), paths.cend());
+    for (auto group = saved.open.keyBegin(); group != saved.open.keyEnd(); ++group) {
+        for (QString path = *group; !path.isEmpty() && !known.contains(path);) {
+            known.insert(path);
+            const QString parent = parentOf(path).toString();
+            saved.closed[parent].append(path);
+            path = parent;
+        }
+    }
+    return saved;
 }
 
 // Counts, while the names of a level go by, for each of some wanted names how many began with it.
@@ -124,11 +150,16 @@ SavedItems withinHitLimit(const AttributeTreeViewModel& model, const QModelIndex
 }
 
 void collect(const AttributeTreeViewModel& model, const QModelIndex& start, const QString& parentPath,
-             const PathsByParent& saved, SavedItems& found)
+             const SavedPaths& saved, SavedItems& found)
 {
+    for (const QString& path : saved.closed.value(parentPath)) {
+        const QModelIndex item = model.indexFromPath(path);
+        if (item.isValid())
+            collect(model, model.index(0, 0, item), path, saved, found);
+    }
     const int count = model.rowCount(start.parent());
     std::vector<Candidate> candidates;
-    for (const QString& path : saved.value(parentPath)) {
+    for (const QString& path : saved.open.value(parentPath)) {
         const QModelIndex item = model.indexFromPath(path);
         if (item.isValid())
             candidates.push_back({(item.row() - start.row() + count) % count, {item, path}});
@@ -138,7 +169,7 @@ void collect(const AttributeTreeViewModel& model, const QModelIndex& start, cons
     const SavedItems open = withinHitLimit(model, start, candidates);
     for (const SavedItem& each : open) {
         found.append(each);
-        if (saved.contains(each.path))
+        if (saved.open.contains(each.path) || saved.closed.contains(each.path))
             collect(model, model.index(0, 0, each.item), each.path, saved, found);
     }
 }
@@ -151,7 +182,7 @@ QVector<ExpansionMemory::SavedItem> ExpansionMemory::findSavedItems(const Attrib
 {
     SavedItems found;
     if (start.isValid())
-        collect(model, start, model.pathFromIndex(start.parent()), groupByParent(savedPaths), found);
+        collect(model, start, model.pathFromIndex(start.parent()), groupSaved(savedPaths), found);
     return found;
 }
 

@@ -28,9 +28,9 @@ public:
     };
 
     // The items to open again in the level of the item `start` and below: those that are in the list of saved
-    // paths together with all items above them up to that level. Of the items of a level whose names begin
-    // with a saved name, whatever its case, only the first 66 from `start` on count as that name's. Items
-    // above come before those below them.
+    // paths, also within closed ones, which show them open when they are opened. Of the items of a level
+    // whose names begin with a saved name, whatever its case, only the first 66 from `start` on count as that
+    // name's. Nothing is opened below those that are left out.
     static QVector<SavedItem> findSavedItems(const Utilities::ModelViews::AttributeTreeViewModel& model,
                                              const QModelIndex& start, const QStringList& savedPaths);
 

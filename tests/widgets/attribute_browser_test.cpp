@@ -290,6 +290,23 @@ private slots:
         QCOMPARE(page->shownRows(), left);
     }
 
+    void rereadKeepsWhatIsOpenWithinClosedItems()
+    {
+        create(words("a.b.c k.l"));
+        openPage();
+        page->read({});
+        page->open(words("a a.b"));
+        page->tree.collapse(page->item(QStringLiteral("a")));
+        page->read({});
+        createBackend(QStringLiteral("plant"), {}); // has the page read by itself
+        QTRY_VERIFY(page->item(QStringLiteral("plant")).isValid());
+        page->read(QStringLiteral("a*"));
+        QCOMPARE(page->shownRows(), words("a"));
+        page->open(words("a"));
+        QCOMPARE(page->shownRows(),
+                 (QStringList{QStringLiteral("-a"), QStringLiteral(" -b"), QStringLiteral("  c")}));
+    }
+
     void expandsAndCollapsesWholeBranches()
     {
         create(words("a.b.c.e a.b.d k.l"));

@@ -47,6 +47,7 @@ QStringList pathsOf(const AttributeTreeViewModel& model, const QVector<Expansion
 }
 
 // How expansion is restored by its definition: each saved path is matched by its last name in each level.
+// What is open within a closed item is found there too.
 void collectByMatching(const AttributeTreeViewModel& model, const QModelIndex& start,
                        const QStringList& saved, QStringList& found)
 {
@@ -61,6 +62,12 @@ void collectByMatching(const AttributeTreeViewModel& model, const QModelIndex& s
             found.append(hitPath);
             collectByMatching(model, model.index(0, 0, hit), saved, found);
         }
+    }
+    for (int row = 0; start.isValid() && row < model.rowCount(start.parent()); ++row) {
+        const QModelIndex item = start.sibling(row, 0);
+        const QString path = model.pathFromIndex(item);
+        if (!saved.contains(path))
+            collectByMatching(model, model.index(0, 0, item), saved, found);
     }
 }
 
