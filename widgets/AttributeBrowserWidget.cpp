@@ -33,7 +33,7 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
       localization(Utilities::GetLocalizationInterface()),
       repository(Utilities::GetAppConfigRepositoryInterface()), treeModel(new AttributeTreeViewModel(this)),
       treeUtils(std::make_shared<AttributeTreeViewModelUtils>()),
-      inputDialogs(QSharedPointer<AttributeTreeModelInputDialogs>::create(parent))
+      inputDialogs(QSharedPointer<AttributeTreeModelInputDialogs>::create(parent)), filter(repository)
 {
     ui->setupUi(this);
     logValidationNames();
@@ -219,7 +219,7 @@ void AttributeBrowserWidget::on_edtSearchPath_textChanged(QString arg1)
         return;
     if (!arg1.endsWith(QLatin1Char('*')))
         arg1 += QLatin1Char('*');
-    ui->edtSearchPath->refreshCompleterModel(new AttributeModel(arg1, this));
+    ui->edtSearchPath->refreshCompleterModel(new AttributeModel(arg1, this, repository));
 }
 
 void AttributeBrowserWidget::onBtnRenameAttributeClicked()

@@ -2,7 +2,6 @@
 
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
-#include "host/Utilities/RepositoryAccess.h"
 
 namespace Widgets {
 
@@ -33,6 +32,11 @@ QStringList childNames(const AttributeTreeViewModel& model, const QString& path)
 
 } // namespace
 
+HierarchyFilter::HierarchyFilter(std::shared_ptr<RepositoryInterface> attributes)
+    : repository(std::move(attributes))
+{
+}
+
 void HierarchyFilter::fill(const AttributeTreeViewModel& model, const QString& searchPath)
 {
     searchPathText = searchPath;
@@ -58,7 +62,6 @@ QStringList HierarchyFilter::names(const QVector<int>& rows)
     }
     // The page's tree may show less by now than what the boxes choose from. Below the item that a search path
     // names, everything belongs to the search, whatever wildcards it has: each may stand for nothing.
-    const auto repository = Utilities::GetAppConfigRepositoryInterface();
     const auto tree = repository ? repository->getTreeInterface() : nullptr;
     return *lowerItems.insert(rows, tree ? tree->getChildNames(path) : QStringList());
 }

@@ -1,9 +1,13 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <memory>
 
 namespace Utilities::ModelViews {
 class AttributeTreeViewModel;
@@ -16,6 +20,11 @@ namespace Widgets {
 class HierarchyFilter
 {
 public:
+    using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    // Without a repository there is nothing below the first level.
+    explicit HierarchyFilter(std::shared_ptr<RepositoryInterface> repository);
+
     // Takes the names of the first level from a tree that shows the search path, and forgets all others.
     void fill(const Utilities::ModelViews::AttributeTreeViewModel& model, const QString& searchPath);
 
@@ -27,6 +36,7 @@ public:
     QString filterPath(const QStringList& chosenTexts) const;
 
 private:
+    std::shared_ptr<RepositoryInterface> repository;
     QString searchPathText;
     QStringList levelOneItems;
     QMap<QVector<int>, QStringList> lowerItems; // names below the item that lies in these rows

@@ -1,6 +1,7 @@
 #include "app/VantryLog.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/ModelViews/AttributeModel.h"
+#include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/BothRepositories.h"
 #include "tests/support/DialogDriver.h"
@@ -522,6 +523,30 @@ private slots:
                                            page->part<QWidget>("appConfigDataAccessWidget")}));
         QCOMPARE(QApplication::focusWidget(), &page->search);
         page->widget.setParent(nullptr);
+    }
+
+    void keepsTheRepositoryItWasMadeWith()
+    {
+        createOne(QStringLiteral("a.b.c"), QStringLiteral("old"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        const Utilities::ModelViews::AttributeTreeViewModelUtils operations;
+        const auto other = std::make_shared<FakeRepository>();
+        other->set(QStringLiteral("a.b.c"), QStringLiteral("new"));
+        other->set(QStringLiteral("a.b.d"), QStringLiteral("new"));
+        Utilities::SetAppConfigRepositoryInterface(other);
+        page->read(QStringLiteral("a.*"));
+        page->clickItem(QStringLiteral("a.b.c"));
+        QVERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : old")));
+        const QModelIndex name = page->item(QStringLiteral("a.b.c"));
+        QCOMPARE(name.siblingAtColumn(1).data().toString(), QStringLiteral("old"));
+        page->boxes[0]->setCurrentText(QStringLiteral("b"));
+        QCOMPARE(BrowserPage::itemsOf(*page->boxes[1]), words("* c"));
+        page->search.setText(QStringLiteral("a.b."));
+        QCOMPARE(page->search.completer()->model()->rowCount(), 1);
+        if (!fake) // which copies nothing
+            QVERIFY(operations.copyAttribute(QStringLiteral("a.b.c"), QStringLiteral("a.b.e")));
+        QVERIFY(!other->contains(QStringLiteral("a.b.e")));
     }
 
     void livesWithoutARepository()

@@ -170,7 +170,7 @@ private slots:
         QFETCH(QString, searchPath);
         QFETCH(QStringList, chosen);
         AttributeTreeViewModel model;
-        HierarchyFilter filter;
+        HierarchyFilter filter(repository);
         filter.fill(model, searchPath);
         QTEST(filter.filterPath(chosen), "path");
     }
@@ -213,7 +213,7 @@ private slots:
             repository->set(QString::fromLatin1(path), 1);
         AttributeTreeViewModel model;
         model.resetModel(searchPath);
-        HierarchyFilter filter;
+        HierarchyFilter filter(repository);
         filter.fill(model, searchPath);
         // The page narrows its tree by what is chosen; the boxes go on offering all of the search path.
         model.resetModel(QStringLiteral("k"));

@@ -15,10 +15,11 @@ constexpr int firstPaths = 1000;
 
 }
 
-AttributeModel::AttributeModel(const QString& pathPattern, QObject* parent)
+AttributeModel::AttributeModel(const QString& pathPattern, QObject* parent,
+                               const std::shared_ptr<RepositoryInterface>& givenRepository)
     : QAbstractListModel(parent), pattern(pathPattern)
 {
-    if (const auto repository = GetAppConfigRepositoryInterface())
+    if (const auto repository = givenRepository ? givenRepository : GetAppConfigRepositoryInterface())
         tree = repository->getTreeInterface();
     paths = findPaths(firstPaths);
     complete = paths.size() < firstPaths;

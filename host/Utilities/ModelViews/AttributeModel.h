@@ -18,8 +18,11 @@ class VANTRY_HOST_EXPORT AttributeModel : public QAbstractListModel
     Q_OBJECT
 
 public:
-    // The pattern is a path that ends in "*".
-    AttributeModel(const QString& pattern, QObject* parent);
+    using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    // The pattern is a path that ends in "*". Without a repository it is that of the process.
+    AttributeModel(const QString& pattern, QObject* parent,
+                   const std::shared_ptr<RepositoryInterface>& repository = nullptr);
     ~AttributeModel() override;
 
     int rowCount(const QModelIndex& parent = {}) const override;

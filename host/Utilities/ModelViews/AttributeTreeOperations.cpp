@@ -3,7 +3,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/TextFile.h"
 #include "host/Utilities/ModelViews/TransferWindow.h"
-#include "host/Utilities/RepositoryAccess.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -54,9 +53,10 @@ QString reasonOf(StatusCode status, const TransferReport& report)
     return report.getReason().isEmpty() ? tr("the log says why") : report.getReason();
 }
 
-bool exportTo(const QString& fileName, const QString& type, const QString& path, QString& errorText)
+bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fileName, const QString& type,
+              const QString& path, QString& errorText)
 {
-    const auto transfer = transferOf(GetAppConfigRepositoryInterface());
+    const auto transfer = transferOf(repository);
     const auto refused = [&](const QString& reason) {
         errorText = tr("%1 is not written: %2").arg(fileName, reason);
         return false;
@@ -88,7 +88,7 @@ bool exportTo(const QString& fileName, const QString& type, const QString& path,
 
 bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
 {
-    const auto repository = GetAppConfigRepositoryInterface();
+    const auto repository = attributes; // also when the page, and this object with it, is closed meanwhile
     const auto tree = repository ? repository->getTreeInterface() : nullptr;
     if (!tree) {
         logFailure(tr("'%1' is not deleted: this repository deletes nothing").arg(path));
@@ -106,7 +106,7 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
 
 bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QString& target) const
 {
-    const auto repository = GetAppConfigRepositoryInterface();
+    const auto repository = attributes;
     const auto transfer = transferOf(repository);
     if (!transfer) {
         logFailure(tr("'%1' is not copied: this repository copies nothing").arg(source));
@@ -125,19 +125,19 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
 bool AttributeTreeViewModelUtils::exportAttributeToJson(const QString& fileName, const QString& path,
                                                         QString& errorText) const
 {
-    return exportTo(fileName, QStringLiteral("json"), path, errorText);
+    return exportTo(attributes, fileName, QStringLiteral("json"), path, errorText);
 }
 
 bool AttributeTreeViewModelUtils::exportAttributeToTxtFile(const QString& fileName, const QString& path,
                                                            QString& errorText) const
 {
-    return exportTo(fileName, QStringLiteral("txt"), path, errorText);
+    return exportTo(attributes, fileName, QStringLiteral("txt"), path, errorText);
 }
 
 bool AttributeTreeViewModelUtils::importAttributeFromJson(const QString& fileName, const QString& path,
                                                           QString& errorText) const
 {
-    const auto repository = GetAppConfigRepositoryInterface();
+    const auto repository = attributes;
     const auto transfer = transferOf(repository);
     const auto refused = [&](const QString& reason) {
         errorText = tr("%1 is not imported: %2").arg(fileName, reason);

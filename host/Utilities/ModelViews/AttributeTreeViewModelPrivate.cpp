@@ -40,13 +40,15 @@ AttributeTreeViewModel::Private::Private(AttributeTreeViewModel& owner)
     takeRepository();
 }
 
-// Whether there is another repository than before. Who took one keeps it when the host takes it away.
+// Whether there is one only now. A model keeps the first, whatever the host exchanges it for: those around it
+// keep theirs.
 bool AttributeTreeViewModel::Private::takeRepository()
 {
-    const auto current = GetAppConfigRepositoryInterface();
-    if (!current || current == repository)
+    if (repository)
         return false;
-    repository = current;
+    repository = GetAppConfigRepositoryInterface();
+    if (!repository)
+        return false;
     cells.setRepository(repository);
     unsaved = std::make_unique<UnsavedBackends>(repository->getChangesInterface());
     QObject::connect(unsaved.get(), &UnsavedBackends::looked, &model, [this] { followUnsaved(); });

@@ -3,12 +3,17 @@
 #include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/TextFile.h"
+#include "host/Utilities/RepositoryAccess.h"
 
 #include <QAbstractItemModel>
 
 namespace Utilities::ModelViews {
 
 using FrameworkCore::AppConfig::AccessMode;
+
+AttributeTreeViewModelUtils::AttributeTreeViewModelUtils() : attributes(GetAppConfigRepositoryInterface())
+{
+}
 
 QString AttributeTreeViewModelUtils::retriveAttributePathFromIndex(const QModelIndex& index) const
 {

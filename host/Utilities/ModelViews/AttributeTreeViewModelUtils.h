@@ -1,11 +1,14 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/HostExport.h"
 
 #include <QModelIndex>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
 
 class QAbstractItemModel;
 
@@ -13,12 +16,14 @@ namespace Utilities::ModelViews {
 
 // What pages need to know of items of an attribute tree, and what they do to subtrees. GUI thread.
 //
-// Operations on subtrees work on the repository of the process. Each is all or nothing and one step of undo;
-// one that takes longer than a second shows its progress in a modal window, where all but deleting can be
-// cancelled. They give false when nothing was done.
+// Operations on subtrees work on the repository that was the process's when the object was made. Each is all
+// or nothing and one step of undo; one that takes longer than a second shows its progress in a modal window,
+// where all but deleting can be cancelled. They give false when nothing was done.
 class VANTRY_HOST_EXPORT AttributeTreeViewModelUtils
 {
 public:
+    AttributeTreeViewModelUtils();
+
     // Full path of a tree item, its names from the top joined by "."; empty for an invalid index.
     QString retriveAttributePathFromIndex(const QModelIndex& index) const;
 
@@ -55,6 +60,9 @@ public:
 
     // "read-only", "write-only" or "read-write"; any other text gives None.
     static FrameworkCore::AppConfig::AccessMode GetBackendAccessMode(const QString& text);
+
+private:
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> attributes; // may be empty
 };
 
 } // namespace Utilities::ModelViews
