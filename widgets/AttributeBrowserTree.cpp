@@ -62,17 +62,20 @@ void AttributeBrowserWidget::expandIndexes(QModelIndex parent, QStringList lstEx
 void AttributeBrowserWidget::expandChildren(QModelIndex index)
 {
     postponeTreeLayout();
-    openBranch(index);
+    // An open item without children looks like a closed one, and each costs the tree an index that it keeps.
+    int mostLeaves = 20000;
+    openBranch(index, mostLeaves);
 }
 
-void AttributeBrowserWidget::openBranch(const QModelIndex& index)
+void AttributeBrowserWidget::openBranch(const QModelIndex& index, int& leavesLeft)
 {
     if (!index.isValid())
         return;
     const int rows = treeModel->rowCount(index);
     for (int row = 0; row < rows; ++row)
-        openBranch(treeModel->index(row, 0, index));
-    if (!ui->treeView->isExpanded(index))
+        openBranch(treeModel->index(row, 0, index), leavesLeft);
+    const bool isLeafTooMany = rows == 0 && --leavesLeft < 0;
+    if (!isLeafTooMany && !ui->treeView->isExpanded(index))
         openItem(index);
 }
 
