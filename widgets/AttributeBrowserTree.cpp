@@ -4,11 +4,7 @@
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
-#include "widgets/ReadableValue.h"
-
-#include <QLabel>
-#include <QScrollBar>
-#include <QTextCursor>
+#include "widgets/AttributeDetails.h"
 
 namespace Widgets {
 
@@ -140,12 +136,8 @@ void AttributeBrowserWidget::renewDetails(const QModelIndex& firstChanged, const
     const bool isChanged = detailsIndex.isValid() && detailsIndex.parent() == firstChanged.parent() &&
                            detailsIndex.row() >= firstChanged.row() &&
                            detailsIndex.row() <= lastChanged.row();
-    if (!isChanged)
-        return;
-    QScrollBar* const bar = ui->txtAttributeDetails->verticalScrollBar();
-    const int scrolled = bar->value();
-    showDetailsOf(detailsIndex);
-    bar->setValue(scrolled);
+    if (isChanged)
+        showDetailsOf(detailsIndex);
 }
 
 void AttributeBrowserWidget::showKeyboardSelection()
@@ -157,16 +149,9 @@ void AttributeBrowserWidget::showKeyboardSelection()
 void AttributeBrowserWidget::showAttributeDetails(QModelIndex index)
 {
     const QString path = pathOf(index);
-    const QVariant value = readValue(path);
-    QStringList paragraphs{QLatin1String("Name : ") + index.data().toString(),
-                           QLatin1String("Path : ") + path,
-                           QLatin1String("Data Type : ") + QLatin1String(value.typeName()),
-                           QLatin1String("Value : ") + readableValue(value)};
     const auto validations = repository ? repository->getValidationInterface() : nullptr;
-    const QStringList attached = validations ? validations->getValidationsOf(path) : QStringList();
-    if (!attached.isEmpty())
-        paragraphs.append(QLatin1String("Validations : ") + attached.join(QLatin1String(", ")));
-    showDetails(paragraphs);
+    details->showAttribute(index.data().toString(), path, readValue(path),
+                           validations ? validations->getValidationsOf(path) : QStringList());
 }
 
 void AttributeBrowserWidget::showBackendDetails(QModelIndex index)
@@ -174,21 +159,8 @@ void AttributeBrowserWidget::showBackendDetails(QModelIndex index)
     const QString name = backendNames.value(backendPaths.indexOf(pathOf(index)));
     const auto backends = repository ? repository->getBackendInterface() : nullptr;
     const auto information = backends ? backends->getBackendInformation(name) : nullptr;
-    showDetails({QLatin1String("Backend Name : ") + name,
-                 QLatin1String("Backend Type : ") + (information ? information->getBackendType() : QString()),
-                 QLatin1String("Backend Description : ") +
-                     (information ? information->getBackendDescription() : QString())});
-}
-
-void AttributeBrowserWidget::showDetails(const QStringList& paragraphs)
-{
-    const QString text = paragraphs.join(QLatin1Char('\n'));
-    if (text == ui->txtAttributeDetails->toPlainText())
-        return; // what the person has selected in it stays
-    // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
-    ui->txtAttributeDetails->clear();
-    QTextCursor cursor(ui->txtAttributeDetails->document());
-    cursor.insertText(text);
+    details->showBackend(name, information ? information->getBackendType() : QString(),
+                         information ? information->getBackendDescription() : QString());
 }
 
 } // namespace Widgets

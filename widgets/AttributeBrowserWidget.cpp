@@ -11,6 +11,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
+#include "widgets/AttributeDetails.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -44,6 +45,7 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     ui->txtAttributeDetails->setAutoFormatting(QTextEdit::AutoAll);
     ui->txtAttributeDetails->setAcceptRichText(true);
     ui->txtAttributeDetails->setLineWrapMode(QTextEdit::WidgetWidth);
+    details = new AttributeDetails(*ui->txtAttributeDetails);
     setUpFilters();
 }
 

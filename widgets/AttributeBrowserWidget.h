@@ -32,6 +32,8 @@ namespace Ui {
 class AttributeBrowserWidget;
 }
 
+class AttributeDetails;
+
 // The page that shows the repository as a tree: a search path with completion, four boxes that narrow the
 // tree level by level, the details of the clicked attribute or backend, and the attribute monitor. Values are
 // edited in their cells, and subtrees are worked on from a menu. It reads the tree when asked to. GUI thread.
@@ -113,7 +115,6 @@ private:
     bool isEditing() const;
     void showDetailsOf(QModelIndex index); // by value: it may be that of detailsIndex
     void renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged);
-    void showDetails(const QStringList& paragraphs);
     void fillMenu(QMenu& menu, bool isBackendRoot);
     bool isContextGone() const; // which is logged
     QString goneContextText() const;
@@ -132,6 +133,7 @@ private:
     bool isTreeRead = false;
     QPointer<QWidget> activeEditor; // over the cell contextIndex, or a window; not owned
     HierarchyFilter filter;
+    AttributeDetails* details; // owned through its Qt parent, the panel
 
     // Handlers of upper boxes that are running: a lower box that is refilled meanwhile does not filter.
     bool filterOneChanging = false;

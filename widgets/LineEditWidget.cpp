@@ -15,6 +15,8 @@ namespace Widgets {
 
 namespace {
 
+constexpr int longestEdited = 100000; // characters, which are all laid out anew with each key
+
 // The integer that the text is, as one of the type; 0 when it is none, or none of the type's range.
 template <typename Integer>
 bool parseInteger(const QString& text, QVariant& number)
@@ -52,7 +54,11 @@ LineEditWidget::LineEditWidget(QWidget* parent, const QString& path, const QVari
       attributeValue(value)
 {
     setMaxLength(std::numeric_limits<int>::max()); // or a long text would be cut, and written like that
-    setText(attributeValue.toString());
+    const QString valueText = attributeValue.toString();
+    setReadOnly(valueText.size() > longestEdited);
+    setText(isReadOnly() ? tr("A value of %1 characters is too long to be edited in a line")
+                               .arg(QLocale().toString(valueText.size()))
+                         : valueText);
     setFrame(false);
     setAccessibleName(attributeFullPath);
     setFocusPolicy(Qt::StrongFocus);
@@ -174,7 +180,7 @@ bool LineEditWidget::getModifiedAttributeValue(QVariant& vValue)
     case QMetaType::QChar:
         return false;
     default:
-        vValue = text();
+        vValue = isReadOnly() ? attributeValue.toString() : text(); // it shows why it cannot be edited
         return true;
     }
 }

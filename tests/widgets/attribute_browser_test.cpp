@@ -12,11 +12,17 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QCompleter>
+#include <QDialog>
 #include <QFile>
 #include <QHeaderView>
 #include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
 #include <QScrollBar>
+#include <QSlider>
+#include <QTableView>
 #include <QTemporaryDir>
 
 using FrameworkCore::AppConfig::AccessMode;
@@ -370,6 +376,73 @@ private slots:
         const QString shown = page->details.toPlainText();
         page->clickItem(QStringLiteral("a.other"), Qt::RightButton);
         QCOMPARE(page->details.toPlainText(), shown); // a menu is no click
+    }
+
+    void showsTheBeginningOfALongValue_data()
+    {
+        QTest::addColumn<QVariant>("value");
+        QTest::addColumn<bool>("isWhole");
+        const QString nested = QString(500, QLatin1Char('[')) + QString(500, QLatin1Char(']'));
+        QTest::newRow("the longest whole one") << QVariant(QString(10000, QLatin1Char('x'))) << true;
+        QTest::newRow("unbroken") << QVariant(QString(60000, QLatin1Char('x'))) << false;
+        QTest::newRow("pairs") << QVariant(QLatin1Char('x') + QString::fromUtf8("\U0001F600").repeated(9000))
+                               << false;
+        QTest::newRow("lines") << QVariant(QStringLiteral("line\n").repeated(50000)) << false;
+        QTest::newRow("few, empty lines") << QVariant(QString(1500, QLatin1Char('\n'))) << false;
+        QTest::newRow("items") << QVariant(words(QStringLiteral("item ").repeated(9000))) << false;
+        QTest::newRow("deep JSON") << QVariant(QLatin1Char('[') + (nested + QLatin1Char(',')).repeated(100) +
+                                               QStringLiteral("1]"))
+                                   << false;
+    }
+
+    void showsTheBeginningOfALongValue()
+    {
+        QFETCH(QVariant, value);
+        QFETCH(bool, isWhole);
+        const QString text = value.type() == QVariant::StringList
+                                 ? value.toStringList().join(QLatin1Char(','))
+                                 : value.toString();
+        createOne(QStringLiteral("a"), value);
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(QStringLiteral("a"));
+        page->clickItem(QStringLiteral("a"));
+        const QString label = QStringLiteral("Value : ");
+        const QString shown = page->details.toPlainText();
+        const QString beginning = shown.mid(shown.indexOf(label) + label.size());
+        QCOMPARE(beginning == text, isWhole);
+        QVERIFY(text.startsWith(beginning) && !beginning.isEmpty() && beginning.size() <= 10000);
+        QVERIFY(!beginning.at(beginning.size() - 1).isHighSurrogate());
+        QCOMPARE(shown.contains(QLocale().toString(text.size())), !isWhole);
+        if (isWhole)
+            return;
+
+        page->details.setFocus();
+        QTest::keyClick(&page->details, Qt::Key_Tab);
+        QTest::keyClick(&page->details, Qt::Key_Return);
+        QPointer<QDialog> window;
+        for (QWidget* const each : QApplication::topLevelWidgets()) {
+            if (auto* const dialog = qobject_cast<QDialog*>(each))
+                window = dialog;
+        }
+        QVERIFY(window && window->isVisible());
+        const auto* const part = window->findChild<QPlainTextEdit*>();
+        auto* const slider = window->findChild<QSlider*>();
+        QString all;
+        for (bool isMore = true; isMore;) {
+            all += part->toPlainText();
+            const int before = slider->value();
+            QTest::keyClick(slider, Qt::Key_Right);
+            isMore = slider->value() > before;
+        }
+        QCOMPARE(all, text);
+        QTest::keyClick(slider, Qt::Key_Escape);
+        QTRY_VERIFY(!window);
+
+        page->details.setFocus();
+        QTest::keyClick(&page->details, Qt::Key_Tab);
+        QTest::keyClick(&page->details, Qt::Key_Return);
+        QCOMPARE(QGuiApplication::clipboard()->text(), text);
     }
 
     // Also when nothing is selected any more, so that the page alone knows which item it shows.

@@ -394,6 +394,19 @@ private slots:
         QCOMPARE(wrong(refused, false), QStringList());
     }
 
+    void aTextTooLongForALineIsLeftAlone()
+    {
+        const QString value(200000, QLatin1Char('x'));
+        repository->set(path, value);
+        Editing editing(value);
+        QVERIFY(editing.isReady);
+        editing.replaceText(text("y"));
+        editing.end();
+        QCOMPARE(editing.ends, 1);
+        QCOMPARE(repository->getValue(path), QVariant(value));
+        QVERIFY(qobject_cast<QLineEdit*>(editing.editor)->text().contains(QLatin1String("200")));
+    }
+
     void livesWithoutARepository()
     {
         Utilities::SetAppConfigRepositoryInterface({});

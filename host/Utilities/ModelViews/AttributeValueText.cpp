@@ -13,7 +13,7 @@ namespace Values = FrameworkCore::Values;
 
 namespace {
 
-constexpr int longestText = 4096; // characters
+constexpr int longestText = 1000; // characters; more than a screen is wide
 
 // A visible sign for what would break or hide the line.
 QChar shown(QChar character)
@@ -35,13 +35,23 @@ QString textOf(const QVariant& value)
                           : value.toString();
 }
 
+// The items joined by commas, as far as they are needed for a text longer than that.
+QString joined(const QStringList& items, int longest)
+{
+    QString text = items.value(0);
+    for (int i = 1; i < items.size() && text.size() <= longest; ++i)
+        text += QLatin1Char(',') + items.at(i);
+    return text;
+}
+
+// Cut where it is longer, but not to that length yet, so that the cut is noticed.
 QString rawText(const QVariant& value, int longest)
 {
     switch (value.userType()) {
     case QMetaType::QString:
         return value.toString();
     case QMetaType::QStringList:
-        return value.toStringList().join(QLatin1Char(','));
+        return joined(value.toStringList(), longest);
     case QMetaType::QByteArray:
         return textOf(value.toByteArray().left(longest + 1));
     default:

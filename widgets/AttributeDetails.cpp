@@ -1,0 +1,119 @@
+#include "widgets/AttributeDetails.h"
+
+#include "widgets/PageWindow.h"
+#include "widgets/ReadableValue.h"
+#include "widgets/ValueWindow.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QScrollBar>
+#include <QTextBrowser>
+#include <QTextCursor>
+#include <QUrl>
+
+namespace Widgets {
+
+namespace {
+
+constexpr QLatin1String showLink("#show");
+constexpr QLatin1String copyLink("#copy");
+
+QTextCharFormat linkFormat(const QPalette& palette, const QString& link)
+{
+    QTextCharFormat format;
+    format.setAnchor(true);
+    format.setAnchorHref(link);
+    format.setForeground(palette.link());
+    format.setFontUnderline(true);
+    return format;
+}
+
+} // namespace
+
+AttributeDetails::AttributeDetails(QTextBrowser& browser) : QObject(&browser), panel(browser)
+{
+    panel.setOpenLinks(false);
+    connect(&panel, &QTextBrowser::anchorClicked, this, &AttributeDetails::followLink);
+}
+
+void AttributeDetails::showAttribute(const QString& name, const QString& path, const QVariant& value,
+                                     const QStringList& validations)
+{
+    const QString text = readableValue(value);
+    const QString beginning = beginningOf(text);
+    const bool isWhole = beginning.size() == text.size();
+    const bool isSameAttribute = path == shownPath;
+    const int scrolled = panel.verticalScrollBar()->value();
+    shownPath = path;
+    shownValue = value;
+    QStringList paragraphs{QLatin1String("Name : ") + beginningOf(name),
+                           QLatin1String("Path : ") + beginningOf(path),
+                           QLatin1String("Data Type : ") + QLatin1String(value.typeName()),
+                           QLatin1String("Value : ") + beginning};
+    if (!validations.isEmpty())
+        paragraphs.append(QLatin1String("Validations : ") +
+                          beginningOf(validations.join(QLatin1String(", "))));
+    show(paragraphs, isWhole ? 0 : text.size());
+    if (isSameAttribute)
+        panel.verticalScrollBar()->setValue(scrolled);
+}
+
+void AttributeDetails::showBackend(const QString& name, const QString& type, const QString& description)
+{
+    shownPath.clear();
+    shownValue.clear();
+    show({QLatin1String("Backend Name : ") + beginningOf(name), QLatin1String("Backend Type : ") + type,
+          QLatin1String("Backend Description : ") + beginningOf(description)});
+}
+
+void AttributeDetails::clear()
+{
+    shownPath.clear();
+    shownValue.clear();
+    shownText.clear();
+    panel.clear();
+}
+
+void AttributeDetails::show(const QStringList& paragraphs, int wholeLength)
+{
+    const QString text = paragraphs.join(QLatin1Char('\n')) + QString::number(wholeLength);
+    if (text == shownText)
+        return; // what the person has selected in it stays
+    shownText = text;
+    panel.clear();
+    if (wholeLength > 0)
+        insertNote(wholeLength);
+    // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
+    QTextCursor cursor(panel.document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(paragraphs.join(QLatin1Char('\n')), QTextCharFormat());
+}
+
+// Before all else, where it is seen however long what follows is.
+void AttributeDetails::insertNote(int wholeLength)
+{
+    const QString gap = QString::fromLatin1("   ");
+    QTextCursor cursor(panel.document());
+    cursor.insertText(tr("Only the beginning of the value is shown; it has %1 characters.")
+                          .arg(QLocale().toString(wholeLength)));
+    cursor.insertText(gap, QTextCharFormat());
+    cursor.insertText(tr("Show All"), linkFormat(panel.palette(), showLink));
+    cursor.insertText(gap, QTextCharFormat());
+    cursor.insertText(tr("Copy Value"), linkFormat(panel.palette(), copyLink));
+    cursor.insertBlock(QTextBlockFormat(), QTextCharFormat());
+}
+
+void AttributeDetails::followLink(const QUrl& link)
+{
+    if (link.toString() == copyLink) {
+        QGuiApplication::clipboard()->setText(valueText(shownValue));
+        return;
+    }
+    auto* const window = new ValueWindow(shownPath, readableValue(shownValue), valueText(shownValue));
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    deleteWith(panel, *window);
+    window->show();
+}
+
+} // namespace Widgets
