@@ -125,6 +125,7 @@ void AttributeBrowserWidget::onTreeItemClicked(QModelIndex /*clicked*/)
 void AttributeBrowserWidget::showDetailsOf(QModelIndex index)
 {
     detailsIndex = index;
+    detailsPath = pathOf(index);
     if (isSelectedIndexIsBackendRoot(index))
         showBackendDetails(index);
     else
@@ -140,9 +141,27 @@ void AttributeBrowserWidget::renewDetails(const QModelIndex& firstChanged, const
         showDetailsOf(detailsIndex);
 }
 
-void AttributeBrowserWidget::showKeyboardSelection()
+// Finds the item again when the tree was read anew, or its row moved.
+void AttributeBrowserWidget::followDetails()
 {
-    if (ui->treeView->hasFocus() && QGuiApplication::mouseButtons() == Qt::NoButton)
+    if (detailsIndex.isValid() || detailsPath.isEmpty())
+        return;
+    const QModelIndex item = treeModel->indexFromPath(detailsPath);
+    if (item.isValid()) {
+        showDetailsOf(item);
+        return;
+    }
+    detailsPath.clear();
+    details->clear();
+}
+
+// By the keyboard, or by the press that begins a drag, which is no click.
+void AttributeBrowserWidget::showSelection()
+{
+    const Qt::MouseButtons buttons = QGuiApplication::mouseButtons();
+    if (isRemovingRows)
+        return;
+    if (buttons == Qt::LeftButton || (buttons == Qt::NoButton && ui->treeView->hasFocus()))
         onTreeItemClicked(ui->treeView->currentIndex());
 }
 

@@ -95,10 +95,15 @@ void AttributeBrowserWidget::setUpTree()
     connect(treeModel, &AttributeTreeViewModel::refreshAttributeTree, this,
             &AttributeBrowserWidget::onBtnReadAttributeClicked);
     connect(treeModel, &QAbstractItemModel::dataChanged, this, &AttributeBrowserWidget::renewDetails);
+    // Before the tree hears of it, and selects another row in place of one that goes.
+    connect(treeModel, &QAbstractItemModel::rowsAboutToBeRemoved, this, [this] { isRemovingRows = true; });
     tree->setModel(treeModel);
+    connect(treeModel, &QAbstractItemModel::rowsRemoved, this, [this] { isRemovingRows = false; });
+    connect(treeModel, &QAbstractItemModel::rowsRemoved, this, &AttributeBrowserWidget::followDetails,
+            Qt::QueuedConnection); // a row that moves comes again at once
+    connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &AttributeBrowserWidget::showSelection);
     setUpTreeHint();
-    connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-            &AttributeBrowserWidget::showKeyboardSelection);
 }
 
 void AttributeBrowserWidget::setUpTreeHint()
@@ -186,6 +191,7 @@ void AttributeBrowserWidget::refreshAttributesList(QString attributeSearchPath)
     isTreeRead = true;
     showTreeHint();
     updateBackendPathList();
+    followDetails();
     localization->loadTranslations(QLocale(QLocale::German, QLocale::AnyCountry));
 }
 

@@ -108,12 +108,13 @@ private:
     void openBranch(const QModelIndex& index, int& leavesLeft);
     void closeBranch(const QModelIndex& index);
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows
-    void showKeyboardSelection();
+    void showSelection();
     void showTreeHint();
     template <typename Editor>
     void showInCell(const QModelIndex& cell, const QString& path, const QVariant& value);
     bool isEditing() const;
     void showDetailsOf(QModelIndex index); // by value: it may be that of detailsIndex
+    void followDetails();
     void renewDetails(const QModelIndex& firstChanged, const QModelIndex& lastChanged);
     void fillMenu(QMenu& menu, bool isBackendRoot);
     bool isContextGone() const; // which is logged
@@ -159,6 +160,8 @@ private:
     QPersistentModelIndex contextIndex; // the item that the menu, or the editor, is about
     QString contextPath;                // of the menu's item, to name it when it has left the tree
     QPersistentModelIndex detailsIndex; // the item whose details are shown
+    QString detailsPath;                // by which it is found again, should its row go and come
+    bool isRemovingRows = false;
 
     ExpansionMemory expandedPaths;
 };

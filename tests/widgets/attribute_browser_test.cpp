@@ -466,6 +466,35 @@ private slots:
         }
     }
 
+    void detailsFollowTheirItem()
+    {
+        createOne(QStringLiteral("ab"), QStringLiteral("first"));
+        createOne(QStringLiteral("ac"), QStringLiteral("second"));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read({});
+        page->clickItem(QStringLiteral("ab"));
+        page->read(QStringLiteral("a*")); // the tree is another one
+        QCOMPARE(repository->getWriterInterface()->writeAttributeValue(QStringLiteral("ab"),
+                                                                       QStringLiteral("third"), 15),
+                 0);
+        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : third")));
+
+        // A row that a drag selects, without a click.
+        auto* const monitor = page->part<QTableView>("appConfigDataAccessWidget");
+        const QPoint row = page->tree.visualRect(page->item(QStringLiteral("ac"))).center();
+        QVERIFY(TestSupport::drag(*page->tree.viewport(), row, *monitor->viewport(), QPoint(30, 30)));
+        QTRY_COMPARE(monitor->model()->rowCount(), 1);
+        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
+
+        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("ac")),
+                 FrameworkCore::AppConfig::Success);
+        QTRY_COMPARE(page->details.toPlainText(), QString());
+        page->clickItem(QStringLiteral("ab"));
+        page->read(QStringLiteral("zz"));
+        QCOMPARE(page->details.toPlainText(), QString());
+    }
+
     void keysMoveThroughTheDetails()
     {
         createOne(QStringLiteral("a"), QStringLiteral("first"));
