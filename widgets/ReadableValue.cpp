@@ -14,6 +14,7 @@ constexpr qint64 longestLaidOut = 1 << 20;
 // What QTextDocument breaks into lines takes time with the square of an unbroken text.
 constexpr int longestBeginning = 10000;
 constexpr int mostLines = 1000;
+constexpr int mostMarks = 100;
 
 // The length of a JSON text with its lines indented, which is far more than its own when it is deeply nested.
 qint64 indentedLength(const QString& json)
@@ -79,8 +80,11 @@ QString beginningOf(const QString& text)
     if (end < text.size() && text.at(end).isLowSurrogate())
         --end;
     int lines = 0;
+    int marks = 0; // on one character
     for (int i = 0; i < end; ++i) {
-        if (text.at(i) == QLatin1Char('\n') && ++lines == mostLines)
+        lines += text.at(i) == QLatin1Char('\n') ? 1 : 0;
+        marks = text.at(i).isMark() ? marks + 1 : 0;
+        if (lines == mostLines || marks == mostMarks)
             end = i;
     }
     return text.left(end);

@@ -389,6 +389,7 @@ private slots:
                                << false;
         QTest::newRow("lines") << QVariant(QStringLiteral("line\n").repeated(50000)) << false;
         QTest::newRow("few, empty lines") << QVariant(QString(1500, QLatin1Char('\n'))) << false;
+        QTest::newRow("marks") << QVariant(QLatin1Char('a') + QString(5000, QChar(0x301))) << false;
         QTest::newRow("items") << QVariant(words(QStringLiteral("item ").repeated(9000))) << false;
         QTest::newRow("deep JSON") << QVariant(QLatin1Char('[') + (nested + QLatin1Char(',')).repeated(100) +
                                                QStringLiteral("1]"))
