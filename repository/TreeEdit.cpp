@@ -139,27 +139,6 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent, Plac
     return made;
 }
 
-// Where among its siblings a new child belongs, as its document has them.
-std::size_t TreeEdit::placeFor(const QString& path, const Node& parent)
-{
-    using Kind = Documents::SiblingPlace::Kind;
-    const Children& siblings = *parent.children;
-    if (!parent.backend || siblings.count == 0)
-        return siblings.places.size();
-    const Backend::Place place = parent.backend->placeOf(path);
-    if (place.kind == Kind::First)
-        return 0;
-    if (place.kind == Kind::After) {
-        const Node* const last = siblings.last();
-        const Node* const before = last->path == place.sibling ? last : find(place.sibling);
-        if (before && before->parent == &parent)
-            return before->slot + std::size_t(1);
-    }
-    if (place.kind != Kind::Last)
-        restoreOrder(*parent.backend);
-    return siblings.places.size();
-}
-
 // A node that cannot be filed is taken out of the tree again.
 Node& TreeEdit::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash)
 {
@@ -265,8 +244,8 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
     if (node) {
-        if (backend)
-            restoreOrder(*backend); // the value may come before the group
+        if (backend && !isInPlace(*node))
+            restoreOrder(*backend); // the value has come before the group
         setAttribute(*node, value, access, UpdateResult::Created);
         return StatusCode::Success;
     }

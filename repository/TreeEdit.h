@@ -122,6 +122,7 @@ private:
     // The node is not filed yet.
     std::unique_ptr<Node> linkNode(const QString& path, Node& parent, Placing placing);
     std::size_t placeFor(const QString& path, const Node& parent);
+    bool isInPlace(const Node& node);
     // The shard's lock is held.
     static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);
     // Attribute lock held, or not filed.

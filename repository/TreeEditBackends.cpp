@@ -5,8 +5,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <limits>
-#include <new>
 
 // The part of an edit that brings documents into the tree and takes them out again.
 
@@ -132,55 +130,6 @@ void TreeEdit::showChanges(Backend& backend, const DocumentChanges& changes)
     for (const DocumentChange& change : changes.entries) {
         if (change.kind != DocumentChange::Kind::Removed)
             showEntry(backend, backend.absolute(change.path), change.after);
-    }
-}
-
-void TreeEdit::orderNodes(Backend& backend)
-{
-    std::vector<Node*> held;
-    std::vector<Node*> nodes;
-    try {
-        if (Node* const root = find(backend.getName()))
-            nodes = subtree(*root, &backend);
-        backend.visit([&](const QString& path, const FrameworkCore::Values::Value&) {
-            Node* const node = find(path);
-            if (node && node->parent && node->parent->backend == &backend)
-                held.push_back(node);
-        });
-    } catch (const std::bad_alloc&) {
-        areAllOrdered = false;
-        return;
-    }
-    // What the document does not hold, as the roots of other backends, comes last.
-    for (const Node* const node : nodes) {
-        if (node->children)
-            node->children->giveSlots(std::numeric_limits<quint32>::max());
-    }
-    for (std::size_t i = 0; i < held.size(); ++i)
-        held[i]->slot = quint32(i);
-    for (const Node* const node : nodes) {
-        if (node->children && node->children->orderBySlots())
-            tellOfOrder(*node);
-    }
-}
-
-// Watchers are of attributes, so that those of the first one below are told.
-void TreeEdit::tellOfOrder(const Node& parent)
-{
-    const auto firstBelow = [](const Node& group) {
-        const std::vector<Node*>& places = group.children->places;
-        return *std::find_if(places.begin(), places.end(), [](const Node* child) { return child; });
-    };
-    Node* node = firstBelow(parent);
-    while (!node->isAttribute() && node->children && node->children->count > 0)
-        node = firstBelow(*node);
-    if (!node->isAttribute())
-        return;
-    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
-    try {
-        Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Reordered);
-    } catch (const std::bad_alloc&) {
-        areAllTold = false;
     }
 }
 

@@ -77,7 +77,7 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     pieces[piece].node = index.demandNext(index.demand(ends.parent, false), last.name, false);
     index.node(pieces[piece].node).entry = piece;
     if (before != none && index.node(before).firstChild == none)
-        index.moveBehind(pieces[piece].node, before);
+        index.moveAfter(pieces[piece].node, before);
     else if (before != none)
         restoreOrder();
     return {};

@@ -114,7 +114,7 @@ void TxtIndex::unlink(std::uint32_t id)
     (node.next == none ? group.lastChild : nodes[node.next].previous) = node.previous;
 }
 
-void TxtIndex::moveBehind(std::uint32_t id, std::uint32_t sibling)
+void TxtIndex::moveAfter(std::uint32_t id, std::uint32_t sibling)
 {
     if (id == sibling || nodes[id].previous == sibling)
         return;

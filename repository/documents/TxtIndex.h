@@ -54,8 +54,8 @@ public:
     std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
 
     // Change the order of siblings.
-    void moveBehind(std::uint32_t id, std::uint32_t sibling);
-    void moveToEnd(std::uint32_t id) { moveBehind(id, node(node(id).parent).lastChild); }
+    void moveAfter(std::uint32_t id, std::uint32_t sibling);
+    void moveToEnd(std::uint32_t id) { moveAfter(id, node(node(id).parent).lastChild); }
 
     // The node is no entry any more. It goes unless it is a group too, and so do those that only led to it.
     void dropEntry(std::uint32_t id);

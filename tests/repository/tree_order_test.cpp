@@ -237,6 +237,8 @@ private slots:
             {folder->filePath(QStringLiteral("n")), QString(), AccessMode::ReadWrite}, 2));
         QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("m.a.x")), Success);
         QCOMPARE(childNames("m"), QStringLiteral("b a n"));
+        QVERIFY(repository->getWriterInterface()->createAttribute(QStringLiteral("m.z"), 1, 3, 3));
+        QCOMPARE(childNames("m"), QStringLiteral("b a z n"));
         for (const char* path : {"g.1", "g.0", "g.2"})
             QVERIFY(repository->getWriterInterface()->createAttribute(QLatin1String(path), 1, 3, 3));
         QCOMPARE(childNames("g"), QStringLiteral("1 0 2"));
