@@ -13,10 +13,12 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-// How the next node on the way is placed: in what is new itself, the document has it as it was given.
-TreeEdit::Placing placingIn(const std::vector<Node*>& way, bool keepsOrder)
+constexpr std::size_t fewNodes = 1000; // of more, sorting them at the end is quicker than asking for each
+
+// How the next node on the way is placed. In what is new itself, nodes may stand as they were given.
+TreeEdit::Placing placingIn(const std::vector<Node*>& way, bool appends)
 {
-    return keepsOrder && way.size() > 1 ? TreeEdit::Placing::Last : TreeEdit::Placing::ByDocument;
+    return appends && way.size() > 1 ? TreeEdit::Placing::Last : TreeEdit::Placing::ByDocument;
 }
 
 } // namespace
@@ -190,9 +192,12 @@ void BulkWrite::showNew()
     attributes.reserve(items.size());
     std::vector<Node*> way;
     const bool keepsOrder = newPlace->keepsGivenOrder();
+    const bool appends = keepsOrder || items.size() > fewNodes;
+    if (appends && !keepsOrder)
+        edit.restoreOrder(*newPlace);
     for (Item& item : items) {
-        Node& parent = newParent(way, made, item.path, keepsOrder);
-        const auto placing = placingIn(way, keepsOrder);
+        Node& parent = newParent(way, made, item.path, appends);
+        const auto placing = placingIn(way, appends);
         if (item.isGroup) {
             way.push_back(&edit.addGroup(made, parent, item.path, placing));
             continue;
@@ -205,7 +210,7 @@ void BulkWrite::showNew()
 }
 
 // The nodes on the way are the last one and those above it, of which the first was there before.
-Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool keepsOrder)
+Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool appends)
 {
     const QStringView parent = parentPath(path);
     if (way.empty())
@@ -216,7 +221,7 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
         const int nameStart = way.back()->path.isEmpty() ? 0 : way.back()->path.size() + 1;
         const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
         way.push_back(
-            &edit.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, keepsOrder)));
+            &edit.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, appends)));
     }
     return *way.back();
 }

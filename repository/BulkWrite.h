@@ -71,7 +71,7 @@ private:
     void keepText(Backend& backend);
     void show(const Item& item);
     void showNew();
-    Node& newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool keepsOrder);
+    Node& newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool appends);
 
     TreeEdit& edit;
     const QString root;

@@ -220,6 +220,21 @@ private slots:
         QCOMPARE(text.simplified().replace(' ', ""), QByteArray("[11,12,13]"));
     }
 
+    // Of many nodes none is asked for by itself.
+    void largeCopiesAreSorted()
+    {
+        QVERIFY(mount(QStringLiteral("xml"), "<a/>"));
+        for (const QString& name : {QStringLiteral("e"), QStringLiteral("@last")}) {
+            for (int i = 0; i < 600; ++i)
+                QVERIFY(repository->getWriterInterface()->createAttribute(
+                    QStringLiteral("g.") + name + QString::number(i), i, 3, 3));
+        }
+        const auto transfer = repository->getTransferInterface();
+        QCOMPARE(transfer->copyTree(QStringLiteral("g"), QStringLiteral("m.a.b")), Success);
+        saved();
+        QCOMPARE(listed(), listedAfresh());
+    }
+
     // Whose value comes to stand before all sections of an ini file.
     void groupsThatGetAValueMove()
     {
