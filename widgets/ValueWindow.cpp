@@ -1,9 +1,10 @@
 #include "widgets/ValueWindow.h"
 
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -11,6 +12,8 @@
 #include <QVBoxLayout>
 
 namespace Widgets {
+
+using Utilities::ModelViews::Widgets::PlainLabel;
 
 namespace {
 
@@ -33,7 +36,7 @@ ValueWindow::ValueWindow(const QString& path, const QString& shownText, const QS
     view->setReadOnly(true);
     view->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     view->setAccessibleName(tr("Part of the value"));
-    auto* const place = new QLabel;
+    auto* const place = new PlainLabel;
     auto* const copy = new QPushButton(tr("Copy &Value"));
     auto* const close = new QPushButton(tr("&Close"));
     for (QPushButton* const button : {copy, close})
