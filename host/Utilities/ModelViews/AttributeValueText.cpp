@@ -13,7 +13,7 @@ namespace Values = FrameworkCore::Values;
 
 namespace {
 
-constexpr int longestText = 1000; // characters; more than a screen is wide
+constexpr int longestText = 4096; // characters
 
 // A visible sign for what would break or hide the line.
 QChar shown(QChar character)
