@@ -10,6 +10,12 @@ namespace {
 constexpr std::size_t nearPlaces = 64;
 constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at the beginnings of names first
 
+template <typename Row>
+auto at(Row& row, std::size_t place)
+{
+    return row.begin() + typename Row::difference_type(place);
+}
+
 } // namespace
 
 void Children::append(Node& child)
@@ -35,7 +41,7 @@ void Children::insert(Node& child, std::size_t place)
     }
     if (place > 0 && !places[place - 1])
         --place;
-    auto gap = std::size_t(std::find(places.begin() + place, places.end(), nullptr) - places.begin());
+    auto gap = std::size_t(std::find(at(places, place), places.end(), nullptr) - places.begin());
     if (gap - place > nearPlaces && places.size() - std::size_t(count) < std::size_t(count) / 8) {
         makeRoom(place);
         gap = place;
@@ -49,7 +55,7 @@ void Children::insert(Node& child, std::size_t place)
         ++count;
     }
     const auto moveUp = [place, gap](auto& row) {
-        std::rotate(row.begin() + place, row.begin() + gap, row.begin() + gap + 1);
+        std::rotate(at(row, place), at(row, gap), at(row, gap + 1));
     };
     moveUp(places);
     if (!prefixes.empty())
@@ -64,9 +70,9 @@ void Children::makeRoom(std::size_t place)
     places.reserve(size);
     if (!prefixes.empty()) {
         prefixes.reserve(size);
-        prefixes.insert(prefixes.begin() + place, nearPlaces, NamePrefix());
+        prefixes.insert(at(prefixes, place), nearPlaces, NamePrefix());
     }
-    places.insert(places.begin() + place, nearPlaces, nullptr);
+    places.insert(at(places, place), nearPlaces, nullptr);
     giveOwnSlots(place + nearPlaces, size);
 }
 
