@@ -1,5 +1,7 @@
 #include "widgets/ReadableValue.h"
 
+#include "host/Utilities/ModelViews/TextBeginning.h"
+
 #include <QJsonDocument>
 #include <QStringList>
 
@@ -14,7 +16,6 @@ constexpr qint64 longestLaidOut = 1 << 20;
 // What QTextDocument breaks into lines takes time with the square of an unbroken text.
 constexpr int longestBeginning = 10000;
 constexpr int mostLines = 1000;
-constexpr int mostMarks = 100;
 
 // The length of a JSON text with its lines indented, which is far more than its own when it is deeply nested.
 qint64 indentedLength(const QString& json)
@@ -76,18 +77,7 @@ QString readableValue(const QVariant& value)
 
 QString beginningOf(const QString& text)
 {
-    int end = qMin(text.size(), longestBeginning);
-    if (end < text.size() && text.at(end).isLowSurrogate())
-        --end;
-    int lines = 0;
-    int marks = 0; // on one character
-    for (int i = 0; i < end; ++i) {
-        lines += text.at(i) == QLatin1Char('\n') ? 1 : 0;
-        marks = text.at(i).isMark() ? marks + 1 : 0;
-        if (lines == mostLines || marks == mostMarks)
-            end = i;
-    }
-    return text.left(end);
+    return Utilities::ModelViews::beginningOf(text, longestBeginning, mostLines);
 }
 
 } // namespace Widgets

@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
+#include "host/Utilities/ModelViews/TextBeginning.h"
+
 namespace Utilities::ModelViews {
 
 namespace {
@@ -10,13 +12,8 @@ constexpr int mostLines = 60;
 
 QString bounded(const QString& text)
 {
-    int end = qMin(text.size(), longestText);
-    int lines = 0;
-    for (int i = 0; i < end; ++i) {
-        if (text.at(i) == QLatin1Char('\n') && ++lines == mostLines)
-            end = i;
-    }
-    return end == text.size() ? text : text.left(end) + QChar(0x2026);
+    const QString beginning = beginningOf(text, longestText, mostLines);
+    return beginning.size() == text.size() ? text : beginning + QChar(0x2026);
 }
 
 } // namespace
