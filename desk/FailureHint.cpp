@@ -166,7 +166,7 @@ void FailureHint::show(const QString& failure)
     QAccessible::updateAccessibility(&alert);
 }
 
-// The edit that is kept is told again.
+// Shows the kept edit again.
 void FailureHint::endText()
 {
     life.stop();

@@ -29,7 +29,7 @@ public:
 
     QString getText() const { return text; } // empty while nothing is told
 
-    // Ends what is told of a backend that is not among these any more.
+    // Drops the failure of a backend that has left this list.
     void showUnsaved(const QStringList& backends);
 
 signals:

@@ -219,7 +219,7 @@ private:
 
     void tellDue(Clock::time_point now)
     {
-        Files due; // apart, since what is told may take memory, and then all is left as it is
+        Files due; // a copy: when reporting runs out of memory, nothing has changed
         for (const auto& [number, file] : known) {
             if (file->due && *file->due <= now)
                 due.emplace_hint(due.end(), number, file);

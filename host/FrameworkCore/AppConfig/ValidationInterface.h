@@ -8,7 +8,7 @@
 
 namespace FrameworkCore::AppConfig::Interfaces {
 
-// What a person is told of a validation who may choose it.
+// Describes a validation to a person who may choose it.
 struct ValidationDescription
 {
     QString example; // as addValidation takes it, with an argument where it needs one: "range(0,100)"
