@@ -2,7 +2,8 @@
 
 #include "files/FileSaver.h"
 #include "repository/FileKind.h"
-#include "repository/documents/TextPosition.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/TextPosition.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/Document.h"
+#include "repository/documents/common/Document.h"
 
 #include <QString>
 

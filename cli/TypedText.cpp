@@ -4,8 +4,8 @@
 #include "cli/Suggestion.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/documents/JsonScalar.h"
-#include "repository/documents/TypeMark.h"
+#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/json/JsonScalar.h"
 
 #include <cmath>
 

@@ -1,7 +1,8 @@
 #include "fuzz/DocumentExercise.h"
 
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/SameValue.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/SameValue.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "fuzz/XmlScannerCheck.h"
 
-#include "repository/documents/XmlScanner.h"
+#include "repository/documents/xml/XmlScanner.h"
 
 #include <expat.h>
 #include <utility>

@@ -7,7 +7,7 @@
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
 #include "repository/UnifiedDiff.h"
-#include "repository/documents/TextEncoding.h"
+#include "repository/documents/common/TextEncoding.h"
 
 #include <algorithm>
 #include <set>

@@ -6,6 +6,7 @@
 #include "repository/FileKind.h"
 #include "repository/PathBudget.h"
 #include "repository/RepositoryLog.h"
+#include "repository/documents/Formats.h"
 
 #include <QFile>
 

@@ -7,6 +7,7 @@
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
+#include "repository/documents/Formats.h"
 
 #include <QDir>
 #include <QFile>

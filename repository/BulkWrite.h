@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/TreeEdit.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/common/Document.h"
 
 #include <QString>
 #include <QVariant>

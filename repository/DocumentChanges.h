@@ -1,7 +1,7 @@
 #pragma once
 
-#include "repository/documents/Document.h"
-#include "repository/documents/SameValue.h"
+#include "repository/documents/common/Document.h"
+#include "repository/documents/common/SameValue.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,7 @@
 #include "repository/EditedDocument.h"
 
 #include "repository/DocumentMerge.h"
+#include "repository/documents/Formats.h"
 
 #include <algorithm>
 

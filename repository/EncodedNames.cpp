@@ -1,7 +1,7 @@
 #include "repository/EncodedNames.h"
 
-#include "repository/documents/Document.h"
-#include "repository/documents/KeyText.h"
+#include "repository/documents/common/Document.h"
+#include "repository/documents/common/KeyText.h"
 
 namespace Repository {
 

@@ -1,8 +1,9 @@
 #include "repository/ExportText.h"
 
 #include "repository/EncodedNames.h"
-#include "repository/documents/JsonText.h"
-#include "repository/documents/KeyText.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/json/JsonText.h"
 
 #include <algorithm>
 

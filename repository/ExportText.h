@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/TransferProgress.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/common/Document.h"
 
 #include <memory>
 #include <string>

@@ -11,7 +11,7 @@
 #include "repository/PathRules.h"
 #include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/Formats.h"
 
 namespace Repository {
 

@@ -6,7 +6,7 @@
 #include "files/FileSaver.h"
 #include "repository/FileFormat.h"
 #include "repository/MemoryGuard.h"
-#include "repository/documents/TextPosition.h"
+#include "repository/documents/common/TextPosition.h"
 
 #include <QTemporaryDir>
 

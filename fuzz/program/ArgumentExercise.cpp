@@ -8,8 +8,8 @@
 #include "fuzz/program/ScratchFolder.h"
 #include "fuzz/program/Texts.h"
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/Document.h"
-#include "repository/documents/TypeMark.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/TypeMark.h"
 
 #include <QMap>
 

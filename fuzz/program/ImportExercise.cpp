@@ -7,7 +7,7 @@
 #include "repository/AttributeRepository.h"
 #include "repository/EncodedNames.h"
 #include "repository/PathRules.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/Formats.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/Formats.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/Formats.h"
 #include "tests/documents/EntryLines.h"
 
 #include <QByteArray>

@@ -250,3 +250,4 @@ int main(int argc, char** argv)
 }
 
 #include "corpora_test.moc"
+#include "repository/documents/Formats.h"

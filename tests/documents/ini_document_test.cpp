@@ -310,3 +310,4 @@ int main(int argc, char** argv)
 }
 
 #include "ini_document_test.moc"
+#include "repository/documents/Formats.h"

@@ -279,3 +279,4 @@ int main(int argc, char** argv)
 }
 
 #include "json_document_test.moc"
+#include "repository/documents/Formats.h"

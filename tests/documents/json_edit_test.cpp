@@ -1,4 +1,4 @@
-#include "repository/documents/JsonDocument.h"
+#include "repository/documents/json/JsonDocument.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -389,3 +389,4 @@ int main(int argc, char** argv)
 }
 
 #include "json_edit_test.moc"
+#include "repository/documents/Formats.h"

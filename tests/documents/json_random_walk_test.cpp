@@ -1,4 +1,4 @@
-#include "repository/documents/KeyText.h"
+#include "repository/documents/common/KeyText.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -387,3 +387,4 @@ int main(int argc, char** argv)
 }
 
 #include "json_random_walk_test.moc"
+#include "repository/documents/Formats.h"

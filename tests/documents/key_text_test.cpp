@@ -1,5 +1,5 @@
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/KeyText.h"
+#include "repository/documents/common/KeyText.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>

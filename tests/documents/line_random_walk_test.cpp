@@ -1,4 +1,4 @@
-#include "repository/documents/KeyText.h"
+#include "repository/documents/common/KeyText.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -337,3 +337,4 @@ int main(int argc, char** argv)
 }
 
 #include "line_random_walk_test.moc"
+#include "repository/documents/Formats.h"

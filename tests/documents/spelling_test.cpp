@@ -139,4 +139,5 @@ int main(int argc, char** argv)
     return TestSupport::runTest<QCoreApplication, SpellingTest>(argc, argv);
 }
 
+#include "repository/documents/Formats.h"
 #include "spelling_test.moc"

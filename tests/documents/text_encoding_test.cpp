@@ -1,4 +1,4 @@
-#include "repository/documents/TextEncoding.h"
+#include "repository/documents/common/TextEncoding.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>

@@ -1,4 +1,4 @@
-#include "repository/documents/TypeMark.h"
+#include "repository/documents/common/TypeMark.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 

@@ -1,4 +1,4 @@
-#include "repository/documents/SameValue.h"
+#include "repository/documents/common/SameValue.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -260,4 +260,5 @@ int main(int argc, char** argv)
     return TestSupport::runTest<QCoreApplication, TypeRoundTripTest>(argc, argv);
 }
 
+#include "repository/documents/Formats.h"
 #include "type_round_trip_test.moc"

@@ -1,4 +1,4 @@
-#include "repository/documents/XmlReader.h"
+#include "repository/documents/xml/XmlReader.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -403,4 +403,5 @@ int main(int argc, char** argv)
     return TestSupport::runTest<QCoreApplication, XmlDocumentTest>(argc, argv);
 }
 
+#include "repository/documents/Formats.h"
 #include "xml_document_test.moc"

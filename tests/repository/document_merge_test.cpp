@@ -370,3 +370,4 @@ int main(int argc, char** argv)
 }
 
 #include "document_merge_test.moc"
+#include "repository/documents/Formats.h"

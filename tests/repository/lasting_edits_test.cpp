@@ -1,6 +1,6 @@
 #include "repository/FileFormat.h"
-#include "repository/documents/KeyText.h"
-#include "repository/documents/SameValue.h"
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/SameValue.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
@@ -284,3 +284,4 @@ int main(int argc, char** argv)
 }
 
 #include "lasting_edits_test.moc"
+#include "repository/documents/Formats.h"

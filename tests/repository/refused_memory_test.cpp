@@ -189,3 +189,4 @@ int main(int argc, char** argv)
 }
 
 #include "refused_memory_test.moc"
+#include "repository/documents/Formats.h"

@@ -1,6 +1,6 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/Formats.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 

@@ -1,5 +1,5 @@
 #include "repository/AttributeRepository.h"
-#include "repository/documents/Document.h"
+#include "repository/documents/Formats.h"
 #include "tests/support/ModelText.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"

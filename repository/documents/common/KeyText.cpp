@@ -1,0 +1,206 @@
+#include "repository/documents/common/KeyText.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace Repository::Documents {
+
+namespace {
+
+using FrameworkCore::Values::utf8Length;
+
+void appendEncoded(std::string& out, std::string_view bytes)
+{
+    constexpr char digits[] = "0123456789ABCDEF";
+    for (const char byte : bytes) {
+        const auto value = static_cast<unsigned char>(byte);
+        out += '%';
+        out += digits[value >> 4];
+        out += digits[value & 15];
+    }
+}
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// Beyond ASCII: control characters, marks and overrides of writing direction, line and paragraph separators.
+bool isInvisibleControl(char32_t code)
+{
+    return (code >= 0x80 && code <= 0x9F) || code == 0x061C || (code >= 0x200E && code <= 0x200F) ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+// A whole UTF-8 sequence, or one byte that belongs to none.
+bool mustBeEncoded(std::string_view sequence)
+{
+    const auto first = static_cast<unsigned char>(sequence.front());
+    if (sequence.size() == 1)
+        return first < 0x20 || first >= 0x7F || first == '.' || first == '*' || first == '%' || first == ';';
+    return isInvisibleControl(FrameworkCore::Values::utf8CodePoint(sequence));
+}
+
+int hexDigit(char c)
+{
+    if (isDigit(c))
+        return c - '0';
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+bool isNothingButNul(std::string_view text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c == '\0'; });
+}
+
+} // namespace
+
+bool isPlainKey(std::string_view key)
+{
+    return !key.empty() && key.front() != '@' && key.front() != '#' && key.back() != ']' &&
+           std::all_of(key.begin(), key.end(), [](char c) {
+               return c >= 0x20 && c < 0x7F && c != '.' && c != '*' && c != '%' && c != ';';
+           });
+}
+
+bool endsInNumber(std::string_view key)
+{
+    if (key.empty() || key.back() != ']')
+        return false;
+    std::size_t at = key.size() - 1;
+    while (at > 0 && isDigit(key[at - 1]))
+        --at;
+    return at > 0 && at < key.size() - 1 && key[at - 1] == '[';
+}
+
+std::string encodeKey(std::string_view key)
+{
+    std::string out;
+    appendKey(out, key);
+    return out;
+}
+
+void appendKey(std::string& out, std::string_view key)
+{
+    if (isPlainKey(key)) {
+        out += key;
+        return;
+    }
+    if (isNothingButNul(key)) {
+        appendEncoded(out, std::string(key.size() + 1, '\0'));
+        return;
+    }
+    const std::size_t closing = endsInNumber(key) ? key.size() - 1 : key.size();
+    for (std::size_t at = 0; at < key.size();) {
+        const std::size_t length = std::max<std::size_t>(1, utf8Length(key.substr(at)));
+        const std::string_view sequence = key.substr(at, length);
+        const bool leadingMark = at == 0 && (sequence[0] == '@' || sequence[0] == '#');
+        if (leadingMark || at == closing || mustBeEncoded(sequence))
+            appendEncoded(out, sequence);
+        else
+            out += sequence;
+        at += length;
+    }
+}
+
+std::string encodePath(std::string_view name)
+{
+    std::string path;
+    while (true) {
+        const std::size_t dot = name.find('.');
+        const std::string component = encodeKey(name.substr(0, dot));
+        // "%25" is what encoding makes of "%", and of nothing else.
+        std::size_t from = 0;
+        for (std::size_t at = component.find("%25"); at != std::string::npos;
+             at = component.find("%25", from)) {
+            path.append(component, from, at + 1 - from);
+            from = at + 3;
+        }
+        path.append(component, from);
+        if (dot == std::string_view::npos)
+            return path;
+        path += '.';
+        name.remove_prefix(dot + 1);
+    }
+}
+
+std::optional<std::string> decodeKey(std::string_view component)
+{
+    std::string key;
+    key.reserve(component.size());
+    for (std::size_t at = 0; at < component.size(); ++at) {
+        if (component[at] != '%') {
+            key += component[at];
+            continue;
+        }
+        const int high = at + 2 < component.size() ? hexDigit(component[at + 1]) : -1;
+        const int low = high >= 0 ? hexDigit(component[at + 2]) : -1;
+        if (low < 0)
+            return std::nullopt;
+        key += static_cast<char>(high * 16 + low);
+        at += 2;
+    }
+    if (!key.empty() && isNothingButNul(key))
+        key.pop_back();
+    if (encodeKey(key) != component)
+        return std::nullopt;
+    return key;
+}
+
+NumberedComponent splitNumber(std::string_view component)
+{
+    if (!endsInNumber(component))
+        return {component, 1};
+    const std::size_t open = component.rfind('[');
+    const std::string_view digits = component.substr(open + 1, component.size() - open - 2);
+    std::size_t number = 0;
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (read.ec != std::errc() || digits.front() == '0' || number < 2)
+        return {component, 1};
+    return {component.substr(0, open), number};
+}
+
+std::string joinNumber(std::string_view name, std::size_t number)
+{
+    std::string component(name);
+    if (number > 1)
+        component += '[' + std::to_string(number) + ']';
+    return component;
+}
+
+std::optional<std::vector<std::string_view>> splitPath(std::string_view path)
+{
+    std::vector<std::string_view> components;
+    while (true) {
+        const std::size_t dot = path.find('.');
+        components.push_back(path.substr(0, dot));
+        if (components.back().empty())
+            return std::nullopt;
+        if (dot == std::string_view::npos)
+            return components;
+        path.remove_prefix(dot + 1);
+    }
+}
+
+PathEnds splitLast(std::string_view path)
+{
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string_view::npos)
+        return {std::string_view(), path};
+    return {path.substr(0, dot), path.substr(dot + 1)};
+}
+
+std::string joinPath(std::string_view parent, std::string_view component)
+{
+    std::string path;
+    path.reserve(parent.size() + component.size() + 1);
+    path += parent;
+    if (!parent.empty())
+        path += '.';
+    path += component;
+    return path;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,227 @@
+#include "repository/documents/common/TextEncoding.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/CharacterSet.h"
+#include "repository/documents/common/TextPosition.h"
+
+namespace Repository::Documents {
+
+namespace {
+
+using FrameworkCore::Values::appendUtf8;
+using Kind = TextEncoding::Kind;
+using namespace std::string_view_literals;
+
+constexpr std::string_view littleMark = "\xFF\xFE"sv;
+constexpr std::string_view bigMark = "\xFE\xFF"sv;
+constexpr std::string_view littleWideMark = "\xFF\xFE\0\0"sv; // of UTF-32
+constexpr std::string_view bigWideMark = "\0\0\xFE\xFF"sv;
+
+bool beginsWith(std::string_view text, std::string_view front)
+{
+    return text.substr(0, front.size()) == front;
+}
+
+bool mayBeginUnmarked(std::string_view bytes)
+{
+    return !beginsWith(bytes, utf8Mark) && !beginsWith(bytes, littleMark) && !beginsWith(bytes, bigMark) &&
+           !beginsWith(bytes, bigWideMark);
+}
+
+bool isHighHalf(char32_t c)
+{
+    return c >= 0xD800 && c <= 0xDBFF;
+}
+
+bool isLowHalf(char32_t c)
+{
+    return c >= 0xDC00 && c <= 0xDFFF;
+}
+
+struct Character
+{
+    char32_t code = 0;
+    std::size_t length = 0; // in bytes of the text; 0 where there is no character
+};
+
+// The character, or half of one, at the front of the text.
+Character characterAt(std::string_view text)
+{
+    const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+    const std::size_t length = FrameworkCore::Values::utf8Length(text);
+    const bool half = length == 0 && text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 &&
+                      byteAt(1) <= 0xBF && byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
+    if (length == 0 && !half)
+        return {};
+    const std::string_view sequence = text.substr(0, half ? 3 : length);
+    return {FrameworkCore::Values::utf8CodePoint(sequence), sequence.size()};
+}
+
+std::string decodeUtf16(std::string_view bytes, bool bigEnd)
+{
+    const auto unitAt = [bytes, bigEnd](std::size_t at) {
+        const char32_t first = static_cast<unsigned char>(bytes[at]);
+        const char32_t second = static_cast<unsigned char>(bytes[at + 1]);
+        return bigEnd ? first << 8 | second : second << 8 | first;
+    };
+    std::string text;
+    text.reserve(bytes.size());
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+        char32_t unit = unitAt(at);
+        if (isHighHalf(unit) && at + 3 < bytes.size() && isLowHalf(unitAt(at + 2))) {
+            unit = 0x10000 + ((unit - 0xD800) << 10) + (unitAt(at + 2) - 0xDC00);
+            at += 2;
+        }
+        appendUtf8(text, unit);
+    }
+    return text;
+}
+
+void appendUnit(std::string& bytes, char32_t unit, bool bigEnd)
+{
+    const char high = static_cast<char>(static_cast<unsigned char>(unit >> 8));
+    const char low = static_cast<char>(static_cast<unsigned char>(unit));
+    bytes += bigEnd ? high : low;
+    bytes += bigEnd ? low : high;
+}
+
+void appendUtf16(std::string& bytes, std::string_view text, bool bigEnd)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        if (c.code >= 0x10000) {
+            appendUnit(bytes, 0xD7C0 + (c.code >> 10), bigEnd);
+            appendUnit(bytes, 0xDC00 + (c.code & 0x3FF), bigEnd);
+        } else {
+            appendUnit(bytes, c.code, bigEnd);
+        }
+        at += c.length ? c.length : 1;
+    }
+}
+
+} // namespace
+
+Outcome TextEncoding::decode(std::string& bytes, Rules rules)
+{
+    if (beginsWith(bytes, littleWideMark) || beginsWith(bytes, bigWideMark))
+        return {"the text is UTF-32; save it as UTF-8 to have it read", 1, 1};
+    const bool bigEnd = beginsWith(bytes, bigMark);
+    if (bigEnd || beginsWith(bytes, littleMark)) {
+        if (!rules.utf16)
+            return {"the text is UTF-16; save it as UTF-8 to have it read", 1, 1};
+        std::string text = decodeUtf16(std::string_view(bytes).substr(littleMark.size()), bigEnd);
+        if (bytes.size() % 2 != 0) {
+            const TextPosition position = positionOf(text, text.size());
+            return {"the UTF-16 text ends in the middle of a character", position.line, position.column};
+        }
+        kind = bigEnd ? Kind::Utf16Be : Kind::Utf16Le;
+        bytes = std::move(text);
+    } else if (beginsWith(bytes, utf8Mark)) {
+        kind = Kind::Utf8WithMark;
+        bytes.erase(0, utf8Mark.size());
+    } else if (!rules.declared.empty()) {
+        CharacterSet::Conversion text = CharacterSet::toUtf8(rules.declared, bytes);
+        const bool isExact =
+            !text.failedAt && CharacterSet::fromUtf8(rules.declared, text.text).text == bytes;
+        if (!isExact) {
+            const TextPosition position = positionOf(text.text, text.failedAt ? text.text.size() : 0);
+            return {"the bytes from here are no " + rules.declared + " that could be written back",
+                    position.line, position.column};
+        }
+        kind = Kind::Declared;
+        characterSet = std::move(rules.declared);
+        bytes = std::move(text.text);
+    } else {
+        kind = Kind::Utf8;
+    }
+    return {};
+}
+
+std::string TextEncoding::encode(std::string text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark) {
+        text.insert(0, mark());
+        return text;
+    }
+    if (kind == Kind::Declared)
+        return CharacterSet::fromUtf8(characterSet, text).text;
+    std::string bytes(mark());
+    bytes.reserve(mark().size() + 2 * text.size());
+    appendUtf16(bytes, text, kind == Kind::Utf16Be);
+    return bytes;
+}
+
+std::string TextEncoding::findRefusal(std::string_view text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+        return {};
+    if (kind == Kind::Declared) {
+        const auto failedAt = CharacterSet::fromUtf8(characterSet, text).failedAt;
+        if (!failedAt)
+            return {};
+        const std::size_t length = characterAt(text.substr(*failedAt)).length;
+        return "the file is " + characterSet + ", which has no " +
+               (length ? '"' + std::string(text.substr(*failedAt, length)) + '"'
+                       : std::string("place for bytes that are no characters"));
+    }
+    char32_t before = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        if (c.length == 0)
+            return "the file is UTF-16, which has no place for bytes that are no characters";
+        if (isHighHalf(before) && isLowHalf(c.code))
+            return "the file is UTF-16, where these two halves would become one character";
+        before = c.code;
+        at += c.length;
+    }
+    return {};
+}
+
+bool TextEncoding::mayBegin(std::string_view text) const
+{
+    switch (kind) {
+    case Kind::Utf8WithMark:
+    case Kind::Utf16Be:
+        return true;
+    case Kind::Utf16Le:
+        return text.empty() || text.front() != '\0';
+    case Kind::Declared:
+        return mayBeginUnmarked(encode(std::string(text.substr(0, 8))));
+    case Kind::Utf8:
+        break;
+    }
+    return mayBeginUnmarked(text);
+}
+
+std::size_t TextEncoding::sizeOf(std::string_view text) const
+{
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+        return text.size();
+    if (kind == Kind::Declared)
+        return encode(std::string(text)).size();
+    std::size_t size = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const Character c = characterAt(text.substr(at));
+        size += c.code >= 0x10000 ? 4 : 2;
+        at += c.length ? c.length : 1;
+    }
+    return size;
+}
+
+std::string_view TextEncoding::mark() const
+{
+    switch (kind) {
+    case Kind::Utf8WithMark:
+        return utf8Mark;
+    case Kind::Utf16Le:
+        return littleMark;
+    case Kind::Utf16Be:
+        return bigMark;
+    case Kind::Utf8:
+    case Kind::Declared:
+        break;
+    }
+    return {};
+}
+
+} // namespace Repository::Documents

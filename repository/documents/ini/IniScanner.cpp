@@ -1,0 +1,314 @@
+#include "repository/documents/ini/IniScanner.h"
+
+#include "repository/documents/common/TypeMark.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+
+namespace {
+
+constexpr std::size_t none = std::string_view::npos;
+
+bool isWordCharacter(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+// Behind the quotation that opens at this place; the place itself when none does. An apostrophe inside a word
+// opens none.
+std::size_t skipQuotation(std::string_view content, std::size_t at)
+{
+    const char quote = content[at];
+    if ((quote != '"' && quote != '\'') || (at > 0 && isWordCharacter(content[at - 1])))
+        return at;
+    for (std::size_t close = at + 1; close < content.size(); ++close) {
+        if (content[close] == '\\')
+            ++close;
+        else if (content[close] == quote)
+            return close + 1;
+    }
+    return at;
+}
+
+// Where the comment behind a value begins; the end of the content when there is none.
+std::size_t inlineComment(std::string_view content, std::size_t from, IniComments comments)
+{
+    // One search for both would look at each character apart.
+    const bool mayHold = content.find(';', from) != none || content.find('#', from) != none;
+    if (comments == IniComments::OwnLines || !mayHold)
+        return content.size();
+    for (std::size_t at = from; at < content.size();) {
+        const std::size_t behind = skipQuotation(content, at);
+        if (behind > at) {
+            at = behind;
+            continue;
+        }
+        const bool mark = content[at] == ';' || content[at] == '#';
+        if (mark && at > 0 && isBlank(content[at - 1]) && at + 1 < content.size() && isBlank(content[at + 1]))
+            return at;
+        ++at;
+    }
+    return content.size();
+}
+
+std::size_t findColon(std::string_view content)
+{
+    std::size_t colon = content.find(':');
+    while (colon != none && content.substr(colon, 3) == "://")
+        colon = content.find(':', colon + 1);
+    return colon;
+}
+
+std::size_t findSeparator(std::string_view content)
+{
+    const std::size_t equals = content.find('=');
+    const std::size_t colon = findColon(content.substr(0, equals));
+    if (equals == none || colon == none)
+        return std::min(equals, colon);
+    return isBlank(content[colon + 1]) ? colon : equals;
+}
+
+// A section's name ends at the first "]" behind which there is nothing but blanks or a comment, so that names
+// may hold brackets.
+std::size_t findHeaderEnd(std::string_view content, std::size_t open)
+{
+    for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
+        const std::string_view behind = trimBlanks(content.substr(close + 1));
+        if (behind.empty() || isIniComment(behind))
+            return close;
+    }
+    return none;
+}
+
+bool isHeader(std::string_view content)
+{
+    const std::size_t open = indentOf(content);
+    return open < content.size() && content[open] == '[' && findHeaderEnd(content, open) != none;
+}
+
+bool goesOnBehindBackslash(std::string_view content, std::string_view next)
+{
+    if (indentOf(next) > 0)
+        return true;
+    if (isHeader(next))
+        return false;
+    const bool blankBefore = content.size() < 2 || isBlank(content[content.size() - 2]);
+    return blankBefore || findSeparator(next) == none;
+}
+
+bool goesOn(std::string_view content, std::size_t indent, IniGap gap, std::string_view next)
+{
+    if (indentOf(next) > indent)
+        return true;
+    if (!endsInBackslash(content) || gap.blank)
+        return false;
+    return gap.any ? indentOf(next) > 0 : goesOnBehindBackslash(content, next);
+}
+
+std::uint32_t narrow(std::size_t offset)
+{
+    return static_cast<std::uint32_t>(offset);
+}
+
+// Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
+// so that a value put there stands as the others do.
+void placeValue(IniLine& line, std::string_view content, std::size_t separator, IniComments comments)
+{
+    const std::size_t comment =
+        line.continued ? content.size() : inlineComment(content, separator + 1, comments);
+    std::size_t begin = separator + 1;
+    while (begin < comment && isBlank(content[begin]))
+        ++begin;
+    std::size_t end = comment;
+    while (end > begin && isBlank(content[end - 1]))
+        --end;
+    if (begin == end) {
+        const bool blank = separator + 1 < comment && (comment == content.size() || separator + 2 < comment);
+        begin = end = separator + (blank ? 2 : 1);
+    }
+    line.valueBegin = narrow(begin);
+    line.valueEnd = narrow(end);
+}
+
+std::string_view lastContent(const IniLine& line)
+{
+    std::size_t at = 0;
+    std::string_view content;
+    while (at < line.text.size()) {
+        const TextLine physical = textLineAt(line.text, at);
+        content = physical.content;
+        at = physical.end;
+    }
+    return content;
+}
+
+} // namespace
+
+bool isIniComment(std::string_view line)
+{
+    const std::size_t begin = indentOf(line);
+    return begin < line.size() && (line[begin] == ';' || line[begin] == '#');
+}
+
+std::optional<IniLine> IniScanner::next()
+{
+    if (position == text.size() || !error.empty())
+        return std::nullopt;
+    const std::size_t begin = position;
+    std::size_t marksBegin = begin; // of the marks right above the line that is looked at
+    Type mark = Type::Group;
+    while (position < text.size()) {
+        const TextLine physical = textLineAt(text, position);
+        const std::string_view content = physical.content;
+        const bool isComment = isIniComment(content);
+        if (!isComment && !isBlankLine(content)) {
+            const bool isSection = content[indentOf(content)] == '[';
+            if (isSection && position == begin)
+                return takeHeader(physical);
+            if (!isSection && marksBegin == begin)
+                return takeEntry(begin, physical, mark);
+            position = isSection ? position : marksBegin;
+            break;
+        }
+        const std::optional<Type> read = isComment ? readTypeMark(content) : std::nullopt;
+        // Of marks one above the other the last one holds; all of them go with the entry.
+        if (!read)
+            marksBegin = physical.end;
+        mark = read.value_or(Type::Group);
+        position = physical.end;
+    }
+    IniLine gap;
+    gap.text = text.substr(begin, position - begin);
+    return gap;
+}
+
+std::optional<IniLine> IniScanner::takeHeader(const TextLine& physical)
+{
+    const std::size_t open = indentOf(physical.content);
+    const std::size_t close = findHeaderEnd(physical.content, open);
+    if (close == none) {
+        const std::size_t bracket = physical.content.find(']', open);
+        errorOffset = position + (bracket == none ? open : bracket + 1);
+        error = bracket == none ? "the name of a section is not closed by \"]\""
+                                : "only a comment may follow the \"]\" of a section";
+        return std::nullopt;
+    }
+    IniLine line;
+    line.kind = IniLine::Kind::Header;
+    line.indent = narrow(open);
+    line.keyBegin = narrow(open + 1);
+    line.keyEnd = line.valueBegin = line.valueEnd = narrow(close);
+    line.text = text.substr(position, physical.end - position);
+    position = physical.end;
+    return line;
+}
+
+IniLine IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mark)
+{
+    const std::size_t lineBegin = position;
+    IniLine line;
+    line.kind = IniLine::Kind::Entry;
+    line.mark = mark;
+    line.indent = narrow(indentOf(first.content));
+    line.keyBegin = line.indent;
+    position = first.end;
+
+    const std::size_t comment = inlineComment(first.content, line.indent, comments);
+    const std::size_t separator = findSeparator(first.content.substr(0, comment));
+    line.separated = separator != none;
+    std::size_t keyEnd = std::min(separator, comment);
+    while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
+        --keyEnd;
+    line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
+    if (line.separated) {
+        const std::size_t furtherEnd = takeFurtherLines(first.content, line.indent);
+        line.continued = furtherEnd > 0;
+        placeValue(line, first.content, separator, comments);
+        if (line.continued)
+            line.valueEnd = narrow(furtherEnd - lineBegin);
+    }
+    for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
+        *offset += narrow(lineBegin - begin);
+    line.text = text.substr(begin, position - begin);
+    return line;
+}
+
+std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t indent)
+{
+    std::size_t end = 0;
+    IniGap gap;
+    for (std::size_t at = position; at < text.size();) {
+        // Told by one character in nearly all files.
+        if (isWordCharacter(text[at]) && !endsInBackslash(content))
+            break;
+        const TextLine further = textLineAt(text, at);
+        at = further.end;
+        if (isBlankLine(further.content) || isIniComment(further.content)) {
+            gap.any = true;
+            gap.blank = gap.blank || isBlankLine(further.content);
+            continue;
+        }
+        if (!goesOn(content, indent, gap, further.content))
+            break;
+        content = further.content;
+        gap = IniGap();
+        const std::string_view trimmed = trimBlanks(content);
+        end = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size();
+        position = further.end;
+    }
+    return end;
+}
+
+IniComments findIniComments(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        const std::size_t end = line.content.substr(0, 1) == "[" ? findHeaderEnd(line.content, 0) : none;
+        if (end != none)
+            return iniCommentsOf(line.content.substr(1, end - 1));
+        at = line.end;
+    }
+    return IniComments::BehindValues;
+}
+
+std::optional<IniLine> scanSingle(std::string_view text, IniComments comments)
+{
+    IniScanner scanner(text, comments);
+    std::optional<IniLine> line = scanner.next();
+    if (!line || line->text.size() != text.size())
+        return std::nullopt;
+    return line;
+}
+
+IniGap operator|(IniGap a, IniGap b)
+{
+    return {a.any || b.any, a.blank || b.blank};
+}
+
+IniGap describeGap(std::string_view text)
+{
+    IniGap gap{!text.empty(), false};
+    for (std::size_t at = 0; at < text.size() && !gap.blank;) {
+        const TextLine line = textLineAt(text, at);
+        gap.blank = isBlankLine(line.content);
+        at = line.end;
+    }
+    return gap;
+}
+
+bool wouldSwallow(const IniLine& above, const IniLine& below, IniGap between)
+{
+    if (above.kind != IniLine::Kind::Entry || !above.separated)
+        return false;
+    // A piece that was added may begin with the blank line that sets it off.
+    const std::size_t before = below.text.substr(0, below.keyBegin).find_last_of("\r\n");
+    const std::size_t begin = before == none ? 0 : before + 1;
+    const IniGap gap = between | describeGap(below.text.substr(0, begin));
+    return goesOn(lastContent(above), above.indent, gap, textLineAt(below.text, begin).content);
+}
+
+} // namespace Repository::Documents

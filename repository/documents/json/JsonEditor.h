@@ -1,0 +1,63 @@
+#pragma once
+
+#include "repository/documents/json/JsonContent.h"
+#include "repository/documents/json/JsonLayout.h"
+#include "repository/documents/json/JsonMembers.h"
+#include "repository/documents/json/JsonTree.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Edits a tree and keeps its names and its layout right. Whether an edit is allowed was decided before.
+class JsonEditor
+{
+public:
+    JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers);
+
+    // Takes over the style of the text that was read.
+    void detectStyle();
+
+    const JsonStyle& getStyle() const { return layout.getStyle(); }
+
+    // Makes the root, an empty object, in a text without a value.
+    void createRoot();
+
+    // The child of the root that stays behind all others; none at first.
+    void keepLast(JsonNodeId child) { keptLast = child; }
+
+    // A new last child of an object, the ordinal-th of this key, or of an array.
+    JsonNodeId appendMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal,
+                            const JsonContent& content);
+    JsonNodeId appendElement(JsonNodeId array, const JsonContent& content);
+
+    void setContent(JsonNodeId id, const JsonContent& content);
+
+    // Gives a node the value of one of another tree, with its bytes. The other tree may change inside.
+    void copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source);
+
+    // Gives a node that has one its original value again.
+    void restore(JsonNodeId id);
+
+    void remove(JsonNodeId id);
+
+    // Turns a value into an object that holds it as its own value.
+    void wrap(JsonNodeId id);
+
+private:
+    JsonNodeId insert(JsonNodeId container);
+    void place(JsonNodeId id);
+    void fillList(JsonNodeId id, const std::vector<std::string>& list);
+    void changeList(JsonNodeId id, const std::vector<std::string>& list);
+    JsonNodeId insertText(JsonNodeId list, JsonNodeId previous, const std::string& text);
+
+    JsonTree& tree;
+    JsonMembers& members;
+    JsonLayout layout;
+    JsonNodeId keptLast = noJsonNode;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "repository/documents/json/JsonStyle.h"
+#include "repository/documents/json/JsonTree.h"
+
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Distributes blanks, line breaks and comments when a node comes or goes: what is new looks like its
+// siblings, and what goes takes its line along, with the comments on that line and no others.
+class JsonLayout
+{
+public:
+    explicit JsonLayout(JsonTree& syntaxTree);
+
+    // Takes over the style of the text that was read.
+    void detect();
+
+    const JsonStyle& getStyle() const { return style; }
+
+    // Place a node that was just linked: as the only child (in lines of their own or in the line of its
+    // parent), before all others, or behind another one.
+    void placeOnly(JsonNodeId id, bool inLines);
+    void placeFirst(JsonNodeId id);
+    void placeBehind(JsonNodeId id);
+
+    // To be called before a node is unlinked.
+    void takeOut(JsonNodeId id);
+
+    // True when a container that gets its first child should have it in a line of its own.
+    bool opensLines(JsonNodeId container) const;
+
+    // What to put between key and value of a new member.
+    std::string colonFor(JsonNodeId object) const;
+
+    // What to put behind a comma that is followed by a value in the same line.
+    std::string_view blankBehindComma() const;
+
+private:
+    // The text behind a node's comma, or behind its value when it is the last one and has none.
+    struct Following
+    {
+        JsonNodeId holder;
+        JsonPart part;
+        bool behindComma;
+    };
+
+    Following followingOf(JsonNodeId id) const;
+    std::string leadLike(JsonNodeId sibling) const;
+    std::string keptBefore(JsonNodeId id) const;
+    std::string keptBehind(JsonNodeId id, const std::string& following) const;
+    std::string join(std::string first, std::string_view second, JsonNodeId container) const;
+
+    JsonTree& tree;
+    JsonStyle style;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,286 @@
+#include "repository/documents/json/JsonMembers.h"
+
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/json/JsonScalar.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::uint32_t searchedCount = 8; // up to this many children are searched without an index
+
+// The position that a component spells; empty when it is none or not in its plain form.
+std::optional<std::uint32_t> readPosition(std::string_view text)
+{
+    std::uint32_t position = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, position);
+    const bool plain = text == "0" || (!text.empty() && text[0] != '0');
+    return plain && error == std::errc() && stop == end ? std::optional(position) : std::nullopt;
+}
+
+std::uint32_t hashOf(std::string_view key, std::uint32_t ordinal)
+{
+    const std::uint64_t hash = std::hash<std::string_view>()(key) + ordinal * 0x9E3779B97F4A7C15U;
+    return static_cast<std::uint32_t>(hash ^ hash >> 32);
+}
+
+} // namespace
+
+JsonMembers::JsonMembers(JsonTree& syntaxTree) : tree(syntaxTree)
+{
+}
+
+void JsonMembers::dropAll()
+{
+    indexes.clear();
+    elements.clear();
+    ordinals.clear();
+}
+
+void JsonMembers::addAll(JsonNodeId container)
+{
+    JsonNode& node = tree.node(container);
+    if (node.kind == JsonKind::Object && node.count > 0) {
+        HashIndex index = numberMembers(container);
+        node.indexed = node.count > searchedCount;
+        if (node.indexed)
+            indexes.emplace(container, std::move(index));
+    } else if (node.count > searchedCount) {
+        buildIndex(container);
+    }
+}
+
+// Finds the keys that an object has more than once.
+HashIndex JsonMembers::numberMembers(JsonNodeId object)
+{
+    HashIndex index;
+    std::string buffer;
+    std::unordered_map<JsonNodeId, std::uint32_t> counts; // by the first member of a key
+    for (JsonNodeId id = tree.node(object).first; id != noJsonNode; id = tree.node(id).next) {
+        const std::string_view key = keyOf(id, buffer);
+        if (key == ownValueKey)
+            tree.node(object).mayHoldOwnValue = true;
+        const std::uint32_t hash = hashOf(key, 1);
+        const JsonNodeId first =
+            index.find(hash, [this, key](JsonNodeId other) { return hasName(other, key, 1); });
+        if (first == noJsonNode) {
+            index.insert(hash, id);
+            continue;
+        }
+        const std::uint32_t ordinal = counts.emplace(first, 1).first->second += 1;
+        setOrdinal(id, ordinal);
+        index.insert(hashOf(key, ordinal), id);
+    }
+    return index;
+}
+
+void JsonMembers::buildIndex(JsonNodeId container)
+{
+    JsonNode& node = tree.node(container);
+    node.indexed = true;
+    if (node.kind == JsonKind::Array) {
+        std::vector<JsonNodeId>& children = elements[container];
+        children.reserve(node.count);
+        for (JsonNodeId id = node.first; id != noJsonNode; id = tree.node(id).next)
+            children.push_back(id);
+        return;
+    }
+    std::string buffer;
+    HashIndex& index = indexes[container];
+    for (JsonNodeId id = node.first; id != noJsonNode; id = tree.node(id).next)
+        index.insert(hashOf(keyOf(id, buffer), ordinalOf(id)), id);
+}
+
+void JsonMembers::add(JsonNodeId child, std::uint32_t ordinal)
+{
+    std::string buffer;
+    const JsonNodeId container = tree.node(child).parent;
+    JsonNode& node = tree.node(container);
+    const bool inObject = node.kind == JsonKind::Object;
+    const std::string_view key = inObject ? keyOf(child, buffer) : std::string_view();
+    if (inObject)
+        setOrdinal(child, ordinal);
+    node.mayHoldOwnValue = node.mayHoldOwnValue || key == ownValueKey;
+    if (!node.indexed && node.count > searchedCount)
+        buildIndex(container);
+    else if (node.indexed && inObject)
+        indexes[container].insert(hashOf(key, ordinal), child);
+    else if (node.indexed)
+        elements[container].push_back(child);
+}
+
+void JsonMembers::remove(JsonNodeId child)
+{
+    removeAll(child);
+    const JsonNodeId container = tree.node(child).parent;
+    if (tree.node(container).kind == JsonKind::Object) {
+        removeMember(child);
+    } else if (tree.node(container).indexed) {
+        std::vector<JsonNodeId>& children = elements[container];
+        children.erase(std::find(children.rbegin(), children.rend(), child).base() - 1);
+    }
+}
+
+void JsonMembers::removeMember(JsonNodeId member)
+{
+    std::string buffer;
+    const JsonNodeId object = tree.node(member).parent;
+    const std::string_view key = keyOf(member, buffer);
+    HashIndex* const index = tree.node(object).indexed ? &indexes[object] : nullptr;
+    std::uint32_t ordinal = ordinalOf(member);
+    if (index)
+        index->erase(hashOf(key, ordinal), member);
+    setOrdinal(member, 1);
+    while (true) {
+        const JsonNodeId successor = findMember(object, key, ordinal + 1);
+        if (successor == noJsonNode)
+            return;
+        if (index) {
+            index->erase(hashOf(key, ordinal + 1), successor);
+            index->insert(hashOf(key, ordinal), successor);
+        }
+        setOrdinal(successor, ordinal);
+        ++ordinal;
+    }
+}
+
+void JsonMembers::removeAll(JsonNodeId container)
+{
+    JsonNodeId id = container;
+    while (true) {
+        forgetIndex(id);
+        if (tree.node(id).first != noJsonNode) {
+            id = tree.node(id).first;
+            setOrdinal(id, 1);
+            continue;
+        }
+        while (id != container && tree.node(id).next == noJsonNode)
+            id = tree.node(id).parent;
+        if (id == container)
+            return;
+        id = tree.node(id).next;
+        setOrdinal(id, 1);
+    }
+}
+
+void JsonMembers::forgetIndex(JsonNodeId container)
+{
+    JsonNode& node = tree.node(container);
+    if (node.indexed)
+        indexes.erase(container), elements.erase(container);
+    node.indexed = node.mayHoldOwnValue = false;
+}
+
+JsonNodeId JsonMembers::find(JsonNodeId container, std::string_view name) const
+{
+    const JsonNode& node = tree.node(container);
+    if (node.isLeaf())
+        return noJsonNode;
+    if (node.kind == JsonKind::Array)
+        return findElement(container, name);
+    const NumberedComponent parts = splitNumber(name);
+    const std::optional<std::string> key = decodeKey(parts.name);
+    if (!key || parts.number > node.count)
+        return noJsonNode;
+    const JsonNodeId member = findMember(container, *key, static_cast<std::uint32_t>(parts.number));
+    return member != noJsonNode && isOwnValue(member) ? noJsonNode : member;
+}
+
+JsonNodeId JsonMembers::findMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal) const
+{
+    const auto matches = [this, key, ordinal](JsonNodeId id) { return hasName(id, key, ordinal); };
+    if (tree.node(object).indexed)
+        return indexes.at(object).find(hashOf(key, ordinal), matches);
+    JsonNodeId id = tree.node(object).first;
+    while (id != noJsonNode && !matches(id))
+        id = tree.node(id).next;
+    return id;
+}
+
+JsonNodeId JsonMembers::findElement(JsonNodeId array, std::string_view name) const
+{
+    const JsonNode& node = tree.node(array);
+    const std::optional<std::uint32_t> position = readPosition(name);
+    if (!position || *position >= node.count)
+        return noJsonNode;
+    if (node.indexed)
+        return elements.at(array)[*position];
+    JsonNodeId id = node.first;
+    for (std::uint32_t i = 0; i < *position; ++i)
+        id = tree.node(id).next;
+    return id;
+}
+
+void JsonMembers::appendName(std::string& path, JsonNodeId child, std::size_t position) const
+{
+    if (tree.node(tree.node(child).parent).kind == JsonKind::Array) {
+        path += std::to_string(position);
+        return;
+    }
+    std::string buffer;
+    appendKey(path, keyOf(child, buffer));
+    if (const std::uint32_t ordinal = ordinalOf(child); ordinal > 1)
+        path += '[' + std::to_string(ordinal) + ']';
+}
+
+JsonNodeId JsonMembers::findOwnValue(JsonNodeId object) const
+{
+    if (!tree.node(object).mayHoldOwnValue)
+        return noJsonNode;
+    const JsonNodeId member = findMember(object, ownValueKey, 1);
+    return member != noJsonNode && tree.node(member).isLeaf() ? member : noJsonNode;
+}
+
+bool JsonMembers::isOwnValue(JsonNodeId child) const
+{
+    const JsonNode& node = tree.node(child);
+    return node.isLeaf() && node.parent != noJsonNode && tree.node(node.parent).mayHoldOwnValue &&
+           hasName(child, ownValueKey, 1);
+}
+
+bool JsonMembers::hasSuccessor(JsonNodeId child) const
+{
+    const JsonNode& node = tree.node(child);
+    if (tree.node(node.parent).kind == JsonKind::Array)
+        return node.next != noJsonNode;
+    std::string buffer;
+    return findMember(node.parent, keyOf(child, buffer), ordinalOf(child) + 1) != noJsonNode;
+}
+
+std::string_view JsonMembers::keyOf(JsonNodeId member, std::string& buffer) const
+{
+    const std::string_view literal = tree.keyLiteral(member);
+    if (literal.find('\\') == std::string_view::npos)
+        return literal.substr(1, literal.size() - 2);
+    buffer = decodeString(literal);
+    return buffer;
+}
+
+bool JsonMembers::hasName(JsonNodeId member, std::string_view key, std::uint32_t ordinal) const
+{
+    std::string buffer;
+    return ordinalOf(member) == ordinal && keyOf(member, buffer) == key;
+}
+
+std::uint32_t JsonMembers::ordinalOf(JsonNodeId member) const
+{
+    return tree.node(member).repeated ? ordinals.at(member) : 1;
+}
+
+void JsonMembers::setOrdinal(JsonNodeId member, std::uint32_t ordinal)
+{
+    if (ordinal > 1)
+        ordinals[member] = ordinal;
+    else if (tree.node(member).repeated)
+        ordinals.erase(member);
+    tree.node(member).repeated = ordinal > 1;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "repository/documents/common/HashIndex.h"
+#include "repository/documents/json/JsonTree.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Repository::Documents {
+
+static_assert(noJsonNode == HashIndex::none);
+
+// The key of the member that holds the own value of a node which has children too.
+constexpr std::string_view ownValueKey = "#value";
+
+// The names by which the children of a container are found: the encoded key in an object, with "[2]" and so
+// on behind it for each further member of the same key, and the position in an array. Small containers are
+// searched, large ones have an index.
+class JsonMembers
+{
+public:
+    explicit JsonMembers(JsonTree& syntaxTree);
+
+    // Drops everything, to begin again.
+    void dropAll();
+
+    // Takes up the children of a container that was read.
+    void addAll(JsonNodeId container);
+
+    // Takes up the last child of a container, in an object the member of this ordinal under its key.
+    void add(JsonNodeId child, std::uint32_t ordinal = 1);
+
+    // To be called before a child is taken out of the tree; siblings of the same key move up.
+    void remove(JsonNodeId child);
+
+    // To be called before all children of a node are taken out, or become elements of a list, which have no
+    // names.
+    void removeAll(JsonNodeId container);
+
+    // The child by its name; noJsonNode without one. A node's own value is no child.
+    JsonNodeId find(JsonNodeId container, std::string_view name) const;
+
+    // Appends the name of a child, of which `position` counts the children before it.
+    void appendName(std::string& path, JsonNodeId child, std::size_t position) const;
+
+    // The member that holds the object's own value; noJsonNode without one.
+    JsonNodeId findOwnValue(JsonNodeId object) const;
+    bool isOwnValue(JsonNodeId child) const;
+
+    // True when a later child takes over the name of this one once it is gone.
+    bool hasSuccessor(JsonNodeId child) const;
+
+private:
+    std::string_view keyOf(JsonNodeId member, std::string& buffer) const;
+    std::uint32_t ordinalOf(JsonNodeId member) const;
+    void setOrdinal(JsonNodeId member, std::uint32_t ordinal);
+    bool hasName(JsonNodeId member, std::string_view key, std::uint32_t ordinal) const;
+    JsonNodeId findMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal) const;
+    JsonNodeId findElement(JsonNodeId array, std::string_view name) const;
+    HashIndex numberMembers(JsonNodeId object);
+    void buildIndex(JsonNodeId container);
+    void removeMember(JsonNodeId member);
+    void forgetIndex(JsonNodeId container);
+
+    JsonTree& tree;
+    std::unordered_map<JsonNodeId, HashIndex> indexes;                // of large objects
+    std::unordered_map<JsonNodeId, std::vector<JsonNodeId>> elements; // of large arrays
+    std::unordered_map<JsonNodeId, std::uint32_t> ordinals;           // of repeated members, from 2
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,386 @@
+#include "repository/documents/json/JsonReader.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/json/JsonGap.h"
+#include "repository/documents/json/JsonScalar.h"
+
+#include <algorithm>
+#include <simdjson.h>
+
+namespace Repository::Documents {
+
+namespace {
+
+using simdjson::ondemand::json_iterator;
+
+constexpr auto npos = std::string_view::npos;
+
+std::string quoted(std::string_view text)
+{
+    return '"' + std::string(text) + '"';
+}
+
+// The token at an offset as a person names it.
+std::string describe(std::string_view text, std::size_t at)
+{
+    constexpr std::size_t shownLength = 20;
+    if (text[at] == '"')
+        return "a text";
+    const std::size_t end = std::min(text.find_first_of(" \t\r\n,:[]{}\"", at + 1), at + shownLength);
+    std::string_view word = text.substr(at, std::string_view("[]{},:").find(text[at]) == npos ? end - at : 1);
+    while (!FrameworkCore::Values::isUtf8(word))
+        word.remove_suffix(1);
+    if (!word.empty() && static_cast<unsigned char>(word[0]) < 0x20)
+        return "a control character";
+    return quoted(word);
+}
+
+// Only blanks stand between two tokens.
+std::size_t endOfToken(std::string_view text, std::size_t nextToken)
+{
+    std::size_t end = nextToken;
+    while (text[end - 1] == ' ' || text[end - 1] == '\n' || text[end - 1] == '\t' || text[end - 1] == '\r')
+        --end;
+    return end;
+}
+
+std::uint32_t narrow(std::size_t offset)
+{
+    return static_cast<std::uint32_t>(offset);
+}
+
+// A text with the mark of UTF-16, or with a zero in the same half of its first two units.
+bool isUtf16(std::string_view text)
+{
+    const auto isZero = [text](std::size_t at) { return at < text.size() && text[at] == '\0'; };
+    const std::string_view mark = text.substr(0, 2);
+    return mark == "\xFF\xFE" || mark == "\xFE\xFF" || (isZero(0) && isZero(2)) || (isZero(1) && isZero(3));
+}
+
+// At least as many as there are values: growing step by step would take twice the memory.
+std::size_t countValues(const json_iterator& begin)
+{
+    std::size_t count = 1;
+    for (json_iterator tokens(begin); !tokens.at_end();) {
+        const std::uint8_t token = *tokens.return_current_and_advance();
+        count += token == ',' || token == '[' || token == '{' ? 1 : 0;
+    }
+    return count;
+}
+
+// A copy of equal length with blanks in place of comments; empty when there are none. A comment without an
+// end stays, and is then found to be no value.
+std::string blankComments(const std::string& text)
+{
+    std::string copy;
+    std::size_t at = 0;
+    while ((at = text.find_first_of("\"/", at)) != std::string::npos) {
+        if (text[at] == '"') {
+            at = std::min(findStringEnd(text, at), text.size());
+            continue;
+        }
+        const std::size_t end = skipComment(text, at);
+        if (end == npos || end == at) {
+            at = end == at ? at + 1 : text.size();
+            continue;
+        }
+        if (copy.empty()) {
+            copy.reserve(text.size() + simdjson::SIMDJSON_PADDING);
+            copy = text;
+        }
+        std::fill(copy.begin() + std::ptrdiff_t(at), copy.begin() + std::ptrdiff_t(end), ' ');
+        at = end;
+    }
+    return copy;
+}
+
+} // namespace
+
+JsonReader::JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers)
+    : tree(syntaxTree), members(treeMembers)
+{
+}
+
+JsonFault JsonReader::read()
+{
+    const std::string& original = tree.getOriginal();
+    if (original.size() > maximumSize)
+        return {0, "the file is larger than the 4 GB that can be opened"};
+    const std::size_t start = original.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    if (scan(original, start))
+        return {};
+    if (isUtf16(original))
+        return {0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8"};
+    const std::string blanked = blankComments(original);
+    if (!blanked.empty()) {
+        tree.dropNodes();
+        members.dropAll();
+        fault = {};
+        scan(blanked, start);
+    }
+    return fault;
+}
+
+bool JsonReader::readInto(JsonNodeId scalar, std::size_t start)
+{
+    const std::string& text = tree.getOriginal();
+    if (start >= text.size() || (text[start] != '{' && text[start] != '['))
+        return false;
+    top = scalar;
+    return scan(text, start);
+}
+
+bool JsonReader::scan(const std::string& text, std::size_t start)
+{
+    expected = Expected::Value;
+    current = latest = noJsonNode;
+    depth = lead = 0;
+
+    if (text.size() == start)
+        return true;
+    const simdjson::padded_string_view padded(text.data() + start, text.size() - start,
+                                              text.capacity() - start);
+    simdjson::ondemand::parser parser;
+    json_iterator tokens;
+    const simdjson::error_code error = parser.iterate_raw(padded).get(tokens);
+    if (error == simdjson::EMPTY)
+        return true;
+    if (error == simdjson::UTF8_ERROR)
+        return failEncoding(text);
+    if (error == simdjson::UNCLOSED_STRING || error == simdjson::UNESCAPED_CHARS)
+        return failString(text);
+    if (error != simdjson::SUCCESS)
+        return fail(0, std::string("the json parser gave up: ") + simdjson::error_message(error));
+
+    const std::size_t values = countValues(tokens);
+    tree.reserveMore(values + values / 16); // some room for edits
+    const auto offsetOf = [&text](const std::uint8_t* token) {
+        return static_cast<std::size_t>(reinterpret_cast<const char*>(token) - text.data());
+    };
+    while (!tokens.at_end()) {
+        const std::size_t at = offsetOf(tokens.return_current_and_advance());
+        if (!take(text, at, tokens.at_end() ? text.size() : offsetOf(tokens.peek())))
+            return false;
+    }
+    if (expected != Expected::Nothing)
+        return failUnexpected(text, text.size());
+    tree.node(latest).end = narrow(text.size());
+    return true;
+}
+
+bool JsonReader::take(std::string_view text, std::size_t at, std::size_t nextToken)
+{
+    switch (expected) {
+    case Expected::Member:
+        return text[at] == '}' ? close(at) : takeKey(text, at, nextToken);
+    case Expected::Colon:
+        if (text[at] != ':')
+            return failUnexpected(text, at);
+        expected = Expected::Value;
+        return true;
+    case Expected::Element:
+        return text[at] == ']' ? close(at) : takeValue(text, at, nextToken);
+    case Expected::Value:
+        return takeValue(text, at, nextToken);
+    case Expected::Separator:
+        return takeSeparator(text, at);
+    case Expected::Nothing:
+        break;
+    }
+    return failUnexpected(text, at);
+}
+
+bool JsonReader::takeKey(std::string_view text, std::size_t at, std::size_t nextToken)
+{
+    if (text[at] != '"')
+        return failUnexpected(text, at);
+    label = at;
+    expected = Expected::Colon;
+    return checkEscapes(text, at, endOfToken(text, nextToken));
+}
+
+bool JsonReader::takeValue(std::string_view text, std::size_t at, std::size_t nextToken)
+{
+    switch (text[at]) {
+    case '{':
+        return open(JsonKind::Object, at);
+    case '[':
+        return open(JsonKind::Array, at);
+    case '"': {
+        const std::size_t end = endOfToken(text, nextToken);
+        return checkEscapes(text, at, end) && addScalar(JsonKind::Text, at, end);
+    }
+    case '}':
+    case ']':
+    case ',':
+    case ':':
+        return failUnexpected(text, at);
+    default:
+        return takeWord(text, at, nextToken);
+    }
+}
+
+bool JsonReader::takeWord(std::string_view text, std::size_t at, std::size_t nextToken)
+{
+    const std::size_t end = endOfToken(text, nextToken);
+    const std::string_view word = text.substr(at, end - at);
+    if (word == "true")
+        return addScalar(JsonKind::True, at, end);
+    if (word == "false")
+        return addScalar(JsonKind::False, at, end);
+    if (word == "null")
+        return addScalar(JsonKind::Null, at, end);
+    if (isNumber(word))
+        return addScalar(JsonKind::Number, at, end);
+    if (const std::size_t quote = word.find('"'); quote != npos) {
+        expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+        return failUnexpected(text, at + quote);
+    }
+    if (std::string_view("+-.0123456789").find(word[0]) != npos)
+        return fail(at, describe(text, at) + " is no number that json allows");
+    if (static_cast<unsigned char>(word[0]) < 0x20 || word[0] == '/')
+        return failUnexpected(text, at);
+    return fail(at, "found " + describe(text, at) + " where " + expectation() +
+                        " was expected: texts stand in double quotes, and the only words are true, false and "
+                        "null");
+}
+
+bool JsonReader::takeSeparator(std::string_view text, std::size_t at)
+{
+    const char closing = inObject() ? '}' : ']';
+    if (text[at] != ',' && text[at] != closing)
+        return failUnexpected(text, at);
+    tree.node(latest).end = narrow(at);
+    if (text[at] == closing)
+        return close(at);
+    lead = at + 1;
+    expected = inObject() ? Expected::Member : Expected::Element;
+    return true;
+}
+
+bool JsonReader::checkEscapes(std::string_view text, std::size_t at, std::size_t end)
+{
+    const std::size_t bad = findBadEscape(text.substr(at, end - at));
+    return bad == npos ||
+           fail(at + bad, quoted(text.substr(at + bad, 2)) + " begins no escape that json allows");
+}
+
+bool JsonReader::open(JsonKind kind, std::size_t at)
+{
+    if (++depth > maximumDepth)
+        return fail(at, "more than " + std::to_string(maximumDepth) +
+                            " objects and arrays lie within each other here, which is too deep");
+    if (current == noJsonNode && top != noJsonNode)
+        tree.reopen(current = top, kind, at);
+    else
+        current = tree.read(newNode(kind, at));
+    lead = at + 1;
+    expected = inObject() ? Expected::Member : Expected::Element;
+    return true;
+}
+
+bool JsonReader::close(std::size_t at)
+{
+    JsonNode& node = tree.node(current);
+    const bool afterValue = expected == Expected::Separator;
+    node.trailingComma = !afterValue && node.count > 0;
+    node.closing = narrow(afterValue ? at : lead);
+    node.valueEnd = narrow(at + 1);
+    if (node.isList())
+        tree.fold(current);
+    else
+        members.addAll(current);
+    --depth;
+    latest = current;
+    current = latest == top ? noJsonNode : tree.node(latest).parent;
+    expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+    return true;
+}
+
+bool JsonReader::addScalar(JsonKind kind, std::size_t at, std::size_t end)
+{
+    JsonNode node = newNode(kind, at);
+    node.valueEnd = narrow(end);
+    latest = tree.read(node);
+    expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+    return true;
+}
+
+JsonNode JsonReader::newNode(JsonKind kind, std::size_t at) const
+{
+    JsonNode node;
+    node.kind = kind;
+    node.parent = current;
+    node.lead = narrow(lead);
+    node.label = narrow(current != noJsonNode && inObject() ? label : at);
+    node.value = narrow(at);
+    return node;
+}
+
+bool JsonReader::inObject() const
+{
+    return tree.node(current).kind == JsonKind::Object;
+}
+
+bool JsonReader::fail(std::size_t at, std::string message)
+{
+    fault = {at, std::move(message)};
+    return false;
+}
+
+bool JsonReader::failEncoding(std::string_view text)
+{
+    std::size_t at = 0;
+    while (const std::size_t length = FrameworkCore::Values::utf8Length(text.substr(at)))
+        at += length;
+    return fail(at, "the bytes from here are no UTF-8, the encoding of json");
+}
+
+// A text without a closing quote, or with a character that must be written as an escape.
+bool JsonReader::failString(std::string_view text)
+{
+    for (std::size_t quote = text.find('"'); quote != npos;) {
+        const std::size_t end = std::min(findStringEnd(text, quote), text.size());
+        const std::string_view literal = text.substr(quote, end - quote);
+        const auto control = std::find_if(literal.begin(), literal.end(),
+                                          [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+        if (control != literal.end() && *control != '\n' && *control != '\r')
+            return fail(
+                quote + std::size_t(control - literal.begin()),
+                "a text holds a control character, which must be written as an escape such as \"\\t\"");
+        if (control != literal.end() || literal.size() == 1 || literal.back() != '"')
+            return fail(quote, "the text that begins here has no closing quote on its line");
+        quote = text.find('"', end);
+    }
+    return fail(text.size(), "the file ends within a text");
+}
+
+bool JsonReader::failUnexpected(std::string_view text, std::size_t at)
+{
+    if (at >= text.size())
+        return fail(at, "the file ends where " + expectation() + " was expected");
+    if (text.substr(at, 2) == "/*")
+        return fail(at, "the comment that begins here has no end");
+    return fail(at, "found " + describe(text, at) + " where " + expectation() + " was expected");
+}
+
+std::string JsonReader::expectation() const
+{
+    switch (expected) {
+    case Expected::Element:
+        return "a value or \"]\"";
+    case Expected::Member:
+        return "a key in double quotes or \"}\"";
+    case Expected::Colon:
+        return "\":\" behind the key";
+    case Expected::Separator:
+        return inObject() ? "\",\" or \"}\"" : "\",\" or \"]\"";
+    case Expected::Nothing:
+        return "the end of the file";
+    case Expected::Value:
+        break;
+    }
+    return "a value";
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "repository/documents/json/JsonMembers.h"
+#include "repository/documents/json/JsonTree.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Why a text is no json, and where; without a message it is.
+struct JsonFault
+{
+    std::size_t offset = 0;
+    std::string message;
+};
+
+// Reads json with comments and trailing commas into a tree. The tokens come from simdjson, which also checks
+// the encoding and the strings; comments are blanked for it in a copy of equal length, so that all positions
+// are those of the original.
+class JsonReader
+{
+public:
+    // Containers in containers; a limit for whoever walks the tree, not for this reader.
+    static constexpr std::size_t maximumDepth = 1000;
+    static constexpr std::size_t maximumSize = 0xFFFFFF00;
+
+    JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers);
+
+    // Reads the text of an empty tree. The fault is empty for a text without any value, too.
+    JsonFault read();
+
+    // Reads the object or array from that offset to the end of the tree's text into a new scalar. False when
+    // there is no such text; the node is to be removed then.
+    bool readInto(JsonNodeId scalar, std::size_t start);
+
+private:
+    enum class Expected { Value, Element, Member, Colon, Separator, Nothing };
+
+    bool scan(const std::string& text, std::size_t start);
+    bool take(std::string_view text, std::size_t at, std::size_t nextToken);
+    bool takeKey(std::string_view text, std::size_t at, std::size_t nextToken);
+    bool takeValue(std::string_view text, std::size_t at, std::size_t nextToken);
+    bool takeWord(std::string_view text, std::size_t at, std::size_t nextToken);
+    bool takeSeparator(std::string_view text, std::size_t at);
+    bool checkEscapes(std::string_view text, std::size_t at, std::size_t end);
+    bool open(JsonKind kind, std::size_t at);
+    bool close(std::size_t at);
+    bool addScalar(JsonKind kind, std::size_t at, std::size_t end);
+    JsonNode newNode(JsonKind kind, std::size_t at) const;
+    bool inObject() const;
+
+    bool fail(std::size_t at, std::string message);
+    bool failEncoding(std::string_view text);
+    bool failString(std::string_view text);
+    bool failUnexpected(std::string_view text, std::size_t at);
+    std::string expectation() const;
+
+    JsonTree& tree;
+    JsonMembers& members;
+    JsonFault fault;
+    Expected expected = Expected::Value;
+    JsonNodeId top = noJsonNode; // the node that the outermost container becomes, when it is there already
+    JsonNodeId current = noJsonNode; // the container that is being read
+    JsonNodeId latest = noJsonNode;  // the value that was read last
+    std::size_t depth = 0;
+    std::size_t lead = 0; // where the parts of the next node begin
+    std::size_t label = 0;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,165 @@
+#include "repository/documents/json/JsonScalar.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+
+#include <charconv>
+#include <cstdint>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+constexpr std::string_view shortEscapes = "\"\\/bfnrt";
+constexpr std::string_view shortMeanings = "\"\\/\b\f\n\r\t";
+constexpr std::uint32_t replacementCharacter = 0xFFFD;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+// The code unit of "\uXXXX" at an offset; -1 when there is none.
+int readUnit(std::string_view text, std::size_t at)
+{
+    if (text.size() < at + 6 || text[at] != '\\' || text[at + 1] != 'u')
+        return -1;
+    int unit = 0;
+    const char* const end = text.data() + at + 6;
+    const auto [stop, error] = std::from_chars(text.data() + at + 2, end, unit, 16);
+    return error == std::errc() && stop == end && text[at + 2] != '-' ? unit : -1;
+}
+
+// Appends what the escape at an offset means and gives the offset behind it, two units when they are a pair.
+std::size_t appendEscape(std::string& text, std::string_view literal, std::size_t at)
+{
+    const int unit = readUnit(literal, at);
+    if (unit < 0) {
+        const std::size_t index = shortEscapes.find(literal[at + 1]);
+        text += index == npos ? literal[at + 1] : shortMeanings[index];
+        return at + 2;
+    }
+    const bool high = unit >= 0xD800 && unit <= 0xDBFF;
+    const int second = high ? readUnit(literal, at + 6) : -1;
+    if (second >= 0xDC00 && second <= 0xDFFF) {
+        const int character = 0x10000 + ((unit - 0xD800) << 10) + (second - 0xDC00);
+        FrameworkCore::Values::appendUtf8(text, static_cast<std::uint32_t>(character));
+        return at + 12;
+    }
+    const bool half = unit >= 0xD800 && unit <= 0xDFFF;
+    FrameworkCore::Values::appendUtf8(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
+    return at + 6;
+}
+
+std::size_t skipDigits(std::string_view text, std::size_t at)
+{
+    while (at < text.size() && isDigit(text[at]))
+        ++at;
+    return at;
+}
+
+} // namespace
+
+std::size_t findStringEnd(std::string_view text, std::size_t quote)
+{
+    for (std::size_t end = text.find('"', quote + 1); end != npos; end = text.find('"', end + 1)) {
+        std::size_t run = end; // of backslashes before it: a pair of them is one character
+        while (run > quote + 1 && text[run - 1] == '\\')
+            --run;
+        if ((end - run) % 2 == 0)
+            return end + 1;
+    }
+    return npos;
+}
+
+std::size_t findBadEscape(std::string_view literal)
+{
+    for (std::size_t at = literal.find('\\'); at != npos; at = literal.find('\\', at)) {
+        if (literal[at + 1] != 'u' && shortEscapes.find(literal[at + 1]) == npos)
+            return at;
+        if (literal[at + 1] == 'u' && readUnit(literal, at) < 0)
+            return at;
+        at += 2;
+    }
+    return npos;
+}
+
+std::string decodeString(std::string_view literal)
+{
+    const std::string_view inside = literal.substr(1, literal.size() - 2);
+    std::string text;
+    text.reserve(inside.size());
+    std::size_t from = 0;
+    for (std::size_t at = inside.find('\\'); at != npos; at = inside.find('\\', from)) {
+        text.append(inside, from, at - from);
+        from = appendEscape(text, inside, at);
+    }
+    text.append(inside, from);
+    return text;
+}
+
+std::string encodeString(std::string_view text)
+{
+    std::string literal = "\"";
+    literal.reserve(text.size() + 2);
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        const std::size_t index = c == '/' ? npos : shortMeanings.find(c);
+        if (index != npos)
+            (literal += '\\') += shortEscapes[index];
+        else if (code < 0x20)
+            ((literal += "\\u00") += static_cast<char>('0' + (code >> 4))) += "0123456789abcdef"[code & 0xF];
+        else
+            literal += c;
+    }
+    return literal += '"';
+}
+
+bool isNumber(std::string_view spelling)
+{
+    const auto at = [spelling](std::size_t i) { return i < spelling.size() ? spelling[i] : '\0'; };
+    std::size_t i = at(0) == '-' ? 1 : 0;
+    if (!isDigit(at(i)))
+        return false;
+    i = at(i) == '0' ? i + 1 : skipDigits(spelling, i);
+    if (at(i) == '.') {
+        if (!isDigit(at(i + 1)))
+            return false;
+        i = skipDigits(spelling, i + 1);
+    }
+    if (at(i) == 'e' || at(i) == 'E') {
+        ++i;
+        if (at(i) == '+' || at(i) == '-')
+            ++i;
+        if (!isDigit(at(i)))
+            return false;
+        i = skipDigits(spelling, i);
+    }
+    return i == spelling.size();
+}
+
+Value readNumber(std::string_view spelling)
+{
+    const char* const begin = spelling.data();
+    const char* const end = begin + spelling.size();
+    if (spelling.find_first_of(".eE") == npos) {
+        std::int64_t integer = 0;
+        if (std::from_chars(begin, end, integer).ec == std::errc())
+            return {Type::Integer, integer};
+        std::uint64_t natural = 0;
+        if (spelling[0] != '-' && std::from_chars(begin, end, natural).ec == std::errc())
+            return {Type::Unsigned, natural};
+        return {Type::String, std::string(spelling)};
+    }
+    double number = 0;
+    const bool held = std::from_chars(begin, end, number).ec == std::errc();
+    const std::string_view digits = spelling.substr(0, spelling.find_first_of("eE"));
+    if (!held || (number == 0 && digits.find_first_of("123456789") != npos))
+        return {Type::String, std::string(spelling)};
+    return {Type::Double, number};
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,259 @@
+#include "repository/documents/json/JsonText.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/json/JsonContent.h"
+#include "repository/documents/json/JsonList.h"
+#include "repository/documents/json/JsonMembers.h"
+#include "repository/documents/json/JsonReader.h"
+#include "repository/documents/json/JsonScalar.h"
+#include "repository/documents/json/JsonTypes.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+// For most texts the literal is the text in quotes.
+void appendLiteral(std::string& target, std::string_view text)
+{
+    const bool isPlain = std::none_of(text.begin(), text.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || c == '"' || c == '\\' || c == '\x7F';
+    });
+    if (isPlain)
+        ((target += '"') += text) += '"';
+    else
+        target += encodeString(text);
+}
+
+template <typename Integer>
+void appendNumber(std::string& target, Integer number)
+{
+    char digits[24];
+    target.append(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
+}
+
+} // namespace
+
+JsonText::JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle)
+    : entries(textEntries), style(textStyle)
+{
+}
+
+std::optional<JsonText::Result> JsonText::write(const std::vector<Entry>& entries, const JsonTextStyle& style)
+{
+    JsonText writer(entries, style);
+    if (entries.empty())
+        writer.result.text = "{}";
+    else if (!writer.writeNode({0, entries.size(), 0}, 0) || !writer.writeMarks())
+        return {};
+    return std::move(writer.result);
+}
+
+JsonText::Range JsonText::childAt(const Range& node, std::size_t begin) const
+{
+    const std::string& first = entries[begin].path;
+    const std::size_t nameStart = node.pathLength == 0 ? 0 : node.pathLength + 1;
+    Range child{begin, begin + 1, std::min(first.find('.', nameStart), first.size())};
+    while (child.end < node.end) {
+        const std::string& path = entries[child.end].path;
+        if (path.size() <= child.pathLength || path[child.pathLength] != '.' ||
+            path.compare(nameStart, child.pathLength - nameStart, first, nameStart,
+                         child.pathLength - nameStart) != 0)
+            break;
+        ++child.end;
+    }
+    return child;
+}
+
+JsonText::Range JsonText::firstChild(const Range& node) const
+{
+    return childAt(node, node.begin + (hasValue(node) ? 1 : 0));
+}
+
+std::string_view JsonText::nameOf(const Range& node, const Range& child) const
+{
+    const std::size_t start = node.pathLength == 0 ? 0 : node.pathLength + 1;
+    return std::string_view(entries[child.begin].path).substr(start, child.pathLength - start);
+}
+
+// Texts alone would be read as one list.
+bool JsonText::isArray(const Range& node) const
+{
+    Range child = firstChild(node);
+    if (hasValue(node) || nameOf(node, child) != "0")
+        return false;
+    bool hasOnlyTexts = true;
+    for (std::size_t number = 0;; ++number) {
+        if (nameOf(node, child) != std::to_string(number))
+            return false;
+        const bool isLeaf = child.end == child.begin + 1 && hasValue(child);
+        hasOnlyTexts = hasOnlyTexts && isLeaf && entries[child.begin].value.type == Type::String;
+        if (child.end == node.end)
+            return !hasOnlyTexts;
+        child = childAt(node, child.end);
+    }
+}
+
+bool JsonText::writeNode(const Range& node, std::size_t depth)
+{
+    if (node.end == node.begin + 1 && hasValue(node))
+        return writeValue(entries[node.begin], depth);
+    const bool asArray = isArray(node);
+    result.hasArrays = result.hasArrays || asArray;
+    return writeContainer(node, depth, asArray);
+}
+
+bool JsonText::writeContainer(const Range& node, std::size_t depth, bool asArray)
+{
+    if (depth + 1 >= JsonReader::maximumDepth)
+        return false;
+    result.depth = std::max(result.depth, depth + 1);
+    result.text += asArray ? '[' : '{';
+    bool isFirst = true;
+    if (hasValue(node) && entries[node.begin].value.type != Type::Group) {
+        beginItem(true, depth + 1);
+        ((result.text += '"') += ownValueKey) += '"';
+        result.text += style.colon;
+        // A list with members of its own is for the document to refuse.
+        if (entries[node.begin].value.type == Type::StringList || !writeValue(entries[node.begin], depth + 1))
+            return false;
+        isFirst = false;
+    }
+    for (Range child = firstChild(node);; child = childAt(node, child.end)) {
+        beginItem(isFirst, depth + 1);
+        isFirst = false;
+        if ((!asArray && !writeKey(nameOf(node, child), node.pathLength == 0)) ||
+            !writeNode(child, depth + 1))
+            return false;
+        if (child.end == node.end)
+            break;
+    }
+    membersEnd = result.text.size();
+    endItems(asArray ? ']' : '}', depth);
+    return true;
+}
+
+// The marks stand behind all members of the root.
+bool JsonText::writeMarks()
+{
+    if (marked.empty())
+        return true;
+    if (result.text.back() != '}' || entries.size() == 1)
+        return false;
+    result.text.resize(membersEnd);
+    beginItem(false, 1);
+    appendLiteral(result.text, typesKey);
+    result.text += style.colon + '{';
+    for (const Entry* const entry : marked) {
+        beginItem(entry == marked.front(), 2);
+        appendLiteral(result.text, entry->path);
+        result.text += style.colon;
+        appendLiteral(result.text, typeName(entry->value.type));
+    }
+    endItems('}', 1);
+    endItems('}', 0);
+    return true;
+}
+
+bool JsonText::writeKey(std::string_view component, bool isInRoot)
+{
+    if (isInRoot && component == typesKey)
+        return false;
+    if (isPlainKey(component)) {
+        appendLiteral(result.text, component);
+    } else {
+        const auto key = decodeKey(component);
+        if (!key || *key == ownValueKey || !FrameworkCore::Values::isUtf8(*key))
+            return false;
+        appendLiteral(result.text, *key);
+    }
+    result.text += style.colon;
+    return true;
+}
+
+bool JsonText::writeValue(const Entry& entry, std::size_t depth)
+{
+    const Value& value = entry.value;
+    switch (value.type) {
+    case Type::Integer:
+        appendNumber(result.text, std::get<std::int64_t>(value.data));
+        return true;
+    case Type::Bool:
+        result.text += std::get<bool>(value.data) ? "true" : "false";
+        return true;
+    case Type::String: {
+        const auto& text = std::get<std::string>(value.data);
+        appendLiteral(result.text, text);
+        return FrameworkCore::Values::isUtf8(text);
+    }
+    case Type::Group:
+        result.depth = std::max(result.depth, depth + 1);
+        result.text += "{}";
+        return true;
+    default:
+        break;
+    }
+    JsonContent content = toContent(value);
+    if (!holds(content, Type::Group, value)) {
+        content = toMarkedContent(value);
+        if (!style.canMark || !content.error.empty())
+            return false;
+        marked.push_back(&entry);
+    }
+    if (content.kind == JsonKind::Array)
+        return writeList(content.list, depth);
+    result.text += content.spelling;
+    return true;
+}
+
+bool JsonText::writeList(const std::vector<std::string>& list, std::size_t depth)
+{
+    result.depth = std::max(result.depth, depth + 1);
+    const bool inLines = style.inLines && isLongList(list);
+    const std::string_view between = style.colon.back() == ' ' ? ", " : ",";
+    result.text += '[';
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (inLines)
+            beginItem(i == 0, depth + 1);
+        else if (i > 0)
+            result.text += between;
+        appendLiteral(result.text, list[i]);
+    }
+    if (inLines)
+        endItems(']', depth);
+    else
+        result.text += ']';
+    return true;
+}
+
+void JsonText::beginItem(bool isFirst, std::size_t depth)
+{
+    if (!isFirst)
+        result.text += ',';
+    if (style.inLines) {
+        result.text += style.lineBreak;
+        for (std::size_t i = 0; i < depth; ++i)
+            result.text += style.indentation;
+    } else if (!isFirst && style.colon.back() == ' ') {
+        result.text += ' ';
+    }
+}
+
+void JsonText::endItems(char bracket, std::size_t depth)
+{
+    if (style.inLines) {
+        result.text += style.lineBreak;
+        for (std::size_t i = 0; i < depth; ++i)
+            result.text += style.indentation;
+    }
+    result.text += bracket;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "repository/documents/common/Document.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// How a new text lies in its file.
+struct JsonTextStyle
+{
+    std::string lineBreak = "\n"; // with the indentation of the line on which the text begins
+    std::string indentation = "    ";
+    std::string colon = ": ";
+    bool inLines = true; // each member in a line of its own
+    bool canMark = true; // it is a whole file, which may say the types of entries at its end
+};
+
+// Writes the json text of a whole subtree at once, as a JsonDocument has it after its entries were inserted
+// one by one, but in a fraction of the time. A group of 0, 1, 2 ... is written as an array where it reads as
+// the same. What is unusual is left to the document: a type mark outside a whole file, numbered siblings.
+class JsonText
+{
+public:
+    struct Result
+    {
+        std::string text;
+        std::size_t depth = 0; // of objects and arrays within each other
+        bool hasArrays = false;
+    };
+
+    // The entries are in the order of a document, parents first and all below a node together; the entry of
+    // the empty path is the value itself. Nothing when one of them is not plain.
+    static std::optional<Result> write(const std::vector<Entry>& entries, const JsonTextStyle& style);
+
+private:
+    // The entries of one node and those below it.
+    struct Range
+    {
+        std::size_t begin;
+        std::size_t end;
+        std::size_t pathLength; // of the node
+    };
+
+    JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle);
+
+    // False when something is not plain.
+    bool writeNode(const Range& node, std::size_t depth);
+    bool writeContainer(const Range& node, std::size_t depth, bool isArray);
+    bool writeValue(const Entry& entry, std::size_t depth);
+    bool writeList(const std::vector<std::string>& list, std::size_t depth);
+    bool writeMarks();
+    bool writeKey(std::string_view component, bool isInRoot);
+    void beginItem(bool isFirst, std::size_t depth);
+    void endItems(char bracket, std::size_t depth);
+
+    bool hasValue(const Range& node) const { return entries[node.begin].path.size() == node.pathLength; }
+    Range firstChild(const Range& node) const;
+    Range childAt(const Range& node, std::size_t begin) const;
+    std::string_view nameOf(const Range& node, const Range& child) const;
+    bool isArray(const Range& node) const;
+
+    const std::vector<Entry>& entries; // not owned
+    const JsonTextStyle& style;        // not owned
+    Result result;
+    std::vector<const Entry*> marked; // not owned; entries whose type json cannot tell
+    std::size_t membersEnd = 0;       // in the container that was written last
+};
+
+} // namespace Repository::Documents

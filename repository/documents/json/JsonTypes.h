@@ -1,0 +1,75 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/json/JsonEditor.h"
+#include "repository/documents/json/JsonMembers.h"
+#include "repository/documents/json/JsonTree.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// The member of the root object that holds the types of entries.
+constexpr std::string_view typesKey = "$types";
+
+// The types of entries whose plain json would be read as another type. They stand in the file as the last
+// member of the root object, from path to name of type, and are no entries themselves. What the file names
+// but does not have is kept and means nothing.
+class JsonTypes
+{
+public:
+    JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor& treeEditor);
+
+    // Takes over what the text that was read says. A member of that key that says anything else is an
+    // ordinary one.
+    void read();
+
+    bool isEmpty() const { return marks.empty(); }
+
+    // The member that holds them; noJsonNode without one.
+    JsonNodeId getMember() const { return member; }
+
+    // Group for an entry without a mark.
+    FrameworkCore::Values::Type find(std::string_view path) const;
+
+    // The document's root must be an object, and what has this path must have no mark yet.
+    void add(std::string_view path, FrameworkCore::Values::Type type);
+
+    void remove(std::string_view path);
+    void removeBelow(std::string_view path);
+
+    // An ordinary member of that key must not turn into types by an edit: true when it would with this text
+    // in the place of a value, or for a new member of it, and when it would without this node.
+    bool wouldReadWith(JsonNodeId object, JsonNodeId node, std::string_view text) const;
+    bool wouldReadWithout(JsonNodeId node) const;
+
+    // Gives the marks at and below the siblings that move up their new paths, after this one was removed.
+    void moveUp(std::string_view removedPath, bool inArray);
+
+private:
+    struct Mark
+    {
+        FrameworkCore::Values::Type type;
+        JsonNodeId node;
+    };
+    using Marks = std::map<std::string, Mark, std::less<>>;
+
+    // What the object says but for one of its members; nothing when it says anything else than types.
+    Marks readMarks(JsonNodeId object, JsonNodeId without = noJsonNode) const;
+    // The only member of that key when it says something else than types; noJsonNode without one.
+    JsonNodeId findOrdinary() const;
+
+    Marks::iterator take(Marks::iterator mark);
+    void dropEmptyMember();
+
+    JsonTree& tree;
+    JsonMembers& members;
+    JsonEditor& editor;
+    JsonNodeId member = noJsonNode;
+    Marks marks;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,108 @@
+#include "repository/documents/json/JsonWriter.h"
+
+namespace Repository::Documents {
+
+JsonWriter::JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree), text(syntaxTree.getOriginal())
+{
+}
+
+std::string JsonWriter::write()
+{
+    text.reserve();
+    JsonNodeId id = tree.getRoot();
+    while (id != noJsonNode)
+        id = open(id) ? tree.node(id).first : close(id);
+    return text.take();
+}
+
+std::string JsonWriter::writeValue(JsonNodeId id)
+{
+    JsonNodeId within = openValue(id) ? tree.node(id).first : noJsonNode;
+    while (within != noJsonNode)
+        within = open(within) ? tree.node(within).first : close(within, id);
+    return text.take();
+}
+
+Span JsonWriter::locateValue(JsonNodeId id)
+{
+    Span value;
+    writeLocating(id, value);
+    return value;
+}
+
+std::string JsonWriter::writeLocating(JsonNodeId id, Span& value)
+{
+    // What nothing has edited is written in one go.
+    located = id;
+    for (JsonNodeId above = id; above != noJsonNode && !tree.node(above).touched;
+         above = tree.node(above).parent)
+        located = above;
+    std::string whole = write();
+    const JsonNode& node = tree.node(id);
+    value = span;
+    if (located != id)
+        value = {span.offset + node.value - tree.node(located).value, node.valueEnd - node.value};
+    return whole;
+}
+
+// Writes a node up to its children; true when there are some to go on with.
+bool JsonWriter::open(JsonNodeId id)
+{
+    text.append(tree.text(id, JsonPart::Lead));
+    text.append(tree.text(id, JsonPart::Label));
+    return openValue(id);
+}
+
+bool JsonWriter::openValue(JsonNodeId id)
+{
+    if (id == located)
+        span.offset = text.length();
+    const JsonNode& node = tree.node(id);
+    if (!node.isContainer() || node.folded || !node.touched) {
+        text.append(tree.text(id, JsonPart::Value));
+    } else {
+        text.append(node.kind == JsonKind::Object ? '{' : '[');
+        if (node.first != noJsonNode)
+            return true;
+        appendClosing(id);
+    }
+    noteEnd(id);
+    return false;
+}
+
+void JsonWriter::appendClosing(JsonNodeId id)
+{
+    text.append(tree.text(id, JsonPart::Closing));
+    text.append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
+}
+
+void JsonWriter::noteEnd(JsonNodeId id)
+{
+    if (id == located)
+        span.length = text.length() - span.offset;
+}
+
+// Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
+// with, none behind the end of the node `until`.
+JsonNodeId JsonWriter::close(JsonNodeId id, JsonNodeId until)
+{
+    while (true) {
+        text.append(tree.text(id, JsonPart::Tail));
+        const JsonNode& node = tree.node(id);
+        if (node.next != noJsonNode) {
+            text.append(',');
+            return node.next;
+        }
+        if (node.parent == noJsonNode)
+            return noJsonNode;
+        id = node.parent;
+        if (tree.node(id).trailingComma)
+            text.append(',');
+        appendClosing(id);
+        noteEnd(id);
+        if (id == until)
+            return noJsonNode;
+    }
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "repository/documents/common/HashIndex.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// A node of the tree: an entry, a group of others, or both. The second entry of one path is a node of the
+// same name with the number 2, and so on.
+struct TxtNode
+{
+    std::string_view name;                // without the number
+    std::unique_ptr<std::string> ownName; // where the name is no view into the file
+    std::unique_ptr<HashIndex> children;  // of a group
+    std::uint32_t number = 1;
+    std::uint32_t count = 0; // entries of this name in the group; kept by the first
+    std::uint32_t entry = HashIndex::none;
+    std::uint32_t parent = HashIndex::none;
+    std::uint32_t firstChild = HashIndex::none;
+    std::uint32_t lastChild = HashIndex::none;
+    std::uint32_t next = HashIndex::none; // siblings, in the order of the file
+    std::uint32_t previous = HashIndex::none;
+    mutable std::uint32_t visit = 0; // the visit that met it last
+};
+
+// The nodes of a txt file, found by their paths without keeping any: a node knows its name and its parent,
+// and a group its children. Finding, adding and taking out cost the same in a small and in a large file.
+class TxtIndex
+{
+public:
+    static constexpr std::uint32_t none = HashIndex::none;
+    static constexpr std::uint32_t root = 0;
+
+    TxtIndex();
+
+    void reserve(std::size_t count) { nodes.reserve(count + 1); }
+    TxtNode& node(std::uint32_t id) { return nodes[id]; }
+    const TxtNode& node(std::uint32_t id) const { return nodes[id]; }
+
+    // none for an unknown path; the empty path is the root.
+    std::uint32_t find(std::string_view path) const;
+    std::uint32_t findSibling(std::uint32_t id, std::uint32_t number) const;
+
+    // The node of a path without numbers, made with all that lead to it where they are missing. Names are
+    // views into the path when it lasts as long as the index, else copies.
+    std::uint32_t demand(std::string_view path, bool lasts);
+    // The node for the next entry of that name in the group.
+    std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
+
+    // Change the order of siblings.
+    void moveAfter(std::uint32_t id, std::uint32_t sibling);
+    void moveToEnd(std::uint32_t id) { moveAfter(id, node(node(id).parent).lastChild); }
+
+    // The node is no entry any more. It goes unless it is a group too, and so do those that only led to it.
+    void dropEntry(std::uint32_t id);
+
+    // Whether a node is the group or lies in it.
+    bool isWithin(std::uint32_t id, std::uint32_t group) const;
+    // The nearest group around a node that stays when the node goes.
+    std::uint32_t groupLeftWithout(std::uint32_t id) const;
+
+    std::string pathOf(std::uint32_t id) const;
+    static void appendComponent(std::string& path, const TxtNode& node);
+
+    // The node and all below it.
+    std::vector<std::uint32_t> subtree(std::uint32_t id) const;
+
+private:
+    std::uint32_t findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const;
+    std::uint32_t demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number, bool lasts);
+    void link(std::uint32_t id, std::uint32_t previous);
+    void unlink(std::uint32_t id);
+    void erase(std::uint32_t id);
+
+    std::vector<TxtNode> nodes;
+    std::vector<std::uint32_t> unused;
+};
+
+} // namespace Repository::Documents

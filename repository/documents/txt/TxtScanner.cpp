@@ -1,0 +1,286 @@
+#include "repository/documents/txt/TxtScanner.h"
+
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeMark.h"
+
+#include <array>
+
+namespace Repository::Documents {
+
+namespace {
+
+using FrameworkCore::Values::Type;
+
+constexpr int mostWords = 3;
+
+enum Trait : std::uint8_t {
+    Plain = 1,     // stands in a key as in a path
+    Name = 2,      // stands in a key, but not always in a path
+    Beginning = 4, // may begin a key
+    Operating = 8, // makes another operator of an "=" behind it
+    Mark = 16      // may have a backslash before it
+};
+
+constexpr bool isWordCharacter(int c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
+           c >= 0x80;
+}
+
+constexpr std::array<std::uint8_t, 256> findTraits()
+{
+    std::array<std::uint8_t, 256> traits{};
+    for (int c = 0; c < 256; ++c) {
+        int trait = 0;
+        if (isWordCharacter(c))
+            trait = Name | Beginning | (c < 0x80 ? Plain : 0);
+        else if (c > ' ' && c < 0x7F)
+            trait = Mark;
+        for (const char plain : {'-', '/', '.', '$', '(', ')', '{', '}', '+', '~'})
+            trait |= c == plain ? Plain | Name : 0;
+        for (const char name : {'%', '*', '@', '[', ']'})
+            trait |= c == name ? Name : 0;
+        for (const char beginning : {'.', '/', '$', '*', '@', '%', '~'})
+            trait |= c == beginning ? Beginning : 0;
+        for (const char operating : {'+', '-', '*', '/', '%', '~'})
+            trait |= c == operating ? Operating : 0;
+        traits[std::size_t(c)] = std::uint8_t(trait);
+    }
+    traits['\\'] = Mark | Name;
+    traits[' '] = traits['\t'] = Mark;
+    return traits;
+}
+
+bool has(char c, Trait trait)
+{
+    static constexpr std::array<std::uint8_t, 256> traits = findTraits();
+    return (traits[static_cast<unsigned char>(c)] & trait) != 0;
+}
+
+bool isComment(std::string_view content, std::size_t indent)
+{
+    return indent < content.size() && (content[indent] == '#' || content[indent] == '!');
+}
+
+struct Key
+{
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::size_t separator = 0;
+    bool plain = false;
+};
+
+// Reads the key of one line, character by character.
+class KeyReader
+{
+public:
+    explicit KeyReader(std::string_view line) : content(line) {}
+
+    std::optional<Key> read()
+    {
+        at = indentOf(content);
+        if (at == content.size() || isComment(content, at))
+            return std::nullopt;
+        skipExport();
+        key.begin = key.end = at;
+        key.plain = true;
+        const bool escaped = content[at] == '\\' && at + 1 < content.size() && has(content[at + 1], Mark);
+        if (!escaped && !has(content[at], Beginning))
+            return std::nullopt;
+        key.plain = content[at] != '.';
+        while (at < content.size() && content[at] != '=' && content[at] != ':') {
+            if (!(isBlank(content[at]) ? takeBlanks() : takeCharacter()))
+                return std::nullopt;
+        }
+        key.separator = at;
+        if (at == content.size() || content[key.end - 1] == '.' || !isSeparator())
+            return std::nullopt;
+        return key;
+    }
+
+private:
+    void skipExport()
+    {
+        constexpr std::string_view word = "export";
+        if (content.substr(at, word.size()) != word)
+            return;
+        const std::string_view behind = content.substr(at + word.size());
+        const std::size_t blanks = indentOf(behind);
+        if (blanks > 0 && blanks < behind.size() && behind[blanks] != '=' && behind[blanks] != ':')
+            at += word.size() + blanks;
+    }
+
+    bool takeCharacter()
+    {
+        const char c = content[at];
+        const bool escaped = c == '\\' && at + 1 < content.size() && has(content[at + 1], Mark);
+        const bool doubled = c == '.' && at > key.begin && content[at - 1] == '.';
+        if (doubled || !(escaped || has(c, Name)))
+            return false;
+        key.plain = key.plain && has(c, Plain);
+        at += escaped ? 2 : 1;
+        // What needs no more looking at, which is nearly all.
+        while (at < content.size() && has(content[at], Plain) && content[at] != '.')
+            ++at;
+        key.end = at;
+        return true;
+    }
+
+    // Between two words, or before the separator.
+    bool takeBlanks()
+    {
+        const std::size_t blanks = indentOf(content.substr(at));
+        const std::size_t behind = at + blanks;
+        if (behind == content.size())
+            return false;
+        const char next = content[behind];
+        if (next != '=' && next != ':') {
+            const bool inSentence = content[at - 1] == '.' || content[at] != ' ' || blanks > 1;
+            if (inSentence || !(isWordCharacter(static_cast<unsigned char>(next)) || next == '\\') ||
+                !isWordCharacter(static_cast<unsigned char>(content[key.begin])) || ++words > mostWords)
+                return false;
+        }
+        at = behind;
+        return true;
+    }
+
+    bool isSeparator() const
+    {
+        const char behind = at + 1 < content.size() ? content[at + 1] : '\0';
+        if (content[at] == ':')
+            return isBlank(behind) && words == 1;
+        if (behind == '=' || behind == '>')
+            return false;
+        if (at != key.end)
+            return true;
+        const bool escaped = at >= 2 && content[at - 2] == '\\';
+        return words == 1 && (escaped || !has(content[at - 1], Operating));
+    }
+
+    std::string_view content;
+    std::size_t at = 0;
+    int words = 1;
+    Key key;
+};
+
+bool goesOn(std::string_view content, std::string_view next)
+{
+    if (!endsInBackslash(content) || isBlankLine(next))
+        return false;
+    if (indentOf(next) > 0 || (content.size() > 1 && isBlank(content[content.size() - 2])))
+        return true;
+    return !isComment(next, 0) && !KeyReader(next).read();
+}
+
+} // namespace
+
+std::optional<TxtLine> TxtScanner::next()
+{
+    const std::size_t begin = position;
+    std::size_t marksBegin = begin; // of the marks that the line may have above it
+    Type mark = Type::Group;
+    while (position < text.size()) {
+        const std::size_t lineBegin = position;
+        if (std::optional<TxtLine> entry = takeEntry(marksBegin, lineBegin, mark)) {
+            if (marksBegin == begin)
+                return entry;
+            position = marksBegin;
+            break;
+        }
+        const TextLine line = textLineAt(text, lineBegin);
+        position = line.end;
+        const std::optional<Type> read = readTypeMark(line.content);
+        mark = read.value_or(Type::Group);
+        // Of marks one above the other the last one holds; all of them go with the entry.
+        if (!read)
+            marksBegin = position;
+    }
+    if (position == begin)
+        return std::nullopt;
+    TxtLine gap;
+    gap.text = text.substr(begin, position - begin);
+    return gap;
+}
+
+std::optional<TxtLine> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type mark)
+{
+    const TextLine first = textLineAt(text, lineBegin);
+    const std::optional<Key> key = KeyReader(first.content).read();
+    if (!key)
+        return std::nullopt;
+    TxtLine line;
+    line.entry = true;
+    line.plainKey = key->plain;
+    line.mark = mark;
+    const auto offset = [shift = lineBegin - begin](std::size_t at) {
+        return static_cast<std::uint32_t>(shift + at);
+    };
+    line.begin = offset(0);
+    line.keyBegin = offset(key->begin);
+    line.keyEnd = offset(key->end);
+    const std::string_view behind = first.content.substr(key->separator + 1);
+    const std::size_t valueBegin = key->separator + 1 + indentOf(behind);
+    line.valueBegin = offset(valueBegin);
+    line.valueEnd = offset(valueBegin + trimBlanks(behind).size());
+    position = first.end;
+    for (std::string_view content = first.content; position < text.size();) {
+        const TextLine further = textLineAt(text, position);
+        if (!goesOn(content, further.content))
+            break;
+        content = further.content;
+        const std::string_view trimmed = trimBlanks(content);
+        line.continued = true;
+        line.valueEnd = offset(std::size_t(trimmed.data() - text.data()) + trimmed.size() - lineBegin);
+        position = further.end;
+    }
+    line.text = text.substr(begin, position - begin);
+    return line;
+}
+
+std::optional<TxtLine> scanTxtEntry(std::string_view text)
+{
+    TxtScanner scanner(text);
+    std::optional<TxtLine> line = scanner.next();
+    if (!line || !line->entry || line->text.size() != text.size())
+        return std::nullopt;
+    return line;
+}
+
+bool wouldSwallow(const TxtLine& above, std::string_view below)
+{
+    std::string_view last = above.text;
+    while (!last.empty() && endsLine(last))
+        last.remove_suffix(1);
+    last.remove_prefix(last.find_last_of("\r\n") + 1);
+    return goesOn(last, textLineAt(below, 0).content);
+}
+
+std::string txtKeyPath(std::string_view key)
+{
+    std::string plain;
+    plain.reserve(key.size());
+    for (std::size_t at = 0; at < key.size(); ++at) {
+        if (key[at] == '\\' && at + 1 < key.size() && has(key[at + 1], Mark))
+            ++at;
+        plain += key[at];
+    }
+    return encodePath(plain);
+}
+
+std::string escapeTxtKey(std::string_view path)
+{
+    std::string key;
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        const char c = path[at];
+        const bool outer = at == 0 || at + 1 == path.size();
+        const bool plain = isWordCharacter(static_cast<unsigned char>(c)) || c == '.' || c == '%' ||
+                           (!outer && c != '\\' && has(c, Name));
+        if (!plain)
+            key += '\\';
+        key += c;
+    }
+    return key;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,206 @@
+#include "repository/documents/xml/XmlEditor.h"
+
+#include <utility>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+
+XmlEditor::XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling)
+    : tree(syntaxTree), values(treeValues), spelling(fileSpelling), layout(syntaxTree, fileSpelling.lineEnd)
+{
+}
+
+XmlNodeId XmlEditor::createRoot(std::string_view name)
+{
+    const XmlNodeId id =
+        tree.insert(noXmlNode, noXmlNode, {XmlKind::Element, tree.getNames().intern(name), 1});
+    const std::string declared = spelling.isWide() ? "UTF-16" : "UTF-8";
+    tree.setText(id, XmlPart::Lead,
+                 "<?xml version=\"1.0\" encoding=\"" + declared + "\"?>" + spelling.lineEnd);
+    tree.setEpilogue(spelling.lineEnd);
+    fillElement(id);
+    return id;
+}
+
+void XmlEditor::fillElement(XmlNodeId id)
+{
+    tree.setText(id, XmlPart::Label, '<' + std::string(tree.getNames().nameOf(tree.node(id).name)));
+    tree.setText(id, XmlPart::TagEnd, "/>");
+}
+
+XmlNodeId XmlEditor::append(XmlNodeId parent, const XmlKey& key, bool isInRun)
+{
+    if (key.kind == XmlKind::Attribute)
+        return appendAttribute(parent, key);
+    if (!tree.node(parent).isContainer())
+        return appendFirst(parent, key);
+    const bool isInOrder = isInRun && tree.node(parent).end == 0;
+    XmlNodeId sibling = noXmlNode;
+    if (key.number > 1 && key.kind == XmlKind::Element && !isInOrder)
+        sibling = tree.find(parent, {key.kind, key.name, key.number - 1});
+    if (sibling == noXmlNode)
+        sibling = tree.node(parent).last;
+    // Two texts never stand side by side; a run may begin with one that has no elements yet.
+    if (tree.node(sibling).kind == XmlKind::Text && !isInOrder && tree.node(parent).count > 1)
+        sibling = tree.node(sibling).previous;
+    const XmlNodeId id = tree.insert(parent, sibling, key);
+    if (key.kind == XmlKind::Element)
+        fillElement(id);
+    layout.placeBehind(id, sibling);
+    return id;
+}
+
+XmlNodeId XmlEditor::appendFirst(XmlNodeId parent, const XmlKey& key)
+{
+    const std::string content = contentOf(parent);
+    values.open(parent);
+    const XmlNodeId id = tree.insert(parent, tree.lastAttribute(parent), key);
+    if (key.kind == XmlKind::Text) {
+        layout.setClosingGap(parent, content);
+        return id;
+    }
+    fillElement(id);
+    layout.placeOnly(id, content);
+    return id;
+}
+
+XmlNodeId XmlEditor::appendAttribute(XmlNodeId element, const XmlKey& key)
+{
+    const std::string name(tree.getNames().nameOf(key.name));
+    const char quote = quoteFor(element);
+    const XmlNodeId last = tree.lastAttribute(element);
+    layout.dropMark(element, name);
+    const XmlNodeId id = tree.insert(element, last, key);
+    tree.setText(id, XmlPart::Lead, last == noXmlNode ? " " : std::string(tree.text(last, XmlPart::Lead)));
+    tree.setText(id, XmlPart::Label, name + '=' + quote);
+    tree.setText(id, XmlPart::Closing, std::string(1, quote));
+    return id;
+}
+
+char XmlEditor::quoteFor(XmlNodeId element) const
+{
+    const XmlNodeId last = element == noXmlNode ? noXmlNode : tree.lastAttribute(element);
+    return last == noXmlNode ? '"' : tree.text(last, XmlPart::Closing)[0];
+}
+
+void XmlEditor::give(XmlNodeId id, XmlValues::Spelled value)
+{
+    const XmlNode& node = tree.node(id);
+    const bool isAttribute = node.kind == XmlKind::Attribute;
+    const bool isEmptyElement = node.kind == XmlKind::Element && isXmlBlank(contentOf(id));
+    if (value.mark) {
+        if (isAttribute)
+            value.mark->attribute = tree.getNames().nameOf(node.name);
+        layout.addMark(isAttribute ? node.parent : id, value.mark->write());
+        tree.node(id).isMarked = true;
+        if (node.kind == XmlKind::Element && value.mark->type == Type::Null)
+            return;
+    }
+    if (isEmptyElement) {
+        tree.setText(id, XmlPart::Front, {});
+        layout.setClosingGap(id, {});
+    }
+    values.put(id, std::move(value.text));
+}
+
+void XmlEditor::respell(XmlNodeId id, std::string_view spelled)
+{
+    const XmlKind kind = tree.node(id).kind;
+    const std::string comments = kind == XmlKind::Attribute ? std::string() : xmlCommentsIn(spelled);
+    if (!comments.empty() && xmlCommentsIn(tree.text(id, XmlPart::Value)).empty()) {
+        const bool isElement = kind == XmlKind::Element;
+        const std::string gap(isElement ? layout.closingGap(id) : layout.gapBehind(id));
+        if (gap.compare(0, comments.size(), comments) == 0 && isElement)
+            layout.setClosingGap(id, gap.substr(comments.size()));
+        else if (gap.compare(0, comments.size(), comments) == 0)
+            layout.setGapBehind(id, gap.substr(comments.size()));
+    }
+    values.put(id, std::string(spelled));
+}
+
+std::string XmlEditor::contentOf(XmlNodeId element) const
+{
+    std::string content(tree.text(element, XmlPart::Front));
+    content += tree.text(element, XmlPart::Value);
+    return content += layout.closingGap(element);
+}
+
+bool XmlEditor::joinsTexts(XmlNodeId id) const
+{
+    const XmlNode& node = tree.node(id);
+    return node.kind == XmlKind::Element && node.parent != noXmlNode && layout.isMixed(node.parent);
+}
+
+void XmlEditor::remove(XmlNodeId id)
+{
+    const XmlNode node = tree.node(id);
+    const XmlNodeId parent = node.parent;
+    if (node.kind == XmlKind::Attribute) {
+        layout.dropMark(parent, tree.getNames().nameOf(node.name));
+        tree.remove(id);
+        return;
+    }
+    layout.takeOut(id);
+    if (tree.node(parent).count == 1) {
+        std::string gap(layout.closingGap(parent));
+        tree.remove(id);
+        empty(parent, std::move(gap));
+        return;
+    }
+    tree.remove(id);
+    const auto isText = [this](XmlNodeId sibling) {
+        return sibling != noXmlNode && tree.node(sibling).kind == XmlKind::Text;
+    };
+    if (isText(node.previous) && isText(node.next))
+        joinTexts(node.previous, node.next);
+    if (tree.node(parent).count == 1 && isText(tree.node(parent).last))
+        dissolve(parent);
+}
+
+bool XmlEditor::standsAlone(XmlNodeId root) const
+{
+    std::string_view lead = tree.text(root, XmlPart::Lead);
+    const auto marks = readXmlMarks(lead);
+    if (!marks.empty())
+        lead = lead.substr(0, marks.back().begin);
+    if (lead.substr(0, 5) == "<?xml")
+        lead = lead.substr(lead.find("?>") + 2);
+    return isXmlBlank(lead) && isXmlBlank(tree.epilogue());
+}
+
+void XmlEditor::joinTexts(XmlNodeId text, XmlNodeId following)
+{
+    std::string joined(tree.text(text, XmlPart::Value));
+    joined += tree.text(following, XmlPart::Lead);
+    joined += tree.text(following, XmlPart::Value);
+    tree.setText(text, XmlPart::Value, std::move(joined));
+    tree.remove(following);
+}
+
+// Makes an element that has lost its last child one of no value; a mark would have it empty but of a type.
+void XmlEditor::empty(XmlNodeId element, std::string gap)
+{
+    layout.dropMark(element, {});
+    tree.node(element).isMarked = false;
+    tree.setText(element, XmlPart::Front, {});
+    tree.setText(element, XmlPart::Value, {});
+    const std::string_view tagEnd = tree.text(element, XmlPart::TagEnd);
+    if (gap.find_first_of("\r\n<") == std::string::npos) {
+        tree.setText(element, XmlPart::TagEnd, std::string(tagEnd.substr(0, tagEnd.size() - 1)) + "/>");
+        tree.setText(element, XmlPart::Closing, {});
+    }
+}
+
+// Makes the only text of an element its value.
+void XmlEditor::dissolve(XmlNodeId element)
+{
+    const XmlNodeId text = tree.node(element).last;
+    std::string lead(tree.text(text, XmlPart::Lead));
+    std::string value(tree.text(text, XmlPart::Value));
+    tree.remove(text);
+    tree.setText(element, XmlPart::Front, std::move(lead));
+    tree.setText(element, XmlPart::Value, std::move(value));
+}
+
+} // namespace Repository::Documents

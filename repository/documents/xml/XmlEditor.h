@@ -1,0 +1,64 @@
+#pragma once
+
+#include "repository/documents/xml/XmlLayout.h"
+#include "repository/documents/xml/XmlText.h"
+#include "repository/documents/xml/XmlTree.h"
+#include "repository/documents/xml/XmlValues.h"
+
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Adds nodes to a tree and takes them out, and keeps its layout right. Whether an edit is allowed was decided
+// before.
+class XmlEditor
+{
+public:
+    XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling);
+
+    // Makes the root element in a text without one, with a declaration before it.
+    XmlNodeId createRoot(std::string_view name);
+
+    // A new node with the next number of its name: an element behind its siblings of that name, else behind
+    // all others; an attribute behind all others; a text at the end. In a run each stands behind the one
+    // before it, unless the parent was there when the file was read.
+    XmlNodeId append(XmlNodeId parent, const XmlKey& key, bool isInRun);
+
+    // The quote of a new attribute of an element.
+    char quoteFor(XmlNodeId element) const;
+
+    // Gives its first value to a node that was appended, or to an element with nothing in it.
+    void give(XmlNodeId id, XmlValues::Spelled value);
+
+    // Puts a spelling that the value had before in its place. Comments that stood in it and were kept behind
+    // another value come back from there.
+    void respell(XmlNodeId id, std::string_view spelled);
+
+    // What stands in an element that has neither value nor children.
+    std::string contentOf(XmlNodeId element) const;
+
+    // True when the texts around a node would become one, or the value of their parent, without it.
+    bool joinsTexts(XmlNodeId id) const;
+
+    // Of a node other than the root.
+    void remove(XmlNodeId id);
+
+    // True when nothing but the declaration of xml and marks stands around the root.
+    bool standsAlone(XmlNodeId root) const;
+
+private:
+    void fillElement(XmlNodeId id);
+    XmlNodeId appendAttribute(XmlNodeId element, const XmlKey& key);
+    XmlNodeId appendFirst(XmlNodeId parent, const XmlKey& key);
+    void joinTexts(XmlNodeId text, XmlNodeId following);
+    void empty(XmlNodeId element, std::string gap);
+    void dissolve(XmlNodeId element);
+
+    XmlTree& tree;
+    XmlValues& values;
+    const XmlSpelling& spelling;
+    XmlLayout layout;
+};
+
+} // namespace Repository::Documents

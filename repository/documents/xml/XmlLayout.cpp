@@ -1,0 +1,211 @@
+#include "repository/documents/xml/XmlLayout.h"
+
+#include "repository/documents/xml/XmlMark.h"
+#include "repository/documents/xml/XmlText.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::string_view lineEnds = "\r\n";
+constexpr std::size_t npos = std::string_view::npos;
+
+bool holdsLineEnd(std::string_view text)
+{
+    return text.find_first_of(lineEnds) != npos;
+}
+
+// Where the blanks at the end of a text begin.
+std::size_t trailingBlanks(std::string_view text)
+{
+    const std::size_t last = text.find_last_not_of(" \t\r\n");
+    return last == npos ? 0 : last + 1;
+}
+
+// The text up to the line end before its last line, when there is nothing but blanks in that line.
+std::string_view withoutLastLine(std::string_view text)
+{
+    const std::size_t end = text.find_last_of(lineEnds);
+    if (end == npos || end < trailingBlanks(text))
+        return text;
+    const bool isPair = end > 0 && text[end] == '\n' && text[end - 1] == '\r';
+    return text.substr(0, isPair ? end - 1 : end);
+}
+
+bool endsInBlankLine(std::string_view text)
+{
+    return withoutLastLine(text).size() < text.size();
+}
+
+// How much of a gap belongs to the line of the node before it: blanks, and comments that end in that line.
+std::size_t restOfLine(std::string_view gap)
+{
+    std::size_t at = 0;
+    while (true) {
+        at = std::min(gap.find_first_not_of(" \t", at), gap.size());
+        if (gap.compare(at, 4, "<!--") != 0)
+            return at;
+        const std::size_t end = gap.find("-->", at + 4);
+        const std::size_t line = gap.find_first_of(lineEnds, at);
+        if (end == npos || line < end)
+            return at;
+        at = end + 3;
+    }
+}
+
+} // namespace
+
+XmlLayout::XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd)
+    : tree(syntaxTree), lineEnd(fileLineEnd)
+{
+}
+
+void XmlLayout::placeBehind(XmlNodeId id, XmlNodeId sibling)
+{
+    const bool inLine = tree.node(id).kind == XmlKind::Element && !isMixed(tree.node(id).parent) &&
+                        endsInBlankLine(tree.text(sibling, XmlPart::Lead));
+    if (!inLine)
+        return;
+    std::string lead;
+    const std::string gap(gapBehind(id));
+    const std::size_t rest = restOfLine(gap);
+    if (!isXmlBlank(gap.substr(0, rest))) {
+        lead = gap.substr(0, rest);
+        setGapBehind(id, gap.substr(rest));
+    }
+    tree.setText(id, XmlPart::Lead, lead + lineEnd + indentOf(sibling));
+}
+
+void XmlLayout::placeOnly(XmlNodeId id, std::string_view content)
+{
+    const XmlNodeId parent = tree.node(id).parent;
+    const bool lines = breaksLines(parent, content);
+    const std::string indent = lines ? lineEnd + indentOf(parent) : std::string();
+    const std::string innerIndent = lines ? indent + unitOfIndent() : std::string();
+    // An instruction that stands there must not come to stand before the node: it might be a mark.
+    const bool goesFirst = content.find("<?") != npos;
+    std::string lead;
+    std::string gap;
+    if (goesFirst) {
+        gap = std::string(content);
+    } else {
+        lead = content.substr(0, trailingBlanks(content));
+        gap = endsInBlankLine(content) ? std::string(content.substr(lead.size())) : indent;
+    }
+    tree.setText(id, XmlPart::Lead, lead + innerIndent);
+    setClosingGap(parent, std::move(gap));
+}
+
+bool XmlLayout::breaksLines(XmlNodeId element, std::string_view content) const
+{
+    return holdsLineEnd(content) || element == tree.getRoot() ||
+           endsInBlankLine(tree.text(element, XmlPart::Lead));
+}
+
+void XmlLayout::addMark(XmlNodeId element, const std::string& mark)
+{
+    std::string lead(tree.text(element, XmlPart::Lead));
+    const bool beginsLine = element == tree.getRoot() || endsInBlankLine(lead);
+    lead += mark;
+    if (beginsLine)
+        lead += lineEnd + indentOf(element);
+    tree.setText(element, XmlPart::Lead, std::move(lead));
+}
+
+void XmlLayout::dropMark(XmlNodeId element, std::string_view attribute)
+{
+    const std::string lead(tree.text(element, XmlPart::Lead));
+    for (const XmlMark& mark : readXmlMarks(lead)) {
+        if (mark.attribute != attribute)
+            continue;
+        const std::string_view before = std::string_view(lead).substr(0, mark.begin);
+        const std::string_view behind = std::string_view(lead).substr(mark.end);
+        const bool hasLine = endsInBlankLine(before) && holdsLineEnd(behind);
+        tree.setText(element, XmlPart::Lead,
+                     std::string(hasLine ? withoutLastLine(before) : before) + std::string(behind));
+        return;
+    }
+}
+
+void XmlLayout::takeOut(XmlNodeId id)
+{
+    std::string_view lead = tree.text(id, XmlPart::Lead);
+    const std::vector<XmlMark> marks = readXmlMarks(lead);
+    if (!marks.empty())
+        lead = lead.substr(0, marks.back().begin);
+    const std::string_view gap = gapBehind(id);
+    const std::size_t rest = restOfLine(gap);
+    const bool endsLine = rest < gap.size() && (gap[rest] == '\r' || gap[rest] == '\n');
+    const bool hasLine = endsInBlankLine(lead) && endsLine && tree.node(id).kind == XmlKind::Element;
+    const std::string_view kept = hasLine ? withoutLastLine(lead) : lead;
+    setGapBehind(id, std::string(kept) + std::string(gap.substr(hasLine ? rest : 0)));
+}
+
+std::string_view XmlLayout::gapBehind(XmlNodeId id) const
+{
+    const XmlNode& node = tree.node(id);
+    return node.next == noXmlNode ? closingGap(node.parent) : tree.text(node.next, XmlPart::Lead);
+}
+
+void XmlLayout::setGapBehind(XmlNodeId id, std::string gap)
+{
+    const XmlNode& node = tree.node(id);
+    if (node.next == noXmlNode)
+        setClosingGap(node.parent, std::move(gap));
+    else
+        tree.setText(node.next, XmlPart::Lead, std::move(gap));
+}
+
+std::string_view XmlLayout::closingGap(XmlNodeId element) const
+{
+    const std::string_view closing = tree.text(element, XmlPart::Closing);
+    return closing.substr(0, std::min(closing.rfind("</"), closing.size()));
+}
+
+void XmlLayout::setClosingGap(XmlNodeId element, std::string gap)
+{
+    gap += tree.text(element, XmlPart::Closing).substr(closingGap(element).size());
+    tree.setText(element, XmlPart::Closing, std::move(gap));
+}
+
+bool XmlLayout::isMixed(XmlNodeId element) const
+{
+    return tree.find(element, {XmlKind::Text, XmlNames::none, 1}) != noXmlNode;
+}
+
+// The blanks at the beginning of the line in which the element begins.
+std::string XmlLayout::indentOf(XmlNodeId element) const
+{
+    std::string_view lead = tree.text(element, XmlPart::Lead);
+    while (!holdsLineEnd(lead) && tree.node(element).parent != noXmlNode) {
+        element = tree.node(element).parent;
+        lead = tree.text(element, XmlPart::Lead);
+    }
+    const std::size_t end = lead.find_last_of(lineEnds);
+    const std::string_view line = lead.substr(end == npos ? 0 : end + 1);
+    return std::string(line.substr(0, std::min(line.find_first_not_of(" \t"), line.size())));
+}
+
+// By how much the first element that stands in a line of its own is indented.
+std::string XmlLayout::unitOfIndent() const
+{
+    const std::string usual = "  ";
+    bool anyLine = false;
+    XmlNodeId element = tree.getRoot();
+    while (element != noXmlNode && tree.node(element).isContainer()) {
+        const XmlNodeId child = tree.firstInside(element);
+        if (tree.node(child).end != 0 && endsInBlankLine(tree.text(child, XmlPart::Lead))) {
+            const std::string outer = indentOf(element);
+            const std::string inner = indentOf(child);
+            if (inner.size() > outer.size() && inner.compare(0, outer.size(), outer) == 0)
+                return inner.substr(outer.size());
+            anyLine = true;
+        }
+        element = tree.node(child).kind == XmlKind::Element ? child : noXmlNode;
+    }
+    return anyLine ? std::string() : usual;
+}
+
+} // namespace Repository::Documents

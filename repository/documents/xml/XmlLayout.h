@@ -1,0 +1,50 @@
+#pragma once
+
+#include "repository/documents/xml/XmlTree.h"
+
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Distributes blanks, line breaks, comments and marks when a node comes or goes: what is new looks like its
+// siblings, and what goes takes its line along, with its marks and a comment on that line, and no others.
+class XmlLayout
+{
+public:
+    XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd);
+
+    // Place a node that was just linked: behind a sibling, or as the only child of an element that was
+    // prepared for it, in the place of its content (what stood between its tags).
+    void placeBehind(XmlNodeId id, XmlNodeId sibling);
+    void placeOnly(XmlNodeId id, std::string_view content);
+
+    // Places a mark in front of the element; it stands in a line of its own if the element begins one.
+    void addMark(XmlNodeId element, const std::string& mark);
+
+    // Takes out the mark for an attribute of the element.
+    void dropMark(XmlNodeId element, std::string_view attribute);
+
+    // To be called before a node is unlinked; what stays of the text around it comes together behind it.
+    void takeOut(XmlNodeId id);
+
+    // What stands behind a node, up to the next one or to the end tag of its parent.
+    std::string_view gapBehind(XmlNodeId id) const;
+    void setGapBehind(XmlNodeId id, std::string gap);
+
+    // Without the end tag of the element.
+    std::string_view closingGap(XmlNodeId element) const;
+    void setClosingGap(XmlNodeId element, std::string gap);
+
+    bool isMixed(XmlNodeId element) const;
+
+private:
+    std::string indentOf(XmlNodeId element) const;
+    std::string unitOfIndent() const;
+    bool breaksLines(XmlNodeId element, std::string_view content) const;
+
+    XmlTree& tree;
+    const std::string& lineEnd;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,148 @@
+#include "repository/documents/xml/XmlMark.h"
+
+#include "repository/documents/common/TypeMark.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::string_view closing = "?>";
+constexpr std::string_view comment = "<!--";
+constexpr std::string_view doctype = "<!DOCTYPE";
+constexpr std::string_view blanks = " \t\r\n";
+
+std::string_view withoutBlanks(std::string_view text)
+{
+    const std::size_t begin = text.find_first_not_of(blanks);
+    return begin == std::string_view::npos ? std::string_view()
+                                           : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+// What stands between the xmlMarkBegin and the closing of an instruction; nothing when it is no mark.
+std::optional<XmlMark> readMark(std::string_view inside)
+{
+    XmlMark mark;
+    bool isTyped = false;
+    for (inside = withoutBlanks(inside); !inside.empty(); inside = withoutBlanks(inside)) {
+        const std::size_t begin = inside.find("=\"");
+        const std::size_t end = begin == std::string_view::npos ? begin : inside.find('"', begin + 2);
+        if (end == std::string_view::npos)
+            return std::nullopt;
+        const std::string_view name = inside.substr(0, begin);
+        const std::string_view value = inside.substr(begin + 2, end - begin - 2);
+        inside.remove_prefix(end + 1);
+        if (name == "type") {
+            const auto type = typeNamed(value);
+            if (!type)
+                return std::nullopt;
+            mark.type = *type;
+            isTyped = true;
+        } else if (name == "attribute") {
+            mark.attribute = value;
+        } else if (name == "escapes") {
+            mark.escapes = value == "yes";
+        } else {
+            return std::nullopt;
+        }
+    }
+    return isTyped ? std::optional(mark) : std::nullopt;
+}
+
+struct Instruction
+{
+    std::size_t begin;
+    std::size_t end;
+};
+
+bool begins(std::string_view text, std::string_view beginning)
+{
+    return text.substr(0, beginning.size()) == beginning;
+}
+
+// The length of the text up to the end of the ending, which is looked for from a place on.
+std::size_t lengthUpTo(std::string_view text, std::string_view ending, std::size_t from)
+{
+    const std::size_t found = text.find(ending, from);
+    return found == std::string_view::npos ? text.size() : found + ending.size();
+}
+
+// Of the comment, the instruction or the literal that the text begins with; 0 for anything else.
+std::size_t lengthOfOpaque(std::string_view text)
+{
+    if (begins(text, comment))
+        return lengthUpTo(text, "-->", comment.size());
+    if (begins(text, "<?"))
+        return lengthUpTo(text, closing, 2);
+    return text[0] == '"' || text[0] == '\'' ? lengthUpTo(text, text.substr(0, 1), 1) : 0;
+}
+
+// Of the document type declaration that the text begins with. What its literals hold is no markup.
+std::size_t lengthOfDoctype(std::string_view text)
+{
+    bool isInSubset = false;
+    for (std::size_t at = doctype.size(); at < text.size();) {
+        const std::size_t opaque = lengthOfOpaque(text.substr(at));
+        if (opaque == 0 && text[at] == '>' && !isInSubset)
+            return at + 1;
+        if (opaque == 0 && (text[at] == '[' || text[at] == ']'))
+            isInSubset = text[at] == '[';
+        at += std::max<std::size_t>(opaque, 1);
+    }
+    return text.size();
+}
+
+// From the front, since what comes before may hold what looks like the beginning of an instruction.
+std::vector<Instruction> findInstructions(std::string_view lead)
+{
+    std::vector<Instruction> found;
+    for (std::size_t at = lead.find('<'); at != std::string_view::npos; at = lead.find('<', at)) {
+        const std::string_view rest = lead.substr(at);
+        const std::size_t length = begins(rest, doctype) ? lengthOfDoctype(rest) : lengthOfOpaque(rest);
+        if (begins(rest, "<?"))
+            found.push_back({at, at + length});
+        at += std::max<std::size_t>(length, 1);
+    }
+    return found;
+}
+
+} // namespace
+
+std::string XmlMark::write() const
+{
+    std::string text(xmlMarkBegin);
+    text += "type=\"" + std::string(typeName(type)) + '"';
+    if (!attribute.empty())
+        text += " attribute=\"" + std::string(attribute) + '"';
+    if (escapes)
+        text += " escapes=\"yes\"";
+    return text += closing;
+}
+
+std::vector<XmlMark> readXmlMarks(std::string_view lead)
+{
+    std::vector<XmlMark> marks;
+    const std::vector<Instruction> instructions = findInstructions(lead);
+    std::size_t end = lead.size();
+    for (auto instruction = instructions.rbegin(); instruction != instructions.rend(); ++instruction) {
+        const std::string_view text = lead.substr(instruction->begin, instruction->end - instruction->begin);
+        if (!withoutBlanks(lead.substr(instruction->end, end - instruction->end)).empty() ||
+            text.substr(0, xmlMarkBegin.size()) != xmlMarkBegin)
+            break;
+        end = instruction->begin;
+        const auto mark = text.size() < xmlMarkBegin.size() + closing.size()
+                              ? std::nullopt
+                              : readMark(text.substr(xmlMarkBegin.size(),
+                                                     text.size() - closing.size() - xmlMarkBegin.size()));
+        if (mark) {
+            marks.push_back(*mark);
+            marks.back().begin = instruction->begin;
+            marks.back().end = instruction->end;
+        }
+    }
+    return marks;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,333 @@
+#include "repository/documents/xml/XmlReader.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/TextPosition.h"
+#include "repository/documents/xml/XmlMark.h"
+#include "repository/documents/xml/XmlScanner.h"
+#include "repository/documents/xml/XmlText.h"
+
+#include <expat.h>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace Repository::Documents {
+
+// What the parser calls. It is written in C, so that no exception may pass through it.
+struct XmlHandlers
+{
+    XmlReader& reader;
+    XML_Parser parser;
+
+    template <typename Step>
+    static void run(void* self, const Step& step)
+    {
+        auto& handlers = *static_cast<XmlHandlers*>(self);
+        const auto at = static_cast<std::size_t>(XML_GetCurrentByteIndex(handlers.parser));
+        bool goesOn = false;
+        try {
+            goesOn = step(handlers.reader, at);
+        } catch (const std::bad_alloc&) {
+            handlers.reader.fail(at, "there is not enough memory for a file of this size");
+        }
+        if (!goesOn)
+            XML_StopParser(handlers.parser, XML_FALSE);
+    }
+
+    static void XMLCALL start(void* self, const XML_Char*, const XML_Char**)
+    {
+        run(self, [](XmlReader& xml, std::size_t at) { return xml.open(at); });
+    }
+
+    static void XMLCALL end(void* self, const XML_Char*)
+    {
+        run(self, [](XmlReader& xml, std::size_t at) { return xml.close(at); });
+    }
+
+    static void XMLCALL entity(void* self, const XML_Char* name, int isParameter, const XML_Char* text,
+                               int length, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*)
+    {
+        if (isParameter || !text)
+            return;
+        const std::string_view declared(text, static_cast<std::size_t>(length));
+        run(self, [=](XmlReader& xml, std::size_t) { return xml.declare(name, declared); });
+    }
+};
+
+namespace {
+
+using ParserOwner = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
+
+constexpr std::string_view closingBegin = "</";
+constexpr std::size_t usualNodeSize = 40; // bytes of text for a node
+
+std::uint32_t offsetOf(std::size_t at)
+{
+    return static_cast<std::uint32_t>(at);
+}
+
+} // namespace
+
+XmlReader::XmlReader(XmlTree& emptyTree, XmlEntities& noEntities)
+    : tree(emptyTree), entities(noEntities), text(emptyTree.getOriginal())
+{
+}
+
+XmlFault XmlReader::read()
+{
+    if (isXmlBlank(text))
+        return {};
+    if (text.size() > maximumSize)
+        return {0, "the file is larger than 2 GB, the most that is read"};
+    // Expat would take some texts with it for UTF-16.
+    const std::size_t nul = text.find('\0');
+    if (nul != std::string::npos)
+        return {nul, explainUnheldXml(std::string_view(text).substr(nul, 1))};
+    tree.reserve(text.size() / usualNodeSize);
+    if (scan())
+        return {};
+    startAgain();
+    return parse();
+}
+
+// True when the text is so plain that it needs no parser.
+bool XmlReader::scan()
+{
+    XmlScanner scanner(text);
+    while (true) {
+        switch (scanner.next()) {
+        case XmlScanner::Event::Open:
+            if (!open(scanner.getPosition()))
+                return false;
+            break;
+        case XmlScanner::Event::Close:
+            close(scanner.getPosition());
+            break;
+        case XmlScanner::Event::End:
+            return true;
+        case XmlScanner::Event::NotPlain:
+            return false;
+        }
+    }
+}
+
+void XmlReader::startAgain()
+{
+    tree.clear();
+    fault = {};
+    current = noXmlNode;
+    depth = cursor = 0;
+}
+
+XmlFault XmlReader::parse()
+{
+    const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
+    if (!parser)
+        throw std::bad_alloc();
+    XmlHandlers handlers{*this, parser.get()};
+    XML_SetUserData(parser.get(), &handlers);
+    XML_SetElementHandler(parser.get(), &XmlHandlers::start, &XmlHandlers::end);
+    XML_SetEntityDeclHandler(parser.get(), &XmlHandlers::entity);
+    if (XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK)
+        return {};
+    if (fault.message.empty()) {
+        const auto at = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
+        fail(at, explain(XML_GetErrorCode(parser.get()), at));
+    }
+    return std::move(fault);
+}
+
+bool XmlReader::declare(std::string_view name, std::string_view declared)
+{
+    if (declared.find('&') != std::string_view::npos && ++nestedEntities > maximumNestedEntities)
+        return fail(cursor, "more than " + std::to_string(maximumNestedEntities) +
+                                " entities refer to others, which is more than is read");
+    entities.declare(std::string(name), std::string(declared));
+    return true;
+}
+
+bool XmlReader::open(std::size_t at)
+{
+    if (depthInEntity > 0 || text[at] != '<') {
+        ++depthInEntity;
+        return true;
+    }
+    if (++depth > maximumDepth)
+        return fail(at, "more than " + std::to_string(maximumDepth) +
+                            " elements lie within each other, which is more than is read");
+    const bool isBlank = behindBlanks(cursor) == at;
+    if (!isBlank && current != noXmlNode)
+        addText(at);
+    XmlNode node;
+    node.parent = current;
+    node.lead = offsetOf(cursor);
+    node.label = offsetOf(at);
+    node.name = tree.getNames().internFront(std::string_view(text).substr(at + 1));
+    current = tree.read(node);
+    const std::size_t tagEnd = addAttributes(current, at + 1 + tree.getNames().nameOf(node.name).size());
+    std::size_t closing = behindBlanks(tagEnd);
+    closing += text[closing] == '/' ? 1 : 0;
+    XmlNode& element = tree.node(current);
+    element.tagEnd = offsetOf(tagEnd);
+    element.front = element.value = element.closing = element.end = offsetOf(closing + 1);
+    if (!isBlank)
+        markAll(current, std::string_view(text).substr(cursor, at - cursor));
+    cursor = closing + 1;
+    return true;
+}
+
+// Takes up the attributes from behind the name of an element on; gives where the last one ends.
+std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
+{
+    while (true) {
+        const std::size_t label = behindBlanks(at);
+        if (text[label] == '>' || text[label] == '/')
+            return at;
+        XmlNode node;
+        node.kind = XmlKind::Attribute;
+        node.parent = element;
+        node.lead = offsetOf(at);
+        node.label = offsetOf(label);
+        node.name = tree.getNames().internFront(std::string_view(text).substr(label));
+        const std::size_t nameEnd = label + tree.getNames().nameOf(node.name).size();
+        const std::size_t quote = behindBlanks(behindBlanks(nameEnd) + 1);
+        const std::size_t closing = text.find(text[quote], quote + 1);
+        node.tagEnd = node.front = node.value = offsetOf(quote + 1);
+        node.closing = offsetOf(closing);
+        at = closing + 1;
+        node.end = offsetOf(at);
+        tree.read(node);
+    }
+}
+
+std::size_t XmlReader::behindBlanks(std::size_t at) const
+{
+    while (isXmlBlank(text[at]))
+        ++at;
+    return at;
+}
+
+// Takes up the text between two tags of the current element, if there is any.
+void XmlReader::addText(std::size_t end)
+{
+    const XmlStretch stretch = findXmlValue(std::string_view(text).substr(cursor, end - cursor));
+    if (stretch.isEmpty())
+        return;
+    XmlNode node;
+    node.kind = XmlKind::Text;
+    node.parent = current;
+    node.lead = offsetOf(cursor);
+    node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + stretch.begin);
+    cursor += stretch.end;
+    node.closing = node.end = offsetOf(cursor);
+    node.isMarked = !readXmlMarks(std::string_view(text).substr(node.lead, stretch.begin)).empty();
+    tree.read(node);
+}
+
+// Notes for which nodes of an element a mark in its lead is there.
+void XmlReader::markAll(XmlNodeId element, std::string_view lead)
+{
+    const std::size_t last = lead.find_last_of('>');
+    if (last == std::string_view::npos || last == 0 || lead[last - 1] != '?')
+        return;
+    for (const XmlMark& mark : readXmlMarks(lead)) {
+        const auto name = tree.getNames().find(mark.attribute);
+        const XmlNodeId attribute =
+            mark.attribute.empty() || !name ? noXmlNode : tree.find(element, {XmlKind::Attribute, *name, 1});
+        if (mark.attribute.empty())
+            tree.node(element).isMarked = true;
+        else if (attribute != noXmlNode)
+            tree.node(attribute).isMarked = true;
+    }
+}
+
+bool XmlReader::close(std::size_t at)
+{
+    if (depthInEntity > 0) {
+        --depthInEntity;
+        return true;
+    }
+    const XmlNode& node = tree.node(current);
+    const bool closesItself = text[node.front - 2] == '/' && cursor == at;
+    const std::size_t nameSize = tree.getNames().nameOf(node.name).size();
+    finish(current, at, closesItself ? at : behindBlanks(at + closingBegin.size() + nameSize) + 1);
+    return true;
+}
+
+void XmlReader::finish(XmlNodeId element, std::size_t closing, std::size_t end)
+{
+    if (tree.node(element).isContainer()) {
+        addText(closing);
+        tree.node(element).value = tree.node(element).closing = offsetOf(cursor);
+        tree.complete(element);
+    } else {
+        const XmlStretch value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor));
+        tree.node(element).value = offsetOf(cursor + value.begin);
+        tree.node(element).closing = offsetOf(cursor + value.end);
+    }
+    tree.node(element).end = offsetOf(end);
+    cursor = end;
+    current = tree.node(element).parent;
+    --depth;
+}
+
+bool XmlReader::fail(std::size_t at, std::string message)
+{
+    fault = {at, std::move(message)};
+    return false;
+}
+
+std::string XmlReader::explain(int error, std::size_t at) const
+{
+    switch (error) {
+    case XML_ERROR_NO_MEMORY:
+        return "there is not enough memory for a file of this size";
+    case XML_ERROR_NO_ELEMENTS:
+        return current == noXmlNode ? "the file ends without a root element"
+                                    : "the file ends inside of " + currentTag();
+    case XML_ERROR_TAG_MISMATCH:
+        return "this end tag does not belong to " + currentTag() + ", which is still open";
+    case XML_ERROR_INVALID_TOKEN:
+        return explainToken(at);
+    case XML_ERROR_UNCLOSED_TOKEN:
+        return "the file ends inside of a tag, comment or reference that begins here";
+    case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
+        return "nothing but comments may follow the root element";
+    case XML_ERROR_DUPLICATE_ATTRIBUTE:
+        return "an attribute stands twice in this tag";
+    case XML_ERROR_UNDEFINED_ENTITY: {
+        const std::size_t end = text.find(';', at);
+        return "the entity \"" + text.substr(at, end - at) + ";\" is not declared";
+    }
+    case XML_ERROR_RECURSIVE_ENTITY_REF:
+        return "an entity refers to itself";
+    case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
+        return "the entities grow to more than a hundred times of what the file holds, as in an attack";
+    default:
+        return "this is no xml: " + std::string(XML_ErrorString(static_cast<XML_Error>(error)));
+    }
+}
+
+std::string XmlReader::explainToken(std::size_t at) const
+{
+    const std::string_view rest = std::string_view(text).substr(at);
+    const std::size_t length = FrameworkCore::Values::utf8Length(rest);
+    if (length == 0)
+        return "bytes that are no valid text";
+    if (rest.front() == '\n' || rest.front() == '\r')
+        return "the line must not end here";
+    const std::string unheld = explainUnheldXml(rest.substr(0, length));
+    return unheld.empty() ? "\"" + std::string(rest.substr(0, length)) + "\" is not allowed here" : unheld;
+}
+
+std::string XmlReader::currentTag() const
+{
+    if (current == noXmlNode)
+        return "the root element";
+    const XmlNode& node = tree.node(current);
+    return '<' + std::string(tree.getNames().nameOf(node.name)) + "> of line " +
+           std::to_string(positionOf(text, node.label).line);
+}
+
+} // namespace Repository::Documents

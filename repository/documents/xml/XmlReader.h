@@ -1,0 +1,66 @@
+#pragma once
+
+#include "repository/documents/xml/XmlEntities.h"
+#include "repository/documents/xml/XmlTree.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Why a text is no xml, and where; without a message it is.
+struct XmlFault
+{
+    std::size_t offset = 0;
+    std::string message;
+};
+
+// Reads UTF-8 xml into a tree. Where the tags are and that the text is well-formed, XmlScanner tells of plain
+// files and Expat, which guards against entities that blow up, of all others; what stands in and between the
+// tags is found by looking at the text.
+class XmlReader
+{
+public:
+    // Elements in elements; a limit for whoever walks the tree, not for this reader.
+    static constexpr std::size_t maximumDepth = 1000;
+    static constexpr std::size_t maximumSize = 0x7FFFFFFF; // what the parser takes at once
+    // The parser calls itself for an entity in an entity.
+    static constexpr std::size_t maximumNestedEntities = 1000;
+
+    XmlReader(XmlTree& emptyTree, XmlEntities& noEntities);
+
+    XmlFault read();
+
+private:
+    friend struct XmlHandlers;
+
+    bool scan();
+    void startAgain();
+    XmlFault parse();
+    bool open(std::size_t at);
+    bool close(std::size_t at);
+    bool declare(std::string_view name, std::string_view text);
+    std::size_t addAttributes(XmlNodeId element, std::size_t at);
+    void addText(std::size_t end);
+    std::size_t behindBlanks(std::size_t at) const;
+    void markAll(XmlNodeId element, std::string_view lead);
+    void finish(XmlNodeId element, std::size_t closing, std::size_t end);
+
+    bool fail(std::size_t at, std::string message);
+    std::string explain(int error, std::size_t at) const;
+    std::string explainToken(std::size_t at) const;
+    std::string currentTag() const;
+
+    XmlTree& tree;
+    XmlEntities& entities;
+    const std::string& text;
+    XmlFault fault;
+    XmlNodeId current = noXmlNode; // the element that is being read
+    std::size_t depth = 0;
+    std::size_t depthInEntity = 0; // elements that an entity brings along are none of the file
+    std::size_t nestedEntities = 0;
+    std::size_t cursor = 0; // where the parts of the next node begin
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,283 @@
+#include "repository/documents/xml/XmlText.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/xml/XmlMark.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+using FrameworkCore::Values::utf8CodePoint;
+using FrameworkCore::Values::utf8Length;
+
+constexpr std::string_view blanks = " \t\r\n";
+constexpr std::string_view sectionBegin = "<![CDATA[";
+constexpr std::string_view sectionEnd = "]]>";
+constexpr std::size_t npos = std::string_view::npos;
+
+bool beginsAt(std::string_view text, std::size_t at, std::string_view front)
+{
+    return text.compare(at, front.size(), front) == 0;
+}
+
+// Behind the comment, section or instruction that begins at an offset of a well-formed text.
+std::size_t endOfMarkup(std::string_view text, std::size_t at)
+{
+    const std::string_view closing = beginsAt(text, at, "<!--")         ? "-->"
+                                     : beginsAt(text, at, sectionBegin) ? sectionEnd
+                                                                        : "?>";
+    const std::size_t end = text.find(closing, at + (closing == "-->" ? 4 : 2));
+    return end == npos ? text.size() : end + closing.size();
+}
+
+// Appends a text of the file with its line ends as xml gives them to readers.
+void appendLines(std::string& out, std::string_view text)
+{
+    for (std::size_t at = text.find('\r'); at != npos; at = text.find('\r')) {
+        out += text.substr(0, at);
+        out += '\n';
+        text.remove_prefix(at + (at + 1 < text.size() && text[at + 1] == '\n' ? 2 : 1));
+    }
+    out += text;
+}
+
+// Appends what the reference at an offset stands for; gives the offset behind it.
+std::size_t appendReference(std::string& out, std::string_view text, std::size_t at,
+                            const XmlEntities& entities)
+{
+    const std::size_t semicolon = std::min(text.find(';', at), text.size() - 1);
+    const std::string_view reference = text.substr(at, semicolon + 1 - at);
+    const auto expanded =
+        entities.expand(reference.substr(1, std::max<std::size_t>(reference.size(), 2) - 2));
+    out += expanded ? std::string_view(*expanded) : reference;
+    return semicolon + 1;
+}
+
+} // namespace
+
+bool isXmlBlank(std::string_view text)
+{
+    return text.find_first_not_of(blanks) == npos;
+}
+
+XmlStretch findXmlValue(std::string_view between)
+{
+    XmlStretch stretch;
+    if (between.find('<') == npos) {
+        stretch.end = between.size();
+        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.begin]))
+            ++stretch.begin;
+        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.end - 1]))
+            --stretch.end;
+        return stretch.isEmpty() ? XmlStretch() : stretch;
+    }
+    std::size_t at = 0;
+    while (at < between.size()) {
+        const std::size_t markup = std::min(between.find('<', at), between.size());
+        const std::string_view text = between.substr(at, markup - at);
+        const std::size_t first = text.find_first_not_of(blanks);
+        if (first != npos) {
+            if (stretch.isEmpty())
+                stretch.begin = at + first;
+            stretch.end = at + text.find_last_not_of(blanks) + 1;
+        }
+        at = markup == between.size() ? markup : endOfMarkup(between, markup);
+        if (markup < between.size() && beginsAt(between, markup, sectionBegin)) {
+            if (stretch.isEmpty())
+                stretch.begin = markup;
+            stretch.end = at;
+        }
+    }
+    return stretch;
+}
+
+std::string decodeXmlText(std::string_view spelling, const XmlEntities& entities)
+{
+    std::string text;
+    text.reserve(spelling.size());
+    for (std::size_t at = 0; at < spelling.size();) {
+        const std::size_t special = std::min(spelling.find_first_of("&<", at), spelling.size());
+        appendLines(text, spelling.substr(at, special - at));
+        at = special;
+        if (at < spelling.size() && spelling[at] == '&') {
+            at = appendReference(text, spelling, at, entities);
+        } else if (at < spelling.size()) {
+            const std::size_t end = endOfMarkup(spelling, at);
+            if (beginsAt(spelling, at, sectionBegin)) {
+                const std::size_t inner = at + sectionBegin.size();
+                appendLines(text, spelling.substr(inner, end - sectionEnd.size() - inner));
+            }
+            at = end;
+        }
+    }
+    return text;
+}
+
+std::string decodeXmlAttribute(std::string_view spelling, const XmlEntities& entities)
+{
+    std::string text;
+    text.reserve(spelling.size());
+    for (std::size_t at = 0; at < spelling.size();) {
+        const std::size_t reference = std::min(spelling.find('&', at), spelling.size());
+        const std::size_t begin = text.size();
+        appendLines(text, spelling.substr(at, reference - at));
+        std::replace_if(
+            text.begin() + std::ptrdiff_t(begin), text.end(), [](char c) { return isXmlBlank(c); }, ' ');
+        at = reference == spelling.size() ? reference : appendReference(text, spelling, reference, entities);
+    }
+    return text;
+}
+
+bool isLiteralXml(std::string_view spelling)
+{
+    return spelling.find('&') == npos && spelling.find(sectionBegin) == npos;
+}
+
+bool isXmlSection(std::string_view spelling)
+{
+    std::size_t at = 0;
+    while (at < spelling.size() && beginsAt(spelling, at, sectionBegin))
+        at = endOfMarkup(spelling, at);
+    return at > 0 && at == spelling.size();
+}
+
+std::string xmlCommentsIn(std::string_view between)
+{
+    std::string comments;
+    for (std::size_t at = between.find('<'); at < between.size(); at = between.find('<', at)) {
+        const std::size_t end = endOfMarkup(between, at);
+        if (!beginsAt(between, at, sectionBegin) && !beginsAt(between, at, xmlMarkBegin))
+            comments += between.substr(at, end - at);
+        at = end;
+    }
+    return comments;
+}
+
+std::vector<std::string_view> xmlReferencesIn(std::string_view spelling)
+{
+    std::vector<std::string_view> references;
+    for (std::size_t at = spelling.find_first_of("&<"); at < spelling.size();
+         at = spelling.find_first_of("&<", at)) {
+        if (spelling[at] == '<') {
+            at = endOfMarkup(spelling, at);
+            continue;
+        }
+        const std::size_t end = std::min(spelling.find(';', at), spelling.size() - 1) + 1;
+        references.push_back(spelling.substr(at, end - at));
+        at = end;
+    }
+    return references;
+}
+
+std::string explainUnheldXml(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = utf8Length(text.substr(at));
+        if (length == 0)
+            return "xml has no place for bytes that are no valid UTF-8";
+        const char32_t c = utf8CodePoint(text.substr(at, length));
+        const bool isControl = c < 0x20 && !isXmlBlank(text[at]);
+        if (isControl || c == 0xFFFE || c == 0xFFFF) {
+            constexpr char digits[] = "0123456789ABCDEF";
+            std::string code;
+            for (int shift = 12; shift >= 0; shift -= 4)
+                code += digits[c >> shift & 15];
+            return "xml has no place for the character U+" + code + ", not even in an escaped form";
+        }
+        at += length;
+    }
+    return {};
+}
+
+bool XmlSpelling::canHold(std::string_view text) const
+{
+    const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    return isAscii ? std::all_of(text.begin(), text.end(), isPlain) : encoding.findRefusal(text).empty();
+}
+
+// A character that needs no escape in its place; one that the encoding lacks becomes a reference.
+void XmlSpelling::appendCharacter(std::string& spelling, std::string_view character) const
+{
+    if (character.size() == 1 || canHold(character))
+        spelling += character;
+    else
+        spelling += "&#" + std::to_string(std::uint32_t(utf8CodePoint(character))) + ';';
+}
+
+std::string XmlSpelling::spellText(std::string_view text) const
+{
+    std::string spelling;
+    spelling.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
+        const bool atEdge = at == 0 || at + 1 == text.size();
+        if (c == '&')
+            spelling += "&amp;";
+        else if (c == '<')
+            spelling += "&lt;";
+        else if (c == '>' && at >= 2 && text.substr(at - 2, 2) == "]]")
+            spelling += "&gt;";
+        else if (c == '\r' || (atEdge && isXmlBlank(c)))
+            spelling += "&#" + std::to_string(int(c)) + ';';
+        else if (c == '\n')
+            spelling += lineEnd;
+        else
+            appendCharacter(spelling, text.substr(at, length));
+        at += length;
+    }
+    return spelling;
+}
+
+std::string XmlSpelling::spellAttribute(std::string_view text, char quote) const
+{
+    std::string spelling;
+    spelling.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
+        if (c == '&')
+            spelling += "&amp;";
+        else if (c == '<')
+            spelling += "&lt;";
+        else if (c == quote)
+            spelling += c == '"' ? "&quot;" : "&apos;";
+        else if (c != ' ' && isXmlBlank(c))
+            spelling += "&#" + std::to_string(int(c)) + ';';
+        else
+            appendCharacter(spelling, text.substr(at, length));
+        at += length;
+    }
+    return spelling;
+}
+
+std::optional<std::string> XmlSpelling::spellSection(std::string_view text) const
+{
+    if (text.find('\r') != npos || !canHold(text))
+        return std::nullopt;
+    std::string spelling(sectionBegin);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '\n') {
+            spelling += lineEnd;
+            continue;
+        }
+        // The end of a section is cut in two, each half in a section of its own.
+        if (text[at] == '>' && at >= 2 && text.substr(at - 2, 2) == "]]")
+            (spelling += sectionEnd) += sectionBegin;
+        spelling += text[at];
+    }
+    return spelling += sectionEnd;
+}
+
+std::optional<std::string> XmlSpelling::spellAttributeAsText(std::string_view text, char quote) const
+{
+    if (text.empty())
+        return std::nullopt;
+    const std::size_t first = std::max<std::size_t>(utf8Length(text), 1);
+    return "&#" + std::to_string(std::uint32_t(utf8CodePoint(text.substr(0, first)))) + ';' +
+           spellAttribute(text.substr(first), quote);
+}
+
+} // namespace Repository::Documents

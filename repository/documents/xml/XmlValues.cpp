@@ -1,0 +1,308 @@
+#include "repository/documents/xml/XmlValues.h"
+
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/xml/XmlReader.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+constexpr std::string_view selfClosing = "/>";
+
+bool closesItself(std::string_view tagEnd)
+{
+    return tagEnd.size() >= selfClosing.size() &&
+           tagEnd.substr(tagEnd.size() - selfClosing.size()) == selfClosing;
+}
+
+// The spelling of an element without content: never that of a text.
+bool isSelfClosing(std::string_view spelling)
+{
+    return spelling.size() > selfClosing.size() && spelling[0] == '<' && closesItself(spelling) &&
+           isXmlBlank(spelling.substr(1, spelling.size() - 1 - selfClosing.size()));
+}
+
+// Nothing in it stands for anything else, in an element and in an attribute.
+bool isPlainXml(std::string_view spelling)
+{
+    static constexpr auto isSpecial = [] {
+        std::array<bool, 256> table{};
+        for (const char c : {'&', '<', '\t', '\r', '\n'})
+            table[static_cast<unsigned char>(c)] = true;
+        return table;
+    }();
+    return std::none_of(spelling.begin(), spelling.end(),
+                        [](char c) { return isSpecial[static_cast<unsigned char>(c)]; });
+}
+
+// The text as bytes are written, and with the two code points at the end of the first plane, which are no
+// characters of xml, as bytes too.
+std::string escaped(const std::string& text)
+{
+    std::string escapes = FrameworkCore::Values::toText({Type::ByteArray, text});
+    for (std::size_t at = escapes.find("\xEF\xBF"); at != std::string::npos;
+         at = escapes.find("\xEF\xBF", at + 1)) {
+        if (escapes[at + 2] == '\xBE' || escapes[at + 2] == '\xBF')
+            escapes.replace(at, 3, escapes[at + 2] == '\xBE' ? "\\xef\\xbf\\xbe" : "\\xef\\xbf\\xbf");
+    }
+    return escapes;
+}
+
+} // namespace
+
+XmlValues::XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling)
+    : tree(syntaxTree), entities(fileEntities), spelling(fileSpelling)
+{
+}
+
+Value XmlValues::read(XmlNodeId id) const
+{
+    const XmlNode& node = tree.node(id);
+    if (node.isContainer())
+        return {};
+    const std::string_view spelled = tree.text(id, XmlPart::Value);
+    if (!node.isMarked && !spelled.empty() && isPlainXml(spelled))
+        return FrameworkCore::Values::plainValue(spelled);
+    Place place = placeOf(id);
+    place.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
+    return interpret(place, spelled);
+}
+
+bool XmlValues::holds(XmlNodeId id, const Value& value) const
+{
+    return isSame(read(id), value);
+}
+
+std::optional<XmlMark> XmlValues::markOf(XmlNodeId id) const
+{
+    const XmlNode& node = tree.node(id);
+    if (!node.isMarked)
+        return std::nullopt;
+    const bool isAttribute = node.kind == XmlKind::Attribute;
+    const std::string_view name = isAttribute ? tree.getNames().nameOf(node.name) : std::string_view();
+    for (const XmlMark& mark : readXmlMarks(tree.text(isAttribute ? node.parent : id, XmlPart::Lead))) {
+        if (mark.attribute == name)
+            return mark;
+    }
+    return std::nullopt;
+}
+
+// The place of a value that is about to be written: an element that holds one does not close itself, unless a
+// mark tells what it holds then.
+XmlValues::Place XmlValues::placeOf(XmlNodeId id) const
+{
+    constexpr std::string_view tellTales = "\r\n<";
+    Place place;
+    place.kind = tree.node(id).kind;
+    place.mark = markOf(id);
+    const std::string_view closing = tree.text(id, XmlPart::Closing);
+    if (place.kind == XmlKind::Attribute)
+        place.quote = closing[0];
+    if (place.kind == XmlKind::Element) {
+        const std::string_view behind = closing.substr(0, std::min(closing.rfind("</"), closing.size()));
+        place.isOpen = behind.find_first_of(tellTales) != std::string_view::npos ||
+                       tree.text(id, XmlPart::Front).find_first_of(tellTales) != std::string_view::npos;
+        place.closesItself = staysClosed(id);
+    }
+    return place;
+}
+
+// What the value of a place would be with this spelling.
+Value XmlValues::interpret(const Place& place, std::string_view spelled) const
+{
+    std::string text = place.kind == XmlKind::Attribute ? decodeXmlAttribute(spelled, entities)
+                                                        : decodeXmlText(spelled, entities);
+    Value plain = interpretPlain(place, spelled, text);
+    if (!place.mark || (place.kind == XmlKind::Text && spelled.empty()))
+        return plain;
+    if (place.mark->escapes) {
+        const auto bytes = FrameworkCore::Values::readText(text, Type::ByteArray);
+        if (!bytes.ok())
+            return plain;
+        text = std::get<std::string>(bytes.value.data);
+    }
+    return readMarkedValue(place.mark->type, text, std::move(plain));
+}
+
+Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, const std::string& text) const
+{
+    const bool isEmpty = text.empty() && isLiteralXml(spelled);
+    const bool isGroup =
+        place.kind == XmlKind::Text || place.closesItself || place.isOpen || !spelled.empty();
+    if (place.kind != XmlKind::Attribute && isEmpty && isGroup)
+        return {};
+    return isLiteralXml(spelled) ? FrameworkCore::Values::plainValue(text) : Value{Type::String, text};
+}
+
+// An element that closed itself does so again when a mark tells what it holds then.
+bool XmlValues::staysClosed(XmlNodeId id) const
+{
+    const std::optional<XmlMark> mark = markOf(id);
+    if (!mark || tree.node(id).kind != XmlKind::Element)
+        return false;
+    const auto original = tree.originalText(id, XmlPart::TagEnd);
+    return original ? closesItself(*original) : mark->type == Type::Null;
+}
+
+std::string XmlValues::spellPlain(const Place& place, std::string_view text) const
+{
+    return place.kind == XmlKind::Attribute ? spelling.spellAttribute(text, place.quote)
+                                            : spelling.spellText(text);
+}
+
+std::optional<std::string> XmlValues::spellAsText(const Place& place, std::string_view text) const
+{
+    return place.kind == XmlKind::Attribute ? spelling.spellAttributeAsText(text, place.quote)
+                                            : spelling.spellSection(text);
+}
+
+XmlValues::Spelled XmlValues::spell(XmlNodeId id, const Value& value) const
+{
+    const Place place = placeOf(id);
+    std::string text = FrameworkCore::Values::toText(value);
+    if (place.mark && place.mark->escapes)
+        text = escaped(text);
+    const std::string unheld = explainUnheldXml(text);
+    if (!unheld.empty())
+        return {{}, {}, unheld};
+    const std::string_view current = tree.text(id, XmlPart::Value);
+    const bool isAttribute = place.kind == XmlKind::Attribute;
+    const std::string comments = isAttribute ? std::string() : xmlCommentsIn(current);
+    const std::string plain = spellPlain(place, text) + comments;
+    const auto asText = spellAsText(place, text);
+
+    std::vector<std::string> candidates;
+    const auto original = tree.originalText(id, XmlPart::Value);
+    if (original && !original->empty())
+        candidates.emplace_back(*original);
+    if (!isAttribute && isXmlSection(current) && asText)
+        candidates.push_back(*asText);
+    candidates.push_back(plain);
+    if (asText)
+        candidates.push_back(*asText + comments);
+    for (const std::string& candidate : candidates) {
+        if (isSame(interpret(place, candidate), value))
+            return {candidate, {}, {}};
+    }
+    const bool isNull = value.type == Type::Null;
+    const Type loaded = interpret(place, plain).type;
+    return {{},
+            {},
+            (isNull ? "nothing" : '"' + text + '"') + " would be read as " +
+                std::string(FrameworkCore::Values::describeType(loaded)) +
+                " again, since no mark in the file tells the type of this entry"};
+}
+
+XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& value) const
+{
+    Place place;
+    place.kind = kind;
+    place.quote = quote;
+    std::string text = FrameworkCore::Values::toText(value);
+    std::string unheld = explainUnheldXml(text);
+    for (const bool isMarked : {false, true}) {
+        if (isMarked) {
+            place.mark = XmlMark{{}, value.type, !unheld.empty()};
+            text = place.mark->escapes ? escaped(text) : text;
+            unheld = explainUnheldXml(text);
+            place.closesItself = value.type == Type::Null;
+        }
+        if (!unheld.empty())
+            continue;
+        for (const auto& candidate : {std::optional(spellPlain(place, text)), spellAsText(place, text)}) {
+            if (candidate && isSame(interpret(place, *candidate), value))
+                return {*candidate, place.mark, {}};
+        }
+    }
+    return {{}, {}, unheld.empty() ? "xml cannot hold such a value in this place" : unheld};
+}
+
+void XmlValues::open(XmlNodeId element)
+{
+    const std::string_view tagEnd = tree.text(element, XmlPart::TagEnd);
+    if (!closesItself(tagEnd))
+        return;
+    std::string opened(tagEnd.substr(0, tagEnd.size() - selfClosing.size()));
+    while (!opened.empty() && isXmlBlank(opened.back()))
+        opened.pop_back();
+    tree.setText(element, XmlPart::TagEnd, opened + '>');
+    tree.setText(element, XmlPart::Closing,
+                 "</" + std::string(tree.getNames().nameOf(tree.node(element).name)) + '>');
+}
+
+void XmlValues::put(XmlNodeId id, std::string spelled)
+{
+    const bool isElement = tree.node(id).kind == XmlKind::Element;
+    if (isElement && spelled.empty() && staysClosed(id))
+        spelled = '<' + std::string(tree.originalText(id, XmlPart::TagEnd).value_or(selfClosing));
+    if (isElement && isSelfClosing(spelled)) {
+        tree.setText(id, XmlPart::TagEnd, spelled.substr(1));
+        tree.setText(id, XmlPart::Closing, {});
+        spelled.clear();
+    } else if (isElement) {
+        open(id);
+    }
+    tree.setText(id, XmlPart::Value, std::move(spelled));
+}
+
+std::string XmlValues::spellingOf(XmlNodeId id) const
+{
+    const std::string_view tagEnd = tree.text(id, XmlPart::TagEnd);
+    return closesItself(tagEnd) ? '<' + std::string(tagEnd) : std::string(tree.text(id, XmlPart::Value));
+}
+
+std::string XmlValues::explainMisspelling(XmlNodeId id, std::string_view spelled) const
+{
+    const bool isAttribute = tree.node(id).kind == XmlKind::Attribute;
+    if (tree.node(id).kind == XmlKind::Element && isSelfClosing(spelled)) {
+        Place closed = placeOf(id);
+        closed.closesItself = true;
+        return interpret(closed, {}).type == Type::Group
+                   ? "no mark gives a value to an element with nothing in it"
+                   : "";
+    }
+    const std::string unheld = explainUnheldXml(spelled);
+    if (!unheld.empty())
+        return unheld;
+    if (!spelling.canHold(spelled))
+        return "the encoding of the file lacks a character of it";
+    const std::string quote(isAttribute ? tree.text(id, XmlPart::Closing) : std::string_view());
+    std::string sample = "<!DOCTYPE a SYSTEM \"\"><a";
+    sample += isAttribute ? " a=" + quote + std::string(spelled) + quote + "/>"
+                          : '>' + std::string(spelled) + "</a>";
+    XmlTree parsed(std::move(sample));
+    XmlEntities none;
+    const XmlFault fault = XmlReader(parsed, none).read();
+    if (!fault.message.empty())
+        return fault.message;
+    const XmlNode& root = parsed.node(parsed.getRoot());
+    const XmlNodeId onlyAttribute = isAttribute ? root.first : noXmlNode;
+    if (root.isContainer() || root.first != onlyAttribute || root.last != onlyAttribute)
+        return "there is more than one value in it";
+    if (!isAttribute && !spelled.empty() && (isXmlBlank(spelled.front()) || isXmlBlank(spelled.back())))
+        return "blanks around a value do not belong to it";
+    for (const std::string_view reference : xmlReferencesIn(spelled)) {
+        if (!isReferenceKnown(reference))
+            return "the file declares no entity " + std::string(reference);
+    }
+    return interpret(placeOf(id), spelled).type == Type::Group ? "there is no value in it" : "";
+}
+
+// An entity may also be declared outside of the file; then the file refers to it.
+bool XmlValues::isReferenceKnown(std::string_view reference) const
+{
+    return reference.size() > 2 && (entities.expand(reference.substr(1, reference.size() - 2)) ||
+                                    tree.getOriginal().find(reference) != std::string::npos);
+}
+
+} // namespace Repository::Documents

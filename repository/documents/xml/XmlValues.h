@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/xml/XmlEntities.h"
+#include "repository/documents/xml/XmlMark.h"
+#include "repository/documents/xml/XmlText.h"
+#include "repository/documents/xml/XmlTree.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Reads and writes the values of a tree's nodes. Blanks around an element's text are layout, unless a
+// reference or a CDATA section spells them, and numbers and truth values are those that are spelled plainly:
+// so is a text kept apart from a number. An element with nothing in it is a group when it closes itself,
+// holds a comment or has a line break in it, as if children were to come, and otherwise an empty text.
+class XmlValues
+{
+public:
+    XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling);
+
+    // A group for a node without a value.
+    FrameworkCore::Values::Value read(XmlNodeId id) const;
+
+    // True when it has this very value.
+    bool holds(XmlNodeId id, const FrameworkCore::Values::Value& value) const;
+
+    // How a value is spelled, or why it cannot be.
+    struct Spelled
+    {
+        std::string text;
+        std::optional<XmlMark> mark; // of a new node, when its spelling alone would be read otherwise
+        std::string error;
+    };
+    Spelled spell(XmlNodeId id, const FrameworkCore::Values::Value& value) const;
+
+    // In a new node of that kind; quote is that of an attribute.
+    Spelled spellNew(XmlKind kind, char quote, const FrameworkCore::Values::Value& value) const;
+
+    // How the file spells the value of the node. That of an element that closes itself, which a mark gives a
+    // value, is "<" and the end of its tag.
+    std::string spellingOf(XmlNodeId id) const;
+
+    // Why a text cannot be the spelling of a value in this place; empty when it can.
+    std::string explainMisspelling(XmlNodeId id, std::string_view spelling) const;
+
+    // Opens an element that closes itself.
+    void open(XmlNodeId element);
+
+    // Puts a spelling in the place of the node's value.
+    void put(XmlNodeId id, std::string spelling);
+
+private:
+    // What tells, beside its spelling, what a value is.
+    struct Place
+    {
+        XmlKind kind = XmlKind::Element;
+        bool closesItself = false;
+        bool isOpen = false; // there is a comment or a line break around the value
+        char quote = '\0';
+        std::optional<XmlMark> mark;
+    };
+
+    std::optional<XmlMark> markOf(XmlNodeId id) const;
+    Place placeOf(XmlNodeId id) const;
+    FrameworkCore::Values::Value interpret(const Place& place, std::string_view spelled) const;
+    FrameworkCore::Values::Value interpretPlain(const Place& place, std::string_view spelled,
+                                                const std::string& text) const;
+    // The spelling of a text that is read as nothing but a text, where there is one.
+    std::optional<std::string> spellAsText(const Place& place, std::string_view text) const;
+    std::string spellPlain(const Place& place, std::string_view text) const;
+    bool staysClosed(XmlNodeId id) const;
+    bool isReferenceKnown(std::string_view reference) const;
+
+    XmlTree& tree;
+    const XmlEntities& entities;
+    const XmlSpelling& spelling;
+};
+
+} // namespace Repository::Documents
