@@ -48,7 +48,8 @@ ExitCode OutputFile::write(const std::string& text, bool isPrivate, bool isDryRu
     if (replaces) {
         present = saver.read(path);
         if (!present.ok())
-            return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(present.error, path, given));
+            return Session::fail(ExitCode::BadFile,
+                                 QStringLiteral("%1: %2").arg(given, QString::fromStdString(present.reason)));
     }
     if (isDryRun) {
         Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
@@ -56,9 +57,11 @@ ExitCode OutputFile::write(const std::string& text, bool isPrivate, bool isDryRu
     }
     const Files::SaveFileResult saved = saver.save(path, text, present.stamp, {}, isPrivate ? 0600 : 0666);
     if (!saved.ok())
-        return Session::fail(ExitCode::BadFile, Messages::withNameAsGiven(saved.error, path, given));
+        return Session::fail(
+            ExitCode::BadFile,
+            QStringLiteral("%1 is not saved: %2").arg(given, QString::fromStdString(saved.reason)));
     if (!saved.warning.empty())
-        Messages::tell(Messages::withNameAsGiven(saved.warning, path, given));
+        Messages::tell(QStringLiteral("%1: %2").arg(given, QString::fromStdString(saved.warning)));
     return ExitCode::Done;
 }
 

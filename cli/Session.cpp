@@ -60,19 +60,10 @@ QString withNameAsGiven(const QString& diff, const Source& source)
     return diff.left(body).replace(source.absolutePath, source.given) + diff.mid(body);
 }
 
-// A short run has no use for the thread that watches files, nor for undo.
-std::shared_ptr<Session::RepositoryInterface> makeRepository(const Invocation& invocation)
-{
-    Repository::RepositoryOptions options;
-    options.watchesFiles = invocation.command && invocation.command->watchesFiles;
-    options.historyBound = 0;
-    return Repository::AttributeRepository::create(options);
-}
-
 } // namespace
 
 Session::Session(const Invocation& given)
-    : invocation(given), dryRun(given.has("--dry-run")), repository(makeRepository(given))
+    : invocation(given), dryRun(given.has("--dry-run")), repository(makeRepository())
 {
     QString error = declareBackends();
     for (const std::string_view option : {"--format", "--to-format", "--from-format"}) {
@@ -87,6 +78,16 @@ Session::Session(const Invocation& given)
 }
 
 Session::~Session() = default;
+
+// A short run has no use for the thread that watches files, nor for undo.
+std::shared_ptr<Session::RepositoryInterface> Session::makeRepository()
+{
+    Repository::RepositoryOptions options;
+    options.watchesFiles = invocation.command && invocation.command->watchesFiles;
+    options.historyBound = 0;
+    options.observer = [this](const Outcome& outcome) { tell(outcome); };
+    return Repository::AttributeRepository::create(options);
+}
 
 // Empty when all is well.
 QString Session::declareBackends()
@@ -194,13 +195,13 @@ const Source* Session::mount(Source source, AccessMode access)
     sources.push_back(std::move(source));
     const Source& mounted = sources.back();
     constexpr int createOnly = 2;
-    const bool isMounted = repository->getBackendInterface()->createBackend(
+    const Outcome outcome = repository->getBackendInterface()->mount(
         mounted.format, mounted.root, {mounted.absolutePath, {}, access}, createOnly);
-    tellRefusals(); // also what a recovery has put right
+    tell(outcome); // also what a recovery has put right
     // A file that may be written may also be yet to come, which is not meant here.
-    if (isMounted && !mounted.isNew && !QFileInfo::exists(mounted.absolutePath))
+    if (outcome.ok() && !mounted.isNew && !QFileInfo::exists(mounted.absolutePath))
         return refuse(ExitCode::BadFile, QStringLiteral("%1: it was removed just now").arg(mounted.given));
-    if (isMounted)
+    if (outcome.ok())
         return &mounted;
     failure = ExitCode::BadFile;
     return nullptr;
@@ -232,24 +233,25 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
     return found;
 }
 
-ExitCode Session::finish(StatusCode status)
+ExitCode Session::finish(const Outcome& outcome) const
 {
-    tellRefusals();
-    return exitCodeOf(status);
+    tell(outcome);
+    return exitCodeOf(outcome.getStatus());
 }
 
 ExitCode Session::save(const Source& source)
 {
     const auto changes = repository->getChangesInterface();
     if (dryRun) {
-        tellRefusals();
-        const QString diff = changes->getUnsavedDiff(source.root);
+        QString diff;
+        const Outcome outcome = changes->getUnsavedDiff(source.root, diff);
+        tell(outcome);
         Output::bytes(withNameAsGiven(diff, source).toStdString());
-        return tellRefusals() ? ExitCode::BadFile : ExitCode::Done;
+        return outcome.ok() ? ExitCode::Done : ExitCode::BadFile;
     }
-    const bool isSaved = repository->getBackendInterface()->saveBackend(source.root);
-    tellRefusals(); // also what could not be assured of a file that is saved
-    if (isSaved)
+    const Outcome outcome = repository->getBackendInterface()->save(source.root);
+    tell(outcome); // also what could not be assured of a file that is saved
+    if (outcome.ok())
         return ExitCode::Done;
     const auto unsaved = changes->getUnsavedChanges(source.root);
     const bool isConflict = std::any_of(unsaved.begin(), unsaved.end(),
@@ -257,32 +259,51 @@ ExitCode Session::save(const Source& source)
     return isConflict ? ExitCode::Refused : ExitCode::BadFile;
 }
 
-bool Session::tellRefusals() const
+// The file that the outcome is about, or else that its path lies in.
+const Source* Session::sourceOf(const Outcome& outcome) const
 {
-    const QStringList refusals = Messages::takeRefusals();
-    for (const QString& refusal : refusals)
-        Messages::tell(inOwnWords(refusal));
-    return !refusals.isEmpty();
+    const Source* found = nullptr;
+    for (const Source& source : sources) {
+        if (source.absolutePath == outcome.get().file)
+            return &source;
+        if (Repository::isAtOrBelow(outcome.get().subject, source.root))
+            found = &source;
+    }
+    return found;
 }
 
-// The repository names the backend and the whole path of a file; people here know the file as they gave it.
-QString Session::inOwnWords(QString refusal) const
+// As people here give it.
+QString Session::shownPath(const QString& path) const
 {
     for (const Source& source : sources) {
-        for (const char* outcome : {"The backend '%1' was not created: ", "The backend '%1' was not saved: ",
-                                    "The file of the backend '%1' has changed: "}) {
-            const QString start = QString::fromLatin1(outcome).arg(source.root);
-            if (refusal.startsWith(start))
-                refusal.remove(0, start.size());
-        }
-        const bool isOfSource =
-            refusal.contains(source.absolutePath) || refusal.contains(QStringLiteral("'%1").arg(source.root));
-        refusal.replace(source.absolutePath, source.given);
-        refusal.replace(QStringLiteral("'%1.").arg(source.root), QStringLiteral("'"));
-        if (isOfSource && !refusal.startsWith(source.given))
-            refusal.prepend(source.given + QStringLiteral(": "));
+        if (path == source.root)
+            return source.given;
+        if (Repository::isAtOrBelow(path, source.root))
+            return Outcome::shownPath(source.relativePath(path));
     }
-    return refusal;
+    return Outcome::shownPath(path);
+}
+
+void Session::tell(const Outcome& outcome) const
+{
+    const Source* const source = sourceOf(outcome);
+    const Outcome::Parts& parts = outcome.get();
+    const bool isAboutSource = source && parts.file == source->absolutePath;
+    for (const QString& warning : parts.warnings)
+        Messages::tell((isAboutSource ? source->given : parts.file) + QStringLiteral(": ") + warning);
+    if (outcome.ok())
+        return;
+    const auto pathText = [this](const QString& path) { return shownPath(path); };
+    QStringList pieces;
+    if (source)
+        pieces.append(isAboutSource ? outcome.place(source->given) : source->given);
+    if (!source || parts.subject != source->root)
+        pieces.append(outcome.describe(pathText));
+    if (!isAboutSource)
+        pieces.append(outcome.place(parts.file));
+    pieces.append(outcome.explain(pathText));
+    pieces.removeAll(QString());
+    Messages::tell(pieces.join(QStringLiteral(": ")));
 }
 
 } // namespace CommandLine

@@ -19,6 +19,7 @@ class Session
 public:
     using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
     using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
 
     // Read and Edit want a file that is there; Create takes one that is yet to come, too.
@@ -38,18 +39,18 @@ public:
     // What is there. When it is nothing, that is told with the nearest name, or else the hint.
     NodeInformation find(const Source& source, const QString& path, const QString& hint = {});
 
-    // Ends an operation of the repository: tells what it logged. NotFound and the like have an exit code
-    // each.
-    ExitCode finish(StatusCode status);
+    // Tells what came of an operation of the repository, a failure or warnings, in this program's words:
+    // paths relative to their files, which are called as they were given. Any thread, once the files are
+    // open.
+    void tell(const Outcome& outcome) const;
+
+    // The same, and the exit code of it: NotFound and the like have one each.
+    ExitCode finish(const Outcome& outcome) const;
 
     // Writes the edits of the file, or with --dry-run prints the diff.
     ExitCode save(const Source& source);
 
     bool isDryRun() const { return dryRun; }
-
-    // Tells what the repository has logged, in this program's words; false when that is nothing. Any thread,
-    // once the files are open.
-    bool tellRefusals() const;
 
     // Tells it and gives the code.
     static ExitCode fail(ExitCode code, const QString& message);
@@ -68,7 +69,9 @@ private:
     QString freeRoot() const;
     QString formatOf(const QString& file, bool exists, std::string_view option) const;
     const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);
-    QString inOwnWords(QString refusal) const;
+    const Source* sourceOf(const Outcome& outcome) const;
+    QString shownPath(const QString& path) const;
+    std::shared_ptr<RepositoryInterface> makeRepository();
 
     const Invocation& invocation; // not owned
     const bool dryRun;

@@ -4,7 +4,6 @@
 #include "desk/ConflictDialog.h"
 #include "desk/FileNames.h"
 #include "desk/KeptChangesMerge.h"
-#include "desk/RefusalListener.h"
 #include "desk/UnsavedChangesDialog.h"
 #include "desk/WaitCursor.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
@@ -84,20 +83,31 @@ bool BackendFiles::save(const QStringList& backends)
 bool BackendFiles::saveOne(const QString& backend)
 {
     while (true) {
-        const RefusalListener listener;
-        {
-            const WaitCursor cursor;
-            if (repository->getBackendInterface()->saveBackend(backend))
-                return true;
-        }
+        const QStringList reasons = refusalsOf(
+            {backend}, [this](const QString& name) { return repository->getBackendInterface()->save(name); });
+        if (reasons.isEmpty())
+            return true;
         const auto conflicts = conflictsOf(backend);
         if (conflicts.isEmpty()) {
-            warn(tr("Not Saved"), listener.getReasons());
+            warn(tr("Not Saved"), reasons);
             return false;
         }
         if (!resolve(backend, conflicts))
             return false;
     }
+}
+
+// Why some of the backends refused the operation.
+QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation)
+{
+    const WaitCursor cursor;
+    QStringList reasons;
+    for (const QString& backend : backends) {
+        const auto outcome = operation(backend);
+        if (!outcome.ok())
+            reasons.append(outcome.toText());
+    }
+    return reasons;
 }
 
 QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
@@ -144,33 +154,20 @@ void BackendFiles::revert(const QStringList& backends)
     question.exec();
     if (question.clickedButton() != revert)
         return;
-    const RefusalListener listener;
-    bool areAllReverted = true;
-    {
-        const WaitCursor cursor;
-        for (const QString& backend : backends)
-            areAllReverted =
-                repository->getChangesInterface()->revert(backend) == FrameworkCore::AppConfig::Success &&
-                areAllReverted;
-    }
+    const QStringList reasons = refusalsOf(
+        backends, [this](const QString& name) { return repository->getChangesInterface()->revert(name); });
     unsaved.look();
-    if (!areAllReverted)
-        warn(tr("Not Reverted"), listener.getReasons());
+    warn(tr("Not Reverted"), reasons);
 }
 
 void BackendFiles::reload(const QStringList& backends)
 {
     endCellEdit(window);
-    const RefusalListener listener;
-    bool areAllReloaded = true;
-    {
-        const WaitCursor cursor;
-        for (const QString& backend : backends)
-            areAllReloaded = repository->getBackendInterface()->reloadBackend(backend) && areAllReloaded;
-    }
+    const QStringList reasons = refusalsOf(backends, [this](const QString& name) {
+        return repository->getBackendInterface()->reloadBackend(name);
+    });
     unsaved.look();
-    if (!areAllReloaded)
-        warn(tr("Not Reloaded"), listener.getReasons());
+    warn(tr("Not Reloaded"), reasons);
 }
 
 void BackendFiles::close(const QStringList& backends)
@@ -189,19 +186,12 @@ void BackendFiles::close(const QStringList& backends)
                                .arg(edited.size()));
     if (fate == Fate::Kept)
         return;
-    const RefusalListener listener;
-    bool areAllClosed = true;
-    {
-        const WaitCursor cursor;
-        for (const QString& backend : backends) {
-            const bool isDiscarded = fate == Fate::Discarded && edited.contains(backend);
-            areAllClosed =
-                repository->getBackendInterface()->closeBackend(backend, isDiscarded) && areAllClosed;
-        }
-    }
+    const QStringList reasons = refusalsOf(backends, [&](const QString& name) {
+        const bool isDiscarded = fate == Fate::Discarded && edited.contains(name);
+        return repository->getBackendInterface()->closeBackend(name, isDiscarded);
+    });
     unsaved.look();
-    if (!areAllClosed)
-        warn(tr("Not Closed"), listener.getReasons());
+    warn(tr("Not Closed"), reasons);
 }
 
 bool BackendFiles::mayBeLost()
@@ -225,7 +215,8 @@ void BackendFiles::keepUnsaved()
     const QStringList backends = getUnsaved();
     for (const QString& backend : backends) {
         // Empty for a file whose values are not to be shown.
-        const QString diff = repository->getChangesInterface()->getUnsavedDiff(backend);
+        QString diff;
+        repository->getChangesInterface()->getUnsavedDiff(backend, diff);
         QString text =
             tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
         QString error;
@@ -267,7 +258,6 @@ void BackendFiles::applyKept(const KeptChanges::Entry& entry, const QString& bac
         if (dialog.exec() == QDialog::Accepted)
             choices = dialog.getChoices();
     }
-    const RefusalListener listener;
     KeptChanges::Changes left;
     {
         const WaitCursor cursor;
@@ -282,7 +272,7 @@ void BackendFiles::applyKept(const KeptChanges::Entry& entry, const QString& bac
     if (!left.isEmpty())
         told << tr("%1 of %2 changes were not put into %3 and stay kept.")
                     .arg(QString::number(left.size()), QString::number(changes.size()), getLabel(backend))
-             << listener.getReasons();
+             << merge.getReasons();
     if (!error.isEmpty())
         told.append(error);
     warn(tr("Not All Applied"), told);

@@ -59,6 +59,9 @@ private:
     enum class Fate { Safe, Discarded, Kept };
 
     Fate settle(const QStringList& unsavedBackends, const QString& question);
+    using Operation = std::function<FrameworkCore::AppConfig::Outcome(const QString& backend)>;
+    static QStringList refusalsOf(const QStringList& backends, const Operation& operation);
+
     bool saveOne(const QString& backend);
     KeptChanges::Changes changesOf(const QString& backend) const;
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;

@@ -60,7 +60,7 @@ void EditMenu::name(QAction& action, const QString& verb, const QString& step)
 }
 
 // What is refused is told by the log.
-void EditMenu::take(FrameworkCore::AppConfig::StatusCode (History::*step)())
+void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
 {
     endCellEdit(window);
     const WaitCursor cursor;

@@ -28,7 +28,7 @@ public:
     void prepareFor(QKeyEvent& key);
 
 private:
-    void take(FrameworkCore::AppConfig::StatusCode (History::*step)());
+    void take(FrameworkCore::AppConfig::Outcome (History::*step)());
     static void name(QAction& action, const QString& verb, const QString& step);
 
     std::shared_ptr<History> history;

@@ -4,7 +4,6 @@
 #include "desk/LogModel.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
-#include "repository/RefusalText.h"
 #include "repository/RepositoryLog.h"
 
 #include <QAccessible>
@@ -16,7 +15,7 @@
 
 namespace Vantry {
 
-using Repository::RefusalText;
+using FrameworkCore::AppConfig::Outcome;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogMessageType;
 using Shared::Logging::LogRecord;
@@ -38,7 +37,7 @@ QString newestReason(const QString& path)
     const quint64 last = record.getLastNumber();
     QString reason;
     for (const LogLine& line : record.getLines(last > looked ? last - looked : 0)) {
-        if (line.category == Repository::logCategory() && RefusalText::pathOf(line.text) == path)
+        if (line.category == Repository::logCategory() && line.outcome.get().subject == path)
             reason = line.text;
     }
     return reason;
@@ -129,8 +128,9 @@ void FailureHint::tell(const LogLine& failure)
     if (edit.path.isEmpty() || failure.text != edit.reason)
         life.start();
     isReason = givesReason;
-    unsavedBackend = givesReason ? RefusalText::unsavedBackendOf(failure.text) : QString();
-    success.watch(givesReason ? RefusalText::pathOf(failure.text) : QString());
+    const Outcome::Parts& parts = failure.outcome.get();
+    unsavedBackend = parts.operation == Outcome::Operation::SaveBackend ? parts.subject : QString();
+    success.watch(parts.operation == Outcome::Operation::Set ? parts.subject : QString());
     show(failure.text);
 }
 

@@ -1,6 +1,5 @@
 #include "desk/FileMounter.h"
 
-#include "desk/RefusalListener.h"
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/Worker.h"
 #include "repository/FileFormat.h"
@@ -14,17 +13,6 @@ namespace Vantry {
 namespace {
 
 using FrameworkCore::AppConfig::AccessMode;
-
-// What the repository logged about a file that it refused, without the name of the backend, which tells the
-// user nothing.
-QString reasonIn(const RefusalListener& listener, const QString& fallback)
-{
-    const QLatin1String refusal("' was not created: ");
-    QStringList reasons = listener.getReasons();
-    for (QString& reason : reasons)
-        reason = reason.mid(reason.indexOf(refusal) < 0 ? 0 : reason.indexOf(refusal) + refusal.size());
-    return reasons.isEmpty() ? fallback : reasons.join(QLatin1Char('\n'));
-}
 
 // The same for all paths that lead to a file.
 QString identityOf(const QString& file)
@@ -65,11 +53,14 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
     if (!types.contains(type))
         return QStringLiteral("%1: this version opens %2 files, not %3")
             .arg(file, types.join(QStringLiteral(" and ")), type);
-    const RefusalListener listener;
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
-    const bool created = repository.getBackendInterface()->createBackend(
+    const auto outcome = repository.getBackendInterface()->mount(
         type, name, {info.absoluteFilePath(), info.absoluteFilePath(), access}, 2);
-    return created ? QString() : reasonIn(listener, QStringLiteral("%1: it was refused").arg(file));
+    // Without the name of the backend, which tells the user nothing.
+    return outcome.ok() ? QString()
+                        : QStringLiteral("%1: %2").arg(
+                              outcome.get().file.isEmpty() ? file : outcome.place(outcome.get().file),
+                              outcome.explain());
 }
 
 QString refusalOf(const QString& file, const QString& reason)

@@ -95,14 +95,17 @@ KeptChanges::Changes KeptChangesMerge::apply(const Choices& choices)
 bool KeptChangesMerge::make(const UnsavedChange& change)
 {
     const QString path = pathOf(change);
-    if (change.kind == Kind::Removed) {
-        const auto tree = repository->getTreeInterface();
-        return tree->getChildCount(path) == 0 && tree->removeTree(path) == FrameworkCore::AppConfig::Success;
-    }
+    const auto tree = repository->getTreeInterface();
+    if (change.kind == Kind::Removed && tree->getChildCount(path) > 0)
+        return false;
     constexpr int allPoints = 15;
     const auto writer = repository->getWriterInterface();
-    return isThere(path) ? writer->writeAttributeValue(path, change.after, allPoints) == 0
-                         : writer->createAttribute(path, change.after, 3, 3);
+    const auto outcome = change.kind == Kind::Removed ? tree->removeTree(path)
+                         : isThere(path)              ? writer->write(path, change.after, allPoints)
+                                                      : writer->create(path, change.after, 3, 3);
+    if (!outcome.ok())
+        reasons.append(outcome.toText());
+    return outcome.ok();
 }
 
 } // namespace Vantry

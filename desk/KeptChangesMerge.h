@@ -26,8 +26,11 @@ public:
     QVector<UnsavedChange> getConflicts() const;
 
     // Makes the changes and, of the conflicts, those chosen to be Mine. Gives what is left to be kept: the
-    // conflicts without a choice, and what the repository refuses, with its reason in the log.
+    // conflicts without a choice, and what the repository refuses.
     KeptChanges::Changes apply(const Choices& choices);
+
+    // Why the repository has refused some.
+    const QStringList& getReasons() const { return reasons; }
 
 private:
     enum class State { Done, Free, Conflict };
@@ -42,6 +45,7 @@ private:
     const QString backend;
     const KeptChanges::Changes changes;
     QVector<State> states; // of each change
+    QStringList reasons;
 };
 
 } // namespace Vantry

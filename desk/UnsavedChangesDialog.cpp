@@ -86,7 +86,9 @@ void UnsavedChangesDialog::findDifferences(const std::vector<Edited>& edited, Ch
 QString UnsavedChangesDialog::differenceOf(const Edited& edited, ChangesInterface& changes)
 {
     try {
-        const QString text = DiffText::shortened(changes.getUnsavedDiff(edited.backend));
+        QString diff;
+        changes.getUnsavedDiff(edited.backend, diff);
+        const QString text = DiffText::shortened(diff);
         if (!text.isEmpty())
             return text;
     } catch (...) {

@@ -46,8 +46,6 @@ ReadFileResult FileSaver::read(const std::string& path) const
         result.error = path + ": " + result.reason;
         result.bytes.clear();
     }
-    if (!result.warning.empty())
-        result.warning = path + ": " + result.warning;
     return result;
 }
 
@@ -64,8 +62,6 @@ SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes
         result.warning.clear();
         return result;
     }
-    if (!result.warning.empty())
-        result.warning = path + ": " + result.warning;
     return result;
 }
 

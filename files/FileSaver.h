@@ -16,7 +16,7 @@ struct ReadFileResult
     std::string error;    // empty on success; otherwise the path and the reason
     std::string reason;   // the same without the path
     bool missing = false; // the error is that there is no such file
-    std::string warning;  // read, but the person should know: what a crash had left was put right
+    std::string warning;  // read, but the person should know: what a crash had left was put right; no path
     std::string bytes;
     FileStamp stamp; // that of a missing file when there is none
     mode_t mode = 0; // the permissions of the file; 0 when it is missing
@@ -28,7 +28,7 @@ struct SaveFileResult
 {
     std::string error;   // empty on success; otherwise the path and the reason, and the file is as it was
     std::string reason;  // the same without the path
-    std::string warning; // saved, but something beside the content could not be kept or assured
+    std::string warning; // saved, but something beside the content was not kept or assured; no path
     bool written = false;
     FileStamp stamp; // of the file after a success
 

@@ -191,7 +191,7 @@ private:
         file.trace = Trace::of(file.path);
         if (file.isPolled && !isReported) {
             isReported = true;
-            report(file.path + " is not watched but looked at every few seconds: " + reason);
+            report(file.path, "it is not watched but looked at every few seconds: " + reason);
         }
     }
 
@@ -241,7 +241,7 @@ private:
         try {
             file.changed();
         } catch (const std::exception& error) { // as for want of memory; the next change is told of again
-            report(file.path + " was changed, but not looked at: " + error.what());
+            report(file.path, std::string("it was changed, but not looked at: ") + error.what());
         }
     }
 
@@ -310,8 +310,8 @@ int FileWatcher::watch(const std::string& path, std::chrono::system_clock::time_
     const int number = loop->add(std::move(file));
     const std::string failure = startThread();
     if (!failure.empty())
-        loop->report(path +
-                     " is not watched until another file is opened: its thread was not started: " + failure);
+        loop->report(path, "it is not watched until another file is opened: its thread was not started: " +
+                               failure);
     return number;
 }
 

@@ -28,7 +28,8 @@ public:
     // Both are called on the watcher's thread with no lock held; they may use the watcher and end it. What
     // the first one throws is reported.
     using Callback = std::function<void()>;
-    using Report = std::function<void(const std::string& text)>; // what keeps files from being watched
+    // What keeps a file from being watched.
+    using Report = std::function<void(const std::string& path, const std::string& reason)>;
 
     FileWatcher(Report report, const Settings& settings);
     explicit FileWatcher(Report report) : FileWatcher(std::move(report), Settings()) {}

@@ -5,7 +5,7 @@
 #include "repository/BackendRegistry.h"
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/Rule.h"
 #include "repository/StepReplay.h"
@@ -17,14 +17,21 @@ using namespace FrameworkCore::AppConfig;
 
 namespace {
 
-// Does it, or logs that there is no memory for it and gives the result that says so.
-template <typename Operation, typename Result>
-Result orLogged(const QString& path, Result refusal, const Operation& operation)
+// A look at the tree that gives nothing where there is no memory for it, which is logged.
+template <typename Operation>
+auto looked(const QString& path, const Operation& operation)
 {
     return guardMemory(operation, [&](const QString& reason) {
-        logFailure(QStringLiteral("'%1': %2").arg(RefusalText::shownPath(path), reason));
-        return refusal;
+        logFailure(QStringLiteral("'%1': %2").arg(Outcome::shownPath(path), reason));
+        return decltype(operation())();
     });
+}
+
+// What a change of the tree came to, which is logged.
+template <typename Operation>
+Outcome changed(const QString& path, const Operation& operation)
+{
+    return logged(guardMemory(operation).of(Outcome::Operation::Change, path));
 }
 
 // The faces that the store shows to the contract; each keeps the store alive.
@@ -56,13 +63,22 @@ public:
     bool createAttribute(const QString& path, const QVariant& value, const int& option,
                          const int& access) override
     {
-        return orLogged(path, StatusCode::NotEnoughMemory,
-                        [&] { return store->create(path, value, option, access); }) == StatusCode::Success;
+        return create(path, value, option, access).ok();
     }
 
     int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override
     {
-        return orLogged(path, StatusCode::NotEnoughMemory, [&] { return store->write(path, value, points); });
+        return write(path, value, points).getStatus();
+    }
+
+    Outcome create(const QString& path, const QVariant& value, int option, int access) override
+    {
+        return changed(path, [&] { return store->create(path, value, option, access); });
+    }
+
+    Outcome write(const QString& path, const QVariant& value, int points) override
+    {
+        return changed(path, [&] { return store->write(path, value, points); });
     }
 
 private:
@@ -94,7 +110,7 @@ public:
 
     int addValidation(const QString& path, const QString& validationName) override
     {
-        return store->addRule(path, validationName) ? 1 : 0;
+        return logged(store->addRule(path, validationName)).ok() ? 1 : 0;
     }
 
     QVector<Interfaces::ValidationDescription> getValidationDescriptions() override
@@ -115,24 +131,22 @@ public:
 
     QStringList getChildNames(const QString& path) const override
     {
-        return orLogged(path, QStringList(), [&] { return store->getChildNames(path); });
+        return looked(path, [&] { return store->getChildNames(path); });
     }
     int getChildCount(const QString& path) const override { return store->getChildCount(path); }
     QStringList getLastChildNames(const QString& path, int count) const override
     {
-        return orLogged(path, QStringList(), [&] { return store->getLastChildNames(path, count); });
+        return looked(path, [&] { return store->getLastChildNames(path, count); });
     }
     QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
     {
-        return orLogged(path, QVector<Interfaces::ChildInformation>(),
-                        [&] { return store->getChildren(path, {}); });
+        return looked(path, [&] { return store->getChildren(path, {}); });
     }
 
     QVector<Interfaces::ChildInformation> getChildrenBeginningWith(const QString& path,
                                                                    const QString& beginning) const override
     {
-        return orLogged(path, QVector<Interfaces::ChildInformation>(),
-                        [&] { return store->getChildren(path, beginning); });
+        return looked(path, [&] { return store->getChildren(path, beginning); });
     }
     Interfaces::NodeInformation getNodeInformation(const QString& path) const override
     {
@@ -140,11 +154,11 @@ public:
     }
     QStringList findPaths(const Interfaces::PathSearch& search) const override
     {
-        return orLogged(search.pattern, QStringList(), [&] { return store->findPaths(search); });
+        return looked(search.pattern, [&] { return store->findPaths(search); });
     }
-    StatusCode removeTree(const QString& path) override
+    Outcome removeTree(const QString& path) override
     {
-        return orLogged(path, StatusCode::NotEnoughMemory, [&] { return store->removeTree(path); });
+        return changed(path, [&] { return store->removeTree(path); });
     }
 
 private:
@@ -161,16 +175,15 @@ public:
     {
         return std::make_unique<OpenStep>(store, name);
     }
-    StatusCode undo() override { return replay(History::Direction::Undo); }
-    StatusCode redo() override { return replay(History::Direction::Redo); }
+    Outcome undo() override { return replay(History::Direction::Undo); }
+    Outcome redo() override { return replay(History::Direction::Redo); }
     QString getUndoName() const override { return store->getHistory().getName(History::Direction::Undo); }
     QString getRedoName() const override { return store->getHistory().getName(History::Direction::Redo); }
 
 private:
-    StatusCode replay(History::Direction direction)
+    Outcome replay(History::Direction direction)
     {
-        return orLogged(store->getHistory().getName(direction), StatusCode::NotEnoughMemory,
-                        [&] { return StepReplay(*store, direction).run(); });
+        return logged(guardMemory([&] { return StepReplay(*store, direction).run(); }));
     }
 
     class OpenStep : public Step
@@ -201,7 +214,7 @@ std::shared_ptr<AttributeRepository> AttributeRepository::create(const Repositor
 
 AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store,
                                          const RepositoryOptions& options)
-    : backends(std::make_shared<BackendRegistry>(store, options.watchesFiles)),
+    : backends(std::make_shared<BackendRegistry>(store, options.watchesFiles, options.observer)),
       reader(std::make_shared<Reader>(store)), writer(std::make_shared<Writer>(store)),
       notifications(std::make_shared<Notifications>(store)),
       validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),

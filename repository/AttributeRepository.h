@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
+#include <functional>
 #include <memory>
 
 namespace Repository {
@@ -14,6 +15,10 @@ struct RepositoryOptions
     // Whether changes that other programs make to mounted files are brought in as they happen, by a thread
     // that starts with the first mount, or only by reloading and saving.
     bool watchesFiles = true;
+
+    // Hears what comes of work that no caller waits for, as that a file which another program has written
+    // cannot be read; it is logged, too. Any thread.
+    std::function<void(const FrameworkCore::AppConfig::Outcome& outcome)> observer = {};
 
     // History takes so many bytes at most.
     std::size_t historyBound = std::size_t(64) << 20;

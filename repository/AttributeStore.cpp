@@ -4,7 +4,7 @@
 #include "repository/AttributeSnapshot.h"
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/RegistrationHandle.h"
 #include "repository/RegistrationHold.h"
 #include "repository/RepositoryLog.h"
@@ -12,31 +12,13 @@
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Outcome;
+
 AttributeStore::AttributeStore(std::size_t historyBound) : history(historyBound)
 {
 }
 
 AttributeStore::~AttributeStore() = default;
-
-FrameworkCore::AppConfig::StatusCode AttributeStore::refuse(StatusCode status, const QString& path,
-                                                            const QString& reason)
-{
-    logFailure(refusalText(path, reason));
-    return status;
-}
-
-QString AttributeStore::refusalText(const QString& path, const QString& reason)
-{
-    return QStringLiteral("'%1' was left as it is: %2").arg(RefusalText::shownPath(path), reason);
-}
-
-FrameworkCore::AppConfig::StatusCode AttributeStore::refuseValue(StatusCode status, const QString& path,
-                                                                 const QVariant& value, bool isHidden,
-                                                                 const QString& reason)
-{
-    logFailure(RefusalText::ofValue(path, value, isHidden, reason));
-    return status;
-}
 
 FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, QVariant& value)
 {
@@ -65,52 +47,36 @@ AttributeStore::getAttribute(const QString& path)
     return std::make_shared<AttributeSnapshot>(*node);
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::create(const QString& path, const QVariant& value,
-                                                            int option, int access)
+Outcome AttributeStore::create(const QString& path, const QVariant& value, int option, int access)
 {
     auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
     bool isHidden = !isReadable(AccessMode(access));
-    QString reason;
-    StatusCode status = checkCreation(path, attributeValue.has_value(), access, reason);
-    if (status == StatusCode::Success) {
+    Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
+    if (outcome.ok()) {
         const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
         TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-        status = edit.createAttribute(path, *std::move(attributeValue), AccessMode(access), reason);
-        if (status != StatusCode::Success)
+        outcome = edit.createAttribute(path, *std::move(attributeValue), AccessMode(access));
+        if (!outcome.ok())
             isHidden = isHidden || hidesValues(path);
     }
-    if (status == StatusCode::Success)
-        return status;
-    if (status == StatusCode::AlreadyExists && option == createOrWrite)
+    if (outcome == StatusCode::AlreadyExists && option == createOrWrite)
         return write(path, value, Delivery::allPoints);
-    return refuseValue(status, path, value, isHidden, reason);
+    return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::checkCreation(const QString& path, bool isTypeKnown,
-                                                                   int access, QString& reason)
+Outcome AttributeStore::checkCreation(const QString& path, bool isTypeKnown, int access)
 {
-    if (!isValidPath(path)) {
-        reason = RefusalText::invalidPath(path);
-        return StatusCode::InvalidPath;
-    }
-    if (isAtOrBelow(path, ownRoot)) {
-        reason = RefusalText::ownTree();
-        return StatusCode::NotWritable;
-    }
-    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite)) {
-        reason =
-            QStringLiteral("%1 is no access mode; 1 is read-only, 2 write-only, 3 read-write").arg(access);
-        return StatusCode::NotWritable;
-    }
-    if (!isTypeKnown) {
-        reason = RefusalText::noAttributeType();
-        return StatusCode::WrongType;
-    }
-    return StatusCode::Success;
+    if (!isValidPath(path))
+        return Refusals::invalidPath(path);
+    if (isAtOrBelow(path, ownRoot))
+        return Refusals::ownTree();
+    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
+        return Outcome(StatusCode::NotWritable, QStringLiteral("%1 is not an access mode").arg(access))
+            .advise(QStringLiteral("1 is read-only, 2 write-only, 3 read-write"));
+    return isTypeKnown ? Outcome() : Refusals::noAttributeType();
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, const QVariant& value,
-                                                           int points)
+Outcome AttributeStore::write(const QString& path, const QVariant& value, int points)
 {
     History::Write record; // outlives the lock and the callbacks
     const NodeIndex::Key key(path);
@@ -121,15 +87,14 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
         lock.unlock();
         return refuseUnknown(path, value);
     }
-    QString reason;
     QVariant previous;
     record.begin(history, *node);
-    const auto status = store(*node, value, previous, reason);
-    if (status != StatusCode::Success) {
+    std::optional<Outcome> outcome = store(*node, value, previous);
+    if (!outcome || !outcome->ok()) {
         const bool isHidden = !node->isReadable();
         lock.unlock();
-        if (status)
-            return refuseValue(*status, path, value, isHidden, reason);
+        if (outcome)
+            return Refusals::notSet(*std::move(outcome), path, value, isHidden);
         { // whoever reshapes the backend holds this lock until it is done
             const std::shared_lock waiting(structure);
         }
@@ -141,63 +106,52 @@ FrameworkCore::AppConfig::StatusCode AttributeStore::write(const QString& path, 
                             points, key.hash, std::move(previous));
     lock.unlock();
     delivery.send(path);
-    return StatusCode::Success;
+    return {};
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::refuseUnknown(const QString& path, const QVariant& value)
+Outcome AttributeStore::refuseUnknown(const QString& path, const QVariant& value)
 {
     bool isHidden = false;
     {
         const std::shared_lock lock(structure);
         isHidden = hidesValues(path);
     }
-    if (!isValidPath(path))
-        return refuseValue(StatusCode::InvalidPath, path, value, isHidden, RefusalText::invalidPath(path));
-    return refuseValue(StatusCode::NotFound, path, value, isHidden,
-                       RefusalText::notFound() + QStringLiteral("; create it first"));
+    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(QStringLiteral("create it first"))
+                                        : Refusals::invalidPath(path);
+    return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::accept(const Node& node, const QVariant& value,
-                                                            QVariant& accepted, QString& reason)
+Outcome AttributeStore::accept(const Node& node, const QVariant& value, QVariant& accepted)
 {
-    if (!isWritable(node.getAccess())) {
-        reason = RefusalText::readOnly(node);
-        return StatusCode::NotWritable;
-    }
+    if (!isWritable(node.getAccess()))
+        return Refusals::readOnly(node);
     auto converted = node.value.isValid()
                          ? FrameworkCore::Values::convertVariant(value, node.value.userType())
                          : FrameworkCore::Values::toAttributeVariant(value);
-    if (!converted) {
-        reason = node.value.isValid() ? RefusalText::wrongType(value, node.value.userType())
-                                      : RefusalText::noAttributeType();
-        return StatusCode::WrongType;
-    }
+    if (!converted)
+        return node.value.isValid() ? Refusals::wrongType(value, node.value.userType())
+                                    : Refusals::noAttributeType();
     const Rules* rules = node.getRules();
-    if (const Breach breach = rules ? findBreach(*rules, *converted) : Breach()) {
-        reason = breach.explain();
-        return StatusCode::RefusedByValidation;
-    }
+    if (const Breach breach = rules ? findBreach(*rules, *converted) : Breach())
+        return {StatusCode::RefusedByValidation, breach.explain()};
     accepted = *std::move(converted);
-    return StatusCode::Success;
+    return {};
 }
 
-std::optional<FrameworkCore::AppConfig::StatusCode>
-AttributeStore::store(Node& node, const QVariant& value, QVariant& previous, QString& reason) const
+std::optional<Outcome> AttributeStore::store(Node& node, const QVariant& value, QVariant& previous)
 {
     QVariant& accepted = previous; // until it changes places with the one before
-    const StatusCode status = accept(node, value, accepted, reason);
-    if (status != StatusCode::Success)
-        return status;
+    Outcome outcome = accept(node, value, accepted);
+    if (!outcome.ok())
+        return outcome;
     if (node.backend) {
-        if (!node.backend->set(node.path, FrameworkCore::Values::toValue(accepted), reason))
-            return {};
-        if (!reason.isEmpty()) {
-            reason = RefusalText::unfit(accepted, !node.isReadable(), reason);
-            return StatusCode::BackendFailure;
-        }
+        std::optional<Outcome> stored =
+            node.backend->set(node.path, FrameworkCore::Values::toValue(accepted));
+        if (!stored || !stored->ok())
+            return stored ? Refusals::unfit(*std::move(stored), accepted, !node.isReadable()) : stored;
     }
     node.value.swap(accepted);
-    return StatusCode::Success;
+    return outcome;
 }
 
 std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
@@ -206,7 +160,7 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
                                 int points)
 {
     if (isTooDeep(pathOrPattern)) {
-        refuse(StatusCode::InvalidPath, pathOrPattern, RefusalText::invalidPath(pathOrPattern));
+        logged(Refusals::invalidPath(pathOrPattern).of(Outcome::Operation::Change, pathOrPattern));
         return {};
     }
     RegistrationPointer registration(new Registration(callback, points));
@@ -224,8 +178,9 @@ AttributeStore::addRegistration(const QString& pathOrPattern,
         return handle;
     }
     lock.unlock();
-    refuse(StatusCode::InvalidPath, pathOrPattern,
-           QStringLiteral("a callback needs a function and a valid path or pattern to listen to"));
+    logged(Outcome(StatusCode::InvalidPath,
+                   QStringLiteral("a callback needs a function and a valid path or pattern to listen to"))
+               .of(Outcome::Operation::Change, pathOrPattern));
     return {};
 }
 
@@ -256,15 +211,14 @@ RegistrationPointer AttributeStore::takeExact(const QString& path, const NodeInd
     return taken;
 }
 
-bool AttributeStore::addRule(const QString& path, const QString& name)
+Outcome AttributeStore::addRule(const QString& path, const QString& name)
 {
     QString reason;
     const auto rule = makeRule(name, reason);
     if (!rule || !isValidPath(path)) {
-        logFailure(
-            QStringLiteral("'%1' was not given the validation '%2': %3")
-                .arg(RefusalText::shownPath(path), name, rule ? RefusalText::invalidPath(path) : reason));
-        return false;
+        Outcome outcome = rule ? Refusals::invalidPath(path) : Outcome(StatusCode::NotFound, reason);
+        outcome.change().argument = name;
+        return outcome.of(Outcome::Operation::AddValidation, path);
     }
     const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = index.shardOf(key);
@@ -272,7 +226,7 @@ bool AttributeStore::addRule(const QString& path, const QString& name)
     Node* node = shard.find(key);
     Rules& rules = node ? node->extrasToFill().rules : shard.waiting[path].rules;
     rules.push_back(rule);
-    return true;
+    return {};
 }
 
 QStringList AttributeStore::getRules(const QString& path)

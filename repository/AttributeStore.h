@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/AttributeInterface.h"
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/AppConfig/TreeInterface.h"
 #include "repository/History.h"
 #include "repository/NodeIndex.h"
@@ -31,6 +31,7 @@ class AttributeStore : public std::enable_shared_from_this<AttributeStore>
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
     using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
@@ -46,9 +47,10 @@ public:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeInterface>
     getAttribute(const QString& path);
 
-    StatusCode create(const QString& path, const QVariant& value, int option, int access);
-    StatusCode write(const QString& path, const QVariant& value, int points);
+    Outcome create(const QString& path, const QVariant& value, int option, int access);
+    Outcome write(const QString& path, const QVariant& value, int points);
 
+    // Null when the path or the callback does not serve; logged.
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
     addRegistration(const QString& pathOrPattern,
                     const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback, int points);
@@ -56,7 +58,7 @@ public:
     // The registration is filed there, and must not be used afterwards.
     void removeRegistration(const QString& pathOrPattern, Registration& registration);
 
-    bool addRule(const QString& path, const QString& name);
+    Outcome addRule(const QString& path, const QString& name);
     QStringList getRules(const QString& path); // by name, as they were added
 
     QStringList getChildNames(const QString& path);
@@ -66,17 +68,16 @@ public:
                                                                                 const QString& beginning);
     NodeInformation getNodeInformation(const QString& path);
     QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search);
-    StatusCode removeTree(const QString& path);
+    Outcome removeTree(const QString& path);
 
     // Sets an attribute of the repository's own, which callers may only read; an invalid value makes it null.
     void publish(const QString& path, const QVariant& value);
 
-    // Gives the backend its root and the entries of its document. Empty on success, otherwise the reason.
-    QString mount(const std::shared_ptr<Backend>& backend);
+    // Gives the backend its root and the entries of its document.
+    Outcome mount(const std::shared_ptr<Backend>& backend);
 
     // Closes the backend and takes it out of the tree; groups that lead to backends mounted below it stay.
-    // Empty on success, otherwise the reason.
-    QString unmount(const std::shared_ptr<Backend>& backend, bool discardChanges);
+    Outcome unmount(const std::shared_ptr<Backend>& backend, bool discardChanges);
 
     // Makes the tree below a backend's root what its document holds by now.
     void showDocument(Backend& backend);
@@ -92,18 +93,13 @@ private:
     friend class SubtreeTransfer;
     friend class TreeEdit;
 
-    static StatusCode refuse(StatusCode status, const QString& path, const QString& reason);
-    static QString refusalText(const QString& path, const QString& reason);
-    static StatusCode refuseValue(StatusCode status, const QString& path, const QVariant& value,
-                                  bool isHidden, const QString& reason);
-    StatusCode refuseUnknown(const QString& path, const QVariant& value);
-    static StatusCode checkCreation(const QString& path, bool isTypeKnown, int access, QString& reason);
-    // What the attribute would hold after a write of the value; the reason when it is refused.
-    static StatusCode accept(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
+    Outcome refuseUnknown(const QString& path, const QVariant& value);
+    static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
+    // Gives what the attribute would hold after a write of the value.
+    static Outcome accept(const Node& node, const QVariant& value, QVariant& accepted);
 
     // Nothing while the node's backend is being reshaped.
-    std::optional<StatusCode> store(Node& node, const QVariant& value, QVariant& previous,
-                                    QString& reason) const;
+    static std::optional<Outcome> store(Node& node, const QVariant& value, QVariant& previous);
 
     RegistrationPointer takeExact(const QString& path, const NodeIndex::Key& key,
                                   const Registration& registration);

@@ -15,7 +15,8 @@
 namespace Repository {
 
 using Documents::Document;
-using Documents::Outcome;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -34,11 +35,11 @@ Backend::Backend(Description backendDescription)
 {
 }
 
-std::shared_ptr<Backend> Backend::open(const Description& description, QString& reason)
+std::shared_ptr<Backend> Backend::open(const Description& description, Outcome& outcome)
 {
     std::shared_ptr<Backend> backend(new Backend(description));
-    reason = backend->read();
-    return reason.isEmpty() ? std::move(backend) : nullptr;
+    outcome = backend->read();
+    return outcome.ok() ? std::move(backend) : nullptr;
 }
 
 std::string Backend::relative(const QString& path) const
@@ -84,25 +85,27 @@ Backend::Place Backend::placeOf(const QString& path) const
     return {place.kind, isAfter ? absolute(place.sibling) : QString()};
 }
 
-QString Backend::edit(const std::function<Outcome(Document&)>& change)
+Outcome Backend::edit(const std::function<Documents::Outcome(Document&)>& change)
 {
-    const QString refusal = closedText();
-    if (!refusal.isEmpty())
-        return refusal;
-    const auto operation = [&] { return QString::fromStdString(content.edit(change).error); };
-    return guardMemory(operation, [](const QString& reason) { return reason; });
+    Outcome outcome = checkOpen();
+    if (!outcome.ok())
+        return outcome;
+    return guardMemory([&] {
+        const Documents::Outcome changed = content.edit(change);
+        return changed.ok() ? Outcome()
+                            : Outcome(StatusCode::BackendFailure, QString::fromStdString(changed.error));
+    });
 }
 
-bool Backend::set(const QString& path, const Value& value, QString& reason)
+std::optional<Outcome> Backend::set(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
     if (reshaped)
-        return false;
-    reason = edit([&](Document& text) { return text.set(relative(path), value); });
-    return true;
+        return {};
+    return edit([&](Document& text) { return text.set(relative(path), value); });
 }
 
-QString Backend::insert(const QString& path, const Value& value)
+Outcome Backend::insert(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
     return edit([&](Document& text) { return text.insert(relative(path), value); });
@@ -113,20 +116,20 @@ void Backend::beginRun()
     const std::lock_guard lock(mutex);
     edit([](Document& text) {
         text.beginRun();
-        return Outcome();
+        return Documents::Outcome();
     });
 }
 
-QString Backend::endRun(QString& refusedPath)
+Outcome Backend::endRun(QString& refusedPath)
 {
     const std::lock_guard lock(mutex);
     std::string refused;
-    QString reason = edit([&](Document& text) { return text.endRun(refused); });
+    Outcome outcome = edit([&](Document& text) { return text.endRun(refused); });
     refusedPath = absolute(refused);
-    return reason;
+    return outcome;
 }
 
-QString Backend::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+Outcome Backend::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                            std::size_t& refused)
 {
     const std::lock_guard lock(mutex);
@@ -139,7 +142,7 @@ bool Backend::keepsGivenOrder() const
     return content.getDocument().keepsGivenOrder();
 }
 
-QString Backend::remove(const QString& path)
+Outcome Backend::remove(const QString& path)
 {
     const std::lock_guard lock(mutex);
     return edit([&](Document& text) { return text.remove(relative(path)); });
@@ -169,14 +172,16 @@ bool Backend::isEdited() const
     return isGone || content.hasEdits();
 }
 
-QString Backend::close(bool discardChanges)
+Outcome Backend::close(bool discardChanges)
 {
     const std::lock_guard savingLock(saving);
     const std::lock_guard lock(mutex);
     if (closed)
-        return QStringLiteral("it is being closed already");
-    if (!discardChanges && (isGone || content.hasEdits()))
-        return QStringLiteral("it has edits that are not saved; save or discard them first");
+        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+    if (!discardChanges && (isGone || content.hasEdits())) {
+        Outcome unsaved(StatusCode::BackendFailure, QStringLiteral("it has edits that are not saved"));
+        return unsaved.advise(QStringLiteral("save or discard them first"));
+    }
     closed = true;
     return {};
 }
@@ -187,9 +192,10 @@ bool Backend::isClosed() const
     return closed;
 }
 
-QString Backend::closedText() const
+Outcome Backend::checkOpen() const
 {
-    return closed ? QStringLiteral("the backend '%1' is being closed").arg(description.name) : QString();
+    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
+                  : Outcome();
 }
 
 QVector<Backend::UnsavedChange> Backend::getUnsavedChanges() const
@@ -248,51 +254,59 @@ QString Backend::getUnsavedDiff() const
     return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
 }
 
-QString Backend::conflictText() const
+Outcome Backend::refusal(const QString& reason) const
+{
+    return Outcome(StatusCode::BackendFailure, reason).in(description.filePath);
+}
+
+Outcome Backend::checkConflicts() const
 {
     if (isGone)
-        return QStringLiteral(
-            "the file is gone since it was read; keep yours, and it is written anew, or take "
-            "theirs, and it stays away");
+        return refusal(QStringLiteral("the file is gone since it was read"))
+            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
     const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
     if (conflicts.empty())
         return {};
     constexpr std::size_t shown = 5;
-    QStringList lines;
+    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
+                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome::Parts& parts = outcome.change();
     for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
         const EditedDocument::Conflict& conflict = conflicts[i];
-        QString line = QLatin1Char('\'') + absolute(conflict.path) + QLatin1Char('\'');
+        parts.details.append({absolute(conflict.path), {}});
         if (isReadable(description.accessMode))
-            line += QStringLiteral(" (yours: %1, in the file: %2)")
-                        .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
-        lines.append(line);
+            parts.details.last().text =
+                QStringLiteral("(yours: %1, in the file: %2)")
+                    .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
     }
-    QString text = lines.join(QStringLiteral(", "));
-    if (conflicts.size() > shown)
-        text += QStringLiteral(" and %1 more").arg(conflicts.size() - shown);
-    return QStringLiteral(
-               "another program has changed what was edited here: %1; keep yours or take theirs first")
-        .arg(text);
+    parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);
+    return outcome;
 }
 
-QString Backend::revert(const QString& path, const Reshaping& reshape)
+Outcome Backend::revert(const QString& path, const Reshaping& reshape)
 {
-    QString refusal;
+    Outcome outcome;
     reshape([&] {
         const std::lock_guard lock(mutex);
-        refusal = closedText();
-        if (!refusal.isEmpty())
+        outcome = checkOpen();
+        if (!outcome.ok())
             return Changes();
-        return change([&] { refusal = QString::fromStdString(content.revert({relative(path)})); });
+        return change([&] { outcome = reverted({relative(path)}); });
     });
     catchUp(reshape);
-    return refusal;
+    return outcome;
 }
 
-QString Backend::resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape,
-                                  bool& found)
+Outcome Backend::reverted(const std::vector<std::string>& paths)
 {
-    QString refusal;
+    const std::string reason = content.revert(paths);
+    return reason.empty() ? Outcome() : refusal(QString::fromStdString(reason));
+}
+
+Outcome Backend::resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape)
+{
+    Outcome outcome;
+    bool found = false;
     const std::string below = relative(path);
     const bool isMine = side == ConflictSide::Mine;
     reshape([&] {
@@ -315,13 +329,14 @@ QString Backend::resolveConflicts(const QString& path, ConflictSide side, const 
         }
         found = !conflicts.empty();
         if (found && !isMine)
-            return change([&] { refusal = QString::fromStdString(content.revert(conflicts)); });
+            return change([&] { outcome = reverted(conflicts); });
         if (found)
             content.forgetConflicts(conflicts);
         return Changes();
     });
     catchUp(reshape);
-    return refusal;
+    return found ? outcome
+                 : Outcome(StatusCode::NotFound, QStringLiteral("there is no conflict at or below it"));
 }
 
 // What an operation on the document changes.

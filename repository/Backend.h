@@ -3,6 +3,7 @@
 #include "files/FileSaver.h"
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/EditedDocument.h"
 
@@ -26,6 +27,7 @@ class Backend : public std::enable_shared_from_this<Backend>
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 
@@ -45,8 +47,8 @@ public:
     using Changes = DocumentChanges;
     using Reshaping = std::function<void(const std::function<Changes()>& change)>;
 
-    // Reads the file. Null, with the reason, when it cannot be read or parsed.
-    static std::shared_ptr<Backend> open(const Description& description, QString& reason);
+    // Reads the file. Null when it cannot be read or parsed.
+    static std::shared_ptr<Backend> open(const Description& description, Outcome& outcome);
 
     const QString& getName() const { return description.name; }
     AccessMode getAccessMode() const { return description.accessMode; }
@@ -73,22 +75,21 @@ public:
     };
     Place placeOf(const QString& path) const;
 
-    // Changes a value of the document in memory; the reason when it is refused. False while a Reshape exists.
-    bool set(const QString& path, const FrameworkCore::Values::Value& value, QString& reason);
+    // Changes a value of the document in memory. Nothing while a Reshape exists.
+    std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value);
 
-    // Each changes the document in memory; the store's structure lock is held. Empty on success, otherwise
-    // the reason, and nothing changed.
-    QString insert(const QString& path, const FrameworkCore::Values::Value& value);
+    // Each changes the document in memory, or nothing; the store's structure lock is held.
+    Outcome insert(const QString& path, const FrameworkCore::Values::Value& value);
 
     // Around many insertions; see Document. A refusal at the end leaves what was inserted.
     void beginRun();
-    QString endRun(QString& refusedPath);
+    Outcome endRun(QString& refusedPath);
 
     // An entry that is not there and all below it; see Document::insertAll.
-    QString insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                       std::size_t& refused);
     bool keepsGivenOrder() const;
-    QString remove(const QString& path);
+    Outcome remove(const QString& path);
 
     // The value of an entry as the file spells it; nothing for a group.
     std::optional<std::string> spell(const QString& path) const;
@@ -109,52 +110,54 @@ public:
     // Whether there is something that the file does not hold.
     bool isEdited() const;
 
-    // Ends all editing and saving, once a save under way is done. Refused with a reason when there are edits
-    // that are not to be discarded, and when it is closed already.
-    QString close(bool discardChanges);
+    // Ends all editing and saving, once a save under way is done. Refused when there are edits that are not
+    // to be discarded, and when it is closed already.
+    Outcome close(bool discardChanges);
     bool isClosed() const;
-
-    // Each of the following gives an empty text on success, otherwise the reason.
 
     // Writes the edits into the file; without edits the file is not touched. What another program has changed
     // meanwhile is merged first. Refused while there are conflicts.
-    QString save(const Reshaping& reshape);
+    Outcome save(const Reshaping& reshape);
 
     // Looks at the file and brings in what has changed there; the edits stay. When the file is gone, a
     // backend without edits becomes empty, unless it only happened to look: then, and with edits, nothing
     // changes, and that the file is gone is a conflict at the root. One that only happens to look tells of
     // conflicts, too, and of everything once.
     enum class Look { Asked, Happening };
-    QString reload(Look look, const Reshaping& reshape);
+    Outcome reload(Look look, const Reshaping& reshape);
 
     // See ChangesInterface.
     QVector<UnsavedChange> getUnsavedChanges() const;
     QString getUnsavedDiff() const;
-    QString revert(const QString& path, const Reshaping& reshape);
-    QString resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape, bool& found);
+    Outcome revert(const QString& path, const Reshaping& reshape);
+    Outcome resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape);
 
 private:
     explicit Backend(Description description);
 
     std::string relative(const QString& path) const;
-    QString reasonOf(const Documents::Outcome& outcome) const;
-    QString read();
+    Outcome outcomeOf(const Documents::Outcome& outcome) const;
+    Outcome refusal(const QString& reason) const; // that the file itself is about
+    Outcome warned(Outcome outcome, const std::string& warning) const;
+    Outcome read();
     Files::ReadFileResult readFile();
     void catchUp(const Reshaping& reshape);
 
     // saving held
-    QString write(const Reshaping& reshape, std::string& warning);
-    QString lookAtFile(Look look, const Reshaping& reshape, std::string& warning);
-    QString takeIn(const std::string& found, const Files::FileStamp& foundStamp, const Reshaping& reshape);
+    Outcome write(const Reshaping& reshape);
+    Outcome lookAtFile(Look look, const Reshaping& reshape);
+    Outcome takeIn(const std::string& found, const Files::FileStamp& foundStamp, const Reshaping& reshape);
     EditedDocument getCopy() const;
-    QString takeGone(Look look, const Reshaping& reshape);
+    Outcome takeGone(Look look, const Reshaping& reshape);
 
     // mutex held
-    QString closedText() const; // empty while it is open; or saving held
+    Outcome checkOpen() const; // or saving held
     Changes change(const std::function<void()>& operation);
-    QString edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
-    QString conflictText() const;
-    QString damageText() const;
+    Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
+    Outcome reverted(const std::vector<std::string>& paths);
+    Outcome checkConflicts() const;
+    Outcome damage() const;
+    Outcome checkReadability(const std::string& text) const;
 
     const Description description;
     const Files::FileSaver files;
@@ -162,7 +165,7 @@ private:
     std::atomic<bool> hasPrivateFile{false};
 
     std::mutex saving;   // one look at the file at a time; taken before mutex
-    QString lastRefusal; // of looking at the file; guarded by saving
+    QString lastRefusal; // of looking at the file, as a text; guarded by saving
 
     mutable std::mutex mutex; // guards what follows
     EditedDocument content;

@@ -8,6 +8,7 @@
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
 
@@ -30,66 +31,50 @@ QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) co
     const auto backend = findBackend(*store, name);
     const auto compare = [&] { return backend ? backend->getUnsavedChanges() : QVector<UnsavedChange>(); };
     return guardMemory(compare, [&](const QString& reason) {
-        logFailure(QStringLiteral("The changes of the backend '%1' were not listed: %2").arg(name, reason));
+        logged(Outcome(StatusCode::NotEnoughMemory, reason).of(Outcome::Operation::ListChanges, name));
         return QVector<UnsavedChange>();
     });
 }
 
-QString BackendChanges::getUnsavedDiff(const QString& name) const
+Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
 {
     const auto backend = findBackend(*store, name);
-    const auto compare = [&] { return backend ? backend->getUnsavedDiff() : QString(); };
-    return guardMemory(compare, [&](const QString& reason) {
-        logFailure(QStringLiteral("The changes of the backend '%1' were not shown: %2").arg(name, reason));
-        return QString();
+    Outcome outcome = guardMemory([&] {
+        diff = backend ? backend->getUnsavedDiff() : QString();
+        return Outcome();
+    });
+    return logged(outcome.of(Outcome::Operation::ShowChanges, name));
+}
+
+// A change that is one step of undo, with the reason when it is in no backend.
+Outcome BackendChanges::changeStep(const QString& path, const char* name,
+                                   const std::function<Outcome(Backend&, const Backend::Reshaping&)>& change)
+{
+    const auto backend = backendOf(*store, path);
+    if (!backend)
+        return {StatusCode::NotFound,
+                QStringLiteral("it lies in no backend, so there is no file to read it from")};
+    return guardMemory([&] {
+        const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
+        BackendReshaping reshaping(*store, *backend, step.getRecorder());
+        return change(*backend, std::ref(reshaping));
     });
 }
 
-StatusCode BackendChanges::revert(const QString& path)
+Outcome BackendChanges::revert(const QString& path)
 {
-    const auto backend = backendOf(*store, path);
-    if (!backend) {
-        logFailure(
-            QStringLiteral("'%1' was not reverted: it lies in no backend, so there is no file to read it "
-                           "from")
-                .arg(path));
-        return StatusCode::NotFound;
-    }
-    const auto operation = [&] {
-        const History::Scope step(store->getHistory(),
-                                  [&path] { return QStringLiteral("Revert %1").arg(path); });
-        BackendReshaping reshaping(*store, *backend, step.getRecorder());
-        return backend->revert(path, std::ref(reshaping));
-    };
-    const QString refusal = guardMemory(operation, [](const QString& reason) { return reason; });
-    if (refusal.isEmpty())
-        return StatusCode::Success;
-    logFailure(QStringLiteral("'%1' was not reverted: %2").arg(path, refusal));
-    return StatusCode::BackendFailure;
+    Outcome outcome = changeStep(path, "Revert %1", [&path](Backend& backend, const auto& reshaping) {
+        return backend.revert(path, reshaping);
+    });
+    return logged(outcome.of(Outcome::Operation::Revert, path));
 }
 
-StatusCode BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
+Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
 {
-    const auto backend = backendOf(*store, path);
-    bool found = false;
-    const auto operation = [&] {
-        if (!backend)
-            return QString();
-        const History::Scope step(store->getHistory(),
-                                  [&path] { return QStringLiteral("Resolve %1").arg(path); });
-        BackendReshaping reshaping(*store, *backend, step.getRecorder());
-        return backend->resolveConflicts(path, side, std::ref(reshaping), found);
-    };
-    QString refusal = guardMemory(operation, [&found](const QString& reason) {
-        found = true;
-        return reason;
+    Outcome outcome = changeStep(path, "Resolve %1", [&](Backend& backend, const auto& reshaping) {
+        return backend.resolveConflicts(path, side, reshaping);
     });
-    if (!found)
-        refusal = QStringLiteral("there is no conflict at or below it");
-    if (refusal.isEmpty())
-        return StatusCode::Success;
-    logFailure(QStringLiteral("The conflict at '%1' was not resolved: %2").arg(path, refusal));
-    return found ? StatusCode::BackendFailure : StatusCode::NotFound;
+    return logged(outcome.of(Outcome::Operation::Resolve, path));
 }
 
 } // namespace Repository

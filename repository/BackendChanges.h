@@ -13,7 +13,7 @@ class AttributeStore;
 class BackendChanges : public FrameworkCore::AppConfig::Interfaces::ChangesInterface
 {
 public:
-    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
     using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
 
@@ -21,11 +21,14 @@ public:
 
     QStringList getEditedBackends() const override;
     QVector<UnsavedChange> getUnsavedChanges(const QString& backend) const override;
-    QString getUnsavedDiff(const QString& backend) const override;
-    StatusCode revert(const QString& path) override;
-    StatusCode resolveConflicts(const QString& path, ConflictSide side) override;
+    Outcome getUnsavedDiff(const QString& backend, QString& diff) const override;
+    Outcome revert(const QString& path) override;
+    Outcome resolveConflicts(const QString& path, ConflictSide side) override;
 
 private:
+    Outcome changeStep(const QString& path, const char* name,
+                       const std::function<Outcome(Backend&, const Backend::Reshaping&)>& change);
+
     std::shared_ptr<AttributeStore> store;
 };
 

@@ -5,7 +5,6 @@
 #include "repository/FileFormat.h"
 #include "repository/FileKind.h"
 #include "repository/PathBudget.h"
-#include "repository/RepositoryLog.h"
 #include "repository/documents/Formats.h"
 
 #include <QFile>
@@ -16,7 +15,8 @@
 
 namespace Repository {
 
-using Documents::Outcome;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
 
 namespace {
 
@@ -31,42 +31,40 @@ std::string emptyText(const QString& type)
     return type == QLatin1String("json") ? "{}\n" : std::string();
 }
 
-// Why the file could not be read again under its name when it held the text; empty when it could.
-QString lockingOut(const Backend::Description& description, const std::string& before,
-                   const std::string& text)
-{
-    if (text.size() > Files::SizeLimit::get())
-        return QStringLiteral("%1: with these edits %2")
-            .arg(description.filePath, QString::fromStdString(Files::SizeLimit::refusal()));
-    const QString reason = FileFormat::explainMistaking(description.filePath, description.type, before, text);
-    return reason.isEmpty() ? reason : QStringLiteral("%1: %2").arg(description.filePath, reason);
-}
-
-// Never with a lock held.
-void logWarning(const std::string& warning)
-{
-    if (!warning.empty())
-        logFailure(QString::fromStdString(warning));
-}
-
 } // namespace
 
-QString Backend::reasonOf(const Outcome& outcome) const
+Outcome Backend::outcomeOf(const Documents::Outcome& parsed) const
 {
-    const QString reason = QString::fromStdString(outcome.error);
-    return outcome.line == 0 ? reason
-                             : QStringLiteral("%1:%2:%3: %4")
-                                   .arg(description.filePath)
-                                   .arg(outcome.line)
-                                   .arg(outcome.column)
-                                   .arg(reason);
+    return parsed.ok() ? Outcome()
+                       : Outcome(StatusCode::BackendFailure, QString::fromStdString(parsed.error))
+                             .in(description.filePath, int(parsed.line), int(parsed.column));
 }
 
-QString Backend::damageText() const
+// A success may have one, too.
+Outcome Backend::warned(Outcome outcome, const std::string& warning) const
 {
-    return QStringLiteral("%1: there was not enough memory for an edit, which is only half done; revert the "
-                          "file or open it anew")
-        .arg(description.filePath);
+    if (!warning.empty()) {
+        outcome.in(description.filePath);
+        outcome.change().warnings.append(QString::fromStdString(warning));
+    }
+    return outcome;
+}
+
+Outcome Backend::damage() const
+{
+    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
+        .advise(QStringLiteral("revert the file or open it anew"));
+}
+
+// Whether the file could be read again under its name when it held the text.
+Outcome Backend::checkReadability(const std::string& text) const
+{
+    if (text.size() > Files::SizeLimit::get())
+        return refusal(QStringLiteral("with these edits ") +
+                       QString::fromStdString(Files::SizeLimit::refusal()));
+    const QString reason =
+        FileFormat::explainMistaking(description.filePath, description.type, content.getBase(), text);
+    return reason.isEmpty() ? Outcome() : refusal(reason);
 }
 
 Files::ReadFileResult Backend::readFile()
@@ -76,78 +74,73 @@ Files::ReadFileResult Backend::readFile()
     return file;
 }
 
-QString Backend::read()
+Outcome Backend::read()
 {
-    const QString refusal = refusalOfKind(description.filePath);
-    if (!refusal.isEmpty())
-        return QStringLiteral("%1: %2").arg(description.filePath, refusal);
+    const QString wrongKind = refusalOfKind(description.filePath);
+    if (!wrongKind.isEmpty())
+        return refusal(wrongKind);
     Files::ReadFileResult file = readFile();
-    logWarning(file.warning);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
-        return QString::fromStdString(file.error);
+        return warned(refusal(QString::fromStdString(file.reason)), file.warning);
     stamp = file.stamp;
-    return reasonOf(content.load(std::move(file.bytes)));
+    return warned(outcomeOf(content.load(std::move(file.bytes))), file.warning);
 }
 
-QString Backend::save(const Reshaping& reshape)
+Outcome Backend::save(const Reshaping& reshape)
 {
-    std::string warning;
-    QString refusal;
-    {
-        const std::lock_guard lock(saving);
-        refusal = write(reshape, warning);
-    }
-    logWarning(warning);
-    return refusal;
+    const std::lock_guard lock(saving);
+    return write(reshape);
 }
 
-QString Backend::write(const Reshaping& reshape, std::string& warning)
+Outcome Backend::write(const Reshaping& reshape)
 {
     std::string text;
     Files::FileStamp known;
     const bool isThere = QFile::exists(description.filePath);
     {
         const std::lock_guard lock(mutex);
-        QString refusal = closedText();
-        if (!refusal.isEmpty())
-            return refusal;
+        Outcome outcome = checkOpen();
+        if (!outcome.ok())
+            return outcome;
         isGone = isGone && !isThere; // somebody may have put it back
         if (content.isDamaged())
-            return damageText();
-        refusal = conflictText();
-        if (!refusal.isEmpty())
-            return QStringLiteral("%1: %2").arg(description.filePath, refusal);
+            return damage();
+        outcome = checkConflicts();
+        if (!outcome.ok())
+            return outcome;
         if (!content.hasEdits() && stamp.exists)
             return {};
         if (!stamp.exists && content.getText().empty())
             content.load(emptyText(description.type));
         text = content.getText();
-        const QString lockout = lockingOut(description, content.getBase(), text);
-        if (!lockout.isEmpty())
-            return lockout;
+        outcome = checkReadability(text);
+        if (!outcome.ok())
+            return outcome;
         known = stamp;
     }
+    Outcome merged;
     const Files::MergeContent merge = [&](const std::string& found, const Files::FileStamp& foundStamp) {
-        QString refusal = takeIn(found, foundStamp, reshape);
+        merged = takeIn(found, foundStamp, reshape);
         const std::lock_guard lock(mutex);
-        if (refusal.isEmpty())
-            refusal = conflictText();
+        if (merged.ok())
+            merged = checkConflicts();
         text = content.getText();
-        if (refusal.isEmpty())
-            refusal = lockingOut(description, content.getBase(), text);
-        return Files::MergedContent{text, refusal.toStdString()};
+        if (merged.ok())
+            merged = checkReadability(text);
+        return Files::MergedContent{text, merged.explain().toStdString()};
     };
     const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
-    warning = saved.warning;
     const bool hasGone = !saved.ok() && known.exists && !QFile::exists(description.filePath);
     const std::lock_guard lock(mutex);
     if (saved.ok()) {
         stamp = saved.stamp;
         content.setSaved(std::move(text));
-        return {};
+        return warned({}, saved.warning);
     }
     isGone = hasGone;
-    return isGone ? conflictText() : QString::fromStdString(saved.error);
+    if (isGone)
+        return checkConflicts();
+    return merged.ok() ? refusal(QString::fromStdString(saved.reason)) : merged;
 }
 
 EditedDocument Backend::getCopy() const
@@ -160,23 +153,23 @@ EditedDocument Backend::getCopy() const
 
 // Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
 // waits; only when somebody has written by then, the second attempt is made while everybody waits.
-QString Backend::takeIn(const std::string& found, const Files::FileStamp& foundStamp,
+Outcome Backend::takeIn(const std::string& found, const Files::FileStamp& foundStamp,
                         const Reshaping& reshape)
 {
     auto theirs = Documents::makeDocument(description.type.toStdString());
-    Outcome outcome = theirs->parse(found);
+    Outcome outcome = outcomeOf(theirs->parse(found));
     if (!outcome.ok()) {
         const std::lock_guard lock(mutex);
         isBehind = true;
-        return QStringLiteral("what another program has written there cannot be read: %1; what is open "
-                              "stays as it was")
-            .arg(reasonOf(outcome));
+        Outcome::Parts& parts = outcome.change();
+        parts.reason.prepend(QStringLiteral("what another program has written there cannot be read: "));
+        return outcome.advise(QStringLiteral("what is open stays as it was"));
     }
     PathBudget::check(*theirs);
     {
         const std::lock_guard lock(mutex);
         if (content.isDamaged())
-            return damageText();
+            return damage();
     }
     EditedDocument copy = getCopy();
     const std::size_t copied = copy.getRevision();
@@ -199,54 +192,48 @@ QString Backend::takeIn(const std::string& found, const Files::FileStamp& foundS
         }
         return changes;
     });
-    return misfit.empty() ? QString()
-                          : QStringLiteral("another program has changed the file: %1")
-                                .arg(QString::fromStdString(misfit));
+    return misfit.empty() ? Outcome()
+                          : refusal(QStringLiteral("another program has changed the file: ") +
+                                    QString::fromStdString(misfit));
 }
 
-QString Backend::reload(Look look, const Reshaping& reshape)
+Outcome Backend::reload(Look look, const Reshaping& reshape)
 {
-    std::string warning;
-    QString refusal;
-    {
-        const std::lock_guard lock(saving);
-        if (isClosed())
-            return look == Look::Asked ? closedText() : QString();
-        refusal = lookAtFile(look, reshape, warning);
-    }
-    logWarning(warning);
-    return refusal;
+    const std::lock_guard lock(saving);
+    if (isClosed())
+        return look == Look::Asked ? checkOpen() : Outcome();
+    return lookAtFile(look, reshape);
 }
 
-QString Backend::lookAtFile(Look look, const Reshaping& reshape, std::string& warning)
+Outcome Backend::lookAtFile(Look look, const Reshaping& reshape)
 {
     const Files::ReadFileResult file = readFile();
-    warning = file.warning;
     bool hasChanged = false;
     {
         const std::lock_guard lock(mutex);
         hasChanged = file.stamp != stamp || isGone;
     }
-    QString refusal;
+    Outcome outcome;
     if (file.missing)
-        refusal = takeGone(look, reshape);
+        outcome = takeGone(look, reshape);
     else if (!file.ok())
-        refusal = QString::fromStdString(file.error);
+        outcome = refusal(QString::fromStdString(file.reason));
     else if (hasChanged)
-        refusal = takeIn(file.bytes, file.stamp, reshape);
+        outcome = takeIn(file.bytes, file.stamp, reshape);
     if (look == Look::Asked)
-        return refusal;
-    if (refusal.isEmpty()) { // nobody asked, so somebody must be told
+        return warned(outcome, file.warning);
+    if (outcome.ok()) { // nobody asked, so somebody must be told
         const std::lock_guard lock(mutex);
-        refusal = conflictText();
+        outcome = checkConflicts();
     }
-    if (refusal == lastRefusal)
-        return {};
-    lastRefusal = refusal;
-    return refusal;
+    const QString text = outcome.toText();
+    if (text == lastRefusal)
+        return warned({}, file.warning);
+    lastRefusal = text;
+    return warned(outcome, file.warning);
 }
 
-QString Backend::takeGone(Look look, const Reshaping& reshape)
+Outcome Backend::takeGone(Look look, const Reshaping& reshape)
 {
     bool becomesEmpty = false;
     {
@@ -257,17 +244,15 @@ QString Backend::takeGone(Look look, const Reshaping& reshape)
         isGone = !becomesEmpty;
     }
     if (!becomesEmpty)
-        return QStringLiteral(
-                   "%1 is gone: what is open stays as it was, and is a conflict until you keep yours "
-                   "or take theirs")
-            .arg(description.filePath);
-    QString refusal;
+        return refusal(QStringLiteral("the file is gone: what is open stays as it was"))
+            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
+    Outcome outcome;
     reshape([&] {
         const std::lock_guard lock(mutex);
         stamp = {};
-        return change([&] { refusal = reasonOf(content.load({})); });
+        return change([&] { outcome = outcomeOf(content.load({})); });
     });
-    return refusal;
+    return outcome;
 }
 
 } // namespace Repository

@@ -5,7 +5,7 @@
 #include "repository/BackendReshaping.h"
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/documents/Formats.h"
 
@@ -19,6 +19,8 @@
 namespace Repository {
 
 using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
 
 namespace {
 
@@ -46,14 +48,11 @@ QString trimSeparators(QString name)
     return name;
 }
 
-auto noMemoryFor(const QString& file)
+void reportUnasked(const Outcome& outcome, const BackendRegistry::Observer& observer)
 {
-    return [file](const QString& reason) { return QStringLiteral("%1: %2").arg(file, reason); };
-}
-
-QString noSuchBackend()
-{
-    return QStringLiteral("there is no backend of that name");
+    logged(outcome);
+    if (observer && !(outcome.ok() && outcome.get().warnings.isEmpty()))
+        observer(outcome);
 }
 
 // Two names of one file compare equal, whether or not the file exists yet.
@@ -68,12 +67,17 @@ QString fileIdentity(const QString& filePath)
 
 } // namespace
 
-BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, bool watchesFiles)
-    : store(std::move(attributes))
+BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, bool watchesFiles,
+                                 Observer observerOfUnasked)
+    : store(std::move(attributes)), observer(std::move(observerOfUnasked))
 {
     if (watchesFiles)
         watcher = std::make_unique<Files::FileWatcher>(
-            [](const std::string& text) { logFailure(QFile::decodeName(text.c_str())); });
+            [copy = observer](const std::string& file, const std::string& reason) {
+                reportUnasked(Outcome(StatusCode::BackendFailure, QString::fromStdString(reason))
+                                  .in(QFile::decodeName(file.c_str())),
+                              copy);
+            });
 }
 
 BackendRegistry::~BackendRegistry() = default;
@@ -90,6 +94,13 @@ bool BackendRegistry::createBackend(const QString& type, const QString& name,
                                     const FrameworkCore::AppConfig::BackendConfiguration& configuration,
                                     const int& option)
 {
+    return mount(type, name, configuration, option).ok();
+}
+
+Outcome BackendRegistry::mount(const QString& type, const QString& name,
+                               const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                               int option)
+{
     Backend::Description description;
     description.name = trimSeparators(name);
     description.type = type;
@@ -97,66 +108,66 @@ bool BackendRegistry::createBackend(const QString& type, const QString& name,
     description.filePath = configuration.location.toString();
     description.accessMode = configuration.accessMode;
 
-    QString reason = checkDescription(description);
-    if (reason.isEmpty()) {
+    Outcome outcome = checkDescription(description);
+    if (outcome.ok()) {
         description.filePath = QFileInfo(description.filePath).absoluteFilePath();
-        reason = guardMemory([&] { return create(description, option); }, noMemoryFor(description.filePath));
+        outcome = guardMemory([&] { return create(description, option); });
+        if (!outcome.ok())
+            outcome.in(description.filePath);
     }
-    if (!reason.isEmpty())
-        logFailure(
-            QStringLiteral("The backend '%1' was not created: %2").arg(RefusalText::shownPath(name), reason));
-    return reason.isEmpty();
+    return logged(outcome.of(Outcome::Operation::CreateBackend, name));
 }
 
-QString BackendRegistry::checkDescription(const Backend::Description& description)
+Outcome BackendRegistry::checkDescription(const Backend::Description& description)
 {
     if (!getTypes().contains(description.type))
-        return QStringLiteral("there is no backend type '%1'; known are: %2")
-            .arg(description.type, getTypes().join(QStringLiteral(", ")));
+        return Refusals::noType(description.type);
     if (isTooDeep(description.name))
-        return RefusalText::invalidPath(description.name);
+        return Refusals::invalidPath(description.name);
     if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
-        return QStringLiteral(
-            "a backend's name is the path of its root: names joined by '.', none of them empty, "
-            "without '*' and ';'");
+        return {StatusCode::InvalidPath,
+                QStringLiteral("a backend's name is the path of its root: names joined by '.', none of them "
+                               "empty, without '*' and ';'")};
     if (isAtOrBelow(description.name, ownRoot))
-        return QStringLiteral("'%1' belongs to the repository itself").arg(ownRoot);
+        return Refusals::ownTree();
     if (description.accessMode == AccessMode::None || description.accessMode > AccessMode::ReadWrite)
-        return QStringLiteral("the access mode must be read-only, write-only or read-write");
+        return {StatusCode::NotWritable,
+                QStringLiteral("the access mode must be read-only, write-only or read-write")};
     if (description.filePath.isEmpty())
-        return QStringLiteral("no file was named");
+        return {StatusCode::NotFound, QStringLiteral("no file was named")};
     return {};
 }
 
-QString BackendRegistry::create(const Backend::Description& description, int option)
+Outcome BackendRegistry::create(const Backend::Description& description, int option)
 {
     if (const auto existing = findBackend(*store, description.name)) {
         if (option != createOrReload)
-            return QStringLiteral("a backend of that name exists already");
+            return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
         const Backend::Description& present = existing->getDescription();
         if (fileIdentity(present.filePath) == fileIdentity(description.filePath) &&
             present.type == description.type && present.accessMode == description.accessMode)
             return reload(*existing);
-        return QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
-            .arg(present.filePath, present.type);
+        return {
+            StatusCode::AlreadyExists,
+            QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
+                .arg(present.filePath, present.type)};
     }
     const QString identity = fileIdentity(description.filePath);
-    QString reason = reserve(identity);
-    if (!reason.isEmpty())
-        return reason;
+    Outcome outcome = reserve(identity);
+    if (!outcome.ok())
+        return outcome;
     const auto release = qScopeGuard([&] {
         const std::lock_guard lock(mutex);
         opening.remove(identity);
     });
     const auto before = std::chrono::system_clock::now();
-    const auto backend = Backend::open(description, reason);
-    if (backend)
-        reason = store->mount(backend);
-    if (!reason.isEmpty())
-        return reason;
+    const auto backend = Backend::open(description, outcome);
+    const Outcome mounted = backend ? store->mount(backend) : Outcome();
+    if (!outcome.ok() || !mounted.ok())
+        return outcome.ok() ? mounted : outcome;
     noteFile(backend, identity);
     watch(backend, before);
-    return {};
+    return outcome;
 }
 
 void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
@@ -165,7 +176,8 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
     if (!watcher)
         return;
     // The watcher must not keep alive what ends it.
-    const auto look = [weakStore = std::weak_ptr(store), weakBackend = std::weak_ptr(backend)] {
+    const auto look = [weakStore = std::weak_ptr(store), weakBackend = std::weak_ptr(backend),
+                       copy = observer] {
         const auto attributes = weakStore.lock();
         const auto mounted = weakBackend.lock();
         if (!attributes || !mounted || mounted->isClosed())
@@ -174,10 +186,11 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
             BackendReshaping reshaping(*attributes, *mounted);
             return mounted->reload(Backend::Look::Happening, std::ref(reshaping));
         };
-        const QString refusal = guardMemory(reload, noMemoryFor(mounted->getDescription().filePath));
-        if (!refusal.isEmpty())
-            logFailure(QStringLiteral("The file of the backend '%1' has changed: %2")
-                           .arg(mounted->getName(), refusal));
+        Outcome outcome = guardMemory(reload);
+        if (!outcome.ok())
+            outcome.of(Outcome::Operation::FollowFile, mounted->getName())
+                .in(mounted->getDescription().filePath);
+        reportUnasked(outcome, copy);
     };
     const std::string path = QFile::encodeName(backend->getDescription().filePath).toStdString();
     const int number = watcher->watch(path, since, look);
@@ -197,16 +210,20 @@ void BackendRegistry::unwatch(const Backend& backend)
 }
 
 // Keeps the file for the caller, so that two creations at once do not both open it.
-QString BackendRegistry::reserve(const QString& identity)
+Outcome BackendRegistry::reserve(const QString& identity)
 {
     const std::lock_guard lock(mutex);
     for (const auto& backend : mayBeOf(identity)) {
         const QString& filePath = backend->getDescription().filePath;
         if (!backend->isClosed() && fileIdentity(filePath) == identity)
-            return QStringLiteral("%1 is already open as '%2'").arg(filePath, backend->getName());
+            return Outcome(StatusCode::AlreadyExists,
+                           QStringLiteral("the file is already open as '%1'").arg(backend->getName()))
+                .in(filePath);
     }
     if (opening.contains(identity))
-        return QStringLiteral("%1 is just being opened by another backend").arg(identity);
+        return Outcome(StatusCode::AlreadyExists,
+                       QStringLiteral("the file is just being opened by another backend"))
+            .in(identity);
     opening.insert(identity);
     return {};
 }
@@ -245,54 +262,52 @@ void BackendRegistry::forgetFile(const Backend& backend)
     linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }
 
-QString BackendRegistry::reload(Backend& backend)
+Outcome BackendRegistry::reload(Backend& backend)
 {
-    const auto operation = [&] {
-        BackendReshaping reshaping(*store, backend);
-        return backend.reload(Backend::Look::Asked, std::ref(reshaping));
-    };
-    return guardMemory(operation, noMemoryFor(backend.getDescription().filePath));
+    BackendReshaping reshaping(*store, backend);
+    return backend.reload(Backend::Look::Asked, std::ref(reshaping));
 }
 
-bool BackendRegistry::reloadBackend(const QString& name)
+// Does something to the backend of that name, and logs what came of it.
+Outcome BackendRegistry::operate(const QString& name, Outcome::Operation what,
+                                 const std::function<Outcome(const std::shared_ptr<Backend>&)>& operation)
 {
     const auto backend = findBackend(*store, name);
-    const QString reason = backend ? reload(*backend) : noSuchBackend();
-    if (!reason.isEmpty())
-        logFailure(QStringLiteral("The backend '%1' was not reloaded: %2").arg(name, reason));
-    return reason.isEmpty();
+    Outcome outcome = backend ? guardMemory([&] { return operation(backend); }) : Refusals::noBackend();
+    if (backend && outcome == StatusCode::NotEnoughMemory)
+        outcome.in(backend->getDescription().filePath);
+    return logged(outcome.of(what, name));
+}
+
+Outcome BackendRegistry::reloadBackend(const QString& name)
+{
+    return operate(name, Outcome::Operation::ReloadBackend,
+                   [this](const auto& backend) { return reload(*backend); });
 }
 
 bool BackendRegistry::saveBackend(const QString& name)
 {
-    const auto backend = findBackend(*store, name);
-    const auto operation = [&] {
-        if (!backend)
-            return noSuchBackend();
-        BackendReshaping reshaping(*store, *backend);
-        return backend->save(std::ref(reshaping));
-    };
-    const QString reason =
-        guardMemory(operation, noMemoryFor(backend ? backend->getDescription().filePath : name));
-    if (!reason.isEmpty())
-        logFailure(RefusalText::unsaved(name, reason));
-    return reason.isEmpty();
+    return save(name).ok();
 }
 
-bool BackendRegistry::closeBackend(const QString& name, bool discardChanges)
+Outcome BackendRegistry::save(const QString& name)
 {
-    const auto backend = findBackend(*store, name);
-    const auto operation = [&] {
-        return backend ? store->unmount(backend, discardChanges) : noSuchBackend();
-    };
-    const QString reason = guardMemory(operation, noMemoryFor(name));
-    if (!reason.isEmpty())
-        logFailure(QStringLiteral("The backend '%1' was not closed: %2").arg(name, reason));
-    else {
-        unwatch(*backend);
-        forgetFile(*backend);
-    }
-    return reason.isEmpty();
+    return operate(name, Outcome::Operation::SaveBackend, [this](const auto& backend) {
+        BackendReshaping reshaping(*store, *backend);
+        return backend->save(std::ref(reshaping));
+    });
+}
+
+Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
+{
+    return operate(name, Outcome::Operation::CloseBackend, [&](const auto& backend) {
+        Outcome outcome = store->unmount(backend, discardChanges);
+        if (outcome.ok()) {
+            unwatch(*backend);
+            forgetFile(*backend);
+        }
+        return outcome;
+    });
 }
 
 QStringList BackendRegistry::getBackendNames()

@@ -4,6 +4,9 @@
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+
 Backend::Reshape::Reshape(Backend& reshapedBackend) : backend(reshapedBackend.shared_from_this())
 {
     const std::lock_guard lock(backend->mutex);
@@ -16,25 +19,24 @@ Backend::Reshape::~Reshape()
     backend->reshaped = false;
 }
 
-QString Backend::Reshape::set(const QString& path, const FrameworkCore::Values::Value& value)
+Outcome Backend::Reshape::set(const QString& path, const FrameworkCore::Values::Value& value)
 {
     const std::lock_guard lock(backend->mutex);
     return backend->edit([&](Documents::Document& text) { return text.set(backend->relative(path), value); });
 }
 
-QString Backend::Reshape::respell(const QString& path, const std::string& spelling)
+Outcome Backend::Reshape::respell(const QString& path, const std::string& spelling)
 {
     const std::lock_guard lock(backend->mutex);
     return backend->edit(
         [&](Documents::Document& text) { return text.respell(backend->relative(path), spelling); });
 }
 
-QString Backend::Reshape::replaceText(std::string bytes)
+Outcome Backend::Reshape::replaceText(std::string bytes)
 {
     const std::lock_guard lock(backend->mutex);
-    const QString refusal = backend->closedText();
-    return refusal.isEmpty() ? QString::fromStdString(backend->content.replaceText(std::move(bytes)).error)
-                             : refusal;
+    const Outcome outcome = backend->checkOpen();
+    return outcome.ok() ? backend->outcomeOf(backend->content.replaceText(std::move(bytes))) : outcome;
 }
 
 void Backend::Reshape::keepText()
@@ -47,9 +49,7 @@ void Backend::Reshape::keepText()
 
 void Backend::Reshape::restoreText() noexcept
 {
-    const auto restore = [this] { return keptText ? replaceText(*keptText) : QString(); };
-    const QString refusal = guardMemory(restore, [](const QString& reason) { return reason; });
-    if (refusal.isEmpty())
+    if (guardMemory([this] { return keptText ? replaceText(*keptText) : Outcome(); }).ok())
         keptText.reset();
 }
 

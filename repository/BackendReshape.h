@@ -19,10 +19,10 @@ public:
     ~Reshape();
     Q_DISABLE_COPY(Reshape)
 
-    // Empty on success, otherwise the reason, and nothing changed.
-    QString set(const QString& path, const FrameworkCore::Values::Value& value);
-    QString respell(const QString& path, const std::string& spelling);
-    QString replaceText(std::string bytes);
+    // A refused one changes nothing.
+    Outcome set(const QString& path, const FrameworkCore::Values::Value& value);
+    Outcome respell(const QString& path, const std::string& spelling);
+    Outcome replaceText(std::string bytes);
 
     // Takes the document back to what it was when keepText was called first; nothing without that.
     void keepText();

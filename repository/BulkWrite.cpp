@@ -2,12 +2,13 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 
 #include <algorithm>
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::Value;
 
@@ -62,7 +63,7 @@ BulkWrite::Place BulkWrite::placeOf(const QString& path)
     return {node, node ? node->backend : parentBackend};
 }
 
-QString BulkWrite::insert(Backend& backend, const QString& path, Value value)
+Outcome BulkWrite::insert(Backend& backend, const QString& path, Value value)
 {
     if (newPlace) {
         held.push_back({pathBytes(pathBehind(path, root.size())), std::move(value)});
@@ -87,67 +88,57 @@ void BulkWrite::prepareTakingBack()
         keepText(*newPlace);
 }
 
-FrameworkCore::AppConfig::StatusCode BulkWrite::writeDocuments(QString& path, std::optional<QVariant>& value,
-                                                               QString& reason)
+Outcome BulkWrite::writeDocuments()
 {
     for (Backend* backend : touched) {
-        reason = backend->endRun(path);
-        if (!reason.isEmpty())
-            return StatusCode::BackendFailure;
+        QString path;
+        Outcome outcome = backend->endRun(path);
+        if (!outcome.ok())
+            return outcome.of(Outcome::Operation::Change, path);
     }
     if (held.empty())
-        return StatusCode::Success;
+        return {};
     edit.reshape(*newPlace);
     std::size_t refused = 0;
-    reason = newPlace->insertAll(root, held, refused);
-    if (reason.isEmpty()) {
+    Outcome outcome = newPlace->insertAll(root, held, refused);
+    if (outcome.ok()) {
         std::vector<Documents::Entry>().swap(held); // a great subtree is not held twice
-        return StatusCode::Success;
+        return outcome;
     }
     const Item& item = items[refused];
-    path = item.path;
-    if (!item.isGroup) {
-        value = item.value;
-        reason = RefusalText::unfit(item.value, !isReadable(newPlace->getAccessMode()), reason);
-    }
-    return StatusCode::BackendFailure;
+    if (item.isGroup)
+        return outcome.of(Outcome::Operation::Change, item.path);
+    const bool isHidden = !isReadable(newPlace->getAccessMode());
+    return Refusals::notSet(Refusals::unfit(std::move(outcome), item.value, isHidden), item.path, item.value,
+                            isHidden);
 }
 
-FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path, const QVariant& value,
-                                                             AccessMode access, QString& reason)
+Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access)
 {
-    if (path.isEmpty()) {
-        reason = QStringLiteral("a value needs a path");
-        return StatusCode::InvalidPath;
-    }
-    if (isTooDeep(path)) {
-        reason = RefusalText::invalidPath(path);
-        return StatusCode::InvalidPath;
-    }
-    if (isAtOrBelow(path, ownRoot)) {
-        reason = RefusalText::ownTree();
-        return StatusCode::NotWritable;
-    }
+    if (path.isEmpty())
+        return {StatusCode::InvalidPath, QStringLiteral("a value needs a path")};
+    if (isTooDeep(path))
+        return Refusals::invalidPath(path);
+    if (isAtOrBelow(path, ownRoot))
+        return Refusals::ownTree();
     const Place place = placeOf(path);
     if (place.node && place.node->isAttribute()) {
         if (place.backend)
             keepText(*place.backend);
         QVariant accepted;
-        const StatusCode status = edit.writeDocument(*place.node, value, accepted, reason);
-        if (status == StatusCode::Success)
+        Outcome outcome = edit.writeDocument(*place.node, value, accepted);
+        if (outcome.ok())
             items.push_back({path, accepted, place.node->getAccess(), false, place.node});
-        return status;
+        return outcome;
     }
     const NodeIndex::Key key(path);
-    const StatusCode status = edit.acceptNew(key, place.node, place.backend, value, reason);
-    if (status != StatusCode::Success)
-        return status;
+    Outcome outcome = edit.acceptNew(key, place.node, place.backend, value);
+    if (!outcome.ok())
+        return outcome;
     if (place.backend) {
-        reason = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
-        if (!reason.isEmpty()) {
-            reason = RefusalText::unfit(value, !isReadable(place.backend->getAccessMode()), reason);
-            return StatusCode::BackendFailure;
-        }
+        outcome = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
+        if (!outcome.ok())
+            return Refusals::unfit(std::move(outcome), value, !isReadable(place.backend->getAccessMode()));
         if (place.node)
             edit.restoreOrder(*place.backend); // the value may come before the group
         const AccessMode most = place.backend->getAccessMode();
@@ -155,22 +146,20 @@ FrameworkCore::AppConfig::StatusCode BulkWrite::addAttribute(const QString& path
         access = common == AccessMode::None ? most : common;
     }
     items.push_back({path, value, access, false, nullptr, key.hash});
-    return status;
+    return outcome;
 }
 
-FrameworkCore::AppConfig::StatusCode BulkWrite::addGroup(const QString& path, QString& reason)
+Outcome BulkWrite::addGroup(const QString& path)
 {
     const Place place = path.isEmpty() ? Place() : placeOf(path);
     if (place.node || !place.backend)
-        return StatusCode::Success;
-    const StatusCode status = edit.acceptNew(NodeIndex::Key(path), nullptr, place.backend, {}, reason);
-    if (status != StatusCode::Success)
-        return status;
-    reason = insert(*place.backend, path, Value());
-    if (!reason.isEmpty())
-        return StatusCode::BackendFailure;
-    items.push_back({path, {}, AccessMode::ReadWrite, true});
-    return status;
+        return {};
+    Outcome outcome = edit.acceptNew(NodeIndex::Key(path), nullptr, place.backend, {});
+    if (outcome.ok())
+        outcome = insert(*place.backend, path, Value());
+    if (outcome.ok())
+        items.push_back({path, {}, AccessMode::ReadWrite, true});
+    return outcome;
 }
 
 void BulkWrite::finish()

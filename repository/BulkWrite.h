@@ -18,6 +18,7 @@ class BulkWrite
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
 
     // All paths will be at or below the root, and come in the order of a tree: parents first, and all below a
@@ -29,20 +30,19 @@ public:
     // So many will come.
     void expect(std::size_t count);
 
-    // Creates an attribute or writes the one that exists, whose type and access stay; the reason when it is
-    // refused. The value is of an attribute type.
-    StatusCode addAttribute(const QString& path, const QVariant& value, AccessMode access, QString& reason);
+    // Creates an attribute or writes the one that exists, whose type and access stay. The value is of an
+    // attribute type.
+    Outcome addAttribute(const QString& path, const QVariant& value, AccessMode access);
 
     // A group without children, which only a file can hold: nothing is made in memory.
-    StatusCode addGroup(const QString& path, QString& reason);
+    Outcome addGroup(const QString& path);
 
     // What the root's place holds can be taken back even after writeDocuments, when the edit ends without
     // finish.
     void prepareTakingBack();
 
-    // Lets the documents take what they have not yet. A refusal tells the path, the value, which a group has
-    // not, and the reason.
-    StatusCode writeDocuments(QString& path, std::optional<QVariant>& value, QString& reason);
+    // Lets the documents take what they have not yet. A refusal has its path.
+    Outcome writeDocuments();
 
     // After writeDocuments.
     void finish();
@@ -67,7 +67,7 @@ private:
     };
 
     Place placeOf(const QString& path);
-    QString insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
+    Outcome insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
     void keepText(Backend& backend);
     void show(const Item& item);
     void showNew();

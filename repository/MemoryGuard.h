@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/Outcome.h"
+
 #include <QString>
 
 #include <new>
@@ -19,6 +21,15 @@ std::invoke_result_t<Operation> guardMemory(const Operation& operation, const Re
     } catch (const std::length_error&) { // of a container that cannot be as large
     }
     return refuse(QStringLiteral("there is not enough memory for it"));
+}
+
+// The same for an operation whose outcome may be that.
+template <typename Operation>
+FrameworkCore::AppConfig::Outcome guardMemory(const Operation& operation)
+{
+    return guardMemory(operation, [](const QString& reason) {
+        return FrameworkCore::AppConfig::Outcome(FrameworkCore::AppConfig::NotEnoughMemory, reason);
+    });
 }
 
 } // namespace Repository

@@ -1,8 +1,8 @@
 #include "repository/Rule.h"
 
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/BoundedExpression.h"
-#include "repository/RefusalText.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
@@ -262,7 +262,8 @@ QString Breach::explain(const QVariant& value) const
 {
     return verdict == Verdict::Undecided
                ? explain()
-               : QStringLiteral("%1, not '%2'").arg(explain(), RefusalText::shortened(textOf(value)));
+               : QStringLiteral("%1, not '%2'")
+                     .arg(explain(), FrameworkCore::AppConfig::Outcome::shortened(textOf(value)));
 }
 
 Breach findBreach(const Rules& rules, const QVariant& value)

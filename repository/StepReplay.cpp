@@ -3,8 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeStore.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
-#include "repository/RepositoryLog.h"
+#include "repository/Refusals.h"
 #include "repository/TreeEdit.h"
 
 #include <QSet>
@@ -13,6 +12,7 @@
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::toValue;
@@ -36,23 +36,32 @@ QStringList rootsOf(const HistoryStep& step)
     return roots;
 }
 
-QString changedSince(const QString& path)
+Outcome refusal(const QString& reason, const QString& path, const QString& text = {})
 {
-    return QStringLiteral("'%1' has changed since").arg(path);
+    Outcome outcome(StatusCode::NotWritable, reason);
+    outcome.change().details.append({path, text});
+    return outcome;
+}
+
+Outcome changedSince(const QString& path)
+{
+    return refusal(QStringLiteral("it has been changed since"), path);
 }
 
 QString whatItIs(const NodeState& state)
 {
-    return state.isAttribute ? RefusalText::shown(state.value) : QStringLiteral("without a value");
+    return state.isAttribute ? Outcome::shownValue(state.value) : QStringLiteral("without a value");
 }
 
 // How a place differs from what the step left there, and what to do about it.
-QString explainChange(const QString& path, const NodeState& present, const NodeState& left)
+Outcome explainChange(const QString& path, const NodeState& present, const NodeState& left)
 {
     if (present.isHidden() || left.isHidden())
         return changedSince(path);
-    return QStringLiteral("%1: it is %2 now, and the step left it %3; put that back first")
-        .arg(changedSince(path), whatItIs(present), whatItIs(left));
+    return refusal(
+               QStringLiteral("it has been changed since"), path,
+               QStringLiteral("is %1 now, and the step left it %2").arg(whatItIs(present), whatItIs(left)))
+        .advise(QStringLiteral("put that back first"));
 }
 
 } // namespace
@@ -62,117 +71,109 @@ StepReplay::StepReplay(AttributeStore& attributes, Direction replayDirection)
 {
 }
 
-StatusCode StepReplay::run()
+Outcome StepReplay::run()
 {
-    const bool isUndo = direction == Direction::Undo;
     auto step = store.history.take(direction);
-    if (!step) {
-        logFailure(isUndo ? QStringLiteral("There is nothing to undo")
-                          : QStringLiteral("There is nothing to redo"));
-        return StatusCode::NotFound;
-    }
+    if (!step)
+        return {StatusCode::NotFound, direction == Direction::Undo
+                                          ? QStringLiteral("There is nothing to undo")
+                                          : QStringLiteral("There is nothing to redo")};
     return run(*std::move(step));
 }
 
-StatusCode StepReplay::run(HistoryStep step)
+Outcome StepReplay::run(HistoryStep step)
 {
     const History::Mute mute;
-    const bool isUndo = direction == Direction::Undo;
     const QString name = step.name;
-    QString reason;
-    {
-        TreeEdit edit(store, rootsOf(step), nullptr);
-        reason = replay(edit, step);
-        store.history.settle(std::move(step), direction, reason.isEmpty());
-    }
-    if (reason.isEmpty())
-        return StatusCode::Success;
-    logFailure(
-        (isUndo ? QStringLiteral("'%1' was not undone: %2") : QStringLiteral("'%1' was not done again: %2"))
-            .arg(name, reason));
-    return StatusCode::NotWritable;
+    TreeEdit edit(store, rootsOf(step), nullptr);
+    Outcome outcome = replay(edit, step);
+    store.history.settle(std::move(step), direction, outcome.ok());
+    return outcome.ok() ? outcome
+                        : outcome.of(direction == Direction::Undo ? Outcome::Operation::Undo
+                                                                  : Outcome::Operation::Redo,
+                                     name);
 }
 
-QString StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
+Outcome StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
 {
     for (const BackendChange& change : step.changes) {
         edit.reshape(*change.backend);
-        const QString reason = check(edit, change);
-        if (!reason.isEmpty())
-            return reason;
+        Outcome outcome = check(edit, change);
+        if (!outcome.ok())
+            return outcome;
     }
     const bool isOneValue = step.changes.size() == 1 && step.changes.front().values.size() == 1 &&
                             step.changes.front().entries.empty() && !step.changes.front().text;
-    QString reason;
+    Outcome outcome;
     for (const BackendChange& change : step.changes) {
         if (!isOneValue)
             edit.reshape(*change.backend).keepText();
-        reason = reason.isEmpty() ? changeDocument(edit, change) : reason;
+        outcome = outcome.ok() ? changeDocument(edit, change) : outcome;
     }
     for (const BackendChange& change : step.changes) {
-        if (reason.isEmpty())
+        if (outcome.ok())
             showTree(edit, change);
         else
             edit.reshape(*change.backend).restoreText();
     }
-    return reason;
+    return outcome;
 }
 
-QString StepReplay::check(TreeEdit& edit, const BackendChange& change) const
+Outcome StepReplay::check(TreeEdit& edit, const BackendChange& change) const
 {
     const bool isUndo = direction == Direction::Undo;
     if (change.backend->isClosed())
-        return QStringLiteral("the backend '%1' is closed").arg(change.backend->getName());
+        return refusal(QStringLiteral("a backend of it is closed"), change.backend->getName());
     // What both the values and the shape changed is looked at as the later of them left it.
     const QSet<QString> inShape = isUndo ? pathsOf(change.entries) : QSet<QString>();
     const QSet<QString> inValues = isUndo ? QSet<QString>() : pathsOf(change.values);
-    QString reason;
+    Outcome outcome;
     for (const EntryChange& entry : change.entries) {
-        if (reason.isEmpty() && !inValues.contains(entry.path))
-            reason = checkPlace(edit, *change.backend, entry.path, from(entry), to(entry));
+        if (outcome.ok() && !inValues.contains(entry.path))
+            outcome = checkPlace(edit, *change.backend, entry.path, from(entry), to(entry));
     }
     for (const ValueChange& value : change.values) {
-        if (reason.isEmpty() && !inShape.contains(value.path))
-            reason = checkPlace(edit, *change.backend, value.path, from(value), to(value));
+        if (outcome.ok() && !inShape.contains(value.path))
+            outcome = checkPlace(edit, *change.backend, value.path, from(value), to(value));
     }
-    return reason;
+    return outcome;
 }
 
-QString StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QString& path,
+Outcome StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QString& path,
                                const NodeState& expected, const NodeState& wanted) const
 {
     const NodeState present = edit.stateOf(path);
     if (!isSameValue(present, expected))
         return explainChange(path, present, expected);
     if ((wanted.isNode || expected.isAttribute) && edit.nearest(path).backend != &backend)
-        return QStringLiteral("'%1' belongs to another backend by now").arg(path);
+        return refusal(QStringLiteral("another backend owns it by now"), path);
     return {};
 }
 
-QString StepReplay::changeDocument(TreeEdit& edit, const BackendChange& change)
+Outcome StepReplay::changeDocument(TreeEdit& edit, const BackendChange& change)
 {
     Backend::Reshape& reshape = edit.reshape(*change.backend);
     if (direction == Direction::Redo) {
-        const QString reason = changeValues(reshape, change);
-        return reason.isEmpty() ? changeShape(edit, change) : reason;
+        Outcome outcome = changeValues(reshape, change);
+        return outcome.ok() ? changeShape(edit, change) : outcome;
     }
-    const QString reason = changeShape(edit, change);
-    return reason.isEmpty() ? changeValues(reshape, change) : reason;
+    Outcome outcome = changeShape(edit, change);
+    return outcome.ok() ? changeValues(reshape, change) : outcome;
 }
 
-QString StepReplay::changeValues(Backend::Reshape& reshape, const BackendChange& change) const
+Outcome StepReplay::changeValues(Backend::Reshape& reshape, const BackendChange& change) const
 {
     for (const ValueChange& value : change.values) {
         const auto& spelling = direction == Direction::Undo ? value.spellingBefore : value.spellingAfter;
-        const QString reason = spelling ? reshape.respell(value.path, *spelling)
-                                        : reshape.set(value.path, toValue(to(value).value));
-        if (!reason.isEmpty())
-            return reason;
+        Outcome outcome = spelling ? reshape.respell(value.path, *spelling)
+                                   : reshape.set(value.path, toValue(to(value).value));
+        if (!outcome.ok())
+            return outcome;
     }
     return {};
 }
 
-QString StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
+Outcome StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
 {
     if (change.text) {
         const std::string text = change.backend->getBytes();
@@ -189,7 +190,7 @@ QString StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
     return changeEntries(edit, change);
 }
 
-QString StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) const
+Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) const
 {
     Backend& backend = *change.backend;
     QSet<QString> leaving;
@@ -197,8 +198,8 @@ QString StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
         if (from(entry).isNode && !to(entry).isNode)
             leaving.insert(entry.path);
     }
-    QString reason;
-    for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && reason.isEmpty(); ++entry) {
+    Outcome outcome;
+    for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && outcome.ok(); ++entry) {
         const bool loses = from(*entry).isAttribute && !to(*entry).isAttribute;
         const Node* node = edit.find(entry->path);
         if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path))
@@ -208,24 +209,24 @@ QString StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
             std::any_of(node->children->places.begin(), node->children->places.end(),
                         [&leaving](const Node* child) { return child && !leaving.contains(child->path); });
         if (!holdsOthers)
-            reason = backend.remove(entry->path);
+            outcome = backend.remove(entry->path);
         else if (loses)
-            reason = QStringLiteral("'%1' has got other attributes below it").arg(entry->path);
+            outcome = refusal(QStringLiteral("other attributes have come below"), entry->path);
     }
     backend.beginRun();
     for (const EntryChange& entry : change.entries) {
-        if (!reason.isEmpty() || !to(entry).isNode)
+        if (!outcome.ok() || !to(entry).isNode)
             continue;
         if (to(entry).isAttribute && from(entry).isAttribute)
-            reason = edit.reshape(backend).set(entry.path, toValue(to(entry).value));
+            outcome = edit.reshape(backend).set(entry.path, toValue(to(entry).value));
         else if (to(entry).isAttribute)
-            reason = backend.insert(entry.path, toValue(to(entry).value));
+            outcome = backend.insert(entry.path, toValue(to(entry).value));
         else if (!from(entry).isNode && !backend.contains(entry.path))
-            reason = backend.insert(entry.path, {});
+            outcome = backend.insert(entry.path, {});
     }
     QString lacking;
-    const QString lackingReason = backend.endRun(lacking);
-    return reason.isEmpty() ? lackingReason : reason;
+    const Outcome ended = backend.endRun(lacking);
+    return outcome.ok() ? ended : outcome;
 }
 
 void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const

@@ -18,14 +18,14 @@ class StepReplay
 {
 public:
     using Direction = History::Direction;
-    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
 
     StepReplay(AttributeStore& store, Direction direction);
 
-    StatusCode run();
+    Outcome run();
 
     // The same for a step that has been taken out of history; by now its backends may have been closed.
-    StatusCode run(HistoryStep step);
+    Outcome run(HistoryStep step);
 
 private:
     // A step seen in the direction of the replay.
@@ -40,15 +40,14 @@ private:
         return direction == Direction::Undo ? change.before : change.after;
     }
 
-    // Each gives the reason of a refusal, or nothing.
-    QString replay(TreeEdit& edit, const HistoryStep& step);
-    QString check(TreeEdit& edit, const BackendChange& change) const;
-    QString checkPlace(TreeEdit& edit, const Backend& backend, const QString& path, const NodeState& expected,
+    Outcome replay(TreeEdit& edit, const HistoryStep& step);
+    Outcome check(TreeEdit& edit, const BackendChange& change) const;
+    Outcome checkPlace(TreeEdit& edit, const Backend& backend, const QString& path, const NodeState& expected,
                        const NodeState& wanted) const;
-    QString changeDocument(TreeEdit& edit, const BackendChange& change);
-    QString changeValues(Backend::Reshape& reshape, const BackendChange& change) const;
-    QString changeShape(TreeEdit& edit, const BackendChange& change);
-    QString changeEntries(TreeEdit& edit, const BackendChange& change) const;
+    Outcome changeDocument(TreeEdit& edit, const BackendChange& change);
+    Outcome changeValues(Backend::Reshape& reshape, const BackendChange& change) const;
+    Outcome changeShape(TreeEdit& edit, const BackendChange& change);
+    Outcome changeEntries(TreeEdit& edit, const BackendChange& change) const;
 
     void showTree(TreeEdit& edit, const BackendChange& change) const;
 

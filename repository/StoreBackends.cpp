@@ -38,15 +38,15 @@ void AttributeStore::publish(const QString& path, const QVariant& value)
     Repository::publish(edit, path, value);
 }
 
-QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
+FrameworkCore::AppConfig::Outcome AttributeStore::mount(const std::shared_ptr<Backend>& backend)
 {
     const QString name = backend->getName();
     TreeEdit edit(*this);
     const Node* place = edit.find(name);
     if (place && place->isBackendRoot())
-        return QStringLiteral("the backend '%1' exists already").arg(name);
+        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
-        return QStringLiteral("there are attributes at or below '%1' already").arg(name);
+        return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
     backends.reserve(backends.size() + 1);
     edit.mount(*backend);
     backends.push_back(backend);
@@ -55,11 +55,12 @@ QString AttributeStore::mount(const std::shared_ptr<Backend>& backend)
     return {};
 }
 
-QString AttributeStore::unmount(const std::shared_ptr<Backend>& backend, bool discardChanges)
+FrameworkCore::AppConfig::Outcome AttributeStore::unmount(const std::shared_ptr<Backend>& backend,
+                                                          bool discardChanges)
 {
-    const QString reason = backend->close(discardChanges);
-    if (!reason.isEmpty())
-        return reason;
+    const Outcome outcome = backend->close(discardChanges);
+    if (!outcome.ok())
+        return outcome;
     history.forgetClosed();
     TreeEdit edit(*this);
     edit.unmount(*backend);

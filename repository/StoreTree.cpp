@@ -1,7 +1,7 @@
 #include "repository/AttributeStore.h"
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/TreeEdit.h"
 #include "repository/TreeSearch.h"
 
@@ -107,18 +107,13 @@ QStringList AttributeStore::findPaths(const PathSearch& search)
     return Repository::findPaths(top, search, [this](QStringView path) { return nodeOf(path); });
 }
 
-FrameworkCore::AppConfig::StatusCode AttributeStore::removeTree(const QString& path)
+FrameworkCore::AppConfig::Outcome AttributeStore::removeTree(const QString& path)
 {
     if (isAtOrBelow(path, ownRoot))
-        return refuse(StatusCode::NotWritable, path, RefusalText::ownTree());
-    QString reason;
-    StatusCode status = StatusCode::Success;
-    {
-        const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
-        TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-        status = edit.removeTree(path, reason);
-    }
-    return status == StatusCode::Success ? status : refuse(status, path, reason);
+        return Refusals::ownTree();
+    const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
+    TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
+    return edit.removeTree(path);
 }
 
 } // namespace Repository

@@ -9,13 +9,14 @@
 #include "repository/ExportText.h"
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/documents/Formats.h"
 
 namespace Repository {
 
 using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::AppConfig::Interfaces::TransferReport;
 using FrameworkCore::Values::Type;
@@ -49,13 +50,9 @@ QString joined(const QString& root, QStringView below)
     return path.append(below.data(), int(below.size()));
 }
 
-QString noType(const QString& type)
+Outcome cancelled()
 {
-    QStringList known;
-    for (const std::string& name : Documents::getDocumentTypes())
-        known.append(QString::fromStdString(name));
-    return QStringLiteral("there is no backend type '%1'; known are: %2")
-        .arg(type, known.join(QStringLiteral(", ")));
+    return {StatusCode::Cancelled, QStringLiteral("it was cancelled")};
 }
 
 bool isBelow(const std::string& path, const std::string& group)
@@ -84,46 +81,19 @@ SubtreeTransfer::SubtreeTransfer(std::shared_ptr<AttributeStore> attributes) : s
 {
 }
 
-StatusCode SubtreeTransfer::finish(const Refusal& refusal, TransferReport& report)
+template <typename Operation>
+Outcome SubtreeTransfer::run(const QString& path, const Operation& operation)
 {
-    if (refusal.status == StatusCode::Success)
-        return refusal.status;
-    if (refusal.status == StatusCode::Cancelled) {
-        report.setReason(QStringLiteral("it was cancelled"));
-        return refusal.status;
-    }
-    const QString line = refusal.value
-                             ? RefusalText::ofValue(refusal.path, *refusal.value, false, refusal.reason)
-                             : AttributeStore::refusalText(refusal.path, refusal.reason);
-    if (report.getReason().isEmpty())
-        report.setReason(line);
-    logFailure(line);
-    return refusal.status;
+    return logged(guardMemory(operation).of(Outcome::Operation::Change, path));
 }
 
-auto SubtreeTransfer::noMemoryAt(const QString& path)
+Outcome SubtreeTransfer::add(BulkWrite& bulk, const QString& path, const Part& part) const
 {
-    return [path](const QString& reason) { return Refusal{StatusCode::NotEnoughMemory, path, reason}; };
-}
-
-SubtreeTransfer::Refusal SubtreeTransfer::add(BulkWrite& bulk, const QString& path, const Part& part) const
-{
-    Refusal refusal;
-    refusal.path = path;
-    refusal.status = part.isGroup ? bulk.addGroup(path, refusal.reason)
-                                  : bulk.addAttribute(path, part.value, part.access, refusal.reason);
-    if (refusal.status != StatusCode::Success && !part.isGroup && !store->hidesValues(path))
-        refusal.value = part.value;
-    return refusal;
-}
-
-SubtreeTransfer::Refusal SubtreeTransfer::writeDocuments(BulkWrite& bulk) const
-{
-    Refusal refusal;
-    refusal.status = bulk.writeDocuments(refusal.path, refusal.value, refusal.reason);
-    if (refusal.value && store->hidesValues(refusal.path))
-        refusal.value.reset();
-    return refusal;
+    if (part.isGroup)
+        return bulk.addGroup(path).of(Outcome::Operation::Change, path);
+    Outcome outcome = bulk.addAttribute(path, part.value, part.access);
+    return outcome.ok() ? outcome
+                        : Refusals::notSet(std::move(outcome), path, part.value, store->hidesValues(path));
 }
 
 void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
@@ -190,117 +160,115 @@ void SubtreeTransfer::addDeclarations(const Node& root, std::vector<Part>& parts
     }
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::checkReadable(const std::vector<Part>& parts, const QString& hidden)
+Outcome SubtreeTransfer::checkReadable(const std::vector<Part>& parts, const QString& hidden)
 {
     if (hidden.isEmpty() || !parts.empty())
         return {};
-    return {StatusCode::NotReadable, hidden,
-            QStringLiteral("it is write-only, and its value is not taken elsewhere")};
+    return Outcome(StatusCode::NotReadable,
+                   QStringLiteral("it is write-only, and its value is not taken elsewhere"))
+        .of(Outcome::Operation::Change, hidden);
 }
 
-StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to)
+Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to)
 {
     TransferReport report;
     return copyTree(from, to, report);
 }
 
-StatusCode SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
+Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
 {
-    const auto operation = [&] {
+    return run(to, [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
         return transfer(edit, from, to, false, report);
-    };
-    return finish(guardMemory(operation, noMemoryAt(to)), report);
+    });
 }
 
-StatusCode SubtreeTransfer::moveTree(const QString& from, const QString& to)
+Outcome SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
     TransferReport report;
-    const auto operation = [&] {
+    return run(to, [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Move %1 to %2").arg(from, to); });
         TreeEdit edit(*store, {from, to}, step.getRecorder());
         return transfer(edit, from, to, true, report);
-    };
-    return finish(guardMemory(operation, noMemoryAt(to)), report);
+    });
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QString& to,
-                                                   bool isMove, TransferReport& report)
+Outcome SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
+                                  TransferReport& report)
 {
     Node* source = edit.find(from);
     if (!source)
-        return {StatusCode::NotFound, from, RefusalText::notFound()};
-    if (!isValidPath(to) || isAtOrBelow(to, from))
-        return {StatusCode::InvalidPath, to,
-                isValidPath(to) ? QStringLiteral("'%1' cannot be put into itself").arg(from)
-                                : RefusalText::invalidPath(to)};
+        return Refusals::notFound().of(Outcome::Operation::Change, from);
+    if (!isValidPath(to))
+        return Refusals::invalidPath(to);
+    if (isAtOrBelow(to, from))
+        return {StatusCode::InvalidPath, QStringLiteral("a subtree cannot be put into itself")};
     if (edit.find(to))
-        return {StatusCode::AlreadyExists, to, QStringLiteral("it exists already; choose another name")};
+        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
+            .advise(QStringLiteral("choose another name"));
     if (isMove && isAtOrBelow(from, ownRoot))
-        return {StatusCode::NotWritable, from, RefusalText::ownTree()};
+        return Refusals::ownTree().of(Outcome::Operation::Change, from);
     QString hidden;
     const std::vector<Part> parts = collect(*source, hidden);
-    Refusal refusal = checkReadable(isMove ? std::vector<Part>() : parts, hidden);
-    if (refusal.status != StatusCode::Success)
-        return refusal;
+    Outcome outcome = checkReadable(isMove ? std::vector<Part>() : parts, hidden);
+    if (!outcome.ok())
+        return outcome;
 
     BulkWrite bulk(edit, to);
     bulk.expect(parts.size());
     TransferProgress progress(report, parts.size());
     for (const Part& part : parts) {
-        refusal = add(bulk, joined(to, part.path()), part);
-        if (refusal.status == StatusCode::Success && !progress.advance())
-            refusal.status = StatusCode::Cancelled;
-        if (refusal.status != StatusCode::Success)
-            return refusal;
+        outcome = add(bulk, joined(to, part.path()), part);
+        if (outcome.ok() && !progress.advance())
+            return cancelled();
+        if (!outcome.ok())
+            return outcome;
     }
     if (isMove)
         bulk.prepareTakingBack();
-    refusal = writeDocuments(bulk);
-    if (refusal.status != StatusCode::Success)
-        return refusal;
+    outcome = bulk.writeDocuments();
+    if (!outcome.ok())
+        return outcome;
     bool othersMove = false;
     if (isMove) {
-        refusal.path = from;
-        refusal.status = edit.removeFromDocument(*source, othersMove, refusal.reason);
-        if (refusal.status != StatusCode::Success)
-            return refusal;
+        outcome = edit.removeFromDocument(*source, othersMove);
+        if (!outcome.ok())
+            return outcome.of(Outcome::Operation::Change, from);
     }
     bulk.finish();
     if (isMove)
         edit.removeFromTree(*source, othersMove);
-    return refusal;
+    return outcome;
 }
 
-StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text)
+Outcome SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text)
 {
     TransferReport report;
     return exportTree(path, type, text, report);
 }
 
-StatusCode SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text,
-                                       TransferReport& report)
+Outcome SubtreeTransfer::exportTree(const QString& path, const QString& type, QByteArray& text,
+                                    TransferReport& report)
 {
-    if (!Documents::makeDocument(type.toStdString()))
-        return finish({StatusCode::BackendFailure, path, noType(type)}, report);
-    const auto operation = [&] { return writeTree(path, type, text, report); };
-    return finish(guardMemory(operation, noMemoryAt(path)), report);
+    return run(path, [&] { return writeTree(path, type, text, report); });
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::writeTree(const QString& path, const QString& type,
-                                                    QByteArray& text, TransferReport& report)
+Outcome SubtreeTransfer::writeTree(const QString& path, const QString& type, QByteArray& text,
+                                   TransferReport& report)
 {
-    Refusal refusal{StatusCode::NotFound, path, RefusalText::notFound()};
+    if (!Documents::makeDocument(type.toStdString()))
+        return Refusals::noType(type);
+    Outcome outcome = Refusals::notFound();
     std::vector<Part> parts;
     {
         const std::shared_lock lock(store->structure);
         QString hidden;
         if (const Node* root = store->nodeOf(path)) {
             parts = collect(*root, hidden);
-            refusal = checkReadable(parts, hidden);
+            outcome = checkReadable(parts, hidden);
             if (type == xmlType)
                 addDeclarations(*root, parts);
         }
@@ -308,20 +276,18 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeTree(const QString& path, const Q
     const auto sources = backendsTouching(*store, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
-    return refusal.status == StatusCode::Success ? writeText(path, type, std::move(parts), text, report)
-                                                 : refusal;
+    return outcome.ok() ? writeText(path, type, std::move(parts), text, report) : outcome;
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const QString& type,
-                                                    std::vector<Part> parts, QByteArray& text,
-                                                    TransferReport& report)
+Outcome SubtreeTransfer::writeText(const QString& path, const QString& type, std::vector<Part> parts,
+                                   QByteArray& text, TransferReport& report)
 {
     TransferProgress progress(report, 2 * parts.size());
     std::vector<Documents::Entry> entries;
     entries.reserve(parts.size());
     for (const Part& part : parts) {
         if (!progress.advance())
-            return {StatusCode::Cancelled, path, {}};
+            return cancelled();
         entries.push_back(
             {pathBytes(part.path()), part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
     }
@@ -331,57 +297,53 @@ SubtreeTransfer::Refusal SubtreeTransfer::writeText(const QString& path, const Q
     case ExportText::End::Written:
         break;
     case ExportText::End::Refused:
-        return {StatusCode::BackendFailure, joinedPath(path, exported.getRefusedPath()),
-                QString::fromStdString(exported.getError())};
+        return Outcome(StatusCode::BackendFailure, QString::fromStdString(exported.getError()))
+            .of(Outcome::Operation::Change, joinedPath(path, exported.getRefusedPath()));
     case ExportText::End::Cancelled:
-        return {StatusCode::Cancelled, path, {}};
+        return cancelled();
     }
     text = QByteArray::fromStdString(exported.getText());
     return {};
 }
 
-StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text)
+Outcome SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text)
 {
     TransferReport report;
     return importTree(path, type, text, report);
 }
 
-StatusCode SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text,
-                                       TransferReport& report)
+Outcome SubtreeTransfer::importTree(const QString& path, const QString& type, const QByteArray& text,
+                                    TransferReport& report)
 {
-    const auto operation = [&] { return readTree(path, type, text, report); };
-    return finish(guardMemory(operation, noMemoryAt(path)), report);
+    return run(path, [&] { return readTree(path, type, text, report); });
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::readTree(const QString& path, const QString& type,
-                                                   const QByteArray& text, TransferReport& report)
+Outcome SubtreeTransfer::readTree(const QString& path, const QString& type, const QByteArray& text,
+                                  TransferReport& report)
 {
     auto document = Documents::makeDocument(type.toStdString());
     if (!document)
-        return {StatusCode::BackendFailure, path, noType(type)};
-    const Documents::Outcome outcome = document->parse(text.toStdString());
-    if (!outcome.ok()) {
-        report.setReason(QStringLiteral("line %1, column %2: %3")
-                             .arg(outcome.line)
-                             .arg(outcome.column)
-                             .arg(QString::fromStdString(outcome.error)));
-        return {StatusCode::BackendFailure, path,
-                QStringLiteral("the text is no %1: %2").arg(type, report.getReason())};
-    }
+        return Refusals::noType(type);
+    const Documents::Outcome parsed = document->parse(text.toStdString());
+    if (!parsed.ok())
+        return {StatusCode::BackendFailure, QStringLiteral("the text is not %1: line %2, column %3: %4")
+                                                .arg(type)
+                                                .arg(parsed.line)
+                                                .arg(parsed.column)
+                                                .arg(QString::fromStdString(parsed.error))};
     if (!path.isEmpty() && !isValidPath(path))
-        return {StatusCode::InvalidPath, path, RefusalText::invalidPath(path)};
+        return Refusals::invalidPath(path);
     // Nearly always there is one entry a line, or between two commas.
     const auto expected =
         std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));
-    return takeIn(std::move(document), type, path, std::size_t(expected), report);
+    return importDocument(std::move(document), type, path, std::size_t(expected), report);
 }
 
-SubtreeTransfer::Refusal SubtreeTransfer::takeIn(std::unique_ptr<Documents::Document> document,
-                                                 const QString& type, const QString& path,
-                                                 std::size_t expected, TransferReport& report)
+Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> document, const QString& type,
+                                        const QString& path, std::size_t expected, TransferReport& report)
 {
     TransferProgress progress(report, expected);
-    Refusal refusal;
+    Outcome outcome;
     const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(*document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(*store, {path}, step.getRecorder());
@@ -391,33 +353,33 @@ SubtreeTransfer::Refusal SubtreeTransfer::takeIn(std::unique_ptr<Documents::Docu
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {
         if (!group.empty())
-            refusal = add(bulk, joinedPath(path, group), {{}, 0, {}, AccessMode::ReadWrite, true});
+            outcome = add(bulk, joinedPath(path, group), {{}, 0, {}, AccessMode::ReadWrite, true});
         group.clear();
     };
     document->visit([&](const Documents::Entry& entry) {
-        if (refusal.status != StatusCode::Success || (isEncoded && entry.path == EncodedNames::member))
+        if (!outcome.ok() || (isEncoded && entry.path == EncodedNames::member))
             return;
         const std::string& place = isEncoded ? EncodedNames::fromDocument(entry.path) : entry.path;
         if (!isBelow(place, group))
             addGroup();
         group.clear();
         if (!progress.advance())
-            refusal.status = StatusCode::Cancelled;
+            outcome = cancelled();
         else if (entry.value.type == Type::Group)
             group = place;
-        else if (refusal.status == StatusCode::Success)
-            refusal =
+        else if (outcome.ok())
+            outcome =
                 add(bulk, joinedPath(path, place),
                     {{}, 0, FrameworkCore::Values::toVariant(entry.value), AccessMode::ReadWrite, false});
     });
     document.reset(); // a great subtree is not held twice
-    if (refusal.status == StatusCode::Success)
+    if (outcome.ok())
         addGroup();
-    if (refusal.status == StatusCode::Success)
-        refusal = writeDocuments(bulk);
-    if (refusal.status == StatusCode::Success)
+    if (outcome.ok())
+        outcome = bulk.writeDocuments();
+    if (outcome.ok())
         bulk.finish();
-    return refusal;
+    return outcome;
 }
 
 } // namespace Repository

@@ -7,7 +7,6 @@
 #include <QVariant>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace Repository {
@@ -26,21 +25,21 @@ struct Node;
 class SubtreeTransfer : public FrameworkCore::AppConfig::Interfaces::TransferInterface
 {
 public:
-    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
 
     explicit SubtreeTransfer(std::shared_ptr<AttributeStore> store);
 
-    StatusCode copyTree(const QString& from, const QString& to) override;
-    StatusCode moveTree(const QString& from, const QString& to) override;
-    StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) override;
-    StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) override;
+    Outcome copyTree(const QString& from, const QString& to) override;
+    Outcome moveTree(const QString& from, const QString& to) override;
+    Outcome exportTree(const QString& path, const QString& type, QByteArray& text) override;
+    Outcome importTree(const QString& path, const QString& type, const QByteArray& text) override;
 
-    StatusCode copyTree(const QString& from, const QString& to, TransferReport& report) override;
-    StatusCode exportTree(const QString& path, const QString& type, QByteArray& text,
-                          TransferReport& report) override;
-    StatusCode importTree(const QString& path, const QString& type, const QByteArray& text,
-                          TransferReport& report) override;
+    Outcome copyTree(const QString& from, const QString& to, TransferReport& report) override;
+    Outcome exportTree(const QString& path, const QString& type, QByteArray& text,
+                       TransferReport& report) override;
+    Outcome importTree(const QString& path, const QString& type, const QByteArray& text,
+                       TransferReport& report) override;
 
 private:
     // One node of a subtree: an attribute, or a group that has no children.
@@ -56,29 +55,15 @@ private:
         QStringView path() const { return pathBehind(fullPath, rootLength); }
     };
 
-    // What came of an operation, and on which path; shown to the person when it is no success.
-    struct Refusal
-    {
-        StatusCode status = StatusCode::Success;
-        QString path;
-        QString reason;
-        std::optional<QVariant> value = {}; // what was to be set there, when it may be told
-    };
-
-    // What is made of the reason when memory was refused.
-    static auto noMemoryAt(const QString& path);
-
-    Refusal transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
+    Outcome transfer(TreeEdit& edit, const QString& from, const QString& to, bool isMove,
                      TransferReport& report);
-    Refusal writeTree(const QString& path, const QString& type, QByteArray& text, TransferReport& report);
-    Refusal readTree(const QString& path, const QString& type, const QByteArray& text,
+    Outcome writeTree(const QString& path, const QString& type, QByteArray& text, TransferReport& report);
+    Outcome readTree(const QString& path, const QString& type, const QByteArray& text,
                      TransferReport& report);
-    static Refusal writeText(const QString& path, const QString& type, std::vector<Part> parts,
+    static Outcome writeText(const QString& path, const QString& type, std::vector<Part> parts,
                              QByteArray& text, TransferReport& report);
-    Refusal takeIn(std::unique_ptr<Documents::Document> document, const QString& type, const QString& path,
-                   std::size_t expected, TransferReport& report);
-
-    Refusal writeDocuments(BulkWrite& bulk) const;
+    Outcome importDocument(std::unique_ptr<Documents::Document> document, const QString& type,
+                           const QString& path, std::size_t expected, TransferReport& report);
 
     // The parts in the order of a file, without what must not be read; hidden is the path of the first such
     // attribute. The structure lock is held.
@@ -88,10 +73,13 @@ private:
     void addDeclarations(const Node& root, std::vector<Part>& parts) const;
 
     // Adds one part to what is to be written.
-    Refusal add(BulkWrite& bulk, const QString& path, const Part& part) const;
+    Outcome add(BulkWrite& bulk, const QString& path, const Part& part) const;
 
-    static Refusal checkReadable(const std::vector<Part>& parts, const QString& hidden);
-    static StatusCode finish(const Refusal& refusal, TransferReport& report);
+    static Outcome checkReadable(const std::vector<Part>& parts, const QString& hidden);
+
+    // Runs an operation that was for the path, and logs what came of it.
+    template <typename Operation>
+    static Outcome run(const QString& path, const Operation& operation);
 
     std::shared_ptr<AttributeStore> store;
 };

@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/PathRules.h"
-#include "repository/RefusalText.h"
+#include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/SubtreeBuilder.h"
 
@@ -12,6 +12,8 @@
 #include <utility>
 
 namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
 
 TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock(attributeStore.structure)
 {
@@ -200,54 +202,45 @@ const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, 
     return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::acceptNew(const NodeIndex::Key& key, const Node* node,
-                                                         const Backend* backend, const QVariant& value,
-                                                         QString& reason)
+Outcome TreeEdit::acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
+                            const QVariant& value)
 {
-    if (backend && !isWritable(backend->getAccessMode())) {
-        reason = RefusalText::readOnly(*backend);
-        return StatusCode::NotWritable;
-    }
+    if (backend && !isWritable(backend->getAccessMode()))
+        return Refusals::readOnly(*backend);
     NodeIndex::Shard& shard = store.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     const Rules* rules = rulesOf(shard, node, key.path);
     const Breach breach = rules ? findBreach(*rules, value) : Breach();
-    if (breach)
-        reason = breach.explain();
-    return breach ? StatusCode::RefusedByValidation : StatusCode::Success;
+    return breach ? Outcome(StatusCode::RefusedByValidation, breach.explain()) : Outcome();
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& path, QVariant value,
-                                                               AccessMode access, QString& reason)
+Outcome TreeEdit::createAttribute(const QString& path, QVariant value, AccessMode access)
 {
     const NodeIndex::Key key(path);
     Node* node = store.index.find(key);
-    if (node && node->isAttribute()) {
-        reason = QStringLiteral("it exists already; write to it, or choose another name");
-        return StatusCode::AlreadyExists;
-    }
+    if (node && node->isAttribute())
+        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
+            .advise(QStringLiteral("write to it, or choose another name"));
     const QStringView parentName = parentPath(path);
     Node& ancestor = node ? *node : nearest(parentName);
     Backend* backend = ancestor.backend;
-    const StatusCode status = acceptNew(key, node, backend, value, reason);
-    if (status != StatusCode::Success)
-        return status;
+    Outcome outcome = acceptNew(key, node, backend, value);
+    if (!outcome.ok())
+        return outcome;
     if (backend) {
         if (recorder)
             reshape(*backend);
-        reason = backend->insert(path, FrameworkCore::Values::toValue(value));
-        if (!reason.isEmpty()) {
-            reason = RefusalText::unfit(value, !isReadable(access) || !isReadable(backend->getAccessMode()),
-                                        reason);
-            return StatusCode::BackendFailure;
-        }
+        outcome = backend->insert(path, FrameworkCore::Values::toValue(value));
+        if (!outcome.ok())
+            return Refusals::unfit(std::move(outcome), value,
+                                   !isReadable(access) || !isReadable(backend->getAccessMode()));
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
     if (node) {
         if (backend && !isInPlace(*node))
             restoreOrder(*backend); // the value has come before the group
         setAttribute(*node, value, access, UpdateResult::Created);
-        return StatusCode::Success;
+        return outcome;
     }
     auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName),
                          Placing::ByDocument);
@@ -256,7 +249,7 @@ FrameworkCore::AppConfig::StatusCode TreeEdit::createAttribute(const QString& pa
     Node& filed = fileNode(shard, std::move(made), key.hash);
     giveValue(filed, std::move(value), access);
     Delivery::collect(deliveries, filed, store.patterns, UpdateResult::Created);
-    return StatusCode::Success;
+    return outcome;
 }
 
 Node& TreeEdit::addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing)
@@ -289,20 +282,16 @@ void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
     }
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::writeDocument(const Node& node, const QVariant& value,
-                                                             QVariant& accepted, QString& reason)
+Outcome TreeEdit::writeDocument(const Node& node, const QVariant& value, QVariant& accepted)
 {
     {
         const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
-        const StatusCode status = AttributeStore::accept(node, value, accepted, reason);
-        if (status != StatusCode::Success)
-            return status;
+        Outcome outcome = AttributeStore::accept(node, value, accepted);
+        if (!outcome.ok() || !node.backend)
+            return outcome;
     }
-    if (node.backend)
-        reason = reshape(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted));
-    if (!reason.isEmpty())
-        reason = RefusalText::unfit(accepted, !node.isReadable(), reason);
-    return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
+    return Refusals::unfit(reshape(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted)),
+                           accepted, !node.isReadable());
 }
 
 std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) const
@@ -320,42 +309,36 @@ std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) con
     return found;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::removeTree(const QString& path, QString& reason)
+Outcome TreeEdit::removeTree(const QString& path)
 {
     Node* node = find(path);
-    if (!node) {
-        reason = RefusalText::notFound();
-        return StatusCode::NotFound;
-    }
+    if (!node)
+        return Refusals::notFound();
     bool othersMove = false;
-    const StatusCode status = removeFromDocument(*node, othersMove, reason);
-    if (status == StatusCode::Success)
+    Outcome outcome = removeFromDocument(*node, othersMove);
+    if (outcome.ok())
         removeFromTree(*node, othersMove);
-    return status;
+    return outcome;
 }
 
-FrameworkCore::AppConfig::StatusCode TreeEdit::removeFromDocument(Node& node, bool& othersMove,
-                                                                  QString& reason)
+Outcome TreeEdit::removeFromDocument(Node& node, bool& othersMove)
 {
     for (const auto& backend : store.backends) {
-        if (isAtOrBelow(backend->getName(), node.path)) {
-            reason = QStringLiteral("it holds the root of the backend '%1'; close that backend instead")
-                         .arg(backend->getName());
-            return StatusCode::NotWritable;
-        }
+        if (!isAtOrBelow(backend->getName(), node.path))
+            continue;
+        Outcome outcome(StatusCode::NotWritable, QStringLiteral("it holds the root of the backend"));
+        outcome.change().details.append({backend->getName(), {}});
+        return outcome.advise(QStringLiteral("close that backend instead"));
     }
     for (const Node* below : subtree(node, nullptr)) {
-        if (below->isAttribute() && !isWritable(below->getAccess())) {
-            reason = RefusalText::readOnly(*below);
-            return StatusCode::NotWritable;
-        }
+        if (below->isAttribute() && !isWritable(below->getAccess()))
+            return Refusals::readOnly(*below);
     }
     if (!node.backend)
-        return StatusCode::Success;
+        return {};
     reshape(*node.backend);
     othersMove = node.backend->removalMovesOthers(node.path);
-    reason = node.backend->remove(node.path);
-    return reason.isEmpty() ? StatusCode::Success : StatusCode::BackendFailure;
+    return node.backend->remove(node.path);
 }
 
 void TreeEdit::removeFromTree(Node& node, bool othersMove)

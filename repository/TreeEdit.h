@@ -23,6 +23,7 @@ class TreeEdit
 {
 public:
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
 
@@ -63,23 +64,23 @@ public:
     // Files such nodes. The attributes in the list, in its order, are what the watchers are told of.
     void file(NewNodes& nodes, const std::vector<Node*>& attributes);
 
-    // Whether a new attribute may be made there with this value; the reason when it may not.
-    StatusCode acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
-                         const QVariant& value, QString& reason);
+    // Whether a new attribute may be made there with this value.
+    Outcome acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
+                      const QVariant& value);
 
-    // A new attribute, in memory or in the backend that its place belongs to; the reason when it is refused.
-    StatusCode createAttribute(const QString& path, QVariant value, AccessMode access, QString& reason);
+    // A new attribute, in memory or in the backend that its place belongs to.
+    Outcome createAttribute(const QString& path, QVariant value, AccessMode access);
 
     void setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result);
 
     // Writes an attribute that exists, in memory or in its backend; the tree shows it by setAttribute.
-    StatusCode writeDocument(const Node& node, const QVariant& value, QVariant& accepted, QString& reason);
+    Outcome writeDocument(const Node& node, const QVariant& value, QVariant& accepted);
 
-    // Takes away a node and all below it; the reason when it is refused.
-    StatusCode removeTree(const QString& path, QString& reason);
+    // Takes away a node and all below it.
+    Outcome removeTree(const QString& path);
 
     // The two halves of removeTree. The first changes no more than the document, and can be refused.
-    StatusCode removeFromDocument(Node& node, bool& othersMove, QString& reason);
+    Outcome removeFromDocument(Node& node, bool& othersMove);
     void removeFromTree(Node& node, bool othersMove);
 
     // Takes the value from a node; it stays as a group.

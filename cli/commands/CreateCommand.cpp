@@ -33,10 +33,10 @@ ExitCode run(Session& session, const Invocation& invocation)
         return session.getFailure();
     constexpr int createOnly = 2;
     constexpr int readWrite = 3;
-    const bool isCreated = session.getRepository().getWriterInterface()->createAttribute(
-        source->fullPath(path), *value, createOnly, readWrite);
-    session.tellRefusals();
-    return isCreated ? session.save(*source) : ExitCode::Refused;
+    const auto outcome = session.getRepository().getWriterInterface()->create(source->fullPath(path), *value,
+                                                                              createOnly, readWrite);
+    session.tell(outcome);
+    return outcome.ok() ? session.save(*source) : ExitCode::Refused;
 }
 
 } // namespace

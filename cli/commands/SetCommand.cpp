@@ -1,4 +1,3 @@
-#include "cli/Messages.h"
 #include "cli/Session.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
@@ -46,15 +45,13 @@ ExitCode run(Session& session, const Invocation& invocation)
     const QString fullPath = source->fullPath(path);
     QVariant present;
     repository.getReaderInterface()->readAttributeValue(fullPath, present, 0);
-    Messages::takeRefusals(); // a write-only one is written all the same
     QString reason;
     const auto value = readValue(invocation.arguments.at(2), wanted, present, reason);
     if (!value)
         return Session::fail(ExitCode::Refused,
                              QStringLiteral("%1: '%2': %3").arg(source->given, path, reason));
     constexpr int allPoints = 15;
-    const int status = repository.getWriterInterface()->writeAttributeValue(fullPath, *value, allPoints);
-    const ExitCode code = session.finish(Session::StatusCode(status));
+    const ExitCode code = session.finish(repository.getWriterInterface()->write(fullPath, *value, allPoints));
     return code == ExitCode::Done ? session.save(*source) : code;
 }
 

@@ -1,7 +1,6 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-#include "host/Shared/Logging/LogRecord.h"
 
 #include <QHash>
 
@@ -16,7 +15,6 @@ namespace {
 
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
-using Shared::Logging::LogRecord;
 
 // Prints what has changed, on whatever thread it is told of it. It knows the values, since a file that is
 // read anew tells of every attribute.
@@ -61,26 +59,6 @@ sigset_t blockEndSignals()
     return endSignals;
 }
 
-// Tells at once what is logged while the program only waits: that the file cannot be read any more, or that
-// it has to be looked at in turns.
-class LogTeller
-{
-public:
-    explicit LogTeller(const Session& session)
-        : connection(QObject::connect(&LogRecord::instance(), &LogRecord::linesAdded,
-                                      [&session] { session.tellRefusals(); }))
-    {
-        session.tellRefusals(); // what came before
-    }
-
-    ~LogTeller() { QObject::disconnect(connection); }
-    LogTeller(const LogTeller&) = delete;
-    LogTeller& operator=(const LogTeller&) = delete;
-
-private:
-    const QMetaObject::Connection connection;
-};
-
 // The reason if a thread for watching files cannot be started; empty otherwise.
 QString findNoThread()
 {
@@ -119,8 +97,11 @@ ExitCode run(Session& session, const Invocation& invocation)
                    const QString&) { printer.print(path, result, value); },
         int(UpdatePoint::AfterStore));
     if (!registration)
-        return session.finish(Session::StatusCode::InvalidPath);
-    const LogTeller teller(session);
+        return Session::fail(
+            ExitCode::Usage,
+            QStringLiteral("'%1' is not a path or pattern: names joined by \".\", none of them "
+                           "empty")
+                .arg(invocation.arguments.value(1)));
     int number = 0;
     sigwait(&endSignals, &number);
     registration->end();

@@ -109,16 +109,16 @@ public:
         diffBefore = diff();
         const quint64 loggedBefore = Shared::Logging::LogRecord::instance().getLastNumber();
         Interfaces::TransferReport report;
-        const StatusCode status = repository->getTransferInterface()->importTree(
+        const auto outcome = repository->getTransferInterface()->importTree(
             path, QString::fromStdString(type), QByteArray(text.data(), int(text.size())), report);
         after = snapshotOf(*repository, QString());
         QString broken;
-        if (status == StatusCode::Success)
+        if (outcome.ok())
             broken = checkTaken();
         else if (after != before || diff() != diffBefore)
             broken =
                 QStringLiteral("a refused import has changed something: ") + firstDifference(after, before);
-        else if (report.getReason().isEmpty() ||
+        else if (outcome.explain().isEmpty() ||
                  Shared::Logging::LogRecord::instance().getLastNumber() == loggedBefore)
             broken = QStringLiteral("a refusal has no reason");
         if (broken.isEmpty())
@@ -170,7 +170,12 @@ private:
         return snapshot;
     }
 
-    QString diff() const { return repository->getChangesInterface()->getUnsavedDiff(QStringLiteral("to")); }
+    QString diff() const
+    {
+        QString unsaved;
+        repository->getChangesInterface()->getUnsavedDiff(QStringLiteral("to"), unsaved);
+        return unsaved;
+    }
 
     QString checkTaken() const
     {

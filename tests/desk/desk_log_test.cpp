@@ -1,6 +1,7 @@
 #include "desk/FailureHint.h"
 #include "desk/LogModel.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
+#include "repository/RepositoryLog.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -15,6 +16,7 @@
 
 #include <thread>
 
+using FrameworkCore::AppConfig::Outcome;
 using namespace Shared::Logging;
 using TestSupport::pressKey;
 using TestSupport::RunningDesk;
@@ -106,8 +108,9 @@ private slots:
         enter("1000");
         QTRY_VERIFY(!hint->isVisible());
 
-        log(LogMessageType::Failure, "Repository",
-            QStringLiteral("The backend 'plant' was not saved: the disk is full"));
+        Repository::logged(
+            Outcome(FrameworkCore::AppConfig::BackendFailure, QStringLiteral("the disk is full"))
+                .of(Outcome::Operation::SaveBackend, QStringLiteral("plant")));
         QTRY_VERIFY(hint->isVisible());
         QVERIFY(!desk->part<QToolButton>("failureCopy")->isVisible()); // nothing was entered
         QVERIFY(desk->repository->getBackendInterface()->saveBackend(QStringLiteral("plant")));

@@ -8,7 +8,7 @@
 
 #include <new>
 
-using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::Interfaces::ChangesInterface;
 using FrameworkCore::AppConfig::Interfaces::ConflictSide;
 using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
@@ -22,17 +22,15 @@ class Changes : public ChangesInterface
 public:
     QStringList getEditedBackends() const override { return {}; }
     QVector<UnsavedChange> getUnsavedChanges(const QString&) const override { return {}; }
-    QString getUnsavedDiff(const QString& backend) const override
+    Outcome getUnsavedDiff(const QString& backend, QString& diff) const override
     {
         if (backend == QLatin1String("large"))
             throw std::bad_alloc();
-        return QStringLiteral("--- %1\n").arg(backend);
+        diff = QStringLiteral("--- %1\n").arg(backend);
+        return {};
     }
-    StatusCode revert(const QString&) override { return FrameworkCore::AppConfig::Success; }
-    StatusCode resolveConflicts(const QString&, ConflictSide) override
-    {
-        return FrameworkCore::AppConfig::Success;
-    }
+    Outcome revert(const QString&) override { return {}; }
+    Outcome resolveConflicts(const QString&, ConflictSide) override { return {}; }
 };
 
 } // namespace

@@ -254,7 +254,7 @@ private slots:
             const struct stat before = folder->status("sub/f.ini");
             const FileStamp stamp = FileSaver().read(path).stamp;
             const SaveFileResult result = FileSaver().save(path, "after", stamp);
-            const std::string warning = path + ": it was written in place, since " + reason.toStdString();
+            const std::string warning = "it was written in place, since " + reason.toStdString();
             const bool isSame = folder->status("sub/f.ini").st_ino == before.st_ino;
             return prepared + result.error + (result.warning == warning ? "" : result.warning) +
                    (isSame ? "" : "another inode") +

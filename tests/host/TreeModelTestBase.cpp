@@ -14,7 +14,7 @@ void TreeModelTestBase::create(const QString& path, const QVariant& value, Acces
 
 void TreeModelTestBase::remove(const QString& path) const
 {
-    QCOMPARE(int(repository->getTreeInterface()->removeTree(path)), int(Success));
+    QVERIFY(repository->getTreeInterface()->removeTree(path).ok());
 }
 
 bool TreeModelTestBase::mount(const QString& name) const

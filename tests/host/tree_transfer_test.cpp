@@ -34,27 +34,27 @@ public:
         return std::dynamic_pointer_cast<TransferInterface>(shared_from_this());
     }
 
-    StatusCode copyTree(const QString&, const QString&) override { return Success; }
-    StatusCode moveTree(const QString&, const QString&) override { return Success; }
-    StatusCode exportTree(const QString&, const QString&, QByteArray&) override { return Success; }
-    StatusCode importTree(const QString&, const QString&, const QByteArray&) override { return Success; }
+    Outcome copyTree(const QString&, const QString&) override { return {}; }
+    Outcome moveTree(const QString&, const QString&) override { return {}; }
+    Outcome exportTree(const QString&, const QString&, QByteArray&) override { return {}; }
+    Outcome importTree(const QString&, const QString&, const QByteArray&) override { return {}; }
 
-    StatusCode copyTree(const QString&, const QString&, Interfaces::TransferReport& report) override
+    Outcome copyTree(const QString&, const QString&, Interfaces::TransferReport& report) override
     {
         return work(report);
     }
-    StatusCode exportTree(const QString&, const QString&, QByteArray& text,
-                          Interfaces::TransferReport& report) override
+    Outcome exportTree(const QString&, const QString&, QByteArray& text,
+                       Interfaces::TransferReport& report) override
     {
         text = "{}";
         return work(report);
     }
-    StatusCode importTree(const QString&, const QString&, const QByteArray&,
-                          Interfaces::TransferReport& report) override
+    Outcome importTree(const QString&, const QString&, const QByteArray&,
+                       Interfaces::TransferReport& report) override
     {
         return work(report);
     }
-    StatusCode removeTree(const QString&) override
+    Outcome removeTree(const QString&) override
     {
         Interfaces::TransferReport unheard;
         return work(unheard);
@@ -64,7 +64,7 @@ public:
     bool throwsNoMemory = false;
 
 private:
-    StatusCode work(Interfaces::TransferReport& report)
+    Outcome work(Interfaces::TransferReport& report)
     {
         if (throwsNoMemory)
             throw std::bad_alloc();
@@ -72,7 +72,7 @@ private:
         report.setDone(250);
         while (!isReleased && !report.isCancelled())
             std::this_thread::yield();
-        return report.isCancelled() ? Cancelled : Success;
+        return report.isCancelled() ? Outcome(Cancelled, {}) : Outcome();
     }
 };
 

@@ -30,9 +30,9 @@ struct TakenStep
 {
     TakenStep(const QString& file, History::Direction direction)
     {
-        QString reason;
+        Outcome outcome;
         backend = Backend::open({QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite},
-                                reason);
+                                outcome);
         store->mount(backend);
         {
             const History::Scope scope(store->getHistory(), QStringLiteral("Edit"));
@@ -47,7 +47,7 @@ struct TakenStep
     // From here on only the step holds the backend.
     bool close()
     {
-        const bool isClosed = store->unmount(std::exchange(backend, nullptr), true).isEmpty();
+        const bool isClosed = store->unmount(std::exchange(backend, nullptr), true).ok();
         return isClosed && step && !step->changes.empty();
     }
 
@@ -84,7 +84,7 @@ class BackendClosingTest : public QObject
 
     bool close(const QString& name, bool discard = false)
     {
-        return repository->getBackendInterface()->closeBackend(name, discard);
+        return repository->getBackendInterface()->closeBackend(name, discard).ok();
     }
 
     QVariant read(const QString& path)
@@ -204,26 +204,25 @@ private slots:
     {
         const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n");
         const auto store = std::make_shared<AttributeStore>();
-        QString reason;
+        Outcome outcome;
         const auto backend = Backend::open(
-            {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, reason);
-        QCOMPARE(store->mount(backend), QString());
+            {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, outcome);
+        QVERIFY(store->mount(backend).ok());
         QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
-        QCOMPARE(store->unmount(backend, true), QString());
+        QVERIFY(store->unmount(backend, true).ok());
         bool isReshaped = false;
-        bool isConflict = false;
         const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
             isReshaped = !change().entries.empty() || isReshaped;
         };
-        const QString refusal = QStringLiteral("the backend 'm' is being closed");
-        QCOMPARE(backend->save(reshape), refusal);
+        const QString refusal = QStringLiteral("its backend is being closed");
+        QCOMPARE(backend->save(reshape).toText(), refusal);
         QCOMPARE(TestSupport::contentOf(file), QByteArray("a=1\n"));
         TestSupport::writeFile(file, "a=5\n");
-        QCOMPARE(backend->reload(Backend::Look::Asked, reshape), refusal);
-        QCOMPARE(backend->reload(Backend::Look::Happening, reshape), QString());
-        QCOMPARE(backend->revert(QStringLiteral("m"), reshape), refusal);
-        backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, reshape, isConflict);
-        QVERIFY(!isConflict);
+        QCOMPARE(backend->reload(Backend::Look::Asked, reshape).toText(), refusal);
+        QVERIFY(backend->reload(Backend::Look::Happening, reshape).ok());
+        QCOMPARE(backend->revert(QStringLiteral("m"), reshape).toText(), refusal);
+        QCOMPARE(backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, reshape),
+                 NotFound);
         QVERIFY(!isReshaped);
     }
 

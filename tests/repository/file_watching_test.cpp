@@ -238,7 +238,7 @@ private slots:
         std::atomic<int> reports{0};
         std::atomic<int> calls{0};
         const auto call = [&calls] { ++calls; };
-        FileWatcher watcher([&](const std::string&) { ++reports; });
+        FileWatcher watcher([&](auto&&...) { ++reports; });
         const auto name = QFile::encodeName(file).toStdString();
         {
             const TestSupport::NoThreads none;
@@ -257,7 +257,7 @@ private slots:
     {
         std::atomic<int> reports{0};
         std::atomic<int> calls{0};
-        FileWatcher watcher([&](const std::string&) { ++reports; });
+        FileWatcher watcher([&](auto&&...) { ++reports; });
         watcher.watch(QFile::encodeName(file).toStdString(),
                       std::chrono::system_clock::now() + std::chrono::hours(1), [&calls] {
                           ++calls;
@@ -278,7 +278,7 @@ private slots:
         settings.polling = std::chrono::milliseconds(5);
         std::atomic<int> reports{0};
         std::atomic<int> calls{0};
-        FileWatcher watcher([&](const std::string&) { ++reports; }, settings);
+        FileWatcher watcher([&](auto&&...) { ++reports; }, settings);
         const auto name = QFile::encodeName(file).toStdString();
         const int number = watcher.watch(name, std::chrono::system_clock::now() + std::chrono::hours(1),
                                          [&calls] { ++calls; });

@@ -286,7 +286,8 @@ private slots:
         repository->getNotificationInterface()->registerUpdateCallback(
             QStringLiteral("m*"), [&heard](auto&&...) { ++heard; }, 15);
         QCOMPARE(history()->undo(), NotWritable);
-        QVERIFY2(lastFailure().contains(QStringLiteral("'Two' was not undone: 'm.r.z' has changed since")),
+        QVERIFY2(lastFailure().contains(
+                     QStringLiteral("'Two' was not undone: it has been changed since: 'm.r.z'")),
                  qPrintable(lastFailure()));
         QCOMPARE(tree(), before);
         QCOMPARE(heard, 0);

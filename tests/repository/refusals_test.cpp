@@ -138,11 +138,10 @@ private slots:
                  "'rw..port' was not set to '1' (a whole number): a path is names joined by '.', none of "
                  "them empty and none with '*' in it");
         writeRow("read-only backend", "ro.port", 1,
-                 "'ro.port' was not set to '1' (a whole number): the backend 'ro' is read-only; to change "
-                 "it, open its file ~/ro for writing");
+                 "'ro.port' was not set to '1' (a whole number): ~/ro: it is open as read-only; open it "
+                 "for writing to change it");
         writeRow("read-only attribute", "memory.fixed", 2,
-                 "'memory.fixed' was not set to '2' (a whole number): 'memory.fixed' was created as "
-                 "read-only");
+                 "'memory.fixed' was not set to '2' (a whole number): created as read-only");
         writeRow("the repository's own", "internal.repository.path_separator", text("/"),
                  "'internal.repository.path_separator' was not set to '/' (a text): it belongs to the "
                  "repository itself, which alone changes it");
@@ -160,7 +159,7 @@ private slots:
                   "'' was not set to '5' (a whole number): a path is names joined by '.', none of them empty "
                   "and none with '*' in it");
         createRow("access", "a.b", 5, 0,
-                  "'a.b' was not set: 0 is no access mode; 1 is read-only, 2 write-only, 3 read-write");
+                  "'a.b' was not set: 0 is not an access mode; 1 is read-only, 2 write-only, 3 read-write");
         createRow("no type", "a.b", QVariantMap(), 3,
                   "'a.b' was not set to a value of the type QVariantMap: an attribute holds true or false, a "
                   "number, a text, a list of texts, bytes, a date or a time, and nothing else");
@@ -168,8 +167,8 @@ private slots:
                   "'internal.mine' was not set to nothing: it belongs to the repository itself, which alone "
                   "changes it");
         createRow("new in a read-only backend", "ro.s.new", 5, 3,
-                  "'ro.s.new' was not set to '5' (a whole number): the backend 'ro' is read-only; to change "
-                  "it, open its file ~/ro for writing");
+                  "'ro.s.new' was not set to '5' (a whole number): ~/ro: it is open as read-only; open it "
+                  "for writing to change it");
         createRow("rule of a new one", "memory.new", 0, 3,
                   "'memory.new' was not set to '0' (a whole number): the validation 'range(1,1023)' asks for "
                   "a number from 1 to 1023");
@@ -179,28 +178,28 @@ private slots:
 
         removeRow("remove nothing", "rw.none", "'rw.none' was left as it is: there is no such attribute");
         removeRow("remove a root", "rw",
-                  "'rw' was left as it is: it holds the root of the backend 'rw'; close that backend "
+                  "'rw' was left as it is: it holds the root of the backend; close that backend "
                   "instead");
         removeRow("remove what is read-only", "ro.port",
-                  "'ro.port' was left as it is: the backend 'ro' is read-only; to change it, open its file "
-                  "~/ro for writing");
+                  "'ro.port' was left as it is: ~/ro: it is open as read-only; open it for writing to "
+                  "change it");
         removeRow("remove a group with one that is read-only", "memory",
-                  "'memory' was left as it is: 'memory.fixed' was created as read-only");
+                  "'memory' was left as it is: created as read-only: 'memory.fixed'");
 
         row("import",
             "'rw.port' was not set to '2000' (a whole number): the validation 'range(1,1023)' asks "
             "for a number from 1 to 1023",
             [](RefusalsTest& test) { return test.import("rw", "{\"host\": \"x\", \"port\": 2000}"); });
         row("import into what is write-only",
-            "'wo.port' was left as it is: the validation 'range(1,1023)' asks for a number from 1 to 1023",
+            "'wo.port' was not set: the validation 'range(1,1023)' asks for a number from 1 to 1023",
             [](RefusalsTest& test) { return test.import("wo", "{\"port\": 2000}"); });
         row("unknown validation",
             "'rw.port' was not given the validation 'range(9,1)': range needs a lower and an upper bound, as "
             "in range(0,100)",
             [](RefusalsTest& test) { return test.addValidation("rw.port", "range(9,1)"); });
         row("undo",
-            "'Set the port' was not undone: 'rw.port' has changed since: it is '82' (a whole number) now, "
-            "and the step left it '81' (a whole number); put that back first",
+            "'Set the port' was not undone: it has been changed since: 'rw.port' is '82' (a whole number) "
+            "now, and the step left it '81' (a whole number); put that back first",
             &RefusalsTest::undoOfWhatHasChangedSince);
     }
 

@@ -167,12 +167,12 @@ private slots:
         repository->getNotificationInterface()->registerUpdateCallback(
             QStringLiteral("*"), [&heard](auto&&...) { ++heard; }, 15);
         if (moved != Success) {
-            QCOMPARE(int(transfer()->moveTree(from, to)), moved);
+            QCOMPARE(int(transfer()->moveTree(from, to).getStatus()), moved);
             QVERIFY2(lastFailure().contains(where), qPrintable(lastFailure()));
             QCOMPARE(heard, 0);
             QCOMPARE(tree(QString()), before);
         }
-        QCOMPARE(int(transfer()->copyTree(from, to)), copied);
+        QCOMPARE(int(transfer()->copyTree(from, to).getStatus()), copied);
         QCOMPARE(heard > 0, copied == Success);
         if (copied == Success)
             return;
@@ -216,7 +216,7 @@ private slots:
         const QStringList before = tree(QString());
         const auto refused = [&](const QString& path, const char* type, const QByteArray& text, int status,
                                  const char* reason) {
-            const int actual = transfer()->importTree(path, QLatin1String(type), text);
+            const int actual = transfer()->importTree(path, QLatin1String(type), text).getStatus();
             QVERIFY2(lastFailure().contains(QLatin1String(reason)), qPrintable(lastFailure()));
             QCOMPARE(actual, status);
             QCOMPARE(tree(QString()), before);

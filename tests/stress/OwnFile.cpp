@@ -23,7 +23,7 @@ void OwnFile::step()
         expect(repository->getBackendInterface()->saveBackend(name), "saving");
         saved = values;
     } else if (choice < 95) {
-        expect(repository->getBackendInterface()->reloadBackend(name), "reloading");
+        expect(repository->getBackendInterface()->reloadBackend(name).ok(), "reloading");
     } else {
         openAgain();
     }
@@ -88,7 +88,7 @@ void OwnFile::remove()
 
 void OwnFile::openAgain()
 {
-    expect(repository->getBackendInterface()->closeBackend(name, true), "closing");
+    expect(repository->getBackendInterface()->closeBackend(name, true).ok(), "closing");
     expect(repository->getTreeInterface()->findPaths({name + QStringLiteral(".*")}).isEmpty(),
            "what is left after closing");
     expect(mount(*repository), "mounting again");

@@ -154,8 +154,8 @@ void OwnTree::transfer(bool isMove)
     const QStringList sources = attributesWithin(from);
     const bool isExpected = !sources.isEmpty() && !isNode(to) && !isWithin(to, from);
     const auto transfers = repository->getTransferInterface();
-    const StatusCode status = isMove ? transfers->moveTree(from, to) : transfers->copyTree(from, to);
-    expect((status == Success) == isExpected, isMove ? "moving" : "copying", from);
+    const Outcome outcome = isMove ? transfers->moveTree(from, to) : transfers->copyTree(from, to);
+    expect(outcome.ok() == isExpected, isMove ? "moving" : "copying", from);
     if (!isExpected)
         return;
     QStringList told = isMove ? sources : QStringList();

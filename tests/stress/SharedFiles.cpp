@@ -141,6 +141,7 @@ void SharedFiles::useChanges()
 {
     const auto changes = repository->getChangesInterface();
     const QString name = anyBackend();
+    QString diff;
     switch (random.bounded(4)) {
     case 0:
         changes->revert(anyPath());
@@ -151,7 +152,7 @@ void SharedFiles::useChanges()
         break;
     case 2:
         changes->getUnsavedChanges(name);
-        changes->getUnsavedDiff(name);
+        changes->getUnsavedDiff(name, diff);
         break;
     default:
         changes->getEditedBackends();

@@ -441,25 +441,25 @@ QStringList FakeRepository::findPaths(const PathSearch& search) const
     return tree.findPaths(search);
 }
 
-StatusCode FakeRepository::removeTree(const QString& path)
+Outcome FakeRepository::removeTree(const QString& path)
 {
     Guard guard(mutex);
     if (path.isEmpty() || !tree.find(path))
-        return StatusCode::NotFound;
+        return {StatusCode::NotFound, QStringLiteral("there is no such attribute")};
     QStringList roots;
     for (const auto& backend : qAsConst(backends))
         roots.append(backend->root);
     const bool holdsRoot = std::any_of(roots.cbegin(), roots.cend(),
                                        [&](const QString& root) { return tree.isAtOrBelow(root, path); });
     if (holdsRoot || tree.isAtOrBelow(path, QStringLiteral("internal")))
-        return StatusCode::NotWritable;
+        return {StatusCode::NotWritable, QStringLiteral("it cannot be removed")};
     QList<Update> updates;
     const QStringList gone = tree.remove(path, roots);
     for (const QString& attribute : gone)
         updates.append({attribute, UpdateResult::Removed, QVariant(), allPoints, {}});
     guard.unlock();
     tell(updates);
-    return StatusCode::Success;
+    return {};
 }
 
 int FakeRepository::takeNextStatus()

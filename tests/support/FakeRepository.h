@@ -104,7 +104,7 @@ public:
     FrameworkCore::AppConfig::Interfaces::NodeInformation
     getNodeInformation(const QString& path) const override;
     QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search) const override;
-    FrameworkCore::AppConfig::StatusCode removeTree(const QString& path) override;
+    FrameworkCore::AppConfig::Outcome removeTree(const QString& path) override;
 
 private:
     struct Update;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QString>
@@ -24,6 +24,20 @@ public:
     // Converts the value to the attribute's type and stores it; an invalid value sets the type's empty value.
     // points is the sum of the UpdatePoints to notify. Gives a StatusCode; unless Success, nothing changed.
     virtual int writeAttributeValue(const QString& path, const QVariant& value, const int& points) = 0;
+
+    // The same two with all that is known of a refusal; of a repository that does not override them, no more
+    // than the status.
+    virtual Outcome create(const QString& path, const QVariant& value, int option, int access)
+    {
+        return createAttribute(path, value, option, access)
+                   ? Outcome()
+                   : Outcome(BackendFailure, QStringLiteral("the log says why"));
+    }
+    virtual Outcome write(const QString& path, const QVariant& value, int points)
+    {
+        const auto status = StatusCode(writeAttributeValue(path, value, points));
+        return status == Success ? Outcome() : Outcome(status, QStringLiteral("the log says why"));
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/BackendConfiguration.h"
 #include "host/FrameworkCore/AppConfig/BackendInformationInterface.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 
 #include <QStringList>
 
@@ -34,22 +35,33 @@ public:
     virtual std::shared_ptr<BackendInformationInterface> getBackendInformation(const QString& name) = 0;
 
     // Reads the backend's file anew. Edits are kept; where the file has changed what was edited, they are a
-    // conflict (see ChangesInterface). False when the file cannot be read or parsed; nothing changes then. A
-    // repository that does not override it reloads nothing.
-    virtual bool reloadBackend(const QString& name)
+    // conflict (see ChangesInterface). Refused when the file cannot be read or parsed; nothing changes then.
+    // A repository that does not override it reloads nothing.
+    virtual Outcome reloadBackend(const QString& /*name*/)
     {
-        Q_UNUSED(name)
-        return false;
+        return {BackendFailure, QStringLiteral("this repository reloads nothing")};
     }
 
     // Takes the backend and its attributes out of the tree and leaves its file alone; watchers hear
-    // "removed". Other backends that are mounted below it stay. False when there are unsaved changes that are
-    // not to be discarded. A repository that does not override it closes nothing.
-    virtual bool closeBackend(const QString& name, bool discardChanges)
+    // "removed". Other backends that are mounted below it stay. Refused when there are unsaved changes that
+    // are not to be discarded. A repository that does not override it closes nothing.
+    virtual Outcome closeBackend(const QString& /*name*/, bool /*discardChanges*/)
     {
-        Q_UNUSED(name)
-        Q_UNUSED(discardChanges)
-        return false;
+        return {BackendFailure, QStringLiteral("this repository closes nothing")};
+    }
+
+    // createBackend and saveBackend with all that is known of a refusal, and the warnings of a success; of a
+    // repository that does not override them, no more than whether it worked.
+    virtual Outcome mount(const QString& type, const QString& name, const BackendConfiguration& configuration,
+                          int option)
+    {
+        return createBackend(type, name, configuration, option)
+                   ? Outcome()
+                   : Outcome(BackendFailure, QStringLiteral("the log says why"));
+    }
+    virtual Outcome save(const QString& name)
+    {
+        return saveBackend(name) ? Outcome() : Outcome(BackendFailure, QStringLiteral("the log says why"));
     }
 };
 

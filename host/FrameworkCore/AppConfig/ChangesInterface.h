@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QString>
@@ -38,17 +38,17 @@ public:
     // mounted is one conflict at the backend's root. Its cost grows with the size of the file.
     virtual QVector<UnsavedChange> getUnsavedChanges(const QString& backend) const = 0;
 
-    // What saving would change in the file, as a unified diff with three lines of context; empty without
-    // changes and for a write-only backend.
-    virtual QString getUnsavedDiff(const QString& backend) const = 0;
+    // Gives what saving would change in the file, as a unified diff with three lines of context; empty
+    // without changes and for a write-only backend.
+    virtual Outcome getUnsavedDiff(const QString& backend, QString& diff) const = 0;
 
     // Gives the node and all below it the values that its file holds, which also resolves their conflicts; a
     // backend's root reverts the whole backend. Watchers are told.
-    virtual StatusCode revert(const QString& path) = 0;
+    virtual Outcome revert(const QString& path) = 0;
 
     // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs
     // reverts them. NotFound where there is no conflict.
-    virtual StatusCode resolveConflicts(const QString& path, ConflictSide side) = 0;
+    virtual Outcome resolveConflicts(const QString& path, ConflictSide side) = 0;
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QString>
@@ -35,8 +35,8 @@ public:
 
     // Takes back the newest step, and does it again. All or nothing: refused when one of its attributes has
     // got another value meanwhile. Watchers are told as of any change. NotFound when there is none.
-    virtual StatusCode undo() = 0;
-    virtual StatusCode redo() = 0;
+    virtual Outcome undo() = 0;
+    virtual Outcome redo() = 0;
 
     // Names of the steps that undo and redo would take; empty when there is none.
     virtual QString getUndoName() const = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/AppConfig/TransferReport.h"
 #include "host/FrameworkCore/CoreExport.h"
 
@@ -19,35 +19,35 @@ public:
 
     // Copies the node and all below it; `to` is the path of the copy. AlreadyExists when there is a node at
     // `to`, InvalidPath when it lies at or below `from`.
-    virtual StatusCode copyTree(const QString& from, const QString& to) = 0;
+    virtual Outcome copyTree(const QString& from, const QString& to) = 0;
 
     // Gives the node and all below it another path. Refused as copyTree and removeTree are.
-    virtual StatusCode moveTree(const QString& from, const QString& to) = 0;
+    virtual Outcome moveTree(const QString& from, const QString& to) = 0;
 
     // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; where such
     // a file has no place for the node's own value, they begin with the node's name. Type marks are those of
     // such files, and groups without entries are left out where these have no place for them. Attributes and
     // texts of xml are plain members of json, and "$names" at its end says so. The empty path exports
     // everything but what is the repository's own.
-    virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
+    virtual Outcome exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
 
     // Creates the attributes of such a text below `path`; those that exist already are written. A text that
     // is none of that type gives BackendFailure, with line, column and reason in the log.
-    virtual StatusCode importTree(const QString& path, const QString& type, const QByteArray& text) = 0;
+    virtual Outcome importTree(const QString& path, const QString& type, const QByteArray& text) = 0;
 
-    // The same with a report. A cancelled one gives Cancelled, has changed nothing and is not logged. A
-    // repository that does not override them tells no more than the status, and cannot be cancelled.
-    virtual StatusCode copyTree(const QString& from, const QString& to, TransferReport& /*report*/)
+    // The same with a report. A cancelled one gives Cancelled, has changed nothing and is not logged. Those
+    // of a repository that does not override them cannot be cancelled.
+    virtual Outcome copyTree(const QString& from, const QString& to, TransferReport& /*report*/)
     {
         return copyTree(from, to);
     }
-    virtual StatusCode exportTree(const QString& path, const QString& type, QByteArray& text,
-                                  TransferReport& /*report*/)
+    virtual Outcome exportTree(const QString& path, const QString& type, QByteArray& text,
+                               TransferReport& /*report*/)
     {
         return exportTree(path, type, text);
     }
-    virtual StatusCode importTree(const QString& path, const QString& type, const QByteArray& text,
-                                  TransferReport& /*report*/)
+    virtual Outcome importTree(const QString& path, const QString& type, const QByteArray& text,
+                               TransferReport& /*report*/)
     {
         return importTree(path, type, text);
     }

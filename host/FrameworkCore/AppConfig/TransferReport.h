@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-
 #include <atomic>
 
 namespace FrameworkCore::AppConfig::Interfaces {
@@ -24,11 +22,6 @@ public:
     void setTotal(int count) { total = count; }
     void setDone(int count) { done = count; }
 
-    // Why nothing was done, for the person; empty on success. Read and written only once the operation has
-    // ended.
-    const QString& getReason() const { return reason; }
-    void setReason(const QString& text) { reason = text; }
-
     // Whether something of an exported text comes from a file that not everybody may read, so that neither
     // may everybody read the text. Read once the operation has ended.
     bool isPrivate() const { return hasPrivateSource; }
@@ -38,7 +31,6 @@ private:
     std::atomic<bool> cancelled{false};
     std::atomic<int> done{0};
     std::atomic<int> total{0};
-    QString reason;
     bool hasPrivateSource = false;
 };
 

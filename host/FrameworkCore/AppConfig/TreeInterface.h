@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
-#include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QString>
@@ -72,7 +72,7 @@ public:
     // Removes the node and all below it, in the files of backends too, and tells the watchers of every
     // attribute. Refused, with the reason in the log: "internal", a backend's root, what holds one, what is
     // not writable.
-    virtual StatusCode removeTree(const QString& path) = 0;
+    virtual Outcome removeTree(const QString& path) = 0;
 
     // As getChildren, but only those whose names begin with the text, in its case; a repository that does not
     // override it looks at all children.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 #include "host/Shared/Logging/LogMessageType.h"
 
@@ -23,6 +24,7 @@ struct LogLine
     QString identification;
     QString category;
     QString text;
+    FrameworkCore::AppConfig::Outcome outcome = {}; // that the text was made of; a success where it was none
 };
 
 // The last lines of the process's log, kept in memory. Any thread; one object for the process.

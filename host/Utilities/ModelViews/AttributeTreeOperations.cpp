@@ -12,6 +12,7 @@
 
 namespace Utilities::ModelViews {
 
+using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using namespace FrameworkCore::AppConfig::Interfaces;
 
@@ -45,12 +46,12 @@ bool isBlank(const QByteArray& bytes)
     return std::all_of(bytes.begin() + begin, bytes.end(), [](char c) { return std::isspace(uchar(c)); });
 }
 
-// Why a transfer did nothing; a repository that does not say it has logged it.
-QString reasonOf(StatusCode status, const TransferReport& report)
+// Why a transfer of a subtree did nothing.
+QString reasonOf(const Outcome& outcome, const QString& path)
 {
-    if (status == StatusCode::Cancelled)
+    if (outcome == StatusCode::Cancelled)
         return tr("it was cancelled");
-    return report.getReason().isEmpty() ? tr("the log says why") : report.getReason();
+    return outcome.get().subject == path ? outcome.explain() : outcome.toText();
 }
 
 bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fileName, const QString& type,
@@ -65,21 +66,23 @@ bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fi
         return refused(tr("this repository exports nothing"));
     TransferReport report;
     QString fileError;
-    const StatusCode status = TransferWindow::run(
+    const Outcome outcome = TransferWindow::run(
         tr("Exporting %1").arg(path),
         [&](TransferReport& running) {
             QByteArray text;
-            const StatusCode exported = transfer->exportTree(path, type, text, running);
-            if (exported != StatusCode::Success || running.isCancelled())
-                return running.isCancelled() ? StatusCode::Cancelled : exported;
+            Outcome exported = transfer->exportTree(path, type, text, running);
+            if (running.isCancelled())
+                return Outcome(StatusCode::Cancelled, {});
+            if (!exported.ok())
+                return exported;
             const auto readers =
                 running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
             fileError = TextFile::writeBytes(fileName, text, readers);
-            return StatusCode::Success;
+            return exported;
         },
         report);
-    if (status != StatusCode::Success)
-        return refused(reasonOf(status, report));
+    if (!outcome.ok())
+        return refused(reasonOf(outcome, path));
     errorText = fileError;
     return errorText.isEmpty();
 }
@@ -101,7 +104,8 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
                    const auto step = beginStep(*repository, tr("Delete %1").arg(lastName(path)));
                    return tree->removeTree(path);
                },
-               report, TransferWindow::Cancelling::Impossible) == StatusCode::Success;
+               report, TransferWindow::Cancelling::Impossible)
+        .ok();
 }
 
 bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QString& target) const
@@ -119,7 +123,8 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
                    const auto step = beginStep(*repository, tr("Paste %1").arg(lastName(target)));
                    return transfer->copyTree(source, target, running);
                },
-               report) == StatusCode::Success;
+               report)
+        .ok();
 }
 
 bool AttributeTreeViewModelUtils::exportAttributeToJson(const QString& fileName, const QString& path,
@@ -152,14 +157,14 @@ bool AttributeTreeViewModelUtils::importAttributeFromJson(const QString& fileNam
     if (isBlank(text))
         return refused(tr("the file is empty"));
     TransferReport report;
-    const StatusCode status = TransferWindow::run(
+    const Outcome outcome = TransferWindow::run(
         tr("Importing %1").arg(fileName),
         [&](TransferReport& running) {
             const auto step = beginStep(*repository, tr("Import %1").arg(QFileInfo(fileName).fileName()));
             return transfer->importTree(path, QStringLiteral("json"), text, running);
         },
         report);
-    return status == StatusCode::Success || refused(reasonOf(status, report));
+    return outcome.ok() || refused(reasonOf(outcome, path));
 }
 
 } // namespace Utilities::ModelViews

@@ -23,10 +23,10 @@ std::string nameOnDisk(const QString& name)
     return QFile::encodeName(name).toStdString();
 }
 
-void logWarning(const std::string& warning)
+void logWarning(const QString& name, const std::string& warning)
 {
     if (!warning.empty())
-        logFailure(QString::fromStdString(warning));
+        logFailure(name + QStringLiteral(": ") + QString::fromStdString(warning));
 }
 
 QString textError(const std::string& bytes)
@@ -75,7 +75,7 @@ QString TextFile::read(const QString& name, QString& text)
 QString TextFile::readBytes(const QString& name, QByteArray& bytes)
 {
     const Files::ReadFileResult file = Files::FileSaver().read(nameOnDisk(name));
-    logWarning(file.warning);
+    logWarning(name, file.warning);
     if (!file.ok())
         return unread(name, QString::fromStdString(file.reason));
     bytes = QByteArray::fromStdString(file.bytes);
@@ -96,7 +96,7 @@ QString TextFile::writeBytes(const QString& name, const QByteArray& bytes, Reade
     const mode_t newFileMode = readers == Readers::OwnerOnly ? 0600 : 0666;
     const Files::SaveFileResult saved =
         Files::FileSaver().overwrite(nameOnDisk(name), bytes.toStdString(), newFileMode);
-    logWarning(saved.warning);
+    logWarning(name, saved.warning);
     return saved.ok() ? QString() : unsaved(name, QString::fromStdString(saved.reason));
 }
 

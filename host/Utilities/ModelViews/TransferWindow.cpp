@@ -25,44 +25,42 @@ constexpr std::chrono::milliseconds lookInterval(40);
 
 using TransferReport = TransferWindow::TransferReport;
 
-TransferWindow::StatusCode fail(const QString& text, const QString& reason, TransferReport& report)
+TransferWindow::Outcome fail(const QString& text, const QString& reason)
 {
     logFailure(QStringLiteral("%1: %2").arg(text, reason));
-    report.setReason(reason);
-    return TransferWindow::StatusCode::BackendFailure;
+    return {FrameworkCore::AppConfig::BackendFailure, reason};
 }
 
-TransferWindow::StatusCode runGuarded(const QString& text, const TransferWindow::Operation& operation,
-                                      TransferReport& report)
+TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Operation& operation,
+                                   TransferReport& report)
 {
     try {
         return operation(report);
     } catch (...) {
-        return fail(text, currentFailure(), report);
+        return fail(text, currentFailure());
     }
 }
 
 } // namespace
 
-FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, const Operation& operation,
-                                                         TransferReport& report, Cancelling cancelling)
+FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const Operation& operation,
+                                                      TransferReport& report, Cancelling cancelling)
 {
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
         return runGuarded(text, operation, report);
     QString failure;
-    std::future<StatusCode> status =
-        startWorker([&] { return runGuarded(text, operation, report); }, failure);
-    if (!status.valid())
-        return fail(text, failure, report);
-    if (status.wait_for(unseen) == std::future_status::ready)
-        return status.get();
+    std::future<Outcome> outcome = startWorker([&] { return runGuarded(text, operation, report); }, failure);
+    if (!outcome.valid())
+        return fail(text, failure);
+    if (outcome.wait_for(unseen) == std::future_status::ready)
+        return outcome.get();
 
     const QPointer<TransferWindow> window(
         new TransferWindow(text, report, cancelling)); // may go with its parent
     QEventLoop loop;
     QTimer look;
     connect(&look, &QTimer::timeout, &loop, [&] {
-        if (status.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+        if (outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
             loop.quit();
         else if (window)
             window->showProgress();
@@ -72,7 +70,7 @@ FrameworkCore::AppConfig::StatusCode TransferWindow::run(const QString& text, co
     window->show();
     loop.exec(); // also ends when the program does
     delete window;
-    return status.get(); // the operation uses what the caller owns
+    return outcome.get(); // the operation uses what the caller owns
 }
 
 TransferWindow::TransferWindow(const QString& text, TransferReport& transferReport, Cancelling cancelling)

@@ -19,18 +19,18 @@ class TransferWindow : public QDialog
     Q_OBJECT
 
 public:
-    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
-    using Operation = std::function<StatusCode(TransferReport& report)>;
+    using Operation = std::function<Outcome(TransferReport& report)>;
 
     enum class Cancelling { Possible, Impossible };
 
-    // Runs the operation on a thread of its own and gives its status. The window comes when the operation
+    // Runs the operation on a thread of its own and gives its outcome. The window comes when the operation
     // takes longer than a second; until then the caller just waits. Where there are no widgets, and on any
     // other thread than theirs, the operation simply runs. What the operation throws, and a thread that
-    // cannot be started, is logged and reported, and gives BackendFailure.
-    static StatusCode run(const QString& text, const Operation& operation, TransferReport& report,
-                          Cancelling cancelling = Cancelling::Possible);
+    // cannot be started, is logged, and gives BackendFailure.
+    static Outcome run(const QString& text, const Operation& operation, TransferReport& report,
+                       Cancelling cancelling = Cancelling::Possible);
 
     // Closing the window asks the operation to end; the window goes with it.
     void reject() override;
