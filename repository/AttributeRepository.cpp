@@ -1,15 +1,17 @@
 #include "repository/AttributeRepository.h"
 
+#include "repository/AttachedRules.h"
 #include "repository/AttributeStore.h"
 #include "repository/BackendChanges.h"
 #include "repository/BackendRegistry.h"
 #include "repository/MemoryGuard.h"
+#include "repository/Mounts.h"
 #include "repository/PathRules.h"
-#include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
-#include "repository/Rule.h"
 #include "repository/StepReplay.h"
+#include "repository/Subscriptions.h"
 #include "repository/SubtreeTransfer.h"
+#include "repository/TreeReader.h"
 
 namespace Repository {
 
@@ -85,76 +87,40 @@ private:
     std::shared_ptr<AttributeStore> store;
 };
 
-class Notifications : public Interfaces::NotificationInterface
-{
-public:
-    explicit Notifications(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
-
-    std::shared_ptr<Interfaces::RegistrationInterface>
-    registerUpdateCallback(const QString& pathOrPattern, const Interfaces::UpdateCallback& callback,
-                           const int& points) override
-    {
-        return store->addRegistration(pathOrPattern, callback, points);
-    }
-
-private:
-    std::shared_ptr<AttributeStore> store;
-};
-
-class Validations : public Interfaces::ValidationInterface
-{
-public:
-    explicit Validations(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
-
-    QStringList getValidationNames() override { return ruleNames(); }
-
-    int addValidation(const QString& path, const QString& validationName) override
-    {
-        return logged(store->addRule(path, validationName)).ok() ? 1 : 0;
-    }
-
-    QVector<Interfaces::ValidationDescription> getValidationDescriptions() override
-    {
-        return ruleDescriptions();
-    }
-
-    QStringList getValidationsOf(const QString& path) const override { return store->getRules(path); }
-
-private:
-    std::shared_ptr<AttributeStore> store;
-};
-
 class Tree : public Interfaces::TreeInterface
 {
 public:
-    explicit Tree(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+    explicit Tree(std::shared_ptr<AttributeStore> attributes)
+        : store(std::move(attributes)), reader(*store->getTree())
+    {
+    }
 
     QStringList getChildNames(const QString& path) const override
     {
-        return looked(path, [&] { return store->getChildNames(path); });
+        return looked(path, [&] { return reader.getChildNames(path); });
     }
-    int getChildCount(const QString& path) const override { return store->getChildCount(path); }
+    int getChildCount(const QString& path) const override { return reader.getChildCount(path); }
     QStringList getLastChildNames(const QString& path, int count) const override
     {
-        return looked(path, [&] { return store->getLastChildNames(path, count); });
+        return looked(path, [&] { return reader.getLastChildNames(path, count); });
     }
     QVector<Interfaces::ChildInformation> getChildren(const QString& path) const override
     {
-        return looked(path, [&] { return store->getChildren(path, {}); });
+        return looked(path, [&] { return reader.getChildren(path, {}); });
     }
 
     QVector<Interfaces::ChildInformation> getChildrenBeginningWith(const QString& path,
                                                                    const QString& beginning) const override
     {
-        return looked(path, [&] { return store->getChildren(path, beginning); });
+        return looked(path, [&] { return reader.getChildren(path, beginning); });
     }
     Interfaces::NodeInformation getNodeInformation(const QString& path) const override
     {
-        return store->getNodeInformation(path);
+        return reader.getNodeInformation(path);
     }
     QStringList findPaths(const Interfaces::PathSearch& search) const override
     {
-        return looked(search.pattern, [&] { return store->findPaths(search); });
+        return looked(search.pattern, [&] { return reader.findPaths(search); });
     }
     Outcome removeTree(const QString& path) override
     {
@@ -163,6 +129,7 @@ public:
 
 private:
     std::shared_ptr<AttributeStore> store;
+    const TreeReader reader;
 };
 
 class Steps : public Interfaces::HistoryInterface
@@ -183,7 +150,8 @@ public:
 private:
     Outcome replay(History::Direction direction)
     {
-        return logged(guardMemory([&] { return StepReplay(*store, direction).run(); }));
+        return logged(
+            guardMemory([&] { return StepReplay(*store->getTree(), store->getHistory(), direction).run(); }));
     }
 
     class OpenStep : public Step
@@ -207,8 +175,9 @@ private:
 std::shared_ptr<AttributeRepository> AttributeRepository::create(const RepositoryOptions& options)
 {
     auto store = std::make_shared<AttributeStore>(options.historyBound);
-    store->publish(QStringLiteral("internal.repository.path_separator"), QString(pathSeparator));
-    store->publish(QStringLiteral("internal.backends.names"), {});
+    Mounts mounts(*store->getTree(), store->getHistory());
+    mounts.publish(QStringLiteral("internal.repository.path_separator"), QString(pathSeparator));
+    mounts.publish(QStringLiteral("internal.backends.names"), {});
     return std::shared_ptr<AttributeRepository>(new AttributeRepository(store, options));
 }
 
@@ -216,8 +185,8 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
                                          const RepositoryOptions& options)
     : backends(std::make_shared<BackendRegistry>(store, options.watchesFiles, options.observer)),
       reader(std::make_shared<Reader>(store)), writer(std::make_shared<Writer>(store)),
-      notifications(std::make_shared<Notifications>(store)),
-      validations(std::make_shared<Validations>(store)), tree(std::make_shared<Tree>(store)),
+      notifications(std::make_shared<Subscriptions>(store->getTree())),
+      validations(std::make_shared<AttachedRules>(store->getTree())), tree(std::make_shared<Tree>(store)),
       transfer(std::make_shared<SubtreeTransfer>(store)), changes(std::make_shared<BackendChanges>(store)),
       history(std::make_shared<Steps>(store))
 {

@@ -3,18 +3,18 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeSnapshot.h"
 #include "repository/Backend.h"
+#include "repository/Delivery.h"
 #include "repository/PathRules.h"
 #include "repository/Refusals.h"
-#include "repository/RegistrationHandle.h"
-#include "repository/RegistrationHold.h"
-#include "repository/RepositoryLog.h"
 #include "repository/TreeEdit.h"
+#include "repository/WriteCheck.h"
 
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 
-AttributeStore::AttributeStore(std::size_t historyBound) : history(historyBound)
+AttributeStore::AttributeStore(std::size_t historyBound)
+    : tree(std::make_shared<AttributeTree>()), history(historyBound)
 {
 }
 
@@ -23,7 +23,7 @@ AttributeStore::~AttributeStore() = default;
 FrameworkCore::AppConfig::StatusCode AttributeStore::read(const QString& path, QVariant& value)
 {
     const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     const Node* node = shard.find(key);
     value = QVariant();
@@ -39,7 +39,7 @@ std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeInterface>
 AttributeStore::getAttribute(const QString& path)
 {
     const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
     const std::lock_guard lock(shard.mutex);
     const Node* node = shard.find(key);
     if (!node || !node->isAttribute())
@@ -54,10 +54,10 @@ Outcome AttributeStore::create(const QString& path, const QVariant& value, int o
     Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
     if (outcome.ok()) {
         const History::Scope step(history, [&path] { return QStringLiteral("Create %1").arg(path); });
-        TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
+        TreeEdit edit(*tree, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
         outcome = edit.createAttribute(path, *std::move(attributeValue), AccessMode(access));
         if (!outcome.ok())
-            isHidden = isHidden || hidesValues(path);
+            isHidden = isHidden || tree->hidesValues(path);
     }
     if (outcome == StatusCode::AlreadyExists && option == createOrWrite)
         return write(path, value, Delivery::allPoints);
@@ -80,7 +80,7 @@ Outcome AttributeStore::write(const QString& path, const QVariant& value, int po
 {
     History::Write record; // outlives the lock and the callbacks
     const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
     std::unique_lock lock(shard.mutex);
     Node* node = shard.find(key);
     if (!node || !node->isAttribute()) {
@@ -96,14 +96,15 @@ Outcome AttributeStore::write(const QString& path, const QVariant& value, int po
         if (outcome)
             return Refusals::notSet(*std::move(outcome), path, value, isHidden);
         { // whoever reshapes the backend holds this lock until it is done
-            const std::shared_lock waiting(structure);
+            const std::shared_lock waiting(tree->structure);
         }
         return write(path, value, points);
     }
     const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
     record.end(*node);
-    const Delivery delivery(*node, patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points, key.hash, std::move(previous));
+    const Delivery delivery(*node, tree->patterns,
+                            isChanged ? UpdateResult::Changed : UpdateResult::Unchanged, points, key.hash,
+                            std::move(previous));
     lock.unlock();
     delivery.send(path);
     return {};
@@ -113,35 +114,18 @@ Outcome AttributeStore::refuseUnknown(const QString& path, const QVariant& value
 {
     bool isHidden = false;
     {
-        const std::shared_lock lock(structure);
-        isHidden = hidesValues(path);
+        const std::shared_lock lock(tree->structure);
+        isHidden = tree->hidesValues(path);
     }
     Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(QStringLiteral("create it first"))
                                         : Refusals::invalidPath(path);
     return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }
 
-Outcome AttributeStore::accept(const Node& node, const QVariant& value, QVariant& accepted)
-{
-    if (!isWritable(node.getAccess()))
-        return Refusals::readOnly(node);
-    auto converted = node.value.isValid()
-                         ? FrameworkCore::Values::convertVariant(value, node.value.userType())
-                         : FrameworkCore::Values::toAttributeVariant(value);
-    if (!converted)
-        return node.value.isValid() ? Refusals::wrongType(value, node.value.userType())
-                                    : Refusals::noAttributeType();
-    const Rules* rules = node.getRules();
-    if (const Breach breach = rules ? findBreach(*rules, *converted) : Breach())
-        return {StatusCode::RefusedByValidation, breach.explain()};
-    accepted = *std::move(converted);
-    return {};
-}
-
 std::optional<Outcome> AttributeStore::store(Node& node, const QVariant& value, QVariant& previous)
 {
     QVariant& accepted = previous; // until it changes places with the one before
-    Outcome outcome = accept(node, value, accepted);
+    Outcome outcome = acceptWrite(node, value, accepted);
     if (!outcome.ok())
         return outcome;
     if (node.backend) {
@@ -154,96 +138,13 @@ std::optional<Outcome> AttributeStore::store(Node& node, const QVariant& value, 
     return outcome;
 }
 
-std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
-AttributeStore::addRegistration(const QString& pathOrPattern,
-                                const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
-                                int points)
+Outcome AttributeStore::removeTree(const QString& path)
 {
-    if (isTooDeep(pathOrPattern)) {
-        logged(Refusals::invalidPath(pathOrPattern).of(Outcome::Operation::Change, pathOrPattern));
-        return {};
-    }
-    RegistrationPointer registration(new Registration(callback, points));
-    auto handle = std::make_shared<RegistrationHandle>(pathOrPattern, *registration, weak_from_this());
-    if (callback && pathOrPattern.contains(QLatin1Char('*'))) {
-        patterns.add(pathOrPattern, std::move(registration));
-        return handle;
-    }
-    const NodeIndex::Key key(pathOrPattern);
-    NodeIndex::Shard& shard = index.shardOf(key);
-    std::unique_lock lock(shard.mutex);
-    Node* node = shard.find(key);
-    if (callback && (node || isValidPath(pathOrPattern))) {
-        (node ? node->exact : shard.waiting[pathOrPattern].exact).add(std::move(registration));
-        return handle;
-    }
-    lock.unlock();
-    logged(Outcome(StatusCode::InvalidPath,
-                   QStringLiteral("a callback needs a function and a valid path or pattern to listen to"))
-               .of(Outcome::Operation::Change, pathOrPattern));
-    return {};
-}
-
-void AttributeStore::removeRegistration(const QString& pathOrPattern, Registration& registration)
-{
-    registration.stop();
-    if (pathOrPattern.contains(QLatin1Char('*'))) {
-        patterns.remove(pathOrPattern, registration);
-        return;
-    }
-    const NodeIndex::Key key(pathOrPattern);
-    RegistrationHold::letGo(key.hash, takeExact(pathOrPattern, key, registration));
-}
-
-RegistrationPointer AttributeStore::takeExact(const QString& path, const NodeIndex::Key& key,
-                                              const Registration& registration)
-{
-    NodeIndex::Shard& shard = index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
-    if (Node* node = shard.find(key))
-        return node->exact.take(registration);
-    const auto waiting = shard.waiting.find(path);
-    if (waiting == shard.waiting.end())
-        return {};
-    RegistrationPointer taken = waiting->second.exact.take(registration);
-    if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
-        shard.waiting.erase(waiting);
-    return taken;
-}
-
-Outcome AttributeStore::addRule(const QString& path, const QString& name)
-{
-    QString reason;
-    const auto rule = makeRule(name, reason);
-    if (!rule || !isValidPath(path)) {
-        Outcome outcome = rule ? Refusals::invalidPath(path) : Outcome(StatusCode::NotFound, reason);
-        outcome.change().argument = name;
-        return outcome.of(Outcome::Operation::AddValidation, path);
-    }
-    const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
-    Node* node = shard.find(key);
-    Rules& rules = node ? node->extrasToFill().rules : shard.waiting[path].rules;
-    rules.push_back(rule);
-    return {};
-}
-
-QStringList AttributeStore::getRules(const QString& path)
-{
-    const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
-    const Node* const node = shard.find(key);
-    const auto waiting = shard.waiting.find(path);
-    const Rules* const rules =
-        node ? node->getRules() : (waiting == shard.waiting.end() ? nullptr : &waiting->second.rules);
-    QStringList names;
-    if (rules) {
-        for (const auto& rule : *rules)
-            names.append(rule->name);
-    }
-    return names;
+    if (isAtOrBelow(path, ownRoot))
+        return Refusals::ownTree();
+    const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
+    TreeEdit edit(*tree, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
+    return edit.removeTree(path);
 }
 
 } // namespace Repository

@@ -19,7 +19,7 @@ BackendChanges::BackendChanges(std::shared_ptr<AttributeStore> attributes) : sto
 QStringList BackendChanges::getEditedBackends() const
 {
     QStringList names;
-    for (const auto& backend : store->getBackends()) {
+    for (const auto& backend : store->getTree()->getBackends()) {
         if (backend->isEdited())
             names.append(backend->getName());
     }
@@ -28,7 +28,7 @@ QStringList BackendChanges::getEditedBackends() const
 
 QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) const
 {
-    const auto backend = findBackend(*store, name);
+    const auto backend = findBackend(*store->getTree(), name);
     const auto compare = [&] { return backend ? backend->getUnsavedChanges() : QVector<UnsavedChange>(); };
     return guardMemory(compare, [&](const QString& reason) {
         logged(Outcome(StatusCode::NotEnoughMemory, reason).of(Outcome::Operation::ListChanges, name));
@@ -38,7 +38,7 @@ QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) co
 
 Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
 {
-    const auto backend = findBackend(*store, name);
+    const auto backend = findBackend(*store->getTree(), name);
     Outcome outcome = guardMemory([&] {
         diff = backend ? backend->getUnsavedDiff() : QString();
         return Outcome();
@@ -50,13 +50,13 @@ Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
 Outcome BackendChanges::changeStep(const QString& path, const char* name,
                                    const std::function<Outcome(Backend&, const Backend::Reshaping&)>& change)
 {
-    const auto backend = backendOf(*store, path);
+    const auto backend = backendOf(*store->getTree(), path);
     if (!backend)
         return {StatusCode::NotFound,
                 QStringLiteral("it lies in no backend, so there is no file to read it from")};
     return guardMemory([&] {
         const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
-        BackendReshaping reshaping(*store, *backend, step.getRecorder());
+        BackendReshaping reshaping(*store->getTree(), *backend, step.getRecorder());
         return change(*backend, std::ref(reshaping));
     });
 }

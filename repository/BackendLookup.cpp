@@ -1,24 +1,24 @@
 #include "repository/BackendLookup.h"
 
-#include "repository/AttributeStore.h"
+#include "repository/AttributeTree.h"
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
 
 namespace Repository {
 
-std::shared_ptr<Backend> findBackend(AttributeStore& store, const QString& name)
+std::shared_ptr<Backend> findBackend(AttributeTree& tree, const QString& name)
 {
-    for (const auto& backend : store.getBackends()) {
+    for (const auto& backend : tree.getBackends()) {
         if (backend->getName() == name)
             return backend;
     }
     return {};
 }
 
-std::shared_ptr<Backend> backendOf(AttributeStore& store, const QString& path)
+std::shared_ptr<Backend> backendOf(AttributeTree& tree, const QString& path)
 {
     std::shared_ptr<Backend> owner;
-    for (const auto& backend : store.getBackends()) {
+    for (const auto& backend : tree.getBackends()) {
         if (isAtOrBelow(path, backend->getName()) &&
             (!owner || owner->getName().size() < backend->getName().size()))
             owner = backend;
@@ -26,10 +26,10 @@ std::shared_ptr<Backend> backendOf(AttributeStore& store, const QString& path)
     return owner;
 }
 
-std::vector<std::shared_ptr<Backend>> backendsTouching(AttributeStore& store, const QString& path)
+std::vector<std::shared_ptr<Backend>> backendsTouching(AttributeTree& tree, const QString& path)
 {
     std::vector<std::shared_ptr<Backend>> touched;
-    for (auto& backend : store.getBackends()) {
+    for (auto& backend : tree.getBackends()) {
         const QString& root = backend->getName();
         if (path.isEmpty() || isAtOrBelow(path, root) || isAtOrBelow(root, path))
             touched.push_back(std::move(backend));

@@ -4,6 +4,7 @@
 #include "repository/BackendLookup.h"
 #include "repository/BackendReshaping.h"
 #include "repository/MemoryGuard.h"
+#include "repository/Mounts.h"
 #include "repository/PathRules.h"
 #include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
@@ -140,7 +141,7 @@ Outcome BackendRegistry::checkDescription(const Backend::Description& descriptio
 
 Outcome BackendRegistry::create(const Backend::Description& description, int option)
 {
-    if (const auto existing = findBackend(*store, description.name)) {
+    if (const auto existing = findBackend(*store->getTree(), description.name)) {
         if (option != createOrReload)
             return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
         const Backend::Description& present = existing->getDescription();
@@ -162,7 +163,8 @@ Outcome BackendRegistry::create(const Backend::Description& description, int opt
     });
     const auto before = std::chrono::system_clock::now();
     const auto backend = Backend::open(description, outcome);
-    const Outcome mounted = backend ? store->mount(backend) : Outcome();
+    const Outcome mounted =
+        backend ? Mounts(*store->getTree(), store->getHistory()).mount(backend) : Outcome();
     if (!outcome.ok() || !mounted.ok())
         return outcome.ok() ? mounted : outcome;
     noteFile(backend, identity);
@@ -176,7 +178,7 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
     if (!watcher)
         return;
     // The watcher must not keep alive what ends it.
-    const auto look = [weakStore = std::weak_ptr(store), weakBackend = std::weak_ptr(backend),
+    const auto look = [weakStore = std::weak_ptr(store->getTree()), weakBackend = std::weak_ptr(backend),
                        copy = observer] {
         const auto attributes = weakStore.lock();
         const auto mounted = weakBackend.lock();
@@ -264,7 +266,7 @@ void BackendRegistry::forgetFile(const Backend& backend)
 
 Outcome BackendRegistry::reload(Backend& backend)
 {
-    BackendReshaping reshaping(*store, backend);
+    BackendReshaping reshaping(*store->getTree(), backend);
     return backend.reload(Backend::Look::Asked, std::ref(reshaping));
 }
 
@@ -272,7 +274,7 @@ Outcome BackendRegistry::reload(Backend& backend)
 Outcome BackendRegistry::operate(const QString& name, Outcome::Operation what,
                                  const std::function<Outcome(const std::shared_ptr<Backend>&)>& operation)
 {
-    const auto backend = findBackend(*store, name);
+    const auto backend = findBackend(*store->getTree(), name);
     Outcome outcome = backend ? guardMemory([&] { return operation(backend); }) : Refusals::noBackend();
     if (backend && outcome == StatusCode::NotEnoughMemory)
         outcome.in(backend->getDescription().filePath);
@@ -293,7 +295,7 @@ bool BackendRegistry::saveBackend(const QString& name)
 Outcome BackendRegistry::save(const QString& name)
 {
     return operate(name, Outcome::Operation::SaveBackend, [this](const auto& backend) {
-        BackendReshaping reshaping(*store, *backend);
+        BackendReshaping reshaping(*store->getTree(), *backend);
         return backend->save(std::ref(reshaping));
     });
 }
@@ -301,7 +303,7 @@ Outcome BackendRegistry::save(const QString& name)
 Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 {
     return operate(name, Outcome::Operation::CloseBackend, [&](const auto& backend) {
-        Outcome outcome = store->unmount(backend, discardChanges);
+        Outcome outcome = Mounts(*store->getTree(), store->getHistory()).unmount(backend, discardChanges);
         if (outcome.ok()) {
             unwatch(*backend);
             forgetFile(*backend);
@@ -313,7 +315,7 @@ Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 QStringList BackendRegistry::getBackendNames()
 {
     QStringList names;
-    for (const auto& backend : store->getBackends())
+    for (const auto& backend : store->getTree()->getBackends())
         names.append(backend->getName());
     return names;
 }
@@ -321,7 +323,7 @@ QStringList BackendRegistry::getBackendNames()
 std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
 BackendRegistry::getBackendInformation(const QString& name)
 {
-    const auto backend = findBackend(*store, name);
+    const auto backend = findBackend(*store->getTree(), name);
     return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
 }
 

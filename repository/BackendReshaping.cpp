@@ -4,9 +4,9 @@
 
 namespace Repository {
 
-BackendReshaping::BackendReshaping(AttributeStore& attributeStore, Backend& reshapedBackend,
+BackendReshaping::BackendReshaping(AttributeTree& attributes, Backend& reshapedBackend,
                                    StepRecorder* stepRecorder)
-    : store(attributeStore), backend(reshapedBackend), recorder(stepRecorder)
+    : tree(attributes), backend(reshapedBackend), recorder(stepRecorder)
 {
 }
 
@@ -14,7 +14,7 @@ BackendReshaping::~BackendReshaping() = default;
 
 void BackendReshaping::operator()(const std::function<Backend::Changes()>& change)
 {
-    auto edit = std::make_unique<TreeEdit>(store, QStringList(), recorder);
+    auto edit = std::make_unique<TreeEdit>(tree, QStringList(), recorder);
     edit->reshape(backend);
     const Backend::Changes changes = change();
     if (!backend.isClosed())

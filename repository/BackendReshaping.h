@@ -7,7 +7,7 @@
 
 namespace Repository {
 
-class AttributeStore;
+struct AttributeTree;
 class StepRecorder;
 class TreeEdit;
 
@@ -17,14 +17,14 @@ class BackendReshaping
 {
 public:
     // The recorder is told what changes; null for what undo has nothing to do with.
-    BackendReshaping(AttributeStore& store, Backend& backend, StepRecorder* recorder = nullptr);
+    BackendReshaping(AttributeTree& tree, Backend& backend, StepRecorder* recorder = nullptr);
     ~BackendReshaping();
     Q_DISABLE_COPY(BackendReshaping)
 
     void operator()(const std::function<Backend::Changes()>& change);
 
 private:
-    AttributeStore& store;
+    AttributeTree& tree;
     Backend& backend;
     StepRecorder* recorder;                      // not owned
     std::vector<std::unique_ptr<TreeEdit>> done; // their locks are released, their news not yet told

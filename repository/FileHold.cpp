@@ -7,10 +7,10 @@
 
 namespace Repository {
 
-FileHold::FileHold(AttributeStore& store, const QStringList& paths)
+FileHold::FileHold(AttributeTree& tree, const QStringList& paths)
 {
     for (const QString& path : paths) {
-        for (auto& backend : backendsTouching(store, path))
+        for (auto& backend : backendsTouching(tree, path))
             backends.push_back(std::move(backend));
     }
     std::sort(backends.begin(), backends.end(), std::less<>());

@@ -8,7 +8,7 @@
 
 namespace Repository {
 
-class AttributeStore;
+struct AttributeTree;
 class Backend;
 
 // While it exists, the backends that the paths touch neither save nor look at their files, so that a change
@@ -17,7 +17,7 @@ class Backend;
 class FileHold
 {
 public:
-    FileHold(AttributeStore& store, const QStringList& paths);
+    FileHold(AttributeTree& tree, const QStringList& paths);
 
 private:
     std::vector<std::shared_ptr<Backend>> backends;

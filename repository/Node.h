@@ -57,7 +57,7 @@ private:
     std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
 };
 
-// One place in the tree. What it is made of is guarded in two ways; see AttributeStore. There may be
+// One place in the tree. What it is made of is guarded in two ways; see AttributeTree. There may be
 // millions, so that what few of them have lies in a block of its own.
 struct Node
 {

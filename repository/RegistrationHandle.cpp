@@ -1,21 +1,21 @@
 #include "repository/RegistrationHandle.h"
 
-#include "repository/AttributeStore.h"
+#include "repository/Subscriptions.h"
 
 namespace Repository {
 
 RegistrationHandle::RegistrationHandle(QString target, Registration& filed,
-                                       std::weak_ptr<AttributeStore> owner)
-    : pathOrPattern(std::move(target)), store(std::move(owner)), registration(&filed)
+                                       std::weak_ptr<AttributeTree> owner)
+    : pathOrPattern(std::move(target)), tree(std::move(owner)), registration(&filed)
 {
 }
 
 void RegistrationHandle::end()
 {
-    const auto owner = store.lock();
+    const auto owner = tree.lock();
     Registration* const ending = registration.exchange(nullptr, std::memory_order_acq_rel);
     if (owner && ending)
-        owner->removeRegistration(pathOrPattern, *ending);
+        Subscriptions::remove(*owner, pathOrPattern, *ending);
 }
 
 } // namespace Repository

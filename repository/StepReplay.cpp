@@ -1,7 +1,7 @@
 #include "repository/StepReplay.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/AttributeStore.h"
+#include "repository/AttributeTree.h"
 #include "repository/PathRules.h"
 #include "repository/Refusals.h"
 #include "repository/TreeEdit.h"
@@ -66,14 +66,14 @@ Outcome explainChange(const QString& path, const NodeState& present, const NodeS
 
 } // namespace
 
-StepReplay::StepReplay(AttributeStore& attributes, Direction replayDirection)
-    : store(attributes), direction(replayDirection)
+StepReplay::StepReplay(AttributeTree& attributes, History& steps, Direction replayDirection)
+    : tree(attributes), history(steps), direction(replayDirection)
 {
 }
 
 Outcome StepReplay::run()
 {
-    auto step = store.history.take(direction);
+    auto step = history.take(direction);
     if (!step)
         return {StatusCode::NotFound, direction == Direction::Undo
                                           ? QStringLiteral("There is nothing to undo")
@@ -85,9 +85,9 @@ Outcome StepReplay::run(HistoryStep step)
 {
     const History::Mute mute;
     const QString name = step.name;
-    TreeEdit edit(store, rootsOf(step), nullptr);
+    TreeEdit edit(tree, rootsOf(step), nullptr);
     Outcome outcome = replay(edit, step);
-    store.history.settle(std::move(step), direction, outcome.ok());
+    history.settle(std::move(step), direction, outcome.ok());
     return outcome.ok() ? outcome
                         : outcome.of(direction == Direction::Undo ? Outcome::Operation::Undo
                                                                   : Outcome::Operation::Redo,

@@ -7,7 +7,7 @@
 
 namespace Repository {
 
-class AttributeStore;
+struct AttributeTree;
 class TreeEdit;
 
 // Takes steps of history back and does them again, each all or nothing: the tree is asked whether it is still
@@ -20,7 +20,7 @@ public:
     using Direction = History::Direction;
     using Outcome = FrameworkCore::AppConfig::Outcome;
 
-    StepReplay(AttributeStore& store, Direction direction);
+    StepReplay(AttributeTree& tree, History& history, Direction direction);
 
     Outcome run();
 
@@ -51,7 +51,8 @@ private:
 
     void showTree(TreeEdit& edit, const BackendChange& change) const;
 
-    AttributeStore& store;
+    AttributeTree& tree;
+    History& history;
     const Direction direction;
     QSet<const Backend*> unlikeEntries; // their documents may differ from the tree in more than the entries
 };

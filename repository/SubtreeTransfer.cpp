@@ -77,7 +77,8 @@ AccessMode accessOfCopy(const Node& node)
 
 } // namespace
 
-SubtreeTransfer::SubtreeTransfer(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
+SubtreeTransfer::SubtreeTransfer(std::shared_ptr<AttributeStore> attributes)
+    : store(std::move(attributes)), tree(*store->getTree())
 {
 }
 
@@ -93,7 +94,7 @@ Outcome SubtreeTransfer::add(BulkWrite& bulk, const QString& path, const Part& p
         return bulk.addGroup(path).of(Outcome::Operation::Change, path);
     Outcome outcome = bulk.addAttribute(path, part.value, part.access);
     return outcome.ok() ? outcome
-                        : Refusals::notSet(std::move(outcome), path, part.value, store->hidesValues(path));
+                        : Refusals::notSet(std::move(outcome), path, part.value, tree.hidesValues(path));
 }
 
 void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part>& parts,
@@ -103,7 +104,7 @@ void SubtreeTransfer::addPart(const Node& node, int rootLength, std::vector<Part
         parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
         return;
     }
-    const std::lock_guard shardLock(store->index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute())
         return;
     if (node.isReadable())
@@ -180,7 +181,7 @@ Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, Transf
     return run(to, [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); });
-        TreeEdit edit(*store, {from, to}, step.getRecorder());
+        TreeEdit edit(tree, {from, to}, step.getRecorder());
         return transfer(edit, from, to, false, report);
     });
 }
@@ -191,7 +192,7 @@ Outcome SubtreeTransfer::moveTree(const QString& from, const QString& to)
     return run(to, [&] {
         const History::Scope step(store->getHistory(),
                                   [&] { return QStringLiteral("Move %1 to %2").arg(from, to); });
-        TreeEdit edit(*store, {from, to}, step.getRecorder());
+        TreeEdit edit(tree, {from, to}, step.getRecorder());
         return transfer(edit, from, to, true, report);
     });
 }
@@ -264,16 +265,16 @@ Outcome SubtreeTransfer::writeTree(const QString& path, const QString& type, QBy
     Outcome outcome = Refusals::notFound();
     std::vector<Part> parts;
     {
-        const std::shared_lock lock(store->structure);
+        const std::shared_lock lock(tree.structure);
         QString hidden;
-        if (const Node* root = store->nodeOf(path)) {
+        if (const Node* root = tree.nodeOf(path)) {
             parts = collect(*root, hidden);
             outcome = checkReadable(parts, hidden);
             if (type == xmlType)
                 addDeclarations(*root, parts);
         }
     }
-    const auto sources = backendsTouching(*store, path);
+    const auto sources = backendsTouching(tree, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
     return outcome.ok() ? writeText(path, type, std::move(parts), text, report) : outcome;
@@ -346,7 +347,7 @@ Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> doc
     Outcome outcome;
     const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(*document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
-    TreeEdit edit(*store, {path}, step.getRecorder());
+    TreeEdit edit(tree, {path}, step.getRecorder());
     // Files of lines may tell of a group in several places, and what is written at once is in tree order.
     const bool isInTreeOrder = type == jsonType || type == xmlType;
     BulkWrite bulk(edit, isInTreeOrder ? path : QString());

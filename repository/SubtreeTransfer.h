@@ -17,6 +17,7 @@ class Document;
 class BulkWrite;
 
 class AttributeStore;
+struct AttributeTree;
 class TreeEdit;
 struct Node;
 
@@ -82,6 +83,7 @@ private:
     static Outcome run(const QString& path, const Operation& operation);
 
     std::shared_ptr<AttributeStore> store;
+    AttributeTree& tree; // of the store
 };
 
 } // namespace Repository

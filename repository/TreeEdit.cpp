@@ -5,6 +5,7 @@
 #include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/SubtreeBuilder.h"
+#include "repository/WriteCheck.h"
 
 #include <QSet>
 
@@ -15,14 +16,14 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 
-TreeEdit::TreeEdit(AttributeStore& attributeStore) : store(attributeStore), lock(attributeStore.structure)
+TreeEdit::TreeEdit(AttributeTree& attributes) : tree(attributes), lock(attributes.structure)
 {
 }
 
-TreeEdit::TreeEdit(AttributeStore& attributeStore, const QStringList& heldPaths, StepRecorder* stepRecorder)
-    : store(attributeStore), recorder(stepRecorder),
-      files(heldPaths.isEmpty() ? nullptr : std::make_unique<FileHold>(attributeStore, heldPaths)),
-      lock(attributeStore.structure)
+TreeEdit::TreeEdit(AttributeTree& attributes, const QStringList& heldPaths, StepRecorder* stepRecorder)
+    : tree(attributes), recorder(stepRecorder),
+      files(heldPaths.isEmpty() ? nullptr : std::make_unique<FileHold>(attributes, heldPaths)),
+      lock(attributes.structure)
 {
 }
 
@@ -86,13 +87,13 @@ void TreeEdit::tellRecorder()
 
 Node* TreeEdit::find(QStringView path)
 {
-    return store.index.find(NodeIndex::Key(path));
+    return tree.index.find(NodeIndex::Key(path));
 }
 
 NodeState TreeEdit::stateOf(const QString& path)
 {
     const NodeIndex::Key key(path);
-    const NodeIndex::Shard& shard = store.index.shardOf(key);
+    const NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     const Node* node = shard.find(key);
     return node ? NodeState::of(*node) : NodeState();
@@ -105,7 +106,7 @@ Node& TreeEdit::nearest(QStringView path)
             return *node;
         path = parentPath(path);
     }
-    return store.top;
+    return tree.top;
 }
 
 Node& TreeEdit::ensure(QStringView path)
@@ -123,7 +124,7 @@ Node& TreeEdit::ensure(QStringView path)
 Node& TreeEdit::ensureChild(Node& parent, const QString& path)
 {
     const NodeIndex::Key key(path);
-    Node* node = store.index.find(key);
+    Node* node = tree.index.find(key);
     return node ? *node : makeNode(path, key, parent);
 }
 
@@ -157,16 +158,16 @@ Node& TreeEdit::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, qu
 Node& TreeEdit::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
 {
     auto made = linkNode(path, parent, Placing::ByDocument);
-    NodeIndex::Shard& shard = store.index.shardOf(key);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     return fileNode(shard, std::move(made), key.hash);
 }
 
 void TreeEdit::setAttribute(Node& node, const QVariant& value, AccessMode access, UpdateResult result)
 {
-    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     giveValue(node, value, access);
-    Delivery::collect(deliveries, node, store.patterns, result);
+    Delivery::collect(deliveries, node, tree.patterns, result);
 }
 
 void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access)
@@ -183,13 +184,13 @@ void TreeEdit::giveValue(Node& node, QVariant value, AccessMode access)
 
 void TreeEdit::makeGroup(Node& node)
 {
-    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute())
         return;
     note(node, NodeState::of(node));
     node.setAttribute(false);
     node.value = QVariant();
-    Delivery::collect(deliveries, node, store.patterns, UpdateResult::Removed);
+    Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Removed);
 }
 
 const Rules* TreeEdit::rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const
@@ -207,7 +208,7 @@ Outcome TreeEdit::acceptNew(const NodeIndex::Key& key, const Node* node, const B
 {
     if (backend && !isWritable(backend->getAccessMode()))
         return Refusals::readOnly(*backend);
-    NodeIndex::Shard& shard = store.index.shardOf(key);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     const Rules* rules = rulesOf(shard, node, key.path);
     const Breach breach = rules ? findBreach(*rules, value) : Breach();
@@ -217,7 +218,7 @@ Outcome TreeEdit::acceptNew(const NodeIndex::Key& key, const Node* node, const B
 Outcome TreeEdit::createAttribute(const QString& path, QVariant value, AccessMode access)
 {
     const NodeIndex::Key key(path);
-    Node* node = store.index.find(key);
+    Node* node = tree.index.find(key);
     if (node && node->isAttribute())
         return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
             .advise(QStringLiteral("write to it, or choose another name"));
@@ -244,11 +245,11 @@ Outcome TreeEdit::createAttribute(const QString& path, QVariant value, AccessMod
     }
     auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName),
                          Placing::ByDocument);
-    NodeIndex::Shard& shard = store.index.shardOf(key);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     Node& filed = fileNode(shard, std::move(made), key.hash);
     giveValue(filed, std::move(value), access);
-    Delivery::collect(deliveries, filed, store.patterns, UpdateResult::Created);
+    Delivery::collect(deliveries, filed, tree.patterns, UpdateResult::Created);
     return outcome;
 }
 
@@ -269,13 +270,13 @@ void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
 {
     bool anybodyListens = false;
     areAllTold =
-        nodes.file(store.index, store.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
+        nodes.file(tree.index, tree.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
     if (!anybodyListens)
         return;
     try {
         for (Node* node : attributes) {
-            const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
-            Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Created);
+            const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
+            Delivery::collect(deliveries, *node, tree.patterns, UpdateResult::Created);
         }
     } catch (const std::bad_alloc&) { // the nodes are there all the same
         areAllTold = false;
@@ -285,8 +286,8 @@ void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
 Outcome TreeEdit::writeDocument(const Node& node, const QVariant& value, QVariant& accepted)
 {
     {
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node.path)).mutex);
-        Outcome outcome = AttributeStore::accept(node, value, accepted);
+        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+        Outcome outcome = acceptWrite(node, value, accepted);
         if (!outcome.ok() || !node.backend)
             return outcome;
     }
@@ -323,7 +324,7 @@ Outcome TreeEdit::removeTree(const QString& path)
 
 Outcome TreeEdit::removeFromDocument(Node& node, bool& othersMove)
 {
-    for (const auto& backend : store.backends) {
+    for (const auto& backend : tree.backends) {
         if (!isAtOrBelow(backend->getName(), node.path))
             continue;
         Outcome outcome(StatusCode::NotWritable, QStringLiteral("it holds the root of the backend"));
@@ -357,11 +358,11 @@ void TreeEdit::remove(Node& node)
     node.parent->children->remove(node);
     for (Node* gone : subtree(node, nullptr)) {
         const NodeIndex::Key key(gone->path);
-        NodeIndex::Shard& shard = store.index.shardOf(key);
+        NodeIndex::Shard& shard = tree.index.shardOf(key);
         const std::lock_guard shardLock(shard.mutex);
         note(*gone, NodeState::of(*gone));
         if (gone->isAttribute())
-            Delivery::collect(deliveries, *gone, store.patterns, UpdateResult::Removed);
+            Delivery::collect(deliveries, *gone, tree.patterns, UpdateResult::Removed);
         const Rules* const rules = gone->getRules();
         if (!gone->exact.isEmpty() || (rules && !rules->empty())) {
             NodeIndex::Waiting& waiting = shard.waiting[gone->path];

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/Values/Value.h"
-#include "repository/AttributeStore.h"
+#include "repository/AttributeTree.h"
 #include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
 #include "repository/FileHold.h"
@@ -27,11 +27,11 @@ public:
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
 
-    explicit TreeEdit(AttributeStore& store);
+    explicit TreeEdit(AttributeTree& tree);
 
     // The files of the backends that the paths touch are held, too, until the lock is released; none for no
     // paths. The recorder, which may be null, is told what happens.
-    TreeEdit(AttributeStore& store, const QStringList& heldPaths, StepRecorder* recorder);
+    TreeEdit(AttributeTree& tree, const QStringList& heldPaths, StepRecorder* recorder);
 
     ~TreeEdit();
     Q_DISABLE_COPY(TreeEdit)
@@ -147,7 +147,7 @@ private:
     void note(const Node& node, const NodeState& before);
     void tellRecorder();
 
-    AttributeStore& store;
+    AttributeTree& tree;
     StepRecorder* const recorder = nullptr; // not owned
     std::unique_ptr<FileHold> files;
     std::unique_lock<std::shared_mutex> lock;

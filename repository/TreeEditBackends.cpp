@@ -14,7 +14,7 @@ void TreeEdit::mount(Backend& backend)
 {
     Node& root = ensure(backend.getName());
     const auto belongTo = [&](Backend* owner) {
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(root.path)).mutex);
+        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(root.path)).mutex);
         root.backend = owner;
         root.setAccess(owner ? owner->getAccessMode() : AccessMode::ReadWrite);
     };
@@ -41,7 +41,7 @@ void TreeEdit::unmount(const Backend& backend)
             return;
         }
         makeGroup(*node);
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
         node->backend = outer;
         node->setAccess(outer ? outer->getAccessMode() : AccessMode::ReadWrite);
     });
@@ -69,7 +69,7 @@ void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkC
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     const bool isNew = !node.isAttribute();
     {
-        const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(path)).mutex);
+        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(path)).mutex);
         if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
@@ -88,7 +88,7 @@ void TreeEdit::buildDocument(Backend& backend, Node& root)
             builder.add(entry.path, entry.value);
     });
     showEntry(backend, root.path, ofRoot);
-    areAllTold = builder.file(store.index, store.patterns, deliveries) && areAllTold;
+    areAllTold = builder.file(tree.index, tree.patterns, deliveries) && areAllTold;
 }
 
 void TreeEdit::showDocument(Backend& backend)

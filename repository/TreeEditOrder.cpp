@@ -96,9 +96,9 @@ void TreeEdit::tellOfOrder(const Node& parent)
         node = firstIn(*node);
     if (!node->isAttribute())
         return;
-    const std::lock_guard shardLock(store.index.shardOf(NodeIndex::Key(node->path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
     try {
-        Delivery::collect(deliveries, *node, store.patterns, UpdateResult::Reordered);
+        Delivery::collect(deliveries, *node, tree.patterns, UpdateResult::Reordered);
     } catch (const std::bad_alloc&) {
         areAllTold = false;
     }

@@ -1,6 +1,7 @@
 #include "repository/AttributeRepository.h"
 #include "repository/AttributeStore.h"
 #include "repository/Backend.h"
+#include "repository/Mounts.h"
 #include "repository/StepReplay.h"
 #include "repository/TreeEdit.h"
 #include "tests/support/TestFiles.h"
@@ -20,6 +21,7 @@ using Repository::AttributeStore;
 using Repository::Backend;
 using Repository::History;
 using Repository::HistoryStep;
+using Repository::Mounts;
 using Repository::StepReplay;
 using Repository::TreeEdit;
 
@@ -33,25 +35,26 @@ struct TakenStep
         Outcome outcome;
         backend = Backend::open({QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite},
                                 outcome);
-        store->mount(backend);
+        mounts.mount(backend);
         {
             const History::Scope scope(store->getHistory(), QStringLiteral("Edit"));
             store->write(QStringLiteral("m.a"), 2, 15);
             store->create(QStringLiteral("m.s.c"), 3, 2, 3);
         }
         if (direction == History::Direction::Redo)
-            StepReplay(*store, History::Direction::Undo).run();
+            StepReplay(*store->getTree(), store->getHistory(), History::Direction::Undo).run();
         step = store->getHistory().take(direction);
     }
 
     // From here on only the step holds the backend.
     bool close()
     {
-        const bool isClosed = store->unmount(std::exchange(backend, nullptr), true).ok();
+        const bool isClosed = mounts.unmount(std::exchange(backend, nullptr), true).ok();
         return isClosed && step && !step->changes.empty();
     }
 
     std::shared_ptr<AttributeStore> store = std::make_shared<AttributeStore>();
+    Mounts mounts{*store->getTree(), store->getHistory()};
     std::shared_ptr<Backend> backend;
     std::optional<HistoryStep> step;
 };
@@ -175,7 +178,8 @@ private slots:
         const std::weak_ptr<Backend> watched = taken.backend;
         QVERIFY(taken.close());
         QVERIFY(!watched.expired());
-        QCOMPARE(StepReplay(*taken.store, History::Direction(direction)).run(*std::move(taken.step)),
+        QCOMPARE(StepReplay(*taken.store->getTree(), taken.store->getHistory(), History::Direction(direction))
+                     .run(*std::move(taken.step)),
                  NotWritable);
         taken.step.reset();
         QVERIFY(watched.expired());
@@ -190,7 +194,7 @@ private slots:
         QVERIFY(taken.close());
         bool livesMeanwhile = false;
         {
-            TreeEdit edit(*taken.store);
+            TreeEdit edit(*taken.store->getTree());
             edit.reshape(*watched.lock());
             taken.step.reset();
             livesMeanwhile = !watched.expired();
@@ -204,12 +208,13 @@ private slots:
     {
         const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n");
         const auto store = std::make_shared<AttributeStore>();
+        Mounts mounts(*store->getTree(), store->getHistory());
         Outcome outcome;
         const auto backend = Backend::open(
             {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, outcome);
-        QVERIFY(store->mount(backend).ok());
+        QVERIFY(mounts.mount(backend).ok());
         QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
-        QVERIFY(store->unmount(backend, true).ok());
+        QVERIFY(mounts.unmount(backend, true).ok());
         bool isReshaped = false;
         const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
             isReshaped = !change().entries.empty() || isReshaped;

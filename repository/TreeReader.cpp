@@ -1,38 +1,22 @@
-#include "repository/AttributeStore.h"
+#include "repository/TreeReader.h"
+
+#include "repository/AttributeTree.h"
 #include "repository/Backend.h"
-#include "repository/PathRules.h"
-#include "repository/Refusals.h"
-#include "repository/TreeEdit.h"
 #include "repository/TreeSearch.h"
 
 #include <algorithm>
 
-// The part of the store that looks at, and changes, the shape of the tree.
-
 namespace Repository {
 
 using FrameworkCore::AppConfig::Interfaces::ChildInformation;
+using FrameworkCore::AppConfig::Interfaces::NodeInformation;
 using FrameworkCore::AppConfig::Interfaces::PathSearch;
 
-const Node* AttributeStore::nodeOf(QStringView path)
-{
-    return path.isEmpty() ? &top : index.find(NodeIndex::Key(path));
-}
-
-bool AttributeStore::hidesValues(QStringView path)
-{
-    for (; !path.isEmpty(); path = parentPath(path)) {
-        if (const Node* node = nodeOf(path))
-            return !node->isReadable();
-    }
-    return false;
-}
-
-QVector<ChildInformation> AttributeStore::getChildren(const QString& path, const QString& beginning)
+QVector<ChildInformation> TreeReader::getChildren(const QString& path, const QString& beginning) const
 {
     QVector<ChildInformation> found;
-    const std::shared_lock lock(structure);
-    const Node* node = nodeOf(path);
+    const std::shared_lock lock(tree.structure);
+    const Node* node = tree.nodeOf(path);
     if (!node || !node->children)
         return found;
     if (beginning.isEmpty())
@@ -46,7 +30,7 @@ QVector<ChildInformation> AttributeStore::getChildren(const QString& path, const
     return found;
 }
 
-QStringList AttributeStore::getChildNames(const QString& path)
+QStringList TreeReader::getChildNames(const QString& path) const
 {
     QStringList names;
     const QVector<ChildInformation> children = getChildren(path, {});
@@ -56,18 +40,18 @@ QStringList AttributeStore::getChildNames(const QString& path)
     return names;
 }
 
-int AttributeStore::getChildCount(const QString& path)
+int TreeReader::getChildCount(const QString& path) const
 {
-    const std::shared_lock lock(structure);
-    const Node* node = nodeOf(path);
+    const std::shared_lock lock(tree.structure);
+    const Node* node = tree.nodeOf(path);
     return node && node->children ? node->children->count : 0;
 }
 
-QStringList AttributeStore::getLastChildNames(const QString& path, int count)
+QStringList TreeReader::getLastChildNames(const QString& path, int count) const
 {
     QStringList names;
-    const std::shared_lock lock(structure);
-    const Node* node = nodeOf(path);
+    const std::shared_lock lock(tree.structure);
+    const Node* node = tree.nodeOf(path);
     if (!node || !node->children)
         return names;
     const std::vector<Node*>& places = node->children->places;
@@ -79,12 +63,12 @@ QStringList AttributeStore::getLastChildNames(const QString& path, int count)
     return names;
 }
 
-FrameworkCore::AppConfig::Interfaces::NodeInformation AttributeStore::getNodeInformation(const QString& path)
+NodeInformation TreeReader::getNodeInformation(const QString& path) const
 {
     NodeInformation information;
-    const std::shared_lock lock(structure);
+    const std::shared_lock lock(tree.structure);
     const NodeIndex::Key key(path);
-    NodeIndex::Shard& shard = index.shardOf(key);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
     const Node* node = shard.find(key);
     if (!node)
@@ -101,19 +85,10 @@ FrameworkCore::AppConfig::Interfaces::NodeInformation AttributeStore::getNodeInf
     return information;
 }
 
-QStringList AttributeStore::findPaths(const PathSearch& search)
+QStringList TreeReader::findPaths(const PathSearch& search) const
 {
-    const std::shared_lock lock(structure);
-    return Repository::findPaths(top, search, [this](QStringView path) { return nodeOf(path); });
-}
-
-FrameworkCore::AppConfig::Outcome AttributeStore::removeTree(const QString& path)
-{
-    if (isAtOrBelow(path, ownRoot))
-        return Refusals::ownTree();
-    const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
-    TreeEdit edit(*this, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-    return edit.removeTree(path);
+    const std::shared_lock lock(tree.structure);
+    return Repository::findPaths(tree.top, search, [this](QStringView path) { return tree.nodeOf(path); });
 }
 
 } // namespace Repository

@@ -1,19 +1,22 @@
-#include "repository/AttributeStore.h"
+#include "repository/Mounts.h"
+
+#include "repository/AttributeTree.h"
 #include "repository/Backend.h"
+#include "repository/History.h"
 #include "repository/PathRules.h"
 #include "repository/TreeEdit.h"
 
 #include <algorithm>
 
-// The part of the store that mounts backends and takes them out again.
-
 namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
 
 namespace {
 
 const QLatin1String backendNamesPath("internal.backends.names");
 
-void publish(TreeEdit& edit, const QString& path, const QVariant& value)
+void setOwn(TreeEdit& edit, const QString& path, const QVariant& value)
 {
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
@@ -27,60 +30,50 @@ void publishNames(TreeEdit& edit, const std::vector<std::shared_ptr<Backend>>& b
     QStringList names;
     for (const auto& backend : backends)
         names.append(backend->getName());
-    publish(edit, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
+    setOwn(edit, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
 }
 
 } // namespace
 
-void AttributeStore::publish(const QString& path, const QVariant& value)
+Mounts::Mounts(AttributeTree& attributes, History& steps) : tree(attributes), history(steps)
 {
-    TreeEdit edit(*this);
-    Repository::publish(edit, path, value);
 }
 
-FrameworkCore::AppConfig::Outcome AttributeStore::mount(const std::shared_ptr<Backend>& backend)
+void Mounts::publish(const QString& path, const QVariant& value)
+{
+    TreeEdit edit(tree);
+    setOwn(edit, path, value);
+}
+
+Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
 {
     const QString name = backend->getName();
-    TreeEdit edit(*this);
+    TreeEdit edit(tree);
     const Node* place = edit.find(name);
     if (place && place->isBackendRoot())
         return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
-    backends.reserve(backends.size() + 1);
+    tree.backends.reserve(tree.backends.size() + 1);
     edit.mount(*backend);
-    backends.push_back(backend);
-    Repository::publish(edit, backendNamesPath + pathSeparator + name, name);
-    publishNames(edit, backends);
+    tree.backends.push_back(backend);
+    setOwn(edit, backendNamesPath + pathSeparator + name, name);
+    publishNames(edit, tree.backends);
     return {};
 }
 
-FrameworkCore::AppConfig::Outcome AttributeStore::unmount(const std::shared_ptr<Backend>& backend,
-                                                          bool discardChanges)
+Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardChanges)
 {
     const Outcome outcome = backend->close(discardChanges);
     if (!outcome.ok())
         return outcome;
     history.forgetClosed();
-    TreeEdit edit(*this);
+    TreeEdit edit(tree);
     edit.unmount(*backend);
-    backends.erase(std::find(backends.begin(), backends.end(), backend));
+    tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
     edit.takeAttribute(backendNamesPath + pathSeparator + backend->getName());
-    publishNames(edit, backends);
+    publishNames(edit, tree.backends);
     return {};
-}
-
-void AttributeStore::showDocument(Backend& backend)
-{
-    TreeEdit edit(*this);
-    if (!backend.isClosed())
-        edit.showDocument(backend);
-}
-
-std::vector<std::shared_ptr<Backend>> AttributeStore::getBackends()
-{
-    const std::shared_lock lock(structure);
-    return backends;
 }
 
 } // namespace Repository

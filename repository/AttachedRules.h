@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/ValidationInterface.h"
+
+#include <memory>
+
+namespace Repository {
+
+struct AttributeTree;
+
+// Attaches rules to paths of the tree. Any thread.
+class AttachedRules : public FrameworkCore::AppConfig::Interfaces::ValidationInterface
+{
+public:
+    explicit AttachedRules(std::shared_ptr<AttributeTree> tree);
+
+    QStringList getValidationNames() override;
+    int addValidation(const QString& path, const QString& name) override;
+    QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> getValidationDescriptions() override;
+    QStringList getValidationsOf(const QString& path) const override;
+
+private:
+    std::shared_ptr<AttributeTree> tree;
+};
+
+} // namespace Repository
