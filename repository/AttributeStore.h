@@ -47,7 +47,7 @@ private:
     Outcome refuseUnknown(const QString& path, const QVariant& value);
     static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
 
-    // Nothing while the node's backend is being reshaped.
+    // Nothing while the node's backend is being edited otherwise.
     static std::optional<Outcome> store(Node& node, const QVariant& value, QVariant& previous);
 
     const std::shared_ptr<AttributeTree> tree;

@@ -1,28 +1,28 @@
 #pragma once
 
-#include "files/FileSaver.h"
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/Value.h"
-#include "repository/EditedDocument.h"
+#include "repository/DocumentChanges.h"
+#include "repository/documents/common/Document.h"
 
 #include <QString>
 #include <QVector>
 
-#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Repository {
 
-// One file mounted in the tree: its document, and what is known of the file on disk. Paths are full paths of
-// the tree, at or below the backend's root, which is its name. Any thread; its lock is the innermost but for
-// the patterns'. Single values are written at any time; whoever changes more of the document holds the
-// store's structure lock and keeps those writes out by a Reshape, until document and tree agree again.
+// What keeps the attributes of a part of the tree, as a file does. Paths are full paths of the tree, at or
+// below the backend's root, which is its name. Any thread; its locks are the innermost but for the patterns'.
+// Single values are written at any time; whoever changes more holds the structure lock of the tree and keeps
+// those writes out by a DocumentEdit, until backend and tree agree again.
 class Backend : public std::enable_shared_from_this<Backend>
 {
 public:
@@ -35,145 +35,117 @@ public:
     {
         QString name;
         QString type;
-        QString text; // free text for people
-        QString filePath;
+        QString text;     // free text for people
+        QString filePath; // or whatever says where it is kept
         AccessMode accessMode = AccessMode::None;
     };
 
-    class Reshape;
-
-    // Makes a change of the document as a Reshape, and the tree equal to what came of it, which the change
-    // tells. Watchers are told once the operation that was given this is over.
+    // Makes a change of the backend's entries as a DocumentEdit, and the tree equal to what came of it, which
+    // the change reports. Watchers are notified once the operation that was given this is over.
     using Changes = DocumentChanges;
-    using Reshaping = std::function<void(const std::function<Changes()>& change)>;
+    using ApplyChange = std::function<void(const std::function<Changes()>& change)>;
 
-    // Reads the file. Null when it cannot be read or parsed.
-    static std::shared_ptr<Backend> open(const Description& description, Outcome& outcome);
+    explicit Backend(Description backendDescription) : description(std::move(backendDescription)) {}
+    virtual ~Backend() = default;
+    Q_DISABLE_COPY(Backend)
 
     const QString& getName() const { return description.name; }
     AccessMode getAccessMode() const { return description.accessMode; }
     const Description& getDescription() const { return description; }
 
-    // The path in the tree of an entry of the document.
+    // The path in the tree of an entry.
     QString absolute(const std::string& path) const;
 
-    // Calls back for every node of the document, parents first.
+    // Calls back for every entry, parents first, with paths below the root.
+    virtual void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const = 0;
+    // The same with paths of the tree.
     void visit(const std::function<void(const QString& path, const FrameworkCore::Values::Value& value)>&
                    visitor) const;
-    // The same with paths below the root as the document has them.
-    void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const;
-    bool contains(const QString& path) const;
+    virtual bool contains(const QString& path) const = 0;
 
     // Whether removing an entry gives others a new path, or another place in the order.
-    bool removalMovesOthers(const QString& path) const;
+    virtual bool removalMovesOthers(const QString& path) const = 0;
 
-    // The sibling before an entry in the order of the document.
-    struct Place
+    // The sibling before an entry in the order of the backend.
+    struct SiblingPosition
     {
         Documents::SiblingPlace::Kind kind;
         QString sibling; // its path; see the kind
     };
-    Place placeOf(const QString& path) const;
+    virtual SiblingPosition positionOf(const QString& path) const = 0;
 
-    // Changes a value of the document in memory. Nothing while a Reshape exists.
-    std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value);
+    // The value of an entry as the backend spells it; nothing for a group.
+    virtual std::optional<std::string> spell(const QString& path) const = 0;
 
-    // Each changes the document in memory, or nothing; the store's structure lock is held.
-    Outcome insert(const QString& path, const FrameworkCore::Values::Value& value);
+    // All of it as one text, with all edits.
+    virtual std::string getBytes() const = 0;
+
+    // Another number after every change, whoever made it.
+    virtual quint64 getRevision() const = 0;
+
+    // Changes a value in memory. Nothing while it is being edited otherwise.
+    virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+
+    // Each changes entries in memory, or nothing; the structure lock is held.
+    virtual Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome remove(const QString& path) = 0;
 
     // Around many insertions; see Document. A refusal at the end leaves what was inserted.
-    void beginRun();
-    Outcome endRun(QString& refusedPath);
+    virtual void beginRun() = 0;
+    virtual Outcome endRun(QString& refusedPath) = 0;
 
     // An entry that is not there and all below it; see Document::insertAll.
-    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
-                      std::size_t& refused);
-    bool keepsGivenOrder() const;
-    Outcome remove(const QString& path);
+    virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                              std::size_t& refused) = 0;
+    virtual bool keepsGivenOrder() const = 0;
 
-    // The value of an entry as the file spells it; nothing for a group.
-    std::optional<std::string> spell(const QString& path) const;
+    // Held, no save and no look at what is kept comes in between. Taken before every other lock.
+    virtual std::unique_lock<std::mutex> holdSaving() = 0;
 
-    // The text with all edits.
-    std::string getBytes() const;
+    // Whether not everybody may read what is kept: what is written from it elsewhere is then for the user
+    // alone.
+    virtual bool isPrivate() const = 0;
 
-    // Another number after every change of the document, whoever made it.
-    quint64 getRevision() const;
-
-    // Held, no save and no look at the file comes in between. Taken before every other lock.
-    std::unique_lock<std::mutex> holdFile() { return std::unique_lock(saving); }
-
-    // Whether not everybody may read the file, as it was seen last: what is written from it elsewhere is then
-    // for the user alone.
-    bool isPrivate() const { return hasPrivateFile; }
-
-    // Whether there is something that the file does not hold.
-    bool isEdited() const;
+    // Whether there is something that is not saved.
+    virtual bool isEdited() const = 0;
 
     // Ends all editing and saving, once a save under way is done. Refused when there are edits that are not
     // to be discarded, and when it is closed already.
-    Outcome close(bool discardChanges);
-    bool isClosed() const;
+    virtual Outcome close(bool discardChanges) = 0;
+    virtual bool isClosed() const = 0;
 
-    // Writes the edits into the file; without edits the file is not touched. What another program has changed
-    // meanwhile is merged first. Refused while there are conflicts.
-    Outcome save(const Reshaping& reshape);
+    // Saves the edits; without any, nothing is touched. What others have changed meanwhile is merged first.
+    // Refused while there are conflicts.
+    virtual Outcome save(const ApplyChange& apply) = 0;
 
-    // Looks at the file and brings in what has changed there; the edits stay. When the file is gone, a
-    // backend without edits becomes empty, unless it only happened to look: then, and with edits, nothing
-    // changes, and that the file is gone is a conflict at the root. One that only happens to look tells of
-    // conflicts, too, and of everything once.
-    enum class Look { Asked, Happening };
-    Outcome reload(Look look, const Reshaping& reshape);
+    // Looks at what is kept and brings in what has changed there; the edits stay. When a file is gone, a
+    // backend without edits becomes empty on request; to the watcher, and with edits, nothing changes, and
+    // that it is gone is a conflict at the root. The watcher hears of conflicts, too, and of everything once.
+    enum class Trigger { Request, Watcher };
+    virtual Outcome reload(Trigger trigger, const ApplyChange& apply) = 0;
 
     // See ChangesInterface.
-    QVector<UnsavedChange> getUnsavedChanges() const;
-    QString getUnsavedDiff() const;
-    Outcome revert(const QString& path, const Reshaping& reshape);
-    Outcome resolveConflicts(const QString& path, ConflictSide side, const Reshaping& reshape);
+    virtual QVector<UnsavedChange> getUnsavedChanges() const = 0;
+    virtual QString getUnsavedDiff() const = 0;
+    virtual Outcome revert(const QString& path, const ApplyChange& apply) = 0;
+    virtual Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) = 0;
 
-private:
-    explicit Backend(Description description);
+protected:
+    friend class DocumentEdit;
 
+    // While it is being edited, set changes nothing.
+    virtual void beginEdit() = 0;
+    virtual void endEdit() = 0;
+
+    // Each changes what is being edited, or nothing.
+    virtual Outcome write(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome respell(const QString& path, const std::string& spelling) = 0;
+    virtual Outcome replaceText(std::string bytes) = 0;
+
+    // The path of an entry below the root.
     std::string relative(const QString& path) const;
-    Outcome outcomeOf(const Documents::Outcome& outcome) const;
-    Outcome refusal(const QString& reason) const; // that the file itself is about
-    Outcome warned(Outcome outcome, const std::string& warning) const;
-    Outcome read();
-    Files::ReadFileResult readFile();
-    void catchUp(const Reshaping& reshape);
-
-    // saving held
-    Outcome write(const Reshaping& reshape);
-    Outcome lookAtFile(Look look, const Reshaping& reshape);
-    Outcome takeIn(const std::string& found, const Files::FileStamp& foundStamp, const Reshaping& reshape);
-    EditedDocument getCopy() const;
-    Outcome takeGone(Look look, const Reshaping& reshape);
-
-    // mutex held
-    Outcome checkOpen() const; // or saving held
-    Changes change(const std::function<void()>& operation);
-    Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
-    Outcome reverted(const std::vector<std::string>& paths);
-    Outcome checkConflicts() const;
-    Outcome damage() const;
-    Outcome checkReadability(const std::string& text) const;
 
     const Description description;
-    const Files::FileSaver files;
-
-    std::atomic<bool> hasPrivateFile{false};
-
-    std::mutex saving;   // one look at the file at a time; taken before mutex
-    QString lastRefusal; // of looking at the file, as a text; guarded by saving
-
-    mutable std::mutex mutex; // guards what follows
-    EditedDocument content;
-    bool closed = false;
-    bool reshaped = false;  // a Reshape exists
-    Files::FileStamp stamp; // of the file when it was read or saved last
-    bool isGone = false;    // the file went while it was mounted, and nobody has said what to do
-    bool isBehind = false;  // the file holds something else that could not be merged
 };
 
 } // namespace Repository

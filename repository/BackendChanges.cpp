@@ -2,7 +2,7 @@
 
 #include "repository/AttributeStore.h"
 #include "repository/BackendLookup.h"
-#include "repository/BackendReshaping.h"
+#include "repository/ChangeApplier.h"
 #include "repository/MemoryGuard.h"
 #include "repository/RepositoryLog.h"
 
@@ -47,8 +47,9 @@ Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
 }
 
 // A change that is one step of undo, with the reason when it is in no backend.
-Outcome BackendChanges::changeStep(const QString& path, const char* name,
-                                   const std::function<Outcome(Backend&, const Backend::Reshaping&)>& change)
+Outcome
+BackendChanges::changeStep(const QString& path, const char* name,
+                           const std::function<Outcome(Backend&, const Backend::ApplyChange&)>& change)
 {
     const auto backend = backendOf(*store->getTree(), path);
     if (!backend)
@@ -56,23 +57,23 @@ Outcome BackendChanges::changeStep(const QString& path, const char* name,
                 QStringLiteral("it lies in no backend, so there is no file to read it from")};
     return guardMemory([&] {
         const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
-        BackendReshaping reshaping(*store->getTree(), *backend, step.getRecorder());
-        return change(*backend, std::ref(reshaping));
+        ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
+        return change(*backend, std::ref(applier));
     });
 }
 
 Outcome BackendChanges::revert(const QString& path)
 {
-    Outcome outcome = changeStep(path, "Revert %1", [&path](Backend& backend, const auto& reshaping) {
-        return backend.revert(path, reshaping);
+    Outcome outcome = changeStep(path, "Revert %1", [&path](Backend& backend, const auto& apply) {
+        return backend.revert(path, apply);
     });
     return logged(outcome.of(Outcome::Operation::Revert, path));
 }
 
 Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
 {
-    Outcome outcome = changeStep(path, "Resolve %1", [&](Backend& backend, const auto& reshaping) {
-        return backend.resolveConflicts(path, side, reshaping);
+    Outcome outcome = changeStep(path, "Resolve %1", [&](Backend& backend, const auto& apply) {
+        return backend.resolveConflicts(path, side, apply);
     });
     return logged(outcome.of(Outcome::Operation::Resolve, path));
 }

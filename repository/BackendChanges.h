@@ -27,7 +27,7 @@ public:
 
 private:
     Outcome changeStep(const QString& path, const char* name,
-                       const std::function<Outcome(Backend&, const Backend::Reshaping&)>& change);
+                       const std::function<Outcome(Backend&, const Backend::ApplyChange&)>& change);
 
     std::shared_ptr<AttributeStore> store;
 };

@@ -2,7 +2,8 @@
 
 #include "repository/AttributeStore.h"
 #include "repository/BackendLookup.h"
-#include "repository/BackendReshaping.h"
+#include "repository/ChangeApplier.h"
+#include "repository/FileBackend.h"
 #include "repository/MemoryGuard.h"
 #include "repository/Mounts.h"
 #include "repository/PathRules.h"
@@ -162,7 +163,7 @@ Outcome BackendRegistry::create(const Backend::Description& description, int opt
         opening.remove(identity);
     });
     const auto before = std::chrono::system_clock::now();
-    const auto backend = Backend::open(description, outcome);
+    const auto backend = FileBackend::open(description, outcome);
     const Outcome mounted =
         backend ? Mounts(*store->getTree(), store->getHistory()).mount(backend) : Outcome();
     if (!outcome.ok() || !mounted.ok())
@@ -185,8 +186,8 @@ void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
         if (!attributes || !mounted || mounted->isClosed())
             return;
         const auto reload = [&] {
-            BackendReshaping reshaping(*attributes, *mounted);
-            return mounted->reload(Backend::Look::Happening, std::ref(reshaping));
+            ChangeApplier applier(*attributes, *mounted);
+            return mounted->reload(Backend::Trigger::Watcher, std::ref(applier));
         };
         Outcome outcome = guardMemory(reload);
         if (!outcome.ok())
@@ -266,8 +267,8 @@ void BackendRegistry::forgetFile(const Backend& backend)
 
 Outcome BackendRegistry::reload(Backend& backend)
 {
-    BackendReshaping reshaping(*store->getTree(), backend);
-    return backend.reload(Backend::Look::Asked, std::ref(reshaping));
+    ChangeApplier applier(*store->getTree(), backend);
+    return backend.reload(Backend::Trigger::Request, std::ref(applier));
 }
 
 // Does something to the backend of that name, and logs what came of it.
@@ -295,8 +296,8 @@ bool BackendRegistry::saveBackend(const QString& name)
 Outcome BackendRegistry::save(const QString& name)
 {
     return operate(name, Outcome::Operation::SaveBackend, [this](const auto& backend) {
-        BackendReshaping reshaping(*store->getTree(), *backend);
-        return backend->save(std::ref(reshaping));
+        ChangeApplier applier(*store->getTree(), *backend);
+        return backend->save(std::ref(applier));
     });
 }
 

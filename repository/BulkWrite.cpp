@@ -37,7 +37,7 @@ BulkWrite::~BulkWrite()
     items = {}; // which may have taken the memory that is needed now
     held = {};
     for (Backend* backend : touched)
-        edit.reshape(*backend).restoreText();
+        edit.editDocument(*backend).rollBack();
 }
 
 void BulkWrite::expect(std::size_t count)
@@ -77,7 +77,7 @@ void BulkWrite::keepText(Backend& backend)
 {
     if (std::find(touched.begin(), touched.end(), &backend) != touched.end())
         return;
-    edit.reshape(backend).keepText();
+    edit.editDocument(backend).setRollbackPoint();
     backend.beginRun();
     touched.push_back(&backend);
 }
@@ -98,7 +98,7 @@ Outcome BulkWrite::writeDocuments()
     }
     if (held.empty())
         return {};
-    edit.reshape(*newPlace);
+    edit.editDocument(*newPlace);
     std::size_t refused = 0;
     Outcome outcome = newPlace->insertAll(root, held, refused);
     if (outcome.ok()) {

@@ -16,7 +16,7 @@ FileHold::FileHold(AttributeTree& tree, const QStringList& paths)
     std::sort(backends.begin(), backends.end(), std::less<>());
     backends.erase(std::unique(backends.begin(), backends.end()), backends.end());
     for (const auto& backend : backends)
-        locks.push_back(backend->holdFile());
+        locks.push_back(backend->holdSaving());
 }
 
 } // namespace Repository

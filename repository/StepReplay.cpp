@@ -97,7 +97,7 @@ Outcome StepReplay::run(HistoryStep step)
 Outcome StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
 {
     for (const BackendChange& change : step.changes) {
-        edit.reshape(*change.backend);
+        edit.editDocument(*change.backend);
         Outcome outcome = check(edit, change);
         if (!outcome.ok())
             return outcome;
@@ -107,14 +107,14 @@ Outcome StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
     Outcome outcome;
     for (const BackendChange& change : step.changes) {
         if (!isOneValue)
-            edit.reshape(*change.backend).keepText();
+            edit.editDocument(*change.backend).setRollbackPoint();
         outcome = outcome.ok() ? changeDocument(edit, change) : outcome;
     }
     for (const BackendChange& change : step.changes) {
         if (outcome.ok())
             showTree(edit, change);
         else
-            edit.reshape(*change.backend).restoreText();
+            edit.editDocument(*change.backend).rollBack();
     }
     return outcome;
 }
@@ -152,21 +152,21 @@ Outcome StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QSt
 
 Outcome StepReplay::changeDocument(TreeEdit& edit, const BackendChange& change)
 {
-    Backend::Reshape& reshape = edit.reshape(*change.backend);
+    DocumentEdit& document = edit.editDocument(*change.backend);
     if (direction == Direction::Redo) {
-        Outcome outcome = changeValues(reshape, change);
+        Outcome outcome = changeValues(document, change);
         return outcome.ok() ? changeShape(edit, change) : outcome;
     }
     Outcome outcome = changeShape(edit, change);
-    return outcome.ok() ? changeValues(reshape, change) : outcome;
+    return outcome.ok() ? changeValues(document, change) : outcome;
 }
 
-Outcome StepReplay::changeValues(Backend::Reshape& reshape, const BackendChange& change) const
+Outcome StepReplay::changeValues(DocumentEdit& document, const BackendChange& change) const
 {
     for (const ValueChange& value : change.values) {
         const auto& spelling = direction == Direction::Undo ? value.spellingBefore : value.spellingAfter;
-        Outcome outcome = spelling ? reshape.respell(value.path, *spelling)
-                                   : reshape.set(value.path, toValue(to(value).value));
+        Outcome outcome = spelling ? document.respell(value.path, *spelling)
+                                   : document.set(value.path, toValue(to(value).value));
         if (!outcome.ok())
             return outcome;
     }
@@ -181,7 +181,7 @@ Outcome StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
         if (wanted && !change.hasAllEntries)
             unlikeEntries.insert(change.backend.get());
         if (wanted)
-            return edit.reshape(*change.backend).replaceText(*wanted);
+            return edit.editDocument(*change.backend).replaceText(*wanted);
     }
     if (!change.hasAllEntries)
         return changedSince(change.backend->getName());
@@ -218,7 +218,7 @@ Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
         if (!outcome.ok() || !to(entry).isNode)
             continue;
         if (to(entry).isAttribute && from(entry).isAttribute)
-            outcome = edit.reshape(backend).set(entry.path, toValue(to(entry).value));
+            outcome = edit.editDocument(backend).set(entry.path, toValue(to(entry).value));
         else if (to(entry).isAttribute)
             outcome = backend.insert(entry.path, toValue(to(entry).value));
         else if (!from(entry).isNode && !backend.contains(entry.path))

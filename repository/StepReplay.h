@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/BackendReshape.h"
+#include "repository/DocumentEdit.h"
 #include "repository/History.h"
 
 #include <QSet>
@@ -45,7 +45,7 @@ private:
     Outcome checkPlace(TreeEdit& edit, const Backend& backend, const QString& path, const NodeState& expected,
                        const NodeState& wanted) const;
     Outcome changeDocument(TreeEdit& edit, const BackendChange& change);
-    Outcome changeValues(Backend::Reshape& reshape, const BackendChange& change) const;
+    Outcome changeValues(DocumentEdit& document, const BackendChange& change) const;
     Outcome changeShape(TreeEdit& edit, const BackendChange& change);
     Outcome changeEntries(TreeEdit& edit, const BackendChange& change) const;
 

@@ -48,7 +48,7 @@ void TreeEdit::unlock()
         orderNodes(*backend);
     if (recorder && lock.owns_lock())
         tellRecorder();
-    reshapes.clear();
+    documentEdits.clear();
     if (lock.owns_lock())
         lock.unlock();
     files.reset();
@@ -76,7 +76,7 @@ void TreeEdit::tellRecorder()
         if (counts[each.backend] <= StepRecorder::mostEntries)
             changes[each.backend].push_back({each.path, each.before, stateOf(each.path)});
     }
-    for (auto& [backend, reshaped] : reshapes) {
+    for (auto& [backend, edit] : documentEdits) {
         if (hiding.count(backend) > 0)
             recorder->forgetText(*backend);
         if (counts[backend] > StepRecorder::mostEntries)
@@ -230,7 +230,7 @@ Outcome TreeEdit::createAttribute(const QString& path, QVariant value, AccessMod
         return outcome;
     if (backend) {
         if (recorder)
-            reshape(*backend);
+            editDocument(*backend);
         outcome = backend->insert(path, FrameworkCore::Values::toValue(value));
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), value,
@@ -291,8 +291,9 @@ Outcome TreeEdit::writeDocument(const Node& node, const QVariant& value, QVarian
         if (!outcome.ok() || !node.backend)
             return outcome;
     }
-    return Refusals::unfit(reshape(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted)),
-                           accepted, !node.isReadable());
+    return Refusals::unfit(
+        editDocument(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted)), accepted,
+        !node.isReadable());
 }
 
 std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) const
@@ -337,7 +338,7 @@ Outcome TreeEdit::removeFromDocument(Node& node, bool& othersMove)
     }
     if (!node.backend)
         return {};
-    reshape(*node.backend);
+    editDocument(*node.backend);
     othersMove = node.backend->removalMovesOthers(node.path);
     return node.backend->remove(node.path);
 }
@@ -399,12 +400,12 @@ void TreeEdit::takeAttribute(const QString& path)
     prune(parent);
 }
 
-Backend::Reshape& TreeEdit::reshape(Backend& backend)
+DocumentEdit& TreeEdit::editDocument(Backend& backend)
 {
-    const auto [reshape, isNew] = reshapes.try_emplace(&backend, backend);
+    const auto [edit, isNew] = documentEdits.try_emplace(&backend, backend);
     if (isNew && recorder)
         recorder->beginShape(backend);
-    return reshape->second;
+    return edit->second;
 }
 
 } // namespace Repository

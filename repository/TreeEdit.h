@@ -2,8 +2,8 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/AttributeTree.h"
-#include "repository/BackendReshape.h"
 #include "repository/Delivery.h"
+#include "repository/DocumentEdit.h"
 #include "repository/FileHold.h"
 #include "repository/NewNodes.h"
 #include "repository/PathBudget.h"
@@ -113,7 +113,7 @@ public:
     void restoreOrder(Backend& backend) { unordered.insert(&backend); }
 
     // Lets writes of single values into the backend wait until this edit ends.
-    Backend::Reshape& reshape(Backend& backend);
+    DocumentEdit& editDocument(Backend& backend);
 
     // Ends the change of the tree; the watchers are still told at the end.
     void unlock();
@@ -151,7 +151,7 @@ private:
     StepRecorder* const recorder = nullptr; // not owned
     std::unique_ptr<FileHold> files;
     std::unique_lock<std::shared_mutex> lock;
-    std::map<Backend*, Backend::Reshape> reshapes;
+    std::map<Backend*, DocumentEdit> documentEdits;
     std::vector<Delivery> deliveries;
     bool areAllTold = true; // otherwise memory was refused for some of them
     bool areAllOrdered = true;

@@ -93,7 +93,7 @@ void TreeEdit::buildDocument(Backend& backend, Node& root)
 
 void TreeEdit::showDocument(Backend& backend)
 {
-    reshape(backend);
+    editDocument(backend);
     Node& root = ensure(backend.getName());
     if (!recorder && !root.isAttribute() && (!root.children || root.children->count == 0)) {
         buildDocument(backend, root);
@@ -118,7 +118,7 @@ void TreeEdit::showDocument(Backend& backend)
 
 void TreeEdit::showChanges(Backend& backend, const DocumentChanges& changes)
 {
-    reshape(backend);
+    editDocument(backend);
     if (changes.areMoved)
         restoreOrder(backend);
     std::for_each(changes.entries.rbegin(), changes.entries.rend(), [&](const DocumentChange& change) {

@@ -26,7 +26,7 @@ std::size_t TreeEdit::placeFor(const QString& path, const Node& parent)
     const Children& siblings = *parent.children;
     if (!parent.backend || siblings.count == 0)
         return siblings.places.size();
-    const Backend::Place place = parent.backend->placeOf(path);
+    const Backend::SiblingPosition place = parent.backend->positionOf(path);
     if (place.kind == Kind::First)
         return 0;
     if (place.kind == Kind::After) {
@@ -47,7 +47,7 @@ std::size_t TreeEdit::placeFor(const QString& path, const Node& parent)
 bool TreeEdit::isInPlace(const Node& node)
 {
     const Children& siblings = *node.parent->children;
-    const Backend::Place place = node.backend->placeOf(node.path);
+    const Backend::SiblingPosition place = node.backend->positionOf(node.path);
     if (place.kind == Kind::Last)
         return siblings.last() == &node;
     if (place.kind == Kind::First)

@@ -1,6 +1,6 @@
 #include "repository/AttributeRepository.h"
 #include "repository/AttributeStore.h"
-#include "repository/Backend.h"
+#include "repository/FileBackend.h"
 #include "repository/Mounts.h"
 #include "repository/StepReplay.h"
 #include "repository/TreeEdit.h"
@@ -19,6 +19,7 @@ using FrameworkCore::Notification::UpdateResult;
 using Repository::AttributeRepository;
 using Repository::AttributeStore;
 using Repository::Backend;
+using Repository::FileBackend;
 using Repository::History;
 using Repository::HistoryStep;
 using Repository::Mounts;
@@ -33,8 +34,8 @@ struct TakenStep
     TakenStep(const QString& file, History::Direction direction)
     {
         Outcome outcome;
-        backend = Backend::open({QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite},
-                                outcome);
+        backend = FileBackend::open(
+            {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, outcome);
         mounts.mount(backend);
         {
             const History::Scope scope(store->getHistory(), QStringLiteral("Edit"));
@@ -186,7 +187,7 @@ private slots:
         QCOMPARE(TestSupport::contentOf(file), QByteArray("a=1\n[s]\nb=2\n"));
     }
 
-    void editKeepsWhatItReshapes()
+    void keepsTheBackendWhileItIsEdited()
     {
         TakenStep taken(TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n"),
                         History::Direction::Undo);
@@ -195,7 +196,7 @@ private slots:
         bool livesMeanwhile = false;
         {
             TreeEdit edit(*taken.store->getTree());
-            edit.reshape(*watched.lock());
+            edit.editDocument(*watched.lock());
             taken.step.reset();
             livesMeanwhile = !watched.expired();
         }
@@ -210,25 +211,25 @@ private slots:
         const auto store = std::make_shared<AttributeStore>();
         Mounts mounts(*store->getTree(), store->getHistory());
         Outcome outcome;
-        const auto backend = Backend::open(
+        const auto backend = FileBackend::open(
             {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, outcome);
         QVERIFY(mounts.mount(backend).ok());
         QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
         QVERIFY(mounts.unmount(backend, true).ok());
-        bool isReshaped = false;
-        const Backend::Reshaping reshape = [&isReshaped](const std::function<Backend::Changes()>& change) {
-            isReshaped = !change().entries.empty() || isReshaped;
+        bool isApplied = false;
+        const Backend::ApplyChange apply = [&isApplied](const std::function<Backend::Changes()>& change) {
+            isApplied = !change().entries.empty() || isApplied;
         };
         const QString refusal = QStringLiteral("its backend is being closed");
-        QCOMPARE(backend->save(reshape).toText(), refusal);
+        QCOMPARE(backend->save(apply).toText(), refusal);
         QCOMPARE(TestSupport::contentOf(file), QByteArray("a=1\n"));
         TestSupport::writeFile(file, "a=5\n");
-        QCOMPARE(backend->reload(Backend::Look::Asked, reshape).toText(), refusal);
-        QVERIFY(backend->reload(Backend::Look::Happening, reshape).ok());
-        QCOMPARE(backend->revert(QStringLiteral("m"), reshape).toText(), refusal);
-        QCOMPARE(backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, reshape),
+        QCOMPARE(backend->reload(Backend::Trigger::Request, apply).toText(), refusal);
+        QVERIFY(backend->reload(Backend::Trigger::Watcher, apply).ok());
+        QCOMPARE(backend->revert(QStringLiteral("m"), apply).toText(), refusal);
+        QCOMPARE(backend->resolveConflicts(QStringLiteral("m"), Backend::ConflictSide::Theirs, apply),
                  NotFound);
-        QVERIFY(!isReshaped);
+        QVERIFY(!isApplied);
     }
 
     // Who hears of the mount closes it at once, and mounts another file there.

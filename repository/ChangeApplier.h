@@ -13,13 +13,13 @@ class TreeEdit;
 
 // Makes changes of a backend's document in one piece with those of the tree. Its end tells the watchers, so
 // it outlives the operation that it is given to and every lock of it. One thread.
-class BackendReshaping
+class ChangeApplier
 {
 public:
     // The recorder is told what changes; null for what undo has nothing to do with.
-    BackendReshaping(AttributeTree& tree, Backend& backend, StepRecorder* recorder = nullptr);
-    ~BackendReshaping();
-    Q_DISABLE_COPY(BackendReshaping)
+    ChangeApplier(AttributeTree& tree, Backend& backend, StepRecorder* recorder = nullptr);
+    ~ChangeApplier();
+    Q_DISABLE_COPY(ChangeApplier)
 
     void operator()(const std::function<Backend::Changes()>& change);
 
