@@ -51,6 +51,8 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
 
 AttributeBrowserWidget::~AttributeBrowserWidget()
 {
+    if (activeEditor && activeEditor->isWindow()) // closing it would give its edit up
+        activeEditor.clear();
     textEditingFinished(); // an editor that is still open would call a page that is half gone
 }
 

@@ -5,6 +5,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/RefusedEdits.h"
+#include "host/Utilities/RepositoryAccess.h"
 
 #include <limits>
 
@@ -61,6 +62,16 @@ void refuseConversion(const QString& path, const QVariant& attributeValue, const
     refuseEdit(QLatin1String("Cannot Convert Attribute Value to Variant Type ") +
                    QLatin1String(attributeValue.typeName()),
                path, entered, QLatin1String("it holds ") + expected(attributeValue));
+}
+
+void refuseUnended(const QString& path, const QString& entered)
+{
+    const auto repository = Utilities::GetAppConfigRepositoryInterface();
+    const auto reader = repository ? repository->getReaderInterface() : nullptr;
+    const bool exists = reader && reader->getAttribute(path);
+    refuseEdit(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"), path, entered,
+               QLatin1String(exists ? "its editor was closed before the edit had ended"
+                                    : "there is no such attribute any more"));
 }
 
 bool yieldsToNewer(RepositoryInterface& repository, const QString& path, const QVariant& shown)

@@ -17,6 +17,9 @@ void refuseEdit(const QString& line, const QString& path, const QString& entered
 // For what cannot become a value of the attribute's type.
 void refuseConversion(const QString& path, const QVariant& attributeValue, const QString& entered);
 
+// For an editor that goes, with its row or its page, before the edit has ended.
+void refuseUnended(const QString& path, const QString& entered);
+
 // Whether the attribute has got another value since an editor has shown this one. To be asked only when the
 // editor was left without being touched: the newer value then stays, and the log says so.
 bool yieldsToNewer(FrameworkCore::AppConfig::Interfaces::RepositoryInterface& repository, const QString& path,

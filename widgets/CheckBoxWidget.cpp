@@ -18,6 +18,18 @@ CheckBoxWidget::CheckBoxWidget(QWidget* parent, const QString& path, const QVari
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::Base); // as the cells around it
     connect(this, &QCheckBox::toggled, this, [this] { isTouched = true; });
+    connect(this, &CheckBoxWidget::resetDavModel, this, [this] { isTouched = false; });
+}
+
+CheckBoxWidget::~CheckBoxWidget()
+{
+    if (isTouched)
+        refuseUnended(attributeFullPath, enteredText());
+}
+
+QString CheckBoxWidget::enteredText() const
+{
+    return QString::fromLatin1(isChecked() ? "true" : "false");
 }
 
 void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
@@ -60,8 +72,7 @@ void CheckBoxWidget::checkBoxStateChanged(int state)
 {
     const auto repository = Utilities::GetAppConfigRepositoryInterface();
     if (repository && !writeEdited(*repository, attributeFullPath, state == Qt::Checked))
-        refuseEdit(QString::fromLatin1("Attribute Update failed "), attributeFullPath,
-                   QString::fromLatin1(state == Qt::Checked ? "true" : "false"));
+        refuseEdit(QString::fromLatin1("Attribute Update failed "), attributeFullPath, enteredText());
     emit resetDavModel();
 }
 

@@ -13,6 +13,7 @@ class CheckBoxWidget : public QCheckBox
 
 public:
     CheckBoxWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
+    ~CheckBoxWidget() override;
 
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
@@ -28,9 +29,11 @@ private slots:
     void checkBoxStateChanged(int state);
 
 private:
+    QString enteredText() const;
+
     QString attributeFullPath;
     QVariant attributeValue;
-    bool isTouched = false; // it was toggled, although it may be back where it was
+    bool isTouched = false; // toggled, although it may be back where it was, and the edit has not ended
 };
 
 } // namespace Widgets

@@ -48,6 +48,13 @@ DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, con
     const auto touch = [this] { isTouched = true; };
     connect(lineEdit(), &QLineEdit::textEdited, this, touch);
     connect(this, &QDateTimeEdit::dateTimeChanged, this, touch);
+    connect(this, &DateTimeEditWidget::resetDavModel, this, [this] { isTouched = false; });
+}
+
+DateTimeEditWidget::~DateTimeEditWidget()
+{
+    if (isTouched)
+        refuseUnended(attributeFullPath, text());
 }
 
 // What a date and time editor cannot hold: a mere time, no value at all, years before 100. They are shown as

@@ -17,6 +17,7 @@ class DateTimeEditWidget : public QDateTimeEdit
 
 public:
     DateTimeEditWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
+    ~DateTimeEditWidget() override;
 
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
@@ -40,7 +41,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     QString attributeFullPath;
     QVariant attributeValue;
-    bool isTouched = false; // typed into, stepped or confirmed by a key
+    bool isTouched = false; // typed into, stepped or confirmed by a key, and the edit has not ended
 };
 
 } // namespace Widgets

@@ -66,6 +66,13 @@ LineEditWidget::LineEditWidget(QWidget* parent, const QString& path, const QVari
     setAutoFillBackground(true);
     connect(this, &QLineEdit::editingFinished, this, &LineEditWidget::textEditingFinished);
     connect(this, &QLineEdit::textChanged, this, [this] { isTouched = true; });
+    connect(this, &LineEditWidget::resetDavModel, this, [this] { isTouched = false; });
+}
+
+LineEditWidget::~LineEditWidget()
+{
+    if (isTouched)
+        refuseUnended(attributeFullPath, text());
 }
 
 void LineEditWidget::keyPressEvent(QKeyEvent* event)

@@ -18,6 +18,7 @@ class LineEditWidget : public QLineEdit
 
 public:
     LineEditWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
+    ~LineEditWidget() override;
 
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
@@ -45,7 +46,7 @@ private:
     QString attributeFullPath;
     QVariant attributeValue;
     qint32 editingFinishedCount = 0;
-    bool isTouched = false; // typed into, or confirmed by a key
+    bool isTouched = false; // typed into, or confirmed by a key, and the edit has not ended
 };
 
 } // namespace Widgets

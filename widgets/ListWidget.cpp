@@ -16,6 +16,11 @@ namespace {
 
 enum Column { NumberColumn, TextColumn, ColumnCount };
 
+QString entryOf(const QVariant& list)
+{
+    return list.toStringList().join(QLatin1Char('\n'));
+}
+
 // A text may be longer than a line edit takes by itself; it would be cut as soon as somebody edits it.
 class ElementDelegate : public QStyledItemDelegate
 {
@@ -51,7 +56,16 @@ ListWidget::ListWidget(QWidget* parent, const QString& path, const QVariant& val
     setFocus(Qt::OtherFocusReason);
 }
 
-ListWidget::~ListWidget() = default;
+// Closing ends the edit, so that one which is open has not ended.
+ListWidget::~ListWidget()
+{
+    if (!isVisible())
+        return;
+    takeTypedElement();
+    QVariant value;
+    if (getModifiedAttributeValue(value) && value != attributeValue)
+        refuseUnended(attributeFullPath, entryOf(value));
+}
 
 void ListWidget::setUpTable()
 {
@@ -103,15 +117,20 @@ void ListWidget::on_btnCancel_clicked()
 
 void ListWidget::on_btnWrite_clicked()
 {
-    ui->tblListType->setCurrentCell(ui->tblListType->currentRow(), NumberColumn); // takes what is being typed
+    takeTypedElement();
     QVariant value;
     const bool isList = getModifiedAttributeValue(value) && value.isValid();
-    const QString entered = value.toStringList().join(QLatin1Char('\n'));
+    const QString entered = entryOf(value);
     if (!isList)
         refuseConversion(attributeFullPath, attributeValue, entered);
     else if (repository)
         writeEditedOrLog(*repository, attributeFullPath, value, entered);
     close();
+}
+
+void ListWidget::takeTypedElement()
+{
+    ui->tblListType->setCurrentCell(ui->tblListType->currentRow(), NumberColumn);
 }
 
 void ListWidget::on_btnPlus_clicked()

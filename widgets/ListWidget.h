@@ -36,6 +36,7 @@ private slots:
 private:
     void setUpTable();
     void fillRow(const QString& number, const QString& text);
+    void takeTypedElement(); // out of the cell's own editor
     bool getModifiedAttributeValue(QVariant& vValue) const;
 
     std::unique_ptr<Ui::ListWidget> ui;

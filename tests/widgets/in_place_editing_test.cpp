@@ -2,6 +2,7 @@
 #include "tests/support/BothRepositories.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/RefusedEntries.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
 #include "tests/widgets/BrowserPage.h"
@@ -37,6 +38,14 @@ void type(const char* keys)
 {
     for (; *keys; ++keys) // the first may open an editor
         QTest::keyClick(QApplication::focusWidget(), *keys);
+}
+
+// Of the list whose window has the keyboard; the element's own editor stays open.
+void changeSecondElement()
+{
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Right})
+        press(key);
+    type("typed");
 }
 
 QList<ListWidget*> listWindows()
@@ -198,36 +207,60 @@ private slots:
     {
         QTest::addColumn<QVariant>("value");
         QTest::addColumn<QString>("way");
-        for (const char* const way : {"removed", "branch removed", "branch closed", "tree read anew"}) {
-            QTest::addRow("line, %s", way) << QVariant(5LL) << text(way);
-            QTest::addRow("check box, %s", way) << QVariant(true) << text(way);
-            QTest::addRow("date, %s", way) << QVariant(QDate(2024, 2, 28)) << text(way);
+        QTest::addColumn<QString>("kept"); // of what was entered; empty when nothing was
+        for (const char* const way :
+             {"removed", "branch removed", "branch closed", "tree read anew", "page closed"}) {
+            QTest::addRow("line, %s", way) << QVariant(5LL) << text(way) << text("7");
+            QTest::addRow("check box, %s", way) << QVariant(true) << text(way) << text("false");
+            QTest::addRow("date, %s", way) << QVariant(QDate(2024, 2, 28)) << text(way) << text("2025-02-28");
+            QTest::addRow("untouched, %s", way) << QVariant(5LL) << text(way) << QString();
         }
+        QTest::newRow("list") << QVariant(QStringList{text("a"), text("b")}) << text("page closed")
+                              << text("a\ntyped");
+        QTest::newRow("list untouched")
+            << QVariant(QStringList{text("a"), text("b")}) << text("page closed") << QString();
     }
 
     void itemGoesWhileItIsEdited()
     {
         QFETCH(QVariant, value);
         QFETCH(QString, way);
+        QFETCH(QString, kept);
         create(path, value);
         create(text("other"), text("x"));
         openPage();
         edit();
-        change();
-        const QPointer<QWidget> editor = page->tree.indexWidget(cell());
+        QTRY_COMPARE(bool(qobject_cast<ListWidget*>(QApplication::activeWindow())),
+                     value.userType() == QMetaType::QStringList);
+        const TestSupport::RefusedEntries refused;
+        if (!kept.isEmpty())
+            change();
+        const QPointer<QWidget> editor = QApplication::focusWidget();
         if (way == text("removed"))
             repository->getTreeInterface()->removeTree(path);
         else if (way == text("branch removed"))
             repository->getTreeInterface()->removeTree(text("plant"));
         else if (way == text("branch closed"))
             page->tree.collapseAll();
+        else if (way == text("page closed"))
+            page.reset();
         else
             QVERIFY(QMetaObject::invokeMethod(&page->widget, "refreshAttributesList",
                                               Q_ARG(QString, text("other"))));
         QTRY_VERIFY(!editor);
+        const bool isGone = way.contains(text("removed"));
+        const QString cause = isGone ? text("there is no such attribute any more")
+                                     : text("its editor was closed before the edit had ended");
+        const QString shownEntry = QString(kept).replace(QLatin1Char('\n'), QChar(0x21B5));
+        const QString told =
+            text("%1 | %2 | '%1' was not set to '%3': %4").arg(path, kept, shownEntry, cause);
+        QCOMPARE(refused.texts(), kept.isEmpty() ? QStringList() : QStringList(told));
+        QCOMPARE(valueOf(path), isGone ? QVariant() : value);
+        QCOMPARE(log.texts(), kept.isEmpty() ? QStringList()
+                                             : QStringList(text("Write To Attribute %1 Failed").arg(path)));
+        if (!page)
+            return;
         QTRY_VERIFY(page->tree.hasFocus());
-        QCOMPARE(valueOf(path), way.contains(text("removed")) ? QVariant() : value);
-        QCOMPARE(log.texts(), QStringList());
         edit(text("other"));
         type("y");
         press(Qt::Key_Return);
@@ -373,6 +406,8 @@ private:
         QWidget* const editor = QApplication::focusWidget();
         if (qobject_cast<QLineEdit*>(editor))
             type("7");
+        else if (qobject_cast<ListWidget*>(editor->window()))
+            changeSecondElement();
         else if (qobject_cast<QCheckBox*>(editor))
             QTest::mouseClick(editor, Qt::LeftButton, Qt::NoModifier, QPoint(8, editor->height() / 2));
         else
@@ -432,9 +467,7 @@ void InPlaceEditingTest::keysEditEveryType()
     press(Qt::Key_Down);
     press(Qt::Key_F2);
     QTRY_VERIFY(qobject_cast<ListWidget*>(QApplication::activeWindow()));
-    for (const auto key : {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Right})
-        press(key);
-    type("typed");
+    changeSecondElement();
     press(Qt::Key_Return);
     QTRY_COMPARE(QApplication::focusWidget()->objectName(), text("tblListType"));
     for (const auto key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space})

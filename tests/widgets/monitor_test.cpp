@@ -166,7 +166,7 @@ private slots:
         row(5, "six", "", "Cannot Convert Attribute Value to Variant Type qlonglong");
         row(5, "6", "removed", readOnly);
         row(QTime(1, 2, 3), "040506", "removed", "Write To Attribute k Failed");
-        row(true, " ", "row removed", "");
+        row(true, " ", "row removed", "Write To Attribute k Failed"); // so that what was entered is kept
     }
 
     void endsWithoutWriting()

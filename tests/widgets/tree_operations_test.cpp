@@ -1,9 +1,9 @@
 #include "host/Shared/Logging/LogRecord.h"
-#include "host/Utilities/RefusedEdits.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/RefusedEntries.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/widgets/BrowserPage.h"
@@ -405,13 +405,10 @@ private slots:
 
         QVERIFY(repository->getValidationInterface()->addValidation(QStringLiteral("p.a.z"),
                                                                     QStringLiteral("integer")) != 0);
-        QString entered; // is not lost
-        connect(&Utilities::RefusedEdits::instance(), &Utilities::RefusedEdits::added, this,
-                [&entered](const Utilities::RefusedEdit& edit) { entered = edit.path + edit.entered; });
+        const TestSupport::RefusedEntries refused; // what was entered is not lost
         choose(QStringLiteral("p.a"), "New Attribute",
                {createText(QStringLiteral("z"), QStringLiteral("fast"))});
-        disconnect(&Utilities::RefusedEdits::instance(), nullptr, this, nullptr);
-        QCOMPARE(entered, QStringLiteral("p.a.zfast"));
+        QCOMPARE(refused.texts(), QStringList(QStringLiteral("p.a.z | fast | ")));
         QCOMPARE(lastLog(), QStringLiteral("Attribute 'p.a.z' Created With Result false"));
         QCoreApplication::processEvents();
         QVERIFY(!page->tree.selectionModel()->hasSelection());
