@@ -10,7 +10,7 @@
 #include "widgets/PageWindow.h"
 
 #include <QApplication>
-#include <QEvent>
+#include <QKeyEvent>
 
 namespace Widgets {
 
@@ -90,9 +90,15 @@ void AttributeBrowserWidget::showInCell(const QModelIndex& cell, const QString& 
     editor->installEventFilter(this);
 }
 
-// The tree hides an editor whose item is closed or gone, and would show it again.
 bool AttributeBrowserWidget::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == ui->treeView && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Asterisk) {
+        // The tree would open each leaf as well, which takes seconds where there are very many.
+        expandBelow(ui->treeView->currentIndex().siblingAtColumn(0));
+        return true;
+    }
+    // The tree hides an editor whose item is closed or gone, and would show it again.
     if (event->type() == QEvent::Hide && watched == activeEditor && activeEditor->isHidden()) {
         const auto finish = [this, editor = activeEditor] {
             if (editor && editor == activeEditor)

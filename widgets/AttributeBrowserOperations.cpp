@@ -103,8 +103,7 @@ QString AttributeBrowserWidget::goneContextText() const
 
 void AttributeBrowserWidget::onBtnExpandAllClicked()
 {
-    const ScopedSignalBlocker blocker(ui->treeView);
-    expandChildren(contextIndex);
+    expandBelow(contextIndex);
 }
 
 void AttributeBrowserWidget::onBtnCollapseAllClicked()

@@ -2,6 +2,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+#include "host/Utilities/ScopedSignalBlocker.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 #include "widgets/AttributeDetails.h"
@@ -53,6 +54,12 @@ void AttributeBrowserWidget::expandIndexes(QModelIndex parent, QStringList lstEx
         ui->treeView->expand(each.item);
         expandedPaths.add(each.path);
     }
+}
+
+void AttributeBrowserWidget::expandBelow(const QModelIndex& index)
+{
+    const Utilities::ScopedSignalBlocker blocker(ui->treeView); // what is opened is noted once
+    expandChildren(index);
 }
 
 void AttributeBrowserWidget::expandChildren(QModelIndex index)

@@ -81,6 +81,7 @@ void AttributeBrowserWidget::setUpTree()
     tree->setAcceptDrops(true);
     tree->setAutoExpandDelay(2000);
     tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    tree->installEventFilter(this);
     tree->setUniformRowHeights(true); // or to reach the last of a million rows, all of them are measured
     tree->header()->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);

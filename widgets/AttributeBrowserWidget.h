@@ -105,6 +105,7 @@ private:
     QString readPathSeparator() const;
     void openItem(const QModelIndex& index);
     void reveal(const QString& path);
+    void expandBelow(const QModelIndex& index);
     void openBranch(const QModelIndex& index, int& leavesLeft);
     void closeBranch(const QModelIndex& index);
     void postponeTreeLayout(); // or each item that is opened or closed costs a search of all shown rows

@@ -131,6 +131,30 @@ private slots:
         QCOMPARE(page->shownRows(), open);
     }
 
+    // However it is asked for: each open leaf would cost time and memory.
+    void opensNotEveryLeafOfVeryMany()
+    {
+        QByteArray leaves;
+        constexpr int many = 20'001;
+        for (int leaf = 0; leaf < many; ++leaf)
+            leaves += "\"k" + QByteArray::number(leaf) + "\": 1,";
+        mount("json", "p", "{\"a\": {" + leaves + "\"last\": 1}}");
+        for (const bool byKey : {false, true}) {
+            openPage();
+            page->read(QStringLiteral("p"));
+            if (byKey) {
+                page->clickItem(QStringLiteral("p.a"));
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Asterisk);
+            } else {
+                choose(QStringLiteral("p.a"), "Expand All");
+            }
+            const QModelIndex branch = page->item(QStringLiteral("p.a"));
+            QVERIFY(page->tree.isExpanded(branch));
+            QVERIFY(page->tree.isExpanded(page->tree.model()->index(0, 0, branch)));
+            QVERIFY(!page->tree.isExpanded(page->tree.model()->index(many, 0, branch)));
+        }
+    }
+
     void changesFiles_data()
     {
         QTest::addColumn<QString>("type");
