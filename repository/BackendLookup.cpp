@@ -4,15 +4,16 @@
 #include "repository/Backend.h"
 #include "repository/PathRules.h"
 
+#include <algorithm>
+
 namespace Repository {
 
 std::shared_ptr<Backend> findBackend(AttributeTree& tree, const QString& name)
 {
-    for (const auto& backend : tree.getBackends()) {
-        if (backend->getName() == name)
-            return backend;
-    }
-    return {};
+    const std::shared_lock lock(tree.structure);
+    const auto found = std::find_if(tree.backends.begin(), tree.backends.end(),
+                                    [&name](const auto& backend) { return backend->getName() == name; });
+    return found == tree.backends.end() ? nullptr : *found;
 }
 
 std::shared_ptr<Backend> backendOf(AttributeTree& tree, const QString& path)
