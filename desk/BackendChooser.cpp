@@ -16,9 +16,9 @@ namespace Vantry {
 
 using Utilities::ModelViews::Widgets::PlainLabel;
 
-BackendChooser::BackendChooser(const QString& verb, const BackendFiles& files, const QStringList& backends,
-                               QWidget* parent)
-    : QDialog(parent), filter(new QLineEdit), rows(new QListWidget)
+BackendChooser::BackendChooser(const QString& actionVerb, const BackendFiles& files,
+                               const QStringList& backends, QWidget* parent)
+    : QDialog(parent), verb(actionVerb), filter(new QLineEdit), rows(new QListWidget)
 {
     setObjectName(QStringLiteral("backendChooser"));
     setWindowTitle(tr("Choose Files"));
@@ -74,7 +74,9 @@ void BackendChooser::narrow(const QString& typed)
 
 void BackendChooser::showState()
 {
-    choose->setEnabled(!getChosen().isEmpty());
+    const int count = getChosen().size();
+    choose->setEnabled(count > 0);
+    choose->setText(count > 1 ? tr("%1 (%2)").arg(verb, QString::number(count)) : verb);
 }
 
 QStringList BackendChooser::getChosen() const

@@ -31,6 +31,8 @@ private:
     void narrow(const QString& typed);
     void showState();
 
+    const QString verb;
+
     // Children.
     QLineEdit* filter;
     QListWidget* rows;
