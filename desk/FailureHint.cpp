@@ -1,5 +1,6 @@
 #include "desk/FailureHint.h"
 
+#include "desk/CellEdit.h"
 #include "desk/LogFeed.h"
 #include "desk/LogModel.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
@@ -7,9 +8,11 @@
 #include "repository/RepositoryLog.h"
 
 #include <QAccessible>
+#include <QAction>
+#include <QApplication>
 #include <QClipboard>
-#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QStyle>
 #include <QToolButton>
 
@@ -45,10 +48,10 @@ QString newestReason(const QString& path)
 
 } // namespace
 
-FailureHint::FailureHint(LogFeed& feed, const std::shared_ptr<SuccessWatch::Notifications>& notifications,
-                         QWidget* parent)
-    : QWidget(parent), icon(new PlainLabel), label(new PlainLabel), success(notifications),
-      editSuccess(notifications)
+FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> attributes, QWidget* parent)
+    : QWidget(parent), repository(std::move(attributes)), reachAction(new QAction(tr("&Failure"), this)),
+      icon(new PlainLabel), label(new PlainLabel), success(repository->getNotificationInterface()),
+      editSuccess(repository->getNotificationInterface())
 {
     setObjectName(QStringLiteral("failureHint"));
     auto* const row = new QHBoxLayout(this);
@@ -60,25 +63,14 @@ FailureHint::FailureHint(LogFeed& feed, const std::shared_ptr<SuccessWatch::Noti
     label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     row->addWidget(label, 1);
 
-    copy = addButton(*row, "failureCopy", tr("Copy Entry"), tr("Copy what was entered and not taken"));
-    connect(copy, &QToolButton::clicked, this,
-            [this] { QGuiApplication::clipboard()->setText(edit.entered); });
-    auto* const open = addButton(*row, "failureLog", tr("Show Log"), tr("Open the log, which tells more"));
-    connect(open, &QToolButton::clicked, this, [this] {
-        endText();
-        emit logRequested();
-    });
-    auto* const close = addButton(*row, "failureClose", tr("Close"), tr("Close this message"));
-    close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
-    close->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    connect(close, &QToolButton::clicked, this, [this] {
-        endEdit();
-        endText();
-    });
+    setUpButtons(*row);
+    setUpReaching();
 
-    life.setSingleShot(true);
     life.setInterval(shownFor);
-    connect(&life, &QTimer::timeout, this, &FailureHint::endText);
+    connect(&life, &QTimer::timeout, this, [this] {
+        if (!hasKeyboard()) // it would go from under the person's hands
+            endText();
+    });
     connect(&success, &SuccessWatch::succeeded, this, &FailureHint::endText);
     connect(&editSuccess, &SuccessWatch::succeeded, this, &FailureHint::endEdit);
     connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
@@ -87,7 +79,35 @@ FailureHint::FailureHint(LogFeed& feed, const std::shared_ptr<SuccessWatch::Noti
     endText();
 }
 
-// What goes by itself would take the focus with it: no button has it.
+void FailureHint::setUpButtons(QHBoxLayout& row)
+{
+    again = addButton(row, "failureEdit", tr("Edit A&gain"), {});
+    connect(again, &QToolButton::clicked, this, &FailureHint::requestEdit);
+    copy = addButton(row, "failureCopy", tr("&Copy Entry"), tr("Copy what was entered and not taken"));
+    connect(copy, &QToolButton::clicked, this,
+            [this] { QGuiApplication::clipboard()->setText(edit.entered); });
+    auto* const open = addButton(row, "failureLog", tr("&Show Log"), tr("Open the log, which tells more"));
+    connect(open, &QToolButton::clicked, this, [this] {
+        endText();
+        emit logRequested();
+    });
+    auto* const shut = addButton(row, "failureClose", tr("Close"), tr("Close this message (Escape)"));
+    shut->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+    shut->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    connect(shut, &QToolButton::clicked, this, &FailureHint::close);
+}
+
+void FailureHint::setUpReaching()
+{
+    reachAction->setShortcut(Qt::Key_F6);
+    connect(reachAction, &QAction::triggered, this, &FailureHint::reach);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, const QWidget* now) {
+        if (before && now && isAncestorOf(now) && !isAncestorOf(before))
+            cameFrom = before;
+    });
+}
+
+// The mouse does not take the focus from what is worked on.
 QToolButton* FailureHint::addButton(QHBoxLayout& row, const char* name, const QString& caption,
                                     const QString& toolTip)
 {
@@ -97,7 +117,7 @@ QToolButton* FailureHint::addButton(QHBoxLayout& row, const char* name, const QS
     button->setText(caption);
     button->setToolTip(Utilities::ModelViews::toolTipText(toolTip));
     button->setAccessibleName(toolTip);
-    button->setFocusPolicy(Qt::NoFocus);
+    button->setFocusPolicy(Qt::TabFocus);
     row.addWidget(button);
     return button;
 }
@@ -149,13 +169,80 @@ void FailureHint::showUnsaved(const QStringList& backends)
 {
     if (!unsavedBackend.isEmpty() && !backends.contains(unsavedBackend))
         endText();
+    offerEdit();
+}
+
+void FailureHint::offerEdit()
+{
+    const bool isKept = !edit.path.isEmpty();
+    again->setVisible(isKept);
+    copy->setVisible(isKept);
+    if (!isKept)
+        return;
+    const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
+    const QVariant value = attribute ? attribute->getValue() : QVariant();
+    const bool isEditable = value.isValid() && value.userType() != QMetaType::QByteArray;
+    const QString hint = isEditable  ? tr("Open the editor of '%1' with what was entered")
+                         : attribute ? tr("'%1' cannot be edited in its cell")
+                                     : tr("'%1' does not exist");
+    again->setEnabled(isEditable);
+    again->setToolTip(Utilities::ModelViews::toolTipText(hint.arg(edit.path)));
+    again->setAccessibleName(hint.arg(edit.path));
+}
+
+// What is in another editor is taken first, and may be kept here instead.
+void FailureHint::requestEdit()
+{
+    const RefusedEdit requested = edit;
+    endCellEdit(*window());
+    emit editRequested(requested);
+}
+
+bool FailureHint::hasKeyboard() const
+{
+    const QWidget* const focused = QApplication::focusWidget();
+    return focused && isAncestorOf(focused);
+}
+
+void FailureHint::reach()
+{
+    endCellEdit(*window());
+    window()->setAttribute(Qt::WA_KeyboardFocusChange); // or the style shows no focus before the first Tab
+    for (QToolButton* const button : findChildren<QToolButton*>()) {
+        if (button->isVisible() && button->isEnabled())
+            return button->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void FailureHint::close()
+{
+    endEdit();
+    endText();
+}
+
+// Gives the keyboard back.
+void FailureHint::vanish()
+{
+    if (hasKeyboard() && cameFrom)
+        cameFrom->setFocus(Qt::OtherFocusReason);
+    reachAction->setEnabled(false);
+    hide();
+}
+
+void FailureHint::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void FailureHint::show(const QString& failure)
 {
     text = failure.left(longestText);
     age.start();
-    copy->setVisible(!edit.path.isEmpty());
+    offerEdit();
+    reachAction->setEnabled(true);
     setToolTip(Utilities::ModelViews::toolTipText(text));
     setAccessibleName(text);
     if (icon->pixmap(Qt::ReturnByValue).isNull()) // drawn late: the first look for an icon takes long
@@ -175,7 +262,7 @@ void FailureHint::endText()
     isReason = !edit.path.isEmpty();
     text.clear();
     if (edit.path.isEmpty())
-        hide();
+        vanish();
     else
         show(edit.reason);
 }
@@ -185,7 +272,7 @@ void FailureHint::endEdit()
     const bool isShown = text == edit.reason.left(longestText);
     edit = {};
     editSuccess.watch({});
-    copy->hide();
+    offerEdit();
     if (isShown)
         endText();
 }

@@ -1,5 +1,6 @@
 #include "desk/MainWindow.h"
 
+#include "desk/CellEdit.h"
 #include "desk/EditMenu.h"
 #include "desk/ExampleFiles.h"
 #include "desk/FailureHint.h"
@@ -17,6 +18,8 @@
 #include "desk/StartPage.h"
 #include "desk/TreeSelection.h"
 #include "desk/WindowMemory.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
+#include "host/Utilities/RefusedEdits.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -24,6 +27,7 @@
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -34,6 +38,10 @@
 #include <utility>
 
 namespace Vantry {
+
+using Utilities::RefusedEdit;
+using Utilities::RefusedEdits;
+using Utilities::ModelViews::Widgets::PlainMessageBox;
 
 namespace {
 
@@ -98,11 +106,12 @@ void MainWindow::setUpAreas()
 
 void MainWindow::setUpStatusBar()
 {
-    auto* const hint = new FailureHint(logFeed, repository->getNotificationInterface());
+    hint = new FailureHint(logFeed, repository);
     statusBar()->addWidget(hint, 1);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
-            [this, hint] { hint->showUnsaved(files.getWatch().getNames()); });
+            [this] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
+    connect(hint, &FailureHint::editRequested, this, &MainWindow::editAgain);
 }
 
 void MainWindow::setUpMenus()
@@ -131,6 +140,7 @@ void MainWindow::setUpMenus()
         if (isShown)
             log->showLines();
     });
+    view->addAction(&hint->getReachAction());
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
@@ -285,6 +295,12 @@ void MainWindow::selectBackend(const QString& backend)
         {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
 }
 
+void MainWindow::editAgain(const RefusedEdit& refused)
+{
+    showFirstPages(true);
+    RefusedEdits::instance().editAgain(refused);
+}
+
 // What the window and its menus say of the open files.
 void MainWindow::showFiles()
 {
@@ -344,9 +360,29 @@ void MainWindow::closeUnasked()
     close();
 }
 
+// Ends the edit of a cell. False when what was typed is refused, and the person does not give it up.
+bool MainWindow::mayEntryBeLost()
+{
+    bool isRefused = false;
+    {
+        const QObject listener;
+        connect(&RefusedEdits::instance(), &RefusedEdits::added, &listener,
+                [&isRefused] { isRefused = true; });
+        endCellEdit(*this);
+    }
+    if (!isRefused)
+        return true;
+    PlainMessageBox question(PlainMessageBox::Warning, tr("Not Written"),
+                             tr("%1\n\nClose the window without it?").arg(hint->getText()),
+                             PlainMessageBox::Cancel, this);
+    const QAbstractButton* const close = question.addButton(tr("C&lose"), PlainMessageBox::DestructiveRole);
+    question.exec();
+    return question.clickedButton() == close;
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (asks && !files.mayBeLost()) {
+    if (asks && !(mayEntryBeLost() && files.mayBeLost())) {
         event->ignore();
         return;
     }

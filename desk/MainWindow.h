@@ -5,6 +5,7 @@
 #include "desk/FileMounter.h"
 #include "desk/LogFeed.h"
 #include "desk/PluginLoader.h"
+#include "host/Utilities/RefusedEdits.h"
 
 #include <QMainWindow>
 
@@ -14,6 +15,7 @@ class QStackedWidget;
 namespace Vantry {
 
 class EditMenu;
+class FailureHint;
 class FileMenu;
 class KeptChangesBar;
 class LogDock;
@@ -68,6 +70,8 @@ private:
     void openExample();
     void applyKept(const KeptChanges::Entry& entry);
     void showResult(const FileMounter::Result& result);
+    bool mayEntryBeLost();
+    void editAgain(const Utilities::RefusedEdit& refused);
     void selectBackend(const QString& backend);
     void showFiles();
     void showAbout();
@@ -92,6 +96,7 @@ private:
     StartPage* startPage = nullptr;
     PluginDock* plugins = nullptr;
     LogDock* log = nullptr;
+    FailureHint* hint = nullptr;
 
     ApplicationHost applications; // its widgets go before the window's areas
 };

@@ -12,6 +12,8 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include <utility>
+
 namespace Widgets {
 
 using Utilities::ModelViews::AttributeTreeViewModel;
@@ -88,6 +90,37 @@ void AttributeBrowserWidget::showInCell(const QModelIndex& cell, const QString& 
     contextIndex = cell;
     placeOverCell(*ui->treeView, cell, *editor);
     editor->installEventFilter(this);
+}
+
+void AttributeBrowserWidget::editAgain(const Utilities::RefusedEdit& refused)
+{
+    if (!isVisible()) { // its page is being chosen
+        toEditOnceShown = refused;
+        return;
+    }
+    QVariant value = readValue(refused.path);
+    if (value.isValid() && !treeModel->indexFromPath(refused.path).isValid()) { // the search leaves it out
+        ui->edtSearchPath->setText(refused.path);
+        onBtnReadAttributeClicked();
+    }
+    reveal(refused.path);
+    const QModelIndex item = treeModel->indexFromPath(refused.path);
+    if (!item.isValid())
+        return;
+    activeEditor.clear();
+    editAttributeBasedOnDataType(item.siblingAtColumn(AttributeTreeViewModel::ValueColumn), refused.path,
+                                 value);
+    if (activeEditor)
+        QMetaObject::invokeMethod(activeEditor, "enter", Q_ARG(QString, refused.entered));
+}
+
+void AttributeBrowserWidget::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (toEditOnceShown.path.isEmpty())
+        return;
+    const auto edit = [this, refused = std::exchange(toEditOnceShown, {})] { editAgain(refused); };
+    QMetaObject::invokeMethod(this, edit, Qt::QueuedConnection);
 }
 
 bool AttributeBrowserWidget::eventFilter(QObject* watched, QEvent* event)

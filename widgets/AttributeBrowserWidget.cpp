@@ -47,6 +47,8 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     ui->txtAttributeDetails->setLineWrapMode(QTextEdit::WidgetWidth);
     details = new AttributeDetails(*ui->txtAttributeDetails);
     setUpFilters();
+    connect(&Utilities::RefusedEdits::instance(), &Utilities::RefusedEdits::editRequested, this,
+            &AttributeBrowserWidget::editAgain);
 }
 
 AttributeBrowserWidget::~AttributeBrowserWidget()

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/FrameworkCore/Core/CoreLocalizationInterface.h"
+#include "host/Utilities/RefusedEdits.h"
 #include "widgets/ExpansionMemory.h"
 #include "widgets/HierarchyFilter.h"
 
@@ -87,12 +88,14 @@ private slots:
     void showBackendDetails(QModelIndex index);
     void expandIndexes(QModelIndex parent, QStringList lstExpandedModelPath);
     void expandChildren(QModelIndex index);
+    void editAgain(const Utilities::RefusedEdit& refused);
     void collapseChildren(QModelIndex index);
     void expandIndexBasedOnComboText(QString& strText);
 
 protected:
     bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void logValidationNames() const;
@@ -133,7 +136,8 @@ private:
     QLabel* treeHint = nullptr; // a child of the tree
     QString shownSearchPath;    // what the tree was read for last
     bool isTreeRead = false;
-    QPointer<QWidget> activeEditor; // over the cell contextIndex, or a window; not owned
+    QPointer<QWidget> activeEditor;         // over the cell contextIndex, or a window; not owned
+    Utilities::RefusedEdit toEditOnceShown; // without a path when there is none
     HierarchyFilter filter;
     AttributeDetails* details; // owned through its Qt parent, the panel
 

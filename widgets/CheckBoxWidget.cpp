@@ -27,6 +27,11 @@ CheckBoxWidget::~CheckBoxWidget()
         refuseUnended(attributeFullPath, enteredText());
 }
 
+void CheckBoxWidget::enter(const QString& entry)
+{
+    setChecked(entry == QLatin1String("true"));
+}
+
 QString CheckBoxWidget::enteredText() const
 {
     return QString::fromLatin1(isChecked() ? "true" : "false");

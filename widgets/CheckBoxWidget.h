@@ -15,6 +15,10 @@ public:
     CheckBoxWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
     ~CheckBoxWidget() override;
 
+public slots:
+    // As if a person had entered it.
+    void enter(const QString& entry);
+
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
     // deletion, since this comes out of its own handlers.

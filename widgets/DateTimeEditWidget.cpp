@@ -80,6 +80,12 @@ void DateTimeEditWidget::leaveUnusualValue()
     setSelectedSection(sectionAt(0));
 }
 
+void DateTimeEditWidget::enter(const QString& entry)
+{
+    leaveUnusualValue();
+    lineEdit()->setText(entry);
+}
+
 void DateTimeEditWidget::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {

@@ -19,6 +19,10 @@ public:
     DateTimeEditWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
     ~DateTimeEditWidget() override;
 
+public slots:
+    // As if a person had entered it.
+    void enter(const QString& entry);
+
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
     // deletion, since this comes out of its own handlers.

@@ -75,6 +75,12 @@ LineEditWidget::~LineEditWidget()
         refuseUnended(attributeFullPath, text());
 }
 
+void LineEditWidget::enter(const QString& entry)
+{
+    if (!isReadOnly())
+        setText(entry);
+}
+
 void LineEditWidget::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Escape) {

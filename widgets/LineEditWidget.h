@@ -30,6 +30,9 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 public slots:
+    // As if a person had entered it.
+    void enter(const QString& entry);
+
     // Lets only texts be typed that lie within the validator's bounds for the value's type. For callers that
     // want it; the views do not.
     void addValidator();

@@ -46,13 +46,8 @@ ListWidget::ListWidget(QWidget* parent, const QString& path, const QVariant& val
     ui->setupUi(this);
     setWindowModality(Qt::ApplicationModal);
     setUpTable();
-    if (attributeValue.userType() == QMetaType::QStringList) {
-        const QStringList elements = attributeValue.toStringList();
-        for (const QString& element : elements) {
-            ui->tblListType->insertRow(listRowCount);
-            fillRow(QString::number(listRowCount), element);
-        }
-    }
+    if (attributeValue.userType() == QMetaType::QStringList)
+        fillRows(attributeValue.toStringList());
     setFocus(Qt::OtherFocusReason);
 }
 
@@ -65,6 +60,21 @@ ListWidget::~ListWidget()
     QVariant value;
     if (getModifiedAttributeValue(value) && value != attributeValue)
         refuseUnended(attributeFullPath, entryOf(value));
+}
+
+void ListWidget::enter(const QString& entry)
+{
+    ui->tblListType->setRowCount(0);
+    listRowCount = 0;
+    fillRows(entry.split(QLatin1Char('\n')));
+}
+
+void ListWidget::fillRows(const QStringList& elements)
+{
+    for (const QString& element : elements) {
+        ui->tblListType->insertRow(listRowCount);
+        fillRow(QString::number(listRowCount), element);
+    }
 }
 
 void ListWidget::setUpTable()

@@ -23,6 +23,10 @@ public:
     ListWidget(QWidget* parent, const QString& attributeFullPath, const QVariant& attributeValue);
     ~ListWidget() override;
 
+public slots:
+    // As if a person had entered it.
+    void enter(const QString& entry);
+
 protected:
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
@@ -35,6 +39,7 @@ private slots:
 
 private:
     void setUpTable();
+    void fillRows(const QStringList& elements);
     void fillRow(const QString& number, const QString& text);
     void takeTypedElement(); // out of the cell's own editor
     bool getModifiedAttributeValue(QVariant& vValue) const;

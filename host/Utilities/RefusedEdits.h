@@ -15,8 +15,8 @@ struct RefusedEdit
     QString reason;  // a sentence with path, value and what was expected; empty where the repository logs it
 };
 
-// Hands refused edits from the editors to whoever keeps what was entered from being lost. GUI thread; one
-// object for the process.
+// Hands refused edits from the editors to whoever keeps what was entered from being lost, and back again. GUI
+// thread; one object for the process.
 class VANTRY_HOST_EXPORT RefusedEdits : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,12 @@ public:
     // Logs the reason, too, since the editors' own lines do not give it.
     void add(const RefusedEdit& edit);
 
+    // Asks whoever shows attributes to open an editor that holds what was entered.
+    void editAgain(const RefusedEdit& edit) { emit editRequested(edit); }
+
 signals:
     void added(const Utilities::RefusedEdit& edit);
+    void editRequested(const Utilities::RefusedEdit& edit);
 
 private:
     RefusedEdits() = default;

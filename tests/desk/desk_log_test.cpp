@@ -3,13 +3,16 @@
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "repository/RepositoryLog.h"
 #include "tests/desk/RunningDesk.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -22,6 +25,8 @@ using TestSupport::pressKey;
 using TestSupport::RunningDesk;
 
 namespace {
+
+const QString speed = QStringLiteral("plant.cell.pump.motor.speed");
 
 void log(LogMessageType type, const char* category, const QString& text)
 {
@@ -60,18 +65,9 @@ private slots:
         QVERIFY(!hint->isVisible());
         QApplication::clipboard()->clear();
         const QRect before = desk->part<QWidget>("workArea")->rect();
-        const QString path = QStringLiteral("plant.cell.pump.motor.speed");
+        const QString& path = speed;
         const auto validations = desk->repository->getValidationInterface();
         QVERIFY(validations->addValidation(path, QStringLiteral("range(0,1500)")) != 0);
-        const auto enter = [&](const char* typed) {
-            desk->tree->setFocus();
-            desk->tree->setCurrentIndex(desk->item(path));
-            QVERIFY(pressKey(QStringLiteral("F2")));
-            QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
-            QVERIFY(pressKey(QStringLiteral("ctrl+a")));
-            QVERIFY(TestSupport::typeText(QLatin1String(typed)));
-            QVERIFY(pressKey(QStringLiteral("Return")));
-        };
         enter("2000");
         QTRY_VERIFY(hint->isVisible());
         QCOMPARE(desk->part<QWidget>("workArea")->rect(), before); // nothing moves under the person's hands
@@ -115,6 +111,119 @@ private slots:
         QVERIFY(!desk->part<QToolButton>("failureCopy")->isVisible()); // nothing was entered
         QVERIFY(desk->repository->getBackendInterface()->saveBackend(QStringLiteral("plant")));
         QTRY_VERIFY(!hint->isVisible());
+    }
+
+    void keepsWhatWasTyped_data()
+    {
+        QTest::addColumn<QString>("way");
+        QTest::addColumn<QString>("kept");
+        QTest::addColumn<bool>("isEditable");
+        const auto row = [](const char* way, const char* kept, bool isEditable) {
+            QTest::newRow(way) << QString::fromLatin1(way) << QString::fromLatin1(kept) << isEditable;
+        };
+        row("other program", "there is no such attribute any more", false);
+        row("backend closed", "there is no such attribute any more", false);
+        row("left out by the search", "its editor was closed before the edit had ended", true);
+        row("window closed", "it holds a whole number from -9223372036854775808 to 9223372036854775807",
+            true);
+    }
+
+    // When its row goes, or the window would. It is edited again where that is possible.
+    void keepsWhatWasTyped()
+    {
+        QFETCH(QString, way);
+        QFETCH(QString, kept);
+        QFETCH(bool, isEditable);
+        const auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
+        openEditor();
+        QVERIFY(TestSupport::typeText(QStringLiteral("fast")));
+        QTRY_COMPARE(editor() ? editor()->text() : QString(), QStringLiteral("fast"));
+        if (way == QLatin1String("other program")) {
+            TestSupport::writeFile(folder->path("plant.json"), "{\"cell\": {\"pump\": {}}}\n");
+        } else if (way == QLatin1String("backend closed")) {
+            QVERIFY(desk->repository->getBackendInterface()->closeBackend(QStringLiteral("plant"), true));
+        } else if (way == QLatin1String("left out by the search")) {
+            desk->part<QLineEdit>("edtSearchPath")->setText(QStringLiteral("plant.cell.valve"));
+            QVERIFY(QMetaObject::invokeMethod(desk->part<QWidget>("btnReadAttribute"), "click"));
+        } else {
+            const TestSupport::DialogDriver driver([](QWidget& question) {
+                QVERIFY(question.findChild<QLabel*>()->isVisible());
+                QTest::keyClick(&question, Qt::Key_Escape);
+            });
+            QVERIFY(pressKey(QStringLiteral("ctrl+q")));
+            QTRY_VERIFY(driver.isDone());
+            QVERIFY(TestSupport::showActive(*desk->window));
+        }
+        QTRY_COMPARE(hint->getText(), QStringLiteral("'%1' was not set to 'fast': %2").arg(speed, kept));
+        QVERIFY(desk->window->isVisible());
+        QTRY_COMPARE(desk->part<QToolButton>("failureEdit")->isEnabled(), isEditable);
+        QVERIFY(pressKey(QStringLiteral("F6")));
+        QTRY_COMPARE(QApplication::focusWidget(),
+                     desk->part<QWidget>(isEditable ? "failureEdit" : "failureCopy"));
+        if (!isEditable)
+            return;
+        QVERIFY(pressKey(QStringLiteral("space")));
+        QTRY_COMPARE(editor() ? editor()->text() : QString(), QStringLiteral("fast"));
+        QTRY_VERIFY(editor()->hasFocus());
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("1300")));
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(!hint->isVisible());
+        QTRY_COMPARE(desk->item(speed).siblingAtColumn(1).data().toString(), QStringLiteral("1300"));
+    }
+
+    // From another page, out of another edit, and to what the search leaves out.
+    void editsAgainFromElsewhere()
+    {
+        const auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
+        enter("fast");
+        QTRY_VERIFY(desk->part<QToolButton>("failureEdit")->isVisible());
+        auto* const search = desk->part<QLineEdit>("edtSearchPath");
+        search->setText(QStringLiteral("plant.cell.valve"));
+        QTest::keyClick(search, Qt::Key_Return);
+        QTRY_VERIFY(!desk->item(speed).isValid());
+        auto* const tests = desk->navigationButton("btnTests");
+        QVERIFY(TestSupport::click(*tests, tests->rect().center()));
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageTests"));
+        QVERIFY(pressKey(QStringLiteral("alt+g")));
+        QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
+        QTRY_COMPARE(editor() ? editor()->text() : QString(), QStringLiteral("fast"));
+        QTRY_COMPARE(QApplication::focusWidget(), editor());
+
+        QVERIFY(pressKey(QStringLiteral("alt+g"))); // which ends that edit in vain
+        QTRY_VERIFY(editor() && editor()->hasFocus());
+        QCOMPARE(editor()->text(), QStringLiteral("fast"));
+        QVERIFY(pressKey(QStringLiteral("Escape")));
+        QTRY_VERIFY(!editor());
+        QVERIFY(hint->isVisible()); // it is still not written
+    }
+
+    // Through all its buttons and out again; what goes by itself does not go from under the keyboard.
+    void isReachedByKeys()
+    {
+        const auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
+        enter("fast");
+        QTRY_VERIFY(desk->part<QToolButton>("failureEdit")->isVisible());
+        QTRY_VERIFY(desk->tree->hasFocus());
+        QVERIFY(pressKey(QStringLiteral("alt+c")));
+        QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("fast"));
+        QVERIFY(desk->tree->hasFocus());
+        auto* const first = desk->part<QWidget>("failureEdit");
+        const QImage unfocused = first->grab().toImage();
+        QVERIFY(pressKey(QStringLiteral("F6")));
+        QTRY_VERIFY(first->hasFocus());
+        QVERIFY(first->grab().toImage() != unfocused);
+        for (const char* const name : {"failureEdit", "failureCopy", "failureLog", "failureClose"}) {
+            QTRY_COMPARE(QApplication::focusWidget(), desk->part<QWidget>(name));
+            QVERIFY(pressKey(QStringLiteral("Tab")));
+        }
+        QTRY_VERIFY(!hint->isAncestorOf(QApplication::focusWidget()));
+        desk->tree->setFocus();
+        QVERIFY(pressKey(QStringLiteral("F6")));
+        QTRY_VERIFY(hint->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(pressKey(QStringLiteral("Escape")));
+        QTRY_VERIFY(!hint->isVisible());
+        QVERIFY(desk->tree->hasFocus());
     }
 
     void narrowsAndCopies()
@@ -178,6 +287,27 @@ private slots:
     }
 
 private:
+    void openEditor()
+    {
+        desk->tree->setFocus();
+        desk->tree->setCurrentIndex(desk->item(speed));
+        QVERIFY(pressKey(QStringLiteral("F2")));
+        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()));
+        QVERIFY(pressKey(QStringLiteral("ctrl+a")));
+    }
+
+    void enter(const char* typed)
+    {
+        openEditor();
+        QVERIFY(TestSupport::typeText(QLatin1String(typed)));
+        QVERIFY(pressKey(QStringLiteral("Return")));
+    }
+
+    const QLineEdit* editor() const
+    {
+        return qobject_cast<const QLineEdit*>(desk->tree->indexWidget(desk->item(speed).siblingAtColumn(1)));
+    }
+
     static void flood(int count)
     {
         std::vector<std::thread> threads;
