@@ -49,9 +49,9 @@ QString newestReason(const QString& path)
 } // namespace
 
 FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> attributes, QWidget* parent)
-    : QWidget(parent), repository(std::move(attributes)), reachAction(new QAction(tr("&Failure"), this)),
-      icon(new PlainLabel), label(new PlainLabel), success(repository->getNotificationInterface()),
-      editSuccess(repository->getNotificationInterface())
+    : QWidget(parent), repository(std::move(attributes)),
+      reachAction(new QAction(tr("&Failure Message"), this)), icon(new PlainLabel), label(new PlainLabel),
+      success(repository->getNotificationInterface()), editSuccess(repository->getNotificationInterface())
 {
     setObjectName(QStringLiteral("failureHint"));
     auto* const row = new QHBoxLayout(this);

@@ -35,7 +35,7 @@ public:
     QString getText() const { return text; } // empty while nothing is told
 
     // Leads the keyboard to the buttons; a child of this, enabled while something is told.
-    QAction& getReachAction() const { return *reachAction; }
+    QAction* getReachAction() const { return reachAction; }
 
     // To be called again and again: drops the failure of a backend that has left this list, and offers to
     // edit again what can be edited.

@@ -140,7 +140,8 @@ void MainWindow::setUpMenus()
         if (isShown)
             log->showLines();
     });
-    view->addAction(&hint->getReachAction());
+    QAction* const showFailure = hint->getReachAction();
+    view->addAction(showFailure);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
