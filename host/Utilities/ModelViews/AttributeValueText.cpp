@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Utilities/ModelViews/TextBeginning.h"
 
 #include <QStringList>
 
@@ -35,15 +36,6 @@ QString textOf(const QVariant& value)
                           : value.toString();
 }
 
-// The items joined by commas, as far as they are needed for a text longer than that.
-QString joined(const QStringList& items, int longest)
-{
-    QString text = items.value(0);
-    for (int i = 1; i < items.size() && text.size() <= longest; ++i)
-        text += QLatin1Char(',') + items.at(i);
-    return text;
-}
-
 // Cut where it is longer, but not to that length yet, so that the cut is noticed.
 QString rawText(const QVariant& value, int longest)
 {
@@ -51,7 +43,7 @@ QString rawText(const QVariant& value, int longest)
     case QMetaType::QString:
         return value.toString();
     case QMetaType::QStringList:
-        return joined(value.toStringList(), longest);
+        return joinedBeginning(value.toStringList(), longest);
     case QMetaType::QByteArray:
         return textOf(value.toByteArray().left(longest + 1));
     default:

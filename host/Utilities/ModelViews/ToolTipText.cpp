@@ -10,12 +10,6 @@ namespace {
 constexpr int longestText = 6000;
 constexpr int mostLines = 60;
 
-QString bounded(const QString& text)
-{
-    const QString beginning = beginningOf(text, longestText, mostLines);
-    return beginning.size() == text.size() ? text : beginning + QChar(0x2026);
-}
-
 } // namespace
 
 QString toolTipText(const QString& text)
@@ -26,7 +20,7 @@ QString toolTipText(const QString& text)
     constexpr ushort breakHere = 0x200B; // a space without width
     QString result;
     int wordLength = 0;
-    for (const QChar character : bounded(text)) {
+    for (const QChar character : shortened(text, longestText, mostLines)) {
         wordLength = character.isSpace() ? 0 : wordLength + 1;
         if (wordLength > longestWord && !character.isLowSurrogate()) {
             result.append(QChar(breakHere));
