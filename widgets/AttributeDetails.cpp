@@ -29,6 +29,17 @@ QTextCharFormat linkFormat(const QPalette& palette, const QString& link)
     return format;
 }
 
+// How much there is of a value, whose text is given.
+QString amountOf(const QVariant& value, const QString& text)
+{
+    const QLocale locale;
+    if (value.type() == QVariant::ByteArray)
+        return AttributeDetails::tr("%1 bytes").arg(locale.toString(value.toByteArray().size()));
+    if (value.type() == QVariant::StringList)
+        return AttributeDetails::tr("%1 items").arg(locale.toString(value.toStringList().size()));
+    return AttributeDetails::tr("%1 characters").arg(locale.toString(text.size()));
+}
+
 } // namespace
 
 AttributeDetails::AttributeDetails(QTextBrowser& browser) : QObject(&browser), panel(browser)
@@ -40,7 +51,7 @@ AttributeDetails::AttributeDetails(QTextBrowser& browser) : QObject(&browser), p
 void AttributeDetails::showAttribute(const QString& name, const QString& path, const QVariant& value,
                                      const QStringList& validations)
 {
-    const QString text = readableValue(value);
+    const QString text = readableText(leadingText(value));
     const QString beginning = beginningOf(text);
     const bool isWhole = beginning.size() == text.size();
     const bool isSameAttribute = path == shownPath;
@@ -54,7 +65,7 @@ void AttributeDetails::showAttribute(const QString& name, const QString& path, c
     if (!validations.isEmpty())
         paragraphs.append(QLatin1String("Validations : ") +
                           beginningOf(validations.join(QLatin1String(", "))));
-    show(paragraphs, isWhole ? 0 : text.size());
+    show(paragraphs, isWhole ? QString() : amountOf(value, text));
     if (isSameAttribute)
         panel.verticalScrollBar()->setValue(scrolled);
 }
@@ -75,15 +86,15 @@ void AttributeDetails::clear()
     panel.clear();
 }
 
-void AttributeDetails::show(const QStringList& paragraphs, int wholeLength)
+void AttributeDetails::show(const QStringList& paragraphs, const QString& wholeAmount)
 {
-    const QString text = paragraphs.join(QLatin1Char('\n')) + QString::number(wholeLength);
+    const QString text = paragraphs.join(QLatin1Char('\n')) + wholeAmount;
     if (text == shownText)
         return; // what the person has selected in it stays
     shownText = text;
     panel.clear();
-    if (wholeLength > 0)
-        insertNote(wholeLength);
+    if (!wholeAmount.isEmpty())
+        insertNote(wholeAmount);
     // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
     QTextCursor cursor(panel.document());
     cursor.movePosition(QTextCursor::End);
@@ -91,12 +102,11 @@ void AttributeDetails::show(const QStringList& paragraphs, int wholeLength)
 }
 
 // Before all else, where it is seen however long what follows is.
-void AttributeDetails::insertNote(int wholeLength)
+void AttributeDetails::insertNote(const QString& wholeAmount)
 {
     const QString gap = QString::fromLatin1("   ");
     QTextCursor cursor(panel.document());
-    cursor.insertText(tr("Only the beginning of the value is shown; it has %1 characters.")
-                          .arg(QLocale().toString(wholeLength)));
+    cursor.insertText(tr("Only the beginning of the value is shown; it has %1.").arg(wholeAmount));
     cursor.insertText(gap, QTextCharFormat());
     cursor.insertText(tr("Show All"), linkFormat(panel.palette(), showLink));
     cursor.insertText(gap, QTextCharFormat());
@@ -110,7 +120,8 @@ void AttributeDetails::followLink(const QUrl& link)
         QGuiApplication::clipboard()->setText(valueText(shownValue));
         return;
     }
-    auto* const window = new ValueWindow(shownPath, readableValue(shownValue), valueText(shownValue));
+    const QString text = valueText(shownValue);
+    auto* const window = new ValueWindow(shownPath, readableText(text), text);
     window->setAttribute(Qt::WA_DeleteOnClose);
     deleteWith(panel, *window);
     window->show();

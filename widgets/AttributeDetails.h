@@ -26,8 +26,8 @@ public:
     void clear();
 
 private:
-    void show(const QStringList& paragraphs, int wholeLength = 0);
-    void insertNote(int wholeLength);
+    void show(const QStringList& paragraphs, const QString& wholeAmount = {});
+    void insertNote(const QString& wholeAmount);
     void followLink(const QUrl& link);
 
     QTextBrowser& panel;

@@ -10,7 +10,7 @@ namespace Widgets {
 namespace {
 
 // In characters, of a text before and after its layout.
-constexpr int longestToLayOut = 1 << 18;
+constexpr int longestToLayOut = 1 << 17;
 constexpr qint64 longestLaidOut = 1 << 20;
 
 // What QTextDocument breaks into lines takes time with the square of an unbroken text.
@@ -62,9 +62,18 @@ QString valueText(const QVariant& value)
                                                 : value.toString();
 }
 
-QString readableValue(const QVariant& value)
+QString leadingText(const QVariant& value)
 {
-    const QString text = valueText(value);
+    constexpr int mostBytes = 4; // of a character
+    if (value.type() == QVariant::ByteArray)
+        return QString::fromUtf8(value.toByteArray().left((longestToLayOut + 1) * mostBytes));
+    return value.type() == QVariant::StringList
+               ? Utilities::ModelViews::joinedBeginning(value.toStringList(), longestToLayOut)
+               : value.toString();
+}
+
+QString readableText(const QString& text)
+{
     if (text.size() > longestToLayOut)
         return text;
     const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());

@@ -17,7 +17,7 @@ using Utilities::ModelViews::Widgets::PlainLabel;
 
 namespace {
 
-constexpr int partLength = 10000; // characters
+constexpr int partLength = 2000; // characters, about as many as the window shows
 
 // Where a part begins: not within a character that is a pair.
 int beginOfPart(const QString& text, int part)

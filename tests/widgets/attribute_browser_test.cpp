@@ -390,7 +390,18 @@ private slots:
         QTest::newRow("lines") << QVariant(QStringLiteral("line\n").repeated(50000)) << false;
         QTest::newRow("few, empty lines") << QVariant(QString(1500, QLatin1Char('\n'))) << false;
         QTest::newRow("marks") << QVariant(QLatin1Char('a') + QString(5000, QChar(0x301))) << false;
+        QTest::newRow("marks on each")
+            << QVariant((QLatin1Char('a') + QString(30, QChar(0x301))).repeated(300)) << false;
+        QTest::newRow("scripts") << QVariant(QString::fromUtf8("a\u0431").repeated(2000)) << false;
+        QTest::newRow("directions") << QVariant(QString::fromUtf8("\u05d01").repeated(2000)) << false;
+        QTest::newRow("words of two scripts")
+            << QVariant(QString::fromUtf8(
+                            "three words, 3 numbers: \u0442\u0440\u0438 \u0441\u043b\u043e\u0432\u0430. ")
+                            .repeated(120))
+            << true;
         QTest::newRow("items") << QVariant(words(QStringLiteral("item ").repeated(9000))) << false;
+        QTest::newRow("bytes") << QVariant(QString::fromUtf8("\u20ac").repeated(300000).toUtf8()) << false;
+        QTest::newRow("bytes that are no text") << QVariant(QByteArray(20000, '\xff')) << false;
         QTest::newRow("deep JSON") << QVariant(QLatin1Char('[') + (nested + QLatin1Char(',')).repeated(100) +
                                                QStringLiteral("1]"))
                                    << false;
@@ -414,7 +425,10 @@ private slots:
         QCOMPARE(beginning == text, isWhole);
         QVERIFY(text.startsWith(beginning) && !beginning.isEmpty() && beginning.size() <= 10000);
         QVERIFY(!beginning.at(beginning.size() - 1).isHighSurrogate());
-        QCOMPARE(shown.contains(QLocale().toString(text.size())), !isWhole);
+        const int amount = value.type() == QVariant::ByteArray    ? value.toByteArray().size()
+                           : value.type() == QVariant::StringList ? value.toStringList().size()
+                                                                  : text.size();
+        QCOMPARE(shown.contains(QLocale().toString(amount)), !isWhole);
         if (isWhole)
             return;
 
