@@ -1,5 +1,6 @@
 #include "desk/LogModel.h"
 
+#include "host/Utilities/ModelViews/TextBeginning.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QApplication>
@@ -21,7 +22,7 @@ namespace {
 QString onOneLine(const QString& text)
 {
     constexpr int mostShown = 1000;
-    QString line = text.left(mostShown);
+    QString line = Utilities::ModelViews::shortened(text, mostShown, mostShown);
     line.replace(QLatin1Char('\n'), QStringLiteral(" \u21B5 "));
     return line;
 }

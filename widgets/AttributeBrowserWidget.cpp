@@ -7,6 +7,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
@@ -27,6 +28,7 @@ using Utilities::ModelViews::AttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::LongTextDelegate;
 using Utilities::ModelViews::Widgets::PlainLabel;
 
 AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
@@ -88,6 +90,8 @@ void AttributeBrowserWidget::setUpTree()
     tree->header()->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     tree->header()->setStretchLastSection(false);
+    tree->header()->setResizeContentsPrecision(100); // rows, of which some are out of sight
+    tree->setItemDelegate(new LongTextDelegate(tree));
     // The columns are as wide as the rows in sight ask for, and scrolling brings others into sight. This is
     // the public way to have them measured anew once control returns to the event loop.
     connect(tree->verticalScrollBar(), &QScrollBar::valueChanged, tree->header(),
@@ -133,6 +137,7 @@ void AttributeBrowserWidget::setUpFilters()
         // A box may hold a million names: it must not be measured by them, nor its list row by row, as a list
         // is that opens over its box.
         box->setModel(new QStringListModel(box));
+        box->setItemDelegate(new LongTextDelegate(box));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
         box->setStyleSheet(QString::fromLatin1("QComboBox { combobox-popup: 0; }"));

@@ -10,7 +10,7 @@ void SeenPartDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     QStyleOptionViewItem seen(option);
     if (const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget))
         seen.rect.setRight(qMin(option.rect.right(), view->viewport()->rect().right()));
-    QStyledItemDelegate::paint(painter, seen, index);
+    LongTextDelegate::paint(painter, seen, index);
 }
 
 } // namespace Widgets

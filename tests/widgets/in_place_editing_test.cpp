@@ -358,9 +358,11 @@ private slots:
         for (const auto key : {Qt::Key_Home, Qt::Key_End, Qt::Key_Home}) {
             press(key);
             auto* const editor = qobject_cast<QLineEdit*>(page->tree.indexWidget(cell()));
-            const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
-            const QPoint place = editor->mapTo(page->tree.viewport(), cursor.center());
-            QVERIFY(page->tree.viewport()->rect().contains(place));
+            const auto cursorPlace = [this, editor] {
+                const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+                return editor->mapTo(page->tree.viewport(), cursor.center());
+            };
+            QTRY_VERIFY(page->tree.viewport()->rect().contains(cursorPlace()));
         }
         press(Qt::Key_Return);
         QVERIFY(page->tree.viewport()->rect().contains(page->tree.visualRect(page->item(path)).center()));

@@ -2,12 +2,15 @@
 
 #include "host/Shared/Completer/CompletionPopup.h"
 #include "host/Utilities/ModelViews/AttributeModel.h"
+#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 
+#include <QAbstractItemView>
 #include <QAbstractProxyModel>
 
 namespace Shared::Completer {
 
 using Utilities::ModelViews::AttributeModel;
+using Utilities::ModelViews::Widgets::LongTextDelegate;
 
 TreeModelCompleter::TreeModelCompleter(QAbstractItemModel* model, QObject* parent,
                                        const QString& pathSeparator, Qt::CaseSensitivity caseSensitivity)
@@ -15,7 +18,8 @@ TreeModelCompleter::TreeModelCompleter(QAbstractItemModel* model, QObject* paren
 {
     setCaseSensitivity(caseSensitivity);
     setCompletionRole(Qt::DisplayRole);
-    setPopup(new CompletionPopup); // owned by the completer
+    setPopup(new CompletionPopup); // owned by the completer, which gives it a delegate of its own
+    popup()->setItemDelegate(new LongTextDelegate(popup(), Qt::ElideMiddle));
     replaceModel(model);
 }
 
