@@ -1,20 +1,21 @@
 #include "widgets/ListWidget.h"
 
+#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "ui_ListWidget.h"
 #include "widgets/AttributeWriting.h"
+#include "widgets/ListModel.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QStyledItemDelegate>
 
 #include <limits>
 
 namespace Widgets {
 
-namespace {
+using Utilities::ModelViews::Widgets::LongTextDelegate;
 
-enum Column { NumberColumn, TextColumn, ColumnCount };
+namespace {
 
 QString entryOf(const QVariant& list)
 {
@@ -22,15 +23,15 @@ QString entryOf(const QVariant& list)
 }
 
 // A text may be longer than a line edit takes by itself; it would be cut as soon as somebody edits it.
-class ElementDelegate : public QStyledItemDelegate
+class ElementDelegate : public LongTextDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using LongTextDelegate::LongTextDelegate;
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override
     {
-        QWidget* const editor = QStyledItemDelegate::createEditor(parent, option, index);
+        QWidget* const editor = LongTextDelegate::createEditor(parent, option, index);
         if (auto* const line = qobject_cast<QLineEdit*>(editor))
             line->setMaxLength(std::numeric_limits<int>::max());
         return editor;
@@ -45,9 +46,10 @@ ListWidget::ListWidget(QWidget* parent, const QString& path, const QVariant& val
 {
     ui->setupUi(this);
     setWindowModality(Qt::ApplicationModal);
+    const bool isList = attributeValue.userType() == QMetaType::QStringList;
+    model = new ListModel(isList ? attributeValue.toStringList() : QStringList(), this);
+    listRowCount = model->rowCount();
     setUpTable();
-    if (attributeValue.userType() == QMetaType::QStringList)
-        fillRows(attributeValue.toStringList());
     setFocus(Qt::OtherFocusReason);
 }
 
@@ -64,42 +66,22 @@ ListWidget::~ListWidget()
 
 void ListWidget::enter(const QString& entry)
 {
-    ui->tblListType->setRowCount(0);
-    listRowCount = 0;
-    fillRows(entry.split(QLatin1Char('\n')));
-}
-
-void ListWidget::fillRows(const QStringList& elements)
-{
-    for (const QString& element : elements) {
-        ui->tblListType->insertRow(listRowCount);
-        fillRow(QString::number(listRowCount), element);
-    }
+    model->replace(entry.split(QLatin1Char('\n')));
+    listRowCount = model->rowCount();
 }
 
 void ListWidget::setUpTable()
 {
-    QTableWidget* const table = ui->tblListType;
+    QTableView* const table = ui->tblListType;
     table->verticalHeader()->hide();
     table->horizontalHeader()->hide();
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    table->horizontalHeader()->setResizeContentsPrecision(100); // rows
     table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                            QAbstractItemView::AnyKeyPressed);
-    table->setColumnCount(ColumnCount);
+    table->setModel(model);
     table->setItemDelegate(new ElementDelegate(table));
     table->setTabKeyNavigation(false); // or the keyboard could not leave it
-}
-
-void ListWidget::fillRow(const QString& number, const QString& text)
-{
-    auto numberItem = std::make_unique<QTableWidgetItem>(number);
-    numberItem->setFlags(numberItem->flags() & ~Qt::ItemIsEditable);
-    auto textItem = std::make_unique<QTableWidgetItem>(text);
-    if (listRowCount >= 0) { // a table takes no item for a row that it does not have
-        ui->tblListType->setItem(listRowCount, NumberColumn, numberItem.release());
-        ui->tblListType->setItem(listRowCount, TextColumn, textItem.release());
-    }
-    ++listRowCount;
 }
 
 void ListWidget::focusOutEvent(QFocusEvent* /*event*/)
@@ -140,31 +122,29 @@ void ListWidget::on_btnWrite_clicked()
 
 void ListWidget::takeTypedElement()
 {
-    ui->tblListType->setCurrentCell(ui->tblListType->currentRow(), NumberColumn);
+    const QModelIndex current = ui->tblListType->currentIndex();
+    ui->tblListType->setCurrentIndex(current.siblingAtColumn(ListModel::NumberColumn));
 }
 
 void ListWidget::on_btnPlus_clicked()
 {
-    ui->tblListType->insertRow(listRowCount);
-    fillRow(QString::number(ui->tblListType->rowCount() - 1), QString());
+    if (listRowCount >= 0)
+        model->append({});
+    ++listRowCount;
 }
 
 void ListWidget::on_btnMinus_clicked()
 {
     --listRowCount;
-    ui->tblListType->removeRow(listRowCount);
+    if (listRowCount >= 0)
+        model->removeLast();
 }
 
 bool ListWidget::getModifiedAttributeValue(QVariant& vValue) const
 {
-    if (attributeValue.userType() != QMetaType::QStringList)
+    if (attributeValue.userType() != QMetaType::QStringList || listRowCount < 0)
         return false;
-    QStringList elements;
-    for (int row = 0; row < listRowCount; ++row)
-        elements.append(ui->tblListType->item(row, TextColumn)->text());
-    if (elements.size() != listRowCount)
-        return false;
-    vValue = elements;
+    vValue = model->getElements();
     return true;
 }
 

@@ -13,6 +13,8 @@ namespace Ui {
 class ListWidget;
 }
 
+class ListModel;
+
 // Edits a list of texts in a window of its own, an element a row. Closing hides the window, whoever has
 // opened it keeps it. GUI thread.
 class ListWidget : public QDialog
@@ -39,12 +41,11 @@ private slots:
 
 private:
     void setUpTable();
-    void fillRows(const QStringList& elements);
-    void fillRow(const QString& number, const QString& text);
     void takeTypedElement(); // out of the cell's own editor
     bool getModifiedAttributeValue(QVariant& vValue) const;
 
     std::unique_ptr<Ui::ListWidget> ui;
+    ListModel* model; // a child
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
     QString attributeFullPath;
     QVariant attributeValue;

@@ -9,7 +9,7 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QTableWidget>
+#include <QTableView>
 #include <QToolButton>
 
 #include <optional>
@@ -164,7 +164,7 @@ private:
         QVERIFY(TestSupport::showActive(*editor));
     }
 
-    QTableWidget& table() const { return *editor->findChild<QTableWidget*>(); }
+    QTableView& table() const { return *editor->findChild<QTableView*>(); }
 
     void click(const char* button)
     {
@@ -194,8 +194,10 @@ private:
     QStringList shown() const
     {
         QStringList rows;
-        for (int row = 0; row < table().rowCount(); ++row)
-            rows.append(table().item(row, 0)->text() + QLatin1Char(':') + table().item(row, 1)->text());
+        const QAbstractItemModel& model = *table().model();
+        for (int row = 0; row < model.rowCount(); ++row)
+            rows.append(model.index(row, 0).data().toString() + QLatin1Char(':') +
+                        model.index(row, 1).data().toString());
         return rows;
     }
 

@@ -21,7 +21,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <QTreeView>
@@ -64,7 +64,7 @@ void editList(const QString& typed)
 {
     auto* const window = qobject_cast<Widgets::ListWidget*>(QApplication::activeModalWidget());
     QVERIFY(window && !window->parentWidget() && QTest::qWaitForWindowActive(window));
-    doubleClick(*window->findChild<QTableWidget*>(), 0, 1);
+    doubleClick(*window->findChild<QTableView*>(), 0, 1);
     QTest::keyClicks(QApplication::focusWidget(), typed);
     QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("btnPlus")), Qt::LeftButton);
     QTest::mouseClick(window->findChild<QToolButton*>(QStringLiteral("btnWrite")), Qt::LeftButton);
