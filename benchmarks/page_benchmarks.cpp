@@ -1,9 +1,8 @@
 #include "benchmarks/LoadLoops.h"
+#include "benchmarks/ShownPage.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
-#include "tests/widgets/BrowserPage.h"
 
-#include <QAbstractEventDispatcher>
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QStandardItemModel>
@@ -17,28 +16,9 @@
 namespace {
 
 using namespace LoadLoops;
-
-// Counts how often a widget is painted.
-class Paints : public QObject
-{
-public:
-    explicit Paints(QWidget* widget) { widget->installEventFilter(this); }
-
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-
-    int count = 0;
-};
-
-void finishEvents()
-{
-    do
-        QCoreApplication::sendPostedEvents();
-    while (QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents));
-}
+using ShownPages::finishEvents;
+using ShownPages::Paints;
+using ShownPages::ShownPage;
 
 // A repository of so many attributes, all of them below one node, for as long as this lives.
 class Attributes
@@ -53,47 +33,6 @@ public:
     }
 
     ~Attributes() { Utilities::SetAppConfigRepositoryInterface({}); }
-};
-
-// The page in a window. Its filter boxes offer all attributes once it is read, since the search path leads to
-// the node that holds them.
-class ShownPage : public BrowserPage
-{
-public:
-    explicit ShownPage(benchmark::State& benchmarkState) : treePaints(tree.viewport()), state(benchmarkState)
-    {
-        widget.show();
-        search.setText(QStringLiteral("demo.*"));
-        finishEvents();
-    }
-
-    void pressRead() { QTest::mouseClick(&readButton, Qt::LeftButton); }
-
-    // Seconds until what the act has caused is done and the counted widget painted.
-    template <typename Act>
-    double time(Paints& paints, const Act& act)
-    {
-        const int before = paints.count;
-        QElapsedTimer timer;
-        timer.start();
-        act();
-        finishEvents();
-        const double seconds = double(timer.nsecsElapsed()) / 1e9;
-        if (paints.count == before)
-            state.SkipWithError("what was to be seen was not painted");
-        return seconds;
-    }
-
-    void expectNames(int count)
-    {
-        if (boxes.first()->count() != count + 1)
-            state.SkipWithError("the first filter box does not offer all attributes");
-    }
-
-    Paints treePaints;
-
-private:
-    benchmark::State& state;
 };
 
 void floorStandardItemModel(benchmark::State& state)

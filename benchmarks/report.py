@@ -23,6 +23,7 @@ TARGETS = [
     (r"Repository/Memory/(\d+)", r"Floor/Memory/\1", 1.5, "bytes"),
     (r"Models/(?:ReadAll|Filter)/(1000000)", r"Floor/StandardItemModel/\1", 0.4, "time"),
     (r"Models/Complete/\d+", 16.0, 1.0, "time"),
+    (r"Values/Click/\w+", 100.0, 1.0, "time"),
     (r"Desk/Start", r"Floor/EmptyWindow", 1.5, "time"),
     (r"Documents/LoadIni/(\d+)", r"Peer/QSettings/\1", 0.5, "time"),
     (r"Documents/LoadIni/(\d+)", r"Peer/KConfig/\1", 0.5, "time"),
