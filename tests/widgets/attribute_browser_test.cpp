@@ -593,6 +593,42 @@ private slots:
         page->boxes[0]->hidePopup();
     }
 
+    // Names and values of which nobody sees the end take no more room than a screen, but are there whole.
+    void longTextsAreCutToAScreen()
+    {
+        const QString longName(3000, QLatin1Char('n'));
+        const QString path = QStringLiteral("a.") + longName + QStringLiteral(".b");
+        createOne(path, QString(3000, QLatin1Char('v')));
+        openPage();
+        QVERIFY(TestSupport::showActive(page->widget));
+        page->read(QStringLiteral("a.*"));
+        page->clickItem(path);
+        auto* const monitor = page->part<QTableView>("appConfigDataAccessWidget");
+        const QPoint row = page->tree.visualRect(page->item(path)).topLeft() + QPoint(5, 5);
+        QVERIFY(TestSupport::drag(*page->tree.viewport(), row, *monitor->viewport(), QPoint(30, 30)));
+        QTRY_COMPARE(monitor->model()->rowCount(), 1);
+        page->search.setFocus();
+        page->search.selectAll();
+        QVERIFY(TestSupport::pressKey(QStringLiteral("a")));
+        const QAbstractItemView& proposals = *page->search.completer()->popup();
+        QTRY_VERIFY(proposals.isVisible());
+
+        const int mostWidth = page->tree.fontMetrics().horizontalAdvance(longName) / 4;
+        const QModelIndex item = page->item(QStringLiteral("a.") + longName);
+        const QModelIndex watched = monitor->model()->index(0, 4);
+        for (const auto& [view, index] : std::initializer_list<QPair<const QAbstractItemView*, QModelIndex>>{
+                 {&page->tree, item},
+                 {&page->tree, item.model()->index(0, 1, item)},
+                 {monitor, watched.siblingAtColumn(1)},
+                 {monitor, watched},
+                 {&proposals, proposals.model()->index(proposals.model()->rowCount() - 1, 0)},
+                 {page->boxes[0]->view(), page->boxes[0]->model()->index(1, 0)}}) {
+            QVERIFY2(view->sizeHintForIndex(index).width() < mostWidth, view->metaObject()->className());
+            QVERIFY(index.data().toString().size() >= 3000);
+        }
+        proposals.window()->close();
+    }
+
     void columnsFitTheRowsInSight()
     {
         constexpr int rows = 2500; // more than a view measures around those in sight
