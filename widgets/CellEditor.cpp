@@ -1,8 +1,12 @@
 #include "widgets/CellEditor.h"
 
+#include "host/Utilities/ModelViews/TextBeginning.h"
+
 #include <QAbstractItemView>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -78,6 +82,17 @@ void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& ed
     if (const auto* const line = qobject_cast<QLineEdit*>(&editor))
         QObject::connect(line, &QLineEdit::cursorPositionChanged, &view,
                          [&view, line] { scrollToCursor(view, *line); });
+}
+
+bool isLineEditable(const QString& text, QString& reason)
+{
+    constexpr int longest = 50000; // characters
+    if (Utilities::ModelViews::beginningOf(text, longest, longest).size() == text.size())
+        return true;
+    reason = QCoreApplication::translate("Widgets::CellEditor",
+                                         "A value of %1 characters is too long to be edited in a line")
+                 .arg(QLocale().toString(text.size()));
+    return false;
 }
 
 bool isTakenAway(const QWidget& editor)

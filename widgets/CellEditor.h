@@ -2,6 +2,7 @@
 
 class QAbstractItemView;
 class QModelIndex;
+class QString;
 class QWidget;
 
 namespace Widgets {
@@ -15,5 +16,9 @@ void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& ed
 // Whether the editor was shown and then hidden: its view has taken it away. That takes the focus from it too,
 // but nobody has left the cell, so an editor ends nothing by it.
 bool isTakenAway(const QWidget& editor);
+
+// Whether a text is edited in a line, which lays out all of it anew with each key; otherwise the reason for
+// people is given.
+bool isLineEditable(const QString& text, QString& reason);
 
 } // namespace Widgets

@@ -15,8 +15,6 @@ namespace Widgets {
 
 namespace {
 
-constexpr int longestEdited = 100000; // characters, which are all laid out anew with each key
-
 // The integer that the text is, as one of the type; 0 when it is none, or none of the type's range.
 template <typename Integer>
 bool parseInteger(const QString& text, QVariant& number)
@@ -55,10 +53,9 @@ LineEditWidget::LineEditWidget(QWidget* parent, const QString& path, const QVari
 {
     setMaxLength(std::numeric_limits<int>::max()); // or a long text would be cut, and written like that
     const QString valueText = attributeValue.toString();
-    setReadOnly(valueText.size() > longestEdited);
-    setText(isReadOnly() ? tr("A value of %1 characters is too long to be edited in a line")
-                               .arg(QLocale().toString(valueText.size()))
-                         : valueText);
+    QString reason;
+    setReadOnly(!isLineEditable(valueText, reason));
+    setText(isReadOnly() ? reason : valueText);
     setFrame(false);
     setAccessibleName(attributeFullPath);
     setFocusPolicy(Qt::StrongFocus);

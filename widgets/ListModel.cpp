@@ -1,5 +1,8 @@
 #include "widgets/ListModel.h"
 
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "widgets/CellEditor.h"
+
 namespace Widgets {
 
 ListModel::ListModel(const QStringList& texts, QObject* parent) : QAbstractTableModel(parent), elements(texts)
@@ -39,7 +42,12 @@ int ListModel::columnCount(const QModelIndex& parent) const
 
 QVariant ListModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
+    if (!index.isValid())
+        return {};
+    QString reason;
+    if (role == Qt::ToolTipRole && !isLineEditable(elements.at(index.row()), reason))
+        return Utilities::ModelViews::toolTipText(reason);
+    if (role != Qt::DisplayRole && role != Qt::EditRole)
         return {};
     return index.column() == TextColumn ? elements.at(index.row()) : QString::number(index.row());
 }
@@ -56,7 +64,9 @@ bool ListModel::setData(const QModelIndex& index, const QVariant& value, int rol
 Qt::ItemFlags ListModel::flags(const QModelIndex& index) const
 {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.column() == TextColumn ? flags | Qt::ItemIsEditable : flags;
+    QString reason;
+    const bool isEditable = index.column() == TextColumn && isLineEditable(elements.at(index.row()), reason);
+    return isEditable ? flags | Qt::ItemIsEditable : flags;
 }
 
 } // namespace Widgets

@@ -5,7 +5,8 @@
 
 namespace Widgets {
 
-// The elements of a list, numbered, as rows that can be edited.
+// The elements of a list, numbered, as rows that can be edited; one that is too long for that says so in its
+// tool tip.
 class ListModel : public QAbstractTableModel
 {
     Q_OBJECT

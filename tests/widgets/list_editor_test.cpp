@@ -63,12 +63,28 @@ private slots:
 
     void keepsTextsWhole()
     {
-        const QStringList elements{QString(100000, QLatin1Char('x')), QStringLiteral("two\nlines"), QString(),
+        const QStringList elements{QString(50000, QLatin1Char('x')), QStringLiteral("two\nlines"), QString(),
                                    QStringLiteral(" ;,\\ ")};
         open(elements);
         for (int row = 0; row < elements.size(); ++row) {
             doubleClickCell(row, 1);
             QTest::keyClick(cellEditor(), Qt::Key_Return);
+        }
+        click("btnWrite");
+        QCOMPARE(written(), QVariantList{elements});
+    }
+
+    void textsTooLongForALineStay()
+    {
+        const QStringList elements{QString(50001, QLatin1Char('x')),
+                                   QString::fromUtf8("a\u05d0").repeated(10000), QStringLiteral("short")};
+        open(elements);
+        for (int row = 0; row < elements.size(); ++row) {
+            const bool isEdited = row == 2;
+            doubleClickCell(row, 1);
+            QCOMPARE(cellEditor() != nullptr, isEdited);
+            const QString tip = table().model()->index(row, 1).data(Qt::ToolTipRole).toString();
+            QCOMPARE(tip.contains(QStringLiteral("too long to be edited")), !isEdited);
         }
         click("btnWrite");
         QCOMPARE(written(), QVariantList{elements});
