@@ -1,4 +1,5 @@
 // The filter boxes of the browser page.
+#include "host/Utilities/ModelViews/TextBeginning.h"
 #include "ui_AttributeBrowserWidget.h"
 #include "widgets/AttributeBrowserWidget.h"
 
@@ -9,6 +10,8 @@
 #include <algorithm>
 
 namespace Widgets {
+
+using Utilities::ModelViews::beginningOf;
 
 namespace {
 
@@ -21,8 +24,10 @@ int widthOfNames(const QAbstractItemView& list, const QStringList& names)
     };
     const auto end = names.begin() + qMin(names.size(), measured);
     const QFontMetrics font = list.fontMetrics();
-    const int longest = font.horizontalAdvance(*std::max_element(names.begin(), end, isShorter));
-    const int mostWidth = font.averageCharWidth() * 100;
+    constexpr int mostLetters = 100;
+    const QString& name = *std::max_element(names.begin(), end, isShorter);
+    const int longest = font.horizontalAdvance(beginningOf(name, mostLetters * 4, 1));
+    const int mostWidth = font.averageCharWidth() * mostLetters;
     const int margins = font.averageCharWidth() * 4;
     return qMin(longest, mostWidth) + margins + list.verticalScrollBar()->sizeHint().width();
 }

@@ -20,6 +20,8 @@ constexpr int longestText = 4096; // characters
 QChar shown(QChar character)
 {
     const ushort code = character.unicode();
+    if (code >= 0x20 && code < 0x7F) // nearly all, and quicker
+        return character;
     if (code == '\n' || code == QChar::LineSeparator || code == QChar::ParagraphSeparator)
         return QChar(0x21B5); // a return arrow
     if (code == '\t')
@@ -77,14 +79,17 @@ QString attributeValueLines(const QVariant& value, int longest, int mostLines)
 {
     QString text = rawText(value, longest);
     bool isLong = truncate(text, longest);
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (lines.size() > mostLines) {
-        isLong = true;
-        lines = lines.mid(0, mostLines);
+    int lines = 1;
+    for (auto character = text.begin(); character != text.end(); ++character) {
+        if (*character != QLatin1Char('\n')) {
+            *character = shown(*character);
+        } else if (++lines > mostLines) {
+            text.truncate(int(character - text.begin()));
+            isLong = true;
+            break;
+        }
     }
-    for (QString& line : lines)
-        std::transform(line.begin(), line.end(), line.begin(), shown);
-    return lines.join(QLatin1Char('\n')) + (isLong ? QString(ellipsis) : QString());
+    return isLong ? text + ellipsis : text;
 }
 
 } // namespace Utilities::ModelViews
