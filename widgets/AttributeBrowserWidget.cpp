@@ -137,7 +137,7 @@ void AttributeBrowserWidget::setUpFilters()
         // A box may hold a million names: it must not be measured by them, nor its list row by row, as a list
         // is that opens over its box.
         box->setModel(new QStringListModel(box));
-        box->setItemDelegate(new LongTextDelegate(box));
+        box->setItemDelegate(new LongTextDelegate(box, Qt::ElideMiddle));
         box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         box->setMinimumContentsLength(6);
         box->setStyleSheet(QString::fromLatin1("QComboBox { combobox-popup: 0; }"));

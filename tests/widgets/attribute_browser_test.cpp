@@ -22,6 +22,7 @@
 #include <QPointer>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QTemporaryDir>
 
@@ -626,6 +627,9 @@ private slots:
             QVERIFY2(view->sizeHintForIndex(index).width() < mostWidth, view->metaObject()->className());
             QVERIFY(index.data().toString().size() >= 3000);
         }
+        const auto* const delegate = qobject_cast<QStyledItemDelegate*>(proposals.itemDelegate());
+        QVERIFY(
+            delegate->displayText(path, QLocale()).endsWith(QStringLiteral("n.b"))); // which tells them apart
         proposals.window()->close();
     }
 

@@ -16,8 +16,9 @@ QString LongTextDelegate::displayText(const QVariant& value, const QLocale& loca
     if (value.userType() != QMetaType::QString)
         return QStyledItemDelegate::displayText(value, locale);
     QString text = value.toString();
+    constexpr int end = longest / 2 - 1;
     if (leftOut == Qt::ElideMiddle && text.size() > longest)
-        text = text.left(longest / 2) + QChar(0x2026) + text.right(longest / 2);
+        text = text.left(end) + QChar(0x2026) + text.right(end);
     return QStyledItemDelegate::displayText(shortened(text, longest, mostLines), locale);
 }
 
