@@ -1,7 +1,7 @@
 #include "repository/ExportText.h"
 
-#include "repository/EncodedNames.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/json/JsonText.h"
 
@@ -21,7 +21,7 @@ bool lieInOneElement(const std::vector<Entry>& entries)
     const std::string_view top = std::string_view(first).substr(0, first.find('.'));
     return !top.empty() && std::all_of(entries.begin(), entries.end(), [top](const Entry& entry) {
         const std::string_view path = entry.path;
-        return path.substr(0, path.find('.')) == top && !EncodedNames::areNeededBy(top);
+        return path.substr(0, path.find('.')) == top && !Documents::EncodedNames::areNeededBy(top);
     });
 }
 
@@ -35,12 +35,14 @@ ExportText::ExportText(std::string documentType, std::string name)
 ExportText::End ExportText::write(std::vector<Entry> entries, TransferProgress& progress)
 {
     if (type == "json") {
-        const auto isXml = [](const Entry& entry) { return EncodedNames::areNeededBy(entry.path); };
+        const auto isXml = [](const Entry& entry) {
+            return Documents::EncodedNames::areNeededBy(entry.path);
+        };
         if (std::any_of(entries.begin(), entries.end(), isXml)) {
             for (Entry& entry : entries)
-                entry.path = EncodedNames::toDocument(entry.path);
-            entries.push_back(
-                {std::string(EncodedNames::member), {Type::String, std::string(EncodedNames::form)}});
+                entry.path = Documents::EncodedNames::toDocument(entry.path);
+            entries.push_back({std::string(Documents::EncodedNames::member),
+                               {Type::String, std::string(Documents::EncodedNames::form)}});
         }
         if (auto whole = Documents::JsonText::write(entries, {})) {
             text = std::move(whole->text) + '\n';
@@ -94,7 +96,8 @@ Documents::Outcome ExportText::insert(Documents::Document& document, const std::
                                       const Value& value)
 {
     Documents::Outcome outcome = document.insert(path, value);
-    if (!outcome.ok() && !path.empty() && document.insert(EncodedNames::asPlainKeys(path), value).ok())
+    if (!outcome.ok() && !path.empty() &&
+        document.insert(Documents::EncodedNames::asPlainKeys(path), value).ok())
         outcome = {};
     return outcome;
 }

@@ -5,13 +5,13 @@
 #include "repository/Backend.h"
 #include "repository/BackendLookup.h"
 #include "repository/BulkWrite.h"
-#include "repository/EncodedNames.h"
 #include "repository/ExportText.h"
 #include "repository/MemoryGuard.h"
 #include "repository/PathRules.h"
 #include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/EncodedNames.h"
 
 namespace Repository {
 
@@ -345,7 +345,7 @@ Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> doc
 {
     TransferProgress progress(report, expected);
     Outcome outcome;
-    const bool isEncoded = type == jsonType && EncodedNames::areSaidIn(*document);
+    const bool isEncoded = type == jsonType && Documents::EncodedNames::areSaidIn(*document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(tree, {path}, step.getRecorder());
     // Files of lines may tell of a group in several places, and what is written at once is in tree order.
@@ -358,9 +358,9 @@ Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> doc
         group.clear();
     };
     document->visit([&](const Documents::Entry& entry) {
-        if (!outcome.ok() || (isEncoded && entry.path == EncodedNames::member))
+        if (!outcome.ok() || (isEncoded && entry.path == Documents::EncodedNames::member))
             return;
-        const std::string& place = isEncoded ? EncodedNames::fromDocument(entry.path) : entry.path;
+        const std::string& place = isEncoded ? Documents::EncodedNames::fromDocument(entry.path) : entry.path;
         if (!isBelow(place, group))
             addGroup();
         group.clear();

@@ -5,9 +5,9 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
-#include "repository/EncodedNames.h"
 #include "repository/PathRules.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/EncodedNames.h"
 
 #include <algorithm>
 
@@ -15,7 +15,7 @@ namespace Fuzz {
 
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
-using Repository::EncodedNames;
+using Repository::Documents::EncodedNames;
 using Repository::Documents::Entry;
 
 namespace {

@@ -4,10 +4,8 @@
 #include <string_view>
 
 namespace Repository::Documents {
-class Document;
-}
 
-namespace Repository {
+class Document;
 
 // How an export to json keeps the components "@name" and "#text", the attributes and texts of xml, which no
 // key of a json file stands for. All keys of such an export are the components as they are, percent codes and
@@ -29,7 +27,7 @@ public:
     // The member of the root, and its value.
     static constexpr std::string_view member = "$names";
     static constexpr std::string_view form = "encoded";
-    static bool areSaidIn(const Documents::Document& document);
+    static bool areSaidIn(const Document& document);
 };
 
-} // namespace Repository
+} // namespace Repository::Documents

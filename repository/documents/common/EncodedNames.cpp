@@ -1,9 +1,9 @@
-#include "repository/EncodedNames.h"
+#include "repository/documents/common/EncodedNames.h"
 
 #include "repository/documents/common/Document.h"
 #include "repository/documents/common/KeyText.h"
 
-namespace Repository {
+namespace Repository::Documents {
 
 namespace {
 
@@ -35,13 +35,13 @@ bool EncodedNames::areNeededBy(std::string_view path)
 
 std::string EncodedNames::toDocument(std::string_view path)
 {
-    return path.empty() ? std::string() : eachComponent(path, Documents::encodeKey);
+    return path.empty() ? std::string() : eachComponent(path, encodeKey);
 }
 
 std::string EncodedNames::fromDocument(std::string_view path)
 {
     return eachComponent(path, [](std::string_view component) {
-        return Documents::decodeKey(component).value_or(std::string(component));
+        return decodeKey(component).value_or(std::string(component));
     });
 }
 
@@ -49,7 +49,7 @@ std::string EncodedNames::asPlainKeys(std::string_view path)
 {
     return eachComponent(path, [](std::string_view component) {
         std::string key(component);
-        if (Documents::splitNumber(component).number > 1)
+        if (splitNumber(component).number > 1)
             key.replace(key.size() - 1, 1, "%5D");
         if (component.front() == '@')
             key.replace(0, 1, "%40");
@@ -59,9 +59,9 @@ std::string EncodedNames::asPlainKeys(std::string_view path)
     });
 }
 
-bool EncodedNames::areSaidIn(const Documents::Document& document)
+bool EncodedNames::areSaidIn(const Document& document)
 {
     return document.spell(member) == '"' + std::string(form) + '"';
 }
 
-} // namespace Repository
+} // namespace Repository::Documents
