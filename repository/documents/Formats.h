@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
+#include "repository/documents/common/Format.h"
 
 #include <memory>
 #include <string>
@@ -9,7 +9,16 @@
 
 namespace Repository::Documents {
 
-// Names of the formats, in the order in which they are offered to people.
+// All formats, in the order in which they are offered to people. They live as long as the program.
+const std::vector<const Format*>& getFormats();
+
+// Null for an unknown name.
+const Format* findFormat(std::string_view name);
+
+// What a text is when no other format claims it.
+const Format& getDefaultFormat();
+
+// Names of the formats, in the same order.
 const std::vector<std::string>& getDocumentTypes();
 
 // An empty document of the format; null for an unknown name.

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "repository/documents/common/Format.h"
+
+namespace Repository::Documents {
+
+// Files of lines with a path each.
+class TxtFormat : public Format
+{
+public:
+    std::string_view getName() const override;
+    std::unique_ptr<Document> makeDocument() const override;
+    std::string_view getCertainEndings() const override;
+};
+
+} // namespace Repository::Documents
