@@ -29,9 +29,8 @@ public:
     const std::string& getError() const { return error; }
 
 private:
-    End fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
+    End fill(Documents::Document& document, std::string prefix, const std::vector<Documents::Entry>& entries,
              TransferProgress& progress);
-    std::string elementName() const;
     static Documents::Outcome insert(Documents::Document& document, const std::string& path,
                                      const FrameworkCore::Values::Value& value);
 

@@ -32,12 +32,6 @@ std::string nameOnDisk(const Backend::Description& description)
     return QFile::encodeName(description.filePath).toStdString();
 }
 
-// What a new file of the type holds when there is nothing to write into it.
-std::string emptyText(const QString& type)
-{
-    return type == QLatin1String("json") ? "{}\n" : std::string();
-}
-
 QString valueForPeople(const std::optional<Value>& value)
 {
     return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
@@ -125,7 +119,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
         if (!content.hasEdits() && stamp.exists)
             return {};
         if (!stamp.exists && content.getText().empty())
-            content.load(emptyText(description.type));
+            content.load(Documents::findFormat(description.type.toStdString())->getEmptyText());
         text = content.getText();
         outcome = checkReadability(text);
         if (!outcome.ok())

@@ -11,7 +11,6 @@
 #include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/EncodedNames.h"
 
 namespace Repository {
 
@@ -23,9 +22,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-const QString jsonType = QStringLiteral("json");
-const QString xmlType = QStringLiteral("xml");
 
 // True when a component of the path is the name of an element or attribute with that prefix.
 bool usesPrefix(QStringView path, QStringView prefix)
@@ -137,9 +133,13 @@ std::vector<SubtreeTransfer::Part> SubtreeTransfer::collect(const Node& root, QS
 }
 
 // A file of its own also needs the prefixes that elements around the subtree declare.
-void SubtreeTransfer::addDeclarations(const Node& root, std::vector<Part>& parts) const
+void SubtreeTransfer::addDeclarations(const Node& root, const Documents::Format& format,
+                                      std::vector<Part>& parts) const
 {
-    static const QString declaration = QStringLiteral("@xmlns:");
+    const std::string_view start = format.getDeclarationStart();
+    if (start.empty())
+        return;
+    const QString declaration = QString::fromUtf8(start.data(), int(start.size()));
     const qsizetype nameStart = root.path.size() - root.getName().size();
     QString hidden;
     for (const Node* around = root.parent; around && around->children; around = around->parent) {
@@ -260,7 +260,7 @@ Outcome SubtreeTransfer::exportTree(const QString& path, const QString& type, QB
 Outcome SubtreeTransfer::writeTree(const QString& path, const QString& type, QByteArray& text,
                                    TransferReport& report)
 {
-    if (!Documents::makeDocument(type.toStdString()))
+    if (!Documents::findFormat(type.toStdString()))
         return Refusals::noType(type);
     Outcome outcome = Refusals::notFound();
     std::vector<Part> parts;
@@ -270,8 +270,7 @@ Outcome SubtreeTransfer::writeTree(const QString& path, const QString& type, QBy
         if (const Node* root = tree.nodeOf(path)) {
             parts = collect(*root, hidden);
             outcome = checkReadable(parts, hidden);
-            if (type == xmlType)
-                addDeclarations(*root, parts);
+            addDeclarations(*root, *Documents::findFormat(type.toStdString()), parts);
         }
     }
     const auto sources = backendsTouching(tree, path);
@@ -322,9 +321,10 @@ Outcome SubtreeTransfer::importTree(const QString& path, const QString& type, co
 Outcome SubtreeTransfer::readTree(const QString& path, const QString& type, const QByteArray& text,
                                   TransferReport& report)
 {
-    auto document = Documents::makeDocument(type.toStdString());
-    if (!document)
+    const Documents::Format* const format = Documents::findFormat(type.toStdString());
+    if (!format)
         return Refusals::noType(type);
+    auto document = format->makeDocument();
     const Documents::Outcome parsed = document->parse(text.toStdString());
     if (!parsed.ok())
         return {StatusCode::BackendFailure, QStringLiteral("the text is not %1: line %2, column %3: %4")
@@ -337,30 +337,29 @@ Outcome SubtreeTransfer::readTree(const QString& path, const QString& type, cons
     // Nearly always there is one entry a line, or between two commas.
     const auto expected =
         std::max(std::count(text.begin(), text.end(), '\n'), std::count(text.begin(), text.end(), ','));
-    return importDocument(std::move(document), type, path, std::size_t(expected), report);
+    return importDocument(std::move(document), *format, path, std::size_t(expected), report);
 }
 
-Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> document, const QString& type,
-                                        const QString& path, std::size_t expected, TransferReport& report)
+Outcome SubtreeTransfer::importDocument(std::unique_ptr<Documents::Document> document,
+                                        const Documents::Format& format, const QString& path,
+                                        std::size_t expected, TransferReport& report)
 {
     TransferProgress progress(report, expected);
     Outcome outcome;
-    const bool isEncoded = type == jsonType && Documents::EncodedNames::areSaidIn(*document);
     const History::Scope step(store->getHistory(), [&path] { return QStringLiteral("Import %1").arg(path); });
     TreeEdit edit(tree, {path}, step.getRecorder());
-    // Files of lines may tell of a group in several places, and what is written at once is in tree order.
-    const bool isInTreeOrder = type == jsonType || type == xmlType;
-    BulkWrite bulk(edit, isInTreeOrder ? path : QString());
+    // What is written at once is in the order of the tree.
+    BulkWrite bulk(edit, format.isInTreeOrder() ? path : QString());
     std::string group; // the one that came last, and holds nothing so far
     const auto addGroup = [&] {
         if (!group.empty())
             outcome = add(bulk, joinedPath(path, group), {{}, 0, {}, AccessMode::ReadWrite, true});
         group.clear();
     };
-    document->visit([&](const Documents::Entry& entry) {
-        if (!outcome.ok() || (isEncoded && entry.path == Documents::EncodedNames::member))
+    format.visitImport(*document, [&](const Documents::Entry& entry) {
+        if (!outcome.ok())
             return;
-        const std::string& place = isEncoded ? Documents::EncodedNames::fromDocument(entry.path) : entry.path;
+        const std::string& place = entry.path;
         if (!isBelow(place, group))
             addGroup();
         group.clear();

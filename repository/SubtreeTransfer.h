@@ -13,7 +13,8 @@ namespace Repository {
 
 namespace Documents {
 class Document;
-}
+class Format;
+} // namespace Documents
 class BulkWrite;
 
 class AttributeStore;
@@ -63,7 +64,7 @@ private:
                      TransferReport& report);
     static Outcome writeText(const QString& path, const QString& type, std::vector<Part> parts,
                              QByteArray& text, TransferReport& report);
-    Outcome importDocument(std::unique_ptr<Documents::Document> document, const QString& type,
+    Outcome importDocument(std::unique_ptr<Documents::Document> document, const Documents::Format& format,
                            const QString& path, std::size_t expected, TransferReport& report);
 
     // The parts in the order of a file, without what must not be read; hidden is the path of the first such
@@ -71,7 +72,7 @@ private:
     std::vector<Part> collect(const Node& root, QString& hidden) const;
     void addPart(const Node& node, int rootLength, std::vector<Part>& parts, QString& hidden) const;
 
-    void addDeclarations(const Node& root, std::vector<Part>& parts) const;
+    void addDeclarations(const Node& root, const Documents::Format& format, std::vector<Part>& parts) const;
 
     // Adds one part to what is to be written.
     Outcome add(BulkWrite& bulk, const QString& path, const Part& part) const;
