@@ -1,41 +1,24 @@
 #include "repository/FileFormat.h"
 
 #include "repository/FileKind.h"
+#include "repository/documents/Formats.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
+
+#include <string_view>
 
 namespace Repository {
 
 namespace {
 
-struct NameRule
-{
-    const char* type = nullptr;    // null when the name tells nothing
-    const char* endings = nullptr; // with a blank before and behind each
-};
-
-constexpr NameRule certainRules[] = {
-    {"json", " json jsonc "},
-    {"ini", " ini "},
-    {"xml", " xml "},
-    {"txt", " txt properties "},
-};
-
-constexpr NameRule likelyRules[] = {
-    {"ini", " conf cfg cnf cf config rc desktop directory theme colors repo editorconfig gitconfig npmrc "
-            " service socket timer target mount automount swap path slice scope link netdev network nspawn "},
-    {"xml", " svg ui ts pom qrc kcfg xbel docbook policy plist xsd xsl xslt rng xhtml csproj "},
-    {"json", " geojson webmanifest jshintrc eslintrc babelrc "},
-};
-
 // A second ending of the copies that editors and package managers leave.
-constexpr const char* copyEndings = " bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig ";
+constexpr std::string_view copyEndings =
+    "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig";
 
-bool lists(const char* endings, const QString& ending)
+bool lists(std::string_view endings, const QString& ending)
 {
-    return QByteArray(endings).contains((QLatin1Char(' ') + ending + QLatin1Char(' ')).toUtf8());
+    return (' ' + std::string(endings) + ' ').find(' ' + ending.toStdString() + ' ') != std::string::npos;
 }
 
 QString endingOf(QString name)
@@ -47,14 +30,21 @@ QString endingOf(QString name)
     return isCopy ? QFileInfo(name.left(name.size() - ending.size() - 1)).suffix().toLower() : ending;
 }
 
-template <std::size_t count>
-QString typeByEnding(const NameRule (&rules)[count], const QString& ending)
+using Endings = std::string_view (Documents::Format::*)() const;
+
+// Null when no format has the ending.
+const Documents::Format* formatByEnding(Endings endings, const QString& ending)
 {
-    for (const NameRule& rule : rules) {
-        if (!ending.isEmpty() && lists(rule.endings, ending))
-            return QLatin1String(rule.type);
+    for (const Documents::Format* format : Documents::getFormats()) {
+        if (!ending.isEmpty() && lists((format->*endings)(), ending))
+            return format;
     }
-    return {};
+    return nullptr;
+}
+
+QString nameOf(const Documents::Format* format)
+{
+    return format ? QString::fromStdString(std::string(format->getName())) : QString();
 }
 
 // The text without its byte order mark; of UTF-16 the characters that are ASCII, which all syntax is.
@@ -73,39 +63,13 @@ QByteArray withoutMark(const QByteArray& bytes)
     return text;
 }
 
-// What follows the blanks and the comments that json may have.
-QByteArray behindComments(QByteArray text)
+const Documents::Format* formatByContent(const QByteArray& text)
 {
-    for (text = text.trimmed(); text.startsWith("//") || text.startsWith("/*"); text = text.trimmed()) {
-        const bool isLine = text.startsWith("//");
-        const int end = isLine ? text.indexOf('\n') : text.indexOf("*/", 2);
-        if (end < 0)
-            return {};
-        text.remove(0, isLine ? end : end + 2);
+    for (const Documents::Format* format : Documents::getFormats()) {
+        if (format->begins(text.trimmed().toStdString()))
+            return format;
     }
-    return text;
-}
-
-// Some line formats have sections in angle brackets, too, but those are no tags.
-bool beginsLikeXml(const QByteArray& text)
-{
-    static const QRegularExpression tag(
-        QStringLiteral("\\A<(?:[?!]|[A-Za-z_][\\w:.-]*\\s*(?:/?>|[A-Za-z_][\\w:.-]*\\s*=))"));
-    return tag.match(QString::fromLatin1(text)).hasMatch();
-}
-
-// An array; a section of an ini file has its name right behind the bracket.
-bool beginsLikeArray(const QByteArray& text)
-{
-    static const QRegularExpression array(QStringLiteral("\\A\\[(?:\\s*[\\[{\"]|\\s*\\n|\\s*\\]\\s*\\z)"));
-    return array.match(QString::fromLatin1(text)).hasMatch();
-}
-
-QString typeByContent(const QByteArray& text)
-{
-    if (beginsLikeXml(text))
-        return QStringLiteral("xml");
-    return text.startsWith('{') || beginsLikeArray(text) ? QStringLiteral("json") : QString();
+    return nullptr;
 }
 
 } // namespace
@@ -113,22 +77,21 @@ QString typeByContent(const QByteArray& text)
 QString FileFormat::ofName(const QString& file)
 {
     const QString ending = endingOf(file);
-    const QString type = typeByEnding(certainRules, ending);
-    return type.isEmpty() ? typeByEnding(likelyRules, ending) : type;
+    const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending);
+    return nameOf(certain ? certain : formatByEnding(&Documents::Format::getLikelyEndings, ending));
 }
 
 QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
 {
     const QString ending = endingOf(file);
-    const QString certain = typeByEnding(certainRules, ending);
-    if (!certain.isEmpty())
-        return certain;
-    const QString likely = typeByEnding(likelyRules, ending);
+    if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
+        return nameOf(certain);
     const QByteArray text = withoutMark(bytes.left(enough));
-    const QString type = typeByContent(behindComments(text));
-    if (!type.isEmpty() || !likely.isEmpty())
-        return type.isEmpty() ? likely : type;
-    return text.contains('\0') ? QString() : QStringLiteral("ini");
+    if (const auto* begun = formatByContent(text))
+        return nameOf(begun);
+    if (const auto* likely = formatByEnding(&Documents::Format::getLikelyEndings, ending))
+        return nameOf(likely);
+    return text.contains('\0') ? QString() : nameOf(&Documents::getDefaultFormat());
 }
 
 QString FileFormat::ofFile(const QString& file)
