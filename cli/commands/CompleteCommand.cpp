@@ -5,6 +5,7 @@
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
 #include "repository/Rule.h"
+#include "repository/documents/Formats.h"
 
 #include <memory>
 
@@ -91,8 +92,8 @@ private:
             wantsFiles = true;
             break;
         case Word::Format:
-            candidates += QStringList{QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("xml"),
-                                      QStringLiteral("txt")};
+            for (const std::string& format : Repository::Documents::getDocumentTypes())
+                candidates += QString::fromStdString(format);
             break;
         case Word::Path:
         case Word::Pattern:
