@@ -7,7 +7,6 @@
 #include "repository/AttributeRepository.h"
 #include "repository/PathRules.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/EncodedNames.h"
 
 #include <algorithm>
 
@@ -15,7 +14,6 @@ namespace Fuzz {
 
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
-using Repository::Documents::EncodedNames;
 using Repository::Documents::Entry;
 
 namespace {
@@ -191,17 +189,15 @@ private:
     // Each entry of the text is in the tree, with its value.
     QString checkEntries() const
     {
-        const auto document = Repository::Documents::makeDocument(type);
+        const auto* format = Repository::Documents::findFormat(type);
+        const auto document = format->makeDocument();
         if (!document->parse(std::string(text)).ok())
             return QStringLiteral("a text that cannot be parsed is taken");
-        const bool isEncoded = type == "json" && EncodedNames::areSaidIn(*document);
         QString broken;
-        document->visit([&](const Entry& entry) {
-            if (!broken.isEmpty() || entry.value.type == FrameworkCore::Values::Type::Group ||
-                (isEncoded && entry.path == EncodedNames::member))
+        format->visitImport(*document, [&](const Entry& entry) {
+            if (!broken.isEmpty() || entry.value.type == FrameworkCore::Values::Type::Group)
                 return;
-            const std::string place = isEncoded ? EncodedNames::fromDocument(entry.path) : entry.path;
-            const QString full = Repository::joinedPath(path, place);
+            const QString full = Repository::joinedPath(path, entry.path);
             const auto attribute = repository->getReaderInterface()->getAttribute(full);
             const QVariant wanted = FrameworkCore::Values::toVariant(entry.value);
             if (!attribute)
