@@ -31,6 +31,12 @@ bool canBeReached(const QWidget& widget)
            !widget.focusProxy();
 }
 
+// The failure bar is closed after some seconds; how it is reached is tested with it.
+bool goesByItself(const QWidget& widget)
+{
+    return widget.objectName().startsWith(QLatin1String("failure"));
+}
+
 QString nameOf(const QWidget& widget)
 {
     return QLatin1String(widget.metaObject()->className()) + QLatin1Char(' ') + widget.objectName();
@@ -76,7 +82,7 @@ private slots:
         QTRY_VERIFY(desk->part<QWidget>("logDock")->isVisible());
         QStringList expected;
         for (const QWidget* const widget : desk->window->findChildren<QWidget*>()) {
-            if (canBeReached(*widget))
+            if (canBeReached(*widget) && !goesByItself(*widget))
                 expected.append(nameOf(*widget));
         }
         QVERIFY(expected.size() > 8);
@@ -84,10 +90,11 @@ private slots:
         QStringList invisible;
         const QWidget* const first = press(key);
         for (const QWidget* widget = first; widget && reached.size() < 40;) {
-            reached.append(nameOf(*widget));
+            if (!goesByItself(*widget))
+                reached.append(nameOf(*widget));
             const QImage focused = pictureOf(*desk->window, *widget);
             const QWidget* const next = press(key);
-            if (pictureOf(*desk->window, *widget) == focused)
+            if (pictureOf(*desk->window, *widget) == focused && !goesByItself(*widget))
                 invisible.append(nameOf(*widget));
             widget = next == first ? nullptr : next;
         }
