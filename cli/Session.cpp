@@ -147,10 +147,7 @@ QString Session::formatOf(const QString& file, bool exists, std::string_view opt
     const QString wanted = invocation.valueOf(option);
     if (!wanted.isEmpty())
         return wanted;
-    if (!exists)
-        return Repository::FileFormat::ofName(file);
-    const QString format = Repository::FileFormat::ofFile(file);
-    return format.isEmpty() ? QStringLiteral("txt") : format; // which tells where it is no text
+    return exists ? Repository::FileFormat::toRead(file) : Repository::FileFormat::ofName(file);
 }
 
 const Source* Session::open(const QString& argument, Opening opening, std::string_view formatOption)

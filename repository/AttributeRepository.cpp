@@ -196,7 +196,7 @@ AttributeRepository::~AttributeRepository() = default;
 
 QStringList AttributeRepository::getBackendTypes()
 {
-    return BackendRegistry::getTypes();
+    return backends->getTypes();
 }
 
 QString AttributeRepository::buildAttributePath(const QStringList& components) const

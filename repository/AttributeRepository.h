@@ -8,6 +8,7 @@
 namespace Repository {
 
 class AttributeStore;
+class BackendRegistry;
 
 // What a program chooses when it makes its repository.
 struct RepositoryOptions
@@ -50,7 +51,7 @@ public:
 private:
     AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
 
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInterface> backends;
+    std::shared_ptr<BackendRegistry> backends;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeWriterInterface> writer;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::NotificationInterface> notifications;

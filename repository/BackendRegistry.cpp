@@ -3,18 +3,12 @@
 #include "repository/AttributeStore.h"
 #include "repository/BackendLookup.h"
 #include "repository/ChangeApplier.h"
-#include "repository/FileBackend.h"
+#include "repository/FileBackends.h"
 #include "repository/MemoryGuard.h"
 #include "repository/Mounts.h"
 #include "repository/PathRules.h"
 #include "repository/Refusals.h"
 #include "repository/RepositoryLog.h"
-#include "repository/documents/Formats.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -50,46 +44,31 @@ QString trimSeparators(QString name)
     return name;
 }
 
-void reportUnasked(const Outcome& outcome, const BackendRegistry::Observer& observer)
-{
-    logged(outcome);
-    if (observer && !(outcome.ok() && outcome.get().warnings.isEmpty()))
-        observer(outcome);
-}
-
-// Two names of one file compare equal, whether or not the file exists yet.
-QString fileIdentity(const QString& filePath)
-{
-    const QFileInfo file(filePath);
-    const QString canonical = file.canonicalFilePath();
-    return canonical.isEmpty()
-               ? QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/') + file.fileName()
-               : canonical;
-}
-
 } // namespace
 
 BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, bool watchesFiles,
-                                 Observer observerOfUnasked)
-    : store(std::move(attributes)), observer(std::move(observerOfUnasked))
+                                 BackendKind::Observer observer)
+    : store(std::move(attributes))
 {
-    if (watchesFiles)
-        watcher = std::make_unique<Files::FileWatcher>(
-            [copy = observer](const std::string& file, const std::string& reason) {
-                reportUnasked(Outcome(StatusCode::BackendFailure, QString::fromStdString(reason))
-                                  .in(QFile::decodeName(file.c_str())),
-                              copy);
-            });
+    kinds.push_back(std::make_unique<FileBackends>(store->getTree(), watchesFiles, std::move(observer)));
 }
 
 BackendRegistry::~BackendRegistry() = default;
 
-QStringList BackendRegistry::getTypes()
+QStringList BackendRegistry::getTypes() const
 {
     QStringList types;
-    for (const std::string& type : Documents::getDocumentTypes())
-        types.append(QString::fromStdString(type));
+    for (const auto& kind : kinds)
+        types += kind->getTypes();
     return types;
+}
+
+// Null for an unknown type.
+BackendKind* BackendRegistry::kindOf(const QString& type) const
+{
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&type](const auto& kind) { return kind->getTypes().contains(type); });
+    return found == kinds.end() ? nullptr : found->get();
 }
 
 bool BackendRegistry::createBackend(const QString& type, const QString& name,
@@ -110,10 +89,11 @@ Outcome BackendRegistry::mount(const QString& type, const QString& name,
     description.filePath = configuration.location.toString();
     description.accessMode = configuration.accessMode;
 
-    Outcome outcome = checkDescription(description);
+    BackendKind* const kind = kindOf(type);
+    Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type);
     if (outcome.ok()) {
-        description.filePath = QFileInfo(description.filePath).absoluteFilePath();
-        outcome = guardMemory([&] { return create(description, option); });
+        description.filePath = kind->toLocation(description.filePath);
+        outcome = guardMemory([&] { return create(*kind, description, option); });
         if (!outcome.ok())
             outcome.in(description.filePath);
     }
@@ -122,8 +102,6 @@ Outcome BackendRegistry::mount(const QString& type, const QString& name,
 
 Outcome BackendRegistry::checkDescription(const Backend::Description& description)
 {
-    if (!getTypes().contains(description.type))
-        return Refusals::noType(description.type);
     if (isTooDeep(description.name))
         return Refusals::invalidPath(description.name);
     if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
@@ -135,134 +113,25 @@ Outcome BackendRegistry::checkDescription(const Backend::Description& descriptio
     if (description.accessMode == AccessMode::None || description.accessMode > AccessMode::ReadWrite)
         return {StatusCode::NotWritable,
                 QStringLiteral("the access mode must be read-only, write-only or read-write")};
-    if (description.filePath.isEmpty())
-        return {StatusCode::NotFound, QStringLiteral("no file was named")};
     return {};
 }
 
-Outcome BackendRegistry::create(const Backend::Description& description, int option)
+Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& description, int option)
 {
-    if (const auto existing = findBackend(*store->getTree(), description.name)) {
-        if (option != createOrReload)
-            return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
-        const Backend::Description& present = existing->getDescription();
-        if (fileIdentity(present.filePath) == fileIdentity(description.filePath) &&
-            present.type == description.type && present.accessMode == description.accessMode)
-            return reload(*existing);
-        return {
-            StatusCode::AlreadyExists,
+    const auto existing = findBackend(*store->getTree(), description.name);
+    if (!existing)
+        return kind.open(description, [this](const auto& backend) {
+            return Mounts(*store->getTree(), store->getHistory()).mount(backend);
+        });
+    if (option != createOrReload)
+        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+    const Backend::Description& present = existing->getDescription();
+    if (present.type == description.type && present.accessMode == description.accessMode &&
+        kind.isSamePlace(present.filePath, description.filePath))
+        return reload(*existing);
+    return {StatusCode::AlreadyExists,
             QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
                 .arg(present.filePath, present.type)};
-    }
-    const QString identity = fileIdentity(description.filePath);
-    Outcome outcome = reserve(identity);
-    if (!outcome.ok())
-        return outcome;
-    const auto release = qScopeGuard([&] {
-        const std::lock_guard lock(mutex);
-        opening.remove(identity);
-    });
-    const auto before = std::chrono::system_clock::now();
-    const auto backend = FileBackend::open(description, outcome);
-    const Outcome mounted =
-        backend ? Mounts(*store->getTree(), store->getHistory()).mount(backend) : Outcome();
-    if (!outcome.ok() || !mounted.ok())
-        return outcome.ok() ? mounted : outcome;
-    noteFile(backend, identity);
-    watch(backend, before);
-    return outcome;
-}
-
-void BackendRegistry::watch(const std::shared_ptr<Backend>& backend,
-                            std::chrono::system_clock::time_point since)
-{
-    if (!watcher)
-        return;
-    // The watcher must not keep alive what ends it.
-    const auto look = [weakStore = std::weak_ptr(store->getTree()), weakBackend = std::weak_ptr(backend),
-                       copy = observer] {
-        const auto attributes = weakStore.lock();
-        const auto mounted = weakBackend.lock();
-        if (!attributes || !mounted || mounted->isClosed())
-            return;
-        const auto reload = [&] {
-            ChangeApplier applier(*attributes, *mounted);
-            return mounted->reload(Backend::Trigger::Watcher, std::ref(applier));
-        };
-        Outcome outcome = guardMemory(reload);
-        if (!outcome.ok())
-            outcome.of(Outcome::Operation::FollowFile, mounted->getName())
-                .in(mounted->getDescription().filePath);
-        reportUnasked(outcome, copy);
-    };
-    const std::string path = QFile::encodeName(backend->getDescription().filePath).toStdString();
-    const int number = watcher->watch(path, since, look);
-    {
-        const std::lock_guard lock(mutex);
-        watches.insert(backend.get(), number);
-    }
-    if (backend->isClosed())
-        unwatch(*backend);
-}
-
-void BackendRegistry::unwatch(const Backend& backend)
-{
-    const std::lock_guard lock(mutex);
-    if (watches.contains(&backend))
-        watcher->unwatch(watches.take(&backend));
-}
-
-// Keeps the file for the caller, so that two creations at once do not both open it.
-Outcome BackendRegistry::reserve(const QString& identity)
-{
-    const std::lock_guard lock(mutex);
-    for (const auto& backend : mayBeOf(identity)) {
-        const QString& filePath = backend->getDescription().filePath;
-        if (!backend->isClosed() && fileIdentity(filePath) == identity)
-            return Outcome(StatusCode::AlreadyExists,
-                           QStringLiteral("the file is already open as '%1'").arg(backend->getName()))
-                .in(filePath);
-    }
-    if (opening.contains(identity))
-        return Outcome(StatusCode::AlreadyExists,
-                       QStringLiteral("the file is just being opened by another backend"))
-            .in(identity);
-    opening.insert(identity);
-    return {};
-}
-
-std::vector<std::shared_ptr<Backend>> BackendRegistry::mayBeOf(const QString& identity) const
-{
-    std::vector<std::shared_ptr<Backend>> found;
-    const auto add = [&found](const std::weak_ptr<Backend>& each) {
-        if (auto backend = each.lock())
-            found.push_back(std::move(backend));
-    };
-    const auto [begin, end] = filesByIdentity.equal_range(identity);
-    std::for_each(begin, end, add);
-    std::for_each(linkedFiles.begin(), linkedFiles.end(), add);
-    return found;
-}
-
-void BackendRegistry::noteFile(const std::shared_ptr<Backend>& backend, const QString& identity)
-{
-    const std::lock_guard lock(mutex);
-    if (identity == QDir::cleanPath(backend->getDescription().filePath))
-        filesByIdentity.insert(identity, backend);
-    else
-        linkedFiles.push_back(backend);
-}
-
-void BackendRegistry::forgetFile(const Backend& backend)
-{
-    const std::lock_guard lock(mutex);
-    const auto isGone = [&backend](const std::weak_ptr<Backend>& each) {
-        const auto known = each.lock();
-        return !known || known.get() == &backend;
-    };
-    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
-        each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
-    linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }
 
 Outcome BackendRegistry::reload(Backend& backend)
@@ -305,10 +174,8 @@ Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
 {
     return operate(name, Outcome::Operation::CloseBackend, [&](const auto& backend) {
         Outcome outcome = Mounts(*store->getTree(), store->getHistory()).unmount(backend, discardChanges);
-        if (outcome.ok()) {
-            unwatch(*backend);
-            forgetFile(*backend);
-        }
+        if (outcome.ok())
+            kindOf(backend->getDescription().type)->forget(*backend);
         return outcome;
     });
 }

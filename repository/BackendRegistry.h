@@ -1,16 +1,10 @@
 #pragma once
 
-#include "files/FileWatcher.h"
 #include "host/FrameworkCore/AppConfig/BackendInterface.h"
-#include "repository/Backend.h"
+#include "repository/BackendKind.h"
 
-#include <QHash>
-#include <QSet>
-
-#include <chrono>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <vector>
 
 namespace Repository {
@@ -23,15 +17,12 @@ class BackendRegistry : public FrameworkCore::AppConfig::Interfaces::BackendInte
 public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
 
-    // Hears what comes of work that no caller waits for. Any thread.
-    using Observer = std::function<void(const Outcome& outcome)>;
-
     // With watching, what other programs do to the files is brought in as it happens; what comes of that is
     // logged, and the observer, if there is one, hears it.
-    BackendRegistry(std::shared_ptr<AttributeStore> store, bool watchesFiles, Observer observer);
+    BackendRegistry(std::shared_ptr<AttributeStore> store, bool watchesFiles, BackendKind::Observer observer);
     ~BackendRegistry() override;
 
-    static QStringList getTypes();
+    QStringList getTypes() const;
 
     bool createBackend(const QString& type, const QString& name,
                        const FrameworkCore::AppConfig::BackendConfiguration& configuration,
@@ -50,29 +41,15 @@ private:
     // The option of createBackend that reloads a backend which exists already; any other refuses it.
     static constexpr int createOrReload = 3;
 
-    Outcome create(const Backend::Description& description, int option);
+    BackendKind* kindOf(const QString& type) const;
+    Outcome create(BackendKind& kind, const Backend::Description& description, int option);
     Outcome reload(Backend& backend);
     Outcome operate(const QString& name, Outcome::Operation what,
                     const std::function<Outcome(const std::shared_ptr<Backend>&)>& operation);
-    Outcome reserve(const QString& identity);
-    std::vector<std::shared_ptr<Backend>> mayBeOf(const QString& identity) const;
-    void noteFile(const std::shared_ptr<Backend>& backend, const QString& identity);
-    void forgetFile(const Backend& backend);
-    void watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since);
-    void unwatch(const Backend& backend);
     static Outcome checkDescription(const Backend::Description& description);
 
     std::shared_ptr<AttributeStore> store;
-    const Observer observer; // not guarded; copied into what the watcher calls
-    std::mutex mutex;        // guards what follows
-    // The open backends by the identities that their files had when they were opened. Those behind links,
-    // which may lead elsewhere later, are kept apart, so that only they are looked at again for each new
-    // file.
-    QMultiHash<QString, std::weak_ptr<Backend>> filesByIdentity;
-    std::vector<std::weak_ptr<Backend>> linkedFiles;
-    QSet<QString> opening;                       // identities of files whose backends are not mounted yet
-    QHash<const Backend*, int> watches;          // numbers of the watcher; of backends that are open
-    std::unique_ptr<Files::FileWatcher> watcher; // not guarded; null when files are not watched
+    std::vector<std::unique_ptr<BackendKind>> kinds;
 };
 
 } // namespace Repository

@@ -102,6 +102,12 @@ QString FileFormat::ofFile(const QString& file)
     return ofContent(file, isReadable ? content.read(enough) : QByteArray());
 }
 
+QString FileFormat::toRead(const QString& file)
+{
+    const QString format = ofFile(file);
+    return format.isEmpty() ? QStringLiteral("txt") : format; // which refuses it with its place
+}
+
 QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& before,
                                      const std::string& after)
 {

@@ -21,6 +21,9 @@ public:
     // The same of what is on the disk. Opens regular files only.
     static QString ofFile(const QString& file);
 
+    // The format to read a file with: its own, or one that says where it is not a text.
+    static QString toRead(const QString& file);
+
     // Why a file of that type would be taken for another once it holds the new text, so that it could not be
     // read again; empty when it would not be, and when its name and old text did not tell its type either.
     static QString explainMistaking(const QString& file, const QString& type, const std::string& before,

@@ -83,9 +83,7 @@ public:
 
     Outcome check(const QString& given)
     {
-        QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
-        if (type.isEmpty())
-            type = QStringLiteral("txt"); // which tells where it is no text
+        const QString type = format.isEmpty() ? Repository::FileFormat::toRead(given) : format;
         const DocumentFile file = DocumentFile::read(given, type);
         if (!file.ok())
             return refuse(given, file.getError());

@@ -28,16 +28,16 @@ bool isBelow(const std::string& path, const std::string& above)
 }
 
 // What documents of a format are put together from: lines that mean different things in different company.
-struct Format
+struct LineFormat
 {
     std::string type;
     std::vector<std::string> lines;
     std::vector<std::string> names; // of what is inserted
 };
 
-const std::vector<Format>& formats()
+const std::vector<LineFormat>& formats()
 {
-    static const std::vector<Format> all{
+    static const std::vector<LineFormat> all{
         {"ini",
          {"[a]",       "; @type date",  "# @type text",  "d = 2024-01-02",
           "[Unit]",    "[a.b]",         " [c]",          "[a] ; of a",
@@ -93,7 +93,7 @@ const std::vector<Format>& formats()
 class Walk
 {
 public:
-    Walk(const Format& walkFormat, quint32 seed)
+    Walk(const LineFormat& walkFormat, quint32 seed)
         : format(walkFormat), random(seed), document(makeDocument(format.type))
     {
         const std::vector<std::string> lineEnds{"\n", "\r\n", "\r"};
@@ -287,7 +287,7 @@ private:
         return parts.join(QLatin1Char('\n'));
     }
 
-    const Format& format;
+    const LineFormat& format;
     QRandomGenerator random;
     std::unique_ptr<Document> document;
     std::string lineEnd;
@@ -307,7 +307,7 @@ private slots:
     void keepsTreeAndFileTheSame_data()
     {
         QTest::addColumn<int>("format");
-        for (const Format& format : formats())
+        for (const LineFormat& format : formats())
             QTest::newRow(format.type.c_str()) << int(&format - formats().data());
     }
 
