@@ -1,7 +1,7 @@
 #include "cli/DocumentFile.h"
 
 #include "files/FileSaver.h"
-#include "repository/FileKind.h"
+#include "repository/backends/FileKind.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TextPosition.h"
 

@@ -4,8 +4,8 @@
 #include "cli/Output.h"
 #include "files/FileSaver.h"
 #include "files/SizeLimit.h"
-#include "repository/FileFormat.h"
-#include "repository/UnifiedDiff.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/merge/UnifiedDiff.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,9 +4,9 @@
 #include "cli/Output.h"
 #include "cli/Suggestion.h"
 #include "repository/AttributeRepository.h"
-#include "repository/FileFormat.h"
-#include "repository/FileKind.h"
-#include "repository/PathRules.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/backends/FileKind.h"
+#include "repository/common/PathRules.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -5,7 +5,7 @@
 #include "desk/LogModel.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
-#include "repository/RepositoryLog.h"
+#include "repository/common/RepositoryLog.h"
 
 #include <QAccessible>
 #include <QAction>

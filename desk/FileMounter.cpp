@@ -2,7 +2,7 @@
 
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/Worker.h"
-#include "repository/FileFormat.h"
+#include "repository/backends/FileFormat.h"
 
 #include <QFileInfo>
 #include <QHash>

@@ -4,8 +4,8 @@
 #include "cli/TypedText.h"
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
-#include "repository/Rule.h"
 #include "repository/documents/Formats.h"
+#include "repository/validation/Rule.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "cli/Session.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
-#include "repository/PathRules.h"
+#include "repository/common/PathRules.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "cli/DocumentFile.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-#include "repository/FileFormat.h"
+#include "repository/backends/FileFormat.h"
 
 namespace CommandLine::Commands {
 

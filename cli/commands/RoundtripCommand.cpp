@@ -4,8 +4,8 @@
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
 #include "files/FileSaver.h"
-#include "repository/FileFormat.h"
-#include "repository/MemoryGuard.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/common/MemoryGuard.h"
 #include "repository/documents/common/TextPosition.h"
 
 #include <QTemporaryDir>

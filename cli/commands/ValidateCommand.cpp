@@ -2,7 +2,7 @@
 #include "cli/Messages.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-#include "repository/Rule.h"
+#include "repository/validation/Rule.h"
 
 #include <optional>
 

@@ -5,7 +5,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
-#include "repository/PathRules.h"
+#include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "fuzz/program/Exercises.h"
 #include "fuzz/program/Texts.h"
 #include "repository/AttributeRepository.h"
-#include "repository/PathRules.h"
-#include "repository/PatternIndex.h"
+#include "repository/common/PathRules.h"
+#include "repository/notification/PatternIndex.h"
 
 #include <QVector>
 

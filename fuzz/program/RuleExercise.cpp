@@ -3,7 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeRepository.h"
-#include "repository/Rule.h"
+#include "repository/validation/Rule.h"
 
 #include <QRegularExpression>
 

@@ -4,6 +4,8 @@ import pathlib
 import re
 import sys
 
+CORE = ["host/FrameworkCore", "host/Shared/Logging"]
+
 # Folder, the most deeply nested first, to the folders that its files may include from.
 ROOMS = {
     "files": ["files"],
@@ -16,6 +18,24 @@ ROOMS = {
     "repository/documents/txt": ["repository/documents/txt", "repository/documents/common", "host/FrameworkCore/Values"],
     "repository/documents/xml": ["repository/documents/xml", "repository/documents/common", "host/FrameworkCore/Values"],
     "repository/documents": ["repository/documents", "host/FrameworkCore/Values"],
+    "repository/common": ["repository/common", "repository/documents/common", *CORE],
+    "repository/notification": ["repository/notification", "repository/common", *CORE],
+    "repository/validation": ["repository/validation", *CORE],
+    "repository/merge": ["repository/merge", "repository/documents", *CORE],
+    "repository/backends": ["repository/backends", "repository/merge", "repository/common", "repository/documents", "files",
+                            *CORE],
+    "repository/store": ["repository/store", "repository/backends", "repository/notification", "repository/validation",
+                         "repository/common", "repository/documents", *CORE],
+    "repository/history": ["repository/history", "repository/store", "repository/backends", "repository/common", *CORE],
+    "repository/transaction": ["repository/transaction", "repository/history", "repository/store", "repository/backends",
+                               "repository/common", "repository/documents/common", *CORE],
+    "repository/operations": ["repository/operations", "repository/transaction", "repository/history", "repository/store",
+                              "repository/backends", "repository/common", *CORE],
+    "repository/transfer": ["repository/transfer", "repository/operations", "repository/transaction", "repository/store",
+                            "repository/backends", "repository/common", "repository/documents", *CORE],
+    "repository/mounting": ["repository/mounting", "repository/operations", "repository/transaction", "repository/history",
+                            "repository/store", "repository/backends", "repository/common", "repository/documents", "files",
+                            *CORE],
     "repository": ["repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
     "app": ["app", "widgets", "host"],
     "widgets": ["app", "widgets", "host"],
@@ -57,9 +77,22 @@ def complaint(path, quoted, angled):
     return None
 
 
+def circle_from(room, way=()):
+    """The rooms of a circle that can be come to from the room; None when there is none."""
+    if room in way:
+        return (*way[way.index(room):], room)
+    others = (other for other in ROOMS.get(room, []) if other != room and not room.startswith(other + "/"))
+    return next(filter(None, (circle_from(other, (*way, room)) for other in others)), None)
+
+
 def main(project):
     checked = 0
     wrong = 0
+    for room in ROOMS:
+        circle = room.startswith("repository/") and circle_from(room)
+        if circle:
+            wrong += 1
+            print("a circle: " + " -> ".join(circle))
     for top in sorted({room.split("/")[0] for room in ROOMS}):
         for file in sorted(pathlib.Path(project, top).rglob("*")):
             if file.suffix not in (".h", ".cpp"):

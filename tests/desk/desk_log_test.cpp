@@ -1,7 +1,7 @@
 #include "desk/FailureHint.h"
 #include "desk/LogModel.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
-#include "repository/RepositoryLog.h"
+#include "repository/common/RepositoryLog.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"

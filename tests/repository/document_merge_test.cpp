@@ -1,6 +1,6 @@
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/EditedDocument.h"
-#include "repository/UnifiedDiff.h"
+#include "repository/merge/EditedDocument.h"
+#include "repository/merge/UnifiedDiff.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 

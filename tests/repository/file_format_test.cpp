@@ -1,5 +1,5 @@
-#include "repository/FileFormat.h"
-#include "repository/FileKind.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/backends/FileKind.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>

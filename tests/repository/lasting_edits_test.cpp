@@ -1,4 +1,4 @@
-#include "repository/FileFormat.h"
+#include "repository/backends/FileFormat.h"
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/SameValue.h"
 #include "tests/documents/EntryLines.h"

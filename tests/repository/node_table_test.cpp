@@ -1,4 +1,4 @@
-#include "repository/NodeTable.h"
+#include "repository/store/NodeTable.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>

@@ -1,4 +1,4 @@
-#include "repository/EditedDocument.h"
+#include "repository/merge/EditedDocument.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 

@@ -1,0 +1,151 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Document.h"
+#include "repository/merge/DocumentChanges.h"
+
+#include <QString>
+#include <QVector>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Repository {
+
+// What keeps the attributes of a part of the tree, as a file does. Paths are full paths of the tree, at or
+// below the backend's root, which is its name. Any thread; its locks are the innermost but for the patterns'.
+// Single values are written at any time; whoever changes more holds the structure lock of the tree and keeps
+// those writes out by a DocumentEdit, until backend and tree agree again.
+class Backend : public std::enable_shared_from_this<Backend>
+{
+public:
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+    using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
+    using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
+    struct Description
+    {
+        QString name;
+        QString type;
+        QString text;     // free text for people
+        QString filePath; // or whatever says where it is kept
+        AccessMode accessMode = AccessMode::None;
+    };
+
+    // Makes a change of the backend's entries as a DocumentEdit, and the tree equal to what came of it, which
+    // the change reports. Watchers are notified once the operation that was given this is over.
+    using Changes = DocumentChanges;
+    using ApplyChange = std::function<void(const std::function<Changes()>& change)>;
+
+    explicit Backend(Description backendDescription) : description(std::move(backendDescription)) {}
+    virtual ~Backend() = default;
+    Q_DISABLE_COPY(Backend)
+
+    const QString& getName() const { return description.name; }
+    AccessMode getAccessMode() const { return description.accessMode; }
+    const Description& getDescription() const { return description; }
+
+    // The path in the tree of an entry.
+    QString absolute(const std::string& path) const;
+
+    // Calls back for every entry, parents first, with paths below the root.
+    virtual void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const = 0;
+    // The same with paths of the tree.
+    void visit(const std::function<void(const QString& path, const FrameworkCore::Values::Value& value)>&
+                   visitor) const;
+    virtual bool contains(const QString& path) const = 0;
+
+    // Whether removing an entry gives others a new path, or another place in the order.
+    virtual bool removalMovesOthers(const QString& path) const = 0;
+
+    // The sibling before an entry in the order of the backend.
+    struct SiblingPosition
+    {
+        Documents::SiblingPlace::Kind kind;
+        QString sibling; // its path; see the kind
+    };
+    virtual SiblingPosition positionOf(const QString& path) const = 0;
+
+    // The value of an entry as the backend spells it; nothing for a group.
+    virtual std::optional<std::string> spell(const QString& path) const = 0;
+
+    // All of it as one text, with all edits.
+    virtual std::string getBytes() const = 0;
+
+    // Another number after every change, whoever made it.
+    virtual quint64 getRevision() const = 0;
+
+    // Changes a value in memory. Nothing while it is being edited otherwise.
+    virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+
+    // Each changes entries in memory, or nothing; the structure lock is held.
+    virtual Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome remove(const QString& path) = 0;
+
+    // Around many insertions; see Document. A refusal at the end leaves what was inserted.
+    virtual void beginRun() = 0;
+    virtual Outcome endRun(QString& refusedPath) = 0;
+
+    // An entry that is not there and all below it; see Document::insertAll.
+    virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                              std::size_t& refused) = 0;
+    virtual bool keepsGivenOrder() const = 0;
+
+    // Held, no save and no look at what is kept comes in between. Taken before every other lock.
+    virtual std::unique_lock<std::mutex> holdSaving() = 0;
+
+    // Whether not everybody may read what is kept: what is written from it elsewhere is then for the user
+    // alone.
+    virtual bool isPrivate() const = 0;
+
+    // Whether there is something that is not saved.
+    virtual bool isEdited() const = 0;
+
+    // Ends all editing and saving, once a save under way is done. Refused when there are edits that are not
+    // to be discarded, and when it is closed already.
+    virtual Outcome close(bool discardChanges) = 0;
+    virtual bool isClosed() const = 0;
+
+    // Saves the edits; without any, nothing is touched. What others have changed meanwhile is merged first.
+    // Refused while there are conflicts.
+    virtual Outcome save(const ApplyChange& apply) = 0;
+
+    // Looks at what is kept and brings in what has changed there; the edits stay. When a file is gone, a
+    // backend without edits becomes empty on request; to the watcher, and with edits, nothing changes, and
+    // that it is gone is a conflict at the root. The watcher hears of conflicts, too, and of everything once.
+    enum class Trigger { Request, Watcher };
+    virtual Outcome reload(Trigger trigger, const ApplyChange& apply) = 0;
+
+    // See ChangesInterface.
+    virtual QVector<UnsavedChange> getUnsavedChanges() const = 0;
+    virtual QString getUnsavedDiff() const = 0;
+    virtual Outcome revert(const QString& path, const ApplyChange& apply) = 0;
+    virtual Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) = 0;
+
+protected:
+    friend class DocumentEdit;
+
+    // While it is being edited, set changes nothing.
+    virtual void beginEdit() = 0;
+    virtual void endEdit() = 0;
+
+    // Each changes what is being edited, or nothing.
+    virtual Outcome write(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome respell(const QString& path, const std::string& spelling) = 0;
+    virtual Outcome replaceText(std::string bytes) = 0;
+
+    // The path of an entry below the root.
+    std::string relative(const QString& path) const;
+
+    const Description description;
+};
+
+} // namespace Repository

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "repository/backends/Backend.h"
+#include "repository/merge/EditedDocument.h"
+
+namespace Repository {
+
+// A backend whose entries are those of a document in memory.
+class DocumentBackend : public Backend
+{
+public:
+    void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const override;
+    bool contains(const QString& path) const override;
+    bool removalMovesOthers(const QString& path) const override;
+    SiblingPosition positionOf(const QString& path) const override;
+    std::optional<std::string> spell(const QString& path) const override;
+    std::string getBytes() const override;
+    quint64 getRevision() const override;
+
+    std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) override;
+    Outcome remove(const QString& path) override;
+    void beginRun() override;
+    Outcome endRun(QString& refusedPath) override;
+    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                      std::size_t& refused) override;
+    bool keepsGivenOrder() const override;
+
+    bool isClosed() const override;
+
+protected:
+    explicit DocumentBackend(Description description);
+
+    void beginEdit() override;
+    void endEdit() override;
+    Outcome write(const QString& path, const FrameworkCore::Values::Value& value) override;
+    Outcome respell(const QString& path, const std::string& spelling) override;
+    Outcome replaceText(std::string bytes) override;
+
+    // A refusal that what is kept is about.
+    Outcome refusal(const QString& reason) const;
+    Outcome outcomeOf(const Documents::Outcome& outcome) const;
+
+    // mutex held
+    Outcome checkOpen() const;
+    Changes change(const std::function<void()>& operation);
+    Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
+
+    mutable std::mutex mutex; // guards what follows
+    EditedDocument content;
+    bool closed = false;
+
+private:
+    bool editing = false; // a DocumentEdit exists
+};
+
+} // namespace Repository

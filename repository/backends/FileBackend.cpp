@@ -1,0 +1,434 @@
+#include "repository/backends/FileBackend.h"
+
+#include "files/SizeLimit.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/backends/FileKind.h"
+#include "repository/common/PathBudget.h"
+#include "repository/common/PathRules.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/TextEncoding.h"
+#include "repository/merge/DocumentComparison.h"
+#include "repository/merge/EntryList.h"
+#include "repository/merge/UnifiedDiff.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <set>
+#include <sys/stat.h>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+std::string nameOnDisk(const Backend::Description& description)
+{
+    return QFile::encodeName(description.filePath).toStdString();
+}
+
+QString valueForPeople(const std::optional<Value>& value)
+{
+    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
+                       QLatin1Char('\'')
+                 : QStringLiteral("nothing");
+}
+
+} // namespace
+
+std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
+{
+    std::shared_ptr<FileBackend> backend(new FileBackend(description));
+    outcome = backend->read();
+    return outcome.ok() ? std::move(backend) : nullptr;
+}
+
+// A success may have one, too.
+Outcome FileBackend::warned(Outcome outcome, const std::string& warning) const
+{
+    if (!warning.empty()) {
+        outcome.in(description.filePath);
+        outcome.change().warnings.append(QString::fromStdString(warning));
+    }
+    return outcome;
+}
+
+Outcome FileBackend::damage() const
+{
+    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
+        .advise(QStringLiteral("revert the file or open it anew"));
+}
+
+// Whether the file could be read again under its name when it held the text.
+Outcome FileBackend::checkReadability(const std::string& text) const
+{
+    if (text.size() > Files::SizeLimit::get())
+        return refusal(QStringLiteral("with these edits ") +
+                       QString::fromStdString(Files::SizeLimit::refusal()));
+    const QString reason =
+        FileFormat::explainMistaking(description.filePath, description.type, content.getBase(), text);
+    return reason.isEmpty() ? Outcome() : refusal(reason);
+}
+
+Files::ReadFileResult FileBackend::readFile()
+{
+    Files::ReadFileResult file = files.read(nameOnDisk(description));
+    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+    return file;
+}
+
+Outcome FileBackend::read()
+{
+    const QString wrongKind = refusalOfKind(description.filePath);
+    if (!wrongKind.isEmpty())
+        return refusal(wrongKind);
+    Files::ReadFileResult file = readFile();
+    if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
+        return warned(refusal(QString::fromStdString(file.reason)), file.warning);
+    stamp = file.stamp;
+    return warned(outcomeOf(content.load(std::move(file.bytes))), file.warning);
+}
+
+Outcome FileBackend::save(const ApplyChange& apply)
+{
+    const std::lock_guard lock(saving);
+    return writeFile(apply);
+}
+
+Outcome FileBackend::writeFile(const ApplyChange& apply)
+{
+    std::string text;
+    Files::FileStamp known;
+    const bool isThere = QFile::exists(description.filePath);
+    {
+        const std::lock_guard lock(mutex);
+        Outcome outcome = checkOpen();
+        if (!outcome.ok())
+            return outcome;
+        isDeleted = isDeleted && !isThere; // somebody may have put it back
+        if (content.isDamaged())
+            return damage();
+        outcome = checkConflicts();
+        if (!outcome.ok())
+            return outcome;
+        if (!content.hasEdits() && stamp.exists)
+            return {};
+        if (!stamp.exists && content.getText().empty())
+            content.load(Documents::findFormat(description.type.toStdString())->getEmptyText());
+        text = content.getText();
+        outcome = checkReadability(text);
+        if (!outcome.ok())
+            return outcome;
+        known = stamp;
+    }
+    Outcome merged;
+    const Files::MergeContent merge = [&](const std::string& found, const Files::FileStamp& foundStamp) {
+        merged = mergeExternal(found, foundStamp, apply);
+        const std::lock_guard lock(mutex);
+        if (merged.ok())
+            merged = checkConflicts();
+        text = content.getText();
+        if (merged.ok())
+            merged = checkReadability(text);
+        return Files::MergedContent{text, merged.explain().toStdString()};
+    };
+    const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
+    const bool hasGone = !saved.ok() && known.exists && !QFile::exists(description.filePath);
+    const std::lock_guard lock(mutex);
+    if (saved.ok()) {
+        stamp = saved.stamp;
+        content.setSaved(std::move(text));
+        return warned({}, saved.warning);
+    }
+    isDeleted = hasGone;
+    if (isDeleted)
+        return checkConflicts();
+    return merged.ok() ? refusal(QString::fromStdString(saved.reason)) : merged;
+}
+
+EditedDocument FileBackend::getCopy() const
+{
+    std::unique_lock lock(mutex);
+    const EditedDocument::Snapshot snapshot = content.getSnapshot();
+    lock.unlock();
+    return EditedDocument(snapshot);
+}
+
+// Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
+// waits; only when somebody has written by then, the second attempt is made while everybody waits.
+Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileStamp& foundStamp,
+                                   const ApplyChange& apply)
+{
+    auto theirs = Documents::makeDocument(description.type.toStdString());
+    Outcome outcome = outcomeOf(theirs->parse(found));
+    if (!outcome.ok()) {
+        const std::lock_guard lock(mutex);
+        hasUnmergedDiskContent = true;
+        Outcome::Parts& parts = outcome.change();
+        parts.reason.prepend(QStringLiteral("what another program has written there cannot be read: "));
+        return outcome.advise(QStringLiteral("what is open stays as it was"));
+    }
+    PathBudget::check(*theirs);
+    {
+        const std::lock_guard lock(mutex);
+        if (content.isDamaged())
+            return damage();
+    }
+    EditedDocument copy = getCopy();
+    const std::size_t copied = copy.getRevision();
+    const EntryList before(copy.getDocument());
+    std::string misfit = copy.merge(std::move(theirs), found);
+    Changes changes = DocumentComparison(before).run(copy.getDocument());
+    apply([&] {
+        const std::lock_guard lock(mutex);
+        if (content.getRevision() == copied) {
+            std::swap(content, copy);
+        } else {
+            theirs = Documents::makeDocument(description.type.toStdString());
+            theirs->parse(found);
+            changes = change([&] { misfit = content.merge(std::move(theirs), found); });
+        }
+        hasUnmergedDiskContent = !misfit.empty();
+        if (!hasUnmergedDiskContent) {
+            stamp = foundStamp;
+            isDeleted = false;
+        }
+        return changes;
+    });
+    return misfit.empty() ? Outcome()
+                          : refusal(QStringLiteral("another program has changed the file: ") +
+                                    QString::fromStdString(misfit));
+}
+
+Outcome FileBackend::reload(Trigger trigger, const ApplyChange& apply)
+{
+    const std::lock_guard lock(saving);
+    if (isClosed())
+        return trigger == Trigger::Request ? checkOpen() : Outcome();
+    return reloadFile(trigger, apply);
+}
+
+Outcome FileBackend::reloadFile(Trigger trigger, const ApplyChange& apply)
+{
+    const Files::ReadFileResult file = readFile();
+    bool hasChanged = false;
+    {
+        const std::lock_guard lock(mutex);
+        hasChanged = file.stamp != stamp || isDeleted;
+    }
+    Outcome outcome;
+    if (file.missing)
+        outcome = handleDeletion(trigger, apply);
+    else if (!file.ok())
+        outcome = refusal(QString::fromStdString(file.reason));
+    else if (hasChanged)
+        outcome = mergeExternal(file.bytes, file.stamp, apply);
+    if (trigger == Trigger::Request)
+        return warned(outcome, file.warning);
+    if (outcome.ok()) { // nobody asked, so somebody must be told
+        const std::lock_guard lock(mutex);
+        outcome = checkConflicts();
+    }
+    const QString text = outcome.toText();
+    if (text == lastRefusal)
+        return warned({}, file.warning);
+    lastRefusal = text;
+    return warned(outcome, file.warning);
+}
+
+Outcome FileBackend::handleDeletion(Trigger trigger, const ApplyChange& apply)
+{
+    bool becomesEmpty = false;
+    {
+        const std::lock_guard lock(mutex);
+        if (!stamp.exists)
+            return {};
+        becomesEmpty =
+            trigger == Trigger::Request && !content.hasEdits() && isWritable(description.accessMode);
+        isDeleted = !becomesEmpty;
+    }
+    if (!becomesEmpty)
+        return refusal(QStringLiteral("the file is gone: what is open stays as it was"))
+            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
+    Outcome outcome;
+    apply([&] {
+        const std::lock_guard lock(mutex);
+        stamp = {};
+        return change([&] { outcome = outcomeOf(content.load({})); });
+    });
+    return outcome;
+}
+
+bool FileBackend::isEdited() const
+{
+    const std::lock_guard lock(mutex);
+    return isDeleted || content.hasEdits();
+}
+
+Outcome FileBackend::close(bool discardChanges)
+{
+    const std::lock_guard savingLock(saving);
+    const std::lock_guard lock(mutex);
+    if (closed)
+        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+    if (!discardChanges && (isDeleted || content.hasEdits())) {
+        Outcome unsaved(StatusCode::BackendFailure, QStringLiteral("it has edits that are not saved"));
+        return unsaved.advise(QStringLiteral("save or discard them first"));
+    }
+    closed = true;
+    return {};
+}
+
+QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
+{
+    std::string before;
+    std::string after;
+    std::set<std::string> conflicts;
+    QVector<UnsavedChange> changes;
+    {
+        const std::lock_guard lock(mutex);
+        if (isDeleted)
+            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
+        if (!content.hasEdits())
+            return changes;
+        before = content.getBase();
+        after = content.getText();
+        for (EditedDocument::Conflict& conflict : content.getConflicts())
+            conflicts.insert(std::move(conflict.path));
+    }
+    // Parsed without the lock, which writers wait for.
+    const auto found =
+        EditedDocument::changesBetween(description.type.toStdString(), std::move(before), std::move(after));
+    const bool showsValues = isReadable(description.accessMode);
+    for (const DocumentChange& change : found) {
+        UnsavedChange unsaved;
+        unsaved.path = absolute(change.path);
+        unsaved.kind = change.kind == DocumentChange::Kind::Created   ? UnsavedChange::Kind::Created
+                       : change.kind == DocumentChange::Kind::Removed ? UnsavedChange::Kind::Removed
+                                                                      : UnsavedChange::Kind::Changed;
+        if (showsValues) {
+            unsaved.before = FrameworkCore::Values::toVariant(change.before);
+            unsaved.after = FrameworkCore::Values::toVariant(change.after);
+        }
+        unsaved.isConflict = conflicts.count(change.path) > 0;
+        changes.append(unsaved);
+    }
+    return changes;
+}
+
+QString FileBackend::getUnsavedDiff() const
+{
+    if (!isReadable(description.accessMode))
+        return {};
+    std::string before;
+    std::string after;
+    {
+        const std::lock_guard lock(mutex);
+        if (!content.hasEdits())
+            return {};
+        before = content.getBase();
+        after = content.getText();
+    }
+    // A diff is one text, whatever the file's encoding is.
+    Documents::TextEncoding().decode(before, {});
+    Documents::TextEncoding().decode(after, {});
+    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
+}
+
+Outcome FileBackend::checkConflicts() const
+{
+    if (isDeleted)
+        return refusal(QStringLiteral("the file is gone since it was read"))
+            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
+    const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
+    if (conflicts.empty())
+        return {};
+    constexpr std::size_t shown = 5;
+    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
+                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome::Parts& parts = outcome.change();
+    for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
+        const EditedDocument::Conflict& conflict = conflicts[i];
+        parts.details.append({absolute(conflict.path), {}});
+        if (isReadable(description.accessMode))
+            parts.details.last().text =
+                QStringLiteral("(yours: %1, in the file: %2)")
+                    .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
+    }
+    parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);
+    return outcome;
+}
+
+Outcome FileBackend::revert(const QString& path, const ApplyChange& apply)
+{
+    Outcome outcome;
+    apply([&] {
+        const std::lock_guard lock(mutex);
+        outcome = checkOpen();
+        if (!outcome.ok())
+            return Changes();
+        return change([&] { outcome = reverted({relative(path)}); });
+    });
+    mergeUnmerged(apply);
+    return outcome;
+}
+
+Outcome FileBackend::reverted(const std::vector<std::string>& paths)
+{
+    const std::string reason = content.revert(paths);
+    return reason.empty() ? Outcome() : refusal(QString::fromStdString(reason));
+}
+
+Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply)
+{
+    Outcome outcome;
+    bool found = false;
+    const std::string below = relative(path);
+    const bool isMine = side == ConflictSide::Mine;
+    apply([&] {
+        const std::lock_guard lock(mutex);
+        if (closed)
+            return Changes();
+        found = isDeleted && below.empty();
+        if (found) {
+            isDeleted = false;
+            stamp = {};
+            if (!isMine)
+                return change([this] { content.load({}); });
+            content.dropBase();
+            return Changes();
+        }
+        std::vector<std::string> conflicts;
+        for (EditedDocument::Conflict& conflict : content.getConflicts()) {
+            if (isWithin(conflict.path, below))
+                conflicts.push_back(std::move(conflict.path));
+        }
+        found = !conflicts.empty();
+        if (found && !isMine)
+            return change([&] { outcome = reverted(conflicts); });
+        if (found)
+            content.forgetConflicts(conflicts);
+        return Changes();
+    });
+    mergeUnmerged(apply);
+    return found ? outcome
+                 : Outcome(StatusCode::NotFound, QStringLiteral("there is no conflict at or below it"));
+}
+
+// With some edits gone, a text of the file that had no place for them may have one now.
+void FileBackend::mergeUnmerged(const ApplyChange& apply)
+{
+    {
+        const std::lock_guard lock(mutex);
+        if (!hasUnmergedDiskContent)
+            return;
+    }
+    reload(Trigger::Watcher, apply);
+}
+
+} // namespace Repository

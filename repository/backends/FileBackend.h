@@ -1,0 +1,64 @@
+#pragma once
+
+#include "files/FileSaver.h"
+#include "repository/backends/DocumentBackend.h"
+
+#include <atomic>
+
+namespace Repository {
+
+// A backend whose document is a file, which other programs write as well.
+class FileBackend : public DocumentBackend
+{
+public:
+    // Reads the file. Null when it cannot be read or parsed.
+    static std::shared_ptr<FileBackend> open(const Description& description, Outcome& outcome);
+
+    std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
+    bool isPrivate() const override { return hasPrivateFile; }
+    bool isEdited() const override;
+    Outcome close(bool discardChanges) override;
+
+    Outcome save(const ApplyChange& apply) override;
+    Outcome reload(Trigger trigger, const ApplyChange& apply) override;
+
+    QVector<UnsavedChange> getUnsavedChanges() const override;
+    QString getUnsavedDiff() const override;
+    Outcome revert(const QString& path, const ApplyChange& apply) override;
+    Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
+
+private:
+    using DocumentBackend::DocumentBackend;
+
+    Outcome warned(Outcome outcome, const std::string& warning) const;
+    Outcome read();
+    Files::ReadFileResult readFile();
+    void mergeUnmerged(const ApplyChange& apply);
+    EditedDocument getCopy() const;
+
+    // saving held
+    Outcome writeFile(const ApplyChange& apply);
+    Outcome reloadFile(Trigger trigger, const ApplyChange& apply);
+    Outcome mergeExternal(const std::string& found, const Files::FileStamp& foundStamp,
+                          const ApplyChange& apply);
+    Outcome handleDeletion(Trigger trigger, const ApplyChange& apply);
+
+    // mutex held
+    Outcome reverted(const std::vector<std::string>& paths);
+    Outcome checkConflicts() const;
+    Outcome checkReadability(const std::string& text) const;
+    Outcome damage() const;
+
+    const Files::FileSaver files;
+    std::atomic<bool> hasPrivateFile{false}; // as it was seen last
+
+    std::mutex saving;   // one look at the file at a time; taken before mutex
+    QString lastRefusal; // of looking at the file, as a text; guarded by saving
+
+    // Guarded by mutex.
+    Files::FileStamp stamp;              // of the file when it was read or saved last
+    bool isDeleted = false;              // while it was mounted, and nobody has said what to do
+    bool hasUnmergedDiskContent = false; // the file holds something else that could not be merged
+};
+
+} // namespace Repository

@@ -1,0 +1,38 @@
+#include "repository/backends/FileKind.h"
+
+#include <QFile>
+
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+
+namespace Repository {
+
+namespace {
+
+// Their files say that they are regular, and some wait for news when they are read.
+bool isViewOfKernel(const char* path)
+{
+    struct statfs system = {};
+    return ::statfs(path, &system) == 0 && (system.f_type == PROC_SUPER_MAGIC ||
+                                            system.f_type == TRACEFS_MAGIC || system.f_type == DEBUGFS_MAGIC);
+}
+
+} // namespace
+
+QString refusalOfKind(const QString& path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status = {};
+    if (::stat(name.constData(), &status) != 0)
+        return {};
+    if (S_ISDIR(status.st_mode))
+        return QStringLiteral("it is a folder");
+    if (!S_ISREG(status.st_mode))
+        return QStringLiteral("it is not a regular file");
+    if ((status.st_mode & S_IROTH) == 0 && isViewOfKernel(name.constData()))
+        return QStringLiteral("it is a view of the kernel, which may have no end");
+    return {};
+}
+
+} // namespace Repository

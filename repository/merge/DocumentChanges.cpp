@@ -1,0 +1,189 @@
+#include "repository/merge/DocumentChanges.h"
+
+#include "repository/merge/DocumentComparison.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Entry;
+using Documents::Outcome;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+using Kind = DocumentChange::Kind;
+
+namespace {
+
+// Whether one of the sorted paths lies below this one.
+bool hasBelow(const std::vector<std::string_view>& sorted, const std::string& path)
+{
+    const std::string prefix = path.empty() ? path : path + '.';
+    const auto found = std::lower_bound(sorted.begin(), sorted.end(), std::string_view(prefix));
+    return found != sorted.end() && found->substr(0, prefix.size()) == prefix &&
+           found->size() > prefix.size();
+}
+
+bool isGroup(const Value& value)
+{
+    return value.type == Type::Group;
+}
+
+// Makes changes in one document, one after the other.
+class Application
+{
+public:
+    Application(const std::vector<DocumentChange>& allChanges, const Document& spellings, Document& document)
+        : changes(allChanges), model(spellings), target(document),
+          present(entriesAt(document, pathsOf(allChanges)))
+    {
+    }
+
+    RefusedChange run()
+    {
+        removeAll();
+        // Groups come by themselves with what is in them.
+        const std::vector<DocumentChange> additions = withoutImpliedGroups(changes);
+        target.beginRun();
+        for (const DocumentChange& change : additions) {
+            if (change.kind == Kind::Created)
+                put(change);
+        }
+        std::string lacking;
+        const Outcome outcome = target.endRun(lacking);
+        if (refusal.reason.empty() && !outcome.ok())
+            refusal = {lacking, outcome.error};
+        for (const DocumentChange& change : additions) {
+            if (change.kind == Kind::Changed && !takesOut(change))
+                put(change);
+        }
+        return refusal;
+    }
+
+private:
+    static bool takesOut(const DocumentChange& change)
+    {
+        return change.kind == Kind::Removed || (change.kind == Kind::Changed && isGroup(change.after));
+    }
+
+    // From the last to the first, so that numbered siblings keep their paths until it is their turn.
+    void removeAll()
+    {
+        PathSet going;
+        for (const DocumentChange& change : changes) {
+            if (takesOut(change))
+                going.insert(change.path);
+        }
+        if (going.empty())
+            return;
+        const PathSet kept = leadingToOthers(going);
+        for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+            if (takesOut(*change) && kept.count(change->path) == 0 && target.contains(change->path))
+                note(*change, target.remove(change->path));
+        }
+    }
+
+    // Those of the paths below which the target holds what is not among them.
+    PathSet leadingToOthers(const PathSet& paths) const
+    {
+        PathSet leading;
+        target.visit([&](const Entry& entry) {
+            if (paths.count(entry.path) > 0)
+                return;
+            forEachAncestor(entry.path, [&](std::string_view ancestor) {
+                const auto found = paths.find(ancestor);
+                return found != paths.end() && !leading.insert(*found).second;
+            });
+        });
+        return leading;
+    }
+
+    void put(const DocumentChange& change)
+    {
+        const bool isThere = target.contains(change.path);
+        const auto before = isThere ? present.find(change.path) : present.end();
+        if (isThere &&
+            (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
+            return;
+        const bool holdsValue = before != present.end() && !isGroup(before->second);
+        const Outcome outcome =
+            holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after);
+        note(change, outcome);
+        // What the spelling adds is looks; without it the value is there all the same.
+        const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
+        if (spelling)
+            target.respell(change.path, *spelling);
+    }
+
+    void note(const DocumentChange& change, const Outcome& outcome)
+    {
+        if (refusal.reason.empty() && !outcome.ok())
+            refusal = {change.path, outcome.error};
+    }
+
+    const std::vector<DocumentChange>& changes;
+    const Document& model;
+    Document& target;
+    const EntryMap present; // where there are changes, before the first of them
+    RefusedChange refusal;  // the first
+};
+
+} // namespace
+
+PathSet pathsOf(const std::vector<DocumentChange>& changes)
+{
+    PathSet paths;
+    for (const DocumentChange& change : changes)
+        paths.insert(change.path);
+    return paths;
+}
+
+EntryMap entriesAt(const Document& document, const PathSet& paths)
+{
+    EntryMap entries;
+    if (paths.empty())
+        return entries;
+    document.visit([&](const Entry& entry) {
+        if (paths.count(entry.path) > 0)
+            entries.emplace(entry.path, entry.value);
+    });
+    return entries;
+}
+
+std::vector<DocumentChange> compareDocuments(const Document& before, const Document& after)
+{
+    return compareDocuments(EntryList(before), after);
+}
+
+std::vector<DocumentChange> compareDocuments(const EntryList& before, const Document& after)
+{
+    return DocumentComparison(before).run(after).entries;
+}
+
+std::vector<DocumentChange> withoutImpliedGroups(std::vector<DocumentChange> changes)
+{
+    std::vector<std::string> all;
+    for (const DocumentChange& change : changes)
+        all.push_back(change.path);
+    std::vector<std::string_view> sorted(all.begin(), all.end());
+    std::sort(sorted.begin(), sorted.end());
+    const auto isImplied = [&sorted](const DocumentChange& change) {
+        return isGroup(change.before) && isGroup(change.after) && hasBelow(sorted, change.path);
+    };
+    changes.erase(std::remove_if(changes.begin(), changes.end(), isImplied), changes.end());
+    return changes;
+}
+
+bool isWithin(std::string_view path, std::string_view ancestor)
+{
+    return ancestor.empty() || (path.substr(0, ancestor.size()) == ancestor &&
+                                (path.size() == ancestor.size() || path[ancestor.size()] == '.'));
+}
+
+RefusedChange applyChanges(const std::vector<DocumentChange>& changes, const Document& model,
+                           Document& target)
+{
+    return Application(changes, model, target).run();
+}
+
+} // namespace Repository

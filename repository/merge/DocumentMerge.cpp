@@ -1,0 +1,163 @@
+#include "repository/merge/DocumentMerge.h"
+
+#include "repository/merge/EntryList.h"
+
+#include <algorithm>
+#include <set>
+
+namespace Repository {
+
+using Documents::Document;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+using Kind = DocumentChange::Kind;
+
+namespace {
+
+bool isNumber(std::string_view text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// The path that the first of the numbered siblings has, if this is the path of one.
+std::string firstSibling(std::string_view path)
+{
+    const std::size_t dot = path.rfind('.');
+    const std::size_t nameStart = dot == std::string_view::npos ? 0 : dot + 1;
+    if (isNumber(path.substr(nameStart)))
+        return std::string(path.substr(0, nameStart)) + '0';
+    const std::size_t bracket = path.rfind('[');
+    if (path.size() > 0 && path.back() == ']' && bracket != std::string_view::npos && bracket > nameStart &&
+        isNumber(path.substr(bracket + 1, path.size() - bracket - 2)))
+        return std::string(path.substr(0, bracket));
+    return std::string(path);
+}
+
+// What one side did to the siblings that share a numbering.
+struct NumberedUse
+{
+    bool members = false; // some came or went
+    bool inside = false;  // what they hold was changed
+
+    // After members came or went elsewhere than at the end, the numbers mean other members than before.
+    bool renumbers() const { return members && inside; }
+};
+
+// What one side did to each group of numbered siblings, by the path of the first.
+class NumberedUses
+{
+public:
+    NumberedUses(const Document& before, const Document& after, const std::vector<DocumentChange>& changes)
+        : base(before), result(after)
+    {
+        for (const DocumentChange& change : changes) {
+            for (const auto& [first, isMember] : numbersIn(change.path)) {
+                NumberedUse& use = uses[first];
+                const bool comesOrGoes = isMember && change.kind != Kind::Changed;
+                (comesOrGoes ? use.members : use.inside) = true;
+            }
+        }
+    }
+
+    // Whether the two sides' changes at this path may speak of different members.
+    bool clash(const NumberedUses& other, const std::string& path) const
+    {
+        for (const auto& [first, isMember] : numbersIn(path)) {
+            const auto mine = uses.find(first);
+            const auto theirs = other.uses.find(first);
+            if (mine == uses.end() || theirs == other.uses.end())
+                continue;
+            if ((mine->second.members && theirs->second.members) || mine->second.renumbers() ||
+                theirs->second.renumbers())
+                return true;
+        }
+        return false;
+    }
+
+private:
+    // The numberings in which the path takes part, and whether it is itself one of the members.
+    std::vector<std::pair<std::string, bool>> numbersIn(std::string_view path) const
+    {
+        std::vector<std::pair<std::string, bool>> found;
+        for (std::size_t end = path.find('.');; end = path.find('.', end + 1)) {
+            const bool isWhole = end == std::string_view::npos;
+            std::string first = firstSibling(path.substr(0, end));
+            if (base.removalMovesSiblings(first) || result.removalMovesSiblings(first))
+                found.emplace_back(std::move(first), isWhole);
+            if (isWhole)
+                return found;
+        }
+    }
+
+    const Document& base;
+    const Document& result;
+    std::unordered_map<std::string, NumberedUse> uses;
+};
+
+const Value* valueAt(const EntryMap& entries, const std::string& path)
+{
+    const auto found = entries.find(path);
+    return found == entries.end() ? nullptr : &found->second;
+}
+
+bool holds(const EntryMap& entries, const DocumentChange& change)
+{
+    const Value* const value = valueAt(entries, change.path);
+    return change.kind == Kind::Removed ? !value : value && isSame(*value, change.after);
+}
+
+bool isOfGroups(const DocumentChange& change)
+{
+    return change.before.type == Type::Group && change.after.type == Type::Group;
+}
+
+} // namespace
+
+MergedDocument mergeDocuments(const Document& base, const Document& mine, std::unique_ptr<Document> theirs)
+{
+    MergedDocument result;
+    const EntryList old(base);
+    const std::vector<DocumentChange> myChanges = compareDocuments(old, mine);
+    if (myChanges.empty()) {
+        result.document = std::move(theirs);
+        return result;
+    }
+    const std::vector<DocumentChange> theirChanges = compareDocuments(old, *theirs);
+    const PathSet theirPaths = pathsOf(theirChanges);
+    PathSet changed = pathsOf(myChanges);
+    changed.insert(theirPaths.begin(), theirPaths.end());
+    result.theirs = entriesAt(*theirs, changed);
+
+    std::set<std::string> conflicts;
+    const NumberedUses myNumbers(base, mine, myChanges);
+    const NumberedUses theirNumbers(base, *theirs, theirChanges);
+    for (const DocumentChange& change : myChanges) {
+        const bool isShared = theirPaths.count(change.path) > 0 || myNumbers.clash(theirNumbers, change.path);
+        if (isShared && !isOfGroups(change) && !holds(result.theirs, change))
+            conflicts.insert(change.path);
+    }
+
+    const RefusedChange refused = applyChanges(myChanges, mine, *theirs);
+    if (!refused.reason.empty()) {
+        result.refusal = "'" + refused.path + "' has no place in what the file holds now: " + refused.reason;
+        conflicts.insert(refused.path);
+        result.conflicts.assign(conflicts.begin(), conflicts.end());
+        return result;
+    }
+    // Nothing of either side may have got lost on the way without a word.
+    const EntryMap merged = entriesAt(*theirs, changed);
+    for (const DocumentChange& change : myChanges) {
+        if (!isOfGroups(change) && !holds(merged, change) && conflicts.insert(change.path).second)
+            result.refusal = "'" + change.path + "' has no place in what the file holds now";
+    }
+    for (const DocumentChange& change : theirChanges) {
+        if (!isOfGroups(change) && !holds(merged, change))
+            conflicts.insert(change.path);
+    }
+    result.conflicts.assign(conflicts.begin(), conflicts.end());
+    if (result.refusal.empty())
+        result.document = std::move(theirs);
+    return result;
+}
+
+} // namespace Repository

@@ -1,0 +1,272 @@
+#include "repository/merge/EditedDocument.h"
+
+#include "repository/documents/Formats.h"
+#include "repository/merge/DocumentMerge.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Outcome;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+std::optional<Value> valueIn(const EntryMap& entries, const std::string& path)
+{
+    const auto found = entries.find(path);
+    return found == entries.end() ? std::nullopt : std::optional(found->second);
+}
+
+// The entries of some paths and all below them.
+class Subtrees
+{
+public:
+    explicit Subtrees(const std::vector<std::string>& paths) : tops(paths.begin(), paths.end())
+    {
+        for (const std::string& path : paths)
+            forEachAncestor(path,
+                            [this](std::string_view ancestor) { return !above.insert(ancestor).second; });
+    }
+
+    bool contain(const std::string& path) const
+    {
+        return forEachAncestor(path, [this](std::string_view ancestor) { return tops.count(ancestor) > 0; });
+    }
+
+    // Groups above count, too, since they may have come or gone with what is in them.
+    bool concern(const DocumentChange& change) const
+    {
+        const bool isGroup = change.before.type == Type::Group && change.after.type == Type::Group;
+        return contain(change.path) || (isGroup && above.count(change.path) > 0);
+    }
+
+private:
+    const PathSet tops;
+    PathSet above;
+};
+
+bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
+{
+    return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
+}
+
+} // namespace
+
+EditedDocument::EditedDocument(std::string documentType)
+    : type(std::move(documentType)), document(Documents::makeDocument(type))
+{
+}
+
+EditedDocument::Snapshot EditedDocument::getSnapshot() const
+{
+    Snapshot snapshot;
+    snapshot.type = type;
+    snapshot.base = base;
+    snapshot.text = getText();
+    snapshot.revision = revision;
+    snapshot.conflicts = conflicts;
+    return snapshot;
+}
+
+EditedDocument::EditedDocument(const Snapshot& snapshot)
+    : type(snapshot.type), document(parsed(snapshot.text)), base(snapshot.base), revision(snapshot.revision),
+      comparedRevision(snapshot.revision), differs(snapshot.text != snapshot.base),
+      edited(differs ? snapshot.text : std::string()), conflicts(snapshot.conflicts)
+{
+}
+
+// Of a text that parsed before.
+std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
+{
+    auto fresh = Documents::makeDocument(type);
+    fresh->parse(text);
+    return fresh;
+}
+
+Outcome EditedDocument::load(std::string text)
+{
+    auto fresh = Documents::makeDocument(type);
+    Outcome outcome = fresh->parse(text);
+    if (outcome.ok())
+        begin(std::move(fresh), std::move(text));
+    return outcome;
+}
+
+void EditedDocument::begin(std::unique_ptr<Document> fresh, std::string text)
+{
+    document = std::move(fresh);
+    base = std::move(text);
+    conflicts.clear();
+    comparedRevision = ++revision;
+    damaged = false;
+    differs = false;
+    edited.clear();
+}
+
+std::string EditedDocument::getText() const
+{
+    compare();
+    return differs ? edited : base;
+}
+
+bool EditedDocument::hasEdits() const
+{
+    compare();
+    return damaged || differs;
+}
+
+void EditedDocument::compare() const
+{
+    if (damaged || comparedRevision == revision)
+        return;
+    edited = document->getBytes();
+    differs = edited != base;
+    comparedRevision = revision;
+    if (!differs)
+        edited = {};
+}
+
+Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
+{
+    if (damaged)
+        return {"there was not enough memory for an edit before; revert the file or open it anew", 0, 0};
+    damaged = true; // unless it comes back
+    Outcome outcome = operation(*document);
+    damaged = false;
+    if (outcome.ok())
+        ++revision;
+    return outcome;
+}
+
+Outcome EditedDocument::replaceText(std::string text)
+{
+    auto fresh = Documents::makeDocument(type);
+    Outcome outcome = fresh->parse(std::move(text));
+    if (!outcome.ok())
+        return outcome;
+    document = std::move(fresh);
+    damaged = false;
+    ++revision;
+    return outcome;
+}
+
+void EditedDocument::setSaved(std::string text)
+{
+    conflicts.clear();
+    setBase(std::move(text));
+}
+
+void EditedDocument::setBase(std::string text)
+{
+    std::string present = getText();
+    base = std::move(text);
+    differs = present != base;
+    edited = differs ? std::move(present) : std::string();
+}
+
+void EditedDocument::dropBase()
+{
+    setSaved({});
+}
+
+std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string text)
+{
+    if (!hasEdits()) {
+        begin(std::move(theirs), std::move(text));
+        return {};
+    }
+    const std::unique_ptr<Document> former = parsed(base);
+    EntryMap found = entriesAt(*theirs, conflictPaths());
+    MergedDocument merged = mergeDocuments(*former, *document, std::move(theirs));
+    found.merge(merged.theirs);
+    const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
+    for (const std::string& path : merged.conflicts) {
+        const std::optional<Value> was = valueIn(old, path);
+        conflicts.insert({path, {was, was, !isSameOrNone(was, valueIn(found, path))}});
+    }
+    if (!merged.document)
+        return merged.refusal;
+    // The other side may have gone back to what it was before both had changed it.
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end();) {
+        Origin& origin = conflict->second;
+        origin.inBase = valueIn(found, conflict->first);
+        const bool isOver = origin.mayEnd && isSameOrNone(origin.inBase, origin.before);
+        conflict = isOver ? conflicts.erase(conflict) : std::next(conflict);
+    }
+    document = std::move(merged.document);
+    ++revision;
+    setBase(std::move(text));
+    return {};
+}
+
+PathSet EditedDocument::conflictPaths() const
+{
+    PathSet paths;
+    for (const auto& [path, origin] : conflicts)
+        paths.insert(path);
+    return paths;
+}
+
+std::vector<DocumentChange> EditedDocument::changesBetween(const std::string& type, std::string before,
+                                                           std::string after)
+{
+    if (before == after)
+        return {};
+    const auto old = Documents::makeDocument(type);
+    const auto present = Documents::makeDocument(type);
+    old->parse(std::move(before));
+    present->parse(std::move(after));
+    return withoutImpliedGroups(compareDocuments(*old, *present));
+}
+
+std::string EditedDocument::revert(const std::vector<std::string>& paths)
+{
+    if (damaged)
+        return load(base).error;
+    const std::unique_ptr<Document> before = parsed(base);
+    std::vector<DocumentChange> changes = compareDocuments(*document, *before);
+    const Subtrees wanted(paths);
+    const auto others = std::stable_partition(
+        changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
+    if (others == changes.end())
+        return load(base).error;
+    changes.erase(others, changes.end());
+    // Tried on a copy, since a refusal in the middle must leave the document as it was.
+    std::unique_ptr<Document> reverted = parsed(document->getBytes());
+    const RefusedChange refused = applyChanges(changes, *before, *reverted);
+    if (!refused.reason.empty())
+        return "'" + refused.path + "': " + refused.reason;
+    for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*reverted, *before))) {
+        if (wanted.contain(left.path))
+            return "'" + left.path + "' cannot be written there as it was; revert all of the file instead";
+    }
+    document = std::move(reverted);
+    ++revision;
+    forgetConflicts(paths);
+    return {};
+}
+
+std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
+{
+    std::vector<Conflict> open;
+    const EntryMap mine = entriesAt(*document, conflictPaths());
+    for (const auto& [path, origin] : conflicts) {
+        Conflict conflict{path, valueIn(mine, path), origin.inBase};
+        if (!isSameOrNone(conflict.mine, conflict.theirs))
+            open.push_back(std::move(conflict));
+    }
+    return open;
+}
+
+void EditedDocument::forgetConflicts(const std::vector<std::string>& paths)
+{
+    ++revision;
+    const Subtrees wanted(paths);
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end();)
+        conflict = wanted.contain(conflict->first) ? conflicts.erase(conflict) : std::next(conflict);
+}
+
+} // namespace Repository

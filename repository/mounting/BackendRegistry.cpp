@@ -1,0 +1,198 @@
+#include "repository/mounting/BackendRegistry.h"
+
+#include "repository/common/MemoryGuard.h"
+#include "repository/common/PathRules.h"
+#include "repository/common/RepositoryLog.h"
+#include "repository/mounting/FileBackends.h"
+#include "repository/mounting/Mounts.h"
+#include "repository/operations/AttributeStore.h"
+#include "repository/store/BackendLookup.h"
+#include "repository/store/Refusals.h"
+#include "repository/transaction/ChangeApplier.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+
+namespace {
+
+class Information : public FrameworkCore::AppConfig::Interfaces::BackendInformationInterface
+{
+public:
+    explicit Information(Backend::Description backendDescription) : description(std::move(backendDescription))
+    {
+    }
+
+    QString getBackendType() const override { return description.type; }
+    QString getBackendDescription() const override { return description.text; }
+    QString getBackendLocation() const override { return description.filePath; }
+
+private:
+    Backend::Description description;
+};
+
+QString trimSeparators(QString name)
+{
+    while (name.startsWith(pathSeparator))
+        name.remove(0, 1);
+    while (name.endsWith(pathSeparator))
+        name.chop(1);
+    return name;
+}
+
+} // namespace
+
+BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, bool watchesFiles,
+                                 BackendKind::Observer observer)
+    : store(std::move(attributes))
+{
+    kinds.push_back(std::make_unique<FileBackends>(store->getTree(), watchesFiles, std::move(observer)));
+}
+
+BackendRegistry::~BackendRegistry() = default;
+
+QStringList BackendRegistry::getTypes() const
+{
+    QStringList types;
+    for (const auto& kind : kinds)
+        types += kind->getTypes();
+    return types;
+}
+
+// Null for an unknown type.
+BackendKind* BackendRegistry::kindOf(const QString& type) const
+{
+    const auto found = std::find_if(kinds.begin(), kinds.end(),
+                                    [&type](const auto& kind) { return kind->getTypes().contains(type); });
+    return found == kinds.end() ? nullptr : found->get();
+}
+
+bool BackendRegistry::createBackend(const QString& type, const QString& name,
+                                    const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                                    const int& option)
+{
+    return mount(type, name, configuration, option).ok();
+}
+
+Outcome BackendRegistry::mount(const QString& type, const QString& name,
+                               const FrameworkCore::AppConfig::BackendConfiguration& configuration,
+                               int option)
+{
+    Backend::Description description;
+    description.name = trimSeparators(name);
+    description.type = type;
+    description.text = configuration.description;
+    description.filePath = configuration.location.toString();
+    description.accessMode = configuration.accessMode;
+
+    BackendKind* const kind = kindOf(type);
+    Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type);
+    if (outcome.ok()) {
+        description.filePath = kind->toLocation(description.filePath);
+        outcome = guardMemory([&] { return create(*kind, description, option); });
+        if (!outcome.ok())
+            outcome.in(description.filePath);
+    }
+    return logged(outcome.of(Outcome::Operation::CreateBackend, name));
+}
+
+Outcome BackendRegistry::checkDescription(const Backend::Description& description)
+{
+    if (isTooDeep(description.name))
+        return Refusals::invalidPath(description.name);
+    if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
+        return {StatusCode::InvalidPath,
+                QStringLiteral("a backend's name is the path of its root: names joined by '.', none of them "
+                               "empty, without '*' and ';'")};
+    if (isAtOrBelow(description.name, ownRoot))
+        return Refusals::ownTree();
+    if (description.accessMode == AccessMode::None || description.accessMode > AccessMode::ReadWrite)
+        return {StatusCode::NotWritable,
+                QStringLiteral("the access mode must be read-only, write-only or read-write")};
+    return {};
+}
+
+Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& description, int option)
+{
+    const auto existing = findBackend(*store->getTree(), description.name);
+    if (!existing)
+        return kind.open(description, [this](const auto& backend) {
+            return Mounts(*store->getTree(), store->getHistory()).mount(backend);
+        });
+    if (option != createOrReload)
+        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+    const Backend::Description& present = existing->getDescription();
+    if (present.type == description.type && present.accessMode == description.accessMode &&
+        kind.isSamePlace(present.filePath, description.filePath))
+        return reload(*existing);
+    return {StatusCode::AlreadyExists,
+            QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
+                .arg(present.filePath, present.type)};
+}
+
+Outcome BackendRegistry::reload(Backend& backend)
+{
+    ChangeApplier applier(*store->getTree(), backend);
+    return backend.reload(Backend::Trigger::Request, std::ref(applier));
+}
+
+// Does something to the backend of that name, and logs what came of it.
+Outcome BackendRegistry::operate(const QString& name, Outcome::Operation what,
+                                 const std::function<Outcome(const std::shared_ptr<Backend>&)>& operation)
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    Outcome outcome = backend ? guardMemory([&] { return operation(backend); }) : Refusals::noBackend();
+    if (backend && outcome == StatusCode::NotEnoughMemory)
+        outcome.in(backend->getDescription().filePath);
+    return logged(outcome.of(what, name));
+}
+
+Outcome BackendRegistry::reloadBackend(const QString& name)
+{
+    return operate(name, Outcome::Operation::ReloadBackend,
+                   [this](const auto& backend) { return reload(*backend); });
+}
+
+bool BackendRegistry::saveBackend(const QString& name)
+{
+    return save(name).ok();
+}
+
+Outcome BackendRegistry::save(const QString& name)
+{
+    return operate(name, Outcome::Operation::SaveBackend, [this](const auto& backend) {
+        ChangeApplier applier(*store->getTree(), *backend);
+        return backend->save(std::ref(applier));
+    });
+}
+
+Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
+{
+    return operate(name, Outcome::Operation::CloseBackend, [&](const auto& backend) {
+        Outcome outcome = Mounts(*store->getTree(), store->getHistory()).unmount(backend, discardChanges);
+        if (outcome.ok())
+            kindOf(backend->getDescription().type)->forget(*backend);
+        return outcome;
+    });
+}
+
+QStringList BackendRegistry::getBackendNames()
+{
+    QStringList names;
+    for (const auto& backend : store->getTree()->getBackends())
+        names.append(backend->getName());
+    return names;
+}
+
+std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterface>
+BackendRegistry::getBackendInformation(const QString& name)
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
+}
+
+} // namespace Repository

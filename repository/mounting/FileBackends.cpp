@@ -1,0 +1,190 @@
+#include "repository/mounting/FileBackends.h"
+
+#include "repository/backends/FileBackend.h"
+#include "repository/common/MemoryGuard.h"
+#include "repository/common/RepositoryLog.h"
+#include "repository/documents/Formats.h"
+#include "repository/store/AttributeTree.h"
+#include "repository/transaction/ChangeApplier.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+
+namespace {
+
+void reportUnasked(const Outcome& outcome, const BackendKind::Observer& observer)
+{
+    logged(outcome);
+    if (observer && !(outcome.ok() && outcome.get().warnings.isEmpty()))
+        observer(outcome);
+}
+
+// Two names of one file compare equal, whether or not the file exists yet.
+QString fileIdentity(const QString& filePath)
+{
+    const QFileInfo file(filePath);
+    const QString canonical = file.canonicalFilePath();
+    return canonical.isEmpty()
+               ? QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/') + file.fileName()
+               : canonical;
+}
+
+} // namespace
+
+FileBackends::FileBackends(std::shared_ptr<AttributeTree> attributes, bool watchesFiles,
+                           Observer unaskedObserver)
+    : tree(std::move(attributes)), observer(std::move(unaskedObserver))
+{
+    if (watchesFiles)
+        watcher = std::make_unique<Files::FileWatcher>(
+            [copy = observer](const std::string& file, const std::string& reason) {
+                reportUnasked(Outcome(StatusCode::BackendFailure, QString::fromStdString(reason))
+                                  .in(QFile::decodeName(file.c_str())),
+                              copy);
+            });
+}
+
+FileBackends::~FileBackends() = default;
+
+QStringList FileBackends::getTypes() const
+{
+    QStringList types;
+    for (const std::string& type : Documents::getDocumentTypes())
+        types.append(QString::fromStdString(type));
+    return types;
+}
+
+QString FileBackends::toLocation(const QString& given) const
+{
+    return given.isEmpty() ? given : QFileInfo(given).absoluteFilePath();
+}
+
+bool FileBackends::isSamePlace(const QString& location, const QString& other) const
+{
+    return fileIdentity(location) == fileIdentity(other);
+}
+
+Outcome FileBackends::open(const Backend::Description& description, const Mount& mount)
+{
+    if (description.filePath.isEmpty())
+        return {StatusCode::NotFound, QStringLiteral("no file was named")};
+    const QString identity = fileIdentity(description.filePath);
+    Outcome outcome = reserve(identity);
+    if (!outcome.ok())
+        return outcome;
+    const auto release = qScopeGuard([&] {
+        const std::lock_guard lock(mutex);
+        opening.remove(identity);
+    });
+    const auto before = std::chrono::system_clock::now();
+    const auto backend = FileBackend::open(description, outcome);
+    const Outcome mounted = backend ? mount(backend) : Outcome();
+    if (!outcome.ok() || !mounted.ok())
+        return outcome.ok() ? mounted : outcome;
+    noteFile(backend, identity);
+    watch(backend, before);
+    return outcome;
+}
+
+void FileBackends::forget(const Backend& backend)
+{
+    unwatch(backend);
+    const std::lock_guard lock(mutex);
+    const auto isGone = [&backend](const std::weak_ptr<Backend>& each) {
+        const auto known = each.lock();
+        return !known || known.get() == &backend;
+    };
+    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
+        each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
+    linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
+}
+
+void FileBackends::watch(const std::shared_ptr<Backend>& backend, std::chrono::system_clock::time_point since)
+{
+    if (!watcher)
+        return;
+    // The watcher must not keep alive what ends it.
+    const auto look = [weakTree = std::weak_ptr(tree), weakBackend = std::weak_ptr(backend),
+                       copy = observer] {
+        const auto attributes = weakTree.lock();
+        const auto mounted = weakBackend.lock();
+        if (!attributes || !mounted || mounted->isClosed())
+            return;
+        const auto reload = [&] {
+            ChangeApplier applier(*attributes, *mounted);
+            return mounted->reload(Backend::Trigger::Watcher, std::ref(applier));
+        };
+        Outcome outcome = guardMemory(reload);
+        if (!outcome.ok())
+            outcome.of(Outcome::Operation::FollowFile, mounted->getName())
+                .in(mounted->getDescription().filePath);
+        reportUnasked(outcome, copy);
+    };
+    const std::string path = QFile::encodeName(backend->getDescription().filePath).toStdString();
+    const int number = watcher->watch(path, since, look);
+    {
+        const std::lock_guard lock(mutex);
+        watches.insert(backend.get(), number);
+    }
+    if (backend->isClosed())
+        unwatch(*backend);
+}
+
+void FileBackends::unwatch(const Backend& backend)
+{
+    const std::lock_guard lock(mutex);
+    if (watches.contains(&backend))
+        watcher->unwatch(watches.take(&backend));
+}
+
+// Keeps the file for the caller, so that two creations at once do not both open it.
+Outcome FileBackends::reserve(const QString& identity)
+{
+    const std::lock_guard lock(mutex);
+    for (const auto& backend : mayBeOf(identity)) {
+        const QString& filePath = backend->getDescription().filePath;
+        if (!backend->isClosed() && fileIdentity(filePath) == identity)
+            return Outcome(StatusCode::AlreadyExists,
+                           QStringLiteral("the file is already open as '%1'").arg(backend->getName()))
+                .in(filePath);
+    }
+    if (opening.contains(identity))
+        return Outcome(StatusCode::AlreadyExists,
+                       QStringLiteral("the file is just being opened by another backend"))
+            .in(identity);
+    opening.insert(identity);
+    return {};
+}
+
+std::vector<std::shared_ptr<Backend>> FileBackends::mayBeOf(const QString& identity) const
+{
+    std::vector<std::shared_ptr<Backend>> found;
+    const auto add = [&found](const std::weak_ptr<Backend>& each) {
+        if (auto backend = each.lock())
+            found.push_back(std::move(backend));
+    };
+    const auto [begin, end] = filesByIdentity.equal_range(identity);
+    std::for_each(begin, end, add);
+    std::for_each(linkedFiles.begin(), linkedFiles.end(), add);
+    return found;
+}
+
+void FileBackends::noteFile(const std::shared_ptr<Backend>& backend, const QString& identity)
+{
+    const std::lock_guard lock(mutex);
+    if (identity == QDir::cleanPath(backend->getDescription().filePath))
+        filesByIdentity.insert(identity, backend);
+    else
+        linkedFiles.push_back(backend);
+}
+
+} // namespace Repository

@@ -1,0 +1,79 @@
+#include "repository/mounting/Mounts.h"
+
+#include "repository/backends/Backend.h"
+#include "repository/common/PathRules.h"
+#include "repository/history/History.h"
+#include "repository/store/AttributeTree.h"
+#include "repository/transaction/TreeEdit.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+
+namespace {
+
+const QLatin1String backendNamesPath("internal.backends.names");
+
+void setOwn(TreeEdit& edit, const QString& path, const QVariant& value)
+{
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+    Node& node = edit.ensure(path);
+    edit.setAttribute(node, value, AccessMode::ReadOnly,
+                      node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+}
+
+void publishNames(TreeEdit& edit, const std::vector<std::shared_ptr<Backend>>& backends)
+{
+    QStringList names;
+    for (const auto& backend : backends)
+        names.append(backend->getName());
+    setOwn(edit, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
+}
+
+} // namespace
+
+Mounts::Mounts(AttributeTree& attributes, History& steps) : tree(attributes), history(steps)
+{
+}
+
+void Mounts::publish(const QString& path, const QVariant& value)
+{
+    TreeEdit edit(tree);
+    setOwn(edit, path, value);
+}
+
+Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
+{
+    const QString name = backend->getName();
+    TreeEdit edit(tree);
+    const Node* place = edit.find(name);
+    if (place && place->isBackendRoot())
+        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+    if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
+        return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
+    tree.backends.reserve(tree.backends.size() + 1);
+    edit.mount(*backend);
+    tree.backends.push_back(backend);
+    setOwn(edit, backendNamesPath + pathSeparator + name, name);
+    publishNames(edit, tree.backends);
+    return {};
+}
+
+Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardChanges)
+{
+    const Outcome outcome = backend->close(discardChanges);
+    if (!outcome.ok())
+        return outcome;
+    history.forgetClosed();
+    TreeEdit edit(tree);
+    edit.unmount(*backend);
+    tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
+    edit.takeAttribute(backendNamesPath + pathSeparator + backend->getName());
+    publishNames(edit, tree.backends);
+    return {};
+}
+
+} // namespace Repository

@@ -1,0 +1,81 @@
+#include "repository/operations/BackendChanges.h"
+
+#include "repository/common/MemoryGuard.h"
+#include "repository/common/RepositoryLog.h"
+#include "repository/operations/AttributeStore.h"
+#include "repository/store/BackendLookup.h"
+#include "repository/transaction/ChangeApplier.h"
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
+BackendChanges::BackendChanges(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes))
+{
+}
+
+QStringList BackendChanges::getEditedBackends() const
+{
+    QStringList names;
+    for (const auto& backend : store->getTree()->getBackends()) {
+        if (backend->isEdited())
+            names.append(backend->getName());
+    }
+    return names;
+}
+
+QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) const
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    const auto compare = [&] { return backend ? backend->getUnsavedChanges() : QVector<UnsavedChange>(); };
+    return guardMemory(compare, [&](const QString& reason) {
+        logged(Outcome(StatusCode::NotEnoughMemory, reason).of(Outcome::Operation::ListChanges, name));
+        return QVector<UnsavedChange>();
+    });
+}
+
+Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
+{
+    const auto backend = findBackend(*store->getTree(), name);
+    Outcome outcome = guardMemory([&] {
+        diff = backend ? backend->getUnsavedDiff() : QString();
+        return Outcome();
+    });
+    return logged(outcome.of(Outcome::Operation::ShowChanges, name));
+}
+
+// A change that is one step of undo, with the reason when it is in no backend.
+Outcome
+BackendChanges::changeStep(const QString& path, const char* name,
+                           const std::function<Outcome(Backend&, const Backend::ApplyChange&)>& change)
+{
+    const auto backend = backendOf(*store->getTree(), path);
+    if (!backend)
+        return {StatusCode::NotFound,
+                QStringLiteral("it lies in no backend, so there is no file to read it from")};
+    return guardMemory([&] {
+        const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
+        ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
+        return change(*backend, std::ref(applier));
+    });
+}
+
+Outcome BackendChanges::revert(const QString& path)
+{
+    Outcome outcome = changeStep(path, "Revert %1", [&path](Backend& backend, const auto& apply) {
+        return backend.revert(path, apply);
+    });
+    return logged(outcome.of(Outcome::Operation::Revert, path));
+}
+
+Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
+{
+    Outcome outcome = changeStep(path, "Resolve %1", [&](Backend& backend, const auto& apply) {
+        return backend.resolveConflicts(path, side, apply);
+    });
+    return logged(outcome.of(Outcome::Operation::Resolve, path));
+}
+
+} // namespace Repository

@@ -1,0 +1,261 @@
+#include "repository/operations/StepReplay.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/PathRules.h"
+#include "repository/store/AttributeTree.h"
+#include "repository/store/Refusals.h"
+#include "repository/transaction/TreeEdit.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Notification::UpdateResult;
+using FrameworkCore::Values::toValue;
+
+namespace {
+
+template <typename Changes>
+QSet<QString> pathsOf(const Changes& changes)
+{
+    QSet<QString> paths;
+    for (const auto& change : changes)
+        paths.insert(change.path);
+    return paths;
+}
+
+QStringList rootsOf(const HistoryStep& step)
+{
+    QStringList roots;
+    for (const BackendChange& change : step.changes)
+        roots.append(change.backend->getName());
+    return roots;
+}
+
+Outcome refusal(const QString& reason, const QString& path, const QString& text = {})
+{
+    Outcome outcome(StatusCode::NotWritable, reason);
+    outcome.change().details.append({path, text});
+    return outcome;
+}
+
+Outcome changedSince(const QString& path)
+{
+    return refusal(QStringLiteral("it has been changed since"), path);
+}
+
+QString whatItIs(const NodeState& state)
+{
+    return state.isAttribute ? Outcome::shownValue(state.value) : QStringLiteral("without a value");
+}
+
+// How a place differs from what the step left there, and what to do about it.
+Outcome explainChange(const QString& path, const NodeState& present, const NodeState& left)
+{
+    if (present.isHidden() || left.isHidden())
+        return changedSince(path);
+    return refusal(
+               QStringLiteral("it has been changed since"), path,
+               QStringLiteral("is %1 now, and the step left it %2").arg(whatItIs(present), whatItIs(left)))
+        .advise(QStringLiteral("put that back first"));
+}
+
+} // namespace
+
+StepReplay::StepReplay(AttributeTree& attributes, History& steps, Direction replayDirection)
+    : tree(attributes), history(steps), direction(replayDirection)
+{
+}
+
+Outcome StepReplay::run()
+{
+    auto step = history.take(direction);
+    if (!step)
+        return {StatusCode::NotFound, direction == Direction::Undo
+                                          ? QStringLiteral("There is nothing to undo")
+                                          : QStringLiteral("There is nothing to redo")};
+    return run(*std::move(step));
+}
+
+Outcome StepReplay::run(HistoryStep step)
+{
+    const History::Mute mute;
+    const QString name = step.name;
+    TreeEdit edit(tree, rootsOf(step), nullptr);
+    Outcome outcome = replay(edit, step);
+    history.settle(std::move(step), direction, outcome.ok());
+    return outcome.ok() ? outcome
+                        : outcome.of(direction == Direction::Undo ? Outcome::Operation::Undo
+                                                                  : Outcome::Operation::Redo,
+                                     name);
+}
+
+Outcome StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
+{
+    for (const BackendChange& change : step.changes) {
+        edit.editDocument(*change.backend);
+        Outcome outcome = check(edit, change);
+        if (!outcome.ok())
+            return outcome;
+    }
+    const bool isOneValue = step.changes.size() == 1 && step.changes.front().values.size() == 1 &&
+                            step.changes.front().entries.empty() && !step.changes.front().text;
+    Outcome outcome;
+    for (const BackendChange& change : step.changes) {
+        if (!isOneValue)
+            edit.editDocument(*change.backend).setRollbackPoint();
+        outcome = outcome.ok() ? changeDocument(edit, change) : outcome;
+    }
+    for (const BackendChange& change : step.changes) {
+        if (outcome.ok())
+            showTree(edit, change);
+        else
+            edit.editDocument(*change.backend).rollBack();
+    }
+    return outcome;
+}
+
+Outcome StepReplay::check(TreeEdit& edit, const BackendChange& change) const
+{
+    const bool isUndo = direction == Direction::Undo;
+    if (change.backend->isClosed())
+        return refusal(QStringLiteral("a backend of it is closed"), change.backend->getName());
+    // What both the values and the shape changed is looked at as the later of them left it.
+    const QSet<QString> inShape = isUndo ? pathsOf(change.entries) : QSet<QString>();
+    const QSet<QString> inValues = isUndo ? QSet<QString>() : pathsOf(change.values);
+    Outcome outcome;
+    for (const EntryChange& entry : change.entries) {
+        if (outcome.ok() && !inValues.contains(entry.path))
+            outcome = checkPlace(edit, *change.backend, entry.path, from(entry), to(entry));
+    }
+    for (const ValueChange& value : change.values) {
+        if (outcome.ok() && !inShape.contains(value.path))
+            outcome = checkPlace(edit, *change.backend, value.path, from(value), to(value));
+    }
+    return outcome;
+}
+
+Outcome StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QString& path,
+                               const NodeState& expected, const NodeState& wanted) const
+{
+    const NodeState present = edit.stateOf(path);
+    if (!isSameValue(present, expected))
+        return explainChange(path, present, expected);
+    if ((wanted.isNode || expected.isAttribute) && edit.nearest(path).backend != &backend)
+        return refusal(QStringLiteral("another backend owns it by now"), path);
+    return {};
+}
+
+Outcome StepReplay::changeDocument(TreeEdit& edit, const BackendChange& change)
+{
+    DocumentEdit& document = edit.editDocument(*change.backend);
+    if (direction == Direction::Redo) {
+        Outcome outcome = changeValues(document, change);
+        return outcome.ok() ? changeShape(edit, change) : outcome;
+    }
+    Outcome outcome = changeShape(edit, change);
+    return outcome.ok() ? changeValues(document, change) : outcome;
+}
+
+Outcome StepReplay::changeValues(DocumentEdit& document, const BackendChange& change) const
+{
+    for (const ValueChange& value : change.values) {
+        const auto& spelling = direction == Direction::Undo ? value.spellingBefore : value.spellingAfter;
+        Outcome outcome = spelling ? document.respell(value.path, *spelling)
+                                   : document.set(value.path, toValue(to(value).value));
+        if (!outcome.ok())
+            return outcome;
+    }
+    return {};
+}
+
+Outcome StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
+{
+    if (change.text) {
+        const std::string text = change.backend->getBytes();
+        const auto wanted = direction == Direction::Undo ? change.text->undo(text) : change.text->redo(text);
+        if (wanted && !change.hasAllEntries)
+            unlikeEntries.insert(change.backend.get());
+        if (wanted)
+            return edit.editDocument(*change.backend).replaceText(*wanted);
+    }
+    if (!change.hasAllEntries)
+        return changedSince(change.backend->getName());
+    if (!change.entries.empty())
+        unlikeEntries.insert(change.backend.get());
+    return changeEntries(edit, change);
+}
+
+Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) const
+{
+    Backend& backend = *change.backend;
+    QSet<QString> leaving;
+    for (const EntryChange& entry : change.entries) {
+        if (from(entry).isNode && !to(entry).isNode)
+            leaving.insert(entry.path);
+    }
+    Outcome outcome;
+    for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && outcome.ok(); ++entry) {
+        const bool loses = from(*entry).isAttribute && !to(*entry).isAttribute;
+        const Node* node = edit.find(entry->path);
+        if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path))
+            continue;
+        const bool holdsOthers =
+            node->children &&
+            std::any_of(node->children->places.begin(), node->children->places.end(),
+                        [&leaving](const Node* child) { return child && !leaving.contains(child->path); });
+        if (!holdsOthers)
+            outcome = backend.remove(entry->path);
+        else if (loses)
+            outcome = refusal(QStringLiteral("other attributes have come below"), entry->path);
+    }
+    backend.beginRun();
+    for (const EntryChange& entry : change.entries) {
+        if (!outcome.ok() || !to(entry).isNode)
+            continue;
+        if (to(entry).isAttribute && from(entry).isAttribute)
+            outcome = edit.editDocument(backend).set(entry.path, toValue(to(entry).value));
+        else if (to(entry).isAttribute)
+            outcome = backend.insert(entry.path, toValue(to(entry).value));
+        else if (!from(entry).isNode && !backend.contains(entry.path))
+            outcome = backend.insert(entry.path, {});
+    }
+    QString lacking;
+    const Outcome ended = backend.endRun(lacking);
+    return outcome.ok() ? ended : outcome;
+}
+
+void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
+{
+    const auto show = [&edit](const QString& path, const NodeState& wanted) {
+        Node& node = edit.ensure(path);
+        if (wanted.isAttribute)
+            edit.setAttribute(node, wanted.value, wanted.access,
+                              node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+        else
+            edit.makeGroup(node);
+    };
+    for (auto entry = change.entries.rbegin(); entry != change.entries.rend(); ++entry) {
+        if (!to(*entry).isNode)
+            edit.takeAttribute(entry->path);
+    }
+    for (const EntryChange& entry : change.entries) {
+        if (to(entry).isNode)
+            show(entry.path, to(entry));
+    }
+    const QSet<QString> inShape = direction == Direction::Undo ? QSet<QString>() : pathsOf(change.entries);
+    for (const ValueChange& value : change.values) {
+        if (!inShape.contains(value.path))
+            show(value.path, to(value));
+    }
+    if (unlikeEntries.contains(change.backend.get()))
+        edit.showDocument(*change.backend);
+    else if (!change.entries.empty() || change.text)
+        edit.restoreOrder(*change.backend);
+}
+
+} // namespace Repository

@@ -1,0 +1,102 @@
+#include "repository/store/Delivery.h"
+
+#include "repository/backends/Backend.h"
+#include "repository/notification/PatternIndex.h"
+#include "repository/store/Node.h"
+
+namespace Repository {
+
+using FrameworkCore::Notification::UpdatePoint;
+
+Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
+{
+    const quint32 generation = patterns.getGeneration();
+    if (node.getPatternGeneration() == generation)
+        return {};
+    Registrations matching = patterns.match(node.path);
+    if (node.extras || !matching.isEmpty())
+        node.extrasToFill().matching.swap(matching);
+    node.setPatternGeneration(generation);
+    return matching;
+}
+
+bool Delivery::hasListeners(const Node& node)
+{
+    return !node.exact.isEmpty() || (node.extras && !node.extras->matching.isEmpty());
+}
+
+void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
+                       UpdateResult result)
+{
+    Registrations outdated = updateMatching(node, patterns);
+    if (!hasListeners(node) && outdated.isEmpty())
+        return;
+    const int points = result == UpdateResult::Reordered ? int(UpdatePoint::AfterReorder) : allPoints;
+    Delivery& delivery = deliveries.emplace_back(Delivery(result, points));
+    delivery.outdated = std::move(outdated);
+    node.exact.forEach([&](const auto& registration) {
+        delivery.counted.append(registration);
+        delivery.listened |= registration->getPoints();
+    });
+    delivery.collectedPath = node.path;
+    delivery.addContent(node, result == UpdateResult::Removed ? QVariant() : node.value);
+}
+
+Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
+                   quint32 pathHash, QVariant&& previous)
+    : Delivery(outcome, operationPoints)
+{
+    outdated = updateMatching(node, patterns);
+    if (!hasListeners(node))
+        return;
+    const bool isHeld = !node.exact.isEmpty() && hold.begin(pathHash);
+    node.exact.forEach([&](const auto& registration) {
+        if (isHeld)
+            held.append(registration.data());
+        else
+            counted.append(registration);
+        listened |= registration->getPoints();
+    });
+    addContent(node, outcome == UpdateResult::Unchanged ? std::move(previous) : node.value);
+}
+
+Delivery::Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints)
+{
+}
+
+void Delivery::addContent(const Node& node, QVariant&& valueToTell)
+{
+    if (node.extras && !node.extras->matching.isEmpty()) {
+        matching = node.extras->matching;
+        listened = points; // there may be many: they are asked when they are called
+    }
+    if (node.isReadable())
+        value = std::move(valueToTell);
+    if (node.backend)
+        backend = node.backend->getName();
+}
+
+void Delivery::send(const QString& path) const
+{
+    static constexpr UpdatePoint inOrder[] = {UpdatePoint::BeforeValidation, UpdatePoint::AfterValidation,
+                                              UpdatePoint::BeforeStore, UpdatePoint::AfterStore,
+                                              UpdatePoint::AfterReorder};
+    for (const UpdatePoint point : inOrder) {
+        if ((points & listened & static_cast<int>(point)) == 0)
+            continue;
+        for (const Registration* registration : held)
+            call(*registration, path, point);
+        for (const auto& registration : counted)
+            call(*registration, path, point);
+        for (const auto& registration : matching)
+            call(*registration, path, point);
+    }
+}
+
+void Delivery::call(const Registration& registration, const QString& path, UpdatePoint point) const
+{
+    if (registration.listensTo(static_cast<int>(point)))
+        registration.call(path, point, result, value, backend);
+}
+
+} // namespace Repository

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "repository/notification/PatternIndex.h"
+#include "repository/store/NodeIndex.h"
+
+#include <array>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace Repository {
+
+// New nodes that are linked in the tree already, to be filed in the index all at once, shard by shard: the
+// index is larger than the processor's caches, and one shard of it is not. The structure lock is held for all
+// of its life; no other lock is taken before the nodes are filed.
+class NewNodes
+{
+public:
+    NewNodes() = default;
+
+    // Takes nodes that were not filed out of the tree.
+    ~NewNodes();
+    Q_DISABLE_COPY(NewNodes)
+
+    // The hash is that of the node's path.
+    Node& add(std::unique_ptr<Node> node, quint32 hash);
+
+    // Hands all nodes to the index, and what waits for them to the nodes. Those that somebody may listen to
+    // are shown to the visitor as they are filed, with their shard locked. Room is made for all of them
+    // first, so that all are filed or none; false when memory was refused for telling of them.
+    template <typename Visitor>
+    bool file(NodeIndex& index, const PatternIndex& patterns, const Visitor& visitor)
+    {
+        for (std::size_t number = 0; number < byShard.size(); ++number) {
+            NodeIndex::Shard& shard = index.shard(number);
+            const std::lock_guard shardLock(shard.mutex);
+            if (!byShard[number].empty())
+                shard.nodes.reserveMore(byShard[number].size());
+        }
+        bool areAllTold = true;
+        for (std::size_t number = 0; number < byShard.size(); ++number) {
+            std::vector<Entry>& entries = byShard[number];
+            if (entries.empty())
+                continue;
+            NodeIndex::Shard& shard = index.shard(number);
+            const std::lock_guard shardLock(shard.mutex);
+            const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
+            for (Entry& entry : entries) {
+                Node& node = *entry.node; // not looked at without need, since there may be a million
+                shard.nodes.insert(std::move(entry.node), entry.hash);
+                if (anybodyListens)
+                    areAllTold = show(shard, node, visitor) && areAllTold;
+            }
+            entries.clear();
+        }
+        return areAllTold;
+    }
+
+    // Each node, in no particular order.
+    template <typename Visitor>
+    void forEach(const Visitor& visitor) const
+    {
+        for (const std::vector<Entry>& entries : byShard) {
+            for (const Entry& entry : entries)
+                visitor(*entry.node);
+        }
+    }
+
+private:
+    template <typename Visitor>
+    static bool show(NodeIndex::Shard& shard, Node& node, const Visitor& visitor)
+    {
+        try {
+            shard.handWaiting(node);
+            visitor(node);
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        return true;
+    }
+
+    struct Entry
+    {
+        std::unique_ptr<Node> node;
+        quint32 hash;
+    };
+
+    std::array<std::vector<Entry>, NodeIndex::shardCount> byShard;
+};
+
+} // namespace Repository

@@ -1,0 +1,188 @@
+#include "repository/store/Node.h"
+
+#include <algorithm>
+#include <new>
+
+namespace Repository {
+
+namespace {
+
+constexpr std::size_t nearPlaces = 64;
+constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at the beginnings of names first
+
+template <typename Row>
+auto at(Row& row, std::size_t place)
+{
+    return row.begin() + typename Row::difference_type(place);
+}
+
+} // namespace
+
+void Children::append(Node& child)
+{
+    if (!prefixes.empty() && prefixes.size() == prefixes.capacity())
+        prefixes.reserve(2 * prefixes.size());
+    child.slot = quint32(places.size());
+    places.push_back(&child); // nothing fails behind it, so that the child is in both or in none
+    ++count;
+    if (!prefixes.empty())
+        prefixes.push_back(prefixOf(child));
+    else if (places.size() == manyPlaces)
+        fillPrefixes();
+}
+
+// What follows moves up as far as the next gap. Where that is far, room is made for more that may come,
+// unless there are gaps enough.
+void Children::insert(Node& child, std::size_t place)
+{
+    if (place == places.size()) {
+        append(child);
+        return;
+    }
+    if (place > 0 && !places[place - 1])
+        --place;
+    auto gap = std::size_t(std::find(at(places, place), places.end(), nullptr) - places.begin());
+    if (gap - place > nearPlaces && places.size() - std::size_t(count) < std::size_t(count) / 8) {
+        makeRoom(place);
+        gap = place;
+    }
+    if (gap == places.size()) {
+        append(child);
+    } else {
+        places[gap] = &child;
+        if (!prefixes.empty())
+            prefixes[gap] = prefixOf(child);
+        ++count;
+    }
+    const auto moveUp = [place, gap](auto& row) {
+        std::rotate(at(row, place), at(row, gap), at(row, gap + 1));
+    };
+    moveUp(places);
+    if (!prefixes.empty())
+        moveUp(prefixes);
+    giveOwnSlots(place, gap + 1);
+}
+
+// Makes gaps before a place.
+void Children::makeRoom(std::size_t place)
+{
+    const std::size_t size = places.size() + nearPlaces;
+    places.reserve(size);
+    if (!prefixes.empty()) {
+        prefixes.reserve(size);
+        prefixes.insert(at(prefixes, place), nearPlaces, NamePrefix());
+    }
+    places.insert(at(places, place), nearPlaces, nullptr);
+    giveOwnSlots(place + nearPlaces, size);
+}
+
+void Children::giveOwnSlots(std::size_t begin, std::size_t end) noexcept
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        if (places[i])
+            places[i]->slot = quint32(i);
+    }
+}
+
+const Node* Children::last() const
+{
+    const auto found = std::find_if(places.rbegin(), places.rend(), [](const Node* child) { return child; });
+    return found == places.rend() ? nullptr : *found;
+}
+
+void Children::giveSlots(quint32 slot) noexcept
+{
+    for (Node* const child : places) {
+        if (child)
+            child->slot = slot;
+    }
+}
+
+bool Children::orderBySlots() noexcept
+{
+    places.erase(std::remove(places.begin(), places.end(), nullptr), places.end());
+    const auto isBefore = [](const Node* a, const Node* b) { return a->slot < b->slot; };
+    const bool isMoved = !std::is_sorted(places.begin(), places.end(), isBefore);
+    if (isMoved)
+        std::stable_sort(places.begin(), places.end(), isBefore);
+    giveOwnSlots(0, places.size());
+    prefixes.clear();
+    if (places.size() >= manyPlaces)
+        fillPrefixes();
+    return isMoved;
+}
+
+void Children::drop(Node& child) noexcept
+{
+    places[child.slot] = nullptr;
+    --count;
+}
+
+void Children::remove(Node& child)
+{
+    drop(child);
+    if (places.size() < 16 || places.size() < 2 * std::size_t(count))
+        return;
+    std::vector<Node*> closed;
+    closed.reserve(std::size_t(count) + 1);
+    for (Node* kept : places) {
+        if (kept) {
+            kept->slot = quint32(closed.size());
+            closed.push_back(kept);
+        }
+    }
+    places = std::move(closed);
+    prefixes.clear();
+    if (places.size() >= manyPlaces)
+        fillPrefixes();
+}
+
+void Children::markBranch(const Node& child)
+{
+    if (!prefixes.empty())
+        prefixes[child.slot].markBranch();
+}
+
+NamePrefix Children::prefixOf(const Node& child)
+{
+    NamePrefix prefix(child.getName());
+    if (child.children)
+        prefix.markBranch();
+    return prefix;
+}
+
+// A search does without them, too.
+void Children::fillPrefixes()
+{
+    try {
+        prefixes.reserve(places.capacity());
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    for (const Node* const child : places)
+        prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
+}
+
+Children& Node::childrenToFill()
+{
+    if (!children) {
+        children = std::make_unique<Children>();
+        if (parent)
+            parent->children->markBranch(*this);
+    }
+    return *children;
+}
+
+Node::Extras& Node::extrasToFill()
+{
+    if (!extras)
+        extras = std::make_unique<Extras>();
+    return *extras;
+}
+
+QStringView Node::getName() const
+{
+    return QStringView(path).mid(path.lastIndexOf(QLatin1Char('.')) + 1);
+}
+
+} // namespace Repository

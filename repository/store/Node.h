@@ -1,0 +1,126 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "repository/notification/PatternIndex.h"
+#include "repository/notification/RegistrationList.h"
+#include "repository/store/NamePrefix.h"
+#include "repository/validation/Rule.h"
+
+#include <QString>
+#include <QVariant>
+
+#include <atomic>
+#include <memory>
+#include <vector>
+
+namespace Repository {
+
+class Backend;
+struct Node;
+
+// The children of a node in the order of its document, or in memory of their creation. A removed child leaves
+// a gap, so that taking one out of a million costs no more than one of two; gaps are closed when they are the
+// greater part.
+struct Children
+{
+    std::vector<Node*> places; // not owned; null where a child was removed
+    int count = 0;
+
+    void append(Node& child);
+    void insert(Node& child, std::size_t place); // before the one that is there
+    const Node* last() const;                    // null when there is none
+    // Sorts the children by slots that they have been given, any numbers, before they get their own again;
+    // children of one slot stay as they are. Whether any has moved.
+    void giveSlots(quint32 slot) noexcept;
+    bool orderBySlots() noexcept;
+    void remove(Node& child);
+    void drop(Node& child) noexcept;    // the same, without closing gaps
+    void markBranch(const Node& child); // a child that has children now
+
+    // Visits the children that the filter accepts, and others when there are few, until the visitor gives
+    // false.
+    template <typename Visitor>
+    void visit(const NameFilter& filter, const Visitor& visitor) const
+    {
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            if ((prefixes.empty() || filter.accepts(prefixes[i])) && places[i] && !visitor(*places[i]))
+                return;
+        }
+    }
+
+private:
+    static NamePrefix prefixOf(const Node& child);
+    void fillPrefixes();
+    void makeRoom(std::size_t place);
+    void giveOwnSlots(std::size_t begin, std::size_t end) noexcept;
+
+    std::vector<NamePrefix> prefixes; // one for each place, or none at all while the places are few
+};
+
+// One place in the tree. What it is made of is guarded in two ways; see AttributeTree. There may be
+// millions, so that what few of them have lies in a block of its own.
+struct Node
+{
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+
+    // What few attributes have.
+    struct Extras
+    {
+        Rules rules;
+        Registrations matching; // those whose pattern matches, as of the node's generation
+    };
+
+    explicit Node(QString fullPath) : path(std::move(fullPath)) {}
+
+    QStringView getName() const;
+    Children& childrenToFill(); // made if there are none
+    bool isBackendRoot() const { return backend && parent->backend != backend; }
+    Extras& extrasToFill(); // made if there are none
+    const Rules* getRules() const { return extras ? &extras->rules : nullptr; }
+
+    // An attribute, or else it only groups its children, and value means nothing.
+    bool isAttribute() const { return (marks.load(std::memory_order_relaxed) & attributeMark) != 0; }
+    void setAttribute(bool isOne) { setMarks(attributeMark, isOne ? attributeMark : 0); }
+    AccessMode getAccess() const { return AccessMode(marks.load(std::memory_order_relaxed) & accessMarks); }
+    void setAccess(AccessMode mode) { setMarks(accessMarks, quint32(mode)); }
+    bool isReadable() const { return FrameworkCore::AppConfig::isReadable(getAccess()); }
+
+    // As of when Extras::matching is.
+    quint32 getPatternGeneration() const { return marks.load(std::memory_order_relaxed) >> otherMarks; }
+    void setPatternGeneration(quint32 generation)
+    {
+        setMarks(~(attributeMark | accessMarks), generation << otherMarks);
+    }
+
+    const QString path;
+
+    // The shape of the tree.
+    Node* parent = nullptr;     // not owned; null at the top
+    Backend* backend = nullptr; // not owned; null in memory
+    std::unique_ptr<Children> children;
+    quint32 slot = 0; // in the parent's children
+
+private:
+    static constexpr quint32 accessMarks = 3;
+    static constexpr quint32 attributeMark = 4;
+    static constexpr int otherMarks = 32 - PatternIndex::generationBits;
+
+    void setMarks(quint32 which, quint32 bits)
+    {
+        marks.store((marks.load(std::memory_order_relaxed) & ~which) | bits, std::memory_order_relaxed);
+    }
+
+    // One word for all three, since there may be millions. The attribute lock is held while it is written,
+    // but whoever reads access and kind may hold the structure lock alone, while a writer of the value brings
+    // the generation up to date.
+    std::atomic<quint32> marks{quint32(AccessMode::ReadWrite)};
+
+public:
+    // The attribute.
+    QVariant value;         // of one of the attribute types; invalid for null
+    RegistrationList exact; // those made for this path
+    std::unique_ptr<Extras> extras;
+};
+static_assert(sizeof(Node) <= 72);
+
+} // namespace Repository

@@ -1,0 +1,93 @@
+#include "repository/store/NodeTable.h"
+
+#include <QtAlgorithms>
+#include <QtMath>
+
+#include <cstring>
+
+namespace Repository {
+
+namespace {
+
+bool isSame(QStringView a, QStringView b)
+{
+    return a.size() == b.size() &&
+           std::memcmp(a.data(), b.data(), std::size_t(a.size()) * sizeof(QChar)) == 0;
+}
+
+} // namespace
+
+unsigned NodeTable::Group::placesOf(quint32 hash) const
+{
+    unsigned places = 0;
+    for (std::size_t i = 0; i < placesOfGroup; ++i)
+        places |= unsigned(hashes[i] == hash) << i;
+    return places;
+}
+
+Node* NodeTable::find(QStringView path, quint32 hash) const
+{
+    for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
+        const Group& group = groups[number];
+        for (unsigned places = group.placesOf(hash); places != 0; places &= places - 1) {
+            const std::unique_ptr<Node>& node = group.nodes[qCountTrailingZeroBits(places)];
+            if (node && isSame(node->path, path))
+                return node.get();
+        }
+        if (group.passedOn == 0)
+            return nullptr;
+    }
+}
+
+Node& NodeTable::insert(std::unique_ptr<Node> node, quint32 hash)
+{
+    reserveMore(1);
+    ++used;
+    return place(std::move(node), hash);
+}
+
+Node& NodeTable::place(std::unique_ptr<Node> node, quint32 hash)
+{
+    for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
+        Group& group = groups[number];
+        for (std::size_t i = 0; i < placesOfGroup; ++i) {
+            if (group.nodes[i])
+                continue;
+            group.nodes[i] = std::move(node);
+            group.hashes[i] = hash;
+            return *group.nodes[i];
+        }
+        ++group.passedOn;
+    }
+}
+
+std::unique_ptr<Node> NodeTable::take(const Node& node, quint32 hash)
+{
+    for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
+        Group& group = groups[number];
+        for (std::unique_ptr<Node>& place : group.nodes) {
+            if (place.get() != &node)
+                continue;
+            --used;
+            return std::move(place);
+        }
+        --group.passedOn;
+    }
+}
+
+void NodeTable::reserveMore(std::size_t count)
+{
+    const std::size_t wanted = used + count;
+    if (wanted <= groups.size() * mostOfGroup)
+        return;
+    std::vector<Group> former(qNextPowerOfTwo(quint64((wanted - 1) / mostOfGroup)));
+    former.swap(groups);
+    for (Group& group : former) {
+        for (std::size_t i = 0; i < placesOfGroup; ++i) {
+            if (group.nodes[i])
+                place(std::move(group.nodes[i]), group.hashes[i]);
+        }
+    }
+}
+
+} // namespace Repository

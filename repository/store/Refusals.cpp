@@ -1,0 +1,144 @@
+#include "repository/store/Refusals.h"
+
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/backends/Backend.h"
+#include "repository/common/PathRules.h"
+#include "repository/documents/Formats.h"
+
+#include <cmath>
+#include <limits>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Type;
+
+namespace {
+
+QString describe(Type type)
+{
+    const std::string_view words = FrameworkCore::Values::describeType(type);
+    return QString::fromLatin1(words.data(), int(words.size()));
+}
+
+// What attributes of the type hold; the bounds only where they matter.
+QString describeContent(const QVariant& value, int metaType)
+{
+    bool isNumber = false;
+    const double number = value.toDouble(&isNumber);
+    const bool isWhole = isNumber && std::trunc(number) == number;
+    if (isWhole && metaType == QMetaType::LongLong)
+        return QStringLiteral("a whole number from %1 to %2")
+            .arg(std::numeric_limits<qlonglong>::min())
+            .arg(std::numeric_limits<qlonglong>::max());
+    if (isWhole && metaType == QMetaType::ULongLong)
+        return QStringLiteral("a whole number from 0 to %1").arg(std::numeric_limits<qulonglong>::max());
+    const auto empty = FrameworkCore::Values::convertVariant(QVariant(), metaType);
+    const QString words = describe(FrameworkCore::Values::toValue(empty.value_or(QVariant())).type);
+    switch (metaType) {
+    case QMetaType::QDate:
+        return words + QStringLiteral(" as in 2024-12-31");
+    case QMetaType::QTime:
+        return words + QStringLiteral(" as in 23:59:59");
+    case QMetaType::QDateTime:
+        return words + QStringLiteral(" as in 2024-12-31T23:59:59");
+    default:
+        return words;
+    }
+}
+
+} // namespace
+
+Outcome Refusals::wrongType(const QVariant& value, int wantedType)
+{
+    return {StatusCode::WrongType, QStringLiteral("it holds %1, which this cannot become without loss")
+                                       .arg(describeContent(value, wantedType))};
+}
+
+Outcome Refusals::noAttributeType()
+{
+    return {
+        StatusCode::WrongType,
+        QStringLiteral("an attribute holds true or false, a number, a text, a list of texts, bytes, a date "
+                       "or a time, and nothing else")};
+}
+
+Outcome Refusals::readOnly(const Node& node)
+{
+    if (isAtOrBelow(node.path, ownRoot))
+        return ownTree();
+    if (node.backend && !isWritable(node.backend->getAccessMode()))
+        return readOnly(*node.backend);
+    Outcome outcome(StatusCode::NotWritable, QStringLiteral("created as read-only"));
+    outcome.change().details.append({node.path, {}});
+    return outcome;
+}
+
+Outcome Refusals::readOnly(const Backend& backend)
+{
+    Outcome outcome(StatusCode::NotWritable, QStringLiteral("it is open as read-only"));
+    outcome.in(backend.getDescription().filePath);
+    return outcome.advise(QStringLiteral("open it for writing to change it"));
+}
+
+Outcome Refusals::notFound()
+{
+    return {StatusCode::NotFound, QStringLiteral("there is no such attribute")};
+}
+
+Outcome Refusals::invalidPath(QStringView path)
+{
+    if (isTooDeep(path))
+        return {StatusCode::InvalidPath,
+                QStringLiteral("it has more than %1 names, or too many characters for its depth")
+                    .arg(deepestPath)};
+    return {StatusCode::InvalidPath,
+            QStringLiteral("a path is names joined by '.', none of them empty and none with '*' in it")};
+}
+
+Outcome Refusals::ownTree()
+{
+    return {StatusCode::NotWritable,
+            QStringLiteral("it belongs to the repository itself, which alone changes it")};
+}
+
+Outcome Refusals::noBackend()
+{
+    return {StatusCode::NotFound, QStringLiteral("there is no backend of that name")};
+}
+
+Outcome Refusals::noType(const QString& type)
+{
+    QStringList known;
+    for (const std::string& name : Documents::getDocumentTypes())
+        known.append(QString::fromStdString(name));
+    return Outcome(StatusCode::BackendFailure, QStringLiteral("there is no backend type '%1'").arg(type))
+        .advise(QStringLiteral("known are: ") + known.join(QStringLiteral(", ")));
+}
+
+Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
+{
+    if (outcome.ok())
+        return outcome;
+    const QString text = value.toString();
+    const QString shown = Outcome::shortened(text);
+    if (isHidden)
+        outcome.change().reason = QStringLiteral("its file has no form for the value at this place");
+    else if (shown != text)
+        outcome.change().reason.replace(text, shown);
+    return outcome;
+}
+
+Outcome Refusals::notSet(Outcome outcome, const QString& path, const QVariant& value, bool isHidden)
+{
+    if (outcome.ok())
+        return outcome;
+    outcome.of(Outcome::Operation::Set, path);
+    if (!isHidden)
+        outcome.change().value = value;
+    return outcome;
+}
+
+} // namespace Repository

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "repository/backends/Backend.h"
+
+#include <memory>
+#include <vector>
+
+namespace Repository {
+
+struct AttributeTree;
+class StepRecorder;
+class TreeEdit;
+
+// Makes changes of a backend's document in one piece with those of the tree. Its end tells the watchers, so
+// it outlives the operation that it is given to and every lock of it. One thread.
+class ChangeApplier
+{
+public:
+    // The recorder is told what changes; null for what undo has nothing to do with.
+    ChangeApplier(AttributeTree& tree, Backend& backend, StepRecorder* recorder = nullptr);
+    ~ChangeApplier();
+    Q_DISABLE_COPY(ChangeApplier)
+
+    void operator()(const std::function<Backend::Changes()>& change);
+
+private:
+    AttributeTree& tree;
+    Backend& backend;
+    StepRecorder* recorder;                      // not owned
+    std::vector<std::unique_ptr<TreeEdit>> done; // their locks are released, their news not yet told
+};
+
+} // namespace Repository

@@ -1,0 +1,282 @@
+#include "repository/validation/Rule.h"
+
+#include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/validation/BoundedExpression.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+#include <QUrl>
+
+#include <map>
+#include <optional>
+
+namespace Repository {
+
+namespace {
+
+using Verdict = Rule::Verdict;
+using Accepts = std::function<bool(const QVariant&, const QString&)>;
+
+auto judgeBy(Accepts accepts)
+{
+    return [accepts = std::move(accepts)](const QVariant& value, const QString& text) {
+        return accepts(value, text) ? Verdict::Keeps : Verdict::Breaks;
+    };
+}
+
+// The value as one of another type, if nothing is lost.
+bool becomes(const QVariant& value, QMetaType::Type type)
+{
+    return FrameworkCore::Values::convertVariant(value, type).has_value();
+}
+
+QString textOf(const QVariant& value)
+{
+    const auto text = FrameworkCore::Values::convertVariant(value, QMetaType::QString);
+    return text ? text->toString() : value.toStringList().join(QLatin1Char(','));
+}
+
+bool isIpv4(const QString& text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A(?:(?:25[0-5]|2[0-4]\\d|1\\d\\d|[1-9]?\\d)(?:\\.(?!\\z)|\\z)){4}\\z"));
+    return pattern.match(text).hasMatch();
+}
+
+// RFC 4291 text form: groups of up to four hex digits, "::" at most once, an IPv4 address at the end.
+bool isIpv6(const QString& text)
+{
+    QString groups = text;
+    const int lastColon = text.lastIndexOf(QLatin1Char(':'));
+    if (lastColon >= 0 && text.indexOf(QLatin1Char('.')) > lastColon) {
+        if (!isIpv4(text.mid(lastColon + 1)))
+            return false;
+        groups = text.left(lastColon + 1) + QLatin1String("0:0");
+    }
+    static const QRegularExpression group(QStringLiteral("\\A[0-9A-Fa-f]{1,4}\\z"));
+    const QStringList halves = groups.split(QStringLiteral("::"));
+    if (halves.size() > 2)
+        return false;
+    int count = 0;
+    for (const QString& half : halves) {
+        if (half.isEmpty() && halves.size() == 2)
+            continue;
+        const QStringList parts = half.split(QLatin1Char(':'));
+        for (const QString& part : parts) {
+            if (!group.match(part).hasMatch())
+                return false;
+        }
+        count += parts.size();
+    }
+    return halves.size() == 2 ? count <= 7 : count == 8;
+}
+
+// RFC 1123: labels of letters, digits and inner hyphens, at most 63 each and 253 together.
+bool isHostName(const QString& text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("\\A[A-Za-z0-9](?:[A-Za-z0-9-]{0,61}[A-Za-z0-9])?"
+                       "(?:\\.[A-Za-z0-9](?:[A-Za-z0-9-]{0,61}[A-Za-z0-9])?)*\\.?\\z"));
+    return text.size() <= 253 && pattern.match(text).hasMatch();
+}
+
+bool isUrl(const QString& text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    return url.isValid() && !url.scheme().isEmpty() && (!url.host().isEmpty() || !url.path().isEmpty());
+}
+
+const std::map<QString, std::pair<QString, Accepts>>& plainRules()
+{
+    static const std::map<QString, std::pair<QString, Accepts>> rules{
+        {QStringLiteral("not-empty"),
+         {QStringLiteral("not empty"), [](const QVariant&, const QString& text) { return !text.isEmpty(); }}},
+        {QStringLiteral("integer"),
+         {QStringLiteral("an integer"),
+          [](const QVariant& value, const QString&) {
+              return becomes(value, QMetaType::LongLong) || becomes(value, QMetaType::ULongLong);
+          }}},
+        {QStringLiteral("number"),
+         {QStringLiteral("a number"),
+          [](const QVariant&, const QString& text) {
+              bool isNumber = false;
+              text.toDouble(&isNumber);
+              return isNumber;
+          }}},
+        {QStringLiteral("boolean"),
+         {QStringLiteral("true or false"),
+          [](const QVariant& value, const QString&) { return becomes(value, QMetaType::Bool); }}},
+        {QStringLiteral("ipv4"),
+         {QStringLiteral("an IPv4 address"),
+          [](const QVariant&, const QString& text) { return isIpv4(text); }}},
+        {QStringLiteral("ipv6"),
+         {QStringLiteral("an IPv6 address"),
+          [](const QVariant&, const QString& text) { return isIpv6(text); }}},
+        {QStringLiteral("host-name"),
+         {QStringLiteral("a host name"),
+          [](const QVariant&, const QString& text) { return isHostName(text); }}},
+        {QStringLiteral("url"),
+         {QStringLiteral("a URL with its scheme"),
+          [](const QVariant&, const QString& text) { return isUrl(text); }}},
+        {QStringLiteral("date-time"),
+         {QStringLiteral("a date and time as in 2024-05-31T08:00:00"),
+          [](const QVariant&, const QString& text) {
+              return QDateTime::fromString(text, Qt::ISODateWithMs).isValid();
+          }}}};
+    return rules;
+}
+
+std::optional<QString> fillRange(const QString& argument, Rule& rule)
+{
+    const QStringList bounds = argument.split(QLatin1Char(','));
+    bool lowIsNumber = false;
+    bool highIsNumber = false;
+    const double low = bounds.first().trimmed().toDouble(&lowIsNumber);
+    const double high = bounds.last().trimmed().toDouble(&highIsNumber);
+    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is no bound
+        return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
+    rule.expectation =
+        QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
+    rule.judge = judgeBy([low, high](const QVariant&, const QString& text) {
+        bool isNumber = false;
+        const double number = text.toDouble(&isNumber);
+        return isNumber && low <= number && number <= high;
+    });
+    return {};
+}
+
+std::optional<QString> fillOneOf(const QString& argument, Rule& rule)
+{
+    QStringList choices = argument.split(QLatin1Char(','));
+    for (QString& choice : choices)
+        choice = choice.trimmed();
+    rule.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
+    rule.judge = judgeBy([choices](const QVariant&, const QString& text) { return choices.contains(text); });
+    return {};
+}
+
+std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule)
+{
+    // "a)|(?:b" is valid between the anchors only, where it would match what neither half means.
+    const QRegularExpression bare(argument);
+    const BoundedExpression expression(argument);
+    if (!bare.isValid() || !expression.isValid())
+        return QStringLiteral("'%1' is not a regular expression: %2")
+            .arg(argument, bare.isValid() ? expression.getError() : bare.errorString());
+    rule.expectation = QStringLiteral("a text that matches ") + argument;
+    rule.judge = [expression](const QVariant&, const QString& text) {
+        const std::optional<bool> matches = expression.matchesWhole(text);
+        if (!matches)
+            return Verdict::Undecided;
+        return *matches ? Verdict::Keeps : Verdict::Breaks;
+    };
+    return {};
+}
+
+using Fill = std::optional<QString> (*)(const QString& argument, Rule& rule);
+
+struct RuleWithArgument
+{
+    Fill fill;
+    QString example; // of an argument
+};
+
+const std::map<QString, RuleWithArgument>& rulesWithArgument()
+{
+    static const std::map<QString, RuleWithArgument> rules{
+        {QStringLiteral("range"), {fillRange, QStringLiteral("0,100")}},
+        {QStringLiteral("one-of"), {fillOneOf, QStringLiteral("low,medium,high")}},
+        {QStringLiteral("regular-expression"), {fillRegularExpression, QStringLiteral("[a-z]+")}}};
+    return rules;
+}
+
+} // namespace
+
+QStringList ruleNames()
+{
+    QStringList names;
+    for (const auto& [name, rule] : plainRules())
+        names.append(name);
+    for (const auto& [name, rule] : rulesWithArgument())
+        names.append(name);
+    names.sort();
+    return names;
+}
+
+QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> ruleDescriptions()
+{
+    QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> descriptions;
+    const QStringList names = ruleNames();
+    for (const QString& name : names) {
+        const auto withArgument = rulesWithArgument().find(name);
+        const QString example = withArgument == rulesWithArgument().end()
+                                    ? name
+                                    : QStringLiteral("%1(%2)").arg(name, withArgument->second.example);
+        QString error;
+        descriptions.append({example, makeRule(example, error)->expectation});
+    }
+    return descriptions;
+}
+
+std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
+{
+    auto rule = std::make_shared<Rule>();
+    rule->name = name;
+    const auto plain = plainRules().find(name);
+    if (plain != plainRules().end()) {
+        rule->expectation = plain->second.first;
+        rule->judge = judgeBy(plain->second.second);
+        return rule;
+    }
+
+    const int open = name.indexOf(QLatin1Char('('));
+    const auto withArgument = rulesWithArgument().find(name.left(open));
+    if (withArgument == rulesWithArgument().end()) {
+        error = QStringLiteral("there is no validation '%1'; known are: %2")
+                    .arg(name, ruleNames().join(QStringLiteral(", ")));
+        return {};
+    }
+    if (open < 0 || !name.endsWith(QLatin1Char(')'))) {
+        error =
+            QStringLiteral("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
+        return {};
+    }
+    if (const auto problem = withArgument->second.fill(name.mid(open + 1, name.size() - open - 2), *rule)) {
+        error = *problem;
+        return {};
+    }
+    return rule;
+}
+
+QString Breach::explain() const
+{
+    if (verdict == Verdict::Undecided)
+        return QStringLiteral("the validation '%1' could not be checked: matching this text takes more steps "
+                              "or memory than are allowed; simplify the expression or shorten the text")
+            .arg(rule->name);
+    return QStringLiteral("the validation '%1' asks for %2").arg(rule->name, rule->expectation);
+}
+
+QString Breach::explain(const QVariant& value) const
+{
+    return verdict == Verdict::Undecided
+               ? explain()
+               : QStringLiteral("%1, not '%2'")
+                     .arg(explain(), FrameworkCore::AppConfig::Outcome::shortened(textOf(value)));
+}
+
+Breach findBreach(const Rules& rules, const QVariant& value)
+{
+    if (rules.empty())
+        return {};
+    const QString text = textOf(value);
+    for (const auto& rule : rules) {
+        const Verdict verdict = rule->judge(value, text);
+        if (verdict != Verdict::Keeps)
+            return {rule, verdict};
+    }
+    return {};
+}
+
+} // namespace Repository
