@@ -4,7 +4,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/history/History.h"
 #include "repository/store/AttributeTree.h"
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Projection.h"
 
 #include <algorithm>
 
@@ -55,7 +55,7 @@ Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
     tree.backends.reserve(tree.backends.size() + 1);
-    edit.mount(*backend);
+    Projection(edit).mount(*backend);
     tree.backends.push_back(backend);
     setOwn(edit, backendNamesPath + pathSeparator + name, name);
     publishNames(edit, tree.backends);
@@ -69,7 +69,7 @@ Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardCha
         return outcome;
     history.forgetClosed();
     TreeEdit edit(tree);
-    edit.unmount(*backend);
+    Projection(edit).unmount(*backend);
     tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
     edit.takeAttribute(backendNamesPath + pathSeparator + backend->getName());
     publishNames(edit, tree.backends);

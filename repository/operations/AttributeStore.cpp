@@ -7,7 +7,7 @@
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/SubtreeRemoval.h"
 
 namespace Repository {
 
@@ -144,7 +144,14 @@ Outcome AttributeStore::removeTree(const QString& path)
         return Refusals::ownTree();
     const History::Scope step(history, [&path] { return QStringLiteral("Remove %1").arg(path); });
     TreeEdit edit(*tree, step.getRecorder() ? QStringList(path) : QStringList(), step.getRecorder());
-    return edit.removeTree(path);
+    Node* const node = edit.find(path);
+    if (!node)
+        return Refusals::notFound();
+    SubtreeRemoval removal(edit, *node);
+    Outcome outcome = removal.removeFromBackend();
+    if (outcome.ok())
+        removal.removeFromTree();
+    return outcome;
 }
 
 } // namespace Repository

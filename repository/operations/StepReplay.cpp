@@ -4,7 +4,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/Refusals.h"
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Projection.h"
 
 #include <QSet>
 
@@ -253,7 +253,7 @@ void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
             show(value.path, to(value));
     }
     if (unlikeEntries.contains(change.backend.get()))
-        edit.showDocument(*change.backend);
+        Projection(edit).showAll(*change.backend);
     else if (!change.entries.empty() || change.text)
         edit.restoreOrder(*change.backend);
 }

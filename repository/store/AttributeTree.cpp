@@ -29,4 +29,19 @@ std::vector<std::shared_ptr<Backend>> AttributeTree::getBackends()
     return backends;
 }
 
+std::vector<Node*> subtreeOf(Node& node, const Backend* onlyBackend)
+{
+    std::vector<Node*> found{&node};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const Children* children = found[i]->children.get();
+        if (!children)
+            continue;
+        for (Node* child : children->places) {
+            if (child && (!onlyBackend || child->backend == onlyBackend))
+                found.push_back(child);
+        }
+    }
+    return found;
+}
+
 } // namespace Repository

@@ -43,4 +43,7 @@ struct AttributeTree
     std::vector<std::shared_ptr<Backend>> backends; // guarded by structure
 };
 
+// The node and all below it, parents first; of one backend only, unless that is null.
+std::vector<Node*> subtreeOf(Node& node, const Backend* onlyBackend);
+
 } // namespace Repository

@@ -1,6 +1,6 @@
 #include "repository/transaction/ChangeApplier.h"
 
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Projection.h"
 
 namespace Repository {
 
@@ -17,7 +17,7 @@ void ChangeApplier::operator()(const std::function<Backend::Changes()>& change)
     edit->editDocument(backend);
     const Backend::Changes changes = change();
     if (!backend.isClosed())
-        edit->showChanges(backend, changes);
+        Projection(*edit).showChanges(backend, changes);
     edit->unlock();
     done.push_back(std::move(edit));
 }

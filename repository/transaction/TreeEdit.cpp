@@ -16,12 +16,12 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 
-TreeEdit::TreeEdit(AttributeTree& attributes) : tree(attributes), lock(attributes.structure)
+TreeEdit::TreeEdit(AttributeTree& attributes) : tree(attributes), order(tree), lock(attributes.structure)
 {
 }
 
 TreeEdit::TreeEdit(AttributeTree& attributes, const QStringList& heldPaths, StepRecorder* stepRecorder)
-    : tree(attributes), recorder(stepRecorder),
+    : tree(attributes), order(tree), recorder(stepRecorder),
       files(heldPaths.isEmpty() ? nullptr : std::make_unique<FileHold>(attributes, heldPaths)),
       lock(attributes.structure)
 {
@@ -32,7 +32,7 @@ TreeEdit::~TreeEdit()
     unlock();
     for (const Delivery& delivery : deliveries)
         delivery.send();
-    if (!areAllOrdered)
+    if (order.hasFailed())
         logFailure(
             QStringLiteral("Not all entries are in the order of their file: there is not enough memory "
                            "to sort them; reload the backend"));
@@ -44,8 +44,7 @@ TreeEdit::~TreeEdit()
 
 void TreeEdit::unlock()
 {
-    for (Backend* const backend : std::exchange(unordered, {}))
-        orderNodes(*backend);
+    order.restoreAll(deliveries);
     if (recorder && lock.owns_lock())
         tellRecorder();
     documentEdits.clear();
@@ -138,7 +137,7 @@ std::unique_ptr<Node> TreeEdit::linkNode(const QString& path, Node& parent, Plac
         made->setAccess(made->backend->getAccessMode());
     note(*made, NodeState());
     Children& siblings = parent.childrenToFill();
-    siblings.insert(*made, placing == Placing::Last ? siblings.places.size() : placeFor(path, parent));
+    siblings.insert(*made, placing == Placing::Last ? siblings.places.size() : order.placeFor(path, parent));
     return made;
 }
 
@@ -238,7 +237,7 @@ Outcome TreeEdit::createAttribute(const QString& path, QVariant value, AccessMod
         access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
     }
     if (node) {
-        if (backend && !isInPlace(*node))
+        if (backend && !order.isInPlace(*node))
             restoreOrder(*backend); // the value has come before the group
         setAttribute(*node, value, access, UpdateResult::Created);
         return outcome;
@@ -264,6 +263,11 @@ Node& TreeEdit::addAttribute(NewNodes& nodes, Node& parent, const QString& path,
     Node& node = nodes.add(linkNode(path, parent, placing), hash);
     giveValue(node, std::move(value), access);
     return node;
+}
+
+void TreeEdit::file(SubtreeBuilder& builder)
+{
+    areAllTold = builder.file(tree.index, tree.patterns, deliveries) && areAllTold;
 }
 
 void TreeEdit::file(NewNodes& nodes, const std::vector<Node*>& attributes)
@@ -296,68 +300,10 @@ Outcome TreeEdit::writeDocument(const Node& node, const QVariant& value, QVarian
         !node.isReadable());
 }
 
-std::vector<Node*> TreeEdit::subtree(Node& node, const Backend* onlyBackend) const
-{
-    std::vector<Node*> found{&node};
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        const Children* children = found[i]->children.get();
-        if (!children)
-            continue;
-        for (Node* child : children->places) {
-            if (child && (!onlyBackend || child->backend == onlyBackend))
-                found.push_back(child);
-        }
-    }
-    return found;
-}
-
-Outcome TreeEdit::removeTree(const QString& path)
-{
-    Node* node = find(path);
-    if (!node)
-        return Refusals::notFound();
-    bool othersMove = false;
-    Outcome outcome = removeFromDocument(*node, othersMove);
-    if (outcome.ok())
-        removeFromTree(*node, othersMove);
-    return outcome;
-}
-
-Outcome TreeEdit::removeFromDocument(Node& node, bool& othersMove)
-{
-    for (const auto& backend : tree.backends) {
-        if (!isAtOrBelow(backend->getName(), node.path))
-            continue;
-        Outcome outcome(StatusCode::NotWritable, QStringLiteral("it holds the root of the backend"));
-        outcome.change().details.append({backend->getName(), {}});
-        return outcome.advise(QStringLiteral("close that backend instead"));
-    }
-    for (const Node* below : subtree(node, nullptr)) {
-        if (below->isAttribute() && !isWritable(below->getAccess()))
-            return Refusals::readOnly(*below);
-    }
-    if (!node.backend)
-        return {};
-    editDocument(*node.backend);
-    othersMove = node.backend->removalMovesOthers(node.path);
-    return node.backend->remove(node.path);
-}
-
-void TreeEdit::removeFromTree(Node& node, bool othersMove)
-{
-    Backend* const backend = node.backend;
-    Node& parent = *node.parent;
-    remove(node);
-    if (othersMove)
-        showDocument(*backend);
-    else
-        prune(parent);
-}
-
 void TreeEdit::remove(Node& node)
 {
     node.parent->children->remove(node);
-    for (Node* gone : subtree(node, nullptr)) {
+    for (Node* gone : subtreeOf(node, nullptr)) {
         const NodeIndex::Key key(gone->path);
         NodeIndex::Shard& shard = tree.index.shardOf(key);
         const std::lock_guard shardLock(shard.mutex);

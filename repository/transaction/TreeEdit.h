@@ -8,6 +8,7 @@
 #include "repository/store/Delivery.h"
 #include "repository/store/NewNodes.h"
 #include "repository/transaction/FileHold.h"
+#include "repository/transaction/NodeOrder.h"
 
 #include <map>
 #include <memory>
@@ -16,6 +17,8 @@
 #include <vector>
 
 namespace Repository {
+
+class SubtreeBuilder;
 
 // One change of the tree's shape. It holds the structure lock until it ends or is told to release it; when it
 // ends, the watchers are told what happened. One thread.
@@ -64,6 +67,9 @@ public:
     // Files such nodes. The attributes in the list, in its order, are what the watchers are told of.
     void file(NewNodes& nodes, const std::vector<Node*>& attributes);
 
+    // The same for all that a builder has built.
+    void file(SubtreeBuilder& builder);
+
     // Whether a new attribute may be made there with this value.
     Outcome acceptNew(const NodeIndex::Key& key, const Node* node, const Backend* backend,
                       const QVariant& value);
@@ -75,13 +81,6 @@ public:
 
     // Writes an attribute that exists, in memory or in its backend; the tree shows it by setAttribute.
     Outcome writeDocument(const Node& node, const QVariant& value, QVariant& accepted);
-
-    // Takes away a node and all below it.
-    Outcome removeTree(const QString& path);
-
-    // The two halves of removeTree. The first changes no more than the document, and can be refused.
-    Outcome removeFromDocument(Node& node, bool& othersMove);
-    void removeFromTree(Node& node, bool othersMove);
 
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);
@@ -95,25 +94,15 @@ public:
     // Takes the value from a node, and the node too when there is nothing below it.
     void takeAttribute(const QString& path);
 
-    // Makes the tree below the backend's root what its document holds. Nested backends are left alone.
-    void showDocument(Backend& backend);
-
-    // The same where no more than these changes has come to the document since the tree showed it.
-    void showChanges(Backend& backend, const DocumentChanges& changes);
-
-    // Gives the backend its root, which holds nothing yet, and shows its document there.
-    void mount(Backend& backend);
-
-    // Takes the backend's nodes out of the tree. Those that lead to nested backends stay as groups of
-    // whatever the root lies in.
-    void unmount(const Backend& backend);
-
     // Brings the backend's nodes into the order of its document when this edit ends, for changes that may
     // move nodes.
-    void restoreOrder(Backend& backend) { unordered.insert(&backend); }
+    void restoreOrder(Backend& backend) { order.restoreLater(backend); }
 
     // Lets writes of single values into the backend wait until this edit ends.
     DocumentEdit& editDocument(Backend& backend);
+
+    AttributeTree& getTree() { return tree; }
+    bool isRecorded() const { return recorder != nullptr; }
 
     // Ends the change of the tree; the watchers are still told at the end.
     void unlock();
@@ -122,18 +111,10 @@ private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
     std::unique_ptr<Node> linkNode(const QString& path, Node& parent, Placing placing);
-    std::size_t placeFor(const QString& path, const Node& parent);
-    bool isInPlace(const Node& node);
     // The shard's lock is held.
     static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);
     // Attribute lock held, or not filed.
     void giveValue(Node& node, QVariant value, AccessMode access);
-    std::vector<Node*> subtree(Node& node, const Backend* onlyBackend) const;
-    void hideEntry(Node& node);
-    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
-    void buildDocument(Backend& backend, Node& root);
-    void orderNodes(Backend& backend);
-    void tellOfOrder(const Node& parent);
     const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path) const;
 
     // What a backend's node was before this edit came to it.
@@ -148,17 +129,16 @@ private:
     void tellRecorder();
 
     AttributeTree& tree;
+    NodeOrder order;
     StepRecorder* const recorder = nullptr; // not owned
     std::unique_ptr<FileHold> files;
     std::unique_lock<std::shared_mutex> lock;
     std::map<Backend*, DocumentEdit> documentEdits;
     std::vector<Delivery> deliveries;
     bool areAllTold = true; // otherwise memory was refused for some of them
-    bool areAllOrdered = true;
     std::vector<Note> notes;
-    PathBudget budget;            // of the nodes that it makes
-    std::set<Backend*> hiding;    // not owned; those in which what must not be read was touched
-    std::set<Backend*> unordered; // not owned
+    PathBudget budget;         // of the nodes that it makes
+    std::set<Backend*> hiding; // not owned; those in which what must not be read was touched
     std::vector<std::unique_ptr<Node>> removedNodes; // die when the locks are released
 };
 

@@ -10,6 +10,7 @@
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/BulkWrite.h"
+#include "repository/transaction/SubtreeRemoval.h"
 #include "repository/transfer/ExportText.h"
 
 namespace Repository {
@@ -233,15 +234,15 @@ Outcome SubtreeTransfer::transfer(TreeEdit& edit, const QString& from, const QSt
     outcome = bulk.writeDocuments();
     if (!outcome.ok())
         return outcome;
-    bool othersMove = false;
+    SubtreeRemoval removal(edit, *source);
     if (isMove) {
-        outcome = edit.removeFromDocument(*source, othersMove);
+        outcome = removal.removeFromBackend();
         if (!outcome.ok())
             return outcome.of(Outcome::Operation::Change, from);
     }
     bulk.finish();
     if (isMove)
-        edit.removeFromTree(*source, othersMove);
+        removal.removeFromTree();
     return outcome;
 }
 

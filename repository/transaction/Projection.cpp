@@ -1,83 +1,86 @@
+#include "repository/transaction/Projection.h"
+
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/PathRules.h"
 #include "repository/store/SubtreeBuilder.h"
-#include "repository/transaction/TreeEdit.h"
 
 #include <QSet>
 
 #include <algorithm>
 
-// The part of an edit that brings documents into the tree and takes them out again.
-
 namespace Repository {
 
-void TreeEdit::mount(Backend& backend)
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::Notification::UpdateResult;
+
+void Projection::mount(Backend& backend)
 {
-    Node& root = ensure(backend.getName());
+    Node& root = edit.ensure(backend.getName());
     const auto belongTo = [&](Backend* owner) {
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(root.path)).mutex);
+        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(root.path)).mutex);
         root.backend = owner;
         root.setAccess(owner ? owner->getAccessMode() : AccessMode::ReadWrite);
     };
     belongTo(&backend);
     try {
-        showDocument(backend);
+        showAll(backend);
     } catch (...) { // there is no memory for its nodes
         belongTo(root.parent->backend);
-        makeGroup(root);
-        prune(root);
+        edit.makeGroup(root);
+        edit.prune(root);
         throw;
     }
 }
 
-void TreeEdit::unmount(const Backend& backend)
+void Projection::unmount(const Backend& backend)
 {
-    Node& root = *find(backend.getName());
+    Node& root = *edit.find(backend.getName());
     Node& parent = *root.parent;
     Backend* const outer = parent.backend;
-    const std::vector<Node*> nodes = subtree(root, &backend);
+    const std::vector<Node*> nodes = subtreeOf(root, &backend);
     std::for_each(nodes.rbegin(), nodes.rend(), [&](Node* node) {
         if (!node->children || node->children->count == 0) {
-            remove(*node);
+            edit.remove(*node);
             return;
         }
-        makeGroup(*node);
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
+        edit.makeGroup(*node);
+        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(node->path)).mutex);
         node->backend = outer;
         node->setAccess(outer ? outer->getAccessMode() : AccessMode::ReadWrite);
     });
-    prune(parent);
+    edit.prune(parent);
 }
 
-// Of a node that the document does not hold any more; what lies below it there has gone before.
-void TreeEdit::hideEntry(Node& node)
+// Of a node that the backend does not hold any more; what lies below it there has gone before.
+void Projection::hideEntry(Node& node)
 {
     if (node.isBackendRoot() || (node.children && node.children->count > 0))
-        makeGroup(node);
+        edit.makeGroup(node);
     else
-        remove(node);
+        edit.remove(node);
 }
 
-void TreeEdit::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
+void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
 {
-    Node& node = ensure(path);
+    Node& node = edit.ensure(path);
     if (node.backend != &backend)
         return;
     if (value.type == FrameworkCore::Values::Type::Group) {
-        makeGroup(node);
+        edit.makeGroup(node);
         return;
     }
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     const bool isNew = !node.isAttribute();
     {
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(path)).mutex);
+        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
         if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
-    setAttribute(node, variant, backend.getAccessMode(),
-                 isNew ? UpdateResult::Created : UpdateResult::Reloaded);
+    edit.setAttribute(node, variant, backend.getAccessMode(),
+                      isNew ? UpdateResult::Created : UpdateResult::Reloaded);
 }
 
-void TreeEdit::buildDocument(Backend& backend, Node& root)
+void Projection::build(Backend& backend, Node& root)
 {
     SubtreeBuilder builder(root);
     FrameworkCore::Values::Value ofRoot;
@@ -88,15 +91,15 @@ void TreeEdit::buildDocument(Backend& backend, Node& root)
             builder.add(entry.path, entry.value);
     });
     showEntry(backend, root.path, ofRoot);
-    areAllTold = builder.file(tree.index, tree.patterns, deliveries) && areAllTold;
+    edit.file(builder);
 }
 
-void TreeEdit::showDocument(Backend& backend)
+void Projection::showAll(Backend& backend)
 {
-    editDocument(backend);
-    Node& root = ensure(backend.getName());
-    if (!recorder && !root.isAttribute() && (!root.children || root.children->count == 0)) {
-        buildDocument(backend, root);
+    edit.editDocument(backend);
+    Node& root = edit.ensure(backend.getName());
+    if (!edit.isRecorded() && !root.isAttribute() && (!root.children || root.children->count == 0)) {
+        build(backend, root);
         return;
     }
     std::vector<std::pair<QString, FrameworkCore::Values::Value>> entries;
@@ -106,24 +109,24 @@ void TreeEdit::showDocument(Backend& backend)
         wanted.insert(path);
     });
 
-    std::vector<Node*> present = subtree(root, &backend);
+    std::vector<Node*> present = subtreeOf(root, &backend);
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
         if (!wanted.contains(node->path))
             hideEntry(*node);
     });
     for (const auto& [path, value] : entries)
         showEntry(backend, path, value);
-    restoreOrder(backend);
+    edit.restoreOrder(backend);
 }
 
-void TreeEdit::showChanges(Backend& backend, const DocumentChanges& changes)
+void Projection::showChanges(Backend& backend, const DocumentChanges& changes)
 {
-    editDocument(backend);
+    edit.editDocument(backend);
     if (changes.areMoved)
-        restoreOrder(backend);
+        edit.restoreOrder(backend);
     std::for_each(changes.entries.rbegin(), changes.entries.rend(), [&](const DocumentChange& change) {
         Node* const node =
-            change.kind == DocumentChange::Kind::Removed ? find(backend.absolute(change.path)) : nullptr;
+            change.kind == DocumentChange::Kind::Removed ? edit.find(backend.absolute(change.path)) : nullptr;
         if (node && node->backend == &backend)
             hideEntry(*node);
     });

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "repository/transaction/TreeEdit.h"
+
+namespace Repository {
+
+// Brings nodes in line with what their backends hold, as a part of an edit of the tree. Nested backends are
+// left alone. One thread.
+class Projection
+{
+public:
+    explicit Projection(TreeEdit& treeEdit) : edit(treeEdit) {}
+
+    // Makes the tree below the backend's root what the backend holds.
+    void showAll(Backend& backend);
+
+    // The same where no more than these changes has come to the backend since the tree showed it.
+    void showChanges(Backend& backend, const DocumentChanges& changes);
+
+    // Gives the backend its root, which holds nothing yet, and shows it there.
+    void mount(Backend& backend);
+
+    // Takes the backend's nodes out of the tree. Those that lead to nested backends stay as groups of
+    // whatever the root lies in.
+    void unmount(const Backend& backend);
+
+private:
+    void hideEntry(Node& node);
+    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    void build(Backend& backend, Node& root);
+
+    TreeEdit& edit;
+};
+
+} // namespace Repository
