@@ -35,7 +35,7 @@ Outcome JsonDocument::parse(std::string bytes)
 {
     try {
         auto fresh = std::make_unique<Content>(std::move(bytes));
-        const JsonFault fault = JsonReader(fresh->tree, fresh->members).read();
+        const SyntaxFault fault = JsonReader(fresh->tree, fresh->members).read();
         if (!fault.message.empty()) {
             const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
             return {fault.message, position.line, position.column};
@@ -59,8 +59,8 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
     const JsonTree& tree = content->tree;
     Entry entry;
     std::vector<Level> levels;
-    JsonNodeId id = tree.getRoot();
-    while (id != noJsonNode) {
+    NodeId id = tree.getRoot();
+    while (id != noNode) {
         const bool isHidden = id == content->types.getMember();
         const bool isOwnValue = isHidden || content->members.isOwnValue(id);
         if (!levels.empty() && !isOwnValue) {
@@ -68,17 +68,17 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
                 entry.path += '.';
             content->members.appendName(entry.path, id, levels.back().position);
         }
-        const JsonNodeId holder = isOwnValue ? noJsonNode : holderOf(id);
-        if (!isOwnValue && (holder != noJsonNode || !levels.empty())) {
-            entry.value = holder == noJsonNode ? Value() : read(holder, entry.path);
+        const NodeId holder = isOwnValue ? noNode : holderOf(id);
+        if (!isOwnValue && (holder != noNode || !levels.empty())) {
+            entry.value = holder == noNode ? Value() : read(holder, entry.path);
             visitor(entry);
         }
-        if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noJsonNode) {
+        if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noNode) {
             levels.push_back({entry.path.size(), 0});
             id = tree.node(id).first;
             continue;
         }
-        while (!levels.empty() && tree.node(id).next == noJsonNode) {
+        while (!levels.empty() && tree.node(id).next == noNode) {
             levels.pop_back();
             id = tree.node(id).parent;
         }
@@ -92,11 +92,11 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome JsonDocument::set(std::string_view path, const Value& value)
 {
-    const JsonNodeId id = find(path);
-    if (id == noJsonNode)
+    const NodeId id = find(path);
+    if (id == noNode)
         return refused("there is no entry " + quoted(path));
-    const JsonNodeId holder = holderOf(id);
-    if (holder == noJsonNode)
+    const NodeId holder = holderOf(id);
+    if (holder == noNode)
         return refused(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
         return refused(quoted(path) + " has a value and cannot become a group");
@@ -129,13 +129,13 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
 }
 
 // Whether a value can become one of that kind.
-Outcome JsonDocument::checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const
+Outcome JsonDocument::checkKind(std::string_view path, NodeId holder, JsonKind kind) const
 {
     const JsonNode& node = content->tree.node(holder);
     const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
     if (becomesContainer && depthOf(holder) + 1 > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep to become a list");
-    if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noJsonNode) {
+    if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noNode) {
         const JsonNode& parent = content->tree.node(node.parent);
         if (parent.kind == JsonKind::Array && parent.nonTexts == 1)
             return refused(quoted(path) + " cannot become a text: all elements of its array would be texts, "
@@ -145,7 +145,7 @@ Outcome JsonDocument::checkKind(std::string_view path, JsonNodeId holder, JsonKi
 }
 
 // Whether a member of an object, or a new one, can get this text.
-Outcome JsonDocument::checkNoTypes(JsonNodeId object, JsonNodeId member, std::string_view text) const
+Outcome JsonDocument::checkNoTypes(NodeId object, NodeId member, std::string_view text) const
 {
     if (!content->types.wouldReadWith(object, member, text))
         return {};
@@ -155,8 +155,8 @@ Outcome JsonDocument::checkNoTypes(JsonNodeId object, JsonNodeId member, std::st
 
 bool JsonDocument::removalMovesSiblings(std::string_view path) const
 {
-    const JsonNodeId id = path.empty() ? noJsonNode : find(path);
-    if (id == noJsonNode)
+    const NodeId id = path.empty() ? noNode : find(path);
+    if (id == noNode)
         return false;
     const JsonNode& node = content->tree.node(id);
     const JsonNode& parent = content->tree.node(node.parent);
@@ -168,19 +168,19 @@ bool JsonDocument::removalMovesSiblings(std::string_view path) const
 SiblingPlace JsonDocument::placeOf(std::string_view path) const
 {
     const JsonTree& tree = content->tree;
-    const JsonNodeId id = find(path);
-    const auto isShown = [&](JsonNodeId other) {
+    const NodeId id = find(path);
+    const auto isShown = [&](NodeId other) {
         return other != content->types.getMember() && !content->members.isOwnValue(other);
     };
-    JsonNodeId next = id == noJsonNode ? noJsonNode : tree.node(id).next;
-    while (next != noJsonNode && !isShown(next))
+    NodeId next = id == noNode ? noNode : tree.node(id).next;
+    while (next != noNode && !isShown(next))
         next = tree.node(next).next;
-    if (next == noJsonNode)
+    if (next == noNode)
         return {SiblingPlace::Kind::Last, {}};
-    JsonNodeId previous = tree.node(id).previous;
-    while (previous != noJsonNode && !isShown(previous))
+    NodeId previous = tree.node(id).previous;
+    while (previous != noNode && !isShown(previous))
         previous = tree.node(previous).previous;
-    if (previous == noJsonNode)
+    if (previous == noNode)
         return {SiblingPlace::Kind::First, {}};
     const PathEnds ends = splitLast(path);
     const bool isElement = tree.node(tree.node(id).parent).kind == JsonKind::Array;
@@ -192,34 +192,34 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
 
 bool JsonDocument::contains(std::string_view path) const
 {
-    return find(path) != noJsonNode;
+    return find(path) != noNode;
 }
 
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
-    const JsonNodeId holder = findHolder(path);
-    if (holder == noJsonNode)
+    const NodeId holder = findHolder(path);
+    if (holder == noNode)
         return {};
     return JsonWriter(content->tree).locateValue(holder);
 }
 
 std::optional<std::string> JsonDocument::spell(std::string_view path) const
 {
-    const JsonNodeId holder = findHolder(path);
-    if (holder == noJsonNode)
+    const NodeId holder = findHolder(path);
+    if (holder == noNode)
         return {};
     return JsonWriter(content->tree).writeValue(holder);
 }
 
 Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
 {
-    const JsonNodeId holder = findHolder(path);
-    if (holder == noJsonNode)
+    const NodeId holder = findHolder(path);
+    if (holder == noNode)
         return refused("there is no value " + quoted(path));
     Content parsed{std::string(spelling)};
-    const JsonFault fault = JsonReader(parsed.tree, parsed.members).read();
-    const JsonNodeId root = parsed.tree.getRoot();
-    if (!fault.message.empty() || root == noJsonNode || !parsed.tree.node(root).isLeaf() ||
+    const SyntaxFault fault = JsonReader(parsed.tree, parsed.members).read();
+    const NodeId root = parsed.tree.getRoot();
+    if (!fault.message.empty() || root == noNode || !parsed.tree.node(root).isLeaf() ||
         JsonWriter(parsed.tree).writeValue(root) != spelling)
         return refused(quoted(spelling) + " is not how json spells a value");
     const JsonKind kind = parsed.tree.node(root).kind;
@@ -249,9 +249,9 @@ JsonDocument::Place JsonDocument::resolve(std::string_view path) const
         return place;
     place.valid = true;
     auto next = components->begin();
-    while (place.node != noJsonNode && next != components->end()) {
-        const JsonNodeId child = content->members.find(place.node, *next);
-        if (child == noJsonNode || child == content->types.getMember())
+    while (place.node != noNode && next != components->end()) {
+        const NodeId child = content->members.find(place.node, *next);
+        if (child == noNode || child == content->types.getMember())
             break;
         place.node = child;
         ++next;
@@ -260,24 +260,24 @@ JsonDocument::Place JsonDocument::resolve(std::string_view path) const
     return place;
 }
 
-JsonNodeId JsonDocument::find(std::string_view path) const
+NodeId JsonDocument::find(std::string_view path) const
 {
     const Place place = resolve(path);
-    return place.valid && place.missing.empty() ? place.node : noJsonNode;
+    return place.valid && place.missing.empty() ? place.node : noNode;
 }
 
-JsonNodeId JsonDocument::holderOf(JsonNodeId id) const
+NodeId JsonDocument::holderOf(NodeId id) const
 {
     return content->tree.node(id).isLeaf() ? id : content->members.findOwnValue(id);
 }
 
-JsonNodeId JsonDocument::findHolder(std::string_view path) const
+NodeId JsonDocument::findHolder(std::string_view path) const
 {
-    const JsonNodeId id = find(path);
-    return id == noJsonNode ? noJsonNode : holderOf(id);
+    const NodeId id = find(path);
+    return id == noNode ? noNode : holderOf(id);
 }
 
-Value JsonDocument::read(JsonNodeId holder, std::string_view path) const
+Value JsonDocument::read(NodeId holder, std::string_view path) const
 {
     const JsonTree& tree = content->tree;
     if (tree.node(holder).kind == JsonKind::Array)
@@ -286,17 +286,17 @@ Value JsonDocument::read(JsonNodeId holder, std::string_view path) const
     return readContent(tree.node(holder).kind, tree.text(holder, JsonPart::Value), mark);
 }
 
-bool JsonDocument::isOriginal(JsonNodeId holder, const Value& value, Type mark) const
+bool JsonDocument::isOriginal(NodeId holder, const Value& value, Type mark) const
 {
     const auto kind = content->tree.originalKind(holder);
     return kind && isSame(readContent(*kind, content->tree.originalValue(holder), mark), value);
 }
 
 // How many containers lie around a node.
-std::size_t JsonDocument::depthOf(JsonNodeId id) const
+std::size_t JsonDocument::depthOf(NodeId id) const
 {
     std::size_t depth = 0;
-    while (id != noJsonNode && (id = content->tree.node(id).parent) != noJsonNode)
+    while (id != noNode && (id = content->tree.node(id).parent) != noNode)
         ++depth;
     return depth;
 }

@@ -59,31 +59,31 @@ private:
     // Where a path leads: the last of its nodes that is there, and the components behind it.
     struct Place
     {
-        JsonNodeId node = noJsonNode;
+        NodeId node = noNode;
         std::vector<std::string_view> missing;
         bool valid = false; // it is a path
     };
 
     Place resolve(std::string_view path) const;
-    JsonNodeId find(std::string_view path) const;
+    NodeId find(std::string_view path) const;
 
-    // The node that holds the value of a node: itself, or its member for that; noJsonNode without a value.
-    JsonNodeId holderOf(JsonNodeId id) const;
+    // The node that holds the value of a node: itself, or its member for that; noNode without a value.
+    NodeId holderOf(NodeId id) const;
 
-    FrameworkCore::Values::Value read(JsonNodeId holder, std::string_view path) const;
+    FrameworkCore::Values::Value read(NodeId holder, std::string_view path) const;
 
-    // The same for a path; noJsonNode for an unknown one, too.
-    JsonNodeId findHolder(std::string_view path) const;
+    // The same for a path; noNode for an unknown one, too.
+    NodeId findHolder(std::string_view path) const;
 
     // True for the value that the node had in the file, whose spelling it gets again.
-    bool isOriginal(JsonNodeId holder, const FrameworkCore::Values::Value& value,
+    bool isOriginal(NodeId holder, const FrameworkCore::Values::Value& value,
                     FrameworkCore::Values::Type mark) const;
-    std::size_t depthOf(JsonNodeId id) const;
-    Outcome checkKind(std::string_view path, JsonNodeId holder, JsonKind kind) const;
-    Outcome checkNoTypes(JsonNodeId object, JsonNodeId member, std::string_view text) const;
+    std::size_t depthOf(NodeId id) const;
+    Outcome checkKind(std::string_view path, NodeId holder, JsonKind kind) const;
+    Outcome checkNoTypes(NodeId object, NodeId member, std::string_view text) const;
     Outcome checkInsertion(std::string_view path, const Place& place, const JsonContent& wanted) const;
     Outcome checkMark(const FrameworkCore::Values::Value& value) const;
-    Outcome checkName(JsonNodeId container, std::string_view component) const;
+    Outcome checkName(NodeId container, std::string_view component) const;
     void insertAt(const Place& place, const JsonContent& wanted);
 
     // Puts the text of a whole subtree in the place of the value of a new entry, and reads it, or the file

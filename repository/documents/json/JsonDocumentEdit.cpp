@@ -30,7 +30,7 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
     if (outcome.ok() && needsMark)
         outcome = checkMark(value);
     if (outcome.ok() && place.missing.size() == 1 && value.type == Type::String)
-        outcome = checkNoTypes(place.node, noJsonNode, std::get<std::string>(value.data));
+        outcome = checkNoTypes(place.node, noNode, std::get<std::string>(value.data));
     if (!outcome.ok())
         return outcome;
     content->types.remove(path); // said of an entry that was not there
@@ -43,8 +43,8 @@ Outcome JsonDocument::insert(std::string_view path, const Value& value)
 Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,
                                 std::size_t& refused)
 {
-    const JsonNodeId root = content->tree.getRoot();
-    const bool saysTypes = root != noJsonNode && content->members.find(root, typesKey) != noJsonNode;
+    const NodeId root = content->tree.getRoot();
+    const bool saysTypes = root != noNode && content->members.find(root, typesKey) != noNode;
     if (path.empty() || saysTypes || entries.size() < 2)
         return Document::insertAll(path, entries, refused);
     refused = 0;
@@ -59,7 +59,7 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
 {
     constexpr std::size_t fewEntries = 500;
     JsonTree& tree = content->tree;
-    const JsonNodeId id = find(path);
+    const NodeId id = find(path);
     const JsonStyle& fileStyle = content->editor.getStyle();
     JsonTextStyle style{fileStyle.lineEnd + lineIndentation(tree, id), fileStyle.indentation,
                         colonOf(tree, id), JsonGap(tree.text(id, JsonPart::Lead)).hasBreak(), false};
@@ -82,13 +82,13 @@ Outcome JsonDocument::remove(std::string_view path)
 {
     if (path.empty())
         return refused("the whole document cannot be removed");
-    const JsonNodeId id = find(path);
-    if (id == noJsonNode)
+    const NodeId id = find(path);
+    if (id == noNode)
         return refused("there is no entry " + quoted(path));
     if (content->types.isEmpty() && content->types.wouldReadWithout(id))
         return refused("without it, \"" + std::string(typesKey) +
                        "\" would be read as the types of other entries");
-    const JsonNodeId parent = content->tree.node(id).parent;
+    const NodeId parent = content->tree.node(id).parent;
     const bool inArray = content->tree.node(parent).kind == JsonKind::Array;
     content->editor.remove(id);
     if (content->types.isEmpty())
@@ -106,13 +106,13 @@ Outcome JsonDocument::remove(std::string_view path)
 Outcome JsonDocument::checkMark(const Value& value) const
 {
     const JsonTree& tree = content->tree;
-    const JsonNodeId root = tree.getRoot();
+    const NodeId root = tree.getRoot();
     const std::string type(FrameworkCore::Values::describeType(value.type));
-    if (root != noJsonNode && tree.node(root).kind != JsonKind::Object)
+    if (root != noNode && tree.node(root).kind != JsonKind::Object)
         return refused("json has no form for " + type + ", and only in a file whose root is an object \"" +
                        std::string(typesKey) + "\" can say what it is");
-    if (content->types.getMember() == noJsonNode && root != noJsonNode &&
-        content->members.find(root, typesKey) != noJsonNode)
+    if (content->types.getMember() == noNode && root != noNode &&
+        content->members.find(root, typesKey) != noNode)
         return refused("json has no form for " + type + ", and \"" + std::string(typesKey) +
                        "\", which could say what it is, holds something else in this file");
     return {};
@@ -124,36 +124,36 @@ Outcome JsonDocument::checkInsertion(std::string_view path, const Place& place,
     if (!place.valid)
         return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
     const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
-    if (place.missing.empty() && place.node != noJsonNode) {
-        const bool isGroup = holderOf(place.node) == noJsonNode;
+    if (place.missing.empty() && place.node != noNode) {
+        const bool isGroup = holderOf(place.node) == noNode;
         if (!isGroup || wanted.kind == JsonKind::Object)
             return refused("there is already an entry " + quoted(path));
         if (content->tree.node(place.node).kind == JsonKind::Array)
             return refused(quoted(path) + " is an array, which cannot have a value of its own");
     }
-    const bool wraps = place.node != noJsonNode && content->tree.node(place.node).isLeaf();
+    const bool wraps = place.node != noNode && content->tree.node(place.node).isLeaf();
     const std::size_t below = std::max<std::size_t>(place.missing.size(), 1) + (isContainer ? 1 : 0);
     if (depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep: more than " +
                        std::to_string(JsonReader::maximumDepth) +
                        " objects and arrays would lie within each other");
     if (place.missing.empty())
-        return place.node == noJsonNode ? Outcome() : checkName(place.node, {});
-    JsonNodeId container = wraps ? noJsonNode : place.node;
+        return place.node == noNode ? Outcome() : checkName(place.node, {});
+    NodeId container = wraps ? noNode : place.node;
     for (const std::string_view component : place.missing) {
         Outcome outcome = checkName(container, component);
         if (!outcome.ok())
             return outcome;
-        container = noJsonNode;
+        container = noNode;
     }
     return {};
 }
 
 // Whether a container, or a new object, can get a child of this name; the empty name is that of the own
 // value.
-Outcome JsonDocument::checkName(JsonNodeId container, std::string_view component) const
+Outcome JsonDocument::checkName(NodeId container, std::string_view component) const
 {
-    const bool inArray = container != noJsonNode && content->tree.node(container).kind == JsonKind::Array;
+    const bool inArray = container != noNode && content->tree.node(container).kind == JsonKind::Array;
     if (inArray) {
         const std::string next = std::to_string(content->tree.node(container).count);
         if (component != next)
@@ -161,7 +161,7 @@ Outcome JsonDocument::checkName(JsonNodeId container, std::string_view component
         return {};
     }
     if (component.empty()) {
-        if (content->members.find(container, encodeKey(ownValueKey)) != noJsonNode)
+        if (content->members.find(container, encodeKey(ownValueKey)) != noNode)
             return refused("a group stands in the member \"#value\", where the value of its own would go");
         return {};
     }
@@ -173,11 +173,10 @@ Outcome JsonDocument::checkName(JsonNodeId container, std::string_view component
         return refused("the key " + quoted(component) + " is no valid UTF-8, which json demands");
     if (*key == ownValueKey)
         return refused("the key \"#value\" is kept for values of groups");
-    if (*key == typesKey && (container == noJsonNode || container == content->tree.getRoot()))
+    if (*key == typesKey && (container == noNode || container == content->tree.getRoot()))
         return refused("the key \"$types\" is kept for the types of entries");
     const std::string before = joinNumber(name.name, name.number - 1);
-    if (name.number > 1 &&
-        (container == noJsonNode || content->members.find(container, before) == noJsonNode))
+    if (name.number > 1 && (container == noNode || content->members.find(container, before) == noNode))
         return refused(quoted(component) + " can only be added behind " + quoted(before) +
                        ", which is not there");
     return {};
@@ -187,9 +186,9 @@ void JsonDocument::insertAt(const Place& place, const JsonContent& wanted)
 {
     JsonTree& tree = content->tree;
     JsonEditor& editor = content->editor;
-    if (tree.getRoot() == noJsonNode)
+    if (tree.getRoot() == noNode)
         editor.createRoot();
-    JsonNodeId container = place.node == noJsonNode ? tree.getRoot() : place.node;
+    NodeId container = place.node == noNode ? tree.getRoot() : place.node;
     if (place.missing.empty()) {
         if (wanted.kind != JsonKind::Object)
             editor.appendMember(container, ownValueKey, 1, wanted);

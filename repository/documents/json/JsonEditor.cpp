@@ -26,16 +26,16 @@ void JsonEditor::createRoot()
     const bool onlyMark = lead == "\xEF\xBB\xBF";
     if (!lead.empty() && !onlyMark && lead.back() != '\n' && lead.back() != '\r')
         lead += lineEnd;
-    const JsonNodeId root = tree.insert(noJsonNode, noJsonNode, JsonKind::Object);
+    const NodeId root = tree.insert(noNode, noNode, JsonKind::Object);
     tree.setText(root, JsonPart::Lead, std::move(lead));
     tree.setText(root, JsonPart::Tail, lineEnd);
 }
 
-JsonNodeId JsonEditor::appendMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal,
-                                    const JsonContent& content)
+NodeId JsonEditor::appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
+                                const JsonContent& content)
 {
     std::string label = encodeString(key) + layout.colonFor(object);
-    const JsonNodeId id = insert(object);
+    const NodeId id = insert(object);
     tree.setText(id, JsonPart::Label, std::move(label));
     place(id);
     members.add(id, ordinal);
@@ -43,34 +43,34 @@ JsonNodeId JsonEditor::appendMember(JsonNodeId object, std::string_view key, std
     return id;
 }
 
-JsonNodeId JsonEditor::appendElement(JsonNodeId array, const JsonContent& content)
+NodeId JsonEditor::appendElement(NodeId array, const JsonContent& content)
 {
-    const JsonNodeId id = insert(array);
+    const NodeId id = insert(array);
     place(id);
     members.add(id);
     setContent(id, content);
     return id;
 }
 
-JsonNodeId JsonEditor::insert(JsonNodeId container)
+NodeId JsonEditor::insert(NodeId container)
 {
-    const JsonNodeId last = tree.node(container).last;
-    const bool isKept = last != noJsonNode && last == keptLast;
+    const NodeId last = tree.node(container).last;
+    const bool isKept = last != noNode && last == keptLast;
     return tree.insert(container, isKept ? tree.node(last).previous : last, JsonKind::Null);
 }
 
-void JsonEditor::place(JsonNodeId id)
+void JsonEditor::place(NodeId id)
 {
-    const JsonNodeId container = tree.node(id).parent;
+    const NodeId container = tree.node(id).parent;
     if (tree.node(container).count == 1)
         layout.placeOnly(id, layout.opensLines(container));
-    else if (tree.node(id).previous == noJsonNode)
+    else if (tree.node(id).previous == noNode)
         layout.placeFirst(id);
     else
         layout.placeBehind(id);
 }
 
-void JsonEditor::setContent(JsonNodeId id, const JsonContent& content)
+void JsonEditor::setContent(NodeId id, const JsonContent& content)
 {
     if (content.kind == JsonKind::Array && tree.node(id).isList()) {
         changeList(id, content.list);
@@ -85,7 +85,7 @@ void JsonEditor::setContent(JsonNodeId id, const JsonContent& content)
         tree.setText(id, JsonPart::Value, content.spelling);
 }
 
-void JsonEditor::copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source)
+void JsonEditor::copyValue(NodeId id, JsonTree& from, NodeId source)
 {
     members.removeAll(id);
     tree.clear(id);
@@ -95,8 +95,8 @@ void JsonEditor::copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source)
         return;
     }
     from.unfold(source);
-    for (JsonNodeId text = from.node(source).first; text != noJsonNode; text = from.node(text).next) {
-        const JsonNodeId copy = tree.insert(id, tree.node(id).last, JsonKind::Text);
+    for (NodeId text = from.node(source).first; text != noNode; text = from.node(text).next) {
+        const NodeId copy = tree.insert(id, tree.node(id).last, JsonKind::Text);
         for (const JsonPart part : {JsonPart::Lead, JsonPart::Value, JsonPart::Tail})
             tree.setText(copy, part, std::string(from.text(text, part)));
     }
@@ -104,15 +104,15 @@ void JsonEditor::copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source)
     tree.setText(id, JsonPart::Closing, std::string(from.text(source, JsonPart::Closing)));
 }
 
-void JsonEditor::restore(JsonNodeId id)
+void JsonEditor::restore(NodeId id)
 {
     members.removeAll(id);
     tree.restore(id);
 }
 
-void JsonEditor::remove(JsonNodeId id)
+void JsonEditor::remove(NodeId id)
 {
-    const JsonNodeId container = tree.node(id).parent;
+    const NodeId container = tree.node(id).parent;
     layout.takeOut(id);
     members.remove(id);
     tree.remove(id);
@@ -120,24 +120,24 @@ void JsonEditor::remove(JsonNodeId id)
         members.removeAll(container);
 }
 
-void JsonEditor::wrap(JsonNodeId id)
+void JsonEditor::wrap(NodeId id)
 {
-    const JsonNodeId inner = tree.wrap(id);
+    const NodeId inner = tree.wrap(id);
     tree.setText(inner, JsonPart::Label, encodeString(ownValueKey) + layout.colonFor(id));
     layout.placeOnly(inner, layout.opensLines(id));
     members.add(inner);
 }
 
 // Gives an empty array its elements.
-void JsonEditor::fillList(JsonNodeId id, const std::vector<std::string>& list)
+void JsonEditor::fillList(NodeId id, const std::vector<std::string>& list)
 {
     const bool isLong = isLongList(list);
-    JsonNodeId last = noJsonNode;
+    NodeId last = noNode;
     for (const std::string& text : list) {
-        const JsonNodeId previous = last;
+        const NodeId previous = last;
         last = tree.insert(id, previous, JsonKind::Text);
         tree.setText(last, JsonPart::Value, encodeString(text));
-        if (previous == noJsonNode)
+        if (previous == noNode)
             layout.placeOnly(last, isLong && layout.opensLines(id));
         else
             layout.placeBehind(last);
@@ -145,7 +145,7 @@ void JsonEditor::fillList(JsonNodeId id, const std::vector<std::string>& list)
 }
 
 // Elements that both lists share at the beginning or end keep their text and comments.
-void JsonEditor::changeList(JsonNodeId id, const std::vector<std::string>& list)
+void JsonEditor::changeList(NodeId id, const std::vector<std::string>& list)
 {
     const std::vector<std::string> old = tree.readList(id);
     tree.unfold(id);
@@ -157,12 +157,12 @@ void JsonEditor::changeList(JsonNodeId id, const std::vector<std::string>& list)
     const auto end = std::mismatch(old.rbegin(), std::reverse_iterator(begin.first), list.rbegin(),
                                    std::reverse_iterator(begin.second));
     auto wanted = begin.second;
-    JsonNodeId element = tree.node(id).first;
+    NodeId element = tree.node(id).first;
     for (auto same = old.begin(); same != begin.first; ++same)
         element = tree.node(element).next;
-    JsonNodeId previous = element == noJsonNode ? tree.node(id).last : tree.node(element).previous;
+    NodeId previous = element == noNode ? tree.node(id).last : tree.node(element).previous;
     for (auto existing = begin.first; existing != end.first.base(); ++existing) {
-        const JsonNodeId next = tree.node(element).next;
+        const NodeId next = tree.node(element).next;
         if (wanted == end.second.base()) {
             layout.takeOut(element);
             tree.remove(element);
@@ -178,11 +178,11 @@ void JsonEditor::changeList(JsonNodeId id, const std::vector<std::string>& list)
         previous = insertText(id, previous, *wanted);
 }
 
-JsonNodeId JsonEditor::insertText(JsonNodeId list, JsonNodeId previous, const std::string& text)
+NodeId JsonEditor::insertText(NodeId list, NodeId previous, const std::string& text)
 {
-    const JsonNodeId id = tree.insert(list, previous, JsonKind::Text);
+    const NodeId id = tree.insert(list, previous, JsonKind::Text);
     tree.setText(id, JsonPart::Value, encodeString(text));
-    if (previous == noJsonNode)
+    if (previous == noNode)
         layout.placeFirst(id);
     else
         layout.placeBehind(id);

@@ -27,37 +27,37 @@ public:
     void createRoot();
 
     // The child of the root that stays behind all others; none at first.
-    void keepLast(JsonNodeId child) { keptLast = child; }
+    void keepLast(NodeId child) { keptLast = child; }
 
     // A new last child of an object, the ordinal-th of this key, or of an array.
-    JsonNodeId appendMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal,
-                            const JsonContent& content);
-    JsonNodeId appendElement(JsonNodeId array, const JsonContent& content);
+    NodeId appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
+                        const JsonContent& content);
+    NodeId appendElement(NodeId array, const JsonContent& content);
 
-    void setContent(JsonNodeId id, const JsonContent& content);
+    void setContent(NodeId id, const JsonContent& content);
 
     // Gives a node the value of one of another tree, with its bytes. The other tree may change inside.
-    void copyValue(JsonNodeId id, JsonTree& from, JsonNodeId source);
+    void copyValue(NodeId id, JsonTree& from, NodeId source);
 
     // Gives a node that has one its original value again.
-    void restore(JsonNodeId id);
+    void restore(NodeId id);
 
-    void remove(JsonNodeId id);
+    void remove(NodeId id);
 
     // Turns a value into an object that holds it as its own value.
-    void wrap(JsonNodeId id);
+    void wrap(NodeId id);
 
 private:
-    JsonNodeId insert(JsonNodeId container);
-    void place(JsonNodeId id);
-    void fillList(JsonNodeId id, const std::vector<std::string>& list);
-    void changeList(JsonNodeId id, const std::vector<std::string>& list);
-    JsonNodeId insertText(JsonNodeId list, JsonNodeId previous, const std::string& text);
+    NodeId insert(NodeId container);
+    void place(NodeId id);
+    void fillList(NodeId id, const std::vector<std::string>& list);
+    void changeList(NodeId id, const std::vector<std::string>& list);
+    NodeId insertText(NodeId list, NodeId previous, const std::string& text);
 
     JsonTree& tree;
     JsonMembers& members;
     JsonLayout layout;
-    JsonNodeId keptLast = noJsonNode;
+    NodeId keptLast = noNode;
 };
 
 } // namespace Repository::Documents

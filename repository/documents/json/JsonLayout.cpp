@@ -30,9 +30,9 @@ void JsonLayout::detect()
     style = detectStyle(tree);
 }
 
-void JsonLayout::placeOnly(JsonNodeId id, bool inLines)
+void JsonLayout::placeOnly(NodeId id, bool inLines)
 {
-    const JsonNodeId container = tree.node(id).parent;
+    const NodeId container = tree.node(id).parent;
     const std::string inside(tree.text(container, JsonPart::Closing));
     const JsonGap gap(inside);
     std::string lead = gap.hasComment ? inside : std::string();
@@ -48,27 +48,27 @@ void JsonLayout::placeOnly(JsonNodeId id, bool inLines)
     tree.setText(container, JsonPart::Closing, {});
 }
 
-void JsonLayout::placeFirst(JsonNodeId id)
+void JsonLayout::placeFirst(NodeId id)
 {
-    const JsonNodeId second = tree.node(id).next;
-    const JsonNodeId third = tree.node(second).next;
+    const NodeId second = tree.node(id).next;
+    const NodeId third = tree.node(second).next;
     const std::string lead(tree.text(second, JsonPart::Lead));
     const JsonGap gap(lead);
     std::string between(blankBehindComma());
     if (gap.hasBreak())
         between = lastBreakWithBlanks(lead, gap);
-    else if (third != noJsonNode)
+    else if (third != noNode)
         between = leadingBlanks(tree.text(third, JsonPart::Lead));
     tree.setText(id, JsonPart::Lead, lead);
     tree.setText(second, JsonPart::Lead, std::move(between));
 }
 
-void JsonLayout::placeBehind(JsonNodeId id)
+void JsonLayout::placeBehind(NodeId id)
 {
-    const JsonNodeId sibling = tree.node(id).previous;
+    const NodeId sibling = tree.node(id).previous;
     const Following place = followingOf(id);
     const bool behindComma = place.behindComma;
-    const JsonNodeId holder = behindComma ? place.holder : sibling;
+    const NodeId holder = behindComma ? place.holder : sibling;
     const std::string following(tree.text(holder, place.part));
     const JsonGap gap(following);
 
@@ -97,10 +97,10 @@ void JsonLayout::placeBehind(JsonNodeId id)
     }
 }
 
-void JsonLayout::takeOut(JsonNodeId id)
+void JsonLayout::takeOut(NodeId id)
 {
     const JsonNode& node = tree.node(id);
-    const JsonNodeId container = node.parent;
+    const NodeId container = node.parent;
     const Following place = followingOf(id);
     std::string following(tree.text(place.holder, place.part));
     if (place.behindComma) {
@@ -108,7 +108,7 @@ void JsonLayout::takeOut(JsonNodeId id)
         following.insert(0, isBlank(tail) ? std::string_view() : tail);
     }
     std::string text = join(keptBefore(id), keptBehind(id, following), container);
-    const bool onlyChild = node.next == noJsonNode && node.previous == noJsonNode;
+    const bool onlyChild = node.next == noNode && node.previous == noNode;
     if (onlyChild && isBlank(text))
         text.clear();
     if (!place.behindComma && !onlyChild) {
@@ -128,31 +128,31 @@ void JsonLayout::takeOut(JsonNodeId id)
 }
 
 // What stays of the text before a node: all but its own line.
-std::string JsonLayout::keptBefore(JsonNodeId id) const
+std::string JsonLayout::keptBefore(NodeId id) const
 {
     const std::string_view lead = tree.text(id, JsonPart::Lead);
     const JsonGap gap(lead);
     if (gap.hasBreak() || gap.lastLineStart > 0)
         return std::string(lead.substr(0, gap.lastLineStart));
-    const bool besideBracket = tree.node(id).previous == noJsonNode && gap.hasComment;
+    const bool besideBracket = tree.node(id).previous == noNode && gap.hasComment;
     return std::string(lead.substr(0, besideBracket ? lead.size() - trailingBlanks(lead).size() : 0));
 }
 
 // What stays of the text behind a node: all but the comments on its line, when it has that line for itself.
 // What follows in the same line takes the place at its beginning.
-std::string JsonLayout::keptBehind(JsonNodeId id, const std::string& following) const
+std::string JsonLayout::keptBehind(NodeId id, const std::string& following) const
 {
     const std::string_view lead = tree.text(id, JsonPart::Lead);
     const JsonGap leadGap(lead);
     const JsonGap gap(following);
     const bool startsLine = leadGap.hasBreak() || leadGap.lastLineStart > 0;
     const bool endsLine = gap.firstLineEnd < following.size();
-    const bool isLast = tree.node(id).next == noJsonNode;
+    const bool isLast = tree.node(id).next == noNode;
     if (startsLine && endsLine)
         return following.substr(gap.firstLineEnd);
     if (startsLine && isLast)
         return std::string(trailingBlanks(following));
-    if (endsLine || isLast || (!startsLine && tree.node(id).previous != noJsonNode))
+    if (endsLine || isLast || (!startsLine && tree.node(id).previous != noNode))
         return following;
     const std::string begin = leadGap.hasBreak()
                                   ? lastBreakWithBlanks(lead, leadGap)
@@ -161,25 +161,25 @@ std::string JsonLayout::keptBehind(JsonNodeId id, const std::string& following) 
 }
 
 // Puts a line break between two texts when the second would become part of a comment.
-std::string JsonLayout::join(std::string first, std::string_view second, JsonNodeId container) const
+std::string JsonLayout::join(std::string first, std::string_view second, NodeId container) const
 {
     if (!second.empty() && !beginsWithBreak(second) && JsonGap(first).endsInLineComment)
         first += style.lineEnd + lineIndentation(tree, container);
     return first.append(second);
 }
 
-bool JsonLayout::opensLines(JsonNodeId container) const
+bool JsonLayout::opensLines(NodeId container) const
 {
     if (container == tree.getRoot())
         return !style.oneLine;
     return JsonGap(tree.text(container, JsonPart::Lead)).hasBreak();
 }
 
-std::string JsonLayout::colonFor(JsonNodeId object) const
+std::string JsonLayout::colonFor(NodeId object) const
 {
-    const JsonNodeId last = tree.node(object).last;
-    std::string colon = last == noJsonNode ? std::string() : colonOf(tree, last);
-    for (JsonNodeId id = object; id != noJsonNode && colon.empty(); id = tree.node(id).parent)
+    const NodeId last = tree.node(object).last;
+    std::string colon = last == noNode ? std::string() : colonOf(tree, last);
+    for (NodeId id = object; id != noNode && colon.empty(); id = tree.node(id).parent)
         colon = colonOf(tree, id);
     return colon.empty() ? style.colon : colon;
 }
@@ -189,10 +189,10 @@ std::string_view JsonLayout::blankBehindComma() const
     return style.colon.back() == ' ' ? " " : "";
 }
 
-JsonLayout::Following JsonLayout::followingOf(JsonNodeId id) const
+JsonLayout::Following JsonLayout::followingOf(NodeId id) const
 {
     const JsonNode& node = tree.node(id);
-    if (node.next != noJsonNode)
+    if (node.next != noNode)
         return {node.next, JsonPart::Lead, true};
     if (tree.node(node.parent).trailingComma)
         return {node.parent, JsonPart::Closing, true};
@@ -200,13 +200,13 @@ JsonLayout::Following JsonLayout::followingOf(JsonNodeId id) const
 }
 
 // The lead of a new node behind a sibling.
-std::string JsonLayout::leadLike(JsonNodeId sibling) const
+std::string JsonLayout::leadLike(NodeId sibling) const
 {
     const std::string_view lead = tree.text(sibling, JsonPart::Lead);
     const JsonGap gap(lead);
     if (gap.hasBreak())
         return lastBreakWithBlanks(lead, gap);
-    if (tree.node(sibling).previous != noJsonNode)
+    if (tree.node(sibling).previous != noNode)
         return std::string(leadingBlanks(lead));
     const std::string_view label = tree.text(sibling, JsonPart::Label);
     return std::string(label.empty() ? blankBehindComma() : trailingBlanks(label));

@@ -22,18 +22,18 @@ public:
 
     // Place a node that was just linked: as the only child (in lines of their own or in the line of its
     // parent), before all others, or behind another one.
-    void placeOnly(JsonNodeId id, bool inLines);
-    void placeFirst(JsonNodeId id);
-    void placeBehind(JsonNodeId id);
+    void placeOnly(NodeId id, bool inLines);
+    void placeFirst(NodeId id);
+    void placeBehind(NodeId id);
 
     // To be called before a node is unlinked.
-    void takeOut(JsonNodeId id);
+    void takeOut(NodeId id);
 
     // True when a container that gets its first child should have it in a line of its own.
-    bool opensLines(JsonNodeId container) const;
+    bool opensLines(NodeId container) const;
 
     // What to put between key and value of a new member.
-    std::string colonFor(JsonNodeId object) const;
+    std::string colonFor(NodeId object) const;
 
     // What to put behind a comma that is followed by a value in the same line.
     std::string_view blankBehindComma() const;
@@ -42,16 +42,16 @@ private:
     // The text behind a node's comma, or behind its value when it is the last one and has none.
     struct Following
     {
-        JsonNodeId holder;
+        NodeId holder;
         JsonPart part;
         bool behindComma;
     };
 
-    Following followingOf(JsonNodeId id) const;
-    std::string leadLike(JsonNodeId sibling) const;
-    std::string keptBefore(JsonNodeId id) const;
-    std::string keptBehind(JsonNodeId id, const std::string& following) const;
-    std::string join(std::string first, std::string_view second, JsonNodeId container) const;
+    Following followingOf(NodeId id) const;
+    std::string leadLike(NodeId sibling) const;
+    std::string keptBefore(NodeId id) const;
+    std::string keptBehind(NodeId id, const std::string& following) const;
+    std::string join(std::string first, std::string_view second, NodeId container) const;
 
     JsonTree& tree;
     JsonStyle style;

@@ -44,7 +44,7 @@ void JsonMembers::dropAll()
     ordinals.clear();
 }
 
-void JsonMembers::addAll(JsonNodeId container)
+void JsonMembers::addAll(NodeId container)
 {
     JsonNode& node = tree.node(container);
     if (node.kind == JsonKind::Object && node.count > 0) {
@@ -58,19 +58,18 @@ void JsonMembers::addAll(JsonNodeId container)
 }
 
 // Finds the keys that an object has more than once.
-HashIndex JsonMembers::numberMembers(JsonNodeId object)
+HashIndex JsonMembers::numberMembers(NodeId object)
 {
     HashIndex index;
     std::string buffer;
-    std::unordered_map<JsonNodeId, std::uint32_t> counts; // by the first member of a key
-    for (JsonNodeId id = tree.node(object).first; id != noJsonNode; id = tree.node(id).next) {
+    std::unordered_map<NodeId, std::uint32_t> counts; // by the first member of a key
+    for (NodeId id = tree.node(object).first; id != noNode; id = tree.node(id).next) {
         const std::string_view key = keyOf(id, buffer);
         if (key == ownValueKey)
             tree.node(object).mayHoldOwnValue = true;
         const std::uint32_t hash = hashOf(key, 1);
-        const JsonNodeId first =
-            index.find(hash, [this, key](JsonNodeId other) { return hasName(other, key, 1); });
-        if (first == noJsonNode) {
+        const NodeId first = index.find(hash, [this, key](NodeId other) { return hasName(other, key, 1); });
+        if (first == noNode) {
             index.insert(hash, id);
             continue;
         }
@@ -81,27 +80,27 @@ HashIndex JsonMembers::numberMembers(JsonNodeId object)
     return index;
 }
 
-void JsonMembers::buildIndex(JsonNodeId container)
+void JsonMembers::buildIndex(NodeId container)
 {
     JsonNode& node = tree.node(container);
     node.indexed = true;
     if (node.kind == JsonKind::Array) {
-        std::vector<JsonNodeId>& children = elements[container];
+        std::vector<NodeId>& children = elements[container];
         children.reserve(node.count);
-        for (JsonNodeId id = node.first; id != noJsonNode; id = tree.node(id).next)
+        for (NodeId id = node.first; id != noNode; id = tree.node(id).next)
             children.push_back(id);
         return;
     }
     std::string buffer;
     HashIndex& index = indexes[container];
-    for (JsonNodeId id = node.first; id != noJsonNode; id = tree.node(id).next)
+    for (NodeId id = node.first; id != noNode; id = tree.node(id).next)
         index.insert(hashOf(keyOf(id, buffer), ordinalOf(id)), id);
 }
 
-void JsonMembers::add(JsonNodeId child, std::uint32_t ordinal)
+void JsonMembers::add(NodeId child, std::uint32_t ordinal)
 {
     std::string buffer;
-    const JsonNodeId container = tree.node(child).parent;
+    const NodeId container = tree.node(child).parent;
     JsonNode& node = tree.node(container);
     const bool inObject = node.kind == JsonKind::Object;
     const std::string_view key = inObject ? keyOf(child, buffer) : std::string_view();
@@ -116,22 +115,22 @@ void JsonMembers::add(JsonNodeId child, std::uint32_t ordinal)
         elements[container].push_back(child);
 }
 
-void JsonMembers::remove(JsonNodeId child)
+void JsonMembers::remove(NodeId child)
 {
     removeAll(child);
-    const JsonNodeId container = tree.node(child).parent;
+    const NodeId container = tree.node(child).parent;
     if (tree.node(container).kind == JsonKind::Object) {
         removeMember(child);
     } else if (tree.node(container).indexed) {
-        std::vector<JsonNodeId>& children = elements[container];
+        std::vector<NodeId>& children = elements[container];
         children.erase(std::find(children.rbegin(), children.rend(), child).base() - 1);
     }
 }
 
-void JsonMembers::removeMember(JsonNodeId member)
+void JsonMembers::removeMember(NodeId member)
 {
     std::string buffer;
-    const JsonNodeId object = tree.node(member).parent;
+    const NodeId object = tree.node(member).parent;
     const std::string_view key = keyOf(member, buffer);
     HashIndex* const index = tree.node(object).indexed ? &indexes[object] : nullptr;
     std::uint32_t ordinal = ordinalOf(member);
@@ -139,8 +138,8 @@ void JsonMembers::removeMember(JsonNodeId member)
         index->erase(hashOf(key, ordinal), member);
     setOrdinal(member, 1);
     while (true) {
-        const JsonNodeId successor = findMember(object, key, ordinal + 1);
-        if (successor == noJsonNode)
+        const NodeId successor = findMember(object, key, ordinal + 1);
+        if (successor == noNode)
             return;
         if (index) {
             index->erase(hashOf(key, ordinal + 1), successor);
@@ -151,17 +150,17 @@ void JsonMembers::removeMember(JsonNodeId member)
     }
 }
 
-void JsonMembers::removeAll(JsonNodeId container)
+void JsonMembers::removeAll(NodeId container)
 {
-    JsonNodeId id = container;
+    NodeId id = container;
     while (true) {
         forgetIndex(id);
-        if (tree.node(id).first != noJsonNode) {
+        if (tree.node(id).first != noNode) {
             id = tree.node(id).first;
             setOrdinal(id, 1);
             continue;
         }
-        while (id != container && tree.node(id).next == noJsonNode)
+        while (id != container && tree.node(id).next == noNode)
             id = tree.node(id).parent;
         if (id == container)
             return;
@@ -170,7 +169,7 @@ void JsonMembers::removeAll(JsonNodeId container)
     }
 }
 
-void JsonMembers::forgetIndex(JsonNodeId container)
+void JsonMembers::forgetIndex(NodeId container)
 {
     JsonNode& node = tree.node(container);
     if (node.indexed)
@@ -178,47 +177,47 @@ void JsonMembers::forgetIndex(JsonNodeId container)
     node.indexed = node.mayHoldOwnValue = false;
 }
 
-JsonNodeId JsonMembers::find(JsonNodeId container, std::string_view name) const
+NodeId JsonMembers::find(NodeId container, std::string_view name) const
 {
     const JsonNode& node = tree.node(container);
     if (node.isLeaf())
-        return noJsonNode;
+        return noNode;
     if (node.kind == JsonKind::Array)
         return findElement(container, name);
     const NumberedComponent parts = splitNumber(name);
     const std::optional<std::string> key = decodeKey(parts.name);
     if (!key || parts.number > node.count)
-        return noJsonNode;
-    const JsonNodeId member = findMember(container, *key, static_cast<std::uint32_t>(parts.number));
-    return member != noJsonNode && isOwnValue(member) ? noJsonNode : member;
+        return noNode;
+    const NodeId member = findMember(container, *key, static_cast<std::uint32_t>(parts.number));
+    return member != noNode && isOwnValue(member) ? noNode : member;
 }
 
-JsonNodeId JsonMembers::findMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal) const
+NodeId JsonMembers::findMember(NodeId object, std::string_view key, std::uint32_t ordinal) const
 {
-    const auto matches = [this, key, ordinal](JsonNodeId id) { return hasName(id, key, ordinal); };
+    const auto matches = [this, key, ordinal](NodeId id) { return hasName(id, key, ordinal); };
     if (tree.node(object).indexed)
         return indexes.at(object).find(hashOf(key, ordinal), matches);
-    JsonNodeId id = tree.node(object).first;
-    while (id != noJsonNode && !matches(id))
+    NodeId id = tree.node(object).first;
+    while (id != noNode && !matches(id))
         id = tree.node(id).next;
     return id;
 }
 
-JsonNodeId JsonMembers::findElement(JsonNodeId array, std::string_view name) const
+NodeId JsonMembers::findElement(NodeId array, std::string_view name) const
 {
     const JsonNode& node = tree.node(array);
     const std::optional<std::uint32_t> position = readPosition(name);
     if (!position || *position >= node.count)
-        return noJsonNode;
+        return noNode;
     if (node.indexed)
         return elements.at(array)[*position];
-    JsonNodeId id = node.first;
+    NodeId id = node.first;
     for (std::uint32_t i = 0; i < *position; ++i)
         id = tree.node(id).next;
     return id;
 }
 
-void JsonMembers::appendName(std::string& path, JsonNodeId child, std::size_t position) const
+void JsonMembers::appendName(std::string& path, NodeId child, std::size_t position) const
 {
     if (tree.node(tree.node(child).parent).kind == JsonKind::Array) {
         path += std::to_string(position);
@@ -230,31 +229,31 @@ void JsonMembers::appendName(std::string& path, JsonNodeId child, std::size_t po
         path += '[' + std::to_string(ordinal) + ']';
 }
 
-JsonNodeId JsonMembers::findOwnValue(JsonNodeId object) const
+NodeId JsonMembers::findOwnValue(NodeId object) const
 {
     if (!tree.node(object).mayHoldOwnValue)
-        return noJsonNode;
-    const JsonNodeId member = findMember(object, ownValueKey, 1);
-    return member != noJsonNode && tree.node(member).isLeaf() ? member : noJsonNode;
+        return noNode;
+    const NodeId member = findMember(object, ownValueKey, 1);
+    return member != noNode && tree.node(member).isLeaf() ? member : noNode;
 }
 
-bool JsonMembers::isOwnValue(JsonNodeId child) const
+bool JsonMembers::isOwnValue(NodeId child) const
 {
     const JsonNode& node = tree.node(child);
-    return node.isLeaf() && node.parent != noJsonNode && tree.node(node.parent).mayHoldOwnValue &&
+    return node.isLeaf() && node.parent != noNode && tree.node(node.parent).mayHoldOwnValue &&
            hasName(child, ownValueKey, 1);
 }
 
-bool JsonMembers::hasSuccessor(JsonNodeId child) const
+bool JsonMembers::hasSuccessor(NodeId child) const
 {
     const JsonNode& node = tree.node(child);
     if (tree.node(node.parent).kind == JsonKind::Array)
-        return node.next != noJsonNode;
+        return node.next != noNode;
     std::string buffer;
-    return findMember(node.parent, keyOf(child, buffer), ordinalOf(child) + 1) != noJsonNode;
+    return findMember(node.parent, keyOf(child, buffer), ordinalOf(child) + 1) != noNode;
 }
 
-std::string_view JsonMembers::keyOf(JsonNodeId member, std::string& buffer) const
+std::string_view JsonMembers::keyOf(NodeId member, std::string& buffer) const
 {
     const std::string_view literal = tree.keyLiteral(member);
     if (literal.find('\\') == std::string_view::npos)
@@ -263,18 +262,18 @@ std::string_view JsonMembers::keyOf(JsonNodeId member, std::string& buffer) cons
     return buffer;
 }
 
-bool JsonMembers::hasName(JsonNodeId member, std::string_view key, std::uint32_t ordinal) const
+bool JsonMembers::hasName(NodeId member, std::string_view key, std::uint32_t ordinal) const
 {
     std::string buffer;
     return ordinalOf(member) == ordinal && keyOf(member, buffer) == key;
 }
 
-std::uint32_t JsonMembers::ordinalOf(JsonNodeId member) const
+std::uint32_t JsonMembers::ordinalOf(NodeId member) const
 {
     return tree.node(member).repeated ? ordinals.at(member) : 1;
 }
 
-void JsonMembers::setOrdinal(JsonNodeId member, std::uint32_t ordinal)
+void JsonMembers::setOrdinal(NodeId member, std::uint32_t ordinal)
 {
     if (ordinal > 1)
         ordinals[member] = ordinal;

@@ -10,7 +10,7 @@
 
 namespace Repository::Documents {
 
-static_assert(noJsonNode == HashIndex::none);
+static_assert(noNode == HashIndex::none);
 
 // The key of the member that holds the own value of a node which has children too.
 constexpr std::string_view ownValueKey = "#value";
@@ -27,47 +27,47 @@ public:
     void dropAll();
 
     // Takes up the children of a container that was read.
-    void addAll(JsonNodeId container);
+    void addAll(NodeId container);
 
     // Takes up the last child of a container, in an object the member of this ordinal under its key.
-    void add(JsonNodeId child, std::uint32_t ordinal = 1);
+    void add(NodeId child, std::uint32_t ordinal = 1);
 
     // To be called before a child is taken out of the tree; siblings of the same key move up.
-    void remove(JsonNodeId child);
+    void remove(NodeId child);
 
     // To be called before all children of a node are taken out, or become elements of a list, which have no
     // names.
-    void removeAll(JsonNodeId container);
+    void removeAll(NodeId container);
 
-    // The child by its name; noJsonNode without one. A node's own value is no child.
-    JsonNodeId find(JsonNodeId container, std::string_view name) const;
+    // The child by its name; noNode without one. A node's own value is no child.
+    NodeId find(NodeId container, std::string_view name) const;
 
     // Appends the name of a child, of which `position` counts the children before it.
-    void appendName(std::string& path, JsonNodeId child, std::size_t position) const;
+    void appendName(std::string& path, NodeId child, std::size_t position) const;
 
-    // The member that holds the object's own value; noJsonNode without one.
-    JsonNodeId findOwnValue(JsonNodeId object) const;
-    bool isOwnValue(JsonNodeId child) const;
+    // The member that holds the object's own value; noNode without one.
+    NodeId findOwnValue(NodeId object) const;
+    bool isOwnValue(NodeId child) const;
 
     // True when a later child takes over the name of this one once it is gone.
-    bool hasSuccessor(JsonNodeId child) const;
+    bool hasSuccessor(NodeId child) const;
 
 private:
-    std::string_view keyOf(JsonNodeId member, std::string& buffer) const;
-    std::uint32_t ordinalOf(JsonNodeId member) const;
-    void setOrdinal(JsonNodeId member, std::uint32_t ordinal);
-    bool hasName(JsonNodeId member, std::string_view key, std::uint32_t ordinal) const;
-    JsonNodeId findMember(JsonNodeId object, std::string_view key, std::uint32_t ordinal) const;
-    JsonNodeId findElement(JsonNodeId array, std::string_view name) const;
-    HashIndex numberMembers(JsonNodeId object);
-    void buildIndex(JsonNodeId container);
-    void removeMember(JsonNodeId member);
-    void forgetIndex(JsonNodeId container);
+    std::string_view keyOf(NodeId member, std::string& buffer) const;
+    std::uint32_t ordinalOf(NodeId member) const;
+    void setOrdinal(NodeId member, std::uint32_t ordinal);
+    bool hasName(NodeId member, std::string_view key, std::uint32_t ordinal) const;
+    NodeId findMember(NodeId object, std::string_view key, std::uint32_t ordinal) const;
+    NodeId findElement(NodeId array, std::string_view name) const;
+    HashIndex numberMembers(NodeId object);
+    void buildIndex(NodeId container);
+    void removeMember(NodeId member);
+    void forgetIndex(NodeId container);
 
     JsonTree& tree;
-    std::unordered_map<JsonNodeId, HashIndex> indexes;                // of large objects
-    std::unordered_map<JsonNodeId, std::vector<JsonNodeId>> elements; // of large arrays
-    std::unordered_map<JsonNodeId, std::uint32_t> ordinals;           // of repeated members, from 2
+    std::unordered_map<NodeId, HashIndex> indexes;            // of large objects
+    std::unordered_map<NodeId, std::vector<NodeId>> elements; // of large arrays
+    std::unordered_map<NodeId, std::uint32_t> ordinals;       // of repeated members, from 2
 };
 
 } // namespace Repository::Documents

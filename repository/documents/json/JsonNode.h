@@ -1,11 +1,11 @@
 #pragma once
 
+#include "repository/documents/common/SyntaxTree.h"
+
+#include <cstddef>
 #include <cstdint>
 
 namespace Repository::Documents {
-
-using JsonNodeId = std::uint32_t;
-constexpr JsonNodeId noJsonNode = UINT32_MAX;
 
 enum class JsonKind : std::uint8_t { Object, Array, Text, Number, True, False, Null };
 
@@ -18,40 +18,44 @@ enum class JsonPart : std::uint8_t {
     Closing, // of a container: what stands before its closing bracket behind the last comma or its opening
     Tail     // blanks and comments up to the next comma or bracket
 };
+constexpr std::size_t jsonPartCount = 5;
 
 // A value of json with its key. The numbers up to `end` are offsets in the original text; each is where a
 // part begins. Texts that an edit has put in place of a part are kept beside the node (JsonTree).
-struct JsonNode
+struct JsonNode : SyntaxNode
 {
+    JsonKind kind = JsonKind::Null;
+    bool folded : 1;          // an array of texts whose elements have no nodes until they are edited
+    bool wasFolded : 1;       // it is a folded array in the original text
+    bool trailingComma : 1;   // behind the last child
+    bool indexed : 1;         // its children are found through an index
+    bool repeated : 1;        // a member whose key stands before it in the same object
+    bool mayHoldOwnValue : 1; // an object that has or had a member with the key of own values
+
     std::uint32_t lead = 0;
     std::uint32_t label = 0;
     std::uint32_t value = 0;
     std::uint32_t closing = 0;
     std::uint32_t valueEnd = 0;
     std::uint32_t end = 0;
-
-    JsonNodeId parent = noJsonNode;
-    JsonNodeId first = noJsonNode;
-    JsonNodeId last = noJsonNode;
-    JsonNodeId next = noJsonNode;
-    JsonNodeId previous = noJsonNode;
-    std::uint32_t count = 0;    // of children
     std::uint32_t nonTexts = 0; // children that are no text
 
-    JsonKind kind = JsonKind::Null;
-    bool folded : 1;          // an array of texts whose elements have no nodes until they are edited
-    bool wasFolded : 1;       // it is a folded array in the original text
-    bool trailingComma : 1;   // behind the last child
-    bool hasOwnTexts : 1;     // some part was edited
-    bool touched : 1;         // something in it or below was edited
-    bool indexed : 1;         // its children are found through an index
-    bool repeated : 1;        // a member whose key stands before it in the same object
-    bool mayHoldOwnValue : 1; // an object that has or had a member with the key of own values
-
     JsonNode()
-        : folded(false), wasFolded(false), trailingComma(false), hasOwnTexts(false), touched(false),
-          indexed(false), repeated(false), mayHoldOwnValue(false)
+        : folded(false), wasFolded(false), trailingComma(false), indexed(false), repeated(false),
+          mayHoldOwnValue(false)
     {
+    }
+
+    void adopt(const JsonNode& child)
+    {
+        ++count;
+        nonTexts += child.kind == JsonKind::Text ? 0 : 1;
+    }
+
+    void disown(const JsonNode& child)
+    {
+        --count;
+        nonTexts -= child.kind == JsonKind::Text ? 0 : 1;
     }
 
     bool isContainer() const { return kind == JsonKind::Object || kind == JsonKind::Array; }

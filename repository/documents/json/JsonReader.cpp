@@ -101,7 +101,7 @@ JsonReader::JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers)
 {
 }
 
-JsonFault JsonReader::read()
+SyntaxFault JsonReader::read()
 {
     const std::string& original = tree.getOriginal();
     if (original.size() > maximumSize)
@@ -121,7 +121,7 @@ JsonFault JsonReader::read()
     return fault;
 }
 
-bool JsonReader::readInto(JsonNodeId scalar, std::size_t start)
+bool JsonReader::readInto(NodeId scalar, std::size_t start)
 {
     const std::string& text = tree.getOriginal();
     if (start >= text.size() || (text[start] != '{' && text[start] != '['))
@@ -133,7 +133,7 @@ bool JsonReader::readInto(JsonNodeId scalar, std::size_t start)
 bool JsonReader::scan(const std::string& text, std::size_t start)
 {
     expected = Expected::Value;
-    current = latest = noJsonNode;
+    current = latest = noNode;
     depth = lead = 0;
 
     if (text.size() == start)
@@ -233,7 +233,7 @@ bool JsonReader::takeWord(std::string_view text, std::size_t at, std::size_t nex
     if (isNumber(word))
         return addScalar(JsonKind::Number, at, end);
     if (const std::size_t quote = word.find('"'); quote != npos) {
-        expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+        expected = current == noNode ? Expected::Nothing : Expected::Separator;
         return failUnexpected(text, at + quote);
     }
     if (std::string_view("+-.0123456789").find(word[0]) != npos)
@@ -270,7 +270,7 @@ bool JsonReader::open(JsonKind kind, std::size_t at)
     if (++depth > maximumDepth)
         return fail(at, "more than " + std::to_string(maximumDepth) +
                             " objects and arrays lie within each other here, which is too deep");
-    if (current == noJsonNode && top != noJsonNode)
+    if (current == noNode && top != noNode)
         tree.reopen(current = top, kind, at);
     else
         current = tree.read(newNode(kind, at));
@@ -292,8 +292,8 @@ bool JsonReader::close(std::size_t at)
         members.addAll(current);
     --depth;
     latest = current;
-    current = latest == top ? noJsonNode : tree.node(latest).parent;
-    expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+    current = latest == top ? noNode : tree.node(latest).parent;
+    expected = current == noNode ? Expected::Nothing : Expected::Separator;
     return true;
 }
 
@@ -302,7 +302,7 @@ bool JsonReader::addScalar(JsonKind kind, std::size_t at, std::size_t end)
     JsonNode node = newNode(kind, at);
     node.valueEnd = narrow(end);
     latest = tree.read(node);
-    expected = current == noJsonNode ? Expected::Nothing : Expected::Separator;
+    expected = current == noNode ? Expected::Nothing : Expected::Separator;
     return true;
 }
 
@@ -312,7 +312,7 @@ JsonNode JsonReader::newNode(JsonKind kind, std::size_t at) const
     node.kind = kind;
     node.parent = current;
     node.lead = narrow(lead);
-    node.label = narrow(current != noJsonNode && inObject() ? label : at);
+    node.label = narrow(current != noNode && inObject() ? label : at);
     node.value = narrow(at);
     return node;
 }

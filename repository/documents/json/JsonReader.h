@@ -10,13 +10,6 @@
 
 namespace Repository::Documents {
 
-// Why a text is no json, and where; without a message it is.
-struct JsonFault
-{
-    std::size_t offset = 0;
-    std::string message;
-};
-
 // Reads json with comments and trailing commas into a tree. The tokens come from simdjson, which also checks
 // the encoding and the strings; comments are blanked for it in a copy of equal length, so that all positions
 // are those of the original.
@@ -30,11 +23,11 @@ public:
     JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers);
 
     // Reads the text of an empty tree. The fault is empty for a text without any value, too.
-    JsonFault read();
+    SyntaxFault read();
 
     // Reads the object or array from that offset to the end of the tree's text into a new scalar. False when
     // there is no such text; the node is to be removed then.
-    bool readInto(JsonNodeId scalar, std::size_t start);
+    bool readInto(NodeId scalar, std::size_t start);
 
 private:
     enum class Expected { Value, Element, Member, Colon, Separator, Nothing };
@@ -60,11 +53,11 @@ private:
 
     JsonTree& tree;
     JsonMembers& members;
-    JsonFault fault;
+    SyntaxFault fault;
     Expected expected = Expected::Value;
-    JsonNodeId top = noJsonNode; // the node that the outermost container becomes, when it is there already
-    JsonNodeId current = noJsonNode; // the container that is being read
-    JsonNodeId latest = noJsonNode;  // the value that was read last
+    NodeId top = noNode;     // the node that the outermost container becomes, when it is there already
+    NodeId current = noNode; // the container that is being read
+    NodeId latest = noNode;  // the value that was read last
     std::size_t depth = 0;
     std::size_t lead = 0; // where the parts of the next node begin
     std::size_t label = 0;

@@ -9,10 +9,10 @@ namespace Repository::Documents {
 
 namespace {
 
-constexpr JsonNodeId examinedNodes = 64;
+constexpr NodeId examinedNodes = 64;
 
 // The step by which a node is indented more than its parent; empty when it does not begin a line of its own.
-std::string indentationStep(const JsonTree& tree, JsonNodeId id)
+std::string indentationStep(const JsonTree& tree, NodeId id)
 {
     if (!JsonGap(tree.text(id, JsonPart::Lead)).hasBreak())
         return {};
@@ -32,10 +32,10 @@ JsonStyle detectStyle(const JsonTree& tree)
     if (lineEnd != std::string_view::npos)
         style.lineEnd = text.substr(lineEnd, skipBreak(text, lineEnd) - lineEnd);
 
-    const JsonNodeId examined = std::min(tree.getSize(), examinedNodes);
+    const NodeId examined = std::min(tree.getSize(), examinedNodes);
     bool hasIndentation = false;
     bool hasColon = false;
-    for (JsonNodeId id = 1; id < examined && !(hasIndentation && hasColon); ++id) {
+    for (NodeId id = 1; id < examined && !(hasIndentation && hasColon); ++id) {
         const std::string step = hasIndentation ? std::string() : indentationStep(tree, id);
         if (!step.empty())
             style.indentation = step;
@@ -45,12 +45,12 @@ JsonStyle detectStyle(const JsonTree& tree)
             style.colon = colon;
         hasColon = hasColon || !colon.empty();
     }
-    const JsonNodeId first = tree.getSize() > 1 ? tree.node(tree.getRoot()).first : noJsonNode;
-    style.oneLine = first != noJsonNode && !JsonGap(tree.text(first, JsonPart::Lead)).hasBreak();
+    const NodeId first = tree.getSize() > 1 ? tree.node(tree.getRoot()).first : noNode;
+    style.oneLine = first != noNode && !JsonGap(tree.text(first, JsonPart::Lead)).hasBreak();
     return style;
 }
 
-std::string lineIndentation(const JsonTree& tree, JsonNodeId id)
+std::string lineIndentation(const JsonTree& tree, NodeId id)
 {
     while (true) {
         const std::string_view lead = tree.text(id, JsonPart::Lead);
@@ -59,13 +59,13 @@ std::string lineIndentation(const JsonTree& tree, JsonNodeId id)
             const std::size_t from = skipBreak(lead, gap.lastBreak);
             return std::string(lead.substr(from, gap.indentation - from));
         }
-        if (tree.node(id).parent == noJsonNode)
+        if (tree.node(id).parent == noNode)
             return std::string(leadingBlanks(lead));
         id = tree.node(id).parent;
     }
 }
 
-std::string colonOf(const JsonTree& tree, JsonNodeId member)
+std::string colonOf(const JsonTree& tree, NodeId member)
 {
     const std::string_view label = tree.text(member, JsonPart::Label);
     if (label.empty())

@@ -19,10 +19,10 @@ struct JsonStyle
 JsonStyle detectStyle(const JsonTree& tree);
 
 // The blanks before the line on which a node begins.
-std::string lineIndentation(const JsonTree& tree, JsonNodeId id);
+std::string lineIndentation(const JsonTree& tree, NodeId id);
 
 // What stands between the key of a member and its value; empty when it is more than a colon and single
 // blanks.
-std::string colonOf(const JsonTree& tree, JsonNodeId member);
+std::string colonOf(const JsonTree& tree, NodeId member);
 
 } // namespace Repository::Documents

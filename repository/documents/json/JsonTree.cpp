@@ -35,7 +35,7 @@ JsonKind kindOf(char first)
 
 } // namespace
 
-JsonTree::JsonTree(std::string bytes) : original(std::move(bytes)), fileSize(original.size())
+JsonTree::JsonTree(std::string bytes) : SyntaxTree(std::move(bytes)), fileSize(original.size())
 {
     original.reserve(original.size() + readAhead);
 }
@@ -43,7 +43,7 @@ JsonTree::JsonTree(std::string bytes) : original(std::move(bytes)), fileSize(ori
 void JsonTree::dropNodes()
 {
     nodes.clear();
-    root = noJsonNode;
+    root = noNode;
 }
 
 void JsonTree::reserveMore(std::size_t count)
@@ -51,22 +51,11 @@ void JsonTree::reserveMore(std::size_t count)
     nodes.reserve(nodes.size() + count - std::min(count, released.size()));
 }
 
-JsonNodeId JsonTree::read(const JsonNode& node)
-{
-    const JsonNodeId id = allocate();
-    nodes[id] = node;
-    if (node.parent == noJsonNode)
-        root = id;
-    else
-        link(id, nodes[node.parent].last);
-    return id;
-}
-
-void JsonTree::fold(JsonNodeId array)
+void JsonTree::fold(NodeId array)
 {
     JsonNode& node = nodes[array];
-    for (JsonNodeId id = node.last; id != noJsonNode;) {
-        const JsonNodeId previous = nodes[id].previous;
+    for (NodeId id = node.last; id != noNode;) {
+        const NodeId previous = nodes[id].previous;
         if (id + 1 == nodes.size())
             nodes.pop_back();
         else
@@ -74,7 +63,7 @@ void JsonTree::fold(JsonNodeId array)
         id = previous;
     }
     node.folded = node.wasFolded = true;
-    node.first = node.last = noJsonNode;
+    node.first = node.last = noNode;
     node.count = 0;
 }
 
@@ -94,16 +83,16 @@ std::size_t JsonTree::keep(std::string_view text)
     return begin;
 }
 
-void JsonTree::reopen(JsonNodeId id, JsonKind kind, std::size_t value)
+void JsonTree::reopen(NodeId id, JsonKind kind, std::size_t value)
 {
     setKind(id, kind);
     JsonNode& node = nodes[id];
     node.lead = node.label = node.value = static_cast<std::uint32_t>(value);
     for (const JsonPart part : {JsonPart::Value, JsonPart::Closing})
-        ownTexts[id].parts[std::size_t(part)].reset();
+        dropText(id, part);
 }
 
-void JsonTree::unfold(JsonNodeId array)
+void JsonTree::unfold(NodeId array)
 {
     if (!nodes[array].folded)
         return;
@@ -111,7 +100,7 @@ void JsonTree::unfold(JsonNodeId array)
     nodes[array].trailingComma = false;
     std::size_t at = nodes[array].value + 1;
     for (JsonListElement element = readElement(original, at); element.exists();) {
-        const JsonNodeId id = allocate();
+        const NodeId id = allocate();
         JsonNode& node = nodes[id];
         node.kind = JsonKind::Text;
         node.parent = array;
@@ -128,18 +117,18 @@ void JsonTree::unfold(JsonNodeId array)
     nodes[array].closing = static_cast<std::uint32_t>(at);
 }
 
-std::vector<std::string> JsonTree::readList(JsonNodeId array) const
+std::vector<std::string> JsonTree::readList(NodeId array) const
 {
     if (nodes[array].folded)
         return decodeList(text(array, JsonPart::Value));
     std::vector<std::string> list;
     list.reserve(nodes[array].count);
-    for (JsonNodeId id = nodes[array].first; id != noJsonNode; id = nodes[id].next)
+    for (NodeId id = nodes[array].first; id != noNode; id = nodes[id].next)
         list.push_back(decodeString(text(id, JsonPart::Value)));
     return list;
 }
 
-std::optional<JsonKind> JsonTree::originalKind(JsonNodeId id) const
+std::optional<JsonKind> JsonTree::originalKind(NodeId id) const
 {
     const JsonNode& node = nodes[id];
     if (node.valueEnd == 0)
@@ -149,12 +138,12 @@ std::optional<JsonKind> JsonTree::originalKind(JsonNodeId id) const
     return group ? std::nullopt : std::optional(kind);
 }
 
-std::string_view JsonTree::originalValue(JsonNodeId id) const
+std::string_view JsonTree::originalValue(NodeId id) const
 {
-    return std::string_view(original).substr(nodes[id].value, nodes[id].valueEnd - nodes[id].value);
+    return span(nodes[id].value, nodes[id].valueEnd);
 }
 
-void JsonTree::restore(JsonNodeId id)
+void JsonTree::restore(NodeId id)
 {
     const std::optional<JsonKind> kind = originalKind(id);
     if (!kind)
@@ -162,45 +151,46 @@ void JsonTree::restore(JsonNodeId id)
     clear(id);
     setKind(id, *kind);
     nodes[id].folded = nodes[id].wasFolded;
-    if (!nodes[id].hasOwnTexts)
-        return;
     for (const JsonPart part : {JsonPart::Value, JsonPart::Closing})
-        ownTexts[id].parts[std::size_t(part)].reset();
+        dropText(id, part);
 }
 
-JsonNodeId JsonTree::insert(JsonNodeId parent, JsonNodeId previous, JsonKind kind)
+void JsonTree::dropText(NodeId id, JsonPart part)
 {
-    const JsonNodeId id = allocate();
+    if (nodes[id].hasOwnTexts)
+        ownTexts[id][std::size_t(part)].reset();
+}
+
+NodeId JsonTree::insert(NodeId parent, NodeId previous, JsonKind kind)
+{
+    const NodeId id = allocate();
     nodes[id].parent = parent;
     nodes[id].kind = kind;
-    if (parent == noJsonNode)
-        root = id;
-    else
-        link(id, previous);
+    attach(id, previous);
     touch(id);
     return id;
 }
 
-void JsonTree::remove(JsonNodeId id)
+void JsonTree::remove(NodeId id)
 {
     touch(nodes[id].parent);
     unlink(id);
-    release(id);
+    release(id, [](NodeId) {});
 }
 
-void JsonTree::clear(JsonNodeId id)
+void JsonTree::clear(NodeId id)
 {
     touch(id);
-    while (nodes[id].first != noJsonNode)
+    while (nodes[id].first != noNode)
         remove(nodes[id].first);
     nodes[id].folded = nodes[id].trailingComma = false;
 }
 
-void JsonTree::setKind(JsonNodeId id, JsonKind kind)
+void JsonTree::setKind(NodeId id, JsonKind kind)
 {
     JsonNode& node = nodes[id];
     touch(id);
-    if (node.parent != noJsonNode) {
+    if (node.parent != noNode) {
         std::uint32_t& nonTexts = nodes[node.parent].nonTexts;
         nonTexts -= node.kind == JsonKind::Text ? 0 : 1;
         nonTexts += kind == JsonKind::Text ? 0 : 1;
@@ -210,52 +200,46 @@ void JsonTree::setKind(JsonNodeId id, JsonKind kind)
         setText(id, JsonPart::Closing, {});
 }
 
-void JsonTree::setTrailingComma(JsonNodeId id, bool comma)
+void JsonTree::setTrailingComma(NodeId id, bool comma)
 {
     nodes[id].trailingComma = comma;
     touch(id);
 }
 
-JsonNodeId JsonTree::wrap(JsonNodeId id)
+NodeId JsonTree::wrap(NodeId id)
 {
     unfold(id);
-    const JsonNodeId inner = allocate();
+    const NodeId inner = allocate();
     touch(id);
     touch(inner);
     JsonNode& node = nodes[inner];
     node = nodes[id];
     node.parent = id;
-    node.next = node.previous = noJsonNode;
+    node.next = node.previous = noNode;
     node.lead = node.label = node.value;
     node.end = node.valueEnd;
     node.repeated = false;
-    for (JsonNodeId child = node.first; child != noJsonNode; child = nodes[child].next)
+    for (NodeId child = node.first; child != noNode; child = nodes[child].next)
         nodes[child].parent = inner;
     if (node.hasOwnTexts) {
         OwnTexts& inside = ownTexts[inner] = ownTexts[id];
         for (const JsonPart part : {JsonPart::Lead, JsonPart::Label, JsonPart::Tail})
-            inside.parts[std::size_t(part)].reset();
+            inside[std::size_t(part)].reset();
     }
     setKind(id, JsonKind::Object);
     JsonNode& outer = nodes[id];
-    outer.first = outer.last = noJsonNode;
+    outer.first = outer.last = noNode;
     outer.count = outer.nonTexts = 0;
     outer.trailingComma = false;
-    link(inner, noJsonNode);
+    link(inner, noNode);
     return inner;
 }
 
-std::string_view JsonTree::text(JsonNodeId id, JsonPart part) const
+std::string_view JsonTree::text(NodeId id, JsonPart part) const
 {
     const JsonNode& node = nodes[id];
-    if (node.hasOwnTexts) {
-        const auto& own = ownTexts.at(id).parts[std::size_t(part)];
-        if (own)
-            return *own;
-    }
-    const auto span = [this](std::uint32_t from, std::uint32_t to) {
-        return std::string_view(original).substr(from, to - from);
-    };
+    if (const std::string* const own = ownText(id, part))
+        return *own;
     switch (part) {
     case JsonPart::Lead:
         return span(node.lead, node.label);
@@ -271,14 +255,7 @@ std::string_view JsonTree::text(JsonNodeId id, JsonPart part) const
     return span(node.valueEnd, node.end);
 }
 
-void JsonTree::setText(JsonNodeId id, JsonPart part, std::string text)
-{
-    ownTexts[id].parts[std::size_t(part)] = std::move(text);
-    nodes[id].hasOwnTexts = true;
-    touch(id);
-}
-
-std::string_view JsonTree::keyLiteral(JsonNodeId id) const
+std::string_view JsonTree::keyLiteral(NodeId id) const
 {
     const std::string_view label = text(id, JsonPart::Label);
     // Mostly nothing but a colon and a blank is behind the key, and a comment does not end in these.
@@ -295,60 +272,6 @@ std::string JsonTree::write() const
         return original;
     JsonWriter writer(*this);
     return writer.write();
-}
-
-JsonNodeId JsonTree::allocate()
-{
-    if (released.empty()) {
-        nodes.emplace_back();
-        return static_cast<JsonNodeId>(nodes.size() - 1);
-    }
-    const JsonNodeId id = released.back();
-    released.pop_back();
-    nodes[id] = JsonNode();
-    return id;
-}
-
-void JsonTree::link(JsonNodeId id, JsonNodeId previous)
-{
-    JsonNode& node = nodes[id];
-    JsonNode& parent = nodes[node.parent];
-    node.previous = previous;
-    node.next = previous == noJsonNode ? parent.first : nodes[previous].next;
-    (previous == noJsonNode ? parent.first : nodes[previous].next) = id;
-    (node.next == noJsonNode ? parent.last : nodes[node.next].previous) = id;
-    ++parent.count;
-    parent.nonTexts += node.kind == JsonKind::Text ? 0 : 1;
-}
-
-void JsonTree::unlink(JsonNodeId id)
-{
-    const JsonNode& node = nodes[id];
-    JsonNode& parent = nodes[node.parent];
-    (node.previous == noJsonNode ? parent.first : nodes[node.previous].next) = node.next;
-    (node.next == noJsonNode ? parent.last : nodes[node.next].previous) = node.previous;
-    --parent.count;
-    parent.nonTexts -= node.kind == JsonKind::Text ? 0 : 1;
-}
-
-void JsonTree::release(JsonNodeId id)
-{
-    std::vector<JsonNodeId> pending{id};
-    while (!pending.empty()) {
-        const JsonNodeId next = pending.back();
-        pending.pop_back();
-        for (JsonNodeId child = nodes[next].first; child != noJsonNode; child = nodes[child].next)
-            pending.push_back(child);
-        if (nodes[next].hasOwnTexts)
-            ownTexts.erase(next);
-        released.push_back(next);
-    }
-}
-
-void JsonTree::touch(JsonNodeId id)
-{
-    for (; id != noJsonNode && !nodes[id].touched; id = nodes[id].parent)
-        nodes[id].touched = true;
 }
 
 } // namespace Repository::Documents

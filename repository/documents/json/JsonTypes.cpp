@@ -41,8 +41,8 @@ JsonTypes::JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor&
 
 void JsonTypes::read()
 {
-    const JsonNodeId found = findOrdinary();
-    Marks read = found == noJsonNode ? Marks() : readMarks(found);
+    const NodeId found = findOrdinary();
+    Marks read = found == noNode ? Marks() : readMarks(found);
     if (read.empty())
         return;
     marks = std::move(read);
@@ -50,21 +50,21 @@ void JsonTypes::read()
     editor.keepLast(member);
 }
 
-JsonNodeId JsonTypes::findOrdinary() const
+NodeId JsonTypes::findOrdinary() const
 {
-    const JsonNodeId root = tree.getRoot();
-    if (member != noJsonNode || root == noJsonNode || tree.node(root).kind != JsonKind::Object)
-        return noJsonNode;
-    const bool isOnly = members.find(root, joinNumber(typesKey, 2)) == noJsonNode;
-    return isOnly ? members.find(root, typesKey) : noJsonNode;
+    const NodeId root = tree.getRoot();
+    if (member != noNode || root == noNode || tree.node(root).kind != JsonKind::Object)
+        return noNode;
+    const bool isOnly = members.find(root, joinNumber(typesKey, 2)) == noNode;
+    return isOnly ? members.find(root, typesKey) : noNode;
 }
 
-JsonTypes::Marks JsonTypes::readMarks(JsonNodeId object, JsonNodeId without) const
+JsonTypes::Marks JsonTypes::readMarks(NodeId object, NodeId without) const
 {
     if (tree.node(object).kind != JsonKind::Object)
         return {};
     Marks read;
-    for (JsonNodeId id = tree.node(object).first; id != noJsonNode; id = tree.node(id).next) {
+    for (NodeId id = tree.node(object).first; id != noNode; id = tree.node(id).next) {
         if (id == without)
             continue;
         std::string path = decodeString(tree.keyLiteral(id));
@@ -77,29 +77,29 @@ JsonTypes::Marks JsonTypes::readMarks(JsonNodeId object, JsonNodeId without) con
     return read;
 }
 
-bool JsonTypes::wouldReadWith(JsonNodeId object, JsonNodeId node, std::string_view text) const
+bool JsonTypes::wouldReadWith(NodeId object, NodeId node, std::string_view text) const
 {
-    const bool isOwnValue = node != noJsonNode && members.isOwnValue(node);
-    if (!typeNamed(text) || isOwnValue || object == noJsonNode || object != findOrdinary() ||
+    const bool isOwnValue = node != noNode && members.isOwnValue(node);
+    if (!typeNamed(text) || isOwnValue || object == noNode || object != findOrdinary() ||
         tree.node(object).kind != JsonKind::Object)
         return false;
-    const bool isAlone = tree.node(object).count == (node == noJsonNode ? 0U : 1U);
+    const bool isAlone = tree.node(object).count == (node == noNode ? 0U : 1U);
     return isAlone || !readMarks(object, node).empty();
 }
 
-bool JsonTypes::wouldReadWithout(JsonNodeId node) const
+bool JsonTypes::wouldReadWithout(NodeId node) const
 {
-    const JsonNodeId root = tree.getRoot();
-    const JsonNodeId parent = tree.node(node).parent;
+    const NodeId root = tree.getRoot();
+    const NodeId parent = tree.node(node).parent;
     if (parent != root)
         return tree.node(parent).parent == root && parent == findOrdinary() &&
                !readMarks(parent, node).empty();
-    const JsonNodeId first = members.find(root, typesKey);
-    if (first == noJsonNode)
+    const NodeId first = members.find(root, typesKey);
+    if (first == noNode)
         return false;
-    const JsonNodeId second = members.find(root, joinNumber(typesKey, 2));
-    if ((node != first && node != second) || second == noJsonNode ||
-        members.find(root, joinNumber(typesKey, 3)) != noJsonNode)
+    const NodeId second = members.find(root, joinNumber(typesKey, 2));
+    if ((node != first && node != second) || second == noNode ||
+        members.find(root, joinNumber(typesKey, 3)) != noNode)
         return false;
     return !readMarks(node == first ? second : first).empty();
 }
@@ -112,7 +112,7 @@ Type JsonTypes::find(std::string_view path) const
 
 void JsonTypes::add(std::string_view path, Type type)
 {
-    if (member == noJsonNode) {
+    if (member == noNode) {
         member = editor.appendMember(tree.getRoot(), typesKey, 1, {});
         editor.keepLast(member);
     }
@@ -169,11 +169,11 @@ JsonTypes::Marks::iterator JsonTypes::take(Marks::iterator mark)
 
 void JsonTypes::dropEmptyMember()
 {
-    if (!marks.empty() || member == noJsonNode)
+    if (!marks.empty() || member == noNode)
         return;
     editor.remove(member);
-    member = noJsonNode;
-    editor.keepLast(noJsonNode);
+    member = noNode;
+    editor.keepLast(noNode);
 }
 
 } // namespace Repository::Documents

@@ -29,8 +29,8 @@ public:
 
     bool isEmpty() const { return marks.empty(); }
 
-    // The member that holds them; noJsonNode without one.
-    JsonNodeId getMember() const { return member; }
+    // The member that holds them; noNode without one.
+    NodeId getMember() const { return member; }
 
     // Group for an entry without a mark.
     FrameworkCore::Values::Type find(std::string_view path) const;
@@ -43,8 +43,8 @@ public:
 
     // An ordinary member of that key must not turn into types by an edit: true when it would with this text
     // in the place of a value, or for a new member of it, and when it would without this node.
-    bool wouldReadWith(JsonNodeId object, JsonNodeId node, std::string_view text) const;
-    bool wouldReadWithout(JsonNodeId node) const;
+    bool wouldReadWith(NodeId object, NodeId node, std::string_view text) const;
+    bool wouldReadWithout(NodeId node) const;
 
     // Gives the marks at and below the siblings that move up their new paths, after this one was removed.
     void moveUp(std::string_view removedPath, bool inArray);
@@ -53,14 +53,14 @@ private:
     struct Mark
     {
         FrameworkCore::Values::Type type;
-        JsonNodeId node;
+        NodeId node;
     };
     using Marks = std::map<std::string, Mark, std::less<>>;
 
     // What the object says but for one of its members; nothing when it says anything else than types.
-    Marks readMarks(JsonNodeId object, JsonNodeId without = noJsonNode) const;
-    // The only member of that key when it says something else than types; noJsonNode without one.
-    JsonNodeId findOrdinary() const;
+    Marks readMarks(NodeId object, NodeId without = noNode) const;
+    // The only member of that key when it says something else than types; noNode without one.
+    NodeId findOrdinary() const;
 
     Marks::iterator take(Marks::iterator mark);
     void dropEmptyMember();
@@ -68,7 +68,7 @@ private:
     JsonTree& tree;
     JsonMembers& members;
     JsonEditor& editor;
-    JsonNodeId member = noJsonNode;
+    NodeId member = noNode;
     Marks marks;
 };
 

@@ -9,33 +9,32 @@ JsonWriter::JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree), text(synt
 std::string JsonWriter::write()
 {
     text.reserve();
-    JsonNodeId id = tree.getRoot();
-    while (id != noJsonNode)
+    NodeId id = tree.getRoot();
+    while (id != noNode)
         id = open(id) ? tree.node(id).first : close(id);
     return text.take();
 }
 
-std::string JsonWriter::writeValue(JsonNodeId id)
+std::string JsonWriter::writeValue(NodeId id)
 {
-    JsonNodeId within = openValue(id) ? tree.node(id).first : noJsonNode;
-    while (within != noJsonNode)
+    NodeId within = openValue(id) ? tree.node(id).first : noNode;
+    while (within != noNode)
         within = open(within) ? tree.node(within).first : close(within, id);
     return text.take();
 }
 
-Span JsonWriter::locateValue(JsonNodeId id)
+Span JsonWriter::locateValue(NodeId id)
 {
     Span value;
     writeLocating(id, value);
     return value;
 }
 
-std::string JsonWriter::writeLocating(JsonNodeId id, Span& value)
+std::string JsonWriter::writeLocating(NodeId id, Span& value)
 {
     // What nothing has edited is written in one go.
     located = id;
-    for (JsonNodeId above = id; above != noJsonNode && !tree.node(above).touched;
-         above = tree.node(above).parent)
+    for (NodeId above = id; above != noNode && !tree.node(above).touched; above = tree.node(above).parent)
         located = above;
     std::string whole = write();
     const JsonNode& node = tree.node(id);
@@ -46,14 +45,14 @@ std::string JsonWriter::writeLocating(JsonNodeId id, Span& value)
 }
 
 // Writes a node up to its children; true when there are some to go on with.
-bool JsonWriter::open(JsonNodeId id)
+bool JsonWriter::open(NodeId id)
 {
     text.append(tree.text(id, JsonPart::Lead));
     text.append(tree.text(id, JsonPart::Label));
     return openValue(id);
 }
 
-bool JsonWriter::openValue(JsonNodeId id)
+bool JsonWriter::openValue(NodeId id)
 {
     if (id == located)
         span.offset = text.length();
@@ -62,7 +61,7 @@ bool JsonWriter::openValue(JsonNodeId id)
         text.append(tree.text(id, JsonPart::Value));
     } else {
         text.append(node.kind == JsonKind::Object ? '{' : '[');
-        if (node.first != noJsonNode)
+        if (node.first != noNode)
             return true;
         appendClosing(id);
     }
@@ -70,13 +69,13 @@ bool JsonWriter::openValue(JsonNodeId id)
     return false;
 }
 
-void JsonWriter::appendClosing(JsonNodeId id)
+void JsonWriter::appendClosing(NodeId id)
 {
     text.append(tree.text(id, JsonPart::Closing));
     text.append(tree.node(id).kind == JsonKind::Object ? '}' : ']');
 }
 
-void JsonWriter::noteEnd(JsonNodeId id)
+void JsonWriter::noteEnd(NodeId id)
 {
     if (id == located)
         span.length = text.length() - span.offset;
@@ -84,24 +83,24 @@ void JsonWriter::noteEnd(JsonNodeId id)
 
 // Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
 // with, none behind the end of the node `until`.
-JsonNodeId JsonWriter::close(JsonNodeId id, JsonNodeId until)
+NodeId JsonWriter::close(NodeId id, NodeId until)
 {
     while (true) {
         text.append(tree.text(id, JsonPart::Tail));
         const JsonNode& node = tree.node(id);
-        if (node.next != noJsonNode) {
+        if (node.next != noNode) {
             text.append(',');
             return node.next;
         }
-        if (node.parent == noJsonNode)
-            return noJsonNode;
+        if (node.parent == noNode)
+            return noNode;
         id = node.parent;
         if (tree.node(id).trailingComma)
             text.append(',');
         appendClosing(id);
         noteEnd(id);
         if (id == until)
-            return noJsonNode;
+            return noNode;
     }
 }
 

@@ -17,23 +17,23 @@ public:
     std::string write();
 
     // Only the value of a scalar or a list.
-    std::string writeValue(JsonNodeId id);
+    std::string writeValue(NodeId id);
 
     // Where the value of a scalar or a list stands in the whole text.
-    Span locateValue(JsonNodeId id);
+    Span locateValue(NodeId id);
 
     // Both at once.
-    std::string writeLocating(JsonNodeId id, Span& value);
+    std::string writeLocating(NodeId id, Span& value);
 
 private:
-    bool open(JsonNodeId id);
-    bool openValue(JsonNodeId id);
-    JsonNodeId close(JsonNodeId id, JsonNodeId until = noJsonNode);
-    void appendClosing(JsonNodeId id);
-    void noteEnd(JsonNodeId id);
+    bool open(NodeId id);
+    bool openValue(NodeId id);
+    NodeId close(NodeId id, NodeId until = noNode);
+    void appendClosing(NodeId id);
+    void noteEnd(NodeId id);
 
     const JsonTree& tree;
-    JsonNodeId located = noJsonNode; // whose value's place goes into span
+    NodeId located = noNode; // whose value's place goes into span
     Span span;
     StretchWriter text;
 };

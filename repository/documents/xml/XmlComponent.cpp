@@ -57,7 +57,7 @@ bool isXmlName(std::string_view name)
     // Which letters of the world's scripts may stand in a name, the parser knows.
     XmlTree sample('<' + std::string(name) + "/>");
     XmlEntities none;
-    return XmlReader(sample, none).read().message.empty() && sample.getRoot() != noXmlNode;
+    return XmlReader(sample, none).read().message.empty() && sample.getRoot() != noNode;
 }
 
 } // namespace Repository::Documents

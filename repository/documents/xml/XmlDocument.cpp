@@ -49,7 +49,7 @@ Outcome XmlDocument::parse(std::string bytes)
         fresh->spelling.encoding = encoding;
         fresh->spelling.isAscii = declaration.encoding == XmlEncoding::Ascii;
         fresh->spelling.lineEnd = lineEndOf(fresh->tree.getOriginal());
-        const XmlFault fault = XmlReader(fresh->tree, fresh->entities).read();
+        const SyntaxFault fault = XmlReader(fresh->tree, fresh->entities).read();
         if (!fault.message.empty()) {
             const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
             return {fault.message, position.line, position.column};
@@ -66,20 +66,20 @@ void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
     const XmlTree& tree = content->tree;
     Entry entry;
     std::vector<std::size_t> lengths; // of the paths of the elements above
-    XmlNodeId id = tree.getRoot();
-    while (id != noXmlNode) {
+    NodeId id = tree.getRoot();
+    while (id != noNode) {
         const std::size_t length = entry.path.size();
         appendComponent(entry.path, id);
         entry.value = content->values.read(id);
         visitor(entry);
         const XmlNode* node = &tree.node(id);
-        if (node->first != noXmlNode) {
+        if (node->first != noNode) {
             lengths.push_back(length);
             id = node->first;
             continue;
         }
         entry.path.resize(length);
-        while (node->next == noXmlNode && !lengths.empty()) {
+        while (node->next == noNode && !lengths.empty()) {
             entry.path.resize(lengths.back());
             lengths.pop_back();
             node = &tree.node(node->parent);
@@ -88,7 +88,7 @@ void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
     }
 }
 
-void XmlDocument::appendComponent(std::string& path, XmlNodeId id) const
+void XmlDocument::appendComponent(std::string& path, NodeId id) const
 {
     const XmlNode& node = content->tree.node(id);
     if (!path.empty())
@@ -103,7 +103,7 @@ void XmlDocument::appendComponent(std::string& path, XmlNodeId id) const
 Outcome XmlDocument::set(std::string_view path, const Value& value)
 {
     Outcome outcome;
-    const XmlNodeId id = findValue(path, outcome);
+    const NodeId id = findValue(path, outcome);
     if (!outcome.ok())
         return outcome;
     if (value.type == Type::Group)
@@ -119,11 +119,11 @@ Outcome XmlDocument::set(std::string_view path, const Value& value)
 
 SiblingPlace XmlDocument::placeOf(std::string_view path) const
 {
-    const XmlNodeId id = find(path);
-    if (id == noXmlNode || content->tree.node(id).next == noXmlNode)
+    const NodeId id = find(path);
+    if (id == noNode || content->tree.node(id).next == noNode)
         return {SiblingPlace::Kind::Last, {}};
     const XmlNode& node = content->tree.node(id);
-    if (node.previous == noXmlNode)
+    if (node.previous == noNode)
         return {SiblingPlace::Kind::First, {}};
     SiblingPlace place{SiblingPlace::Kind::After, std::string(splitLast(path).parent)};
     appendComponent(place.sibling, node.previous);
@@ -132,7 +132,7 @@ SiblingPlace XmlDocument::placeOf(std::string_view path) const
 
 bool XmlDocument::contains(std::string_view path) const
 {
-    return find(path) != noXmlNode;
+    return find(path) != noNode;
 }
 
 std::string XmlDocument::getBytes() const
@@ -145,7 +145,7 @@ std::string XmlDocument::getBytes() const
 std::optional<Span> XmlDocument::locate(std::string_view path) const
 {
     Outcome outcome;
-    const XmlNodeId id = findValue(path, outcome);
+    const NodeId id = findValue(path, outcome);
     if (!outcome.ok())
         return std::nullopt;
     XmlWriter writer(content->tree, id);
@@ -159,14 +159,14 @@ std::optional<Span> XmlDocument::locate(std::string_view path) const
 std::optional<std::string> XmlDocument::spell(std::string_view path) const
 {
     Outcome outcome;
-    const XmlNodeId id = findValue(path, outcome);
+    const NodeId id = findValue(path, outcome);
     return outcome.ok() ? std::optional(content->values.spellingOf(id)) : std::nullopt;
 }
 
 Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
 {
     Outcome outcome;
-    const XmlNodeId id = findValue(path, outcome);
+    const NodeId id = findValue(path, outcome);
     if (!outcome.ok())
         return outcome;
     const std::string error = content->values.explainMisspelling(id, spelling);
@@ -176,10 +176,10 @@ Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
     return {};
 }
 
-XmlNodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
+NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 {
-    const XmlNodeId id = find(path);
-    if (id == noXmlNode)
+    const NodeId id = find(path);
+    if (id == noNode)
         outcome = refused("there is no entry " + quoted(path));
     else if (content->values.read(id).type == Type::Group)
         outcome = refused(quoted(path) + " is a group, which has no value of its own");
@@ -195,8 +195,8 @@ XmlDocument::Way XmlDocument::wayTo(std::string_view path) const
     way.isPath = true;
     auto next = components->begin();
     while (next != components->end()) {
-        const XmlNodeId child = findChild(way.node, *next);
-        if (child == noXmlNode)
+        const NodeId child = findChild(way.node, *next);
+        if (child == noNode)
             break;
         way.node = child;
         ++way.depth;
@@ -206,17 +206,17 @@ XmlDocument::Way XmlDocument::wayTo(std::string_view path) const
     return way;
 }
 
-XmlNodeId XmlDocument::find(std::string_view path) const
+NodeId XmlDocument::find(std::string_view path) const
 {
     const Way way = wayTo(path);
-    return way.missing.empty() ? way.node : noXmlNode;
+    return way.missing.empty() ? way.node : noNode;
 }
 
-XmlNodeId XmlDocument::findChild(XmlNodeId parent, std::string_view component) const
+NodeId XmlDocument::findChild(NodeId parent, std::string_view component) const
 {
     const auto step = readXmlComponent(component);
     const auto name = step ? content->tree.getNames().find(step->name) : std::nullopt;
-    return name ? content->tree.find(parent, {step->kind, *name, step->number}) : noXmlNode;
+    return name ? content->tree.find(parent, {step->kind, *name, step->number}) : noNode;
 }
 
 } // namespace Repository::Documents

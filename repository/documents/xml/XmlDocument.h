@@ -58,7 +58,7 @@ private:
         // While entries come in a run: those that lack something so far.
         struct Lacking
         {
-            XmlNodeId node;
+            NodeId node;
             std::string path;
         };
         std::optional<std::vector<Lacking>> run;
@@ -68,23 +68,23 @@ private:
     struct Way
     {
         bool isPath = false;
-        XmlNodeId node = noXmlNode;
+        NodeId node = noNode;
         std::size_t depth = 0; // of that node
         std::vector<std::string_view> missing;
     };
 
     Way wayTo(std::string_view path) const;
-    XmlNodeId find(std::string_view path) const;
-    XmlNodeId findChild(XmlNodeId parent, std::string_view component) const;
+    NodeId find(std::string_view path) const;
+    NodeId findChild(NodeId parent, std::string_view component) const;
     // A node with a value, or why there is none.
-    XmlNodeId findValue(std::string_view path, Outcome& outcome) const;
-    void appendComponent(std::string& path, XmlNodeId id) const;
-    Outcome insertValue(XmlNodeId id, std::string_view path, const FrameworkCore::Values::Value& value);
+    NodeId findValue(std::string_view path, Outcome& outcome) const;
+    void appendComponent(std::string& path, NodeId id) const;
+    Outcome insertValue(NodeId id, std::string_view path, const FrameworkCore::Values::Value& value);
     Outcome checkWay(const Way& way, const FrameworkCore::Values::Value& value,
                      std::vector<XmlComponent>& steps) const;
-    Outcome checkStep(XmlNodeId parent, std::string_view component, const XmlComponent& step) const;
-    Outcome checkPrefix(XmlNodeId element, std::string_view name) const;
-    Outcome checkSurroundings(XmlNodeId id) const;
+    Outcome checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const;
+    Outcome checkPrefix(NodeId element, std::string_view name) const;
+    Outcome checkSurroundings(NodeId id) const;
 
     std::unique_ptr<Content> content;
 };

@@ -34,15 +34,15 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
     Outcome outcome = checkWay(way, value, steps);
     if (!outcome.ok())
         return outcome;
-    const char quote = content->editor.quoteFor(steps.size() == 1 ? way.node : noXmlNode);
+    const char quote = content->editor.quoteFor(steps.size() == 1 ? way.node : noNode);
     XmlValues::Spelled spelled;
     if (value.type != Type::Group)
         spelled = content->values.spellNew(steps.back().kind, quote, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
-    XmlNodeId id = way.node;
+    NodeId id = way.node;
     for (const XmlComponent& step : steps) {
-        if (id == noXmlNode)
+        if (id == noNode)
             id = content->editor.createRoot(step.name);
         else
             id = content->editor.append(id,
@@ -57,7 +57,7 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
 }
 
 // Gives a value to an element that has none.
-Outcome XmlDocument::insertValue(XmlNodeId id, std::string_view path, const Value& value)
+Outcome XmlDocument::insertValue(NodeId id, std::string_view path, const Value& value)
 {
     if (value.type == Type::Group || content->values.read(id).type != Type::Group)
         return refused("there is already an entry " + quoted(path));
@@ -81,14 +81,14 @@ Outcome XmlDocument::insertValue(XmlNodeId id, std::string_view path, const Valu
 Outcome XmlDocument::checkWay(const Way& way, const Value& value, std::vector<XmlComponent>& steps) const
 {
     const XmlTree& tree = content->tree;
-    if (way.node == noXmlNode && tree.getRoot() != noXmlNode)
+    if (way.node == noNode && tree.getRoot() != noNode)
         return refused("a file of xml has one root element, here " +
                        quoted(tree.getNames().nameOf(tree.node(tree.getRoot()).name)) +
                        "; everything else lies in it");
     if (way.depth + way.missing.size() > XmlReader::maximumDepth)
         return refused("more than " + std::to_string(XmlReader::maximumDepth) +
                        " elements would lie within each other");
-    XmlNodeId parent = way.node;
+    NodeId parent = way.node;
     for (const std::string_view component : way.missing) {
         const bool isLast = steps.size() + 1 == way.missing.size();
         const auto step = readXmlComponent(component);
@@ -99,21 +99,21 @@ Outcome XmlDocument::checkWay(const Way& way, const Value& value, std::vector<Xm
             return outcome;
         if (step->kind != XmlKind::Element && (!isLast || value.type == Type::Group))
             return refused(quoted(component) + " is an attribute or a text, which holds no other entries");
-        if (step->kind != XmlKind::Element && parent == noXmlNode && steps.empty())
+        if (step->kind != XmlKind::Element && parent == noNode && steps.empty())
             return refused(quoted(component) + " needs an element to stand in");
         steps.push_back(*step);
-        parent = noXmlNode;
+        parent = noNode;
     }
     return {};
 }
 
-// Parent is the element that is there, or noXmlNode for one that is yet to be made.
-Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, const XmlComponent& step) const
+// Parent is the element that is there, or noNode for one that is yet to be made.
+Outcome XmlDocument::checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const
 {
     const XmlTree& tree = content->tree;
-    if (parent != noXmlNode && tree.node(parent).kind != XmlKind::Element)
+    if (parent != noNode && tree.node(parent).kind != XmlKind::Element)
         return refused("an attribute or a text of xml holds no other entries");
-    const bool fillsValue = step.kind != XmlKind::Attribute && parent != noXmlNode &&
+    const bool fillsValue = step.kind != XmlKind::Attribute && parent != noNode &&
                             !tree.node(parent).isContainer() &&
                             content->values.read(parent).type != Type::Group;
     if (fillsValue)
@@ -121,12 +121,12 @@ Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, con
                        " has a value, and xml has no place for both a value and elements");
     if (step.number > 1) {
         const std::string before = joinNumber(splitNumber(component).name, step.number - 1);
-        if (parent == noXmlNode || findChild(parent, before) == noXmlNode)
+        if (parent == noNode || findChild(parent, before) == noNode)
             return refused(quoted(component) + " can only be added behind " + quoted(before) +
                            ", which is not there");
     }
     if (step.kind == XmlKind::Text) {
-        const bool isBesideNodes = parent != noXmlNode && tree.node(parent).isContainer();
+        const bool isBesideNodes = parent != noNode && tree.node(parent).isContainer();
         if (!isBesideNodes)
             return content->run ? Outcome() : refused(noElementsBeside(component));
         if (tree.node(tree.node(parent).last).kind == XmlKind::Text)
@@ -143,15 +143,15 @@ Outcome XmlDocument::checkStep(XmlNodeId parent, std::string_view component, con
 }
 
 // A prefix must be declared where it is used, or namespace-aware readers refuse the file.
-Outcome XmlDocument::checkPrefix(XmlNodeId element, std::string_view name) const
+Outcome XmlDocument::checkPrefix(NodeId element, std::string_view name) const
 {
     const std::string_view prefix = name.substr(0, std::min(name.find(':'), name.size()));
     if (prefix == name || prefix == "xml" || prefix == "xmlns")
         return {};
     const auto declaration =
         content->tree.getNames().find(std::string(declarationOfPrefix) + std::string(prefix));
-    for (; declaration && element != noXmlNode; element = content->tree.node(element).parent) {
-        if (content->tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noXmlNode)
+    for (; declaration && element != noNode; element = content->tree.node(element).parent) {
+        if (content->tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noNode)
             return {};
     }
     return refused("the prefix of " + quoted(name) + " is not declared: add the attribute " +
@@ -160,7 +160,7 @@ Outcome XmlDocument::checkPrefix(XmlNodeId element, std::string_view name) const
 }
 
 // What a node needs beside itself.
-Outcome XmlDocument::checkSurroundings(XmlNodeId id) const
+Outcome XmlDocument::checkSurroundings(NodeId id) const
 {
     const XmlTree& tree = content->tree;
     const XmlNode& node = tree.node(id);
@@ -190,8 +190,8 @@ Outcome XmlDocument::endRun(std::string& refusedPath)
 
 Outcome XmlDocument::remove(std::string_view path)
 {
-    const XmlNodeId id = find(path);
-    if (id == noXmlNode)
+    const NodeId id = find(path);
+    if (id == noNode)
         return path.empty() ? refused("the whole document cannot be removed")
                             : refused("there is no entry " + quoted(path));
     if (id != content->tree.getRoot()) {
@@ -211,12 +211,12 @@ Outcome XmlDocument::remove(std::string_view path)
 
 bool XmlDocument::removalMovesSiblings(std::string_view path) const
 {
-    const XmlNodeId id = find(path);
-    if (id == noXmlNode)
+    const NodeId id = find(path);
+    if (id == noNode)
         return false;
     const XmlNode& node = content->tree.node(id);
     const bool hasSuccessor =
-        content->tree.find(node.parent, {node.kind, node.name, node.number + 1}) != noXmlNode;
+        content->tree.find(node.parent, {node.kind, node.name, node.number + 1}) != noNode;
     return hasSuccessor || content->editor.joinsTexts(id);
 }
 

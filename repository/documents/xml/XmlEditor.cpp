@@ -11,10 +11,9 @@ XmlEditor::XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelli
 {
 }
 
-XmlNodeId XmlEditor::createRoot(std::string_view name)
+NodeId XmlEditor::createRoot(std::string_view name)
 {
-    const XmlNodeId id =
-        tree.insert(noXmlNode, noXmlNode, {XmlKind::Element, tree.getNames().intern(name), 1});
+    const NodeId id = tree.insert(noNode, noNode, {XmlKind::Element, tree.getNames().intern(name), 1});
     const std::string declared = spelling.isWide() ? "UTF-16" : "UTF-8";
     tree.setText(id, XmlPart::Lead,
                  "<?xml version=\"1.0\" encoding=\"" + declared + "\"?>" + spelling.lineEnd);
@@ -23,39 +22,39 @@ XmlNodeId XmlEditor::createRoot(std::string_view name)
     return id;
 }
 
-void XmlEditor::fillElement(XmlNodeId id)
+void XmlEditor::fillElement(NodeId id)
 {
     tree.setText(id, XmlPart::Label, '<' + std::string(tree.getNames().nameOf(tree.node(id).name)));
     tree.setText(id, XmlPart::TagEnd, "/>");
 }
 
-XmlNodeId XmlEditor::append(XmlNodeId parent, const XmlKey& key, bool isInRun)
+NodeId XmlEditor::append(NodeId parent, const XmlKey& key, bool isInRun)
 {
     if (key.kind == XmlKind::Attribute)
         return appendAttribute(parent, key);
     if (!tree.node(parent).isContainer())
         return appendFirst(parent, key);
     const bool isInOrder = isInRun && tree.node(parent).end == 0;
-    XmlNodeId sibling = noXmlNode;
+    NodeId sibling = noNode;
     if (key.number > 1 && key.kind == XmlKind::Element && !isInOrder)
         sibling = tree.find(parent, {key.kind, key.name, key.number - 1});
-    if (sibling == noXmlNode)
+    if (sibling == noNode)
         sibling = tree.node(parent).last;
     // Two texts never stand side by side; a run may begin with one that has no elements yet.
     if (tree.node(sibling).kind == XmlKind::Text && !isInOrder && tree.node(parent).count > 1)
         sibling = tree.node(sibling).previous;
-    const XmlNodeId id = tree.insert(parent, sibling, key);
+    const NodeId id = tree.insert(parent, sibling, key);
     if (key.kind == XmlKind::Element)
         fillElement(id);
     layout.placeBehind(id, sibling);
     return id;
 }
 
-XmlNodeId XmlEditor::appendFirst(XmlNodeId parent, const XmlKey& key)
+NodeId XmlEditor::appendFirst(NodeId parent, const XmlKey& key)
 {
     const std::string content = contentOf(parent);
     values.open(parent);
-    const XmlNodeId id = tree.insert(parent, tree.lastAttribute(parent), key);
+    const NodeId id = tree.insert(parent, tree.lastAttribute(parent), key);
     if (key.kind == XmlKind::Text) {
         layout.setClosingGap(parent, content);
         return id;
@@ -65,26 +64,26 @@ XmlNodeId XmlEditor::appendFirst(XmlNodeId parent, const XmlKey& key)
     return id;
 }
 
-XmlNodeId XmlEditor::appendAttribute(XmlNodeId element, const XmlKey& key)
+NodeId XmlEditor::appendAttribute(NodeId element, const XmlKey& key)
 {
     const std::string name(tree.getNames().nameOf(key.name));
     const char quote = quoteFor(element);
-    const XmlNodeId last = tree.lastAttribute(element);
+    const NodeId last = tree.lastAttribute(element);
     layout.dropMark(element, name);
-    const XmlNodeId id = tree.insert(element, last, key);
-    tree.setText(id, XmlPart::Lead, last == noXmlNode ? " " : std::string(tree.text(last, XmlPart::Lead)));
+    const NodeId id = tree.insert(element, last, key);
+    tree.setText(id, XmlPart::Lead, last == noNode ? " " : std::string(tree.text(last, XmlPart::Lead)));
     tree.setText(id, XmlPart::Label, name + '=' + quote);
     tree.setText(id, XmlPart::Closing, std::string(1, quote));
     return id;
 }
 
-char XmlEditor::quoteFor(XmlNodeId element) const
+char XmlEditor::quoteFor(NodeId element) const
 {
-    const XmlNodeId last = element == noXmlNode ? noXmlNode : tree.lastAttribute(element);
-    return last == noXmlNode ? '"' : tree.text(last, XmlPart::Closing)[0];
+    const NodeId last = element == noNode ? noNode : tree.lastAttribute(element);
+    return last == noNode ? '"' : tree.text(last, XmlPart::Closing)[0];
 }
 
-void XmlEditor::give(XmlNodeId id, XmlValues::Spelled value)
+void XmlEditor::give(NodeId id, XmlValues::Spelled value)
 {
     const XmlNode& node = tree.node(id);
     const bool isAttribute = node.kind == XmlKind::Attribute;
@@ -104,7 +103,7 @@ void XmlEditor::give(XmlNodeId id, XmlValues::Spelled value)
     values.put(id, std::move(value.text));
 }
 
-void XmlEditor::respell(XmlNodeId id, std::string_view spelled)
+void XmlEditor::respell(NodeId id, std::string_view spelled)
 {
     const XmlKind kind = tree.node(id).kind;
     const std::string comments = kind == XmlKind::Attribute ? std::string() : xmlCommentsIn(spelled);
@@ -119,23 +118,23 @@ void XmlEditor::respell(XmlNodeId id, std::string_view spelled)
     values.put(id, std::string(spelled));
 }
 
-std::string XmlEditor::contentOf(XmlNodeId element) const
+std::string XmlEditor::contentOf(NodeId element) const
 {
     std::string content(tree.text(element, XmlPart::Front));
     content += tree.text(element, XmlPart::Value);
     return content += layout.closingGap(element);
 }
 
-bool XmlEditor::joinsTexts(XmlNodeId id) const
+bool XmlEditor::joinsTexts(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
-    return node.kind == XmlKind::Element && node.parent != noXmlNode && layout.isMixed(node.parent);
+    return node.kind == XmlKind::Element && node.parent != noNode && layout.isMixed(node.parent);
 }
 
-void XmlEditor::remove(XmlNodeId id)
+void XmlEditor::remove(NodeId id)
 {
     const XmlNode node = tree.node(id);
-    const XmlNodeId parent = node.parent;
+    const NodeId parent = node.parent;
     if (node.kind == XmlKind::Attribute) {
         layout.dropMark(parent, tree.getNames().nameOf(node.name));
         tree.remove(id);
@@ -149,8 +148,8 @@ void XmlEditor::remove(XmlNodeId id)
         return;
     }
     tree.remove(id);
-    const auto isText = [this](XmlNodeId sibling) {
-        return sibling != noXmlNode && tree.node(sibling).kind == XmlKind::Text;
+    const auto isText = [this](NodeId sibling) {
+        return sibling != noNode && tree.node(sibling).kind == XmlKind::Text;
     };
     if (isText(node.previous) && isText(node.next))
         joinTexts(node.previous, node.next);
@@ -158,7 +157,7 @@ void XmlEditor::remove(XmlNodeId id)
         dissolve(parent);
 }
 
-bool XmlEditor::standsAlone(XmlNodeId root) const
+bool XmlEditor::standsAlone(NodeId root) const
 {
     std::string_view lead = tree.text(root, XmlPart::Lead);
     const auto marks = readXmlMarks(lead);
@@ -169,7 +168,7 @@ bool XmlEditor::standsAlone(XmlNodeId root) const
     return isXmlBlank(lead) && isXmlBlank(tree.epilogue());
 }
 
-void XmlEditor::joinTexts(XmlNodeId text, XmlNodeId following)
+void XmlEditor::joinTexts(NodeId text, NodeId following)
 {
     std::string joined(tree.text(text, XmlPart::Value));
     joined += tree.text(following, XmlPart::Lead);
@@ -179,7 +178,7 @@ void XmlEditor::joinTexts(XmlNodeId text, XmlNodeId following)
 }
 
 // Makes an element that has lost its last child one of no value; a mark would have it empty but of a type.
-void XmlEditor::empty(XmlNodeId element, std::string gap)
+void XmlEditor::empty(NodeId element, std::string gap)
 {
     layout.dropMark(element, {});
     tree.node(element).isMarked = false;
@@ -193,9 +192,9 @@ void XmlEditor::empty(XmlNodeId element, std::string gap)
 }
 
 // Makes the only text of an element its value.
-void XmlEditor::dissolve(XmlNodeId element)
+void XmlEditor::dissolve(NodeId element)
 {
-    const XmlNodeId text = tree.node(element).last;
+    const NodeId text = tree.node(element).last;
     std::string lead(tree.text(text, XmlPart::Lead));
     std::string value(tree.text(text, XmlPart::Value));
     tree.remove(text);

@@ -18,42 +18,42 @@ public:
     XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling);
 
     // Makes the root element in a text without one, with a declaration before it.
-    XmlNodeId createRoot(std::string_view name);
+    NodeId createRoot(std::string_view name);
 
     // A new node with the next number of its name: an element behind its siblings of that name, else behind
     // all others; an attribute behind all others; a text at the end. In a run each stands behind the one
     // before it, unless the parent was there when the file was read.
-    XmlNodeId append(XmlNodeId parent, const XmlKey& key, bool isInRun);
+    NodeId append(NodeId parent, const XmlKey& key, bool isInRun);
 
     // The quote of a new attribute of an element.
-    char quoteFor(XmlNodeId element) const;
+    char quoteFor(NodeId element) const;
 
     // Gives its first value to a node that was appended, or to an element with nothing in it.
-    void give(XmlNodeId id, XmlValues::Spelled value);
+    void give(NodeId id, XmlValues::Spelled value);
 
     // Puts a spelling that the value had before in its place. Comments that stood in it and were kept behind
     // another value come back from there.
-    void respell(XmlNodeId id, std::string_view spelled);
+    void respell(NodeId id, std::string_view spelled);
 
     // What stands in an element that has neither value nor children.
-    std::string contentOf(XmlNodeId element) const;
+    std::string contentOf(NodeId element) const;
 
     // True when the texts around a node would become one, or the value of their parent, without it.
-    bool joinsTexts(XmlNodeId id) const;
+    bool joinsTexts(NodeId id) const;
 
     // Of a node other than the root.
-    void remove(XmlNodeId id);
+    void remove(NodeId id);
 
     // True when nothing but the declaration of xml and marks stands around the root.
-    bool standsAlone(XmlNodeId root) const;
+    bool standsAlone(NodeId root) const;
 
 private:
-    void fillElement(XmlNodeId id);
-    XmlNodeId appendAttribute(XmlNodeId element, const XmlKey& key);
-    XmlNodeId appendFirst(XmlNodeId parent, const XmlKey& key);
-    void joinTexts(XmlNodeId text, XmlNodeId following);
-    void empty(XmlNodeId element, std::string gap);
-    void dissolve(XmlNodeId element);
+    void fillElement(NodeId id);
+    NodeId appendAttribute(NodeId element, const XmlKey& key);
+    NodeId appendFirst(NodeId parent, const XmlKey& key);
+    void joinTexts(NodeId text, NodeId following);
+    void empty(NodeId element, std::string gap);
+    void dissolve(NodeId element);
 
     XmlTree& tree;
     XmlValues& values;

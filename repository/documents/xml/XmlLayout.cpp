@@ -62,7 +62,7 @@ XmlLayout::XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd)
 {
 }
 
-void XmlLayout::placeBehind(XmlNodeId id, XmlNodeId sibling)
+void XmlLayout::placeBehind(NodeId id, NodeId sibling)
 {
     const bool inLine = tree.node(id).kind == XmlKind::Element && !isMixed(tree.node(id).parent) &&
                         endsInBlankLine(tree.text(sibling, XmlPart::Lead));
@@ -78,9 +78,9 @@ void XmlLayout::placeBehind(XmlNodeId id, XmlNodeId sibling)
     tree.setText(id, XmlPart::Lead, lead + lineEnd + indentOf(sibling));
 }
 
-void XmlLayout::placeOnly(XmlNodeId id, std::string_view content)
+void XmlLayout::placeOnly(NodeId id, std::string_view content)
 {
-    const XmlNodeId parent = tree.node(id).parent;
+    const NodeId parent = tree.node(id).parent;
     const bool lines = breaksLines(parent, content);
     const std::string indent = lines ? lineEnd + indentOf(parent) : std::string();
     const std::string innerIndent = lines ? indent + unitOfIndent() : std::string();
@@ -98,13 +98,13 @@ void XmlLayout::placeOnly(XmlNodeId id, std::string_view content)
     setClosingGap(parent, std::move(gap));
 }
 
-bool XmlLayout::breaksLines(XmlNodeId element, std::string_view content) const
+bool XmlLayout::breaksLines(NodeId element, std::string_view content) const
 {
     return holdsLineEnd(content) || element == tree.getRoot() ||
            endsInBlankLine(tree.text(element, XmlPart::Lead));
 }
 
-void XmlLayout::addMark(XmlNodeId element, const std::string& mark)
+void XmlLayout::addMark(NodeId element, const std::string& mark)
 {
     std::string lead(tree.text(element, XmlPart::Lead));
     const bool beginsLine = element == tree.getRoot() || endsInBlankLine(lead);
@@ -114,7 +114,7 @@ void XmlLayout::addMark(XmlNodeId element, const std::string& mark)
     tree.setText(element, XmlPart::Lead, std::move(lead));
 }
 
-void XmlLayout::dropMark(XmlNodeId element, std::string_view attribute)
+void XmlLayout::dropMark(NodeId element, std::string_view attribute)
 {
     const std::string lead(tree.text(element, XmlPart::Lead));
     for (const XmlMark& mark : readXmlMarks(lead)) {
@@ -129,7 +129,7 @@ void XmlLayout::dropMark(XmlNodeId element, std::string_view attribute)
     }
 }
 
-void XmlLayout::takeOut(XmlNodeId id)
+void XmlLayout::takeOut(NodeId id)
 {
     std::string_view lead = tree.text(id, XmlPart::Lead);
     const std::vector<XmlMark> marks = readXmlMarks(lead);
@@ -143,43 +143,43 @@ void XmlLayout::takeOut(XmlNodeId id)
     setGapBehind(id, std::string(kept) + std::string(gap.substr(hasLine ? rest : 0)));
 }
 
-std::string_view XmlLayout::gapBehind(XmlNodeId id) const
+std::string_view XmlLayout::gapBehind(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
-    return node.next == noXmlNode ? closingGap(node.parent) : tree.text(node.next, XmlPart::Lead);
+    return node.next == noNode ? closingGap(node.parent) : tree.text(node.next, XmlPart::Lead);
 }
 
-void XmlLayout::setGapBehind(XmlNodeId id, std::string gap)
+void XmlLayout::setGapBehind(NodeId id, std::string gap)
 {
     const XmlNode& node = tree.node(id);
-    if (node.next == noXmlNode)
+    if (node.next == noNode)
         setClosingGap(node.parent, std::move(gap));
     else
         tree.setText(node.next, XmlPart::Lead, std::move(gap));
 }
 
-std::string_view XmlLayout::closingGap(XmlNodeId element) const
+std::string_view XmlLayout::closingGap(NodeId element) const
 {
     const std::string_view closing = tree.text(element, XmlPart::Closing);
     return closing.substr(0, std::min(closing.rfind("</"), closing.size()));
 }
 
-void XmlLayout::setClosingGap(XmlNodeId element, std::string gap)
+void XmlLayout::setClosingGap(NodeId element, std::string gap)
 {
     gap += tree.text(element, XmlPart::Closing).substr(closingGap(element).size());
     tree.setText(element, XmlPart::Closing, std::move(gap));
 }
 
-bool XmlLayout::isMixed(XmlNodeId element) const
+bool XmlLayout::isMixed(NodeId element) const
 {
-    return tree.find(element, {XmlKind::Text, XmlNames::none, 1}) != noXmlNode;
+    return tree.find(element, {XmlKind::Text, XmlNames::none, 1}) != noNode;
 }
 
 // The blanks at the beginning of the line in which the element begins.
-std::string XmlLayout::indentOf(XmlNodeId element) const
+std::string XmlLayout::indentOf(NodeId element) const
 {
     std::string_view lead = tree.text(element, XmlPart::Lead);
-    while (!holdsLineEnd(lead) && tree.node(element).parent != noXmlNode) {
+    while (!holdsLineEnd(lead) && tree.node(element).parent != noNode) {
         element = tree.node(element).parent;
         lead = tree.text(element, XmlPart::Lead);
     }
@@ -193,9 +193,9 @@ std::string XmlLayout::unitOfIndent() const
 {
     const std::string usual = "  ";
     bool anyLine = false;
-    XmlNodeId element = tree.getRoot();
-    while (element != noXmlNode && tree.node(element).isContainer()) {
-        const XmlNodeId child = tree.firstInside(element);
+    NodeId element = tree.getRoot();
+    while (element != noNode && tree.node(element).isContainer()) {
+        const NodeId child = tree.firstInside(element);
         if (tree.node(child).end != 0 && endsInBlankLine(tree.text(child, XmlPart::Lead))) {
             const std::string outer = indentOf(element);
             const std::string inner = indentOf(child);
@@ -203,7 +203,7 @@ std::string XmlLayout::unitOfIndent() const
                 return inner.substr(outer.size());
             anyLine = true;
         }
-        element = tree.node(child).kind == XmlKind::Element ? child : noXmlNode;
+        element = tree.node(child).kind == XmlKind::Element ? child : noNode;
     }
     return anyLine ? std::string() : usual;
 }

@@ -16,32 +16,32 @@ public:
 
     // Place a node that was just linked: behind a sibling, or as the only child of an element that was
     // prepared for it, in the place of its content (what stood between its tags).
-    void placeBehind(XmlNodeId id, XmlNodeId sibling);
-    void placeOnly(XmlNodeId id, std::string_view content);
+    void placeBehind(NodeId id, NodeId sibling);
+    void placeOnly(NodeId id, std::string_view content);
 
     // Places a mark in front of the element; it stands in a line of its own if the element begins one.
-    void addMark(XmlNodeId element, const std::string& mark);
+    void addMark(NodeId element, const std::string& mark);
 
     // Takes out the mark for an attribute of the element.
-    void dropMark(XmlNodeId element, std::string_view attribute);
+    void dropMark(NodeId element, std::string_view attribute);
 
     // To be called before a node is unlinked; what stays of the text around it comes together behind it.
-    void takeOut(XmlNodeId id);
+    void takeOut(NodeId id);
 
     // What stands behind a node, up to the next one or to the end tag of its parent.
-    std::string_view gapBehind(XmlNodeId id) const;
-    void setGapBehind(XmlNodeId id, std::string gap);
+    std::string_view gapBehind(NodeId id) const;
+    void setGapBehind(NodeId id, std::string gap);
 
     // Without the end tag of the element.
-    std::string_view closingGap(XmlNodeId element) const;
-    void setClosingGap(XmlNodeId element, std::string gap);
+    std::string_view closingGap(NodeId element) const;
+    void setClosingGap(NodeId element, std::string gap);
 
-    bool isMixed(XmlNodeId element) const;
+    bool isMixed(NodeId element) const;
 
 private:
-    std::string indentOf(XmlNodeId element) const;
+    std::string indentOf(NodeId element) const;
     std::string unitOfIndent() const;
-    bool breaksLines(XmlNodeId element, std::string_view content) const;
+    bool breaksLines(NodeId element, std::string_view content) const;
 
     XmlTree& tree;
     const std::string& lineEnd;

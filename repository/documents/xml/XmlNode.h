@@ -1,12 +1,11 @@
 #pragma once
 
+#include "repository/documents/common/SyntaxTree.h"
+
 #include <cstddef>
 #include <cstdint>
 
 namespace Repository::Documents {
-
-using XmlNodeId = std::uint32_t;
-constexpr XmlNodeId noXmlNode = UINT32_MAX;
 
 enum class XmlKind : std::uint8_t { Element, Attribute, Text };
 
@@ -25,8 +24,12 @@ constexpr std::size_t xmlPartCount = 6;
 // An element, an attribute, or a text between elements. The numbers up to `end` are offsets in the original
 // text, each where a part begins; those that a kind has no part for are equal to the next. Texts that an edit
 // has put in place of a part are kept beside the node (XmlTree).
-struct XmlNode
+struct XmlNode : SyntaxNode
 {
+    XmlKind kind = XmlKind::Element;
+    bool isMarked : 1;  // a mark may tell the type of its value
+    bool isIndexed : 1; // its children are found through an index
+
     std::uint32_t lead = 0;
     std::uint32_t label = 0;
     std::uint32_t tagEnd = 0;
@@ -34,23 +37,14 @@ struct XmlNode
     std::uint32_t value = 0;
     std::uint32_t closing = 0;
     std::uint32_t end = 0;
-
-    XmlNodeId parent = noXmlNode;
-    XmlNodeId first = noXmlNode; // child; attributes come before all others
-    XmlNodeId last = noXmlNode;
-    XmlNodeId next = noXmlNode;
-    XmlNodeId previous = noXmlNode;
     std::uint32_t name = 0;   // XmlNames; the empty name for a text
     std::uint32_t number = 1; // among siblings of the same kind and name
-    std::uint32_t count = 0;  // of children that are no attributes
 
-    XmlKind kind = XmlKind::Element;
-    bool hasOwnTexts : 1; // some part was edited
-    bool touched : 1;     // something in it or below was edited
-    bool isMarked : 1;    // a mark may tell the type of its value
-    bool isIndexed : 1;   // its children are found through an index
+    XmlNode() : isMarked(false), isIndexed(false) {}
 
-    XmlNode() : hasOwnTexts(false), touched(false), isMarked(false), isIndexed(false) {}
+    // Attributes come before all other children and are not counted.
+    void adopt(const XmlNode& child) { count += child.kind == XmlKind::Attribute ? 0 : 1; }
+    void disown(const XmlNode& child) { count -= child.kind == XmlKind::Attribute ? 0 : 1; }
 
     // An element with children has no value of its own.
     bool isContainer() const { return count > 0; }

@@ -74,7 +74,7 @@ XmlReader::XmlReader(XmlTree& emptyTree, XmlEntities& noEntities)
 {
 }
 
-XmlFault XmlReader::read()
+SyntaxFault XmlReader::read()
 {
     if (isXmlBlank(text))
         return {};
@@ -116,11 +116,11 @@ void XmlReader::startAgain()
 {
     tree.clear();
     fault = {};
-    current = noXmlNode;
+    current = noNode;
     depth = cursor = 0;
 }
 
-XmlFault XmlReader::parse()
+SyntaxFault XmlReader::parse()
 {
     const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
     if (!parser)
@@ -157,7 +157,7 @@ bool XmlReader::open(std::size_t at)
         return fail(at, "more than " + std::to_string(maximumDepth) +
                             " elements lie within each other, which is more than is read");
     const bool isBlank = behindBlanks(cursor) == at;
-    if (!isBlank && current != noXmlNode)
+    if (!isBlank && current != noNode)
         addText(at);
     XmlNode node;
     node.parent = current;
@@ -178,7 +178,7 @@ bool XmlReader::open(std::size_t at)
 }
 
 // Takes up the attributes from behind the name of an element on; gives where the last one ends.
-std::size_t XmlReader::addAttributes(XmlNodeId element, std::size_t at)
+std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
 {
     while (true) {
         const std::size_t label = behindBlanks(at);
@@ -226,18 +226,18 @@ void XmlReader::addText(std::size_t end)
 }
 
 // Notes for which nodes of an element a mark in its lead is there.
-void XmlReader::markAll(XmlNodeId element, std::string_view lead)
+void XmlReader::markAll(NodeId element, std::string_view lead)
 {
     const std::size_t last = lead.find_last_of('>');
     if (last == std::string_view::npos || last == 0 || lead[last - 1] != '?')
         return;
     for (const XmlMark& mark : readXmlMarks(lead)) {
         const auto name = tree.getNames().find(mark.attribute);
-        const XmlNodeId attribute =
-            mark.attribute.empty() || !name ? noXmlNode : tree.find(element, {XmlKind::Attribute, *name, 1});
+        const NodeId attribute =
+            mark.attribute.empty() || !name ? noNode : tree.find(element, {XmlKind::Attribute, *name, 1});
         if (mark.attribute.empty())
             tree.node(element).isMarked = true;
-        else if (attribute != noXmlNode)
+        else if (attribute != noNode)
             tree.node(attribute).isMarked = true;
     }
 }
@@ -255,7 +255,7 @@ bool XmlReader::close(std::size_t at)
     return true;
 }
 
-void XmlReader::finish(XmlNodeId element, std::size_t closing, std::size_t end)
+void XmlReader::finish(NodeId element, std::size_t closing, std::size_t end)
 {
     if (tree.node(element).isContainer()) {
         addText(closing);
@@ -284,8 +284,8 @@ std::string XmlReader::explain(int error, std::size_t at) const
     case XML_ERROR_NO_MEMORY:
         return "there is not enough memory for a file of this size";
     case XML_ERROR_NO_ELEMENTS:
-        return current == noXmlNode ? "the file ends without a root element"
-                                    : "the file ends inside of " + currentTag();
+        return current == noNode ? "the file ends without a root element"
+                                 : "the file ends inside of " + currentTag();
     case XML_ERROR_TAG_MISMATCH:
         return "this end tag does not belong to " + currentTag() + ", which is still open";
     case XML_ERROR_INVALID_TOKEN:
@@ -323,7 +323,7 @@ std::string XmlReader::explainToken(std::size_t at) const
 
 std::string XmlReader::currentTag() const
 {
-    if (current == noXmlNode)
+    if (current == noNode)
         return "the root element";
     const XmlNode& node = tree.node(current);
     return '<' + std::string(tree.getNames().nameOf(node.name)) + "> of line " +

@@ -9,13 +9,6 @@
 
 namespace Repository::Documents {
 
-// Why a text is no xml, and where; without a message it is.
-struct XmlFault
-{
-    std::size_t offset = 0;
-    std::string message;
-};
-
 // Reads UTF-8 xml into a tree. Where the tags are and that the text is well-formed, XmlScanner tells of plain
 // files and Expat, which guards against entities that blow up, of all others; what stands in and between the
 // tags is found by looking at the text.
@@ -30,22 +23,22 @@ public:
 
     XmlReader(XmlTree& emptyTree, XmlEntities& noEntities);
 
-    XmlFault read();
+    SyntaxFault read();
 
 private:
     friend struct XmlHandlers;
 
     bool scan();
     void startAgain();
-    XmlFault parse();
+    SyntaxFault parse();
     bool open(std::size_t at);
     bool close(std::size_t at);
     bool declare(std::string_view name, std::string_view text);
-    std::size_t addAttributes(XmlNodeId element, std::size_t at);
+    std::size_t addAttributes(NodeId element, std::size_t at);
     void addText(std::size_t end);
     std::size_t behindBlanks(std::size_t at) const;
-    void markAll(XmlNodeId element, std::string_view lead);
-    void finish(XmlNodeId element, std::size_t closing, std::size_t end);
+    void markAll(NodeId element, std::string_view lead);
+    void finish(NodeId element, std::size_t closing, std::size_t end);
 
     bool fail(std::size_t at, std::string message);
     std::string explain(int error, std::size_t at) const;
@@ -55,8 +48,8 @@ private:
     XmlTree& tree;
     XmlEntities& entities;
     const std::string& text;
-    XmlFault fault;
-    XmlNodeId current = noXmlNode; // the element that is being read
+    SyntaxFault fault;
+    NodeId current = noNode; // the element that is being read
     std::size_t depth = 0;
     std::size_t depthInEntity = 0; // elements that an entity brings along are none of the file
     std::size_t nestedEntities = 0;

@@ -65,7 +65,7 @@ XmlValues::XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const
 {
 }
 
-Value XmlValues::read(XmlNodeId id) const
+Value XmlValues::read(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
     if (node.isContainer())
@@ -78,12 +78,12 @@ Value XmlValues::read(XmlNodeId id) const
     return interpret(place, spelled);
 }
 
-bool XmlValues::holds(XmlNodeId id, const Value& value) const
+bool XmlValues::holds(NodeId id, const Value& value) const
 {
     return isSame(read(id), value);
 }
 
-std::optional<XmlMark> XmlValues::markOf(XmlNodeId id) const
+std::optional<XmlMark> XmlValues::markOf(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
     if (!node.isMarked)
@@ -99,7 +99,7 @@ std::optional<XmlMark> XmlValues::markOf(XmlNodeId id) const
 
 // The place of a value that is about to be written: an element that holds one does not close itself, unless a
 // mark tells what it holds then.
-XmlValues::Place XmlValues::placeOf(XmlNodeId id) const
+XmlValues::Place XmlValues::placeOf(NodeId id) const
 {
     constexpr std::string_view tellTales = "\r\n<";
     Place place;
@@ -145,7 +145,7 @@ Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, co
 }
 
 // An element that closed itself does so again when a mark tells what it holds then.
-bool XmlValues::staysClosed(XmlNodeId id) const
+bool XmlValues::staysClosed(NodeId id) const
 {
     const std::optional<XmlMark> mark = markOf(id);
     if (!mark || tree.node(id).kind != XmlKind::Element)
@@ -166,7 +166,7 @@ std::optional<std::string> XmlValues::spellAsText(const Place& place, std::strin
                                             : spelling.spellSection(text);
 }
 
-XmlValues::Spelled XmlValues::spell(XmlNodeId id, const Value& value) const
+XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 {
     const Place place = placeOf(id);
     std::string text = FrameworkCore::Values::toText(value);
@@ -227,7 +227,7 @@ XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& va
     return {{}, {}, unheld.empty() ? "xml cannot hold such a value in this place" : unheld};
 }
 
-void XmlValues::open(XmlNodeId element)
+void XmlValues::open(NodeId element)
 {
     const std::string_view tagEnd = tree.text(element, XmlPart::TagEnd);
     if (!closesItself(tagEnd))
@@ -240,7 +240,7 @@ void XmlValues::open(XmlNodeId element)
                  "</" + std::string(tree.getNames().nameOf(tree.node(element).name)) + '>');
 }
 
-void XmlValues::put(XmlNodeId id, std::string spelled)
+void XmlValues::put(NodeId id, std::string spelled)
 {
     const bool isElement = tree.node(id).kind == XmlKind::Element;
     if (isElement && spelled.empty() && staysClosed(id))
@@ -255,13 +255,13 @@ void XmlValues::put(XmlNodeId id, std::string spelled)
     tree.setText(id, XmlPart::Value, std::move(spelled));
 }
 
-std::string XmlValues::spellingOf(XmlNodeId id) const
+std::string XmlValues::spellingOf(NodeId id) const
 {
     const std::string_view tagEnd = tree.text(id, XmlPart::TagEnd);
     return closesItself(tagEnd) ? '<' + std::string(tagEnd) : std::string(tree.text(id, XmlPart::Value));
 }
 
-std::string XmlValues::explainMisspelling(XmlNodeId id, std::string_view spelled) const
+std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) const
 {
     const bool isAttribute = tree.node(id).kind == XmlKind::Attribute;
     if (tree.node(id).kind == XmlKind::Element && isSelfClosing(spelled)) {
@@ -282,11 +282,11 @@ std::string XmlValues::explainMisspelling(XmlNodeId id, std::string_view spelled
                           : '>' + std::string(spelled) + "</a>";
     XmlTree parsed(std::move(sample));
     XmlEntities none;
-    const XmlFault fault = XmlReader(parsed, none).read();
+    const SyntaxFault fault = XmlReader(parsed, none).read();
     if (!fault.message.empty())
         return fault.message;
     const XmlNode& root = parsed.node(parsed.getRoot());
-    const XmlNodeId onlyAttribute = isAttribute ? root.first : noXmlNode;
+    const NodeId onlyAttribute = isAttribute ? root.first : noNode;
     if (root.isContainer() || root.first != onlyAttribute || root.last != onlyAttribute)
         return "there is more than one value in it";
     if (!isAttribute && !spelled.empty() && (isXmlBlank(spelled.front()) || isXmlBlank(spelled.back())))

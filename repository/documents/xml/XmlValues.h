@@ -22,10 +22,10 @@ public:
     XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling);
 
     // A group for a node without a value.
-    FrameworkCore::Values::Value read(XmlNodeId id) const;
+    FrameworkCore::Values::Value read(NodeId id) const;
 
     // True when it has this very value.
-    bool holds(XmlNodeId id, const FrameworkCore::Values::Value& value) const;
+    bool holds(NodeId id, const FrameworkCore::Values::Value& value) const;
 
     // How a value is spelled, or why it cannot be.
     struct Spelled
@@ -34,23 +34,23 @@ public:
         std::optional<XmlMark> mark; // of a new node, when its spelling alone would be read otherwise
         std::string error;
     };
-    Spelled spell(XmlNodeId id, const FrameworkCore::Values::Value& value) const;
+    Spelled spell(NodeId id, const FrameworkCore::Values::Value& value) const;
 
     // In a new node of that kind; quote is that of an attribute.
     Spelled spellNew(XmlKind kind, char quote, const FrameworkCore::Values::Value& value) const;
 
     // How the file spells the value of the node. That of an element that closes itself, which a mark gives a
     // value, is "<" and the end of its tag.
-    std::string spellingOf(XmlNodeId id) const;
+    std::string spellingOf(NodeId id) const;
 
     // Why a text cannot be the spelling of a value in this place; empty when it can.
-    std::string explainMisspelling(XmlNodeId id, std::string_view spelling) const;
+    std::string explainMisspelling(NodeId id, std::string_view spelling) const;
 
     // Opens an element that closes itself.
-    void open(XmlNodeId element);
+    void open(NodeId element);
 
     // Puts a spelling in the place of the node's value.
-    void put(XmlNodeId id, std::string spelling);
+    void put(NodeId id, std::string spelling);
 
 private:
     // What tells, beside its spelling, what a value is.
@@ -63,15 +63,15 @@ private:
         std::optional<XmlMark> mark;
     };
 
-    std::optional<XmlMark> markOf(XmlNodeId id) const;
-    Place placeOf(XmlNodeId id) const;
+    std::optional<XmlMark> markOf(NodeId id) const;
+    Place placeOf(NodeId id) const;
     FrameworkCore::Values::Value interpret(const Place& place, std::string_view spelled) const;
     FrameworkCore::Values::Value interpretPlain(const Place& place, std::string_view spelled,
                                                 const std::string& text) const;
     // The spelling of a text that is read as nothing but a text, where there is one.
     std::optional<std::string> spellAsText(const Place& place, std::string_view text) const;
     std::string spellPlain(const Place& place, std::string_view text) const;
-    bool staysClosed(XmlNodeId id) const;
+    bool staysClosed(NodeId id) const;
     bool isReferenceKnown(std::string_view reference) const;
 
     XmlTree& tree;

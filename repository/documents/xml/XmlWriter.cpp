@@ -2,7 +2,7 @@
 
 namespace Repository::Documents {
 
-XmlWriter::XmlWriter(const XmlTree& syntaxTree, XmlNodeId located)
+XmlWriter::XmlWriter(const XmlTree& syntaxTree, NodeId located)
     : tree(syntaxTree), target(located), text(syntaxTree.getOriginal())
 {
 }
@@ -10,62 +10,62 @@ XmlWriter::XmlWriter(const XmlTree& syntaxTree, XmlNodeId located)
 std::string XmlWriter::write()
 {
     text.reserve();
-    XmlNodeId id = tree.getRoot();
-    while (id != noXmlNode) {
-        const XmlNodeId child = open(id);
-        id = child == noXmlNode ? close(id) : child;
+    NodeId id = tree.getRoot();
+    while (id != noNode) {
+        const NodeId child = open(id);
+        id = child == noNode ? close(id) : child;
     }
     text.append(tree.epilogue());
     return text.take();
 }
 
 // Writes a node up to its children; gives the first of them.
-XmlNodeId XmlWriter::open(XmlNodeId id)
+NodeId XmlWriter::open(NodeId id)
 {
     if (isCopied(id)) {
         text.append(tree.originalText(id));
-        return noXmlNode;
+        return noNode;
     }
     append(id, XmlPart::Lead);
     append(id, XmlPart::Label);
     const XmlNode& node = tree.node(id);
     if (node.kind == XmlKind::Element) {
-        XmlNodeId child = node.first;
-        for (; child != noXmlNode && tree.node(child).kind == XmlKind::Attribute;
+        NodeId child = node.first;
+        for (; child != noNode && tree.node(child).kind == XmlKind::Attribute;
              child = tree.node(child).next) {
             open(child);
             append(child, XmlPart::Closing);
         }
         append(id, XmlPart::TagEnd);
-        if (child != noXmlNode)
+        if (child != noNode)
             return child;
     }
     append(id, XmlPart::Front);
     append(id, XmlPart::Value);
-    return noXmlNode;
+    return noNode;
 }
 
 // Writes what ends a node, and its parents when it is their last child; gives the node to go on with.
-XmlNodeId XmlWriter::close(XmlNodeId id)
+NodeId XmlWriter::close(NodeId id)
 {
     while (true) {
         if (!isCopied(id))
             append(id, XmlPart::Closing);
         const XmlNode& node = tree.node(id);
-        if (node.parent == noXmlNode || node.next != noXmlNode)
+        if (node.parent == noNode || node.next != noNode)
             return node.next;
         id = node.parent;
     }
 }
 
 // What nothing has edited is copied with all below it, unless a place in it is looked for.
-bool XmlWriter::isCopied(XmlNodeId id) const
+bool XmlWriter::isCopied(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
-    return target == noXmlNode && !node.touched && node.kind != XmlKind::Attribute;
+    return target == noNode && !node.touched && node.kind != XmlKind::Attribute;
 }
 
-void XmlWriter::append(XmlNodeId id, XmlPart part)
+void XmlWriter::append(NodeId id, XmlPart part)
 {
     if (id == target && part == XmlPart::Value)
         location = text.length();

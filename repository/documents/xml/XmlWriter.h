@@ -13,7 +13,7 @@ class XmlWriter
 {
 public:
     // Takes note of where the value of one node goes.
-    explicit XmlWriter(const XmlTree& syntaxTree, XmlNodeId located = noXmlNode);
+    explicit XmlWriter(const XmlTree& syntaxTree, NodeId located = noNode);
 
     std::string write();
 
@@ -21,13 +21,13 @@ public:
     std::size_t getLocation() const { return location; }
 
 private:
-    XmlNodeId open(XmlNodeId id);
-    XmlNodeId close(XmlNodeId id);
-    bool isCopied(XmlNodeId id) const;
-    void append(XmlNodeId id, XmlPart part);
+    NodeId open(NodeId id);
+    NodeId close(NodeId id);
+    bool isCopied(NodeId id) const;
+    void append(NodeId id, XmlPart part);
 
     const XmlTree& tree;
-    const XmlNodeId target;
+    const NodeId target;
     std::size_t location = 0;
     StretchWriter text;
 };
