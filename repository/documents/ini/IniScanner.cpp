@@ -100,13 +100,13 @@ bool goesOnBehindBackslash(std::string_view content, std::string_view next)
     return blankBefore || findSeparator(next) == none;
 }
 
-bool goesOn(std::string_view content, std::size_t indent, IniGap gap, std::string_view next)
+bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std::string_view next)
 {
     if (indentOf(next) > indent)
         return true;
-    if (!endsInBackslash(content) || gap.blank)
+    if (!endsInBackslash(content) || trivia.blank)
         return false;
-    return gap.any ? indentOf(next) > 0 : goesOnBehindBackslash(content, next);
+    return trivia.any ? indentOf(next) > 0 : goesOnBehindBackslash(content, next);
 }
 
 std::uint32_t narrow(std::size_t offset)
@@ -116,7 +116,7 @@ std::uint32_t narrow(std::size_t offset)
 
 // Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
 // so that a value put there stands as the others do.
-void placeValue(IniLine& line, std::string_view content, std::size_t separator, IniComments comments)
+void placeValue(Statement& line, std::string_view content, std::size_t separator, IniComments comments)
 {
     const std::size_t comment =
         line.continued ? content.size() : inlineComment(content, separator + 1, comments);
@@ -134,7 +134,7 @@ void placeValue(IniLine& line, std::string_view content, std::size_t separator, 
     line.valueEnd = narrow(end);
 }
 
-std::string_view lastContent(const IniLine& line)
+std::string_view lastContent(const Statement& line)
 {
     std::size_t at = 0;
     std::string_view content;
@@ -154,7 +154,7 @@ bool isIniComment(std::string_view line)
     return begin < line.size() && (line[begin] == ';' || line[begin] == '#');
 }
 
-std::optional<IniLine> IniScanner::next()
+std::optional<Statement> IniScanner::next()
 {
     if (position == text.size() || !error.empty())
         return std::nullopt;
@@ -181,12 +181,12 @@ std::optional<IniLine> IniScanner::next()
         mark = read.value_or(Type::Group);
         position = physical.end;
     }
-    IniLine gap;
-    gap.text = text.substr(begin, position - begin);
-    return gap;
+    Statement trivia;
+    trivia.text = text.substr(begin, position - begin);
+    return trivia;
 }
 
-std::optional<IniLine> IniScanner::takeHeader(const TextLine& physical)
+std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
 {
     const std::size_t open = indentOf(physical.content);
     const std::size_t close = findHeaderEnd(physical.content, open);
@@ -197,9 +197,8 @@ std::optional<IniLine> IniScanner::takeHeader(const TextLine& physical)
                                 : "only a comment may follow the \"]\" of a section";
         return std::nullopt;
     }
-    IniLine line;
-    line.kind = IniLine::Kind::Header;
-    line.indent = narrow(open);
+    Statement line;
+    line.kind = Statement::Kind::Header;
     line.keyBegin = narrow(open + 1);
     line.keyEnd = line.valueBegin = line.valueEnd = narrow(close);
     line.text = text.substr(position, physical.end - position);
@@ -207,17 +206,17 @@ std::optional<IniLine> IniScanner::takeHeader(const TextLine& physical)
     return line;
 }
 
-IniLine IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mark)
+Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mark)
 {
     const std::size_t lineBegin = position;
-    IniLine line;
-    line.kind = IniLine::Kind::Entry;
+    Statement line;
+    line.kind = Statement::Kind::Entry;
     line.mark = mark;
-    line.indent = narrow(indentOf(first.content));
-    line.keyBegin = line.indent;
+    const std::size_t indent = indentOf(first.content);
+    line.keyBegin = narrow(indent);
     position = first.end;
 
-    const std::size_t comment = inlineComment(first.content, line.indent, comments);
+    const std::size_t comment = inlineComment(first.content, indent, comments);
     const std::size_t separator = findSeparator(first.content.substr(0, comment));
     line.separated = separator != none;
     std::size_t keyEnd = std::min(separator, comment);
@@ -225,13 +224,14 @@ IniLine IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mar
         --keyEnd;
     line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
     if (line.separated) {
-        const std::size_t furtherEnd = takeFurtherLines(first.content, line.indent);
+        const std::size_t furtherEnd = takeFurtherLines(first.content, indent);
         line.continued = furtherEnd > 0;
         placeValue(line, first.content, separator, comments);
         if (line.continued)
             line.valueEnd = narrow(furtherEnd - lineBegin);
     }
-    for (std::uint32_t* const offset : {&line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
+    for (std::uint32_t* const offset :
+         {&line.begin, &line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
         *offset += narrow(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
@@ -240,7 +240,7 @@ IniLine IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mar
 std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t indent)
 {
     std::size_t end = 0;
-    IniGap gap;
+    IniTrivia trivia;
     for (std::size_t at = position; at < text.size();) {
         // Told by one character in nearly all files.
         if (isWordCharacter(text[at]) && !endsInBackslash(content))
@@ -248,14 +248,14 @@ std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t i
         const TextLine further = textLineAt(text, at);
         at = further.end;
         if (isBlankLine(further.content) || isIniComment(further.content)) {
-            gap.any = true;
-            gap.blank = gap.blank || isBlankLine(further.content);
+            trivia.any = true;
+            trivia.blank = trivia.blank || isBlankLine(further.content);
             continue;
         }
-        if (!goesOn(content, indent, gap, further.content))
+        if (!goesOn(content, indent, trivia, further.content))
             break;
         content = further.content;
-        gap = IniGap();
+        trivia = IniTrivia();
         const std::string_view trimmed = trimBlanks(content);
         end = static_cast<std::size_t>(trimmed.data() - text.data()) + trimmed.size();
         position = further.end;
@@ -275,40 +275,38 @@ IniComments findIniComments(std::string_view text)
     return IniComments::BehindValues;
 }
 
-std::optional<IniLine> scanSingle(std::string_view text, IniComments comments)
+std::optional<Statement> scanSingle(std::string_view text, IniComments comments)
 {
     IniScanner scanner(text, comments);
-    std::optional<IniLine> line = scanner.next();
+    std::optional<Statement> line = scanner.next();
     if (!line || line->text.size() != text.size())
         return std::nullopt;
     return line;
 }
 
-IniGap operator|(IniGap a, IniGap b)
+IniTrivia operator|(IniTrivia a, IniTrivia b)
 {
     return {a.any || b.any, a.blank || b.blank};
 }
 
-IniGap describeGap(std::string_view text)
+IniTrivia describeTrivia(std::string_view text)
 {
-    IniGap gap{!text.empty(), false};
-    for (std::size_t at = 0; at < text.size() && !gap.blank;) {
+    IniTrivia trivia{!text.empty(), false};
+    for (std::size_t at = 0; at < text.size() && !trivia.blank;) {
         const TextLine line = textLineAt(text, at);
-        gap.blank = isBlankLine(line.content);
+        trivia.blank = isBlankLine(line.content);
         at = line.end;
     }
-    return gap;
+    return trivia;
 }
 
-bool wouldSwallow(const IniLine& above, const IniLine& below, IniGap between)
+bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia between)
 {
-    if (above.kind != IniLine::Kind::Entry || !above.separated)
+    if (!above.isEntry() || !above.separated)
         return false;
-    // A piece that was added may begin with the blank line that sets it off.
-    const std::size_t before = below.text.substr(0, below.keyBegin).find_last_of("\r\n");
-    const std::size_t begin = before == none ? 0 : before + 1;
-    const IniGap gap = between | describeGap(below.text.substr(0, begin));
-    return goesOn(lastContent(above), above.indent, gap, textLineAt(below.text, begin).content);
+    // A statement that was added may begin with the blank line that sets it off.
+    const IniTrivia trivia = between | describeTrivia(below.marks());
+    return goesOn(lastContent(above), above.indent().size(), trivia, textLineAt(below.lines(), 0).content);
 }
 
 } // namespace Repository::Documents

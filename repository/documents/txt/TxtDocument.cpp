@@ -1,16 +1,17 @@
 #include "repository/documents/txt/TxtDocument.h"
 
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/common/TextPosition.h"
+#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/txt/TxtScanner.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace Repository::Documents {
 
+using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -24,278 +25,238 @@ std::string_view lineEndOf(std::string_view text)
     return text.substr(begin);
 }
 
+std::string pathOfKey(const Statement& line)
+{
+    return line.plainKey ? std::string(line.key()) : txtKeyPath(line.key());
+}
+
+// What stands before the last component in a sibling's key, its dot included; empty without one.
+std::string_view parentText(std::string_view key)
+{
+    return key.substr(0, key.rfind('.') + 1);
+}
+
 } // namespace
 
-Outcome TxtDocument::parse(std::string bytes)
+TxtDocument::TxtDocument() : LineDocument(std::make_unique<TxtFile>())
 {
-    TxtDocument fresh;
-    Outcome outcome = fresh.load(std::move(bytes));
-    if (outcome.ok())
-        *this = std::move(fresh);
-    return outcome;
-}
-
-Outcome TxtDocument::load(std::string bytes)
-{
-    if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
-        return refused("a txt file of more than 4 GB is not read");
-    Outcome outcome = encoding.decode(bytes, {});
-    if (!outcome.ok())
-        return outcome;
-    fileText = std::make_unique<const std::string>(std::move(bytes));
-    const std::string_view text = *fileText;
-    const std::size_t nul = text.find('\0');
-    if (nul != std::string_view::npos) {
-        const TextPosition position = positionOf(text, nul);
-        return {"there is a NUL character: it is a binary file, or UTF-16 without its mark", position.line,
-                position.column};
-    }
-    const TextLine first = textLineAt(text, 0);
-    if (first.content.size() < first.end)
-        style.lineEnd = text.substr(first.content.size(), first.end - first.content.size());
-    // An entry takes some bytes; a file of blank lines must not make room for as many.
-    const std::size_t lines = countLineEnds(text, style.lineEnd.front());
-    const std::size_t entries = std::min(lines, text.size() / 8) + 1;
-    pieces.reserve(entries);
-    index.reserve(entries + entries / 8);
-    Group latest;
-    TxtScanner scanner(text);
-    while (const std::optional<TxtLine> line = scanner.next()) {
-        const std::uint32_t piece = addPiece(back, *line);
-        pieces[piece].original = line->text;
-        if (line->entry)
-            outcome = takeUp(*line, piece, latest);
-        if (!outcome.ok())
-            return outcome;
-    }
-    return {};
-}
-
-Outcome TxtDocument::takeUp(const TxtLine& line, std::uint32_t piece, Group& latest)
-{
-    const std::string encoded = line.plainKey ? std::string() : txtKeyPath(line.key());
-    const std::string_view path = line.plainKey ? line.key() : std::string_view(encoded);
-    if (std::size_t(std::count(path.begin(), path.end(), '.')) >= deepestTxtPath) {
-        const TextPosition position =
-            positionOf(*fileText, std::size_t(line.key().data() - fileText->data()));
-        return {"the path has more than " + std::to_string(deepestTxtPath) + " components", position.line,
-                position.column};
-    }
-    const PathEnds ends = splitLast(path);
-    // Mostly the entries of a group stand together.
-    if (line.plainKey && ends.parent != latest.path)
-        latest = {ends.parent, index.demand(ends.parent, true)};
-    const std::uint32_t group = line.plainKey ? latest.id : index.demand(ends.parent, false);
-    pieces[piece].node = index.demandNext(group, ends.last, line.plainKey);
-    index.node(pieces[piece].node).entry = piece;
-    learnStyle(line);
-    return {};
-}
-
-void TxtDocument::learnStyle(const TxtLine& entry)
-{
-    if (!styleKnown && !entry.value().empty()) {
-        styleKnown = true;
-        style.separator = plainSeparator(entry.separator());
-        style.indent = entry.indent();
-    }
-    if (style.quote == '\0' && !entry.continued)
-        style.quote = quoteAround(entry.value());
-}
-
-std::uint32_t TxtDocument::addPiece(std::uint32_t above, const TxtLine& line)
-{
-    auto id = static_cast<std::uint32_t>(pieces.size());
-    if (unused.empty()) {
-        pieces.emplace_back();
-    } else {
-        id = unused.back();
-        unused.pop_back();
-    }
-    Piece& piece = pieces[id];
-    piece.line = line;
-    piece.above = above;
-    std::uint32_t& place = above == none ? front : pieces[above].below;
-    piece.below = place;
-    (piece.below == none ? back : pieces[piece.below].above) = id;
-    place = id;
-    return id;
-}
-
-void TxtDocument::takePiece(std::uint32_t id)
-{
-    Piece& piece = pieces[id];
-    (piece.above == none ? front : pieces[piece.above].below) = piece.below;
-    (piece.below == none ? back : pieces[piece.below].above) = piece.above;
-    piece = Piece();
-    unused.push_back(id);
-}
-
-TxtDocument::Piece* TxtDocument::findEntry(std::string_view path)
-{
-    const std::uint32_t node = index.find(path);
-    const std::uint32_t entry = node == none ? none : index.node(node).entry;
-    return entry == none ? nullptr : &pieces[entry];
-}
-
-const TxtDocument::Piece* TxtDocument::findEntry(std::string_view path) const
-{
-    return const_cast<TxtDocument*>(this)->findEntry(path);
-}
-
-template <typename Callback>
-void TxtDocument::walkTexts(const Callback& callback) const
-{
-    std::string_view above;
-    for (std::uint32_t id = front; id != none; id = pieces[id].below) {
-        const std::string_view text = pieces[id].line.text;
-        // The last line of the file may lack its end until another comes behind it; and where lines end in
-        // different ways, two ends may not become one when what was between them goes.
-        const bool merged = !above.empty() && above.back() == '\r' && text.front() == '\n';
-        if (!endsLine(above) || merged)
-            callback(style.lineEnd, none);
-        if (!callback(text, id))
-            return;
-        above = text;
-    }
-}
-
-void TxtDocument::walkNodes(const std::function<void(std::uint32_t)>& callback) const
-{
-    ++visits;
-    index.node(TxtIndex::root).visit = visits; // it is no entry
-    std::vector<std::uint32_t> unseen;
-    for (std::uint32_t id = front; id != none; id = pieces[id].below) {
-        std::uint32_t seen = pieces[id].node;
-        for (; seen != none && index.node(seen).visit != visits; seen = index.node(seen).parent) {
-            index.node(seen).visit = visits;
-            unseen.push_back(seen);
-        }
-        for (; !unseen.empty(); unseen.pop_back())
-            callback(unseen.back());
-    }
-}
-
-void TxtDocument::visit(const std::function<void(const Entry&)>& visitor) const
-{
-    Entry entry;
-    std::uint32_t group = TxtIndex::root; // whose path begins that of the entry
-    std::size_t groupSize = 0;
-    walkNodes([&](std::uint32_t id) {
-        const TxtNode& node = index.node(id);
-        if (node.parent != group) {
-            group = node.parent;
-            entry.path = index.pathOf(group);
-            groupSize = entry.path.size();
-        }
-        entry.path.resize(groupSize);
-        if (groupSize > 0)
-            entry.path += '.';
-        TxtIndex::appendComponent(entry.path, node);
-        entry.value = node.entry == none ? Value() : readTxtValue(pieces[node.entry].line);
-        visitor(entry);
-    });
 }
 
 SiblingPlace TxtDocument::placeOf(std::string_view path) const
 {
+    const LineIndex& index = file->index;
     const std::uint32_t id = index.find(path);
     if (id == none || index.node(id).next == none)
         return {SiblingPlace::Kind::Last, {}};
-    const TxtNode& node = index.node(id);
+    const LineNode& node = index.node(id);
     if (node.previous == none)
         return {SiblingPlace::Kind::First, {}};
     std::string name;
-    TxtIndex::appendComponent(name, index.node(node.previous));
+    LineIndex::appendComponent(name, index.node(node.previous));
     return {SiblingPlace::Kind::After, joinPath(splitLast(path).parent, name)};
 }
 
-bool TxtDocument::contains(std::string_view path) const
+std::string TxtDocument::spellingOf(const Statement& entry) const
 {
-    return index.find(path) != none;
-}
-
-std::string TxtDocument::getBytes() const
-{
-    std::string text;
-    text.reserve(fileText->size() + fileText->size() / 16);
-    walkTexts([&text](std::string_view part, std::uint32_t) {
-        text += part;
-        return true;
-    });
-    return encoding.encode(std::move(text));
-}
-
-std::optional<Span> TxtDocument::locate(std::string_view path) const
-{
-    const Piece* const entry = findEntry(path);
-    if (!entry)
-        return std::nullopt;
-    std::size_t offset = encoding.markSize();
-    walkTexts([&](std::string_view part, std::uint32_t id) {
-        const bool found = id != none && &pieces[id] == entry;
-        offset += encoding.sizeOf(found ? part.substr(0, entry->line.valueBegin) : part);
-        return !found;
-    });
-    return Span{offset, encoding.sizeOf(entry->line.value())};
-}
-
-std::optional<std::string> TxtDocument::spell(std::string_view path) const
-{
-    const Piece* const piece = findEntry(path);
-    if (!piece)
-        return std::nullopt;
-    std::string_view text = piece->line.text;
+    std::string_view text = entry.text;
     text.remove_suffix(lineEndOf(text).size());
-    return std::string(text.substr(piece->line.keyEnd));
+    return std::string(text.substr(entry.keyEnd));
 }
 
-Outcome TxtDocument::respell(std::string_view path, std::string_view spelling)
+std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std::string_view spelling) const
 {
-    Piece* const piece = findEntry(path);
-    if (!piece)
-        return refused(contains(path) ? "it is a group and has no value" : "there is no such entry");
-    const TxtLine& line = piece->line;
-    std::string text(line.text.substr(0, line.keyEnd));
-    text.append(spelling).append(lineEndOf(line.text));
-    const std::optional<TxtLine> now = scanTxtEntry(text);
-    if (!now || !lineEndOf(spelling).empty() || now->key() != line.key() || now->begin != line.begin ||
-        now->mark != line.mark || text.find('\0') != std::string::npos)
-        return refused("a txt file would not read " + quoted(spelling) + " as the value of one entry");
-    return replace(*piece, std::move(text));
+    std::string text(entry.text.substr(0, entry.keyEnd));
+    text.append(spelling).append(lineEndOf(entry.text));
+    const std::optional<Statement> now = scanTxtEntry(text);
+    if (!now || !lineEndOf(spelling).empty() || now->key() != entry.key() || now->begin != entry.begin ||
+        now->mark != entry.mark || text.find('\0') != std::string::npos)
+        return std::nullopt;
+    return text;
 }
 
-Outcome TxtDocument::set(std::string_view path, const Value& value)
+std::string TxtDocument::explainMisspelling(std::string_view spelling) const
 {
-    Piece* const piece = findEntry(path);
-    if (!piece)
-        return refused(contains(path) ? "it is a group and has no value" : "there is no such entry");
-    if (isSame(readTxtValue(piece->line), value))
-        return {};
-    const TxtLine original =
-        piece->original.empty() ? piece->line : scanTxtEntry(piece->original).value_or(piece->line);
-    if (!piece->original.empty() && isSame(readTxtValue(original), value))
-        return replace(*piece, std::string(piece->original));
-    std::optional<std::string> text = writeTxtValue(original, value, style);
-    if (!text)
-        return refused(explainTxtRefusal(original, value));
-    return replace(*piece, *std::move(text));
+    return "a txt file would not read " + quoted(spelling) + " as the value of one entry";
 }
 
-Outcome TxtDocument::replace(Piece& piece, std::string text)
+Outcome TxtDocument::insert(std::string_view path, const Value& value)
 {
-    const bool asBefore = text == piece.original;
-    auto own = asBefore ? nullptr : std::make_unique<std::string>(std::move(text));
-    const std::optional<TxtLine> line = scanTxtEntry(asBefore ? piece.original : std::string_view(*own));
+    LineIndex& index = file->index;
+    LinePieces& pieces = file->pieces;
+    const std::optional<std::vector<std::string_view>> components = splitPath(path);
+    if (!components)
+        return refused(quoted(path) + " is not a path");
+    if (components->size() > deepestTxtPath)
+        return refused("the path has more than " + std::to_string(deepestTxtPath) + " components");
+    if (value.type == Type::Group)
+        return refused(contains(path) ? "there is such a group already"
+                                      : "a txt file has no place for a group without entries");
+    if (file->findEntry(path) != none)
+        return refused("there is such an entry already");
+    const PathEnds ends = splitLast(path);
+    const NumberedComponent last = splitNumber(ends.last);
+    const std::string plainPath = joinPath(ends.parent, last.name);
+    const std::uint32_t first = index.find(plainPath);
+    if (last.number != index.countOfEntries(first) + 1)
+        return refused("there is no " + quoted(joinNumber(plainPath, last.number - 1)) + " before it");
+
+    // After those of the same path, whose order tells them apart, else after its siblings.
+    const std::uint32_t before =
+        last.number > 1 ? index.findSibling(first, static_cast<std::uint32_t>(last.number - 1)) : none;
+    const std::uint32_t above = before == none ? findPlace(plainPath) : index.node(before).entry;
+    std::string draftText;
+    const std::optional<Statement> draft = draftEntry(plainPath, above, draftText);
+    if (!draft)
+        return refused("a txt file cannot hold the path " + quoted(plainPath));
+    const bool belowMark = above != none && endsInTypeMark(pieces[above].line.text);
+    std::string text = fillDraft(*draft, value, belowMark);
+    const std::optional<Statement> line = scanTxtEntry(text);
     if (!line)
-        return refused("a txt file cannot hold the value at this place");
-    std::string reason = encoding.findRefusal(line->text);
+        return refused(file->getDialect().explainRefusal(*draft, value, file->style));
+    std::string reason = file->encoding.findRefusal(text);
     if (!reason.empty())
         return refused(std::move(reason));
-    if (piece.below != none && wouldSwallow(*line, pieces[piece.below].line.text))
+    if (above == none && !file->encoding.mayBegin(text))
+        return refused("the file would begin like a file of another encoding");
+    if (above != none && pieces[above].line.isEntry() && wouldSwallow(pieces[above].line, text))
+        return refused("the entry would be read as part of the one above it");
+    const std::uint32_t below = pieces.nextOf(above);
+    if (below != none && wouldSwallow(*line, pieces[below].line.text))
         return refused("the line below it would be read as part of the value");
-    piece.own = std::move(own);
-    piece.line = *line;
+
+    const bool isBelowEntry = above != none && pieces[above].line.isEntry();
+    const std::uint32_t piece =
+        file->addOwn(below, isBelowEntry ? above : pieces.chainedLast(), std::move(text));
+    pieces[piece].node = index.demandNext(index.demand(ends.parent, false), last.name, false);
+    index.node(pieces[piece].node).entry = piece;
+    if (before != none && index.node(before).firstChild == none)
+        index.moveAfter(pieces[piece].node, before);
+    else if (before != none)
+        file->restoreOrder();
+    return {};
+}
+
+// After the last entry of the nearest group that has any; at the end of a file without entries.
+std::uint32_t TxtDocument::findPlace(std::string_view path) const
+{
+    const LineIndex& index = file->index;
+    std::uint32_t node = none;
+    for (std::string_view parent = path; node == none;) {
+        parent = splitLast(parent).parent;
+        node = index.find(parent);
+    }
+    while (index.node(node).lastChild != none)
+        node = index.node(node).lastChild;
+    return node == LineIndex::root ? file->pieces.back() : index.node(node).entry;
+}
+
+// The new entry with an empty value; nothing when no form of its key reads as the path.
+std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uint32_t above,
+                                                 std::string& text) const
+{
+    const LinePieces& pieces = file->pieces;
+    const LineStyle& style = file->style;
+    const Statement* const sibling =
+        above != none && pieces[above].line.isEntry() ? &pieces[above].line : nullptr;
+    const PathEnds ends = splitLast(path);
+    const std::string_view prefix = sibling ? parentText(sibling->key()) : std::string_view();
+    for (const std::string& key :
+         {std::string(prefix).append(ends.last), std::string(path), escapeTxtKey(path)}) {
+        text = sibling ? sibling->indent() : style.indent;
+        text += key;
+        text += sibling && !sibling->value().empty()
+                    ? alignedSeparator(sibling->separator(), sibling->key().size(), key.size())
+                    : style.separator;
+        text += style.lineEnd;
+        const std::optional<Statement> line = scanTxtEntry(text);
+        if (line && pathOfKey(*line) == path && line->begin == 0)
+            return line;
+    }
+    return std::nullopt;
+}
+
+// The text of the new entry, with a mark where it needs one; empty when the file has no form for the value.
+std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, bool belowMark) const
+{
+    const LineDialect& dialect = file->getDialect();
+    const LineStyle& style = file->style;
+    std::string text(draft.text);
+    const auto write = [&](const std::string& emptyEntry) {
+        const std::optional<Statement> line = scanTxtEntry(emptyEntry);
+        return line ? dialect.write(*line, value, style).value_or(std::string()) : std::string();
+    };
+    // Without a value no blank is left at the end of the line, but for that which makes a separator of ":".
+    if (FrameworkCore::Values::toText(value).empty() && trimBlanks(draft.separator()) != ":") {
+        text.erase(draft.keyEnd);
+        text += draft.separator().substr(0, draft.separator().find('=') + 1);
+        text += draft.tail();
+    }
+    // Bytes that are no text would spoil the file for other readers.
+    std::string plain = belowMark || value.type == Type::ByteArray ? std::string() : write(text);
+    if (!plain.empty() && !dialect.runsOn(plain))
+        return plain;
+    return write(std::string(draft.indent()) + writeTypeMark('#', value.type) + style.lineEnd + text);
+}
+
+Outcome TxtDocument::remove(std::string_view path)
+{
+    LineIndex& index = file->index;
+    LinePieces& pieces = file->pieces;
+    const std::uint32_t top = index.find(path);
+    if (top == none || top == LineIndex::root)
+        return refused(top == none ? "there is no such entry" : "the root of a file is not removed");
+    std::vector<std::uint32_t> entries;
+    for (const std::uint32_t id : index.subtree(top)) {
+        if (index.node(id).entry != none)
+            entries.push_back(id);
+    }
+    for (const std::uint32_t id : entries)
+        pieces[index.node(id).entry].going = true;
+    Outcome outcome = findRemovalFault(entries);
+    for (const std::uint32_t id : entries)
+        pieces[index.node(id).entry].going = false;
+    if (!outcome.ok())
+        return outcome;
+    const bool othersMove = removalMovesSiblings(path) || removalMovesGroups(path);
+    // From the deepest up, since groups go with the last of their entries.
+    for (auto id = entries.rbegin(); id != entries.rend(); ++id) {
+        if (*id == top) {
+            file->takeEntry(top);
+            continue;
+        }
+        file->takePiece(index.node(*id).entry);
+        index.node(*id).entry = none;
+        index.prune(*id);
+    }
+    if (othersMove)
+        file->restoreOrder();
+    return {};
+}
+
+Outcome TxtDocument::findRemovalFault(const std::vector<std::uint32_t>& going) const
+{
+    const LineIndex& index = file->index;
+    const LinePieces& pieces = file->pieces;
+    for (const std::uint32_t id : going) {
+        const LinePiece& piece = pieces[index.node(id).entry];
+        if (piece.previous != none && pieces[piece.previous].going)
+            continue;
+        std::uint32_t below = piece.next;
+        while (below != none && pieces[below].going)
+            below = pieces[below].next;
+        if (below == none)
+            continue;
+        const std::string_view text = pieces[below].line.text;
+        if (piece.previous == none && !file->encoding.mayBegin(text))
+            return refused("without it the file would begin like a file of another encoding");
+        if (piece.previous == none)
+            continue;
+        const Statement& above = pieces[piece.previous].line;
+        if (above.isEntry() && wouldSwallow(above, text))
+            return refused("without it the line below would be read as part of the value above");
+        if (!above.isEntry() && pieces[below].line.isEntry() && endsInTypeMark(above.text))
+            return refused("without it the mark above would be that of the line below");
+    }
     return {};
 }
 

@@ -175,14 +175,14 @@ bool goesOn(std::string_view content, std::string_view next)
 
 } // namespace
 
-std::optional<TxtLine> TxtScanner::next()
+std::optional<Statement> TxtScanner::next()
 {
     const std::size_t begin = position;
     std::size_t marksBegin = begin; // of the marks that the line may have above it
     Type mark = Type::Group;
     while (position < text.size()) {
         const std::size_t lineBegin = position;
-        if (std::optional<TxtLine> entry = takeEntry(marksBegin, lineBegin, mark)) {
+        if (std::optional<Statement> entry = takeEntry(marksBegin, lineBegin, mark)) {
             if (marksBegin == begin)
                 return entry;
             position = marksBegin;
@@ -198,19 +198,20 @@ std::optional<TxtLine> TxtScanner::next()
     }
     if (position == begin)
         return std::nullopt;
-    TxtLine gap;
-    gap.text = text.substr(begin, position - begin);
-    return gap;
+    Statement trivia;
+    trivia.text = text.substr(begin, position - begin);
+    return trivia;
 }
 
-std::optional<TxtLine> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type mark)
+std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type mark)
 {
     const TextLine first = textLineAt(text, lineBegin);
     const std::optional<Key> key = KeyReader(first.content).read();
     if (!key)
         return std::nullopt;
-    TxtLine line;
-    line.entry = true;
+    Statement line;
+    line.kind = Statement::Kind::Entry;
+    line.separated = true;
     line.plainKey = key->plain;
     line.mark = mark;
     const auto offset = [shift = lineBegin - begin](std::size_t at) {
@@ -238,16 +239,16 @@ std::optional<TxtLine> TxtScanner::takeEntry(std::size_t begin, std::size_t line
     return line;
 }
 
-std::optional<TxtLine> scanTxtEntry(std::string_view text)
+std::optional<Statement> scanTxtEntry(std::string_view text)
 {
     TxtScanner scanner(text);
-    std::optional<TxtLine> line = scanner.next();
-    if (!line || !line->entry || line->text.size() != text.size())
+    std::optional<Statement> line = scanner.next();
+    if (!line || !line->isEntry() || line->text.size() != text.size())
         return std::nullopt;
     return line;
 }
 
-bool wouldSwallow(const TxtLine& above, std::string_view below)
+bool wouldSwallow(const Statement& above, std::string_view below)
 {
     std::string_view last = above.text;
     while (!last.empty() && endsLine(last))

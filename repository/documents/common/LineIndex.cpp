@@ -1,4 +1,4 @@
-#include "repository/documents/txt/TxtIndex.h"
+#include "repository/documents/common/LineIndex.h"
 
 #include "repository/documents/common/KeyText.h"
 
@@ -17,12 +17,19 @@ std::uint32_t hashOf(std::string_view name, std::uint32_t number)
 
 } // namespace
 
-TxtIndex::TxtIndex()
+NumberedPath numberedPath(std::string_view path)
+{
+    const PathEnds ends = splitLast(path);
+    const NumberedComponent last = splitNumber(ends.last);
+    return {joinPath(ends.parent, last.name), last.number};
+}
+
+LineIndex::LineIndex()
 {
     nodes.emplace_back();
 }
 
-std::uint32_t TxtIndex::findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const
+std::uint32_t LineIndex::findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const
 {
     const HashIndex* const children = nodes[parent].children.get();
     if (!children)
@@ -32,7 +39,7 @@ std::uint32_t TxtIndex::findChild(std::uint32_t parent, std::string_view name, s
     });
 }
 
-std::uint32_t TxtIndex::find(std::string_view path) const
+std::uint32_t LineIndex::find(std::string_view path) const
 {
     std::uint32_t id = root;
     while (!path.empty() && id != none) {
@@ -46,12 +53,12 @@ std::uint32_t TxtIndex::find(std::string_view path) const
     return id;
 }
 
-std::uint32_t TxtIndex::findSibling(std::uint32_t id, std::uint32_t number) const
+std::uint32_t LineIndex::findSibling(std::uint32_t id, std::uint32_t number) const
 {
     return findChild(nodes[id].parent, nodes[id].name, number);
 }
 
-std::uint32_t TxtIndex::demand(std::string_view path, bool lasts)
+std::uint32_t LineIndex::demand(std::string_view path, bool lasts)
 {
     std::uint32_t id = root;
     while (!path.empty()) {
@@ -62,15 +69,61 @@ std::uint32_t TxtIndex::demand(std::string_view path, bool lasts)
     return id;
 }
 
-std::uint32_t TxtIndex::demandNext(std::uint32_t parent, std::string_view name, bool lasts)
+std::uint32_t LineIndex::demandNext(std::uint32_t parent, std::string_view name, bool lasts)
 {
     const std::uint32_t first = demandChild(parent, name, 1, lasts);
     const std::uint32_t number = ++nodes[first].count;
     return number == 1 ? first : demandChild(parent, name, number, lasts);
 }
 
-std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
-                                    bool lasts)
+std::uint32_t LineIndex::demandSection(std::string_view path, bool lasts)
+{
+    std::uint32_t id = root;
+    for (std::string_view rest = path; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('.'), rest.size());
+        id = demandChild(id, rest.substr(0, end), 1, lasts);
+        becomeSection(id);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    const std::uint32_t number = ++nodes[id].section->headers;
+    if (number > 1) {
+        id = demandChild(nodes[id].parent, splitLast(path).last, number, lasts);
+        becomeSection(id);
+    }
+    return id;
+}
+
+void LineIndex::becomeSection(std::uint32_t id)
+{
+    if (nodes[id].section)
+        return;
+    nodes[id].section = std::make_unique<LineSection>();
+    if (id == root)
+        return;
+    sectionBytes += bytesOf(id);
+    ++nodes[nodes[id].parent].section->deeper;
+}
+
+std::size_t LineIndex::countOfEntries(std::uint32_t first) const
+{
+    return first == none ? 0 : nodes[first].count;
+}
+
+std::size_t LineIndex::countOfSections(std::uint32_t first) const
+{
+    return first == none || !nodes[first].section ? 0 : nodes[first].section->headers;
+}
+
+std::size_t LineIndex::bytesOf(std::uint32_t section) const
+{
+    std::size_t bytes = sizeof(LineNode) + sizeof(LineSection) + sizeof(HashIndex);
+    for (std::uint32_t id = section; id != root; id = nodes[id].parent)
+        bytes += nodes[id].name.size() + 1;
+    return bytes;
+}
+
+std::uint32_t LineIndex::demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
+                                     bool lasts)
 {
     const std::uint32_t found = findChild(parent, name, number);
     if (found != none)
@@ -82,12 +135,12 @@ std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name,
         id = unused.back();
         unused.pop_back();
     }
-    TxtNode& child = nodes[id];
+    LineNode& child = nodes[id];
     child.ownName = lasts ? nullptr : std::make_unique<std::string>(name);
     child.name = lasts ? name : std::string_view(*child.ownName);
     child.number = number;
     child.parent = parent;
-    TxtNode& group = nodes[parent];
+    LineNode& group = nodes[parent];
     link(id, group.lastChild);
     if (!group.children)
         group.children = std::make_unique<HashIndex>();
@@ -95,10 +148,10 @@ std::uint32_t TxtIndex::demandChild(std::uint32_t parent, std::string_view name,
     return id;
 }
 
-void TxtIndex::link(std::uint32_t id, std::uint32_t previous)
+void LineIndex::link(std::uint32_t id, std::uint32_t previous)
 {
-    TxtNode& node = nodes[id];
-    TxtNode& group = nodes[node.parent];
+    LineNode& node = nodes[id];
+    LineNode& group = nodes[node.parent];
     std::uint32_t& place = previous == none ? group.firstChild : nodes[previous].next;
     node.previous = previous;
     node.next = place;
@@ -106,15 +159,15 @@ void TxtIndex::link(std::uint32_t id, std::uint32_t previous)
     place = id;
 }
 
-void TxtIndex::unlink(std::uint32_t id)
+void LineIndex::unlink(std::uint32_t id)
 {
-    const TxtNode& node = nodes[id];
-    TxtNode& group = nodes[node.parent];
+    const LineNode& node = nodes[id];
+    LineNode& group = nodes[node.parent];
     (node.previous == none ? group.firstChild : nodes[node.previous].next) = node.next;
     (node.next == none ? group.lastChild : nodes[node.next].previous) = node.previous;
 }
 
-void TxtIndex::moveAfter(std::uint32_t id, std::uint32_t sibling)
+void LineIndex::moveAfter(std::uint32_t id, std::uint32_t sibling)
 {
     if (id == sibling || nodes[id].previous == sibling)
         return;
@@ -122,42 +175,50 @@ void TxtIndex::moveAfter(std::uint32_t id, std::uint32_t sibling)
     link(id, sibling);
 }
 
-void TxtIndex::dropEntry(std::uint32_t id)
+void LineIndex::prune(std::uint32_t id)
 {
-    nodes[id].entry = none;
-    while (id != root && nodes[id].entry == none && nodes[id].firstChild == none) {
-        const std::uint32_t parent = nodes[id].parent;
+    while (id != root && nodes[id].firstChild == none && !nodes[id].hasHeader()) {
+        LineNode& node = nodes[id];
+        const std::uint32_t parent = node.parent;
+        if (node.section) {
+            sectionBytes -= bytesOf(id);
+            --nodes[parent].section->deeper;
+            node.section.reset();
+        }
+        if (node.entry != none)
+            return;
         erase(id);
         id = parent;
     }
 }
 
-void TxtIndex::erase(std::uint32_t id)
+void LineIndex::erase(std::uint32_t id)
 {
-    TxtNode& gone = nodes[id];
-    TxtNode& group = nodes[gone.parent];
+    LineNode& gone = nodes[id];
+    LineNode& group = nodes[gone.parent];
     group.children->erase(hashOf(gone.name, gone.number), id);
     unlink(id);
-    gone = TxtNode();
+    gone = LineNode();
     unused.push_back(id);
 }
 
-bool TxtIndex::isWithin(std::uint32_t id, std::uint32_t group) const
+bool LineIndex::isWithin(std::uint32_t id, std::uint32_t group) const
 {
     while (id != group && id != root)
         id = nodes[id].parent;
     return id == group;
 }
 
-std::uint32_t TxtIndex::groupLeftWithout(std::uint32_t id) const
+std::uint32_t LineIndex::groupLeftWithout(std::uint32_t id) const
 {
     std::uint32_t group = nodes[id].parent;
-    while (group != root && nodes[group].entry == none && nodes[group].firstChild == nodes[group].lastChild)
+    while (group != root && nodes[group].entry == none && !nodes[group].hasHeader() &&
+           nodes[group].firstChild == nodes[group].lastChild)
         group = nodes[group].parent;
     return group;
 }
 
-std::string TxtIndex::pathOf(std::uint32_t id) const
+std::string LineIndex::pathOf(std::uint32_t id) const
 {
     std::vector<std::uint32_t> way;
     for (; id != root; id = nodes[id].parent)
@@ -171,14 +232,14 @@ std::string TxtIndex::pathOf(std::uint32_t id) const
     return path;
 }
 
-void TxtIndex::appendComponent(std::string& path, const TxtNode& node)
+void LineIndex::appendComponent(std::string& path, const LineNode& node)
 {
     path += node.name;
     if (node.number > 1)
         path += '[' + std::to_string(node.number) + ']';
 }
 
-std::vector<std::uint32_t> TxtIndex::subtree(std::uint32_t id) const
+std::vector<std::uint32_t> LineIndex::subtree(std::uint32_t id) const
 {
     std::vector<std::uint32_t> all{id};
     for (std::size_t at = 0; at < all.size(); ++at) {

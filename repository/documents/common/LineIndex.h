@@ -11,37 +11,59 @@
 
 namespace Repository::Documents {
 
-// A node of the tree: an entry, a group of others, or both. The second entry of one path is a node of the
-// same name with the number 2, and so on.
-struct TxtNode
+// What makes a node of the tree a section.
+struct LineSection
+{
+    std::uint32_t header = HashIndex::none; // piece; none for the root, and while only deeper ones name it
+    std::uint32_t last = HashIndex::none;   // piece of the last entry, or else the header
+    std::uint32_t headers = 0;              // how many sections have this name; kept by the first
+    std::uint32_t deeper = 0;               // how many sections are right below
+    bool going = false;                     // while it is decided whether it can be removed
+};
+
+// A node of the tree: an entry, a group or section of others, or both. The second entry of one path is a node
+// of the same name with the number 2, and so on; sections are counted apart.
+struct LineNode
 {
     std::string_view name;                // without the number
     std::unique_ptr<std::string> ownName; // where the name is no view into the file
     std::unique_ptr<HashIndex> children;  // of a group
+    std::unique_ptr<LineSection> section; // in formats that have them
     std::uint32_t number = 1;
     std::uint32_t count = 0; // entries of this name in the group; kept by the first
     std::uint32_t entry = HashIndex::none;
     std::uint32_t parent = HashIndex::none;
     std::uint32_t firstChild = HashIndex::none;
     std::uint32_t lastChild = HashIndex::none;
-    std::uint32_t next = HashIndex::none; // siblings, in the order of the file
+    std::uint32_t next = HashIndex::none; // siblings, as they came or were moved
     std::uint32_t previous = HashIndex::none;
     mutable std::uint32_t visit = 0; // the visit that met it last
+
+    bool hasHeader() const { return section && section->header != HashIndex::none; }
 };
 
-// The nodes of a txt file, found by their paths without keeping any: a node knows its name and its parent,
-// and a group its children. Finding, adding and taking out cost the same in a small and in a large file.
-class TxtIndex
+// Where a path is among those of one name.
+struct NumberedPath
+{
+    std::string first; // path of the first sibling of the name
+    std::size_t number = 1;
+};
+NumberedPath numberedPath(std::string_view path);
+
+// The nodes of a file of lines, found by their paths without keeping any: a node knows its name and its
+// parent, and a group its children. Finding, adding and taking out cost the same in a small and in a large
+// file.
+class LineIndex
 {
 public:
     static constexpr std::uint32_t none = HashIndex::none;
     static constexpr std::uint32_t root = 0;
 
-    TxtIndex();
+    LineIndex();
 
     void reserve(std::size_t count) { nodes.reserve(count + 1); }
-    TxtNode& node(std::uint32_t id) { return nodes[id]; }
-    const TxtNode& node(std::uint32_t id) const { return nodes[id]; }
+    LineNode& node(std::uint32_t id) { return nodes[id]; }
+    const LineNode& node(std::uint32_t id) const { return nodes[id]; }
 
     // none for an unknown path; the empty path is the root.
     std::uint32_t find(std::string_view path) const;
@@ -53,12 +75,23 @@ public:
     // The node for the next entry of that name in the group.
     std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
 
+    // The section of the next header of that path, made with all that lead to it where they are missing.
+    std::uint32_t demandSection(std::string_view path, bool lasts);
+    void becomeSection(std::uint32_t id);
+
+    // How many entries and how many sections have the name of the first of them; 0 for none.
+    std::size_t countOfEntries(std::uint32_t first) const;
+    std::size_t countOfSections(std::uint32_t first) const;
+
+    // What the nodes of all sections take, in the index and with their paths in the tree.
+    std::size_t getSectionBytes() const { return sectionBytes; }
+
     // Change the order of siblings.
     void moveAfter(std::uint32_t id, std::uint32_t sibling);
     void moveToEnd(std::uint32_t id) { moveAfter(id, node(node(id).parent).lastChild); }
 
-    // The node is no entry any more. It goes unless it is a group too, and so do those that only led to it.
-    void dropEntry(std::uint32_t id);
+    // Drops a node that is neither an entry nor a group nor has a header, and those that only led to it.
+    void prune(std::uint32_t id);
 
     // Whether a node is the group or lies in it.
     bool isWithin(std::uint32_t id, std::uint32_t group) const;
@@ -66,7 +99,7 @@ public:
     std::uint32_t groupLeftWithout(std::uint32_t id) const;
 
     std::string pathOf(std::uint32_t id) const;
-    static void appendComponent(std::string& path, const TxtNode& node);
+    static void appendComponent(std::string& path, const LineNode& node);
 
     // The node and all below it.
     std::vector<std::uint32_t> subtree(std::uint32_t id) const;
@@ -77,9 +110,11 @@ private:
     void link(std::uint32_t id, std::uint32_t previous);
     void unlink(std::uint32_t id);
     void erase(std::uint32_t id);
+    std::size_t bytesOf(std::uint32_t section) const;
 
-    std::vector<TxtNode> nodes;
+    std::vector<LineNode> nodes;
     std::vector<std::uint32_t> unused;
+    std::size_t sectionBytes = 0;
 };
 
 } // namespace Repository::Documents

@@ -1,0 +1,159 @@
+#include "repository/documents/common/LineDialect.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/common/Refusal.h"
+#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeMark.h"
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::describeType;
+using FrameworkCore::Values::toText;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+char quoteOf(const Statement& entry)
+{
+    return entry.continued ? '\0' : quoteAround(entry.value());
+}
+
+// True where a value put into an empty place would stick to the separator though that has a blank before it.
+bool lacksBlank(const Statement& entry)
+{
+    return entry.separated && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
+           entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
+}
+
+std::string replaceLineFeeds(const std::string& text, const std::string& lineBreak)
+{
+    std::string lines;
+    for (const char c : text)
+        lines += c == '\n' ? lineBreak : std::string(1, c);
+    return lines;
+}
+
+} // namespace
+
+void LineStyle::learn(const Statement& entry)
+{
+    bareKeys = bareKeys || !entry.separated;
+    if (!entry.separated)
+        return;
+    if (!isKnown && !entry.value().empty()) {
+        isKnown = true;
+        separator = plainSeparator(entry.separator());
+        indent = entry.indent();
+    }
+    if (quote == '\0')
+        quote = quoteOf(entry);
+}
+
+Value LineDialect::read(const Statement& entry) const
+{
+    if (!entry.separated)
+        return {Type::Null, {}};
+    if (!FrameworkCore::Values::isUtf8(entry.value()))
+        return {Type::ByteArray, spelledText(entry)};
+    if (entry.mark == Type::Group)
+        return readPlain(entry);
+    return readSpelledValue(entry.mark, spelledText(entry), readPlain(entry));
+}
+
+std::string LineDialect::spelledText(const Statement& entry) const
+{
+    return entry.continued ? joinLines(entry.value()) : std::string(entry.value());
+}
+
+Value LineDialect::readPlain(const Statement& entry) const
+{
+    const std::string_view value = entry.value();
+    if (entry.continued)
+        return {Type::String, joinLines(value)};
+    if (quoteOf(entry) != '\0')
+        return {Type::String, std::string(value.substr(1, value.size() - 2))};
+    return FrameworkCore::Values::plainValue(value);
+}
+
+// The ways to write the value: the entry's own first, then those of others in the file.
+std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Value& value,
+                                              const LineStyle& style) const
+{
+    std::vector<std::string> forms;
+    const bool isText = value.type == Type::String;
+    const bool isMarked = entry.mark != Type::Group;
+    const std::string text =
+        value.type == Type::ByteArray && !isMarked ? std::get<std::string>(value.data) : toText(value);
+    const char own = quoteOf(entry);
+    if (own != '\0' && isText)
+        forms.push_back(own + text + own);
+    forms.push_back(text);
+    if (style.quote != '\0' && isText)
+        forms.push_back(style.quote + text + style.quote);
+    if (!style.continuation.empty() && text.find('\n') != std::string::npos)
+        forms.push_back(replaceLineFeeds(text, style.lineEnd + style.continuation));
+    if (isMarked) {
+        const bool quoteFirst = mayQuotesRunOn() && text.find('"') != std::string::npos;
+        forms.insert(quoteFirst ? forms.begin() : forms.end(), quoteMarkedText(text));
+    }
+    return forms;
+}
+
+bool LineDialect::holds(const std::string& text, const Statement& before, const Value& value) const
+{
+    const std::optional<Statement> now = scanEntry(text);
+    return now && now->begin == before.begin && now->keyBegin == before.keyBegin &&
+           now->mark == before.mark && now->key() == before.key() &&
+           trimBlanks(now->tail()) == trimBlanks(before.tail()) && isSame(read(*now), value);
+}
+
+std::optional<std::string> LineDialect::write(const Statement& entry, const Value& value,
+                                              const LineStyle& style) const
+{
+    const std::string tail(entry.tail());
+    if (value.type == Type::Null && entry.mark == Type::Group) {
+        std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + tail;
+        if (!style.bareKeys || !holds(text, entry, value))
+            return std::nullopt;
+        return text;
+    }
+    std::string head(entry.text.substr(0, entry.valueBegin));
+    if (!entry.separated)
+        head += style.separator;
+    if (lacksBlank(entry) && !isLeftOut(value))
+        head += ' ';
+    const std::vector<std::string> forms = formsOf(entry, value, style);
+    std::optional<std::string> onlyAtEnd;
+    for (const char* const blank : {"", " "}) {
+        for (const std::string& form : forms) {
+            std::string text = head + blank + form + tail;
+            if (form.find('\0') != std::string::npos || !holds(text, entry, value))
+                continue;
+            if (!runsOn(text))
+                return text;
+            if (!onlyAtEnd)
+                onlyAtEnd = std::move(text);
+        }
+        if (!mayNeedBlank(head.back()))
+            break;
+    }
+    return onlyAtEnd;
+}
+
+std::string LineDialect::explainReading(const std::string& line, const Value& value) const
+{
+    const std::string text = toText(value);
+    const std::optional<Statement> plain = scanEntry(line);
+    const Value back = plain ? read(*plain) : Value();
+    if (plain && back.type != value.type)
+        return fileNoun() + " would read " + quoted(text) + " back as " +
+               std::string(describeType(back.type)) + ", not as " + std::string(describeType(value.type));
+    if (plain && back != value)
+        return fileNoun() + " would read " + quoted(text) + " back as " + quoted(toText(back));
+    return fileNoun() + " cannot hold " + quoted(text) + " at this place";
+}
+
+} // namespace Repository::Documents

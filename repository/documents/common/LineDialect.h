@@ -1,0 +1,91 @@
+#pragma once
+
+#include "repository/documents/common/Statement.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// How a file of lines writes its entries; what an edit adds follows it.
+struct LineStyle
+{
+    std::string lineEnd = "\n";
+    std::string indent;       // of an entry
+    std::string separator;    // with the blanks around it
+    std::string continuation; // indent of further lines of a value; empty when no value has any
+    char quote = '\0';        // around values; none when no value is quoted
+    char comment = '\0';      // that begins comments; none when there are none
+    bool bareKeys = false;    // there are keys without a separator
+    bool isKnown = false;     // an entry has shown indent and separator
+
+    void learn(const Statement& entry);
+};
+
+// How the entries of a format of lines spell their values. A format says by the virtual functions what is its
+// own.
+class LineDialect
+{
+public:
+    using Value = FrameworkCore::Values::Value;
+
+    virtual ~LineDialect() = default;
+
+    // For people: "an ini file", "section".
+    virtual std::string fileNoun() const = 0;
+    virtual std::string groupNoun() const = 0;
+
+    // The entry that the text is as a whole, which must outlive it; nothing when it is anything else.
+    std::optional<Statement> scanEntry(std::string_view text) const { return scan(text); }
+    std::optional<Statement> scanEntry(std::string&& text) const = delete;
+
+    // The value of an entry: nothing for a key without separator, of a marked one what the mark makes of its
+    // text, the text between quotes when they are around the whole value, otherwise what plainValue makes of
+    // it. Bytes that are no UTF-8 are a ByteArray. The text of a marked value may be between double quotes;
+    // there \n, \r, \t, \", \\ and \x with two hex digits are escapes.
+    Value read(const Statement& entry) const;
+
+    // The text of the entry with another value, of which read gives back this very value, and with all else
+    // as it was; nothing when no form of the value does that. One that runs on is the last choice.
+    std::optional<std::string> write(const Statement& entry, const Value& value,
+                                     const LineStyle& style) const;
+
+    // Why there is no such form, for a person.
+    virtual std::string explainRefusal(const Statement& entry, const Value& value,
+                                       const LineStyle& style) const = 0;
+
+    // True when an entry below that of the text would be read as part of its value.
+    virtual bool runsOn(std::string_view /*text*/) const { return false; }
+
+    // Whether "\r" and "\n" of two lines are kept from becoming one line end when what was between them goes.
+    virtual bool keepsLineEndsApart() const = 0;
+
+protected:
+    // What of a refusal the line, which gives the value the plain way, makes clear.
+    std::string explainReading(const std::string& line, const Value& value) const;
+
+private:
+    virtual std::optional<Statement> scan(std::string_view text) const = 0;
+
+    // The text of a value that goes on over several lines.
+    virtual std::string joinLines(std::string_view lines) const = 0;
+
+    // True for a value after which the line ends with the separator.
+    virtual bool isLeftOut(const Value& value) const = 0;
+
+    // Whether some values need a blank to be told from the text before them, which ends with this character.
+    virtual bool mayNeedBlank(char last) const = 0;
+
+    // Whether some readers go on after the end of the line until a quote is closed.
+    virtual bool mayQuotesRunOn() const = 0;
+
+    std::string spelledText(const Statement& entry) const;
+    Value readPlain(const Statement& entry) const;
+    std::vector<std::string> formsOf(const Statement& entry, const Value& value,
+                                     const LineStyle& style) const;
+    bool holds(const std::string& text, const Statement& before, const Value& value) const;
+};
+
+} // namespace Repository::Documents

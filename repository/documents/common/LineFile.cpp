@@ -1,0 +1,204 @@
+#include "repository/documents/common/LineFile.h"
+
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/Refusal.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TextPosition.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Value;
+
+Outcome LineFile::load(std::string bytes, bool isOwn)
+{
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
+        return refused(getDialect().fileNoun() + " of more than 4 GB is not read");
+    Outcome decoded = encoding.decode(bytes, {});
+    if (!decoded.ok())
+        return decoded;
+    original = std::move(bytes);
+    const std::string_view text = original;
+    const TextLine first = textLineAt(text, 0);
+    if (first.content.size() < first.end)
+        style.lineEnd = text.substr(first.content.size(), first.end - first.content.size());
+    // An entry takes some bytes; a file of blank lines must not make room for as many.
+    const std::size_t lines = countLineEnds(text, style.lineEnd.front());
+    const std::size_t entries = std::min(lines, text.size() / 8) + 1;
+    pieces.reserve(entries);
+    index.reserve(entries + entries / 8);
+    return readStatements(isOwn);
+}
+
+Outcome LineFile::failAt(const char* at, std::string reason) const
+{
+    const TextPosition position = positionOf(original, std::size_t(at - original.data()));
+    return {std::move(reason), position.line, position.column};
+}
+
+std::uint32_t LineFile::findEntry(std::string_view path) const
+{
+    const std::uint32_t node = index.find(path);
+    return node == none ? none : index.node(node).entry;
+}
+
+void LineFile::walkNodes(const std::function<void(std::uint32_t)>& callback) const
+{
+    ++visits;
+    index.node(LineIndex::root).visit = visits; // it is not an entry
+    std::vector<std::uint32_t> unseen;
+    for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
+        std::uint32_t seen = pieces[piece].node;
+        for (; seen != none && index.node(seen).visit != visits; seen = index.node(seen).parent) {
+            index.node(seen).visit = visits;
+            unseen.push_back(seen);
+        }
+        for (; !unseen.empty(); unseen.pop_back())
+            callback(unseen.back());
+    }
+}
+
+void LineFile::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    std::uint32_t group = LineIndex::root; // whose path begins that of the entry
+    std::size_t groupSize = 0;
+    walkNodes([&](std::uint32_t id) {
+        const LineNode& node = index.node(id);
+        if (node.parent != group) {
+            group = node.parent;
+            entry.path = index.pathOf(group);
+            groupSize = entry.path.size();
+        }
+        entry.path.resize(groupSize);
+        if (groupSize > 0)
+            entry.path += '.';
+        LineIndex::appendComponent(entry.path, node);
+        entry.value = node.entry == none ? Value() : getDialect().read(pieces[node.entry].line);
+        visitor(entry);
+    });
+}
+
+void LineFile::restoreOrder()
+{
+    std::vector<std::uint32_t> order;
+    walkNodes([&order](std::uint32_t id) { order.push_back(id); });
+    for (const std::uint32_t id : order)
+        index.moveToEnd(id);
+}
+
+// The last line of the file may lack its end until another comes after it.
+bool LineFile::needsLineEnd(std::string_view above, std::string_view next) const
+{
+    const bool merges = !above.empty() && above.back() == '\r' && next.front() == '\n';
+    return !endsLine(above) || (merges && getDialect().keepsLineEndsApart());
+}
+
+std::string LineFile::getBytes() const
+{
+    std::string bytes;
+    bytes.reserve(original.size() + original.size() / 16);
+    const auto append = [&bytes, this](std::string_view next) {
+        if (!next.empty() && needsLineEnd(bytes, next))
+            bytes += style.lineEnd;
+        bytes += next;
+    };
+    if (reshaped) {
+        for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next)
+            append(pieces[piece].line.text);
+        return encoding.encode(std::move(bytes));
+    }
+    const std::string_view file = original;
+    std::size_t copied = 0;
+    for (const auto& [at, piece] : edited) {
+        append(file.substr(copied, at - copied));
+        append(pieces[piece].line.text);
+        copied = at + pieces[piece].original().size();
+    }
+    append(file.substr(copied));
+    return encoding.encode(std::move(bytes));
+}
+
+Span LineFile::locateValue(std::uint32_t located) const
+{
+    std::size_t offset = encoding.markSize();
+    std::string_view above;
+    for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
+        const Statement& line = pieces[piece].line;
+        if (needsLineEnd(above, line.text))
+            offset += encoding.sizeOf(style.lineEnd);
+        if (piece == located)
+            break;
+        offset += encoding.sizeOf(line.text);
+        above = line.text;
+    }
+    const Statement& line = pieces[located].line;
+    return {offset + encoding.sizeOf(line.text.substr(0, line.valueBegin)), encoding.sizeOf(line.value())};
+}
+
+Outcome LineFile::replace(std::uint32_t id, std::string_view newText)
+{
+    LinePiece& piece = pieces[id];
+    const std::string_view before = piece.original();
+    const bool asBefore = newText == before;
+    auto own = asBefore ? nullptr : std::make_unique<OwnText>(OwnText{std::string(newText), before});
+    const std::optional<Statement> line = getDialect().scanEntry(own ? std::string_view(own->text) : before);
+    if (!line)
+        return refused(getDialect().fileNoun() + " cannot hold the value at this place");
+    std::string reason = asBefore ? std::string() : encoding.findRefusal(line->text);
+    if (reason.empty())
+        reason = findClash(id, *line);
+    if (!reason.empty())
+        return refused(std::move(reason));
+    piece.own = std::move(own);
+    piece.line = *line;
+    if (!reshaped) {
+        const auto at = static_cast<std::size_t>(before.data() - original.data());
+        if (asBefore)
+            edited.erase(at);
+        else
+            edited[at] = id;
+    }
+    return {};
+}
+
+std::uint32_t LineFile::add(std::uint32_t before, std::uint32_t above, const Statement& line)
+{
+    return pieces.insert(before, above, line);
+}
+
+std::uint32_t LineFile::addOwn(std::uint32_t before, std::uint32_t above, std::string ownText)
+{
+    reshaped = true;
+    auto own = std::make_unique<OwnText>(OwnText{std::move(ownText), {}});
+    const std::uint32_t piece = pieces.insert(before, above, scanOwn(own->text));
+    pieces[piece].own = std::move(own);
+    return piece;
+}
+
+void LineFile::takePiece(std::uint32_t piece)
+{
+    reshaped = true;
+    pieces.erase(piece);
+}
+
+void LineFile::takeEntry(std::uint32_t node)
+{
+    takePiece(index.node(node).entry);
+    LineNode& first = index.node(index.findSibling(node, 1));
+    std::uint32_t emptied = node;
+    for (std::uint32_t number = index.node(node).number + 1; number <= first.count; ++number) {
+        const std::uint32_t next = index.findSibling(node, number);
+        index.node(emptied).entry = index.node(next).entry;
+        pieces[index.node(emptied).entry].node = emptied;
+        emptied = next;
+    }
+    --first.count;
+    index.node(emptied).entry = none;
+    index.prune(emptied);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "repository/documents/common/Document.h"
+#include "repository/documents/common/LineDialect.h"
+#include "repository/documents/common/LineIndex.h"
+#include "repository/documents/common/LinePieces.h"
+#include "repository/documents/common/TextEncoding.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// The text of a file of lines with its edits: pieces that keep their bytes until an edit gives one a text of
+// its own, and the nodes that they make. It stays where it is, since its parts refer to each other.
+class LineFile
+{
+public:
+    static constexpr std::uint32_t none = HashIndex::none;
+
+    LineFile() = default;
+    LineFile(const LineFile&) = delete;
+    LineFile& operator=(const LineFile&) = delete;
+    virtual ~LineFile() = default;
+
+    virtual const LineDialect& getDialect() const = 0;
+
+    // Reads the bytes of a file. Text of our own making is not asked whether it is text at all.
+    Outcome load(std::string bytes, bool isOwn);
+
+    // The piece of an entry; none for an unknown path and for a group.
+    std::uint32_t findEntry(std::string_view path) const;
+
+    // Calls back with each node below the root, parents first, as the file comes to them.
+    void walkNodes(const std::function<void(std::uint32_t)>& callback) const;
+
+    // Brings the siblings in the index into the order of the file.
+    void restoreOrder();
+
+    void visit(const std::function<void(const Entry&)>& visitor) const;
+
+    std::string getBytes() const;
+    Span locateValue(std::uint32_t piece) const;
+
+    // Gives an entry another text, or its original one, unless that changes how the lines around it are read.
+    Outcome replace(std::uint32_t piece, std::string_view text);
+
+    // Adds a piece before another one, at the end for none. One that is not trivia is chained below the one
+    // above.
+    std::uint32_t add(std::uint32_t before, std::uint32_t above, const Statement& line);
+    std::uint32_t addOwn(std::uint32_t before, std::uint32_t above, std::string text);
+    void takePiece(std::uint32_t piece);
+
+    // Takes out an entry; the later ones of the same path move up by one.
+    void takeEntry(std::uint32_t node);
+
+    LinePieces pieces;
+    LineIndex index;
+    LineStyle style;
+    TextEncoding encoding;
+
+protected:
+    const std::string& getText() const { return original; }
+    Outcome failAt(const char* at, std::string reason) const;
+
+private:
+    virtual Outcome readStatements(bool isOwn) = 0;
+
+    // The text as one statement, of whatever kind it is.
+    virtual Statement scanOwn(std::string_view text) const = 0;
+
+    // Why the statement cannot come in the place of a piece: it would change how the lines around it are
+    // read. Empty when it can.
+    virtual std::string findClash(std::uint32_t piece, const Statement& line) const = 0;
+
+    bool needsLineEnd(std::string_view above, std::string_view next) const;
+
+    std::string original;                        // as it was read
+    std::map<std::size_t, std::uint32_t> edited; // pieces by their place in the text; unused once reshaped
+    bool reshaped = false;                       // pieces were added or taken out
+    mutable std::uint32_t visits = 0;
+};
+
+} // namespace Repository::Documents

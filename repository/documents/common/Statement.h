@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/FrameworkCore/Values/Value.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// A statement of a file of lines: a run of blank and comment lines, the header of a section, or an entry with
+// the marks of its type above it and all lines over which its value goes on. The statements of a file, one
+// after the other, are the file. Offsets count from the beginning of the statement.
+struct Statement
+{
+    using Type = FrameworkCore::Values::Type;
+    enum class Kind : std::uint8_t { Trivia, Header, Entry };
+
+    Kind kind = Kind::Trivia;
+    bool separated = false;     // an entry with a separator; one without has a key only
+    bool continued = false;     // the value goes on over further lines
+    bool plainKey = false;      // the key is in the file just as it is in a path
+    Type mark = Type::Group;    // the type that the mark right above names; Group without one
+    std::uint32_t begin = 0;    // of its own line; what is above are marks
+    std::uint32_t keyBegin = 0; // key of an entry, name of a section
+    std::uint32_t keyEnd = 0;
+    std::uint32_t valueBegin = 0; // both at the end of the key where there is no separator
+    std::uint32_t valueEnd = 0;
+    std::string_view text; // line ends included
+
+    bool isEntry() const { return kind == Kind::Entry; }
+    bool isHeader() const { return kind == Kind::Header; }
+
+    std::string_view marks() const { return text.substr(0, begin); }
+    std::string_view lines() const { return text.substr(begin); }
+    std::string_view indent() const { return text.substr(begin, keyBegin - begin - (isHeader() ? 1 : 0)); }
+    std::string_view key() const { return text.substr(keyBegin, keyEnd - keyBegin); }
+    std::string_view value() const { return text.substr(valueBegin, valueEnd - valueBegin); }
+    // What leads to the value: blanks and the separator.
+    std::string_view separator() const { return text.substr(keyEnd, valueBegin - keyEnd); }
+    // What follows the value: blanks, a comment, the line end.
+    std::string_view tail() const { return text.substr(valueEnd); }
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "repository/documents/common/LineDialect.h"
+#include "repository/documents/ini/IniComments.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// How an ini file spells values: the lines of a value that goes on are joined by a line feed, or by a blank
+// where a backslash ends the line.
+class IniDialect : public LineDialect
+{
+public:
+    std::string fileNoun() const override { return "an ini file"; }
+    std::string groupNoun() const override { return "section"; }
+    std::string explainRefusal(const Statement& entry, const Value& value,
+                               const LineStyle& style) const override;
+    bool keepsLineEndsApart() const override { return false; }
+
+    IniComments comments = IniComments::BehindValues;
+
+private:
+    std::optional<Statement> scan(std::string_view text) const override;
+    std::string joinLines(std::string_view lines) const override;
+    bool isLeftOut(const Value& value) const override;
+    bool mayNeedBlank(char last) const override;
+    bool mayQuotesRunOn() const override { return true; }
+};
+
+} // namespace Repository::Documents

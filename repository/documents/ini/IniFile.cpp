@@ -1,0 +1,172 @@
+#include "repository/documents/ini/IniFile.h"
+
+#include "repository/documents/common/KeyText.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+// What begins the first comment of a run of blank and comment lines; 0 without one.
+char commentOf(std::string_view trivia)
+{
+    const std::size_t comment = trivia.find_first_of(";#");
+    return comment == std::string_view::npos ? '\0' : trivia[comment];
+}
+
+// Stray NULs are part of a text; where two of them are side by side, or around one character as in UTF-16,
+// or where they are many, it is none. Edits write no NUL and put none beside another, so that what has been
+// read once can be read again.
+bool isBinary(std::string_view text)
+{
+    constexpr int mostOfText = 64;
+    int count = 0;
+    for (std::size_t at = text.find('\0'); at != std::string_view::npos;) {
+        const std::size_t next = text.find('\0', at + 1);
+        const bool isBesideNext = next - at == 1 || (next - at == 2 && !endsLine(text.substr(0, next)));
+        if (isBesideNext || ++count > mostOfText)
+            return true;
+        at = next;
+    }
+    return false;
+}
+
+// Each section has a path in the tree that names all sections it lies in, so that a file made for it could
+// take a thousand times its size.
+std::size_t mostSectionBytes(std::size_t fileSize)
+{
+    constexpr std::size_t always = std::size_t(64) << 20;
+    return always + 8 * fileSize;
+}
+
+} // namespace
+
+bool isIniTooDeep(std::string_view sectionName)
+{
+    return std::count(sectionName.begin(), sectionName.end(), '.') >= deepestIniSection;
+}
+
+IniFile::IniFile()
+{
+    style.separator = "=";
+    index.becomeSection(LineIndex::root);
+}
+
+Outcome IniFile::readStatements(bool isOwn)
+{
+    const std::string_view text = getText();
+    if (!isOwn && isBinary(text))
+        return failAt(text.data() + text.find('\0'),
+                      "there are NUL characters: it is a binary file, or UTF-16 without its mark");
+    dialect.comments = findIniComments(text);
+    IniScanner scanner(text, dialect.comments);
+    std::uint32_t section = LineIndex::root;
+    while (const std::optional<Statement> line = scanner.next()) {
+        Outcome outcome;
+        const std::uint32_t piece = add(none, pieces.chainedLast(), *line);
+        if (line->isHeader())
+            outcome = takeUpHeader(piece, section);
+        else if (line->isEntry())
+            takeUpEntry(piece, section);
+        else if (style.comment == '\0')
+            style.comment = commentOf(line->text);
+        if (!outcome.ok())
+            return outcome;
+    }
+    if (!scanner.getError().empty())
+        return failAt(text.data() + scanner.getErrorOffset(), scanner.getError());
+    return {};
+}
+
+Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
+{
+    const Statement& header = pieces[piece].line;
+    if (isIniTooDeep(header.key()))
+        return failAt(header.key().data(),
+                      "sections lie in each other more than " + std::to_string(deepestIniSection) + " deep");
+    const std::string path = encodePath(header.key());
+    const bool isPlain = path == header.key();
+    section = index.demandSection(isPlain ? header.key() : std::string_view(path), isPlain);
+    if (index.getSectionBytes() > mostSectionBytes(getText().size()))
+        return failAt(header.key().data(),
+                      "the sections up to here, lying deep in each other, take too much memory");
+    pieces[piece].node = section;
+    LineSection& found = *index.node(section).section;
+    found.header = found.last = piece;
+    firstHeader = firstHeader == none && header.indent().empty() ? piece : firstHeader;
+    return {};
+}
+
+void IniFile::takeUpEntry(std::uint32_t piece, std::uint32_t section)
+{
+    const std::string_view key = pieces[piece].line.key();
+    const std::uint32_t node = isPlainKey(key) ? index.demandNext(section, key, true)
+                                               : index.demandNext(section, encodeKey(key), false);
+    pieces[piece].node = node;
+    index.node(node).entry = index.node(section).section->last = piece;
+    learnStyle(pieces[piece].line);
+}
+
+void IniFile::learnStyle(const Statement& entry)
+{
+    style.learn(entry);
+    if (!entry.continued || !style.continuation.empty())
+        return;
+    const TextLine first = textLineAt(entry.lines(), 0);
+    const std::string_view second = textLineAt(entry.lines(), first.end).content;
+    const std::size_t indent = indentOf(second);
+    if (!endsInBackslash(first.content) && indent < second.size() && !isIniComment(second))
+        style.continuation = second.substr(0, indent);
+}
+
+Statement IniFile::scanOwn(std::string_view text) const
+{
+    Statement trivia;
+    trivia.text = text;
+    return scanSingle(text, dialect.comments).value_or(trivia);
+}
+
+std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
+{
+    const std::uint32_t above = pieces[piece].above;
+    const std::uint32_t below = pieces[piece].below;
+    const bool turned = line.separated != pieces[piece].line.separated;
+    if (turned && above != none && wouldSwallow(pieces[above].line, line, triviaBelow(above)))
+        return "without a separator the line would belong to the one above it";
+    if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece)))
+        return "the line below it would be read as part of the value";
+    return {};
+}
+
+IniTrivia IniFile::triviaBelow(std::uint32_t piece) const
+{
+    IniTrivia trivia;
+    const std::uint32_t below = pieces[piece].below;
+    for (std::uint32_t at = pieces[piece].next; below != none && at != below; at = pieces[at].next)
+        trivia = trivia | describeTrivia(pieces[at].line.text);
+    return trivia;
+}
+
+bool IniFile::goes(std::uint32_t piece) const
+{
+    const LineNode& node = index.node(pieces[piece].node);
+    return (pieces[piece].line.isHeader() ? node : index.node(node.parent)).section->going;
+}
+
+bool IniFile::allowsComments(IniComments comments) const
+{
+    if (comments == dialect.comments)
+        return true;
+    for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
+        const Statement& now = pieces[piece].line;
+        if (!now.isEntry() || goes(piece))
+            continue;
+        const std::optional<Statement> line = scanSingle(now.text, comments);
+        if (!line || line->key() != now.key() || line->value() != now.value())
+            return false;
+    }
+    return true;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,234 @@
+#include "repository/documents/ini/IniInsertion.h"
+
+#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/Refusal.h"
+#include "repository/documents/common/TypeMark.h"
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+// After the last blank line of trivia; what follows there is said of the section below.
+std::size_t afterLastBlank(std::string_view trivia)
+{
+    std::size_t after = 0;
+    for (std::size_t at = 0; at < trivia.size();) {
+        const TextLine line = textLineAt(trivia, at);
+        at = line.end;
+        if (trimBlanks(line.content).empty())
+            after = at;
+    }
+    return after;
+}
+
+} // namespace
+
+bool IniInsertion::endsBlank() const
+{
+    if (pieces.back() == none)
+        return true;
+    const std::string_view end = pieces[pieces.back()].line.text;
+    return afterLastBlank(end) == end.size();
+}
+
+Outcome IniInsertion::insert(std::string_view path, const Value& value)
+{
+    if (!splitPath(path))
+        return refused(quoted(path) + " is not a path");
+    const IniComments before = file.dialect.comments;
+    Outcome outcome = value.type == Type::Group ? insertSection(path) : insertEntry(path, value);
+    if (!outcome.ok())
+        file.dialect.comments = before;
+    return outcome;
+}
+
+Outcome IniInsertion::insertSection(std::string_view path)
+{
+    const std::uint32_t node = index.find(path);
+    if (node != none && index.node(node).section)
+        return refused("there is such a section already");
+    std::string reason;
+    const std::string header = headerText(path, reason);
+    if (header.empty())
+        return refused(std::move(reason));
+    placeSection(path, header);
+    return {};
+}
+
+Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
+{
+    const PathEnds ends = splitLast(path);
+    const NumberedPath numbered = numberedPath(path);
+    if (file.findEntry(path) != none)
+        return refused("there is such an entry already");
+    if (numbered.number != index.countOfEntries(index.find(numbered.first)) + 1)
+        return refused("there is no " + quoted(joinNumber(numbered.first, numbered.number - 1)) +
+                       " before it");
+    const std::optional<std::string> key = decodeKey(splitNumber(ends.last).name);
+    if (!key)
+        return refused(quoted(ends.last) + " is not how a key stands in a path");
+
+    std::uint32_t group = index.find(ends.parent);
+    std::string reason;
+    std::string header;
+    if (group != LineIndex::root && (group == none || !index.node(group).hasHeader())) {
+        header = headerText(ends.parent, reason);
+        if (header.empty())
+            return refused(std::move(reason));
+        group = none;
+    }
+    const std::uint32_t above = group == none ? none : index.node(group).section->last;
+    std::string text = entryText(*key, value, above, reason);
+    const std::optional<Statement> line = scanSingle(text, file.dialect.comments);
+    if (!line)
+        return refused(std::move(reason));
+    reason = file.encoding.findRefusal(header + text);
+    if (reason.empty() && group != none)
+        reason = findClash(above, *line);
+    if (!reason.empty())
+        return refused(std::move(reason));
+
+    if (group == none)
+        group = placeSection(ends.parent, header);
+    const std::uint32_t last = index.node(group).section->last;
+    const std::uint32_t piece = last == none ? placeFirstAtRoot(std::move(text))
+                                             : file.addOwn(pieces[last].next, last, std::move(text));
+    pieces[piece].node = index.demandNext(group, splitNumber(ends.last).name, false);
+    index.node(pieces[piece].node).entry = index.node(group).section->last = piece;
+    return {};
+}
+
+// Why an entry cannot come below a piece, none being the front; empty when it can.
+std::string IniInsertion::findClash(std::uint32_t above, const Statement& line) const
+{
+    if (above == none && !file.encoding.mayBegin(line.text))
+        return "the file would begin like a file of another encoding";
+    if (above != none && wouldSwallow(pieces[above].line, line, {}))
+        return "the entry would be read as part of the one above it";
+    const std::uint32_t below = pieces.chainedBelow(above);
+    const IniTrivia trivia = above == none ? IniTrivia{true, false} : file.triviaBelow(above);
+    if (below != none && wouldSwallow(line, pieces[below].line, trivia))
+        return "the line below it would be read as part of the value";
+    return {};
+}
+
+std::string IniInsertion::headerText(std::string_view path, std::string& reason)
+{
+    const NumberedPath siblings = numberedPath(path);
+    const std::size_t count = index.countOfSections(index.find(siblings.first));
+    if (siblings.number != count + 1) {
+        reason = "there is no section " + quoted(joinNumber(siblings.first, count + 1)) + " before it";
+        return {};
+    }
+    std::string text = '[' + siblings.first + ']' + file.style.lineEnd;
+    const std::optional<Statement> line = scanSingle(text, file.dialect.comments);
+    if (!line || !line->isHeader() || line->key() != siblings.first || isIniTooDeep(path) ||
+        encodePath(line->key()) != siblings.first) {
+        reason = "an ini file cannot hold a section of the path " + quoted(siblings.first);
+        return {};
+    }
+    const IniComments comments =
+        file.firstHeader != none ? file.dialect.comments : iniCommentsOf(siblings.first);
+    if (!file.allowsComments(comments)) {
+        reason = "below it, values of this file would be read with the comments behind them";
+        return {};
+    }
+    file.dialect.comments = comments;
+    return text;
+}
+
+std::string IniInsertion::entryText(std::string_view key, const Value& value, std::uint32_t above,
+                                    std::string& reason) const
+{
+    const bool hasSibling = above != none && pieces[above].line.isEntry();
+    const Statement sibling = hasSibling ? pieces[above].line : Statement();
+    const bool follow = sibling.separated && !sibling.value().empty();
+    const std::string indent(hasSibling ? sibling.indent() : std::string_view(file.style.indent));
+    std::string draft = indent;
+    draft += key;
+    draft += follow ? alignedSeparator(sibling.separator(), sibling.key().size(), key.size())
+                    : file.style.separator;
+    const bool empty = value.type == Type::String && std::get<std::string>(value.data).empty();
+    while (empty && isBlank(draft.back()))
+        draft.pop_back();
+    draft += file.style.lineEnd;
+    const std::optional<Statement> line = scanSingle(draft, file.dialect.comments);
+    if (!line || !line->isEntry() || !line->separated || line->keyBegin != indent.size() ||
+        line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string_view::npos) {
+        reason = "an ini file cannot hold the key " + quoted(key);
+        return {};
+    }
+    // Bytes without a mark would make a file that is no text.
+    std::optional<std::string> text;
+    if (value.type != Type::ByteArray)
+        text = file.dialect.write(*line, value, file.style);
+    if (!text) {
+        // Unit and desktop files know "#" only.
+        const char usual = file.dialect.comments == IniComments::OwnLines ? '#' : ';';
+        const char comment = file.style.comment == '\0' ? usual : file.style.comment;
+        const std::string marked = indent + writeTypeMark(comment, value.type) + file.style.lineEnd + draft;
+        const std::optional<Statement> markedLine = scanSingle(marked, file.dialect.comments);
+        text = markedLine ? file.dialect.write(*markedLine, value, file.style) : std::nullopt;
+    }
+    if (!text)
+        reason = file.dialect.explainRefusal(*line, value, file.style);
+    return std::move(text).value_or(std::string());
+}
+
+std::uint32_t IniInsertion::placeSection(std::string_view path, const std::string& header)
+{
+    const std::string blank = endsBlank() ? std::string() : file.style.lineEnd;
+    const std::uint32_t id = file.addOwn(none, pieces.chainedLast(), header);
+    // The blank line goes when the section goes, so it is part of the piece.
+    LinePiece& piece = pieces[id];
+    piece.own->text = blank + header;
+    piece.line.text = piece.own->text;
+    for (std::uint32_t* offset : {&piece.line.begin, &piece.line.keyBegin, &piece.line.keyEnd,
+                                  &piece.line.valueBegin, &piece.line.valueEnd})
+        *offset += static_cast<std::uint32_t>(blank.size());
+    piece.node = index.demandSection(numberedPath(path).first, false);
+    LineSection& section = *index.node(piece.node).section;
+    section.header = section.last = id;
+    file.firstHeader = file.firstHeader == none ? id : file.firstHeader;
+    return piece.node;
+}
+
+std::uint32_t IniInsertion::placeFirstAtRoot(std::string text)
+{
+    if (pieces.chainedLast() == none) {
+        // What the last line of comments says is not said of the new entry.
+        if (pieces.back() != none && endsInTypeMark(pieces[pieces.back()].line.text))
+            file.addOwn(none, none, file.style.lineEnd);
+        return file.addOwn(none, none, std::move(text));
+    }
+    // After what is said of the whole file, and set off from what is said of the first section.
+    std::uint32_t before = pieces.front();
+    if (before != pieces.chainedBelow(none)) {
+        const std::size_t cut = afterLastBlank(pieces[before].line.text);
+        if (cut > 0 && cut < pieces[before].line.text.size())
+            split(before, cut);
+        if (cut > 0)
+            before = pieces[before].next;
+    }
+    const std::uint32_t blank = file.addOwn(before, none, file.style.lineEnd);
+    return file.addOwn(blank, none, std::move(text));
+}
+
+// Makes two pieces of one of trivia.
+void IniInsertion::split(std::uint32_t trivia, std::size_t cut)
+{
+    Statement lower;
+    lower.text = pieces[trivia].line.text.substr(cut);
+    const std::uint32_t rest = file.add(pieces[trivia].next, none, lower);
+    LinePiece& upper = pieces[trivia];
+    if (upper.own) {
+        pieces[rest].own = std::make_unique<OwnText>(OwnText{std::string(lower.text), {}});
+        pieces[rest].line.text = pieces[rest].own->text;
+    }
+    upper.line.text = upper.line.text.substr(0, cut);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,67 @@
+#include "repository/documents/txt/TxtDialect.h"
+
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/txt/TxtScanner.h"
+
+namespace Repository::Documents {
+
+using FrameworkCore::Values::toText;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+std::optional<Statement> TxtDialect::scan(std::string_view text) const
+{
+    return scanTxtEntry(text);
+}
+
+std::string TxtDialect::joinLines(std::string_view lines) const
+{
+    std::string joined;
+    for (std::size_t at = 0; at < lines.size();) {
+        const TextLine line = textLineAt(lines, at);
+        at = line.end;
+        std::string_view content = trimBlanks(line.content);
+        if (at < lines.size())
+            content.remove_suffix(1); // the backslash
+        const std::string_view trimmed = trimBlanks(content);
+        joined += trimmed;
+        if (at < lines.size() && (trimmed.size() < content.size() || isBlank(lines[at])))
+            joined += ' ';
+    }
+    return joined;
+}
+
+bool TxtDialect::isLeftOut(const Value& value) const
+{
+    return toText(value).empty();
+}
+
+// After "=" some values need a blank to be told from an operator.
+bool TxtDialect::mayNeedBlank(char last) const
+{
+    return !isBlank(last);
+}
+
+bool TxtDialect::runsOn(std::string_view text) const
+{
+    const std::optional<Statement> entry = scanTxtEntry(text);
+    return entry && wouldSwallow(*entry, std::string(entry->indent()) + "key = 1");
+}
+
+std::string TxtDialect::explainRefusal(const Statement& entry, const Value& value, const LineStyle&) const
+{
+    const std::string text = toText(value);
+    if (value.type == Type::String && !FrameworkCore::Values::isUtf8(text))
+        return "the text holds half a character, which UTF-8 cannot hold";
+    if (text.find_first_of("\r\n") != std::string::npos)
+        return "a value of a txt file ends with its line; the text has line breaks";
+    if (text.find('\0') != std::string::npos)
+        return "the text holds a NUL character, which no text file has";
+    if (value.type == Type::ByteArray)
+        return "a txt file would read these bytes back as a text, or cut them";
+    return explainReading(std::string(entry.text.substr(0, entry.valueBegin)) + ' ' + text, value);
+}
+
+} // namespace Repository::Documents

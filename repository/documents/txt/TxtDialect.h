@@ -1,0 +1,30 @@
+#pragma once
+
+#include "repository/documents/common/LineDialect.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository::Documents {
+
+// How a txt file spells values: lines that a backslash ends are joined, and an "=" may need a blank after it.
+class TxtDialect : public LineDialect
+{
+public:
+    std::string fileNoun() const override { return "a txt file"; }
+    std::string groupNoun() const override { return "group"; }
+    std::string explainRefusal(const Statement& entry, const Value& value,
+                               const LineStyle& style) const override;
+    bool runsOn(std::string_view text) const override;
+    bool keepsLineEndsApart() const override { return true; }
+
+private:
+    std::optional<Statement> scan(std::string_view text) const override;
+    std::string joinLines(std::string_view lines) const override;
+    bool isLeftOut(const Value& value) const override;
+    bool mayNeedBlank(char last) const override;
+    bool mayQuotesRunOn() const override { return false; }
+};
+
+} // namespace Repository::Documents
