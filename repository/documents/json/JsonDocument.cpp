@@ -5,8 +5,11 @@
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TextPosition.h"
+#include "repository/documents/json/JsonGap.h"
+#include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
+#include "repository/documents/json/JsonText.h"
 #include "repository/documents/json/JsonWriter.h"
 
 #include <algorithm>
@@ -27,14 +30,14 @@ bool isUnheldNumber(std::string_view spelling)
 
 } // namespace
 
-JsonDocument::JsonDocument() : content(std::make_unique<Content>(std::string()))
+JsonDocument::JsonDocument() : file(std::make_unique<JsonFile>(std::string()))
 {
 }
 
 Outcome JsonDocument::parse(std::string bytes)
 {
     try {
-        auto fresh = std::make_unique<Content>(std::move(bytes));
+        auto fresh = std::make_unique<JsonFile>(std::move(bytes));
         const SyntaxFault fault = JsonReader(fresh->tree, fresh->members).read();
         if (!fault.message.empty()) {
             const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
@@ -42,7 +45,7 @@ Outcome JsonDocument::parse(std::string bytes)
         }
         fresh->editor.detectStyle();
         fresh->types.read();
-        content = std::move(fresh);
+        file = std::move(fresh);
     } catch (const std::bad_alloc&) {
         return refused("there is not enough memory for a file of this size");
     }
@@ -56,21 +59,21 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
         std::size_t pathLength;
         std::size_t position;
     };
-    const JsonTree& tree = content->tree;
+    const JsonTree& tree = file->tree;
     Entry entry;
     std::vector<Level> levels;
     NodeId id = tree.getRoot();
     while (id != noNode) {
-        const bool isHidden = id == content->types.getMember();
-        const bool isOwnValue = isHidden || content->members.isOwnValue(id);
+        const bool isHidden = id == file->types.getMember();
+        const bool isOwnValue = isHidden || file->members.isOwnValue(id);
         if (!levels.empty() && !isOwnValue) {
             if (!entry.path.empty())
                 entry.path += '.';
-            content->members.appendName(entry.path, id, levels.back().position);
+            file->members.appendName(entry.path, id, levels.back().position);
         }
-        const NodeId holder = isOwnValue ? noNode : holderOf(id);
-        if (!isOwnValue && (holder != noNode || !levels.empty())) {
-            entry.value = holder == noNode ? Value() : read(holder, entry.path);
+        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
+        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
+            entry.value = valueNode == noNode ? Value() : file->read(valueNode, entry.path);
             visitor(entry);
         }
         if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noNode) {
@@ -92,22 +95,22 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome JsonDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = find(path);
+    const NodeId id = file->find(path);
     if (id == noNode)
         return refused("there is no entry " + quoted(path));
-    const NodeId holder = holderOf(id);
-    if (holder == noNode)
+    const NodeId valueNode = file->valueNodeOf(id);
+    if (valueNode == noNode)
         return refused(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
         return refused(quoted(path) + " has a value and cannot become a group");
-    if (isSame(read(holder, path), value))
+    if (isSame(file->read(valueNode, path), value))
         return {};
-    const Type mark = content->types.find(path);
+    const Type mark = file->types.find(path);
     JsonContent wanted = mark == Type::Group ? toContent(value) : toMarkedContent(value);
-    const bool restores = isOriginal(holder, value, mark);
+    const bool restores = isOriginal(valueNode, value, mark);
     if (restores)
-        wanted.kind = *content->tree.originalKind(holder);
-    else if (value.type == Type::String && isUnheldNumber(content->tree.originalValue(holder)) &&
+        wanted.kind = *file->tree.originalKind(valueNode);
+    else if (value.type == Type::String && isUnheldNumber(file->tree.originalValue(valueNode)) &&
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
     else if (wanted.error.empty() && !holds(wanted, mark, value))
@@ -116,27 +119,28 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
                        ", not as " + std::string(describeType(value.type)));
     if (!wanted.error.empty())
         return refused(wanted.error);
-    Outcome outcome = checkKind(path, holder, wanted.kind);
+    Outcome outcome = checkKind(path, valueNode, wanted.kind);
     if (outcome.ok() && value.type == Type::String)
-        outcome = checkNoTypes(content->tree.node(holder).parent, holder, std::get<std::string>(value.data));
+        outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode,
+                                     std::get<std::string>(value.data));
     if (!outcome.ok())
         return outcome;
     if (restores)
-        content->editor.restore(holder);
+        file->editor.restore(valueNode);
     else
-        content->editor.setContent(holder, wanted);
+        file->editor.setContent(valueNode, wanted);
     return {};
 }
 
 // Whether a value can become one of that kind.
-Outcome JsonDocument::checkKind(std::string_view path, NodeId holder, JsonKind kind) const
+Outcome JsonDocument::checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const
 {
-    const JsonNode& node = content->tree.node(holder);
+    const JsonNode& node = file->tree.node(valueNode);
     const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
-    if (becomesContainer && depthOf(holder) + 1 > JsonReader::maximumDepth)
+    if (becomesContainer && file->depthOf(valueNode) + 1 > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep to become a list");
     if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noNode) {
-        const JsonNode& parent = content->tree.node(node.parent);
+        const JsonNode& parent = file->tree.node(node.parent);
         if (parent.kind == JsonKind::Array && parent.nonTexts == 1)
             return refused(quoted(path) + " cannot become a text: all elements of its array would be texts, "
                                           "which json holds as one list");
@@ -144,33 +148,24 @@ Outcome JsonDocument::checkKind(std::string_view path, NodeId holder, JsonKind k
     return {};
 }
 
-// Whether a member of an object, or a new one, can get this text.
-Outcome JsonDocument::checkNoTypes(NodeId object, NodeId member, std::string_view text) const
-{
-    if (!content->types.wouldReadWith(object, member, text))
-        return {};
-    return refused("with " + quoted(text) + " in it, \"" + std::string(typesKey) +
-                   "\" would be read as the types of other entries");
-}
-
 bool JsonDocument::removalMovesSiblings(std::string_view path) const
 {
-    const NodeId id = path.empty() ? noNode : find(path);
+    const NodeId id = path.empty() ? noNode : file->find(path);
     if (id == noNode)
         return false;
-    const JsonNode& node = content->tree.node(id);
-    const JsonNode& parent = content->tree.node(node.parent);
+    const JsonNode& node = file->tree.node(id);
+    const JsonNode& parent = file->tree.node(node.parent);
     const bool leavesList =
         parent.kind == JsonKind::Array && parent.nonTexts == (node.kind == JsonKind::Text ? 0U : 1U);
-    return leavesList || content->members.hasSuccessor(id);
+    return leavesList || file->members.hasSuccessor(id);
 }
 
 SiblingPlace JsonDocument::placeOf(std::string_view path) const
 {
-    const JsonTree& tree = content->tree;
-    const NodeId id = find(path);
+    const JsonTree& tree = file->tree;
+    const NodeId id = file->find(path);
     const auto isShown = [&](NodeId other) {
-        return other != content->types.getMember() && !content->members.isOwnValue(other);
+        return other != file->types.getMember() && !file->members.isOwnValue(other);
     };
     NodeId next = id == noNode ? noNode : tree.node(id).next;
     while (next != noNode && !isShown(next))
@@ -186,119 +181,131 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
     const bool isElement = tree.node(tree.node(id).parent).kind == JsonKind::Array;
     const std::size_t position = isElement ? std::stoul(std::string(ends.last)) : 1;
     std::string name;
-    content->members.appendName(name, previous, position - 1);
+    file->members.appendName(name, previous, position - 1);
     return {SiblingPlace::Kind::After, joinPath(ends.parent, name)};
 }
 
 bool JsonDocument::contains(std::string_view path) const
 {
-    return find(path) != noNode;
+    return file->find(path) != noNode;
 }
 
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
-    const NodeId holder = findHolder(path);
-    if (holder == noNode)
+    const NodeId valueNode = file->findValueNode(path);
+    if (valueNode == noNode)
         return {};
-    return JsonWriter(content->tree).locateValue(holder);
+    return JsonWriter(file->tree).locateValue(valueNode);
 }
 
 std::optional<std::string> JsonDocument::spell(std::string_view path) const
 {
-    const NodeId holder = findHolder(path);
-    if (holder == noNode)
+    const NodeId valueNode = file->findValueNode(path);
+    if (valueNode == noNode)
         return {};
-    return JsonWriter(content->tree).writeValue(holder);
+    return JsonWriter(file->tree).writeValue(valueNode);
 }
 
 Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
 {
-    const NodeId holder = findHolder(path);
-    if (holder == noNode)
+    const NodeId valueNode = file->findValueNode(path);
+    if (valueNode == noNode)
         return refused("there is no value " + quoted(path));
-    Content parsed{std::string(spelling)};
+    JsonFile parsed{std::string(spelling)};
     const SyntaxFault fault = JsonReader(parsed.tree, parsed.members).read();
     const NodeId root = parsed.tree.getRoot();
     if (!fault.message.empty() || root == noNode || !parsed.tree.node(root).isLeaf() ||
         JsonWriter(parsed.tree).writeValue(root) != spelling)
         return refused(quoted(spelling) + " is not how json spells a value");
     const JsonKind kind = parsed.tree.node(root).kind;
-    Outcome outcome = checkKind(path, holder, kind);
+    Outcome outcome = checkKind(path, valueNode, kind);
     if (outcome.ok() && kind == JsonKind::Text)
-        outcome = checkNoTypes(content->tree.node(holder).parent, holder, decodeString(spelling));
+        outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode, decodeString(spelling));
     if (!outcome.ok())
         return outcome;
-    if (content->tree.originalKind(holder) && content->tree.originalValue(holder) == spelling)
-        content->editor.restore(holder);
+    if (file->tree.originalKind(valueNode) && file->tree.originalValue(valueNode) == spelling)
+        file->editor.restore(valueNode);
     else
-        content->editor.copyValue(holder, parsed.tree, root);
+        file->editor.copyValue(valueNode, parsed.tree, root);
     return {};
 }
 
 std::string JsonDocument::getBytes() const
 {
-    return content->tree.write();
+    return file->tree.write();
 }
 
-JsonDocument::Place JsonDocument::resolve(std::string_view path) const
+bool JsonDocument::isOriginal(NodeId valueNode, const Value& value, Type mark) const
 {
-    Place place;
-    place.node = content->tree.getRoot();
-    const auto components = path.empty() ? std::vector<std::string_view>() : splitPath(path);
-    if (!components)
-        return place;
-    place.valid = true;
-    auto next = components->begin();
-    while (place.node != noNode && next != components->end()) {
-        const NodeId child = content->members.find(place.node, *next);
-        if (child == noNode || child == content->types.getMember())
-            break;
-        place.node = child;
-        ++next;
-    }
-    place.missing.assign(next, components->end());
-    return place;
+    const auto kind = file->tree.originalKind(valueNode);
+    return kind && isSame(readContent(*kind, file->tree.originalValue(valueNode), mark), value);
 }
 
-NodeId JsonDocument::find(std::string_view path) const
+Outcome JsonDocument::insert(std::string_view path, const Value& value)
 {
-    const Place place = resolve(path);
-    return place.valid && place.missing.empty() ? place.node : noNode;
+    return JsonInsertion(*file).insert(path, value);
 }
 
-NodeId JsonDocument::holderOf(NodeId id) const
+Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,
+                                std::size_t& refused)
 {
-    return content->tree.node(id).isLeaf() ? id : content->members.findOwnValue(id);
+    const NodeId root = file->tree.getRoot();
+    const bool hasTypesMember = root != noNode && file->members.find(root, typesKey) != noNode;
+    if (path.empty() || hasTypesMember || entries.size() < 2)
+        return Document::insertAll(path, entries, refused);
+    refused = 0;
+    Outcome outcome = insert(path, {Type::Integer, std::int64_t(0)});
+    if (!outcome.ok() || graft(path, entries))
+        return outcome;
+    remove(path);
+    return Document::insertAll(path, entries, refused);
 }
 
-NodeId JsonDocument::findHolder(std::string_view path) const
+bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entries)
 {
-    const NodeId id = find(path);
-    return id == noNode ? noNode : holderOf(id);
+    constexpr std::size_t fewEntries = 500;
+    JsonTree& tree = file->tree;
+    const NodeId id = file->find(path);
+    const JsonStyle& fileStyle = file->editor.getStyle();
+    JsonTextStyle style{fileStyle.lineEnd + lineIndentation(tree, id), fileStyle.indentation,
+                        colonOf(tree, id), JsonGap(tree.text(id, JsonPart::Lead)).hasBreak(), false};
+    if (style.colon.empty())
+        style.colon = fileStyle.colon;
+    const auto written = JsonText::write(entries, style);
+    if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
+        file->depthOf(id) + written->depth > JsonReader::maximumDepth)
+        return false;
+    if (tree.hasRoomFor(written->text.size()) &&
+        tree.getOriginal().size() + written->text.size() <= JsonReader::maximumSize)
+        return JsonReader(tree, file->members).readInto(id, tree.keep(written->text));
+    Span value;
+    std::string bytes = JsonWriter(tree).writeLocating(id, value);
+    bytes.replace(value.offset, value.length, written->text);
+    return parse(std::move(bytes)).ok();
 }
 
-Value JsonDocument::read(NodeId holder, std::string_view path) const
+Outcome JsonDocument::remove(std::string_view path)
 {
-    const JsonTree& tree = content->tree;
-    if (tree.node(holder).kind == JsonKind::Array)
-        return {Type::StringList, tree.readList(holder)};
-    const Type mark = content->types.isEmpty() ? Type::Group : content->types.find(path);
-    return readContent(tree.node(holder).kind, tree.text(holder, JsonPart::Value), mark);
-}
-
-bool JsonDocument::isOriginal(NodeId holder, const Value& value, Type mark) const
-{
-    const auto kind = content->tree.originalKind(holder);
-    return kind && isSame(readContent(*kind, content->tree.originalValue(holder), mark), value);
-}
-
-// How many containers lie around a node.
-std::size_t JsonDocument::depthOf(NodeId id) const
-{
-    std::size_t depth = 0;
-    while (id != noNode && (id = content->tree.node(id).parent) != noNode)
-        ++depth;
-    return depth;
+    if (path.empty())
+        return refused("the whole document cannot be removed");
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    if (file->types.isEmpty() && file->types.wouldReadWithout(id))
+        return refused("without it, \"" + std::string(typesKey) +
+                       "\" would be read as the types of other entries");
+    const NodeId parent = file->tree.node(id).parent;
+    const bool inArray = file->tree.node(parent).kind == JsonKind::Array;
+    file->editor.remove(id);
+    if (file->types.isEmpty())
+        return {};
+    file->types.remove(path);
+    file->types.removeBelow(path);
+    if (file->tree.node(parent).isList())
+        file->types.removeBelow(splitLast(path).parent);
+    else
+        file->types.moveUp(path, inArray);
+    return {};
 }
 
 } // namespace Repository::Documents

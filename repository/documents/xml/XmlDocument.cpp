@@ -3,12 +3,13 @@
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextPosition.h"
-#include "repository/documents/xml/XmlComponent.h"
 #include "repository/documents/xml/XmlDeclaration.h"
+#include "repository/documents/xml/XmlInsertion.h"
 #include "repository/documents/xml/XmlReader.h"
 #include "repository/documents/xml/XmlWriter.h"
 
 #include <new>
+#include <utility>
 
 namespace Repository::Documents {
 
@@ -27,7 +28,7 @@ std::string lineEndOf(std::string_view text)
 
 } // namespace
 
-XmlDocument::XmlDocument() : content(std::make_unique<Content>(std::string()))
+XmlDocument::XmlDocument() : file(std::make_unique<XmlFile>(std::string()))
 {
 }
 
@@ -45,7 +46,7 @@ Outcome XmlDocument::parse(std::string bytes)
         const Outcome decoded = encoding.decode(bytes, {true, isNamed ? declaration.name : std::string()});
         if (!decoded.ok())
             return decoded;
-        auto fresh = std::make_unique<Content>(std::move(bytes));
+        auto fresh = std::make_unique<XmlFile>(std::move(bytes));
         fresh->spelling.encoding = encoding;
         fresh->spelling.isAscii = declaration.encoding == XmlEncoding::Ascii;
         fresh->spelling.lineEnd = lineEndOf(fresh->tree.getOriginal());
@@ -54,7 +55,7 @@ Outcome XmlDocument::parse(std::string bytes)
             const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
             return {fault.message, position.line, position.column};
         }
-        content = std::move(fresh);
+        file = std::move(fresh);
     } catch (const std::bad_alloc&) {
         return refused("there is not enough memory for a file of this size");
     }
@@ -63,14 +64,14 @@ Outcome XmlDocument::parse(std::string bytes)
 
 void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    const XmlTree& tree = content->tree;
+    const XmlTree& tree = file->tree;
     Entry entry;
     std::vector<std::size_t> lengths; // of the paths of the elements above
     NodeId id = tree.getRoot();
     while (id != noNode) {
         const std::size_t length = entry.path.size();
-        appendComponent(entry.path, id);
-        entry.value = content->values.read(id);
+        file->appendComponent(entry.path, id);
+        entry.value = file->values.read(id);
         visitor(entry);
         const XmlNode* node = &tree.node(id);
         if (node->first != noNode) {
@@ -88,18 +89,6 @@ void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
     }
 }
 
-void XmlDocument::appendComponent(std::string& path, NodeId id) const
-{
-    const XmlNode& node = content->tree.node(id);
-    if (!path.empty())
-        path += '.';
-    if (node.kind == XmlKind::Attribute)
-        path += '@';
-    path += node.kind == XmlKind::Text ? xmlTextComponent : content->tree.getNames().componentOf(node.name);
-    if (node.number > 1)
-        path += '[' + std::to_string(node.number) + ']';
-}
-
 Outcome XmlDocument::set(std::string_view path, const Value& value)
 {
     Outcome outcome;
@@ -108,38 +97,37 @@ Outcome XmlDocument::set(std::string_view path, const Value& value)
         return outcome;
     if (value.type == Type::Group)
         return refused(quoted(path) + " has a value and cannot become a group");
-    if (content->values.holds(id, value))
+    if (file->values.holds(id, value))
         return {};
-    XmlValues::Spelled spelled = content->values.spell(id, value);
+    XmlValues::Spelled spelled = file->values.spell(id, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
-    content->values.put(id, std::move(spelled.text));
+    file->values.put(id, std::move(spelled.text));
     return {};
 }
 
 SiblingPlace XmlDocument::placeOf(std::string_view path) const
 {
-    const NodeId id = find(path);
-    if (id == noNode || content->tree.node(id).next == noNode)
+    const NodeId id = file->find(path);
+    if (id == noNode || file->tree.node(id).next == noNode)
         return {SiblingPlace::Kind::Last, {}};
-    const XmlNode& node = content->tree.node(id);
+    const XmlNode& node = file->tree.node(id);
     if (node.previous == noNode)
         return {SiblingPlace::Kind::First, {}};
     SiblingPlace place{SiblingPlace::Kind::After, std::string(splitLast(path).parent)};
-    appendComponent(place.sibling, node.previous);
+    file->appendComponent(place.sibling, node.previous);
     return place;
 }
 
 bool XmlDocument::contains(std::string_view path) const
 {
-    return find(path) != noNode;
+    return file->find(path) != noNode;
 }
 
 std::string XmlDocument::getBytes() const
 {
-    const XmlTree& tree = content->tree;
-    return content->spelling.encoding.encode(tree.isOriginal() ? tree.getOriginal()
-                                                               : XmlWriter(tree).write());
+    const XmlTree& tree = file->tree;
+    return file->spelling.encoding.encode(tree.isOriginal() ? tree.getOriginal() : XmlWriter(tree).write());
 }
 
 std::optional<Span> XmlDocument::locate(std::string_view path) const
@@ -148,19 +136,19 @@ std::optional<Span> XmlDocument::locate(std::string_view path) const
     const NodeId id = findValue(path, outcome);
     if (!outcome.ok())
         return std::nullopt;
-    XmlWriter writer(content->tree, id);
+    XmlWriter writer(file->tree, id);
     const std::string text = writer.write();
-    const TextEncoding& encoding = content->spelling.encoding;
+    const TextEncoding& encoding = file->spelling.encoding;
     const std::string_view before = std::string_view(text).substr(0, writer.getLocation());
     return Span{encoding.markSize() + encoding.sizeOf(before),
-                encoding.sizeOf(content->tree.text(id, XmlPart::Value))};
+                encoding.sizeOf(file->tree.text(id, XmlPart::Value))};
 }
 
 std::optional<std::string> XmlDocument::spell(std::string_view path) const
 {
     Outcome outcome;
     const NodeId id = findValue(path, outcome);
-    return outcome.ok() ? std::optional(content->values.spellingOf(id)) : std::nullopt;
+    return outcome.ok() ? std::optional(file->values.spellingOf(id)) : std::nullopt;
 }
 
 Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
@@ -169,54 +157,75 @@ Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
     const NodeId id = findValue(path, outcome);
     if (!outcome.ok())
         return outcome;
-    const std::string error = content->values.explainMisspelling(id, spelling);
+    const std::string error = file->values.explainMisspelling(id, spelling);
     if (!error.empty())
         return refused(quoted(spelling) + " does not spell a value: " + error);
-    content->editor.respell(id, spelling);
+    file->editor.respell(id, spelling);
     return {};
 }
 
 NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 {
-    const NodeId id = find(path);
+    const NodeId id = file->find(path);
     if (id == noNode)
         outcome = refused("there is no entry " + quoted(path));
-    else if (content->values.read(id).type == Type::Group)
+    else if (file->values.read(id).type == Type::Group)
         outcome = refused(quoted(path) + " is a group, which has no value of its own");
     return id;
 }
 
-XmlDocument::Way XmlDocument::wayTo(std::string_view path) const
+Outcome XmlDocument::insert(std::string_view path, const Value& value)
 {
-    Way way;
-    const auto components = splitPath(path);
-    if (!components)
-        return way;
-    way.isPath = true;
-    auto next = components->begin();
-    while (next != components->end()) {
-        const NodeId child = findChild(way.node, *next);
-        if (child == noNode)
+    return XmlInsertion(*file).insert(path, value);
+}
+
+void XmlDocument::beginRun()
+{
+    file->run.emplace();
+}
+
+Outcome XmlDocument::endRun(std::string& refusedPath)
+{
+    Outcome outcome;
+    const auto run = std::exchange(file->run, std::nullopt);
+    for (const XmlFile::Lacking& lacking : run.value_or(std::vector<XmlFile::Lacking>())) {
+        outcome = XmlInsertion(*file).checkSurroundings(lacking.node);
+        refusedPath = lacking.path;
+        if (!outcome.ok())
             break;
-        way.node = child;
-        ++way.depth;
-        ++next;
     }
-    way.missing.assign(next, components->end());
-    return way;
+    return outcome;
 }
 
-NodeId XmlDocument::find(std::string_view path) const
+Outcome XmlDocument::remove(std::string_view path)
 {
-    const Way way = wayTo(path);
-    return way.missing.empty() ? way.node : noNode;
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return path.empty() ? refused("the whole document cannot be removed")
+                            : refused("there is no entry " + quoted(path));
+    if (id != file->tree.getRoot()) {
+        file->editor.remove(id);
+        return {};
+    }
+    if (!file->editor.standsAlone(id))
+        return refused(quoted(path) + " is the root element, without which the comments and declarations "
+                                      "around it would be no xml");
+    auto fresh = std::make_unique<XmlFile>(std::string());
+    fresh->spelling.lineEnd = file->spelling.lineEnd;
+    if (file->spelling.isMarked())
+        fresh->spelling.encoding = file->spelling.encoding;
+    file = std::move(fresh);
+    return {};
 }
 
-NodeId XmlDocument::findChild(NodeId parent, std::string_view component) const
+bool XmlDocument::removalMovesSiblings(std::string_view path) const
 {
-    const auto step = readXmlComponent(component);
-    const auto name = step ? content->tree.getNames().find(step->name) : std::nullopt;
-    return name ? content->tree.find(parent, {step->kind, *name, step->number}) : noNode;
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return false;
+    const XmlNode& node = file->tree.node(id);
+    const bool hasSuccessor = file->tree.find(node.parent, {node.kind, node.name, node.number + 1}) != noNode;
+    return hasSuccessor || file->editor.joinsTexts(id);
 }
 
 } // namespace Repository::Documents

@@ -1,7 +1,7 @@
+#include "repository/documents/xml/XmlInsertion.h"
+
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/Refusal.h"
-#include "repository/documents/xml/XmlComponent.h"
-#include "repository/documents/xml/XmlDocument.h"
 #include "repository/documents/xml/XmlReader.h"
 
 #include <algorithm>
@@ -23,9 +23,9 @@ std::string noElementsBeside(std::string_view text)
 
 } // namespace
 
-Outcome XmlDocument::insert(std::string_view path, const Value& value)
+Outcome XmlInsertion::insert(std::string_view path, const Value& value)
 {
-    const Way way = wayTo(path);
+    const PathMatch way = file.match(path);
     if (!way.isPath)
         return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
     if (way.missing.empty())
@@ -34,53 +34,52 @@ Outcome XmlDocument::insert(std::string_view path, const Value& value)
     Outcome outcome = checkWay(way, value, steps);
     if (!outcome.ok())
         return outcome;
-    const char quote = content->editor.quoteFor(steps.size() == 1 ? way.node : noNode);
+    const char quote = editor.quoteFor(steps.size() == 1 ? way.node : noNode);
     XmlValues::Spelled spelled;
     if (value.type != Type::Group)
-        spelled = content->values.spellNew(steps.back().kind, quote, value);
+        spelled = values.spellNew(steps.back().kind, quote, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
     NodeId id = way.node;
     for (const XmlComponent& step : steps) {
         if (id == noNode)
-            id = content->editor.createRoot(step.name);
+            id = editor.createRoot(step.name);
         else
-            id = content->editor.append(id,
-                                        {step.kind, content->tree.getNames().intern(step.name), step.number},
-                                        content->run.has_value());
-        if (content->run && !checkSurroundings(id).ok())
-            content->run->push_back({id, std::string(path)});
+            id = editor.append(id, {step.kind, tree.getNames().intern(step.name), step.number},
+                               file.run.has_value());
+        if (file.run && !checkSurroundings(id).ok())
+            file.run->push_back({id, std::string(path)});
     }
     if (value.type != Type::Group)
-        content->editor.give(id, std::move(spelled));
+        editor.give(id, std::move(spelled));
     return {};
 }
 
 // Gives a value to an element that has none.
-Outcome XmlDocument::insertValue(NodeId id, std::string_view path, const Value& value)
+Outcome XmlInsertion::insertValue(NodeId id, std::string_view path, const Value& value)
 {
-    if (value.type == Type::Group || content->values.read(id).type != Type::Group)
+    if (value.type == Type::Group || values.read(id).type != Type::Group)
         return refused("there is already an entry " + quoted(path));
-    const XmlNode& node = content->tree.node(id);
+    const XmlNode& node = tree.node(id);
     if (node.isContainer())
         return refused(quoted(path) + " holds elements; a text beside them is an entry " +
                        quoted(xmlTextComponent) + " of its own");
-    const bool needsNewMark = !node.isMarked && isXmlBlank(content->editor.contentOf(id));
+    const bool needsNewMark = !node.isMarked && isXmlBlank(editor.contentOf(id));
     XmlValues::Spelled spelled;
     if (!needsNewMark)
-        spelled = content->values.spell(id, value);
+        spelled = values.spell(id, value);
     if (needsNewMark || (!spelled.error.empty() && !node.isMarked))
-        spelled = content->values.spellNew(node.kind, '"', value);
+        spelled = values.spellNew(node.kind, '"', value);
     if (!spelled.error.empty())
         return refused(spelled.error);
-    content->editor.give(id, std::move(spelled));
+    editor.give(id, std::move(spelled));
     return {};
 }
 
 // Whether the entries that are missing on the way can be made, and as what.
-Outcome XmlDocument::checkWay(const Way& way, const Value& value, std::vector<XmlComponent>& steps) const
+Outcome XmlInsertion::checkWay(const PathMatch& way, const Value& value,
+                               std::vector<XmlComponent>& steps) const
 {
-    const XmlTree& tree = content->tree;
     if (way.node == noNode && tree.getRoot() != noNode)
         return refused("a file of xml has one root element, here " +
                        quoted(tree.getNames().nameOf(tree.node(tree.getRoot()).name)) +
@@ -108,27 +107,25 @@ Outcome XmlDocument::checkWay(const Way& way, const Value& value, std::vector<Xm
 }
 
 // Parent is the element that is there, or noNode for one that is yet to be made.
-Outcome XmlDocument::checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const
+Outcome XmlInsertion::checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const
 {
-    const XmlTree& tree = content->tree;
     if (parent != noNode && tree.node(parent).kind != XmlKind::Element)
         return refused("an attribute or a text of xml holds no other entries");
     const bool fillsValue = step.kind != XmlKind::Attribute && parent != noNode &&
-                            !tree.node(parent).isContainer() &&
-                            content->values.read(parent).type != Type::Group;
+                            !tree.node(parent).isContainer() && values.read(parent).type != Type::Group;
     if (fillsValue)
         return refused("the element above " + quoted(component) +
                        " has a value, and xml has no place for both a value and elements");
     if (step.number > 1) {
         const std::string before = joinNumber(splitNumber(component).name, step.number - 1);
-        if (parent == noNode || findChild(parent, before) == noNode)
+        if (parent == noNode || file.findChild(parent, before) == noNode)
             return refused(quoted(component) + " can only be added behind " + quoted(before) +
                            ", which is not there");
     }
     if (step.kind == XmlKind::Text) {
         const bool isBesideNodes = parent != noNode && tree.node(parent).isContainer();
         if (!isBesideNodes)
-            return content->run ? Outcome() : refused(noElementsBeside(component));
+            return file.run ? Outcome() : refused(noElementsBeside(component));
         if (tree.node(tree.node(parent).last).kind == XmlKind::Text)
             return refused(quoted(component) + " would become part of the text before it");
         return {};
@@ -137,21 +134,20 @@ Outcome XmlDocument::checkStep(NodeId parent, std::string_view component, const 
         return refused(quoted(step.name) +
                        " cannot be a name in xml: names are of letters, digits, "
                        "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
-    if (!content->spelling.canHold(step.name))
+    if (!file.spelling.canHold(step.name))
         return refused("the encoding of the file lacks a character of the name " + quoted(step.name));
-    return content->run ? Outcome() : checkPrefix(parent, step.name);
+    return file.run ? Outcome() : checkPrefix(parent, step.name);
 }
 
 // A prefix must be declared where it is used, or namespace-aware readers refuse the file.
-Outcome XmlDocument::checkPrefix(NodeId element, std::string_view name) const
+Outcome XmlInsertion::checkPrefix(NodeId element, std::string_view name) const
 {
     const std::string_view prefix = name.substr(0, std::min(name.find(':'), name.size()));
     if (prefix == name || prefix == "xml" || prefix == "xmlns")
         return {};
-    const auto declaration =
-        content->tree.getNames().find(std::string(declarationOfPrefix) + std::string(prefix));
-    for (; declaration && element != noNode; element = content->tree.node(element).parent) {
-        if (content->tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noNode)
+    const auto declaration = tree.getNames().find(std::string(declarationOfPrefix) + std::string(prefix));
+    for (; declaration && element != noNode; element = tree.node(element).parent) {
+        if (tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noNode)
             return {};
     }
     return refused("the prefix of " + quoted(name) + " is not declared: add the attribute " +
@@ -160,64 +156,13 @@ Outcome XmlDocument::checkPrefix(NodeId element, std::string_view name) const
 }
 
 // What a node needs beside itself.
-Outcome XmlDocument::checkSurroundings(NodeId id) const
+Outcome XmlInsertion::checkSurroundings(NodeId id) const
 {
-    const XmlTree& tree = content->tree;
     const XmlNode& node = tree.node(id);
     if (node.kind != XmlKind::Text)
         return checkPrefix(node.kind == XmlKind::Element ? id : node.parent,
                            tree.getNames().nameOf(node.name));
     return tree.node(node.parent).count > 1 ? Outcome() : refused(noElementsBeside(xmlTextComponent));
-}
-
-void XmlDocument::beginRun()
-{
-    content->run.emplace();
-}
-
-Outcome XmlDocument::endRun(std::string& refusedPath)
-{
-    Outcome outcome;
-    const auto run = std::exchange(content->run, std::nullopt);
-    for (const Content::Lacking& lacking : run.value_or(std::vector<Content::Lacking>())) {
-        outcome = checkSurroundings(lacking.node);
-        refusedPath = lacking.path;
-        if (!outcome.ok())
-            break;
-    }
-    return outcome;
-}
-
-Outcome XmlDocument::remove(std::string_view path)
-{
-    const NodeId id = find(path);
-    if (id == noNode)
-        return path.empty() ? refused("the whole document cannot be removed")
-                            : refused("there is no entry " + quoted(path));
-    if (id != content->tree.getRoot()) {
-        content->editor.remove(id);
-        return {};
-    }
-    if (!content->editor.standsAlone(id))
-        return refused(quoted(path) + " is the root element, without which the comments and declarations "
-                                      "around it would be no xml");
-    auto fresh = std::make_unique<Content>(std::string());
-    fresh->spelling.lineEnd = content->spelling.lineEnd;
-    if (content->spelling.isMarked())
-        fresh->spelling.encoding = content->spelling.encoding;
-    content = std::move(fresh);
-    return {};
-}
-
-bool XmlDocument::removalMovesSiblings(std::string_view path) const
-{
-    const NodeId id = find(path);
-    if (id == noNode)
-        return false;
-    const XmlNode& node = content->tree.node(id);
-    const bool hasSuccessor =
-        content->tree.find(node.parent, {node.kind, node.name, node.number + 1}) != noNode;
-    return hasSuccessor || content->editor.joinsTexts(id);
 }
 
 } // namespace Repository::Documents

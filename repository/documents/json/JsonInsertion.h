@@ -1,0 +1,35 @@
+#pragma once
+
+#include "repository/documents/json/JsonContent.h"
+#include "repository/documents/json/JsonFile.h"
+
+#include <string_view>
+
+namespace Repository::Documents {
+
+// Adds one entry to a json file, with the groups that lead to it.
+class JsonInsertion
+{
+public:
+    explicit JsonInsertion(JsonFile& jsonFile)
+        : tree(jsonFile.tree), members(jsonFile.members), editor(jsonFile.editor), types(jsonFile.types),
+          file(jsonFile)
+    {
+    }
+
+    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value);
+
+private:
+    Outcome check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const;
+    Outcome checkMark(const FrameworkCore::Values::Value& value) const;
+    Outcome checkName(NodeId container, std::string_view component) const;
+    void insertAt(const PathMatch& place, const JsonContent& wanted);
+
+    JsonTree& tree;
+    JsonMembers& members;
+    JsonEditor& editor;
+    JsonTypes& types;
+    const JsonFile& file;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "repository/documents/common/Document.h"
+#include "repository/documents/xml/XmlComponent.h"
+#include "repository/documents/xml/XmlFile.h"
+
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Adds one entry to an xml file, with the elements that lead to it.
+class XmlInsertion
+{
+public:
+    explicit XmlInsertion(XmlFile& xmlFile)
+        : file(xmlFile), tree(xmlFile.tree), values(xmlFile.values), editor(xmlFile.editor)
+    {
+    }
+
+    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value);
+
+    // What a node needs beside itself.
+    Outcome checkSurroundings(NodeId id) const;
+
+private:
+    Outcome insertValue(NodeId id, std::string_view path, const FrameworkCore::Values::Value& value);
+    Outcome checkWay(const PathMatch& way, const FrameworkCore::Values::Value& value,
+                     std::vector<XmlComponent>& steps) const;
+    Outcome checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const;
+    Outcome checkPrefix(NodeId element, std::string_view name) const;
+
+    XmlFile& file;
+    XmlTree& tree;
+    XmlValues& values;
+    XmlEditor& editor;
+};
+
+} // namespace Repository::Documents
