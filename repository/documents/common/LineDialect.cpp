@@ -24,7 +24,7 @@ char quoteOf(const Statement& entry)
 // True where a value put into an empty place would stick to the separator though that has a blank before it.
 bool lacksBlank(const Statement& entry)
 {
-    return entry.separated && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
+    return entry.isSeparated() && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
            entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
@@ -40,8 +40,8 @@ std::string replaceLineFeeds(const std::string& text, const std::string& lineBre
 
 void LineStyle::learn(const Statement& entry)
 {
-    bareKeys = bareKeys || !entry.separated;
-    if (!entry.separated)
+    bareKeys = bareKeys || !entry.isSeparated();
+    if (!entry.isSeparated())
         return;
     if (!isKnown && !entry.value().empty()) {
         isKnown = true;
@@ -54,7 +54,7 @@ void LineStyle::learn(const Statement& entry)
 
 Value LineDialect::read(const Statement& entry) const
 {
-    if (!entry.separated)
+    if (!entry.isSeparated())
         return {Type::Null, {}};
     if (!FrameworkCore::Values::isUtf8(entry.value()))
         return {Type::ByteArray, spelledText(entry)};
@@ -121,7 +121,7 @@ std::optional<std::string> LineDialect::write(const Statement& entry, const Valu
         return text;
     }
     std::string head(entry.text.substr(0, entry.valueBegin));
-    if (!entry.separated)
+    if (!entry.isSeparated())
         head += style.separator;
     if (lacksBlank(entry) && !isLeftOut(value))
         head += ' ';

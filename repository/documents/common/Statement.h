@@ -16,7 +16,6 @@ struct Statement
     enum class Kind : std::uint8_t { Trivia, Header, Entry };
 
     Kind kind = Kind::Trivia;
-    bool separated = false;     // an entry with a separator; one without has a key only
     bool continued = false;     // the value goes on over further lines
     bool plainKey = false;      // the key is in the file just as it is in a path
     Type mark = Type::Group;    // the type that the mark right above names; Group without one
@@ -29,6 +28,7 @@ struct Statement
 
     bool isEntry() const { return kind == Kind::Entry; }
     bool isHeader() const { return kind == Kind::Header; }
+    bool isSeparated() const { return valueBegin > keyEnd; } // an entry without a separator has a key only
 
     std::string_view marks() const { return text.substr(0, begin); }
     std::string_view lines() const { return text.substr(begin); }

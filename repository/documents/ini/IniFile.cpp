@@ -131,7 +131,7 @@ std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
 {
     const std::uint32_t above = pieces[piece].above;
     const std::uint32_t below = pieces[piece].below;
-    const bool turned = line.separated != pieces[piece].line.separated;
+    const bool turned = line.isSeparated() != pieces[piece].line.isSeparated();
     if (turned && above != none && wouldSwallow(pieces[above].line, line, triviaBelow(above)))
         return "without a separator the line would belong to the one above it";
     if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece)))

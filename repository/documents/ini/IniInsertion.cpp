@@ -145,7 +145,7 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
 {
     const bool hasSibling = above != none && pieces[above].line.isEntry();
     const Statement sibling = hasSibling ? pieces[above].line : Statement();
-    const bool follow = sibling.separated && !sibling.value().empty();
+    const bool follow = sibling.isSeparated() && !sibling.value().empty();
     const std::string indent(hasSibling ? sibling.indent() : std::string_view(file.style.indent));
     std::string draft = indent;
     draft += key;
@@ -156,7 +156,7 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
         draft.pop_back();
     draft += file.style.lineEnd;
     const std::optional<Statement> line = scanSingle(draft, file.dialect.comments);
-    if (!line || !line->isEntry() || !line->separated || line->keyBegin != indent.size() ||
+    if (!line || !line->isEntry() || !line->isSeparated() || line->keyBegin != indent.size() ||
         line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string_view::npos) {
         reason = "an ini file cannot hold the key " + quoted(key);
         return {};

@@ -218,12 +218,12 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type m
 
     const std::size_t comment = inlineComment(first.content, indent, comments);
     const std::size_t separator = findSeparator(first.content.substr(0, comment));
-    line.separated = separator != none;
+    const bool separated = separator != none;
     std::size_t keyEnd = std::min(separator, comment);
     while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
         --keyEnd;
     line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
-    if (line.separated) {
+    if (separated) {
         const std::size_t furtherEnd = takeFurtherLines(first.content, indent);
         line.continued = furtherEnd > 0;
         placeValue(line, first.content, separator, comments);
@@ -302,7 +302,7 @@ IniTrivia describeTrivia(std::string_view text)
 
 bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia between)
 {
-    if (!above.isEntry() || !above.separated)
+    if (!above.isEntry() || !above.isSeparated())
         return false;
     // A statement that was added may begin with the blank line that sets it off.
     const IniTrivia trivia = between | describeTrivia(below.marks());

@@ -211,7 +211,6 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
         return std::nullopt;
     Statement line;
     line.kind = Statement::Kind::Entry;
-    line.separated = true;
     line.plainKey = key->plain;
     line.mark = mark;
     const auto offset = [shift = lineBegin - begin](std::size_t at) {
