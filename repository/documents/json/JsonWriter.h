@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Document.h"
-#include "repository/documents/common/StretchWriter.h"
+#include "repository/documents/common/SpanWriter.h"
 #include "repository/documents/json/JsonTree.h"
 
 #include <string>
@@ -35,7 +35,7 @@ private:
     const JsonTree& tree;
     NodeId located = noNode; // whose value's place goes into span
     Span span;
-    StretchWriter text;
+    SpanWriter text;
 };
 
 } // namespace Repository::Documents

@@ -211,17 +211,17 @@ std::size_t XmlReader::behindBlanks(std::size_t at) const
 // Takes up the text between two tags of the current element, if there is any.
 void XmlReader::addText(std::size_t end)
 {
-    const XmlStretch stretch = findXmlValue(std::string_view(text).substr(cursor, end - cursor));
-    if (stretch.isEmpty())
+    const XmlSpan span = findXmlValue(std::string_view(text).substr(cursor, end - cursor));
+    if (span.isEmpty())
         return;
     XmlNode node;
     node.kind = XmlKind::Text;
     node.parent = current;
     node.lead = offsetOf(cursor);
-    node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + stretch.begin);
-    cursor += stretch.end;
+    node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + span.begin);
+    cursor += span.end;
     node.closing = node.end = offsetOf(cursor);
-    node.isMarked = !readXmlMarks(std::string_view(text).substr(node.lead, stretch.begin)).empty();
+    node.isMarked = !readXmlMarks(std::string_view(text).substr(node.lead, span.begin)).empty();
     tree.read(node);
 }
 
@@ -262,7 +262,7 @@ void XmlReader::finish(NodeId element, std::size_t closing, std::size_t end)
         tree.node(element).value = tree.node(element).closing = offsetOf(cursor);
         tree.complete(element);
     } else {
-        const XmlStretch value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor));
+        const XmlSpan value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor));
         tree.node(element).value = offsetOf(cursor + value.begin);
         tree.node(element).closing = offsetOf(cursor + value.end);
     }

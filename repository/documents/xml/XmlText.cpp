@@ -62,16 +62,16 @@ bool isXmlBlank(std::string_view text)
     return text.find_first_not_of(blanks) == npos;
 }
 
-XmlStretch findXmlValue(std::string_view between)
+XmlSpan findXmlValue(std::string_view between)
 {
-    XmlStretch stretch;
+    XmlSpan span;
     if (between.find('<') == npos) {
-        stretch.end = between.size();
-        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.begin]))
-            ++stretch.begin;
-        while (stretch.begin < stretch.end && isXmlBlank(between[stretch.end - 1]))
-            --stretch.end;
-        return stretch.isEmpty() ? XmlStretch() : stretch;
+        span.end = between.size();
+        while (span.begin < span.end && isXmlBlank(between[span.begin]))
+            ++span.begin;
+        while (span.begin < span.end && isXmlBlank(between[span.end - 1]))
+            --span.end;
+        return span.isEmpty() ? XmlSpan() : span;
     }
     std::size_t at = 0;
     while (at < between.size()) {
@@ -79,18 +79,18 @@ XmlStretch findXmlValue(std::string_view between)
         const std::string_view text = between.substr(at, markup - at);
         const std::size_t first = text.find_first_not_of(blanks);
         if (first != npos) {
-            if (stretch.isEmpty())
-                stretch.begin = at + first;
-            stretch.end = at + text.find_last_not_of(blanks) + 1;
+            if (span.isEmpty())
+                span.begin = at + first;
+            span.end = at + text.find_last_not_of(blanks) + 1;
         }
         at = markup == between.size() ? markup : endOfMarkup(between, markup);
         if (markup < between.size() && beginsAt(between, markup, sectionBegin)) {
-            if (stretch.isEmpty())
-                stretch.begin = markup;
-            stretch.end = at;
+            if (span.isEmpty())
+                span.begin = markup;
+            span.end = at;
         }
     }
-    return stretch;
+    return span;
 }
 
 std::string decodeXmlText(std::string_view spelling, const XmlEntities& entities)

@@ -18,18 +18,18 @@ inline bool isXmlBlank(char c)
 }
 bool isXmlBlank(std::string_view text);
 
-// A stretch of text from its first to its last character that counts: blanks that are spelled as they are,
+// A span of text from its first to its last character that counts: blanks that are spelled as they are,
 // comments and processing instructions around it do not.
-struct XmlStretch
+struct XmlSpan
 {
     std::size_t begin = 0;
-    std::size_t end = 0; // of an empty stretch the same as its begin
+    std::size_t end = 0; // of an empty span the same as its begin
 
     bool isEmpty() const { return begin == end; }
 };
 
 // In a text between two tags.
-XmlStretch findXmlValue(std::string_view between);
+XmlSpan findXmlValue(std::string_view between);
 
 // The text that a piece of the file between two tags, or between quotes, stands for. A reference to something
 // that is not known stands for itself.

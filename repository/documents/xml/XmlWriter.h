@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/common/StretchWriter.h"
+#include "repository/documents/common/SpanWriter.h"
 #include "repository/documents/xml/XmlTree.h"
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace Repository::Documents {
 
-// Writes a tree. What nothing has edited is copied in long stretches.
+// Writes a tree. What nothing has edited is copied in long spans.
 class XmlWriter
 {
 public:
@@ -29,7 +29,7 @@ private:
     const XmlTree& tree;
     const NodeId target;
     std::size_t location = 0;
-    StretchWriter text;
+    SpanWriter text;
 };
 
 } // namespace Repository::Documents

@@ -8,18 +8,18 @@ namespace Repository::Documents {
 
 // Puts a text together from pieces of an original text and others. Neighbouring pieces of the original are
 // copied in one go, so that the few edits of a large file cost little more than copying it.
-class StretchWriter
+class SpanWriter
 {
 public:
     // The original must outlive the writer.
-    explicit StretchWriter(const std::string& originalText);
+    explicit SpanWriter(const std::string& originalText);
 
     // Makes room for a text about as long as the original.
     void reserve();
 
     void append(std::string_view piece);
 
-    // A character that stands between pieces: it continues a stretch when the original has the same there.
+    // A character that stands between pieces: it continues a span when the original has the same there.
     void append(char c);
 
     std::size_t length() const { return written.size() + run.size(); }

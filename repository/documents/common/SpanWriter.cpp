@@ -1,20 +1,20 @@
-#include "repository/documents/common/StretchWriter.h"
+#include "repository/documents/common/SpanWriter.h"
 
 #include <functional>
 #include <utility>
 
 namespace Repository::Documents {
 
-StretchWriter::StretchWriter(const std::string& originalText) : original(originalText)
+SpanWriter::SpanWriter(const std::string& originalText) : original(originalText)
 {
 }
 
-void StretchWriter::reserve()
+void SpanWriter::reserve()
 {
     written.reserve(original.size() + original.size() / 16);
 }
 
-void StretchWriter::append(std::string_view piece)
+void SpanWriter::append(std::string_view piece)
 {
     const std::less<const char*> before;
     if (piece.empty())
@@ -31,7 +31,7 @@ void StretchWriter::append(std::string_view piece)
     run = std::string_view(run.data(), run.size() + piece.size());
 }
 
-void StretchWriter::append(char c)
+void SpanWriter::append(char c)
 {
     const char* const next = run.data() + run.size();
     if (!run.empty() && next != original.data() + original.size() && *next == c) {
@@ -42,13 +42,13 @@ void StretchWriter::append(char c)
     written += c;
 }
 
-std::string StretchWriter::take()
+std::string SpanWriter::take()
 {
     flush();
     return std::exchange(written, {});
 }
 
-void StretchWriter::flush()
+void SpanWriter::flush()
 {
     written.append(run);
     run = {};
