@@ -4,7 +4,7 @@
 #include "cli/Suggestion.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <cmath>

@@ -9,7 +9,7 @@
 #include "fuzz/program/Texts.h"
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include <QMap>
 

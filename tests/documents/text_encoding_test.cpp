@@ -45,8 +45,8 @@ private slots:
         row("nothing", "", "", Kind::Utf8, "");
         row("utf-8", "61c3bc", "", Kind::Utf8, "a\xC3\xBC");
         row("bytes that are no text", "61fc00", "", Kind::Utf8, QByteArray("a\xFC\0", 3));
-        row("utf-8 with mark", "efbbbf61", "", Kind::Utf8WithMark, "a");
-        row("two marks", "efbbbfefbbbf", "", Kind::Utf8WithMark, "\xEF\xBB\xBF");
+        row("utf-8 with mark", "efbbbf61", "", Kind::Utf8WithByteOrderMark, "a");
+        row("two marks", "efbbbfefbbbf", "", Kind::Utf8WithByteOrderMark, "\xEF\xBB\xBF");
         row("half a mark", "efbb", "", Kind::Utf8, "\xEF\xBB");
         row("utf-16 le", "fffe6100fc00ac20", "", Kind::Utf16Le, "a\u00FC\u20AC");
         row("utf-16 be", "feff006100fc20ac", "", Kind::Utf16Be, "a\u00FC\u20AC");
@@ -59,7 +59,7 @@ private slots:
         row("latin-1", "61fcff80", "ISO-8859-1", Kind::Declared, "a\u00FC\u00FF\u0080");
         row("cyrillic", "61d0a2", "koi8-r", Kind::Declared, "a\u043F\u2552");
         row("big5", "61a440", "Big5", Kind::Declared, "a\u4E00");
-        row("a mark has the last word", "efbbbfc3bc", "ISO-8859-1", Kind::Utf8WithMark, "\u00FC");
+        row("a mark has the last word", "efbbbfc3bc", "ISO-8859-1", Kind::Utf8WithByteOrderMark, "\u00FC");
     }
 
     void decodes()
@@ -146,7 +146,7 @@ private slots:
             if (encoding.mayBegin(text) && encoding.findRefusal(text).empty()) {
                 ++held;
                 std::string bytes = encoding.encode(text);
-                QCOMPARE(bytes.size(), encoding.markSize() + encoding.sizeOf(text));
+                QCOMPARE(bytes.size(), encoding.byteOrderMarkSize() + encoding.sizeOf(text));
                 TextEncoding again;
                 QVERIFY(again.decode(bytes, rules).ok());
                 QCOMPARE(again.getKind(), kind);

@@ -5,7 +5,7 @@
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 namespace Repository::Documents {
 
@@ -58,9 +58,9 @@ Value LineDialect::read(const Statement& entry) const
         return {Type::Null, {}};
     if (!FrameworkCore::Values::isUtf8(entry.value()))
         return {Type::ByteArray, spelledText(entry)};
-    if (entry.mark == Type::Group)
+    if (entry.tag == Type::Group)
         return readPlain(entry);
-    return readSpelledValue(entry.mark, spelledText(entry), readPlain(entry));
+    return readSpelledValue(entry.tag, spelledText(entry), readPlain(entry));
 }
 
 std::string LineDialect::spelledText(const Statement& entry) const
@@ -84,9 +84,9 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
 {
     std::vector<std::string> forms;
     const bool isText = value.type == Type::String;
-    const bool isMarked = entry.mark != Type::Group;
+    const bool isTagged = entry.tag != Type::Group;
     const std::string text =
-        value.type == Type::ByteArray && !isMarked ? std::get<std::string>(value.data) : toText(value);
+        value.type == Type::ByteArray && !isTagged ? std::get<std::string>(value.data) : toText(value);
     const char own = quoteOf(entry);
     if (own != '\0' && isText)
         forms.push_back(own + text + own);
@@ -95,9 +95,9 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
         forms.push_back(style.quote + text + style.quote);
     if (!style.continuation.empty() && text.find('\n') != std::string::npos)
         forms.push_back(replaceLineFeeds(text, style.lineEnd + style.continuation));
-    if (isMarked) {
+    if (isTagged) {
         const bool quoteFirst = mayQuotesRunOn() && text.find('"') != std::string::npos;
-        forms.insert(quoteFirst ? forms.begin() : forms.end(), quoteMarkedText(text));
+        forms.insert(quoteFirst ? forms.begin() : forms.end(), quoteTaggedText(text));
     }
     return forms;
 }
@@ -105,16 +105,16 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
 bool LineDialect::holds(const std::string& text, const Statement& before, const Value& value) const
 {
     const std::optional<Statement> now = scanEntry(text);
-    return now && now->begin == before.begin && now->keyBegin == before.keyBegin &&
-           now->mark == before.mark && now->key() == before.key() &&
-           trimBlanks(now->tail()) == trimBlanks(before.tail()) && isSame(read(*now), value);
+    return now && now->begin == before.begin && now->keyBegin == before.keyBegin && now->tag == before.tag &&
+           now->key() == before.key() && trimBlanks(now->tail()) == trimBlanks(before.tail()) &&
+           isSame(read(*now), value);
 }
 
 std::optional<std::string> LineDialect::write(const Statement& entry, const Value& value,
                                               const LineStyle& style) const
 {
     const std::string tail(entry.tail());
-    if (value.type == Type::Null && entry.mark == Type::Group) {
+    if (value.type == Type::Null && entry.tag == Type::Group) {
         std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + tail;
         if (!style.bareKeys || !holds(text, entry, value))
             return std::nullopt;

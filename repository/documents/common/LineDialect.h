@@ -41,9 +41,9 @@ public:
     std::optional<Statement> scanEntry(std::string_view text) const { return scan(text); }
     std::optional<Statement> scanEntry(std::string&& text) const = delete;
 
-    // The value of an entry: nothing for a key without separator, of a marked one what the mark makes of its
+    // The value of an entry: nothing for a key without separator, of a tagged one what the tag makes of its
     // text, the text between quotes when they are around the whole value, otherwise what plainValue makes of
-    // it. Bytes that are no UTF-8 are a ByteArray. The text of a marked value may be between double quotes;
+    // it. Bytes that are no UTF-8 are a ByteArray. The text of a tagged value may be between double quotes;
     // there \n, \r, \t, \", \\ and \x with two hex digits are escapes.
     Value read(const Statement& entry) const;
 

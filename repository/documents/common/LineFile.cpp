@@ -124,7 +124,7 @@ std::string LineFile::getBytes() const
 
 Span LineFile::locateValue(std::uint32_t located) const
 {
-    std::size_t offset = encoding.markSize();
+    std::size_t offset = encoding.byteOrderMarkSize();
     std::string_view above;
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
         const Statement& line = pieces[piece].line;

@@ -8,7 +8,7 @@
 namespace Repository::Documents {
 
 // A statement of a file of lines: a run of blank and comment lines, the header of a section, or an entry with
-// the marks of its type above it and all lines over which its value goes on. The statements of a file, one
+// the tags of its type above it and all lines over which its value goes on. The statements of a file, one
 // after the other, are the file. Offsets count from the beginning of the statement.
 struct Statement
 {
@@ -18,8 +18,8 @@ struct Statement
     Kind kind = Kind::Trivia;
     bool continued = false;     // the value goes on over further lines
     bool plainKey = false;      // the key is in the file just as it is in a path
-    Type mark = Type::Group;    // the type that the mark right above names; Group without one
-    std::uint32_t begin = 0;    // of its own line; what is above are marks
+    Type tag = Type::Group;     // the type that the tag right above names; Group without one
+    std::uint32_t begin = 0;    // of its own line; what is above are tags
     std::uint32_t keyBegin = 0; // key of an entry, name of a section
     std::uint32_t keyEnd = 0;
     std::uint32_t valueBegin = 0; // both at the end of the key where there is no separator
@@ -30,7 +30,7 @@ struct Statement
     bool isHeader() const { return kind == Kind::Header; }
     bool isSeparated() const { return valueBegin > keyEnd; } // an entry without a separator has a key only
 
-    std::string_view marks() const { return text.substr(0, begin); }
+    std::string_view tags() const { return text.substr(0, begin); }
     std::string_view lines() const { return text.substr(begin); }
     std::string_view indent() const { return text.substr(begin, keyBegin - begin - (isHeader() ? 1 : 0)); }
     std::string_view key() const { return text.substr(keyBegin, keyEnd - keyBegin); }

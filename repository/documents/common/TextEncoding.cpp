@@ -24,8 +24,8 @@ bool beginsWith(std::string_view text, std::string_view front)
 
 bool mayBeginUnmarked(std::string_view bytes)
 {
-    return !beginsWith(bytes, utf8Mark) && !beginsWith(bytes, littleMark) && !beginsWith(bytes, bigMark) &&
-           !beginsWith(bytes, bigWideMark);
+    return !beginsWith(bytes, utf8ByteOrderMark) && !beginsWith(bytes, littleMark) &&
+           !beginsWith(bytes, bigMark) && !beginsWith(bytes, bigWideMark);
 }
 
 bool isHighHalf(char32_t c)
@@ -116,9 +116,9 @@ Outcome TextEncoding::decode(std::string& bytes, Rules rules)
         }
         kind = bigEnd ? Kind::Utf16Be : Kind::Utf16Le;
         bytes = std::move(text);
-    } else if (beginsWith(bytes, utf8Mark)) {
-        kind = Kind::Utf8WithMark;
-        bytes.erase(0, utf8Mark.size());
+    } else if (beginsWith(bytes, utf8ByteOrderMark)) {
+        kind = Kind::Utf8WithByteOrderMark;
+        bytes.erase(0, utf8ByteOrderMark.size());
     } else if (!rules.declared.empty()) {
         CharacterSet::Conversion text = CharacterSet::toUtf8(rules.declared, bytes);
         const bool isExact =
@@ -139,21 +139,21 @@ Outcome TextEncoding::decode(std::string& bytes, Rules rules)
 
 std::string TextEncoding::encode(std::string text) const
 {
-    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark) {
-        text.insert(0, mark());
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithByteOrderMark) {
+        text.insert(0, byteOrderMark());
         return text;
     }
     if (kind == Kind::Declared)
         return CharacterSet::fromUtf8(characterSet, text).text;
-    std::string bytes(mark());
-    bytes.reserve(mark().size() + 2 * text.size());
+    std::string bytes(byteOrderMark());
+    bytes.reserve(byteOrderMark().size() + 2 * text.size());
     appendUtf16(bytes, text, kind == Kind::Utf16Be);
     return bytes;
 }
 
 std::string TextEncoding::findRefusal(std::string_view text) const
 {
-    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithByteOrderMark)
         return {};
     if (kind == Kind::Declared) {
         const auto failedAt = CharacterSet::fromUtf8(characterSet, text).failedAt;
@@ -180,7 +180,7 @@ std::string TextEncoding::findRefusal(std::string_view text) const
 bool TextEncoding::mayBegin(std::string_view text) const
 {
     switch (kind) {
-    case Kind::Utf8WithMark:
+    case Kind::Utf8WithByteOrderMark:
     case Kind::Utf16Be:
         return true;
     case Kind::Utf16Le:
@@ -195,7 +195,7 @@ bool TextEncoding::mayBegin(std::string_view text) const
 
 std::size_t TextEncoding::sizeOf(std::string_view text) const
 {
-    if (kind == Kind::Utf8 || kind == Kind::Utf8WithMark)
+    if (kind == Kind::Utf8 || kind == Kind::Utf8WithByteOrderMark)
         return text.size();
     if (kind == Kind::Declared)
         return encode(std::string(text)).size();
@@ -208,11 +208,11 @@ std::size_t TextEncoding::sizeOf(std::string_view text) const
     return size;
 }
 
-std::string_view TextEncoding::mark() const
+std::string_view TextEncoding::byteOrderMark() const
 {
     switch (kind) {
-    case Kind::Utf8WithMark:
-        return utf8Mark;
+    case Kind::Utf8WithByteOrderMark:
+        return utf8ByteOrderMark;
     case Kind::Utf16Le:
         return littleMark;
     case Kind::Utf16Be:

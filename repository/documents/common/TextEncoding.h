@@ -10,18 +10,18 @@
 namespace Repository::Documents {
 
 // The bytes at the front of a file that say that it is UTF-8.
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
 
-// How the text of a file stands in its bytes. Documents work on UTF-8 without a mark and leave the rest to
-// this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes that are no
-// characters too; half a surrogate pair of UTF-16 stands in the text as the three bytes that UTF-8 would have
-// for it.
+// How the text of a file stands in its bytes. Documents work on UTF-8 without a byte-order mark and leave the
+// rest to this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes that
+// are no characters too; half a surrogate pair of UTF-16 stands in the text as the three bytes that UTF-8
+// would have for it.
 class TextEncoding
 {
 public:
     enum class Kind : std::uint8_t {
         Utf8,
-        Utf8WithMark,
+        Utf8WithByteOrderMark,
         Utf16Le, // UTF-16 always has its mark: without one a file is not taken for it
         Utf16Be,
         Declared
@@ -51,12 +51,12 @@ public:
 
     // How many bytes the piece of text takes in the file, and those that stand before the whole text.
     std::size_t sizeOf(std::string_view text) const;
-    std::size_t markSize() const { return mark().size(); }
+    std::size_t byteOrderMarkSize() const { return byteOrderMark().size(); }
 
     Kind getKind() const { return kind; }
 
 private:
-    std::string_view mark() const;
+    std::string_view byteOrderMark() const;
 
     Kind kind = Kind::Utf8;
     std::string characterSet; // with Declared

@@ -11,7 +11,8 @@ TextPosition positionOf(std::string_view text, std::size_t offset)
 {
     const std::string_view before = text.substr(0, offset);
     TextPosition position;
-    std::size_t lineStart = before.substr(0, utf8Mark.size()) == utf8Mark ? utf8Mark.size() : 0;
+    std::size_t lineStart =
+        before.substr(0, utf8ByteOrderMark.size()) == utf8ByteOrderMark ? utf8ByteOrderMark.size() : 0;
     for (std::size_t i = 0; i < before.size(); ++i) {
         const bool pair = before[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
         if (before[i] == '\n' || (before[i] == '\r' && !pair)) {

@@ -73,9 +73,9 @@ SiblingPlace IniDocument::placeOf(std::string_view path) const
 std::optional<std::string> IniDocument::withSpelling(const Statement& entry, std::string_view spelling) const
 {
     const std::optional<Statement> line = file->getDialect().scanEntry(spelling);
-    if (!line || line->mark != Type::Group || line->key() != entry.key())
+    if (!line || line->tag != Type::Group || line->key() != entry.key())
         return std::nullopt;
-    return std::string(entry.marks()).append(spelling);
+    return std::string(entry.tags()).append(spelling);
 }
 
 std::string IniDocument::explainMisspelling(std::string_view spelling) const

@@ -28,7 +28,7 @@ public:
 private:
     std::unique_ptr<LineFile> makeFile() const override { return std::make_unique<IniFile>(); }
 
-    // All lines of the entry, without the marks of its type.
+    // All lines of the entry, without the tags of its type.
     std::string spellingOf(const Statement& entry) const override { return std::string(entry.lines()); }
     std::optional<std::string> withSpelling(const Statement& entry, std::string_view spelling) const override;
     std::string explainMisspelling(std::string_view spelling) const override;

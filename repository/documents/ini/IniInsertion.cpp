@@ -2,7 +2,7 @@
 
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 namespace Repository::Documents {
 
@@ -161,7 +161,7 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
         reason = "an ini file cannot hold the key " + quoted(key);
         return {};
     }
-    // Bytes without a mark would make a file that is no text.
+    // Bytes without a tag would make a file that is no text.
     std::optional<std::string> text;
     if (value.type != Type::ByteArray)
         text = file.dialect.write(*line, value, file.style);
@@ -169,9 +169,9 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
         // Unit and desktop files know "#" only.
         const char usual = file.dialect.comments == IniComments::OwnLines ? '#' : ';';
         const char comment = file.style.comment == '\0' ? usual : file.style.comment;
-        const std::string marked = indent + writeTypeMark(comment, value.type) + file.style.lineEnd + draft;
-        const std::optional<Statement> markedLine = scanSingle(marked, file.dialect.comments);
-        text = markedLine ? file.dialect.write(*markedLine, value, file.style) : std::nullopt;
+        const std::string tagged = indent + writeTypeTag(comment, value.type) + file.style.lineEnd + draft;
+        const std::optional<Statement> taggedLine = scanSingle(tagged, file.dialect.comments);
+        text = taggedLine ? file.dialect.write(*taggedLine, value, file.style) : std::nullopt;
     }
     if (!text)
         reason = file.dialect.explainRefusal(*line, value, file.style);
@@ -200,7 +200,7 @@ std::uint32_t IniInsertion::placeFirstAtRoot(std::string text)
 {
     if (pieces.chainedLast() == none) {
         // What the last line of comments says is not said of the new entry.
-        if (pieces.back() != none && endsInTypeMark(pieces[pieces.back()].line.text))
+        if (pieces.back() != none && endsInTypeTag(pieces[pieces.back()].line.text))
             file.addOwn(none, none, file.style.lineEnd);
         return file.addOwn(none, none, std::move(text));
     }

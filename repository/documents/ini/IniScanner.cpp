@@ -1,6 +1,6 @@
 #include "repository/documents/ini/IniScanner.h"
 
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include <algorithm>
 
@@ -47,8 +47,8 @@ std::size_t inlineComment(std::string_view content, std::size_t from, IniComment
             at = behind;
             continue;
         }
-        const bool mark = content[at] == ';' || content[at] == '#';
-        if (mark && at > 0 && isBlank(content[at - 1]) && at + 1 < content.size() && isBlank(content[at + 1]))
+        const bool tag = content[at] == ';' || content[at] == '#';
+        if (tag && at > 0 && isBlank(content[at - 1]) && at + 1 < content.size() && isBlank(content[at + 1]))
             return at;
         ++at;
     }
@@ -159,8 +159,8 @@ std::optional<Statement> IniScanner::next()
     if (position == text.size() || !error.empty())
         return std::nullopt;
     const std::size_t begin = position;
-    std::size_t marksBegin = begin; // of the marks right above the line that is looked at
-    Type mark = Type::Group;
+    std::size_t tagsBegin = begin; // of the tags right above the line that is looked at
+    Type tag = Type::Group;
     while (position < text.size()) {
         const TextLine physical = textLineAt(text, position);
         const std::string_view content = physical.content;
@@ -169,16 +169,16 @@ std::optional<Statement> IniScanner::next()
             const bool isSection = content[indentOf(content)] == '[';
             if (isSection && position == begin)
                 return takeHeader(physical);
-            if (!isSection && marksBegin == begin)
-                return takeEntry(begin, physical, mark);
-            position = isSection ? position : marksBegin;
+            if (!isSection && tagsBegin == begin)
+                return takeEntry(begin, physical, tag);
+            position = isSection ? position : tagsBegin;
             break;
         }
-        const std::optional<Type> read = isComment ? readTypeMark(content) : std::nullopt;
-        // Of marks one above the other the last one holds; all of them go with the entry.
+        const std::optional<Type> read = isComment ? readTypeTag(content) : std::nullopt;
+        // Of tags one above the other the last one holds; all of them go with the entry.
         if (!read)
-            marksBegin = physical.end;
-        mark = read.value_or(Type::Group);
+            tagsBegin = physical.end;
+        tag = read.value_or(Type::Group);
         position = physical.end;
     }
     Statement trivia;
@@ -206,12 +206,12 @@ std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
     return line;
 }
 
-Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type mark)
+Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type tag)
 {
     const std::size_t lineBegin = position;
     Statement line;
     line.kind = Statement::Kind::Entry;
-    line.mark = mark;
+    line.tag = tag;
     const std::size_t indent = indentOf(first.content);
     line.keyBegin = narrow(indent);
     position = first.end;
@@ -305,7 +305,7 @@ bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia betw
     if (!above.isEntry() || !above.isSeparated())
         return false;
     // A statement that was added may begin with the blank line that sets it off.
-    const IniTrivia trivia = between | describeTrivia(below.marks());
+    const IniTrivia trivia = between | describeTrivia(below.tags());
     return goesOn(lastContent(above), above.indent().size(), trivia, textLineAt(below.lines(), 0).content);
 }
 

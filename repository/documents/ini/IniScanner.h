@@ -18,7 +18,7 @@ namespace Repository::Documents {
 //   ":", unless it is that of "://".
 // - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
 //   blank and comment lines stand between (as Python's reader has it).
-// - A comment right above an entry that marks a type says how the entry's value is read (see TypeMark).
+// - A comment right above an entry that tags a type says how the entry's value is read (see TypeTag).
 // - A line that ends with a backslash goes on in the next, unless that begins a section or, with no blank
 //   before the backslash (as behind a folder's path), has a separator itself.
 class IniScanner
@@ -36,7 +36,7 @@ public:
 private:
     // Both take the line at the position, and what goes on behind it.
     std::optional<Statement> takeHeader(const TextLine& physical);
-    Statement takeEntry(std::size_t begin, const TextLine& first, FrameworkCore::Values::Type mark);
+    Statement takeEntry(std::size_t begin, const TextLine& first, FrameworkCore::Values::Type tag);
     // Where the value of an entry ends that goes on over further lines; 0 when it does not.
     std::size_t takeFurtherLines(std::string_view content, std::size_t indent);
 

@@ -3,7 +3,7 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/common/SameValue.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonScalar.h"
 
@@ -98,7 +98,7 @@ JsonContent toContent(const Value& value)
     return refused("json has no form for " + std::string(describeType(value.type)));
 }
 
-JsonContent toMarkedContent(const Value& value)
+JsonContent toTaggedContent(const Value& value)
 {
     JsonContent content = toContent(value);
     if (!content.error.empty() && value.type != Type::String && value.type != Type::StringList)
@@ -106,22 +106,22 @@ JsonContent toMarkedContent(const Value& value)
     return content;
 }
 
-Value readContent(JsonKind kind, std::string_view spelling, Type mark)
+Value readContent(JsonKind kind, std::string_view spelling, Type tag)
 {
     Value plain = readPlain(kind, spelling);
-    if (mark == Type::Group || kind == JsonKind::Array)
+    if (tag == Type::Group || kind == JsonKind::Array)
         return plain;
     const std::string text = kind == JsonKind::Text ? decodeString(spelling) : std::string(spelling);
-    return readMarkedValue(mark, text, std::move(plain));
+    return readTaggedValue(tag, text, std::move(plain));
 }
 
-bool holds(const JsonContent& content, Type mark, const Value& value)
+bool holds(const JsonContent& content, Type tag, const Value& value)
 {
     if (!content.error.empty())
         return false;
     if (content.kind == JsonKind::Object || content.kind == JsonKind::Array)
         return content.kind == (value.type == Type::Group ? JsonKind::Object : JsonKind::Array);
-    return isSame(readContent(content.kind, content.spelling, mark), value);
+    return isSame(readContent(content.kind, content.spelling, tag), value);
 }
 
 } // namespace Repository::Documents

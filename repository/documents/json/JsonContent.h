@@ -18,17 +18,17 @@ struct JsonContent
     std::string error;
 };
 
-// How json writes a value by itself, and in an entry whose type is marked.
+// How json writes a value by itself, and in an entry whose type is tagged.
 JsonContent toContent(const FrameworkCore::Values::Value& value);
-JsonContent toMarkedContent(const FrameworkCore::Values::Value& value);
+JsonContent toTaggedContent(const FrameworkCore::Values::Value& value);
 
-// What the spelling of a scalar or of an array of texts means, in an entry with a mark of its type or (Group)
+// What the spelling of a scalar or of an array of texts means, in an entry with a tag of its type or (Group)
 // without one.
 FrameworkCore::Values::Value readContent(JsonKind kind, std::string_view spelling,
-                                         FrameworkCore::Values::Type mark);
+                                         FrameworkCore::Values::Type tag);
 
-// True when the entry would be read as this very value, with the mark or (Group) without one.
-bool holds(const JsonContent& content, FrameworkCore::Values::Type mark,
+// True when the entry would be read as this very value, with the tag or (Group) without one.
+bool holds(const JsonContent& content, FrameworkCore::Values::Type tag,
            const FrameworkCore::Values::Value& value);
 
 } // namespace Repository::Documents

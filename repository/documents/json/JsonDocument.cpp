@@ -105,17 +105,17 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         return refused(quoted(path) + " has a value and cannot become a group");
     if (isSame(file->read(valueNode, path), value))
         return {};
-    const Type mark = file->types.find(path);
-    JsonContent wanted = mark == Type::Group ? toContent(value) : toMarkedContent(value);
-    const bool restores = isOriginal(valueNode, value, mark);
+    const Type tag = file->types.find(path);
+    JsonContent wanted = tag == Type::Group ? toContent(value) : toTaggedContent(value);
+    const bool restores = isOriginal(valueNode, value, tag);
     if (restores)
         wanted.kind = *file->tree.originalKind(valueNode);
     else if (value.type == Type::String && isUnheldNumber(file->tree.originalValue(valueNode)) &&
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
-    else if (wanted.error.empty() && !holds(wanted, mark, value))
+    else if (wanted.error.empty() && !holds(wanted, tag, value))
         return refused("json would read " + wanted.spelling + " back as " +
-                       std::string(describeType(readContent(wanted.kind, wanted.spelling, mark).type)) +
+                       std::string(describeType(readContent(wanted.kind, wanted.spelling, tag).type)) +
                        ", not as " + std::string(describeType(value.type)));
     if (!wanted.error.empty())
         return refused(wanted.error);
@@ -235,10 +235,10 @@ std::string JsonDocument::getBytes() const
     return file->tree.write();
 }
 
-bool JsonDocument::isOriginal(NodeId valueNode, const Value& value, Type mark) const
+bool JsonDocument::isOriginal(NodeId valueNode, const Value& value, Type tag) const
 {
     const auto kind = file->tree.originalKind(valueNode);
-    return kind && isSame(readContent(*kind, file->tree.originalValue(valueNode), mark), value);
+    return kind && isSame(readContent(*kind, file->tree.originalValue(valueNode), tag), value);
 }
 
 Outcome JsonDocument::insert(std::string_view path, const Value& value)

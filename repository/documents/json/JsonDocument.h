@@ -40,7 +40,7 @@ public:
 private:
     // True for the value that the node had in the file, whose spelling it gets again.
     bool isOriginal(NodeId valueNode, const FrameworkCore::Values::Value& value,
-                    FrameworkCore::Values::Type mark) const;
+                    FrameworkCore::Values::Type tag) const;
     Outcome checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const;
 
     // Puts the text of a whole subtree in the place of the value of a new entry, and reads it, or the file

@@ -23,8 +23,8 @@ void JsonEditor::createRoot()
 {
     const std::string& lineEnd = layout.getStyle().lineEnd;
     std::string lead = tree.getOriginal();
-    const bool onlyMark = lead == "\xEF\xBB\xBF";
-    if (!lead.empty() && !onlyMark && lead.back() != '\n' && lead.back() != '\r')
+    const bool onlyByteOrderMark = lead == "\xEF\xBB\xBF";
+    if (!lead.empty() && !onlyByteOrderMark && lead.back() != '\n' && lead.back() != '\r')
         lead += lineEnd;
     const NodeId root = tree.insert(noNode, noNode, JsonKind::Object);
     tree.setText(root, JsonPart::Lead, std::move(lead));

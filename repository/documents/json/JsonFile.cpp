@@ -43,8 +43,8 @@ Value JsonFile::read(NodeId valueNode, std::string_view path) const
 {
     if (tree.node(valueNode).kind == JsonKind::Array)
         return {Type::StringList, tree.readList(valueNode)};
-    const Type mark = types.isEmpty() ? Type::Group : types.find(path);
-    return readContent(tree.node(valueNode).kind, tree.text(valueNode, JsonPart::Value), mark);
+    const Type tag = types.isEmpty() ? Type::Group : types.find(path);
+    return readContent(tree.node(valueNode).kind, tree.text(valueNode, JsonPart::Value), tag);
 }
 
 std::size_t JsonFile::depthOf(NodeId id) const

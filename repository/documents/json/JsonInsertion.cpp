@@ -17,27 +17,27 @@ Outcome JsonInsertion::insert(std::string_view path, const Value& value)
 {
     const PathMatch place = file.match(path);
     JsonContent wanted = toContent(value);
-    const bool needsMark = !holds(wanted, Type::Group, value);
-    if (needsMark)
-        wanted = toMarkedContent(value);
+    const bool needsTag = !holds(wanted, Type::Group, value);
+    if (needsTag)
+        wanted = toTaggedContent(value);
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = check(path, place, wanted);
-    if (outcome.ok() && needsMark)
-        outcome = checkMark(value);
+    if (outcome.ok() && needsTag)
+        outcome = checkTag(value);
     if (outcome.ok() && place.missing.size() == 1 && value.type == Type::String)
         outcome = file.checkNoTypes(place.node, noNode, std::get<std::string>(value.data));
     if (!outcome.ok())
         return outcome;
     types.remove(path); // said of an entry that was not there
     insertAt(place, wanted);
-    if (needsMark)
+    if (needsTag)
         types.add(path, value.type);
     return {};
 }
 
 // Whether the file can say the type of a new entry.
-Outcome JsonInsertion::checkMark(const Value& value) const
+Outcome JsonInsertion::checkTag(const Value& value) const
 {
     const NodeId root = tree.getRoot();
     const std::string type(FrameworkCore::Values::describeType(value.type));

@@ -21,7 +21,7 @@ public:
 
 private:
     Outcome check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const;
-    Outcome checkMark(const FrameworkCore::Values::Value& value) const;
+    Outcome checkTag(const FrameworkCore::Values::Value& value) const;
     Outcome checkName(NodeId container, std::string_view component) const;
     void insertAt(const PathMatch& place, const JsonContent& wanted);
 

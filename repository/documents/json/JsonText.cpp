@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/common/KeyText.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonContent.h"
 #include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonMembers.h"
@@ -51,7 +51,7 @@ std::optional<JsonText::Result> JsonText::write(const std::vector<Entry>& entrie
     JsonText writer(entries, style);
     if (entries.empty())
         writer.result.text = "{}";
-    else if (!writer.writeNode({0, entries.size(), 0}, 0) || !writer.writeMarks())
+    else if (!writer.writeNode({0, entries.size(), 0}, 0) || !writer.writeTags())
         return {};
     return std::move(writer.result);
 }
@@ -140,10 +140,10 @@ bool JsonText::writeContainer(const Range& node, std::size_t depth, bool asArray
     return true;
 }
 
-// The marks stand behind all members of the root.
-bool JsonText::writeMarks()
+// The tags stand behind all members of the root.
+bool JsonText::writeTags()
 {
-    if (marked.empty())
+    if (tagged.empty())
         return true;
     if (result.text.back() != '}' || entries.size() == 1)
         return false;
@@ -151,8 +151,8 @@ bool JsonText::writeMarks()
     beginItem(false, 1);
     appendLiteral(result.text, typesKey);
     result.text += style.colon + '{';
-    for (const Entry* const entry : marked) {
-        beginItem(entry == marked.front(), 2);
+    for (const Entry* const entry : tagged) {
+        beginItem(entry == tagged.front(), 2);
         appendLiteral(result.text, entry->path);
         result.text += style.colon;
         appendLiteral(result.text, typeName(entry->value.type));
@@ -202,10 +202,10 @@ bool JsonText::writeValue(const Entry& entry, std::size_t depth)
     }
     JsonContent content = toContent(value);
     if (!holds(content, Type::Group, value)) {
-        content = toMarkedContent(value);
-        if (!style.canMark || !content.error.empty())
+        content = toTaggedContent(value);
+        if (!style.canTag || !content.error.empty())
             return false;
-        marked.push_back(&entry);
+        tagged.push_back(&entry);
     }
     if (content.kind == JsonKind::Array)
         return writeList(content.list, depth);

@@ -17,12 +17,12 @@ struct JsonTextStyle
     std::string indentation = "    ";
     std::string colon = ": ";
     bool inLines = true; // each member in a line of its own
-    bool canMark = true; // it is a whole file, which may say the types of entries at its end
+    bool canTag = true;  // it is a whole file, which may say the types of entries at its end
 };
 
 // Writes the json text of a whole subtree at once, as a JsonDocument has it after its entries were inserted
 // one by one, but in a fraction of the time. A group of 0, 1, 2 ... is written as an array where it reads as
-// the same. What is unusual is left to the document: a type mark outside a whole file, numbered siblings.
+// the same. What is unusual is left to the document: a type tag outside a whole file, numbered siblings.
 class JsonText
 {
 public:
@@ -53,7 +53,7 @@ private:
     bool writeContainer(const Range& node, std::size_t depth, bool isArray);
     bool writeValue(const Entry& entry, std::size_t depth);
     bool writeList(const std::vector<std::string>& list, std::size_t depth);
-    bool writeMarks();
+    bool writeTags();
     bool writeKey(std::string_view component, bool isInRoot);
     void beginItem(bool isFirst, std::size_t depth);
     void endItems(char bracket, std::size_t depth);
@@ -67,7 +67,7 @@ private:
     const std::vector<Entry>& entries; // not owned
     const JsonTextStyle& style;        // not owned
     Result result;
-    std::vector<const Entry*> marked; // not owned; entries whose type json cannot tell
+    std::vector<const Entry*> tagged; // not owned; entries whose type json cannot tell
     std::size_t membersEnd = 0;       // in the container that was written last
 };
 

@@ -1,7 +1,7 @@
 #include "repository/documents/json/JsonTypes.h"
 
 #include "repository/documents/common/KeyText.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <charconv>
@@ -42,10 +42,10 @@ JsonTypes::JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor&
 void JsonTypes::read()
 {
     const NodeId found = findOrdinary();
-    Marks read = found == noNode ? Marks() : readMarks(found);
+    Tags read = found == noNode ? Tags() : readTags(found);
     if (read.empty())
         return;
-    marks = std::move(read);
+    tags = std::move(read);
     member = found;
     editor.keepLast(member);
 }
@@ -59,11 +59,11 @@ NodeId JsonTypes::findOrdinary() const
     return isOnly ? members.find(root, typesKey) : noNode;
 }
 
-JsonTypes::Marks JsonTypes::readMarks(NodeId object, NodeId without) const
+JsonTypes::Tags JsonTypes::readTags(NodeId object, NodeId without) const
 {
     if (tree.node(object).kind != JsonKind::Object)
         return {};
-    Marks read;
+    Tags read;
     for (NodeId id = tree.node(object).first; id != noNode; id = tree.node(id).next) {
         if (id == without)
             continue;
@@ -71,7 +71,7 @@ JsonTypes::Marks JsonTypes::readMarks(NodeId object, NodeId without) const
         const auto type = tree.node(id).kind == JsonKind::Text
                               ? typeNamed(decodeString(tree.text(id, JsonPart::Value)))
                               : std::nullopt;
-        if (!type || path == ownValueKey || !read.emplace(std::move(path), Mark{*type, id}).second)
+        if (!type || path == ownValueKey || !read.emplace(std::move(path), Tag{*type, id}).second)
             return {};
     }
     return read;
@@ -84,7 +84,7 @@ bool JsonTypes::wouldReadWith(NodeId object, NodeId node, std::string_view text)
         tree.node(object).kind != JsonKind::Object)
         return false;
     const bool isAlone = tree.node(object).count == (node == noNode ? 0U : 1U);
-    return isAlone || !readMarks(object, node).empty();
+    return isAlone || !readTags(object, node).empty();
 }
 
 bool JsonTypes::wouldReadWithout(NodeId node) const
@@ -93,7 +93,7 @@ bool JsonTypes::wouldReadWithout(NodeId node) const
     const NodeId parent = tree.node(node).parent;
     if (parent != root)
         return tree.node(parent).parent == root && parent == findOrdinary() &&
-               !readMarks(parent, node).empty();
+               !readTags(parent, node).empty();
     const NodeId first = members.find(root, typesKey);
     if (first == noNode)
         return false;
@@ -101,13 +101,13 @@ bool JsonTypes::wouldReadWithout(NodeId node) const
     if ((node != first && node != second) || second == noNode ||
         members.find(root, joinNumber(typesKey, 3)) != noNode)
         return false;
-    return !readMarks(node == first ? second : first).empty();
+    return !readTags(node == first ? second : first).empty();
 }
 
 Type JsonTypes::find(std::string_view path) const
 {
-    const auto mark = marks.find(path);
-    return mark == marks.end() ? Type::Group : mark->second.type;
+    const auto tag = tags.find(path);
+    return tag == tags.end() ? Type::Group : tag->second.type;
 }
 
 void JsonTypes::add(std::string_view path, Type type)
@@ -117,26 +117,26 @@ void JsonTypes::add(std::string_view path, Type type)
         editor.keepLast(member);
     }
     const JsonContent name{JsonKind::Text, encodeString(typeName(type)), {}, {}};
-    marks.emplace(path, Mark{type, editor.appendMember(member, path, 1, name)});
+    tags.emplace(path, Tag{type, editor.appendMember(member, path, 1, name)});
 }
 
 void JsonTypes::remove(std::string_view path)
 {
-    const auto mark = marks.find(path);
-    if (mark == marks.end())
+    const auto tag = tags.find(path);
+    if (tag == tags.end())
         return;
-    take(mark);
+    take(tag);
     dropEmptyMember();
 }
 
 void JsonTypes::removeBelow(std::string_view path)
 {
-    if (marks.empty())
+    if (tags.empty())
         return;
     const std::string begin = joinPath(path, {});
-    auto mark = path.empty() ? marks.upper_bound(path) : marks.lower_bound(begin);
-    while (mark != marks.end() && std::string_view(mark->first).substr(0, begin.size()) == begin)
-        mark = take(mark);
+    auto tag = path.empty() ? tags.upper_bound(path) : tags.lower_bound(begin);
+    while (tag != tags.end() && std::string_view(tag->first).substr(0, begin.size()) == begin)
+        tag = take(tag);
     dropEmptyMember();
 }
 
@@ -145,31 +145,31 @@ void JsonTypes::moveUp(std::string_view removedPath, bool inArray)
     const PathEnds removed = splitLast(removedPath);
     const std::string begin = removed.parent.empty() ? std::string() : joinPath(removed.parent, {});
     std::vector<std::pair<std::string, Type>> moved;
-    auto mark = marks.lower_bound(begin);
-    while (mark != marks.end() && std::string_view(mark->first).substr(0, begin.size()) == begin) {
-        const std::string_view below = std::string_view(mark->first).substr(begin.size());
+    auto tag = tags.lower_bound(begin);
+    while (tag != tags.end() && std::string_view(tag->first).substr(0, begin.size()) == begin) {
+        const std::string_view below = std::string_view(tag->first).substr(begin.size());
         const std::string_view component = below.substr(0, below.find('.'));
         const std::string name = nameAfterRemoval(component, removed.last, inArray);
         if (name == component) {
-            ++mark;
+            ++tag;
             continue;
         }
-        moved.emplace_back(begin + name + std::string(below.substr(component.size())), mark->second.type);
-        mark = take(mark);
+        moved.emplace_back(begin + name + std::string(below.substr(component.size())), tag->second.type);
+        tag = take(tag);
     }
     for (const auto& [path, type] : moved)
         add(path, type);
 }
 
-JsonTypes::Marks::iterator JsonTypes::take(Marks::iterator mark)
+JsonTypes::Tags::iterator JsonTypes::take(Tags::iterator tag)
 {
-    editor.remove(mark->second.node);
-    return marks.erase(mark);
+    editor.remove(tag->second.node);
+    return tags.erase(tag);
 }
 
 void JsonTypes::dropEmptyMember()
 {
-    if (!marks.empty() || member == noNode)
+    if (!tags.empty() || member == noNode)
         return;
     editor.remove(member);
     member = noNode;

@@ -27,15 +27,15 @@ public:
     // ordinary one.
     void read();
 
-    bool isEmpty() const { return marks.empty(); }
+    bool isEmpty() const { return tags.empty(); }
 
     // The member that holds them; noNode without one.
     NodeId getMember() const { return member; }
 
-    // Group for an entry without a mark.
+    // Group for an entry without a tag.
     FrameworkCore::Values::Type find(std::string_view path) const;
 
-    // The document's root must be an object, and what has this path must have no mark yet.
+    // The document's root must be an object, and what has this path must have no tag yet.
     void add(std::string_view path, FrameworkCore::Values::Type type);
 
     void remove(std::string_view path);
@@ -46,30 +46,30 @@ public:
     bool wouldReadWith(NodeId object, NodeId node, std::string_view text) const;
     bool wouldReadWithout(NodeId node) const;
 
-    // Gives the marks at and below the siblings that move up their new paths, after this one was removed.
+    // Gives the tags at and below the siblings that move up their new paths, after this one was removed.
     void moveUp(std::string_view removedPath, bool inArray);
 
 private:
-    struct Mark
+    struct Tag
     {
         FrameworkCore::Values::Type type;
         NodeId node;
     };
-    using Marks = std::map<std::string, Mark, std::less<>>;
+    using Tags = std::map<std::string, Tag, std::less<>>;
 
     // What the object says but for one of its members; nothing when it says anything else than types.
-    Marks readMarks(NodeId object, NodeId without = noNode) const;
+    Tags readTags(NodeId object, NodeId without = noNode) const;
     // The only member of that key when it says something else than types; noNode without one.
     NodeId findOrdinary() const;
 
-    Marks::iterator take(Marks::iterator mark);
+    Tags::iterator take(Tags::iterator tag);
     void dropEmptyMember();
 
     JsonTree& tree;
     JsonMembers& members;
     JsonEditor& editor;
     NodeId member = noNode;
-    Marks marks;
+    Tags tags;
 };
 
 } // namespace Repository::Documents

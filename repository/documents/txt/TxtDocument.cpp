@@ -4,7 +4,7 @@
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/txt/TxtScanner.h"
 
 #include <algorithm>
@@ -69,7 +69,7 @@ std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std
     text.append(spelling).append(lineEndOf(entry.text));
     const std::optional<Statement> now = scanTxtEntry(text);
     if (!now || !lineEndOf(spelling).empty() || now->key() != entry.key() || now->begin != entry.begin ||
-        now->mark != entry.mark || text.find('\0') != std::string::npos)
+        now->tag != entry.tag || text.find('\0') != std::string::npos)
         return std::nullopt;
     return text;
 }
@@ -108,8 +108,8 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     const std::optional<Statement> draft = draftEntry(plainPath, above, draftText);
     if (!draft)
         return refused("a txt file cannot hold the path " + quoted(plainPath));
-    const bool belowMark = above != none && endsInTypeMark(pieces[above].line.text);
-    std::string text = fillDraft(*draft, value, belowMark);
+    const bool belowTag = above != none && endsInTypeTag(pieces[above].line.text);
+    std::string text = fillDraft(*draft, value, belowTag);
     const std::optional<Statement> line = scanTxtEntry(text);
     if (!line)
         return refused(file->getDialect().explainRefusal(*draft, value, file->style));
@@ -175,8 +175,8 @@ std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uin
     return std::nullopt;
 }
 
-// The text of the new entry, with a mark where it needs one; empty when the file has no form for the value.
-std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, bool belowMark) const
+// The text of the new entry, with a tag where it needs one; empty when the file has no form for the value.
+std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, bool belowTag) const
 {
     const LineDialect& dialect = file->getDialect();
     const LineStyle& style = file->style;
@@ -192,10 +192,10 @@ std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, b
         text += draft.tail();
     }
     // Bytes that are no text would spoil the file for other readers.
-    std::string plain = belowMark || value.type == Type::ByteArray ? std::string() : write(text);
+    std::string plain = belowTag || value.type == Type::ByteArray ? std::string() : write(text);
     if (!plain.empty() && !dialect.runsOn(plain))
         return plain;
-    return write(std::string(draft.indent()) + writeTypeMark('#', value.type) + style.lineEnd + text);
+    return write(std::string(draft.indent()) + writeTypeTag('#', value.type) + style.lineEnd + text);
 }
 
 Outcome TxtDocument::remove(std::string_view path)
@@ -254,7 +254,7 @@ Outcome TxtDocument::findRemovalFault(const std::vector<std::uint32_t>& going) c
         const Statement& above = pieces[piece.previous].line;
         if (above.isEntry() && wouldSwallow(above, text))
             return refused("without it the line below would be read as part of the value above");
-        if (!above.isEntry() && pieces[below].line.isEntry() && endsInTypeMark(above.text))
+        if (!above.isEntry() && pieces[below].line.isEntry() && endsInTypeTag(above.text))
             return refused("without it the mark above would be that of the line below");
     }
     return {};

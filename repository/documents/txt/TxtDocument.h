@@ -37,7 +37,7 @@ private:
     std::uint32_t findPlace(std::string_view path) const;
     std::optional<Statement> draftEntry(std::string_view path, std::uint32_t above, std::string& text) const;
     std::string fillDraft(const Statement& draft, const FrameworkCore::Values::Value& value,
-                          bool belowMark) const;
+                          bool belowTag) const;
     Outcome findRemovalFault(const std::vector<std::uint32_t>& going) const;
 };
 

@@ -2,7 +2,7 @@
 
 #include "repository/documents/common/KeyText.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include <array>
 
@@ -15,11 +15,11 @@ using FrameworkCore::Values::Type;
 constexpr int mostWords = 3;
 
 enum Trait : std::uint8_t {
-    Plain = 1,     // stands in a key as in a path
-    Name = 2,      // stands in a key, but not always in a path
-    Beginning = 4, // may begin a key
-    Operating = 8, // makes another operator of an "=" behind it
-    Mark = 16      // may have a backslash before it
+    Plain = 1,       // stands in a key as in a path
+    Name = 2,        // stands in a key, but not always in a path
+    Beginning = 4,   // may begin a key
+    Operating = 8,   // makes another operator of an "=" behind it
+    Punctuation = 16 // may have a backslash before it
 };
 
 constexpr bool isWordCharacter(int c)
@@ -36,7 +36,7 @@ constexpr std::array<std::uint8_t, 256> findTraits()
         if (isWordCharacter(c))
             trait = Name | Beginning | (c < 0x80 ? Plain : 0);
         else if (c > ' ' && c < 0x7F)
-            trait = Mark;
+            trait = Punctuation;
         for (const char plain : {'-', '/', '.', '$', '(', ')', '{', '}', '+', '~'})
             trait |= c == plain ? Plain | Name : 0;
         for (const char name : {'%', '*', '@', '[', ']'})
@@ -47,8 +47,8 @@ constexpr std::array<std::uint8_t, 256> findTraits()
             trait |= c == operating ? Operating : 0;
         traits[std::size_t(c)] = std::uint8_t(trait);
     }
-    traits['\\'] = Mark | Name;
-    traits[' '] = traits['\t'] = Mark;
+    traits['\\'] = Punctuation | Name;
+    traits[' '] = traits['\t'] = Punctuation;
     return traits;
 }
 
@@ -85,7 +85,8 @@ public:
         skipExport();
         key.begin = key.end = at;
         key.plain = true;
-        const bool escaped = content[at] == '\\' && at + 1 < content.size() && has(content[at + 1], Mark);
+        const bool escaped =
+            content[at] == '\\' && at + 1 < content.size() && has(content[at + 1], Punctuation);
         if (!escaped && !has(content[at], Beginning))
             return std::nullopt;
         key.plain = content[at] != '.';
@@ -114,7 +115,7 @@ private:
     bool takeCharacter()
     {
         const char c = content[at];
-        const bool escaped = c == '\\' && at + 1 < content.size() && has(content[at + 1], Mark);
+        const bool escaped = c == '\\' && at + 1 < content.size() && has(content[at + 1], Punctuation);
         const bool doubled = c == '.' && at > key.begin && content[at - 1] == '.';
         if (doubled || !(escaped || has(c, Name)))
             return false;
@@ -178,23 +179,23 @@ bool goesOn(std::string_view content, std::string_view next)
 std::optional<Statement> TxtScanner::next()
 {
     const std::size_t begin = position;
-    std::size_t marksBegin = begin; // of the marks that the line may have above it
-    Type mark = Type::Group;
+    std::size_t tagsBegin = begin; // of the tags that the line may have above it
+    Type tag = Type::Group;
     while (position < text.size()) {
         const std::size_t lineBegin = position;
-        if (std::optional<Statement> entry = takeEntry(marksBegin, lineBegin, mark)) {
-            if (marksBegin == begin)
+        if (std::optional<Statement> entry = takeEntry(tagsBegin, lineBegin, tag)) {
+            if (tagsBegin == begin)
                 return entry;
-            position = marksBegin;
+            position = tagsBegin;
             break;
         }
         const TextLine line = textLineAt(text, lineBegin);
         position = line.end;
-        const std::optional<Type> read = readTypeMark(line.content);
-        mark = read.value_or(Type::Group);
-        // Of marks one above the other the last one holds; all of them go with the entry.
+        const std::optional<Type> read = readTypeTag(line.content);
+        tag = read.value_or(Type::Group);
+        // Of tags one above the other the last one holds; all of them go with the entry.
         if (!read)
-            marksBegin = position;
+            tagsBegin = position;
     }
     if (position == begin)
         return std::nullopt;
@@ -203,7 +204,7 @@ std::optional<Statement> TxtScanner::next()
     return trivia;
 }
 
-std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type mark)
+std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type tag)
 {
     const TextLine first = textLineAt(text, lineBegin);
     const std::optional<Key> key = KeyReader(first.content).read();
@@ -212,7 +213,7 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
     Statement line;
     line.kind = Statement::Kind::Entry;
     line.plainKey = key->plain;
-    line.mark = mark;
+    line.tag = tag;
     const auto offset = [shift = lineBegin - begin](std::size_t at) {
         return static_cast<std::uint32_t>(shift + at);
     };
@@ -261,7 +262,7 @@ std::string txtKeyPath(std::string_view key)
     std::string plain;
     plain.reserve(key.size());
     for (std::size_t at = 0; at < key.size(); ++at) {
-        if (key[at] == '\\' && at + 1 < key.size() && has(key[at + 1], Mark))
+        if (key[at] == '\\' && at + 1 < key.size() && has(key[at + 1], Punctuation))
             ++at;
         plain += key[at];
     }

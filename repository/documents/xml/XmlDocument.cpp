@@ -140,7 +140,7 @@ std::optional<Span> XmlDocument::locate(std::string_view path) const
     const std::string text = writer.write();
     const TextEncoding& encoding = file->spelling.encoding;
     const std::string_view before = std::string_view(text).substr(0, writer.getLocation());
-    return Span{encoding.markSize() + encoding.sizeOf(before),
+    return Span{encoding.byteOrderMarkSize() + encoding.sizeOf(before),
                 encoding.sizeOf(file->tree.text(id, XmlPart::Value))};
 }
 
@@ -212,7 +212,7 @@ Outcome XmlDocument::remove(std::string_view path)
                                       "around it would be no xml");
     auto fresh = std::make_unique<XmlFile>(std::string());
     fresh->spelling.lineEnd = file->spelling.lineEnd;
-    if (file->spelling.isMarked())
+    if (file->spelling.hasByteOrderMark())
         fresh->spelling.encoding = file->spelling.encoding;
     file = std::move(fresh);
     return {};

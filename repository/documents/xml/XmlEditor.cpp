@@ -69,7 +69,7 @@ NodeId XmlEditor::appendAttribute(NodeId element, const XmlKey& key)
     const std::string name(tree.getNames().nameOf(key.name));
     const char quote = quoteFor(element);
     const NodeId last = tree.lastAttribute(element);
-    layout.dropMark(element, name);
+    layout.dropTypeTag(element, name);
     const NodeId id = tree.insert(element, last, key);
     tree.setText(id, XmlPart::Lead, last == noNode ? " " : std::string(tree.text(last, XmlPart::Lead)));
     tree.setText(id, XmlPart::Label, name + '=' + quote);
@@ -88,12 +88,12 @@ void XmlEditor::give(NodeId id, XmlValues::Spelled value)
     const XmlNode& node = tree.node(id);
     const bool isAttribute = node.kind == XmlKind::Attribute;
     const bool isEmptyElement = node.kind == XmlKind::Element && isXmlBlank(contentOf(id));
-    if (value.mark) {
+    if (value.tag) {
         if (isAttribute)
-            value.mark->attribute = tree.getNames().nameOf(node.name);
-        layout.addMark(isAttribute ? node.parent : id, value.mark->write());
-        tree.node(id).isMarked = true;
-        if (node.kind == XmlKind::Element && value.mark->type == Type::Null)
+            value.tag->attribute = tree.getNames().nameOf(node.name);
+        layout.addTypeTag(isAttribute ? node.parent : id, value.tag->write());
+        tree.node(id).isTagged = true;
+        if (node.kind == XmlKind::Element && value.tag->type == Type::Null)
             return;
     }
     if (isEmptyElement) {
@@ -136,7 +136,7 @@ void XmlEditor::remove(NodeId id)
     const XmlNode node = tree.node(id);
     const NodeId parent = node.parent;
     if (node.kind == XmlKind::Attribute) {
-        layout.dropMark(parent, tree.getNames().nameOf(node.name));
+        layout.dropTypeTag(parent, tree.getNames().nameOf(node.name));
         tree.remove(id);
         return;
     }
@@ -160,9 +160,9 @@ void XmlEditor::remove(NodeId id)
 bool XmlEditor::standsAlone(NodeId root) const
 {
     std::string_view lead = tree.text(root, XmlPart::Lead);
-    const auto marks = readXmlMarks(lead);
-    if (!marks.empty())
-        lead = lead.substr(0, marks.back().begin);
+    const auto tags = readXmlTypeTags(lead);
+    if (!tags.empty())
+        lead = lead.substr(0, tags.back().begin);
     if (lead.substr(0, 5) == "<?xml")
         lead = lead.substr(lead.find("?>") + 2);
     return isXmlBlank(lead) && isXmlBlank(tree.epilogue());
@@ -177,11 +177,11 @@ void XmlEditor::joinTexts(NodeId text, NodeId following)
     tree.remove(following);
 }
 
-// Makes an element that has lost its last child one of no value; a mark would have it empty but of a type.
+// Makes an element that has lost its last child one of no value; a tag would have it empty but of a type.
 void XmlEditor::empty(NodeId element, std::string gap)
 {
-    layout.dropMark(element, {});
-    tree.node(element).isMarked = false;
+    layout.dropTypeTag(element, {});
+    tree.node(element).isTagged = false;
     tree.setText(element, XmlPart::Front, {});
     tree.setText(element, XmlPart::Value, {});
     const std::string_view tagEnd = tree.text(element, XmlPart::TagEnd);

@@ -44,7 +44,7 @@ public:
     // Of a node other than the root.
     void remove(NodeId id);
 
-    // True when nothing but the declaration of xml and marks stands around the root.
+    // True when nothing but the declaration of xml and tags stands around the root.
     bool standsAlone(NodeId root) const;
 
 private:

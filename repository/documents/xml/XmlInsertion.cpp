@@ -64,11 +64,11 @@ Outcome XmlInsertion::insertValue(NodeId id, std::string_view path, const Value&
     if (node.isContainer())
         return refused(quoted(path) + " holds elements; a text beside them is an entry " +
                        quoted(xmlTextComponent) + " of its own");
-    const bool needsNewMark = !node.isMarked && isXmlBlank(editor.contentOf(id));
+    const bool needsNewTag = !node.isTagged && isXmlBlank(editor.contentOf(id));
     XmlValues::Spelled spelled;
-    if (!needsNewMark)
+    if (!needsNewTag)
         spelled = values.spell(id, value);
-    if (needsNewMark || (!spelled.error.empty() && !node.isMarked))
+    if (needsNewTag || (!spelled.error.empty() && !node.isTagged))
         spelled = values.spellNew(node.kind, '"', value);
     if (!spelled.error.empty())
         return refused(spelled.error);

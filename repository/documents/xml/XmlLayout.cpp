@@ -1,7 +1,7 @@
 #include "repository/documents/xml/XmlLayout.h"
 
-#include "repository/documents/xml/XmlMark.h"
 #include "repository/documents/xml/XmlText.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <algorithm>
 
@@ -84,7 +84,7 @@ void XmlLayout::placeOnly(NodeId id, std::string_view content)
     const bool lines = breaksLines(parent, content);
     const std::string indent = lines ? lineEnd + indentOf(parent) : std::string();
     const std::string innerIndent = lines ? indent + unitOfIndent() : std::string();
-    // An instruction that stands there must not come to stand before the node: it might be a mark.
+    // An instruction that stands there must not come to stand before the node: it might be a tag.
     const bool goesFirst = content.find("<?") != npos;
     std::string lead;
     std::string gap;
@@ -104,24 +104,24 @@ bool XmlLayout::breaksLines(NodeId element, std::string_view content) const
            endsInBlankLine(tree.text(element, XmlPart::Lead));
 }
 
-void XmlLayout::addMark(NodeId element, const std::string& mark)
+void XmlLayout::addTypeTag(NodeId element, const std::string& tag)
 {
     std::string lead(tree.text(element, XmlPart::Lead));
     const bool beginsLine = element == tree.getRoot() || endsInBlankLine(lead);
-    lead += mark;
+    lead += tag;
     if (beginsLine)
         lead += lineEnd + indentOf(element);
     tree.setText(element, XmlPart::Lead, std::move(lead));
 }
 
-void XmlLayout::dropMark(NodeId element, std::string_view attribute)
+void XmlLayout::dropTypeTag(NodeId element, std::string_view attribute)
 {
     const std::string lead(tree.text(element, XmlPart::Lead));
-    for (const XmlMark& mark : readXmlMarks(lead)) {
-        if (mark.attribute != attribute)
+    for (const XmlTypeTag& tag : readXmlTypeTags(lead)) {
+        if (tag.attribute != attribute)
             continue;
-        const std::string_view before = std::string_view(lead).substr(0, mark.begin);
-        const std::string_view behind = std::string_view(lead).substr(mark.end);
+        const std::string_view before = std::string_view(lead).substr(0, tag.begin);
+        const std::string_view behind = std::string_view(lead).substr(tag.end);
         const bool hasLine = endsInBlankLine(before) && holdsLineEnd(behind);
         tree.setText(element, XmlPart::Lead,
                      std::string(hasLine ? withoutLastLine(before) : before) + std::string(behind));
@@ -132,9 +132,9 @@ void XmlLayout::dropMark(NodeId element, std::string_view attribute)
 void XmlLayout::takeOut(NodeId id)
 {
     std::string_view lead = tree.text(id, XmlPart::Lead);
-    const std::vector<XmlMark> marks = readXmlMarks(lead);
-    if (!marks.empty())
-        lead = lead.substr(0, marks.back().begin);
+    const std::vector<XmlTypeTag> tags = readXmlTypeTags(lead);
+    if (!tags.empty())
+        lead = lead.substr(0, tags.back().begin);
     const std::string_view gap = gapBehind(id);
     const std::size_t rest = restOfLine(gap);
     const bool endsLine = rest < gap.size() && (gap[rest] == '\r' || gap[rest] == '\n');

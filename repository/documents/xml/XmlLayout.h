@@ -7,8 +7,8 @@
 
 namespace Repository::Documents {
 
-// Distributes blanks, line breaks, comments and marks when a node comes or goes: what is new looks like its
-// siblings, and what goes takes its line along, with its marks and a comment on that line, and no others.
+// Distributes blanks, line breaks, comments and tags when a node comes or goes: what is new looks like its
+// siblings, and what goes takes its line along, with its tags and a comment on that line, and no others.
 class XmlLayout
 {
 public:
@@ -19,11 +19,11 @@ public:
     void placeBehind(NodeId id, NodeId sibling);
     void placeOnly(NodeId id, std::string_view content);
 
-    // Places a mark in front of the element; it stands in a line of its own if the element begins one.
-    void addMark(NodeId element, const std::string& mark);
+    // Places a tag in front of the element; it stands in a line of its own if the element begins one.
+    void addTypeTag(NodeId element, const std::string& tag);
 
-    // Takes out the mark for an attribute of the element.
-    void dropMark(NodeId element, std::string_view attribute);
+    // Takes out the tag for an attribute of the element.
+    void dropTypeTag(NodeId element, std::string_view attribute);
 
     // To be called before a node is unlinked; what stays of the text around it comes together behind it.
     void takeOut(NodeId id);

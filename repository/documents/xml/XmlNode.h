@@ -27,7 +27,7 @@ constexpr std::size_t xmlPartCount = 6;
 struct XmlNode : SyntaxNode
 {
     XmlKind kind = XmlKind::Element;
-    bool isMarked : 1;  // a mark may tell the type of its value
+    bool isTagged : 1;  // a tag may tell the type of its value
     bool isIndexed : 1; // its children are found through an index
 
     std::uint32_t lead = 0;
@@ -40,7 +40,7 @@ struct XmlNode : SyntaxNode
     std::uint32_t name = 0;   // XmlNames; the empty name for a text
     std::uint32_t number = 1; // among siblings of the same kind and name
 
-    XmlNode() : isMarked(false), isIndexed(false) {}
+    XmlNode() : isTagged(false), isIndexed(false) {}
 
     // Attributes come before all other children and are not counted.
     void adopt(const XmlNode& child) { count += child.kind == XmlKind::Attribute ? 0 : 1; }

@@ -2,9 +2,9 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/common/TextPosition.h"
-#include "repository/documents/xml/XmlMark.h"
 #include "repository/documents/xml/XmlScanner.h"
 #include "repository/documents/xml/XmlText.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <expat.h>
 #include <memory>
@@ -172,7 +172,7 @@ bool XmlReader::open(std::size_t at)
     element.tagEnd = offsetOf(tagEnd);
     element.front = element.value = element.closing = element.end = offsetOf(closing + 1);
     if (!isBlank)
-        markAll(current, std::string_view(text).substr(cursor, at - cursor));
+        tagAll(current, std::string_view(text).substr(cursor, at - cursor));
     cursor = closing + 1;
     return true;
 }
@@ -221,24 +221,24 @@ void XmlReader::addText(std::size_t end)
     node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + span.begin);
     cursor += span.end;
     node.closing = node.end = offsetOf(cursor);
-    node.isMarked = !readXmlMarks(std::string_view(text).substr(node.lead, span.begin)).empty();
+    node.isTagged = !readXmlTypeTags(std::string_view(text).substr(node.lead, span.begin)).empty();
     tree.read(node);
 }
 
-// Notes for which nodes of an element a mark in its lead is there.
-void XmlReader::markAll(NodeId element, std::string_view lead)
+// Notes for which nodes of an element a tag in its lead is there.
+void XmlReader::tagAll(NodeId element, std::string_view lead)
 {
     const std::size_t last = lead.find_last_of('>');
     if (last == std::string_view::npos || last == 0 || lead[last - 1] != '?')
         return;
-    for (const XmlMark& mark : readXmlMarks(lead)) {
-        const auto name = tree.getNames().find(mark.attribute);
+    for (const XmlTypeTag& tag : readXmlTypeTags(lead)) {
+        const auto name = tree.getNames().find(tag.attribute);
         const NodeId attribute =
-            mark.attribute.empty() || !name ? noNode : tree.find(element, {XmlKind::Attribute, *name, 1});
-        if (mark.attribute.empty())
-            tree.node(element).isMarked = true;
+            tag.attribute.empty() || !name ? noNode : tree.find(element, {XmlKind::Attribute, *name, 1});
+        if (tag.attribute.empty())
+            tree.node(element).isTagged = true;
         else if (attribute != noNode)
-            tree.node(attribute).isMarked = true;
+            tree.node(attribute).isTagged = true;
     }
 }
 

@@ -37,7 +37,7 @@ private:
     std::size_t addAttributes(NodeId element, std::size_t at);
     void addText(std::size_t end);
     std::size_t behindBlanks(std::size_t at) const;
-    void markAll(NodeId element, std::string_view lead);
+    void tagAll(NodeId element, std::string_view lead);
     void finish(NodeId element, std::size_t closing, std::size_t end);
 
     bool fail(std::size_t at, std::string message);

@@ -1,7 +1,7 @@
 #include "repository/documents/xml/XmlText.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/xml/XmlMark.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <algorithm>
 
@@ -148,7 +148,7 @@ std::string xmlCommentsIn(std::string_view between)
     std::string comments;
     for (std::size_t at = between.find('<'); at < between.size(); at = between.find('<', at)) {
         const std::size_t end = endOfMarkup(between, at);
-        if (!beginsAt(between, at, sectionBegin) && !beginsAt(between, at, xmlMarkBegin))
+        if (!beginsAt(between, at, sectionBegin) && !beginsAt(between, at, xmlTypeTagBegin))
             comments += between.substr(at, end - at);
         at = end;
     }

@@ -42,7 +42,7 @@ bool isLiteralXml(std::string_view spelling);
 // True for one CDATA section or several in a row, and nothing else.
 bool isXmlSection(std::string_view spelling);
 
-// The comments and processing instructions in a text between two tags, but for marks, which would come to
+// The comments and processing instructions in a text between two tags, but for type tags, which would come to
 // stand before something else.
 std::string xmlCommentsIn(std::string_view between);
 
@@ -62,7 +62,7 @@ struct XmlSpelling
     bool canHold(std::string_view text) const;
 
     // A mark at the front of the file tells the encoding.
-    bool isMarked() const { return encoding.markSize() > 0; }
+    bool hasByteOrderMark() const { return encoding.byteOrderMarkSize() > 0; }
     bool isWide() const
     {
         return encoding.getKind() == TextEncoding::Kind::Utf16Le ||

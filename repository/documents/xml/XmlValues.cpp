@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/common/SameValue.h"
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/xml/XmlReader.h"
 
 #include <algorithm>
@@ -71,7 +71,7 @@ Value XmlValues::read(NodeId id) const
     if (node.isContainer())
         return {};
     const std::string_view spelled = tree.text(id, XmlPart::Value);
-    if (!node.isMarked && !spelled.empty() && isPlainXml(spelled))
+    if (!node.isTagged && !spelled.empty() && isPlainXml(spelled))
         return FrameworkCore::Values::plainValue(spelled);
     Place place = placeOf(id);
     place.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
@@ -83,28 +83,28 @@ bool XmlValues::holds(NodeId id, const Value& value) const
     return isSame(read(id), value);
 }
 
-std::optional<XmlMark> XmlValues::markOf(NodeId id) const
+std::optional<XmlTypeTag> XmlValues::tagOf(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
-    if (!node.isMarked)
+    if (!node.isTagged)
         return std::nullopt;
     const bool isAttribute = node.kind == XmlKind::Attribute;
     const std::string_view name = isAttribute ? tree.getNames().nameOf(node.name) : std::string_view();
-    for (const XmlMark& mark : readXmlMarks(tree.text(isAttribute ? node.parent : id, XmlPart::Lead))) {
-        if (mark.attribute == name)
-            return mark;
+    for (const XmlTypeTag& tag : readXmlTypeTags(tree.text(isAttribute ? node.parent : id, XmlPart::Lead))) {
+        if (tag.attribute == name)
+            return tag;
     }
     return std::nullopt;
 }
 
 // The place of a value that is about to be written: an element that holds one does not close itself, unless a
-// mark tells what it holds then.
+// tag tells what it holds then.
 XmlValues::Place XmlValues::placeOf(NodeId id) const
 {
     constexpr std::string_view tellTales = "\r\n<";
     Place place;
     place.kind = tree.node(id).kind;
-    place.mark = markOf(id);
+    place.tag = tagOf(id);
     const std::string_view closing = tree.text(id, XmlPart::Closing);
     if (place.kind == XmlKind::Attribute)
         place.quote = closing[0];
@@ -123,15 +123,15 @@ Value XmlValues::interpret(const Place& place, std::string_view spelled) const
     std::string text = place.kind == XmlKind::Attribute ? decodeXmlAttribute(spelled, entities)
                                                         : decodeXmlText(spelled, entities);
     Value plain = interpretPlain(place, spelled, text);
-    if (!place.mark || (place.kind == XmlKind::Text && spelled.empty()))
+    if (!place.tag || (place.kind == XmlKind::Text && spelled.empty()))
         return plain;
-    if (place.mark->escapes) {
+    if (place.tag->escapes) {
         const auto bytes = FrameworkCore::Values::readText(text, Type::ByteArray);
         if (!bytes.ok())
             return plain;
         text = std::get<std::string>(bytes.value.data);
     }
-    return readMarkedValue(place.mark->type, text, std::move(plain));
+    return readTaggedValue(place.tag->type, text, std::move(plain));
 }
 
 Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, const std::string& text) const
@@ -144,14 +144,14 @@ Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, co
     return isLiteralXml(spelled) ? FrameworkCore::Values::plainValue(text) : Value{Type::String, text};
 }
 
-// An element that closed itself does so again when a mark tells what it holds then.
+// An element that closed itself does so again when a tag tells what it holds then.
 bool XmlValues::staysClosed(NodeId id) const
 {
-    const std::optional<XmlMark> mark = markOf(id);
-    if (!mark || tree.node(id).kind != XmlKind::Element)
+    const std::optional<XmlTypeTag> tag = tagOf(id);
+    if (!tag || tree.node(id).kind != XmlKind::Element)
         return false;
     const auto original = tree.originalText(id, XmlPart::TagEnd);
-    return original ? closesItself(*original) : mark->type == Type::Null;
+    return original ? closesItself(*original) : tag->type == Type::Null;
 }
 
 std::string XmlValues::spellPlain(const Place& place, std::string_view text) const
@@ -170,7 +170,7 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 {
     const Place place = placeOf(id);
     std::string text = FrameworkCore::Values::toText(value);
-    if (place.mark && place.mark->escapes)
+    if (place.tag && place.tag->escapes)
         text = escaped(text);
     const std::string unheld = explainUnheldXml(text);
     if (!unheld.empty())
@@ -210,10 +210,10 @@ XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& va
     place.quote = quote;
     std::string text = FrameworkCore::Values::toText(value);
     std::string unheld = explainUnheldXml(text);
-    for (const bool isMarked : {false, true}) {
-        if (isMarked) {
-            place.mark = XmlMark{{}, value.type, !unheld.empty()};
-            text = place.mark->escapes ? escaped(text) : text;
+    for (const bool isTagged : {false, true}) {
+        if (isTagged) {
+            place.tag = XmlTypeTag{{}, value.type, !unheld.empty()};
+            text = place.tag->escapes ? escaped(text) : text;
             unheld = explainUnheldXml(text);
             place.closesItself = value.type == Type::Null;
         }
@@ -221,7 +221,7 @@ XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& va
             continue;
         for (const auto& candidate : {std::optional(spellPlain(place, text)), spellAsText(place, text)}) {
             if (candidate && isSame(interpret(place, *candidate), value))
-                return {*candidate, place.mark, {}};
+                return {*candidate, place.tag, {}};
         }
     }
     return {{}, {}, unheld.empty() ? "xml cannot hold such a value in this place" : unheld};

@@ -2,9 +2,9 @@
 
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/documents/xml/XmlEntities.h"
-#include "repository/documents/xml/XmlMark.h"
 #include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlTree.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <optional>
 #include <string>
@@ -31,7 +31,7 @@ public:
     struct Spelled
     {
         std::string text;
-        std::optional<XmlMark> mark; // of a new node, when its spelling alone would be read otherwise
+        std::optional<XmlTypeTag> tag; // of a new node, when its spelling alone would be read otherwise
         std::string error;
     };
     Spelled spell(NodeId id, const FrameworkCore::Values::Value& value) const;
@@ -39,7 +39,7 @@ public:
     // In a new node of that kind; quote is that of an attribute.
     Spelled spellNew(XmlKind kind, char quote, const FrameworkCore::Values::Value& value) const;
 
-    // How the file spells the value of the node. That of an element that closes itself, which a mark gives a
+    // How the file spells the value of the node. That of an element that closes itself, which a tag gives a
     // value, is "<" and the end of its tag.
     std::string spellingOf(NodeId id) const;
 
@@ -60,10 +60,10 @@ private:
         bool closesItself = false;
         bool isOpen = false; // there is a comment or a line break around the value
         char quote = '\0';
-        std::optional<XmlMark> mark;
+        std::optional<XmlTypeTag> tag;
     };
 
-    std::optional<XmlMark> markOf(NodeId id) const;
+    std::optional<XmlTypeTag> tagOf(NodeId id) const;
     Place placeOf(NodeId id) const;
     FrameworkCore::Values::Value interpret(const Place& place, std::string_view spelled) const;
     FrameworkCore::Values::Value interpretPlain(const Place& place, std::string_view spelled,

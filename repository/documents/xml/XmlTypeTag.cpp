@@ -1,6 +1,6 @@
-#include "repository/documents/xml/XmlMark.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include <algorithm>
 #include <optional>
@@ -21,10 +21,10 @@ std::string_view withoutBlanks(std::string_view text)
                                            : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
 }
 
-// What stands between the xmlMarkBegin and the closing of an instruction; nothing when it is no mark.
-std::optional<XmlMark> readMark(std::string_view inside)
+// What stands between the xmlTypeTagBegin and the closing of an instruction; nothing when it is no tag.
+std::optional<XmlTypeTag> readTag(std::string_view inside)
 {
-    XmlMark mark;
+    XmlTypeTag tag;
     bool isTyped = false;
     for (inside = withoutBlanks(inside); !inside.empty(); inside = withoutBlanks(inside)) {
         const std::size_t begin = inside.find("=\"");
@@ -38,17 +38,17 @@ std::optional<XmlMark> readMark(std::string_view inside)
             const auto type = typeNamed(value);
             if (!type)
                 return std::nullopt;
-            mark.type = *type;
+            tag.type = *type;
             isTyped = true;
         } else if (name == "attribute") {
-            mark.attribute = value;
+            tag.attribute = value;
         } else if (name == "escapes") {
-            mark.escapes = value == "yes";
+            tag.escapes = value == "yes";
         } else {
             return std::nullopt;
         }
     }
-    return isTyped ? std::optional(mark) : std::nullopt;
+    return isTyped ? std::optional(tag) : std::nullopt;
 }
 
 struct Instruction
@@ -110,9 +110,9 @@ std::vector<Instruction> findInstructions(std::string_view lead)
 
 } // namespace
 
-std::string XmlMark::write() const
+std::string XmlTypeTag::write() const
 {
-    std::string text(xmlMarkBegin);
+    std::string text(xmlTypeTagBegin);
     text += "type=\"" + std::string(typeName(type)) + '"';
     if (!attribute.empty())
         text += " attribute=\"" + std::string(attribute) + '"';
@@ -121,28 +121,28 @@ std::string XmlMark::write() const
     return text += closing;
 }
 
-std::vector<XmlMark> readXmlMarks(std::string_view lead)
+std::vector<XmlTypeTag> readXmlTypeTags(std::string_view lead)
 {
-    std::vector<XmlMark> marks;
+    std::vector<XmlTypeTag> tags;
     const std::vector<Instruction> instructions = findInstructions(lead);
     std::size_t end = lead.size();
     for (auto instruction = instructions.rbegin(); instruction != instructions.rend(); ++instruction) {
         const std::string_view text = lead.substr(instruction->begin, instruction->end - instruction->begin);
         if (!withoutBlanks(lead.substr(instruction->end, end - instruction->end)).empty() ||
-            text.substr(0, xmlMarkBegin.size()) != xmlMarkBegin)
+            text.substr(0, xmlTypeTagBegin.size()) != xmlTypeTagBegin)
             break;
         end = instruction->begin;
-        const auto mark = text.size() < xmlMarkBegin.size() + closing.size()
-                              ? std::nullopt
-                              : readMark(text.substr(xmlMarkBegin.size(),
-                                                     text.size() - closing.size() - xmlMarkBegin.size()));
-        if (mark) {
-            marks.push_back(*mark);
-            marks.back().begin = instruction->begin;
-            marks.back().end = instruction->end;
+        const auto tag = text.size() < xmlTypeTagBegin.size() + closing.size()
+                             ? std::nullopt
+                             : readTag(text.substr(xmlTypeTagBegin.size(),
+                                                   text.size() - closing.size() - xmlTypeTagBegin.size()));
+        if (tag) {
+            tags.push_back(*tag);
+            tags.back().begin = instruction->begin;
+            tags.back().end = instruction->end;
         }
     }
-    return marks;
+    return tags;
 }
 
 } // namespace Repository::Documents

@@ -1,11 +1,11 @@
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
 using namespace Repository::Documents;
 
-class TypeMarkTest : public QObject
+class TypeTagTest : public QObject
 {
     Q_OBJECT
 
@@ -14,8 +14,8 @@ private slots:
     {
         QStringList lines;
         for (int type = int(Type::Null); type <= int(Type::DateTime); ++type) {
-            const std::string line = writeTypeMark(type % 2 == 0 ? '#' : ';', Type(type));
-            QVERIFY(readTypeMark(line) == Type(type));
+            const std::string line = writeTypeTag(type % 2 == 0 ? '#' : ';', Type(type));
+            QVERIFY(readTypeTag(line) == Type(type));
             lines += QString::fromStdString(line);
         }
         QCOMPARE(lines.join(QLatin1Char('|')),
@@ -27,25 +27,25 @@ private slots:
     void tellsMarksFromComments()
     {
         for (const char* mark : {"#@type date", "\t; \t@type\t date \t", "  # @type date"})
-            QVERIFY2(readTypeMark(mark) == Type::Date, mark);
+            QVERIFY2(readTypeTag(mark) == Type::Date, mark);
         for (const char* comment :
              {"", "#", "@type date", "# type date", "# @type", "# @type ", "# @typedate", "# @type Date",
               "# @type {string} name", "# @type date of birth", "## @type date", "// @type date",
               "# @types date", "# @type group"})
-            QVERIFY2(!readTypeMark(comment), comment);
+            QVERIFY2(!readTypeTag(comment), comment);
     }
 
     void ignoresAMarkThatDoesNotFit()
     {
-        QVERIFY(readMarkedValue(Type::String, "5", integer(5)) == text("5"));
-        QVERIFY(readMarkedValue(Type::StringList, "a;b", text("a;b")) == list({"a", "b"}));
-        QVERIFY(readMarkedValue(Type::Date, "soon", text("soon")) == text("soon"));
+        QVERIFY(readTaggedValue(Type::String, "5", integer(5)) == text("5"));
+        QVERIFY(readTaggedValue(Type::StringList, "a;b", text("a;b")) == list({"a", "b"}));
+        QVERIFY(readTaggedValue(Type::Date, "soon", text("soon")) == text("soon"));
     }
 };
 
 int main(int argc, char** argv)
 {
-    return TestSupport::runTest<QCoreApplication, TypeMarkTest>(argc, argv);
+    return TestSupport::runTest<QCoreApplication, TypeTagTest>(argc, argv);
 }
 
 #include "type_mark_test.moc"

@@ -1,4 +1,4 @@
-#include "repository/documents/common/TypeMark.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
@@ -53,7 +53,7 @@ std::optional<Type> typeNamed(std::string_view name)
     return static_cast<Type>(found - names.begin());
 }
 
-std::optional<Type> readTypeMark(std::string_view line)
+std::optional<Type> readTypeTag(std::string_view line)
 {
     line = behindBlanks(line);
     if (line.empty() || (line[0] != ';' && line[0] != '#'))
@@ -68,16 +68,16 @@ std::optional<Type> readTypeMark(std::string_view line)
     return typeNamed(name.substr(0, name.find_last_not_of(blanks) + 1));
 }
 
-bool endsInTypeMark(std::string_view text)
+bool endsInTypeTag(std::string_view text)
 {
     if (text.size() > 1 && text.substr(text.size() - 2) == "\r\n")
         text.remove_suffix(1);
     if (!text.empty() && endsLine(text))
         text.remove_suffix(1);
-    return readTypeMark(text.substr(text.find_last_of("\r\n") + 1)).has_value();
+    return readTypeTag(text.substr(text.find_last_of("\r\n") + 1)).has_value();
 }
 
-std::string writeTypeMark(char comment, Type type)
+std::string writeTypeTag(char comment, Type type)
 {
     std::string line(1, comment);
     line += ' ';
@@ -86,13 +86,13 @@ std::string writeTypeMark(char comment, Type type)
     return line.append(typeName(type));
 }
 
-Value readMarkedValue(Type type, std::string_view text, Value plain)
+Value readTaggedValue(Type type, std::string_view text, Value plain)
 {
-    FrameworkCore::Values::ReadResult marked = FrameworkCore::Values::readText(text, type);
-    return marked.ok() ? std::move(marked.value) : std::move(plain);
+    FrameworkCore::Values::ReadResult tagged = FrameworkCore::Values::readText(text, type);
+    return tagged.ok() ? std::move(tagged.value) : std::move(plain);
 }
 
-std::optional<std::string> readMarkedText(std::string_view value)
+std::optional<std::string> readTaggedText(std::string_view value)
 {
     if (value.size() < 2 || value.front() != '"' || value.back() != '"')
         return std::string(value);
@@ -125,11 +125,11 @@ Value readSpelledValue(Type type, std::string_view spelled, Value plain)
 {
     if (type == Type::Null)
         return spelled.empty() ? Value{Type::Null, {}} : plain;
-    const std::optional<std::string> text = readMarkedText(spelled);
-    return text ? readMarkedValue(type, *text, std::move(plain)) : plain;
+    const std::optional<std::string> text = readTaggedText(spelled);
+    return text ? readTaggedValue(type, *text, std::move(plain)) : plain;
 }
 
-std::string quoteMarkedText(std::string_view text)
+std::string quoteTaggedText(std::string_view text)
 {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string value(1, '"');

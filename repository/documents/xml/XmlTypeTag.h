@@ -9,13 +9,13 @@
 
 namespace Repository::Documents {
 
-constexpr std::string_view xmlMarkBegin = "<?vantry ";
+constexpr std::string_view xmlTypeTagBegin = "<?vantry ";
 
 // A processing instruction that tells the type of an entry whose text alone would load as another:
 // <?vantry type="date"?> right before an element or text; with attribute="name" it is about that attribute of
 // the element. With escapes="yes" the text is spelled like bytes are, "\x" and two hex digits for a byte, so
 // that it holds what xml has no characters for.
-struct XmlMark
+struct XmlTypeTag
 {
     std::string_view attribute; // empty for the element or text itself
     FrameworkCore::Values::Type type = FrameworkCore::Values::Type::String;
@@ -26,8 +26,8 @@ struct XmlMark
     std::string write() const;
 };
 
-// The marks at the end of a node's lead, the nearest first; nothing but blanks stands between them and the
+// The tags at the end of a node's lead, the nearest first; nothing but blanks stands between them and the
 // node.
-std::vector<XmlMark> readXmlMarks(std::string_view lead);
+std::vector<XmlTypeTag> readXmlTypeTags(std::string_view lead);
 
 } // namespace Repository::Documents
