@@ -106,16 +106,16 @@ bool LineDialect::holds(const std::string& text, const Statement& before, const 
 {
     const std::optional<Statement> now = scanEntry(text);
     return now && now->begin == before.begin && now->keyBegin == before.keyBegin && now->tag == before.tag &&
-           now->key() == before.key() && trimBlanks(now->tail()) == trimBlanks(before.tail()) &&
+           now->key() == before.key() && trimBlanks(now->trailing()) == trimBlanks(before.trailing()) &&
            isSame(read(*now), value);
 }
 
 std::optional<std::string> LineDialect::write(const Statement& entry, const Value& value,
                                               const LineStyle& style) const
 {
-    const std::string tail(entry.tail());
+    const std::string trailing(entry.trailing());
     if (value.type == Type::Null && entry.tag == Type::Group) {
-        std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + tail;
+        std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + trailing;
         if (!style.bareKeys || !holds(text, entry, value))
             return std::nullopt;
         return text;
@@ -129,7 +129,7 @@ std::optional<std::string> LineDialect::write(const Statement& entry, const Valu
     std::optional<std::string> onlyAtEnd;
     for (const char* const blank : {"", " "}) {
         for (const std::string& form : forms) {
-            std::string text = head + blank + form + tail;
+            std::string text = head + blank + form + trailing;
             if (form.find('\0') != std::string::npos || !holds(text, entry, value))
                 continue;
             if (!runsOn(text))

@@ -38,7 +38,7 @@ struct Statement
     // What leads to the value: blanks and the separator.
     std::string_view separator() const { return text.substr(keyEnd, valueBegin - keyEnd); }
     // What follows the value: blanks, a comment, the line end.
-    std::string_view tail() const { return text.substr(valueEnd); }
+    std::string_view trailing() const { return text.substr(valueEnd); }
 };
 
 } // namespace Repository::Documents

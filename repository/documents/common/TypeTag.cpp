@@ -25,7 +25,7 @@ constexpr std::array<std::string_view, 12> names{"",     "null", "bool",  "integ
                                                  "text", "list", "bytes", "date",    "time",     "datetime"};
 static_assert(names.size() == static_cast<std::size_t>(Type::DateTime) + 1);
 
-std::string_view behindBlanks(std::string_view text)
+std::string_view afterBlanks(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     return text;
@@ -55,14 +55,14 @@ std::optional<Type> typeNamed(std::string_view name)
 
 std::optional<Type> readTypeTag(std::string_view line)
 {
-    line = behindBlanks(line);
+    line = afterBlanks(line);
     if (line.empty() || (line[0] != ';' && line[0] != '#'))
         return std::nullopt;
-    line = behindBlanks(line.substr(1));
+    line = afterBlanks(line.substr(1));
     if (line.substr(0, keyword.size()) != keyword)
         return std::nullopt;
     line.remove_prefix(keyword.size());
-    const std::string_view name = behindBlanks(line);
+    const std::string_view name = afterBlanks(line);
     if (name.size() == line.size())
         return std::nullopt;
     return typeNamed(name.substr(0, name.find_last_not_of(blanks) + 1));

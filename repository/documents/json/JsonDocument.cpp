@@ -5,11 +5,11 @@
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TextPosition.h"
-#include "repository/documents/json/JsonGap.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
 #include "repository/documents/json/JsonText.h"
+#include "repository/documents/json/JsonTrivia.h"
 #include "repository/documents/json/JsonWriter.h"
 
 #include <algorithm>
@@ -268,7 +268,7 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
     const NodeId id = file->find(path);
     const JsonStyle& fileStyle = file->editor.getStyle();
     JsonTextStyle style{fileStyle.lineEnd + lineIndentation(tree, id), fileStyle.indentation,
-                        colonOf(tree, id), JsonGap(tree.text(id, JsonPart::Lead)).hasBreak(), false};
+                        colonOf(tree, id), JsonTrivia(tree.text(id, JsonPart::Leading)).hasBreak(), false};
     if (style.colon.empty())
         style.colon = fileStyle.colon;
     const auto written = JsonText::write(entries, style);

@@ -22,13 +22,13 @@ void JsonEditor::detectStyle()
 void JsonEditor::createRoot()
 {
     const std::string& lineEnd = layout.getStyle().lineEnd;
-    std::string lead = tree.getOriginal();
-    const bool onlyByteOrderMark = lead == "\xEF\xBB\xBF";
-    if (!lead.empty() && !onlyByteOrderMark && lead.back() != '\n' && lead.back() != '\r')
-        lead += lineEnd;
+    std::string leading = tree.getOriginal();
+    const bool onlyByteOrderMark = leading == "\xEF\xBB\xBF";
+    if (!leading.empty() && !onlyByteOrderMark && leading.back() != '\n' && leading.back() != '\r')
+        leading += lineEnd;
     const NodeId root = tree.insert(noNode, noNode, JsonKind::Object);
-    tree.setText(root, JsonPart::Lead, std::move(lead));
-    tree.setText(root, JsonPart::Tail, lineEnd);
+    tree.setText(root, JsonPart::Leading, std::move(leading));
+    tree.setText(root, JsonPart::Trailing, lineEnd);
 }
 
 NodeId JsonEditor::appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
@@ -67,7 +67,7 @@ void JsonEditor::place(NodeId id)
     else if (tree.node(id).previous == noNode)
         layout.placeFirst(id);
     else
-        layout.placeBehind(id);
+        layout.placeAfter(id);
 }
 
 void JsonEditor::setContent(NodeId id, const JsonContent& content)
@@ -97,7 +97,7 @@ void JsonEditor::copyValue(NodeId id, JsonTree& from, NodeId source)
     from.unfold(source);
     for (NodeId text = from.node(source).first; text != noNode; text = from.node(text).next) {
         const NodeId copy = tree.insert(id, tree.node(id).last, JsonKind::Text);
-        for (const JsonPart part : {JsonPart::Lead, JsonPart::Value, JsonPart::Tail})
+        for (const JsonPart part : {JsonPart::Leading, JsonPart::Value, JsonPart::Trailing})
             tree.setText(copy, part, std::string(from.text(text, part)));
     }
     tree.setTrailingComma(id, from.node(source).trailingComma);
@@ -140,7 +140,7 @@ void JsonEditor::fillList(NodeId id, const std::vector<std::string>& list)
         if (previous == noNode)
             layout.placeOnly(last, isLong && layout.opensLines(id));
         else
-            layout.placeBehind(last);
+            layout.placeAfter(last);
     }
 }
 
@@ -185,7 +185,7 @@ NodeId JsonEditor::insertText(NodeId list, NodeId previous, const std::string& t
     if (previous == noNode)
         layout.placeFirst(id);
     else
-        layout.placeBehind(id);
+        layout.placeAfter(id);
     return id;
 }
 

@@ -1,6 +1,6 @@
 #include "repository/documents/json/JsonLayout.h"
 
-#include "repository/documents/json/JsonGap.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 #include <utility>
 
@@ -14,9 +14,9 @@ bool beginsWithBreak(std::string_view text)
 }
 
 // The last line break of a text that has one, and the blanks behind it.
-std::string lastBreakWithBlanks(std::string_view text, const JsonGap& gap)
+std::string lastBreakWithBlanks(std::string_view text, const JsonTrivia& trivia)
 {
-    return std::string(text.substr(gap.lastBreak, gap.indentation - gap.lastBreak));
+    return std::string(text.substr(trivia.lastBreak, trivia.indentation - trivia.lastBreak));
 }
 
 } // namespace
@@ -34,17 +34,17 @@ void JsonLayout::placeOnly(NodeId id, bool inLines)
 {
     const NodeId container = tree.node(id).parent;
     const std::string inside(tree.text(container, JsonPart::Closing));
-    const JsonGap gap(inside);
-    std::string lead = gap.hasComment ? inside : std::string();
-    std::string tail;
-    if (inLines || gap.hasBreak()) {
+    const JsonTrivia trivia(inside);
+    std::string leading = trivia.hasComment ? inside : std::string();
+    std::string trailing;
+    if (inLines || trivia.hasBreak()) {
         const std::string outer = style.lineEnd + lineIndentation(tree, container);
-        lead.resize(gap.hasComment && gap.hasBreak() ? gap.lastBreak : lead.size());
-        lead += outer + style.indentation;
-        tail = gap.hasBreak() ? inside.substr(gap.lastBreak) : outer;
+        leading.resize(trivia.hasComment && trivia.hasBreak() ? trivia.lastBreak : leading.size());
+        leading += outer + style.indentation;
+        trailing = trivia.hasBreak() ? inside.substr(trivia.lastBreak) : outer;
     }
-    tree.setText(id, JsonPart::Lead, std::move(lead));
-    tree.setText(id, JsonPart::Tail, std::move(tail));
+    tree.setText(id, JsonPart::Leading, std::move(leading));
+    tree.setText(id, JsonPart::Trailing, std::move(trailing));
     tree.setText(container, JsonPart::Closing, {});
 }
 
@@ -52,48 +52,48 @@ void JsonLayout::placeFirst(NodeId id)
 {
     const NodeId second = tree.node(id).next;
     const NodeId third = tree.node(second).next;
-    const std::string lead(tree.text(second, JsonPart::Lead));
-    const JsonGap gap(lead);
+    const std::string leading(tree.text(second, JsonPart::Leading));
+    const JsonTrivia trivia(leading);
     std::string between(blankBehindComma());
-    if (gap.hasBreak())
-        between = lastBreakWithBlanks(lead, gap);
+    if (trivia.hasBreak())
+        between = lastBreakWithBlanks(leading, trivia);
     else if (third != noNode)
-        between = leadingBlanks(tree.text(third, JsonPart::Lead));
-    tree.setText(id, JsonPart::Lead, lead);
-    tree.setText(second, JsonPart::Lead, std::move(between));
+        between = leadingBlanks(tree.text(third, JsonPart::Leading));
+    tree.setText(id, JsonPart::Leading, leading);
+    tree.setText(second, JsonPart::Leading, std::move(between));
 }
 
-void JsonLayout::placeBehind(NodeId id)
+void JsonLayout::placeAfter(NodeId id)
 {
     const NodeId sibling = tree.node(id).previous;
     const Following place = followingOf(id);
-    const bool behindComma = place.behindComma;
-    const NodeId holder = behindComma ? place.holder : sibling;
+    const bool afterComma = place.afterComma;
+    const NodeId holder = afterComma ? place.holder : sibling;
     const std::string following(tree.text(holder, place.part));
-    const JsonGap gap(following);
+    const JsonTrivia trivia(following);
 
     std::string kept;   // stays with the sibling, before the comma
     std::string before; // stays in the sibling's line, behind the comma
     std::string rest = following;
-    const std::string sameLine = following.substr(0, gap.firstLineEnd);
-    const bool lineComment = JsonGap(sameLine).endsInLineComment;
-    if (beginsWithBreak(std::string_view(following).substr(gap.firstLineEnd))) {
-        (behindComma || lineComment || !gap.firstLineHasComment ? before : kept) = sameLine;
-        rest = following.substr(gap.firstLineEnd);
-    } else if (!behindComma && gap.firstLineEnd == following.size() && gap.hasComment) {
+    const std::string sameLine = following.substr(0, trivia.firstLineEnd);
+    const bool lineComment = JsonTrivia(sameLine).endsInLineComment;
+    if (beginsWithBreak(std::string_view(following).substr(trivia.firstLineEnd))) {
+        (afterComma || lineComment || !trivia.firstLineHasComment ? before : kept) = sameLine;
+        rest = following.substr(trivia.firstLineEnd);
+    } else if (!afterComma && trivia.firstLineEnd == following.size() && trivia.hasComment) {
         rest = trailingBlanks(following);
         kept = following.substr(0, following.size() - rest.size());
     }
 
-    std::string lead = leadLike(sibling);
-    if (lineComment && !beginsWithBreak(lead))
-        lead = style.lineEnd + lineIndentation(tree, sibling);
-    tree.setText(id, JsonPart::Lead, before + lead);
-    if (behindComma) {
+    std::string leading = leadLike(sibling);
+    if (lineComment && !beginsWithBreak(leading))
+        leading = style.lineEnd + lineIndentation(tree, sibling);
+    tree.setText(id, JsonPart::Leading, before + leading);
+    if (afterComma) {
         tree.setText(holder, place.part, std::move(rest));
     } else {
-        tree.setText(sibling, JsonPart::Tail, std::move(kept));
-        tree.setText(id, JsonPart::Tail, std::move(rest));
+        tree.setText(sibling, JsonPart::Trailing, std::move(kept));
+        tree.setText(id, JsonPart::Trailing, std::move(rest));
     }
 }
 
@@ -103,67 +103,68 @@ void JsonLayout::takeOut(NodeId id)
     const NodeId container = node.parent;
     const Following place = followingOf(id);
     std::string following(tree.text(place.holder, place.part));
-    if (place.behindComma) {
-        const std::string_view tail = tree.text(id, JsonPart::Tail);
-        following.insert(0, isBlank(tail) ? std::string_view() : tail);
+    if (place.afterComma) {
+        const std::string_view trailing = tree.text(id, JsonPart::Trailing);
+        following.insert(0, isBlank(trailing) ? std::string_view() : trailing);
     }
     std::string text = join(keptBefore(id), keptBehind(id, following), container);
     const bool onlyChild = node.next == noNode && node.previous == noNode;
     if (onlyChild && isBlank(text))
         text.clear();
-    if (!place.behindComma && !onlyChild) {
-        const std::string_view tail = tree.text(node.previous, JsonPart::Tail);
-        text.insert(0, isBlank(tail) ? std::string_view() : tail);
+    if (!place.afterComma && !onlyChild) {
+        const std::string_view trailing = tree.text(node.previous, JsonPart::Trailing);
+        text.insert(0, isBlank(trailing) ? std::string_view() : trailing);
     }
     text = join(std::move(text), "]", container);
     text.pop_back();
     if (onlyChild) {
         tree.setTrailingComma(container, false);
         tree.setText(container, JsonPart::Closing, std::move(text));
-    } else if (place.behindComma) {
+    } else if (place.afterComma) {
         tree.setText(place.holder, place.part, std::move(text));
     } else {
-        tree.setText(node.previous, JsonPart::Tail, std::move(text));
+        tree.setText(node.previous, JsonPart::Trailing, std::move(text));
     }
 }
 
 // What stays of the text before a node: all but its own line.
 std::string JsonLayout::keptBefore(NodeId id) const
 {
-    const std::string_view lead = tree.text(id, JsonPart::Lead);
-    const JsonGap gap(lead);
-    if (gap.hasBreak() || gap.lastLineStart > 0)
-        return std::string(lead.substr(0, gap.lastLineStart));
-    const bool besideBracket = tree.node(id).previous == noNode && gap.hasComment;
-    return std::string(lead.substr(0, besideBracket ? lead.size() - trailingBlanks(lead).size() : 0));
+    const std::string_view leading = tree.text(id, JsonPart::Leading);
+    const JsonTrivia trivia(leading);
+    if (trivia.hasBreak() || trivia.lastLineStart > 0)
+        return std::string(leading.substr(0, trivia.lastLineStart));
+    const bool besideBracket = tree.node(id).previous == noNode && trivia.hasComment;
+    return std::string(
+        leading.substr(0, besideBracket ? leading.size() - trailingBlanks(leading).size() : 0));
 }
 
 // What stays of the text behind a node: all but the comments on its line, when it has that line for itself.
 // What follows in the same line takes the place at its beginning.
 std::string JsonLayout::keptBehind(NodeId id, const std::string& following) const
 {
-    const std::string_view lead = tree.text(id, JsonPart::Lead);
-    const JsonGap leadGap(lead);
-    const JsonGap gap(following);
-    const bool startsLine = leadGap.hasBreak() || leadGap.lastLineStart > 0;
-    const bool endsLine = gap.firstLineEnd < following.size();
+    const std::string_view leading = tree.text(id, JsonPart::Leading);
+    const JsonTrivia leadingTrivia(leading);
+    const JsonTrivia trivia(following);
+    const bool startsLine = leadingTrivia.hasBreak() || leadingTrivia.lastLineStart > 0;
+    const bool endsLine = trivia.firstLineEnd < following.size();
     const bool isLast = tree.node(id).next == noNode;
     if (startsLine && endsLine)
-        return following.substr(gap.firstLineEnd);
+        return following.substr(trivia.firstLineEnd);
     if (startsLine && isLast)
         return std::string(trailingBlanks(following));
     if (endsLine || isLast || (!startsLine && tree.node(id).previous != noNode))
         return following;
-    const std::string begin = leadGap.hasBreak()
-                                  ? lastBreakWithBlanks(lead, leadGap)
-                                  : std::string(leadingBlanks(lead.substr(leadGap.lastLineStart)));
+    const std::string begin = leadingTrivia.hasBreak()
+                                  ? lastBreakWithBlanks(leading, leadingTrivia)
+                                  : std::string(leadingBlanks(leading.substr(leadingTrivia.lastLineStart)));
     return begin + following.substr(leadingBlanks(following).size());
 }
 
 // Puts a line break between two texts when the second would become part of a comment.
 std::string JsonLayout::join(std::string first, std::string_view second, NodeId container) const
 {
-    if (!second.empty() && !beginsWithBreak(second) && JsonGap(first).endsInLineComment)
+    if (!second.empty() && !beginsWithBreak(second) && JsonTrivia(first).endsInLineComment)
         first += style.lineEnd + lineIndentation(tree, container);
     return first.append(second);
 }
@@ -172,7 +173,7 @@ bool JsonLayout::opensLines(NodeId container) const
 {
     if (container == tree.getRoot())
         return !style.oneLine;
-    return JsonGap(tree.text(container, JsonPart::Lead)).hasBreak();
+    return JsonTrivia(tree.text(container, JsonPart::Leading)).hasBreak();
 }
 
 std::string JsonLayout::colonFor(NodeId object) const
@@ -193,21 +194,21 @@ JsonLayout::Following JsonLayout::followingOf(NodeId id) const
 {
     const JsonNode& node = tree.node(id);
     if (node.next != noNode)
-        return {node.next, JsonPart::Lead, true};
+        return {node.next, JsonPart::Leading, true};
     if (tree.node(node.parent).trailingComma)
         return {node.parent, JsonPart::Closing, true};
-    return {id, JsonPart::Tail, false};
+    return {id, JsonPart::Trailing, false};
 }
 
-// The lead of a new node behind a sibling.
+// The leading of a new node behind a sibling.
 std::string JsonLayout::leadLike(NodeId sibling) const
 {
-    const std::string_view lead = tree.text(sibling, JsonPart::Lead);
-    const JsonGap gap(lead);
-    if (gap.hasBreak())
-        return lastBreakWithBlanks(lead, gap);
+    const std::string_view leading = tree.text(sibling, JsonPart::Leading);
+    const JsonTrivia trivia(leading);
+    if (trivia.hasBreak())
+        return lastBreakWithBlanks(leading, trivia);
     if (tree.node(sibling).previous != noNode)
-        return std::string(leadingBlanks(lead));
+        return std::string(leadingBlanks(leading));
     const std::string_view label = tree.text(sibling, JsonPart::Label);
     return std::string(label.empty() ? blankBehindComma() : trailingBlanks(label));
 }

@@ -24,7 +24,7 @@ public:
     // parent), before all others, or behind another one.
     void placeOnly(NodeId id, bool inLines);
     void placeFirst(NodeId id);
-    void placeBehind(NodeId id);
+    void placeAfter(NodeId id);
 
     // To be called before a node is unlinked.
     void takeOut(NodeId id);
@@ -44,7 +44,7 @@ private:
     {
         NodeId holder;
         JsonPart part;
-        bool behindComma;
+        bool afterComma;
     };
 
     Following followingOf(NodeId id) const;

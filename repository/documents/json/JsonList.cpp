@@ -1,7 +1,7 @@
 #include "repository/documents/json/JsonList.h"
 
-#include "repository/documents/json/JsonGap.h"
 #include "repository/documents/json/JsonScalar.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 namespace Repository::Documents {
 

@@ -10,7 +10,7 @@ namespace Repository::Documents {
 // An element of an array of texts, by the offsets at which its parts begin.
 struct JsonListElement
 {
-    std::size_t lead = 0;
+    std::size_t leading = 0;
     std::size_t value = 0;
     std::size_t valueEnd = 0;
     std::size_t end = 0; // of the comma or bracket
@@ -18,7 +18,7 @@ struct JsonListElement
     bool exists() const { return valueEnd > 0; }
 };
 
-// The element whose lead begins at an offset of a well-formed json text; behind the last one it does not
+// The element whose leading begins at an offset of a well-formed json text; behind the last one it does not
 // exist.
 JsonListElement readElement(std::string_view text, std::size_t at);
 

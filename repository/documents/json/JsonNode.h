@@ -12,11 +12,11 @@ enum class JsonKind : std::uint8_t { Object, Array, Text, Number, True, False, N
 // The pieces of text that a node consists of, in their order in the file. Between two siblings stands a
 // comma.
 enum class JsonPart : std::uint8_t {
-    Lead,    // blanks and comments behind the comma or bracket before
+    Leading, // blanks and comments behind the comma or bracket before
     Label,   // in an object the key, the colon and what is around it, up to the value
     Value,   // of a scalar or a folded array; of any other container the opening bracket
     Closing, // of a container: what stands before its closing bracket behind the last comma or its opening
-    Tail     // blanks and comments up to the next comma or bracket
+    Trailing // blanks and comments up to the next comma or bracket
 };
 constexpr std::size_t jsonPartCount = 5;
 
@@ -32,7 +32,7 @@ struct JsonNode : SyntaxNode
     bool repeated : 1;        // a member whose key stands before it in the same object
     bool mayHoldOwnValue : 1; // an object that has or had a member with the key of own values
 
-    std::uint32_t lead = 0;
+    std::uint32_t leading = 0;
     std::uint32_t label = 0;
     std::uint32_t value = 0;
     std::uint32_t closing = 0;

@@ -1,8 +1,8 @@
 #include "repository/documents/json/JsonReader.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/json/JsonGap.h"
 #include "repository/documents/json/JsonScalar.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 #include <algorithm>
 #include <simdjson.h>
@@ -134,7 +134,7 @@ bool JsonReader::scan(const std::string& text, std::size_t start)
 {
     expected = Expected::Value;
     current = latest = noNode;
-    depth = lead = 0;
+    depth = leading = 0;
 
     if (text.size() == start)
         return true;
@@ -253,7 +253,7 @@ bool JsonReader::takeSeparator(std::string_view text, std::size_t at)
     tree.node(latest).end = narrow(at);
     if (text[at] == closing)
         return close(at);
-    lead = at + 1;
+    leading = at + 1;
     expected = inObject() ? Expected::Member : Expected::Element;
     return true;
 }
@@ -274,7 +274,7 @@ bool JsonReader::open(JsonKind kind, std::size_t at)
         tree.reopen(current = top, kind, at);
     else
         current = tree.read(newNode(kind, at));
-    lead = at + 1;
+    leading = at + 1;
     expected = inObject() ? Expected::Member : Expected::Element;
     return true;
 }
@@ -284,7 +284,7 @@ bool JsonReader::close(std::size_t at)
     JsonNode& node = tree.node(current);
     const bool afterValue = expected == Expected::Separator;
     node.trailingComma = !afterValue && node.count > 0;
-    node.closing = narrow(afterValue ? at : lead);
+    node.closing = narrow(afterValue ? at : leading);
     node.valueEnd = narrow(at + 1);
     if (node.isList())
         tree.fold(current);
@@ -311,7 +311,7 @@ JsonNode JsonReader::newNode(JsonKind kind, std::size_t at) const
     JsonNode node;
     node.kind = kind;
     node.parent = current;
-    node.lead = narrow(lead);
+    node.leading = narrow(leading);
     node.label = narrow(current != noNode && inObject() ? label : at);
     node.value = narrow(at);
     return node;

@@ -59,7 +59,7 @@ private:
     NodeId current = noNode; // the container that is being read
     NodeId latest = noNode;  // the value that was read last
     std::size_t depth = 0;
-    std::size_t lead = 0; // where the parts of the next node begin
+    std::size_t leading = 0; // where the parts of the next node begin
     std::size_t label = 0;
 };
 

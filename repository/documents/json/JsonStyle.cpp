@@ -1,6 +1,6 @@
 #include "repository/documents/json/JsonStyle.h"
 
-#include "repository/documents/json/JsonGap.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 #include <algorithm>
 #include <string_view>
@@ -14,7 +14,7 @@ constexpr NodeId examinedNodes = 64;
 // The step by which a node is indented more than its parent; empty when it does not begin a line of its own.
 std::string indentationStep(const JsonTree& tree, NodeId id)
 {
-    if (!JsonGap(tree.text(id, JsonPart::Lead)).hasBreak())
+    if (!JsonTrivia(tree.text(id, JsonPart::Leading)).hasBreak())
         return {};
     const std::string inner = lineIndentation(tree, id);
     const std::string outer = lineIndentation(tree, tree.node(id).parent);
@@ -46,21 +46,21 @@ JsonStyle detectStyle(const JsonTree& tree)
         hasColon = hasColon || !colon.empty();
     }
     const NodeId first = tree.getSize() > 1 ? tree.node(tree.getRoot()).first : noNode;
-    style.oneLine = first != noNode && !JsonGap(tree.text(first, JsonPart::Lead)).hasBreak();
+    style.oneLine = first != noNode && !JsonTrivia(tree.text(first, JsonPart::Leading)).hasBreak();
     return style;
 }
 
 std::string lineIndentation(const JsonTree& tree, NodeId id)
 {
     while (true) {
-        const std::string_view lead = tree.text(id, JsonPart::Lead);
-        const JsonGap gap(lead);
-        if (gap.hasBreak()) {
-            const std::size_t from = skipBreak(lead, gap.lastBreak);
-            return std::string(lead.substr(from, gap.indentation - from));
+        const std::string_view leading = tree.text(id, JsonPart::Leading);
+        const JsonTrivia trivia(leading);
+        if (trivia.hasBreak()) {
+            const std::size_t from = skipBreak(leading, trivia.lastBreak);
+            return std::string(leading.substr(from, trivia.indentation - from));
         }
         if (tree.node(id).parent == noNode)
-            return std::string(leadingBlanks(lead));
+            return std::string(leadingBlanks(leading));
         id = tree.node(id).parent;
     }
 }

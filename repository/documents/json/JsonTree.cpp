@@ -87,7 +87,7 @@ void JsonTree::reopen(NodeId id, JsonKind kind, std::size_t value)
 {
     setKind(id, kind);
     JsonNode& node = nodes[id];
-    node.lead = node.label = node.value = static_cast<std::uint32_t>(value);
+    node.leading = node.label = node.value = static_cast<std::uint32_t>(value);
     for (const JsonPart part : {JsonPart::Value, JsonPart::Closing})
         dropText(id, part);
 }
@@ -104,7 +104,7 @@ void JsonTree::unfold(NodeId array)
         JsonNode& node = nodes[id];
         node.kind = JsonKind::Text;
         node.parent = array;
-        node.lead = static_cast<std::uint32_t>(element.lead);
+        node.leading = static_cast<std::uint32_t>(element.leading);
         node.label = node.value = static_cast<std::uint32_t>(element.value);
         node.valueEnd = static_cast<std::uint32_t>(element.valueEnd);
         node.end = static_cast<std::uint32_t>(element.end);
@@ -216,14 +216,14 @@ NodeId JsonTree::wrap(NodeId id)
     node = nodes[id];
     node.parent = id;
     node.next = node.previous = noNode;
-    node.lead = node.label = node.value;
+    node.leading = node.label = node.value;
     node.end = node.valueEnd;
     node.repeated = false;
     for (NodeId child = node.first; child != noNode; child = nodes[child].next)
         nodes[child].parent = inner;
     if (node.hasOwnTexts) {
         OwnTexts& inside = ownTexts[inner] = ownTexts[id];
-        for (const JsonPart part : {JsonPart::Lead, JsonPart::Label, JsonPart::Tail})
+        for (const JsonPart part : {JsonPart::Leading, JsonPart::Label, JsonPart::Trailing})
             inside[std::size_t(part)].reset();
     }
     setKind(id, JsonKind::Object);
@@ -241,15 +241,15 @@ std::string_view JsonTree::text(NodeId id, JsonPart part) const
     if (const std::string* const own = ownText(id, part))
         return *own;
     switch (part) {
-    case JsonPart::Lead:
-        return span(node.lead, node.label);
+    case JsonPart::Leading:
+        return span(node.leading, node.label);
     case JsonPart::Label:
         return span(node.label, node.value);
     case JsonPart::Value:
         return span(node.value, node.valueEnd);
     case JsonPart::Closing:
         return node.valueEnd == 0 ? std::string_view() : span(node.closing, node.valueEnd - 1);
-    case JsonPart::Tail:
+    case JsonPart::Trailing:
         break;
     }
     return span(node.valueEnd, node.end);

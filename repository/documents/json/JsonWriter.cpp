@@ -47,7 +47,7 @@ std::string JsonWriter::writeLocating(NodeId id, Span& value)
 // Writes a node up to its children; true when there are some to go on with.
 bool JsonWriter::open(NodeId id)
 {
-    text.append(tree.text(id, JsonPart::Lead));
+    text.append(tree.text(id, JsonPart::Leading));
     text.append(tree.text(id, JsonPart::Label));
     return openValue(id);
 }
@@ -86,7 +86,7 @@ void JsonWriter::noteEnd(NodeId id)
 NodeId JsonWriter::close(NodeId id, NodeId until)
 {
     while (true) {
-        text.append(tree.text(id, JsonPart::Tail));
+        text.append(tree.text(id, JsonPart::Trailing));
         const JsonNode& node = tree.node(id);
         if (node.next != noNode) {
             text.append(',');

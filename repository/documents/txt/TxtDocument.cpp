@@ -189,7 +189,7 @@ std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, b
     if (FrameworkCore::Values::toText(value).empty() && trimBlanks(draft.separator()) != ":") {
         text.erase(draft.keyEnd);
         text += draft.separator().substr(0, draft.separator().find('=') + 1);
-        text += draft.tail();
+        text += draft.trailing();
     }
     // Bytes that are no text would spoil the file for other readers.
     std::string plain = belowTag || value.type == Type::ByteArray ? std::string() : write(text);

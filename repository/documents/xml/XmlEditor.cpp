@@ -15,7 +15,7 @@ NodeId XmlEditor::createRoot(std::string_view name)
 {
     const NodeId id = tree.insert(noNode, noNode, {XmlKind::Element, tree.getNames().intern(name), 1});
     const std::string declared = spelling.isWide() ? "UTF-16" : "UTF-8";
-    tree.setText(id, XmlPart::Lead,
+    tree.setText(id, XmlPart::Leading,
                  "<?xml version=\"1.0\" encoding=\"" + declared + "\"?>" + spelling.lineEnd);
     tree.setEpilogue(spelling.lineEnd);
     fillElement(id);
@@ -46,7 +46,7 @@ NodeId XmlEditor::append(NodeId parent, const XmlKey& key, bool isInRun)
     const NodeId id = tree.insert(parent, sibling, key);
     if (key.kind == XmlKind::Element)
         fillElement(id);
-    layout.placeBehind(id, sibling);
+    layout.placeAfter(id, sibling);
     return id;
 }
 
@@ -56,7 +56,7 @@ NodeId XmlEditor::appendFirst(NodeId parent, const XmlKey& key)
     values.open(parent);
     const NodeId id = tree.insert(parent, tree.lastAttribute(parent), key);
     if (key.kind == XmlKind::Text) {
-        layout.setClosingGap(parent, content);
+        layout.setClosingTrivia(parent, content);
         return id;
     }
     fillElement(id);
@@ -71,7 +71,7 @@ NodeId XmlEditor::appendAttribute(NodeId element, const XmlKey& key)
     const NodeId last = tree.lastAttribute(element);
     layout.dropTypeTag(element, name);
     const NodeId id = tree.insert(element, last, key);
-    tree.setText(id, XmlPart::Lead, last == noNode ? " " : std::string(tree.text(last, XmlPart::Lead)));
+    tree.setText(id, XmlPart::Leading, last == noNode ? " " : std::string(tree.text(last, XmlPart::Leading)));
     tree.setText(id, XmlPart::Label, name + '=' + quote);
     tree.setText(id, XmlPart::Closing, std::string(1, quote));
     return id;
@@ -98,7 +98,7 @@ void XmlEditor::give(NodeId id, XmlValues::Spelled value)
     }
     if (isEmptyElement) {
         tree.setText(id, XmlPart::Front, {});
-        layout.setClosingGap(id, {});
+        layout.setClosingTrivia(id, {});
     }
     values.put(id, std::move(value.text));
 }
@@ -109,11 +109,11 @@ void XmlEditor::respell(NodeId id, std::string_view spelled)
     const std::string comments = kind == XmlKind::Attribute ? std::string() : xmlCommentsIn(spelled);
     if (!comments.empty() && xmlCommentsIn(tree.text(id, XmlPart::Value)).empty()) {
         const bool isElement = kind == XmlKind::Element;
-        const std::string gap(isElement ? layout.closingGap(id) : layout.gapBehind(id));
-        if (gap.compare(0, comments.size(), comments) == 0 && isElement)
-            layout.setClosingGap(id, gap.substr(comments.size()));
-        else if (gap.compare(0, comments.size(), comments) == 0)
-            layout.setGapBehind(id, gap.substr(comments.size()));
+        const std::string trivia(isElement ? layout.closingTrivia(id) : layout.triviaAfter(id));
+        if (trivia.compare(0, comments.size(), comments) == 0 && isElement)
+            layout.setClosingTrivia(id, trivia.substr(comments.size()));
+        else if (trivia.compare(0, comments.size(), comments) == 0)
+            layout.setTriviaAfter(id, trivia.substr(comments.size()));
     }
     values.put(id, std::string(spelled));
 }
@@ -122,7 +122,7 @@ std::string XmlEditor::contentOf(NodeId element) const
 {
     std::string content(tree.text(element, XmlPart::Front));
     content += tree.text(element, XmlPart::Value);
-    return content += layout.closingGap(element);
+    return content += layout.closingTrivia(element);
 }
 
 bool XmlEditor::joinsTexts(NodeId id) const
@@ -142,9 +142,9 @@ void XmlEditor::remove(NodeId id)
     }
     layout.takeOut(id);
     if (tree.node(parent).count == 1) {
-        std::string gap(layout.closingGap(parent));
+        std::string trivia(layout.closingTrivia(parent));
         tree.remove(id);
-        empty(parent, std::move(gap));
+        empty(parent, std::move(trivia));
         return;
     }
     tree.remove(id);
@@ -159,33 +159,33 @@ void XmlEditor::remove(NodeId id)
 
 bool XmlEditor::standsAlone(NodeId root) const
 {
-    std::string_view lead = tree.text(root, XmlPart::Lead);
-    const auto tags = readXmlTypeTags(lead);
+    std::string_view leading = tree.text(root, XmlPart::Leading);
+    const auto tags = readXmlTypeTags(leading);
     if (!tags.empty())
-        lead = lead.substr(0, tags.back().begin);
-    if (lead.substr(0, 5) == "<?xml")
-        lead = lead.substr(lead.find("?>") + 2);
-    return isXmlBlank(lead) && isXmlBlank(tree.epilogue());
+        leading = leading.substr(0, tags.back().begin);
+    if (leading.substr(0, 5) == "<?xml")
+        leading = leading.substr(leading.find("?>") + 2);
+    return isXmlBlank(leading) && isXmlBlank(tree.epilogue());
 }
 
 void XmlEditor::joinTexts(NodeId text, NodeId following)
 {
     std::string joined(tree.text(text, XmlPart::Value));
-    joined += tree.text(following, XmlPart::Lead);
+    joined += tree.text(following, XmlPart::Leading);
     joined += tree.text(following, XmlPart::Value);
     tree.setText(text, XmlPart::Value, std::move(joined));
     tree.remove(following);
 }
 
 // Makes an element that has lost its last child one of no value; a tag would have it empty but of a type.
-void XmlEditor::empty(NodeId element, std::string gap)
+void XmlEditor::empty(NodeId element, std::string trivia)
 {
     layout.dropTypeTag(element, {});
     tree.node(element).isTagged = false;
     tree.setText(element, XmlPart::Front, {});
     tree.setText(element, XmlPart::Value, {});
     const std::string_view tagEnd = tree.text(element, XmlPart::TagEnd);
-    if (gap.find_first_of("\r\n<") == std::string::npos) {
+    if (trivia.find_first_of("\r\n<") == std::string::npos) {
         tree.setText(element, XmlPart::TagEnd, std::string(tagEnd.substr(0, tagEnd.size() - 1)) + "/>");
         tree.setText(element, XmlPart::Closing, {});
     }
@@ -195,10 +195,10 @@ void XmlEditor::empty(NodeId element, std::string gap)
 void XmlEditor::dissolve(NodeId element)
 {
     const NodeId text = tree.node(element).last;
-    std::string lead(tree.text(text, XmlPart::Lead));
+    std::string leading(tree.text(text, XmlPart::Leading));
     std::string value(tree.text(text, XmlPart::Value));
     tree.remove(text);
-    tree.setText(element, XmlPart::Front, std::move(lead));
+    tree.setText(element, XmlPart::Front, std::move(leading));
     tree.setText(element, XmlPart::Value, std::move(value));
 }
 

@@ -52,7 +52,7 @@ private:
     NodeId appendAttribute(NodeId element, const XmlKey& key);
     NodeId appendFirst(NodeId parent, const XmlKey& key);
     void joinTexts(NodeId text, NodeId following);
-    void empty(NodeId element, std::string gap);
+    void empty(NodeId element, std::string trivia);
     void dissolve(NodeId element);
 
     XmlTree& tree;

@@ -39,16 +39,16 @@ bool endsInBlankLine(std::string_view text)
     return withoutLastLine(text).size() < text.size();
 }
 
-// How much of a gap belongs to the line of the node before it: blanks, and comments that end in that line.
-std::size_t restOfLine(std::string_view gap)
+// How much of a trivia belongs to the line of the node before it: blanks, and comments that end in that line.
+std::size_t restOfLine(std::string_view trivia)
 {
     std::size_t at = 0;
     while (true) {
-        at = std::min(gap.find_first_not_of(" \t", at), gap.size());
-        if (gap.compare(at, 4, "<!--") != 0)
+        at = std::min(trivia.find_first_not_of(" \t", at), trivia.size());
+        if (trivia.compare(at, 4, "<!--") != 0)
             return at;
-        const std::size_t end = gap.find("-->", at + 4);
-        const std::size_t line = gap.find_first_of(lineEnds, at);
+        const std::size_t end = trivia.find("-->", at + 4);
+        const std::size_t line = trivia.find_first_of(lineEnds, at);
         if (end == npos || line < end)
             return at;
         at = end + 3;
@@ -62,20 +62,20 @@ XmlLayout::XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd)
 {
 }
 
-void XmlLayout::placeBehind(NodeId id, NodeId sibling)
+void XmlLayout::placeAfter(NodeId id, NodeId sibling)
 {
     const bool inLine = tree.node(id).kind == XmlKind::Element && !isMixed(tree.node(id).parent) &&
-                        endsInBlankLine(tree.text(sibling, XmlPart::Lead));
+                        endsInBlankLine(tree.text(sibling, XmlPart::Leading));
     if (!inLine)
         return;
-    std::string lead;
-    const std::string gap(gapBehind(id));
-    const std::size_t rest = restOfLine(gap);
-    if (!isXmlBlank(gap.substr(0, rest))) {
-        lead = gap.substr(0, rest);
-        setGapBehind(id, gap.substr(rest));
+    std::string leading;
+    const std::string trivia(triviaAfter(id));
+    const std::size_t rest = restOfLine(trivia);
+    if (!isXmlBlank(trivia.substr(0, rest))) {
+        leading = trivia.substr(0, rest);
+        setTriviaAfter(id, trivia.substr(rest));
     }
-    tree.setText(id, XmlPart::Lead, lead + lineEnd + indentOf(sibling));
+    tree.setText(id, XmlPart::Leading, leading + lineEnd + indentOf(sibling));
 }
 
 void XmlLayout::placeOnly(NodeId id, std::string_view content)
@@ -86,44 +86,44 @@ void XmlLayout::placeOnly(NodeId id, std::string_view content)
     const std::string innerIndent = lines ? indent + unitOfIndent() : std::string();
     // An instruction that stands there must not come to stand before the node: it might be a tag.
     const bool goesFirst = content.find("<?") != npos;
-    std::string lead;
-    std::string gap;
+    std::string leading;
+    std::string trivia;
     if (goesFirst) {
-        gap = std::string(content);
+        trivia = std::string(content);
     } else {
-        lead = content.substr(0, trailingBlanks(content));
-        gap = endsInBlankLine(content) ? std::string(content.substr(lead.size())) : indent;
+        leading = content.substr(0, trailingBlanks(content));
+        trivia = endsInBlankLine(content) ? std::string(content.substr(leading.size())) : indent;
     }
-    tree.setText(id, XmlPart::Lead, lead + innerIndent);
-    setClosingGap(parent, std::move(gap));
+    tree.setText(id, XmlPart::Leading, leading + innerIndent);
+    setClosingTrivia(parent, std::move(trivia));
 }
 
 bool XmlLayout::breaksLines(NodeId element, std::string_view content) const
 {
     return holdsLineEnd(content) || element == tree.getRoot() ||
-           endsInBlankLine(tree.text(element, XmlPart::Lead));
+           endsInBlankLine(tree.text(element, XmlPart::Leading));
 }
 
 void XmlLayout::addTypeTag(NodeId element, const std::string& tag)
 {
-    std::string lead(tree.text(element, XmlPart::Lead));
-    const bool beginsLine = element == tree.getRoot() || endsInBlankLine(lead);
-    lead += tag;
+    std::string leading(tree.text(element, XmlPart::Leading));
+    const bool beginsLine = element == tree.getRoot() || endsInBlankLine(leading);
+    leading += tag;
     if (beginsLine)
-        lead += lineEnd + indentOf(element);
-    tree.setText(element, XmlPart::Lead, std::move(lead));
+        leading += lineEnd + indentOf(element);
+    tree.setText(element, XmlPart::Leading, std::move(leading));
 }
 
 void XmlLayout::dropTypeTag(NodeId element, std::string_view attribute)
 {
-    const std::string lead(tree.text(element, XmlPart::Lead));
-    for (const XmlTypeTag& tag : readXmlTypeTags(lead)) {
+    const std::string leading(tree.text(element, XmlPart::Leading));
+    for (const XmlTypeTag& tag : readXmlTypeTags(leading)) {
         if (tag.attribute != attribute)
             continue;
-        const std::string_view before = std::string_view(lead).substr(0, tag.begin);
-        const std::string_view behind = std::string_view(lead).substr(tag.end);
+        const std::string_view before = std::string_view(leading).substr(0, tag.begin);
+        const std::string_view behind = std::string_view(leading).substr(tag.end);
         const bool hasLine = endsInBlankLine(before) && holdsLineEnd(behind);
-        tree.setText(element, XmlPart::Lead,
+        tree.setText(element, XmlPart::Leading,
                      std::string(hasLine ? withoutLastLine(before) : before) + std::string(behind));
         return;
     }
@@ -131,43 +131,43 @@ void XmlLayout::dropTypeTag(NodeId element, std::string_view attribute)
 
 void XmlLayout::takeOut(NodeId id)
 {
-    std::string_view lead = tree.text(id, XmlPart::Lead);
-    const std::vector<XmlTypeTag> tags = readXmlTypeTags(lead);
+    std::string_view leading = tree.text(id, XmlPart::Leading);
+    const std::vector<XmlTypeTag> tags = readXmlTypeTags(leading);
     if (!tags.empty())
-        lead = lead.substr(0, tags.back().begin);
-    const std::string_view gap = gapBehind(id);
-    const std::size_t rest = restOfLine(gap);
-    const bool endsLine = rest < gap.size() && (gap[rest] == '\r' || gap[rest] == '\n');
-    const bool hasLine = endsInBlankLine(lead) && endsLine && tree.node(id).kind == XmlKind::Element;
-    const std::string_view kept = hasLine ? withoutLastLine(lead) : lead;
-    setGapBehind(id, std::string(kept) + std::string(gap.substr(hasLine ? rest : 0)));
+        leading = leading.substr(0, tags.back().begin);
+    const std::string_view trivia = triviaAfter(id);
+    const std::size_t rest = restOfLine(trivia);
+    const bool endsLine = rest < trivia.size() && (trivia[rest] == '\r' || trivia[rest] == '\n');
+    const bool hasLine = endsInBlankLine(leading) && endsLine && tree.node(id).kind == XmlKind::Element;
+    const std::string_view kept = hasLine ? withoutLastLine(leading) : leading;
+    setTriviaAfter(id, std::string(kept) + std::string(trivia.substr(hasLine ? rest : 0)));
 }
 
-std::string_view XmlLayout::gapBehind(NodeId id) const
+std::string_view XmlLayout::triviaAfter(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
-    return node.next == noNode ? closingGap(node.parent) : tree.text(node.next, XmlPart::Lead);
+    return node.next == noNode ? closingTrivia(node.parent) : tree.text(node.next, XmlPart::Leading);
 }
 
-void XmlLayout::setGapBehind(NodeId id, std::string gap)
+void XmlLayout::setTriviaAfter(NodeId id, std::string trivia)
 {
     const XmlNode& node = tree.node(id);
     if (node.next == noNode)
-        setClosingGap(node.parent, std::move(gap));
+        setClosingTrivia(node.parent, std::move(trivia));
     else
-        tree.setText(node.next, XmlPart::Lead, std::move(gap));
+        tree.setText(node.next, XmlPart::Leading, std::move(trivia));
 }
 
-std::string_view XmlLayout::closingGap(NodeId element) const
+std::string_view XmlLayout::closingTrivia(NodeId element) const
 {
     const std::string_view closing = tree.text(element, XmlPart::Closing);
     return closing.substr(0, std::min(closing.rfind("</"), closing.size()));
 }
 
-void XmlLayout::setClosingGap(NodeId element, std::string gap)
+void XmlLayout::setClosingTrivia(NodeId element, std::string trivia)
 {
-    gap += tree.text(element, XmlPart::Closing).substr(closingGap(element).size());
-    tree.setText(element, XmlPart::Closing, std::move(gap));
+    trivia += tree.text(element, XmlPart::Closing).substr(closingTrivia(element).size());
+    tree.setText(element, XmlPart::Closing, std::move(trivia));
 }
 
 bool XmlLayout::isMixed(NodeId element) const
@@ -178,13 +178,13 @@ bool XmlLayout::isMixed(NodeId element) const
 // The blanks at the beginning of the line in which the element begins.
 std::string XmlLayout::indentOf(NodeId element) const
 {
-    std::string_view lead = tree.text(element, XmlPart::Lead);
-    while (!holdsLineEnd(lead) && tree.node(element).parent != noNode) {
+    std::string_view leading = tree.text(element, XmlPart::Leading);
+    while (!holdsLineEnd(leading) && tree.node(element).parent != noNode) {
         element = tree.node(element).parent;
-        lead = tree.text(element, XmlPart::Lead);
+        leading = tree.text(element, XmlPart::Leading);
     }
-    const std::size_t end = lead.find_last_of(lineEnds);
-    const std::string_view line = lead.substr(end == npos ? 0 : end + 1);
+    const std::size_t end = leading.find_last_of(lineEnds);
+    const std::string_view line = leading.substr(end == npos ? 0 : end + 1);
     return std::string(line.substr(0, std::min(line.find_first_not_of(" \t"), line.size())));
 }
 
@@ -196,7 +196,7 @@ std::string XmlLayout::unitOfIndent() const
     NodeId element = tree.getRoot();
     while (element != noNode && tree.node(element).isContainer()) {
         const NodeId child = tree.firstInside(element);
-        if (tree.node(child).end != 0 && endsInBlankLine(tree.text(child, XmlPart::Lead))) {
+        if (tree.node(child).end != 0 && endsInBlankLine(tree.text(child, XmlPart::Leading))) {
             const std::string outer = indentOf(element);
             const std::string inner = indentOf(child);
             if (inner.size() > outer.size() && inner.compare(0, outer.size(), outer) == 0)

@@ -16,7 +16,7 @@ public:
 
     // Place a node that was just linked: behind a sibling, or as the only child of an element that was
     // prepared for it, in the place of its content (what stood between its tags).
-    void placeBehind(NodeId id, NodeId sibling);
+    void placeAfter(NodeId id, NodeId sibling);
     void placeOnly(NodeId id, std::string_view content);
 
     // Places a tag in front of the element; it stands in a line of its own if the element begins one.
@@ -29,12 +29,12 @@ public:
     void takeOut(NodeId id);
 
     // What stands behind a node, up to the next one or to the end tag of its parent.
-    std::string_view gapBehind(NodeId id) const;
-    void setGapBehind(NodeId id, std::string gap);
+    std::string_view triviaAfter(NodeId id) const;
+    void setTriviaAfter(NodeId id, std::string trivia);
 
     // Without the end tag of the element.
-    std::string_view closingGap(NodeId element) const;
-    void setClosingGap(NodeId element, std::string gap);
+    std::string_view closingTrivia(NodeId element) const;
+    void setClosingTrivia(NodeId element, std::string trivia);
 
     bool isMixed(NodeId element) const;
 

@@ -156,17 +156,17 @@ bool XmlReader::open(std::size_t at)
     if (++depth > maximumDepth)
         return fail(at, "more than " + std::to_string(maximumDepth) +
                             " elements lie within each other, which is more than is read");
-    const bool isBlank = behindBlanks(cursor) == at;
+    const bool isBlank = afterBlanks(cursor) == at;
     if (!isBlank && current != noNode)
         addText(at);
     XmlNode node;
     node.parent = current;
-    node.lead = offsetOf(cursor);
+    node.leading = offsetOf(cursor);
     node.label = offsetOf(at);
     node.name = tree.getNames().internFront(std::string_view(text).substr(at + 1));
     current = tree.read(node);
     const std::size_t tagEnd = addAttributes(current, at + 1 + tree.getNames().nameOf(node.name).size());
-    std::size_t closing = behindBlanks(tagEnd);
+    std::size_t closing = afterBlanks(tagEnd);
     closing += text[closing] == '/' ? 1 : 0;
     XmlNode& element = tree.node(current);
     element.tagEnd = offsetOf(tagEnd);
@@ -181,17 +181,17 @@ bool XmlReader::open(std::size_t at)
 std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
 {
     while (true) {
-        const std::size_t label = behindBlanks(at);
+        const std::size_t label = afterBlanks(at);
         if (text[label] == '>' || text[label] == '/')
             return at;
         XmlNode node;
         node.kind = XmlKind::Attribute;
         node.parent = element;
-        node.lead = offsetOf(at);
+        node.leading = offsetOf(at);
         node.label = offsetOf(label);
         node.name = tree.getNames().internFront(std::string_view(text).substr(label));
         const std::size_t nameEnd = label + tree.getNames().nameOf(node.name).size();
-        const std::size_t quote = behindBlanks(behindBlanks(nameEnd) + 1);
+        const std::size_t quote = afterBlanks(afterBlanks(nameEnd) + 1);
         const std::size_t closing = text.find(text[quote], quote + 1);
         node.tagEnd = node.front = node.value = offsetOf(quote + 1);
         node.closing = offsetOf(closing);
@@ -201,7 +201,7 @@ std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
     }
 }
 
-std::size_t XmlReader::behindBlanks(std::size_t at) const
+std::size_t XmlReader::afterBlanks(std::size_t at) const
 {
     while (isXmlBlank(text[at]))
         ++at;
@@ -217,21 +217,21 @@ void XmlReader::addText(std::size_t end)
     XmlNode node;
     node.kind = XmlKind::Text;
     node.parent = current;
-    node.lead = offsetOf(cursor);
+    node.leading = offsetOf(cursor);
     node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + span.begin);
     cursor += span.end;
     node.closing = node.end = offsetOf(cursor);
-    node.isTagged = !readXmlTypeTags(std::string_view(text).substr(node.lead, span.begin)).empty();
+    node.isTagged = !readXmlTypeTags(std::string_view(text).substr(node.leading, span.begin)).empty();
     tree.read(node);
 }
 
-// Notes for which nodes of an element a tag in its lead is there.
-void XmlReader::tagAll(NodeId element, std::string_view lead)
+// Notes for which nodes of an element a tag in its leading is there.
+void XmlReader::tagAll(NodeId element, std::string_view leading)
 {
-    const std::size_t last = lead.find_last_of('>');
-    if (last == std::string_view::npos || last == 0 || lead[last - 1] != '?')
+    const std::size_t last = leading.find_last_of('>');
+    if (last == std::string_view::npos || last == 0 || leading[last - 1] != '?')
         return;
-    for (const XmlTypeTag& tag : readXmlTypeTags(lead)) {
+    for (const XmlTypeTag& tag : readXmlTypeTags(leading)) {
         const auto name = tree.getNames().find(tag.attribute);
         const NodeId attribute =
             tag.attribute.empty() || !name ? noNode : tree.find(element, {XmlKind::Attribute, *name, 1});
@@ -251,7 +251,7 @@ bool XmlReader::close(std::size_t at)
     const XmlNode& node = tree.node(current);
     const bool closesItself = text[node.front - 2] == '/' && cursor == at;
     const std::size_t nameSize = tree.getNames().nameOf(node.name).size();
-    finish(current, at, closesItself ? at : behindBlanks(at + closingBegin.size() + nameSize) + 1);
+    finish(current, at, closesItself ? at : afterBlanks(at + closingBegin.size() + nameSize) + 1);
     return true;
 }
 

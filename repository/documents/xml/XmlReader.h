@@ -36,8 +36,8 @@ private:
     bool declare(std::string_view name, std::string_view text);
     std::size_t addAttributes(NodeId element, std::size_t at);
     void addText(std::size_t end);
-    std::size_t behindBlanks(std::size_t at) const;
-    void tagAll(NodeId element, std::string_view lead);
+    std::size_t afterBlanks(std::size_t at) const;
+    void tagAll(NodeId element, std::string_view leading);
     void finish(NodeId element, std::size_t closing, std::size_t end);
 
     bool fail(std::size_t at, std::string message);

@@ -186,12 +186,12 @@ bool XmlScanner::readStartTag()
         return false;
     attributes.clear();
     while (true) {
-        const std::size_t gap = at;
+        const std::size_t trivia = at;
         at = behind(Blank, text, at);
         closesItself = text[at] == '/';
         if (closesItself || text[at] == '>')
             break;
-        if (at == gap || !readAttribute())
+        if (at == trivia || !readAttribute())
             return false;
     }
     elements.push_back(name);

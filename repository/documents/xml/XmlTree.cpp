@@ -144,8 +144,8 @@ void XmlTree::moveUp(NodeId parent, XmlKey key)
 std::string_view XmlTree::readText(const XmlNode& node, XmlPart part) const
 {
     switch (part) {
-    case XmlPart::Lead:
-        return span(node.lead, node.label);
+    case XmlPart::Leading:
+        return span(node.leading, node.label);
     case XmlPart::Label:
         if (node.kind == XmlKind::Element)
             return node.end == 0

@@ -62,7 +62,7 @@ public:
     std::optional<std::string_view> originalText(NodeId id, XmlPart part) const;
 
     // All of a node and what is below it, as it was read.
-    std::string_view originalText(NodeId id) const { return span(nodes[id].lead, nodes[id].end); }
+    std::string_view originalText(NodeId id) const { return span(nodes[id].leading, nodes[id].end); }
 
     // What follows the root element.
     std::string_view epilogue() const;

@@ -95,11 +95,11 @@ std::size_t lengthOfDoctype(std::string_view text)
 }
 
 // From the front, since what comes before may hold what looks like the beginning of an instruction.
-std::vector<Instruction> findInstructions(std::string_view lead)
+std::vector<Instruction> findInstructions(std::string_view leading)
 {
     std::vector<Instruction> found;
-    for (std::size_t at = lead.find('<'); at != std::string_view::npos; at = lead.find('<', at)) {
-        const std::string_view rest = lead.substr(at);
+    for (std::size_t at = leading.find('<'); at != std::string_view::npos; at = leading.find('<', at)) {
+        const std::string_view rest = leading.substr(at);
         const std::size_t length = begins(rest, doctype) ? lengthOfDoctype(rest) : lengthOfOpaque(rest);
         if (begins(rest, "<?"))
             found.push_back({at, at + length});
@@ -121,14 +121,15 @@ std::string XmlTypeTag::write() const
     return text += closing;
 }
 
-std::vector<XmlTypeTag> readXmlTypeTags(std::string_view lead)
+std::vector<XmlTypeTag> readXmlTypeTags(std::string_view leading)
 {
     std::vector<XmlTypeTag> tags;
-    const std::vector<Instruction> instructions = findInstructions(lead);
-    std::size_t end = lead.size();
+    const std::vector<Instruction> instructions = findInstructions(leading);
+    std::size_t end = leading.size();
     for (auto instruction = instructions.rbegin(); instruction != instructions.rend(); ++instruction) {
-        const std::string_view text = lead.substr(instruction->begin, instruction->end - instruction->begin);
-        if (!withoutBlanks(lead.substr(instruction->end, end - instruction->end)).empty() ||
+        const std::string_view text =
+            leading.substr(instruction->begin, instruction->end - instruction->begin);
+        if (!withoutBlanks(leading.substr(instruction->end, end - instruction->end)).empty() ||
             text.substr(0, xmlTypeTagBegin.size()) != xmlTypeTagBegin)
             break;
         end = instruction->begin;

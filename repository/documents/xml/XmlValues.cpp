@@ -90,7 +90,8 @@ std::optional<XmlTypeTag> XmlValues::tagOf(NodeId id) const
         return std::nullopt;
     const bool isAttribute = node.kind == XmlKind::Attribute;
     const std::string_view name = isAttribute ? tree.getNames().nameOf(node.name) : std::string_view();
-    for (const XmlTypeTag& tag : readXmlTypeTags(tree.text(isAttribute ? node.parent : id, XmlPart::Lead))) {
+    for (const XmlTypeTag& tag :
+         readXmlTypeTags(tree.text(isAttribute ? node.parent : id, XmlPart::Leading))) {
         if (tag.attribute == name)
             return tag;
     }

@@ -26,7 +26,7 @@ NodeId XmlWriter::open(NodeId id)
         text.append(tree.originalText(id));
         return noNode;
     }
-    append(id, XmlPart::Lead);
+    append(id, XmlPart::Leading);
     append(id, XmlPart::Label);
     const XmlNode& node = tree.node(id);
     if (node.kind == XmlKind::Element) {

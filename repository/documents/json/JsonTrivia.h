@@ -7,13 +7,13 @@ namespace Repository::Documents {
 
 // What stands between two tokens of json: blanks, line breaks and comments. The members are the offsets at
 // which an edit may cut it. Breaks inside of comments do not count.
-struct JsonGap
+struct JsonTrivia
 {
-    explicit JsonGap(std::string_view text);
+    explicit JsonTrivia(std::string_view text);
 
     static constexpr std::size_t npos = std::string_view::npos;
 
-    std::size_t firstLineEnd = 0;     // behind the part that belongs to the line on which the gap begins
+    std::size_t firstLineEnd = 0;     // behind the part that belongs to the line on which the trivia begins
     std::size_t lastLineStart = 0;    // where the part of the line on which it ends begins, with its break
     std::size_t lastBreak = npos;     // the last line break
     std::size_t indentation = 0;      // behind the blanks that follow the last break, or the start

@@ -1,4 +1,4 @@
-#include "repository/documents/json/JsonGap.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 #include <algorithm>
 
@@ -43,7 +43,7 @@ std::size_t skipGap(std::string_view text, std::size_t at)
     }
 }
 
-JsonGap::JsonGap(std::string_view text)
+JsonTrivia::JsonTrivia(std::string_view text)
 {
     bool onFirstLine = true;
     firstLineEnd = text.size();
