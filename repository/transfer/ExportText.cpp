@@ -2,7 +2,7 @@
 
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/EncodedNames.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 
 namespace Repository {
 

@@ -1,4 +1,4 @@
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 

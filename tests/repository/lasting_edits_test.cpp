@@ -1,5 +1,5 @@
 #include "repository/backends/FileFormat.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/SameValue.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"

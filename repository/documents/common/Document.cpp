@@ -1,6 +1,6 @@
 #include "repository/documents/common/Document.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "repository/documents/common/EncodedNames.h"
 
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Document.h"
-#include "repository/documents/common/KeyText.h"
 
 namespace Repository::Documents {
 

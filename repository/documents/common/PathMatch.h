@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/SyntaxTree.h"
 
 #include <cstddef>

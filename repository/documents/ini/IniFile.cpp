@@ -1,6 +1,6 @@
 #include "repository/documents/ini/IniFile.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "repository/documents/ini/IniInsertion.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TypeTag.h"
 

@@ -1,7 +1,7 @@
 #include "repository/documents/json/JsonDocument.h"
 
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TextPosition.h"

@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/json/JsonReader.h"
 

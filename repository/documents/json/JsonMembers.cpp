@@ -1,6 +1,6 @@
 #include "repository/documents/json/JsonMembers.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "repository/documents/json/JsonText.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonContent.h"
 #include "repository/documents/json/JsonList.h"

@@ -1,6 +1,6 @@
 #include "repository/documents/json/JsonTypes.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 

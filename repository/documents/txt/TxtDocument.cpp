@@ -1,7 +1,7 @@
 #include "repository/documents/txt/TxtDocument.h"
 
 #include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"

@@ -1,6 +1,6 @@
 #include "repository/documents/txt/TxtFile.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/txt/TxtScanner.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "repository/documents/xml/XmlComponent.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/xml/XmlEntities.h"
 #include "repository/documents/xml/XmlReader.h"
 

@@ -1,6 +1,6 @@
 #include "repository/documents/xml/XmlDocument.h"
 
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextPosition.h"
 #include "repository/documents/xml/XmlDeclaration.h"

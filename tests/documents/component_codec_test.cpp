@@ -1,12 +1,12 @@
 #include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
 
 using namespace Repository::Documents;
 
-class KeyTextTest : public QObject
+class ComponentCodecTest : public QObject
 {
     Q_OBJECT
 
@@ -103,7 +103,7 @@ private slots:
 
 int main(int argc, char** argv)
 {
-    return TestSupport::runTest<QCoreApplication, KeyTextTest>(argc, argv);
+    return TestSupport::runTest<QCoreApplication, ComponentCodecTest>(argc, argv);
 }
 
 #include "key_text_test.moc"

@@ -1,4 +1,4 @@
-#include "repository/documents/common/KeyText.h"
+#include "repository/documents/common/ComponentCodec.h"
 
 #include "host/FrameworkCore/Values/Utf8.h"
 
