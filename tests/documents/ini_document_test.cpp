@@ -220,7 +220,7 @@ private slots:
             " a = 1\n ; @type text\n k = \"x\\n y\"\n");
         row("below a mark of nothing", "; @type text", "k", integer(5), "; @type text\n\nk=5\n");
         row("section that would take in comments", "a=1 ; c\n", "Unit.k", integer(1),
-            "below it, values of this file would be read with the comments behind them");
+            "below it, values of this file would be read with the comments after them");
         row("first section of a unit file", "a=1\n", "Unit.k", text("x ; y"), "a=1\n\n[Unit]\nk=x ; y\n");
         row("mark in a desktop file", "[Desktop Entry]\nName=x\n", "Desktop Entry.d",
             {Type::Date, std::string("2024-02-29")}, "[Desktop Entry]\nName=x\n# @type date\nd=2024-02-29\n");

@@ -90,7 +90,7 @@ private slots:
         row("\xEF\xBB\xBF{,}", 1, 2, "found \",\" where a key in double quotes or \"}\" was expected");
         row("[1,,2]", 1, 4, "found \",\" where a value or \"]\" was expected");
         row("[1}", 1, 3, "found \"}\" where \",\" or \"]\" was expected");
-        row("{\"a\" 1}", 1, 6, "found \"1\" where \":\" behind the key was expected");
+        row("{\"a\" 1}", 1, 6, "found \"1\" where \":\" after the key was expected");
         row("{a: 1}", 1, 2, "found \"a\" where a key in double quotes");
         row("{} x", 1, 4, "found \"x\" where the end of the file was expected");
         row("{\"a\": True}", 1, 7, "found \"True\" where a value was expected: texts stand in double quotes");

@@ -344,9 +344,9 @@ private slots:
         row("{\"a\":[1]}", insert("a", integer(2)), "is an array");
         row("{\"a\":[1]}", insert("a.2", integer(2)), "whose next element is 1");
         row("{\"a\":[1]}", insert("a.x.y", integer(2)), "whose next element is 1");
-        row("{\"a\":1}", insert("a[3]", integer(2)), "can only be added behind \"a[2]\"");
-        row("{}", insert("a[2].b", integer(2)), "can only be added behind \"a\"");
-        row("{}", insert("a.b[2]", integer(2)), "can only be added behind \"b\"");
+        row("{\"a\":1}", insert("a[3]", integer(2)), "can only be added after \"a[2]\"");
+        row("{}", insert("a[2].b", integer(2)), "can only be added after \"a\"");
+        row("{}", insert("a.b[2]", integer(2)), "can only be added after \"b\"");
         row("{}", insert("a*", integer(2)), "not how a key is written");
         row("{}", insert("a..b", integer(2)), "no path");
         row("{}", insert("%FF", integer(2)), "UTF-8");

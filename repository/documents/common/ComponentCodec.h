@@ -8,10 +8,10 @@
 
 namespace Repository::Documents {
 
-// The form in which the key of a file stands as one component of a path. Percent-encoded (upper-case hex of
+// The form of a key of a file as one component of a path. Percent-encoded (upper-case hex of
 // the bytes) are ". * % ;", control characters, marks and overrides of writing direction, line and paragraph
 // separators, a leading "@" or "#", a final "]" that closes a number, and bytes that are no UTF-8; all else
-// stands as it is. A key of nothing but NUL characters, the empty one too,
+// is left as it is. A key of nothing but NUL characters, the empty one too,
 // has one "%00" more than it has characters, so that no two keys share a form.
 std::string encodeKey(std::string_view key);
 void appendKey(std::string& path, std::string_view key);
@@ -20,7 +20,7 @@ void appendKey(std::string& path, std::string_view key);
 bool isPlainKey(std::string_view key);
 
 // The path that a name with dots in it stands for, where a file holds paths as they are. The parts between
-// the dots stand in the file as in the path, "%" too, but for what a path cannot hold.
+// the dots are in the file as in the path, "%" too, but for what a path cannot hold.
 std::string encodePath(std::string_view name);
 
 // The key that the component stands for; nothing when encodeKey never gives this component.

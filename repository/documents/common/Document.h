@@ -44,7 +44,7 @@ struct SiblingPlace
     std::string sibling;
 };
 
-// Where a piece of text stands in getBytes.
+// Where a piece of text lies in getBytes.
 struct Span
 {
     std::size_t offset = 0;
@@ -69,11 +69,11 @@ public:
     // Changes the value of an entry. Its cost does not depend on the size of the document.
     virtual Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
 
-    // Adds an entry, and the groups that lead to it, where a person would put it: behind its siblings.
+    // Adds an entry, and the groups that lead to it, where a person would put it: after its siblings.
     virtual Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
 
     // Between these two entries are added in the order of a tree, so that what the format asks of one may
-    // come behind it: the declaration of a prefix in xml, or the elements beside a text. Whether it came is
+    // come after it: the declaration of a prefix in xml, or the elements beside a text. Whether it came is
     // found out at the end, which tells the first entry that lacks it; what was added is still there then.
     virtual void beginRun() {}
     virtual Outcome endRun(std::string& refusedPath);
@@ -82,7 +82,7 @@ public:
     // it. A refusal tells the refused entry by its position.
     virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);
 
-    // Whether entries that insertAll adds stand in the order in which they were given.
+    // Whether entries that insertAll adds are in the order in which they were given.
     virtual bool keepsGivenOrder() const { return false; }
 
     // Takes out an entry and all below it.

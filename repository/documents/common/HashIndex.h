@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    // No node either: a search goes on behind it. Nodes have smaller numbers.
+    // No node either: a search goes on after it. Nodes have smaller numbers.
     static constexpr std::uint32_t erased = none - 1;
 
     struct Slot

@@ -19,7 +19,7 @@ public:
 
     void append(std::string_view piece);
 
-    // A character that stands between pieces: it continues a span when the original has the same there.
+    // A character that is between pieces: it continues a span when the original has the same there.
     void append(char c);
 
     std::size_t length() const { return written.size() + run.size(); }

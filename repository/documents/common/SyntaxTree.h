@@ -85,7 +85,7 @@ protected:
         return id;
     }
 
-    // Links a node that knows its parent behind a sibling (noNode: as the first child), or as the root.
+    // Links a node that knows its parent after a sibling (noNode: as the first child), or as the root.
     void attach(NodeId id, NodeId previous)
     {
         if (nodes[id].parent == noNode)

@@ -12,9 +12,9 @@ namespace Repository::Documents {
 // The bytes at the front of a file that say that it is UTF-8.
 constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
 
-// How the text of a file stands in its bytes. Documents work on UTF-8 without a byte-order mark and leave the
-// rest to this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes that
-// are no characters too; half a surrogate pair of UTF-16 stands in the text as the three bytes that UTF-8
+// How the text of a file is encoded in its bytes. Documents work on UTF-8 without a byte-order mark and leave
+// the rest to this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes
+// that are no characters too; half a surrogate pair of UTF-16 is in the text as the three bytes that UTF-8
 // would have for it.
 class TextEncoding
 {
@@ -49,7 +49,7 @@ public:
     // False for a text that decode would take for one of another encoding because of how it begins.
     bool mayBegin(std::string_view text) const;
 
-    // How many bytes the piece of text takes in the file, and those that stand before the whole text.
+    // How many bytes the piece of text takes in the file, and those that are before the whole text.
     std::size_t sizeOf(std::string_view text) const;
     std::size_t byteOrderMarkSize() const { return byteOrderMark().size(); }
 

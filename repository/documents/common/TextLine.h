@@ -31,7 +31,7 @@ bool isBlankLine(std::string_view content);
 // True for a line whose last character is a backslash that is not itself written by one before it.
 bool endsInBackslash(std::string_view content);
 
-// The quote that stands around a value and nowhere else in it; 0 for none.
+// The quote that is around a value and nowhere else in it; 0 for none.
 char quoteAround(std::string_view value);
 
 // A separator with one blank where it has any.

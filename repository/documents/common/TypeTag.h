@@ -19,8 +19,8 @@ std::string_view typeName(FrameworkCore::Values::Type type);
 // Nothing for any other name.
 std::optional<FrameworkCore::Values::Type> typeNamed(std::string_view name);
 
-// The type that a line, given without its line end, tags; nothing for a line that is no tag. ";" and "#"
-// begin comments; blanks may stand around each part.
+// The type that a line, given without its line end, tags; nothing for a line that is not a type tag. ";" and
+// "#" begin comments; blanks may be around each part.
 std::optional<FrameworkCore::Values::Type> readTypeTag(std::string_view line);
 
 // True when the last line of the text is a tag, so that it would tag an entry below it.
@@ -33,7 +33,7 @@ std::string writeTypeTag(char comment, FrameworkCore::Values::Type type);
 FrameworkCore::Values::Value readTaggedValue(FrameworkCore::Values::Type type, std::string_view text,
                                              FrameworkCore::Values::Value plain);
 
-// A tagged text may stand between double quotes, where \n, \r, \t, \", \\ and \x with two hex digits are
+// A tagged text may be between double quotes, where \n, \r, \t, \", \\ and \x with two hex digits are
 // escapes, so that it can begin with blanks, hold line breaks and so on. Nothing where the quotes are
 // damaged.
 std::optional<std::string> readTaggedText(std::string_view spelled);

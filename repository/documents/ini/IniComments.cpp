@@ -20,7 +20,7 @@ IniComments iniCommentsOf(std::string_view firstSection)
 {
     const bool known = std::find(sections.begin(), sections.end(), firstSection) != sections.end() ||
                        firstSection.substr(0, desktopAction.size()) == desktopAction;
-    return known ? IniComments::OwnLines : IniComments::BehindValues;
+    return known ? IniComments::OwnLines : IniComments::AfterValues;
 }
 
 } // namespace Repository::Documents

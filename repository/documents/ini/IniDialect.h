@@ -20,7 +20,7 @@ public:
                                const LineStyle& style) const override;
     bool keepsLineEndsApart() const override { return false; }
 
-    IniComments comments = IniComments::BehindValues;
+    IniComments comments = IniComments::AfterValues;
 
 private:
     std::optional<Statement> scan(std::string_view text) const override;

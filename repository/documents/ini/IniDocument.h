@@ -11,7 +11,7 @@
 namespace Repository::Documents {
 
 // An ini file. A section's name, split at its dots, is the path of its entries; keys before the first section
-// stand at the root; the second key of one name in a section is key[2], the second section of one name
+// are at the root; the second key of one name in a section is key[2], the second section of one name
 // name[2]. A key without a separator is null. The file is a list of pieces that keep their bytes; an edit
 // gives one piece a text of its own.
 class IniDocument : public LineDocument

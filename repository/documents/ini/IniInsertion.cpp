@@ -133,7 +133,7 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
     const IniComments comments =
         file.firstHeader != none ? file.dialect.comments : iniCommentsOf(siblings.first);
     if (!file.allowsComments(comments)) {
-        reason = "below it, values of this file would be read with the comments behind them";
+        reason = "below it, values of this file would be read with the comments after them";
         return {};
     }
     file.dialect.comments = comments;

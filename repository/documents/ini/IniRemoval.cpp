@@ -19,7 +19,7 @@ Outcome IniRemoval::run()
     setGoing(true);
     const std::uint32_t nextFirst = firstHeaderLeft();
     const IniComments comments =
-        nextFirst == none ? IniComments::BehindValues : iniCommentsOf(pieces[nextFirst].line.key());
+        nextFirst == none ? IniComments::AfterValues : iniCommentsOf(pieces[nextFirst].line.key());
     Outcome outcome = check(comments);
     setGoing(false);
     if (!outcome.ok())

@@ -18,7 +18,7 @@ bool isWordCharacter(char c)
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-// Behind the quotation that opens at this place; the place itself when none does. An apostrophe inside a word
+// After the quotation that opens at this place; the place itself when none does. An apostrophe inside a word
 // opens none.
 std::size_t skipQuotation(std::string_view content, std::size_t at)
 {
@@ -34,7 +34,7 @@ std::size_t skipQuotation(std::string_view content, std::size_t at)
     return at;
 }
 
-// Where the comment behind a value begins; the end of the content when there is none.
+// Where the comment after a value begins; the end of the content when there is none.
 std::size_t inlineComment(std::string_view content, std::size_t from, IniComments comments)
 {
     // One search for both would look at each character apart.
@@ -42,9 +42,9 @@ std::size_t inlineComment(std::string_view content, std::size_t from, IniComment
     if (comments == IniComments::OwnLines || !mayHold)
         return content.size();
     for (std::size_t at = from; at < content.size();) {
-        const std::size_t behind = skipQuotation(content, at);
-        if (behind > at) {
-            at = behind;
+        const std::size_t after = skipQuotation(content, at);
+        if (after > at) {
+            at = after;
             continue;
         }
         const bool tag = content[at] == ';' || content[at] == '#';
@@ -72,13 +72,13 @@ std::size_t findSeparator(std::string_view content)
     return isBlank(content[colon + 1]) ? colon : equals;
 }
 
-// A section's name ends at the first "]" behind which there is nothing but blanks or a comment, so that names
+// A section's name ends at the first "]" after which there is nothing but blanks or a comment, so that names
 // may hold brackets.
 std::size_t findHeaderEnd(std::string_view content, std::size_t open)
 {
     for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
-        const std::string_view behind = trimBlanks(content.substr(close + 1));
-        if (behind.empty() || isIniComment(behind))
+        const std::string_view after = trimBlanks(content.substr(close + 1));
+        if (after.empty() || isIniComment(after))
             return close;
     }
     return none;
@@ -90,7 +90,7 @@ bool isHeader(std::string_view content)
     return open < content.size() && content[open] == '[' && findHeaderEnd(content, open) != none;
 }
 
-bool goesOnBehindBackslash(std::string_view content, std::string_view next)
+bool goesOnAfterBackslash(std::string_view content, std::string_view next)
 {
     if (indentOf(next) > 0)
         return true;
@@ -106,7 +106,7 @@ bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std:
         return true;
     if (!endsInBackslash(content) || trivia.blank)
         return false;
-    return trivia.any ? indentOf(next) > 0 : goesOnBehindBackslash(content, next);
+    return trivia.any ? indentOf(next) > 0 : goesOnAfterBackslash(content, next);
 }
 
 std::uint32_t narrow(std::size_t offset)
@@ -115,7 +115,7 @@ std::uint32_t narrow(std::size_t offset)
 }
 
 // Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
-// so that a value put there stands as the others do.
+// so that a value put there looks as the others do.
 void placeValue(Statement& line, std::string_view content, std::size_t separator, IniComments comments)
 {
     const std::size_t comment =
@@ -272,7 +272,7 @@ IniComments findIniComments(std::string_view text)
             return iniCommentsOf(line.content.substr(1, end - 1));
         at = line.end;
     }
-    return IniComments::BehindValues;
+    return IniComments::AfterValues;
 }
 
 std::optional<Statement> scanSingle(std::string_view text, IniComments comments)

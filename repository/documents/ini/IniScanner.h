@@ -12,15 +12,15 @@
 namespace Repository::Documents {
 
 // Cuts the text of an ini file into its statements. It reads as the readers of real files do:
-// - A line that begins with ";" or "#" is a comment; so is, in files with comments behind values, the rest of
-//   a line from a ";" or "#" on that has blanks on both sides and stands outside of quotes.
-// - The separator is the first "=", or an earlier ":" with a blank behind it, or without any "=" the first
+// - A line that begins with ";" or "#" is a comment; so is, in files with comments after values, the rest of
+//   a line from a ";" or "#" on that has blanks on both sides and is outside of quotes.
+// - The separator is the first "=", or an earlier ":" with a blank after it, or without any "=" the first
 //   ":", unless it is that of "://".
 // - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
-//   blank and comment lines stand between (as Python's reader has it).
+//   blank and comment lines are between (as Python's reader has it).
 // - A comment right above an entry that tags a type says how the entry's value is read (see TypeTag).
 // - A line that ends with a backslash goes on in the next, unless that begins a section or, with no blank
-//   before the backslash (as behind a folder's path), has a separator itself.
+//   before the backslash (as after a folder's path), has a separator itself.
 class IniScanner
 {
 public:
@@ -34,7 +34,7 @@ public:
     const std::string& getError() const { return error; }
 
 private:
-    // Both take the line at the position, and what goes on behind it.
+    // Both take the line at the position, and what goes on after it.
     std::optional<Statement> takeHeader(const TextLine& physical);
     Statement takeEntry(std::size_t begin, const TextLine& first, FrameworkCore::Values::Type tag);
     // Where the value of an entry ends that goes on over further lines; 0 when it does not.
@@ -47,14 +47,14 @@ private:
     std::string error;
 };
 
-// Where the comments of a text stand.
+// Where the comments of a text are.
 IniComments findIniComments(std::string_view text);
 
 // The only statement of a text, which must outlive it; nothing when it has none or several.
 std::optional<Statement> scanSingle(std::string_view text, IniComments comments);
 std::optional<Statement> scanSingle(std::string&& text, IniComments comments) = delete;
 
-// What of blank and comment lines stands between two others.
+// What of blank and comment lines is between two others.
 struct IniTrivia
 {
     bool any = false;

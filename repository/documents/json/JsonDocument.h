@@ -13,7 +13,7 @@ namespace Repository::Documents {
 
 // A json file, with comments and trailing commas where it has them. Objects are groups; an array of texts is
 // one list; any other array is a group of 0, 1, 2 ... A node's own value beside children is the member
-// "#value". The types of entries that json would read as others stand in the member "$types" (see JsonTypes).
+// "#value". The types of entries that json would read as others are in the member "$types" (see JsonTypes).
 // A number that no type holds (thirty digits, 1e400) is shown as a text of its digits and stays a
 // number in the file: another such number is written as a number too, any other text as a text.
 class JsonDocument : public Document

@@ -26,7 +26,7 @@ public:
     // Makes the root, an empty object, in a text without a value.
     void createRoot();
 
-    // The child of the root that stays behind all others; none at first.
+    // The child of the root that stays after all others; none at first.
     void keepLast(NodeId child) { keptLast = child; }
 
     // A new last child of an object, the ordinal-th of this key, or of an array.

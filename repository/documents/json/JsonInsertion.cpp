@@ -108,7 +108,7 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
         return refused("the key \"$types\" is kept for the types of entries");
     const std::string before = joinNumber(name.name, name.number - 1);
     if (name.number > 1 && (container == noNode || members.find(container, before) == noNode))
-        return refused(quoted(component) + " can only be added behind " + quoted(before) +
+        return refused(quoted(component) + " can only be added after " + quoted(before) +
                        ", which is not there");
     return {};
 }

@@ -7,7 +7,7 @@
 
 namespace Repository::Documents {
 
-// Adds one entry to a json file, with the groups that leading to it.
+// Adds one entry to a json file, with the groups that lead to it.
 class JsonInsertion
 {
 public:

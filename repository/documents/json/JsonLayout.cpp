@@ -13,7 +13,7 @@ bool beginsWithBreak(std::string_view text)
     return !text.empty() && (text[0] == '\n' || text[0] == '\r');
 }
 
-// The last line break of a text that has one, and the blanks behind it.
+// The last line break of a text that has one, and the blanks after it.
 std::string lastBreakWithBlanks(std::string_view text, const JsonTrivia& trivia)
 {
     return std::string(text.substr(trivia.lastBreak, trivia.indentation - trivia.lastBreak));
@@ -73,7 +73,7 @@ void JsonLayout::placeAfter(NodeId id)
     const JsonTrivia trivia(following);
 
     std::string kept;   // stays with the sibling, before the comma
-    std::string before; // stays in the sibling's line, behind the comma
+    std::string before; // stays in the sibling's line, after the comma
     std::string rest = following;
     const std::string sameLine = following.substr(0, trivia.firstLineEnd);
     const bool lineComment = JsonTrivia(sameLine).endsInLineComment;
@@ -139,7 +139,7 @@ std::string JsonLayout::keptBefore(NodeId id) const
         leading.substr(0, besideBracket ? leading.size() - trailingBlanks(leading).size() : 0));
 }
 
-// What stays of the text behind a node: all but the comments on its line, when it has that line for itself.
+// What stays of the text after a node: all but the comments on its line, when it has that line for itself.
 // What follows in the same line takes the place at its beginning.
 std::string JsonLayout::keptBehind(NodeId id, const std::string& following) const
 {
@@ -200,7 +200,7 @@ JsonLayout::Following JsonLayout::followingOf(NodeId id) const
     return {id, JsonPart::Trailing, false};
 }
 
-// The leading of a new node behind a sibling.
+// The leading trivia of a new node after a sibling.
 std::string JsonLayout::leadLike(NodeId sibling) const
 {
     const std::string_view leading = tree.text(sibling, JsonPart::Leading);

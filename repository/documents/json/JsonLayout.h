@@ -21,7 +21,7 @@ public:
     const JsonStyle& getStyle() const { return style; }
 
     // Place a node that was just linked: as the only child (in lines of their own or in the line of its
-    // parent), before all others, or behind another one.
+    // parent), before all others, or after another one.
     void placeOnly(NodeId id, bool inLines);
     void placeFirst(NodeId id);
     void placeAfter(NodeId id);
@@ -35,11 +35,11 @@ public:
     // What to put between key and value of a new member.
     std::string colonFor(NodeId object) const;
 
-    // What to put behind a comma that is followed by a value in the same line.
+    // What to put after a comma that is followed by a value in the same line.
     std::string_view blankBehindComma() const;
 
 private:
-    // The text behind a node's comma, or behind its value when it is the last one and has none.
+    // The text after a node's comma, or after its value when it is the last one and has none.
     struct Following
     {
         NodeId holder;

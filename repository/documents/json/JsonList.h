@@ -18,8 +18,8 @@ struct JsonListElement
     bool exists() const { return valueEnd > 0; }
 };
 
-// The element whose leading begins at an offset of a well-formed json text; behind the last one it does not
-// exist.
+// The element whose leading trivia begins at an offset of a well-formed json text; after the last one it does
+// not exist.
 JsonListElement readElement(std::string_view text, std::size_t at);
 
 // All elements of an array of texts, decoded. The array begins at the first byte.

@@ -16,7 +16,7 @@ static_assert(noNode == HashIndex::none);
 constexpr std::string_view ownValueKey = "#value";
 
 // The names by which the children of a container are found: the encoded key in an object, with "[2]" and so
-// on behind it for each further member of the same key, and the position in an array. Small containers are
+// on after it for each further member of the same key, and the position in an array. Small containers are
 // searched, large ones have an index.
 class JsonMembers
 {

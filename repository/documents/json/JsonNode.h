@@ -9,13 +9,13 @@ namespace Repository::Documents {
 
 enum class JsonKind : std::uint8_t { Object, Array, Text, Number, True, False, Null };
 
-// The pieces of text that a node consists of, in their order in the file. Between two siblings stands a
+// The pieces of text that a node consists of, in their order in the file. Between two siblings is a
 // comma.
 enum class JsonPart : std::uint8_t {
-    Leading, // blanks and comments behind the comma or bracket before
+    Leading, // blanks and comments after the comma or bracket before
     Label,   // in an object the key, the colon and what is around it, up to the value
     Value,   // of a scalar or a folded array; of any other container the opening bracket
-    Closing, // of a container: what stands before its closing bracket behind the last comma or its opening
+    Closing, // of a container: what is before its closing bracket after the last comma or its opening
     Trailing // blanks and comments up to the next comma or bracket
 };
 constexpr std::size_t jsonPartCount = 5;
@@ -27,9 +27,9 @@ struct JsonNode : SyntaxNode
     JsonKind kind = JsonKind::Null;
     bool folded : 1;          // an array of texts whose elements have no nodes until they are edited
     bool wasFolded : 1;       // it is a folded array in the original text
-    bool trailingComma : 1;   // behind the last child
+    bool trailingComma : 1;   // after the last child
     bool indexed : 1;         // its children are found through an index
-    bool repeated : 1;        // a member whose key stands before it in the same object
+    bool repeated : 1;        // a member whose key is before it in the same object
     bool mayHoldOwnValue : 1; // an object that has or had a member with the key of own values
 
     std::uint32_t leading = 0;

@@ -35,7 +35,7 @@ std::string describe(std::string_view text, std::size_t at)
     return quoted(word);
 }
 
-// Only blanks stand between two tokens.
+// Only blanks are between two tokens.
 std::size_t endOfToken(std::string_view text, std::size_t nextToken)
 {
     std::size_t end = nextToken;
@@ -372,7 +372,7 @@ std::string JsonReader::expectation() const
     case Expected::Member:
         return "a key in double quotes or \"}\"";
     case Expected::Colon:
-        return "\":\" behind the key";
+        return "\":\" after the key";
     case Expected::Separator:
         return inObject() ? "\",\" or \"}\"" : "\",\" or \"]\"";
     case Expected::Nothing:

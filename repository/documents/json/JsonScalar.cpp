@@ -33,7 +33,7 @@ int readUnit(std::string_view text, std::size_t at)
     return error == std::errc() && stop == end && text[at + 2] != '-' ? unit : -1;
 }
 
-// Appends what the escape at an offset means and gives the offset behind it, two units when they are a pair.
+// Appends what the escape at an offset means and gives the offset after it, two units when they are a pair.
 std::size_t appendEscape(std::string& text, std::string_view literal, std::size_t at)
 {
     const int unit = readUnit(literal, at);

@@ -11,7 +11,7 @@ namespace Repository::Documents {
 // The scalars of json between their spelling in a file and their value. Literals are passed with their
 // quotes.
 
-// Offset behind the closing quote of the literal whose opening quote stands at `quote`; npos without one.
+// Offset after the closing quote of the literal whose opening quote is at `quote`; npos without one.
 std::size_t findStringEnd(std::string_view text, std::size_t quote);
 
 // Offset of the first backslash of a literal that begins no escape of json; npos when all are good.

@@ -12,7 +12,7 @@ struct JsonStyle
     std::string lineEnd = "\n";
     std::string indentation = "    "; // one step
     std::string colon = ": ";         // between a key and its value
-    bool oneLine = false;             // all of it stands in one line
+    bool oneLine = false;             // all of it is in one line
 };
 
 // The style of a text as it was read. Looks at the beginning of the text only.
@@ -21,7 +21,7 @@ JsonStyle detectStyle(const JsonTree& tree);
 // The blanks before the line on which a node begins.
 std::string lineIndentation(const JsonTree& tree, NodeId id);
 
-// What stands between the key of a member and its value; empty when it is more than a colon and single
+// What is between the key of a member and its value; empty when it is more than a colon and single
 // blanks.
 std::string colonOf(const JsonTree& tree, NodeId member);
 

@@ -140,7 +140,7 @@ bool JsonText::writeContainer(const Range& node, std::size_t depth, bool asArray
     return true;
 }
 
-// The tags stand behind all members of the root.
+// The tags are after all members of the root.
 bool JsonText::writeTags()
 {
     if (tagged.empty())

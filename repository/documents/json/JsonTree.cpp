@@ -11,7 +11,7 @@ namespace Repository::Documents {
 
 namespace {
 
-constexpr std::size_t readAhead = 64; // bytes behind the end that the parser may read
+constexpr std::size_t readAhead = 64; // bytes after the end that the parser may read
 
 JsonKind kindOf(char first)
 {
@@ -258,7 +258,7 @@ std::string_view JsonTree::text(NodeId id, JsonPart part) const
 std::string_view JsonTree::keyLiteral(NodeId id) const
 {
     const std::string_view label = text(id, JsonPart::Label);
-    // Mostly nothing but a colon and a blank is behind the key, and a comment does not end in these.
+    // Mostly nothing but a colon and a blank is after the key, and a comment does not end in these.
     for (const std::string_view usual : {"\": ", "\":"}) {
         if (label.size() > usual.size() && label.substr(label.size() - usual.size()) == usual)
             return label.substr(0, label.size() - usual.size() + 1);

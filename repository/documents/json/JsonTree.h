@@ -30,7 +30,7 @@ public:
     // While reading: turns an array that holds nothing but texts into one node.
     void fold(NodeId array);
 
-    // A text that is about to be read may be kept behind the original one. Since none of that is given back
+    // A text that is about to be read may be kept after the original one. Since none of that is given back
     // before the whole is read anew, there is an end to it; false then.
     bool hasRoomFor(std::size_t size) const;
 
@@ -46,7 +46,7 @@ public:
     // The elements of a list, decoded.
     std::vector<std::string> readList(NodeId array) const;
 
-    // An edit: a node of a kind, linked in its parent behind a sibling (noNode: as the first child).
+    // An edit: a node of a kind, linked in its parent after a sibling (noNode: as the first child).
     NodeId insert(NodeId parent, NodeId previous, JsonKind kind);
 
     // An edit: takes a node and all below it out of the tree. What the nodes were is forgotten.
@@ -85,7 +85,7 @@ private:
     // Gives a node the part again that it was read with.
     void dropText(NodeId id, JsonPart part);
 
-    std::size_t fileSize; // what stands behind that in the original was kept later
+    std::size_t fileSize; // what is after that in the original was kept later
 };
 
 } // namespace Repository::Documents

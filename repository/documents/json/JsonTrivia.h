@@ -5,7 +5,7 @@
 
 namespace Repository::Documents {
 
-// What stands between two tokens of json: blanks, line breaks and comments. The members are the offsets at
+// What is between two tokens of json: blanks, line breaks and comments. The members are the offsets at
 // which an edit may cut it. Breaks inside of comments do not count.
 struct JsonTrivia
 {
@@ -13,10 +13,10 @@ struct JsonTrivia
 
     static constexpr std::size_t npos = std::string_view::npos;
 
-    std::size_t firstLineEnd = 0;     // behind the part that belongs to the line on which the trivia begins
+    std::size_t firstLineEnd = 0;     // after the part that belongs to the line on which the trivia begins
     std::size_t lastLineStart = 0;    // where the part of the line on which it ends begins, with its break
     std::size_t lastBreak = npos;     // the last line break
-    std::size_t indentation = 0;      // behind the blanks that follow the last break, or the start
+    std::size_t indentation = 0;      // after the blanks that follow the last break, or the start
     bool firstLineHasComment = false; // the part up to firstLineEnd holds a comment
     bool endsInLineComment = false;   // more text on the same line would become part of a comment
     bool hasComment = false;
@@ -24,13 +24,13 @@ struct JsonTrivia
     bool hasBreak() const { return lastBreak != npos; }
 };
 
-// Offset behind the blanks and comments at an offset of a json text.
+// Offset after the blanks and comments at an offset of a json text.
 std::size_t skipGap(std::string_view text, std::size_t at);
 
-// Offset behind the line break at an offset, which may be "\n", "\r\n" or "\r".
+// Offset after the line break at an offset, which may be "\n", "\r\n" or "\r".
 std::size_t skipBreak(std::string_view text, std::size_t at);
 
-// Offset behind the comment at an offset; the offset itself when none begins there; npos when it has no end.
+// Offset after the comment at an offset; the offset itself when none begins there; npos when it has no end.
 std::size_t skipComment(std::string_view text, std::size_t at);
 
 std::string_view leadingBlanks(std::string_view text);

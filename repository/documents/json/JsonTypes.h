@@ -15,7 +15,7 @@ namespace Repository::Documents {
 // The member of the root object that holds the types of entries.
 constexpr std::string_view typesKey = "$types";
 
-// The types of entries whose plain json would be read as another type. They stand in the file as the last
+// The types of entries whose plain json would be read as another type. They are in the file as the last
 // member of the root object, from path to name of type, and are no entries themselves. What the file names
 // but does not have is kept and means nothing.
 class JsonTypes

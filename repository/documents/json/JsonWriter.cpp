@@ -82,7 +82,7 @@ void JsonWriter::noteEnd(NodeId id)
 }
 
 // Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
-// with, none behind the end of the node `until`.
+// with, none after the end of the node `until`.
 NodeId JsonWriter::close(NodeId id, NodeId until)
 {
     while (true) {

@@ -19,7 +19,7 @@ public:
     // Only the value of a scalar or a list.
     std::string writeValue(NodeId id);
 
-    // Where the value of a scalar or a list stands in the whole text.
+    // Where the value of a scalar or a list is in the whole text.
     Span locateValue(NodeId id);
 
     // Both at once.

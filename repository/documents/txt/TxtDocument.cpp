@@ -30,7 +30,7 @@ std::string pathOfKey(const Statement& line)
     return line.plainKey ? std::string(line.key()) : txtKeyPath(line.key());
 }
 
-// What stands before the last component in a sibling's key, its dot included; empty without one.
+// What is before the last component in a sibling's key, its dot included; empty without one.
 std::string_view parentText(std::string_view key)
 {
     return key.substr(0, key.rfind('.') + 1);

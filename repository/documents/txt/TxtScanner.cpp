@@ -15,10 +15,10 @@ using FrameworkCore::Values::Type;
 constexpr int mostWords = 3;
 
 enum Trait : std::uint8_t {
-    Plain = 1,       // stands in a key as in a path
-    Name = 2,        // stands in a key, but not always in a path
+    Plain = 1,       // is in a key as in a path
+    Name = 2,        // is in a key, but not always in a path
     Beginning = 4,   // may begin a key
-    Operating = 8,   // makes another operator of an "=" behind it
+    Operating = 8,   // makes another operator of an "=" after it
     Punctuation = 16 // may have a backslash before it
 };
 
@@ -106,9 +106,9 @@ private:
         constexpr std::string_view word = "export";
         if (content.substr(at, word.size()) != word)
             return;
-        const std::string_view behind = content.substr(at + word.size());
-        const std::size_t blanks = indentOf(behind);
-        if (blanks > 0 && blanks < behind.size() && behind[blanks] != '=' && behind[blanks] != ':')
+        const std::string_view after = content.substr(at + word.size());
+        const std::size_t blanks = indentOf(after);
+        if (blanks > 0 && blanks < after.size() && after[blanks] != '=' && after[blanks] != ':')
             at += word.size() + blanks;
     }
 
@@ -132,26 +132,26 @@ private:
     bool takeBlanks()
     {
         const std::size_t blanks = indentOf(content.substr(at));
-        const std::size_t behind = at + blanks;
-        if (behind == content.size())
+        const std::size_t after = at + blanks;
+        if (after == content.size())
             return false;
-        const char next = content[behind];
+        const char next = content[after];
         if (next != '=' && next != ':') {
             const bool inSentence = content[at - 1] == '.' || content[at] != ' ' || blanks > 1;
             if (inSentence || !(isWordCharacter(static_cast<unsigned char>(next)) || next == '\\') ||
                 !isWordCharacter(static_cast<unsigned char>(content[key.begin])) || ++words > mostWords)
                 return false;
         }
-        at = behind;
+        at = after;
         return true;
     }
 
     bool isSeparator() const
     {
-        const char behind = at + 1 < content.size() ? content[at + 1] : '\0';
+        const char after = at + 1 < content.size() ? content[at + 1] : '\0';
         if (content[at] == ':')
-            return isBlank(behind) && words == 1;
-        if (behind == '=' || behind == '>')
+            return isBlank(after) && words == 1;
+        if (after == '=' || after == '>')
             return false;
         if (at != key.end)
             return true;
@@ -220,10 +220,10 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
     line.begin = offset(0);
     line.keyBegin = offset(key->begin);
     line.keyEnd = offset(key->end);
-    const std::string_view behind = first.content.substr(key->separator + 1);
-    const std::size_t valueBegin = key->separator + 1 + indentOf(behind);
+    const std::string_view after = first.content.substr(key->separator + 1);
+    const std::size_t valueBegin = key->separator + 1 + indentOf(after);
     line.valueBegin = offset(valueBegin);
-    line.valueEnd = offset(valueBegin + trimBlanks(behind).size());
+    line.valueEnd = offset(valueBegin + trimBlanks(after).size());
     position = first.end;
     for (std::string_view content = first.content; position < text.size();) {
         const TextLine further = textLineAt(text, position);

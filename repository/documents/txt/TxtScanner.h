@@ -9,9 +9,9 @@
 
 namespace Repository::Documents {
 
-// Cuts the text of a txt file into its statements. Entries and prose stand in the same files, so that a line
-// is an entry only when what stands before its separator looks like a path:
-// - The separator is "=", or ":" with a blank behind it; an "=" that is part of an operator ("==", "=>",
+// Cuts the text of a txt file into its statements. Entries and prose are in the same files, so that a line
+// is an entry only when what is before its separator looks like a path:
+// - The separator is "=", or ":" with a blank after it; an "=" that is part of an operator ("==", "=>",
 // "<=",
 //   "+=" ...) is none.
 // - A path has letters, digits and the marks that paths of real files have; it begins with none of "-+([{".
@@ -20,7 +20,7 @@ namespace Repository::Documents {
 // - A backslash before any other mark or blank makes it part of the path.
 // - "export" before a path, as in files of environment variables, is not part of it.
 // A line that begins with "#" or "!" is a comment. A line that ends with a backslash goes on in the next,
-// unless that is blank or, with no blank before the backslash (as behind a folder's path), an entry or
+// unless that is blank or, with no blank before the backslash (as after a folder's path), an entry or
 // comment itself.
 class TxtScanner
 {

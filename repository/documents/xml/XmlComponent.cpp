@@ -54,7 +54,7 @@ bool isXmlName(std::string_view name)
         return true;
     if (name.find_first_of(std::string_view(" \t\r\n/><=\"'&\0", 12)) != std::string_view::npos)
         return false;
-    // Which letters of the world's scripts may stand in a name, the parser knows.
+    // Which letters of the world's scripts may be in a name, the parser knows.
     XmlTree sample('<' + std::string(name) + "/>");
     XmlEntities none;
     return XmlReader(sample, none).read().message.empty() && sample.getRoot() != noNode;

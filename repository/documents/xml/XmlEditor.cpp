@@ -40,7 +40,7 @@ NodeId XmlEditor::append(NodeId parent, const XmlKey& key, bool isInRun)
         sibling = tree.find(parent, {key.kind, key.name, key.number - 1});
     if (sibling == noNode)
         sibling = tree.node(parent).last;
-    // Two texts never stand side by side; a run may begin with one that has no elements yet.
+    // Two texts are never side by side; a run may begin with one that has no elements yet.
     if (tree.node(sibling).kind == XmlKind::Text && !isInOrder && tree.node(parent).count > 1)
         sibling = tree.node(sibling).previous;
     const NodeId id = tree.insert(parent, sibling, key);
@@ -177,7 +177,8 @@ void XmlEditor::joinTexts(NodeId text, NodeId following)
     tree.remove(following);
 }
 
-// Makes an element that has lost its last child one of no value; a tag would have it empty but of a type.
+// Makes an element that has lost its last child one of no value; a type tag would have it empty but of a
+// type.
 void XmlEditor::empty(NodeId element, std::string trivia)
 {
     layout.dropTypeTag(element, {});

@@ -20,8 +20,8 @@ public:
     // Makes the root element in a text without one, with a declaration before it.
     NodeId createRoot(std::string_view name);
 
-    // A new node with the next number of its name: an element behind its siblings of that name, else behind
-    // all others; an attribute behind all others; a text at the end. In a run each stands behind the one
+    // A new node with the next number of its name: an element after its siblings of that name, else after
+    // all others; an attribute after all others; a text at the end. In a run each is after the one
     // before it, unless the parent was there when the file was read.
     NodeId append(NodeId parent, const XmlKey& key, bool isInRun);
 
@@ -31,11 +31,11 @@ public:
     // Gives its first value to a node that was appended, or to an element with nothing in it.
     void give(NodeId id, XmlValues::Spelled value);
 
-    // Puts a spelling that the value had before in its place. Comments that stood in it and were kept behind
+    // Puts a spelling that the value had before in its place. Comments that were in it and were kept after
     // another value come back from there.
     void respell(NodeId id, std::string_view spelled);
 
-    // What stands in an element that has neither value nor children.
+    // What is in an element that has neither value nor children.
     std::string contentOf(NodeId element) const;
 
     // True when the texts around a node would become one, or the value of their parent, without it.
@@ -44,7 +44,7 @@ public:
     // Of a node other than the root.
     void remove(NodeId id);
 
-    // True when nothing but the declaration of xml and tags stands around the root.
+    // True when nothing but the declaration of xml and type tags is around the root.
     bool standsAlone(NodeId root) const;
 
 private:

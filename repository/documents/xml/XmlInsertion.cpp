@@ -119,7 +119,7 @@ Outcome XmlInsertion::checkStep(NodeId parent, std::string_view component, const
     if (step.number > 1) {
         const std::string before = joinNumber(splitNumber(component).name, step.number - 1);
         if (parent == noNode || file.findChild(parent, before) == noNode)
-            return refused(quoted(component) + " can only be added behind " + quoted(before) +
+            return refused(quoted(component) + " can only be added after " + quoted(before) +
                            ", which is not there");
     }
     if (step.kind == XmlKind::Text) {

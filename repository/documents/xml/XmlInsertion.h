@@ -9,7 +9,7 @@
 
 namespace Repository::Documents {
 
-// Adds one entry to an xml file, with the elements that leading to it.
+// Adds one entry to an xml file, with the elements that lead to it.
 class XmlInsertion
 {
 public:

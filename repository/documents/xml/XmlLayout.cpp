@@ -39,7 +39,7 @@ bool endsInBlankLine(std::string_view text)
     return withoutLastLine(text).size() < text.size();
 }
 
-// How much of a trivia belongs to the line of the node before it: blanks, and comments that end in that line.
+// How much trivia belongs to the line of the node before it: blanks, and comments that end in that line.
 std::size_t restOfLine(std::string_view trivia)
 {
     std::size_t at = 0;
@@ -84,7 +84,7 @@ void XmlLayout::placeOnly(NodeId id, std::string_view content)
     const bool lines = breaksLines(parent, content);
     const std::string indent = lines ? lineEnd + indentOf(parent) : std::string();
     const std::string innerIndent = lines ? indent + unitOfIndent() : std::string();
-    // An instruction that stands there must not come to stand before the node: it might be a tag.
+    // An instruction that is there must not come to be before the node: it might be a type tag.
     const bool goesFirst = content.find("<?") != npos;
     std::string leading;
     std::string trivia;
@@ -121,10 +121,10 @@ void XmlLayout::dropTypeTag(NodeId element, std::string_view attribute)
         if (tag.attribute != attribute)
             continue;
         const std::string_view before = std::string_view(leading).substr(0, tag.begin);
-        const std::string_view behind = std::string_view(leading).substr(tag.end);
-        const bool hasLine = endsInBlankLine(before) && holdsLineEnd(behind);
+        const std::string_view after = std::string_view(leading).substr(tag.end);
+        const bool hasLine = endsInBlankLine(before) && holdsLineEnd(after);
         tree.setText(element, XmlPart::Leading,
-                     std::string(hasLine ? withoutLastLine(before) : before) + std::string(behind));
+                     std::string(hasLine ? withoutLastLine(before) : before) + std::string(after));
         return;
     }
 }
@@ -188,7 +188,7 @@ std::string XmlLayout::indentOf(NodeId element) const
     return std::string(line.substr(0, std::min(line.find_first_not_of(" \t"), line.size())));
 }
 
-// By how much the first element that stands in a line of its own is indented.
+// By how much the first element that is in a line of its own is indented.
 std::string XmlLayout::unitOfIndent() const
 {
     const std::string usual = "  ";

@@ -7,28 +7,29 @@
 
 namespace Repository::Documents {
 
-// Distributes blanks, line breaks, comments and tags when a node comes or goes: what is new looks like its
-// siblings, and what goes takes its line along, with its tags and a comment on that line, and no others.
+// Distributes blanks, line breaks, comments and type tags when a node comes or goes: what is new looks like
+// its siblings, and what goes takes its line along, with its type tags and a comment on that line, and no
+// others.
 class XmlLayout
 {
 public:
     XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd);
 
-    // Place a node that was just linked: behind a sibling, or as the only child of an element that was
+    // Place a node that was just linked: after a sibling, or as the only child of an element that was
     // prepared for it, in the place of its content (what stood between its tags).
     void placeAfter(NodeId id, NodeId sibling);
     void placeOnly(NodeId id, std::string_view content);
 
-    // Places a tag in front of the element; it stands in a line of its own if the element begins one.
+    // Places a type tag in front of the element; it is in a line of its own if the element begins one.
     void addTypeTag(NodeId element, const std::string& tag);
 
-    // Takes out the tag for an attribute of the element.
+    // Takes out the type tag for an attribute of the element.
     void dropTypeTag(NodeId element, std::string_view attribute);
 
-    // To be called before a node is unlinked; what stays of the text around it comes together behind it.
+    // To be called before a node is unlinked; what stays of the text around it comes together after it.
     void takeOut(NodeId id);
 
-    // What stands behind a node, up to the next one or to the end tag of its parent.
+    // What is after a node, up to the next one or to the end tag of its parent.
     std::string_view triviaAfter(NodeId id) const;
     void setTriviaAfter(NodeId id, std::string trivia);
 

@@ -9,15 +9,15 @@ namespace Repository::Documents {
 
 enum class XmlKind : std::uint8_t { Element, Attribute, Text };
 
-// The pieces of text that a node consists of, in their order in the file; an element's attributes stand
-// behind its label, its other children in the place of its front and value.
+// The pieces of text that a node consists of, in their order in the file; an element's attributes are
+// after its label, its other children in the place of its front and value.
 enum class XmlPart : std::uint8_t {
-    Leading, // what stands between the node before, or the parent's tag, and this node
+    Leading, // what is between the node before, or the parent's tag, and this node
     Label,   // of an element "<" and its name; of an attribute all up to and with the opening quote
     TagEnd,  // of an element the rest of its start tag
-    Front,   // of an element without children: what stands before its value
+    Front,   // of an element without children: what is before its value
     Value,   // of an element without children, an attribute or a text
-    Closing  // of an element: what stands behind its value or last child, and its end tag; the closing quote
+    Closing  // of an element: what is after its value or last child, and its end tag; the closing quote
 };
 constexpr std::size_t xmlPartCount = 6;
 
@@ -27,7 +27,7 @@ constexpr std::size_t xmlPartCount = 6;
 struct XmlNode : SyntaxNode
 {
     XmlKind kind = XmlKind::Element;
-    bool isTagged : 1;  // a tag may tell the type of its value
+    bool isTagged : 1;  // a type tag may tell the type of its value
     bool isIndexed : 1; // its children are found through an index
 
     std::uint32_t leading = 0;

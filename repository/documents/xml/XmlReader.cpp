@@ -177,7 +177,7 @@ bool XmlReader::open(std::size_t at)
     return true;
 }
 
-// Takes up the attributes from behind the name of an element on; gives where the last one ends.
+// Takes up the attributes from after the name of an element on; gives where the last one ends.
 std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
 {
     while (true) {
@@ -225,7 +225,7 @@ void XmlReader::addText(std::size_t end)
     tree.read(node);
 }
 
-// Notes for which nodes of an element a tag in its leading is there.
+// Notes for which nodes of an element a type tag in its leading trivia is there.
 void XmlReader::tagAll(NodeId element, std::string_view leading)
 {
     const std::size_t last = leading.find_last_of('>');

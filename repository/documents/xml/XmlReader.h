@@ -10,7 +10,7 @@
 namespace Repository::Documents {
 
 // Reads UTF-8 xml into a tree. Where the tags are and that the text is well-formed, XmlScanner tells of plain
-// files and Expat, which guards against entities that blow up, of all others; what stands in and between the
+// files and Expat, which guards against entities that blow up, of all others; what is in and between the
 // tags is found by looking at the text.
 class XmlReader
 {

@@ -39,7 +39,7 @@ bool is(char c, Class expected)
     return (classes[static_cast<unsigned char>(c)] & expected) != 0;
 }
 
-std::size_t behind(Class expected, const std::string& text, std::size_t at)
+std::size_t after(Class expected, const std::string& text, std::size_t at)
 {
     while (is(text[at], expected))
         ++at;
@@ -93,7 +93,7 @@ bool XmlScanner::skipContent()
 {
     const bool isInside = !elements.empty();
     while (true) {
-        at = behind(isInside ? Content : Blank, text, at);
+        at = after(isInside ? Content : Blank, text, at);
         if (text[at] == '<' || at == text.size())
             return true;
         if (!isInside)
@@ -187,7 +187,7 @@ bool XmlScanner::readStartTag()
     attributes.clear();
     while (true) {
         const std::size_t trivia = at;
-        at = behind(Blank, text, at);
+        at = after(Blank, text, at);
         closesItself = text[at] == '/';
         if (closesItself || text[at] == '>')
             break;
@@ -205,15 +205,15 @@ bool XmlScanner::readAttribute()
     if (name.empty() || isKnown || attributes.size() == mostAttributes)
         return false;
     attributes.push_back(name);
-    at = behind(Blank, text, at);
+    at = after(Blank, text, at);
     if (!skip("="))
         return false;
-    at = behind(Blank, text, at);
+    at = after(Blank, text, at);
     const char quote = text[at];
     if (quote != '"' && quote != '\'')
         return false;
     ++at;
-    while (text[at = behind(Quoted, text, at)] != quote) {
+    while (text[at = after(Quoted, text, at)] != quote) {
         const bool isOtherQuote = text[at] == '"' || text[at] == '\'';
         at += isOtherQuote ? 1 : 0;
         if (!isOtherQuote && !(text[at] == '&' ? skipReference() : skipCharacter()))
@@ -228,7 +228,7 @@ bool XmlScanner::readEndTag()
 {
     if (elements.empty() || !skip("</") || !skip(elements.back()))
         return false;
-    at = behind(Blank, text, at);
+    at = after(Blank, text, at);
     return skip(">");
 }
 
@@ -237,7 +237,7 @@ std::string_view XmlScanner::readName()
 {
     const std::size_t begin = at;
     if (is(text[at], NameStart))
-        at = behind(NamePart, text, at);
+        at = after(NamePart, text, at);
     return std::string_view(text).substr(begin, at - begin);
 }
 

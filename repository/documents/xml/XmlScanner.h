@@ -28,7 +28,7 @@ public:
     // What comes next. After the last two events there is no more.
     Event next();
 
-    // Where the tag of the last event begins; of an element that closes itself the end lies behind its tag.
+    // Where the tag of the last event begins; of an element that closes itself the end lies after its tag.
     std::size_t getPosition() const { return position; }
 
 private:

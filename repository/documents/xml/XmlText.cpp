@@ -22,7 +22,7 @@ bool beginsAt(std::string_view text, std::size_t at, std::string_view front)
     return text.compare(at, front.size(), front) == 0;
 }
 
-// Behind the comment, section or instruction that begins at an offset of a well-formed text.
+// After the comment, section or instruction that begins at an offset of a well-formed text.
 std::size_t endOfMarkup(std::string_view text, std::size_t at)
 {
     const std::string_view closing = beginsAt(text, at, "<!--")         ? "-->"
@@ -43,7 +43,7 @@ void appendLines(std::string& out, std::string_view text)
     out += text;
 }
 
-// Appends what the reference at an offset stands for; gives the offset behind it.
+// Appends what the reference at an offset stands for; gives the offset after it.
 std::size_t appendReference(std::string& out, std::string_view text, std::size_t at,
                             const XmlEntities& entities)
 {

@@ -43,7 +43,7 @@ bool isLiteralXml(std::string_view spelling);
 bool isXmlSection(std::string_view spelling);
 
 // The comments and processing instructions in a text between two tags, but for type tags, which would come to
-// stand before something else.
+// are before something else.
 std::string xmlCommentsIn(std::string_view between);
 
 // The references in a text, each with its "&" and ";".

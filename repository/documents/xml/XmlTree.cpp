@@ -126,7 +126,7 @@ void XmlTree::leaveIndex(NodeId id)
         index.erase(hashOf(node.parent, keyOf(node)), id);
 }
 
-// The siblings behind one that has gone take the numbers before theirs.
+// The siblings after one that has gone take the numbers before theirs.
 void XmlTree::moveUp(NodeId parent, XmlKey key)
 {
     while (true) {

@@ -49,7 +49,7 @@ public:
     NodeId firstInside(NodeId element) const;
     NodeId lastAttribute(NodeId element) const;
 
-    // An edit: a node with the next number of its name, linked in its parent behind a sibling (noNode: as
+    // An edit: a node with the next number of its name, linked in its parent after a sibling (noNode: as
     // the first child).
     NodeId insert(NodeId parent, NodeId previous, const XmlKey& key);
 

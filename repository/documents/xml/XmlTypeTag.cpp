@@ -21,7 +21,7 @@ std::string_view withoutBlanks(std::string_view text)
                                            : text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
 }
 
-// What stands between the xmlTypeTagBegin and the closing of an instruction; nothing when it is no tag.
+// What is between the xmlTypeTagBegin and the closing of an instruction; nothing when it is not a type tag.
 std::optional<XmlTypeTag> readTag(std::string_view inside)
 {
     XmlTypeTag tag;

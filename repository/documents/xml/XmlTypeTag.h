@@ -20,14 +20,14 @@ struct XmlTypeTag
     std::string_view attribute; // empty for the element or text itself
     FrameworkCore::Values::Type type = FrameworkCore::Values::Type::String;
     bool escapes = false;
-    std::size_t begin = 0; // of the instruction, in the leading of its node
+    std::size_t begin = 0; // of the instruction, in the leading trivia of its node
     std::size_t end = 0;
 
     std::string write() const;
 };
 
-// The tags at the end of a node's leading, the nearest first; nothing but blanks stands between them and the
-// node.
+// The type tags at the end of a node's leading trivia, the nearest first; nothing but blanks is between them
+// and the node.
 std::vector<XmlTypeTag> readXmlTypeTags(std::string_view leading);
 
 } // namespace Repository::Documents

@@ -99,7 +99,7 @@ std::optional<XmlTypeTag> XmlValues::tagOf(NodeId id) const
 }
 
 // The place of a value that is about to be written: an element that holds one does not close itself, unless a
-// tag tells what it holds then.
+// type tag tells what it holds then.
 XmlValues::Place XmlValues::placeOf(NodeId id) const
 {
     constexpr std::string_view tellTales = "\r\n<";
@@ -110,8 +110,8 @@ XmlValues::Place XmlValues::placeOf(NodeId id) const
     if (place.kind == XmlKind::Attribute)
         place.quote = closing[0];
     if (place.kind == XmlKind::Element) {
-        const std::string_view behind = closing.substr(0, std::min(closing.rfind("</"), closing.size()));
-        place.isOpen = behind.find_first_of(tellTales) != std::string_view::npos ||
+        const std::string_view after = closing.substr(0, std::min(closing.rfind("</"), closing.size()));
+        place.isOpen = after.find_first_of(tellTales) != std::string_view::npos ||
                        tree.text(id, XmlPart::Front).find_first_of(tellTales) != std::string_view::npos;
         place.closesItself = staysClosed(id);
     }
@@ -145,7 +145,7 @@ Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, co
     return isLiteralXml(spelled) ? FrameworkCore::Values::plainValue(text) : Value{Type::String, text};
 }
 
-// An element that closed itself does so again when a tag tells what it holds then.
+// An element that closed itself does so again when a type tag tells what it holds then.
 bool XmlValues::staysClosed(NodeId id) const
 {
     const std::optional<XmlTypeTag> tag = tagOf(id);

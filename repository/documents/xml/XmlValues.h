@@ -39,8 +39,8 @@ public:
     // In a new node of that kind; quote is that of an attribute.
     Spelled spellNew(XmlKind kind, char quote, const FrameworkCore::Values::Value& value) const;
 
-    // How the file spells the value of the node. That of an element that closes itself, which a tag gives a
-    // value, is "<" and the end of its tag.
+    // How the file spells the value of the node. That of an element that closes itself, which a type tag
+    // gives a value, is "<" and the end of its tag.
     std::string spellingOf(NodeId id) const;
 
     // Why a text cannot be the spelling of a value in this place; empty when it can.
