@@ -106,4 +106,4 @@ int main(int argc, char** argv)
     return TestSupport::runTest<QCoreApplication, ComponentCodecTest>(argc, argv);
 }
 
-#include "key_text_test.moc"
+#include "component_codec_test.moc"

@@ -48,4 +48,4 @@ int main(int argc, char** argv)
     return TestSupport::runTest<QCoreApplication, TypeTagTest>(argc, argv);
 }
 
-#include "type_mark_test.moc"
+#include "type_tag_test.moc"
