@@ -1,8 +1,8 @@
 #include "repository/transfer/ExportText.h"
 
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/EncodedNames.h"
 
 namespace Repository {
 

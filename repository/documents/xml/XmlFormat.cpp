@@ -1,7 +1,7 @@
 #include "repository/documents/xml/XmlFormat.h"
 
-#include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/xml/XmlDocument.h"
 
 #include <algorithm>
