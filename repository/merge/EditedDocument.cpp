@@ -159,12 +159,16 @@ void EditedDocument::setSaved(std::string text)
     setBase(std::move(text));
 }
 
+// The texts change places without a copy: when a file is saved, nothing may ask for memory any more.
 void EditedDocument::setBase(std::string text)
 {
-    std::string present = getText();
+    compare();
+    if (!differs)
+        edited.swap(base);
     base = std::move(text);
-    differs = present != base;
-    edited = differs ? std::move(present) : std::string();
+    differs = edited != base;
+    if (!differs)
+        std::string().swap(edited);
 }
 
 void EditedDocument::dropBase()
