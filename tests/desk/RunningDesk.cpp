@@ -1,6 +1,6 @@
 #include "tests/desk/RunningDesk.h"
 
-#include "desk/FocusStyle.h"
+#include "desk/window/FocusStyle.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/TestFiles.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desk/MainWindow.h"
+#include "desk/window/MainWindow.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QModelIndex>

@@ -1,4 +1,4 @@
-#include "desk/NoticeBar.h"
+#include "desk/window/NoticeBar.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"

@@ -1,5 +1,5 @@
-#include "desk/FailureHint.h"
-#include "desk/LogModel.h"
+#include "desk/log/FailureHint.h"
+#include "desk/log/LogModel.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "repository/common/RepositoryLog.h"
 #include "tests/desk/RunningDesk.h"

@@ -1,4 +1,4 @@
-#include "desk/PluginDock.h"
+#include "desk/plugins/PluginDock.h"
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "tests/desk/RunningDesk.h"

@@ -1,4 +1,4 @@
-#include "desk/GuiContext.h"
+#include "desk/plugins/GuiContext.h"
 #include "repository/AttributeRepository.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/RealInput.h"

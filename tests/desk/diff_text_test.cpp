@@ -1,5 +1,5 @@
-#include "desk/DiffText.h"
-#include "desk/DifferenceDelegate.h"
+#include "desk/files/DiffText.h"
+#include "desk/files/DifferenceDelegate.h"
 #include "tests/support/TestRun.h"
 
 using Vantry::DifferenceDelegate;

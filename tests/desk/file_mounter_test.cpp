@@ -1,5 +1,5 @@
-#include "desk/FileMounter.h"
-#include "desk/FileNames.h"
+#include "desk/files/FileMounter.h"
+#include "desk/files/FileNames.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/NoThreads.h"

@@ -1,8 +1,8 @@
-#include "desk/LoadingNote.h"
-#include "desk/PluginDock.h"
-#include "desk/PluginMemory.h"
-#include "desk/PluginTrial.h"
-#include "desk/WindowMemory.h"
+#include "desk/plugins/LoadingNote.h"
+#include "desk/plugins/PluginDock.h"
+#include "desk/plugins/PluginMemory.h"
+#include "desk/plugins/PluginTrial.h"
+#include "desk/window/WindowMemory.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 

@@ -1,4 +1,4 @@
-#include "desk/UnsavedChangesDialog.h"
+#include "desk/files/UnsavedChangesDialog.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/TestRun.h"
 

@@ -1,0 +1,306 @@
+#include "desk/files/BackendFiles.h"
+
+#include "desk/common/CellEdit.h"
+#include "desk/common/WaitCursor.h"
+#include "desk/files/ConflictDialog.h"
+#include "desk/files/FileNames.h"
+#include "desk/files/KeptChangesMerge.h"
+#include "desk/files/UnsavedChangesDialog.h"
+#include "host/Shared/Logging/LogStreamProvider.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
+
+#include <QHash>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace Vantry {
+
+using FrameworkCore::AppConfig::Interfaces::ConflictSide;
+using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+using Utilities::ModelViews::Widgets::PlainMessageBox;
+
+BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
+    : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
+{
+}
+
+QStringList BackendFiles::getBackends() const
+{
+    return repository->getBackendInterface()->getBackendNames();
+}
+
+QStringList BackendFiles::getUnsaved()
+{
+    endCellEdit(window);
+    unsaved.look();
+    return unsaved.getNames();
+}
+
+QString BackendFiles::getLocation(const QString& backend) const
+{
+    const auto information = repository->getBackendInterface()->getBackendInformation(backend);
+    const QString location = information ? information->getBackendLocation() : QString();
+    return location.isEmpty() ? backend : location;
+}
+
+QStringList BackendFiles::getFileNames(const QStringList& backends) const
+{
+    const QStringList all = getBackends();
+    QStringList locations;
+    for (const QString& backend : all)
+        locations.append(getLocation(backend));
+    const QStringList distinct = distinctFileNames(locations);
+    QHash<QString, QString> namesByBackend;
+    for (int number = 0; number < all.size(); ++number)
+        namesByBackend.insert(all[number], distinct[number]);
+    QStringList names;
+    for (const QString& backend : backends)
+        names.append(namesByBackend.value(backend, backend));
+    return names;
+}
+
+QStringList BackendFiles::getLabels(const QStringList& backends) const
+{
+    QStringList labels = getFileNames(backends);
+    for (int number = 0; number < backends.size(); ++number) {
+        if (labels[number] != backends[number])
+            labels[number] = QStringLiteral("%1 (%2)").arg(labels[number], backends[number]);
+    }
+    return labels;
+}
+
+bool BackendFiles::save(const QStringList& backends)
+{
+    bool areAllSaved = true;
+    for (const QString& backend : backends)
+        areAllSaved = saveOne(backend) && areAllSaved;
+    unsaved.look();
+    return areAllSaved;
+}
+
+bool BackendFiles::saveOne(const QString& backend)
+{
+    while (true) {
+        const QStringList reasons = refusalsOf(
+            {backend}, [this](const QString& name) { return repository->getBackendInterface()->save(name); });
+        if (reasons.isEmpty())
+            return true;
+        const auto conflicts = conflictsOf(backend);
+        if (conflicts.isEmpty()) {
+            warn(tr("Not Saved"), reasons);
+            return false;
+        }
+        if (!resolve(backend, conflicts))
+            return false;
+    }
+}
+
+// Why some of the backends refused the operation.
+QStringList BackendFiles::refusalsOf(const QStringList& backends, const Operation& operation)
+{
+    const WaitCursor cursor;
+    QStringList reasons;
+    for (const QString& backend : backends) {
+        const auto outcome = operation(backend);
+        if (!outcome.ok())
+            reasons.append(outcome.toText());
+    }
+    return reasons;
+}
+
+QVector<BackendFiles::UnsavedChange> BackendFiles::conflictsOf(const QString& backend) const
+{
+    const WaitCursor cursor;
+    auto changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    const auto isNone = [](const UnsavedChange& change) { return !change.isConflict; };
+    changes.erase(std::remove_if(changes.begin(), changes.end(), isNone), changes.end());
+    return changes;
+}
+
+// False when the person does not want to choose now.
+bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>& conflicts)
+{
+    ConflictDialog dialog(ConflictDialog::Purpose::Save, backend, getLabel(backend), conflicts, &window);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+
+    const WaitCursor cursor;
+    const auto changes = repository->getChangesInterface();
+    const auto choices = dialog.getChoices();
+    const auto history = repository->getHistoryInterface();
+    const auto step =
+        history ? history->beginStep(tr("Resolve conflicts of %1").arg(getFileName(backend))) : nullptr;
+    const ConflictSide first = choices.first();
+    if (std::all_of(choices.begin(), choices.end(), [first](ConflictSide side) { return side == first; })) {
+        changes->resolveConflicts(backend, first);
+        return true;
+    }
+    // A path is resolved with what is below it, so that what is below must go first.
+    const QStringList paths = choices.keys();
+    for (auto path = paths.rbegin(); path != paths.rend(); ++path)
+        changes->resolveConflicts(*path, choices[*path]);
+    return true;
+}
+
+void BackendFiles::revert(const QStringList& backends)
+{
+    PlainMessageBox question(PlainMessageBox::Question, tr("Revert"),
+                             tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
+                                 .arg(getLabels(backends).join(QLatin1Char('\n'))),
+                             PlainMessageBox::Cancel, &window);
+    const QAbstractButton* const revert = question.addButton(tr("&Revert"), PlainMessageBox::AcceptRole);
+    question.exec();
+    if (question.clickedButton() != revert)
+        return;
+    const QStringList reasons = refusalsOf(
+        backends, [this](const QString& name) { return repository->getChangesInterface()->revert(name); });
+    unsaved.look();
+    warn(tr("Not Reverted"), reasons);
+}
+
+void BackendFiles::reload(const QStringList& backends)
+{
+    endCellEdit(window);
+    const QStringList reasons = refusalsOf(backends, [this](const QString& name) {
+        return repository->getBackendInterface()->reloadBackend(name);
+    });
+    unsaved.look();
+    warn(tr("Not Reloaded"), reasons);
+}
+
+void BackendFiles::close(const QStringList& backends)
+{
+    QStringList edited = getUnsaved();
+    edited.erase(std::remove_if(edited.begin(), edited.end(),
+                                [&backends](const QString& backend) { return !backends.contains(backend); }),
+                 edited.end());
+    Fate fate = Fate::Safe;
+    if (edited.size() == 1)
+        fate = settle(edited, tr("%1 holds changes that are not saved. Save them before it is closed?")
+                                  .arg(getLabel(edited.first())));
+    else if (!edited.isEmpty())
+        fate =
+            settle(edited, tr("%1 files hold changes that are not saved. Save them before they are closed?")
+                               .arg(edited.size()));
+    if (fate == Fate::Kept)
+        return;
+    const QStringList reasons = refusalsOf(backends, [&](const QString& name) {
+        const bool isDiscarded = fate == Fate::Discarded && edited.contains(name);
+        return repository->getBackendInterface()->closeBackend(name, isDiscarded);
+    });
+    unsaved.look();
+    warn(tr("Not Closed"), reasons);
+}
+
+bool BackendFiles::mayBeLost()
+{
+    const QStringList backends = getUnsaved();
+    if (backends.isEmpty())
+        return true;
+    const QString question =
+        backends.size() == 1
+            ? tr("%1 holds changes that are not saved. Save them before the window closes?")
+                  .arg(getLabel(backends.first()))
+            : tr("%1 files hold changes that are not saved. Save them before the window closes?")
+                  .arg(backends.size());
+    return settle(backends, question) != Fate::Kept;
+}
+
+void BackendFiles::keepUnsaved()
+{
+    using namespace Shared::Logging;
+    const LogMessageContext context({}, -1, {}, QStringLiteral("Desk"), {}, LogMessageContext::NoFlag);
+    const QStringList backends = getUnsaved();
+    for (const QString& backend : backends) {
+        // Empty for a file whose values are not to be shown.
+        QString diff;
+        repository->getChangesInterface()->getUnsavedDiff(backend, diff);
+        QString text =
+            tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
+        QString error;
+        const QString place = diff.isEmpty()
+                                  ? QString()
+                                  : KeptChanges::keep(getLocation(backend), diff, changesOf(backend), error);
+        if (!place.isEmpty())
+            text += tr(". They are kept in %1").arg(place);
+        else if (!error.isEmpty())
+            text += tr(", and they are lost: %1").arg(error);
+        LogStreamProvider(context).handleMessageInternal(LogMessageType::Failure, {}) << text;
+    }
+}
+
+// With paths below the root.
+KeptChanges::Changes BackendFiles::changesOf(const QString& backend) const
+{
+    KeptChanges::Changes changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    for (UnsavedChange& change : changes)
+        change.path.remove(0, backend.size() + (change.path == backend ? 0 : 1));
+    return changes;
+}
+
+void BackendFiles::applyKept(const KeptChanges::Entry& entry, const QString& backend)
+{
+    endCellEdit(window);
+    QString error;
+    const KeptChanges::Changes changes = KeptChanges::readChanges(entry, error);
+    if (!error.isEmpty()) {
+        warn(tr("Not Applied"), {error});
+        return;
+    }
+    KeptChangesMerge merge(repository, backend, changes);
+    KeptChangesMerge::Choices choices;
+    const auto conflicts = merge.getConflicts();
+    if (!conflicts.isEmpty()) {
+        ConflictDialog dialog(ConflictDialog::Purpose::ApplyKept, backend, getLabel(backend), conflicts,
+                              &window);
+        if (dialog.exec() == QDialog::Accepted)
+            choices = dialog.getChoices();
+    }
+    KeptChanges::Changes left;
+    {
+        const WaitCursor cursor;
+        const auto history = repository->getHistoryInterface();
+        const auto step =
+            history ? history->beginStep(tr("Apply kept changes of %1").arg(getFileName(backend))) : nullptr;
+        left = merge.apply(choices);
+    }
+    unsaved.look();
+    error = KeptChanges::replace(entry, left);
+    QStringList told;
+    if (!left.isEmpty())
+        told << tr("%1 of %2 changes were not put into %3 and stay kept.")
+                    .arg(QString::number(left.size()), QString::number(changes.size()), getLabel(backend))
+             << merge.getReasons();
+    if (!error.isEmpty())
+        told.append(error);
+    warn(tr("Not All Applied"), told);
+}
+
+BackendFiles::Fate BackendFiles::settle(const QStringList& unsavedBackends, const QString& question)
+{
+    std::vector<UnsavedChangesDialog::Edited> edited;
+    const QStringList labels = getLabels(unsavedBackends);
+    for (int number = 0; number < labels.size(); ++number)
+        edited.push_back({unsavedBackends[number], labels[number]});
+    UnsavedChangesDialog dialog(question, edited, repository->getChangesInterface(), &window);
+    switch (dialog.ask()) {
+    case UnsavedChangesDialog::Answer::Save:
+        return save(unsavedBackends) ? Fate::Safe : Fate::Kept;
+    case UnsavedChangesDialog::Answer::Discard:
+        return Fate::Discarded;
+    case UnsavedChangesDialog::Answer::Cancel:
+        break;
+    }
+    return Fate::Kept;
+}
+
+void BackendFiles::warn(const QString& title, const QStringList& reasons)
+{
+    if (!reasons.isEmpty())
+        AttributeTreeModelInputDialogs::ShowWarningMessage(&window, title,
+                                                           reasons.join(QLatin1String("\n\n")));
+}
+
+} // namespace Vantry

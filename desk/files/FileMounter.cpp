@@ -1,0 +1,200 @@
+#include "desk/files/FileMounter.h"
+
+#include "host/Utilities/GuiThread.h"
+#include "host/Utilities/Worker.h"
+#include "repository/backends/FileFormat.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QPointer>
+
+namespace Vantry {
+
+namespace {
+
+using FrameworkCore::AppConfig::AccessMode;
+
+// The same for all paths that lead to a file.
+QString identityOf(const QString& file)
+{
+    const QFileInfo info(file);
+    return info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+}
+
+// The backends by the identities of their files.
+QHash<QString, QString> openFiles(FileMounter::Repository& repository)
+{
+    QHash<QString, QString> open;
+    const auto backends = repository.getBackendInterface();
+    const QStringList names = backends->getBackendNames();
+    for (const QString& name : names) {
+        const auto information = backends->getBackendInformation(name);
+        const QString file = information ? information->getBackendLocation() : QString();
+        if (!file.isEmpty())
+            open.insert(identityOf(file), name);
+    }
+    return open;
+}
+
+// Empty when the file was opened, otherwise why it was not.
+QString mountFile(const QString& file, const QString& name, FileMounter::Repository& repository)
+{
+    const QFileInfo info(file);
+    if (!info.exists())
+        return QStringLiteral("%1: there is no such file").arg(file);
+    if (info.isDir())
+        return QStringLiteral("%1: it is a folder").arg(file);
+    if (!info.isFile()) // reading a pipe might never end
+        return QStringLiteral("%1: it is no regular file").arg(file);
+    const QString type = ::Repository::FileFormat::ofFile(file);
+    if (type.isEmpty())
+        return QStringLiteral("%1: it is no text").arg(file);
+    const QStringList types = repository.getBackendTypes();
+    if (!types.contains(type))
+        return QStringLiteral("%1: this version opens %2 files, not %3")
+            .arg(file, types.join(QStringLiteral(" and ")), type);
+    const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
+    const auto outcome = repository.getBackendInterface()->mount(
+        type, name, {info.absoluteFilePath(), info.absoluteFilePath(), access}, 2);
+    // Without the name of the backend, which tells the user nothing.
+    return outcome.ok() ? QString()
+                        : QStringLiteral("%1: %2").arg(
+                              outcome.get().file.isEmpty() ? file : outcome.place(outcome.get().file),
+                              outcome.explain());
+}
+
+QString refusalOf(const QString& file, const QString& reason)
+{
+    return QStringLiteral("%1: it was not opened: %2").arg(file, reason);
+}
+
+FileMounter::Result refusalOf(const QStringList& files, const QString& reason)
+{
+    FileMounter::Result result;
+    for (const QString& file : files)
+        result.problems.append(refusalOf(file, reason));
+    return result;
+}
+
+FileMounter::Result mountFiles(const QStringList& files,
+                               const std::shared_ptr<FileMounter::Repository>& repository)
+{
+    FileMounter::Result result;
+    QHash<QString, QString> open = openFiles(*repository);
+    for (const QString& file : files) {
+        const QString identity = identityOf(file);
+        if (open.contains(identity)) {
+            result.openBefore.append(open[identity]);
+            continue;
+        }
+        const QString name = FileMounter::mountName(file, *repository);
+        QString problem;
+        try {
+            problem = mountFile(file, name, *repository);
+        } catch (...) {
+            problem = refusalOf(file, Utilities::currentFailure());
+        }
+        if (problem.isEmpty()) {
+            result.opened.append(file);
+            open.insert(identity, name);
+        } else {
+            result.problems.append(problem);
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
+    : QObject(parent), repository(std::move(attributes))
+{
+}
+
+FileMounter::~FileMounter() = default;
+
+void FileMounter::mount(const QStringList& files)
+{
+    waiting += files;
+    startNext();
+}
+
+bool FileMounter::isBusy() const
+{
+    return worker.valid();
+}
+
+bool FileMounter::waitFor(std::chrono::milliseconds most) const
+{
+    return worker.valid() && worker.wait_for(most) == std::future_status::ready;
+}
+
+void FileMounter::startNext()
+{
+    if (waitFor(std::chrono::milliseconds::zero()))
+        finish(runs);
+    if (worker.valid() || waiting.isEmpty())
+        return;
+    opening = std::exchange(waiting, {});
+    const QPointer<FileMounter> self(this);
+    const auto tell = [self, run = ++runs] {
+        if (self)
+            self->finish(run);
+    };
+    QString failure;
+    worker = Utilities::startWorker(
+        [tell, files = opening, attributes = repository] {
+            Result result = mountFiles(files, attributes);
+            try {
+                Utilities::postToGuiThread(tell);
+            } catch (const std::bad_alloc&) {
+                // The result is delivered before the next files are opened.
+            }
+            return result;
+        },
+        failure);
+    if (worker.valid())
+        return;
+    std::promise<Result> refused;
+    refused.set_value(refusalOf(opening, failure));
+    worker = refused.get_future();
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
+void FileMounter::finish(int run)
+{
+    if (run != runs || !worker.valid())
+        return; // it was told already
+    const Result result = takeResult();
+    startNext();
+    emit mounted(result);
+}
+
+FileMounter::Result FileMounter::takeResult()
+{
+    try {
+        return worker.get();
+    } catch (...) {
+        return refusalOf(opening, Utilities::currentFailure());
+    }
+}
+
+QString FileMounter::backendOf(const QString& file, Repository& repository)
+{
+    return openFiles(repository).value(identityOf(file));
+}
+
+QString FileMounter::mountName(const QString& file, Repository& repository)
+{
+    const QFileInfo info(file);
+    QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
+    for (const char special : {'.', '*', '%', ';'})
+        name.replace(QLatin1Char(special), QLatin1Char('-'));
+    const auto tree = repository.getTreeInterface();
+    QString free = name;
+    for (int number = 2; tree && tree->getNodeInformation(free).exists; ++number)
+        free = QStringLiteral("%1-%2").arg(name).arg(number);
+    return free;
+}
+
+} // namespace Vantry

@@ -1,0 +1,179 @@
+#include "desk/files/KeptChanges.h"
+
+#include "files/StateFolder.h"
+#include "host/Utilities/ModelViews/AttributeValueText.h"
+#include "host/Utilities/ModelViews/TextFile.h"
+
+#include <QCoreApplication>
+#include <QDataStream>
+#include <QDir>
+
+namespace Vantry {
+
+using FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+using Utilities::ModelViews::TextFile;
+
+namespace {
+
+const QLatin1String diffEnding(".diff");
+const QLatin1String changesEnding(".changes"); // beside the diff
+constexpr quint32 formatMark = 0x56434831;     // begins the changes
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Vantry::KeptChanges", text);
+}
+
+QString folderName()
+{
+    return QFile::decodeName(Files::StateFolder::path().c_str()) + QStringLiteral("/unsaved");
+}
+
+QString changesFileOf(const QString& diffFile)
+{
+    return diffFile.left(diffFile.size() - diffEnding.size()) + changesEnding;
+}
+
+QByteArray writtenChanges(const QString& file, const KeptChanges::Changes& changes)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream << formatMark << file << quint32(changes.size());
+    for (const UnsavedChange& change : changes)
+        stream << change.path << qint32(change.kind) << change.before << change.after << change.isConflict;
+    return bytes;
+}
+
+// The file that the changes are of; empty when they are none.
+QString beginReading(QDataStream& stream)
+{
+    stream.setVersion(QDataStream::Qt_5_15);
+    quint32 mark = 0;
+    QString file;
+    stream >> mark >> file;
+    return mark == formatMark && stream.status() == QDataStream::Ok ? file : QString();
+}
+
+// As a diff of the values alone.
+QString diffOfValues(const QString& file, const KeptChanges::Changes& changes)
+{
+    const auto lines = [](QChar mark, const QVariant& value) {
+        constexpr int longest = 20000;
+        constexpr int mostLines = 200;
+        QString text = Utilities::ModelViews::attributeValueLines(value, longest, mostLines);
+        text.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(mark));
+        return mark + text + QLatin1Char('\n');
+    };
+    QString diff = QStringLiteral("--- %1\n+++ %1\n").arg(file);
+    for (const UnsavedChange& change : changes) {
+        diff += QStringLiteral("@@ %1 @@\n").arg(change.path);
+        if (change.kind != UnsavedChange::Kind::Created)
+            diff += lines(QLatin1Char('-'), change.before);
+        if (change.kind != UnsavedChange::Kind::Removed)
+            diff += lines(QLatin1Char('+'), change.after);
+    }
+    return diff;
+}
+
+} // namespace
+
+QString KeptChanges::keep(const QString& file, const QString& diff, const Changes& changes, QString& error)
+{
+    constexpr int mostOfName = 60; // whatever its letters are, a file system takes that many of them
+    std::string reason;
+    if (!Files::StateFolder::make(Files::FileOps::system(), reason)) { // it is closed to other users
+        error = QString::fromStdString(reason);
+        return {};
+    }
+    const QDir folder(folderName());
+    if (!folder.mkpath(QStringLiteral("."))) {
+        error = tr("%1 cannot be made").arg(folder.path());
+        return {};
+    }
+    const QString stem = QFileInfo(file).fileName().left(mostOfName) +
+                         QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss"));
+    QString place = folder.filePath(stem + diffEnding);
+    for (int number = 2; QFileInfo::exists(place); ++number)
+        place = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), diffEnding));
+    error = TextFile::write(place, diff, TextFile::Readers::OwnerOnly);
+    if (!error.isEmpty())
+        return {};
+    error = TextFile::writeBytes(changesFileOf(place), writtenChanges(file, changes),
+                                 TextFile::Readers::OwnerOnly);
+    return place; // people can put the diff in by hand
+}
+
+QVector<KeptChanges::Entry> KeptChanges::getEntries()
+{
+    std::string reason;
+    bool isAbsent = false;
+    if (!Files::StateFolder::open(Files::FileOps::system(), reason, isAbsent))
+        return {};
+    QVector<Entry> entries;
+    const auto files =
+        QDir(folderName())
+            .entryInfoList({QLatin1Char('*') + diffEnding}, QDir::Files, QDir::Time | QDir::Reversed);
+    for (const QFileInfo& diff : files) {
+        Entry entry{diff.filePath(), {}, diff.lastModified()};
+        QFile changes(changesFileOf(entry.diffFile));
+        if (changes.open(QIODevice::ReadOnly)) {
+            QDataStream stream(&changes);
+            entry.file = beginReading(stream);
+        }
+        entries.append(entry);
+    }
+    return entries;
+}
+
+QString KeptChanges::readDiff(const Entry& entry, QString& error)
+{
+    QString diff;
+    error = TextFile::read(entry.diffFile, diff);
+    return diff;
+}
+
+KeptChanges::Changes KeptChanges::readChanges(const Entry& entry, QString& error)
+{
+    QByteArray bytes;
+    error = TextFile::readBytes(changesFileOf(entry.diffFile), bytes);
+    if (!error.isEmpty())
+        return {};
+    QDataStream stream(bytes);
+    quint32 count = 0;
+    bool isWhole = !beginReading(stream).isEmpty();
+    stream >> count;
+    Changes changes;
+    while (isWhole && changes.size() < int(count)) {
+        UnsavedChange change;
+        qint32 kind = 0;
+        stream >> change.path >> kind >> change.before >> change.after >> change.isConflict;
+        change.kind = UnsavedChange::Kind(kind);
+        isWhole =
+            stream.status() == QDataStream::Ok && kind >= 0 && kind <= int(UnsavedChange::Kind::Removed);
+        changes.append(change);
+    }
+    if (isWhole)
+        return changes;
+    error = tr("%1 is damaged").arg(changesFileOf(entry.diffFile));
+    return {};
+}
+
+QString KeptChanges::replace(const Entry& entry, const Changes& changes)
+{
+    const QString changesFile = changesFileOf(entry.diffFile);
+    if (!changes.isEmpty()) {
+        const QString error = TextFile::writeBytes(changesFile, writtenChanges(entry.file, changes),
+                                                   TextFile::Readers::OwnerOnly);
+        return error.isEmpty() ? TextFile::write(entry.diffFile, diffOfValues(entry.file, changes),
+                                                 TextFile::Readers::OwnerOnly)
+                               : error;
+    }
+    for (const QString& file : {entry.diffFile, changesFile}) {
+        if (!QFile::remove(file) && QFile::exists(file))
+            return tr("%1 cannot be removed").arg(file);
+    }
+    return {};
+}
+
+} // namespace Vantry

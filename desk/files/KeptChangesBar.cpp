@@ -1,0 +1,178 @@
+#include "desk/files/KeptChangesBar.h"
+
+#include "desk/files/DiffText.h"
+#include "desk/files/DiffView.h"
+#include "desk/files/FileNames.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/BreakableText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
+
+#include <QDialogButtonBox>
+#include <QLocale>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace Vantry {
+
+using namespace Utilities::ModelViews::Widgets;
+using Utilities::ModelViews::toolTipText;
+
+namespace {
+
+QString fileOf(const KeptChanges::Entry& entry)
+{
+    return entry.file.isEmpty() ? entry.diffFile : entry.file;
+}
+
+// As distinctFileNames; several entries of one file share its name.
+QStringList namesOf(const QVector<KeptChanges::Entry>& entries)
+{
+    QStringList files;
+    for (const KeptChanges::Entry& entry : entries)
+        files.append(fileOf(entry));
+    QStringList once = files;
+    once.removeDuplicates();
+    const QStringList distinct = distinctFileNames(once);
+    QStringList names;
+    for (const QString& file : qAsConst(files))
+        names.append(distinct[once.indexOf(file)]);
+    return names;
+}
+
+} // namespace
+
+KeptChangesBar::KeptChangesBar(QWidget* parent) : QFrame(parent)
+{
+    setObjectName(QStringLiteral("keptChangesBar"));
+    setFrameShape(StyledPanel);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::AlternateBase);
+    hide();
+}
+
+void KeptChangesBar::setUp()
+{
+    auto* const content = new QWidget;
+    content->setAutoFillBackground(false);
+    rows = new QVBoxLayout(content);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(2);
+    auto* const scroller = new QScrollArea;
+    scroller->setFrameShape(NoFrame);
+    scroller->setWidgetResizable(true);
+    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->viewport()->setAutoFillBackground(false);
+    scroller->setWidget(content);
+    content->setAutoFillBackground(false);
+
+    auto* const close = new QToolButton;
+    close->setObjectName(QStringLiteral("keptClose"));
+    close->setAutoRaise(true);
+    close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+    close->setText(tr("Later"));
+    close->setToolTip(tr("Ask again at the next start"));
+    close->setAccessibleName(close->text());
+    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->addWidget(scroller, 1);
+    layout->addWidget(close, 0, Qt::AlignTop);
+}
+
+void KeptChangesBar::refresh()
+{
+    const auto entries = KeptChanges::getEntries();
+    setVisible(!entries.isEmpty());
+    if (!entries.isEmpty() && !rows)
+        setUp();
+    while (QLayoutItem* const item = rows ? rows->takeAt(0) : nullptr) {
+        item->widget()->deleteLater(); // it may be the one whose button was pressed
+        item->widget()->hide();
+        delete item;
+    }
+    const QStringList names = namesOf(entries);
+    for (int number = 0; number < entries.size(); ++number)
+        rows->addWidget(makeRow(entries[number], names[number]));
+    if (entries.isEmpty())
+        return;
+    constexpr int mostRows = 4;
+    const int rowHeight = rows->itemAt(0)->sizeHint().height() + rows->spacing();
+    auto* const scroller = findChild<QScrollArea*>();
+    scroller->setFixedHeight(rowHeight * qMin(entries.size(), mostRows) + rowHeight / 4);
+}
+
+QWidget* KeptChangesBar::makeRow(const KeptChanges::Entry& entry, const QString& name)
+{
+    auto* const row = new QWidget;
+    auto* const layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* const icon = new PlainLabel;
+    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
+    layout->addWidget(icon);
+    auto* const text = new PlainLabel(tr("Unsaved changes of %1 are kept from %2")
+                                          .arg(name, QLocale().toString(entry.time, QLocale::ShortFormat)));
+    text->setObjectName(QStringLiteral("keptText"));
+    text->setToolTip(
+        toolTipText(tr("%1\nThe program was told to end before they were saved").arg(fileOf(entry))));
+    text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    layout->addWidget(text, 1);
+
+    const auto addButton = [&](const QString& title, const char* objectName) {
+        auto* const button = new QPushButton(title);
+        button->setObjectName(QLatin1String(objectName));
+        button->setAccessibleDescription(text->text());
+        layout->addWidget(button);
+        return button;
+    };
+    connect(addButton(tr("Show"), "keptShow"), &QPushButton::clicked, this,
+            [this, entry] { showDiff(entry); });
+    QPushButton* const apply = addButton(tr("Apply Again"), "keptApply");
+    apply->setEnabled(!entry.file.isEmpty());
+    connect(apply, &QPushButton::clicked, this, [this, entry] { emit applyRequested(entry); });
+    connect(addButton(tr("Discard"), "keptDiscard"), &QPushButton::clicked, this,
+            [this, entry, name] { discard(entry, name); });
+    return row;
+}
+
+void KeptChangesBar::showDiff(const KeptChanges::Entry& entry)
+{
+    QString error;
+    const QString diff = KeptChanges::readDiff(entry, error);
+    QDialog dialog(window());
+    dialog.setObjectName(QStringLiteral("keptDiff"));
+    dialog.setWindowTitle(tr("Kept Changes"));
+    dialog.resize(720, 480);
+    auto* const view = new DiffView;
+    view->setPlainText(error.isEmpty() ? DiffText::shortened(diff) : error);
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto* const column = new QVBoxLayout(&dialog);
+    column->addWidget(view, 1);
+    column->addWidget(buttons);
+    dialog.exec();
+}
+
+void KeptChangesBar::discard(const KeptChanges::Entry& entry, const QString& name)
+{
+    PlainMessageBox question(
+        PlainMessageBox::Question, tr("Discard"),
+        tr("Discard the kept changes of %1? They cannot be brought back.").arg(breakableText(name)),
+        PlainMessageBox::Cancel, window());
+    const QAbstractButton* const discard = question.addButton(tr("&Discard"), PlainMessageBox::AcceptRole);
+    question.exec();
+    if (question.clickedButton() != discard)
+        return;
+    const QString error = KeptChanges::replace(entry, {});
+    if (!error.isEmpty())
+        AttributeTreeModelInputDialogs::ShowWarningMessage(window(), tr("Not Discarded"), error);
+    refresh();
+}
+
+} // namespace Vantry

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "desk/files/KeptChanges.h"
+
+#include <QFrame>
+
+class QVBoxLayout;
+
+namespace Vantry {
+
+// A bar above the work area with what was kept when the program was told to end, and what a person can do
+// with it. Hidden while nothing is kept, and when it is closed until the next start. GUI thread.
+class KeptChangesBar : public QFrame
+{
+    Q_OBJECT
+
+public:
+    explicit KeptChangesBar(QWidget* parent = nullptr);
+
+    // Shows what is kept as of now.
+    void refresh();
+
+signals:
+    void applyRequested(const Vantry::KeptChanges::Entry& entry);
+
+private:
+    void setUp();
+    QWidget* makeRow(const KeptChanges::Entry& entry, const QString& name);
+    void showDiff(const KeptChanges::Entry& entry);
+    void discard(const KeptChanges::Entry& entry, const QString& name);
+
+    QVBoxLayout* rows = nullptr; // made for the first entry: most windows never need it
+};
+
+} // namespace Vantry

@@ -1,0 +1,293 @@
+#include "desk/log/FailureHint.h"
+
+#include "desk/common/CellEdit.h"
+#include "desk/log/LogFeed.h"
+#include "desk/log/LogModel.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "repository/common/RepositoryLog.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QStyle>
+#include <QToolButton>
+
+namespace Vantry {
+
+using FrameworkCore::AppConfig::Outcome;
+using Shared::Logging::LogLine;
+using Shared::Logging::LogMessageType;
+using Shared::Logging::LogRecord;
+using Utilities::RefusedEdit;
+using Utilities::RefusedEdits;
+using Utilities::ModelViews::Widgets::PlainLabel;
+
+namespace {
+
+constexpr int longestText = 4000;
+constexpr int shownFor = 8000;   // milliseconds
+constexpr int burstLength = 500; // milliseconds in which failures have one reason
+
+// Why the repository has refused to set the attribute just now; empty when it was not asked.
+QString newestReason(const QString& path)
+{
+    constexpr quint64 looked = 20; // lines
+    LogRecord& record = LogRecord::instance();
+    const quint64 last = record.getLastNumber();
+    QString reason;
+    for (const LogLine& line : record.getLines(last > looked ? last - looked : 0)) {
+        if (line.category == Repository::logCategory() && line.outcome.get().subject == path)
+            reason = line.text;
+    }
+    return reason;
+}
+
+} // namespace
+
+FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> attributes, QWidget* parent)
+    : QWidget(parent), repository(std::move(attributes)),
+      reachAction(new QAction(tr("&Failure Message"), this)), icon(new PlainLabel), label(new PlainLabel),
+      success(repository->getNotificationInterface()), editSuccess(repository->getNotificationInterface())
+{
+    setObjectName(QStringLiteral("failureHint"));
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(4, 0, 4, 0);
+    icon->setFixedSize(iconSize(), iconSize());
+    row->addWidget(icon);
+
+    label->setObjectName(QStringLiteral("failureText"));
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    row->addWidget(label, 1);
+
+    setUpButtons(*row);
+    setUpReaching();
+
+    life.setInterval(shownFor);
+    connect(&life, &QTimer::timeout, this, [this] {
+        if (!hasKeyboard()) // it would go from under the person's hands
+            endText();
+    });
+    connect(&success, &SuccessWatch::succeeded, this, &FailureHint::endText);
+    connect(&editSuccess, &SuccessWatch::succeeded, this, &FailureHint::endEdit);
+    connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
+    connect(&RefusedEdits::instance(), &RefusedEdits::added, this, &FailureHint::takeEdit);
+    endEdit();
+    endText();
+}
+
+void FailureHint::setUpButtons(QHBoxLayout& row)
+{
+    again = addButton(row, "failureEdit", tr("Edit A&gain"), {});
+    connect(again, &QToolButton::clicked, this, &FailureHint::requestEdit);
+    copy = addButton(row, "failureCopy", tr("&Copy Entry"), tr("Copy what was entered and not taken"));
+    connect(copy, &QToolButton::clicked, this,
+            [this] { QGuiApplication::clipboard()->setText(edit.entered); });
+    auto* const open = addButton(row, "failureLog", tr("&Show Log"), tr("Open the log, which tells more"));
+    connect(open, &QToolButton::clicked, this, [this] {
+        endText();
+        emit logRequested();
+    });
+    auto* const shut = addButton(row, "failureClose", tr("Close"), tr("Close this message (Escape)"));
+    shut->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
+    shut->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    connect(shut, &QToolButton::clicked, this, &FailureHint::close);
+}
+
+void FailureHint::setUpReaching()
+{
+    reachAction->setShortcut(Qt::Key_F6);
+    connect(reachAction, &QAction::triggered, this, &FailureHint::reach);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* before, const QWidget* now) {
+        if (before && now && isAncestorOf(now) && !isAncestorOf(before))
+            cameFrom = before;
+    });
+}
+
+// The mouse does not take the focus from what is worked on.
+QToolButton* FailureHint::addButton(QHBoxLayout& row, const char* name, const QString& caption,
+                                    const QString& toolTip)
+{
+    auto* const button = new QToolButton;
+    button->setObjectName(QLatin1String(name));
+    button->setAutoRaise(true);
+    button->setText(caption);
+    button->setToolTip(Utilities::ModelViews::toolTipText(toolTip));
+    button->setAccessibleName(toolTip);
+    button->setFocusPolicy(Qt::TabFocus);
+    row.addWidget(button);
+    return button;
+}
+
+int FailureHint::iconSize() const
+{
+    return style()->pixelMetric(QStyle::PM_SmallIconSize);
+}
+
+void FailureHint::look(const QVector<LogLine>& lines)
+{
+    const LogLine* told = nullptr;
+    for (const LogLine& line : lines) {
+        const bool givesReason = line.category == Repository::logCategory();
+        if (line.type == LogMessageType::Failure &&
+            (givesReason || !told || told->category != Repository::logCategory()))
+            told = &line;
+    }
+    if (told)
+        tell(*told);
+}
+
+void FailureHint::tell(const LogLine& failure)
+{
+    const bool givesReason = failure.category == Repository::logCategory();
+    if (!givesReason && isReason && age.isValid() && !age.hasExpired(burstLength))
+        return;
+    if (edit.path.isEmpty() || failure.text != edit.reason)
+        life.start();
+    isReason = givesReason;
+    const Outcome::Parts& parts = failure.outcome.get();
+    unsavedBackend = parts.operation == Outcome::Operation::SaveBackend ? parts.subject : QString();
+    success.watch(parts.operation == Outcome::Operation::Set ? parts.subject : QString());
+    show(failure.text);
+}
+
+void FailureHint::takeEdit(const RefusedEdit& refused)
+{
+    edit = refused;
+    if (edit.reason.isEmpty())
+        edit.reason = newestReason(edit.path);
+    if (edit.reason.isEmpty())
+        edit.reason = tr("'%1' was not changed; the log may tell why").arg(edit.path);
+    editSuccess.watch(edit.path);
+    endText();
+}
+
+void FailureHint::showUnsaved(const QStringList& backends)
+{
+    if (!unsavedBackend.isEmpty() && !backends.contains(unsavedBackend))
+        endText();
+    offerEdit();
+}
+
+void FailureHint::offerEdit()
+{
+    const bool isKept = !edit.path.isEmpty();
+    again->setVisible(isKept);
+    copy->setVisible(isKept);
+    if (!isKept)
+        return;
+    const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
+    const QVariant value = attribute ? attribute->getValue() : QVariant();
+    const bool isEditable = value.isValid() && value.userType() != QMetaType::QByteArray;
+    const QString hint = isEditable  ? tr("Open the editor of '%1' with what was entered")
+                         : attribute ? tr("'%1' cannot be edited in its cell")
+                                     : tr("'%1' does not exist");
+    again->setEnabled(isEditable);
+    again->setToolTip(Utilities::ModelViews::toolTipText(hint.arg(edit.path)));
+    again->setAccessibleName(hint.arg(edit.path));
+}
+
+// What is in another editor is taken first, and may be kept here instead.
+void FailureHint::requestEdit()
+{
+    const RefusedEdit requested = edit;
+    endCellEdit(*window());
+    emit editRequested(requested);
+}
+
+bool FailureHint::hasKeyboard() const
+{
+    const QWidget* const focused = QApplication::focusWidget();
+    return focused && isAncestorOf(focused);
+}
+
+void FailureHint::reach()
+{
+    endCellEdit(*window());
+    window()->setAttribute(Qt::WA_KeyboardFocusChange); // or the style shows no focus before the first Tab
+    for (QToolButton* const button : findChildren<QToolButton*>()) {
+        if (button->isVisible() && button->isEnabled())
+            return button->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void FailureHint::close()
+{
+    endEdit();
+    endText();
+}
+
+// Gives the keyboard back.
+void FailureHint::vanish()
+{
+    if (hasKeyboard() && cameFrom)
+        cameFrom->setFocus(Qt::OtherFocusReason);
+    reachAction->setEnabled(false);
+    hide();
+}
+
+void FailureHint::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void FailureHint::show(const QString& failure)
+{
+    text = failure.left(longestText);
+    age.start();
+    offerEdit();
+    reachAction->setEnabled(true);
+    setToolTip(Utilities::ModelViews::toolTipText(text));
+    setAccessibleName(text);
+    if (icon->pixmap(Qt::ReturnByValue).isNull()) // drawn late: the first look for an icon takes long
+        icon->setPixmap(LogModel::iconOf(LogMessageType::Failure).pixmap(iconSize()));
+    fitText();
+    setVisible(true);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+// Shows the kept edit again.
+void FailureHint::endText()
+{
+    life.stop();
+    success.watch({});
+    unsavedBackend.clear();
+    isReason = !edit.path.isEmpty();
+    text.clear();
+    if (edit.path.isEmpty())
+        vanish();
+    else
+        show(edit.reason);
+}
+
+void FailureHint::endEdit()
+{
+    const bool isShown = text == edit.reason.left(longestText);
+    edit = {};
+    editSuccess.watch({});
+    offerEdit();
+    if (isShown)
+        endText();
+}
+
+void FailureHint::fitText()
+{
+    const QString line = QString(text).replace(QLatin1Char('\n'), QLatin1Char(' '));
+    label->setText(label->fontMetrics().elidedText(line, Qt::ElideRight, label->width()));
+}
+
+void FailureHint::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    layout()->activate(); // the label's width follows
+    fitText();
+}
+
+} // namespace Vantry

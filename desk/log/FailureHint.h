@@ -1,0 +1,93 @@
+#pragma once
+
+#include "desk/log/SuccessWatch.h"
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "host/Shared/Logging/LogRecord.h"
+#include "host/Utilities/RefusedEdits.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+
+class QAction;
+class QHBoxLayout;
+class QLabel;
+class QToolButton;
+
+namespace Vantry {
+
+class LogFeed;
+
+// Tells in the status bar that something failed: the reason that the repository gives, rather than what
+// follows from it. It goes after some seconds, or as soon as the same has succeeded. What a person has
+// entered in vain stays until then, or until it is closed, and can be copied or edited again. F6 leads to its
+// buttons, Escape closes it. GUI thread.
+class FailureHint : public QWidget
+{
+    Q_OBJECT
+
+public:
+    using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> repository, QWidget* parent = nullptr);
+
+    QString getText() const { return text; } // empty while nothing is told
+
+    // Leads the keyboard to the buttons; a child of this, enabled while something is told.
+    QAction* getReachAction() const { return reachAction; }
+
+    // To be called again and again: drops the failure of a backend that has left this list, and offers to
+    // edit again what can be edited.
+    void showUnsaved(const QStringList& backends);
+
+signals:
+    void logRequested();
+    void editRequested(const Utilities::RefusedEdit& edit);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QToolButton* addButton(QHBoxLayout& row, const char* name, const QString& caption,
+                           const QString& toolTip);
+    int iconSize() const;
+    void look(const QVector<Shared::Logging::LogLine>& lines);
+    void tell(const Shared::Logging::LogLine& failure);
+    void takeEdit(const Utilities::RefusedEdit& refused);
+    void show(const QString& failure);
+    void endText();
+    void endEdit();
+    void fitText();
+    void setUpButtons(QHBoxLayout& row);
+    void setUpReaching();
+    void reach();
+    void close();
+    void vanish();
+    void requestEdit();
+    void offerEdit();
+    bool hasKeyboard() const;
+
+    std::shared_ptr<RepositoryInterface> repository;
+
+    // Children.
+    QAction* reachAction;
+    QLabel* icon;
+    QLabel* label;
+    QToolButton* again = nullptr;
+    QToolButton* copy = nullptr;
+    QPointer<QWidget> cameFrom; // had the keyboard before
+
+    QString text;
+    QString unsavedBackend; // that the text is about
+    bool isReason = false;  // the text is of the repository
+    QElapsedTimer age;
+    QTimer life;
+    SuccessWatch success; // of what the text is about
+
+    Utilities::RefusedEdit edit; // without a path when there is none to keep
+    SuccessWatch editSuccess;
+};
+
+} // namespace Vantry

@@ -1,0 +1,80 @@
+#include "desk/window/EditMenu.h"
+
+#include "desk/common/CellEdit.h"
+#include "desk/common/MenuText.h"
+#include "desk/common/WaitCursor.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+namespace Vantry {
+
+namespace {
+
+// Whether the widget takes back what is typed into it by itself.
+bool hasOwnHistory(const QWidget* widget)
+{
+    if (const auto* const line = qobject_cast<const QLineEdit*>(widget))
+        return !line->isReadOnly();
+    if (const auto* const text = qobject_cast<const QTextEdit*>(widget))
+        return !text->isReadOnly();
+    if (qobject_cast<const QAbstractSpinBox*>(widget))
+        return true;
+    const auto* const plainText = qobject_cast<const QPlainTextEdit*>(widget);
+    return plainText && !plainText->isReadOnly();
+}
+
+} // namespace
+
+EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget& editedWindow)
+    : QMenu(tr("&Edit"), &editedWindow), history(std::move(steps)), window(editedWindow),
+      undo(addAction(QString())), redo(addAction(QString()))
+{
+    undo->setObjectName(QStringLiteral("undo"));
+    undo->setShortcut(QKeySequence::Undo);
+    redo->setObjectName(QStringLiteral("redo"));
+    redo->setShortcuts({QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), QKeySequence(Qt::CTRL + Qt::Key_Y)});
+    connect(undo, &QAction::triggered, this, [this] { take(&History::undo); });
+    connect(redo, &QAction::triggered, this, [this] { take(&History::redo); });
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        endCellEdit(window);
+        refresh();
+    });
+    refresh();
+}
+
+void EditMenu::refresh()
+{
+    name(*undo, tr("&Undo"), history ? history->getUndoName() : QString());
+    name(*redo, tr("&Redo"), history ? history->getRedoName() : QString());
+}
+
+void EditMenu::name(QAction& action, const QString& verb, const QString& step)
+{
+    action.setText(step.isEmpty() ? verb : verb + QLatin1Char(' ') + menuText(step));
+    action.setEnabled(!step.isEmpty());
+}
+
+// What is refused is told by the log.
+void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
+{
+    endCellEdit(window);
+    const WaitCursor cursor;
+    (history.get()->*step)();
+    refresh();
+}
+
+void EditMenu::prepareFor(QKeyEvent& key)
+{
+    refresh();
+    // Text fields leave this one of the keys to others, and a step would be done again by mistake.
+    if (key.key() == Qt::Key_Y && key.modifiers() == Qt::ControlModifier &&
+        hasOwnHistory(QApplication::focusWidget()))
+        key.accept();
+}
+
+} // namespace Vantry

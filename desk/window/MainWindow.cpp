@@ -1,0 +1,398 @@
+#include "desk/window/MainWindow.h"
+
+#include "desk/common/CellEdit.h"
+#include "desk/common/FlatButtons.h"
+#include "desk/files/ExampleFiles.h"
+#include "desk/files/FileDrops.h"
+#include "desk/files/FileMenu.h"
+#include "desk/files/KeptChangesBar.h"
+#include "desk/files/RecentFiles.h"
+#include "desk/log/FailureHint.h"
+#include "desk/log/LogDock.h"
+#include "desk/plugins/GuiContext.h"
+#include "desk/plugins/LoadingNote.h"
+#include "desk/plugins/PluginDock.h"
+#include "desk/window/EditMenu.h"
+#include "desk/window/NavigationArea.h"
+#include "desk/window/NoticeBar.h"
+#include "desk/window/StartPage.h"
+#include "desk/window/TreeSelection.h"
+#include "desk/window/WindowMemory.h"
+#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
+#include "host/Utilities/RefusedEdits.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace Vantry {
+
+using Utilities::RefusedEdit;
+using Utilities::RefusedEdits;
+using Utilities::ModelViews::Widgets::PlainMessageBox;
+
+namespace {
+
+const QLatin1String attributesPage("attributes");
+
+} // namespace
+
+MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
+                       const QStringList& firstFiles)
+    : loader(pluginLoader), repository(std::move(attributes)), mounter(repository), files(repository, *this),
+      applications(std::make_shared<GuiContext>(QStringList{QStringLiteral("desk")}), repository)
+{
+    setObjectName(QStringLiteral("mainWindow"));
+    if (const auto history = repository->getHistoryInterface())
+        history->recordThisThread();
+    resize(QSize(1100, 720).boundedTo(screen()->availableSize()));
+    setUpAreas();
+    setUpStatusBar();
+    setUpMenus();
+    connect(new FileDrops(*this), &FileDrops::dropped, this, &MainWindow::openFiles);
+    connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
+    connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
+    connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
+    applications.createApplications(loader);
+    showFirstPages(!firstFiles.isEmpty());
+    mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
+    addApplications();
+    WindowMemory::restore(*this);
+    plugins->showFindings(loader.getFindings());
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::setUpAreas()
+{
+    navigation = new NavigationArea;
+    notices = new NoticeBar;
+    kept = new KeptChangesBar;
+    connect(kept, &KeptChangesBar::applyRequested, this, &MainWindow::applyKept);
+    workArea = new QStackedWidget;
+    workArea->setObjectName(QStringLiteral("workArea"));
+    auto* const right = new QWidget;
+    auto* const column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(notices);
+    column->addWidget(kept);
+    column->addWidget(workArea, 1);
+
+    areas = new QSplitter;
+    areas->setObjectName(QStringLiteral("areas"));
+    areas->setChildrenCollapsible(false);
+    areas->addWidget(navigation);
+    areas->addWidget(right);
+    areas->setStretchFactor(1, 1);
+    setCentralWidget(areas);
+
+    plugins = new PluginDock;
+    addDockWidget(Qt::BottomDockWidgetArea, plugins);
+    log = new LogDock(logFeed);
+    addDockWidget(Qt::BottomDockWidgetArea, log);
+}
+
+void MainWindow::setUpStatusBar()
+{
+    hint = new FailureHint(logFeed, repository);
+    statusBar()->addWidget(hint, 1);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
+            [this] { hint->showUnsaved(files.getWatch().getNames()); });
+    connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
+    connect(hint, &FailureHint::editRequested, this, &MainWindow::editAgain);
+}
+
+void MainWindow::setUpMenus()
+{
+    file = new FileMenu(files, this);
+    menuBar()->addMenu(file);
+    connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
+    connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
+    edit = new EditMenu(repository->getHistoryInterface(), *this);
+    menuBar()->addMenu(edit);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
+
+    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
+    showNavigation->setObjectName(QStringLiteral("showNavigation"));
+    view->addAction(showNavigation);
+    showNavigation->setCheckable(true);
+    showNavigation->setChecked(true);
+    showNavigation->setShortcut(Qt::Key_F9);
+    connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
+    view->addAction(plugins->toggleViewAction());
+    QAction* const showLog = log->toggleViewAction();
+    showLog->setShortcut(Qt::Key_F8);
+    view->addAction(showLog);
+    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
+        if (isShown)
+            log->showLines();
+    });
+    QAction* const showFailure = hint->getReachAction();
+    view->addAction(showFailure);
+
+    QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::addApplications()
+{
+    for (const auto& application : applications.getApplications()) {
+        const LoadingNote note({application.library->getFile()});
+        if (application.control)
+            navigation->addControl(application.icon, application.name, application.control);
+        if (application.main) {
+            workArea->addWidget(application.main);
+            FlatButtons::style(*application.main);
+        }
+    }
+    if (!applications.getApplications().empty())
+        setWindowIcon(applications.getApplications().front().icon);
+    if (applications.getApplications().empty())
+        notices->addNotices(
+            {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
+}
+
+void MainWindow::showPage(const QString& identification, const QString& page)
+{
+    for (const auto& application : applications.getApplications()) {
+        if (application.control && application.identification == identification)
+            FlatButtons::markPage(*application.control, page);
+    }
+    showApplication(identification);
+}
+
+void MainWindow::showApplication(const QString& identification)
+{
+    for (const auto& application : applications.getApplications()) {
+        if (application.main && application.identification == identification)
+            workArea->setCurrentWidget(application.main);
+    }
+}
+
+void MainWindow::showFirstPages(bool hasFiles)
+{
+    bool isAnyShown = hasFiles;
+    for (const auto& application : applications.getApplications()) {
+        const QString& identification = application.identification;
+        const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
+        if (page.isEmpty() || (!hasFiles && page == attributesPage))
+            continue;
+        applications.setPage(identification, page);
+        isAnyShown = true;
+    }
+    if (!isAnyShown && !applications.getApplications().empty())
+        showStartPage();
+}
+
+bool MainWindow::areFilesShown() const
+{
+    const auto& shown = applications.getApplications();
+    return std::any_of(shown.begin(), shown.end(), [this](const auto& application) {
+        return application.main == workArea->currentWidget() &&
+               applications.getPage(application.identification) == attributesPage;
+    });
+}
+
+void MainWindow::showStartPage()
+{
+    if (!startPage) {
+        startPage = new StartPage;
+        workArea->addWidget(startPage);
+        connect(startPage, &StartPage::chooseRequested, file, &FileMenu::chooseFiles);
+        connect(startPage, &StartPage::openRequested, this, &MainWindow::openFiles);
+        connect(startPage, &StartPage::exampleRequested, this, &MainWindow::openExample);
+    }
+    startPage->refresh();
+    workArea->setCurrentWidget(startPage);
+    for (const auto& application : applications.getApplications()) {
+        if (application.control)
+            FlatButtons::markPage(*application.control, {});
+    }
+}
+
+void MainWindow::openExample()
+{
+    QString error;
+    const QStringList example = ExampleFiles::make(error);
+    if (!error.isEmpty())
+        notices->addNotices({tr("The example was not opened: %1").arg(error)});
+    openFiles(example);
+}
+
+void MainWindow::openFiles(const QStringList& names)
+{
+    if (names.isEmpty())
+        return;
+    mounter.mount(names);
+    showFirstPages(true);
+}
+
+void MainWindow::waitForFirstFiles()
+{
+    constexpr std::chrono::milliseconds patience(100);
+    if (mounter.waitFor(patience))
+        QCoreApplication::sendPostedEvents();
+}
+
+void MainWindow::showKeptChanges()
+{
+    kept->refresh();
+}
+
+void MainWindow::applyKept(const KeptChanges::Entry& entry)
+{
+    const QString backend = FileMounter::backendOf(entry.file, *repository);
+    if (backend.isEmpty()) {
+        keptToApply.append(entry);
+        openFiles({entry.file});
+        return;
+    }
+    showFirstPages(true);
+    files.applyKept(entry, backend);
+    kept->refresh();
+}
+
+bool MainWindow::isOpeningFiles() const
+{
+    return mounter.isBusy();
+}
+
+void MainWindow::showResult(const FileMounter::Result& result)
+{
+    RecentFiles::add(result.opened);
+    notices->addNotices(result.problems);
+    files.getWatch().look();
+    if (!result.openBefore.isEmpty())
+        selectBackend(result.openBefore.last());
+    const auto waiting = std::exchange(keptToApply, {});
+    for (const KeptChanges::Entry& entry : waiting) {
+        if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
+            applyKept(entry);
+        else if (mounter.isBusy())
+            keptToApply.append(entry);
+    }
+}
+
+void MainWindow::selectBackend(const QString& backend)
+{
+    for (const auto& application : applications.getApplications()) {
+        if (application.main && selectInTree(*application.main, backend))
+            return;
+    }
+    notices->addNotices(
+        {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
+}
+
+void MainWindow::editAgain(const RefusedEdit& refused)
+{
+    showFirstPages(true);
+    RefusedEdits::instance().editAgain(refused);
+}
+
+// What the window and its menus say of the open files.
+void MainWindow::showFiles()
+{
+    edit->refresh();
+    setWindowModified(!files.getWatch().getNames().isEmpty());
+    const QStringList backends = files.getBackends();
+    if (backends == shownBackends)
+        return;
+    if (backends.isEmpty() && areFilesShown())
+        showStartPage();
+    shownBackends = backends;
+    constexpr int mostNames = 3;
+    QString title = files.getFileNames(backends.mid(0, mostNames)).join(QStringLiteral(", "));
+    if (backends.size() > mostNames)
+        title = tr("%1 and %2 more").arg(title, QString::number(backends.size() - mostNames));
+    title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
+    setWindowTitle(title.isEmpty() ? QString() : title + QLatin1String("[*]"));
+}
+
+void MainWindow::showAbout()
+{
+    QString text = tr("<h3>Vantry %1</h3><p>One window over all configuration of a system.</p>")
+                       .arg(QCoreApplication::applicationVersion().toHtmlEscaped());
+    for (const auto& application : applications.getApplications())
+        text += QStringLiteral("<p>%1 %2</p>")
+                    .arg(application.name.toHtmlEscaped(), application.version.toHtmlEscaped());
+    QMessageBox::about(this, tr("About Vantry"), text);
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride)
+        edit->prepareFor(*static_cast<QKeyEvent*>(event));
+    return QMainWindow::event(event);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    // A widget with a style sheet keeps the colours that it had when the sheet was set.
+    const auto widgets = findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        const QString sheet = widget->styleSheet();
+        if (!sheet.isEmpty()) {
+            widget->setStyleSheet({});
+            widget->setStyleSheet(sheet);
+        }
+    }
+}
+
+void MainWindow::closeUnasked()
+{
+    files.keepUnsaved();
+    asks = false;
+    close();
+}
+
+// Ends the edit of a cell. False when what was typed is refused, and the person does not give it up.
+bool MainWindow::mayEntryBeLost()
+{
+    bool isRefused = false;
+    {
+        const QObject listener;
+        connect(&RefusedEdits::instance(), &RefusedEdits::added, &listener,
+                [&isRefused] { isRefused = true; });
+        endCellEdit(*this);
+    }
+    if (!isRefused)
+        return true;
+    PlainMessageBox question(PlainMessageBox::Warning, tr("Not Written"),
+                             tr("%1\n\nClose the window without it?").arg(hint->getText()),
+                             PlainMessageBox::Cancel, this);
+    const QAbstractButton* const close = question.addButton(tr("C&lose"), PlainMessageBox::DestructiveRole);
+    question.exec();
+    return question.clickedButton() == close;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (asks && !(mayEntryBeLost() && files.mayBeLost())) {
+        event->ignore();
+        return;
+    }
+    WindowMemory::save(*this);
+    for (const auto& application : applications.getApplications())
+        WindowMemory::savePage(application.identification, applications.getPage(application.identification));
+    using Utilities::ApplicationPlugins::ApplicationPluginController;
+    applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
+    QMainWindow::closeEvent(event);
+}
+
+} // namespace Vantry

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "desk/files/BackendFiles.h"
+#include "desk/files/FileMounter.h"
+#include "desk/log/LogFeed.h"
+#include "desk/plugins/ApplicationHost.h"
+#include "desk/plugins/PluginLoader.h"
+#include "host/Utilities/RefusedEdits.h"
+
+#include <QMainWindow>
+
+class QSplitter;
+class QStackedWidget;
+
+namespace Vantry {
+
+class EditMenu;
+class FailureHint;
+class FileMenu;
+class KeptChangesBar;
+class LogDock;
+class NavigationArea;
+class NoticeBar;
+class PluginDock;
+class StartPage;
+
+// The window: what applications there are on the left, the work area of the chosen one on the right, and
+// above it what could not be opened. GUI thread.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+
+    // The loader outlives the window. Without files the window opens on the page that was shown last, or
+    // where that would show files, on the start page.
+    MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
+    ~MainWindow() override;
+
+    // Opens files on another thread, and shows their attributes.
+    void openFiles(const QStringList& files);
+
+    // Waits a moment for the files that were given first, so that the window appears with what is in them. It
+    // appears without when they are so many or large that a person would notice the wait.
+    void waitForFirstFiles();
+
+    bool isOpeningFiles() const;
+
+    // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
+    // kept, and showKeptChanges tells where.
+    void closeUnasked();
+    void showKeptChanges();
+
+protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void setUpAreas();
+    void setUpStatusBar();
+    void setUpMenus();
+    void addApplications();
+    void showPage(const QString& identification, const QString& page);
+    void showApplication(const QString& identification);
+    void showFirstPages(bool hasFiles);
+    bool areFilesShown() const;
+    void showStartPage();
+    void openExample();
+    void applyKept(const KeptChanges::Entry& entry);
+    void showResult(const FileMounter::Result& result);
+    bool mayEntryBeLost();
+    void editAgain(const Utilities::RefusedEdit& refused);
+    void selectBackend(const QString& backend);
+    void showFiles();
+    void showAbout();
+
+    PluginLoader& loader;
+    std::shared_ptr<Repository> repository;
+    FileMounter mounter;
+    BackendFiles files;
+    LogFeed logFeed;
+    QStringList shownBackends;               // in the title
+    QVector<KeptChanges::Entry> keptToApply; // once their files are open
+    bool asks = true;
+
+    // Owned by the window as their Qt parent.
+    QSplitter* areas = nullptr;
+    FileMenu* file = nullptr;
+    EditMenu* edit = nullptr;
+    NavigationArea* navigation = nullptr;
+    NoticeBar* notices = nullptr;
+    KeptChangesBar* kept = nullptr;
+    QStackedWidget* workArea = nullptr;
+    StartPage* startPage = nullptr;
+    PluginDock* plugins = nullptr;
+    LogDock* log = nullptr;
+    FailureHint* hint = nullptr;
+
+    ApplicationHost applications; // its widgets go before the window's areas
+};
+
+} // namespace Vantry
