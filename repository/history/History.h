@@ -13,7 +13,8 @@
 
 namespace Repository {
 
-// The steps that can be taken back, and who records them. Any thread; its lock is taken last of all.
+// The steps that can be taken back, and who records them. Any thread; its lock is taken after those of the
+// tree and before those of backends.
 class History
 {
 public:

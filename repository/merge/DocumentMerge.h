@@ -23,7 +23,7 @@ struct MergedDocument
 };
 
 // Brings together what two sides made of one document of the type: all of theirs, byte for byte, and in it
-// what leads from the base to mine. Standard library only, so that it can be tried on texts alone.
+// what leads from the base to mine. Without Qt, so that it can be tried on texts alone.
 //
 // The members of an array and siblings of one name have numbers for paths. Where one side gave them other
 // numbers, the same path means another member to each side: what both changed there is a conflict, too.

@@ -95,7 +95,7 @@ Outcome AttributeStore::write(const QString& path, const QVariant& value, int po
         lock.unlock();
         if (outcome)
             return Refusals::notSet(*std::move(outcome), path, value, isHidden);
-        { // whoever documentEdits the backend holds this lock until it is done
+        { // whoever edits the backend holds this lock until it is done
             const std::shared_lock waiting(tree->structure);
         }
         return write(path, value, points);
