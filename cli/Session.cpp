@@ -70,7 +70,7 @@ Session::Session(const Invocation& given)
         const QString format = invocation.valueOf(option);
         const QStringList known = repository->getBackendTypes();
         if (!format.isEmpty() && !known.contains(format))
-            error = QStringLiteral("there is no format '%1'; known are %2")
+            error = QStringLiteral("there is no format '%1'; valid formats: %2")
                         .arg(format, known.join(QStringLiteral(", ")));
     }
     if (!error.isEmpty())

@@ -62,7 +62,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
     const auto type = Repository::Documents::typeNamed(name.toStdString());
     if (!type)
         Messages::tell(
-            QStringLiteral("there is no type '%1'%2; known are %3")
+            QStringLiteral("there is no type '%1'%2; valid types: %3")
                 .arg(name, Suggestion::forTypo(name, typeNames()), typeNames().join(QStringLiteral(", "))));
     return type;
 }

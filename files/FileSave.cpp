@@ -54,7 +54,7 @@ std::string FileSave::examine()
     std::string error = original->openRegular(folder.get(), location.name, O_RDONLY, status);
     if (!error.empty() && errno == ENOENT) {
         original.reset();
-        return known.exists ? "it is gone since it was read" : std::string();
+        return known.exists ? "it has been deleted since it was read" : std::string();
     }
     if (error.empty())
         error = original->readAll(found);

@@ -19,7 +19,7 @@ using namespace FrameworkCore::AppConfig;
 
 namespace {
 
-// A look at the tree that gives nothing where there is no memory for it, which is logged.
+// A look at the tree, which gives nothing, and logs that, when memory is refused.
 template <typename Operation>
 auto looked(const QString& path, const Operation& operation)
 {

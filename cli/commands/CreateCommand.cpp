@@ -24,10 +24,11 @@ ExitCode run(Session& session, const Invocation& invocation)
             return Session::fail(ExitCode::Refused, QStringLiteral("'%1': %2").arg(path, reason));
     }
     if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
-        return Session::fail(ExitCode::Usage,
-                             QStringLiteral("'%1' is no path: names joined by \".\", none of them empty, and "
-                                            "none with \"*\" in it")
-                                 .arg(path));
+        return Session::fail(
+            ExitCode::Usage,
+            QStringLiteral("'%1' is not a path: names joined by \".\", none of them empty, and "
+                           "none with \"*\" in it")
+                .arg(path));
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!source)
         return session.getFailure();

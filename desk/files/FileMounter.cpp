@@ -45,10 +45,10 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
     if (info.isDir())
         return QStringLiteral("%1: it is a folder").arg(file);
     if (!info.isFile()) // reading a pipe might never end
-        return QStringLiteral("%1: it is no regular file").arg(file);
+        return QStringLiteral("%1: it is not a regular file").arg(file);
     const QString type = ::Repository::FileFormat::ofFile(file);
     if (type.isEmpty())
-        return QStringLiteral("%1: it is no text").arg(file);
+        return QStringLiteral("%1: it is not a text file").arg(file);
     const QStringList types = repository.getBackendTypes();
     if (!types.contains(type))
         return QStringLiteral("%1: this version opens %2 files, not %3")

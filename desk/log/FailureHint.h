@@ -34,7 +34,7 @@ public:
 
     QString getText() const { return text; } // empty while nothing is told
 
-    // Leads the keyboard to the buttons; a child of this, enabled while something is told.
+    // Leads the keyboard to the buttons; a child of this, enabled while there is a message.
     QAction* getReachAction() const { return reachAction; }
 
     // To be called again and again: drops the failure of a backend that has left this list, and offers to

@@ -253,7 +253,7 @@ Outcome FileBackend::handleDeletion(Trigger trigger, const ApplyChange& apply)
         isDeleted = !becomesEmpty;
     }
     if (!becomesEmpty)
-        return refusal(QStringLiteral("the file is gone: what is open stays as it was"))
+        return refusal(QStringLiteral("the file has been deleted: what is open stays as it was"))
             .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
     Outcome outcome;
     apply([&] {
@@ -343,7 +343,7 @@ QString FileBackend::getUnsavedDiff() const
 Outcome FileBackend::checkConflicts() const
 {
     if (isDeleted)
-        return refusal(QStringLiteral("the file is gone since it was read"))
+        return refusal(QStringLiteral("the file has been deleted since it was read"))
             .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
     const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
     if (conflicts.empty())

@@ -15,7 +15,7 @@ public:
     // By its name alone, for a file that is yet to come; empty when the name tells nothing.
     static QString ofName(const QString& file);
 
-    // By its name and how its bytes begin; empty for what is no text.
+    // By its name and how its bytes begin; empty for what is not a text.
     static QString ofContent(const QString& file, const QByteArray& bytes);
 
     // The same of what is on the disk. Opens regular files only.

@@ -115,7 +115,7 @@ Outcome Refusals::noType(const QString& type)
     for (const std::string& name : Documents::getDocumentTypes())
         known.append(QString::fromStdString(name));
     return Outcome(StatusCode::BackendFailure, QStringLiteral("there is no backend type '%1'").arg(type))
-        .advise(QStringLiteral("known are: ") + known.join(QStringLiteral(", ")));
+        .advise(QStringLiteral("valid types: ") + known.join(QStringLiteral(", ")));
 }
 
 Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)

@@ -233,7 +233,7 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
     const int open = name.indexOf(QLatin1Char('('));
     const auto withArgument = rulesWithArgument().find(name.left(open));
     if (withArgument == rulesWithArgument().end()) {
-        error = QStringLiteral("there is no validation '%1'; known are: %2")
+        error = QStringLiteral("there is no validation '%1'; known validations: %2")
                     .arg(name, ruleNames().join(QStringLiteral(", ")));
         return {};
     }

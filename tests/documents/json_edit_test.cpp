@@ -348,7 +348,7 @@ private slots:
         row("{}", insert("a[2].b", integer(2)), "can only be added after \"a\"");
         row("{}", insert("a.b[2]", integer(2)), "can only be added after \"b\"");
         row("{}", insert("a*", integer(2)), "not how a key is written");
-        row("{}", insert("a..b", integer(2)), "no path");
+        row("{}", insert("a..b", integer(2)), "not a path");
         row("{}", insert("%FF", integer(2)), "UTF-8");
         row("{}", insert("a.%23value", integer(2)), "is kept for values of groups");
         row("{\"a\":{\"#value\":{}}}", insert("a", integer(2)), "a group stands in the member");

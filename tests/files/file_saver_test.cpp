@@ -100,7 +100,7 @@ private slots:
         refused("f.ini", stamp, "another program has changed it since it was read");
         refused("f.ini", FileStamp(), "another program has created it meanwhile");
         folder->remove("f.ini");
-        refused("f.ini", stamp, "it is gone since it was read");
+        refused("f.ini", stamp, "it has been deleted since it was read");
     }
 
     void mergesWhatComesInTheLastMoment_data()
@@ -139,7 +139,8 @@ private slots:
             QVERIFY(ops.hasMeddled());
             QCOMPARE(folder->leftovers(), QStringList());
             if (what == QLatin1String("removed")) {
-                QCOMPARE(result.error, path("f.ini") + " is not saved: it is gone since it was read");
+                QCOMPARE(result.error,
+                         path("f.ini") + " is not saved: it has been deleted since it was read");
                 QCOMPARE(folder->content("f.ini"), std::string("(missing)"));
                 continue;
             }

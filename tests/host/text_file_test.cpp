@@ -109,8 +109,8 @@ private slots:
         row(".", "it is a folder");
         row("loop", "Too many levels of symbolic links");
         row("huge", Files::SizeLimit::refusal().c_str());
-        row("latin", "it is no text in UTF-8 (line 2)");
-        row("binary", "it is no text in UTF-8 (line 3)");
+        row("latin", "it is not a text in UTF-8 (line 2)");
+        row("binary", "it is not a text in UTF-8 (line 3)");
     }
 
     void refusesWhatIsNoText()

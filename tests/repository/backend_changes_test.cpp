@@ -220,7 +220,7 @@ private slots:
         QVERIFY(write("m.oven.limit", 300));
         QVERIFY(QFile::remove(file));
         QVERIFY(!save());
-        QVERIFY(lastFailure().contains(QLatin1String("gone")));
+        QVERIFY(lastFailure().contains(QLatin1String("has been deleted")));
         QVERIFY(!reload());
         QVERIFY(!QFile::exists(file));
         QCOMPARE(unsaved().first(), QStringLiteral("m changed > conflict"));

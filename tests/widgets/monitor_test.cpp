@@ -334,7 +334,7 @@ private slots:
         QCOMPARE(paths(), words("d b"));
         writeFile(other, "a\xFF");
         choose("Load", enterFile(other),
-               seeWarning({other + QStringLiteral(" cannot be read: it is no text in UTF-8 (line 1)")}));
+               seeWarning({other + QStringLiteral(" cannot be read: it is not a text in UTF-8 (line 1)")}));
         QCOMPARE(paths(), words("d b"));
 
         QVERIFY(QFile::remove(other) && QDir().mkdir(other)); // where no list can be written

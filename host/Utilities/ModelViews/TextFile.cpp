@@ -43,7 +43,7 @@ QString textError(const std::string& bytes)
         wrong += length;
     }
     const auto line = 1 + std::count(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(wrong), '\n');
-    return tr("it is no text in UTF-8 (line %1)").arg(line);
+    return tr("it is not a text in UTF-8 (line %1)").arg(line);
 }
 
 QString unread(const QString& name, const QString& reason)

@@ -42,7 +42,7 @@ NumberedComponent splitNumber(std::string_view component);
 // The component of the number-th sibling of that name, counted from 1.
 std::string joinNumber(std::string_view name, std::size_t number);
 
-// The components of a path; nothing when it is no path (empty, or with an empty component). The views live
+// The components of a path; nothing when it is not a path (empty, or with an empty component). The views live
 // as long as the path.
 std::optional<std::vector<std::string_view>> splitPath(std::string_view path);
 

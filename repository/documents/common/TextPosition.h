@@ -9,7 +9,7 @@ namespace Repository::Documents {
 struct TextPosition
 {
     std::size_t line = 1;
-    std::size_t column = 1; // in characters; a byte that is no valid UTF-8 counts as one
+    std::size_t column = 1; // in characters; a byte that is not valid UTF-8 counts as one
 };
 
 // The position of a byte. Lines end at "\n", "\r\n" or "\r"; a byte order mark at the start takes no column.

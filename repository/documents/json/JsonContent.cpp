@@ -21,7 +21,7 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-constexpr const char* notUtf8 = "the text is no valid UTF-8, which json demands";
+constexpr const char* notUtf8 = "the text is not valid UTF-8, which json demands";
 
 JsonContent scalar(JsonKind kind, std::string spelling)
 {

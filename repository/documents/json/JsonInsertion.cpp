@@ -53,7 +53,7 @@ Outcome JsonInsertion::checkTag(const Value& value) const
 Outcome JsonInsertion::check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const
 {
     if (!place.isPath)
-        return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
+        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
     const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
     if (place.missing.empty() && place.node != noNode) {
         const bool isGroup = file.valueNodeOf(place.node) == noNode;
@@ -101,7 +101,7 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
     if (!key)
         return refused(quoted(component) + " is not how a key is written in a path");
     if (!FrameworkCore::Values::isUtf8(*key))
-        return refused("the key " + quoted(component) + " is no valid UTF-8, which json demands");
+        return refused("the key " + quoted(component) + " is not valid UTF-8, which json demands");
     if (*key == ownValueKey)
         return refused("the key \"#value\" is kept for values of groups");
     if (*key == typesKey && (container == noNode || container == tree.getRoot()))

@@ -27,7 +27,7 @@ Outcome XmlInsertion::insert(std::string_view path, const Value& value)
 {
     const PathMatch way = file.match(path);
     if (!way.isPath)
-        return refused(quoted(path) + " is no path: its parts between the dots must not be empty");
+        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
     if (way.missing.empty())
         return insertValue(way.node, path, value);
     std::vector<XmlComponent> steps;
