@@ -140,7 +140,7 @@ private slots:
         row("broken.xml", "<a>\n</b>", {QStringLiteral(":2:3:"), QStringLiteral("<a>")});
         row("missing.json", {}, {QStringLiteral("no such file")});
         row("folder.json", {}, {QStringLiteral("folder")});
-        row("pipe.json", {}, {QStringLiteral("no regular file")});
+        row("pipe.json", {}, {QStringLiteral("not a regular file")});
         row("secret.json", "{}", {QStringLiteral("ermission")});
     }
 
