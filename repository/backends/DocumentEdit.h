@@ -6,8 +6,7 @@ namespace Repository {
 
 // A change of a backend by more than one value. While it exists, Backend::set changes nothing, so that what
 // it finds and what it leaves is the same in the backend and in the tree. It lives as long as the structure
-// lock is held, and the backend as long as it does: who asked for the change may let go of one that has been
-// closed meanwhile. One thread.
+// lock is held, and keeps the backend alive: the caller may release one that is closed meanwhile. One thread.
 class DocumentEdit
 {
 public:

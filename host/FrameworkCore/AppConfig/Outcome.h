@@ -15,7 +15,7 @@
 namespace FrameworkCore::AppConfig {
 
 // What came of an operation. Of a failure it keeps the parts, each by itself, and the text for a person is
-// made of them at the end; nobody takes a text apart again. A success is no more than its status. A value;
+// made of them at the end and never parsed. A success is just its status. A value type;
 // one object is not for two threads at once.
 class VANTRY_CORE_EXPORT Outcome
 {
