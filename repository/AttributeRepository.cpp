@@ -1,16 +1,18 @@
 #include "repository/AttributeRepository.h"
 
-#include "repository/common/MemoryGuard.h"
+#include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
-#include "repository/common/RepositoryLog.h"
 #include "repository/mounting/BackendRegistry.h"
 #include "repository/mounting/Mounts.h"
-#include "repository/operations/AttributeStore.h"
+#include "repository/operations/AttributeWriter.h"
 #include "repository/operations/BackendChanges.h"
 #include "repository/operations/StepReplay.h"
 #include "repository/store/AttachedRules.h"
+#include "repository/store/AttributeReader.h"
+#include "repository/store/Refusals.h"
 #include "repository/store/Subscriptions.h"
 #include "repository/store/TreeReader.h"
+#include "repository/transaction/SubtreeRemoval.h"
 #include "repository/transfer/SubtreeTransfer.h"
 
 namespace Repository {
@@ -29,63 +31,7 @@ auto looked(const QString& path, const Operation& operation)
     });
 }
 
-// What a change of the tree came to, which is logged.
-template <typename Operation>
-Outcome changed(const QString& path, const Operation& operation)
-{
-    return logged(guardMemory(operation).of(Outcome::Operation::Change, path));
-}
-
 // The faces that the store shows to the contract; each keeps the store alive.
-
-class Reader : public Interfaces::AttributeReaderInterface
-{
-public:
-    explicit Reader(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
-
-    int readAttributeValue(const QString& path, QVariant& value, const int&) override
-    {
-        return store->read(path, value);
-    }
-
-    std::shared_ptr<Interfaces::AttributeInterface> getAttribute(const QString& path) override
-    {
-        return store->getAttribute(path);
-    }
-
-private:
-    std::shared_ptr<AttributeStore> store;
-};
-
-class Writer : public Interfaces::AttributeWriterInterface
-{
-public:
-    explicit Writer(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
-
-    bool createAttribute(const QString& path, const QVariant& value, const int& option,
-                         const int& access) override
-    {
-        return create(path, value, option, access).ok();
-    }
-
-    int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override
-    {
-        return write(path, value, points).getStatus();
-    }
-
-    Outcome create(const QString& path, const QVariant& value, int option, int access) override
-    {
-        return changed(path, [&] { return store->create(path, value, option, access); });
-    }
-
-    Outcome write(const QString& path, const QVariant& value, int points) override
-    {
-        return changed(path, [&] { return store->write(path, value, points); });
-    }
-
-private:
-    std::shared_ptr<AttributeStore> store;
-};
 
 class Tree : public Interfaces::TreeInterface
 {
@@ -124,7 +70,15 @@ public:
     }
     Outcome removeTree(const QString& path) override
     {
-        return changed(path, [&] { return store->removeTree(path); });
+        return runForCaller(Outcome::Operation::Change, path, [&] {
+            if (isAtOrBelow(path, ownRoot))
+                return Refusals::ownTree();
+            const auto name = [&path] { return QStringLiteral("Remove %1").arg(path); };
+            return store->change(name, [&path](Transaction& transaction) {
+                Node* const node = transaction.getNodes().find(path);
+                return node ? SubtreeRemoval(transaction, *node).run() : Refusals::notFound();
+            });
+        });
     }
 
 private:
@@ -184,7 +138,8 @@ std::shared_ptr<AttributeRepository> AttributeRepository::create(const Repositor
 AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& store,
                                          const RepositoryOptions& options)
     : backends(std::make_shared<BackendRegistry>(store, options.watchesFiles, options.observer)),
-      reader(std::make_shared<Reader>(store)), writer(std::make_shared<Writer>(store)),
+      reader(std::make_shared<AttributeReader>(store->getTree())),
+      writer(std::make_shared<AttributeWriter>(store)),
       notifications(std::make_shared<Subscriptions>(store->getTree())),
       validations(std::make_shared<AttachedRules>(store->getTree())), tree(std::make_shared<Tree>(store)),
       transfer(std::make_shared<SubtreeTransfer>(store)), changes(std::make_shared<BackendChanges>(store)),

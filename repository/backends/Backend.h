@@ -21,8 +21,8 @@ namespace Repository {
 
 // What keeps the attributes of a part of the tree, as a file does. Paths are full paths of the tree, at or
 // below the backend's root, which is its name. Any thread; its locks are the innermost but for the patterns'.
-// Single values are written at any time; whoever changes more holds the structure lock of the tree and keeps
-// those writes out by a DocumentEdit, until backend and tree agree again.
+// Single values are written at any time; whoever changes more holds the structure lock of the tree and does
+// it by a DocumentEdit, which keeps those writes out until backend and tree agree again.
 class Backend : public std::enable_shared_from_this<Backend>
 {
 public:
@@ -86,17 +86,7 @@ public:
     // Changes a value in memory. Nothing while it is being edited otherwise.
     virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
 
-    // Each changes entries in memory, or nothing; the structure lock is held.
-    virtual Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) = 0;
-    virtual Outcome remove(const QString& path) = 0;
-
-    // Around many insertions; see Document. A refusal at the end leaves what was inserted.
-    virtual void beginRun() = 0;
-    virtual Outcome endRun(QString& refusedPath) = 0;
-
-    // An entry that is not there and all below it; see Document::insertAll.
-    virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
-                              std::size_t& refused) = 0;
+    // Whether entries inserted at once keep the order they are given in.
     virtual bool keepsGivenOrder() const = 0;
 
     // Held, no save and no look at what is kept comes in between. Taken before every other lock.
@@ -137,10 +127,16 @@ protected:
     virtual void beginEdit() = 0;
     virtual void endEdit() = 0;
 
-    // Each changes what is being edited, or nothing.
+    // See DocumentEdit.
     virtual Outcome write(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome remove(const QString& path) = 0;
     virtual Outcome respell(const QString& path, const std::string& spelling) = 0;
     virtual Outcome replaceText(std::string bytes) = 0;
+    virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                              std::size_t& refused) = 0;
+    virtual void beginBatch() = 0;
+    virtual Outcome endBatch(QString& refusedPath) = 0;
 
     // The path of an entry below the root.
     std::string relative(const QString& path) const;

@@ -88,7 +88,7 @@ Outcome DocumentBackend::insert(const QString& path, const Value& value)
     return edit([&](Document& text) { return text.insert(relative(path), value); });
 }
 
-void DocumentBackend::beginRun()
+void DocumentBackend::beginBatch()
 {
     const std::lock_guard lock(mutex);
     edit([](Document& text) {
@@ -97,7 +97,7 @@ void DocumentBackend::beginRun()
     });
 }
 
-Outcome DocumentBackend::endRun(QString& refusedPath)
+Outcome DocumentBackend::endBatch(QString& refusedPath)
 {
     const std::lock_guard lock(mutex);
     std::string refused;

@@ -18,12 +18,6 @@ public:
     quint64 getRevision() const override;
 
     std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;
-    Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) override;
-    Outcome remove(const QString& path) override;
-    void beginRun() override;
-    Outcome endRun(QString& refusedPath) override;
-    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
-                      std::size_t& refused) override;
     bool keepsGivenOrder() const override;
 
     bool isClosed() const override;
@@ -34,8 +28,14 @@ protected:
     void beginEdit() override;
     void endEdit() override;
     Outcome write(const QString& path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) override;
+    Outcome remove(const QString& path) override;
     Outcome respell(const QString& path, const std::string& spelling) override;
     Outcome replaceText(std::string bytes) override;
+    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                      std::size_t& refused) override;
+    void beginBatch() override;
+    Outcome endBatch(QString& refusedPath) override;
 
     // A refusal that what is kept is about.
     Outcome refusal(const QString& reason) const;

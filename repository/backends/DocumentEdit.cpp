@@ -6,7 +6,8 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 
-DocumentEdit::DocumentEdit(Backend& editedBackend) : backend(editedBackend.shared_from_this())
+DocumentEdit::DocumentEdit(Backend& editedBackend, bool canRollBack)
+    : backend(editedBackend.shared_from_this()), hasRollback(canRollBack)
 {
     backend->beginEdit();
 }
@@ -16,30 +17,57 @@ DocumentEdit::~DocumentEdit()
     backend->endEdit();
 }
 
-Outcome DocumentEdit::set(const QString& path, const FrameworkCore::Values::Value& value)
+Backend& DocumentEdit::toChange()
 {
-    return backend->write(path, value);
+    if (hasRollback && !before)
+        before = backend->getBytes();
+    return *backend;
+}
+
+Outcome DocumentEdit::set(const QString& path, const Value& value)
+{
+    return toChange().write(path, value);
+}
+
+Outcome DocumentEdit::insert(const QString& path, const Value& value)
+{
+    return toChange().insert(path, value);
+}
+
+Outcome DocumentEdit::remove(const QString& path)
+{
+    return toChange().remove(path);
 }
 
 Outcome DocumentEdit::respell(const QString& path, const std::string& spelling)
 {
-    return backend->respell(path, spelling);
+    return toChange().respell(path, spelling);
 }
 
 Outcome DocumentEdit::replaceText(std::string bytes)
 {
-    return backend->replaceText(std::move(bytes));
+    return toChange().replaceText(std::move(bytes));
 }
 
-void DocumentEdit::setRollbackPoint()
+Outcome DocumentEdit::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                                std::size_t& refused)
 {
-    if (!before)
-        before = backend->getBytes();
+    return toChange().insertAll(path, entries, refused);
+}
+
+void DocumentEdit::beginBatch()
+{
+    toChange().beginBatch();
+}
+
+Outcome DocumentEdit::endBatch(QString& refusedPath)
+{
+    return backend->endBatch(refusedPath);
 }
 
 void DocumentEdit::rollBack() noexcept
 {
-    if (guardMemory([this] { return before ? replaceText(*before) : Outcome(); }).ok())
+    if (guardMemory([this] { return before ? backend->replaceText(*before) : Outcome(); }).ok())
         before.reset();
 }
 

@@ -50,6 +50,18 @@ bool isAtOrBelow(QStringView path, QStringView ancestor)
 }
 
 // Nearly all paths are ASCII, which needs no decoder and just one block of memory.
+QString joinedPath(const QString& parent, QStringView below)
+{
+    if (below.isEmpty())
+        return parent;
+    QString path;
+    path.reserve(parent.size() + 1 + int(below.size()));
+    path += parent;
+    if (!parent.isEmpty())
+        path += pathSeparator;
+    return path.append(below.data(), int(below.size()));
+}
+
 QString joinedPath(const QString& parent, std::string_view below)
 {
     if (parent.isEmpty())

@@ -32,15 +32,16 @@ QStringView parentPath(QStringView path);
 // Whether the path is the other one or lies below it.
 bool isAtOrBelow(QStringView path, QStringView ancestor);
 
-// What of a path stands behind that many characters and the separator; empty for no more than those.
-inline QStringView pathBehind(QStringView path, qsizetype length)
+// What of a path comes after that many characters and the separator; empty for no more than those.
+inline QStringView pathAfter(QStringView path, qsizetype length)
 {
     const qsizetype start = length == 0 ? 0 : length + 1;
     return start < path.size() ? path.mid(start) : QStringView();
 }
 
-// The path of what lies below a parent under that name, or path, of UTF-8; an empty one is the other.
-QString joinedPath(const QString& parent, std::string_view below);
+// The path of what lies below a parent under that name, or path; an empty one is the other.
+QString joinedPath(const QString& parent, QStringView below);
+QString joinedPath(const QString& parent, std::string_view below); // of UTF-8
 
 // The UTF-8 of a path, or a part of one.
 std::string pathBytes(QStringView path);

@@ -114,7 +114,7 @@ QString History::getName(Direction direction) const
     return steps.empty() ? QString() : steps.back().name;
 }
 
-History::Scope::Scope(History& ofHistory, const std::function<QString()>& name) : history(ofHistory)
+History::Scope::Scope(History& ofHistory, const StepName& name) : history(ofHistory)
 {
     if (!history.recordsHere())
         return;

@@ -22,6 +22,8 @@ public:
 
     enum class Direction { Undo, Redo };
 
+    using StepName = std::function<QString()>;
+
     class Scope;
     class Write;
     class Mute;
@@ -61,7 +63,7 @@ class History::Scope
 {
 public:
     // Records what the thread was told to record; the name is only made then.
-    Scope(History& history, const std::function<QString()>& name);
+    Scope(History& history, const StepName& name);
 
     // Records in any case.
     Scope(History& history, const QString& name);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "repository/history/NodeState.h"
 #include "repository/history/TextDelta.h"
-#include "repository/store/Node.h"
 
 #include <memory>
 #include <optional>
@@ -12,26 +11,6 @@
 namespace Repository {
 
 class Backend;
-
-// What history knows of one place of the tree at one moment.
-struct NodeState
-{
-    bool isNode = false;
-    bool isAttribute = false;
-    FrameworkCore::AppConfig::AccessMode access = FrameworkCore::AppConfig::AccessMode::None;
-    QVariant value; // of an attribute; invalid for null
-
-    // Its value is carried nowhere.
-    bool isHidden() const { return isAttribute && !FrameworkCore::AppConfig::isReadable(access); }
-
-    static NodeState of(const Node& node)
-    {
-        return {true, node.isAttribute(), node.getAccess(), node.isAttribute() ? node.value : QVariant()};
-    }
-};
-
-// Whether both are the same attribute, or none, to a person and to a file: nan is nan, and types count.
-bool isSameValue(const NodeState& a, const NodeState& b);
 
 // A write of one value: its spellings in the file make undo exact.
 struct ValueChange

@@ -1,6 +1,5 @@
 #include "repository/history/StepRecorder.h"
 
-#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 
 #include <algorithm>
@@ -14,37 +13,13 @@ bool isUnchanged(const NodeState& a, const NodeState& b)
     return a.isNode == b.isNode && (!a.isAttribute || a.access == b.access) && isSameValue(a, b);
 }
 
-std::size_t sizeOf(const NodeState& state)
-{
-    switch (state.value.userType()) {
-    case QMetaType::QString:
-        return std::size_t(state.value.toString().size()) * sizeof(QChar) + sizeof(NodeState);
-    case QMetaType::QByteArray:
-        return std::size_t(state.value.toByteArray().size()) + sizeof(NodeState);
-    case QMetaType::QStringList: {
-        std::size_t size = sizeof(NodeState);
-        for (const QString& text : state.value.toStringList())
-            size += std::size_t(text.size()) * sizeof(QChar) + sizeof(QString);
-        return size;
-    }
-    default:
-        return sizeof(NodeState);
-    }
-}
-
 std::size_t sizeOf(const QString& path, const NodeState& before, const NodeState& after)
 {
-    return std::size_t(path.size()) * sizeof(QChar) + sizeof(EntryChange) + sizeOf(before) + sizeOf(after);
+    return std::size_t(path.size()) * sizeof(QChar) + sizeof(EntryChange) + before.getSize() +
+           after.getSize();
 }
 
 } // namespace
-
-bool isSameValue(const NodeState& a, const NodeState& b)
-{
-    if (!a.isAttribute || !b.isAttribute)
-        return a.isAttribute == b.isAttribute;
-    return FrameworkCore::Values::isSameValue(a.value, b.value);
-}
 
 StepRecorder::StepRecorder(const QString& stepName) : name(stepName)
 {

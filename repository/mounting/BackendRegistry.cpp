@@ -1,8 +1,7 @@
 #include "repository/mounting/BackendRegistry.h"
 
-#include "repository/common/MemoryGuard.h"
+#include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
-#include "repository/common/RepositoryLog.h"
 #include "repository/mounting/FileBackends.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeStore.h"
@@ -89,15 +88,15 @@ Outcome BackendRegistry::mount(const QString& type, const QString& name,
     description.filePath = configuration.location.toString();
     description.accessMode = configuration.accessMode;
 
-    BackendKind* const kind = kindOf(type);
-    Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type);
-    if (outcome.ok()) {
+    return runForCaller(Outcome::Operation::CreateBackend, name, [&] {
+        BackendKind* const kind = kindOf(type);
+        Outcome outcome = kind ? checkDescription(description) : Refusals::noType(type);
+        if (!outcome.ok())
+            return outcome;
         description.filePath = kind->toLocation(description.filePath);
         outcome = guardMemory([&] { return create(*kind, description, option); });
-        if (!outcome.ok())
-            outcome.in(description.filePath);
-    }
-    return logged(outcome.of(Outcome::Operation::CreateBackend, name));
+        return outcome.ok() ? outcome : outcome.in(description.filePath);
+    });
 }
 
 Outcome BackendRegistry::checkDescription(const Backend::Description& description)
@@ -144,11 +143,13 @@ Outcome BackendRegistry::reload(Backend& backend)
 Outcome BackendRegistry::operate(const QString& name, Outcome::Operation what,
                                  const std::function<Outcome(const std::shared_ptr<Backend>&)>& operation)
 {
-    const auto backend = findBackend(*store->getTree(), name);
-    Outcome outcome = backend ? guardMemory([&] { return operation(backend); }) : Refusals::noBackend();
-    if (backend && outcome == StatusCode::NotEnoughMemory)
-        outcome.in(backend->getDescription().filePath);
-    return logged(outcome.of(what, name));
+    return runForCaller(what, name, [&] {
+        const auto backend = findBackend(*store->getTree(), name);
+        Outcome outcome = backend ? guardMemory([&] { return operation(backend); }) : Refusals::noBackend();
+        return backend && outcome == StatusCode::NotEnoughMemory
+                   ? outcome.in(backend->getDescription().filePath)
+                   : outcome;
+    });
 }
 
 Outcome BackendRegistry::reloadBackend(const QString& name)

@@ -16,21 +16,21 @@ namespace {
 
 const QLatin1String backendNamesPath("internal.backends.names");
 
-void setOwn(TreeEdit& edit, const QString& path, const QVariant& value)
+void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
 {
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
-    Node& node = edit.ensure(path);
-    edit.setAttribute(node, value, AccessMode::ReadOnly,
-                      node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+    Node& node = nodes.ensure(path);
+    nodes.setAttribute(node, value, AccessMode::ReadOnly,
+                       node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
 }
 
-void publishNames(TreeEdit& edit, const std::vector<std::shared_ptr<Backend>>& backends)
+void publishNames(NodeWriter& nodes, const std::vector<std::shared_ptr<Backend>>& backends)
 {
     QStringList names;
     for (const auto& backend : backends)
         names.append(backend->getName());
-    setOwn(edit, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
+    setOwn(nodes, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
 }
 
 } // namespace
@@ -41,24 +41,24 @@ Mounts::Mounts(AttributeTree& attributes, History& steps) : tree(attributes), hi
 
 void Mounts::publish(const QString& path, const QVariant& value)
 {
-    TreeEdit edit(tree);
-    setOwn(edit, path, value);
+    Transaction transaction(tree);
+    setOwn(transaction.getNodes(), path, value);
 }
 
 Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
 {
     const QString name = backend->getName();
-    TreeEdit edit(tree);
-    const Node* place = edit.find(name);
+    Transaction transaction(tree);
+    const Node* place = transaction.getNodes().find(name);
     if (place && place->isBackendRoot())
         return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
     tree.backends.reserve(tree.backends.size() + 1);
-    Projection(edit).mount(*backend);
+    Projection(transaction).mount(*backend);
     tree.backends.push_back(backend);
-    setOwn(edit, backendNamesPath + pathSeparator + name, name);
-    publishNames(edit, tree.backends);
+    setOwn(transaction.getNodes(), backendNamesPath + pathSeparator + name, name);
+    publishNames(transaction.getNodes(), tree.backends);
     return {};
 }
 
@@ -68,11 +68,11 @@ Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardCha
     if (!outcome.ok())
         return outcome;
     history.forgetClosed();
-    TreeEdit edit(tree);
-    Projection(edit).unmount(*backend);
+    Transaction transaction(tree);
+    Projection(transaction).unmount(*backend);
     tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
-    edit.takeAttribute(backendNamesPath + pathSeparator + backend->getName());
-    publishNames(edit, tree.backends);
+    transaction.getNodes().takeAttribute(backendNamesPath + pathSeparator + backend->getName());
+    publishNames(transaction.getNodes(), tree.backends);
     return {};
 }
 

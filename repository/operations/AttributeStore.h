@@ -1,55 +1,47 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/AttributeInterface.h"
-#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "repository/history/History.h"
-#include "repository/store/AttributeTree.h"
-
-#include <QString>
-#include <QVariant>
+#include "repository/transaction/Transaction.h"
 
 #include <memory>
-#include <optional>
 
 namespace Repository {
 
-// Reads, creates, writes and removes attributes of a tree, which it owns with its history. Any thread; every
-// operation may be called from inside a callback.
+// The attributes with the history of their changes, which all operations work on. Any thread.
 class AttributeStore
 {
 public:
-    using AccessMode = FrameworkCore::AppConfig::AccessMode;
     using Outcome = FrameworkCore::AppConfig::Outcome;
-    using StatusCode = FrameworkCore::AppConfig::StatusCode;
-    using UpdateResult = FrameworkCore::Notification::UpdateResult;
-
-    // The option of create that writes to an attribute which exists already; any other refuses it.
-    static constexpr int createOrWrite = 3;
 
     // The bound is that of history, in bytes.
-    explicit AttributeStore(std::size_t historyBound = History::defaultBound);
-    ~AttributeStore();
-    Q_DISABLE_COPY(AttributeStore)
-
-    StatusCode read(const QString& path, QVariant& value);
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeInterface>
-    getAttribute(const QString& path);
-
-    Outcome create(const QString& path, const QVariant& value, int option, int access);
-    Outcome write(const QString& path, const QVariant& value, int points);
-    Outcome removeTree(const QString& path);
+    explicit AttributeStore(std::size_t historyBound = History::defaultBound)
+        : tree(std::make_shared<AttributeTree>()), history(historyBound)
+    {
+    }
 
     // Handles of registrations outlive the store, but not the tree.
     const std::shared_ptr<AttributeTree>& getTree() const { return tree; }
     History& getHistory() { return history; }
 
+    // Runs an operation in a transaction of one operation on one backend, which is a step of history.
+    template <typename Operation>
+    Outcome change(const History::StepName& name, const Operation& operation)
+    {
+        const History::Scope step(history, name);
+        Transaction transaction(*tree, step.getRecorder());
+        return operation(transaction);
+    }
+
+    // The same for several operations on what the paths touch. A refusal rolls them back.
+    template <typename Operation>
+    Outcome changeAll(const History::StepName& name, const QStringList& paths, const Operation& operation)
+    {
+        const History::Scope step(history, name);
+        Transaction transaction(*tree, step.getRecorder(), paths);
+        return operation(transaction);
+    }
+
 private:
-    Outcome refuseUnknown(const QString& path, const QVariant& value);
-    static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
-
-    // Nothing while the node's backend is being edited otherwise.
-    static std::optional<Outcome> store(Node& node, const QVariant& value, QVariant& previous);
-
     const std::shared_ptr<AttributeTree> tree;
     History history;
 };

@@ -1,7 +1,6 @@
 #include "repository/operations/BackendChanges.h"
 
-#include "repository/common/MemoryGuard.h"
-#include "repository/common/RepositoryLog.h"
+#include "repository/common/Border.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/BackendLookup.h"
 #include "repository/transaction/ChangeApplier.h"
@@ -39,11 +38,10 @@ QVector<UnsavedChange> BackendChanges::getUnsavedChanges(const QString& name) co
 Outcome BackendChanges::getUnsavedDiff(const QString& name, QString& diff) const
 {
     const auto backend = findBackend(*store->getTree(), name);
-    Outcome outcome = guardMemory([&] {
+    return runForCaller(Outcome::Operation::ShowChanges, name, [&] {
         diff = backend ? backend->getUnsavedDiff() : QString();
         return Outcome();
     });
-    return logged(outcome.of(Outcome::Operation::ShowChanges, name));
 }
 
 // A change that is one step of undo, with the reason when it is in no backend.
@@ -55,27 +53,27 @@ BackendChanges::changeStep(const QString& path, const char* name,
     if (!backend)
         return {StatusCode::NotFound,
                 QStringLiteral("it lies in no backend, so there is no file to read it from")};
-    return guardMemory([&] {
-        const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
-        ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
-        return change(*backend, std::ref(applier));
-    });
+    const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
+    ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
+    return change(*backend, std::ref(applier));
 }
 
 Outcome BackendChanges::revert(const QString& path)
 {
-    Outcome outcome = changeStep(path, "Revert %1", [&path](Backend& backend, const auto& apply) {
-        return backend.revert(path, apply);
+    return runForCaller(Outcome::Operation::Revert, path, [&] {
+        return changeStep(path, "Revert %1", [&path](Backend& backend, const auto& apply) {
+            return backend.revert(path, apply);
+        });
     });
-    return logged(outcome.of(Outcome::Operation::Revert, path));
 }
 
 Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
 {
-    Outcome outcome = changeStep(path, "Resolve %1", [&](Backend& backend, const auto& apply) {
-        return backend.resolveConflicts(path, side, apply);
+    return runForCaller(Outcome::Operation::Resolve, path, [&] {
+        return changeStep(path, "Resolve %1", [&](Backend& backend, const auto& apply) {
+            return backend.resolveConflicts(path, side, apply);
+        });
     });
-    return logged(outcome.of(Outcome::Operation::Resolve, path));
 }
 
 } // namespace Repository

@@ -28,6 +28,12 @@ QSet<QString> pathsOf(const Changes& changes)
     return paths;
 }
 
+bool isOneValue(const HistoryStep& step)
+{
+    const BackendChange& first = step.changes.front();
+    return step.changes.size() == 1 && first.values.size() == 1 && first.entries.empty() && !first.text;
+}
+
 QStringList rootsOf(const HistoryStep& step)
 {
     QStringList roots;
@@ -85,8 +91,13 @@ Outcome StepReplay::run(HistoryStep step)
 {
     const History::Mute mute;
     const QString name = step.name;
-    TreeEdit edit(tree, rootsOf(step), nullptr);
-    Outcome outcome = replay(edit, step);
+    // A single value is changed by one operation.
+    std::optional<Transaction> transaction;
+    if (isOneValue(step))
+        transaction.emplace(tree);
+    else
+        transaction.emplace(tree, nullptr, rootsOf(step));
+    Outcome outcome = replay(*transaction, step);
     history.settle(std::move(step), direction, outcome.ok());
     return outcome.ok() ? outcome
                         : outcome.of(direction == Direction::Undo ? Outcome::Operation::Undo
@@ -94,32 +105,24 @@ Outcome StepReplay::run(HistoryStep step)
                                      name);
 }
 
-Outcome StepReplay::replay(TreeEdit& edit, const HistoryStep& step)
+Outcome StepReplay::replay(Transaction& transaction, const HistoryStep& step)
 {
-    for (const BackendChange& change : step.changes) {
-        edit.editDocument(*change.backend);
-        Outcome outcome = check(edit, change);
-        if (!outcome.ok())
-            return outcome;
-    }
-    const bool isOneValue = step.changes.size() == 1 && step.changes.front().values.size() == 1 &&
-                            step.changes.front().entries.empty() && !step.changes.front().text;
     Outcome outcome;
     for (const BackendChange& change : step.changes) {
-        if (!isOneValue)
-            edit.editDocument(*change.backend).setRollbackPoint();
-        outcome = outcome.ok() ? changeDocument(edit, change) : outcome;
+        transaction.edit(*change.backend);
+        outcome = outcome.ok() ? check(transaction.getNodes(), change) : outcome;
     }
-    for (const BackendChange& change : step.changes) {
-        if (outcome.ok())
-            showTree(edit, change);
-        else
-            edit.editDocument(*change.backend).rollBack();
-    }
+    for (const BackendChange& change : step.changes)
+        outcome = outcome.ok() ? changeDocument(transaction, change) : outcome;
+    if (!outcome.ok())
+        return outcome;
+    transaction.commit();
+    for (const BackendChange& change : step.changes)
+        showTree(transaction, change);
     return outcome;
 }
 
-Outcome StepReplay::check(TreeEdit& edit, const BackendChange& change) const
+Outcome StepReplay::check(const NodeWriter& nodes, const BackendChange& change) const
 {
     const bool isUndo = direction == Direction::Undo;
     if (change.backend->isClosed())
@@ -130,34 +133,34 @@ Outcome StepReplay::check(TreeEdit& edit, const BackendChange& change) const
     Outcome outcome;
     for (const EntryChange& entry : change.entries) {
         if (outcome.ok() && !inValues.contains(entry.path))
-            outcome = checkPlace(edit, *change.backend, entry.path, from(entry), to(entry));
+            outcome = checkPlace(nodes, *change.backend, entry.path, from(entry), to(entry));
     }
     for (const ValueChange& value : change.values) {
         if (outcome.ok() && !inShape.contains(value.path))
-            outcome = checkPlace(edit, *change.backend, value.path, from(value), to(value));
+            outcome = checkPlace(nodes, *change.backend, value.path, from(value), to(value));
     }
     return outcome;
 }
 
-Outcome StepReplay::checkPlace(TreeEdit& edit, const Backend& backend, const QString& path,
+Outcome StepReplay::checkPlace(const NodeWriter& nodes, const Backend& backend, const QString& path,
                                const NodeState& expected, const NodeState& wanted) const
 {
-    const NodeState present = edit.stateOf(path);
+    const NodeState present = NodeState::at(nodes.getTree(), path);
     if (!isSameValue(present, expected))
         return explainChange(path, present, expected);
-    if ((wanted.isNode || expected.isAttribute) && edit.nearest(path).backend != &backend)
+    if ((wanted.isNode || expected.isAttribute) && nodes.nearest(path).backend != &backend)
         return refusal(QStringLiteral("another backend owns it by now"), path);
     return {};
 }
 
-Outcome StepReplay::changeDocument(TreeEdit& edit, const BackendChange& change)
+Outcome StepReplay::changeDocument(Transaction& transaction, const BackendChange& change)
 {
-    DocumentEdit& document = edit.editDocument(*change.backend);
+    DocumentEdit& document = transaction.edit(*change.backend);
     if (direction == Direction::Redo) {
         Outcome outcome = changeValues(document, change);
-        return outcome.ok() ? changeShape(edit, change) : outcome;
+        return outcome.ok() ? changeShape(transaction, change) : outcome;
     }
-    Outcome outcome = changeShape(edit, change);
+    Outcome outcome = changeShape(transaction, change);
     return outcome.ok() ? changeValues(document, change) : outcome;
 }
 
@@ -173,7 +176,7 @@ Outcome StepReplay::changeValues(DocumentEdit& document, const BackendChange& ch
     return {};
 }
 
-Outcome StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
+Outcome StepReplay::changeShape(Transaction& transaction, const BackendChange& change)
 {
     if (change.text) {
         const std::string text = change.backend->getBytes();
@@ -181,18 +184,19 @@ Outcome StepReplay::changeShape(TreeEdit& edit, const BackendChange& change)
         if (wanted && !change.hasAllEntries)
             unlikeEntries.insert(change.backend.get());
         if (wanted)
-            return edit.editDocument(*change.backend).replaceText(*wanted);
+            return transaction.edit(*change.backend).replaceText(*wanted);
     }
     if (!change.hasAllEntries)
         return changedSince(change.backend->getName());
     if (!change.entries.empty())
         unlikeEntries.insert(change.backend.get());
-    return changeEntries(edit, change);
+    return changeEntries(transaction, change);
 }
 
-Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) const
+Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange& change) const
 {
-    Backend& backend = *change.backend;
+    const Backend& backend = *change.backend;
+    DocumentEdit& document = transaction.edit(*change.backend);
     QSet<QString> leaving;
     for (const EntryChange& entry : change.entries) {
         if (from(entry).isNode && !to(entry).isNode)
@@ -201,7 +205,7 @@ Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
     Outcome outcome;
     for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && outcome.ok(); ++entry) {
         const bool loses = from(*entry).isAttribute && !to(*entry).isAttribute;
-        const Node* node = edit.find(entry->path);
+        const Node* node = transaction.getNodes().find(entry->path);
         if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path))
             continue;
         const bool holdsOthers =
@@ -209,39 +213,40 @@ Outcome StepReplay::changeEntries(TreeEdit& edit, const BackendChange& change) c
             std::any_of(node->children->places.begin(), node->children->places.end(),
                         [&leaving](const Node* child) { return child && !leaving.contains(child->path); });
         if (!holdsOthers)
-            outcome = backend.remove(entry->path);
+            outcome = document.remove(entry->path);
         else if (loses)
             outcome = refusal(QStringLiteral("other attributes have come below"), entry->path);
     }
-    backend.beginRun();
+    document.beginBatch();
     for (const EntryChange& entry : change.entries) {
         if (!outcome.ok() || !to(entry).isNode)
             continue;
         if (to(entry).isAttribute && from(entry).isAttribute)
-            outcome = edit.editDocument(backend).set(entry.path, toValue(to(entry).value));
+            outcome = document.set(entry.path, toValue(to(entry).value));
         else if (to(entry).isAttribute)
-            outcome = backend.insert(entry.path, toValue(to(entry).value));
+            outcome = document.insert(entry.path, toValue(to(entry).value));
         else if (!from(entry).isNode && !backend.contains(entry.path))
-            outcome = backend.insert(entry.path, {});
+            outcome = document.insert(entry.path, {});
     }
     QString lacking;
-    const Outcome ended = backend.endRun(lacking);
+    const Outcome ended = document.endBatch(lacking);
     return outcome.ok() ? ended : outcome;
 }
 
-void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
+void StepReplay::showTree(Transaction& transaction, const BackendChange& change) const
 {
-    const auto show = [&edit](const QString& path, const NodeState& wanted) {
-        Node& node = edit.ensure(path);
+    NodeWriter& nodes = transaction.getNodes();
+    const auto show = [&nodes](const QString& path, const NodeState& wanted) {
+        Node& node = nodes.ensure(path);
         if (wanted.isAttribute)
-            edit.setAttribute(node, wanted.value, wanted.access,
-                              node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+            nodes.setAttribute(node, wanted.value, wanted.access,
+                               node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
         else
-            edit.makeGroup(node);
+            nodes.makeGroup(node);
     };
     for (auto entry = change.entries.rbegin(); entry != change.entries.rend(); ++entry) {
         if (!to(*entry).isNode)
-            edit.takeAttribute(entry->path);
+            nodes.takeAttribute(entry->path);
     }
     for (const EntryChange& entry : change.entries) {
         if (to(entry).isNode)
@@ -253,9 +258,9 @@ void StepReplay::showTree(TreeEdit& edit, const BackendChange& change) const
             show(value.path, to(value));
     }
     if (unlikeEntries.contains(change.backend.get()))
-        Projection(edit).showAll(*change.backend);
+        Projection(transaction).showAll(*change.backend);
     else if (!change.entries.empty() || change.text)
-        edit.restoreOrder(*change.backend);
+        nodes.getOrder().restoreLater(*change.backend);
 }
 
 } // namespace Repository

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/backends/DocumentEdit.h"
 #include "repository/history/History.h"
 
 #include <QSet>
@@ -8,10 +7,12 @@
 namespace Repository {
 
 struct AttributeTree;
-class TreeEdit;
+class DocumentEdit;
+class NodeWriter;
+class Transaction;
 
 // Takes steps of history back and does them again, each all or nothing: the tree is asked whether it is still
-// what the step left, then the documents change, and can be taken back, and the tree follows. Where the text
+// what the step left, then the documents change, and the tree follows. Where the text
 // of a file is what the step left, it becomes byte for byte what it was before; otherwise the values are
 // brought back one by one. Any thread.
 class StepReplay
@@ -40,16 +41,16 @@ private:
         return direction == Direction::Undo ? change.before : change.after;
     }
 
-    Outcome replay(TreeEdit& edit, const HistoryStep& step);
-    Outcome check(TreeEdit& edit, const BackendChange& change) const;
-    Outcome checkPlace(TreeEdit& edit, const Backend& backend, const QString& path, const NodeState& expected,
-                       const NodeState& wanted) const;
-    Outcome changeDocument(TreeEdit& edit, const BackendChange& change);
+    Outcome replay(Transaction& transaction, const HistoryStep& step);
+    Outcome check(const NodeWriter& nodes, const BackendChange& change) const;
+    Outcome checkPlace(const NodeWriter& nodes, const Backend& backend, const QString& path,
+                       const NodeState& expected, const NodeState& wanted) const;
+    Outcome changeDocument(Transaction& transaction, const BackendChange& change);
     Outcome changeValues(DocumentEdit& document, const BackendChange& change) const;
-    Outcome changeShape(TreeEdit& edit, const BackendChange& change);
-    Outcome changeEntries(TreeEdit& edit, const BackendChange& change) const;
+    Outcome changeShape(Transaction& transaction, const BackendChange& change);
+    Outcome changeEntries(Transaction& transaction, const BackendChange& change) const;
 
-    void showTree(TreeEdit& edit, const BackendChange& change) const;
+    void showTree(Transaction& transaction, const BackendChange& change) const;
 
     AttributeTree& tree;
     History& history;

@@ -17,8 +17,8 @@ class Backend;
 // its members by whoever holds the locks that guard them.
 //
 // The structure lock guards the tree's shape: it is held for reading while nodes are walked, and for writing
-// while nodes come and go, which TreeEdit does. A shard's lock guards the attributes of its nodes, and a node
-// found under it stays alive while it is held; with the structure lock held, nodes are found without it.
+// while nodes come and go, which Transaction does. A shard's lock guards the attributes of its nodes, and a
+// node found under it stays alive while it is held; with the structure lock held, nodes are found without it.
 // Locks are taken in the order saving of a file, structure, shard, history, backend, patterns; never two
 // shards at once; and none is held while a callback or the log is called.
 struct AttributeTree

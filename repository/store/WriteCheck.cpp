@@ -1,16 +1,38 @@
 #include "repository/store/WriteCheck.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/backends/Backend.h"
 #include "repository/store/Refusals.h"
 
 namespace Repository {
 
+using FrameworkCore::AppConfig::isWritable;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
+namespace {
+
+Outcome checkRules(const Rules* rules, const QVariant& value)
+{
+    const Breach breach = rules ? findBreach(*rules, value) : Breach();
+    return breach ? Outcome(StatusCode::RefusedByValidation, breach.explain()) : Outcome();
+}
+
+const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path)
+{
+    if (node)
+        return node->getRules();
+    if (shard.waiting.empty())
+        return nullptr;
+    const auto waiting = shard.waiting.find(QString::fromRawData(path.data(), int(path.size())));
+    return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
+}
+
+} // namespace
+
 Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
 {
-    if (!FrameworkCore::AppConfig::isWritable(node.getAccess()))
+    if (!isWritable(node.getAccess()))
         return Refusals::readOnly(node);
     auto converted = node.value.isValid()
                          ? FrameworkCore::Values::convertVariant(value, node.value.userType())
@@ -18,11 +40,20 @@ Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
     if (!converted)
         return node.value.isValid() ? Refusals::wrongType(value, node.value.userType())
                                     : Refusals::noAttributeType();
-    const Rules* rules = node.getRules();
-    if (const Breach breach = rules ? findBreach(*rules, *converted) : Breach())
-        return {StatusCode::RefusedByValidation, breach.explain()};
-    accepted = *std::move(converted);
-    return {};
+    Outcome outcome = checkRules(node.getRules(), *converted);
+    if (outcome.ok())
+        accepted = *std::move(converted);
+    return outcome;
+}
+
+Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* node, const Backend* backend,
+                  const QVariant& value)
+{
+    if (backend && !isWritable(backend->getAccessMode()))
+        return Refusals::readOnly(*backend);
+    const NodeIndex::Shard& shard = tree.index.shardOf(key);
+    const std::lock_guard shardLock(shard.mutex);
+    return checkRules(rulesOf(shard, node, key.path), value);
 }
 
 } // namespace Repository

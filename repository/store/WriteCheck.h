@@ -1,12 +1,17 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/Outcome.h"
-#include "repository/store/Node.h"
+#include "repository/store/AttributeTree.h"
 
 namespace Repository {
 
 // Whether an attribute takes a value: it may be written, the value becomes one of its type without loss, and
 // its rules let that pass. Gives what the attribute would hold. The attribute's lock is held.
 FrameworkCore::AppConfig::Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted);
+
+// Whether a new attribute may have this value, in that backend, which is null in memory. The node is null
+// where none is there yet. The structure lock is held.
+FrameworkCore::AppConfig::Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* node,
+                                            const Backend* backend, const QVariant& value);
 
 } // namespace Repository

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 #include "repository/store/Refusals.h"
+#include "repository/store/WriteCheck.h"
 
 #include <algorithm>
 
@@ -17,27 +18,18 @@ namespace {
 constexpr std::size_t fewNodes = 1000; // of more, sorting them at the end is quicker than asking for each
 
 // How the next node on the way is placed. In what is new itself, nodes may stand as they were given.
-TreeEdit::Placing placingIn(const std::vector<Node*>& way, bool appends)
+NodeWriter::Placing placingIn(const std::vector<Node*>& way, bool appends)
 {
-    return appends && way.size() > 1 ? TreeEdit::Placing::Last : TreeEdit::Placing::ByDocument;
+    return appends && way.size() > 1 ? NodeWriter::Placing::Last : NodeWriter::Placing::ByDocument;
 }
 
 } // namespace
 
-BulkWrite::BulkWrite(TreeEdit& treeEdit, const QString& rootPath) : edit(treeEdit), root(rootPath)
+BulkWrite::BulkWrite(Transaction& bulkTransaction, const QString& rootPath)
+    : transaction(bulkTransaction), nodes(transaction.getNodes()), root(rootPath)
 {
-    if (!root.isEmpty() && !edit.find(root))
-        newPlace = edit.nearest(root).backend;
-}
-
-BulkWrite::~BulkWrite()
-{
-    if (isFinished)
-        return;
-    items = {}; // which may have taken the memory that is needed now
-    held = {};
-    for (Backend* backend : touched)
-        edit.editDocument(*backend).rollBack();
+    if (!root.isEmpty() && !nodes.find(root))
+        newPlace = nodes.nearest(root).backend;
 }
 
 void BulkWrite::expect(std::size_t count)
@@ -46,61 +38,67 @@ void BulkWrite::expect(std::size_t count)
     held.reserve(newPlace ? count : 0);
 }
 
-BulkWrite::Place BulkWrite::placeOf(const QString& path)
+BulkWrite::Target BulkWrite::targetOf(const QString& path)
 {
     if (newPlace)
         return {nullptr, newPlace};
     const QStringView parent = parentPath(path);
     if (!isParentKnown || parent != knownParent) {
         knownParent = parent.toString();
-        parentNode = &edit.nearest(parent);
+        parentNode = &nodes.nearest(parent);
         parentBackend = parentNode->backend;
         if (parentNode->path.size() != parent.size())
             parentNode = nullptr;
         isParentKnown = true;
     }
-    Node* node = parentNode ? edit.find(path) : nullptr;
+    Node* node = parentNode ? nodes.find(path) : nullptr;
     return {node, node ? node->backend : parentBackend};
 }
 
 Outcome BulkWrite::insert(Backend& backend, const QString& path, Value value)
 {
     if (newPlace) {
-        held.push_back({pathBytes(pathBehind(path, root.size())), std::move(value)});
+        held.push_back({pathBytes(pathAfter(path, root.size())), std::move(value)});
         return {};
     }
-    keepText(backend);
-    return backend.insert(path, value);
+    return edit(backend).insert(path, value);
 }
 
-void BulkWrite::keepText(Backend& backend)
+DocumentEdit& BulkWrite::edit(Backend& backend)
 {
-    if (std::find(touched.begin(), touched.end(), &backend) != touched.end())
-        return;
-    edit.editDocument(backend).setRollbackPoint();
-    backend.beginRun();
-    touched.push_back(&backend);
+    DocumentEdit& document = transaction.edit(backend);
+    if (std::find(batches.begin(), batches.end(), &backend) == batches.end()) {
+        document.beginBatch();
+        batches.push_back(&backend);
+    }
+    return document;
 }
 
-void BulkWrite::prepareTakingBack()
+// Of an attribute that exists; the tree shows it in finish.
+Outcome BulkWrite::write(const Node& node, const QVariant& value, QVariant& accepted)
 {
-    if (newPlace)
-        keepText(*newPlace);
+    {
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node.path)).mutex);
+        Outcome outcome = acceptWrite(node, value, accepted);
+        if (!outcome.ok() || !node.backend)
+            return outcome;
+    }
+    return Refusals::unfit(edit(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted)),
+                           accepted, !node.isReadable());
 }
 
 Outcome BulkWrite::writeDocuments()
 {
-    for (Backend* backend : touched) {
+    for (Backend* backend : batches) {
         QString path;
-        Outcome outcome = backend->endRun(path);
+        Outcome outcome = transaction.edit(*backend).endBatch(path);
         if (!outcome.ok())
             return outcome.of(Outcome::Operation::Change, path);
     }
     if (held.empty())
         return {};
-    edit.editDocument(*newPlace);
     std::size_t refused = 0;
-    Outcome outcome = newPlace->insertAll(root, held, refused);
+    Outcome outcome = transaction.edit(*newPlace).insertAll(root, held, refused);
     if (outcome.ok()) {
         std::vector<Documents::Entry>().swap(held); // a great subtree is not held twice
         return outcome;
@@ -121,18 +119,16 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
         return Refusals::invalidPath(path);
     if (isAtOrBelow(path, ownRoot))
         return Refusals::ownTree();
-    const Place place = placeOf(path);
+    const Target place = targetOf(path);
     if (place.node && place.node->isAttribute()) {
-        if (place.backend)
-            keepText(*place.backend);
         QVariant accepted;
-        Outcome outcome = edit.writeDocument(*place.node, value, accepted);
+        Outcome outcome = write(*place.node, value, accepted);
         if (outcome.ok())
             items.push_back({path, accepted, place.node->getAccess(), false, place.node});
         return outcome;
     }
     const NodeIndex::Key key(path);
-    Outcome outcome = edit.acceptNew(key, place.node, place.backend, value);
+    Outcome outcome = acceptNew(nodes.getTree(), key, place.node, place.backend, value);
     if (!outcome.ok())
         return outcome;
     if (place.backend) {
@@ -140,7 +136,7 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), value, !isReadable(place.backend->getAccessMode()));
         if (place.node)
-            edit.restoreOrder(*place.backend); // the value may come before the group
+            nodes.getOrder().restoreLater(*place.backend); // the value may come before the group
         const AccessMode most = place.backend->getAccessMode();
         const auto common = AccessMode(quint8(access) & quint8(most));
         access = common == AccessMode::None ? most : common;
@@ -151,10 +147,10 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
 
 Outcome BulkWrite::addGroup(const QString& path)
 {
-    const Place place = path.isEmpty() ? Place() : placeOf(path);
+    const Target place = path.isEmpty() ? Target() : targetOf(path);
     if (place.node || !place.backend)
         return {};
-    Outcome outcome = edit.acceptNew(NodeIndex::Key(path), nullptr, place.backend, {});
+    Outcome outcome = acceptNew(nodes.getTree(), NodeIndex::Key(path), nullptr, place.backend, {});
     if (outcome.ok())
         outcome = insert(*place.backend, path, Value());
     if (outcome.ok())
@@ -166,7 +162,7 @@ void BulkWrite::finish()
 {
     if (newPlace)
         showNew();
-    isFinished = true;
+    transaction.commit();
     if (newPlace)
         return;
     for (const Item& item : items)
@@ -183,19 +179,19 @@ void BulkWrite::showNew()
     const bool keepsOrder = newPlace->keepsGivenOrder();
     const bool appends = keepsOrder || items.size() > fewNodes;
     if (appends && !keepsOrder)
-        edit.restoreOrder(*newPlace);
+        nodes.getOrder().restoreLater(*newPlace);
     for (Item& item : items) {
         Node& parent = newParent(way, made, item.path, appends);
         const auto placing = placingIn(way, appends);
         if (item.isGroup) {
-            way.push_back(&edit.addGroup(made, parent, item.path, placing));
+            way.push_back(&nodes.addGroup(made, parent, item.path, placing));
             continue;
         }
-        way.push_back(&edit.addAttribute(made, parent, item.path, item.hash, std::move(item.value),
-                                         item.access, placing));
+        way.push_back(&nodes.addAttribute(made, parent, item.path, item.hash, std::move(item.value),
+                                          item.access, placing));
         attributes.push_back(way.back());
     }
-    edit.file(made, attributes);
+    nodes.file(made, attributes);
 }
 
 // The nodes on the way are the last one and those above it, of which the first was there before.
@@ -203,14 +199,14 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
 {
     const QStringView parent = parentPath(path);
     if (way.empty())
-        way.push_back(&edit.ensure(parentPath(root)));
+        way.push_back(&nodes.ensure(parentPath(root)));
     while (way.size() > 1 && !isAtOrBelow(parent, way.back()->path))
         way.pop_back();
     while (way.back()->path.size() < parent.size()) {
         const int nameStart = way.back()->path.isEmpty() ? 0 : way.back()->path.size() + 1;
         const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
         way.push_back(
-            &edit.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, appends)));
+            &nodes.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, appends)));
     }
     return *way.back();
 }
@@ -218,17 +214,18 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
 void BulkWrite::show(const Item& item)
 {
     if (item.node) {
-        const bool isChanged = !FrameworkCore::Values::isSameValue(edit.stateOf(item.path).value, item.value);
-        edit.setAttribute(*item.node, item.value, item.access,
-                          isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
+        const bool isChanged =
+            !FrameworkCore::Values::isSameValue(NodeState::at(nodes.getTree(), item.path).value, item.value);
+        nodes.setAttribute(*item.node, item.value, item.access,
+                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
         return;
     }
     const QStringView parent = parentPath(item.path);
     if (!shownParent || shownParent->path != parent)
-        shownParent = &edit.ensure(parent);
-    Node& node = edit.ensureChild(*shownParent, item.path);
+        shownParent = &nodes.ensure(parent);
+    Node& node = nodes.ensureChild(*shownParent, item.path);
     if (!item.isGroup)
-        edit.setAttribute(node, item.value, item.access, UpdateResult::Created);
+        nodes.setAttribute(node, item.value, item.access, UpdateResult::Created);
 }
 
 } // namespace Repository

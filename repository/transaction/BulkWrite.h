@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Document.h"
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Transaction.h"
 
 #include <QString>
 #include <QVariant>
@@ -11,9 +11,8 @@
 
 namespace Repository {
 
-// Many attributes created or written by one edit of the tree, all or nothing: the documents take them first,
-// all at once where nothing is at their root yet, and the tree only in finish. Without finish the documents
-// are taken back to what they were. One thread.
+// Creates or writes many attributes by one transaction: the documents take them first, all at once where
+// nothing is at their root yet, and the tree only in finish, which commits the transaction. One thread.
 class BulkWrite
 {
 public:
@@ -23,9 +22,7 @@ public:
 
     // All paths will be at or below the root, and come in the order of a tree: parents first, and all below a
     // node together. The empty root promises nothing.
-    BulkWrite(TreeEdit& edit, const QString& root);
-    ~BulkWrite();
-    Q_DISABLE_COPY(BulkWrite)
+    BulkWrite(Transaction& transaction, const QString& root);
 
     // So many will come.
     void expect(std::size_t count);
@@ -36,10 +33,6 @@ public:
 
     // A group without children, which only a file can hold: nothing is made in memory.
     Outcome addGroup(const QString& path);
-
-    // What the root's place holds can be taken back even after writeDocuments, when the edit ends without
-    // finish.
-    void prepareTakingBack();
 
     // Lets the documents take what they have not yet. A refusal has its path.
     Outcome writeDocuments();
@@ -58,33 +51,34 @@ private:
         quint32 hash = 0;     // of the path of a new attribute
     };
 
-    // What is known of the place of a path. Siblings mostly come together, so that it is looked up once for
+    // Where a path leads. Siblings mostly come together, so that it is looked up once for
     // them.
-    struct Place
+    struct Target
     {
         Node* node = nullptr; // not owned; the path's own, if there is one
         Backend* backend = nullptr;
     };
 
-    Place placeOf(const QString& path);
+    Target targetOf(const QString& path);
     Outcome insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
-    void keepText(Backend& backend);
+    Outcome write(const Node& node, const QVariant& value, QVariant& accepted);
+    DocumentEdit& edit(Backend& backend);
     void show(const Item& item);
     void showNew();
     Node& newParent(std::vector<Node*>& way, NewNodes& made, QStringView path, bool appends);
 
-    TreeEdit& edit;
+    Transaction& transaction;
+    NodeWriter& nodes;
     const QString root;
     Backend* newPlace = nullptr;        // not owned; of the root, when nothing is there yet
     std::vector<Documents::Entry> held; // what it takes at once, one for each item
     std::vector<Item> items;
-    std::vector<Backend*> touched; // not owned
+    std::vector<Backend*> batches; // not owned; those with a batch of insertions
     QString knownParent;
     Node* parentNode = nullptr; // not owned; that of knownParent, if there is one
     Backend* parentBackend = nullptr;
     bool isParentKnown = false;
     Node* shownParent = nullptr; // not owned; of the item that finish has come to
-    bool isFinished = false;
 };
 
 } // namespace Repository

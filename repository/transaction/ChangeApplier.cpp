@@ -13,13 +13,13 @@ ChangeApplier::~ChangeApplier() = default;
 
 void ChangeApplier::operator()(const std::function<Backend::Changes()>& change)
 {
-    auto edit = std::make_unique<TreeEdit>(tree, QStringList(), recorder);
-    edit->editDocument(backend);
+    auto transaction = std::make_unique<Transaction>(tree, recorder);
+    transaction->edit(backend);
     const Backend::Changes changes = change();
     if (!backend.isClosed())
-        Projection(*edit).showChanges(backend, changes);
-    edit->unlock();
-    done.push_back(std::move(edit));
+        Projection(*transaction).showChanges(backend, changes);
+    transaction->unlock();
+    done.push_back(std::move(transaction));
 }
 
 } // namespace Repository

@@ -9,14 +9,14 @@ namespace Repository {
 
 struct AttributeTree;
 class StepRecorder;
-class TreeEdit;
+class Transaction;
 
-// Makes changes of a backend's document in one piece with those of the tree. Its end tells the watchers, so
-// it outlives the operation that it is given to and every lock of it. One thread.
+// Makes changes of a backend in one piece with those of the tree. Its end calls the watchers, so it
+// outlives the operation that it is given to and every lock of it. One thread.
 class ChangeApplier
 {
 public:
-    // The recorder is told what changes; null for what undo has nothing to do with.
+    // The recorder hears what changes; null for what undo has nothing to do with.
     ChangeApplier(AttributeTree& tree, Backend& backend, StepRecorder* recorder = nullptr);
     ~ChangeApplier();
     Q_DISABLE_COPY(ChangeApplier)
@@ -26,8 +26,8 @@ public:
 private:
     AttributeTree& tree;
     Backend& backend;
-    StepRecorder* recorder;                      // not owned
-    std::vector<std::unique_ptr<TreeEdit>> done; // their locks are released, their news not yet told
+    StepRecorder* recorder;                         // not owned
+    std::vector<std::unique_ptr<Transaction>> done; // their locks are released, their watchers not yet called
 };
 
 } // namespace Repository

@@ -15,9 +15,9 @@ using FrameworkCore::Notification::UpdateResult;
 
 void Projection::mount(Backend& backend)
 {
-    Node& root = edit.ensure(backend.getName());
+    Node& root = nodes.ensure(backend.getName());
     const auto belongTo = [&](Backend* owner) {
-        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(root.path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(root.path)).mutex);
         root.backend = owner;
         root.setAccess(owner ? owner->getAccessMode() : AccessMode::ReadWrite);
     };
@@ -26,58 +26,58 @@ void Projection::mount(Backend& backend)
         showAll(backend);
     } catch (...) { // there is no memory for its nodes
         belongTo(root.parent->backend);
-        edit.makeGroup(root);
-        edit.prune(root);
+        nodes.makeGroup(root);
+        nodes.prune(root);
         throw;
     }
 }
 
 void Projection::unmount(const Backend& backend)
 {
-    Node& root = *edit.find(backend.getName());
+    Node& root = *nodes.find(backend.getName());
     Node& parent = *root.parent;
     Backend* const outer = parent.backend;
-    const std::vector<Node*> nodes = subtreeOf(root, &backend);
-    std::for_each(nodes.rbegin(), nodes.rend(), [&](Node* node) {
+    const std::vector<Node*> present = subtreeOf(root, &backend);
+    std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
         if (!node->children || node->children->count == 0) {
-            edit.remove(*node);
+            nodes.remove(*node);
             return;
         }
-        edit.makeGroup(*node);
-        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(node->path)).mutex);
+        nodes.makeGroup(*node);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node->path)).mutex);
         node->backend = outer;
         node->setAccess(outer ? outer->getAccessMode() : AccessMode::ReadWrite);
     });
-    edit.prune(parent);
+    nodes.prune(parent);
 }
 
 // Of a node that the backend does not hold any more; what lies below it there has gone before.
 void Projection::hideEntry(Node& node)
 {
     if (node.isBackendRoot() || (node.children && node.children->count > 0))
-        edit.makeGroup(node);
+        nodes.makeGroup(node);
     else
-        edit.remove(node);
+        nodes.remove(node);
 }
 
 void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
 {
-    Node& node = edit.ensure(path);
+    Node& node = nodes.ensure(path);
     if (node.backend != &backend)
         return;
     if (value.type == FrameworkCore::Values::Type::Group) {
-        edit.makeGroup(node);
+        nodes.makeGroup(node);
         return;
     }
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     const bool isNew = !node.isAttribute();
     {
-        const std::lock_guard shardLock(edit.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
         if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
-    edit.setAttribute(node, variant, backend.getAccessMode(),
-                      isNew ? UpdateResult::Created : UpdateResult::Reloaded);
+    nodes.setAttribute(node, variant, backend.getAccessMode(),
+                       isNew ? UpdateResult::Created : UpdateResult::Reloaded);
 }
 
 void Projection::build(Backend& backend, Node& root)
@@ -91,14 +91,14 @@ void Projection::build(Backend& backend, Node& root)
             builder.add(entry.path, entry.value);
     });
     showEntry(backend, root.path, ofRoot);
-    edit.file(builder);
+    nodes.file(builder);
 }
 
 void Projection::showAll(Backend& backend)
 {
-    edit.editDocument(backend);
-    Node& root = edit.ensure(backend.getName());
-    if (!edit.isRecorded() && !root.isAttribute() && (!root.children || root.children->count == 0)) {
+    transaction.edit(backend);
+    Node& root = nodes.ensure(backend.getName());
+    if (!transaction.isRecorded() && !root.isAttribute() && (!root.children || root.children->count == 0)) {
         build(backend, root);
         return;
     }
@@ -116,17 +116,18 @@ void Projection::showAll(Backend& backend)
     });
     for (const auto& [path, value] : entries)
         showEntry(backend, path, value);
-    edit.restoreOrder(backend);
+    nodes.getOrder().restoreLater(backend);
 }
 
 void Projection::showChanges(Backend& backend, const DocumentChanges& changes)
 {
-    edit.editDocument(backend);
+    transaction.edit(backend);
     if (changes.areMoved)
-        edit.restoreOrder(backend);
+        nodes.getOrder().restoreLater(backend);
     std::for_each(changes.entries.rbegin(), changes.entries.rend(), [&](const DocumentChange& change) {
-        Node* const node =
-            change.kind == DocumentChange::Kind::Removed ? edit.find(backend.absolute(change.path)) : nullptr;
+        Node* const node = change.kind == DocumentChange::Kind::Removed
+                               ? nodes.find(backend.absolute(change.path))
+                               : nullptr;
         if (node && node->backend == &backend)
             hideEntry(*node);
     });

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Transaction.h"
 
 namespace Repository {
 
-// Brings nodes in line with what their backends hold, as a part of an edit of the tree. Nested backends are
+// Brings nodes in line with what their backends hold, as a part of a transaction. Nested backends are
 // left alone. One thread.
 class Projection
 {
 public:
-    explicit Projection(TreeEdit& treeEdit) : edit(treeEdit) {}
+    explicit Projection(Transaction& current) : transaction(current), nodes(current.getNodes()) {}
 
     // Makes the tree below the backend's root what the backend holds.
     void showAll(Backend& backend);
@@ -29,7 +29,8 @@ private:
     void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
     void build(Backend& backend, Node& root);
 
-    TreeEdit& edit;
+    Transaction& transaction;
+    NodeWriter& nodes;
 };
 
 } // namespace Repository

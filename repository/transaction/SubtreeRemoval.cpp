@@ -10,9 +10,17 @@ using FrameworkCore::AppConfig::isWritable;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
+Outcome SubtreeRemoval::run()
+{
+    Outcome outcome = removeFromBackend();
+    if (outcome.ok())
+        removeFromTree();
+    return outcome;
+}
+
 Outcome SubtreeRemoval::removeFromBackend()
 {
-    for (const auto& backend : edit.getTree().backends) {
+    for (const auto& backend : transaction.getNodes().getTree().backends) {
         if (!isAtOrBelow(backend->getName(), node.path))
             continue;
         Outcome outcome(StatusCode::NotWritable, QStringLiteral("it holds the root of the backend"));
@@ -25,20 +33,19 @@ Outcome SubtreeRemoval::removeFromBackend()
     }
     if (!node.backend)
         return {};
-    edit.editDocument(*node.backend);
     movesOthers = node.backend->removalMovesOthers(node.path);
-    return node.backend->remove(node.path);
+    return transaction.edit(*node.backend).remove(node.path);
 }
 
 void SubtreeRemoval::removeFromTree()
 {
     Backend* const backend = node.backend;
     Node& parent = *node.parent;
-    edit.remove(node);
+    transaction.getNodes().remove(node);
     if (movesOthers)
-        Projection(edit).showAll(*backend);
+        Projection(transaction).showAll(*backend);
     else
-        edit.prune(parent);
+        transaction.getNodes().prune(parent);
 }
 
 } // namespace Repository

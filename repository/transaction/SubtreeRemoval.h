@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Transaction.h"
 
 namespace Repository {
 
@@ -10,13 +10,16 @@ class SubtreeRemoval
 public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
 
-    SubtreeRemoval(TreeEdit& treeEdit, Node& root) : edit(treeEdit), node(root) {}
+    SubtreeRemoval(Transaction& current, Node& root) : transaction(current), node(root) {}
 
+    Outcome run();
+
+    // The two parts of it.
     Outcome removeFromBackend();
     void removeFromTree();
 
 private:
-    TreeEdit& edit;
+    Transaction& transaction;
     Node& node;
     bool movesOthers = false;
 };

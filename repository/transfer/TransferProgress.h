@@ -1,13 +1,15 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/AppConfig/TransferReport.h"
 
 namespace Repository {
 
-// Tells a report how many parts of a transfer are done, every few hundred of them. One thread.
+// Writes to a report how many parts of a transfer are done, every few hundred of them. One thread.
 class TransferProgress
 {
 public:
+    using Outcome = FrameworkCore::AppConfig::Outcome;
     using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
 
     TransferProgress(TransferReport& transferReport, std::size_t total) : report(transferReport)
@@ -21,6 +23,11 @@ public:
         if (++done % 256 == 0)
             report.setDone(done);
         return !report.isCancelled();
+    }
+
+    static Outcome cancelled()
+    {
+        return {FrameworkCore::AppConfig::Cancelled, QStringLiteral("it was cancelled")};
     }
 
 private:

@@ -1,9 +1,9 @@
 #include "repository/AttributeRepository.h"
 #include "repository/backends/FileBackend.h"
 #include "repository/mounting/Mounts.h"
-#include "repository/operations/AttributeStore.h"
+#include "repository/operations/AttributeWriter.h"
 #include "repository/operations/StepReplay.h"
-#include "repository/transaction/TreeEdit.h"
+#include "repository/transaction/Transaction.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -24,7 +24,7 @@ using Repository::History;
 using Repository::HistoryStep;
 using Repository::Mounts;
 using Repository::StepReplay;
-using Repository::TreeEdit;
+using Repository::Transaction;
 
 namespace {
 
@@ -39,8 +39,8 @@ struct TakenStep
         mounts.mount(backend);
         {
             const History::Scope scope(store->getHistory(), QStringLiteral("Edit"));
-            store->write(QStringLiteral("m.a"), 2, 15);
-            store->create(QStringLiteral("m.s.c"), 3, 2, 3);
+            Repository::AttributeWriter(store).write(QStringLiteral("m.a"), 2, 15);
+            Repository::AttributeWriter(store).create(QStringLiteral("m.s.c"), 3, 2, 3);
         }
         if (direction == History::Direction::Redo)
             StepReplay(*store->getTree(), store->getHistory(), History::Direction::Undo).run();
@@ -195,8 +195,8 @@ private slots:
         QVERIFY(taken.close());
         bool livesMeanwhile = false;
         {
-            TreeEdit edit(*taken.store->getTree());
-            edit.editDocument(*watched.lock());
+            Transaction transaction(*taken.store->getTree());
+            transaction.edit(*watched.lock());
             taken.step.reset();
             livesMeanwhile = !watched.expired();
         }
@@ -214,7 +214,7 @@ private slots:
         const auto backend = FileBackend::open(
             {QStringLiteral("m"), QStringLiteral("ini"), {}, file, AccessMode::ReadWrite}, outcome);
         QVERIFY(mounts.mount(backend).ok());
-        QCOMPARE(store->write(QStringLiteral("m.a"), 2, 15), Success);
+        QCOMPARE(Repository::AttributeWriter(store).write(QStringLiteral("m.a"), 2, 15), Success);
         QVERIFY(mounts.unmount(backend, true).ok());
         bool isApplied = false;
         const Backend::ApplyChange apply = [&isApplied](const std::function<Backend::Changes()>& change) {

@@ -1,0 +1,161 @@
+#include "repository/operations/AttributeWriter.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/backends/Backend.h"
+#include "repository/common/Border.h"
+#include "repository/common/PathRules.h"
+#include "repository/store/Delivery.h"
+#include "repository/store/Refusals.h"
+#include "repository/store/WriteCheck.h"
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::Values::toValue;
+
+bool AttributeWriter::createAttribute(const QString& path, const QVariant& value, const int& option,
+                                      const int& access)
+{
+    return create(path, value, option, access).ok();
+}
+
+int AttributeWriter::writeAttributeValue(const QString& path, const QVariant& value, const int& points)
+{
+    return write(path, value, points).getStatus();
+}
+
+Outcome AttributeWriter::create(const QString& path, const QVariant& value, int option, int access)
+{
+    return runForCaller(Outcome::Operation::Change, path,
+                        [&] { return createOne(path, value, option, access); });
+}
+
+Outcome AttributeWriter::write(const QString& path, const QVariant& value, int points)
+{
+    return runForCaller(Outcome::Operation::Change, path, [&] { return writeOne(path, value, points); });
+}
+
+Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, int option, int access)
+{
+    auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
+    bool isHidden = !isReadable(AccessMode(access));
+    Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
+    if (outcome.ok()) {
+        const auto stepName = [&path] { return QStringLiteral("Create %1").arg(path); };
+        outcome = store->change(stepName, [&](Transaction& transaction) {
+            Outcome inserted = insert(transaction, path, *std::move(attributeValue), AccessMode(access));
+            isHidden = isHidden || (!inserted.ok() && store->getTree()->hidesValues(path));
+            return inserted;
+        });
+    }
+    if (outcome == StatusCode::AlreadyExists && option == createOrWrite)
+        return writeOne(path, value, Delivery::allPoints);
+    return Refusals::notSet(std::move(outcome), path, value, isHidden);
+}
+
+Outcome AttributeWriter::checkCreation(const QString& path, bool isTypeKnown, int access)
+{
+    if (!isValidPath(path))
+        return Refusals::invalidPath(path);
+    if (isAtOrBelow(path, ownRoot))
+        return Refusals::ownTree();
+    if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
+        return Outcome(StatusCode::NotWritable, QStringLiteral("%1 is not an access mode").arg(access))
+            .advise(QStringLiteral("1 is read-only, 2 write-only, 3 read-write"));
+    return isTypeKnown ? Outcome() : Refusals::noAttributeType();
+}
+
+Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, QVariant value,
+                                AccessMode access)
+{
+    NodeWriter& nodes = transaction.getNodes();
+    const NodeIndex::Key key(path);
+    Node* const node = nodes.find(path);
+    if (node && node->isAttribute())
+        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
+            .advise(QStringLiteral("write to it, or choose another name"));
+    Node& ancestor = node ? *node : nodes.nearest(parentPath(path));
+    Backend* const backend = ancestor.backend;
+    Outcome outcome = acceptNew(nodes.getTree(), key, node, backend, value);
+    if (!outcome.ok())
+        return outcome;
+    if (backend) {
+        outcome = transaction.edit(*backend).insert(path, toValue(value));
+        if (!outcome.ok())
+            return Refusals::unfit(std::move(outcome), value,
+                                   !isReadable(access) || !isReadable(backend->getAccessMode()));
+        access = AccessMode(quint8(access) & quint8(backend->getAccessMode()));
+    }
+    if (!node) {
+        nodes.create(path, key, ancestor, std::move(value), access);
+        return outcome;
+    }
+    if (backend && !nodes.getOrder().isInPlace(*node))
+        nodes.getOrder().restoreLater(*backend); // the value has come before the group
+    nodes.setAttribute(*node, std::move(value), access, UpdateResult::Created);
+    return outcome;
+}
+
+Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, int points)
+{
+    AttributeTree& tree = *store->getTree();
+    History::Write record; // outlives the lock and the callbacks
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
+    std::unique_lock lock(shard.mutex);
+    Node* node = shard.find(key);
+    if (!node || !node->isAttribute()) {
+        lock.unlock();
+        return refuseUnknown(path, value);
+    }
+    QVariant previous;
+    record.begin(store->getHistory(), *node);
+    std::optional<Outcome> outcome = replace(*node, value, previous);
+    if (!outcome || !outcome->ok()) {
+        const bool isHidden = !node->isReadable();
+        lock.unlock();
+        if (outcome)
+            return Refusals::notSet(*std::move(outcome), path, value, isHidden);
+        { // whoever edits the backend holds this lock until it is done
+            const std::shared_lock waiting(tree.structure);
+        }
+        return writeOne(path, value, points);
+    }
+    const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
+    record.end(*node);
+    const Delivery delivery(*node, tree.patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
+                            points, key.hash, std::move(previous));
+    lock.unlock();
+    delivery.send(path);
+    return {};
+}
+
+Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& value)
+{
+    AttributeTree& tree = *store->getTree();
+    bool isHidden = false;
+    {
+        const std::shared_lock lock(tree.structure);
+        isHidden = tree.hidesValues(path);
+    }
+    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(QStringLiteral("create it first"))
+                                        : Refusals::invalidPath(path);
+    return Refusals::notSet(std::move(outcome), path, value, isHidden);
+}
+
+std::optional<Outcome> AttributeWriter::replace(Node& node, const QVariant& value, QVariant& previous)
+{
+    QVariant& accepted = previous; // until it changes places with the one before
+    Outcome outcome = acceptWrite(node, value, accepted);
+    if (!outcome.ok())
+        return outcome;
+    if (node.backend) {
+        std::optional<Outcome> stored = node.backend->set(node.path, toValue(accepted));
+        if (!stored || !stored->ok())
+            return stored ? Refusals::unfit(*std::move(stored), accepted, !node.isReadable()) : stored;
+    }
+    node.value.swap(accepted);
+    return outcome;
+}
+
+} // namespace Repository

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AttributeWriterInterface.h"
+#include "repository/operations/AttributeStore.h"
+
+#include <memory>
+#include <optional>
+
+namespace Repository {
+
+// Gives attributes their values. Any thread; every operation may be called from inside a callback.
+class AttributeWriter : public FrameworkCore::AppConfig::Interfaces::AttributeWriterInterface
+{
+public:
+    using AccessMode = FrameworkCore::AppConfig::AccessMode;
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+    using StatusCode = FrameworkCore::AppConfig::StatusCode;
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+
+    explicit AttributeWriter(std::shared_ptr<AttributeStore> attributes) : store(std::move(attributes)) {}
+
+    bool createAttribute(const QString& path, const QVariant& value, const int& option,
+                         const int& access) override;
+    int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override;
+    Outcome create(const QString& path, const QVariant& value, int option, int access) override;
+    Outcome write(const QString& path, const QVariant& value, int points) override;
+
+private:
+    // The option of create that writes to an attribute which exists already; any other refuses it.
+    static constexpr int createOrWrite = 3;
+
+    Outcome createOne(const QString& path, const QVariant& value, int option, int access);
+    Outcome writeOne(const QString& path, const QVariant& value, int points);
+    Outcome refuseUnknown(const QString& path, const QVariant& value);
+    static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
+
+    // The new attribute with its entry, in memory or in the backend that its place belongs to.
+    static Outcome insert(Transaction& transaction, const QString& path, QVariant value, AccessMode access);
+
+    // Nothing while the node's backend is being edited otherwise.
+    static std::optional<Outcome> replace(Node& node, const QVariant& value, QVariant& previous);
+
+    std::shared_ptr<AttributeStore> store;
+};
+
+} // namespace Repository

@@ -1,0 +1,64 @@
+#include "repository/store/AttributeReader.h"
+
+#include "repository/common/PathRules.h"
+#include "repository/store/AttributeTree.h"
+
+namespace Repository {
+
+using namespace FrameworkCore::AppConfig;
+
+namespace {
+
+// What was known of an attribute at one moment.
+class Snapshot : public Interfaces::AttributeInterface
+{
+public:
+    // The attribute lock is held.
+    explicit Snapshot(const Node& node)
+        : path(node.path), value(node.isReadable() ? node.value : QVariant()),
+          dataType(QString::fromLatin1(node.value.typeName())), access(node.getAccess())
+    {
+    }
+
+    AccessMode getAccessMode() const override { return access; }
+    QString getName() const override { return path.mid(path.lastIndexOf(pathSeparator) + 1); }
+    QString getPath() const override { return path; }
+    QString getDataType() const override { return dataType; }
+    QVariant getValue() const override { return value; }
+
+private:
+    QString path;
+    QVariant value;
+    QString dataType;
+    AccessMode access;
+};
+
+} // namespace
+
+int AttributeReader::readAttributeValue(const QString& path, QVariant& value, const int&)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* node = shard.find(key);
+    value = QVariant();
+    if (!node || !node->isAttribute())
+        return isValidPath(path) ? StatusCode::NotFound : StatusCode::InvalidPath;
+    if (!node->isReadable())
+        return StatusCode::NotReadable;
+    value = node->value;
+    return StatusCode::Success;
+}
+
+std::shared_ptr<Interfaces::AttributeInterface> AttributeReader::getAttribute(const QString& path)
+{
+    const NodeIndex::Key key(path);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* node = shard.find(key);
+    if (!node || !node->isAttribute())
+        return {};
+    return std::make_shared<Snapshot>(*node);
+}
+
+} // namespace Repository

@@ -1,0 +1,229 @@
+#include "repository/transaction/NodeWriter.h"
+
+#include "repository/backends/Backend.h"
+#include "repository/common/PathRules.h"
+#include "repository/common/RepositoryLog.h"
+#include "repository/store/SubtreeBuilder.h"
+
+#include <new>
+#include <utility>
+
+namespace Repository {
+
+NodeWriter::NodeWriter(AttributeTree& attributes, bool keepsImages)
+    : tree(attributes), order(tree), images(keepsImages ? std::make_unique<BeforeImages>() : nullptr)
+{
+}
+
+void NodeWriter::deliver()
+{
+    removedNodes.clear();
+    for (const Delivery& delivery : deliveries)
+        delivery.send();
+    if (order.hasFailed())
+        logFailure(
+            QStringLiteral("Not all entries are in the order of their file: there is not enough memory "
+                           "to sort them; reload the backend"));
+    if (!areAllDelivered)
+        logFailure(
+            QStringLiteral("Not all watchers were told of new attributes: there is not enough memory for "
+                           "it"));
+}
+
+Node* NodeWriter::find(QStringView path) const
+{
+    return tree.index.find(NodeIndex::Key(path));
+}
+
+Node& NodeWriter::nearest(QStringView path) const
+{
+    while (!path.isEmpty()) {
+        if (Node* node = find(path))
+            return *node;
+        path = parentPath(path);
+    }
+    return tree.top;
+}
+
+Node& NodeWriter::ensure(QStringView path)
+{
+    Node* node = &nearest(path);
+    while (node->path.size() < path.size()) {
+        const qsizetype nameStart = node->path.isEmpty() ? 0 : node->path.size() + 1;
+        const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
+        const QString made = (nameEnd < 0 ? path : path.left(nameEnd)).toString();
+        node = &makeNode(made, NodeIndex::Key(made), *node);
+    }
+    return *node;
+}
+
+Node& NodeWriter::ensureChild(Node& parent, const QString& path)
+{
+    const NodeIndex::Key key(path);
+    Node* node = tree.index.find(key);
+    return node ? *node : makeNode(path, key, parent);
+}
+
+std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, Node& parent, Placing placing)
+{
+    budget.spend(std::size_t(path.size()));
+    auto made = std::make_unique<Node>(path);
+    made->parent = &parent;
+    made->backend = parent.backend;
+    if (made->backend)
+        made->setAccess(made->backend->getAccessMode());
+    if (images)
+        images->add(*made, NodeState());
+    Children& siblings = parent.childrenToFill();
+    siblings.insert(*made, placing == Placing::Last ? siblings.places.size() : order.placeFor(path, parent));
+    return made;
+}
+
+// A node that cannot be filed is taken out of the tree again.
+Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash)
+{
+    try {
+        shard.nodes.reserveMore(1);
+        shard.handWaiting(*made);
+    } catch (...) {
+        made->parent->children->drop(*made);
+        throw;
+    }
+    return shard.nodes.insert(std::move(made), hash);
+}
+
+Node& NodeWriter::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
+{
+    auto made = linkNode(path, parent, Placing::ByDocument);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
+    const std::lock_guard shardLock(shard.mutex);
+    return fileNode(shard, std::move(made), key.hash);
+}
+
+void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult result)
+{
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    giveValue(node, std::move(value), access);
+    Delivery::collect(deliveries, node, tree.patterns, result);
+}
+
+void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)
+{
+    if (images) {
+        images->add(node, NodeState::of(node));
+        if (!isReadable(access))
+            images->hide(node.backend);
+    }
+    node.value = std::move(value);
+    node.setAccess(access);
+    node.setAttribute(true);
+}
+
+void NodeWriter::makeGroup(Node& node)
+{
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (!node.isAttribute())
+        return;
+    if (images)
+        images->add(node, NodeState::of(node));
+    node.setAttribute(false);
+    node.value = QVariant();
+    Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Removed);
+}
+
+void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& ancestor, QVariant value,
+                        AccessMode access)
+{
+    const QStringView parentName = parentPath(path);
+    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName),
+                         Placing::ByDocument);
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
+    const std::lock_guard shardLock(shard.mutex);
+    Node& filed = fileNode(shard, std::move(made), key.hash);
+    giveValue(filed, std::move(value), access);
+    Delivery::collect(deliveries, filed, tree.patterns, UpdateResult::Created);
+}
+
+Node& NodeWriter::addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing)
+{
+    return nodes.add(linkNode(path, parent, placing), NodeIndex::Key(path).hash);
+}
+
+Node& NodeWriter::addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash,
+                               QVariant value, AccessMode access, Placing placing)
+{
+    Node& node = nodes.add(linkNode(path, parent, placing), hash);
+    giveValue(node, std::move(value), access);
+    return node;
+}
+
+void NodeWriter::file(SubtreeBuilder& builder)
+{
+    areAllDelivered = builder.file(tree.index, tree.patterns, deliveries) && areAllDelivered;
+}
+
+void NodeWriter::file(NewNodes& nodes, const std::vector<Node*>& attributes)
+{
+    bool anybodyListens = false;
+    areAllDelivered =
+        nodes.file(tree.index, tree.patterns, [&anybodyListens](const Node&) { anybodyListens = true; });
+    if (!anybodyListens)
+        return;
+    try {
+        for (Node* node : attributes) {
+            const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
+            Delivery::collect(deliveries, *node, tree.patterns, UpdateResult::Created);
+        }
+    } catch (const std::bad_alloc&) { // the nodes are there all the same
+        areAllDelivered = false;
+    }
+}
+
+void NodeWriter::remove(Node& node)
+{
+    node.parent->children->remove(node);
+    for (Node* gone : subtreeOf(node, nullptr)) {
+        const NodeIndex::Key key(gone->path);
+        NodeIndex::Shard& shard = tree.index.shardOf(key);
+        const std::lock_guard shardLock(shard.mutex);
+        if (images)
+            images->add(*gone, NodeState::of(*gone));
+        if (gone->isAttribute())
+            Delivery::collect(deliveries, *gone, tree.patterns, UpdateResult::Removed);
+        const Rules* const rules = gone->getRules();
+        if (!gone->exact.isEmpty() || (rules && !rules->empty())) {
+            NodeIndex::Waiting& waiting = shard.waiting[gone->path];
+            waiting.exact = std::move(gone->exact);
+            if (rules)
+                waiting.rules = std::move(gone->extras->rules);
+        }
+        removedNodes.push_back(shard.nodes.take(*gone, key.hash));
+    }
+}
+
+void NodeWriter::prune(Node& node)
+{
+    Node* group = &node;
+    while (group->parent && !group->isAttribute() && !group->isBackendRoot() &&
+           (!group->children || group->children->count == 0) &&
+           !(group->backend && group->backend->contains(group->path))) {
+        Node* parent = group->parent;
+        remove(*group);
+        group = parent;
+    }
+}
+
+void NodeWriter::takeAttribute(const QString& path)
+{
+    Node* node = find(path);
+    if (!node)
+        return;
+    Node& parent = *node->parent;
+    if (node->children && node->children->count > 0)
+        makeGroup(*node);
+    else
+        remove(*node);
+    prune(parent);
+}
+
+} // namespace Repository

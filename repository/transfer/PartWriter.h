@@ -1,0 +1,33 @@
+#pragma once
+
+#include "repository/transaction/BulkWrite.h"
+#include "repository/transfer/TransferProgress.h"
+
+namespace Repository {
+
+struct SubtreePart;
+
+// Writes parts of a subtree to the tree, until its report is cancelled. One thread.
+class PartWriter
+{
+public:
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+
+    // The root is that of BulkWrite; so many parts will come, about.
+    PartWriter(Transaction& transaction, const QString& root, TransferProgress::TransferReport& report,
+               std::size_t count);
+
+    // In the order that BulkWrite wants. The path is that in the tree.
+    Outcome add(const QString& path, const SubtreePart& part);
+
+    // As those of BulkWrite.
+    Outcome writeDocuments() { return bulk.writeDocuments(); }
+    void finish() { bulk.finish(); }
+
+private:
+    AttributeTree& tree;
+    BulkWrite bulk;
+    TransferProgress progress;
+};
+
+} // namespace Repository

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/TransferReport.h"
+#include "repository/transaction/Transaction.h"
+
+namespace Repository {
+
+// Puts a subtree to where nothing is yet, by a transaction. One thread.
+class SubtreeCopy
+{
+public:
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
+
+    SubtreeCopy(Transaction& transaction, QString from, QString to);
+
+    // A move takes the subtree away from where it is.
+    Outcome run(bool isMove, TransferReport& report);
+
+private:
+    Outcome check(const Node* source, bool isMove) const;
+
+    Transaction& transaction;
+    const QString from;
+    const QString to;
+};
+
+} // namespace Repository

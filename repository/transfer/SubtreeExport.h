@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/TransferReport.h"
+#include "repository/documents/common/Format.h"
+#include "repository/store/AttributeTree.h"
+#include "repository/transfer/TransferProgress.h"
+
+#include <QByteArray>
+
+#include <string>
+#include <vector>
+
+namespace Repository {
+
+struct SubtreePart;
+
+// Makes the text of a file of its own out of a subtree. One thread.
+class SubtreeExport
+{
+public:
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
+
+    // The type is that of the text.
+    SubtreeExport(AttributeTree& tree, QString path, const QString& type);
+
+    Outcome run(QByteArray& text, TransferReport& report) const;
+
+private:
+    Outcome write(std::vector<SubtreePart> parts, QByteArray& text, TransferReport& report) const;
+    Outcome fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
+                 TransferProgress& progress) const;
+    Outcome refusal(const std::string& place, const std::string& error) const;
+
+    AttributeTree& tree;
+    const QString path;
+    const QString type;
+    const std::string name;                // that of the root, for files that have no place for its value
+    const Documents::Format* const format; // null for an unknown type
+};
+
+} // namespace Repository

@@ -1,0 +1,117 @@
+#include "repository/transfer/SubtreeReader.h"
+
+#include "repository/backends/Backend.h"
+#include "repository/common/PathRules.h"
+#include "repository/documents/common/Format.h"
+#include "repository/store/AttributeTree.h"
+
+#include <algorithm>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+
+namespace {
+
+// True when a component of the path is the name of an element or attribute with that prefix.
+bool usesPrefix(QStringView path, QStringView prefix)
+{
+    for (qsizetype at = path.indexOf(prefix); at >= 0; at = path.indexOf(prefix, at + 1)) {
+        const QChar before = at > 0 ? path[at - 1] : pathSeparator;
+        if (before == pathSeparator || before == QLatin1Char('@'))
+            return true;
+    }
+    return false;
+}
+
+bool isEmptyGroup(const Node& node)
+{
+    return !node.isAttribute() && (!node.children || node.children->count == 0);
+}
+
+// What a copy of the attribute may be used for, before its destination limits that. What only the backend of
+// the original forbids is allowed to the copy.
+AccessMode accessOfCopy(const Node& node)
+{
+    const AccessMode most = node.backend ? node.backend->getAccessMode() : AccessMode::ReadWrite;
+    return node.getAccess() == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite
+                                                                       : node.getAccess();
+}
+
+} // namespace
+
+SubtreeReader::SubtreeReader(AttributeTree& attributes, const Node& subtreeRoot)
+    : tree(attributes), root(subtreeRoot)
+{
+    const int rootLength = root.path.size();
+    std::vector<const Node*> walk{&root};
+    while (!walk.empty()) {
+        const Node* node = walk.back();
+        walk.pop_back();
+        if (node->path == ownRoot && root.path.isEmpty())
+            continue;
+        if (node->parent)
+            add(*node, rootLength);
+        if (!node->children)
+            continue;
+        const std::vector<Node*>& places = node->children->places;
+        for (auto child = places.rbegin(); child != places.rend(); ++child) {
+            if (*child)
+                walk.push_back(*child);
+        }
+    }
+}
+
+void SubtreeReader::add(const Node& node, int rootLength)
+{
+    if (isEmptyGroup(node)) {
+        parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
+        return;
+    }
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (!node.isAttribute())
+        return;
+    if (node.isReadable())
+        parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});
+    else if (hidden.isEmpty())
+        hidden = node.path;
+}
+
+void SubtreeReader::addDeclarations(const Documents::Format& format)
+{
+    const std::string_view start = format.getDeclarationStart();
+    if (start.empty())
+        return;
+    const QString declaration = QString::fromUtf8(start.data(), int(start.size()));
+    const qsizetype nameStart = root.path.size() - root.getName().size();
+    for (const Node* around = root.parent; around && around->children; around = around->parent) {
+        for (const Node* node : around->children->places) {
+            if (!node || !node->getName().startsWith(declaration))
+                continue;
+            const QString own = joinedPath(root.path, node->getName());
+            const QString prefix = own.mid(root.path.size() + 1 + declaration.size()) + QLatin1Char(':');
+            const auto isOwn = [&](const SubtreePart& part) { return part.fullPath == own; };
+            const auto usesIt = [&](const SubtreePart& part) {
+                return usesPrefix(QStringView(part.fullPath).mid(nameStart), prefix);
+            };
+            if (std::any_of(parts.begin(), parts.end(), usesIt) &&
+                std::none_of(parts.begin(), parts.end(), isOwn)) {
+                add(*node, root.path.size());
+                parts.back().fullPath = own;
+            }
+        }
+    }
+}
+
+Outcome SubtreeReader::check(bool isWhole) const
+{
+    if (hidden.isEmpty() || (!isWhole && !parts.empty()))
+        return {};
+    return Outcome(StatusCode::NotReadable,
+                   QStringLiteral("it is write-only, and its value is not taken elsewhere"))
+        .of(Outcome::Operation::Change, hidden);
+}
+
+} // namespace Repository

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "repository/common/PathRules.h"
+
+#include <QVariant>
+
+#include <vector>
+
+namespace Repository {
+
+namespace Documents {
+class Format;
+} // namespace Documents
+struct AttributeTree;
+struct Node;
+
+// One node of a subtree: an attribute, or a group that has no children.
+struct SubtreePart
+{
+    QString fullPath;
+    int rootLength; // of the path of the subtree's root
+    QVariant value;
+    FrameworkCore::AppConfig::AccessMode access; // of a copy
+    bool isGroup;
+
+    // Relative to the subtree's root; empty for the root.
+    QStringView path() const { return pathAfter(fullPath, rootLength); }
+};
+
+// Reads a subtree in the order of a file, without what must not be read. The structure lock is held until the
+// parts are taken.
+class SubtreeReader
+{
+public:
+    SubtreeReader(AttributeTree& tree, const Node& root);
+
+    // What elements around the subtree declare and it uses, for a file of its own.
+    void addDeclarations(const Documents::Format& format);
+
+    // Refused when something must not be read, of that which is to be taken whole; otherwise when that is all
+    // there is.
+    FrameworkCore::AppConfig::Outcome check(bool isWhole) const;
+
+    const std::vector<SubtreePart>& getParts() const { return parts; }
+    std::vector<SubtreePart> takeParts() { return std::move(parts); }
+
+private:
+    void add(const Node& node, int rootLength);
+
+    AttributeTree& tree;
+    const Node& root;
+    std::vector<SubtreePart> parts;
+    QString hidden; // the path of the first attribute that must not be read
+};
+
+} // namespace Repository
