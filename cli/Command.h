@@ -11,7 +11,7 @@ class Session;
 struct Invocation;
 
 // What a word of the command line stands for, which tells how it is completed.
-enum class Word { Backend, Command, File, Format, Path, Pattern, Rule, Shell, Text, Type };
+enum class Word { Backend, Command, File, Format, Path, Pattern, Validation, Shell, Text, Type };
 
 struct Argument
 {

@@ -7,7 +7,7 @@
 #include "repository/operations/AttributeWriter.h"
 #include "repository/operations/BackendChanges.h"
 #include "repository/operations/StepReplay.h"
-#include "repository/store/AttachedRules.h"
+#include "repository/store/AttachedValidations.h"
 #include "repository/store/AttributeReader.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/Subscriptions.h"
@@ -141,9 +141,9 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
       reader(std::make_shared<AttributeReader>(store->getTree())),
       writer(std::make_shared<AttributeWriter>(store)),
       notifications(std::make_shared<Subscriptions>(store->getTree())),
-      validations(std::make_shared<AttachedRules>(store->getTree())), tree(std::make_shared<Tree>(store)),
-      transfer(std::make_shared<SubtreeTransfer>(store)), changes(std::make_shared<BackendChanges>(store)),
-      history(std::make_shared<Steps>(store))
+      validations(std::make_shared<AttachedValidations>(store->getTree())),
+      tree(std::make_shared<Tree>(store)), transfer(std::make_shared<SubtreeTransfer>(store)),
+      changes(std::make_shared<BackendChanges>(store)), history(std::make_shared<Steps>(store))
 {
 }
 

@@ -5,7 +5,7 @@
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
 #include "repository/documents/Formats.h"
-#include "repository/validation/Rule.h"
+#include "repository/validation/Validation.h"
 
 #include <memory>
 
@@ -99,7 +99,7 @@ private:
         case Word::Pattern:
             addPaths();
             break;
-        case Word::Rule:
+        case Word::Validation:
             addRules();
             break;
         case Word::Shell:
@@ -157,7 +157,7 @@ private:
         const int equals = current.indexOf(QLatin1Char('='));
         if (equals < 0)
             return addPaths();
-        const QStringList names = Repository::ruleNames();
+        const QStringList names = Repository::validationNames();
         for (const QString& name : names)
             candidates.append(current.left(equals + 1) + name.section(QLatin1Char('('), 0, 0));
     }

@@ -2,7 +2,7 @@
 #include "cli/Messages.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-#include "repository/validation/Rule.h"
+#include "repository/validation/Validation.h"
 
 #include <optional>
 
@@ -13,7 +13,7 @@ namespace {
 struct PathRule
 {
     QString pattern;
-    Repository::Rules rules; // one
+    Repository::Validations rules; // one
 };
 
 // Where the name of the rule begins: a path may hold "=" itself.
@@ -22,7 +22,7 @@ int nameStart(const QString& text)
     for (int equals = text.indexOf(QLatin1Char('=')); equals >= 0;
          equals = text.indexOf(QLatin1Char('='), equals + 1)) {
         const QString name = text.mid(equals + 1).section(QLatin1Char('('), 0, 0);
-        const QStringList known = Repository::ruleNames();
+        const QStringList known = Repository::validationNames();
         for (const QString& rule : known) {
             if (rule.section(QLatin1Char('('), 0, 0) == name)
                 return equals + 1;
@@ -42,7 +42,7 @@ std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
             return {};
         }
         QString error;
-        const auto rule = Repository::makeRule(text.mid(start), error);
+        const auto rule = Repository::makeValidation(text.mid(start), error);
         if (!rule) {
             Messages::tell(error);
             return {};
@@ -77,7 +77,7 @@ public:
             const Repository::Breach breach = Repository::findBreach(rule.rules, value);
             if (!breach)
                 continue;
-            (breach.verdict == Repository::Rule::Verdict::Undecided ? isUndecided : hasFaults) = true;
+            (breach.verdict == Repository::Validation::Verdict::Undecided ? isUndecided : hasFaults) = true;
             tell(source.relativePath(path), breach.explain(value));
         }
         return isUsed;
@@ -143,7 +143,7 @@ Command validate()
             "breaks a "
             "rule.",
             {{{"FILE", Word::File}}},
-            {{"--rule", "PATH=NAME", Word::Rule,
+            {{"--rule", "PATH=NAME", Word::Validation,
               "the values of PATH must keep the rule NAME; may be repeated", true}},
             {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
             run};

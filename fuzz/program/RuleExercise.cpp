@@ -3,7 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeRepository.h"
-#include "repository/validation/Rule.h"
+#include "repository/validation/Validation.h"
 
 #include <QRegularExpression>
 
@@ -14,8 +14,8 @@
 namespace Fuzz {
 
 using Repository::AttributeRepository;
-using Repository::Rule;
-using Repository::Rules;
+using Repository::Validation;
+using Repository::Validations;
 
 namespace {
 
@@ -63,9 +63,9 @@ std::optional<bool> verdictOf(const QString& ruleName, const QString& text)
     return {};
 }
 
-bool accepts(const std::shared_ptr<const Rule>& rule, const QVariant& value)
+bool accepts(const std::shared_ptr<const Validation>& rule, const QVariant& value)
 {
-    return !Repository::findBreach(Rules{rule}, value);
+    return !Repository::findBreach(Validations{rule}, value);
 }
 
 class RuleExercise
@@ -83,7 +83,7 @@ public:
     std::string run()
     {
         QString error;
-        rule = Repository::makeRule(name, error);
+        rule = Repository::makeValidation(name, error);
         if (!rule)
             return error.isEmpty() ? "a rule is refused without a reason" : std::string();
         for (const auto check : {&RuleExercise::checkText, &RuleExercise::checkArgument,
@@ -99,7 +99,7 @@ private:
     QString checkText() const
     {
         QString error;
-        const auto again = Repository::makeRule(rule->name, error);
+        const auto again = Repository::makeValidation(rule->name, error);
         if (rule->name != name || rule->expectation.isEmpty() || !again ||
             again->expectation != rule->expectation)
             return QStringLiteral("its text does not give the same rule again");
@@ -128,7 +128,7 @@ private:
                 FrameworkCore::Values::toVariant(FrameworkCore::Values::plainValue(text.toStdString()));
             for (const QVariant& value :
                  {QVariant(text), plain, QVariant(text.split(QLatin1Char(';'))), QVariant(text.toUtf8())}) {
-                const Repository::Breach breach = Repository::findBreach(Rules{rule}, value);
+                const Repository::Breach breach = Repository::findBreach(Validations{rule}, value);
                 if (breach && breach.explain(value).size() > breach.explain().size() + mostOfValueShown)
                     return QStringLiteral("its explanation shows all of a long value");
             }
@@ -154,7 +154,7 @@ private:
         if (text.contains(QChar::Null))
             return {}; // Qt escapes it as an octal number, to which digits behind it would belong
         QString error;
-        const auto literal = Repository::makeRule(
+        const auto literal = Repository::makeValidation(
             QStringLiteral("regular-expression(%1)").arg(QRegularExpression::escape(text)), error);
         if (!literal || !accepts(literal, text) || accepts(literal, text + QLatin1Char('x')))
             return QStringLiteral("escaped, '%1' is not what is matched").arg(text);
@@ -190,7 +190,7 @@ private:
     const QString name;
     QString kind; // the name without its argument
     QString argument;
-    std::shared_ptr<const Rule> rule;
+    std::shared_ptr<const Validation> rule;
 };
 
 } // namespace

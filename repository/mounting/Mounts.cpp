@@ -18,11 +18,7 @@ const QLatin1String backendNamesPath("internal.backends.names");
 
 void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
 {
-    using AccessMode = FrameworkCore::AppConfig::AccessMode;
-    using UpdateResult = FrameworkCore::Notification::UpdateResult;
-    Node& node = nodes.ensure(path);
-    nodes.setAttribute(node, value, AccessMode::ReadOnly,
-                       node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+    nodes.setAttribute(nodes.ensure(path), value, FrameworkCore::AppConfig::AccessMode::ReadOnly);
 }
 
 void publishNames(NodeWriter& nodes, const std::vector<std::shared_ptr<Backend>>& backends)

@@ -92,7 +92,7 @@ Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, Q
     }
     if (backend && !nodes.getOrder().isInPlace(*node))
         nodes.getOrder().restoreLater(*backend); // the value has come before the group
-    nodes.setAttribute(*node, std::move(value), access, UpdateResult::Created);
+    nodes.setAttribute(*node, std::move(value), access);
     return outcome;
 }
 

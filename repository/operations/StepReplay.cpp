@@ -14,7 +14,6 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
-using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::toValue;
 
 namespace {
@@ -239,8 +238,7 @@ void StepReplay::showTree(Transaction& transaction, const BackendChange& change)
     const auto show = [&nodes](const QString& path, const NodeState& wanted) {
         Node& node = nodes.ensure(path);
         if (wanted.isAttribute)
-            nodes.setAttribute(node, wanted.value, wanted.access,
-                               node.isAttribute() ? UpdateResult::Changed : UpdateResult::Created);
+            nodes.setAttribute(node, wanted.value, wanted.access);
         else
             nodes.makeGroup(node);
     };

@@ -15,7 +15,7 @@ Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
         return {};
     Registrations matching = patterns.match(node.path);
     if (node.extras || !matching.isEmpty())
-        node.extrasToFill().matching.swap(matching);
+        node.ensureExtras().matching.swap(matching);
     node.setPatternGeneration(generation);
     return matching;
 }

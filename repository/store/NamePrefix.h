@@ -16,7 +16,7 @@ public:
     explicit NamePrefix(QStringView name) : bits(bitsOf(name)) {}
 
     // The child has children of its own, which a search may have to look at.
-    void markBranch() { bits |= branchBit; }
+    void setBranchBit() { bits |= branchBit; }
 
 private:
     friend class NameFilter;

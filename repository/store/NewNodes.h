@@ -44,7 +44,7 @@ public:
                 continue;
             NodeIndex::Shard& shard = index.shard(number);
             const std::lock_guard shardLock(shard.mutex);
-            const bool anybodyListens = !shard.waiting.empty() || patterns.getGeneration() != 0;
+            const bool anybodyListens = !shard.pending.empty() || patterns.getGeneration() != 0;
             for (Entry& entry : entries) {
                 Node& node = *entry.node; // not looked at without need, since there may be a million
                 shard.nodes.insert(std::move(entry.node), entry.hash);
@@ -71,7 +71,7 @@ private:
     static bool show(NodeIndex::Shard& shard, Node& node, const Visitor& visitor)
     {
         try {
-            shard.handWaiting(node);
+            shard.attachPending(node);
             visitor(node);
         } catch (const std::bad_alloc&) {
             return false;

@@ -137,17 +137,17 @@ void Children::remove(Node& child)
         fillPrefixes();
 }
 
-void Children::markBranch(const Node& child)
+void Children::setBranchBit(const Node& child)
 {
     if (!prefixes.empty())
-        prefixes[child.slot].markBranch();
+        prefixes[child.slot].setBranchBit();
 }
 
 NamePrefix Children::prefixOf(const Node& child)
 {
     NamePrefix prefix(child.getName());
     if (child.children)
-        prefix.markBranch();
+        prefix.setBranchBit();
     return prefix;
 }
 
@@ -163,17 +163,17 @@ void Children::fillPrefixes()
         prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
 }
 
-Children& Node::childrenToFill()
+Children& Node::ensureChildren()
 {
     if (!children) {
         children = std::make_unique<Children>();
         if (parent)
-            parent->children->markBranch(*this);
+            parent->children->setBranchBit(*this);
     }
     return *children;
 }
 
-Node::Extras& Node::extrasToFill()
+Node::Extras& Node::ensureExtras()
 {
     if (!extras)
         extras = std::make_unique<Extras>();

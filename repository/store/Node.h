@@ -4,7 +4,7 @@
 #include "repository/notification/PatternIndex.h"
 #include "repository/notification/RegistrationList.h"
 #include "repository/store/NamePrefix.h"
-#include "repository/validation/Rule.h"
+#include "repository/validation/Validation.h"
 
 #include <QString>
 #include <QVariant>
@@ -34,8 +34,8 @@ struct Children
     void giveSlots(quint32 slot) noexcept;
     bool orderBySlots() noexcept;
     void remove(Node& child);
-    void drop(Node& child) noexcept;    // the same, without closing gaps
-    void markBranch(const Node& child); // a child that has children now
+    void drop(Node& child) noexcept;      // the same, without closing gaps
+    void setBranchBit(const Node& child); // a child that has children now
 
     // Visits the children that the filter accepts, and others when there are few, until the visitor gives
     // false.
@@ -66,30 +66,30 @@ struct Node
     // What few attributes have.
     struct Extras
     {
-        Rules rules;
+        Validations validations;
         Registrations matching; // those whose pattern matches, as of the node's generation
     };
 
     explicit Node(QString fullPath) : path(std::move(fullPath)) {}
 
     QStringView getName() const;
-    Children& childrenToFill(); // made if there are none
+    Children& ensureChildren(); // made if there are none
     bool isBackendRoot() const { return backend && parent->backend != backend; }
-    Extras& extrasToFill(); // made if there are none
-    const Rules* getRules() const { return extras ? &extras->rules : nullptr; }
+    Extras& ensureExtras(); // made if there are none
+    const Validations* getValidations() const { return extras ? &extras->validations : nullptr; }
 
     // An attribute, or else it only groups its children, and value means nothing.
-    bool isAttribute() const { return (marks.load(std::memory_order_relaxed) & attributeMark) != 0; }
-    void setAttribute(bool isOne) { setMarks(attributeMark, isOne ? attributeMark : 0); }
-    AccessMode getAccess() const { return AccessMode(marks.load(std::memory_order_relaxed) & accessMarks); }
-    void setAccess(AccessMode mode) { setMarks(accessMarks, quint32(mode)); }
+    bool isAttribute() const { return (flags.load(std::memory_order_relaxed) & attributeFlag) != 0; }
+    void setAttribute(bool isOne) { setFlags(attributeFlag, isOne ? attributeFlag : 0); }
+    AccessMode getAccess() const { return AccessMode(flags.load(std::memory_order_relaxed) & accessBits); }
+    void setAccess(AccessMode mode) { setFlags(accessBits, quint32(mode)); }
     bool isReadable() const { return FrameworkCore::AppConfig::isReadable(getAccess()); }
 
     // As of when Extras::matching is.
-    quint32 getPatternGeneration() const { return marks.load(std::memory_order_relaxed) >> otherMarks; }
+    quint32 getPatternGeneration() const { return flags.load(std::memory_order_relaxed) >> generationShift; }
     void setPatternGeneration(quint32 generation)
     {
-        setMarks(~(attributeMark | accessMarks), generation << otherMarks);
+        setFlags(~(attributeFlag | accessBits), generation << generationShift);
     }
 
     const QString path;
@@ -101,19 +101,19 @@ struct Node
     quint32 slot = 0; // in the parent's children
 
 private:
-    static constexpr quint32 accessMarks = 3;
-    static constexpr quint32 attributeMark = 4;
-    static constexpr int otherMarks = 32 - PatternIndex::generationBits;
+    static constexpr quint32 accessBits = 3;
+    static constexpr quint32 attributeFlag = 4;
+    static constexpr int generationShift = 32 - PatternIndex::generationBits;
 
-    void setMarks(quint32 which, quint32 bits)
+    void setFlags(quint32 which, quint32 bits)
     {
-        marks.store((marks.load(std::memory_order_relaxed) & ~which) | bits, std::memory_order_relaxed);
+        flags.store((flags.load(std::memory_order_relaxed) & ~which) | bits, std::memory_order_relaxed);
     }
 
     // One word for all three, since there may be millions. The attribute lock is held while it is written,
     // but whoever reads access and kind may hold the structure lock alone, while a writer of the value brings
     // the generation up to date.
-    std::atomic<quint32> marks{quint32(AccessMode::ReadWrite)};
+    std::atomic<quint32> flags{quint32(AccessMode::ReadWrite)};
 
 public:
     // The attribute.

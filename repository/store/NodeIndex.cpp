@@ -18,15 +18,25 @@ NodeIndex::Key::Key(QStringView fullPath) : path(fullPath), hash(hashOf(fullPath
 {
 }
 
-void NodeIndex::Shard::handWaiting(Node& node)
+const Validations* NodeIndex::Shard::validationsOf(const Node* node, QStringView path) const
 {
-    const auto found = waiting.empty() ? waiting.end() : waiting.find(node.path);
-    if (found == waiting.end())
+    if (node)
+        return node->getValidations();
+    if (pending.empty())
+        return nullptr;
+    const auto found = pending.find(QString::fromRawData(path.data(), int(path.size())));
+    return found == pending.end() ? nullptr : &found->second.validations;
+}
+
+void NodeIndex::Shard::attachPending(Node& node)
+{
+    const auto found = pending.empty() ? pending.end() : pending.find(node.path);
+    if (found == pending.end())
         return;
     node.exact = std::move(found->second.exact);
-    if (!found->second.rules.empty())
-        node.extrasToFill().rules = std::move(found->second.rules);
-    waiting.erase(found);
+    if (!found->second.validations.empty())
+        node.ensureExtras().validations = std::move(found->second.validations);
+    pending.erase(found);
 }
 
 } // namespace Repository

@@ -26,23 +26,26 @@ public:
         quint32 hash;
     };
 
-    // What is known of a path that has no node: it is handed to the node when there is one.
-    struct Waiting
+    // What is known of a path that has no node, until there is one.
+    struct Pending
     {
         RegistrationList exact;
-        Rules rules;
+        Validations validations;
     };
 
     struct alignas(64) Shard
     {
         Node* find(const Key& key) const { return nodes.find(key.path, key.hash); }
 
-        // Gives a new node what waits for its path.
-        void handWaiting(Node& node);
+        // Null when there are none. The node is that of the path, or null.
+        const Validations* validationsOf(const Node* node, QStringView path) const;
+
+        // Gives a new node what is pending for its path.
+        void attachPending(Node& node);
 
         mutable std::mutex mutex; // guards all of the shard and the attribute part of its nodes
         NodeTable nodes;          // behind it, so that a look-up finds both in one line of the cache
-        std::unordered_map<QString, Waiting> waiting;
+        std::unordered_map<QString, Pending> pending;
     };
 
     // So many that a thread is seldom put to sleep for another one; the locks of more of them would no longer

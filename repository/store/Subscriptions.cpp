@@ -36,7 +36,7 @@ Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
     std::unique_lock lock(shard.mutex);
     Node* node = shard.find(key);
     if (callback && (node || isValidPath(pathOrPattern))) {
-        (node ? node->exact : shard.waiting[pathOrPattern].exact).add(std::move(registration));
+        (node ? node->exact : shard.pending[pathOrPattern].exact).add(std::move(registration));
         return handle;
     }
     lock.unlock();
@@ -64,12 +64,12 @@ RegistrationPointer Subscriptions::takeExact(AttributeTree& tree, const QString&
     const std::lock_guard lock(shard.mutex);
     if (Node* node = shard.find(key))
         return node->exact.take(registration);
-    const auto waiting = shard.waiting.find(path);
-    if (waiting == shard.waiting.end())
+    const auto pending = shard.pending.find(path);
+    if (pending == shard.pending.end())
         return {};
-    RegistrationPointer taken = waiting->second.exact.take(registration);
-    if (waiting->second.exact.isEmpty() && waiting->second.rules.empty())
-        shard.waiting.erase(waiting);
+    RegistrationPointer taken = pending->second.exact.take(registration);
+    if (pending->second.exact.isEmpty() && pending->second.validations.empty())
+        shard.pending.erase(pending);
     return taken;
 }
 

@@ -26,7 +26,7 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
         node->setAttribute(true);
         node->value = FrameworkCore::Values::toVariant(value);
     }
-    parent.childrenToFill().append(*node);
+    parent.ensureChildren().append(*node);
 
     last.assign(path);
     levels.push_back({path.size(), node.get()});

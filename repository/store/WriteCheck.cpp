@@ -12,20 +12,10 @@ using FrameworkCore::AppConfig::StatusCode;
 
 namespace {
 
-Outcome checkRules(const Rules* rules, const QVariant& value)
+Outcome checkValidations(const Validations* validations, const QVariant& value)
 {
-    const Breach breach = rules ? findBreach(*rules, value) : Breach();
+    const Breach breach = validations ? findBreach(*validations, value) : Breach();
     return breach ? Outcome(StatusCode::RefusedByValidation, breach.explain()) : Outcome();
-}
-
-const Rules* rulesOf(const NodeIndex::Shard& shard, const Node* node, QStringView path)
-{
-    if (node)
-        return node->getRules();
-    if (shard.waiting.empty())
-        return nullptr;
-    const auto waiting = shard.waiting.find(QString::fromRawData(path.data(), int(path.size())));
-    return waiting == shard.waiting.end() ? nullptr : &waiting->second.rules;
 }
 
 } // namespace
@@ -40,7 +30,7 @@ Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
     if (!converted)
         return node.value.isValid() ? Refusals::wrongType(value, node.value.userType())
                                     : Refusals::noAttributeType();
-    Outcome outcome = checkRules(node.getRules(), *converted);
+    Outcome outcome = checkValidations(node.getValidations(), *converted);
     if (outcome.ok())
         accepted = *std::move(converted);
     return outcome;
@@ -53,7 +43,7 @@ Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* no
         return Refusals::readOnly(*backend);
     const NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    return checkRules(rulesOf(shard, node, key.path), value);
+    return checkValidations(shard.validationsOf(node, key.path), value);
 }
 
 } // namespace Repository

@@ -6,7 +6,7 @@
 namespace Repository {
 
 // Whether an attribute takes a value: it may be written, the value becomes one of its type without loss, and
-// its rules let that pass. Gives what the attribute would hold. The attribute's lock is held.
+// its validations let that pass. Gives what the attribute would hold. The attribute's lock is held.
 FrameworkCore::AppConfig::Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted);
 
 // Whether a new attribute may have this value, in that backend, which is null in memory. The node is null

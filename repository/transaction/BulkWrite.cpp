@@ -10,7 +10,6 @@
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
-using FrameworkCore::Notification::UpdateResult;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -214,10 +213,7 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
 void BulkWrite::show(const Item& item)
 {
     if (item.node) {
-        const bool isChanged =
-            !FrameworkCore::Values::isSameValue(NodeState::at(nodes.getTree(), item.path).value, item.value);
-        nodes.setAttribute(*item.node, item.value, item.access,
-                           isChanged ? UpdateResult::Changed : UpdateResult::Unchanged);
+        nodes.setAttribute(*item.node, item.value, item.access);
         return;
     }
     const QStringView parent = parentPath(item.path);
@@ -225,7 +221,7 @@ void BulkWrite::show(const Item& item)
         shownParent = &nodes.ensure(parent);
     Node& node = nodes.ensureChild(*shownParent, item.path);
     if (!item.isGroup)
-        nodes.setAttribute(node, item.value, item.access, UpdateResult::Created);
+        nodes.setAttribute(node, item.value, item.access);
 }
 
 } // namespace Repository

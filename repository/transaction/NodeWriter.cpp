@@ -1,5 +1,6 @@
 #include "repository/transaction/NodeWriter.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/RepositoryLog.h"
@@ -74,7 +75,7 @@ std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, Node& parent, Pl
         made->setAccess(made->backend->getAccessMode());
     if (images)
         images->add(*made, NodeState());
-    Children& siblings = parent.childrenToFill();
+    Children& siblings = parent.ensureChildren();
     siblings.insert(*made, placing == Placing::Last ? siblings.places.size() : order.placeFor(path, parent));
     return made;
 }
@@ -84,7 +85,7 @@ Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, 
 {
     try {
         shard.nodes.reserveMore(1);
-        shard.handWaiting(*made);
+        shard.attachPending(*made);
     } catch (...) {
         made->parent->children->drop(*made);
         throw;
@@ -100,9 +101,12 @@ Node& NodeWriter::makeNode(const QString& path, const NodeIndex::Key& key, Node&
     return fileNode(shard, std::move(made), key.hash);
 }
 
-void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult result)
+void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult kind)
 {
     const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    UpdateResult result = UpdateResult::Created;
+    if (node.isAttribute())
+        result = FrameworkCore::Values::isSameValue(node.value, value) ? UpdateResult::Unchanged : kind;
     giveValue(node, std::move(value), access);
     Delivery::collect(deliveries, node, tree.patterns, result);
 }
@@ -190,12 +194,12 @@ void NodeWriter::remove(Node& node)
             images->add(*gone, NodeState::of(*gone));
         if (gone->isAttribute())
             Delivery::collect(deliveries, *gone, tree.patterns, UpdateResult::Removed);
-        const Rules* const rules = gone->getRules();
-        if (!gone->exact.isEmpty() || (rules && !rules->empty())) {
-            NodeIndex::Waiting& waiting = shard.waiting[gone->path];
-            waiting.exact = std::move(gone->exact);
-            if (rules)
-                waiting.rules = std::move(gone->extras->rules);
+        const Validations* const validations = gone->getValidations();
+        if (!gone->exact.isEmpty() || (validations && !validations->empty())) {
+            NodeIndex::Pending& pending = shard.pending[gone->path];
+            pending.exact = std::move(gone->exact);
+            if (validations)
+                pending.validations = std::move(gone->extras->validations);
         }
         removedNodes.push_back(shard.nodes.take(*gone, key.hash));
     }

@@ -59,8 +59,9 @@ public:
     // The same for all that a builder has built.
     void file(SubtreeBuilder& builder);
 
-    // Gives a node a value, or another one.
-    void setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult result);
+    // Gives a node a value, or another one, which the watchers hear of as a change of that kind.
+    void setAttribute(Node& node, QVariant value, AccessMode access,
+                      UpdateResult kind = UpdateResult::Changed);
 
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);

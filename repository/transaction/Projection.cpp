@@ -70,14 +70,12 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
         return;
     }
     const QVariant variant = FrameworkCore::Values::toVariant(value);
-    const bool isNew = !node.isAttribute();
     {
         const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
-        if (!isNew && FrameworkCore::Values::isSameValue(node.value, variant))
+        if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
-    nodes.setAttribute(node, variant, backend.getAccessMode(),
-                       isNew ? UpdateResult::Created : UpdateResult::Reloaded);
+    nodes.setAttribute(node, variant, backend.getAccessMode(), UpdateResult::Reloaded);
 }
 
 void Projection::build(Backend& backend, Node& root)

@@ -8,11 +8,11 @@ namespace Repository {
 
 struct AttributeTree;
 
-// Attaches rules to paths of the tree. Any thread.
-class AttachedRules : public FrameworkCore::AppConfig::Interfaces::ValidationInterface
+// Attaches validations to paths of the tree. Any thread.
+class AttachedValidations : public FrameworkCore::AppConfig::Interfaces::ValidationInterface
 {
 public:
-    explicit AttachedRules(std::shared_ptr<AttributeTree> tree);
+    explicit AttachedValidations(std::shared_ptr<AttributeTree> tree);
 
     QStringList getValidationNames() override;
     int addValidation(const QString& path, const QString& name) override;

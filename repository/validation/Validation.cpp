@@ -1,4 +1,4 @@
-#include "repository/validation/Rule.h"
+#include "repository/validation/Validation.h"
 
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -15,7 +15,7 @@ namespace Repository {
 
 namespace {
 
-using Verdict = Rule::Verdict;
+using Verdict = Validation::Verdict;
 using Accepts = std::function<bool(const QVariant&, const QString&)>;
 
 auto judgeBy(Accepts accepts)
@@ -89,7 +89,7 @@ bool isUrl(const QString& text)
 
 const std::map<QString, std::pair<QString, Accepts>>& plainRules()
 {
-    static const std::map<QString, std::pair<QString, Accepts>> rules{
+    static const std::map<QString, std::pair<QString, Accepts>> validations{
         {QStringLiteral("not-empty"),
          {QStringLiteral("not empty"), [](const QVariant&, const QString& text) { return !text.isEmpty(); }}},
         {QStringLiteral("integer"),
@@ -124,10 +124,10 @@ const std::map<QString, std::pair<QString, Accepts>>& plainRules()
           [](const QVariant&, const QString& text) {
               return QDateTime::fromString(text, Qt::ISODateWithMs).isValid();
           }}}};
-    return rules;
+    return validations;
 }
 
-std::optional<QString> fillRange(const QString& argument, Rule& rule)
+std::optional<QString> fillRange(const QString& argument, Validation& validation)
 {
     const QStringList bounds = argument.split(QLatin1Char(','));
     bool lowIsNumber = false;
@@ -136,9 +136,9 @@ std::optional<QString> fillRange(const QString& argument, Rule& rule)
     const double high = bounds.last().trimmed().toDouble(&highIsNumber);
     if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is no bound
         return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
-    rule.expectation =
+    validation.expectation =
         QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
-    rule.judge = judgeBy([low, high](const QVariant&, const QString& text) {
+    validation.judge = judgeBy([low, high](const QVariant&, const QString& text) {
         bool isNumber = false;
         const double number = text.toDouble(&isNumber);
         return isNumber && low <= number && number <= high;
@@ -146,17 +146,18 @@ std::optional<QString> fillRange(const QString& argument, Rule& rule)
     return {};
 }
 
-std::optional<QString> fillOneOf(const QString& argument, Rule& rule)
+std::optional<QString> fillOneOf(const QString& argument, Validation& validation)
 {
     QStringList choices = argument.split(QLatin1Char(','));
     for (QString& choice : choices)
         choice = choice.trimmed();
-    rule.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
-    rule.judge = judgeBy([choices](const QVariant&, const QString& text) { return choices.contains(text); });
+    validation.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
+    validation.judge =
+        judgeBy([choices](const QVariant&, const QString& text) { return choices.contains(text); });
     return {};
 }
 
-std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule)
+std::optional<QString> fillRegularExpression(const QString& argument, Validation& validation)
 {
     // "a)|(?:b" is valid between the anchors only, where it would match what neither half means.
     const QRegularExpression bare(argument);
@@ -164,8 +165,8 @@ std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule
     if (!bare.isValid() || !expression.isValid())
         return QStringLiteral("'%1' is not a regular expression: %2")
             .arg(argument, bare.isValid() ? expression.getError() : bare.errorString());
-    rule.expectation = QStringLiteral("a text that matches ") + argument;
-    rule.judge = [expression](const QVariant&, const QString& text) {
+    validation.expectation = QStringLiteral("a text that matches ") + argument;
+    validation.judge = [expression](const QVariant&, const QString& text) {
         const std::optional<bool> matches = expression.matchesWhole(text);
         if (!matches)
             return Verdict::Undecided;
@@ -174,7 +175,7 @@ std::optional<QString> fillRegularExpression(const QString& argument, Rule& rule
     return {};
 }
 
-using Fill = std::optional<QString> (*)(const QString& argument, Rule& rule);
+using Fill = std::optional<QString> (*)(const QString& argument, Validation& validation);
 
 struct RuleWithArgument
 {
@@ -184,57 +185,57 @@ struct RuleWithArgument
 
 const std::map<QString, RuleWithArgument>& rulesWithArgument()
 {
-    static const std::map<QString, RuleWithArgument> rules{
+    static const std::map<QString, RuleWithArgument> validations{
         {QStringLiteral("range"), {fillRange, QStringLiteral("0,100")}},
         {QStringLiteral("one-of"), {fillOneOf, QStringLiteral("low,medium,high")}},
         {QStringLiteral("regular-expression"), {fillRegularExpression, QStringLiteral("[a-z]+")}}};
-    return rules;
+    return validations;
 }
 
 } // namespace
 
-QStringList ruleNames()
+QStringList validationNames()
 {
     QStringList names;
-    for (const auto& [name, rule] : plainRules())
+    for (const auto& [name, validation] : plainRules())
         names.append(name);
-    for (const auto& [name, rule] : rulesWithArgument())
+    for (const auto& [name, validation] : rulesWithArgument())
         names.append(name);
     names.sort();
     return names;
 }
 
-QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> ruleDescriptions()
+QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> validationDescriptions()
 {
     QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> descriptions;
-    const QStringList names = ruleNames();
+    const QStringList names = validationNames();
     for (const QString& name : names) {
         const auto withArgument = rulesWithArgument().find(name);
         const QString example = withArgument == rulesWithArgument().end()
                                     ? name
                                     : QStringLiteral("%1(%2)").arg(name, withArgument->second.example);
         QString error;
-        descriptions.append({example, makeRule(example, error)->expectation});
+        descriptions.append({example, makeValidation(example, error)->expectation});
     }
     return descriptions;
 }
 
-std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
+std::shared_ptr<const Validation> makeValidation(const QString& name, QString& error)
 {
-    auto rule = std::make_shared<Rule>();
-    rule->name = name;
+    auto validation = std::make_shared<Validation>();
+    validation->name = name;
     const auto plain = plainRules().find(name);
     if (plain != plainRules().end()) {
-        rule->expectation = plain->second.first;
-        rule->judge = judgeBy(plain->second.second);
-        return rule;
+        validation->expectation = plain->second.first;
+        validation->judge = judgeBy(plain->second.second);
+        return validation;
     }
 
     const int open = name.indexOf(QLatin1Char('('));
     const auto withArgument = rulesWithArgument().find(name.left(open));
     if (withArgument == rulesWithArgument().end()) {
         error = QStringLiteral("there is no validation '%1'; known validations: %2")
-                    .arg(name, ruleNames().join(QStringLiteral(", ")));
+                    .arg(name, validationNames().join(QStringLiteral(", ")));
         return {};
     }
     if (open < 0 || !name.endsWith(QLatin1Char(')'))) {
@@ -242,11 +243,12 @@ std::shared_ptr<const Rule> makeRule(const QString& name, QString& error)
             QStringLiteral("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
         return {};
     }
-    if (const auto problem = withArgument->second.fill(name.mid(open + 1, name.size() - open - 2), *rule)) {
+    if (const auto problem =
+            withArgument->second.fill(name.mid(open + 1, name.size() - open - 2), *validation)) {
         error = *problem;
         return {};
     }
-    return rule;
+    return validation;
 }
 
 QString Breach::explain() const
@@ -254,8 +256,8 @@ QString Breach::explain() const
     if (verdict == Verdict::Undecided)
         return QStringLiteral("the validation '%1' could not be checked: matching this text takes more steps "
                               "or memory than are allowed; simplify the expression or shorten the text")
-            .arg(rule->name);
-    return QStringLiteral("the validation '%1' asks for %2").arg(rule->name, rule->expectation);
+            .arg(validation->name);
+    return QStringLiteral("the validation '%1' asks for %2").arg(validation->name, validation->expectation);
 }
 
 QString Breach::explain(const QVariant& value) const
@@ -266,15 +268,15 @@ QString Breach::explain(const QVariant& value) const
                      .arg(explain(), FrameworkCore::AppConfig::Outcome::shortened(textOf(value)));
 }
 
-Breach findBreach(const Rules& rules, const QVariant& value)
+Breach findBreach(const Validations& validations, const QVariant& value)
 {
-    if (rules.empty())
+    if (validations.empty())
         return {};
     const QString text = textOf(value);
-    for (const auto& rule : rules) {
-        const Verdict verdict = rule->judge(value, text);
+    for (const auto& validation : validations) {
+        const Verdict verdict = validation->judge(value, text);
         if (verdict != Verdict::Keeps)
-            return {rule, verdict};
+            return {validation, verdict};
     }
     return {};
 }

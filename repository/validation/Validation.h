@@ -13,7 +13,7 @@
 namespace Repository {
 
 // A validation as it is attached to a path: what values it lets pass. Immutable; any thread.
-struct Rule
+struct Validation
 {
     // Undecided: the check was given up before it came to a result.
     enum class Verdict { Keeps, Breaks, Undecided };
@@ -23,31 +23,32 @@ struct Rule
     std::function<Verdict(const QVariant& value, const QString& text)> judge; // text is the value's text
 };
 
-using Rules = std::vector<std::shared_ptr<const Rule>>;
+using Validations = std::vector<std::shared_ptr<const Validation>>;
 
 // Names of all validations; those that take an argument are written as in "range(0,100)".
-QStringList ruleNames();
+QStringList validationNames();
 
 // The same for people, with an example of each argument.
-QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> ruleDescriptions();
+QVector<FrameworkCore::AppConfig::Interfaces::ValidationDescription> validationDescriptions();
 
 // The validation of that name; empty, with the reason in error, when the name or its argument is not known.
-std::shared_ptr<const Rule> makeRule(const QString& name, QString& error);
+std::shared_ptr<const Validation> makeValidation(const QString& name, QString& error);
 
 // Why a value does not pass.
 struct Breach
 {
-    std::shared_ptr<const Rule> rule; // null when the value passes
-    Rule::Verdict verdict = Rule::Verdict::Keeps;
+    std::shared_ptr<const Validation> validation; // null when the value passes
+    Validation::Verdict verdict = Validation::Verdict::Keeps;
 
-    explicit operator bool() const { return rule != nullptr; }
+    explicit operator bool() const { return validation != nullptr; }
 
-    // For a person: what the rule asks for, and that the value is not that; or that it could not be checked.
+    // For a person: what the validation asks for, and that the value is not that; or that it could not be
+    // checked.
     QString explain() const;
     QString explain(const QVariant& value) const;
 };
 
-// Of the first rule that the value does not keep.
-Breach findBreach(const Rules& rules, const QVariant& value);
+// Of the first validation that the value does not keep.
+Breach findBreach(const Validations& validations, const QVariant& value);
 
 } // namespace Repository
