@@ -34,34 +34,7 @@ bool isValidPath(QStringView path)
     return !componentIsEmpty;
 }
 
-QStringView parentPath(QStringView path)
-{
-    qsizetype end = std::max<qsizetype>(path.size() - 1, 0);
-    while (end > 0 && path[end] != pathSeparator)
-        --end;
-    return path.left(end);
-}
-
-bool isAtOrBelow(QStringView path, QStringView ancestor)
-{
-    const bool endsThere = path.size() == ancestor.size() ||
-                           (path.size() > ancestor.size() && path[ancestor.size()] == pathSeparator);
-    return endsThere && path.startsWith(ancestor);
-}
-
 // Nearly all paths are ASCII, which needs no decoder and just one block of memory.
-QString joinedPath(const QString& parent, QStringView below)
-{
-    if (below.isEmpty())
-        return parent;
-    QString path;
-    path.reserve(parent.size() + 1 + int(below.size()));
-    path += parent;
-    if (!parent.isEmpty())
-        path += pathSeparator;
-    return path.append(below.data(), int(below.size()));
-}
-
 QString joinedPath(const QString& parent, std::string_view below)
 {
     if (parent.isEmpty())

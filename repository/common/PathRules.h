@@ -1,16 +1,17 @@
 #pragma once
 
-#include <QString>
-#include <QStringView>
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 
 #include <string>
 #include <string_view>
 
 namespace Repository {
 
-// The rules of attribute paths, in one place: one or more components, none of them empty, joined by the
-// separator.
-constexpr QLatin1Char pathSeparator('.');
+using FrameworkCore::AppConfig::isAtOrBelow;
+using FrameworkCore::AppConfig::joinedPath;
+using FrameworkCore::AppConfig::nameOf;
+using FrameworkCore::AppConfig::parentPath;
+using FrameworkCore::AppConfig::pathSeparator;
 
 // The repository's own attributes lie below it; callers may only read them.
 constexpr QStringView ownRoot(u"internal");
@@ -26,12 +27,6 @@ bool isTooDeep(QStringView path);
 // Whether the text names a place in the tree; "*" stands in patterns only.
 bool isValidPath(QStringView path);
 
-// The path of the parent; empty at the top.
-QStringView parentPath(QStringView path);
-
-// Whether the path is the other one or lies below it.
-bool isAtOrBelow(QStringView path, QStringView ancestor);
-
 // What of a path comes after that many characters and the separator; empty for no more than those.
 inline QStringView pathAfter(QStringView path, qsizetype length)
 {
@@ -39,9 +34,8 @@ inline QStringView pathAfter(QStringView path, qsizetype length)
     return start < path.size() ? path.mid(start) : QStringView();
 }
 
-// The path of what lies below a parent under that name, or path; an empty one is the other.
-QString joinedPath(const QString& parent, QStringView below);
-QString joinedPath(const QString& parent, std::string_view below); // of UTF-8
+// As joinedPath, of UTF-8.
+QString joinedPath(const QString& parent, std::string_view below);
 
 // The UTF-8 of a path, or a part of one.
 std::string pathBytes(QStringView path);

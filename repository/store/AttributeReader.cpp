@@ -21,7 +21,7 @@ public:
     }
 
     AccessMode getAccessMode() const override { return access; }
-    QString getName() const override { return path.mid(path.lastIndexOf(pathSeparator) + 1); }
+    QString getName() const override { return nameOf(path); }
     QString getPath() const override { return path; }
     QString getDataType() const override { return dataType; }
     QVariant getValue() const override { return value; }

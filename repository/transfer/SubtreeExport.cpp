@@ -35,8 +35,7 @@ Documents::Outcome insert(Document& document, const std::string& place, const Va
 } // namespace
 
 SubtreeExport::SubtreeExport(AttributeTree& attributes, QString rootPath, const QString& textType)
-    : tree(attributes), path(std::move(rootPath)), type(textType),
-      name(path.mid(path.lastIndexOf(pathSeparator) + 1).toStdString()),
+    : tree(attributes), path(std::move(rootPath)), type(textType), name(nameOf(path).toStdString()),
       format(Documents::findFormat(type.toStdString()))
 {
 }
