@@ -1,8 +1,15 @@
 #include "repository/backends/DocumentBackend.h"
 
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/documents/common/TextEncoding.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
+#include "repository/merge/UnifiedDiff.h"
+
+#include <algorithm>
+#include <set>
 
 namespace Repository {
 
@@ -10,6 +17,17 @@ using Documents::Document;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::Values::Value;
+
+namespace {
+
+QString valueForPeople(const std::optional<Value>& value)
+{
+    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
+                       QLatin1Char('\'')
+                 : QStringLiteral("nothing");
+}
+
+} // namespace
 
 DocumentBackend::DocumentBackend(Description backendDescription)
     : Backend(std::move(backendDescription)), content(description.type.toStdString())
@@ -186,6 +204,101 @@ Outcome DocumentBackend::replaceText(std::string bytes)
     const std::lock_guard lock(mutex);
     const Outcome outcome = checkOpen();
     return outcome.ok() ? outcomeOf(content.replaceText(std::move(bytes))) : outcome;
+}
+
+Outcome DocumentBackend::damage() const
+{
+    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
+        .advise(QStringLiteral("revert the file or open it anew"));
+}
+
+EditedDocument DocumentBackend::getCopy() const
+{
+    std::unique_lock lock(mutex);
+    const EditedDocument::Snapshot snapshot = content.getSnapshot();
+    lock.unlock();
+    return EditedDocument(snapshot);
+}
+
+QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
+{
+    std::string before;
+    std::string after;
+    std::set<std::string> conflicts;
+    QVector<UnsavedChange> changes;
+    {
+        const std::lock_guard lock(mutex);
+        if (!content.hasEdits())
+            return changes;
+        before = content.getBase();
+        after = content.getText();
+        for (EditedDocument::Conflict& conflict : content.getConflicts())
+            conflicts.insert(std::move(conflict.path));
+    }
+    // Parsed without the lock, which writers wait for.
+    const auto found =
+        EditedDocument::changesBetween(description.type.toStdString(), std::move(before), std::move(after));
+    const bool showsValues = isReadable(description.accessMode);
+    for (const DocumentChange& change : found) {
+        UnsavedChange unsaved;
+        unsaved.path = absolute(change.path);
+        unsaved.kind = change.kind == DocumentChange::Kind::Created   ? UnsavedChange::Kind::Created
+                       : change.kind == DocumentChange::Kind::Removed ? UnsavedChange::Kind::Removed
+                                                                      : UnsavedChange::Kind::Changed;
+        if (showsValues) {
+            unsaved.before = FrameworkCore::Values::toVariant(change.before);
+            unsaved.after = FrameworkCore::Values::toVariant(change.after);
+        }
+        unsaved.isConflict = conflicts.count(change.path) > 0;
+        changes.append(unsaved);
+    }
+    return changes;
+}
+
+QString DocumentBackend::getUnsavedDiff() const
+{
+    if (!isReadable(description.accessMode))
+        return {};
+    std::string before;
+    std::string after;
+    {
+        const std::lock_guard lock(mutex);
+        if (!content.hasEdits())
+            return {};
+        before = content.getBase();
+        after = content.getText();
+    }
+    // A diff is one text, whatever the file's encoding is.
+    Documents::TextEncoding().decode(before, {});
+    Documents::TextEncoding().decode(after, {});
+    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
+}
+
+Outcome DocumentBackend::checkConflicts() const
+{
+    const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
+    if (conflicts.empty())
+        return {};
+    constexpr std::size_t shown = 5;
+    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
+                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome::Parts& parts = outcome.change();
+    for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
+        const EditedDocument::Conflict& conflict = conflicts[i];
+        parts.details.append({absolute(conflict.path), {}});
+        if (isReadable(description.accessMode))
+            parts.details.last().text =
+                QStringLiteral("(yours: %1, in the file: %2)")
+                    .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
+    }
+    parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);
+    return outcome;
+}
+
+Outcome DocumentBackend::reverted(const std::vector<std::string>& paths)
+{
+    const std::string reason = content.revert(paths);
+    return reason.empty() ? Outcome() : refusal(QString::fromStdString(reason));
 }
 
 } // namespace Repository

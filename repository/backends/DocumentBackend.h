@@ -22,6 +22,9 @@ public:
 
     bool isClosed() const override;
 
+    QVector<UnsavedChange> getUnsavedChanges() const override;
+    QString getUnsavedDiff() const override;
+
 protected:
     explicit DocumentBackend(Description description);
 
@@ -41,8 +44,14 @@ protected:
     Outcome refusal(const QString& reason) const;
     Outcome outcomeOf(const Documents::Outcome& outcome) const;
 
+    // What a long operation works on, while others go on with the document.
+    EditedDocument getCopy() const;
+
     // mutex held
     Outcome checkOpen() const;
+    Outcome checkConflicts() const; // refused when there are some
+    Outcome damage() const;
+    Outcome reverted(const std::vector<std::string>& paths);
     Changes change(const std::function<void()>& operation);
     Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
 

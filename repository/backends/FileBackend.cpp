@@ -1,42 +1,28 @@
 #include "repository/backends/FileBackend.h"
 
 #include "files/SizeLimit.h"
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
 #include "repository/common/PathBudget.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/TextEncoding.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
-#include "repository/merge/UnifiedDiff.h"
 
 #include <QFile>
 
-#include <algorithm>
-#include <set>
 #include <sys/stat.h>
 
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
-using FrameworkCore::Values::Value;
 
 namespace {
 
 std::string nameOnDisk(const Backend::Description& description)
 {
     return QFile::encodeName(description.filePath).toStdString();
-}
-
-QString valueForPeople(const std::optional<Value>& value)
-{
-    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
-                       QLatin1Char('\'')
-                 : QStringLiteral("nothing");
 }
 
 } // namespace
@@ -56,12 +42,6 @@ Outcome FileBackend::warned(Outcome outcome, const std::string& warning) const
         outcome.change().warnings.append(QString::fromStdString(warning));
     }
     return outcome;
-}
-
-Outcome FileBackend::damage() const
-{
-    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
-        .advise(QStringLiteral("revert the file or open it anew"));
 }
 
 // Whether the file could be read again under its name when it held the text.
@@ -149,14 +129,6 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
     if (isDeleted)
         return checkConflicts();
     return merged.ok() ? refusal(QString::fromStdString(saved.reason)) : merged;
-}
-
-EditedDocument FileBackend::getCopy() const
-{
-    std::unique_lock lock(mutex);
-    const EditedDocument::Snapshot snapshot = content.getSnapshot();
-    lock.unlock();
-    return EditedDocument(snapshot);
 }
 
 // Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
@@ -286,82 +258,19 @@ Outcome FileBackend::close(bool discardChanges)
 
 QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
 {
-    std::string before;
-    std::string after;
-    std::set<std::string> conflicts;
-    QVector<UnsavedChange> changes;
-    {
-        const std::lock_guard lock(mutex);
-        if (isDeleted)
-            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
-        if (!content.hasEdits())
-            return changes;
-        before = content.getBase();
-        after = content.getText();
-        for (EditedDocument::Conflict& conflict : content.getConflicts())
-            conflicts.insert(std::move(conflict.path));
-    }
-    // Parsed without the lock, which writers wait for.
-    const auto found =
-        EditedDocument::changesBetween(description.type.toStdString(), std::move(before), std::move(after));
-    const bool showsValues = isReadable(description.accessMode);
-    for (const DocumentChange& change : found) {
-        UnsavedChange unsaved;
-        unsaved.path = absolute(change.path);
-        unsaved.kind = change.kind == DocumentChange::Kind::Created   ? UnsavedChange::Kind::Created
-                       : change.kind == DocumentChange::Kind::Removed ? UnsavedChange::Kind::Removed
-                                                                      : UnsavedChange::Kind::Changed;
-        if (showsValues) {
-            unsaved.before = FrameworkCore::Values::toVariant(change.before);
-            unsaved.after = FrameworkCore::Values::toVariant(change.after);
-        }
-        unsaved.isConflict = conflicts.count(change.path) > 0;
-        changes.append(unsaved);
-    }
+    QVector<UnsavedChange> changes = DocumentBackend::getUnsavedChanges();
+    const std::lock_guard lock(mutex);
+    if (isDeleted)
+        changes.prepend({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
     return changes;
-}
-
-QString FileBackend::getUnsavedDiff() const
-{
-    if (!isReadable(description.accessMode))
-        return {};
-    std::string before;
-    std::string after;
-    {
-        const std::lock_guard lock(mutex);
-        if (!content.hasEdits())
-            return {};
-        before = content.getBase();
-        after = content.getText();
-    }
-    // A diff is one text, whatever the file's encoding is.
-    Documents::TextEncoding().decode(before, {});
-    Documents::TextEncoding().decode(after, {});
-    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
 }
 
 Outcome FileBackend::checkConflicts() const
 {
-    if (isDeleted)
-        return refusal(QStringLiteral("the file has been deleted since it was read"))
-            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
-    const std::vector<EditedDocument::Conflict> conflicts = content.getConflicts();
-    if (conflicts.empty())
-        return {};
-    constexpr std::size_t shown = 5;
-    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
-                          .advise(QStringLiteral("keep yours or take theirs first"));
-    Outcome::Parts& parts = outcome.change();
-    for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
-        const EditedDocument::Conflict& conflict = conflicts[i];
-        parts.details.append({absolute(conflict.path), {}});
-        if (isReadable(description.accessMode))
-            parts.details.last().text =
-                QStringLiteral("(yours: %1, in the file: %2)")
-                    .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
-    }
-    parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);
-    return outcome;
+    return isDeleted ? refusal(QStringLiteral("the file has been deleted since it was read"))
+                           .advise(QStringLiteral(
+                               "keep yours, and it is written anew, or take theirs, and it stays away"))
+                     : DocumentBackend::checkConflicts();
 }
 
 Outcome FileBackend::revert(const QString& path, const ApplyChange& apply)
@@ -376,12 +285,6 @@ Outcome FileBackend::revert(const QString& path, const ApplyChange& apply)
     });
     mergeUnmerged(apply);
     return outcome;
-}
-
-Outcome FileBackend::reverted(const std::vector<std::string>& paths)
-{
-    const std::string reason = content.revert(paths);
-    return reason.empty() ? Outcome() : refusal(QString::fromStdString(reason));
 }
 
 Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply)

@@ -23,7 +23,6 @@ public:
     Outcome reload(Trigger trigger, const ApplyChange& apply) override;
 
     QVector<UnsavedChange> getUnsavedChanges() const override;
-    QString getUnsavedDiff() const override;
     Outcome revert(const QString& path, const ApplyChange& apply) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
 
@@ -34,7 +33,6 @@ private:
     Outcome read();
     Files::ReadFileResult readFile();
     void mergeUnmerged(const ApplyChange& apply);
-    EditedDocument getCopy() const;
 
     // saving held
     Outcome writeFile(const ApplyChange& apply);
@@ -44,10 +42,8 @@ private:
     Outcome handleDeletion(Trigger trigger, const ApplyChange& apply);
 
     // mutex held
-    Outcome reverted(const std::vector<std::string>& paths);
     Outcome checkConflicts() const;
     Outcome checkReadability(const std::string& text) const;
-    Outcome damage() const;
 
     const Files::FileSaver files;
     std::atomic<bool> hasPrivateFile{false}; // as it was seen last
