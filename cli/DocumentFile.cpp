@@ -3,7 +3,6 @@
 #include "files/FileSaver.h"
 #include "repository/backends/FileKind.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/TextPosition.h"
 
 #include <optional>
 
@@ -41,7 +40,7 @@ QString DocumentFile::positionOf(const QString& entryPath) const
     const auto span = document ? document->locate(entryPath.toStdString()) : std::nullopt;
     if (!span)
         return {};
-    const auto position = Repository::Documents::positionOf(bytes, span->offset);
+    const auto position = Repository::Documents::outcomeAt(bytes, span->offset);
     return QStringLiteral(":%1:%2").arg(position.line).arg(position.column);
 }
 

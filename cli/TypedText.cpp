@@ -4,7 +4,6 @@
 #include "cli/Suggestion.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <cmath>
@@ -52,14 +51,15 @@ std::string jsonOf(const Value& value)
 QStringList TypedText::typeNames()
 {
     QStringList names;
-    for (int type = int(Type::Null); type <= int(Type::DateTime); ++type)
-        names.append(fromUtf8(Repository::Documents::typeName(Type(type))));
+    for (const auto& row : FrameworkCore::Values::typeTable())
+        names.append(fromUtf8(row.name));
+    names.removeFirst(); // of a group
     return names;
 }
 
 std::optional<Type> TypedText::typeNamed(const QString& name)
 {
-    const auto type = Repository::Documents::typeNamed(name.toStdString());
+    const auto type = FrameworkCore::Values::typeNamed(name.toStdString());
     if (!type)
         Messages::tell(
             QStringLiteral("there is no type '%1'%2; valid types: %3")
@@ -69,7 +69,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
 
 QString TypedText::nameOf(const QVariant& value)
 {
-    return fromUtf8(Repository::Documents::typeName(FrameworkCore::Values::toValue(value).type));
+    return fromUtf8(FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(value.userType())).name);
 }
 
 std::optional<QVariant> TypedText::read(const QString& text, Type type, QString& reason)

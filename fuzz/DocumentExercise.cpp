@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/Values.h"
 
 #include <algorithm>
 

@@ -7,8 +7,6 @@
 #include "host/Utilities/RefusedEdits.h"
 #include "host/Utilities/RepositoryAccess.h"
 
-#include <limits>
-
 namespace Widgets {
 
 namespace Values = FrameworkCore::Values;
@@ -24,25 +22,13 @@ QString shortened(const QString& entered)
     return text.size() > most ? text.left(most) + QChar(0x2026) : text;
 }
 
-template <typename Number>
-QString range()
-{
-    return QString::fromLatin1(" from %1 to %2")
-        .arg(std::numeric_limits<Number>::min())
-        .arg(std::numeric_limits<Number>::max());
-}
-
 // What attributes of the value's type hold.
 QString expected(const QVariant& value)
 {
     using Values::Type;
     const auto attributeValue = Values::toAttributeVariant(value);
     const Type type = attributeValue ? Values::toValue(*attributeValue).type : Type::String;
-    const std::string_view words = Values::describeType(type);
-    const QString text = QString::fromLatin1(words.data(), int(words.size()));
-    return type == Type::Integer    ? text + range<qlonglong>()
-           : type == Type::Unsigned ? text + range<qulonglong>()
-                                    : text;
+    return QString::fromStdString(Values::describeType(type) + Values::rowOf(type).range);
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include "files/FileSaver.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/common/MemoryGuard.h"
-#include "repository/documents/common/TextPosition.h"
 
 #include <QTemporaryDir>
 
@@ -99,7 +98,7 @@ public:
         const auto difference =
             std::mismatch(original.begin(), original.end(), copy->begin(), copy->end()).first;
         const auto position =
-            Repository::Documents::positionOf(original, std::size_t(difference - original.begin()));
+            Repository::Documents::outcomeAt(original, std::size_t(difference - original.begin()));
         Output::line(
             QStringLiteral("%1: differs at %2:%3").arg(given).arg(position.line).arg(position.column));
         return Outcome::Differs;

@@ -169,7 +169,7 @@ private:
         for (const QString& text : texts) {
             TypedText::toJson(TypedText::readPlain(text));
             for (const QString& name : TypedText::typeNames()) {
-                const auto type = Repository::Documents::typeNamed(name.toStdString());
+                const auto type = FrameworkCore::Values::typeNamed(name.toStdString());
                 QString reason;
                 const auto value = TypedText::read(text, *type, reason);
                 if (!value && reason.isEmpty())

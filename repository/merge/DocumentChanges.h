@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Document.h"
-#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/Values.h"
 
 #include <string>
 #include <string_view>

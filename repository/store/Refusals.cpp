@@ -7,46 +7,26 @@
 #include "repository/documents/Formats.h"
 
 #include <cmath>
-#include <limits>
 
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
-using FrameworkCore::Values::Type;
 
 namespace {
-
-QString describe(Type type)
-{
-    const std::string_view words = FrameworkCore::Values::describeType(type);
-    return QString::fromLatin1(words.data(), int(words.size()));
-}
 
 // What attributes of the type hold; the bounds only where they matter.
 QString describeContent(const QVariant& value, int metaType)
 {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    const bool isWhole = isNumber && std::trunc(number) == number;
-    if (isWhole && metaType == QMetaType::LongLong)
-        return QStringLiteral("a whole number from %1 to %2")
-            .arg(std::numeric_limits<qlonglong>::min())
-            .arg(std::numeric_limits<qlonglong>::max());
-    if (isWhole && metaType == QMetaType::ULongLong)
-        return QStringLiteral("a whole number from 0 to %1").arg(std::numeric_limits<qulonglong>::max());
-    const auto empty = FrameworkCore::Values::convertVariant(QVariant(), metaType);
-    const QString words = describe(FrameworkCore::Values::toValue(empty.value_or(QVariant())).type);
-    switch (metaType) {
-    case QMetaType::QDate:
-        return words + QStringLiteral(" as in 2024-12-31");
-    case QMetaType::QTime:
-        return words + QStringLiteral(" as in 23:59:59");
-    case QMetaType::QDateTime:
-        return words + QStringLiteral(" as in 2024-12-31T23:59:59");
-    default:
-        return words;
-    }
+    const auto& row = FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(metaType));
+    std::string words(row.description);
+    if (isNumber && std::trunc(number) == number)
+        words += row.range;
+    if (!row.example.empty())
+        words.append(" as in ").append(row.example.substr(0, row.example.find('.'))); // without milliseconds
+    return QString::fromStdString(words);
 }
 
 } // namespace

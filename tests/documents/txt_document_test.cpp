@@ -1,4 +1,4 @@
-#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/Values.h"
 #include "tests/documents/LineFileTables.h"
 #include "tests/support/TestRun.h"
 

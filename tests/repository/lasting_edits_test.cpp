@@ -1,6 +1,6 @@
 #include "repository/backends/FileFormat.h"
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/Values.h"
 #include "tests/documents/EntryLines.h"
 #include "tests/support/TestRun.h"
 

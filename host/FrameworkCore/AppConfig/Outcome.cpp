@@ -159,8 +159,7 @@ QString Outcome::shownValue(const QVariant& value)
     if (!attributeValue)
         return QStringLiteral("a value of the type %1").arg(QLatin1String(value.typeName()));
     const auto typed = Values::toValue(*attributeValue);
-    const std::string_view words = Values::describeType(typed.type);
-    QString kind = QString::fromLatin1(words.data(), int(words.size()));
+    QString kind = QString::fromStdString(Values::describeType(typed.type));
     if (typed.type == Values::Type::Null)
         return kind;
     const QString text = typed.type == Values::Type::String ? attributeValue->toString()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -22,6 +23,7 @@ enum class Type : std::uint8_t {
     Time,
     DateTime
 };
+constexpr std::size_t typeCount = std::size_t(Type::DateTime) + 1;
 
 // A typed value on the standard library alone. Texts are UTF-8. ByteArray holds its raw bytes in a
 // std::string; Date, Time and DateTime hold their ISO 8601 text, milliseconds and offset included where the

@@ -1,6 +1,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 
 #include "host/FrameworkCore/Values/IsoText.h"
+#include "host/FrameworkCore/Values/Text.h"
 #include "host/FrameworkCore/Values/Utf8.h"
 
 #include <algorithm>
@@ -47,7 +48,6 @@ std::string listText(const List& list)
 
 std::string bytesText(std::string_view bytes)
 {
-    constexpr char digits[] = "0123456789abcdef";
     std::string text;
     text.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
@@ -55,8 +55,7 @@ std::string bytesText(std::string_view bytes)
         const auto byte = static_cast<unsigned char>(bytes[at]);
         if (length == 0 || byte < 0x20 || byte == 0x7F) {
             text += "\\x";
-            text += digits[byte >> 4];
-            text += digits[byte & 15];
+            appendHex(text, byte, 2);
             ++at;
             continue;
         }
@@ -66,11 +65,6 @@ std::string bytesText(std::string_view bytes)
         at += length;
     }
     return text;
-}
-
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
 }
 
 ReadResult refused(std::string reason)
@@ -84,7 +78,7 @@ ReadResult read(Type type, Data&& data)
     return {Value{type, Value::Data(std::forward<Data>(data))}, {}};
 }
 
-ReadResult readBool(std::string_view text)
+ReadResult readBool(std::string_view text, Type)
 {
     if (text == "true" || text == "1")
         return read(Type::Bool, true);
@@ -112,15 +106,14 @@ ReadResult readInteger(std::string_view text, Type type)
     const bool belowZero = std::is_unsigned_v<Integer> && digits.size() > 1 && digits[0] == '-' &&
                            digits.find_first_not_of("0123456789", 1) == std::string_view::npos;
     if (belowZero || (result.ec == std::errc::result_out_of_range && result.ptr == end)) {
-        return refused(quoted(text) + " is outside of " + numberText(std::numeric_limits<Integer>::min()) +
-                       " to " + numberText(std::numeric_limits<Integer>::max()));
+        return refused(quoted(text) + " is outside of" + rowOf(type).range.substr(sizeof " from" - 1));
     }
     if (result.ec != std::errc() || result.ptr != end)
         return refused(quoted(text) + " is not a whole number");
     return read(type, number);
 }
 
-ReadResult readDouble(std::string_view text)
+ReadResult readDouble(std::string_view text, Type)
 {
     const std::string_view digits = withoutPlus(text);
     const char* const end = digits.data() + digits.size();
@@ -139,7 +132,7 @@ ReadResult readDouble(std::string_view text)
     return read(Type::Double, number);
 }
 
-ReadResult readList(std::string_view text)
+ReadResult readList(std::string_view text, Type)
 {
     List list;
     std::string element;
@@ -161,38 +154,12 @@ ReadResult readList(std::string_view text)
     return read(Type::StringList, std::move(list));
 }
 
-int hexDigit(char c)
+ReadResult readBytes(std::string_view text, Type type)
 {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
-ReadResult readBytes(std::string_view text)
-{
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] != '\\') {
-            bytes += text[at];
-            continue;
-        }
-        const std::string_view escape = text.substr(at + 1, 3);
-        if (!escape.empty() && escape[0] == '\\') {
-            bytes += '\\';
-            ++at;
-            continue;
-        }
-        const int high = escape.size() == 3 && escape[0] == 'x' ? hexDigit(escape[1]) : -1;
-        const int low = high >= 0 ? hexDigit(escape[2]) : -1;
-        if (low < 0)
-            return refused("a \"\\\" in bytes must be followed by \"\\\" or \"x\" and two hex digits");
-        bytes += static_cast<char>(high * 16 + low);
-        at += 3;
-    }
-    return read(Type::ByteArray, std::move(bytes));
+    std::optional<std::string> bytes = unescape(text, "\\", "\\", "0123456789abcdefABCDEF");
+    if (!bytes)
+        return refused("a \"\\\" in bytes must be followed by \"\\\" or \"x\" and two hex digits");
+    return read(type, *std::move(bytes));
 }
 
 ReadResult readIso(std::string_view text, Type type)
@@ -201,11 +168,8 @@ ReadResult readIso(std::string_view text, Type type)
         return read(type, std::string());
     if (auto normal = normaliseIso(text, type))
         return read(type, *std::move(normal));
-    const std::string_view example = type == Type::Date   ? "2024-12-31"
-                                     : type == Type::Time ? "23:59:59.999"
-                                                          : "2024-12-31T23:59:59.999+01:00";
-    return refused(quoted(text) + " is not " + std::string(describeType(type)) + " as in " +
-                   std::string(example));
+    return refused(quoted(text) + " is not " + describeType(type) + " as in " +
+                   std::string(rowOf(type).example));
 }
 
 ReadResult readNothing(std::string_view text, Type type)
@@ -213,6 +177,18 @@ ReadResult readNothing(std::string_view text, Type type)
     if (text.empty())
         return {Value{type, {}}, {}};
     return refused(quoted(text) + " is more than nothing");
+}
+
+ReadResult readString(std::string_view text, Type type)
+{
+    return read(type, std::string(text));
+}
+
+template <typename Integer>
+std::string range()
+{
+    return " from " + numberText(std::numeric_limits<Integer>::min()) + " to " +
+           numberText(std::numeric_limits<Integer>::max());
 }
 
 // Canonical are "0" and digits that begin with none, with at most a minus before them.
@@ -248,32 +224,74 @@ std::string toText(const Value& value)
     return std::visit(Writer{value.type}, value.data);
 }
 
+const std::array<TypeRow, typeCount>& typeTable()
+{
+    static const std::array<TypeRow, typeCount> table{
+        {{"", "a group", "", "", false, readNothing},
+         {"null", "nothing", "", "", true, readNothing},
+         {"bool", "true or false", "", "", true, readBool},
+         {"integer", "a whole number", "", range<std::int64_t>(), true, readInteger<std::int64_t>},
+         {"unsigned", "a whole number", "", range<std::uint64_t>(), true, readInteger<std::uint64_t>},
+         {"double", "a number", "", "", false, readDouble},
+         {"text", "a text", "", "", true, readString},
+         {"list", "a list of texts", "", "", false, readList},
+         {"bytes", "bytes", "", "", false, readBytes},
+         {"date", "a date", "2024-12-31", "", false, readIso},
+         {"time", "a time", "23:59:59.999", "", false, readIso},
+         {"datetime", "a date and time", "2024-12-31T23:59:59.999+01:00", "", false, readIso}}};
+    return table;
+}
+
+std::optional<Type> typeNamed(std::string_view name)
+{
+    const auto& table = typeTable();
+    const auto found =
+        std::find_if(table.begin() + 1, table.end(), [name](const TypeRow& row) { return row.name == name; });
+    return found == table.end() ? std::nullopt : std::optional(static_cast<Type>(found - table.begin()));
+}
+
 ReadResult readText(std::string_view text, Type type)
 {
-    switch (type) {
-    case Type::Group:
-    case Type::Null:
-        return readNothing(text, type);
-    case Type::Bool:
-        return readBool(text);
-    case Type::Integer:
-        return readInteger<std::int64_t>(text, type);
-    case Type::Unsigned:
-        return readInteger<std::uint64_t>(text, type);
-    case Type::Double:
-        return readDouble(text);
-    case Type::String:
-        return read(type, std::string(text));
-    case Type::StringList:
-        return readList(text);
-    case Type::ByteArray:
-        return readBytes(text);
-    case Type::Date:
-    case Type::Time:
-    case Type::DateTime:
-        return readIso(text, type);
+    return rowOf(type).read(text, type);
+}
+
+std::optional<std::string> unescape(std::string_view text, std::string_view letters,
+                                    std::string_view characters, std::string_view hexDigits)
+{
+    std::string plain;
+    plain.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '\\') {
+            plain += text[at];
+            continue;
+        }
+        const std::string_view escape = text.substr(at + 1, 3);
+        const std::size_t letter = escape.empty() ? std::string_view::npos : letters.find(escape[0]);
+        if (letter != std::string_view::npos) {
+            plain += characters[letter];
+            ++at;
+            continue;
+        }
+        unsigned byte = 0;
+        if (escape.size() != 3 || escape[0] != 'x' ||
+            escape.find_first_not_of(hexDigits, 1) != std::string_view::npos)
+            return std::nullopt;
+        std::from_chars(escape.data() + 1, escape.data() + 3, byte, 16);
+        plain += static_cast<char>(byte);
+        at += 3;
     }
-    return refused("there is no such type");
+    return plain;
+}
+
+bool isSame(const Value& a, const Value& b)
+{
+    const auto* const number = std::get_if<double>(&a.data);
+    const auto* const other = std::get_if<double>(&b.data);
+    if (!number || !other || a.type != b.type)
+        return a == b;
+    if (std::isnan(*number) || std::isnan(*other))
+        return std::isnan(*number) && std::isnan(*other);
+    return *number == *other && std::signbit(*number) == std::signbit(*other);
 }
 
 Value plainValue(std::string_view text)
@@ -288,36 +306,6 @@ Value plainValue(std::string_view text)
         }
     }
     return Value{Type::String, std::string(text)};
-}
-
-std::string_view describeType(Type type)
-{
-    switch (type) {
-    case Type::Group:
-        return "a group";
-    case Type::Null:
-        return "nothing";
-    case Type::Bool:
-        return "true or false";
-    case Type::Integer:
-    case Type::Unsigned:
-        return "a whole number";
-    case Type::Double:
-        return "a number";
-    case Type::String:
-        return "a text";
-    case Type::StringList:
-        return "a list of texts";
-    case Type::ByteArray:
-        return "bytes";
-    case Type::Date:
-        return "a date";
-    case Type::Time:
-        return "a time";
-    case Type::DateTime:
-        return "a date and time";
-    }
-    return "an unknown type";
 }
 
 // A double holds 53 digits of the binary form, wherever they begin.

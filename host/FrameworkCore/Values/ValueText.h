@@ -3,6 +3,8 @@
 #include "host/FrameworkCore/CoreExport.h"
 #include "host/FrameworkCore/Values/Value.h"
 
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,8 +39,41 @@ VANTRY_CORE_EXPORT ReadResult readText(std::string_view text, Type type);
 // (no plus, no leading zero) are integers up to 64 bits, everything else is a text.
 VANTRY_CORE_EXPORT Value plainValue(std::string_view text);
 
-// How messages call the type: "a whole number", "a date" ...
-VANTRY_CORE_EXPORT std::string_view describeType(Type type);
+// All that tells one type from the others; walked in place of listing them.
+struct TypeRow
+{
+    std::string_view name;        // in files and on the command line; empty for a group
+    std::string_view description; // in messages: "a whole number"
+    std::string_view example;     // of a text, where its form is not obvious
+    std::string range;            // " from 0 to 255", for whole numbers
+    bool isPlain;                 // a file without types may hold it, as plainValue reads it
+    ReadResult (*read)(std::string_view text, Type type);
+};
+
+// In the order of Type.
+VANTRY_CORE_EXPORT const std::array<TypeRow, typeCount>& typeTable();
+
+inline const TypeRow& rowOf(Type type)
+{
+    return typeTable()[std::size_t(type)];
+}
+
+inline std::string describeType(Type type)
+{
+    return std::string(rowOf(type).description);
+}
+
+// Nothing for any other name.
+VANTRY_CORE_EXPORT std::optional<Type> typeNamed(std::string_view name);
+
+// A text with "\\" for each of the characters followed by its letter, and "\x" and two of the hex digits for
+// any byte; nothing where a "\" is followed by anything else.
+VANTRY_CORE_EXPORT std::optional<std::string> unescape(std::string_view text, std::string_view letters,
+                                                       std::string_view characters,
+                                                       std::string_view hexDigits);
+
+// Exactly the same: unlike ==, zero is not minus zero, and "not a number" is itself.
+VANTRY_CORE_EXPORT bool isSame(const Value& a, const Value& b);
 
 // True when the double can hold the integer exactly.
 VANTRY_CORE_EXPORT bool isExactDouble(std::int64_t number);

@@ -8,163 +8,93 @@
 #include <QUrl>
 #include <QUuid>
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <type_traits>
+#include <variant>
 
 namespace FrameworkCore::Values {
 
 namespace {
 
-struct Number
-{
-    enum class Kind { None, Bool, Signed, Unsigned, Real };
-
-    Kind kind = Kind::None;
-    qlonglong asSigned = 0;
-    qulonglong asUnsigned = 0;
-    double asReal = 0;
-};
+using Number = std::variant<std::monostate, bool, qlonglong, qulonglong, double>;
 
 Number numberIn(const QVariant& variant)
 {
-    Number number;
     switch (variant.userType()) {
     case QMetaType::Bool:
-        number.kind = Number::Kind::Bool;
-        number.asSigned = variant.toBool() ? 1 : 0;
-        break;
+        return variant.toBool();
     case QMetaType::Int: // nearly all numbers, and quicker when the type is named
-        number.kind = Number::Kind::Signed;
-        number.asSigned = variant.value<int>();
-        break;
+        return qlonglong(variant.value<int>());
     case QMetaType::LongLong:
-        number.kind = Number::Kind::Signed;
-        number.asSigned = variant.value<qlonglong>();
-        break;
     case QMetaType::Long:
     case QMetaType::Short:
     case QMetaType::Char:
     case QMetaType::SChar:
-        number.kind = Number::Kind::Signed;
-        number.asSigned = variant.toLongLong();
-        break;
+        return variant.toLongLong();
     case QMetaType::UInt:
     case QMetaType::ULong:
     case QMetaType::ULongLong:
     case QMetaType::UShort:
     case QMetaType::UChar:
-        number.kind = Number::Kind::Unsigned;
-        number.asUnsigned = variant.toULongLong();
-        break;
+        return variant.toULongLong();
     case QMetaType::Float:
     case QMetaType::Double:
-        number.kind = Number::Kind::Real;
-        number.asReal = variant.toDouble();
-        break;
+        return variant.toDouble();
     default:
-        if (QMetaType::typeFlags(variant.userType()) & QMetaType::IsEnumeration) {
-            number.kind = Number::Kind::Signed;
-            number.asSigned = variant.toLongLong();
-        }
+        if (QMetaType::typeFlags(variant.userType()) & QMetaType::IsEnumeration)
+            return variant.toLongLong();
+        return {};
     }
-    return number;
 }
 
-// The integer that the double is exactly, when the type has it. The bound itself is a power of two, so that
-// the double of the comparison is exact.
-template <typename Integer>
-std::optional<QVariant> exactInteger(double real)
+// Whether the other type has exactly this number. The bounds are powers of two, so that they are exact as
+// doubles.
+template <typename To, typename From>
+bool isExact(From number)
 {
-    constexpr double bound = std::is_signed_v<Integer> ? 9223372036854775808.0 : 18446744073709551616.0;
-    const double least = std::is_signed_v<Integer> ? -bound : 0.0;
-    if (!(real >= least && real < bound) || std::trunc(real) != real)
-        return std::nullopt;
-    return QVariant(static_cast<Integer>(real));
+    if constexpr (std::is_same_v<From, double>) {
+        constexpr double bound = std::is_signed_v<To> ? 9223372036854775808.0 : 18446744073709551616.0;
+        return std::is_same_v<To, double> || (number >= (std::is_signed_v<To> ? -bound : 0.0) &&
+                                              number < bound && std::trunc(number) == number);
+    } else if constexpr (std::is_same_v<To, double>) {
+        return isExactDouble(std::conditional_t<std::is_signed_v<From>, std::int64_t, std::uint64_t>(number));
+    } else {
+        return (number < From(0)) == (To(number) < To(0));
+    }
 }
 
 std::optional<QVariant> parsed(const QVariant& text, Type type)
 {
+    if (text.userType() != QMetaType::QString)
+        return std::nullopt;
     const ReadResult result = readText(toBytes(text.toString()), type);
-    if (!result.ok())
+    return result.ok() ? std::optional(toVariant(result.value)) : std::nullopt;
+}
+
+template <typename To>
+std::optional<QVariant> toNumber(const QVariant& variant, Type type)
+{
+    const auto convert = [&](auto number) -> std::optional<QVariant> {
+        if constexpr (std::is_same_v<decltype(number), std::monostate>)
+            return parsed(variant, type);
+        else if (isExact<To>(number))
+            return QVariant(To(number));
         return std::nullopt;
-    return toVariant(result.value);
+    };
+    return std::visit(convert, numberIn(variant));
 }
 
-std::optional<QVariant> toSigned(const QVariant& variant)
-{
-    const Number number = numberIn(variant);
-    switch (number.kind) {
-    case Number::Kind::Bool:
-    case Number::Kind::Signed:
-        return QVariant(number.asSigned);
-    case Number::Kind::Unsigned:
-        if (number.asUnsigned > qulonglong(std::numeric_limits<qlonglong>::max()))
-            return std::nullopt;
-        return QVariant(qlonglong(number.asUnsigned));
-    case Number::Kind::Real:
-        return exactInteger<qlonglong>(number.asReal);
-    case Number::Kind::None:
-        break;
-    }
-    if (variant.userType() == QMetaType::QString)
-        return parsed(variant, Type::Integer);
-    return std::nullopt;
-}
-
-std::optional<QVariant> toUnsigned(const QVariant& variant)
-{
-    const Number number = numberIn(variant);
-    switch (number.kind) {
-    case Number::Kind::Bool:
-    case Number::Kind::Signed:
-        if (number.asSigned < 0)
-            return std::nullopt;
-        return QVariant(qulonglong(number.asSigned));
-    case Number::Kind::Unsigned:
-        return QVariant(number.asUnsigned);
-    case Number::Kind::Real:
-        return exactInteger<qulonglong>(number.asReal);
-    case Number::Kind::None:
-        break;
-    }
-    if (variant.userType() == QMetaType::QString)
-        return parsed(variant, Type::Unsigned);
-    return std::nullopt;
-}
-
-std::optional<QVariant> toReal(const QVariant& variant)
-{
-    const Number number = numberIn(variant);
-    switch (number.kind) {
-    case Number::Kind::Bool:
-    case Number::Kind::Signed:
-        if (!isExactDouble(std::int64_t(number.asSigned)))
-            return std::nullopt;
-        return QVariant(double(number.asSigned));
-    case Number::Kind::Unsigned:
-        if (!isExactDouble(std::uint64_t(number.asUnsigned)))
-            return std::nullopt;
-        return QVariant(double(number.asUnsigned));
-    case Number::Kind::Real:
-        return QVariant(number.asReal);
-    case Number::Kind::None:
-        break;
-    }
-    if (variant.userType() == QMetaType::QString)
-        return parsed(variant, Type::Double);
-    return std::nullopt;
-}
-
-std::optional<QVariant> toBool(const QVariant& variant)
+std::optional<QVariant> toBool(const QVariant& variant, Type type)
 {
     if (variant.userType() == QMetaType::QString)
-        return parsed(variant, Type::Bool);
-    const std::optional<QVariant> integer = toSigned(variant);
-    if (!integer || integer->toULongLong() > 1)
-        return std::nullopt;
-    return QVariant(integer->toLongLong() == 1);
+        return parsed(variant, type);
+    const std::optional<QVariant> integer = toNumber<qulonglong>(variant, Type::Unsigned);
+    return integer && integer->toULongLong() <= 1 ? std::optional<QVariant>(integer->toULongLong() == 1)
+                                                  : std::nullopt;
 }
 
 // The text is moved into the variant, whose constructors would only share it: counting its owners up and down
@@ -185,21 +115,17 @@ QVariant holdingNumber(Integer number)
     return holdingText(QString::fromLatin1(digits, int(written.ptr - digits)));
 }
 
-std::optional<QVariant> toStringVariant(const QVariant& variant)
+std::optional<QVariant> toStringVariant(const QVariant& variant, Type)
 {
     const Number number = numberIn(variant);
-    switch (number.kind) {
-    case Number::Kind::Bool:
-        return QVariant(number.asSigned == 1 ? QStringLiteral("true") : QStringLiteral("false"));
-    case Number::Kind::Signed:
-        return holdingNumber(number.asSigned);
-    case Number::Kind::Unsigned:
-        return holdingNumber(number.asUnsigned);
-    case Number::Kind::Real:
-        return holdingText(fromLatin(toText(Value{Type::Double, number.asReal})));
-    case Number::Kind::None:
-        break;
-    }
+    if (const auto* const truth = std::get_if<bool>(&number))
+        return QVariant(*truth ? QStringLiteral("true") : QStringLiteral("false"));
+    if (const auto* const integer = std::get_if<qlonglong>(&number))
+        return holdingNumber(*integer);
+    if (const auto* const natural = std::get_if<qulonglong>(&number))
+        return holdingNumber(*natural);
+    if (const auto* const real = std::get_if<double>(&number))
+        return holdingText(fromLatin(toText(Value{Type::Double, *real})));
     switch (variant.userType()) {
     case QMetaType::QChar:
         return QVariant(QString(variant.toChar()));
@@ -225,7 +151,7 @@ std::optional<QVariant> toStringVariant(const QVariant& variant)
     }
 }
 
-std::optional<QVariant> toListVariant(const QVariant& variant)
+std::optional<QVariant> toListVariant(const QVariant& variant, Type)
 {
     if (variant.userType() == QMetaType::QString)
         return QVariant(QStringList(variant.toString()));
@@ -241,7 +167,7 @@ std::optional<QVariant> toListVariant(const QVariant& variant)
     return QVariant(list);
 }
 
-std::optional<QVariant> toBytesVariant(const QVariant& variant)
+std::optional<QVariant> toBytesVariant(const QVariant& variant, Type)
 {
     if (variant.userType() != QMetaType::QString)
         return std::nullopt;
@@ -249,40 +175,42 @@ std::optional<QVariant> toBytesVariant(const QVariant& variant)
     return hasLoneSurrogate(text) ? std::nullopt : std::optional<QVariant>(text.toUtf8());
 }
 
-std::optional<QVariant> fromIsoText(const QVariant& variant, Type type)
+template <typename Held>
+QVariant empty()
 {
-    if (variant.userType() != QMetaType::QString)
-        return std::nullopt;
-    return parsed(variant, type);
+    return QVariant::fromValue(Held());
 }
 
-QVariant emptyValue(int metaType)
+// The rows of typeTable by what QVariant makes of them.
+struct VariantRow
 {
-    switch (metaType) {
-    case QMetaType::Bool:
-        return QVariant(false);
-    case QMetaType::LongLong:
-        return QVariant(qlonglong(0));
-    case QMetaType::ULongLong:
-        return QVariant(qulonglong(0));
-    case QMetaType::Double:
-        return QVariant(0.0);
-    case QMetaType::QString:
-        return QVariant(QString());
-    case QMetaType::QStringList:
-        return QVariant(QStringList());
-    case QMetaType::QByteArray:
-        return QVariant(QByteArray());
-    case QMetaType::QDate:
-        return QVariant(QDate());
-    case QMetaType::QTime:
-        return QVariant(QTime());
-    case QMetaType::QDateTime:
-        return QVariant(QDateTime());
-    default:
-        return QVariant();
-    }
-}
+    int metaType;
+    QVariant (*empty)();
+    std::optional<QVariant> (*convert)(const QVariant& variant, Type type);
+};
+
+constexpr std::array<VariantRow, typeCount> variantTable{
+    {{QMetaType::UnknownType, nullptr, nullptr},
+     {QMetaType::UnknownType, nullptr, nullptr},
+     {QMetaType::Bool, empty<bool>, toBool},
+     {QMetaType::LongLong, empty<qlonglong>, toNumber<qlonglong>},
+     {QMetaType::ULongLong, empty<qulonglong>, toNumber<qulonglong>},
+     {QMetaType::Double, empty<double>, toNumber<double>},
+     {QMetaType::QString, empty<QString>, toStringVariant},
+     {QMetaType::QStringList, empty<QStringList>, toListVariant},
+     {QMetaType::QByteArray, empty<QByteArray>, toBytesVariant},
+     {QMetaType::QDate, empty<QDate>, parsed},
+     {QMetaType::QTime, empty<QTime>, parsed},
+     {QMetaType::QDateTime, empty<QDateTime>, parsed}}};
+
+constexpr auto typesByMetaType = [] {
+    std::array<Type, QMetaType::QDateTime + 1> types{};
+    for (Type& type : types)
+        type = Type::Null;
+    for (std::size_t type = std::size_t(Type::Bool); type < typeCount; ++type)
+        types[std::size_t(variantTable[type].metaType)] = Type(type);
+    return types;
+}();
 
 bool isNull(int type)
 {
@@ -291,73 +219,40 @@ bool isNull(int type)
 
 } // namespace
 
+Type typeOf(int metaType)
+{
+    const auto at = static_cast<std::size_t>(metaType);
+    return at < typesByMetaType.size() ? typesByMetaType[at] : Type::Null;
+}
+
 std::optional<QVariant> convertVariant(const QVariant& variant, int metaType)
 {
-    const int type = variant.userType();
-    if (type == metaType)
+    if (variant.userType() == metaType)
         return variant;
-    if (isNull(type))
-        return emptyValue(metaType);
-    switch (metaType) {
-    case QMetaType::Bool:
-        return toBool(variant);
-    case QMetaType::LongLong:
-        return toSigned(variant);
-    case QMetaType::ULongLong:
-        return toUnsigned(variant);
-    case QMetaType::Double:
-        return toReal(variant);
-    case QMetaType::QString:
-        return toStringVariant(variant);
-    case QMetaType::QStringList:
-        return toListVariant(variant);
-    case QMetaType::QByteArray:
-        return toBytesVariant(variant);
-    case QMetaType::QDate:
-        return fromIsoText(variant, Type::Date);
-    case QMetaType::QTime:
-        return fromIsoText(variant, Type::Time);
-    case QMetaType::QDateTime:
-        return fromIsoText(variant, Type::DateTime);
-    default:
-        return std::nullopt;
-    }
+    const Type type = typeOf(metaType);
+    if (type == Type::Null)
+        return isNull(variant.userType()) ? std::optional(QVariant()) : std::nullopt;
+    const VariantRow& row = variantTable[std::size_t(type)];
+    return isNull(variant.userType()) ? std::optional(row.empty()) : row.convert(variant, type);
 }
 
 std::optional<QVariant> toAttributeVariant(const QVariant& variant)
 {
-    switch (variant.userType()) {
-    case QMetaType::Bool:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Double:
-    case QMetaType::QString:
-    case QMetaType::QStringList:
-    case QMetaType::QByteArray:
-    case QMetaType::QDate:
-    case QMetaType::QTime:
-    case QMetaType::QDateTime:
-        return variant;
-    case QMetaType::QVariantList:
-        return toListVariant(variant);
-    default:
-        break;
-    }
-    if (isNull(variant.userType()))
+    const int metaType = variant.userType();
+    if (isNull(metaType))
         return QVariant();
-    switch (numberIn(variant).kind) {
-    case Number::Kind::Signed:
-        return toSigned(variant);
-    case Number::Kind::Unsigned: {
-        // Signed where it fits, as integers of a file are.
-        const std::optional<QVariant> asSigned = toSigned(variant);
-        return asSigned ? asSigned : toUnsigned(variant);
-    }
-    case Number::Kind::Real:
-        return toReal(variant);
-    default:
-        return toStringVariant(variant);
-    }
+    if (typeOf(metaType) != Type::Null)
+        return variant;
+    if (metaType == QMetaType::QVariantList)
+        return toListVariant(variant, Type::StringList);
+    const Number number = numberIn(variant);
+    if (std::holds_alternative<double>(number))
+        return toNumber<double>(variant, Type::Double);
+    if (std::holds_alternative<std::monostate>(number))
+        return toStringVariant(variant, Type::String);
+    // Signed where it fits, as integers of a file are.
+    const std::optional<QVariant> asSigned = toNumber<qlonglong>(variant, Type::Integer);
+    return asSigned ? asSigned : toNumber<qulonglong>(variant, Type::Unsigned);
 }
 
 bool isSameValue(const QVariant& a, const QVariant& b)
@@ -383,44 +278,48 @@ bool isSameValue(const QVariant& a, const QVariant& b)
 
 Value toValue(const QVariant& variant)
 {
-    switch (variant.userType()) {
-    case QMetaType::Bool:
-        return {Type::Bool, variant.toBool()};
-    case QMetaType::LongLong:
-        return {Type::Integer, std::int64_t(variant.toLongLong())};
-    case QMetaType::ULongLong:
-        return {Type::Unsigned, std::uint64_t(variant.toULongLong())};
-    case QMetaType::Double:
-        return {Type::Double, variant.toDouble()};
-    case QMetaType::QString:
-        return {Type::String, toBytes(variant.toString())};
-    case QMetaType::QStringList: {
+    const Type type = typeOf(variant.userType());
+    switch (type) {
+    case Type::Bool:
+        return {type, variant.toBool()};
+    case Type::Integer:
+        return {type, std::int64_t(variant.toLongLong())};
+    case Type::Unsigned:
+        return {type, std::uint64_t(variant.toULongLong())};
+    case Type::Double:
+        return {type, variant.toDouble()};
+    case Type::String:
+        return {type, toBytes(variant.toString())};
+    case Type::StringList: {
         std::vector<std::string> list;
         const QStringList elements = variant.toStringList();
         list.reserve(std::size_t(elements.size()));
         for (const QString& element : elements)
             list.push_back(toBytes(element));
-        return {Type::StringList, std::move(list)};
+        return {type, std::move(list)};
     }
-    case QMetaType::QByteArray:
-        return {Type::ByteArray, variant.toByteArray().toStdString()};
-    case QMetaType::QDate:
-        return {Type::Date, isoText(variant.toDate())};
-    case QMetaType::QTime:
-        return {Type::Time, isoText(variant.toTime())};
-    case QMetaType::QDateTime:
-        return {Type::DateTime, isoText(variant.toDateTime())};
-    default:
-        return {Type::Null, {}};
+    case Type::ByteArray:
+        return {type, variant.toByteArray().toStdString()};
+    case Type::Date:
+        return {type, isoText(variant.toDate())};
+    case Type::Time:
+        return {type, isoText(variant.toTime())};
+    case Type::DateTime:
+        return {type, isoText(variant.toDateTime())};
+    case Type::Group:
+    case Type::Null:
+        break;
     }
+    return {type, {}};
 }
 
 QVariant toVariant(const Value& value)
 {
+    const auto* const text = std::get_if<std::string>(&value.data);
     switch (value.type) {
     case Type::Group:
     case Type::Null:
-        return QVariant();
+        break;
     case Type::Bool:
         return QVariant(std::get<bool>(value.data));
     case Type::Integer:
@@ -429,12 +328,10 @@ QVariant toVariant(const Value& value)
         return QVariant(qulonglong(std::get<std::uint64_t>(value.data)));
     case Type::Double:
         return QVariant(std::get<double>(value.data));
-    case Type::String: {
-        const std::string& bytes = std::get<std::string>(value.data);
-        if (std::optional<QString> text = fromBytes(bytes))
-            return holdingText(*std::move(text));
-        return QVariant(QByteArray::fromStdString(bytes));
-    }
+    case Type::String:
+        if (std::optional<QString> characters = fromBytes(*text))
+            return holdingText(*std::move(characters));
+        return QVariant(QByteArray::fromStdString(*text));
     case Type::StringList: {
         QStringList list;
         for (const std::string& element : std::get<std::vector<std::string>>(value.data))
@@ -442,13 +339,13 @@ QVariant toVariant(const Value& value)
         return QVariant(list);
     }
     case Type::ByteArray:
-        return QVariant(QByteArray::fromStdString(std::get<std::string>(value.data)));
+        return QVariant(QByteArray::fromStdString(*text));
     case Type::Date:
-        return QVariant(toDate(std::get<std::string>(value.data)));
+        return QVariant(toDate(*text));
     case Type::Time:
-        return QVariant(toTime(std::get<std::string>(value.data)));
+        return QVariant(toTime(*text));
     case Type::DateTime:
-        return QVariant(toDateTime(std::get<std::string>(value.data)));
+        return QVariant(toDateTime(*text));
     }
     return QVariant();
 }

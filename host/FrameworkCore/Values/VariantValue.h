@@ -12,6 +12,9 @@ namespace FrameworkCore::Values {
 // The QVariant side of values: every conversion between the two, and between the types of attributes. Any
 // thread.
 
+// The type whose values such variants hold, by their QMetaType number; Null for any other.
+VANTRY_CORE_EXPORT Type typeOf(int metaType);
+
 // The value as one of the attribute types (bool, LongLong, ULongLong, Double, QString, QStringList,
 // QByteArray, QDate, QTime, QDateTime; an invalid variant is null). Other integers, chars and enumerations
 // become LongLong, or ULongLong above its range; float Double; QChar, QUrl and QUuid a QString; a list of

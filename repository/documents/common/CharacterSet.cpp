@@ -1,5 +1,7 @@
 #include "repository/documents/common/CharacterSet.h"
 
+#include "repository/documents/common/Values.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -61,14 +63,12 @@ Conversion convert(const char* to, const char* from, std::string_view source)
 
 bool isKnown(std::string_view name)
 {
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    const std::string lower = lowered(name);
     const auto isLetter = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
     };
     const bool isOffered = std::any_of(offered.begin(), offered.end(), [&lower](std::string_view beginning) {
-        return std::string_view(lower).substr(0, beginning.size()) == beginning;
+        return startsWith(lower, beginning);
     });
     return isOffered && std::all_of(lower.begin(), lower.end(), isLetter) &&
            Converter("UTF-8", lower.c_str()).isOpen();

@@ -1,6 +1,6 @@
 #include "repository/documents/common/ComponentCodec.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/Values.h"
 
 #include <algorithm>
 #include <charconv>
@@ -9,17 +9,10 @@ namespace Repository::Documents {
 
 namespace {
 
-using FrameworkCore::Values::utf8Length;
-
 void appendEncoded(std::string& out, std::string_view bytes)
 {
-    constexpr char digits[] = "0123456789ABCDEF";
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        out += '%';
-        out += digits[value >> 4];
-        out += digits[value & 15];
-    }
+    for (const char byte : bytes)
+        appendHex(out += '%', static_cast<unsigned char>(byte), 2, "0123456789ABCDEF");
 }
 
 bool isDigit(char c)
@@ -40,14 +33,7 @@ bool mustBeEncoded(std::string_view sequence)
     const auto first = static_cast<unsigned char>(sequence.front());
     if (sequence.size() == 1)
         return first < 0x20 || first >= 0x7F || first == '.' || first == '*' || first == '%' || first == ';';
-    return isInvisibleControl(FrameworkCore::Values::utf8CodePoint(sequence));
-}
-
-int hexDigit(char c)
-{
-    if (isDigit(c))
-        return c - '0';
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+    return isInvisibleControl(utf8CodePoint(sequence));
 }
 
 bool isNothingButNul(std::string_view text)
@@ -107,23 +93,14 @@ void appendKey(std::string& out, std::string_view key)
 
 std::string encodePath(std::string_view name)
 {
-    std::string path;
-    while (true) {
-        const std::size_t dot = name.find('.');
-        const std::string component = encodeKey(name.substr(0, dot));
+    return mapPath(name, [](std::string_view part) {
+        std::string component = encodeKey(part);
         // "%25" is what encoding makes of "%", and of nothing else.
-        std::size_t from = 0;
         for (std::size_t at = component.find("%25"); at != std::string::npos;
-             at = component.find("%25", from)) {
-            path.append(component, from, at + 1 - from);
-            from = at + 3;
-        }
-        path.append(component, from);
-        if (dot == std::string_view::npos)
-            return path;
-        path += '.';
-        name.remove_prefix(dot + 1);
-    }
+             at = component.find("%25", at + 1))
+            component.erase(at + 1, 2);
+        return component;
+    });
 }
 
 std::optional<std::string> decodeKey(std::string_view component)
@@ -135,11 +112,11 @@ std::optional<std::string> decodeKey(std::string_view component)
             key += component[at];
             continue;
         }
-        const int high = at + 2 < component.size() ? hexDigit(component[at + 1]) : -1;
-        const int low = high >= 0 ? hexDigit(component[at + 2]) : -1;
-        if (low < 0)
+        unsigned byte = 0;
+        const std::string_view hex = component.substr(at + 1, 2);
+        if (hex.size() < 2 || std::from_chars(hex.data(), hex.data() + 2, byte, 16).ptr != hex.data() + 2)
             return std::nullopt;
-        key += static_cast<char>(high * 16 + low);
+        key += static_cast<char>(byte);
         at += 2;
     }
     if (!key.empty() && isNothingButNul(key))
@@ -162,11 +139,16 @@ NumberedComponent splitNumber(std::string_view component)
     return {component.substr(0, open), number};
 }
 
+void appendNumber(std::string& path, std::size_t number)
+{
+    if (number > 1)
+        path += '[' + std::to_string(number) + ']';
+}
+
 std::string joinNumber(std::string_view name, std::size_t number)
 {
     std::string component(name);
-    if (number > 1)
-        component += '[' + std::to_string(number) + ']';
+    appendNumber(component, number);
     return component;
 }
 

@@ -41,6 +41,22 @@ NumberedComponent splitNumber(std::string_view component);
 
 // The component of the number-th sibling of that name, counted from 1.
 std::string joinNumber(std::string_view name, std::size_t number);
+void appendNumber(std::string& path, std::size_t number);
+
+// The path of which each component was changed.
+template <typename Change>
+std::string mapPath(std::string_view path, const Change& change)
+{
+    std::string result;
+    while (true) {
+        const std::size_t end = path.find('.');
+        result += change(path.substr(0, end));
+        if (end == std::string_view::npos)
+            return result;
+        result += '.';
+        path.remove_prefix(end + 1);
+    }
+}
 
 // The components of a path; nothing when it is not a path (empty, or with an empty component). The views live
 // as long as the path.

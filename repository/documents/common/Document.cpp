@@ -6,6 +6,23 @@
 
 namespace Repository::Documents {
 
+Outcome outcomeAt(std::string_view text, std::size_t offset, std::string error)
+{
+    Outcome fault{std::move(error), 1, 1};
+    std::size_t lineStart =
+        startsWith(text.substr(0, offset), utf8ByteOrderMark) ? utf8ByteOrderMark.size() : 0;
+    for (std::size_t i = 0; i < std::min(offset, text.size()); ++i) {
+        const bool pair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+        if (text[i] == '\n' || (text[i] == '\r' && !pair)) {
+            ++fault.line;
+            lineStart = i + 1;
+        }
+    }
+    for (std::size_t i = lineStart; i < std::min(offset, text.size()); ++fault.column)
+        i += std::max<std::size_t>(utf8Length(text.substr(i)), 1);
+    return fault;
+}
+
 Outcome Document::endRun(std::string&)
 {
     return {};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Values.h"
 
 #include <cstddef>
 #include <functional>
@@ -15,19 +15,27 @@ namespace Repository::Documents {
 // What came of an operation on a document; without an error text it worked.
 struct Outcome
 {
-    std::string error;      // for a person: what is wrong and what was expected; empty on success
-    std::size_t line = 0;   // 1-based; 0 where the error has no place in the file
-    std::size_t column = 0; // 1-based, in characters
+    std::string error;      // for a person: what is wrong and what was expected
+    std::size_t line = 0;   // from 1; 0 where the error has no place in the file
+    std::size_t column = 0; // from 1, in characters; a byte that is not valid UTF-8 counts as one
 
     bool ok() const { return error.empty(); }
 };
 
+inline Outcome refused(std::string reason)
+{
+    return {std::move(reason), 0, 0};
+}
+
+// What came of an operation at a byte of a text. Lines end at "\n", "\r\n" or "\r"; a byte-order mark takes
+// no column.
+Outcome outcomeAt(std::string_view text, std::size_t offset, std::string error = {});
+
 // One node of a document as the tree shows it.
 struct Entry
 {
-    std::string
-        path; // relative to the document's root; encoded components joined by "."; empty for the root itself
-    FrameworkCore::Values::Value value; // Type::Group for a node without a value of its own
+    std::string path; // below the root: encoded components joined by "."; empty for the root itself
+    Value value;      // Type::Group for a node without a value of its own
 };
 
 // Where an entry comes among the others of its group, in the order of visit.
@@ -67,10 +75,10 @@ public:
     virtual void visit(const std::function<void(const Entry&)>& visitor) const = 0;
 
     // Changes the value of an entry. Its cost does not depend on the size of the document.
-    virtual Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome set(std::string_view path, const Value& value) = 0;
 
     // Adds an entry, and the groups that lead to it, where a person would put it: after its siblings.
-    virtual Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) = 0;
+    virtual Outcome insert(std::string_view path, const Value& value) = 0;
 
     // Between these two entries are added in the order of a tree, so that what the format asks of one may
     // come after it: the declaration of a prefix in xml, or the elements beside a text. Whether it came is

@@ -5,24 +5,6 @@
 
 namespace Repository::Documents {
 
-namespace {
-
-template <typename Change>
-std::string eachComponent(std::string_view path, const Change& change)
-{
-    std::string result;
-    while (true) {
-        const std::size_t end = path.find('.');
-        result += change(path.substr(0, end));
-        if (end == std::string_view::npos)
-            return result;
-        result += '.';
-        path.remove_prefix(end + 1);
-    }
-}
-
-} // namespace
-
 bool EncodedNames::areNeededBy(std::string_view path)
 {
     for (std::size_t at = path.find_first_of("@#"); at != std::string_view::npos;
@@ -35,19 +17,19 @@ bool EncodedNames::areNeededBy(std::string_view path)
 
 std::string EncodedNames::toDocument(std::string_view path)
 {
-    return path.empty() ? std::string() : eachComponent(path, encodeKey);
+    return path.empty() ? std::string() : mapPath(path, encodeKey);
 }
 
 std::string EncodedNames::fromDocument(std::string_view path)
 {
-    return eachComponent(path, [](std::string_view component) {
+    return mapPath(path, [](std::string_view component) {
         return decodeKey(component).value_or(std::string(component));
     });
 }
 
 std::string EncodedNames::asPlainKeys(std::string_view path)
 {
-    return eachComponent(path, [](std::string_view component) {
+    return mapPath(path, [](std::string_view component) {
         std::string key(component);
         if (splitNumber(component).number > 1)
             key.replace(key.size() - 1, 1, "%5D");
@@ -59,9 +41,9 @@ std::string EncodedNames::asPlainKeys(std::string_view path)
     });
 }
 
-bool EncodedNames::areSaidIn(const Document& document)
+bool EncodedNames::isDeclaredIn(const Document& document)
 {
-    return document.spell(member) == '"' + std::string(form) + '"';
+    return document.spell(member) == quoted(form);
 }
 
 } // namespace Repository::Documents

@@ -27,7 +27,7 @@ public:
     // The member of the root, and its value.
     static constexpr std::string_view member = "$names";
     static constexpr std::string_view form = "encoded";
-    static bool areSaidIn(const Document& document);
+    static bool isDeclaredIn(const Document& document);
 };
 
 } // namespace Repository::Documents

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <vector>
 
 namespace Repository::Documents {
@@ -12,6 +14,12 @@ class HashIndex
 {
 public:
     static constexpr std::uint32_t none = UINT32_MAX; // no node
+
+    static std::uint32_t hashOf(std::string_view name, std::uint32_t number = 0)
+    {
+        const std::uint64_t hash = std::hash<std::string_view>()(name) ^ number * 0x9E3779B97F4A7C15U;
+        return static_cast<std::uint32_t>(hash ^ hash >> 32);
+    }
 
     // Makes room for as many nodes in all.
     void reserve(std::size_t nodes);

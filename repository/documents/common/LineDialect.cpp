@@ -1,18 +1,10 @@
 #include "repository/documents/common/LineDialect.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/SameValue.h"
+#include "repository/documents/common/Document.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::describeType;
-using FrameworkCore::Values::toText;
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -56,7 +48,7 @@ Value LineDialect::read(const Statement& entry) const
 {
     if (!entry.isSeparated())
         return {Type::Null, {}};
-    if (!FrameworkCore::Values::isUtf8(entry.value()))
+    if (!isUtf8(entry.value()))
         return {Type::ByteArray, spelledText(entry)};
     if (entry.tag == Type::Group)
         return readPlain(entry);
@@ -75,7 +67,7 @@ Value LineDialect::readPlain(const Statement& entry) const
         return {Type::String, joinLines(value)};
     if (quoteOf(entry) != '\0')
         return {Type::String, std::string(value.substr(1, value.size() - 2))};
-    return FrameworkCore::Values::plainValue(value);
+    return plainValue(value);
 }
 
 // The ways to write the value: the entry's own first, then those of others in the file.
@@ -149,8 +141,8 @@ std::string LineDialect::explainReading(const std::string& line, const Value& va
     const std::optional<Statement> plain = scanEntry(line);
     const Value back = plain ? read(*plain) : Value();
     if (plain && back.type != value.type)
-        return fileNoun() + " would read " + quoted(text) + " back as " +
-               std::string(describeType(back.type)) + ", not as " + std::string(describeType(value.type));
+        return fileNoun() + " would read " + quoted(text) + " back as " + describeType(back.type) +
+               ", not as " + describeType(value.type);
     if (plain && back != value)
         return fileNoun() + " would read " + quoted(text) + " back as " + quoted(toText(back));
     return fileNoun() + " cannot hold " + quoted(text) + " at this place";

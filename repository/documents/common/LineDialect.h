@@ -29,8 +29,6 @@ struct LineStyle
 class LineDialect
 {
 public:
-    using Value = FrameworkCore::Values::Value;
-
     virtual ~LineDialect() = default;
 
     // For people: "an ini file", "section".

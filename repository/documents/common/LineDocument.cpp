@@ -1,13 +1,8 @@
 #include "repository/documents/common/LineDocument.h"
 
-#include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/SameValue.h"
-
 #include <utility>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Value;
 
 Outcome LineDocument::parse(std::string bytes)
 {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
 #include "repository/documents/common/LineFile.h"
 
 #include <memory>
@@ -16,7 +15,7 @@ class LineDocument : public Document
 public:
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override { file->visit(visitor); }
-    Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome set(std::string_view path, const Value& value) override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool removalMovesGroups(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->index.find(path) != none; }

@@ -1,17 +1,13 @@
 #include "repository/documents/common/LineFile.h"
 
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/common/TextPosition.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Value;
 
 Outcome LineFile::load(std::string bytes, bool isOwn)
 {
@@ -22,21 +18,13 @@ Outcome LineFile::load(std::string bytes, bool isOwn)
         return decoded;
     original = std::move(bytes);
     const std::string_view text = original;
-    const TextLine first = textLineAt(text, 0);
-    if (first.content.size() < first.end)
-        style.lineEnd = text.substr(first.content.size(), first.end - first.content.size());
+    style.lineEnd = lineEndOf(text);
     // An entry takes some bytes; a file of blank lines must not make room for as many.
     const std::size_t lines = countLineEnds(text, style.lineEnd.front());
     const std::size_t entries = std::min(lines, text.size() / 8) + 1;
     pieces.reserve(entries);
     index.reserve(entries + entries / 8);
     return readStatements(isOwn);
-}
-
-Outcome LineFile::failAt(const char* at, std::string reason) const
-{
-    const TextPosition position = positionOf(original, std::size_t(at - original.data()));
-    return {std::move(reason), position.line, position.column};
 }
 
 std::uint32_t LineFile::findEntry(std::string_view path) const

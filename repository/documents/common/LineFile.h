@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
 #include "repository/documents/common/LineDialect.h"
 #include "repository/documents/common/LineIndex.h"
 #include "repository/documents/common/LinePieces.h"
@@ -65,7 +64,10 @@ public:
 
 protected:
     const std::string& getText() const { return original; }
-    Outcome failAt(const char* at, std::string reason) const;
+    Outcome failAt(const char* at, std::string reason) const
+    {
+        return outcomeAt(original, std::size_t(at - original.data()), std::move(reason));
+    }
 
 private:
     virtual Outcome readStatements(bool isOwn) = 0;

@@ -7,16 +7,6 @@
 
 namespace Repository::Documents {
 
-namespace {
-
-std::uint32_t hashOf(std::string_view name, std::uint32_t number)
-{
-    const std::uint64_t hash = std::hash<std::string_view>()(name) ^ number * 0x9E3779B97F4A7C15u;
-    return static_cast<std::uint32_t>(hash ^ hash >> 32);
-}
-
-} // namespace
-
 NumberedPath numberedPath(std::string_view path)
 {
     const PathEnds ends = splitLast(path);
@@ -34,7 +24,7 @@ std::uint32_t LineIndex::findChild(std::uint32_t parent, std::string_view name, 
     const HashIndex* const children = nodes[parent].children.get();
     if (!children)
         return none;
-    return children->find(hashOf(name, number), [&](std::uint32_t id) {
+    return children->find(HashIndex::hashOf(name, number), [&](std::uint32_t id) {
         return nodes[id].number == number && nodes[id].name == name;
     });
 }
@@ -144,7 +134,7 @@ std::uint32_t LineIndex::demandChild(std::uint32_t parent, std::string_view name
     link(id, group.lastChild);
     if (!group.children)
         group.children = std::make_unique<HashIndex>();
-    group.children->insert(hashOf(name, number), id);
+    group.children->insert(HashIndex::hashOf(name, number), id);
     return id;
 }
 
@@ -196,7 +186,7 @@ void LineIndex::erase(std::uint32_t id)
 {
     LineNode& gone = nodes[id];
     LineNode& group = nodes[gone.parent];
-    group.children->erase(hashOf(gone.name, gone.number), id);
+    group.children->erase(HashIndex::hashOf(gone.name, gone.number), id);
     unlink(id);
     gone = LineNode();
     unused.push_back(id);
@@ -235,8 +225,7 @@ std::string LineIndex::pathOf(std::uint32_t id) const
 void LineIndex::appendComponent(std::string& path, const LineNode& node)
 {
     path += node.name;
-    if (node.number > 1)
-        path += '[' + std::to_string(node.number) + ']';
+    appendNumber(path, node.number);
 }
 
 std::vector<std::uint32_t> LineIndex::subtree(std::uint32_t id) const

@@ -5,10 +5,6 @@
 
 namespace Repository::Documents {
 
-SpanWriter::SpanWriter(const std::string& originalText) : original(originalText)
-{
-}
-
 void SpanWriter::reserve()
 {
     written.reserve(original.size() + original.size() / 16);

@@ -12,7 +12,7 @@ class SpanWriter
 {
 public:
     // The original must outlive the writer.
-    explicit SpanWriter(const std::string& originalText);
+    explicit SpanWriter(const std::string& originalText) : original(originalText) {}
 
     // Makes room for a text about as long as the original.
     void reserve();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Values.h"
 
 #include <cstdint>
 #include <string_view>
@@ -12,7 +12,6 @@ namespace Repository::Documents {
 // after the other, are the file. Offsets count from the beginning of the statement.
 struct Statement
 {
-    using Type = FrameworkCore::Values::Type;
     enum class Kind : std::uint8_t { Trivia, Header, Entry };
 
     Kind kind = Kind::Trivia;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "repository/documents/common/ComponentCodec.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -30,13 +32,6 @@ struct SyntaxNode
     SyntaxNode() : hasOwnTexts(false), touched(false) {}
 };
 
-// Why a text is not of its format, and where; without a message it is.
-struct SyntaxFault
-{
-    std::size_t offset = 0;
-    std::string message;
-};
-
 // A concrete syntax tree: nodes over the text of a file, each of some parts, and the texts that edits have
 // put in place of parts. Node is a SyntaxNode that says by adopt and disown what it counts of its children,
 // Part an enumeration. Linking and changing parts costs the depth of the node at most.
@@ -58,6 +53,15 @@ public:
         nodes[id] = node;
         attach(id, node.parent == noNode ? noNode : nodes[node.parent].last);
         return id;
+    }
+
+    // How many nodes lie around a node.
+    std::size_t depthOf(NodeId id) const
+    {
+        std::size_t depth = 0;
+        while (id != noNode && (id = nodes[id].parent) != noNode)
+            ++depth;
+        return depth;
     }
 
     void setText(NodeId id, Part part, std::string text)
@@ -160,5 +164,37 @@ protected:
     std::unordered_map<NodeId, OwnTexts> ownTexts;
     NodeId root = noNode;
 };
+
+// Where a path leads in a syntax tree: the last of its nodes that is there, and the components after it.
+struct PathMatch
+{
+    bool isPath = false;
+    NodeId node = noNode;
+    std::size_t depth = 0; // of that node below the one where the path begins
+    std::vector<std::string_view> missing;
+
+    // The node of the whole path; noNode where some of it is missing.
+    NodeId target() const { return isPath && missing.empty() ? node : noNode; }
+};
+
+// Follows a path from a node down; findChild gives the child of a node by a component, noNode without one.
+template <typename FindChild>
+PathMatch matchPath(std::string_view path, NodeId from, const FindChild& findChild)
+{
+    PathMatch match;
+    match.node = from;
+    const auto components = splitPath(path);
+    if (!components)
+        return match;
+    match.isPath = true;
+    for (; match.depth < components->size(); ++match.depth) {
+        const NodeId child = findChild(match.node, (*components)[match.depth]);
+        if (child == noNode)
+            break;
+        match.node = child;
+    }
+    match.missing.assign(components->begin() + std::ptrdiff_t(match.depth), components->end());
+    return match;
+}
 
 } // namespace Repository::Documents

@@ -1,14 +1,11 @@
 #include "repository/documents/common/TextEncoding.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/common/CharacterSet.h"
-#include "repository/documents/common/TextPosition.h"
 
 namespace Repository::Documents {
 
 namespace {
 
-using FrameworkCore::Values::appendUtf8;
 using Kind = TextEncoding::Kind;
 using namespace std::string_view_literals;
 
@@ -17,15 +14,10 @@ constexpr std::string_view bigMark = "\xFE\xFF"sv;
 constexpr std::string_view littleWideMark = "\xFF\xFE\0\0"sv; // of UTF-32
 constexpr std::string_view bigWideMark = "\0\0\xFE\xFF"sv;
 
-bool beginsWith(std::string_view text, std::string_view front)
-{
-    return text.substr(0, front.size()) == front;
-}
-
 bool mayBeginUnmarked(std::string_view bytes)
 {
-    return !beginsWith(bytes, utf8ByteOrderMark) && !beginsWith(bytes, littleMark) &&
-           !beginsWith(bytes, bigMark) && !beginsWith(bytes, bigWideMark);
+    return !startsWith(bytes, utf8ByteOrderMark) && !startsWith(bytes, littleMark) &&
+           !startsWith(bytes, bigMark) && !startsWith(bytes, bigWideMark);
 }
 
 bool isHighHalf(char32_t c)
@@ -48,13 +40,13 @@ struct Character
 Character characterAt(std::string_view text)
 {
     const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const std::size_t length = FrameworkCore::Values::utf8Length(text);
+    const std::size_t length = utf8Length(text);
     const bool half = length == 0 && text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 &&
                       byteAt(1) <= 0xBF && byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
     if (length == 0 && !half)
         return {};
     const std::string_view sequence = text.substr(0, half ? 3 : length);
-    return {FrameworkCore::Values::utf8CodePoint(sequence), sequence.size()};
+    return {utf8CodePoint(sequence), sequence.size()};
 }
 
 std::string decodeUtf16(std::string_view bytes, bool bigEnd)
@@ -103,31 +95,28 @@ void appendUtf16(std::string& bytes, std::string_view text, bool bigEnd)
 
 Outcome TextEncoding::decode(std::string& bytes, Rules rules)
 {
-    if (beginsWith(bytes, littleWideMark) || beginsWith(bytes, bigWideMark))
+    if (startsWith(bytes, littleWideMark) || startsWith(bytes, bigWideMark))
         return {"the text is UTF-32; save it as UTF-8 to have it read", 1, 1};
-    const bool bigEnd = beginsWith(bytes, bigMark);
-    if (bigEnd || beginsWith(bytes, littleMark)) {
+    const bool bigEnd = startsWith(bytes, bigMark);
+    if (bigEnd || startsWith(bytes, littleMark)) {
         if (!rules.utf16)
             return {"the text is UTF-16; save it as UTF-8 to have it read", 1, 1};
         std::string text = decodeUtf16(std::string_view(bytes).substr(littleMark.size()), bigEnd);
         if (bytes.size() % 2 != 0) {
-            const TextPosition position = positionOf(text, text.size());
-            return {"the UTF-16 text ends in the middle of a character", position.line, position.column};
+            return outcomeAt(text, text.size(), "the UTF-16 text ends in the middle of a character");
         }
         kind = bigEnd ? Kind::Utf16Be : Kind::Utf16Le;
         bytes = std::move(text);
-    } else if (beginsWith(bytes, utf8ByteOrderMark)) {
+    } else if (startsWith(bytes, utf8ByteOrderMark)) {
         kind = Kind::Utf8WithByteOrderMark;
         bytes.erase(0, utf8ByteOrderMark.size());
     } else if (!rules.declared.empty()) {
         CharacterSet::Conversion text = CharacterSet::toUtf8(rules.declared, bytes);
         const bool isExact =
             !text.failedAt && CharacterSet::fromUtf8(rules.declared, text.text).text == bytes;
-        if (!isExact) {
-            const TextPosition position = positionOf(text.text, text.failedAt ? text.text.size() : 0);
-            return {"the bytes from here are no " + rules.declared + " that could be written back",
-                    position.line, position.column};
-        }
+        if (!isExact)
+            return outcomeAt(text.text, text.failedAt ? text.text.size() : 0,
+                             "the bytes from here are no " + rules.declared + " that could be written back");
         kind = Kind::Declared;
         characterSet = std::move(rules.declared);
         bytes = std::move(text.text);
@@ -161,8 +150,7 @@ std::string TextEncoding::findRefusal(std::string_view text) const
             return {};
         const std::size_t length = characterAt(text.substr(*failedAt)).length;
         return "the file is " + characterSet + ", which has no " +
-               (length ? '"' + std::string(text.substr(*failedAt, length)) + '"'
-                       : std::string("place for bytes that are no characters"));
+               (length ? quoted(text.substr(*failedAt, length)) : "place for bytes that are no characters");
     }
     char32_t before = 0;
     for (std::size_t at = 0; at < text.size();) {

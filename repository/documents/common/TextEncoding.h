@@ -9,9 +9,6 @@
 
 namespace Repository::Documents {
 
-// The bytes at the front of a file that say that it is UTF-8.
-constexpr std::string_view utf8ByteOrderMark = "\xEF\xBB\xBF";
-
 // How the text of a file is encoded in its bytes. Documents work on UTF-8 without a byte-order mark and leave
 // the rest to this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes
 // that are no characters too; half a surrogate pair of UTF-16 is in the text as the three bytes that UTF-8

@@ -56,6 +56,13 @@ TextLine textLineAt(std::string_view text, std::size_t begin)
     return {text.substr(begin, end - begin), std::min(text.size(), end + (pair ? 2 : 1))};
 }
 
+std::string lineEndOf(std::string_view text)
+{
+    const TextLine first = textLineAt(text, 0);
+    const std::size_t size = first.end - first.content.size();
+    return size == 0 ? "\n" : std::string(text.substr(first.content.size(), size));
+}
+
 std::size_t countLineEnds(std::string_view text, char lineEnd)
 {
     std::size_t count = 0;

@@ -16,6 +16,9 @@ struct TextLine
 };
 TextLine textLineAt(std::string_view text, std::size_t begin);
 
+// That of the first line; "\n" where it has none.
+std::string lineEndOf(std::string_view text);
+
 // How many lines end with this character.
 std::size_t countLineEnds(std::string_view text, char lineEnd);
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/LineDialect.h"
-#include "repository/documents/ini/IniComments.h"
+#include "repository/documents/ini/IniScanner.h"
 
 #include <optional>
 #include <string>
@@ -25,8 +25,9 @@ public:
 private:
     std::optional<Statement> scan(std::string_view text) const override;
     std::string joinLines(std::string_view lines) const override;
-    bool isLeftOut(const Value& value) const override;
-    bool mayNeedBlank(char last) const override;
+    bool isLeftOut(const Value& value) const override { return value == Value{Type::String, std::string()}; }
+    // After a ":" some values need a blank to be told from the separator.
+    bool mayNeedBlank(char last) const override { return last == ':'; }
     bool mayQuotesRunOn() const override { return true; }
 };
 

@@ -19,7 +19,7 @@ class IniDocument : public LineDocument
 public:
     IniDocument() : LineDocument(std::make_unique<IniFile>()) {}
 
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(std::string_view path, const Value& value) override;
     // Comments above what goes stay; comments between a section's entries go with the section. The root is
     // not removed.
     Outcome remove(std::string_view path) override;

@@ -1,13 +1,9 @@
 #include "repository/documents/ini/IniInsertion.h"
 
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TypeTag.h"
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 

@@ -15,20 +15,20 @@ class IniInsertion
 public:
     explicit IniInsertion(IniFile& iniFile) : file(iniFile), pieces(iniFile.pieces), index(iniFile.index) {}
 
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value);
+    Outcome insert(std::string_view path, const Value& value);
 
 private:
     static constexpr std::uint32_t none = HashIndex::none;
 
     Outcome insertSection(std::string_view path);
-    Outcome insertEntry(std::string_view path, const FrameworkCore::Values::Value& value);
+    Outcome insertEntry(std::string_view path, const Value& value);
     std::string findClash(std::uint32_t above, const Statement& line) const;
 
     // Texts of pieces that are to be added; empty, with the reason, where ini has none.
     // The first header of a file decides where its comments are.
     std::string headerText(std::string_view path, std::string& reason);
-    std::string entryText(std::string_view key, const FrameworkCore::Values::Value& value,
-                          std::uint32_t above, std::string& reason) const;
+    std::string entryText(std::string_view key, const Value& value, std::uint32_t above,
+                          std::string& reason) const;
 
     std::uint32_t placeSection(std::string_view path, const std::string& header);
     std::uint32_t placeFirstAtRoot(std::string text);

@@ -1,7 +1,6 @@
 #include "repository/documents/ini/IniRemoval.h"
 
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 
 namespace Repository::Documents {
 

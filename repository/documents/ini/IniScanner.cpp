@@ -6,11 +6,15 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::Type;
-
 namespace {
 
 constexpr std::size_t none = std::string_view::npos;
+
+// Sections that unit and desktop files begin with, as far as others do not.
+constexpr std::array<std::string_view, 20> sections{
+    "Unit",      "Service", "Socket",  "Timer",         "Mount",      "Automount",    "Swap",
+    "Slice",     "Scope",   "Install", "Match",         "NetDev",     "Manager",      "Journal",
+    "Container", "Pod",     "Kube",    "Desktop Entry", "Icon Theme", "D-BUS Service"};
 
 bool isWordCharacter(char c)
 {
@@ -109,11 +113,6 @@ bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std:
     return trivia.any ? indentOf(next) > 0 : goesOnAfterBackslash(content, next);
 }
 
-std::uint32_t narrow(std::size_t offset)
-{
-    return static_cast<std::uint32_t>(offset);
-}
-
 // Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
 // so that a value put there looks as the others do.
 void placeValue(Statement& line, std::string_view content, std::size_t separator, IniComments comments)
@@ -130,8 +129,8 @@ void placeValue(Statement& line, std::string_view content, std::size_t separator
         const bool blank = separator + 1 < comment && (comment == content.size() || separator + 2 < comment);
         begin = end = separator + (blank ? 2 : 1);
     }
-    line.valueBegin = narrow(begin);
-    line.valueEnd = narrow(end);
+    line.valueBegin = std::uint32_t(begin);
+    line.valueEnd = std::uint32_t(end);
 }
 
 std::string_view lastContent(const Statement& line)
@@ -199,8 +198,8 @@ std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
     }
     Statement line;
     line.kind = Statement::Kind::Header;
-    line.keyBegin = narrow(open + 1);
-    line.keyEnd = line.valueBegin = line.valueEnd = narrow(close);
+    line.keyBegin = std::uint32_t(open + 1);
+    line.keyEnd = line.valueBegin = line.valueEnd = std::uint32_t(close);
     line.text = text.substr(position, physical.end - position);
     position = physical.end;
     return line;
@@ -213,7 +212,7 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type t
     line.kind = Statement::Kind::Entry;
     line.tag = tag;
     const std::size_t indent = indentOf(first.content);
-    line.keyBegin = narrow(indent);
+    line.keyBegin = std::uint32_t(indent);
     position = first.end;
 
     const std::size_t comment = inlineComment(first.content, indent, comments);
@@ -222,17 +221,17 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type t
     std::size_t keyEnd = std::min(separator, comment);
     while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
         --keyEnd;
-    line.keyEnd = line.valueBegin = line.valueEnd = narrow(keyEnd);
+    line.keyEnd = line.valueBegin = line.valueEnd = std::uint32_t(keyEnd);
     if (separated) {
         const std::size_t furtherEnd = takeFurtherLines(first.content, indent);
         line.continued = furtherEnd > 0;
         placeValue(line, first.content, separator, comments);
         if (line.continued)
-            line.valueEnd = narrow(furtherEnd - lineBegin);
+            line.valueEnd = std::uint32_t(furtherEnd - lineBegin);
     }
     for (std::uint32_t* const offset :
          {&line.begin, &line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
-        *offset += narrow(lineBegin - begin);
+        *offset += std::uint32_t(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
 }
@@ -261,6 +260,13 @@ std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t i
         position = further.end;
     }
     return end;
+}
+
+IniComments iniCommentsOf(std::string_view firstSection)
+{
+    const bool known = std::find(sections.begin(), sections.end(), firstSection) != sections.end() ||
+                       startsWith(firstSection, "Desktop Action ");
+    return known ? IniComments::OwnLines : IniComments::AfterValues;
 }
 
 IniComments findIniComments(std::string_view text)

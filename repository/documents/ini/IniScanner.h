@@ -2,7 +2,6 @@
 
 #include "repository/documents/common/Statement.h"
 #include "repository/documents/common/TextLine.h"
-#include "repository/documents/ini/IniComments.h"
 
 #include <cstddef>
 #include <optional>
@@ -10,6 +9,11 @@
 #include <string_view>
 
 namespace Repository::Documents {
+
+// Where comments are in an ini file. The readers of many files take what follows a ";" or "#" with blanks
+// on both sides for one; those of unit and desktop files know comments on lines of their own only, and
+// "ExecStart=/bin/a ; /bin/b" is one value there.
+enum class IniComments : std::uint8_t { AfterValues, OwnLines };
 
 // Cuts the text of an ini file into its statements. It reads as the readers of real files do:
 // - A line that begins with ";" or "#" is a comment; so is, in files with comments after values, the rest of
@@ -36,7 +40,7 @@ public:
 private:
     // Both take the line at the position, and what goes on after it.
     std::optional<Statement> takeHeader(const TextLine& physical);
-    Statement takeEntry(std::size_t begin, const TextLine& first, FrameworkCore::Values::Type tag);
+    Statement takeEntry(std::size_t begin, const TextLine& first, Type tag);
     // Where the value of an entry ends that goes on over further lines; 0 when it does not.
     std::size_t takeFurtherLines(std::string_view content, std::size_t indent);
 
@@ -47,8 +51,9 @@ private:
     std::string error;
 };
 
-// Where the comments of a text are.
+// Where the comments of a text are, which its first section that is not indented tells.
 IniComments findIniComments(std::string_view text);
+IniComments iniCommentsOf(std::string_view firstSection);
 
 // The only statement of a text, which must outlive it; nothing when it has none or several.
 std::optional<Statement> scanSingle(std::string_view text, IniComments comments);

@@ -1,10 +1,6 @@
 #include "repository/documents/json/JsonContent.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TypeTag.h"
-#include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <algorithm>
@@ -12,12 +8,6 @@
 #include <utility>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::describeType;
-using FrameworkCore::Values::isUtf8;
-using FrameworkCore::Values::toText;
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -95,7 +85,7 @@ JsonContent toContent(const Value& value)
     case Type::DateTime:
         break;
     }
-    return refused("json has no form for " + std::string(describeType(value.type)));
+    return refused("json has no form for " + describeType(value.type));
 }
 
 JsonContent toTaggedContent(const Value& value)

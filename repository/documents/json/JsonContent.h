@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Values.h"
 #include "repository/documents/json/JsonNode.h"
 
 #include <string>
@@ -19,16 +19,14 @@ struct JsonContent
 };
 
 // How json writes a value by itself, and in an entry whose type is tagged.
-JsonContent toContent(const FrameworkCore::Values::Value& value);
-JsonContent toTaggedContent(const FrameworkCore::Values::Value& value);
+JsonContent toContent(const Value& value);
+JsonContent toTaggedContent(const Value& value);
 
 // What the spelling of a scalar or of an array of texts means, in an entry with a tag of its type or (Group)
 // without one.
-FrameworkCore::Values::Value readContent(JsonKind kind, std::string_view spelling,
-                                         FrameworkCore::Values::Type tag);
+Value readContent(JsonKind kind, std::string_view spelling, Type tag);
 
 // True when the entry would be read as this very value, with the tag or (Group) without one.
-bool holds(const JsonContent& content, FrameworkCore::Values::Type tag,
-           const FrameworkCore::Values::Value& value);
+bool holds(const JsonContent& content, Type tag, const Value& value);
 
 } // namespace Repository::Documents

@@ -1,10 +1,5 @@
 #include "repository/documents/json/JsonDocument.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/SameValue.h"
-#include "repository/documents/common/TextPosition.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -17,10 +12,6 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::describeType;
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
-
 namespace {
 
 bool isUnheldNumber(std::string_view spelling)
@@ -30,19 +21,13 @@ bool isUnheldNumber(std::string_view spelling)
 
 } // namespace
 
-JsonDocument::JsonDocument() : file(std::make_unique<JsonFile>(std::string()))
-{
-}
-
 Outcome JsonDocument::parse(std::string bytes)
 {
     try {
         auto fresh = std::make_unique<JsonFile>(std::move(bytes));
-        const SyntaxFault fault = JsonReader(fresh->tree, fresh->members).read();
-        if (!fault.message.empty()) {
-            const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
-            return {fault.message, position.line, position.column};
-        }
+        Outcome outcome = JsonReader(fresh->tree, fresh->members).read();
+        if (!outcome.ok())
+            return outcome;
         fresh->editor.detectStyle();
         fresh->types.read();
         file = std::move(fresh);
@@ -115,8 +100,8 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
     else if (wanted.error.empty() && !holds(wanted, tag, value))
         return refused("json would read " + wanted.spelling + " back as " +
-                       std::string(describeType(readContent(wanted.kind, wanted.spelling, tag).type)) +
-                       ", not as " + std::string(describeType(value.type)));
+                       describeType(readContent(wanted.kind, wanted.spelling, tag).type) + ", not as " +
+                       describeType(value.type));
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = checkKind(path, valueNode, wanted.kind);
@@ -137,7 +122,7 @@ Outcome JsonDocument::checkKind(std::string_view path, NodeId valueNode, JsonKin
 {
     const JsonNode& node = file->tree.node(valueNode);
     const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
-    if (becomesContainer && file->depthOf(valueNode) + 1 > JsonReader::maximumDepth)
+    if (becomesContainer && file->tree.depthOf(valueNode) + 1 > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep to become a list");
     if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noNode) {
         const JsonNode& parent = file->tree.node(node.parent);
@@ -185,11 +170,6 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
     return {SiblingPlace::Kind::After, joinPath(ends.parent, name)};
 }
 
-bool JsonDocument::contains(std::string_view path) const
-{
-    return file->find(path) != noNode;
-}
-
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
@@ -212,13 +192,13 @@ Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
     if (valueNode == noNode)
         return refused("there is no value " + quoted(path));
     JsonFile parsed{std::string(spelling)};
-    const SyntaxFault fault = JsonReader(parsed.tree, parsed.members).read();
+    Outcome outcome = JsonReader(parsed.tree, parsed.members).read();
     const NodeId root = parsed.tree.getRoot();
-    if (!fault.message.empty() || root == noNode || !parsed.tree.node(root).isLeaf() ||
+    if (!outcome.ok() || root == noNode || !parsed.tree.node(root).isLeaf() ||
         JsonWriter(parsed.tree).writeValue(root) != spelling)
         return refused(quoted(spelling) + " is not how json spells a value");
     const JsonKind kind = parsed.tree.node(root).kind;
-    Outcome outcome = checkKind(path, valueNode, kind);
+    outcome = checkKind(path, valueNode, kind);
     if (outcome.ok() && kind == JsonKind::Text)
         outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode, decodeString(spelling));
     if (!outcome.ok())
@@ -228,11 +208,6 @@ Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
     else
         file->editor.copyValue(valueNode, parsed.tree, root);
     return {};
-}
-
-std::string JsonDocument::getBytes() const
-{
-    return file->tree.write();
 }
 
 bool JsonDocument::isOriginal(NodeId valueNode, const Value& value, Type tag) const
@@ -273,7 +248,7 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
         style.colon = fileStyle.colon;
     const auto written = JsonText::write(entries, style);
     if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
-        file->depthOf(id) + written->depth > JsonReader::maximumDepth)
+        file->tree.depthOf(id) + written->depth > JsonReader::maximumDepth)
         return false;
     if (tree.hasRoomFor(written->text.size()) &&
         tree.getOriginal().size() + written->text.size() <= JsonReader::maximumSize)

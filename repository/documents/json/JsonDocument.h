@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
 #include "repository/documents/json/JsonFile.h"
 
 #include <memory>
@@ -19,35 +18,32 @@ namespace Repository::Documents {
 class JsonDocument : public Document
 {
 public:
-    JsonDocument();
-
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override;
-    Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome set(std::string_view path, const Value& value) override;
+    Outcome insert(std::string_view path, const Value& value) override;
     Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
                       std::size_t& refused) override;
     bool keepsGivenOrder() const override { return true; }
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
-    bool contains(std::string_view path) const override;
+    bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::optional<Span> locate(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
-    std::string getBytes() const override;
+    std::string getBytes() const override { return file->tree.write(); }
 
 private:
     // True for the value that the node had in the file, whose spelling it gets again.
-    bool isOriginal(NodeId valueNode, const FrameworkCore::Values::Value& value,
-                    FrameworkCore::Values::Type tag) const;
+    bool isOriginal(NodeId valueNode, const Value& value, Type tag) const;
     Outcome checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const;
 
     // Puts the text of a whole subtree in the place of the value of a new entry, and reads it, or the file
     // anew. False when the entries are not plain, or too few for that to be worth while.
     bool graft(std::string_view path, const std::vector<Entry>& entries);
 
-    std::unique_ptr<JsonFile> file;
+    std::unique_ptr<JsonFile> file = std::make_unique<JsonFile>(std::string());
 };
 
 } // namespace Repository::Documents

@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonEditor.h"
 
-#include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <algorithm>
@@ -9,21 +8,11 @@
 
 namespace Repository::Documents {
 
-JsonEditor::JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers)
-    : tree(syntaxTree), members(treeMembers), layout(syntaxTree)
-{
-}
-
-void JsonEditor::detectStyle()
-{
-    layout.detect();
-}
-
 void JsonEditor::createRoot()
 {
     const std::string& lineEnd = layout.getStyle().lineEnd;
     std::string leading = tree.getOriginal();
-    const bool onlyByteOrderMark = leading == "\xEF\xBB\xBF";
+    const bool onlyByteOrderMark = leading == utf8ByteOrderMark;
     if (!leading.empty() && !onlyByteOrderMark && leading.back() != '\n' && leading.back() != '\r')
         leading += lineEnd;
     const NodeId root = tree.insert(noNode, noNode, JsonKind::Object);

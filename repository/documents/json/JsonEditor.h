@@ -16,10 +16,13 @@ namespace Repository::Documents {
 class JsonEditor
 {
 public:
-    JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers);
+    JsonEditor(JsonTree& syntaxTree, JsonMembers& treeMembers)
+        : tree(syntaxTree), members(treeMembers), layout(syntaxTree)
+    {
+    }
 
     // Takes over the style of the text that was read.
-    void detectStyle();
+    void detectStyle() { layout.detectStyle(); }
 
     const JsonStyle& getStyle() const { return layout.getStyle(); }
 

@@ -1,12 +1,8 @@
 #include "repository/documents/json/JsonFile.h"
 
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/json/JsonContent.h"
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 PathMatch JsonFile::match(std::string_view path) const
 {
@@ -22,17 +18,6 @@ PathMatch JsonFile::match(std::string_view path) const
     });
 }
 
-NodeId JsonFile::find(std::string_view path) const
-{
-    const PathMatch found = match(path);
-    return found.isWhole() ? found.node : noNode;
-}
-
-NodeId JsonFile::valueNodeOf(NodeId id) const
-{
-    return tree.node(id).isLeaf() ? id : members.findOwnValue(id);
-}
-
 NodeId JsonFile::findValueNode(std::string_view path) const
 {
     const NodeId id = find(path);
@@ -45,14 +30,6 @@ Value JsonFile::read(NodeId valueNode, std::string_view path) const
         return {Type::StringList, tree.readList(valueNode)};
     const Type tag = types.isEmpty() ? Type::Group : types.find(path);
     return readContent(tree.node(valueNode).kind, tree.text(valueNode, JsonPart::Value), tag);
-}
-
-std::size_t JsonFile::depthOf(NodeId id) const
-{
-    std::size_t depth = 0;
-    while (id != noNode && (id = tree.node(id).parent) != noNode)
-        ++depth;
-    return depth;
 }
 
 Outcome JsonFile::checkNoTypes(NodeId object, NodeId member, std::string_view text) const

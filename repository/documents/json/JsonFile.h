@@ -1,7 +1,6 @@
 #pragma once
 
 #include "repository/documents/common/Document.h"
-#include "repository/documents/common/PathMatch.h"
 #include "repository/documents/json/JsonEditor.h"
 #include "repository/documents/json/JsonMembers.h"
 #include "repository/documents/json/JsonTree.h"
@@ -14,8 +13,7 @@
 
 namespace Repository::Documents {
 
-// A json text as entries with paths and values. Its parts refer to each other, so that they stay where they
-// are.
+// A json text as entries with paths and values. Its parts refer to each other, so it is not moved.
 class JsonFile
 {
 public:
@@ -25,18 +23,15 @@ public:
     }
 
     PathMatch match(std::string_view path) const;
-    NodeId find(std::string_view path) const;
+    NodeId find(std::string_view path) const { return match(path).target(); }
 
     // The node that holds the value of a node: itself, or its member for that; noNode without a value.
-    NodeId valueNodeOf(NodeId id) const;
+    NodeId valueNodeOf(NodeId id) const { return tree.node(id).isLeaf() ? id : members.findOwnValue(id); }
 
     // The same for a path; noNode for an unknown one, too.
     NodeId findValueNode(std::string_view path) const;
 
-    FrameworkCore::Values::Value read(NodeId valueNode, std::string_view path) const;
-
-    // How many containers lie around a node.
-    std::size_t depthOf(NodeId id) const;
+    Value read(NodeId valueNode, std::string_view path) const;
 
     // Whether a member of an object, or a new one, can get this text.
     Outcome checkNoTypes(NodeId object, NodeId member, std::string_view text) const;

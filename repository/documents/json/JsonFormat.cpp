@@ -1,7 +1,6 @@
 #include "repository/documents/json/JsonFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
-#include "repository/documents/json/JsonDocument.h"
 #include "repository/documents/json/JsonText.h"
 
 #include <algorithm>
@@ -15,11 +14,6 @@ constexpr std::string_view blanks = " \t\n\v\f\r";
 std::string_view withoutBlanks(std::string_view text)
 {
     return text.substr(std::min(text.find_first_not_of(blanks), text.size()));
-}
-
-bool startsWith(std::string_view text, std::string_view start)
-{
-    return text.substr(0, start.size()) == start;
 }
 
 std::string_view afterComments(std::string_view text)
@@ -42,8 +36,8 @@ bool beginsLikeArray(std::string_view text)
         return false;
     text.remove_prefix(1);
     const std::string_view rest = withoutBlanks(text);
-    const std::string_view gap = text.substr(0, text.size() - rest.size());
-    if (gap.find('\n') != std::string_view::npos)
+    const std::string_view between = text.substr(0, text.size() - rest.size());
+    if (between.find('\n') != std::string_view::npos)
         return true;
     if (startsWith(rest, "]"))
         return withoutBlanks(rest.substr(1)).empty();
@@ -52,45 +46,14 @@ bool beginsLikeArray(std::string_view text)
 
 } // namespace
 
-std::string_view JsonFormat::getName() const
-{
-    return "json";
-}
-
-std::unique_ptr<Document> JsonFormat::makeDocument() const
-{
-    return std::make_unique<JsonDocument>();
-}
-
-std::string_view JsonFormat::getCertainEndings() const
-{
-    return "json jsonc";
-}
-
-std::string_view JsonFormat::getLikelyEndings() const
-{
-    return "geojson webmanifest jshintrc eslintrc babelrc";
-}
-
 bool JsonFormat::begins(std::string_view text) const
 {
     text = afterComments(text);
     return startsWith(text, "{") || beginsLikeArray(text);
 }
 
-std::string JsonFormat::getEmptyText() const
-{
-    return "{}\n";
-}
-
-bool JsonFormat::isInTreeOrder() const
-{
-    return true;
-}
-
 std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) const
 {
-    using FrameworkCore::Values::Type;
     const auto isXml = [](const Entry& entry) { return EncodedNames::areNeededBy(entry.path); };
     if (std::any_of(entries.begin(), entries.end(), isXml)) {
         for (Entry& entry : entries)
@@ -104,7 +67,7 @@ std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) c
 
 void JsonFormat::visitImport(const Document& document, const std::function<void(const Entry&)>& visitor) const
 {
-    if (!EncodedNames::areSaidIn(document)) {
+    if (!EncodedNames::isDeclaredIn(document)) {
         document.visit(visitor);
         return;
     }

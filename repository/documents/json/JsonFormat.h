@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Format.h"
+#include "repository/documents/json/JsonDocument.h"
 
 namespace Repository::Documents {
 
@@ -8,13 +9,16 @@ namespace Repository::Documents {
 class JsonFormat : public Format
 {
 public:
-    std::string_view getName() const override;
-    std::unique_ptr<Document> makeDocument() const override;
-    std::string_view getCertainEndings() const override;
-    std::string_view getLikelyEndings() const override;
+    std::string_view getName() const override { return "json"; }
+    std::unique_ptr<Document> makeDocument() const override { return std::make_unique<JsonDocument>(); }
+    std::string_view getCertainEndings() const override { return "json jsonc"; }
+    std::string_view getLikelyEndings() const override
+    {
+        return "geojson webmanifest jshintrc eslintrc babelrc";
+    }
     bool begins(std::string_view text) const override;
-    std::string getEmptyText() const override;
-    bool isInTreeOrder() const override;
+    std::string getEmptyText() const override { return "{}\n"; }
+    bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
     void visitImport(const Document& document,
                      const std::function<void(const Entry&)>& visitor) const override;

@@ -1,17 +1,10 @@
 #include "repository/documents/json/JsonInsertion.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/json/JsonReader.h"
 
 #include <algorithm>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 Outcome JsonInsertion::insert(std::string_view path, const Value& value)
 {
@@ -40,7 +33,7 @@ Outcome JsonInsertion::insert(std::string_view path, const Value& value)
 Outcome JsonInsertion::checkTag(const Value& value) const
 {
     const NodeId root = tree.getRoot();
-    const std::string type(FrameworkCore::Values::describeType(value.type));
+    const std::string type(describeType(value.type));
     if (root != noNode && tree.node(root).kind != JsonKind::Object)
         return refused("json has no form for " + type + ", and only in a file whose root is an object \"" +
                        std::string(typesKey) + "\" can say what it is");
@@ -64,7 +57,7 @@ Outcome JsonInsertion::check(std::string_view path, const PathMatch& place, cons
     }
     const bool wraps = place.node != noNode && tree.node(place.node).isLeaf();
     const std::size_t below = std::max<std::size_t>(place.missing.size(), 1) + (isContainer ? 1 : 0);
-    if (file.depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
+    if (tree.depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep: more than " +
                        std::to_string(JsonReader::maximumDepth) +
                        " objects and arrays would lie within each other");
@@ -100,7 +93,7 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
     const auto key = decodeKey(name.name);
     if (!key)
         return refused(quoted(component) + " is not how a key is written in a path");
-    if (!FrameworkCore::Values::isUtf8(*key))
+    if (!isUtf8(*key))
         return refused("the key " + quoted(component) + " is not valid UTF-8, which json demands");
     if (*key == ownValueKey)
         return refused("the key \"#value\" is kept for values of groups");

@@ -17,11 +17,11 @@ public:
     {
     }
 
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value);
+    Outcome insert(std::string_view path, const Value& value);
 
 private:
     Outcome check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const;
-    Outcome checkTag(const FrameworkCore::Values::Value& value) const;
+    Outcome checkTag(const Value& value) const;
     Outcome checkName(NodeId container, std::string_view component) const;
     void insertAt(const PathMatch& place, const JsonContent& wanted);
 

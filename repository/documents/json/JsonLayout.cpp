@@ -1,5 +1,6 @@
 #include "repository/documents/json/JsonLayout.h"
 
+#include "repository/documents/common/TextLine.h"
 #include "repository/documents/json/JsonTrivia.h"
 
 #include <utility>
@@ -7,6 +8,19 @@
 namespace Repository::Documents {
 
 namespace {
+
+constexpr NodeId examinedNodes = 64;
+
+// The step by which a node is indented more than its parent; empty when it does not begin a line of its own.
+std::string indentationStep(const JsonTree& tree, NodeId id)
+{
+    if (!JsonTrivia(tree.text(id, JsonPart::Leading)).hasBreak())
+        return {};
+    const std::string inner = lineIndentation(tree, id);
+    const std::string outer = lineIndentation(tree, tree.node(id).parent);
+    const bool deeper = inner.size() > outer.size() && inner.compare(0, outer.size(), outer) == 0;
+    return deeper ? inner.substr(outer.size()) : std::string();
+}
 
 bool beginsWithBreak(std::string_view text)
 {
@@ -21,13 +35,48 @@ std::string lastBreakWithBlanks(std::string_view text, const JsonTrivia& trivia)
 
 } // namespace
 
-JsonLayout::JsonLayout(JsonTree& syntaxTree) : tree(syntaxTree)
+std::string lineIndentation(const JsonTree& tree, NodeId id)
 {
+    while (true) {
+        const std::string_view leading = tree.text(id, JsonPart::Leading);
+        const JsonTrivia trivia(leading);
+        if (trivia.hasBreak()) {
+            const std::size_t from = skipBreak(leading, trivia.lastBreak);
+            return std::string(leading.substr(from, trivia.indentation - from));
+        }
+        if (tree.node(id).parent == noNode)
+            return std::string(leadingBlanks(leading));
+        id = tree.node(id).parent;
+    }
 }
 
-void JsonLayout::detect()
+std::string colonOf(const JsonTree& tree, NodeId member)
 {
-    style = detectStyle(tree);
+    const std::string_view label = tree.text(member, JsonPart::Label);
+    if (label.empty())
+        return {};
+    const std::string_view between = label.substr(tree.keyLiteral(member).size());
+    for (const std::string_view usual : {":", ": ", " :", " : "}) {
+        if (between == usual)
+            return std::string(between);
+    }
+    return {};
+}
+
+void JsonLayout::detectStyle()
+{
+    style.lineEnd = lineEndOf(tree.getOriginal());
+    std::string step;
+    std::string colon;
+    for (NodeId id = 1; id < std::min(tree.getSize(), examinedNodes) && (step.empty() || colon.empty());
+         ++id) {
+        step = step.empty() ? indentationStep(tree, id) : step;
+        colon = colon.empty() ? colonOf(tree, id) : colon;
+    }
+    style.indentation = step.empty() ? style.indentation : step;
+    style.colon = colon.empty() ? style.colon : colon;
+    const NodeId first = tree.getSize() > 1 ? tree.node(tree.getRoot()).first : noNode;
+    style.oneLine = first != noNode && !JsonTrivia(tree.text(first, JsonPart::Leading)).hasBreak();
 }
 
 void JsonLayout::placeOnly(NodeId id, bool inLines)
@@ -54,7 +103,7 @@ void JsonLayout::placeFirst(NodeId id)
     const NodeId third = tree.node(second).next;
     const std::string leading(tree.text(second, JsonPart::Leading));
     const JsonTrivia trivia(leading);
-    std::string between(blankBehindComma());
+    std::string between(blankAfterComma());
     if (trivia.hasBreak())
         between = lastBreakWithBlanks(leading, trivia);
     else if (third != noNode)
@@ -85,7 +134,7 @@ void JsonLayout::placeAfter(NodeId id)
         kept = following.substr(0, following.size() - rest.size());
     }
 
-    std::string leading = leadLike(sibling);
+    std::string leading = leadingLike(sibling);
     if (lineComment && !beginsWithBreak(leading))
         leading = style.lineEnd + lineIndentation(tree, sibling);
     tree.setText(id, JsonPart::Leading, before + leading);
@@ -107,7 +156,7 @@ void JsonLayout::takeOut(NodeId id)
         const std::string_view trailing = tree.text(id, JsonPart::Trailing);
         following.insert(0, isBlank(trailing) ? std::string_view() : trailing);
     }
-    std::string text = join(keptBefore(id), keptBehind(id, following), container);
+    std::string text = join(keptBefore(id), keptAfter(id, following), container);
     const bool onlyChild = node.next == noNode && node.previous == noNode;
     if (onlyChild && isBlank(text))
         text.clear();
@@ -141,7 +190,7 @@ std::string JsonLayout::keptBefore(NodeId id) const
 
 // What stays of the text after a node: all but the comments on its line, when it has that line for itself.
 // What follows in the same line takes the place at its beginning.
-std::string JsonLayout::keptBehind(NodeId id, const std::string& following) const
+std::string JsonLayout::keptAfter(NodeId id, const std::string& following) const
 {
     const std::string_view leading = tree.text(id, JsonPart::Leading);
     const JsonTrivia leadingTrivia(leading);
@@ -185,7 +234,7 @@ std::string JsonLayout::colonFor(NodeId object) const
     return colon.empty() ? style.colon : colon;
 }
 
-std::string_view JsonLayout::blankBehindComma() const
+std::string_view JsonLayout::blankAfterComma() const
 {
     return style.colon.back() == ' ' ? " " : "";
 }
@@ -201,7 +250,7 @@ JsonLayout::Following JsonLayout::followingOf(NodeId id) const
 }
 
 // The leading trivia of a new node after a sibling.
-std::string JsonLayout::leadLike(NodeId sibling) const
+std::string JsonLayout::leadingLike(NodeId sibling) const
 {
     const std::string_view leading = tree.text(sibling, JsonPart::Leading);
     const JsonTrivia trivia(leading);
@@ -210,7 +259,7 @@ std::string JsonLayout::leadLike(NodeId sibling) const
     if (tree.node(sibling).previous != noNode)
         return std::string(leadingBlanks(leading));
     const std::string_view label = tree.text(sibling, JsonPart::Label);
-    return std::string(label.empty() ? blankBehindComma() : trailingBlanks(label));
+    return std::string(label.empty() ? blankAfterComma() : trailingBlanks(label));
 }
 
 } // namespace Repository::Documents

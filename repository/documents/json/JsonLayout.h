@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/json/JsonStyle.h"
 #include "repository/documents/json/JsonTree.h"
 
 #include <string>
@@ -8,15 +7,31 @@
 
 namespace Repository::Documents {
 
+// How the author of a json file lays it out, as far as an edit has to know when no sibling shows it.
+struct JsonStyle
+{
+    std::string lineEnd = "\n";
+    std::string indentation = "    "; // one step
+    std::string colon = ": ";         // between a key and its value
+    bool oneLine = false;             // all of it is in one line
+};
+
+// The blanks before the line on which a node begins.
+std::string lineIndentation(const JsonTree& tree, NodeId id);
+
+// What is between the key of a member and its value; empty when it is more than a colon and single
+// blanks.
+std::string colonOf(const JsonTree& tree, NodeId member);
+
 // Distributes blanks, line breaks and comments when a node comes or goes: what is new looks like its
 // siblings, and what goes takes its line along, with the comments on that line and no others.
 class JsonLayout
 {
 public:
-    explicit JsonLayout(JsonTree& syntaxTree);
+    explicit JsonLayout(JsonTree& syntaxTree) : tree(syntaxTree) {}
 
-    // Takes over the style of the text that was read.
-    void detect();
+    // Takes over the style of the text that was read, of which it looks at the beginning only.
+    void detectStyle();
 
     const JsonStyle& getStyle() const { return style; }
 
@@ -36,7 +51,7 @@ public:
     std::string colonFor(NodeId object) const;
 
     // What to put after a comma that is followed by a value in the same line.
-    std::string_view blankBehindComma() const;
+    std::string_view blankAfterComma() const;
 
 private:
     // The text after a node's comma, or after its value when it is the last one and has none.
@@ -48,9 +63,9 @@ private:
     };
 
     Following followingOf(NodeId id) const;
-    std::string leadLike(NodeId sibling) const;
+    std::string leadingLike(NodeId sibling) const;
     std::string keptBefore(NodeId id) const;
-    std::string keptBehind(NodeId id, const std::string& following) const;
+    std::string keptAfter(NodeId id, const std::string& following) const;
     std::string join(std::string first, std::string_view second, NodeId container) const;
 
     JsonTree& tree;

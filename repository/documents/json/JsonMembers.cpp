@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonMembers.h"
 
-#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <algorithm>
@@ -25,17 +24,7 @@ std::optional<std::uint32_t> readPosition(std::string_view text)
     return plain && error == std::errc() && stop == end ? std::optional(position) : std::nullopt;
 }
 
-std::uint32_t hashOf(std::string_view key, std::uint32_t ordinal)
-{
-    const std::uint64_t hash = std::hash<std::string_view>()(key) + ordinal * 0x9E3779B97F4A7C15U;
-    return static_cast<std::uint32_t>(hash ^ hash >> 32);
-}
-
 } // namespace
-
-JsonMembers::JsonMembers(JsonTree& syntaxTree) : tree(syntaxTree)
-{
-}
 
 void JsonMembers::dropAll()
 {
@@ -67,7 +56,7 @@ HashIndex JsonMembers::numberMembers(NodeId object)
         const std::string_view key = keyOf(id, buffer);
         if (key == ownValueKey)
             tree.node(object).mayHoldOwnValue = true;
-        const std::uint32_t hash = hashOf(key, 1);
+        const std::uint32_t hash = HashIndex::hashOf(key, 1);
         const NodeId first = index.find(hash, [this, key](NodeId other) { return hasName(other, key, 1); });
         if (first == noNode) {
             index.insert(hash, id);
@@ -75,7 +64,7 @@ HashIndex JsonMembers::numberMembers(NodeId object)
         }
         const std::uint32_t ordinal = counts.emplace(first, 1).first->second += 1;
         setOrdinal(id, ordinal);
-        index.insert(hashOf(key, ordinal), id);
+        index.insert(HashIndex::hashOf(key, ordinal), id);
     }
     return index;
 }
@@ -94,7 +83,7 @@ void JsonMembers::buildIndex(NodeId container)
     std::string buffer;
     HashIndex& index = indexes[container];
     for (NodeId id = node.first; id != noNode; id = tree.node(id).next)
-        index.insert(hashOf(keyOf(id, buffer), ordinalOf(id)), id);
+        index.insert(HashIndex::hashOf(keyOf(id, buffer), ordinalOf(id)), id);
 }
 
 void JsonMembers::add(NodeId child, std::uint32_t ordinal)
@@ -110,7 +99,7 @@ void JsonMembers::add(NodeId child, std::uint32_t ordinal)
     if (!node.indexed && node.count > searchedCount)
         buildIndex(container);
     else if (node.indexed && inObject)
-        indexes[container].insert(hashOf(key, ordinal), child);
+        indexes[container].insert(HashIndex::hashOf(key, ordinal), child);
     else if (node.indexed)
         elements[container].push_back(child);
 }
@@ -135,15 +124,15 @@ void JsonMembers::removeMember(NodeId member)
     HashIndex* const index = tree.node(object).indexed ? &indexes[object] : nullptr;
     std::uint32_t ordinal = ordinalOf(member);
     if (index)
-        index->erase(hashOf(key, ordinal), member);
+        index->erase(HashIndex::hashOf(key, ordinal), member);
     setOrdinal(member, 1);
     while (true) {
         const NodeId successor = findMember(object, key, ordinal + 1);
         if (successor == noNode)
             return;
         if (index) {
-            index->erase(hashOf(key, ordinal + 1), successor);
-            index->insert(hashOf(key, ordinal), successor);
+            index->erase(HashIndex::hashOf(key, ordinal + 1), successor);
+            index->insert(HashIndex::hashOf(key, ordinal), successor);
         }
         setOrdinal(successor, ordinal);
         ++ordinal;
@@ -196,7 +185,7 @@ NodeId JsonMembers::findMember(NodeId object, std::string_view key, std::uint32_
 {
     const auto matches = [this, key, ordinal](NodeId id) { return hasName(id, key, ordinal); };
     if (tree.node(object).indexed)
-        return indexes.at(object).find(hashOf(key, ordinal), matches);
+        return indexes.at(object).find(HashIndex::hashOf(key, ordinal), matches);
     NodeId id = tree.node(object).first;
     while (id != noNode && !matches(id))
         id = tree.node(id).next;
@@ -225,8 +214,7 @@ void JsonMembers::appendName(std::string& path, NodeId child, std::size_t positi
     }
     std::string buffer;
     appendKey(path, keyOf(child, buffer));
-    if (const std::uint32_t ordinal = ordinalOf(child); ordinal > 1)
-        path += '[' + std::to_string(ordinal) + ']';
+    appendNumber(path, ordinalOf(child));
 }
 
 NodeId JsonMembers::findOwnValue(NodeId object) const

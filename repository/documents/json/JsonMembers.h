@@ -21,7 +21,7 @@ constexpr std::string_view ownValueKey = "#value";
 class JsonMembers
 {
 public:
-    explicit JsonMembers(JsonTree& syntaxTree);
+    explicit JsonMembers(JsonTree& syntaxTree) : tree(syntaxTree) {}
 
     // Drops everything, to begin again.
     void dropAll();

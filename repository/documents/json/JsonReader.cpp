@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonReader.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/json/JsonScalar.h"
 #include "repository/documents/json/JsonTrivia.h"
 
@@ -15,11 +14,6 @@ using simdjson::ondemand::json_iterator;
 
 constexpr auto npos = std::string_view::npos;
 
-std::string quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
-}
-
 // The token at an offset as a person names it.
 std::string describe(std::string_view text, std::size_t at)
 {
@@ -28,7 +22,7 @@ std::string describe(std::string_view text, std::size_t at)
         return "a text";
     const std::size_t end = std::min(text.find_first_of(" \t\r\n,:[]{}\"", at + 1), at + shownLength);
     std::string_view word = text.substr(at, std::string_view("[]{},:").find(text[at]) == npos ? end - at : 1);
-    while (!FrameworkCore::Values::isUtf8(word))
+    while (!isUtf8(word))
         word.remove_suffix(1);
     if (!word.empty() && static_cast<unsigned char>(word[0]) < 0x20)
         return "a control character";
@@ -44,17 +38,12 @@ std::size_t endOfToken(std::string_view text, std::size_t nextToken)
     return end;
 }
 
-std::uint32_t narrow(std::size_t offset)
-{
-    return static_cast<std::uint32_t>(offset);
-}
-
 // A text with the mark of UTF-16, or with a zero in the same half of its first two units.
 bool isUtf16(std::string_view text)
 {
     const auto isZero = [text](std::size_t at) { return at < text.size() && text[at] == '\0'; };
-    const std::string_view mark = text.substr(0, 2);
-    return mark == "\xFF\xFE" || mark == "\xFE\xFF" || (isZero(0) && isZero(2)) || (isZero(1) && isZero(3));
+    return startsWith(text, "\xFF\xFE") || startsWith(text, "\xFE\xFF") || (isZero(0) && isZero(2)) ||
+           (isZero(1) && isZero(3));
 }
 
 // At least as many as there are values: growing step by step would take twice the memory.
@@ -96,29 +85,24 @@ std::string blankComments(const std::string& text)
 
 } // namespace
 
-JsonReader::JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers)
-    : tree(syntaxTree), members(treeMembers)
-{
-}
-
-SyntaxFault JsonReader::read()
+Outcome JsonReader::read()
 {
     const std::string& original = tree.getOriginal();
     if (original.size() > maximumSize)
-        return {0, "the file is larger than the 4 GB that can be opened"};
-    const std::size_t start = original.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+        return outcomeAt(original, 0, "the file is larger than the 4 GB that can be opened");
+    const std::size_t start = startsWith(original, utf8ByteOrderMark) ? utf8ByteOrderMark.size() : 0;
     if (scan(original, start))
         return {};
     if (isUtf16(original))
-        return {0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8"};
+        return outcomeAt(original, 0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8");
     const std::string blanked = blankComments(original);
     if (!blanked.empty()) {
         tree.dropNodes();
         members.dropAll();
-        fault = {};
-        scan(blanked, start);
+        if (scan(blanked, start))
+            return {};
     }
-    return fault;
+    return outcomeAt(original, faultOffset, fault);
 }
 
 bool JsonReader::readInto(NodeId scalar, std::size_t start)
@@ -164,7 +148,7 @@ bool JsonReader::scan(const std::string& text, std::size_t start)
     }
     if (expected != Expected::Nothing)
         return failUnexpected(text, text.size());
-    tree.node(latest).end = narrow(text.size());
+    tree.node(latest).end = std::uint32_t(text.size());
     return true;
 }
 
@@ -250,7 +234,7 @@ bool JsonReader::takeSeparator(std::string_view text, std::size_t at)
     const char closing = inObject() ? '}' : ']';
     if (text[at] != ',' && text[at] != closing)
         return failUnexpected(text, at);
-    tree.node(latest).end = narrow(at);
+    tree.node(latest).end = std::uint32_t(at);
     if (text[at] == closing)
         return close(at);
     leading = at + 1;
@@ -284,8 +268,8 @@ bool JsonReader::close(std::size_t at)
     JsonNode& node = tree.node(current);
     const bool afterValue = expected == Expected::Separator;
     node.trailingComma = !afterValue && node.count > 0;
-    node.closing = narrow(afterValue ? at : leading);
-    node.valueEnd = narrow(at + 1);
+    node.closing = std::uint32_t(afterValue ? at : leading);
+    node.valueEnd = std::uint32_t(at + 1);
     if (node.isList())
         tree.fold(current);
     else
@@ -300,7 +284,7 @@ bool JsonReader::close(std::size_t at)
 bool JsonReader::addScalar(JsonKind kind, std::size_t at, std::size_t end)
 {
     JsonNode node = newNode(kind, at);
-    node.valueEnd = narrow(end);
+    node.valueEnd = std::uint32_t(end);
     latest = tree.read(node);
     expected = current == noNode ? Expected::Nothing : Expected::Separator;
     return true;
@@ -311,9 +295,9 @@ JsonNode JsonReader::newNode(JsonKind kind, std::size_t at) const
     JsonNode node;
     node.kind = kind;
     node.parent = current;
-    node.leading = narrow(leading);
-    node.label = narrow(current != noNode && inObject() ? label : at);
-    node.value = narrow(at);
+    node.leading = std::uint32_t(leading);
+    node.label = std::uint32_t(current != noNode && inObject() ? label : at);
+    node.value = std::uint32_t(at);
     return node;
 }
 
@@ -324,14 +308,15 @@ bool JsonReader::inObject() const
 
 bool JsonReader::fail(std::size_t at, std::string message)
 {
-    fault = {at, std::move(message)};
+    faultOffset = at;
+    fault = std::move(message);
     return false;
 }
 
 bool JsonReader::failEncoding(std::string_view text)
 {
     std::size_t at = 0;
-    while (const std::size_t length = FrameworkCore::Values::utf8Length(text.substr(at)))
+    while (const std::size_t length = utf8Length(text.substr(at)))
         at += length;
     return fail(at, "the bytes from here are no UTF-8, the encoding of json");
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/common/Document.h"
 #include "repository/documents/json/JsonMembers.h"
 #include "repository/documents/json/JsonTree.h"
 
@@ -20,10 +21,10 @@ public:
     static constexpr std::size_t maximumDepth = 1000;
     static constexpr std::size_t maximumSize = 0xFFFFFF00;
 
-    JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers);
+    JsonReader(JsonTree& syntaxTree, JsonMembers& treeMembers) : tree(syntaxTree), members(treeMembers) {}
 
-    // Reads the text of an empty tree. The fault is empty for a text without any value, too.
-    SyntaxFault read();
+    // Reads the text of an empty tree; a text without any value is good, too.
+    Outcome read();
 
     // Reads the object or array from that offset to the end of the tree's text into a new scalar. False when
     // there is no such text; the node is to be removed then.
@@ -53,7 +54,8 @@ private:
 
     JsonTree& tree;
     JsonMembers& members;
-    SyntaxFault fault;
+    std::string fault; // and where it is
+    std::size_t faultOffset = 0;
     Expected expected = Expected::Value;
     NodeId top = noNode;     // the node that the outermost container becomes, when it is there already
     NodeId current = noNode; // the container that is being read

@@ -1,14 +1,11 @@
 #include "repository/documents/json/JsonScalar.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/json/JsonTrivia.h"
 
 #include <charconv>
 #include <cstdint>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -46,11 +43,11 @@ std::size_t appendEscape(std::string& text, std::string_view literal, std::size_
     const int second = high ? readUnit(literal, at + 6) : -1;
     if (second >= 0xDC00 && second <= 0xDFFF) {
         const int character = 0x10000 + ((unit - 0xD800) << 10) + (second - 0xDC00);
-        FrameworkCore::Values::appendUtf8(text, static_cast<std::uint32_t>(character));
+        appendUtf8(text, static_cast<std::uint32_t>(character));
         return at + 12;
     }
     const bool half = unit >= 0xD800 && unit <= 0xDFFF;
-    FrameworkCore::Values::appendUtf8(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
+    appendUtf8(text, half ? replacementCharacter : static_cast<std::uint32_t>(unit));
     return at + 6;
 }
 
@@ -111,7 +108,7 @@ std::string encodeString(std::string_view text)
         if (index != npos)
             (literal += '\\') += shortEscapes[index];
         else if (code < 0x20)
-            ((literal += "\\u00") += static_cast<char>('0' + (code >> 4))) += "0123456789abcdef"[code & 0xF];
+            appendHex(literal += "\\u", code, 4);
         else
             literal += c;
     }
@@ -160,6 +157,34 @@ Value readNumber(std::string_view spelling)
     if (!held || (number == 0 && digits.find_first_of("123456789") != npos))
         return {Type::String, std::string(spelling)};
     return {Type::Double, number};
+}
+
+JsonListElement readElement(std::string_view text, std::size_t at)
+{
+    const std::size_t value = skipTrivia(text, at);
+    if (text[value] != '"')
+        return {at, value, 0, value};
+    const std::size_t valueEnd = findStringEnd(text, value);
+    return {at, value, valueEnd, skipTrivia(text, valueEnd)};
+}
+
+std::vector<std::string> decodeList(std::string_view array)
+{
+    std::vector<std::string> list;
+    for (JsonListElement element = readElement(array, 1); element.exists();) {
+        list.push_back(decodeString(array.substr(element.value, element.valueEnd - element.value)));
+        element = readElement(array, element.end + (array[element.end] == ',' ? 1 : 0));
+    }
+    return list;
+}
+
+bool isLongList(const std::vector<std::string>& list)
+{
+    constexpr std::size_t longestLine = 80;
+    std::size_t length = 0;
+    for (const std::string& text : list)
+        length += text.size() + 4;
+    return length > longestLine;
 }
 
 } // namespace Repository::Documents

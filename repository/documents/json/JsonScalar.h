@@ -1,15 +1,16 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Values.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
-// The scalars of json between their spelling in a file and their value. Literals are passed with their
-// quotes.
+// Scalars and arrays of texts between their spelling in a file and their value. Literals are passed with
+// their quotes.
 
 // Offset after the closing quote of the literal whose opening quote is at `quote`; npos without one.
 std::size_t findStringEnd(std::string_view text, std::size_t quote);
@@ -27,6 +28,27 @@ bool isNumber(std::string_view spelling);
 
 // Integer, else Unsigned, else Double. A number that none of them holds (an integer of thirty digits, 1e400,
 // 1e-400) is a String of its spelling, so that nothing of it is lost.
-FrameworkCore::Values::Value readNumber(std::string_view spelling);
+Value readNumber(std::string_view spelling);
+
+// An element of an array of texts, by the offsets at which its parts begin.
+struct JsonListElement
+{
+    std::size_t leading = 0;
+    std::size_t value = 0;
+    std::size_t valueEnd = 0;
+    std::size_t end = 0; // of the comma or bracket
+
+    bool exists() const { return valueEnd > 0; }
+};
+
+// The element whose leading trivia begins at an offset of a well-formed json text; after the last one it does
+// not exist.
+JsonListElement readElement(std::string_view text, std::size_t at);
+
+// All elements of an array of texts, decoded. The array begins at the first byte.
+std::vector<std::string> decodeList(std::string_view array);
+
+// True for a list that has a line for each element when it is written anew.
+bool isLongList(const std::vector<std::string>& list);
 
 } // namespace Repository::Documents

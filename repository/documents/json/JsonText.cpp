@@ -1,10 +1,7 @@
 #include "repository/documents/json/JsonText.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonContent.h"
-#include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonMembers.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -14,9 +11,6 @@
 #include <charconv>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -40,11 +34,6 @@ void appendNumber(std::string& target, Integer number)
 }
 
 } // namespace
-
-JsonText::JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle)
-    : entries(textEntries), style(textStyle)
-{
-}
 
 std::optional<JsonText::Result> JsonText::write(const std::vector<Entry>& entries, const JsonTextStyle& style)
 {
@@ -155,7 +144,7 @@ bool JsonText::writeTags()
         beginItem(entry == tagged.front(), 2);
         appendLiteral(result.text, entry->path);
         result.text += style.colon;
-        appendLiteral(result.text, typeName(entry->value.type));
+        appendLiteral(result.text, rowOf(entry->value.type).name);
     }
     endItems('}', 1);
     endItems('}', 0);
@@ -170,7 +159,7 @@ bool JsonText::writeKey(std::string_view component, bool isInRoot)
         appendLiteral(result.text, component);
     } else {
         const auto key = decodeKey(component);
-        if (!key || *key == ownValueKey || !FrameworkCore::Values::isUtf8(*key))
+        if (!key || *key == ownValueKey || !isUtf8(*key))
             return false;
         appendLiteral(result.text, *key);
     }
@@ -191,7 +180,7 @@ bool JsonText::writeValue(const Entry& entry, std::size_t depth)
     case Type::String: {
         const auto& text = std::get<std::string>(value.data);
         appendLiteral(result.text, text);
-        return FrameworkCore::Values::isUtf8(text);
+        return isUtf8(text);
     }
     case Type::Group:
         result.depth = std::max(result.depth, depth + 1);

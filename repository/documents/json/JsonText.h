@@ -46,7 +46,10 @@ private:
         std::size_t pathLength; // of the node
     };
 
-    JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle);
+    JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle)
+        : entries(textEntries), style(textStyle)
+    {
+    }
 
     // False when something is not plain.
     bool writeNode(const Range& node, std::size_t depth);

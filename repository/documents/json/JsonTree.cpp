@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonTree.h"
 
-#include "repository/documents/json/JsonList.h"
 #include "repository/documents/json/JsonScalar.h"
 #include "repository/documents/json/JsonWriter.h"
 

@@ -32,7 +32,7 @@ std::size_t skipComment(std::string_view text, std::size_t at)
     return close == std::string_view::npos ? close : close + 2;
 }
 
-std::size_t skipGap(std::string_view text, std::size_t at)
+std::size_t skipTrivia(std::string_view text, std::size_t at)
 {
     while (true) {
         at = std::min(text.find_first_not_of(" \t\r\n", at), text.size());

@@ -25,7 +25,7 @@ struct JsonTrivia
 };
 
 // Offset after the blanks and comments at an offset of a json text.
-std::size_t skipGap(std::string_view text, std::size_t at);
+std::size_t skipTrivia(std::string_view text, std::size_t at);
 
 // Offset after the line break at an offset, which may be "\n", "\r\n" or "\r".
 std::size_t skipBreak(std::string_view text, std::size_t at);

@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonTypes.h"
 
-#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 
@@ -9,8 +8,6 @@
 #include <vector>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
 
 namespace {
 
@@ -33,11 +30,6 @@ std::string nameAfterRemoval(std::string_view component, std::string_view remove
 }
 
 } // namespace
-
-JsonTypes::JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor& treeEditor)
-    : tree(syntaxTree), members(treeMembers), editor(treeEditor)
-{
-}
 
 void JsonTypes::read()
 {
@@ -116,7 +108,7 @@ void JsonTypes::add(std::string_view path, Type type)
         member = editor.appendMember(tree.getRoot(), typesKey, 1, {});
         editor.keepLast(member);
     }
-    const JsonContent name{JsonKind::Text, encodeString(typeName(type)), {}, {}};
+    const JsonContent name{JsonKind::Text, encodeString(rowOf(type).name), {}, {}};
     tags.emplace(path, Tag{type, editor.appendMember(member, path, 1, name)});
 }
 

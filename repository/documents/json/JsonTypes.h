@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
 #include "repository/documents/json/JsonEditor.h"
 #include "repository/documents/json/JsonMembers.h"
 #include "repository/documents/json/JsonTree.h"
@@ -21,7 +20,10 @@ constexpr std::string_view typesKey = "$types";
 class JsonTypes
 {
 public:
-    JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor& treeEditor);
+    JsonTypes(JsonTree& syntaxTree, JsonMembers& treeMembers, JsonEditor& treeEditor)
+        : tree(syntaxTree), members(treeMembers), editor(treeEditor)
+    {
+    }
 
     // Takes over what the text that was read says. A member of that key that says anything else is an
     // ordinary one.
@@ -33,10 +35,10 @@ public:
     NodeId getMember() const { return member; }
 
     // Group for an entry without a tag.
-    FrameworkCore::Values::Type find(std::string_view path) const;
+    Type find(std::string_view path) const;
 
     // The document's root must be an object, and what has this path must have no tag yet.
-    void add(std::string_view path, FrameworkCore::Values::Type type);
+    void add(std::string_view path, Type type);
 
     void remove(std::string_view path);
     void removeBelow(std::string_view path);
@@ -52,7 +54,7 @@ public:
 private:
     struct Tag
     {
-        FrameworkCore::Values::Type type;
+        Type type;
         NodeId node;
     };
     using Tags = std::map<std::string, Tag, std::less<>>;

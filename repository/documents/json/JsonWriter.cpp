@@ -2,10 +2,6 @@
 
 namespace Repository::Documents {
 
-JsonWriter::JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree), text(syntaxTree.getOriginal())
-{
-}
-
 std::string JsonWriter::write()
 {
     text.reserve();

@@ -12,7 +12,7 @@ namespace Repository::Documents {
 class JsonWriter
 {
 public:
-    explicit JsonWriter(const JsonTree& syntaxTree);
+    explicit JsonWriter(const JsonTree& syntaxTree) : tree(syntaxTree), text(syntaxTree.getOriginal()) {}
 
     std::string write();
 

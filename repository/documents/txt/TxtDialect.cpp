@@ -1,15 +1,9 @@
 #include "repository/documents/txt/TxtDialect.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/txt/TxtScanner.h"
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::toText;
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 std::optional<Statement> TxtDialect::scan(std::string_view text) const
 {
@@ -53,7 +47,7 @@ bool TxtDialect::runsOn(std::string_view text) const
 std::string TxtDialect::explainRefusal(const Statement& entry, const Value& value, const LineStyle&) const
 {
     const std::string text = toText(value);
-    if (value.type == Type::String && !FrameworkCore::Values::isUtf8(text))
+    if (value.type == Type::String && !isUtf8(text))
         return "the text holds half a character, which UTF-8 cannot hold";
     if (text.find_first_of("\r\n") != std::string::npos)
         return "a value of a txt file ends with its line; the text has line breaks";

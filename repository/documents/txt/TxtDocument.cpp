@@ -1,8 +1,6 @@
 #include "repository/documents/txt/TxtDocument.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/txt/TxtScanner.h"
@@ -11,13 +9,9 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
-
 namespace {
 
-// The line end of the text's last line.
-std::string_view lineEndOf(std::string_view text)
+std::string_view lastLineEndOf(std::string_view text)
 {
     std::size_t begin = text.size();
     while (begin > 0 && (text[begin - 1] == '\n' || text[begin - 1] == '\r') && text.size() - begin < 2)
@@ -38,10 +32,6 @@ std::string_view parentText(std::string_view key)
 
 } // namespace
 
-TxtDocument::TxtDocument() : LineDocument(std::make_unique<TxtFile>())
-{
-}
-
 SiblingPlace TxtDocument::placeOf(std::string_view path) const
 {
     const LineIndex& index = file->index;
@@ -59,16 +49,16 @@ SiblingPlace TxtDocument::placeOf(std::string_view path) const
 std::string TxtDocument::spellingOf(const Statement& entry) const
 {
     std::string_view text = entry.text;
-    text.remove_suffix(lineEndOf(text).size());
+    text.remove_suffix(lastLineEndOf(text).size());
     return std::string(text.substr(entry.keyEnd));
 }
 
 std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std::string_view spelling) const
 {
     std::string text(entry.text.substr(0, entry.keyEnd));
-    text.append(spelling).append(lineEndOf(entry.text));
+    text.append(spelling).append(lastLineEndOf(entry.text));
     const std::optional<Statement> now = scanTxtEntry(text);
-    if (!now || !lineEndOf(spelling).empty() || now->key() != entry.key() || now->begin != entry.begin ||
+    if (!now || !lastLineEndOf(spelling).empty() || now->key() != entry.key() || now->begin != entry.begin ||
         now->tag != entry.tag || text.find('\0') != std::string::npos)
         return std::nullopt;
     return text;
@@ -186,7 +176,7 @@ std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, b
         return line ? dialect.write(*line, value, style).value_or(std::string()) : std::string();
     };
     // Without a value no blank is left at the end of the line, but for that which makes a separator of ":".
-    if (FrameworkCore::Values::toText(value).empty() && trimBlanks(draft.separator()) != ":") {
+    if (toText(value).empty() && trimBlanks(draft.separator()) != ":") {
         text.erase(draft.keyEnd);
         text += draft.separator().substr(0, draft.separator().find('=') + 1);
         text += draft.trailing();

@@ -19,9 +19,9 @@ namespace Repository::Documents {
 class TxtDocument : public LineDocument
 {
 public:
-    TxtDocument();
+    TxtDocument() : LineDocument(std::make_unique<TxtFile>()) {}
 
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
+    Outcome insert(std::string_view path, const Value& value) override;
     // Comments stay. The root is not removed.
     Outcome remove(std::string_view path) override;
     SiblingPlace placeOf(std::string_view path) const override;
@@ -36,8 +36,7 @@ private:
 
     std::uint32_t findPlace(std::string_view path) const;
     std::optional<Statement> draftEntry(std::string_view path, std::uint32_t above, std::string& text) const;
-    std::string fillDraft(const Statement& draft, const FrameworkCore::Values::Value& value,
-                          bool belowTag) const;
+    std::string fillDraft(const Statement& draft, const Value& value, bool belowTag) const;
     Outcome findRemovalFault(const std::vector<std::uint32_t>& going) const;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Format.h"
+#include "repository/documents/txt/TxtDocument.h"
 
 namespace Repository::Documents {
 
@@ -8,9 +9,9 @@ namespace Repository::Documents {
 class TxtFormat : public Format
 {
 public:
-    std::string_view getName() const override;
-    std::unique_ptr<Document> makeDocument() const override;
-    std::string_view getCertainEndings() const override;
+    std::string_view getName() const override { return "txt"; }
+    std::unique_ptr<Document> makeDocument() const override { return std::make_unique<TxtDocument>(); }
+    std::string_view getCertainEndings() const override { return "txt properties"; }
 };
 
 } // namespace Repository::Documents

@@ -10,8 +10,6 @@ namespace Repository::Documents {
 
 namespace {
 
-using FrameworkCore::Values::Type;
-
 constexpr int mostWords = 3;
 
 enum Trait : std::uint8_t {

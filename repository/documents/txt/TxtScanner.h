@@ -31,7 +31,7 @@ public:
     std::optional<Statement> next();
 
 private:
-    std::optional<Statement> takeEntry(std::size_t begin, std::size_t lineBegin, Statement::Type tag);
+    std::optional<Statement> takeEntry(std::size_t begin, std::size_t lineBegin, Type tag);
 
     std::string_view text;
     std::size_t position = 0;

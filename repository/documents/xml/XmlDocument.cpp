@@ -1,9 +1,7 @@
 #include "repository/documents/xml/XmlDocument.h"
 
-#include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
-#include "repository/documents/common/TextPosition.h"
-#include "repository/documents/xml/XmlDeclaration.h"
+#include "repository/documents/common/CharacterSet.h"
+#include "repository/documents/common/TextLine.h"
 #include "repository/documents/xml/XmlInsertion.h"
 #include "repository/documents/xml/XmlReader.h"
 #include "repository/documents/xml/XmlWriter.h"
@@ -13,48 +11,61 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
-
 namespace {
 
-std::string lineEndOf(std::string_view text)
+// What the first line of a file says about its encoding.
+struct XmlDeclaration
 {
-    const std::size_t end = text.find_first_of("\r\n");
-    if (end == std::string_view::npos || text[end] == '\n')
-        return "\n";
-    return text.substr(end, 2) == "\r\n" ? "\r\n" : "\r";
+    std::string_view name; // as the file spells it
+    std::string encoding;  // in small letters; UTF-8 where the file does not say
+    bool isUtf8() const { return encoding == "utf-8" || encoding == "utf8"; }
+    bool isAscii() const
+    {
+        return encoding == "us-ascii" || encoding == "ascii" || encoding == "ansi_x3.4-1968";
+    }
+};
+
+XmlDeclaration readXmlDeclaration(std::string_view bytes)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    constexpr std::string_view label = "encoding";
+    constexpr auto npos = std::string_view::npos;
+    const std::string_view line = startsWith(bytes, "<?xml") ? bytes.substr(0, bytes.find("?>")) : "";
+    const std::size_t at = line.find(label);
+    const std::size_t equals = at == npos ? at : line.find_first_not_of(blanks, at + label.size());
+    if (equals == npos || line[equals] != '=')
+        return {{}, "utf-8"};
+    const std::size_t quote = line.find_first_not_of(blanks, equals + 1);
+    if (quote == npos || (line[quote] != '"' && line[quote] != '\''))
+        return {{}, "utf-8"};
+    const std::string_view name = line.substr(quote + 1, line.find(line[quote], quote + 1) - quote - 1);
+    return {name, lowered(name)};
 }
 
 } // namespace
 
-XmlDocument::XmlDocument() : file(std::make_unique<XmlFile>(std::string()))
-{
-}
-
 Outcome XmlDocument::parse(std::string bytes)
 {
     try {
-        const XmlDeclaration declaration = readXmlDeclaration(bytes);
-        if (declaration.encoding == XmlEncoding::Unknown) {
-            const TextPosition position = positionOf(bytes, declaration.offset);
-            return {"the encoding " + quoted(declaration.name) + " is not known; save the file as UTF-8",
-                    position.line, position.column};
-        }
+        const XmlDeclaration declared = readXmlDeclaration(bytes);
+        const bool isOther = !declared.isUtf8() && !declared.isAscii();
+        if (isOther && !CharacterSet::isKnown(declared.encoding))
+            return outcomeAt(bytes, std::size_t(declared.name.data() - bytes.data()),
+                             "the encoding " + quoted(declared.name) +
+                                 " is not known; save the file as UTF-8");
+        const bool isAscii = declared.isAscii();
         TextEncoding encoding;
-        const bool isNamed = declaration.encoding == XmlEncoding::CharacterSet;
-        const Outcome decoded = encoding.decode(bytes, {true, isNamed ? declaration.name : std::string()});
-        if (!decoded.ok())
-            return decoded;
+        Outcome outcome =
+            encoding.decode(bytes, {true, isOther ? std::string(declared.name) : std::string()});
+        if (!outcome.ok())
+            return outcome;
         auto fresh = std::make_unique<XmlFile>(std::move(bytes));
         fresh->spelling.encoding = encoding;
-        fresh->spelling.isAscii = declaration.encoding == XmlEncoding::Ascii;
+        fresh->spelling.isAscii = isAscii;
         fresh->spelling.lineEnd = lineEndOf(fresh->tree.getOriginal());
-        const SyntaxFault fault = XmlReader(fresh->tree, fresh->entities).read();
-        if (!fault.message.empty()) {
-            const TextPosition position = positionOf(fresh->tree.getOriginal(), fault.offset);
-            return {fault.message, position.line, position.column};
-        }
+        outcome = XmlReader(fresh->tree, fresh->entities).read();
+        if (!outcome.ok())
+            return outcome;
         file = std::move(fresh);
     } catch (const std::bad_alloc&) {
         return refused("there is not enough memory for a file of this size");
@@ -119,11 +130,6 @@ SiblingPlace XmlDocument::placeOf(std::string_view path) const
     return place;
 }
 
-bool XmlDocument::contains(std::string_view path) const
-{
-    return file->find(path) != noNode;
-}
-
 std::string XmlDocument::getBytes() const
 {
     const XmlTree& tree = file->tree;
@@ -177,11 +183,6 @@ NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 Outcome XmlDocument::insert(std::string_view path, const Value& value)
 {
     return XmlInsertion(*file).insert(path, value);
-}
-
-void XmlDocument::beginRun()
-{
-    file->run.emplace();
 }
 
 Outcome XmlDocument::endRun(std::string& refusedPath)

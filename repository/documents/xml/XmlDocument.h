@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
 #include "repository/documents/xml/XmlFile.h"
 
 #include <memory>
@@ -16,18 +15,16 @@ namespace Repository::Documents {
 class XmlDocument : public Document
 {
 public:
-    XmlDocument();
-
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override;
-    Outcome set(std::string_view path, const FrameworkCore::Values::Value& value) override;
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value) override;
-    void beginRun() override;
+    Outcome set(std::string_view path, const Value& value) override;
+    Outcome insert(std::string_view path, const Value& value) override;
+    void beginRun() override { file->run.emplace(); }
     Outcome endRun(std::string& refusedPath) override;
     Outcome remove(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
-    bool contains(std::string_view path) const override;
+    bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::string getBytes() const override;
     std::optional<Span> locate(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
@@ -37,7 +34,7 @@ private:
     // A node with a value, or why there is none.
     NodeId findValue(std::string_view path, Outcome& outcome) const;
 
-    std::unique_ptr<XmlFile> file;
+    std::unique_ptr<XmlFile> file = std::make_unique<XmlFile>(std::string());
 };
 
 } // namespace Repository::Documents

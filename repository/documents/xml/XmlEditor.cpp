@@ -4,13 +4,6 @@
 
 namespace Repository::Documents {
 
-using FrameworkCore::Values::Type;
-
-XmlEditor::XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling)
-    : tree(syntaxTree), values(treeValues), spelling(fileSpelling), layout(syntaxTree, fileSpelling.lineEnd)
-{
-}
-
 NodeId XmlEditor::createRoot(std::string_view name)
 {
     const NodeId id = tree.insert(noNode, noNode, {XmlKind::Element, tree.getNames().intern(name), 1});

@@ -15,7 +15,11 @@ namespace Repository::Documents {
 class XmlEditor
 {
 public:
-    XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling);
+    XmlEditor(XmlTree& syntaxTree, XmlValues& treeValues, const XmlSpelling& fileSpelling)
+        : tree(syntaxTree), values(treeValues), spelling(fileSpelling),
+          layout(syntaxTree, fileSpelling.lineEnd)
+    {
+    }
 
     // Makes the root element in a text without one, with a declaration before it.
     NodeId createRoot(std::string_view name);

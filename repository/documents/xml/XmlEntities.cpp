@@ -1,6 +1,6 @@
 #include "repository/documents/xml/XmlEntities.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/Values.h"
 
 #include <charconv>
 #include <cstdint>
@@ -36,7 +36,7 @@ std::optional<std::string> character(std::string_view reference)
     if (read.ec != std::errc() || read.ptr != digits.data() + digits.size() || code > 0x10FFFF)
         return std::nullopt;
     std::string text;
-    FrameworkCore::Values::appendUtf8(text, code);
+    appendUtf8(text, code);
     return text;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/PathMatch.h"
 #include "repository/documents/xml/XmlEditor.h"
 #include "repository/documents/xml/XmlEntities.h"
 #include "repository/documents/xml/XmlText.h"
@@ -15,8 +14,24 @@
 
 namespace Repository::Documents {
 
-// An xml text as entries with paths and values. Its parts refer to each other, so that they stay where they
-// are.
+constexpr std::string_view xmlTextComponent = "#text";
+
+// What a component of a path leads to: an element by its name, an attribute by @ and its name, a text between
+// elements by #text; the second and further of a name with their number.
+struct XmlComponent
+{
+    XmlKind kind = XmlKind::Element;
+    std::string name; // empty for a text
+    std::uint32_t number = 1;
+};
+
+// Nothing for a component that no file can have.
+std::optional<XmlComponent> readXmlComponent(std::string_view component);
+
+// True for the name of an element or attribute as the parser reads them, prefix and all.
+bool isXmlName(std::string_view name);
+
+// An xml text as entries with paths and values. Its parts refer to each other, so it is not moved.
 class XmlFile
 {
 public:
@@ -26,7 +41,7 @@ public:
     }
 
     PathMatch match(std::string_view path);
-    NodeId find(std::string_view path);
+    NodeId find(std::string_view path) { return match(path).target(); }
     NodeId findChild(NodeId parent, std::string_view component);
     void appendComponent(std::string& path, NodeId id) const;
 

@@ -1,8 +1,6 @@
 #include "repository/documents/xml/XmlFormat.h"
 
-#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/EncodedNames.h"
-#include "repository/documents/xml/XmlDocument.h"
 
 #include <algorithm>
 
@@ -40,26 +38,6 @@ bool lieInOneElement(const std::vector<Entry>& entries)
 
 } // namespace
 
-std::string_view XmlFormat::getName() const
-{
-    return "xml";
-}
-
-std::unique_ptr<Document> XmlFormat::makeDocument() const
-{
-    return std::make_unique<XmlDocument>();
-}
-
-std::string_view XmlFormat::getCertainEndings() const
-{
-    return "xml";
-}
-
-std::string_view XmlFormat::getLikelyEndings() const
-{
-    return "svg ui ts pom qrc kcfg xbel docbook policy plist xsd xsl xslt rng xhtml csproj";
-}
-
 // Some line formats have sections in angle brackets, too, but those are no tags.
 bool XmlFormat::begins(std::string_view text) const
 {
@@ -81,22 +59,12 @@ bool XmlFormat::begins(std::string_view text) const
     return startsWithOneOf(text, "=");
 }
 
-bool XmlFormat::isInTreeOrder() const
-{
-    return true;
-}
-
 std::string XmlFormat::rootOf(const std::vector<Entry>& entries, std::string_view name) const
 {
     if (lieInOneElement(entries))
         return {};
     const std::string_view element = splitNumber(name).name;
     return std::string(element.substr(std::min(element.find_first_not_of("@#"), element.size())));
-}
-
-std::string_view XmlFormat::getDeclarationStart() const
-{
-    return "@xmlns:";
 }
 
 } // namespace Repository::Documents

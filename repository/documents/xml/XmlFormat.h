@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/Format.h"
+#include "repository/documents/xml/XmlDocument.h"
 
 namespace Repository::Documents {
 
@@ -8,14 +9,17 @@ namespace Repository::Documents {
 class XmlFormat : public Format
 {
 public:
-    std::string_view getName() const override;
-    std::unique_ptr<Document> makeDocument() const override;
-    std::string_view getCertainEndings() const override;
-    std::string_view getLikelyEndings() const override;
+    std::string_view getName() const override { return "xml"; }
+    std::unique_ptr<Document> makeDocument() const override { return std::make_unique<XmlDocument>(); }
+    std::string_view getCertainEndings() const override { return "xml"; }
+    std::string_view getLikelyEndings() const override
+    {
+        return "svg ui ts pom qrc kcfg xbel docbook policy plist xsd xsl xslt rng xhtml csproj";
+    }
     bool begins(std::string_view text) const override;
-    bool isInTreeOrder() const override;
+    bool isInTreeOrder() const override { return true; }
     std::string rootOf(const std::vector<Entry>& entries, std::string_view name) const override;
-    std::string_view getDeclarationStart() const override;
+    std::string_view getDeclarationStart() const override { return "@xmlns:"; }
 };
 
 } // namespace Repository::Documents

@@ -1,16 +1,11 @@
 #include "repository/documents/xml/XmlInsertion.h"
 
-#include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/Refusal.h"
 #include "repository/documents/xml/XmlReader.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 

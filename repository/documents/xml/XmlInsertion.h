@@ -1,7 +1,5 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
-#include "repository/documents/xml/XmlComponent.h"
 #include "repository/documents/xml/XmlFile.h"
 
 #include <string_view>
@@ -18,15 +16,14 @@ public:
     {
     }
 
-    Outcome insert(std::string_view path, const FrameworkCore::Values::Value& value);
+    Outcome insert(std::string_view path, const Value& value);
 
     // What a node needs beside itself.
     Outcome checkSurroundings(NodeId id) const;
 
 private:
-    Outcome insertValue(NodeId id, std::string_view path, const FrameworkCore::Values::Value& value);
-    Outcome checkWay(const PathMatch& way, const FrameworkCore::Values::Value& value,
-                     std::vector<XmlComponent>& steps) const;
+    Outcome insertValue(NodeId id, std::string_view path, const Value& value);
+    Outcome checkWay(const PathMatch& way, const Value& value, std::vector<XmlComponent>& steps) const;
     Outcome checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const;
     Outcome checkPrefix(NodeId element, std::string_view name) const;
 

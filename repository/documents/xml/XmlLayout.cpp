@@ -57,11 +57,6 @@ std::size_t restOfLine(std::string_view trivia)
 
 } // namespace
 
-XmlLayout::XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd)
-    : tree(syntaxTree), lineEnd(fileLineEnd)
-{
-}
-
 void XmlLayout::placeAfter(NodeId id, NodeId sibling)
 {
     const bool inLine = tree.node(id).kind == XmlKind::Element && !isMixed(tree.node(id).parent) &&

@@ -13,7 +13,7 @@ namespace Repository::Documents {
 class XmlLayout
 {
 public:
-    XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd);
+    XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd) : tree(syntaxTree), lineEnd(fileLineEnd) {}
 
     // Place a node that was just linked: after a sibling, or as the only child of an element that was
     // prepared for it, in the place of its content (what stood between its tags).

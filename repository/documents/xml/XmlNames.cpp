@@ -9,12 +9,6 @@ namespace Repository::Documents {
 
 namespace {
 
-std::uint32_t hashOf(std::string_view name)
-{
-    const std::uint64_t hash = std::hash<std::string_view>()(name);
-    return static_cast<std::uint32_t>(hash ^ hash >> 32);
-}
-
 // What may follow a name in a tag.
 bool endsName(char c)
 {
@@ -38,7 +32,7 @@ std::uint32_t XmlNames::intern(std::string_view name)
 {
     if (name.empty())
         return none;
-    const std::uint32_t hash = hashOf(name);
+    const std::uint32_t hash = HashIndex::hashOf(name);
     const auto known = index.find(hash, [this, name](std::uint32_t id) { return nameOf(id) == name; });
     if (known != HashIndex::none)
         return known;
@@ -73,8 +67,8 @@ std::optional<std::uint32_t> XmlNames::find(std::string_view name) const
 {
     if (name.empty())
         return none;
-    const auto id =
-        index.find(hashOf(name), [this, name](std::uint32_t other) { return nameOf(other) == name; });
+    const auto id = index.find(HashIndex::hashOf(name),
+                               [this, name](std::uint32_t other) { return nameOf(other) == name; });
     return id == HashIndex::none ? std::nullopt : std::optional(id);
 }
 

@@ -1,7 +1,5 @@
 #include "repository/documents/xml/XmlReader.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
-#include "repository/documents/common/TextPosition.h"
 #include "repository/documents/xml/XmlScanner.h"
 #include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlTypeTag.h"
@@ -62,28 +60,18 @@ using ParserOwner = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(
 constexpr std::string_view closingBegin = "</";
 constexpr std::size_t usualNodeSize = 40; // bytes of text for a node
 
-std::uint32_t offsetOf(std::size_t at)
-{
-    return static_cast<std::uint32_t>(at);
-}
-
 } // namespace
 
-XmlReader::XmlReader(XmlTree& emptyTree, XmlEntities& noEntities)
-    : tree(emptyTree), entities(noEntities), text(emptyTree.getOriginal())
-{
-}
-
-SyntaxFault XmlReader::read()
+Outcome XmlReader::read()
 {
     if (isXmlBlank(text))
         return {};
     if (text.size() > maximumSize)
-        return {0, "the file is larger than 2 GB, the most that is read"};
+        return outcomeAt(text, 0, "the file is larger than 2 GB, the most that is read");
     // Expat would take some texts with it for UTF-16.
     const std::size_t nul = text.find('\0');
     if (nul != std::string::npos)
-        return {nul, explainUnheldXml(std::string_view(text).substr(nul, 1))};
+        return outcomeAt(text, nul, explainUnheldXml(std::string_view(text).substr(nul, 1)));
     tree.reserve(text.size() / usualNodeSize);
     if (scan())
         return {};
@@ -115,12 +103,12 @@ bool XmlReader::scan()
 void XmlReader::startAgain()
 {
     tree.clear();
-    fault = {};
+    fault.clear();
     current = noNode;
     depth = cursor = 0;
 }
 
-SyntaxFault XmlReader::parse()
+Outcome XmlReader::parse()
 {
     const ParserOwner parser(XML_ParserCreate("UTF-8"), &XML_ParserFree);
     if (!parser)
@@ -131,11 +119,11 @@ SyntaxFault XmlReader::parse()
     XML_SetEntityDeclHandler(parser.get(), &XmlHandlers::entity);
     if (XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK)
         return {};
-    if (fault.message.empty()) {
+    if (fault.empty()) {
         const auto at = static_cast<std::size_t>(XML_GetCurrentByteIndex(parser.get()));
         fail(at, explain(XML_GetErrorCode(parser.get()), at));
     }
-    return std::move(fault);
+    return outcomeAt(text, faultOffset, std::move(fault));
 }
 
 bool XmlReader::declare(std::string_view name, std::string_view declared)
@@ -161,16 +149,16 @@ bool XmlReader::open(std::size_t at)
         addText(at);
     XmlNode node;
     node.parent = current;
-    node.leading = offsetOf(cursor);
-    node.label = offsetOf(at);
+    node.leading = std::uint32_t(cursor);
+    node.label = std::uint32_t(at);
     node.name = tree.getNames().internFront(std::string_view(text).substr(at + 1));
     current = tree.read(node);
     const std::size_t tagEnd = addAttributes(current, at + 1 + tree.getNames().nameOf(node.name).size());
     std::size_t closing = afterBlanks(tagEnd);
     closing += text[closing] == '/' ? 1 : 0;
     XmlNode& element = tree.node(current);
-    element.tagEnd = offsetOf(tagEnd);
-    element.front = element.value = element.closing = element.end = offsetOf(closing + 1);
+    element.tagEnd = std::uint32_t(tagEnd);
+    element.front = element.value = element.closing = element.end = std::uint32_t(closing + 1);
     if (!isBlank)
         tagAll(current, std::string_view(text).substr(cursor, at - cursor));
     cursor = closing + 1;
@@ -187,16 +175,16 @@ std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
         XmlNode node;
         node.kind = XmlKind::Attribute;
         node.parent = element;
-        node.leading = offsetOf(at);
-        node.label = offsetOf(label);
+        node.leading = std::uint32_t(at);
+        node.label = std::uint32_t(label);
         node.name = tree.getNames().internFront(std::string_view(text).substr(label));
         const std::size_t nameEnd = label + tree.getNames().nameOf(node.name).size();
         const std::size_t quote = afterBlanks(afterBlanks(nameEnd) + 1);
         const std::size_t closing = text.find(text[quote], quote + 1);
-        node.tagEnd = node.front = node.value = offsetOf(quote + 1);
-        node.closing = offsetOf(closing);
+        node.tagEnd = node.front = node.value = std::uint32_t(quote + 1);
+        node.closing = std::uint32_t(closing);
         at = closing + 1;
-        node.end = offsetOf(at);
+        node.end = std::uint32_t(at);
         tree.read(node);
     }
 }
@@ -217,10 +205,10 @@ void XmlReader::addText(std::size_t end)
     XmlNode node;
     node.kind = XmlKind::Text;
     node.parent = current;
-    node.leading = offsetOf(cursor);
-    node.label = node.tagEnd = node.front = node.value = offsetOf(cursor + span.begin);
+    node.leading = std::uint32_t(cursor);
+    node.label = node.tagEnd = node.front = node.value = std::uint32_t(cursor + span.begin);
     cursor += span.end;
-    node.closing = node.end = offsetOf(cursor);
+    node.closing = node.end = std::uint32_t(cursor);
     node.isTagged = !readXmlTypeTags(std::string_view(text).substr(node.leading, span.begin)).empty();
     tree.read(node);
 }
@@ -259,14 +247,14 @@ void XmlReader::finish(NodeId element, std::size_t closing, std::size_t end)
 {
     if (tree.node(element).isContainer()) {
         addText(closing);
-        tree.node(element).value = tree.node(element).closing = offsetOf(cursor);
+        tree.node(element).value = tree.node(element).closing = std::uint32_t(cursor);
         tree.complete(element);
     } else {
         const XmlSpan value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor));
-        tree.node(element).value = offsetOf(cursor + value.begin);
-        tree.node(element).closing = offsetOf(cursor + value.end);
+        tree.node(element).value = std::uint32_t(cursor + value.begin);
+        tree.node(element).closing = std::uint32_t(cursor + value.end);
     }
-    tree.node(element).end = offsetOf(end);
+    tree.node(element).end = std::uint32_t(end);
     cursor = end;
     current = tree.node(element).parent;
     --depth;
@@ -274,7 +262,8 @@ void XmlReader::finish(NodeId element, std::size_t closing, std::size_t end)
 
 bool XmlReader::fail(std::size_t at, std::string message)
 {
-    fault = {at, std::move(message)};
+    faultOffset = at;
+    fault = std::move(message);
     return false;
 }
 
@@ -298,7 +287,7 @@ std::string XmlReader::explain(int error, std::size_t at) const
         return "an attribute stands twice in this tag";
     case XML_ERROR_UNDEFINED_ENTITY: {
         const std::size_t end = text.find(';', at);
-        return "the entity \"" + text.substr(at, end - at) + ";\" is not declared";
+        return "the entity " + quoted(text.substr(at, end - at) + ';') + " is not declared";
     }
     case XML_ERROR_RECURSIVE_ENTITY_REF:
         return "an entity refers to itself";
@@ -312,13 +301,13 @@ std::string XmlReader::explain(int error, std::size_t at) const
 std::string XmlReader::explainToken(std::size_t at) const
 {
     const std::string_view rest = std::string_view(text).substr(at);
-    const std::size_t length = FrameworkCore::Values::utf8Length(rest);
+    const std::size_t length = utf8Length(rest);
     if (length == 0)
         return "bytes that are no valid text";
     if (rest.front() == '\n' || rest.front() == '\r')
         return "the line must not end here";
     const std::string unheld = explainUnheldXml(rest.substr(0, length));
-    return unheld.empty() ? "\"" + std::string(rest.substr(0, length)) + "\" is not allowed here" : unheld;
+    return unheld.empty() ? quoted(rest.substr(0, length)) + " is not allowed here" : unheld;
 }
 
 std::string XmlReader::currentTag() const
@@ -327,7 +316,7 @@ std::string XmlReader::currentTag() const
         return "the root element";
     const XmlNode& node = tree.node(current);
     return '<' + std::string(tree.getNames().nameOf(node.name)) + "> of line " +
-           std::to_string(positionOf(text, node.label).line);
+           std::to_string(outcomeAt(text, node.label).line);
 }
 
 } // namespace Repository::Documents

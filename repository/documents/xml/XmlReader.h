@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/common/Document.h"
 #include "repository/documents/xml/XmlEntities.h"
 #include "repository/documents/xml/XmlTree.h"
 
@@ -21,16 +22,19 @@ public:
     // The parser calls itself for an entity in an entity.
     static constexpr std::size_t maximumNestedEntities = 1000;
 
-    XmlReader(XmlTree& emptyTree, XmlEntities& noEntities);
+    XmlReader(XmlTree& emptyTree, XmlEntities& noEntities)
+        : tree(emptyTree), entities(noEntities), text(emptyTree.getOriginal())
+    {
+    }
 
-    SyntaxFault read();
+    Outcome read();
 
 private:
     friend struct XmlHandlers;
 
     bool scan();
     void startAgain();
-    SyntaxFault parse();
+    Outcome parse();
     bool open(std::size_t at);
     bool close(std::size_t at);
     bool declare(std::string_view name, std::string_view text);
@@ -48,7 +52,8 @@ private:
     XmlTree& tree;
     XmlEntities& entities;
     const std::string& text;
-    SyntaxFault fault;
+    std::string fault; // and where it is
+    std::size_t faultOffset = 0;
     NodeId current = noNode; // the element that is being read
     std::size_t depth = 0;
     std::size_t depthInEntity = 0; // elements that an entity brings along are none of the file

@@ -1,6 +1,6 @@
 #include "repository/documents/xml/XmlScanner.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
+#include "repository/documents/common/Values.h"
 
 #include <algorithm>
 #include <array>
@@ -154,7 +154,7 @@ bool XmlScanner::skipReference()
 // One that is not ASCII.
 bool XmlScanner::skipCharacter()
 {
-    const std::size_t length = FrameworkCore::Values::utf8Length(std::string_view(text).substr(at));
+    const std::size_t length = utf8Length(std::string_view(text).substr(at));
     if (length < 2 || isAt("\xEF\xBF\xBE") || isAt("\xEF\xBF\xBF"))
         return false;
     at += length;

@@ -1,6 +1,5 @@
 #include "repository/documents/xml/XmlText.h"
 
-#include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/xml/XmlTypeTag.h"
 
 #include <algorithm>
@@ -8,9 +7,6 @@
 namespace Repository::Documents {
 
 namespace {
-
-using FrameworkCore::Values::utf8CodePoint;
-using FrameworkCore::Values::utf8Length;
 
 constexpr std::string_view blanks = " \t\r\n";
 constexpr std::string_view sectionBegin = "<![CDATA[";
@@ -180,10 +176,8 @@ std::string explainUnheldXml(std::string_view text)
         const char32_t c = utf8CodePoint(text.substr(at, length));
         const bool isControl = c < 0x20 && !isXmlBlank(text[at]);
         if (isControl || c == 0xFFFE || c == 0xFFFF) {
-            constexpr char digits[] = "0123456789ABCDEF";
             std::string code;
-            for (int shift = 12; shift >= 0; shift -= 4)
-                code += digits[c >> shift & 15];
+            appendHex(code, c, 4, "0123456789ABCDEF");
             return "xml has no place for the character U+" + code + ", not even in an escaped form";
         }
         at += length;

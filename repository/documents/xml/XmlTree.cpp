@@ -1,7 +1,5 @@
 #include "repository/documents/xml/XmlTree.h"
 
-#include <utility>
-
 namespace Repository::Documents {
 
 namespace {

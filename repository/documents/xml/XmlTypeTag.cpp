@@ -57,11 +57,6 @@ struct Instruction
     std::size_t end;
 };
 
-bool begins(std::string_view text, std::string_view beginning)
-{
-    return text.substr(0, beginning.size()) == beginning;
-}
-
 // The length of the text up to the end of the ending, which is looked for from a place on.
 std::size_t lengthUpTo(std::string_view text, std::string_view ending, std::size_t from)
 {
@@ -72,9 +67,9 @@ std::size_t lengthUpTo(std::string_view text, std::string_view ending, std::size
 // Of the comment, the instruction or the literal that the text begins with; 0 for anything else.
 std::size_t lengthOfOpaque(std::string_view text)
 {
-    if (begins(text, comment))
+    if (startsWith(text, comment))
         return lengthUpTo(text, "-->", comment.size());
-    if (begins(text, "<?"))
+    if (startsWith(text, "<?"))
         return lengthUpTo(text, closing, 2);
     return text[0] == '"' || text[0] == '\'' ? lengthUpTo(text, text.substr(0, 1), 1) : 0;
 }
@@ -100,8 +95,8 @@ std::vector<Instruction> findInstructions(std::string_view leading)
     std::vector<Instruction> found;
     for (std::size_t at = leading.find('<'); at != std::string_view::npos; at = leading.find('<', at)) {
         const std::string_view rest = leading.substr(at);
-        const std::size_t length = begins(rest, doctype) ? lengthOfDoctype(rest) : lengthOfOpaque(rest);
-        if (begins(rest, "<?"))
+        const std::size_t length = startsWith(rest, doctype) ? lengthOfDoctype(rest) : lengthOfOpaque(rest);
+        if (startsWith(rest, "<?"))
             found.push_back({at, at + length});
         at += std::max<std::size_t>(length, 1);
     }
@@ -113,7 +108,7 @@ std::vector<Instruction> findInstructions(std::string_view leading)
 std::string XmlTypeTag::write() const
 {
     std::string text(xmlTypeTagBegin);
-    text += "type=\"" + std::string(typeName(type)) + '"';
+    text += "type=\"" + std::string(rowOf(type).name) + '"';
     if (!attribute.empty())
         text += " attribute=\"" + std::string(attribute) + '"';
     if (escapes)
@@ -130,7 +125,7 @@ std::vector<XmlTypeTag> readXmlTypeTags(std::string_view leading)
         const std::string_view text =
             leading.substr(instruction->begin, instruction->end - instruction->begin);
         if (!withoutBlanks(leading.substr(instruction->end, end - instruction->end)).empty() ||
-            text.substr(0, xmlTypeTagBegin.size()) != xmlTypeTagBegin)
+            !startsWith(text, xmlTypeTagBegin))
             break;
         end = instruction->begin;
         const auto tag = text.size() < xmlTypeTagBegin.size() + closing.size()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
+#include "repository/documents/common/Values.h"
 
 #include <cstddef>
 #include <string>
@@ -18,7 +18,7 @@ constexpr std::string_view xmlTypeTagBegin = "<?vantry ";
 struct XmlTypeTag
 {
     std::string_view attribute; // empty for the element or text itself
-    FrameworkCore::Values::Type type = FrameworkCore::Values::Type::String;
+    Type type = Type::String;
     bool escapes = false;
     std::size_t begin = 0; // of the instruction, in the leading trivia of its node
     std::size_t end = 0;

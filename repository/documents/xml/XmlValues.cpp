@@ -1,7 +1,5 @@
 #include "repository/documents/xml/XmlValues.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "repository/documents/common/SameValue.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/xml/XmlReader.h"
 
@@ -11,9 +9,6 @@
 #include <vector>
 
 namespace Repository::Documents {
-
-using FrameworkCore::Values::Type;
-using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -49,7 +44,7 @@ bool isPlainXml(std::string_view spelling)
 // characters of xml, as bytes too.
 std::string escaped(const std::string& text)
 {
-    std::string escapes = FrameworkCore::Values::toText({Type::ByteArray, text});
+    std::string escapes = toText({Type::ByteArray, text});
     for (std::size_t at = escapes.find("\xEF\xBF"); at != std::string::npos;
          at = escapes.find("\xEF\xBF", at + 1)) {
         if (escapes[at + 2] == '\xBE' || escapes[at + 2] == '\xBF')
@@ -60,11 +55,6 @@ std::string escaped(const std::string& text)
 
 } // namespace
 
-XmlValues::XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling)
-    : tree(syntaxTree), entities(fileEntities), spelling(fileSpelling)
-{
-}
-
 Value XmlValues::read(NodeId id) const
 {
     const XmlNode& node = tree.node(id);
@@ -72,7 +62,7 @@ Value XmlValues::read(NodeId id) const
         return {};
     const std::string_view spelled = tree.text(id, XmlPart::Value);
     if (!node.isTagged && !spelled.empty() && isPlainXml(spelled))
-        return FrameworkCore::Values::plainValue(spelled);
+        return plainValue(spelled);
     Place place = placeOf(id);
     place.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
     return interpret(place, spelled);
@@ -127,7 +117,7 @@ Value XmlValues::interpret(const Place& place, std::string_view spelled) const
     if (!place.tag || (place.kind == XmlKind::Text && spelled.empty()))
         return plain;
     if (place.tag->escapes) {
-        const auto bytes = FrameworkCore::Values::readText(text, Type::ByteArray);
+        const auto bytes = readText(text, Type::ByteArray);
         if (!bytes.ok())
             return plain;
         text = std::get<std::string>(bytes.value.data);
@@ -142,7 +132,7 @@ Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, co
         place.kind == XmlKind::Text || place.closesItself || place.isOpen || !spelled.empty();
     if (place.kind != XmlKind::Attribute && isEmpty && isGroup)
         return {};
-    return isLiteralXml(spelled) ? FrameworkCore::Values::plainValue(text) : Value{Type::String, text};
+    return isLiteralXml(spelled) ? plainValue(text) : Value{Type::String, text};
 }
 
 // An element that closed itself does so again when a type tag tells what it holds then.
@@ -170,7 +160,7 @@ std::optional<std::string> XmlValues::spellAsText(const Place& place, std::strin
 XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 {
     const Place place = placeOf(id);
-    std::string text = FrameworkCore::Values::toText(value);
+    std::string text = toText(value);
     if (place.tag && place.tag->escapes)
         text = escaped(text);
     const std::string unheld = explainUnheldXml(text);
@@ -199,8 +189,7 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
     const Type loaded = interpret(place, plain).type;
     return {{},
             {},
-            (isNull ? "nothing" : '"' + text + '"') + " would be read as " +
-                std::string(FrameworkCore::Values::describeType(loaded)) +
+            (isNull ? "nothing" : '"' + text + '"') + " would be read as " + describeType(loaded) +
                 " again, since no mark in the file tells the type of this entry"};
 }
 
@@ -209,7 +198,7 @@ XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& va
     Place place;
     place.kind = kind;
     place.quote = quote;
-    std::string text = FrameworkCore::Values::toText(value);
+    std::string text = toText(value);
     std::string unheld = explainUnheldXml(text);
     for (const bool isTagged : {false, true}) {
         if (isTagged) {
@@ -283,9 +272,9 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
                           : '>' + std::string(spelled) + "</a>";
     XmlTree parsed(std::move(sample));
     XmlEntities none;
-    const SyntaxFault fault = XmlReader(parsed, none).read();
-    if (!fault.message.empty())
-        return fault.message;
+    const Outcome outcome = XmlReader(parsed, none).read();
+    if (!outcome.ok())
+        return outcome.error;
     const XmlNode& root = parsed.node(parsed.getRoot());
     const NodeId onlyAttribute = isAttribute ? root.first : noNode;
     if (root.isContainer() || root.first != onlyAttribute || root.last != onlyAttribute)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/FrameworkCore/Values/Value.h"
 #include "repository/documents/xml/XmlEntities.h"
 #include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlTree.h"
@@ -19,13 +18,16 @@ namespace Repository::Documents {
 class XmlValues
 {
 public:
-    XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling);
+    XmlValues(XmlTree& syntaxTree, const XmlEntities& fileEntities, const XmlSpelling& fileSpelling)
+        : tree(syntaxTree), entities(fileEntities), spelling(fileSpelling)
+    {
+    }
 
     // A group for a node without a value.
-    FrameworkCore::Values::Value read(NodeId id) const;
+    Value read(NodeId id) const;
 
     // True when it has this very value.
-    bool holds(NodeId id, const FrameworkCore::Values::Value& value) const;
+    bool holds(NodeId id, const Value& value) const;
 
     // How a value is spelled, or why it cannot be.
     struct Spelled
@@ -34,10 +36,10 @@ public:
         std::optional<XmlTypeTag> tag; // of a new node, when its spelling alone would be read otherwise
         std::string error;
     };
-    Spelled spell(NodeId id, const FrameworkCore::Values::Value& value) const;
+    Spelled spell(NodeId id, const Value& value) const;
 
     // In a new node of that kind; quote is that of an attribute.
-    Spelled spellNew(XmlKind kind, char quote, const FrameworkCore::Values::Value& value) const;
+    Spelled spellNew(XmlKind kind, char quote, const Value& value) const;
 
     // How the file spells the value of the node. That of an element that closes itself, which a type tag
     // gives a value, is "<" and the end of its tag.
@@ -65,9 +67,8 @@ private:
 
     std::optional<XmlTypeTag> tagOf(NodeId id) const;
     Place placeOf(NodeId id) const;
-    FrameworkCore::Values::Value interpret(const Place& place, std::string_view spelled) const;
-    FrameworkCore::Values::Value interpretPlain(const Place& place, std::string_view spelled,
-                                                const std::string& text) const;
+    Value interpret(const Place& place, std::string_view spelled) const;
+    Value interpretPlain(const Place& place, std::string_view spelled, const std::string& text) const;
     // The spelling of a text that is read as nothing but a text, where there is one.
     std::optional<std::string> spellAsText(const Place& place, std::string_view text) const;
     std::string spellPlain(const Place& place, std::string_view text) const;

@@ -2,11 +2,6 @@
 
 namespace Repository::Documents {
 
-XmlWriter::XmlWriter(const XmlTree& syntaxTree, NodeId located)
-    : tree(syntaxTree), target(located), text(syntaxTree.getOriginal())
-{
-}
-
 std::string XmlWriter::write()
 {
     text.reserve();

@@ -13,7 +13,10 @@ class XmlWriter
 {
 public:
     // Takes note of where the value of one node goes.
-    explicit XmlWriter(const XmlTree& syntaxTree, NodeId located = noNode);
+    explicit XmlWriter(const XmlTree& syntaxTree, NodeId located = noNode)
+        : tree(syntaxTree), target(located), text(syntaxTree.getOriginal())
+    {
+    }
 
     std::string write();
 
