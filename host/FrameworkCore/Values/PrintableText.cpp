@@ -47,7 +47,7 @@ void appendEscape(std::string& text, char32_t code)
         appendHex(text, 'U', code, 8);
 }
 
-// The line breaks and tabs stay when they are kept; a carriage return belongs to the break behind it.
+// A carriage return is kept only as part of a line break.
 std::string escaped(std::string_view bytes, bool keepsLines)
 {
     std::string text;

@@ -7,10 +7,10 @@
 
 namespace FrameworkCore::Values {
 
-// Text without what would steer a terminal, or hide or reorder what it shows. In place of a character comes
-// its escape: "\n" for a line break, "\x" and two hex digits for other control characters of ASCII and for a
-// byte that is not UTF-8, "\u" and four or "\U" and eight hex digits for control characters beyond ASCII,
-// marks and overrides of writing direction, line and paragraph separators and characters without width.
+// Text made safe to show: characters that steer a terminal, are invisible or reorder others become escapes.
+// "\n" is a line break; "\x" and two hex digits another control character of ASCII or a byte that is not
+// UTF-8; "\u" and four or "\U" and eight are controls beyond ASCII, directional formatting, line and
+// paragraph separators, zero width.
 
 // On one line, whatever it holds.
 VANTRY_CORE_EXPORT std::string printableLine(std::string_view text);

@@ -7,8 +7,8 @@ namespace FrameworkCore::Values {
 
 namespace {
 
-// The lead byte decides the length and what the second byte may be: that bound alone keeps out overlong
-// forms, surrogates and what lies beyond U+10FFFF.
+// The lead byte gives the length and the range of the second byte, which alone excludes overlong forms,
+// surrogates and all beyond U+10FFFF.
 struct Lead
 {
     std::size_t length;

@@ -8,8 +8,8 @@
 
 namespace FrameworkCore::Values {
 
-// Length of the one UTF-8 sequence that the text begins with; 0 for an empty text and where the bytes are no
-// UTF-8 (cut short, overlong, a surrogate, beyond U+10FFFF).
+// Length of the UTF-8 sequence at the front; 0 for an empty text and for bytes that are not UTF-8 (truncated,
+// overlong, a surrogate, beyond U+10FFFF).
 VANTRY_CORE_EXPORT std::size_t utf8Length(std::string_view text);
 
 // True when the whole text is UTF-8.
@@ -17,7 +17,7 @@ VANTRY_CORE_EXPORT bool isUtf8(std::string_view text);
 
 VANTRY_CORE_EXPORT bool isAscii(std::string_view text);
 
-// Appends the sequence of a code point up to U+10FFFF; that of a surrogate has three bytes and is no UTF-8.
+// Up to U+10FFFF; a surrogate gives three bytes that are not UTF-8.
 VANTRY_CORE_EXPORT void appendUtf8(std::string& text, char32_t codePoint);
 
 // The code point of one sequence of UTF-8, or of the three bytes of a surrogate.

@@ -19,27 +19,23 @@ struct ReadResult
     bool ok() const { return error.empty(); }
 };
 
-// The conversions between text and typed values, in one place for documents, editors, export and the command
-// line. They follow no locale, and readText gives the very value that toText was given. Any thread.
+// Conversions between text and typed values, free of locale; readText(toText(v), type) is v. Any thread.
 
-// The value as text:
-// - true, false; integers in decimal; a double by the shortest digits that give the same double, "inf", "nan"
-// - a list by its elements with ";" between them; "\" stands before a ";" or "\" of an element, and a ";"
-//   follows a last element that is empty
-// - bytes that are text as that text, with "\\" for "\" and "\x" and two hex digits for all others
-// - dates and times in ISO 8601 with milliseconds and offset as far as there are any, "" for no date
-// - "" for null and for a group
+// - true, false; integers in decimal; the shortest digits that round-trip a double, "inf", "nan"
+// - list elements joined by ";", with "\" before a ";" or "\" of an element and a ";" after a last one that
+//   is empty
+// - bytes as text where they are text, with "\\" for "\" and "\x" and two hex digits for the rest
+// - ISO 8601 with milliseconds and offset where there are any; "" for an invalid date, null and a group
 VANTRY_CORE_EXPORT std::string toText(const Value& value);
 
-// The value of that type which the text stands for. A number must be given exactly: no blanks, no fraction in
-// an integer, nothing beyond the type's range. Signs, leading zeros and (for bool) 1 and 0 are understood.
+// Numbers must be exact: no blanks, no fraction in an integer, nothing out of range. A plus sign, leading
+// zeros and 1 and 0 for bool are accepted.
 VANTRY_CORE_EXPORT ReadResult readText(std::string_view text, Type type);
 
-// What a plain text in a file without types is: true and false are bools, integers in their canonical form
-// (no plus, no leading zero) are integers up to 64 bits, everything else is a text.
+// The value of an untyped text: true and false, integers in canonical form up to 64 bits, or else a text.
 VANTRY_CORE_EXPORT Value plainValue(std::string_view text);
 
-// All that tells one type from the others; walked in place of listing them.
+// All that distinguishes one type from the others.
 struct TypeRow
 {
     std::string_view name;        // in files and on the command line; empty for a group
@@ -66,8 +62,8 @@ inline std::string describeType(Type type)
 // Nothing for any other name.
 VANTRY_CORE_EXPORT std::optional<Type> typeNamed(std::string_view name);
 
-// A text with "\\" for each of the characters followed by its letter, and "\x" and two of the hex digits for
-// any byte; nothing where a "\" is followed by anything else.
+// Replaces "\" and a letter by the character of the same index, and "\x" and two of the hex digits by a byte;
+// nothing where anything else follows a "\".
 VANTRY_CORE_EXPORT std::optional<std::string> unescape(std::string_view text, std::string_view letters,
                                                        std::string_view characters,
                                                        std::string_view hexDigits);

@@ -15,7 +15,7 @@ std::string_view viewOf(const QByteArray& bytes)
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-// A surrogate without its other half has no UTF-8; it gets the three bytes that its number would have.
+// A lone surrogate gets the three bytes that its code would have.
 void appendSurrogate(std::string& bytes, ushort unit)
 {
     bytes += static_cast<char>(0xE0 | (unit >> 12));

@@ -11,18 +11,16 @@
 
 namespace FrameworkCore::Values {
 
-// The texts of Qt's types as values hold them, and back. Texts are UTF-8; a surrogate that lacks its other
-// half, which UTF-8 has no form for, becomes the three bytes of its number, so that no text changes on the
-// way.
+// Texts of Qt types as values hold them, in UTF-8, and back. A lone surrogate becomes the three bytes of its
+// code, so that every text round-trips.
 
 bool hasLoneSurrogate(const QString& text);
 std::string toBytes(const QString& text);
 
-// Of UTF-8. A U+FEFF at its start stays, which QString::fromUtf8 takes for a mark of the encoding: in a value
-// or a name it is a character.
+// Keeps a leading U+FEFF, which QString::fromUtf8 drops as a byte-order mark.
 VANTRY_CORE_EXPORT QString decodeUtf8(std::string_view bytes);
 
-// Nothing for bytes that no text gives.
+// Nothing for bytes that toBytes never gives.
 std::optional<QString> fromBytes(std::string_view bytes);
 
 QString fromLatin(std::string_view text);

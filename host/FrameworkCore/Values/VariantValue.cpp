@@ -97,8 +97,8 @@ std::optional<QVariant> toBool(const QVariant& variant, Type type)
                                                   : std::nullopt;
 }
 
-// The text is moved into the variant, whose constructors would only share it: counting its owners up and down
-// again costs more than all the rest of it.
+// Moved into the variant: a constructor would share the text, and counting its owners costs more than all the
+// rest.
 QVariant holdingText(QString text)
 {
     QVariant variant{QString()};

@@ -7,11 +7,11 @@
 
 namespace Repository::Documents {
 
-// The character sets that files declare by name, converted by the C library. Only those that hold ASCII as it
-// is and change nothing by shifting are offered.
+// Character sets that files declare by name, converted by the C library: those that extend ASCII and have no
+// shift states.
 namespace CharacterSet {
 
-// False for a name that stands for no such set, whatever its case.
+// Whether there is such a set; case does not matter.
 bool isKnown(std::string_view name);
 
 // What a conversion gives, up to the first place that has no counterpart.

@@ -20,7 +20,7 @@ bool isDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// Beyond ASCII: control characters, marks and overrides of writing direction, line and paragraph separators.
+// Beyond ASCII: control characters, directional formatting, line and paragraph separators.
 bool isInvisibleControl(char32_t code)
 {
     return (code >= 0x80 && code <= 0x9F) || code == 0x061C || (code >= 0x200E && code <= 0x200F) ||

@@ -8,22 +8,21 @@
 
 namespace Repository::Documents {
 
-// The form of a key of a file as one component of a path. Percent-encoded (upper-case hex of
-// the bytes) are ". * % ;", control characters, marks and overrides of writing direction, line and paragraph
-// separators, a leading "@" or "#", a final "]" that closes a number, and bytes that are no UTF-8; all else
-// is left as it is. A key of nothing but NUL characters, the empty one too,
-// has one "%00" more than it has characters, so that no two keys share a form.
+// The form of a key of a file as a component of a path. Percent-encoded, in upper-case hex, are ". * % ;",
+// control characters, directional formatting, line and paragraph separators, a leading "@" or "#", a final
+// "]" that closes a number, and bytes that are not UTF-8. A key of nothing but NULs, or empty, gets one "%00"
+// more than it has, so that the encoding is unique.
 std::string encodeKey(std::string_view key);
 void appendKey(std::string& path, std::string_view key);
 
-// True for keys that can be told at a glance to need no encoding, as nearly all can.
+// A cheap test that holds for nearly all keys that need no encoding, and for no other.
 bool isPlainKey(std::string_view key);
 
-// The path that a name with dots in it stands for, where a file holds paths as they are. The parts between
-// the dots are in the file as in the path, "%" too, but for what a path cannot hold.
+// The path of a name that is itself a dotted path: its parts are taken as they are, "%" included, where a
+// path can hold them.
 std::string encodePath(std::string_view name);
 
-// The key that the component stands for; nothing when encodeKey never gives this component.
+// The inverse of encodeKey; nothing for what it never gives.
 std::optional<std::string> decodeKey(std::string_view component);
 
 // True for the text of a key whose last "]" closes a number, as in key[2].
@@ -43,7 +42,7 @@ NumberedComponent splitNumber(std::string_view component);
 std::string joinNumber(std::string_view name, std::size_t number);
 void appendNumber(std::string& path, std::size_t number);
 
-// The path of which each component was changed.
+// The path with each component replaced.
 template <typename Change>
 std::string mapPath(std::string_view path, const Change& change)
 {
@@ -58,8 +57,7 @@ std::string mapPath(std::string_view path, const Change& change)
     }
 }
 
-// The components of a path; nothing when it is not a path (empty, or with an empty component). The views live
-// as long as the path.
+// Views into the path; nothing when it is empty or has an empty component.
 std::optional<std::vector<std::string_view>> splitPath(std::string_view path);
 
 // The path of the node above, empty for a path of one component, and the last component.

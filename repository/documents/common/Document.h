@@ -12,7 +12,7 @@
 
 namespace Repository::Documents {
 
-// What came of an operation on a document; without an error text it worked.
+// The outcome of an operation on a document; a success has no error text.
 struct Outcome
 {
     std::string error;      // for a person: what is wrong and what was expected
@@ -27,8 +27,7 @@ inline Outcome refused(std::string reason)
     return {std::move(reason), 0, 0};
 }
 
-// What came of an operation at a byte of a text. Lines end at "\n", "\r\n" or "\r"; a byte-order mark takes
-// no column.
+// At a byte of a text. Lines end at "\n", "\r\n" or "\r"; a byte-order mark takes no column.
 Outcome outcomeAt(std::string_view text, std::size_t offset, std::string error = {});
 
 // One node of a document as the tree shows it.
@@ -59,9 +58,8 @@ struct Span
     std::size_t length = 0;
 };
 
-// A configuration file as its author left it: the original bytes, where in them the entries lie, and the
-// edits. What is not edited keeps its bytes, so that getBytes of a document without edits is the parsed text
-// again. Not safe for two threads at once. No operation throws; a refused one changes nothing.
+// A configuration file as its author left it, with edits: every byte that no edit touches is kept. Not safe
+// for two threads at once. No operation throws; a refused one changes nothing.
 class Document
 {
 public:
@@ -70,54 +68,50 @@ public:
     // Takes over the text of a file, dropping what was there. An empty text is an empty document.
     virtual Outcome parse(std::string bytes) = 0;
 
-    // Calls back for every node in the order of the file, parents before their children. A node is visited
-    // once.
+    // In the order of the file, parents before children, each node once.
     virtual void visit(const std::function<void(const Entry&)>& visitor) const = 0;
 
     // Changes the value of an entry. Its cost does not depend on the size of the document.
     virtual Outcome set(std::string_view path, const Value& value) = 0;
 
-    // Adds an entry, and the groups that lead to it, where a person would put it: after its siblings.
+    // Adds an entry and missing groups above it where a person would: after its siblings.
     virtual Outcome insert(std::string_view path, const Value& value) = 0;
 
-    // Between these two entries are added in the order of a tree, so that what the format asks of one may
-    // come after it: the declaration of a prefix in xml, or the elements beside a text. Whether it came is
-    // found out at the end, which tells the first entry that lacks it; what was added is still there then.
+    // Between these two, entries come in the order of a tree and may precede what the format requires of
+    // them, as the declaration of an xml prefix. endRun checks that and gives the first entry that still
+    // lacks something; nothing is rolled back.
     virtual void beginRun() {}
     virtual Outcome endRun(std::string& refusedPath);
 
-    // Adds an entry that is not there and all below it, given in the order of a tree with paths relative to
-    // it. A refusal tells the refused entry by its position.
+    // Adds a new entry and all below it, in the order of a tree with paths relative to it. After a refusal,
+    // refused is the index of the refused entry.
     virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);
 
-    // Whether entries that insertAll adds are in the order in which they were given.
+    // Whether insertAll keeps the given order.
     virtual bool keepsGivenOrder() const { return false; }
 
     // Takes out an entry and all below it.
     virtual Outcome remove(std::string_view path) = 0;
 
-    // True when removing this entry gives other entries a new path, as in an array.
+    // Whether removal renames siblings, as in an array.
     virtual bool removalMovesSiblings(std::string_view path) const = 0;
 
-    // True when removing this entry gives other entries another place in the order, because a group that was
-    // begun by it begins elsewhere then.
+    // Whether removal reorders other groups, because one that began with this entry now begins elsewhere.
     virtual bool removalMovesGroups(std::string_view /*path*/) const { return false; }
 
-    // Last, too, for what the document does not hold. Its cost does not depend on the size of the document.
+    // Last for an unknown path, too. Its cost does not depend on the size of the document.
     virtual SiblingPlace placeOf(std::string_view path) const = 0;
 
     virtual bool contains(std::string_view path) const = 0;
 
-    // The bytes of an entry's value; nothing for an unknown path and for a group. Costs the size of the
-    // document.
+    // The bytes of a value; nothing for an unknown path or a group. Costs a walk over the document.
     virtual std::optional<Span> locate(std::string_view path) const = 0;
 
-    // The value of an entry exactly as the file spells it, for respell of a document of the same type only;
-    // nothing for an unknown path and for a group.
+    // The value as the file spells it, for respell of a document of the same format; nothing for an unknown
+    // path or a group.
     virtual std::optional<std::string> spell(std::string_view path) const = 0;
 
-    // Changes the value of an entry to one that spell gave, byte for byte, so that undo restores a file
-    // exactly.
+    // Restores a spelling byte for byte, as undo does.
     virtual Outcome respell(std::string_view path, std::string_view spelling) = 0;
 
     // The text with all edits.

@@ -11,39 +11,36 @@
 
 namespace Repository::Documents {
 
-// Describes one kind of file: all that others than its documents must know of it. What is not overridden is
-// what files of lines need. Immutable; any thread.
+// A file format, as others than its documents see it. Defaults suit formats of lines. Immutable; any thread.
 class Format
 {
 public:
     virtual ~Format() = default;
 
-    // By which people and backends call it.
+    // For people and backends.
     virtual std::string_view getName() const = 0;
 
     virtual std::unique_ptr<Document> makeDocument() const = 0;
 
-    // Endings of file names in small letters, separated by blanks: those that say the format for certain, and
-    // those that only make it likely. Each ending belongs to one format.
+    // Lower-case file name endings, separated by blanks, that decide the format or only suggest it. Each
+    // belongs to one format.
     virtual std::string_view getCertainEndings() const = 0;
     virtual std::string_view getLikelyEndings() const { return {}; }
 
-    // True when a text with that beginning is of this format, whatever the name of its file makes likely.
+    // Whether a text that begins like this is of this format, whatever its file name suggests.
     virtual bool begins(std::string_view) const { return false; }
 
-    // What a new file holds when there is nothing to write into it.
+    // The text of a new, empty file.
     virtual std::string getEmptyText() const { return {}; }
 
-    // Whether a document visits its entries in the order of the tree. Files of lines may tell of a group in
-    // several places.
+    // Whether documents visit entries in tree order; a file of lines may reopen a group.
     virtual bool isInTreeOrder() const { return false; }
 
-    // The text of a file of its own, written at once; nothing when the entries have to be inserted one by
-    // one. Renames those that a file of this format can only hold under another name.
+    // The text of a whole file; nothing when entries must be inserted one by one. Renames entries that this
+    // format can only hold under another name.
     virtual std::optional<std::string> writeWhole(std::vector<Entry>&) const { return {}; }
 
-    // The entry below which a file holds those of a subtree with that name; empty when it holds them as they
-    // are.
+    // The entry that a file needs above those of an exported subtree of this name; empty for none.
     virtual std::string rootOf(const std::vector<Entry>&, std::string_view) const { return {}; }
 
     // How the names of those entries begin that declare a prefix for all entries around them; empty for none.

@@ -8,8 +8,8 @@
 
 namespace Repository::Documents {
 
-// Finds nodes by the hash of their names: open addressing over the numbers of nodes, since a map with a heap
-// block for each would be larger than the tree. The names stay with the nodes.
+// Finds nodes by the hash of their names, which stay with the nodes: open addressing over node numbers, since
+// a map with a heap block each would outgrow the tree.
 class HashIndex
 {
 public:

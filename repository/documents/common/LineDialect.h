@@ -24,8 +24,7 @@ struct LineStyle
     void learn(const Statement& entry);
 };
 
-// How the entries of a format of lines spell their values. A format says by the virtual functions what is its
-// own.
+// How a format of lines spells the values of entries.
 class LineDialect
 {
 public:
@@ -39,14 +38,12 @@ public:
     std::optional<Statement> scanEntry(std::string_view text) const { return scan(text); }
     std::optional<Statement> scanEntry(std::string&& text) const = delete;
 
-    // The value of an entry: nothing for a key without separator, of a tagged one what the tag makes of its
-    // text, the text between quotes when they are around the whole value, otherwise what plainValue makes of
-    // it. Bytes that are no UTF-8 are a ByteArray. The text of a tagged value may be between double quotes;
-    // there \n, \r, \t, \", \\ and \x with two hex digits are escapes.
+    // Null for a key without separator, what readSpelledValue gives for a tagged entry, a text where quotes
+    // enclose the whole value, bytes where it is not UTF-8, or else plainValue.
     Value read(const Statement& entry) const;
 
-    // The text of the entry with another value, of which read gives back this very value, and with all else
-    // as it was; nothing when no form of the value does that. One that runs on is the last choice.
+    // The text of the entry with another value, which read gives back; nothing when there is no such form.
+    // One that runs on is the last choice.
     std::optional<std::string> write(const Statement& entry, const Value& value,
                                      const LineStyle& style) const;
 

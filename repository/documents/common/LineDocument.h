@@ -36,8 +36,8 @@ protected:
 private:
     virtual std::unique_ptr<LineFile> makeFile() const = 0;
 
-    // What of an entry is its spelling, and the text of the entry with another one; nothing for what does not
-    // spell a value of it.
+    // The spelling of an entry, and its text with another spelling; nothing where that does not spell a value
+    // of it.
     virtual std::string spellingOf(const Statement& entry) const = 0;
     virtual std::optional<std::string> withSpelling(const Statement& entry,
                                                     std::string_view spelling) const = 0;

@@ -14,8 +14,8 @@
 
 namespace Repository::Documents {
 
-// The text of a file of lines with its edits: pieces that keep their bytes until an edit gives one a text of
-// its own, and the nodes that they make. It stays where it is, since its parts refer to each other.
+// The text of a file of lines with its edits: pieces that keep their bytes until edited, and the nodes that
+// they make. Not movable, since its parts refer to each other.
 class LineFile
 {
 public:
@@ -48,8 +48,7 @@ public:
     // Gives an entry another text, or its original one, unless that changes how the lines around it are read.
     Outcome replace(std::uint32_t piece, std::string_view text);
 
-    // Adds a piece before another one, at the end for none. One that is not trivia is chained below the one
-    // above.
+    // Adds a piece before another, or at the end for none; unless trivia, it is chained below the one above.
     std::uint32_t add(std::uint32_t before, std::uint32_t above, const Statement& line);
     std::uint32_t addOwn(std::uint32_t before, std::uint32_t above, std::string text);
     void takePiece(std::uint32_t piece);
@@ -75,8 +74,7 @@ private:
     // The text as one statement, of whatever kind it is.
     virtual Statement scanOwn(std::string_view text) const = 0;
 
-    // Why the statement cannot come in the place of a piece: it would change how the lines around it are
-    // read. Empty when it can.
+    // Why the statement would change how lines around the piece are read; empty when it would not.
     virtual std::string findClash(std::uint32_t piece, const Statement& line) const = 0;
 
     bool needsLineEnd(std::string_view above, std::string_view next) const;

@@ -21,8 +21,8 @@ struct LineSection
     bool going = false;                     // while it is decided whether it can be removed
 };
 
-// A node of the tree: an entry, a group or section of others, or both. The second entry of one path is a node
-// of the same name with the number 2, and so on; sections are counted apart.
+// An entry, a group, a section, or several of these. A repeated entry is a node of the same name with the
+// number 2 and up; sections are numbered apart.
 struct LineNode
 {
     std::string_view name;                // without the number
@@ -50,9 +50,8 @@ struct NumberedPath
 };
 NumberedPath numberedPath(std::string_view path);
 
-// The nodes of a file of lines, found by their paths without keeping any: a node knows its name and its
-// parent, and a group its children. Finding, adding and taking out cost the same in a small and in a large
-// file.
+// The nodes of a file of lines by their paths, of which none is kept: a node knows its name and parent, and a
+// group its children. Cost does not depend on the size of the file.
 class LineIndex
 {
 public:
@@ -69,13 +68,13 @@ public:
     std::uint32_t find(std::string_view path) const;
     std::uint32_t findSibling(std::uint32_t id, std::uint32_t number) const;
 
-    // The node of a path without numbers, made with all that lead to it where they are missing. Names are
-    // views into the path when it lasts as long as the index, else copies.
+    // The node of an unnumbered path, created with all above it if missing. Names are views if the path
+    // outlives the index, or else copies.
     std::uint32_t demand(std::string_view path, bool lasts);
     // The node for the next entry of that name in the group.
     std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
 
-    // The section of the next header of that path, made with all that lead to it where they are missing.
+    // The section of the next header of that path, created with all above it if missing.
     std::uint32_t demandSection(std::string_view path, bool lasts);
     void becomeSection(std::uint32_t id);
 

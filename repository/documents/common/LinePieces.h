@@ -57,8 +57,7 @@ public:
     }
     std::uint32_t chainedLast() const { return chainBack; }
 
-    // A new piece before another one, at the end for none. One that is not trivia is chained below the one
-    // above.
+    // A new piece before another, or at the end for none; unless trivia, it is chained below the one above.
     std::uint32_t insert(std::uint32_t before, std::uint32_t above, const Statement& line);
     void erase(std::uint32_t id);
 

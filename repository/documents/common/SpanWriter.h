@@ -6,8 +6,8 @@
 
 namespace Repository::Documents {
 
-// Puts a text together from pieces of an original text and others. Neighbouring pieces of the original are
-// copied in one go, so that the few edits of a large file cost little more than copying it.
+// Joins spans of an original text and other pieces. Adjacent spans are copied in one go, so that a few edits
+// of a large file cost little more than a copy.
 class SpanWriter
 {
 public:

@@ -7,9 +7,9 @@
 
 namespace Repository::Documents {
 
-// A statement of a file of lines: a run of blank and comment lines, the header of a section, or an entry with
-// the tags of its type above it and all lines over which its value goes on. The statements of a file, one
-// after the other, are the file. Offsets count from the beginning of the statement.
+// A statement of a file of lines: a run of trivia (blank and comment lines), the header of a section, or an
+// entry with its type tags and all lines of its value. Together the statements are the file. Offsets count
+// from its beginning.
 struct Statement
 {
     enum class Kind : std::uint8_t { Trivia, Header, Entry };

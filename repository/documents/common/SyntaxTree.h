@@ -32,9 +32,9 @@ struct SyntaxNode
     SyntaxNode() : hasOwnTexts(false), touched(false) {}
 };
 
-// A concrete syntax tree: nodes over the text of a file, each of some parts, and the texts that edits have
-// put in place of parts. Node is a SyntaxNode that says by adopt and disown what it counts of its children,
-// Part an enumeration. Linking and changing parts costs the depth of the node at most.
+// A concrete syntax tree: nodes over spans of a file's text, one span a part, and the texts that edits put in
+// place of parts. Node is a SyntaxNode with adopt and disown, which count children; Part an enumeration.
+// Costs at most the depth.
 template <typename Node, typename Part, std::size_t partCount>
 class SyntaxTree
 {

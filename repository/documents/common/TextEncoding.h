@@ -9,10 +9,8 @@
 
 namespace Repository::Documents {
 
-// How the text of a file is encoded in its bytes. Documents work on UTF-8 without a byte-order mark and leave
-// the rest to this class: encode gives the very bytes that decode took. UTF-8 passes as it is, with bytes
-// that are no characters too; half a surrogate pair of UTF-16 is in the text as the three bytes that UTF-8
-// would have for it.
+// The encoding of a file. Documents work on UTF-8 without a byte-order mark; encode gives the very bytes that
+// decode took. Invalid UTF-8 passes through; a lone surrogate of UTF-16 is three bytes in the text.
 class TextEncoding
 {
 public:
@@ -24,26 +22,23 @@ public:
         Declared
     };
 
-    // What the format of the file allows beside UTF-8. A mark in the file has the last word.
+    // What the format allows beside UTF-8. A byte-order mark in the file decides.
     struct Rules
     {
         bool utf16 = true;
         std::string declared; // the character set that the file names, one that is known; empty for none
     };
 
-    // Turns the bytes of a file into its text, in place; with plain UTF-8 there is nothing to turn. After an
-    // error, which has a place, the bytes are as they were.
+    // Turns bytes into text, in place. After an error, which has a position, they are unchanged.
     Outcome decode(std::string& bytes, Rules rules);
 
-    // The bytes of a file with this text, its mark included. Every character must be one that findRefusal
-    // lets pass.
+    // The bytes of the text with its byte-order mark; findRefusal must have passed all of it.
     std::string encode(std::string text) const;
 
-    // Why the file cannot hold this piece of text, for a person; empty when it can. An edit asks for what it
-    // adds.
+    // Why the encoding cannot hold a piece of text that an edit adds; empty when it can.
     std::string findRefusal(std::string_view text) const;
 
-    // False for a text that decode would take for one of another encoding because of how it begins.
+    // False for a beginning that decode would take for another encoding.
     bool mayBegin(std::string_view text) const;
 
     // How many bytes the piece of text takes in the file, and those that are before the whole text.

@@ -40,8 +40,7 @@ char quoteAround(std::string_view value);
 // A separator with one blank where it has any.
 std::string plainSeparator(std::string_view separator);
 
-// The separator of a sibling for a key of another size; where blanks line the separators up, as many as keep
-// the line.
+// A sibling's separator for a key of another size; blanks that align a column are adjusted.
 std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size);
 
 } // namespace Repository::Documents

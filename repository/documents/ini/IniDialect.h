@@ -9,8 +9,7 @@
 
 namespace Repository::Documents {
 
-// How an ini file spells values: the lines of a value that goes on are joined by a line feed, or by a blank
-// where a backslash ends the line.
+// The values of an ini file: continuation lines are joined by a line feed, or a blank after a backslash.
 class IniDialect : public LineDialect
 {
 public:

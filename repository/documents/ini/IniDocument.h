@@ -10,18 +10,16 @@
 
 namespace Repository::Documents {
 
-// An ini file. A section's name, split at its dots, is the path of its entries; keys before the first section
-// are at the root; the second key of one name in a section is key[2], the second section of one name
-// name[2]. A key without a separator is null. The file is a list of pieces that keep their bytes; an edit
-// gives one piece a text of its own.
+// An ini file. The name of a section is the path of its entries; keys before the first section are at the
+// root. The second key of one name in a section is key[2], the second section name[2]. A key without
+// separator is null.
 class IniDocument : public LineDocument
 {
 public:
     IniDocument() : LineDocument(std::make_unique<IniFile>()) {}
 
     Outcome insert(std::string_view path, const Value& value) override;
-    // Comments above what goes stay; comments between a section's entries go with the section. The root is
-    // not removed.
+    // Keeps comments above, and drops those between the entries of a section. The root stays.
     Outcome remove(std::string_view path) override;
     SiblingPlace placeOf(std::string_view path) const override;
 

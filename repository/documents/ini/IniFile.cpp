@@ -15,9 +15,8 @@ char commentOf(std::string_view trivia)
     return comment == std::string_view::npos ? '\0' : trivia[comment];
 }
 
-// Stray NULs are part of a text; where two of them are side by side, or around one character as in UTF-16,
-// or where they are many, it is none. Edits write no NUL and put none beside another, so that what has been
-// read once can be read again.
+// A stray NUL is text; two side by side, or around one character as in UTF-16, or many, are not. Edits add
+// none, so that what was read once can be read again.
 bool isBinary(std::string_view text)
 {
     constexpr int mostOfText = 64;
@@ -32,8 +31,7 @@ bool isBinary(std::string_view text)
     return false;
 }
 
-// Each section has a path in the tree that names all sections it lies in, so that a file made for it could
-// take a thousand times its size.
+// A section has a path that names all around it, so that a crafted file could take a thousand times its size.
 std::size_t mostSectionBytes(std::size_t fileSize)
 {
     constexpr std::size_t always = std::size_t(64) << 20;

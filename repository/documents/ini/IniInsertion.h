@@ -24,8 +24,8 @@ private:
     Outcome insertEntry(std::string_view path, const Value& value);
     std::string findClash(std::uint32_t above, const Statement& line) const;
 
-    // Texts of pieces that are to be added; empty, with the reason, where ini has none.
-    // The first header of a file decides where its comments are.
+    // Texts of new pieces; empty, with the reason, where ini has none. The first header decides where
+    // comments are.
     std::string headerText(std::string_view path, std::string& reason);
     std::string entryText(std::string_view key, const Value& value, std::uint32_t above,
                           std::string& reason) const;

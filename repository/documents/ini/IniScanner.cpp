@@ -22,8 +22,8 @@ bool isWordCharacter(char c)
            static_cast<unsigned char>(c) >= 0x80;
 }
 
-// After the quotation that opens at this place; the place itself when none does. An apostrophe inside a word
-// opens none.
+// Offset after the quotation at this place; the same place for none. An apostrophe inside a word does not
+// quote.
 std::size_t skipQuotation(std::string_view content, std::size_t at)
 {
     const char quote = content[at];
@@ -76,8 +76,7 @@ std::size_t findSeparator(std::string_view content)
     return isBlank(content[colon + 1]) ? colon : equals;
 }
 
-// A section's name ends at the first "]" after which there is nothing but blanks or a comment, so that names
-// may hold brackets.
+// Names may hold brackets: the first "]" counts after which there are only blanks or a comment.
 std::size_t findHeaderEnd(std::string_view content, std::size_t open)
 {
     for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
@@ -113,8 +112,8 @@ bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std:
     return trivia.any ? indentOf(next) > 0 : goesOnAfterBackslash(content, next);
 }
 
-// Where the value lies in the first line of an entry. A value that is empty gets one of the blanks before it,
-// so that a value put there looks as the others do.
+// The value in the first line of an entry. An empty one gets one of the blanks before it, so that a value put
+// there looks like the others.
 void placeValue(Statement& line, std::string_view content, std::size_t separator, IniComments comments)
 {
     const std::size_t comment =

@@ -10,21 +10,20 @@
 
 namespace Repository::Documents {
 
-// Where comments are in an ini file. The readers of many files take what follows a ";" or "#" with blanks
-// on both sides for one; those of unit and desktop files know comments on lines of their own only, and
-// "ExecStart=/bin/a ; /bin/b" is one value there.
+// Where an ini file has comments. Many readers take a ";" or "#" between blanks for one; those of unit and
+// desktop files know only lines of comments: "ExecStart=/bin/a ; /bin/b" is one value.
 enum class IniComments : std::uint8_t { AfterValues, OwnLines };
 
-// Cuts the text of an ini file into its statements. It reads as the readers of real files do:
-// - A line that begins with ";" or "#" is a comment; so is, in files with comments after values, the rest of
-//   a line from a ";" or "#" on that has blanks on both sides and is outside of quotes.
-// - The separator is the first "=", or an earlier ":" with a blank after it, or without any "=" the first
-//   ":", unless it is that of "://".
-// - A line that is indented deeper than an entry with a separator belongs to the entry's value, whatever
-//   blank and comment lines are between (as Python's reader has it).
-// - A comment right above an entry that tags a type says how the entry's value is read (see TypeTag).
-// - A line that ends with a backslash goes on in the next, unless that begins a section or, with no blank
-//   before the backslash (as after a folder's path), has a separator itself.
+// Splits an ini file into statements, as the readers of real files do:
+// - A line that begins with ";" or "#" is a comment, and with IniComments::AfterValues the rest of a line
+//   from an unquoted ";" or "#" between blanks.
+// - The separator is the first "=", or an earlier ":" before a blank, or without "=" the first ":" but that
+//   of "://".
+// - A line indented deeper than an entry with a separator continues its value, across blank and comment
+//   lines.
+// - A comment right above an entry may be its type tag (TypeTag).
+// - A line that ends with a backslash continues in the next, unless that begins a section or, with no blank
+//   before the backslash (as after a folder's path), has a separator.
 class IniScanner
 {
 public:

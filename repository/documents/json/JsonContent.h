@@ -22,8 +22,7 @@ struct JsonContent
 JsonContent toContent(const Value& value);
 JsonContent toTaggedContent(const Value& value);
 
-// What the spelling of a scalar or of an array of texts means, in an entry with a tag of its type or (Group)
-// without one.
+// The value of a scalar or an array of texts, with a type tag or (Group) without one.
 Value readContent(JsonKind kind, std::string_view spelling, Type tag);
 
 // True when the entry would be read as this very value, with the tag or (Group) without one.

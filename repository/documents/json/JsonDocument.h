@@ -10,11 +10,10 @@
 
 namespace Repository::Documents {
 
-// A json file, with comments and trailing commas where it has them. Objects are groups; an array of texts is
-// one list; any other array is a group of 0, 1, 2 ... A node's own value beside children is the member
-// "#value". The types of entries that json would read as others are in the member "$types" (see JsonTypes).
-// A number that no type holds (thirty digits, 1e400) is shown as a text of its digits and stays a
-// number in the file: another such number is written as a number too, any other text as a text.
+// A json file, optionally with comments and trailing commas. Objects are groups; an array of texts is one
+// list; any other array is a group of 0, 1, 2 ... The value of a node with children is its member "#value";
+// types that json lacks are in "$types" (JsonTypes). A number that no type holds (1e400) is shown as a text
+// of its digits and stays a number, also when replaced by another such number.
 class JsonDocument : public Document
 {
 public:
@@ -39,8 +38,8 @@ private:
     bool isOriginal(NodeId valueNode, const Value& value, Type tag) const;
     Outcome checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const;
 
-    // Puts the text of a whole subtree in the place of the value of a new entry, and reads it, or the file
-    // anew. False when the entries are not plain, or too few for that to be worth while.
+    // Writes a whole subtree in place of a new entry's value and reads it, or the file anew. False when the
+    // entries are not plain, or too few to be worth it.
     bool graft(std::string_view path, const std::vector<Entry>& entries);
 
     std::unique_ptr<JsonFile> file = std::make_unique<JsonFile>(std::string());

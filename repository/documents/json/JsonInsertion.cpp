@@ -73,8 +73,7 @@ Outcome JsonInsertion::check(std::string_view path, const PathMatch& place, cons
     return {};
 }
 
-// Whether a container, or a new object, can get a child of this name; the empty name is that of the own
-// value.
+// The name of a child of a container or new object; empty for its own value.
 Outcome JsonInsertion::checkName(NodeId container, std::string_view component) const
 {
     const bool inArray = container != noNode && tree.node(container).kind == JsonKind::Array;

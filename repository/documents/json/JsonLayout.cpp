@@ -188,8 +188,8 @@ std::string JsonLayout::keptBefore(NodeId id) const
         leading.substr(0, besideBracket ? leading.size() - trailingBlanks(leading).size() : 0));
 }
 
-// What stays of the text after a node: all but the comments on its line, when it has that line for itself.
-// What follows in the same line takes the place at its beginning.
+// What stays of the text after a node: without the comments of its line if it has the line to itself, in
+// which case what follows on that line moves to its beginning.
 std::string JsonLayout::keptAfter(NodeId id, const std::string& following) const
 {
     const std::string_view leading = tree.text(id, JsonPart::Leading);

@@ -19,12 +19,11 @@ struct JsonStyle
 // The blanks before the line on which a node begins.
 std::string lineIndentation(const JsonTree& tree, NodeId id);
 
-// What is between the key of a member and its value; empty when it is more than a colon and single
-// blanks.
+// What separates key and value; empty when it is more than a colon and single blanks.
 std::string colonOf(const JsonTree& tree, NodeId member);
 
-// Distributes blanks, line breaks and comments when a node comes or goes: what is new looks like its
-// siblings, and what goes takes its line along, with the comments on that line and no others.
+// Lays out nodes that come or go: a new one looks like its siblings, a removed one takes its line along, with
+// the comments on that line only.
 class JsonLayout
 {
 public:
@@ -35,8 +34,7 @@ public:
 
     const JsonStyle& getStyle() const { return style; }
 
-    // Place a node that was just linked: as the only child (in lines of their own or in the line of its
-    // parent), before all others, or after another one.
+    // Place a newly linked node: as the only child, before all others, or after another.
     void placeOnly(NodeId id, bool inLines);
     void placeFirst(NodeId id);
     void placeAfter(NodeId id);

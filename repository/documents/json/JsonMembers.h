@@ -15,9 +15,8 @@ static_assert(noNode == HashIndex::none);
 // The key of the member that holds the own value of a node which has children too.
 constexpr std::string_view ownValueKey = "#value";
 
-// The names by which the children of a container are found: the encoded key in an object, with "[2]" and so
-// on after it for each further member of the same key, and the position in an array. Small containers are
-// searched, large ones have an index.
+// Finds children by name: the encoded key in an object, with "[2]" and up for repeated keys, the position in
+// an array. Only large containers are indexed.
 class JsonMembers
 {
 public:
@@ -35,8 +34,7 @@ public:
     // To be called before a child is taken out of the tree; siblings of the same key move up.
     void remove(NodeId child);
 
-    // To be called before all children of a node are taken out, or become elements of a list, which have no
-    // names.
+    // To be called before the children are removed, or become elements of a list, which have no names.
     void removeAll(NodeId container);
 
     // The child by its name; noNode without one. A node's own value is no child.

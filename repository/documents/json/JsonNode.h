@@ -9,8 +9,7 @@ namespace Repository::Documents {
 
 enum class JsonKind : std::uint8_t { Object, Array, Text, Number, True, False, Null };
 
-// The pieces of text that a node consists of, in their order in the file. Between two siblings is a
-// comma.
+// The parts of a node in the order of the file. A comma separates siblings.
 enum class JsonPart : std::uint8_t {
     Leading, // blanks and comments after the comma or bracket before
     Label,   // in an object the key, the colon and what is around it, up to the value
@@ -20,8 +19,7 @@ enum class JsonPart : std::uint8_t {
 };
 constexpr std::size_t jsonPartCount = 5;
 
-// A value of json with its key. The numbers up to `end` are offsets in the original text; each is where a
-// part begins. Texts that an edit has put in place of a part are kept beside the node (JsonTree).
+// A value with its key. The numbers up to `end` are offsets in the original text where parts begin.
 struct JsonNode : SyntaxNode
 {
     JsonKind kind = JsonKind::Null;

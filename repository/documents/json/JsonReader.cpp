@@ -57,8 +57,8 @@ std::size_t countValues(const json_iterator& begin)
     return count;
 }
 
-// A copy of equal length with blanks in place of comments; empty when there are none. A comment without an
-// end stays, and is then found to be no value.
+// A copy of equal length with comments blanked; empty when there are none. An unclosed comment stays, and is
+// then found not to be a value.
 std::string blankComments(const std::string& text)
 {
     std::string copy;

@@ -11,9 +11,8 @@
 
 namespace Repository::Documents {
 
-// Reads json with comments and trailing commas into a tree. The tokens come from simdjson, which also checks
-// the encoding and the strings; comments are blanked for it in a copy of equal length, so that all positions
-// are those of the original.
+// Reads json with comments and trailing commas. simdjson, which checks encoding and strings, gives the
+// tokens; comments are blanked for it in a copy of equal length, so that offsets are those of the original.
 class JsonReader
 {
 public:
@@ -26,8 +25,8 @@ public:
     // Reads the text of an empty tree; a text without any value is good, too.
     Outcome read();
 
-    // Reads the object or array from that offset to the end of the tree's text into a new scalar. False when
-    // there is no such text; the node is to be removed then.
+    // Reads the object or array from that offset to the end into a new scalar; false when there is none, and
+    // the node is to be removed.
     bool readInto(NodeId scalar, std::size_t start);
 
 private:

@@ -9,8 +9,7 @@
 
 namespace Repository::Documents {
 
-// Scalars and arrays of texts between their spelling in a file and their value. Literals are passed with
-// their quotes.
+// Scalars and arrays of texts between spelling and value. Literals include their quotes.
 
 // Offset after the closing quote of the literal whose opening quote is at `quote`; npos without one.
 std::size_t findStringEnd(std::string_view text, std::size_t quote);
@@ -26,8 +25,8 @@ std::string encodeString(std::string_view text);
 
 bool isNumber(std::string_view spelling);
 
-// Integer, else Unsigned, else Double. A number that none of them holds (an integer of thirty digits, 1e400,
-// 1e-400) is a String of its spelling, so that nothing of it is lost.
+// Integer, Unsigned or Double. A number that none of them holds (1e400, thirty digits) is a String of its
+// spelling.
 Value readNumber(std::string_view spelling);
 
 // An element of an array of texts, by the offsets at which its parts begin.
@@ -41,8 +40,7 @@ struct JsonListElement
     bool exists() const { return valueEnd > 0; }
 };
 
-// The element whose leading trivia begins at an offset of a well-formed json text; after the last one it does
-// not exist.
+// The element whose trivia begins at an offset; it does not exist after the last one.
 JsonListElement readElement(std::string_view text, std::size_t at);
 
 // All elements of an array of texts, decoded. The array begins at the first byte.

@@ -20,9 +20,9 @@ struct JsonTextStyle
     bool canTag = true;  // it is a whole file, which may say the types of entries at its end
 };
 
-// Writes the json text of a whole subtree at once, as a JsonDocument has it after its entries were inserted
-// one by one, but in a fraction of the time. A group of 0, 1, 2 ... is written as an array where it reads as
-// the same. What is unusual is left to the document: a type tag outside a whole file, numbered siblings.
+// Writes a whole subtree at once, with the result of inserting its entries one by one. A group of 0, 1, 2 ...
+// becomes an array where that reads the same. Numbered siblings, and type tags outside of a whole file, are
+// left to the document.
 class JsonText
 {
 public:
@@ -33,8 +33,8 @@ public:
         bool hasArrays = false;
     };
 
-    // The entries are in the order of a document, parents first and all below a node together; the entry of
-    // the empty path is the value itself. Nothing when one of them is not plain.
+    // Entries in document order; that of the empty path is the value itself. Nothing when one of them is not
+    // plain.
     static std::optional<Result> write(const std::vector<Entry>& entries, const JsonTextStyle& style);
 
 private:

@@ -10,9 +10,8 @@
 
 namespace Repository::Documents {
 
-// The concrete syntax tree of a json text: every byte of the text belongs to a part of a node, so that
-// writing the parts in order gives the text. The tree knows nothing of paths and layout. Its root is the
-// first node.
+// The syntax tree of a json text: each byte belongs to a part of a node, so that the parts in order are the
+// text. It knows neither paths nor layout. The root is the first node.
 class JsonTree : public SyntaxTree<JsonNode, JsonPart, jsonPartCount>
 {
 public:
@@ -30,8 +29,8 @@ public:
     // While reading: turns an array that holds nothing but texts into one node.
     void fold(NodeId array);
 
-    // A text that is about to be read may be kept after the original one. Since none of that is given back
-    // before the whole is read anew, there is an end to it; false then.
+    // Whether a text may be kept after the original one; that space is not reclaimed until the whole is
+    // reread.
     bool hasRoomFor(std::size_t size) const;
 
     // Keeps such a text; gives where it begins.
@@ -58,8 +57,7 @@ public:
     // An edit: makes a node without children one of another kind; a container is empty then.
     void setKind(NodeId id, JsonKind kind);
 
-    // The kind and the text of the value in the original text; empty when the node is new or was a group
-    // there.
+    // Of the value in the original text; empty for a new node or a former group.
     std::optional<JsonKind> originalKind(NodeId id) const;
     std::string_view originalValue(NodeId id) const;
 

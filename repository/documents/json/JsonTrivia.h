@@ -5,8 +5,8 @@
 
 namespace Repository::Documents {
 
-// What is between two tokens of json: blanks, line breaks and comments. The members are the offsets at
-// which an edit may cut it. Breaks inside of comments do not count.
+// The blanks, line breaks and comments between two tokens, by the offsets where an edit may cut them. Breaks
+// inside of comments do not count.
 struct JsonTrivia
 {
     explicit JsonTrivia(std::string_view text);

@@ -14,9 +14,8 @@ namespace Repository::Documents {
 // The member of the root object that holds the types of entries.
 constexpr std::string_view typesKey = "$types";
 
-// The types of entries whose plain json would be read as another type. They are in the file as the last
-// member of the root object, from path to name of type, and are no entries themselves. What the file names
-// but does not have is kept and means nothing.
+// Types of entries that plain json would not preserve, from path to name of type in the last member of the
+// root object, which is not an entry itself. Tags of missing entries are kept and ignored.
 class JsonTypes
 {
 public:
@@ -25,8 +24,7 @@ public:
     {
     }
 
-    // Takes over what the text that was read says. A member of that key that says anything else is an
-    // ordinary one.
+    // Reads the tags of the text. A member of that key with any other content is an ordinary one.
     void read();
 
     bool isEmpty() const { return tags.empty(); }
@@ -43,8 +41,8 @@ public:
     void remove(std::string_view path);
     void removeBelow(std::string_view path);
 
-    // An ordinary member of that key must not turn into types by an edit: true when it would with this text
-    // in the place of a value, or for a new member of it, and when it would without this node.
+    // Whether an edit would turn an ordinary member of that key into types: this text in place of a value or
+    // as a new member, or the removal of this node.
     bool wouldReadWith(NodeId object, NodeId node, std::string_view text) const;
     bool wouldReadWithout(NodeId node) const;
 

@@ -77,8 +77,7 @@ void JsonWriter::noteEnd(NodeId id)
         span.length = text.length() - span.offset;
 }
 
-// Writes what follows a node, and its parents' ends when it is their last child; gives the node to go on
-// with, none after the end of the node `until`.
+// Ends a node, and its parents after their last child; gives the next node, none after the end of `until`.
 NodeId JsonWriter::close(NodeId id, NodeId until)
 {
     while (true) {

@@ -12,10 +12,8 @@
 
 namespace Repository::Documents {
 
-// A text file with one "path = value" a line, between comments and prose that stay as they are; files of
-// properties and of environment variables too. The second entry of one path is path[2]. Groups are only what
-// leads to entries. The file is a list of pieces that keep their bytes; an edit gives one piece a text of its
-// own.
+// A text file of "path = value" lines between comments and prose; also files of properties and environment
+// variables. The second entry of one path is path[2]. Groups exist only with entries.
 class TxtDocument : public LineDocument
 {
 public:

@@ -9,19 +9,15 @@
 
 namespace Repository::Documents {
 
-// Cuts the text of a txt file into its statements. Entries and prose are in the same files, so that a line
-// is an entry only when what is before its separator looks like a path:
-// - The separator is "=", or ":" with a blank after it; an "=" that is part of an operator ("==", "=>",
-// "<=",
-//   "+=" ...) is none.
-// - A path has letters, digits and the marks that paths of real files have; it begins with none of "-+([{".
-// It
-//   has one word, or before an "=" that stands apart up to three with single blanks between.
-// - A backslash before any other mark or blank makes it part of the path.
+// Splits a txt file into statements. Amid prose, a line is an entry only if what precedes its separator looks
+// like a path:
+// - The separator is "=", or ":" before a blank, but not the "=" of an operator ("==", "=>", "<=", "+=" ...).
+// - A path has letters, digits and the punctuation of real paths, and begins with none of "-+([{". It is one
+//   word, or up to three with single blanks between before an "=" set off by a blank.
+// - A backslash before other punctuation or a blank makes it part of the path.
 // - "export" before a path, as in files of environment variables, is not part of it.
-// A line that begins with "#" or "!" is a comment. A line that ends with a backslash goes on in the next,
-// unless that is blank or, with no blank before the backslash (as after a folder's path), an entry or
-// comment itself.
+// "#" and "!" begin lines of comments. A line that ends with a backslash continues in the next, unless that
+// is blank or, with no blank before the backslash (as after a folder's path), an entry or comment itself.
 class TxtScanner
 {
 public:
@@ -44,8 +40,7 @@ std::optional<Statement> scanTxtEntry(std::string&& text) = delete;
 // True when the text below, in which a line begins, would be read as part of the entry above it.
 bool wouldSwallow(const Statement& above, std::string_view below);
 
-// The key as the path has it, and the text of a key for a path, in which everything that needs a backslash
-// has one.
+// The path of a key, and the key of a path with backslashes where they are needed.
 std::string txtKeyPath(std::string_view key);
 std::string escapeTxtKey(std::string_view path);
 

@@ -9,9 +9,8 @@
 
 namespace Repository::Documents {
 
-// An xml file. An element is an entry, the root element too; name[2] is the second of its name among its
-// siblings, @name an attribute, #text a text between elements. XmlValues tells what their values are.
-// Entities are shown as what they stand for, unless they hold tags or lie outside of the file.
+// An xml file. Elements are entries, the root too; name[2] is the second of its name, @name an attribute,
+// #text a text between elements. Entities are expanded, unless they hold tags or are external.
 class XmlDocument : public Document
 {
 public:

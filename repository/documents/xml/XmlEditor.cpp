@@ -170,8 +170,7 @@ void XmlEditor::joinTexts(NodeId text, NodeId following)
     tree.remove(following);
 }
 
-// Makes an element that has lost its last child one of no value; a type tag would have it empty but of a
-// type.
+// Leaves an element that lost its last child without a value, which a type tag would give it.
 void XmlEditor::empty(NodeId element, std::string trivia)
 {
     layout.dropTypeTag(element, {});

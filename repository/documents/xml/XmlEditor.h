@@ -10,8 +10,7 @@
 
 namespace Repository::Documents {
 
-// Adds nodes to a tree and takes them out, and keeps its layout right. Whether an edit is allowed was decided
-// before.
+// Edits a tree and its layout. Whether an edit is allowed was decided before.
 class XmlEditor
 {
 public:
@@ -24,9 +23,9 @@ public:
     // Makes the root element in a text without one, with a declaration before it.
     NodeId createRoot(std::string_view name);
 
-    // A new node with the next number of its name: an element after its siblings of that name, else after
-    // all others; an attribute after all others; a text at the end. In a run each is after the one
-    // before it, unless the parent was there when the file was read.
+    // A new node with the next number of its name: elements after those of that name, or else last, like
+    // attributes and texts. In a run each comes after the one before, unless the parent was read from the
+    // file.
     NodeId append(NodeId parent, const XmlKey& key, bool isInRun);
 
     // The quote of a new attribute of an element.
@@ -35,8 +34,7 @@ public:
     // Gives its first value to a node that was appended, or to an element with nothing in it.
     void give(NodeId id, XmlValues::Spelled value);
 
-    // Puts a spelling that the value had before in its place. Comments that were in it and were kept after
-    // another value come back from there.
+    // Restores a former spelling, with the comments in it that another value had moved after itself.
     void respell(NodeId id, std::string_view spelled);
 
     // What is in an element that has neither value nor children.

@@ -12,12 +12,11 @@ namespace Repository::Documents {
 class XmlEntities
 {
 public:
-    // The text as the parser gives it, with its character references resolved. The first declaration of a
-    // name counts.
+    // The text has its character references resolved. The first declaration of a name counts.
     void declare(std::string name, std::string text) { texts.emplace(std::move(name), std::move(text)); }
 
-    // The text that a reference, given without "&" and ";", stands for. Nothing when that is not known, since
-    // the entity lies in another file, or is more than text.
+    // The text of a reference, without "&" and ";". Nothing for one that is external, unknown or more than
+    // text.
     std::optional<std::string> expand(std::string_view reference) const;
 
 private:

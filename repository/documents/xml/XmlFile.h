@@ -16,8 +16,8 @@ namespace Repository::Documents {
 
 constexpr std::string_view xmlTextComponent = "#text";
 
-// What a component of a path leads to: an element by its name, an attribute by @ and its name, a text between
-// elements by #text; the second and further of a name with their number.
+// What a component of a path names: an element by its name, an attribute by "@" and its name, a text between
+// elements by "#text"; repeated ones by their number.
 struct XmlComponent
 {
     XmlKind kind = XmlKind::Element;

@@ -7,16 +7,14 @@
 
 namespace Repository::Documents {
 
-// Distributes blanks, line breaks, comments and type tags when a node comes or goes: what is new looks like
-// its siblings, and what goes takes its line along, with its type tags and a comment on that line, and no
-// others.
+// Lays out nodes that come or go: a new one looks like its siblings, a removed one takes its line along, with
+// its type tags and a comment on that line only.
 class XmlLayout
 {
 public:
     XmlLayout(XmlTree& syntaxTree, const std::string& fileLineEnd) : tree(syntaxTree), lineEnd(fileLineEnd) {}
 
-    // Place a node that was just linked: after a sibling, or as the only child of an element that was
-    // prepared for it, in the place of its content (what stood between its tags).
+    // Place a newly linked node: after a sibling, or as the only child in place of the element's content.
     void placeAfter(NodeId id, NodeId sibling);
     void placeOnly(NodeId id, std::string_view content);
 

@@ -10,7 +10,7 @@
 
 namespace Repository::Documents {
 
-// The names of elements and attributes, each kept once, with the component of a path that stands for it.
+// The names of elements and attributes, each kept once, with its component of a path.
 class XmlNames
 {
 public:
@@ -20,8 +20,7 @@ public:
 
     std::uint32_t intern(std::string_view name);
 
-    // The name that the text of a tag begins with. Names mostly come in the order in which they came before,
-    // so that the one to expect is looked at first.
+    // The name at the front of a tag. Names recur in the same order, so the expected one is tried first.
     std::uint32_t internFront(std::string_view tag);
     std::optional<std::uint32_t> find(std::string_view name) const;
 

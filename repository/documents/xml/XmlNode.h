@@ -9,8 +9,8 @@ namespace Repository::Documents {
 
 enum class XmlKind : std::uint8_t { Element, Attribute, Text };
 
-// The pieces of text that a node consists of, in their order in the file; an element's attributes are
-// after its label, its other children in the place of its front and value.
+// The parts of a node in the order of the file. Attributes come after the label, other children in place of
+// front and value.
 enum class XmlPart : std::uint8_t {
     Leading, // what is between the node before, or the parent's tag, and this node
     Label,   // of an element "<" and its name; of an attribute all up to and with the opening quote
@@ -22,8 +22,7 @@ enum class XmlPart : std::uint8_t {
 constexpr std::size_t xmlPartCount = 6;
 
 // An element, an attribute, or a text between elements. The numbers up to `end` are offsets in the original
-// text, each where a part begins; those that a kind has no part for are equal to the next. Texts that an edit
-// has put in place of a part are kept beside the node (XmlTree).
+// text where parts begin; a part that the kind lacks is empty.
 struct XmlNode : SyntaxNode
 {
     XmlKind kind = XmlKind::Element;

@@ -10,9 +10,8 @@
 
 namespace Repository::Documents {
 
-// Reads UTF-8 xml into a tree. Where the tags are and that the text is well-formed, XmlScanner tells of plain
-// files and Expat, which guards against entities that blow up, of all others; what is in and between the
-// tags is found by looking at the text.
+// Reads UTF-8 xml. XmlScanner finds the tags of plain files and checks them; Expat, which guards against
+// entity bombs, those of all others. What is in and between tags is read from the text.
 class XmlReader
 {
 public:

@@ -9,9 +9,9 @@
 
 namespace Repository::Documents {
 
-// Finds the tags of plain xml, several times faster than a parser: UTF-8 with names of ASCII letters, and
-// without doctype, entities of its own and foreign processing instructions. It checks as much as the parser
-// does: a text that it reads to the end is well-formed, and what it is not sure of, it leaves to the parser.
+// Finds the tags of plain xml several times faster than a parser: ASCII names in UTF-8, without doctype,
+// entities of its own and foreign processing instructions. What it reads to the end is well-formed; the rest
+// is for the parser.
 class XmlScanner
 {
 public:

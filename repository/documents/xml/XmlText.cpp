@@ -39,7 +39,7 @@ void appendLines(std::string& out, std::string_view text)
     out += text;
 }
 
-// Appends what the reference at an offset stands for; gives the offset after it.
+// Appends the text of the reference at an offset; gives the offset after it.
 std::size_t appendReference(std::string& out, std::string_view text, std::size_t at,
                             const XmlEntities& entities)
 {

@@ -18,8 +18,8 @@ inline bool isXmlBlank(char c)
 }
 bool isXmlBlank(std::string_view text);
 
-// A span of text from its first to its last character that counts: blanks that are spelled as they are,
-// comments and processing instructions around it do not.
+// A text without the blanks, comments and processing instructions around it. Blanks that are spelled
+// otherwise count.
 struct XmlSpan
 {
     std::size_t begin = 0;
@@ -31,19 +31,18 @@ struct XmlSpan
 // In a text between two tags.
 XmlSpan findXmlValue(std::string_view between);
 
-// The text that a piece of the file between two tags, or between quotes, stands for. A reference to something
-// that is not known stands for itself.
+// The text between two tags, or between quotes. An unknown reference is kept as it is.
 std::string decodeXmlText(std::string_view spelling, const XmlEntities& entities);
 std::string decodeXmlAttribute(std::string_view spelling, const XmlEntities& entities);
 
-// True when every character stands for itself; only such a text is looked at for numbers and truth values.
+// Without references and CDATA; only such a text may be a number or truth value.
 bool isLiteralXml(std::string_view spelling);
 
 // True for one CDATA section or several in a row, and nothing else.
 bool isXmlSection(std::string_view spelling);
 
-// The comments and processing instructions in a text between two tags, but for type tags, which would come to
-// are before something else.
+// The comments and processing instructions between two tags, but not type tags, which would come to apply
+// elsewhere.
 std::string xmlCommentsIn(std::string_view between);
 
 // The references in a text, each with its "&" and ";".
@@ -61,7 +60,7 @@ struct XmlSpelling
 
     bool canHold(std::string_view text) const;
 
-    // A mark at the front of the file tells the encoding.
+    // Which tells the encoding.
     bool hasByteOrderMark() const { return encoding.byteOrderMarkSize() > 0; }
     bool isWide() const
     {

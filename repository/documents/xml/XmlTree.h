@@ -13,7 +13,7 @@
 
 namespace Repository::Documents {
 
-// What tells a child from all others of its parent.
+// Identifies a child of its parent.
 struct XmlKey
 {
     XmlKind kind = XmlKind::Element;
@@ -21,9 +21,9 @@ struct XmlKey
     std::uint32_t number = 1;
 };
 
-// The concrete syntax tree of an xml text: every byte up to the end of the root element belongs to a part of
-// a node, so that writing the parts in order, and what follows the root, gives the text. The tree knows
-// nothing of paths and layout. Linking costs the numbers of later siblings of the same name, too.
+// The syntax tree of an xml text: each byte up to the end of the root element belongs to a part of a node, so
+// that the parts in order and the epilogue are the text. It knows neither paths nor layout. Linking also
+// costs the later siblings of one name, which are renumbered.
 class XmlTree : public SyntaxTree<XmlNode, XmlPart, xmlPartCount>
 {
 public:
@@ -41,16 +41,14 @@ public:
     // While reading: numbers the children of an element that is complete.
     void complete(NodeId element);
 
-    // The child by its kind, name and number; noNode without one. The first search in an element of many
-    // children makes an index of them.
+    // noNode without one. The first search in a large element indexes its children.
     NodeId find(NodeId parent, const XmlKey& key);
 
     // The first child that is no attribute, and the last attribute.
     NodeId firstInside(NodeId element) const;
     NodeId lastAttribute(NodeId element) const;
 
-    // An edit: a node with the next number of its name, linked in its parent after a sibling (noNode: as
-    // the first child).
+    // An edit: a node with the next number of its name, after a sibling or (noNode) as the first child.
     NodeId insert(NodeId parent, NodeId previous, const XmlKey& key);
 
     // An edit: takes a node and all below it out of the tree; siblings with its name move up.

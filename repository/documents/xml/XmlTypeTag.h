@@ -11,10 +11,9 @@ namespace Repository::Documents {
 
 constexpr std::string_view xmlTypeTagBegin = "<?vantry ";
 
-// A processing instruction that tells the type of an entry whose text alone would load as another:
-// <?vantry type="date"?> right before an element or text; with attribute="name" it is about that attribute of
-// the element. With escapes="yes" the text is spelled like bytes are, "\x" and two hex digits for a byte, so
-// that it holds what xml has no characters for.
+// A processing instruction with the type of an entry whose text alone would load as another: <?vantry
+// type="date"?> right before an element or text, with attribute="name" for that attribute of the element.
+// With escapes="yes" the text is spelled like bytes, so that it can hold what xml has no characters for.
 struct XmlTypeTag
 {
     std::string_view attribute; // empty for the element or text itself
@@ -26,8 +25,7 @@ struct XmlTypeTag
     std::string write() const;
 };
 
-// The type tags at the end of a node's leading trivia, the nearest first; nothing but blanks is between them
-// and the node.
+// The type tags right before a node, at the end of its leading trivia, the nearest first.
 std::vector<XmlTypeTag> readXmlTypeTags(std::string_view leading);
 
 } // namespace Repository::Documents

@@ -27,7 +27,7 @@ bool isSelfClosing(std::string_view spelling)
            isXmlBlank(spelling.substr(1, spelling.size() - 1 - selfClosing.size()));
 }
 
-// Nothing in it stands for anything else, in an element and in an attribute.
+// The same when decoded, in an element and in an attribute.
 bool isPlainXml(std::string_view spelling)
 {
     static constexpr auto isSpecial = [] {
@@ -40,8 +40,7 @@ bool isPlainXml(std::string_view spelling)
                         [](char c) { return isSpecial[static_cast<unsigned char>(c)]; });
 }
 
-// The text as bytes are written, and with the two code points at the end of the first plane, which are no
-// characters of xml, as bytes too.
+// The text as bytes are spelled, and U+FFFE and U+FFFF, which xml lacks, as bytes too.
 std::string escaped(const std::string& text)
 {
     std::string escapes = toText({Type::ByteArray, text});
@@ -88,8 +87,7 @@ std::optional<XmlTypeTag> XmlValues::tagOf(NodeId id) const
     return std::nullopt;
 }
 
-// The place of a value that is about to be written: an element that holds one does not close itself, unless a
-// type tag tells what it holds then.
+// For a value about to be written: its element does not close itself, unless a type tag allows it.
 XmlValues::Place XmlValues::placeOf(NodeId id) const
 {
     constexpr std::string_view tellTales = "\r\n<";
@@ -135,7 +133,7 @@ Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, co
     return isLiteralXml(spelled) ? plainValue(text) : Value{Type::String, text};
 }
 
-// An element that closed itself does so again when a type tag tells what it holds then.
+// An element that closed itself does so again if a type tag says what it holds.
 bool XmlValues::staysClosed(NodeId id) const
 {
     const std::optional<XmlTypeTag> tag = tagOf(id);

@@ -11,10 +11,9 @@
 
 namespace Repository::Documents {
 
-// Reads and writes the values of a tree's nodes. Blanks around an element's text are layout, unless a
-// reference or a CDATA section spells them, and numbers and truth values are those that are spelled plainly:
-// so is a text kept apart from a number. An element with nothing in it is a group when it closes itself,
-// holds a comment or has a line break in it, as if children were to come, and otherwise an empty text.
+// Reads and writes the values of nodes. Blanks around an element's text are layout, unless a reference or
+// CDATA spells them; only plainly spelled numbers and truth values are such. An empty element is a group when
+// it closes itself or holds a comment or line break, as if for children, and otherwise an empty text.
 class XmlValues
 {
 public:
@@ -41,8 +40,7 @@ public:
     // In a new node of that kind; quote is that of an attribute.
     Spelled spellNew(XmlKind kind, char quote, const Value& value) const;
 
-    // How the file spells the value of the node. That of an element that closes itself, which a type tag
-    // gives a value, is "<" and the end of its tag.
+    // The value as the file spells it; "<" and the end of the tag for a typed element that closes itself.
     std::string spellingOf(NodeId id) const;
 
     // Why a text cannot be the spelling of a value in this place; empty when it can.
@@ -55,7 +53,7 @@ public:
     void put(NodeId id, std::string spelling);
 
 private:
-    // What tells, beside its spelling, what a value is.
+    // What decides, beside its spelling, which value it is.
     struct Place
     {
         XmlKind kind = XmlKind::Element;
