@@ -16,11 +16,6 @@ namespace {
 
 constexpr std::uint64_t largestJournalHead = 8192; // its numbers and a path
 
-bool isSameFile(const struct stat& a, const struct stat& b)
-{
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
 bool isNamed(FileOps& ops, int folder, const std::string& name, const struct stat& status)
 {
     struct stat now = {};

@@ -56,4 +56,9 @@ public:
     virtual int removeExtendedAttribute(int descriptor, const std::string& name);
 };
 
+inline bool isSameFile(const struct stat& a, const struct stat& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 } // namespace Files

@@ -22,7 +22,7 @@ bool isBarring(int error)
 
 bool isUntouched(const struct stat& before, const struct stat& now)
 {
-    return now.st_dev == before.st_dev && now.st_ino == before.st_ino && now.st_size == before.st_size &&
+    return isSameFile(now, before) && now.st_size == before.st_size &&
            now.st_mtim.tv_sec == before.st_mtim.tv_sec && now.st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
@@ -227,7 +227,7 @@ std::string FileReplacement::putBack(const std::string& name, bool& isChanged, s
         const int result = ops.statAt(folder, temporaryName, status);
         if (result != 0) // it has gone with what it was, or CrashRecovery finds out what it is
             temporaryName.clear();
-        if (result != 0 || (status.st_dev == identity.st_dev && status.st_ino == identity.st_ino))
+        if (result != 0 || isSameFile(status, identity))
             return {};
     }
     const std::string kept = std::exchange(temporaryName, {});

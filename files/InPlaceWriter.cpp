@@ -43,7 +43,7 @@ std::string InPlaceWriter::write(const struct stat& status, const std::string& f
     const std::optional<bool> isSame = file.holds(found);
     if (!isSame)
         error = "it cannot be read: " + systemReason();
-    isChanged = isSame && (!*isSame || opened.st_ino != status.st_ino || opened.st_dev != status.st_dev);
+    isChanged = isSame && (!*isSame || !isSameFile(opened, status));
     if (!error.empty() || isChanged) {
         removeJournal();
         return error;
