@@ -9,7 +9,7 @@ namespace Repository {
 
 namespace {
 
-// What a place says: 0 while nothing is held, otherwise the hash of a path, marked as follows.
+// What a slot says: 0 while nothing is held, otherwise the hash of a path, marked as follows.
 constexpr std::uint64_t isHeld = 2;
 constexpr std::uint64_t hasLeftOnes = 1;
 
@@ -21,12 +21,12 @@ std::uint64_t heldPath(std::uint64_t pathHash)
 } // namespace
 
 // Where a thread says what it holds. Only that thread begins and ends; others only mark what it holds.
-struct alignas(64) HazardGuard::Place
+struct alignas(64) HazardGuard::Slot
 {
     void end();
     void leave(std::uint64_t path, const RegistrationPointer& registration);
 
-    static std::array<Place, 64> all;
+    static std::array<Slot, 64> all;
 
     std::atomic<std::uint64_t> held{0};
     std::atomic<bool> isTaken{false}; // by a thread
@@ -34,9 +34,9 @@ struct alignas(64) HazardGuard::Place
     Registrations left;
 };
 
-std::array<HazardGuard::Place, 64> HazardGuard::Place::all;
+std::array<HazardGuard::Slot, 64> HazardGuard::Slot::all;
 
-void HazardGuard::Place::end()
+void HazardGuard::Slot::end()
 {
     if ((held.exchange(0, std::memory_order_acq_rel) & hasLeftOnes) == 0)
         return;
@@ -47,7 +47,7 @@ void HazardGuard::Place::end()
 
 // The thread ends what it holds and looks for the mark in one operation: either it finds what is left here,
 // or the mark comes too late and nothing needs to be left.
-void HazardGuard::Place::leave(std::uint64_t path, const RegistrationPointer& registration)
+void HazardGuard::Slot::leave(std::uint64_t path, const RegistrationPointer& registration)
 {
     const std::lock_guard lock(mutex);
     left.push_back(registration);
@@ -57,13 +57,13 @@ void HazardGuard::Place::leave(std::uint64_t path, const RegistrationPointer& re
         left.pop_back();
 }
 
-// A thread's place, from its first hold until it ends.
+// A thread's slot, from its first hold until it ends.
 class HazardGuard::Claim
 {
 public:
     Claim()
     {
-        for (Place& each : Place::all) {
+        for (Slot& each : Slot::all) {
             if (!each.isTaken.load(std::memory_order_relaxed) &&
                 !each.isTaken.exchange(true, std::memory_order_acq_rel)) {
                 ofThread = &each;
@@ -81,12 +81,12 @@ public:
     Q_DISABLE_COPY(Claim)
 
     // Needs no construction and no destruction, so that looking at it costs nothing and is always possible.
-    static thread_local Place* ofThread;
+    static thread_local Slot* ofThread;
 };
 
-thread_local HazardGuard::Place* HazardGuard::Claim::ofThread = nullptr;
+thread_local HazardGuard::Slot* HazardGuard::Claim::ofThread = nullptr;
 
-HazardGuard::Place* HazardGuard::placeOfThread()
+HazardGuard::Slot* HazardGuard::slotOfThread()
 {
     static thread_local bool hasClaimed = false;
     if (!hasClaimed) {
@@ -96,23 +96,23 @@ HazardGuard::Place* HazardGuard::placeOfThread()
     return Claim::ofThread;
 }
 
-HazardGuard::HazardGuard(HazardGuard&& other) noexcept : place(std::exchange(other.place, nullptr))
+HazardGuard::HazardGuard(HazardGuard&& other) noexcept : slot(std::exchange(other.slot, nullptr))
 {
 }
 
 HazardGuard::~HazardGuard()
 {
-    if (place)
-        place->end();
+    if (slot)
+        slot->end();
 }
 
 bool HazardGuard::begin(std::uint64_t pathHash)
 {
-    Place* const own = placeOfThread();
+    Slot* const own = slotOfThread();
     if (!own || own->held.load(std::memory_order_relaxed) != 0)
         return false;
     own->held.store(heldPath(pathHash), std::memory_order_release);
-    place = own;
+    slot = own;
     return true;
 }
 
@@ -123,7 +123,7 @@ void HazardGuard::retire(std::uint64_t pathHash, RegistrationPointer registratio
     if (!registration)
         return;
     const std::uint64_t path = heldPath(pathHash);
-    for (Place& other : Place::all) {
+    for (Slot& other : Slot::all) {
         if ((other.held.load(std::memory_order_acquire) & ~hasLeftOnes) == path)
             other.leave(path, registration);
     }

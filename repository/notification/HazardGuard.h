@@ -19,19 +19,19 @@ public:
     ~HazardGuard();
 
     // With the path's attribute lock held, which the registrations that are in its list by now are taken out
-    // under, too. False when the thread holds others already or has no place; they must be counted then.
+    // under, too. False when the thread holds others already or has no slot; they must be counted then.
     bool begin(std::uint64_t pathHash);
 
     // For a registration that has left its list. No lock held: it may go, and what its callback captured.
     static void retire(std::uint64_t pathHash, RegistrationPointer registration);
 
 private:
-    struct Place;
+    struct Slot;
     class Claim;
 
-    static Place* placeOfThread();
+    static Slot* slotOfThread();
 
-    Place* place = nullptr; // not owned; null when nothing is held
+    Slot* slot = nullptr; // not owned; null when nothing is held
 };
 
 } // namespace Repository

@@ -9,7 +9,7 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::PathPattern;
 
-PatternIndex::Place PatternIndex::placeOf(const QString& pattern)
+PatternIndex::Anchored PatternIndex::anchored(const QString& pattern)
 {
     const QStringList literals = PathPattern(pattern).getLiterals();
     const auto longest =
@@ -24,18 +24,18 @@ PatternIndex::Place PatternIndex::placeOf(const QString& pattern)
 
 void PatternIndex::add(const QString& pattern, RegistrationPointer registration)
 {
-    const Place place = placeOf(pattern);
+    const Anchored found = anchored(pattern);
     const std::unique_lock lock(mutex);
-    place.group.add(place.text, pattern, std::move(registration));
+    found.group.add(found.text, pattern, std::move(registration));
     generation.fetch_add(1, std::memory_order_release);
 }
 
 void PatternIndex::remove(const QString& pattern, const Registration& registration)
 {
-    const Place place = placeOf(pattern);
+    const Anchored found = anchored(pattern);
     RegistrationPointer removed; // may be the last owner of what the callback captured: let it go unlocked
     const std::unique_lock lock(mutex);
-    removed = place.group.take(place.text, pattern, registration);
+    removed = found.group.take(found.text, pattern, registration);
     generation.fetch_add(1, std::memory_order_release);
 }
 

@@ -29,13 +29,13 @@ public:
     quint32 getGeneration() const { return generation.load(std::memory_order_acquire) & lastGeneration; }
 
 private:
-    struct Place
+    struct Anchored
     {
         PatternGroup& group;
         QString text;
     };
 
-    Place placeOf(const QString& pattern);
+    Anchored anchored(const QString& pattern);
 
     mutable std::shared_mutex mutex;
     PatternGroup atStart{PatternGroup::Reading::Forward};

@@ -18,29 +18,29 @@ CompletionPopup::CompletionPopup() : QListView(nullptr)
 void CompletionPopup::reset()
 {
     QListView::reset();
-    if (!keptPlace)
+    if (!kept)
         return;
     executeDelayedItemsLayout();
-    if (keptPlace->currentRow >= 0)
-        selectionModel()->setCurrentIndex(model()->index(keptPlace->currentRow, modelColumn()),
-                                          keptPlace->isSelected ? QItemSelectionModel::ClearAndSelect
-                                                                : QItemSelectionModel::NoUpdate);
-    verticalScrollBar()->setValue(keptPlace->scrolled);
+    if (kept->currentRow >= 0)
+        selectionModel()->setCurrentIndex(model()->index(kept->currentRow, modelColumn()),
+                                          kept->isSelected ? QItemSelectionModel::ClearAndSelect
+                                                           : QItemSelectionModel::NoUpdate);
+    verticalScrollBar()->setValue(kept->scrolled);
 }
 
 void CompletionPopup::verticalScrollbarValueChanged(int value)
 {
-    const QScopedValueRollback keeping(keptPlace, std::optional<Place>(currentPlace()));
+    const QScopedValueRollback keeping(kept, std::optional<ScrollState>(currentState()));
     QListView::verticalScrollbarValueChanged(value);
 }
 
 void CompletionPopup::timerEvent(QTimerEvent* event)
 {
-    const QScopedValueRollback keeping(keptPlace, std::optional<Place>(currentPlace()));
+    const QScopedValueRollback keeping(kept, std::optional<ScrollState>(currentState()));
     QListView::timerEvent(event);
 }
 
-CompletionPopup::Place CompletionPopup::currentPlace() const
+CompletionPopup::ScrollState CompletionPopup::currentState() const
 {
     return {verticalScrollBar()->value(), currentIndex().row(), selectionModel()->hasSelection()};
 }

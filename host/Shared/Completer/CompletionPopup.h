@@ -22,16 +22,16 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    struct Place
+    struct ScrollState
     {
         int scrolled;
         int currentRow;
         bool isSelected;
     };
 
-    Place currentPlace() const;
+    ScrollState currentState() const;
 
-    std::optional<Place> keptPlace; // while rows may be fetched
+    std::optional<ScrollState> kept; // while rows may be fetched
 };
 
 } // namespace Shared::Completer
