@@ -66,6 +66,11 @@ std::size_t utf8Length(std::string_view text)
     return lead.length;
 }
 
+bool beginsWithSurrogate(std::string_view text)
+{
+    return text.size() >= 3 && text[0] == '\xED' && (text[1] & 0xE0) == 0xA0 && (text[2] & 0xC0) == 0x80;
+}
+
 bool isUtf8(std::string_view text)
 {
     std::size_t at = skipAscii(text, 0);

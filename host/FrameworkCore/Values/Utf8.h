@@ -17,6 +17,9 @@ VANTRY_CORE_EXPORT bool isUtf8(std::string_view text);
 
 VANTRY_CORE_EXPORT bool isAscii(std::string_view text);
 
+// The three bytes that the code of a surrogate gives.
+VANTRY_CORE_EXPORT bool beginsWithSurrogate(std::string_view text);
+
 // Up to U+10FFFF; a surrogate gives three bytes that are not UTF-8.
 VANTRY_CORE_EXPORT void appendUtf8(std::string& text, char32_t codePoint);
 

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/Values/VariantText.h"
 
+#include "host/FrameworkCore/Values/Text.h"
 #include "host/FrameworkCore/Values/Utf8.h"
 
 #include <QStringList>
@@ -13,21 +14,6 @@ namespace {
 std::string_view viewOf(const QByteArray& bytes)
 {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-// A lone surrogate gets the three bytes that its code would have.
-void appendSurrogate(std::string& bytes, ushort unit)
-{
-    bytes += static_cast<char>(0xE0 | (unit >> 12));
-    bytes += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
-    bytes += static_cast<char>(0x80 | (unit & 0x3F));
-}
-
-bool isSurrogateAt(std::string_view bytes)
-{
-    const auto byteAt = [bytes](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
-    return bytes.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 && byteAt(1) <= 0xBF &&
-           byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
 }
 
 std::string padded(int number, int digits)
@@ -54,7 +40,7 @@ std::string offsetText(const QDateTime& dateTime)
 QString decodeUtf8(std::string_view bytes)
 {
     const QString text = QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
-    return bytes.substr(0, 3) == "\xEF\xBB\xBF" ? QChar(QChar::ByteOrderMark) + text : text;
+    return startsWith(bytes, utf8ByteOrderMark) ? QChar(QChar::ByteOrderMark) + text : text;
 }
 
 QString fromLatin(std::string_view text)
@@ -84,7 +70,7 @@ std::string toBytes(const QString& text)
     for (int at = 0; at < text.size(); ++at) {
         const bool pair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
         if (text[at].isSurrogate() && !pair) {
-            appendSurrogate(bytes, text[at].unicode());
+            appendUtf8(bytes, text[at].unicode());
             continue;
         }
         const QByteArray whole = text.mid(at, pair ? 2 : 1).toUtf8();
@@ -105,9 +91,9 @@ std::optional<QString> fromBytes(std::string_view bytes)
         std::size_t length = utf8Length(bytes);
         if (length > 0) {
             text += decodeUtf8(bytes.substr(0, length));
-        } else if (isSurrogateAt(bytes)) {
+        } else if (beginsWithSurrogate(bytes)) {
             length = 3;
-            text += QChar(ushort(0xD000 | ((bytes[1] & 0x3F) << 6) | (bytes[2] & 0x3F)));
+            text += QChar(ushort(utf8CodePoint(bytes.substr(0, length))));
         } else {
             return std::nullopt;
         }
@@ -165,17 +151,17 @@ QDateTime toDateTime(std::string_view iso)
         return {};
     const QDate date = toDate(iso.substr(0, middle));
     const std::string_view rest = iso.substr(middle + 1);
-    const std::size_t mark = rest.find_first_of("Z+-");
-    const QTime time = toTime(rest.substr(0, mark));
-    if (mark == std::string_view::npos)
+    const std::size_t zone = rest.find_first_of("Z+-");
+    const QTime time = toTime(rest.substr(0, zone));
+    if (zone == std::string_view::npos)
         return QDateTime(date, time, Qt::LocalTime);
-    if (rest[mark] == 'Z')
+    if (rest[zone] == 'Z')
         return QDateTime(date, time, Qt::UTC);
-    const QStringList parts = fromLatin(rest.substr(mark + 1)).split(QLatin1Char(':'));
+    const QStringList parts = fromLatin(rest.substr(zone + 1)).split(QLatin1Char(':'));
     int seconds = 0;
     for (int at = 0; at < 3; ++at)
         seconds = seconds * 60 + (at < parts.size() ? parts[at].toInt() : 0);
-    return QDateTime(date, time, Qt::OffsetFromUTC, rest[mark] == '-' ? -seconds : seconds);
+    return QDateTime(date, time, Qt::OffsetFromUTC, rest[zone] == '-' ? -seconds : seconds);
 }
 
 } // namespace FrameworkCore::Values

@@ -39,14 +39,10 @@ struct Character
 // The character, or half of one, at the front of the text.
 Character characterAt(std::string_view text)
 {
-    const auto byteAt = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const std::size_t length = utf8Length(text);
-    const bool half = length == 0 && text.size() >= 3 && byteAt(0) == 0xED && byteAt(1) >= 0xA0 &&
-                      byteAt(1) <= 0xBF && byteAt(2) >= 0x80 && byteAt(2) <= 0xBF;
-    if (length == 0 && !half)
-        return {};
-    const std::string_view sequence = text.substr(0, half ? 3 : length);
-    return {utf8CodePoint(sequence), sequence.size()};
+    std::size_t length = utf8Length(text);
+    if (length == 0 && FrameworkCore::Values::beginsWithSurrogate(text))
+        length = 3;
+    return length == 0 ? Character() : Character{utf8CodePoint(text.substr(0, length)), length};
 }
 
 std::string decodeUtf16(std::string_view bytes, bool bigEnd)
