@@ -22,28 +22,19 @@ QString fromUtf8(std::string_view text)
 
 std::string jsonOf(const Value& value)
 {
-    switch (value.type) {
-    case Type::Group:
-    case Type::Null:
+    if (std::holds_alternative<std::monostate>(value.data))
         return "null";
-    case Type::Bool:
-    case Type::Integer:
-    case Type::Unsigned:
-        return FrameworkCore::Values::toText(value);
-    case Type::Double:
-        if (std::isfinite(std::get<double>(value.data)))
-            return FrameworkCore::Values::toText(value);
-        break;
-    case Type::StringList: {
+    if (const auto* const elements = std::get_if<std::vector<std::string>>(&value.data)) {
         std::string list;
-        for (const std::string& element : std::get<std::vector<std::string>>(value.data))
+        for (const std::string& element : *elements)
             list += (list.empty() ? "" : ", ") + Repository::Documents::encodeString(element);
         return '[' + list + ']';
     }
-    default:
-        break;
-    }
-    return Repository::Documents::encodeString(FrameworkCore::Values::toText(value));
+    const std::string text = FrameworkCore::Values::toText(value);
+    const auto* const number = std::get_if<double>(&value.data);
+    const bool isText =
+        std::holds_alternative<std::string>(value.data) || (number && !std::isfinite(*number));
+    return isText ? Repository::Documents::encodeString(text) : text;
 }
 
 } // namespace
