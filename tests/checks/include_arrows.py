@@ -53,7 +53,7 @@ ROOMS = {
 # What is compiled without Qt, so that fuzzers see all of it.
 QT_FREE_ROOMS = ["files", "fuzz", *(room for room in ROOMS if room.startswith("repository/documents"))]
 QT_FREE_FILES = tuple(
-    f"host/FrameworkCore/Values/{unit}." for unit in ("IsoText", "PrintableText", "Utf8", "Value", "ValueText")
+    f"host/FrameworkCore/Values/{unit}." for unit in ("IsoText", "PrintableText", "Text", "Utf8", "Value", "ValueText")
 )
 # What only programs with a display may include.
 WIDGETS = re.compile(r"<Q(Widget|Application|Icon|Pixmap|Gui|Main|Dialog|Line|Combo|Tree|Table|Abstract(Button|ItemView))")

@@ -101,8 +101,7 @@ char quoteAround(std::string_view value)
 
 std::string plainSeparator(std::string_view separator)
 {
-    const std::string_view mark = trimBlanks(separator);
-    std::string plain(mark);
+    std::string plain(trimBlanks(separator));
     if (!separator.empty() && isBlank(separator.front()))
         plain.insert(0, 1, ' ');
     if (!separator.empty() && isBlank(separator.back()))

@@ -173,17 +173,13 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
-    if (valueNode == noNode)
-        return {};
-    return JsonWriter(file->tree).locateValue(valueNode);
+    return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
 }
 
 std::optional<std::string> JsonDocument::spell(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
-    if (valueNode == noNode)
-        return {};
-    return JsonWriter(file->tree).writeValue(valueNode);
+    return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).writeValue(valueNode));
 }
 
 Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)

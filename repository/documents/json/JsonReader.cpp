@@ -38,7 +38,7 @@ std::size_t endOfToken(std::string_view text, std::size_t nextToken)
     return end;
 }
 
-// A text with the mark of UTF-16, or with a zero in the same half of its first two units.
+// A text with a byte-order mark of UTF-16, or with a zero in the same half of its first two units.
 bool isUtf16(std::string_view text)
 {
     const auto isZero = [text](std::size_t at) { return at < text.size() && text[at] == '\0'; };

@@ -18,6 +18,11 @@ bool beginsAt(std::string_view text, std::size_t at, std::string_view front)
     return text.compare(at, front.size(), front) == 0;
 }
 
+std::string reference(char32_t code)
+{
+    return "&#" + std::to_string(std::uint32_t(code)) + ';';
+}
+
 // After the comment, section or instruction that begins at an offset of a well-formed text.
 std::size_t endOfMarkup(std::string_view text, std::size_t at)
 {
@@ -197,54 +202,45 @@ void XmlSpelling::appendCharacter(std::string& spelling, std::string_view charac
     if (character.size() == 1 || canHold(character))
         spelling += character;
     else
-        spelling += "&#" + std::to_string(std::uint32_t(utf8CodePoint(character))) + ';';
+        spelling += reference(utf8CodePoint(character));
+}
+
+// Escape gives what is spelled for the character at an offset; empty for the character itself.
+template <typename Escape>
+std::string XmlSpelling::spell(std::string_view text, const Escape& escape) const
+{
+    std::string spelling;
+    spelling.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
+        const std::string escaped = text[at] == '&' ? "&amp;" : text[at] == '<' ? "&lt;" : escape(at);
+        if (escaped.empty())
+            appendCharacter(spelling, text.substr(at, length));
+        spelling += escaped;
+        at += length;
+    }
+    return spelling;
 }
 
 std::string XmlSpelling::spellText(std::string_view text) const
 {
-    std::string spelling;
-    spelling.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const char c = text[at];
-        const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
+    return spell(text, [&](std::size_t at) -> std::string {
         const bool atEdge = at == 0 || at + 1 == text.size();
-        if (c == '&')
-            spelling += "&amp;";
-        else if (c == '<')
-            spelling += "&lt;";
-        else if (c == '>' && at >= 2 && text.substr(at - 2, 2) == "]]")
-            spelling += "&gt;";
-        else if (c == '\r' || (atEdge && isXmlBlank(c)))
-            spelling += "&#" + std::to_string(int(c)) + ';';
-        else if (c == '\n')
-            spelling += lineEnd;
-        else
-            appendCharacter(spelling, text.substr(at, length));
-        at += length;
-    }
-    return spelling;
+        if (text[at] == '>' && at >= 2 && text.substr(at - 2, 2) == "]]")
+            return "&gt;";
+        if (text[at] == '\r' || (atEdge && isXmlBlank(text[at])))
+            return reference(text[at]);
+        return text[at] == '\n' ? lineEnd : std::string();
+    });
 }
 
 std::string XmlSpelling::spellAttribute(std::string_view text, char quote) const
 {
-    std::string spelling;
-    spelling.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const char c = text[at];
-        const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
-        if (c == '&')
-            spelling += "&amp;";
-        else if (c == '<')
-            spelling += "&lt;";
-        else if (c == quote)
-            spelling += c == '"' ? "&quot;" : "&apos;";
-        else if (c != ' ' && isXmlBlank(c))
-            spelling += "&#" + std::to_string(int(c)) + ';';
-        else
-            appendCharacter(spelling, text.substr(at, length));
-        at += length;
-    }
-    return spelling;
+    return spell(text, [&](std::size_t at) -> std::string {
+        if (text[at] == quote)
+            return quote == '"' ? "&quot;" : "&apos;";
+        return text[at] != ' ' && isXmlBlank(text[at]) ? reference(text[at]) : std::string();
+    });
 }
 
 std::optional<std::string> XmlSpelling::spellSection(std::string_view text) const
@@ -270,8 +266,7 @@ std::optional<std::string> XmlSpelling::spellAttributeAsText(std::string_view te
     if (text.empty())
         return std::nullopt;
     const std::size_t first = std::max<std::size_t>(utf8Length(text), 1);
-    return "&#" + std::to_string(std::uint32_t(utf8CodePoint(text.substr(0, first)))) + ';' +
-           spellAttribute(text.substr(first), quote);
+    return reference(utf8CodePoint(text.substr(0, first))) + spellAttribute(text.substr(first), quote);
 }
 
 } // namespace Repository::Documents

@@ -76,6 +76,8 @@ struct XmlSpelling
     std::optional<std::string> spellAttributeAsText(std::string_view text, char quote) const;
 
 private:
+    template <typename Escape>
+    std::string spell(std::string_view text, const Escape& escape) const;
     void appendCharacter(std::string& spelling, std::string_view character) const;
 };
 

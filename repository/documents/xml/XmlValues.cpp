@@ -62,9 +62,9 @@ Value XmlValues::read(NodeId id) const
     const std::string_view spelled = tree.text(id, XmlPart::Value);
     if (!node.isTagged && !spelled.empty() && isPlainXml(spelled))
         return plainValue(spelled);
-    Place place = placeOf(id);
-    place.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
-    return interpret(place, spelled);
+    Context context = contextOf(id);
+    context.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
+    return interpret(context, spelled);
 }
 
 bool XmlValues::holds(NodeId id, const Value& value) const
@@ -88,47 +88,48 @@ std::optional<XmlTypeTag> XmlValues::tagOf(NodeId id) const
 }
 
 // For a value about to be written: its element does not close itself, unless a type tag allows it.
-XmlValues::Place XmlValues::placeOf(NodeId id) const
+XmlValues::Context XmlValues::contextOf(NodeId id) const
 {
     constexpr std::string_view tellTales = "\r\n<";
-    Place place;
-    place.kind = tree.node(id).kind;
-    place.tag = tagOf(id);
+    Context context;
+    context.kind = tree.node(id).kind;
+    context.tag = tagOf(id);
     const std::string_view closing = tree.text(id, XmlPart::Closing);
-    if (place.kind == XmlKind::Attribute)
-        place.quote = closing[0];
-    if (place.kind == XmlKind::Element) {
+    if (context.kind == XmlKind::Attribute)
+        context.quote = closing[0];
+    if (context.kind == XmlKind::Element) {
         const std::string_view after = closing.substr(0, std::min(closing.rfind("</"), closing.size()));
-        place.isOpen = after.find_first_of(tellTales) != std::string_view::npos ||
-                       tree.text(id, XmlPart::Front).find_first_of(tellTales) != std::string_view::npos;
-        place.closesItself = staysClosed(id);
+        context.isOpen = after.find_first_of(tellTales) != std::string_view::npos ||
+                         tree.text(id, XmlPart::Front).find_first_of(tellTales) != std::string_view::npos;
+        context.closesItself = staysClosed(id);
     }
-    return place;
+    return context;
 }
 
 // What the value of a place would be with this spelling.
-Value XmlValues::interpret(const Place& place, std::string_view spelled) const
+Value XmlValues::interpret(const Context& context, std::string_view spelled) const
 {
-    std::string text = place.kind == XmlKind::Attribute ? decodeXmlAttribute(spelled, entities)
-                                                        : decodeXmlText(spelled, entities);
-    Value plain = interpretPlain(place, spelled, text);
-    if (!place.tag || (place.kind == XmlKind::Text && spelled.empty()))
+    std::string text = context.kind == XmlKind::Attribute ? decodeXmlAttribute(spelled, entities)
+                                                          : decodeXmlText(spelled, entities);
+    Value plain = interpretPlain(context, spelled, text);
+    if (!context.tag || (context.kind == XmlKind::Text && spelled.empty()))
         return plain;
-    if (place.tag->escapes) {
+    if (context.tag->escapes) {
         const auto bytes = readText(text, Type::ByteArray);
         if (!bytes.ok())
             return plain;
         text = std::get<std::string>(bytes.value.data);
     }
-    return readTaggedValue(place.tag->type, text, std::move(plain));
+    return readTaggedValue(context.tag->type, text, std::move(plain));
 }
 
-Value XmlValues::interpretPlain(const Place& place, std::string_view spelled, const std::string& text) const
+Value XmlValues::interpretPlain(const Context& context, std::string_view spelled,
+                                const std::string& text) const
 {
     const bool isEmpty = text.empty() && isLiteralXml(spelled);
     const bool isGroup =
-        place.kind == XmlKind::Text || place.closesItself || place.isOpen || !spelled.empty();
-    if (place.kind != XmlKind::Attribute && isEmpty && isGroup)
+        context.kind == XmlKind::Text || context.closesItself || context.isOpen || !spelled.empty();
+    if (context.kind != XmlKind::Attribute && isEmpty && isGroup)
         return {};
     return isLiteralXml(spelled) ? plainValue(text) : Value{Type::String, text};
 }
@@ -143,32 +144,32 @@ bool XmlValues::staysClosed(NodeId id) const
     return original ? closesItself(*original) : tag->type == Type::Null;
 }
 
-std::string XmlValues::spellPlain(const Place& place, std::string_view text) const
+std::string XmlValues::spellPlain(const Context& context, std::string_view text) const
 {
-    return place.kind == XmlKind::Attribute ? spelling.spellAttribute(text, place.quote)
-                                            : spelling.spellText(text);
+    return context.kind == XmlKind::Attribute ? spelling.spellAttribute(text, context.quote)
+                                              : spelling.spellText(text);
 }
 
-std::optional<std::string> XmlValues::spellAsText(const Place& place, std::string_view text) const
+std::optional<std::string> XmlValues::spellAsText(const Context& context, std::string_view text) const
 {
-    return place.kind == XmlKind::Attribute ? spelling.spellAttributeAsText(text, place.quote)
-                                            : spelling.spellSection(text);
+    return context.kind == XmlKind::Attribute ? spelling.spellAttributeAsText(text, context.quote)
+                                              : spelling.spellSection(text);
 }
 
 XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 {
-    const Place place = placeOf(id);
+    const Context context = contextOf(id);
     std::string text = toText(value);
-    if (place.tag && place.tag->escapes)
+    if (context.tag && context.tag->escapes)
         text = escaped(text);
     const std::string unheld = explainUnheldXml(text);
     if (!unheld.empty())
         return {{}, {}, unheld};
     const std::string_view current = tree.text(id, XmlPart::Value);
-    const bool isAttribute = place.kind == XmlKind::Attribute;
+    const bool isAttribute = context.kind == XmlKind::Attribute;
     const std::string comments = isAttribute ? std::string() : xmlCommentsIn(current);
-    const std::string plain = spellPlain(place, text) + comments;
-    const auto asText = spellAsText(place, text);
+    const std::string plain = spellPlain(context, text) + comments;
+    const auto asText = spellAsText(context, text);
 
     std::vector<std::string> candidates;
     const auto original = tree.originalText(id, XmlPart::Value);
@@ -180,11 +181,11 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
     if (asText)
         candidates.push_back(*asText + comments);
     for (const std::string& candidate : candidates) {
-        if (isSame(interpret(place, candidate), value))
+        if (isSame(interpret(context, candidate), value))
             return {candidate, {}, {}};
     }
     const bool isNull = value.type == Type::Null;
-    const Type loaded = interpret(place, plain).type;
+    const Type loaded = interpret(context, plain).type;
     return {{},
             {},
             (isNull ? "nothing" : '"' + text + '"') + " would be read as " + describeType(loaded) +
@@ -193,23 +194,23 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 
 XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& value) const
 {
-    Place place;
-    place.kind = kind;
-    place.quote = quote;
+    Context context;
+    context.kind = kind;
+    context.quote = quote;
     std::string text = toText(value);
     std::string unheld = explainUnheldXml(text);
     for (const bool isTagged : {false, true}) {
         if (isTagged) {
-            place.tag = XmlTypeTag{{}, value.type, !unheld.empty()};
-            text = place.tag->escapes ? escaped(text) : text;
+            context.tag = XmlTypeTag{{}, value.type, !unheld.empty()};
+            text = context.tag->escapes ? escaped(text) : text;
             unheld = explainUnheldXml(text);
-            place.closesItself = value.type == Type::Null;
+            context.closesItself = value.type == Type::Null;
         }
         if (!unheld.empty())
             continue;
-        for (const auto& candidate : {std::optional(spellPlain(place, text)), spellAsText(place, text)}) {
-            if (candidate && isSame(interpret(place, *candidate), value))
-                return {*candidate, place.tag, {}};
+        for (const auto& candidate : {std::optional(spellPlain(context, text)), spellAsText(context, text)}) {
+            if (candidate && isSame(interpret(context, *candidate), value))
+                return {*candidate, context.tag, {}};
         }
     }
     return {{}, {}, unheld.empty() ? "xml cannot hold such a value in this place" : unheld};
@@ -253,7 +254,7 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
 {
     const bool isAttribute = tree.node(id).kind == XmlKind::Attribute;
     if (tree.node(id).kind == XmlKind::Element && isSelfClosing(spelled)) {
-        Place closed = placeOf(id);
+        Context closed = contextOf(id);
         closed.closesItself = true;
         return interpret(closed, {}).type == Type::Group
                    ? "no mark gives a value to an element with nothing in it"
@@ -283,7 +284,7 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
         if (!isReferenceKnown(reference))
             return "the file declares no entity " + std::string(reference);
     }
-    return interpret(placeOf(id), spelled).type == Type::Group ? "there is no value in it" : "";
+    return interpret(contextOf(id), spelled).type == Type::Group ? "there is no value in it" : "";
 }
 
 // An entity may also be declared outside of the file; then the file refers to it.

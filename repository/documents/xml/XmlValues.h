@@ -54,7 +54,7 @@ public:
 
 private:
     // What decides, beside its spelling, which value it is.
-    struct Place
+    struct Context
     {
         XmlKind kind = XmlKind::Element;
         bool closesItself = false;
@@ -64,12 +64,12 @@ private:
     };
 
     std::optional<XmlTypeTag> tagOf(NodeId id) const;
-    Place placeOf(NodeId id) const;
-    Value interpret(const Place& place, std::string_view spelled) const;
-    Value interpretPlain(const Place& place, std::string_view spelled, const std::string& text) const;
+    Context contextOf(NodeId id) const;
+    Value interpret(const Context& context, std::string_view spelled) const;
+    Value interpretPlain(const Context& context, std::string_view spelled, const std::string& text) const;
     // The spelling of a text that is read as nothing but a text, where there is one.
-    std::optional<std::string> spellAsText(const Place& place, std::string_view text) const;
-    std::string spellPlain(const Place& place, std::string_view text) const;
+    std::optional<std::string> spellAsText(const Context& context, std::string_view text) const;
+    std::string spellPlain(const Context& context, std::string_view text) const;
     bool staysClosed(NodeId id) const;
     bool isReferenceKnown(std::string_view reference) const;
 
