@@ -70,7 +70,7 @@ private:
     // True for a value after which the line ends with the separator.
     virtual bool isLeftOut(const Value& value) const = 0;
 
-    // Whether some values need a blank to be told from the text before them, which ends with this character.
+    // Whether some values need a blank after text that ends with this character.
     virtual bool mayNeedBlank(char last) const = 0;
 
     // Whether some readers go on after the end of the line until a quote is closed.

@@ -29,6 +29,12 @@ struct Statement
     bool isHeader() const { return kind == Kind::Header; }
     bool isSeparated() const { return valueBegin > keyEnd; } // an entry without a separator has a key only
 
+    void shift(std::size_t by)
+    {
+        for (std::uint32_t* const offset : {&begin, &keyBegin, &keyEnd, &valueBegin, &valueEnd})
+            *offset += static_cast<std::uint32_t>(by);
+    }
+
     std::string_view tags() const { return text.substr(0, begin); }
     std::string_view lines() const { return text.substr(begin); }
     std::string_view indent() const { return text.substr(begin, keyBegin - begin - (isHeader() ? 1 : 0)); }

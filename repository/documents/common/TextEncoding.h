@@ -17,7 +17,7 @@ public:
     enum class Kind : std::uint8_t {
         Utf8,
         Utf8WithByteOrderMark,
-        Utf16Le, // UTF-16 always has its mark: without one a file is not taken for it
+        Utf16Le, // UTF-16 only with its byte-order mark
         Utf16Be,
         Declared
     };

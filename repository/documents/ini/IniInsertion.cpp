@@ -182,9 +182,7 @@ std::uint32_t IniInsertion::placeSection(std::string_view path, const std::strin
     LinePiece& piece = pieces[id];
     piece.own->text = blank + header;
     piece.line.text = piece.own->text;
-    for (std::uint32_t* offset : {&piece.line.begin, &piece.line.keyBegin, &piece.line.keyEnd,
-                                  &piece.line.valueBegin, &piece.line.valueEnd})
-        *offset += static_cast<std::uint32_t>(blank.size());
+    piece.line.shift(blank.size());
     piece.node = index.demandSection(numberedPath(path).first, false);
     LineSection& section = *index.node(piece.node).section;
     section.header = section.last = id;

@@ -228,9 +228,7 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type t
         if (line.continued)
             line.valueEnd = std::uint32_t(furtherEnd - lineBegin);
     }
-    for (std::uint32_t* const offset :
-         {&line.begin, &line.keyBegin, &line.keyEnd, &line.valueBegin, &line.valueEnd})
-        *offset += std::uint32_t(lineBegin - begin);
+    line.shift(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
 }

@@ -226,23 +226,24 @@ void JsonText::beginItem(bool isFirst, std::size_t depth)
 {
     if (!isFirst)
         result.text += ',';
-    if (style.inLines) {
-        result.text += style.lineBreak;
-        for (std::size_t i = 0; i < depth; ++i)
-            result.text += style.indentation;
-    } else if (!isFirst && style.colon.back() == ' ') {
+    if (style.inLines)
+        breakLine(depth);
+    else if (!isFirst && style.colon.back() == ' ')
         result.text += ' ';
-    }
 }
 
 void JsonText::endItems(char bracket, std::size_t depth)
 {
-    if (style.inLines) {
-        result.text += style.lineBreak;
-        for (std::size_t i = 0; i < depth; ++i)
-            result.text += style.indentation;
-    }
+    if (style.inLines)
+        breakLine(depth);
     result.text += bracket;
+}
+
+void JsonText::breakLine(std::size_t depth)
+{
+    result.text += style.lineBreak;
+    for (std::size_t i = 0; i < depth; ++i)
+        result.text += style.indentation;
 }
 
 } // namespace Repository::Documents

@@ -60,6 +60,7 @@ private:
     bool writeKey(std::string_view component, bool isInRoot);
     void beginItem(bool isFirst, std::size_t depth);
     void endItems(char bracket, std::size_t depth);
+    void breakLine(std::size_t depth);
 
     bool hasValue(const Range& node) const { return entries[node.begin].path.size() == node.pathLength; }
     Range firstChild(const Range& node) const;

@@ -1,14 +1,6 @@
 #include "repository/documents/txt/TxtDialect.h"
 
-#include "repository/documents/common/TextLine.h"
-#include "repository/documents/txt/TxtScanner.h"
-
 namespace Repository::Documents {
-
-std::optional<Statement> TxtDialect::scan(std::string_view text) const
-{
-    return scanTxtEntry(text);
-}
 
 std::string TxtDialect::joinLines(std::string_view lines) const
 {
@@ -25,17 +17,6 @@ std::string TxtDialect::joinLines(std::string_view lines) const
             joined += ' ';
     }
     return joined;
-}
-
-bool TxtDialect::isLeftOut(const Value& value) const
-{
-    return toText(value).empty();
-}
-
-// After "=" some values need a blank to be told from an operator.
-bool TxtDialect::mayNeedBlank(char last) const
-{
-    return !isBlank(last);
 }
 
 bool TxtDialect::runsOn(std::string_view text) const

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "repository/documents/common/LineDialect.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/txt/TxtScanner.h"
 
 #include <optional>
 #include <string>
@@ -20,10 +22,11 @@ public:
     bool keepsLineEndsApart() const override { return true; }
 
 private:
-    std::optional<Statement> scan(std::string_view text) const override;
+    std::optional<Statement> scan(std::string_view text) const override { return scanTxtEntry(text); }
     std::string joinLines(std::string_view lines) const override;
-    bool isLeftOut(const Value& value) const override;
-    bool mayNeedBlank(char last) const override;
+    bool isLeftOut(const Value& value) const override { return toText(value).empty(); }
+    // Some values would make an operator of an "=".
+    bool mayNeedBlank(char last) const override { return !isBlank(last); }
     bool mayQuotesRunOn() const override { return false; }
 };
 

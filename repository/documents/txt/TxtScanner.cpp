@@ -212,16 +212,11 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
     line.kind = Statement::Kind::Entry;
     line.plainKey = key->plain;
     line.tag = tag;
-    const auto offset = [shift = lineBegin - begin](std::size_t at) {
-        return static_cast<std::uint32_t>(shift + at);
-    };
-    line.begin = offset(0);
-    line.keyBegin = offset(key->begin);
-    line.keyEnd = offset(key->end);
+    line.keyBegin = std::uint32_t(key->begin);
+    line.keyEnd = std::uint32_t(key->end);
     const std::string_view after = first.content.substr(key->separator + 1);
-    const std::size_t valueBegin = key->separator + 1 + indentOf(after);
-    line.valueBegin = offset(valueBegin);
-    line.valueEnd = offset(valueBegin + trimBlanks(after).size());
+    line.valueBegin = std::uint32_t(key->separator + 1 + indentOf(after));
+    line.valueEnd = std::uint32_t(line.valueBegin + trimBlanks(after).size());
     position = first.end;
     for (std::string_view content = first.content; position < text.size();) {
         const TextLine further = textLineAt(text, position);
@@ -230,9 +225,10 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
         content = further.content;
         const std::string_view trimmed = trimBlanks(content);
         line.continued = true;
-        line.valueEnd = offset(std::size_t(trimmed.data() - text.data()) + trimmed.size() - lineBegin);
+        line.valueEnd = std::uint32_t(std::size_t(trimmed.data() - text.data()) + trimmed.size() - lineBegin);
         position = further.end;
     }
+    line.shift(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
 }

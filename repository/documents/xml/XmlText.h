@@ -60,7 +60,6 @@ struct XmlSpelling
 
     bool canHold(std::string_view text) const;
 
-    // Which tells the encoding.
     bool hasByteOrderMark() const { return encoding.byteOrderMarkSize() > 0; }
     bool isWide() const
     {
