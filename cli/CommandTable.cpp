@@ -85,7 +85,7 @@ const std::vector<Topic>& CommandTable::topics()
         {"Paths",
          {"A path is the names that lead to an attribute, joined by \".\", as in server.port; \"\" or \".\" "
           "is the "
-          "XX \"%\" and \";\" are written as %2E, %2A, %25 and %3B. The "
+          "whole file. In a name \".\", \"*\", \"%\" and \";\" are written as %2E, %2A, %25 and %3B. The "
           "elements "
           "of a json array are 0, 1, 2 ...; the second of several entries of one name is name[2]; @name is "
           "an "
