@@ -1,16 +1,23 @@
 #pragma once
 
-#include "cli/ExitCode.h"
-
 #include <string_view>
 #include <vector>
 
 namespace CommandLine {
 
+// What a command ends with; scripts rely on the numbers.
+enum class ExitCode : int {
+    Done = 0,
+    Negative = 1, // not found, or there is a difference
+    Usage = 2,
+    Refused = 3, // type, validation, access or conflict
+    BadFile = 4  // it cannot be read, parsed or written
+};
+
 class Session;
 struct Invocation;
 
-// What a word of the command line stands for, which tells how it is completed.
+// What a word of the command line means, which decides how it is completed.
 enum class Word { Backend, Command, File, Format, Path, Pattern, Validation, Shell, Text, Type };
 
 struct Argument

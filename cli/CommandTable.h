@@ -9,13 +9,6 @@
 
 namespace CommandLine {
 
-// A chapter of the manual that belongs to no command.
-struct Topic
-{
-    std::string_view title;
-    std::vector<std::string_view> paragraphs;
-};
-
 // The one place that knows all commands and options. Parser, help, man page and completion are made from it.
 class CommandTable
 {
@@ -29,8 +22,6 @@ public:
 
     // The option among the command's and the common ones; null for an unknown one. The command may be null.
     static const Option* findOption(const Command* command, std::string_view name);
-
-    static const std::vector<Topic>& topics();
 };
 
 } // namespace CommandLine

@@ -30,7 +30,7 @@ DocumentFile DocumentFile::read(const QString& path, const QString& format)
     return file;
 }
 
-QString DocumentFile::getErrorOf(const QString& given) const
+QString DocumentFile::errorOf(const QString& given) const
 {
     return given + (hasPlace ? QStringLiteral(":") : QStringLiteral(": ")) + error;
 }

@@ -39,8 +39,7 @@ bool accepts(const Command::Form& form, int count)
 
 bool Invocation::has(std::string_view option) const
 {
-    return std::any_of(options.begin(), options.end(),
-                       [option](const GivenOption& given) { return given.name == option; });
+    return !valuesOf(option).isEmpty();
 }
 
 QStringList Invocation::valuesOf(std::string_view option) const

@@ -26,7 +26,7 @@ struct Invocation
     QString valueOf(std::string_view option) const; // the last one given; empty without
     QStringList valuesOf(std::string_view option) const;
 
-    // Options may stand before, between and behind the arguments, as "--name value" or "--name=value"; behind
+    // Options may come before, between and after the arguments, as "--name value" or "--name=value"; after
     // "--" there are none. A word that begins like a negative number is no option.
     static Invocation parse(const QStringList& words);
 

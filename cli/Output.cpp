@@ -1,6 +1,5 @@
 #include "cli/Output.h"
 
-#include "cli/Messages.h"
 #include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -14,12 +13,17 @@ namespace CommandLine {
 
 namespace {
 
-void write(const std::string& bytes)
+void write(const std::string& bytes, FILE* stream = stdout)
 {
-    std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+    std::fwrite(bytes.data(), 1, bytes.size(), stream);
 }
 
 } // namespace
+
+void Output::message(const QString& text)
+{
+    write("vantry: " + FrameworkCore::Values::printableLine(text.toStdString()) + '\n', stderr);
+}
 
 void Output::line(const QString& text)
 {
@@ -49,7 +53,7 @@ bool Output::flush()
 {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return true;
-    Messages::tell(
+    message(
         QStringLiteral("the output cannot be written: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
     return false;
 }

@@ -7,11 +7,14 @@
 
 namespace CommandLine {
 
-// What the program writes to stdout, in UTF-8. One thread at a time. Nothing that steers a terminal reaches
-// one; see printableLine.
+// What the program writes, in UTF-8: results to stdout, by one thread at a time, and messages to stderr.
+// Nothing that steers a terminal reaches one; see printableLine.
 class Output
 {
 public:
+    // One line of stderr, "vantry: ...", with escapes. Any thread.
+    static void message(const QString& text);
+
     static void line(const QString& text); // with escapes, wherever it goes
 
     // As they are, so that programs can read them; to a terminal with escapes.

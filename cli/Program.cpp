@@ -1,12 +1,12 @@
 #include "cli/Program.h"
 
 #include "cli/CommandTable.h"
-#include "cli/Messages.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Usage.h"
 #include "files/SizeLimit.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "host/Shared/Logging/LogRecord.h"
 
 #include <QTextCodec>
 
@@ -33,7 +33,7 @@ std::optional<QStringList> wordsOf(int argc, char** argv)
     for (int at = 1; at < argc; ++at) {
         const QVariant word = toVariant(Value{Type::String, std::string(argv[at])});
         if (word.userType() != QMetaType::QString) {
-            Messages::tell(QStringLiteral("argument %1 is not UTF-8").arg(at));
+            Output::message(QStringLiteral("argument %1 is not UTF-8").arg(at));
             return {};
         }
         words.append(word.toString());
@@ -51,7 +51,7 @@ bool limitSizes(const Invocation& invocation)
     constexpr auto most = quint64(SizeLimit::most / SizeLimit::bytesInMiB);
     const quint64 size = given.toULongLong();
     if (size == 0 || size > most) {
-        Messages::tell(
+        Output::message(
             QStringLiteral("--max-size needs a number of MiB from 1 to %1, not '%2'").arg(most).arg(given));
         return false;
     }
@@ -77,7 +77,8 @@ ExitCode runInvocation(const Invocation& invocation)
                              QStringLiteral("there is no command; 'vantry help' lists them"));
     if (!limitSizes(invocation))
         return ExitCode::Usage;
-    Messages::takeOverLog();
+    Shared::Logging::LogRecord::instance().setWritesToStandardError(
+        false); // its form is not that of messages
     Session session(invocation);
     return session.getFailure() == ExitCode::Done ? invocation.command->run(session, invocation)
                                                   : session.getFailure();

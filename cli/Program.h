@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/ExitCode.h"
+#include "cli/Command.h"
 
 namespace CommandLine {
 

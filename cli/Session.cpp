@@ -1,8 +1,8 @@
 #include "cli/Session.h"
 
-#include "cli/Messages.h"
 #include "cli/Output.h"
 #include "cli/Suggestion.h"
+#include "cli/Usage.h"
 #include "repository/AttributeRepository.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
@@ -77,8 +77,6 @@ Session::Session(const Invocation& given)
         failure = fail(ExitCode::Usage, error);
 }
 
-Session::~Session() = default;
-
 // A short run has no use for the thread that watches files, nor for undo.
 std::shared_ptr<Session::RepositoryInterface> Session::makeRepository()
 {
@@ -117,7 +115,7 @@ QString Session::declareBackends()
 
 ExitCode Session::fail(ExitCode code, const QString& message)
 {
-    Messages::tell(message);
+    Output::message(message);
     return code;
 }
 
@@ -140,14 +138,6 @@ QString Session::freeRoot() const
     for (std::size_t number = sources.size() + 1; root.isEmpty() || declaredBackend(root); ++number)
         root = QStringLiteral("file%1").arg(number);
     return root;
-}
-
-QString Session::formatOf(const QString& file, bool exists, std::string_view option) const
-{
-    const QString wanted = invocation.valueOf(option);
-    if (!wanted.isEmpty())
-        return wanted;
-    return exists ? Repository::FileFormat::toRead(file) : Repository::FileFormat::ofName(file);
 }
 
 const Source* Session::open(const QString& argument, Opening opening, std::string_view formatOption)
@@ -177,11 +167,14 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     if (!trouble.isEmpty())
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
     source.isNew = !exists;
-    source.format = formatOf(source.absolutePath, exists, formatOption);
+    source.format = invocation.valueOf(formatOption);
+    if (source.format.isEmpty())
+        source.format = exists ? Repository::FileFormat::toRead(source.absolutePath)
+                               : Repository::FileFormat::ofName(source.absolutePath);
     if (source.format.isEmpty())
         return refuse(ExitCode::Usage,
                       QStringLiteral("%1: its name does not tell its format; give it with %2")
-                          .arg(source.given, QString::fromStdString(std::string(formatOption))));
+                          .arg(source.given, toText(formatOption)));
     source.root = backend ? backend->name : freeRoot();
     const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;
     return mount(std::move(source), backend ? backend->access : access);
@@ -224,16 +217,31 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
     }
     const QString prefix = parent == source.root ? QString() : source.relativePath(parent) + QLatin1Char('.');
     const QString suggestion = Suggestion::forTypo(wrong, tree->getChildNames(parent), prefix);
-    Messages::tell(
+    Output::message(
         QStringLiteral("%1: there is no '%2'%3")
             .arg(source.given, source.relativePath(fullPath), suggestion.isEmpty() ? hint : suggestion));
+    failure = ExitCode::Negative;
     return found;
+}
+
+std::optional<Session::Place> Session::locate(Opening opening, const QString& hint)
+{
+    const QString path = invocation.arguments.value(1);
+    const Source* source = open(invocation.arguments.first(), opening);
+    const NodeInformation node = source ? find(*source, path, hint) : NodeInformation();
+    return node.exists ? std::optional(Place{source, source->fullPath(path), node}) : std::nullopt;
 }
 
 ExitCode Session::finish(const Outcome& outcome) const
 {
     tell(outcome);
     return exitCodeOf(outcome.getStatus());
+}
+
+ExitCode Session::finish(const Outcome& outcome, const Source& edited)
+{
+    const ExitCode code = finish(outcome);
+    return code == ExitCode::Done ? save(edited) : code;
 }
 
 ExitCode Session::save(const Source& source)
@@ -287,7 +295,7 @@ void Session::tell(const Outcome& outcome) const
     const Outcome::Parts& parts = outcome.get();
     const bool isAboutSource = source && parts.file == source->absolutePath;
     for (const QString& warning : parts.warnings)
-        Messages::tell((isAboutSource ? source->given : parts.file) + QStringLiteral(": ") + warning);
+        Output::message((isAboutSource ? source->given : parts.file) + QStringLiteral(": ") + warning);
     if (outcome.ok())
         return;
     const auto pathText = [this](const QString& path) { return shownPath(path); };
@@ -300,7 +308,7 @@ void Session::tell(const Outcome& outcome) const
         pieces.append(outcome.place(parts.file));
     pieces.append(outcome.explain(pathText));
     pieces.removeAll(QString());
-    Messages::tell(pieces.join(QStringLiteral(": ")));
+    Output::message(pieces.join(QStringLiteral(": ")));
 }
 
 } // namespace CommandLine

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "cli/ExitCode.h"
 #include "cli/Invocation.h"
 #include "cli/Source.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
@@ -9,11 +8,12 @@
 
 #include <deque>
 #include <memory>
+#include <optional>
 
 namespace CommandLine {
 
-// One run of the program: the repository, the files that are mounted in it, and what is told of them. Every
-// failure is told once, on stderr, by the one who gives its exit code.
+// One run of the program: the repository, the files that are mounted in it, and what is reported of them.
+// Every failure is reported once, on stderr, by the one who gives its exit code.
 class Session
 {
 public:
@@ -25,9 +25,8 @@ public:
     // Read and Edit want a file that is there; Create takes one that is yet to come, too.
     enum class Opening { Read, Edit, Create };
 
-    // What is wrong with the options is told, and getFailure gives it.
+    // What is wrong with the options is reported, and getFailure gives its exit code.
     explicit Session(const Invocation& invocation);
-    ~Session();
 
     RepositoryInterface& getRepository() const { return *repository; }
 
@@ -36,8 +35,17 @@ public:
     const Source* open(const QString& argument, Opening opening, std::string_view formatOption = "--format");
     ExitCode getFailure() const { return failure; }
 
-    // What is there. When it is nothing, that is told with the nearest name, or else the hint.
+    // What is there. When it is nothing, that is a failure, and told with the nearest name, or else the hint.
     NodeInformation find(const Source& source, const QString& path, const QString& hint = {});
+
+    // What the arguments FILE PATH name; a file alone names all of it. Nothing on failure.
+    struct Place
+    {
+        const Source* source = nullptr; // not owned
+        QString path;                   // in the repository
+        NodeInformation node;
+    };
+    std::optional<Place> locate(Opening opening, const QString& hint = {});
 
     // Tells what came of an operation of the repository, a failure or warnings, in this program's words:
     // paths relative to their files, which are called as they were given. Any thread, once the files are
@@ -50,7 +58,8 @@ public:
     // Writes the edits of the file, or with --dry-run prints the diff.
     ExitCode save(const Source& source);
 
-    bool isDryRun() const { return dryRun; }
+    // What came of an edit, and of saving it when it succeeded.
+    ExitCode finish(const Outcome& outcome, const Source& edited);
 
     // Tells it and gives the code.
     static ExitCode fail(ExitCode code, const QString& message);
@@ -67,7 +76,6 @@ private:
     const Declared* declaredBackend(const QString& name) const;
     QString declareBackends();
     QString freeRoot() const;
-    QString formatOf(const QString& file, bool exists, std::string_view option) const;
     const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);
     const Source* sourceOf(const Outcome& outcome) const;
     QString shownPath(const QString& path) const;

@@ -15,9 +15,12 @@ struct Source
     bool isNew = false; // there was no such file when it was opened
 
     // The path in the repository; "" and "." are the root, and a "." at the end does not count.
-    QString fullPath(const QString& path) const;
-
-    QString relativePath(const QString& fullPath) const;
+    QString fullPath(const QString& path) const
+    {
+        const QString below = path.endsWith(QLatin1Char('.')) ? path.chopped(1) : path;
+        return below.isEmpty() ? root : root + QLatin1Char('.') + below;
+    }
+    QString relativePath(const QString& fullPath) const { return fullPath.mid(root.size() + 1); }
 };
 
 } // namespace CommandLine

@@ -9,7 +9,7 @@ namespace CommandLine {
 class Suggestion
 {
 public:
-    // "; did you mean 'get'?", or nothing when no known word is near. The prefix stands before the known
+    // "; did you mean 'get'?", or nothing when no known word is near. The prefix precedes the known
     // word.
     static QString forTypo(const QString& word, const QStringList& known, const QString& prefix = {});
 };

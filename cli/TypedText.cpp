@@ -1,7 +1,8 @@
 #include "cli/TypedText.h"
 
-#include "cli/Messages.h"
+#include "cli/Output.h"
 #include "cli/Suggestion.h"
+#include "cli/Usage.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -14,11 +15,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
-
-QString fromUtf8(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), int(text.size()));
-}
 
 std::string jsonOf(const Value& value)
 {
@@ -43,7 +39,7 @@ QStringList TypedText::typeNames()
 {
     QStringList names;
     for (const auto& row : FrameworkCore::Values::typeTable())
-        names.append(fromUtf8(row.name));
+        names.append(toText(row.name));
     names.removeFirst(); // of a group
     return names;
 }
@@ -52,7 +48,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
 {
     const auto type = FrameworkCore::Values::typeNamed(name.toStdString());
     if (!type)
-        Messages::tell(
+        Output::message(
             QStringLiteral("there is no type '%1'%2; valid types: %3")
                 .arg(name, Suggestion::forTypo(name, typeNames()), typeNames().join(QStringLiteral(", "))));
     return type;
@@ -60,7 +56,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
 
 QString TypedText::nameOf(const QVariant& value)
 {
-    return fromUtf8(FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(value.userType())).name);
+    return toText(FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(value.userType())).name);
 }
 
 std::optional<QVariant> TypedText::read(const QString& text, Type type, QString& reason)

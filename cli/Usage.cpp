@@ -10,6 +10,51 @@ namespace CommandLine {
 
 namespace {
 
+// A chapter of the manual that belongs to no command.
+struct Topic
+{
+    std::string_view title;
+    std::vector<std::string_view> paragraphs;
+};
+
+const std::vector<Topic>& topics()
+{
+    static const std::vector<Topic> topics{
+        {"Files",
+         {"FILE is the name of a file, or that of a backend which --backend declares; a file of that very "
+          "name is given as ./NAME. A new file is created by the commands that add to it.",
+          "The format is told by the file's name: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
+          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
+          "A .conf that begins as json or xml does is that, and so is a file whose name tells nothing; "
+          "anything else is ini. --format has the last word.",
+          "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
+          "another program has changed meanwhile is kept, too, or the command ends with exit code 3.",
+          "A file of more than 256 MiB is refused, so that none takes all memory. --max-size, or the "
+          "variable VANTRY_MAX_FILE_SIZE of the environment, sets another limit, up to 2047 MiB."}},
+        {"Paths",
+         {"A path is the names that lead to an attribute, joined by \".\", as in server.port; \"\" or \".\" "
+          "is the whole file. In a name \".\", \"*\", \"%\" and \";\" are written as %2E, %2A, %25 and %3B. "
+          "The elements of a json array are 0, 1, 2 ...; the second of several entries of one name is "
+          "name[2]; @name is an attribute of xml, #text and #value are the text or value of an entry that "
+          "has others below it."}},
+        {"Output",
+         {"Results are on stdout, in UTF-8, paths relative to the file's root. Messages are on stderr, a "
+          "line each: \"vantry: FILE:LINE:COLUMN: REASON\", as far as there is a place.",
+          "Where a value shares its line with a path, a backslash is written as \"\\\\\". In messages and in "
+          "output by lines a line break is written as \"\\n\", another control character as \"\\x\" and two "
+          "hex digits; control characters beyond ASCII, overrides of writing direction and characters "
+          "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are printed "
+          "as they are, and with these escapes only on a terminal.",
+          "Words behind \"--\" are no options: vantry set app.ini offset -- --5. A negative number needs "
+          "none."}},
+        {"Exit codes",
+         {"0: done.", "1: not found, or there are differences.", "2: the command line is wrong.",
+          "3: refused for its type, a rule, access, or a conflict with another program.",
+          "4: a file cannot be read, parsed or written."}},
+    };
+    return topics;
+}
+
 constexpr int screenWidth = 79;
 
 // The text in lines that fit on the screen; all but the first are indented.
@@ -54,6 +99,11 @@ QString optionRows(const std::vector<Option>& options)
     return rows;
 }
 
+QString capitalised(const QString& text)
+{
+    return text.left(1).toUpper() + text.mid(1);
+}
+
 QString paragraphs(std::string_view text)
 {
     QString result;
@@ -61,6 +111,51 @@ QString paragraphs(std::string_view text)
     for (const QString& line : lines)
         result += QLatin1Char('\n') + wrap(line, 0, 0);
     return result;
+}
+
+// Text as it is, whatever it holds: roff reads "\" and, where a line begins, "." and "'" as its own.
+QString escaped(QString text)
+{
+    text.replace(QLatin1Char('\\'), QLatin1String("\\e"));
+    text.replace(QLatin1Char('-'), QLatin1String("\\-"));
+    text.replace(QLatin1Char('\''), QLatin1String("\\(aq"));
+    text.replace(QLatin1Char('^'), QLatin1String("\\(ha"));
+    text.replace(QLatin1Char('~'), QLatin1String("\\(ti"));
+    return text.startsWith(QLatin1Char('.')) ? QStringLiteral("\\&") + text : text;
+}
+
+QString escaped(std::string_view text)
+{
+    return escaped(toText(text));
+}
+
+QString optionList(const std::vector<Option>& options)
+{
+    QString list;
+    for (const Option& option : options) {
+        list += QStringLiteral(".TP\n\\fB%1\\fR").arg(escaped(option.name));
+        if (!option.argument.empty())
+            list += QStringLiteral(" \\fI%1\\fR").arg(escaped(option.argument));
+        list += QLatin1Char('\n') + escaped(option.text) + QStringLiteral(".\n");
+    }
+    return list;
+}
+
+QString sectionFor(const Command& command)
+{
+    QString section = QStringLiteral(".SS \"%1\"\n").arg(escaped(command.name));
+    for (const Command::Form& form : command.forms)
+        section += QStringLiteral("\\fB%1\\fR\n.br\n").arg(escaped(Usage::ofForm(command, form)));
+    section += QStringLiteral(".PP\n%1.\n").arg(capitalised(escaped(command.summary)));
+    const QStringList paragraphs = toText(command.description).split(QLatin1Char('\n'));
+    for (const QString& paragraph : paragraphs)
+        section += QStringLiteral(".PP\n") + escaped(paragraph) + QLatin1Char('\n');
+    section += optionList(command.options);
+    if (!command.examples.empty())
+        section += QStringLiteral(".PP\n.EX\n");
+    for (const std::string_view example : command.examples)
+        section += QStringLiteral("    ") + escaped(example) + QLatin1Char('\n');
+    return command.examples.empty() ? section : section + QStringLiteral(".EE\n");
 }
 
 } // namespace
@@ -74,18 +169,8 @@ QString Usage::ofForm(const Command& command, const Command::Form& form)
 {
     QString usage = QStringLiteral("vantry ") + toText(command.name);
     for (const Argument& argument : form) {
-        const QString name = toText(argument.name);
-        switch (argument.count) {
-        case Argument::Count::One:
-            usage += QLatin1Char(' ') + name;
-            break;
-        case Argument::Count::Optional:
-            usage += QStringLiteral(" [%1]").arg(name);
-            break;
-        case Argument::Count::OneOrMore:
-            usage += QStringLiteral(" %1...").arg(name);
-            break;
-        }
+        const char* const shapes[] = {" %1", " [%1]", " %1..."}; // as the counts
+        usage += QLatin1String(shapes[int(argument.count)]).arg(toText(argument.name));
     }
     return usage;
 }
@@ -104,8 +189,7 @@ QString Usage::helpFor(const Command& command)
     for (const Command::Form& form : command.forms)
         help += (help.isEmpty() ? QStringLiteral("Usage: ") : QStringLiteral("       ")) +
                 ofForm(command, form) + QLatin1Char('\n');
-    const QString summary = toText(command.summary);
-    help += QLatin1Char('\n') + summary.left(1).toUpper() + summary.mid(1) + QStringLiteral(".\n");
+    help += QStringLiteral("\n%1.\n").arg(capitalised(toText(command.summary)));
     help += paragraphs(command.description);
     if (!command.options.empty())
         help += QStringLiteral("\nOptions:\n") + optionRows(command.options);
@@ -119,24 +203,51 @@ QString Usage::helpFor(const Command& command)
 
 QString Usage::overview()
 {
-    QString help =
-        QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
-        wrap(QStringLiteral("Reads, edits, compares and converts configuration files (ini, json, xml, "
-                            "txt) by attribute."),
-             0, 0) +
-        QStringLiteral("\nCommands:\n");
+    QString help = QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
+                   wrap(QStringLiteral("Reads, edits, compares and converts configuration files (ini, json, "
+                                       "xml, txt) by attribute."),
+                        0, 0) +
+                   QStringLiteral("\nCommands:\n");
     constexpr int width = 10;
     for (const Command& command : CommandTable::commands()) {
         if (!command.isHidden)
             help += row(toText(command.name), toText(command.summary), width);
     }
     help += QStringLiteral("\nOptions of all commands:\n") + optionRows(CommandTable::commonOptions());
-    for (const Topic& topic : CommandTable::topics()) {
+    for (const Topic& topic : topics()) {
         help += QLatin1Char('\n') + toText(topic.title) + QStringLiteral(":\n");
         for (const std::string_view paragraph : topic.paragraphs)
             help += QStringLiteral("  ") + wrap(toText(paragraph), 2, 2);
     }
     return help + QStringLiteral("\n'vantry COMMAND --help' tells more of a command.\n");
+}
+
+QString Usage::manPage()
+{
+    QString page =
+        QStringLiteral(".TH VANTRY 1 \"\" \"Vantry " VANTRY_VERSION "\" \"User Commands\"\n"
+                       ".SH NAME\nvantry \\- read, edit, compare and convert configuration files\n"
+                       ".SH SYNOPSIS\n\\fBvantry\\fR [\\fB\\-\\-backend\\fR "
+                       "\\fINAME\\fR=\\fIFILE\\fR[:ro|wo|rw]]... \\fICOMMAND\\fR ...\n"
+                       ".SH DESCRIPTION\n"
+                       "Reads, edits, compares and converts configuration files of the formats ini, json, "
+                       "xml and txt by attribute. An edit of one value changes the bytes of that value; "
+                       "everything else in the file stays as its author left it.\n"
+                       ".SH COMMANDS\n");
+    for (const Command& command : CommandTable::commands()) {
+        if (!command.isHidden)
+            page += sectionFor(command);
+    }
+    page += QStringLiteral(".SH OPTIONS OF ALL COMMANDS\n") + optionList(CommandTable::commonOptions());
+    for (const Topic& topic : topics()) {
+        page += QStringLiteral(".SH %1\n").arg(escaped(toText(topic.title).toUpper()));
+        bool isFirst = true;
+        for (const std::string_view paragraph : topic.paragraphs) {
+            page += (isFirst ? QString() : QStringLiteral(".PP\n")) + escaped(paragraph) + QLatin1Char('\n');
+            isFirst = false;
+        }
+    }
+    return page;
 }
 
 } // namespace CommandLine

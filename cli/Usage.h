@@ -9,7 +9,7 @@ namespace CommandLine {
 // The texts of the table are UTF-8.
 QString toText(std::string_view utf8);
 
-// The help that is shown on the screen.
+// The texts of help, made from the table of commands: those for the screen, and the manual page.
 class Usage
 {
 public:
@@ -21,6 +21,7 @@ public:
 
     static QString helpFor(const Command& command);
     static QString overview();
+    static QString manPage(); // vantry(1)
 };
 
 } // namespace CommandLine

@@ -26,8 +26,8 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("'%1' is not a path: names joined by \".\", none of them empty, and "
-                           "none with \"*\" in it")
+            QStringLiteral(
+                "'%1' is not a path: names joined by \".\", none of them empty, and none with \"*\" in it")
                 .arg(path));
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!source)

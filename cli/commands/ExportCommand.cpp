@@ -1,38 +1,128 @@
-#include "cli/OutputFile.h"
+#include "cli/Output.h"
+#include "cli/Session.h"
 #include "cli/commands/Commands.h"
+#include "files/FileSaver.h"
+#include "files/SizeLimit.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/merge/UnifiedDiff.h"
+
+#include <QDir>
+#include <QFileInfo>
 
 namespace CommandLine::Commands {
 
 namespace {
 
+// A file that is written as a whole: one that is yet to come, or one that is to be replaced.
+class OutputFile
+{
+public:
+    // What is wrong with it is reported, and getFailure is its exit code.
+    OutputFile(const Invocation& invocation, QString name)
+        : given(std::move(name)), format(invocation.valueOf("--to-format")),
+          isDryRun(invocation.has("--dry-run")), path(QDir::current().absoluteFilePath(given).toStdString()),
+          replaces(QFileInfo::exists(given))
+    {
+        if (format.isEmpty())
+            format = Repository::FileFormat::ofName(given);
+        if (given.isEmpty())
+            failure = Session::fail(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+        else if (format.isEmpty())
+            failure = Session::fail(
+                ExitCode::Usage,
+                QStringLiteral("%1: its name does not tell its format; give it with --to-format").arg(given));
+        else if (replaces && !invocation.has("--force"))
+            failure = Session::fail(ExitCode::Refused,
+                                    QStringLiteral("%1: it exists already; --force replaces it").arg(given));
+    }
+
+    ExitCode getFailure() const { return failure; }
+    const QString& getFormat() const { return format; }
+
+    // Writes it whole or not at all, or with --dry-run prints the diff. A new file with something private in
+    // it is for the user alone.
+    ExitCode write(const std::string& text, bool isPrivate)
+    {
+        if (text.size() > Files::SizeLimit::get())
+            return Session::fail(
+                ExitCode::BadFile,
+                QStringLiteral("%1: %2").arg(given, QString::fromStdString(Files::SizeLimit::refusal())));
+        const QString mistaking = Repository::FileFormat::explainMistaking(given, format, {}, text);
+        if (!mistaking.isEmpty())
+            return Session::fail(ExitCode::Refused, QStringLiteral("%1: %2").arg(given, mistaking));
+        const Files::FileSaver saver;
+        Files::ReadFileResult present;
+        if (replaces) {
+            present = saver.read(path);
+            if (!present.ok())
+                return Session::fail(ExitCode::BadFile, QStringLiteral("%1: %2").arg(
+                                                            given, QString::fromStdString(present.reason)));
+        }
+        if (isDryRun) {
+            Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
+            return ExitCode::Done;
+        }
+        const Files::SaveFileResult saved =
+            saver.save(path, text, present.stamp, {}, isPrivate ? 0600 : 0666);
+        if (!saved.ok())
+            return Session::fail(
+                ExitCode::BadFile,
+                QStringLiteral("%1 is not saved: %2").arg(given, QString::fromStdString(saved.reason)));
+        if (!saved.warning.empty())
+            Output::message(QStringLiteral("%1: %2").arg(given, QString::fromStdString(saved.warning)));
+        return ExitCode::Done;
+    }
+
+private:
+    const QString given;
+    QString format;
+    const bool isDryRun;
+    const std::string path;
+    const bool replaces;
+    ExitCode failure = ExitCode::Done;
+};
+
+// FILE OUT for all that the file holds, or FILE PATH OUT.
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    OutputFile target = OutputFile::prepare(invocation, invocation.arguments.at(2), "--to-format");
-    if (!target.ok())
+    const QStringList& words = invocation.arguments;
+    OutputFile target(invocation, words.last());
+    if (target.getFailure() != ExitCode::Done)
         return target.getFailure();
-    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
+    const Source* source = session.open(words.first(), Session::Opening::Read);
     if (!source)
         return session.getFailure();
-    const QString& path = invocation.arguments.at(1);
+    const QString path = words.size() == 3 ? words.at(1) : QString();
     if (!session.find(*source, path).exists)
         return ExitCode::Negative;
     QByteArray text;
     FrameworkCore::AppConfig::Interfaces::TransferReport report;
     const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
         source->fullPath(path), target.getFormat(), text, report));
-    return code == ExitCode::Done ? target.write(text.toStdString(), report.isPrivate(), session.isDryRun())
-                                  : code;
+    return code == ExitCode::Done ? target.write(text.toStdString(), report.isPrivate()) : code;
 }
 
 } // namespace
+
+Command convert()
+{
+    return {"convert",
+            "write what a file holds as a file of another format",
+            "The second FILE is written anew, in the format that its name tells. Comments and spelling stay "
+            "behind; types come along, in marks where the format has no form of its own for them. What the "
+            "format cannot hold is refused, and nothing is written.",
+            {{{"FILE", Word::File}, {"FILE", Word::File}}},
+            {toFormatOption, forceOption, dryRunOption},
+            {"vantry convert app.ini app.json"},
+            run};
+}
 
 Command exportTree()
 {
     return {"export",
             "write a group as a file of its own",
             "OUT is written anew, in the format that its name tells; the paths in it are relative to PATH. "
-            "\"\" is "
-            "the path of the whole file.",
+            "\"\" is the path of the whole file.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
             {toFormatOption, forceOption, dryRunOption},
             {"vantry export app.ini server server.json"},

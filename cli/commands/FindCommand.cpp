@@ -7,28 +7,24 @@ namespace CommandLine::Commands {
 
 namespace {
 
-QString textOf(const QVariant& value)
-{
-    return QString::fromStdString(Output::valueText(value));
-}
-
 ExitCode run(Session& session, const Invocation& invocation)
 {
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();
-    FrameworkCore::AppConfig::Interfaces::PathSearch search;
-    search.pattern = source->fullPath(invocation.arguments.at(1));
     auto& repository = session.getRepository();
-    const QStringList paths = repository.getTreeInterface()->findPaths(search);
+    const QStringList paths =
+        repository.getTreeInterface()->findPaths({source->fullPath(invocation.arguments.at(1))});
     const bool asksForValue = invocation.has("--value");
     const FrameworkCore::AppConfig::PathPattern wanted(invocation.valueOf("--value"));
     const auto reader = repository.getReaderInterface();
     bool isFound = false;
     for (const QString& path : paths) {
         const auto attribute = asksForValue ? reader->getAttribute(path) : nullptr;
-        const bool matches = !asksForValue || (attribute && isReadable(attribute->getAccessMode()) &&
-                                               wanted.matches(textOf(attribute->getValue())));
+        const bool matches =
+            !asksForValue ||
+            (attribute && isReadable(attribute->getAccessMode()) &&
+             wanted.matches(QString::fromStdString(Output::valueText(attribute->getValue()))));
         if (matches && path != source->root) {
             Output::line(source->relativePath(path));
             isFound = true;
@@ -41,16 +37,15 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command find()
 {
-    return {
-        "find",
-        "print the paths that match a pattern",
-        "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else stands "
-        "for itself. Groups are found as attributes are, unless --value is given. The exit code is 1 when "
-        "there is none.",
-        {{{"FILE", Word::File}, {"PATTERN", Word::Pattern}}},
-        {{"--value", "TEXT", Word::Text, "only attributes whose value matches TEXT"}},
-        {"vantry find app.ini '*.port'", "vantry find app.ini '*' --value '*localhost*'"},
-        run};
+    return {"find",
+            "print the paths that match a pattern",
+            "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else "
+            "stands for itself. Groups are found as attributes are, unless --value is given. The exit code "
+            "is 1 when there is none.",
+            {{{"FILE", Word::File}, {"PATTERN", Word::Pattern}}},
+            {{"--value", "TEXT", Word::Text, "only attributes whose value matches TEXT"}},
+            {"vantry find app.ini '*.port'", "vantry find app.ini '*' --value '*localhost*'"},
+            run};
 }
 
 } // namespace CommandLine::Commands

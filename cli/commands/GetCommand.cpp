@@ -7,39 +7,31 @@ namespace CommandLine::Commands {
 
 namespace {
 
-// A group, or an attribute with others below it, as the text of a json file.
-ExitCode printAsJson(Session& session, const QString& fullPath)
-{
-    QByteArray text;
-    const ExitCode code = session.finish(
-        session.getRepository().getTransferInterface()->exportTree(fullPath, QStringLiteral("json"), text));
-    if (code == ExitCode::Done)
-        Output::bytes(text.toStdString());
-    return code;
-}
-
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
-    if (!source)
+    const auto place = session.locate(Session::Opening::Read);
+    if (!place)
         return session.getFailure();
+    if (invocation.has("--json") && place->node.childCount > 0) {
+        QByteArray text;
+        const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
+            place->path, QStringLiteral("json"), text));
+        if (code == ExitCode::Done)
+            Output::bytes(text.toStdString());
+        return code;
+    }
     const QString& path = invocation.arguments.at(1);
-    const auto node = session.find(*source, path);
-    if (!node.exists)
-        return ExitCode::Negative;
-    const QString fullPath = source->fullPath(path);
-    if (invocation.has("--json") && node.childCount > 0)
-        return printAsJson(session, fullPath);
-    if (!node.isAttribute)
-        return Session::fail(ExitCode::Negative,
-                             QStringLiteral("%1: '%2' is a group without a value of its own; 'vantry ls' "
-                                            "shows what is in it")
-                                 .arg(source->given, path));
+    if (!place->node.isAttribute)
+        return Session::fail(
+            ExitCode::Negative,
+            QStringLiteral("%1: '%2' is a group without a value of its own; 'vantry ls' shows what is in it")
+                .arg(place->source->given, path));
     QVariant value;
-    const int status = session.getRepository().getReaderInterface()->readAttributeValue(fullPath, value, 0);
+    const int status =
+        session.getRepository().getReaderInterface()->readAttributeValue(place->path, value, 0);
     if (status == Session::StatusCode::NotReadable)
         return Session::fail(ExitCode::Refused,
-                             QStringLiteral("%1: '%2' is write-only").arg(source->given, path));
+                             QStringLiteral("%1: '%2' is write-only").arg(place->source->given, path));
     if (invocation.has("--type"))
         Output::line(TypedText::nameOf(value));
     else if (invocation.has("--json"))
@@ -53,18 +45,17 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command get()
 {
-    return {
-        "get",
-        "print the value of an attribute",
-        "The value is printed as it is, with a line break behind it. A list is printed with \";\" between "
-        "its elements, \"\\\" before a \";\" or \"\\\" of an element; bytes with \"\\x\" and two hex digits "
-        "for those that are no text; dates and times in ISO 8601.\n"
-        "A group has no value: the exit code is 1. With --json it is printed with all that is in it.",
-        {{{"FILE", Word::File}, {"PATH", Word::Path}}},
-        {{"--type", {}, Word::Text, "print the name of its type instead"},
-         {"--json", {}, Word::Text, "print it as json"}},
-        {"vantry get app.ini server.port", "vantry get package.json scripts --json"},
-        run};
+    return {"get",
+            "print the value of an attribute",
+            "The value is printed as it is, with a line break behind it. A list is printed with \";\" "
+            "between its elements, \"\\\" before a \";\" or \"\\\" of an element; bytes with \"\\x\" and two "
+            "hex digits for those that are no text; dates and times in ISO 8601.\n"
+            "A group has no value: the exit code is 1. With --json it is printed with all that is in it.",
+            {{{"FILE", Word::File}, {"PATH", Word::Path}}},
+            {{"--type", {}, Word::Text, "print the name of its type instead"},
+             {"--json", {}, Word::Text, "print it as json"}},
+            {"vantry get app.ini server.port", "vantry get package.json scripts --json"},
+            run};
 }
 
 } // namespace CommandLine::Commands

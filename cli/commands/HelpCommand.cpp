@@ -1,5 +1,4 @@
 #include "cli/CommandTable.h"
-#include "cli/ManPage.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Suggestion.h"
@@ -13,7 +12,7 @@ namespace {
 ExitCode run(Session&, const Invocation& invocation)
 {
     if (invocation.has("--man")) {
-        Output::bytes(ManPage::text().toStdString());
+        Output::bytes(Usage::manPage().toStdString());
         return ExitCode::Done;
     }
     if (invocation.arguments.isEmpty()) {

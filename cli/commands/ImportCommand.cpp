@@ -13,31 +13,31 @@ ExitCode run(Session& session, const Invocation& invocation)
     const QString wanted = invocation.valueOf("--from-format");
     const QString format = wanted.isEmpty() ? Repository::FileFormat::ofFile(given) : wanted;
     const DocumentFile file = DocumentFile::read(given, format);
-    if (!file.ok())
-        return Session::fail(ExitCode::BadFile, file.getErrorOf(given));
+    if (!file.document)
+        return Session::fail(ExitCode::BadFile, file.errorOf(given));
     const Source* target = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!target)
         return session.getFailure();
-    const auto status = session.getRepository().getTransferInterface()->importTree(
-        target->fullPath(invocation.arguments.at(1)), format, QByteArray::fromStdString(file.getBytes()));
-    const ExitCode code = session.finish(status);
-    return code == ExitCode::Done ? session.save(*target) : code;
+    return session.finish(
+        session.getRepository().getTransferInterface()->importTree(
+            target->fullPath(invocation.arguments.at(1)), format, QByteArray::fromStdString(file.bytes)),
+        *target);
 }
 
 } // namespace
 
 Command importTree()
 {
-    return {"import",
-            "add what another file holds below a path",
-            "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
-            "below "
-            "PATH (\"\" is the whole file); those that are there already are written. All of them or none.",
-            {{{"FILE", Word::File}, {"PATH", Word::Path}, {"JSON", Word::File}}},
-            {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not tell it"},
-             dryRunOption},
-            {"vantry import app.ini server server.json"},
-            run};
+    return {
+        "import",
+        "add what another file holds below a path",
+        "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
+        "below PATH (\"\" is the whole file); those that are there already are written. All of them or none.",
+        {{{"FILE", Word::File}, {"PATH", Word::Path}, {"JSON", Word::File}}},
+        {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not tell it"},
+         dryRunOption},
+        {"vantry import app.ini server server.json"},
+        run};
 }
 
 } // namespace CommandLine::Commands

@@ -5,19 +5,15 @@ namespace CommandLine::Commands {
 
 namespace {
 
-ExitCode run(Session& session, const Invocation& invocation)
+ExitCode run(Session& session, const Invocation&)
 {
-    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Edit);
-    if (!source)
+    const auto place = session.locate(Session::Opening::Edit);
+    if (!place)
         return session.getFailure();
-    const QString& path = invocation.arguments.at(1);
-    const QString fullPath = source->fullPath(path);
-    if (fullPath == source->root)
-        return Session::fail(ExitCode::Usage, QStringLiteral("%1: the path is empty").arg(source->given));
-    if (!session.find(*source, path).exists)
-        return ExitCode::Negative;
-    const ExitCode code = session.finish(session.getRepository().getTreeInterface()->removeTree(fullPath));
-    return code == ExitCode::Done ? session.save(*source) : code;
+    const Source& source = *place->source;
+    if (place->path == source.root)
+        return Session::fail(ExitCode::Usage, QStringLiteral("%1: the path is empty").arg(source.given));
+    return session.finish(session.getRepository().getTreeInterface()->removeTree(place->path), source);
 }
 
 } // namespace

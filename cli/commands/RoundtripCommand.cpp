@@ -1,5 +1,4 @@
 #include "cli/DocumentFile.h"
-#include "cli/Messages.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
@@ -20,8 +19,6 @@ using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 using Repository::Documents::Document;
 using Repository::Documents::Entry;
-
-enum class Outcome { Same, Differs, Refused };
 
 // Another value of the same type, so that the entry is spelled anew; nothing for types that are rare in
 // files.
@@ -75,25 +72,25 @@ public:
         QFile::remove(QString::fromStdString(path));
         if (saved.ok() && read.ok())
             return std::move(read.bytes);
-        Messages::tell(QStringLiteral("the scratch copy failed: %1")
-                           .arg(QString::fromStdString(saved.ok() ? read.error : saved.error)));
+        Output::message(QStringLiteral("the scratch copy failed: %1")
+                            .arg(QString::fromStdString(saved.ok() ? read.error : saved.error)));
         return {};
     }
 
-    Outcome check(const QString& given)
+    ExitCode check(const QString& given)
     {
         const QString type = format.isEmpty() ? Repository::FileFormat::toRead(given) : format;
         const DocumentFile file = DocumentFile::read(given, type);
-        if (!file.ok())
-            return refuse(given, file.getError());
-        editAndUndo(file.getDocument());
-        const auto copy = throughScratch(file.getDocument().getBytes());
+        if (!file.document)
+            return refuse(given, file.error);
+        editAndUndo(*file.document);
+        const auto copy = throughScratch(file.document->getBytes());
         if (!copy)
-            return Outcome::Refused;
-        const std::string& original = file.getBytes();
+            return ExitCode::BadFile;
+        const std::string& original = file.bytes;
         if (*copy == original) {
             Output::line(given + QStringLiteral(": same"));
-            return Outcome::Same;
+            return ExitCode::Done;
         }
         const auto difference =
             std::mismatch(original.begin(), original.end(), copy->begin(), copy->end()).first;
@@ -101,13 +98,13 @@ public:
             Repository::Documents::outcomeAt(original, std::size_t(difference - original.begin()));
         Output::line(
             QStringLiteral("%1: differs at %2:%3").arg(given).arg(position.line).arg(position.column));
-        return Outcome::Differs;
+        return ExitCode::Negative;
     }
 
-    static Outcome refuse(const QString& given, const QString& reason)
+    static ExitCode refuse(const QString& given, const QString& reason)
     {
         Output::line(QStringLiteral("%1: refused: %2").arg(given, reason));
-        return Outcome::Refused;
+        return ExitCode::BadFile;
     }
 
 private:
@@ -122,11 +119,11 @@ ExitCode run(Session&, const Invocation& invocation)
     bool differs = false;
     bool isRefused = false;
     for (const QString& file : invocation.arguments) {
-        const Outcome outcome =
+        const ExitCode outcome =
             Repository::guardMemory([&] { return roundtrip.check(file); },
                                     [&](const QString& reason) { return Roundtrip::refuse(file, reason); });
-        differs = differs || outcome == Outcome::Differs;
-        isRefused = isRefused || outcome == Outcome::Refused;
+        differs = differs || outcome == ExitCode::Negative;
+        isRefused = isRefused || outcome == ExitCode::BadFile;
     }
     if (differs)
         return ExitCode::Negative;

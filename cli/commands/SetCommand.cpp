@@ -29,30 +29,26 @@ ExitCode run(Session& session, const Invocation& invocation)
         if (!wanted)
             return ExitCode::Usage;
     }
-    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Edit);
-    if (!source)
+    const auto place = session.locate(Session::Opening::Edit, QStringLiteral("; 'vantry create' adds it"));
+    if (!place)
         return session.getFailure();
     const QString& path = invocation.arguments.at(1);
-    const auto node = session.find(*source, path, QStringLiteral("; 'vantry create' adds it"));
-    if (!node.exists)
-        return ExitCode::Negative;
-    if (!node.isAttribute)
+    if (!place->node.isAttribute)
         return Session::fail(
             ExitCode::Negative,
-            QStringLiteral("%1: '%2' is a group without a value of its own").arg(source->given, path));
+            QStringLiteral("%1: '%2' is a group without a value of its own").arg(place->source->given, path));
 
     auto& repository = session.getRepository();
-    const QString fullPath = source->fullPath(path);
     QVariant present;
-    repository.getReaderInterface()->readAttributeValue(fullPath, present, 0);
+    repository.getReaderInterface()->readAttributeValue(place->path, present, 0);
     QString reason;
     const auto value = readValue(invocation.arguments.at(2), wanted, present, reason);
     if (!value)
         return Session::fail(ExitCode::Refused,
-                             QStringLiteral("%1: '%2': %3").arg(source->given, path, reason));
+                             QStringLiteral("%1: '%2': %3").arg(place->source->given, path, reason));
     constexpr int allPoints = 15;
-    const ExitCode code = session.finish(repository.getWriterInterface()->write(fullPath, *value, allPoints));
-    return code == ExitCode::Done ? session.save(*source) : code;
+    return session.finish(repository.getWriterInterface()->write(place->path, *value, allPoints),
+                          *place->source);
 }
 
 } // namespace

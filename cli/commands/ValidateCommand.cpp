@@ -1,8 +1,10 @@
 #include "cli/DocumentFile.h"
-#include "cli/Messages.h"
+#include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
 #include "repository/validation/Validation.h"
+
+#include <QRegularExpression>
 
 #include <optional>
 
@@ -19,14 +21,12 @@ struct PathRule
 // Where the name of the rule begins: a path may hold "=" itself.
 int nameStart(const QString& text)
 {
+    const QStringList known =
+        Repository::validationNames().replaceInStrings(QRegularExpression(QStringLiteral("\\(.*")), {});
     for (int equals = text.indexOf(QLatin1Char('=')); equals >= 0;
          equals = text.indexOf(QLatin1Char('='), equals + 1)) {
-        const QString name = text.mid(equals + 1).section(QLatin1Char('('), 0, 0);
-        const QStringList known = Repository::validationNames();
-        for (const QString& rule : known) {
-            if (rule.section(QLatin1Char('('), 0, 0) == name)
-                return equals + 1;
-        }
+        if (known.contains(text.mid(equals + 1).section(QLatin1Char('('), 0, 0)))
+            return equals + 1;
     }
     return text.indexOf(QLatin1Char('=')) + 1;
 }
@@ -38,13 +38,13 @@ std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
     for (const QString& text : texts) {
         const int start = nameStart(text);
         if (start < 2) {
-            Messages::tell(QStringLiteral("--rule needs PATH=NAME, not '%1'").arg(text));
+            Output::message(QStringLiteral("--rule needs PATH=NAME, not '%1'").arg(text));
             return {};
         }
         QString error;
         const auto rule = Repository::makeValidation(text.mid(start), error);
         if (!rule) {
-            Messages::tell(error);
+            Output::message(error);
             return {};
         }
         rules.push_back({text.left(start - 1), {rule}});
@@ -63,10 +63,8 @@ public:
     // False when there is no attribute that the rule is for.
     bool check(const PathRule& rule)
     {
-        FrameworkCore::AppConfig::Interfaces::PathSearch search;
-        search.pattern = source.fullPath(rule.pattern);
         auto& repository = session.getRepository();
-        const QStringList paths = repository.getTreeInterface()->findPaths(search);
+        const QStringList paths = repository.getTreeInterface()->findPaths({source.fullPath(rule.pattern)});
         bool isUsed = false;
         for (const QString& path : paths) {
             const auto attribute = repository.getReaderInterface()->getAttribute(path);
@@ -91,7 +89,7 @@ private:
     {
         if (!document)
             document = DocumentFile::read(source.absolutePath, source.format);
-        Messages::tell(
+        Output::message(
             QStringLiteral("%1%2: '%3': %4").arg(source.given, document->positionOf(path), path, reason));
     }
 
@@ -118,7 +116,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         if (validation.check(rule))
             continue;
         isComplete = false;
-        Messages::tell(QStringLiteral("%1: there is no attribute '%2'").arg(source->given, rule.pattern));
+        Output::message(QStringLiteral("%1: there is no attribute '%2'").arg(source->given, rule.pattern));
     }
     if (validation.foundFaults())
         return ExitCode::Refused;
@@ -134,14 +132,11 @@ Command validate()
     return {"validate",
             "check values against rules",
             "In PATH, \"*\" stands for any run of characters. NAME is one of not-empty, integer, number, "
-            "boolean, "
-            "ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
+            "boolean, ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
             "regular-expression(EXPRESSION). Each value that breaks a rule is told on stderr with its place "
-            "in the file; the "
-            "exit code is 3 then, and 1 when a rule has no attribute to check. An expression that takes too "
-            "many steps for a value is given up, which is reported, and the exit code is 2 when no value "
-            "breaks a "
-            "rule.",
+            "in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
+            "expression that takes too many steps for a value is given up, which is reported, and the exit "
+            "code is 2 when no value breaks a rule.",
             {{{"FILE", Word::File}}},
             {{"--rule", "PATH=NAME", Word::Validation,
               "the values of PATH must keep the rule NAME; may be repeated", true}},

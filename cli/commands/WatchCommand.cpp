@@ -16,7 +16,7 @@ namespace {
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 
-// Prints what has changed, on whatever thread it is told of it. It knows the values, since a file that is
+// Prints what has changed, on whatever thread it is notified. It knows the values, since a file that is
 // read anew tells of every attribute.
 class ChangePrinter
 {
@@ -84,9 +84,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     const QString pattern = source->fullPath(invocation.arguments.value(1, QStringLiteral("*")));
     auto& repository = session.getRepository();
     ChangePrinter printer(*source);
-    FrameworkCore::AppConfig::Interfaces::PathSearch search;
-    search.pattern = pattern;
-    const QStringList paths = repository.getTreeInterface()->findPaths(search);
+    const QStringList paths = repository.getTreeInterface()->findPaths({pattern});
     for (const QString& path : paths) {
         if (const auto attribute = repository.getReaderInterface()->getAttribute(path))
             printer.remember(path, attribute->getValue());
@@ -99,8 +97,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!registration)
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("'%1' is not a path or pattern: names joined by \".\", none of them "
-                           "empty")
+            QStringLiteral("'%1' is not a path or pattern: names joined by \".\", none of them empty")
                 .arg(invocation.arguments.value(1)));
     int number = 0;
     sigwait(&endSignals, &number);
@@ -116,10 +113,8 @@ Command watch()
         "watch",
         "print changes as they happen, until interrupted",
         "Prints a line for each attribute that another program changes in the file: \"changed PATH = "
-        "VALUE\", "
-        "\"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
-        "characters; without "
-        "it all attributes are watched. Ctrl+C ends it with exit code 0.",
+        "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
+        "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.",
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
         {},
         {"vantry watch app.ini", "vantry watch app.ini 'server.*'"},

@@ -1,17 +1,25 @@
 #include "cli/CommandTable.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
+#include "cli/Suggestion.h"
 #include "cli/TypedText.h"
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
 #include "repository/documents/Formats.h"
 #include "repository/validation/Validation.h"
 
+#include <QFile>
+
 #include <memory>
 
 namespace CommandLine::Commands {
 
 namespace {
+
+QStringList shells()
+{
+    return {QStringLiteral("bash"), QStringLiteral("zsh"), QStringLiteral("fish")};
+}
 
 // What the words of an unfinished command line ask for next.
 class Completion
@@ -103,7 +111,7 @@ private:
             addRules();
             break;
         case Word::Shell:
-            candidates += QStringList{QStringLiteral("bash"), QStringLiteral("zsh"), QStringLiteral("fish")};
+            candidates += shells();
             break;
         case Word::Type:
             candidates += TypedText::typeNames();
@@ -132,7 +140,7 @@ private:
         return file;
     }
 
-    // Level by level, as files are: a group stands with a "." at its end.
+    // Level by level, as files are: a group has a "." at its end.
     void addPaths()
     {
         Session session(line);
@@ -176,19 +184,42 @@ ExitCode run(Session&, const Invocation& invocation)
     return ExitCode::Done;
 }
 
+ExitCode printScript(Session&, const Invocation& invocation)
+{
+    const QString& shell = invocation.arguments.first();
+    QFile script(QStringLiteral(":/completion/vantry.") + shell);
+    if (!script.open(QIODevice::ReadOnly)) {
+        return Session::fail(ExitCode::Usage, QStringLiteral("there is no completion for '%1'%2")
+                                                  .arg(shell, Suggestion::forTypo(shell, shells())));
+    }
+    Output::bytes(script.readAll().toStdString());
+    return ExitCode::Done;
+}
+
 } // namespace
+
+Command completion()
+{
+    return {"completion",
+            "print a script for completion in a shell",
+            "Commands, options, files and the paths in a file are completed then. For bash, add this line to "
+            "~/.bashrc: eval \"$(vantry completion bash)\"",
+            {{{"bash|zsh|fish", Word::Shell}}},
+            {},
+            {"eval \"$(vantry completion bash)\""},
+            printScript};
+}
 
 Command complete()
 {
-    Command command{
-        "complete",
-        "print what may come next",
-        "The last WORD is the unfinished one. The first line is \"files\" when names of files may come, "
-        "too, otherwise \"words\".",
-        {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
-        {},
-        {},
-        run};
+    Command command{"complete",
+                    "print what may come next",
+                    "The last WORD is the unfinished one. The first line is \"files\" when names of files "
+                    "may come, too, otherwise \"words\".",
+                    {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
+                    {},
+                    {},
+                    run};
     command.isHidden = true;
     return command;
 }
