@@ -146,11 +146,6 @@ bool FileDescriptor::close()
     return ops.close(closing) == 0 || errno == EINTR;
 }
 
-std::string systemReason()
-{
-    return systemReason(errno);
-}
-
 std::string systemReason(int error)
 {
     return std::generic_category().message(error);

@@ -2,6 +2,7 @@
 
 #include "files/FileOps.h"
 
+#include <cerrno>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -46,8 +47,7 @@ private:
     int number;
 };
 
-// The system's words for errno, or for an error that was errno.
-std::string systemReason();
-std::string systemReason(int error);
+// The system's words for an error.
+std::string systemReason(int error = errno);
 
 } // namespace Files

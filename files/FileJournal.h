@@ -23,7 +23,7 @@ struct VANTRY_FILES_EXPORT FileJournal
     static std::optional<FileJournal> fromBytes(const std::string& bytes);
 };
 
-// Writes over a file from its start, cuts it off behind the bytes and brings it onto the disk. Empty, or why
+// Writes over a file from its start, cuts it off after the bytes and brings it onto the disk. Empty, or why
 // it failed, with anything between the old and the new content in the file.
 std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes);
 

@@ -6,8 +6,8 @@
 
 namespace Files {
 
-// Where a file really is, behind all links, or where it would be created: links may lead to a file that does
-// not exist yet.
+// Where a file really is, all links resolved, or where it would be created: links may lead to a file that
+// does not exist yet.
 struct FileLocation
 {
     std::string folder; // absolute, without links

@@ -3,20 +3,15 @@
 #include <cerrno>
 #include <climits>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <dirent.h>
-#include <fcntl.h>
 #include <linux/openat2.h>
 #include <map>
 #include <mutex>
-#include <sys/file.h>
 #include <sys/syscall.h>
-#include <sys/xattr.h>
 #include <tuple>
-#include <unistd.h>
 
 namespace Files {
 
@@ -92,51 +87,6 @@ int FileOps::openFolder(const std::string& path, int flags)
     return ::open(path.c_str(), flags | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); // an old or a confined kernel
 }
 
-int FileOps::openAt(int folder, const std::string& name, int flags, mode_t mode)
-{
-    return ::openat(folder, name.c_str(), flags, mode);
-}
-
-int FileOps::close(int descriptor)
-{
-    return ::close(descriptor);
-}
-
-ssize_t FileOps::read(int descriptor, char* to, std::size_t size)
-{
-    return ::read(descriptor, to, size);
-}
-
-ssize_t FileOps::write(int descriptor, const char* from, std::size_t size)
-{
-    return ::write(descriptor, from, size);
-}
-
-int FileOps::seekToStart(int descriptor)
-{
-    return ::lseek(descriptor, 0, SEEK_SET) == 0 ? 0 : -1;
-}
-
-int FileOps::stat(int descriptor, struct stat& result)
-{
-    return ::fstat(descriptor, &result);
-}
-
-int FileOps::statAt(int folder, const std::string& name, struct stat& result)
-{
-    return ::fstatat(folder, name.c_str(), &result, AT_SYMLINK_NOFOLLOW);
-}
-
-int FileOps::accessAt(int folder, const std::string& name, int mode)
-{
-    return ::faccessat(folder, name.c_str(), mode, AT_EACCESS);
-}
-
-int FileOps::lock(int descriptor, int operation)
-{
-    return ::flock(descriptor, operation);
-}
-
 int FileOps::lockByte(int descriptor, off_t at)
 {
     struct flock range = {};
@@ -147,31 +97,6 @@ int FileOps::lockByte(int descriptor, off_t at)
     return ::fcntl(descriptor, F_OFD_SETLK, &range);
 }
 
-int FileOps::changeOwner(int descriptor, uid_t user, gid_t group)
-{
-    return ::fchown(descriptor, user, group);
-}
-
-int FileOps::changeMode(int descriptor, mode_t mode)
-{
-    return ::fchmod(descriptor, mode);
-}
-
-int FileOps::truncate(int descriptor, off_t size)
-{
-    return ::ftruncate(descriptor, size);
-}
-
-int FileOps::sync(int descriptor)
-{
-    return ::fsync(descriptor);
-}
-
-int FileOps::renameAt(int folder, const std::string& from, const std::string& to)
-{
-    return ::renameat(folder, from.c_str(), folder, to.c_str());
-}
-
 int FileOps::renameNewAt(int folder, const std::string& from, const std::string& to)
 {
     const int result = ::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE);
@@ -180,23 +105,8 @@ int FileOps::renameNewAt(int folder, const std::string& from, const std::string&
     // Some file systems cannot do it in one step; a second name cannot replace a file either.
     if (::linkat(folder, from.c_str(), folder, to.c_str(), 0) != 0)
         return -1;
-    ::unlinkat(folder, from.c_str(), 0); // the new file stands, whatever becomes of its first name
+    ::unlinkat(folder, from.c_str(), 0); // the new file is in place, whatever becomes of its first name
     return 0;
-}
-
-int FileOps::exchangeAt(int folder, const std::string& one, const std::string& other)
-{
-    return ::renameat2(folder, one.c_str(), folder, other.c_str(), RENAME_EXCHANGE);
-}
-
-int FileOps::unlinkAt(int folder, const std::string& name)
-{
-    return ::unlinkat(folder, name.c_str(), 0);
-}
-
-int FileOps::makeFolder(const std::string& path, mode_t mode)
-{
-    return ::mkdir(path.c_str(), mode);
 }
 
 int FileOps::list(int folder, const std::string& prefix, std::vector<std::string>& names)
@@ -271,11 +181,6 @@ int FileOps::copyExtendedAttribute(int from, int to, const std::string& name)
     if (readExtendedAttribute(to, name, present) == 0 && present == value)
         return 0;
     return ::fsetxattr(to, name.c_str(), value.data(), value.size(), 0);
-}
-
-int FileOps::removeExtendedAttribute(int descriptor, const std::string& name)
-{
-    return ::fremovexattr(descriptor, name.c_str());
 }
 
 } // namespace Files

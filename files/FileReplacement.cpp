@@ -26,11 +26,6 @@ bool isUntouched(const struct stat& before, const struct stat& now)
            now.st_mtim.tv_sec == before.st_mtim.tv_sec && now.st_mtim.tv_nsec == before.st_mtim.tv_nsec;
 }
 
-bool contains(const std::vector<std::string>& names, const std::string& name)
-{
-    return std::find(names.begin(), names.end(), name) != names.end();
-}
-
 } // namespace
 
 FileReplacement::FileReplacement(FileOps& fileOps, int openFolder) : ops(fileOps), folder(openFolder)
@@ -120,7 +115,7 @@ std::string FileReplacement::adoptAttributes(int original)
     }
     // The folder may give new files an access list that this one does not have.
     for (const std::string& name : present) {
-        if (isAccessList(name) && !contains(wanted, name) &&
+        if (isAccessList(name) && std::find(wanted.begin(), wanted.end(), name) == wanted.end() &&
             ops.removeExtendedAttribute(file->get(), name) != 0)
             lost = "the folder's access list could not be kept off it: " + systemReason();
     }

@@ -2,7 +2,6 @@
 
 #include "files/FileOps.h"
 #include "files/FileStamp.h"
-#include "files/TemporaryName.h"
 
 #include <functional>
 #include <string>
@@ -47,14 +46,12 @@ struct MergedContent
 using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
 
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
-// there whole. The new content goes into a second file in the same folder that takes over the old one's
-// owner, mode and extended attributes and then exchanges its place with it. What came back by that is looked
-// at: an update that another program made up to the exchange is put back and merged. A file that cannot be
-// replaced without loss (hard links, a folder without the right to create files, a mount on the file, an
-// owner who cannot be kept) is written in place, by InPlaceWriter, and a warning says so. Links are followed,
-// once: everything is done in the folder that was opened then. Only regular files up to the SizeLimit are
-// read and saved. A crash leaves at most files that CrashRecovery clears away. A success means that the
-// content is on the disk. No lock that another user could hold is waited for. Any thread.
+// there whole: by a second file, which takes over owner, mode and extended attributes and then exchanges its
+// place with the first. What another program wrote up to the exchange is put back and merged. A file that
+// cannot be replaced without loss is written in place, and a warning says so. Links are followed, once:
+// everything is done in the folder that was opened then. Only regular files up to the SizeLimit are read and
+// saved. A success means that the content is on the disk. No lock that another user could hold is waited for.
+// Any thread.
 class VANTRY_FILES_EXPORT FileSaver
 {
 public:
@@ -73,9 +70,6 @@ public:
     // Writes over whatever the file holds, or creates it.
     SaveFileResult overwrite(const std::string& path, const std::string& bytes,
                              mode_t newFileMode = 0666) const;
-
-    // What a save has beside the file begins with this.
-    static constexpr const char* temporaryPrefix = TemporaryName::prefix;
 
 private:
     FileOps& ops; // not owned

@@ -10,6 +10,7 @@
 #include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <tuple>
 #include <unistd.h>
 #include <vector>
 
@@ -19,31 +20,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What of a file's state changes with every write.
-struct Trace
+// What of a file's state changes with every write, the time of its change first; nothing without a file.
+using Trace = std::optional<std::tuple<std::chrono::nanoseconds, dev_t, ino_t, off_t>>;
+
+Trace traceOf(const std::string& path)
 {
-    bool exists = false;
-    dev_t device = 0;
-    ino_t number = 0;
-    off_t size = 0;
-    std::chrono::nanoseconds changed{0};
-
-    static Trace of(const std::string& path)
-    {
-        struct stat status = {};
-        if (::stat(path.c_str(), &status) != 0)
-            return {};
-        return {true, status.st_dev, status.st_ino, status.st_size,
-                std::chrono::seconds(status.st_ctim.tv_sec) +
-                    std::chrono::nanoseconds(status.st_ctim.tv_nsec)};
-    }
-
-    bool differsFrom(const Trace& other) const
-    {
-        return exists != other.exists || device != other.device || number != other.number ||
-               size != other.size || changed != other.changed;
-    }
-};
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    const auto changed =
+        std::chrono::seconds(status.st_ctim.tv_sec) + std::chrono::nanoseconds(status.st_ctim.tv_nsec);
+    return {{changed, status.st_dev, status.st_ino, status.st_size}};
+}
 
 struct Watched
 {
@@ -179,7 +167,7 @@ private:
         follow(number, *file);
         // The clock of files is coarse.
         constexpr std::chrono::milliseconds tick(20);
-        if (!file->trace.exists || file->trace.changed >= file->since.time_since_epoch() - tick)
+        if (!file->trace || std::get<0>(*file->trace) >= file->since.time_since_epoch() - tick)
             postpone(number, Clock::now());
     }
 
@@ -188,7 +176,7 @@ private:
         const std::string reason =
             settings.usesSystem ? watches->follow(number, file.path) : std::string("it was asked for");
         file.isPolled = !reason.empty();
-        file.trace = Trace::of(file.path);
+        file.trace = traceOf(file.path);
         if (file.isPolled && !isReported) {
             isReported = true;
             report(file.path, "it is not watched but looked at every few seconds: " + reason);
@@ -212,7 +200,7 @@ private:
             return;
         nextPolling = now + settings.polling;
         for (const auto& [number, file] : known) {
-            if (file->isPolled && Trace::of(file->path).differsFrom(file->trace))
+            if (file->isPolled && traceOf(file->path) != file->trace)
                 postpone(number, now);
         }
     }
@@ -226,7 +214,7 @@ private:
         }
         for (const auto& [number, file] : due) {
             file->due.reset();
-            follow(number, *file); // first, so that what changes from here on is told of again
+            follow(number, *file); // first, so that what changes from here on is reported again
             {
                 const std::lock_guard lock(mutex);
                 if (isStopped || files.count(number) == 0)
@@ -240,7 +228,7 @@ private:
     {
         try {
             file.changed();
-        } catch (const std::exception& error) { // as for want of memory; the next change is told of again
+        } catch (const std::exception& error) { // as for want of memory; the next change is reported again
             report(file.path, std::string("it was changed, but not looked at: ") + error.what());
         }
     }

@@ -12,7 +12,7 @@
 namespace Files {
 
 // Tells when files may have been changed, on a thread of its own that starts with the first file. A file that
-// is written in several steps is told of when it has been quiet for a moment. Where the system does not
+// is written in several steps is reported when it has been quiet for a moment. Where the system does not
 // watch, it looks every other second. Standard library and system only. Any thread.
 class VANTRY_FILES_EXPORT FileWatcher
 {

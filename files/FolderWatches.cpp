@@ -1,16 +1,16 @@
 #include "files/FolderWatches.h"
 
+#include "files/FileDescriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <cstdint>
 #include <cstring>
 #include <set>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace Files {
@@ -21,11 +21,6 @@ constexpr unsigned comesAndGoes =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr unsigned content = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 
-std::string reasonOf(int error)
-{
-    return std::generic_category().message(error);
-}
-
 // What other machines write there comes without news.
 bool isRemote(const std::string& folder)
 {
@@ -35,22 +30,13 @@ bool isRemote(const std::string& folder)
            std::find(kinds.begin(), kinds.end(), static_cast<std::uint32_t>(status.f_type)) != kinds.end();
 }
 
-std::string linkTarget(const std::string& path)
-{
-    std::array<char, PATH_MAX> target{};
-    const ssize_t size = ::readlink(path.c_str(), target.data(), target.size());
-    return size < 0 ? std::string() : std::string(target.data(), static_cast<std::size_t>(size));
-}
-
 std::string join(const std::string& folder, const std::string& name)
 {
     return folder == "/" ? folder + name : folder + '/' + name;
 }
 
-} // namespace
-
 // Walks a path from the top, a name at a time, and into the targets of links.
-struct FolderWatches::Way
+struct Way
 {
     std::string folder = "/"; // without links
     std::string rest;         // what is still to be walked
@@ -81,8 +67,8 @@ struct FolderWatches::Way
         if (::lstat(path.c_str(), &status) != 0)
             return false;
         if (S_ISLNK(status.st_mode)) {
-            const std::string target = linkTarget(path);
-            if (target.empty() || ++links > mostLinks)
+            std::string target;
+            if (FileOps::system().readLink(path, target) != 0 || target.empty() || ++links > mostLinks)
                 return false;
             if (target.front() == '/')
                 folder = "/";
@@ -93,6 +79,8 @@ struct FolderWatches::Way
         return S_ISDIR(status.st_mode);
     }
 };
+
+} // namespace
 
 FolderWatches::FolderWatches() : notifier(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
@@ -118,7 +106,7 @@ bool FolderWatches::add(const std::string& folder, const std::string& name, unsi
 std::string FolderWatches::follow(File file, const std::string& path)
 {
     if (notifier < 0)
-        return reasonOf(EMFILE);
+        return systemReason(EMFILE);
     std::string reason;
     std::vector<Place> places;
     Way way;
@@ -127,7 +115,7 @@ std::string FolderWatches::follow(File file, const std::string& path)
         const std::string folder = way.folder;
         const bool isFile = way.isAtEnd();
         if (!add(folder, name, isFile ? comesAndGoes | content : comesAndGoes, places) && reason.empty())
-            reason = folder + ": " + reasonOf(errno);
+            reason = folder + ": " + systemReason();
         else if (isFile && isRemote(folder))
             reason = folder + " may be written by other machines";
         if (!way.enter(name))

@@ -35,8 +35,6 @@ public:
 private:
     using Place = std::pair<int, std::string>; // a watched folder's number, and a name in it
 
-    struct Way; // to a file, step by step
-
     bool add(const std::string& folder, const std::string& name, unsigned kinds, std::vector<Place>& places);
     void release(const std::vector<Place>& places);
 

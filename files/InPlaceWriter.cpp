@@ -1,9 +1,13 @@
 #include "files/InPlaceWriter.h"
 
+#include "files/FileJournal.h"
+#include "files/FileReplacement.h"
 #include "files/StateFolder.h"
 
 #include <cerrno>
 #include <fcntl.h>
+#include <memory>
+#include <optional>
 
 namespace Files {
 
@@ -21,107 +25,127 @@ void keepMode(FileOps& ops, int folder, const std::string& name, const struct st
         warning = "its permissions could not be kept: " + systemReason();
 }
 
-} // namespace
-
-InPlaceWriter::InPlaceWriter(FileOps& fileOps, const FileDescriptor& fileFolder,
-                             const FileLocation& fileLocation)
-    : ops(fileOps), folder(fileFolder), location(fileLocation)
+class InPlaceWriter
 {
-}
+public:
+    InPlaceWriter(FileOps& fileOps, const FileDescriptor& fileFolder, const FileLocation& fileLocation)
+        : ops(fileOps), folder(fileFolder), location(fileLocation)
+    {
+    }
 
-std::string InPlaceWriter::write(const struct stat& status, const std::string& found,
-                                 const std::string& bytes, std::string& warning, bool& isChanged)
-{
-    FileDescriptor file(ops);
-    struct stat opened = {};
-    std::string error = file.openRegular(folder.get(), location.name, O_RDWR, opened);
-    if (error.empty())
-        error = keepJournal(status, {location.name, status.st_ino, found});
-    if (!error.empty())
-        return error;
-    // As late as can be: what another program does between this and the writing is lost.
-    const std::optional<bool> isSame = file.holds(found);
-    if (!isSame)
-        error = "it cannot be read: " + systemReason();
-    isChanged = isSame && (!*isSame || !isSameFile(opened, status));
-    if (!error.empty() || isChanged) {
+    std::string write(const struct stat& status, const std::string& found, const std::string& bytes,
+                      std::string& warning, bool& isChanged)
+    {
+        FileDescriptor file(ops);
+        struct stat opened = {};
+        std::string error = file.openRegular(folder.get(), location.name, O_RDWR, opened);
+        if (error.empty())
+            error = keepJournal(status, {location.name, status.st_ino, found});
+        if (!error.empty())
+            return error;
+        // As late as can be: what another program does between this and the writing is lost.
+        const std::optional<bool> isSame = file.holds(found);
+        if (!isSame)
+            error = "it cannot be read: " + systemReason();
+        isChanged = isSame && (!*isSame || !isSameFile(opened, status));
+        if (!error.empty() || isChanged) {
+            removeJournal();
+            return error;
+        }
+        error = overwrite(ops, file, bytes);
+        if (error.empty())
+            keepMode(ops, folder.get(), location.name, status, warning);
+        if (error.empty() && ops.unlinkAt(journalFolder, journalName) != 0)
+            error =
+                "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
+        if (!error.empty())
+            return error + undo(opened, found);
+        if (ops.sync(journalFolder) != 0)
+            warning = "it may be the old one after a power cut: " + systemReason();
+        return {};
+    }
+
+private:
+    std::string keepJournal(const struct stat& status, FileJournal content)
+    {
+        bool isBarred = status.st_nlink > 1; // who reads it by its other name has to find the journal, too
+        std::string error;
+        if (!isBarred)
+            error = keepIn(folder, content, isBarred);
+        if (isBarred) {
+            state = StateFolder::make(ops, error);
+            content.file = location.path();
+            if (state)
+                error = keepIn(*state, content, isBarred);
+        }
+        return error.empty() ? error : "no copy of its content can be kept meanwhile: " + error;
+    }
+
+    std::string keepIn(const FileDescriptor& place, const FileJournal& content, bool& isBarred)
+    {
+        journal.emplace(ops, place.get());
+        std::string error = journal->create(TemporaryName::Kind::Replacement, 0600);
+        if (error.empty())
+            error = journal->fill(content.toBytes());
+        if (error.empty())
+            error = journal->finish();
+        const std::string name = TemporaryName::make(TemporaryName::Kind::Journal);
+        bool isTaken = false;
+        if (error.empty())
+            error = journal->publish(name, isTaken);
+        if (isTaken)
+            error = name + " exists already";
+        isBarred = journal->isBarred();
+        if (!error.empty())
+            return error;
+        journalFolder = place.get();
+        journalName = name;
+        if (ops.sync(place.get()) == 0)
+            return {};
+        error = "it cannot be brought onto the disk: " + systemReason();
         removeJournal();
         return error;
     }
-    error = overwrite(ops, file, bytes);
-    if (error.empty())
-        keepMode(ops, folder.get(), location.name, status, warning);
-    if (error.empty() && ops.unlinkAt(journalFolder, journalName) != 0)
-        error = "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
-    if (!error.empty())
-        return error + undo(opened, found);
-    if (ops.sync(journalFolder) != 0)
-        warning = "it may be the old one after a power cut: " + systemReason();
-    return {};
-}
 
-std::string InPlaceWriter::keepJournal(const struct stat& status, FileJournal content)
-{
-    bool isBarred = status.st_nlink > 1; // who reads it by its other name has to find the journal, too
-    std::string error;
-    if (!isBarred)
-        error = keepIn(folder, content, isBarred);
-    if (isBarred) {
-        state = StateFolder::make(ops, error);
-        content.file = location.path();
-        if (state)
-            error = keepIn(*state, content, isBarred);
-    }
-    return error.empty() ? error : "no copy of its content can be kept meanwhile: " + error;
-}
-
-std::string InPlaceWriter::keepIn(const FileDescriptor& place, const FileJournal& content, bool& isBarred)
-{
-    journal.emplace(ops, place.get());
-    std::string error = journal->create(TemporaryName::Kind::Replacement, 0600);
-    if (error.empty())
-        error = journal->fill(content.toBytes());
-    if (error.empty())
-        error = journal->finish();
-    const std::string name = TemporaryName::make(TemporaryName::Kind::Journal);
-    bool isTaken = false;
-    if (error.empty())
-        error = journal->publish(name, isTaken);
-    if (isTaken)
-        error = name + " exists already";
-    isBarred = journal->isBarred();
-    if (!error.empty())
-        return error;
-    journalFolder = place.get();
-    journalName = name;
-    if (ops.sync(place.get()) == 0)
+    // Empty when nothing is left of the attempt.
+    std::string undo(const struct stat& written, const std::string& found)
+    {
+        FileDescriptor file(ops);
+        struct stat status = {};
+        std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, status);
+        const bool isReplaced = error.empty() && status.st_ino != written.st_ino;
+        if (error.empty() && !isReplaced)
+            error = overwrite(ops, file, found);
+        if (!error.empty())
+            return "; it is damaged until it is read next, when its former content comes back from " +
+                   journalName;
+        removeJournal();
         return {};
-    error = "it cannot be brought onto the disk: " + systemReason();
-    removeJournal();
-    return error;
-}
+    }
 
-// Empty when nothing is left of the attempt.
-std::string InPlaceWriter::undo(const struct stat& written, const std::string& found)
-{
-    FileDescriptor file(ops);
-    struct stat status = {};
-    std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, status);
-    const bool isReplaced = error.empty() && status.st_ino != written.st_ino;
-    if (error.empty() && !isReplaced)
-        error = overwrite(ops, file, found);
-    if (!error.empty())
-        return "; it is damaged until it is read next, when its former content comes back from " +
-               journalName;
-    removeJournal();
-    return {};
-}
+    // When the file has what the journal has, which is therefore no longer needed, nor harmful.
+    void removeJournal()
+    {
+        if (ops.unlinkAt(journalFolder, journalName) == 0)
+            ops.sync(journalFolder);
+    }
 
-// When the file has what the journal has, which is therefore no longer needed, nor harmful.
-void InPlaceWriter::removeJournal()
+    FileOps& ops; // not owned
+    const FileDescriptor& folder;
+    const FileLocation& location;
+    std::unique_ptr<FileDescriptor> state;  // opened when the journal is to lie there
+    std::optional<FileReplacement> journal; // locked while the file is being written
+    int journalFolder = -1;                 // not owned
+    std::string journalName;
+};
+
+} // namespace
+
+std::string writeInPlace(FileOps& ops, const FileDescriptor& folder, const FileLocation& location,
+                         const struct stat& status, const std::string& found, const std::string& bytes,
+                         std::string& warning, bool& isChanged)
 {
-    if (ops.unlinkAt(journalFolder, journalName) == 0)
-        ops.sync(journalFolder);
+    return InPlaceWriter(ops, folder, location).write(status, found, bytes, warning, isChanged);
 }
 
 } // namespace Files

@@ -51,29 +51,26 @@ std::string StateFolder::path()
 
 std::unique_ptr<FileDescriptor> StateFolder::open(FileOps& ops, std::string& error, bool& isAbsent)
 {
+    const auto refuse = [&error](const std::string& reason) {
+        error = reason;
+        return nullptr;
+    };
     const std::string place = path();
     isAbsent = place.empty();
-    if (isAbsent) {
-        error = "neither XDG_STATE_HOME nor HOME names a place";
-        return nullptr;
-    }
+    if (isAbsent)
+        return refuse("neither XDG_STATE_HOME nor HOME names a place");
     auto folder = std::make_unique<FileDescriptor>(ops, openLinked(ops, place));
     struct stat status = {};
     if (!folder->isOpen() || ops.stat(folder->get(), status) != 0) {
         // The home that the environment names may be another user's.
         isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
-        error = place + " cannot be opened: " + systemReason();
-        return nullptr;
+        return refuse(place + " cannot be opened: " + systemReason());
     }
     isAbsent = status.st_uid != ::geteuid();
-    if (isAbsent) {
-        error = place + " belongs to another user";
-        return nullptr;
-    }
-    if ((status.st_mode & 07777) != onlyMine && ops.changeMode(folder->get(), onlyMine) != 0) {
-        error = place + " cannot be closed to other users: " + systemReason();
-        return nullptr;
-    }
+    if (isAbsent)
+        return refuse(place + " belongs to another user");
+    if ((status.st_mode & 07777) != onlyMine && ops.changeMode(folder->get(), onlyMine) != 0)
+        return refuse(place + " cannot be closed to other users: " + systemReason());
     return folder;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileSaver.h"
+#include "files/TemporaryName.h"
 
 #include <QDir>
 #include <QFile>
@@ -71,7 +72,7 @@ public:
     // What saves have left, in the folder, its state folder and one below.
     QStringList leftovers() const
     {
-        const QStringList ours(QLatin1String(Files::FileSaver::temporaryPrefix) + QLatin1Char('*'));
+        const QStringList ours(QLatin1String(Files::TemporaryName::prefix) + QLatin1Char('*'));
         QStringList names;
         for (const char* below : {"", "state/vantry", "sub"})
             names += QDir(folder.filePath(QLatin1String(below))).entryList(ours, QDir::Files | QDir::Hidden);

@@ -1,4 +1,5 @@
 #include "files/FileSaver.h"
+#include "files/TemporaryName.h"
 #include "tests/files/InterceptedOps.h"
 #include "tests/files/MemoryDisk.h"
 #include "tests/support/TestRun.h"
@@ -135,7 +136,7 @@ private:
             const std::string content = read.missing ? "(missing)" : read.bytes;
             if (content != newContent && (isSaved || content != oldContent))
                 wrong += read.error + " found: " + content + '\n';
-            for (const std::string& name : cut.findNames(FileSaver::temporaryPrefix))
+            for (const std::string& name : cut.findNames(Files::TemporaryName::prefix))
                 wrong += "left: " + name + '\n';
         }
         return wrong;
