@@ -1,7 +1,8 @@
-#include "fuzz/DocumentExercise.h"
-
+#include "fuzz/Exercises.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/Document.h"
 #include "repository/documents/common/Values.h"
 
 #include <algorithm>
@@ -9,8 +10,11 @@
 namespace Fuzz {
 
 using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
 using Repository::Documents::Document;
+using Repository::Documents::Entry;
 using Repository::Documents::isSame;
+using Repository::Documents::joinPath;
 using Repository::Documents::Outcome;
 using Repository::Documents::Span;
 
@@ -24,297 +28,309 @@ bool isAtOrBelow(const std::string& path, const std::string& above)
            (path.size() == above.size() || above.empty() || path[above.size()] == '.');
 }
 
-std::string joined(const std::string& parent, const std::string& name)
+bool areSame(const std::vector<Entry>& some, const std::vector<Entry>& others)
 {
-    return parent.empty() ? name : parent + '.' + name;
+    return std::equal(
+        some.begin(), some.end(), others.begin(), others.end(),
+        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
 }
 
-} // namespace
-
-DocumentExercise::DocumentExercise(std::string_view formatName, std::string_view input)
-    : format(formatName), text(input), choices(input),
-      document(Repository::Documents::makeDocument(formatName))
-{
-    const std::size_t end = input.rfind('\0');
-    if (end != std::string_view::npos) {
-        text = input.substr(0, end);
-        choices = input.substr(end + 1);
-    }
-}
-
-std::string DocumentExercise::run()
-{
-    if (!document->parse(std::string(text)).ok())
-        return {};
-    before = text;
-    entries = entriesOf(*document);
-    action = "parse";
-    if (document->getBytes() != text)
-        return fault("the bytes changed without an edit");
-    std::string broken = checkTree();
-    for (int edit = 0; edit < mostEdits && broken.empty() && !choices.empty(); ++edit) {
-        before = document->getBytes();
-        entries = entriesOf(*document);
-        broken = checkEdit();
-    }
-    return broken.empty() ? checkCopy() : broken;
-}
-
-std::string DocumentExercise::checkEdit()
-{
-    switch (choose(4)) {
-    case 0:
-        return checkInsertion(takePath(), takeValue());
-    case 1:
-        return checkRemoval(takePath());
-    default:
-        const Entry* const entry = takeEntry();
-        return entry ? checkSet(*entry, takeValue()) : std::string();
-    }
-}
-
-std::string DocumentExercise::checkSet(const Entry& entry, const Value& value)
-{
-    action =
-        "set \"" + entry.path + "\" to \"" + toText(value) + "\", " + std::string(describeType(value.type));
-    const std::optional<std::string> spelling = document->spell(entry.path);
-    const std::optional<Span> span = document->locate(entry.path);
-    const bool isGroup = entry.value.type == Type::Group;
-    if (spelling.has_value() == isGroup || span.has_value() == isGroup)
-        return fault("a value is not found, or a group has one");
-    if (span && (span->offset > before.size() || span->length > before.size() - span->offset))
-        return fault("a value lies outside of the text");
-    if (!document->set(entry.path, value).ok())
-        return checkNothingChanged();
-    if (isGroup)
-        return fault("a group took a value");
-    const std::string after = document->getBytes();
-    const std::string_view behind = std::string_view(before).substr(span->offset + span->length);
-    // Null is a key without separator where a format has no word for it. A second edit may take back what the
-    // first had to put around its value.
-    const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null;
-    if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
-                      after.size() < span->offset + behind.size() ||
-                      std::string_view(after).substr(after.size() - behind.size()) != behind))
-        return fault("more than the value's own bytes changed");
-    std::vector<Entry> expected = entries;
-    expected[std::size_t(&entry - entries.data())].value = value;
-    const std::vector<Entry> now = entriesOf(*document);
-    const auto same = [](const Entry& a, const Entry& b) {
-        return a.path == b.path && isSame(a.value, b.value);
-    };
-    if (!std::equal(now.begin(), now.end(), expected.begin(), expected.end(), same))
-        return fault("more than one entry changed, or the wrong way");
-    std::string broken = checkTree();
-    return broken.empty() && choose(2) == 0 ? checkUndo(entry, *spelling) : broken;
-}
-
-std::string DocumentExercise::checkUndo(const Entry& entry, const std::string& spelling)
-{
-    action += ", and back";
-    const Outcome outcome = document->respell(entry.path, spelling);
-    if (!outcome.ok())
-        return fault("a value does not take its old spelling again: " + outcome.error);
-    return checkNothingChanged();
-}
-
-std::string DocumentExercise::checkInsertion(const std::string& path, const Value& value)
-{
-    action = "insert \"" + path + "\" as \"" + toText(value) + "\", " + std::string(describeType(value.type));
-    if (!document->insert(path, value).ok())
-        return checkNothingChanged();
-    std::string broken = checkTree();
-    if (!broken.empty())
-        return broken;
-    const std::vector<Entry> now = entriesOf(*document);
-    const auto holds = [&now](const std::string& place, const Value& expected) {
-        return std::any_of(now.begin(), now.end(), [&](const Entry& entry) {
-            return entry.path == place && (expected.type == Type::Group || isSame(entry.value, expected));
-        });
-    };
-    const bool isRootGroup = path.empty() && value.type == Type::Group; // which no document tells of
-    if (!isRootGroup && !holds(path, value))
-        return fault("what was inserted is not there");
-    for (const Entry& entry : entries) {
-        if (entry.path != path && !holds(entry.path, entry.value))
-            return fault("inserting changed \"" + entry.path + "\"");
-    }
-    return {};
-}
-
-std::string DocumentExercise::checkRemoval(const std::string& path)
-{
-    action = "remove \"" + path + "\"";
-    const bool siblingsMove = document->removalMovesSiblings(path);
-    if (!document->remove(path).ok())
-        return checkNothingChanged();
-    std::string broken = checkTree();
-    if (!broken.empty() || siblingsMove)
-        return broken;
-    if (document->contains(path))
-        return fault("what was removed is still there");
-    const std::vector<Entry> now = entriesOf(*document);
-    for (const Entry& entry : entries) {
-        const bool goes = entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
-        const bool stays = std::any_of(now.begin(), now.end(), [&entry](const Entry& other) {
-            return other.path == entry.path && isSame(other.value, entry.value);
-        });
-        if (!goes && !stays)
-            return fault("removing took \"" + entry.path + "\" as well");
-    }
-    return {};
-}
-
-std::string DocumentExercise::checkTree() const
-{
-    const auto again = Repository::Documents::makeDocument(format);
-    const std::string bytes = document->getBytes();
-    const Outcome outcome = again->parse(bytes);
-    // When lines go, those that are left may have so many NUL characters that they pass for a binary file.
-    if (!outcome.ok() && bytes.find('\0') != std::string::npos)
-        return {};
-    if (!outcome.ok())
-        return fault("the text cannot be read again: " + outcome.error);
-    const std::vector<Entry> shown = entriesOf(*document);
-    const std::vector<Entry> read = entriesOf(*again);
-    for (std::size_t i = 0; i < std::max(shown.size(), read.size()); ++i) {
-        if (i >= shown.size() || i >= read.size() || shown[i].path != read[i].path)
-            return fault("reading the text again gives other entries");
-        if (!isSame(shown[i].value, read[i].value))
-            return fault("reading the text again gives \"" + shown[i].path + "\" another value, \"" +
-                         toText(read[i].value) + "\" for \"" + toText(shown[i].value) + "\"");
-        if (!document->contains(shown[i].path) && !shown[i].path.empty())
-            return fault("the entry \"" + shown[i].path + "\" cannot be found");
-    }
-    return {};
-}
-
-std::string DocumentExercise::checkNothingChanged() const
-{
-    if (document->getBytes() != before)
-        return fault("bytes changed that had to stay");
-    const std::vector<Entry> now = entriesOf(*document);
-    const auto same = [](const Entry& a, const Entry& b) {
-        return a.path == b.path && isSame(a.value, b.value);
-    };
-    if (!std::equal(now.begin(), now.end(), entries.begin(), entries.end(), same))
-        return fault("entries changed that had to stay");
-    return {};
-}
-
-// Files of lines have an order of their own, in which groups may be told of several times.
-std::string DocumentExercise::checkCopy() const
-{
-    if (format != "json" && format != "xml")
-        return {};
-    const std::vector<Entry> shown = entriesOf(*document);
-    const auto copy = Repository::Documents::makeDocument(format);
-    copy->beginRun();
-    for (const Entry& entry : shown) {
-        if (!copy->insert(entry.path, entry.value).ok())
-            return {};
-    }
-    std::string lacking;
-    if (!copy->endRun(lacking).ok())
-        return {};
-    const auto again = Repository::Documents::makeDocument(format);
-    const Outcome outcome = again->parse(copy->getBytes());
-    if (!outcome.ok())
-        return fault("a copy cannot be read: " + outcome.error + "\n" + copy->getBytes());
-    const auto same = [](const Entry& a, const Entry& b) {
-        return a.path == b.path && isSame(a.value, b.value);
-    };
-    for (const Document* each : {copy.get(), again.get()}) {
-        const std::vector<Entry> now = entriesOf(*each);
-        if (!std::equal(now.begin(), now.end(), shown.begin(), shown.end(), same))
-            return fault("a copy holds something else:\n" + copy->getBytes());
-    }
-    return {};
-}
-
-std::string DocumentExercise::fault(const std::string& what) const
-{
-    return what + "\nby: " + action + "\n--- before\n" + before + "\n--- after\n" + document->getBytes() +
-           "\n---\n";
-}
-
-std::vector<DocumentExercise::Entry> DocumentExercise::entriesOf(const Document& shown) const
+std::vector<Entry> entriesOf(const Document& document)
 {
     std::vector<Entry> found;
-    shown.visit([&found](const Entry& entry) { found.push_back(entry); });
+    document.visit([&found](const Entry& entry) { found.push_back(entry); });
     return found;
 }
 
-unsigned DocumentExercise::choose(std::size_t count)
+class DocumentExercise
 {
-    if (choices.empty() || count == 0)
-        return 0;
-    const auto byte = static_cast<unsigned char>(choices.front());
-    choices.remove_prefix(1);
-    return unsigned(byte % count);
-}
+public:
+    // The text of the file is all up to the last NUL byte, and the edits are made from the bytes after it;
+    // without a NUL the input is both, so that a seed is a plain file.
+    DocumentExercise(std::string_view formatName, std::string_view input)
+        : format(formatName), text(input), choices(input),
+          document(Repository::Documents::makeDocument(formatName))
+    {
+        const std::size_t end = input.rfind('\0');
+        if (end != std::string_view::npos) {
+            text = input.substr(0, end);
+            choices = input.substr(end + 1);
+        }
+    }
 
-std::string DocumentExercise::takeText()
-{
-    const std::string taken(choices.substr(0, choose(24)));
-    choices.remove_prefix(std::min(taken.size(), choices.size()));
-    return taken;
-}
+    std::string run()
+    {
+        if (!document->parse(std::string(text)).ok())
+            return {};
+        before = text;
+        entries = entriesOf(*document);
+        action = "parse";
+        if (document->getBytes() != text)
+            return fault("the bytes changed without an edit");
+        std::string broken = checkTree();
+        for (int edit = 0; edit < mostEdits && broken.empty() && !choices.empty(); ++edit) {
+            before = document->getBytes();
+            entries = entriesOf(*document);
+            broken = checkEdit();
+        }
+        return broken.empty() ? checkCopy() : broken;
+    }
 
-DocumentExercise::Value DocumentExercise::takeValue()
-{
-    switch (choose(14)) {
-    case 0:
-        return {Type::Null, {}};
-    case 1:
-        return {Type::Bool, choose(2) == 0};
-    case 2:
-        return {Type::Integer, std::int64_t(choose(256)) - 128};
-    case 3:
-        return {Type::Unsigned, UINT64_MAX - choose(256)};
-    case 4:
-        return {Type::Double, (choose(256) - 100.0) / 8};
-    case 5:
-        return {Type::StringList, std::vector<std::string>{takeText(), takeText()}};
-    case 6:
-        return {Type::StringList, std::vector<std::string>()};
-    case 7:
-        return {Type::ByteArray, takeText()};
-    case 8:
-        return {Type::Date, std::string("2024-02-29")};
-    case 9:
-        return {Type::Time, std::string("23:59:59.999")};
-    case 10:
-        return {Type::DateTime, std::string("2024-02-29T08:30:00+01:00")};
-    case 11:
+private:
+    std::string checkEdit()
+    {
+        switch (choose(4)) {
+        case 0:
+            return checkInsertion(takePath(), takeValue());
+        case 1:
+            return checkRemoval(takePath());
+        default:
+            const Entry* const entry = takeEntry();
+            return entry ? checkSet(*entry, takeValue()) : std::string();
+        }
+    }
+
+    std::string checkSet(const Entry& entry, const Value& value)
+    {
+        action = "set \"" + entry.path + "\" to \"" + toText(value) + "\", " +
+                 std::string(describeType(value.type));
+        const std::optional<std::string> spelling = document->spell(entry.path);
+        const std::optional<Span> span = document->locate(entry.path);
+        const bool isGroup = entry.value.type == Type::Group;
+        if (spelling.has_value() == isGroup || span.has_value() == isGroup)
+            return fault("a value is not found, or a group has one");
+        if (span && (span->offset > before.size() || span->length > before.size() - span->offset))
+            return fault("a value lies outside of the text");
+        if (!document->set(entry.path, value).ok())
+            return checkNothingChanged();
+        if (isGroup)
+            return fault("a group took a value");
+        const std::string after = document->getBytes();
+        const std::string_view rest = std::string_view(before).substr(span->offset + span->length);
+        // Null is a key without separator where a format has no word for it. A second edit may take back what
+        // the first had to put around its value.
+        const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null;
+        if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
+                          after.size() < span->offset + rest.size() ||
+                          std::string_view(after).substr(after.size() - rest.size()) != rest))
+            return fault("more than the value's own bytes changed");
+        std::vector<Entry> expected = entries;
+        expected[std::size_t(&entry - entries.data())].value = value;
+        if (!areSame(entriesOf(*document), expected))
+            return fault("more than one entry changed, or the wrong way");
+        std::string broken = checkTree();
+        return broken.empty() && choose(2) == 0 ? checkUndo(entry, *spelling) : broken;
+    }
+
+    std::string checkUndo(const Entry& entry, const std::string& spelling)
+    {
+        action += ", and back";
+        const Outcome outcome = document->respell(entry.path, spelling);
+        if (!outcome.ok())
+            return fault("a value does not take its old spelling again: " + outcome.error);
+        return checkNothingChanged();
+    }
+
+    std::string checkInsertion(const std::string& path, const Value& value)
+    {
+        action =
+            "insert \"" + path + "\" as \"" + toText(value) + "\", " + std::string(describeType(value.type));
+        if (!document->insert(path, value).ok())
+            return checkNothingChanged();
+        std::string broken = checkTree();
+        if (!broken.empty())
+            return broken;
+        const std::vector<Entry> now = entriesOf(*document);
+        const auto holds = [&now](const std::string& place, const Value& expected) {
+            return std::any_of(now.begin(), now.end(), [&](const Entry& entry) {
+                return entry.path == place && (expected.type == Type::Group || isSame(entry.value, expected));
+            });
+        };
+        const bool isRootGroup = path.empty() && value.type == Type::Group; // which no document tells of
+        if (!isRootGroup && !holds(path, value))
+            return fault("what was inserted is not there");
+        for (const Entry& entry : entries) {
+            if (entry.path != path && !holds(entry.path, entry.value))
+                return fault("inserting changed \"" + entry.path + "\"");
+        }
         return {};
-    default:
-        return {Type::String, takeText()};
     }
-}
 
-const DocumentExercise::Entry* DocumentExercise::takeEntry()
-{
-    return entries.empty() ? nullptr : &entries[choose(std::min<std::size_t>(entries.size(), 256))];
-}
-
-std::string DocumentExercise::takePath()
-{
-    static const char* const names[] = {"k",  "a",   "0",   "1",     "k[2]", "#value",
-                                        "@x", "%2E", "%00", "#text", "t"};
-    const Entry* const entry = takeEntry();
-    const std::string near = entry ? entry->path : std::string();
-    switch (choose(4)) {
-    case 0:
-        return near;
-    case 1:
-        return joined(near, takeText());
-    case 2:
-        return joined(near.substr(0, std::min(near.rfind('.'), near.size())),
-                      names[choose(std::size(names))]);
-    default:
-        return joined(near, names[choose(std::size(names))]);
+    std::string checkRemoval(const std::string& path)
+    {
+        action = "remove \"" + path + "\"";
+        const bool siblingsMove = document->removalMovesSiblings(path);
+        if (!document->remove(path).ok())
+            return checkNothingChanged();
+        std::string broken = checkTree();
+        if (!broken.empty() || siblingsMove)
+            return broken;
+        if (document->contains(path))
+            return fault("what was removed is still there");
+        const std::vector<Entry> now = entriesOf(*document);
+        for (const Entry& entry : entries) {
+            const bool goes = entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
+            const bool stays = std::any_of(now.begin(), now.end(), [&entry](const Entry& other) {
+                return other.path == entry.path && isSame(other.value, entry.value);
+            });
+            if (!goes && !stays)
+                return fault("removing took \"" + entry.path + "\" as well");
+        }
+        return {};
     }
+
+    std::string checkTree() const
+    {
+        const auto again = Repository::Documents::makeDocument(format);
+        const std::string bytes = document->getBytes();
+        const Outcome outcome = again->parse(bytes);
+        // When lines go, those that are left may have so many NUL characters that they pass for a binary
+        // file.
+        if (!outcome.ok() && bytes.find('\0') != std::string::npos)
+            return {};
+        if (!outcome.ok())
+            return fault("the text cannot be read again: " + outcome.error);
+        const std::vector<Entry> shown = entriesOf(*document);
+        const std::vector<Entry> read = entriesOf(*again);
+        for (std::size_t i = 0; i < std::max(shown.size(), read.size()); ++i) {
+            if (i >= shown.size() || i >= read.size() || shown[i].path != read[i].path)
+                return fault("reading the text again gives other entries");
+            if (!isSame(shown[i].value, read[i].value))
+                return fault("reading the text again gives \"" + shown[i].path + "\" another value, \"" +
+                             toText(read[i].value) + "\" for \"" + toText(shown[i].value) + "\"");
+            if (!document->contains(shown[i].path) && !shown[i].path.empty())
+                return fault("the entry \"" + shown[i].path + "\" cannot be found");
+        }
+        return {};
+    }
+
+    std::string checkNothingChanged() const
+    {
+        if (document->getBytes() != before)
+            return fault("bytes changed that had to stay");
+        if (!areSame(entriesOf(*document), entries))
+            return fault("entries changed that had to stay");
+        return {};
+    }
+
+    // Files of lines have an order of their own, in which groups may be told of several times.
+    std::string checkCopy() const
+    {
+        if (format != "json" && format != "xml")
+            return {};
+        const std::vector<Entry> shown = entriesOf(*document);
+        const auto copy = Repository::Documents::makeDocument(format);
+        copy->beginRun();
+        for (const Entry& entry : shown) {
+            if (!copy->insert(entry.path, entry.value).ok())
+                return {};
+        }
+        std::string lacking;
+        if (!copy->endRun(lacking).ok())
+            return {};
+        const auto again = Repository::Documents::makeDocument(format);
+        const Outcome outcome = again->parse(copy->getBytes());
+        if (!outcome.ok())
+            return fault("a copy cannot be read: " + outcome.error + "\n" + copy->getBytes());
+        for (const Document* each : {copy.get(), again.get()}) {
+            if (!areSame(entriesOf(*each), shown))
+                return fault("a copy holds something else:\n" + copy->getBytes());
+        }
+        return {};
+    }
+
+    std::string fault(const std::string& what) const
+    {
+        return what + "\nby: " + action + "\n--- before\n" + before + "\n--- after\n" + document->getBytes() +
+               "\n---\n";
+    }
+
+    unsigned choose(std::size_t count)
+    {
+        if (choices.empty() || count == 0)
+            return 0;
+        const auto byte = static_cast<unsigned char>(choices.front());
+        choices.remove_prefix(1);
+        return unsigned(byte % count);
+    }
+
+    std::string takeText()
+    {
+        const std::string taken(choices.substr(0, choose(24)));
+        choices.remove_prefix(std::min(taken.size(), choices.size()));
+        return taken;
+    }
+
+    Value takeValue()
+    {
+        switch (choose(14)) {
+        case 0:
+            return {Type::Null, {}};
+        case 1:
+            return {Type::Bool, choose(2) == 0};
+        case 2:
+            return {Type::Integer, std::int64_t(choose(256)) - 128};
+        case 3:
+            return {Type::Unsigned, UINT64_MAX - choose(256)};
+        case 4:
+            return {Type::Double, (choose(256) - 100.0) / 8};
+        case 5:
+            return {Type::StringList, std::vector<std::string>{takeText(), takeText()}};
+        case 6:
+            return {Type::StringList, std::vector<std::string>()};
+        case 7:
+            return {Type::ByteArray, takeText()};
+        case 8:
+            return {Type::Date, std::string("2024-02-29")};
+        case 9:
+            return {Type::Time, std::string("23:59:59.999")};
+        case 10:
+            return {Type::DateTime, std::string("2024-02-29T08:30:00+01:00")};
+        case 11:
+            return {};
+        default:
+            return {Type::String, takeText()};
+        }
+    }
+
+    const Entry* takeEntry()
+    {
+        return entries.empty() ? nullptr : &entries[choose(std::min<std::size_t>(entries.size(), 256))];
+    }
+
+    std::string takePath()
+    {
+        static const char* const names[] = {"k",  "a",   "0",   "1",     "k[2]", "#value",
+                                            "@x", "%2E", "%00", "#text", "t"};
+        const Entry* const entry = takeEntry();
+        const std::string near = entry ? entry->path : std::string();
+        switch (choose(4)) {
+        case 0:
+            return near;
+        case 1:
+            return joinPath(near, takeText());
+        case 2:
+            return joinPath(near.substr(0, std::min(near.rfind('.'), near.size())),
+                            names[choose(std::size(names))]);
+        default:
+            return joinPath(near, names[choose(std::size(names))]);
+        }
+    }
+
+    const std::string_view format;
+    std::string_view text;
+    std::string_view choices;
+    const std::unique_ptr<Document> document;
+    std::string before;         // the bytes before the present edit
+    std::vector<Entry> entries; // and the entries
+    std::string action;         // the present edit, in words
+};
+
+} // namespace
+
+Exercise documentExercise(const std::string& format)
+{
+    return [format](std::string_view input) { return DocumentExercise(format, input).run(); };
 }
 
 } // namespace Fuzz

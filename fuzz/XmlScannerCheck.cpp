@@ -1,5 +1,4 @@
-#include "fuzz/XmlScannerCheck.h"
-
+#include "fuzz/Exercises.h"
 #include "repository/documents/xml/XmlScanner.h"
 
 #include <expat.h>
@@ -51,6 +50,11 @@ XmlScannerCheck checkXmlScanner(const std::string& text)
                           std::to_string(XML_GetCurrentByteIndex(parser.expat)) + ": " +
                           XML_ErrorString(XML_GetErrorCode(parser.expat))};
     return {true, scanned == parser.tags ? std::string() : "the parser finds other tags"};
+}
+
+std::string exerciseXmlScanner(std::string_view input)
+{
+    return checkXmlScanner(std::string(input)).fault;
 }
 
 } // namespace Fuzz

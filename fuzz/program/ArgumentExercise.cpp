@@ -4,14 +4,15 @@
 #include "cli/Program.h"
 #include "cli/TypedText.h"
 #include "cli/Usage.h"
-#include "fuzz/program/Exercises.h"
+#include "fuzz/Exercises.h"
 #include "fuzz/program/ScratchFolder.h"
-#include "fuzz/program/Texts.h"
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TypeTag.h"
 
 #include <QMap>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cstdio>
@@ -22,6 +23,7 @@ namespace Fuzz {
 using CommandLine::ExitCode;
 using CommandLine::Invocation;
 using CommandLine::TypedText;
+using FrameworkCore::Values::decodeUtf8;
 
 namespace {
 
@@ -77,41 +79,15 @@ bool steersTerminal(QChar character)
     if (category == QChar::Other_Control || category == QChar::Separator_Line ||
         category == QChar::Separator_Paragraph)
         return true;
-    switch (character.direction()) {
-    case QChar::DirLRE:
-    case QChar::DirLRO:
-    case QChar::DirRLE:
-    case QChar::DirRLO:
-    case QChar::DirPDF:
-    case QChar::DirLRI:
-    case QChar::DirRLI:
-    case QChar::DirFSI:
-    case QChar::DirPDI:
-        return true;
-    default:
-        return false;
-    }
+    const ushort code = character.unicode(); // of embeddings, overrides and isolates
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
 bool hasSteeringLine(const std::string& text)
 {
-    const QStringList lines = textOf(text).split(QLatin1Char('\n'));
-    return std::any_of(lines.begin(), lines.end(), [](const QString& line) {
-        return std::any_of(line.begin(), line.end(), steersTerminal);
-    });
+    const QString lines = decodeUtf8(text).remove(QLatin1Char('\n'));
+    return std::any_of(lines.begin(), lines.end(), steersTerminal);
 }
-
-class CurrentFolder
-{
-public:
-    explicit CurrentFolder(const QString& folder) { QDir::setCurrent(folder); }
-    ~CurrentFolder() { QDir::setCurrent(before); }
-    CurrentFolder(const CurrentFolder&) = delete;
-    CurrentFolder& operator=(const CurrentFolder&) = delete;
-
-private:
-    const QString before = QDir::currentPath();
-};
 
 bool isSame(const Invocation& a, const Invocation& b)
 {
@@ -134,7 +110,7 @@ public:
             input.remove_prefix(std::min(end + 1, input.size()));
         }
         for (const std::string& word : words)
-            texts.append(textOf(word));
+            texts.append(decodeUtf8(word));
     }
 
     std::string run()
@@ -186,7 +162,7 @@ private:
     {
         const std::string shown = CommandLine::Output::valueText(value);
         QString reason;
-        const auto again = TypedText::read(textOf(shown), type, reason);
+        const auto again = TypedText::read(decodeUtf8(shown), type, reason);
         if (!again || CommandLine::Output::valueText(*again) != shown)
             return "it is shown as '" + shown + "', which gives another value";
         const auto json = Repository::Documents::makeDocument("json");
@@ -209,7 +185,8 @@ private:
         std::vector<char*> arguments{const_cast<char*>("vantry")};
         for (std::string& word : words)
             arguments.push_back(word.data());
-        const CurrentFolder current(folder().path());
+        const auto restore = qScopeGuard([before = QDir::currentPath()] { QDir::setCurrent(before); });
+        QDir::setCurrent(ScratchFolder::instance().path());
         Capture output(stdout);
         Capture messages(stderr);
         const ExitCode code = CommandLine::Program::run(int(arguments.size()), arguments.data());
@@ -226,7 +203,7 @@ private:
             return "the exit code is not documented";
         if (code > ExitCode::Negative && messages.empty() && output.empty())
             return "a failure has no message";
-        for (const QString& line : textOf(messages).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
+        for (const QString& line : decodeUtf8(messages).split(QLatin1Char('\n'), Qt::SkipEmptyParts)) {
             if (!line.startsWith(QLatin1String("vantry: ")))
                 return "a message has a second line: " + line.toStdString();
         }
@@ -248,8 +225,8 @@ private:
     {
         const Invocation invocation = Invocation::parse(texts);
         const bool mayChange = code == ExitCode::Done && !invocation.has("--dry-run");
-        for (const QString& name : folder().names()) {
-            const QByteArray bytes = folder().read(name);
+        for (const QString& name : ScratchFolder::instance().names()) {
+            const QByteArray bytes = ScratchFolder::instance().read(name);
             const auto before = presentFiles().find(name);
             if (before != presentFiles().end() && *before == bytes)
                 continue;
@@ -263,24 +240,19 @@ private:
                 !format->parse(bytes.toStdString()).ok())
                 return "'" + name.toStdString() + "' cannot be read any more:\n" + bytes.toStdString();
         }
-        return folder().names().size() < presentFiles().size() ? "a file is gone" : std::string();
-    }
-
-    static const ScratchFolder& folder()
-    {
-        static const ScratchFolder one;
-        return one;
+        return ScratchFolder::instance().names().size() < presentFiles().size() ? "a file is gone"
+                                                                                : std::string();
     }
 
     static void restoreFiles()
     {
-        for (const QString& name : folder().names()) {
+        for (const QString& name : ScratchFolder::instance().names()) {
             if (!presentFiles().contains(name))
-                QFile::remove(folder().path(name));
+                QFile::remove(ScratchFolder::instance().path(name));
         }
         for (auto file = presentFiles().begin(); file != presentFiles().end(); ++file) {
-            if (folder().read(file.key()) != file.value())
-                folder().write(file.key(), file.value());
+            if (ScratchFolder::instance().read(file.key()) != file.value())
+                ScratchFolder::instance().write(file.key(), file.value());
         }
     }
 

@@ -1,7 +1,7 @@
-#include "fuzz/program/Exercises.h"
+#include "fuzz/Exercises.h"
 #include "fuzz/program/ScratchFolder.h"
-#include "fuzz/program/Texts.h"
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "repository/AttributeRepository.h"
@@ -12,6 +12,7 @@
 
 namespace Fuzz {
 
+using FrameworkCore::Values::decodeUtf8;
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
 using Repository::Documents::Entry;
@@ -37,14 +38,10 @@ QByteArray presentContent(const std::string& type)
 }
 
 // An empty group exists in files that have a place for it only.
-bool isGroupLine(const QString& line)
-{
-    return line.endsWith(QLatin1Char('\1'));
-}
-
 Snapshot withoutGroups(Snapshot snapshot)
 {
-    snapshot.erase(std::remove_if(snapshot.begin(), snapshot.end(), isGroupLine), snapshot.end());
+    const auto isGroup = [](const QString& line) { return line.endsWith(QLatin1Char('\1')); };
+    snapshot.erase(std::remove_if(snapshot.begin(), snapshot.end(), isGroup), snapshot.end());
     return snapshot;
 }
 
@@ -129,24 +126,18 @@ public:
     }
 
 private:
-    static const ScratchFolder& folder()
-    {
-        static const ScratchFolder one;
-        return one;
-    }
-
     bool mount(AttributeRepository& where) const
     {
         if (targetType.empty())
             return true;
         if (&where == repository.get()) {
-            folder().clear();
+            ScratchFolder::instance().clear();
             if (isFileThere)
-                folder().write(fileName, presentContent(targetType));
+                ScratchFolder::instance().write(fileName, presentContent(targetType));
         }
         return where.getBackendInterface()->createBackend(
             QString::fromStdString(targetType), QStringLiteral("to"),
-            {folder().path(fileName), QString(), AccessMode::ReadWrite}, createOnly);
+            {ScratchFolder::instance().path(fileName), QString(), AccessMode::ReadWrite}, createOnly);
     }
 
     static Snapshot snapshotOf(AttributeRepository& shown, const QString& root)
@@ -161,7 +152,7 @@ private:
             if (const auto attribute = shown.getReaderInterface()->getAttribute(each)) {
                 const auto value = FrameworkCore::Values::toValue(attribute->getValue());
                 line += QString::number(int(value.type)) + QLatin1Char(' ') +
-                        textOf(FrameworkCore::Values::toText(value));
+                        decodeUtf8(FrameworkCore::Values::toText(value));
             }
             snapshot.append(line);
         }
@@ -254,10 +245,10 @@ private:
         if (!repository->getBackendInterface()->saveBackend(QStringLiteral("to")))
             return QStringLiteral("it cannot be saved");
         const auto later = AttributeRepository::create({false});
-        const bool isEmpty = !folder().names().contains(fileName);
+        const bool isEmpty = !ScratchFolder::instance().names().contains(fileName);
         if (!isEmpty && !mount(*later))
             return QStringLiteral("what was saved cannot be read:\n") +
-                   QString::fromUtf8(folder().read(fileName));
+                   QString::fromUtf8(ScratchFolder::instance().read(fileName));
         const QString root = QStringLiteral("to.");
         const Snapshot shown = sorted(snapshotOf(*repository, root));
         const Snapshot read = isEmpty ? Snapshot() : sorted(snapshotOf(*later, root));

@@ -1,7 +1,7 @@
 #include "files/FileJournal.h"
 #include "files/FileSaver.h"
 #include "files/TemporaryName.h"
-#include "fuzz/program/Exercises.h"
+#include "fuzz/Exercises.h"
 #include "fuzz/program/ScratchFolder.h"
 
 #include <sys/stat.h>
@@ -24,7 +24,7 @@ std::string utf8(const QString& path)
 class JournalExercise
 {
 public:
-    explicit JournalExercise(std::string_view input) : folder(scratch())
+    explicit JournalExercise(std::string_view input) : folder(ScratchFolder::instance())
     {
         folder.clear();
         folder.write(target, QByteArray::fromStdString(present));
@@ -53,12 +53,6 @@ public:
     }
 
 private:
-    static const ScratchFolder& scratch()
-    {
-        static const ScratchFolder one;
-        return one;
-    }
-
     // After an "r" the bytes are the journal. Otherwise they are the first character of the inode's distance,
     // a line with the name, and the content of one that is well formed.
     std::string makeJournal(std::string_view input) const

@@ -1,6 +1,6 @@
-#include "fuzz/program/Exercises.h"
+#include "fuzz/Exercises.h"
 #include "fuzz/program/ScratchFolder.h"
-#include "fuzz/program/Texts.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/RepositoryAccess.h"
@@ -13,6 +13,7 @@
 
 namespace Fuzz {
 
+using FrameworkCore::Values::decodeUtf8;
 using Repository::AttributeRepository;
 using Utilities::ModelViews::AdvancedAttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
@@ -22,12 +23,6 @@ namespace {
 constexpr int mostAttributes = 8;
 constexpr int mostRowsShown = 24;
 
-// What the page hands to its table: every part of the text, empty ones included.
-QStringList partsOf(const QString& content)
-{
-    return content.split(QLatin1Char('\n'), Qt::KeepEmptyParts, Qt::CaseSensitive);
-}
-
 class MonitorListExercise
 {
 public:
@@ -35,12 +30,12 @@ public:
 
     std::string run()
     {
-        folder().clear();
-        folder().write(fileName, bytes);
+        ScratchFolder::instance().clear();
+        ScratchFolder::instance().write(fileName, bytes);
         const QString before = QStringLiteral("before");
         QString content = before;
         QString error;
-        const bool isRead = utils.readTextFile(folder().path(fileName), content, error);
+        const bool isRead = utils.readTextFile(ScratchFolder::instance().path(fileName), content, error);
         if (isRead != isText())
             return "a list is read although it is not text, or the reverse: " + error.toStdString();
         QString broken;
@@ -52,12 +47,6 @@ public:
     }
 
 private:
-    static const ScratchFolder& folder()
-    {
-        static const ScratchFolder one;
-        return one;
-    }
-
     bool isText() const
     {
         QTextCodec::ConverterState state;
@@ -65,7 +54,7 @@ private:
         return state.invalidChars == 0 && state.remainingChars == 0 && !bytes.contains('\0');
     }
 
-    // The reference: lines of bytes, without what is no part of a path.
+    // The reference: lines of bytes, without what is not part of a path.
     QStringList expectedPaths() const
     {
         QStringList paths;
@@ -76,7 +65,7 @@ private:
             while (line.endsWith('\r'))
                 line.chop(1);
             if (!line.isEmpty())
-                paths.append(textOf({line.constData(), std::size_t(line.size())}));
+                paths.append(decodeUtf8({line.constData(), std::size_t(line.size())}));
         }
         return paths;
     }
@@ -89,7 +78,7 @@ private:
         for (const QString& path : paths.mid(0, mostAttributes))
             repository->getWriterInterface()->createAttribute(path, path.size(), 2, 3);
         AdvancedAttributeModel model;
-        model.loadCustomAttributeList(partsOf(content));
+        model.loadCustomAttributeList(content.split(QLatin1Char('\n')));
         if (model.getAttributeFullPathList() != paths)
             return QStringLiteral("the list is loaded as\n") +
                    model.getAttributeFullPathList().join(QLatin1Char('\n'));
@@ -126,14 +115,14 @@ private:
     QString checkSaved(const AdvancedAttributeModel& model) const
     {
         const QStringList paths = model.getAttributeFullPathList();
-        if (!utils.writeTxtFile(paths.join(QLatin1Char('\n')), folder().path(fileName)))
+        if (!utils.writeTxtFile(paths.join(QLatin1Char('\n')), ScratchFolder::instance().path(fileName)))
             return QStringLiteral("the list cannot be saved");
         QString content;
         QString error;
-        if (!utils.readTextFile(folder().path(fileName), content, error))
+        if (!utils.readTextFile(ScratchFolder::instance().path(fileName), content, error))
             return error;
         AdvancedAttributeModel again;
-        again.loadCustomAttributeList(partsOf(content));
+        again.loadCustomAttributeList(content.split(QLatin1Char('\n')));
         if (again.getAttributeFullPathList() != paths)
             return QStringLiteral("saved and loaded, the list is\n") +
                    again.getAttributeFullPathList().join(QLatin1Char('\n'));

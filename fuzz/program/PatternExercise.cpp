@@ -1,5 +1,5 @@
-#include "fuzz/program/Exercises.h"
-#include "fuzz/program/Texts.h"
+#include "fuzz/Exercises.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "repository/AttributeRepository.h"
 #include "repository/common/PathRules.h"
 #include "repository/notification/PatternIndex.h"
@@ -13,6 +13,7 @@ namespace Fuzz {
 using FrameworkCore::AppConfig::PathPattern;
 using FrameworkCore::AppConfig::Interfaces::PathSearch;
 using FrameworkCore::AppConfig::Interfaces::RegistrationInterface;
+using FrameworkCore::Values::decodeUtf8;
 using Repository::AttributeRepository;
 using Repository::PatternIndex;
 using Repository::Registration;
@@ -65,7 +66,7 @@ public:
     explicit PatternExercise(std::string_view input)
     {
         QStringList* lines = &patterns;
-        for (const QString& line : linesOf(input, 2 * mostLines)) {
+        for (const QString& line : decodeUtf8(input).split(QLatin1Char('\n')).mid(0, 2 * mostLines)) {
             if (line.isEmpty() && lines == &patterns)
                 lines = &paths;
             else if (lines->size() < mostLines)

@@ -1,6 +1,6 @@
-#include "fuzz/program/Exercises.h"
-#include "fuzz/program/Texts.h"
+#include "fuzz/Exercises.h"
 #include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/AttributeRepository.h"
 #include "repository/validation/Validation.h"
@@ -13,6 +13,7 @@
 
 namespace Fuzz {
 
+using FrameworkCore::Values::decodeUtf8;
 using Repository::AttributeRepository;
 using Repository::Validation;
 using Repository::Validations;
@@ -72,7 +73,7 @@ class RuleExercise
 {
 public:
     explicit RuleExercise(std::string_view input)
-        : values(linesOf(input, mostLines)), name(values.takeFirst())
+        : values(decodeUtf8(input).split(QLatin1Char('\n')).mid(0, mostLines)), name(values.takeFirst())
     {
         const int open = name.indexOf(QLatin1Char('('));
         kind = name.left(open);
@@ -152,7 +153,7 @@ private:
         if (isAccepted && match.isValid() && !match.hasMatch())
             return QStringLiteral("it accepts '%1', at whose start the expression does not match").arg(text);
         if (text.contains(QChar::Null))
-            return {}; // Qt escapes it as an octal number, to which digits behind it would belong
+            return {}; // Qt escapes it as an octal number, to which digits after it would belong
         QString error;
         const auto literal = Repository::makeValidation(
             QStringLiteral("regular-expression(%1)").arg(QRegularExpression::escape(text)), error);

@@ -14,11 +14,10 @@ namespace Fuzz {
 class ScratchFolder
 {
 public:
-    ScratchFolder()
+    static const ScratchFolder& instance()
     {
-        if (!folder.isValid())
-            std::abort();
-        qputenv("XDG_STATE_HOME", QFile::encodeName(folder.path()));
+        static const ScratchFolder one;
+        return one;
     }
 
     QString path() const { return folder.path(); }
@@ -47,6 +46,13 @@ public:
     }
 
 private:
+    ScratchFolder()
+    {
+        if (!folder.isValid())
+            std::abort();
+        qputenv("XDG_STATE_HOME", QFile::encodeName(folder.path()));
+    }
+
     QTemporaryDir folder;
 };
 

@@ -1,4 +1,4 @@
-#include "fuzz/XmlScannerCheck.h"
+#include "fuzz/Exercises.h"
 #include "tests/support/TestRun.h"
 
 #include <QDirIterator>

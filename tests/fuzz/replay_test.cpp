@@ -1,5 +1,4 @@
-#include "fuzz/DocumentExercise.h"
-#include "fuzz/program/Exercises.h"
+#include "fuzz/Exercises.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "tests/support/TestRun.h"
 
@@ -8,23 +7,19 @@
 #include <QFile>
 #include <QGuiApplication>
 
-#include <functional>
+#include <map>
 
 namespace {
 
-using Exercise = std::function<std::string(std::string_view input)>;
-
 // The exercise of the inputs in the folder of that name.
-Exercise exerciseOf(const std::string& subject)
+Fuzz::Exercise exerciseOf(const std::string& subject)
 {
-    static const std::map<std::string, Exercise> exercises{
+    static const std::map<std::string, Fuzz::Exercise> exercises{
         {"arguments", Fuzz::exerciseArguments}, {"imports", Fuzz::exerciseImports},
         {"journals", Fuzz::exerciseJournals},   {"monitor_lists", Fuzz::exerciseMonitorLists},
         {"patterns", Fuzz::exercisePatterns},   {"rules", Fuzz::exerciseRules}};
     const auto found = exercises.find(subject);
-    if (found != exercises.end())
-        return found->second;
-    return [subject](std::string_view input) { return Fuzz::DocumentExercise(subject, input).run(); };
+    return found != exercises.end() ? found->second : Fuzz::documentExercise(subject);
 }
 
 } // namespace
