@@ -1,7 +1,5 @@
 #include "benchmarks/LoadLoops.h"
 
-#include <benchmark/benchmark.h>
-
 namespace LoadLoops {
 
 using FrameworkCore::Notification::UpdatePoint;
@@ -34,9 +32,9 @@ void create(Floor& floor, int count)
     }
 }
 
-void update(Floor& floor, int count)
+void update(Floor& floor, int first, int end)
 {
-    for (int i = 0; i < count; ++i) {
+    for (int i = first; i < end; ++i) {
         const QString path = demoPath(i);
         auto& [value, callback] = floor[path];
         value = QVariant(QString::number(QVariant(i).toInt()));
@@ -44,21 +42,15 @@ void update(Floor& floor, int count)
     }
 }
 
-void create(RepositoryInterface& repository, int count)
+void create(RepositoryInterface& repository, int count, const UpdateCallback& callback)
 {
     for (int i = 0; i < count; ++i) {
         const QString path = demoPath(i);
         const QString pattern = demoPattern(i);
         benchmark::DoNotOptimize(pattern);
         repository.getWriterInterface()->createAttribute(path, QVariant(QStringLiteral("%1").arg(i)), 3, 3);
-        repository.getNotificationInterface()->registerUpdateCallback(path, countUpdate, 8);
+        repository.getNotificationInterface()->registerUpdateCallback(path, callback, 8);
     }
-}
-
-void registerWildcards(RepositoryInterface& repository, int count)
-{
-    for (int i = 0; i < count; ++i)
-        repository.getNotificationInterface()->registerUpdateCallback(demoPattern(i), countUpdate, 8);
 }
 
 void update(RepositoryInterface& repository, int first, int end)

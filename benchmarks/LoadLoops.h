@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <atomic>
+#include <benchmark/benchmark.h>
 #include <memory>
 #include <utility>
 
@@ -29,15 +30,18 @@ QString demoPath(int i);
 QString demoPattern(int i);
 
 void create(Floor& floor, int count);
-void update(Floor& floor, int count);
+void update(Floor& floor, int first, int end);
 
-// Creates the attributes and registers a callback on each.
-void create(RepositoryInterface& repository, int count);
-
-// Registers a callback on the pattern of each attribute as well.
-void registerWildcards(RepositoryInterface& repository, int count);
+// Creates the attributes and registers the callback on each.
+void create(RepositoryInterface& repository, int count, const UpdateCallback& callback = countUpdate);
 
 // Writes the attributes from `first` on to `end`.
 void update(RepositoryInterface& repository, int first, int end);
+
+// Has a row work on few, many and very many attributes.
+inline void sizes(benchmark::internal::Benchmark* row)
+{
+    row->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+}
 
 } // namespace LoadLoops

@@ -6,8 +6,6 @@
 
 #include <benchmark/benchmark.h>
 
-namespace ShownPages {
-
 // Counts how often a widget is painted.
 class Paints : public QObject
 {
@@ -70,5 +68,3 @@ public:
 private:
     benchmark::State& state;
 };
-
-} // namespace ShownPages

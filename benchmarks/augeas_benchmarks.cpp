@@ -29,13 +29,17 @@ void readThroughLens(benchmark::State& state, const char* format, const char* le
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-void once(benchmark::internal::Benchmark* row)
-{
-    row->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(1);
-}
-
-BENCHMARK_CAPTURE(readThroughLens, json, "json", "Json.lns")->Name("Peer/Augeas/Json")->Apply(once);
-BENCHMARK_CAPTURE(readThroughLens, ini, "ini", "IniFile.lns_loose")->Name("Peer/Augeas/Ini")->Apply(once);
-BENCHMARK_CAPTURE(readThroughLens, xml, "xml", "Xml.lns")->Name("Peer/Augeas/Xml")->Apply(once);
+BENCHMARK_CAPTURE(readThroughLens, json, "json", "Json.lns")
+    ->Name("Peer/Augeas/Json")
+    ->Apply(sampleSize)
+    ->Iterations(1);
+BENCHMARK_CAPTURE(readThroughLens, ini, "ini", "IniFile.lns_loose")
+    ->Name("Peer/Augeas/Ini")
+    ->Apply(sampleSize)
+    ->Iterations(1);
+BENCHMARK_CAPTURE(readThroughLens, xml, "xml", "Xml.lns")
+    ->Name("Peer/Augeas/Xml")
+    ->Apply(sampleSize)
+    ->Iterations(1);
 
 } // namespace

@@ -97,22 +97,17 @@ void writeAndSync(benchmark::State& state, const char* formatName)
     }
 }
 
-void size(benchmark::internal::Benchmark* row)
-{
-    row->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
-}
-
-BENCHMARK_CAPTURE(load, json, "json")->Name("Documents/LoadJson")->Apply(size);
-BENCHMARK_CAPTURE(load, ini, "ini")->Name("Documents/LoadIni")->Apply(size);
-BENCHMARK_CAPTURE(load, xml, "xml")->Name("Documents/LoadXml")->Apply(size);
-BENCHMARK_CAPTURE(load, txt, "txt")->Name("Documents/LoadTxt")->Apply(size);
-BENCHMARK_CAPTURE(writeAndSync, json, "json")->Name("Floor/WriteAndSync/Json")->Apply(size);
-BENCHMARK_CAPTURE(saveOneEdit, json, "json")->Name("Documents/SaveOneEdit/Json")->Apply(size);
-BENCHMARK_CAPTURE(writeAndSync, ini, "ini")->Name("Floor/WriteAndSync/Ini")->Apply(size);
-BENCHMARK_CAPTURE(saveOneEdit, ini, "ini")->Name("Documents/SaveOneEdit/Ini")->Apply(size);
-BENCHMARK_CAPTURE(writeAndSync, xml, "xml")->Name("Floor/WriteAndSync/Xml")->Apply(size);
-BENCHMARK_CAPTURE(saveOneEdit, xml, "xml")->Name("Documents/SaveOneEdit/Xml")->Apply(size);
-BENCHMARK_CAPTURE(writeAndSync, txt, "txt")->Name("Floor/WriteAndSync/Txt")->Apply(size);
-BENCHMARK_CAPTURE(saveOneEdit, txt, "txt")->Name("Documents/SaveOneEdit/Txt")->Apply(size);
+BENCHMARK_CAPTURE(load, json, "json")->Name("Documents/LoadJson")->Apply(sampleSize);
+BENCHMARK_CAPTURE(load, ini, "ini")->Name("Documents/LoadIni")->Apply(sampleSize);
+BENCHMARK_CAPTURE(load, xml, "xml")->Name("Documents/LoadXml")->Apply(sampleSize);
+BENCHMARK_CAPTURE(load, txt, "txt")->Name("Documents/LoadTxt")->Apply(sampleSize);
+BENCHMARK_CAPTURE(writeAndSync, json, "json")->Name("Floor/WriteAndSync/Json")->Apply(sampleSize);
+BENCHMARK_CAPTURE(saveOneEdit, json, "json")->Name("Documents/SaveOneEdit/Json")->Apply(sampleSize);
+BENCHMARK_CAPTURE(writeAndSync, ini, "ini")->Name("Floor/WriteAndSync/Ini")->Apply(sampleSize);
+BENCHMARK_CAPTURE(saveOneEdit, ini, "ini")->Name("Documents/SaveOneEdit/Ini")->Apply(sampleSize);
+BENCHMARK_CAPTURE(writeAndSync, xml, "xml")->Name("Floor/WriteAndSync/Xml")->Apply(sampleSize);
+BENCHMARK_CAPTURE(saveOneEdit, xml, "xml")->Name("Documents/SaveOneEdit/Xml")->Apply(sampleSize);
+BENCHMARK_CAPTURE(writeAndSync, txt, "txt")->Name("Floor/WriteAndSync/Txt")->Apply(sampleSize);
+BENCHMARK_CAPTURE(saveOneEdit, txt, "txt")->Name("Documents/SaveOneEdit/Txt")->Apply(sampleSize);
 
 } // namespace

@@ -21,6 +21,6 @@ void readConfig(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(readConfig)->Name("Peer/KConfig")->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(readConfig)->Name("Peer/KConfig")->Apply(sampleSize);
 
 } // namespace

@@ -1,17 +1,15 @@
+#include "benchmarks/ShownPage.h"
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QEvent>
 #include <QEventLoop>
 #include <QHeaderView>
 #include <QTableView>
 
 #include <algorithm>
 #include <atomic>
-#include <benchmark/benchmark.h>
 #include <ctime>
 #include <limits>
 #include <thread>
@@ -58,18 +56,11 @@ public:
         horizontalHeader()->setResizeContentsPrecision(50);
         resize(800, 600);
         show();
-        while (repaints == 0)
+        while (repaints.count == 0)
             QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
-    int repaints = 0;
-
-protected:
-    void paintEvent(QPaintEvent* event) override
-    {
-        ++repaints;
-        QTableView::paintEvent(event);
-    }
+    Paints repaints{viewport()};
 
 private:
     AdvancedAttributeModel model;
@@ -129,11 +120,11 @@ void updateStorm(benchmark::State& state)
     for ([[maybe_unused]] auto _ : state) {
         fastestUnwatched = std::min(fastestUnwatched, storm(*repository, paths.size()));
         Table table(paths);
-        const int before = table.repaints;
+        const int before = table.repaints.count;
         const double usedBefore = processorSecondsOfThread();
         const double seconds = storm(*repository, paths.size());
         busy += processorSecondsOfThread() - usedBefore;
-        repaints += table.repaints - before;
+        repaints += table.repaints.count - before;
         total += seconds;
         fastestWatched = std::min(fastestWatched, seconds);
         state.SetIterationTime(seconds);

@@ -20,7 +20,8 @@ void updateAndNotifyWildcards(benchmark::State& state)
     const int count = int(state.range(0));
     const auto repository = Repository::AttributeRepository::create();
     create(*repository, count);
-    registerWildcards(*repository, count);
+    for (int i = 0; i < count; ++i)
+        repository->getNotificationInterface()->registerUpdateCallback(demoPattern(i), countUpdate, 8);
     qint64 delivered = 0;
     for ([[maybe_unused]] auto _ : state) {
         updateCounter = 0;
@@ -32,24 +33,15 @@ void updateAndNotifyWildcards(benchmark::State& state)
     state.SetItemsProcessed(delivered);
 }
 
-using Forms = QStringList;
-
-// Patterns that match no attribute, of each form in turn.
-void registerUnmatched(RepositoryInterface& repository, const Forms& forms, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        const QString pattern = forms.at(i % forms.size()).arg(i);
-        repository.getNotificationInterface()->registerUpdateCallback(pattern, countUpdate, 8);
-    }
-}
-
-// The attributes remember what matches them until the patterns change; `isChanging` has them look anew in
-// each pass, by a pattern that comes before it.
-void updateUnmatched(benchmark::State& state, const Forms& forms, bool isChanging)
+// Patterns that match no attribute, of each form in turn. The attributes remember what matches them until the
+// patterns change; `isChanging` has them look anew in each pass, by a pattern that comes before it.
+void updateUnmatched(benchmark::State& state, const QStringList& forms, bool isChanging)
 {
     const auto repository = Repository::AttributeRepository::create();
     create(*repository, fewAttributes);
-    registerUnmatched(*repository, forms, int(state.range(0)));
+    for (int i = 0; i < state.range(0); ++i)
+        repository->getNotificationInterface()->registerUpdateCallback(forms.at(i % forms.size()).arg(i),
+                                                                       countUpdate, 8);
     qint64 delivered = 0;
     for ([[maybe_unused]] auto _ : state) {
         updateCounter = 0;
@@ -65,31 +57,6 @@ void updateUnmatched(benchmark::State& state, const Forms& forms, bool isChangin
     state.SetItemsProcessed(delivered);
 }
 
-Forms prefixForm()
-{
-    return {QStringLiteral("x%1*")};
-}
-
-Forms allForms()
-{
-    return {QStringLiteral("x%1*"), QStringLiteral("*.x%1"), QStringLiteral("*x%1*")};
-}
-
-void updateUnmatchedPatterns(benchmark::State& state)
-{
-    updateUnmatched(state, allForms(), false);
-}
-
-void updateUnmatchedPrefixes(benchmark::State& state)
-{
-    updateUnmatched(state, prefixForm(), false);
-}
-
-void updateUnmatchedAnew(benchmark::State& state)
-{
-    updateUnmatched(state, allForms(), true);
-}
-
 thread_local int updatesOfThread = 0;
 
 void countUpdateOfThread(const QString&, const UpdatePoint&, const UpdateResult&, const QVariant&,
@@ -98,23 +65,14 @@ void countUpdateOfThread(const QString&, const UpdatePoint&, const UpdateResult&
     ++updatesOfThread;
 }
 
-std::shared_ptr<RepositoryInterface> makeCountingByThread(int count)
-{
-    const auto repository = Repository::AttributeRepository::create();
-    for (int i = 0; i < count; ++i) {
-        repository->getWriterInterface()->createAttribute(demoPath(i), QString::number(i), 3, 3);
-        repository->getNotificationInterface()->registerUpdateCallback(demoPath(i), countUpdateOfThread, 8);
-    }
-    return repository;
-}
-
 // Each thread updates the attributes of its own part. Nothing is shared but the repository: a counter that
 // both add to, or a handle that both take, would be what is measured.
 void concurrentUpdates(benchmark::State& state)
 {
     static std::shared_ptr<RepositoryInterface> repository;
     if (state.thread_index() == 0) {
-        repository = makeCountingByThread(manyAttributes);
+        repository = Repository::AttributeRepository::create();
+        create(*repository, manyAttributes, countUpdateOfThread);
     }
     const int part = manyAttributes / state.threads();
     const int first = state.thread_index() * part;
@@ -134,25 +92,19 @@ void concurrentUpdates(benchmark::State& state)
         repository.reset();
 }
 
-void sizes(benchmark::internal::Benchmark* row)
-{
-    row->Arg(1000)->Arg(100000)->Arg(1000000);
-}
+BENCHMARK(updateAndNotifyWildcards)->Name("Repository/UpdateAndNotifyWildcards")->Apply(sizes);
+const QStringList forms{QStringLiteral("x%1*"), QStringLiteral("*.x%1"), QStringLiteral("*x%1*")};
 
-BENCHMARK(updateAndNotifyWildcards)
-    ->Name("Repository/UpdateAndNotifyWildcards")
-    ->Apply(sizes)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(updateUnmatchedPatterns)
+BENCHMARK_CAPTURE(updateUnmatched, all, forms, false)
     ->Name("Repository/UpdateUnmatchedPatterns")
     ->Arg(0)
     ->Apply(sizes)
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK(updateUnmatchedPrefixes)
+BENCHMARK_CAPTURE(updateUnmatched, prefix, forms.mid(0, 1), false)
     ->Name("Repository/UpdateUnmatchedPatterns/Prefix")
     ->Apply(sizes)
     ->Unit(benchmark::kMicrosecond);
-BENCHMARK(updateUnmatchedAnew)
+BENCHMARK_CAPTURE(updateUnmatched, anew, forms, true)
     ->Name("Repository/UpdateUnmatchedPatterns/Anew")
     ->Arg(0)
     ->Apply(sizes)

@@ -16,15 +16,11 @@
 namespace {
 
 using namespace LoadLoops;
-using ShownPages::finishEvents;
-using ShownPages::Paints;
-using ShownPages::ShownPage;
 
-// A repository of so many attributes, all of them below one node, for as long as this lives.
-class Attributes
+// A repository of as many attributes as the row says, all of them below one node, for as long as this lives.
+struct Attributes
 {
-public:
-    explicit Attributes(int count)
+    explicit Attributes(const benchmark::State& state) : count(int(state.range(0)))
     {
         const auto repository = Repository::AttributeRepository::create();
         for (int i = 0; i < count; ++i)
@@ -33,6 +29,8 @@ public:
     }
 
     ~Attributes() { Utilities::SetAppConfigRepositoryInterface({}); }
+
+    const int count;
 };
 
 void floorStandardItemModel(benchmark::State& state)
@@ -54,27 +52,25 @@ void floorStandardItemModel(benchmark::State& state)
 
 void readAll(benchmark::State& state)
 {
-    const int count = int(state.range(0));
-    const Attributes attributes(count);
+    const Attributes attributes(state);
     for ([[maybe_unused]] auto _ : state) {
         ShownPage page(state);
         state.SetIterationTime(page.time(page.treePaints, [&page] { page.pressRead(); }));
-        page.expectNames(count);
+        page.expectNames(attributes.count);
     }
 }
 
 // The node that holds them all is open, and stays so.
 void readAgain(benchmark::State& state)
 {
-    const int count = int(state.range(0));
-    const Attributes attributes(count);
+    const Attributes attributes(state);
     ShownPage page(state);
     page.pressRead();
     page.open({QStringLiteral("demo")});
     finishEvents();
     for ([[maybe_unused]] auto _ : state) {
         state.SetIterationTime(page.time(page.treePaints, [&page] { page.pressRead(); }));
-        page.expectNames(count);
+        page.expectNames(attributes.count);
         if (!page.tree.isExpanded(page.item(QStringLiteral("demo"))))
             state.SkipWithError("the open node was closed");
     }
@@ -83,8 +79,7 @@ void readAgain(benchmark::State& state)
 // Types the path of the last attribute, and tells how long the slowest key took.
 void complete(benchmark::State& state)
 {
-    const int count = int(state.range(0));
-    const Attributes attributes(count);
+    const Attributes attributes(state);
     ShownPage page(state);
     page.pressRead();
     Paints popupPaints(page.search.completer()->popup()->viewport());
@@ -94,7 +89,7 @@ void complete(benchmark::State& state)
         page.search.clear();
         finishEvents();
         double slowest = 0;
-        for (const QChar character : demoPath(count - 1)) {
+        for (const QChar character : demoPath(attributes.count - 1)) {
             QWidget* const popup = QApplication::activePopupWidget();
             QWidget* const receiver = popup ? popup : &page.search;
             slowest = std::max(
@@ -108,8 +103,7 @@ void complete(benchmark::State& state)
 // Chooses the entry "1", which leaves what begins with it: every ninth attribute.
 void filter(benchmark::State& state)
 {
-    const int count = int(state.range(0));
-    const Attributes attributes(count);
+    const Attributes attributes(state);
     for ([[maybe_unused]] auto _ : state) {
         ShownPage page(state);
         page.pressRead();
@@ -117,15 +111,14 @@ void filter(benchmark::State& state)
         BrowserPage::choose(box, QStringLiteral("0"));
         finishEvents();
         state.SetIterationTime(page.time(page.treePaints, [&box] { QTest::keyClick(&box, Qt::Key_Down); }));
-        if (page.tree.model()->rowCount(page.item(QStringLiteral("demo"))) < count / 10)
+        if (page.tree.model()->rowCount(page.item(QStringLiteral("demo"))) < attributes.count / 10)
             state.SkipWithError("the filter does not show what it has to");
     }
 }
 
 void openFilterBox(benchmark::State& state)
 {
-    const int count = int(state.range(0));
-    const Attributes attributes(count);
+    const Attributes attributes(state);
     for ([[maybe_unused]] auto _ : state) {
         ShownPage page(state);
         page.pressRead();
@@ -133,14 +126,9 @@ void openFilterBox(benchmark::State& state)
         QComboBox& box = *page.boxes.first();
         Paints listPaints(box.view()->viewport());
         state.SetIterationTime(page.time(listPaints, [&box] { QTest::mouseClick(&box, Qt::LeftButton); }));
-        page.expectNames(count);
+        page.expectNames(attributes.count);
         box.hidePopup();
     }
-}
-
-void sizes(benchmark::internal::Benchmark* row)
-{
-    row->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 }
 
 void pageSizes(benchmark::internal::Benchmark* row)

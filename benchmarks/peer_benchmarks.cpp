@@ -52,13 +52,8 @@ void scanXml(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-void size(benchmark::internal::Benchmark* row)
-{
-    row->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
-}
-
-BENCHMARK(readJson)->Name("Peer/QJsonDocument")->Apply(size);
-BENCHMARK(readSettings)->Name("Peer/QSettings")->Apply(size);
-BENCHMARK(scanXml)->Name("Peer/QXmlStreamReader")->Apply(size);
+BENCHMARK(readJson)->Name("Peer/QJsonDocument")->Apply(sampleSize);
+BENCHMARK(readSettings)->Name("Peer/QSettings")->Apply(sampleSize);
+BENCHMARK(scanXml)->Name("Peer/QXmlStreamReader")->Apply(sampleSize);
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 #include <malloc.h>
+#include <optional>
 #include <unistd.h>
 
 // The two loops of the load-test page. The page freezes while they run, so each run is timed whole.
@@ -12,70 +13,55 @@
 namespace {
 
 using namespace LoadLoops;
+using LoadLoops::create;
+using LoadLoops::update;
 
-// Keeps the run honest: a loop that tells nobody is not the loop that is meant.
-void expectUpdates(benchmark::State& state, int expected)
+// The repository with the interface of the floor.
+struct Live
 {
-    if (updateCounter != expected)
+    std::shared_ptr<RepositoryInterface> repository = Repository::AttributeRepository::create();
+};
+
+void create(Live& live, int count)
+{
+    LoadLoops::create(*live.repository, count);
+}
+
+void update(Live& live, int first, int end)
+{
+    update(*live.repository, first, end);
+}
+
+// Before each run, frees what the last one built and lets the allocator put its free lists in order.
+template <typename Owner>
+void createAndRegister(benchmark::State& state)
+{
+    const int count = int(state.range(0));
+    std::optional<Owner> owner;
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        owner.reset();
+        malloc_trim(0);
+        owner.emplace();
+        state.ResumeTiming();
+        create(*owner, count);
+    }
+    state.SetItemsProcessed(state.iterations() * count);
+}
+
+template <typename Owner>
+void updateAndNotify(benchmark::State& state)
+{
+    const int count = int(state.range(0));
+    Owner owner;
+    create(owner, count);
+    for ([[maybe_unused]] auto _ : state) {
+        updateCounter = 0;
+        update(owner, 0, count);
+    }
+    if (updateCounter != count) // a loop that notifies nobody is not the loop that is meant
         state.SkipWithError("the callbacks that had to arrive did not");
-    state.SetItemsProcessed(state.iterations() * expected);
-}
-
-// Frees what a run built, lets the allocator put its free lists in order, and makes what the next run fills.
-template <typename Owner, typename Make>
-void renew(benchmark::State& state, Owner& owner, const Make& make)
-{
-    state.PauseTiming();
-    owner = {};
-    malloc_trim(0);
-    owner = make();
-    state.ResumeTiming();
-}
-
-void floorCreateAndRegister(benchmark::State& state)
-{
-    const int count = int(state.range(0));
-    Floor floor;
-    for ([[maybe_unused]] auto _ : state) {
-        renew(state, floor, [] { return Floor(); });
-        create(floor, count);
-    }
     state.SetItemsProcessed(state.iterations() * count);
-}
-
-void repositoryCreateAndRegister(benchmark::State& state)
-{
-    const int count = int(state.range(0));
-    std::shared_ptr<RepositoryInterface> repository;
-    for ([[maybe_unused]] auto _ : state) {
-        renew(state, repository, [] { return Repository::AttributeRepository::create(); });
-        create(*repository, count);
-    }
-    state.SetItemsProcessed(state.iterations() * count);
-}
-
-void floorUpdateAndNotify(benchmark::State& state)
-{
-    const int count = int(state.range(0));
-    Floor floor;
-    create(floor, count);
-    for ([[maybe_unused]] auto _ : state) {
-        updateCounter = 0;
-        update(floor, count);
-    }
-    expectUpdates(state, count);
-}
-
-void repositoryUpdateAndNotify(benchmark::State& state)
-{
-    const int count = int(state.range(0));
-    const auto repository = Repository::AttributeRepository::create();
-    create(*repository, count);
-    for ([[maybe_unused]] auto _ : state) {
-        updateCounter = 0;
-        update(*repository, 0, count);
-    }
-    expectUpdates(state, count);
 }
 
 qint64 residentBytes()
@@ -86,42 +72,20 @@ qint64 residentBytes()
     return file.readAll().split(' ').value(1).toLongLong() * sysconf(_SC_PAGESIZE);
 }
 
-// Has one thing built, and counts what that adds to the process.
-template <typename Build>
-void countMemory(benchmark::State& state, const Build& build)
+// Counts what one of them adds to the process.
+template <typename Owner>
+void countMemory(benchmark::State& state)
 {
     const int count = int(state.range(0));
     malloc_trim(0); // what other rows have freed must be asked for again
     const qint64 before = residentBytes();
     for ([[maybe_unused]] auto _ : state) {
-        const auto built = build(count);
+        Owner owner;
+        create(owner, count);
         state.PauseTiming();
         state.counters["bytes"] = double(residentBytes() - before) / count;
         state.ResumeTiming();
     }
-}
-
-void floorMemory(benchmark::State& state)
-{
-    countMemory(state, [](int count) {
-        Floor floor;
-        create(floor, count);
-        return floor;
-    });
-}
-
-void repositoryMemory(benchmark::State& state)
-{
-    countMemory(state, [](int count) {
-        const auto repository = Repository::AttributeRepository::create();
-        create(*repository, count);
-        return repository;
-    });
-}
-
-void sizes(benchmark::internal::Benchmark* row)
-{
-    row->Arg(1000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 }
 
 void once(benchmark::internal::Benchmark* row)
@@ -129,11 +93,11 @@ void once(benchmark::internal::Benchmark* row)
     row->Arg(1000000)->Iterations(1)->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(floorCreateAndRegister)->Name("Floor/CreateAndRegister")->Apply(sizes);
-BENCHMARK(repositoryCreateAndRegister)->Name("Repository/CreateAndRegister")->Apply(sizes);
-BENCHMARK(floorUpdateAndNotify)->Name("Floor/UpdateAndNotify")->Apply(sizes);
-BENCHMARK(repositoryUpdateAndNotify)->Name("Repository/UpdateAndNotify")->Apply(sizes);
-BENCHMARK(floorMemory)->Name("Floor/Memory")->Apply(once);
-BENCHMARK(repositoryMemory)->Name("Repository/Memory")->Apply(once);
+BENCHMARK_TEMPLATE(createAndRegister, Floor)->Name("Floor/CreateAndRegister")->Apply(sizes);
+BENCHMARK_TEMPLATE(createAndRegister, Live)->Name("Repository/CreateAndRegister")->Apply(sizes);
+BENCHMARK_TEMPLATE(updateAndNotify, Floor)->Name("Floor/UpdateAndNotify")->Apply(sizes);
+BENCHMARK_TEMPLATE(updateAndNotify, Live)->Name("Repository/UpdateAndNotify")->Apply(sizes);
+BENCHMARK_TEMPLATE(countMemory, Floor)->Name("Floor/Memory")->Apply(once);
+BENCHMARK_TEMPLATE(countMemory, Live)->Name("Repository/Memory")->Apply(once);
 
 } // namespace

@@ -8,10 +8,6 @@
 
 namespace {
 
-using ShownPages::finishEvents;
-using ShownPages::Paints;
-using ShownPages::ShownPage;
-
 constexpr int rows = 25; // more than the page shows
 constexpr int million = 1000000;
 

@@ -40,6 +40,14 @@ double startSeconds(const QString& program, const QStringList& arguments, const 
     return double(timer.nsecsElapsed()) / 1e9;
 }
 
+QStringList exampleFiles()
+{
+    QStringList files;
+    for (const QFileInfo& file : QDir(QStringLiteral(EXAMPLE_FILES)).entryInfoList(QDir::Files))
+        files.append(file.absoluteFilePath());
+    return files;
+}
+
 void timeStart(benchmark::State& state, const QString& program, const QStringList& arguments)
 {
     const QTemporaryDir home;
@@ -52,24 +60,16 @@ void timeStart(benchmark::State& state, const QString& program, const QStringLis
     }
 }
 
-void emptyWindow(benchmark::State& state)
+void tenStarts(benchmark::internal::Benchmark* row)
 {
-    timeStart(state, QStringLiteral(EMPTY_WINDOW), {});
+    row->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
 }
 
-void deskStart(benchmark::State& state)
-{
-    QStringList files;
-    for (const QFileInfo& file : QDir(QStringLiteral(EXAMPLE_FILES)).entryInfoList(QDir::Files))
-        files.append(file.absoluteFilePath());
-    timeStart(state, QStringLiteral(VANTRY_DESK), files);
-}
-
-BENCHMARK(emptyWindow)
+BENCHMARK_CAPTURE(timeStart, empty, QStringLiteral(EMPTY_WINDOW), QStringList())
     ->Name("Floor/EmptyWindow")
-    ->UseManualTime()
-    ->Iterations(10)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(deskStart)->Name("Desk/Start")->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
+    ->Apply(tenStarts);
+BENCHMARK_CAPTURE(timeStart, desk, QStringLiteral(VANTRY_DESK), exampleFiles())
+    ->Name("Desk/Start")
+    ->Apply(tenStarts);
 
 } // namespace
