@@ -10,7 +10,7 @@ namespace Vantry {
 // Names of the main widget's pages; a name's position is the index of its page.
 extern const QStringList BrowserMode;
 
-// The entry that stands for every backend in a list of backends. Not translated.
+// The entry that means every backend in a list of backends. Not translated.
 extern const QString AllBackends;
 
 } // namespace Vantry
