@@ -17,10 +17,10 @@ namespace {
 
 constexpr std::uint64_t largestJournalHead = 8192; // its numbers and a path
 
-bool isNamed(FileOps& ops, int folder, const std::string& name, const struct stat& status)
+bool isNamed(SystemCalls& calls, int folder, const std::string& name, const struct stat& status)
 {
     struct stat now = {};
-    return ops.statAt(folder, name, now) == 0 && isSameFile(now, status);
+    return calls.statAt(folder, name, now) == 0 && isSameFile(now, status);
 }
 
 void add(std::string& warning, const std::string& text)
@@ -34,9 +34,10 @@ enum class Place { Beside, State };
 class CrashRecovery
 {
 public:
-    CrashRecovery(FileOps& fileOps, const FileDescriptor& fileFolder, const FileLocation& fileLocation,
-                  const FileDescriptor& searchedFolder, Place searchedPlace, RecoveryPurpose recoveryPurpose)
-        : ops(fileOps), folder(fileFolder), location(fileLocation), searched(searchedFolder),
+    CrashRecovery(SystemCalls& systemCalls, const FileDescriptor& fileFolder,
+                  const FileLocation& fileLocation, const FileDescriptor& searchedFolder, Place searchedPlace,
+                  RecoveryPurpose recoveryPurpose)
+        : calls(systemCalls), folder(fileFolder), location(fileLocation), searched(searchedFolder),
           place(searchedPlace), purpose(recoveryPurpose)
     {
     }
@@ -44,7 +45,7 @@ public:
     std::string searchPlace(std::string& warning)
     {
         std::vector<std::string> names;
-        if (ops.list(searched.get(), TemporaryName::prefix, names) != 0) {
+        if (calls.list(searched.get(), TemporaryName::prefix, names) != 0) {
             // Who may not look into a folder cannot be warned of what is in it, but may read.
             const bool isHidden = errno == EACCES && purpose == RecoveryPurpose::Reading;
             return isHidden ? std::string() : "its folder cannot be listed: " + systemReason();
@@ -68,11 +69,11 @@ private:
     // Of nobody's use. Without the right to remove it, it is left to those who have it.
     void removeReplacement(const std::string& name)
     {
-        FileDescriptor file(ops);
+        FileDescriptor file(calls);
         struct stat status = {};
         if (file.openRegular(searched.get(), name, O_RDONLY, status).empty() && mayChange(status) &&
-            file.tryLock() && isNamed(ops, searched.get(), name, status))
-            ops.unlinkAt(searched.get(), name);
+            file.tryLock() && isNamed(calls, searched.get(), name, status))
+            calls.unlinkAt(searched.get(), name);
     }
 
     bool mayChange(const struct stat& status) const
@@ -84,7 +85,7 @@ private:
     // tells; anything else was written by another program between the save's last look and the exchange.
     void recoverExchange(const std::string& name, std::string& warning)
     {
-        FileDescriptor file(ops);
+        FileDescriptor file(calls);
         struct stat status = {};
         std::string bytes;
         if (!file.openRegular(searched.get(), name, O_RDONLY, status).empty() || !mayChange(status) ||
@@ -95,13 +96,13 @@ private:
                                 (TemporaryName::saysNew(name, content) && file.tryLock());
         if (!isNeedless && !TemporaryName::saysNew(name, content))
             undoExchange(name, status, warning);
-        else if (isNeedless && isNamed(ops, searched.get(), name, status))
-            ops.unlinkAt(searched.get(), name);
+        else if (isNeedless && isNamed(calls, searched.get(), name, status))
+            calls.unlinkAt(searched.get(), name);
     }
 
     void undoExchange(const std::string& name, const struct stat& status, std::string& warning)
     {
-        FileDescriptor present(ops);
+        FileDescriptor present(calls);
         struct stat presentStatus = {};
         std::string bytes;
         const bool isRead =
@@ -111,21 +112,21 @@ private:
         if (isOfSave && !present.tryLock())
             return; // the save goes on, and looks after it
         const bool isExchanged = isOfSave && status.st_uid == presentStatus.st_uid &&
-                                 ops.exchangeAt(folder.get(), name, location.name) == 0;
-        if (isExchanged && isNamed(ops, folder.get(), name, presentStatus)) {
-            ops.unlinkAt(folder.get(), name);
+                                 calls.exchangeAt(folder.get(), name, location.name) == 0;
+        if (isExchanged && isNamed(calls, folder.get(), name, presentStatus)) {
+            calls.unlinkAt(folder.get(), name);
             add(warning, "a save of it was interrupted; it holds again what another program wrote meanwhile");
             return;
         }
         if (isExchanged)
-            ops.exchangeAt(folder.get(), name, location.name);
+            calls.exchangeAt(folder.get(), name, location.name);
         add(warning, "a save into its folder was interrupted; what another program wrote meanwhile is in " +
                          name + ": look at it and remove it");
     }
 
     std::string recoverJournal(const std::string& name, std::string& warning)
     {
-        FileDescriptor opened(ops);
+        FileDescriptor opened(calls);
         struct stat status = {};
         std::string reason = opened.openRegular(searched.get(), name, O_RDONLY, status);
         if (!reason.empty() && errno == ENOENT)
@@ -134,7 +135,7 @@ private:
         if (!reason.empty() && errno != 0 && (errno != EACCES || isMine))
             return "an interrupted save cannot be undone by " + name + ": " + reason;
         struct stat saved = {};
-        const bool isThere = ops.statAt(folder.get(), location.name, saved) == 0;
+        const bool isThere = calls.statAt(folder.get(), location.name, saved) == 0;
         // Whoever may not write the file must not get it written by somebody else.
         if (reason.empty() && !isMine && status.st_uid != 0 && !(isThere && status.st_uid == saved.st_uid))
             reason = "it is another user's";
@@ -169,14 +170,14 @@ private:
         if (!awaitEnd(opened))
             return "it is being written by another program, which keeps its former content in " + name;
         struct stat now = {}; // somebody else may have recovered the file meanwhile
-        const bool isThere = ops.statAt(searched.get(), name, now) == 0;
+        const bool isThere = calls.statAt(searched.get(), name, now) == 0;
         if (isThere ? !isSameFile(now, status) : errno == ENOENT)
             return {};
         const std::string error =
             isThere ? restore(journal, warning) : "it cannot be examined: " + systemReason();
         if (!error.empty())
             return "an interrupted save cannot be undone by " + name + ": " + error;
-        if (ops.unlinkAt(searched.get(), name) != 0 || ops.sync(searched.get()) != 0)
+        if (calls.unlinkAt(searched.get(), name) != 0 || calls.sync(searched.get()) != 0)
             return "an interrupted save was undone, but " + name + " cannot be removed: " + systemReason();
         return {};
     }
@@ -202,8 +203,8 @@ private:
             return {};
         struct stat named = {};
         struct stat wanted = {};
-        if (ops.statAt(AT_FDCWD, journal.file, named) == 0 &&
-            ops.statAt(folder.get(), location.name, wanted) == 0) {
+        if (calls.statAt(AT_FDCWD, journal.file, named) == 0 &&
+            calls.statAt(folder.get(), location.name, wanted) == 0) {
             isOurs = isSameFile(named, wanted);
             return {};
         }
@@ -213,7 +214,7 @@ private:
 
     std::string restore(const FileJournal& journal, std::string& warning)
     {
-        FileDescriptor file(ops);
+        FileDescriptor file(calls);
         struct stat status = {};
         std::string error = file.openRegular(folder.get(), location.name, O_RDWR, status);
         const bool isGone = !error.empty() && (errno == ENOENT || errno == 0);
@@ -226,13 +227,13 @@ private:
             return "it cannot be read: " + systemReason();
         if (*isSame)
             return {};
-        error = overwrite(ops, file, journal.content);
+        error = overwrite(calls, file, journal.content);
         if (error.empty())
             add(warning, "a save of it was interrupted; it holds again what it held before");
         return error;
     }
 
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
     const FileDescriptor& folder;
     const FileLocation& location;
     const FileDescriptor& searched;
@@ -242,18 +243,18 @@ private:
 
 } // namespace
 
-std::string recoverFromCrash(FileOps& ops, const FileDescriptor& folder, const FileLocation& location,
+std::string recoverFromCrash(SystemCalls& calls, const FileDescriptor& folder, const FileLocation& location,
                              RecoveryPurpose purpose, std::string& warning)
 {
     std::string error =
-        CrashRecovery(ops, folder, location, folder, Place::Beside, purpose).searchPlace(warning);
+        CrashRecovery(calls, folder, location, folder, Place::Beside, purpose).searchPlace(warning);
     if (!error.empty())
         return error;
     bool isAbsent = false;
-    const auto state = StateFolder::open(ops, error, isAbsent);
+    const auto state = StateFolder::open(calls, error, isAbsent);
     if (!state)
         return isAbsent ? std::string() : error;
-    return CrashRecovery(ops, folder, location, *state, Place::State, purpose).searchPlace(warning);
+    return CrashRecovery(calls, folder, location, *state, Place::State, purpose).searchPlace(warning);
 }
 
 } // namespace Files

@@ -16,7 +16,7 @@ enum class RecoveryPurpose { Reading, Saving };
 // but regular files that have our names is touched, and never what a save that goes on still holds a lock on.
 // Empty, or why the file must not be read or saved now. The warning says what was put right, or could not be.
 // The folder is the file's own.
-std::string recoverFromCrash(FileOps& ops, const FileDescriptor& folder, const FileLocation& location,
+std::string recoverFromCrash(SystemCalls& calls, const FileDescriptor& folder, const FileLocation& location,
                              RecoveryPurpose purpose, std::string& warning);
 
 } // namespace Files

@@ -29,7 +29,7 @@ std::string tooLarge()
 
 } // namespace
 
-FileDescriptor::FileDescriptor(FileOps& fileOps, int opened) : ops(fileOps), number(opened)
+FileDescriptor::FileDescriptor(SystemCalls& systemCalls, int opened) : calls(systemCalls), number(opened)
 {
 }
 
@@ -42,13 +42,13 @@ FileDescriptor::~FileDescriptor()
 
 std::string FileDescriptor::openRegular(int folder, const std::string& name, int flags, struct stat& status)
 {
-    if (ops.statAt(folder, name, status) != 0)
+    if (calls.statAt(folder, name, status) != 0)
         return "it cannot be examined: " + systemReason();
     const std::string refusal = kindRefusal(status);
     if (!refusal.empty())
         return refusal;
-    number = ops.openAt(folder, name, flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
-    if (!isOpen() || ops.stat(number, status) != 0)
+    number = calls.openAt(folder, name, flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
+    if (!isOpen() || calls.stat(number, status) != 0)
         return "it cannot be opened: " + systemReason();
     return kindRefusal(status); // another file may have taken the name
 }
@@ -57,7 +57,7 @@ std::string FileDescriptor::readAll(std::string& bytes, std::uint64_t beyondLimi
 {
     bytes.clear();
     struct stat status = {};
-    if (ops.stat(number, status) != 0)
+    if (calls.stat(number, status) != 0)
         return "it cannot be examined: " + systemReason();
     const std::uint64_t limit = SizeLimit::get() + beyondLimit;
     if (static_cast<std::uint64_t>(status.st_size) > limit)
@@ -81,7 +81,7 @@ std::string FileDescriptor::readAtMost(std::uint64_t limit, std::size_t expected
     while (true) {
         if (filled == bytes.size())
             bytes.resize(bytes.size() * 2 + least);
-        const ssize_t got = ops.read(number, bytes.data() + filled, bytes.size() - filled);
+        const ssize_t got = calls.read(number, bytes.data() + filled, bytes.size() - filled);
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
@@ -101,7 +101,7 @@ std::optional<bool> FileDescriptor::holds(const std::string& bytes)
     std::array<char, 65536> piece{};
     std::size_t same = 0;
     while (true) {
-        const ssize_t got = ops.read(number, piece.data(), piece.size());
+        const ssize_t got = calls.read(number, piece.data(), piece.size());
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
@@ -117,14 +117,14 @@ std::optional<bool> FileDescriptor::holds(const std::string& bytes)
 
 bool FileDescriptor::tryLock()
 {
-    return ops.lock(number, LOCK_EX | LOCK_NB) == 0;
+    return calls.lock(number, LOCK_EX | LOCK_NB) == 0;
 }
 
 bool FileDescriptor::writeAll(const std::string& bytes)
 {
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const ssize_t written = ops.write(number, bytes.data() + done, bytes.size() - done);
+        const ssize_t written = calls.write(number, bytes.data() + done, bytes.size() - done);
         if (written < 0 && errno == EINTR)
             continue;
         if (written == 0)
@@ -143,7 +143,7 @@ bool FileDescriptor::close()
     const int closing = number;
     number = -1;
     // An interrupted close has closed the file all the same.
-    return ops.close(closing) == 0 || errno == EINTR;
+    return calls.close(closing) == 0 || errno == EINTR;
 }
 
 std::string systemReason(int error)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/FileOps.h"
+#include "files/SystemCalls.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -14,7 +14,7 @@ class VANTRY_FILES_EXPORT FileDescriptor
 {
 public:
     // Takes over what an open call gave; a negative number is no file.
-    explicit FileDescriptor(FileOps& fileOps, int opened = -1);
+    explicit FileDescriptor(SystemCalls& systemCalls, int opened = -1);
     ~FileDescriptor();
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
@@ -43,7 +43,7 @@ public:
 private:
     std::string readAtMost(std::uint64_t limit, std::size_t expected, std::string& bytes);
 
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
     int number;
 };
 

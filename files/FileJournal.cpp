@@ -50,13 +50,13 @@ std::optional<FileJournal> FileJournal::fromBytes(const std::string& bytes)
     return journal;
 }
 
-std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes)
+std::string overwrite(SystemCalls& calls, FileDescriptor& file, const std::string& bytes)
 {
-    if (ops.seekToStart(file.get()) != 0 || !file.writeAll(bytes))
+    if (calls.seekToStart(file.get()) != 0 || !file.writeAll(bytes))
         return "the new content cannot be written: " + systemReason();
-    if (ops.truncate(file.get(), static_cast<off_t>(bytes.size())) != 0)
+    if (calls.truncate(file.get(), static_cast<off_t>(bytes.size())) != 0)
         return "it cannot be cut off behind the new content: " + systemReason();
-    if (ops.sync(file.get()) != 0)
+    if (calls.sync(file.get()) != 0)
         return "the new content cannot be brought onto the disk: " + systemReason();
     return file.close() ? std::string() : "the new content was not written to its end: " + systemReason();
 }

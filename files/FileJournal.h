@@ -25,6 +25,6 @@ struct VANTRY_FILES_EXPORT FileJournal
 
 // Writes over a file from its start, cuts it off after the bytes and brings it onto the disk. Empty, or why
 // it failed, with anything between the old and the new content in the file.
-std::string overwrite(FileOps& ops, FileDescriptor& file, const std::string& bytes);
+std::string overwrite(SystemCalls& calls, FileDescriptor& file, const std::string& bytes);
 
 } // namespace Files

@@ -16,21 +16,21 @@ FileLocation split(const std::string& path)
 
 } // namespace
 
-FileLocation FileLocation::find(FileOps& ops, std::string path)
+FileLocation FileLocation::find(SystemCalls& calls, std::string path)
 {
     constexpr int mostLinks = 40;
     for (int links = 0; links < mostLinks; ++links) {
         std::string found;
-        if (ops.resolve(path, found) == 0)
+        if (calls.resolve(path, found) == 0)
             return found == "/" ? FileLocation{found, ".", 0} : split(found);
         const int error = errno;
         FileLocation location = split(path);
         std::string target;
-        if (error == ENOENT && ops.readLink(path, target) == 0) {
+        if (error == ENOENT && calls.readLink(path, target) == 0) {
             path = target.substr(0, 1) == "/" ? target : location.folder + '/' + target;
             continue;
         }
-        if (error == ENOENT && !location.name.empty() && ops.resolve(location.folder, found) == 0)
+        if (error == ENOENT && !location.name.empty() && calls.resolve(location.folder, found) == 0)
             return {found, location.name, 0};
         return {{}, {}, error == ENOENT ? errno : error};
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/FileOps.h"
+#include "files/SystemCalls.h"
 
 #include <string>
 
@@ -16,7 +16,7 @@ struct FileLocation
 
     std::string path() const { return folder == "/" ? folder + name : folder + '/' + name; }
 
-    static FileLocation find(FileOps& ops, std::string path);
+    static FileLocation find(SystemCalls& calls, std::string path);
 };
 
 } // namespace Files

@@ -28,14 +28,15 @@ bool isUntouched(const struct stat& before, const struct stat& now)
 
 } // namespace
 
-FileReplacement::FileReplacement(FileOps& fileOps, int openFolder) : ops(fileOps), folder(openFolder)
+FileReplacement::FileReplacement(SystemCalls& systemCalls, int openFolder)
+    : calls(systemCalls), folder(openFolder)
 {
 }
 
 FileReplacement::~FileReplacement()
 {
     if (!temporaryName.empty())
-        ops.unlinkAt(folder, temporaryName);
+        calls.unlinkAt(folder, temporaryName);
 }
 
 std::string FileReplacement::failure(const std::string& what, bool barring)
@@ -50,9 +51,9 @@ std::string FileReplacement::create(TemporaryName::Kind kind, mode_t mode)
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const std::string name = TemporaryName::make(kind);
         const int opened =
-            ops.openAt(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+            calls.openAt(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
         if (opened >= 0) {
-            file.emplace(ops, opened);
+            file.emplace(calls, opened);
             temporaryName = name;
             if (keepLocked())
                 return {};
@@ -68,12 +69,12 @@ std::string FileReplacement::create(TemporaryName::Kind kind, mode_t mode)
 // False when somebody who cleared up after a crash took it for a leftover before it was locked.
 bool FileReplacement::keepLocked()
 {
-    keeper.emplace(ops, ops.openAt(folder, temporaryName, O_RDONLY | O_NOFOLLOW | O_CLOEXEC, 0));
+    keeper.emplace(calls, calls.openAt(folder, temporaryName, O_RDONLY | O_NOFOLLOW | O_CLOEXEC, 0));
     const bool isLocked = !keeper->isOpen() || keeper->tryLock() || errno != EWOULDBLOCK;
-    const bool isKept = ops.stat(file->get(), identity) != 0 || identity.st_nlink > 0;
+    const bool isKept = calls.stat(file->get(), identity) != 0 || identity.st_nlink > 0;
     if (isLocked && isKept)
         return true;
-    ops.unlinkAt(folder, temporaryName);
+    calls.unlinkAt(folder, temporaryName);
     temporaryName.clear();
     return false;
 }
@@ -86,16 +87,16 @@ std::string FileReplacement::fill(const std::string& bytes)
 std::string FileReplacement::adopt(int original, const struct stat& status, std::string& warning)
 {
     struct stat own = {};
-    if (ops.stat(file->get(), own) != 0)
+    if (calls.stat(file->get(), own) != 0)
         return failure("the new file cannot be examined", false);
     const bool foreign = own.st_uid != status.st_uid || own.st_gid != status.st_gid;
-    if (foreign && ops.changeOwner(file->get(), status.st_uid, status.st_gid) != 0)
+    if (foreign && calls.changeOwner(file->get(), status.st_uid, status.st_gid) != 0)
         return failure("its owner and group cannot be kept", errno == EPERM);
     const std::string lost = adoptAttributes(original);
     if (!lost.empty())
         warning = lost;
     // Last, since changing the owner clears the set-id bits.
-    if (ops.changeMode(file->get(), status.st_mode & 07777) != 0)
+    if (calls.changeMode(file->get(), status.st_mode & 07777) != 0)
         return failure("its permissions cannot be kept", errno == EPERM);
     return {};
 }
@@ -104,19 +105,19 @@ std::string FileReplacement::adoptAttributes(int original)
 {
     std::vector<std::string> wanted;
     std::vector<std::string> present;
-    if ((ops.listExtendedAttributes(original, wanted) != 0 ||
-         ops.listExtendedAttributes(file->get(), present) != 0) &&
+    if ((calls.listExtendedAttributes(original, wanted) != 0 ||
+         calls.listExtendedAttributes(file->get(), present) != 0) &&
         errno != ENOTSUP)
         return "the extended attributes could not be read: " + systemReason();
     std::string lost;
     for (const std::string& name : wanted) {
-        if (ops.copyExtendedAttribute(original, file->get(), name) != 0)
+        if (calls.copyExtendedAttribute(original, file->get(), name) != 0)
             lost = "the extended attribute " + name + " could not be kept: " + systemReason();
     }
     // The folder may give new files an access list that this one does not have.
     for (const std::string& name : present) {
         if (isAccessList(name) && std::find(wanted.begin(), wanted.end(), name) == wanted.end() &&
-            ops.removeExtendedAttribute(file->get(), name) != 0)
+            calls.removeExtendedAttribute(file->get(), name) != 0)
             lost = "the folder's access list could not be kept off it: " + systemReason();
     }
     return lost;
@@ -125,14 +126,14 @@ std::string FileReplacement::adoptAttributes(int original)
 std::string FileReplacement::finish()
 {
     // After a failed sync the system may have dropped the content and call the next sync a success.
-    if (ops.sync(file->get()) != 0)
+    if (calls.sync(file->get()) != 0)
         return failure("the new content cannot be brought onto the disk", false);
     return file->close() ? std::string() : failure("the new content was not written to its end", false);
 }
 
 std::string FileReplacement::publish(const std::string& name, bool& isTaken)
 {
-    const int result = ops.renameNewAt(folder, temporaryName, name);
+    const int result = calls.renameNewAt(folder, temporaryName, name);
     isTaken = result != 0 && errno == EEXIST;
     if (result != 0 && !isTaken)
         return failure("the new file cannot take its place", isBarring(errno));
@@ -147,14 +148,14 @@ std::string FileReplacement::exchange(const std::string& name, const struct stat
 {
     // Most changes are seen here, before anybody sees this file under the name.
     struct stat now = {};
-    isChanged = ops.statAt(folder, name, now) != 0 ? errno == ENOENT : !isUntouched(status, now);
+    isChanged = calls.statAt(folder, name, now) != 0 ? errno == ENOENT : !isUntouched(status, now);
     if (isChanged)
         return {};
     const std::string exchangeName = TemporaryName::makeExchange(FileStamp::of(expected), own);
-    if (ops.renameAt(folder, temporaryName, exchangeName) != 0)
+    if (calls.renameAt(folder, temporaryName, exchangeName) != 0)
         return failure("the new file cannot be renamed", false);
     temporaryName = exchangeName;
-    if (ops.exchangeAt(folder, temporaryName, name) == 0)
+    if (calls.exchangeAt(folder, temporaryName, name) == 0)
         return judge(name, expected, isChanged, warning);
     isChanged = errno == ENOENT; // the other file is gone
     if (isChanged)
@@ -168,7 +169,7 @@ std::string FileReplacement::exchange(const std::string& name, const struct stat
 std::string FileReplacement::judge(const std::string& name, const std::string& expected, bool& isChanged,
                                    std::string& warning)
 {
-    FileDescriptor former(ops);
+    FileDescriptor former(calls);
     struct stat status = {};
     const std::string error = former.openRegular(folder, temporaryName, O_RDONLY, status);
     const bool isOther = !error.empty() && (errno == ENOENT || errno == EACCES || errno == 0);
@@ -177,7 +178,7 @@ std::string FileReplacement::judge(const std::string& name, const std::string& e
     if (isChanged)
         return putBack(name, isChanged, warning);
     if (isSame)
-        ops.unlinkAt(folder, temporaryName); // what cannot be removed is recognised as such later
+        calls.unlinkAt(folder, temporaryName); // what cannot be removed is recognised as such later
     else
         warning = "whether another program has written it meanwhile cannot be seen: " + systemReason() +
                   "; what it held is in " + temporaryName + " until it is read next";
@@ -190,7 +191,7 @@ std::string FileReplacement::judge(const std::string& name, const std::string& e
 std::string FileReplacement::replaceUnseen(const std::string& name, const std::string& expected,
                                            bool& isChanged)
 {
-    FileDescriptor present(ops);
+    FileDescriptor present(calls);
     struct stat status = {};
     const std::string error = present.openRegular(folder, name, O_RDONLY, status);
     const std::optional<bool> isSame = error.empty() ? present.holds(expected) : std::optional(false);
@@ -199,7 +200,7 @@ std::string FileReplacement::replaceUnseen(const std::string& name, const std::s
     isChanged = !*isSame;
     if (isChanged)
         return {};
-    if (ops.renameAt(folder, temporaryName, name) != 0)
+    if (calls.renameAt(folder, temporaryName, name) != 0)
         return failure("the new file cannot take its place", isBarring(errno));
     temporaryName.clear();
     return {};
@@ -211,15 +212,15 @@ std::string FileReplacement::putBack(const std::string& name, bool& isChanged, s
     constexpr int attempts = 100;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         // Whoever has removed the file since has removed this one.
-        if (ops.exchangeAt(folder, temporaryName, name) != 0 &&
-            (errno != ENOENT || ops.renameNewAt(folder, temporaryName, name) != 0) && errno != ENOENT) {
+        if (calls.exchangeAt(folder, temporaryName, name) != 0 &&
+            (errno != ENOENT || calls.renameNewAt(folder, temporaryName, name) != 0) && errno != ENOENT) {
             isChanged = attempt > 0;
             warning = "what another program wrote meanwhile cannot be put back: " + systemReason() +
                       "; it is in " + temporaryName;
             break;
         }
         struct stat status = {};
-        const int result = ops.statAt(folder, temporaryName, status);
+        const int result = calls.statAt(folder, temporaryName, status);
         if (result != 0) // it has gone with what it was, or CrashRecovery finds out what it is
             temporaryName.clear();
         if (result != 0 || isSameFile(status, identity))

@@ -14,7 +14,7 @@ namespace Files {
 class FileReplacement
 {
 public:
-    FileReplacement(FileOps& fileOps, int openFolder);
+    FileReplacement(SystemCalls& systemCalls, int openFolder);
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
@@ -52,7 +52,7 @@ private:
     std::string putBack(const std::string& name, bool& isChanged, std::string& warning);
     std::string failure(const std::string& what, bool barring);
 
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
     const int folder;
     std::string temporaryName; // empty while there is no such file
     std::optional<FileDescriptor> file;

@@ -22,21 +22,22 @@ class FileSave
 {
 public:
     // What is given is used until the end of run; written and warning are set in the result, and its stamp.
-    FileSave(FileOps& fileOps, const FileLocation& fileLocation, const std::string& content,
+    FileSave(SystemCalls& systemCalls, const FileLocation& fileLocation, const std::string& content,
              mode_t modeOfNewFile, const MergeContent& mergeContent, SaveFileResult& saveResult)
-        : ops(fileOps), location(fileLocation), bytes(&content), newFileMode(modeOfNewFile),
-          merge(mergeContent), result(saveResult), folder(ops, ops.openFolder(location.folder, O_RDONLY))
+        : calls(systemCalls), location(fileLocation), bytes(&content), newFileMode(modeOfNewFile),
+          merge(mergeContent), result(saveResult), folder(calls, calls.openFolder(location.folder, O_RDONLY))
     {
     }
 
     std::string run(const FileStamp& stamp)
     {
         struct stat folderStatus = {};
-        if (!folder.isOpen() || ops.stat(folder.get(), folderStatus) != 0)
+        if (!folder.isOpen() || calls.stat(folder.get(), folderStatus) != 0)
             return "its folder cannot be opened: " + systemReason();
         known = stamp;
-        const SaveLock lock(ops, folderStatus);
-        std::string error = recoverFromCrash(ops, folder, location, RecoveryPurpose::Saving, result.warning);
+        const SaveLock lock(calls, folderStatus);
+        std::string error =
+            recoverFromCrash(calls, folder, location, RecoveryPurpose::Saving, result.warning);
         using Clock = std::chrono::steady_clock;
         const auto deadline = Clock::now() + std::chrono::seconds(10);
         while (error.empty() && Clock::now() < deadline) {
@@ -60,7 +61,7 @@ private:
     std::string examine()
     {
         isUpToDate = false;
-        original.emplace(ops);
+        original.emplace(calls);
         std::string error = original->openRegular(folder.get(), location.name, O_RDONLY, status);
         if (!error.empty() && errno == ENOENT) {
             original.reset();
@@ -76,8 +77,9 @@ private:
         error = reconcile();
         if (!error.empty() || isUpToDate)
             return error;
-        return ops.accessAt(folder.get(), location.name, W_OK) == 0 ? std::string()
-                                                                    : "it is not writable: " + systemReason();
+        return calls.accessAt(folder.get(), location.name, W_OK) == 0
+                   ? std::string()
+                   : "it is not writable: " + systemReason();
     }
 
     // What is to be written with what the file holds.
@@ -105,7 +107,7 @@ private:
             return writeInPlace("it has " + std::to_string(status.st_nlink) + " names (hard links)");
         std::string error;
         {
-            FileReplacement replacement(ops, folder.get());
+            FileReplacement replacement(calls, folder.get());
             error = replaceBy(replacement);
             if (error.empty() || !original || !replacement.isBarred())
                 return error;
@@ -134,7 +136,7 @@ private:
         result.written = true;
         warn(lost);
         warn(doubt);
-        if (ops.sync(folder.get()) != 0)
+        if (calls.sync(folder.get()) != 0)
             warn("it is saved, but may be the old one after a power cut: " + systemReason());
         return {};
     }
@@ -143,7 +145,7 @@ private:
     {
         std::string warning;
         const std::string error =
-            Files::writeInPlace(ops, folder, location, status, found, *bytes, warning, isChanged);
+            Files::writeInPlace(calls, folder, location, status, found, *bytes, warning, isChanged);
         if (!error.empty())
             return error + " (it would have been written in place, since " + reason + ")";
         if (isChanged)
@@ -160,7 +162,7 @@ private:
         result.warning += (joins ? "; " : "") + text;
     }
 
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
     const FileLocation& location;
     const std::string* bytes; // not owned
     std::string merged;       // what bytes points to after a merge
@@ -176,18 +178,18 @@ private:
     bool isChanged = false;  // by another program, in the last moment
 };
 
-std::string readFrom(FileOps& ops, const FileLocation& location, ReadFileResult& result)
+std::string readFrom(SystemCalls& calls, const FileLocation& location, ReadFileResult& result)
 {
-    int opened = ops.openFolder(location.folder, O_RDONLY);
+    int opened = calls.openFolder(location.folder, O_RDONLY);
     if (opened < 0 && errno == EACCES)
-        opened = ops.openFolder(location.folder, O_PATH); // it may be passed through, but not listed
-    const FileDescriptor folder(ops, opened);
+        opened = calls.openFolder(location.folder, O_PATH); // it may be passed through, but not listed
+    const FileDescriptor folder(calls, opened);
     if (!folder.isOpen())
         return "its folder cannot be opened: " + systemReason();
-    std::string error = recoverFromCrash(ops, folder, location, RecoveryPurpose::Reading, result.warning);
+    std::string error = recoverFromCrash(calls, folder, location, RecoveryPurpose::Reading, result.warning);
     if (!error.empty())
         return error;
-    FileDescriptor file(ops);
+    FileDescriptor file(calls);
     struct stat status = {};
     error = file.openRegular(folder.get(), location.name, O_RDONLY, status);
     result.missing = !error.empty() && errno == ENOENT;
@@ -200,9 +202,9 @@ std::string readFrom(FileOps& ops, const FileLocation& location, ReadFileResult&
 ReadFileResult FileSaver::read(const std::string& path) const
 {
     ReadFileResult result;
-    const FileLocation location = FileLocation::find(ops, path);
+    const FileLocation location = FileLocation::find(calls, path);
     result.missing = location.error == ENOENT;
-    result.reason = location.error == 0 ? readFrom(ops, location, result) : systemReason(location.error);
+    result.reason = location.error == 0 ? readFrom(calls, location, result) : systemReason(location.error);
     if (result.missing)
         result.reason = systemReason(ENOENT);
     if (result.reason.empty()) {
@@ -218,9 +220,9 @@ SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes
                                const MergeContent& merge, mode_t newFileMode) const
 {
     SaveFileResult result;
-    const FileLocation location = FileLocation::find(ops, path);
+    const FileLocation location = FileLocation::find(calls, path);
     result.reason = location.error == 0
-                        ? FileSave(ops, location, bytes, newFileMode, merge, result).run(stamp)
+                        ? FileSave(calls, location, bytes, newFileMode, merge, result).run(stamp)
                         : systemReason(location.error);
     if (!result.reason.empty()) {
         result.error = path + " is not saved: " + result.reason;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "files/FileOps.h"
 #include "files/FileStamp.h"
+#include "files/SystemCalls.h"
 
 #include <functional>
 #include <string>
@@ -55,7 +55,7 @@ using MergeContent = std::function<MergedContent(const std::string& found, const
 class VANTRY_FILES_EXPORT FileSaver
 {
 public:
-    explicit FileSaver(FileOps& fileOps = FileOps::system()) : ops(fileOps) {}
+    explicit FileSaver(SystemCalls& systemCalls = SystemCalls::system()) : calls(systemCalls) {}
 
     // Needs no right to write. What an interrupted save of this user has left is cleared up, and the warning
     // says so; nothing is written for other users.
@@ -72,7 +72,7 @@ public:
                              mode_t newFileMode = 0666) const;
 
 private:
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
 };
 
 } // namespace Files

@@ -68,7 +68,7 @@ struct Way
             return false;
         if (S_ISLNK(status.st_mode)) {
             std::string target;
-            if (FileOps::system().readLink(path, target) != 0 || target.empty() || ++links > mostLinks)
+            if (SystemCalls::system().readLink(path, target) != 0 || target.empty() || ++links > mostLinks)
                 return false;
             if (target.front() == '/')
                 folder = "/";

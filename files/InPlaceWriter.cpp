@@ -14,29 +14,30 @@ namespace Files {
 namespace {
 
 // Writing takes the set-id bits away.
-void keepMode(FileOps& ops, int folder, const std::string& name, const struct stat& status,
+void keepMode(SystemCalls& calls, int folder, const std::string& name, const struct stat& status,
               std::string& warning)
 {
     struct stat now = {};
-    FileDescriptor file(ops);
+    FileDescriptor file(calls);
     if (!file.openRegular(folder, name, O_RDONLY, now).empty() || now.st_mode == status.st_mode)
         return;
-    if (ops.changeMode(file.get(), status.st_mode & 07777) != 0)
+    if (calls.changeMode(file.get(), status.st_mode & 07777) != 0)
         warning = "its permissions could not be kept: " + systemReason();
 }
 
 class InPlaceWriter
 {
 public:
-    InPlaceWriter(FileOps& fileOps, const FileDescriptor& fileFolder, const FileLocation& fileLocation)
-        : ops(fileOps), folder(fileFolder), location(fileLocation)
+    InPlaceWriter(SystemCalls& systemCalls, const FileDescriptor& fileFolder,
+                  const FileLocation& fileLocation)
+        : calls(systemCalls), folder(fileFolder), location(fileLocation)
     {
     }
 
     std::string write(const struct stat& status, const std::string& found, const std::string& bytes,
                       std::string& warning, bool& isChanged)
     {
-        FileDescriptor file(ops);
+        FileDescriptor file(calls);
         struct stat opened = {};
         std::string error = file.openRegular(folder.get(), location.name, O_RDWR, opened);
         if (error.empty())
@@ -52,15 +53,15 @@ public:
             removeJournal();
             return error;
         }
-        error = overwrite(ops, file, bytes);
+        error = overwrite(calls, file, bytes);
         if (error.empty())
-            keepMode(ops, folder.get(), location.name, status, warning);
-        if (error.empty() && ops.unlinkAt(journalFolder, journalName) != 0)
+            keepMode(calls, folder.get(), location.name, status, warning);
+        if (error.empty() && calls.unlinkAt(journalFolder, journalName) != 0)
             error =
                 "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
         if (!error.empty())
             return error + undo(opened, found);
-        if (ops.sync(journalFolder) != 0)
+        if (calls.sync(journalFolder) != 0)
             warning = "it may be the old one after a power cut: " + systemReason();
         return {};
     }
@@ -73,7 +74,7 @@ private:
         if (!isBarred)
             error = keepIn(folder, content, isBarred);
         if (isBarred) {
-            state = StateFolder::make(ops, error);
+            state = StateFolder::make(calls, error);
             content.file = location.path();
             if (state)
                 error = keepIn(*state, content, isBarred);
@@ -83,7 +84,7 @@ private:
 
     std::string keepIn(const FileDescriptor& place, const FileJournal& content, bool& isBarred)
     {
-        journal.emplace(ops, place.get());
+        journal.emplace(calls, place.get());
         std::string error = journal->create(TemporaryName::Kind::Replacement, 0600);
         if (error.empty())
             error = journal->fill(content.toBytes());
@@ -100,7 +101,7 @@ private:
             return error;
         journalFolder = place.get();
         journalName = name;
-        if (ops.sync(place.get()) == 0)
+        if (calls.sync(place.get()) == 0)
             return {};
         error = "it cannot be brought onto the disk: " + systemReason();
         removeJournal();
@@ -110,12 +111,12 @@ private:
     // Empty when nothing is left of the attempt.
     std::string undo(const struct stat& written, const std::string& found)
     {
-        FileDescriptor file(ops);
+        FileDescriptor file(calls);
         struct stat status = {};
         std::string error = file.openRegular(folder.get(), location.name, O_WRONLY, status);
         const bool isReplaced = error.empty() && status.st_ino != written.st_ino;
         if (error.empty() && !isReplaced)
-            error = overwrite(ops, file, found);
+            error = overwrite(calls, file, found);
         if (!error.empty())
             return "; it is damaged until it is read next, when its former content comes back from " +
                    journalName;
@@ -126,11 +127,11 @@ private:
     // When the file has what the journal has, which is therefore no longer needed, nor harmful.
     void removeJournal()
     {
-        if (ops.unlinkAt(journalFolder, journalName) == 0)
-            ops.sync(journalFolder);
+        if (calls.unlinkAt(journalFolder, journalName) == 0)
+            calls.sync(journalFolder);
     }
 
-    FileOps& ops; // not owned
+    SystemCalls& calls; // not owned
     const FileDescriptor& folder;
     const FileLocation& location;
     std::unique_ptr<FileDescriptor> state;  // opened when the journal is to lie there
@@ -141,11 +142,11 @@ private:
 
 } // namespace
 
-std::string writeInPlace(FileOps& ops, const FileDescriptor& folder, const FileLocation& location,
+std::string writeInPlace(SystemCalls& calls, const FileDescriptor& folder, const FileLocation& location,
                          const struct stat& status, const std::string& found, const std::string& bytes,
                          std::string& warning, bool& isChanged)
 {
-    return InPlaceWriter(ops, folder, location).write(status, found, bytes, warning, isChanged);
+    return InPlaceWriter(calls, folder, location).write(status, found, bytes, warning, isChanged);
 }
 
 } // namespace Files

@@ -12,7 +12,7 @@ namespace Files {
 // mixture. Empty, or why it failed; the file is as it was then, or will be when it is read next. The status
 // and the content found are those that the file has; when another program has changed it since, nothing is
 // written and isChanged is set. The folder is the file's own.
-std::string writeInPlace(FileOps& ops, const FileDescriptor& folder, const FileLocation& location,
+std::string writeInPlace(SystemCalls& calls, const FileDescriptor& folder, const FileLocation& location,
                          const struct stat& status, const std::string& found, const std::string& bytes,
                          std::string& warning, bool& isChanged);
 

@@ -20,28 +20,28 @@ off_t placeOf(const struct stat& folder)
     return static_cast<off_t>(number & 0x3fffffff);
 }
 
-bool isOursAlone(FileOps& ops, const FileDescriptor& file)
+bool isOursAlone(SystemCalls& calls, const FileDescriptor& file)
 {
     struct stat status = {};
-    return file.isOpen() && ops.stat(file.get(), status) == 0 && status.st_uid == ::geteuid() &&
+    return file.isOpen() && calls.stat(file.get(), status) == 0 && status.st_uid == ::geteuid() &&
            (status.st_mode & 022) == 0;
 }
 
 } // namespace
 
-SaveLock::SaveLock(FileOps& ops, const struct stat& folder)
+SaveLock::SaveLock(SystemCalls& calls, const struct stat& folder)
 {
     using namespace std::chrono;
-    const FileDescriptor place(ops, StateFolder::openForLocks(ops));
-    if (!isOursAlone(ops, place))
+    const FileDescriptor place(calls, StateFolder::openForLocks(calls));
+    if (!isOursAlone(calls, place))
         return;
-    file.emplace(
-        ops, ops.openAt(place.get(), "vantry-saves.lock", O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (!isOursAlone(ops, *file))
+    file.emplace(calls, calls.openAt(place.get(), "vantry-saves.lock",
+                                     O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!isOursAlone(calls, *file))
         return;
     const auto deadline = steady_clock::now() + seconds(2);
     auto pause = microseconds(100);
-    while (ops.lockByte(file->get(), placeOf(folder)) != 0 &&
+    while (calls.lockByte(file->get(), placeOf(folder)) != 0 &&
            (errno == EAGAIN || errno == EACCES || errno == EINTR) && steady_clock::now() < deadline) {
         std::this_thread::sleep_for(pause);
         pause = std::min<microseconds>(pause * 2, milliseconds(10));

@@ -14,7 +14,7 @@ class SaveLock
 public:
     // Waits for a moment at most, and goes on without the lock where there is no place for it. The status is
     // that of the folder.
-    SaveLock(FileOps& ops, const struct stat& folder);
+    SaveLock(SystemCalls& calls, const struct stat& folder);
 
 private:
     std::optional<FileDescriptor> file;

@@ -18,24 +18,24 @@ std::string absolutePath(const char* variable)
 }
 
 // The person may have put a link in its place.
-int openLinked(FileOps& ops, const std::string& path)
+int openLinked(SystemCalls& calls, const std::string& path)
 {
     std::string resolved;
-    return path.empty() || ops.resolve(path, resolved) != 0 ? -1 : ops.openFolder(resolved, O_RDONLY);
+    return path.empty() || calls.resolve(path, resolved) != 0 ? -1 : calls.openFolder(resolved, O_RDONLY);
 }
 
 // With all that leads to it, each made durable before anything relies on it.
-bool makeFolders(FileOps& ops, const std::string& path)
+bool makeFolders(SystemCalls& calls, const std::string& path)
 {
     const std::string parent = path.substr(0, path.rfind('/'));
-    if (ops.makeFolder(path, onlyMine) != 0) {
+    if (calls.makeFolder(path, onlyMine) != 0) {
         if (errno != ENOENT || parent.empty())
             return errno == EEXIST;
-        if (!makeFolders(ops, parent) || ops.makeFolder(path, onlyMine) != 0)
+        if (!makeFolders(calls, parent) || calls.makeFolder(path, onlyMine) != 0)
             return false;
     }
-    const FileDescriptor above(ops, openLinked(ops, parent.empty() ? "/" : parent));
-    return above.isOpen() && ops.sync(above.get()) == 0;
+    const FileDescriptor above(calls, openLinked(calls, parent.empty() ? "/" : parent));
+    return above.isOpen() && calls.sync(above.get()) == 0;
 }
 
 } // namespace
@@ -49,7 +49,7 @@ std::string StateFolder::path()
     return home.empty() ? home : home + "/.local/state/vantry";
 }
 
-std::unique_ptr<FileDescriptor> StateFolder::open(FileOps& ops, std::string& error, bool& isAbsent)
+std::unique_ptr<FileDescriptor> StateFolder::open(SystemCalls& calls, std::string& error, bool& isAbsent)
 {
     const auto refuse = [&error](const std::string& reason) {
         error = reason;
@@ -59,9 +59,9 @@ std::unique_ptr<FileDescriptor> StateFolder::open(FileOps& ops, std::string& err
     isAbsent = place.empty();
     if (isAbsent)
         return refuse("neither XDG_STATE_HOME nor HOME names a place");
-    auto folder = std::make_unique<FileDescriptor>(ops, openLinked(ops, place));
+    auto folder = std::make_unique<FileDescriptor>(calls, openLinked(calls, place));
     struct stat status = {};
-    if (!folder->isOpen() || ops.stat(folder->get(), status) != 0) {
+    if (!folder->isOpen() || calls.stat(folder->get(), status) != 0) {
         // The home that the environment names may be another user's.
         isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
         return refuse(place + " cannot be opened: " + systemReason());
@@ -69,26 +69,26 @@ std::unique_ptr<FileDescriptor> StateFolder::open(FileOps& ops, std::string& err
     isAbsent = status.st_uid != ::geteuid();
     if (isAbsent)
         return refuse(place + " belongs to another user");
-    if ((status.st_mode & 07777) != onlyMine && ops.changeMode(folder->get(), onlyMine) != 0)
+    if ((status.st_mode & 07777) != onlyMine && calls.changeMode(folder->get(), onlyMine) != 0)
         return refuse(place + " cannot be closed to other users: " + systemReason());
     return folder;
 }
 
-std::unique_ptr<FileDescriptor> StateFolder::make(FileOps& ops, std::string& error)
+std::unique_ptr<FileDescriptor> StateFolder::make(SystemCalls& calls, std::string& error)
 {
     const std::string place = path();
-    if (!place.empty() && !makeFolders(ops, place)) {
+    if (!place.empty() && !makeFolders(calls, place)) {
         error = place + " cannot be made: " + systemReason();
         return nullptr;
     }
     bool isAbsent = false;
-    return open(ops, error, isAbsent);
+    return open(calls, error, isAbsent);
 }
 
-int StateFolder::openForLocks(FileOps& ops)
+int StateFolder::openForLocks(SystemCalls& calls)
 {
-    const int runtime = openLinked(ops, absolutePath("XDG_RUNTIME_DIR"));
-    return runtime >= 0 ? runtime : openLinked(ops, path());
+    const int runtime = openLinked(calls, absolutePath("XDG_RUNTIME_DIR"));
+    return runtime >= 0 ? runtime : openLinked(calls, path());
 }
 
 } // namespace Files

@@ -16,14 +16,14 @@ public:
 
     // Opens it, and closes it to others. Null, with the reason, when there is none that belongs to this user;
     // isAbsent says that then nothing of this user can be there.
-    static std::unique_ptr<FileDescriptor> open(FileOps& ops, std::string& error, bool& isAbsent);
+    static std::unique_ptr<FileDescriptor> open(SystemCalls& calls, std::string& error, bool& isAbsent);
 
     // Makes it where it is missing, for this user alone. Null, with the reason.
-    static std::unique_ptr<FileDescriptor> make(FileOps& ops, std::string& error);
+    static std::unique_ptr<FileDescriptor> make(SystemCalls& calls, std::string& error);
 
     // Opens the folder for locks: $XDG_RUNTIME_DIR, else the state folder if it is there. Negative when
     // neither is.
-    static int openForLocks(FileOps& ops);
+    static int openForLocks(SystemCalls& calls);
 };
 
 } // namespace Files

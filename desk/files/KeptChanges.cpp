@@ -82,7 +82,7 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
 {
     constexpr int mostOfName = 60; // whatever its letters are, a file system takes that many of them
     std::string reason;
-    if (!Files::StateFolder::make(Files::FileOps::system(), reason)) { // it is closed to other users
+    if (!Files::StateFolder::make(Files::SystemCalls::system(), reason)) { // it is closed to other users
         error = QString::fromStdString(reason);
         return {};
     }
@@ -108,7 +108,7 @@ QVector<KeptChanges::Entry> KeptChanges::getEntries()
 {
     std::string reason;
     bool isAbsent = false;
-    if (!Files::StateFolder::open(Files::FileOps::system(), reason, isAbsent))
+    if (!Files::StateFolder::open(Files::SystemCalls::system(), reason, isAbsent))
         return {};
     QVector<Entry> entries;
     const auto files =

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/FileOps.h"
+#include "files/SystemCalls.h"
 
 #include <map>
 #include <memory>
@@ -12,7 +12,7 @@ namespace TestSupport {
 // A file system in memory that knows of everything whether it has reached the disk: content and names do when
 // their file or folder is synced, and not before. A copy is the disk as it was at that moment. Absolute
 // paths; no links but hard ones; one user.
-class MemoryDisk : public Files::FileOps
+class MemoryDisk : public Files::SystemCalls
 {
 public:
     MemoryDisk();

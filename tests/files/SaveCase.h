@@ -22,18 +22,18 @@ struct SaveCase
 
     // The system, but that a file cannot be renamed over, or that nothing waits for the disk: that is of no
     // consequence to those who do not cut the power.
-    class Ops : public Files::FileOps
+    class Calls : public Files::SystemCalls
     {
     public:
-        explicit Ops(Way usedWay, bool really = false) : way(usedWay), syncs(really) {}
+        explicit Calls(Way usedWay, bool really = false) : way(usedWay), syncs(really) {}
 
-        int sync(int descriptor) override { return syncs ? FileOps::sync(descriptor) : 0; }
+        int sync(int descriptor) override { return syncs ? SystemCalls::sync(descriptor) : 0; }
         int exchangeAt(int folder, const std::string& one, const std::string& other) override
         {
             errno = way == Way::WriteBusy ? EBUSY : EINVAL;
             return way == Way::WriteBusy || way == Way::ReplaceBlind
                        ? -1
-                       : FileOps::exchangeAt(folder, one, other);
+                       : SystemCalls::exchangeAt(folder, one, other);
         }
 
     private:
@@ -88,10 +88,10 @@ struct SaveCase
     }
 
     // Gives the error, if there is one.
-    std::string run(const ScratchFolder& folder, Files::FileOps& ops) const
+    std::string run(const ScratchFolder& folder, Files::SystemCalls& calls) const
     {
         using namespace Files;
-        const FileSaver saver(ops);
+        const FileSaver saver(calls);
         const std::string path = folder.path("f.ini");
         if (repairs()) {
             const ReadFileResult read = saver.read(path);

@@ -1,6 +1,6 @@
 #include "files/FileJournal.h"
 #include "files/SizeLimit.h"
-#include "tests/files/InterceptedOps.h"
+#include "tests/files/InterceptedCalls.h"
 #include "tests/files/ScratchFolder.h"
 #include "tests/support/TestRun.h"
 
@@ -23,10 +23,10 @@ using TestSupport::ScratchFolder;
 namespace {
 
 // Other programs that come in between: before the calls of the kind, one after the other.
-class MeddlingOps : public TestSupport::InterceptedOps
+class MeddlingCalls : public TestSupport::InterceptedCalls
 {
 public:
-    MeddlingOps(std::string callName, std::vector<std::function<void()>> otherPrograms)
+    MeddlingCalls(std::string callName, std::vector<std::function<void()>> otherPrograms)
         : call(std::move(callName)), programs(std::move(otherPrograms))
     {
     }
@@ -132,11 +132,11 @@ private slots:
                 folder->write("f.ini", "base\n");
             if (linked)
                 folder->hardLink("f.ini", "other.ini");
-            MeddlingOps ops(call.toStdString(), {[&] { meddle(what); }});
+            MeddlingCalls calls(call.toStdString(), {[&] { meddle(what); }});
             const FileStamp stamp = isNew ? FileStamp() : FileStamp::of("base\n");
-            const SaveFileResult result = FileSaver(ops).save(path("f.ini"), "base\nmine\n", stamp,
-                                                              merges ? addLine : Files::MergeContent());
-            QVERIFY(ops.hasMeddled());
+            const SaveFileResult result = FileSaver(calls).save(path("f.ini"), "base\nmine\n", stamp,
+                                                                merges ? addLine : Files::MergeContent());
+            QVERIFY(calls.hasMeddled());
             QCOMPARE(folder->leftovers(), QStringList());
             if (what == QLatin1String("removed")) {
                 QCOMPARE(result.error,
@@ -157,12 +157,12 @@ private slots:
     {
         for (const bool merges : {true, false}) {
             folder->write("f.ini", "base\n");
-            MeddlingOps ops("rename exchange",
-                            {[&] { replace("f.ini", "first\n"); }, [&] { replace("f.ini", "second\n"); }});
+            MeddlingCalls calls("rename exchange", {[&] { replace("f.ini", "first\n"); },
+                                                    [&] { replace("f.ini", "second\n"); }});
             const SaveFileResult result =
-                FileSaver(ops).save(path("f.ini"), "base\nmine\n", FileStamp::of("base\n"),
-                                    merges ? addLine : Files::MergeContent());
-            QVERIFY(ops.hasMeddled());
+                FileSaver(calls).save(path("f.ini"), "base\nmine\n", FileStamp::of("base\n"),
+                                      merges ? addLine : Files::MergeContent());
+            QVERIFY(calls.hasMeddled());
             std::string all = folder->content("f.ini");
             for (const QString& name : folder->leftovers()) {
                 QVERIFY2(result.error.find(name.toStdString()) != std::string::npos, result.error.c_str());
@@ -335,11 +335,11 @@ private slots:
     {
         folder->write("f.ini", "before");
         QStringList seen;
-        MeddlingOps ops("rename exchange", {[&] {
-                            FileSaver().read(path("f.ini"));
-                            seen = folder->leftovers();
-                        }});
-        QCOMPARE(FileSaver(ops).save(path("f.ini"), "after", FileStamp::of("before")).error, std::string());
+        MeddlingCalls calls("rename exchange", {[&] {
+                                FileSaver().read(path("f.ini"));
+                                seen = folder->leftovers();
+                            }});
+        QCOMPARE(FileSaver(calls).save(path("f.ini"), "after", FileStamp::of("before")).error, std::string());
         QCOMPARE(seen.size(), 1);
         QCOMPARE(folder->content("f.ini"), std::string("after"));
     }

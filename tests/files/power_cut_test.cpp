@@ -1,6 +1,6 @@
 #include "files/FileSaver.h"
 #include "files/TemporaryName.h"
-#include "tests/files/InterceptedOps.h"
+#include "tests/files/InterceptedCalls.h"
 #include "tests/files/MemoryDisk.h"
 #include "tests/support/TestRun.h"
 
@@ -9,19 +9,19 @@
 using Files::FileSaver;
 using Files::FileStamp;
 using Files::ReadFileResult;
-using TestSupport::InterceptedOps;
+using TestSupport::InterceptedCalls;
 using TestSupport::MemoryDisk;
 
 namespace {
 
 // Shows the disk whenever something on it has changed.
-class WatchedOps : public InterceptedOps
+class WatchedCalls : public InterceptedCalls
 {
 public:
     using Watcher = std::function<void(const MemoryDisk&)>;
 
-    WatchedOps(MemoryDisk& usedDisk, Watcher diskWatcher)
-        : InterceptedOps(usedDisk), disk(usedDisk), watcher(std::move(diskWatcher))
+    WatchedCalls(MemoryDisk& usedDisk, Watcher diskWatcher)
+        : InterceptedCalls(usedDisk), disk(usedDisk), watcher(std::move(diskWatcher))
     {
     }
 
@@ -73,8 +73,8 @@ private slots:
         cuts = repairs = 0;
         MemoryDisk disk = prepare(way);
         std::string wrong;
-        WatchedOps ops(disk, [&](const MemoryDisk& now) { wrong += readAfterCuts(now, false); });
-        const std::string error = save(ops);
+        WatchedCalls calls(disk, [&](const MemoryDisk& now) { wrong += readAfterCuts(now, false); });
+        const std::string error = save(calls);
         QCOMPARE(error, std::string());
         QCOMPARE(wrong, std::string());
         QCOMPARE(readAfterCuts(disk, true), std::string());
@@ -113,10 +113,10 @@ private:
         return disk;
     }
 
-    std::string save(Files::FileOps& ops) const
+    std::string save(Files::SystemCalls& calls) const
     {
         const bool isNew = oldContent == "(missing)";
-        return FileSaver(ops)
+        return FileSaver(calls)
             .save("/etc/f.ini", newContent, isNew ? FileStamp() : FileStamp::of(oldContent))
             .error;
     }
@@ -127,11 +127,11 @@ private:
         std::string wrong;
         for (MemoryDisk& cut : disk.powerCuts()) {
             ++cuts;
-            WatchedOps ops(cut, [&](const MemoryDisk& now) {
+            WatchedCalls calls(cut, [&](const MemoryDisk& now) {
                 if (again)
                     wrong += readAfterCuts(now, isSaved, false);
             });
-            const ReadFileResult read = FileSaver(ops).read("/etc/f.ini");
+            const ReadFileResult read = FileSaver(calls).read("/etc/f.ini");
             repairs += read.warning.empty() ? 0 : 1;
             const std::string content = read.missing ? "(missing)" : read.bytes;
             if (content != newContent && (isSaved || content != oldContent))

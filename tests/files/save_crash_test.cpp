@@ -1,5 +1,5 @@
 #include "tests/files/ChildProcess.h"
-#include "tests/files/InterceptedOps.h"
+#include "tests/files/InterceptedCalls.h"
 #include "tests/files/SaveCase.h"
 #include "tests/support/TestRun.h"
 
@@ -13,17 +13,20 @@ using Files::FileSaver;
 using Files::FileStamp;
 using Files::ReadFileResult;
 using TestSupport::ChildProcess;
-using TestSupport::InterceptedOps;
+using TestSupport::InterceptedCalls;
 using TestSupport::SaveCase;
 using TestSupport::ScratchFolder;
 
 namespace {
 
 // Kills its own process before or after one of the calls.
-class KillingOps : public InterceptedOps
+class KillingCalls : public InterceptedCalls
 {
 public:
-    KillingOps(FileOps& fileOps, int momentOfDeath) : InterceptedOps(fileOps), moment(momentOfDeath) {}
+    KillingCalls(SystemCalls& systemCalls, int momentOfDeath)
+        : InterceptedCalls(systemCalls), moment(momentOfDeath)
+    {
+    }
 
 protected:
     int before(const char*) override
@@ -72,14 +75,14 @@ private slots:
         for (bool isKilled = true; isKilled; ++kills) {
             saving.prepare(*folder);
             ChildProcess child([&](int) {
-                SaveCase::Ops system(saving.way);
-                KillingOps ops(system, kills + 1);
-                return saving.run(*folder, ops).empty() ? 0 : 1;
+                SaveCase::Calls system(saving.way);
+                KillingCalls calls(system, kills + 1);
+                return saving.run(*folder, calls).empty() ? 0 : 1;
             });
             const int status = child.wait();
             isKilled = WIFSIGNALED(status);
             QVERIFY(isKilled || WEXITSTATUS(status) == 0);
-            SaveCase::Ops system(saving.way);
+            SaveCase::Calls system(saving.way);
             const ReadFileResult read = FileSaver(system).read(folder->path("f.ini"));
             QVERIFY2(read.ok() || read.missing, read.error.c_str());
             const std::string content = read.missing ? "(missing)" : read.bytes;

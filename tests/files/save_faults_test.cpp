@@ -1,4 +1,4 @@
-#include "tests/files/InterceptedOps.h"
+#include "tests/files/InterceptedCalls.h"
 #include "tests/files/SaveCase.h"
 #include "tests/support/TestRun.h"
 
@@ -7,60 +7,60 @@
 #include <memory>
 #include <set>
 
-using Files::FileOps;
 using Files::FileSaver;
 using Files::ReadFileResult;
-using TestSupport::InterceptedOps;
+using Files::SystemCalls;
+using TestSupport::InterceptedCalls;
 using TestSupport::SaveCase;
 using TestSupport::ScratchFolder;
 
 namespace {
 
 // Of the calls the failAt-th fails: once, from then on every call of its kind, or all calls.
-class FaultyOps : public InterceptedOps
+class FaultyCalls : public InterceptedCalls
 {
 public:
     enum class Mode { Once, SameKind, All };
 
-    using InterceptedOps::InterceptedOps;
+    using InterceptedCalls::InterceptedCalls;
 
     int failAt = std::numeric_limits<int>::max();
     Mode mode = Mode::Once;
     int error = EIO;
-    int calls = 0;
+    int count = 0;
     std::string failedKind;
 
     ssize_t write(int descriptor, const char* from, std::size_t size) override
     {
         // A full disk takes what there is room for first.
-        if (calls + 1 == failAt && error != EINTR)
-            FileOps::write(descriptor, from, size / 2);
-        return InterceptedOps::write(descriptor, from, size);
+        if (count + 1 == failAt && error != EINTR)
+            SystemCalls::write(descriptor, from, size / 2);
+        return InterceptedCalls::write(descriptor, from, size);
     }
 
 protected:
     int before(const char* call) override
     {
-        if (++calls == failAt)
+        if (++count == failAt)
             failedKind = call;
         const bool later =
-            calls > failAt && (mode == Mode::All || (mode == Mode::SameKind && call == failedKind));
-        return calls == failAt || later ? error : 0;
+            count > failAt && (mode == Mode::All || (mode == Mode::SameKind && call == failedKind));
+        return count == failAt || later ? error : 0;
     }
     void after(const char*) override {}
 };
 
 // Reads and writes a few bytes at a time and is interrupted before every other call.
-class StumblingOps : public FileOps
+class StumblingCalls : public SystemCalls
 {
 public:
     ssize_t read(int descriptor, char* to, std::size_t size) override
     {
-        return stumbles() ? -1 : FileOps::read(descriptor, to, std::min<std::size_t>(size, 7));
+        return stumbles() ? -1 : SystemCalls::read(descriptor, to, std::min<std::size_t>(size, 7));
     }
     ssize_t write(int descriptor, const char* from, std::size_t size) override
     {
-        return stumbles() ? -1 : FileOps::write(descriptor, from, std::min<std::size_t>(size, 5));
+        return stumbles() ? -1 : SystemCalls::write(descriptor, from, std::min<std::size_t>(size, 5));
     }
     int sync(int) override { return 0; }
 
@@ -68,14 +68,14 @@ private:
     bool stumbles()
     {
         errno = EINTR;
-        return ++calls % 2 == 1;
+        return ++count % 2 == 1;
     }
-    int calls = 0;
+    int count = 0;
 };
 
 } // namespace
 
-Q_DECLARE_METATYPE(FaultyOps::Mode)
+Q_DECLARE_METATYPE(FaultyCalls::Mode)
 
 // Every call of a save fails, one after the other: either the new content is there and the save says so, or
 // the old one is and the message names the file and the system's reason.
@@ -92,11 +92,12 @@ private slots:
     {
         QFETCH(SaveCase, saving);
         std::set<std::string> refusedAt;
-        for (const auto mode : {FaultyOps::Mode::Once, FaultyOps::Mode::SameKind, FaultyOps::Mode::All}) {
+        for (const auto mode :
+             {FaultyCalls::Mode::Once, FaultyCalls::Mode::SameKind, FaultyCalls::Mode::All}) {
             for (const int error : {ENOSPC, EIO, EINTR, EACCES}) {
                 // Some calls are tried again for as long as they are interrupted. Who may not look into a
                 // folder cannot be told that something in it belongs to the file.
-                const bool isForever = error == EINTR && mode != FaultyOps::Mode::Once;
+                const bool isForever = error == EINTR && mode != FaultyCalls::Mode::Once;
                 if (!isForever && !(error == EACCES && saving.repairs()))
                     sweep(saving, mode, error, refusedAt);
                 if (QTest::currentTestFailed())
@@ -115,15 +116,15 @@ private slots:
     void namesTheReason()
     {
         folder->write("f.ini", "before");
-        FaultyOps ops;
-        ops.error = ENOSPC;
-        ops.failAt = 0;
+        FaultyCalls calls;
+        calls.error = ENOSPC;
+        calls.failAt = 0;
         Files::SaveFileResult result;
-        while (ops.failedKind != "write") {
-            QVERIFY(++ops.failAt < 100);
+        while (calls.failedKind != "write") {
+            QVERIFY(++calls.failAt < 100);
             folder->write("f.ini", "before");
-            ops.calls = 0;
-            result = FileSaver(ops).save(folder->path("f.ini"), "after", Files::FileStamp::of("before"));
+            calls.count = 0;
+            result = FileSaver(calls).save(folder->path("f.ini"), "after", Files::FileStamp::of("before"));
         }
         QCOMPARE(result.error, folder->path("f.ini") + " is not saved: the new content cannot be written: "
                                                        "No space left on device");
@@ -135,34 +136,35 @@ private slots:
     {
         QFETCH(SaveCase, saving);
         saving.prepare(*folder);
-        StumblingOps ops;
-        QCOMPARE(saving.run(*folder, ops), std::string());
+        StumblingCalls calls;
+        QCOMPARE(saving.run(*folder, calls), std::string());
         QCOMPARE(folder->content("f.ini"), saving.changed());
     }
 
 private:
-    void sweep(const SaveCase& saving, FaultyOps::Mode mode, int error, std::set<std::string>& refusedAt)
+    void sweep(const SaveCase& saving, FaultyCalls::Mode mode, int error, std::set<std::string>& refusedAt)
     {
-        SaveCase::Ops system(saving.way);
+        SaveCase::Calls system(saving.way);
         for (int n = 1;; ++n) {
             QVERIFY2(n < 1000, "it never gets through");
             saving.prepare(*folder);
-            FaultyOps ops(system);
-            ops.failAt = n;
-            ops.mode = mode;
-            ops.error = error;
-            const std::string failure = saving.run(*folder, ops);
-            const bool faultHappened = ops.calls >= n;
-            const std::string where = ops.failedKind + " at " + std::to_string(n) + ": " + failure;
+            FaultyCalls calls(system);
+            calls.failAt = n;
+            calls.mode = mode;
+            calls.error = error;
+            const std::string failure = saving.run(*folder, calls);
+            const bool faultHappened = calls.count >= n;
+            const std::string where = calls.failedKind + " at " + std::to_string(n) + ": " + failure;
             if (!failure.empty()) {
-                refusedAt.insert(ops.failedKind);
+                refusedAt.insert(calls.failedKind);
                 QVERIFY(faultHappened);
                 QVERIFY2(failure.find(folder->path("f.ini")) == 0, where.c_str());
                 QVERIFY2(failure.find(std::strerror(error)) != std::string::npos, where.c_str());
             }
-            if ((!failure.empty() || !faultHappened) && mode != FaultyOps::Mode::All && !saving.isLinked() &&
-                saving.way != SaveCase::Way::WriteBusy && !saving.repairs() && ops.failedKind != "unlink" &&
-                ops.failedKind != "fstatat") // who cannot tell what a file is leaves it to the next read
+            if ((!failure.empty() || !faultHappened) && mode != FaultyCalls::Mode::All &&
+                !saving.isLinked() && saving.way != SaveCase::Way::WriteBusy && !saving.repairs() &&
+                calls.failedKind != "unlink" &&
+                calls.failedKind != "fstatat") // who cannot tell what a file is leaves it to the next read
                 QVERIFY2(folder->leftovers().isEmpty(), where.c_str());
             const ReadFileResult next = FileSaver(system).read(folder->path("f.ini"));
             const std::string expected = failure.empty() ? saving.changed() : saving.unchanged();

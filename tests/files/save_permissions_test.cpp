@@ -1,6 +1,6 @@
 #include "files/FileJournal.h"
 #include "tests/files/ChildProcess.h"
-#include "tests/files/InterceptedOps.h"
+#include "tests/files/InterceptedCalls.h"
 #include "tests/files/ScratchFolder.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Unprivileged.h"
@@ -45,7 +45,7 @@ bool canMount()
 }
 
 // A disk that takes no byte more.
-class FullDiskOps : public Files::FileOps
+class FullDiskOps : public Files::SystemCalls
 {
 public:
     ssize_t write(int, const char*, std::size_t) override
@@ -56,17 +56,17 @@ public:
 };
 
 // Before one of the calls a link to "victim" takes the place of the folder "sub".
-class SwappingOps : public TestSupport::InterceptedOps
+class SwappingCalls : public TestSupport::InterceptedCalls
 {
 public:
-    SwappingOps(const ScratchFolder& scratch, int momentOfSwap) : folder(scratch), moment(momentOfSwap) {}
+    SwappingCalls(const ScratchFolder& scratch, int momentOfSwap) : folder(scratch), moment(momentOfSwap) {}
 
-    bool hasSwapped() const { return calls > moment; }
+    bool hasSwapped() const { return count > moment; }
 
 protected:
     int before(const char*) override
     {
-        if (calls++ == moment) {
+        if (count++ == moment) {
             ::rename(folder.path("sub").c_str(), folder.path("gone").c_str());
             folder.link("victim", "sub");
         }
@@ -77,7 +77,7 @@ protected:
 private:
     const ScratchFolder& folder;
     const int moment;
-    int calls = 0;
+    int count = 0;
 };
 
 // An access list as the kernel takes it: owner, user 12345, group, mask, others.
@@ -382,17 +382,17 @@ private slots:
             folder->write("sub/f.ini", "torn");
             const Files::FileJournal journal{"f.ini", folder->status("sub/f.ini").st_ino, "journal"};
             folder->write("sub/.vantry-abcdefgh.old", journal.toBytes());
-            SwappingOps ops(*folder, moment);
+            SwappingCalls calls(*folder, moment);
             if (saves)
-                FileSaver(ops).save(folder->path("sub/f.ini"), "after", FileStamp::of("journal"));
+                FileSaver(calls).save(folder->path("sub/f.ini"), "after", FileStamp::of("journal"));
             else
-                FileSaver(ops).read(folder->path("sub/f.ini"));
+                FileSaver(calls).read(folder->path("sub/f.ini"));
             QCOMPARE(folder->content("victim/f.ini"), std::string("victim's"));
             QCOMPARE(QDir(QString::fromStdString(folder->path("victim")))
                          .entryList(QDir::Files | QDir::Hidden)
                          .size(),
                      1);
-            isSwapped = ops.hasSwapped();
+            isSwapped = calls.hasSwapped();
             QDir(QString::fromStdString(folder->path("gone"))).removeRecursively();
             if (isSwapped)
                 folder->remove("sub");
@@ -498,7 +498,7 @@ private:
             folder->write("full", std::string(100000, 'x'));
         FullDiskOps full;
         const SaveFileResult result =
-            FileSaver(real ? Files::FileOps::system() : full).save(path, after, stamp);
+            FileSaver(real ? Files::SystemCalls::system() : full).save(path, after, stamp);
         if (result.ok() || result.error.find("No space left on device") == std::string::npos)
             return "saved on a full disk: " + result.error;
         if (folder->content("f.ini") != "before" || !folder->leftovers().isEmpty())

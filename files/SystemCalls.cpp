@@ -1,4 +1,4 @@
-#include "files/FileOps.h"
+#include "files/SystemCalls.h"
 
 #include <cerrno>
 #include <climits>
@@ -70,13 +70,13 @@ private:
 
 } // namespace
 
-FileOps& FileOps::system()
+SystemCalls& SystemCalls::system()
 {
-    static FileOps ops;
-    return ops;
+    static SystemCalls calls;
+    return calls;
 }
 
-int FileOps::openFolder(const std::string& path, int flags)
+int SystemCalls::openFolder(const std::string& path, int flags)
 {
     struct open_how how = {};
     how.flags = static_cast<std::uint64_t>(flags) | O_DIRECTORY | O_CLOEXEC;
@@ -87,7 +87,7 @@ int FileOps::openFolder(const std::string& path, int flags)
     return ::open(path.c_str(), flags | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC); // an old or a confined kernel
 }
 
-int FileOps::lockByte(int descriptor, off_t at)
+int SystemCalls::lockByte(int descriptor, off_t at)
 {
     struct flock range = {};
     range.l_type = F_WRLCK;
@@ -97,7 +97,7 @@ int FileOps::lockByte(int descriptor, off_t at)
     return ::fcntl(descriptor, F_OFD_SETLK, &range);
 }
 
-int FileOps::renameNewAt(int folder, const std::string& from, const std::string& to)
+int SystemCalls::renameNewAt(int folder, const std::string& from, const std::string& to)
 {
     const int result = ::renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE);
     if (result == 0 || (errno != EINVAL && errno != ENOSYS))
@@ -109,7 +109,7 @@ int FileOps::renameNewAt(int folder, const std::string& from, const std::string&
     return 0;
 }
 
-int FileOps::list(int folder, const std::string& prefix, std::vector<std::string>& names)
+int SystemCalls::list(int folder, const std::string& prefix, std::vector<std::string>& names)
 {
     static EmptyListings emptyListings;
     struct stat before = {};
@@ -137,7 +137,7 @@ int FileOps::list(int folder, const std::string& prefix, std::vector<std::string
     return error == 0 ? 0 : -1;
 }
 
-int FileOps::resolve(const std::string& path, std::string& result)
+int SystemCalls::resolve(const std::string& path, std::string& result)
 {
     char* const resolved = ::realpath(path.c_str(), nullptr);
     if (!resolved)
@@ -147,7 +147,7 @@ int FileOps::resolve(const std::string& path, std::string& result)
     return 0;
 }
 
-int FileOps::readLink(const std::string& path, std::string& result)
+int SystemCalls::readLink(const std::string& path, std::string& result)
 {
     char target[PATH_MAX];
     const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
@@ -157,7 +157,7 @@ int FileOps::readLink(const std::string& path, std::string& result)
     return 0;
 }
 
-int FileOps::listExtendedAttributes(int descriptor, std::vector<std::string>& names)
+int SystemCalls::listExtendedAttributes(int descriptor, std::vector<std::string>& names)
 {
     const ssize_t size = ::flistxattr(descriptor, nullptr, 0);
     if (size <= 0)
@@ -172,7 +172,7 @@ int FileOps::listExtendedAttributes(int descriptor, std::vector<std::string>& na
     return 0;
 }
 
-int FileOps::copyExtendedAttribute(int from, int to, const std::string& name)
+int SystemCalls::copyExtendedAttribute(int from, int to, const std::string& name)
 {
     std::string value;
     std::string present;

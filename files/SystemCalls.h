@@ -17,13 +17,13 @@ namespace Files {
 
 // The calls to the operating system by which files are read and saved, one method a call, so that tests can
 // make each of them fail. Every method means what the call of its name means, errno included. Any thread.
-class VANTRY_FILES_EXPORT FileOps
+class VANTRY_FILES_EXPORT SystemCalls
 {
 public:
-    virtual ~FileOps() = default;
+    virtual ~SystemCalls() = default;
 
     // The operating system itself.
-    static FileOps& system();
+    static SystemCalls& system();
 
     // Opens a folder by a path of which no part may be a link, so that nobody leads it elsewhere meanwhile.
     virtual int openFolder(const std::string& path, int flags);

@@ -1,16 +1,16 @@
 #pragma once
 
-#include "files/FileOps.h"
+#include "files/SystemCalls.h"
 
 #include <cerrno>
 
 namespace TestSupport {
 
 // Passes every call on, and tells before and after; what is told before can make the call fail instead.
-class InterceptedOps : public Files::FileOps
+class InterceptedCalls : public Files::SystemCalls
 {
 public:
-    explicit InterceptedOps(FileOps& fileOps = FileOps::system()) : below(fileOps) {}
+    explicit InterceptedCalls(SystemCalls& systemCalls = SystemCalls::system()) : below(systemCalls) {}
 
     int openFolder(const std::string& path, int flags) override
     {
@@ -137,7 +137,7 @@ private:
         return result;
     }
 
-    FileOps& below; // not owned
+    SystemCalls& below; // not owned
 };
 
 } // namespace TestSupport
