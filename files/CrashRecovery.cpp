@@ -1,7 +1,7 @@
 #include "files/CrashRecovery.h"
 
+#include "files/FileDigest.h"
 #include "files/FileJournal.h"
-#include "files/FileStamp.h"
 #include "files/StateFolder.h"
 #include "files/TemporaryName.h"
 
@@ -91,7 +91,7 @@ private:
         if (!file.openRegular(searched.get(), name, O_RDONLY, status).empty() || !mayChange(status) ||
             !file.readAll(bytes).empty())
             return;
-        const FileStamp content = FileStamp::of(bytes);
+        const FileDigest content = FileDigest::of(bytes);
         const bool isNeedless = TemporaryName::saysOld(name, content) ||
                                 (TemporaryName::saysNew(name, content) && file.tryLock());
         if (!isNeedless && !TemporaryName::saysNew(name, content))
@@ -108,7 +108,7 @@ private:
         const bool isRead =
             present.openRegular(folder.get(), location.name, O_RDONLY, presentStatus).empty() &&
             present.readAll(bytes).empty();
-        const bool isOfSave = isRead && TemporaryName::saysNew(name, FileStamp::of(bytes));
+        const bool isOfSave = isRead && TemporaryName::saysNew(name, FileDigest::of(bytes));
         if (isOfSave && !present.tryLock())
             return; // the save goes on, and looks after it
         const bool isExchanged = isOfSave && status.st_uid == presentStatus.st_uid &&

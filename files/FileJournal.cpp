@@ -1,6 +1,6 @@
 #include "files/FileJournal.h"
 
-#include "files/FileStamp.h"
+#include "files/FileDigest.h"
 
 #include <sstream>
 
@@ -22,7 +22,7 @@ std::string take(std::istream& stream, std::size_t size, std::size_t most)
 // Lines of numbers, then the texts that they give the lengths of, then the content to the end.
 std::string FileJournal::toBytes() const
 {
-    const std::string digest = FileStamp::of(content).digest;
+    const std::string digest = FileDigest::of(content).hash;
     std::ostringstream stream;
     stream << firstLine << '\n'
            << inode << ' ' << file.size() << ' ' << digest.size() << ' ' << content.size() << '\n'
@@ -45,7 +45,7 @@ std::optional<FileJournal> FileJournal::fromBytes(const std::string& bytes)
     journal.file = take(stream, nameSize, bytes.size());
     const std::string digest = take(stream, digestSize, bytes.size());
     journal.content = take(stream, contentSize, bytes.size());
-    if (!stream || journal.content.size() != contentSize || FileStamp::of(journal.content).digest != digest)
+    if (!stream || journal.content.size() != contentSize || FileDigest::of(journal.content).hash != digest)
         return {};
     return journal;
 }

@@ -32,9 +32,9 @@ public:
 
     // Takes the name of the file that had the status and the expected content, and looks at what it held:
     // when another program has changed it in the last moment, everything is put back and isChanged is set.
-    // The stamp is that of the bytes given to fill.
+    // The digest is that of the bytes given to fill.
     std::string exchange(const std::string& name, const struct stat& status, const std::string& expected,
-                         const FileStamp& own, bool& isChanged, std::string& warning);
+                         const FileDigest& own, bool& isChanged, std::string& warning);
 
     // Whether the step that failed did so because this file may not be replaced here by this user, which says
     // nothing about writing it.

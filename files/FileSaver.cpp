@@ -21,7 +21,7 @@ namespace {
 class FileSave
 {
 public:
-    // What is given is used until the end of run; written and warning are set in the result, and its stamp.
+    // What is given is used until the end of run; written and warning are set in the result, and its digest.
     FileSave(SystemCalls& systemCalls, const FileLocation& fileLocation, const std::string& content,
              mode_t modeOfNewFile, const MergeContent& mergeContent, SaveFileResult& saveResult)
         : calls(systemCalls), location(fileLocation), bytes(&content), newFileMode(modeOfNewFile),
@@ -29,12 +29,12 @@ public:
     {
     }
 
-    std::string run(const FileStamp& stamp)
+    std::string run(const FileDigest& digest)
     {
         struct stat folderStatus = {};
         if (!folder.isOpen() || calls.stat(folder.get(), folderStatus) != 0)
             return "its folder cannot be opened: " + systemReason();
-        known = stamp;
+        known = digest;
         const SaveLock lock(calls, folderStatus);
         std::string error =
             recoverFromCrash(calls, folder, location, RecoveryPurpose::Saving, result.warning);
@@ -43,7 +43,7 @@ public:
         while (error.empty() && Clock::now() < deadline) {
             error = attempt();
             if (error.empty() && !isChanged) {
-                result.stamp = FileStamp::of(*bytes);
+                result.digest = FileDigest::of(*bytes);
                 return {};
             }
         }
@@ -85,7 +85,7 @@ private:
     // What is to be written with what the file holds.
     std::string reconcile()
     {
-        const FileStamp now = FileStamp::of(found);
+        const FileDigest now = FileDigest::of(found);
         if (now == known)
             return {};
         if (!merge)
@@ -129,7 +129,7 @@ private:
         std::string doubt;
         if (error.empty())
             error = isNew ? replacement.publish(location.name, isChanged)
-                          : replacement.exchange(location.name, status, found, FileStamp::of(*bytes),
+                          : replacement.exchange(location.name, status, found, FileDigest::of(*bytes),
                                                  isChanged, doubt);
         if (!error.empty() || isChanged)
             return error;
@@ -170,7 +170,7 @@ private:
     const MergeContent& merge;
     SaveFileResult& result;
     FileDescriptor folder;
-    FileStamp known;                        // what the bytes are based on
+    FileDigest known;                       // what the bytes are based on
     std::optional<FileDescriptor> original; // none for a new file
     struct stat status = {};
     std::string found;       // what the file holds
@@ -208,7 +208,7 @@ ReadFileResult FileSaver::read(const std::string& path) const
     if (result.missing)
         result.reason = systemReason(ENOENT);
     if (result.reason.empty()) {
-        result.stamp = FileStamp::of(result.bytes);
+        result.digest = FileDigest::of(result.bytes);
     } else {
         result.error = path + ": " + result.reason;
         result.bytes.clear();
@@ -216,13 +216,13 @@ ReadFileResult FileSaver::read(const std::string& path) const
     return result;
 }
 
-SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
+SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes, const FileDigest& digest,
                                const MergeContent& merge, mode_t newFileMode) const
 {
     SaveFileResult result;
     const FileLocation location = FileLocation::find(calls, path);
     result.reason = location.error == 0
-                        ? FileSave(calls, location, bytes, newFileMode, merge, result).run(stamp)
+                        ? FileSave(calls, location, bytes, newFileMode, merge, result).run(digest)
                         : systemReason(location.error);
     if (!result.reason.empty()) {
         result.error = path + " is not saved: " + result.reason;
@@ -234,7 +234,7 @@ SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes
 SaveFileResult FileSaver::overwrite(const std::string& path, const std::string& bytes,
                                     mode_t newFileMode) const
 {
-    const MergeContent keepOurs = [&bytes](const std::string&, const FileStamp&) {
+    const MergeContent keepOurs = [&bytes](const std::string&, const FileDigest&) {
         return MergedContent{bytes, {}};
     };
     return save(path, bytes, {}, keepOurs, newFileMode);

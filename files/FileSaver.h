@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/FileStamp.h"
+#include "files/FileDigest.h"
 #include "files/SystemCalls.h"
 
 #include <functional>
@@ -17,8 +17,8 @@ struct ReadFileResult
     bool missing = false; // the error is that there is no such file
     std::string warning;  // read, but the person should know: what a crash had left was put right; no path
     std::string bytes;
-    FileStamp stamp; // that of a missing file when there is none
-    mode_t mode = 0; // the permissions of the file; 0 when it is missing
+    FileDigest digest; // that of a missing file when there is none
+    mode_t mode = 0;   // the permissions of the file; 0 when it is missing
 
     bool ok() const { return error.empty(); }
 };
@@ -29,7 +29,7 @@ struct SaveFileResult
     std::string reason;  // the same without the path
     std::string warning; // saved, but something beside the content was not kept or assured; no path
     bool written = false;
-    FileStamp stamp; // of the file after a success
+    FileDigest digest; // of the file after a success
 
     bool ok() const { return error.empty(); }
 };
@@ -41,9 +41,9 @@ struct MergedContent
     std::string refusal; // empty when there is none
 };
 
-// Given what the file holds now and its stamp. Called again when another program writes meanwhile, with what
+// Given what the file holds now and its digest. Called again when another program writes meanwhile, with what
 // that wrote; it must not save that file itself.
-using MergeContent = std::function<MergedContent(const std::string& found, const FileStamp& stamp)>;
+using MergeContent = std::function<MergedContent(const std::string& found, const FileDigest& digest)>;
 
 // Reads files, and replaces them so that at every moment, a power cut included, the old or the new content is
 // there whole: by a second file, which takes over owner, mode and extended attributes and then exchanges its
@@ -61,10 +61,10 @@ public:
     // says so; nothing is written for other users.
     ReadFileResult read(const std::string& path) const;
 
-    // When the file is no longer what the stamp says, merge tells what to write instead; without one the save
-    // is refused. A file that holds already what is to be written is not touched. A file that was missing is
-    // created, with this mode less the process's mask; one that has gone since is a refusal.
-    SaveFileResult save(const std::string& path, const std::string& bytes, const FileStamp& stamp,
+    // When the file is no longer what the digest says, merge tells what to write instead; without one the
+    // save is refused. A file that holds already what is to be written is not touched. A file that was
+    // missing is created, with this mode less the process's mask; one that has gone since is a refusal.
+    SaveFileResult save(const std::string& path, const std::string& bytes, const FileDigest& digest,
                         const MergeContent& merge = {}, mode_t newFileMode = 0666) const;
 
     // Writes over whatever the file holds, or creates it.

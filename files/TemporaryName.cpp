@@ -26,10 +26,10 @@ std::string randomStart()
 }
 
 // The beginning of it, which tells contents apart well enough.
-std::string hexOf(const FileStamp& content)
+std::string hexOf(const FileDigest& content)
 {
     std::string hex;
-    for (const char c : content.digest.substr(0, digestLength / 2)) {
+    for (const char c : content.hash.substr(0, digestLength / 2)) {
         const auto byte = static_cast<unsigned char>(c);
         hex += hexDigits[byte >> 4];
         hex += hexDigits[byte & 15];
@@ -57,7 +57,7 @@ std::string TemporaryName::make(Kind kind)
     return randomStart().append(kind == Kind::Journal ? journalEnding : replacementEnding);
 }
 
-std::string TemporaryName::makeExchange(const FileStamp& oldContent, const FileStamp& newContent)
+std::string TemporaryName::makeExchange(const FileDigest& oldContent, const FileDigest& newContent)
 {
     return randomStart().append("-" + hexOf(oldContent) + "-" + hexOf(newContent)).append(exchangeEnding);
 }
@@ -75,12 +75,12 @@ std::optional<TemporaryName::Kind> TemporaryName::kindOf(const std::string& name
     return isExchange(name) ? std::optional(Kind::Exchange) : std::nullopt;
 }
 
-bool TemporaryName::saysOld(const std::string& name, const FileStamp& content)
+bool TemporaryName::saysOld(const std::string& name, const FileDigest& content)
 {
     return name.compare(oldAt, digestLength, hexOf(content)) == 0;
 }
 
-bool TemporaryName::saysNew(const std::string& name, const FileStamp& content)
+bool TemporaryName::saysNew(const std::string& name, const FileDigest& content)
 {
     return name.compare(newAt, digestLength, hexOf(content)) == 0;
 }

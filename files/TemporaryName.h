@@ -1,6 +1,6 @@
 #pragma once
 
-#include "files/FileStamp.h"
+#include "files/FileDigest.h"
 #include "files/FilesExport.h"
 
 #include <optional>
@@ -25,14 +25,14 @@ public:
     static std::string make(Kind kind);
     // The name under which new content exchanges its place with the old one. Since it says both, whoever
     // finds the file later knows whether it holds one of them or what a third program wrote.
-    static std::string makeExchange(const FileStamp& oldContent, const FileStamp& newContent);
+    static std::string makeExchange(const FileDigest& oldContent, const FileDigest& newContent);
 
     // Nothing for a name that is none of ours.
     static std::optional<Kind> kindOf(const std::string& name);
 
     // Whether the name of an Exchange says that this is its old, or its new, content.
-    static bool saysOld(const std::string& name, const FileStamp& content);
-    static bool saysNew(const std::string& name, const FileStamp& content);
+    static bool saysOld(const std::string& name, const FileDigest& content);
+    static bool saysNew(const std::string& name, const FileDigest& content);
 };
 
 } // namespace Files

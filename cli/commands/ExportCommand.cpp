@@ -63,7 +63,7 @@ public:
             return ExitCode::Done;
         }
         const Files::SaveFileResult saved =
-            saver.save(path, text, present.stamp, {}, isPrivate ? 0600 : 0666);
+            saver.save(path, text, present.digest, {}, isPrivate ? 0600 : 0666);
         if (!saved.ok())
             return Session::fail(
                 ExitCode::BadFile,

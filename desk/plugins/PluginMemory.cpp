@@ -1,6 +1,6 @@
 #include "desk/plugins/PluginMemory.h"
 
-#include "files/FileStamp.h"
+#include "files/FileDigest.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -20,7 +20,7 @@ QString fingerprint(const QString& fileName)
     const std::string content = file.readAll().toStdString();
     if (file.error() != QFile::NoError)
         return {};
-    const std::string digest = Files::FileStamp::of(content).digest; // a quick one: each start waits for it
+    const std::string digest = Files::FileDigest::of(content).hash; // a quick one: each start waits for it
     const QFileInfo info(file);
     return QStringLiteral("%1 %2 %3")
         .arg(info.size())

@@ -49,7 +49,7 @@ public:
             return "nothing is said of a recovery";
         if (content(neighbour) != present)
             return "the recovery of one file has changed another";
-        return checkSave(saver, found.stamp);
+        return checkSave(saver, found.digest);
     }
 
 private:
@@ -67,10 +67,10 @@ private:
         return made.toBytes();
     }
 
-    std::string checkSave(const FileSaver& saver, const Files::FileStamp& stamp) const
+    std::string checkSave(const FileSaver& saver, const Files::FileDigest& digest) const
     {
         const std::string wanted = "saved";
-        const auto saved = saver.save(utf8(folder.path(target)), wanted, stamp);
+        const auto saved = saver.save(utf8(folder.path(target)), wanted, digest);
         if (!saved.ok() || content(target) != wanted)
             return "a save after the recovery fails: " + saved.error;
         const auto again = saver.read(utf8(folder.path(target)));

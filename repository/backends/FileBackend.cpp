@@ -70,7 +70,7 @@ Outcome FileBackend::read()
     Files::ReadFileResult file = readFile();
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return warned(refusal(QString::fromStdString(file.reason)), file.warning);
-    stamp = file.stamp;
+    digest = file.digest;
     return warned(outcomeOf(content.load(std::move(file.bytes))), file.warning);
 }
 
@@ -83,7 +83,7 @@ Outcome FileBackend::save(const ApplyChange& apply)
 Outcome FileBackend::writeFile(const ApplyChange& apply)
 {
     std::string text;
-    Files::FileStamp known;
+    Files::FileDigest known;
     const bool isThere = QFile::exists(description.filePath);
     {
         const std::lock_guard lock(mutex);
@@ -96,19 +96,19 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
         outcome = checkConflicts();
         if (!outcome.ok())
             return outcome;
-        if (!content.hasEdits() && stamp.exists)
+        if (!content.hasEdits() && digest.exists)
             return {};
-        if (!stamp.exists && content.getText().empty())
+        if (!digest.exists && content.getText().empty())
             content.load(Documents::findFormat(description.type.toStdString())->getEmptyText());
         text = content.getText();
         outcome = checkReadability(text);
         if (!outcome.ok())
             return outcome;
-        known = stamp;
+        known = digest;
     }
     Outcome merged;
-    const Files::MergeContent merge = [&](const std::string& found, const Files::FileStamp& foundStamp) {
-        merged = mergeExternal(found, foundStamp, apply);
+    const Files::MergeContent merge = [&](const std::string& found, const Files::FileDigest& foundDigest) {
+        merged = mergeExternal(found, foundDigest, apply);
         const std::lock_guard lock(mutex);
         if (merged.ok())
             merged = checkConflicts();
@@ -121,7 +121,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
     const bool hasGone = !saved.ok() && known.exists && !QFile::exists(description.filePath);
     const std::lock_guard lock(mutex);
     if (saved.ok()) {
-        stamp = saved.stamp;
+        digest = saved.digest;
         content.setSaved(std::move(text));
         return warned({}, saved.warning);
     }
@@ -133,7 +133,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
 
 // Puts the edits onto what was found, unless it cannot be. This is done on a copy, so that meanwhile nobody
 // waits; only when somebody has written by then, the second attempt is made while everybody waits.
-Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileStamp& foundStamp,
+Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileDigest& foundDigest,
                                    const ApplyChange& apply)
 {
     auto theirs = Documents::makeDocument(description.type.toStdString());
@@ -167,7 +167,7 @@ Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileSt
         }
         hasUnmergedDiskContent = !misfit.empty();
         if (!hasUnmergedDiskContent) {
-            stamp = foundStamp;
+            digest = foundDigest;
             isDeleted = false;
         }
         return changes;
@@ -191,7 +191,7 @@ Outcome FileBackend::reloadFile(Trigger trigger, const ApplyChange& apply)
     bool hasChanged = false;
     {
         const std::lock_guard lock(mutex);
-        hasChanged = file.stamp != stamp || isDeleted;
+        hasChanged = file.digest != digest || isDeleted;
     }
     Outcome outcome;
     if (file.missing)
@@ -199,7 +199,7 @@ Outcome FileBackend::reloadFile(Trigger trigger, const ApplyChange& apply)
     else if (!file.ok())
         outcome = refusal(QString::fromStdString(file.reason));
     else if (hasChanged)
-        outcome = mergeExternal(file.bytes, file.stamp, apply);
+        outcome = mergeExternal(file.bytes, file.digest, apply);
     if (trigger == Trigger::Request)
         return warned(outcome, file.warning);
     if (outcome.ok()) { // nobody asked, so somebody must be told
@@ -218,7 +218,7 @@ Outcome FileBackend::handleDeletion(Trigger trigger, const ApplyChange& apply)
     bool becomesEmpty = false;
     {
         const std::lock_guard lock(mutex);
-        if (!stamp.exists)
+        if (!digest.exists)
             return {};
         becomesEmpty =
             trigger == Trigger::Request && !content.hasEdits() && isWritable(description.accessMode);
@@ -230,7 +230,7 @@ Outcome FileBackend::handleDeletion(Trigger trigger, const ApplyChange& apply)
     Outcome outcome;
     apply([&] {
         const std::lock_guard lock(mutex);
-        stamp = {};
+        digest = {};
         return change([&] { outcome = outcomeOf(content.load({})); });
     });
     return outcome;
@@ -300,7 +300,7 @@ Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, co
         found = isDeleted && below.empty();
         if (found) {
             isDeleted = false;
-            stamp = {};
+            digest = {};
             if (!isMine)
                 return change([this] { content.load({}); });
             content.dropBase();

@@ -37,7 +37,7 @@ private:
     // saving held
     Outcome writeFile(const ApplyChange& apply);
     Outcome reloadFile(Trigger trigger, const ApplyChange& apply);
-    Outcome mergeExternal(const std::string& found, const Files::FileStamp& foundStamp,
+    Outcome mergeExternal(const std::string& found, const Files::FileDigest& foundDigest,
                           const ApplyChange& apply);
     Outcome handleDeletion(Trigger trigger, const ApplyChange& apply);
 
@@ -52,7 +52,7 @@ private:
     QString lastRefusal; // of looking at the file, as a text; guarded by saving
 
     // Guarded by mutex.
-    Files::FileStamp stamp;              // of the file when it was read or saved last
+    Files::FileDigest digest;            // of the file when it was read or saved last
     bool isDeleted = false;              // while it was mounted, and nobody has said what to do
     bool hasUnmergedDiskContent = false; // the file holds something else that could not be merged
 };

@@ -97,7 +97,7 @@ struct SaveCase
             const ReadFileResult read = saver.read(path);
             return read.ok() && read.bytes != before ? "read something else" : read.error;
         }
-        return saver.save(path, after, way == Way::Create ? FileStamp() : FileStamp::of(before)).error;
+        return saver.save(path, after, way == Way::Create ? FileDigest() : FileDigest::of(before)).error;
     }
 };
 

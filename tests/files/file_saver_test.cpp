@@ -13,8 +13,8 @@
 #include <sys/file.h>
 #include <thread>
 
+using Files::FileDigest;
 using Files::FileSaver;
-using Files::FileStamp;
 using Files::ReadFileResult;
 using Files::SaveFileResult;
 using Files::TemporaryName;
@@ -49,7 +49,7 @@ private:
 };
 
 // Each line of both, as a person would merge them.
-Files::MergedContent addLine(const std::string& found, const FileStamp&)
+Files::MergedContent addLine(const std::string& found, const FileDigest&)
 {
     return {found + "mine\n", {}};
 }
@@ -71,10 +71,10 @@ private slots:
         const ReadFileResult read = FileSaver().read(path("a.ini"));
         QVERIFY2(read.ok(), read.error.c_str());
         QCOMPARE(read.bytes, std::string("x\0y", 3));
-        QVERIFY(read.stamp.exists);
+        QVERIFY(read.digest.exists);
         const ReadFileResult missing = FileSaver().read(path("b.ini"));
         QVERIFY(missing.missing);
-        QVERIFY(!missing.stamp.exists);
+        QVERIFY(!missing.digest.exists);
         QCOMPARE(missing.error, path("b.ini") + ": No such file or directory");
         QCOMPARE(FileSaver().read(path("")).error, path("") + ": it is a folder");
     }
@@ -83,8 +83,8 @@ private slots:
     {
         folder->write("f.ini", "same");
         const struct stat before = folder->status("f.ini");
-        // Also when the stamp is of something else: the file holds what is wanted.
-        const SaveFileResult result = FileSaver().save(path("f.ini"), "same", FileStamp());
+        // Also when the digest is of something else: the file holds what is wanted.
+        const SaveFileResult result = FileSaver().save(path("f.ini"), "same", FileDigest());
         QVERIFY(result.ok());
         QVERIFY(!result.written);
         const struct stat after = folder->status("f.ini");
@@ -95,12 +95,12 @@ private slots:
     void refusesWhatAnotherProgramDid()
     {
         folder->write("f.ini", "read");
-        const FileStamp stamp = FileSaver().read(path("f.ini")).stamp;
+        const FileDigest digest = FileSaver().read(path("f.ini")).digest;
         folder->write("f.ini", "edit"); // of the same size
-        refused("f.ini", stamp, "another program has changed it since it was read");
-        refused("f.ini", FileStamp(), "another program has created it meanwhile");
+        refused("f.ini", digest, "another program has changed it since it was read");
+        refused("f.ini", FileDigest(), "another program has created it meanwhile");
         folder->remove("f.ini");
-        refused("f.ini", stamp, "it has been deleted since it was read");
+        refused("f.ini", digest, "it has been deleted since it was read");
     }
 
     void mergesWhatComesInTheLastMoment_data()
@@ -133,8 +133,8 @@ private slots:
             if (linked)
                 folder->hardLink("f.ini", "other.ini");
             MeddlingCalls calls(call.toStdString(), {[&] { meddle(what); }});
-            const FileStamp stamp = isNew ? FileStamp() : FileStamp::of("base\n");
-            const SaveFileResult result = FileSaver(calls).save(path("f.ini"), "base\nmine\n", stamp,
+            const FileDigest digest = isNew ? FileDigest() : FileDigest::of("base\n");
+            const SaveFileResult result = FileSaver(calls).save(path("f.ini"), "base\nmine\n", digest,
                                                                 merges ? addLine : Files::MergeContent());
             QVERIFY(calls.hasMeddled());
             QCOMPARE(folder->leftovers(), QStringList());
@@ -160,7 +160,7 @@ private slots:
             MeddlingCalls calls("rename exchange", {[&] { replace("f.ini", "first\n"); },
                                                     [&] { replace("f.ini", "second\n"); }});
             const SaveFileResult result =
-                FileSaver(calls).save(path("f.ini"), "base\nmine\n", FileStamp::of("base\n"),
+                FileSaver(calls).save(path("f.ini"), "base\nmine\n", FileDigest::of("base\n"),
                                       merges ? addLine : Files::MergeContent());
             QVERIFY(calls.hasMeddled());
             std::string all = folder->content("f.ini");
@@ -178,7 +178,7 @@ private slots:
     {
         const std::string name(255, 'n');
         folder->write(name, "before");
-        QCOMPARE(FileSaver().save(path(name), "after", FileStamp::of("before")).error, std::string());
+        QCOMPARE(FileSaver().save(path(name), "after", FileDigest::of("before")).error, std::string());
         QCOMPARE(folder->content(name), std::string("after"));
     }
 
@@ -186,20 +186,20 @@ private slots:
     {
         folder->write("f.ini", "theirs");
         const auto merge = [](const std::string& answer, const std::string& refusal) {
-            return [=](const std::string& found, const FileStamp& stamp) {
-                const bool isRight = found == "theirs" && stamp == FileStamp::of("theirs");
+            return [=](const std::string& found, const FileDigest& digest) {
+                const bool isRight = found == "theirs" && digest == FileDigest::of("theirs");
                 return Files::MergedContent{isRight ? answer : "wrong", refusal};
             };
         };
         const FileSaver saver;
         SaveFileResult result =
-            saver.save(path("f.ini"), "mine", FileStamp::of("base"), merge("", "why not"));
+            saver.save(path("f.ini"), "mine", FileDigest::of("base"), merge("", "why not"));
         QCOMPARE(result.error, path("f.ini") + " is not saved: why not");
-        result = saver.save(path("f.ini"), "mine", FileStamp::of("base"), merge("theirs", ""));
-        QVERIFY(result.ok() && !result.written && result.stamp == FileStamp::of("theirs"));
+        result = saver.save(path("f.ini"), "mine", FileDigest::of("base"), merge("theirs", ""));
+        QVERIFY(result.ok() && !result.written && result.digest == FileDigest::of("theirs"));
         QCOMPARE(folder->content("f.ini"), std::string("theirs"));
-        result = saver.save(path("f.ini"), "mine", FileStamp(), merge("both", ""));
-        QVERIFY(result.ok() && result.written && result.stamp == FileStamp::of("both"));
+        result = saver.save(path("f.ini"), "mine", FileDigest(), merge("both", ""));
+        QVERIFY(result.ok() && result.written && result.digest == FileDigest::of("both"));
         QCOMPARE(folder->content("f.ini"), std::string("both"));
     }
 
@@ -250,7 +250,7 @@ private slots:
             const int other = ::open(path(name).c_str(), O_RDONLY);
             QVERIFY(::flock(other, LOCK_EX) == 0);
             const ReadFileResult read = FileSaver().read(path("f.ini"));
-            const SaveFileResult saved = FileSaver().save(path("f.ini"), read.bytes + '+', read.stamp);
+            const SaveFileResult saved = FileSaver().save(path("f.ini"), read.bytes + '+', read.digest);
             ::close(other);
             QCOMPARE(read.error + read.warning + saved.error + saved.warning, std::string());
         }
@@ -283,7 +283,7 @@ private slots:
         QFETCH(std::string, left);
         QFETCH(std::string, expected);
         QFETCH(std::string, kept);
-        const std::string name = TemporaryName::makeExchange(FileStamp::of("old"), FileStamp::of("new"));
+        const std::string name = TemporaryName::makeExchange(FileDigest::of("old"), FileDigest::of("new"));
         folder->write("f.ini", present);
         folder->write(name, left);
         const ReadFileResult read = FileSaver().read(path("f.ini"));
@@ -311,14 +311,14 @@ private slots:
         });
         int merges = 0;
         for (int count = 1; count <= 150; ++count) {
-            const auto withOurs = [&](const std::string& found, const FileStamp&) {
+            const auto withOurs = [&](const std::string& found, const FileDigest&) {
                 ++merges;
                 return Files::MergedContent{
                     found.substr(0, found.find('\n') + 1) + "ours " + std::to_string(count) + '\n', {}};
             };
             const ReadFileResult read = FileSaver().read(path("f.ini"));
-            const std::string bytes = withOurs(read.bytes, read.stamp).bytes;
-            const SaveFileResult saved = FileSaver().save(path("f.ini"), bytes, read.stamp, withOurs);
+            const std::string bytes = withOurs(read.bytes, read.digest).bytes;
+            const SaveFileResult saved = FileSaver().save(path("f.ini"), bytes, read.digest, withOurs);
             if (!saved.ok())
                 isOver = true;
             QVERIFY2(saved.ok(), saved.error.c_str());
@@ -339,7 +339,8 @@ private slots:
                                 FileSaver().read(path("f.ini"));
                                 seen = folder->leftovers();
                             }});
-        QCOMPARE(FileSaver(calls).save(path("f.ini"), "after", FileStamp::of("before")).error, std::string());
+        QCOMPARE(FileSaver(calls).save(path("f.ini"), "after", FileDigest::of("before")).error,
+                 std::string());
         QCOMPARE(seen.size(), 1);
         QCOMPARE(folder->content("f.ini"), std::string("after"));
     }
@@ -354,7 +355,7 @@ private slots:
         QVERIFY(::truncate(path("f.ini").c_str(), off_t(4) << 40) == 0);
         const ReadFileResult full = FileSaver().read(path("full.ini"));
         const ReadFileResult huge = FileSaver().read(path("f.ini"));
-        const SaveFileResult saved = FileSaver().save(path("f.ini"), "after", FileStamp());
+        const SaveFileResult saved = FileSaver().save(path("f.ini"), "after", FileDigest());
         folder->hardLink("full.ini", "linked.ini"); // its journal is larger than the limit
         const Files::FileJournal journal{path("full.ini"), folder->status("full.ini").st_ino, content};
         folder->makeFolder("state");
@@ -391,7 +392,7 @@ private slots:
             const FileSaver saver;
             while (*done < 50) {
                 const ReadFileResult read = saver.read(path("f.ini"));
-                if (saver.save(path("f.ini"), read.bytes + letter + '\n', read.stamp).ok())
+                if (saver.save(path("f.ini"), read.bytes + letter + '\n', read.digest).ok())
                     ++*done;
             }
         };
@@ -426,9 +427,9 @@ private:
 
     std::string path(const std::string& name) const { return folder->path(name); }
 
-    void refused(const std::string& name, const FileStamp& stamp, const std::string& reason)
+    void refused(const std::string& name, const FileDigest& digest, const std::string& reason)
     {
-        const SaveFileResult result = FileSaver().save(path(name), "after", stamp);
+        const SaveFileResult result = FileSaver().save(path(name), "after", digest);
         QCOMPARE(result.error, path(name) + " is not saved: " + reason);
         QVERIFY(folder->leftovers().isEmpty());
     }

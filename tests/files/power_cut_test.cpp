@@ -6,8 +6,8 @@
 
 #include <functional>
 
+using Files::FileDigest;
 using Files::FileSaver;
-using Files::FileStamp;
 using Files::ReadFileResult;
 using TestSupport::InterceptedCalls;
 using TestSupport::MemoryDisk;
@@ -117,7 +117,7 @@ private:
     {
         const bool isNew = oldContent == "(missing)";
         return FileSaver(calls)
-            .save("/etc/f.ini", newContent, isNew ? FileStamp() : FileStamp::of(oldContent))
+            .save("/etc/f.ini", newContent, isNew ? FileDigest() : FileDigest::of(oldContent))
             .error;
     }
 

@@ -9,8 +9,8 @@
 #include <memory>
 #include <thread>
 
+using Files::FileDigest;
 using Files::FileSaver;
-using Files::FileStamp;
 using Files::ReadFileResult;
 using TestSupport::ChildProcess;
 using TestSupport::InterceptedCalls;
@@ -144,7 +144,7 @@ private:
         const FileSaver saver;
         while (true) {
             const std::string before = generation(number);
-            if (!saver.save(folder->path("f.ini"), generation(++number), FileStamp::of(before)).ok() ||
+            if (!saver.save(folder->path("f.ini"), generation(++number), FileDigest::of(before)).ok() ||
                 ::write(output, "+", 1) != 1)
                 return 1;
         }

@@ -124,7 +124,7 @@ private slots:
             QVERIFY(++calls.failAt < 100);
             folder->write("f.ini", "before");
             calls.count = 0;
-            result = FileSaver(calls).save(folder->path("f.ini"), "after", Files::FileStamp::of("before"));
+            result = FileSaver(calls).save(folder->path("f.ini"), "after", Files::FileDigest::of("before"));
         }
         QCOMPARE(result.error, folder->path("f.ini") + " is not saved: the new content cannot be written: "
                                                        "No space left on device");

@@ -11,8 +11,8 @@
 #include <sys/mount.h>
 #include <sys/xattr.h>
 
+using Files::FileDigest;
 using Files::FileSaver;
-using Files::FileStamp;
 using Files::ReadFileResult;
 using Files::SaveFileResult;
 using TestSupport::ChildProcess;
@@ -179,7 +179,7 @@ private slots:
                 folder->hardLink(name, "other.ini");
             const struct stat before = folder->status(name);
             const SaveFileResult result =
-                FileSaver().save(folder->path(name), "after", FileStamp::of("before"));
+                FileSaver().save(folder->path(name), "after", FileDigest::of("before"));
             QVERIFY2(result.ok(), result.error.c_str());
             const struct stat after = folder->status(name);
             QCOMPARE(after.st_ino == before.st_ino, linked);
@@ -193,7 +193,7 @@ private slots:
     {
         const mode_t usual = ::umask(027);
         saved("new.ini");
-        FileSaver().save(folder->path("private.ini"), "after", FileStamp(), {}, 0600);
+        FileSaver().save(folder->path("private.ini"), "after", FileDigest(), {}, 0600);
         ::umask(usual);
         QCOMPARE(int(folder->status("new.ini").st_mode & 07777), 0640);
         QCOMPARE(int(folder->status("private.ini").st_mode & 07777), 0600);
@@ -252,8 +252,8 @@ private slots:
             const std::string prepared = prepareInPlace(kind.toStdString());
             const std::string path = folder->path("sub/f.ini");
             const struct stat before = folder->status("sub/f.ini");
-            const FileStamp stamp = FileSaver().read(path).stamp;
-            const SaveFileResult result = FileSaver().save(path, "after", stamp);
+            const FileDigest digest = FileSaver().read(path).digest;
+            const SaveFileResult result = FileSaver().save(path, "after", digest);
             const std::string warning = "it was written in place, since " + reason.toStdString();
             const bool isSame = folder->status("sub/f.ini").st_ino == before.st_ino;
             return prepared + result.error + (result.warning == warning ? "" : result.warning) +
@@ -349,7 +349,7 @@ private slots:
             const auto unprivileged = user == 0 ? nullptr : std::make_unique<Unprivileged>();
             const std::string path = folder->path("f.ini");
             if (saves) {
-                const SaveFileResult saved = FileSaver().save(path, "after", FileStamp::of(held));
+                const SaveFileResult saved = FileSaver().save(path, "after", FileDigest::of(held));
                 QCOMPARE(saved.error, std::string());
                 told = saved.warning;
             } else {
@@ -384,7 +384,7 @@ private slots:
             folder->write("sub/.vantry-abcdefgh.old", journal.toBytes());
             SwappingCalls calls(*folder, moment);
             if (saves)
-                FileSaver(calls).save(folder->path("sub/f.ini"), "after", FileStamp::of("journal"));
+                FileSaver(calls).save(folder->path("sub/f.ini"), "after", FileDigest::of("journal"));
             else
                 FileSaver(calls).read(folder->path("sub/f.ini"));
             QCOMPARE(folder->content("victim/f.ini"), std::string("victim's"));
@@ -431,7 +431,7 @@ private slots:
         if (strange)
             QVERIFY(::chown(folder->path("state/vantry").c_str(), 1234, 1234) == 0);
         const SaveFileResult saved =
-            FileSaver().save(folder->path("f.ini"), "after", FileStamp::of("before"));
+            FileSaver().save(folder->path("f.ini"), "after", FileDigest::of("before"));
         QCOMPARE(folder->content("other.ini"), std::string(strange ? "before" : "after"));
         QVERIFY2(saved.ok() || saved.error.find("belongs to another user") != std::string::npos,
                  saved.error.c_str());
@@ -490,7 +490,7 @@ private:
     std::string saveOntoFullDisk(const std::string& after, bool linked, bool real) const
     {
         const std::string path = folder->path("f.ini");
-        const FileStamp stamp = FileStamp::of("before");
+        const FileDigest digest = FileDigest::of("before");
         folder->write("f.ini", "before");
         if (linked)
             folder->hardLink("f.ini", "g.ini");
@@ -498,13 +498,13 @@ private:
             folder->write("full", std::string(100000, 'x'));
         FullDiskOps full;
         const SaveFileResult result =
-            FileSaver(real ? Files::SystemCalls::system() : full).save(path, after, stamp);
+            FileSaver(real ? Files::SystemCalls::system() : full).save(path, after, digest);
         if (result.ok() || result.error.find("No space left on device") == std::string::npos)
             return "saved on a full disk: " + result.error;
         if (folder->content("f.ini") != "before" || !folder->leftovers().isEmpty())
             return "not as before";
         folder->remove("full");
-        const SaveFileResult later = FileSaver().save(path, after, stamp);
+        const SaveFileResult later = FileSaver().save(path, after, digest);
         const bool fits = !real || after.size() < 64 * 1024;
         if (later.ok() != fits || folder->content("f.ini") != (fits ? after : "before"))
             return "with room: " + later.error;
@@ -514,7 +514,7 @@ private:
     void saved(const std::string& name)
     {
         const ReadFileResult read = FileSaver().read(folder->path(name));
-        const SaveFileResult result = FileSaver().save(folder->path(name), "after", read.stamp);
+        const SaveFileResult result = FileSaver().save(folder->path(name), "after", read.digest);
         QVERIFY2(result.ok(), result.error.c_str());
         QCOMPARE(result.warning, std::string());
         QVERIFY(result.written);
@@ -524,7 +524,7 @@ private:
     void refused(const std::string& name, const std::string& reason)
     {
         const ReadFileResult read = FileSaver().read(folder->path(name));
-        const SaveFileResult result = FileSaver().save(folder->path(name), "after", read.stamp);
+        const SaveFileResult result = FileSaver().save(folder->path(name), "after", read.digest);
         QCOMPARE(result.error, folder->path(name) + " is not saved: " + reason);
         QVERIFY(folder->leftovers().isEmpty());
     }
