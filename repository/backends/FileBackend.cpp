@@ -258,11 +258,13 @@ Outcome FileBackend::close(bool discardChanges)
 
 QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
 {
-    QVector<UnsavedChange> changes = DocumentBackend::getUnsavedChanges();
-    const std::lock_guard lock(mutex);
-    if (isDeleted)
-        changes.prepend({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
-    return changes;
+    QVector<UnsavedChange> changes;
+    {
+        const std::lock_guard lock(mutex);
+        if (isDeleted)
+            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
+    }
+    return changes + DocumentBackend::getUnsavedChanges();
 }
 
 Outcome FileBackend::checkConflicts() const
