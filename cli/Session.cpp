@@ -30,13 +30,6 @@ struct AccessSuffix
 constexpr AccessSuffix accessSuffixes[] = {
     {":ro", AccessMode::ReadOnly}, {":wo", AccessMode::WriteOnly}, {":rw", AccessMode::ReadWrite}};
 
-// Two names of one file compare equal.
-QString identityOf(const QString& absolutePath)
-{
-    const QString canonical = QFileInfo(absolutePath).canonicalFilePath();
-    return canonical.isEmpty() ? absolutePath : canonical;
-}
-
 ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
 {
     switch (status) {
@@ -148,9 +141,9 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     if (source.given.isEmpty())
         return refuse(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
     source.absolutePath = QDir::current().absoluteFilePath(source.given);
-    const QString identity = identityOf(source.absolutePath);
+    const QString identity = Repository::fileIdentity(source.absolutePath);
     for (const Source& open : sources) {
-        if (identityOf(open.absolutePath) == identity)
+        if (Repository::fileIdentity(open.absolutePath) == identity)
             return &open;
     }
 

@@ -3,6 +3,7 @@
 #include "host/Utilities/GuiThread.h"
 #include "host/Utilities/Worker.h"
 #include "repository/backends/FileFormat.h"
+#include "repository/backends/FileKind.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -14,13 +15,6 @@ namespace {
 
 using FrameworkCore::AppConfig::AccessMode;
 
-// The same for all paths that lead to a file.
-QString identityOf(const QString& file)
-{
-    const QFileInfo info(file);
-    return info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
-}
-
 // The backends by the identities of their files.
 QHash<QString, QString> openFiles(FileMounter::Repository& repository)
 {
@@ -31,7 +25,7 @@ QHash<QString, QString> openFiles(FileMounter::Repository& repository)
         const auto information = backends->getBackendInformation(name);
         const QString file = information ? information->getBackendLocation() : QString();
         if (!file.isEmpty())
-            open.insert(identityOf(file), name);
+            open.insert(::Repository::fileIdentity(file), name);
     }
     return open;
 }
@@ -82,7 +76,7 @@ FileMounter::Result mountFiles(const QStringList& files,
     FileMounter::Result result;
     QHash<QString, QString> open = openFiles(*repository);
     for (const QString& file : files) {
-        const QString identity = identityOf(file);
+        const QString identity = ::Repository::fileIdentity(file);
         if (open.contains(identity)) {
             result.openBefore.append(open[identity]);
             continue;
@@ -181,7 +175,7 @@ FileMounter::Result FileMounter::takeResult()
 
 QString FileMounter::backendOf(const QString& file, Repository& repository)
 {
-    return openFiles(repository).value(identityOf(file));
+    return openFiles(repository).value(::Repository::fileIdentity(file));
 }
 
 QString FileMounter::mountName(const QString& file, Repository& repository)

@@ -1,6 +1,7 @@
 #include "repository/backends/FileKind.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <linux/magic.h>
 #include <sys/stat.h>
@@ -33,6 +34,17 @@ QString refusalOfKind(const QString& path)
     if ((status.st_mode & S_IROTH) == 0 && isViewOfKernel(name.constData()))
         return QStringLiteral("it is a view of the kernel, which may have no end");
     return {};
+}
+
+QString fileIdentity(const QString& path)
+{
+    const QFileInfo file(path);
+    const QString canonical = file.canonicalFilePath();
+    const QString folder =
+        canonical.isEmpty() ? QFileInfo(file.absolutePath()).canonicalFilePath() : QString();
+    if (!folder.isEmpty())
+        return folder + QLatin1Char('/') + file.fileName();
+    return canonical.isEmpty() ? file.absoluteFilePath() : canonical;
 }
 
 } // namespace Repository

@@ -9,4 +9,7 @@ namespace Repository {
 // other file, and where there is nothing. Any thread.
 QString refusalOfKind(const QString& path);
 
+// Two paths of one file compare equal, also of one that is yet to be made. Any thread.
+QString fileIdentity(const QString& path);
+
 } // namespace Repository

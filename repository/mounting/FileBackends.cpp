@@ -1,6 +1,7 @@
 #include "repository/mounting/FileBackends.h"
 
 #include "repository/backends/FileBackend.h"
+#include "repository/backends/FileKind.h"
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
 #include "repository/documents/Formats.h"
@@ -26,16 +27,6 @@ void reportUnasked(const Outcome& outcome, const BackendKind::Observer& observer
     logged(outcome);
     if (observer && !(outcome.ok() && outcome.get().warnings.isEmpty()))
         observer(outcome);
-}
-
-// Two names of one file compare equal, whether or not the file exists yet.
-QString fileIdentity(const QString& filePath)
-{
-    const QFileInfo file(filePath);
-    const QString canonical = file.canonicalFilePath();
-    return canonical.isEmpty()
-               ? QFileInfo(file.absolutePath()).canonicalFilePath() + QLatin1Char('/') + file.fileName()
-               : canonical;
 }
 
 } // namespace
