@@ -5,12 +5,24 @@ import re
 import sys
 
 CORE = ["host/FrameworkCore", "host/Shared/Logging"]
+MODEL_VIEWS = "host/Utilities/ModelViews"
+MODEL_WIDGETS = f"{MODEL_VIEWS}/Widgets"
+HOST = ["host", MODEL_VIEWS, MODEL_WIDGETS]  # without the rooms in which its models and dialogs are made
 
 # Folder, the most deeply nested first, to the folders that its files may include from.
 ROOMS = {
     "files": ["files"],
     "host/FrameworkCore": ["host/FrameworkCore"],
     "host/Shared/Logging": ["host/FrameworkCore", "host/Shared/Logging"],
+    f"{MODEL_VIEWS}/tree": [f"{MODEL_VIEWS}/tree", MODEL_VIEWS, "host"],
+    f"{MODEL_VIEWS}/monitor": [f"{MODEL_VIEWS}/monitor", f"{MODEL_VIEWS}/tree", MODEL_VIEWS, "host"],
+    f"{MODEL_VIEWS}/subtrees": [f"{MODEL_VIEWS}/subtrees", *HOST],
+    f"{MODEL_VIEWS}/editors": [f"{MODEL_VIEWS}/editors", *HOST],
+    f"{MODEL_VIEWS}/dialogs": [f"{MODEL_VIEWS}/dialogs", f"{MODEL_VIEWS}/editors", *HOST],
+    MODEL_WIDGETS: [MODEL_WIDGETS, MODEL_VIEWS, "host"],
+    MODEL_VIEWS: [MODEL_VIEWS, "host", "files"],
+    "host/Utilities": ["host"],
+    "host/Shared/Completer": HOST,
     "host": ["host", "files"],
     "repository/documents/common": ["repository/documents/common", "host/FrameworkCore/Values"],
     "repository/documents/ini": ["repository/documents/ini", "repository/documents/common", "host/FrameworkCore/Values"],
@@ -37,15 +49,15 @@ ROOMS = {
                             "repository/store", "repository/backends", "repository/common", "repository/documents", "files",
                             *CORE],
     "repository": ["repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
-    "app": ["app", "widgets", "host"],
-    "widgets": ["app", "widgets", "host"],
-    "desk/common": ["desk/common", "host"],
-    "desk/plugins": ["desk/plugins", "desk/common", "host", "repository", "files"],
-    "desk/log": ["desk/log", "desk/common", "host", "repository/common"],
-    "desk/files": ["desk/files", "desk/common", "host", "repository", "files"],
-    "desk/window": ["desk/window", "desk/plugins", "desk/log", "desk/files", "desk/common", "host", "repository"],
-    "desk": ["desk", "host", "repository", "files"],
-    "fuzz/program": ["fuzz", "cli", "host", "repository", "files"],
+    "app": ["app", "widgets", *HOST],
+    "widgets": ["app", "widgets", *HOST],
+    "desk/common": ["desk/common", *HOST],
+    "desk/plugins": ["desk/plugins", "desk/common", *HOST, "repository", "files"],
+    "desk/log": ["desk/log", "desk/common", *HOST, "repository/common"],
+    "desk/files": ["desk/files", "desk/common", *HOST, "repository", "files"],
+    "desk/window": ["desk/window", "desk/plugins", "desk/log", "desk/files", "desk/common", *HOST, "repository"],
+    "desk": ["desk", *HOST, "repository", "files"],
+    "fuzz/program": ["fuzz", "cli", *HOST, "repository", "files"],
     "fuzz": ["fuzz", "repository/documents", "host/FrameworkCore/Values"],
     "cli": ["cli", "repository", "files", "host/FrameworkCore", "host/Shared/Logging"],
 }
@@ -66,6 +78,11 @@ def room_of(path):
     return next((room for room in ROOMS if path.startswith(room + "/")), None)
 
 
+def is_by_name(room):
+    """Whether a room is allowed only by its own name, not by that of a folder above it."""
+    return room.startswith(MODEL_VIEWS)
+
+
 def complaint(path, quoted, angled):
     """What is wrong with one include line of a file; None when it may stand."""
     if angled:
@@ -79,7 +96,8 @@ def complaint(path, quoted, angled):
     if "/" not in quoted:
         return "includes are written from the project's root"
     allowed = ROOMS[room_of(path)]
-    if not any(quoted.startswith(room + "/") for room in allowed):
+    room = room_of(quoted) or ""
+    if room not in allowed and (is_by_name(room) or not any(quoted.startswith(other + "/") for other in allowed)):
         return "may include only from " + ", ".join(allowed)
     return None
 
@@ -88,7 +106,8 @@ def circle_from(room, way=()):
     """The rooms of a circle that can be come to from the room; None when there is none."""
     if room in way:
         return (*way[way.index(room):], room)
-    others = (other for other in ROOMS.get(room, []) if other != room and not room.startswith(other + "/"))
+    above = (other for other in ROOMS if room.startswith(other + "/") and not is_by_name(other))
+    others = (other for other in ROOMS.get(room, []) if other not in (room, *above))
     return next(filter(None, (circle_from(other, (*way, room)) for other in others)), None)
 
 
@@ -96,7 +115,7 @@ def main(project):
     checked = 0
     wrong = 0
     for room in ROOMS:
-        circle = room.startswith(("repository/", "desk/")) and circle_from(room)
+        circle = room.startswith(("repository/", "desk/", "host/Utilities")) and circle_from(room)
         if circle:
             wrong += 1
             print("a circle: " + " -> ".join(circle))

@@ -1,0 +1,108 @@
+#include "host/Utilities/ModelViews/subtrees/TransferWindow.h"
+
+#include "host/Utilities/GuiThread.h"
+#include "host/Utilities/HostLog.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "host/Utilities/Worker.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <chrono>
+
+namespace Utilities::ModelViews {
+
+namespace {
+
+constexpr std::chrono::seconds unseen(1);
+constexpr std::chrono::milliseconds lookInterval(40);
+
+using TransferReport = TransferWindow::TransferReport;
+
+TransferWindow::Outcome fail(const QString& text, const QString& reason)
+{
+    logFailure(QStringLiteral("%1: %2").arg(text, reason));
+    return {FrameworkCore::AppConfig::BackendFailure, reason};
+}
+
+TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Operation& operation,
+                                   TransferReport& report)
+{
+    try {
+        return operation(report);
+    } catch (...) {
+        return fail(text, currentFailure());
+    }
+}
+
+} // namespace
+
+FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const Operation& operation,
+                                                      TransferReport& report, Cancelling cancelling)
+{
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
+        return runGuarded(text, operation, report);
+    QString failure;
+    std::future<Outcome> outcome = startWorker([&] { return runGuarded(text, operation, report); }, failure);
+    if (!outcome.valid())
+        return fail(text, failure);
+    if (outcome.wait_for(unseen) == std::future_status::ready)
+        return outcome.get();
+
+    const QPointer<TransferWindow> window(
+        new TransferWindow(text, report, cancelling)); // may go with its parent
+    QEventLoop loop;
+    QTimer look;
+    connect(&look, &QTimer::timeout, &loop, [&] {
+        if (outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+            loop.quit();
+        else if (window)
+            window->showProgress();
+    });
+    look.start(lookInterval);
+    window->showProgress();
+    window->show();
+    loop.exec(); // also ends when the program does
+    delete window;
+    return outcome.get(); // the operation uses what the caller owns
+}
+
+TransferWindow::TransferWindow(const QString& text, TransferReport& transferReport, Cancelling cancelling)
+    : QDialog(QApplication::activeWindow()), report(transferReport), label(new Widgets::PlainLabel(this)),
+      bar(new QProgressBar(this)), buttons(new QDialogButtonBox(QDialogButtonBox::Cancel, this))
+{
+    setWindowModality(Qt::ApplicationModal);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(bar);
+    layout->addWidget(buttons);
+    bar->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+    label->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, bar->minimumWidth()));
+    label->setToolTip(toolTipText(text));
+    buttons->setEnabled(cancelling == Cancelling::Possible);
+    buttons->setVisible(cancelling == Cancelling::Possible);
+    connect(buttons, &QDialogButtonBox::rejected, this, &TransferWindow::reject);
+}
+
+void TransferWindow::reject()
+{
+    if (!buttons->isEnabled())
+        return;
+    report.cancel();
+    buttons->setEnabled(false);
+    label->setText(tr("Cancelling ..."));
+}
+
+void TransferWindow::showProgress()
+{
+    bar->setMaximum(report.getTotal());
+    bar->setValue(report.getDone());
+}
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,107 @@
+#include "host/Utilities/ModelViews/tree/AttributeTreeInbox.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <utility>
+
+namespace Utilities::ModelViews {
+
+using FrameworkCore::Notification::UpdateResult;
+
+namespace {
+
+constexpr int limit = 4096; // of written attributes, of parents, and of names of children
+using Guard = std::lock_guard<std::mutex>;
+
+} // namespace
+
+void AttributeTreeInbox::setReceiver(QObject* object)
+{
+    const Guard guard(mutex);
+    receiver = object;
+}
+
+void AttributeTreeInbox::add(const QString& path, UpdateResult result)
+{
+    switch (result) {
+    case UpdateResult::Unchanged:
+        return;
+    case UpdateResult::Changed:
+    case UpdateResult::Reloaded:
+        if (!writtenLost)
+            addWritten(path);
+        return;
+    case UpdateResult::Created:
+    case UpdateResult::Removed:
+    case UpdateResult::Reordered:
+        if (!structureLost)
+            addStructure(path, result);
+        return;
+    }
+}
+
+void AttributeTreeInbox::addWritten(const QString& path)
+{
+    const Guard guard(mutex);
+    if (batch.written.size() < limit)
+        batch.written.insert(path);
+    else if (!batch.written.contains(path))
+        writtenLost = batch.writtenLost = true;
+    wake();
+}
+
+void AttributeTreeInbox::addStructure(const QString& path, UpdateResult result)
+{
+    const int end = path.lastIndexOf(QLatin1Char('.'));
+    const QString parentPath = path.left(qMax(end, 0));
+    const Guard guard(mutex);
+    if (AttributeTreeStructureChange* const change = changeBelow(parentPath)) {
+        change->created |= result == UpdateResult::Created;
+        change->removed |= result == UpdateResult::Removed;
+        change->reordered |= result == UpdateResult::Reordered;
+        const bool hasName = result != UpdateResult::Reordered;
+        if (hasName && nameCount < limit)
+            change->children.append({path.mid(end + 1), nameCount++});
+        else
+            change->namesLost |= hasName;
+    }
+    wake();
+}
+
+AttributeTreeStructureChange* AttributeTreeInbox::changeBelow(const QString& parentPath)
+{
+    if (!batch.structure.isEmpty() && batch.structure.last().parentPath == parentPath)
+        return &batch.structure.last();
+    const auto found = structureByParent.constFind(parentPath);
+    if (found != structureByParent.constEnd())
+        return &batch.structure[*found];
+    if (batch.structure.size() == limit) {
+        structureLost = batch.structureLost = true;
+        return nullptr;
+    }
+    structureByParent.insert(parentPath, batch.structure.size());
+    batch.structure.append(AttributeTreeStructureChange{parentPath, {}, false, false, false});
+    return &batch.structure.last();
+}
+
+AttributeTreeBatch AttributeTreeInbox::take()
+{
+    const Guard guard(mutex);
+    // From here on writers add again; what they did before is read from the repository after this.
+    writtenLost = structureLost = false;
+    structureByParent.clear();
+    nameCount = 0;
+    awake = false;
+    return std::exchange(batch, AttributeTreeBatch());
+}
+
+void AttributeTreeInbox::wake()
+{
+    if (awake || !receiver)
+        return;
+    awake = true;
+    QCoreApplication::postEvent(receiver, new QEvent(QEvent::User));
+}
+
+} // namespace Utilities::ModelViews

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
+#include "host/Utilities/ModelViews/tree/AttributeTreeCells.h"
+#include "host/Utilities/ModelViews/tree/AttributeTreeChanges.h"
+#include "host/Utilities/ModelViews/tree/AttributeTreeContents.h"
+#include "host/Utilities/UnsavedBackends.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace Utilities::ModelViews {
+
+// Ties the parts together: the contents' rows become the model's signals, and the repository's changes are
+// followed. While it tells of changes nothing else may change, so what is asked for then waits for a later
+// turn.
+class AttributeTreeViewModel::Private : public AttributeTreeRowListener
+{
+public:
+    explicit Private(AttributeTreeViewModel& model);
+
+    void reset(const QString& searchPath);
+    void announceCells(const QSet<QString>& paths);
+
+    QModelIndex indexOf(const AttributeTreeNode& node, int column) const;
+    static AttributeTreeNode nodeOf(const QModelIndex& index);
+
+    void beginInsert(const AttributeTreeNode& parent, int first, int last) override;
+    void endInsert() override;
+    void beginRemove(const AttributeTreeNode& parent, int first, int last) override;
+    void endRemove() override;
+    void beginReorder(const AttributeTreeNode& parent) override;
+    void endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
+                    const std::vector<int>& rows) override;
+    void foundStale() override;
+
+    AttributeTreeCells cells;
+    std::unique_ptr<AttributeTreeContents> contents; // none before the first reset
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
+
+private:
+    using Cell = std::pair<AttributeTreeItem*, int>; // of a row
+
+    bool takeRepository();
+    void resetFrom(const QString& searchPath);
+    void deliver(const AttributeTreeBatch& batch);
+    void announceBatch(const AttributeTreeBatch& batch);
+    void markDue(const AttributeTreeNode& node);
+    void announceRows(std::vector<Cell>& rows);
+    void announceDue();
+    void announce(AttributeTreeItem& item, int first, int last);
+    void backendsChanged();
+    void followRoots();
+    void followUnsaved();
+    void refreshSoon();
+    bool isPersonBusy() const;
+
+    AttributeTreeViewModel& model;
+    QString shownPath;
+    AttributeTreeChanges changes;
+    AttributeTreeChanges backendWatch;
+    std::unique_ptr<UnsavedBackends> unsaved; // none before there is a repository
+    QSet<QString> followedBackends;           // whose roots are in the contents already
+    bool anyDue = false;
+    bool busy = false;
+    bool refreshWaits = false;
+};
+
+} // namespace Utilities::ModelViews
