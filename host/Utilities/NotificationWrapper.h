@@ -3,18 +3,18 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 #include "host/HostExport.h"
 
-#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QReadWriteLock>
 #include <QString>
-#include <QTimer>
 #include <QVariant>
 
 #include <functional>
 #include <memory>
 
 namespace Utilities {
+
+class PacedInbox;
 
 // Watches one attribute and brings its changes to the thread of this object, the GUI thread as a rule:
 // whatever thread writes, every callback is called there with the current value. Changes that come faster
@@ -46,15 +46,11 @@ public:
     QReadWriteLock lock;
     QList<ValueCallback> valueChangedCallbacks;
 
-protected:
-    void customEvent(QEvent* event) override;
-
 private:
     struct Watch;
 
     void start(const std::shared_ptr<Repository>& watched);
     void stop();
-    void scheduleDelivery();
     void deliver();
     QVariant readValue() const;
 
@@ -67,8 +63,7 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface> registration;
     QVariant lastValue; // what the callbacks know
-    QElapsedTimer sinceDelivery;
-    QTimer deliveryTimer;
+    std::unique_ptr<PacedInbox> inbox;
 };
 
 } // namespace Utilities

@@ -55,7 +55,7 @@ void WatchedAttribute::countChange()
     if ((state.fetch_add(oneChange, std::memory_order_acq_rel) & inInbox) != 0)
         return;
     if ((state.fetch_or(inInbox, std::memory_order_acq_rel) & inInbox) == 0)
-        inbox->add(shared_from_this());
+        inbox->put([this] { inbox->changed.push_back(shared_from_this()); });
 }
 
 WatchedAttribute::Changes WatchedAttribute::getChanges() const

@@ -2,7 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
-#include "host/Utilities/ModelViews/monitor/WatchedAttributeInbox.h"
+#include "host/Utilities/ModelViews/monitor/WatchedAttributeUpdates.h"
 
 #include <QString>
 #include <QVariant>

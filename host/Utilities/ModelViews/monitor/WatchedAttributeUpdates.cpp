@@ -1,18 +1,11 @@
 #include "host/Utilities/ModelViews/monitor/WatchedAttributeUpdates.h"
 
-#include "host/Utilities/ModelViews/monitor/WatchedAttribute.h"
-
-#include <QEvent>
-#include <QTimerEvent>
-
 #include <ctime>
 
 namespace Utilities::ModelViews {
 
 namespace {
 
-constexpr qint64 shortestPause = 16; // milliseconds; about one picture
-constexpr qint64 longestPause = 400;
 // The thread spends one part in fourteen. When processors are few, a writer that gives way to it may hold a
 // lock that the other writers want, so that its time counts for all of them.
 constexpr qint64 pausePerWork = 14;
@@ -29,44 +22,33 @@ qint64 usedTime()
 } // namespace
 
 WatchedAttributeUpdates::WatchedAttributeUpdates(const Handler& batchHandler)
-    : handler(batchHandler), inbox(std::make_shared<WatchedAttributeInbox>())
+    : handler(batchHandler), contents(std::make_shared<WatchedAttributeInbox>()),
+      inbox([this] { deliver(); }, [this] { return pause(); })
 {
-    inbox->setReceiver(this);
+    inbox.open(contents);
 }
 
 WatchedAttributeUpdates::~WatchedAttributeUpdates()
 {
-    inbox->setReceiver(nullptr); // a callback that still runs posts nothing any more
+    inbox.close();
+    takeChanged(); // they own the inbox in turn
 }
 
-void WatchedAttributeUpdates::customEvent(QEvent*)
+WatchedAttributeInbox::Attributes WatchedAttributeUpdates::takeChanged()
 {
-    deliverInTime();
+    return contents->take([this] { return std::exchange(contents->changed, {}); });
 }
 
-void WatchedAttributeUpdates::timerEvent(QTimerEvent* event)
+void WatchedAttributeUpdates::deliver()
 {
-    if (event->timerId() != timer.timerId())
-        return;
-    timer.stop();
-    deliverInTime();
-}
-
-void WatchedAttributeUpdates::deliverInTime()
-{
-    const qint64 remaining = sinceDelivery.isValid() ? pause() - sinceDelivery.elapsed() : 0;
-    if (remaining > 0) {
-        timer.start(int(remaining), Qt::PreciseTimer, this);
-        return;
-    }
-    sinceDelivery.start();
     usedBefore = usedTime();
-    handler(inbox->take());
+    handler(takeChanged());
 }
 
 qint64 WatchedAttributeUpdates::pause() const
 {
-    return qBound(shortestPause, pausePerWork * (usedTime() - usedBefore) / 1000, longestPause);
+    return qBound(PacedInbox::shortestPause, pausePerWork * (usedTime() - usedBefore) / 1000,
+                  PacedInbox::longestPause);
 }
 
 } // namespace Utilities::ModelViews

@@ -1,21 +1,11 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeChanges.h"
 
-#include <QEvent>
-#include <QTimerEvent>
-
 namespace Utilities::ModelViews {
 
 using FrameworkCore::Notification::UpdatePoint;
 
-namespace {
-
-constexpr qint64 shortestPause = 16; // milliseconds; about one picture
-constexpr qint64 longestPause = 400;
-constexpr qint64 pausePerWork = 3; // the GUI thread keeps three quarters of its time
-
-} // namespace
-
-AttributeTreeChanges::AttributeTreeChanges(const BatchHandler& batchHandler) : handler(batchHandler)
+AttributeTreeChanges::AttributeTreeChanges(const BatchHandler& batchHandler)
+    : handler(batchHandler), inbox([this] { deliver(); }, [this] { return pause; })
 {
 }
 
@@ -28,11 +18,11 @@ void AttributeTreeChanges::watch(FrameworkCore::AppConfig::Interfaces::Notificat
                                  const QString& pathOrPattern)
 {
     endWatch();
-    inbox = std::make_shared<AttributeTreeInbox>();
-    inbox->setReceiver(this);
+    changes = std::make_shared<AttributeTreeInbox>();
+    inbox.open(changes);
     registration = notifications.registerUpdateCallback(
         pathOrPattern,
-        [target = inbox](const QString& path, const auto&, const auto& result, const auto&, const auto&) {
+        [target = changes](const QString& path, const auto&, const auto& result, const auto&, const auto&) {
             target->add(path, result);
         },
         static_cast<int>(UpdatePoint::AfterStore) | static_cast<int>(UpdatePoint::AfterReorder));
@@ -42,52 +32,29 @@ void AttributeTreeChanges::endWatch()
 {
     if (registration)
         registration->end();
-    if (inbox)
-        inbox->setReceiver(nullptr); // a callback that still runs posts nothing any more
-}
-
-void AttributeTreeChanges::requestBatch()
-{
-    if (!timer.isActive())
-        timer.start(int(shortestPause), this);
+    inbox.close(); // a callback that still runs puts in nothing any more
 }
 
 void AttributeTreeChanges::deliverNow()
 {
-    if (!inbox || delivering)
+    if (changes)
+        inbox.deliverNow();
+}
+
+void AttributeTreeChanges::deliver()
+{
+    constexpr qint64 pausePerWork = 3; // the GUI thread keeps three quarters of its time
+    if (delivering) {                  // a slot runs an event loop of its own
+        requestBatch();
         return;
-    timer.stop();
+    }
     QElapsedTimer work;
     work.start();
     delivering = true;
-    handler(inbox->take());
+    handler(changes->takeBatch());
     delivering = false;
-    pause = qBound(shortestPause, pausePerWork * work.elapsed(), longestPause);
-    sinceDelivery.start();
-}
-
-void AttributeTreeChanges::deliverInTime()
-{
-    const qint64 remaining = sinceDelivery.isValid() ? pause - sinceDelivery.elapsed() : 0;
-    if (delivering)
-        requestBatch();
-    else if (remaining > 0)
-        timer.start(int(remaining), this);
-    else
-        deliverNow();
-}
-
-void AttributeTreeChanges::customEvent(QEvent*)
-{
-    deliverInTime();
-}
-
-void AttributeTreeChanges::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != timer.timerId())
-        return;
-    timer.stop();
-    deliverInTime();
+    pause = qBound(PacedInbox::shortestPause, pausePerWork * work.elapsed(), PacedInbox::longestPause);
+    inbox.beginPause();
 }
 
 } // namespace Utilities::ModelViews

@@ -3,10 +3,6 @@
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeInbox.h"
 
-#include <QBasicTimer>
-#include <QElapsedTimer>
-#include <QObject>
-
 #include <functional>
 #include <memory>
 
@@ -15,35 +11,30 @@ namespace Utilities::ModelViews {
 // Brings the repository's changes to the GUI thread in batches: the first one in the next turn of the event
 // loop, the next ones no faster than pictures are drawn, and slower when they take long, so that writers on
 // other threads cannot keep the GUI thread busy. GUI thread; may be destroyed while writers run.
-class AttributeTreeChanges : public QObject
+class AttributeTreeChanges
 {
 public:
     using BatchHandler = std::function<void(const AttributeTreeBatch&)>;
 
     explicit AttributeTreeChanges(const BatchHandler& handler);
-    ~AttributeTreeChanges() override;
+    ~AttributeTreeChanges();
 
     // Ends the earlier watch and begins another.
     void watch(FrameworkCore::AppConfig::Interfaces::NotificationInterface& notifications,
                const QString& pathOrPattern);
 
-    void requestBatch(); // in a later turn, also when nothing has changed
+    void requestBatch() { inbox.requestDelivery(); } // in a later turn, also when nothing has changed
     void deliverNow();
 
-protected:
-    void customEvent(QEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-
 private:
-    void deliverInTime();
+    void deliver();
     void endWatch();
 
-    BatchHandler handler;
-    std::shared_ptr<AttributeTreeInbox> inbox;
+    const BatchHandler handler;
+    PacedInbox inbox;
+    std::shared_ptr<AttributeTreeInbox> changes; // none before the first watch
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface> registration;
-    QBasicTimer timer;
-    QElapsedTimer sinceDelivery;
-    qint64 pause = 0; // milliseconds from the last delivery to the next
+    qint64 pause = PacedInbox::shortestPause; // milliseconds from the last delivery's end to the next
     bool delivering = false;
 };
 

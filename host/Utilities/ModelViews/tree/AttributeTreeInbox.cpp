@@ -1,8 +1,5 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeInbox.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-
 #include <utility>
 
 namespace Utilities::ModelViews {
@@ -12,15 +9,8 @@ using FrameworkCore::Notification::UpdateResult;
 namespace {
 
 constexpr int limit = 4096; // of written attributes, of parents, and of names of children
-using Guard = std::lock_guard<std::mutex>;
 
 } // namespace
-
-void AttributeTreeInbox::setReceiver(QObject* object)
-{
-    const Guard guard(mutex);
-    receiver = object;
-}
 
 void AttributeTreeInbox::add(const QString& path, UpdateResult result)
 {
@@ -30,32 +20,29 @@ void AttributeTreeInbox::add(const QString& path, UpdateResult result)
     case UpdateResult::Changed:
     case UpdateResult::Reloaded:
         if (!writtenLost)
-            addWritten(path);
+            put([&] { addWritten(path); });
         return;
     case UpdateResult::Created:
     case UpdateResult::Removed:
     case UpdateResult::Reordered:
         if (!structureLost)
-            addStructure(path, result);
+            put([&] { addStructure(path, result); });
         return;
     }
 }
 
 void AttributeTreeInbox::addWritten(const QString& path)
 {
-    const Guard guard(mutex);
     if (batch.written.size() < limit)
         batch.written.insert(path);
     else if (!batch.written.contains(path))
         writtenLost = batch.writtenLost = true;
-    wake();
 }
 
 void AttributeTreeInbox::addStructure(const QString& path, UpdateResult result)
 {
     const int end = path.lastIndexOf(QLatin1Char('.'));
     const QString parentPath = path.left(qMax(end, 0));
-    const Guard guard(mutex);
     if (AttributeTreeStructureChange* const change = changeBelow(parentPath)) {
         change->created |= result == UpdateResult::Created;
         change->removed |= result == UpdateResult::Removed;
@@ -66,7 +53,6 @@ void AttributeTreeInbox::addStructure(const QString& path, UpdateResult result)
         else
             change->namesLost |= hasName;
     }
-    wake();
 }
 
 AttributeTreeStructureChange* AttributeTreeInbox::changeBelow(const QString& parentPath)
@@ -85,23 +71,15 @@ AttributeTreeStructureChange* AttributeTreeInbox::changeBelow(const QString& par
     return &batch.structure.last();
 }
 
-AttributeTreeBatch AttributeTreeInbox::take()
+AttributeTreeBatch AttributeTreeInbox::takeBatch()
 {
-    const Guard guard(mutex);
-    // From here on writers add again; what they did before is read from the repository after this.
-    writtenLost = structureLost = false;
-    structureByParent.clear();
-    nameCount = 0;
-    awake = false;
-    return std::exchange(batch, AttributeTreeBatch());
-}
-
-void AttributeTreeInbox::wake()
-{
-    if (awake || !receiver)
-        return;
-    awake = true;
-    QCoreApplication::postEvent(receiver, new QEvent(QEvent::User));
+    return take([this] {
+        // From here on writers add again; what they did before is read from the repository after this.
+        writtenLost = structureLost = false;
+        structureByParent.clear();
+        nameCount = 0;
+        return std::exchange(batch, AttributeTreeBatch());
+    });
 }
 
 } // namespace Utilities::ModelViews

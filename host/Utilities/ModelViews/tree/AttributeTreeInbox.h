@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/Notification/UpdateResult.h"
+#include "host/Utilities/PacedInbox.h"
 
 #include <QHash>
 #include <QSet>
@@ -9,9 +10,6 @@
 #include <QVector>
 
 #include <atomic>
-#include <mutex>
-
-class QObject;
 
 namespace Utilities::ModelViews {
 
@@ -44,32 +42,24 @@ struct AttributeTreeBatch
 
 // Collects changes from the threads that make them for the GUI thread, in bounded memory: beyond some
 // thousand names it only keeps that there were more. Any thread.
-class AttributeTreeInbox
+class AttributeTreeInbox : public PacedInbox::Shared
 {
 public:
-    // The receiver, which lives on the GUI thread, is posted a QEvent::User when a batch begins; the empty
-    // pointer ends that.
-    void setReceiver(QObject* object);
-
     void add(const QString& path, FrameworkCore::Notification::UpdateResult result);
-    AttributeTreeBatch take();
+    AttributeTreeBatch takeBatch();
 
 private:
     void addWritten(const QString& path);
     void addStructure(const QString& path, FrameworkCore::Notification::UpdateResult result);
     AttributeTreeStructureChange* changeBelow(const QString& parentPath);
-    void wake();
 
     // Read without the lock by writers that have nothing to add any more.
     std::atomic<bool> writtenLost{false};
     std::atomic<bool> structureLost{false};
 
-    std::mutex mutex; // guards all below
-    QObject* receiver = nullptr;
     AttributeTreeBatch batch;
     QHash<QString, int> structureByParent; // positions in the batch
     int nameCount = 0;
-    bool awake = false;
 };
 
 } // namespace Utilities::ModelViews
