@@ -3,7 +3,6 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/dialogs/FaultLabel.h"
-#include "host/Utilities/ModelViews/editors/ValueEditor.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -16,7 +15,7 @@ namespace Utilities::ModelViews::Widgets {
 namespace Values = FrameworkCore::Values;
 
 AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath)
-    : QDialog(parent), place(parentPath), nameEdit(new QLineEdit(name, this)),
+    : QDialog(parent), place(parentPath), kinds(ValueEditor::kinds()), nameEdit(new QLineEdit(name, this)),
       nameFault(new FaultLabel(this)), types(new QComboBox(this)), valueFault(new FaultLabel(this)),
       remarks(new FaultLabel(this)),
       buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
@@ -29,7 +28,9 @@ AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& nam
     remarks->setObjectName(QStringLiteral("lblRemarks"));
     remarks->setPalette(palette());
     nameEdit->setPlaceholderText(tr("A name, or a path such as limits.upper"));
-    fillTypes();
+    for (const ValueEditor::Kind& kind : kinds)
+        types->addItem(kind.name, kind.metaType);
+    types->setMaxVisibleItems(types->count());
     layOut();
     connect(nameEdit, &QLineEdit::textChanged, this, [this] {
         nameIsTouched = true;
@@ -43,22 +44,6 @@ AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& nam
 }
 
 AttributeCreateDialog::~AttributeCreateDialog() = default;
-
-void AttributeCreateDialog::fillTypes()
-{
-    types->addItem(tr("Text"), int(QMetaType::QString));
-    types->addItem(tr("True or false"), int(QMetaType::Bool));
-    types->addItem(tr("Integer"), int(QMetaType::LongLong));
-    types->addItem(tr("Unsigned integer"), int(QMetaType::ULongLong));
-    types->addItem(tr("Real number"), int(QMetaType::Double));
-    types->addItem(tr("List of texts"), int(QMetaType::QStringList));
-    types->addItem(tr("Bytes"), int(QMetaType::QByteArray));
-    types->addItem(tr("Date"), int(QMetaType::QDate));
-    types->addItem(tr("Time"), int(QMetaType::QTime));
-    types->addItem(tr("Date and time"), int(QMetaType::QDateTime));
-    types->addItem(tr("No value yet"), int(QMetaType::UnknownType));
-    types->setMaxVisibleItems(types->count());
-}
 
 void AttributeCreateDialog::layOut()
 {
@@ -100,7 +85,7 @@ QVariant AttributeCreateDialog::getValue() const
 // What was entered is offered to each type that has the same value.
 void AttributeCreateDialog::changeEditor()
 {
-    editor = ValueEditor::makeFor(getType());
+    editor = kinds[types->currentIndex()].make(getType());
     const auto same = Values::convertVariant(entered, getType());
     if (entered.isValid() && same)
         editor->setValue(*same);

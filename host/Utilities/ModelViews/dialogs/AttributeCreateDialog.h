@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
+#include "host/Utilities/ModelViews/editors/ValueEditor.h"
 
 #include <QDialog>
 #include <QVariant>
@@ -15,7 +16,6 @@ class QVBoxLayout;
 namespace Utilities::ModelViews::Widgets {
 
 class FaultLabel;
-class ValueEditor;
 
 // Asks for name, type and value of a new attribute, and says where it is created. What is wrong is said below
 // its field while it is typed, and the dialog can be accepted only when nothing is. What else will change is
@@ -36,14 +36,14 @@ public:
     void accept() override; // others may have created it meanwhile
 
 private:
-    void fillTypes();
     void layOut();
     void changeEditor();
     void check();
 
     const NewAttributePlace place;
-    std::unique_ptr<ValueEditor> editor; // of the chosen type
-    QVariant entered;                    // the last value that was entered, in whichever editor
+    const QVector<ValueEditor::Kind> kinds; // in the order of types
+    std::unique_ptr<ValueEditor> editor;    // of the chosen type
+    QVariant entered;                       // the last value that was entered, in whichever editor
     bool nameIsTouched = false;
     // Owned by the dialog.
     QLineEdit* nameEdit;

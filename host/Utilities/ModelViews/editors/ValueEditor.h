@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVariant>
+#include <QVector>
 #include <QWidget>
 
 #include <memory>
@@ -15,10 +16,17 @@ class ValueEditor : public QWidget
     Q_OBJECT
 
 public:
+    // A type that attributes have, and its editor; QMetaType::UnknownType is that of the null attribute.
+    struct Kind
+    {
+        int metaType;
+        QString name; // for people
+        std::unique_ptr<ValueEditor> (*make)(int metaType);
+    };
+
     using QWidget::QWidget;
 
-    // The editor for that type; QMetaType::UnknownType is the null attribute. Null for what no attribute has.
-    static std::unique_ptr<ValueEditor> makeFor(int metaType);
+    static QVector<Kind> kinds(); // all, the most usual first
 
     // The value as it is now. What cannot be one gives an invalid variant, and the fault in words.
     virtual QVariant getValue(QString& fault) const = 0;
@@ -27,6 +35,9 @@ public:
 
 signals:
     void edited();
+
+protected:
+    void fillWith(QWidget& field); // which gets the keyboard
 };
 
 } // namespace Utilities::ModelViews::Widgets
