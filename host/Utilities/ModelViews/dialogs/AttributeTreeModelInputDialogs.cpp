@@ -2,17 +2,57 @@
 
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
-#include "host/Utilities/ModelViews/dialogs/AskedDialog.h"
 #include "host/Utilities/ModelViews/dialogs/AttributeCreateDialog.h"
-#include "host/Utilities/ModelViews/dialogs/AttributePasteDialog.h"
+#include "host/Utilities/ModelViews/dialogs/FaultLabel.h"
+#include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
 #include "host/Utilities/ModelViews/dialogs/ProposingTextDialog.h"
 
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QInputDialog>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QVariant>
+
+#include <utility>
 
 namespace Utilities::ModelViews::Widgets {
 
 namespace {
+
+// A dialog that asks one question and goes when it is answered. Its parent may go while it is open, and takes
+// the dialog with it; the question then counts as cancelled.
+template <typename Dialog>
+class AskedDialog
+{
+public:
+    template <typename... Arguments>
+    explicit AskedDialog(Arguments&&... arguments) : dialog(new Dialog(std::forward<Arguments>(arguments)...))
+    {
+    }
+    ~AskedDialog() { delete dialog; }
+    AskedDialog(const AskedDialog&) = delete;
+    AskedDialog& operator=(const AskedDialog&) = delete;
+
+    // Not to be used when it has gone with its parent.
+    Dialog* operator->() const { return dialog; }
+    Dialog& get() const { return *dialog; }
+
+    // Shows the dialog until it is answered.
+    bool isAccepted() { return dialog->exec() == QDialog::Accepted && dialog; }
+
+private:
+    QPointer<Dialog> dialog;
+};
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs",
+                                       text);
+}
 
 // Where the last file was chosen, by whichever dialog; as long as the program runs.
 QString& rememberedFolder()
@@ -72,11 +112,40 @@ bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QV
 bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& title, const QString& label,
                                                               QString& name, bool& asChild) const
 {
-    AskedDialog<AttributePasteDialog> dialog(dialogParent, title, label, name);
+    AskedDialog<QDialog> dialog(dialogParent);
+    dialog->setWindowTitle(title);
+    auto* const nameEdit = new QLineEdit(name, &dialog.get());
+    auto* const nameFault = new FaultLabel(&dialog.get());
+    auto* const below = new QRadioButton(tr("&Below the selected attribute, as its child"));
+    auto* const beside = new QRadioButton(tr("Be&side the selected attribute, at the same level"));
+    auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    nameEdit->setObjectName(QStringLiteral("edtName"));
+    nameFault->setObjectName(QStringLiteral("lblNameFault"));
+    below->setObjectName(QStringLiteral("radioAsChild"));
+    beside->setObjectName(QStringLiteral("radioBeside"));
+    auto* const form = new QFormLayout(&dialog.get());
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    form->addRow(label, nameEdit);
+    form->addRow({}, nameFault);
+    form->addRow(tr("Paste"), below);
+    form->addRow({}, beside);
+    form->addRow(buttons);
+    nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 50);
+    nameEdit->selectAll();
+    below->setChecked(true);
+    const auto check = [=] {
+        const QString fault = NewAttributePlace::nameFault(nameEdit->text());
+        nameFault->showFault(fault);
+        buttons->button(QDialogButtonBox::Ok)->setEnabled(fault.isEmpty());
+    };
+    check();
+    QObject::connect(nameEdit, &QLineEdit::textChanged, nameFault, check);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog.get(), &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog.get(), &QDialog::reject);
     if (!dialog.isAccepted())
         return false;
-    name = dialog->getName();
-    asChild = dialog->isAsChild();
+    name = nameEdit->text();
+    asChild = below->isChecked();
     return true;
 }
 

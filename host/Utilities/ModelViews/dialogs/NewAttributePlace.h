@@ -20,6 +20,10 @@ public:
 
     const QString& getParentPath() const { return parentPath; }
 
+    // Why the text cannot be the name of a new attribute anywhere; empty when it can. A name may be a path of
+    // several names below one another.
+    static QString nameFault(const QString& name);
+
     // Why no attribute of that name can be created here now; empty when one can.
     QString faultOf(const QString& name) const;
 
