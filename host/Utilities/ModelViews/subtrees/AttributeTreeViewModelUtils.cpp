@@ -68,23 +68,18 @@ bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fi
     };
     if (!transfer)
         return refused(tr("this repository exports nothing"));
-    TransferReport report;
     QString fileError;
-    const Outcome outcome = TransferWindow::run(
-        tr("Exporting %1").arg(path),
-        [&](TransferReport& running) {
-            QByteArray text;
-            Outcome exported = transfer->exportTree(path, type, text, running);
-            if (running.isCancelled())
-                return Outcome(StatusCode::Cancelled, {});
-            if (!exported.ok())
-                return exported;
-            const auto readers =
-                running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
-            fileError = TextFile::writeBytes(fileName, text, readers);
+    const Outcome outcome = TransferWindow::run(tr("Exporting %1").arg(path), [&](TransferReport& running) {
+        QByteArray text;
+        Outcome exported = transfer->exportTree(path, type, text, running);
+        if (running.isCancelled())
+            return Outcome(StatusCode::Cancelled, {});
+        if (!exported.ok())
             return exported;
-        },
-        report);
+        const auto readers = running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
+        fileError = TextFile::writeBytes(fileName, text, readers);
+        return exported;
+    });
     if (!outcome.ok())
         return refused(reasonOf(outcome, path));
     errorText = fileError;
@@ -163,14 +158,13 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
         logFailure(tr("'%1' is not deleted: this repository deletes nothing").arg(path));
         return false;
     }
-    TransferReport report;
     return TransferWindow::run(
                tr("Deleting %1").arg(path),
                [&](TransferReport&) {
                    const auto step = beginStep(*repository, tr("Delete %1").arg(lastName(path)));
                    return tree->removeTree(path);
                },
-               report, TransferWindow::Cancelling::Impossible)
+               TransferWindow::Cancelling::Impossible)
         .ok();
 }
 
@@ -182,14 +176,12 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
         logFailure(tr("'%1' is not copied: this repository copies nothing").arg(source));
         return false;
     }
-    TransferReport report;
-    return TransferWindow::run(
-               tr("Copying %1 to %2").arg(source, target),
-               [&](TransferReport& running) {
-                   const auto step = beginStep(*repository, tr("Paste %1").arg(lastName(target)));
-                   return transfer->copyTree(source, target, running);
-               },
-               report)
+    return TransferWindow::run(tr("Copying %1 to %2").arg(source, target),
+                               [&](TransferReport& running) {
+                                   const auto step =
+                                       beginStep(*repository, tr("Paste %1").arg(lastName(target)));
+                                   return transfer->copyTree(source, target, running);
+                               })
         .ok();
 }
 
@@ -222,14 +214,11 @@ bool AttributeTreeViewModelUtils::importAttributeFromJson(const QString& fileNam
         return false;
     if (isBlank(text))
         return refused(tr("the file is empty"));
-    TransferReport report;
-    const Outcome outcome = TransferWindow::run(
-        tr("Importing %1").arg(fileName),
-        [&](TransferReport& running) {
+    const Outcome outcome =
+        TransferWindow::run(tr("Importing %1").arg(fileName), [&](TransferReport& running) {
             const auto step = beginStep(*repository, tr("Import %1").arg(QFileInfo(fileName).fileName()));
             return transfer->importTree(path, QStringLiteral("json"), text, running);
-        },
-        report);
+        });
     return outcome.ok() || refused(reasonOf(outcome, path));
 }
 

@@ -44,8 +44,9 @@ TransferWindow::Outcome runGuarded(const QString& text, const TransferWindow::Op
 } // namespace
 
 FrameworkCore::AppConfig::Outcome TransferWindow::run(const QString& text, const Operation& operation,
-                                                      TransferReport& report, Cancelling cancelling)
+                                                      Cancelling cancelling)
 {
+    TransferReport report;
     if (!qobject_cast<QApplication*>(QCoreApplication::instance()) || !isOnGuiThread())
         return runGuarded(text, operation, report);
     QString failure;

@@ -29,7 +29,7 @@ public:
     // takes longer than a second; until then the caller just waits. Where there are no widgets, and on any
     // other thread than theirs, the operation simply runs. What the operation throws, and a thread that
     // cannot be started, is logged, and gives BackendFailure.
-    static Outcome run(const QString& text, const Operation& operation, TransferReport& report,
+    static Outcome run(const QString& text, const Operation& operation,
                        Cancelling cancelling = Cancelling::Possible);
 
     // Closing the window asks the operation to end; the window goes with it.
