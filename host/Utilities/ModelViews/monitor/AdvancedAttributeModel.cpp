@@ -2,7 +2,6 @@
 
 #include "host/Utilities/ModelViews/AttributePathsMimeData.h"
 #include "host/Utilities/ModelViews/monitor/AdvancedAttributeModelPrivate.h"
-#include "host/Utilities/ModelViews/monitor/WatchedRowsMimeData.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,11 +19,7 @@ AdvancedAttributeModel::~AdvancedAttributeModel() = default;
 
 QStringList AdvancedAttributeModel::getAttributeFullPathList() const
 {
-    QStringList paths;
-    paths.reserve(int(d->rows.size()));
-    for (const auto& attribute : d->rows)
-        paths.append(attribute->path);
-    return paths;
+    return d->rows.paths();
 }
 
 void AdvancedAttributeModel::loadCustomAttributeList(const QStringList& paths)
@@ -32,8 +27,7 @@ void AdvancedAttributeModel::loadCustomAttributeList(const QStringList& paths)
     QStringList kept;
     kept.reserve(paths.size());
     for (QString path : paths) {
-        while (
-            path.endsWith(QLatin1Char('\r'))) // or it would be another path each time it is saved and loaded
+        while (path.endsWith(QLatin1Char('\r'))) // it would be another path each time it is saved and loaded
             path.chop(1);
         if (!path.isEmpty())
             kept.append(path);
@@ -48,7 +42,7 @@ void AdvancedAttributeModel::setLargeDropConfirmation(std::function<bool(int)> c
 
 int AdvancedAttributeModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : int(d->rows.size());
+    return parent.isValid() ? 0 : d->rows.size();
 }
 
 int AdvancedAttributeModel::columnCount(const QModelIndex& parent) const
@@ -60,7 +54,7 @@ QVariant AdvancedAttributeModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    return d->cells.cell(*d->rows[std::size_t(index.row())], index.column(), role);
+    return d->cells.cell(d->rows.at(index.row()), index.column(), role);
 }
 
 QVariant AdvancedAttributeModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -93,7 +87,7 @@ bool AdvancedAttributeModel::moveRows(const QModelIndex& sourceParent, int sourc
         return false;
     if (!beginMoveRows({}, sourceRow, sourceRow + count - 1, {}, destinationChild))
         return false;
-    d->rotate(sourceRow, count, destinationChild);
+    d->rows.rotate(sourceRow, count, destinationChild);
     endMoveRows();
     return true;
 }
@@ -105,7 +99,7 @@ Qt::DropActions AdvancedAttributeModel::supportedDropActions() const
 
 QStringList AdvancedAttributeModel::mimeTypes() const
 {
-    return QStringList(watchedRowsMimeType()) + attributePathsMimeTypes();
+    return WatchedRowsDrag::mimeTypes();
 }
 
 QMimeData* AdvancedAttributeModel::mimeData(const QModelIndexList& indexes) const
@@ -117,14 +111,7 @@ QMimeData* AdvancedAttributeModel::mimeData(const QModelIndexList& indexes) cons
     }
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
-    if (rows.empty())
-        return nullptr;
-    QStringList paths;
-    for (const int row : rows)
-        paths.append(d->rows[std::size_t(row)]->path);
-    auto data = makeAttributePathsMimeData(paths);
-    addWatchedRows(*data, d->identity, rows);
-    return data.release();
+    return rows.empty() ? nullptr : d->drag.dataOf(d->rows, rows).release();
 }
 
 bool AdvancedAttributeModel::canDropMimeData(const QMimeData* data, Qt::DropAction action, int row,
@@ -143,8 +130,7 @@ bool AdvancedAttributeModel::dropMimeData(const QMimeData* data, Qt::DropAction 
         return false;
     const bool isBetween = row >= 0 && row <= rowCount();
     const int destination = parent.isValid() ? parent.row() : isBetween ? row : rowCount();
-    return areWatchedRowsOf(*data, d->identity) ? d->dropRows(*data, destination)
-                                                : d->dropPaths(*data, destination);
+    return d->drag.isOwn(*data) ? d->dropRows(*data, destination) : d->dropPaths(*data, destination);
 }
 
 } // namespace Utilities::ModelViews

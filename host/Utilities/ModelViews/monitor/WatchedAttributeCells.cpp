@@ -9,6 +9,8 @@
 #include <QFont>
 #include <QLocale>
 
+#include <utility>
+
 namespace Utilities::ModelViews {
 
 using FrameworkCore::AppConfig::AccessMode;
@@ -165,31 +167,19 @@ QVariant WatchedAttributeCells::accessibleText(WatchedAttribute& attribute, int 
 
 QVariant WatchedAttributeCells::header(int column, int role)
 {
-    struct Header
-    {
-        QString text;
-        QString toolTip;
+    if (column < 0 || column >= ColumnCount)
+        return {};
+    const std::pair<QString, QString> headers[ColumnCount] = {
+        {tr("Name"), tr("The attribute's name, the last part of its path; read-only in italics")},
+        {tr("Value"), tr("The value as it is now; F2 or a double click edits it")},
+        {tr("Type"), tr("The type that the attribute's values have")},
+        {tr("Last change"), tr("When the value changed last, and how often it has since it is watched")},
+        {tr("Path"), tr("The attribute's place in the tree")},
     };
-    const auto headerOf = [column]() -> Header {
-        switch (column) {
-        case Name:
-            return {tr("Name"), tr("The attribute's name, the last part of its path; read-only in italics")};
-        case Value:
-            return {tr("Value"), tr("The value as it is now; F2 or a double click edits it")};
-        case Type:
-            return {tr("Type"), tr("The type that the attribute's values have")};
-        case LastChange:
-            return {tr("Last change"),
-                    tr("When the value changed last, and how often it has since it is watched")};
-        case Path:
-            return {tr("Path"), tr("The attribute's place in the tree")};
-        default:
-            return {};
-        }
-    };
+    const auto& [text, toolTip] = headers[column];
     if (role == Qt::DisplayRole)
-        return headerOf().text;
-    return role == Qt::ToolTipRole ? QVariant(toolTipText(headerOf().toolTip)) : QVariant();
+        return text;
+    return role == Qt::ToolTipRole ? QVariant(toolTipText(toolTip)) : QVariant();
 }
 
 } // namespace Utilities::ModelViews
