@@ -1,6 +1,7 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeContents.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Utilities::ModelViews {
 
@@ -8,6 +9,17 @@ namespace {
 
 // From so many children on, those that were told to have come or gone are enough, if their number agrees.
 constexpr int manyChildren = 256;
+constexpr int fewPaths = 64;
+
+using Rows = std::vector<int>; // from the top down to a node
+
+Rows rowsTo(const AttributeTreeNode& node)
+{
+    Rows rows{node.row};
+    for (const AttributeTreeItem* item = node.holder; item->getParent(); item = item->getParent())
+        rows.insert(rows.begin(), item->row());
+    return rows;
+}
 
 } // namespace
 
@@ -87,6 +99,29 @@ std::optional<AttributeTreeNode> AttributeTreeContents::find(const QString& path
         begin = end + 1;
     } while (begin > 0);
     return node;
+}
+
+std::optional<std::vector<AttributeTreeNode>> AttributeTreeContents::findName(const QString& name, int hits)
+{
+    if (name.isEmpty() || name.contains(QLatin1Char('.')) || name.contains(QLatin1Char('*')))
+        return std::vector<AttributeTreeNode>(); // no node has such a name
+    QStringList paths = tree->findPaths({QStringLiteral("*.") + name, Qt::CaseSensitive, false, fewPaths});
+    if (paths.size() == fewPaths)
+        return {};
+    paths.append(name);
+
+    std::vector<std::pair<Rows, AttributeTreeNode>> found;
+    for (const QString& path : qAsConst(paths)) {
+        if (const auto node = find(path, true))
+            found.emplace_back(rowsTo(*node), *node);
+    }
+    std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<AttributeTreeNode> nodes;
+    for (const auto& [rows, node] : found) {
+        if (hits < 0 || int(nodes.size()) < hits)
+            nodes.push_back(node);
+    }
+    return nodes;
 }
 
 void AttributeTreeContents::follow(const QVector<AttributeTreeStructureChange>& changes)

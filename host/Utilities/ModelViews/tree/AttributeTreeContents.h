@@ -1,8 +1,8 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/TreeInterface.h"
+#include "host/Utilities/ModelViews/tree/AttributeTreeChanges.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeFilter.h"
-#include "host/Utilities/ModelViews/tree/AttributeTreeInbox.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeRowEditor.h"
 
 #include <QHash>
@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace Utilities::ModelViews {
 
@@ -31,6 +32,10 @@ public:
 
     // The node of a path. Without listing, only if it has been listed.
     std::optional<AttributeTreeNode> find(const QString& path, bool listing);
+
+    // Nodes of that name in the whole tree, parents before their children; a negative number of hits means
+    // all. Empty when there are so many that a walk finds the first ones sooner.
+    std::optional<std::vector<AttributeTreeNode>> findName(const QString& name, int hits);
 
     void follow(const QVector<AttributeTreeStructureChange>& changes);
     void reread();

@@ -1,7 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
 #include "host/Utilities/ModelViews/AttributePathsMimeData.h"
-#include "host/Utilities/ModelViews/tree/AttributeTreeNameSearch.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeViewModelPrivate.h"
 
 namespace Utilities::ModelViews {
@@ -114,13 +113,19 @@ QModelIndexList AttributeTreeViewModel::match(const QModelIndex& start, int role
     const auto sensitivity = flags & Qt::MatchCaseSensitive ? Qt::CaseSensitive : Qt::CaseInsensitive;
     std::optional<std::vector<AttributeTreeNode>> found;
     if (!(flags & Qt::MatchRecursive)) {
-        const AttributeTreeNode node = Private::nodeOf(start);
-        found =
-            findNamesOnLevel(*node.holder, node.row, flags & Qt::MatchWrap, hits, [&](const QString& name) {
-                return type == Qt::MatchExactly ? name == text : name.startsWith(text, sensitivity);
-            });
+        const AttributeTreeNode from = Private::nodeOf(start);
+        const auto search = [&](int first, int end) {
+            for (int row = first; row < end && (hits < 0 || int(found->size()) < hits); ++row) {
+                const QString& name = from.holder->child(row).name;
+                if (type == Qt::MatchExactly ? name == text : name.startsWith(text, sensitivity))
+                    found->push_back({from.holder, row});
+            }
+        };
+        found.emplace();
+        search(from.row, from.holder->size());
+        search(0, flags & Qt::MatchWrap ? from.row : 0);
     } else if (type == Qt::MatchExactly && start.row() == 0 && !start.parent().isValid()) {
-        found = findNameInTree(*d->contents, *d->repository->getTreeInterface(), text, hits);
+        found = d->contents->findName(text, hits);
     }
     if (!found)
         return QAbstractItemModel::match(start, role, value, hits, flags);

@@ -209,31 +209,6 @@ AttributeTreeNode AttributeTreeViewModel::Private::nodeOf(const QModelIndex& ind
     return {static_cast<AttributeTreeItem*>(index.internalPointer()), index.row()};
 }
 
-void AttributeTreeViewModel::Private::beginInsert(const AttributeTreeNode& parent, int first, int last)
-{
-    model.beginInsertRows(indexOf(parent, NameColumn), first, last);
-}
-
-void AttributeTreeViewModel::Private::endInsert()
-{
-    model.endInsertRows();
-}
-
-void AttributeTreeViewModel::Private::beginRemove(const AttributeTreeNode& parent, int first, int last)
-{
-    model.beginRemoveRows(indexOf(parent, NameColumn), first, last);
-}
-
-void AttributeTreeViewModel::Private::endRemove()
-{
-    model.endRemoveRows();
-}
-
-void AttributeTreeViewModel::Private::beginReorder(const AttributeTreeNode& parent)
-{
-    emit model.layoutAboutToBeChanged({indexOf(parent, NameColumn)});
-}
-
 void AttributeTreeViewModel::Private::endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
                                                  const std::vector<int>& rows)
 {
@@ -243,11 +218,6 @@ void AttributeTreeViewModel::Private::endReorder(const AttributeTreeNode& parent
             model.changePersistentIndex(index, indexOf({&item, rows[size_t(index.row())]}, index.column()));
     }
     emit model.layoutChanged({indexOf(parent, NameColumn)});
-}
-
-void AttributeTreeViewModel::Private::foundStale()
-{
-    changes.requestBatch();
 }
 
 void AttributeTreeViewModel::Private::backendsChanged()

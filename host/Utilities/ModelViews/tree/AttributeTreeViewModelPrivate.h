@@ -26,14 +26,23 @@ public:
     QModelIndex indexOf(const AttributeTreeNode& node, int column) const;
     static AttributeTreeNode nodeOf(const QModelIndex& index);
 
-    void beginInsert(const AttributeTreeNode& parent, int first, int last) override;
-    void endInsert() override;
-    void beginRemove(const AttributeTreeNode& parent, int first, int last) override;
-    void endRemove() override;
-    void beginReorder(const AttributeTreeNode& parent) override;
+    void beginInsert(const AttributeTreeNode& parent, int first, int last) override
+    {
+        model.beginInsertRows(indexOf(parent, NameColumn), first, last);
+    }
+    void endInsert() override { model.endInsertRows(); }
+    void beginRemove(const AttributeTreeNode& parent, int first, int last) override
+    {
+        model.beginRemoveRows(indexOf(parent, NameColumn), first, last);
+    }
+    void endRemove() override { model.endRemoveRows(); }
+    void beginReorder(const AttributeTreeNode& parent) override
+    {
+        emit model.layoutAboutToBeChanged({indexOf(parent, NameColumn)});
+    }
     void endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
                     const std::vector<int>& rows) override;
-    void foundStale() override;
+    void foundStale() override { changes.requestBatch(); }
 
     AttributeTreeCells cells;
     std::unique_ptr<AttributeTreeContents> contents; // none before the first reset
