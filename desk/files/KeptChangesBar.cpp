@@ -13,7 +13,6 @@
 #include <QLocale>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -46,43 +45,22 @@ QStringList namesOf(const QVector<KeptChanges::Entry>& entries)
 
 } // namespace
 
-KeptChangesBar::KeptChangesBar(QWidget* parent) : QFrame(parent)
+KeptChangesBar::KeptChangesBar(QWidget* parent) : WorkAreaBar("keptChangesBar", parent)
 {
-    setObjectName(QStringLiteral("keptChangesBar"));
-    setFrameShape(StyledPanel);
-    setAutoFillBackground(true);
-    setBackgroundRole(QPalette::AlternateBase);
-    hide();
 }
 
 void KeptChangesBar::setUp()
 {
     auto* const content = new QWidget;
-    content->setAutoFillBackground(false);
     rows = new QVBoxLayout(content);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(2);
-    auto* const scroller = new QScrollArea;
-    scroller->setFrameShape(NoFrame);
-    scroller->setWidgetResizable(true);
-    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroller->setFocusPolicy(Qt::NoFocus);
-    scroller->viewport()->setAutoFillBackground(false);
-    scroller->setWidget(content);
-    content->setAutoFillBackground(false);
-
-    auto* const close = new QToolButton;
+    QToolButton* const close = setContent(content);
     close->setObjectName(QStringLiteral("keptClose"));
-    close->setAutoRaise(true);
-    close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
     close->setText(tr("Later"));
     close->setToolTip(tr("Ask again at the next start"));
     close->setAccessibleName(close->text());
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
-
-    auto* const layout = new QHBoxLayout(this);
-    layout->addWidget(scroller, 1);
-    layout->addWidget(close, 0, Qt::AlignTop);
 }
 
 void KeptChangesBar::refresh()
@@ -103,7 +81,6 @@ void KeptChangesBar::refresh()
         return;
     constexpr int mostRows = 4;
     const int rowHeight = rows->itemAt(0)->sizeHint().height() + rows->spacing();
-    auto* const scroller = findChild<QScrollArea*>();
     scroller->setFixedHeight(rowHeight * qMin(entries.size(), mostRows) + rowHeight / 4);
 }
 
@@ -112,10 +89,7 @@ QWidget* KeptChangesBar::makeRow(const KeptChanges::Entry& entry, const QString&
     auto* const row = new QWidget;
     auto* const layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* const icon = new PlainLabel;
-    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
-    layout->addWidget(icon);
+    layout->addWidget(makeWarningIcon());
     auto* const text = new PlainLabel(tr("Unsaved changes of %1 are kept from %2")
                                           .arg(name, QLocale().toString(entry.time, QLocale::ShortFormat)));
     text->setObjectName(QStringLiteral("keptText"));

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "desk/common/WorkAreaBar.h"
 #include "desk/files/KeptChanges.h"
-
-#include <QFrame>
 
 class QVBoxLayout;
 
 namespace Vantry {
 
-// A bar above the work area with what was kept when the program was told to end, and what a person can do
-// with it. Hidden while nothing is kept, and when it is closed until the next start. GUI thread.
-class KeptChangesBar : public QFrame
+// Shows what was kept when the program was told to end, and what a person can do with it. Hidden while
+// nothing is kept, and when it is closed until the next start. GUI thread.
+class KeptChangesBar : public WorkAreaBar
 {
     Q_OBJECT
 
@@ -29,7 +28,7 @@ private:
     void showDiff(const KeptChanges::Entry& entry);
     void discard(const KeptChanges::Entry& entry, const QString& name);
 
-    QVBoxLayout* rows = nullptr; // made for the first entry: most windows never need it
+    QVBoxLayout* rows = nullptr; // made for the first entry
 };
 
 } // namespace Vantry

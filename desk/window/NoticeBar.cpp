@@ -5,57 +5,30 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
-#include <QStyle>
 #include <QToolButton>
 
 namespace Vantry {
 
 using Utilities::ModelViews::Widgets::PlainLabel;
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent)
+NoticeBar::NoticeBar(QWidget* parent) : WorkAreaBar("noticeBar", parent)
 {
-    setObjectName(QStringLiteral("noticeBar"));
-    setFrameShape(QFrame::StyledPanel);
-    setAutoFillBackground(true);
-    setBackgroundRole(QPalette::AlternateBase);
-    hide();
 }
 
 void NoticeBar::setUp()
 {
     text = new PlainLabel;
-    scroller = new QScrollArea;
-    auto* const icon = new PlainLabel;
-    const int iconSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
-    icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
-    icon->setAlignment(Qt::AlignTop);
-
     text->setObjectName(QStringLiteral("noticeText"));
     text->setWordWrap(true);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-
-    scroller->setFrameShape(NoFrame);
-    scroller->setWidgetResizable(true);
-    scroller->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroller->setFocusPolicy(Qt::NoFocus); // the text has it
-    scroller->viewport()->setAutoFillBackground(false);
+    QToolButton* const close = setContent(text);
     scroller->viewport()->installEventFilter(this);
-    scroller->setWidget(text);
-    text->setAutoFillBackground(false);
-
-    auto* const close = new QToolButton;
     close->setObjectName(QStringLiteral("noticeClose"));
-    close->setAutoRaise(true);
-    close->setIcon(style()->standardIcon(QStyle::SP_DockWidgetCloseButton));
     close->setText(tr("Close"));
     close->setToolTip(tr("Close these messages"));
     close->setAccessibleName(close->toolTip());
     connect(close, &QToolButton::clicked, this, &NoticeBar::closeNotices);
-
-    auto* const layout = new QHBoxLayout(this);
-    layout->addWidget(icon, 0, Qt::AlignTop);
-    layout->addWidget(scroller, 1);
-    layout->addWidget(close, 0, Qt::AlignTop);
+    static_cast<QBoxLayout*>(layout())->insertWidget(0, makeWarningIcon(), 0, Qt::AlignTop);
 }
 
 void NoticeBar::addNotices(const QStringList& texts)
@@ -98,7 +71,7 @@ bool NoticeBar::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == scroller->viewport() && event->type() == QEvent::Resize)
         fitHeight();
-    return QFrame::eventFilter(watched, event);
+    return WorkAreaBar::eventFilter(watched, event);
 }
 
 } // namespace Vantry

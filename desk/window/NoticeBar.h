@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QFrame>
-#include <QStringList>
+#include "desk/common/WorkAreaBar.h"
 
-class QLabel;
-class QScrollArea;
+#include <QStringList>
 
 namespace Vantry {
 
-// A bar above the work area that tells what went wrong, until the user closes it. Hidden while there is
-// nothing to tell. GUI thread.
-class NoticeBar : public QFrame
+// Tells what went wrong, until the user closes it. Hidden while there is nothing to tell. GUI thread.
+class NoticeBar : public WorkAreaBar
 {
     Q_OBJECT
 
@@ -30,10 +27,7 @@ private:
     void fitHeight();
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    // Children, made for the first notice: most windows never need them, and their icons are searched for in
-    // many folders.
-    QLabel* text = nullptr;
-    QScrollArea* scroller = nullptr;
+    QLabel* text = nullptr; // a child, made for the first notice
     QStringList notices;
 };
 
