@@ -171,23 +171,17 @@ void AppConfigDataAccessWidget::editAttributeBasedOnDataType(QModelIndex selecte
                                                              QString attributeFullPath,
                                                              QVariant& attributeValue)
 {
-    switch (static_cast<QMetaType::Type>(attributeValue.userType())) {
-    case QMetaType::Bool:
-        showCheckBox(selectedIndex, attributeFullPath, attributeValue);
-        break;
-    case QMetaType::QStringList:
-        showListView(selectedIndex, attributeFullPath, attributeValue);
-        break;
-    case QMetaType::QDate:
-    case QMetaType::QTime:
-    case QMetaType::QDateTime:
-        showDateTimeEdit(selectedIndex, attributeFullPath, attributeValue);
-        break;
-    case QMetaType::QByteArray:
-        break;
-    default:
-        showLineEdit(selectedIndex, attributeFullPath, attributeValue);
-        break;
+    switch (Widgets::editorKindOf(attributeValue)) {
+    case Widgets::EditorKind::None:
+        return;
+    case Widgets::EditorKind::CheckBox:
+        return showCheckBox(selectedIndex, attributeFullPath, attributeValue);
+    case Widgets::EditorKind::List:
+        return showListView(selectedIndex, attributeFullPath, attributeValue);
+    case Widgets::EditorKind::DateTime:
+        return showDateTimeEdit(selectedIndex, attributeFullPath, attributeValue);
+    case Widgets::EditorKind::Line:
+        return showLineEdit(selectedIndex, attributeFullPath, attributeValue);
     }
 }
 

@@ -34,19 +34,18 @@ void AttributeBrowserWidget::onAttributeUpdateSelected()
 void AttributeBrowserWidget::editAttributeBasedOnDataType(QModelIndex selectedIndex,
                                                           QString attributeFullPath, QVariant& attributeValue)
 {
-    switch (attributeValue.userType()) {
-    case QMetaType::UnknownType:
-    case QMetaType::QByteArray:
+    if (!attributeValue.isValid())
         return;
-    case QMetaType::Bool:
+    switch (editorKindOf(attributeValue)) {
+    case EditorKind::None:
+        return;
+    case EditorKind::CheckBox:
         return showCheckBox(selectedIndex, attributeFullPath, attributeValue);
-    case QMetaType::QStringList:
+    case EditorKind::List:
         return showListView(selectedIndex, attributeFullPath, attributeValue);
-    case QMetaType::QDate:
-    case QMetaType::QTime:
-    case QMetaType::QDateTime:
+    case EditorKind::DateTime:
         return showDateTimeEdit(selectedIndex, attributeFullPath, attributeValue);
-    default:
+    case EditorKind::Line:
         return showLineEdit(selectedIndex, attributeFullPath, attributeValue);
     }
 }

@@ -9,6 +9,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QScrollBar>
+#include <QVariant>
 
 namespace Widgets {
 
@@ -61,6 +62,24 @@ void scrollToCursor(QAbstractItemView& view, const QLineEdit& line)
 }
 
 } // namespace
+
+EditorKind editorKindOf(const QVariant& value)
+{
+    switch (value.userType()) {
+    case QMetaType::Bool:
+        return EditorKind::CheckBox;
+    case QMetaType::QStringList:
+        return EditorKind::List;
+    case QMetaType::QDate:
+    case QMetaType::QTime:
+    case QMetaType::QDateTime:
+        return EditorKind::DateTime;
+    case QMetaType::QByteArray:
+        return EditorKind::None;
+    default:
+        return EditorKind::Line;
+    }
+}
 
 void placeOverCell(QAbstractItemView& view, const QModelIndex& cell, QWidget& editor)
 {

@@ -3,11 +3,17 @@
 class QAbstractItemView;
 class QModelIndex;
 class QString;
+class QVariant;
 class QWidget;
 
 namespace Widgets {
 
 // What the editors of values share, and the views that put them over a cell.
+
+// What a value is edited in.
+enum class EditorKind { None, Line, CheckBox, List, DateTime };
+
+EditorKind editorKindOf(const QVariant& value);
 
 // Shows the editor over the cell, which it covers whole, in a frame, and gives it the keyboard. The view owns
 // it from then on.
