@@ -11,7 +11,7 @@
 #include "widgets/ListWidget.h"
 #include "widgets/PageWindow.h"
 #include "widgets/RowHeader.h"
-#include "widgets/SeenPartDelegate.h"
+#include "widgets/VisiblePartDelegate.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -83,7 +83,7 @@ void AppConfigDataAccessWidget::setUpView()
     horizontalHeader()->setResizeContentsPrecision(50);
     setTabKeyNavigation(false); // or the keyboard could not leave the table
     setItemDelegate(
-        new Widgets::SeenPartDelegate(this)); // a value column that was set is wider than the view
+        new Widgets::VisiblePartDelegate(this)); // a value column that was set is wider than the view
     setAccessibleName(tr("Attribute monitor"));
 }
 

@@ -6,7 +6,7 @@ namespace Widgets {
 
 // Draws a cell that reaches out of sight at the right within the part that is seen: what stands at its right
 // end, as numbers do, would not be seen otherwise. Its view must draw anew when it scrolls sideways.
-class SeenPartDelegate : public Utilities::ModelViews::Widgets::LongTextDelegate
+class VisiblePartDelegate : public Utilities::ModelViews::Widgets::LongTextDelegate
 {
     Q_OBJECT
 
