@@ -1,8 +1,6 @@
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
-#include "host/Shared/Logging/LogRecord.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QDate>
 #include <QRandomGenerator>
@@ -15,43 +13,12 @@
 #include <thread>
 
 using namespace FrameworkCore::AppConfig;
-using Repository::AttributeRepository;
 
-namespace {
-
-QString lastFailure()
-{
-    return Shared::Logging::LogRecord::instance().getLines().last().text;
-}
-
-} // namespace
-
-class AttributeRepositoryTest : public QObject
+class AttributeRepositoryTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-
-    int write(const QString& path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(path, value, 15);
-    }
-
-    bool create(const QString& path, const QVariant& value, int option = 2, int access = 3)
-    {
-        return repository->getWriterInterface()->createAttribute(path, value, option, access);
-    }
-
-    QVariant read(const QString& path)
-    {
-        QVariant value;
-        repository->getReaderInterface()->readAttributeValue(path, value, 0);
-        return value;
-    }
-
 private slots:
-    void init() { repository = AttributeRepository::create(); }
-
     void keepsTypeFromCreation_data()
     {
         QTest::addColumn<QVariant>("created");
@@ -59,15 +26,16 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<QVariant>("expected");
         const QVariant text = QStringLiteral("5");
-        QTest::newRow("int to text") << text << QVariant(7) << 0 << QVariant(QStringLiteral("7"));
-        QTest::newRow("text to int") << QVariant(5) << text << 0 << QVariant(5LL);
+        QTest::newRow("int to text") << text << QVariant(7) << int(Success) << QVariant(QStringLiteral("7"));
+        QTest::newRow("text to int") << QVariant(5) << text << int(Success) << QVariant(5LL);
         QTest::newRow("lossy") << QVariant(5) << QVariant(1.5) << int(WrongType) << QVariant(5LL);
         QTest::newRow("no number") << QVariant(5) << QVariant(QStringLiteral("x")) << int(WrongType)
                                    << QVariant(5LL);
-        QTest::newRow("invalid empties") << text << QVariant() << 0 << QVariant(QString());
-        QTest::newRow("null takes a type") << QVariant() << QVariant(true) << 0 << QVariant(true);
-        QTest::newRow("url is text") << QVariant(QUrl(QStringLiteral("http://a/b"))) << text << 0 << text;
-        QTest::newRow("uint is signed") << QVariant(7U) << QVariant(-1) << 0 << QVariant(-1LL);
+        QTest::newRow("invalid empties") << text << QVariant() << int(Success) << QVariant(QString());
+        QTest::newRow("null takes a type") << QVariant() << QVariant(true) << int(Success) << QVariant(true);
+        QTest::newRow("url is text") << QVariant(QUrl(QStringLiteral("http://a/b"))) << text << int(Success)
+                                     << text;
+        QTest::newRow("uint is signed") << QVariant(7U) << QVariant(-1) << int(Success) << QVariant(-1LL);
     }
 
     void keepsTypeFromCreation()
@@ -78,27 +46,26 @@ private slots:
         QFETCH(QVariant, expected);
         const QString path = QStringLiteral("a.b");
         QVERIFY(create(path, created));
-        QCOMPARE(write(path, written), status);
+        QCOMPARE(int(write(path, written).getStatus()), status);
         QCOMPARE(read(path), expected);
         QCOMPARE(read(path).userType(), expected.userType());
     }
 
     void honoursAccess()
     {
-        QVERIFY(create(QStringLiteral("r"), 1, 2, 1));
-        QVERIFY(create(QStringLiteral("w"), 1, 2, 2));
-        QCOMPARE(write(QStringLiteral("r"), 2), int(NotWritable));
-        QCOMPARE(write(QStringLiteral("w"), 2), int(Success));
+        QVERIFY(create("r", 1, 1));
+        QVERIFY(create("w", 1, 2));
+        QCOMPARE(write("r", 2), NotWritable);
+        QCOMPARE(write("w", 2), Success);
         QVariant value = 9;
         QCOMPARE(repository->getReaderInterface()->readAttributeValue(QStringLiteral("w"), value, 0),
                  int(NotReadable));
         QVERIFY(!value.isValid());
         QVERIFY(!repository->getReaderInterface()->getAttribute(QStringLiteral("w"))->getValue().isValid());
-        QVERIFY(create(QStringLiteral("w"), QStringLiteral("3"), 3, 3));
+        QVERIFY(create("w", QStringLiteral("3"), 3, 3));
         QCOMPARE(repository->getReaderInterface()->getAttribute(QStringLiteral("w"))->getAccessMode(),
                  AccessMode::WriteOnly);
-        QCOMPARE(write(QStringLiteral("internal.repository.path_separator"), QStringLiteral("/")),
-                 int(NotWritable));
+        QCOMPARE(write("internal.repository.path_separator", QStringLiteral("/")), NotWritable);
     }
 
     void validates_data()
@@ -156,15 +123,16 @@ private slots:
         QFETCH(QString, rule);
         QFETCH(QString, value);
         QFETCH(bool, accepted);
-        QVERIFY(create(QStringLiteral("old"), QStringLiteral("before")));
+        QVERIFY(create("old", QStringLiteral("before")));
         for (const QString& path : {QStringLiteral("old"), QStringLiteral("new.one")})
-            QVERIFY(repository->getValidationInterface()->addValidation(path, rule) != 0);
-        QCOMPARE(write(QStringLiteral("old"), value), accepted ? int(Success) : int(RefusedByValidation));
-        QCOMPARE(create(QStringLiteral("new.one"), value), accepted);
+            QVERIFY(validations()->addValidation(path, rule) != 0);
+        QCOMPARE(write("old", value), accepted ? Success : RefusedByValidation);
+        const Outcome outcome = create("new.one", value);
+        QCOMPARE(outcome.ok(), accepted);
         if (!accepted) {
-            QVERIFY2(lastFailure().contains(rule), qPrintable(lastFailure()));
-            QCOMPARE(read(QStringLiteral("old")), QVariant(QStringLiteral("before")));
-            QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("new")).exists);
+            QVERIFY2(outcome.toText().contains(rule), qPrintable(outcome.toText()));
+            QCOMPARE(read("old"), QVariant(QStringLiteral("before")));
+            QVERIFY(!exists("new"));
         }
     }
 
@@ -178,32 +146,25 @@ private slots:
         const QString tooLong = QString(70'000, QLatin1Char('x')) + QLatin1Char('.') + pathOf(1023);
         QVERIFY(create(deepest, 1));
         QCOMPARE(read(deepest), QVariant(1));
-        const auto tree = repository->getTreeInterface();
         for (const QString& path : {tooDeep, tooLong, pathOf(100'000)}) {
-            QVERIFY(!create(path, 1));
-            QVERIFY2(lastFailure().contains(QLatin1String("it has more than 1024 names")) &&
-                         lastFailure().size() < 1000,
-                     qPrintable(lastFailure().left(2000)));
-            QCOMPARE(write(path, 1), int(InvalidPath));
-            QCOMPARE(repository->getValidationInterface()->addValidation(path, QStringLiteral("integer")), 0);
-            QVERIFY(!repository->getNotificationInterface()->registerUpdateCallback(
-                path, [](auto&&...) {}, 15));
-            QVERIFY(!repository->getBackendInterface()->createBackend(
-                QStringLiteral("ini"), path, {QStringLiteral("a.ini"), {}, AccessMode::ReadWrite}, 2));
-            QVERIFY(repository->getTransferInterface()->copyTree(QStringLiteral("n"), path) != Success);
-            QVERIFY(repository->getTransferInterface()->importTree(path, QStringLiteral("json"),
-                                                                   "{\"a\": 1}") != Success);
-            QVERIFY(!tree->getNodeInformation(path).exists);
+            const QString refusal = create(path, 1).toText();
+            QVERIFY2(refusal.contains(QLatin1String("it has more than 1024 names")) && refusal.size() < 1000,
+                     qPrintable(refusal.left(2000)));
+            QCOMPARE(write(path, 1), InvalidPath);
+            QCOMPARE(validations()->addValidation(path, QStringLiteral("integer")), 0);
+            QVERIFY(!listen(path, [](auto&&...) {}));
+            QVERIFY(!mountFile("ini", path, fileOf("a.ini")));
+            QVERIFY(copy("n", path) != Success);
+            QVERIFY(import(path, "json", "{\"a\": 1}") != Success);
+            QVERIFY(!exists(path));
         }
-        QVERIFY(!repository->getNotificationInterface()->registerUpdateCallback(
-            QString(100'000, QLatin1Char('*')), [](auto&&...) {}, 15));
+        QVERIFY(!listen(QString(100'000, QLatin1Char('*')), [](auto&&...) {}));
         // What would become too deep at its new place.
-        QVERIFY(create(QStringLiteral("b.c"), 1));
-        QVERIFY(repository->getTransferInterface()->copyTree(QStringLiteral("n"), QStringLiteral("b.d.e")) !=
-                Success);
-        QVERIFY(!tree->getNodeInformation(QStringLiteral("b.d")).exists);
-        QCOMPARE(tree->removeTree(QStringLiteral("n")), Success);
-        QVERIFY(!tree->getNodeInformation(QStringLiteral("n")).exists);
+        QVERIFY(create("b.c", 1));
+        QVERIFY(copy("n", "b.d.e") != Success);
+        QVERIFY(!exists("b.d"));
+        QCOMPARE(remove("n"), Success);
+        QVERIFY(!exists("n"));
     }
 
     void endsMatchingOfAnyExpression_data()
@@ -230,41 +191,40 @@ private slots:
         QFETCH(QByteArray, value);
         QFETCH(QString, refusal);
         const QString rule = QStringLiteral("regular-expression(%1)").arg(expression);
-        QVERIFY(create(QStringLiteral("text"), QString()));
-        QVERIFY(repository->getValidationInterface()->addValidation(QStringLiteral("text"), rule) != 0);
-        QCOMPARE(write(QStringLiteral("text"), QString::fromLatin1(value)),
-                 refusal.isEmpty() ? int(Success) : int(RefusedByValidation));
+        QVERIFY(create("text", QString()));
+        QVERIFY(validations()->addValidation(QStringLiteral("text"), rule) != 0);
+        const Outcome outcome = write("text", QString::fromLatin1(value));
+        QCOMPARE(outcome, refusal.isEmpty() ? Success : RefusedByValidation);
         if (!refusal.isEmpty())
-            QVERIFY2(lastFailure().contains(rule + QLatin1Char('\'') + refusal), qPrintable(lastFailure()));
+            QVERIFY2(outcome.toText().contains(rule + QLatin1Char('\'') + refusal),
+                     qPrintable(outcome.toText()));
     }
 
     void refusesUnknownValidations()
     {
-        const auto validations = repository->getValidationInterface();
-        QVERIFY(create(QStringLiteral("a"), 1));
+        QVERIFY(create("a", 1));
         for (const char* name :
              {"", "prime", "range", "range(1)", "range(2,1)", "range(0,9", "range(nan,1)", "range(0,nan)",
               "regular-expression(()", "regular-expression(a)|(?:b)", "integer(3)"})
-            QCOMPARE(validations->addValidation(QStringLiteral("a"), QString::fromLatin1(name)), 0);
-        QCOMPARE(validations->addValidation(QStringLiteral("a..b"), QStringLiteral("integer")), 0);
-        QCOMPARE(validations->getValidationNames().size(), 12);
-        QCOMPARE(validations->getValidationsOf(QStringLiteral("a")), QStringList());
+            QCOMPARE(validations()->addValidation(QStringLiteral("a"), QString::fromLatin1(name)), 0);
+        QCOMPARE(validations()->addValidation(QStringLiteral("a..b"), QStringLiteral("integer")), 0);
+        QCOMPARE(validations()->getValidationNames().size(), 12);
+        QCOMPARE(validations()->getValidationsOf(QStringLiteral("a")), QStringList());
     }
 
     // What people are shown can be attached as it stands, also before its attribute is there.
     void describesValidations()
     {
-        const auto validations = repository->getValidationInterface();
         QStringList examples;
-        for (const auto& description : validations->getValidationDescriptions()) {
+        for (const auto& description : validations()->getValidationDescriptions()) {
             examples.append(description.example);
             QVERIFY2(!description.meaning.isEmpty(), qPrintable(description.example));
-            QVERIFY(validations->addValidation(QStringLiteral("a.b"), description.example) != 0);
+            QVERIFY(validations()->addValidation(QStringLiteral("a.b"), description.example) != 0);
         }
         QCOMPARE(examples.size(), 12);
         QVERIFY(examples.contains(QStringLiteral("range(0,100)")));
-        QCOMPARE(validations->getValidationsOf(QStringLiteral("a.b")), examples);
-        QVERIFY(validations->getValidationsOf(QStringLiteral("a")).isEmpty());
+        QCOMPARE(validations()->getValidationsOf(QStringLiteral("a.b")), examples);
+        QVERIFY(validations()->getValidationsOf(QStringLiteral("a")).isEmpty());
     }
 
     void findsPaths()
@@ -273,7 +233,7 @@ private slots:
             QVERIFY(create(QString::fromLatin1(path), 1));
         const auto find = [this](const char* pattern, Qt::CaseSensitivity sensitivity, bool topmost,
                                  int limit = -1) {
-            return repository->getTreeInterface()
+            return tree()
                 ->findPaths({QString::fromLatin1(pattern), sensitivity, topmost, limit})
                 .join(QLatin1Char(' '));
         };
@@ -304,15 +264,16 @@ private slots:
                 name += letters.at(random.bounded(letters.size()));
             return name;
         };
-        const auto tree = repository->getTreeInterface();
         for (int step = 0; step < 6000; ++step) {
             const QString path = QLatin1String("big.") + randomName();
             if (random.bounded(4) == 0)
-                tree->removeTree(QLatin1String("big.") + tree->getChildNames(QStringLiteral("big")).value(9));
+                tree()->removeTree(QLatin1String("big.") +
+                                   tree()->getChildNames(QStringLiteral("big")).value(9));
             else
-                create(random.bounded(3) == 0 ? path + QLatin1String(".leaf.") + randomName() : path, 1, 3);
+                create(random.bounded(3) == 0 ? path + QLatin1String(".leaf.") + randomName() : path, 1, 3,
+                       3);
         }
-        const QStringList all = tree->findPaths({QStringLiteral("*")});
+        const QStringList all = tree()->findPaths({QStringLiteral("*")});
         for (int round = 0; round < 300; ++round) {
             const QString beginning = randomName();
             const QStringList patterns{QLatin1String("big.") + beginning + QLatin1Char('*'),
@@ -325,13 +286,13 @@ private slots:
                     QStringList expected;
                     std::copy_if(all.begin(), all.end(), std::back_inserter(expected),
                                  [&pattern](const QString& path) { return pattern.matches(path); });
-                    QCOMPARE(tree->findPaths({text, sensitivity}), expected);
+                    QCOMPARE(tree()->findPaths({text, sensitivity}), expected);
                 }
             }
             QStringList beginnings;
-            for (const auto& child : tree->getChildrenBeginningWith(QStringLiteral("big"), beginning))
+            for (const auto& child : tree()->getChildrenBeginningWith(QStringLiteral("big"), beginning))
                 beginnings.append(child.name);
-            QStringList expected = tree->getChildNames(QStringLiteral("big"));
+            QStringList expected = tree()->getChildNames(QStringLiteral("big"));
             expected.erase(std::remove_if(expected.begin(), expected.end(),
                                           [&](const QString& name) { return !name.startsWith(beginning); }),
                            expected.end());
@@ -349,13 +310,12 @@ private slots:
                 names.append(QString(QLatin1Char(char('a' + random.bounded(3)))));
             return names.join(QLatin1Char('.'));
         };
-        const auto tree = repository->getTreeInterface();
         for (int step = 0; step < 30000; ++step) {
             const QString path = randomPath();
             const QString value = QString::number(step);
             switch (random.bounded(4)) {
             case 0:
-                QCOMPARE(create(path, value, 3), true);
+                QVERIFY(create(path, value, 3, 3));
                 reference[path] = value;
                 break;
             case 1:
@@ -371,7 +331,7 @@ private slots:
                     removed += isBelow ? 1 : 0;
                     it = isBelow ? reference.erase(it) : std::next(it);
                 }
-                QCOMPARE(tree->removeTree(path) == Success, removed > 0);
+                QCOMPARE(remove(path) == Success, removed > 0);
                 break;
             }
             default: {
@@ -389,12 +349,13 @@ private slots:
         }
         expectedPaths.removeDuplicates();
         expectedPaths.sort();
-        QStringList paths = tree->findPaths({QStringLiteral("*")})
+        QStringList paths = tree()
+                                ->findPaths({QStringLiteral("*")})
                                 .filter(QRegularExpression(QStringLiteral("^(?!internal)")));
         paths.sort();
         QCOMPARE(paths, expectedPaths);
         for (const QString& path : qAsConst(paths))
-            QCOMPARE(tree->getChildCount(path), tree->getChildNames(path).size());
+            QCOMPARE(tree()->getChildCount(path), tree()->getChildNames(path).size());
     }
 
     // Threads that work on their own attributes, while others come and go, find every one of their writes
@@ -409,12 +370,11 @@ private slots:
                 const QString shared = QStringLiteral("shared.x%1").arg(number % 2);
                 failures += create(own, 0) ? 0 : 1;
                 for (int step = 1; step < 2000; ++step) {
-                    create(shared, step, 3);
+                    create(shared, step, 3, 3);
                     failures += write(own, step) == Success && read(own) == QVariant(qlonglong(step)) ? 0 : 1;
-                    repository->getTreeInterface()->findPaths(
-                        {QStringLiteral("*x*"), Qt::CaseSensitive, false, 5});
+                    tree()->findPaths({QStringLiteral("*x*"), Qt::CaseSensitive, false, 5});
                     if (step % 16 == number)
-                        repository->getTreeInterface()->removeTree(QStringLiteral("shared"));
+                        remove("shared");
                 }
             });
         }

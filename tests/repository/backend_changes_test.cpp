@@ -1,10 +1,6 @@
-#include "host/Shared/Logging/LogRecord.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 #include <thread>
@@ -29,57 +25,19 @@ QString textOf(const UnsavedChange& change)
              change.after.toString(), QLatin1String(change.isConflict ? " conflict" : ""));
 }
 
-QString lastFailure()
-{
-    const auto lines = Shared::Logging::LogRecord::instance().getLines();
-    return lines.isEmpty() ? QString() : lines.last().text;
-}
-
 } // namespace
 
 // Edits of a mounted file beside what other programs do to it meanwhile.
-class BackendChangesTest : public QObject
+class BackendChangesTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-    std::unique_ptr<QTemporaryDir> folder;
-    QString file;
-
-    void put(const QByteArray& bytes) const { TestSupport::writeFile(file, bytes); }
-
-    bool mount(const char* type = "ini", AccessMode access = AccessMode::ReadWrite)
+    static QByteArray ovenWith(const char* before, const char* after)
     {
-        return repository->getBackendInterface()->createBackend(QLatin1String(type), QStringLiteral("m"),
-                                                                {file, {}, access}, 2);
+        return QByteArray(oven).replace(before, after);
     }
-
-    bool save() { return repository->getBackendInterface()->saveBackend(QStringLiteral("m")); }
-    bool reload() { return repository->getBackendInterface()->reloadBackend(QStringLiteral("m")).ok(); }
-
-    QVariant read(const char* path)
-    {
-        QVariant value;
-        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
-        return value;
-    }
-
-    bool write(const char* path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(QLatin1String(path), value, 15) == 0;
-    }
-
-    bool create(const char* path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->createAttribute(QLatin1String(path), value, 2, 3);
-    }
-
-    bool remove(const char* path)
-    {
-        return repository->getTreeInterface()->removeTree(QLatin1String(path)) == Success;
-    }
-
-    std::shared_ptr<Interfaces::ChangesInterface> changes() { return repository->getChangesInterface(); }
+    QString file() const { return fileOf("m"); }
+    void put(const QByteArray& text) const { TestSupport::writeFile(file(), text); }
 
     QStringList unsaved()
     {
@@ -102,17 +60,9 @@ class BackendChangesTest : public QObject
     }
 
 private slots:
-    void init()
-    {
-        repository = AttributeRepository::create();
-        folder = std::make_unique<QTemporaryDir>();
-        file = folder->filePath(QStringLiteral("f"));
-        put(oven);
-    }
-
     void listsAndRevertsEdits()
     {
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QCOMPARE(changes()->getEditedBackends(), QStringList());
         QVERIFY(write("m.oven.limit", 300));
         QVERIFY(write("m.oven.limit", 250));
@@ -127,19 +77,17 @@ private slots:
         QCOMPARE(diff(), QStringLiteral(
                              "--- %1\n+++ %1\n@@ -1,7 +1,9 @@\n ; oven\n [oven]\n hot = true\n-limit = 250\n"
                              "+limit = 300\n \n [fan]\n-speed = 3\n+\n+[door]\n+open = false\n")
-                             .arg(file));
+                             .arg(file()));
         QStringList heard;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("m*"),
-            [&heard](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
-                heard.append(QStringLiteral("%1 %2").arg(path).arg(int(result)));
-            },
-            8);
+        listen("m*",
+               [&heard](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
+                   heard.append(QStringLiteral("%1 %2").arg(path).arg(int(result)));
+               });
         QCOMPARE(changes()->revert(QStringLiteral("m.door")), Success);
         QCOMPARE(changes()->revert(QStringLiteral("m.oven.limit")), Success);
         QCOMPARE(heard, QStringList({QStringLiteral("m.door.open 3"), QStringLiteral("m.oven.limit 4")}));
         QCOMPARE(read("m.oven.limit"), QVariant(250LL));
-        QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("m.door")).exists);
+        QVERIFY(!exists("m.door"));
         QCOMPARE(unsaved(), QStringList{QStringLiteral("m.fan.speed removed 3>")});
         QCOMPARE(changes()->revert(QStringLiteral("m")), Success);
         QCOMPARE(read("m.fan.speed"), QVariant(3LL));
@@ -150,21 +98,19 @@ private slots:
     // With everything taken back piece by piece, the file is that of its author again, comments included.
     void revertsToTheByte()
     {
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QVERIFY(remove("m.oven"));
         QVERIFY(create("m.oven.hot", true));
         QCOMPARE(changes()->revert(QStringLiteral("m.oven")), Success);
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), oven);
+        QCOMPARE(saved(), oven);
     }
 
     void mergesAtSave()
     {
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QVERIFY(write("m.oven.limit", 300));
-        put(QByteArray(oven).replace("speed = 3", "speed=4"));
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray(oven).replace("speed = 3", "speed=4").replace("250", "300"));
+        put(ovenWith("speed = 3", "speed=4"));
+        QCOMPARE(saved(), ovenWith("speed = 3", "speed=4").replace("250", "300"));
         QCOMPARE(read("m.fan.speed"), QVariant(4LL));
         QCOMPARE(unsaved(), QStringList());
     }
@@ -179,15 +125,15 @@ private slots:
     void refusesConflicts()
     {
         QFETCH(bool, takesTheirs);
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QVERIFY(write("m.oven.limit", 300));
         QVERIFY(write("m.oven.hot", false));
-        const QByteArray theirs = QByteArray(oven).replace("250", "260");
+        const QByteArray theirs = ovenWith("250", "260");
         put(theirs);
-        QVERIFY(!save());
+        const QByteArray refusal = saved();
         for (const char* part : {"'m'", "m.oven.limit", "300", "260"})
-            QVERIFY2(lastFailure().contains(QLatin1String(part)), qPrintable(lastFailure()));
-        QCOMPARE(contentOf(file), theirs);
+            QVERIFY2(refusal.contains(part), refusal);
+        QCOMPARE(contentOf(file()), theirs);
         QCOMPARE(unsaved(), QStringList({QStringLiteral("m.oven.hot changed true>false"),
                                          QStringLiteral("m.oven.limit changed 260>300 conflict")}));
         QVERIFY(!save());
@@ -197,77 +143,68 @@ private slots:
         QCOMPARE(resolve("m.oven", takesTheirs ? ConflictSide::Theirs : ConflictSide::Mine), Success);
         const char* limit = takesTheirs ? "260" : "300";
         QCOMPARE(read("m.oven.limit"), QVariant(qlonglong(QByteArray(limit).toInt())));
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray(oven).replace("250", limit).replace("true", "false"));
+        QCOMPARE(saved(), QByteArray(oven).replace("250", limit).replace("true", "false"));
     }
 
     void keepsSecretsOfWriteOnlyFiles()
     {
-        QVERIFY(mount("ini", AccessMode::WriteOnly));
+        QVERIFY(mount("ini", "m", oven, AccessMode::WriteOnly));
         QVERIFY(write("m.oven.limit", 301));
-        put(QByteArray(oven).replace("250", "262"));
-        QVERIFY(!save());
-        QVERIFY(lastFailure().contains(QLatin1String("m.oven.limit")));
-        QVERIFY(!lastFailure().contains(QLatin1String("301")) &&
-                !lastFailure().contains(QLatin1String("262")));
+        put(ovenWith("250", "262"));
+        const QByteArray refusal = saved();
+        QVERIFY2(refusal.contains("m.oven.limit") && !refusal.contains("301") && !refusal.contains("262"),
+                 refusal);
         QCOMPARE(unsaved(), QStringList{QStringLiteral("m.oven.limit changed > conflict")});
         QCOMPARE(diff(), QString());
     }
 
     void holdsOnWhenTheFileGoes()
     {
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QVERIFY(write("m.oven.limit", 300));
-        QVERIFY(QFile::remove(file));
-        QVERIFY(!save());
-        QVERIFY(lastFailure().contains(QLatin1String("has been deleted")));
+        QVERIFY(QFile::remove(file()));
+        QVERIFY(saved().contains("has been deleted"));
         QVERIFY(!reload());
-        QVERIFY(!QFile::exists(file));
+        QVERIFY(!QFile::exists(file()));
         QCOMPARE(unsaved().first(), QStringLiteral("m changed > conflict"));
         QCOMPARE(read("m.oven.limit"), QVariant(300LL));
         QCOMPARE(resolve("m", ConflictSide::Mine), Success);
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray(oven).replace("250", "300"));
+        QCOMPARE(saved(), ovenWith("250", "300"));
 
-        QVERIFY(QFile::remove(file));
+        QVERIFY(QFile::remove(file()));
         QVERIFY(reload());
-        QCOMPARE(repository->getTreeInterface()->getChildCount(QStringLiteral("m")), 0);
+        QCOMPARE(tree()->getChildCount(QStringLiteral("m")), 0);
         put(oven);
         QVERIFY(reload());
         QVERIFY(write("m.oven.limit", 300));
-        QVERIFY(QFile::remove(file));
+        QVERIFY(QFile::remove(file()));
         QVERIFY(!reload());
         QCOMPARE(resolve("m", ConflictSide::Theirs), Success);
-        QCOMPARE(repository->getTreeInterface()->getChildCount(QStringLiteral("m")), 0);
+        QCOMPARE(tree()->getChildCount(QStringLiteral("m")), 0);
     }
 
     // What came in meanwhile does not serve; once it does, the edits are put onto it.
     void waitsForATextThatServes()
     {
-        QVERIFY(mount());
+        QVERIFY(mount("ini", "m", oven));
         QVERIFY(write("m.oven.limit", 300));
         const QByteArray broken = QByteArray(oven) + "[oven\n";
         put(broken);
-        QVERIFY(!save());
-        QVERIFY2(lastFailure().contains(QLatin1String("f:8:")), qPrintable(lastFailure()));
+        QVERIFY(saved().contains("m:8:"));
         QVERIFY(!reload());
-        QCOMPARE(contentOf(file), broken);
+        QCOMPARE(contentOf(file()), broken);
         QCOMPARE(read("m.oven.limit"), QVariant(300LL));
-        put(QByteArray(oven).replace("3\n", "5\n"));
+        put(ovenWith("3\n", "5\n"));
         QVERIFY(reload());
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray(oven).replace("3\n", "5\n").replace("250", "300"));
+        QCOMPARE(saved(), ovenWith("3\n", "5\n").replace("250", "300"));
     }
 
     void writesValidEmptyFiles()
     {
-        file = folder->filePath(QStringLiteral("new"));
-        QVERIFY(mount("json"));
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray("{}\n"));
+        QVERIFY(mountFile("json", "m", file()));
+        QCOMPARE(saved(), QByteArray("{}\n"));
         QVERIFY(create("m.a", 1));
-        QVERIFY(save());
-        QCOMPARE(contentOf(file), QByteArray("{\n    \"a\": 1\n}\n"));
+        QCOMPARE(saved(), QByteArray("{\n    \"a\": 1\n}\n"));
     }
 
     // Two repositories, as two programs would, edit different keys of one file at once.
@@ -278,7 +215,7 @@ private slots:
         const auto run = [this](const char* path) {
             const auto own = AttributeRepository::create();
             own->getBackendInterface()->createBackend(QStringLiteral("ini"), QStringLiteral("m"),
-                                                      {file, {}, AccessMode::ReadWrite}, 2);
+                                                      {file(), {}, AccessMode::ReadWrite}, 2);
             for (int i = 1; i <= rounds; ++i) {
                 own->getWriterInterface()->writeAttributeValue(QLatin1String(path), i, 15);
                 if (!own->getBackendInterface()->saveBackend(QStringLiteral("m")))
@@ -291,7 +228,7 @@ private slots:
         QVERIFY(run("m.a.x"));
         other.join();
         QVERIFY(isGood);
-        QCOMPARE(contentOf(file), QByteArray("[a]\nx = 60\n[b]\nx = 60\n"));
+        QCOMPARE(contentOf(file()), QByteArray("[a]\nx = 60\n[b]\nx = 60\n"));
     }
 };
 

@@ -1,14 +1,11 @@
-#include "repository/AttributeRepository.h"
 #include "repository/backends/FileBackend.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeWriter.h"
 #include "repository/operations/StepReplay.h"
 #include "repository/transaction/Transaction.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include <atomic>
 #include <thread>
@@ -16,7 +13,6 @@
 using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
-using Repository::AttributeRepository;
 using Repository::AttributeStore;
 using Repository::Backend;
 using Repository::FileBackend;
@@ -71,96 +67,49 @@ int countOfSystemWatches()
 
 } // namespace
 
-class BackendClosingTest : public QObject
+class BackendClosingTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-    std::unique_ptr<QTemporaryDir> folder;
-
-    bool mount(const QString& name, const QByteArray& ini, const QString& fileName = {})
-    {
-        const QString file =
-            TestSupport::writeFile(folder->filePath(fileName.isEmpty() ? name : fileName), ini);
-        return repository->getBackendInterface()->createBackend(QStringLiteral("ini"), name,
-                                                                {file, QString(), AccessMode::ReadWrite}, 2);
-    }
-
-    bool close(const QString& name, bool discard = false)
-    {
-        return repository->getBackendInterface()->closeBackend(name, discard).ok();
-    }
-
-    QVariant read(const QString& path)
-    {
-        QVariant value;
-        repository->getReaderInterface()->readAttributeValue(path, value, 0);
-        return value;
-    }
-
-    bool create(const QString& path)
-    {
-        return repository->getWriterInterface()->createAttribute(path, 1, 2, 3);
-    }
-
-    QStringList paths(const char* pattern)
-    {
-        QStringList found = repository->getTreeInterface()->findPaths({QLatin1String(pattern)});
-        found.sort();
-        return found;
-    }
-
-    QString backendOf(const char* path)
-    {
-        return repository->getTreeInterface()->getNodeInformation(QLatin1String(path)).backend;
-    }
+    QString backendOf(const char* path) { return tree()->getNodeInformation(QLatin1String(path)).backend; }
 
 private slots:
-    void init()
-    {
-        repository = AttributeRepository::create();
-        folder = std::make_unique<QTemporaryDir>();
-    }
-
     void leavesNestedBackends()
     {
-        QVERIFY(mount(QStringLiteral("m"), "a=1\n[s]\nb=2\n"));
-        QVERIFY(mount(QStringLiteral("m.s.mid"), "c=3\n[in]\nd=4\n"));
-        QVERIFY(mount(QStringLiteral("m.s.mid.in.deep"), "e=5\n"));
+        QVERIFY(mount("ini", "m", "a=1\n[s]\nb=2\n"));
+        QVERIFY(mount("ini", "m.s.mid", "c=3\n[in]\nd=4\n"));
+        QVERIFY(mount("ini", "m.s.mid.in.deep", "e=5\n"));
         QStringList removed;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("m*"),
-            [&removed](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
-                removed.append(result == UpdateResult::Removed ? path : QStringLiteral("other"));
-            },
-            8);
+        listen("m*",
+               [&removed](const QString& path, const UpdatePoint&, const UpdateResult& result, auto&&...) {
+                   removed.append(result == UpdateResult::Removed ? path : QStringLiteral("other"));
+               });
 
-        QVERIFY(close(QStringLiteral("m.s.mid")));
+        QVERIFY(close("m.s.mid"));
         removed.sort();
         QCOMPARE(removed, QStringList({QStringLiteral("m.s.mid.c"), QStringLiteral("m.s.mid.in.d")}));
-        QCOMPARE(read(QStringLiteral("m.s.mid.in.deep.e")), QVariant(5LL));
+        QCOMPARE(read("m.s.mid.in.deep.e"), QVariant(5LL));
         QCOMPARE(backendOf("m.s.mid.in"), QStringLiteral("m"));
-        QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("m.s.mid")).isBackendRoot);
-        QCOMPARE(read(QStringLiteral("internal.backends.names")),
-                 QVariant(QStringLiteral("m;m.s.mid.in.deep")));
-        QCOMPARE(read(QStringLiteral("internal.backends.names.m.s.mid")), QVariant());
-        QVERIFY(create(QStringLiteral("m.s.mid.c"))); // in the outer file now
-        QVERIFY(!close(QStringLiteral("m")));
-        QCOMPARE(read(QStringLiteral("m.s.mid.c")), QVariant(1LL));
+        QVERIFY(!tree()->getNodeInformation(QStringLiteral("m.s.mid")).isBackendRoot);
+        QCOMPARE(read("internal.backends.names"), QVariant(QStringLiteral("m;m.s.mid.in.deep")));
+        QCOMPARE(read("internal.backends.names.m.s.mid"), QVariant());
+        QVERIFY(create("m.s.mid.c", 1)); // in the outer file now
+        QVERIFY(!close("m"));
+        QCOMPARE(read("m.s.mid.c"), QVariant(1LL));
 
-        QVERIFY(close(QStringLiteral("m"), true));
+        QVERIFY(close("m", true));
         QCOMPARE(paths("m*"),
                  QStringList({QStringLiteral("m"), QStringLiteral("m.s"), QStringLiteral("m.s.mid"),
                               QStringLiteral("m.s.mid.in"), QStringLiteral("m.s.mid.in.deep"),
                               QStringLiteral("m.s.mid.in.deep.e")}));
-        QVERIFY(create(QStringLiteral("m.a")));
+        QVERIFY(create("m.a", 1));
         QCOMPARE(backendOf("m.a"), QString());
-        QVERIFY(close(QStringLiteral("m.s.mid.in.deep")));
+        QVERIFY(close("m.s.mid.in.deep"));
         QCOMPARE(paths("m*"), QStringList({QStringLiteral("m"), QStringLiteral("m.a")}));
         QCOMPARE(paths("internal.backends*"), QStringList({QStringLiteral("internal.backends"),
                                                            QStringLiteral("internal.backends.names")}));
-        QCOMPARE(read(QStringLiteral("internal.backends.names")), QVariant());
-        QVERIFY(!close(QStringLiteral("m")));
+        QCOMPARE(read("internal.backends.names"), QVariant());
+        QVERIFY(!close("m"));
     }
 
     // Undo and redo meet the closing of a backend right after they have taken their step.
@@ -174,7 +123,7 @@ private slots:
     void meetsReplay()
     {
         QFETCH(int, direction);
-        const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n[s]\nb=2\n");
+        const QString file = put("m", "a=1\n[s]\nb=2\n");
         TakenStep taken(file, History::Direction(direction));
         const std::weak_ptr<Backend> watched = taken.backend;
         QVERIFY(taken.close());
@@ -189,8 +138,7 @@ private slots:
 
     void keepsTheBackendWhileItIsEdited()
     {
-        TakenStep taken(TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n"),
-                        History::Direction::Undo);
+        TakenStep taken(put("m", "a=1\n"), History::Direction::Undo);
         const std::weak_ptr<Backend> watched = taken.backend;
         QVERIFY(taken.close());
         bool livesMeanwhile = false;
@@ -207,7 +155,7 @@ private slots:
     // Whoever has found the backend before it was closed comes too late to write what was discarded.
     void endsSaving()
     {
-        const QString file = TestSupport::writeFile(folder->filePath(QStringLiteral("m")), "a=1\n");
+        const QString file = put("m", "a=1\n");
         const auto store = std::make_shared<AttributeStore>();
         Mounts mounts(*store->getTree(), store->getHistory());
         Outcome outcome;
@@ -235,23 +183,19 @@ private slots:
     // Who hears of the mount closes it at once, and mounts another file there.
     void leavesNoWatchBehind()
     {
-        const auto backends = repository->getBackendInterface();
         bool isFirst = true;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("internal.backends.names"),
-            [&](auto&&...) {
-                if (!std::exchange(isFirst, false))
-                    return;
-                QVERIFY(close(QStringLiteral("m")));
-                QVERIFY(mount(QStringLiteral("m"), "b=2\n", QStringLiteral("other")));
-            },
-            8);
-        QVERIFY(mount(QStringLiteral("m"), "a=1\n"));
-        QCOMPARE(read(QStringLiteral("m.b")), QVariant(2LL));
-        TestSupport::writeFile(folder->filePath(QStringLiteral("other")), "b=3\n");
-        QTRY_COMPARE(read(QStringLiteral("m.b")), QVariant(3LL));
+        listen("internal.backends.names", [&](auto&&...) {
+            if (!std::exchange(isFirst, false))
+                return;
+            QVERIFY(close("m"));
+            QVERIFY(mountFile("ini", "m", put("other", "b=2\n")));
+        });
+        QVERIFY(mount("ini", "m", "a=1\n"));
+        QCOMPARE(read("m.b"), QVariant(2LL));
+        put("other", "b=3\n");
+        QTRY_COMPARE(read("m.b"), QVariant(3LL));
         QVERIFY(countOfSystemWatches() > 0);
-        QVERIFY(close(QStringLiteral("m")));
+        QVERIFY(close("m"));
         QTRY_COMPARE(countOfSystemWatches(), 0);
     }
 
@@ -260,18 +204,16 @@ private slots:
     {
         std::atomic<bool> done{false};
         const auto work = [&](int seed) {
-            const auto tree = repository->getTreeInterface();
-            const auto backends = repository->getBackendInterface();
             for (int i = seed; !done; ++i) {
                 const QString path = QStringLiteral("t.s.k%1").arg(i % 20);
                 QVariant value;
                 repository->getReaderInterface()->readAttributeValue(path, value, 0);
                 if (value.isValid())
                     repository->getWriterInterface()->writeAttributeValue(path, i, 15);
-                tree->getNodeInformation(path);
-                tree->getChildren(QStringLiteral("t.s"));
-                if (i % 50 == 0 && backends->getBackendInformation(QStringLiteral("t")))
-                    backends->saveBackend(QStringLiteral("t"));
+                tree()->getNodeInformation(path);
+                tree()->getChildren(QStringLiteral("t.s"));
+                if (i % 50 == 0 && backends()->getBackendInformation(QStringLiteral("t")))
+                    backends()->saveBackend(QStringLiteral("t"));
             }
         };
         QByteArray ini = "[s]\n";
@@ -280,9 +222,9 @@ private slots:
         std::thread first(work, 0);
         std::thread second(work, 7);
         for (int round = 0; round < 30; ++round) {
-            QVERIFY(mount(QStringLiteral("t"), ini));
+            QVERIFY(mount("ini", "t", ini));
             std::this_thread::yield();
-            QVERIFY(close(QStringLiteral("t"), true));
+            QVERIFY(close("t", true));
             QCOMPARE(paths("t*"), QStringList());
         }
         done = true;

@@ -1,13 +1,10 @@
-#include "repository/AttributeRepository.h"
 #include "repository/documents/Formats.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QDate>
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
-#include <QTemporaryDir>
 
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
@@ -51,12 +48,6 @@ QStringList orderOf(AttributeRepository& repository, const QString& root)
     return paths;
 }
 
-bool mountXml(AttributeRepository& repository, const QString& name, const QString& file)
-{
-    return repository.getBackendInterface()->createBackend(QStringLiteral("xml"), name,
-                                                           {file, QString(), AccessMode::ReadWrite}, 2);
-}
-
 void dropEmptyGroups(Content& content)
 {
     for (auto each = content.end(); each != content.begin();) {
@@ -88,34 +79,32 @@ QString firstDifference(const Content& actual, const Content& expected)
 } // namespace
 
 // What is exported and imported into an empty place is the same there, for files of every format.
-class ExportRoundTripTest : public QObject
+class ExportRoundTripTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    QTemporaryDir folder;
+    QTemporaryDir samples; // of all rows
+
+    QString sample(const Name& name, const QByteArray& text) const
+    {
+        return TestSupport::writeFile(samples.filePath(name), text);
+    }
 
 private slots:
     // As a person would write it, arrays and all, so that other programs read what is meant.
     void writesPlainJson()
     {
-        const auto repository = AttributeRepository::create({false});
-        const auto create = [&](const char* path, const QVariant& value) {
-            QVERIFY(repository->getWriterInterface()->createAttribute(QLatin1String(path), value, 2, 3));
-        };
-        create("r.a.0", 1);
-        create("r.a.1", QStringLiteral("\"x\"\n"));
-        create("r.texts.0", QStringLiteral("alone they would be one list"));
-        create("r.list", QStringList{QStringLiteral("x"), QStringLiteral("y")});
-        create("r.long", QStringList{QString(40, QLatin1Char('z')), QString(40, QLatin1Char('z'))});
-        create("r.own", 2.0);
-        create("r.own.gr\xF6\xDF"
-               "e%2E",
-               QVariant());
-        create("r.when", QDate(2024, 2, 29));
-        QByteArray text;
-        QCOMPARE(
-            repository->getTransferInterface()->exportTree(QStringLiteral("r"), QStringLiteral("json"), text),
-            Success);
+        QVERIFY(create("r.a.0", 1));
+        QVERIFY(create("r.a.1", QStringLiteral("\"x\"\n")));
+        QVERIFY(create("r.texts.0", QStringLiteral("alone they would be one list")));
+        QVERIFY(create("r.list", QStringList{QStringLiteral("x"), QStringLiteral("y")}));
+        QVERIFY(create("r.long", QStringList{QString(40, QLatin1Char('z')), QString(40, QLatin1Char('z'))}));
+        QVERIFY(create("r.own", 2.0));
+        QVERIFY(create("r.own.gr\xC3\xB6\xC3\x9F"
+                       "e%2E",
+                       QVariant()));
+        QVERIFY(create("r.when", QDate(2024, 2, 29)));
+        const QByteArray text = exported("r", "json");
         QVERIFY(QJsonDocument::fromJson(text).isObject());
         const QByteArray z(40, 'z');
         QCOMPARE(
@@ -133,12 +122,10 @@ private slots:
     void takesXmlIntoXml_data()
     {
         QTest::addColumn<QString>("fileName");
-        TestSupport::writeFile(folder.filePath(QStringLiteral("prefix.xml")),
-                               "<a:r b:k='1' xmlns:b='v' xmlns:a='u'><c:i xmlns:c='w'><c:j/></c:i></a:r>\n");
-        TestSupport::writeFile(
-            folder.filePath(QStringLiteral("mixed.xml")),
-            "<r>a<i/>b<k>1</k><i x='2'> c <b/><!-- -->&#32;</i><i/>\n<?p?>5<m><l/>d</m></r>\n");
-        for (const QString& root : {folder.path(), TestSupport::corporaPath(QStringLiteral("xml"))}) {
+        sample("prefix.xml", "<a:r b:k='1' xmlns:b='v' xmlns:a='u'><c:i xmlns:c='w'><c:j/></c:i></a:r>\n");
+        sample("mixed.xml",
+               "<r>a<i/>b<k>1</k><i x='2'> c <b/><!-- -->&#32;</i><i/>\n<?p?>5<m><l/>d</m></r>\n");
+        for (const QString& root : {samples.path(), TestSupport::corporaPath(QStringLiteral("xml"))}) {
             if (root.isEmpty())
                 continue;
             QDirIterator files(root, QDir::Files, QDirIterator::Subdirectories);
@@ -150,32 +137,29 @@ private slots:
     void takesXmlIntoXml()
     {
         QFETCH(QString, fileName);
-        const auto repository = AttributeRepository::create({false});
-        if (!mountXml(*repository, QStringLiteral("from"), fileName))
+        if (!mountFile("xml", "from", fileName))
             return; // one of the files that are not of their format
         const Content expected = contentOf(*repository, QStringLiteral("from"));
         const QStringList expectedOrder = orderOf(*repository, QStringLiteral("from"));
-        const auto transfer = repository->getTransferInterface();
         for (const char* way : {"xml", "json", "copy"}) {
             const QString to = QLatin1String("to-") + QLatin1String(way);
-            const QString file = folder.filePath(to);
-            QVERIFY(mountXml(*repository, to, file));
+            const QString file = fileOf(to);
+            QVERIFY(mountFile("xml", to, file));
             if (qstrcmp(way, "copy") == 0) {
                 const QString root = expectedOrder.value(0);
-                QCOMPARE(transfer->copyTree(QStringLiteral("from") + root, to + root), Success);
+                QCOMPARE(copy(QLatin1String("from") + root, to + root), Success);
             } else {
-                QByteArray text;
-                QCOMPARE(transfer->exportTree(QStringLiteral("from"), QLatin1String(way), text), Success);
-                QCOMPARE(transfer->importTree(to, QLatin1String(way), text), Success);
+                QCOMPARE(import(to, way, exported("from", way)), Success);
             }
-            QVERIFY(repository->getBackendInterface()->saveBackend(to));
-            const auto later = AttributeRepository::create({false});
-            QVERIFY(mountXml(*later, to, file));
-            for (AttributeRepository* each : {repository.get(), later.get()}) {
+            QVERIFY(save(to));
+            const auto former = std::exchange(repository, AttributeRepository::create());
+            QVERIFY(mountFile("xml", to, file));
+            for (const auto& each : {former, repository}) {
                 const QString difference = firstDifference(contentOf(*each, to), expected);
                 QVERIFY2(difference.isEmpty(), qPrintable(difference));
                 QCOMPARE(orderOf(*each, to), expectedOrder);
             }
+            repository = former;
             QFile::remove(file);
         }
     }
@@ -183,19 +167,16 @@ private slots:
     // A file of xml needs one element around all, and the prefixes that others declared.
     void exportsXmlSubtrees()
     {
-        const auto repository = AttributeRepository::create({false});
-        QVERIFY(mountXml(*repository, QStringLiteral("x"),
-                         TestSupport::writeFile(folder.filePath(QStringLiteral("nested.xml")),
-                                                "<r xmlns:a='u' xmlns:b='v' xmlns:ab='w'><k/>\n"
-                                                "<k id='1'>t<a:i/><j/></k><a:l b:m='2'><n/></a:l></r>\n")));
-        const auto exported = [&](const char* path) {
-            QByteArray text;
-            repository->getTransferInterface()->exportTree(QLatin1String(path), QStringLiteral("xml"), text);
+        QVERIFY(mount("xml", "x",
+                      "<r xmlns:a='u' xmlns:b='v' xmlns:ab='w'><k/>\n"
+                      "<k id='1'>t<a:i/><j/></k><a:l b:m='2'><n/></a:l></r>\n"));
+        const auto element = [this](const char* path) {
+            const QByteArray text = exported(path, "xml");
             return text.mid(text.indexOf('\n') + 1);
         };
-        QCOMPARE(exported("x.r.k[2]"), QByteArray("<k id=\"1\" xmlns:a=\"u\">t<a:i/><j/></k>\n"));
-        QCOMPARE(exported("x.r.k[2].@id"), QByteArray("<id>1</id>\n"));
-        QCOMPARE(exported("x.r.a:l"),
+        QCOMPARE(element("x.r.k[2]"), QByteArray("<k id=\"1\" xmlns:a=\"u\">t<a:i/><j/></k>\n"));
+        QCOMPARE(element("x.r.k[2].@id"), QByteArray("<id>1</id>\n"));
+        QCOMPARE(element("x.r.a:l"),
                  QByteArray("<a:l b:m=\"2\" xmlns:a=\"u\" xmlns:b=\"v\">\n  <n/>\n</a:l>\n"));
     }
 
@@ -203,18 +184,17 @@ private slots:
     {
         QTest::addColumn<QString>("type");
         QTest::addColumn<QString>("fileName");
-        const auto sample = [this](const char* type, QByteArray content) {
-            content.replace('\'', '"');
-            const QString file = TestSupport::writeFile(
-                folder.filePath(QLatin1String("sample.") + QLatin1String(type)), content);
+        const auto row = [this](const char* type, QByteArray text) {
+            const QString file =
+                sample(QString(QLatin1String("sample.") + QLatin1String(type)), text.replace('\'', '"'));
             QTest::newRow(type) << QString::fromLatin1(type) << file;
         };
-        sample("json",
-               "{'a': {'#value': 1, 'b': [1, [2], {'c': null}], '@id': 1.5, '%40id': -0.0}, 'k': 1, 'k': "
-               "18446744073709551615, '$names': '', 'x.y': ['t'], '': {}, 'e': []}");
-        sample("ini", "top = 1\n[a.b]\nk.l = true\nk = text\n[a.b]\nk = 2\n[#c]\n@d = 007\n[empty]\n");
-        sample("xml", "<r a='1' x:b='2' xmlns:x='u'>t<i/><i>5</i>u<i c='#'/><j.k>%</j.k></r>");
-        sample("txt", "a.b = 1\na.b = 2\na = x\n# type: date\nd = 2024-02-29\n%40.%2E = \n");
+        row("json",
+            "{'a': {'#value': 1, 'b': [1, [2], {'c': null}], '@id': 1.5, '%40id': -0.0}, 'k': 1, 'k': "
+            "18446744073709551615, '$names': '', 'x.y': ['t'], '': {}, 'e': []}");
+        row("ini", "top = 1\n[a.b]\nk.l = true\nk = text\n[a.b]\nk = 2\n[#c]\n@d = 007\n[empty]\n");
+        row("xml", "<r a='1' x:b='2' xmlns:x='u'>t<i/><i>5</i>u<i c='#'/><j.k>%</j.k></r>");
+        row("txt", "a.b = 1\na.b = 2\na = x\n# type: date\nd = 2024-02-29\n%40.%2E = \n");
         for (const std::string& each : Repository::Documents::getDocumentTypes()) {
             const QString type = QString::fromStdString(each);
             const QString corpus = TestSupport::corporaPath(type);
@@ -232,34 +212,23 @@ private slots:
     {
         QFETCH(QString, type);
         QFETCH(QString, fileName);
-        const auto repository = AttributeRepository::create({false});
-        const auto mount = [&](const QString& backendType, const QString& name, const QString& file,
-                               AccessMode access) {
-            return repository->getBackendInterface()->createBackend(backendType, name,
-                                                                    {file, QString(), access}, 2);
-        };
-        if (!mount(type, QStringLiteral("from"), fileName, AccessMode::ReadOnly))
+        if (!mountFile(type, "from", fileName, AccessMode::ReadOnly))
             return; // one of the files that are not of their format
         Content expected = contentOf(*repository, QStringLiteral("from"));
 
         // What only xml holds comes into memory, which holds everything but groups without entries.
         const QString to = QStringLiteral("to");
         if (type != QLatin1String("xml"))
-            QVERIFY(mount(QStringLiteral("json"), to, folder.filePath(to), AccessMode::ReadWrite));
+            QVERIFY(mountFile("json", to, fileOf(to)));
         else
             dropEmptyGroups(expected);
-        const auto transfer = repository->getTransferInterface();
-        QByteArray text;
-        QCOMPARE(transfer->exportTree(QStringLiteral("from"), QStringLiteral("json"), text), Success);
-        QCOMPARE(transfer->importTree(to, QStringLiteral("json"), text), Success);
+        QCOMPARE(import(to, "json", exported("from", "json")), Success);
         const QString difference = firstDifference(contentOf(*repository, to), expected);
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
 
         const QString txt = QStringLiteral("txt");
-        QVERIFY(mount(txt, txt, folder.filePath(txt), AccessMode::ReadWrite));
-        QByteArray lines;
-        QCOMPARE(transfer->exportTree(QStringLiteral("from"), txt, lines), Success);
-        QCOMPARE(transfer->importTree(txt, txt, lines), Success);
+        QVERIFY(mountFile(txt, txt, fileOf(txt)));
+        QCOMPARE(import(txt, txt, exported("from", txt)), Success);
         QCOMPARE(valuesOf(contentOf(*repository, txt)), valuesOf(expected)); // some names are encoded there
     }
 };

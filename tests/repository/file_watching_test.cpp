@@ -1,13 +1,10 @@
 #include "files/FileWatcher.h"
 #include "host/Shared/Logging/LogRecord.h"
-#include "repository/AttributeRepository.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <atomic>
 #include <fcntl.h>
@@ -49,33 +46,13 @@ using FileChange = std::function<void(FileWatchingTest&)>;
 Q_DECLARE_METATYPE(FileChange)
 
 // What other programs do to a mounted file shows in the tree by itself, and nobody's edit is lost.
-class FileWatchingTest : public QObject
+class FileWatchingTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-    std::unique_ptr<QTemporaryDir> scratch;
-    QString folder;
     QString file;
 
-    bool save() { return repository->getBackendInterface()->saveBackend(QStringLiteral("m")); }
-
-    QVariant read(const char* path)
-    {
-        QVariant value;
-        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
-        return value;
-    }
-
-    bool write(const char* path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(QLatin1String(path), value, 15) == 0;
-    }
-
-    QVector<Interfaces::UnsavedChange> unsaved()
-    {
-        return repository->getChangesInterface()->getUnsavedChanges(QStringLiteral("m"));
-    }
+    QVector<Interfaces::UnsavedChange> unsaved() { return changes()->getUnsavedChanges(QStringLiteral("m")); }
 
     bool isConflict(const char* path)
     {
@@ -90,21 +67,15 @@ private slots:
     // The file lies behind a link in a folder behind a link.
     void init()
     {
-        scratch = std::make_unique<QTemporaryDir>();
-        QDir top(scratch->path());
+        RepositoryTest::init();
+        QDir top(folder->path());
         QVERIFY(top.mkpath(QStringLiteral("real/deep")) && top.mkpath(QStringLiteral("other")));
-        folder = scratch->filePath(QStringLiteral("real/deep"));
-        file = folder + QStringLiteral("/f");
+        file = fileOf("real/deep/f");
         writeFile(file, oven);
-        QVERIFY(QFile::link(QStringLiteral("real"), scratch->filePath(QStringLiteral("link"))));
-        QVERIFY(QFile::link(QStringLiteral("link/deep/f"), scratch->filePath(QStringLiteral("config"))));
-        repository = AttributeRepository::create();
-        QVERIFY(repository->getBackendInterface()->createBackend(
-            QStringLiteral("ini"), QStringLiteral("m"),
-            {scratch->filePath(QStringLiteral("config")), {}, AccessMode::ReadWrite}, 2));
+        QVERIFY(QFile::link(QStringLiteral("real"), fileOf("link")));
+        QVERIFY(QFile::link(QStringLiteral("link/deep/f"), fileOf("m")));
+        QVERIFY(mountFile("ini", "m", fileOf("m")));
     }
-
-    void cleanup() { repository.reset(); }
 
     void bringsChangesIn_data()
     {
@@ -149,23 +120,21 @@ private slots:
             writeFile(t.file, withSpeed(9));
         });
         row("folder away and back", [](auto& t) {
-            const QString away = t.scratch->filePath(QStringLiteral("away"));
-            const QString upper = t.scratch->filePath(QStringLiteral("real"));
+            const QString away = t.fileOf("away");
+            const QString upper = t.fileOf("real");
             QVERIFY(QFile::rename(upper, away));
             QTRY_VERIFY(t.isConflict("m"));
             writeFile(away + QStringLiteral("/deep/f"), withSpeed(9));
             QVERIFY(QFile::rename(away, upper));
         });
         row("another folder behind the link", [](auto& t) {
-            QDir(t.scratch->path()).mkpath(QStringLiteral("other/deep"));
-            writeFile(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(8));
-            const QString other = t.scratch->filePath(QStringLiteral("new link"));
+            QDir(t.folder->path()).mkpath(QStringLiteral("other/deep"));
+            writeFile(t.fileOf("other/deep/f"), withSpeed(8));
+            const QString other = t.fileOf("new link");
             QVERIFY(QFile::link(QStringLiteral("other"), other));
-            QCOMPARE(::rename(QFile::encodeName(other),
-                              QFile::encodeName(t.scratch->filePath(QStringLiteral("link")))),
-                     0);
+            QCOMPARE(::rename(QFile::encodeName(other), QFile::encodeName(t.fileOf("link"))), 0);
             QTRY_COMPARE(t.read("m.fan.speed"), QVariant(8LL));
-            writeFile(t.scratch->filePath(QStringLiteral("other/deep/f")), withSpeed(9));
+            writeFile(t.fileOf("other/deep/f"), withSpeed(9));
         });
     }
 
@@ -179,10 +148,7 @@ private slots:
         QTRY_COMPARE(read("m.fan.speed"), QVariant(9LL));
         QCOMPARE(read("m.oven.limit"), QVariant(300LL));
         QVERIFY(!isConflict("m.oven.limit") && !isConflict("m"));
-        QVERIFY(save());
-        QFile saved(scratch->filePath(QStringLiteral("config")));
-        QVERIFY(saved.open(QIODevice::ReadOnly));
-        QCOMPARE(saved.readAll(), withSpeed(9).replace("250", "300"));
+        QCOMPARE(saved(), withSpeed(9).replace("250", "300"));
     }
 
     void keepsWhatBothChanged()
@@ -202,7 +168,7 @@ private slots:
         const int before = countFailures("stays as it was");
         for (int i = 0; i < 3; ++i) {
             replace(file, oven + "[oven\n");
-            QTRY_COMPARE(countFailures("f:8:1") > 0 || countFailures("config:8:1") > 0, true);
+            QTRY_COMPARE(countFailures("f:8:1") > 0 || countFailures("m:8:1") > 0, true);
         }
         QCOMPARE(countFailures("stays as it was"), before + 1);
         QCOMPARE(read("m.fan.speed"), QVariant(3LL));
@@ -227,9 +193,7 @@ private slots:
             8);
         replace(file, withSpeed(5));
         QTRY_VERIFY(isDone);
-        QFile saved(file);
-        QVERIFY(saved.open(QIODevice::ReadOnly));
-        QCOMPARE(saved.readAll(), withSpeed(5).replace("true", "false"));
+        QCOMPARE(TestSupport::contentOf(file), withSpeed(5).replace("true", "false"));
     }
 
     // It is reported at once, and both files are watched when a thread can be started.

@@ -1,12 +1,8 @@
-#include "host/Shared/Logging/LogRecord.h"
-#include "repository/AttributeRepository.h"
 #include "repository/documents/Formats.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 #include "tests/support/TreeWriter.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <thread>
@@ -14,7 +10,6 @@
 using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
-using Repository::AttributeRepository;
 
 namespace {
 
@@ -37,82 +32,19 @@ void onAnotherThread(const std::function<void()>& function)
 
 } // namespace
 
-class HistoryTest : public QObject
+class HistoryTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
     using Operation = std::function<bool(HistoryTest&)>;
 
-    std::shared_ptr<AttributeRepository> repository;
-    std::unique_ptr<QTemporaryDir> folder;
     QVector<Operation> operations;
-
-    bool mount(const QString& type, const QString& name, const QByteArray& text,
-               AccessMode access = AccessMode::ReadWrite)
-    {
-        const QString file = TestSupport::writeFile(folder->filePath(name), text);
-        return repository->getBackendInterface()->createBackend(type, name, {file, QString(), access}, 2);
-    }
-
-    QByteArray saved(const QString& name = QStringLiteral("m"))
-    {
-        if (!repository->getBackendInterface()->saveBackend(name))
-            return "not saved";
-        QFile file(folder->filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
-
-    QStringList tree()
-    {
-        QStringList lines;
-        QStringList paths = repository->getTreeInterface()->findPaths({QStringLiteral("m*")});
-        paths.sort();
-        for (const QString& path : qAsConst(paths)) {
-            QVariant value;
-            const bool isAttribute =
-                repository->getReaderInterface()->readAttributeValue(path, value, 0) == 0;
-            const auto node = repository->getTreeInterface()->getNodeInformation(path);
-            lines.append(QStringLiteral("%1 %2 %3 %4 %5")
-                             .arg(path, isAttribute ? value.toString() : QStringLiteral("-"), node.dataType)
-                             .arg(int(node.accessMode))
-                             .arg(node.childCount));
-        }
-        return lines;
-    }
-
-    QVariant read(const char* path)
-    {
-        QVariant value;
-        repository->getReaderInterface()->readAttributeValue(QLatin1String(path), value, 0);
-        return value;
-    }
-
-    bool write(const char* path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(QLatin1String(path), value, 15) == 0;
-    }
-
-    bool create(const char* path, const QVariant& value, int access = 3)
-    {
-        return repository->getWriterInterface()->createAttribute(QLatin1String(path), value, 3, access);
-    }
-
-    bool remove(const char* path)
-    {
-        return repository->getTreeInterface()->removeTree(QLatin1String(path)) == Success;
-    }
-
-    std::shared_ptr<Interfaces::TransferInterface> transfer() { return repository->getTransferInterface(); }
-    std::shared_ptr<Interfaces::HistoryInterface> history() { return repository->getHistoryInterface(); }
-
-    QString lastFailure() { return Shared::Logging::LogRecord::instance().getLines().last().text; }
 
 private slots:
     void init()
     {
-        repository = AttributeRepository::create();
+        RepositoryTest::init();
         history()->recordThisThread();
-        folder = std::make_unique<QTemporaryDir>();
     }
 
     void takesBackAndDoesAgain_data()
@@ -130,26 +62,23 @@ private slots:
             }
         };
         const char* all = "json ini xml txt";
-        row(all, "Write m.r.a", [](HistoryTest& test) { return test.write("m.r.a", -20); });
+        row(all, "Write m.r.a", [](HistoryTest& test) { return test.write("m.r.a", -20).ok(); });
         row(all, "Write m.r.s.k",
-            [](HistoryTest& test) { return test.write("m.r.s.k", QLatin1String("longer \"text\"")); });
-        row("json", "Write m.r.s.n", [](HistoryTest& test) { return test.write("m.r.s.n", 5); });
-        row(all, "Create m.r.b", [](HistoryTest& test) { return test.create("m.r.b", 7, 1); });
+            [](HistoryTest& test) { return test.write("m.r.s.k", QLatin1String("longer \"text\"")).ok(); });
+        row("json", "Write m.r.s.n", [](HistoryTest& test) { return test.write("m.r.s.n", 5).ok(); });
+        row(all, "Create m.r.b", [](HistoryTest& test) { return test.create("m.r.b", 7, 1).ok(); });
         row(all, "Create m.r.s.d.e.f",
-            [](HistoryTest& test) { return test.create("m.r.s.d.e.f", QLatin1String("t")); });
-        row(all, "Remove m.r.a", [](HistoryTest& test) { return test.remove("m.r.a"); });
-        row(all, "Remove m.r.s", [](HistoryTest& test) { return test.remove("m.r.s"); });
-        row(all, "Remove m.r.z", [](HistoryTest& test) { return test.remove("m.r.z"); });
-        row("json", "Remove m.r.s.l.0", [](HistoryTest& test) { return test.remove("m.r.s.l.0"); });
-        row(all, "Copy m.r.s to m.r.s2", [](HistoryTest& test) {
-            return test.transfer()->copyTree(QStringLiteral("m.r.s"), QStringLiteral("m.r.s2")) == Success;
-        });
-        row(all, "Move m.r.s to m.r.t.u", [](HistoryTest& test) {
-            return test.transfer()->moveTree(QStringLiteral("m.r.s"), QStringLiteral("m.r.t.u")) == Success;
-        });
+            [](HistoryTest& test) { return test.create("m.r.s.d.e.f", QLatin1String("t")).ok(); });
+        row(all, "Remove m.r.a", [](HistoryTest& test) { return test.remove("m.r.a").ok(); });
+        row(all, "Remove m.r.s", [](HistoryTest& test) { return test.remove("m.r.s").ok(); });
+        row(all, "Remove m.r.z", [](HistoryTest& test) { return test.remove("m.r.z").ok(); });
+        row("json", "Remove m.r.s.l.0", [](HistoryTest& test) { return test.remove("m.r.s.l.0").ok(); });
+        row(all, "Copy m.r.s to m.r.s2",
+            [](HistoryTest& test) { return test.copy("m.r.s", "m.r.s2") == Success; });
+        row(all, "Move m.r.s to m.r.t.u",
+            [](HistoryTest& test) { return test.move("m.r.s", "m.r.t.u") == Success; });
         row(all, "Import m.r", [](HistoryTest& test) {
-            return test.transfer()->importTree(QStringLiteral("m.r"), QStringLiteral("json"),
-                                               "{\"a\": 9, \"s\": {\"k\": \"y\", \"new\": 1}}") == Success;
+            return test.import("m.r", "json", "{\"a\": 9, \"s\": {\"k\": \"y\", \"new\": 1}}") == Success;
         });
         row(all, "Many things", [](HistoryTest& test) {
             const auto step = test.history()->beginStep(QStringLiteral("Many things"));
@@ -164,38 +93,36 @@ private slots:
         QFETCH(QString, type);
         QFETCH(int, operation);
         QFETCH(QString, name);
-        QVERIFY(mount(type, QStringLiteral("m"), samples[type]));
-        const QStringList before = tree();
+        QVERIFY(mount(type, "m", samples[type]));
+        const QStringList before = content();
         QVERIFY(operations[operation](*this));
-        const QStringList after = tree();
+        const QStringList after = content();
         QVERIFY(after != before);
         const QByteArray savedAfter = saved();
 
         QCOMPARE(history()->getUndoName(), name);
         QCOMPARE(history()->undo(), Success);
-        QCOMPARE(tree(), before);
+        QCOMPARE(content(), before);
         QCOMPARE(saved(), samples[type]);
         QCOMPARE(history()->getUndoName(), QString());
         QCOMPARE(history()->getRedoName(), name);
         QCOMPARE(history()->redo(), Success);
-        QCOMPARE(tree(), after);
+        QCOMPARE(content(), after);
         QCOMPARE(saved(), savedAfter);
         QCOMPARE(history()->undo(), Success);
         QCOMPARE(saved(), samples[type]);
 
         // What is left is what a fresh load shows.
-        repository = AttributeRepository::create();
-        QVERIFY(repository->getBackendInterface()->createBackend(
-            type, QStringLiteral("m"),
-            {folder->filePath(QStringLiteral("m")), QString(), AccessMode::ReadWrite}, 2));
-        QCOMPARE(tree(), before);
+        restart();
+        QVERIFY(mountFile(type, "m", fileOf("m")));
+        QCOMPARE(content(), before);
     }
 
     // The document that the first undo has read anew knows nothing of how the number was spelled before.
     void bringsBackSpellings()
     {
         const QByteArray text = "{\"a\": 1.50, \"z\": 1}";
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), text));
+        QVERIFY(mount("json", "m", text));
         QVERIFY(write("m.a", 2.5));
         QVERIFY(remove("m.z"));
         QCOMPARE(history()->undo(), Success);
@@ -205,16 +132,16 @@ private slots:
 
     void takesBackReverting()
     {
-        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m"), samples[QStringLiteral("ini")]));
+        QVERIFY(mount("ini", "m", samples[QStringLiteral("ini")]));
         onAnotherThread([this] {
             write("m.r.a", 2);
             remove("m.r.z");
         });
-        const QStringList before = tree();
-        QCOMPARE(repository->getChangesInterface()->revert(QStringLiteral("m")), Success);
+        const QStringList before = content();
+        QCOMPARE(changes()->revert(QStringLiteral("m")), Success);
         QCOMPARE(history()->getUndoName(), QStringLiteral("Revert m"));
         QCOMPARE(history()->undo(), Success);
-        QCOMPARE(tree(), before);
+        QCOMPARE(content(), before);
     }
 
     void takesBackManySteps_data()
@@ -232,12 +159,12 @@ private slots:
             QByteArray text;
         };
         QFETCH(QString, type);
-        QVERIFY(mount(type, QStringLiteral("m"), samples[type]));
+        QVERIFY(mount(type, "m", samples[type]));
         TestSupport::TreeWriter writer(repository, QStringLiteral("m.r"), 5, 4, 3);
         std::vector<State> states;
         for (int i = 0; states.size() < 100; ++i) {
             QVERIFY(i < 2000);
-            const State state{tree(), saved()};
+            const State state{content(), saved()};
             const QString name = QString::number(i);
             {
                 const auto step = history()->beginStep(name);
@@ -246,25 +173,25 @@ private slots:
             if (history()->getUndoName() == name)
                 states.push_back(state);
             else
-                QCOMPARE(tree(), state.tree);
+                QCOMPARE(content(), state.tree);
         }
-        const State last{tree(), saved()};
+        const State last{content(), saved()};
         for (auto state = states.rbegin(); state != states.rend(); ++state) {
             QCOMPARE(history()->undo(), Success);
-            QCOMPARE(tree(), state->tree);
+            QCOMPARE(content(), state->tree);
             QCOMPARE(saved(), state->text);
         }
         QCOMPARE(history()->undo(), NotFound);
         for (std::size_t i = 0; i < states.size(); ++i)
             QCOMPARE(history()->redo(), Success);
-        QCOMPARE(tree(), last.tree);
+        QCOMPARE(content(), last.tree);
         QCOMPARE(saved(), last.text);
     }
 
     // Other writers' changes stay: undo either fits beside them or is refused as a whole.
     void respectsWhatHasChangedSince()
     {
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));
         QVERIFY(remove("m.r.s"));
         onAnotherThread([this] { write("m.r.a", 50); });
         QCOMPARE(history()->undo(), Success);
@@ -281,15 +208,16 @@ private slots:
             QVERIFY(create("m.r.y", 1));
         }
         onAnotherThread([this] { write("m.r.z", true); });
-        const QStringList before = tree();
+        const QStringList before = content();
         int heard = 0;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("m*"), [&heard](auto&&...) { ++heard; }, 15);
-        QCOMPARE(history()->undo(), NotWritable);
-        QVERIFY2(lastFailure().contains(
+        listen(
+            "m*", [&heard](auto&&...) { ++heard; }, 15);
+        const Outcome refusal = history()->undo();
+        QCOMPARE(refusal, NotWritable);
+        QVERIFY2(refusal.toText().startsWith(
                      QStringLiteral("'Two' was not undone: it has been changed since: 'm.r.z'")),
-                 qPrintable(lastFailure()));
-        QCOMPARE(tree(), before);
+                 qPrintable(refusal.toText()));
+        QCOMPARE(content(), before);
         QCOMPARE(heard, 0);
         onAnotherThread([this] { write("m.r.z", false); });
         QCOMPARE(history()->undo(), Success);
@@ -301,14 +229,14 @@ private slots:
     // What undo would lose is not undone: what others have made below a created attribute.
     void keepsWhatOthersMadeBelow()
     {
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));
         QVERIFY(create("m.r.g.first", 1));
         onAnotherThread([this] { create("m.r.g.second", 2); });
         QCOMPARE(history()->undo(), Success);
         QCOMPARE(read("m.r.g.first"), QVariant());
         QCOMPARE(read("m.r.g.second"), QVariant(2LL));
         QVERIFY(create("m.r.h", 1));
-        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("m.r.h.in"), "k=1\n"));
+        QVERIFY(mount("ini", "m.r.h.in", "k=1\n"));
         QCOMPARE(history()->undo(), Success);
         QCOMPARE(read("m.r.h"), QVariant());
         QCOMPARE(read("m.r.h.in.k"), QVariant(1LL));
@@ -316,8 +244,8 @@ private slots:
 
     void recordsOnlyEditing()
     {
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
-        QVERIFY(mount(QStringLiteral("ini"), QStringLiteral("w"), "k=1\n", AccessMode::WriteOnly));
+        QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));
+        QVERIFY(mount("ini", "w", "k=1\n", AccessMode::WriteOnly));
         onAnotherThread([this] {
             write("m.r.a", 2);
             create("m.r.other", 1);
@@ -347,19 +275,16 @@ private slots:
         QCOMPARE(history()->redo(), Success);
         QVERIFY(write("m.r.z", false));
         QCOMPARE(history()->getRedoName(), QString());
-        QVERIFY(repository->getBackendInterface()->closeBackend(QStringLiteral("m"), true));
+        QVERIFY(close("m", true));
         QCOMPARE(history()->getUndoName(), QString());
     }
 
     // What a watcher writes in answer belongs to the step, and its answer to an undo is no new one.
     void bindsAnswersOfWatchers()
     {
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("m.r.a"),
-            [this](const QString&, const UpdatePoint&, const UpdateResult&, const QVariant& value,
-                   const QString&) { write("m.r.z", value.toInt() < 5); },
-            8);
+        QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));
+        listen("m.r.a", [this](const QString&, const UpdatePoint&, const UpdateResult&, const QVariant& value,
+                               const QString&) { write("m.r.z", value.toInt() < 5); });
         QVERIFY(write("m.r.a", 9));
         QCOMPARE(read("m.r.z"), QVariant(false));
         QCOMPARE(history()->undo(), Success);
@@ -373,9 +298,9 @@ private slots:
     {
         Repository::RepositoryOptions options;
         options.historyBound = 20000;
-        repository = AttributeRepository::create(options);
+        restart(options);
         history()->recordThisThread();
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), "{\"a\": \"\"}"));
+        QVERIFY(mount("json", "m", "{\"a\": \"\"}"));
         for (int i = 0; i < 100; ++i)
             QVERIFY(write("m.a", QString(500, QLatin1Char(char('a' + i % 26)))));
         int undone = 0;
@@ -393,22 +318,22 @@ private slots:
         for (int i = 0; i < 60000; ++i)
             text += "\"k" + QByteArray::number(i) + "\": " + QByteArray::number(i) + ",\n";
         text += "\"last\": 1}, \"other\": 2}";
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), text));
+        QVERIFY(mount("json", "m", text));
         QVERIFY(remove("m.big"));
         QCOMPARE(history()->undo(), Success);
         QCOMPARE(read("m.big.k59999"), QVariant(59999LL));
         QCOMPARE(saved(), text);
         QCOMPARE(history()->redo(), Success);
-        QCOMPARE(tree().size(), 2);
+        QCOMPARE(content().size(), 2);
         onAnotherThread([this] { write("m.other", 3); });
         QCOMPARE(history()->undo(), NotWritable);
-        QCOMPARE(tree().size(), 2);
+        QCOMPARE(content().size(), 2);
     }
 
     // Undo and redo meet other writers, saves, and steps of other threads.
     void worksBesideOtherThreads()
     {
-        QVERIFY(mount(QStringLiteral("json"), QStringLiteral("m"), samples[QStringLiteral("json")]));
+        QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));
         std::atomic<bool> done{false};
         std::thread other([&] {
             for (int i = 0; !done; ++i) {
@@ -429,13 +354,11 @@ private slots:
         }
         done = true;
         other.join();
-        const QStringList last = tree();
+        const QStringList last = content();
         saved();
-        const QString file = folder->filePath(QStringLiteral("m"));
-        repository = AttributeRepository::create();
-        QVERIFY(repository->getBackendInterface()->createBackend(
-            QStringLiteral("json"), QStringLiteral("m"), {file, QString(), AccessMode::ReadWrite}, 2));
-        QCOMPARE(tree(), last);
+        restart();
+        QVERIFY(mountFile("json", "m", fileOf("m")));
+        QCOMPARE(content(), last);
     }
 };
 

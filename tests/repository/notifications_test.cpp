@@ -1,6 +1,5 @@
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QRandomGenerator>
 
@@ -11,16 +10,14 @@
 using namespace FrameworkCore::AppConfig;
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
-using Repository::AttributeRepository;
 
-class NotificationsTest : public QObject
+class NotificationsTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
     QStringList heard;
 
-    std::shared_ptr<Interfaces::RegistrationInterface> listen(const QString& target, int points)
+    std::shared_ptr<Interfaces::RegistrationInterface> watch(const QString& target, int points = 8)
     {
         const auto hear = [this, target](const QString& path, const UpdatePoint& point,
                                          const UpdateResult& result, const QVariant& value, const QString&) {
@@ -30,17 +27,7 @@ class NotificationsTest : public QObject
                                   QLatin1String(names[int(result)]),
                                   value.isValid() ? value.toString() : QStringLiteral("-")));
         };
-        return repository->getNotificationInterface()->registerUpdateCallback(target, hear, points);
-    }
-
-    int write(const QString& path, const QVariant& value, int points = 15)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(path, value, points);
-    }
-
-    bool create(const QString& path, const QVariant& value, int access = 3)
-    {
-        return repository->getWriterInterface()->createAttribute(path, value, 3, access);
+        return listen(target, hear, points);
     }
 
     QStringList takeHeard() { return std::exchange(heard, {}); }
@@ -48,25 +35,25 @@ class NotificationsTest : public QObject
 private slots:
     void init()
     {
-        repository = AttributeRepository::create();
+        RepositoryTest::init();
         heard.clear();
     }
 
     void tellsEachOutcome()
     {
         const QString path = QStringLiteral("a.b");
-        listen(path, 8);
-        listen(QStringLiteral("a*"), 8);
+        watch(path);
+        watch(QStringLiteral("a*"));
         QVERIFY(create(path, 1));
         QCOMPARE(takeHeard(), QStringList({QStringLiteral("a.b: a.b 8 created 1"),
                                            QStringLiteral("a*: a.b 8 created 1")}));
-        QCOMPARE(write(path, 1), 0);
+        QVERIFY(write(path, 1));
         QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 unchanged 1"));
-        QCOMPARE(write(path, 2), 0);
+        QVERIFY(write(path, 2));
         QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 changed 2"));
-        QVERIFY(write(path, QStringLiteral("no number")) != 0);
+        QVERIFY(!write(path, QStringLiteral("no number")));
         QCOMPARE(takeHeard(), QStringList());
-        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("a")), Success);
+        QCOMPARE(remove("a"), Success);
         QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 removed -"));
         QVERIFY(create(path, QStringLiteral("back"))); // the registration has survived
         QCOMPARE(takeHeard().first(), QStringLiteral("a.b: a.b 8 created back"));
@@ -74,53 +61,50 @@ private slots:
 
     void tellsTheLeastChangeOfANumber()
     {
-        create(QStringLiteral("x"), 0.1 + 0.2);
-        listen(QStringLiteral("x"), 8);
-        write(QStringLiteral("x"), 0.3);
+        create("x", 0.1 + 0.2);
+        watch(QStringLiteral("x"));
+        write("x", 0.3);
         QCOMPARE(takeHeard().first(), QStringLiteral("x: x 8 changed 0.3"));
     }
 
     void deliversPointsInOrder()
     {
-        create(QStringLiteral("x"), 0);
-        listen(QStringLiteral("x"), 13);
-        write(QStringLiteral("x"), 1, 15);
+        create("x", 0);
+        watch(QStringLiteral("x"), 13);
+        write("x", 1, 15);
         QCOMPARE(takeHeard(),
                  QStringList({QStringLiteral("x: x 1 changed 1"), QStringLiteral("x: x 4 changed 1"),
                               QStringLiteral("x: x 8 changed 1")}));
-        write(QStringLiteral("x"), 2, 2);
+        write("x", 2, 2);
         QCOMPARE(takeHeard(), QStringList());
     }
 
     void hidesWriteOnlyValues()
     {
-        listen(QStringLiteral("secret"), 8);
-        create(QStringLiteral("secret"), QStringLiteral("1234"), 2);
-        write(QStringLiteral("secret"), QStringLiteral("5678"));
+        watch(QStringLiteral("secret"));
+        create("secret", QStringLiteral("1234"), 2);
+        write("secret", QStringLiteral("5678"));
         QCOMPARE(takeHeard().join(QLatin1Char('|')),
                  QStringLiteral("secret: secret 8 created -|secret: secret 8 changed -"));
     }
 
     void endsFromInsideAndOutside()
     {
-        create(QStringLiteral("x"), 0);
+        create("x", 0);
         int calls = 0;
         std::shared_ptr<Interfaces::RegistrationInterface> handle;
-        handle = repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("x*"),
-            [&](auto&&...) {
-                ++calls;
-                handle->end();
-            },
-            8);
-        auto other = listen(QStringLiteral("x"), 8);
-        write(QStringLiteral("x"), 1);
+        handle = listen("x*", [&](auto&&...) {
+            ++calls;
+            handle->end();
+        });
+        auto other = watch(QStringLiteral("x"));
+        write("x", 1);
         other->end();
         other->end();
-        write(QStringLiteral("x"), 2);
+        write("x", 2);
         QCOMPARE(calls, 1);
         QCOMPARE(takeHeard().size(), 1);
-        listen(QStringLiteral("x"), 8); // the dropped handle leaves it in force
+        watch(QStringLiteral("x")); // the dropped handle leaves it in force
         repository->getWriterInterface()->writeAttributeValue(QStringLiteral("x"), 3, 8);
         QCOMPARE(takeHeard().size(), 1);
     }
@@ -135,13 +119,12 @@ private slots:
         for (int round = 0; round < 500; ++round) {
             if (open.isEmpty() || random.bounded(5) > 1) {
                 const auto call = [&called, round](auto&&...) { called.append(round); };
-                open.append(
-                    {round, repository->getNotificationInterface()->registerUpdateCallback(path, call, 8)});
+                open.append({round, listen(path, call)});
             } else {
                 open.takeAt(int(random.bounded(open.size()))).second->end();
             }
             if (random.bounded(20) == 0) { // they wait for the attribute to come back
-                repository->getTreeInterface()->removeTree(path);
+                remove(path);
                 create(path, 0);
             }
             called.clear();
@@ -152,8 +135,7 @@ private slots:
             QCOMPARE(called, expected);
         }
         for (int i = 0; i < 300000; ++i) // as long as no stack is deep
-            repository->getNotificationInterface()->registerUpdateCallback(
-                path, [](auto&&...) {}, 8);
+            listen(path, [](auto&&...) {});
         repository.reset();
         for (const auto& [number, handle] : open)
             handle->end();
@@ -161,35 +143,31 @@ private slots:
 
     void callbackMayUseTheRepository()
     {
-        create(QStringLiteral("x"), 0);
+        create("x", 0);
         const auto react = [this](auto&&...) {
-            create(QStringLiteral("made.by.callback"), 1);
-            write(QStringLiteral("made.by.callback"), 2);
-            listen(QStringLiteral("y"), 8);
-            repository->getTreeInterface()->removeTree(QStringLiteral("x"));
+            create("made.by.callback", 1);
+            write("made.by.callback", 2);
+            watch(QStringLiteral("y"));
+            remove("x");
         };
-        repository->getNotificationInterface()->registerUpdateCallback(QStringLiteral("x"), react, 8)->end();
-        const auto handle = repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("x"),
-            [this, react, once = false](auto&&... rest) mutable {
-                if (!std::exchange(once, true))
-                    react(rest...);
-            },
-            8);
-        write(QStringLiteral("x"), 1);
+        listen("x", react)->end();
+        const auto handle = listen("x", [this, react, once = false](auto&&... rest) mutable {
+            if (!std::exchange(once, true))
+                react(rest...);
+        });
+        write("x", 1);
         QVariant value;
         repository->getReaderInterface()->readAttributeValue(QStringLiteral("made.by.callback"), value, 0);
         QCOMPARE(value, QVariant(2LL));
-        QVERIFY(!repository->getTreeInterface()->getNodeInformation(QStringLiteral("x")).exists);
+        QVERIFY(!exists("x"));
     }
 
     void throwingCallbackHarmsNobody()
     {
-        create(QStringLiteral("x"), 0);
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("x"), [](auto&&...) { throw std::runtime_error("broken callback"); }, 8);
-        listen(QStringLiteral("x"), 8);
-        QCOMPARE(write(QStringLiteral("x"), 1), 0);
+        create("x", 0);
+        listen("x", [](auto&&...) { throw std::runtime_error("broken callback"); });
+        watch(QStringLiteral("x"));
+        QVERIFY(write("x", 1));
         QCOMPARE(takeHeard().size(), 1);
     }
 
@@ -218,7 +196,7 @@ private slots:
         for (int step = 0; step < 3000; ++step) {
             const QString pattern = text(alphabet.size());
             if (pattern.contains(QLatin1Char('*')) && !patterns.contains(pattern))
-                patterns.insert(pattern, listen(pattern, 8));
+                patterns.insert(pattern, watch(pattern));
             const bool isGrowing = step / 750 % 2 == 0;
             for (int ends = isGrowing ? 0 : 2; ends > 0 && !patterns.isEmpty(); --ends) {
                 const auto ended = patterns.begin() + random.bounded(patterns.size());
@@ -230,7 +208,7 @@ private slots:
                 patterns.isEmpty() ? text(2) : (patterns.begin() + random.bounded(patterns.size())).key();
             while (path.contains(QLatin1Char('*')))
                 path.replace(path.indexOf(QLatin1Char('*')), 1, text(2));
-            QVERIFY(create(path, step));
+            QVERIFY(create(path, step, 3, 3));
             QStringList told;
             for (const QString& line : takeHeard())
                 told.append(line.section(QLatin1Char(':'), 0, 0));
@@ -252,15 +230,14 @@ private slots:
         QVERIFY(create(path, 1));
         for (const QString& target : {path, QStringLiteral("*a"), QStringLiteral("a*")}) {
             int lastWrite = -1;
-            std::shared_ptr<int> captured(&lastWrite,
-                                          [this, path](int* result) { *result = write(path, 9); });
-            const auto handle = repository->getNotificationInterface()->registerUpdateCallback(
-                target, [captured](auto&&...) {}, 8);
+            std::shared_ptr<int> captured(
+                &lastWrite, [this, path](int* result) { *result = write(path, 9).getStatus(); });
+            const auto handle = listen(target, [captured](auto&&...) {});
             captured.reset();
-            QCOMPARE(write(path, 2), 0);
+            QVERIFY(write(path, 2));
             handle->end();
-            QCOMPARE(write(path, 3), 0);
-            QCOMPARE(lastWrite, 0);
+            QVERIFY(write(path, 3));
+            QCOMPARE(lastWrite, int(Success));
         }
     }
 
@@ -275,24 +252,19 @@ private slots:
     void keepsACallbackWhileItRuns()
     {
         QFETCH(bool, isNested);
-        create(QStringLiteral("x"), 0);
-        create(QStringLiteral("y"), 0);
-        const auto notifications = repository->getNotificationInterface();
+        create("x", 0);
+        create("y", 0);
         if (isNested)
-            notifications->registerUpdateCallback(
-                QStringLiteral("y"), [this](auto&&...) { write(QStringLiteral("x"), 1); }, 8);
+            listen("y", [this](auto&&...) { write("x", 1); });
         std::promise<void> running;
         std::promise<void> ended;
         auto captured = std::make_shared<int>(0);
         const std::weak_ptr<int> watched = captured;
-        auto handle = notifications->registerUpdateCallback(
-            QStringLiteral("x"),
-            [&running, &ended, captured](auto&&...) {
-                running.set_value();
-                ended.get_future().wait();
-                ++*captured;
-            },
-            8);
+        auto handle = listen("x", [&running, &ended, captured](auto&&...) {
+            running.set_value();
+            ended.get_future().wait();
+            ++*captured;
+        });
         captured.reset();
         std::thread writer([&] { write(isNested ? QStringLiteral("y") : QStringLiteral("x"), 1); });
         running.get_future().wait();
@@ -309,34 +281,28 @@ private slots:
     // callback has the last one in the end, whatever the callbacks bring.
     void lastReadIsTheNewest()
     {
-        create(QStringLiteral("x"), 0);
+        create("x", 0);
         std::promise<void> held;
         std::promise<void> goOn;
         std::atomic<bool> isFirst{true};
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("x"),
-            [&](auto&&...) {
-                if (!isFirst.exchange(false))
-                    return;
-                held.set_value();
-                goOn.get_future().wait();
-            },
-            8);
+        listen("x", [&](auto&&...) {
+            if (!isFirst.exchange(false))
+                return;
+            held.set_value();
+            goOn.get_future().wait();
+        });
         QList<int> brought;
         QList<int> found;
-        repository->getNotificationInterface()->registerUpdateCallback(
-            QStringLiteral("x"),
-            [&](const QString& path, const UpdatePoint&, const UpdateResult&, const QVariant& value,
-                const QString&) {
-                QVariant current;
-                repository->getReaderInterface()->readAttributeValue(path, current, 0);
-                brought.append(value.toInt());
-                found.append(current.toInt());
-            },
-            8);
-        std::thread first([this] { write(QStringLiteral("x"), 1); });
+        listen("x", [&](const QString& path, const UpdatePoint&, const UpdateResult&, const QVariant& value,
+                        const QString&) {
+            QVariant current;
+            repository->getReaderInterface()->readAttributeValue(path, current, 0);
+            brought.append(value.toInt());
+            found.append(current.toInt());
+        });
+        std::thread first([this] { write("x", 1); });
         held.get_future().wait();
-        write(QStringLiteral("x"), 2);
+        write("x", 2);
         goOn.set_value();
         first.join();
         QCOMPARE(found, QList<int>({2, 2}));
@@ -352,31 +318,22 @@ private slots:
         std::atomic<int> exactCalls{0};
         std::atomic<int> patternCalls{0};
         const auto captured = std::make_shared<std::atomic<int>>(0);
-        const auto notifications = repository->getNotificationInterface();
         for (int number = 0; number < 2; ++number) {
             const QString path = QStringLiteral("w%1").arg(number);
             create(path, 0);
-            notifications->registerUpdateCallback(
-                path, [&](auto&&...) { ++exactCalls; }, 8);
+            listen(path, [&](auto&&...) { ++exactCalls; });
         }
-        notifications->registerUpdateCallback(
-            QStringLiteral("w*"), [&](auto&&...) { ++patternCalls; }, 8);
+        listen("w*", [&](auto&&...) { ++patternCalls; });
         std::vector<std::thread> threads;
         for (int number = 0; number < 2; ++number) {
             threads.emplace_back([this, number] {
                 for (int step = 0; step < writesPerThread; ++step)
                     write(QStringLiteral("w%1").arg((number + step) % 2), step);
             });
-            threads.emplace_back([notifications, number, captured] {
+            threads.emplace_back([this, number, captured] {
                 for (int step = 0; step < writesPerThread / 4; ++step) {
-                    notifications
-                        ->registerUpdateCallback(
-                            QStringLiteral("w%1").arg(number), [captured](auto&&...) { ++*captured; }, 8)
-                        ->end();
-                    notifications
-                        ->registerUpdateCallback(
-                            QStringLiteral("*%1").arg(number), [](auto&&...) {}, 8)
-                        ->end();
+                    listen(QStringLiteral("w%1").arg(number), [captured](auto&&...) { ++*captured; })->end();
+                    listen(QStringLiteral("*%1").arg(number), [](auto&&...) {})->end();
                 }
             });
         }

@@ -1,17 +1,12 @@
 #include "host/Shared/Logging/LogRecord.h"
-#include "repository/AttributeRepository.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
-#include "tests/support/Texts.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QDate>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <functional>
 
 using namespace FrameworkCore::AppConfig;
-using Repository::AttributeRepository;
 using TestSupport::text;
 
 class RefusalsTest;
@@ -19,63 +14,33 @@ using Operation = std::function<bool(RefusalsTest&)>;
 Q_DECLARE_METATYPE(Operation)
 
 // What the log says of everything that is refused: which path, which value, why, and what to do about it.
-class RefusalsTest : public QObject
+class RefusalsTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-    QTemporaryDir folder;
-
-    bool write(const char* path, const QVariant& value)
-    {
-        return repository->getWriterInterface()->writeAttributeValue(text(path), value, 15) == Success;
-    }
-
-    bool create(const char* path, const QVariant& value, int access = 3)
-    {
-        return repository->getWriterInterface()->createAttribute(text(path), value, 2, access);
-    }
-
-    bool remove(const char* path)
-    {
-        return repository->getTreeInterface()->removeTree(text(path)) == Success;
-    }
-
     bool addValidation(const char* path, const char* name)
     {
-        return repository->getValidationInterface()->addValidation(text(path), text(name)) != 0;
-    }
-
-    bool import(const char* path, const char* json)
-    {
-        return repository->getTransferInterface()->importTree(text(path), text("json"), json) == Success;
+        return validations()->addValidation(text(path), text(name)) != 0;
     }
 
     bool undoOfWhatHasChangedSince()
     {
-        const auto history = repository->getHistoryInterface();
         {
-            const auto step = history->beginStep(text("Set the port"));
+            const auto step = history()->beginStep(text("Set the port"));
             write("rw.port", 81);
         }
         write("rw.port", 82); // by nobody whose steps are recorded
-        return history->undo() == Success;
-    }
-
-    void mount(const char* name, AccessMode access)
-    {
-        const QString file = TestSupport::writeFile(folder.filePath(text(name)), "port=80\nhost=pump\n");
-        QVERIFY(repository->getBackendInterface()->createBackend(text("ini"), text(name),
-                                                                 {file, QString(), access}, 2));
+        return history()->undo() == Success;
     }
 
 private slots:
     void init()
     {
-        repository = AttributeRepository::create({});
-        mount("rw", AccessMode::ReadWrite);
-        mount("ro", AccessMode::ReadOnly);
-        mount("wo", AccessMode::WriteOnly);
+        RepositoryTest::init();
+        const QByteArray ini = "port=80\nhost=pump\n";
+        QVERIFY(mount("ini", "rw", ini, AccessMode::ReadWrite));
+        QVERIFY(mount("ini", "ro", ini, AccessMode::ReadOnly));
+        QVERIFY(mount("ini", "wo", ini, AccessMode::WriteOnly));
         QVERIFY(create("memory.fixed", 1, 1));
         QVERIFY(create("memory.secret", 1, 2));
         QVERIFY(create("memory.natural", QVariant(7ULL << 62)));
@@ -93,15 +58,15 @@ private slots:
         };
         const auto writeRow = [&row](const char* name, const char* path, const QVariant& value,
                                      const char* line) {
-            row(name, line, [path, value](RefusalsTest& test) { return test.write(path, value); });
+            row(name, line, [path, value](RefusalsTest& test) { return test.write(path, value).ok(); });
         };
         const auto createRow = [&row](const char* name, const char* path, const QVariant& value, int access,
                                       const char* line) {
             row(name, line,
-                [path, value, access](RefusalsTest& test) { return test.create(path, value, access); });
+                [path, value, access](RefusalsTest& test) { return test.create(path, value, access).ok(); });
         };
         const auto removeRow = [&row](const char* name, const char* path, const char* line) {
-            row(name, line, [path](RefusalsTest& test) { return test.remove(path); });
+            row(name, line, [path](RefusalsTest& test) { return test.remove(path).ok(); });
         };
 
         writeRow("type", "rw.port", 80.5,
@@ -189,10 +154,12 @@ private slots:
         row("import",
             "'rw.port' was not set to '2000' (a whole number): the validation 'range(1,1023)' asks "
             "for a number from 1 to 1023",
-            [](RefusalsTest& test) { return test.import("rw", "{\"host\": \"x\", \"port\": 2000}"); });
+            [](RefusalsTest& test) {
+                return test.import("rw", "json", "{\"host\": \"x\", \"port\": 2000}").ok();
+            });
         row("import into what is write-only",
             "'wo.port' was not set: the validation 'range(1,1023)' asks for a number from 1 to 1023",
-            [](RefusalsTest& test) { return test.import("wo", "{\"port\": 2000}"); });
+            [](RefusalsTest& test) { return test.import("wo", "json", "{\"port\": 2000}").ok(); });
         row("unknown validation",
             "'rw.port' was not given the validation 'range(9,1)': range needs a lower and an upper bound, as "
             "in range(0,100)",
@@ -212,7 +179,7 @@ private slots:
         QVERIFY(!operation(*this));
         const auto lines = record.getLines(earlier.isEmpty() ? 0 : earlier.last().number);
         QCOMPARE(lines.size(), 1);
-        QCOMPARE(lines.first().text, line.replace(QLatin1Char('~'), folder.path()));
+        QCOMPARE(lines.first().text, line.replace(QLatin1Char('~'), folder->path()));
         QCOMPARE(lines.first().category, text("Repository"));
         QCOMPARE(lines.first().type, Shared::Logging::LogMessageType::Failure);
     }

@@ -1,11 +1,8 @@
-#include "repository/AttributeRepository.h"
 #include "repository/documents/Formats.h"
 #include "tests/support/ModelText.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/RepositoryTest.h"
 
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -41,37 +38,28 @@ void list(const AttributeRepository& repository, const QString& path, QStringLis
 } // namespace
 
 // The tree shows a file in the file's order, whoever changes it.
-class TreeOrderTest : public QObject
+class TreeOrderTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    std::shared_ptr<AttributeRepository> repository;
-    std::unique_ptr<QTemporaryDir> folder;
     QString type;
     QRandomGenerator random;
 
-    QString filePath() const { return folder->filePath(QStringLiteral("m.") + type); }
+    QString filePath() const { return fileOf(QStringLiteral("m.") + type); }
 
-    bool mountIn(AttributeRepository& mounting) const
-    {
-        return mounting.getBackendInterface()->createBackend(
-            type, QStringLiteral("m"), {filePath(), QString(), AccessMode::ReadWrite}, 2);
-    }
-
-    bool mount(const QString& format, const QByteArray& text)
+    Outcome mount(const QString& format, const QByteArray& text)
     {
         type = format;
-        TestSupport::writeFile(filePath(), text);
-        return mountIn(*repository);
+        return mountFile(type, "m", put(QStringLiteral("m.") + type, text));
     }
 
-    QByteArray saved() const
+    QByteArray savedAnyhow()
     {
         // What both sides have changed stays as it is here, or else as it is there.
         for (const auto side : {Interfaces::ConflictSide::Mine, Interfaces::ConflictSide::Theirs}) {
-            if (repository->getBackendInterface()->saveBackend(QStringLiteral("m")))
+            if (save())
                 break;
-            repository->getChangesInterface()->resolveConflicts(QStringLiteral("m"), side);
+            changes()->resolveConflicts(QStringLiteral("m"), side);
         }
         return TestSupport::contentOf(filePath());
     }
@@ -80,7 +68,7 @@ class TreeOrderTest : public QObject
     {
         QStringList lines;
         list(*repository, QStringLiteral("m"), lines);
-        return lines + repository->getTreeInterface()->findPaths({QStringLiteral("m.*")});
+        return lines + tree()->findPaths({QStringLiteral("m.*")});
     }
 
     // The same of the saved file, read by a repository of its own.
@@ -88,7 +76,8 @@ class TreeOrderTest : public QObject
     {
         const auto other = AttributeRepository::create();
         QStringList lines;
-        if (!mountIn(*other))
+        if (!other->getBackendInterface()->mount(type, QStringLiteral("m"),
+                                                 {filePath(), {}, AccessMode::ReadWrite}, 2))
             return {QStringLiteral("not mounted")};
         list(*other, QStringLiteral("m"), lines);
         return lines + other->getTreeInterface()->findPaths({QStringLiteral("m.*")});
@@ -96,12 +85,12 @@ class TreeOrderTest : public QObject
 
     QString childNames(const char* path) const
     {
-        return repository->getTreeInterface()->getChildNames(QLatin1String(path)).join(QLatin1Char(' '));
+        return tree()->getChildNames(QLatin1String(path)).join(QLatin1Char(' '));
     }
 
     QString anyNode()
     {
-        const QStringList paths = repository->getTreeInterface()->findPaths({QStringLiteral("m.*")});
+        const QStringList paths = tree()->findPaths({QStringLiteral("m.*")});
         return paths.isEmpty() ? QStringLiteral("m") : paths.at(random.bounded(paths.size()));
     }
 
@@ -136,49 +125,41 @@ class TreeOrderTest : public QObject
             document->insert(anyPath().mid(2).toStdString(), entries.back().value);
         }
         TestSupport::writeFile(filePath(), QByteArray::fromStdString(document->getBytes()));
-        repository->getBackendInterface()->reloadBackend(QStringLiteral("m"));
+        reload();
     }
 
     void changeOnce()
     {
         QByteArray text;
-        const auto transfer = repository->getTransferInterface();
         switch (random.bounded(10)) {
         case 0:
         case 1:
         case 2:
-            repository->getWriterInterface()->createAttribute(anyPath(), random.bounded(9), 3, 3);
+            create(anyPath(), random.bounded(9), 3, 3);
             break;
         case 3:
         case 4:
-            repository->getTreeInterface()->removeTree(anyNode());
+            remove(anyNode());
             break;
         case 5:
-            random.bounded(2) == 0 ? transfer->copyTree(anyNode(), anyPath())
-                                   : transfer->moveTree(anyNode(), anyPath());
+            random.bounded(2) == 0 ? copy(anyNode(), anyPath()) : move(anyNode(), anyPath());
             break;
         case 6:
-            if (transfer->exportTree(anyNode(), QStringLiteral("json"), text) == Success)
-                transfer->importTree(anyPath(), QStringLiteral("json"), text);
+            if (transfer()->exportTree(anyNode(), QStringLiteral("json"), text) == Success)
+                import(anyPath(), QStringLiteral("json"), text);
             break;
         case 7:
             writeOutside();
             break;
         case 8:
-            repository->getHistoryInterface()->redo();
+            history()->redo();
             break;
         default:
-            repository->getHistoryInterface()->undo();
+            history()->undo();
         }
     }
 
 private slots:
-    void init()
-    {
-        repository = AttributeRepository::create();
-        folder = std::make_unique<QTemporaryDir>();
-    }
-
     void followsTheFile_data()
     {
         QTest::addColumn<QString>("format");
@@ -195,11 +176,11 @@ private slots:
         QFETCH(int, seed);
         random.seed(quint32(seed));
         if (seed % 2 != 0)
-            repository->getHistoryInterface()->recordThisThread();
+            history()->recordThisThread();
         QVERIFY(mount(format, samples[format]));
         for (int step = 0; step < 60; ++step) {
             changeOnce();
-            const QByteArray file = saved();
+            const QByteArray file = savedAnyhow();
             const QString difference = TestSupport::firstDifference(listed(), listedAfresh());
             QVERIFY2(difference.isEmpty(),
                      qPrintable(QStringLiteral("step %1: %2\n").arg(step).arg(difference) +
@@ -211,13 +192,10 @@ private slots:
     void arraysStayArrays()
     {
         QVERIFY(mount(QStringLiteral("json"), "{\"a\":[10,11,12,13]}"));
-        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("m.a.0")), Success);
-        const auto transfer = repository->getTransferInterface();
-        QCOMPARE(transfer->copyTree(QStringLiteral("m.a"), QStringLiteral("m.b")), Success);
-        QCOMPARE(saved(), QByteArray("{\"a\":[11,12,13],\"b\":[11,12,13]}"));
-        QByteArray text;
-        QCOMPARE(transfer->exportTree(QStringLiteral("m.b"), QStringLiteral("json"), text), Success);
-        QCOMPARE(text.simplified().replace(' ', ""), QByteArray("[11,12,13]"));
+        QCOMPARE(remove("m.a.0"), Success);
+        QCOMPARE(copy("m.a", "m.b"), Success);
+        QCOMPARE(savedAnyhow(), QByteArray("{\"a\":[11,12,13],\"b\":[11,12,13]}"));
+        QCOMPARE(exported("m.b", "json").simplified().replace(' ', ""), QByteArray("[11,12,13]"));
     }
 
     // Of many nodes none is asked for by itself.
@@ -226,12 +204,10 @@ private slots:
         QVERIFY(mount(QStringLiteral("xml"), "<a/>"));
         for (const QString& name : {QStringLiteral("e"), QStringLiteral("@last")}) {
             for (int i = 0; i < 600; ++i)
-                QVERIFY(repository->getWriterInterface()->createAttribute(
-                    QStringLiteral("g.") + name + QString::number(i), i, 3, 3));
+                QVERIFY(create(QStringLiteral("g.") + name + QString::number(i), i, 3, 3));
         }
-        const auto transfer = repository->getTransferInterface();
-        QCOMPARE(transfer->copyTree(QStringLiteral("g"), QStringLiteral("m.a.b")), Success);
-        saved();
+        QCOMPARE(copy("g", "m.a.b"), Success);
+        QVERIFY(save());
         QCOMPARE(listed(), listedAfresh());
     }
 
@@ -239,7 +215,7 @@ private slots:
     void groupsThatGetAValueMove()
     {
         QVERIFY(mount(QStringLiteral("ini"), "k=1\n[b]\nx=1\n[a]\n"));
-        QVERIFY(repository->getWriterInterface()->createAttribute(QStringLiteral("m.a"), 1, 3, 3));
+        QVERIFY(create("m.a", 1));
         QCOMPARE(childNames("m"), QStringLiteral("k a b"));
     }
 
@@ -247,15 +223,13 @@ private slots:
     void leavesOthersWhereTheyAre()
     {
         QVERIFY(mount(QStringLiteral("txt"), "a.x=1\nb=2\na.y=3\n"));
-        QVERIFY(repository->getBackendInterface()->createBackend(
-            QStringLiteral("ini"), QStringLiteral("m.n"),
-            {folder->filePath(QStringLiteral("n")), QString(), AccessMode::ReadWrite}, 2));
-        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("m.a.x")), Success);
+        QVERIFY(mountFile("ini", "m.n", fileOf("n")));
+        QCOMPARE(remove("m.a.x"), Success);
         QCOMPARE(childNames("m"), QStringLiteral("b a n"));
-        QVERIFY(repository->getWriterInterface()->createAttribute(QStringLiteral("m.z"), 1, 3, 3));
+        QVERIFY(create("m.z", 1));
         QCOMPARE(childNames("m"), QStringLiteral("b a z n"));
         for (const char* path : {"g.1", "g.0", "g.2"})
-            QVERIFY(repository->getWriterInterface()->createAttribute(QLatin1String(path), 1, 3, 3));
+            QVERIFY(create(path, 1));
         QCOMPARE(childNames("g"), QStringLiteral("1 0 2"));
     }
 };
