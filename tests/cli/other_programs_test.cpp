@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -53,12 +54,10 @@ private slots:
 
     void mergesOrRefusesWhatChangesWhileItRuns_data()
     {
-        QTest::addColumn<QByteArray>("meanwhile");
-        QTest::addColumn<int>("exitCode");
-        QTest::addColumn<QByteArray>("afterwards");
-        QTest::newRow("another key") << QByteArray("; new\na = 1\nb = 7\n") << 0
-                                     << QByteArray("; new\na = 2\nb = 7\n");
-        QTest::newRow("the same key") << QByteArray("a = 5\nb = 1\n") << 3 << QByteArray("a = 5\nb = 1\n");
+        const auto row =
+            TestSupport::columns<QByteArray, int, QByteArray>("meanwhile", "exitCode", "afterwards");
+        row("another key", "; new\na = 1\nb = 7\n", 0, "; new\na = 2\nb = 7\n");
+        row("the same key", "a = 5\nb = 1\n", 3, "a = 5\nb = 1\n");
     }
 
     // The program reads the file, then waits to save it, since another of its user's programs saves.
@@ -185,9 +184,6 @@ private:
     QString file;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, OtherProgramsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, OtherProgramsTest)
 
 #include "other_programs_test.moc"

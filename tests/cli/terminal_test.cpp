@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -114,26 +115,19 @@ private slots:
 
     void escapes_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("plain") << QByteArray("a \\ \xC3\xA4 \xF0\x9F\x98\x80")
-                               << QByteArray("a \\ \xC3\xA4 \xF0\x9F\x98\x80");
-        QTest::newRow("line break") << QByteArray("a\r\nb") << QByteArray("a\\x0d\\nb");
-        QTest::newRow("tab") << QByteArray("\t") << QByteArray("\\x09");
-        QTest::newRow("escape") << QByteArray("\x1B[2J\x7F") << QByteArray("\\x1b[2J\\x7f");
-        QTest::newRow("second range")
-            << QByteArray("\xC2\x80\xC2\x9B\xC2\x9F\xC2\xA0") << QByteArray("\\u0080\\u009b\\u009f\xC2\xA0");
-        QTest::newRow("direction")
-            << QByteArray("\xE2\x80\xAA\xE2\x80\xAE\xE2\x81\xA6\xE2\x81\xA9\xE2\x80\x8E\xD8\x9C")
-            << QByteArray("\\u202a\\u202e\\u2066\\u2069\\u200e\\u061c");
-        QTest::newRow("joiners of letters")
-            << QByteArray("\xE2\x80\x8C\xE2\x80\x8D") << QByteArray("\xE2\x80\x8C\xE2\x80\x8D");
-        QTest::newRow("separators") << QByteArray("\xE2\x80\xA8\xE2\x80\xA9") << QByteArray("\\u2028\\u2029");
-        QTest::newRow("tags") << QByteArray("\xF3\xA0\x80\x81\xF3\xA0\x81\xBF")
-                              << QByteArray("\\U000e0001\\U000e007f");
-        QTest::newRow("no UTF-8") << QByteArray("\xFF\x9B\xC3\xE2\x80")
-                                  << QByteArray("\\xff\\x9b\\xc3\\xe2\\x80");
-        QTest::newRow("half a pair") << QByteArray("\xED\xA0\x80") << QByteArray("\\xed\\xa0\\x80");
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("text", "line");
+        row("plain", "a \\ \xC3\xA4 \xF0\x9F\x98\x80", "a \\ \xC3\xA4 \xF0\x9F\x98\x80");
+        row("line break", "a\r\nb", "a\\x0d\\nb");
+        row("tab", "\t", "\\x09");
+        row("escape", "\x1B[2J\x7F", "\\x1b[2J\\x7f");
+        row("second range", "\xC2\x80\xC2\x9B\xC2\x9F\xC2\xA0", "\\u0080\\u009b\\u009f\xC2\xA0");
+        row("direction", "\xE2\x80\xAA\xE2\x80\xAE\xE2\x81\xA6\xE2\x81\xA9\xE2\x80\x8E\xD8\x9C",
+            "\\u202a\\u202e\\u2066\\u2069\\u200e\\u061c");
+        row("joiners of letters", "\xE2\x80\x8C\xE2\x80\x8D", "\xE2\x80\x8C\xE2\x80\x8D");
+        row("separators", "\xE2\x80\xA8\xE2\x80\xA9", "\\u2028\\u2029");
+        row("tags", "\xF3\xA0\x80\x81\xF3\xA0\x81\xBF", "\\U000e0001\\U000e007f");
+        row("no UTF-8", "\xFF\x9B\xC3\xE2\x80", "\\xff\\x9b\\xc3\\xe2\\x80");
+        row("half a pair", "\xED\xA0\x80", "\\xed\\xa0\\x80");
     }
 
     void escapes()
@@ -147,10 +141,10 @@ private slots:
 
     void showsNothingThatSteersATerminal_data()
     {
-        QTest::addColumn<QByteArrayList>("arguments");
-        QTest::addColumn<QByteArray>("shown"); // a part of it
+        // shown: a part of it
+        const auto row = TestSupport::columns<QByteArrayList, QByteArray>("arguments", "shown");
         for (const Case& each : cases())
-            QTest::newRow(each.name) << each.arguments << each.shown;
+            row(each.name, each.arguments, each.shown);
     }
 
     void showsNothingThatSteersATerminal()
@@ -269,9 +263,6 @@ private:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TerminalTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TerminalTest)
 
 #include "terminal_test.moc"

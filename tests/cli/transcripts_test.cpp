@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -21,13 +22,13 @@ class TranscriptsTest : public QObject
 private slots:
     void runsAsWritten_data()
     {
-        QTest::addColumn<QString>("text");
+        const auto row = TestSupport::columns<QString>("text");
         const QDir folder(project().filePath(QStringLiteral("tests/cli/transcripts")));
         const QStringList names = folder.entryList(QDir::Files);
         QVERIFY(!names.isEmpty());
         for (const QString& name : names)
-            QTest::newRow(qPrintable(name)) << read(folder.filePath(name));
-        QTest::newRow("README.md") << examplesOf(read(project().filePath(QStringLiteral("README.md"))));
+            row(qPrintable(name), read(folder.filePath(name)));
+        row("README.md", examplesOf(read(project().filePath(QStringLiteral("README.md")))));
     }
 
     void runsAsWritten()
@@ -115,9 +116,6 @@ private:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TranscriptsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TranscriptsTest)
 
 #include "transcripts_test.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 
@@ -14,7 +15,7 @@ class VanishingFileTest : public QObject
 private slots:
     void isAnErrorOfThatFile_data()
     {
-        QTest::addColumn<QStringList>("arguments");
+        const auto row = TestSupport::columns<QStringList>("arguments");
         for (const QString& words :
              {QStringLiteral("get gone.ini k.a"), QStringLiteral("ls gone.ini"),
               QStringLiteral("set gone.ini k.a 2"), QStringLiteral("create gone.ini k.b 2"),
@@ -22,7 +23,7 @@ private slots:
               QStringLiteral("cp gone.ini k other.json l"), QStringLiteral("cp other.json l gone.ini k.c"),
               QStringLiteral("import gone.ini k other.json"), QStringLiteral("diff other.json gone.ini"),
               QStringLiteral("convert gone.ini new.json")})
-            QTest::newRow(qPrintable(words)) << words.split(QLatin1Char(' '));
+            row(qPrintable(words), words.split(QLatin1Char(' ')));
     }
 
     void isAnErrorOfThatFile()
@@ -51,9 +52,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, VanishingFileTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, VanishingFileTest)
 
 #include "vanishing_file_test.moc"

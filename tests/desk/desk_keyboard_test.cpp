@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "tests/desk/RunningDesk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 
@@ -69,9 +70,9 @@ private slots:
 
     void reachesEverything_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::newRow("forward") << QStringLiteral("Tab");
-        QTest::newRow("backward") << QStringLiteral("shift+Tab");
+        const auto row = TestSupport::columns<QString>("key");
+        row("forward", "Tab");
+        row("backward", "shift+Tab");
     }
 
     // And shows each time where it is.

@@ -1,8 +1,10 @@
 #include "desk/plugins/GuiContext.h"
 #include "repository/AttributeRepository.h"
 #include "tests/desk/RunningDesk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -180,8 +182,7 @@ private slots:
         const FirstPicture first(*desk);
         desk->window->waitForFirstFiles();
         QVERIFY(TestSupport::showActive(*desk->window));
-        QCOMPARE(first.rows, (QStringList{QStringLiteral("internal"), QStringLiteral("desk"),
-                                          QStringLiteral("plant"), QStringLiteral("limits")}));
+        QCOMPARE(first.rows, TestSupport::words("internal desk plant limits"));
         QCOMPARE(first.page, QStringLiteral("pageAttributes"));
         QCOMPARE(first.title, QStringLiteral("plant.json, limits.ini[*]"));
     }
@@ -292,14 +293,12 @@ private slots:
 
     void takesDroppedFiles_data()
     {
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<QString>("dragged"); // a file, or something else
-        QTest::addColumn<bool>("isTaken");
+        // dragged: a file, or something else
+        const auto row = TestSupport::columns<QString, QString, bool>("target", "dragged", "isTaken");
         for (const char* target :
              {"treeView", "appConfigDataAccessWidget", "edtSearchPath", "navigationArea"})
-            QTest::newRow(target) << QString::fromLatin1(target) << QStringLiteral("limits.ini") << true;
-        QTest::newRow("page of the web")
-            << QStringLiteral("treeView") << QStringLiteral("https://localhost/limits.ini") << false;
+            row(target, target, "limits.ini", true);
+        row("page of the web", "treeView", "https://localhost/limits.ini", false);
     }
 
     void takesDroppedFiles()

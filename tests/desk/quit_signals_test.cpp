@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -14,10 +15,10 @@ class QuitSignalsTest : public QObject
 private slots:
     void endsInOrder_data()
     {
-        QTest::addColumn<int>("number");
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("SIGINT") << SIGINT;
-        QTest::newRow("SIGHUP") << SIGHUP;
+        const auto row = TestSupport::columns<int>("number");
+        row("SIGTERM", SIGTERM);
+        row("SIGINT", SIGINT);
+        row("SIGHUP", SIGHUP);
     }
 
     void endsInOrder()
@@ -51,9 +52,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, QuitSignalsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, QuitSignalsTest)
 
 #include "quit_signals_test.moc"

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "repository/documents/common/ComponentCodec.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
@@ -13,11 +14,7 @@ class ComponentCodecTest : public QObject
 private slots:
     void encodes_data()
     {
-        QTest::addColumn<QByteArray>("key");
-        QTest::addColumn<QByteArray>("component");
-        const auto row = [](const char* name, const QByteArray& key, const char* component) {
-            QTest::newRow(name) << key << QByteArray(component);
-        };
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("key", "component");
         row("plain", "Desktop Entry", "Desktop Entry");
         row("separator, wildcard, list", "a.b*c%d;e", "a%2Eb%2Ac%25d%3Be");
         row("tab and delete", "\t\x7F", "%09%7F");
@@ -53,10 +50,10 @@ private slots:
 
     void refusesOtherForms_data()
     {
-        QTest::addColumn<QByteArray>("component");
+        const auto row = TestSupport::columns<QByteArray>("component");
         for (const char* text :
              {"", "a.b", "a*", "50%", "%2e", "%2", "%41", "@a", "a;b", "key[2]", "\xFC", "a\t"})
-            QTest::newRow(text) << QByteArray(text);
+            row(text, QByteArray(text));
     }
 
     void refusesOtherForms()
@@ -101,9 +98,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, ComponentCodecTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, ComponentCodecTest)
 
 #include "component_codec_test.moc"

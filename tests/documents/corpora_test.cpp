@@ -1,4 +1,5 @@
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QDirIterator>
@@ -132,17 +133,13 @@ class CorporaTest : public QObject
 private slots:
     void files_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QByteArray>("content"); // of a row without file
-        QTest::newRow("small ini") << QStringLiteral("ini") << QString() << QByteArray("[a]\nb = 1 ; c\n");
-        QTest::newRow("small json") << QStringLiteral("json") << QString()
-                                    << QByteArray("{\"a\": [1, {}]}\n");
-        QTest::newRow("small txt") << QStringLiteral("txt") << QString()
-                                   << QByteArray("a.b = 1 # c\nprose\n");
+        // content: of a row without file
+        const auto row = TestSupport::columns<QString, QString, QByteArray>("type", "path", "content");
+        row("small ini", "ini", QString(), "[a]\nb = 1 ; c\n");
+        row("small json", "json", QString(), "{\"a\": [1, {}]}\n");
+        row("small txt", "txt", QString(), "a.b = 1 # c\nprose\n");
         addFiles(QStringLiteral("txt"), QStringLiteral("ini"), QStringLiteral("*.properties"));
-        QTest::newRow("small xml") << QStringLiteral("xml") << QString()
-                                   << QByteArray("<a>\r\n <b c='1'>d</b> <!-- e --></a>");
+        row("small xml", "xml", QString(), "<a>\r\n <b c='1'>d</b> <!-- e --></a>");
         for (const char* name : {"ini", "json", "xml", "txt"}) {
             const QString type = QString::fromLatin1(name);
             addFiles(type, type, QStringLiteral("*"));
@@ -244,10 +241,7 @@ private:
     QMap<QString, Counts> counts;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, CorporaTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, CorporaTest)
 
 #include "corpora_test.moc"
 #include "repository/documents/Formats.h"

@@ -1,4 +1,5 @@
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QElapsedTimer>
@@ -76,10 +77,7 @@ private slots:
 
     void refuses_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("reason");
+        TestSupport::columns<QByteArray, int, int, QString>("bytes", "line", "column", "reason");
         const auto row = [](const QByteArray& bytes, int line, int column, const char* reason) {
             QTest::newRow(bytes.left(40).toPercentEncoding(" {}[]\":,/*'").constData())
                 << bytes << line << column << QString::fromLatin1(reason);
@@ -138,12 +136,12 @@ private slots:
     // The value that an entry had in the file brings back its spelling, comments inside of it included.
     void restores_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
+        const auto row = TestSupport::columns<QByteArray>("bytes");
         for (const char* bytes :
              {"{\"a\": 1.50}", "{\"a\": \"\\u0041\"}", "{\"a\": 1e400}", "{\"a\": null}", "{\"a\": [ ]}",
               "{\"a\": [ \"\\u0041\", // one\n \"b\", // two\n ] // all\n}",
               "{\"a\": {\"#value\": 1.0, \"b\": 2}}", "{\"x\": 0, \"a\": [\"c\"]}"})
-            QTest::newRow(bytes) << QByteArray(bytes);
+            row(bytes, QByteArray(bytes));
     }
 
     void restores()
@@ -245,9 +243,7 @@ private slots:
 
     void knowsWhichSiblingsMove_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<bool>("moves");
+        TestSupport::columns<QByteArray, QByteArray, bool>("bytes", "path", "moves");
         const auto row = [](const char* bytes, const char* path, bool moves) {
             QTest::addRow("%s in %s", path, bytes) << QByteArray(bytes) << QByteArray(path) << moves;
         };
@@ -273,10 +269,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, JsonDocumentTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, JsonDocumentTest)
 
 #include "json_document_test.moc"
 #include "repository/documents/Formats.h"

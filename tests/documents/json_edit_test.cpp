@@ -1,5 +1,6 @@
 #include "repository/documents/json/JsonDocument.h"
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
@@ -255,9 +256,7 @@ class JsonEditTest : public QObject
 private slots:
     void edits_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QByteArray>("after");
+        TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "after");
         const auto row = [](const QByteArray& before, const Edit& edit, const QByteArray& after) {
             QTest::newRow((before + " > " + after).toPercentEncoding(" {}[]\":,/*'#").left(120).constData())
                 << before << edit << after;
@@ -285,9 +284,9 @@ private slots:
 
     void insertsSubtrees_data()
     {
-        QTest::addColumn<bool>("withArrays");
-        QTest::newRow("objects and lists") << false;
-        QTest::newRow("arrays") << true;
+        const auto row = TestSupport::columns<bool>("withArrays");
+        row("objects and lists", false);
+        row("arrays", true);
     }
 
     // However often, and whatever was edited between, they lie in the file as if each entry had been inserted
@@ -323,9 +322,7 @@ private slots:
 
     void refusesEdits_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QString>("reason");
+        TestSupport::columns<QByteArray, Edit, QString>("bytes", "edit", "reason");
         const auto row = [](const QByteArray& bytes, const Edit& edit, const char* reason) {
             QTest::addRow("%s: %s", bytes.left(40).constData(), reason)
                 << bytes << edit << QString::fromLatin1(reason);
@@ -383,10 +380,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, JsonEditTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, JsonEditTest)
 
 #include "json_edit_test.moc"
 #include "repository/documents/Formats.h"

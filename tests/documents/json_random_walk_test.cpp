@@ -1,5 +1,6 @@
 #include "repository/documents/common/ComponentCodec.h"
 #include "tests/documents/DocumentWalk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <limits>
@@ -294,7 +295,7 @@ class JsonRandomWalkTest : public QObject
 private slots:
     void walks_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
+        const auto row = TestSupport::columns<QByteArray>("bytes");
         const QByteArray pretty = "{\n"
                                   "    \"a\": 1,\n"
                                   "    \"b\": {\n"
@@ -316,22 +317,20 @@ private slots:
             "\t\"b\": [ /* x */ 1 /* y */, \"z\", // z\r\n\t], /* b */ \"c\": {}, // c\r\n"
             "\t\"d\": [ \"p\", // p\r\n\t\t/* q */ \"q\"\r\n\t\t// end\r\n\t]\r\n"
             "\t// last\r\n} // tail";
-        QTest::newRow("nothing") << QByteArray();
-        QTest::newRow("empty object") << QByteArray("{}");
-        QTest::newRow("four blanks") << pretty;
-        QTest::newRow("two blanks") << QByteArray(pretty).replace("    ", "  ");
-        QTest::newRow("tabs and CRLF") << QByteArray(pretty).replace("    ", "\t").replace("\n", "\r\n");
-        QTest::newRow("CR") << QByteArray(pretty).replace("\n", "\r");
-        QTest::newRow("minified") << QByteArray(pretty).replace("\n", "").replace(" ", "");
-        QTest::newRow("one line") << QByteArray(pretty).replace("\n", " ").replace("    ", "");
-        QTest::newRow("comma first") << QByteArray(
-            "{ \"a\": 1\n, \"b\": [ 1\n  , 2\n  ]\n, \"c\": \"x\"\n}\n");
-        QTest::newRow("comments") << commented;
+        row("nothing", QByteArray());
+        row("empty object", "{}");
+        row("four blanks", pretty);
+        row("two blanks", QByteArray(pretty).replace("    ", "  "));
+        row("tabs and CRLF", QByteArray(pretty).replace("    ", "\t").replace("\n", "\r\n"));
+        row("CR", QByteArray(pretty).replace("\n", "\r"));
+        row("minified", QByteArray(pretty).replace("\n", "").replace(" ", ""));
+        row("one line", QByteArray(pretty).replace("\n", " ").replace("    ", ""));
+        row("comma first", "{ \"a\": 1\n, \"b\": [ 1\n  , 2\n  ]\n, \"c\": \"x\"\n}\n");
+        row("comments", commented);
         QByteArray members;
         for (const char* key : {"a", "b", "c", "d", "e", "f", "a", "b", "a", "g", "h", "i"})
             members.append('"').append(key).append("\": 1, ");
-        QTest::newRow("many children")
-            << "{" + members + "\"z\": [1, 2, \"x\", \"x\", \"x\", \"x\", 7, 8, 9, 10]}";
+        row("many children", "{" + members + "\"z\": [1, 2, \"x\", \"x\", \"x\", \"x\", 7, 8, 9, 10]}");
     }
 
     void walks()
@@ -349,10 +348,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, JsonRandomWalkTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, JsonRandomWalkTest)
 
 #include "json_random_walk_test.moc"
 #include "repository/documents/Formats.h"

@@ -1,4 +1,5 @@
 #include "tests/documents/PathWalk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
@@ -92,9 +93,9 @@ class LineRandomWalkTest : public QObject
 private slots:
     void keepsTreeAndFileTheSame_data()
     {
-        QTest::addColumn<int>("format");
+        const auto row = TestSupport::columns<int>("format");
         for (const LineFormat& format : formats())
-            QTest::newRow(format.type.c_str()) << int(&format - formats().data());
+            row(format.type.c_str(), int(&format - formats().data()));
     }
 
     void keepsTreeAndFileTheSame()
@@ -104,9 +105,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, LineRandomWalkTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, LineRandomWalkTest)
 
 #include "line_random_walk_test.moc"

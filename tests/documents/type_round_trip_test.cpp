@@ -1,5 +1,6 @@
 #include "repository/documents/common/Values.h"
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QProcess>
@@ -201,18 +202,17 @@ private slots:
 
     void disturbsNoOtherReader_data()
     {
-        QTest::addColumn<QString>("format");
-        QTest::addColumn<QString>("script");
-        QTest::newRow("json") << QStringLiteral("json")
-                              << QStringLiteral("import json\n"
-                                                "v = json.load(open(file, encoding='utf-8'))['root']\n"
-                                                "print(v['v7'], v['v15'], v['v36'])\n");
-        QTest::newRow("ini") << QStringLiteral("ini")
-                             << QStringLiteral("import configparser\n"
-                                               "c = configparser.RawConfigParser()\n"
-                                               "c.read(file, encoding='utf-8')\n"
-                                               "v = c['root']\n"
-                                               "print(v['v7'], v['v15'], v['v36'])\n");
+        const auto row = TestSupport::columns<QString, QString>("format", "script");
+        row("json", "json",
+            "import json\n"
+            "v = json.load(open(file, encoding='utf-8'))['root']\n"
+            "print(v['v7'], v['v15'], v['v36'])\n");
+        row("ini", "ini",
+            "import configparser\n"
+            "c = configparser.RawConfigParser()\n"
+            "c.read(file, encoding='utf-8')\n"
+            "v = c['root']\n"
+            "print(v['v7'], v['v15'], v['v36'])\n");
     }
 
     void disturbsNoOtherReader()
@@ -255,10 +255,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TypeRoundTripTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TypeRoundTripTest)
 
 #include "repository/documents/Formats.h"
 #include "type_round_trip_test.moc"

@@ -1,5 +1,6 @@
 #include "repository/documents/xml/XmlReader.h"
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QProcess>
@@ -150,10 +151,7 @@ private slots:
 
     void refuses_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<int>("line");
-        QTest::addColumn<int>("column");
-        QTest::addColumn<QString>("word");
+        TestSupport::columns<QByteArray, int, int, QString>("bytes", "line", "column", "word");
         const auto row = [](const char* name, const std::string& bytes, int line, int column,
                             const char* word) {
             QTest::newRow(name) << QByteArray::fromStdString(bytes) << line << column
@@ -204,9 +202,7 @@ private slots:
 
     void edits_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QByteArray>("after");
+        TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "after");
         const auto row = [](const char* name, const std::string& before, const Edit& edit,
                             const std::string& after) {
             QTest::newRow(name) << QByteArray::fromStdString(before) << edit
@@ -277,12 +273,7 @@ private slots:
 
     void refusesEdits_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<Edit>("edit");
-        QTest::addColumn<QString>("word");
-        const auto row = [](const char* name, const char* bytes, const Edit& edit, const char* word) {
-            QTest::newRow(name) << QByteArray(bytes) << edit << QString::fromLatin1(word);
-        };
+        const auto row = TestSupport::columns<QByteArray, Edit, QString>("bytes", "edit", "word");
         row("second root", "<r/>", insert("s", integer(1)), "one root");
         row("no name", "<r/>", insert("r.1a", integer(1)), "cannot be a name");
         row("prefix", "<r/>", insert("r.x:a", integer(1)), "@xmlns:x");
@@ -315,8 +306,7 @@ private slots:
 
     void keepsTypes_data()
     {
-        QTest::addColumn<Value>("value");
-        const auto row = [](const char* name, const Value& value) { QTest::newRow(name) << value; };
+        const auto row = TestSupport::columns<Value>("value");
         row("null", null());
         row("bool", boolean(false));
         row("smallest integer", integer(INT64_MIN));
@@ -398,10 +388,7 @@ private:
     int files = 0;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, XmlDocumentTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, XmlDocumentTest)
 
 #include "repository/documents/Formats.h"
 #include "xml_document_test.moc"

@@ -38,17 +38,15 @@ private:
         static const std::vector<std::string> marks{"<?vantry type=\"date\"?>", "<?vantry type=\"null\"?>\n",
                                                     "<?vantry type=\"string\" attribute=\"n\"?>"};
         const std::string tag = pick(tags);
-        const std::string head = "<" + tag + pick(attributes) + (random.bounded(9) == 0 ? " p:n='2'" : "");
-        // Of what has a value, as an element with others in it has not.
         const std::string mark = random.bounded(5) == 0 ? pick(marks) : "";
+        const std::string head =
+            mark + "<" + tag + pick(attributes) + (random.bounded(9) == 0 ? " p:n='2'" : "");
         if (random.bounded(4) == 0)
-            return mark + head + "/>";
+            return head + "/>";
         std::string inside = layout() + content();
-        int children = depth > 2 ? 0 : random.bounded(4 - depth);
-        const std::string begin = (children == 0 ? mark : "") + head + (random.bounded(9) == 0 ? " >" : ">");
-        for (; children > 0; --children)
+        for (int children = depth > 2 ? 0 : random.bounded(4 - depth); children > 0; --children)
             inside += element(depth + 1) + (random.bounded(3) == 0 ? content() : layout());
-        return begin + inside + "</" + tag + ">";
+        return head + (random.bounded(9) == 0 ? " >" : ">") + inside + "</" + tag + ">";
     }
 
     std::string content()
@@ -69,9 +67,6 @@ private slots:
     void keepsTreeAndFileTheSame() { walkFromManySeeds<XmlWalk>(); }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, XmlRandomWalkTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, XmlRandomWalkTest)
 
 #include "xml_random_walk_test.moc"

@@ -1,4 +1,5 @@
 #include "fuzz/Exercises.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QDirIterator>
@@ -22,13 +23,13 @@ class XmlScannerTest : public QObject
 private slots:
     void agreesWithParserAfterSmallChanges_data()
     {
-        QTest::addColumn<QByteArray>("text");
+        const auto row = TestSupport::columns<QByteArray>("text");
         const QString seed = TestSupport::projectPath(QStringLiteral("fuzz/seeds/xml/plain.xml"));
-        QTest::newRow("all that is plain") << QByteArray::fromStdString(contentOf(seed));
-        QTest::newRow("references") << QByteArray("<a b='&#9;&#x20;&#55295;&quot;'>&#10;&amp;&apos;</a>");
-        QTest::newRow("attributes") << QByteArray("<a b='' c=''><d e=''/></a>");
-        QTest::newRow("other declaration") << QByteArray("<?xml version='1.0' encoding='utf-8' ?>\r\n<a/>\n");
-        QTest::newRow("comments") << QByteArray("<!----><a><!-- - --><b><!--a-b--></b></a><!--->-->");
+        row("all that is plain", QByteArray::fromStdString(contentOf(seed)));
+        row("references", "<a b='&#9;&#x20;&#55295;&quot;'>&#10;&amp;&apos;</a>");
+        row("attributes", "<a b='' c=''><d e=''/></a>");
+        row("other declaration", "<?xml version='1.0' encoding='utf-8' ?>\r\n<a/>\n");
+        row("comments", "<!----><a><!-- - --><b><!--a-b--></b></a><!--->-->");
     }
 
     void agreesWithParserAfterSmallChanges()
@@ -75,9 +76,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, XmlScannerTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, XmlScannerTest)
 
 #include "xml_scanner_test.moc"

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDate>
@@ -21,21 +22,17 @@ class AttributeRepositoryTest : public TestSupport::RepositoryTest
 private slots:
     void keepsTypeFromCreation_data()
     {
-        QTest::addColumn<QVariant>("created");
-        QTest::addColumn<QVariant>("written");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QVariant>("expected");
+        const auto row = TestSupport::columns<QVariant, QVariant, int, QVariant>("created", "written",
+                                                                                 "status", "expected");
         const QVariant text = QStringLiteral("5");
-        QTest::newRow("int to text") << text << QVariant(7) << int(Success) << QVariant(QStringLiteral("7"));
-        QTest::newRow("text to int") << QVariant(5) << text << int(Success) << QVariant(5LL);
-        QTest::newRow("lossy") << QVariant(5) << QVariant(1.5) << int(WrongType) << QVariant(5LL);
-        QTest::newRow("no number") << QVariant(5) << QVariant(QStringLiteral("x")) << int(WrongType)
-                                   << QVariant(5LL);
-        QTest::newRow("invalid empties") << text << QVariant() << int(Success) << QVariant(QString());
-        QTest::newRow("null takes a type") << QVariant() << QVariant(true) << int(Success) << QVariant(true);
-        QTest::newRow("url is text") << QVariant(QUrl(QStringLiteral("http://a/b"))) << text << int(Success)
-                                     << text;
-        QTest::newRow("uint is signed") << QVariant(7U) << QVariant(-1) << int(Success) << QVariant(-1LL);
+        row("int to text", text, QVariant(7), int(Success), QVariant(QStringLiteral("7")));
+        row("text to int", QVariant(5), text, int(Success), QVariant(5LL));
+        row("lossy", QVariant(5), QVariant(1.5), int(WrongType), QVariant(5LL));
+        row("no number", QVariant(5), QVariant(QStringLiteral("x")), int(WrongType), QVariant(5LL));
+        row("invalid empties", text, QVariant(), int(Success), QVariant(QString()));
+        row("null takes a type", QVariant(), QVariant(true), int(Success), QVariant(true));
+        row("url is text", QVariant(QUrl(QStringLiteral("http://a/b"))), text, int(Success), text);
+        row("uint is signed", QVariant(7U), QVariant(-1), int(Success), QVariant(-1LL));
     }
 
     void keepsTypeFromCreation()
@@ -70,9 +67,7 @@ private slots:
 
     void validates_data()
     {
-        QTest::addColumn<QString>("rule");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("accepted");
+        TestSupport::columns<QString, QString, bool>("rule", "value", "accepted");
         const auto row = [](const char* rule, const char* value, bool accepted) {
             QTest::addRow("%s: %s", rule, value)
                 << QString::fromLatin1(rule) << QString::fromLatin1(value) << accepted;
@@ -169,20 +164,18 @@ private slots:
 
     void endsMatchingOfAnyExpression_data()
     {
-        QTest::addColumn<QString>("expression");
-        QTest::addColumn<QByteArray>("value");
-        QTest::addColumn<QString>("refusal"); // a part of it; empty when the value is accepted
+        // refusal: a part of it; empty when the value is accepted
+        const auto row = TestSupport::columns<QString, QByteArray, QString>("expression", "value", "refusal");
         const QByteArray letters = "ab";
         const QString verdict = QStringLiteral(" asks for ");
         const QString noVerdict = QStringLiteral(" could not be checked: ");
-        QTest::newRow("long and valid") << "(a|b)*c" << letters.repeated(15'000) + "c" << QString();
-        QTest::newRow("long and not valid") << "(a|b)*c" << letters.repeated(15'000) << verdict;
-        QTest::newRow("very long") << "(a|b)*c" << letters.repeated(1'000'000) + "c" << noVerdict;
-        QTest::newRow("very long and plain") << "[ab]*c" << letters.repeated(1'000'000) + "c" << QString();
-        QTest::newRow("exponential") << "(a|aa)+" << QByteArray(100, 'a') + "!" << noVerdict;
-        QTest::newRow("nested repeats") << "([a-z]+)*" << QByteArray(100, 'a') + "!" << noVerdict;
-        QTest::newRow("back reference")
-            << "(.*)(.*)(.*)(.*)(.*)\\1\\2!" << QByteArray(3000, 'a') << noVerdict;
+        row("long and valid", "(a|b)*c", letters.repeated(15'000) + "c", QString());
+        row("long and not valid", "(a|b)*c", letters.repeated(15'000), verdict);
+        row("very long", "(a|b)*c", letters.repeated(1'000'000) + "c", noVerdict);
+        row("very long and plain", "[ab]*c", letters.repeated(1'000'000) + "c", QString());
+        row("exponential", "(a|aa)+", QByteArray(100, 'a') + "!", noVerdict);
+        row("nested repeats", "([a-z]+)*", QByteArray(100, 'a') + "!", noVerdict);
+        row("back reference", "(.*)(.*)(.*)(.*)(.*)\\1\\2!", QByteArray(3000, 'a'), noVerdict);
     }
 
     void endsMatchingOfAnyExpression()
@@ -384,9 +377,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, AttributeRepositoryTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, AttributeRepositoryTest)
 
 #include "attribute_repository_test.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QFile>
@@ -117,9 +118,9 @@ private slots:
 
     void refusesConflicts_data()
     {
-        QTest::addColumn<bool>("takesTheirs");
-        QTest::newRow("mine") << false;
-        QTest::newRow("theirs") << true;
+        const auto row = TestSupport::columns<bool>("takesTheirs");
+        row("mine", false);
+        row("theirs", true);
     }
 
     void refusesConflicts()
@@ -232,9 +233,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, BackendChangesTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, BackendChangesTest)
 
 #include "backend_changes_test.moc"

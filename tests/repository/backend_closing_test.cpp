@@ -3,6 +3,7 @@
 #include "repository/operations/AttributeWriter.h"
 #include "repository/operations/StepReplay.h"
 #include "repository/transaction/Transaction.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDir>
@@ -87,7 +88,7 @@ private slots:
 
         QVERIFY(close("m.s.mid"));
         removed.sort();
-        QCOMPARE(removed, QStringList({QStringLiteral("m.s.mid.c"), QStringLiteral("m.s.mid.in.d")}));
+        QCOMPARE(removed, TestSupport::words("m.s.mid.c m.s.mid.in.d"));
         QCOMPARE(read("m.s.mid.in.deep.e"), QVariant(5LL));
         QCOMPARE(backendOf("m.s.mid.in"), QStringLiteral("m"));
         QVERIFY(!tree()->getNodeInformation(QStringLiteral("m.s.mid")).isBackendRoot);
@@ -99,15 +100,13 @@ private slots:
 
         QVERIFY(close("m", true));
         QCOMPARE(paths("m*"),
-                 QStringList({QStringLiteral("m"), QStringLiteral("m.s"), QStringLiteral("m.s.mid"),
-                              QStringLiteral("m.s.mid.in"), QStringLiteral("m.s.mid.in.deep"),
-                              QStringLiteral("m.s.mid.in.deep.e")}));
+                 TestSupport::words("m m.s m.s.mid m.s.mid.in m.s.mid.in.deep m.s.mid.in.deep.e"));
         QVERIFY(create("m.a", 1));
         QCOMPARE(backendOf("m.a"), QString());
         QVERIFY(close("m.s.mid.in.deep"));
-        QCOMPARE(paths("m*"), QStringList({QStringLiteral("m"), QStringLiteral("m.a")}));
-        QCOMPARE(paths("internal.backends*"), QStringList({QStringLiteral("internal.backends"),
-                                                           QStringLiteral("internal.backends.names")}));
+        QCOMPARE(paths("m*"), TestSupport::words("m m.a"));
+        QCOMPARE(paths("internal.backends*"),
+                 TestSupport::words("internal.backends internal.backends.names"));
         QCOMPARE(read("internal.backends.names"), QVariant());
         QVERIFY(!close("m"));
     }
@@ -115,9 +114,9 @@ private slots:
     // Undo and redo meet the closing of a backend right after they have taken their step.
     void meetsReplay_data()
     {
-        QTest::addColumn<int>("direction");
-        QTest::newRow("undo") << int(History::Direction::Undo);
-        QTest::newRow("redo") << int(History::Direction::Redo);
+        const auto row = TestSupport::columns<int>("direction");
+        row("undo", int(History::Direction::Undo));
+        row("redo", int(History::Direction::Redo));
     }
 
     void meetsReplay()
@@ -233,9 +232,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, BackendClosingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, BackendClosingTest)
 
 #include "backend_closing_test.moc"

@@ -2,6 +2,7 @@
 #include "repository/merge/EditedDocument.h"
 #include "repository/merge/UnifiedDiff.h"
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QDir>
@@ -74,12 +75,8 @@ class DocumentMergeTest : public QObject
 private slots:
     void merges_data()
     {
-        QTest::addColumn<QByteArray>("type");
-        QTest::addColumn<QByteArray>("base");
-        QTest::addColumn<Texts>("edits");
-        QTest::addColumn<QByteArray>("theirs");
-        QTest::addColumn<QByteArray>("merged");
-        QTest::addColumn<Texts>("conflicts");
+        TestSupport::columns<QByteArray, QByteArray, Texts, QByteArray, QByteArray, Texts>(
+            "type", "base", "edits", "theirs", "merged", "conflicts");
         const auto row = [](const char* tag, const char* type, const QByteArray& base, const char* edits,
                             const QByteArray& theirs, const QByteArray& merged, const char* conflicts = "") {
             const auto lines = [](const char* text) {
@@ -257,12 +254,7 @@ private slots:
 
     void tellsDifference_data()
     {
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        QTest::addColumn<QByteArray>("hunks");
-        const auto row = [](const char* tag, const char* before, const char* after, const char* hunks) {
-            QTest::newRow(tag) << QByteArray(before) << QByteArray(after) << QByteArray(hunks);
-        };
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray>("before", "after", "hunks");
         row("same", "a\n", "a\n", "");
         row("from nothing", "", "a\n", "@@ -0,0 +1,1 @@\n+a\n");
         row("to nothing", "a\nb", "", "@@ -1,2 +0,0 @@\n-a\n-b\n\\ No newline at end of file\n");
@@ -364,10 +356,7 @@ private:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, DocumentMergeTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, DocumentMergeTest)
 
 #include "document_merge_test.moc"
 #include "repository/documents/Formats.h"

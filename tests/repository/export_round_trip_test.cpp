@@ -1,4 +1,5 @@
 #include "repository/documents/Formats.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDate>
@@ -97,7 +98,7 @@ private slots:
         QVERIFY(create("r.a.0", 1));
         QVERIFY(create("r.a.1", QStringLiteral("\"x\"\n")));
         QVERIFY(create("r.texts.0", QStringLiteral("alone they would be one list")));
-        QVERIFY(create("r.list", QStringList{QStringLiteral("x"), QStringLiteral("y")}));
+        QVERIFY(create("r.list", TestSupport::words("x y")));
         QVERIFY(create("r.long", QStringList{QString(40, QLatin1Char('z')), QString(40, QLatin1Char('z'))}));
         QVERIFY(create("r.own", 2.0));
         QVERIFY(create("r.own.gr\xC3\xB6\xC3\x9F"
@@ -121,7 +122,7 @@ private slots:
     // An element may stand before what it needs: the declaration of its prefix, or elements beside its text.
     void takesXmlIntoXml_data()
     {
-        QTest::addColumn<QString>("fileName");
+        const auto row = TestSupport::columns<QString>("fileName");
         sample("prefix.xml", "<a:r b:k='1' xmlns:b='v' xmlns:a='u'><c:i xmlns:c='w'><c:j/></c:i></a:r>\n");
         sample("mixed.xml",
                "<r>a<i/>b<k>1</k><i x='2'> c <b/><!-- -->&#32;</i><i/>\n<?p?>5<m><l/>d</m></r>\n");
@@ -130,7 +131,7 @@ private slots:
                 continue;
             QDirIterator files(root, QDir::Files, QDirIterator::Subdirectories);
             while (files.hasNext())
-                QTest::newRow(files.next().toUtf8()) << files.filePath();
+                row(files.next().toUtf8(), files.filePath());
         }
     }
 
@@ -233,9 +234,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, ExportRoundTripTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, ExportRoundTripTest)
 
 #include "export_round_trip_test.moc"

@@ -1,5 +1,6 @@
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -18,9 +19,7 @@ class FileFormatTest : public QObject
 private slots:
     void knowsTheFormatOfAFile_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("type");
+        TestSupport::columns<QString, QByteArray, QString>("name", "content", "type");
         const auto row = [](const char* name, const QByteArray& content, const char* type) {
             QTest::addRow("%s: %s", name, content.left(12).simplified().constData())
                 << QString::fromLatin1(name) << content << QString::fromLatin1(type);
@@ -84,23 +83,17 @@ private slots:
     // Opened for reading, a pipe without a writer and the log of the kernel would keep the reader for good.
     void opensNothingThatMayHaveNoEnd_data()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("refusal");
+        const auto row = TestSupport::columns<QString, QString>("path", "refusal");
         const QString special = QStringLiteral("it is not a regular file");
-        QTest::newRow("folder") << "."
-                                << "it is a folder";
-        QTest::newRow("pipe") << "pipe" << special;
-        QTest::newRow("link to a pipe") << "link" << special;
-        QTest::newRow("socket") << "socket" << special;
-        QTest::newRow("device") << "/dev/zero" << special;
-        QTest::newRow("log of the kernel") << "/proc/kmsg"
-                                           << "it is a view of the kernel, which may have no end";
-        QTest::newRow("what the kernel shows to all") << "/proc/version"
-                                                      << "";
-        QTest::newRow("nothing") << "missing"
-                                 << "";
-        QTest::newRow("file") << "file"
-                              << "";
+        row("folder", ".", "it is a folder");
+        row("pipe", "pipe", special);
+        row("link to a pipe", "link", special);
+        row("socket", "socket", special);
+        row("device", "/dev/zero", special);
+        row("log of the kernel", "/proc/kmsg", "it is a view of the kernel, which may have no end");
+        row("what the kernel shows to all", "/proc/version", "");
+        row("nothing", "missing", "");
+        row("file", "file", "");
     }
 
     void opensNothingThatMayHaveNoEnd()
@@ -120,11 +113,8 @@ private slots:
     // A file that is still taken for what it was can be edited, one that would not be is not written.
     void findsMistaking_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QByteArray>("after");
-        QTest::addColumn<bool>("isMistaken");
+        TestSupport::columns<QString, QString, QByteArray, QByteArray, bool>("file", "type", "before",
+                                                                             "after", "isMistaken");
         const auto row = [](const char* file, const char* type, const QByteArray& before,
                             const QByteArray& after, bool isMistaken) {
             QTest::addRow("%s: %s", file, after.left(10).constData())
@@ -159,9 +149,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, FileFormatTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, FileFormatTest)
 
 #include "file_format_test.moc"

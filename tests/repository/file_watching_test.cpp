@@ -1,5 +1,6 @@
 #include "files/FileWatcher.h"
 #include "host/Shared/Logging/LogRecord.h"
+#include "tests/support/Columns.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/RepositoryTest.h"
 
@@ -79,8 +80,7 @@ private slots:
 
     void bringsChangesIn_data()
     {
-        QTest::addColumn<FileChange>("change");
-        const auto row = [](const char* tag, const FileChange& change) { QTest::newRow(tag) << change; };
+        const auto row = TestSupport::columns<FileChange>("change");
         row("replaced", [](auto& t) { replace(t.file, withSpeed(9)); });
         row("written over", [](auto& t) { writeFile(t.file, withSpeed(9)); });
         row("replaced many times", [](auto& t) {
@@ -264,9 +264,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, FileWatchingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, FileWatchingTest)
 
 #include "file_watching_test.moc"

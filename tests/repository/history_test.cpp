@@ -1,4 +1,5 @@
 #include "repository/documents/Formats.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 #include "tests/support/TreeWriter.h"
 
@@ -49,9 +50,7 @@ private slots:
 
     void takesBackAndDoesAgain_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<int>("operation");
-        QTest::addColumn<QString>("name");
+        TestSupport::columns<QString, int, QString>("type", "operation", "name");
         operations.clear();
         const auto row = [this](const char* types, const char* name, Operation operation) {
             operations.append(std::move(operation));
@@ -146,9 +145,9 @@ private slots:
 
     void takesBackManySteps_data()
     {
-        QTest::addColumn<QString>("type");
+        const auto row = TestSupport::columns<QString>("type");
         for (const std::string& type : Repository::Documents::getDocumentTypes())
-            QTest::newRow(type.c_str()) << QString::fromStdString(type);
+            row(type.c_str(), QString::fromStdString(type));
     }
 
     void takesBackManySteps()
@@ -362,9 +361,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, HistoryTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, HistoryTest)
 
 #include "history_test.moc"

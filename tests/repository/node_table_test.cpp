@@ -1,4 +1,5 @@
 #include "repository/store/NodeTable.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
@@ -15,10 +16,10 @@ class NodeTableTest : public QObject
 private slots:
     void agreesWithReference_data()
     {
-        QTest::addColumn<int>("hashes");
-        QTest::newRow("hardly two of a hash") << 1000000;
-        QTest::newRow("groups run over") << 40;
-        QTest::newRow("all of one hash") << 1;
+        const auto row = TestSupport::columns<int>("hashes");
+        row("hardly two of a hash", 1000000);
+        row("groups run over", 40);
+        row("all of one hash", 1);
     }
 
     // Nodes that a full group has passed on are found again, through growing and through removals before
@@ -50,9 +51,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, NodeTableTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, NodeTableTest)
 
 #include "node_table_test.moc"

@@ -1,4 +1,5 @@
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QRandomGenerator>
@@ -173,10 +174,9 @@ private slots:
 
     void patternsAgreeWithAWalk_data()
     {
-        QTest::addColumn<QByteArray>("alphabet");
-        QTest::addColumn<int>("longest");
-        QTest::newRow("few short texts") << QByteArray("ab*") << 5;
-        QTest::newRow("many texts") << QByteArray("abcdefgh*") << 12;
+        const auto row = TestSupport::columns<QByteArray, int>("alphabet", "longest");
+        row("few short texts", "ab*", 5);
+        row("many texts", "abcdefgh*", 12);
     }
 
     // The index over patterns finds just those that a walk over all of them would find, while they become
@@ -243,9 +243,9 @@ private slots:
 
     void keepsACallbackWhileItRuns_data()
     {
-        QTest::addColumn<bool>("isNested");
-        QTest::newRow("called by a write") << false;
-        QTest::newRow("called by a write of another callback") << true;
+        const auto row = TestSupport::columns<bool>("isNested");
+        row("called by a write", false);
+        row("called by a write of another callback", true);
     }
 
     // What a callback captured lives until it returns, though it is ended meanwhile, and no longer.
@@ -346,9 +346,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, NotificationsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, NotificationsTest)
 
 #include "notifications_test.moc"

@@ -228,9 +228,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, RandomWalkTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, RandomWalkTest)
 
 #include "random_walk_test.moc"

@@ -1,4 +1,5 @@
 #include "repository/documents/Formats.h"
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDate>
@@ -54,16 +55,8 @@ private slots:
 
     void refusesAsAWhole_data()
     {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<int>("copied");
-        QTest::addColumn<int>("moved");
-        QTest::addColumn<QString>("where");
-        const auto row = [](const char* name, const char* from, const char* to, int copied, int moved,
-                            const char* where) {
-            QTest::newRow(name) << QString::fromLatin1(from) << QString::fromLatin1(to) << copied << moved
-                                << QString::fromLatin1(where);
-        };
+        const auto row = TestSupport::columns<QString, QString, int, int, QString>("from", "to", "copied",
+                                                                                   "moved", "where");
         row("nothing there", "j.none", "i.x", NotFound, NotFound, "'j.none'");
         row("exists", "j.a", "i.s.k", AlreadyExists, AlreadyExists, "'i.s.k'");
         row("into itself", "j.a", "j.a.b.c", InvalidPath, InvalidPath, "'j.a.b.c'");
@@ -115,9 +108,9 @@ private slots:
 
     void exportsAndImports_data()
     {
-        QTest::addColumn<QString>("type");
+        const auto row = TestSupport::columns<QString>("type");
         for (const std::string& type : Repository::Documents::getDocumentTypes())
-            QTest::newRow(type.c_str()) << QString::fromStdString(type);
+            row(type.c_str(), QString::fromStdString(type));
     }
 
     // Types, order and a node's own value beside children come through the text of each format.
@@ -216,9 +209,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, SubtreeTransferTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, SubtreeTransferTest)
 
 #include "subtree_transfer_test.moc"

@@ -13,8 +13,7 @@ void isolate();
 // The result of a run: that of the test, or a failure when unannounced warnings were seen.
 int finish(int testResult);
 
-// main of a test that needs no display: `int main(int argc, char** argv) { return runTest<QCoreApplication,
-// PathPatternTest>(argc, argv); }`. Tests of widgets name QApplication.
+// What main of a test does; VANTRY_TEST_MAIN is all of it. Tests of widgets name QApplication.
 template <typename Application, typename Test>
 int runTest(int argc, char** argv)
 {
@@ -23,6 +22,12 @@ int runTest(int argc, char** argv)
     Test test;
     return finish(QTest::qExec(&test, argc, argv));
 }
+
+#define VANTRY_TEST_MAIN(Application, Test)                                                                  \
+    int main(int argc, char** argv)                                                                          \
+    {                                                                                                        \
+        return TestSupport::runTest<Application, Test>(argc, argv);                                          \
+    }
 
 // A file or folder of the project's own sources.
 QString projectPath(const QString& name);

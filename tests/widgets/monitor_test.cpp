@@ -2,6 +2,7 @@
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
@@ -102,12 +103,8 @@ private slots:
 
     void editsEveryType_data()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QByteArray>("before"); // in the file
-        QTest::addColumn<QByteArray>("after");
-        const auto row = [](const char* name, const char* typed, const char* before, const char* after) {
-            QTest::newRow(name) << QString::fromLatin1(typed) << QByteArray(before) << QByteArray(after);
-        };
+        // before: in the file
+        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("typed", "before", "after");
         row("flag", " ", "true", "false");
         row("count", "-9223372036854775808", "-5", "-9223372036854775808");
         row("big", "18446744073709551615", "18446744073709551614", "18446744073709551615");
@@ -146,10 +143,7 @@ private slots:
 
     void endsWithoutWriting_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("hindrance");
-        QTest::addColumn<QString>("logged");
+        TestSupport::columns<QVariant, QString, QString, QString>("value", "typed", "hindrance", "logged");
         const auto row = [](const QVariant& value, const char* typed, const char* hindrance,
                             const char* log) {
             QTest::newRow(qPrintable(QLatin1String(hindrance) + QLatin1String(value.typeName())))
@@ -557,9 +551,6 @@ private:
     AppConfigDataAccessWidget* monitor = nullptr; // of the page
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, MonitorTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, MonitorTest)
 
 #include "monitor_test.moc"

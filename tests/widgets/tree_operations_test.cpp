@@ -1,11 +1,13 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/RefusedEntries.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 #include "tests/widgets/BrowserPage.h"
 #include "tests/widgets/DialogAnswers.h"
 #include "widgets/BackendCreateWidget.h"
@@ -157,23 +159,11 @@ private slots:
 
     void changesFiles_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QString>("source"); // copied before, when there is one
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<QString>("entry");
-        QTest::addColumn<QString>("name"); // what is entered
-        QTest::addColumn<bool>("asChild");
-        QTest::addColumn<QByteArray>("after");
-        QTest::addColumn<QString>("step");
-        const auto row = [](const char* test, const char* type, const char* before, const char* source,
-                            const char* item, const char* entry, const char* name, bool asChild,
-                            const char* after, const char* step) {
-            QTest::newRow(test) << QString::fromLatin1(type) << QByteArray(before)
-                                << QString::fromLatin1(source) << QString::fromLatin1(item)
-                                << QString::fromLatin1(entry) << QString::fromLatin1(name) << asChild
-                                << QByteArray(after) << QString::fromLatin1(step);
-        };
+        // name: what is entered
+        // source: copied before, when there is one
+        const auto row = TestSupport::columns<QString, QByteArray, QString, QString, QString, QString, bool,
+                                              QByteArray, QString>(
+            "type", "before", "source", "item", "entry", "name", "asChild", "after", "step");
         const char* const json =
             "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {}\n}\n";
         row("paste below, json", "json", json, "p.a", "p.b", "Paste Subtree", "copy", true,
@@ -272,22 +262,20 @@ private slots:
         choose(QStringLiteral("p.a"), "Import", {enterFile(json), enter(QStringLiteral("..p.new.x."))});
         QCOMPARE(repository->getHistoryInterface()->getUndoName(), QStringLiteral("Import out.TXT"));
         QVERIFY(page->item(QStringLiteral("p.new.x.speed")).isValid());
-        QCOMPARE(valueOf("p.new.x.$"), QVariant(QStringList{QStringLiteral("x"), QStringLiteral("y")}));
+        QCOMPARE(valueOf("p.new.x.$"), QVariant(TestSupport::words("x y")));
         QCOMPARE(repository->getHistoryInterface()->undo(), Success);
         QTRY_VERIFY(!page->item(QStringLiteral("p.new")).isValid());
     }
 
     void importsNothingOfAWrongFile_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("no json") << QByteArray("{\n  \"a\" 5}") << QStringLiteral("line 2, column 7");
-        QTest::newRow("cut") << QByteArray("{\"a\": [1, ") << QStringLiteral("line 1, column ");
-        QTest::newRow("empty") << QByteArray("\xEF\xBB\xBF \n") << QStringLiteral("empty");
-        QTest::newRow("bytes") << QByteArray("\x7f\x45LF\x02\0\xff", 7) << QStringLiteral("line 1, column 7");
-        QTest::newRow("type") << QByteArray("{\"new\": 1, \"speed\": \"fast\"}") << QStringLiteral("p.speed");
-        QTest::newRow("a value on a group")
-            << QByteArray("{\"speed\": 6, \"list\": {\"#value\": [1]}}") << QStringLiteral("p.list");
+        const auto row = TestSupport::columns<QByteArray, QString>("content", "reason");
+        row("no json", "{\n  \"a\" 5}", "line 2, column 7");
+        row("cut", "{\"a\": [1, ", "line 1, column ");
+        row("empty", "\xEF\xBB\xBF \n", "empty");
+        row("bytes", QByteArray("\x7f\x45LF\x02\0\xff", 7), "line 1, column 7");
+        row("type", "{\"new\": 1, \"speed\": \"fast\"}", "p.speed");
+        row("a value on a group", "{\"speed\": 6, \"list\": {\"#value\": [1]}}", "p.list");
     }
 
     void importsNothingOfAWrongFile()
@@ -323,10 +311,10 @@ private slots:
     // Others remove the item while the last dialog is open. Its path would be empty then, as that of all.
     void anItemThatGoesMeanwhileIsLeftAlone_data()
     {
-        QTest::addColumn<QString>("entry");
+        const auto row = TestSupport::columns<QString>("entry");
         for (const char* const entry :
              {"New Attribute", "Paste Subtree", "Add Validation", "Import", "Export", "Copy Subtree"})
-            QTest::newRow(entry) << QString::fromLatin1(entry);
+            row(entry, entry);
     }
 
     void anItemThatGoesMeanwhileIsLeftAlone()
@@ -545,9 +533,6 @@ private:
     std::unique_ptr<BrowserPage> page;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, TreeOperationsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, TreeOperationsTest)
 
 #include "tree_operations_test.moc"
