@@ -3,35 +3,25 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/RepositoryAccess.h"
-#include "tests/support/BothRepositories.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
-#include "tests/widgets/BrowserPage.h"
+#include "tests/widgets/BrowserPageTest.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QClipboard>
 #include <QCompleter>
-#include <QDialog>
-#include <QFile>
 #include <QHeaderView>
 #include <QLabel>
-#include <QPlainTextEdit>
-#include <QPointer>
 #include <QScrollBar>
-#include <QSlider>
 #include <QStyledItemDelegate>
 #include <QTableView>
-#include <QTemporaryDir>
 
-using FrameworkCore::AppConfig::AccessMode;
-using FrameworkCore::AppConfig::BackendConfiguration;
 using FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogRecord;
-using TestSupport::DialogDriver;
 using TestSupport::FakeRepository;
 using TestSupport::words;
 using Utilities::ModelViews::AttributeModel;
@@ -56,12 +46,9 @@ public:
 
 } // namespace
 
-class AttributeBrowserTest : public TestSupport::BothRepositories
+class AttributeBrowserTest : public BrowserPageTest
 {
     Q_OBJECT
-
-protected:
-    void closeAll() override { page.reset(); }
 
 private slots:
     void freshPageIsEmpty()
@@ -162,16 +149,15 @@ private slots:
 
     void readsWhatTheSearchPathAsksFor_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QStringList>("rows"); // with all of them open
-        QTest::newRow("a branch") << QStringLiteral("a.b")
-                                  << QStringList{QStringLiteral("-a"), QStringLiteral(" -b"),
-                                                 QStringLiteral("  -c"), QStringLiteral("   -e"),
-                                                 QStringLiteral("  -d")};
-        QTest::newRow("a pattern") << QStringLiteral("*.e")
-                                   << QStringList{QStringLiteral("-a"), QStringLiteral(" -b"),
-                                                  QStringLiteral("  -c"), QStringLiteral("   -e")};
-        QTest::newRow("nothing") << QStringLiteral("zz") << QStringList();
+        // rows: with all of them open
+        const auto row = TestSupport::columns<QString, QStringList>("searchPath", "rows");
+        row("a branch", "a.b",
+            QStringList{QStringLiteral("-a"), QStringLiteral(" -b"), QStringLiteral("  -c"),
+                        QStringLiteral("   -e"), QStringLiteral("  -d")});
+        row("a pattern", "*.e",
+            QStringList{QStringLiteral("-a"), QStringLiteral(" -b"), QStringLiteral("  -c"),
+                        QStringLiteral("   -e")});
+        row("nothing", "zz", QStringList());
     }
 
     void readsWhatTheSearchPathAsksFor()
@@ -188,14 +174,13 @@ private slots:
 
     void fillsTheFirstBoxFromTheSearchPath_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QStringList>("items");
+        const auto row = TestSupport::columns<QString, QStringList>("searchPath", "items");
         for (const char* path : {"a.b.*", "a.b.", "a.b"})
-            QTest::newRow(path) << QString::fromLatin1(path) << words("* c d");
-        QTest::newRow("everything") << any << words("* internal a k");
-        QTest::newRow("empty") << QString() << words("* internal a k");
-        QTest::newRow("a leaf") << QStringLiteral("a.b.d") << words("*");
-        QTest::newRow("unknown") << QStringLiteral("a.zz.*") << words("*");
+            row(path, path, words("* c d"));
+        row("everything", any, words("* internal a k"));
+        row("empty", QString(), words("* internal a k"));
+        row("a leaf", "a.b.d", words("*"));
+        row("unknown", "a.zz.*", words("*"));
     }
 
     void fillsTheFirstBoxFromTheSearchPath()
@@ -333,194 +318,6 @@ private slots:
         QCOMPARE(page->shownRows(), words("a"));
         page->tree.expand(again);
         QCOMPARE(page->shownRows(), (QStringList{QStringLiteral("-a"), QStringLiteral(" b")}));
-    }
-
-    void showsDetails_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const QVariant& value, const char* type, const char* text) {
-            QTest::newRow(name) << value << QString::fromLatin1(type) << QString::fromUtf8(text);
-        };
-        const auto string = [](const char* text) { return QVariant(QString::fromUtf8(text)); };
-        row("text", string("x y"), "QString", "x y");
-        row("list", QStringList(words("a b")), "QStringList", "a,b");
-        row("bool", true, "bool", "true");
-        row("number", 5LL, "qlonglong", "5");
-        row("braces", string("x;{a;b}"), "QString", "x;\n\t {\n\ta;\n\tb }\n\t");
-        row("braces over lines", string("x;{a\nb}"), "QString", "x;{a\nb}");
-        row("no semicolon", string("x{a}"), "QString", "x{a}");
-        row("object", string("{\"k\":[1,2],\"s\":\"x;{}\"}"), "QString",
-            "{\n    \"k\": [\n        1,\n        2\n    ],\n    \"s\": \"x;{}\"\n}\n");
-        row("array of a list", QStringList(words("[1 2]")), "QStringList", "[\n    1,\n    2\n]\n");
-        row("empty object", string("{}"), "QString", "{\n}\n");
-        row("a mere number is no document", string("17"), "QString", "17");
-        row("markup", string("<b>bold</b> & <img src='x'>"), "QString", "<b>bold</b> & <img src='x'>");
-        row("beyond ASCII", string("{\"k\":\"ß€\"}"), "QString", "{\n    \"k\": \"ß€\"\n}\n");
-    }
-
-    void showsDetails()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(QString, type);
-        QFETCH(QString, text);
-        createOne(QStringLiteral("a.b.value"), value);
-        createOne(QStringLiteral("a.other"), 1);
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read({});
-        page->clickItem(QStringLiteral("a.other"));
-        page->clickItem(QStringLiteral("a.b.value"));
-        QCOMPARE(page->details.toPlainText(), QStringLiteral("Name : value\nPath : a.b.value\nData Type : ") +
-                                                  type + QStringLiteral("\nValue : ") + text);
-        const QString shown = page->details.toPlainText();
-        page->clickItem(QStringLiteral("a.other"), Qt::RightButton);
-        QCOMPARE(page->details.toPlainText(), shown); // a menu is no click
-    }
-
-    void showsTheBeginningOfALongValue_data()
-    {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<bool>("isWhole");
-        const QString nested = QString(500, QLatin1Char('[')) + QString(500, QLatin1Char(']'));
-        QTest::newRow("the longest whole one") << QVariant(QString(10000, QLatin1Char('x'))) << true;
-        QTest::newRow("unbroken") << QVariant(QString(60000, QLatin1Char('x'))) << false;
-        QTest::newRow("pairs") << QVariant(QLatin1Char('x') + QString::fromUtf8("\U0001F600").repeated(9000))
-                               << false;
-        QTest::newRow("lines") << QVariant(QStringLiteral("line\n").repeated(50000)) << false;
-        QTest::newRow("few, empty lines") << QVariant(QString(1500, QLatin1Char('\n'))) << false;
-        QTest::newRow("marks") << QVariant(QLatin1Char('a') + QString(5000, QChar(0x301))) << false;
-        QTest::newRow("marks on each")
-            << QVariant((QLatin1Char('a') + QString(30, QChar(0x301))).repeated(300)) << false;
-        QTest::newRow("scripts") << QVariant(QString::fromUtf8("a\u0431").repeated(2000)) << false;
-        QTest::newRow("directions") << QVariant(QString::fromUtf8("\u05d01").repeated(2000)) << false;
-        QTest::newRow("words of two scripts")
-            << QVariant(QString::fromUtf8(
-                            "three words, 3 numbers: \u0442\u0440\u0438 \u0441\u043b\u043e\u0432\u0430. ")
-                            .repeated(120))
-            << true;
-        QTest::newRow("items") << QVariant(words(QStringLiteral("item ").repeated(9000))) << false;
-        QTest::newRow("bytes") << QVariant(QString::fromUtf8("\u20ac").repeated(300000).toUtf8()) << false;
-        QTest::newRow("bytes that are no text") << QVariant(QByteArray(20000, '\xff')) << false;
-        QTest::newRow("deep JSON") << QVariant(QLatin1Char('[') + (nested + QLatin1Char(',')).repeated(100) +
-                                               QStringLiteral("1]"))
-                                   << false;
-    }
-
-    void showsTheBeginningOfALongValue()
-    {
-        QFETCH(QVariant, value);
-        QFETCH(bool, isWhole);
-        const QString text = value.type() == QVariant::StringList
-                                 ? value.toStringList().join(QLatin1Char(','))
-                                 : value.toString();
-        createOne(QStringLiteral("a"), value);
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read(QStringLiteral("a"));
-        page->clickItem(QStringLiteral("a"));
-        const QString label = QStringLiteral("Value : ");
-        const QString shown = page->details.toPlainText();
-        const QString beginning = shown.mid(shown.indexOf(label) + label.size());
-        QCOMPARE(beginning == text, isWhole);
-        QVERIFY(text.startsWith(beginning) && !beginning.isEmpty() && beginning.size() <= 10000);
-        QVERIFY(!beginning.at(beginning.size() - 1).isHighSurrogate());
-        const int amount = value.type() == QVariant::ByteArray    ? value.toByteArray().size()
-                           : value.type() == QVariant::StringList ? value.toStringList().size()
-                                                                  : text.size();
-        QCOMPARE(shown.contains(QLocale().toString(amount)), !isWhole);
-        if (isWhole)
-            return;
-
-        page->details.setFocus();
-        QTest::keyClick(&page->details, Qt::Key_Tab);
-        QTest::keyClick(&page->details, Qt::Key_Return);
-        QPointer<QDialog> window;
-        for (QWidget* const each : QApplication::topLevelWidgets()) {
-            if (auto* const dialog = qobject_cast<QDialog*>(each))
-                window = dialog;
-        }
-        QVERIFY(window && window->isVisible());
-        const auto* const part = window->findChild<QPlainTextEdit*>();
-        auto* const slider = window->findChild<QSlider*>();
-        QString all;
-        for (bool isMore = true; isMore;) {
-            all += part->toPlainText();
-            const int before = slider->value();
-            QTest::keyClick(slider, Qt::Key_Right);
-            isMore = slider->value() > before;
-        }
-        QCOMPARE(all, text);
-        QTest::keyClick(slider, Qt::Key_Escape);
-        QTRY_VERIFY(!window);
-
-        page->details.setFocus();
-        QTest::keyClick(&page->details, Qt::Key_Tab);
-        QTest::keyClick(&page->details, Qt::Key_Return);
-        QCOMPARE(QGuiApplication::clipboard()->text(), text);
-    }
-
-    // Also when nothing is selected any more, so that the page alone knows which item it shows.
-    void detailsFollowAnItemThatIsNoLongerSelected()
-    {
-        create(words("a b"));
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read({});
-        page->clickItem(QStringLiteral("a"));
-        const DialogDriver driver([](QWidget& menu) { QTest::keyClick(&menu, Qt::Key_Escape); });
-        const QPoint other = page->tree.visualRect(page->item(QStringLiteral("b"))).center();
-        QVERIFY(TestSupport::click(*page->tree.viewport(), other, Qt::RightButton));
-        QTRY_VERIFY(driver.isDone() && !page->tree.selectionModel()->hasSelection());
-        for (int round = 0; round < 20; ++round) {
-            const QString value = QStringLiteral("value %1").arg(round);
-            QCOMPARE(repository->getWriterInterface()->writeAttributeValue(QStringLiteral("a"), value, 15),
-                     0);
-            QTRY_COMPARE(page->details.toPlainText(),
-                         QStringLiteral("Name : a\nPath : a\nData Type : QString\nValue : ") + value);
-        }
-    }
-
-    void detailsFollowTheirItem()
-    {
-        createOne(QStringLiteral("ab"), QStringLiteral("first"));
-        createOne(QStringLiteral("ac"), QStringLiteral("second"));
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read({});
-        page->clickItem(QStringLiteral("ab"));
-        page->read(QStringLiteral("a*")); // the tree is another one
-        QCOMPARE(repository->getWriterInterface()->writeAttributeValue(QStringLiteral("ab"),
-                                                                       QStringLiteral("third"), 15),
-                 0);
-        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : third")));
-
-        // A row that a drag selects, without a click.
-        auto* const monitor = page->part<QTableView>("appConfigDataAccessWidget");
-        const QPoint row = page->tree.visualRect(page->item(QStringLiteral("ac"))).center();
-        QVERIFY(TestSupport::drag(*page->tree.viewport(), row, *monitor->viewport(), QPoint(30, 30)));
-        QTRY_COMPARE(monitor->model()->rowCount(), 1);
-        QTRY_VERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
-
-        QCOMPARE(repository->getTreeInterface()->removeTree(QStringLiteral("ac")),
-                 FrameworkCore::AppConfig::Success);
-        QTRY_COMPARE(page->details.toPlainText(), QString());
-        page->clickItem(QStringLiteral("ab"));
-        page->read(QStringLiteral("zz"));
-        QCOMPARE(page->details.toPlainText(), QString());
-    }
-
-    void keysMoveThroughTheDetails()
-    {
-        createOne(QStringLiteral("a"), QStringLiteral("first"));
-        createOne(QStringLiteral("k"), QStringLiteral("second"));
-        openPage();
-        QVERIFY(TestSupport::showActive(page->widget));
-        page->read({});
-        page->clickItem(QStringLiteral("a"));
-        QTest::keyClick(&page->tree, Qt::Key_Down);
-        QVERIFY(page->details.toPlainText().endsWith(QStringLiteral("Value : second")));
     }
 
     void backendRootsShowTheirBackend()
@@ -714,44 +511,8 @@ private slots:
         QVERIFY(page->shownRows().isEmpty());
         QCOMPARE(page->choices(), QString());
     }
-
-private:
-    void createOne(const QString& path, const QVariant& value)
-    {
-        QVERIFY(repository->getWriterInterface()->createAttribute(path, value, 2, 3));
-    }
-
-    void create(const QStringList& paths)
-    {
-        for (const QString& path : paths)
-            createOne(path, path);
-    }
-
-    void createBackend(const QString& name, const QString& description)
-    {
-        const QString fileName = folder.filePath(name + QLatin1String(".ini"));
-        QFile file(fileName);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[speed]\nvalue = 5\n");
-        file.close();
-        const BackendConfiguration configuration{fileName, description, AccessMode::ReadWrite};
-        QVERIFY(
-            repository->getBackendInterface()->createBackend(QStringLiteral("ini"), name, configuration, 2));
-    }
-
-    void openPage()
-    {
-        page = std::make_unique<BrowserPage>();
-        page->widget.show();
-    }
-
-    QTemporaryDir folder;
-    std::unique_ptr<BrowserPage> page;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, AttributeBrowserTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, AttributeBrowserTest)
 
 #include "attribute_browser_test.moc"
