@@ -1,79 +1,25 @@
 #include "desk/window/NoticeBar.h"
-#include "host/Shared/Logging/LogRecord.h"
-#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
-#include "tests/desk/RunningDesk.h"
-#include "tests/support/DialogDriver.h"
+#include "tests/desk/DeskTest.h"
 #include "tests/support/NoThreads.h"
-#include "tests/support/RealInput.h"
-#include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
 
 #include <QAbstractItemView>
-#include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QTreeView>
-#include <QTreeWidget>
-
-#include <algorithm>
-#include <optional>
 
 using TestSupport::contentOf;
+using TestSupport::DeskTest;
 using TestSupport::DialogDriver;
 using TestSupport::pressKey;
-using TestSupport::RunningDesk;
-
-namespace {
-
-const QString speed = QStringLiteral("plant.cell.pump.motor.speed");
-const QString sense = QStringLiteral("plant.cell.pump.motor.sense");
-const QString maximum = QStringLiteral("limits.oven.maximum");
-
-// Clicks the button of a dialog that has the text.
-void press(const QWidget& dialog, const char* text)
-{
-    const auto buttons = dialog.findChildren<QPushButton*>();
-    for (QPushButton* button : buttons) {
-        if (button->text().remove(QLatin1Char('&')) == QLatin1String(text)) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            return;
-        }
-    }
-    QFAIL(text);
-}
-
-} // namespace
 
 // The File and the Edit menu, with real keys on the real desk and files.
-class DeskFilesTest : public QObject
+class DeskFilesTest : public DeskTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        folder = std::make_unique<RunningDesk::Folder>();
-        plant = contentOf(folder->path("plant.json"));
-        desk = std::make_unique<RunningDesk>(
-            *folder, QStringList{folder->path("plant.json"), folder->path("limits.ini")});
-        QVERIFY(TestSupport::showActive(*desk->window));
-        QTRY_VERIFY(desk->item(QStringLiteral("limits.oven")).isValid());
-        desk->tree->setFocus();
-    }
-
-    void cleanup()
-    {
-        desk.reset();
-        folder.reset();
-    }
+    void init() { open(); }
+    void cleanup() { close(); }
 
     void undoesAndSavesByKey()
     {
@@ -194,124 +140,6 @@ private slots:
         QTRY_VERIFY(!desk->window->isWindowModified());
     }
 
-    void asksBeforeChangesAreLost_data()
-    {
-        QTest::addColumn<bool>("isWindow"); // or only one of the files
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<bool>("goes");
-        QTest::addColumn<bool>("isSaved");
-        for (const bool isWindow : {true, false}) {
-            const QString whole = isWindow ? QStringLiteral("window: ") : QStringLiteral("file: ");
-            const QString save = isWindow ? QStringLiteral("Save All") : QStringLiteral("Save");
-            QTest::newRow(qPrintable(whole + save)) << isWindow << save << true << true;
-            QTest::newRow(qPrintable(whole + QLatin1String("Discard")))
-                << isWindow << QStringLiteral("Discard") << true << false;
-            QTest::newRow(qPrintable(whole + QLatin1String("Cancel")))
-                << isWindow << QStringLiteral("Cancel") << false << false;
-        }
-    }
-
-    void asksBeforeChangesAreLost()
-    {
-        QFETCH(bool, isWindow);
-        QFETCH(QString, button);
-        QFETCH(bool, goes);
-        QFETCH(bool, isSaved);
-        write(speed, 1250);
-        write(maximum, 130);
-        QString shown;
-        const auto answer = [&](QWidget& dialog) {
-            auto* const view = dialog.findChild<QPlainTextEdit*>(QStringLiteral("differences"));
-            QTRY_VERIFY(view->toPlainText().contains(isWindow ? QLatin1String("+maximum = 130")
-                                                              : QLatin1String("\"speed\": 1250")));
-            shown = view->toPlainText();
-            press(dialog, qPrintable(button));
-        };
-        if (isWindow) {
-            const DialogDriver driver(answer);
-            QVERIFY(pressKey(QStringLiteral("ctrl+q")));
-            QTRY_VERIFY(driver.isDone());
-        } else {
-            fileMenu({"c", "Return"}, answer);
-        }
-        QVERIFY2(shown.startsWith(QStringLiteral("--- ") + folder->path("plant.json")), qPrintable(shown));
-        QVERIFY2(shown.contains(QLatin1String("-{\"cell\": {\"pump\": {\"motor\": {\"speed\": 1200")) &&
-                     shown.contains(QLatin1String("-maximum = 125")) == isWindow,
-                 qPrintable(shown));
-        if (isWindow)
-            QTRY_COMPARE(!desk->window->isVisible(), goes);
-        else
-            QTRY_COMPARE(!desk->item(QStringLiteral("plant")).isValid(), goes);
-        QCOMPARE(contentOf(folder->path("plant.json")).contains("1250"), isSaved);
-        QCOMPARE(contentOf(folder->path("limits.ini")).contains("130"), isSaved && isWindow);
-        if (!goes)
-            QCOMPARE(read(speed), QVariant(1250LL));
-    }
-
-    void letsChooseInConflicts()
-    {
-        write(speed, 1250);
-        write(sense, QStringLiteral("right"));
-        QByteArray theirs = plant;
-        theirs.replace("1200", "1300").replace("left", "both").replace("true", "false");
-        TestSupport::writeFile(folder->path("plant.json"), theirs);
-        DialogDriver driver([](QWidget& dialog) {
-            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
-            QCOMPARE(textsOf(*rows), (QStringList{speed + QLatin1String("|1250|1300|"),
-                                                  sense + QLatin1String("|right|both|")}));
-            press(dialog, "Save"); // not enabled before all are chosen
-            QVERIFY(dialog.isVisible());
-            press(dialog, "Keep Mine");
-            rows->clearSelection();
-            rows->topLevelItem(1)->setSelected(true);
-            press(dialog, "Take Theirs");
-            QCOMPARE(textsOf(*rows).last(), sense + QLatin1String("|right|both|take theirs"));
-            press(dialog, "Save");
-        });
-        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
-        QTRY_VERIFY(driver.isDone());
-        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(theirs).replace("1300", "1250"));
-        QCOMPARE(read(sense), QVariant(QStringLiteral("both")));
-        QTRY_VERIFY(!desk->window->isWindowModified());
-    }
-
-    void writesAFileThatIsGoneAnew()
-    {
-        write(speed, 1250);
-        QVERIFY(QFile::remove(folder->path("plant.json")));
-        const DialogDriver driver([](QWidget& dialog) {
-            QCOMPARE(textsOf(*dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"))),
-                     QStringList(QStringLiteral("plant|what is open|the file is gone|")));
-            press(dialog, "Keep Mine");
-            press(dialog, "Save");
-        });
-        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
-        QTRY_VERIFY(driver.isDone());
-        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
-    }
-
-    // What cannot be saved keeps the window, and the person hears why.
-    void staysWhenSavingFails()
-    {
-        write(speed, 1250);
-        QVERIFY(QFile::remove(folder->path("plant.json")));
-        QVERIFY(QDir().mkdir(folder->path("plant.json")));
-        QString told;
-        std::optional<DialogDriver> warning;
-        const DialogDriver driver([&](QWidget& dialog) {
-            press(dialog, "Save");
-            warning.emplace([&told](QWidget& box) {
-                told = qobject_cast<QMessageBox*>(&box)->text();
-                press(box, "OK");
-            });
-        });
-        QVERIFY(pressKey(QStringLiteral("ctrl+q")));
-        QTRY_VERIFY(warning && warning->isDone());
-        QVERIFY2(told.contains(folder->path("plant.json")), qPrintable(told));
-        QVERIFY(desk->window->isVisible());
-        QCOMPARE(read(speed), QVariant(1250LL));
-    }
-
     // What needs a thread says that there is none; what was edited is saved all the same.
     void worksWithoutThreads()
     {
@@ -332,138 +160,6 @@ private slots:
         desk->window->openFiles({folder->path("plant.json")});
         QTRY_VERIFY(desk->item(QStringLiteral("plant")).isValid());
         QCOMPARE(read(speed), QVariant(1250LL));
-    }
-
-    // As when the session ends: nobody is asked, and the next window tells where the changes are.
-    void endsUnasked()
-    {
-        write(speed, 1250);
-        const quint64 number = Shared::Logging::LogRecord::instance().getLastNumber();
-        desk->window->closeUnasked();
-        QVERIFY(!desk->window->isVisible());
-        const auto lines = Shared::Logging::LogRecord::instance().getLines(number);
-        QCOMPARE(lines.size(), 1);
-        QVERIFY2(lines.first().text.contains(QLatin1String("plant.json (plant)")),
-                 qPrintable(lines.first().text));
-        QCOMPARE(contentOf(folder->path("plant.json")), plant);
-
-        const QDir kept(folder->path("state/vantry/unsaved"));
-        const QStringList files = kept.entryList(QDir::Files, QDir::Name);
-        QCOMPARE(files.size(), 2);
-        const QString place = kept.filePath(files.last());
-        QVERIFY(lines.first().text.endsWith(place));
-        const QByteArray diff = contentOf(place);
-        QVERIFY(diff.startsWith("--- " + QFile::encodeName(folder->path("plant.json"))));
-        QVERIFY2(diff.contains("\n-") && diff.contains("1250"), diff);
-        for (const QString& closed : {folder->path("state/vantry"), place, kept.filePath(files.first())})
-            QCOMPARE(QFileInfo(closed).permissions() & QFileDevice::Permissions(0x77), QFile::Permissions());
-        startAnew();
-        DialogDriver shown([](QWidget& dialog) {
-            QVERIFY(dialog.findChild<QPlainTextEdit*>()->toPlainText().contains(QLatin1String("1250")));
-            press(dialog, "Close");
-        });
-        pressKept("keptShow");
-        QVERIFY(shown.isDone());
-        for (const char* const answer : {"Cancel", "Discard"}) {
-            DialogDriver question([answer](QWidget& box) { press(box, answer); });
-            pressKept("keptDiscard");
-            QVERIFY(question.isDone());
-            QCOMPARE(desk->part<QWidget>("keptChangesBar")->isVisible(), qstrcmp(answer, "Cancel") == 0);
-        }
-        QVERIFY(kept.entryList(QDir::Files).isEmpty());
-        QCOMPARE(contentOf(folder->path("plant.json")), plant);
-    }
-
-    void appliesKeptChanges_data()
-    {
-        QTest::addColumn<QByteArray>("theirs"); // what another program has made of the file meanwhile
-        QTest::addColumn<bool>("isConflict");
-        QTest::addColumn<bool>("isOpen");
-        QTest::newRow("as it was") << QByteArray("1200") << false << false;
-        QTest::newRow("open already") << QByteArray("1200") << false << true;
-        QTest::newRow("in conflict") << QByteArray("1300") << true << false;
-    }
-
-    // As edits that are not saved, in a step of undo; a conflict stays kept until somebody chooses.
-    void appliesKeptChanges()
-    {
-        QFETCH(QByteArray, theirs);
-        QFETCH(bool, isConflict);
-        QFETCH(bool, isOpen);
-        const QString added = QStringLiteral("plant.cell.pump.motor.torque");
-        write(speed, 1250);
-        QCOMPARE(desk->repository->getTreeInterface()->removeTree(sense), FrameworkCore::AppConfig::Success);
-        QVERIFY(desk->repository->getWriterInterface()->createAttribute(added, 2.5, 2, 3));
-        desk->window->closeUnasked();
-        QByteArray meanwhile = plant;
-        meanwhile.replace("1200", theirs).replace("true", "false");
-        TestSupport::writeFile(folder->path("plant.json"), meanwhile);
-        startAnew(isOpen ? QStringList(folder->path("plant.json")) : QStringList());
-
-        std::optional<DialogDriver> conflict;
-        const auto drive = [](const char* key) {
-            return [key](QWidget& dialog) {
-                auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
-                QCOMPARE(textsOf(*rows), QStringList(speed + QLatin1String("|1250|1300|")));
-                press(dialog, "Keep Mine");
-                press(dialog, key);
-            };
-        };
-        std::optional<DialogDriver> told;
-        if (isConflict) {
-            conflict.emplace([&](QWidget& dialog) {
-                drive("Cancel")(dialog);
-                told.emplace([](QWidget& box) { press(box, "OK"); });
-            });
-        }
-        pressKept("keptApply");
-        QTRY_VERIFY(read(added) == QVariant(2.5));
-        if (isConflict) {
-            QTRY_VERIFY(told && told->isDone());
-            QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
-            QCOMPARE(read(speed), QVariant(1300LL));
-            conflict.emplace(drive("Apply"));
-            pressKept("keptApply");
-            QTRY_VERIFY(conflict->isDone());
-        }
-        QTRY_VERIFY(!desk->part<QWidget>("keptChangesBar")->isVisible());
-        QCOMPARE(read(speed), QVariant(1250LL));
-        QVERIFY(!read(sense).isValid());
-        QCOMPARE(read(QStringLiteral("plant.cell.valve.open")), QVariant(false));
-        QVERIFY(QDir(folder->path("state/vantry/unsaved")).entryList(QDir::Files).isEmpty());
-        QCOMPARE(contentOf(folder->path("plant.json")), meanwhile);
-        QTRY_VERIFY(desk->window->isWindowModified());
-
-        QVERIFY(TestSupport::showActive(*desk->window));
-        for (int step = 0; step < 1 + isConflict; ++step)
-            QVERIFY(pressKey(QStringLiteral("ctrl+z")));
-        QTRY_COMPARE(read(sense), QVariant(QStringLiteral("left")));
-        QCOMPARE(read(speed), QVariant(theirs.toLongLong()));
-        QVERIFY(!read(added).isValid());
-    }
-
-    // Long values are seen where they differ, and the choice at any width.
-    void showsLongConflicts()
-    {
-        const QString text =
-            QStringLiteral("a text of many words that does not fit into a column ").repeated(8);
-        write(sense, QString(text + QLatin1Char('x')));
-        TestSupport::writeFile(folder->path("plant.json"),
-                               QByteArray(plant).replace("left", text.toUtf8() + 'y'));
-        const DialogDriver driver([&](QWidget& dialog) {
-            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
-            for (const int width : {1200, 200}) {
-                dialog.resize(width, 400);
-                QTRY_VERIFY(rows->visualItemRect(rows->topLevelItem(0)).height() > 60);
-                const int end = rows->columnViewportPosition(3) + rows->columnWidth(3);
-                QVERIFY(end <= rows->viewport()->width());
-                QVERIFY(rows->columnWidth(3) >
-                        rows->fontMetrics().horizontalAdvance(QStringLiteral("take theirs")));
-            }
-            press(dialog, "Cancel");
-        });
-        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
-        QTRY_VERIFY(driver.isDone());
     }
 
     void tellsFilesOfOneNameApart()
@@ -544,105 +240,6 @@ private slots:
         fileMenu({"r", "c"});
         QTRY_COMPARE(entries(), QStringList(QStringLiteral("None yet!")));
     }
-
-private:
-    // As the next start of the program.
-    void startAnew(const QStringList& files = {})
-    {
-        desk.reset();
-        desk = std::make_unique<RunningDesk>(*folder, files);
-        QVERIFY(TestSupport::showActive(*desk->window));
-        if (!files.isEmpty())
-            QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
-        desk->window->showKeptChanges();
-        QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
-    }
-
-    // In the row of the only file.
-    void pressKept(const char* name)
-    {
-        QVERIFY(TestSupport::showActive(*desk->window)); // again, after a dialog
-        QTest::mouseClick(desk->part<QPushButton>(name), Qt::LeftButton);
-    }
-
-    void write(const QString& path, const QVariant& value)
-    {
-        QCOMPARE(desk->repository->getWriterInterface()->writeAttributeValue(path, value, 8), 0);
-    }
-
-    QVariant read(const QString& path) const
-    {
-        QVariant value;
-        desk->repository->getReaderInterface()->readAttributeValue(path, value, 0);
-        return value;
-    }
-
-    // Opens the speed's editor in the view and replaces what it holds.
-    void type(QAbstractItemView& view, const QString& typed)
-    {
-        QModelIndex cell = desk->item(speed);
-        if (auto* const table = qobject_cast<Utilities::ModelViews::AdvancedAttributeModel*>(view.model())) {
-            table->loadCustomAttributeList({speed});
-            cell = table->index(0, 0);
-        }
-        view.setFocus();
-        view.setCurrentIndex(cell.sibling(cell.row(), 1));
-        QVERIFY(pressKey(QStringLiteral("F2")));
-        QTRY_VERIFY(qobject_cast<QLineEdit*>(QApplication::focusWidget()) &&
-                    view.isAncestorOf(QApplication::focusWidget()));
-        QVERIFY(TestSupport::typeText(typed));
-        QTRY_COMPARE(qobject_cast<QLineEdit*>(QApplication::focusWidget())->text(), typed);
-    }
-
-    // With the mouse, in one of the window's menus.
-    void choose(int menu, const QString& entry)
-    {
-        const QMenuBar& bar = *desk->window->menuBar();
-        const QMenu& opened = *bar.actions().at(menu)->menu();
-        QVERIFY(TestSupport::click(bar, bar.actionGeometry(bar.actions().at(menu)).center()));
-        QTRY_COMPARE(QApplication::activePopupWidget(), static_cast<const QWidget*>(&opened));
-        const auto actions = opened.actions();
-        const auto found = std::find_if(actions.begin(), actions.end(), [&entry](const QAction* action) {
-            return action->isEnabled() && action->text() == entry;
-        });
-        QVERIFY2(found != actions.end(), qPrintable(entry));
-        QVERIFY(TestSupport::click(opened, opened.actionGeometry(*found).center()));
-        QTRY_VERIFY(!QApplication::activePopupWidget());
-    }
-
-    // Opens a menu in the File menu by the first key and chooses there by the second; a dialog that comes
-    // then is driven.
-    void fileMenu(const QList<const char*>& keys, const std::function<void(QWidget&)>& drive = {})
-    {
-        QVERIFY(TestSupport::showActive(*desk->window)); // again, after a dialog
-        QVERIFY(pressKey(QStringLiteral("alt+f")));
-        QTRY_VERIFY(QApplication::activePopupWidget());
-        const QWidget* const menu = QApplication::activePopupWidget();
-        QVERIFY(pressKey(QLatin1String(keys.first())));
-        QTRY_VERIFY(QApplication::activePopupWidget() != menu);
-        std::optional<DialogDriver> driver;
-        if (drive)
-            driver.emplace(drive);
-        QVERIFY(pressKey(QLatin1String(keys.last())));
-        if (driver)
-            QTRY_VERIFY(driver->isDone());
-    }
-
-    static QStringList textsOf(const QTreeWidget& rows)
-    {
-        QStringList texts;
-        for (int row = 0; row < rows.topLevelItemCount(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < rows.columnCount(); ++column)
-                cells.append(rows.topLevelItem(row)->text(column));
-            texts.append(cells.join(QLatin1Char('|')));
-        }
-        return texts;
-    }
-
-    std::unique_ptr<RunningDesk::Folder> folder;
-    std::unique_ptr<RunningDesk> desk;
-    QByteArray plant; // the file as it was
 };
 
 int main(int argc, char** argv)

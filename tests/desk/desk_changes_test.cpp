@@ -1,0 +1,278 @@
+#include "host/Shared/Logging/LogRecord.h"
+#include "tests/desk/DeskTest.h"
+#include "tests/support/Columns.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+
+using TestSupport::contentOf;
+using TestSupport::DeskTest;
+using TestSupport::DialogDriver;
+using TestSupport::pressKey;
+
+// Changes that are not saved, and what becomes of them.
+class DeskChangesTest : public DeskTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { open(); }
+    void cleanup() { close(); }
+
+    void asksBeforeChangesAreLost_data()
+    {
+        // isWindow: or only one of the files
+        const auto row =
+            TestSupport::columns<bool, QString, bool, bool>("isWindow", "button", "goes", "isSaved");
+        for (const bool isWindow : {true, false}) {
+            const QString whole = isWindow ? QStringLiteral("window: ") : QStringLiteral("file: ");
+            const QString save = isWindow ? QStringLiteral("Save All") : QStringLiteral("Save");
+            row(qPrintable(whole + save), isWindow, save, true, true);
+            row(qPrintable(whole + QLatin1String("Discard")), isWindow, "Discard", true, false);
+            row(qPrintable(whole + QLatin1String("Cancel")), isWindow, "Cancel", false, false);
+        }
+    }
+
+    void asksBeforeChangesAreLost()
+    {
+        QFETCH(bool, isWindow);
+        QFETCH(QString, button);
+        QFETCH(bool, goes);
+        QFETCH(bool, isSaved);
+        write(speed, 1250);
+        write(maximum, 130);
+        QString shown;
+        const auto answer = [&](QWidget& dialog) {
+            auto* const view = dialog.findChild<QPlainTextEdit*>(QStringLiteral("differences"));
+            QTRY_VERIFY(view->toPlainText().contains(isWindow ? QLatin1String("+maximum = 130")
+                                                              : QLatin1String("\"speed\": 1250")));
+            shown = view->toPlainText();
+            press(dialog, qPrintable(button));
+        };
+        if (isWindow) {
+            const DialogDriver driver(answer);
+            QVERIFY(pressKey(QStringLiteral("ctrl+q")));
+            QTRY_VERIFY(driver.isDone());
+        } else {
+            fileMenu({"c", "Return"}, answer);
+        }
+        QVERIFY2(shown.startsWith(QStringLiteral("--- ") + folder->path("plant.json")), qPrintable(shown));
+        QVERIFY2(shown.contains(QLatin1String("-{\"cell\": {\"pump\": {\"motor\": {\"speed\": 1200")) &&
+                     shown.contains(QLatin1String("-maximum = 125")) == isWindow,
+                 qPrintable(shown));
+        if (isWindow)
+            QTRY_COMPARE(!desk->window->isVisible(), goes);
+        else
+            QTRY_COMPARE(!desk->item(QStringLiteral("plant")).isValid(), goes);
+        QCOMPARE(contentOf(folder->path("plant.json")).contains("1250"), isSaved);
+        QCOMPARE(contentOf(folder->path("limits.ini")).contains("130"), isSaved && isWindow);
+        if (!goes)
+            QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    void letsChooseInConflicts()
+    {
+        write(speed, 1250);
+        write(sense, QStringLiteral("right"));
+        QByteArray theirs = plant;
+        theirs.replace("1200", "1300").replace("left", "both").replace("true", "false");
+        TestSupport::writeFile(folder->path("plant.json"), theirs);
+        DialogDriver driver([](QWidget& dialog) {
+            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+            QCOMPARE(textsOf(*rows), (QStringList{speed + QLatin1String("|1250|1300|"),
+                                                  sense + QLatin1String("|right|both|")}));
+            press(dialog, "Save"); // not enabled before all are chosen
+            QVERIFY(dialog.isVisible());
+            press(dialog, "Keep Mine");
+            rows->clearSelection();
+            rows->topLevelItem(1)->setSelected(true);
+            press(dialog, "Take Theirs");
+            QCOMPARE(textsOf(*rows).last(), sense + QLatin1String("|right|both|take theirs"));
+            press(dialog, "Save");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(theirs).replace("1300", "1250"));
+        QCOMPARE(read(sense), QVariant(QStringLiteral("both")));
+        QTRY_VERIFY(!desk->window->isWindowModified());
+    }
+
+    void writesAFileThatIsGoneAnew()
+    {
+        write(speed, 1250);
+        QVERIFY(QFile::remove(folder->path("plant.json")));
+        const DialogDriver driver([](QWidget& dialog) {
+            QCOMPARE(textsOf(*dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"))),
+                     QStringList(QStringLiteral("plant|what is open|the file is gone|")));
+            press(dialog, "Keep Mine");
+            press(dialog, "Save");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_COMPARE(contentOf(folder->path("plant.json")), QByteArray(plant).replace("1200", "1250"));
+    }
+
+    // What cannot be saved keeps the window, and the person hears why.
+    void staysWhenSavingFails()
+    {
+        write(speed, 1250);
+        QVERIFY(QFile::remove(folder->path("plant.json")));
+        QVERIFY(QDir().mkdir(folder->path("plant.json")));
+        QString told;
+        std::optional<DialogDriver> warning;
+        const DialogDriver driver([&](QWidget& dialog) {
+            press(dialog, "Save");
+            warning.emplace([&told](QWidget& box) {
+                told = qobject_cast<QMessageBox*>(&box)->text();
+                press(box, "OK");
+            });
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+q")));
+        QTRY_VERIFY(warning && warning->isDone());
+        QVERIFY2(told.contains(folder->path("plant.json")), qPrintable(told));
+        QVERIFY(desk->window->isVisible());
+        QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    // As when the session ends: nobody is asked, and the next window tells where the changes are.
+    void endsUnasked()
+    {
+        write(speed, 1250);
+        const quint64 number = Shared::Logging::LogRecord::instance().getLastNumber();
+        desk->window->closeUnasked();
+        QVERIFY(!desk->window->isVisible());
+        const auto lines = Shared::Logging::LogRecord::instance().getLines(number);
+        QCOMPARE(lines.size(), 1);
+        QVERIFY2(lines.first().text.contains(QLatin1String("plant.json (plant)")),
+                 qPrintable(lines.first().text));
+        QCOMPARE(contentOf(folder->path("plant.json")), plant);
+
+        const QDir kept(folder->path("state/vantry/unsaved"));
+        const QStringList files = kept.entryList(QDir::Files, QDir::Name);
+        QCOMPARE(files.size(), 2);
+        const QString place = kept.filePath(files.last());
+        QVERIFY(lines.first().text.endsWith(place));
+        const QByteArray diff = contentOf(place);
+        QVERIFY(diff.startsWith("--- " + QFile::encodeName(folder->path("plant.json"))));
+        QVERIFY2(diff.contains("\n-") && diff.contains("1250"), diff);
+        for (const QString& closed : {folder->path("state/vantry"), place, kept.filePath(files.first())})
+            QCOMPARE(QFileInfo(closed).permissions() & QFileDevice::Permissions(0x77), QFile::Permissions());
+        startAnew();
+        DialogDriver shown([](QWidget& dialog) {
+            QVERIFY(dialog.findChild<QPlainTextEdit*>()->toPlainText().contains(QLatin1String("1250")));
+            press(dialog, "Close");
+        });
+        pressKept("keptShow");
+        QVERIFY(shown.isDone());
+        for (const char* const answer : {"Cancel", "Discard"}) {
+            DialogDriver question([answer](QWidget& box) { press(box, answer); });
+            pressKept("keptDiscard");
+            QVERIFY(question.isDone());
+            QCOMPARE(desk->part<QWidget>("keptChangesBar")->isVisible(), qstrcmp(answer, "Cancel") == 0);
+        }
+        QVERIFY(kept.entryList(QDir::Files).isEmpty());
+        QCOMPARE(contentOf(folder->path("plant.json")), plant);
+    }
+
+    void appliesKeptChanges_data()
+    {
+        // theirs: what another program has made of the file meanwhile
+        const auto row = TestSupport::columns<QByteArray, bool, bool>("theirs", "isConflict", "isOpen");
+        row("as it was", "1200", false, false);
+        row("open already", "1200", false, true);
+        row("in conflict", "1300", true, false);
+    }
+
+    // As edits that are not saved, in a step of undo; a conflict stays kept until somebody chooses.
+    void appliesKeptChanges()
+    {
+        QFETCH(QByteArray, theirs);
+        QFETCH(bool, isConflict);
+        QFETCH(bool, isOpen);
+        const QString added = QStringLiteral("plant.cell.pump.motor.torque");
+        write(speed, 1250);
+        QCOMPARE(desk->repository->getTreeInterface()->removeTree(sense), FrameworkCore::AppConfig::Success);
+        QVERIFY(desk->repository->getWriterInterface()->createAttribute(added, 2.5, 2, 3));
+        desk->window->closeUnasked();
+        QByteArray meanwhile = plant;
+        meanwhile.replace("1200", theirs).replace("true", "false");
+        TestSupport::writeFile(folder->path("plant.json"), meanwhile);
+        startAnew(isOpen ? QStringList(folder->path("plant.json")) : QStringList());
+
+        std::optional<DialogDriver> conflict;
+        const auto drive = [](const char* key) {
+            return [key](QWidget& dialog) {
+                auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+                QCOMPARE(textsOf(*rows), QStringList(speed + QLatin1String("|1250|1300|")));
+                press(dialog, "Keep Mine");
+                press(dialog, key);
+            };
+        };
+        std::optional<DialogDriver> told;
+        if (isConflict) {
+            conflict.emplace([&](QWidget& dialog) {
+                drive("Cancel")(dialog);
+                told.emplace([](QWidget& box) { press(box, "OK"); });
+            });
+        }
+        pressKept("keptApply");
+        QTRY_VERIFY(read(added) == QVariant(2.5));
+        if (isConflict) {
+            QTRY_VERIFY(told && told->isDone());
+            QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
+            QCOMPARE(read(speed), QVariant(1300LL));
+            conflict.emplace(drive("Apply"));
+            pressKept("keptApply");
+            QTRY_VERIFY(conflict->isDone());
+        }
+        QTRY_VERIFY(!desk->part<QWidget>("keptChangesBar")->isVisible());
+        QCOMPARE(read(speed), QVariant(1250LL));
+        QVERIFY(!read(sense).isValid());
+        QCOMPARE(read(QStringLiteral("plant.cell.valve.open")), QVariant(false));
+        QVERIFY(QDir(folder->path("state/vantry/unsaved")).entryList(QDir::Files).isEmpty());
+        QCOMPARE(contentOf(folder->path("plant.json")), meanwhile);
+        QTRY_VERIFY(desk->window->isWindowModified());
+
+        QVERIFY(TestSupport::showActive(*desk->window));
+        for (int step = 0; step < 1 + isConflict; ++step)
+            QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(sense), QVariant(QStringLiteral("left")));
+        QCOMPARE(read(speed), QVariant(theirs.toLongLong()));
+        QVERIFY(!read(added).isValid());
+    }
+
+    // Long values are seen where they differ, and the choice at any width.
+    void showsLongConflicts()
+    {
+        const QString text =
+            QStringLiteral("a text of many words that does not fit into a column ").repeated(8);
+        write(sense, QString(text + QLatin1Char('x')));
+        TestSupport::writeFile(folder->path("plant.json"),
+                               QByteArray(plant).replace("left", text.toUtf8() + 'y'));
+        const DialogDriver driver([&](QWidget& dialog) {
+            auto* const rows = dialog.findChild<QTreeWidget*>(QStringLiteral("conflictRows"));
+            for (const int width : {1200, 200}) {
+                dialog.resize(width, 400);
+                QTRY_VERIFY(rows->visualItemRect(rows->topLevelItem(0)).height() > 60);
+                const int end = rows->columnViewportPosition(3) + rows->columnWidth(3);
+                QVERIFY(end <= rows->viewport()->width());
+                QVERIFY(rows->columnWidth(3) >
+                        rows->fontMetrics().horizontalAdvance(QStringLiteral("take theirs")));
+            }
+            press(dialog, "Cancel");
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(driver.isDone());
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk-test"));
+    return TestSupport::runTest<QApplication, DeskChangesTest>(argc, argv);
+}
+
+#include "desk_changes_test.moc"
