@@ -3,16 +3,15 @@
 #include "desk/plugins/PluginMemory.h"
 #include "desk/plugins/PluginTrial.h"
 #include "desk/window/WindowMemory.h"
+#include "tests/desk/PluginTest.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QPushButton>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTreeWidget>
 
 #include <random>
@@ -25,34 +24,23 @@ using Vantry::PluginTrial;
 
 namespace {
 
-const QString desk = QStringLiteral(VANTRY_DESK);
-const QString goodPlugin = QStringLiteral(VANTRY_MODULE);
 const QString companion =
     QStringLiteral("touch-create-real"); // a good one beside others, which is seen to be there
 
 } // namespace
 
 // Plug-ins that do harm, and the desk that starts all the same.
-class PluginFaultsTest : public QObject
+class PluginFaultsTest : public PluginTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(folder->isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, inFolder("settings"));
-        QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("plugins")));
-        plugins = inFolder("plugins");
-    }
+    void init() { makeFolder(); }
 
     void startsWithAFaultyOne_data()
     {
-        QTest::addColumn<QString>("verdict"); // of the trial; empty when the fault does no harm
-        const auto row = [](const char* fault, const char* verdict) {
-            QTest::newRow(fault) << QString::fromLatin1(verdict);
-        };
+        // verdict: of the trial; empty when the fault does no harm
+        const auto row = TestSupport::columns<QString>("verdict");
         const char harmless[] = "^$";
         row("nothing", "offers no application");
         row("none", harmless);
@@ -93,10 +81,10 @@ private slots:
 
     void doesNotWaitForever_data()
     {
-        QTest::addColumn<QString>("fault");
+        const auto row = TestSupport::columns<QString>("fault");
         for (const char* const fault : {"hang-load", "hang-identify", "hang-create", "hang-show",
                                         "hang-paint", "hang-unload", "hang-end"})
-            QTest::newRow(fault) << QString::fromLatin1(fault);
+            row(fault, fault);
     }
 
     void doesNotWaitForever()
@@ -158,8 +146,7 @@ private slots:
 
     void theNextStartDoesWithoutTheCulprits_data()
     {
-        QTest::addColumn<QStringList>("faults");
-        const auto row = [](const char* name, const QStringList& faults) { QTest::newRow(name) << faults; };
+        const auto row = TestSupport::columns<QStringList>("faults");
         const QString create = QStringLiteral("abort-create-desk");
         const QString paint = QStringLiteral("abort-paint-desk");
         row("one", {create});
@@ -247,8 +234,6 @@ private slots:
     }
 
 private:
-    QString inFolder(const char* name) const { return folder->filePath(QLatin1String(name)); }
-
     QString file(const QString& fault) const
     {
         return plugins + QLatin1Char('/') + fault + QLatin1String(".so");
@@ -304,17 +289,11 @@ private:
         return program.waitForFinished(60000) && program.exitStatus() == QProcess::NormalExit &&
                program.exitCode() == 0;
     }
-
-    std::unique_ptr<QTemporaryDir> folder;
-    QString plugins;
 };
 
 int main(int argc, char** argv)
 {
-    // As the program names itself, so that both have the same settings.
-    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
-    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk"));
-    return TestSupport::runTest<QApplication, PluginFaultsTest>(argc, argv);
+    return runPluginTest<QApplication, PluginFaultsTest>(argc, argv);
 }
 
 #include "plugin_faults_test.moc"

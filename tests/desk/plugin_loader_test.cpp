@@ -4,15 +4,15 @@
 #include "desk/plugins/PluginLoader.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/desk/PluginTest.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestFiles.h"
-#include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLibraryInfo>
-#include <QSettings>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,9 +28,6 @@ namespace {
 
 constexpr int stranger = 65533; // user and group
 
-const QString desk = QStringLiteral(VANTRY_DESK);
-const QString goodPlugin = QStringLiteral(VANTRY_MODULE);
-
 const QString faultyPlugin = QStringLiteral(FAULTY_PLUGIN);
 
 // One of Qt, which is as good a library.
@@ -43,27 +40,16 @@ QString foreignPlugin()
 } // namespace
 
 // Which files the desk takes for plug-ins, and how it survives those that are none.
-class PluginLoaderTest : public QObject
+class PluginLoaderTest : public PluginTest
 {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(folder->isValid());
-        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, inFolder("settings"));
-        QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("plugins")));
-        plugins = inFolder("plugins");
-    }
+    void init() { makeFolder(); }
 
     void refusesWhatIsNoPlugin_data()
     {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* name, const QByteArray& content, const char* reason) {
-            QTest::newRow(name) << content << QString::fromLatin1(reason);
-        };
+        const auto row = TestSupport::columns<QByteArray, QString>("content", "reason");
         const QByteArray good = contentOf(goodPlugin);
         row("empty", {}, "cannot be loaded");
         row("text", "This is no library.\n", "^it cannot be loaded: file too short$");
@@ -87,7 +73,7 @@ private slots:
         write("notes.txt", "no library by its name");
         PluginLoader loader{PluginTrial(desk)};
         loader.load(QStringList(plugins));
-        QCOMPARE(filesOf(loader), (QStringList{QStringLiteral("bad.so"), QStringLiteral("good.so")}));
+        QCOMPARE(filesOf(loader), TestSupport::words("bad.so good.so"));
         QFETCH(QString, reason);
         const QString refusal = loader.getFindings().front().refusal;
         QVERIFY2(QRegularExpression(reason).match(refusal).hasMatch(), qPrintable(refusal));
@@ -132,7 +118,7 @@ private slots:
         QVERIFY(QFile::link(plugins + QLatin1String("/a.so"), plugins + QLatin1String("/c.so")));
         PluginLoader loader{PluginTrial(desk)};
         loader.load(QStringList{plugins, plugins + QLatin1String("/../plugins")});
-        QCOMPARE(filesOf(loader), (QStringList{QStringLiteral("a.so"), QStringLiteral("b.so")}));
+        QCOMPARE(filesOf(loader), TestSupport::words("a.so b.so"));
         QCOMPARE(applicationsOf(loader), QStringList(QStringLiteral("Vantry")));
         const QString refusal = loader.getFindings().back().refusal;
         QVERIFY2(refusal.contains(QLatin1String("Vantry is there already")), qPrintable(refusal));
@@ -270,8 +256,6 @@ private slots:
     }
 
 private:
-    QString inFolder(const char* name) const { return folder->filePath(QLatin1String(name)); }
-
     void write(const char* name, const QByteArray& content) const
     {
         QFile file(plugins + QLatin1Char('/') + QLatin1String(name));
@@ -312,17 +296,11 @@ private:
         Utilities::SetAppConfigRepositoryInterface({});
         return names;
     }
-
-    std::unique_ptr<QTemporaryDir> folder;
-    QString plugins;
 };
 
 int main(int argc, char** argv)
 {
-    // As the program names itself, so that both have the same settings.
-    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
-    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk"));
-    return TestSupport::runTest<QApplication, PluginLoaderTest>(argc, argv);
+    return runPluginTest<QApplication, PluginLoaderTest>(argc, argv);
 }
 
 #include "plugin_loader_test.moc"
