@@ -27,42 +27,31 @@ QVariant shownValue(const FakeNode& node)
 class Attribute : public AttributeInterface
 {
 public:
-    Attribute(QString attributePath, QString attributeName, const FakeNode& node)
-        : path(std::move(attributePath)), name(std::move(attributeName)), value(shownValue(node)),
-          type(node.type), access(node.access)
+    Attribute(QString attributePath, QString attributeName, const FakeNode& ownNode)
+        : path(std::move(attributePath)), name(std::move(attributeName)), node(ownNode)
     {
     }
 
-    AccessMode getAccessMode() const override { return access; }
+    AccessMode getAccessMode() const override { return node.access; }
     QString getName() const override { return name; }
     QString getPath() const override { return path; }
-    QString getDataType() const override { return QString::fromLatin1(QMetaType::typeName(type)); }
-    QVariant getValue() const override { return value; }
+    QString getDataType() const override { return QString::fromLatin1(QMetaType::typeName(node.type)); }
+    QVariant getValue() const override { return shownValue(node); }
 
 private:
-    QString path;
-    QString name;
-    QVariant value;
-    int type;
-    AccessMode access;
+    const QString path;
+    const QString name;
+    const FakeNode node;
 };
 
 QVariant withAttributeType(const QVariant& value)
 {
+    const auto type = QMetaType::Type(value.userType());
+    const bool isWhole = type == QMetaType::Int || type == QMetaType::UInt || type == QMetaType::Short ||
+                         type == QMetaType::Long;
     QVariant converted = value;
-    switch (value.userType()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::Short:
-    case QMetaType::Long:
-        converted.convert(QMetaType::LongLong);
-        break;
-    case QMetaType::Float:
-        converted.convert(QMetaType::Double);
-        break;
-    default:
-        break;
-    }
+    if (isWhole || type == QMetaType::Float)
+        converted.convert(isWhole ? QMetaType::LongLong : QMetaType::Double);
     return converted;
 }
 
@@ -130,10 +119,8 @@ private:
 FakeRepository::FakeRepository(const QString& separator) : tree(separator)
 {
     tree.reach({});
-    set(tree.join(
-            {QStringLiteral("internal"), QStringLiteral("repository"), QStringLiteral("path_separator")}),
-        separator, AccessMode::ReadOnly);
-    set(backendNamesPath(), QVariant(), AccessMode::ReadOnly);
+    set(internalPath("repository", "path_separator"), separator, AccessMode::ReadOnly);
+    set(internalPath("backends", "names"), QVariant(), AccessMode::ReadOnly);
 }
 
 FakeRepository::~FakeRepository() = default;
@@ -152,45 +139,16 @@ void FakeRepository::set(const QString& path, const QVariant& value, AccessMode 
     tell({update});
 }
 
-void FakeRepository::remove(const QString& path)
-{
-    removeTree(path);
-}
-
 void FakeRepository::addBackend(const QString& name, const QString& rootPath, const QString& type,
                                 const QString& description)
 {
     Guard guard(mutex);
     backends.append(std::make_shared<Backend>(name, rootPath, type, description));
     tree.reach(rootPath);
-    const QString namesPath = backendNamesPath();
+    const QString namesPath = internalPath("backends", "names");
     guard.unlock();
     set(tree.join({namesPath, name}), rootPath, AccessMode::ReadOnly);
     set(namesPath, getBackendNames().join(QLatin1Char(';')), AccessMode::ReadOnly);
-}
-
-void FakeRepository::setBackendCreationSucceeds(bool succeeds)
-{
-    const Guard guard(mutex);
-    backendCreationSucceeds = succeeds;
-}
-
-void FakeRepository::setSaveSucceeds(bool succeeds)
-{
-    const Guard guard(mutex);
-    saveSucceeds = succeeds;
-}
-
-void FakeRepository::setValidationNames(const QStringList& names)
-{
-    const Guard guard(mutex);
-    validationNames = names;
-}
-
-void FakeRepository::setNextStatus(int status)
-{
-    const Guard guard(mutex);
-    nextStatus = status;
 }
 
 QVariant FakeRepository::getValue(const QString& path) const
@@ -200,56 +158,11 @@ QVariant FakeRepository::getValue(const QString& path) const
     return node ? node->value : QVariant();
 }
 
-bool FakeRepository::contains(const QString& path) const
-{
-    return getNodeInformation(path).isAttribute;
-}
-
 int FakeRepository::getRegistrationCount() const
 {
     const Guard guard(mutex);
     return int(std::count_if(registrations.begin(), registrations.end(),
                              [](const auto& registration) { return !registration->hasEnded(); }));
-}
-
-int FakeRepository::getReadCount() const
-{
-    const Guard guard(mutex);
-    return readCount;
-}
-
-QList<FakeRepository::Write> FakeRepository::getWrites() const
-{
-    const Guard guard(mutex);
-    return writes;
-}
-
-QList<FakeRepository::BackendCreation> FakeRepository::getBackendCreations() const
-{
-    const Guard guard(mutex);
-    return backendCreations;
-}
-
-QStringList FakeRepository::getSavedBackends() const
-{
-    const Guard guard(mutex);
-    return savedBackends;
-}
-
-QList<QPair<QString, QString>> FakeRepository::getValidations() const
-{
-    const Guard guard(mutex);
-    return validations;
-}
-
-QStringList FakeRepository::getBackendTypes()
-{
-    return {QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("xml"), QStringLiteral("txt")};
-}
-
-QString FakeRepository::buildAttributePath(const QStringList& components) const
-{
-    return tree.join(components);
 }
 
 bool FakeRepository::createBackend(const QString& type, const QString& name,
@@ -258,7 +171,7 @@ bool FakeRepository::createBackend(const QString& type, const QString& name,
     {
         const Guard guard(mutex);
         backendCreations.append({type, name, configuration, option});
-        if (!backendCreationSucceeds || name.isEmpty() || backendNamed(name))
+        if (refusesBackends || name.isEmpty() || backendNamed(name))
             return false;
     }
     addBackend(name, name, type, configuration.description);
@@ -269,7 +182,7 @@ bool FakeRepository::saveBackend(const QString& name)
 {
     const Guard guard(mutex);
     savedBackends.append(name);
-    return saveSucceeds && backendNamed(name);
+    return backendNamed(name) != nullptr;
 }
 
 QStringList FakeRepository::getBackendNames()
@@ -290,7 +203,6 @@ std::shared_ptr<BackendInformationInterface> FakeRepository::getBackendInformati
 int FakeRepository::readAttributeValue(const QString& path, QVariant& value, const int&)
 {
     const Guard guard(mutex);
-    ++readCount;
     value = QVariant();
     const FakeNode* const node = tree.find(path);
     if (!node || !node->isAttribute)
@@ -313,7 +225,7 @@ bool FakeRepository::createAttribute(const QString& path, const QVariant& value,
 {
     Guard guard(mutex);
     writes.append({path, value, option, access});
-    if (takeNextStatus() != StatusCode::Success || !tree.isValidPath(path))
+    if (nextStatus.exchange(StatusCode::Success) != StatusCode::Success || !tree.isValidPath(path))
         return false;
     const FakeNode* const node = tree.find(path);
     const bool exists = node && node->isAttribute;
@@ -326,10 +238,11 @@ bool FakeRepository::createAttribute(const QString& path, const QVariant& value,
 
 int FakeRepository::writeAttributeValue(const QString& path, const QVariant& value, const int& points)
 {
-    Guard guard(mutex);
-    writes.append({path, value, points, -1});
-    const int refusal = takeNextStatus();
-    guard.unlock();
+    {
+        const Guard guard(mutex);
+        writes.append({path, value, points, -1});
+    }
+    const int refusal = nextStatus.exchange(StatusCode::Success);
     return refusal != StatusCode::Success ? refusal : store(path, value, points);
 }
 
@@ -387,33 +300,11 @@ void FakeRepository::tell(const QList<Update>& updates)
     }
 }
 
-QStringList FakeRepository::getValidationNames()
-{
-    const Guard guard(mutex);
-    return validationNames;
-}
-
-int FakeRepository::addValidation(const QString& path, const QString& validationName)
-{
-    const Guard guard(mutex);
-    const FakeNode* const node = tree.find(path);
-    const QString bareName = validationName.section(QLatin1Char('('), 0, 0);
-    if (!node || !node->isAttribute || !validationNames.contains(bareName))
-        return 0;
-    validations.append({path, validationName});
-    return 1;
-}
-
 QStringList FakeRepository::getChildNames(const QString& path) const
 {
     const Guard guard(mutex);
     const FakeNode* const node = tree.find(path);
     return node ? node->children : QStringList();
-}
-
-int FakeRepository::getChildCount(const QString& path) const
-{
-    return getNodeInformation(path).childCount;
 }
 
 NodeInformation FakeRepository::getNodeInformation(const QString& path) const
@@ -462,14 +353,9 @@ Outcome FakeRepository::removeTree(const QString& path)
     return {};
 }
 
-int FakeRepository::takeNextStatus()
+QString FakeRepository::internalPath(const char* parent, const char* name) const
 {
-    return std::exchange(nextStatus, int(StatusCode::Success));
-}
-
-QString FakeRepository::backendNamesPath() const
-{
-    return tree.join({QStringLiteral("internal"), QStringLiteral("backends"), QStringLiteral("names")});
+    return tree.join({QStringLiteral("internal"), QLatin1String(parent), QLatin1String(name)});
 }
 
 std::shared_ptr<FakeRepository::Backend> FakeRepository::backendNamed(const QString& name) const

@@ -4,8 +4,8 @@
 #include "tests/support/FakeTree.h"
 
 #include <QList>
-#include <QPair>
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -49,25 +49,27 @@ public:
     // Preparation, as by another program: watchers are told, nothing is recorded. set creates what is missing
     // and takes any type; remove takes away the node and all below it.
     void set(const QString& path, const QVariant& value, AccessMode access = AccessMode::ReadWrite);
-    void remove(const QString& path);
+    void remove(const QString& path) { removeTree(path); }
     void addBackend(const QString& name, const QString& rootPath, const QString& type,
                     const QString& description = QString());
-    void setBackendCreationSucceeds(bool succeeds); // true at first; a created backend's root is its name
-    void setSaveSucceeds(bool succeeds);            // true at first
-    void setValidationNames(const QStringList& names);
-    void setNextStatus(int status); // the next creation or write is refused with it
+    void refuseBackends(bool refuses)
+    {
+        refusesBackends = refuses;
+    }                                                       // otherwise a created one's root is its name
+    void setNextStatus(int status) { nextStatus = status; } // the next creation or write is refused with it
 
     QVariant getValue(const QString& path) const; // whatever the access; invalid when there is none
-    bool contains(const QString& path) const;     // an attribute, not a mere group
-    int getRegistrationCount() const;             // those not ended
-    int getReadCount() const;                     // readAttributeValue calls
-    QList<Write> getWrites() const;
-    QList<BackendCreation> getBackendCreations() const;
-    QStringList getSavedBackends() const;                  // names given to saveBackend
-    QList<QPair<QString, QString>> getValidations() const; // path and validation name, as they were added
+    bool contains(const QString& path) const { return getNodeInformation(path).isAttribute; }
+    int getRegistrationCount() const; // those not ended
+    QList<Write> getWrites() const { return copyOf(writes); }
+    QList<BackendCreation> getBackendCreations() const { return copyOf(backendCreations); }
+    QStringList getSavedBackends() const { return copyOf(savedBackends); } // names given to saveBackend
 
-    QStringList getBackendTypes() override;
-    QString buildAttributePath(const QStringList& components) const override;
+    QStringList getBackendTypes() override
+    {
+        return {QStringLiteral("ini"), QStringLiteral("json"), QStringLiteral("xml"), QStringLiteral("txt")};
+    }
+    QString buildAttributePath(const QStringList& components) const override { return tree.join(components); }
     std::shared_ptr<BackendInterface> getBackendInterface() override { return shared_from_this(); }
     std::shared_ptr<AttributeReaderInterface> getReaderInterface() override { return shared_from_this(); }
     std::shared_ptr<AttributeWriterInterface> getWriterInterface() override { return shared_from_this(); }
@@ -96,11 +98,11 @@ public:
                            const FrameworkCore::AppConfig::Interfaces::UpdateCallback& callback,
                            const int& points) override;
 
-    QStringList getValidationNames() override;
-    int addValidation(const QString& path, const QString& validationName) override;
+    QStringList getValidationNames() override { return {}; } // it knows none
+    int addValidation(const QString&, const QString&) override { return 0; }
 
     QStringList getChildNames(const QString& path) const override;
-    int getChildCount(const QString& path) const override;
+    int getChildCount(const QString& path) const override { return getNodeInformation(path).childCount; }
     FrameworkCore::AppConfig::Interfaces::NodeInformation
     getNodeInformation(const QString& path) const override;
     QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search) const override;
@@ -115,9 +117,15 @@ private:
     int store(const QString& path, const QVariant& value, int points);
     void tell(const QList<Update>& updates);
 
+    template <typename List>
+    List copyOf(const List& list) const
+    {
+        const std::lock_guard<std::mutex> guard(mutex);
+        return list;
+    }
+
     // With the lock held.
-    int takeNextStatus();
-    QString backendNamesPath() const;
+    QString internalPath(const char* parent, const char* name) const;
     std::shared_ptr<Backend> backendNamed(const QString& name) const;
     std::shared_ptr<Backend> backendOf(const QString& path) const;
 
@@ -125,15 +133,11 @@ private:
     FakeTree tree;
     Backends backends;
     std::vector<std::shared_ptr<Registration>> registrations; // copied under the lock, unlike a QList
-    QStringList validationNames;
     QList<Write> writes;
     QList<BackendCreation> backendCreations;
     QStringList savedBackends;
-    QList<QPair<QString, QString>> validations;
-    bool backendCreationSucceeds = true;
-    bool saveSucceeds = true;
-    int nextStatus = 0;
-    int readCount = 0;
+    std::atomic<bool> refusesBackends{false};
+    std::atomic<int> nextStatus{0};
 };
 
 } // namespace TestSupport

@@ -1,6 +1,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/NoThreads.h"
@@ -157,7 +158,7 @@ private slots:
     void aFailureLeavesTheDialogForAnotherTry()
     {
         const QSignalSpy told(dialog, &BackendCreateWidget::backendCreatedSuccess);
-        fake->setBackendCreationSucceeds(false);
+        fake->refuseBackends(true);
         fill(QStringLiteral("plant.json"), "", "write-only");
         const quint64 before = lastLineNumber();
         {
@@ -173,7 +174,7 @@ private slots:
         QCOMPARE(part<QLineEdit>("edtBackendFile")->text(), QStringLiteral("plant.json"));
         QCOMPARE(linesSince(before), QStringList());
         QCOMPARE(told.count(), 0);
-        fake->setBackendCreationSucceeds(true);
+        fake->refuseBackends(false);
         create();
         QCOMPARE(told.count(), 1);
         QVERIFY(!fake->workers.contains(thread()));
@@ -201,9 +202,9 @@ private slots:
 
     void closes_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::newRow("by the button") << 0;
-        QTest::newRow("by Escape") << int(Qt::Key_Escape);
+        const auto row = TestSupport::columns<int>("key");
+        row("by the button", 0);
+        row("by Escape", int(Qt::Key_Escape));
     }
 
     void closes()
