@@ -264,9 +264,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, MemoryLimitTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, MemoryLimitTest)
 
 #include "memory_limit_test.moc"

@@ -1,4 +1,5 @@
 #include "host/FrameworkCore/AppConfig/PathPattern.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
@@ -12,9 +13,7 @@ class PathPatternTest : public QObject
 private slots:
     void matches_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<bool>("expected");
+        TestSupport::columns<QString, QString, bool>("pattern", "path", "expected");
         const auto row = [](const char* pattern, const char* path, bool expected) {
             QTest::addRow("%s on %s", pattern, path)
                 << QString::fromLatin1(pattern) << QString::fromLatin1(path) << expected;
@@ -69,9 +68,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, PathPatternTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, PathPatternTest)
 
 #include "path_pattern_test.moc"

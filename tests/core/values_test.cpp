@@ -1,7 +1,9 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QRandomGenerator>
 #include <QTimeZone>
@@ -188,19 +190,18 @@ private slots:
 
     void knowsUtf8_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("empty") << QByteArray() << true;
-        QTest::newRow("beyond the first word") << QByteArray("123456789\xC3\xBC") << true;
-        QTest::newRow("last code point") << QByteArray("\xF4\x8F\xBF\xBF") << true;
-        QTest::newRow("one more") << QByteArray("\xF4\x90\x80\x80") << false;
-        QTest::newRow("overlong slash") << QByteArray("\xC0\xAF") << false;
-        QTest::newRow("overlong in three") << QByteArray("\xE0\x9F\xBF") << false;
-        QTest::newRow("surrogate") << QByteArray("\xED\xA0\x80") << false;
-        QTest::newRow("before the surrogates") << QByteArray("\xED\x9F\xBF") << true;
-        QTest::newRow("cut short") << QByteArray("12345678\xE2\x82") << false;
-        QTest::newRow("lone continuation") << QByteArray("a\x80") << false;
-        QTest::newRow("latin 1") << QByteArray("Gr\xFC\xDF") << false;
+        const auto row = TestSupport::columns<QByteArray, bool>("bytes", "expected");
+        row("empty", QByteArray(), true);
+        row("beyond the first word", "123456789\xC3\xBC", true);
+        row("last code point", "\xF4\x8F\xBF\xBF", true);
+        row("one more", "\xF4\x90\x80\x80", false);
+        row("overlong slash", "\xC0\xAF", false);
+        row("overlong in three", "\xE0\x9F\xBF", false);
+        row("surrogate", "\xED\xA0\x80", false);
+        row("before the surrogates", "\xED\x9F\xBF", true);
+        row("cut short", "12345678\xE2\x82", false);
+        row("lone continuation", "a\x80", false);
+        row("latin 1", "Gr\xFC\xDF", false);
     }
 
     void knowsUtf8()
@@ -212,11 +213,8 @@ private slots:
 
     void convertsWithoutLoss_data()
     {
-        QTest::addColumn<QVariant>("from");
-        QTest::addColumn<QVariant>("to"); // of the wanted type
-        const auto row = [](const char* name, const QVariant& from, const QVariant& to) {
-            QTest::newRow(name) << from << to;
-        };
+        // to: of the wanted type
+        const auto row = TestSupport::columns<QVariant, QVariant>("from", "to");
         row("int to LongLong", 5, qlonglong(5));
         row("true to LongLong", true, qlonglong(1));
         row("whole double to LongLong", -3.0, qlonglong(-3));
@@ -266,11 +264,7 @@ private slots:
 
     void refusesLoss_data()
     {
-        QTest::addColumn<QVariant>("from");
-        QTest::addColumn<int>("type");
-        const auto row = [](const char* name, const QVariant& from, int type) {
-            QTest::newRow(name) << from << type;
-        };
+        const auto row = TestSupport::columns<QVariant, int>("from", "type");
         row("fraction to LongLong", 1.5, QMetaType::LongLong);
         row("nan to LongLong", std::nan(""), QMetaType::LongLong);
         row("2^63 to LongLong", 9223372036854775808.0, QMetaType::LongLong);
@@ -285,7 +279,7 @@ private slots:
         row("2 to bool", 2, QMetaType::Bool);
         row("0.5 to bool", 0.5, QMetaType::Bool);
         row("word to bool", QStringLiteral("abc"), QMetaType::Bool);
-        row("list to text", QStringList{QStringLiteral("a"), QStringLiteral("b")}, QMetaType::QString);
+        row("list to text", TestSupport::words("a b"), QMetaType::QString);
         row("empty list to text", QStringList(), QMetaType::QString);
         row("latin bytes to text", QByteArray("\xFC"), QMetaType::QString);
         row("half a character to bytes", lone(), QMetaType::QByteArray);
@@ -305,21 +299,18 @@ private slots:
 
     void findsTheAttributeType_data()
     {
-        QTest::addColumn<QVariant>("from");
-        QTest::addColumn<QVariant>("expected");
-        QTest::newRow("short") << QVariant::fromValue(short(-3)) << QVariant(qlonglong(-3));
-        QTest::newRow("uint") << QVariant(4000000000u) << QVariant(qlonglong(4000000000));
-        QTest::newRow("ulong") << QVariant::fromValue(std::numeric_limits<ulong>::max())
-                               << QVariant(unsignedLongest);
-        QTest::newRow("char") << QVariant::fromValue('A') << QVariant(qlonglong(65));
-        QTest::newRow("float") << QVariant(0.25f) << QVariant(0.25);
-        QTest::newRow("enumeration") << QVariant::fromValue(Qt::Vertical) << QVariant(qlonglong(2));
-        QTest::newRow("url") << QVariant(QUrl(QStringLiteral("http://a/b c")))
-                             << QVariant(QStringLiteral("http://a/b%20c"));
-        QTest::newRow("letter") << QVariant(QChar(0xFC)) << QVariant(QString(QChar(0xFC)));
-        QTest::newRow("nullptr") << QVariant::fromValue(nullptr) << QVariant();
-        QTest::newRow("list") << QVariant(QStringList{QString(), lone()})
-                              << QVariant(QStringList{QString(), lone()});
+        const auto row = TestSupport::columns<QVariant, QVariant>("from", "expected");
+        row("short", QVariant::fromValue(short(-3)), QVariant(qlonglong(-3)));
+        row("uint", QVariant(4000000000u), QVariant(qlonglong(4000000000)));
+        row("ulong", QVariant::fromValue(std::numeric_limits<ulong>::max()), QVariant(unsignedLongest));
+        row("char", QVariant::fromValue('A'), QVariant(qlonglong(65)));
+        row("float", QVariant(0.25f), QVariant(0.25));
+        row("enumeration", QVariant::fromValue(Qt::Vertical), QVariant(qlonglong(2)));
+        row("url", QVariant(QUrl(QStringLiteral("http://a/b c"))),
+            QVariant(QStringLiteral("http://a/b%20c")));
+        row("letter", QVariant(QChar(0xFC)), QVariant(QString(QChar(0xFC))));
+        row("nullptr", QVariant::fromValue(nullptr), QVariant());
+        row("list", QVariant(QStringList{QString(), lone()}), QVariant(QStringList{QString(), lone()}));
     }
 
     void findsTheAttributeType()
@@ -335,21 +326,21 @@ private slots:
 
     void keepsValuesThroughVariants_data()
     {
-        QTest::addColumn<QVariant>("variant");
-        QTest::newRow("lone surrogate") << QVariant(lone());
-        QTest::newRow("reversed pair") << QVariant(QString(QChar(0xDC00)) + QChar(0xD800));
-        QTest::newRow("byte order mark") << QVariant(QString(QChar(0xFEFF)) + QChar(0xFFFF));
-        QTest::newRow("nul") << QVariant(QString(QChar(0)) + QStringLiteral("x"));
-        QTest::newRow("emoji") << QVariant(QString::fromUtf8("\xF0\x9F\x8C\xBC"));
-        QTest::newRow("list") << QVariant(QStringList{lone(), QString()});
-        QTest::newRow("bytes") << QVariant(QByteArray("\0\xFF", 2));
-        QTest::newRow("early date") << QVariant(QDate(-44, 3, 15));
-        QTest::newRow("late date") << QVariant(QDate(12345, 1, 31));
-        QTest::newRow("local") << QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6)));
-        QTest::newRow("utc") << QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5), Qt::UTC));
-        QTest::newRow("seconds of offset")
-            << QVariant(QDateTime(QDate(1890, 1, 2), QTime(3, 4), Qt::OffsetFromUTC, 3208));
-        QTest::newRow("no date-time") << QVariant(QDateTime());
+        const auto row = TestSupport::columns<QVariant>("variant");
+        row("lone surrogate", QVariant(lone()));
+        row("reversed pair", QVariant(QString(QChar(0xDC00)) + QChar(0xD800)));
+        row("byte order mark", QVariant(QString(QChar(0xFEFF)) + QChar(0xFFFF)));
+        row("nul", QVariant(QString(QChar(0)) + QStringLiteral("x")));
+        row("emoji", QVariant(QString::fromUtf8("\xF0\x9F\x8C\xBC")));
+        row("list", QVariant(QStringList{lone(), QString()}));
+        row("bytes", QVariant(QByteArray("\0\xFF", 2)));
+        row("early date", QVariant(QDate(-44, 3, 15)));
+        row("late date", QVariant(QDate(12345, 1, 31)));
+        row("local", QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6))));
+        row("utc", QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5), Qt::UTC)));
+        row("seconds of offset",
+            QVariant(QDateTime(QDate(1890, 1, 2), QTime(3, 4), Qt::OffsetFromUTC, 3208)));
+        row("no date-time", QVariant(QDateTime()));
     }
 
     void keepsValuesThroughVariants()
@@ -363,19 +354,15 @@ private slots:
 
     void tellsValuesApart_data()
     {
-        QTest::addColumn<QVariant>("a");
-        QTest::addColumn<QVariant>("b");
-        QTest::addColumn<bool>("isSame");
+        const auto row = TestSupport::columns<QVariant, QVariant, bool>("a", "b", "isSame");
         const QDateTime utc(QDate(2024, 1, 2), QTime(3, 4, 5), Qt::UTC);
-        QTest::newRow("close numbers") << QVariant(0.1 + 0.2) << QVariant(0.3) << false;
-        QTest::newRow("two zeros") << QVariant(0.0) << QVariant(-0.0) << false;
-        QTest::newRow("no number") << QVariant(qQNaN()) << QVariant(qQNaN()) << true;
-        QTest::newRow("one moment in two zones")
-            << QVariant(utc) << QVariant(utc.toOffsetFromUtc(60)) << false;
-        QTest::newRow("number and its text") << QVariant(1LL) << QVariant(QStringLiteral("1")) << false;
-        QTest::newRow("null and empty text") << QVariant() << QVariant(QString()) << false;
-        QTest::newRow("equal lists") << QVariant(QStringList(lone())) << QVariant(QStringList(lone()))
-                                     << true;
+        row("close numbers", QVariant(0.1 + 0.2), QVariant(0.3), false);
+        row("two zeros", QVariant(0.0), QVariant(-0.0), false);
+        row("no number", QVariant(qQNaN()), QVariant(qQNaN()), true);
+        row("one moment in two zones", QVariant(utc), QVariant(utc.toOffsetFromUtc(60)), false);
+        row("number and its text", QVariant(1LL), QVariant(QStringLiteral("1")), false);
+        row("null and empty text", QVariant(), QVariant(QString()), false);
+        row("equal lists", QVariant(QStringList(lone())), QVariant(QStringList(lone())), true);
     }
 
     void tellsValuesApart()
@@ -405,9 +392,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, ValuesTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, ValuesTest)
 
 #include "values_test.moc"

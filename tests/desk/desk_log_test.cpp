@@ -3,6 +3,7 @@
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "repository/common/RepositoryLog.h"
 #include "tests/desk/RunningDesk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestFiles.h"
@@ -115,9 +116,7 @@ private slots:
 
     void keepsWhatWasTyped_data()
     {
-        QTest::addColumn<QString>("way");
-        QTest::addColumn<QString>("kept");
-        QTest::addColumn<bool>("isEditable");
+        TestSupport::columns<QString, QString, bool>("way", "kept", "isEditable");
         const auto row = [](const char* way, const char* kept, bool isEditable) {
             QTest::newRow(way) << QString::fromLatin1(way) << QString::fromLatin1(kept) << isEditable;
         };

@@ -153,9 +153,6 @@ private:
     std::unique_ptr<QTemporaryDir> folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, DeskProgramTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, DeskProgramTest)
 
 #include "desk_program_test.moc"

@@ -1,5 +1,6 @@
 #include "desk/files/DiffText.h"
 #include "desk/files/DifferenceDelegate.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 using Vantry::DifferenceDelegate;
@@ -44,9 +45,7 @@ private slots:
 
     void marksWhatDiffers_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("other");
-        QTest::addColumn<QString>("marked");
+        TestSupport::columns<QString, QString, QString>("text", "other", "marked");
         const auto row = [](const char* text, const char* other, const char* marked) {
             QTest::addRow("'%s' beside '%s'", text, other)
                 << QString::fromLatin1(text) << QString::fromLatin1(other) << QString::fromLatin1(marked);
@@ -77,9 +76,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, DiffTextTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, DiffTextTest)
 
 #include "diff_text_test.moc"

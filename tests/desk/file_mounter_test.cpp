@@ -1,6 +1,7 @@
 #include "desk/files/FileMounter.h"
 #include "desk/files/FileNames.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/NoThreads.h"
 #include "tests/support/TestRun.h"
@@ -102,9 +103,7 @@ private slots:
         for (const char* file : {"a/x.ini", "b/x.ini", "x.json", "x-2.ini"})
             files.append(write(QLatin1String(file), file[2] == 'j' ? "{\"k\": 1}" : "k = 1\n"));
         QCOMPARE(mount(files).opened, files);
-        QCOMPARE(repository->getBackendInterface()->getBackendNames(),
-                 (QStringList{QStringLiteral("x"), QStringLiteral("x-2"), QStringLiteral("x-3"),
-                              QStringLiteral("x-2-2")}));
+        QCOMPARE(repository->getBackendInterface()->getBackendNames(), TestSupport::words("x x-2 x-3 x-2-2"));
     }
 
     void namesFilesByTheirFolders_data()
@@ -129,9 +128,7 @@ private slots:
 
     void tellsWhatCannotBeOpened_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("told");
+        TestSupport::columns<QString, QByteArray, QStringList>("name", "content", "told");
         const auto row = [](const char* name, const QByteArray& content, const QStringList& told) {
             QTest::newRow(name) << QString::fromLatin1(name) << content << told;
         };
@@ -186,7 +183,7 @@ private slots:
              inFolder(QStringLiteral("../")) + QFileInfo(folder->path()).fileName() + QLatin1String("/a.ini"),
              link});
         QCOMPARE(result.opened, QStringList(file));
-        QCOMPARE(result.openBefore, (QStringList{QStringLiteral("a"), QStringLiteral("a")}));
+        QCOMPARE(result.openBefore, TestSupport::words("a a"));
         QCOMPARE(result.problems, QStringList());
         QCOMPARE(mount({link}).openBefore, QStringList(QStringLiteral("a")));
     }
@@ -220,17 +217,12 @@ private slots:
         QVERIFY(mounter.isBusy());
         QTRY_COMPARE(opened, files);
         QVERIFY(!mounter.isBusy());
-        QCOMPARE(repository->getBackendInterface()->getBackendNames(),
-                 (QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(repository->getBackendInterface()->getBackendNames(), TestSupport::words("a b c"));
     }
 
     void toldWhenOpeningThrows_data()
     {
-        QTest::addColumn<Throw>("fail");
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* name, const Throw& fail, const char* reason) {
-            QTest::newRow(name) << fail << QString::fromLatin1(reason);
-        };
+        const auto row = TestSupport::columns<Throw, QString>("fail", "reason");
         row(
             "no memory", [] { throw std::bad_alloc(); }, "not enough memory");
         row(
@@ -336,9 +328,6 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, FileMounterTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, FileMounterTest)
 
 #include "file_mounter_test.moc"

@@ -79,9 +79,6 @@ private:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, UnsavedChangesDialogTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, UnsavedChangesDialogTest)
 
 #include "unsaved_changes_dialog_test.moc"

@@ -304,10 +304,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, IniDocumentTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, IniDocumentTest)
 
 #include "ini_document_test.moc"
 #include "repository/documents/Formats.h"

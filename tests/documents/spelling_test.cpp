@@ -1,4 +1,5 @@
 #include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 using namespace EntryLines;
@@ -22,10 +23,8 @@ class SpellingTest : public QObject
 private slots:
     void restoresTheBytes_data()
     {
-        QTest::addColumn<QByteArray>("format");
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<QByteArray>("place");
+        TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray>("format", "file", "path",
+                                                                             "place");
         const auto row = [](const char* format, const char* file, const char* path, const char* place) {
             QTest::addRow("%s of %s", path, file)
                 << QByteArray(format) << QByteArray(file) << QByteArray(path) << QByteArray(place);
@@ -88,10 +87,8 @@ private slots:
 
     void refusesWhatIsNoSpelling_data()
     {
-        QTest::addColumn<QByteArray>("format");
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("path");
-        QTest::addColumn<QByteArray>("spelling");
+        TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray>("format", "file", "path",
+                                                                             "spelling");
         const auto row = [](const char* format, const char* file, const char* path, const char* spelling) {
             QTest::addRow("%s of %s as %s", path, file, spelling)
                 << QByteArray(format) << QByteArray(file) << QByteArray(path) << QByteArray(spelling);
@@ -134,10 +131,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, SpellingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, SpellingTest)
 
 #include "repository/documents/Formats.h"
 #include "spelling_test.moc"

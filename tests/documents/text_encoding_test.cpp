@@ -1,4 +1,5 @@
 #include "repository/documents/common/TextEncoding.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
@@ -34,10 +35,7 @@ class TextEncodingTest : public QObject
 private slots:
     void decodes_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QByteArray>("declared");
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QByteArray>("text");
+        TestSupport::columns<QByteArray, QByteArray, Kind, QByteArray>("bytes", "declared", "kind", "text");
         const auto row = [](const char* name, const char* hex, const char* declared, Kind kind,
                             const QByteArray& text) {
             QTest::newRow(name) << bytesOf(hex) << QByteArray(declared) << kind << text;
@@ -77,9 +75,7 @@ private slots:
 
     void refusesToDecode_data()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("utf16");
-        QTest::addColumn<QByteArray>("reason");
+        TestSupport::columns<QByteArray, bool, QByteArray>("bytes", "utf16", "reason");
         const auto row = [](const char* name, const char* hex, bool utf16, const char* reason) {
             QTest::newRow(name) << bytesOf(hex) << utf16 << QByteArray(reason);
         };
@@ -161,9 +157,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TextEncodingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TextEncodingTest)
 
 #include "text_encoding_test.moc"

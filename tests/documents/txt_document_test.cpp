@@ -319,9 +319,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TxtDocumentTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TxtDocumentTest)
 
 #include "txt_document_test.moc"

@@ -43,9 +43,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TypeTagTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TypeTagTest)
 
 #include "type_tag_test.moc"

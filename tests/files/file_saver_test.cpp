@@ -2,6 +2,7 @@
 #include "files/SizeLimit.h"
 #include "tests/files/InterceptedCalls.h"
 #include "tests/files/ScratchFolder.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <algorithm>
@@ -105,9 +106,7 @@ private slots:
 
     void mergesWhatComesInTheLastMoment_data()
     {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<QString>("what");
-        QTest::addColumn<bool>("linked");
+        TestSupport::columns<QString, QString, bool>("call", "what", "linked");
         for (const char* what : {"replaced", "written over", "appended"}) {
             QTest::addRow("exchange, %s", what) << "rename exchange" << what << false;
             QTest::addRow("in place, %s", what) << "openat" << what << true;
@@ -259,9 +258,7 @@ private slots:
 
     void clearsUpInterruptedExchanges_data()
     {
-        QTest::addColumn<std::string>("present");
-        QTest::addColumn<std::string>("left");
-        QTest::addColumn<std::string>("expected");
+        TestSupport::columns<std::string, std::string, std::string>("present", "left", "expected");
         QTest::addColumn<std::string>("kept"); // beside it
         const auto row = [](const char* name, const char* present, const char* left, const char* expected,
                             const char* kept) {
@@ -375,9 +372,9 @@ private slots:
 
     void losesNoUpdateOfSeveralWriters_data()
     {
-        QTest::addColumn<bool>("locks");
-        QTest::newRow("with a place for their lock") << true;
-        QTest::newRow("without") << false;
+        const auto row = TestSupport::columns<bool>("locks");
+        row("with a place for their lock", true);
+        row("without", false);
     }
 
     // Each writer adds its line to what it has just read; a lost update would be a missing line.
@@ -437,9 +434,6 @@ private:
     std::unique_ptr<ScratchFolder> folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, FileSaverTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, FileSaverTest)
 
 #include "file_saver_test.moc"

@@ -2,6 +2,7 @@
 #include "files/TemporaryName.h"
 #include "tests/files/InterceptedCalls.h"
 #include "tests/files/MemoryDisk.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <functional>
@@ -54,9 +55,7 @@ private slots:
 
     void survivesAPowerCutAtEveryMoment_data()
     {
-        QTest::addColumn<QString>("way");
-        QTest::addColumn<int>("before");
-        QTest::addColumn<int>("after");
+        TestSupport::columns<QString, int, int>("way", "before", "after");
         for (const char* way : {"replaced", "replaced blindly", "created", "linked", "busy"}) {
             QTest::addRow("%s, growing", way) << way << 50 << 90;
             QTest::addRow("%s, shrinking", way) << way << 90 << 50;
@@ -148,9 +147,6 @@ private:
     int repairs = 0;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, PowerCutTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, PowerCutTest)
 
 #include "power_cut_test.moc"

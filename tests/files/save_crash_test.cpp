@@ -1,6 +1,7 @@
 #include "tests/files/ChildProcess.h"
 #include "tests/files/InterceptedCalls.h"
 #include "tests/files/SaveCase.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QRandomGenerator>
@@ -99,9 +100,9 @@ private slots:
 
     void survivesKillsAtRandomMoments_data()
     {
-        QTest::addColumn<bool>("linked");
-        QTest::newRow("replaced") << false;
-        QTest::newRow("in place") << true;
+        const auto row = TestSupport::columns<bool>("linked");
+        row("replaced", false);
+        row("in place", true);
     }
 
     // The saving process tells every save that has come to its end: none of those may be lost.
@@ -153,9 +154,6 @@ private:
     std::unique_ptr<ScratchFolder> folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, SaveCrashTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, SaveCrashTest)
 
 #include "save_crash_test.moc"

@@ -179,9 +179,6 @@ private:
     std::unique_ptr<ScratchFolder> folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, SaveFaultsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, SaveFaultsTest)
 
 #include "save_faults_test.moc"

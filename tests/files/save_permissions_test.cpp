@@ -2,6 +2,7 @@
 #include "tests/files/ChildProcess.h"
 #include "tests/files/InterceptedCalls.h"
 #include "tests/files/ScratchFolder.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Unprivileged.h"
 
@@ -220,26 +221,19 @@ private slots:
 
     void writesInPlace_data()
     {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("hard link") << "linked"
-                                   << "it has 2 names (hard links)";
-        QTest::newRow("unwritable folder") << "closed"
-                                           << "a new file cannot be created in its folder: Permission denied";
+        const auto row = TestSupport::columns<QString, QString>("kind", "reason");
+        row("hard link", "linked", "it has 2 names (hard links)");
+        row("unwritable folder", "closed", "a new file cannot be created in its folder: Permission denied");
         if (!isRoot())
             return;
-        QTest::newRow("another's file") << "foreign"
-                                        << "its owner and group cannot be kept: Operation not permitted";
-        QTest::newRow("another's file in a sticky folder")
-            << "sticky"
-            << "its owner and group cannot be kept: Operation not permitted";
+        row("another's file", "foreign", "its owner and group cannot be kept: Operation not permitted");
+        row("another's file in a sticky folder", "sticky",
+            "its owner and group cannot be kept: Operation not permitted");
         if (!canMount())
             return;
-        QTest::newRow("mounted file") << "mounted"
-                                      << "the new file cannot take its place: Device or resource busy";
-        QTest::newRow("writable file in a read-only mount")
-            << "island"
-            << "a new file cannot be created in its folder: Read-only file system";
+        row("mounted file", "mounted", "the new file cannot take its place: Device or resource busy");
+        row("writable file in a read-only mount", "island",
+            "a new file cannot be created in its folder: Read-only file system");
     }
 
     void writesInPlace()
@@ -300,30 +294,23 @@ private slots:
 
     void writesOnlyForJournalsOfItsOwn_data()
     {
-        QTest::addColumn<unsigned>("user");
-        QTest::addColumn<unsigned>("journalOwner");
-        QTest::addColumn<unsigned>("fileOwner");
-        QTest::addColumn<bool>("saves");
-        QTest::addColumn<bool>("isRestored");
-        QTest::addColumn<QString>("warning");
+        const auto row = TestSupport::columns<unsigned, unsigned, unsigned, bool, bool, QString>(
+            "user", "journalOwner", "fileOwner", "saves", "isRestored", "warning");
         const unsigned me = ::geteuid();
         const QString restored = QStringLiteral("it holds again what it held before");
-        QTest::newRow("one's own, read") << me << me << me << false << true << restored;
-        QTest::newRow("one's own, saved") << me << me << me << true << true << restored;
+        row("one's own, read", me, me, me, false, true, restored);
+        row("one's own, saved", me, me, me, true, true, restored);
         if (!isRoot())
             return;
         const unsigned nobody = 65534;
         const QString strange = QStringLiteral("it is another user's");
         const QString others = QStringLiteral("by another user (%1) was interrupted");
-        QTest::newRow("the file owner's, read by root")
-            << 0U << 1234U << 1234U << false << false << others.arg(1234);
-        QTest::newRow("the file owner's, saved by root") << 0U << 1234U << 1234U << true << true << restored;
-        QTest::newRow("a stranger's, read by root") << 0U << 1234U << 0U << false << false << strange;
-        QTest::newRow("a stranger's, saved by root") << 0U << 1234U << 0U << true << false << strange;
-        QTest::newRow("root's, read by the owner")
-            << nobody << 0U << nobody << false << false << others.arg(0);
-        QTest::newRow("a stranger's, read by the owner")
-            << nobody << 1234U << nobody << false << false << strange;
+        row("the file owner's, read by root", 0U, 1234U, 1234U, false, false, others.arg(1234));
+        row("the file owner's, saved by root", 0U, 1234U, 1234U, true, true, restored);
+        row("a stranger's, read by root", 0U, 1234U, 0U, false, false, strange);
+        row("a stranger's, saved by root", 0U, 1234U, 0U, true, false, strange);
+        row("root's, read by the owner", nobody, 0U, nobody, false, false, others.arg(0));
+        row("a stranger's, read by the owner", nobody, 1234U, nobody, false, false, strange);
     }
 
     // Anybody may put a journal into an open folder; nobody must write for him what he could not, and who
@@ -365,9 +352,9 @@ private slots:
 
     void leavesTheFolderForNobody_data()
     {
-        QTest::addColumn<bool>("saves");
-        QTest::newRow("read") << false;
-        QTest::newRow("saved") << true;
+        const auto row = TestSupport::columns<bool>("saves");
+        row("read", false);
+        row("saved", true);
     }
 
     // Whoever owns a folder may put a link to another one in its place between any two calls.
@@ -414,10 +401,10 @@ private slots:
 
     void keepsNoCopyAtAStrangers_data()
     {
-        QTest::addColumn<bool>("strange");
-        QTest::newRow("one's own") << false;
+        const auto row = TestSupport::columns<bool>("strange");
+        row("one's own", false);
         if (isRoot())
-            QTest::newRow("a stranger's") << true;
+            row("a stranger's", true);
     }
 
     // The folder for copies of files that are written over holds what only their owner may read.
@@ -439,9 +426,7 @@ private slots:
 
     void survivesAFullDisk_data()
     {
-        QTest::addColumn<int>("size");
-        QTest::addColumn<bool>("linked");
-        QTest::addColumn<bool>("real");
+        TestSupport::columns<int, bool, bool>("size", "linked", "real");
         for (const int size : {1, 100, 4096, 15000, 20000, 200000}) {
             for (const bool linked : {false, true}) {
                 QTest::addRow("%d, linked %d", size, linked) << size << linked << false;
@@ -532,9 +517,6 @@ private:
     std::unique_ptr<ScratchFolder> folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, SavePermissionsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, SavePermissionsTest)
 
 #include "save_permissions_test.moc"

@@ -61,9 +61,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QGuiApplication, ReplayTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QGuiApplication, ReplayTest)
 
 #include "replay_test.moc"

@@ -2,6 +2,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/host/TreeModelTestBase.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
 
@@ -90,10 +91,7 @@ class AdvancedAttributeModelTest : public TreeModelTestBase
 private slots:
     void showsWhatAnAttributeIs_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<int>("access");
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QString>("type");
+        TestSupport::columns<QVariant, int, QString, QString>("value", "access", "shown", "type");
         const auto row = [](const char* name, const QVariant& value, const char* shown, const char* type,
                             AccessMode access = AccessMode::ReadWrite) {
             QTest::newRow(name) << value << int(access) << QString::fromUtf8(shown)
@@ -251,10 +249,7 @@ private slots:
 
     void dropsAddRows_data()
     {
-        QTest::addColumn<bool>("fromTree");
-        QTest::addColumn<QString>("dropped");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<QString>("rows");
+        TestSupport::columns<bool, QString, int, QString>("fromTree", "dropped", "row", "rows");
         const auto drop = [](const char* name, bool fromTree, const char* dropped, int row,
                              const char* rows) {
             QTest::newRow(name) << fromTree << QString::fromLatin1(dropped) << row
@@ -435,9 +430,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, AdvancedAttributeModelTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, AdvancedAttributeModelTest)
 
 #include "advanced_attribute_model_test.moc"

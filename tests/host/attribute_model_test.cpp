@@ -2,6 +2,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QAbstractItemModelTester>
 #include <QCoreApplication>
@@ -42,9 +43,7 @@ private slots:
         for (const char* path : {"Net.ip.mask", "net.name", "other.net"})
             repository->set(QString::fromLatin1(path), 1);
         const AttributeModel model(QStringLiteral("nET*"), nullptr);
-        QCOMPARE(textsOf(model),
-                 QStringList({QStringLiteral("Net"), QStringLiteral("net"), QStringLiteral("Net.ip"),
-                              QStringLiteral("net.name"), QStringLiteral("Net.ip.mask")}));
+        QCOMPARE(textsOf(model), TestSupport::words("Net net Net.ip net.name Net.ip.mask"));
         QVERIFY(!model.canFetchMore({}));
     }
 
@@ -80,9 +79,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, AttributeModelTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, AttributeModelTest)
 
 #include "attribute_model_test.moc"

@@ -4,6 +4,7 @@
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -252,9 +253,9 @@ private slots:
 
     void manyAttributesUnderOneNode_data()
     {
-        QTest::addColumn<bool>("isReal");
-        QTest::newRow("fake repository") << false;
-        QTest::newRow("real repository") << true;
+        const auto row = TestSupport::columns<bool>("isReal");
+        row("fake repository", false);
+        row("real repository", true);
     }
 
     void manyAttributesUnderOneNode()
@@ -321,9 +322,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, CompleterTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, CompleterTest)
 
 #include "completer_test.moc"

@@ -1,6 +1,7 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
@@ -197,9 +198,7 @@ private slots:
 
     void valuesOfEveryType_data()
     {
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QVariant>("expected");
+        TestSupport::columns<QString, QStringList, QVariant>("choice", "texts", "expected");
         const auto row = [](const char* choice, const QString& texts, const QVariant& expected) {
             QTest::addRow("%s %s", choice, qPrintable(texts))
                 << QString::fromLatin1(choice) << texts.split(QLatin1Char('|')) << expected;
@@ -248,9 +247,7 @@ private slots:
 
     void faultsOfValuesAreSaid_data()
     {
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<QStringList>("texts");
-        QTest::addColumn<QString>("fault");
+        TestSupport::columns<QString, QStringList, QString>("choice", "texts", "fault");
         const auto row = [](const char* choice, const char* texts, const char* fault) {
             QTest::addRow("%s %s", choice, texts)
                 << QString::fromLatin1(choice) << QString::fromLatin1(texts).split(QLatin1Char('|'))
@@ -416,8 +413,7 @@ private slots:
                     reached.append(at->objectName());
                 }
                 QVERIFY2(!isButton, choice);
-                QCOMPARE(reached.mid(reached.size() - 2),
-                         QStringList({QStringLiteral("edtName"), QStringLiteral("cbType")}));
+                QCOMPARE(reached.mid(reached.size() - 2), words("edtName cbType"));
             }
             click(button(dialog, "Cancel"));
         });
@@ -444,7 +440,7 @@ private slots:
         QVariant value;
         int valueType = -1;
         QVERIFY(dialogs.showAttributeCreateDialog(name, value, valueType));
-        QCOMPARE(value.toStringList(), QStringList({QStringLiteral("c"), QStringLiteral("b")}));
+        QCOMPARE(value.toStringList(), words("c b"));
     }
 
     void pasteAsksForNameAndPlace()
@@ -473,11 +469,10 @@ private slots:
 
     void onlyYesConfirms_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("Escape") << int(Qt::Key_Escape) << int(QMessageBox::No);
-        QTest::newRow("Return") << int(Qt::Key_Return) << int(QMessageBox::No);
-        QTest::newRow("Y") << int(Qt::Key_Y) << 16384;
+        const auto row = TestSupport::columns<int, int>("key", "answer");
+        row("Escape", int(Qt::Key_Escape), int(QMessageBox::No));
+        row("Return", int(Qt::Key_Return), int(QMessageBox::No));
+        row("Y", int(Qt::Key_Y), 16384);
     }
 
     void onlyYesConfirms()

@@ -1,4 +1,5 @@
 #include "host/Utilities/ApplicationPlugins/ApplicationInstanceToContextMapper.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
 #include <QCoreApplication>
@@ -123,9 +124,9 @@ private slots:
 
     void exceptionsReachTheCaller_data()
     {
-        QTest::addColumn<bool>("fromOtherThread");
-        QTest::newRow("GUI thread") << false;
-        QTest::newRow("another thread") << true;
+        const auto row = TestSupport::columns<bool>("fromOtherThread");
+        row("GUI thread", false);
+        row("another thread", true);
     }
 
     void exceptionsReachTheCaller()
@@ -160,9 +161,10 @@ private slots:
 
     void oneIsMadeForManyAtOnce_data()
     {
-        QTest::addColumn<int>("failures"); // of the first creations
-        QTest::newRow("all goes well") << 0;
-        QTest::newRow("the first two fail") << 2;
+        // failures: of the first creations
+        const auto row = TestSupport::columns<int>("failures");
+        row("all goes well", 0);
+        row("the first two fail", 2);
     }
 
     // Each caller has looked for an application and waits for the GUI thread before the first is made.
@@ -232,9 +234,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, InstanceTableTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, InstanceTableTest)
 
 #include "instance_table_test.moc"

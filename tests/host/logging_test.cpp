@@ -204,9 +204,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, LoggingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, LoggingTest)
 
 #include "logging_test.moc"

@@ -1,7 +1,9 @@
 #include "host/Utilities/AbstractButtonsToAttributeValueMapper.h"
 #include "host/Utilities/ComboBoxToAttributeMapper.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -64,12 +66,12 @@ private slots:
 
     void clicksKeepTypeAndAccess_data()
     {
-        QTest::addColumn<QVariant>("present");
-        QTest::addColumn<AccessMode>("access");
-        QTest::addColumn<QVariant>("expected"); // after "7" was written
-        QTest::newRow("number") << QVariant(5LL) << AccessMode::ReadWrite << QVariant(7LL);
-        QTest::newRow("write-only") << QVariant(5LL) << AccessMode::WriteOnly << QVariant(7LL);
-        QTest::newRow("read-only") << QVariant(5LL) << AccessMode::ReadOnly << QVariant(5LL);
+        // expected: after "7" was written
+        const auto row =
+            TestSupport::columns<QVariant, AccessMode, QVariant>("present", "access", "expected");
+        row("number", QVariant(5LL), AccessMode::ReadWrite, QVariant(7LL));
+        row("write-only", QVariant(5LL), AccessMode::WriteOnly, QVariant(7LL));
+        row("read-only", QVariant(5LL), AccessMode::ReadOnly, QVariant(5LL));
     }
 
     void clicksKeepTypeAndAccess()
@@ -102,13 +104,9 @@ private slots:
 
     void boxFollows_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("items");   // joined by "|"
-        QTest::addColumn<QString>("current"); // "b" before
-        const auto row = [](const char* name, const char* text, const char* items, const char* current) {
-            QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(items)
-                                << QString::fromLatin1(current);
-        };
+        // current: "b" before
+        // items: joined by "|"
+        const auto row = TestSupport::columns<QString, QString, QString>("text", "items", "current");
         row("one more", "a;b;c", "a|b|c", "b");
         row("another order", "b;a", "b|a", "b");
         row("current gone", "a;B", "a|B", "a");
@@ -126,7 +124,7 @@ private slots:
         QComboBox* pointer = &box;
         const ComboBoxToAttributeMapper mapper(nullptr, repository, pointer, backendsPath,
                                                QStringLiteral("names"));
-        QCOMPARE(itemsOf(box), QStringList({QStringLiteral("a"), QStringLiteral("b")}));
+        QCOMPARE(itemsOf(box), TestSupport::words("a b"));
         box.setCurrentIndex(1);
         const QSignalSpy changes(&box, QOverload<int>::of(&QComboBox::currentIndexChanged));
 
@@ -170,9 +168,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, MappersTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, MappersTest)
 
 #include "mappers_test.moc"

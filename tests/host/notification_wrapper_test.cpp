@@ -1,6 +1,7 @@
 #include "host/Utilities/NotificationWrapper.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/BothRepositories.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
 
@@ -240,15 +241,15 @@ private slots:
         QTRY_COMPARE(watcher.delivered, QStringList(QStringLiteral("2")));
         goOn.set_value();
         older.join();
-        QTRY_COMPARE(watcher.delivered, QStringList({QStringLiteral("2"), QStringLiteral("2")}));
+        QTRY_COMPARE(watcher.delivered, words("2 2"));
         registration->end();
     }
 
     void callbacksMayStopOrDestroyTheWrapper_data()
     {
-        QTest::addColumn<bool>("destroys");
-        QTest::newRow("destroy") << true;
-        QTest::newRow("stop") << false;
+        const auto row = TestSupport::columns<bool>("destroys");
+        row("destroy", true);
+        row("stop", false);
     }
 
     void callbacksMayStopOrDestroyTheWrapper()
@@ -305,9 +306,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, NotificationWrapperTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, NotificationWrapperTest)
 
 #include "notification_wrapper_test.moc"

@@ -4,8 +4,10 @@
 #include "host/Utilities/ApplicationWidgets/ApplicationMainWidget.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "host/Utilities/ScopedSignalBlocker.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QThread>
@@ -73,24 +75,15 @@ private slots:
 
     void versionIsReadAsItStands_data()
     {
-        QTest::addColumn<QString>("identification");
-        QTest::addColumn<QStringList>("fields");
-        QTest::newRow("there") << QStringLiteral("Sample")
-                               << QStringList{QStringLiteral("one, two; three = 3"),
-                                              QString::fromUtf8("Bench & S\xC3\xB6hne"),
-                                              QStringLiteral("\"quoted\""),
-                                              QStringLiteral("1.2.3"),
-                                              QString(),
-                                              QString(),
-                                              QStringLiteral("Sample"),
-                                              QString(),
-                                              QString(),
-                                              QString(),
-                                              QStringLiteral("0a1b")};
+        const auto row = TestSupport::columns<QString, QStringList>("identification", "fields");
+        row("there", "Sample",
+            QStringList{QStringLiteral("one, two; three = 3"), QString::fromUtf8("Bench & S\xC3\xB6hne"),
+                        QStringLiteral("\"quoted\""), QStringLiteral("1.2.3"), QString(), QString(),
+                        QStringLiteral("Sample"), QString(), QString(), QString(), QStringLiteral("0a1b")});
         QStringList empty;
         for (int i = 0; i < 11; ++i)
             empty.append(QString());
-        QTest::newRow("missing") << QStringLiteral("Nobody") << empty;
+        row("missing", "Nobody", empty);
     }
 
     void versionIsReadAsItStands()
@@ -120,13 +113,13 @@ private slots:
 
     void widgetsGoWithTheApplication_data()
     {
-        QTest::addColumn<bool>("droppedElsewhere"); // by another thread
-        QTest::addColumn<bool>("inWindow");         // the host has given it a parent
-        QTest::addColumn<bool>("goneBefore");
-        QTest::newRow("GUI thread") << false << false << false;
-        QTest::newRow("in a window") << false << true << false;
-        QTest::newRow("another thread") << true << true << false;
-        QTest::newRow("the host was first") << true << false << true;
+        // inWindow: the host has given it a parent
+        // droppedElsewhere: by another thread
+        const auto row = TestSupport::columns<bool, bool, bool>("droppedElsewhere", "inWindow", "goneBefore");
+        row("GUI thread", false, false, false);
+        row("in a window", false, true, false);
+        row("another thread", true, true, false);
+        row("the host was first", true, false, true);
     }
 
     void widgetsGoWithTheApplication()
@@ -173,8 +166,7 @@ private slots:
         localization.loadTranslations(german);
         localization.loadTranslations(german);
         QCOMPARE(localization.getLoadedFiles(german),
-                 QStringList({QStringLiteral(":/Translations/Empty_de_DE.qm"),
-                              QStringLiteral(":/Translations/Sample_de_DE.qm")}));
+                 TestSupport::words(":/Translations/Empty_de_DE.qm :/Translations/Sample_de_DE.qm"));
         QCOMPARE(localization.getLocale(), english);
         QCOMPARE(shownText(), QStringLiteral("Value"));
 
@@ -203,9 +195,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, PluginBaseTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, PluginBaseTest)
 
 #include "plugin_base_test.moc"

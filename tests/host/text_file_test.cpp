@@ -1,6 +1,7 @@
 #include "files/SizeLimit.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Unprivileged.h"
 
@@ -134,12 +135,8 @@ private slots:
 
     void failureLeavesTheOldFile_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("size"); // of the text
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* tag, const char* name, int size, const char* reason) {
-            QTest::newRow(tag) << QString::fromLatin1(name) << size << QString::fromLatin1(reason);
-        };
+        // size: of the text
+        const auto row = TestSupport::columns<QString, int, QString>("name", "size", "reason");
         row("no room, small", "list", 5000, "File too large");
         row("no room, large", "list", 50000, "File too large");
         row("failed sync", "list", 5, "Input/output error");
@@ -224,9 +221,6 @@ private:
     AttributeTreeViewModelUtils utils;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TextFileTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TextFileTest)
 
 #include "text_file_test.moc"

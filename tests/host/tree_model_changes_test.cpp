@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "tests/host/TreeModelTestBase.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/ModelText.h"
 #include "tests/support/TestFiles.h"
@@ -72,16 +73,13 @@ private slots:
     // Models that read different parts of one repository follow the same changes.
     void followsRandomChanges_data()
     {
-        QTest::addColumn<QStringList>("searchPaths");
-        QTest::addColumn<int>("nameCount");
-        QTest::addColumn<int>("depth");
-        QTest::addColumn<int>("changes");
-        QTest::newRow("few children")
-            << QStringList{QString(), text("a.b"), text("a.*"), text("a.b*"), text("*.c"), text("*b*d*")} << 4
-            << 4 << 9000;
-        QTest::newRow("many children") << QStringList{QString()} << 700 << 1 << 4000;
-        QTest::newRow("many children with children")
-            << QStringList{QString(), text("*1*")} << 900 << 2 << 4000;
+        const auto row =
+            TestSupport::columns<QStringList, int, int, int>("searchPaths", "nameCount", "depth", "changes");
+        row("few children",
+            QStringList{QString(), text("a.b"), text("a.*"), text("a.b*"), text("*.c"), text("*b*d*")}, 4, 4,
+            9000);
+        row("many children", QStringList{QString()}, 700, 1, 4000);
+        row("many children with children", QStringList{QString(), text("*1*")}, 900, 2, 4000);
     }
 
     void followsRandomChanges()
@@ -151,11 +149,10 @@ private slots:
 
     void followsOtherThreads_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QString>("secondRoot");
-        QTest::newRow("apart") << QString() << text("y");
-        QTest::newRow("in the same place") << QString() << text("x");
-        QTest::newRow("filtered") << text("*.b") << text("x");
+        const auto row = TestSupport::columns<QString, QString>("searchPath", "secondRoot");
+        row("apart", QString(), "y");
+        row("in the same place", QString(), "x");
+        row("filtered", "*.b", "x");
     }
 
     void followsOtherThreads()
@@ -201,12 +198,11 @@ private slots:
 
     void manyChangesAtOnceAreFollowed_data()
     {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("searchPath");
-        QTest::newRow("flat") << text("x.n%1") << QString();
-        QTest::newRow("flat, filtered") << text("x.n%1") << text("*n1*");
-        QTest::newRow("of many parents") << text("x.n%1.value") << QString();
-        QTest::newRow("of many parents, filtered") << text("x.n%1.value") << text("*.n1*.value");
+        const auto row = TestSupport::columns<QString, QString>("pattern", "searchPath");
+        row("flat", "x.n%1", QString());
+        row("flat, filtered", "x.n%1", "*n1*");
+        row("of many parents", "x.n%1.value", QString());
+        row("of many parents, filtered", "x.n%1.value", "*.n1*.value");
     }
 
     void manyChangesAtOnceAreFollowed()
@@ -243,11 +239,11 @@ private slots:
 
     void writtenCellsAreTold_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::newRow("one") << 1;
-        QTest::newRow("some") << 200;
-        QTest::newRow("many") << 280;
-        QTest::newRow("more than are kept apart") << 4500;
+        const auto row = TestSupport::columns<int>("count");
+        row("one", 1);
+        row("some", 200);
+        row("many", 280);
+        row("more than are kept apart", 4500);
     }
 
     void writtenCellsAreTold()
@@ -315,9 +311,9 @@ private slots:
     // the order of the file, and those that stay keep what the view knows of them.
     void rowsFollowTheOrderOfTheFile_data()
     {
-        QTest::addColumn<int>("count");
-        QTest::newRow("few") << 9;
-        QTest::newRow("many") << 600;
+        const auto row = TestSupport::columns<int>("count");
+        row("few", 9);
+        row("many", 600);
     }
 
     void rowsFollowTheOrderOfTheFile()
@@ -410,9 +406,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, TreeModelChangesTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, TreeModelChangesTest)
 
 #include "tree_model_changes_test.moc"

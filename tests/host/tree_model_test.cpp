@@ -1,6 +1,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/host/TreeModelTestBase.h"
+#include "tests/support/Columns.h"
 #include "tests/support/ModelText.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/TreeWriter.h"
@@ -48,30 +49,26 @@ class TreeModelTest : public TreeModelTestBase
 private slots:
     void showsWhatTheSearchPathAsksFor_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QStringList>("expected");
+        const auto row = TestSupport::columns<QString, QStringList>("searchPath", "expected");
         const QStringList app{text("app"),          text("  net"),          text("    ip = 1"),
                               text("    ipv6 = 2"), text("      mask = 3"), text("    port = 4"),
                               text("  name = x")};
-        QTest::newRow("a node and all below") << text("app") << app;
-        QTest::newRow("a last separator does not count") << text("app.") << app;
-        QTest::newRow("ancestors lead to a node")
-            << text("app.net.ipv6")
-            << QStringList{text("app"), text("  net"), text("    ipv6 = 2"), text("      mask = 3")};
-        QTest::newRow("no such node") << text("app.ne") << QStringList();
-        QTest::newRow("beginning") << text("app.net.ip*")
-                                   << QStringList{text("app"), text("  net"), text("    ip = 1"),
-                                                  text("    ipv6 = 2"), text("      mask = 3")};
-        QTest::newRow("beginning on the top") << text("ap*") << app;
-        QTest::newRow("all children") << text("app.**") << app;
-        QTest::newRow("no children of a leaf") << text("app.name.*") << QStringList();
-        QTest::newRow("end") << text("*.mask")
-                             << QStringList{text("app"), text("  net"), text("    ipv6 = 2"),
-                                            text("      mask = 3")};
-        QTest::newRow("middle") << text("a*net*p*t")
-                                << QStringList{text("app"), text("  net"), text("    port = 4")};
-        QTest::newRow("other case") << text("APP*") << QStringList();
-        QTest::newRow("begins with a separator") << text(".*") << QStringList();
+        row("a node and all below", "app", app);
+        row("a last separator does not count", "app.", app);
+        row("ancestors lead to a node", "app.net.ipv6",
+            QStringList{text("app"), text("  net"), text("    ipv6 = 2"), text("      mask = 3")});
+        row("no such node", "app.ne", QStringList());
+        row("beginning", "app.net.ip*",
+            QStringList{text("app"), text("  net"), text("    ip = 1"), text("    ipv6 = 2"),
+                        text("      mask = 3")});
+        row("beginning on the top", "ap*", app);
+        row("all children", "app.**", app);
+        row("no children of a leaf", "app.name.*", QStringList());
+        row("end", "*.mask",
+            QStringList{text("app"), text("  net"), text("    ipv6 = 2"), text("      mask = 3")});
+        row("middle", "a*net*p*t", QStringList{text("app"), text("  net"), text("    port = 4")});
+        row("other case", "APP*", QStringList());
+        row("begins with a separator", ".*", QStringList());
     }
 
     void showsWhatTheSearchPathAsksFor()
@@ -115,23 +112,22 @@ private slots:
 
     void cellsShowValues_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("bool") << QVariant(true) << text("true");
-        QTest::newRow("integer") << QVariant(-5LL) << text("-5");
-        QTest::newRow("unsigned") << QVariant(18446744073709551615ULL) << text("18446744073709551615");
-        QTest::newRow("double") << QVariant(0.1) << text("0.1");
-        QTest::newRow("exact double") << QVariant(0.1 + 0.2) << text("0.30000000000000004");
-        QTest::newRow("list") << QVariant(QStringList{text("a"), text("b")}) << text("a,b");
-        QTest::newRow("bytes that are text")
-            << QVariant(QByteArray("gr\xc3\xbc\xc3\x9f")) << QString::fromUtf8("gr\xc3\xbc\xc3\x9f");
-        QTest::newRow("other bytes") << QVariant(QByteArray("\x00\xff", 2)) << text("\\x00\\xff");
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << text("2024-02-29");
-        QTest::newRow("time") << QVariant(QTime(1, 2, 3, 45)) << text("01:02:03.045");
-        QTest::newRow("date and time") << QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), Qt::UTC))
-                                       << text("2024-01-02T03:04:05.006Z");
-        QTest::newRow("lines") << QVariant(text("a\r\nb\nc")) << QString::fromUtf8("a\u21b5b\u21b5c");
-        QTest::newRow("empty") << QVariant(QString()) << QString();
+        const auto row = TestSupport::columns<QVariant, QString>("value", "expected");
+        row("bool", QVariant(true), "true");
+        row("integer", QVariant(-5LL), "-5");
+        row("unsigned", QVariant(18446744073709551615ULL), "18446744073709551615");
+        row("double", QVariant(0.1), "0.1");
+        row("exact double", QVariant(0.1 + 0.2), "0.30000000000000004");
+        row("list", QVariant(QStringList{text("a"), text("b")}), "a,b");
+        row("bytes that are text", QVariant(QByteArray("gr\xc3\xbc\xc3\x9f")),
+            QString::fromUtf8("gr\xc3\xbc\xc3\x9f"));
+        row("other bytes", QVariant(QByteArray("\x00\xff", 2)), text("\\x00\\xff"));
+        row("date", QVariant(QDate(2024, 2, 29)), "2024-02-29");
+        row("time", QVariant(QTime(1, 2, 3, 45)), "01:02:03.045");
+        row("date and time", QVariant(QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5, 6), Qt::UTC)),
+            "2024-01-02T03:04:05.006Z");
+        row("lines", QVariant(text("a\r\nb\nc")), "a\u21b5b\u21b5c");
+        row("empty", QVariant(QString()), QString());
     }
 
     void cellsShowValues()
@@ -227,9 +223,9 @@ private slots:
 
     void matchFindsWhatQtFinds_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::newRow("everything") << QString();
-        QTest::newRow("filtered") << text("*.b");
+        const auto row = TestSupport::columns<QString>("searchPath");
+        row("everything", QString());
+        row("filtered", "*.b");
     }
 
     void matchFindsWhatQtFinds()
@@ -276,9 +272,9 @@ private slots:
 
     void asksForNoRefreshWhileThePersonIsBusy_data()
     {
-        QTest::addColumn<QString>("with");
+        const auto row = TestSupport::columns<QString>("with");
         for (const char* with : {"popup", "dialog", "editor"})
-            QTest::newRow(with) << text(with);
+            row(with, with);
     }
 
     void asksForNoRefreshWhileThePersonIsBusy()
@@ -313,9 +309,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, TreeModelTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, TreeModelTest)
 
 #include "tree_model_test.moc"

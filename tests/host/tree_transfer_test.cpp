@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/LoggedFailures.h"
@@ -88,9 +89,9 @@ private slots:
 
     void longOnesCanBeCancelled_data()
     {
-        QTest::addColumn<QString>("operation");
+        const auto row = TestSupport::columns<QString>("operation");
         for (const char* const operation : {"copy", "export", "import", "delete"})
-            QTest::newRow(operation) << QString::fromLatin1(operation);
+            row(operation, operation);
     }
 
     void longOnesCanBeCancelled()
@@ -226,9 +227,6 @@ private:
     QTemporaryDir folder;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, TreeTransferTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, TreeTransferTest)
 
 #include "tree_transfer_test.moc"

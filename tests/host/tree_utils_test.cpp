@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QCoreApplication>
 #include <QStandardItemModel>
@@ -25,10 +27,8 @@ private slots:
         model.appendRow({new QStandardItem(QStringLiteral("far")), new QStandardItem});
 
         const AttributeTreeViewModelUtils utils;
-        QCOMPARE(utils.extractStringsFromModel(&model, {}),
-                 QStringList({QStringLiteral("net"), QStringLiteral("far")}));
-        QCOMPARE(utils.extractStringsFromModel(&model, net->index()),
-                 QStringList({QStringLiteral("ip"), QStringLiteral("name")}));
+        QCOMPARE(utils.extractStringsFromModel(&model, {}), TestSupport::words("net far"));
+        QCOMPARE(utils.extractStringsFromModel(&model, net->index()), TestSupport::words("ip name"));
         QVERIFY(utils.extractStringsFromModel(nullptr, {}).isEmpty());
         QCOMPARE(utils.retriveAttributePathFromIndex(net->child(1, 0)->index()), QStringLiteral("net.name"));
         QCOMPARE(utils.retriveAttributePathFromIndex(net->child(0, 1)->index()), QStringLiteral("net.ip"));
@@ -37,14 +37,7 @@ private slots:
 
     void trims_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("characters");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char* name, const char* text, const char* characters,
-                            const char* expected) {
-            QTest::newRow(name) << QString::fromLatin1(text) << QString::fromLatin1(characters)
-                                << QString::fromLatin1(expected);
-        };
+        const auto row = TestSupport::columns<QString, QString, QString>("text", "characters", "expected");
         row("both ends", "..a.b.", ".", "a.b");
         row("a set", "*.a*", ".*", "a");
         row("nothing left", "***", "*", "");
@@ -81,9 +74,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TreeUtilsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TreeUtilsTest)
 
 #include "tree_utils_test.moc"

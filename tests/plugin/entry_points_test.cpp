@@ -4,9 +4,11 @@
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/plugin/FixedContext.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
+#include "tests/support/Texts.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -135,7 +137,7 @@ private slots:
     {
         repository = std::make_shared<FakeRepository>();
         Utilities::SetAppConfigRepositoryInterface(repository);
-        repository->set(QStringLiteral("plant.list"), QStringList{QStringLiteral("a"), QStringLiteral("b")});
+        repository->set(QStringLiteral("plant.list"), TestSupport::words("a b"));
     }
 
     void cleanup() { Utilities::SetAppConfigRepositoryInterface({}); }
@@ -183,16 +185,14 @@ private slots:
 
     void oneApplicationForEachContext_data()
     {
-        QTest::addColumn<QStringList>("otherContext");
-        QTest::addColumn<QString>("otherName");
-        QTest::addColumn<bool>("isSame");
+        const auto row =
+            TestSupport::columns<QStringList, QString, bool>("otherContext", "otherName", "isSame");
         const QStringList context{QStringLiteral("desk"), QStringLiteral("one")};
-        QTest::newRow("the same") << context << identification << true;
-        QTest::newRow("other context")
-            << QStringList{QStringLiteral("desk"), QStringLiteral("two")} << identification << false;
-        QTest::newRow("other name") << context << QStringLiteral("Anything") << false;
+        row("the same", context, identification, true);
+        row("other context", TestSupport::words("desk two"), identification, false);
+        row("other name", context, "Anything", false);
         // The components are joined as they are.
-        QTest::newRow("other cut") << QStringList{QStringLiteral("deskone")} << identification << true;
+        row("other cut", QStringList{QStringLiteral("deskone")}, identification, true);
     }
 
     void oneApplicationForEachContext()
@@ -243,9 +243,10 @@ private slots:
 
     void mayBeCalledOnAnyThread_data()
     {
-        QTest::addColumn<int>("contexts"); // that eight threads share
-        QTest::newRow("one context") << 1;
-        QTest::newRow("two threads for each context") << 4;
+        // contexts: that eight threads share
+        const auto row = TestSupport::columns<int>("contexts");
+        row("one context", 1);
+        row("two threads for each context", 4);
     }
 
     void mayBeCalledOnAnyThread()
@@ -428,9 +429,10 @@ private slots:
 
     void aHostMayEndWithoutUnloading_data()
     {
-        QTest::addColumn<QString>("keeper"); // of the application
+        // keeper: of the application
+        const auto row = TestSupport::columns<QString>("keeper");
         for (const char* const keeper : {"table", "host", "window"})
-            QTest::newRow(keeper) << QString::fromLatin1(keeper);
+            row(keeper, keeper);
     }
 
     void aHostMayEndWithoutUnloading()
@@ -482,9 +484,6 @@ private:
     std::shared_ptr<FakeRepository> repository;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, EntryPointsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, EntryPointsTest)
 
 #include "entry_points_test.moc"

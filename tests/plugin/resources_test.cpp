@@ -224,9 +224,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QGuiApplication, ResourcesTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QGuiApplication, ResourcesTest)
 
 #include "resources_test.moc"

@@ -4,6 +4,7 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/plugin/FixedContext.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
 
@@ -50,18 +51,16 @@ private slots:
 
     void showsThePageThatTheAttributeNames_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("page");
-        QTest::newRow("attributes") << QVariant(QStringLiteral("attributes"))
-                                    << QStringLiteral("pageAttributes");
-        QTest::newRow("backends") << QVariant(QStringLiteral("backends")) << QStringLiteral("pageBackends");
-        QTest::newRow("tests") << QVariant(QStringLiteral("tests")) << QStringLiteral("pageTests");
-        QTest::newRow("empty") << QVariant(QString()) << QStringLiteral("pageUnknown");
-        QTest::newRow("other case") << QVariant(QStringLiteral("Backends")) << QStringLiteral("pageUnknown");
-        QTest::newRow("part of a name") << QVariant(QStringLiteral("back")) << QStringLiteral("pageUnknown");
-        QTest::newRow("a page's index") << QVariant(2) << QStringLiteral("pageUnknown");
-        QTest::newRow("bytes") << QVariant(QByteArray("tests")) << QStringLiteral("pageTests");
-        QTest::newRow("no text at all") << QVariant(QVariantMap()) << QStringLiteral("pageUnknown");
+        const auto row = TestSupport::columns<QVariant, QString>("value", "page");
+        row("attributes", QVariant(QStringLiteral("attributes")), "pageAttributes");
+        row("backends", QVariant(QStringLiteral("backends")), "pageBackends");
+        row("tests", QVariant(QStringLiteral("tests")), "pageTests");
+        row("empty", QVariant(QString()), "pageUnknown");
+        row("other case", QVariant(QStringLiteral("Backends")), "pageUnknown");
+        row("part of a name", QVariant(QStringLiteral("back")), "pageUnknown");
+        row("a page's index", QVariant(2), "pageUnknown");
+        row("bytes", QVariant(QByteArray("tests")), "pageTests");
+        row("no text at all", QVariant(QVariantMap()), "pageUnknown");
     }
 
     void showsThePageThatTheAttributeNames()
@@ -89,11 +88,8 @@ private slots:
 
     void buttonsChooseThePage_data()
     {
-        QTest::addColumn<bool>("onPanel");
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("page");
+        TestSupport::columns<bool, QString, QString, QString, QString>("onPanel", "button", "text", "value",
+                                                                       "page");
         const auto row = [](bool onPanel, const char* button, const char* text, const char* value,
                             const char* page) {
             QTest::addRow("%s of the %s", button, onPanel ? "panel" : "warning page")
@@ -216,9 +212,6 @@ private:
     std::shared_ptr<const Shared::GuiContexts::ReaderInterface> context;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, ShellTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, ShellTest)
 
 #include "shell_test.moc"

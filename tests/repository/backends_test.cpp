@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDate>
@@ -33,11 +34,10 @@ private slots:
     // U+FEFF is a mark of the encoding at the start of a file only, as where two files were put together.
     void keepsMarksWithinNames_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::newRow("ini") << QStringLiteral("ini") << QByteArray("k = 1\n\xEF\xBB\xBFk = 2\n");
-        QTest::newRow("json") << QStringLiteral("json") << QByteArray("{\"k\": 1, \"\xEF\xBB\xBFk\": 2}\n");
-        QTest::newRow("txt") << QStringLiteral("txt") << QByteArray("k = 1\n\xEF\xBB\xBFk = 2\n");
+        const auto row = TestSupport::columns<QString, QByteArray>("type", "bytes");
+        row("ini", "ini", "k = 1\n\xEF\xBB\xBFk = 2\n");
+        row("json", "json", "{\"k\": 1, \"\xEF\xBB\xBFk\": 2}\n");
+        row("txt", "txt", "k = 1\n\xEF\xBB\xBFk = 2\n");
     }
 
     void keepsMarksWithinNames()
@@ -55,18 +55,16 @@ private slots:
     // Each of the paths would hold the long name.
     void refusesPathsThatTakeManyTimesTheFile_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QByteArray>("text");
+        const auto row = TestSupport::columns<QString, QByteArray>("type", "text");
         const QByteArray name(100'000, 'n');
         constexpr int depth = 900;
-        QTest::newRow("json") << "json"
-                              << "{\"" + name + "\":" + QByteArray("{\"a\":").repeated(depth) + "1" +
-                                     QByteArray(depth + 1, '}');
-        QTest::newRow("xml") << "xml"
-                             << "<" + name + ">" + QByteArray("<a>").repeated(depth) +
-                                    QByteArray("</a>").repeated(depth) + "</" + name + ">";
-        QTest::newRow("txt") << "txt" << name + QByteArray(".a").repeated(depth) + " = 1\n";
-        QTest::newRow("ini") << "ini" << '[' + name + QByteArray(".a").repeated(depth) + "]\n";
+        row("json", "json",
+            "{\"" + name + "\":" + QByteArray("{\"a\":").repeated(depth) + "1" + QByteArray(depth + 1, '}'));
+        row("xml", "xml",
+            "<" + name + ">" + QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth) + "</" +
+                name + ">");
+        row("txt", "txt", name + QByteArray(".a").repeated(depth) + " = 1\n");
+        row("ini", "ini", '[' + name + QByteArray(".a").repeated(depth) + "]\n");
     }
 
     void refusesPathsThatTakeManyTimesTheFile()
@@ -96,7 +94,7 @@ private slots:
                                     "lab.bench.nothing lab.bench.supplies.0 lab.bench.supplies.1 "
                                     "lab.bench.supplies.0.limit lab.bench.supplies.1.limit"));
         QCOMPARE(read("lab.bench.supplies.1.limit"), QVariant(24LL));
-        QCOMPARE(read("lab.bench.tags"), QVariant(QStringList({QStringLiteral("a"), QStringLiteral("b")})));
+        QCOMPARE(read("lab.bench.tags"), QVariant(TestSupport::words("a b")));
         QCOMPARE(read("oven.oven.hot"), QVariant(true));
         QCOMPARE(read("oven.oven.zone1.name"), QVariant(QStringLiteral("left")));
         QCOMPARE(read("internal.backends.names"), QVariant(QStringLiteral("lab.bench;oven")));
@@ -109,20 +107,13 @@ private slots:
 
     void savesOnlyWhatWasEdited_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QByteArray>("before");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QByteArray>("from");
-        QTest::addColumn<QByteArray>("to");
-        QTest::newRow("json number") << "json" << benchJson << "m.supplies.1.limit" << QVariant(48)
-                                     << QByteArray("24") << QByteArray("48");
-        QTest::newRow("json text") << "json" << benchJson << "m.name" << QVariant(QStringLiteral("a \"b\""))
-                                   << QByteArray("bench 3") << QByteArray("a \\\"b\\\"");
-        QTest::newRow("ini bool") << "ini" << ovenIni << "m.oven.hot" << QVariant(false) << QByteArray("true")
-                                  << QByteArray("false");
-        QTest::newRow("ini number") << "ini" << ovenIni << "m.oven.limit" << QVariant(300)
-                                    << QByteArray("250") << QByteArray("300");
+        const auto row = TestSupport::columns<QString, QByteArray, QString, QVariant, QByteArray, QByteArray>(
+            "type", "before", "path", "value", "from", "to");
+        row("json number", "json", benchJson, "m.supplies.1.limit", QVariant(48), "24", "48");
+        row("json text", "json", benchJson, "m.name", QVariant(QStringLiteral("a \"b\"")), "bench 3",
+            "a \\\"b\\\"");
+        row("ini bool", "ini", ovenIni, "m.oven.hot", QVariant(false), "true", "false");
+        row("ini number", "ini", ovenIni, "m.oven.limit", QVariant(300), "250", "300");
     }
 
     void savesOnlyWhatWasEdited()
@@ -182,16 +173,8 @@ private slots:
 
     void refusesWithReason_data()
     {
-        QTest::addColumn<QString>("type");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("access");
-        QTest::addColumn<QString>("reason");
-        const auto row = [](const char* tag, const char* type, const char* name, const char* file, int access,
-                            const char* reason) {
-            QTest::newRow(tag) << QString::fromLatin1(type) << QString::fromLatin1(name)
-                               << QString::fromLatin1(file) << access << QString::fromLatin1(reason);
-        };
+        const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
+                                                                                       "access", "reason");
         row("type", "yaml", "x", "good.ini", 3, "no backend type 'yaml'");
         row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
         row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");
@@ -356,9 +339,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, BackendsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, BackendsTest)
 
 #include "backends_test.moc"

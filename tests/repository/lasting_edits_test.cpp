@@ -278,10 +278,7 @@ private:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, LastingEditsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, LastingEditsTest)
 
 #include "lasting_edits_test.moc"
 #include "repository/documents/Formats.h"

@@ -185,9 +185,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, RefusalsTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, RefusalsTest)
 
 #include "refusals_test.moc"

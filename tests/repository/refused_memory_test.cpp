@@ -183,10 +183,7 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, RefusedMemoryTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, RefusedMemoryTest)
 
 #include "refused_memory_test.moc"
 #include "repository/documents/Formats.h"

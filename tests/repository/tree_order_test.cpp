@@ -234,9 +234,6 @@ private slots:
     }
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QCoreApplication, TreeOrderTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QCoreApplication, TreeOrderTest)
 
 #include "tree_order_test.moc"

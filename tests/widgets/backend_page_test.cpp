@@ -1,5 +1,6 @@
 #include "host/Shared/Logging/LogRecord.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/TestRun.h"
@@ -70,12 +71,11 @@ private slots:
 
     void creates_data()
     {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<int>("access");
-        QTest::newRow("read and write") << QStringLiteral("Read-Write") << 3;
-        QTest::newRow("read") << QStringLiteral("Read-Only") << 1;
-        QTest::newRow("write") << QStringLiteral("Write-Only") << 2;
-        QTest::newRow("neither") << QStringLiteral("Append") << 0;
+        const auto row = TestSupport::columns<QString, int>("mode", "access");
+        row("read and write", "Read-Write", 3);
+        row("read", "Read-Only", 1);
+        row("write", "Write-Only", 2);
+        row("neither", "Append", 0);
     }
 
     void creates()
@@ -102,9 +102,7 @@ private slots:
 
     void savesWhatIsChosen_data()
     {
-        QTest::addColumn<bool>("refresh");
-        QTest::addColumn<QString>("choice");
-        QTest::addColumn<QStringList>("saved");
+        TestSupport::columns<bool, QString, QStringList>("refresh", "choice", "saved");
         QTest::addColumn<QStringList>("log"); // in the order of the names
         const auto row = [](const char* name, bool refresh, const char* choice, const char* saved,
                             const char* logged) {
@@ -201,9 +199,6 @@ private:
     std::unique_ptr<BackendControlWidget> page;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, BackendPageTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, BackendPageTest)
 
 #include "backend_page_test.moc"

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "tests/support/BothRepositories.h"
+#include "tests/support/Columns.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
 #include "tests/support/RefusedEntries.h"
@@ -78,20 +79,20 @@ private slots:
 
     void opensTheEditorOfTheType_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("editor"); // empty: none
-        QTest::newRow("bool") << QVariant(true) << text("Widgets::CheckBoxWidget");
-        QTest::newRow("integer") << QVariant(5LL) << text("Widgets::LineEditWidget");
-        QTest::newRow("unsigned") << QVariant(5ULL) << text("Widgets::LineEditWidget");
-        QTest::newRow("double") << QVariant(0.5) << text("Widgets::LineEditWidget");
-        QTest::newRow("text") << QVariant(text("gjpqy")) << text("Widgets::LineEditWidget");
-        QTest::newRow("empty text") << QVariant(QString()) << text("Widgets::LineEditWidget");
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << text("Widgets::DateTimeEditWidget");
-        QTest::newRow("time") << QVariant(QTime(1, 2, 3)) << text("Widgets::DateTimeEditWidget");
-        QTest::newRow("date-time") << QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3), Qt::UTC))
-                                   << text("Widgets::DateTimeEditWidget");
-        QTest::newRow("bytes") << QVariant(QByteArray("\xff")) << QString();
-        QTest::newRow("null") << QVariant() << QString();
+        // editor: empty: none
+        const auto row = TestSupport::columns<QVariant, QString>("value", "editor");
+        row("bool", QVariant(true), "Widgets::CheckBoxWidget");
+        row("integer", QVariant(5LL), "Widgets::LineEditWidget");
+        row("unsigned", QVariant(5ULL), "Widgets::LineEditWidget");
+        row("double", QVariant(0.5), "Widgets::LineEditWidget");
+        row("text", QVariant(text("gjpqy")), "Widgets::LineEditWidget");
+        row("empty text", QVariant(QString()), "Widgets::LineEditWidget");
+        row("date", QVariant(QDate(2024, 2, 29)), "Widgets::DateTimeEditWidget");
+        row("time", QVariant(QTime(1, 2, 3)), "Widgets::DateTimeEditWidget");
+        row("date-time", QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3), Qt::UTC)),
+            "Widgets::DateTimeEditWidget");
+        row("bytes", QVariant(QByteArray("\xff")), QString());
+        row("null", QVariant(), QString());
     }
 
     void opensTheEditorOfTheType()
@@ -172,16 +173,12 @@ private slots:
 
     void refusalsLeaveTheValue_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("rule"); // of the value; without one it is read-only
-        QTest::addColumn<QString>("failure");
-        QTest::newRow("line") << QVariant(5LL) << QString()
-                              << text("Write To  plant.cell.value Failed. Bad Writable, Read Only");
-        QTest::newRow("rule") << QVariant(5LL) << text("range(1,6)")
-                              << text("Write To Attribute plant.cell.value Failed");
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 28)) << QString()
-                              << text("Write To Attribute plant.cell.value Failed");
-        QTest::newRow("check box") << QVariant(true) << QString() << text("Attribute Update failed ");
+        // rule: of the value; without one it is read-only
+        const auto row = TestSupport::columns<QVariant, QString, QString>("value", "rule", "failure");
+        row("line", QVariant(5LL), QString(), "Write To  plant.cell.value Failed. Bad Writable, Read Only");
+        row("rule", QVariant(5LL), "range(1,6)", "Write To Attribute plant.cell.value Failed");
+        row("date", QVariant(QDate(2024, 2, 28)), QString(), "Write To Attribute plant.cell.value Failed");
+        row("check box", QVariant(true), QString(), "Attribute Update failed ");
     }
 
     void refusalsLeaveTheValue()
@@ -489,9 +486,6 @@ void InPlaceEditingTest::keysEditEveryType()
     QCOMPARE(QString::fromUtf8(file.readAll()), QString::fromUtf8(after));
 }
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, InPlaceEditingTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, InPlaceEditingTest)
 
 #include "in_place_editing_test.moc"

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/AppConfig/StatusCode.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/RealInput.h"
@@ -92,22 +93,17 @@ private slots:
 
     void countsItsRows_data()
     {
-        QTest::addColumn<QStringList>("elements");
-        QTest::addColumn<QString>("clicks"); // + and -
-        QTest::addColumn<QStringList>("rows");
-        QTest::addColumn<QVariantList>("writes");
+        // clicks: + and -
+        const auto row = TestSupport::columns<QStringList, QString, QStringList, QVariantList>(
+            "elements", "clicks", "rows", "writes");
         const auto list = [](const QStringList& texts) { return QVariantList{QVariant(texts)}; };
-        QTest::newRow("as it is") << words("a b") << QString() << words("0:a 1:b") << list(words("a b"));
-        QTest::newRow("one more") << words("a b") << QStringLiteral("+") << words("0:a 1:b 2:")
-                                  << list(words("a b") << QString());
-        QTest::newRow("the last goes")
-            << words("a b c") << QStringLiteral("--") << words("0:a") << list(words("a"));
+        row("as it is", words("a b"), QString(), words("0:a 1:b"), list(words("a b")));
+        row("one more", words("a b"), "+", words("0:a 1:b 2:"), list(words("a b") << QString()));
+        row("the last goes", words("a b c"), "--", words("0:a"), list(words("a")));
         // The count goes below zero, and what follows goes by it.
-        QTest::newRow("one too few") << QStringList() << QStringLiteral("-") << QStringList()
-                                     << QVariantList();
-        QTest::newRow("back to none") << QStringList() << QStringLiteral("-+") << QStringList() << list({});
-        QTest::newRow("back to one") << QStringList() << QStringLiteral("--+++") << words("0:")
-                                     << list({QString()});
+        row("one too few", QStringList(), "-", QStringList(), QVariantList());
+        row("back to none", QStringList(), "-+", QStringList(), list({}));
+        row("back to one", QStringList(), "--+++", words("0:"), list({QString()}));
     }
 
     void countsItsRows()
@@ -139,9 +135,9 @@ private slots:
 
     void closesWithoutWriting_data()
     {
-        QTest::addColumn<QString>("way");
+        const auto row = TestSupport::columns<QString>("way");
         for (const char* way : {"btnCancel", "escape", "another part", "another window"})
-            QTest::newRow(way) << QString::fromLatin1(way);
+            row(way, way);
     }
 
     void closesWithoutWriting()
@@ -230,9 +226,6 @@ private:
     std::optional<TestSupport::LoggedFailures> log; // of one test
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, ListEditorTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, ListEditorTest)
 
 #include "list_editor_test.moc"

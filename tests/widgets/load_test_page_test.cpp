@@ -1,4 +1,5 @@
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
@@ -33,11 +34,11 @@ private slots:
 
     void createsAndUpdates_data()
     {
-        QTest::addColumn<bool>("wildcards");
-        QTest::addColumn<int>("updatesCounted"); // of demo.0 to demo.19
-        QTest::newRow("exact paths") << false << 20;
+        // updatesCounted: of demo.0 to demo.19
+        const auto row = TestSupport::columns<bool, int>("wildcards", "updatesCounted");
+        row("exact paths", false, 20);
         // demo.1* hears demo.10 to demo.19 too, and every pattern its own attribute.
-        QTest::newRow("patterns too") << true << 20 + 20 + 10;
+        row("patterns too", true, 20 + 20 + 10);
     }
 
     void createsAndUpdates()
@@ -89,14 +90,13 @@ private slots:
 
     void odd_data()
     {
-        QTest::addColumn<QString>("count");
-        QTest::addColumn<QString>("status");
+        const auto row = TestSupport::columns<QString, QString>("count", "status");
         const QString invalid = QStringLiteral("Invalid count entered");
-        QTest::newRow("letters") << QStringLiteral("10x") << invalid;
-        QTest::newRow("empty") << QString() << invalid;
-        QTest::newRow("first beyond the range") << QStringLiteral("2147483648") << invalid;
-        QTest::newRow("none") << QStringLiteral("0") << QStringLiteral("\\w+ 0 attributes in .*");
-        QTest::newRow("below none") << QStringLiteral("-4") << QStringLiteral("\\w+ -4 attributes in .*");
+        row("letters", "10x", invalid);
+        row("empty", QString(), invalid);
+        row("first beyond the range", "2147483648", invalid);
+        row("none", "0", "\\w+ 0 attributes in .*");
+        row("below none", "-4", "\\w+ -4 attributes in .*");
     }
 
     void odd()
@@ -146,9 +146,6 @@ private:
     std::unique_ptr<AttributeTestsWidget> page;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, LoadTestPageTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, LoadTestPageTest)
 
 #include "load_test_page_test.moc"

@@ -1,6 +1,7 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/TestRun.h"
 #include "widgets/ExpansionMemory.h"
@@ -121,10 +122,9 @@ private slots:
 
     void onlyTheFirstHitsOfANameAreRestored_data()
     {
-        QTest::addColumn<int>("longerNamesBefore");
-        QTest::addColumn<bool>("isRestored");
-        QTest::newRow("the last hit") << 65 << true;
-        QTest::newRow("one too many") << 66 << false;
+        const auto row = TestSupport::columns<int, bool>("longerNamesBefore", "isRestored");
+        row("the last hit", 65, true);
+        row("one too many", 66, false);
     }
 
     void onlyTheFirstHitsOfANameAreRestored()
@@ -144,9 +144,7 @@ private slots:
 
     void filterPaths_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QStringList>("chosen");
-        QTest::addColumn<QString>("path");
+        TestSupport::columns<QString, QStringList, QString>("searchPath", "chosen", "path");
         const auto row = [](const char* searchPath, const QStringList& chosen, const char* path) {
             QTest::addRow("%s and %s", searchPath, qPrintable(chosen.join(QLatin1Char(','))))
                 << QString::fromLatin1(searchPath) << chosen << QString::fromLatin1(path);
@@ -177,9 +175,7 @@ private slots:
 
     void levelsOfTheFilter_data()
     {
-        QTest::addColumn<QString>("searchPath");
-        QTest::addColumn<QVector<int>>("rows");
-        QTest::addColumn<QStringList>("names");
+        TestSupport::columns<QString, QVector<int>, QStringList>("searchPath", "rows", "names");
         const auto row = [](const char* searchPath, const QVector<int>& rows, const char* names) {
             QTest::addRow("%s, row %d of level %d", searchPath, rows.isEmpty() ? -1 : rows.last(),
                           rows.size())
@@ -251,9 +247,6 @@ private:
     std::shared_ptr<FakeRepository> repository;
 };
 
-int main(int argc, char** argv)
-{
-    return TestSupport::runTest<QApplication, TreeLookupTest>(argc, argv);
-}
+VANTRY_TEST_MAIN(QApplication, TreeLookupTest)
 
 #include "tree_lookup_test.moc"

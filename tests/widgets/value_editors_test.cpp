@@ -1,6 +1,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/RepositoryAccess.h"
+#include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
 #include "tests/support/LoggedFailures.h"
 #include "tests/support/TestRun.h"
@@ -113,13 +114,8 @@ private slots:
 
     void lineTextsBecomeValues_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QVariant>("written"); // invalid: refused
-        const auto row = [](const char* name, const QVariant& value, const char* typed,
-                            const QVariant& written) {
-            QTest::newRow(name) << value << text(typed) << written;
-        };
+        // written: invalid: refused
+        const auto row = TestSupport::columns<QVariant, QString, QVariant>("value", "typed", "written");
         const QVariant refused;
         row("least int", 5, "-2147483648", std::numeric_limits<int>::min());
         row("beyond int", 5, "2147483648", refused);
@@ -191,8 +187,7 @@ private slots:
     // An edit that changes nothing gives the very value back.
     void keepsValuesExact_data()
     {
-        QTest::addColumn<QVariant>("value");
-        const auto row = [](const char* name, const QVariant& value) { QTest::newRow(name) << value; };
+        const auto row = TestSupport::columns<QVariant>("value");
         row("greatest long long", std::numeric_limits<qlonglong>::max());
         row("greatest unsigned", std::numeric_limits<qulonglong>::max());
         row("third", 1.0 / 3);
@@ -235,24 +230,18 @@ private slots:
 
     void datesAreTyped_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("keys"); // a full part goes to the next one by itself
-        QTest::addColumn<QString>("shown");
-        QTest::addColumn<QVariant>("written");
-        QTest::newRow("date") << QVariant(QDate(2024, 2, 29)) << text("20231224") << text("2023-12-24")
-                              << QVariant(QDate(2023, 12, 24));
-        QTest::newRow("time") << QVariant(QTime(1, 2, 3, 4)) << text("2359") << text("23:59:03")
-                              << QVariant(QTime(23, 59, 3));
-        QTest::newRow("both")
-            << QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3, 4), Qt::OffsetFromUTC, 3600))
-            << text("2023122415") << text("2023-12-24 T15:02:03.004Z")
-            << QVariant(QDateTime(QDate(2023, 12, 24), QTime(15, 2, 3, 4), Qt::OffsetFromUTC, 3600));
-        QTest::newRow("no date") << QVariant(QDate()) << text("20231224") << text("2023-12-24")
-                                 << QVariant(QDate(2023, 12, 24));
-        QTest::newRow("no date, stepped")
-            << QVariant(QDate()) << text("+") << text("2001-01-01") << QVariant(QDate(2001, 1, 1));
-        QTest::newRow("no date, left so") << QVariant(QDate()) << QString() << text(" ") << QVariant();
-        QTest::newRow("no time, left so") << QVariant(QTime()) << QString() << text(" ") << QVariant();
+        // keys: a full part goes to the next one by itself
+        const auto row =
+            TestSupport::columns<QVariant, QString, QString, QVariant>("value", "keys", "shown", "written");
+        row("date", QVariant(QDate(2024, 2, 29)), "20231224", "2023-12-24", QVariant(QDate(2023, 12, 24)));
+        row("time", QVariant(QTime(1, 2, 3, 4)), "2359", "23:59:03", QVariant(QTime(23, 59, 3)));
+        row("both", QVariant(QDateTime(QDate(2024, 2, 29), QTime(1, 2, 3, 4), Qt::OffsetFromUTC, 3600)),
+            "2023122415", "2023-12-24 T15:02:03.004Z",
+            QVariant(QDateTime(QDate(2023, 12, 24), QTime(15, 2, 3, 4), Qt::OffsetFromUTC, 3600)));
+        row("no date", QVariant(QDate()), "20231224", "2023-12-24", QVariant(QDate(2023, 12, 24)));
+        row("no date, stepped", QVariant(QDate()), "+", "2001-01-01", QVariant(QDate(2001, 1, 1)));
+        row("no date, left so", QVariant(QDate()), QString(), " ", QVariant());
+        row("no time, left so", QVariant(QTime()), QString(), " ", QVariant());
     }
 
     void datesAreTyped()
@@ -354,13 +343,8 @@ private slots:
 
     void validatorsHaveTheirBounds_data()
     {
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QString>("accepted"); // texts
-        QTest::addColumn<QString>("refused");
-        const auto row = [](const char* name, const QVariant& value, const char* accepted,
-                            const char* refused) {
-            QTest::newRow(name) << value << text(accepted) << text(refused);
-        };
+        // accepted: texts
+        const auto row = TestSupport::columns<QVariant, QString, QString>("value", "accepted", "refused");
         row("int", 5, "2147483647 -2147483648", "2147483648 x");
         row("uint", 5U, "", "0 1 -1");
         row("long long", 5LL, "2147483647 -2147483648", "2147483648 -2147483649");
