@@ -61,14 +61,8 @@ protected:
         const std::optional<Span> place = document->locate(path);
         if (place.has_value() != document->spell(path).has_value())
             wrong = "a value has a spelling and a place, or neither";
-        const std::pair<Span, Span> around = neighboursOf(path, place.value_or(Span()));
         const Outcome outcome = document->set(path, value);
-        const std::string after = document->getBytes();
-        const std::size_t tail = before.size() - around.second.offset;
-        if (outcome.ok() &&
-            (after.size() < around.first.length + tail ||
-             after.compare(0, around.first.length, before, 0, around.first.length) != 0 ||
-             after.compare(after.size() - tail, tail, before, around.second.offset, tail) != 0))
+        if (outcome.ok() && place && !keepsAround(*place, document->getBytes()))
             wrong = "setting a value changed what lies around it";
         return outcome;
     }
@@ -131,22 +125,17 @@ private:
         return some;
     }
 
-    // Up to where a value before this place goes, and from where one after it does: as far as the next
-    // entries say.
-    std::pair<Span, Span> neighboursOf(const std::string& path, Span place) const
+    // The bytes before and after a value; what sets it off from its name comes and goes with it.
+    bool keepsAround(Span place, const std::string& after) const
     {
-        const std::vector<std::string> all = paths();
-        const auto at = std::find(all.begin(), all.end(), path) - all.begin();
-        std::pair<Span, Span> around{{0, 0}, {before.size(), 0}};
-        for (auto i = std::max<std::ptrdiff_t>(at - 2, 0); i < std::ptrdiff_t(all.size()) && i <= at + 2;
-             ++i) {
-            const auto other = i == at ? std::nullopt : document->locate(all[std::size_t(i)]);
-            if (other && other->offset + other->length <= place.offset)
-                around.first.length = std::max(around.first.length, other->offset + other->length);
-            if (other && other->offset >= place.offset + place.length)
-                around.second.offset = std::min(around.second.offset, other->offset);
-        }
-        return around;
+        std::string_view head = std::string_view(before).substr(0, place.offset);
+        std::string_view tail = std::string_view(before).substr(place.offset + place.length);
+        head = head.substr(0, head.find_last_not_of(" \t=:/>") + 1);
+        if (tail.substr(0, 2) == "</")
+            tail = tail.substr(tail.find('>') + 1);
+        const bool isKept = after.size() >= head.size() + tail.size();
+        return isKept && after.compare(0, head.size(), head) == 0 &&
+               after.compare(after.size() - tail.size(), tail.size(), tail) == 0;
     }
 
     void judge()
