@@ -160,6 +160,9 @@ private slots:
         row("import into what is write-only",
             "'wo.port' was not set: the validation 'range(1,1023)' asks for a number from 1 to 1023",
             [](RefusalsTest& test) { return test.import("wo", "json", "{\"port\": 2000}").ok(); });
+        row("close with edits",
+            "The backend 'rw' was not closed: it has edits that are not saved; save or discard them first",
+            [](RefusalsTest& test) { return test.write("rw.port", 81) && test.close("rw"); });
         row("unknown validation",
             "'rw.port' was not given the validation 'range(9,1)': range needs a lower and an upper bound, as "
             "in range(0,100)",
