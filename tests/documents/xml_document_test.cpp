@@ -251,6 +251,9 @@ private slots:
         row("remove with its mark", "<r>\n <?vantry type=\"double\"?>\n <a>1</a>\n <b/>\n</r>", take("r.a"),
             "<r>\n <b/>\n</r>");
         row("remove the last child", "<r><a b='1'><c/></a></r>", take("r.a.c"), "<r><a b='1'/></r>");
+        row("remove the last child of what is tagged twice",
+            "<?vantry type=\"date\"?><?vantry type=\"date\"?><k n=''>\n<k>2024-01-02</k></k>", take("k.k"),
+            "<k n=''>\n</k>");
         row("remove between texts", "<r>a <b/> c</r>", take("r.b"), "<r>a  c</r>");
         row("remove an attribute", "<?vantry type=\"double\" attribute=\"a\"?>\n<r a='1' b='2'/>",
             take("r.@a"), "\n<r b='2'/>");

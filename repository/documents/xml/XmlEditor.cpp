@@ -62,7 +62,7 @@ NodeId XmlEditor::appendAttribute(NodeId element, const XmlKey& key)
     const std::string name(tree.getNames().nameOf(key.name));
     const char quote = quoteFor(element);
     const NodeId last = tree.lastAttribute(element);
-    layout.dropTypeTag(element, name);
+    layout.dropTypeTags(element, name);
     const NodeId id = tree.insert(element, last, key);
     tree.setText(id, XmlPart::Leading, last == noNode ? " " : std::string(tree.text(last, XmlPart::Leading)));
     tree.setText(id, XmlPart::Label, name + '=' + quote);
@@ -129,7 +129,7 @@ void XmlEditor::remove(NodeId id)
     const XmlNode node = tree.node(id);
     const NodeId parent = node.parent;
     if (node.kind == XmlKind::Attribute) {
-        layout.dropTypeTag(parent, tree.getNames().nameOf(node.name));
+        layout.dropTypeTags(parent, tree.getNames().nameOf(node.name));
         tree.remove(id);
         return;
     }
@@ -173,7 +173,7 @@ void XmlEditor::joinTexts(NodeId text, NodeId following)
 // Leaves an element that lost its last child without a value, which a type tag would give it.
 void XmlEditor::empty(NodeId element, std::string trivia)
 {
-    layout.dropTypeTag(element, {});
+    layout.dropTypeTags(element, {});
     tree.node(element).isTagged = false;
     tree.setText(element, XmlPart::Front, {});
     tree.setText(element, XmlPart::Value, {});

@@ -109,18 +109,17 @@ void XmlLayout::addTypeTag(NodeId element, const std::string& tag)
     tree.setText(element, XmlPart::Leading, std::move(leading));
 }
 
-void XmlLayout::dropTypeTag(NodeId element, std::string_view attribute)
+void XmlLayout::dropTypeTags(NodeId element, std::string_view attribute)
 {
-    const std::string leading(tree.text(element, XmlPart::Leading));
-    for (const XmlTypeTag& tag : readXmlTypeTags(leading)) {
+    std::string leading(tree.text(element, XmlPart::Leading));
+    for (const XmlTypeTag& tag : readXmlTypeTags(leading)) { // from the last, so that places before it stay
         if (tag.attribute != attribute)
             continue;
         const std::string_view before = std::string_view(leading).substr(0, tag.begin);
         const std::string_view after = std::string_view(leading).substr(tag.end);
         const bool hasLine = endsInBlankLine(before) && holdsLineEnd(after);
-        tree.setText(element, XmlPart::Leading,
-                     std::string(hasLine ? withoutLastLine(before) : before) + std::string(after));
-        return;
+        leading = std::string(hasLine ? withoutLastLine(before) : before) + std::string(after);
+        tree.setText(element, XmlPart::Leading, leading);
     }
 }
 

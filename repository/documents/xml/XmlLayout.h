@@ -21,8 +21,8 @@ public:
     // Places a type tag in front of the element; it is in a line of its own if the element begins one.
     void addTypeTag(NodeId element, const std::string& tag);
 
-    // Takes out the type tag for an attribute of the element.
-    void dropTypeTag(NodeId element, std::string_view attribute);
+    // Takes out the type tags for an attribute of the element, or for itself; there may be several.
+    void dropTypeTags(NodeId element, std::string_view attribute);
 
     // To be called before a node is unlinked; what stays of the text around it comes together after it.
     void takeOut(NodeId id);
