@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+
 #include <QString>
 
 namespace CommandLine {
@@ -18,7 +20,7 @@ struct Source
     QString fullPath(const QString& path) const
     {
         const QString below = path.endsWith(QLatin1Char('.')) ? path.chopped(1) : path;
-        return below.isEmpty() ? root : root + QLatin1Char('.') + below;
+        return FrameworkCore::AppConfig::joinedPath(root, below);
     }
     QString relativePath(const QString& fullPath) const { return fullPath.mid(root.size() + 1); }
 };

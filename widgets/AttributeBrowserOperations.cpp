@@ -3,6 +3,7 @@
 // cancelled. The item that they are about may leave the tree as well. Its path would be empty then, which
 // stands for the whole repository, so that nothing is done.
 #include "app/VantryLog.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
@@ -22,6 +23,9 @@
 
 namespace Widgets {
 
+using FrameworkCore::AppConfig::nameOf;
+using FrameworkCore::AppConfig::parentPath;
+using FrameworkCore::AppConfig::pathSeparator;
 using Shared::Logging::LogMessageType;
 using Utilities::ScopedSignalBlocker;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
@@ -30,18 +34,11 @@ using Utilities::ModelViews::Widgets::TextProposal;
 
 namespace {
 
-constexpr QLatin1Char separator('.');
-
-QString lastName(const QString& path)
-{
-    return path.mid(path.lastIndexOf(separator) + 1);
-}
-
 // The path of something of that name at the same level.
 QString besidePath(const QString& path, const QString& name)
 {
-    const int end = path.lastIndexOf(separator);
-    return end <= 0 ? name : path.left(end + 1) + name;
+    const QString parent = parentPath(path).toString();
+    return parent.isEmpty() ? name : parent + pathSeparator + name;
 }
 
 } // namespace
@@ -122,7 +119,7 @@ void AttributeBrowserWidget::onBtnNewAttributeClicked()
     if (!inputDialogs->showAttributeCreateDialog(name, value, type, pathOf(contextIndex)) || name.isEmpty() ||
         isContextGone())
         return;
-    const QString path = pathOf(contextIndex) + separator + name;
+    const QString path = pathOf(contextIndex) + pathSeparator + name;
     const auto writer = repository ? repository->getWriterInterface() : nullptr;
     const bool isCreated = writer && writer->createAttribute(path, value, 2, 3);
     Vantry::logLine(LogMessageType::Outcome)
@@ -164,7 +161,7 @@ void AttributeBrowserWidget::onBtnPasteAttributeClicked()
 {
     copyPending = false;
     const QString source = copiedIndex.isValid() ? pathOf(copiedIndex) : copiedPath;
-    QString name = lastName(source);
+    QString name = nameOf(source);
     bool asChild = false;
     if (!inputDialogs->showAttributePasteDialog({}, tr("Attribute Name"), name, asChild) || name.isEmpty())
         return;
@@ -174,7 +171,7 @@ void AttributeBrowserWidget::onBtnPasteAttributeClicked()
     {
         const ScopedSignalBlocker blocker(ui->treeView);
         const QString target = pathOf(contextIndex);
-        treeUtils->copyAttribute(source, asChild ? target + separator + name : besidePath(target, name));
+        treeUtils->copyAttribute(source, asChild ? target + pathSeparator + name : besidePath(target, name));
     }
     if (self)
         onBtnReadAttributeClicked();
@@ -248,7 +245,8 @@ void AttributeBrowserWidget::onBtnImportClicked()
     bool isAccepted = false;
     const QString entered =
         inputDialogs->showSingleTextDialog({}, tr("Import Path"), pathOf(contextIndex), isAccepted);
-    const QString importPath = AttributeTreeViewModelUtils::TrimAttributeName(entered, QString(separator));
+    const QString importPath =
+        AttributeTreeViewModelUtils::TrimAttributeName(entered, QString(pathSeparator));
     if (!isAccepted || importPath.isEmpty())
         return;
     const QPointer<AttributeBrowserWidget> self(this);

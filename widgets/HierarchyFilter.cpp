@@ -1,5 +1,6 @@
 #include "widgets/HierarchyFilter.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 
@@ -10,14 +11,14 @@ namespace {
 using Utilities::ModelViews::AttributeTreeViewModel;
 
 constexpr QLatin1Char wildcard('*');
-constexpr QLatin1Char separator('.');
+using FrameworkCore::AppConfig::pathSeparator;
 
 // The path whose children the first box offers.
 QString parentPath(QString searchPath)
 {
     if (searchPath.endsWith(wildcard))
         searchPath.remove(wildcard);
-    if (searchPath.endsWith(separator))
+    if (searchPath.endsWith(pathSeparator))
         searchPath.chop(1);
     return searchPath;
 }
@@ -57,7 +58,7 @@ QStringList HierarchyFilter::names(const QVector<int>& rows)
         if (name.isEmpty())
             return {};
         if (!path.isEmpty())
-            path += separator;
+            path += pathSeparator;
         path += name;
     }
     // The page's tree may show less by now than what the boxes choose from. Below the item that a search path
@@ -70,12 +71,12 @@ QString HierarchyFilter::filterPath(const QStringList& chosenTexts) const
 {
     QString path = searchPathText;
     path.remove(wildcard);
-    if (path.endsWith(separator))
+    if (path.endsWith(pathSeparator))
         path.chop(1);
     if (!path.isEmpty() && !chosenTexts.isEmpty())
-        path += separator;
+        path += pathSeparator;
     for (const QString& text : chosenTexts) {
-        path.replace(wildcard, separator);
+        path.replace(wildcard, pathSeparator);
         path += text + wildcard;
     }
     return path;

@@ -2,10 +2,13 @@
 #include "cli/Session.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 
 #include <QHash>
 
 namespace CommandLine::Commands {
+
+using FrameworkCore::AppConfig::joinedPath;
 
 namespace {
 
@@ -28,8 +31,7 @@ void collect(Session& session, const QString& fullPath, const QString& path, Att
             {path, Output::valueInLine(attribute->getValue()), TypedText::nameOf(attribute->getValue())});
     const QStringList names = repository.getTreeInterface()->getChildNames(fullPath);
     for (const QString& name : names)
-        collect(session, fullPath + QLatin1Char('.') + name,
-                path.isEmpty() ? name : path + QLatin1Char('.') + name, found);
+        collect(session, joinedPath(fullPath, name), joinedPath(path, name), found);
 }
 
 QString lineOf(char sign, const Attribute& attribute, bool tellsType)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/CoreExport.h"
 
@@ -60,7 +61,7 @@ public:
         QVector<ChildInformation> children;
         const QStringList names = getChildNames(path);
         for (const QString& name : names)
-            children.append({name, getChildCount(path.isEmpty() ? name : path + QLatin1Char('.') + name)});
+            children.append({name, getChildCount(joinedPath(path, name))});
         return children;
     }
 

@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/monitor/WatchedAttribute.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+
 #include <chrono>
 #include <ctime>
 
@@ -15,8 +17,8 @@ constexpr quint64 oneChange = 2;
 
 bool canNameAttribute(const QString& path)
 {
-    const QLatin1Char separator('.');
-    return !path.isEmpty() && !path.startsWith(separator) && !path.endsWith(separator) &&
+    using FrameworkCore::AppConfig::pathSeparator;
+    return !path.isEmpty() && !path.startsWith(pathSeparator) && !path.endsWith(pathSeparator) &&
            !path.contains(QLatin1String("..")) && !path.contains(QLatin1Char('*'));
 }
 

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/monitor/WatchedRowsDrag.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/AttributePathsMimeData.h"
 
 #include <QSet>
@@ -87,8 +88,9 @@ QStringList WatchedRowsDrag::addedBy(const QStringList& paths, const WatchedRows
             if (information.childCount == 0)
                 continue;
             const QStringList names = tree->getChildNames(node);
-            std::for_each(names.crbegin(), names.crend(),
-                          [&](const QString& name) { toVisit.push_back(node + QLatin1Char('.') + name); });
+            std::for_each(names.crbegin(), names.crend(), [&](const QString& name) {
+                toVisit.push_back(FrameworkCore::AppConfig::joinedPath(node, name));
+            });
         }
     }
     return added;

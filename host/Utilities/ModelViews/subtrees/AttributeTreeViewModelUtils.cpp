@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/HostLog.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/TextFile.h"
@@ -25,11 +26,6 @@ namespace {
 QString tr(const char* text)
 {
     return QCoreApplication::translate("Utilities::ModelViews::AttributeTreeViewModelUtils", text);
-}
-
-QString lastName(const QString& path)
-{
-    return path.mid(path.lastIndexOf(QLatin1Char('.')) + 1);
 }
 
 std::shared_ptr<TransferInterface> transferOf(const std::shared_ptr<RepositoryInterface>& repository)
@@ -97,7 +93,7 @@ QString AttributeTreeViewModelUtils::retriveAttributePathFromIndex(const QModelI
     QStringList names;
     for (QModelIndex item = index.siblingAtColumn(0); item.isValid(); item = item.parent())
         names.prepend(item.data(Qt::DisplayRole).toString());
-    return names.join(QLatin1Char('.'));
+    return names.join(FrameworkCore::AppConfig::pathSeparator);
 }
 
 QStringList AttributeTreeViewModelUtils::extractStringsFromModel(const QAbstractItemModel* model,
@@ -161,7 +157,8 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
     return TransferWindow::run(
                tr("Deleting %1").arg(path),
                [&](TransferReport&) {
-                   const auto step = beginStep(*repository, tr("Delete %1").arg(lastName(path)));
+                   const auto step =
+                       beginStep(*repository, tr("Delete %1").arg(FrameworkCore::AppConfig::nameOf(path)));
                    return tree->removeTree(path);
                },
                TransferWindow::Cancelling::Impossible)
@@ -176,12 +173,13 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
         logFailure(tr("'%1' is not copied: this repository copies nothing").arg(source));
         return false;
     }
-    return TransferWindow::run(tr("Copying %1 to %2").arg(source, target),
-                               [&](TransferReport& running) {
-                                   const auto step =
-                                       beginStep(*repository, tr("Paste %1").arg(lastName(target)));
-                                   return transfer->copyTree(source, target, running);
-                               })
+    return TransferWindow::run(
+               tr("Copying %1 to %2").arg(source, target),
+               [&](TransferReport& running) {
+                   const auto step =
+                       beginStep(*repository, tr("Paste %1").arg(FrameworkCore::AppConfig::nameOf(target)));
+                   return transfer->copyTree(source, target, running);
+               })
         .ok();
 }
 

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeCells.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
@@ -54,7 +55,7 @@ QSet<QString> AttributeTreeCells::markRoots()
     const QSet<QString> names(backendNames.cbegin(), backendNames.cend());
     QSet<QString> roots;
     for (const QString& path : qAsConst(backendPaths)) {
-        if (names.contains(path.mid(path.lastIndexOf(QLatin1Char('.')) + 1)))
+        if (names.contains(FrameworkCore::AppConfig::nameOf(path)))
             roots.insert(path);
     }
     const QSet<QString> before = std::exchange(backendRoots, roots);

@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeContents.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -197,10 +199,9 @@ void AttributeTreeContents::collectGone(const AttributeTreeStructureChange& chan
         dirty[path].gone += gone;
         if (path.isEmpty())
             return;
-        const int end = path.lastIndexOf(QLatin1Char('.'));
         const bool isGone = !tree->getNodeInformation(path).exists;
-        gone = isGone ? QStringList(path.mid(end + 1)) : QStringList();
-        path.truncate(std::max(end, 0));
+        gone = isGone ? QStringList(FrameworkCore::AppConfig::nameOf(path)) : QStringList();
+        path = FrameworkCore::AppConfig::parentPath(path).toString();
     }
 }
 

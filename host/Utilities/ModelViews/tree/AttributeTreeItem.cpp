@@ -1,5 +1,7 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeItem.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -25,7 +27,7 @@ int AttributeTreeItem::row() const
 
 QString AttributeTreeItem::childPath(const QString& name) const
 {
-    return path.isEmpty() ? name : path + QLatin1Char('.') + name;
+    return FrameworkCore::AppConfig::joinedPath(path, name);
 }
 
 int AttributeTreeItem::rowOf(const QString& name) const

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeViewModelPrivate.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QAbstractItemView>
@@ -246,8 +247,11 @@ void AttributeTreeViewModel::Private::followRoots()
         QVariant root;
         reader->readAttributeValue(repository->buildAttributePath({namesPath, backend}), root, 0);
         const QString path = root.toString();
-        const int end = path.lastIndexOf(QLatin1Char('.'));
-        roots.append({path.left(qMax(end, 0)), {{path.mid(end + 1), roots.size()}}, false, true, false});
+        roots.append({FrameworkCore::AppConfig::parentPath(path).toString(),
+                      {{FrameworkCore::AppConfig::nameOf(path), roots.size()}},
+                      false,
+                      true,
+                      false});
     }
     const QScopedValueRollback<bool> guard(busy, true);
     contents->follow(roots);
