@@ -74,7 +74,7 @@ ExitCode runInvocation(const Invocation& invocation)
     }
     if (!invocation.command)
         return Session::fail(ExitCode::Usage,
-                             QStringLiteral("there is no command; 'vantry help' lists them"));
+                             QStringLiteral("a command is missing; 'vantry help' lists them"));
     if (!limitSizes(invocation))
         return ExitCode::Usage;
     Shared::Logging::LogRecord::instance().setWritesToStandardError(

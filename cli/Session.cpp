@@ -3,6 +3,7 @@
 #include "cli/Output.h"
 #include "cli/Suggestion.h"
 #include "cli/Usage.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "repository/AttributeRepository.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
@@ -63,7 +64,7 @@ Session::Session(const Invocation& given)
         const QString format = invocation.valueOf(option);
         const QStringList known = repository->getBackendTypes();
         if (!format.isEmpty() && !known.contains(format))
-            error = QStringLiteral("there is no format '%1'; valid formats: %2")
+            error = QStringLiteral("unknown format '%1'; valid formats: %2")
                         .arg(format, known.join(QStringLiteral(", ")));
     }
     if (!error.isEmpty())
@@ -154,7 +155,7 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     if (status.type() == std::filesystem::file_type::none)
         trouble = QString::fromStdString(error.message());
     else if (!exists && opening != Opening::Create)
-        trouble = QStringLiteral("there is no such file");
+        trouble = QStringLiteral("no such file");
     else if (exists)
         trouble = Repository::refusalOfKind(source.absolutePath);
     if (!trouble.isEmpty())
@@ -202,7 +203,7 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
     const QStringList names = source.relativePath(fullPath).split(QLatin1Char('.'));
     QString wrong;
     for (const QString& name : names) {
-        const QString next = parent + QLatin1Char('.') + name;
+        const QString next = FrameworkCore::AppConfig::joinedPath(parent, name);
         wrong = name;
         if (!tree->getNodeInformation(next).exists)
             break;
@@ -211,7 +212,7 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
     const QString prefix = parent == source.root ? QString() : source.relativePath(parent) + QLatin1Char('.');
     const QString suggestion = Suggestion::forTypo(wrong, tree->getChildNames(parent), prefix);
     Output::message(
-        QStringLiteral("%1: there is no '%2'%3")
+        QStringLiteral("%1: '%2' not found%3")
             .arg(source.given, source.relativePath(fullPath), suggestion.isEmpty() ? hint : suggestion));
     failure = ExitCode::Negative;
     return found;

@@ -49,7 +49,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
     const auto type = FrameworkCore::Values::typeNamed(name.toStdString());
     if (!type)
         Output::message(
-            QStringLiteral("there is no type '%1'%2; valid types: %3")
+            QStringLiteral("unknown type '%1'%2; valid types: %3")
                 .arg(name, Suggestion::forTypo(name, typeNames()), typeNames().join(QStringLiteral(", "))));
     return type;
 }

@@ -23,9 +23,9 @@ const std::vector<Topic>& topics()
         {"Files",
          {"FILE is the name of a file, or that of a backend which --backend declares; a file of that very "
           "name is given as ./NAME. A new file is created by the commands that add to it.",
-          "The format is told by the file's name: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
+          "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
           ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
-          "A .conf that begins as json or xml does is that, and so is a file whose name tells nothing; "
+          "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; "
           "anything else is ini. --format has the last word.",
           "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
           "another program has changed meanwhile is kept, too, or the command ends with exit code 3.",
@@ -45,7 +45,7 @@ const std::vector<Topic>& topics()
           "hex digits; control characters beyond ASCII, overrides of writing direction and characters "
           "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are printed "
           "as they are, and with these escapes only on a terminal.",
-          "Words behind \"--\" are no options: vantry set app.ini offset -- --5. A negative number needs "
+          "Words after \"--\" are not options: vantry set app.ini offset -- --5. A negative number needs "
           "none."}},
         {"Exit codes",
          {"0: done.", "1: not found, or there are differences.", "2: the command line is wrong.",

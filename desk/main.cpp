@@ -173,7 +173,7 @@ int main(int argc, char** argv)
     } else if (!hasDisplay(arguments)) {
         if (!early.error.isEmpty())
             return showError(early.error);
-        std::fputs("vantry-desk: there is no display to open a window on (DISPLAY and WAYLAND_DISPLAY are "
+        std::fputs("vantry-desk: cannot open a window without a display (DISPLAY and WAYLAND_DISPLAY are "
                    "not set).\n"
                    "Use --picture OUT.png to draw the window into a file instead.\n",
                    stderr);

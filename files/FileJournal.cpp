@@ -55,7 +55,7 @@ std::string overwrite(SystemCalls& calls, FileDescriptor& file, const std::strin
     if (calls.seekToStart(file.get()) != 0 || !file.writeAll(bytes))
         return "the new content cannot be written: " + systemReason();
     if (calls.truncate(file.get(), static_cast<off_t>(bytes.size())) != 0)
-        return "it cannot be cut off behind the new content: " + systemReason();
+        return "it cannot be cut off after the new content: " + systemReason();
     if (calls.sync(file.get()) != 0)
         return "the new content cannot be brought onto the disk: " + systemReason();
     return file.close() ? std::string() : "the new content was not written to its end: " + systemReason();

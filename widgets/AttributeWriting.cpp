@@ -57,7 +57,7 @@ void refuseUnended(const QString& path, const QString& entered)
     const bool exists = reader && reader->getAttribute(path);
     refuseEdit(QLatin1String("Write To Attribute ") + path + QLatin1String(" Failed"), path, entered,
                QLatin1String(exists ? "its editor was closed before the edit had ended"
-                                    : "there is no such attribute any more"));
+                                    : "the attribute no longer exists"));
 }
 
 bool yieldsToNewer(RepositoryInterface& repository, const QString& path, const QVariant& shown)

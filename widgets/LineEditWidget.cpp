@@ -149,7 +149,7 @@ void LineEditWidget::writeText()
         refuseEdit(QLatin1String("Write To  ") + attributeFullPath +
                        QLatin1String(" Failed. Bad Writable, Read Only"),
                    attributeFullPath, text(),
-                   QString::fromLatin1(exists ? "it can only be read" : "there is no such attribute"));
+                   QString::fromLatin1(exists ? "it can only be read" : "no such attribute"));
         return;
     }
     if (!isTouched && yieldsToNewer(*repository, attributeFullPath, attributeValue))

@@ -5,6 +5,7 @@
 #include "cli/TypedText.h"
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "repository/documents/Formats.h"
 #include "repository/validation/Validation.h"
 
@@ -155,7 +156,7 @@ private:
             if (child.childCount > 0)
                 candidates.append(parent + child.name + QLatin1Char('.'));
             if (child.childCount == 0 || session.getRepository().getReaderInterface()->getAttribute(
-                                             fullParent + QLatin1Char('.') + child.name))
+                                             FrameworkCore::AppConfig::joinedPath(fullParent, child.name)))
                 candidates.append(parent + child.name);
         }
     }
@@ -189,7 +190,7 @@ ExitCode printScript(Session&, const Invocation& invocation)
     const QString& shell = invocation.arguments.first();
     QFile script(QStringLiteral(":/completion/vantry.") + shell);
     if (!script.open(QIODevice::ReadOnly)) {
-        return Session::fail(ExitCode::Usage, QStringLiteral("there is no completion for '%1'%2")
+        return Session::fail(ExitCode::Usage, QStringLiteral("cannot complete for the shell '%1'%2")
                                                   .arg(shell, Suggestion::forTypo(shell, shells())));
     }
     Output::bytes(script.readAll().toStdString());

@@ -47,9 +47,10 @@ Command create()
     return {
         "create",
         "add an attribute, and the groups that lead to it",
-        "The new entry stands behind its siblings, in the manner of the file. Without --type, VALUE is what "
+        "The new entry comes after its siblings, in the manner of the file. Without --type, VALUE is what "
         "a file would hold by that text: true and false, whole numbers, or else a text. A type which the "
-        "file's format has no form of its own for is kept in a mark that other programs take for a comment. "
+        "file's format has no form of its own for is kept in a type tag that other programs take for a "
+        "comment. "
         "An attribute that is there already is refused; a file that is not there is created.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
         {{"--type", "T", Word::Type, "the type of the attribute"}, dryRunOption},

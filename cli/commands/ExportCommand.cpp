@@ -106,22 +106,23 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command convert()
 {
-    return {"convert",
-            "write what a file holds as a file of another format",
-            "The second FILE is written anew, in the format that its name tells. Comments and spelling stay "
-            "behind; types come along, in marks where the format has no form of its own for them. What the "
-            "format cannot hold is refused, and nothing is written.",
-            {{{"FILE", Word::File}, {"FILE", Word::File}}},
-            {toFormatOption, forceOption, dryRunOption},
-            {"vantry convert app.ini app.json"},
-            run};
+    return {
+        "convert",
+        "write what a file holds as a file of another format",
+        "The second FILE is written anew, in the format that its name says. Comments and spelling are "
+        "left out; types come along, in type tags where the format has no form of its own for them. What the "
+        "format cannot hold is refused, and nothing is written.",
+        {{{"FILE", Word::File}, {"FILE", Word::File}}},
+        {toFormatOption, forceOption, dryRunOption},
+        {"vantry convert app.ini app.json"},
+        run};
 }
 
 Command exportTree()
 {
     return {"export",
             "write a group as a file of its own",
-            "OUT is written anew, in the format that its name tells; the paths in it are relative to PATH. "
+            "OUT is written anew, in the format that its name says; the paths in it are relative to PATH. "
             "\"\" is the path of the whole file.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
             {toFormatOption, forceOption, dryRunOption},

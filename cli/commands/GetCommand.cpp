@@ -47,9 +47,9 @@ Command get()
 {
     return {"get",
             "print the value of an attribute",
-            "The value is printed as it is, with a line break behind it. A list is printed with \";\" "
+            "The value is printed as it is, followed by a line break. A list is printed with \";\" "
             "between its elements, \"\\\" before a \";\" or \"\\\" of an element; bytes with \"\\x\" and two "
-            "hex digits for those that are no text; dates and times in ISO 8601.\n"
+            "hex digits where they are not text; dates and times in ISO 8601.\n"
             "A group has no value: the exit code is 1. With --json it is printed with all that is in it.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}}},
             {{"--type", {}, Word::Text, "print the name of its type instead"},

@@ -1,7 +1,7 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 namespace CommandLine::Commands {
 
 namespace {
@@ -13,7 +13,7 @@ ExitCode runList(Session& session, const Invocation&)
         return session.getFailure();
     const QStringList names = session.getRepository().getTreeInterface()->getChildNames(place->path);
     for (const QString& name : names)
-        Output::line(place->source->relativePath(place->path + QLatin1Char('.') + name));
+        Output::line(place->source->relativePath(FrameworkCore::AppConfig::joinedPath(place->path, name)));
     if (names.isEmpty() && place->node.isAttribute)
         Output::line(place->source->relativePath(place->path));
     return ExitCode::Done;
@@ -36,7 +36,7 @@ void printChildren(Session& session, const QString& fullPath, int depth)
 {
     const QStringList names = session.getRepository().getTreeInterface()->getChildNames(fullPath);
     for (const QString& name : names)
-        print(session, fullPath + QLatin1Char('.') + name, name, depth);
+        print(session, FrameworkCore::AppConfig::joinedPath(fullPath, name), name, depth);
 }
 
 ExitCode runTree(Session& session, const Invocation&)
@@ -70,7 +70,7 @@ Command tree()
     return {
         "tree",
         "print names and values as a tree",
-        "Prints PATH and all below it, a line each, two blanks deeper for each level, values behind \" = \".",
+        "Prints PATH and all below it, a line each, two blanks deeper for each level, values after \" = \".",
         {{{"FILE", Word::File}, {"PATH", Word::Path, Argument::Count::Optional}}},
         {},
         {"vantry tree app.ini"},

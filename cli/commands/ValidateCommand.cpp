@@ -116,7 +116,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         if (validation.check(rule))
             continue;
         isComplete = false;
-        Output::message(QStringLiteral("%1: there is no attribute '%2'").arg(source->given, rule.pattern));
+        Output::message(QStringLiteral("%1: attribute '%2' not found").arg(source->given, rule.pattern));
     }
     if (validation.foundFaults())
         return ExitCode::Refused;
@@ -129,19 +129,20 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command validate()
 {
-    return {"validate",
-            "check values against rules",
-            "In PATH, \"*\" stands for any run of characters. NAME is one of not-empty, integer, number, "
-            "boolean, ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
-            "regular-expression(EXPRESSION). Each value that breaks a rule is told on stderr with its place "
-            "in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
-            "expression that takes too many steps for a value is given up, which is reported, and the exit "
-            "code is 2 when no value breaks a rule.",
-            {{{"FILE", Word::File}}},
-            {{"--rule", "PATH=NAME", Word::Validation,
-              "the values of PATH must keep the rule NAME; may be repeated", true}},
-            {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
-            run};
+    return {
+        "validate",
+        "check values against rules",
+        "In PATH, \"*\" stands for any run of characters. NAME is one of not-empty, integer, number, "
+        "boolean, ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
+        "regular-expression(EXPRESSION). Each value that breaks a rule is reported on stderr with its place "
+        "in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
+        "expression that takes too many steps for a value is given up, which is reported, and the exit "
+        "code is 2 when no value breaks a rule.",
+        {{{"FILE", Word::File}}},
+        {{"--rule", "PATH=NAME", Word::Validation,
+          "the values of PATH must keep the rule NAME; may be repeated", true}},
+        {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
+        run};
 }
 
 } // namespace CommandLine::Commands

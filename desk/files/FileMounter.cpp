@@ -35,7 +35,7 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
 {
     const QFileInfo info(file);
     if (!info.exists())
-        return QStringLiteral("%1: there is no such file").arg(file);
+        return QStringLiteral("%1: no such file").arg(file);
     if (info.isDir())
         return QStringLiteral("%1: it is a folder").arg(file);
     if (!info.isFile()) // reading a pipe might never end

@@ -48,7 +48,7 @@ void PluginLoader::look(const QString& folder, bool isShared, const Choice& choi
     const QDir dir(folder);
     if (!dir.exists()) {
         if (!usualFolders().contains(folder))
-            findings.push_back({folder, QStringLiteral("there is no such folder")});
+            findings.push_back({folder, QStringLiteral("no such folder")});
         return;
     }
     const QStringList names = dir.entryList(QDir::Files, QDir::Name);

@@ -31,7 +31,7 @@ void log(const QString& text, const Outcome& outcome) noexcept
         line.outcome = outcome;
         LogRecord::instance().append(std::move(line), true);
     } catch (const std::bad_alloc&) {
-        std::fputs("Vantry: a message was lost, since there is no memory for it\n", stderr);
+        std::fputs("Vantry: a message was lost, for want of memory\n", stderr);
     }
 }
 

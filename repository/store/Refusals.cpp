@@ -65,7 +65,7 @@ Outcome Refusals::readOnly(const Backend& backend)
 
 Outcome Refusals::notFound()
 {
-    return {StatusCode::NotFound, QStringLiteral("there is no such attribute")};
+    return {StatusCode::NotFound, QStringLiteral("no such attribute")};
 }
 
 Outcome Refusals::invalidPath(QStringView path)
@@ -86,7 +86,7 @@ Outcome Refusals::ownTree()
 
 Outcome Refusals::noBackend()
 {
-    return {StatusCode::NotFound, QStringLiteral("there is no backend of that name")};
+    return {StatusCode::NotFound, QStringLiteral("no backend has that name")};
 }
 
 Outcome Refusals::noType(const QString& type)
@@ -94,7 +94,7 @@ Outcome Refusals::noType(const QString& type)
     QStringList known;
     for (const std::string& name : Documents::getDocumentTypes())
         known.append(QString::fromStdString(name));
-    return Outcome(StatusCode::BackendFailure, QStringLiteral("there is no backend type '%1'").arg(type))
+    return Outcome(StatusCode::BackendFailure, QStringLiteral("unknown backend type '%1'").arg(type))
         .advise(QStringLiteral("valid types: ") + known.join(QStringLiteral(", ")));
 }
 

@@ -234,7 +234,7 @@ std::shared_ptr<const Validation> makeValidation(const QString& name, QString& e
     const int open = name.indexOf(QLatin1Char('('));
     const auto withArgument = rulesWithArgument().find(name.left(open));
     if (withArgument == rulesWithArgument().end()) {
-        error = QStringLiteral("there is no validation '%1'; known validations: %2")
+        error = QStringLiteral("unknown validation '%1'; known validations: %2")
                     .arg(name, validationNames().join(QStringLiteral(", ")));
         return {};
     }

@@ -120,8 +120,8 @@ private slots:
         const auto row = [](const char* way, const char* kept, bool isEditable) {
             QTest::newRow(way) << QString::fromLatin1(way) << QString::fromLatin1(kept) << isEditable;
         };
-        row("other program", "there is no such attribute any more", false);
-        row("backend closed", "there is no such attribute any more", false);
+        row("other program", "the attribute no longer exists", false);
+        row("backend closed", "the attribute no longer exists", false);
         row("left out by the search", "its editor was closed before the edit had ended", true);
         row("window closed", "it holds a whole number from -9223372036854775808 to 9223372036854775807",
             true);

@@ -78,9 +78,9 @@ private slots:
         row("help on plug-ins", "--help", "", 0, "--safe", "");
         row("help on shared plug-ins", "--help", "", 0, "--shared-plugin-dir", "");
         row("version", "--version", "", 0, "vantry-desk " VANTRY_VERSION, "");
-        row("no display", "good.json", "", 1, "", "there is no display.*--picture OUT.png");
-        row("no display, empty", "", "DISPLAY= WAYLAND_DISPLAY=", 1, "", "there is no display");
-        row("platform without its display", "", "QT_QPA_PLATFORM=xcb", 1, "", "there is no display");
+        row("no display", "good.json", "", 1, "", "without a display.*--picture OUT.png");
+        row("no display, empty", "", "DISPLAY= WAYLAND_DISPLAY=", 1, "", "without a display");
+        row("platform without its display", "", "QT_QPA_PLATFORM=xcb", 1, "", "without a display");
         row("unknown option", "--pictures a.png", "", 2, "", "pictures.*--help");
         row("unknown option, offscreen", "--pictures a.png", "QT_QPA_PLATFORM=offscreen", 2, "",
             "pictures.*--help");

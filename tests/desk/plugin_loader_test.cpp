@@ -131,7 +131,7 @@ private slots:
         loader.load(QStringList{inFolder("none"), plugins});
         QCOMPARE(loader.getFindings().size(), 1U);
         QCOMPARE(loader.getFindings().front().file, inFolder("none"));
-        QCOMPARE(loader.getFindings().front().refusal, QStringLiteral("there is no such folder"));
+        QCOMPARE(loader.getFindings().front().refusal, QStringLiteral("no such folder"));
     }
 
     void triesAFileOnlyWhenItIsNew()

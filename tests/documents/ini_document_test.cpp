@@ -160,7 +160,7 @@ private slots:
         row("null below a folder", "a=C:\\\nk=1\nl\n", "k", null(),
             "without a separator the line would belong to the one above it");
         row("section", "[s]\n", "s", integer(1), "it is a section and has no value");
-        row("unknown", "[s]\n", "s.x", integer(1), "there is no such entry");
+        row("unknown", "[s]\n", "s.x", integer(1), "no such entry");
     }
 
     void sets() { tables.checkSetting(); }
@@ -225,7 +225,7 @@ private slots:
         row("mark in a desktop file", "[Desktop Entry]\nName=x\n", "Desktop Entry.d",
             {Type::Date, std::string("2024-02-29")}, "[Desktop Entry]\nName=x\n# @type date\nd=2024-02-29\n");
         row("encoded key", "a=1\n", "x%2Ey", integer(1), "a=1\nx.y=1\n");
-        row("key in another form", "a=1\n", "#x", integer(1), "\"#x\" is not how a key stands in a path");
+        row("key in another form", "a=1\n", "#x", integer(1), "\"#x\" is not how a key is written in a path");
         row("key that is a comment", "a=1\n", "%23x", integer(1), "an ini file cannot hold the key \"#x\"");
         row("key with blanks around", "a=1\n", " x", integer(1), "an ini file cannot hold the key \" x\"");
         row("key with a separator", "a=1\n", "x=y", integer(1), "an ini file cannot hold the key \"x=y\"");
@@ -263,7 +263,7 @@ private slots:
         row("first section of its name", "[p]\nx=1\n[q]\n[p]\nx=2\n", "p", true, "[q]\n[p]\nx=2\n");
         row("last section of its name", "[p]\nx=1\n[p]\nx=2\n", "p[2]", false, "[p]\nx=1\n");
         row("the root", "a=1\n", "", false, "the root of a file is not removed");
-        row("unknown", "a=1\n", "b", false, "there is no such entry");
+        row("unknown", "a=1\n", "b", false, "no such entry");
         row("section that tells where comments stand", "[Unit]\nx=1\n[a]\ny=1 ; c\n", "Unit", false,
             "without it, comments of the file would be read as part of values, or the other way round");
         row("section that tells nothing of the others", "[Unit]\nx=1 ; c\n[a]\ny=1\n", "Unit", false,

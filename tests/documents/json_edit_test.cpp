@@ -348,7 +348,7 @@ private slots:
         row("{}", insert("a..b", integer(2)), "not a path");
         row("{}", insert("%FF", integer(2)), "UTF-8");
         row("{}", insert("a.%23value", integer(2)), "is kept for values of groups");
-        row("{\"a\":{\"#value\":{}}}", insert("a", integer(2)), "a group stands in the member");
+        row("{\"a\":{\"#value\":{}}}", insert("a", integer(2)), "a group is in the member");
         row("{\"a\":1}", removal("b"), "there is no entry");
         row("{\"a\":[\"x\"]}", removal("a.0"), "there is no entry");
         const Value date{Type::Date, std::string("2024-02-29")};

@@ -107,7 +107,7 @@ private slots:
         QCOMPARE(encodingOf(Kind::Declared).findRefusal("\u00FC\u20AC"),
                  std::string("the file is ISO-8859-1, which has no \"\u20AC\""));
         QCOMPARE(encodingOf(Kind::Utf16Be).findRefusal("a\xC3"),
-                 std::string("the file is UTF-16, which has no place for bytes that are no characters"));
+                 std::string("the file is UTF-16, which has no place for bytes that are not characters"));
         QCOMPARE(encodingOf(Kind::Utf16Le).findRefusal("\xED\xA0\xBD\xED\xB8\x80"),
                  std::string("the file is UTF-16, where these two halves would become one character"));
     }

@@ -128,12 +128,12 @@ private slots:
         row("half a character", "k=a\n", "k", text("\xED\xA0\x80"),
             "the text holds half a character, which UTF-8 cannot hold");
         row("no bytes in utf-16", utf16(u"a = \xD83D\n"), "a", bytes("\xFF"),
-            "the file is UTF-16, which has no place for bytes that are no characters");
+            "the file is UTF-16, which has no place for bytes that are not characters");
         row("folder before an entry", "k=a\nl=1\n", "k", text("C:\\d\\"), "k=C:\\d\\\nl=1\n");
         row("folder before prose", "k=a\nprose\n", "k", text("C:\\d\\"),
             "the line below it would be read as part of the value");
         row("group", "a.b=1\n", "a", integer(1), "it is a group and has no value");
-        row("unknown", "a.b=1\n", "a.c", integer(1), "there is no such entry");
+        row("unknown", "a.b=1\n", "a.c", integer(1), "no such entry");
     }
 
     void sets() { tables.checkSetting(); }
@@ -211,7 +211,7 @@ private slots:
         row("first of its name with a group below", "a=1\na.b=2\na=3\n", "a", true, "a=3\n");
         row("last of its name", "a=1\na=2", "a[2]", false, "a=1\n");
         row("the root", "a=1\n", "", false, "the root of a file is not removed");
-        row("unknown", "a=1\n", "b", false, "there is no such entry");
+        row("unknown", "a=1\n", "b", false, "no such entry");
         row("what keeps lines apart", "a=C:\\\nb=1\nprose\n", "b", false,
             "without it the line below would be read as part of the value above");
         row("what keeps line ends apart", "a=1\rb=2\n\nc=3\n", "b", false, "a=1\r\r\nc=3\n");

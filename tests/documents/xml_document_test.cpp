@@ -161,10 +161,10 @@ private slots:
         row("cut short", "<r>\n<a>", 2, 4, "inside of <a>");
         row("no root", "<!-- c -->", 1, 11, "root");
         row("second root", "<r/>\r\n<r/>", 2, 1, "follow the root");
-        row("no UTF-8", "<r>\xC3\xA9\xFF</r>", 1, 5, "no valid text");
+        row("no UTF-8", "<r>\xC3\xA9\xFF</r>", 1, 5, "not valid text");
         row("NUL", std::string("<r>\0</r>", 8), 1, 4, "U+0000");
         row("half a pair", wide("<r>", false) + std::string("\x00\xD8<\0/\0r\0>\0", 10), 1, 4,
-            "no valid text");
+            "not valid text");
         row("encoding", "<?xml version='1.0' encoding='UTF-7'?><r/>", 1, 31, "UTF-7");
         row("entity", "<r>&nope;</r>", 1, 4, "&nope;");
         row("twice", "<r a='1' a='2'/>", 1, 10, "twice");

@@ -175,7 +175,7 @@ private slots:
     {
         const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
                                                                                        "access", "reason");
-        row("type", "yaml", "x", "good.ini", 3, "no backend type 'yaml'");
+        row("type", "yaml", "x", "good.ini", 3, "unknown backend type 'yaml'");
         row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
         row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");
         row("internal", "ini", "internal.x", "good.ini", 3, "belongs to the repository");

@@ -95,10 +95,10 @@ private slots:
         writeRow("type of what is write-only", "wo.port", text("swordfish"),
                  "'wo.port' was not set: it holds a whole number, which this cannot become without loss");
         writeRow("unknown", "rw.none", true,
-                 "'rw.none' was not set to 'true' (true or false): there is no such attribute; create it "
+                 "'rw.none' was not set to 'true' (true or false): no such attribute; create it "
                  "first");
         writeRow("unknown in what is write-only", "wo.none", 4711,
-                 "'wo.none' was not set: there is no such attribute; create it first");
+                 "'wo.none' was not set: no such attribute; create it first");
         writeRow("no path", "rw..port", 1,
                  "'rw..port' was not set to '1' (a whole number): a path is names joined by '.', none of "
                  "them empty and none with '*' in it");
@@ -141,7 +141,7 @@ private slots:
             "rule of a new one that is write-only", "memory.new", 0, 2,
             "'memory.new' was not set: the validation 'range(1,1023)' asks for a number from 1 to 1023");
 
-        removeRow("remove nothing", "rw.none", "'rw.none' was left as it is: there is no such attribute");
+        removeRow("remove nothing", "rw.none", "'rw.none' was left as it is: no such attribute");
         removeRow("remove a root", "rw",
                   "'rw' was left as it is: it holds the root of the backend; close that backend "
                   "instead");

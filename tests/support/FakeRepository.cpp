@@ -336,7 +336,7 @@ Outcome FakeRepository::removeTree(const QString& path)
 {
     Guard guard(mutex);
     if (path.isEmpty() || !tree.find(path))
-        return {StatusCode::NotFound, QStringLiteral("there is no such attribute")};
+        return {StatusCode::NotFound, QStringLiteral("no such attribute")};
     QStringList roots;
     for (const auto& backend : qAsConst(backends))
         roots.append(backend->root);

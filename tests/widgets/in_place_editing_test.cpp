@@ -246,7 +246,7 @@ private slots:
                                               Q_ARG(QString, text("other"))));
         QTRY_VERIFY(!editor);
         const bool isGone = way.contains(text("removed"));
-        const QString cause = isGone ? text("there is no such attribute any more")
+        const QString cause = isGone ? text("the attribute no longer exists")
                                      : text("its editor was closed before the edit had ended");
         const QString shownEntry = QString(kept).replace(QLatin1Char('\n'), QChar(0x21B5));
         const QString told =

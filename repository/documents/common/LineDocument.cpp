@@ -21,7 +21,7 @@ Outcome LineDocument::reload(std::string bytes, bool isOwn)
 Outcome LineDocument::refuseWithoutValue(std::string_view path) const
 {
     return refused(contains(path) ? "it is a " + file->getDialect().groupNoun() + " and has no value"
-                                  : "there is no such entry");
+                                  : "no such entry");
 }
 
 Outcome LineDocument::set(std::string_view path, const Value& value)

@@ -112,7 +112,7 @@ Outcome TextEncoding::decode(std::string& bytes, Rules rules)
             !text.failedAt && CharacterSet::fromUtf8(rules.declared, text.text).text == bytes;
         if (!isExact)
             return outcomeAt(text.text, text.failedAt ? text.text.size() : 0,
-                             "the bytes from here are no " + rules.declared + " that could be written back");
+                             "the bytes from here are not " + rules.declared + " that could be written back");
         kind = Kind::Declared;
         characterSet = std::move(rules.declared);
         bytes = std::move(text.text);
@@ -146,13 +146,13 @@ std::string TextEncoding::findRefusal(std::string_view text) const
             return {};
         const std::size_t length = characterAt(text.substr(*failedAt)).length;
         return "the file is " + characterSet + ", which has no " +
-               (length ? quoted(text.substr(*failedAt, length)) : "place for bytes that are no characters");
+               (length ? quoted(text.substr(*failedAt, length)) : "place for bytes that are not characters");
     }
     char32_t before = 0;
     for (std::size_t at = 0; at < text.size();) {
         const Character c = characterAt(text.substr(at));
         if (c.length == 0)
-            return "the file is UTF-16, which has no place for bytes that are no characters";
+            return "the file is UTF-16, which has no place for bytes that are not characters";
         if (isHighHalf(before) && isLowHalf(c.code))
             return "the file is UTF-16, where these two halves would become one character";
         before = c.code;

@@ -27,7 +27,7 @@ Outcome IniDocument::remove(std::string_view path)
 {
     const std::uint32_t node = file->index.find(path);
     if (node == none || node == LineIndex::root)
-        return refused(node == none ? "there is no such entry" : "the root of a file is not removed");
+        return refused(node == none ? "no such entry" : "the root of a file is not removed");
     const LineNode& removed = file->index.node(node);
     const bool sectionsMove =
         removed.hasHeader() && removed.number < file->index.countOfSections(file->index.findSibling(node, 1));

@@ -65,7 +65,7 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
                        " before it");
     const std::optional<std::string> key = decodeKey(splitNumber(ends.last).name);
     if (!key)
-        return refused(quoted(ends.last) + " is not how a key stands in a path");
+        return refused(quoted(ends.last) + " is not how a key is written in a path");
 
     std::uint32_t group = index.find(ends.parent);
     std::string reason;

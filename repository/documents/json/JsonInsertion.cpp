@@ -85,7 +85,7 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
     }
     if (component.empty()) {
         if (members.find(container, encodeKey(ownValueKey)) != noNode)
-            return refused("a group stands in the member \"#value\", where the value of its own would go");
+            return refused("a group is in the member \"#value\", where the value of its own would go");
         return {};
     }
     const NumberedComponent name = splitNumber(component);

@@ -221,11 +221,11 @@ bool JsonReader::takeWord(std::string_view text, std::size_t at, std::size_t nex
         return failUnexpected(text, at + quote);
     }
     if (std::string_view("+-.0123456789").find(word[0]) != npos)
-        return fail(at, describe(text, at) + " is no number that json allows");
+        return fail(at, describe(text, at) + " is not a number in json");
     if (static_cast<unsigned char>(word[0]) < 0x20 || word[0] == '/')
         return failUnexpected(text, at);
     return fail(at, "found " + describe(text, at) + " where " + expectation() +
-                        " was expected: texts stand in double quotes, and the only words are true, false and "
+                        " was expected: texts are in double quotes, and the only words are true, false and "
                         "null");
 }
 
@@ -318,7 +318,7 @@ bool JsonReader::failEncoding(std::string_view text)
     std::size_t at = 0;
     while (const std::size_t length = utf8Length(text.substr(at)))
         at += length;
-    return fail(at, "the bytes from here are no UTF-8, the encoding of json");
+    return fail(at, "the bytes from here are not UTF-8, the encoding of json");
 }
 
 // A text without a closing quote, or with a character that must be written as an escape.

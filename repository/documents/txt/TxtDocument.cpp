@@ -194,7 +194,7 @@ Outcome TxtDocument::remove(std::string_view path)
     LinePieces& pieces = file->pieces;
     const std::uint32_t top = index.find(path);
     if (top == none || top == LineIndex::root)
-        return refused(top == none ? "there is no such entry" : "the root of a file is not removed");
+        return refused(top == none ? "no such entry" : "the root of a file is not removed");
     std::vector<std::uint32_t> entries;
     for (const std::uint32_t id : index.subtree(top)) {
         if (index.node(id).entry != none)

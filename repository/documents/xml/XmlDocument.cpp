@@ -210,7 +210,7 @@ Outcome XmlDocument::remove(std::string_view path)
     }
     if (!file->editor.standsAlone(id))
         return refused(quoted(path) + " is the root element, without which the comments and declarations "
-                                      "around it would be no xml");
+                                      "around it would not be XML");
     auto fresh = std::make_unique<XmlFile>(std::string());
     fresh->spelling.lineEnd = file->spelling.lineEnd;
     if (file->spelling.hasByteOrderMark())

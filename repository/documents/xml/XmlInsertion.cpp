@@ -13,7 +13,7 @@ constexpr std::string_view declarationOfPrefix = "xmlns:";
 
 std::string noElementsBeside(std::string_view text)
 {
-    return "there are no elements beside which " + quoted(text) + " could stand";
+    return "there are no elements to put " + quoted(text) + " beside";
 }
 
 } // namespace
@@ -94,7 +94,7 @@ Outcome XmlInsertion::checkWay(const PathMatch& way, const Value& value,
         if (step->kind != XmlKind::Element && (!isLast || value.type == Type::Group))
             return refused(quoted(component) + " is an attribute or a text, which holds no other entries");
         if (step->kind != XmlKind::Element && parent == noNode && steps.empty())
-            return refused(quoted(component) + " needs an element to stand in");
+            return refused(quoted(component) + " needs an element to be in");
         steps.push_back(*step);
         parent = noNode;
     }

@@ -284,7 +284,7 @@ std::string XmlReader::explain(int error, std::size_t at) const
     case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
         return "nothing but comments may follow the root element";
     case XML_ERROR_DUPLICATE_ATTRIBUTE:
-        return "an attribute stands twice in this tag";
+        return "this tag has an attribute twice";
     case XML_ERROR_UNDEFINED_ENTITY: {
         const std::size_t end = text.find(';', at);
         return "the entity " + quoted(text.substr(at, end - at) + ';') + " is not declared";
@@ -294,7 +294,7 @@ std::string XmlReader::explain(int error, std::size_t at) const
     case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
         return "the entities grow to more than a hundred times of what the file holds, as in an attack";
     default:
-        return "this is no xml: " + std::string(XML_ErrorString(static_cast<XML_Error>(error)));
+        return "this is not well-formed XML: " + std::string(XML_ErrorString(static_cast<XML_Error>(error)));
     }
 }
 
@@ -303,7 +303,7 @@ std::string XmlReader::explainToken(std::size_t at) const
     const std::string_view rest = std::string_view(text).substr(at);
     const std::size_t length = utf8Length(rest);
     if (length == 0)
-        return "bytes that are no valid text";
+        return "bytes that are not valid text";
     if (rest.front() == '\n' || rest.front() == '\r')
         return "the line must not end here";
     const std::string unheld = explainUnheldXml(rest.substr(0, length));

@@ -177,7 +177,7 @@ std::string explainUnheldXml(std::string_view text)
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = utf8Length(text.substr(at));
         if (length == 0)
-            return "xml has no place for bytes that are no valid UTF-8";
+            return "xml cannot hold bytes that are not valid UTF-8";
         const char32_t c = utf8CodePoint(text.substr(at, length));
         const bool isControl = c < 0x20 && !isXmlBlank(text[at]);
         if (isControl || c == 0xFFFE || c == 0xFFFF) {

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/RepositoryAccess.h"
@@ -16,7 +17,7 @@ namespace Values = FrameworkCore::Values;
 
 namespace {
 
-constexpr QLatin1Char separator('.');
+using FrameworkCore::AppConfig::pathSeparator;
 
 QString translated(const char* text)
 {
@@ -25,7 +26,7 @@ QString translated(const char* text)
 
 QString above(const QString& path)
 {
-    return path.left(qMax(path.lastIndexOf(separator), 0));
+    return FrameworkCore::AppConfig::parentPath(path).toString();
 }
 
 // Json has a form of its own for all other types.
@@ -85,12 +86,12 @@ QString NewAttributePlace::nameFault(const QString& name)
         return translated("The name is empty.");
     if (name.contains(QLatin1Char('*')))
         return translated("\"*\" stands for any text in searches; it cannot be part of a name.");
-    if (name.startsWith(separator))
+    if (name.startsWith(pathSeparator))
         return translated("The name begins with \".\", with no name before it.");
-    if (name.endsWith(separator))
+    if (name.endsWith(pathSeparator))
         return translated("The name ends with \".\", with no name after it.");
     if (name.contains(QLatin1String("..")))
-        return translated("There is no name between \"..\".");
+        return translated("A name is missing between \"..\".");
     if (name.contains(QLatin1Char(';')))
         return translated("\";\" cannot be part of a name; write \"%3B\" for it.");
     static const QRegularExpression noCode(QStringLiteral("%(?![0-9A-F]{2})"));
@@ -132,7 +133,7 @@ QStringList NewAttributePlace::remarksOn(const QString& name, const QVariant& va
 
 QString NewAttributePlace::pathOf(const QString& name) const
 {
-    return parentPath + separator + name;
+    return FrameworkCore::AppConfig::joinedPath(parentPath, name);
 }
 
 NewAttributePlace::NodeInformation NewAttributePlace::informationOn(const QString& path) const

@@ -1,5 +1,6 @@
 #include "host/Utilities/ModelViews/monitor/WatchedAttributeCells.h"
 
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeCells.h"
@@ -101,7 +102,7 @@ QVariant WatchedAttributeCells::text(WatchedAttribute& attribute, int column) co
 {
     switch (column) {
     case Name:
-        return attribute.path.mid(attribute.path.lastIndexOf(QLatin1Char('.')) + 1);
+        return FrameworkCore::AppConfig::nameOf(attribute.path);
     case Value:
         return contentOf(attribute).text;
     case Type:
@@ -130,7 +131,7 @@ QVariant WatchedAttributeCells::toolTip(WatchedAttribute& attribute, int column)
                                     QString::number(changes.count)));
     QStringList lines{attribute.path};
     if (!content.exists) {
-        lines.append(tr("There is no such attribute. The row comes alive when there is one."));
+        lines.append(tr("No such attribute. The row comes alive when it is created."));
     } else {
         lines.append(tr("Type: %1").arg(content.type.isEmpty() ? tr("none yet") : content.type));
         lines.append(tr("Access: %1").arg(AttributeTreeCells::accessText(content.access)));
