@@ -76,7 +76,7 @@ void readAgain(benchmark::State& state)
     }
 }
 
-// Types the path of the last attribute, and tells how long the slowest key took.
+// Types the path of the last attribute, and measures how long the slowest key took.
 void complete(benchmark::State& state)
 {
     const Attributes attributes(state);

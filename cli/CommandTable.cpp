@@ -42,7 +42,7 @@ const std::vector<Option>& CommandTable::commonOptions()
     static const std::vector<Option> options{
         {"--backend", "NAME=FILE[:ro|wo|rw]", Word::Backend,
          "let NAME stand for FILE, read-only, write-only or (as without) read-write; may be repeated", true},
-        {"--format", "FORMAT", Word::Format, "the format of FILE, when its name does not tell it"},
+        {"--format", "FORMAT", Word::Format, "the format of FILE, when its name does not decide it"},
         {"--max-size", "MIB", Word::Text, "read and write files of up to so many MiB instead of 256"},
         {"--help", {}, Word::Text, "show help"},
         {"--version", {}, Word::Text, "show the version"},

@@ -41,7 +41,7 @@ std::optional<QStringList> wordsOf(int argc, char** argv)
     return words;
 }
 
-// False, and told, for an option that is not a size.
+// False, and a message, for an option that is not a size.
 bool limitSizes(const Invocation& invocation)
 {
     using Files::SizeLimit;

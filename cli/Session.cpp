@@ -167,7 +167,7 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
                                : Repository::FileFormat::ofName(source.absolutePath);
     if (source.format.isEmpty())
         return refuse(ExitCode::Usage,
-                      QStringLiteral("%1: its name does not tell its format; give it with %2")
+                      QStringLiteral("%1: its name does not decide its format; give it with %2")
                           .arg(source.given, toText(formatOption)));
     source.root = backend ? backend->name : freeRoot();
     const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;

@@ -35,7 +35,7 @@ public:
     const Source* open(const QString& argument, Opening opening, std::string_view formatOption = "--format");
     ExitCode getFailure() const { return failure; }
 
-    // What is there. When it is nothing, that is a failure, and told with the nearest name, or else the hint.
+    // What is there. When it is nothing, that is a failure, reported with the nearest name, or else the hint.
     NodeInformation find(const Source& source, const QString& path, const QString& hint = {});
 
     // What the arguments FILE PATH name; a file alone names all of it. Nothing on failure.

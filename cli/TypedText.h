@@ -16,7 +16,7 @@ class TypedText
 public:
     static QStringList typeNames();
 
-    // The type of that name, as "--type" takes it. Nothing, and told, for any other.
+    // The type of that name, as "--type" takes it. Nothing, and a message, for any other.
     static std::optional<FrameworkCore::Values::Type> typeNamed(const QString& name);
     static QString nameOf(const QVariant& value);
 

@@ -54,7 +54,7 @@ bool hasDisplay(const QStringList& arguments)
 
 QtMessageHandler usualHandler = nullptr;
 
-// Qt ends the process by an abort when it finds no display behind a name that is set; a person asks for the
+// Qt ends the process by an abort when it finds no display under a name that is set; a person asks for the
 // reason, not for a core dump.
 void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {

@@ -61,7 +61,7 @@ public:
     // says so; nothing is written for other users.
     ReadFileResult read(const std::string& path) const;
 
-    // When the file is no longer what the digest says, merge tells what to write instead; without one the
+    // When the file is no longer what the digest says, merge gives what to write instead; without one the
     // save is refused. A file that holds already what is to be written is not touched. A file that was
     // missing is created, with this mode less the process's mask; one that has gone since is a refusal.
     SaveFileResult save(const std::string& path, const std::string& bytes, const FileDigest& digest,

@@ -20,7 +20,7 @@ public:
     struct Settings
     {
         std::chrono::milliseconds quiet{100};    // after the last change
-        std::chrono::milliseconds longest{1000}; // after the first one that was not told of yet
+        std::chrono::milliseconds longest{1000}; // after the first one that was not reported yet
         std::chrono::milliseconds polling{2000};
         bool usesSystem = true; // otherwise files are looked at in turns only
     };
@@ -40,7 +40,7 @@ public:
     FileWatcher& operator=(const FileWatcher&) = delete;
 
     // Watches what the absolute path leads to, whether or not there is a file. Changes since the given time
-    // are told of, too. The number is for unwatch, after which no call begins.
+    // are reported, too. The number is for unwatch, after which no call begins.
     // Where the system starts no thread, that is reported at once, on the calling thread, and the file is
     // watched as soon as there is one for another file.
     int watch(const std::string& path, std::chrono::system_clock::time_point since, Callback changed);

@@ -146,7 +146,7 @@ private:
                 return entry.path == place && (expected.type == Type::Group || isSame(entry.value, expected));
             });
         };
-        const bool isRootGroup = path.empty() && value.type == Type::Group; // which no document tells of
+        const bool isRootGroup = path.empty() && value.type == Type::Group; // which no document visits
         if (!isRootGroup && !holds(path, value))
             return fault("what was inserted is not there");
         for (const Entry& entry : entries) {
@@ -213,7 +213,7 @@ private:
         return {};
     }
 
-    // Files of lines have an order of their own, in which groups may be told of several times.
+    // Files of lines have an order of their own, in which groups may be visited several times.
     std::string checkCopy() const
     {
         if (format != "json" && format != "xml")

@@ -25,7 +25,7 @@ struct RepositoryOptions
     std::size_t historyBound = std::size_t(64) << 20;
 };
 
-// The attribute repository of a process: the store behind the interfaces of the contract. Any thread.
+// The attribute repository of a process: the interfaces of the contract over one store. Any thread.
 class AttributeRepository : public FrameworkCore::AppConfig::Interfaces::RepositoryInterface
 {
 public:

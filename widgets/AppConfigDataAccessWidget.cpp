@@ -229,7 +229,7 @@ void AppConfigDataAccessWidget::textEditingFinished()
         listWidget->close();
     const bool hasKeyboard = isAncestorOf(QApplication::focusWidget());
     reset();
-    if (hasKeyboard) // which an editor had, and would go to whatever comes behind the table
+    if (hasKeyboard) // which an editor had, and would go to whatever comes after the table
         setFocus();
     QString path;
     leftValue.clear();
@@ -336,7 +336,7 @@ void AppConfigDataAccessWidget::removeOneByOne(const QList<int>& descendingRows)
             count = 0;
         }
         first = row;
-        count = std::min(count + 1, attributeModel->rowCount() - row); // there is none behind the last
+        count = std::min(count + 1, attributeModel->rowCount() - row); // there is none after the last
     }
     attributeModel->removeRows(first, count, rootIndex());
 }

@@ -10,7 +10,7 @@ namespace Ui {
 class AttributeTestsWidget;
 }
 
-// The page that measures how fast the repository creates and updates attributes and tells of it. The watchers
+// The page that measures how fast the repository creates and updates attributes and notifies. The watchers
 // that a run registers stay registered. GUI thread.
 class AttributeTestsWidget : public QWidget
 {

@@ -80,7 +80,7 @@ void BackendCreateWidget::alignFields()
                                                    ui->lblBackendFile, ui->lblAccessMode, ui->lblBackendDesc};
     int widest = 0;
     for (QLabel* const label : labels) {
-        label->ensurePolished(); // its style sheet tells the font
+        label->ensurePolished(); // its style sheet sets the font
         widest = std::max(widest, label->sizeHint().width());
     }
     for (QLabel* const label : labels)

@@ -15,7 +15,7 @@ class BackendCreateWidget;
 }
 
 // The dialog in which a new backend is created below a place of the tree; it deletes itself when closed. A
-// thread of Qt's global pool creates the backend while the GUI thread waits behind a busy window. Without a
+// thread of Qt's global pool creates the backend while the GUI thread waits under a busy window. Without a
 // repository it does nothing. GUI thread.
 class BackendCreateWidget : public QDialog
 {

@@ -88,7 +88,7 @@ void LineEditWidget::keyPressEvent(QKeyEvent* event)
     QLineEdit::keyPressEvent(event);
 }
 
-// Qt tells of a lost focus only when the text was edited since it last told of an end.
+// Qt signals a lost focus only when the text was edited since it last signalled an end.
 void LineEditWidget::focusOutEvent(QFocusEvent* event)
 {
     const qint32 before = editingFinishedCount;

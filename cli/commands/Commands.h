@@ -29,7 +29,7 @@ Command watch();
 constexpr Option dryRunOption{
     "--dry-run", {}, Word::Text, "print what would change in the file as a diff, and write nothing"};
 constexpr Option toFormatOption{"--to-format", "FORMAT", Word::Format,
-                                "the format of the second FILE, when its name does not tell it"};
+                                "the format of the second FILE, when its name does not decide it"};
 constexpr Option forceOption{"--force", {}, Word::Text, "replace a file that is there already"};
 
 } // namespace CommandLine::Commands

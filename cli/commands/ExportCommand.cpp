@@ -30,7 +30,8 @@ public:
         else if (format.isEmpty())
             failure = Session::fail(
                 ExitCode::Usage,
-                QStringLiteral("%1: its name does not tell its format; give it with --to-format").arg(given));
+                QStringLiteral("%1: its name does not decide its format; give it with --to-format")
+                    .arg(given));
         else if (replaces && !invocation.has("--force"))
             failure = Session::fail(ExitCode::Refused,
                                     QStringLiteral("%1: it exists already; --force replaces it").arg(given));

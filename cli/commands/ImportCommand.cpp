@@ -34,7 +34,7 @@ Command importTree()
         "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
         "below PATH (\"\" is the whole file); those that are there already are written. All of them or none.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"JSON", Word::File}}},
-        {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not tell it"},
+        {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not decide it"},
          dryRunOption},
         {"vantry import app.ini server server.json"},
         run};

@@ -62,7 +62,7 @@ class Roundtrip
 public:
     explicit Roundtrip(QString wantedFormat) : format(std::move(wantedFormat)) {}
 
-    // What comes back from the disk; nothing, and told, when the disk fails.
+    // What comes back from the disk; nothing, and a message, when the disk fails.
     std::optional<std::string> throughScratch(const std::string& bytes)
     {
         const std::string path = folder.filePath(QStringLiteral("copy%1").arg(++count)).toStdString();

@@ -95,7 +95,7 @@ private:
 
     Session& session;                     // not owned
     const Source& source;                 // not owned
-    std::optional<DocumentFile> document; // read when there is something to tell of it
+    std::optional<DocumentFile> document; // read when there is something to report of it
     bool hasFaults = false;
     bool isUndecided = false; // a rule that could not be checked
 };

@@ -17,7 +17,7 @@ using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 
 // Prints what has changed, on whatever thread it is notified. It knows the values, since a file that is
-// read anew tells of every attribute.
+// read anew notifies for every attribute.
 class ChangePrinter
 {
 public:

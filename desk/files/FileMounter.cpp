@@ -158,7 +158,7 @@ void FileMounter::startNext()
 void FileMounter::finish(int run)
 {
     if (run != runs || !worker.valid())
-        return; // it was told already
+        return; // it was reported already
     const Result result = takeResult();
     startNext();
     emit mounted(result);

@@ -7,8 +7,8 @@
 
 namespace Vantry {
 
-// What was unsaved when the program was told to end and nobody could be asked: for each file its changes, and
-// a diff to read, in the folder in which a person's programs keep their state. GUI thread.
+// What was unsaved when the program was asked to end and nobody could be asked: for each file its changes,
+// and a diff to read, in the folder in which a person's programs keep their state. GUI thread.
 class KeptChanges
 {
 public:

@@ -7,7 +7,7 @@ class QVBoxLayout;
 
 namespace Vantry {
 
-// Shows what was kept when the program was told to end, and what a person can do with it. Hidden while
+// Shows what was kept when the program was asked to end, and what a person can do with it. Hidden while
 // nothing is kept, and when it is closed until the next start. GUI thread.
 class KeptChangesBar : public WorkAreaBar
 {

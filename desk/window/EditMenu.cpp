@@ -59,7 +59,7 @@ void EditMenu::name(QAction& action, const QString& verb, const QString& step)
     action.setEnabled(!step.isEmpty());
 }
 
-// What is refused is told by the log.
+// What is refused is in the log.
 void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
 {
     endCellEdit(window);

@@ -108,7 +108,7 @@ void WindowPicture::waitForFiles()
 }
 
 // Opens what fits into the tree as it is drawn, so that every file shows something of itself: small backends
-// before large ones, then what is below them. The last one may be cut off, since nothing comes behind it.
+// before large ones, then what is below them. The last one may be cut off, since nothing comes after it.
 void WindowPicture::openTrees()
 {
     const auto trees = window.findChildren<QTreeView*>();

@@ -202,7 +202,7 @@ Outcome FileBackend::reloadFile(Trigger trigger, const ApplyChange& apply)
         outcome = mergeExternal(file.bytes, file.digest, apply);
     if (trigger == Trigger::Request)
         return warned(outcome, file.warning);
-    if (outcome.ok()) { // nobody asked, so somebody must be told
+    if (outcome.ok()) { // nobody asked, so it must be reported
         const std::lock_guard lock(mutex);
         outcome = checkConflicts();
     }

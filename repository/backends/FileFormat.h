@@ -7,8 +7,8 @@
 
 namespace Repository {
 
-// Which of the document types a file is of. Some endings say it for certain, so that a broken file is told as
-// what it should be; others only make it likely, and how the file begins decides. Any thread.
+// Which of the document types a file is of. Some endings say it for certain, so that a broken file is
+// reported as what it should be; others only make it likely, and how the file begins decides. Any thread.
 class FileFormat
 {
 public:
@@ -30,7 +30,7 @@ public:
                                     const std::string& after);
 
 private:
-    // How much of a file tells it, in bytes.
+    // How much of a file decides it, in bytes.
     static constexpr int enough = 4096;
 };
 

@@ -62,7 +62,7 @@ private:
 class History::Scope
 {
 public:
-    // Records what the thread was told to record; the name is only made then.
+    // Records if the thread is recorded; the name is only made then.
     Scope(History& history, const StepName& name);
 
     // Records in any case.

@@ -38,9 +38,9 @@ private:
     const std::shared_ptr<AttributeTree> tree;
     const Observer observer; // copied into what the watcher calls
     std::mutex mutex;        // guards what follows
-    // The open backends by the identities that their files had when they were opened. Those behind links,
-    // which may lead elsewhere later, are kept apart, so that only they are looked at again for each new
-    // file.
+    // The open backends by the identities that their files had when they were opened. Those reached through
+    // links, which may lead elsewhere later, are kept apart, so that only they are looked at again for each
+    // new file.
     QMultiHash<QString, std::weak_ptr<Backend>> filesByIdentity;
     std::vector<std::weak_ptr<Backend>> linkedFiles;
     QSet<QString> opening;                       // identities of files whose backends are not mounted yet

@@ -32,7 +32,7 @@ public:
     void collect(const QString& path, int start, Registrations& found) const;
 
 private:
-    // Registrations of equal patterns are told together.
+    // Registrations of equal patterns are notified together.
     struct Entry
     {
         FrameworkCore::AppConfig::PathPattern pattern;

@@ -14,23 +14,23 @@ namespace Repository {
 struct Node;
 class PatternIndex;
 
-// What the watchers of one attribute are to be told of one operation. It is put together under the
+// What the watchers of one attribute are to hear of one operation. It is put together under the
 // attribute's lock and sent when every lock is released.
 class Delivery
 {
 public:
     using UpdateResult = FrameworkCore::Notification::UpdateResult;
 
-    // Points of an operation that always tells of all of them: creating, removing, reloading.
+    // Points of an operation that always notifies at all of them: creating, removing, reloading.
     static constexpr int allPoints = 15;
 
     // Of a write. Brings the node's list of matching patterns up to date on the way. Attribute lock held.
-    // Lives and dies on the thread that makes it. The value before is told in place of an equal one, which
-    // need not be shared then.
+    // Lives and dies on the thread that makes it. The previous value is reported in place of an equal one,
+    // which need not be shared then.
     Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash,
              QVariant&& previous);
 
-    // Appends what is to be told at all points, if anybody listens. Attribute lock held.
+    // Appends what is to be reported at all points, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                         UpdateResult result);
 

@@ -23,7 +23,7 @@ void Children::append(Node& child)
     if (!prefixes.empty() && prefixes.size() == prefixes.capacity())
         prefixes.reserve(2 * prefixes.size());
     child.slot = quint32(places.size());
-    places.push_back(&child); // nothing fails behind it, so that the child is in both or in none
+    places.push_back(&child); // nothing fails after it, so that the child is in both or in none
     ++count;
     if (!prefixes.empty())
         prefixes.push_back(prefixOf(child));

@@ -44,7 +44,7 @@ public:
         void attachPending(Node& node);
 
         mutable std::mutex mutex; // guards all of the shard and the attribute part of its nodes
-        NodeTable nodes;          // behind it, so that a look-up finds both in one line of the cache
+        NodeTable nodes;          // right after it, so that a look-up finds both in one line of the cache
         std::unordered_map<QString, Pending> pending;
     };
 

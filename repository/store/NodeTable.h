@@ -13,7 +13,7 @@ namespace Repository {
 // Finds nodes by their path and its hash, and owns them. The places lie in groups that each fill a line of
 // the processor's cache, with the hashes beside them: a look-up reads one line and the node that it finds,
 // and growing neither looks at nodes nor computes a hash. A group that is full passes further nodes on to the
-// next one and counts them, so that a look-up knows when to go on, and removing leaves nothing behind.
+// next one and counts them, so that a look-up knows when to go on, and removing leaves no tombstone.
 class NodeTable
 {
 public:

@@ -16,7 +16,7 @@ namespace Repository {
 class PatternIndex;
 
 // Builds the nodes of a document below a root that has no children yet, then files them all at once. Nothing
-// needs to be compared there, and since a document tells of parents before their children, the parent of the
+// needs to be compared there, and since a document visits parents before their children, the parent of the
 // next node is nearly always at hand. The structure lock is held for all of its life; no other lock is taken
 // before the nodes are filed, so that adding may be done under the backend's.
 class SubtreeBuilder
@@ -28,7 +28,7 @@ public:
     // A node that is not there yet; the path is relative to the root and not empty. Parents come first.
     void add(std::string_view path, const FrameworkCore::Values::Value& value);
 
-    // Hands all nodes to the index, and appends what the watchers of the new attributes are to be told; false
+    // Hands all nodes to the index, and appends what the watchers of the new attributes are to hear; false
     // when there was no memory for all of that.
     bool file(NodeIndex& index, const PatternIndex& patterns, std::vector<Delivery>& deliveries);
 

@@ -101,7 +101,7 @@ void NodeOrder::restore(Backend& backend, std::vector<Delivery>& deliveries)
     }
 }
 
-// Watchers are of attributes, so that those of the first one below are told.
+// Watchers are of attributes, so that those of the first one below are notified.
 void NodeOrder::announce(const Node& parent, std::vector<Delivery>& deliveries)
 {
     Node* node = firstIn(parent);

@@ -27,7 +27,7 @@ void NodeWriter::deliver()
                            "to sort them; reload the backend"));
     if (!areAllDelivered)
         logFailure(
-            QStringLiteral("Not all watchers were told of new attributes: there is not enough memory for "
+            QStringLiteral("Not all watchers were notified of new attributes: there is not enough memory for "
                            "it"));
 }
 

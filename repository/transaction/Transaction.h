@@ -12,7 +12,7 @@
 namespace Repository {
 
 // One change of the tree's shape in one piece with that of its backends. It holds the structure lock until it
-// ends or is told to release it; the watchers are called when it ends. One thread.
+// ends or unlock is called; the watchers are called when it ends. One thread.
 class Transaction
 {
 public:

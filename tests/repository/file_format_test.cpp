@@ -24,7 +24,7 @@ private slots:
             QTest::addRow("%s: %s", name, content.left(12).simplified().constData())
                 << QString::fromLatin1(name) << content << QString::fromLatin1(type);
         };
-        // An ending that says it all is believed, so that a broken file is told as what it should be.
+        // An ending that says it all is believed, so that a broken file is reported as what it should be.
         row("a.json", "[ini]", "json");
         row("a.jsonc", "k = 1", "json");
         row("a.INI", "{}", "ini");

@@ -15,7 +15,7 @@ public:
     virtual QString getBackendType() const = 0;
     virtual QString getBackendDescription() const = 0;
 
-    // The file behind the backend, as an absolute path; empty where a repository does not tell it.
+    // The file of the backend, as an absolute path; empty where a repository does not give it.
     virtual QString getBackendLocation() const { return {}; }
 };
 

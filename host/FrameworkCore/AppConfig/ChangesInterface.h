@@ -43,7 +43,7 @@ public:
     virtual Outcome getUnsavedDiff(const QString& backend, QString& diff) const = 0;
 
     // Gives the node and all below it the values that its file holds, which also resolves their conflicts; a
-    // backend's root reverts the whole backend. Watchers are told.
+    // backend's root reverts the whole backend. Watchers are notified.
     virtual Outcome revert(const QString& path) = 0;
 
     // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs

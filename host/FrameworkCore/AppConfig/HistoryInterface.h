@@ -34,7 +34,7 @@ public:
     virtual std::unique_ptr<Step> beginStep(const QString& name) = 0;
 
     // Takes back the newest step, and does it again. All or nothing: refused when one of its attributes has
-    // got another value meanwhile. Watchers are told as of any change. NotFound when there is none.
+    // got another value meanwhile. Watchers are notified as of any change. NotFound when there is none.
     virtual Outcome undo() = 0;
     virtual Outcome redo() = 0;
 

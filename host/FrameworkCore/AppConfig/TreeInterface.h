@@ -70,7 +70,7 @@ public:
     // Paths of the nodes that match, attributes and groups alike, upper levels before lower ones.
     virtual QStringList findPaths(const PathSearch& search) const = 0;
 
-    // Removes the node and all below it, in the files of backends too, and tells the watchers of every
+    // Removes the node and all below it, in the files of backends too, and notifies the watchers of every
     // attribute. Refused, with the reason in the log: "internal", a backend's root, what holds one, what is
     // not writable.
     virtual Outcome removeTree(const QString& path) = 0;

@@ -12,7 +12,7 @@ namespace FrameworkCore::AppConfig::Interfaces {
 struct ValidationDescription
 {
     QString example; // as addValidation takes it, with an argument where it needs one: "range(0,100)"
-    QString meaning; // what it asks for; empty where a repository does not tell it
+    QString meaning; // what it asks for; empty where a repository does not give it
 };
 
 // Rules that every later write of an attribute must satisfy. Any thread.

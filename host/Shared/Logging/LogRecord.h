@@ -59,7 +59,7 @@ private:
     LogRecord();
     ~LogRecord() override;
 
-    // Numbers and keeps the line; gives whether the readers must be told.
+    // Numbers and keeps the line; gives whether the readers must be notified.
     bool record(LogLine&& line);
 
     std::atomic<bool> writesToStandardError{true};

@@ -8,7 +8,7 @@
 
 namespace Utilities::ApplicationPlugins {
 
-// The host's side of one application: tells it what happens to it, and hears its wishes. GUI thread.
+// The host's side of one application: notifies it of what happens to it, and hears its wishes. GUI thread.
 class VANTRY_HOST_EXPORT ApplicationPluginController
 {
 public:

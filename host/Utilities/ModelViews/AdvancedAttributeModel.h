@@ -11,9 +11,10 @@
 namespace Utilities::ModelViews {
 
 // The table of watched attributes: a row for each path, in the order in which the person put them. Rows
-// follow their attributes by themselves, whatever thread writes, with at most one change told per picture and
-// less when showing them takes long. A path that names no attribute yet, and every path without a repository,
-// is a grey row that comes alive with its attribute. GUI thread; may be destroyed while other threads write.
+// follow their attributes by themselves, whatever thread writes, with at most one change signalled per frame
+// and less when showing them takes long. A path that names no attribute yet, and every path without a
+// repository, is a grey row that comes alive with its attribute. GUI thread; may be destroyed while other
+// threads write.
 //
 // Rows are added by dropping items of the attribute tree, or text with a path a line. What has children
 // stands for the attributes there and below. A drop adds no attribute twice and none that is watched already;

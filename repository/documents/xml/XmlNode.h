@@ -26,7 +26,7 @@ constexpr std::size_t xmlPartCount = 6;
 struct XmlNode : SyntaxNode
 {
     XmlKind kind = XmlKind::Element;
-    bool isTagged : 1;  // a type tag may tell the type of its value
+    bool isTagged : 1;  // a type tag may decide the type of its value
     bool isIndexed : 1; // its children are found through an index
 
     std::uint32_t leading = 0;

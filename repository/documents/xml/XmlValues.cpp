@@ -189,7 +189,7 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
     return {{},
             {},
             (isNull ? "nothing" : '"' + text + '"') + " would be read as " + describeType(loaded) +
-                " again, since no mark in the file tells the type of this entry"};
+                " again, since no type tag in the file gives the type of this entry"};
 }
 
 XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& value) const

@@ -29,7 +29,7 @@ QString withFewLines(const QString& text)
     return shown.join(QLatin1Char('\n'));
 }
 
-// Breaks behind a separator where there is one, as people would.
+// Breaks after a separator where there is one, as people would.
 QString broken(const QString& word)
 {
     QString text;

@@ -91,7 +91,7 @@ void AttributeCreateDialog::changeEditor()
         editor->setValue(*same);
     editorPlace->addWidget(editor.get());
     if (editor->focusProxy()) {
-        editor->setFocusPolicy(Qt::StrongFocus); // or Qt leaves it where it was made, behind the buttons
+        editor->setFocusPolicy(Qt::StrongFocus); // or Qt leaves it where it was made, after the buttons
         QWidget::setTabOrder(types, editor.get());
     }
     connect(editor.get(), &ValueEditor::edited, this, [this] {

@@ -57,7 +57,7 @@ QString ProposingTextDialog::getText() const
     return field->text();
 }
 
-// A name that is complete, with an argument of the person's own behind it, keeps its proposal in sight.
+// A name that is complete, with an argument of the person's own after it, keeps its proposal in sight.
 void ProposingTextDialog::narrow(const QString& typed)
 {
     const QString name = typed.section(QLatin1Char('('), 0, 0).trimmed();

@@ -15,7 +15,7 @@ namespace Utilities::ModelViews {
 namespace {
 
 constexpr int largeDrop = 500;
-constexpr std::size_t mostRanges = 32; // of rows, told one by one
+constexpr std::size_t mostRanges = 32; // of rows, signalled one by one
 
 } // namespace
 

@@ -28,7 +28,7 @@ qint64 exactTime()
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
-// Some milliseconds behind, at a quarter of the cost.
+// Late by some milliseconds, at a quarter of the cost.
 qint64 coarseTime()
 {
     timespec time{};

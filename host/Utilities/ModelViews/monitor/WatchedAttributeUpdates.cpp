@@ -10,8 +10,8 @@ namespace {
 // lock that the other writers want, so that its time counts for all of them.
 constexpr qint64 pausePerWork = 14;
 
-// Processor time of this thread in microseconds. Drawing happens long after the model has told of changes, so
-// that the time in which it tells says little.
+// Processor time of this thread in microseconds. Drawing happens long after the model has signalled changes,
+// so that the time of signalling says little.
 qint64 usedTime()
 {
     timespec time{};

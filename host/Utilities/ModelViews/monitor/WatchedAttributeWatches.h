@@ -18,7 +18,7 @@ public:
     using Attributes = WatchedAttributeInbox::Attributes;
     using Notifications = FrameworkCore::AppConfig::Interfaces::NotificationInterface;
 
-    // Called with attributes that were read before their watch began, so that nobody would have told of a
+    // Called with attributes that were read before their watch began, so that nobody would have reported a
     // change since.
     explicit WatchedAttributeWatches(std::function<void(const Attributes&)> seenTooEarly);
     ~WatchedAttributeWatches();

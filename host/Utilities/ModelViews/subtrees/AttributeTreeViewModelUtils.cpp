@@ -42,7 +42,7 @@ std::unique_ptr<HistoryInterface::Step> beginStep(RepositoryInterface& repositor
 
 bool isBlank(const QByteArray& bytes)
 {
-    const int begin = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0; // behind the byte order mark
+    const int begin = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0; // after the byte-order mark
     return std::all_of(bytes.begin() + begin, bytes.end(), [](char c) { return std::isspace(uchar(c)); });
 }
 

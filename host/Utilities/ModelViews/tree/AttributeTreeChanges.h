@@ -23,7 +23,7 @@ struct AttributeTreeChildChange
 struct AttributeTreeStructureChange
 {
     QString parentPath;
-    QVector<AttributeTreeChildChange> children; // in the order in which they were told
+    QVector<AttributeTreeChildChange> children; // in the order in which they were reported
     bool namesLost = false;                     // there were more than are named
     bool created = false;                       // some have come
     bool removed = false;                       // some have gone, and perhaps nodes above them

@@ -9,7 +9,7 @@ namespace Utilities::ModelViews {
 
 namespace {
 
-// From so many children on, those that were told to have come or gone are enough, if their number agrees.
+// From so many children on, those reported to have come or gone are enough, if their number agrees.
 constexpr int manyChildren = 256;
 constexpr int fewPaths = 64;
 
@@ -72,8 +72,8 @@ AttributeTreeItem& AttributeTreeContents::children(const AttributeTreeNode& node
         auto item = std::make_unique<AttributeTreeItem>(node.holder, quint32(child.serial), path,
                                                         isComplete(node, path));
         QVector<ChildInformation> shown = shownChildren(path, item->isComplete());
-        // The number that was told holds until the change that is on its way here is followed; rows that are
-        // too many have no name until then.
+        // The number that was reported holds until the change that is on its way here is followed; rows that
+        // are too many have no name until then.
         if (child.count >= 0)
             shown.resize(child.count);
         item->insert(0, shown);
@@ -187,8 +187,8 @@ void AttributeTreeContents::collectAbove(const QString& parentPath, DirtyNodes& 
         dirty[path].everything = true;
 }
 
-// With what has gone may have gone the groups that held nothing else. What has come again since is told in
-// the next batch, when it looks as if it had stayed; so the nodes above are looked at too.
+// With what has gone may have gone the groups that held nothing else. What has come again since is reported
+// in the next batch, when it looks as if it had stayed; so the nodes above are looked at too.
 void AttributeTreeContents::collectGone(const AttributeTreeStructureChange& change, DirtyNodes& dirty)
 {
     QString path = change.parentPath;

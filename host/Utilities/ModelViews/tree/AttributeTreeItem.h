@@ -25,7 +25,7 @@ public:
 
         QString name;
         std::unique_ptr<AttributeTreeItem> item; // its listed children, if they are listed
-        qint32 count = -1;                       // how many children it was told to have; negative: not told
+        qint32 count = -1;                       // how many children it has, as reported; negative: unknown
         quint32 serial : 30;
         quint32 shown : 1; // its cells have been read since the last change was announced
         quint32 due : 1;   // a change is still to be announced

@@ -28,7 +28,7 @@ public:
     // By row before, the row of each child now.
     virtual void endReorder(const AttributeTreeNode& parent, AttributeTreeItem& item,
                             const std::vector<int>& rows) = 0;
-    virtual void foundStale() = 0; // what was told has changed meanwhile; follow must be called soon
+    virtual void foundStale() = 0; // what was signalled has changed meanwhile; follow must be called soon
 };
 
 // Changes the rows of listed nodes, telling the listener.

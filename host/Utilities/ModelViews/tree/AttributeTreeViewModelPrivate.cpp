@@ -160,7 +160,7 @@ void AttributeTreeViewModel::Private::announceRows(std::vector<Cell>& rows)
     }
 }
 
-// A view reads a row that it is told of, so the rows are told in portions and wait for their turn.
+// A view reads a row that is signalled, so rows are signalled in portions and wait for their turn.
 void AttributeTreeViewModel::Private::announceDue()
 {
     if (!anyDue)
@@ -227,7 +227,7 @@ void AttributeTreeViewModel::Private::backendsChanged()
     refreshSoon();
 }
 
-// A backend that holds nothing has no attribute that tells of its root.
+// A backend that holds nothing has no attribute that announces its root.
 void AttributeTreeViewModel::Private::followRoots()
 {
     const auto reader = repository->getReaderInterface();

@@ -13,7 +13,7 @@
 namespace Utilities::ModelViews {
 
 // Ties the parts together: the contents' rows become the model's signals, and the repository's changes are
-// followed. While it tells of changes nothing else may change, so what is asked for then waits for a later
+// followed. While it signals changes nothing else may change, so what is asked for then waits for a later
 // turn.
 class AttributeTreeViewModel::Private : public AttributeTreeRowListener
 {
