@@ -32,7 +32,7 @@ public:
 
     FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> repository, QWidget* parent = nullptr);
 
-    QString getText() const { return text; } // empty while there is no hint
+    QString getText() const { return text; } // empty without a hint
 
     // Leads the keyboard to the buttons; a child of this, enabled while there is a message.
     QAction* getReachAction() const { return reachAction; }

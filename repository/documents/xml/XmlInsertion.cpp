@@ -13,7 +13,7 @@ constexpr std::string_view declarationOfPrefix = "xmlns:";
 
 std::string noElementsBeside(std::string_view text)
 {
-    return "there are no elements to put " + quoted(text) + " beside";
+    return quoted(text) + " has no siblings to follow";
 }
 
 } // namespace

@@ -284,7 +284,7 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
         if (!isReferenceKnown(reference))
             return "the file declares no entity " + std::string(reference);
     }
-    return interpret(contextOf(id), spelled).type == Type::Group ? "there is no value in it" : "";
+    return interpret(contextOf(id), spelled).type == Type::Group ? "it has no value" : "";
 }
 
 // An entity may also be declared outside of the file; then the file refers to it.
