@@ -3,6 +3,8 @@
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
 
+#include <utility>
+
 namespace Repository {
 
 // Runs an operation of the contract for a caller, who asked for it on that subject, a path or a name: refused
@@ -11,7 +13,10 @@ template <typename Operation>
 FrameworkCore::AppConfig::Outcome runForCaller(FrameworkCore::AppConfig::Outcome::Operation what,
                                                const QString& subject, const Operation& operation)
 {
-    return logged(guardMemory(operation).of(what, subject));
+    FrameworkCore::AppConfig::Outcome outcome = guardMemory(operation);
+    if (!outcome.isPlainSuccess())
+        outcome = logged(std::move(outcome.of(what, subject)));
+    return outcome;
 }
 
 } // namespace Repository

@@ -72,6 +72,9 @@ public:
     explicit operator bool() const { return ok(); }
     StatusCode getStatus() const { return status; }
 
+    // A success without warnings, of which there is nothing to tell.
+    bool isPlainSuccess() const { return ok() && !parts; }
+
     const Parts& get() const { return parts ? *parts : none(); }
     Parts& change();
 
