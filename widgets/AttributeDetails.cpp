@@ -16,8 +16,8 @@ namespace Widgets {
 
 namespace {
 
-constexpr QLatin1String showLink("#show");
-constexpr QLatin1String copyLink("#copy");
+const QLatin1String showLink("#show");
+const QLatin1String copyLink("#copy");
 
 QTextCharFormat linkFormat(const QPalette& palette, const QString& link)
 {

@@ -12,9 +12,9 @@ class PluginRehearsal
 {
 public:
     // What the lines begin with. "doing" is followed by the plug-in's number, a blank and a verb.
-    static constexpr QLatin1String doing{"doing "};
-    static constexpr QLatin1String refused{"refused: "};
-    static constexpr QLatin1String passed{"passed"};
+    static inline const QLatin1String doing{"doing "};
+    static inline const QLatin1String refused{"refused: "};
+    static inline const QLatin1String passed{"passed"};
 
     // Gives the exit code. Needs a QApplication.
     static int run(const QStringList& files);
