@@ -37,7 +37,7 @@ EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget& editedWindow)
     undo->setObjectName(QStringLiteral("undo"));
     undo->setShortcut(QKeySequence::Undo);
     redo->setObjectName(QStringLiteral("redo"));
-    redo->setShortcuts({QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_Z), QKeySequence(Qt::CTRL + Qt::Key_Y)});
+    redo->setShortcuts({QStringLiteral("Ctrl+Shift+Z"), QStringLiteral("Ctrl+Y")});
     connect(undo, &QAction::triggered, this, [this] { take(&History::undo); });
     connect(redo, &QAction::triggered, this, [this] { take(&History::redo); });
     connect(this, &QMenu::aboutToShow, this, [this] {

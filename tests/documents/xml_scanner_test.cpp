@@ -45,7 +45,7 @@ private slots:
         std::size_t plain = 0;
         for (std::size_t at = 0; at <= original.size(); ++at) {
             for (const std::string& piece : pieces) {
-                for (const std::size_t replaced : {0, 1, 2, 4}) {
+                for (const std::size_t replaced : {0U, 1U, 2U, 4U}) {
                     std::string changed = original;
                     changed.replace(at, replaced, piece);
                     const Fuzz::XmlScannerCheck check = Fuzz::checkXmlScanner(changed);

@@ -282,7 +282,7 @@ private slots:
         folder->makeFolder("sub");
         folder->write("sub/f.ini", "content");
         folder->write("sub/.vantry-abcdefgh.new", "half");
-        for (const mode_t mode : {0555, 0111}) {
+        for (const mode_t mode : {0555U, 0111U}) {
             QVERIFY(::chmod(folder->path("sub").c_str(), mode) == 0);
             const Unprivileged user;
             const ReadFileResult read = FileSaver().read(folder->path("sub/f.ini"));

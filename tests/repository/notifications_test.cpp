@@ -152,7 +152,7 @@ private slots:
             remove("x");
         };
         listen("x", react)->end();
-        const auto handle = listen("x", [this, react, once = false](auto&&... rest) mutable {
+        const auto handle = listen("x", [react, once = false](auto&&... rest) mutable {
             if (!std::exchange(once, true))
                 react(rest...);
         });

@@ -417,9 +417,9 @@ private:
     {
         if (key == text("Tab") && qobject_cast<QDateTimeEdit*>(QApplication::focusWidget()))
             press(Qt::Key_End); // Tab goes through its parts first
-        const int code = QKeySequence(key)[0];
+        const auto code = unsigned(QKeySequence(key)[0]);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key(code & ~Qt::KeyboardModifierMask),
-                        Qt::KeyboardModifiers(code & Qt::KeyboardModifierMask));
+                        Qt::KeyboardModifiers(int(code) & Qt::KeyboardModifierMask));
     }
 
     std::unique_ptr<BrowserPage> page;

@@ -108,8 +108,8 @@ public:
     // Of a text at most what a person reads, on one line.
     static QString shortened(const QString& text);
 
-    friend bool operator==(const Outcome& outcome, StatusCode status) { return outcome.status == status; }
-    friend bool operator!=(const Outcome& outcome, StatusCode status) { return outcome.status != status; }
+    friend bool operator==(const Outcome& outcome, StatusCode code) { return outcome.status == code; }
+    friend bool operator!=(const Outcome& outcome, StatusCode code) { return outcome.status != code; }
 
 private:
     static const Parts& none();
