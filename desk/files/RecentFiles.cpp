@@ -6,12 +6,8 @@
 
 namespace Vantry {
 
-namespace {
-
 const QLatin1String filesKey("recentFiles");
 constexpr int mostKept = 10;
-
-} // namespace
 
 QStringList RecentFiles::get()
 {

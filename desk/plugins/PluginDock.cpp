@@ -14,11 +14,7 @@
 
 namespace Vantry {
 
-namespace {
-
 constexpr int fileRole = Qt::UserRole;
-
-} // namespace
 
 PluginDock::PluginDock(QWidget* parent) : QDockWidget(tr("Plug-ins"), parent)
 {

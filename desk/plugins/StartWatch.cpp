@@ -6,11 +6,7 @@
 
 namespace Vantry {
 
-namespace {
-
 const QLatin1String failedStarts("failedStarts");
-
-} // namespace
 
 int StartWatch::countFailedStarts(bool hasCulprits)
 {

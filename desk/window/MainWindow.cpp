@@ -43,11 +43,7 @@ using Utilities::RefusedEdit;
 using Utilities::RefusedEdits;
 using Utilities::ModelViews::Widgets::PlainMessageBox;
 
-namespace {
-
 const QLatin1String attributesPage("attributes");
-
-} // namespace
 
 MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
                        const QStringList& firstFiles)

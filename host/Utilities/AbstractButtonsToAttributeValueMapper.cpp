@@ -6,11 +6,7 @@ namespace Utilities {
 
 using FrameworkCore::AppConfig::AccessMode;
 
-namespace {
-
 constexpr int createOrWrite = 3;
-
-}
 
 AbstractButtonsToAttributeValueMapper::AbstractButtonsToAttributeValueMapper(
     QObject* parent,

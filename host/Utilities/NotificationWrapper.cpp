@@ -15,11 +15,7 @@ namespace Utilities {
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 
-namespace {
-
 constexpr int allPoints = 15; // a write may name any of them only
-
-} // namespace
 
 // What the writing threads know of a wrapper; guarded by its inbox.
 struct NotificationWrapper::Watch : PacedInbox::Shared

@@ -5,14 +5,10 @@
 
 namespace Repository {
 
-namespace {
-
 // A step of the engine may pass over all of the text, so that longer texts get fewer steps.
 constexpr qint64 mostCharacters = 4'000'000'000; // that are passed over, in all steps together
 constexpr qint64 shortest = 2048;
 constexpr int mostKilobytes = 131'072;
-
-} // namespace
 
 // The compiler of the engine makes code that counts no steps while it passes over repeated parts, and that
 // gives up when a small stack of its own is full; the interpreter does neither.

@@ -9,11 +9,7 @@ namespace Utilities::ModelViews {
 
 using FrameworkCore::AppConfig::Interfaces::PathSearch;
 
-namespace {
-
 constexpr int firstPaths = 1000;
-
-}
 
 AttributeModel::AttributeModel(const QString& pathPattern, QObject* parent,
                                const std::shared_ptr<RepositoryInterface>& givenRepository)

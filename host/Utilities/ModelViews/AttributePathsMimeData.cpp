@@ -2,11 +2,7 @@
 
 namespace Utilities::ModelViews {
 
-namespace {
-
 const QLatin1Char lineEnd('\n');
-
-} // namespace
 
 QString attributePathsMimeType()
 {

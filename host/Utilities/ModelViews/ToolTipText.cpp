@@ -4,13 +4,9 @@
 
 namespace Utilities::ModelViews {
 
-namespace {
-
 // As much as a screen shows; nobody waits until more is laid out.
 constexpr int longestText = 6000;
 constexpr int mostLines = 60;
-
-} // namespace
 
 QString toolTipText(const QString& text)
 {

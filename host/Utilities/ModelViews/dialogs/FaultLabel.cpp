@@ -7,11 +7,7 @@
 
 namespace Utilities::ModelViews::Widgets {
 
-namespace {
-
 constexpr int longestFault = 480; // characters; a fault may quote all that was typed
-
-}
 
 FaultLabel::FaultLabel(QWidget* parent) : PlainLabel(parent)
 {

@@ -12,12 +12,8 @@
 
 namespace Utilities::ModelViews {
 
-namespace {
-
 constexpr int largeDrop = 500;
 constexpr std::size_t mostRanges = 32; // of rows, signalled one by one
-
-} // namespace
 
 AdvancedAttributeModel::Private::Private(AdvancedAttributeModel& owner)
     : model(owner), updates([this](const Attributes& changed) { showChanges(changed); }),

@@ -2,11 +2,7 @@
 
 namespace Utilities::ModelViews {
 
-namespace {
-
 constexpr int watchesAtOnce = 4000; // begun or ended unnoticed
-
-} // namespace
 
 WatchedAttributeWatches::WatchedAttributeWatches(std::function<void(const Attributes&)> seenTooEarly)
     : readAgain(std::move(seenTooEarly))

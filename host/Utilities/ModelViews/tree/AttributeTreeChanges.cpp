@@ -10,11 +10,7 @@ namespace Utilities::ModelViews {
 using FrameworkCore::Notification::UpdatePoint;
 using FrameworkCore::Notification::UpdateResult;
 
-namespace {
-
 constexpr int limit = 4096; // of written attributes, of parents, and of names of children
-
-} // namespace
 
 // Collects changes from the threads that make them for the GUI thread, in bounded memory: beyond some
 // thousand names it only keeps that there were more. Any thread.

@@ -7,12 +7,8 @@
 
 namespace Utilities::ModelViews {
 
-namespace {
-
 constexpr int fewChildren = 16; // so many are compared one by one
 constexpr quint32 serialLimit = 1U << 30U;
-
-} // namespace
 
 AttributeTreeItem::AttributeTreeItem(AttributeTreeItem* parentItem, quint32 ownSerial,
                                      const QString& fullPath, bool hidesNothing)
