@@ -147,8 +147,6 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
 {
 }
 
-AttributeRepository::~AttributeRepository() = default;
-
 QStringList AttributeRepository::getBackendTypes()
 {
     return backends->getTypes();
@@ -162,46 +160,6 @@ QString AttributeRepository::buildAttributePath(const QStringList& components) c
 std::shared_ptr<Interfaces::BackendInterface> AttributeRepository::getBackendInterface()
 {
     return backends;
-}
-
-std::shared_ptr<Interfaces::AttributeReaderInterface> AttributeRepository::getReaderInterface()
-{
-    return reader;
-}
-
-std::shared_ptr<Interfaces::AttributeWriterInterface> AttributeRepository::getWriterInterface()
-{
-    return writer;
-}
-
-std::shared_ptr<Interfaces::NotificationInterface> AttributeRepository::getNotificationInterface()
-{
-    return notifications;
-}
-
-std::shared_ptr<Interfaces::ValidationInterface> AttributeRepository::getValidationInterface()
-{
-    return validations;
-}
-
-std::shared_ptr<Interfaces::TreeInterface> AttributeRepository::getTreeInterface()
-{
-    return tree;
-}
-
-std::shared_ptr<Interfaces::TransferInterface> AttributeRepository::getTransferInterface()
-{
-    return transfer;
-}
-
-std::shared_ptr<Interfaces::ChangesInterface> AttributeRepository::getChangesInterface()
-{
-    return changes;
-}
-
-std::shared_ptr<Interfaces::HistoryInterface> AttributeRepository::getHistoryInterface()
-{
-    return history;
 }
 
 } // namespace Repository

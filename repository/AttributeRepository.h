@@ -7,6 +7,8 @@
 
 namespace Repository {
 
+namespace Interfaces = FrameworkCore::AppConfig::Interfaces;
+
 class AttributeStore;
 class BackendRegistry;
 
@@ -26,40 +28,38 @@ struct RepositoryOptions
 };
 
 // The attribute repository of a process: the interfaces of the contract over one store. Any thread.
-class AttributeRepository : public FrameworkCore::AppConfig::Interfaces::RepositoryInterface
+class AttributeRepository : public Interfaces::RepositoryInterface
 {
 public:
     static std::shared_ptr<AttributeRepository> create(const RepositoryOptions& options = {});
-    ~AttributeRepository() override;
 
     QStringList getBackendTypes() override;
     QString buildAttributePath(const QStringList& components) const override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInterface> getBackendInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface>
-    getReaderInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeWriterInterface>
-    getWriterInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::NotificationInterface>
-    getNotificationInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface>
-    getValidationInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> getTreeInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> getTransferInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> getChangesInterface() override;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::HistoryInterface> getHistoryInterface() override;
+    std::shared_ptr<Interfaces::BackendInterface> getBackendInterface() override;
+    std::shared_ptr<Interfaces::AttributeReaderInterface> getReaderInterface() override { return reader; }
+    std::shared_ptr<Interfaces::AttributeWriterInterface> getWriterInterface() override { return writer; }
+    std::shared_ptr<Interfaces::NotificationInterface> getNotificationInterface() override
+    {
+        return notifications;
+    }
+    std::shared_ptr<Interfaces::ValidationInterface> getValidationInterface() override { return validations; }
+    std::shared_ptr<Interfaces::TreeInterface> getTreeInterface() override { return tree; }
+    std::shared_ptr<Interfaces::TransferInterface> getTransferInterface() override { return transfer; }
+    std::shared_ptr<Interfaces::ChangesInterface> getChangesInterface() override { return changes; }
+    std::shared_ptr<Interfaces::HistoryInterface> getHistoryInterface() override { return history; }
 
 private:
     AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
 
     std::shared_ptr<BackendRegistry> backends;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeReaderInterface> reader;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::AttributeWriterInterface> writer;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::NotificationInterface> notifications;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ValidationInterface> validations;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TreeInterface> tree;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TransferInterface> transfer;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::ChangesInterface> changes;
-    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::HistoryInterface> history;
+    std::shared_ptr<Interfaces::AttributeReaderInterface> reader;
+    std::shared_ptr<Interfaces::AttributeWriterInterface> writer;
+    std::shared_ptr<Interfaces::NotificationInterface> notifications;
+    std::shared_ptr<Interfaces::ValidationInterface> validations;
+    std::shared_ptr<Interfaces::TreeInterface> tree;
+    std::shared_ptr<Interfaces::TransferInterface> transfer;
+    std::shared_ptr<Interfaces::ChangesInterface> changes;
+    std::shared_ptr<Interfaces::HistoryInterface> history;
 };
 
 } // namespace Repository
