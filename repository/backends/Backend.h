@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/Value.h"
+#include "repository/common/PathRules.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
@@ -54,13 +55,16 @@ public:
     const Description& getDescription() const { return description; }
 
     // The path in the tree of an entry.
-    QString absolute(const std::string& path) const;
+    QString absolute(const std::string& path) const { return joinedPath(description.name, path); }
 
     // Calls back for every entry, parents first, with paths below the root.
     virtual void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const = 0;
     // The same with paths of the tree.
     void visit(const std::function<void(const QString& path, const FrameworkCore::Values::Value& value)>&
-                   visitor) const;
+                   visitor) const
+    {
+        visitEntries([&](const Documents::Entry& entry) { visitor(absolute(entry.path), entry.value); });
+    }
     virtual bool contains(const QString& path) const = 0;
 
     // Whether removing an entry gives others a new path, or another place in the order.
@@ -139,7 +143,10 @@ protected:
     virtual Outcome endBatch(QString& refusedPath) = 0;
 
     // The path of an entry below the root.
-    std::string relative(const QString& path) const;
+    std::string relative(const QString& path) const
+    {
+        return path.mid(description.name.size() + 1).toStdString();
+    }
 
     const Description description;
 };

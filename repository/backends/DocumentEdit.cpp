@@ -12,57 +12,11 @@ DocumentEdit::DocumentEdit(Backend& editedBackend, bool canRollBack)
     backend->beginEdit();
 }
 
-DocumentEdit::~DocumentEdit()
-{
-    backend->endEdit();
-}
-
 Backend& DocumentEdit::toChange()
 {
     if (hasRollback && !before)
         before = backend->getBytes();
     return *backend;
-}
-
-Outcome DocumentEdit::set(const QString& path, const Value& value)
-{
-    return toChange().write(path, value);
-}
-
-Outcome DocumentEdit::insert(const QString& path, const Value& value)
-{
-    return toChange().insert(path, value);
-}
-
-Outcome DocumentEdit::remove(const QString& path)
-{
-    return toChange().remove(path);
-}
-
-Outcome DocumentEdit::respell(const QString& path, const std::string& spelling)
-{
-    return toChange().respell(path, spelling);
-}
-
-Outcome DocumentEdit::replaceText(std::string bytes)
-{
-    return toChange().replaceText(std::move(bytes));
-}
-
-Outcome DocumentEdit::insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
-                                std::size_t& refused)
-{
-    return toChange().insertAll(path, entries, refused);
-}
-
-void DocumentEdit::beginBatch()
-{
-    toChange().beginBatch();
-}
-
-Outcome DocumentEdit::endBatch(QString& refusedPath)
-{
-    return backend->endBatch(refusedPath);
 }
 
 void DocumentEdit::rollBack() noexcept

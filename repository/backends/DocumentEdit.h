@@ -15,29 +15,34 @@ public:
 
     // Only with rollback can the backend be taken back to what it was.
     DocumentEdit(Backend& backend, bool hasRollback);
-    ~DocumentEdit();
+    ~DocumentEdit() { backend->endEdit(); }
     Q_DISABLE_COPY(DocumentEdit)
 
     Backend& getBackend() const { return *backend; }
 
     // Each changes entries in memory, or nothing. Paths are those of the tree.
-    Outcome set(const QString& path, const Value& value);
-    Outcome insert(const QString& path, const Value& value);
-    Outcome remove(const QString& path);
+    Outcome set(const QString& path, const Value& value) { return toChange().write(path, value); }
+    Outcome insert(const QString& path, const Value& value) { return toChange().insert(path, value); }
+    Outcome remove(const QString& path) { return toChange().remove(path); }
 
     // Gives a value a spelling that the backend had for it before.
-    Outcome respell(const QString& path, const std::string& spelling);
+    Outcome respell(const QString& path, const std::string& spelling)
+    {
+        return toChange().respell(path, spelling);
+    }
 
     // Replaces all that there is.
-    Outcome replaceText(std::string bytes);
+    Outcome replaceText(std::string bytes) { return toChange().replaceText(std::move(bytes)); }
 
     // An entry that is not there and all below it; see Document::insertAll.
-    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
-                      std::size_t& refused);
+    Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries, std::size_t& refused)
+    {
+        return toChange().insertAll(path, entries, refused);
+    }
 
     // Around many insertions; see Document. A refusal at the end leaves what was inserted.
-    void beginBatch();
-    Outcome endBatch(QString& refusedPath);
+    void beginBatch() { toChange().beginBatch(); }
+    Outcome endBatch(QString& refusedPath) { return backend->endBatch(refusedPath); }
 
     void rollBack() noexcept;
 
