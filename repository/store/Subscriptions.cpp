@@ -5,16 +5,71 @@
 #include "repository/notification/HazardGuard.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/Refusals.h"
-#include "repository/store/RegistrationHandle.h"
+
+#include <atomic>
 
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
-Subscriptions::Subscriptions(std::shared_ptr<AttributeTree> attributes) : tree(std::move(attributes))
+namespace {
+
+RegistrationPointer takeExact(AttributeTree& tree, const QString& path, const NodeIndex::Key& key,
+                              const Registration& registration)
 {
+    NodeIndex::Shard& shard = tree.index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    if (Node* node = shard.find(key))
+        return node->exact.take(registration);
+    const auto pending = shard.pending.find(path);
+    if (pending == shard.pending.end())
+        return {};
+    RegistrationPointer taken = pending->second.exact.take(registration);
+    if (pending->second.exact.isEmpty() && pending->second.validations.empty())
+        shard.pending.erase(pending);
+    return taken;
 }
+
+// The registration is filed there, and must not be used afterwards.
+void remove(AttributeTree& tree, const QString& pathOrPattern, Registration& registration)
+{
+    registration.stop();
+    if (pathOrPattern.contains(QLatin1Char('*'))) {
+        tree.patterns.remove(pathOrPattern, registration);
+        return;
+    }
+    const NodeIndex::Key key(pathOrPattern);
+    HazardGuard::retire(key.hash, takeExact(tree, pathOrPattern, key, registration));
+}
+
+// By this a registration is ended. It may outlive the tree, and when it goes the registration stays in
+// force. Any thread.
+class RegistrationHandle : public FrameworkCore::AppConfig::Interfaces::RegistrationInterface
+{
+public:
+    RegistrationHandle(QString target, Registration& filed, std::weak_ptr<AttributeTree> owner)
+        : pathOrPattern(std::move(target)), tree(std::move(owner)), registration(&filed)
+    {
+    }
+
+    void end() override
+    {
+        const auto owner = tree.lock();
+        Registration* const ending = registration.exchange(nullptr, std::memory_order_acq_rel);
+        if (owner && ending)
+            remove(*owner, pathOrPattern, *ending);
+    }
+
+private:
+    const QString pathOrPattern;
+    const std::weak_ptr<AttributeTree> tree;
+
+    // Not owned: the tree keeps it, if it lives itself, until this handle ends it. Null from then on.
+    std::atomic<Registration*> registration;
+};
+
+} // namespace
 
 std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RegistrationInterface>
 Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
@@ -44,33 +99,6 @@ Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
                    QStringLiteral("a callback needs a function and a valid path or pattern to listen to"))
                .of(Outcome::Operation::Change, pathOrPattern));
     return {};
-}
-
-void Subscriptions::remove(AttributeTree& tree, const QString& pathOrPattern, Registration& registration)
-{
-    registration.stop();
-    if (pathOrPattern.contains(QLatin1Char('*'))) {
-        tree.patterns.remove(pathOrPattern, registration);
-        return;
-    }
-    const NodeIndex::Key key(pathOrPattern);
-    HazardGuard::retire(key.hash, takeExact(tree, pathOrPattern, key, registration));
-}
-
-RegistrationPointer Subscriptions::takeExact(AttributeTree& tree, const QString& path,
-                                             const NodeIndex::Key& key, const Registration& registration)
-{
-    NodeIndex::Shard& shard = tree.index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
-    if (Node* node = shard.find(key))
-        return node->exact.take(registration);
-    const auto pending = shard.pending.find(path);
-    if (pending == shard.pending.end())
-        return {};
-    RegistrationPointer taken = pending->second.exact.take(registration);
-    if (pending->second.exact.isEmpty() && pending->second.validations.empty())
-        shard.pending.erase(pending);
-    return taken;
 }
 
 } // namespace Repository
