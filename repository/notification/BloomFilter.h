@@ -28,9 +28,22 @@ public:
         quint64 value = factor;
     };
 
-    explicit BloomFilter(std::size_t room = 0);
+    explicit BloomFilter(std::size_t room = 0)
+    {
+        std::size_t size = 64;
+        while (size * textsOfWord < room)
+            size *= 2;
+        words.resize(size);
+    }
 
-    void insert(Hash hash);
+    void insert(Hash hash)
+    {
+        if (mayHold(hash))
+            return;
+        words[placeOf(hash)] |= bitsOf(hash);
+        ++count;
+    }
+
     bool mayHold(Hash hash) const { return (words[placeOf(hash)] & bitsOf(hash)) == bitsOf(hash); }
 
     std::size_t getCount() const { return count; }
