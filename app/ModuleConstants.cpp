@@ -7,4 +7,10 @@ const QStringList BrowserMode = {QString::fromLatin1(""), QString::fromLatin1("a
 
 const QString AllBackends = QString::fromLatin1("All backends");
 
+QString browserModePath(Utilities::ApplicationWidgets::ApplicationWidget& widget)
+{
+    return widget.buildContextPath({QString::fromLatin1("instances"), widget.getApplicationIdentification(),
+                                    QString::fromLatin1("state")});
+}
+
 } // namespace Vantry

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "host/Utilities/ApplicationWidgets/ApplicationWidget.h"
+
 #include <QStringList>
 
 namespace Vantry {
@@ -12,5 +13,9 @@ extern const QStringList BrowserMode;
 
 // The entry that means every backend in a list of backends. Not translated.
 extern const QString AllBackends;
+
+// Path of the attribute that holds the name of the page shown in the widget's GUI context; empty while there
+// is no repository.
+QString browserModePath(Utilities::ApplicationWidgets::ApplicationWidget& widget);
 
 } // namespace Vantry

@@ -1,6 +1,5 @@
 #include "app/VantryControl.h"
 
-#include "app/BrowserModePath.h"
 #include "app/ModuleConstants.h"
 #include "host/Utilities/AbstractButtonsToAttributeValueMapper.h"
 #include "host/Utilities/RepositoryAccess.h"

@@ -1,6 +1,5 @@
 #include "app/VantryMain.h"
 
-#include "app/BrowserModePath.h"
 #include "app/ModuleConstants.h"
 #include "host/Utilities/AbstractButtonsToAttributeValueMapper.h"
 #include "host/Utilities/NotificationWrapper.h"
