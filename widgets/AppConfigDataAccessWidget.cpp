@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
+#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "widgets/CellEditor.h"
 #include "widgets/CheckBoxWidget.h"
@@ -11,7 +12,6 @@
 #include "widgets/ListWidget.h"
 #include "widgets/PageWindow.h"
 #include "widgets/RowHeader.h"
-#include "widgets/VisiblePartDelegate.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -38,6 +38,22 @@ public:
     using QMenu::QMenu;
 
     void giveBackWindow() { destroy(); }
+};
+
+// Draws a cell that reaches out of sight at the right within the part that is seen: what stands at its right
+// end, as numbers do, would not be seen otherwise. Its view must draw anew when it scrolls sideways.
+class VisiblePartDelegate : public Utilities::ModelViews::Widgets::LongTextDelegate
+{
+public:
+    using LongTextDelegate::LongTextDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem visible(option);
+        if (const auto* const view = qobject_cast<const QAbstractItemView*>(option.widget))
+            visible.rect.setRight(qMin(option.rect.right(), view->viewport()->rect().right()));
+        LongTextDelegate::paint(painter, visible, index);
+    }
 };
 
 } // namespace
@@ -81,9 +97,8 @@ void AppConfigDataAccessWidget::setUpView()
                                             Qt::AlignVCenter); // its middle may be out of sight
     // Each change of a value has the columns measured: by about as many rows as are seen.
     horizontalHeader()->setResizeContentsPrecision(50);
-    setTabKeyNavigation(false); // or the keyboard could not leave the table
-    setItemDelegate(
-        new Widgets::VisiblePartDelegate(this)); // a value column that was set is wider than the view
+    setTabKeyNavigation(false);                     // or the keyboard could not leave the table
+    setItemDelegate(new VisiblePartDelegate(this)); // a value column that was set is wider than the view
     setAccessibleName(tr("Attribute monitor"));
 }
 
@@ -116,20 +131,12 @@ QIcon AppConfigDataAccessWidget::iconOf(const char* name)
 
 void AppConfigDataAccessWidget::keyPressEvent(QKeyEvent* event)
 {
-    switch (event->key()) {
-    case Qt::Key_A:
-        if (event->modifiers() == Qt::ControlModifier)
-            selectAll();
-        break;
-    case Qt::Key_Delete:
+    if (event->key() == Qt::Key_A && event->modifiers() == Qt::ControlModifier)
+        selectAll();
+    else if (event->key() == Qt::Key_Delete)
         onAttributeDeleteSelected();
-        break;
-    case Qt::Key_F2:
+    else if (event->key() == Qt::Key_F2)
         onAttributeUpdateSelected();
-        break;
-    default:
-        break;
-    }
 }
 
 void AppConfigDataAccessWidget::mouseDoubleClickEvent(QMouseEvent* /*mouseEvent*/)
