@@ -11,19 +11,6 @@ namespace Widgets {
 
 using Utilities::UpdateCounter;
 
-namespace {
-
-bool isUsable(const std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface>& repository)
-{
-    if (repository)
-        return true;
-    Vantry::logLine(Shared::Logging::LogMessageType::Failure)
-        << "The load test did nothing: the host has no attribute repository";
-    return false;
-}
-
-} // namespace
-
 AttributeTestsWidget::AttributeTestsWidget(QWidget* parent)
     : QWidget(parent), ui(std::make_unique<Ui::AttributeTestsWidget>())
 {
@@ -32,17 +19,27 @@ AttributeTestsWidget::AttributeTestsWidget(QWidget* parent)
 
 AttributeTestsWidget::~AttributeTestsWidget() = default;
 
-void AttributeTestsWidget::on_btnCreate_clicked()
+AttributeTestsWidget::Repository AttributeTestsWidget::beginRun(int& count)
 {
     UpdateCounter::reset();
-    const auto repository = Utilities::GetAppConfigRepositoryInterface();
     bool isNumber = false;
-    const int count = ui->edtNumber->text().toInt(&isNumber, 10);
+    count = ui->edtNumber->text().toInt(&isNumber, 10);
     if (!isNumber) {
         ui->lblStatus->setText(tr("Invalid count entered"));
-        return;
+        return nullptr;
     }
-    if (!isUsable(repository))
+    Repository repository = Utilities::GetAppConfigRepositoryInterface();
+    if (!repository)
+        Vantry::logLine(Shared::Logging::LogMessageType::Failure)
+            << "The load test did nothing: the host has no attribute repository";
+    return repository;
+}
+
+void AttributeTestsWidget::on_btnCreate_clicked()
+{
+    int count = 0;
+    const auto repository = beginRun(count);
+    if (!repository)
         return;
     const auto countUpdate = UpdateCounter::countOfPath();
     const auto countWildcardUpdate = UpdateCounter::countOfPattern();
@@ -68,15 +65,9 @@ void AttributeTestsWidget::on_btnCreate_clicked()
 
 void AttributeTestsWidget::on_btnUpdate_clicked()
 {
-    UpdateCounter::reset();
-    const auto repository = Utilities::GetAppConfigRepositoryInterface();
-    bool isNumber = false;
-    const int count = ui->edtNumber->text().toInt(&isNumber, 10);
-    if (!isNumber) {
-        ui->lblStatus->setText(tr("Invalid count entered"));
-        return;
-    }
-    if (!isUsable(repository))
+    int count = 0;
+    const auto repository = beginRun(count);
+    if (!repository)
         return;
     const QString pathText = QString::fromLatin1("demo.%1");
     QElapsedTimer timer;

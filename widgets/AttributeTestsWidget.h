@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+
 #include <QWidget>
 
 #include <memory>
@@ -26,6 +28,11 @@ private slots:
     void on_btnReadCounter_clicked();
 
 private:
+    using Repository = std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface>;
+
+    // What a run works on, and the count that was entered. Null, and the reason is told, when one is missing.
+    Repository beginRun(int& count);
+
     std::unique_ptr<Ui::AttributeTestsWidget> ui;
 };
 
