@@ -9,25 +9,9 @@
 
 namespace Widgets {
 
-namespace {
-
-QString dateFormat()
-{
-    return QString::fromLatin1("yyyy-MM-dd");
-}
-
-QString timeFormat()
-{
-    return QString::fromLatin1("HH:mm:ss");
-}
-
-// Behind the date of a value that has both.
-QString clockFormat()
-{
-    return QString::fromLatin1(" THH:mm:ss.zzzZ");
-}
-
-} // namespace
+constexpr QLatin1String dateFormat("yyyy-MM-dd");
+constexpr QLatin1String timeFormat("HH:mm:ss");
+constexpr QLatin1String clockFormat(" THH:mm:ss.zzzZ"); // after the date of a value that has both
 
 DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, const QVariant& value)
     : QDateTimeEdit(parent), repository(Utilities::GetAppConfigRepositoryInterface()),
@@ -126,11 +110,11 @@ void DateTimeEditWidget::setWidgetDisplayFormat()
 {
     switch (attributeValue.userType()) {
     case QMetaType::QDate:
-        return setDisplayFormat(dateFormat());
+        return setDisplayFormat(dateFormat);
     case QMetaType::QTime:
-        return setDisplayFormat(timeFormat());
+        return setDisplayFormat(timeFormat);
     case QMetaType::QDateTime:
-        return setDisplayFormat(dateFormat() + clockFormat());
+        return setDisplayFormat(dateFormat + clockFormat);
     default:
         return;
     }
@@ -139,9 +123,9 @@ void DateTimeEditWidget::setWidgetDisplayFormat()
 // On the clock of the value's own zone, which stays. As a whole the text would be taken for local time.
 QDateTime DateTimeEditWidget::typedDateTime() const
 {
-    const int dateSize = dateFormat().size();
-    const QDate date = QDate::fromString(text().left(dateSize), dateFormat());
-    const QTime time = QTime::fromString(text().mid(dateSize), clockFormat());
+    const int dateSize = dateFormat.size();
+    const QDate date = QDate::fromString(text().left(dateSize), dateFormat);
+    const QTime time = QTime::fromString(text().mid(dateSize), clockFormat);
     if (!date.isValid() || !time.isValid())
         return {};
     QDateTime dateTime = attributeValue.toDateTime();
@@ -152,22 +136,17 @@ QDateTime DateTimeEditWidget::typedDateTime() const
 
 bool DateTimeEditWidget::getModifiedAttributeValue(QVariant& vValue)
 {
+    const auto take = [&vValue](const auto& typed) {
+        vValue = typed;
+        return typed.isValid();
+    };
     switch (attributeValue.userType()) {
-    case QMetaType::QDate: {
-        const QDate date = QDate::fromString(text(), dateFormat());
-        vValue = date;
-        return date.isValid();
-    }
-    case QMetaType::QTime: {
-        const QTime time = QTime::fromString(text(), timeFormat());
-        vValue = time;
-        return time.isValid();
-    }
-    case QMetaType::QDateTime: {
-        const QDateTime dateTime = typedDateTime();
-        vValue = dateTime;
-        return dateTime.isValid();
-    }
+    case QMetaType::QDate:
+        return take(QDate::fromString(text(), dateFormat));
+    case QMetaType::QTime:
+        return take(QTime::fromString(text(), timeFormat));
+    case QMetaType::QDateTime:
+        return take(typedDateTime());
     default:
         return false;
     }
