@@ -28,13 +28,10 @@ public:
         if (given.isEmpty())
             failure = Session::fail(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
         else if (format.isEmpty())
-            failure = Session::fail(
-                ExitCode::Usage,
-                QStringLiteral("%1: its name does not decide its format; give it with --to-format")
-                    .arg(given));
+            failure = refuse(ExitCode::Usage,
+                             QStringLiteral("its name does not decide its format; give it with --to-format"));
         else if (replaces && !invocation.has("--force"))
-            failure = Session::fail(ExitCode::Refused,
-                                    QStringLiteral("%1: it exists already; --force replaces it").arg(given));
+            failure = refuse(ExitCode::Refused, QStringLiteral("it exists already; --force replaces it"));
     }
 
     ExitCode getFailure() const { return failure; }
@@ -45,19 +42,16 @@ public:
     ExitCode write(const std::string& text, bool isPrivate)
     {
         if (text.size() > Files::SizeLimit::get())
-            return Session::fail(
-                ExitCode::BadFile,
-                QStringLiteral("%1: %2").arg(given, QString::fromStdString(Files::SizeLimit::refusal())));
+            return refuse(ExitCode::BadFile, QString::fromStdString(Files::SizeLimit::refusal()));
         const QString mistaking = Repository::FileFormat::explainMistaking(given, format, {}, text);
         if (!mistaking.isEmpty())
-            return Session::fail(ExitCode::Refused, QStringLiteral("%1: %2").arg(given, mistaking));
+            return refuse(ExitCode::Refused, mistaking);
         const Files::FileSaver saver;
         Files::ReadFileResult present;
         if (replaces) {
             present = saver.read(path);
             if (!present.ok())
-                return Session::fail(ExitCode::BadFile, QStringLiteral("%1: %2").arg(
-                                                            given, QString::fromStdString(present.reason)));
+                return refuse(ExitCode::BadFile, QString::fromStdString(present.reason));
         }
         if (isDryRun) {
             Output::bytes(Repository::unifiedDiff(present.bytes, text, given.toStdString()));
@@ -75,6 +69,11 @@ public:
     }
 
 private:
+    ExitCode refuse(ExitCode code, const QString& reason) const
+    {
+        return Session::fail(code, QStringLiteral("%1: %2").arg(given, reason));
+    }
+
     const QString given;
     QString format;
     const bool isDryRun;
