@@ -49,52 +49,44 @@ LogMessageContainer& LogMessageContainer::operator<<(const QString& text)
 
 LogMessageContainer& LogMessageContainer::operator<<(QLatin1String text)
 {
-    line->text.append(text);
-    return *this;
+    return *this << QString(text);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(const char* utf8)
 {
-    line->text.append(QString::fromUtf8(utf8));
-    return *this;
+    return *this << QString::fromUtf8(utf8);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(bool value)
 {
-    line->text.append(value ? QLatin1String("true") : QLatin1String("false"));
-    return *this;
+    return *this << QLatin1String(value ? "true" : "false");
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(int number)
 {
-    line->text.append(QString::number(number));
-    return *this;
+    return *this << QString::number(number);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(qlonglong number)
 {
-    line->text.append(QString::number(number));
-    return *this;
+    return *this << QString::number(number);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(qulonglong number)
 {
-    line->text.append(QString::number(number));
-    return *this;
+    return *this << QString::number(number);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(double number)
 {
-    line->text.append(QString::number(number, 'g', QLocale::FloatingPointShortest));
-    return *this;
+    return *this << QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
 LogMessageContainer& LogMessageContainer::operator<<(const QStringList& texts)
 {
     QString written;
     QDebug(&written).nospace() << texts;
-    line->text.append(written);
-    return *this;
+    return *this << written;
 }
 
 } // namespace Shared::Logging
