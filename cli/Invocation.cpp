@@ -89,7 +89,7 @@ int Invocation::takeOption(const QStringList& words, int at)
         QStringList known = namesOf(CommandTable::commonOptions());
         if (command)
             known += namesOf(command->options);
-        error = QStringLiteral("unknown option %1%2").arg(name, Suggestion::forTypo(name, known));
+        error = QStringLiteral("unknown option %1%2").arg(name, suggestionFor(name, known));
         return at;
     }
     if (option->argument.empty()) {
@@ -113,7 +113,7 @@ void Invocation::takeName(const QString& name)
     command = CommandTable::find(name.toStdString());
     if (command)
         return;
-    const QString suggestion = Suggestion::forTypo(name, CommandTable::names());
+    const QString suggestion = suggestionFor(name, CommandTable::names());
     error = QStringLiteral("unknown command '%1'%2")
                 .arg(name, suggestion.isEmpty() ? QStringLiteral("; 'vantry help' lists them") : suggestion);
 }

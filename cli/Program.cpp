@@ -100,7 +100,7 @@ ExitCode runGuarded(const QStringList& words)
 
 } // namespace
 
-ExitCode Program::run(int argc, char** argv)
+ExitCode runProgram(int argc, char** argv)
 {
     initialiseResources();
     // File names are UTF-8 whatever the locale, which is often missing where scripts run.

@@ -5,10 +5,6 @@
 namespace CommandLine {
 
 // The program from its arguments to its exit code. What it prints is flushed.
-class Program
-{
-public:
-    static ExitCode run(int argc, char** argv);
-};
+ExitCode runProgram(int argc, char** argv);
 
 } // namespace CommandLine

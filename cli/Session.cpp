@@ -210,7 +210,7 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
         parent = next;
     }
     const QString prefix = parent == source.root ? QString() : source.relativePath(parent) + QLatin1Char('.');
-    const QString suggestion = Suggestion::forTypo(wrong, tree->getChildNames(parent), prefix);
+    const QString suggestion = suggestionFor(wrong, tree->getChildNames(parent), prefix);
     Output::message(
         QStringLiteral("%1: '%2' not found%3")
             .arg(source.given, source.relativePath(fullPath), suggestion.isEmpty() ? hint : suggestion));

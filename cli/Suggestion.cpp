@@ -31,7 +31,7 @@ int distanceOf(const QString& a, const QString& b)
 
 } // namespace
 
-QString Suggestion::forTypo(const QString& word, const QStringList& known, const QString& prefix)
+QString suggestionFor(const QString& word, const QStringList& known, const QString& prefix)
 {
     constexpr int longest = 200; // what is longer is no name that somebody typed
     if (word.size() > longest)

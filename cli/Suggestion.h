@@ -5,13 +5,8 @@
 
 namespace CommandLine {
 
-// What somebody may have meant by a word that is not known.
-class Suggestion
-{
-public:
-    // "; did you mean 'get'?", or nothing when no known word is near. The prefix precedes the known
-    // word.
-    static QString forTypo(const QString& word, const QStringList& known, const QString& prefix = {});
-};
+// What somebody may have meant by a word that is not known: "; did you mean 'get'?", or nothing when no known
+// word is near. The prefix precedes the known word.
+QString suggestionFor(const QString& word, const QStringList& known, const QString& prefix = {});
 
 } // namespace CommandLine

@@ -50,7 +50,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
     if (!type)
         Output::message(
             QStringLiteral("unknown type '%1'%2; valid types: %3")
-                .arg(name, Suggestion::forTypo(name, typeNames()), typeNames().join(QStringLiteral(", "))));
+                .arg(name, suggestionFor(name, typeNames()), typeNames().join(QStringLiteral(", "))));
     return type;
 }
 

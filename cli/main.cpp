@@ -6,5 +6,5 @@ int main(int argc, char** argv)
 {
     // Who starts the program may have it ignored; then a reader that goes away would not end it.
     std::signal(SIGPIPE, SIG_DFL);
-    return int(CommandLine::Program::run(argc, argv));
+    return int(CommandLine::runProgram(argc, argv));
 }

@@ -191,7 +191,7 @@ ExitCode printScript(Session&, const Invocation& invocation)
     QFile script(QStringLiteral(":/completion/vantry.") + shell);
     if (!script.open(QIODevice::ReadOnly)) {
         return Session::fail(ExitCode::Usage, QStringLiteral("cannot complete for the shell '%1'%2")
-                                                  .arg(shell, Suggestion::forTypo(shell, shells())));
+                                                  .arg(shell, suggestionFor(shell, shells())));
     }
     Output::bytes(script.readAll().toStdString());
     return ExitCode::Done;

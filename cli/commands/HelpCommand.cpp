@@ -22,9 +22,9 @@ ExitCode run(Session&, const Invocation& invocation)
     const QString& name = invocation.arguments.first();
     const Command* command = CommandTable::find(name.toStdString());
     if (!command)
-        return Session::fail(ExitCode::Usage,
-                             QStringLiteral("unknown command '%1'%2")
-                                 .arg(name, Suggestion::forTypo(name, CommandTable::names())));
+        return Session::fail(
+            ExitCode::Usage,
+            QStringLiteral("unknown command '%1'%2").arg(name, suggestionFor(name, CommandTable::names())));
     Output::bytes(Usage::helpFor(*command).toStdString());
     return ExitCode::Done;
 }

@@ -14,7 +14,7 @@ static void initialiseResources()
 
 namespace Vantry {
 
-QStringList ExampleFiles::make(QString& error)
+QStringList makeExampleFiles(QString& error)
 {
     initialiseResources();
     const QDir source(QStringLiteral(":/VantryDesk/example"));

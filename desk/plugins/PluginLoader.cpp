@@ -61,7 +61,7 @@ void PluginLoader::look(const QString& folder, bool isShared, const Choice& choi
 
 QString PluginLoader::judge(const QString& file, bool isShared, const Choice& choice) const
 {
-    const QString fault = isShared ? QString() : PluginPlace::findFault(file);
+    const QString fault = isShared ? QString() : faultOfPluginPlace(file);
     if (!fault.isEmpty())
         return fault;
     if (!choice.reasonForNone.isEmpty())

@@ -128,7 +128,7 @@ private:
 
 } // namespace
 
-QString PluginPlace::findFault(const QString& file)
+QString faultOfPluginPlace(const QString& file)
 {
     return Walk(QFileInfo(file).absoluteFilePath()).findFault();
 }

@@ -222,7 +222,7 @@ void MainWindow::showStartPage()
 void MainWindow::openExample()
 {
     QString error;
-    const QStringList example = ExampleFiles::make(error);
+    const QStringList example = makeExampleFiles(error);
     if (!error.isEmpty())
         notices->addNotices({tr("The example was not opened: %1").arg(error)});
     openFiles(example);

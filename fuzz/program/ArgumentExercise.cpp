@@ -189,7 +189,7 @@ private:
         QDir::setCurrent(ScratchFolder::instance().path());
         Capture output(stdout);
         Capture messages(stderr);
-        const ExitCode code = CommandLine::Program::run(int(arguments.size()), arguments.data());
+        const ExitCode code = CommandLine::runProgram(int(arguments.size()), arguments.data());
         const std::string broken = checkOutcome(code, messages.content(), output.content());
         return broken.empty() ? broken
                               : broken + "\nexit code " + std::to_string(int(code)) + "\n" +
