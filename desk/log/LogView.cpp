@@ -12,8 +12,7 @@
 
 namespace Vantry {
 
-LogView::LogView(LogModel& lines, QAbstractItemModel& shownLines, QWidget* parent)
-    : QTreeView(parent), copyAction(new QAction(tr("&Copy"), this))
+LogView::LogView(LogModel& lines, QAbstractItemModel& shownLines, QWidget* parent) : QTreeView(parent)
 {
     setObjectName(QStringLiteral("logLines"));
     setAccessibleName(tr("Log lines"));
@@ -32,16 +31,16 @@ LogView::LogView(LogModel& lines, QAbstractItemModel& shownLines, QWidget* paren
     setColumnWidth(LogModel::TypeColumn, digit * 18);
     setColumnWidth(LogModel::CategoryColumn, digit * 14);
 
-    copyAction->setShortcut(QKeySequence::Copy);
-    copyAction->setShortcutContext(Qt::WidgetShortcut);
-    addAction(copyAction);
-    auto* const selectAllAction = new QAction(tr("Select &All"), this);
-    selectAllAction->setShortcut(QKeySequence::SelectAll);
-    selectAllAction->setShortcutContext(Qt::WidgetShortcut);
-    addAction(selectAllAction);
+    const auto addKey = [this](const QString& text, QKeySequence::StandardKey key, auto slot) {
+        auto* const action = new QAction(text, this);
+        action->setShortcut(key);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, slot);
+        addAction(action);
+    };
+    addKey(tr("&Copy"), QKeySequence::Copy, &LogView::copySelected);
+    addKey(tr("Select &All"), QKeySequence::SelectAll, &LogView::selectAll);
     setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(copyAction, &QAction::triggered, this, &LogView::copySelected);
-    connect(selectAllAction, &QAction::triggered, this, &LogView::selectAll);
     const QScrollBar* const bar = verticalScrollBar();
     connect(bar, &QScrollBar::valueChanged, this,
             [this, bar](int value) { isAtEnd = value == bar->maximum(); });

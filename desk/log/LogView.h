@@ -17,8 +17,6 @@ public:
     // The lines are those of the model as the other one filters them. Both outlive the view.
     LogView(LogModel& lines, QAbstractItemModel& shownLines, QWidget* parent = nullptr);
 
-    QAction* getCopyAction() const { return copyAction; }
-
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
@@ -27,7 +25,6 @@ private:
     void takePlace();
     void copySelected() const;
 
-    QAction* copyAction; // a child
     bool isAtEnd = true;
     QPersistentModelIndex topRow;
 };
