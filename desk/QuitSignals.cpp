@@ -2,15 +2,11 @@
 
 #include <QSocketNotifier>
 
-#ifdef Q_OS_UNIX
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace Vantry {
-
-#ifdef Q_OS_UNIX
 
 namespace {
 
@@ -61,15 +57,5 @@ QuitSignals::~QuitSignals()
         end = -1;
     }
 }
-
-#else
-
-QuitSignals::QuitSignals(QObject* parent) : QObject(parent)
-{
-}
-
-QuitSignals::~QuitSignals() = default;
-
-#endif
 
 } // namespace Vantry

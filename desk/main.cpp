@@ -41,15 +41,11 @@ bool hasDisplay(const QStringList& arguments)
 {
     if (arguments.contains(QLatin1String("-platform"))) // Qt's own option
         return true;
-#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     const bool needsDisplay =
         platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
     return !needsDisplay || !qEnvironmentVariableIsEmpty("DISPLAY") ||
            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-#else
-    return true;
-#endif
 }
 
 QtMessageHandler usualHandler = nullptr;
