@@ -26,12 +26,7 @@ QString splitterKey(const QSplitter& splitter)
 
 QList<QSplitter*> namedSplitters(const QWidget& window)
 {
-    QList<QSplitter*> splitters = window.findChildren<QSplitter*>();
-    splitters.erase(
-        std::remove_if(splitters.begin(), splitters.end(),
-                       [](const QSplitter* splitter) { return splitter->objectName().isEmpty(); }),
-        splitters.end());
-    return splitters;
+    return window.findChildren<QSplitter*>(QRegularExpression(QStringLiteral(".")));
 }
 
 // Only the window's own: what a page remembers of its actions is its own affair.
