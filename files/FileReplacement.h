@@ -40,9 +40,6 @@ public:
     // nothing about writing it.
     bool isBarred() const { return barred; }
 
-    // Its own name, until it is published.
-    const std::string& getTemporaryName() const { return temporaryName; }
-
 private:
     std::string adoptAttributes(int original);
     bool keepLocked();
