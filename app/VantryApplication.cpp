@@ -40,8 +40,6 @@ VantryApplication::VantryApplication(
     parts.mainWidget.release();
 }
 
-VantryApplication::~VantryApplication() = default;
-
 QString VantryApplication::getApplicationName() const
 {
     return tr("Vantry");

@@ -14,7 +14,6 @@ class VantryApplication : public Utilities::ApplicationPlugins::ApplicationPlugi
 public:
     explicit VantryApplication(const std::shared_ptr<const Shared::GuiContexts::ReaderInterface>& reader,
                                const Vantry::ModuleFileLookup& lookup = &Vantry::lookUpModuleFile);
-    ~VantryApplication() override;
 
     QString getApplicationName() const override;
 

@@ -69,8 +69,6 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     plugins->showFindings(loader.getFindings());
 }
 
-MainWindow::~MainWindow() = default;
-
 void MainWindow::setUpAreas()
 {
     navigation = new NavigationArea;

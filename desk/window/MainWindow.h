@@ -36,7 +36,6 @@ public:
     // The loader outlives the window. Without files the window opens on the page that was shown last, or
     // where that would show files, on the start page.
     MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
-    ~MainWindow() override;
 
     // Opens files on another thread, and shows their attributes.
     void openFiles(const QStringList& files);

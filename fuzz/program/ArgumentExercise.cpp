@@ -56,8 +56,7 @@ public:
         std::free(bytes);
         stream = original;
     }
-    Capture(const Capture&) = delete;
-    Capture& operator=(const Capture&) = delete;
+    Q_DISABLE_COPY(Capture)
 
     std::string content()
     {

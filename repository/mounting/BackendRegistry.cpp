@@ -52,8 +52,6 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
     kinds.push_back(std::make_unique<FileBackends>(store->getTree(), watchesFiles, std::move(observer)));
 }
 
-BackendRegistry::~BackendRegistry() = default;
-
 QStringList BackendRegistry::getTypes() const
 {
     QStringList types;

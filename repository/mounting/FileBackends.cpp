@@ -44,8 +44,6 @@ FileBackends::FileBackends(std::shared_ptr<AttributeTree> attributes, bool watch
             });
 }
 
-FileBackends::~FileBackends() = default;
-
 QStringList FileBackends::getTypes() const
 {
     QStringList types;

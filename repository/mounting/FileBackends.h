@@ -20,7 +20,6 @@ class FileBackends : public BackendKind
 public:
     // Without watching, that is done by reloading and saving only.
     FileBackends(std::shared_ptr<AttributeTree> tree, bool watchesFiles, Observer observer);
-    ~FileBackends() override;
 
     QStringList getTypes() const override;
     QString toLocation(const QString& given) const override;

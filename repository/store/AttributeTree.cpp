@@ -5,15 +5,6 @@
 
 namespace Repository {
 
-AttributeTree::AttributeTree() = default;
-
-AttributeTree::~AttributeTree() = default;
-
-const Node* AttributeTree::nodeOf(QStringView path)
-{
-    return path.isEmpty() ? &top : index.find(NodeIndex::Key(path));
-}
-
 bool AttributeTree::hidesValues(QStringView path)
 {
     for (; !path.isEmpty(); path = parentPath(path)) {

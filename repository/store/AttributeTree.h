@@ -23,11 +23,8 @@ class Backend;
 // shards at once; and none is held while a callback or the log is called.
 struct AttributeTree
 {
-    AttributeTree();
-    ~AttributeTree();
-
     // The structure lock is held; the empty path is the top.
-    const Node* nodeOf(QStringView path);
+    const Node* nodeOf(QStringView path) { return path.isEmpty() ? &top : index.find(NodeIndex::Key(path)); }
 
     // Whether values must not be read there, of an attribute that there is or would be; the lock is held.
     bool hidesValues(QStringView path);

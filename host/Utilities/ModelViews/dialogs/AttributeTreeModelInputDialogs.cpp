@@ -34,8 +34,7 @@ public:
     {
     }
     ~AskedDialog() { delete dialog; }
-    AskedDialog(const AskedDialog&) = delete;
-    AskedDialog& operator=(const AskedDialog&) = delete;
+    Q_DISABLE_COPY(AskedDialog)
 
     // Not to be used when it has gone with its parent.
     Dialog* operator->() const { return dialog; }

@@ -44,8 +44,6 @@ WatchedAttribute::WatchedAttribute(const QString& attributePath,
 {
 }
 
-WatchedAttribute::~WatchedAttribute() = default;
-
 void WatchedAttribute::countChange()
 {
     // Of changes that come faster than anybody looks, only the first one is worth the exact clock.

@@ -37,7 +37,6 @@ public:
     };
 
     WatchedAttribute(const QString& attributePath, const std::shared_ptr<WatchedAttributeInbox>& changedOnes);
-    ~WatchedAttribute();
 
     // Any thread.
     void countChange();

@@ -33,8 +33,7 @@ public:
 
     // complete: the filter hides nothing at or below this node.
     AttributeTreeItem(AttributeTreeItem* parent, quint32 serial, const QString& path, bool complete);
-    AttributeTreeItem(const AttributeTreeItem&) = delete; // its children point to it
-    AttributeTreeItem& operator=(const AttributeTreeItem&) = delete;
+    Q_DISABLE_COPY(AttributeTreeItem) // its children point to it
 
     AttributeTreeItem* getParent() const { return parent; }
     const QString& getPath() const { return path; }
