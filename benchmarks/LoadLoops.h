@@ -8,7 +8,6 @@
 
 #include <atomic>
 #include <benchmark/benchmark.h>
-#include <memory>
 #include <utility>
 
 // The loops of the load-test page, on a repository and on the floor: a bare hash of values and functions that

@@ -1,6 +1,5 @@
 #include "cli/Program.h"
 
-#include "cli/CommandTable.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Usage.h"

@@ -4,8 +4,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
-
 namespace CommandLine {
 
 namespace {

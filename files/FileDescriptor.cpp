@@ -3,7 +3,6 @@
 #include "files/SizeLimit.h"
 
 #include <array>
-#include <cerrno>
 #include <fcntl.h>
 #include <new>
 #include <sys/file.h>

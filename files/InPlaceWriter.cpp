@@ -4,7 +4,6 @@
 #include "files/FileReplacement.h"
 #include "files/StateFolder.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <memory>
 #include <optional>

@@ -3,7 +3,6 @@
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <algorithm>
 #include <vector>

@@ -11,8 +11,6 @@
 
 #include <QFile>
 
-#include <memory>
-
 namespace CommandLine::Commands {
 
 namespace {

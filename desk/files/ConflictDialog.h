@@ -6,8 +6,6 @@
 #include <QMap>
 #include <QVector>
 
-#include <optional>
-
 class QPushButton;
 class QTreeWidget;
 

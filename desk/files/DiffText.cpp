@@ -1,7 +1,6 @@
 #include "desk/files/DiffText.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 
 #include <algorithm>
 

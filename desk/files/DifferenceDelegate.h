@@ -2,8 +2,6 @@
 
 #include <QStyledItemDelegate>
 
-class QTextLayout;
-
 namespace Vantry {
 
 // Draws the texts of a tree's columns wrapped to their widths; in two neighbouring ones, what differs between

@@ -4,7 +4,6 @@
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QPalette>
 #include <QStyle>
 

@@ -19,7 +19,6 @@
 #include "desk/window/TreeSelection.h"
 #include "desk/window/WindowMemory.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
-#include "host/Utilities/RefusedEdits.h"
 
 #include <QAction>
 #include <QCloseEvent>

@@ -7,7 +7,6 @@
 
 #include <QCommandLinkButton>
 #include <QFileInfo>
-#include <QKeySequence>
 #include <QStyle>
 #include <QVBoxLayout>
 

@@ -3,7 +3,6 @@
 #include <QString>
 
 class QMainWindow;
-class QWidget;
 
 namespace Vantry {
 

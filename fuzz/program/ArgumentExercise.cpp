@@ -9,7 +9,6 @@
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantText.h"
 #include "repository/documents/Formats.h"
-#include "repository/documents/common/TypeTag.h"
 
 #include <QMap>
 #include <QScopeGuard>

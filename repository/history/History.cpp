@@ -1,7 +1,6 @@
 #include "repository/history/History.h"
 
 #include "repository/backends/Backend.h"
-#include "repository/store/Node.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #include "repository/transfer/SubtreeReader.h"
 
 #include "repository/backends/Backend.h"
-#include "repository/common/PathRules.h"
 #include "repository/documents/common/Format.h"
 #include "repository/store/AttributeTree.h"
 

@@ -11,7 +11,6 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 namespace Utilities::ModelViews {
 

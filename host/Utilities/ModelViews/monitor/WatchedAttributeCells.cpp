@@ -8,7 +8,6 @@
 #include <QColor>
 #include <QDateTime>
 #include <QFont>
-#include <QLocale>
 
 #include <utility>
 
