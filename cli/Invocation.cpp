@@ -37,11 +37,6 @@ bool accepts(const Command::Form& form, int count)
 
 } // namespace
 
-bool Invocation::has(std::string_view option) const
-{
-    return !valuesOf(option).isEmpty();
-}
-
 QStringList Invocation::valuesOf(std::string_view option) const
 {
     QStringList values;

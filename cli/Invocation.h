@@ -22,7 +22,7 @@ struct Invocation
     QVector<GivenOption> options;
     QString error; // what is wrong, for a person; empty when it can be run
 
-    bool has(std::string_view option) const;
+    bool has(std::string_view option) const { return !valuesOf(option).isEmpty(); }
     QString valueOf(std::string_view option) const; // the last one given; empty without
     QStringList valuesOf(std::string_view option) const;
 

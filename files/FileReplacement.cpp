@@ -28,11 +28,6 @@ bool isUntouched(const struct stat& before, const struct stat& now)
 
 } // namespace
 
-FileReplacement::FileReplacement(SystemCalls& systemCalls, int openFolder)
-    : calls(systemCalls), folder(openFolder)
-{
-}
-
 FileReplacement::~FileReplacement()
 {
     if (!temporaryName.empty())

@@ -14,7 +14,7 @@ namespace Files {
 class FileReplacement
 {
 public:
-    FileReplacement(SystemCalls& systemCalls, int openFolder);
+    FileReplacement(SystemCalls& systemCalls, int openFolder) : calls(systemCalls), folder(openFolder) {}
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;

@@ -97,11 +97,6 @@ void BackendCreateWidget::refreshBackendTypes()
         ui->cbBackendType->setCurrentText(QString::fromLatin1("json"));
 }
 
-void BackendCreateWidget::on_btnCancel_clicked()
-{
-    close();
-}
-
 void BackendCreateWidget::on_btnBackendFileBrowse_clicked()
 {
     const QPointer<BackendCreateWidget> self(this); // it may be closed by the host meanwhile

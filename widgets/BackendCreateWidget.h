@@ -34,7 +34,7 @@ signals:
     void backendCreatedSuccess(); // once, after the dialog has closed
 
 private slots:
-    void on_btnCancel_clicked();
+    void on_btnCancel_clicked() { close(); }
     void on_btnCreate_clicked();
     void on_btnBackendFileBrowse_clicked();
 

@@ -27,16 +27,6 @@ CheckBoxWidget::~CheckBoxWidget()
         refuseUnended(attributeFullPath, enteredText());
 }
 
-void CheckBoxWidget::enter(const QString& entry)
-{
-    setChecked(entry == QLatin1String("true"));
-}
-
-QString CheckBoxWidget::enteredText() const
-{
-    return QString::fromLatin1(isChecked() ? "true" : "false");
-}
-
 void CheckBoxWidget::keyPressEvent(QKeyEvent* event)
 {
     switch (event->key()) {

@@ -17,7 +17,7 @@ public:
 
 public slots:
     // As if a person had entered it.
-    void enter(const QString& entry);
+    void enter(const QString& entry) { setChecked(entry == QLatin1String("true")); }
 
 signals:
     // The edit is over, whether it was written or not. Whoever shows the editor disposes of it, by deferred
@@ -33,7 +33,7 @@ private slots:
     void checkBoxStateChanged(int state);
 
 private:
-    QString enteredText() const;
+    QString enteredText() const { return QString::fromLatin1(isChecked() ? "true" : "false"); }
 
     QString attributeFullPath;
     QVariant attributeValue;

@@ -102,11 +102,6 @@ void ListWidget::hideEvent(QHideEvent* event)
     QMetaObject::invokeMethod(this, giveBackWindow, Qt::QueuedConnection);
 }
 
-void ListWidget::on_btnCancel_clicked()
-{
-    close();
-}
-
 void ListWidget::on_btnWrite_clicked()
 {
     takeTypedElement();

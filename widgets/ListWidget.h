@@ -34,7 +34,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private slots:
-    void on_btnCancel_clicked();
+    void on_btnCancel_clicked() { close(); }
     void on_btnWrite_clicked();
     void on_btnPlus_clicked();
     void on_btnMinus_clicked();

@@ -26,11 +26,6 @@ BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& pare
 {
 }
 
-QStringList BackendFiles::getBackends() const
-{
-    return repository->getBackendInterface()->getBackendNames();
-}
-
 QStringList BackendFiles::getUnsaved()
 {
     endCellEdit(window);

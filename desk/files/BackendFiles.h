@@ -24,7 +24,7 @@ public:
     // Dialogs belong to the window, which outlives this.
     BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
 
-    QStringList getBackends() const;
+    QStringList getBackends() const { return repository->getBackendInterface()->getBackendNames(); }
     QStringList getUnsaved(); // as of now, with what is being typed into a cell
     Utilities::UnsavedBackends& getWatch() { return unsaved; }
 

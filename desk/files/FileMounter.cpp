@@ -113,11 +113,6 @@ void FileMounter::mount(const QStringList& files)
     startNext();
 }
 
-bool FileMounter::isBusy() const
-{
-    return worker.valid();
-}
-
 bool FileMounter::waitFor(std::chrono::milliseconds most) const
 {
     return worker.valid() && worker.wait_for(most) == std::future_status::ready;

@@ -37,7 +37,7 @@ public:
     // there is, is a problem of that file; without a thread to open them on, all given ones are problems.
     void mount(const QStringList& files);
 
-    bool isBusy() const;
+    bool isBusy() const { return worker.valid(); }
 
     // Blocks until what is being opened is, but no longer than that. True when it is: the events by which the
     // attributes and the result come to this thread are then posted.

@@ -45,10 +45,6 @@ QStringList namesOf(const QVector<KeptChanges::Entry>& entries)
 
 } // namespace
 
-KeptChangesBar::KeptChangesBar(QWidget* parent) : WorkAreaBar("keptChangesBar", parent)
-{
-}
-
 void KeptChangesBar::setUp()
 {
     auto* const content = new QWidget;

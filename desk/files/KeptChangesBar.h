@@ -14,7 +14,7 @@ class KeptChangesBar : public WorkAreaBar
     Q_OBJECT
 
 public:
-    explicit KeptChangesBar(QWidget* parent = nullptr);
+    explicit KeptChangesBar(QWidget* parent = nullptr) : WorkAreaBar("keptChangesBar", parent) {}
 
     // Shows what is kept as of now.
     void refresh();

@@ -52,11 +52,6 @@ UnsavedChangesDialog::UnsavedChangesDialog(const QString& question, const std::v
         addDifference(tr("The differences cannot be shown: %1").arg(failure));
 }
 
-UnsavedChangesDialog::~UnsavedChangesDialog()
-{
-    isOver = true;
-}
-
 UnsavedChangesDialog::Answer UnsavedChangesDialog::ask()
 {
     exec();

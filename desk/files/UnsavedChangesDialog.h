@@ -34,7 +34,8 @@ public:
     UnsavedChangesDialog(const QString& question, const std::vector<Edited>& edited,
                          const std::shared_ptr<ChangesInterface>& changes, QWidget* parent);
 
-    ~UnsavedChangesDialog() override; // waits for the file whose differences are being found
+    // Waits for the file whose differences are being found.
+    ~UnsavedChangesDialog() override { isOver = true; }
 
     // Runs the dialog.
     Answer ask();

@@ -98,11 +98,6 @@ void LogModel::addLines(const QVector<LogLine>& added)
     emit linesAdded();
 }
 
-void LogModel::clear()
-{
-    dropOldest(rowCount());
-}
-
 void LogModel::dropOldest(int count)
 {
     if (count <= 0)

@@ -23,7 +23,7 @@ public:
     using QAbstractTableModel::QAbstractTableModel;
 
     void addLines(const QVector<Shared::Logging::LogLine>& lines);
-    void clear();
+    void clear() { dropOldest(rowCount()); }
 
     // What people call a type of lines.
     static QString nameOf(Shared::Logging::LogMessageType type);

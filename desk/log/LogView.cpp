@@ -60,11 +60,6 @@ QModelIndex LogView::moveCursor(CursorAction action, Qt::KeyboardModifiers modif
     return model()->index(model()->rowCount() - 1, 0);
 }
 
-void LogView::keepPlace()
-{
-    topRow = isAtEnd ? QModelIndex() : indexAt({0, 0});
-}
-
 void LogView::takePlace()
 {
     if (isAtEnd)

@@ -21,7 +21,7 @@ protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
-    void keepPlace();
+    void keepPlace() { topRow = isAtEnd ? QModelIndex() : indexAt({0, 0}); }
     void takePlace();
     void copySelected() const;
 

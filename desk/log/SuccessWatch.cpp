@@ -9,11 +9,6 @@ SuccessWatch::SuccessWatch(std::shared_ptr<Notifications> attributeNotifications
 {
 }
 
-SuccessWatch::~SuccessWatch()
-{
-    watch({});
-}
-
 void SuccessWatch::watch(const QString& path)
 {
     if (registration)

@@ -18,7 +18,7 @@ public:
     using Notifications = FrameworkCore::AppConfig::Interfaces::NotificationInterface;
 
     explicit SuccessWatch(std::shared_ptr<Notifications> notifications, QObject* parent = nullptr);
-    ~SuccessWatch() override;
+    ~SuccessWatch() override { watch({}); }
 
     // Instead of the one before; nothing for an empty path.
     void watch(const QString& path);

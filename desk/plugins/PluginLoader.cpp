@@ -13,10 +13,6 @@
 
 namespace Vantry {
 
-PluginLoader::PluginLoader(PluginTrial pluginTrial) : trial(std::move(pluginTrial))
-{
-}
-
 QStringList PluginLoader::usualFolders()
 {
     const QDir program(QCoreApplication::applicationDirPath());

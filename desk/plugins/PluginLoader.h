@@ -33,7 +33,7 @@ public:
         QString refusal; // empty when it was loaded
     };
 
-    explicit PluginLoader(PluginTrial trial);
+    explicit PluginLoader(PluginTrial pluginTrial) : trial(std::move(pluginTrial)) {}
 
     // The folder of the program and the installed place.
     static QStringList usualFolders();

@@ -258,11 +258,6 @@ void MainWindow::applyKept(const KeptChanges::Entry& entry)
     kept->refresh();
 }
 
-bool MainWindow::isOpeningFiles() const
-{
-    return mounter.isBusy();
-}
-
 void MainWindow::showResult(const FileMounter::Result& result)
 {
     RecentFiles::add(result.opened);

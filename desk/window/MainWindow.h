@@ -44,7 +44,7 @@ public:
     // appears without when they are so many or large that a person would notice the wait.
     void waitForFirstFiles();
 
-    bool isOpeningFiles() const;
+    bool isOpeningFiles() const { return mounter.isBusy(); }
 
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
     // kept, and showKeptChanges tells where.

@@ -11,10 +11,6 @@ namespace Vantry {
 
 using Utilities::ModelViews::Widgets::PlainLabel;
 
-NoticeBar::NoticeBar(QWidget* parent) : WorkAreaBar("noticeBar", parent)
-{
-}
-
 void NoticeBar::setUp()
 {
     text = new PlainLabel;

@@ -12,7 +12,7 @@ class NoticeBar : public WorkAreaBar
     Q_OBJECT
 
 public:
-    explicit NoticeBar(QWidget* parent = nullptr);
+    explicit NoticeBar(QWidget* parent = nullptr) : WorkAreaBar("noticeBar", parent) {}
 
     // Adds texts to those that are shown; a text that is there already is not repeated. Of very many, the
     // oldest go; what is very long loses its end.

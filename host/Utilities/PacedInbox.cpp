@@ -11,11 +11,6 @@ PacedInbox::PacedInbox(std::function<void()> deliver, std::function<qint64()> pa
 {
 }
 
-PacedInbox::~PacedInbox()
-{
-    close();
-}
-
 void PacedInbox::open(const std::shared_ptr<Shared>& contents)
 {
     close();

@@ -59,7 +59,7 @@ public:
     // is something to deliver.
     explicit PacedInbox(
         std::function<void()> handler, std::function<qint64()> pause = [] { return shortestPause; });
-    ~PacedInbox() override;
+    ~PacedInbox() override { close(); }
 
     void open(const std::shared_ptr<Shared>& contents); // instead of those before
     void close();                                       // nothing more is delivered

@@ -35,11 +35,6 @@ bool touchesClosed(const HistoryStep& step)
 
 } // namespace
 
-void History::recordThisThread()
-{
-    editingThread = std::this_thread::get_id();
-}
-
 bool History::recordsHere() const
 {
     if (editingThread.load(std::memory_order_relaxed) == std::this_thread::get_id())

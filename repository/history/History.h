@@ -30,7 +30,7 @@ public:
 
     explicit History(std::size_t memoryBound) : bound(memoryBound) {}
 
-    void recordThisThread();
+    void recordThisThread() { editingThread = std::this_thread::get_id(); }
 
     // The newest step of that direction, which is no longer in history then; settle puts it where it belongs.
     std::optional<HistoryStep> take(Direction direction);

@@ -156,11 +156,6 @@ Outcome BackendRegistry::reloadBackend(const QString& name)
                    [this](const auto& backend) { return reload(*backend); });
 }
 
-bool BackendRegistry::saveBackend(const QString& name)
-{
-    return save(name).ok();
-}
-
 Outcome BackendRegistry::save(const QString& name)
 {
     return operate(name, Outcome::Operation::SaveBackend, [this](const auto& backend) {

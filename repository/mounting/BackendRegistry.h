@@ -26,7 +26,7 @@ public:
     bool createBackend(const QString& type, const QString& name,
                        const FrameworkCore::AppConfig::BackendConfiguration& configuration,
                        const int& option) override;
-    bool saveBackend(const QString& name) override;
+    bool saveBackend(const QString& name) override { return save(name).ok(); }
     Outcome mount(const QString& type, const QString& name,
                   const FrameworkCore::AppConfig::BackendConfiguration& configuration, int option) override;
     Outcome save(const QString& name) override;

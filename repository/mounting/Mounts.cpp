@@ -31,10 +31,6 @@ void publishNames(NodeWriter& nodes, const std::vector<std::shared_ptr<Backend>>
 
 } // namespace
 
-Mounts::Mounts(AttributeTree& attributes, History& steps) : tree(attributes), history(steps)
-{
-}
-
 void Mounts::publish(const QString& path, const QVariant& value)
 {
     Transaction transaction(tree);

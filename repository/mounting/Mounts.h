@@ -19,7 +19,7 @@ public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
 
-    Mounts(AttributeTree& tree, History& history);
+    Mounts(AttributeTree& attributes, History& steps) : tree(attributes), history(steps) {}
 
     // Gives the backend its root and the entries of its document.
     Outcome mount(const std::shared_ptr<Backend>& backend);

@@ -11,11 +11,6 @@ namespace Repository {
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
-AttachedValidations::AttachedValidations(std::shared_ptr<AttributeTree> attributes)
-    : tree(std::move(attributes))
-{
-}
-
 QStringList AttachedValidations::getValidationNames()
 {
     return validationNames();

@@ -12,7 +12,7 @@ struct AttributeTree;
 class AttachedValidations : public FrameworkCore::AppConfig::Interfaces::ValidationInterface
 {
 public:
-    explicit AttachedValidations(std::shared_ptr<AttributeTree> tree);
+    explicit AttachedValidations(std::shared_ptr<AttributeTree> attributes) : tree(std::move(attributes)) {}
 
     QStringList getValidationNames() override;
     int addValidation(const QString& path, const QString& name) override;

@@ -60,10 +60,6 @@ Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcom
     addContent(node, outcome == UpdateResult::Unchanged ? std::move(previous) : node.value);
 }
 
-Delivery::Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints)
-{
-}
-
 void Delivery::addContent(const Node& node, QVariant&& valueToTell)
 {
     if (node.extras && !node.extras->matching.isEmpty()) {

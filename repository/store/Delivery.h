@@ -40,7 +40,7 @@ public:
     void send() const { send(collectedPath); }
 
 private:
-    Delivery(UpdateResult result, int points);
+    Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints) {}
 
     // Brings the node's list of matching patterns up to date, and gives the one before.
     static Registrations updateMatching(Node& node, const PatternIndex& patterns);

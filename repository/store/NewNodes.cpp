@@ -6,11 +6,6 @@
 
 namespace Repository {
 
-NewNodes::~NewNodes()
-{
-    forEach([](Node& node) { node.parent->children->drop(node); });
-}
-
 // The node is linked already, so that it must not get lost.
 Node& NewNodes::add(std::unique_ptr<Node> node, quint32 hash)
 {

@@ -19,7 +19,10 @@ public:
     NewNodes() = default;
 
     // Takes nodes that were not filed out of the tree.
-    ~NewNodes();
+    ~NewNodes()
+    {
+        forEach([](Node& node) { node.parent->children->drop(node); });
+    }
     Q_DISABLE_COPY(NewNodes)
 
     // The hash is that of the node's path.

@@ -180,9 +180,4 @@ Node::Extras& Node::ensureExtras()
     return *extras;
 }
 
-QStringView Node::getName() const
-{
-    return QStringView(path).mid(path.lastIndexOf(QLatin1Char('.')) + 1);
-}
-
 } // namespace Repository

@@ -72,7 +72,7 @@ struct Node
 
     explicit Node(QString fullPath) : path(std::move(fullPath)) {}
 
-    QStringView getName() const;
+    QStringView getName() const { return QStringView(path).mid(path.lastIndexOf(QLatin1Char('.')) + 1); }
     Children& ensureChildren(); // made if there are none
     bool isBackendRoot() const { return backend && parent->backend != backend; }
     Extras& ensureExtras(); // made if there are none

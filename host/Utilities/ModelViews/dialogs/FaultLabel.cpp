@@ -41,9 +41,4 @@ void FaultLabel::changeEvent(QEvent* event)
         keepRoom();
 }
 
-void FaultLabel::keepRoom()
-{
-    setMinimumHeight(fontMetrics().lineSpacing());
-}
-
 } // namespace Utilities::ModelViews::Widgets

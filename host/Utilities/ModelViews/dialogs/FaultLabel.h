@@ -19,7 +19,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void keepRoom();
+    void keepRoom() { setMinimumHeight(fontMetrics().lineSpacing()); }
 };
 
 } // namespace Utilities::ModelViews::Widgets

@@ -25,11 +25,6 @@ AdvancedAttributeModel::Private::Private(AdvancedAttributeModel& owner)
     takeRepository();
 }
 
-AdvancedAttributeModel::Private::~Private()
-{
-    watches.endAll(rows.take(0, rows.size()));
-}
-
 void AdvancedAttributeModel::Private::takeRepository()
 {
     if (repository)

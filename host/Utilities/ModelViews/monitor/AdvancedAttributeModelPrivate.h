@@ -21,7 +21,7 @@ public:
     using Attributes = WatchedRows::Attributes;
 
     explicit Private(AdvancedAttributeModel& model);
-    ~Private();
+    ~Private() { watches.endAll(rows.take(0, rows.size())); }
 
     void replace(const QStringList& paths);
     void insert(int row, const QStringList& paths);

@@ -10,16 +10,6 @@ WatchedAttributeWatches::WatchedAttributeWatches(std::function<void(const Attrib
     QObject::connect(&timer, &QTimer::timeout, [this] { serve(); });
 }
 
-WatchedAttributeWatches::~WatchedAttributeWatches()
-{
-    endSome(int(retired.size()));
-}
-
-void WatchedAttributeWatches::begin(const Attributes& rows)
-{
-    unwatched.insert(unwatched.end(), rows.begin(), rows.end());
-}
-
 void WatchedAttributeWatches::end(const Attributes& formerRows)
 {
     retired.insert(retired.end(), formerRows.begin(), formerRows.end());

@@ -21,11 +21,11 @@ public:
     // Called with attributes that were read before their watch began, so that nobody would have reported a
     // change since.
     explicit WatchedAttributeWatches(std::function<void(const Attributes&)> seenTooEarly);
-    ~WatchedAttributeWatches();
+    ~WatchedAttributeWatches() { endSome(int(retired.size())); }
 
     void setNotifications(std::shared_ptr<Notifications> source) { notifications = std::move(source); }
     // At the next calls of serve.
-    void begin(const Attributes& rows);
+    void begin(const Attributes& rows) { unwatched.insert(unwatched.end(), rows.begin(), rows.end()); }
     void end(const Attributes& formerRows);
     void endAll(const Attributes& formerRows);
     void serve();

@@ -109,11 +109,6 @@ AttributeTreeChanges::AttributeTreeChanges(const BatchHandler& batchHandler)
 {
 }
 
-AttributeTreeChanges::~AttributeTreeChanges()
-{
-    endWatch();
-}
-
 void AttributeTreeChanges::watch(FrameworkCore::AppConfig::Interfaces::NotificationInterface& notifications,
                                  const QString& pathOrPattern)
 {

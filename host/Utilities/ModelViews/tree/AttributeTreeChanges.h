@@ -48,7 +48,7 @@ public:
     using BatchHandler = std::function<void(const AttributeTreeBatch&)>;
 
     explicit AttributeTreeChanges(const BatchHandler& handler);
-    ~AttributeTreeChanges();
+    ~AttributeTreeChanges() { endWatch(); }
 
     // Ends the earlier watch and begins another.
     void watch(FrameworkCore::AppConfig::Interfaces::NotificationInterface& notifications,

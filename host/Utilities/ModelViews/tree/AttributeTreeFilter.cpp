@@ -41,11 +41,6 @@ AttributeTreeFilter::AttributeTreeFilter(const QString& searchPath) : pattern(no
     namePrefix = literals.first().mid(end + 1);
 }
 
-bool AttributeTreeFilter::matches(const QString& path) const
-{
-    return everything || pattern.matches(path);
-}
-
 void AttributeTreeFilter::readFrom(const TreeInterface& tree)
 {
     leading.clear();

@@ -20,7 +20,7 @@ public:
     explicit AttributeTreeFilter(const QString& searchPath);
 
     bool isEverything() const { return everything; }
-    bool matches(const QString& path) const;
+    bool matches(const QString& path) const { return everything || pattern.matches(path); }
     bool shows(const QString& path) const { return matches(path) || leading.contains(path); }
 
     // Finds the ancestors that lead to matches, anew.

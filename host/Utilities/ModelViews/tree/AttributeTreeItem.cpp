@@ -16,11 +16,6 @@ AttributeTreeItem::AttributeTreeItem(AttributeTreeItem* parentItem, quint32 ownS
 {
 }
 
-int AttributeTreeItem::row() const
-{
-    return parent ? parent->rowOfSerial(serial) : -1;
-}
-
 QString AttributeTreeItem::childPath(const QString& name) const
 {
     return FrameworkCore::AppConfig::joinedPath(path, name);

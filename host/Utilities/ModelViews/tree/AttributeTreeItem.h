@@ -38,7 +38,7 @@ public:
     AttributeTreeItem* getParent() const { return parent; }
     const QString& getPath() const { return path; }
     bool isComplete() const { return complete; }
-    int row() const; // in the parent; -1 for the top
+    int row() const { return parent ? parent->rowOfSerial(serial) : -1; } // in the parent; -1 for the top
 
     int size() const { return int(children.size()) - gapSize; }
     Child& child(int row) { return children[placeOf(row)]; }
