@@ -9,9 +9,9 @@
 
 namespace Widgets {
 
-constexpr QLatin1String dateFormat("yyyy-MM-dd");
-constexpr QLatin1String timeFormat("HH:mm:ss");
-constexpr QLatin1String clockFormat(" THH:mm:ss.zzzZ"); // after the date of a value that has both
+const QLatin1String dateFormat("yyyy-MM-dd");
+const QLatin1String timeFormat("HH:mm:ss");
+const QLatin1String clockFormat(" THH:mm:ss.zzzZ"); // after the date of a value that has both
 
 DateTimeEditWidget::DateTimeEditWidget(QWidget* parent, const QString& path, const QVariant& value)
     : QDateTimeEdit(parent), repository(Utilities::GetAppConfigRepositoryInterface()),
