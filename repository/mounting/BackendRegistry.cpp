@@ -1,7 +1,9 @@
 #include "repository/mounting/BackendRegistry.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/documents/Formats.h"
 #include "repository/mounting/FileBackends.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeStore.h"
@@ -29,6 +31,12 @@ public:
     QString getBackendType() const override { return description.type; }
     QString getBackendDescription() const override { return description.text; }
     QString getBackendLocation() const override { return description.filePath; }
+    QString explainTypeTag(const QVariant& value) const override
+    {
+        const Documents::Format* const format = Documents::findFormat(description.type.toStdString());
+        return format ? QString::fromStdString(format->explainTypeTag(FrameworkCore::Values::toValue(value)))
+                      : QString();
+    }
 
 private:
     Backend::Description description;

@@ -337,6 +337,7 @@ private slots:
         row("Unsigned", "5");
         row("Unsigned", "18446744073709551615");
         row("Real", "0.5");
+        row("Real", "nan");
         row("List", "a");
         row("Bytes", "41|Hex");
         row("Date", "20240229");

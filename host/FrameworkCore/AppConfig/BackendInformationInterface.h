@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/CoreExport.h"
 
 #include <QString>
+#include <QVariant>
 
 namespace FrameworkCore::AppConfig::Interfaces {
 
@@ -17,6 +18,10 @@ public:
 
     // The file of the backend, as an absolute path; empty where a repository does not give it.
     virtual QString getBackendLocation() const { return {}; }
+
+    // How the file tags the type of a new attribute with this value, in words for a person; empty where the
+    // value alone shows its type, and where a repository does not give it.
+    virtual QString explainTypeTag(const QVariant& /*value*/) const { return {}; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -51,6 +51,10 @@ public:
     {
         document.visit(visitor);
     }
+
+    // How a file tags the type of a new entry with this value, in words for a person; empty where it need
+    // not.
+    virtual std::string explainTypeTag(const Value& value) const;
 };
 
 } // namespace Repository::Documents

@@ -1,6 +1,7 @@
 #include "repository/documents/json/JsonFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/json/JsonContent.h"
 #include "repository/documents/json/JsonText.h"
 
 #include <algorithm>
@@ -75,6 +76,13 @@ void JsonFormat::visitImport(const Document& document, const std::function<void(
         if (entry.path != EncodedNames::member)
             visitor({EncodedNames::fromDocument(entry.path), entry.value});
     });
+}
+
+std::string JsonFormat::explainTypeTag(const Value& value) const
+{
+    return holds(toContent(value), Type::Group, value)
+               ? std::string()
+               : "The file notes its type in \"$types\", since json has no form for it.";
 }
 
 } // namespace Repository::Documents

@@ -22,6 +22,7 @@ public:
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
     void visitImport(const Document& document,
                      const std::function<void(const Entry&)>& visitor) const override;
+    std::string explainTypeTag(const Value& value) const override;
 };
 
 } // namespace Repository::Documents

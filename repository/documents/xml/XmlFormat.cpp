@@ -1,6 +1,7 @@
 #include "repository/documents/xml/XmlFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <algorithm>
 
@@ -65,6 +66,15 @@ std::string XmlFormat::rootOf(const std::vector<Entry>& entries, std::string_vie
         return {};
     const std::string_view element = splitNumber(name).name;
     return std::string(element.substr(std::min(element.find_first_not_of("@#"), element.size())));
+}
+
+std::string XmlFormat::explainTypeTag(const Value& value) const
+{
+    const auto document = makeDocument();
+    const bool isTagged = document->insert("name", value).ok() &&
+                          document->getBytes().find(xmlTypeTagBegin) != std::string::npos;
+    return isTagged ? "The file notes its type in an instruction <?vantry type=...?> before it."
+                    : std::string();
 }
 
 } // namespace Repository::Documents

@@ -20,6 +20,7 @@ public:
     bool isInTreeOrder() const override { return true; }
     std::string rootOf(const std::vector<Entry>& entries, std::string_view name) const override;
     std::string_view getDeclarationStart() const override { return "@xmlns:"; }
+    std::string explainTypeTag(const Value& value) const override;
 };
 
 } // namespace Repository::Documents

@@ -1,19 +1,14 @@
 #include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
 
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/RepositoryAccess.h"
 
 #include <QCoreApplication>
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <limits>
 
 namespace Utilities::ModelViews::Widgets {
-
-namespace Values = FrameworkCore::Values;
 
 namespace {
 
@@ -27,49 +22,6 @@ QString translated(const char* text)
 QString above(const QString& path)
 {
     return FrameworkCore::AppConfig::parentPath(path).toString();
-}
-
-// Json has a form of its own for all other types.
-bool isMarkedInJson(const Values::Value& value)
-{
-    switch (value.type) {
-    case Values::Type::ByteArray:
-    case Values::Type::Date:
-    case Values::Type::Time:
-    case Values::Type::DateTime:
-        return true;
-    case Values::Type::Unsigned:
-        return std::get<std::uint64_t>(value.data) <= std::uint64_t(std::numeric_limits<std::int64_t>::max());
-    default:
-        return false;
-    }
-}
-
-// Where files hold plain texts: whether that of the value alone would be read as something else.
-bool isMarkedAsText(const Values::Value& value, const QString& format)
-{
-    if (value.type == Values::Type::String && format == QLatin1String("xml"))
-        return false;
-    const std::string text = Values::toText(value);
-    if (Values::plainValue(text).type != value.type)
-        return true;
-    const QString shown = QString::fromStdString(text);
-    return value.type == Values::Type::String &&
-           (shown != shown.trimmed() || shown.contains(QLatin1Char('\n')));
-}
-
-// How a file of the format notes the value's type; empty when it need not.
-QString markRemark(const QString& format, const QVariant& variant)
-{
-    const Values::Value value = Values::toValue(variant);
-    const bool isJson = format == QLatin1String("json");
-    if (format.isEmpty() || !(isJson ? isMarkedInJson(value) : isMarkedAsText(value, format)))
-        return {};
-    if (isJson)
-        return translated("The file notes its type in \"$types\", since json has no form for it.");
-    if (format == QLatin1String("xml"))
-        return translated("The file notes its type in an instruction <?vantry type=...?> before it.");
-    return translated("The file notes its type in a comment line above it, as in \"# @type ...\".");
 }
 
 } // namespace
@@ -125,9 +77,12 @@ QStringList NewAttributePlace::remarksOn(const QString& name, const QVariant& va
             translated("'%1' holds a value; it becomes a group as well, for which not every format has "
                        "a place.")
                 .arg(holder));
-    const QString mark = markRemark(formatOf(path), value);
-    if (!mark.isEmpty())
-        remarks.append(mark);
+    const QString backend = informationOn(nearestNode(path)).backend;
+    const auto information =
+        backend.isEmpty() ? nullptr : repository->getBackendInterface()->getBackendInformation(backend);
+    const QString tag = information ? information->explainTypeTag(value) : QString();
+    if (!tag.isEmpty())
+        remarks.append(tag);
     return remarks;
 }
 
@@ -147,14 +102,6 @@ QString NewAttributePlace::nearestNode(const QString& path) const
     while (!nearest.isEmpty() && !informationOn(nearest).exists)
         nearest = above(nearest);
     return nearest;
-}
-
-QString NewAttributePlace::formatOf(const QString& path) const
-{
-    const QString backend = informationOn(nearestNode(path)).backend;
-    const auto information =
-        backend.isEmpty() ? nullptr : repository->getBackendInterface()->getBackendInformation(backend);
-    return information ? information->getBackendType() : QString();
 }
 
 } // namespace Utilities::ModelViews::Widgets

@@ -36,7 +36,6 @@ private:
     QString pathOf(const QString& name) const;
     NodeInformation informationOn(const QString& path) const;
     QString nearestNode(const QString& path) const; // that exists; the path itself or above it
-    QString formatOf(const QString& path) const;    // of the file that a node there would go to
 
     const QString parentPath;
     const std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
