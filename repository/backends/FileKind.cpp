@@ -1,5 +1,7 @@
 #include "repository/backends/FileKind.h"
 
+#include "files/FileLocation.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -38,13 +40,10 @@ QString refusalOfKind(const QString& path)
 
 QString fileIdentity(const QString& path)
 {
-    const QFileInfo file(path);
-    const QString canonical = file.canonicalFilePath();
-    const QString folder =
-        canonical.isEmpty() ? QFileInfo(file.absolutePath()).canonicalFilePath() : QString();
-    if (!folder.isEmpty())
-        return folder + QLatin1Char('/') + file.fileName();
-    return canonical.isEmpty() ? file.absoluteFilePath() : canonical;
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const auto location = Files::FileLocation::find(Files::SystemCalls::system(),
+                                                    QFile::encodeName(absolute).toStdString());
+    return location.error == 0 ? QFile::decodeName(location.path().c_str()) : absolute;
 }
 
 } // namespace Repository

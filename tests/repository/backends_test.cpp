@@ -171,6 +171,33 @@ private slots:
         QVERIFY(opens("c", two) && opens("d", one));
     }
 
+    void refusesAFileToComeThatIsOpenByAnotherPath_data()
+    {
+        const auto row = TestSupport::columns<QString>("other");
+        row("dot", "./new.json");
+        row("folder above", "folder/../new.json");
+        row("link to the folder", "to-folder/new.json");
+        row("link to the file", "link.json");
+        row("link to the link", "to-link.json");
+    }
+
+    void refusesAFileToComeThatIsOpenByAnotherPath()
+    {
+        const QString file = fileOf("new.json");
+        QFETCH(QString, other);
+        other = fileOf("") + other;
+        QVERIFY(QDir(fileOf("")).mkpath(QStringLiteral("folder")));
+        QVERIFY(QFile::link(fileOf(""), fileOf("to-folder")));
+        QVERIFY(QFile::link(QStringLiteral("new.json"), fileOf("link.json")));
+        QVERIFY(QFile::link(fileOf("link.json"), fileOf("to-link.json")));
+        for (const auto& [first, second] : {std::pair(file, other), std::pair(other, file)}) {
+            QVERIFY(mountFile("json", "a", first));
+            const QString reason = mountFile("json", "b", second).toText();
+            QVERIFY2(reason.contains(QLatin1String("already open as 'a'")), qPrintable(reason));
+            QVERIFY(close("a", true));
+        }
+    }
+
     void refusesWithReason_data()
     {
         const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
