@@ -41,8 +41,8 @@ QString refusalOfKind(const QString& path)
 QString fileIdentity(const QString& path)
 {
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    const auto location = Files::FileLocation::find(Files::SystemCalls::system(),
-                                                    QFile::encodeName(absolute).toStdString());
+    const auto location =
+        Files::FileLocation::find(Files::SystemCalls::system(), QFile::encodeName(absolute).toStdString());
     return location.error == 0 ? QFile::decodeName(location.path().c_str()) : absolute;
 }
 

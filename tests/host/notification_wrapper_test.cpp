@@ -1,4 +1,5 @@
 #include "host/Utilities/NotificationWrapper.h"
+#include "host/Utilities/PacedInbox.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "tests/support/BothRepositories.h"
 #include "tests/support/Columns.h"
@@ -14,10 +15,12 @@
 #include <future>
 #include <memory>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using TestSupport::words;
 using Utilities::NotificationWrapper;
+using Utilities::PacedInbox;
 
 namespace {
 
@@ -275,6 +278,52 @@ private slots:
         QCOMPARE(second, 0);
         if (fake)
             QCOMPARE(fake->getRegistrationCount(), 0);
+    }
+
+    void pacesItsInbox_data()
+    {
+        const auto row = TestSupport::columns<qint64, QString, QStringList>("pause", "steps", "expected");
+        constexpr qint64 hour = 3'600'000;
+        row("one delivery of a turn", 0, "a b turn c turn", words("ab c"));
+        row("nothing without contents", 0, "turn a turn turn", words("a"));
+        row("not before the pause is over", hour, "a turn b c turn", words("a"));
+        row("all of the pause when asked", hour, "a turn b turn c now turn", words("a bc"));
+        row("no delivery within another", hour, "in-a turn", words("in-a"));
+        row("nothing once closed", 0, "a close b turn", {});
+    }
+
+    // A step puts itself in, unless it is a command; "in-" has the delivery put in more and run an event
+    // loop.
+    void pacesItsInbox()
+    {
+        QFETCH(qint64, pause);
+        QFETCH(QString, steps);
+        QString contents;
+        QStringList delivered;
+        const auto shared = std::make_shared<PacedInbox::Shared>();
+        const auto put = [&](const QString& text) { shared->put([&] { contents += text; }); };
+        PacedInbox inbox(
+            [&] {
+                delivered.append(shared->take([&] { return std::exchange(contents, QString()); }));
+                if (delivered.last().startsWith(QLatin1String("in-"))) {
+                    put(QStringLiteral("more"));
+                    QCoreApplication::processEvents();
+                }
+            },
+            [pause] { return pause; });
+        inbox.open(shared);
+        const QStringList each = words(steps);
+        for (const QString& step : each) {
+            if (step == QLatin1String("turn"))
+                QCoreApplication::processEvents();
+            else if (step == QLatin1String("now"))
+                inbox.deliverNow();
+            else if (step == QLatin1String("close"))
+                inbox.close();
+            else
+                put(step);
+        }
+        QTEST(delivered, "expected");
     }
 
     void destroyingIsSafeWhileOthersWrite()
