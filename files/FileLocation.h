@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FilesExport.h"
 #include "files/SystemCalls.h"
 
 #include <string>
@@ -8,7 +9,7 @@ namespace Files {
 
 // Where a file really is, all links resolved, or where it would be created: links may lead to a file that
 // does not exist yet.
-struct FileLocation
+struct VANTRY_FILES_EXPORT FileLocation
 {
     std::string folder; // absolute, without links
     std::string name;   // in the folder
