@@ -21,7 +21,7 @@ public:
     }
 
     QString path() const { return folder.path(); }
-    QString path(const QString& name) const { return folder.filePath(name); }
+    QString path(const QString& name) const { return folder.path() + QLatin1Char('/') + name; }
 
     void write(const QString& name, const QByteArray& bytes) const
     {

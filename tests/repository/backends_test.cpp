@@ -185,7 +185,7 @@ private slots:
     {
         const QString file = fileOf("new.json");
         QFETCH(QString, other);
-        other = fileOf("") + other;
+        other = fileOf("") + QLatin1Char('/') + other;
         QVERIFY(QDir(fileOf("")).mkpath(QStringLiteral("folder")));
         QVERIFY(QFile::link(fileOf(""), fileOf("to-folder")));
         QVERIFY(QFile::link(QStringLiteral("new.json"), fileOf("link.json")));

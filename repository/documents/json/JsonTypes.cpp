@@ -76,7 +76,9 @@ bool JsonTypes::wouldReadWith(NodeId object, NodeId node, std::string_view text)
         tree.node(object).kind != JsonKind::Object)
         return false;
     const bool isAlone = tree.node(object).count == (node == noNode ? 0U : 1U);
-    return isAlone || !readTags(object, node).empty();
+    const Tags others = readTags(object, node);
+    const bool isOnly = node == noNode || others.count(decodeString(tree.keyLiteral(node))) == 0;
+    return isAlone || (!others.empty() && isOnly);
 }
 
 bool JsonTypes::wouldReadWithout(NodeId node) const
