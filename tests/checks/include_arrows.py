@@ -9,6 +9,12 @@ MODEL_VIEWS = "host/Utilities/ModelViews"
 MODEL_WIDGETS = f"{MODEL_VIEWS}/Widgets"
 HOST = ["host", MODEL_VIEWS, MODEL_WIDGETS]  # without the rooms in which its models and dialogs are made
 
+# A folder each; none knows another.
+DOCUMENTS = "repository/documents"
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+FORMATS = [f"{DOCUMENTS}/{folder.name}" for folder in sorted((PROJECT / DOCUMENTS).iterdir())
+           if folder.is_dir() and folder.name != "common"]
+
 # Folder, the most deeply nested first, to the folders that its files may include from.
 ROOMS = {
     "files": ["files"],
@@ -25,10 +31,7 @@ ROOMS = {
     "host/Shared/Completer": HOST,
     "host": ["host", "files"],
     "repository/documents/common": ["repository/documents/common", "host/FrameworkCore/Values"],
-    "repository/documents/ini": ["repository/documents/ini", "repository/documents/common", "host/FrameworkCore/Values"],
-    "repository/documents/json": ["repository/documents/json", "repository/documents/common", "host/FrameworkCore/Values"],
-    "repository/documents/txt": ["repository/documents/txt", "repository/documents/common", "host/FrameworkCore/Values"],
-    "repository/documents/xml": ["repository/documents/xml", "repository/documents/common", "host/FrameworkCore/Values"],
+    **{room: [room, "repository/documents/common", "host/FrameworkCore/Values"] for room in FORMATS},
     "repository/documents": ["repository/documents", "host/FrameworkCore/Values"],
     "repository/common": ["repository/common", "repository/documents/common", *CORE],
     "repository/notification": ["repository/notification", "repository/common", *CORE],
