@@ -125,10 +125,11 @@ void MainWindow::setUpMenus()
     showNavigation->setChecked(true);
     showNavigation->setShortcut(Qt::Key_F9);
     connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
-    view->addAction(plugins->toggleViewAction());
+    const auto docks = findChildren<QDockWidget*>({}, Qt::FindDirectChildrenOnly);
+    for (const QDockWidget* const dock : docks)
+        view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
-    view->addAction(showLog);
     connect(showLog, &QAction::triggered, log, [this](bool isShown) {
         if (isShown)
             log->showLines();
