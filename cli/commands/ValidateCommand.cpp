@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <optional>
+#include <string>
 
 namespace CommandLine::Commands {
 
@@ -100,6 +101,15 @@ private:
     bool isUndecided = false; // a rule that could not be checked
 };
 
+std::string exampleNames()
+{
+    QStringList names;
+    const auto descriptions = Repository::validationDescriptions();
+    for (const auto& description : descriptions)
+        names.append(description.example);
+    return names.join(QStringLiteral(", ")).toStdString();
+}
+
 ExitCode run(Session& session, const Invocation& invocation)
 {
     const auto rules = readRules(invocation.valuesOf("--rule"));
@@ -129,20 +139,20 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command validate()
 {
-    return {
-        "validate",
-        "check values against rules",
-        "In PATH, \"*\" stands for any run of characters. NAME is one of not-empty, integer, number, "
-        "boolean, ipv4, ipv6, host-name, url, date-time, range(LOWEST,HIGHEST), one-of(A,B,...) and "
-        "regular-expression(EXPRESSION). Each value that breaks a rule is reported on stderr with its place "
-        "in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
-        "expression that takes too many steps for a value is given up, which is reported, and the exit "
-        "code is 2 when no value breaks a rule.",
-        {{{"FILE", Word::File}}},
-        {{"--rule", "PATH=NAME", Word::Validation,
-          "the values of PATH must keep the rule NAME; may be repeated", true}},
-        {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
-        run};
+    static const std::string description =
+        "In PATH, \"*\" stands for any run of characters. NAME is one of " + exampleNames() +
+        ", where the arguments are examples. Each value that breaks a rule is reported on stderr with its "
+        "place in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
+        "expression that takes too many steps for a value is given up, which is reported, and the exit code "
+        "is 2 when no value breaks a rule.";
+    return {"validate",
+            "check values against rules",
+            description,
+            {{{"FILE", Word::File}}},
+            {{"--rule", "PATH=NAME", Word::Validation,
+              "the values of PATH must keep the rule NAME; may be repeated", true}},
+            {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
+            run};
 }
 
 } // namespace CommandLine::Commands
