@@ -117,8 +117,8 @@ void JsonLayout::placeAfter(NodeId id)
     const NodeId sibling = tree.node(id).previous;
     const Following place = followingOf(id);
     const bool afterComma = place.afterComma;
-    const NodeId holder = afterComma ? place.holder : sibling;
-    const std::string following(tree.text(holder, place.part));
+    const NodeId textNode = afterComma ? place.textNode : sibling;
+    const std::string following(tree.text(textNode, place.part));
     const JsonTrivia trivia(following);
 
     std::string kept;   // stays with the sibling, before the comma
@@ -139,7 +139,7 @@ void JsonLayout::placeAfter(NodeId id)
         leading = style.lineEnd + lineIndentation(tree, sibling);
     tree.setText(id, JsonPart::Leading, before + leading);
     if (afterComma) {
-        tree.setText(holder, place.part, std::move(rest));
+        tree.setText(textNode, place.part, std::move(rest));
     } else {
         tree.setText(sibling, JsonPart::Trailing, std::move(kept));
         tree.setText(id, JsonPart::Trailing, std::move(rest));
@@ -151,7 +151,7 @@ void JsonLayout::takeOut(NodeId id)
     const JsonNode& node = tree.node(id);
     const NodeId container = node.parent;
     const Following place = followingOf(id);
-    std::string following(tree.text(place.holder, place.part));
+    std::string following(tree.text(place.textNode, place.part));
     if (place.afterComma) {
         const std::string_view trailing = tree.text(id, JsonPart::Trailing);
         following.insert(0, isBlank(trailing) ? std::string_view() : trailing);
@@ -170,7 +170,7 @@ void JsonLayout::takeOut(NodeId id)
         tree.setTrailingComma(container, false);
         tree.setText(container, JsonPart::Closing, std::move(text));
     } else if (place.afterComma) {
-        tree.setText(place.holder, place.part, std::move(text));
+        tree.setText(place.textNode, place.part, std::move(text));
     } else {
         tree.setText(node.previous, JsonPart::Trailing, std::move(text));
     }

@@ -55,7 +55,7 @@ private:
     // The text after a node's comma, or after its value when it is the last one and has none.
     struct Following
     {
-        NodeId holder;
+        NodeId textNode; // whose text it is
         JsonPart part;
         bool afterComma;
     };

@@ -68,15 +68,15 @@ QStringList NewAttributePlace::remarksOn(const QString& name, const QVariant& va
     if (!tree)
         return remarks;
     const QString path = pathOf(name);
-    const QString holder = nearestNode(above(path));
-    const NodeInformation ofHolder = informationOn(holder);
+    const QString container = nearestNode(above(path));
+    const NodeInformation ofContainer = informationOn(container);
     if (informationOn(path).exists)
         remarks.append(translated("'%1' is a group so far; it gets a value as well.").arg(path));
-    else if (ofHolder.isAttribute && ofHolder.childCount == 0)
+    else if (ofContainer.isAttribute && ofContainer.childCount == 0)
         remarks.append(
             translated("'%1' holds a value; it becomes a group as well, for which not every format has "
                        "a place.")
-                .arg(holder));
+                .arg(container));
     const QString backend = informationOn(nearestNode(path)).backend;
     const auto information =
         backend.isEmpty() ? nullptr : repository->getBackendInterface()->getBackendInformation(backend);

@@ -18,7 +18,7 @@ using Rows = std::vector<int>; // from the top down to a node
 Rows rowsTo(const AttributeTreeNode& node)
 {
     Rows rows{node.row};
-    for (const AttributeTreeItem* item = node.holder; item->getParent(); item = item->getParent())
+    for (const AttributeTreeItem* item = node.parentItem; item->getParent(); item = item->getParent())
         rows.insert(rows.begin(), item->row());
     return rows;
 }
@@ -37,7 +37,7 @@ AttributeTreeContents::AttributeTreeContents(AttributeTreeRowListener& rowListen
 
 bool AttributeTreeContents::isComplete(const AttributeTreeNode& node, const QString& path) const
 {
-    return node.holder->isComplete() || filter.matches(path);
+    return node.parentItem->isComplete() || filter.matches(path);
 }
 
 QVector<AttributeTreeContents::ChildInformation> AttributeTreeContents::shownChildren(const QString& path,
@@ -48,13 +48,13 @@ QVector<AttributeTreeContents::ChildInformation> AttributeTreeContents::shownChi
 
 int AttributeTreeContents::count(const AttributeTreeNode& node)
 {
-    if (!node.holder)
+    if (!node.parentItem)
         return top->size();
-    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    AttributeTreeItem::Child& child = node.parentItem->child(node.row);
     if (child.item)
         return child.item->size();
     if (child.count < 0) {
-        const QString path = node.holder->childPath(node.row);
+        const QString path = node.parentItem->childPath(node.row);
         if (!isComplete(node, path))
             return children(node).size();
         child.count = tree->getChildCount(path);
@@ -64,12 +64,12 @@ int AttributeTreeContents::count(const AttributeTreeNode& node)
 
 AttributeTreeItem& AttributeTreeContents::children(const AttributeTreeNode& node)
 {
-    if (!node.holder)
+    if (!node.parentItem)
         return *top;
-    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    AttributeTreeItem::Child& child = node.parentItem->child(node.row);
     if (!child.item) {
-        const QString path = node.holder->childPath(node.row);
-        auto item = std::make_unique<AttributeTreeItem>(node.holder, quint32(child.serial), path,
+        const QString path = node.parentItem->childPath(node.row);
+        auto item = std::make_unique<AttributeTreeItem>(node.parentItem, quint32(child.serial), path,
                                                         isComplete(node, path));
         QVector<ChildInformation> shown = shownChildren(path, item->isComplete());
         // The number that was reported holds until the change that is on its way here is followed; rows that
@@ -89,7 +89,7 @@ std::optional<AttributeTreeNode> AttributeTreeContents::find(const QString& path
         return node;
     int begin = 0;
     do {
-        if (!listing && node.holder && !node.holder->child(node.row).item)
+        if (!listing && node.parentItem && !node.parentItem->child(node.row).item)
             return {};
         AttributeTreeItem& item = children(node);
         const int end = path.indexOf(QLatin1Char('.'), begin);
@@ -245,7 +245,8 @@ void AttributeTreeContents::bringUpToDate(const QString& path, const Dirt& dirt)
     const auto node = find(path, false);
     if (!node)
         return;
-    AttributeTreeItem* const item = node->holder ? node->holder->child(node->row).item.get() : top.get();
+    AttributeTreeItem* const item =
+        node->parentItem ? node->parentItem->child(node->row).item.get() : top.get();
     if (!item) {
         setCount(*node, tree->getChildCount(path));
         return;
@@ -304,7 +305,7 @@ void AttributeTreeContents::setCount(const AttributeTreeNode& node, int now)
 {
     // A child that is listed while the listener hears of its rows gets them as they were announced; the rows
     // that come are then still without names.
-    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    AttributeTreeItem::Child& child = node.parentItem->child(node.row);
     const int before = child.count;
     if (child.item || before < 0 || before == now)
         return;
@@ -322,7 +323,7 @@ void AttributeTreeContents::setCount(const AttributeTreeNode& node, int now)
         listener.endRemove();
     }
     if (child.item) {
-        stalePaths.insert(node.holder->childPath(node.row));
+        stalePaths.insert(node.parentItem->childPath(node.row));
         listener.foundStale();
     }
 }

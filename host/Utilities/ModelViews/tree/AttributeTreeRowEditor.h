@@ -9,7 +9,7 @@ namespace Utilities::ModelViews {
 // A node of the tree: a row of its parent's item, or the top.
 struct AttributeTreeNode
 {
-    AttributeTreeItem* holder = nullptr; // not owned; none for the top
+    AttributeTreeItem* parentItem = nullptr; // not owned; none for the top
     int row = -1;
 };
 

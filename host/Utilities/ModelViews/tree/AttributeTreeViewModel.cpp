@@ -36,7 +36,7 @@ QModelIndex AttributeTreeViewModel::indexFromPath(const QString& path, int colum
 QString AttributeTreeViewModel::pathFromIndex(const QModelIndex& index) const
 {
     const AttributeTreeNode node = Private::nodeOf(index);
-    return node.holder ? node.holder->childPath(node.row) : QString();
+    return node.parentItem ? node.parentItem->childPath(node.row) : QString();
 }
 
 QStringList AttributeTreeViewModel::childNames(const QModelIndex& parent) const
@@ -62,7 +62,7 @@ QModelIndex AttributeTreeViewModel::index(int row, int column, const QModelIndex
 
 QModelIndex AttributeTreeViewModel::parent(const QModelIndex& child) const
 {
-    const AttributeTreeItem* const item = Private::nodeOf(child).holder;
+    const AttributeTreeItem* const item = Private::nodeOf(child).parentItem;
     return item ? d->indexOf({item->getParent(), item->row()}, NameColumn) : QModelIndex();
 }
 
@@ -84,13 +84,13 @@ bool AttributeTreeViewModel::hasChildren(const QModelIndex& parent) const
 QVariant AttributeTreeViewModel::data(const QModelIndex& index, int role) const
 {
     const AttributeTreeNode node = Private::nodeOf(index);
-    if (!node.holder || node.row >= node.holder->size())
+    if (!node.parentItem || node.row >= node.parentItem->size())
         return {};
-    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    AttributeTreeItem::Child& child = node.parentItem->child(node.row);
     const bool isName = index.column() == NameColumn;
     if (isName && (role == Qt::DisplayRole || role == Qt::EditRole))
         return child.name;
-    const QString path = node.holder->childPath(node.row);
+    const QString path = node.parentItem->childPath(node.row);
     if (role == PathRole)
         return path;
     child.shown = 1;
@@ -116,13 +116,13 @@ QModelIndexList AttributeTreeViewModel::match(const QModelIndex& start, int role
         const AttributeTreeNode from = Private::nodeOf(start);
         const auto search = [&](int first, int end) {
             for (int row = first; row < end && (hits < 0 || int(found->size()) < hits); ++row) {
-                const QString& name = from.holder->child(row).name;
+                const QString& name = from.parentItem->child(row).name;
                 if (type == Qt::MatchExactly ? name == text : name.startsWith(text, sensitivity))
-                    found->push_back({from.holder, row});
+                    found->push_back({from.parentItem, row});
             }
         };
         found.emplace();
-        search(from.row, from.holder->size());
+        search(from.row, from.parentItem->size());
         search(0, flags & Qt::MatchWrap ? from.row : 0);
     } else if (type == Qt::MatchExactly && start.row() == 0 && !start.parent().isValid()) {
         found = d->contents->findName(text, hits);

@@ -114,9 +114,9 @@ void AttributeTreeViewModel::Private::announceBatch(const AttributeTreeBatch& ba
     std::vector<Cell> rows;
     for (const QString& path : batch.written) {
         const auto node = contents->find(path, false);
-        if (node && node->holder && few)
-            rows.emplace_back(node->holder, node->row);
-        else if (node && node->holder)
+        if (node && node->parentItem && few)
+            rows.emplace_back(node->parentItem, node->row);
+        else if (node && node->parentItem)
             markDue(*node);
     }
     announceRows(rows);
@@ -127,7 +127,7 @@ void AttributeTreeViewModel::Private::announceBatch(const AttributeTreeBatch& ba
         for (const AttributeTreeChildChange& child : change.children) {
             // A group may have become an attribute, or the other way round.
             const auto node = contents->find(prefix + child.name, false);
-            if (node && node->holder)
+            if (node && node->parentItem)
                 markDue(*node);
         }
     }
@@ -142,7 +142,7 @@ void AttributeTreeViewModel::Private::announceBatch(const AttributeTreeBatch& ba
 
 void AttributeTreeViewModel::Private::markDue(const AttributeTreeNode& node)
 {
-    AttributeTreeItem::Child& child = node.holder->child(node.row);
+    AttributeTreeItem::Child& child = node.parentItem->child(node.row);
     child.due |= child.shown;
     anyDue |= child.due;
 }
@@ -193,8 +193,8 @@ void AttributeTreeViewModel::Private::announceCells(const QSet<QString>& paths)
     std::vector<Cell> rows;
     for (const QString& path : paths) {
         const auto node = contents->find(path, false);
-        if (node && node->holder)
-            rows.emplace_back(node->holder, node->row);
+        if (node && node->parentItem)
+            rows.emplace_back(node->parentItem, node->row);
     }
     const QScopedValueRollback<bool> guard(busy, true);
     announceRows(rows);
@@ -202,7 +202,7 @@ void AttributeTreeViewModel::Private::announceCells(const QSet<QString>& paths)
 
 QModelIndex AttributeTreeViewModel::Private::indexOf(const AttributeTreeNode& node, int column) const
 {
-    return node.holder ? model.createIndex(node.row, column, node.holder) : QModelIndex();
+    return node.parentItem ? model.createIndex(node.row, column, node.parentItem) : QModelIndex();
 }
 
 AttributeTreeNode AttributeTreeViewModel::Private::nodeOf(const QModelIndex& index)
