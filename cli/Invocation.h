@@ -27,7 +27,7 @@ struct Invocation
     QStringList valuesOf(std::string_view option) const;
 
     // Options may come before, between and after the arguments, as "--name value" or "--name=value"; after
-    // "--" there are none. A word that begins like a negative number is no option.
+    // "--" there are none. A word that begins like a negative number is not an option.
     static Invocation parse(const QStringList& words);
 
 private:

@@ -33,7 +33,7 @@ int distanceOf(const QString& a, const QString& b)
 
 QString suggestionFor(const QString& word, const QStringList& known, const QString& prefix)
 {
-    constexpr int longest = 200; // what is longer is no name that somebody typed
+    constexpr int longest = 200; // what is longer is not a name that somebody typed
     if (word.size() > longest)
         return {};
     QString nearest;

@@ -12,7 +12,7 @@ struct Parser
     {
         parser.setApplicationDescription(
             QStringLiteral("Vantry: one window over all configuration of a system."));
-        // Qt's own options have one dash and are taken out later; they are no bundles of ours.
+        // Qt's own options have one dash and are taken out later; they are not bundles of ours.
         parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
         parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Configuration files to open."),
                                      QStringLiteral("[FILE...]"));

@@ -13,7 +13,7 @@ namespace Files {
 class VANTRY_FILES_EXPORT FileDescriptor
 {
 public:
-    // Takes over what an open call gave; a negative number is no file.
+    // Takes over what an open call gave; a negative number is not a file.
     explicit FileDescriptor(SystemCalls& systemCalls, int opened = -1);
     ~FileDescriptor();
     FileDescriptor(const FileDescriptor&) = delete;

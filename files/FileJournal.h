@@ -19,7 +19,7 @@ struct VANTRY_FILES_EXPORT FileJournal
     std::string content; // before
 
     std::string toBytes() const;
-    // Nothing when the bytes are no whole journal.
+    // Nothing when the bytes are not a whole journal.
     static std::optional<FileJournal> fromBytes(const std::string& bytes);
 };
 

@@ -247,7 +247,7 @@ void AppConfigDataAccessWidget::textEditingFinished()
 
 bool AppConfigDataAccessWidget::focusNextPrevChild(bool next)
 {
-    // Who leaves a cell goes on in the table; an editor, made last, stands at the end of all.
+    // Who leaves a cell goes on in the table; an editor, made last, is the last of all.
     if (hasFocus() || !isAncestorOf(QApplication::focusWidget()))
         return QTableView::focusNextPrevChild(next);
     setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
@@ -331,7 +331,7 @@ void AppConfigDataAccessWidget::onAttributeDeleteSelected()
     removeOneByOne(rows);
 }
 
-// Takes away the row that stands at each of the places when its turn comes. What follows on each other goes
+// Takes away the row at each of the places when its turn comes. What follows on each other goes
 // at once: removing a hundred thousand rows singly would hold up the window for seconds.
 void AppConfigDataAccessWidget::removeOneByOne(const QList<int>& descendingRows)
 {

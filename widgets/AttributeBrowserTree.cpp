@@ -162,7 +162,7 @@ void AttributeBrowserWidget::followDetails()
     details->clear();
 }
 
-// By the keyboard, or by the press that begins a drag, which is no click.
+// By the keyboard, or by the press that begins a drag, which is not a click.
 void AttributeBrowserWidget::showSelection()
 {
     const Qt::MouseButtons buttons = QGuiApplication::mouseButtons();

@@ -95,7 +95,7 @@ void AttributeDetails::show(const QStringList& paragraphs, const QString& wholeA
     panel.clear();
     if (!wholeAmount.isEmpty())
         insertNote(wholeAmount);
-    // Inserted as it stands: QTextEdit::append would take a value that looks like HTML for markup.
+    // Inserted as it is: QTextEdit::append would take a value that looks like HTML for markup.
     QTextCursor cursor(panel.document());
     cursor.movePosition(QTextCursor::End);
     cursor.insertText(paragraphs.join(QLatin1Char('\n')), QTextCharFormat());

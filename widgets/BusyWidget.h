@@ -11,7 +11,7 @@ class BusyWidget;
 }
 
 // A window without a frame that keeps the user from the others while something takes its time. Its animation
-// stands still while the GUI thread is blocked. GUI thread.
+// freezes while the GUI thread is blocked. GUI thread.
 class BusyWidget : public QWidget
 {
     Q_OBJECT

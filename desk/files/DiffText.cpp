@@ -8,7 +8,7 @@ namespace Vantry {
 
 namespace {
 
-// How much two lines have in common, their marks aside.
+// How much two lines have in common, their signs aside.
 int commonLength(const QStringRef& before, const QStringRef& after)
 {
     const auto differs = std::mismatch(before.begin() + 1, before.end(), after.begin() + 1, after.end());

@@ -7,7 +7,7 @@ namespace Vantry {
 
 namespace {
 
-// Colours each line by its mark; what stands before a file's first "@@" is its heading.
+// Colours each line by its sign; what precedes a file's first "@@" is its heading.
 class DiffColours : public QSyntaxHighlighter
 {
 public:

@@ -17,7 +17,7 @@ namespace {
 
 const QLatin1String diffEnding(".diff");
 const QLatin1String changesEnding(".changes"); // beside the diff
-constexpr quint32 formatMark = 0x56434831;     // begins the changes
+constexpr quint32 formatTag = 0x56434831;      // begins the changes
 
 QString tr(const char* text)
 {
@@ -39,7 +39,7 @@ QByteArray writtenChanges(const QString& file, const KeptChanges::Changes& chang
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_15);
-    stream << formatMark << file << quint32(changes.size());
+    stream << formatTag << file << quint32(changes.size());
     for (const UnsavedChange& change : changes)
         stream << change.path << qint32(change.kind) << change.before << change.after << change.isConflict;
     return bytes;
@@ -49,21 +49,21 @@ QByteArray writtenChanges(const QString& file, const KeptChanges::Changes& chang
 QString beginReading(QDataStream& stream)
 {
     stream.setVersion(QDataStream::Qt_5_15);
-    quint32 mark = 0;
+    quint32 tag = 0;
     QString file;
-    stream >> mark >> file;
-    return mark == formatMark && stream.status() == QDataStream::Ok ? file : QString();
+    stream >> tag >> file;
+    return tag == formatTag && stream.status() == QDataStream::Ok ? file : QString();
 }
 
 // As a diff of the values alone.
 QString diffOfValues(const QString& file, const KeptChanges::Changes& changes)
 {
-    const auto lines = [](QChar mark, const QVariant& value) {
+    const auto lines = [](QChar sign, const QVariant& value) {
         constexpr int longest = 20000;
         constexpr int mostLines = 200;
         QString text = Utilities::ModelViews::attributeValueLines(value, longest, mostLines);
-        text.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(mark));
-        return mark + text + QLatin1Char('\n');
+        text.replace(QLatin1Char('\n'), QLatin1Char('\n') + QString(sign));
+        return sign + text + QLatin1Char('\n');
     };
     QString diff = QStringLiteral("--- %1\n+++ %1\n").arg(file);
     for (const UnsavedChange& change : changes) {

@@ -47,8 +47,8 @@ QString nameOf(const Documents::Format* format)
     return format ? QString::fromStdString(std::string(format->getName())) : QString();
 }
 
-// The text without its byte order mark; of UTF-16 the characters that are ASCII, which all syntax is.
-QByteArray withoutMark(const QByteArray& bytes)
+// The text without its byte-order mark; of UTF-16 the characters that are ASCII, which all syntax is.
+QByteArray withoutByteOrderMark(const QByteArray& bytes)
 {
     if (bytes.startsWith("\xef\xbb\xbf"))
         return bytes.mid(3);
@@ -86,7 +86,7 @@ QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
     const QString ending = endingOf(file);
     if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
         return nameOf(certain);
-    const QByteArray text = withoutMark(bytes.left(enough));
+    const QByteArray text = withoutByteOrderMark(bytes.left(enough));
     if (const auto* begun = formatByContent(text))
         return nameOf(begun);
     if (const auto* likely = formatByEnding(&Documents::Format::getLikelyEndings, ending))

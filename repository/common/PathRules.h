@@ -24,7 +24,7 @@ constexpr qsizetype mostPathCharacters = qsizetype(64) << 20;
 // Whether the path or pattern is beyond these bounds.
 bool isTooDeep(QStringView path);
 
-// Whether the text names a place in the tree; "*" stands in patterns only.
+// Whether the text names a place in the tree; "*" is for patterns only.
 bool isValidPath(QStringView path);
 
 // What of a path comes after that many characters and the separator; empty for no more than those.

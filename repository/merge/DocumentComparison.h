@@ -9,7 +9,7 @@
 namespace Repository {
 
 // Finds in what another document differs from some entries. It walks along both, since most entries of a file
-// that was edited stand in the order that they had; only those for which this fails are looked up by their
+// that was edited are in the order that they had; only those for which this fails are looked up by their
 // paths. For one comparison.
 class DocumentComparison
 {

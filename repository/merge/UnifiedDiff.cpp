@@ -25,7 +25,7 @@ Lines linesOf(std::string_view text)
 
 struct Step
 {
-    char mark; // ' ', '-' or '+'
+    char sign; // ' ', '-' or '+'
     std::string_view line;
 };
 
@@ -49,11 +49,11 @@ std::vector<Step> stepsBetween(const Lines& before, const Lines& after)
                          line});
     for (auto line = tail.base(); line != before.end(); ++line)
         steps.push_back({' ', *line});
-    // What goes stands before what comes, as people are used to.
-    const auto isCommon = [](const Step& step) { return step.mark == ' '; };
+    // What goes precedes what comes, as people are used to.
+    const auto isCommon = [](const Step& step) { return step.sign == ' '; };
     for (auto begin = steps.begin(); begin != steps.end();) {
         const auto end = std::find_if(begin, steps.end(), isCommon);
-        std::stable_partition(begin, end, [](const Step& step) { return step.mark == '-'; });
+        std::stable_partition(begin, end, [](const Step& step) { return step.sign == '-'; });
         begin = std::find_if_not(end, steps.end(), isCommon);
     }
     return steps;
@@ -77,7 +77,7 @@ public:
         std::size_t at = 0;
         while (true) {
             std::size_t change = at;
-            while (change < steps.size() && steps[change].mark == ' ')
+            while (change < steps.size() && steps[change].sign == ' ')
                 ++change;
             if (change == steps.size())
                 return text;
@@ -86,7 +86,7 @@ public:
             std::size_t end = change;
             std::size_t common = 0;
             for (; end < steps.size() && common <= 2 * context; ++end)
-                common = steps[end].mark == ' ' ? common + 1 : 0;
+                common = steps[end].sign == ' ' ? common + 1 : 0;
             end -= common - std::min(common, context);
             skip(at, begin);
             writeOne(begin, end);
@@ -106,9 +106,9 @@ private:
         std::string body;
         std::size_t counts[2] = {0, 0};
         for (std::size_t i = begin; i < end; ++i) {
-            counts[0] += steps[i].mark == '+' ? 0U : 1U;
-            counts[1] += steps[i].mark == '-' ? 0U : 1U;
-            body += steps[i].mark;
+            counts[0] += steps[i].sign == '+' ? 0U : 1U;
+            counts[1] += steps[i].sign == '-' ? 0U : 1U;
+            body += steps[i].sign;
             body += steps[i].line;
             if (steps[i].line.back() != '\n')
                 body += "\n\\ No newline at end of file\n";

@@ -9,7 +9,7 @@ namespace Repository {
 
 namespace {
 
-// What a slot says: 0 while nothing is held, otherwise the hash of a path, marked as follows.
+// What a slot says: 0 while nothing is held, otherwise the hash of a path, with the following bit.
 constexpr std::uint64_t isHeld = 2;
 constexpr std::uint64_t hasLeftOnes = 1;
 
@@ -20,7 +20,8 @@ std::uint64_t heldPath(std::uint64_t pathHash)
 
 } // namespace
 
-// Where a thread says what it holds. Only that thread begins and ends; others only mark what it holds.
+// Where a thread says what it holds. Only that thread begins and ends; others only set the bit of what it
+// holds.
 struct alignas(64) HazardGuard::Slot
 {
     void end();
@@ -45,15 +46,15 @@ void HazardGuard::Slot::end()
     ending.swap(left);
 }
 
-// The thread ends what it holds and looks for the mark in one operation: either it finds what is left here,
-// or the mark comes too late and nothing needs to be left.
+// The thread ends what it holds and looks at the bit in one operation: either it finds what is left here,
+// or the bit comes too late and nothing needs to be left.
 void HazardGuard::Slot::leave(std::uint64_t path, const RegistrationPointer& registration)
 {
     const std::lock_guard lock(mutex);
     left.push_back(registration);
     std::uint64_t found = path;
-    const bool isMarked = held.compare_exchange_strong(found, path | hasLeftOnes, std::memory_order_acq_rel);
-    if (!isMarked && found != (path | hasLeftOnes))
+    const bool isBitSet = held.compare_exchange_strong(found, path | hasLeftOnes, std::memory_order_acq_rel);
+    if (!isBitSet && found != (path | hasLeftOnes))
         left.pop_back();
 }
 

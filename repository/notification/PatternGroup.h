@@ -12,8 +12,8 @@
 
 namespace Repository {
 
-// Registrations with patterns, each filed under a text that stands in every path which its pattern matches.
-// Looking up what stands somewhere in a path costs next to nothing where no filed text begins like it,
+// Registrations with patterns, each filed under a text that occurs in every path which its pattern matches.
+// Looking up what occurs somewhere in a path costs next to nothing where no filed text begins like it,
 // however many there are: a filter knows the texts and their beginnings of 1, 2, 4, 8 ... characters, and
 // reading goes on only as long as it has seen the like. Not locked.
 class PatternGroup
@@ -27,8 +27,8 @@ public:
     void add(const QString& text, const QString& pattern, RegistrationPointer registration);
     RegistrationPointer take(const QString& text, const QString& pattern, const Registration& registration);
 
-    // Appends those whose pattern matches the path and whose text stands there from `start` on; those only
-    // whose text does not stand further ahead in the path, where it has been found before.
+    // Appends those whose pattern matches the path and whose text occurs there from `start` on; those only
+    // whose text does not occur further ahead in the path, where it has been found before.
     void collect(const QString& path, int start, Registrations& found) const;
 
 private:

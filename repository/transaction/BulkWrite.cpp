@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t fewNodes = 1000; // of more, sorting them at the end is quicker than asking for each
 
-// How the next node on the way is placed. In what is new itself, nodes may stand as they were given.
+// How the next node on the way is placed. In what is new itself, nodes may keep the given order.
 NodeWriter::Placing placingIn(const std::vector<Node*>& way, bool appends)
 {
     return appends && way.size() > 1 ? NodeWriter::Placing::Last : NodeWriter::Placing::ByDocument;

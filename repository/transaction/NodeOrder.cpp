@@ -50,7 +50,7 @@ std::size_t NodeOrder::placeFor(const QString& path, const Node& parent)
     return end;
 }
 
-// Whether a node is known to stand where its document has it.
+// Whether a node is known to be where its document has it.
 bool NodeOrder::isInPlace(const Node& node)
 {
     const Children& siblings = *node.parent->children;

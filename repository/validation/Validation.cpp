@@ -134,7 +134,7 @@ std::optional<QString> fillRange(const QString& argument, Validation& validation
     bool highIsNumber = false;
     const double low = bounds.first().trimmed().toDouble(&lowIsNumber);
     const double high = bounds.last().trimmed().toDouble(&highIsNumber);
-    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is no bound
+    if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is not a bound
         return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
     validation.expectation =
         QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());

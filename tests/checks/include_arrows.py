@@ -87,7 +87,7 @@ def is_by_name(room):
 
 
 def complaint(path, quoted, angled):
-    """What is wrong with one include line of a file; None when it may stand."""
+    """What is wrong with one include line of a file; None when it is allowed."""
     if angled:
         if angled.startswith("<Q") and (room_of(path) in QT_FREE_ROOMS or path.startswith(QT_FREE_FILES)):
             return "is compiled without Qt"

@@ -1,7 +1,7 @@
 """Fails where a widget may take a text of people, such as a name, a path or a value, for markup or for keys.
 
 Qt renders any text that looks like HTML in tool tips, labels and message boxes, and follows what it names. So all
-of them are made by the helpers that show a text as it stands; what is written in the sources may stand as it is.
+of them are made by the helpers that show a text as it is; what is written in the sources may be as it is.
 """
 
 import pathlib
@@ -15,13 +15,13 @@ HELPERS = "host/Utilities/ModelViews/Widgets/Plain"  # they make the rest plain
 LITERAL = re.compile(r'^(?:tr|translate|QStringLiteral|QLatin1String|QString::fromLatin1|QCoreApplication::translate)'
                      r'\((?:\s*"(?:[^"\\]|\\.)*"\s*,?)+\)$|^QString\(\)$|^\{\}$')
 
-# The beginning of a call, which of its arguments is a text, and what may stand there beside a text of the sources.
+# The beginning of a call, which of its arguments is a text, and what may be there beside a text of the sources.
 CALLS = [
     (re.compile(r"\bsetToolTip\("), -1, re.compile(r"\btoolTipText\("), "a tool tip is made by toolTipText"),
     (re.compile(r"\bQToolTip::showText\("), 1, re.compile(r"\btoolTipText\("), "a tool tip is made by toolTipText"),
     (re.compile(r"\b(?:setStatusTip|setWhatsThis|setHtml|insertHtml|appendHtml)\("), 0, None,
      "only a text of the sources may be markup"),
-    (re.compile(r"\bsetInformativeText\("), 0, None, "PlainMessageBox::setInformation shows a text as it stands"),
+    (re.compile(r"\bsetInformativeText\("), 0, None, "PlainMessageBox::setInformation shows a text as it is"),
     (re.compile(r"\baddAction\((?=[^)])"), 0,
      re.compile(r"menuText\(|^(?:\w*[aA]ction|show\w+|\w+->toggleViewAction\(\)|text|allText|QString::fromLatin1\(text\))$"),
      "a menu's entry is made by menuText"),
@@ -35,7 +35,7 @@ BANNED = [
     (re.compile(r"\bQFileDialog::get\w+\(|\bQFileDialog \w+[({]|<QFileDialog>(?=[\s({])|\bnew QFileDialog\b|"
                 r": public QFileDialog\b"), "a file dialog is a PlainFileDialog"),
     (re.compile(r"\bQErrorMessage\b|\bsetText\w*\(\s*Qt::(?:RichText|AutoText|MarkdownText)"),
-     "texts are shown as they stand"),
+     "texts are shown as they are"),
 ]
 ABOUT = re.compile(r"\bQMessageBox::about\(")
 

@@ -222,7 +222,7 @@ private slots:
         QVERIFY2(isRefused || isCompletion, "no limit was low enough to be met");
     }
 
-    // What cannot be read for a while is told, and what comes afterwards is seen.
+    // What cannot be read for a while is reported, and what comes afterwards is seen.
     void watchesOn()
     {
         BoundedProgram program(least + 24 * mebibyte);

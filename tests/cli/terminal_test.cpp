@@ -74,7 +74,7 @@ private:
     pid_t process = -1;
 };
 
-// Where the first thing stands that no terminal may get; -1 without one. Its driver ends lines with "\r\n".
+// Where the first thing is that no terminal may get; -1 without one. Its driver ends lines with "\r\n".
 int findUnprintable(QByteArray shown)
 {
     shown.replace("\r\n", "\n");

@@ -37,7 +37,7 @@ void log(LogMessageType type, const char* category, const QString& text)
 
 } // namespace
 
-// The log of the desk, and how a failure is told, with real keys and clicks.
+// The log of the desk, and how a failure is reported, with real keys and clicks.
 class DeskLogTest : public QObject
 {
     Q_OBJECT

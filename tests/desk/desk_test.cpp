@@ -272,7 +272,7 @@ private slots:
         QTest::mouseClick(desk->part<QToolButton>("noticeClose"), Qt::LeftButton);
         QVERIFY(!bar->isVisible());
 
-        // What comes later is told alone.
+        // What comes later is reported alone.
         desk->window->openFiles({folder->path("none.ini")});
         QTRY_VERIFY(bar->isVisible());
         QVERIFY(!desk->part<QLabel>("noticeText")->text().contains(QLatin1String("broken")));

@@ -83,7 +83,7 @@ private slots:
         row("internal.json", "internal-2");
     }
 
-    // As the mount stands afterwards, so that a name which the repository refuses is found.
+    // As the mount is afterwards, so that a name which the repository refuses is found.
     void namesAMountAfterItsFile()
     {
         for (const char* path : {"taken", "group.member", "thrice", "thrice-2", "thrice-3"})

@@ -157,7 +157,7 @@ private:
     Model model;
 };
 
-// Many short walks; which are no test when they get nowhere, or are never refused anything.
+// Many short walks; which are not a test when they get nowhere, or are never refused anything.
 template <typename Walk, typename... Arguments>
 void walkFromManySeeds(const Arguments&... arguments)
 {

@@ -175,7 +175,7 @@ void addCommentRows(const Row& row)
     row("{\n \"a\": 1 // one\n , \"b\": 2\n}", removal("b"), "{\n \"a\": 1 // one\n \n}");
 }
 
-// Types that json does not have stand in a member at the end of the root, which is no entry.
+// Types that json does not have are in a member at the end of the root, which is not an entry.
 void addTypeRows(const Row& row)
 {
     const auto day = [](const char* text) { return Value{Type::Date, std::string(text)}; };

@@ -143,10 +143,10 @@ private slots:
         }
     }
 
-    // Marks stay with their entries when others go, and go with them.
-    void removesMarks_data() { addFormats(); }
+    // Type tags stay with their entries when others go, and go with them.
+    void removesTypeTags_data() { addFormats(); }
 
-    void removesMarks()
+    void removesTypeTags()
     {
         QFETCH(QString, format);
         const auto document = fullDocument(format.toStdString());
@@ -165,10 +165,10 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), QByteArray::fromStdString(without));
     }
 
-    // An edit of a marked entry stays one of its type.
-    void setsMarkedValues_data() { addFormats(); }
+    // An edit of a tagged entry stays one of its type.
+    void setsTaggedValues_data() { addFormats(); }
 
-    void setsMarkedValues()
+    void setsTaggedValues()
     {
         QFETCH(QString, format);
         const auto document = makeDocument(format.toStdString());
@@ -181,7 +181,7 @@ private slots:
                 const Value date{Type::Date, std::string("2020-01-01")};
                 QVERIFY(document->insert("root.x", sample.value).ok());
                 QVERIFY(document->insert("root.y", date).ok());
-                // What needs a mark that the entry does not have is refused; nothing else is.
+                // What needs a tag that the entry does not have is refused; nothing else is.
                 const Outcome outcome = document->set("root.x", other.value);
                 const Value& expected = outcome.ok() ? other.value : sample.value;
                 const auto reloaded = makeDocument(format.toStdString());
@@ -235,7 +235,7 @@ private slots:
         QCOMPARE(QString::fromUtf8(python.readAllStandardOutput()), QStringLiteral("0.5 5 2024-02-29\n"));
     }
 
-    // Texts with quotes have a meaning of their own there, with marks or without.
+    // Texts with quotes have a meaning of their own there, with tags or without.
     void disturbsNoSettings()
     {
         const auto document = makeDocument("ini");

@@ -374,7 +374,7 @@ private slots:
         }
     }
 
-    // Files of entries of all types are xml for others, and the marks do not disturb them.
+    // Files of entries of all types are xml for others, and the tags do not disturb them.
     void isReadByOthers()
     {
         const QString small = QStringLiteral("[('r', 'e'), ('a',), ('b', 'd'), ('c',)]");

@@ -6,7 +6,7 @@
 
 namespace TestSupport {
 
-// Passes every call on, and tells before and after; what is told before can make the call fail instead.
+// Passes every call on, and tells before and after; the notification before can make the call fail instead.
 class InterceptedCalls : public Files::SystemCalls
 {
 public:

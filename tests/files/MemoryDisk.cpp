@@ -26,7 +26,7 @@ std::string folderPath(const std::string& path)
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-// What may stand on the disk of a file that was not synced: the old, the new, only a beginning of the new, or
+// What may be on the disk of a file that was not synced: the old, the new, only a beginning of the new, or
 // blocks of the one and of the other.
 std::vector<std::string> partsOf(const std::string& durable, const std::string& bytes)
 {

@@ -96,7 +96,7 @@ private slots:
              {FaultyCalls::Mode::Once, FaultyCalls::Mode::SameKind, FaultyCalls::Mode::All}) {
             for (const int error : {ENOSPC, EIO, EINTR, EACCES}) {
                 // Some calls are tried again for as long as they are interrupted. Who may not look into a
-                // folder cannot be told that something in it belongs to the file.
+                // folder cannot be informed that something in it belongs to the file.
                 const bool isForever = error == EINTR && mode != FaultyCalls::Mode::Once;
                 if (!isForever && !(error == EACCES && saving.repairs()))
                     sweep(saving, mode, error, refusedAt);

@@ -215,7 +215,7 @@ private slots:
         std::thread([this] { create(text("a.new"), text("here")); }).join();
         QTRY_VERIFY(!watched.isGrey(0));
         QCOMPARE(watched.value(0), text("here"));
-        create(text("x.c"), 1); // a path is no pattern
+        create(text("x.c"), 1); // a path is not a pattern
         std::thread([this] { remove(text("a.new")); }).join();
         QTRY_VERIFY(watched.isGrey(0));
         QCOMPARE(watched.value(0), QString());

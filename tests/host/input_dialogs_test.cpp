@@ -320,7 +320,7 @@ private slots:
     }
 
     // As the files show that they do.
-    void marksOfTypesAreAnnounced_data()
+    void typeTagsAreAnnounced_data()
     {
         QTest::addColumn<QString>("choice");
         QTest::addColumn<QString>("typed");
@@ -344,7 +344,7 @@ private slots:
         row("No value", "");
     }
 
-    void marksOfTypesAreAnnounced()
+    void typeTagsAreAnnounced()
     {
         QFETCH(QString, choice);
         QFETCH(QString, typed);
@@ -368,9 +368,9 @@ private slots:
             QVERIFY(repository->getWriterInterface()->createAttribute(path, value, 2, 3));
             QVERIFY(repository->getBackendInterface()->saveBackend(QStringLiteral("b")));
             const QByteArray text = TestSupport::contentOf(folder.filePath(QStringLiteral("file")));
-            const bool isMarked =
+            const bool isTagged =
                 text.contains("@type") || text.contains("$types") || text.contains("?vantry");
-            QVERIFY2(remark.isEmpty() == !isMarked, qPrintable(format + remark));
+            QVERIFY2(remark.isEmpty() == !isTagged, qPrintable(format + remark));
         }
         Utilities::SetAppConfigRepositoryInterface({});
     }

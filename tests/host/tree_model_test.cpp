@@ -41,7 +41,7 @@ int lightestOf(const QImage& image)
 
 } // namespace
 
-// What the model shows of a repository that stands still.
+// What the model shows of a repository that does not change.
 class TreeModelTest : public TreeModelTestBase
 {
     Q_OBJECT

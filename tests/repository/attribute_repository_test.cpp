@@ -205,7 +205,7 @@ private slots:
         QCOMPARE(validations()->getValidationsOf(QStringLiteral("a")), QStringList());
     }
 
-    // What people are shown can be attached as it stands, also before its attribute is there.
+    // What people are shown can be attached as it is, also before its attribute is there.
     void describesValidations()
     {
         QStringList examples;

@@ -31,8 +31,8 @@ class BackendsTest : public TestSupport::RepositoryTest
     Q_OBJECT
 
 private slots:
-    // U+FEFF is a mark of the encoding at the start of a file only, as where two files were put together.
-    void keepsMarksWithinNames_data()
+    // U+FEFF is a byte-order mark at the start of a file only, as where two files were put together.
+    void keepsByteOrderMarksWithinNames_data()
     {
         const auto row = TestSupport::columns<QString, QByteArray>("type", "bytes");
         row("ini", "ini", "k = 1\n\xEF\xBB\xBFk = 2\n");
@@ -40,7 +40,7 @@ private slots:
         row("txt", "txt", "k = 1\n\xEF\xBB\xBFk = 2\n");
     }
 
-    void keepsMarksWithinNames()
+    void keepsByteOrderMarksWithinNames()
     {
         QFETCH(QString, type);
         QFETCH(QByteArray, bytes);

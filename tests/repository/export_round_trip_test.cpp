@@ -119,7 +119,7 @@ private slots:
                 "    \"when\": \"2024-02-29\",\n    \"$types\": {\n        \"when\": \"date\"\n    }\n}\n");
     }
 
-    // An element may stand before what it needs: the declaration of its prefix, or elements beside its text.
+    // An element may precede what it needs: the declaration of its prefix, or elements beside its text.
     void takesXmlIntoXml_data()
     {
         const auto row = TestSupport::columns<QString>("fileName");

@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(countFailures("stays as it was"), before + 1);
     }
 
-    // Watchers are told with nothing locked, so that they may use the repository, save and end it.
+    // Watchers are notified with nothing locked, so that they may use the repository, save and end it.
     void toleratesWhatCallbacksDo()
     {
         auto kept = std::make_shared<std::shared_ptr<AttributeRepository>>(std::move(repository));

@@ -278,7 +278,7 @@ private slots:
         QCOMPARE(history()->getUndoName(), QString());
     }
 
-    // What a watcher writes in answer belongs to the step, and its answer to an undo is no new one.
+    // What a watcher writes in answer belongs to the step, and its answer to an undo is not a new one.
     void bindsAnswersOfWatchers()
     {
         QVERIFY(mount("json", "m", samples[QStringLiteral("json")]));

@@ -25,7 +25,7 @@ std::string utf16(const QString& text, bool isLittle)
     return bytes;
 }
 
-// What may make a file begin like another one, or be no text any more.
+// What may make a file begin like another one, or no longer be text.
 std::vector<std::string> nastyTexts()
 {
     std::vector<std::string> texts{"",

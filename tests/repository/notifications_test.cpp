@@ -307,7 +307,7 @@ private slots:
         first.join();
         QCOMPARE(found, QList<int>({2, 2}));
         std::sort(brought.begin(), brought.end());
-        QCOMPARE(brought, QList<int>({1, 2})); // each write is told
+        QCOMPARE(brought, QList<int>({1, 2})); // each write is reported
     }
 
     // Registering, ending and writing at once lose no update of a registration that lasts, and keep none that

@@ -110,7 +110,7 @@ class RefusedMemoryTest : public QObject
         const std::vector<Entry> entries{{"x", integer(1)}, {"y", text(longText)}, {"y2.z", number(1.5)}};
         return {{"set", [=](Document& document) { return document.set(root + "a", text(longText)); }},
                 {"insert", [=](Document& document) { return document.insert(root + "n", text(longText)); }},
-                {"insert with a mark",
+                {"insert with a type tag",
                  [=](Document& document) { return document.insert(root + "n", number(1.5)); }},
                 {"insert with groups",
                  [=](Document& document) { return document.insert(root + "m.n.o", integer(1)); }},

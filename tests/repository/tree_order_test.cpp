@@ -211,7 +211,7 @@ private slots:
         QCOMPARE(listed(), listedAfresh());
     }
 
-    // Whose value comes to stand before all sections of an ini file.
+    // Whose value comes before all sections of an ini file.
     void groupsThatGetAValueMove()
     {
         QVERIFY(mount(QStringLiteral("ini"), "k=1\n[b]\nx=1\n[a]\n"));

@@ -125,7 +125,7 @@ void RandomPerson::dragRow()
     const QPoint from = placeIn(tree);
     const QPoint to = placeIn(monitor);
     send(QStringLiteral("mousemove %1 %2 mousedown 1").arg(from.x()).arg(from.y()));
-    constexpr int steps = 4; // the first ones begin the drag, the last ones are told to the target
+    constexpr int steps = 4; // the first ones begin the drag, the last ones reach the target
     for (int step = 1; step <= steps; ++step) {
         const QPoint place = from + (to - from) * step / steps;
         send(QStringLiteral("mousemove %1 %2 sleep 0.03").arg(place.x()).arg(place.y()));

@@ -101,7 +101,7 @@ public:
     }
 
 private:
-    // The log is bounded, so that its filling is no growth.
+    // The log is bounded, so that its filling is not growth.
     static void fillLog()
     {
         using Shared::Logging::LogRecord;

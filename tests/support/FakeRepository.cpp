@@ -57,7 +57,7 @@ QVariant withAttributeType(const QVariant& value)
 
 } // namespace
 
-// What watchers are told once the lock is released.
+// What watchers are notified of once the lock is released.
 struct FakeRepository::Update
 {
     QString path;

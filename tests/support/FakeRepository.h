@@ -12,7 +12,7 @@
 
 namespace TestSupport {
 
-// A small repository in memory for tests of what stands on the interfaces alone. It keeps their contract in
+// A small repository in memory for tests of what needs the interfaces alone. It keeps their contract in
 // the simplest way, plays the backends, and records what it is asked. Make it with std::make_shared: it is
 // its own sub-interfaces, and lives as long as one of them is kept. Any thread.
 class FakeRepository : public FrameworkCore::AppConfig::Interfaces::RepositoryInterface,
@@ -46,8 +46,8 @@ public:
     explicit FakeRepository(const QString& separator = QStringLiteral("."));
     ~FakeRepository() override;
 
-    // Preparation, as by another program: watchers are told, nothing is recorded. set creates what is missing
-    // and takes any type; remove takes away the node and all below it.
+    // Preparation, as by another program: watchers are notified, nothing is recorded. set creates what is
+    // missing and takes any type; remove takes away the node and all below it.
     void set(const QString& path, const QVariant& value, AccessMode access = AccessMode::ReadWrite);
     void remove(const QString& path) { removeTree(path); }
     void addBackend(const QString& name, const QString& rootPath, const QString& type,

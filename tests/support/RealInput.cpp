@@ -48,7 +48,7 @@ bool drag(const QWidget& from, const QPoint& fromPosition, const QWidget& to, co
     };
     moveTo(begin);
     arguments << QStringLiteral("mousedown") << QStringLiteral("1");
-    constexpr int steps = 5; // the first ones begin the drag, the last ones are told to the target
+    constexpr int steps = 5; // the first ones begin the drag, the last ones reach the target
     for (int step = 1; step <= steps; ++step)
         moveTo(begin + (end - begin) * step / steps);
     arguments << QStringLiteral("mouseup") << QStringLiteral("1");

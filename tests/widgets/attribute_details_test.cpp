@@ -58,7 +58,7 @@ private slots:
                                                   type + QStringLiteral("\nValue : ") + text);
         const QString shown = page->details.toPlainText();
         page->clickItem(QStringLiteral("a.other"), Qt::RightButton);
-        QCOMPARE(page->details.toPlainText(), shown); // a menu is no click
+        QCOMPARE(page->details.toPlainText(), shown); // a menu is not a click
     }
 
     void showsTheBeginningOfALongValue_data()

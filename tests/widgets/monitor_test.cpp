@@ -73,7 +73,7 @@ void editList(const QString& typed)
 
 } // namespace
 
-// The monitor stands in its page, and is used like by a person.
+// The monitor is in its page, and is used like by a person.
 class MonitorTest : public QObject
 {
     Q_OBJECT

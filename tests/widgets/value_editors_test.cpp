@@ -411,7 +411,7 @@ private:
 int main(int argc, char** argv)
 {
     qputenv("TZ", "Europe/Berlin");   // whose clock skips an hour in spring
-    qputenv("LC_ALL", "de_DE.UTF-8"); // where a comma stands in numbers
+    qputenv("LC_ALL", "de_DE.UTF-8"); // where numbers have a comma
     return TestSupport::runTest<QApplication, ValueEditorsTest>(argc, argv);
 }
 

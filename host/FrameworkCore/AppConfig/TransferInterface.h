@@ -25,7 +25,7 @@ public:
     virtual Outcome moveTree(const QString& from, const QString& to) = 0;
 
     // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; where such
-    // a file has no place for the node's own value, they begin with the node's name. Type marks are those of
+    // a file has no place for the node's own value, they begin with the node's name. Type tags are those of
     // such files, and groups without entries are left out where these have no place for them. Attributes and
     // texts of xml are plain members of json, and "$names" at its end says so. The empty path exports
     // everything but what is the repository's own.

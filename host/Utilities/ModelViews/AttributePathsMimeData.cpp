@@ -28,7 +28,7 @@ QStringList attributePathsFrom(const QMimeData& data)
     QStringList paths;
     if (data.hasFormat(attributePathsMimeType())) {
         paths = QString::fromUtf8(data.data(attributePathsMimeType())).split(lineEnd);
-    } else if (data.hasText() && !data.hasUrls()) { // files are no attributes
+    } else if (data.hasText() && !data.hasUrls()) { // files are not attributes
         paths = data.text().replace(QLatin1Char('\r'), lineEnd).split(lineEnd);
         for (QString& path : paths)
             path = path.trimmed();

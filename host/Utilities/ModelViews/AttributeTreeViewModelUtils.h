@@ -52,10 +52,10 @@ public:
     bool exportAttributeToTxtFile(const QString& fileName, const QString& path, QString& errorText) const;
 
     // Creates the attributes of a json file below the path; those that are there already are written. On a
-    // failure the error text names the file, and where it is no json the line, the column and the reason.
+    // failure the error text names the file, and where it is not json the line, the column and the reason.
     bool importAttributeFromJson(const QString& fileName, const QString& path, QString& errorText) const;
 
-    // The text without those of the given characters that stand at its two ends.
+    // The text without those of the given characters at its two ends.
     static QString TrimAttributeName(const QString& text, const QString& characters);
 
     // "read-only", "write-only" or "read-write"; any other text gives None.

@@ -68,7 +68,7 @@ QString TextFile::read(const QString& name, QString& text)
     if (!error.isEmpty())
         return unread(name, error);
     bytes.replace("\r\n", "\n");
-    text = QString::fromUtf8(bytes); // without the mark
+    text = QString::fromUtf8(bytes); // without a byte-order mark
     return {};
 }
 
@@ -86,9 +86,9 @@ QString TextFile::write(const QString& name, const QString& text, Readers reader
 {
     if (!text.isValidUtf16())
         return unsaved(name, tr("the text has a character that UTF-8 cannot hold"));
-    // Reading leaves out one mark, which must not be the text's own first character.
-    const bool needsMark = text.startsWith(QChar(QChar::ByteOrderMark));
-    return writeBytes(name, needsMark ? "\xEF\xBB\xBF" + text.toUtf8() : text.toUtf8(), readers);
+    // Reading leaves out one byte-order mark, which must not be the text's own first character.
+    const bool needsByteOrderMark = text.startsWith(QChar(QChar::ByteOrderMark));
+    return writeBytes(name, needsByteOrderMark ? "\xEF\xBB\xBF" + text.toUtf8() : text.toUtf8(), readers);
 }
 
 QString TextFile::writeBytes(const QString& name, const QByteArray& bytes, Readers readers)

@@ -16,11 +16,11 @@ public:
     // Who may read a file that is new; one that exists keeps its permissions.
     enum class Readers { Usual, OwnerOnly };
 
-    // "\r\n" is read as "\n", a lone "\r" stays; a byte order mark is left out. Refused are bytes that are no
+    // "\r\n" is read as "\n", a lone "\r" stays; a byte-order mark is left out. Refused are bytes that are no
     // text in UTF-8. A refusal leaves the text as it was.
     static QString read(const QString& name, QString& text);
 
-    // Writes the text as it is, after a byte order mark when it begins with one itself. At every moment the
+    // Writes the text as it is, after a byte-order mark when it begins with one itself. At every moment the
     // old or the new content is there whole, and after a success the new one is on the disk. Owner,
     // permissions and extended attributes are kept.
     static QString write(const QString& name, const QString& text, Readers readers = Readers::Usual);

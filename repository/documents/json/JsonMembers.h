@@ -37,7 +37,7 @@ public:
     // To be called before the children are removed, or become elements of a list, which have no names.
     void removeAll(NodeId container);
 
-    // The child by its name; noNode without one. A node's own value is no child.
+    // The child by its name; noNode without one. A node's own value is not a child.
     NodeId find(NodeId container, std::string_view name) const;
 
     // Appends the name of a child, of which `position` counts the children before it.

@@ -36,7 +36,7 @@ struct JsonNode : SyntaxNode
     std::uint32_t closing = 0;
     std::uint32_t valueEnd = 0;
     std::uint32_t end = 0;
-    std::uint32_t nonTexts = 0; // children that are no text
+    std::uint32_t nonTexts = 0; // children that are not a text
 
     JsonNode()
         : folded(false), wasFolded(false), trailingComma(false), indexed(false), repeated(false),

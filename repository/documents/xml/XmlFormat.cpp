@@ -39,7 +39,7 @@ bool lieInOneElement(const std::vector<Entry>& entries)
 
 } // namespace
 
-// Some line formats have sections in angle brackets, too, but those are no tags.
+// Some line formats have sections in angle brackets, too, but those are not tags.
 bool XmlFormat::begins(std::string_view text) const
 {
     if (!startsWithOneOf(text, "<"))

@@ -44,7 +44,7 @@ public:
     // noNode without one. The first search in a large element indexes its children.
     NodeId find(NodeId parent, const XmlKey& key);
 
-    // The first child that is no attribute, and the last attribute.
+    // The first child that is not an attribute, and the last attribute.
     NodeId firstInside(NodeId element) const;
     NodeId lastAttribute(NodeId element) const;
 

@@ -74,7 +74,7 @@ std::size_t lengthOfOpaque(std::string_view text)
     return text[0] == '"' || text[0] == '\'' ? lengthUpTo(text, text.substr(0, 1), 1) : 0;
 }
 
-// Of the document type declaration that the text begins with. What its literals hold is no markup.
+// Of the document type declaration that the text begins with. What its literals hold is not markup.
 std::size_t lengthOfDoctype(std::string_view text)
 {
     bool isInSubset = false;

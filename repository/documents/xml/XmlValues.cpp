@@ -257,7 +257,7 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
         Context closed = contextOf(id);
         closed.closesItself = true;
         return interpret(closed, {}).type == Type::Group
-                   ? "no mark gives a value to an element with nothing in it"
+                   ? "no type tag gives a value to an element with nothing in it"
                    : "";
     }
     const std::string unheld = explainUnheldXml(spelled);

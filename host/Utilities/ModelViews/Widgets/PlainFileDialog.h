@@ -7,7 +7,7 @@
 namespace Utilities::ModelViews::Widgets {
 
 // A file dialog whose own questions, as whether a file shall be overwritten, show the names of files as they
-// stand. GUI thread.
+// are. GUI thread.
 class VANTRY_HOST_EXPORT PlainFileDialog : public QFileDialog
 {
     Q_OBJECT

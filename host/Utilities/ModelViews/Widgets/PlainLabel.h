@@ -6,7 +6,7 @@
 
 namespace Utilities::ModelViews::Widgets {
 
-// A label that shows any text as it stands: what looks like markup in a name, a path or a value is never
+// A label that shows any text as it is: what looks like markup in a name, a path or a value is never
 // followed. All labels made by hand are of this class. GUI thread.
 class VANTRY_HOST_EXPORT PlainLabel : public QLabel
 {

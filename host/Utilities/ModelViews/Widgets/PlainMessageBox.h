@@ -6,7 +6,7 @@
 
 namespace Utilities::ModelViews::Widgets {
 
-// A message box that shows any text as it stands, breaks what is too long for a line, and is never higher
+// A message box that shows any text as it is, breaks what is too long for a line, and is never higher
 // than a screen. All message boxes about texts of people are of this class. GUI thread.
 class VANTRY_HOST_EXPORT PlainMessageBox : public QMessageBox
 {
@@ -20,7 +20,7 @@ public:
     void setInformation(const QString& text);
 };
 
-// Has all labels of a message box that others have made show their texts as they stand.
+// Has all labels of a message box that others have made show their texts as they are.
 VANTRY_HOST_EXPORT void makePlain(QMessageBox& box);
 
 } // namespace Utilities::ModelViews::Widgets

@@ -51,7 +51,7 @@ private:
     QComboBox* types;
     QVBoxLayout* editorPlace = nullptr;
     FaultLabel* valueFault;
-    FaultLabel* remarks; // which are no faults
+    FaultLabel* remarks; // which are not faults
     QDialogButtonBox* buttons;
 };
 

@@ -41,7 +41,7 @@ DateTimeValueEditor::DateTimeValueEditor(int metaType, QWidget* parent)
 {
     edit->setObjectName(QStringLiteral("edtValue"));
     zones->setObjectName(QStringLiteral("cbZone"));
-    edit->setTimeSpec(Qt::UTC); // digits as they stand, with no hour left out in spring
+    edit->setTimeSpec(Qt::UTC); // digits as they are, with no hour left out in spring
     edit->setDateTimeRange({QDate(100, 1, 1), QTime(0, 0), Qt::UTC},
                            {QDate(9999, 12, 31), QTime(23, 59, 59, 999), Qt::UTC});
     edit->setDisplayFormat(formatOf(type));

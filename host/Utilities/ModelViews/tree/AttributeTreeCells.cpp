@@ -41,16 +41,16 @@ void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface
 QSet<QString> AttributeTreeCells::setBackendNames(const QStringList& names)
 {
     backendNames = names;
-    return markRoots();
+    return updateRoots();
 }
 
 QSet<QString> AttributeTreeCells::setBackendPaths(const QStringList& paths)
 {
     backendPaths = paths;
-    return markRoots();
+    return updateRoots();
 }
 
-QSet<QString> AttributeTreeCells::markRoots()
+QSet<QString> AttributeTreeCells::updateRoots()
 {
     const QSet<QString> names(backendNames.cbegin(), backendNames.cend());
     QSet<QString> roots;

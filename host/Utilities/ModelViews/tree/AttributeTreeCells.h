@@ -22,7 +22,7 @@ public:
 
     void setRepository(const std::shared_ptr<RepositoryInterface>& repository);
 
-    // Gives the paths whose mark has changed.
+    // Gives the paths that have become a backend's root, or no longer are one.
     QSet<QString> setBackendNames(const QStringList& names);
     QSet<QString> setBackendPaths(const QStringList& paths);
 
@@ -39,7 +39,7 @@ public:
 private:
     using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
 
-    QSet<QString> markRoots();
+    QSet<QString> updateRoots();
     NodeInformation informationOf(const QString& path) const;
     QVariant readValue(const QString& path) const;
     const QIcon& iconOf(const QString& path) const;
