@@ -29,8 +29,8 @@ QString valueForPeople(const std::optional<Value>& value)
 
 } // namespace
 
-DocumentBackend::DocumentBackend(Description backendDescription)
-    : Backend(std::move(backendDescription)), content(description.type.toStdString())
+DocumentBackend::DocumentBackend(Description backendDescription, std::string format)
+    : Backend(std::move(backendDescription)), content(std::move(format))
 {
 }
 
@@ -222,6 +222,7 @@ EditedDocument DocumentBackend::getCopy() const
 
 QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
 {
+    std::string format;
     std::string before;
     std::string after;
     std::set<std::string> conflicts;
@@ -230,14 +231,14 @@ QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
         const std::lock_guard lock(mutex);
         if (!content.hasEdits())
             return changes;
+        format = content.getType();
         before = content.getBase();
         after = content.getText();
         for (EditedDocument::Conflict& conflict : content.getConflicts())
             conflicts.insert(std::move(conflict.path));
     }
     // Parsed without the lock, which writers wait for.
-    const auto found =
-        EditedDocument::changesBetween(description.type.toStdString(), std::move(before), std::move(after));
+    const auto found = EditedDocument::changesBetween(format, std::move(before), std::move(after));
     const bool showsValues = isReadable(description.accessMode);
     for (const DocumentChange& change : found) {
         UnsavedChange unsaved;

@@ -26,7 +26,8 @@ public:
     QString getUnsavedDiff() const override;
 
 protected:
-    explicit DocumentBackend(Description description);
+    // The format is that of the document, whatever the type of the backend is called.
+    DocumentBackend(Description description, std::string format);
 
     void beginEdit() override;
     void endEdit() override;

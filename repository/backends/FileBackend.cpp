@@ -29,7 +29,7 @@ std::string nameOnDisk(const Backend::Description& description)
 
 std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
 {
-    std::shared_ptr<FileBackend> backend(new FileBackend(description));
+    std::shared_ptr<FileBackend> backend(new FileBackend(description, description.type.toStdString()));
     outcome = backend->read();
     return outcome.ok() ? std::move(backend) : nullptr;
 }
