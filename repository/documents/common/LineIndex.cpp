@@ -48,36 +48,36 @@ std::uint32_t LineIndex::findSibling(std::uint32_t id, std::uint32_t number) con
     return findChild(nodes[id].parent, nodes[id].name, number);
 }
 
-std::uint32_t LineIndex::demand(std::string_view path, bool lasts)
+std::uint32_t LineIndex::getOrCreate(std::string_view path, bool lasts)
 {
     std::uint32_t id = root;
     while (!path.empty()) {
         const std::size_t end = std::min(path.find('.'), path.size());
-        id = demandChild(id, path.substr(0, end), 1, lasts);
+        id = getOrCreateChild(id, path.substr(0, end), 1, lasts);
         path.remove_prefix(std::min(end + 1, path.size()));
     }
     return id;
 }
 
-std::uint32_t LineIndex::demandNext(std::uint32_t parent, std::string_view name, bool lasts)
+std::uint32_t LineIndex::getOrCreateNext(std::uint32_t parent, std::string_view name, bool lasts)
 {
-    const std::uint32_t first = demandChild(parent, name, 1, lasts);
+    const std::uint32_t first = getOrCreateChild(parent, name, 1, lasts);
     const std::uint32_t number = ++nodes[first].count;
-    return number == 1 ? first : demandChild(parent, name, number, lasts);
+    return number == 1 ? first : getOrCreateChild(parent, name, number, lasts);
 }
 
-std::uint32_t LineIndex::demandSection(std::string_view path, bool lasts)
+std::uint32_t LineIndex::getOrCreateSection(std::string_view path, bool lasts)
 {
     std::uint32_t id = root;
     for (std::string_view rest = path; !rest.empty();) {
         const std::size_t end = std::min(rest.find('.'), rest.size());
-        id = demandChild(id, rest.substr(0, end), 1, lasts);
+        id = getOrCreateChild(id, rest.substr(0, end), 1, lasts);
         becomeSection(id);
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     const std::uint32_t number = ++nodes[id].section->headers;
     if (number > 1) {
-        id = demandChild(nodes[id].parent, splitLast(path).last, number, lasts);
+        id = getOrCreateChild(nodes[id].parent, splitLast(path).last, number, lasts);
         becomeSection(id);
     }
     return id;
@@ -112,8 +112,8 @@ std::size_t LineIndex::bytesOf(std::uint32_t section) const
     return bytes;
 }
 
-std::uint32_t LineIndex::demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
-                                     bool lasts)
+std::uint32_t LineIndex::getOrCreateChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
+                                          bool lasts)
 {
     const std::uint32_t found = findChild(parent, name, number);
     if (found != none)

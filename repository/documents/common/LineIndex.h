@@ -70,12 +70,12 @@ public:
 
     // The node of an unnumbered path, created with all above it if missing. Names are views if the path
     // outlives the index, or else copies.
-    std::uint32_t demand(std::string_view path, bool lasts);
+    std::uint32_t getOrCreate(std::string_view path, bool lasts);
     // The node for the next entry of that name in the group.
-    std::uint32_t demandNext(std::uint32_t parent, std::string_view name, bool lasts);
+    std::uint32_t getOrCreateNext(std::uint32_t parent, std::string_view name, bool lasts);
 
     // The section of the next header of that path, created with all above it if missing.
-    std::uint32_t demandSection(std::string_view path, bool lasts);
+    std::uint32_t getOrCreateSection(std::string_view path, bool lasts);
     void becomeSection(std::uint32_t id);
 
     // How many entries and how many sections have the name of the first of them; 0 for none.
@@ -105,7 +105,8 @@ public:
 
 private:
     std::uint32_t findChild(std::uint32_t parent, std::string_view name, std::uint32_t number) const;
-    std::uint32_t demandChild(std::uint32_t parent, std::string_view name, std::uint32_t number, bool lasts);
+    std::uint32_t getOrCreateChild(std::uint32_t parent, std::string_view name, std::uint32_t number,
+                                   bool lasts);
     void link(std::uint32_t id, std::uint32_t previous);
     void unlink(std::uint32_t id);
     void erase(std::uint32_t id);

@@ -85,7 +85,7 @@ Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
                       "sections lie in each other more than " + std::to_string(deepestIniSection) + " deep");
     const std::string path = encodePath(header.key());
     const bool isPlain = path == header.key();
-    section = index.demandSection(isPlain ? header.key() : std::string_view(path), isPlain);
+    section = index.getOrCreateSection(isPlain ? header.key() : std::string_view(path), isPlain);
     if (index.getSectionBytes() > mostSectionBytes(getText().size()))
         return failAt(header.key().data(),
                       "the sections up to here, lying deep in each other, take too much memory");
@@ -99,8 +99,8 @@ Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
 void IniFile::takeUpEntry(std::uint32_t piece, std::uint32_t section)
 {
     const std::string_view key = pieces[piece].line.key();
-    const std::uint32_t node = isPlainKey(key) ? index.demandNext(section, key, true)
-                                               : index.demandNext(section, encodeKey(key), false);
+    const std::uint32_t node = isPlainKey(key) ? index.getOrCreateNext(section, key, true)
+                                               : index.getOrCreateNext(section, encodeKey(key), false);
     pieces[piece].node = node;
     index.node(node).entry = index.node(section).section->last = piece;
     learnStyle(pieces[piece].line);

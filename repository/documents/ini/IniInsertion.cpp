@@ -92,7 +92,7 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     const std::uint32_t last = index.node(group).section->last;
     const std::uint32_t piece = last == none ? placeFirstAtRoot(std::move(text))
                                              : file.addOwn(pieces[last].next, last, std::move(text));
-    pieces[piece].node = index.demandNext(group, splitNumber(ends.last).name, false);
+    pieces[piece].node = index.getOrCreateNext(group, splitNumber(ends.last).name, false);
     index.node(pieces[piece].node).entry = index.node(group).section->last = piece;
     return {};
 }
@@ -183,7 +183,7 @@ std::uint32_t IniInsertion::placeSection(std::string_view path, const std::strin
     piece.own->text = blank + header;
     piece.line.text = piece.own->text;
     piece.line.shift(blank.size());
-    piece.node = index.demandSection(numberedPath(path).first, false);
+    piece.node = index.getOrCreateSection(numberedPath(path).first, false);
     LineSection& section = *index.node(piece.node).section;
     section.header = section.last = id;
     file.firstHeader = file.firstHeader == none ? id : file.firstHeader;

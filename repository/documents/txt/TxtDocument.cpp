@@ -117,7 +117,7 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     const bool isBelowEntry = above != none && pieces[above].line.isEntry();
     const std::uint32_t piece =
         file->addOwn(below, isBelowEntry ? above : pieces.chainedLast(), std::move(text));
-    pieces[piece].node = index.demandNext(index.demand(ends.parent, false), last.name, false);
+    pieces[piece].node = index.getOrCreateNext(index.getOrCreate(ends.parent, false), last.name, false);
     index.node(pieces[piece].node).entry = piece;
     if (before != none && index.node(before).firstChild == none)
         index.moveAfter(pieces[piece].node, before);

@@ -37,9 +37,9 @@ Outcome TxtFile::takeUp(const Statement& line, std::uint32_t piece, Group& lates
     const PathEnds ends = splitLast(path);
     // Mostly the entries of a group are together.
     if (line.plainKey && ends.parent != latest.path)
-        latest = {ends.parent, index.demand(ends.parent, true)};
-    const std::uint32_t group = line.plainKey ? latest.id : index.demand(ends.parent, false);
-    pieces[piece].node = index.demandNext(group, ends.last, line.plainKey);
+        latest = {ends.parent, index.getOrCreate(ends.parent, true)};
+    const std::uint32_t group = line.plainKey ? latest.id : index.getOrCreate(ends.parent, false);
+    pieces[piece].node = index.getOrCreateNext(group, ends.last, line.plainKey);
     index.node(pieces[piece].node).entry = piece;
     style.learn(line);
     return {};
