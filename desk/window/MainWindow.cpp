@@ -125,7 +125,7 @@ void MainWindow::setUpMenus()
     showNavigation->setChecked(true);
     showNavigation->setShortcut(Qt::Key_F9);
     connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
-    const auto docks = findChildren<QDockWidget*>({}, Qt::FindDirectChildrenOnly);
+    const auto docks = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (const QDockWidget* const dock : docks)
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
