@@ -2,9 +2,10 @@
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
-#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QRandomGenerator>
+
+#include <ctime>
 
 using namespace EntryLines;
 using Repository::Documents::makeDocument;
@@ -228,8 +229,7 @@ private slots:
         bytes += "]}";
         const auto document = makeDocument("json");
         QVERIFY(document->parse(bytes).ok());
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t before = std::clock();
         for (int i = 0; i < 100000; ++i)
             QVERIFY(document->insert("k" + std::to_string(i), integer(i)).ok());
         for (int i = 0; i < 100000; ++i) {
@@ -238,7 +238,7 @@ private slots:
         }
         for (int i = 0; i < 100000; ++i)
             QVERIFY(document->remove("k" + std::to_string(i)).ok());
-        QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY((std::clock() - before) / CLOCKS_PER_SEC < 20);
     }
 
     void knowsWhichSiblingsMove_data()

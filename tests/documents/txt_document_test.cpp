@@ -2,8 +2,7 @@
 #include "tests/documents/LineFileTables.h"
 #include "tests/support/TestRun.h"
 
-#include <QElapsedTimer>
-
+#include <ctime>
 #include <limits>
 
 using namespace EntryLines;
@@ -309,12 +308,11 @@ private slots:
               QByteArray("\\\\").repeated(length / 2) + "=1", QByteArray("k = 1 \\\n").repeated(length / 8),
               QByteArray(length, '%') + "=1", QByteArray("# @type text\n").repeated(length / 13),
               QByteArray("a.").repeated(1023) + "a=1\n"}) {
-            QElapsedTimer timer;
-            timer.start();
+            const std::clock_t before = std::clock();
             const auto document = tables.load(file);
             QVERIFY(document);
             QCOMPARE(QByteArray::fromStdString(document->getBytes()).size(), file.size());
-            QVERIFY2(timer.elapsed() < 20000, qPrintable(QString::number(timer.elapsed())));
+            QVERIFY((std::clock() - before) / CLOCKS_PER_SEC < 20);
         }
     }
 };

@@ -307,7 +307,7 @@ private slots:
             }
         });
         int merges = 0;
-        for (int count = 1; count <= 150; ++count) {
+        for (int count = 1; count <= 150 || merges < count + 10; ++count) { // until some saves met the other
             const auto withOurs = [&](const std::string& found, const FileDigest&) {
                 ++merges;
                 return Files::MergedContent{
@@ -316,14 +316,15 @@ private slots:
             const ReadFileResult read = FileSaver().read(path("f.ini"));
             const std::string bytes = withOurs(read.bytes, read.digest).bytes;
             const SaveFileResult saved = FileSaver().save(path("f.ini"), bytes, read.digest, withOurs);
-            if (!saved.ok())
+            if (!saved.ok()) {
                 isOver = true;
+                program.join();
+            }
             QVERIFY2(saved.ok(), saved.error.c_str());
         }
         isOver = true;
         program.join();
         QCOMPARE(lost.load(), 0);
-        QVERIFY2(merges > 160, "hardly a save met the other program");
         QCOMPARE(folder->leftovers(), QStringList());
     }
 
