@@ -293,7 +293,7 @@ private slots:
         press(Qt::Key_F2, Qt::ControlModifier);
         QVERIFY(qobject_cast<QCheckBox*>(editor()));
         QTest::keyClick(editor(), Qt::Key_Escape);
-        QVERIFY(monitor->hasFocus());
+        QTRY_VERIFY(monitor->hasFocus());
         press(Qt::Key_Tab);
         QVERIFY(!monitor->hasFocus());
     }
