@@ -14,8 +14,8 @@ extern const QStringList BrowserMode;
 // The entry that means every backend in a list of backends. Not translated.
 extern const QString AllBackends;
 
-// Path of the attribute that holds the name of the page shown in the widget's GUI context; empty while there
-// is no repository.
+// Path of the attribute that holds the name of the page shown in the widget's GUI context; empty without a
+// repository.
 QString browserModePath(Utilities::ApplicationWidgets::ApplicationWidget& widget);
 
 } // namespace Vantry

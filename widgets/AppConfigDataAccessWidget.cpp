@@ -40,8 +40,8 @@ public:
     void giveBackWindow() { destroy(); }
 };
 
-// Draws a cell that reaches out of sight at the right within the part that is seen: what stands at its right
-// end, as numbers do, would not be seen otherwise. Its view must draw anew when it scrolls sideways.
+// Draws a cell that reaches out of sight at the right within the visible part; otherwise what is aligned
+// right, as numbers are, would be out of sight. Its view must draw anew when it scrolls sideways.
 class VisiblePartDelegate : public Utilities::ModelViews::Widgets::LongTextDelegate
 {
 public:

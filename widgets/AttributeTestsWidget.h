@@ -30,7 +30,8 @@ private slots:
 private:
     using Repository = std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface>;
 
-    // What a run works on, and the count that was entered. Null, and the reason is told, when one is missing.
+    // Begins a run with the count that was entered. Null without a valid count or a repository, which the
+    // page or the log reports.
     Repository beginRun(int& count);
 
     std::unique_ptr<Ui::AttributeTestsWidget> ui;

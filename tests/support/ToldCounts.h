@@ -6,7 +6,7 @@
 
 namespace TestSupport {
 
-// Numbers of children as a view knows them: asked once, from then on signalled by row signals alone.
+// Numbers of children as a view knows them: asked once, from then on kept by row signals alone.
 class ToldCounts
 {
 public:

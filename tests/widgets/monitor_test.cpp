@@ -73,7 +73,7 @@ void editList(const QString& typed)
 
 } // namespace
 
-// The monitor is in its page, and is used like by a person.
+// The monitor in its page, used as a person does.
 class MonitorTest : public QObject
 {
     Q_OBJECT
