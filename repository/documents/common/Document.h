@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Repository::Documents {
@@ -58,6 +59,22 @@ struct Span
     std::size_t length = 0;
 };
 
+// What the author of a file has written of an entry and all below it, with the comments that belong to it:
+// those right above it, and one after it on its line. It is for documents of the same format.
+struct Excerpt
+{
+    using Range = std::pair<std::size_t, std::size_t>; // begin and end
+    using TypeAt = std::pair<std::string, Type>;       // by relative path
+
+    std::string text;
+    std::vector<std::size_t> lines; // in it, where the indentation of a line may change
+    std::vector<Range> names;       // each place with its name
+    std::string indentation;        // of the line on which it begins
+    std::string above;              // lines of comments
+    std::string after;              // the comment after it, with the blanks before that
+    std::vector<TypeAt> types;      // that the text does not tell
+};
+
 // A configuration file as its author left it, with edits: every byte that no edit touches is kept. Not safe
 // for two threads at once. No operation throws; a refused one changes nothing.
 class Document
@@ -92,6 +109,20 @@ public:
 
     // Takes out an entry and all below it.
     virtual Outcome remove(std::string_view path) = 0;
+
+    // Gives an entry another last component where it is: of the file nothing changes but the places of the
+    // name. Nothing is done, and nothing comes back, where the entry must be moved instead.
+    virtual std::optional<Outcome> rename(std::string_view /*path*/, std::string_view /*name*/) { return {}; }
+
+    // Nothing for an entry that can only be copied by its values, like all others of the format.
+    virtual std::optional<Excerpt> excerpt(std::string_view /*path*/) const { return {}; }
+
+    // Adds a new entry and all below it as they are written elsewhere. False, with the document as it was,
+    // where they must be inserted one by one. Whether their values are read alike there, the caller looks.
+    virtual bool insertExcerpt(std::string_view /*path*/, const Excerpt& /*excerpt*/) { return false; }
+
+    // As remove; the comments of its excerpt go, too.
+    virtual Outcome removeExcerpt(std::string_view path) { return remove(path); }
 
     // Whether removal renames siblings, as in an array.
     virtual bool removalMovesSiblings(std::string_view path) const = 0;
