@@ -1,8 +1,10 @@
 #include "repository/documents/json/JsonDocument.h"
 
+#include "repository/documents/common/NumberStyle.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
+#include "repository/documents/json/JsonSubtrees.h"
 #include "repository/documents/json/JsonText.h"
 #include "repository/documents/json/JsonTrivia.h"
 #include "repository/documents/json/JsonWriter.h"
@@ -92,6 +94,11 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         return {};
     const Type tag = file->types.find(path);
     JsonContent wanted = tag == Type::Group ? toContent(value) : toTaggedContent(value);
+    const auto alike =
+        value.type == Type::Double && wanted.kind == JsonKind::Number && wanted.error.empty()
+            ? spellLike(std::get<double>(value.data), file->tree.text(valueNode, JsonPart::Value))
+            : std::nullopt;
+    wanted.spelling = alike.value_or(wanted.spelling);
     const bool restores = isOriginal(valueNode, value, tag);
     if (restores)
         wanted.kind = *file->tree.originalKind(valueNode);
@@ -246,13 +253,58 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
     if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
         file->tree.depthOf(id) + written->depth > JsonReader::maximumDepth)
         return false;
-    if (tree.hasRoomFor(written->text.size()) &&
-        tree.getOriginal().size() + written->text.size() <= JsonReader::maximumSize)
-        return JsonReader(tree, file->members).readInto(id, tree.keep(written->text));
+    return graftText(id, written->text);
+}
+
+bool JsonDocument::graftText(NodeId id, const std::string& text)
+{
+    JsonTree& tree = file->tree;
+    if (tree.hasRoomFor(text.size()) && tree.getOriginal().size() + text.size() <= JsonReader::maximumSize)
+        return JsonReader(tree, file->members).readInto(id, tree.keep(text));
     Span value;
     std::string bytes = JsonWriter(tree).writeLocating(id, value);
-    bytes.replace(value.offset, value.length, written->text);
+    bytes.replace(value.offset, value.length, text);
     return parse(std::move(bytes)).ok();
+}
+
+std::optional<Outcome> JsonDocument::rename(std::string_view path, std::string_view name)
+{
+    return JsonSubtrees(*file).rename(path, name);
+}
+
+std::optional<Excerpt> JsonDocument::excerpt(std::string_view path) const
+{
+    return JsonSubtrees(*file).excerpt(path);
+}
+
+bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    std::string before = getBytes();
+    const auto text = JsonSubtrees(*file).insertPlaceholder(path, excerpt);
+    if (!text)
+        return false;
+    const NodeId id = file->findValueNode(path);
+    if (text->front() != '{' && text->front() != '[') {
+        file->editor.setContent(id, {kindOfJson(text->front()), *text, {}, {}});
+        return true;
+    }
+    if (graftText(id, *text))
+        return true;
+    parse(std::move(before));
+    return false;
+}
+
+Outcome JsonDocument::removeExcerpt(std::string_view path)
+{
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode)
+        return remove(path);
+    const std::string leading(file->tree.text(id, JsonPart::Leading));
+    file->editor.getLayout().dropCommentsAbove(id);
+    Outcome outcome = remove(path);
+    if (!outcome.ok())
+        file->tree.setText(id, JsonPart::Leading, leading);
+    return outcome;
 }
 
 Outcome JsonDocument::remove(std::string_view path)

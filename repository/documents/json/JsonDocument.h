@@ -25,6 +25,10 @@ public:
                       std::size_t& refused) override;
     bool keepsGivenOrder() const override { return true; }
     Outcome remove(std::string_view path) override;
+    std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
+    std::optional<Excerpt> excerpt(std::string_view path) const override;
+    bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
+    Outcome removeExcerpt(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
@@ -41,6 +45,7 @@ private:
     // Writes a whole subtree in place of a new entry's value and reads it, or the file anew. False when the
     // entries are not plain, or too few to be worth it.
     bool graft(std::string_view path, const std::vector<Entry>& entries);
+    bool graftText(NodeId id, const std::string& text);
 
     std::unique_ptr<JsonFile> file = std::make_unique<JsonFile>(std::string());
 };

@@ -109,6 +109,16 @@ void JsonEditor::remove(NodeId id)
         members.removeAll(container);
 }
 
+void JsonEditor::rename(NodeId member, std::string_view key)
+{
+    const std::string_view label = tree.text(member, JsonPart::Label);
+    std::string renamed = encodeString(key);
+    renamed += label.substr(tree.keyLiteral(member).size());
+    members.removeMember(member);
+    tree.setText(member, JsonPart::Label, std::move(renamed));
+    members.add(member);
+}
+
 void JsonEditor::wrap(NodeId id)
 {
     const NodeId inner = tree.wrap(id);

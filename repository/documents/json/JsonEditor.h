@@ -47,6 +47,11 @@ public:
 
     void remove(NodeId id);
 
+    // Gives a member another key, of which it is the only one.
+    void rename(NodeId member, std::string_view key);
+
+    JsonLayout& getLayout() { return layout; }
+
     // Turns a value into an object that holds it as its own value.
     void wrap(NodeId id);
 

@@ -17,7 +17,7 @@ Outcome JsonInsertion::insert(std::string_view path, const Value& value)
         return refused(wanted.error);
     Outcome outcome = check(path, place, wanted);
     if (outcome.ok() && needsTag)
-        outcome = checkTag(value);
+        outcome = checkTag(value.type);
     if (outcome.ok() && place.missing.size() == 1 && value.type == Type::String)
         outcome = file.checkNoTypes(place.node, noNode, std::get<std::string>(value.data));
     if (!outcome.ok())
@@ -29,11 +29,10 @@ Outcome JsonInsertion::insert(std::string_view path, const Value& value)
     return {};
 }
 
-// Whether the file can say the type of a new entry.
-Outcome JsonInsertion::checkTag(const Value& value) const
+Outcome JsonInsertion::checkTag(Type tagged) const
 {
     const NodeId root = tree.getRoot();
-    const std::string type(describeType(value.type));
+    const std::string type(describeType(tagged));
     if (root != noNode && tree.node(root).kind != JsonKind::Object)
         return refused("json has no form for " + type + ", and only in a file whose root is an object \"" +
                        std::string(typesKey) + "\" can say what it is");
@@ -73,7 +72,6 @@ Outcome JsonInsertion::check(std::string_view path, const PathMatch& place, cons
     return {};
 }
 
-// The name of a child of a container or new object; empty for its own value.
 Outcome JsonInsertion::checkName(NodeId container, std::string_view component) const
 {
     const bool inArray = container != noNode && tree.node(container).kind == JsonKind::Array;

@@ -19,10 +19,14 @@ public:
 
     Outcome insert(std::string_view path, const Value& value);
 
+    // Whether the file can say the type of a new entry.
+    Outcome checkTag(Type type) const;
+
+    // Whether a child of a container, or of a new object, can have the name; empty for its own value.
+    Outcome checkName(NodeId container, std::string_view component) const;
+
 private:
     Outcome check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const;
-    Outcome checkTag(const Value& value) const;
-    Outcome checkName(NodeId container, std::string_view component) const;
     void insertAt(const PathMatch& place, const JsonContent& wanted);
 
     JsonTree& tree;

@@ -1,5 +1,6 @@
 #include "repository/documents/json/JsonLayout.h"
 
+#include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/json/JsonTrivia.h"
 
@@ -134,6 +135,12 @@ void JsonLayout::placeAfter(NodeId id)
         kept = following.substr(0, following.size() - rest.size());
     }
 
+    // Where commas begin the lines, the sibling's own line ends before its comma.
+    const NodeId above = tree.node(sibling).previous;
+    const std::string_view aboveComma = above == noNode ? "" : tree.text(above, JsonPart::Trailing);
+    if (!afterComma && kept.empty() && isBlank(aboveComma) && JsonTrivia(aboveComma).hasBreak())
+        kept = aboveComma;
+
     std::string leading = leadingLike(sibling);
     if (lineComment && !beginsWithBreak(leading))
         leading = style.lineEnd + lineIndentation(tree, sibling);
@@ -151,12 +158,7 @@ void JsonLayout::takeOut(NodeId id)
     const JsonNode& node = tree.node(id);
     const NodeId container = node.parent;
     const Following place = followingOf(id);
-    std::string following(tree.text(place.textNode, place.part));
-    if (place.afterComma) {
-        const std::string_view trailing = tree.text(id, JsonPart::Trailing);
-        following.insert(0, isBlank(trailing) ? std::string_view() : trailing);
-    }
-    std::string text = join(keptBefore(id), keptAfter(id, following), container);
+    std::string text = join(keptBefore(id), keptAfter(id, textAfter(id)), container);
     const bool onlyChild = node.next == noNode && node.previous == noNode;
     if (onlyChild && isBlank(text))
         text.clear();
@@ -174,6 +176,73 @@ void JsonLayout::takeOut(NodeId id)
     } else {
         tree.setText(node.previous, JsonPart::Trailing, std::move(text));
     }
+}
+
+// The text after a node but for its comma.
+std::string JsonLayout::textAfter(NodeId id) const
+{
+    const Following place = followingOf(id);
+    std::string following(tree.text(place.textNode, place.part));
+    if (place.afterComma) {
+        const std::string_view trailing = tree.text(id, JsonPart::Trailing);
+        following.insert(0, isBlank(trailing) ? std::string_view() : trailing);
+    }
+    return following;
+}
+
+JsonLayout::Comments JsonLayout::commentsOf(NodeId id) const
+{
+    Comments comments;
+    const std::string_view leading = tree.text(id, JsonPart::Leading);
+    const JsonTrivia before(leading);
+    const std::size_t own = findOwnComments(leading);
+    if (own != JsonTrivia::npos) {
+        comments.above = leading.substr(own);
+        comments.above.resize(comments.above.size() - trailingBlanks(comments.above).size());
+        if (!comments.above.empty() && !endsLine(comments.above))
+            comments.above += style.lineEnd;
+    }
+    const std::string after = textAfter(id);
+    const JsonTrivia following(after);
+    const bool endsItsLine = following.firstLineEnd < after.size() || tree.node(id).next == noNode;
+    if (before.hasBreak() && endsItsLine && following.firstLineHasComment)
+        comments.after = after.substr(0, following.firstLineEnd);
+    comments.after.resize(comments.after.size() - trailingBlanks(comments.after).size());
+    return comments;
+}
+
+void JsonLayout::addComments(NodeId id, const Comments& comments, std::string_view indentation)
+{
+    const NodeId container = tree.node(id).parent;
+    if (!comments.above.empty()) {
+        std::string leading(tree.text(id, JsonPart::Leading));
+        std::string indent = lineIndentation(tree, id);
+        if (!JsonTrivia(leading).hasBreak()) {
+            indent = lineIndentation(tree, container) + style.indentation;
+            leading += style.lineEnd + indent;
+        }
+        leading.resize(leading.size() - trailingBlanks(leading).size());
+        leading += indentedLines(comments.above, indentation, indent) + indent;
+        tree.setText(id, JsonPart::Leading, std::move(leading));
+    }
+    if (!comments.after.empty()) {
+        const Following place = followingOf(id);
+        std::string text = join(comments.after, tree.text(place.textNode, place.part), container);
+        text = join(std::move(text), "]", container);
+        text.pop_back();
+        tree.setText(place.textNode, place.part, std::move(text));
+    }
+}
+
+void JsonLayout::dropCommentsAbove(NodeId id)
+{
+    const std::string leading(tree.text(id, JsonPart::Leading));
+    const std::size_t own = findOwnComments(leading);
+    const JsonTrivia trivia(leading);
+    if (own == JsonTrivia::npos || own > trivia.lastBreak)
+        return;
+    tree.setText(id, JsonPart::Leading,
+                 leading.substr(0, own) + leading.substr(skipBreak(leading, trivia.lastBreak)));
 }
 
 // What stays of the text before a node: all but its own line.

@@ -42,6 +42,19 @@ public:
     // To be called before a node is unlinked.
     void takeOut(NodeId id);
 
+    // What is written of a node beside itself: the lines of comments right above it, and a comment after it
+    // on its line.
+    struct Comments
+    {
+        std::string above;
+        std::string after;
+    };
+    Comments commentsOf(NodeId id) const;
+
+    // Gives a placed node such comments, which had this indentation, and takes away those above.
+    void addComments(NodeId id, const Comments& comments, std::string_view indentation);
+    void dropCommentsAbove(NodeId id);
+
     // True when a container that gets its first child should have it in a line of its own.
     bool opensLines(NodeId container) const;
 
@@ -61,6 +74,7 @@ private:
     };
 
     Following followingOf(NodeId id) const;
+    std::string textAfter(NodeId id) const;
     std::string leadingLike(NodeId sibling) const;
     std::string keptBefore(NodeId id) const;
     std::string keptAfter(NodeId id, const std::string& following) const;

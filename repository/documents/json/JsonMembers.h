@@ -28,11 +28,14 @@ public:
     // Takes up the children of a container that was read.
     void addAll(NodeId container);
 
-    // Takes up the last child of a container, in an object the member of this ordinal under its key.
+    // Takes up the last child of an array, or in an object a member as that of this ordinal under its key.
     void add(NodeId child, std::uint32_t ordinal = 1);
 
     // To be called before a child is taken out of the tree; siblings of the same key move up.
     void remove(NodeId child);
+
+    // The same for a member that stays, with all below it, and gets another key.
+    void removeMember(NodeId member);
 
     // To be called before the children are removed, or become elements of a list, which have no names.
     void removeAll(NodeId container);
@@ -59,7 +62,6 @@ private:
     NodeId findElement(NodeId array, std::string_view name) const;
     HashIndex numberMembers(NodeId object);
     void buildIndex(NodeId container);
-    void removeMember(NodeId member);
     void forgetIndex(NodeId container);
 
     JsonTree& tree;

@@ -59,10 +59,9 @@ std::size_t countValues(const json_iterator& begin)
 
 // A copy of equal length with comments blanked; empty when there are none. An unclosed comment stays, and is
 // then found not to be a value.
-std::string blankComments(const std::string& text)
+std::string blankComments(const std::string& text, std::size_t at = 0)
 {
     std::string copy;
-    std::size_t at = 0;
     while ((at = text.find_first_of("\"/", at)) != std::string::npos) {
         if (text[at] == '"') {
             at = std::min(findStringEnd(text, at), text.size());
@@ -111,7 +110,9 @@ bool JsonReader::readInto(NodeId scalar, std::size_t start)
     if (start >= text.size() || (text[start] != '{' && text[start] != '['))
         return false;
     top = scalar;
-    return scan(text, start);
+    // A comment in it would end the reading, which leaves nodes that are half read.
+    const std::string blanked = blankComments(text, start);
+    return scan(blanked.empty() ? text : blanked, start);
 }
 
 bool JsonReader::scan(const std::string& text, std::size_t start)

@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::size_t readAhead = 64; // bytes after the end that the parser may read
 
-JsonKind kindOf(char first)
+} // namespace
+
+JsonKind kindOfJson(char first)
 {
     switch (first) {
     case '{':
@@ -31,8 +33,6 @@ JsonKind kindOf(char first)
         return JsonKind::Number;
     }
 }
-
-} // namespace
 
 JsonTree::JsonTree(std::string bytes) : SyntaxTree(std::move(bytes)), fileSize(original.size())
 {
@@ -132,7 +132,7 @@ std::optional<JsonKind> JsonTree::originalKind(NodeId id) const
     const JsonNode& node = nodes[id];
     if (node.valueEnd == 0)
         return std::nullopt;
-    const JsonKind kind = kindOf(original[node.value]);
+    const JsonKind kind = kindOfJson(original[node.value]);
     const bool group = kind == JsonKind::Object || (kind == JsonKind::Array && !node.wasFolded);
     return group ? std::nullopt : std::optional(kind);
 }

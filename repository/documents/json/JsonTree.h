@@ -10,6 +10,9 @@
 
 namespace Repository::Documents {
 
+// Of a value that begins with this character.
+JsonKind kindOfJson(char first);
+
 // The syntax tree of a json text: each byte belongs to a part of a node, so that the parts in order are the
 // text. It knows neither paths nor layout. The root is the first node.
 class JsonTree : public SyntaxTree<JsonNode, JsonPart, jsonPartCount>

@@ -77,6 +77,29 @@ JsonTrivia::JsonTrivia(std::string_view text)
     }
 }
 
+std::size_t findOwnComments(std::string_view leading)
+{
+    constexpr std::size_t npos = std::string_view::npos;
+    std::size_t found = npos;
+    std::size_t lineStart = npos; // the trivia begins in the line of what is before it
+    bool isBlankSoFar = false;
+    for (std::size_t at = 0; at < leading.size();) {
+        if (isBreak(leading[at])) {
+            found = isBlankSoFar ? npos : found;
+            at = lineStart = skipBreak(leading, at);
+            isBlankSoFar = true;
+            continue;
+        }
+        const std::size_t next = std::min(skipComment(leading, at), leading.size());
+        if (next > at && lineStart != npos) {
+            found = found == npos ? lineStart : found;
+            isBlankSoFar = false;
+        }
+        at = std::max(next, at + 1);
+    }
+    return found;
+}
+
 std::string_view leadingBlanks(std::string_view text)
 {
     return text.substr(0, std::min(text.find_first_not_of(blanks), text.size()));

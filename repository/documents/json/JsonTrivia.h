@@ -33,6 +33,10 @@ std::size_t skipBreak(std::string_view text, std::size_t at);
 // Offset after the comment at an offset; the offset itself when none begins there; npos when it has no end.
 std::size_t skipComment(std::string_view text, std::size_t at);
 
+// Where, in the trivia before a node, the lines of comments begin that are right above it and without a blank
+// line between; npos without any.
+std::size_t findOwnComments(std::string_view leading);
+
 std::string_view leadingBlanks(std::string_view text);
 std::string_view trailingBlanks(std::string_view text);
 bool isBlank(std::string_view text);

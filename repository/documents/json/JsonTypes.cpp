@@ -134,6 +134,33 @@ void JsonTypes::removeBelow(std::string_view path)
     dropEmptyMember();
 }
 
+std::vector<std::pair<std::string, Type>> JsonTypes::findBelow(std::string_view path) const
+{
+    std::vector<std::pair<std::string, Type>> found;
+    const std::string begin = joinPath(path, {});
+    for (auto tag = tags.lower_bound(path); tag != tags.end() && startsWith(tag->first, path); ++tag) {
+        if (tag->first == path)
+            found.emplace_back(std::string(), tag->second.type);
+        else if (startsWith(tag->first, begin))
+            found.emplace_back(tag->first.substr(begin.size()), tag->second.type);
+    }
+    return found;
+}
+
+void JsonTypes::rename(std::string_view path, std::string_view newPath)
+{
+    for (const auto& [below, type] : findBelow(path)) {
+        const auto tag = tags.find(below.empty() ? std::string(path) : joinPath(path, below));
+        std::string renamed = below.empty() ? std::string(newPath) : joinPath(newPath, below);
+        const Tag found = tag->second;
+        tags.erase(tag);
+        if (const auto old = tags.find(renamed); old != tags.end()) // said of an entry that was not there
+            take(old);
+        editor.rename(found.node, renamed);
+        tags.emplace(std::move(renamed), found);
+    }
+}
+
 void JsonTypes::moveUp(std::string_view removedPath, bool inArray)
 {
     const PathEnds removed = splitLast(removedPath);

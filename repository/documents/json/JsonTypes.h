@@ -8,6 +8,8 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -40,6 +42,12 @@ public:
 
     void remove(std::string_view path);
     void removeBelow(std::string_view path);
+
+    // Those at and below a path, by relative paths.
+    std::vector<std::pair<std::string, Type>> findBelow(std::string_view path) const;
+
+    // Gives the tags at and below a path another beginning in its place.
+    void rename(std::string_view path, std::string_view newPath);
 
     // Whether an edit would turn an ordinary member of that key into types: this text in place of a value or
     // as a new member, or the removal of this node.
