@@ -114,6 +114,15 @@ private slots:
             {"x:r%2Es = {}", "x:r%2Es.@xmlns:x = 'u'", "x:r%2Es.\xC3\xA9 = {}"});
         const std::string doctype = "<!DOCTYPE r SYSTEM 'no.dtd' [<!ENTITY a 'x&b;'><!ENTITY b 'y'>"
                                     "<!ENTITY c '<t>1</t>'><!ENTITY d SYSTEM 'file:///etc/passwd'>]>";
+        row("words of an attribute",
+            "<!DOCTYPE r [<!ATTLIST r a NMTOKENS #IMPLIED>]><r a=' x\n  y ' b=' x '/>",
+            {"r = {}", "r.@a = 'x y'", "r.@b = ' x '"});
+        row("blanks that count",
+            "<r xml:space='preserve'><a> x </a><b xml:space='default'> y </b> <c>\n</c><d> </d></r>",
+            {"r = {}", "r.@xml:space = 'preserve'", "r.a = ' x '", "r.b = 'y'", "r.b.@xml:space = 'default'",
+             "r.c = {}", "r.d = ' '"});
+        row("blanks of translations", "<TS>\n <m>\n  <s>Foo: </s>\n </m>\n</TS>",
+            {"TS = {}", "TS.m = {}", "TS.m.s = 'Foo: '"});
         row("entities", doctype + "<r e='&a;'><f>&a;</f><g>&c;&d;&e;</g>&c;<h/>&amp;</r>",
             {"r = {}", "r.@e = 'xy'", "r.f = 'xy'", "r.g = '&c;&d;&e;'", "r.#text = '&c;'", "r.h = {}",
              "r.#text[2] = '&'"});
@@ -226,6 +235,19 @@ private slots:
             "<?xml version='1.0' encoding='US-ASCII'?><r>&#233;</r>");
         row("text", "<r>a <b/> c </r>", set("r.#text[2]", text("d")), "<r>a <b/> d </r>");
 
+        row("blanks that count", "<r xml:space='preserve'><a> x </a></r>", set("r.a", text("y ")),
+            "<r xml:space='preserve'><a>y </a></r>");
+        row("blanks of translations", "<xliff>\n <s>Foo: </s>\n</xliff>", set("xliff.s", text("Bar: ")),
+            "<xliff>\n <s>Bar: </s>\n</xliff>");
+        row("nothing laid out", "<r xml:space='preserve'>\n <a/>\n</r>", insert("r.b", group()),
+            "<r xml:space='preserve'>\n <a/><b/>\n</r>");
+        row("around entities", "<!DOCTYPE r [<!ENTITY e 'x'>]><r a='&e;1'>1 &e; 2&#160;</r>",
+            set("r", text("0 x 3\xC2\xA0")), "<!DOCTYPE r [<!ENTITY e 'x'>]><r a='&e;1'>0 &e; 3&#160;</r>");
+        row("around an entity from elsewhere", "<!DOCTYPE r SYSTEM 'd'><r a='&f; &#65;b'/>",
+            set("r.@a", text("&f; &f; Ac")), "<!DOCTYPE r SYSTEM 'd'><r a='&f; &amp;f; Ac'/>");
+        row("number with an exponent", "<?vantry type=\"double\"?><r>1E5</r>", set("r", number(200000)),
+            "<?vantry type=\"double\"?><r>2E5</r>");
+        row("words stay apart", "<r>one<b/>two</r>", take("r.b"), "<r>one two</r>");
         row("new file", "", insert("r.a.@b", integer(1)),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>\n  <a b=\"1\"/>\n</r>\n");
         row("behind its siblings", "<r>\n\t<a/> <!-- of a -->\n\t<b/>\n</r>", insert("r.a[2]", integer(1)),
@@ -290,6 +312,10 @@ private slots:
         row("control character", "<r>x</r>", set("r", text("\x01")), "U+0001");
         row("commented root", "<!-- c --><r/>", take("r"), "root element");
         row("group", "<r/>", set("r", integer(1)), "group");
+        row("blanks of others", "<r xml:space='preserve'><a> x </a></r>",
+            set("r.@xml:space", text("default")), "other blanks");
+        row("words", "<!DOCTYPE r [<!ATTLIST r a NMTOKENS #IMPLIED>]><r a='x'/>", set("r.@a", text("x ")),
+            "type tag");
         row(
             "spelling", "<r>x</r>", [](Document& document) { return document.respell("r", "a</r><r>"); },
             "does not spell");

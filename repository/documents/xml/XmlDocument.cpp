@@ -4,8 +4,10 @@
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/xml/XmlInsertion.h"
 #include "repository/documents/xml/XmlReader.h"
+#include "repository/documents/xml/XmlSubtrees.h"
 #include "repository/documents/xml/XmlWriter.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -100,7 +102,47 @@ void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
     }
 }
 
+// What says how blanks are read.
+bool XmlDocument::mayChangeReading(std::string_view path) const
+{
+    const std::string_view last = splitLast(path).last;
+    return startsWith(last, "@") && last.substr(1) == xmlSpace;
+}
+
+Outcome XmlDocument::editReading(const std::function<Outcome()>& edit)
+{
+    std::string before = getBytes();
+    Outcome outcome = edit();
+    if (!outcome.ok())
+        return outcome;
+    XmlDocument fresh;
+    const auto entriesOf = [](const XmlDocument& document) {
+        std::vector<std::pair<std::string, Value>> entries;
+        document.visit([&](const Entry& entry) { entries.emplace_back(entry.path, entry.value); });
+        return entries;
+    };
+    const auto isAlike = [](const auto& a, const auto& b) {
+        return a.first == b.first && isSame(a.second, b.second);
+    };
+    const auto wanted = entriesOf(*this);
+    if (fresh.parse(getBytes()).ok()) {
+        const auto found = entriesOf(fresh);
+        if (std::equal(found.begin(), found.end(), wanted.begin(), wanted.end(), isAlike)) {
+            file = std::move(fresh.file);
+            return outcome;
+        }
+    }
+    parse(std::move(before));
+    return refused("with it, other values of the file would be read with other blanks");
+}
+
 Outcome XmlDocument::set(std::string_view path, const Value& value)
+{
+    return mayChangeReading(path) ? editReading([&] { return setValue(path, value); })
+                                  : setValue(path, value);
+}
+
+Outcome XmlDocument::setValue(std::string_view path, const Value& value)
 {
     Outcome outcome;
     const NodeId id = findValue(path, outcome);
@@ -166,8 +208,11 @@ Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
     const std::string error = file->values.explainMisspelling(id, spelling);
     if (!error.empty())
         return refused(quoted(spelling) + " does not spell a value: " + error);
-    file->editor.respell(id, spelling);
-    return {};
+    const auto respelled = [&] {
+        file->editor.respell(id, spelling);
+        return Outcome();
+    };
+    return mayChangeReading(path) ? editReading(respelled) : respelled();
 }
 
 NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
@@ -182,7 +227,15 @@ NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 
 Outcome XmlDocument::insert(std::string_view path, const Value& value)
 {
-    return XmlInsertion(*file).insert(path, value);
+    const auto inserted = [&] { return XmlInsertion(*file).insert(path, value); };
+    if (!mayChangeReading(path))
+        return inserted();
+    if (!file->run)
+        return editReading(inserted);
+    Outcome outcome = inserted();
+    if (outcome.ok()) // the rest of its new element follows
+        file->tree.node(file->find(splitLast(path).parent)).setPreformatted(toText(value) == "preserve");
+    return outcome;
 }
 
 Outcome XmlDocument::endRun(std::string& refusedPath)
@@ -199,6 +252,11 @@ Outcome XmlDocument::endRun(std::string& refusedPath)
 }
 
 Outcome XmlDocument::remove(std::string_view path)
+{
+    return mayChangeReading(path) ? editReading([&] { return removeNode(path); }) : removeNode(path);
+}
+
+Outcome XmlDocument::removeNode(std::string_view path)
 {
     const NodeId id = file->find(path);
     if (id == noNode)
@@ -217,6 +275,48 @@ Outcome XmlDocument::remove(std::string_view path)
         fresh->spelling.encoding = file->spelling.encoding;
     file = std::move(fresh);
     return {};
+}
+
+std::optional<Outcome> XmlDocument::rename(std::string_view path, std::string_view name)
+{
+    const PathEnds ends = splitLast(path);
+    std::optional<Outcome> renamed;
+    const auto rename = [&] {
+        renamed = XmlSubtrees(*file).rename(path, name);
+        return renamed.value_or(Outcome());
+    };
+    const bool isRoot = ends.parent.empty() && holdsXmlTexts(ends.last) != holdsXmlTexts(name);
+    if (!isRoot && !file->entities.hasTokens() && !mayChangeReading(path) && !mayChangeReading(name))
+        rename();
+    else if (Outcome outcome = editReading(rename); renamed)
+        renamed = outcome;
+    return renamed;
+}
+
+std::optional<Excerpt> XmlDocument::excerpt(std::string_view path) const
+{
+    return XmlSubtrees(*file).excerpt(path);
+}
+
+bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    std::string before = getBytes();
+    const auto text = XmlSubtrees(*file).insertInText(path, excerpt);
+    if (text && parse(file->spelling.encoding.encode(*text)).ok()) {
+        const NodeId id = file->find(path);
+        if (id != noNode && XmlSubtrees(*file).hasPrefixes(id))
+            return true;
+    }
+    parse(std::move(before));
+    return false;
+}
+
+Outcome XmlDocument::removeExcerpt(std::string_view path)
+{
+    const NodeId id = file->find(path);
+    if (id != noNode && id != file->tree.getRoot() && file->tree.node(id).kind == XmlKind::Element)
+        file->editor.getLayout().dropLinesAbove(id);
+    return remove(path);
 }
 
 bool XmlDocument::removalMovesSiblings(std::string_view path) const

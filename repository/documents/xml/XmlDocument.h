@@ -2,6 +2,7 @@
 
 #include "repository/documents/xml/XmlFile.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +22,10 @@ public:
     void beginRun() override { file->run.emplace(); }
     Outcome endRun(std::string& refusedPath) override;
     Outcome remove(std::string_view path) override;
+    std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
+    std::optional<Excerpt> excerpt(std::string_view path) const override;
+    bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
+    Outcome removeExcerpt(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
@@ -30,6 +35,12 @@ public:
     Outcome respell(std::string_view path, std::string_view spelling) override;
 
 private:
+    // An edit after which other values may be read in another way; it is refused then.
+    Outcome editReading(const std::function<Outcome()>& edit);
+    bool mayChangeReading(std::string_view path) const;
+    Outcome setValue(std::string_view path, const Value& value);
+    Outcome removeNode(std::string_view path);
+
     // A node with a value, or why there is none.
     NodeId findValue(std::string_view path, Outcome& outcome) const;
 

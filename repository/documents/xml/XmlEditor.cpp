@@ -7,6 +7,7 @@ namespace Repository::Documents {
 NodeId XmlEditor::createRoot(std::string_view name)
 {
     const NodeId id = tree.insert(noNode, noNode, {XmlKind::Element, tree.getNames().intern(name), 1});
+    tree.node(id).keepsBlanks = holdsXmlTexts(name);
     const std::string declared = spelling.isWide() ? "UTF-16" : "UTF-8";
     tree.setText(id, XmlPart::Leading,
                  "<?xml version=\"1.0\" encoding=\"" + declared + "\"?>" + spelling.lineEnd);
@@ -150,6 +151,24 @@ void XmlEditor::remove(NodeId id)
         dissolve(parent);
 }
 
+void XmlEditor::rename(NodeId id, std::string_view name)
+{
+    const XmlNode& node = tree.node(id);
+    const std::string former(tree.getNames().nameOf(node.name));
+    std::string label(tree.text(id, XmlPart::Label));
+    if (node.kind == XmlKind::Attribute) {
+        layout.renameTypeTags(node.parent, former, name);
+        tree.setText(id, XmlPart::Label, label.replace(0, former.size(), name));
+    } else {
+        const std::string_view closing = tree.text(id, XmlPart::Closing);
+        const std::size_t tag = layout.closingTrivia(id).size();
+        tree.setText(id, XmlPart::Label, label.replace(1, former.size(), name));
+        if (tag < closing.size())
+            tree.setText(id, XmlPart::Closing, std::string(closing).replace(tag + 2, former.size(), name));
+    }
+    tree.rename(id, tree.getNames().intern(name));
+}
+
 bool XmlEditor::standsAlone(NodeId root) const
 {
     std::string_view leading = tree.text(root, XmlPart::Leading);
@@ -164,8 +183,12 @@ bool XmlEditor::standsAlone(NodeId root) const
 void XmlEditor::joinTexts(NodeId text, NodeId following)
 {
     std::string joined(tree.text(text, XmlPart::Value));
-    joined += tree.text(following, XmlPart::Leading);
-    joined += tree.text(following, XmlPart::Value);
+    const std::string_view between = tree.text(following, XmlPart::Leading);
+    const std::string_view value = tree.text(following, XmlPart::Value);
+    // What was between has kept their words apart.
+    const bool areApart = between.empty() ? isXmlBlank(joined.back()) || isXmlBlank(value.front())
+                                          : isXmlBlank(between.front()) || isXmlBlank(between.back());
+    ((joined += between) += areApart ? "" : " ") += value;
     tree.setText(text, XmlPart::Value, std::move(joined));
     tree.remove(following);
 }

@@ -46,6 +46,11 @@ public:
     // Of a node other than the root.
     void remove(NodeId id);
 
+    // Gives an element or attribute another name, which no sibling has.
+    void rename(NodeId id, std::string_view name);
+
+    XmlLayout& getLayout() { return layout; }
+
     // True when nothing but the declaration of xml and type tags is around the root.
     bool standsAlone(NodeId root) const;
 

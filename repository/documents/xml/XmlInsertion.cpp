@@ -32,7 +32,9 @@ Outcome XmlInsertion::insert(std::string_view path, const Value& value)
     const char quote = editor.quoteFor(steps.size() == 1 ? way.node : noNode);
     XmlValues::Spelled spelled;
     if (value.type != Type::Group)
-        spelled = values.spellNew(steps.back().kind, quote, value);
+        spelled = values.spellNew(steps.back().kind, quote, value,
+                                  way.node == noNode ? holdsXmlTexts(steps.front().name)
+                                                     : tree.node(way.node).keepsBlanks);
     if (!spelled.error.empty())
         return refused(spelled.error);
     NodeId id = way.node;
@@ -64,7 +66,7 @@ Outcome XmlInsertion::insertValue(NodeId id, std::string_view path, const Value&
     if (!needsNewTag)
         spelled = values.spell(id, value);
     if (needsNewTag || (!spelled.error.empty() && !node.isTagged))
-        spelled = values.spellNew(node.kind, '"', value);
+        spelled = values.spellNew(node.kind, '"', value, node.keepsBlanks);
     if (!spelled.error.empty())
         return refused(spelled.error);
     editor.give(id, std::move(spelled));
@@ -125,13 +127,18 @@ Outcome XmlInsertion::checkStep(NodeId parent, std::string_view component, const
             return refused(quoted(component) + " would become part of the text before it");
         return {};
     }
-    if (!isXmlName(step.name))
-        return refused(quoted(step.name) +
-                       " cannot be a name in xml: names are of letters, digits, "
-                       "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
-    if (!file.spelling.canHold(step.name))
-        return refused("the encoding of the file lacks a character of the name " + quoted(step.name));
-    return file.run ? Outcome() : checkPrefix(parent, step.name);
+    Outcome outcome = checkName(step.name);
+    return file.run || !outcome.ok() ? outcome : checkPrefix(parent, step.name);
+}
+
+Outcome XmlInsertion::checkName(std::string_view name) const
+{
+    if (!isXmlName(name))
+        return refused(quoted(name) + " cannot be a name in xml: names are of letters, digits, "
+                                      "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
+    if (!file.spelling.canHold(name))
+        return refused("the encoding of the file lacks a character of the name " + quoted(name));
+    return {};
 }
 
 // A prefix must be declared where it is used, or namespace-aware readers refuse the file.

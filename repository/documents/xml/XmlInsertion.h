@@ -21,11 +21,15 @@ public:
     // What a node needs beside itself.
     Outcome checkSurroundings(NodeId id) const;
 
+    // Whether the file can hold the name of an element or attribute, and, for the element with it, has its
+    // prefix.
+    Outcome checkName(std::string_view name) const;
+    Outcome checkPrefix(NodeId element, std::string_view name) const;
+
 private:
     Outcome insertValue(NodeId id, std::string_view path, const Value& value);
     Outcome checkWay(const PathMatch& way, const Value& value, std::vector<XmlComponent>& steps) const;
     Outcome checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const;
-    Outcome checkPrefix(NodeId element, std::string_view name) const;
 
     XmlFile& file;
     XmlTree& tree;

@@ -39,6 +39,40 @@ bool endsInBlankLine(std::string_view text)
     return withoutLastLine(text).size() < text.size();
 }
 
+// Where, in the trivia before an element, the lines of comments and instructions begin that are right above
+// it and without a blank line between.
+std::size_t findOwnMarkup(std::string_view leading)
+{
+    const std::vector<XmlTypeTag> tags = readXmlTypeTags(leading);
+    const std::size_t end = tags.empty() ? leading.size() : tags.back().begin;
+    std::size_t found = npos;
+    std::size_t lineStart = npos; // the trivia begins in the line of what is before it
+    bool isBlankSoFar = false;
+    for (std::size_t at = 0; at < end;) {
+        if (leading[at] == '<') {
+            const bool isComment = leading.compare(at, 4, "<!--") == 0;
+            const bool isOwn = isComment || leading.compare(at, 2, "<?") == 0;
+            const bool isHead = leading.compare(at, 5, "<?xml") == 0 && isXmlBlank(leading[at + 5]);
+            const std::size_t close = leading.find(isComment ? "-->" : isOwn ? "?>" : ">", at + 2);
+            at = close == npos ? end : close + (isComment ? 3 : isOwn ? 2 : 1);
+            if (!isOwn || isHead)
+                found = lineStart = npos; // a declaration belongs to the file
+            else if (lineStart != npos)
+                found = std::min(found, lineStart);
+            isBlankSoFar = false;
+            continue;
+        }
+        if (leading[at] == '\r' || leading[at] == '\n') {
+            found = isBlankSoFar ? npos : found;
+            at += leading[at] == '\r' && at + 1 < end && leading[at + 1] == '\n' ? 1 : 0;
+            lineStart = at + 1;
+            isBlankSoFar = true;
+        }
+        ++at;
+    }
+    return std::min({found, end, leading.size()});
+}
+
 // How much trivia belongs to the line of the node before it: blanks, and comments that end in that line.
 std::size_t restOfLine(std::string_view trivia)
 {
@@ -95,8 +129,8 @@ void XmlLayout::placeOnly(NodeId id, std::string_view content)
 
 bool XmlLayout::breaksLines(NodeId element, std::string_view content) const
 {
-    return holdsLineEnd(content) || element == tree.getRoot() ||
-           endsInBlankLine(tree.text(element, XmlPart::Leading));
+    return !tree.node(element).isPreformatted && (holdsLineEnd(content) || element == tree.getRoot() ||
+                                                  endsInBlankLine(tree.text(element, XmlPart::Leading)));
 }
 
 void XmlLayout::addTypeTag(NodeId element, const std::string& tag)
@@ -132,7 +166,8 @@ void XmlLayout::takeOut(NodeId id)
     const std::string_view trivia = triviaAfter(id);
     const std::size_t rest = restOfLine(trivia);
     const bool endsLine = rest < trivia.size() && (trivia[rest] == '\r' || trivia[rest] == '\n');
-    const bool hasLine = endsInBlankLine(leading) && endsLine && tree.node(id).kind == XmlKind::Element;
+    const bool hasLine = endsInBlankLine(leading) && endsLine && tree.node(id).kind == XmlKind::Element &&
+                         !tree.node(tree.node(id).parent).isPreformatted;
     const std::string_view kept = hasLine ? withoutLastLine(leading) : leading;
     setTriviaAfter(id, std::string(kept) + std::string(trivia.substr(hasLine ? rest : 0)));
 }
@@ -164,12 +199,63 @@ void XmlLayout::setClosingTrivia(NodeId element, std::string trivia)
     tree.setText(element, XmlPart::Closing, std::move(trivia));
 }
 
-bool XmlLayout::isMixed(NodeId element) const
+bool XmlLayout::beginsLine(NodeId element) const
 {
-    return tree.find(element, {XmlKind::Text, XmlNames::none, 1}) != noNode;
+    return endsInBlankLine(tree.text(element, XmlPart::Leading));
 }
 
-// The blanks at the beginning of the line in which the element begins.
+std::string XmlLayout::linesAbove(NodeId element) const
+{
+    const std::string_view leading = tree.text(element, XmlPart::Leading);
+    std::string lines(leading.substr(findOwnMarkup(leading)));
+    lines.resize(trailingBlanks(lines));
+    return lines.empty() ? lines : lines + lineEnd;
+}
+
+std::string XmlLayout::commentAfter(NodeId element) const
+{
+    if (tree.node(element).parent == noNode || !beginsLine(element))
+        return {};
+    const std::string_view trivia = triviaAfter(element);
+    const std::size_t rest = restOfLine(trivia);
+    const std::string_view comment = trivia.substr(0, rest);
+    const bool endsLine = rest < trivia.size() && (trivia[rest] == '\r' || trivia[rest] == '\n');
+    return endsLine ? std::string(comment.substr(0, trailingBlanks(comment))) : std::string();
+}
+
+void XmlLayout::dropLinesAbove(NodeId element)
+{
+    std::string leading(tree.text(element, XmlPart::Leading));
+    const std::vector<XmlTypeTag> tags = readXmlTypeTags(leading);
+    const std::size_t end = tags.empty() ? leading.size() : tags.back().begin;
+    const std::size_t lastBreak = leading.find_last_of(lineEnds, end - 1);
+    const std::size_t own = findOwnMarkup(leading);
+    if (end == 0 || lastBreak == npos || own > lastBreak)
+        return;
+    tree.setText(element, XmlPart::Leading, leading.erase(own, lastBreak + 1 - own));
+}
+
+void XmlLayout::renameTypeTags(NodeId element, std::string_view attribute, std::string_view name)
+{
+    dropTypeTags(element, name);
+    std::string leading(tree.text(element, XmlPart::Leading));
+    for (const XmlTypeTag& tag : readXmlTypeTags(leading)) { // from the last, so that places before it stay
+        if (tag.attribute != attribute)
+            continue;
+        const auto at = std::size_t(tag.attribute.data() - leading.data());
+        std::string renamed = leading.substr(0, at);
+        renamed.append(name).append(leading, at + attribute.size(), std::string::npos);
+        tree.setText(element, XmlPart::Leading, renamed);
+        return;
+    }
+}
+
+bool XmlLayout::isMixed(NodeId element) const
+{
+    return tree.node(element).isPreformatted ||
+           tree.find(element, {XmlKind::Text, XmlNames::none, 1}) != noNode;
+}
+
 std::string XmlLayout::indentOf(NodeId element) const
 {
     std::string_view leading = tree.text(element, XmlPart::Leading);

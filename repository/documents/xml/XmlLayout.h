@@ -37,8 +37,20 @@ public:
 
     bool isMixed(NodeId element) const;
 
-private:
+    // The blanks at the beginning of the line in which the element begins; whether it begins it.
     std::string indentOf(NodeId element) const;
+    bool beginsLine(NodeId element) const;
+
+    // What is written of an element beside itself: the lines of comments and type tags right above it, and a
+    // comment after it on its line.
+    std::string linesAbove(NodeId element) const;
+    std::string commentAfter(NodeId element) const;
+    void dropLinesAbove(NodeId element);
+
+    // Gives the type tags of an attribute its new name.
+    void renameTypeTags(NodeId element, std::string_view attribute, std::string_view name);
+
+private:
     std::string unitOfIndent() const;
     bool breaksLines(NodeId element, std::string_view content) const;
 

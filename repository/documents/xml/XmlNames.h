@@ -10,6 +10,14 @@
 
 namespace Repository::Documents {
 
+// The attribute that says whether blanks in its element belong to texts, and the roots of files for which
+// they do without: of translations.
+constexpr std::string_view xmlSpace = "xml:space";
+inline bool holdsXmlTexts(std::string_view root)
+{
+    return root == "TS" || root == "xliff";
+}
+
 // The names of elements and attributes, each kept once, with its component of a path.
 class XmlNames
 {

@@ -26,8 +26,10 @@ constexpr std::size_t xmlPartCount = 6;
 struct XmlNode : SyntaxNode
 {
     XmlKind kind = XmlKind::Element;
-    bool isTagged : 1;  // a type tag may decide the type of its value
-    bool isIndexed : 1; // its children are found through an index
+    bool isTagged : 1;       // a type tag may decide the type of its value
+    bool isIndexed : 1;      // its children are found through an index
+    bool keepsBlanks : 1;    // blanks around texts in it belong to them
+    bool isPreformatted : 1; // xml:space says so, and nothing is laid out in it
 
     std::uint32_t leading = 0;
     std::uint32_t label = 0;
@@ -39,7 +41,15 @@ struct XmlNode : SyntaxNode
     std::uint32_t name = 0;   // XmlNames; the empty name for a text
     std::uint32_t number = 1; // among siblings of the same kind and name
 
-    XmlNode() : isTagged(false), isIndexed(false) {}
+    XmlNode() : isTagged(false), isIndexed(false), keepsBlanks(false), isPreformatted(false) {}
+
+    void inheritBlanks(const XmlNode& from)
+    {
+        keepsBlanks = from.keepsBlanks;
+        isPreformatted = from.isPreformatted;
+    }
+
+    void setPreformatted(bool isSo) { keepsBlanks = isPreformatted = isSo; }
 
     // Attributes come before all other children and are not counted.
     void adopt(const XmlNode& child) { count += child.kind == XmlKind::Attribute ? 0 : 1; }

@@ -43,6 +43,13 @@ struct XmlHandlers
         run(self, [](XmlReader& xml, std::size_t at) { return xml.close(at); });
     }
 
+    static void XMLCALL attribute(void* self, const XML_Char* element, const XML_Char* name,
+                                  const XML_Char* type, const XML_Char*, int)
+    {
+        if (std::string_view(type) != "CDATA")
+            run(self, [=](XmlReader& xml, std::size_t) { return xml.declareTokens(element, name); });
+    }
+
     static void XMLCALL entity(void* self, const XML_Char* name, int isParameter, const XML_Char* text,
                                int length, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*)
     {
@@ -117,6 +124,7 @@ Outcome XmlReader::parse()
     XML_SetUserData(parser.get(), &handlers);
     XML_SetElementHandler(parser.get(), &XmlHandlers::start, &XmlHandlers::end);
     XML_SetEntityDeclHandler(parser.get(), &XmlHandlers::entity);
+    XML_SetAttlistDeclHandler(parser.get(), &XmlHandlers::attribute);
     if (XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK)
         return {};
     if (fault.empty()) {
@@ -132,6 +140,12 @@ bool XmlReader::declare(std::string_view name, std::string_view declared)
         return fail(cursor, "more than " + std::to_string(maximumNestedEntities) +
                                 " entities refer to others, which is more than is read");
     entities.declare(std::string(name), std::string(declared));
+    return true;
+}
+
+bool XmlReader::declareTokens(std::string_view element, std::string_view attribute)
+{
+    entities.declareTokens(std::string(element), std::string(attribute));
     return true;
 }
 
@@ -152,6 +166,10 @@ bool XmlReader::open(std::size_t at)
     node.leading = std::uint32_t(cursor);
     node.label = std::uint32_t(at);
     node.name = tree.getNames().internFront(std::string_view(text).substr(at + 1));
+    if (current != noNode)
+        node.inheritBlanks(tree.node(current));
+    else
+        node.keepsBlanks = holdsXmlTexts(tree.getNames().nameOf(node.name));
     current = tree.read(node);
     const std::size_t tagEnd = addAttributes(current, at + 1 + tree.getNames().nameOf(node.name).size());
     std::size_t closing = afterBlanks(tagEnd);
@@ -185,8 +203,17 @@ std::size_t XmlReader::addAttributes(NodeId element, std::size_t at)
         node.closing = std::uint32_t(closing);
         at = closing + 1;
         node.end = std::uint32_t(at);
-        tree.read(node);
+        readSpace(tree.read(node));
     }
+}
+
+// What an element says about the blanks in it.
+void XmlReader::readSpace(NodeId attribute)
+{
+    const XmlNode& node = tree.node(attribute);
+    if (tree.getNames().nameOf(node.name) != xmlSpace)
+        return;
+    tree.node(node.parent).setPreformatted(tree.text(attribute, XmlPart::Value) == "preserve");
 }
 
 std::size_t XmlReader::afterBlanks(std::size_t at) const
@@ -199,7 +226,9 @@ std::size_t XmlReader::afterBlanks(std::size_t at) const
 // Takes up the text between two tags of the current element, if there is any.
 void XmlReader::addText(std::size_t end)
 {
-    const XmlSpan span = findXmlValue(std::string_view(text).substr(cursor, end - cursor));
+    const bool keepsBlanks = tree.node(current).keepsBlanks;
+    const std::string_view between = std::string_view(text).substr(cursor, end - cursor);
+    const XmlSpan span = findXmlValue(between, keepsBlanks && !isXmlBlank(between));
     if (span.isEmpty())
         return;
     XmlNode node;
@@ -250,7 +279,8 @@ void XmlReader::finish(NodeId element, std::size_t closing, std::size_t end)
         tree.node(element).value = tree.node(element).closing = std::uint32_t(cursor);
         tree.complete(element);
     } else {
-        const XmlSpan value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor));
+        const XmlSpan value = findXmlValue(std::string_view(text).substr(cursor, closing - cursor),
+                                           tree.node(element).keepsBlanks);
         tree.node(element).value = std::uint32_t(cursor + value.begin);
         tree.node(element).closing = std::uint32_t(cursor + value.end);
     }

@@ -37,7 +37,9 @@ private:
     bool open(std::size_t at);
     bool close(std::size_t at);
     bool declare(std::string_view name, std::string_view text);
+    bool declareTokens(std::string_view element, std::string_view attribute);
     std::size_t addAttributes(NodeId element, std::size_t at);
+    void readSpace(NodeId attribute);
     void addText(std::size_t end);
     std::size_t afterBlanks(std::size_t at) const;
     void tagAll(NodeId element, std::string_view leading);

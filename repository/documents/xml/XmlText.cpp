@@ -63,8 +63,24 @@ bool isXmlBlank(std::string_view text)
     return text.find_first_not_of(blanks) == npos;
 }
 
-XmlSpan findXmlValue(std::string_view between)
+// The span with the blanks beside it.
+static XmlSpan withBlanks(std::string_view between, XmlSpan span)
 {
+    if (span.isEmpty()) {
+        const bool isText = isXmlBlank(between) && between.find_first_of("\r\n") == npos;
+        return isText ? XmlSpan{0, between.size()} : span;
+    }
+    while (span.begin > 0 && isXmlBlank(between[span.begin - 1]))
+        --span.begin;
+    while (span.end < between.size() && isXmlBlank(between[span.end]))
+        ++span.end;
+    return span;
+}
+
+XmlSpan findXmlValue(std::string_view between, bool keepsBlanks)
+{
+    if (keepsBlanks)
+        return withBlanks(between, findXmlValue(between));
     XmlSpan span;
     if (between.find('<') == npos) {
         span.end = between.size();
@@ -129,6 +145,18 @@ std::string decodeXmlAttribute(std::string_view spelling, const XmlEntities& ent
         at = reference == spelling.size() ? reference : appendReference(text, spelling, reference, entities);
     }
     return text;
+}
+
+std::string joinedXmlTokens(const std::string& text)
+{
+    std::string joined;
+    for (const char c : text) {
+        if (c != ' ' || (!joined.empty() && joined.back() != ' '))
+            joined += c;
+    }
+    if (!joined.empty() && joined.back() == ' ')
+        joined.pop_back();
+    return joined;
 }
 
 bool isLiteralXml(std::string_view spelling)
@@ -207,11 +235,12 @@ void XmlSpelling::appendCharacter(std::string& spelling, std::string_view charac
 
 // Escape gives what is spelled for the character at an offset; empty for the character itself.
 template <typename Escape>
-std::string XmlSpelling::spell(std::string_view text, const Escape& escape) const
+std::string XmlSpelling::spell(std::string_view text, std::size_t begin, std::size_t end,
+                               const Escape& escape) const
 {
     std::string spelling;
-    spelling.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
+    spelling.reserve(end - begin);
+    for (std::size_t at = begin; at < end;) {
         const std::size_t length = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
         const std::string escaped = text[at] == '&' ? "&amp;" : text[at] == '<' ? "&lt;" : escape(at);
         if (escaped.empty())
@@ -222,10 +251,12 @@ std::string XmlSpelling::spell(std::string_view text, const Escape& escape) cons
     return spelling;
 }
 
-std::string XmlSpelling::spellText(std::string_view text) const
+std::string XmlSpelling::spellText(std::string_view text, std::size_t begin, std::size_t end,
+                                   bool keepsBlanks) const
 {
-    return spell(text, [&](std::size_t at) -> std::string {
-        const bool atEdge = at == 0 || at + 1 == text.size();
+    const bool isLayout = !keepsBlanks || (isXmlBlank(text) && text.find_first_of("\r\n") != npos);
+    return spell(text, begin, end, [&](std::size_t at) -> std::string {
+        const bool atEdge = isLayout && (at == 0 || at + 1 == text.size());
         if (text[at] == '>' && at >= 2 && text.substr(at - 2, 2) == "]]")
             return "&gt;";
         if (text[at] == '\r' || (atEdge && isXmlBlank(text[at])))
@@ -236,7 +267,7 @@ std::string XmlSpelling::spellText(std::string_view text) const
 
 std::string XmlSpelling::spellAttribute(std::string_view text, char quote) const
 {
-    return spell(text, [&](std::size_t at) -> std::string {
+    return spell(text, 0, text.size(), [&](std::size_t at) -> std::string {
         if (text[at] == quote)
             return quote == '"' ? "&quot;" : "&apos;";
         return text[at] != ' ' && isXmlBlank(text[at]) ? reference(text[at]) : std::string();

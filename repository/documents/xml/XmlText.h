@@ -28,12 +28,16 @@ struct XmlSpan
     bool isEmpty() const { return begin == end; }
 };
 
-// In a text between two tags.
-XmlSpan findXmlValue(std::string_view between);
+// In a text between two tags; with the blanks around it where they belong to it. Blanks with a line end alone
+// are layout anywhere.
+XmlSpan findXmlValue(std::string_view between, bool keepsBlanks = false);
 
 // The text between two tags, or between quotes. An unknown reference is kept as it is.
 std::string decodeXmlText(std::string_view spelling, const XmlEntities& entities);
 std::string decodeXmlAttribute(std::string_view spelling, const XmlEntities& entities);
+
+// The text of an attribute that the file declares as a list of words: single blanks between them.
+std::string joinedXmlTokens(const std::string& text);
 
 // Without references and CDATA; only such a text may be a number or truth value.
 bool isLiteralXml(std::string_view spelling);
@@ -67,8 +71,15 @@ struct XmlSpelling
                encoding.getKind() == TextEncoding::Kind::Utf16Be;
     }
 
-    std::string spellText(std::string_view text) const;
+    // Blanks at the edges of a text are spelled as references where they would be taken for layout.
+    std::string spellText(std::string_view text, bool keepsBlanks) const
+    {
+        return spellText(text, 0, text.size(), keepsBlanks);
+    }
     std::string spellAttribute(std::string_view text, char quote) const;
+
+    // A part of the text.
+    std::string spellText(std::string_view text, std::size_t begin, std::size_t end, bool keepsBlanks) const;
 
     // So that the text is not taken for a number or truth value; nothing for a text that does not allow it.
     std::optional<std::string> spellSection(std::string_view text) const;
@@ -76,7 +87,7 @@ struct XmlSpelling
 
 private:
     template <typename Escape>
-    std::string spell(std::string_view text, const Escape& escape) const;
+    std::string spell(std::string_view text, std::size_t begin, std::size_t end, const Escape& escape) const;
     void appendCharacter(std::string& spelling, std::string_view character) const;
 };
 

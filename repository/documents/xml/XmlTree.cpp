@@ -95,6 +95,8 @@ NodeId XmlTree::insert(NodeId parent, NodeId previous, const XmlKey& key)
     nodes[id].kind = key.kind;
     nodes[id].name = key.name;
     nodes[id].number = key.number;
+    if (parent != noNode)
+        nodes[id].inheritBlanks(nodes[parent]);
     attach(id, previous);
     if (parent != noNode && nodes[parent].isIndexed && key.kind != XmlKind::Attribute)
         index.insert(hashOf(parent, key), id);
@@ -115,6 +117,20 @@ void XmlTree::remove(NodeId id)
             moveUp(parent, keyOf(nodes[id]));
     }
     release(id, [this](NodeId child) { leaveIndex(child); });
+}
+
+void XmlTree::rename(NodeId id, std::uint32_t name)
+{
+    const XmlKey before = keyOf(nodes[id]);
+    const NodeId parent = nodes[id].parent;
+    leaveIndex(id);
+    nodes[id].name = name;
+    nodes[id].number = 1;
+    if (parent == noNode || before.kind == XmlKind::Attribute)
+        return;
+    if (nodes[parent].isIndexed)
+        index.insert(hashOf(parent, keyOf(nodes[id])), id);
+    moveUp(parent, before);
 }
 
 void XmlTree::leaveIndex(NodeId id)

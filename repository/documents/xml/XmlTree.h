@@ -54,6 +54,10 @@ public:
     // An edit: takes a node and all below it out of the tree; siblings with its name move up.
     void remove(NodeId id);
 
+    // An edit: gives a node another name, which no sibling has; siblings with the former one move up. Whoever
+    // calls it sets the text of the label before, since what was read is found by the name.
+    void rename(NodeId id, std::uint32_t name);
+
     std::string_view text(NodeId id, XmlPart part) const;
 
     // What the part was in the file; nothing for a node, or a part of it, that was not there.

@@ -1,7 +1,9 @@
 #include "repository/documents/xml/XmlValues.h"
 
+#include "repository/documents/common/NumberStyle.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/xml/XmlReader.h"
+#include "repository/documents/xml/XmlRespelling.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +62,7 @@ Value XmlValues::read(NodeId id) const
     if (node.isContainer())
         return {};
     const std::string_view spelled = tree.text(id, XmlPart::Value);
-    if (!node.isTagged && !spelled.empty() && isPlainXml(spelled))
+    if (!node.isTagged && !spelled.empty() && isPlainXml(spelled) && !entities.hasTokens())
         return plainValue(spelled);
     Context context = contextOf(id);
     context.closesItself = closesItself(tree.text(id, XmlPart::TagEnd));
@@ -97,6 +99,10 @@ XmlValues::Context XmlValues::contextOf(NodeId id) const
     const std::string_view closing = tree.text(id, XmlPart::Closing);
     if (context.kind == XmlKind::Attribute)
         context.quote = closing[0];
+    context.keepsBlanks = tree.node(id).keepsBlanks;
+    if (context.kind == XmlKind::Attribute && entities.hasTokens())
+        context.isOfTokens = entities.isOfTokens(tree.getNames().nameOf(tree.node(tree.node(id).parent).name),
+                                                 tree.getNames().nameOf(tree.node(id).name));
     if (context.kind == XmlKind::Element) {
         const std::string_view after = closing.substr(0, std::min(closing.rfind("</"), closing.size()));
         context.isOpen = after.find_first_of(tellTales) != std::string_view::npos ||
@@ -111,6 +117,8 @@ Value XmlValues::interpret(const Context& context, std::string_view spelled) con
 {
     std::string text = context.kind == XmlKind::Attribute ? decodeXmlAttribute(spelled, entities)
                                                           : decodeXmlText(spelled, entities);
+    if (context.isOfTokens)
+        text = joinedXmlTokens(text);
     Value plain = interpretPlain(context, spelled, text);
     if (!context.tag || (context.kind == XmlKind::Text && spelled.empty()))
         return plain;
@@ -147,7 +155,7 @@ bool XmlValues::staysClosed(NodeId id) const
 std::string XmlValues::spellPlain(const Context& context, std::string_view text) const
 {
     return context.kind == XmlKind::Attribute ? spelling.spellAttribute(text, context.quote)
-                                              : spelling.spellText(text);
+                                              : spelling.spellText(text, context.keepsBlanks);
 }
 
 std::optional<std::string> XmlValues::spellAsText(const Context& context, std::string_view text) const
@@ -177,6 +185,11 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
         candidates.emplace_back(*original);
     if (!isAttribute && isXmlSection(current) && asText)
         candidates.push_back(*asText);
+    if (const auto alike =
+            value.type == Type::Double ? spellLike(std::get<double>(value.data), current) : std::nullopt)
+        candidates.push_back(*alike);
+    if (const auto around = spellAround(context, current, text))
+        candidates.push_back(*around);
     candidates.push_back(plain);
     if (asText)
         candidates.push_back(*asText + comments);
@@ -192,9 +205,23 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
                 " again, since no type tag in the file gives the type of this entry"};
 }
 
-XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& value) const
+std::optional<std::string> XmlValues::spellAround(const Context& context, std::string_view current,
+                                                  std::string_view text) const
+{
+    const bool isAttribute = context.kind == XmlKind::Attribute;
+    const XmlRespelling respelling(entities, [&](std::size_t begin, std::size_t end) {
+        return isAttribute ? spelling.spellAttribute(text.substr(begin, end - begin), context.quote)
+                           : spelling.spellText(text, begin, end, context.keepsBlanks);
+    });
+    const auto around = respelling.spell(current, text, !isAttribute && !context.keepsBlanks);
+    const bool endsSection = around && !isAttribute && around->find("]]>") != std::string::npos;
+    return endsSection ? std::nullopt : around;
+}
+
+XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& value, bool keepsBlanks) const
 {
     Context context;
+    context.keepsBlanks = keepsBlanks;
     context.kind = kind;
     context.quote = quote;
     std::string text = toText(value);
@@ -278,7 +305,9 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
     const NodeId onlyAttribute = isAttribute ? root.first : noNode;
     if (root.isContainer() || root.first != onlyAttribute || root.last != onlyAttribute)
         return "there is more than one value in it";
-    if (!isAttribute && !spelled.empty() && (isXmlBlank(spelled.front()) || isXmlBlank(spelled.back())))
+    const bool isBlankAround =
+        !spelled.empty() && (isXmlBlank(spelled.front()) || isXmlBlank(spelled.back()));
+    if (!isAttribute && isBlankAround && !tree.node(id).keepsBlanks)
         return "blanks around a value do not belong to it";
     for (const std::string_view reference : xmlReferencesIn(spelled)) {
         if (!isReferenceKnown(reference))

@@ -38,7 +38,7 @@ public:
     Spelled spell(NodeId id, const Value& value) const;
 
     // In a new node of that kind; quote is that of an attribute.
-    Spelled spellNew(XmlKind kind, char quote, const Value& value) const;
+    Spelled spellNew(XmlKind kind, char quote, const Value& value, bool keepsBlanks = false) const;
 
     // The value as the file spells it; "<" and the end of the tag for a typed element that closes itself.
     std::string spellingOf(NodeId id) const;
@@ -60,6 +60,8 @@ private:
         bool closesItself = false;
         bool isOpen = false; // there is a comment or a line break around the value
         char quote = '\0';
+        bool keepsBlanks = false; // around a text they belong to it
+        bool isOfTokens = false;  // an attribute whose blanks only set words apart
         std::optional<XmlTypeTag> tag;
     };
 
@@ -69,6 +71,9 @@ private:
     Value interpretPlain(const Context& context, std::string_view spelled, const std::string& text) const;
     // The spelling of a text that is read as nothing but a text, where there is one.
     std::optional<std::string> spellAsText(const Context& context, std::string_view text) const;
+    // The same with the references that the current spelling has around what changes.
+    std::optional<std::string> spellAround(const Context& context, std::string_view current,
+                                           std::string_view text) const;
     std::string spellPlain(const Context& context, std::string_view text) const;
     bool staysClosed(NodeId id) const;
     bool isReferenceKnown(std::string_view reference) const;
