@@ -1,10 +1,12 @@
 #pragma once
 
+#include "repository/documents/common/ComponentCodec.h"
 #include "tests/documents/EntryLines.h"
 
 #include <QRandomGenerator>
 
 #include <algorithm>
+#include <cctype>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +43,8 @@ public:
         }
         if (!wrong)
             judge();
+        if (!wrong && random.bounded(4) == 0)
+            detour();
         return wrong ? fault() : QString();
     }
 
@@ -149,6 +153,73 @@ private:
         if (!std::all_of(all.begin(), all.end(),
                          [this](const auto& path) { return document->contains(path); }))
             wrong = "an entry cannot be found";
+    }
+
+    // Renames an entry of another document with the same text, or puts its excerpt beside it and takes that
+    // away again: the entry goes by the new name, and all others stay.
+    void detour()
+    {
+        const std::vector<std::string> all = paths();
+        const std::string path = all.empty() ? std::string() : pick(all);
+        if (path.empty())
+            return;
+        const std::string text = document->getBytes();
+        const auto other = Repository::Documents::makeDocument(type);
+        if (!other->parse(text).ok() || other->removalMovesSiblings(path))
+            return;
+        const auto ends = Repository::Documents::splitLast(path);
+        const std::string name = ends.last[0] == '@' ? "@detour" : "detour";
+        const std::string target = Repository::Documents::joinPath(ends.parent, name);
+        const QStringList lines = toLines(*other);
+        if (other->contains(target))
+            return;
+        const auto isOk = [&](const char* fault, bool ok) {
+            if (!ok) {
+                wrong = fault;
+                action = QString::fromStdString("detour at '" + path + "' gives\n" + other->getBytes());
+            }
+            return ok;
+        };
+        const auto holds = [&](QStringList wanted) {
+            QStringList found = toLines(*other);
+            const bool isSame = toLines(type.c_str(), other->getBytes()) == found;
+            found.sort();
+            wanted.sort();
+            return isSame && found == wanted;
+        };
+        QStringList renamed;
+        QStringList copied = lines;
+        other->visit([&](const Entry& entry) {
+            const bool isIn = isAtOrBelow(entry.path, path);
+            const std::string moved = isIn ? target + entry.path.substr(path.size()) : entry.path;
+            renamed += toLine(Entry{moved, entry.value});
+            if (isIn)
+                copied += renamed.last();
+        });
+        const auto outcome = random.bounded(2) == 0 ? other->rename(path, name) : std::nullopt;
+        if (outcome) {
+            isOk("a refused renaming changed the file", outcome->ok() || other->getBytes() == text);
+            isOk("renaming does not rename", !outcome->ok() || holds(renamed));
+            const auto back = outcome->ok() ? other->rename(target, std::string(ends.last)) : std::nullopt;
+            const bool isPlain = std::all_of(ends.last.begin(), ends.last.end(),
+                                             [](unsigned char c) { return std::isalnum(c) || c == '@'; });
+            isOk("renaming back leaves a trace",
+                 !isPlain || !back || !back->ok() || other->getBytes() == text);
+            return;
+        }
+        const auto excerpt = other->excerpt(path);
+        if (!excerpt || !isOk("reading an excerpt changed the file", other->getBytes() == text))
+            return;
+        if (!other->insertExcerpt(target, *excerpt)) {
+            isOk("a refused excerpt changed the file", other->getBytes() == text);
+            return;
+        }
+        const bool isSame = holds(copied);
+        const bool mayGoOn =
+            text.find('\\') != std::string::npos; // indented, a line may belong to that above
+        if (isOk("an excerpt gives other entries", isSame || mayGoOn) && isSame &&
+            other->removeExcerpt(target).ok())
+            isOk("taking an excerpt away takes others", holds(lines));
     }
 
     QString fault() const

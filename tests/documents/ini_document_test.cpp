@@ -114,6 +114,9 @@ private slots:
         const auto row = &LineFileTables::addEdit;
         row("number", "[a]\r\nx = 1 ; c\r\ny=2\r\n", "a.x", integer(-7), "[a]\r\nx = -7 ; c\r\ny=2\r\n");
         row("no line end", "x=1", "x", integer(2), "x=2");
+        row("an exponent", "; @type double\nx = 1E5\n", "x", number(200000), "; @type double\nx = 2E5\n");
+        row("a longer exponent", "; @type double\nx = 1.0e+05\n", "x", number(-0.025),
+            "; @type double\nx = -2.5e-02\n");
         row("empty place", "x=\n", "x", text("v"), "x=v\n");
         row("empty place with blanks", "x =\ny = \nz =   \n", "x", text("v"), "x = v\ny = \nz =   \n");
         row("empty place keeps a blank", "x =   \n", "x", text("v"), "x = v  \n");
@@ -193,6 +196,10 @@ private slots:
             "[a]\n\tk = 1\n; x=1\n\n[b]\n\ty = 2\n");
         row("lined up", "[a]\nlong_key   = 1\nx          = 2\n", "a.k", integer(3),
             "[a]\nlong_key   = 1\nx          = 2\nk          = 3\n");
+        row("lined up with the longest", "[a]\nx      = 1\nlonger = 2\n", "a.k", integer(3),
+            "[a]\nx      = 1\nlonger = 2\nk      = 3\n");
+        row("nothing, lined up", "[a]\nx      = 1\nlonger = 2\n", "a.k", list({}),
+            "[a]\nx      = 1\nlonger = 2\n; @type list\nk      =\n");
         row("longer than the line", "x  = 2\n", "longer", integer(3), "x  = 2\nlonger = 3\n");
         row("windows line ends", "[a]\r\nx=1\r\n", "a.k", integer(1), "[a]\r\nx=1\r\nk=1\r\n");
         row("behind a missing line end", "[a]\nx=1", "a.k", integer(2), "[a]\nx=1\nk=2\n");

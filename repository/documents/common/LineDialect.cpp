@@ -1,6 +1,7 @@
 #include "repository/documents/common/LineDialect.h"
 
 #include "repository/documents/common/Document.h"
+#include "repository/documents/common/NumberStyle.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 
@@ -82,6 +83,9 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
     const char own = quoteOf(entry);
     if (own != '\0' && isText)
         forms.push_back(own + text + own);
+    if (const auto alike = value.type == Type::Double ? spellLike(std::get<double>(value.data), entry.value())
+                                                      : std::nullopt)
+        forms.push_back(*alike);
     forms.push_back(text);
     if (style.quote != '\0' && isText)
         forms.push_back(style.quote + text + style.quote);

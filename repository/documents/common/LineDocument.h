@@ -2,10 +2,14 @@
 
 #include "repository/documents/common/LineFile.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -22,6 +26,10 @@ public:
     std::optional<Span> locate(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
+    std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
+    std::optional<Excerpt> excerpt(std::string_view path) const override;
+    bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
+    Outcome removeExcerpt(std::string_view path) override;
     std::string getBytes() const override { return file->getBytes(); }
 
 protected:
@@ -31,9 +39,43 @@ protected:
 
     Outcome reload(std::string bytes, bool isOwn);
 
+    // Where the path of a node, or as a key the last component of it, is in a statement.
+    struct NamePlace
+    {
+        std::size_t begin = 0;
+        std::size_t last = 0; // component of the path
+        std::size_t end = 0;
+    };
+
+    // The place of the first components of a key that is a path; one more than the given depth.
+    static std::optional<NamePlace> placeInPath(const Statement& line, std::size_t depth);
+
     std::unique_ptr<LineFile> file;
 
 private:
+    // The pieces that make a node and all below it, in the order of the file and but for trivia around them.
+    virtual std::vector<std::uint32_t> piecesOf(std::uint32_t node) const = 0;
+
+    // Where the name of a node is in one of these pieces, and how a line like another spells it, as a whole
+    // path or without what is before the last component.
+    virtual std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
+                                            std::uint32_t piece) const = 0;
+    virtual std::string spellName(std::string_view path, const Statement& like, bool isLast) const = 0;
+
+    // What is to be inserted at the place of an excerpt, and the piece that it becomes.
+    virtual Value placeholderOf(const Excerpt& excerpt) const = 0;
+    virtual std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const = 0;
+
+    // A part of the lines that belong to a node, from an offset in a piece on.
+    struct Part
+    {
+        std::uint32_t piece;
+        std::size_t begin;
+    };
+    std::vector<Part> partsOf(std::uint32_t node) const;
+    Outcome renameAll(std::uint32_t node, std::string_view path, std::string_view name);
+    std::uint64_t hashOf(const std::function<std::string(std::string_view)>& change) const;
+
     virtual std::unique_ptr<LineFile> makeFile() const = 0;
 
     // The spelling of an entry, and its text with another spelling; nothing where that does not spell a value

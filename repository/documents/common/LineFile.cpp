@@ -153,6 +153,41 @@ Outcome LineFile::replace(std::uint32_t id, std::string_view newText)
     return {};
 }
 
+std::string LineFile::separatorBelow(std::uint32_t piece, std::size_t keySize) const
+{
+    const Statement& sibling = pieces[piece].line;
+    const std::uint32_t above = pieces[piece].above;
+    const auto columnOf = [](const Statement& entry) {
+        const std::string_view separator = entry.separator();
+        return entry.key().size() + std::min(separator.find_first_not_of(' '), separator.size());
+    };
+    const bool isInColumn = above != none && pieces[above].line.isEntry() &&
+                            columnOf(pieces[above].line) == columnOf(sibling) &&
+                            pieces[above].line.key().size() != sibling.key().size();
+    return alignedSeparator(sibling.separator(), sibling.key().size(), keySize, isInColumn);
+}
+
+void LineFile::overwrite(std::uint32_t id, std::string text)
+{
+    reshaped = true;
+    LinePiece& piece = pieces[id];
+    auto own = std::make_unique<OwnText>(OwnText{std::move(text), {}});
+    piece.line = scanOwn(own->text);
+    piece.line.text = own->text;
+    piece.own = std::move(own);
+}
+
+std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text) const
+{
+    const std::optional<Statement> line = getDialect().scanEntry(text);
+    if (!line)
+        return getDialect().fileNoun() + " would not read it there";
+    if (id == pieces.front() && !encoding.mayBegin(text))
+        return "the file would begin like a file of another encoding";
+    std::string reason = encoding.findRefusal(text);
+    return reason.empty() ? findClash(id, *line) : reason;
+}
+
 std::uint32_t LineFile::add(std::uint32_t before, std::uint32_t above, const Statement& line)
 {
     return pieces.insert(before, above, line);

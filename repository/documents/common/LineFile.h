@@ -48,6 +48,15 @@ public:
     // Gives an entry another text, or its original one, unless that changes how the lines around it are read.
     Outcome replace(std::uint32_t piece, std::string_view text);
 
+    // What is between a new key of some size below a piece, which is an entry, and its value.
+    std::string separatorBelow(std::uint32_t piece, std::size_t keySize) const;
+
+    // Puts a text in the place of a piece, for good. Only what a plain scan of it gives is taken up.
+    void overwrite(std::uint32_t piece, std::string text);
+
+    // Why a text cannot come in the place of a piece that is an entry; empty when it can.
+    std::string explainOverwriting(std::uint32_t piece, std::string_view text) const;
+
     // Adds a piece before another, or at the end for none; unless trivia, it is chained below the one above.
     std::uint32_t add(std::uint32_t before, std::uint32_t above, const Statement& line);
     std::uint32_t addOwn(std::uint32_t before, std::uint32_t above, std::string text);

@@ -165,6 +165,16 @@ void LineIndex::moveAfter(std::uint32_t id, std::uint32_t sibling)
     link(id, sibling);
 }
 
+void LineIndex::rename(std::uint32_t id, std::string_view name)
+{
+    LineNode& node = nodes[id];
+    HashIndex& siblings = *nodes[node.parent].children;
+    siblings.erase(HashIndex::hashOf(node.name, node.number), id);
+    node.ownName = std::make_unique<std::string>(name);
+    node.name = *node.ownName;
+    siblings.insert(HashIndex::hashOf(node.name, node.number), id);
+}
+
 void LineIndex::prune(std::uint32_t id)
 {
     while (id != root && nodes[id].firstChild == none && !nodes[id].hasHeader()) {

@@ -89,6 +89,9 @@ public:
     void moveAfter(std::uint32_t id, std::uint32_t sibling);
     void moveToEnd(std::uint32_t id) { moveAfter(id, node(node(id).parent).lastChild); }
 
+    // Gives a node another name, which no sibling has.
+    void rename(std::uint32_t id, std::string_view name);
+
     // Drops a node that is neither an entry nor a group nor has a header, and those that only led to it.
     void prune(std::uint32_t id);
 

@@ -109,10 +109,11 @@ std::string plainSeparator(std::string_view separator)
     return plain;
 }
 
-std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size)
+std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size,
+                             bool isInColumn)
 {
     const std::size_t blanks = std::min(separator.find_first_not_of(' '), separator.size());
-    if (blanks < 2)
+    if (blanks < 2 && !(blanks == 1 && isInColumn))
         return std::string(separator);
     const std::size_t column = siblingSize + blanks;
     const std::size_t padding = column > size + 1 ? column - size : 1;

@@ -40,7 +40,9 @@ char quoteAround(std::string_view value);
 // A separator with one blank where it has any.
 std::string plainSeparator(std::string_view separator);
 
-// A sibling's separator for a key of another size; blanks that align a column are adjusted.
-std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size);
+// A sibling's separator for a key of another size; blanks that align a column are adjusted. One blank does so
+// when the sibling is known to be in a column with others.
+std::string alignedSeparator(std::string_view separator, std::size_t siblingSize, std::size_t size,
+                             bool isInColumn = false);
 
 } // namespace Repository::Documents

@@ -24,7 +24,7 @@ public:
 private:
     std::optional<Statement> scan(std::string_view text) const override;
     std::string joinLines(std::string_view lines) const override;
-    bool isLeftOut(const Value& value) const override { return value == Value{Type::String, std::string()}; }
+    bool isLeftOut(const Value& value) const override { return toText(value).empty(); }
     // Some values would run into a ":".
     bool mayNeedBlank(char last) const override { return last == ':'; }
     bool mayQuotesRunOn() const override { return true; }

@@ -1,5 +1,6 @@
 #include "repository/documents/ini/IniDocument.h"
 
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/ini/IniInsertion.h"
 #include "repository/documents/ini/IniRemoval.h"
 
@@ -77,6 +78,59 @@ std::optional<std::string> IniDocument::withSpelling(const Statement& entry, std
 std::string IniDocument::explainMisspelling(std::string_view spelling) const
 {
     return quoted(spelling) + " is not a line of this entry";
+}
+
+std::vector<std::uint32_t> IniDocument::piecesOf(std::uint32_t node) const
+{
+    const LineIndex& index = file->index;
+    const LinePieces& pieces = file->pieces;
+    std::vector<std::uint32_t> found;
+    const std::uint32_t entry = index.node(node).entry;
+    if (!index.node(node).section)
+        return entry == none ? found : std::vector<std::uint32_t>{entry};
+    for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
+        if (piece == entry)
+            found.push_back(piece);
+        if (!pieces[piece].line.isHeader() || !index.isWithin(pieces[piece].node, node))
+            continue;
+        const std::uint32_t last = index.node(pieces[piece].node).section->last;
+        found.push_back(piece);
+        while (piece != last)
+            found.push_back(piece = pieces[piece].next);
+    }
+    return found;
+}
+
+std::optional<LineDocument::NamePlace> IniDocument::nameIn(std::uint32_t node, std::size_t depth,
+                                                           std::uint32_t piece) const
+{
+    const Statement& line = file->pieces[piece].line;
+    if (line.isHeader())
+        return placeInPath(line, depth);
+    if (file->pieces[piece].node != node)
+        return std::nullopt;
+    return NamePlace{line.keyBegin, line.keyBegin, line.keyEnd};
+}
+
+std::string IniDocument::spellName(std::string_view path, const Statement& like, bool isLast) const
+{
+    if (like.isHeader())
+        return std::string(path);
+    const std::string_view name = isLast ? path : splitLast(path).last;
+    return decodeKey(name).value_or(std::string(name));
+}
+
+// The excerpt of a section begins its name with a header.
+Value IniDocument::placeholderOf(const Excerpt& excerpt) const
+{
+    const std::size_t name = excerpt.names.empty() ? 0 : excerpt.names.front().first;
+    return name > 0 && excerpt.text[name - 1] == '[' ? Value() : Value{Type::String, std::string("x")};
+}
+
+std::uint32_t IniDocument::pieceOf(std::string_view path, const Value& placeholder) const
+{
+    return placeholder.type == Type::Group ? file->index.node(file->index.find(path)).section->header
+                                           : file->findEntry(path);
 }
 
 } // namespace Repository::Documents

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -30,6 +31,13 @@ private:
     std::string spellingOf(const Statement& entry) const override { return std::string(entry.lines()); }
     std::optional<std::string> withSpelling(const Statement& entry, std::string_view spelling) const override;
     std::string explainMisspelling(std::string_view spelling) const override;
+
+    std::vector<std::uint32_t> piecesOf(std::uint32_t node) const override;
+    std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
+                                    std::uint32_t piece) const override;
+    std::string spellName(std::string_view path, const Statement& like, bool isLast) const override;
+    Value placeholderOf(const Excerpt& excerpt) const override;
+    std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const override;
 
     IniFile& getFile() { return static_cast<IniFile&>(*file); }
 };

@@ -145,10 +145,8 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
     const std::string indent(hasSibling ? sibling.indent() : std::string_view(file.style.indent));
     std::string draft = indent;
     draft += key;
-    draft += follow ? alignedSeparator(sibling.separator(), sibling.key().size(), key.size())
-                    : file.style.separator;
-    const bool empty = value.type == Type::String && std::get<std::string>(value.data).empty();
-    while (empty && isBlank(draft.back()))
+    draft += follow ? file.separatorBelow(above, key.size()) : file.style.separator;
+    while (toText(value).empty() && isBlank(draft.back()))
         draft.pop_back();
     draft += file.style.lineEnd;
     const std::optional<Statement> line = scanSingle(draft, file.dialect.comments);

@@ -6,6 +6,7 @@
 #include "repository/documents/txt/TxtScanner.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace Repository::Documents {
 
@@ -67,6 +68,38 @@ std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std
 std::string TxtDocument::explainMisspelling(std::string_view spelling) const
 {
     return "a txt file would not read " + quoted(spelling) + " as the value of one entry";
+}
+
+std::vector<std::uint32_t> TxtDocument::piecesOf(std::uint32_t node) const
+{
+    std::vector<std::uint32_t> found;
+    for (const std::uint32_t id : file->index.subtree(node)) {
+        if (file->index.node(id).entry != none)
+            found.push_back(file->index.node(id).entry);
+    }
+    if (found.size() < 2)
+        return found;
+    const std::unordered_set<std::uint32_t> wanted(found.begin(), found.end());
+    found.clear();
+    for (std::uint32_t piece = file->pieces.front(); piece != none; piece = file->pieces[piece].next) {
+        if (wanted.count(piece) > 0)
+            found.push_back(piece);
+    }
+    return found;
+}
+
+std::optional<LineDocument::NamePlace> TxtDocument::nameIn(std::uint32_t, std::size_t depth,
+                                                           std::uint32_t piece) const
+{
+    return placeInPath(file->pieces[piece].line, depth);
+}
+
+std::string TxtDocument::spellName(std::string_view path, const Statement& like, bool) const
+{
+    const std::string_view separator = like.isSeparated() ? like.separator() : std::string_view("=");
+    const std::string sample = std::string(path).append(separator) + 'x';
+    const std::optional<Statement> line = scanTxtEntry(sample);
+    return line && pathOfKey(*line) == path ? std::string(path) : escapeTxtKey(path);
 }
 
 Outcome TxtDocument::insert(std::string_view path, const Value& value)
@@ -154,9 +187,8 @@ std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uin
          {std::string(prefix).append(ends.last), std::string(path), escapeTxtKey(path)}) {
         text = sibling ? sibling->indent() : style.indent;
         text += key;
-        text += sibling && !sibling->value().empty()
-                    ? alignedSeparator(sibling->separator(), sibling->key().size(), key.size())
-                    : style.separator;
+        text +=
+            sibling && !sibling->value().empty() ? file->separatorBelow(above, key.size()) : style.separator;
         text += style.lineEnd;
         const std::optional<Statement> line = scanTxtEntry(text);
         if (line && pathOfKey(*line) == path && line->begin == 0)

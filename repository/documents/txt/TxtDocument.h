@@ -32,6 +32,16 @@ private:
     std::optional<std::string> withSpelling(const Statement& entry, std::string_view spelling) const override;
     std::string explainMisspelling(std::string_view spelling) const override;
 
+    std::vector<std::uint32_t> piecesOf(std::uint32_t node) const override;
+    std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
+                                    std::uint32_t piece) const override;
+    std::string spellName(std::string_view path, const Statement& like, bool isLast) const override;
+    Value placeholderOf(const Excerpt&) const override { return {Type::String, std::string("x")}; }
+    std::uint32_t pieceOf(std::string_view path, const Value&) const override
+    {
+        return file->findEntry(path);
+    }
+
     std::uint32_t findPlace(std::string_view path) const;
     std::optional<Statement> draftEntry(std::string_view path, std::uint32_t above, std::string& text) const;
     std::string fillDraft(const Statement& draft, const Value& value, bool belowTag) const;

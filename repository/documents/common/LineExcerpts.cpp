@@ -1,0 +1,264 @@
+// Renaming and copying of subtrees, which LineDocument does for all formats of lines.
+
+#include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/common/LineDocument.h"
+#include "repository/documents/common/TextLine.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace Repository::Documents {
+
+namespace {
+
+bool isComment(std::string_view content)
+{
+    const std::size_t indent = indentOf(content);
+    return indent < content.size() && std::string_view("#;!").find(content[indent]) != std::string_view::npos;
+}
+
+// Where in trivia the comments begin that are right above what follows it.
+std::size_t ownCommentsIn(std::string_view trivia)
+{
+    std::size_t begin = trivia.size();
+    for (std::size_t at = 0; at < trivia.size();) {
+        const TextLine line = textLineAt(trivia, at);
+        begin = !isComment(line.content) ? trivia.size() : begin == trivia.size() ? at : begin;
+        at = line.end;
+    }
+    return begin;
+}
+
+bool hasProse(std::string_view trivia)
+{
+    for (std::size_t at = 0; at < trivia.size(); at = textLineAt(trivia, at).end) {
+        const std::string_view content = textLineAt(trivia, at).content;
+        if (!isComment(content) && !isBlankLine(content))
+            return true;
+    }
+    return false;
+}
+
+bool isAtOrBelow(std::string_view path, std::string_view top)
+{
+    return startsWith(path, top) && (path.size() == top.size() || path[top.size()] == '.');
+}
+
+std::size_t depthOf(std::string_view path)
+{
+    return std::size_t(std::count(path.begin(), path.end(), '.'));
+}
+
+} // namespace
+
+std::optional<LineDocument::NamePlace> LineDocument::placeInPath(const Statement& line, std::size_t depth)
+{
+    std::size_t begin = line.keyBegin;
+    for (std::size_t i = 0;; ++i) {
+        const std::size_t dot = std::min<std::size_t>(line.text.find('.', begin), line.keyEnd);
+        if (i == depth)
+            return NamePlace{line.keyBegin, begin, dot};
+        if (dot == line.keyEnd)
+            return std::nullopt;
+        begin = dot + 1;
+    }
+}
+
+// Of all entries with a value, under the paths that the change gives them; without those that get none.
+std::uint64_t LineDocument::hashOf(const std::function<std::string(std::string_view)>& change) const
+{
+    std::uint64_t sum = 0;
+    const std::hash<std::string> hash;
+    visit([&](const Entry& entry) {
+        const std::string path = entry.value.type == Type::Group ? std::string() : change(entry.path);
+        if (!path.empty())
+            sum += (hash(path) * 31 + hash(toText(entry.value))) * 31 + std::uint64_t(entry.value.type);
+    });
+    return sum;
+}
+
+std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
+{
+    const std::vector<std::uint32_t> own = piecesOf(node);
+    const LinePieces& pieces = file->pieces;
+    std::vector<Part> parts;
+    for (const std::uint32_t piece : own) {
+        const std::uint32_t previous = pieces[piece].previous;
+        const bool hasTrivia = previous != none && pieces[previous].line.kind == Statement::Kind::Trivia;
+        const bool isListed = !parts.empty() && parts.back().piece == previous;
+        if (hasTrivia && !isListed) {
+            const std::string_view trivia = pieces[previous].line.text;
+            const bool isInside = !parts.empty() && pieces[previous].previous == parts.back().piece;
+            const std::size_t begin = isInside && !hasProse(trivia) ? 0 : ownCommentsIn(trivia);
+            if (begin < trivia.size())
+                parts.push_back({previous, begin});
+        }
+        parts.push_back({piece, 0});
+    }
+    return parts;
+}
+
+std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_view name)
+{
+    const LineIndex& index = file->index;
+    const std::uint32_t id = index.find(path);
+    if (id == none || id == LineIndex::root || splitNumber(name).number > 1)
+        return std::nullopt;
+    const std::string renamed = joinPath(splitLast(path).parent, name);
+    if (index.find(renamed) != none)
+        return refused("there is already an entry " + quoted(renamed));
+    const std::uint32_t first = index.findSibling(id, 1);
+    const bool isNumbered = index.countOfEntries(first) > 1 || index.countOfSections(first) > 1;
+    if (!index.node(id).section && !isNumbered)
+        return renameAll(id, path, name);
+    // A header may decide how all of the file is read, and later siblings of the same name move up.
+    const NumberedPath numbered = numberedPath(path);
+    const auto afterwards = [&](std::string_view entry) {
+        if (isAtOrBelow(entry, path))
+            return renamed + std::string(entry.substr(path.size()));
+        const std::size_t end = std::min(entry.find('.', numbered.first.size()), entry.size());
+        const NumberedPath other = numberedPath(entry.substr(0, end));
+        const bool movesUp = other.first == numbered.first && other.number > numbered.number;
+        return movesUp ? joinNumber(other.first, other.number - 1) + std::string(entry.substr(end))
+                       : std::string(entry);
+    };
+    const std::string before = getBytes();
+    const std::uint64_t wanted = hashOf(afterwards);
+    Outcome outcome = renameAll(id, path, name);
+    if (outcome.ok())
+        outcome = reload(getBytes(), true);
+    if (outcome.ok() && hashOf([](std::string_view entry) { return std::string(entry); }) == wanted)
+        return outcome;
+    reload(before, true);
+    return isNumbered ? std::nullopt
+                      : std::optional(refused(file->getDialect().fileNoun() + " cannot hold a " +
+                                              file->getDialect().groupNoun() + " of the path " +
+                                              quoted(renamed) + " there"));
+}
+
+// In the text; in the index only for a node without numbered siblings.
+Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::string_view name)
+{
+    const LinePieces& pieces = file->pieces;
+    const std::size_t depth = depthOf(path);
+    std::vector<std::pair<std::uint32_t, std::string>> changed;
+    for (const std::uint32_t piece : piecesOf(node)) {
+        const Statement& line = pieces[piece].line;
+        const std::optional<NamePlace> place = nameIn(node, depth, piece);
+        if (!place)
+            continue;
+        std::string text(line.text.substr(0, place->last));
+        text += spellName(name, line, true);
+        text += line.text.substr(place->end);
+        std::string reason;
+        if (line.isEntry()) {
+            const auto now = file->getDialect().scanEntry(text);
+            const bool isSame = now && now->value() == line.value() && now->tag == line.tag &&
+                                now->separator() == line.separator() && now->continued == line.continued &&
+                                text.compare(0, place->last, line.text, 0, place->last) == 0 &&
+                                now->keyBegin == line.keyBegin;
+            reason = isSame ? file->explainOverwriting(piece, text) : "it would be read otherwise";
+        }
+        if (!reason.empty())
+            return refused(file->getDialect().fileNoun() + " cannot hold the name " + quoted(name) +
+                           " there: " + reason);
+        changed.emplace_back(piece, std::move(text));
+    }
+    for (auto& [piece, text] : changed)
+        file->overwrite(piece, std::move(text));
+    if (file->index.countOfEntries(node) < 2 && file->index.node(node).number == 1)
+        file->index.rename(node, name);
+    return {};
+}
+
+std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
+{
+    const std::uint32_t node = file->index.find(path);
+    if (node == none || node == LineIndex::root ||
+        (file->index.node(node).section && file->index.node(node).entry != none))
+        return std::nullopt;
+    Excerpt found;
+    const std::size_t depth = depthOf(path);
+    bool isFirst = true;
+    for (const Part& part : partsOf(node)) {
+        const Statement& line = file->pieces[part.piece].line;
+        if (!found.text.empty() && !endsLine(found.text))
+            found.text += file->style.lineEnd;
+        const std::size_t at = found.text.size();
+        found.text += line.text.substr(part.begin);
+        // A further line of a value without indentation must not get any.
+        const std::size_t own = line.kind == Statement::Kind::Trivia ? line.text.size() : line.begin;
+        for (std::size_t from = part.begin; from < line.text.size();) {
+            if (from <= own || isBlank(line.text[from]))
+                found.lines.push_back(at + from - part.begin);
+            from = textLineAt(line.text, from).end;
+        }
+        if (line.kind == Statement::Kind::Trivia)
+            continue;
+        if (std::exchange(isFirst, false))
+            found.indentation = line.indent();
+        if (const std::optional<NamePlace> place = nameIn(node, depth, part.piece))
+            found.names.emplace_back(at + place->begin, at + place->end);
+    }
+    if (!endsLine(found.text))
+        found.text += file->style.lineEnd;
+    return found;
+}
+
+bool LineDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    const auto ofOthers = [path](std::string_view entry) {
+        return isAtOrBelow(entry, path) ? std::string() : std::string(entry);
+    };
+    const std::string before = getBytes();
+    const std::uint64_t others = hashOf(ofOthers);
+    const Value placeholder = placeholderOf(excerpt);
+    if (!insert(path, placeholder).ok())
+        return false;
+    const std::uint32_t piece = pieceOf(path, placeholder);
+    const Statement& line = file->pieces[piece].line;
+    Statement like; // its lines may have any separator
+    like.kind = line.kind;
+    const std::string name = spellName(numberedPath(path).first, like, false);
+    std::string text(line.tags());
+    text += withLineEnds(excerptText(excerpt, name, line.indent()), file->style.lineEnd);
+    const bool canHold = file->encoding.findRefusal(text).empty();
+    const std::string lines = text.substr(line.tags().size());
+    file->overwrite(piece, std::move(text));
+    if (canHold && reload(getBytes(), true).ok() && hashOf(ofOthers) == others) {
+        // A line below may go on what its last one says.
+        const auto written = this->excerpt(path);
+        if (written && written->text.size() >= lines.size() &&
+            written->text.compare(written->text.size() - lines.size(), lines.size(), lines) == 0)
+            return true;
+    }
+    reload(before, true);
+    return false;
+}
+
+Outcome LineDocument::removeExcerpt(std::string_view path)
+{
+    const std::uint32_t node = file->index.find(path);
+    if (node == none || node == LineIndex::root)
+        return remove(path);
+    const std::string before = getBytes();
+    const std::vector<std::uint32_t> own = piecesOf(node);
+    const std::unordered_set<std::uint32_t> going(own.begin(), own.end());
+    for (const Part& part : partsOf(node)) {
+        if (going.count(part.piece) > 0)
+            continue;
+        const std::string_view text = file->pieces[part.piece].line.text;
+        if (part.begin == 0)
+            file->takePiece(part.piece);
+        else
+            file->overwrite(part.piece, std::string(text.substr(0, part.begin)));
+    }
+    Outcome outcome = remove(path);
+    if (!outcome.ok())
+        reload(before, true);
+    return outcome;
+}
+
+} // namespace Repository::Documents
