@@ -22,7 +22,8 @@ Command remove()
 {
     return {"rm",
             "remove an attribute or a group with all that is in it",
-            "The entry's own lines go, and a comment only when it is on one of them.",
+            "The entry's own lines go, and comments only when they are on these or, of a group, between its "
+            "first line and its last. Those above it stay, and in txt those between its entries, too.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}}},
             {dryRunOption},
             {"vantry rm app.ini server.timeout", "vantry rm app.ini server --dry-run"},

@@ -70,7 +70,9 @@ Command copy()
         "cp",
         "copy an attribute or a group, also into a file of another format",
         "The second PATH is that of the copy. What is there already is not overwritten, and what the format "
-        "cannot hold is refused; nothing is written then. The second FILE is created when it is not there.",
+        "cannot hold is refused; nothing is written then. The second FILE is created when it is not there. "
+        "Within one format the copy is written as the original is, with the comments in it, right above it "
+        "and after it on its line; otherwise only names and values are copied.",
         forms,
         {toFormatOption, dryRunOption},
         {"vantry cp app.ini server server2", "vantry cp app.ini server app.json network.server"},
@@ -79,14 +81,18 @@ Command copy()
 
 Command move()
 {
-    return {"mv",
-            "move or rename an attribute or a group, also into another file",
-            "The second PATH is the new one. What is there already is not overwritten, and what the format "
-            "cannot hold is refused; nothing is written then. Of two files, the second is written first.",
-            forms,
-            {toFormatOption, dryRunOption},
-            {"vantry mv app.ini server.prot server.port"},
-            runMove};
+    return {
+        "mv",
+        "move or rename an attribute or a group, also into another file",
+        "The second PATH is the new one. What is there already is not overwritten, and what the format "
+        "cannot hold is refused; nothing is written then. Of two files, the second is written first. A new "
+        "name in the same group changes only the name in the file. Elsewhere, within one format, it is "
+        "written as it was, and the comments in it, right above it and after it on its line go along; into "
+        "another format only names and values go, and the comments above stay.",
+        forms,
+        {toFormatOption, dryRunOption},
+        {"vantry mv app.ini server.prot server.port"},
+        runMove};
 }
 
 } // namespace CommandLine::Commands

@@ -81,6 +81,9 @@ public:
     // The value of an entry as the backend spells it; nothing for a group.
     virtual std::optional<std::string> spell(const QString& path) const = 0;
 
+    // An entry and all below it as they are written; see Document.
+    virtual std::optional<Documents::Excerpt> excerpt(const QString& path) const = 0;
+
     // All of it as one text, with all edits.
     virtual std::string getBytes() const = 0;
 
@@ -135,6 +138,10 @@ protected:
     virtual Outcome write(const QString& path, const FrameworkCore::Values::Value& value) = 0;
     virtual Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) = 0;
     virtual Outcome remove(const QString& path) = 0;
+    virtual std::optional<Outcome> rename(const QString& path, const QString& name) = 0;
+    virtual bool insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
+                               const std::vector<Documents::Entry>& expected) = 0;
+    virtual Outcome removeExcerpt(const QString& path) = 0;
     virtual Outcome respell(const QString& path, const std::string& spelling) = 0;
     virtual Outcome replaceText(std::string bytes) = 0;
     virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,

@@ -143,6 +143,70 @@ Outcome DocumentBackend::remove(const QString& path)
     return edit([&](Document& text) { return text.remove(relative(path)); });
 }
 
+Outcome DocumentBackend::removeExcerpt(const QString& path)
+{
+    const std::lock_guard lock(mutex);
+    return edit([&](Document& text) { return text.removeExcerpt(relative(path)); });
+}
+
+std::optional<Outcome> DocumentBackend::rename(const QString& path, const QString& name)
+{
+    const std::lock_guard lock(mutex);
+    bool isDone = true;
+    Outcome outcome = edit([&](Document& text) {
+        const auto renamed = text.rename(relative(path), name.toStdString());
+        isDone = renamed.has_value();
+        return renamed.value_or(Documents::Outcome());
+    });
+    return isDone ? std::optional(std::move(outcome)) : std::nullopt;
+}
+
+std::optional<Documents::Excerpt> DocumentBackend::excerpt(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.isDamaged() ? std::nullopt : content.getDocument().excerpt(relative(path));
+}
+
+bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
+                                    const std::vector<Documents::Entry>& expected)
+{
+    const std::lock_guard lock(mutex);
+    std::string before = content.getText();
+    bool isInserted = false;
+    const Outcome outcome = edit([&](Document& text) {
+        isInserted = text.insertExcerpt(relative(path), excerpt);
+        return Documents::Outcome();
+    });
+    if (!outcome.ok() || !isInserted)
+        return false;
+    if (holds(relative(path), expected))
+        return true;
+    content.replaceText(std::move(before));
+    return false;
+}
+
+// Whether the entries with values at and below a path are these, with paths relative to it.
+bool DocumentBackend::holds(const std::string& path, std::vector<Documents::Entry> expected) const
+{
+    std::vector<Documents::Entry> found;
+    content.getDocument().visit([&](const Documents::Entry& entry) {
+        if (entry.value.type != FrameworkCore::Values::Type::Group && isWithin(entry.path, path))
+            found.push_back({entry.path.substr(std::min(path.size() + 1, entry.path.size())), entry.value});
+    });
+    const auto isGroup = [](const auto& entry) {
+        return entry.value.type == FrameworkCore::Values::Type::Group;
+    };
+    expected.erase(std::remove_if(expected.begin(), expected.end(), isGroup), expected.end());
+    const auto isBefore = [](const auto& a, const auto& b) { return a.path < b.path; };
+    for (auto* const list : {&found, &expected}) {
+        if (!std::is_sorted(list->begin(), list->end(), isBefore))
+            std::sort(list->begin(), list->end(), isBefore);
+    }
+    return std::equal(
+        found.begin(), found.end(), expected.begin(), expected.end(),
+        [](const auto& a, const auto& b) { return a.path == b.path && isSame(a.value, b.value); });
+}
+
 bool DocumentBackend::isClosed() const
 {
     const std::lock_guard lock(mutex);

@@ -14,6 +14,7 @@ public:
     bool removalMovesOthers(const QString& path) const override;
     SiblingPosition positionOf(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
+    std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     std::string getBytes() const override;
     quint64 getRevision() const override;
 
@@ -34,6 +35,10 @@ protected:
     Outcome write(const QString& path, const FrameworkCore::Values::Value& value) override;
     Outcome insert(const QString& path, const FrameworkCore::Values::Value& value) override;
     Outcome remove(const QString& path) override;
+    std::optional<Outcome> rename(const QString& path, const QString& name) override;
+    bool insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
+                       const std::vector<Documents::Entry>& expected) override;
+    Outcome removeExcerpt(const QString& path) override;
     Outcome respell(const QString& path, const std::string& spelling) override;
     Outcome replaceText(std::string bytes) override;
     Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
@@ -61,6 +66,8 @@ protected:
     bool closed = false;
 
 private:
+    bool holds(const std::string& path, std::vector<Documents::Entry> expected) const;
+
     bool editing = false; // a DocumentEdit exists
 };
 

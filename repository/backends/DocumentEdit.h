@@ -25,6 +25,19 @@ public:
     Outcome insert(const QString& path, const Value& value) { return toChange().insert(path, value); }
     Outcome remove(const QString& path) { return toChange().remove(path); }
 
+    // The same for entries as their author has written them; see Document. An excerpt is inserted when it
+    // gives the expected entries, whose paths are relative.
+    std::optional<Outcome> rename(const QString& path, const QString& name)
+    {
+        return toChange().rename(path, name);
+    }
+    bool insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
+                       const std::vector<Documents::Entry>& expected)
+    {
+        return toChange().insertExcerpt(path, excerpt, expected);
+    }
+    Outcome removeExcerpt(const QString& path) { return toChange().removeExcerpt(path); }
+
     // Gives a value a spelling that the backend had for it before.
     Outcome respell(const QString& path, const std::string& spelling)
     {

@@ -110,6 +110,23 @@ Outcome BulkWrite::writeDocuments()
                             isHidden);
 }
 
+std::optional<Outcome> BulkWrite::renameInDocument(const QString& place)
+{
+    auto outcome =
+        transaction.edit(*newPlace).rename(place, pathAfter(root, parentPath(root).size()).toString());
+    if (outcome && outcome->ok())
+        std::vector<Documents::Entry>().swap(held);
+    return outcome;
+}
+
+bool BulkWrite::writeExcerpt(const Documents::Excerpt& excerpt)
+{
+    if (!transaction.edit(*newPlace).insertExcerpt(root, excerpt, held))
+        return false;
+    std::vector<Documents::Entry>().swap(held);
+    return true;
+}
+
 Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access)
 {
     if (path.isEmpty())

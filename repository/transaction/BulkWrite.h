@@ -37,6 +37,12 @@ public:
     // Lets the documents take what they have not yet. A refusal has its path.
     Outcome writeDocuments();
 
+    // Instead of that, where nothing is at the root yet, and what was added is what there is at a place of
+    // the same format: gives that place the root's name, which is in the same group, or writes its excerpt at
+    // the root. Nothing and false where writeDocuments has to do it.
+    std::optional<Outcome> renameInDocument(const QString& place);
+    bool writeExcerpt(const Documents::Excerpt& excerpt);
+
     // After writeDocuments.
     void finish();
 

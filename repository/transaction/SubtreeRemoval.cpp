@@ -18,7 +18,7 @@ Outcome SubtreeRemoval::run()
     return outcome;
 }
 
-Outcome SubtreeRemoval::removeFromBackend()
+Outcome SubtreeRemoval::check()
 {
     for (const auto& backend : transaction.getNodes().getTree().backends) {
         if (!isAtOrBelow(backend->getName(), node.path))
@@ -31,10 +31,14 @@ Outcome SubtreeRemoval::removeFromBackend()
         if (below->isAttribute() && !isWritable(below->getAccess()))
             return Refusals::readOnly(*below);
     }
-    if (!node.backend)
-        return {};
-    movesOthers = node.backend->removalMovesOthers(node.path);
-    return transaction.edit(*node.backend).remove(node.path);
+    movesOthers = node.backend && node.backend->removalMovesOthers(node.path);
+    return {};
+}
+
+Outcome SubtreeRemoval::removeFromBackend()
+{
+    Outcome outcome = check();
+    return outcome.ok() && node.backend ? transaction.edit(*node.backend).remove(node.path) : outcome;
 }
 
 void SubtreeRemoval::removeFromTree()

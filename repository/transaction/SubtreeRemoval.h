@@ -14,7 +14,8 @@ public:
 
     Outcome run();
 
-    // The two parts of it.
+    // The parts of it. Whoever takes the subtree out of its backend otherwise prepares that, too.
+    Outcome check();
     Outcome removeFromBackend();
     void removeFromTree();
 

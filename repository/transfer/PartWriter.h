@@ -22,6 +22,8 @@ public:
 
     // As those of BulkWrite.
     Outcome writeDocuments() { return bulk.writeDocuments(); }
+    std::optional<Outcome> renameInDocument(const QString& place) { return bulk.renameInDocument(place); }
+    bool writeExcerpt(const Documents::Excerpt& excerpt) { return bulk.writeExcerpt(excerpt); }
     void finish() { bulk.finish(); }
 
 private:

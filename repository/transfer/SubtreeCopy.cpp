@@ -6,6 +6,8 @@
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
 
+#include <algorithm>
+
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
@@ -32,6 +34,19 @@ Outcome SubtreeCopy::check(const Node* source, bool isMove) const
     return {};
 }
 
+// Whether what is written of the source may be written at the new place, too: one backend holds all of it, in
+// the format of that place, and nothing in it is hidden.
+bool SubtreeCopy::isOfOneFormat(const Node& source) const
+{
+    const AttributeTree& tree = transaction.getNodes().getTree();
+    const Backend* const target = transaction.getNodes().nearest(to).backend;
+    if (!source.backend || !target || source.backend->getDescription().type != target->getDescription().type)
+        return false;
+    return std::none_of(tree.backends.begin(), tree.backends.end(), [&](const auto& backend) {
+        return backend.get() != source.backend && isAtOrBelow(backend->getName(), from);
+    });
+}
+
 Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
 {
     const NodeWriter& nodes = transaction.getNodes();
@@ -44,17 +59,38 @@ Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
     PartWriter writer(transaction, to, report, reader.getParts().size());
     for (const SubtreePart& part : reader.getParts())
         outcome = outcome.ok() ? writer.add(joinedPath(to, part.path()), part) : outcome;
-    if (outcome.ok())
-        outcome = writer.writeDocuments();
     SubtreeRemoval removal(transaction, *source);
-    if (outcome.ok() && isMove)
-        outcome = removal.removeFromBackend().of(Outcome::Operation::Change, from);
+    if (outcome.ok())
+        outcome = changeDocuments(writer, removal, *source, isMove, !reader.isPartial());
     if (!outcome.ok())
         return outcome;
     writer.finish();
     if (isMove)
         removal.removeFromTree();
     return outcome;
+}
+
+// The name alone is changed where that will do, else the text is taken along, or else the values.
+Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source,
+                                     bool isMove, bool isWhole)
+{
+    const auto ofSource = [this](Outcome outcome) { return outcome.of(Outcome::Operation::Change, from); };
+    const bool keepsText = isWhole && isOfOneFormat(source);
+    Outcome outcome = isMove ? ofSource(removal.check()) : Outcome();
+    if (!outcome.ok())
+        return outcome;
+    if (isMove && keepsText && parentPath(from) == parentPath(to)) {
+        if (const auto renamed = writer.renameInDocument(from))
+            return renamed->ok() ? *renamed : Outcome(*renamed).of(Outcome::Operation::Change, to);
+    }
+    const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
+    const bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
+    if (!isWritten)
+        outcome = writer.writeDocuments();
+    if (!outcome.ok() || !isMove || !source.backend)
+        return outcome;
+    DocumentEdit& document = transaction.edit(*source.backend);
+    return ofSource(isWritten ? document.removeExcerpt(from) : document.remove(from));
 }
 
 } // namespace Repository

@@ -5,6 +5,9 @@
 
 namespace Repository {
 
+class PartWriter;
+class SubtreeRemoval;
+
 // Puts a subtree to where nothing is yet, by a transaction. One thread.
 class SubtreeCopy
 {
@@ -19,6 +22,9 @@ public:
 
 private:
     Outcome check(const Node* source, bool isMove) const;
+    bool isOfOneFormat(const Node& source) const;
+    Outcome changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source, bool isMove,
+                            bool isWhole);
 
     Transaction& transaction;
     const QString from;

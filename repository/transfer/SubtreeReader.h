@@ -43,6 +43,8 @@ public:
     // there is.
     FrameworkCore::AppConfig::Outcome check(bool isWhole) const;
 
+    bool isPartial() const { return !hidden.isEmpty(); } // something must not be read
+
     const std::vector<SubtreePart>& getParts() const { return parts; }
     std::vector<SubtreePart> takeParts() { return std::move(parts); }
 

@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(content("j.new"), expected);
     }
 
-    // Arrays stay arrays, in the layout of the file.
+    // Arrays stay arrays, as they are written.
     void copiesArrays()
     {
         QVERIFY(mount("json", "j", "{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": 1}\n}\n"));
@@ -185,8 +185,8 @@ private slots:
         QCOMPARE(copy("j.a.1", "j.c.e"), Success);
         QCOMPARE(copy("j.c.d", "j.c.f"), Success);
         QCOMPARE(saved("j"), QByteArray("{\n  \"a\": [1, [2.50, \"x\"]],\n  \"c\": {\"d\": "
-                                        "1, \"e\": [2.5, \"x\"], \"f\": 1},\n  \"b\": [\n    1,\n"
-                                        "    [\n      2.5,\n      \"x\"\n    ]\n  ]\n}\n"));
+                                        "1, \"e\": [2.50, \"x\"], \"f\": 1},\n"
+                                        "  \"b\": [1, [2.50, \"x\"]]\n}\n"));
     }
 
     void copiesManyAttributes()

@@ -167,9 +167,9 @@ private slots:
         const char* const json =
             "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {}\n}\n";
         row("paste below, json", "json", json, "p.a", "p.b", "Paste Subtree", "copy", true,
-            "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {\n        \"copy\": "
-            "{\n"
-            "            \"speed\": 5,\n            \"on\": true\n        }\n    }\n}\n",
+            "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true},\n    \"b\": {\n        // the "
+            "line\n"
+            "        \"copy\": {\"speed\": 5, \"on\": true}\n    }\n}\n",
             "Paste copy");
         row("paste beside, json", "json", json, "p.a.speed", "p.a.on", "Paste Subtree", "speed2", false,
             "{\n    // the line\n    \"a\": {\"speed\": 5, \"on\": true, \"speed2\": 5},\n    \"b\": {}\n}\n",
@@ -178,9 +178,11 @@ private slots:
             "{\n    // the line\n    \"b\": {}\n}\n", "Delete a");
         const char* const ini = "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n";
         row("paste below, ini", "ini", ini, "p.a", "p.b", "Paste Subtree", "c", true,
-            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[b.c]\nspeed = 5\non = true\n", "Paste c");
+            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n; head\n[b.c]\nspeed = 5\non=true\n",
+            "Paste c");
         row("paste beside, ini", "ini", ini, "p.a", "p.b", "Paste Subtree", "c", false,
-            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n[c]\nspeed = 5\non = true\n", "Paste c");
+            "; head\n[a]\nspeed = 5\non=true\n\n[b]\nk=1 ; kept\n\n; head\n[c]\nspeed = 5\non=true\n",
+            "Paste c");
         row("delete, ini", "ini", ini, "", "p.a.speed", "Delete Subtree", "", false,
             "; head\n[a]\non=true\n\n[b]\nk=1 ; kept\n", "Delete speed");
         row("new attribute, ini", "ini", ini, "", "p.b", "New Attribute", "deep.er", false,
@@ -189,7 +191,7 @@ private slots:
         row("paste below, xml", "xml", "<r><a x=\"1\">t</a><b/></r>\n", "p.r.a.@x", "p.r.b", "Paste Subtree",
             "@y", true, "<r><a x=\"1\">t</a><b y=\"1\"/></r>\n", "Paste @y");
         row("paste beside, txt", "txt", "# head\na.b = 5\nc = x\n", "p.a", "p.c", "Paste Subtree", "d", false,
-            "# head\na.b = 5\nc = x\nd.b = 5\n", "Paste d");
+            "# head\na.b = 5\nc = x\n# head\nd.b = 5\n", "Paste d");
     }
 
     // Each operation, the file after a save, and the file after undo and another save.

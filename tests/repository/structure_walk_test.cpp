@@ -1,0 +1,418 @@
+#include "tests/support/Columns.h"
+#include "tests/support/RepositoryTest.h"
+
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QMap>
+#include <QRegularExpression>
+#include <QSet>
+
+using namespace FrameworkCore::AppConfig;
+
+namespace {
+
+// Lines as they compare for a person: without indentation, and in json without the comma before or after
+// them.
+QStringList linesOf(const QByteArray& bytes)
+{
+    static const QRegularExpression ends(QStringLiteral("\r\n|\r|\n"));
+    static const QRegularExpression commaBeforeComment(QStringLiteral(",(?=\\s*(//|/\\*))"));
+    QStringList lines;
+    for (const QString& line : QString::fromUtf8(bytes).split(ends)) {
+        QString plain = line.trimmed();
+        plain.remove(commaBeforeComment);
+        if (plain.endsWith(QLatin1Char(',')))
+            plain.chop(1);
+        else if (plain.startsWith(QLatin1Char(',')))
+            plain.remove(0, 1);
+        lines += plain.trimmed();
+    }
+    return lines;
+}
+
+QMap<QString, int> countsOf(const QStringList& lines)
+{
+    QMap<QString, int> counts;
+    for (const QString& line : lines)
+        counts[line] += line.isEmpty() ? 0 : 1;
+    return counts;
+}
+
+// The lines that the second text has less often.
+QStringList lost(const QByteArray& before, const QByteArray& after)
+{
+    QStringList gone;
+    QMap<QString, int> present = countsOf(linesOf(after));
+    for (const QString& line : linesOf(before)) {
+        if (!line.isEmpty() && --present[line] < 0)
+            gone += line;
+    }
+    return gone;
+}
+
+QStringList commentsIn(const QByteArray& bytes, const QString& type)
+{
+    static const QMap<QString, QString> forms{
+        {QStringLiteral("ini"), QStringLiteral("^[ \t]*[;#].*$")},
+        {QStringLiteral("txt"), QStringLiteral("^[ \t]*[#!].*$")},
+        {QStringLiteral("json"), QStringLiteral("(^|[ \t])//.*$|/\\*[^\"]*?\\*/")},
+        {QStringLiteral("xml"), QStringLiteral("<!--.*?-->|<\\?(?!xml |vantry ).*?\\?>")}};
+    const auto options =
+        type == QLatin1String("xml") || type == QLatin1String("json")
+            ? QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption
+            : QRegularExpression::MultilineOption;
+    QStringList comments;
+    auto found =
+        QRegularExpression(forms[type],
+                           type == QLatin1String("json") ? QRegularExpression::MultilineOption : options)
+            .globalMatch(QString::fromUtf8(bytes));
+    while (found.hasNext())
+        comments += found.next().captured().simplified();
+    return comments;
+}
+
+QString lastOf(const QString& path)
+{
+    return path.mid(path.lastIndexOf(QLatin1Char('.')) + 1);
+}
+
+QString above(const QString& path)
+{
+    return path.left(std::max(path.lastIndexOf(QLatin1Char('.')), 0));
+}
+
+} // namespace
+
+// Renames, moves, copies, inserts and removes at many places of many files, and looks at the lines of the
+// file alone: none changes that has nothing to do with it, no comment is lost, and undo brings the bytes
+// back.
+class StructureWalkTest : public TestSupport::RepositoryTest
+{
+    Q_OBJECT
+
+private slots:
+    // Of thousands of saves each waits for the disk, where there is one.
+    void initTestCase()
+    {
+        if (QFileInfo(QStringLiteral("/dev/shm")).isWritable())
+            qputenv("TMPDIR", "/dev/shm");
+    }
+
+    void walks_data()
+    {
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QByteArray>("text");
+        const auto row = [](const char* name, const char* type, const char* text) {
+            QTest::addRow("%s: %s", type, name) << type << QString() << QByteArray(text);
+        };
+        row("nested", "json",
+            "{\n  // of a\n  \"a\": {\"x\": 1e5, \"y\": [1, 0.10]}, // after a\n\n  /* of b */\n  \"b\": {\n"
+            "    // inside\n    \"c\": \"\\u0041\",\n    \"d\": [\n      \"p\",\n      \"q\"\n    ]\n  },\n"
+            "  \"e\": true // last\n}\n");
+        row("nested", "xml",
+            "<r>\n  <!-- of a -->\n  <a k='1' l=\"&lt;\">\n    <b><![CDATA[x]]></b> <!-- after b -->\n"
+            "    <?keep me?>\n    <c/>\n  </a>\n\n  <d>Some <i>mixed</i> text</d>\n  <e>1.0</e>\n</r>\n");
+        row("sections", "ini",
+            "; of the file\n\ntop=1\n\n; of a\n[a]\nlong.name  =  0x10 ; after\n# of k\nk          =  1.0\n\n"
+            "[a.b]\n; inside\nx=\"q\"\n\n; of c\n[c]\ny = 1e5\n");
+        row("paths", "txt",
+            "# of the file\n\n# of x\na.b.x = 1.0\na.b.y   = 0x10\nprose here.\n\n# of z\na.z = \"q\"\n"
+            "c = long \\\n  value\nd.e.f = 1\n");
+        for (const char* const type : {"ini", "txt", "json", "xml"}) {
+            const QString corpus = TestSupport::corporaPath(QLatin1String(type));
+            QDirIterator files(corpus.isEmpty() ? QStringLiteral("/nowhere") : corpus, QDir::Files);
+            for (int taken = 0; taken < 300 && files.hasNext();) {
+                files.next();
+                if (files.fileInfo().size() > mostBytes)
+                    continue;
+                ++taken;
+                QTest::addRow("%s: %s", type, qPrintable(files.fileName()))
+                    << type << files.filePath() << QByteArray();
+            }
+        }
+    }
+
+    void walks()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, file);
+        QFETCH(QByteArray, text);
+        kind = type;
+        bytes = file.isEmpty() ? text : TestSupport::contentOf(file);
+        if (bytes.contains('\0') || !mountText(bytes).ok()) // lines of UTF-16 are not looked at
+            return;
+        history()->recordThisThread();
+        const QStringList all = paths("m.*");
+        const int step = std::max(all.size() / (file.isEmpty() ? 40 : 3), 1);
+        for (int i = step / 2; i < all.size(); i += step) {
+            // Also groups, which begin between the attributes.
+            const QString path = i % 2 == 0 || above(all[i]) == QLatin1String("m") ? all[i] : above(all[i]);
+            rename(path);
+            moveUp(path);
+            copyBeside(path);
+            insertBeside(path);
+            removeThere(path);
+            if (QTest::currentTestFailed()) {
+                qWarning("at '%s'", qPrintable(path));
+                return;
+            }
+        }
+    }
+
+    void writes_data()
+    {
+        const auto row = TestSupport::columns<QString, QString, QString, bool, QByteArray, QByteArray>(
+            "type", "from", "to", "isMove", "before", "expected");
+        row("json: key", "json", "m.a.b", "m.a.c", true, "{\"a\": {\"\\u0062\" : 1e5, // x\n\"z\":1}}",
+            "{\"a\": {\"c\" : 1e5, // x\n\"z\":1}}");
+        row("json: types follow", "json", "m.a", "m.c", true,
+            "{\n  \"a\": {\"b\": \"2024-02-29\"},\n  \"$types\": {\"a.b\": \"date\"}\n}\n",
+            "{\n  \"c\": {\"b\": \"2024-02-29\"},\n  \"$types\": {\"c.b\": \"date\"}\n}\n");
+        row("json: move", "json", "m.a.b", "m.b", true,
+            "{\n  \"a\": {\n    \"x\": 1, // of x\n    // of b\n    \"b\": [\n      1.0\n    ], // after b\n"
+            "    \"y\": 2\n  },\n  \"c\": 3 // of c\n}\n",
+            "{\n  \"a\": {\n    \"x\": 1, // of x\n    \"y\": 2\n  },\n  \"c\": 3, // of c\n  // of b\n"
+            "  \"b\": [\n    1.0\n  ] // after b\n}\n");
+        row("json: copy", "json", "m.a", "m.b", false, "{\n  \"a\": [ 0.10, {\"k\":\"\\u0041\"} ]\n}\n",
+            "{\n  \"a\": [ 0.10, {\"k\":\"\\u0041\"} ],\n  \"b\": [ 0.10, {\"k\":\"\\u0041\"} ]\n}\n");
+        row("json: copy with a date", "json", "m.a", "m.b", false,
+            "{\n  \"a\": [\"2024-02-29\", 1],\n  \"$types\": {\"a.0\": \"date\"}\n}\n",
+            "{\n  \"a\": [\"2024-02-29\", 1],\n  \"b\": [\"2024-02-29\", 1],\n"
+            "  \"$types\": {\"a.0\": \"date\", \"b.0\": \"date\"}\n}\n");
+        row("xml: element", "xml", "m.r.a", "m.r.c", true, "<r>\n <a\n  k='1'>1.0</a >\n <a/>\n</r>",
+            "<r>\n <c\n  k='1'>1.0</c >\n <a/>\n</r>");
+        row("xml: attribute", "xml", "m.r.@a", "m.r.@c", true, "<r  a = '&lt;' b=\"2\"/>",
+            "<r  c = '&lt;' b=\"2\"/>");
+        row("xml: root", "xml", "m.r", "m.s", true, "<!-- c -->\n<r>x</r>\n", "<!-- c -->\n<s>x</s>\n");
+        row("xml: move", "xml", "m.r.a.b", "m.r.b", true,
+            "<r>\n  <a>\n    <x/> <!-- of x -->\n    <!-- of b -->\n    <b k='1'>\n      <?p i?>\n"
+            "      <c><![CDATA[ c ]]></c>\n    </b> <!-- after b -->\n    <y/>\n  </a>\n  <z/>\n</r>\n",
+            "<r>\n  <a>\n    <x/> <!-- of x -->\n    <y/>\n  </a>\n  <z/>\n  <!-- of b -->\n  <b k='1'>\n"
+            "    <?p i?>\n    <c><![CDATA[ c ]]></c>\n  </b> <!-- after b -->\n</r>\n");
+        row("xml: mixed", "xml", "m.r.p", "m.r.q", false, "<r>\n  <p>One <i>two</i>\n  three</p>\n</r>\n",
+            "<r>\n  <p>One <i>two</i>\n  three</p>\n  <q>One <i>two</i>\n  three</q>\n</r>\n");
+        row("xml: copy of an attribute", "xml", "m.r.a.@k", "m.r.@k", false, "<r>\n <a k='&#65;&lt;'/>\n</r>",
+            "<r k='&#65;&lt;'>\n <a k='&#65;&lt;'/>\n</r>");
+        row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
+            "[s]\n; c\nb   =  0x10 ; d\nz=1\n");
+        row("ini: section", "ini", "m.s", "m.t", true, "[s]\na=1\n\n[s.u] ; c\na=2\n\n[su]\na=3\n",
+            "[t]\na=1\n\n[t.u] ; c\na=2\n\n[su]\na=3\n");
+        row("ini: move", "ini", "m.s.b", "m.t.c", true,
+            "[s]\na=1\n\n; of b\n# too\nb = 1.0\n\n[t]\nx=1\n; end\n",
+            "[s]\na=1\n\n\n[t]\nx=1\n; of b\n# too\nc = 1.0\n; end\n");
+        row("ini: copy", "ini", "m.s", "m.t", false, "; of s\n[s]\n; in s\na = 0x10\n\n; of u\n[s.u]\nb=q\n",
+            "; of s\n[s]\n; in s\na = 0x10\n\n; of u\n[s.u]\nb=q\n\n; of s\n[t]\n; in s\na = 0x10\n\n"
+            "; of u\n[t.u]\nb=q\n");
+        row("txt: group", "txt", "m.a.b", "m.a.c", true, "# a.b\na.b.x   = 1\nz=2\na.b.y: 3\na.bx=4\n",
+            "# a.b\na.c.x   = 1\nz=2\na.c.y: 3\na.bx=4\n");
+        row("txt: move", "txt", "m.a", "m.b.a", true, "# x\n\n# of a\na.x = 1.0\na.y=0x10\nb.c = 1\n# z\n",
+            "# x\n\nb.c = 1\n# of a\nb.a.x = 1.0\nb.a.y=0x10\n# z\n");
+    }
+
+    void writes()
+    {
+        QFETCH(QString, type);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(bool, isMove);
+        QFETCH(QByteArray, before);
+        kind = type;
+        QVERIFY(mountText(before));
+        history()->recordThisThread();
+        const QString dot(QLatin1Char('.'));
+        const QStringList expected = content(from + dot);
+        const QVariant value = read(from);
+        const Outcome outcome = isMove ? move(from, to) : copy(from, to);
+        QVERIFY2(outcome.ok(), qPrintable(outcome.toText()));
+        QTEST(savedText(), "expected");
+        QCOMPARE(content(to + dot), expected);
+        QCOMPARE(read(to), value);
+        const QStringList whole = content() + inOrder("m");
+        QVERIFY(history()->undo());
+        QCOMPARE(savedText(), before);
+        QVERIFY(history()->redo());
+        QTEST(savedText(), "expected");
+        QCOMPARE(content() + inOrder("m"), whole);
+        restart();
+        QVERIFY(mountFile(type, "m", fileOf(QStringLiteral("m.") + type)));
+        QCOMPARE(content() + inOrder("m"), whole);
+    }
+
+    void cleanupTestCase()
+    {
+        for (auto each = counts.cbegin(); each != counts.cend(); ++each)
+            qInfo("%s: %d done, %d refused", qPrintable(each.key()), each->first, each->second);
+    }
+
+private:
+    static constexpr qint64 mostBytes = 60000;
+
+    // All nodes below one as the tree lists them.
+    QStringList inOrder(const Name& path) const
+    {
+        QStringList all;
+        for (const QString& name : tree()->getChildNames(path)) {
+            all += path + QLatin1Char('.') + name;
+            all += inOrder(all.last());
+        }
+        return all;
+    }
+
+    // Under a name that tells the format, whatever an edit leaves of the text.
+    Outcome mountText(const QByteArray& content)
+    {
+        return mountFile(kind, "m", put(QStringLiteral("m.") + kind, content));
+    }
+
+    QByteArray savedText()
+    {
+        const Outcome outcome = save();
+        return outcome.ok() ? TestSupport::contentOf(fileOf(QStringLiteral("m.") + kind))
+                            : outcome.toText().toUtf8();
+    }
+
+    // Whether it was done; what is undone then has been looked at.
+    bool done(const char* what, const Outcome& outcome)
+    {
+        auto& count = counts[kind + QLatin1Char(' ') + QLatin1String(what)];
+        ++(outcome.ok() ? count.first : count.second);
+        if (!outcome.ok())
+            return false;
+        after = savedText();
+        return true;
+    }
+
+    void undo(const char* what)
+    {
+        if (QTest::currentTestFailed())
+            qWarning("%s\n--- before\n%s\n--- after\n%s", what, bytes.left(3000).constData(),
+                     after.left(3000).constData());
+        const Outcome outcome = history()->undo();
+        QVERIFY2(outcome.ok(), qPrintable(outcome.toText()));
+        QCOMPARE(savedText(), bytes);
+    }
+
+    void keepsComments(const char* what)
+    {
+        QMap<QString, int> present = countsOf(commentsIn(after, kind));
+        for (const QString& comment : commentsIn(bytes, kind)) {
+            if (--present[comment] < 0)
+                QFAIL(
+                    qPrintable(QStringLiteral("%1 lost the comment: %2").arg(QLatin1String(what), comment)));
+        }
+    }
+
+    static bool isPlain(const QString& name)
+    {
+        static const QRegularExpression plain(QStringLiteral("^@?[A-Za-z_][A-Za-z0-9_]*$"));
+        return plain.match(name).hasMatch();
+    }
+
+    // Without the attributes of that name, which share a line with others.
+    static QByteArray without(const QString& name, const QByteArray& text)
+    {
+        if (!name.startsWith(QLatin1Char('@')))
+            return text;
+        const QString form = QStringLiteral("\\s+%1\\s*=\\s*(\"[^\"]*\"|'[^']*')")
+                                 .arg(QRegularExpression::escape(name.mid(1)));
+        return QString::fromUtf8(text).remove(QRegularExpression(form)).toUtf8();
+    }
+
+    void rename(const QString& path)
+    {
+        const QString name = lastOf(path);
+        const QString to = above(path) + QLatin1String(name.startsWith(QLatin1Char('@')) ? ".@" : ".") +
+                           QStringLiteral("renamed1");
+        if (!isPlain(name) || !done("rename", move(path, to)))
+            return;
+        const QList<QByteArray> old = bytes.split('\n');
+        const QList<QByteArray> now = after.split('\n');
+        QByteArray plainName = name.toUtf8();
+        plainName.replace("@", "");
+        if (old.size() != now.size())
+            QTest::qVerify(false, "lines", "a rename changes the number of lines", __FILE__, __LINE__);
+        for (int i = 0; i < std::min(old.size(), now.size()); ++i) {
+            QByteArray taken = old[i];
+            QByteArray put = now[i];
+            if (taken != put &&
+                taken.replace(plainName, "") != put.replace("renamed1", "").replace(plainName, ""))
+                QTest::qVerify(false, "name", old[i] + " -> " + now[i], __FILE__, __LINE__);
+        }
+        undo("rename");
+    }
+
+    // To the group around its own.
+    void moveUp(const QString& path)
+    {
+        const QString name = lastOf(path);
+        const QString group = above(path);
+        const int least = kind == QLatin1String("xml") ? 3 : 2;
+        if (!isPlain(name) || path.count(QLatin1Char('.')) < least)
+            return;
+        const QString to = above(group) + QLatin1Char('.') + name;
+        if (exists(to) || !done("move", move(path, to)))
+            return;
+        keepsComments("a move");
+        check(lost(without(name, bytes), without(name, after)), name, "a move");
+        undo("move");
+    }
+
+    void copyBeside(const QString& path)
+    {
+        const QString name = lastOf(path);
+        if (!isPlain(name) || !done("copy", copy(path, path + QStringLiteral("Copy"))))
+            return;
+        keepsComments("a copy");
+        check(lost(bytes, after), {}, "a copy");
+        undo("copy");
+    }
+
+    void insertBeside(const QString& path)
+    {
+        if (!done("insert", create(above(path) + QStringLiteral(".inserted1"), 5)))
+            return;
+        keepsComments("an insertion");
+        check(lost(bytes, after), {}, "an insertion");
+        undo("insert");
+    }
+
+    void removeThere(const QString& path)
+    {
+        if (!done("remove", remove(path)))
+            return;
+        QStringList others;
+        const QString before = QString::fromUtf8(without(lastOf(path), bytes));
+        for (const QString& line : lost(without(lastOf(path), after), before.toUtf8())) {
+            if (!before.contains(line)) // what shared a line with it
+                others += line;
+        }
+        check(others, {}, "a removal");
+        undo("remove");
+    }
+
+    // Only lines with the name may be other ones; and that of a group which is opened or closed on it, or of
+    // a text that becomes one with another.
+    void check(const QStringList& changed, const QString& name, const char* what)
+    {
+        static const QString ends = QStringLiteral("{}[]/>");
+        int others = 0;
+        for (const QString& line : changed) {
+            const bool isNamed = !name.isEmpty() && line.contains(name);
+            others += isNamed ? 0 : 1;
+            if (!isNamed && (others > 2 || !std::any_of(line.begin(), line.end(),
+                                                        [](QChar c) { return ends.contains(c); })))
+                QTest::qVerify(false, what, qPrintable(QLatin1String("changes the line: ") + line), __FILE__,
+                               __LINE__);
+        }
+    }
+
+    QString kind;
+    QByteArray bytes;
+    QByteArray after;
+    QMap<QString, QPair<int, int>> counts;
+};
+
+VANTRY_TEST_MAIN(QCoreApplication, StructureWalkTest)
+
+#include "structure_walk_test.moc"
