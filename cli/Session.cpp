@@ -8,6 +8,7 @@
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
 #include "repository/common/PathRules.h"
+#include "repository/documents/Formats.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -47,6 +48,17 @@ ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
     }
 }
 
+QStringList formatNames()
+{
+    QStringList names;
+    for (const auto* types :
+         {&Repository::Documents::getDocumentTypes(), &Repository::Documents::getDialectTypes()}) {
+        for (const std::string& type : *types)
+            names.append(QString::fromStdString(type));
+    }
+    return names;
+}
+
 // A diff has the file's name in the two lines at its head.
 QString withNameAsGiven(const QString& diff, const Source& source)
 {
@@ -62,10 +74,9 @@ Session::Session(const Invocation& given)
     QString error = declareBackends();
     for (const std::string_view option : {"--format", "--to-format", "--from-format"}) {
         const QString format = invocation.valueOf(option);
-        const QStringList known = repository->getBackendTypes();
-        if (!format.isEmpty() && !known.contains(format))
+        if (!format.isEmpty() && !Repository::Documents::findFormat(format.toStdString()))
             error = QStringLiteral("unknown format '%1'; valid formats: %2")
-                        .arg(format, known.join(QStringLiteral(", ")));
+                        .arg(format, formatNames().join(QStringLiteral(", ")));
     }
     if (!error.isEmpty())
         failure = fail(ExitCode::Usage, error);
@@ -163,8 +174,13 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     source.isNew = !exists;
     source.format = invocation.valueOf(formatOption);
     if (source.format.isEmpty())
-        source.format = exists ? Repository::FileFormat::toRead(source.absolutePath)
+        source.format = exists ? Repository::FileFormat::ofFile(source.absolutePath)
                                : Repository::FileFormat::ofName(source.absolutePath);
+    if (source.format.isEmpty() && exists)
+        return refuse(ExitCode::BadFile,
+                      QStringLiteral("%1: %2; give its format with %3")
+                          .arg(source.given, Repository::FileFormat::explainUnknown(source.absolutePath),
+                               toText(formatOption)));
     if (source.format.isEmpty())
         return refuse(ExitCode::Usage,
                       QStringLiteral("%1: its name does not decide its format; give it with %2")

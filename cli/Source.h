@@ -16,6 +16,9 @@ struct Source
     QString root;       // the path of its root in the repository, and the backend's name
     bool isNew = false; // there was no such file when it was opened
 
+    // The format without its dialect.
+    QString family() const { return format.section(QLatin1Char(':'), 0, 0); }
+
     // The path in the repository; "" and "." are the root, and a "." at the end does not count.
     QString fullPath(const QString& path) const
     {

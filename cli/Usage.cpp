@@ -23,8 +23,11 @@ const std::vector<Topic>& topics()
           "name is given as ./NAME. A new file is created by the commands that add to it.",
           "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
           ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
-          "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; "
-          "anything else is ini. --format has the last word.",
+          "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; one "
+          "that looks like ini is ini, and anything else is refused. --format has the last word.",
+          "Files of ini and txt are read as their own programs read them, which their names, places and "
+          "first lines tell: .gitconfig as git does, .service as systemd does. --format names such a "
+          "dialect, too, as in ini:git.",
           "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
           "another program has changed meanwhile is kept, too, or the command ends with exit code 3.",
           "A file of more than 256 MiB is refused, so that none takes all memory. --max-size, or the "

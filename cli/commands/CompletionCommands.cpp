@@ -99,8 +99,11 @@ private:
             wantsFiles = true;
             break;
         case Word::Format:
-            for (const std::string& format : Repository::Documents::getDocumentTypes())
-                candidates += QString::fromStdString(format);
+            for (const auto* types :
+                 {&Repository::Documents::getDocumentTypes(), &Repository::Documents::getDialectTypes()}) {
+                for (const std::string& format : *types)
+                    candidates += QString::fromStdString(format);
+            }
             break;
         case Word::Path:
         case Word::Pattern:

@@ -84,7 +84,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     collect(session, left->fullPath(leftPath), {}, leftAttributes);
     Attributes rightAttributes;
     collect(session, right->fullPath(rightPath), {}, rightAttributes);
-    const bool differ = printDifferences(leftAttributes, rightAttributes, left->format == right->format);
+    const bool differ = printDifferences(leftAttributes, rightAttributes, left->family() == right->family());
     return differ ? ExitCode::Negative : ExitCode::Done;
 }
 

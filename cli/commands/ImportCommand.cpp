@@ -12,6 +12,10 @@ ExitCode run(Session& session, const Invocation& invocation)
     const QString& given = invocation.arguments.at(2);
     const QString wanted = invocation.valueOf("--from-format");
     const QString format = wanted.isEmpty() ? Repository::FileFormat::ofFile(given) : wanted;
+    if (format.isEmpty())
+        return Session::fail(ExitCode::BadFile,
+                             QStringLiteral("%1: %2; give its format with --from-format")
+                                 .arg(given, Repository::FileFormat::explainUnknown(given)));
     const DocumentFile file = DocumentFile::read(given, format);
     if (!file.document)
         return Session::fail(ExitCode::BadFile, file.errorOf(given));

@@ -79,7 +79,9 @@ public:
 
     ExitCode check(const QString& given)
     {
-        const QString type = format.isEmpty() ? Repository::FileFormat::toRead(given) : format;
+        const QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
+        if (type.isEmpty())
+            return refuse(given, Repository::FileFormat::explainUnknown(given));
         const DocumentFile file = DocumentFile::read(given, type);
         if (!file.document)
             return refuse(given, file.error);

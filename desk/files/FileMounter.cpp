@@ -42,11 +42,8 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
         return QStringLiteral("%1: it is not a regular file").arg(file);
     const QString type = ::Repository::FileFormat::ofFile(file);
     if (type.isEmpty())
-        return QStringLiteral("%1: it is not a text file").arg(file);
-    const QStringList types = repository.getBackendTypes();
-    if (!types.contains(type))
-        return QStringLiteral("%1: this version opens %2 files, not %3")
-            .arg(file, types.join(QStringLiteral(" and ")), type);
+        return QStringLiteral("%1: %2; New Backend opens it as a type of your choice")
+            .arg(file, ::Repository::FileFormat::explainUnknown(file));
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
     const auto outcome = repository.getBackendInterface()->mount(
         type, name, {info.absoluteFilePath(), info.absoluteFilePath(), access}, 2);

@@ -24,6 +24,9 @@ public:
     // In the order in which they are offered to people.
     virtual QStringList getTypes() const = 0;
 
+    // Whether it makes backends of a type, which may be a dialect of one of those.
+    virtual bool hasType(const QString& type) const = 0;
+
     // Where a backend is kept, in the form in which it is known from then on.
     virtual QString toLocation(const QString& given) const = 0;
 

@@ -29,7 +29,10 @@ std::string nameOnDisk(const Backend::Description& description)
 
 std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
 {
-    std::shared_ptr<FileBackend> backend(new FileBackend(description, description.type.toStdString()));
+    Description known = description;
+    if (refusalOfKind(description.filePath).isEmpty())
+        known.type = FileFormat::withDialect(description.type, description.filePath);
+    std::shared_ptr<FileBackend> backend(new FileBackend(known, known.type.toStdString()));
     outcome = backend->read();
     return outcome.ok() ? std::move(backend) : nullptr;
 }

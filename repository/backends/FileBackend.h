@@ -11,7 +11,8 @@ namespace Repository {
 class FileBackend : public DocumentBackend
 {
 public:
-    // Reads the file. Null when it cannot be read or parsed.
+    // Reads the file, in the dialect that it is recognised to be of when the type names none. Null when it
+    // cannot be read or parsed.
     static std::shared_ptr<FileBackend> open(const Description& description, Outcome& outcome);
 
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }

@@ -6,7 +6,10 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace Repository {
 
@@ -15,6 +18,11 @@ namespace {
 // A second ending of the copies that editors and package managers leave.
 constexpr std::string_view copyEndings =
     "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig";
+
+// Of sources and texts that may look like a format which is known here.
+constexpr std::string_view foreignEndings = "yaml yml toml md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
+                                            "lua c h cc cpp cxx hpp go rs java kt cs php "
+                                            "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 
 bool lists(std::string_view endings, const QString& ending)
 {
@@ -47,6 +55,13 @@ QString nameOf(const Documents::Format* format)
     return format ? QString::fromStdString(std::string(format->getName())) : QString();
 }
 
+// Its dialect is that which the path says, or else the text.
+QString typeOf(const Documents::Format& format, const QString& file, const QByteArray& text)
+{
+    return QString::fromStdString(
+        Documents::recogniseDialect(format.getName(), file.toStdString(), text.toStdString()));
+}
+
 // The text without its byte-order mark; of UTF-16 the characters that are ASCII, which all syntax is.
 QByteArray withoutByteOrderMark(const QByteArray& bytes)
 {
@@ -72,55 +87,117 @@ const Documents::Format* formatByContent(const QByteArray& text)
     return nullptr;
 }
 
+// Of a file whose name tells nothing.
+QString typeByText(const QByteArray& text)
+{
+    const std::string known = text.contains('\0') ? std::string() : Documents::typeByText(text.toStdString());
+    if (!known.empty() || text.contains('\0'))
+        return QString::fromStdString(known);
+    for (const Documents::Format* format : Documents::getFormats()) {
+        if (format->resembles(text.toStdString()))
+            return nameOf(format);
+    }
+    return {};
+}
+
+// Without a line that is cut off.
+QByteArray wholeLines(const QByteArray& bytes, int most)
+{
+    const QByteArray text = bytes.left(most);
+    const int end = bytes.size() < most ? -1 : std::max(text.lastIndexOf('\n'), text.lastIndexOf('\r'));
+    return end < 0 ? text : text.left(end + 1);
+}
+
+// Whether both types read the same in a text.
+bool readAlike(const QString& type, const QString& other, const std::string& text)
+{
+    const auto entriesOf = [&text](const QString& documentType) {
+        std::vector<std::pair<std::string, Documents::Value>> entries;
+        const auto document = Documents::makeDocument(documentType.toStdString());
+        if (document && document->parse(text).ok())
+            document->visit([&](const auto& entry) { entries.emplace_back(entry.path, entry.value); });
+        return entries;
+    };
+    return entriesOf(type) == entriesOf(other);
+}
+
+QString formatOf(const QString& type)
+{
+    return QString::fromStdString(std::string(Documents::formatOf(type.toStdString())));
+}
+
 } // namespace
 
 QString FileFormat::ofName(const QString& file)
 {
     const QString ending = endingOf(file);
-    const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending);
-    return nameOf(certain ? certain : formatByEnding(&Documents::Format::getLikelyEndings, ending));
+    if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
+        return typeOf(*certain, file, {});
+    const QString dialect = QString::fromStdString(Documents::typeByName(file.toStdString()));
+    return dialect.isEmpty() ? nameOf(formatByEnding(&Documents::Format::getLikelyEndings, ending)) : dialect;
 }
 
 QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
 {
     const QString ending = endingOf(file);
+    const QByteArray text = withoutByteOrderMark(wholeLines(bytes, enough));
     if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
-        return nameOf(certain);
-    const QByteArray text = withoutByteOrderMark(bytes.left(enough));
+        return typeOf(*certain, file, text);
     if (const auto* begun = formatByContent(text))
         return nameOf(begun);
+    const std::string dialect = Documents::typeByName(file.toStdString());
+    if (!dialect.empty())
+        return QString::fromStdString(dialect);
     if (const auto* likely = formatByEnding(&Documents::Format::getLikelyEndings, ending))
-        return nameOf(likely);
-    return text.contains('\0') ? QString() : nameOf(&Documents::getDefaultFormat());
+        return typeOf(*likely, file, text);
+    return !ending.isEmpty() && lists(foreignEndings, ending) ? QString() : typeByText(text);
 }
 
-QString FileFormat::ofFile(const QString& file)
+// Empty for what cannot be read.
+QByteArray FileFormat::beginningOf(const QString& file)
 {
     QFile content(file);
     const bool isReadable = QFileInfo(file).isFile() && refusalOfKind(file).isEmpty() &&
                             content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    return ofContent(file, isReadable ? content.read(enough) : QByteArray());
+    return isReadable ? content.read(enough) : QByteArray();
 }
 
-QString FileFormat::toRead(const QString& file)
+QString FileFormat::ofFile(const QString& file)
 {
-    const QString format = ofFile(file);
-    return format.isEmpty() ? QStringLiteral("txt") : format; // which refuses it with its place
+    return ofContent(file, beginningOf(file));
+}
+
+QString FileFormat::explainUnknown(const QString& file)
+{
+    return beginningOf(file).contains('\0')
+               ? QStringLiteral("it is a binary file")
+               : QStringLiteral("neither its name nor how it begins tells that it is of a format known here");
+}
+
+QString FileFormat::withDialect(const QString& type, const QString& file)
+{
+    return QString::fromStdString(Documents::recogniseDialect(
+        type.toStdString(), file.toStdString(),
+        withoutByteOrderMark(wholeLines(beginningOf(file), enough)).toStdString()));
 }
 
 QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& before,
                                      const std::string& after)
 {
-    const auto typeOf = [&file](const std::string& text) {
+    const auto typeOfText = [&file](const std::string& text) {
         return ofContent(file, QByteArray::fromStdString(text.substr(0, enough)));
     };
-    const QString taken = typeOf(after);
-    if (taken == type || typeOf(before) != type)
+    const QString taken = typeOfText(after);
+    if (taken == type || typeOfText(before) != type)
+        return {};
+    const bool isDialect = formatOf(taken) == formatOf(type);
+    if (isDialect && readAlike(taken, type, after))
         return {};
     return QStringLiteral(
-               "with this text it would be taken for %1 when it is read again; give it a name that "
-               "ends with .%2")
-        .arg(taken.isEmpty() ? QStringLiteral("a binary file") : taken, type);
+               "with this text it would be taken for %1 when it is read again; give it a name that ")
+               .arg(taken.isEmpty() ? QStringLiteral("a file of another kind") : taken) +
+           (isDialect ? QStringLiteral("tells that it is %1").arg(type)
+                      : QStringLiteral("ends with .%1").arg(formatOf(type)));
 }
 
 } // namespace Repository

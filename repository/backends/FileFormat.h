@@ -7,22 +7,27 @@
 
 namespace Repository {
 
-// Which of the document types a file is of. Some endings say it for certain, so that a broken file is
-// reported as what it should be; others only make it likely, and how the file begins decides. Any thread.
+// Which of the document types a file is of, its dialect included. Some endings say it for certain, so that a
+// broken file is reported as what it should be; others only make it likely, and how the file begins decides.
+// Any thread.
 class FileFormat
 {
 public:
     // By its name alone, for a file that is yet to come; empty when the name tells nothing.
     static QString ofName(const QString& file);
 
-    // By its name and how its bytes begin; empty for what is not a text.
+    // By its name and how its bytes begin; empty for what is of no type that is known.
     static QString ofContent(const QString& file, const QByteArray& bytes);
 
-    // The same of what is on the disk. Opens regular files only.
+    // The same of what is on the disk, and a type to fail with for what cannot be read. Opens regular files
+    // only.
     static QString ofFile(const QString& file);
 
-    // The format to read a file with: its own, or one that says where it is not a text.
-    static QString toRead(const QString& file);
+    // Why ofFile is empty, for a person.
+    static QString explainUnknown(const QString& file);
+
+    // The type with the dialect of a file that is on the disk, where the type is a format alone.
+    static QString withDialect(const QString& type, const QString& file);
 
     // Why a file of that type would be taken for another once it holds the new text, so that it could not be
     // read again; empty when it would not be, and when its name and old text did not tell its type either.
@@ -31,7 +36,9 @@ public:
 
 private:
     // How much of a file decides it, in bytes.
-    static constexpr int enough = 4096;
+    static constexpr int enough = 16384;
+
+    static QByteArray beginningOf(const QString& file);
 };
 
 } // namespace Repository

@@ -71,8 +71,8 @@ QStringList BackendRegistry::getTypes() const
 // Null for an unknown type.
 BackendKind* BackendRegistry::kindOf(const QString& type) const
 {
-    const auto found = std::find_if(kinds.begin(), kinds.end(),
-                                    [&type](const auto& kind) { return kind->getTypes().contains(type); });
+    const auto found =
+        std::find_if(kinds.begin(), kinds.end(), [&type](const auto& kind) { return kind->hasType(type); });
     return found == kinds.end() ? nullptr : found->get();
 }
 
@@ -131,7 +131,9 @@ Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& d
     if (option != createOrReload)
         return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
     const Backend::Description& present = existing->getDescription();
-    if (present.type == description.type && present.accessMode == description.accessMode &&
+    const bool isSameType =
+        present.type == description.type || present.type.section(QLatin1Char(':'), 0, 0) == description.type;
+    if (isSameType && present.accessMode == description.accessMode &&
         kind.isSamePlace(present.filePath, description.filePath))
         return reload(*existing);
     return {StatusCode::AlreadyExists,

@@ -52,6 +52,11 @@ QStringList FileBackends::getTypes() const
     return types;
 }
 
+bool FileBackends::hasType(const QString& type) const
+{
+    return Documents::findFormat(type.toStdString()) != nullptr;
+}
+
 QString FileBackends::toLocation(const QString& given) const
 {
     return given.isEmpty() ? given : QFileInfo(given).absoluteFilePath();

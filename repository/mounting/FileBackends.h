@@ -22,6 +22,7 @@ public:
     FileBackends(std::shared_ptr<AttributeTree> tree, bool watchesFiles, Observer observer);
 
     QStringList getTypes() const override;
+    bool hasType(const QString& type) const override;
     QString toLocation(const QString& given) const override;
     bool isSamePlace(const QString& location, const QString& other) const override;
     Outcome open(const Backend::Description& description, const Mount& mount) override;

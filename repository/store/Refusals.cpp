@@ -92,7 +92,9 @@ Outcome Refusals::noBackend()
 Outcome Refusals::noType(const QString& type)
 {
     QStringList known;
-    for (const std::string& name : Documents::getDocumentTypes())
+    const bool namesDialect = type.contains(QLatin1Char(':'));
+    for (const std::string& name :
+         namesDialect ? Documents::getDialectTypes() : Documents::getDocumentTypes())
         known.append(QString::fromStdString(name));
     return Outcome(StatusCode::BackendFailure, QStringLiteral("unknown backend type '%1'").arg(type))
         .advise(QStringLiteral("valid types: ") + known.join(QStringLiteral(", ")));

@@ -34,8 +34,9 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
 {
     if (!format)
         return Refusals::noType(type);
-    auto document = format->makeDocument();
-    const Documents::Outcome parsed = document->parse(text.toStdString());
+    const std::string bytes = text.toStdString();
+    auto document = Documents::makeDocument(Documents::recogniseDialect(type.toStdString(), {}, bytes));
+    const Documents::Outcome parsed = document->parse(bytes);
     if (!parsed.ok())
         return {StatusCode::BackendFailure, QStringLiteral("the text is not %1: line %2, column %3: %4")
                                                 .arg(type)

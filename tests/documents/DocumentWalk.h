@@ -201,7 +201,8 @@ private:
             isOk("a refused renaming changed the file", outcome->ok() || other->getBytes() == text);
             isOk("renaming does not rename", !outcome->ok() || holds(renamed));
             const auto back = outcome->ok() ? other->rename(target, std::string(ends.last)) : std::nullopt;
-            const bool isPlain = std::all_of(ends.last.begin(), ends.last.end(),
+            const bool isPlain = text.find('\\') == std::string::npos &&
+                                 std::all_of(ends.last.begin(), ends.last.end(),
                                              [](unsigned char c) { return std::isalnum(c) || c == '@'; });
             isOk("renaming back leaves a trace",
                  !isPlain || !back || !back->ok() || other->getBytes() == text);

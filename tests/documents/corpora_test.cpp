@@ -218,10 +218,12 @@ private:
         const Value old = entry.value;
         const Value other = changed(old);
         const Outcome outcome = document.set(entry.path, other);
-        // With a value, a bare key would take in an indented line below it; and how blanks are read is not
-        // changed below texts.
+        // With a value, a bare key would take in an indented line below it; without "=", an indented line
+        // would be taken in; and how blanks are read is not changed below texts.
         const bool isSpace = QByteArray::fromStdString(entry.path).endsWith(".@xml:space");
-        if (!outcome.ok() && ((old.type == Type::Null && type == QLatin1String("ini")) || isSpace)) {
+        const bool isIndented = outcome.error == "with this value the line would belong to the one above it";
+        const bool mayRefuse = type == QLatin1String("ini") ? old.type == Type::Null || isIndented : isSpace;
+        if (!outcome.ok() && mayRefuse) {
             QCOMPARE(document.getBytes(), bytes);
             return;
         }

@@ -139,6 +139,38 @@ private slots:
         QVERIFY(save("m"));
     }
 
+    // Which is found when the file is opened, or given.
+    void keepsTheDialect_data()
+    {
+        const auto row = TestSupport::columns<QString, QString>("file", "type");
+        row("by its name", ".gitconfig", "ini");
+        row("by hand", "a.conf", "ini:git");
+    }
+
+    void keepsTheDialect()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, type);
+        put(file, "[a]\n\tb = 1 ;c\n");
+        QVERIFY(mountFile(type, "m", fileOf(file)));
+        QCOMPARE(backends()->getBackendInformation(QStringLiteral("m"))->getBackendType(),
+                 QStringLiteral("ini:git"));
+        history()->recordThisThread();
+        QVERIFY(create("m.a.d", QStringLiteral("x;y")));
+        put(file, "[a]\n\tb = 2 ;c\n\te\n");
+        QVERIFY(save());
+        QCOMPARE(read("m.a.b"), QVariant(2LL));
+        QCOMPARE(read("m.a.e"), QVariant(true));
+        QVERIFY(contentOf(fileOf(file)).contains("\td = \"x;y\"\n"));
+        QVERIFY(write("m.a.d", QStringLiteral("z # z")));
+        QVERIFY(history()->undo());
+        QCOMPARE(read("m.a.d"), QVariant(QStringLiteral("x;y")));
+        put(file, "[a]\n\tb = \"3;\" ;c\n");
+        QVERIFY(mountFile(type, "m", fileOf(file), AccessMode::ReadWrite, 3)); // reloads it
+        QCOMPARE(read("m.a.b"), QVariant(QStringLiteral("3;")));
+        QVERIFY(!mountFile("ini:systemd", "m", fileOf(file), AccessMode::ReadWrite, 3));
+    }
+
     void createsFileAtFirstSave()
     {
         const QString file = fileOf("new.json");
@@ -203,6 +235,7 @@ private slots:
         const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
                                                                                        "access", "reason");
         row("type", "yaml", "x", "good.ini", 3, "unknown backend type 'yaml'");
+        row("dialect", "ini:got", "x", "good.ini", 3, "valid types: ini:git");
         row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
         row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");
         row("internal", "ini", "internal.x", "good.ini", 3, "belongs to the repository");

@@ -30,14 +30,14 @@ private slots:
         row("a.INI", "{}", "ini");
         row("a.xml", "k = 1", "xml");
         row("a.txt", "{}", "txt");
-        row("a.properties", "k = 1", "txt");
+        row("a.properties", "k = 1", "txt:properties");
         // Others make it likely.
         row("a.conf", "k = 1", "ini");
         row("a.conf", " \r\n\t{\"k\": 1}", "json");
         row("a.conf", "<!DOCTYPE busconfig>\n<busconfig/>", "xml");
         row("a.conf", "<Directory \"/srv\">\nDeny all\n</Directory>", "ini");
         row("a.conf", "<IfModule ssl.c>\n", "ini");
-        row("a.service", "\xef\xbb\xbf[Unit]\n", "ini");
+        row("a.service", "\xef\xbb\xbf[Unit]\n", "ini:systemd");
         row("a.svg", "", "xml");
         row("a.conf.dpkg-old", "", "ini");
         row("a.svg~", "", "xml");
@@ -50,17 +50,46 @@ private slots:
         row("settings", "[]\nk = 1\n", "ini");
         row("settings", "[7Z]\nk = 1\n", "ini");
         row("settings", "// why\n/* and\nhow */ {}", "json");
-        row("settings", "// a comment that never ends {}", "ini");
-        row("settings", "/* { ", "ini");
-        row("settings", "/*/ { */", "ini");
+        row("settings", "// a comment that never ends {}", "");
+        row("settings", "/* { ", "");
+        row("settings", "/*/ { */", "");
         row("settings", "; {\nk = 1", "ini");
         row(".project", "<?xml version='1.0'?><a/>", "xml");
         row(".project", "<a xmlns:b = 'c'/>", "xml");
         row(".project", QByteArray("\xff\xfe<\0a\0>\0<\0/\0a\0>\0", 16), "xml");
         row(".project", QByteArray("\xfe\xff\0{\0}", 6), "json");
-        row(".editorconfig", "root = true", "ini");
+        row(".editorconfig", "root = true", "ini:editorconfig");
         row("settings", "", "ini");
         row("settings", "   ", "ini");
+        // What only looks like ini.
+        row("README", "Vantry\n======\nk = 1\n", "");
+        row("settings", "k: 1\nl:\n  - m\n", "");
+        row("script", "#!/bin/sh\nK=1\n", "");
+        row("source", "int k = 1;\n", "");
+        row("source", "k = f(1)\nreturn k\n", "");
+        row("README", "[![a](b)](c)\nk = 1\n", "");
+        row("settings", "k = 1\n[a]\nb : c\nd\n", "ini");
+        row("settings", "k = 1\n  more\n", "ini");
+        row("a.yaml", "k = 1\n", "");
+        row("a.toml", "[a]\nk = 1\n", "");
+        row("a.py", "k = 1\n", "");
+        // Dialects.
+        row("a.gitconfig", "", "ini:git");
+        row("a.desktop", "k=1", "ini:desktop");
+        row("my.cnf", "k=1", "ini:mysql");
+        row("php.ini", "k=1", "ini:php");
+        row("setup.cfg", "k=1", "ini:python");
+        row("smb.conf.bak", "k=1", "ini:samba");
+        row("a.conf", "# c\n[Unit]\nk=1\n", "ini:systemd");
+        row("a.ini", "[PHP]\nk=1\n", "ini:php");
+        row("a.conf", "[global]\n  workgroup = A\n", "ini:samba");
+        row("arc", "[A][B]\nk=1\n", "ini:kde");
+        row("arc", "[A]\nk[$e]=1\n", "ini:kde");
+        row("config", "[core]\n\tbare = false\n[remote \"o\"]\n", "ini:git");
+        row("any", "[remote \"o\"]\n", "ini:git");
+        row("any", "[server]\nskip ; c\n", "ini");
+        row("any", "[mysqld]\nskip\n", "ini:mysql");
+        row("any", "root = true\n[*]\nindent_style = tab\n", "ini:editorconfig");
         row("program",
             QByteArray("\x7f"
                        "ELF\0\0",
@@ -83,17 +112,17 @@ private slots:
     // Opened for reading, a pipe without a writer and the log of the kernel would keep the reader for good.
     void opensNothingThatMayHaveNoEnd_data()
     {
-        const auto row = TestSupport::columns<QString, QString>("path", "refusal");
+        const auto row = TestSupport::columns<QString, QString, QString>("path", "refusal", "type");
         const QString special = QStringLiteral("it is not a regular file");
-        row("folder", ".", "it is a folder");
-        row("pipe", "pipe", special);
-        row("link to a pipe", "link", special);
-        row("socket", "socket", special);
-        row("device", "/dev/zero", special);
-        row("log of the kernel", "/proc/kmsg", "it is a view of the kernel, which may have no end");
-        row("what the kernel shows to all", "/proc/version", "");
-        row("nothing", "missing", "");
-        row("file", "file", "");
+        row("folder", ".", "it is a folder", "ini");
+        row("pipe", "pipe", special, "ini");
+        row("link to a pipe", "link", special, "ini");
+        row("socket", "socket", special, "ini");
+        row("device", "/dev/zero", special, "ini");
+        row("log of the kernel", "/proc/kmsg", "it is a view of the kernel, which may have no end", "ini");
+        row("what the kernel shows to all", "/proc/version", "", "");
+        row("nothing", "missing", "", "ini");
+        row("file", "file", "", "ini");
     }
 
     void opensNothingThatMayHaveNoEnd()
@@ -107,7 +136,7 @@ private slots:
         QVERIFY(QFile(folder.filePath(QStringLiteral("file"))).open(QIODevice::WriteOnly));
         const QString absolute = QDir(folder.path()).absoluteFilePath(path);
         QTEST(Repository::refusalOfKind(absolute), "refusal");
-        QCOMPARE(FileFormat::ofFile(absolute), QStringLiteral("ini"));
+        QTEST(FileFormat::ofFile(absolute), "type");
     }
 
     // A file that is still taken for what it was can be edited, one that would not be is not written.
@@ -128,6 +157,8 @@ private slots:
         row("a.conf", "json", "{}", "", true);
         row("a.conf", "txt", "k=1\n", "<a>=1\n", false); // as somebody has asked for
         row("a.svg", "xml", "<a/>", "", false);
+        row("a.conf", "ini", "k=1\n", "[Unit]\nk=1\n", false); // which reads the same
+        row("a.conf", "ini", "k=1\n", "[Unit]\nk=1 ; c\n", true);
     }
 
     void findsMistaking()
@@ -146,6 +177,13 @@ private slots:
     {
         QCOMPARE(FileFormat::ofName(QStringLiteral("new/a.pom")), QStringLiteral("xml"));
         QCOMPARE(FileFormat::ofName(QStringLiteral("new.json/a")), QString());
+        for (const auto& [path, type] :
+             {std::pair("/home/a/.gitconfig", "ini:git"), std::pair("b/.git/config", "ini:git"),
+              std::pair("/etc/systemd/resolved.conf", "ini:systemd"), std::pair("/etc/resolved.conf", "ini"),
+              std::pair("/usr/share/dbus-1/services/a.service", "ini:desktop"),
+              std::pair("/etc/php/8.2/cli/conf.d/20-a.ini", "ini:php"), std::pair("a.ini", "ini"),
+              std::pair("/etc/mysql/conf.d/a.cnf", "ini:mysql"), std::pair("a.properties", "txt:properties")})
+            QCOMPARE(FileFormat::ofName(QString::fromLatin1(path)), QString::fromLatin1(type));
     }
 };
 

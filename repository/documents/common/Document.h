@@ -70,6 +70,7 @@ struct Excerpt
     std::vector<std::size_t> lines; // in it, where the indentation of a line may change
     std::vector<Range> names;       // each place with its name
     std::string indentation;        // of the line on which it begins
+    std::string lineEnd;            // of its file
     std::string above;              // lines of comments
     std::string after;              // the comment after it, with the blanks before that
     std::vector<TypeAt> types;      // that the text does not tell

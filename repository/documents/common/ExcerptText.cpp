@@ -41,8 +41,10 @@ std::string excerptText(const Excerpt& excerpt, std::string_view name, std::stri
     return text;
 }
 
-std::string withLineEnds(std::string text, std::string_view lineEnd)
+std::string withLineEnds(std::string text, const Excerpt& excerpt, std::string_view lineEnd)
 {
+    if (excerpt.lineEnd == lineEnd)
+        return text;
     std::string changed;
     for (std::size_t at = 0; at < text.size();) {
         const TextLine line = textLineAt(text, at);

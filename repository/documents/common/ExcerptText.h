@@ -10,8 +10,8 @@ namespace Repository::Documents {
 // The text of an excerpt in another place, where its name and the indentation of its line are these.
 std::string excerptText(const Excerpt& excerpt, std::string_view name, std::string_view indentation);
 
-// The text with these line ends.
-std::string withLineEnds(std::string text, std::string_view lineEnd);
+// A text of an excerpt with these line ends, which it keeps as they are where they are those of its file.
+std::string withLineEnds(std::string text, const Excerpt& excerpt, std::string_view lineEnd);
 
 // Notes all line starts of an excerpt's text as such whose indentation may change.
 void findLines(Excerpt& excerpt);

@@ -30,6 +30,10 @@ public:
     // Whether a text that begins like this is of this format, whatever its file name suggests.
     virtual bool begins(std::string_view) const { return false; }
 
+    // Whether a text without any other sign, that of a file whose name says nothing, is of this format. It
+    // may be cut off after the end of a line.
+    virtual bool resembles(std::string_view) const { return false; }
+
     // The text of a new, empty file.
     virtual std::string getEmptyText() const { return {}; }
 

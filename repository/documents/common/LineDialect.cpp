@@ -21,6 +21,23 @@ bool lacksBlank(const Statement& entry)
            entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
+Value bareValue(Dialect::BareKeys meaning)
+{
+    switch (meaning) {
+    case Dialect::BareKeys::True:
+        return {Type::Bool, true};
+    case Dialect::BareKeys::Empty:
+        return {Type::String, std::string()};
+    default:
+        return {Type::Null, {}};
+    }
+}
+
+bool hasLines(const std::string& text, const LineStyle& style)
+{
+    return !style.continuation.empty() && text.find('\n') != std::string::npos;
+}
+
 std::string replaceLineFeeds(const std::string& text, const std::string& lineBreak)
 {
     std::string lines;
@@ -36,7 +53,7 @@ void LineStyle::learn(const Statement& entry)
     bareKeys = bareKeys || !entry.isSeparated();
     if (!entry.isSeparated())
         return;
-    if (!isKnown && !entry.value().empty()) {
+    if (!isKnown && !entry.value().empty() && !trimBlanks(entry.separator()).empty()) {
         isKnown = true;
         separator = plainSeparator(entry.separator());
         indent = entry.indent();
@@ -45,15 +62,34 @@ void LineStyle::learn(const Statement& entry)
         quote = quoteOf(entry);
 }
 
+bool LineDialect::isComment(std::string_view content) const
+{
+    const std::size_t indent = indentOf(content);
+    return indent < content.size() && dialect.comments.find(content[indent]) != std::string_view::npos;
+}
+
 Value LineDialect::read(const Statement& entry) const
 {
     if (!entry.isSeparated())
-        return {Type::Null, {}};
+        return bareValue(dialect.bareKeys);
+    if (dialect.spelling)
+        return readSpelling(entry);
     if (!isUtf8(entry.value()))
         return {Type::ByteArray, spelledText(entry)};
     if (entry.tag == Type::Group)
         return readPlain(entry);
     return readSpelledValue(entry.tag, spelledText(entry), readPlain(entry));
+}
+
+Value LineDialect::readSpelling(const Statement& entry) const
+{
+    Spelling::Reading reading = dialect.spelling->read(entry.value());
+    if (!isUtf8(reading.text))
+        return {Type::ByteArray, std::move(reading.text)};
+    Value plain = reading.isText ? Value{Type::String, reading.text} : plainValue(reading.text);
+    if (entry.tag == Type::Null)
+        return entry.value().empty() ? Value{Type::Null, {}} : plain;
+    return entry.tag == Type::Group ? plain : readTaggedValue(entry.tag, reading.text, std::move(plain));
 }
 
 std::string LineDialect::spelledText(const Statement& entry) const
@@ -71,11 +107,29 @@ Value LineDialect::readPlain(const Statement& entry) const
     return plainValue(value);
 }
 
-// The ways to write the value: the entry's own first, then those of others in the file.
+// The ways to write the value, those of the dialect or those of the entry and of others in the file.
 std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Value& value,
                                               const LineStyle& style) const
 {
     std::vector<std::string> forms;
+    const bool isBytes = value.type == Type::ByteArray && entry.tag == Type::Group;
+    const std::string text = isBytes ? std::get<std::string>(value.data) : toText(value);
+    if (!dialect.spelling) {
+        addGenericForms(forms, entry, value, style);
+    } else {
+        for (const std::string& form : dialect.spelling->write(text, entry.value()))
+            forms.push_back(replaceLineFeeds(form, style.lineEnd));
+    }
+    // By indentation, which is the dialect's only way for several lines.
+    if (dialect.spelling && !forms.empty() && hasLines(text, style))
+        forms.push_back(
+            replaceLineFeeds(text, style.lineEnd + std::string(entry.indent()) + style.continuation));
+    return forms;
+}
+
+void LineDialect::addGenericForms(std::vector<std::string>& forms, const Statement& entry, const Value& value,
+                                  const LineStyle& style) const
+{
     const bool isText = value.type == Type::String;
     const bool isTagged = entry.tag != Type::Group;
     const std::string text =
@@ -89,21 +143,28 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
     forms.push_back(text);
     if (style.quote != '\0' && isText)
         forms.push_back(style.quote + text + style.quote);
-    if (!style.continuation.empty() && text.find('\n') != std::string::npos)
+    if (hasLines(text, style))
         forms.push_back(replaceLineFeeds(text, style.lineEnd + style.continuation));
     if (isTagged) {
         const bool quoteFirst = mayQuotesRunOn() && text.find('"') != std::string::npos;
         forms.insert(quoteFirst ? forms.begin() : forms.end(), quoteTaggedText(text));
     }
-    return forms;
 }
 
 bool LineDialect::holds(const std::string& text, const Statement& before, const Value& value) const
 {
     const std::optional<Statement> now = scanEntry(text);
-    return now && now->begin == before.begin && now->keyBegin == before.keyBegin && now->tag == before.tag &&
-           now->key() == before.key() && trimBlanks(now->trailing()) == trimBlanks(before.trailing()) &&
-           isSame(read(*now), value);
+    if (!now || now->begin != before.begin || now->keyBegin != before.keyBegin || now->tag != before.tag ||
+        now->key() != before.key() || !isSame(read(*now), value))
+        return false;
+    if (dialect.spelling && !dialect.spelling->read(now->value()).isValid)
+        return false;
+    if (dialect.quotesRunOn && measureValue(now->text.substr(now->valueBegin), dialect).openQuote != '\0')
+        return false;
+    // Without its blanks a comment would be nearer to the value than before.
+    const bool keepsBlanks = dialect.spelling && !dialect.commentsAfter.empty();
+    return keepsBlanks ? now->trailing() == before.trailing()
+                       : trimBlanks(now->trailing()) == trimBlanks(before.trailing());
 }
 
 std::optional<std::string> LineDialect::write(const Statement& entry, const Value& value,
@@ -111,7 +172,7 @@ std::optional<std::string> LineDialect::write(const Statement& entry, const Valu
 {
     const std::string trailing(entry.trailing());
     if (value.type == Type::Null && entry.tag == Type::Group) {
-        std::string text = std::string(entry.text.substr(0, entry.keyEnd)) + trailing;
+        std::string text = std::string(entry.text.substr(0, entry.keyEnd + entry.markSize)) + trailing;
         if (!style.bareKeys || !holds(text, entry, value))
             return std::nullopt;
         return text;

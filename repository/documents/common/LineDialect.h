@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/common/Dialect.h"
 #include "repository/documents/common/Statement.h"
 
 #include <optional>
@@ -24,22 +25,28 @@ struct LineStyle
     void learn(const Statement& entry);
 };
 
-// How a format of lines spells the values of entries.
+// How a file of lines spells the values of entries, in a dialect of its format.
 class LineDialect
 {
 public:
+    // The dialect must outlive this.
+    explicit LineDialect(const Dialect& fileDialect) : dialect(fileDialect) {}
     virtual ~LineDialect() = default;
 
     // For people: "an ini file", "section".
-    virtual std::string fileNoun() const = 0;
+    std::string fileNoun() const { return std::string(dialect.title); }
     virtual std::string groupNoun() const = 0;
+
+    // True for a line that is a comment, and nothing else that is skipped.
+    bool isComment(std::string_view content) const;
 
     // The entry that the text is as a whole, which must outlive it; nothing when it is anything else.
     std::optional<Statement> scanEntry(std::string_view text) const { return scan(text); }
     std::optional<Statement> scanEntry(std::string&& text) const = delete;
 
-    // Null for a key without separator, what readSpelledValue gives for a tagged entry, a text where quotes
-    // enclose the whole value, bytes where it is not UTF-8, or else plainValue.
+    // What a key without separator means, what readSpelledValue gives for a tagged entry, a text where quotes
+    // enclose the whole value, bytes where it is not UTF-8, or else plainValue. A spelling of the dialect
+    // decides on quotes and escapes.
     Value read(const Statement& entry) const;
 
     // The text of the entry with another value, which read gives back; nothing when there is no such form.
@@ -58,6 +65,8 @@ public:
     virtual bool keepsLineEndsApart() const = 0;
 
 protected:
+    const Dialect& dialect;
+
     // What of a refusal the line, which gives the value the plain way, makes clear.
     std::string explainReading(const std::string& line, const Value& value) const;
 
@@ -76,10 +85,13 @@ private:
     // Whether some readers go on after the end of the line until a quote is closed.
     virtual bool mayQuotesRunOn() const = 0;
 
+    Value readSpelling(const Statement& entry) const;
     std::string spelledText(const Statement& entry) const;
     Value readPlain(const Statement& entry) const;
     std::vector<std::string> formsOf(const Statement& entry, const Value& value,
                                      const LineStyle& style) const;
+    void addGenericForms(std::vector<std::string>& forms, const Statement& entry, const Value& value,
+                         const LineStyle& style) const;
     bool holds(const std::string& text, const Statement& before, const Value& value) const;
 };
 

@@ -56,11 +56,14 @@ private:
     // The pieces that make a node and all below it, in the order of the file and but for trivia around them.
     virtual std::vector<std::uint32_t> piecesOf(std::uint32_t node) const = 0;
 
-    // Where the name of a node is in one of these pieces, and how a line like another spells it, as a whole
-    // path or without what is before the last component.
+    // Where the name of a node is in one of these pieces; nothing where it is in none.
     virtual std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
                                             std::uint32_t piece) const = 0;
-    virtual std::string spellName(std::string_view path, const Statement& like, bool isLast) const = 0;
+
+    // How a line spells another last component at that place, and a line of this kind a whole path.
+    virtual std::string spellComponent(std::string_view name, const Statement& line,
+                                       const NamePlace& place) const = 0;
+    virtual std::string spellPath(std::string_view path, Statement::Kind kind) const = 0;
 
     // What is to be inserted at the place of an excerpt, and the piece that it becomes.
     virtual Value placeholderOf(const Excerpt& excerpt) const = 0;

@@ -13,29 +13,23 @@ namespace Repository::Documents {
 
 namespace {
 
-bool isComment(std::string_view content)
-{
-    const std::size_t indent = indentOf(content);
-    return indent < content.size() && std::string_view("#;!").find(content[indent]) != std::string_view::npos;
-}
-
 // Where in trivia the comments begin that are right above what follows it.
-std::size_t ownCommentsIn(std::string_view trivia)
+std::size_t ownCommentsIn(std::string_view trivia, const LineDialect& dialect)
 {
     std::size_t begin = trivia.size();
     for (std::size_t at = 0; at < trivia.size();) {
         const TextLine line = textLineAt(trivia, at);
-        begin = !isComment(line.content) ? trivia.size() : begin == trivia.size() ? at : begin;
+        begin = !dialect.isComment(line.content) ? trivia.size() : begin == trivia.size() ? at : begin;
         at = line.end;
     }
     return begin;
 }
 
-bool hasProse(std::string_view trivia)
+bool hasProse(std::string_view trivia, const LineDialect& dialect)
 {
     for (std::size_t at = 0; at < trivia.size(); at = textLineAt(trivia, at).end) {
         const std::string_view content = textLineAt(trivia, at).content;
-        if (!isComment(content) && !isBlankLine(content))
+        if (!dialect.isComment(content) && !isBlankLine(content))
             return true;
     }
     return false;
@@ -83,6 +77,7 @@ std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
 {
     const std::vector<std::uint32_t> own = piecesOf(node);
     const LinePieces& pieces = file->pieces;
+    const LineDialect& dialect = file->getDialect();
     std::vector<Part> parts;
     for (const std::uint32_t piece : own) {
         const std::uint32_t previous = pieces[piece].previous;
@@ -91,7 +86,8 @@ std::vector<LineDocument::Part> LineDocument::partsOf(std::uint32_t node) const
         if (hasTrivia && !isListed) {
             const std::string_view trivia = pieces[previous].line.text;
             const bool isInside = !parts.empty() && pieces[previous].previous == parts.back().piece;
-            const std::size_t begin = isInside && !hasProse(trivia) ? 0 : ownCommentsIn(trivia);
+            const std::size_t begin =
+                isInside && !hasProse(trivia, dialect) ? 0 : ownCommentsIn(trivia, dialect);
             if (begin < trivia.size())
                 parts.push_back({previous, begin});
         }
@@ -150,7 +146,7 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
         if (!place)
             continue;
         std::string text(line.text.substr(0, place->last));
-        text += spellName(name, line, true);
+        text += spellComponent(name, line, *place);
         text += line.text.substr(place->end);
         std::string reason;
         if (line.isEntry()) {
@@ -180,6 +176,7 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
         (file->index.node(node).section && file->index.node(node).entry != none))
         return std::nullopt;
     Excerpt found;
+    found.lineEnd = file->style.lineEnd;
     const std::size_t depth = depthOf(path);
     bool isFirst = true;
     for (const Part& part : partsOf(node)) {
@@ -219,11 +216,9 @@ bool LineDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
         return false;
     const std::uint32_t piece = pieceOf(path, placeholder);
     const Statement& line = file->pieces[piece].line;
-    Statement like; // its lines may have any separator
-    like.kind = line.kind;
-    const std::string name = spellName(numberedPath(path).first, like, false);
+    const std::string name = spellPath(numberedPath(path).first, line.kind);
     std::string text(line.tags());
-    text += withLineEnds(excerptText(excerpt, name, line.indent()), file->style.lineEnd);
+    text += withLineEnds(excerptText(excerpt, name, line.indent()), excerpt, file->style.lineEnd);
     const bool canHold = file->encoding.findRefusal(text).empty();
     const std::string lines = text.substr(line.tags().size());
     file->overwrite(piece, std::move(text));

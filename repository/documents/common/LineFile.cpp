@@ -89,24 +89,24 @@ std::string LineFile::getBytes() const
 {
     std::string bytes;
     bytes.reserve(original.size() + original.size() / 16);
-    const auto append = [&bytes, this](std::string_view next) {
-        if (!next.empty() && needsLineEnd(bytes, next))
+    const auto append = [&bytes, this](std::string_view next, bool sharesLine) {
+        if (!next.empty() && !sharesLine && needsLineEnd(bytes, next))
             bytes += style.lineEnd;
         bytes += next;
     };
     if (reshaped) {
         for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next)
-            append(pieces[piece].line.text);
+            append(pieces[piece].line.text, pieces[piece].sharesLine);
         return encoding.encode(std::move(bytes));
     }
     const std::string_view file = original;
     std::size_t copied = 0;
     for (const auto& [at, piece] : edited) {
-        append(file.substr(copied, at - copied));
-        append(pieces[piece].line.text);
+        append(file.substr(copied, at - copied), false);
+        append(pieces[piece].line.text, pieces[piece].sharesLine);
         copied = at + pieces[piece].original().size();
     }
-    append(file.substr(copied));
+    append(file.substr(copied), false);
     return encoding.encode(std::move(bytes));
 }
 
@@ -116,7 +116,7 @@ Span LineFile::locateValue(std::uint32_t located) const
     std::string_view above;
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
         const Statement& line = pieces[piece].line;
-        if (needsLineEnd(above, line.text))
+        if (!pieces[piece].sharesLine && needsLineEnd(above, line.text))
             offset += encoding.sizeOf(style.lineEnd);
         if (piece == located)
             break;

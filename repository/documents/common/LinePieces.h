@@ -30,6 +30,7 @@ struct LinePiece
     std::uint32_t below = HashIndex::none;
     std::uint32_t node = HashIndex::none; // none for trivia
     bool going = false;                   // while a removal is being tried
+    bool sharesLine = false;              // it begins in the line of the header above it
 
     std::string_view original() const { return own ? own->original : line.text; }
 };

@@ -17,6 +17,7 @@ struct Statement
     Kind kind = Kind::Trivia;
     bool continued = false;     // the value goes on over further lines
     bool plainKey = false;      // the key is in the file just as it is in a path
+    std::uint16_t markSize = 0; // of the options of the key that are behind it, as in key[$e]
     Type tag = Type::Group;     // the type that the tag right above names; Group without one
     std::uint32_t begin = 0;    // of its own line; what is above are tags
     std::uint32_t keyBegin = 0; // key of an entry, name of a section
@@ -41,7 +42,10 @@ struct Statement
     std::string_view key() const { return text.substr(keyBegin, keyEnd - keyBegin); }
     std::string_view value() const { return text.substr(valueBegin, valueEnd - valueBegin); }
     // What leads to the value: blanks and the separator.
-    std::string_view separator() const { return text.substr(keyEnd, valueBegin - keyEnd); }
+    std::string_view separator() const
+    {
+        return text.substr(keyEnd + markSize, valueBegin - keyEnd - markSize);
+    }
     // What follows the value: blanks, a comment, the line end.
     std::string_view trailing() const { return text.substr(valueEnd); }
 };

@@ -23,6 +23,11 @@ std::size_t findLineEnd(std::string_view text, std::size_t at)
 
 } // namespace
 
+bool isLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
 bool isBlank(char c)
 {
     return c == ' ' || c == '\t' || c == '\v' || c == '\f';
@@ -78,7 +83,7 @@ std::size_t countLineEnds(std::string_view text, char lineEnd)
 
 bool endsLine(std::string_view text)
 {
-    return text.empty() || text.back() == '\n' || text.back() == '\r';
+    return text.empty() || isLineEnd(text.back());
 }
 
 bool endsInBackslash(std::string_view content)

@@ -25,6 +25,8 @@ std::size_t countLineEnds(std::string_view text, char lineEnd);
 // True for an empty text and for one that ends with its line.
 bool endsLine(std::string_view text);
 
+bool isLineEnd(char c);
+
 // Blanks inside of a line.
 bool isBlank(char c);
 std::string_view trimBlanks(std::string_view text);

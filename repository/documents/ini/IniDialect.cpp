@@ -7,7 +7,7 @@ namespace Repository::Documents {
 
 std::optional<Statement> IniDialect::scan(std::string_view text) const
 {
-    const std::optional<Statement> line = scanSingle(text, comments);
+    const std::optional<Statement> line = scanSingle(text, dialect);
     return line && line->isEntry() ? line : std::nullopt;
 }
 
@@ -19,7 +19,7 @@ std::string IniDialect::joinLines(std::string_view lines) const
     for (std::size_t at = first.end; at < lines.size();) {
         const TextLine further = textLineAt(lines, at);
         at = further.end;
-        if (isIniComment(further.content))
+        if (isSkipped(further.content, dialect))
             continue;
         const std::string_view content = trimBlanks(further.content);
         if (!content.empty() && endsInBackslash(pending)) {
@@ -47,10 +47,13 @@ std::string IniDialect::explainRefusal(const Statement&, const Value& value, con
         return "the text holds a NUL character, which no text file has";
     if (value.type == Type::Null)
         return "an ini entry has a value; this file has no keys without one";
+    if (dialect.spelling && dialect.spelling->explain && !dialect.spelling->explain(text).empty())
+        return dialect.spelling->explain(text);
     if (!rowOf(value.type).isPlain)
         return "no mark above the entry says that it is " + kind + "; remove it and create it as " + kind;
     if (text.find_first_of("\r\n") != std::string::npos)
-        return "a value of this ini file ends with its line; the text has line breaks";
+        return (dialect.spelling ? "a value of " + fileNoun() : std::string("a value of this ini file")) +
+               " ends with its line; the text has line breaks";
     return explainReading("k=" + text, value);
 }
 

@@ -9,24 +9,25 @@
 
 namespace Repository::Documents {
 
-// The values of an ini file: continuation lines are joined by a line feed, or a blank after a backslash.
+// The values of an ini file. Those of an unknown program are joined by a line feed, or a blank after a
+// backslash.
 class IniDialect : public LineDialect
 {
 public:
-    std::string fileNoun() const override { return "an ini file"; }
+    using LineDialect::LineDialect;
+
     std::string groupNoun() const override { return "section"; }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
-    bool keepsLineEndsApart() const override { return false; }
-
-    IniComments comments = IniComments::AfterValues;
+    // A value that ends in a backslash would take in what comes after the missing blank line.
+    bool keepsLineEndsApart() const override { return dialect.spelling != nullptr; }
 
 private:
     std::optional<Statement> scan(std::string_view text) const override;
     std::string joinLines(std::string_view lines) const override;
     bool isLeftOut(const Value& value) const override { return toText(value).empty(); }
     // Some values would run into a ":".
-    bool mayNeedBlank(char last) const override { return last == ':'; }
+    bool mayNeedBlank(char last) const override { return last == ':' && !dialect.spelling; }
     bool mayQuotesRunOn() const override { return true; }
 };
 

@@ -3,6 +3,7 @@
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/ini/IniInsertion.h"
 #include "repository/documents/ini/IniRemoval.h"
+#include "repository/documents/ini/IniSections.h"
 
 namespace Repository::Documents {
 
@@ -105,19 +106,54 @@ std::optional<LineDocument::NamePlace> IniDocument::nameIn(std::uint32_t node, s
                                                            std::uint32_t piece) const
 {
     const Statement& line = file->pieces[piece].line;
-    if (line.isHeader())
+    if (!line.isHeader()) {
+        const bool isOwn = file->pieces[piece].node == node;
+        return isOwn ? std::optional(NamePlace{line.keyBegin, line.keyBegin, line.keyEnd}) : std::nullopt;
+    }
+    if (dialect.sections == Dialect::Sections::Nested)
         return placeInPath(line, depth);
-    if (file->pieces[piece].node != node)
+    const std::vector<SectionPart> parts = sectionParts(line.key(), dialect.sections);
+    if (depth >= parts.size())
         return std::nullopt;
-    return NamePlace{line.keyBegin, line.keyBegin, line.keyEnd};
+    return NamePlace{line.keyBegin, line.keyBegin + parts[depth].begin, line.keyBegin + parts[depth].end};
 }
 
-std::string IniDocument::spellName(std::string_view path, const Statement& like, bool isLast) const
+std::string IniDocument::spellComponent(std::string_view name, const Statement& line,
+                                        const NamePlace& place) const
 {
-    if (like.isHeader())
-        return std::string(path);
-    const std::string_view name = isLast ? path : splitLast(path).last;
-    return decodeKey(name).value_or(std::string(name));
+    if (!line.isHeader())
+        return spellKey(name);
+    if (dialect.sections == Dialect::Sections::Nested)
+        return std::string(name);
+    const std::string plain = decodeKey(name).value_or(std::string(name));
+    const bool isQuoted = dialect.sections == Dialect::Sections::Subsection && line.text[place.last] == '"';
+    return isQuoted ? quotedSubsection(plain) : plain;
+}
+
+std::string IniDocument::spellPath(std::string_view path, Statement::Kind kind) const
+{
+    if (kind == Statement::Kind::Header)
+        return sectionName(path, dialect.sections).value_or(std::string());
+    return spellKey(splitLast(path).last);
+}
+
+std::string IniDocument::spellKey(std::string_view name) const
+{
+    const std::string key = decodeKey(name).value_or(std::string(name));
+    return dialect.spelling && dialect.spelling->writeKey ? dialect.spelling->writeKey(key) : key;
+}
+
+std::optional<Outcome> IniDocument::rename(std::string_view path, std::string_view name)
+{
+    const std::uint32_t node = file->index.find(path);
+    const std::string same = node == none || file->index.node(node).section
+                                 ? std::string()
+                                 : getFile().findSameKey(file->index.node(node).parent,
+                                                         decodeKey(name).value_or(std::string()), node);
+    if (!same.empty())
+        return refused(file->getDialect().fileNoun() + " has " + quoted(same) +
+                       " there, which its program takes for the same key");
+    return LineDocument::rename(path, name);
 }
 
 // The excerpt of a section begins its name with a header.

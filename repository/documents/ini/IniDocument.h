@@ -11,21 +11,26 @@
 
 namespace Repository::Documents {
 
-// An ini file. The name of a section is the path of its entries; keys before the first section are at the
-// root. The second key of one name in a section is key[2], the second section name[2]. A key without
-// separator is null.
+// An ini file of a dialect. The name of a section gives the path of its entries; keys before the first
+// section are at the root. The second key of one name in a section is key[2], the second section name[2]. A
+// key without separator is null, or true where the dialect has it so.
 class IniDocument : public LineDocument
 {
 public:
-    IniDocument() : LineDocument(std::make_unique<IniFile>()) {}
+    // The dialect must outlive the document.
+    explicit IniDocument(const Dialect& fileDialect)
+        : LineDocument(std::make_unique<IniFile>(fileDialect)), dialect(fileDialect)
+    {
+    }
 
     Outcome insert(std::string_view path, const Value& value) override;
     // Keeps comments above, and drops those between the entries of a section. The root stays.
     Outcome remove(std::string_view path) override;
+    std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
     SiblingPlace placeOf(std::string_view path) const override;
 
 private:
-    std::unique_ptr<LineFile> makeFile() const override { return std::make_unique<IniFile>(); }
+    std::unique_ptr<LineFile> makeFile() const override { return std::make_unique<IniFile>(dialect); }
 
     // All lines of the entry, without the tags of its type.
     std::string spellingOf(const Statement& entry) const override { return std::string(entry.lines()); }
@@ -35,11 +40,16 @@ private:
     std::vector<std::uint32_t> piecesOf(std::uint32_t node) const override;
     std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
                                     std::uint32_t piece) const override;
-    std::string spellName(std::string_view path, const Statement& like, bool isLast) const override;
+    std::string spellComponent(std::string_view name, const Statement& line,
+                               const NamePlace& place) const override;
+    std::string spellKey(std::string_view name) const;
+    std::string spellPath(std::string_view path, Statement::Kind kind) const override;
     Value placeholderOf(const Excerpt& excerpt) const override;
     std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const override;
 
     IniFile& getFile() { return static_cast<IniFile&>(*file); }
+
+    const Dialect& dialect;
 };
 
 } // namespace Repository::Documents

@@ -1,6 +1,7 @@
 #include "repository/documents/ini/IniFile.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/ini/IniSections.h"
 
 #include <algorithm>
 
@@ -45,9 +46,12 @@ bool isIniTooDeep(std::string_view sectionName)
     return std::count(sectionName.begin(), sectionName.end(), '.') >= deepestIniSection;
 }
 
-IniFile::IniFile()
+IniFile::IniFile(const Dialect& fileDialect) : dialect(fileDialect), lineDialect(fileDialect)
 {
-    style.separator = "=";
+    style.separator = dialect.separator;
+    style.indent = dialect.indent;
+    if (dialect.continuation == Dialect::Continuation::Indentation)
+        style.continuation = "    ";
     index.becomeSection(LineIndex::root);
 }
 
@@ -57,12 +61,12 @@ Outcome IniFile::readStatements(bool isOwn)
     if (!isOwn && isBinary(text))
         return failAt(text.data() + text.find('\0'),
                       "there are NUL characters: it is a binary file, or UTF-16 without its mark");
-    dialect.comments = findIniComments(text);
-    IniScanner scanner(text, dialect.comments);
+    IniScanner scanner(text, dialect);
     std::uint32_t section = LineIndex::root;
     while (const std::optional<Statement> line = scanner.next()) {
         Outcome outcome;
         const std::uint32_t piece = add(none, pieces.chainedLast(), *line);
+        pieces[piece].sharesLine = line->text.data() > text.data() && !isLineEnd(line->text.data()[-1]);
         if (line->isHeader())
             outcome = takeUpHeader(piece, section);
         else if (line->isEntry())
@@ -80,10 +84,10 @@ Outcome IniFile::readStatements(bool isOwn)
 Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
 {
     const Statement& header = pieces[piece].line;
-    if (isIniTooDeep(header.key()))
+    const std::string path = sectionPath(header.key(), dialect.sections);
+    if (isIniTooDeep(path))
         return failAt(header.key().data(),
                       "sections lie in each other more than " + std::to_string(deepestIniSection) + " deep");
-    const std::string path = encodePath(header.key());
     const bool isPlain = path == header.key();
     section = index.getOrCreateSection(isPlain ? header.key() : std::string_view(path), isPlain);
     if (index.getSectionBytes() > mostSectionBytes(getText().size()))
@@ -92,29 +96,63 @@ Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
     pieces[piece].node = section;
     LineSection& found = *index.node(section).section;
     found.header = found.last = piece;
-    firstHeader = firstHeader == none && header.indent().empty() ? piece : firstHeader;
+    return {};
+}
+
+std::string IniFile::findSameKey(std::uint32_t section, std::string_view key, std::uint32_t except) const
+{
+    if (dialect.keys == Dialect::Keys::Exact)
+        return {};
+    const std::string folded = foldedKey(key, dialect.keys);
+    for (std::uint32_t id = index.node(section).firstChild; id != none; id = index.node(id).next) {
+        const std::uint32_t entry = index.node(id).entry;
+        if (id != except && entry != none && foldedKey(pieces[entry].line.key(), dialect.keys) == folded)
+            return std::string(pieces[entry].line.key());
+    }
     return {};
 }
 
 void IniFile::takeUpEntry(std::uint32_t piece, std::uint32_t section)
 {
-    const std::string_view key = pieces[piece].line.key();
-    const std::uint32_t node = isPlainKey(key) ? index.getOrCreateNext(section, key, true)
-                                               : index.getOrCreateNext(section, encodeKey(key), false);
+    std::string_view key = pieces[piece].line.key();
+    std::string meant;
+    if (dialect.spelling && dialect.spelling->readKey && key.find('\\') != std::string_view::npos)
+        key = meant = dialect.spelling->readKey(key);
+    const std::uint32_t node = isPlainKey(key) && meant.empty()
+                                   ? index.getOrCreateNext(section, key, true)
+                                   : index.getOrCreateNext(section, encodeKey(key), false);
     pieces[piece].node = node;
     index.node(node).entry = index.node(section).section->last = piece;
     learnStyle(pieces[piece].line);
+    if (const char quote = openQuoteOf(pieces[piece].line))
+        openQuotes += quote;
+}
+
+char IniFile::openQuoteOf(const Statement& entry) const
+{
+    return dialect.quotesRunOn && entry.isSeparated()
+               ? measureValue(entry.text.substr(entry.valueBegin), dialect).openQuote
+               : '\0';
+}
+
+std::string IniFile::findClosing(const Statement& line) const
+{
+    const bool hasQuote = line.lines().find_first_of(openQuotes) != std::string_view::npos;
+    if (!hasQuote || openQuoteOf(line) != '\0') // which is the open one itself
+        return {};
+    return "it would close the quote that another value of the file leaves open";
 }
 
 void IniFile::learnStyle(const Statement& entry)
 {
     style.learn(entry);
-    if (!entry.continued || !style.continuation.empty())
+    if (!entry.continued || dialect.continuation != Dialect::Continuation::Guessed ||
+        !style.continuation.empty())
         return;
     const TextLine first = textLineAt(entry.lines(), 0);
     const std::string_view second = textLineAt(entry.lines(), first.end).content;
     const std::size_t indent = indentOf(second);
-    if (!endsInBackslash(first.content) && indent < second.size() && !isIniComment(second))
+    if (!endsInBackslash(first.content) && indent < second.size() && !isSkipped(second, dialect))
         style.continuation = second.substr(0, indent);
 }
 
@@ -122,7 +160,7 @@ Statement IniFile::scanOwn(std::string_view text) const
 {
     Statement trivia;
     trivia.text = text;
-    return scanSingle(text, dialect.comments).value_or(trivia);
+    return scanSingle(text, dialect).value_or(trivia);
 }
 
 std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
@@ -130,11 +168,13 @@ std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
     const std::uint32_t above = pieces[piece].above;
     const std::uint32_t below = pieces[piece].below;
     const bool turned = line.isSeparated() != pieces[piece].line.isSeparated();
-    if (turned && above != none && wouldSwallow(pieces[above].line, line, triviaBelow(above)))
-        return "without a separator the line would belong to the one above it";
-    if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece)))
+    const bool mayBelongAbove = above != none && (turned || !line.indent().empty());
+    if (mayBelongAbove && wouldSwallow(pieces[above].line, line, triviaBelow(above), dialect))
+        return turned ? "without a separator the line would belong to the one above it"
+                      : "with this value the line would belong to the one above it";
+    if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece), dialect))
         return "the line below it would be read as part of the value";
-    return {};
+    return line.text == pieces[piece].original() ? std::string() : findClosing(line);
 }
 
 IniTrivia IniFile::triviaBelow(std::uint32_t piece) const
@@ -150,21 +190,6 @@ bool IniFile::goes(std::uint32_t piece) const
 {
     const LineNode& node = index.node(pieces[piece].node);
     return (pieces[piece].line.isHeader() ? node : index.node(node.parent)).section->going;
-}
-
-bool IniFile::allowsComments(IniComments comments) const
-{
-    if (comments == dialect.comments)
-        return true;
-    for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
-        const Statement& now = pieces[piece].line;
-        if (!now.isEntry() || goes(piece))
-            continue;
-        const std::optional<Statement> line = scanSingle(now.text, comments);
-        if (!line || line->key() != now.key() || line->value() != now.value())
-            return false;
-    }
-    return true;
 }
 
 } // namespace Repository::Documents

@@ -18,9 +18,9 @@ bool isIniTooDeep(std::string_view sectionName);
 class IniFile : public LineFile
 {
 public:
-    IniFile();
+    explicit IniFile(const Dialect& fileDialect);
 
-    const LineDialect& getDialect() const override { return dialect; }
+    const LineDialect& getDialect() const override { return lineDialect; }
 
     // What of blank and comment lines is between a piece and the one chained below it.
     IniTrivia triviaBelow(std::uint32_t piece) const;
@@ -28,17 +28,24 @@ public:
     // Whether the section of a header or entry goes.
     bool goes(std::uint32_t piece) const;
 
-    // Whether the entries, without those that go, mean the same when comments are elsewhere.
-    bool allowsComments(IniComments comments) const;
+    // Why a line closes a quote that is open above or below it; empty when it does not.
+    std::string findClosing(const Statement& line) const;
 
-    IniDialect dialect;
-    std::uint32_t firstHeader = none; // of those that are not indented; decides where comments are
+    // Another spelling of the key that a section has already, but for that of one node; empty for none.
+    std::string findSameKey(std::uint32_t section, std::string_view key,
+                            std::uint32_t except = HashIndex::none) const;
+
+    const Dialect& dialect;
 
 private:
+    const IniDialect lineDialect;
+    std::string openQuotes; // of values that would run on until they are closed
+
     Outcome readStatements(bool isOwn) override;
     Outcome takeUpHeader(std::uint32_t piece, std::uint32_t& section);
     void takeUpEntry(std::uint32_t piece, std::uint32_t section);
     void learnStyle(const Statement& entry);
+    char openQuoteOf(const Statement& entry) const;
     Statement scanOwn(std::string_view text) const override;
     std::string findClash(std::uint32_t piece, const Statement& line) const override;
 };

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
+#include "repository/documents/ini/IniSections.h"
 
 namespace Repository::Documents {
 
@@ -34,11 +35,7 @@ Outcome IniInsertion::insert(std::string_view path, const Value& value)
 {
     if (!splitPath(path))
         return refused(quoted(path) + " is not a path");
-    const IniComments before = file.dialect.comments;
-    Outcome outcome = value.type == Type::Group ? insertSection(path) : insertEntry(path, value);
-    if (!outcome.ok())
-        file.dialect.comments = before;
-    return outcome;
+    return value.type == Type::Group ? insertSection(path) : insertEntry(path, value);
 }
 
 Outcome IniInsertion::insertSection(std::string_view path)
@@ -68,6 +65,10 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
         return refused(quoted(ends.last) + " is not how a key is written in a path");
 
     std::uint32_t group = index.find(ends.parent);
+    const std::string same = group == none ? std::string() : file.findSameKey(group, *key);
+    if (!same.empty() && numbered.number == 1)
+        return refused(std::string(dialect.title) + " has " + quoted(same) +
+                       " there, which its program takes for the same key");
     std::string reason;
     std::string header;
     if (group != LineIndex::root && (group == none || !index.node(group).hasHeader())) {
@@ -78,12 +79,12 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     }
     const std::uint32_t above = group == none ? none : index.node(group).section->last;
     std::string text = entryText(*key, value, above, reason);
-    const std::optional<Statement> line = scanSingle(text, file.dialect.comments);
+    const std::optional<Statement> line = scanSingle(text, dialect);
     if (!line)
         return refused(std::move(reason));
     reason = file.encoding.findRefusal(header + text);
-    if (reason.empty() && group != none)
-        reason = findClash(above, *line);
+    if (reason.empty())
+        reason = group == none ? file.findClosing(*line) : findClash(above, *line);
     if (!reason.empty())
         return refused(std::move(reason));
 
@@ -102,16 +103,16 @@ std::string IniInsertion::findClash(std::uint32_t above, const Statement& line) 
 {
     if (above == none && !file.encoding.mayBegin(line.text))
         return "the file would begin like a file of another encoding";
-    if (above != none && wouldSwallow(pieces[above].line, line, {}))
+    if (above != none && wouldSwallow(pieces[above].line, line, {}, dialect))
         return "the entry would be read as part of the one above it";
     const std::uint32_t below = pieces.chainedBelow(above);
     const IniTrivia trivia = above == none ? IniTrivia{true, false} : file.triviaBelow(above);
-    if (below != none && wouldSwallow(line, pieces[below].line, trivia))
+    if (below != none && wouldSwallow(line, pieces[below].line, trivia, dialect))
         return "the line below it would be read as part of the value";
-    return {};
+    return file.findClosing(line);
 }
 
-std::string IniInsertion::headerText(std::string_view path, std::string& reason)
+std::string IniInsertion::headerText(std::string_view path, std::string& reason) const
 {
     const NumberedPath siblings = numberedPath(path);
     const std::size_t count = index.countOfSections(index.find(siblings.first));
@@ -119,29 +120,31 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
         reason = "there is no section " + quoted(joinNumber(siblings.first, count + 1)) + " before it";
         return {};
     }
-    std::string text = '[' + siblings.first + ']' + file.style.lineEnd;
-    const std::optional<Statement> line = scanSingle(text, file.dialect.comments);
-    if (!line || !line->isHeader() || line->key() != siblings.first || isIniTooDeep(path) ||
-        encodePath(line->key()) != siblings.first) {
-        reason = "an ini file cannot hold a section of the path " + quoted(siblings.first);
+    const std::optional<std::string> name = sectionName(siblings.first, dialect.sections);
+    std::string text = '[' + name.value_or(std::string()) + ']' + file.style.lineEnd;
+    const std::optional<Statement> line = scanSingle(text, dialect);
+    if (!name || !line || !line->isHeader() || line->key() != *name || isIniTooDeep(path) ||
+        sectionPath(line->key(), dialect.sections) != siblings.first) {
+        reason = std::string(dialect.title) + " cannot hold a section of the path " + quoted(siblings.first);
         return {};
     }
-    const IniComments comments =
-        file.firstHeader != none ? file.dialect.comments : iniCommentsOf(siblings.first);
-    if (!file.allowsComments(comments)) {
-        reason = "below it, values of this file would be read with the comments after them";
-        return {};
-    }
-    file.dialect.comments = comments;
-    return text;
+    reason = file.findClosing(*line);
+    const std::uint32_t last = pieces.back();
+    if (last != none && pieces[last].line.isEntry() && takesInBlankLine(pieces[last].line, dialect))
+        reason = "the last value of the file ends in a backslash, by which it would go on in what is added";
+    return reason.empty() ? text : std::string();
 }
 
-std::string IniInsertion::entryText(std::string_view key, const Value& value, std::uint32_t above,
+std::string IniInsertion::entryText(std::string_view given, const Value& value, std::uint32_t above,
                                     std::string& reason) const
 {
+    const LineDialect& spelling = file.getDialect();
+    const bool hasSpelling = dialect.spelling && dialect.spelling->writeKey;
+    const std::string key = hasSpelling ? dialect.spelling->writeKey(given) : std::string(given);
     const bool hasSibling = above != none && pieces[above].line.isEntry();
     const Statement sibling = hasSibling ? pieces[above].line : Statement();
-    const bool follow = sibling.isSeparated() && !sibling.value().empty();
+    const bool follow =
+        sibling.isSeparated() && !sibling.value().empty() && !trimBlanks(sibling.separator()).empty();
     const std::string indent(hasSibling ? sibling.indent() : std::string_view(file.style.indent));
     std::string draft = indent;
     draft += key;
@@ -149,26 +152,24 @@ std::string IniInsertion::entryText(std::string_view key, const Value& value, st
     while (toText(value).empty() && isBlank(draft.back()))
         draft.pop_back();
     draft += file.style.lineEnd;
-    const std::optional<Statement> line = scanSingle(draft, file.dialect.comments);
+    const std::optional<Statement> line = scanSingle(draft, dialect);
     if (!line || !line->isEntry() || !line->isSeparated() || line->keyBegin != indent.size() ||
-        line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string_view::npos) {
-        reason = "an ini file cannot hold the key " + quoted(key);
+        line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string::npos) {
+        reason = std::string(dialect.title) + " cannot hold the key " + quoted(given);
         return {};
     }
     // Bytes without a tag would make a file that is no text.
     std::optional<std::string> text;
     if (value.type != Type::ByteArray)
-        text = file.dialect.write(*line, value, file.style);
+        text = spelling.write(*line, value, file.style);
     if (!text) {
-        // Unit and desktop files know "#" only.
-        const char usual = file.dialect.comments == IniComments::OwnLines ? '#' : ';';
-        const char comment = file.style.comment == '\0' ? usual : file.style.comment;
+        const char comment = file.style.comment == '\0' ? dialect.comments.front() : file.style.comment;
         const std::string tagged = indent + writeTypeTag(comment, value.type) + file.style.lineEnd + draft;
-        const std::optional<Statement> taggedLine = scanSingle(tagged, file.dialect.comments);
-        text = taggedLine ? file.dialect.write(*taggedLine, value, file.style) : std::nullopt;
+        const std::optional<Statement> taggedLine = scanSingle(tagged, dialect);
+        text = taggedLine ? spelling.write(*taggedLine, value, file.style) : std::nullopt;
     }
     if (!text)
-        reason = file.dialect.explainRefusal(*line, value, file.style);
+        reason = spelling.explainRefusal(*line, value, file.style);
     return std::move(text).value_or(std::string());
 }
 
@@ -184,7 +185,6 @@ std::uint32_t IniInsertion::placeSection(std::string_view path, const std::strin
     piece.node = index.getOrCreateSection(numberedPath(path).first, false);
     LineSection& section = *index.node(piece.node).section;
     section.header = section.last = id;
-    file.firstHeader = file.firstHeader == none ? id : file.firstHeader;
     return piece.node;
 }
 

@@ -13,7 +13,10 @@ namespace Repository::Documents {
 class IniInsertion
 {
 public:
-    explicit IniInsertion(IniFile& iniFile) : file(iniFile), pieces(iniFile.pieces), index(iniFile.index) {}
+    explicit IniInsertion(IniFile& iniFile)
+        : file(iniFile), dialect(iniFile.dialect), pieces(iniFile.pieces), index(iniFile.index)
+    {
+    }
 
     Outcome insert(std::string_view path, const Value& value);
 
@@ -24,9 +27,8 @@ private:
     Outcome insertEntry(std::string_view path, const Value& value);
     std::string findClash(std::uint32_t above, const Statement& line) const;
 
-    // Texts of new pieces; empty, with the reason, where ini has none. The first header decides where
-    // comments are.
-    std::string headerText(std::string_view path, std::string& reason);
+    // Texts of new pieces; empty, with the reason, where the dialect has none.
+    std::string headerText(std::string_view path, std::string& reason) const;
     std::string entryText(std::string_view key, const Value& value, std::uint32_t above,
                           std::string& reason) const;
 
@@ -36,6 +38,7 @@ private:
     bool endsBlank() const;
 
     IniFile& file;
+    const Dialect& dialect;
     LinePieces& pieces;
     LineIndex& index;
 };

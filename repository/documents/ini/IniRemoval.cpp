@@ -16,10 +16,7 @@ IniRemoval::IniRemoval(IniFile& iniFile, std::uint32_t node)
 Outcome IniRemoval::run()
 {
     setGoing(true);
-    const std::uint32_t nextFirst = firstHeaderLeft();
-    const IniComments comments =
-        nextFirst == none ? IniComments::AfterValues : iniCommentsOf(pieces[nextFirst].line.key());
-    Outcome outcome = check(comments);
+    Outcome outcome = check();
     setGoing(false);
     if (!outcome.ok())
         return outcome;
@@ -34,18 +31,7 @@ Outcome IniRemoval::run()
         file.takeEntry(top);
     }
     takeSections();
-    file.firstHeader = nextFirst;
-    file.dialect.comments = comments;
     return {};
-}
-
-std::uint32_t IniRemoval::firstHeaderLeft() const
-{
-    std::uint32_t header = file.firstHeader;
-    while (header != none &&
-           (!pieces[header].line.isHeader() || !pieces[header].line.indent().empty() || file.goes(header)))
-        header = pieces[header].below;
-    return header;
 }
 
 void IniRemoval::setGoing(bool isGoing)
@@ -54,15 +40,12 @@ void IniRemoval::setGoing(bool isGoing)
         index.node(section).section->going = isGoing;
 }
 
-Outcome IniRemoval::check(IniComments comments) const
+Outcome IniRemoval::check() const
 {
     if (!entryCanGo() || !sectionsCanGo())
         return refused("without it the line below would be read as part of the value above");
     if (!frontCanGo())
         return refused("without it the file would begin like a file of another encoding");
-    if (!file.allowsComments(comments))
-        return refused("without it, comments of the file would be read as part of values, or the other way "
-                       "round");
     return {};
 }
 
@@ -84,7 +67,7 @@ bool IniRemoval::entryCanGo() const
         return true;
     const std::uint32_t above = pieces[entry].above;
     return !wouldSwallow(pieces[above].line, pieces[pieces[entry].below].line,
-                         file.triviaBelow(above) | file.triviaBelow(entry));
+                         file.triviaBelow(above) | file.triviaBelow(entry), file.dialect);
 }
 
 bool IniRemoval::sectionsCanGo() const
@@ -98,7 +81,8 @@ bool IniRemoval::sectionsCanGo() const
         std::uint32_t above = pieces[section.header].above;
         while (above != none && file.goes(above))
             above = pieces[above].above;
-        if (above != none && wouldSwallow(pieces[above].line, pieces[below].line, {true, false}))
+        if (above != none &&
+            wouldSwallow(pieces[above].line, pieces[below].line, {true, false}, file.dialect))
             return false;
     }
     return true;

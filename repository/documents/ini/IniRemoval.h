@@ -18,11 +18,10 @@ public:
 private:
     static constexpr std::uint32_t none = HashIndex::none;
 
-    Outcome check(IniComments comments) const;
+    Outcome check() const;
     bool entryCanGo() const;
     bool sectionsCanGo() const;
     bool frontCanGo() const;
-    std::uint32_t firstHeaderLeft() const;
     void setGoing(bool isGoing);
     void takeSections();
 

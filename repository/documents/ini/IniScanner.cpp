@@ -1,6 +1,7 @@
 #include "repository/documents/ini/IniScanner.h"
 
 #include "repository/documents/common/TypeTag.h"
+#include "repository/documents/ini/IniSections.h"
 
 #include <algorithm>
 
@@ -9,12 +10,6 @@ namespace Repository::Documents {
 namespace {
 
 constexpr std::size_t none = std::string_view::npos;
-
-// Sections that unit and desktop files begin with, as far as others do not.
-constexpr std::array<std::string_view, 20> sections{
-    "Unit",      "Service", "Socket",  "Timer",         "Mount",      "Automount",    "Swap",
-    "Slice",     "Scope",   "Install", "Match",         "NetDev",     "Manager",      "Journal",
-    "Container", "Pod",     "Kube",    "Desktop Entry", "Icon Theme", "D-BUS Service"};
 
 bool isWordCharacter(char c)
 {
@@ -38,12 +33,12 @@ std::size_t skipQuotation(std::string_view content, std::size_t at)
     return at;
 }
 
-// Where the comment after a value begins; the end of the content when there is none.
-std::size_t inlineComment(std::string_view content, std::size_t from, IniComments comments)
+// Where the comment after a value of an unknown program begins; the end of the content when there is none.
+std::size_t inlineComment(std::string_view content, std::size_t from)
 {
     // One search for both would look at each character apart.
     const bool mayHold = content.find(';', from) != none || content.find('#', from) != none;
-    if (comments == IniComments::OwnLines || !mayHold)
+    if (!mayHold)
         return content.size();
     for (std::size_t at = from; at < content.size();) {
         const std::size_t after = skipQuotation(content, at);
@@ -76,60 +71,40 @@ std::size_t findSeparator(std::string_view content)
     return isBlank(content[colon + 1]) ? colon : equals;
 }
 
-// Names may hold brackets: the first "]" counts after which there are only blanks or a comment.
-std::size_t findHeaderEnd(std::string_view content, std::size_t open)
-{
-    for (std::size_t close = content.find(']', open); close != none; close = content.find(']', close + 1)) {
-        const std::string_view after = trimBlanks(content.substr(close + 1));
-        if (after.empty() || isIniComment(after))
-            return close;
-    }
-    return none;
-}
-
-bool isHeader(std::string_view content)
+bool isHeader(std::string_view content, const Dialect& dialect)
 {
     const std::size_t open = indentOf(content);
-    return open < content.size() && content[open] == '[' && findHeaderEnd(content, open) != none;
+    return open < content.size() && content[open] == '[' && findSectionEnd(content, open, dialect) != none;
 }
 
-bool goesOnAfterBackslash(std::string_view content, std::string_view next)
+bool goesOnAfterBackslash(std::string_view content, std::string_view next, const Dialect& dialect)
 {
     if (indentOf(next) > 0)
         return true;
-    if (isHeader(next))
+    if (isHeader(next, dialect))
         return false;
     const bool blankBefore = content.size() < 2 || isBlank(content[content.size() - 2]);
     return blankBefore || findSeparator(next) == none;
 }
 
-bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std::string_view next)
+// Whether a value goes on in the next line, by its indentation or by a guess.
+bool goesOn(std::string_view content, std::size_t indent, IniTrivia trivia, std::string_view next,
+            const Dialect& dialect)
 {
-    if (indentOf(next) > indent)
+    const bool isDeeper = indentOf(next) > indent;
+    if (dialect.continuation == Dialect::Continuation::Indentation)
+        return isDeeper;
+    if (isDeeper && next.find('=') == none)
         return true;
     if (!endsInBackslash(content) || trivia.blank)
         return false;
-    return trivia.any ? indentOf(next) > 0 : goesOnAfterBackslash(content, next);
+    return trivia.any ? indentOf(next) > 0 : goesOnAfterBackslash(content, next, dialect);
 }
 
-// The value in the first line of an entry. An empty one gets one of the blanks before it, so that a value put
-// there looks like the others.
-void placeValue(Statement& line, std::string_view content, std::size_t separator, IniComments comments)
+bool goesOnByLines(const Dialect& dialect)
 {
-    const std::size_t comment =
-        line.continued ? content.size() : inlineComment(content, separator + 1, comments);
-    std::size_t begin = separator + 1;
-    while (begin < comment && isBlank(content[begin]))
-        ++begin;
-    std::size_t end = comment;
-    while (end > begin && isBlank(content[end - 1]))
-        --end;
-    if (begin == end) {
-        const bool blank = separator + 1 < comment && (comment == content.size() || separator + 2 < comment);
-        begin = end = separator + (blank ? 2 : 1);
-    }
-    line.valueBegin = std::uint32_t(begin);
-    line.valueEnd = std::uint32_t(end);
+    return dialect.continuation == Dialect::Continuation::Guessed ||
+           dialect.continuation == Dialect::Continuation::Indentation;
 }
 
 std::string_view lastContent(const Statement& line)
@@ -146,12 +121,6 @@ std::string_view lastContent(const Statement& line)
 
 } // namespace
 
-bool isIniComment(std::string_view line)
-{
-    const std::size_t begin = indentOf(line);
-    return begin < line.size() && (line[begin] == ';' || line[begin] == '#');
-}
-
 std::optional<Statement> IniScanner::next()
 {
     if (position == text.size() || !error.empty())
@@ -162,7 +131,7 @@ std::optional<Statement> IniScanner::next()
     while (position < text.size()) {
         const TextLine physical = textLineAt(text, position);
         const std::string_view content = physical.content;
-        const bool isComment = isIniComment(content);
+        const bool isComment = isSkipped(content, dialect);
         if (!isComment && !isBlankLine(content)) {
             const bool isSection = content[indentOf(content)] == '[';
             if (isSection && position == begin)
@@ -186,10 +155,11 @@ std::optional<Statement> IniScanner::next()
 
 std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
 {
-    const std::size_t open = indentOf(physical.content);
-    const std::size_t close = findHeaderEnd(physical.content, open);
+    const std::string_view content = physical.content;
+    const std::size_t open = indentOf(content);
+    const std::size_t close = findSectionEnd(content, open + 1, dialect);
     if (close == none) {
-        const std::size_t bracket = physical.content.find(']', open);
+        const std::size_t bracket = content.find(']', open);
         errorOffset = position + (bracket == none ? open : bracket + 1);
         error = bracket == none ? "the name of a section is not closed by \"]\""
                                 : "only a comment may follow the \"]\" of a section";
@@ -199,8 +169,14 @@ std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
     line.kind = Statement::Kind::Header;
     line.keyBegin = std::uint32_t(open + 1);
     line.keyEnd = line.valueBegin = line.valueEnd = std::uint32_t(close);
-    line.text = text.substr(position, physical.end - position);
-    position = physical.end;
+    std::size_t end = physical.end;
+    if (dialect.sections == Dialect::Sections::Subsection) {
+        const std::size_t next = close + 1 + indentOf(content.substr(close + 1));
+        if (next < content.size() && !isSkipped(content.substr(next), dialect))
+            end = position + next;
+    }
+    line.text = text.substr(position, end - position);
+    position = end;
     return line;
 }
 
@@ -212,25 +188,88 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type t
     line.tag = tag;
     const std::size_t indent = indentOf(first.content);
     line.keyBegin = std::uint32_t(indent);
-    position = first.end;
-
-    const std::size_t comment = inlineComment(first.content, indent, comments);
-    const std::size_t separator = findSeparator(first.content.substr(0, comment));
-    const bool separated = separator != none;
-    std::size_t keyEnd = std::min(separator, comment);
-    while (keyEnd > line.keyBegin && isBlank(first.content[keyEnd - 1]))
-        --keyEnd;
-    line.keyEnd = line.valueBegin = line.valueEnd = std::uint32_t(keyEnd);
-    if (separated) {
-        const std::size_t furtherEnd = takeFurtherLines(first.content, indent);
-        line.continued = furtherEnd > 0;
-        placeValue(line, first.content, separator, comments);
-        if (line.continued)
-            line.valueEnd = std::uint32_t(furtherEnd - lineBegin);
-    }
+    if (goesOnByLines(dialect))
+        takeByLines(line, first, indent);
+    else
+        takeMeasured(line, first, indent);
     line.shift(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
     return line;
+}
+
+void IniScanner::placeKey(Statement& line, std::string_view content, std::size_t end) const
+{
+    while (end > line.keyBegin && isBlank(content[end - 1]))
+        --end;
+    std::string_view key = content.substr(line.keyBegin, end - line.keyBegin);
+    while (dialect.hasKeyMarks && !key.empty() && key.back() == ']' && key.rfind("[$") != none &&
+           key.find(']', key.rfind("[$")) == key.size() - 1)
+        key = key.substr(0, key.rfind("[$"));
+    line.keyEnd = line.valueBegin = line.valueEnd = std::uint32_t(line.keyBegin + key.size());
+    line.markSize = std::uint16_t(end - line.keyEnd);
+}
+
+void IniScanner::takeByLines(Statement& line, const TextLine& first, std::size_t indent)
+{
+    const std::string_view content = first.content;
+    const bool isGuessed = dialect.continuation == Dialect::Continuation::Guessed;
+    const std::size_t lineBegin = position;
+    position = first.end;
+    const std::size_t comment = isGuessed ? inlineComment(content, indent) : content.size();
+    const std::size_t separator = isGuessed ? findSeparator(content.substr(0, comment))
+                                            : content.find_first_of(dialect.separators, indent);
+    placeKey(line, content, std::min(separator, comment));
+    if (separator == none)
+        return;
+    const std::size_t furtherEnd = takeFurtherLines(content, indent);
+    line.continued = furtherEnd > 0;
+    const bool hasComment = isGuessed && !line.continued;
+    placeValue(line, content, separator + 1,
+               hasComment ? inlineComment(content, separator + 1) : content.size());
+    if (line.continued)
+        line.valueEnd = std::uint32_t(furtherEnd - lineBegin);
+}
+
+void IniScanner::takeMeasured(Statement& line, const TextLine& first, std::size_t indent)
+{
+    const std::string_view content = first.content;
+    const std::size_t lineBegin = position;
+    position = first.end;
+    const std::size_t separator = content.find_first_of(dialect.separators, indent);
+    const std::size_t mark = content.find_first_of(dialect.commentsAfter, indent);
+    placeKey(line, content, std::min({separator, mark, content.size()}));
+    if (separator == none || mark < separator)
+        return;
+    const std::size_t after = separator + 1;
+    const ValueExtent extent = measureValue(text.substr(lineBegin + after), dialect);
+    line.continued = extent.continued;
+    placeValue(line, content, after, std::min(after + extent.end, content.size()));
+    if (!line.continued)
+        return;
+    std::size_t end = lineBegin + after + extent.end;
+    while (isBlank(text[end - 1]) && !dialect.keepsTrailingBlanks)
+        --end;
+    line.valueEnd = std::uint32_t(end - lineBegin);
+    position = lineBegin + after + extent.linesEnd;
+}
+
+// The value in the first line of an entry. An empty one gets one of the blanks before it, so that a value put
+// there looks like the others.
+void IniScanner::placeValue(Statement& line, std::string_view content, std::size_t after,
+                            std::size_t comment) const
+{
+    std::size_t begin = after;
+    while (begin < comment && isBlank(content[begin]))
+        ++begin;
+    std::size_t end = comment;
+    while (end > begin && isBlank(content[end - 1]) && !dialect.keepsTrailingBlanks)
+        --end;
+    if (begin == end) {
+        const bool blank = after < comment && (comment == content.size() || after + 1 < comment);
+        begin = end = after + (blank ? 1 : 0);
+    }
+    line.valueBegin = std::uint32_t(begin);
+    line.valueEnd = std::uint32_t(end);
 }
 
 std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t indent)
@@ -243,12 +282,12 @@ std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t i
             break;
         const TextLine further = textLineAt(text, at);
         at = further.end;
-        if (isBlankLine(further.content) || isIniComment(further.content)) {
+        if (isBlankLine(further.content) || isSkipped(further.content, dialect)) {
             trivia.any = true;
             trivia.blank = trivia.blank || isBlankLine(further.content);
             continue;
         }
-        if (!goesOn(content, indent, trivia, further.content))
+        if (!goesOn(content, indent, trivia, further.content, dialect))
             break;
         content = further.content;
         trivia = IniTrivia();
@@ -259,28 +298,9 @@ std::size_t IniScanner::takeFurtherLines(std::string_view content, std::size_t i
     return end;
 }
 
-IniComments iniCommentsOf(std::string_view firstSection)
+std::optional<Statement> scanSingle(std::string_view text, const Dialect& dialect)
 {
-    const bool known = std::find(sections.begin(), sections.end(), firstSection) != sections.end() ||
-                       startsWith(firstSection, "Desktop Action ");
-    return known ? IniComments::OwnLines : IniComments::AfterValues;
-}
-
-IniComments findIniComments(std::string_view text)
-{
-    for (std::size_t at = 0; at < text.size();) {
-        const TextLine line = textLineAt(text, at);
-        const std::size_t end = line.content.substr(0, 1) == "[" ? findHeaderEnd(line.content, 0) : none;
-        if (end != none)
-            return iniCommentsOf(line.content.substr(1, end - 1));
-        at = line.end;
-    }
-    return IniComments::AfterValues;
-}
-
-std::optional<Statement> scanSingle(std::string_view text, IniComments comments)
-{
-    IniScanner scanner(text, comments);
+    IniScanner scanner(text, dialect);
     std::optional<Statement> line = scanner.next();
     if (!line || line->text.size() != text.size())
         return std::nullopt;
@@ -303,13 +323,36 @@ IniTrivia describeTrivia(std::string_view text)
     return trivia;
 }
 
-bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia between)
+bool takesInBlankLine(const Statement& entry, const Dialect& dialect)
+{
+    if (goesOnByLines(dialect) || lastContent(entry).find('\\') == none)
+        return false;
+    std::string lines(entry.lines());
+    lines += endsLine(lines) ? "\n" : "\n\n";
+    const std::optional<Statement> line = IniScanner(lines, dialect).next();
+    return line && line->text.size() == lines.size();
+}
+
+bool wouldSwallow(const Statement& above, const Statement& below, IniTrivia between, const Dialect& dialect)
 {
     if (!above.isEntry() || !above.isSeparated())
         return false;
+    const std::string_view next = textLineAt(below.lines(), 0).content;
     // A statement that was added may begin with the blank line that sets it off.
-    const IniTrivia trivia = between | describeTrivia(below.tags());
-    return goesOn(lastContent(above), above.indent().size(), trivia, textLineAt(below.lines(), 0).content);
+    if (goesOnByLines(dialect))
+        return goesOn(lastContent(above), above.indent().size(), between | describeTrivia(below.tags()), next,
+                      dialect);
+    const bool mayQuote = dialect.quotesRunOn && above.value().find_first_of(dialect.quotes) != none;
+    if (!mayQuote && lastContent(above).find('\\') == none)
+        return false;
+    std::string lines(above.lines());
+    lines += endsLine(lines) ? "" : "\n";
+    const std::size_t size = lines.size();
+    if (between.any)
+        lines += between.blank ? "\n" : std::string(1, dialect.comments.front()) + '\n';
+    lines.append(below.tags()).append(next);
+    const std::optional<Statement> line = IniScanner(lines, dialect).next();
+    return line && line->text.find_first_not_of(" \t\v\f\r\n", size) != none;
 }
 
 } // namespace Repository::Documents

@@ -66,6 +66,7 @@ std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
     if (id == noNode || tree.node(id).parent == noNode || isAmongTypes(path))
         return std::nullopt;
     Excerpt found;
+    found.lineEnd = file.editor.getStyle().lineEnd;
     const std::string_view label = tree.text(id, JsonPart::Label);
     if (!label.empty())
         found.text = label.substr(tree.keyLiteral(id).size());
@@ -91,7 +92,10 @@ std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path
         !insertion.insert(path, {Type::Integer, std::int64_t(0)}).ok())
         return std::nullopt;
     const NodeId id = file.findValueNode(path);
-    std::string text = excerptText(excerpt, {}, lineIndentation(tree, id));
+    const auto adapted = [&](std::string text) {
+        return withLineEnds(std::move(text), excerpt, file.editor.getStyle().lineEnd);
+    };
+    const std::string text = adapted(excerptText(excerpt, {}, lineIndentation(tree, id)));
     std::size_t value = skipTrivia(text, 0);
     if (text[value] == ':')
         value = skipTrivia(text, value + 1);
@@ -99,7 +103,7 @@ std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path
     if (!between.empty() && between.find('/') != std::string_view::npos &&
         !tree.text(id, JsonPart::Label).empty())
         tree.setText(id, JsonPart::Label, std::string(tree.keyLiteral(id)).append(between));
-    file.editor.getLayout().addComments(id, {excerpt.above, excerpt.after}, excerpt.indentation);
+    file.editor.getLayout().addComments(id, {adapted(excerpt.above), excerpt.after}, excerpt.indentation);
     for (const auto& [below, type] : excerpt.types)
         file.types.add(below.empty() ? std::string(path) : joinPath(path, below), type);
     return text.substr(value);

@@ -21,8 +21,8 @@ std::string TxtDialect::joinLines(std::string_view lines) const
 
 bool TxtDialect::runsOn(std::string_view text) const
 {
-    const std::optional<Statement> entry = scanTxtEntry(text);
-    return entry && wouldSwallow(*entry, std::string(entry->indent()) + "key = 1");
+    const std::optional<Statement> entry = scanTxtEntry(text, dialect);
+    return entry && wouldSwallow(*entry, std::string(entry->indent()) + "key = 1", dialect);
 }
 
 std::string TxtDialect::explainRefusal(const Statement& entry, const Value& value, const LineStyle&) const
@@ -30,7 +30,7 @@ std::string TxtDialect::explainRefusal(const Statement& entry, const Value& valu
     const std::string text = toText(value);
     if (value.type == Type::String && !isUtf8(text))
         return "the text holds half a character, which UTF-8 cannot hold";
-    if (text.find_first_of("\r\n") != std::string::npos)
+    if (!dialect.spelling && text.find_first_of("\r\n") != std::string::npos)
         return "a value of a txt file ends with its line; the text has line breaks";
     if (text.find('\0') != std::string::npos)
         return "the text holds a NUL character, which no text file has";

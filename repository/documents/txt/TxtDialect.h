@@ -10,11 +10,13 @@
 
 namespace Repository::Documents {
 
-// How a txt file spells values: lines that a backslash ends are joined, and an "=" may need a blank after it.
+// How a txt file spells values: lines that a backslash ends are joined, and in that of an unknown program an
+// "=" may need a blank after it.
 class TxtDialect : public LineDialect
 {
 public:
-    std::string fileNoun() const override { return "a txt file"; }
+    using LineDialect::LineDialect;
+
     std::string groupNoun() const override { return "group"; }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
@@ -22,11 +24,14 @@ public:
     bool keepsLineEndsApart() const override { return true; }
 
 private:
-    std::optional<Statement> scan(std::string_view text) const override { return scanTxtEntry(text); }
+    std::optional<Statement> scan(std::string_view text) const override
+    {
+        return scanTxtEntry(text, dialect);
+    }
     std::string joinLines(std::string_view lines) const override;
     bool isLeftOut(const Value& value) const override { return toText(value).empty(); }
     // Some values would make an operator of an "=".
-    bool mayNeedBlank(char last) const override { return !isBlank(last); }
+    bool mayNeedBlank(char last) const override { return !isBlank(last) && !dialect.spelling; }
     bool mayQuotesRunOn() const override { return false; }
 };
 

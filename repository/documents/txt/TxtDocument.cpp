@@ -15,14 +15,16 @@ namespace {
 std::string_view lastLineEndOf(std::string_view text)
 {
     std::size_t begin = text.size();
-    while (begin > 0 && (text[begin - 1] == '\n' || text[begin - 1] == '\r') && text.size() - begin < 2)
+    if (begin > 0 && isLineEnd(text[begin - 1]))
+        --begin;
+    if (begin > 0 && text.substr(begin - 1) == "\r\n")
         --begin;
     return text.substr(begin);
 }
 
-std::string pathOfKey(const Statement& line)
+std::string pathOfKey(const Statement& line, const Dialect& dialect)
 {
-    return line.plainKey ? std::string(line.key()) : txtKeyPath(line.key());
+    return line.plainKey ? std::string(line.key()) : txtKeyPath(line.key(), dialect);
 }
 
 // What is before the last component in a sibling's key, its dot included; empty without one.
@@ -58,8 +60,9 @@ std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std
 {
     std::string text(entry.text.substr(0, entry.keyEnd));
     text.append(spelling).append(lastLineEndOf(entry.text));
-    const std::optional<Statement> now = scanTxtEntry(text);
-    if (!now || !lastLineEndOf(spelling).empty() || now->key() != entry.key() || now->begin != entry.begin ||
+    const std::optional<Statement> now = scanTxtEntry(text, dialect);
+    const bool hasLineEnd = !dialect.spelling && !lastLineEndOf(spelling).empty();
+    if (!now || hasLineEnd || now->key() != entry.key() || now->begin != entry.begin ||
         now->tag != entry.tag || text.find('\0') != std::string::npos)
         return std::nullopt;
     return text;
@@ -94,12 +97,22 @@ std::optional<LineDocument::NamePlace> TxtDocument::nameIn(std::uint32_t, std::s
     return placeInPath(file->pieces[piece].line, depth);
 }
 
-std::string TxtDocument::spellName(std::string_view path, const Statement& like, bool) const
+std::string TxtDocument::spellKey(std::string_view path, std::string_view separator) const
 {
-    const std::string_view separator = like.isSeparated() ? like.separator() : std::string_view("=");
     const std::string sample = std::string(path).append(separator) + 'x';
-    const std::optional<Statement> line = scanTxtEntry(sample);
-    return line && pathOfKey(*line) == path ? std::string(path) : escapeTxtKey(path);
+    const std::optional<Statement> line = scanTxtEntry(sample, dialect);
+    return line && pathOfKey(*line, dialect) == path ? std::string(path) : escapeTxtKey(path, dialect);
+}
+
+std::string TxtDocument::spellComponent(std::string_view name, const Statement& line, const NamePlace&) const
+{
+    return spellKey(name, line.isSeparated() ? line.separator() : std::string_view("="));
+}
+
+// With any separator.
+std::string TxtDocument::spellPath(std::string_view path, Statement::Kind) const
+{
+    return spellKey(path, "=");
 }
 
 Outcome TxtDocument::insert(std::string_view path, const Value& value)
@@ -133,7 +146,7 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
         return refused("a txt file cannot hold the path " + quoted(plainPath));
     const bool belowTag = above != none && endsInTypeTag(pieces[above].line.text);
     std::string text = fillDraft(*draft, value, belowTag);
-    const std::optional<Statement> line = scanTxtEntry(text);
+    const std::optional<Statement> line = scanTxtEntry(text, dialect);
     if (!line)
         return refused(file->getDialect().explainRefusal(*draft, value, file->style));
     std::string reason = file->encoding.findRefusal(text);
@@ -141,10 +154,10 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
         return refused(std::move(reason));
     if (above == none && !file->encoding.mayBegin(text))
         return refused("the file would begin like a file of another encoding");
-    if (above != none && pieces[above].line.isEntry() && wouldSwallow(pieces[above].line, text))
+    if (above != none && pieces[above].line.isEntry() && wouldSwallow(pieces[above].line, text, dialect))
         return refused("the entry would be read as part of the one above it");
     const std::uint32_t below = pieces.nextOf(above);
-    if (below != none && wouldSwallow(*line, pieces[below].line.text))
+    if (below != none && wouldSwallow(*line, pieces[below].line.text, dialect))
         return refused("the line below it would be read as part of the value");
 
     const bool isBelowEntry = above != none && pieces[above].line.isEntry();
@@ -184,14 +197,14 @@ std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uin
     const PathEnds ends = splitLast(path);
     const std::string_view prefix = sibling ? parentText(sibling->key()) : std::string_view();
     for (const std::string& key :
-         {std::string(prefix).append(ends.last), std::string(path), escapeTxtKey(path)}) {
+         {std::string(prefix).append(ends.last), std::string(path), escapeTxtKey(path, dialect)}) {
         text = sibling ? sibling->indent() : style.indent;
         text += key;
         text +=
             sibling && !sibling->value().empty() ? file->separatorBelow(above, key.size()) : style.separator;
         text += style.lineEnd;
-        const std::optional<Statement> line = scanTxtEntry(text);
-        if (line && pathOfKey(*line) == path && line->begin == 0)
+        const std::optional<Statement> line = scanTxtEntry(text, dialect);
+        if (line && pathOfKey(*line, dialect) == path && line->begin == 0)
             return line;
     }
     return std::nullopt;
@@ -200,12 +213,12 @@ std::optional<Statement> TxtDocument::draftEntry(std::string_view path, std::uin
 // The text of the new entry, with a tag where it needs one; empty when the file has no form for the value.
 std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, bool belowTag) const
 {
-    const LineDialect& dialect = file->getDialect();
+    const LineDialect& spelling = file->getDialect();
     const LineStyle& style = file->style;
     std::string text(draft.text);
     const auto write = [&](const std::string& emptyEntry) {
-        const std::optional<Statement> line = scanTxtEntry(emptyEntry);
-        return line ? dialect.write(*line, value, style).value_or(std::string()) : std::string();
+        const std::optional<Statement> line = scanTxtEntry(emptyEntry, dialect);
+        return line ? spelling.write(*line, value, style).value_or(std::string()) : std::string();
     };
     // Without a value no blank is left at the end of the line, but for that which makes a separator of ":".
     if (toText(value).empty() && trimBlanks(draft.separator()) != ":") {
@@ -215,7 +228,7 @@ std::string TxtDocument::fillDraft(const Statement& draft, const Value& value, b
     }
     // Bytes that are no text would spoil the file for other readers.
     std::string plain = belowTag || value.type == Type::ByteArray ? std::string() : write(text);
-    if (!plain.empty() && !dialect.runsOn(plain))
+    if (!plain.empty() && !spelling.runsOn(plain))
         return plain;
     return write(std::string(draft.indent()) + writeTypeTag('#', value.type) + style.lineEnd + text);
 }
@@ -274,7 +287,7 @@ Outcome TxtDocument::findRemovalFault(const std::vector<std::uint32_t>& going) c
         if (piece.previous == none)
             continue;
         const Statement& above = pieces[piece.previous].line;
-        if (above.isEntry() && wouldSwallow(above, text))
+        if (above.isEntry() && wouldSwallow(above, text, dialect))
             return refused("without it the line below would be read as part of the value above");
         if (!above.isEntry() && pieces[below].line.isEntry() && endsInTypeTag(above.text))
             return refused("without it the mark above would be that of the line below");

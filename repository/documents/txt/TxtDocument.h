@@ -17,7 +17,11 @@ namespace Repository::Documents {
 class TxtDocument : public LineDocument
 {
 public:
-    TxtDocument() : LineDocument(std::make_unique<TxtFile>()) {}
+    // The dialect must outlive the document.
+    explicit TxtDocument(const Dialect& fileDialect)
+        : LineDocument(std::make_unique<TxtFile>(fileDialect)), dialect(fileDialect)
+    {
+    }
 
     Outcome insert(std::string_view path, const Value& value) override;
     // Comments stay. The root is not removed.
@@ -25,7 +29,7 @@ public:
     SiblingPlace placeOf(std::string_view path) const override;
 
 private:
-    std::unique_ptr<LineFile> makeFile() const override { return std::make_unique<TxtFile>(); }
+    std::unique_ptr<LineFile> makeFile() const override { return std::make_unique<TxtFile>(dialect); }
 
     // What lies between the key and the end of the entry's last line.
     std::string spellingOf(const Statement& entry) const override;
@@ -35,7 +39,10 @@ private:
     std::vector<std::uint32_t> piecesOf(std::uint32_t node) const override;
     std::optional<NamePlace> nameIn(std::uint32_t node, std::size_t depth,
                                     std::uint32_t piece) const override;
-    std::string spellName(std::string_view path, const Statement& like, bool isLast) const override;
+    std::string spellComponent(std::string_view name, const Statement& line,
+                               const NamePlace& place) const override;
+    std::string spellKey(std::string_view path, std::string_view separator) const;
+    std::string spellPath(std::string_view path, Statement::Kind kind) const override;
     Value placeholderOf(const Excerpt&) const override { return {Type::String, std::string("x")}; }
     std::uint32_t pieceOf(std::string_view path, const Value&) const override
     {
@@ -46,6 +53,8 @@ private:
     std::optional<Statement> draftEntry(std::string_view path, std::uint32_t above, std::string& text) const;
     std::string fillDraft(const Statement& draft, const Value& value, bool belowTag) const;
     Outcome findRemovalFault(const std::vector<std::uint32_t>& going) const;
+
+    const Dialect& dialect;
 };
 
 } // namespace Repository::Documents

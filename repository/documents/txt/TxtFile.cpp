@@ -16,7 +16,7 @@ Outcome TxtFile::readStatements(bool)
                       "there is a NUL character: it is a binary file, or UTF-16 without its mark");
     Outcome outcome;
     Group latest;
-    TxtScanner scanner(text);
+    TxtScanner scanner(text, dialect);
     while (const std::optional<Statement> line = scanner.next()) {
         const std::uint32_t piece = add(none, pieces.chainedLast(), *line);
         if (line->isEntry())
@@ -29,7 +29,7 @@ Outcome TxtFile::readStatements(bool)
 
 Outcome TxtFile::takeUp(const Statement& line, std::uint32_t piece, Group& latest)
 {
-    const std::string encoded = line.plainKey ? std::string() : txtKeyPath(line.key());
+    const std::string encoded = line.plainKey ? std::string() : txtKeyPath(line.key(), dialect);
     const std::string_view path = line.plainKey ? line.key() : std::string_view(encoded);
     if (std::size_t(std::count(path.begin(), path.end(), '.')) >= deepestTxtPath)
         return failAt(line.key().data(),
@@ -47,13 +47,13 @@ Outcome TxtFile::takeUp(const Statement& line, std::uint32_t piece, Group& lates
 
 Statement TxtFile::scanOwn(std::string_view text) const
 {
-    return scanTxtEntry(text).value_or(Statement());
+    return scanTxtEntry(text, dialect).value_or(Statement());
 }
 
 std::string TxtFile::findClash(std::uint32_t piece, const Statement& line) const
 {
     const std::uint32_t next = pieces[piece].next;
-    const bool swallows = next != none && wouldSwallow(line, pieces[next].line.text);
+    const bool swallows = next != none && wouldSwallow(line, pieces[next].line.text, dialect);
     return swallows ? "the line below it would be read as part of the value" : std::string();
 }
 

@@ -12,9 +12,12 @@ constexpr std::size_t deepestTxtPath = 1024;
 class TxtFile : public LineFile
 {
 public:
-    TxtFile() { style.separator = " = "; }
+    explicit TxtFile(const Dialect& fileDialect) : dialect(fileDialect), lineDialect(fileDialect)
+    {
+        style.separator = dialect.separator;
+    }
 
-    const LineDialect& getDialect() const override { return dialect; }
+    const LineDialect& getDialect() const override { return lineDialect; }
 
 private:
     // The group of the entry that was taken up last.
@@ -29,7 +32,8 @@ private:
     Statement scanOwn(std::string_view text) const override;
     std::string findClash(std::uint32_t piece, const Statement& line) const override;
 
-    TxtDialect dialect;
+    const Dialect& dialect;
+    const TxtDialect lineDialect;
 };
 
 } // namespace Repository::Documents

@@ -163,13 +163,29 @@ private:
     Key key;
 };
 
-bool goesOn(std::string_view content, std::string_view next)
+bool goesOn(std::string_view content, std::string_view next, const Dialect& dialect)
 {
-    if (!endsInBackslash(content) || isBlankLine(next))
+    if (!endsInBackslash(content))
+        return false;
+    if (dialect.spelling)
+        return true;
+    if (isBlankLine(next))
         return false;
     if (indentOf(next) > 0 || (content.size() > 1 && isBlank(content[content.size() - 2])))
         return true;
     return !isComment(next, 0) && !KeyReader(next).read();
+}
+
+// Whether a key is a path as it is.
+bool isPlainPath(std::string_view key)
+{
+    bool afterDot = true;
+    for (const char c : key) {
+        if (c == '.' ? afterDot : c == '\\' || !has(c, Plain))
+            return false;
+        afterDot = c == '.';
+    }
+    return !afterDot;
 }
 
 } // namespace
@@ -204,6 +220,18 @@ std::optional<Statement> TxtScanner::next()
 
 std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t lineBegin, Type tag)
 {
+    std::optional<Statement> line = dialect.spelling ? takeSpelled(lineBegin) : takeGuessed(lineBegin);
+    if (!line)
+        return std::nullopt;
+    line->tag = tag;
+    line->shift(lineBegin - begin);
+    line->text = text.substr(begin, position - begin);
+    return line;
+}
+
+// With offsets from its line, as the next.
+std::optional<Statement> TxtScanner::takeGuessed(std::size_t lineBegin)
+{
     const TextLine first = textLineAt(text, lineBegin);
     const std::optional<Key> key = KeyReader(first.content).read();
     if (!key)
@@ -211,7 +239,6 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
     Statement line;
     line.kind = Statement::Kind::Entry;
     line.plainKey = key->plain;
-    line.tag = tag;
     line.keyBegin = std::uint32_t(key->begin);
     line.keyEnd = std::uint32_t(key->end);
     const std::string_view after = first.content.substr(key->separator + 1);
@@ -220,7 +247,7 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
     position = first.end;
     for (std::string_view content = first.content; position < text.size();) {
         const TextLine further = textLineAt(text, position);
-        if (!goesOn(content, further.content))
+        if (!goesOn(content, further.content, dialect))
             break;
         content = further.content;
         const std::string_view trimmed = trimBlanks(content);
@@ -228,31 +255,58 @@ std::optional<Statement> TxtScanner::takeEntry(std::size_t begin, std::size_t li
         line.valueEnd = std::uint32_t(std::size_t(trimmed.data() - text.data()) + trimmed.size() - lineBegin);
         position = further.end;
     }
-    line.shift(lineBegin - begin);
-    line.text = text.substr(begin, position - begin);
     return line;
 }
 
-std::optional<Statement> scanTxtEntry(std::string_view text)
+std::optional<Statement> TxtScanner::takeSpelled(std::size_t lineBegin)
 {
-    TxtScanner scanner(text);
+    const TextLine first = textLineAt(text, lineBegin);
+    const std::string_view content = first.content;
+    if (isBlankLine(content) || isSkipped(content, dialect))
+        return std::nullopt;
+    const ValueExtent extent = measureValue(text.substr(lineBegin), dialect);
+    const auto separates = [this](char c) { return dialect.separators.find(c) != std::string_view::npos; };
+    Statement line;
+    line.kind = Statement::Kind::Entry;
+    line.continued = extent.continued;
+    std::size_t at = indentOf(content);
+    line.keyBegin = std::uint32_t(at);
+    while (at < content.size() && !separates(content[at]) && !isBlank(content[at]))
+        at += content[at] == '\\' ? 2 : 1;
+    at = std::min(at, content.size());
+    line.keyEnd = std::uint32_t(at);
+    line.plainKey = isPlainPath(content.substr(line.keyBegin, at - line.keyBegin));
+    at += indentOf(content.substr(at));
+    if (at < content.size() && separates(content[at]))
+        ++at;
+    line.valueBegin = std::uint32_t(at + indentOf(content.substr(at)));
+    line.valueEnd = std::uint32_t(std::max<std::size_t>(extent.end, line.valueBegin));
+    position = lineBegin + extent.linesEnd;
+    return line;
+}
+
+std::optional<Statement> scanTxtEntry(std::string_view text, const Dialect& dialect)
+{
+    TxtScanner scanner(text, dialect);
     std::optional<Statement> line = scanner.next();
     if (!line || !line->isEntry() || line->text.size() != text.size())
         return std::nullopt;
     return line;
 }
 
-bool wouldSwallow(const Statement& above, std::string_view below)
+bool wouldSwallow(const Statement& above, std::string_view below, const Dialect& dialect)
 {
     std::string_view last = above.text;
-    while (!last.empty() && endsLine(last))
-        last.remove_suffix(1);
+    if (!last.empty() && endsLine(last))
+        last.remove_suffix(last.size() > 1 && last.substr(last.size() - 2) == "\r\n" ? 2 : 1);
     last.remove_prefix(last.find_last_of("\r\n") + 1);
-    return goesOn(last, textLineAt(below, 0).content);
+    return goesOn(last, textLineAt(below, 0).content, dialect);
 }
 
-std::string txtKeyPath(std::string_view key)
+std::string txtKeyPath(std::string_view key, const Dialect& dialect)
 {
+    if (dialect.spelling)
+        return encodePath(dialect.spelling->readKey(key));
     std::string plain;
     plain.reserve(key.size());
     for (std::size_t at = 0; at < key.size(); ++at) {
@@ -263,8 +317,10 @@ std::string txtKeyPath(std::string_view key)
     return encodePath(plain);
 }
 
-std::string escapeTxtKey(std::string_view path)
+std::string escapeTxtKey(std::string_view path, const Dialect& dialect)
 {
+    if (dialect.spelling)
+        return dialect.spelling->writeKey(path);
     std::string key;
     for (std::size_t at = 0; at < path.size(); ++at) {
         const char c = path[at];

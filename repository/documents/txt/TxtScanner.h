@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/common/Dialect.h"
 #include "repository/documents/common/Statement.h"
 
 #include <cstddef>
@@ -9,8 +10,9 @@
 
 namespace Repository::Documents {
 
-// Splits a txt file into statements. Amid prose, a line is an entry only if what precedes its separator looks
-// like a path:
+// Splits a txt file into statements. Where the dialect has a spelling, each line is an entry that is neither
+// blank nor a comment. Otherwise there may be prose, and a line is an entry only if what precedes
+// its separator looks like a path:
 // - The separator is "=", or ":" before a blank, but not the "=" of an operator ("==", "=>", "<=", "+=" ...).
 // - A path has letters, digits and the punctuation of real paths, and begins with none of "-+([{". It is one
 //   word, or up to three with single blanks between before an "=" set off by a blank.
@@ -21,27 +23,30 @@ namespace Repository::Documents {
 class TxtScanner
 {
 public:
-    explicit TxtScanner(std::string_view txtText) : text(txtText) {}
+    TxtScanner(std::string_view txtText, const Dialect& fileDialect) : text(txtText), dialect(fileDialect) {}
 
     // The next statement; nothing at the end of the text.
     std::optional<Statement> next();
 
 private:
     std::optional<Statement> takeEntry(std::size_t begin, std::size_t lineBegin, Type tag);
+    std::optional<Statement> takeGuessed(std::size_t lineBegin);
+    std::optional<Statement> takeSpelled(std::size_t lineBegin);
 
     std::string_view text;
+    const Dialect& dialect;
     std::size_t position = 0;
 };
 
 // The entry that the text is as a whole, which must outlive it; nothing when it is anything else.
-std::optional<Statement> scanTxtEntry(std::string_view text);
-std::optional<Statement> scanTxtEntry(std::string&& text) = delete;
+std::optional<Statement> scanTxtEntry(std::string_view text, const Dialect& dialect);
+std::optional<Statement> scanTxtEntry(std::string&& text, const Dialect& dialect) = delete;
 
 // True when the text below, in which a line begins, would be read as part of the entry above it.
-bool wouldSwallow(const Statement& above, std::string_view below);
+bool wouldSwallow(const Statement& above, std::string_view below, const Dialect& dialect);
 
 // The path of a key, and the key of a path with backslashes where they are needed.
-std::string txtKeyPath(std::string_view key);
-std::string escapeTxtKey(std::string_view path);
+std::string txtKeyPath(std::string_view key, const Dialect& dialect);
+std::string escapeTxtKey(std::string_view path, const Dialect& dialect);
 
 } // namespace Repository::Documents

@@ -161,6 +161,7 @@ std::optional<Excerpt> XmlSubtrees::excerpt(std::string_view path) const
     if (id == noNode || tree.node(id).kind == XmlKind::Text)
         return std::nullopt;
     Excerpt found;
+    found.lineEnd = file.spelling.lineEnd;
     if (tree.node(id).kind == XmlKind::Attribute) {
         if (tree.node(id).isTagged)
             return std::nullopt;
@@ -197,7 +198,7 @@ std::optional<std::string> XmlSubtrees::insertInText(std::string_view path, cons
     else if (!above.empty())
         above = above.substr(startsWith(above, indent) ? indent.size() : 0) + indent;
     std::string text = above + excerptText(excerpt, step->name, indent) + excerpt.after;
-    text = withLineEnds(std::move(text), file.spelling.lineEnd);
+    text = withLineEnds(std::move(text), excerpt, file.spelling.lineEnd);
     if (!file.spelling.canHold(text))
         return std::nullopt;
     XmlWriter writer(tree, id);

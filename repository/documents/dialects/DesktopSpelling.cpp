@@ -1,0 +1,118 @@
+#include "repository/documents/dialects/DesktopSpelling.h"
+
+#include "repository/documents/dialects/Escapes.h"
+
+#include <charconv>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr Escapes escapes{"sntr\\", " \n\t\r\\"};
+
+bool isItemMark(char c, bool isKde)
+{
+    return c == ';' || (isKde && c == ',');
+}
+
+// Two hex digits; what they lack is passed over.
+char characterFromHex(std::string_view digits, Spelling::Reading& reading)
+{
+    unsigned code = 'x';
+    const char* const end = digits.data() + digits.size();
+    if (digits.size() < 2 || std::from_chars(digits.data(), end, code, 16).ptr != end)
+        reading.isValid = false;
+    return static_cast<char>(code);
+}
+
+Spelling::Reading read(std::string_view spelled, bool isKde)
+{
+    Spelling::Reading reading;
+    for (std::size_t at = 0; at < spelled.size(); ++at) {
+        const char c = spelled[at];
+        if (c != '\\') {
+            reading.text += c;
+            continue;
+        }
+        const char letter = ++at < spelled.size() ? spelled[at] : '\0';
+        if (const char escaped = escapes.characterOf(letter)) {
+            reading.text += escaped;
+        } else if (isItemMark(letter, isKde)) {
+            (reading.text += '\\') += letter;
+        } else if (isKde && letter == 'x') {
+            reading.text += characterFromHex(spelled.substr(at + 1, 2), reading);
+            at += 2;
+        } else {
+            reading.isValid = false;
+            if (letter != '\0')
+                reading.text += '\\';
+            if (letter != '\0' && !isKde)
+                reading.text += letter;
+        }
+    }
+    return reading;
+}
+
+bool endsEscaped(std::string_view text, std::size_t at)
+{
+    std::size_t count = 0;
+    while (count < at && text[at - 1 - count] == '\\')
+        ++count;
+    return count % 2 == 1;
+}
+
+// Whether it is a list that has "\;" in an item.
+bool hasItemMarks(std::string_view spelled, bool isKde)
+{
+    for (std::size_t at = 0; at < spelled.size(); ++at) {
+        if (isItemMark(spelled[at], isKde) && endsEscaped(spelled, at))
+            return true;
+    }
+    return false;
+}
+
+std::vector<std::string> write(std::string_view text, std::string_view before, bool isKde)
+{
+    const bool isList = hasItemMarks(before, isKde);
+    std::string spelled;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char c = text[at];
+        const bool isOuter = at == 0 || at + 1 == text.size();
+        const bool isMark = isList && at + 1 < text.size() && isItemMark(text[at + 1], isKde);
+        const std::string_view one = text.substr(at, 1);
+        if (isKde && static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t' && c != '\r')
+            appendHex(spelled += "\\x", static_cast<unsigned char>(c), 2);
+        else if ((c == ' ' && !isOuter) || (c == '\\' && isMark))
+            spelled += c;
+        else
+            spelled += escapes.write(one);
+    }
+    return {spelled};
+}
+
+// Separator and brackets have a meaning in a key.
+std::string writeKey(std::string_view key)
+{
+    std::string spelled;
+    const std::string asValue = write(key, {}, true).front();
+    for (const char c : asValue) {
+        if (c == '=' || c == '#')
+            appendHex(spelled += "\\x", static_cast<unsigned char>(c), 2);
+        else
+            spelled += c;
+    }
+    return spelled;
+}
+
+} // namespace
+
+const Spelling desktopSpelling{
+    [](std::string_view spelled) { return read(spelled, false); },
+    [](std::string_view text, std::string_view before) { return write(text, before, false); }};
+
+const Spelling kdeSpelling{
+    [](std::string_view spelled) { return read(spelled, true); },
+    [](std::string_view text, std::string_view before) { return write(text, before, true); }, nullptr,
+    [](std::string_view spelled) { return read(spelled, true).text; }, writeKey};
+
+} // namespace Repository::Documents

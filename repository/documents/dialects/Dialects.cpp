@@ -1,0 +1,342 @@
+#include "repository/documents/dialects/Dialects.h"
+
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/dialects/DesktopSpelling.h"
+#include "repository/documents/dialects/GitSpelling.h"
+#include "repository/documents/dialects/JoinedSpelling.h"
+#include "repository/documents/dialects/MysqlSpelling.h"
+#include "repository/documents/dialects/PhpSpelling.h"
+#include "repository/documents/dialects/PropertiesSpelling.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+using Continuation = Dialect::Continuation;
+using Keys = Dialect::Keys;
+using Sections = Dialect::Sections;
+
+Dialect named(std::string_view format, std::string_view name, std::string_view title)
+{
+    Dialect row;
+    row.format = format;
+    row.name = name;
+    row.title = title;
+    return row;
+}
+
+Dialect git()
+{
+    Dialect row = named("ini", "git", "a git configuration");
+    row.names = ".gitconfig .gitmodules gitconfig *.gitconfig .git/config git/config modules/*/config";
+    row.firstSections = "remote \"*\"|branch \"*\"|submodule \"*\"|url \"*\"|includeIf \"*\"|filter \"*\"";
+    row.signs = "repositoryformatversion*=*|[[]remote \"*\"[]]|[[]branch \"*\"[]]|[[]submodule \"*\"[]]";
+    row.continuation = Continuation::Backslash;
+    row.sections = Sections::Subsection;
+    row.keys = Keys::IgnoreCase;
+    row.commentsAfter = "#;";
+    row.quotes = "\"";
+    row.escapesOutsideQuotes = true;
+    row.bareKeys = Dialect::BareKeys::True;
+    row.separator = " = ";
+    row.indent = "\t";
+    row.spelling = &gitSpelling;
+    return row;
+}
+
+Dialect desktop()
+{
+    Dialect row = named("ini", "desktop", "a desktop entry");
+    row.names = "*.desktop *.directory *.theme dbus-1/*.service dbus-1/*/*.service";
+    row.firstSections = "Desktop Entry|Desktop Action *|Icon Theme|D-BUS Service";
+    row.comments = "#";
+    row.keepsTrailingBlanks = true;
+    row.spelling = &desktopSpelling;
+    return row;
+}
+
+Dialect systemd()
+{
+    Dialect row = named("ini", "systemd", "a systemd file");
+    row.names =
+        "*.service *.socket *.target *.timer *.mount *.automount *.swap *.path *.slice *.scope *.link "
+        "*.netdev *.network *.nspawn *.container *.pod *.kube systemd/*.conf systemd/*.conf.d/*.conf "
+        "systemd/*/*.d/*.conf";
+    row.firstSections = "Unit|Service|Socket|Timer|Mount|Automount|Swap|Slice|Scope|Install|Match|NetDev|"
+                        "Manager|Journal|Container|Pod|Kube";
+    row.continuation = Continuation::Backslash;
+    row.commentsBetweenLines = true;
+    row.spelling = &systemdSpelling;
+    return row;
+}
+
+Dialect kde()
+{
+    Dialect row = named("ini", "kde", "a KConfig file");
+    row.names = "kdeglobals *.notifyrc *.knsrc *.themerc *.colors";
+    row.firstSections = "$Version|*][*|$i";
+    row.signs = "[[]*[]][[]*[]]|*[[]$[eid]*[]]*=*";
+    row.sections = Sections::Chain;
+    row.comments = "#";
+    row.hasKeyMarks = true;
+    row.spelling = &kdeSpelling;
+    return row;
+}
+
+Dialect samba()
+{
+    Dialect row = named("ini", "samba", "a Samba configuration");
+    row.names = "smb.conf smb.conf.* samba/*.conf";
+    row.signs = "workgroup*=*|server string*=*|netbios name*=*|idmap config*=*|guest ok*=*|browseable*=*";
+    row.continuation = Continuation::AnyBackslash;
+    row.keys = Keys::IgnoreCaseAndBlanks;
+    row.separator = " = ";
+    row.indent = "   ";
+    row.spelling = &sambaSpelling;
+    return row;
+}
+
+Dialect mysql()
+{
+    Dialect row = named("ini", "mysql", "a MySQL option file");
+    row.names = "my.cnf .my.cnf my.ini mysql/*.cnf mysql/*/*.cnf mariadb.conf.d/*.cnf mysql.conf.d/*.cnf";
+    row.firstSections =
+        "client-server|client-mariadb|mysqld|mysqld_safe|mysqld_multi|mysqldump|mysqld-*|mariadb-*";
+    row.signs = "!include /*|!includedir /*";
+    row.keys = Keys::DashIsUnderscore;
+    row.skipped = "!";
+    row.commentsAfter = "#";
+    row.quotes = "\"'";
+    row.separator = " = ";
+    row.spelling = &mysqlSpelling;
+    return row;
+}
+
+Dialect php()
+{
+    Dialect row = named("ini", "php", "a php.ini");
+    row.names =
+        "php.ini php-*.ini php.ini-* php/*.ini php/*/*.ini php*/conf.d/*.ini php/*/*/*.ini php/*/*/*/*.ini";
+    row.firstSections = "PHP|PATH=*|HOST=*";
+    row.signs = "zend_extension*=*";
+    row.comments = ";";
+    row.commentsAfter = ";";
+    row.quotes = "\"'";
+    row.quotesRunOn = true;
+    row.separator = " = ";
+    row.spelling = &phpSpelling;
+    return row;
+}
+
+Dialect python()
+{
+    Dialect row = named("ini", "python", "a configparser file");
+    row.names =
+        "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg";
+    row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8";
+    row.continuation = Continuation::Indentation;
+    row.sections = Sections::Nested;
+    row.keys = Keys::IgnoreCase;
+    row.separators = "=:";
+    row.separator = " = ";
+    row.spelling = &pythonSpelling;
+    return row;
+}
+
+Dialect editorconfig()
+{
+    Dialect row = named("ini", "editorconfig", "an editorconfig file");
+    row.names = ".editorconfig *.editorconfig";
+    row.signs = "indent_style*=*|end_of_line*=*|insert_final_newline*=*";
+    row.keys = Keys::IgnoreCase;
+    row.separator = " = ";
+    row.spelling = &plainSpelling;
+    return row;
+}
+
+Dialect properties()
+{
+    Dialect row = named("txt", "properties", "a properties file");
+    row.names = "*.properties";
+    row.continuation = Continuation::Backslash;
+    row.sections = Sections::Nested;
+    row.separators = "=:";
+    row.comments = "#!";
+    row.keepsTrailingBlanks = true;
+    row.blanksSeparate = true;
+    row.bareKeys = Dialect::BareKeys::Empty;
+    row.spelling = &propertiesSpelling;
+    return row;
+}
+
+Dialect generic()
+{
+    Dialect row = named("ini", "generic", "an ini file");
+    row.continuation = Continuation::Guessed;
+    row.sections = Sections::Nested;
+    row.separators = "=:";
+    row.comments = ";#";
+    row.commentsAfter = ";#";
+    row.quotes = "\"'";
+    return row;
+}
+
+Dialect genericTxt()
+{
+    Dialect row = named("txt", "generic", "a txt file");
+    row.continuation = Continuation::Guessed;
+    row.sections = Sections::Nested;
+    row.comments = "#!";
+    row.separator = " = ";
+    return row;
+}
+
+using Match = bool (*)(const Dialect& row, std::string_view text);
+
+const Dialect* findRow(std::string_view format, std::string_view text, Match matches)
+{
+    const auto& rows = getDialects();
+    const auto found = std::find_if(rows.begin(), rows.end(), [&](const Dialect& row) {
+        return (format.empty() || row.format == format) && matches(row, text);
+    });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+// How much of a glob, which does not begin with "*", is for one character; 0 when that is another one.
+std::size_t matchOne(std::string_view glob, char c)
+{
+    const std::size_t close = glob.front() == '[' ? glob.find(']', 2) : std::string_view::npos;
+    const bool isSet = close != std::string_view::npos;
+    const std::string_view set = isSet ? glob.substr(1, close - 1) : glob.substr(0, 1);
+    const std::size_t size = isSet ? close + 1 : 1;
+    return set.find(c) == std::string_view::npos ? 0 : size;
+}
+
+// "*" is any run of characters, "[...]" one of a set, anything else itself.
+bool matchesGlob(std::string_view glob, std::string_view text)
+{
+    bool hasStar = false;
+    std::string_view globAfterStar;
+    std::string_view textAfterStar;
+    while (true) {
+        if (!glob.empty() && glob.front() == '*') {
+            hasStar = true;
+            glob.remove_prefix(1);
+            globAfterStar = glob;
+            textAfterStar = text;
+            continue;
+        }
+        if (glob.empty() && text.empty())
+            return true;
+        const std::size_t taken = glob.empty() || text.empty() ? 0 : matchOne(glob, text.front());
+        if (taken > 0) {
+            glob.remove_prefix(taken);
+            text.remove_prefix(1);
+            continue;
+        }
+        // The last "*" takes one character more.
+        if (!hasStar || textAfterStar.empty())
+            return false;
+        textAfterStar.remove_prefix(1);
+        glob = globAfterStar;
+        text = textAfterStar;
+    }
+}
+
+bool matchesOne(std::string_view globs, char between, std::string_view text)
+{
+    while (!globs.empty()) {
+        const std::size_t end = std::min(globs.find(between), globs.size());
+        if (matchesGlob(globs.substr(0, end), text))
+            return true;
+        globs.remove_prefix(std::min(end + 1, globs.size()));
+    }
+    return false;
+}
+
+// The last parts of a path, as many as the glob has.
+std::string_view endOf(std::string_view path, std::string_view glob)
+{
+    std::size_t slash = path.size();
+    for (auto parts = std::count(glob.begin(), glob.end(), '/') + 1; parts > 0; --parts) {
+        slash = slash == 0 ? std::string_view::npos : path.rfind('/', slash - 1);
+        if (slash == std::string_view::npos)
+            return path;
+    }
+    return path.substr(slash + 1);
+}
+
+std::string_view firstSectionOf(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        const std::string_view content = trimBlanks(line.content);
+        const std::size_t close = content.rfind(']');
+        if (line.content.substr(0, 1) == "[" && close != std::string_view::npos)
+            return content.substr(1, close - 1);
+        at = line.end;
+    }
+    return {};
+}
+
+bool hasSign(const Dialect& row, std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size() && !row.signs.empty();) {
+        const TextLine line = textLineAt(text, at);
+        if (matchesOne(row.signs, '|', trimBlanks(line.content)))
+            return true;
+        at = line.end;
+    }
+    return false;
+}
+
+bool hasName(const Dialect& row, std::string_view path)
+{
+    std::string_view globs = row.names;
+    while (!globs.empty()) {
+        const std::size_t end = std::min(globs.find(' '), globs.size());
+        const std::string_view glob = globs.substr(0, end);
+        if (matchesGlob(glob, endOf(path, glob)))
+            return true;
+        globs.remove_prefix(std::min(end + 1, globs.size()));
+    }
+    return false;
+}
+
+} // namespace
+
+const std::vector<Dialect>& getDialects()
+{
+    static const std::vector<Dialect> rows{git(),          desktop(),    systemd(), kde(),
+                                           samba(),        mysql(),      php(),     python(),
+                                           editorconfig(), properties(), generic(), genericTxt()};
+    return rows;
+}
+
+const Dialect* findDialect(std::string_view format, std::string_view name)
+{
+    return findRow(format, name, [](const Dialect& row, std::string_view text) { return row.name == text; });
+}
+
+const Dialect& getGenericDialect(std::string_view format)
+{
+    return *findDialect(format, "generic");
+}
+
+const Dialect* recogniseName(std::string_view format, std::string_view path)
+{
+    return findRow(format, path, hasName);
+}
+
+const Dialect* recogniseText(std::string_view format, std::string_view beginning)
+{
+    const Dialect* const bySection =
+        findRow(format, firstSectionOf(beginning), [](const Dialect& row, std::string_view section) {
+            return !section.empty() && matchesOne(row.firstSections, '|', section);
+        });
+    return bySection ? bySection : findRow(format, beginning, hasSign);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "repository/documents/common/Dialect.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Where the name of a section ends that begins at this place, after the "[", and where the rest of the line;
+// none and the end of the content where it is not closed.
+std::size_t findSectionEnd(std::string_view content, std::size_t begin, const Dialect& dialect);
+
+// Where in the name of a section, in a dialect where that is no path, a component of its path is; that of a
+// subsection with its quotes.
+struct SectionPart
+{
+    std::size_t begin;
+    std::size_t end;
+};
+std::vector<SectionPart> sectionParts(std::string_view name, Dialect::Sections sections);
+std::string quotedSubsection(std::string_view name);
+
+// The path of a section by its name, which is what is between the outer brackets, and the name for a path
+// without numbers; nothing where the dialect has none.
+std::string sectionPath(std::string_view name, Dialect::Sections sections);
+std::optional<std::string> sectionName(std::string_view path, Dialect::Sections sections);
+
+} // namespace Repository::Documents
