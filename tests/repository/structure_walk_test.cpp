@@ -119,8 +119,23 @@ private slots:
         row("paths", "txt",
             "# of the file\n\n# of x\na.b.x = 1.0\na.b.y   = 0x10\nprose here.\n\n# of z\na.z = \"q\"\n"
             "c = long \\\n  value\nd.e.f = 1\n");
-        for (const char* const type : {"ini", "txt", "json", "xml"}) {
-            const QString corpus = TestSupport::corporaPath(QLatin1String(type));
+        const QVector<QPair<const char*, const char*>> kinds{
+            {"ini", "ini"},
+            {"txt", "txt"},
+            {"json", "json"},
+            {"xml", "xml"},
+            {"ini:git", "ini-dialects/git-config"},
+            {"ini:desktop", "ini-dialects/desktop"},
+            {"ini:systemd", "ini-dialects/systemd"},
+            {"ini:kde", "ini-dialects/kde"},
+            {"ini:samba", "ini-dialects/smb-conf"},
+            {"ini:mysql", "ini-dialects/my-cnf"},
+            {"ini:php", "ini-dialects/php-ini"},
+            {"ini:python", "ini-dialects/python-setup"},
+            {"ini:editorconfig", "ini-dialects/editorconfig"},
+            {"txt:properties", "ini-dialects/properties"}};
+        for (const auto& [type, folder] : kinds) {
+            const QString corpus = TestSupport::corporaPath(QLatin1String(folder));
             QDirIterator files(corpus.isEmpty() ? QStringLiteral("/nowhere") : corpus, QDir::Files);
             for (int taken = 0; taken < 300 && files.hasNext();) {
                 files.next();
@@ -138,7 +153,7 @@ private slots:
         QFETCH(QString, type);
         QFETCH(QString, file);
         QFETCH(QByteArray, text);
-        kind = type;
+        mountedType = type;
         bytes = file.isEmpty() ? text : TestSupport::contentOf(file);
         if (bytes.contains('\0') || !mountText(bytes).ok()) // lines of UTF-16 are not looked at
             return;
@@ -204,6 +219,21 @@ private slots:
         row("ini: copy", "ini", "m.s", "m.t", false, "; of s\n[s]\n; in s\na = 0x10\n\n; of u\n[s.u]\nb=q\n",
             "; of s\n[s]\n; in s\na = 0x10\n\n; of u\n[s.u]\nb=q\n\n; of s\n[t]\n; in s\na = 0x10\n\n"
             "; of u\n[t.u]\nb=q\n");
+        row("git: subsection", "ini:git", "m.remote.a%2Eb", "m.remote.c\"d", true,
+            "[remote \"a.b\"]\n\turl = x # y\n[Remote]\n\tz\n",
+            "[remote \"c\\\"d\"]\n\turl = x # y\n[Remote]\n\tz\n");
+        row("git: section", "ini:git", "m.remote", "m.branch", true,
+            "[remote \"a.b\"]\n\turl = x\n[remote]\n\tz\n[remotes]\n\tk = 1\n",
+            "[branch \"a.b\"]\n\turl = x\n[branch]\n\tz\n[remotes]\n\tk = 1\n");
+        row("git: copy", "ini:git", "m.a.b", "m.c.d", false, "[a \"b\"]\n\t# of k\n\tk = \"v;\" ; c\n",
+            "[a \"b\"]\n\t# of k\n\tk = \"v;\" ; c\n\n[c \"d\"]\n\t# of k\n\tk = \"v;\" ; c\n");
+        row("kde: group", "ini:kde", "m.a.b%2Ec", "m.a.d", true, "[a][b.c][$i]\nk[$e]=\\s1\n[a][b]\nl=2\n",
+            "[a][d][$i]\nk[$e]=\\s1\n[a][b]\nl=2\n");
+        row("kde: key", "ini:kde", "m.a.k", "m.a.l=", true, "[a]\nk[$e]=\\s1\n", "[a]\nl\\x3d[$e]=\\s1\n");
+        row("desktop: section", "ini:desktop", "m.Desktop Action x%2Ey", "m.Desktop Action z", true,
+            "[Desktop Action x.y]\nName[de]=z\n", "[Desktop Action z]\nName[de]=z\n");
+        row("properties: group", "txt:properties", "m.a b", "m.c:d", true, "# c\na\\ b.x : \\u0041\\\n  y\n",
+            "# c\nc\\:d.x : \\u0041\\\n  y\n");
         row("txt: group", "txt", "m.a.b", "m.a.c", true, "# a.b\na.b.x   = 1\nz=2\na.b.y: 3\na.bx=4\n",
             "# a.b\na.c.x   = 1\nz=2\na.c.y: 3\na.bx=4\n");
         row("txt: move", "txt", "m.a", "m.b.a", true, "# x\n\n# of a\na.x = 1.0\na.y=0x10\nb.c = 1\n# z\n",
@@ -217,7 +247,7 @@ private slots:
         QFETCH(QString, to);
         QFETCH(bool, isMove);
         QFETCH(QByteArray, before);
-        kind = type;
+        mountedType = type;
         QVERIFY(mountText(before));
         history()->recordThisThread();
         const QString dot(QLatin1Char('.'));
@@ -235,7 +265,7 @@ private slots:
         QTEST(savedText(), "expected");
         QCOMPARE(content() + inOrder("m"), whole);
         restart();
-        QVERIFY(mountFile(type, "m", fileOf(QStringLiteral("m.") + type)));
+        QVERIFY(mountFile(type, "m", fileOf(fileName())));
         QCOMPARE(content() + inOrder("m"), whole);
     }
 
@@ -259,23 +289,39 @@ private:
         return all;
     }
 
-    // Under a name that tells the format, whatever an edit leaves of the text.
+    // One that tells the type, whatever an edit leaves of the text.
+    QString fileName() const
+    {
+        static const QMap<QString, QString> names{
+            {QStringLiteral("ini:git"), QStringLiteral(".gitconfig")},
+            {QStringLiteral("ini:desktop"), QStringLiteral("m.desktop")},
+            {QStringLiteral("ini:systemd"), QStringLiteral("m.service")},
+            {QStringLiteral("ini:kde"), QStringLiteral("kdeglobals")},
+            {QStringLiteral("ini:samba"), QStringLiteral("smb.conf")},
+            {QStringLiteral("ini:mysql"), QStringLiteral("my.cnf")},
+            {QStringLiteral("ini:php"), QStringLiteral("php.ini")},
+            {QStringLiteral("ini:python"), QStringLiteral("setup.cfg")},
+            {QStringLiteral("ini:editorconfig"), QStringLiteral(".editorconfig")},
+            {QStringLiteral("txt:properties"), QStringLiteral("m.properties")}};
+        return names.value(mountedType, QStringLiteral("m.") + kind);
+    }
+
     Outcome mountText(const QByteArray& content)
     {
-        return mountFile(kind, "m", put(QStringLiteral("m.") + kind, content));
+        kind = mountedType.section(QLatin1Char(':'), 0, 0);
+        return mountFile(mountedType, "m", put(fileName(), content));
     }
 
     QByteArray savedText()
     {
         const Outcome outcome = save();
-        return outcome.ok() ? TestSupport::contentOf(fileOf(QStringLiteral("m.") + kind))
-                            : outcome.toText().toUtf8();
+        return outcome.ok() ? TestSupport::contentOf(fileOf(fileName())) : outcome.toText().toUtf8();
     }
 
     // Whether it was done; what is undone then has been looked at.
     bool done(const char* what, const Outcome& outcome)
     {
-        auto& count = counts[kind + QLatin1Char(' ') + QLatin1String(what)];
+        auto& count = counts[mountedType + QLatin1Char(' ') + QLatin1String(what)];
         ++(outcome.ok() ? count.first : count.second);
         if (!outcome.ok())
             return false;
@@ -407,7 +453,8 @@ private:
         }
     }
 
-    QString kind;
+    QString mountedType;
+    QString kind; // its format
     QByteArray bytes;
     QByteArray after;
     QMap<QString, QPair<int, int>> counts;
