@@ -113,6 +113,35 @@ std::optional<Entries> git(const QString& file)
     return entries;
 }
 
+std::optional<Entries> krb5(const QString& file)
+{
+    const QString script = QStringLiteral(R"(
+import ctypes, json, sys
+krb5 = ctypes.CDLL('libkrb5.so.3')
+profile = ctypes.c_void_p()
+if krb5.profile_init_path(sys.argv[1].encode(), ctypes.byref(profile)):
+    sys.exit(1)
+def ask(function, path):
+    names = (ctypes.c_char_p * (len(path) + 1))(*[name.encode() for name in path], None)
+    found = ctypes.POINTER(ctypes.c_char_p)()
+    if function(profile, names, ctypes.byref(found)):
+        return []
+    texts = []
+    while found[len(texts)] is not None:
+        texts.append(found[len(texts)].decode())
+    return texts
+rows = []
+def visit(path):
+    for key in dict.fromkeys(ask(krb5.profile_get_relation_names, path)):
+        rows.extend(['.'.join(path), key, value] for value in ask(krb5.profile_get_values, path + [key]))
+    for group in dict.fromkeys(ask(krb5.profile_get_subsection_names, path)):
+        visit(path + [group])
+visit([])
+print(json.dumps(rows))
+)");
+    return fromJson(outputOf(QStringLiteral("python3"), {QStringLiteral("-c"), script, file}));
+}
+
 std::optional<Entries> python(const QString& file)
 {
     return configparser(file, "RawConfigParser");

@@ -18,6 +18,7 @@ using Reader = std::optional<Entries> (*)(const QString& file);
 
 // Nothing, without a failure, where the reader refuses the file.
 std::optional<Entries> git(const QString& file);
+std::optional<Entries> krb5(const QString& file);
 std::optional<Entries> python(const QString& file); // without interpolation
 std::optional<Entries> interpolatingPython(const QString& file);
 std::optional<Entries> glib(const QString& file);

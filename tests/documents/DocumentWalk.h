@@ -38,7 +38,7 @@ public:
         if (!isDone && document->getBytes() != before)
             wrong = "a refused edit changed the file";
         for (const auto& [path, spelling] : others) {
-            if (!isMoving && !isAtOrBelow(path, touched) && document->spell(path) != spelling)
+            if (!isMoving && !isAtOrBelow(path, touched) && spellingOf(path) != spelling)
                 wrong = "another entry is spelled anew";
         }
         if (!wrong)
@@ -118,13 +118,22 @@ private:
         return found;
     }
 
+    // Without the end of its last line, which the last one of a file gets when another comes after it.
+    std::optional<std::string> spellingOf(const std::string& path) const
+    {
+        std::optional<std::string> spelling = document->spell(path);
+        if (spelling)
+            spelling->resize(spelling->find_last_not_of("\r\n") + 1);
+        return spelling;
+    }
+
     std::vector<std::pair<std::string, std::optional<std::string>>> someSpellings()
     {
         std::vector<std::pair<std::string, std::optional<std::string>>> some;
         const std::vector<std::string> all = paths();
         for (int i = 0; i < 3 && !all.empty(); ++i) {
             const std::string path = pick(all);
-            some.emplace_back(path, document->spell(path));
+            some.emplace_back(path, spellingOf(path));
         }
         return some;
     }

@@ -146,6 +146,14 @@ private slots:
         row("ini:systemd", "behind a backslash", "[U]\na=x \\", "U.b", integer(1),
             "the entry would be read as part of the one above it");
         row("ini:systemd", "comment marks in a new file", "", "Unit.k", text("x ; y"), "[Unit]\nk=x ; y\n");
+        row("ini:krb5", "in a group", "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t}\n\tz = 1\n", "r.A.k[2]",
+            integer(2), "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t  k = 2\n\t}\n\tz = 1\n");
+        row("ini:krb5", "in a new group", "[r]\n\tA = {\n\t}", "r.B.C.k", text(" v"),
+            "[r]\n\tA = {\n\t}\n\tB = {\n\t    C = {\n\t        k = \" v\"\n\t    }\n\t}\n");
+        row("ini:krb5", "behind a group", "[r]\n\tA = {\n\t\tk = 1\n\t}\n[s]\n", "r.k", integer(2),
+            "[r]\n\tA = {\n\t\tk = 1\n\t}\n\tk = 2\n[s]\n");
+        row("ini:krb5", "group without a section", "", "r.A.k", integer(1),
+            "a Kerberos profile has groups in braces only within a section, and there is no \"r\"");
         row("ini:python", "below lines that go on", "[a]\nk =\n  x\n  y\n", "a.l", text("1\n2"),
             "[a]\nk =\n  x\n  y\nl = 1\n    2\n");
         row("txt:properties", "key", "a.b: 1\n", "a.c=d e", text("f"), "a.b: 1\na.c\\=d\\ e: f\n");
@@ -172,6 +180,9 @@ private slots:
         row("ini:git", "section of one line", "[a] b = 1\n[c] d = 2\n", "a", "[c] d = 2\n");
         row("ini:systemd", "with comments between its lines", "[U]\na=1 \\\n# c\n 2\nb=3\n", "U.a",
             "[U]\nb=3\n");
+        row("ini:krb5", "group", "[r]\n# A\nA = {\n k = {\n }\n}\nB = {\n}\nA = {\n k = 1\n}\n", "r.A",
+            "[r]\n# A\nB = {\n}\n");
+        row("ini:krb5", "last of a group", "[r]\nA = {\n k = 1\n}\n", "r.A.k", "[r]\nA = {\n}\n");
         row("txt:properties", "with its lines", "a=1\\\n#2\nb=3\n", "a", "b=3\n");
     }
 

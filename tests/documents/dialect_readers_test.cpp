@@ -50,6 +50,8 @@ const QList<Row>& rows()
         {"ini:python", "python-setup", python, interpolatingPython, '.', true, false, true, "k",
          "k = v\nl = w\n",
          "blank before|blank behind|blanks|percent|reference|line break behind|carriage return|all"},
+        {"ini:krb5", "krb5", krb5, nullptr, '.', false, true, true, "k", "    k = v\n    l = w\n",
+         "carriage return"},
     };
     return all;
 }
@@ -160,9 +162,11 @@ private slots:
     {
         const auto row = TestSupport::columns<QString, QString, QByteArray>("type", "name", "content");
         for (const Row& dialect : rows()) {
-            const QDir folder(
-                TestSupport::corporaPath(QStringLiteral("ini-dialects/") + QLatin1String(dialect.folder)));
-            const QStringList names = folder.entryList(QDir::Files | QDir::Hidden);
+            const QString path =
+                TestSupport::corporaPath(QStringLiteral("ini-dialects/") + QLatin1String(dialect.folder));
+            const QDir folder(path);
+            const QStringList names =
+                path.isEmpty() ? QStringList() : folder.entryList(QDir::Files | QDir::Hidden);
             for (const QString& name : names)
                 row(qPrintable(name), dialect.type, name, TestSupport::contentOf(folder.filePath(name)));
         }
@@ -186,6 +190,11 @@ private slots:
             "[g]\na = x # c\nb = \"x # y\"\nc=it's\nd = x\\ty\\\\z\\qw\ne = \"a\\\"b\" # c\nf=\n  g = ' lead "
             "'\n"
             "skip-x # c\nh = a;b\ni = x=\"y\"\nj=\\sx\\s\nk = a'b'c#d\n; c\nl = 'a\"b'\n");
+        row("krb5", "ini:krb5", "own",
+            "# c\n[libdefaults]\n\tdefault_realm = A.B  \n ; c\n v = {\n  host = {\n   a = b # d\n  }\n  k = "
+            "\" x\\\"\\n\\q\"\n }\n  w = it's \"q\"\n[realms]\n  A.B = {\n    kdc = a:88\n    kdc = b\n  }\n "
+            " C = "
+            "{\n    kdc* = c\n  }\n  A.B = {\n    kdc = d\n  }\n[domain_realm]\n  .a.b = A.B\n");
         row("php lines", "ini:php", "own", "a = \"k\nl\" ; c\nb = 'm;\nn'\n[s]\nc = 1\n");
         row("php", "ini:php", "own",
             "[s]\na = \"x;y\"\nb = 'x;y' ; c\nc = \"a\\\"b\\\\\" ; c\nd = On\ne = E_ALL & ~E_NOTICE\nf=5;c\n"

@@ -232,6 +232,11 @@ private slots:
         row("kde: key", "ini:kde", "m.a.k", "m.a.l=", true, "[a]\nk[$e]=\\s1\n", "[a]\nl\\x3d[$e]=\\s1\n");
         row("desktop: section", "ini:desktop", "m.Desktop Action x%2Ey", "m.Desktop Action z", true,
             "[Desktop Action x.y]\nName[de]=z\n", "[Desktop Action z]\nName[de]=z\n");
+        row("krb5: group", "ini:krb5", "m.r.A%2EB", "m.r.C", true, "[r]\n  A.B = { \n   k = \"v\"\n  }\n",
+            "[r]\n  C = { \n   k = \"v\"\n  }\n");
+        row("krb5: move", "ini:krb5", "m.r.A.B", "m.s.C", true,
+            "[r]\n  A = {\n    # of B\n    B = {\n      k = \"v\"\n    }\n    l = 1\n  }\n[s]\n  x = 1\n",
+            "[r]\n  A = {\n    l = 1\n  }\n[s]\n  x = 1\n  # of B\n  C = {\n    k = \"v\"\n  }\n");
         row("properties: group", "txt:properties", "m.a b", "m.c:d", true, "# c\na\\ b.x : \\u0041\\\n  y\n",
             "# c\nc\\:d.x : \\u0041\\\n  y\n");
         row("txt: group", "txt", "m.a.b", "m.a.c", true, "# a.b\na.b.x   = 1\nz=2\na.b.y: 3\na.bx=4\n",

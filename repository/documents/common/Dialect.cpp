@@ -39,6 +39,13 @@ std::size_t findCommentAfter(std::string_view content, const Dialect& dialect, c
     return content.size();
 }
 
+bool isDirective(std::string_view line, std::string_view words)
+{
+    const std::string_view first = line.substr(0, line.find_first_of(" \t"));
+    return first.size() < line.size() &&
+           (' ' + std::string(words) + ' ').find(' ' + std::string(first) + ' ') != std::string::npos;
+}
+
 } // namespace
 
 std::string foldedKey(std::string_view key, Dialect::Keys keys)
@@ -82,6 +89,8 @@ bool isSkipped(std::string_view content, const Dialect& dialect)
     if (begin == content.size())
         return false;
     const bool isOption = dialect.hasKeyMarks && trimBlanks(content) == "[$i]"; // of the whole file
+    if (!dialect.directives.empty() && isDirective(trimBlanks(content), dialect.directives))
+        return true;
     return has(dialect.comments, content[begin]) || has(dialect.skipped, content[begin]) || isOption;
 }
 

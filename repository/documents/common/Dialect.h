@@ -76,6 +76,7 @@ struct Dialect
     std::string_view separators = "="; // the first one counts
     std::string_view comments = "#;";  // begin a line
     std::string_view skipped;          // begin a line that is no entry either
+    std::string_view directives;       // the first word of such a line
     std::string_view commentsAfter;    // begin a comment after a value, outside of quotes
     std::string_view quotes;           // keep those from doing so
     bool quotesRunOn = false;          // to the line that closes them
@@ -83,6 +84,7 @@ struct Dialect
     bool escapesOutsideQuotes = false; // a backslash takes the next character, a quote too, with it
     bool keepsTrailingBlanks = false;  // of values
     bool hasKeyMarks = false;          // key[$e] has options of the key behind it
+    bool hasBraces = false;            // "name = {" and "}" enclose a group; a "*" after a name is an option
     bool blanksSeparate = false;       // a key from its value
     BareKeys bareKeys = BareKeys::Null;
     std::string_view separator = "=";   // of a file that shows none

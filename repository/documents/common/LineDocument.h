@@ -39,6 +39,9 @@ protected:
 
     Outcome reload(std::string bytes, bool isOwn);
 
+    // Of all entries with a value, under the paths that the change gives them; without those that get none.
+    std::uint64_t hashOf(const std::function<std::string(std::string_view)>& change) const;
+
     // Where the path of a node, or as a key the last component of it, is in a statement.
     struct NamePlace
     {
@@ -77,7 +80,6 @@ private:
     };
     std::vector<Part> partsOf(std::uint32_t node) const;
     Outcome renameAll(std::uint32_t node, std::string_view path, std::string_view name);
-    std::uint64_t hashOf(const std::function<std::string(std::string_view)>& change) const;
 
     virtual std::unique_ptr<LineFile> makeFile() const = 0;
 

@@ -60,7 +60,6 @@ std::optional<LineDocument::NamePlace> LineDocument::placeInPath(const Statement
     }
 }
 
-// Of all entries with a value, under the paths that the change gives them; without those that get none.
 std::uint64_t LineDocument::hashOf(const std::function<std::string(std::string_view)>& change) const
 {
     std::uint64_t sum = 0;
@@ -107,9 +106,10 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
         return refused("there is already an entry " + quoted(renamed));
     const std::uint32_t first = index.findSibling(id, 1);
     const bool isNumbered = index.countOfEntries(first) > 1 || index.countOfSections(first) > 1;
-    if (!index.node(id).section && !isNumbered)
+    if (index.node(id).entry != none && !index.node(id).section && !isNumbered)
         return renameAll(id, path, name);
-    // A header may decide how all of the file is read, and later siblings of the same name move up.
+    // What begins a group may decide how all of the file is read, and later siblings of the same name move
+    // up.
     const NumberedPath numbered = numberedPath(path);
     const auto afterwards = [&](std::string_view entry) {
         if (isAtOrBelow(entry, path))

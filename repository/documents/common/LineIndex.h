@@ -71,6 +71,11 @@ public:
     // The node of an unnumbered path, created with all above it if missing. Names are views if the path
     // outlives the index, or else copies.
     std::uint32_t getOrCreate(std::string_view path, bool lasts);
+    // The first node of a name in a group, with a copy of the name.
+    std::uint32_t getOrCreateGroup(std::uint32_t parent, std::string_view name)
+    {
+        return getOrCreateChild(parent, name, 1, false);
+    }
     // The node for the next entry of that name in the group.
     std::uint32_t getOrCreateNext(std::uint32_t parent, std::string_view name, bool lasts);
 

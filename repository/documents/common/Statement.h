@@ -7,12 +7,12 @@
 
 namespace Repository::Documents {
 
-// A statement of a file of lines: a run of trivia (blank and comment lines), the header of a section, or an
-// entry with its type tags and all lines of its value. Together the statements are the file. Offsets count
-// from its beginning.
+// A statement of a file of lines: a run of trivia (blank and comment lines), the header of a section, an
+// entry with its type tags and all lines of its value, or a line that opens or closes a group in braces.
+// Together the statements are the file. Offsets count from its beginning.
 struct Statement
 {
-    enum class Kind : std::uint8_t { Trivia, Header, Entry };
+    enum class Kind : std::uint8_t { Trivia, Header, Entry, Open, Close };
 
     Kind kind = Kind::Trivia;
     bool continued = false;     // the value goes on over further lines
@@ -20,7 +20,7 @@ struct Statement
     std::uint16_t markSize = 0; // of the options of the key that are behind it, as in key[$e]
     Type tag = Type::Group;     // the type that the tag right above names; Group without one
     std::uint32_t begin = 0;    // of its own line; what is above are tags
-    std::uint32_t keyBegin = 0; // key of an entry, name of a section
+    std::uint32_t keyBegin = 0; // key of an entry, name of a section or group
     std::uint32_t keyEnd = 0;
     std::uint32_t valueBegin = 0; // both at the end of the key where there is no separator
     std::uint32_t valueEnd = 0;

@@ -4,6 +4,7 @@
 #include "repository/documents/dialects/DesktopSpelling.h"
 #include "repository/documents/dialects/GitSpelling.h"
 #include "repository/documents/dialects/JoinedSpelling.h"
+#include "repository/documents/dialects/Krb5Spelling.h"
 #include "repository/documents/dialects/MysqlSpelling.h"
 #include "repository/documents/dialects/PhpSpelling.h"
 #include "repository/documents/dialects/PropertiesSpelling.h"
@@ -153,6 +154,19 @@ Dialect editorconfig()
     row.keys = Keys::IgnoreCase;
     row.separator = " = ";
     row.spelling = &plainSpelling;
+    return row;
+}
+
+Dialect krb5()
+{
+    Dialect row = named("ini", "krb5", "a Kerberos profile");
+    row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini";
+    row.firstSections = "libdefaults|realms|domain_realm|kdcdefaults|dbmodules";
+    row.directives = "include includedir module";
+    row.hasBraces = true;
+    row.separator = " = ";
+    row.indent = "    ";
+    row.spelling = &krb5Spelling;
     return row;
 }
 
@@ -309,9 +323,9 @@ bool hasName(const Dialect& row, std::string_view path)
 
 const std::vector<Dialect>& getDialects()
 {
-    static const std::vector<Dialect> rows{git(),          desktop(),    systemd(), kde(),
-                                           samba(),        mysql(),      php(),     python(),
-                                           editorconfig(), properties(), generic(), genericTxt()};
+    static const std::vector<Dialect> rows{git(),        desktop(), systemd(),   kde(),          samba(),
+                                           mysql(),      php(),     python(),    editorconfig(), krb5(),
+                                           properties(), generic(), genericTxt()};
     return rows;
 }
 

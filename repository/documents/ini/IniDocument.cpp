@@ -1,6 +1,8 @@
 #include "repository/documents/ini/IniDocument.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/ini/IniBraces.h"
 #include "repository/documents/ini/IniInsertion.h"
 #include "repository/documents/ini/IniRemoval.h"
 #include "repository/documents/ini/IniSections.h"
@@ -20,8 +22,18 @@ std::uint32_t onlyBeginOf(const LineNode& node)
 
 } // namespace
 
+// Whether a node is an entry of a section itself, and no group in braces has its name.
+bool IniDocument::isOfSection(std::uint32_t node) const
+{
+    const LineNode& entry = file->index.node(node);
+    return entry.entry != none && !entry.section && file->index.node(entry.parent).section &&
+           IniBraces(getFile()).linesOf(node).empty();
+}
+
 Outcome IniDocument::insert(std::string_view path, const Value& value)
 {
+    if (IniBraces::holds(path, value, dialect))
+        return editBraces(path, [&](IniBraces& braces) { return braces.insert(path, value); });
     return IniInsertion(getFile()).insert(path, value);
 }
 
@@ -30,6 +42,9 @@ Outcome IniDocument::remove(std::string_view path)
     const std::uint32_t node = file->index.find(path);
     if (node == none || node == LineIndex::root)
         return refused(node == none ? "no such entry" : "the root of a file is not removed");
+    if (dialect.hasBraces && !isOfSection(node))
+        return editBraces(path,
+                          [&](IniBraces& braces) { return braces.remove(piecesOf(file->index.find(path))); });
     const LineNode& removed = file->index.node(node);
     const bool sectionsMove =
         removed.hasHeader() && removed.number < file->index.countOfSections(file->index.findSibling(node, 1));
@@ -55,6 +70,8 @@ SiblingPlace IniDocument::placeOf(std::string_view path) const
     const std::uint32_t above = pieces[begin].above;
     if (above == none)
         return {Kind::First, {}};
+    if (!index.node(node.parent).section)
+        return {};
     const LineSection& group = *index.node(node.parent).section;
     if (above == group.header) {
         const bool isFirst = group.deeper == (node.section ? 1 : 0);
@@ -87,8 +104,13 @@ std::vector<std::uint32_t> IniDocument::piecesOf(std::uint32_t node) const
     const LinePieces& pieces = file->pieces;
     std::vector<std::uint32_t> found;
     const std::uint32_t entry = index.node(node).entry;
-    if (!index.node(node).section)
-        return entry == none ? found : std::vector<std::uint32_t>{entry};
+    if (!index.node(node).section) {
+        if (entry != none)
+            found.push_back(entry);
+        const std::vector<std::uint32_t> lines = IniBraces(getFile()).linesOf(node);
+        found.insert(found.end(), lines.begin(), lines.end());
+        return found;
+    }
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
         if (piece == entry)
             found.push_back(piece);
@@ -107,7 +129,8 @@ std::optional<LineDocument::NamePlace> IniDocument::nameIn(std::uint32_t node, s
 {
     const Statement& line = file->pieces[piece].line;
     if (!line.isHeader()) {
-        const bool isOwn = file->pieces[piece].node == node;
+        const bool isNamed = line.isEntry() || line.kind == Statement::Kind::Open;
+        const bool isOwn = isNamed && file->pieces[piece].node == node;
         return isOwn ? std::optional(NamePlace{line.keyBegin, line.keyBegin, line.keyEnd}) : std::nullopt;
     }
     if (dialect.sections == Dialect::Sections::Nested)
@@ -154,6 +177,29 @@ std::optional<Outcome> IniDocument::rename(std::string_view path, std::string_vi
         return refused(file->getDialect().fileNoun() + " has " + quoted(same) +
                        " there, which its program takes for the same key");
     return LineDocument::rename(path, name);
+}
+
+// An edit that is made in the lines alone; it may change no other entry.
+Outcome IniDocument::editBraces(std::string_view path, const std::function<Outcome(IniBraces&)>& edit)
+{
+    const auto ofOthers = [path](std::string_view entry) {
+        return startsWith(entry, path) && (entry.size() == path.size() || entry[path.size()] == '.')
+                   ? std::string()
+                   : std::string(entry);
+    };
+    const std::uint64_t others = hashOf(ofOthers);
+    std::unique_ptr<LineFile> before = makeFile();
+    before->load(getBytes(), true);
+    before.swap(file);
+    IniBraces braces(getFile());
+    Outcome outcome = edit(braces);
+    if (outcome.ok())
+        outcome = reload(getBytes(), true);
+    if (outcome.ok() && hashOf(ofOthers) != others)
+        outcome = refused(file->getDialect().fileNoun() + " would read other entries otherwise");
+    if (!outcome.ok())
+        file = std::move(before);
+    return outcome;
 }
 
 // The excerpt of a section begins its name with a header.

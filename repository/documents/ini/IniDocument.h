@@ -3,6 +3,7 @@
 #include "repository/documents/common/LineDocument.h"
 #include "repository/documents/ini/IniFile.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace Repository::Documents {
+
+class IniBraces;
 
 // An ini file of a dialect. The name of a section gives the path of its entries; keys before the first
 // section are at the root. The second key of one name in a section is key[2], the second section name[2]. A
@@ -47,7 +50,11 @@ private:
     Value placeholderOf(const Excerpt& excerpt) const override;
     std::uint32_t pieceOf(std::string_view path, const Value& placeholder) const override;
 
-    IniFile& getFile() { return static_cast<IniFile&>(*file); }
+    bool isOfSection(std::uint32_t node) const;
+    Outcome editBraces(std::string_view path, const std::function<Outcome(IniBraces&)>& edit);
+
+    // The document does not change by it.
+    IniFile& getFile() const { return static_cast<IniFile&>(*file); }
 
     const Dialect& dialect;
 };

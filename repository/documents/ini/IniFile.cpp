@@ -71,6 +71,8 @@ Outcome IniFile::readStatements(bool isOwn)
             outcome = takeUpHeader(piece, section);
         else if (line->isEntry())
             takeUpEntry(piece, section);
+        else if (line->kind != Statement::Kind::Trivia)
+            outcome = takeUpBrace(piece, section);
         else if (style.comment == '\0')
             style.comment = commentOf(line->text);
         if (!outcome.ok())
@@ -96,6 +98,28 @@ Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
     pieces[piece].node = section;
     LineSection& found = *index.node(section).section;
     found.header = found.last = piece;
+    groups.clear();
+    return {};
+}
+
+Outcome IniFile::takeUpBrace(std::uint32_t piece, std::uint32_t section)
+{
+    const Statement& line = pieces[piece].line;
+    if (section == LineIndex::root)
+        return failAt(line.lines().data(), "a group in braces is in a section, and none has begun yet");
+    index.node(section).section->last = piece;
+    const std::uint32_t around = groups.empty() ? section : groups.back();
+    if (line.kind == Statement::Kind::Close) {
+        pieces[piece].node = around;
+        if (!groups.empty())
+            groups.pop_back();
+        return {};
+    }
+    if (groups.size() == deepestIniSection)
+        return failAt(line.key().data(),
+                      "groups lie in each other more than " + std::to_string(deepestIniSection) + " deep");
+    groups.push_back(index.getOrCreateGroup(around, encodeKey(line.key())));
+    pieces[piece].node = groups.back();
     return {};
 }
 
@@ -118,9 +142,10 @@ void IniFile::takeUpEntry(std::uint32_t piece, std::uint32_t section)
     std::string meant;
     if (dialect.spelling && dialect.spelling->readKey && key.find('\\') != std::string_view::npos)
         key = meant = dialect.spelling->readKey(key);
+    const std::uint32_t group = groups.empty() ? section : groups.back();
     const std::uint32_t node = isPlainKey(key) && meant.empty()
-                                   ? index.getOrCreateNext(section, key, true)
-                                   : index.getOrCreateNext(section, encodeKey(key), false);
+                                   ? index.getOrCreateNext(group, key, true)
+                                   : index.getOrCreateNext(group, encodeKey(key), false);
     pieces[piece].node = node;
     index.node(node).entry = index.node(section).section->last = piece;
     learnStyle(pieces[piece].line);

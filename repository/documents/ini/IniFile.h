@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -39,11 +40,13 @@ public:
 
 private:
     const IniDialect lineDialect;
-    std::string openQuotes; // of values that would run on until they are closed
+    std::string openQuotes;            // of values that would run on until they are closed
+    std::vector<std::uint32_t> groups; // in braces that are open while the text is read
 
     Outcome readStatements(bool isOwn) override;
     Outcome takeUpHeader(std::uint32_t piece, std::uint32_t& section);
     void takeUpEntry(std::uint32_t piece, std::uint32_t section);
+    Outcome takeUpBrace(std::uint32_t piece, std::uint32_t section);
     void learnStyle(const Statement& entry);
     char openQuoteOf(const Statement& entry) const;
     Statement scanOwn(std::string_view text) const override;

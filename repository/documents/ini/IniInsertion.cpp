@@ -145,7 +145,8 @@ std::string IniInsertion::entryText(std::string_view given, const Value& value, 
     const Statement sibling = hasSibling ? pieces[above].line : Statement();
     const bool follow =
         sibling.isSeparated() && !sibling.value().empty() && !trimBlanks(sibling.separator()).empty();
-    const std::string indent(hasSibling ? sibling.indent() : std::string_view(file.style.indent));
+    const bool isBelow = above != none && !pieces[above].line.isHeader();
+    const std::string indent(isBelow ? pieces[above].line.indent() : std::string_view(file.style.indent));
     std::string draft = indent;
     draft += key;
     draft += follow ? file.separatorBelow(above, key.size()) : file.style.separator;

@@ -194,6 +194,10 @@ Statement IniScanner::takeEntry(std::size_t begin, const TextLine& first, Type t
         takeMeasured(line, first, indent);
     line.shift(lineBegin - begin);
     line.text = text.substr(begin, position - begin);
+    if (dialect.hasBraces && first.content[indent] == '}')
+        line.kind = Statement::Kind::Close;
+    else if (dialect.hasBraces && line.isSeparated() && line.value() == "{")
+        line.kind = Statement::Kind::Open;
     return line;
 }
 
@@ -202,6 +206,8 @@ void IniScanner::placeKey(Statement& line, std::string_view content, std::size_t
     while (end > line.keyBegin && isBlank(content[end - 1]))
         --end;
     std::string_view key = content.substr(line.keyBegin, end - line.keyBegin);
+    if (dialect.hasBraces && !key.empty() && key.back() == '*')
+        key = trimBlanks(key.substr(0, key.size() - 1));
     while (dialect.hasKeyMarks && !key.empty() && key.back() == ']' && key.rfind("[$") != none &&
            key.find(']', key.rfind("[$")) == key.size() - 1)
         key = key.substr(0, key.rfind("[$"));

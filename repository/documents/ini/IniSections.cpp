@@ -37,7 +37,7 @@ std::size_t findLastBracket(std::string_view content, std::size_t begin, const D
 {
     for (std::size_t close = content.find(']', begin); close != none; close = content.find(']', close + 1)) {
         const std::string_view after = trimBlanks(content.substr(close + 1));
-        if (after.empty() || isSkipped(after, dialect))
+        if (after.empty() || isSkipped(after, dialect) || (dialect.hasBraces && after == "*"))
             return close;
     }
     return none;
