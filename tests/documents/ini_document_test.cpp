@@ -143,7 +143,13 @@ private slots:
             "texts");
         row("half a character", "k=a\n", "k", text("\xED\xA0\x80"),
             "the text holds half a character, which UTF-8 cannot hold");
-        row("bytes that are no text", "k=\xFC\n", "k", {Type::ByteArray, std::string("\xE4")}, "k=\xE4\n");
+        row("latin-1", "k=\xFC ; \xE4\n", "k", text("\xC3\x9F"), "k=\xDF ; \xE4\n");
+        row("latin-1 in a comment", "; \xE4\nk=1\nl=a\n", "l", text("\xC3\x9F"), "; \xE4\nk=1\nl=\xDF\n");
+        row("latin-1 amid utf-8", "k=\xFC\nl=\xC3\xA4\n", "l", text("\xC3\x9F"), "k=\xFC\nl=\xC3\x9F\n");
+        row("what latin-1 lacks", "k=\xFC\n", "k", text("\xC3\xA4\xE2\x82\xAC"),
+            "the file is ISO-8859-1, which has no \"\xE2\x82\xAC\"");
+        row("latin-1 that is utf-8", "k=\xFC\n", "k", text("\xC3\x83\xC2\xA4"),
+            "the file is ISO-8859-1, where these characters would be taken for others in UTF-8");
         row("bytes that are text", "k=\xFC\n", "k", {Type::ByteArray, std::string("a")},
             "no mark above the entry says that it is bytes; remove it and create it as bytes");
         row("folder before an entry", "k=a\nl=1\n", "k", text("C:\\d\\"), "k=C:\\d\\\nl=1\n");

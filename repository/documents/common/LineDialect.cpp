@@ -1,6 +1,7 @@
 #include "repository/documents/common/LineDialect.h"
 
 #include "repository/documents/common/Document.h"
+#include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/NumberStyle.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
@@ -31,6 +32,22 @@ Value bareValue(Dialect::BareKeys meaning)
     default:
         return {Type::Null, {}};
     }
+}
+
+bool writesLatin1(const Statement& entry, const LineStyle& style)
+{
+    return style.isLatin1 || !isUtf8(entry.value());
+}
+
+// Those of the spellings that the character set has.
+std::vector<std::string> inLatin1(const std::vector<std::string>& forms)
+{
+    std::vector<std::string> held;
+    for (const std::string& form : forms) {
+        if (auto bytes = toLatin1(form))
+            held.push_back(std::move(*bytes));
+    }
+    return held;
 }
 
 bool hasLines(const std::string& text, const LineStyle& style)
@@ -72,13 +89,28 @@ Value LineDialect::read(const Statement& entry) const
 {
     if (!entry.isSeparated())
         return bareValue(dialect.bareKeys);
+    if (!isUtf8(entry.value())) {
+        const std::optional<std::string> text = fromLatin1(entry.value());
+        return text ? readAs(entry, *text) : Value{Type::ByteArray, spelledText(entry)};
+    }
     if (dialect.spelling)
         return readSpelling(entry);
-    if (!isUtf8(entry.value()))
-        return {Type::ByteArray, spelledText(entry)};
     if (entry.tag == Type::Group)
         return readPlain(entry);
     return readSpelledValue(entry.tag, spelledText(entry), readPlain(entry));
+}
+
+// The value of an entry with another text for it.
+Value LineDialect::readAs(const Statement& entry, const std::string& value) const
+{
+    const std::string line = '=' + value;
+    Statement other = entry;
+    other.text = line;
+    other.begin = other.keyBegin = other.keyEnd = 0;
+    other.markSize = 0;
+    other.valueBegin = 1;
+    other.valueEnd = static_cast<std::uint32_t>(line.size());
+    return read(other);
 }
 
 Value LineDialect::readSpelling(const Statement& entry) const
@@ -124,7 +156,23 @@ std::vector<std::string> LineDialect::formsOf(const Statement& entry, const Valu
     if (dialect.spelling && !forms.empty() && hasLines(text, style))
         forms.push_back(
             replaceLineFeeds(text, style.lineEnd + std::string(entry.indent()) + style.continuation));
-    return forms;
+    return writesLatin1(entry, style) ? inLatin1(forms) : forms;
+}
+
+std::string LineDialect::explainCharacters(const Statement& entry, const std::string& text,
+                                           const LineStyle& style)
+{
+    if (!isUtf8(text))
+        return "the text holds half a character, which UTF-8 cannot hold";
+    for (std::size_t at = 0; at < text.size() && writesLatin1(entry, style) && !toLatin1(text);) {
+        const std::string_view character = std::string_view(text).substr(at, utf8Length(text.substr(at)));
+        if (utf8CodePoint(character) > 0xFF)
+            return "the file is ISO-8859-1, which has no " + quoted(character);
+        at += character.size();
+    }
+    if (writesLatin1(entry, style) && !toLatin1(text))
+        return "the file is ISO-8859-1, where these characters would be taken for others in UTF-8";
+    return {};
 }
 
 void LineDialect::addGenericForms(std::vector<std::string>& forms, const Statement& entry, const Value& value,

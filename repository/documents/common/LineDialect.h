@@ -21,6 +21,7 @@ struct LineStyle
     char comment = '\0';      // that begins comments; none when there are none
     bool bareKeys = false;    // there are keys without a separator
     bool isKnown = false;     // an entry has shown indent and separator
+    bool isLatin1 = false;    // of its characters beyond ASCII none is UTF-8
 
     void learn(const Statement& entry);
 };
@@ -45,8 +46,8 @@ public:
     std::optional<Statement> scanEntry(std::string&& text) const = delete;
 
     // What a key without separator means, what readSpelledValue gives for a tagged entry, a text where quotes
-    // enclose the whole value, bytes where it is not UTF-8, or else plainValue. A spelling of the dialect
-    // decides on quotes and escapes.
+    // enclose the whole value, or else plainValue. A spelling of the dialect decides on quotes and escapes. A
+    // value that is not UTF-8 is ISO-8859-1.
     Value read(const Statement& entry) const;
 
     // The text of the entry with another value, which read gives back; nothing when there is no such form.
@@ -67,6 +68,10 @@ public:
 protected:
     const Dialect& dialect;
 
+    // Why the file has no place for characters of the text; empty when it has.
+    static std::string explainCharacters(const Statement& entry, const std::string& text,
+                                         const LineStyle& style);
+
     // What of a refusal the line, which gives the value the plain way, makes clear.
     std::string explainReading(const std::string& line, const Value& value) const;
 
@@ -85,6 +90,7 @@ private:
     // Whether some readers go on after the end of the line until a quote is closed.
     virtual bool mayQuotesRunOn() const = 0;
 
+    Value readAs(const Statement& entry, const std::string& value) const;
     Value readSpelling(const Statement& entry) const;
     std::string spelledText(const Statement& entry) const;
     Value readPlain(const Statement& entry) const;

@@ -1,6 +1,7 @@
 #include "repository/documents/common/LineFile.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/TextLine.h"
 
 #include <algorithm>
@@ -19,6 +20,7 @@ Outcome LineFile::load(std::string bytes, bool isOwn)
     original = std::move(bytes);
     const std::string_view text = original;
     style.lineEnd = lineEndOf(text);
+    style.isLatin1 = !isUtf8(text) && isLatin1(text);
     // An entry takes some bytes; a file of blank lines must not make room for as many.
     const std::size_t lines = countLineEnds(text, style.lineEnd.front());
     const std::size_t entries = std::min(lines, text.size() / 8) + 1;

@@ -12,19 +12,6 @@ namespace {
 
 constexpr Escapes escapes{"tnrf\\", "\t\n\r\f\\"};
 
-bool isAscii(std::string_view text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-std::string fromLatin1(std::string_view text)
-{
-    std::string decoded;
-    for (const char c : text)
-        appendUtf8(decoded, static_cast<unsigned char>(c));
-    return decoded;
-}
-
 // The unit of UTF-16 that four hex digits are; nothing for anything else.
 std::optional<std::uint32_t> unitAt(std::string_view digits)
 {
@@ -53,11 +40,9 @@ std::uint32_t takeCharacter(std::string_view spelled, std::size_t& at)
     return 0x10000 + ((*high - 0xD800) << 10) + (*low - 0xDC00);
 }
 
-Spelling::Reading read(std::string_view given)
+Spelling::Reading read(std::string_view spelled)
 {
     Spelling::Reading reading;
-    const std::string decoded = isUtf8(given) ? std::string() : fromLatin1(given);
-    const std::string_view spelled = decoded.empty() ? given : std::string_view(decoded);
     for (std::size_t at = 0; at < spelled.size(); ++at) {
         if (spelled[at] != '\\') {
             reading.text += spelled[at];
@@ -116,7 +101,7 @@ std::string escape(std::string_view text, std::string_view special, bool keepsCh
 
 std::vector<std::string> write(std::string_view text, std::string_view before)
 {
-    const bool keepsCharacters = !isAscii(before) && isUtf8(before);
+    const bool keepsCharacters = !FrameworkCore::Values::isAscii(before) && isUtf8(before);
     std::string spelled = escape(text, {}, keepsCharacters);
     // Blanks before a value, and what would be a second separator, are no part of it.
     if (!text.empty() && std::string_view(" =:").find(text.front()) != std::string_view::npos)

@@ -37,12 +37,13 @@ std::string IniDialect::joinLines(std::string_view lines) const
     return joined.append(pending);
 }
 
-std::string IniDialect::explainRefusal(const Statement&, const Value& value, const LineStyle&) const
+std::string IniDialect::explainRefusal(const Statement& entry, const Value& value,
+                                       const LineStyle& style) const
 {
     const std::string kind(describeType(value.type));
     const std::string text = toText(value);
-    if (!isUtf8(text))
-        return "the text holds half a character, which UTF-8 cannot hold";
+    if (std::string reason = explainCharacters(entry, text, style); !reason.empty())
+        return reason;
     if (text.find('\0') != std::string::npos)
         return "the text holds a NUL character, which no text file has";
     if (value.type == Type::Null)

@@ -25,11 +25,13 @@ bool TxtDialect::runsOn(std::string_view text) const
     return entry && wouldSwallow(*entry, std::string(entry->indent()) + "key = 1", dialect);
 }
 
-std::string TxtDialect::explainRefusal(const Statement& entry, const Value& value, const LineStyle&) const
+std::string TxtDialect::explainRefusal(const Statement& entry, const Value& value,
+                                       const LineStyle& style) const
 {
     const std::string text = toText(value);
-    if (value.type == Type::String && !isUtf8(text))
-        return "the text holds half a character, which UTF-8 cannot hold";
+    if (std::string reason = explainCharacters(entry, text, style);
+        value.type == Type::String && !reason.empty())
+        return reason;
     if (!dialect.spelling && text.find_first_of("\r\n") != std::string::npos)
         return "a value of a txt file ends with its line; the text has line breaks";
     if (text.find('\0') != std::string::npos)
