@@ -2,6 +2,8 @@
 
 #include "repository/documents/common/CharacterSet.h"
 
+#include <algorithm>
+
 namespace Repository::Documents {
 
 namespace {
@@ -140,14 +142,8 @@ std::string TextEncoding::findRefusal(std::string_view text) const
 {
     if (kind == Kind::Utf8 || kind == Kind::Utf8WithByteOrderMark)
         return {};
-    if (kind == Kind::Declared) {
-        const auto failedAt = CharacterSet::fromUtf8(characterSet, text).failedAt;
-        if (!failedAt)
-            return {};
-        const std::size_t length = characterAt(text.substr(*failedAt)).length;
-        return "the file is " + characterSet + ", which has no " +
-               (length ? quoted(text.substr(*failedAt, length)) : "place for bytes that are not characters");
-    }
+    if (kind == Kind::Declared)
+        return findRefusalOfSet(text);
     char32_t before = 0;
     for (std::size_t at = 0; at < text.size();) {
         const Character c = characterAt(text.substr(at));
@@ -157,6 +153,26 @@ std::string TextEncoding::findRefusal(std::string_view text) const
             return "the file is UTF-16, where these two halves would become one character";
         before = c.code;
         at += c.length;
+    }
+    return {};
+}
+
+std::string TextEncoding::findRefusalOfSet(std::string_view text) const
+{
+    const CharacterSet::Conversion bytes = CharacterSet::fromUtf8(characterSet, text);
+    if (bytes.failedAt) {
+        const std::size_t length = characterAt(text.substr(*bytes.failedAt)).length;
+        return "the file is " + characterSet + ", which has no " +
+               (length ? quoted(text.substr(*bytes.failedAt, length))
+                       : "place for bytes that are not characters");
+    }
+    const std::string back = CharacterSet::toUtf8(characterSet, bytes.text).text;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = std::max<std::size_t>(characterAt(text.substr(at)).length, 1);
+        if (std::string_view(back).substr(std::min(at, back.size()), length) != text.substr(at, length))
+            return "the file is " + characterSet + ", from which " + quoted(text.substr(at, length)) +
+                   " would be read back as another character";
+        at += length;
     }
     return {};
 }

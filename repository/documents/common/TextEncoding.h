@@ -49,6 +49,7 @@ public:
 
 private:
     std::string_view byteOrderMark() const;
+    std::string findRefusalOfSet(std::string_view text) const;
 
     Kind kind = Kind::Utf8;
     std::string characterSet; // with Declared

@@ -227,7 +227,8 @@ bool XmlSpelling::canHold(std::string_view text) const
 // A character that needs no escape in its place; one that the encoding lacks becomes a reference.
 void XmlSpelling::appendCharacter(std::string& spelling, std::string_view character) const
 {
-    if (character.size() == 1 || canHold(character))
+    const bool isCertain = character.size() == 1 && encoding.getKind() != TextEncoding::Kind::Declared;
+    if (isCertain || canHold(character))
         spelling += character;
     else
         spelling += reference(utf8CodePoint(character));
