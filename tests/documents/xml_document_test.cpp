@@ -231,8 +231,14 @@ private slots:
         row("beyond Latin-1", "<?xml version='1.0' encoding='latin1'?><r>x</r>",
             set("r", text("\xC3\xA9\xE2\x82\xAC")),
             "<?xml version='1.0' encoding='latin1'?><r>\xE9&#8364;</r>");
+        row("what would come back as another character",
+            "<?xml version='1.0' encoding='Shift_JIS'?><r><a>x</a><!-- \x5C --></r>",
+            set("r.a", text("a\\\xC2\xA5")),
+            "<?xml version='1.0' encoding='Shift_JIS'?><r><a>a&#92;\x5C</a><!-- \x5C --></r>");
         row("beyond ASCII", "<?xml version='1.0' encoding='US-ASCII'?><r>x</r>", set("r", text("\xC3\xA9")),
             "<?xml version='1.0' encoding='US-ASCII'?><r>&#233;</r>");
+        row("opened in lines", "<r>\n <a\n  k='1'\n />\n</r>", insert("r.a.b", integer(1)),
+            "<r>\n <a\n  k='1'\n >\n  <b>1</b>\n </a>\n</r>");
         row("text", "<r>a <b/> c </r>", set("r.#text[2]", text("d")), "<r>a <b/> d </r>");
 
         row("blanks that count", "<r xml:space='preserve'><a> x </a></r>", set("r.a", text("y ")),

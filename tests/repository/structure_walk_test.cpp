@@ -154,12 +154,15 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QByteArray, text);
         mountedType = type;
+        ownName = file.section(QLatin1Char('/'), -1).section(QStringLiteral("__"), -1);
         bytes = file.isEmpty() ? text : TestSupport::contentOf(file);
         if (bytes.contains('\0') || !mountText(bytes).ok()) // lines of UTF-16 are not looked at
             return;
         history()->recordThisThread();
         const QStringList all = paths("m.*");
-        const int step = std::max(all.size() / (file.isEmpty() ? 40 : 3), 1);
+        const int places =
+            std::max(file.isEmpty() ? 40 : 3, qEnvironmentVariableIntValue("VANTRY_WALK_PLACES"));
+        const int step = std::max(all.size() / places, 1);
         for (int i = step / 2; i < all.size(); i += step) {
             // Also groups, which begin between the attributes.
             const QString path = i % 2 == 0 || above(all[i]) == QLatin1String("m") ? all[i] : above(all[i]);
@@ -207,6 +210,9 @@ private slots:
             "    <?p i?>\n    <c><![CDATA[ c ]]></c>\n  </b> <!-- after b -->\n</r>\n");
         row("xml: mixed", "xml", "m.r.p", "m.r.q", false, "<r>\n  <p>One <i>two</i>\n  three</p>\n</r>\n",
             "<r>\n  <p>One <i>two</i>\n  three</p>\n  <q>One <i>two</i>\n  three</q>\n</r>\n");
+        row("xml: move with comments into mixed content", "xml", "m.r.a.b", "m.r.b", true,
+            "<r>t\n <a>\n  <!-- of\n b -->\n  <?p\ni?>\n  <b/>\n </a>\n</r>\n",
+            "<r>t\n <a>\n </a>\n<!-- of\n b --><?p\ni?><b/></r>\n");
         row("xml: copy of an attribute", "xml", "m.r.a.@k", "m.r.@k", false, "<r>\n <a k='&#65;&lt;'/>\n</r>",
             "<r k='&#65;&lt;'>\n <a k='&#65;&lt;'/>\n</r>");
         row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
@@ -253,6 +259,7 @@ private slots:
         QFETCH(bool, isMove);
         QFETCH(QByteArray, before);
         mountedType = type;
+        ownName.clear();
         QVERIFY(mountText(before));
         history()->recordThisThread();
         const QString dot(QLatin1Char('.'));
@@ -308,7 +315,7 @@ private:
             {QStringLiteral("ini:python"), QStringLiteral("setup.cfg")},
             {QStringLiteral("ini:editorconfig"), QStringLiteral(".editorconfig")},
             {QStringLiteral("txt:properties"), QStringLiteral("m.properties")}};
-        return names.value(mountedType, QStringLiteral("m.") + kind);
+        return names.value(mountedType, ownName.isEmpty() ? QStringLiteral("m.") + kind : ownName);
     }
 
     Outcome mountText(const QByteArray& content)
@@ -405,7 +412,7 @@ private:
         if (exists(to) || !done("move", move(path, to)))
             return;
         keepsComments("a move");
-        check(lost(without(name, bytes), without(name, after)), name, "a move");
+        check(lost(without(name, bytes), without(name, after)), linesOf(after), name, "a move");
         undo("move");
     }
 
@@ -415,7 +422,7 @@ private:
         if (!isPlain(name) || !done("copy", copy(path, path + QStringLiteral("Copy"))))
             return;
         keepsComments("a copy");
-        check(lost(bytes, after), {}, "a copy");
+        check(lost(bytes, after), linesOf(after), {}, "a copy");
         undo("copy");
     }
 
@@ -424,7 +431,7 @@ private:
         if (!done("insert", create(above(path) + QStringLiteral(".inserted1"), 5)))
             return;
         keepsComments("an insertion");
-        check(lost(bytes, after), {}, "an insertion");
+        check(lost(bytes, after), linesOf(after), {}, "an insertion");
         undo("insert");
     }
 
@@ -432,24 +439,33 @@ private:
     {
         if (!done("remove", remove(path)))
             return;
-        QStringList others;
-        const QString before = QString::fromUtf8(without(lastOf(path), bytes));
-        for (const QString& line : lost(without(lastOf(path), after), before.toUtf8())) {
-            if (!before.contains(line)) // what shared a line with it
-                others += line;
-        }
-        check(others, {}, "a removal");
+        const QByteArray before = without(lastOf(path), bytes);
+        check(lost(without(lastOf(path), after), before), linesOf(before), {}, "a removal");
         undo("remove");
     }
 
-    // Only lines with the name may be other ones; and that of a group which is opened or closed on it, or of
-    // a text that becomes one with another.
-    void check(const QStringList& changed, const QString& name, const char* what)
+    // Whether a line is left when something between two places is taken out of the others.
+    static bool isCutOf(const QString& line, const QStringList& others)
+    {
+        int most = -1; // of its characters that begin a line
+        for (const QString& other : others) {
+            const auto ends = std::mismatch(line.begin(), line.end(), other.begin(), other.end());
+            most = std::max(most, int(ends.first - line.begin()));
+            const int least = line.size() - most;
+            if (least <= other.size() && other.endsWith(line.right(least)))
+                return true;
+        }
+        return false;
+    }
+
+    // Only lines with the name may be other ones; and those that shared a line with it, and that of a group
+    // which is opened or closed on it.
+    void check(const QStringList& changed, const QStringList& present, const QString& name, const char* what)
     {
         static const QString ends = QStringLiteral("{}[]/>");
         int others = 0;
         for (const QString& line : changed) {
-            const bool isNamed = !name.isEmpty() && line.contains(name);
+            const bool isNamed = (!name.isEmpty() && line.contains(name)) || isCutOf(line, present);
             others += isNamed ? 0 : 1;
             if (!isNamed && (others > 2 || !std::any_of(line.begin(), line.end(),
                                                         [](QChar c) { return ends.contains(c); })))
@@ -460,6 +476,7 @@ private:
 
     QString mountedType;
     QString kind; // its format
+    QString ownName;
     QByteArray bytes;
     QByteArray after;
     QMap<QString, QPair<int, int>> counts;

@@ -6,6 +6,7 @@
 #include "repository/documents/xml/XmlWriter.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace Repository::Documents {
@@ -111,6 +112,23 @@ private:
     Excerpt& excerpt;
 };
 
+// Comments and processing instructions without what sets them off from each other.
+std::string withoutLineEndsBetween(std::string_view comments)
+{
+    std::string joined;
+    for (std::size_t at = 0; at < comments.size();) {
+        const std::size_t begin = std::min(comments.find('<', at), comments.size());
+        std::copy_if(comments.begin() + std::ptrdiff_t(at), comments.begin() + std::ptrdiff_t(begin),
+                     std::back_inserter(joined), [](char c) { return c != '\r' && c != '\n'; });
+        if (begin == comments.size())
+            break;
+        const std::string_view close = startsWith(comments.substr(begin), "<?") ? "?>" : "-->";
+        at = std::min(comments.find(close, begin), comments.size() - close.size()) + close.size();
+        joined += comments.substr(begin, at - begin);
+    }
+    return joined;
+}
+
 } // namespace
 
 std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_view name)
@@ -193,8 +211,7 @@ std::optional<std::string> XmlSubtrees::insertInText(std::string_view path, cons
     std::string above = indentedLines(excerpt.above, excerpt.indentation, indent);
     const bool hasLine = layout.beginsLine(id) || tree.getRoot() == id;
     if (!hasLine)
-        above.erase(std::remove_if(above.begin(), above.end(), [](char c) { return c == '\r' || c == '\n'; }),
-                    above.end());
+        above = withoutLineEndsBetween(above);
     else if (!above.empty())
         above = above.substr(startsWith(above, indent) ? indent.size() : 0) + indent;
     std::string text = above + excerptText(excerpt, step->name, indent) + excerpt.after;

@@ -249,8 +249,9 @@ void XmlValues::open(NodeId element)
     if (!closesItself(tagEnd))
         return;
     std::string opened(tagEnd.substr(0, tagEnd.size() - selfClosing.size()));
-    while (!opened.empty() && isXmlBlank(opened.back()))
-        opened.pop_back();
+    const std::size_t blanks = opened.find_last_not_of(" \t\r\n") + 1;
+    if (opened.find_first_of("\r\n", blanks) == std::string::npos) // it has no line of its own
+        opened.resize(blanks);
     tree.setText(element, XmlPart::TagEnd, opened + '>');
     tree.setText(element, XmlPart::Closing,
                  "</" + std::string(tree.getNames().nameOf(tree.node(element).name)) + '>');
