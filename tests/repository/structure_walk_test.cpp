@@ -155,9 +155,13 @@ private slots:
         QFETCH(QByteArray, text);
         mountedType = type;
         ownName = file.section(QLatin1Char('/'), -1).section(QStringLiteral("__"), -1);
+        ownName = ownName.contains(QLatin1Char('.')) ? ownName : QString();
         bytes = file.isEmpty() ? text : TestSupport::contentOf(file);
         if (bytes.contains('\0') || !mountText(bytes).ok()) // lines of UTF-16 are not looked at
             return;
+        QVERIFY(mountFile(type, "n", put(QStringLiteral("n-") + fileName(), {})));
+        const QString other = QLatin1String(kind == QLatin1String("json") ? "xml" : "json");
+        QVERIFY(mountFile(other, "o", put(QStringLiteral("o.") + other, {})));
         history()->recordThisThread();
         const QStringList all = paths("m.*");
         const int places =
@@ -169,6 +173,9 @@ private slots:
             rename(path);
             moveUp(path);
             copyBeside(path);
+            copyAcross("copy to a file", path, QStringLiteral("n"));
+            copyAcross("copy to a format", path, QStringLiteral("o"));
+            importBeside(path);
             insertBeside(path);
             removeThere(path);
             if (QTest::currentTestFailed()) {
@@ -212,7 +219,7 @@ private slots:
             "<r>\n  <p>One <i>two</i>\n  three</p>\n  <q>One <i>two</i>\n  three</q>\n</r>\n");
         row("xml: move with comments into mixed content", "xml", "m.r.a.b", "m.r.b", true,
             "<r>t\n <a>\n  <!-- of\n b -->\n  <?p\ni?>\n  <b/>\n </a>\n</r>\n",
-            "<r>t\n <a>\n </a>\n<!-- of\n b --><?p\ni?><b/></r>\n");
+            "<r>t\n <a>\n </a><!-- of\n b --><?p\ni?><b/>\n</r>\n");
         row("xml: copy of an attribute", "xml", "m.r.a.@k", "m.r.@k", false, "<r>\n <a k='&#65;&lt;'/>\n</r>",
             "<r k='&#65;&lt;'>\n <a k='&#65;&lt;'/>\n</r>");
         row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
@@ -424,6 +431,38 @@ private:
         keepsComments("a copy");
         check(lost(bytes, after), linesOf(after), {}, "a copy");
         undo("copy");
+    }
+
+    // What is copied is the same there, here nothing changes, and undo leaves nothing of it.
+    void copyAcross(const char* what, const QString& path, const QString& target)
+    {
+        const QString to = target + QLatin1Char('.') + lastOf(path);
+        if (!done(what, copy(path, to)))
+            return;
+        QCOMPARE(after, bytes);
+        QCOMPARE(read(to), read(path));
+        QCOMPARE(content(to + QLatin1Char('.')), content(path + QLatin1Char('.')));
+        QVERIFY(history()->undo());
+        QCOMPARE(tree()->getChildNames(target), QStringList());
+    }
+
+    // What was exported of a group is imported as another one.
+    void importBeside(const QString& path)
+    {
+        const QString to = above(path) + QStringLiteral(".imported1");
+        QByteArray text;
+        const bool isGroup = paths(path).isEmpty() && !paths(path + QStringLiteral(".*")).isEmpty();
+        if (!isGroup || !transfer()->exportTree(path, mountedType, text).ok() ||
+            !done("import", import(to, mountedType, text)))
+            return;
+        keepsComments("an import");
+        check(lost(bytes, after), linesOf(after), {}, "an import");
+        const QString inside = to + QLatin1Char('.') + lastOf(path).section(QLatin1Char('['), 0, 0);
+        const QString top = kind == QLatin1String("xml") ? inside : to; // whose root element is the group
+        if (content(top + QLatin1Char('.')) != content(path + QLatin1Char('.')))
+            QTest::qVerify(false, "import", qPrintable(path + QLatin1String(" is another there")), __FILE__,
+                           __LINE__);
+        undo("import");
     }
 
     void insertBeside(const QString& path)
