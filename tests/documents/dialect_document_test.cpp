@@ -44,6 +44,11 @@ private slots:
             "m = {}|m.skip = null|m.d = 1");
         row("ini:kde", "options", "[$i]\n[A][B.C][$i]\nk[$e]=$HOME\nl[de][$ie]=x\nm[$d]\nn\\x3do=1\n",
             "A = {}|A.B%2EC = {}|A.B%2EC.k = '$HOME'|A.B%2EC.l[de] = 'x'|A.B%2EC.m = null|A.B%2EC.n=o = 1");
+        row("ini:krb5", "directives",
+            "include /a=b\n[plugins]\n\tmodule = m\nmodule=n\nmodule = o\n includedir c\n",
+            "plugins = {}|plugins.module = 'm'|plugins.module[2] = 'n'|plugins.module[3] = "
+            "'o'|plugins.includedir c = "
+            "null");
         row("ini:samba", "colons", "[g]\nidmap config * : backend = tdb\n",
             "g = {}|g.idmap config %2A : backend = 'tdb'");
         row("ini:desktop", "sections", "[Desktop Action x.y]\nName[de]=z\n",

@@ -194,11 +194,16 @@ private slots:
             "# c\n[libdefaults]\n\tdefault_realm = A.B  \n ; c\n v = {\n  host = {\n   a = b # d\n  }\n  k = "
             "\" x\\\"\\n\\q\"\n }\n  w = it's \"q\"\n[realms]\n  A.B = {\n    kdc = a:88\n    kdc = b\n  }\n "
             " C = "
-            "{\n    kdc* = c\n  }\n  A.B = {\n    kdc = d\n  }\n[domain_realm]\n  .a.b = A.B\n");
+            "{\n    kdc* = c\n  }\n  A.B = {\n    kdc = d\n  }\n[domain_realm]\n  .a.b = A.B\n[plugins]\nc = "
+            "{\nmodule = m\n}\n");
         row("php lines", "ini:php", "own", "a = \"k\nl\" ; c\nb = 'm;\nn'\n[s]\nc = 1\n");
         row("php", "ini:php", "own",
             "[s]\na = \"x;y\"\nb = 'x;y' ; c\nc = \"a\\\"b\\\\\" ; c\nd = On\ne = E_ALL & ~E_NOTICE\nf=5;c\n"
             "g = \"C:\\dir\\new\"\nh[] = 1\nh[] = 2\ni.j = \"k l\"\nm = #n\n");
+        row("python indented", "ini:python", "own",
+            "[A b]\nspaces in keys=x y\nyou can: z\n\n[M]\nchorus: one\n    two\n\n[N]\nempty =\n\n    [I]\n "
+            "       k = "
+            "True\n        m = are\n            fine\n        # c\n      n=1\n");
         row("python", "ini:python", "own",
             "[s]\na = 1\n  b = 2\n# c\n\n  d\ne: f # g\nh=\n\ti\n\tj ; k\nL = m:n=o\np : q\n[t.u]\nv = "
             "%(a)s\n");

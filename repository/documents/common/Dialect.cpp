@@ -39,10 +39,12 @@ std::size_t findCommentAfter(std::string_view content, const Dialect& dialect, c
     return content.size();
 }
 
-bool isDirective(std::string_view line, std::string_view words)
+// A line that begins with one of the words, which is no key.
+bool isDirective(std::string_view content, std::string_view words)
 {
-    const std::string_view first = line.substr(0, line.find_first_of(" \t"));
-    return first.size() < line.size() &&
+    const std::string_view first = content.substr(0, content.find_first_of(" \t"));
+    const std::string_view rest = trimBlanks(content.substr(first.size()));
+    return !rest.empty() && rest.front() != '=' &&
            (' ' + std::string(words) + ' ').find(' ' + std::string(first) + ' ') != std::string::npos;
 }
 
@@ -89,7 +91,7 @@ bool isSkipped(std::string_view content, const Dialect& dialect)
     if (begin == content.size())
         return false;
     const bool isOption = dialect.hasKeyMarks && trimBlanks(content) == "[$i]"; // of the whole file
-    if (!dialect.directives.empty() && isDirective(trimBlanks(content), dialect.directives))
+    if (!dialect.directives.empty() && isDirective(content, dialect.directives))
         return true;
     return has(dialect.comments, content[begin]) || has(dialect.skipped, content[begin]) || isOption;
 }
