@@ -134,13 +134,10 @@ private slots:
             "an ini file would read \"true\" back as true or false, not as a text");
         row("blanks", "k=a\n", "k", text(" x "), "an ini file would read \" x \" back as \"x\"");
         row("comment", "k=a\n", "k", text("x # y"), "an ini file would read \"x # y\" back as \"x\"");
-        row("double", "k=a\n", "k", number(1.5),
-            "no mark above the entry says that it is a number; remove it and create it as a number");
+        row("double", "k=a\n", "k", number(1.5), "no mark above the entry says that it is a number");
         row("date", "k=a\n", "k", {Type::Date, std::string("2024-01-02")},
-            "no mark above the entry says that it is a date; remove it and create it as a date");
-        row("list", "k=a\n", "k", list({"a"}),
-            "no mark above the entry says that it is a list of texts; remove it and create it as a list of "
-            "texts");
+            "no mark above the entry says that it is a date");
+        row("list", "k=a\n", "k", list({"a"}), "no mark above the entry says that it is a list of texts");
         row("half a character", "k=a\n", "k", text("\xED\xA0\x80"),
             "the text holds half a character, which UTF-8 cannot hold");
         row("latin-1", "k=\xFC ; \xE4\n", "k", text("\xC3\x9F"), "k=\xDF ; \xE4\n");
@@ -151,7 +148,7 @@ private slots:
         row("latin-1 that is utf-8", "k=\xFC\n", "k", text("\xC3\x83\xC2\xA4"),
             "the file is ISO-8859-1, where these characters would be taken for others in UTF-8");
         row("bytes that are text", "k=\xFC\n", "k", {Type::ByteArray, std::string("a")},
-            "no mark above the entry says that it is bytes; remove it and create it as bytes");
+            "no mark above the entry says that it is bytes");
         row("folder before an entry", "k=a\nl=1\n", "k", text("C:\\d\\"), "k=C:\\d\\\nl=1\n");
         row("folder before a bare key", "k=a\nl\n", "k", text("C:\\d\\"),
             "the line below it would be read as part of the value");
@@ -164,6 +161,18 @@ private slots:
             "[s]\nk = b\n  l = 1\n");
         row("indented value with the only separator", "a = b\n  c: d=e\n", "c", text("f"),
             "with this value the line would belong to the one above it");
+        const Value day{Type::Date, std::string("2024-01-02")};
+        row("a tag that a number does without", "a=1\n; @type date\nk = 2024-01-01 ; c\n", "k", integer(5),
+            "a=1\nk = 5 ; c\n");
+        row("a tag that a text does without", "# @type list\n# @type date\nk=2024-01-01\n", "k", text("soon"),
+            "k=soon\n");
+        row("a tag that names another type", "  ;@type\tdate \n  k=2024-01-01\n", "k", text("5"),
+            "  ;@type\ttext \n  k=5\n");
+        row("a tag of a date", "; @type text\nk=5\n", "k", day, "; @type date\nk=2024-01-02\n");
+        row("a tag of bytes", "; @type text\nk=5\n", "k", {Type::ByteArray, std::string("\xFC")},
+            "; @type bytes\nk=\\xfc\n");
+        row("a tag that keeps lines apart", "a = C: \\\n; @type date\nk = 2024-01-01\n", "k", text("soon"),
+            "without its type tag the line would belong to the one above it");
         row("null", "k=a\n", "k", null(), "an ini entry has a value; this file has no keys without one");
         row("null among bare keys", "k = a # c\nl\n", "k", null(), "k # c\nl\n");
         row("null below a folder", "a=C:\\\nk=1\nl\n", "k", null(),

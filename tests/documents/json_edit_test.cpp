@@ -219,6 +219,9 @@ void addTypeRows(const Row& row)
     row(R"({"a":[1,"2024-02-29"],"$types":{"a.1":"date"}})", removal("a.0"), R"({"a":["2024-02-29"]})");
     row(R"({"a":"soon","$types":{"a":"date"}})", set("a", text("later")),
         R"({"a":"later","$types":{"a":"date"}})");
+    row(R"({"a":"2024-02-29","$types":{"a":"date"}})", set("a", text("2025-01-01")), R"({"a":"2025-01-01"})");
+    row(R"({"a":"2024-02-29","$types":{"x":"date","a":"date"}})",
+        set("a", {Type::Unsigned, std::uint64_t(5)}), R"({"a":5,"$types":{"x":"date","a":"unsigned"}})");
     row(R"({"$types":{"a":"date","b":5}})", set("$types.b", integer(6)), R"({"$types":{"a":"date","b":6}})");
 }
 
@@ -354,7 +357,6 @@ private slots:
         const Value date{Type::Date, std::string("2024-02-29")};
         row("[1]", insert("1", date), "only in a file whose root is an object");
         row(R"({"$types":1})", insert("a", date), "holds something else in this file");
-        row(R"({"a":"2024-02-29","$types":{"a":"date"}})", set("a", text("2025-01-01")), "json would read");
         row(R"({"a":1,"$types":{"a":"date"}})", removal("$types"), "there is no entry");
         row(R"({"a":1})", set("a", {Type::Unsigned, std::uint64_t(5)}), "json would read 5 back as");
         const char* const asTypes = "would be read as the types";

@@ -116,6 +116,10 @@ private slots:
             "# @type date\na=2025-01-02\n");
         row("line breaks below a mark", "# @type text\na=5\n", "a", text(" a\r\n\tb\\\""),
             "# @type text\na=\" a\\r\\n\\tb\\\\\\\"\"\n");
+        const Value day{Type::Date, std::string("2024-01-02")};
+        row("a tag that a bool does without", "# c\n\n# @type date\na: 2024-01-01\n", "a", boolean(true),
+            "# c\n\na: true\n");
+        row("a tag that names another type", "# @type text\na=5\n", "a", day, "# @type date\na=2024-01-02\n");
         row("text like a number", "k=a\n", "k", text("5"),
             "a txt file would read \"5\" back as a whole number, not as a text");
         row("blanks", "k=a\n", "k", text(" x "), "a txt file would read \" x \" back as \"x\"");

@@ -253,6 +253,18 @@ private slots:
             set("r.@a", text("&f; &f; Ac")), "<!DOCTYPE r SYSTEM 'd'><r a='&f; &amp;f; Ac'/>");
         row("number with an exponent", "<?vantry type=\"double\"?><r>1E5</r>", set("r", number(200000)),
             "<?vantry type=\"double\"?><r>2E5</r>");
+        const Value day{Type::Date, std::string("2024-01-02")};
+        row("a tag that a text does without", "<r>\n <?vantry type=\"date\"?>\n <a>2024-01-01</a>\n</r>",
+            set("r.a", text("soon")), "<r>\n <a>soon</a>\n</r>");
+        row("a tag that an attribute does without",
+            "<?vantry type=\"date\"?><?vantry type=\"list\" attribute=\"a\"?><r a='x;y'>2024-01-01</r>",
+            set("r.@a", integer(5)), "<?vantry type=\"date\"?><r a='5'>2024-01-01</r>");
+        row("a tag that names another type", "<r><?vantry type=\"text\"?><a>5</a></r>", set("r.a", day),
+            "<r><?vantry type=\"date\"?><a>2024-01-02</a></r>");
+        row("a tag that gets escapes", "<r><?vantry type=\"date\"?><a>2024-01-01</a></r>",
+            set("r.a", text("\x01")), "<r><?vantry type=\"text\" escapes=\"yes\"?><a>\\x01</a></r>");
+        row("a tag of nothing", "<r><?vantry type=\"date\"?><a>2024-01-01</a></r>", set("r.a", null()),
+            "<r><?vantry type=\"null\"?><a></a></r>");
         row("words stay apart", "<r>one<b/>two</r>", take("r.b"), "<r>one two</r>");
         row("new file", "", insert("r.a.@b", integer(1)),
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>\n  <a b=\"1\"/>\n</r>\n");
@@ -396,7 +408,7 @@ private slots:
                 const auto spelling = document->spell(path);
                 const auto span = document->locate(path);
                 QVERIFY(spelling && span && span->offset + span->length <= after.size());
-                document->set(path, text("other"));
+                QVERIFY(document->respell(path, "other").ok());
                 QVERIFY(document->respell(path, *spelling).ok());
             }
             QCOMPARE(QByteArray::fromStdString(document->getBytes()), QByteArray::fromStdString(after));

@@ -89,8 +89,14 @@ public:
     // In the order of the file, parents before children, each node once.
     virtual void visit(const std::function<void(const Entry&)>& visitor) const = 0;
 
-    // Changes the value of an entry. Its cost does not depend on the size of the document.
+    // Changes the value of an entry. With another type of value a type tag goes where the value is read back
+    // without it, and else names the new type; an entry without a tag gets none. Its cost does not depend on
+    // the size of the document.
     virtual Outcome set(std::string_view path, const Value& value) = 0;
+
+    // Whether the file says of which type an entry is: by its form, as that of quotes, or by a type tag. Any
+    // other type is guessed from the text, and another text may have another.
+    virtual bool namesType(std::string_view path) const = 0;
 
     // Adds an entry and missing groups above it where a person would: after its siblings.
     virtual Outcome insert(std::string_view path, const Value& value) = 0;

@@ -248,6 +248,25 @@ std::optional<std::string> LineDialect::write(const Statement& entry, const Valu
     return onlyAtEnd;
 }
 
+std::optional<std::string> LineDialect::writeRetyped(const Statement& entry, const Value& value,
+                                                     const LineStyle& style) const
+{
+    const std::string retagged = renameTypeTag(entry.tags(), value.type).append(entry.lines());
+    for (const std::string& head : {std::string(entry.lines()), retagged}) {
+        const std::optional<Statement> line = scanEntry(head);
+        // Bytes without a tag would make a file that is no text.
+        const bool isFit = line && (value.type != Type::ByteArray || line->tag == value.type);
+        if (auto text = isFit ? write(*line, value, style) : std::nullopt)
+            return text;
+    }
+    return std::nullopt;
+}
+
+bool LineDialect::namesType(const Statement& entry)
+{
+    return entry.tag != Type::Group || quoteOf(entry) != '\0' || !isUtf8(entry.value());
+}
+
 std::string LineDialect::explainReading(const std::string& line, const Value& value) const
 {
     const std::string text = toText(value);

@@ -55,6 +55,14 @@ public:
     std::optional<std::string> write(const Statement& entry, const Value& value,
                                      const LineStyle& style) const;
 
+    // The same of a tagged entry with a value of another type: without the tag where that will do, or else
+    // with one that names the new type.
+    std::optional<std::string> writeRetyped(const Statement& entry, const Value& value,
+                                            const LineStyle& style) const;
+
+    // Whether a tag or quotes say of which type the value is, or it can only be bytes.
+    static bool namesType(const Statement& entry);
+
     // Why there is no such form, for a person.
     virtual std::string explainRefusal(const Statement& entry, const Value& value,
                                        const LineStyle& style) const = 0;

@@ -31,14 +31,25 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
         return refuseWithoutValue(path);
     const LineDialect& dialect = file->getDialect();
     const LinePiece& piece = file->pieces[entry];
-    if (isSame(dialect.read(piece.line), value))
+    const Value present = dialect.read(piece.line);
+    if (isSame(present, value))
         return {};
     const std::string_view inFile = piece.original();
     const Statement original = inFile.empty() ? piece.line : dialect.scanEntry(inFile).value_or(piece.line);
     if (!inFile.empty() && isSame(dialect.read(original), value))
         return file->replace(entry, inFile);
-    const std::optional<std::string> text = dialect.write(original, value, file->style);
-    return text ? file->replace(entry, *text) : refused(dialect.explainRefusal(original, value, file->style));
+    const Statement& model = original.tag == piece.line.tag ? original : piece.line;
+    const bool isRetyped =
+        model.tag != Type::Group && present.type != Type::Null && present.type != value.type;
+    const std::optional<std::string> text = isRetyped ? dialect.writeRetyped(model, value, file->style)
+                                                      : dialect.write(model, value, file->style);
+    return text ? file->replace(entry, *text) : refused(dialect.explainRefusal(model, value, file->style));
+}
+
+bool LineDocument::namesType(std::string_view path) const
+{
+    const std::uint32_t entry = file->findEntry(path);
+    return entry != none && LineDialect::namesType(file->pieces[entry].line);
 }
 
 std::optional<Span> LineDocument::locate(std::string_view path) const

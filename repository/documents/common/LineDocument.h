@@ -20,6 +20,7 @@ public:
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override { file->visit(visitor); }
     Outcome set(std::string_view path, const Value& value) override;
+    bool namesType(std::string_view path) const override;
     bool removalMovesSiblings(std::string_view path) const override;
     bool removalMovesGroups(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->index.find(path) != none; }

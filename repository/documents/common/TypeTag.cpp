@@ -51,6 +51,13 @@ std::string writeTypeTag(char comment, Type type)
     return std::string(1, comment) + " @type " + std::string(rowOf(type).name);
 }
 
+std::string renameTypeTag(std::string_view tags, Type type)
+{
+    const std::size_t begin = tags.find_first_not_of(blanks, tags.rfind(keyword) + keyword.size());
+    const std::size_t end = std::min(tags.find_first_of(" \t\r\n", begin), tags.size());
+    return std::string(tags.substr(0, begin)).append(rowOf(type).name).append(tags.substr(end));
+}
+
 Value readTaggedValue(Type type, std::string_view text, Value plain)
 {
     auto tagged = readText(text, type);

@@ -22,6 +22,9 @@ bool endsInTypeTag(std::string_view text);
 // Without a line end; comment is ";" or "#".
 std::string writeTypeTag(char comment, Type type);
 
+// Tag lines, of which the last one names another type.
+std::string renameTypeTag(std::string_view tags, Type type);
+
 // The value of a tagged text; plain when the text is not one of that type.
 Value readTaggedValue(Type type, std::string_view text, Value plain);
 

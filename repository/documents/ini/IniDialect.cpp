@@ -40,7 +40,6 @@ std::string IniDialect::joinLines(std::string_view lines) const
 std::string IniDialect::explainRefusal(const Statement& entry, const Value& value,
                                        const LineStyle& style) const
 {
-    const std::string kind(describeType(value.type));
     const std::string text = toText(value);
     if (std::string reason = explainCharacters(entry, text, style); !reason.empty())
         return reason;
@@ -51,7 +50,7 @@ std::string IniDialect::explainRefusal(const Statement& entry, const Value& valu
     if (dialect.spelling && dialect.spelling->explain && !dialect.spelling->explain(text).empty())
         return dialect.spelling->explain(text);
     if (!rowOf(value.type).isPlain)
-        return "no mark above the entry says that it is " + kind + "; remove it and create it as " + kind;
+        return "no mark above the entry says that it is " + describeType(value.type);
     if (text.find_first_of("\r\n") != std::string::npos)
         return (dialect.spelling ? "a value of " + fileNoun() : std::string("a value of this ini file")) +
                " ends with its line; the text has line breaks";

@@ -193,10 +193,12 @@ std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
     const std::uint32_t above = pieces[piece].above;
     const std::uint32_t below = pieces[piece].below;
     const bool turned = line.isSeparated() != pieces[piece].line.isSeparated();
-    const bool mayBelongAbove = above != none && (turned || !line.indent().empty());
+    const bool losesTag = line.tags().empty() && !pieces[piece].line.tags().empty();
+    const bool mayBelongAbove = above != none && (turned || losesTag || !line.indent().empty());
     if (mayBelongAbove && wouldSwallow(pieces[above].line, line, triviaBelow(above), dialect))
-        return turned ? "without a separator the line would belong to the one above it"
-                      : "with this value the line would belong to the one above it";
+        return losesTag ? "without its type tag the line would belong to the one above it"
+               : turned ? "without a separator the line would belong to the one above it"
+                        : "with this value the line would belong to the one above it";
     if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece), dialect))
         return "the line below it would be read as part of the value";
     return line.text == pieces[piece].original() ? std::string() : findClosing(line);

@@ -21,6 +21,14 @@ bool isUnheldNumber(std::string_view spelling)
     return isNumber(spelling) && readNumber(spelling).type == Type::String;
 }
 
+// The type tag of an entry with this value instead of one of the present type; Group for none.
+Type tagWith(const Value& value, Type present, Type former)
+{
+    if (former == Type::Group || present == Type::Null || present == value.type)
+        return former;
+    return holds(toContent(value), Type::Group, value) ? Type::Group : value.type;
+}
+
 } // namespace
 
 Outcome JsonDocument::parse(std::string bytes)
@@ -90,9 +98,11 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         return refused(quoted(path) + " is a group, which has no value of its own");
     if (value.type == Type::Group)
         return refused(quoted(path) + " has a value and cannot become a group");
-    if (isSame(file->read(valueNode, path), value))
+    const Value present = file->read(valueNode, path);
+    if (isSame(present, value))
         return {};
-    const Type tag = file->types.find(path);
+    const Type former = file->types.find(path);
+    const Type tag = tagWith(value, present.type, former);
     JsonContent wanted = tag == Type::Group ? toContent(value) : toTaggedContent(value);
     const auto alike =
         value.type == Type::Double && wanted.kind == JsonKind::Number && wanted.error.empty()
@@ -121,6 +131,8 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
         file->editor.restore(valueNode);
     else
         file->editor.setContent(valueNode, wanted);
+    if (tag != former)
+        file->types.set(path, tag);
     return {};
 }
 

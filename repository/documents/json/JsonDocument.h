@@ -20,6 +20,7 @@ public:
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override;
     Outcome set(std::string_view path, const Value& value) override;
+    bool namesType(std::string_view) const override { return true; }
     Outcome insert(std::string_view path, const Value& value) override;
     Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
                       std::size_t& refused) override;

@@ -29,6 +29,11 @@ std::string nameAfterRemoval(std::string_view component, std::string_view remove
     return later ? joinNumber(sibling.name, sibling.number - 1) : std::string(component);
 }
 
+JsonContent nameOf(Type type)
+{
+    return {JsonKind::Text, encodeString(rowOf(type).name), {}, {}};
+}
+
 } // namespace
 
 void JsonTypes::read()
@@ -110,8 +115,16 @@ void JsonTypes::add(std::string_view path, Type type)
         member = editor.appendMember(tree.getRoot(), typesKey, 1, {});
         editor.keepLast(member);
     }
-    const JsonContent name{JsonKind::Text, encodeString(rowOf(type).name), {}, {}};
-    tags.emplace(path, Tag{type, editor.appendMember(member, path, 1, name)});
+    tags.emplace(path, Tag{type, editor.appendMember(member, path, 1, nameOf(type))});
+}
+
+void JsonTypes::set(std::string_view path, Type type)
+{
+    if (type == Type::Group)
+        return remove(path);
+    Tag& tag = tags.find(path)->second;
+    tag.type = type;
+    editor.setContent(tag.node, nameOf(type));
 }
 
 void JsonTypes::remove(std::string_view path)

@@ -40,6 +40,9 @@ public:
     // The document's root must be an object, and what has this path must have no tag yet.
     void add(std::string_view path, Type type);
 
+    // Names another type in the tag of a path, or takes it out for Group.
+    void set(std::string_view path, Type type);
+
     void remove(std::string_view path);
     void removeBelow(std::string_view path);
 

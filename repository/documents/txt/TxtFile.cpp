@@ -52,6 +52,11 @@ Statement TxtFile::scanOwn(std::string_view text) const
 
 std::string TxtFile::findClash(std::uint32_t piece, const Statement& line) const
 {
+    const std::uint32_t previous = pieces[piece].previous;
+    const bool losesTag = line.tags().empty() && !pieces[piece].line.tags().empty();
+    if (losesTag && previous != none && pieces[previous].line.isEntry() &&
+        wouldSwallow(pieces[previous].line, line.text))
+        return "without its type tag the line would be read as part of the value above";
     const std::uint32_t next = pieces[piece].next;
     const bool swallows = next != none && wouldSwallow(line, pieces[next].line.text, dialect);
     return swallows ? "the line below it would be read as part of the value" : std::string();

@@ -155,8 +155,15 @@ Outcome XmlDocument::setValue(std::string_view path, const Value& value)
     XmlValues::Spelled spelled = file->values.spell(id, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
-    file->values.put(id, std::move(spelled.text));
+    file->editor.change(id, std::move(spelled));
     return {};
+}
+
+bool XmlDocument::namesType(std::string_view path) const
+{
+    Outcome outcome;
+    const NodeId id = findValue(path, outcome);
+    return outcome.ok() && file->values.namesType(id);
 }
 
 SiblingPlace XmlDocument::placeOf(std::string_view path) const

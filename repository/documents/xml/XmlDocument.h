@@ -18,6 +18,7 @@ public:
     Outcome parse(std::string bytes) override;
     void visit(const std::function<void(const Entry&)>& visitor) const override;
     Outcome set(std::string_view path, const Value& value) override;
+    bool namesType(std::string_view path) const override;
     Outcome insert(std::string_view path, const Value& value) override;
     void beginRun() override { file->run.emplace(); }
     Outcome endRun(std::string& refusedPath) override;

@@ -97,6 +97,22 @@ void XmlEditor::give(NodeId id, XmlValues::Spelled value)
     values.put(id, std::move(value.text));
 }
 
+void XmlEditor::change(NodeId id, XmlValues::Spelled value)
+{
+    XmlNode& node = tree.node(id);
+    if (node.isTagged) {
+        const bool isAttribute = node.kind == XmlKind::Attribute;
+        const NodeId element = isAttribute ? node.parent : id;
+        const std::string attribute(isAttribute ? tree.getNames().nameOf(node.name) : std::string_view());
+        node.isTagged = value.tag.has_value();
+        if (value.tag)
+            layout.rewriteTypeTag(element, attribute, *value.tag);
+        else
+            layout.dropTypeTags(element, attribute);
+    }
+    values.put(id, std::move(value.text));
+}
+
 void XmlEditor::respell(NodeId id, std::string_view spelled)
 {
     const XmlKind kind = tree.node(id).kind;

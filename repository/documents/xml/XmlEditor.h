@@ -34,6 +34,9 @@ public:
     // Gives its first value to a node that was appended, or to an element with nothing in it.
     void give(NodeId id, XmlValues::Spelled value);
 
+    // Gives a node that has a value another one; its type tag becomes that of the value.
+    void change(NodeId id, XmlValues::Spelled value);
+
     // Restores a former spelling, with the comments in it that another value had moved after itself.
     void respell(NodeId id, std::string_view spelled);
 

@@ -143,6 +143,20 @@ void XmlLayout::addTypeTag(NodeId element, const std::string& tag)
     tree.setText(element, XmlPart::Leading, std::move(leading));
 }
 
+void XmlLayout::rewriteTypeTag(NodeId element, std::string_view attribute, XmlTypeTag tag)
+{
+    const std::string leading(tree.text(element, XmlPart::Leading));
+    for (const XmlTypeTag& former : readXmlTypeTags(leading)) { // of several the nearest counts
+        if (former.attribute != attribute)
+            continue;
+        tag.attribute = attribute;
+        if (former.type != tag.type || former.escapes != tag.escapes)
+            tree.setText(element, XmlPart::Leading,
+                         leading.substr(0, former.begin) + tag.write() + leading.substr(former.end));
+        return;
+    }
+}
+
 void XmlLayout::dropTypeTags(NodeId element, std::string_view attribute)
 {
     std::string leading(tree.text(element, XmlPart::Leading));

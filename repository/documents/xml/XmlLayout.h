@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/xml/XmlTree.h"
+#include "repository/documents/xml/XmlTypeTag.h"
 
 #include <string>
 #include <string_view>
@@ -20,6 +21,9 @@ public:
 
     // Places a type tag in front of the element; it is in a line of its own if the element begins one.
     void addTypeTag(NodeId element, const std::string& tag);
+
+    // Puts a type tag in the place of the one for an attribute of the element, or for itself.
+    void rewriteTypeTag(NodeId element, std::string_view attribute, XmlTypeTag tag);
 
     // Takes out the type tags for an attribute of the element, or for itself; there may be several.
     void dropTypeTags(NodeId element, std::string_view attribute);

@@ -164,9 +164,31 @@ std::optional<std::string> XmlValues::spellAsText(const Context& context, std::s
                                               : spelling.spellSection(text);
 }
 
+bool XmlValues::namesType(NodeId id) const
+{
+    return tagOf(id) ||
+           (tree.node(id).kind != XmlKind::Attribute && isXmlSection(tree.text(id, XmlPart::Value)));
+}
+
 XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
 {
-    const Context context = contextOf(id);
+    Context context = contextOf(id);
+    const Type present = context.tag ? read(id).type : Type::Group;
+    if (!context.tag || present == Type::Null || present == value.type)
+        return spellIn(context, id, value);
+    const std::string_view attribute = context.tag->attribute;
+    context.tag.reset();
+    context.closesItself = false;
+    Spelled spelled = spellIn(context, id, value);
+    if (spelled.error.empty())
+        return spelled;
+    context.tag = XmlTypeTag{attribute, value.type, !explainUnheldXml(toText(value)).empty()};
+    return spellIn(context, id, value);
+}
+
+// With the tag of the context, whatever the node has.
+XmlValues::Spelled XmlValues::spellIn(const Context& context, NodeId id, const Value& value) const
+{
     std::string text = toText(value);
     if (context.tag && context.tag->escapes)
         text = escaped(text);
@@ -195,7 +217,7 @@ XmlValues::Spelled XmlValues::spell(NodeId id, const Value& value) const
         candidates.push_back(*asText + comments);
     for (const std::string& candidate : candidates) {
         if (isSame(interpret(context, candidate), value))
-            return {candidate, {}, {}};
+            return {candidate, context.tag, {}};
     }
     const bool isNull = value.type == Type::Null;
     const Type loaded = interpret(context, plain).type;

@@ -28,11 +28,15 @@ public:
     // True when it has this very value.
     bool holds(NodeId id, const Value& value) const;
 
+    // Whether a type tag or CDATA says of which type its value is.
+    bool namesType(NodeId id) const;
+
     // How a value is spelled, or why it cannot be.
     struct Spelled
     {
         std::string text;
-        std::optional<XmlTypeTag> tag; // of a new node, when its spelling alone would be read otherwise
+        std::optional<XmlTypeTag>
+            tag; // which the node is to have, when its spelling alone would be read otherwise
         std::string error;
     };
     Spelled spell(NodeId id, const Value& value) const;
@@ -66,6 +70,7 @@ private:
     };
 
     std::optional<XmlTypeTag> tagOf(NodeId id) const;
+    Spelled spellIn(const Context& context, NodeId id, const Value& value) const;
     Context contextOf(NodeId id) const;
     Value interpret(const Context& context, std::string_view spelled) const;
     Value interpretPlain(const Context& context, std::string_view spelled, const std::string& text) const;
