@@ -98,10 +98,9 @@ bool KeptChangesMerge::make(const UnsavedChange& change)
     const auto tree = repository->getTreeInterface();
     if (change.kind == Kind::Removed && tree->getChildCount(path) > 0)
         return false;
-    constexpr int allPoints = 15;
     const auto writer = repository->getWriterInterface();
     const auto outcome = change.kind == Kind::Removed ? tree->removeTree(path)
-                         : isThere(path)              ? writer->write(path, change.after, allPoints)
+                         : isThere(path)              ? writer->retype(path, change.after)
                                                       : writer->create(path, change.after, 3, 3);
     if (!outcome.ok())
         reasons.append(outcome.toText());

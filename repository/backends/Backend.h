@@ -67,6 +67,9 @@ public:
     }
     virtual bool contains(const QString& path) const = 0;
 
+    // See Document.
+    virtual bool namesType(const QString& path) const = 0;
+
     // Whether removing an entry gives others a new path, or another place in the order.
     virtual bool removalMovesOthers(const QString& path) const = 0;
 

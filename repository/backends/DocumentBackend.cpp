@@ -46,6 +46,12 @@ bool DocumentBackend::contains(const QString& path) const
     return content.getDocument().contains(relative(path));
 }
 
+bool DocumentBackend::namesType(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().namesType(relative(path));
+}
+
 bool DocumentBackend::removalMovesOthers(const QString& path) const
 {
     const std::lock_guard lock(mutex);

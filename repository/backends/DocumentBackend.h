@@ -11,6 +11,7 @@ class DocumentBackend : public Backend
 public:
     void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const override;
     bool contains(const QString& path) const override;
+    bool namesType(const QString& path) const override;
     bool removalMovesOthers(const QString& path) const override;
     SiblingPosition positionOf(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;

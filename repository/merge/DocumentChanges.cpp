@@ -106,13 +106,22 @@ private:
             (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
             return;
         const bool holdsValue = before != present.end() && !isGroup(before->second);
-        const Outcome outcome =
+        Outcome outcome =
             holdsValue ? target.set(change.path, change.after) : target.insert(change.path, change.after);
+        if (!outcome.ok() && holdsValue && before->second.type != change.after.type && isAlone(change.path) &&
+            target.remove(change.path).ok())
+            outcome = target.insert(change.path, change.after); // with a type tag, which set never adds
         note(change, outcome);
         // What the spelling adds is looks; without it the value is there all the same.
         const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
         if (spelling)
             target.respell(change.path, *spelling);
+    }
+
+    // Nothing else goes with it, or gets another path.
+    bool isAlone(const std::string& path) const
+    {
+        return !target.removalMovesSiblings(path) && leadingToOthers({path}).empty();
     }
 
     void note(const DocumentChange& change, const Outcome& outcome)

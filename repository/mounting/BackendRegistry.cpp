@@ -24,7 +24,8 @@ namespace {
 class Information : public FrameworkCore::AppConfig::Interfaces::BackendInformationInterface
 {
 public:
-    explicit Information(Backend::Description backendDescription) : description(std::move(backendDescription))
+    explicit Information(const std::shared_ptr<const Backend>& ofBackend)
+        : description(ofBackend->getDescription()), backend(ofBackend)
     {
     }
 
@@ -37,9 +38,15 @@ public:
         return format ? QString::fromStdString(format->explainTypeTag(FrameworkCore::Values::toValue(value)))
                       : QString();
     }
+    bool namesType(const QString& path) const override
+    {
+        const auto open = backend.lock();
+        return !open || open->namesType(path);
+    }
 
 private:
-    Backend::Description description;
+    const Backend::Description description;
+    const std::weak_ptr<const Backend> backend; // which may be closed meanwhile
 };
 
 QString trimSeparators(QString name)
@@ -196,7 +203,7 @@ std::shared_ptr<FrameworkCore::AppConfig::Interfaces::BackendInformationInterfac
 BackendRegistry::getBackendInformation(const QString& name)
 {
     const auto backend = findBackend(*store->getTree(), name);
-    return backend ? std::make_shared<Information>(backend->getDescription()) : nullptr;
+    return backend ? std::make_shared<Information>(backend) : nullptr;
 }
 
 } // namespace Repository

@@ -35,6 +35,11 @@ Outcome AttributeWriter::write(const QString& path, const QVariant& value, int p
     return runForCaller(Outcome::Operation::Change, path, [&] { return writeOne(path, value, points); });
 }
 
+Outcome AttributeWriter::retype(const QString& path, const QVariant& value)
+{
+    return runForCaller(Outcome::Operation::Change, path, [&] { return retypeOne(path, value); });
+}
+
 Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, int option, int access)
 {
     auto attributeValue = FrameworkCore::Values::toAttributeVariant(value);
@@ -130,6 +135,37 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     return {};
 }
 
+Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
+{
+    bool isKnown = false;
+    bool isHidden = false;
+    const auto stepName = [&path] { return QStringLiteral("Write %1").arg(path); };
+    Outcome outcome = store->change(stepName, [&](Transaction& transaction) {
+        Node* const node = transaction.getNodes().find(path);
+        isKnown = node && node->isAttribute();
+        isHidden = isKnown && !node->isReadable();
+        return isKnown ? change(transaction, *node, value) : Outcome();
+    });
+    return isKnown ? Refusals::notSet(std::move(outcome), path, value, isHidden) : refuseUnknown(path, value);
+}
+
+Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value)
+{
+    NodeWriter& nodes = transaction.getNodes();
+    QVariant accepted;
+    Outcome outcome;
+    {
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node.path)).mutex);
+        outcome = acceptRetyped(node, value, accepted);
+    }
+    if (outcome.ok() && node.backend)
+        outcome = Refusals::unfitFor(node, transaction.edit(*node.backend).set(node.path, toValue(accepted)),
+                                     accepted);
+    if (outcome.ok())
+        nodes.setAttribute(node, std::move(accepted), node.getAccess());
+    return outcome;
+}
+
 Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& value)
 {
     AttributeTree& tree = *store->getTree();
@@ -152,7 +188,7 @@ std::optional<Outcome> AttributeWriter::replace(Node& node, const QVariant& valu
     if (node.backend) {
         std::optional<Outcome> stored = node.backend->set(node.path, toValue(accepted));
         if (!stored || !stored->ok())
-            return stored ? Refusals::unfit(*std::move(stored), accepted, !node.isReadable()) : stored;
+            return stored ? Refusals::unfitFor(node, *std::move(stored), accepted) : stored;
     }
     node.value.swap(accepted);
     return outcome;

@@ -24,6 +24,7 @@ public:
     int writeAttributeValue(const QString& path, const QVariant& value, const int& points) override;
     Outcome create(const QString& path, const QVariant& value, int option, int access) override;
     Outcome write(const QString& path, const QVariant& value, int points) override;
+    Outcome retype(const QString& path, const QVariant& value) override;
 
 private:
     // The option of create that writes to an attribute which exists already; any other refuses it.
@@ -31,11 +32,15 @@ private:
 
     Outcome createOne(const QString& path, const QVariant& value, int option, int access);
     Outcome writeOne(const QString& path, const QVariant& value, int points);
+    Outcome retypeOne(const QString& path, const QVariant& value);
     Outcome refuseUnknown(const QString& path, const QVariant& value);
     static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
 
     // The new attribute with its entry, in memory or in the backend that its place belongs to.
     static Outcome insert(Transaction& transaction, const QString& path, QVariant value, AccessMode access);
+
+    // Gives an attribute the value and its type.
+    static Outcome change(Transaction& transaction, Node& node, const QVariant& value);
 
     // Nothing while the node's backend is being edited otherwise.
     static std::optional<Outcome> replace(Node& node, const QVariant& value, QVariant& previous);

@@ -113,6 +113,20 @@ Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
     return outcome;
 }
 
+Outcome Refusals::unfitFor(const Node& node, Outcome outcome, const QVariant& value)
+{
+    outcome = unfit(std::move(outcome), value, !node.isReadable());
+    if (outcome.ok() || !node.isReadable())
+        return outcome;
+    const Documents::Format* const format =
+        Documents::findFormat(node.backend->getDescription().type.toStdString());
+    const auto held = FrameworkCore::Values::toValue(value);
+    if (format && !format->explainTypeTag(held).empty())
+        outcome.advise(QStringLiteral("remove it and create it as ") +
+                       QString::fromStdString(FrameworkCore::Values::describeType(held.type)));
+    return outcome;
+}
+
 Outcome Refusals::notSet(Outcome outcome, const QString& path, const QVariant& value, bool isHidden)
 {
     if (outcome.ok())

@@ -29,6 +29,10 @@ public:
     // shortened when it is long.
     static Outcome unfit(Outcome outcome, const QVariant& value, bool isHidden);
 
+    // The same of an attribute that is there. Where the value would have a type tag as a new one, that is
+    // advised.
+    static Outcome unfitFor(const Node& node, Outcome outcome, const QVariant& value);
+
     // That an attribute was not set to the value, which is left out where it is hidden.
     static Outcome notSet(Outcome outcome, const QString& path, const QVariant& value, bool isHidden);
 };

@@ -18,6 +18,17 @@ Outcome checkValidations(const Validations* validations, const QVariant& value)
     return breach ? Outcome(StatusCode::RefusedByValidation, breach.explain()) : Outcome();
 }
 
+// Nothing was converted where the value is of no type that fits.
+Outcome accept(const Node& node, std::optional<QVariant> converted, QVariant& accepted)
+{
+    if (!converted)
+        return Refusals::noAttributeType();
+    Outcome outcome = checkValidations(node.getValidations(), *converted);
+    if (outcome.ok())
+        accepted = *std::move(converted);
+    return outcome;
+}
+
 } // namespace
 
 Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
@@ -27,13 +38,16 @@ Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
     auto converted = node.value.isValid()
                          ? FrameworkCore::Values::convertVariant(value, node.value.userType())
                          : FrameworkCore::Values::toAttributeVariant(value);
-    if (!converted)
-        return node.value.isValid() ? Refusals::wrongType(value, node.value.userType())
-                                    : Refusals::noAttributeType();
-    Outcome outcome = checkValidations(node.getValidations(), *converted);
-    if (outcome.ok())
-        accepted = *std::move(converted);
-    return outcome;
+    if (!converted && node.value.isValid())
+        return Refusals::wrongType(value, node.value.userType());
+    return accept(node, std::move(converted), accepted);
+}
+
+Outcome acceptRetyped(const Node& node, const QVariant& value, QVariant& accepted)
+{
+    return isWritable(node.getAccess())
+               ? accept(node, FrameworkCore::Values::toAttributeVariant(value), accepted)
+               : Refusals::readOnly(node);
 }
 
 Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* node, const Backend* backend,

@@ -9,6 +9,9 @@ namespace Repository {
 // its validations let that pass. Gives what the attribute would hold. The attribute's lock is held.
 FrameworkCore::AppConfig::Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted);
 
+// The same for a value of any type, which becomes that of the attribute.
+FrameworkCore::AppConfig::Outcome acceptRetyped(const Node& node, const QVariant& value, QVariant& accepted);
+
 // Whether a new attribute may have this value, in that backend, which is null in memory. The node is null
 // where none is there yet. The structure lock is held.
 FrameworkCore::AppConfig::Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* node,

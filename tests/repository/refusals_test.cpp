@@ -75,6 +75,27 @@ private slots:
         writeRow("out of range", "memory.natural", -1,
                  "'memory.natural' was not set to '-1' (a whole number): it holds a whole number from 0 to "
                  "18446744073709551615, which this cannot become without loss");
+        const auto retypeRow = [&row](const char* name, const char* path, const QVariant& value,
+                                      const char* line) {
+            row(name, line, [path, value](RefusalsTest& test) {
+                return test.repository->getWriterInterface()->retype(text(path), value).ok();
+            });
+        };
+        retypeRow("no tag", "rw.host", QDate(2024, 2, 29),
+                  "'rw.host' was not set to '2024-02-29' (a date): no mark above the entry says that it is a "
+                  "date; remove it and create it as a date");
+        retypeRow(
+            "text like a number", "rw.host", text("5"),
+            "'rw.host' was not set to '5' (a text): an ini file would read \"5\" back as a whole number, "
+            "not as a text; remove it and create it as a text");
+        retypeRow(
+            "validation of the new type", "rw.port", text("http"),
+            "'rw.port' was not set to 'http' (a text): the validation 'range(1,1023)' asks for a number "
+            "from 1 to 1023");
+        retypeRow(
+            "another type in a file that is read-only", "ro.port", text("http"),
+            "'ro.port' was not set to 'http' (a text): ~/ro: it is open as read-only; open it for writing "
+            "to change it");
         writeRow("no date", "memory.day", text("29.2.2024"),
                  "'memory.day' was not set to '29.2.2024' (a text): it holds a date as in 2024-12-31, which "
                  "this cannot become without loss");
@@ -113,7 +134,7 @@ private slots:
         writeRow(
             "no form in the file", "rw.host", text("a\nb"),
             "'rw.host' was not set to 'a\\nb' (a text): a value of this ini file ends with its line; the "
-            "text has line breaks");
+            "text has line breaks; remove it and create it as a text");
         writeRow("no form in a file that is write-only", "wo.host", text("sword\nfish"),
                  "'wo.host' was not set: its file has no form for the value at this place");
 

@@ -38,6 +38,15 @@ public:
         const auto status = StatusCode(writeAttributeValue(path, value, points));
         return status == Success ? Outcome() : Outcome(status, QStringLiteral("the log says why"));
     }
+
+    // As write with all points, but the attribute takes the type of the value, which its validations are
+    // asked about, and a type tag in its file follows. Refused where the file cannot hold such a value. A
+    // repository that does not override it keeps the type.
+    virtual Outcome retype(const QString& path, const QVariant& value)
+    {
+        constexpr int allPoints = 15;
+        return write(path, value, allPoints);
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

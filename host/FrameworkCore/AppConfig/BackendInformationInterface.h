@@ -22,6 +22,11 @@ public:
     // How the file tags the type of a new attribute with this value, in words for a person; empty where the
     // value alone shows its type, and where a repository does not give it.
     virtual QString explainTypeTag(const QVariant& /*value*/) const { return {}; }
+
+    // Whether the file says of which type an attribute is: by its format, by quotes or by a type tag. Where
+    // it does not, the type is guessed from the text, and AttributeWriterInterface::retype may change it
+    // freely.
+    virtual bool namesType(const QString& /*path*/) const { return true; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces
