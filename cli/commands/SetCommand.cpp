@@ -9,21 +9,9 @@ namespace CommandLine::Commands {
 
 namespace {
 
-using FrameworkCore::Values::Type;
-
-// The value to write: read as the type that is asked for, or as that of the attribute, so that what "get"
-// prints can be set again.
-std::optional<QVariant> readValue(const QString& text, std::optional<Type> wanted, const QVariant& present,
-                                  QString& reason)
-{
-    if (!wanted && !present.isValid())
-        return TypedText::readPlain(text);
-    return TypedText::read(text, wanted ? *wanted : FrameworkCore::Values::toValue(present).type, reason);
-}
-
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    std::optional<Type> wanted;
+    std::optional<FrameworkCore::Values::Type> wanted;
     if (invocation.has("--type")) {
         wanted = TypedText::typeNamed(invocation.valueOf("--type"));
         if (!wanted)
@@ -41,13 +29,20 @@ ExitCode run(Session& session, const Invocation& invocation)
     auto& repository = session.getRepository();
     QVariant present;
     repository.getReaderInterface()->readAttributeValue(place->path, present, 0);
+    const auto backend = repository.getBackendInterface()->getBackendInformation(place->source->root);
+    const bool isGuessed = !wanted && !backend->namesType(place->path);
+    const bool isPlain = isGuessed || (!wanted && !present.isValid());
+    const QString& text = invocation.arguments.at(2);
+    const auto type = wanted ? *wanted : FrameworkCore::Values::toValue(present).type;
     QString reason;
-    const auto value = readValue(invocation.arguments.at(2), wanted, present, reason);
+    const auto value = isPlain ? TypedText::readPlain(text) : TypedText::read(text, type, reason);
     if (!value)
         return Session::fail(ExitCode::Refused,
                              QStringLiteral("%1: '%2': %3").arg(place->source->given, path, reason));
     constexpr int allPoints = 15;
-    return session.finish(repository.getWriterInterface()->write(place->path, *value, allPoints),
+    const auto writer = repository.getWriterInterface();
+    return session.finish(wanted || isGuessed ? writer->retype(place->path, *value)
+                                              : writer->write(place->path, *value, allPoints),
                           *place->source);
 }
 
@@ -58,12 +53,18 @@ Command set()
     return {
         "set",
         "change the value of an attribute",
-        "VALUE is read as the type that the attribute has, in the form in which \"get\" prints it; the type "
-        "itself stays. Only the bytes of the value change in the file. When another program has changed "
-        "other attributes since the file was read, both changes are in it; when it has changed the same one, "
-        "nothing is written and the exit code is 3. An attribute that is not there is not created.",
+        "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, VALUE "
+        "is read as that type, in the form in which \"get\" prints it, and the type stays. Elsewhere VALUE "
+        "is "
+        "written as it is, and its type is what it looks like: true and false, whole numbers, or else a "
+        "text. "
+        "With --type, the attribute gets that type, if the file can hold it. Only the bytes of the value "
+        "change in the file, and those of its type tag with the type. When another program has changed other "
+        "attributes since the file was read, both changes are in it; when it has changed the same one, "
+        "nothing "
+        "is written and the exit code is 3. An attribute that is not there is not created.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
-        {{"--type", "T", Word::Type, "read VALUE as this type, then convert it without loss"}, dryRunOption},
+        {{"--type", "T", Word::Type, "the type of VALUE, and of the attribute from then on"}, dryRunOption},
         {"vantry set app.ini server.port 8080", "vantry set app.ini log.prefix -- '-> '"},
         run};
 }
