@@ -3,6 +3,8 @@
 #include "desk/common/CellEdit.h"
 #include "desk/log/LogFeed.h"
 #include "desk/log/LogModel.h"
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "repository/common/RepositoryLog.h"
@@ -19,6 +21,7 @@
 namespace Vantry {
 
 using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
 using Shared::Logging::LogLine;
 using Shared::Logging::LogMessageType;
 using Shared::Logging::LogRecord;
@@ -32,18 +35,24 @@ constexpr int longestText = 4000;
 constexpr int shownFor = 8000;   // milliseconds
 constexpr int burstLength = 500; // milliseconds in which failures have one reason
 
-// Why the repository has refused to set the attribute just now; empty when it was not asked.
-QString newestReason(const QString& path)
+// How the repository has refused to set the attribute just now; nothing when it was not asked.
+std::optional<LogLine> newestRefusal(const QString& path)
 {
     constexpr quint64 looked = 20; // lines
     LogRecord& record = LogRecord::instance();
     const quint64 last = record.getLastNumber();
-    QString reason;
+    std::optional<LogLine> refusal;
     for (const LogLine& line : record.getLines(last > looked ? last - looked : 0)) {
         if (line.category == Repository::logCategory() && line.outcome.get().subject == path)
-            reason = line.text;
+            refusal = line;
     }
-    return reason;
+    return refusal;
+}
+
+QString describeContent(const QVariant& value)
+{
+    using namespace FrameworkCore::Values;
+    return QString::fromStdString(describeType(typeOf(value.userType())));
 }
 
 } // namespace
@@ -83,6 +92,8 @@ void FailureHint::setUpButtons(QHBoxLayout& row)
 {
     again = addButton(row, "failureEdit", tr("Edit A&gain"), {});
     connect(again, &QToolButton::clicked, this, &FailureHint::requestEdit);
+    type = addButton(row, "failureType", tr("Change &Type"), {});
+    connect(type, &QToolButton::clicked, this, &FailureHint::changeType);
     copy = addButton(row, "failureCopy", tr("&Copy Entry"), tr("Copy what was entered and not taken"));
     connect(copy, &QToolButton::clicked, this,
             [this] { QGuiApplication::clipboard()->setText(edit.entered); });
@@ -145,24 +156,62 @@ void FailureHint::tell(const LogLine& failure)
     const bool givesReason = failure.category == Repository::logCategory();
     if (!givesReason && isReason && age.isValid() && !age.hasExpired(burstLength))
         return;
-    if (edit.path.isEmpty() || failure.text != edit.reason)
+    const bool isOfEdit = !edit.path.isEmpty() && failure.text == edit.reason;
+    if (!isOfEdit)
         life.start();
     isReason = givesReason;
     const Outcome::Parts& parts = failure.outcome.get();
     unsavedBackend = parts.operation == Outcome::Operation::SaveBackend ? parts.subject : QString();
     success.watch(parts.operation == Outcome::Operation::Set ? parts.subject : QString());
-    show(failure.text);
+    show(isOfEdit ? textOfEdit() : failure.text);
 }
 
 void FailureHint::takeEdit(const RefusedEdit& refused)
 {
     edit = refused;
-    if (edit.reason.isEmpty())
-        edit.reason = newestReason(edit.path);
+    const auto refusal = edit.reason.isEmpty() ? newestRefusal(edit.path) : std::nullopt;
+    if (refusal)
+        edit.reason = refusal->text;
     if (edit.reason.isEmpty())
         edit.reason = tr("'%1' was not changed; the log may tell why").arg(edit.path);
+    const bool isOfRules = refusal && refusal->outcome == StatusCode::RefusedByValidation;
+    otherValue = isOfRules ? QVariant() : valueOfOtherType();
     editSuccess.watch(edit.path);
     endText();
+}
+
+// Where the type was in the way of what was entered in a line.
+QVariant FailureHint::valueOfOtherType() const
+{
+    using namespace FrameworkCore::Values;
+    const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
+    const QVariant present = attribute ? attribute->getValue() : QVariant();
+    const Type type = typeOf(present.userType());
+    const QVariant other = toVariant(plainValue(edit.entered.toStdString()));
+    const bool isNumber = type == Type::Integer || type == Type::Unsigned || type == Type::Double;
+    if (!attribute || !FrameworkCore::AppConfig::isWritable(attribute->getAccessMode()) ||
+        other.userType() == present.userType())
+        return {};
+    if (isNumber)
+        return convertVariant(edit.entered.trimmed(), present.userType()) ? QVariant() : other;
+    const QString root = repository->getTreeInterface()->getNodeInformation(edit.path).backend;
+    const auto backend = repository->getBackendInterface()->getBackendInformation(root);
+    return type == Type::String && backend && !backend->namesType(edit.path) ? other : QVariant();
+}
+
+QString FailureHint::textOfEdit() const
+{
+    return otherValue.isValid()
+               ? tr("%1; \"Change Type\" makes it hold %2").arg(edit.reason, describeContent(otherValue))
+               : edit.reason;
+}
+
+void FailureHint::changeType()
+{
+    const QString path = edit.path;
+    const QVariant value = otherValue;
+    endCellEdit(*window());
+    repository->getWriterInterface()->retype(path, value);
 }
 
 void FailureHint::showUnsaved(const QStringList& backends)
@@ -177,8 +226,13 @@ void FailureHint::offerEdit()
     const bool isKept = !edit.path.isEmpty();
     again->setVisible(isKept);
     copy->setVisible(isKept);
+    type->setVisible(otherValue.isValid());
     if (!isKept)
         return;
+    const QString typeHint =
+        tr("Make '%1' hold %2, and write what was entered").arg(edit.path, describeContent(otherValue));
+    type->setToolTip(Utilities::ModelViews::toolTipText(typeHint));
+    type->setAccessibleName(typeHint);
     const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
     const QVariant value = attribute ? attribute->getValue() : QVariant();
     const bool isEditable = value.isValid() && value.userType() != QMetaType::QByteArray;
@@ -264,13 +318,14 @@ void FailureHint::endText()
     if (edit.path.isEmpty())
         vanish();
     else
-        show(edit.reason);
+        show(textOfEdit());
 }
 
 void FailureHint::endEdit()
 {
-    const bool isShown = text == edit.reason.left(longestText);
+    const bool isShown = text == textOfEdit().left(longestText);
     edit = {};
+    otherValue.clear();
     editSuccess.watch({});
     offerEdit();
     if (isShown)

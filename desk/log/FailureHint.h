@@ -21,8 +21,8 @@ class LogFeed;
 
 // Tells in the status bar that something failed: the reason that the repository gives, rather than what
 // follows from it. It goes after some seconds, or as soon as the same has succeeded. What a person has
-// entered in vain stays until then, or until it is closed, and can be copied or edited again. F6 leads to its
-// buttons, Escape closes it. GUI thread.
+// entered in vain stays until then, or until it is closed, and can be copied or edited again, or where the
+// type was in the way, written with another type. F6 leads to its buttons, Escape closes it. GUI thread.
 class FailureHint : public QWidget
 {
     Q_OBJECT
@@ -66,6 +66,9 @@ private:
     void close();
     void vanish();
     void requestEdit();
+    void changeType();
+    QVariant valueOfOtherType() const;
+    QString textOfEdit() const;
     void offerEdit();
     bool hasKeyboard() const;
 
@@ -76,6 +79,7 @@ private:
     QLabel* icon;
     QLabel* label;
     QToolButton* again = nullptr;
+    QToolButton* type = nullptr;
     QToolButton* copy = nullptr;
     QPointer<QWidget> cameFrom; // had the keyboard before
 
@@ -87,6 +91,7 @@ private:
     SuccessWatch success; // of what the text is about
 
     Utilities::RefusedEdit edit; // without a path when there is none to keep
+    QVariant otherValue;         // that it would be as one of another type; invalid where this is not offered
     SuccessWatch editSuccess;
 };
 

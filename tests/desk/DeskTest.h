@@ -92,12 +92,12 @@ protected:
         return value;
     }
 
-    // Opens the speed's editor in the view and replaces what it holds.
-    void type(QAbstractItemView& view, const QString& typed)
+    // Opens the editor of an attribute in the view and replaces what it holds.
+    void type(QAbstractItemView& view, const QString& typed, const QString& path = speed)
     {
-        QModelIndex cell = desk->item(speed);
+        QModelIndex cell = desk->item(path);
         if (auto* const table = qobject_cast<Utilities::ModelViews::AdvancedAttributeModel*>(view.model())) {
-            table->loadCustomAttributeList({speed});
+            table->loadCustomAttributeList({path});
             cell = table->index(0, 0);
         }
         view.setFocus();

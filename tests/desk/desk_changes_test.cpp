@@ -1,3 +1,4 @@
+#include "desk/log/FailureHint.h"
 #include "host/Shared/Logging/LogRecord.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/Columns.h"
@@ -70,6 +71,39 @@ private slots:
         QCOMPARE(contentOf(folder->path("limits.ini")).contains("130"), isSaved && isWindow);
         if (!goes)
             QCOMPARE(read(speed), QVariant(1250LL));
+    }
+
+    // What a number cannot hold, written by the action that the refusal names, and taken back.
+    void changesTheTypeOfWhatWasEntered_data()
+    {
+        const auto row = TestSupport::columns<QString, QVariant, QString, QVariant, QString>(
+            "path", "before", "typed", "value", "word");
+        row("json", speed, 1200LL, "fast", QStringLiteral("fast"), "hold a text");
+        row("ini", maximum, 125LL, "125C", QStringLiteral("125C"), "hold a text");
+        row("ini, a text", maximum, QStringLiteral("auto"), "true", true, "hold true or false");
+    }
+
+    void changesTheTypeOfWhatWasEntered()
+    {
+        QFETCH(QString, path);
+        QFETCH(QVariant, before);
+        QFETCH(QString, typed);
+        QFETCH(QVariant, value);
+        QFETCH(QString, word);
+        const auto* const hint = desk->part<Vantry::FailureHint>("failureHint");
+        QVERIFY(desk->repository->getWriterInterface()->retype(path, before));
+        type(*desk->tree, typed, path);
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(hint->isVisible());
+        QTRY_VERIFY2(hint->getText().endsWith(QStringLiteral("; \"Change Type\" makes it ") + word),
+                     qPrintable(hint->getText()));
+        QCOMPARE(read(path), before);
+        QVERIFY(pressKey(QStringLiteral("alt+t")));
+        QTRY_COMPARE(read(path), value);
+        QTRY_VERIFY(!hint->isVisible());
+        QTRY_COMPARE(desk->item(path).siblingAtColumn(1).data().toString(), typed);
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(path), before);
     }
 
     void letsChooseInConflicts()

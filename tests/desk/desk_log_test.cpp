@@ -98,7 +98,8 @@ private slots:
         enter("six");
         QTRY_COMPARE(hint->getText(),
                      QStringLiteral("'%1' was not set to 'six': it holds a whole number from "
-                                    "-9223372036854775808 to 9223372036854775807")
+                                    "-9223372036854775808 to 9223372036854775807; \"Change Type\" makes it "
+                                    "hold a text")
                          .arg(path));
         QVERIFY(copied());
         QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("six"));
@@ -153,6 +154,8 @@ private slots:
             QTRY_VERIFY(driver.isDone());
             QVERIFY(TestSupport::showActive(*desk->window));
         }
+        if (isEditable)
+            kept += QLatin1String("; \"Change Type\" makes it hold a text");
         QTRY_COMPARE(hint->getText(), QStringLiteral("'%1' was not set to 'fast': %2").arg(speed, kept));
         QVERIFY(desk->window->isVisible());
         QTRY_COMPARE(desk->part<QToolButton>("failureEdit")->isEnabled(), isEditable);
@@ -212,7 +215,8 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("F6")));
         QTRY_VERIFY(first->hasFocus());
         QVERIFY(first->grab().toImage() != unfocused);
-        for (const char* const name : {"failureEdit", "failureCopy", "failureLog", "failureClose"}) {
+        for (const char* const name :
+             {"failureEdit", "failureType", "failureCopy", "failureLog", "failureClose"}) {
             QTRY_COMPARE(QApplication::focusWidget(), desk->part<QWidget>(name));
             QVERIFY(pressKey(QStringLiteral("Tab")));
         }
