@@ -34,6 +34,7 @@ struct Option
     Word word = Word::Text;
     std::string_view text; // what it does
     bool isRepeatable = false;
+    std::string_view shortName = {}; // as "-h"
 };
 
 // One command of the program: what help, man page, completion and the parser of arguments know of it, and

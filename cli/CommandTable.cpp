@@ -44,8 +44,8 @@ const std::vector<Option>& CommandTable::commonOptions()
          "let NAME stand for FILE, read-only, write-only or (as without) read-write; may be repeated", true},
         {"--format", "FORMAT", Word::Format, "the format of FILE, when its name does not decide it"},
         {"--max-size", "MIB", Word::Text, "read and write files of up to so many MiB instead of 256"},
-        {"--help", {}, Word::Text, "show help"},
-        {"--version", {}, Word::Text, "show the version"},
+        {"--help", {}, Word::Text, "show help", false, "-h"},
+        {"--version", {}, Word::Text, "show the version", false, "-V"},
     };
     return options;
 }
@@ -55,7 +55,7 @@ const Option* CommandTable::findOption(const Command* command, std::string_view 
     const std::vector<Option> none;
     for (const auto* options : {command ? &command->options : &none, &commonOptions()}) {
         for (const Option& option : *options) {
-            if (option.name == name)
+            if (option.name == name || (!name.empty() && option.shortName == name))
                 return &option;
         }
     }

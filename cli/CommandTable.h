@@ -20,7 +20,8 @@ public:
     // Options of all commands.
     static const std::vector<Option>& commonOptions();
 
-    // The option among the command's and the common ones; null for an unknown one. The command may be null.
+    // The option among the command's and the common ones, by either of its names; null for an unknown one.
+    // The command may be null.
     static const Option* findOption(const Command* command, std::string_view name);
 };
 

@@ -10,12 +10,6 @@ namespace CommandLine {
 
 namespace {
 
-bool isOption(const QString& word)
-{
-    return word.size() > 1 && word.startsWith(QLatin1Char('-')) && !word.at(1).isDigit() &&
-           word.at(1) != QLatin1Char('.');
-}
-
 QStringList namesOf(const std::vector<Option>& options)
 {
     QStringList names;
@@ -24,15 +18,20 @@ QStringList namesOf(const std::vector<Option>& options)
     return names;
 }
 
+// How many arguments it needs; the optional ones come last.
+int leastOf(const Command::Form& form)
+{
+    return int(std::count_if(form.begin(), form.end(), [](const Argument& argument) {
+        return argument.count != Argument::Count::Optional;
+    }));
+}
+
 bool accepts(const Command::Form& form, int count)
 {
-    int least = 0;
-    bool isOpen = false;
-    for (const Argument& argument : form) {
-        least += argument.count == Argument::Count::Optional ? 0 : 1;
-        isOpen = isOpen || argument.count == Argument::Count::OneOrMore;
-    }
-    return count >= least && (isOpen || count <= int(form.size()));
+    const bool isOpen = std::any_of(form.begin(), form.end(), [](const Argument& argument) {
+        return argument.count == Argument::Count::OneOrMore;
+    });
+    return count >= leastOf(form) && (isOpen || count <= int(form.size()));
 }
 
 } // namespace
@@ -61,7 +60,7 @@ Invocation Invocation::parse(const QStringList& words)
         const QString& word = words.at(at);
         if (!optionsEnded && word == QLatin1String("--"))
             optionsEnded = true;
-        else if (!optionsEnded && isOption(word))
+        else if (!optionsEnded && invocation.isOption(word))
             at = invocation.takeOption(words, at);
         else if (!invocation.command)
             invocation.takeName(word);
@@ -73,12 +72,24 @@ Invocation Invocation::parse(const QStringList& words)
     return invocation;
 }
 
+Invocation::OptionWord Invocation::splitOption(const QString& word)
+{
+    const int equals = word.startsWith(QLatin1String("--")) ? word.indexOf(QLatin1Char('=')) : -1;
+    return equals < 0 ? OptionWord{word, {}} : OptionWord{word.left(equals), word.mid(equals + 1)};
+}
+
+bool Invocation::isOption(const QString& word) const
+{
+    if (word.size() < 2 || !word.startsWith(QLatin1Char('-')))
+        return false;
+    const bool isNumber = word.at(1).isDigit() || word.at(1) == QLatin1Char('.');
+    return !isNumber || CommandTable::findOption(command, word.toStdString());
+}
+
 // Gives the place of the last word that belongs to the option.
 int Invocation::takeOption(const QStringList& words, int at)
 {
-    const QString& word = words.at(at);
-    const int equals = word.startsWith(QLatin1String("--")) ? word.indexOf(QLatin1Char('=')) : -1;
-    const QString name = word.left(equals);
+    const auto [name, value] = splitOption(words.at(at));
     const Option* option = CommandTable::findOption(command, name.toStdString());
     if (!option) {
         QStringList known = namesOf(CommandTable::commonOptions());
@@ -88,19 +99,19 @@ int Invocation::takeOption(const QStringList& words, int at)
         return at;
     }
     if (option->argument.empty()) {
-        if (equals >= 0)
+        if (value)
             error = QStringLiteral("%1 takes no value").arg(name);
         options.append({option->name, {}});
         return at;
     }
-    if (equals < 0 && at + 1 == words.size()) {
+    if (!value && at + 1 == words.size()) {
         error = QStringLiteral("%1 needs its %2").arg(name, toText(option->argument));
         return at;
     }
     if (has(option->name) && !option->isRepeatable)
         error = QStringLiteral("%1 is given twice").arg(name);
-    options.append({option->name, equals < 0 ? words.at(at + 1) : word.mid(equals + 1)});
-    return equals < 0 ? at + 1 : at;
+    options.append({option->name, value ? *value : words.at(at + 1)});
+    return value ? at : at + 1;
 }
 
 void Invocation::takeName(const QString& name)
@@ -116,12 +127,36 @@ void Invocation::takeName(const QString& name)
 void Invocation::checkArguments()
 {
     const auto fits = [this](const Command::Form& form) { return accepts(form, arguments.size()); };
-    if (std::none_of(command->forms.begin(), command->forms.end(), fits)) {
-        QStringList usages;
-        for (const Command::Form& form : command->forms)
-            usages.append(Usage::ofForm(*command, form));
-        error = QStringLiteral("usage: %1").arg(usages.join(QStringLiteral(" or ")));
+    if (std::any_of(command->forms.begin(), command->forms.end(), fits))
+        return;
+    QStringList usages;
+    for (const Command::Form& form : command->forms)
+        usages.append(Usage::ofForm(*command, form));
+    error = QStringLiteral("%1: %2; usage: %3")
+                .arg(toText(command->name), describeMissing(), usages.join(QStringLiteral(" or ")));
+}
+
+// Of the shortest form that the arguments may yet become, what it lacks; or else what is too much.
+QString Invocation::describeMissing() const
+{
+    const Command::Form* wanted = nullptr;
+    int most = 0;
+    for (const Command::Form& form : command->forms) {
+        const int least = leastOf(form);
+        if (least > arguments.size() && (!wanted || least < leastOf(*wanted)))
+            wanted = &form;
+        if (least <= arguments.size())
+            most = std::max(most, int(form.size()));
     }
+    if (!wanted)
+        return QStringLiteral("'%1' is one word too many").arg(arguments.at(most));
+    QStringList names;
+    for (int at = arguments.size(); at < leastOf(*wanted); ++at)
+        names.append(toText(wanted->at(std::size_t(at)).name));
+    const QString last = names.takeLast();
+    return names.isEmpty()
+               ? QStringLiteral("%1 is missing").arg(last)
+               : QStringLiteral("%1 and %2 are missing").arg(names.join(QStringLiteral(", ")), last);
 }
 
 } // namespace CommandLine

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <optional>
+
 namespace CommandLine {
 
 // The arguments of one run, taken apart by the table of commands.
@@ -27,13 +29,24 @@ struct Invocation
     QStringList valuesOf(std::string_view option) const;
 
     // Options may come before, between and after the arguments, as "--name value" or "--name=value"; after
-    // "--" there are none. A word that begins like a negative number is not an option.
+    // "--" there are none. A word that begins like a negative number is not an option, unless the command has
+    // one of that name.
     static Invocation parse(const QStringList& words);
+
+    // An option as it is written, and what comes after its "=".
+    struct OptionWord
+    {
+        QString name;
+        std::optional<QString> value;
+    };
+    static OptionWord splitOption(const QString& word);
+    bool isOption(const QString& word) const;
 
 private:
     int takeOption(const QStringList& words, int at);
     void takeName(const QString& name);
     void checkArguments();
+    QString describeMissing() const;
 };
 
 } // namespace CommandLine

@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <filesystem>
@@ -31,6 +32,14 @@ struct AccessSuffix
 
 constexpr AccessSuffix accessSuffixes[] = {
     {":ro", AccessMode::ReadOnly}, {":wo", AccessMode::WriteOnly}, {":rw", AccessMode::ReadWrite}};
+
+// A word after a last ":" that was to be one of these: the file of that very name is not there. Empty
+// otherwise.
+QString wrongAccessOf(const QString& file)
+{
+    static const QRegularExpression access(QStringLiteral(":([A-Za-z-]{1,12})$"));
+    return QFileInfo::exists(file) ? QString() : access.match(file).captured(1);
+}
 
 ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
 {
@@ -99,15 +108,22 @@ QString Session::declareBackends()
     for (const QString& declaration : declarations) {
         const int equals = declaration.indexOf(QLatin1Char('='));
         Declared backend{declaration.left(equals), declaration.mid(equals + 1), AccessMode::ReadWrite};
+        bool hasAccess = false;
         for (const auto& [suffix, access] : accessSuffixes) {
             if (backend.file.endsWith(QLatin1String(suffix))) {
                 backend.access = access;
                 backend.file.chop(3);
+                hasAccess = true;
                 break;
             }
         }
         if (equals <= 0 || backend.file.isEmpty())
             return QStringLiteral("--backend needs NAME=FILE, not '%1'").arg(declaration);
+        const QString wrongAccess = hasAccess ? QString() : wrongAccessOf(backend.file);
+        if (!wrongAccess.isEmpty())
+            return QStringLiteral("unknown access '%1' of the backend '%2'; valid are ro, wo and rw; after "
+                                  "the name of a file that ends so add :rw")
+                .arg(wrongAccess, backend.name);
         if (!Repository::isValidPath(backend.name) || backend.name.contains(QLatin1Char(';')) ||
             Repository::isAtOrBelow(backend.name, Repository::ownRoot))
             return QStringLiteral("a backend cannot have the name '%1'").arg(backend.name);

@@ -134,7 +134,10 @@ QString optionList(const std::vector<Option>& options)
 {
     QString list;
     for (const Option& option : options) {
-        list += QStringLiteral(".TP\n\\fB%1\\fR").arg(escaped(option.name));
+        list += QStringLiteral(".TP\n");
+        if (!option.shortName.empty())
+            list += QStringLiteral("\\fB%1\\fR, ").arg(escaped(option.shortName));
+        list += QStringLiteral("\\fB%1\\fR").arg(escaped(option.name));
         if (!option.argument.empty())
             list += QStringLiteral(" \\fI%1\\fR").arg(escaped(option.argument));
         list += QLatin1Char('\n') + escaped(option.text) + QStringLiteral(".\n");
@@ -178,7 +181,8 @@ QString Usage::ofForm(const Command& command, const Command::Form& form)
 
 QString Usage::ofOption(const Option& option)
 {
-    QString usage = toText(option.name);
+    QString usage = option.shortName.empty() ? QString() : toText(option.shortName) + QLatin1String(", ");
+    usage += toText(option.name);
     if (!option.argument.empty())
         usage += QLatin1Char(' ') + toText(option.argument);
     return usage;
