@@ -1,7 +1,7 @@
 #include "cli/Session.h"
 
 #include "cli/Output.h"
-#include "cli/Suggestion.h"
+#include "cli/PathHint.h"
 #include "cli/Usage.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "repository/AttributeRepository.h"
@@ -230,22 +230,10 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
     const NodeInformation found = tree->getNodeInformation(fullPath);
     if (found.exists)
         return found;
-    // The nearest name is looked for where the path leaves the tree.
-    QString parent = source.root;
-    const QStringList names = source.relativePath(fullPath).split(QLatin1Char('.'));
-    QString wrong;
-    for (const QString& name : names) {
-        const QString next = FrameworkCore::AppConfig::joinedPath(parent, name);
-        wrong = name;
-        if (!tree->getNodeInformation(next).exists)
-            break;
-        parent = next;
-    }
-    const QString prefix = parent == source.root ? QString() : source.relativePath(parent) + QLatin1Char('.');
-    const QString suggestion = suggestionFor(wrong, tree->getChildNames(parent), prefix);
-    Output::message(
-        QStringLiteral("%1: '%2' not found%3")
-            .arg(source.given, source.relativePath(fullPath), suggestion.isEmpty() ? hint : suggestion));
+    const QString shown = source.relativePath(fullPath);
+    const QString suggestion = hintForPath(*tree, source, shown);
+    Output::message(QStringLiteral("%1: '%2' not found%3")
+                        .arg(source.given, shown, suggestion.isEmpty() ? hint : suggestion));
     failure = ExitCode::Negative;
     return found;
 }

@@ -53,7 +53,9 @@ Command create()
         "comment. "
         "An attribute that is there already is refused; a file that is not there is created.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
-        {{"--type", "T", Word::Type, "the type of the attribute"}, dryRunOption},
+        {{"--type", "T", Word::Type, "the type of the attribute"},
+         {"--parents", {}, Word::Text, "add the groups that lead to it, which is done without it, too"},
+         dryRunOption},
         {"vantry create app.ini server.timeout 30", "vantry create app.json start 2024-05-31 --type date"},
         run};
 }
