@@ -1,6 +1,8 @@
 #include "cli/DocumentFile.h"
 
+#include "cli/StandardInput.h"
 #include "files/FileSaver.h"
+#include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
 #include "repository/documents/Formats.h"
 
@@ -8,18 +10,14 @@
 
 namespace CommandLine {
 
-DocumentFile DocumentFile::read(const QString& path, const QString& format)
+DocumentFile DocumentFile::read(const QString& given, const QString& format)
 {
     DocumentFile file;
-    file.error = Repository::refusalOfKind(path);
+    file.format = format;
+    file.readBytes(given);
     if (!file.error.isEmpty())
         return file;
-    Files::ReadFileResult content = Files::FileSaver().read(path.toStdString());
-    file.error = QString::fromStdString(content.reason);
-    if (!content.ok())
-        return file;
-    file.bytes = std::move(content.bytes);
-    auto document = Repository::Documents::makeDocument(format.toStdString());
+    auto document = Repository::Documents::makeDocument(file.format.toStdString());
     const auto outcome = document->parse(file.bytes);
     file.error = QString::fromStdString(outcome.error);
     file.hasPlace = outcome.line > 0;
@@ -30,9 +28,34 @@ DocumentFile DocumentFile::read(const QString& path, const QString& format)
     return file;
 }
 
-QString DocumentFile::errorOf(const QString& given) const
+void DocumentFile::readBytes(const QString& given)
 {
-    return given + (hasPlace ? QStringLiteral(":") : QStringLiteral(": ")) + error;
+    const bool isStandardInput = StandardInput::isMeant(given);
+    name = isStandardInput ? StandardInput::name() : given;
+    if (isStandardInput) {
+        const StandardInput& input = StandardInput::read();
+        bytes = input.bytes;
+        error = input.error;
+        format = format.isEmpty() ? input.format : format;
+        if (format.isEmpty() && error.isEmpty())
+            error = StandardInput::explainUnknown();
+        return;
+    }
+    error = Repository::refusalOfKind(given);
+    if (!error.isEmpty())
+        return;
+    Files::ReadFileResult content = Files::FileSaver().read(given.toStdString());
+    error = QString::fromStdString(content.reason);
+    bytes = std::move(content.bytes);
+    if (format.isEmpty())
+        format = Repository::FileFormat::ofContent(given, QByteArray::fromStdString(bytes.substr(0, 65536)));
+    if (format.isEmpty() && error.isEmpty())
+        error = Repository::FileFormat::explainUnknown(given) + QStringLiteral("; give its format");
+}
+
+QString DocumentFile::explain() const
+{
+    return name + (hasPlace ? QStringLiteral(":") : QStringLiteral(": ")) + error;
 }
 
 QString DocumentFile::positionOf(const QString& entryPath) const

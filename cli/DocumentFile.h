@@ -12,19 +12,24 @@ namespace CommandLine {
 // A file parsed apart from the repository, for what is asked about its bytes.
 struct DocumentFile
 {
-    // The format is a backend type.
-    static DocumentFile read(const QString& path, const QString& format);
+    // A file, or standard input by the name "-". Without a format, which is a backend type, its own.
+    static DocumentFile read(const QString& given, const QString& format);
 
     // The error with the file's name before it.
-    QString errorOf(const QString& given) const;
+    QString explain() const;
 
     // Where the value of an entry is, as ":LINE:COLUMN"; empty when it is not known.
     QString positionOf(const QString& entryPath) const;
 
+    QString name; // in messages
+    QString format;
     std::string bytes;                                         // as they were read
     QString error;                                             // "LINE:COLUMN: reason" where it has a place
     bool hasPlace = false;                                     // the error
     std::unique_ptr<Repository::Documents::Document> document; // null when there is an error
+
+private:
+    void readBytes(const QString& given);
 };
 
 } // namespace CommandLine

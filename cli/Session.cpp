@@ -2,7 +2,9 @@
 
 #include "cli/Output.h"
 #include "cli/PathHint.h"
+#include "cli/StandardInput.h"
 #include "cli/Usage.h"
+#include "files/FileSaver.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "repository/AttributeRepository.h"
 #include "repository/backends/FileFormat.h"
@@ -168,35 +170,19 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     source.given = backend ? backend->file : argument;
     if (source.given.isEmpty())
         return refuse(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+    source.isStandardInput = StandardInput::isMeant(source.given);
     source.absolutePath = QDir::current().absoluteFilePath(source.given);
     const QString identity = Repository::fileIdentity(source.absolutePath);
     for (const Source& open : sources) {
-        if (Repository::fileIdentity(open.absolutePath) == identity)
+        if (source.isStandardInput ? open.isStandardInput
+                                   : Repository::fileIdentity(open.absolutePath) == identity)
             return &open;
     }
-
-    std::error_code error;
-    const auto status = std::filesystem::status(source.absolutePath.toStdString(), error);
-    const bool exists = std::filesystem::exists(status);
-    QString trouble;
-    if (status.type() == std::filesystem::file_type::none)
-        trouble = QString::fromStdString(error.message());
-    else if (!exists && opening != Opening::Create)
-        trouble = QStringLiteral("no such file");
-    else if (exists)
-        trouble = Repository::refusalOfKind(source.absolutePath);
+    source.format = invocation.valueOf(formatOption);
+    const QString trouble =
+        source.isStandardInput ? copyStandardInput(source) : examineFile(source, opening, formatOption);
     if (!trouble.isEmpty())
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
-    source.isNew = !exists;
-    source.format = invocation.valueOf(formatOption);
-    if (source.format.isEmpty())
-        source.format = exists ? Repository::FileFormat::ofFile(source.absolutePath)
-                               : Repository::FileFormat::ofName(source.absolutePath);
-    if (source.format.isEmpty() && exists)
-        return refuse(ExitCode::BadFile,
-                      QStringLiteral("%1: %2; give its format with %3")
-                          .arg(source.given, Repository::FileFormat::explainUnknown(source.absolutePath),
-                               toText(formatOption)));
     if (source.format.isEmpty())
         return refuse(ExitCode::Usage,
                       QStringLiteral("%1: its name does not decide its format; give it with %2")
@@ -204,6 +190,45 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     source.root = backend ? backend->name : freeRoot();
     const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;
     return mount(std::move(source), backend ? backend->access : access);
+}
+
+// Finds out whether it is there, and its format. Gives why it cannot be opened, or nothing.
+QString Session::examineFile(Source& source, Opening opening, std::string_view formatOption)
+{
+    std::error_code error;
+    const auto status = std::filesystem::status(source.absolutePath.toStdString(), error);
+    source.isNew = !std::filesystem::exists(status);
+    if (status.type() == std::filesystem::file_type::none)
+        return QString::fromStdString(error.message());
+    if (source.isNew && opening != Opening::Create)
+        return QStringLiteral("no such file");
+    const QString refusal = source.isNew ? QString() : Repository::refusalOfKind(source.absolutePath);
+    if (refusal.isEmpty() && source.format.isEmpty())
+        source.format = source.isNew ? Repository::FileFormat::ofName(source.absolutePath)
+                                     : Repository::FileFormat::ofFile(source.absolutePath);
+    if (refusal.isEmpty() && source.format.isEmpty() && !source.isNew)
+        return QStringLiteral("%1; give its format with %2")
+            .arg(Repository::FileFormat::explainUnknown(source.absolutePath), toText(formatOption));
+    return refusal;
+}
+
+// Gives why it cannot be read, or nothing. The copy has a name that says its format.
+QString Session::copyStandardInput(Source& source)
+{
+    const StandardInput& input = StandardInput::read();
+    source.given = StandardInput::name();
+    if (!input.error.isEmpty())
+        return input.error;
+    if (source.format.isEmpty())
+        source.format = input.format;
+    if (source.format.isEmpty())
+        return StandardInput::explainUnknown();
+    scratch = std::make_unique<QTemporaryDir>();
+    source.absolutePath = scratch->filePath(QStringLiteral("input.") + source.family());
+    if (!scratch->isValid())
+        return QStringLiteral("there is no place for a copy of it: %1").arg(scratch->errorString());
+    return QString::fromStdString(
+        Files::FileSaver().overwrite(source.absolutePath.toStdString(), input.bytes, 0600).reason);
 }
 
 const Source* Session::mount(Source source, AccessMode access)
@@ -271,11 +296,22 @@ ExitCode Session::save(const Source& source)
     const Outcome outcome = repository->getBackendInterface()->save(source.root);
     tell(outcome); // also what could not be assured of a file that is saved
     if (outcome.ok())
-        return ExitCode::Done;
+        return source.isStandardInput ? printSaved(source) : ExitCode::Done;
     const auto unsaved = changes->getUnsavedChanges(source.root);
     const bool isConflict = std::any_of(unsaved.begin(), unsaved.end(),
                                         [](const UnsavedChange& change) { return change.isConflict; });
     return isConflict ? ExitCode::Refused : ExitCode::BadFile;
+}
+
+// What standard input has become.
+ExitCode Session::printSaved(const Source& source)
+{
+    const Files::ReadFileResult text = Files::FileSaver().read(source.absolutePath.toStdString());
+    if (!text.ok())
+        return fail(ExitCode::BadFile,
+                    QStringLiteral("%1: %2").arg(source.given, QString::fromStdString(text.reason)));
+    Output::bytes(text.bytes);
+    return ExitCode::Done;
 }
 
 // The file that the outcome is about, or else that its path lies in.

@@ -5,10 +5,12 @@
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QString>
+#include <QTemporaryDir>
 
 #include <deque>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 namespace CommandLine {
 
@@ -30,8 +32,9 @@ public:
 
     RepositoryInterface& getRepository() const { return *repository; }
 
-    // Mounts the file that the argument names, itself or as a declared backend; the same file is mounted
-    // once. Null on failure, whose exit code getFailure gives. Files that are written are to be opened first.
+    // Mounts the file that the argument names, itself, as a declared backend or as "-"; the same file is
+    // mounted once. Null on failure, whose exit code getFailure gives. Files that are written are to be
+    // opened first.
     const Source* open(const QString& argument, Opening opening, std::string_view formatOption = "--format");
     ExitCode getFailure() const { return failure; }
 
@@ -55,7 +58,8 @@ public:
     // The same, and the exit code of it: NotFound and the like have one each.
     ExitCode finish(const Outcome& outcome) const;
 
-    // Writes the edits of the file, or with --dry-run prints the diff.
+    // Writes the edits of the file, or with --dry-run prints the diff. What came from standard input goes to
+    // standard output, changed or not.
     ExitCode save(const Source& source);
 
     // What came of an edit, and of saving it when it succeeded.
@@ -76,6 +80,9 @@ private:
     const Declared* declaredBackend(const QString& name) const;
     QString declareBackends();
     QString freeRoot() const;
+    static QString examineFile(Source& source, Opening opening, std::string_view formatOption);
+    QString copyStandardInput(Source& source);
+    static ExitCode printSaved(const Source& source);
     const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);
     const Source* sourceOf(const Outcome& outcome) const;
     QString shownPath(const QString& path) const;
@@ -84,6 +91,7 @@ private:
     const Invocation& invocation; // not owned
     const bool dryRun;
     QVector<Declared> declared;
+    std::unique_ptr<QTemporaryDir> scratch;          // for a copy of standard input
     std::deque<Source> sources;                      // whose addresses stay
     std::shared_ptr<RepositoryInterface> repository; // whose threads end before the rest goes
     ExitCode failure = ExitCode::Done;

@@ -10,11 +10,12 @@ namespace CommandLine {
 // are relative to its root.
 struct Source
 {
-    QString given; // as the command line names its file
-    QString absolutePath;
-    QString format;     // a backend type
-    QString root;       // the path of its root in the repository, and the backend's name
-    bool isNew = false; // there was no such file when it was opened
+    QString given;                // as the command line names its file
+    QString absolutePath;         // of standard input, that of a copy which is edited
+    QString format;               // a backend type
+    QString root;                 // the path of its root in the repository, and the backend's name
+    bool isNew = false;           // there was no such file when it was opened
+    bool isStandardInput = false; // what is saved goes to standard output
 
     // The format without its dialect.
     QString family() const { return format.section(QLatin1Char(':'), 0, 0); }

@@ -21,6 +21,9 @@ const std::vector<Topic>& topics()
         {"Files",
          {"FILE is the name of a file, or that of a backend which --backend declares; a file of that very "
           "name is given as ./NAME. A new file is created by the commands that add to it.",
+          "\"-\" is standard input, the format of which --format says, or else how it begins. What is edited "
+          "in it goes to standard output as a whole, and nothing else does. As the file that \"convert\" and "
+          "\"export\" write, \"-\" is standard output.",
           "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
           ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
           "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; one "

@@ -13,23 +13,29 @@ namespace CommandLine::Commands {
 
 namespace {
 
-// A file that is written as a whole: one that is yet to come, or one that is to be replaced.
+// A file that is written as a whole: one that is yet to come, or one that is to be replaced. "-" is standard
+// output.
 class OutputFile
 {
 public:
     // What is wrong with it is reported, and getFailure is its exit code.
     OutputFile(const Invocation& invocation, QString name)
-        : given(std::move(name)), format(invocation.valueOf("--to-format")),
-          isDryRun(invocation.has("--dry-run")), path(QDir::current().absoluteFilePath(given).toStdString()),
-          replaces(QFileInfo::exists(given))
+        : isStandardOutput(name == QLatin1String("-")),
+          given(isStandardOutput ? QStringLiteral("standard output") : std::move(name)),
+          format(invocation.valueOf("--to-format")), isDryRun(invocation.has("--dry-run")),
+          path(QDir::current().absoluteFilePath(given).toStdString()),
+          replaces(!isStandardOutput && QFileInfo::exists(given))
     {
         if (format.isEmpty())
             format = Repository::FileFormat::ofName(given);
         if (given.isEmpty())
             failure = Session::fail(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
         else if (format.isEmpty())
-            failure = refuse(ExitCode::Usage,
-                             QStringLiteral("its name does not decide its format; give it with --to-format"));
+            failure =
+                refuse(ExitCode::Usage,
+                       isStandardOutput
+                           ? QStringLiteral("give its format with --to-format")
+                           : QStringLiteral("its name does not decide its format; give it with --to-format"));
         else if (replaces && !invocation.has("--force"))
             failure = refuse(ExitCode::Refused, QStringLiteral("it exists already; --force replaces it"));
     }
@@ -43,6 +49,10 @@ public:
     {
         if (text.size() > Files::SizeLimit::get())
             return refuse(ExitCode::BadFile, QString::fromStdString(Files::SizeLimit::refusal()));
+        if (isStandardOutput && !isDryRun) {
+            Output::bytes(text);
+            return ExitCode::Done;
+        }
         const QString mistaking = Repository::FileFormat::explainMistaking(given, format, {}, text);
         if (!mistaking.isEmpty())
             return refuse(ExitCode::Refused, mistaking);
@@ -74,6 +84,7 @@ private:
         return Session::fail(code, QStringLiteral("%1: %2").arg(given, reason));
     }
 
+    const bool isStandardOutput;
     const QString given;
     QString format;
     const bool isDryRun;

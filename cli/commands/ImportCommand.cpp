@@ -1,7 +1,6 @@
 #include "cli/DocumentFile.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
-#include "repository/backends/FileFormat.h"
 
 namespace CommandLine::Commands {
 
@@ -9,22 +8,16 @@ namespace {
 
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    const QString& given = invocation.arguments.at(2);
-    const QString wanted = invocation.valueOf("--from-format");
-    const QString format = wanted.isEmpty() ? Repository::FileFormat::ofFile(given) : wanted;
-    if (format.isEmpty())
-        return Session::fail(ExitCode::BadFile,
-                             QStringLiteral("%1: %2; give its format with --from-format")
-                                 .arg(given, Repository::FileFormat::explainUnknown(given)));
-    const DocumentFile file = DocumentFile::read(given, format);
+    const DocumentFile file =
+        DocumentFile::read(invocation.arguments.at(2), invocation.valueOf("--from-format"));
     if (!file.document)
-        return Session::fail(ExitCode::BadFile, file.errorOf(given));
+        return Session::fail(ExitCode::BadFile, file.explain());
     const Source* target = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!target)
         return session.getFailure();
     return session.finish(
         session.getRepository().getTransferInterface()->importTree(
-            target->fullPath(invocation.arguments.at(1)), format, QByteArray::fromStdString(file.bytes)),
+            target->fullPath(invocation.arguments.at(1)), file.format, QByteArray::fromStdString(file.bytes)),
         *target);
 }
 

@@ -3,7 +3,6 @@
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
 #include "files/FileSaver.h"
-#include "repository/backends/FileFormat.h"
 #include "repository/common/MemoryGuard.h"
 
 #include <QTemporaryDir>
@@ -79,19 +78,16 @@ public:
 
     ExitCode check(const QString& given)
     {
-        const QString type = format.isEmpty() ? Repository::FileFormat::ofFile(given) : format;
-        if (type.isEmpty())
-            return refuse(given, Repository::FileFormat::explainUnknown(given));
-        const DocumentFile file = DocumentFile::read(given, type);
+        const DocumentFile file = DocumentFile::read(given, format);
         if (!file.document)
-            return refuse(given, file.error);
+            return refuse(file.name, file.error);
         editAndUndo(*file.document);
         const auto copy = throughScratch(file.document->getBytes());
         if (!copy)
             return ExitCode::BadFile;
         const std::string& original = file.bytes;
         if (*copy == original) {
-            Output::line(given + QStringLiteral(": same"));
+            Output::line(file.name + QStringLiteral(": same"));
             return ExitCode::Done;
         }
         const auto difference =
@@ -99,7 +95,7 @@ public:
         const auto position =
             Repository::Documents::outcomeAt(original, std::size_t(difference - original.begin()));
         Output::line(
-            QStringLiteral("%1: differs at %2:%3").arg(given).arg(position.line).arg(position.column));
+            QStringLiteral("%1: differs at %2:%3").arg(file.name).arg(position.line).arg(position.column));
         return ExitCode::Negative;
     }
 

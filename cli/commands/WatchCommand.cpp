@@ -81,6 +81,9 @@ ExitCode run(Session& session, const Invocation& invocation)
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();
+    if (source->isStandardInput)
+        return Session::fail(ExitCode::Usage,
+                             QStringLiteral("%1: only files can be watched").arg(source->given));
     const QString pattern = source->fullPath(invocation.arguments.value(1, QStringLiteral("*")));
     auto& repository = session.getRepository();
     ChangePrinter printer(*source);

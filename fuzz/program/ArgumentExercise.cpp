@@ -169,11 +169,12 @@ private:
         return {};
     }
 
-    // A path could lead anywhere, and "watch" waits for a signal.
+    // A path could lead anywhere, "watch" waits for a signal, and standard input is that of the fuzzer.
     bool staysInFolder() const
     {
         return std::none_of(words.begin(), words.end(), [](const std::string& word) {
-            return word.find('/') != std::string::npos || word == "watch";
+            return word.find('/') != std::string::npos || word == "watch" || word == "-" ||
+                   word.find("=-") != std::string::npos;
         });
     }
 
@@ -215,8 +216,11 @@ private:
     // Their results are written for people.
     bool isListing() const
     {
-        const auto* const command = Invocation::parse(texts).command;
-        return command && (command->name == "ls" || command->name == "tree" || command->name == "find");
+        const Invocation invocation = Invocation::parse(texts);
+        const auto* const command = invocation.command;
+        return command && !invocation.has("--json") && !invocation.has("--null") &&
+               (command->name == "ls" || command->name == "tree" || command->name == "list" ||
+                command->name == "find");
     }
 
     std::string checkFiles(ExitCode code) const
