@@ -58,13 +58,13 @@ QString DocumentFile::explain() const
     return name + (hasPlace ? QStringLiteral(":") : QStringLiteral(": ")) + error;
 }
 
-QString DocumentFile::positionOf(const QString& entryPath) const
+DocumentFile::Position DocumentFile::positionOf(const QString& entryPath) const
 {
     const auto span = document ? document->locate(entryPath.toStdString()) : std::nullopt;
     if (!span)
         return {};
     const auto position = Repository::Documents::outcomeAt(bytes, span->offset);
-    return QStringLiteral(":%1:%2").arg(position.line).arg(position.column);
+    return {position.line, position.column};
 }
 
 } // namespace CommandLine

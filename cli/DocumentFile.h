@@ -18,8 +18,13 @@ struct DocumentFile
     // The error with the file's name before it.
     QString explain() const;
 
-    // Where the value of an entry is, as ":LINE:COLUMN"; empty when it is not known.
-    QString positionOf(const QString& entryPath) const;
+    // Line and column of the value of an entry, from 1; 0 when they are not known.
+    struct Position
+    {
+        qulonglong line = 0;
+        qulonglong column = 0;
+    };
+    Position positionOf(const QString& entryPath) const;
 
     QString name; // in messages
     QString format;

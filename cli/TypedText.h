@@ -27,6 +27,9 @@ public:
     // What the text would be in a file without types: true, false, integers, or else a text.
     static QVariant readPlain(const QString& text);
 
+    // The value as a word of the shell that "set" reads as it, in quotes where it needs them.
+    static QString asShellWord(const QVariant& value);
+
     // The value as json; bytes, dates and times as texts.
     static QString toJson(const QVariant& value);
 };

@@ -49,6 +49,8 @@ const std::vector<Topic>& topics()
           "hex digits; control characters beyond ASCII, overrides of writing direction and characters "
           "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are printed "
           "as they are, and with these escapes only on a terminal.",
+          "For other programs, --json prints json, and --null ends each result with NUL, as xargs -0 reads "
+          "it; the help of a command says how its results look then.",
           "Words after \"--\" are not options: vantry set app.ini offset -- --5. A negative number needs "
           "none."}},
         {"Exit codes",

@@ -17,6 +17,7 @@ Command get();
 Command help();
 Command importTree();
 Command list();
+Command ls();
 Command move();
 Command remove();
 Command roundtrip();
@@ -30,6 +31,9 @@ constexpr Option dryRunOption{
     "--dry-run", {}, Word::Text, "print what would change in the file as a diff, and write nothing"};
 constexpr Option toFormatOption{"--to-format", "FORMAT", Word::Format,
                                 "the format of the second FILE, when its name does not decide it"};
+constexpr Option jsonOption{"--json", {}, Word::Text, "print json, in the form that is described above"};
+constexpr Option nullOption{
+    "--null", {}, Word::Text, "end each result with NUL, not a line break, and escape nothing", false, "-0"};
 constexpr Option forceOption{"--force", {}, Word::Text, "replace a file that is there already"};
 
 } // namespace CommandLine::Commands

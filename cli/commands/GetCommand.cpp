@@ -12,12 +12,13 @@ ExitCode run(Session& session, const Invocation& invocation)
     const auto place = session.locate(Session::Opening::Read);
     if (!place)
         return session.getFailure();
+    const char end = invocation.has("--null") ? '\0' : '\n';
     if (invocation.has("--json") && place->node.childCount > 0) {
         QByteArray text;
         const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
             place->path, QStringLiteral("json"), text));
         if (code == ExitCode::Done)
-            Output::bytes(text.toStdString());
+            Output::bytes(text.trimmed().toStdString() + end);
         return code;
     }
     const QString& path = invocation.arguments.at(1);
@@ -33,11 +34,11 @@ ExitCode run(Session& session, const Invocation& invocation)
         return Session::fail(ExitCode::Refused,
                              QStringLiteral("%1: '%2' is write-only").arg(place->source->given, path));
     if (invocation.has("--type"))
-        Output::line(TypedText::nameOf(value));
+        Output::bytes(TypedText::nameOf(value).toStdString() + end);
     else if (invocation.has("--json"))
-        Output::bytes(TypedText::toJson(value).toStdString() + '\n');
+        Output::bytes(TypedText::toJson(value).toStdString() + end);
     else
-        Output::bytes(Output::valueText(value) + '\n');
+        Output::bytes(Output::valueText(value) + end);
     return ExitCode::Done;
 }
 
@@ -50,10 +51,10 @@ Command get()
             "The value is printed as it is, followed by a line break. A list is printed with \";\" "
             "between its elements, \"\\\" before a \";\" or \"\\\" of an element; bytes with \"\\x\" and two "
             "hex digits where they are not text; dates and times in ISO 8601.\n"
-            "A group has no value: the exit code is 1. With --json it is printed with all that is in it.",
+            "A group has no value: the exit code is 1. With --json it is an object of all that is in it, "
+            "and a value is one of json; bytes, dates and times are texts.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}}},
-            {{"--type", {}, Word::Text, "print the name of its type instead"},
-             {"--json", {}, Word::Text, "print it as json"}},
+            {{"--type", {}, Word::Text, "print the name of its type instead"}, jsonOption, nullOption},
             {"vantry get app.ini server.port", "vantry get package.json scripts --json"},
             run};
 }

@@ -1,5 +1,6 @@
 #include "cli/DocumentFile.h"
 #include "cli/Output.h"
+#include "cli/Records.h"
 #include "cli/Session.h"
 #include "cli/commands/Commands.h"
 #include "repository/validation/Validation.h"
@@ -56,9 +57,11 @@ std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
 class Validation
 {
 public:
-    Validation(Session& validatedSession, const Source& validated)
+    Validation(Session& validatedSession, const Source& validated, const Invocation& invocation)
         : session(validatedSession), source(validated)
     {
+        if (invocation.has("--json") || invocation.has("--null"))
+            records.emplace(invocation);
     }
 
     // False when there is no attribute that the rule is for.
@@ -77,7 +80,7 @@ public:
             if (!breach)
                 continue;
             (breach.verdict == Repository::Validation::Verdict::Undecided ? isUndecided : hasFaults) = true;
-            tell(source.relativePath(path), breach.explain(value));
+            tell(source.relativePath(path), rule.rules.front()->name, value, breach.explain(value));
         }
         return isUsed;
     }
@@ -86,17 +89,28 @@ public:
     bool isComplete() const { return !isUndecided; }
 
 private:
-    void tell(const QString& path, const QString& reason)
+    void tell(const QString& path, const QString& rule, const QVariant& value, const QString& reason)
     {
         if (!document)
             document = DocumentFile::read(source.absolutePath, source.format);
-        Output::message(
-            QStringLiteral("%1%2: '%3': %4").arg(source.given, document->positionOf(path), path, reason));
+        const auto [line, column] = document->positionOf(path);
+        const QString place = line > 0 ? QStringLiteral(":%1:%2").arg(line).arg(column) : QString();
+        const QString text = QStringLiteral("%1%2: '%3': %4").arg(source.given, place, path, reason);
+        Records::Fields fields{{"path", path}, {"rule", rule}, {"value", value}, {"reason", reason}};
+        if (line > 0)
+            fields.insert(fields.end(), {{"line", line}, {"column", column}});
+        if (!records)
+            Output::message(text);
+        else if (records->areJson())
+            records->add(fields);
+        else
+            records->add(text);
     }
 
     Session& session;                     // not owned
     const Source& source;                 // not owned
     std::optional<DocumentFile> document; // read when there is something to report of it
+    std::optional<Records> records;       // without them faults are messages
     bool hasFaults = false;
     bool isUndecided = false; // a rule that could not be checked
 };
@@ -120,7 +134,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();
-    Validation validation(session, *source);
+    Validation validation(session, *source, invocation);
     bool isComplete = true;
     for (const PathRule& rule : *rules) {
         if (validation.check(rule))
@@ -144,13 +158,17 @@ Command validate()
         ", where the arguments are examples. Each value that breaks a rule is reported on stderr with its "
         "place in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
         "expression that takes too many steps for a value is given up, which is reported, and the exit code "
-        "is 2 when no value breaks a rule.";
+        "is 2 when no value breaks a rule.\n"
+        "With --null these reports are on stdout. With --json they are an array of objects with \"path\", "
+        "\"rule\", \"value\", \"reason\", \"line\" and \"column\".";
     return {"validate",
             "check values against rules",
             description,
             {{{"FILE", Word::File}}},
             {{"--rule", "PATH=NAME", Word::Validation,
-              "the values of PATH must keep the rule NAME; may be repeated", true}},
+              "the values of PATH must keep the rule NAME; may be repeated", true},
+             jsonOption,
+             nullOption},
             {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
             run};
 }

@@ -1,5 +1,7 @@
 #include "cli/Output.h"
+#include "cli/Records.h"
 #include "cli/Session.h"
+#include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
 
 #include <QHash>
@@ -21,30 +23,45 @@ using FrameworkCore::Notification::UpdateResult;
 class ChangePrinter
 {
 public:
-    explicit ChangePrinter(const Source& watched) : source(watched) {}
+    ChangePrinter(const Source& watched, const Invocation& invocation)
+        : source(watched), records(invocation, Records::Ending::Open)
+    {
+    }
 
     void remember(const QString& path, const QVariant& value) { values.insert(path, value); }
 
     void print(const QString& path, UpdateResult result, const QVariant& value)
     {
         const std::lock_guard lock(mutex);
-        const QString shown = source.relativePath(path);
         const auto known = values.find(path);
         if (result == UpdateResult::Removed) {
             values.remove(path);
-            Output::line(QStringLiteral("removed ") + shown);
+            add(QStringLiteral("removed"), source.relativePath(path), nullptr);
         } else if (known == values.end() || *known != value) {
-            const QString what =
-                known == values.end() ? QStringLiteral("created") : QStringLiteral("changed");
-            Output::line(QStringLiteral("%1 %2 = %3").arg(what, shown, Output::valueInLine(value)));
+            add(known == values.end() ? QStringLiteral("created") : QStringLiteral("changed"),
+                source.relativePath(path), &value);
             values.insert(path, value);
         }
         Output::flush();
     }
 
 private:
+    // A removed one has no value.
+    void add(const QString& change, const QString& path, const QVariant* value)
+    {
+        Records::Fields fields{{"change", change}, {"path", path}};
+        if (value)
+            fields.insert(fields.end(), {{"type", TypedText::nameOf(*value)}, {"value", *value}});
+        if (records.areJson())
+            records.add(fields);
+        else
+            records.add(change + QLatin1Char(' ') + path +
+                        (value ? QStringLiteral(" = ") + records.valueText(*value) : QString()));
+    }
+
     const Source& source; // not owned
     std::mutex mutex;     // guards what follows, and stdout
+    Records records;
     QHash<QString, QVariant> values;
 };
 
@@ -86,7 +103,7 @@ ExitCode run(Session& session, const Invocation& invocation)
                              QStringLiteral("%1: only files can be watched").arg(source->given));
     const QString pattern = source->fullPath(invocation.arguments.value(1, QStringLiteral("*")));
     auto& repository = session.getRepository();
-    ChangePrinter printer(*source);
+    ChangePrinter printer(*source, invocation);
     const QStringList paths = repository.getTreeInterface()->findPaths({pattern});
     for (const QString& path : paths) {
         if (const auto attribute = repository.getReaderInterface()->getAttribute(path))
@@ -117,9 +134,11 @@ Command watch()
         "print changes as they happen, until interrupted",
         "Prints a line for each attribute that another program changes in the file: \"changed PATH = "
         "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
-        "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.",
+        "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.\n"
+        "With --json: an object a line, with \"change\" (changed, created or removed), \"path\" and, unless "
+        "it is removed, \"type\" and \"value\".",
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
-        {},
+        {jsonOption, nullOption},
         {"vantry watch app.ini", "vantry watch app.ini 'server.*'"},
         run};
     command.watchesFiles = true;

@@ -91,11 +91,28 @@ private slots:
                  message.constData());
     }
 
+    void watchesUntilItIsInterrupted_data()
+    {
+        const auto row = TestSupport::columns<QStringList, QByteArrayList>("options", "expected");
+        row("lines", {}, {"changed a = ", "removed a\n", "created a2 = x\\\\y\n"});
+        row("json", {QStringLiteral("--json")},
+            {R"({"change": "changed", "path": "a", "type": "integer", "value": )",
+             R"({"change": "removed", "path": "a"})"
+             "\n",
+             R"({"change": "created", "path": "a2", "type": "text", "value": "x\\y"})"
+             "\n"});
+        row("NUL", {QStringLiteral("-0")},
+            {"changed a = ", QByteArray("removed a\0", 10), QByteArray("created a2 = x\\y\0", 17)});
+    }
+
     void watchesUntilItIsInterrupted()
     {
+        QFETCH(QStringList, options);
+        QFETCH(QByteArrayList, expected);
         write("a = 1\nb = 1\n");
         QProcess program;
-        program.start(QStringLiteral(VANTRY_PROGRAM), {QStringLiteral("watch"), file, QStringLiteral("a*")});
+        program.start(QStringLiteral(VANTRY_PROGRAM),
+                      QStringList{QStringLiteral("watch"), file, QStringLiteral("a*")} + options);
         QVERIFY(program.waitForStarted());
         // What changes before it watches, it cannot tell; so the file changes until it does.
         int value = 1;
@@ -105,14 +122,14 @@ private slots:
                 write("a = " + QByteArray::number(++value) + "\nb = 2\n");
                 program.waitForReadyRead(100);
                 printed += program.readAllStandardOutput();
-                return printed.contains("changed a = ");
+                return printed.contains(expected.at(0));
             }(),
             printed.constData());
-        write("b = 2\na2 = \"x\"\n");
+        write("b = 2\na2 = x\\y\n");
         QTRY_VERIFY2((program.waitForReadyRead(100), printed += program.readAllStandardOutput(),
-                      printed.contains("removed a\n") && printed.contains("created a2 = ")),
+                      printed.contains(expected.at(1)) && printed.contains(expected.at(2))),
                      printed.constData());
-        QVERIFY(!printed.contains(" b"));
+        QVERIFY(!printed.contains(" b") && !printed.contains("\"b\""));
         QCOMPARE(::kill(pid_t(program.processId()), SIGINT), 0);
         QVERIFY(program.waitForFinished());
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);

@@ -1,5 +1,6 @@
 #include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/FrameworkCore/Values/Utf8.h"
+#include "tests/cli/TerminalRun.h"
 #include "tests/support/Columns.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
@@ -8,12 +9,6 @@
 #include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
-
-#include <csignal>
-#include <poll.h>
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using FrameworkCore::Values::printableLine;
 using FrameworkCore::Values::printableLines;
@@ -26,53 +21,6 @@ const QByteArray hostile = "a\x1B[2Jb\x07"
                            "31m\xE2\x80\xAE"
                            "d\xE2\x81\xA6\xE2\x80\x8F\xE2\x80\xA8\xF3\xA0\x81\x81";
 const QByteArray hostileName = "n\x1B]0;t\x07\xE2\x80\xAE\xC2\x9B";
-
-// The program with a terminal of its own, as people start it.
-class TerminalRun
-{
-public:
-    TerminalRun(const QByteArrayList& arguments, const QByteArray& folder)
-    {
-        process = ::forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (process != 0)
-            return;
-        std::vector<char*> words{const_cast<char*>(VANTRY_PROGRAM)};
-        for (const QByteArray& argument : arguments)
-            words.push_back(const_cast<char*>(argument.constData()));
-        words.push_back(nullptr);
-        if (::chdir(folder.constData()) == 0)
-            ::execv(VANTRY_PROGRAM, words.data());
-        ::_exit(127);
-    }
-
-    ~TerminalRun()
-    {
-        ::close(terminal);
-        ::kill(process, SIGKILL);
-        ::waitpid(process, nullptr, 0);
-    }
-
-    Q_DISABLE_COPY(TerminalRun)
-
-    // Up to the end, or until the text has come, or nothing for so many milliseconds.
-    QByteArray read(const QByteArray& awaited = {}, int patience = 20'000)
-    {
-        QByteArray shown;
-        pollfd source{terminal, POLLIN, 0};
-        while ((awaited.isEmpty() || !shown.contains(awaited)) && ::poll(&source, 1, patience) > 0) {
-            char bytes[4096];
-            const ssize_t got = ::read(terminal, bytes, sizeof bytes);
-            if (got <= 0)
-                break;
-            shown.append(bytes, int(got));
-        }
-        return shown;
-    }
-
-private:
-    int terminal = -1;
-    pid_t process = -1;
-};
 
 // Where the first thing is that no terminal may get; -1 without one. Its driver ends lines with "\r\n".
 int findUnprintable(QByteArray shown)
@@ -151,7 +99,8 @@ private slots:
     {
         QFETCH(QByteArrayList, arguments);
         QFETCH(QByteArray, shown);
-        const QByteArray screen = TerminalRun(arguments, QFile::encodeName(folder->path())).read();
+        const QByteArray screen =
+            TerminalRun(VANTRY_PROGRAM, arguments, QFile::encodeName(folder->path())).read();
         const int at = findUnprintable(screen);
         QVERIFY2(at < 0, screen.mid(at, 20).toHex(' ').constData());
         QVERIFY2(screen.contains(shown), screen.constData());
@@ -159,7 +108,7 @@ private slots:
 
     void watchesWithoutSteeringATerminal()
     {
-        TerminalRun run({"watch", "b.txt"}, QFile::encodeName(folder->path()));
+        TerminalRun run(VANTRY_PROGRAM, {"watch", "b.txt"}, QFile::encodeName(folder->path()));
         QByteArray screen;
         for (int round = 0; round < 100 && !screen.contains("changed"); ++round) {
             write("b.txt", "k = x" + hostile + QByteArray::number(round) + "\nn" + hostile + " = 1\n");
@@ -229,6 +178,9 @@ private:
             {"mv", {"mv", ini, "\x1B[2J", "x"}, escape},
             {"cp", {"cp", ini, "k", "k"}, escape},
             {"ls", {"ls", ini}, "%1B"},
+            {"ls as json", {"ls", ini, "--json"}, "\"value\": "},
+            {"list", {"list", "b.txt"}, "k = $'a\\x1b"},
+            {"list with NUL", {"list", "b.txt", "-0"}, "\\x00"},
             {"tree", {"tree", ini}, "k = a\\x1b[2J"},
             {"find", {"find", ini, "*"}, "%E2%80%AE"},
             {"find nothing", {"find", "\x1B[2J", "*"}, escape},
