@@ -32,6 +32,9 @@ public:
 
     RepositoryInterface& getRepository() const { return *repository; }
 
+    // Files are not written.
+    bool isDryRun() const { return dryRun; }
+
     // Mounts the file that the argument names, itself, as a declared backend or as "-"; the same file is
     // mounted once. Null on failure, whose exit code getFailure gives. Files that are written are to be
     // opened first.

@@ -1,9 +1,5 @@
-#include "cli/Session.h"
-#include "cli/TypedText.h"
+#include "cli/Edits.h"
 #include "cli/commands/Commands.h"
-#include "repository/common/PathRules.h"
-
-#include <optional>
 
 namespace CommandLine::Commands {
 
@@ -11,33 +7,15 @@ namespace {
 
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    const QString& path = invocation.arguments.at(1);
-    const QString& text = invocation.arguments.at(2);
-    std::optional<QVariant> value = TypedText::readPlain(text);
-    if (invocation.has("--type")) {
-        const auto type = TypedText::typeNamed(invocation.valueOf("--type"));
-        if (!type)
-            return ExitCode::Usage;
-        QString reason;
-        value = TypedText::read(text, *type, reason);
-        if (!value)
-            return Session::fail(ExitCode::Refused, QStringLiteral("'%1': %2").arg(path, reason));
-    }
-    if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
-        return Session::fail(
-            ExitCode::Usage,
-            QStringLiteral(
-                "'%1' is not a path: names joined by \".\", none of them empty, and none with \"*\" in it")
-                .arg(path));
+    WantedType type;
+    if (!Edits::readType(invocation, type))
+        return ExitCode::Usage;
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!source)
         return session.getFailure();
-    constexpr int createOnly = 2;
-    constexpr int readWrite = 3;
-    const auto outcome = session.getRepository().getWriterInterface()->create(source->fullPath(path), *value,
-                                                                              createOnly, readWrite);
-    session.tell(outcome);
-    return outcome.ok() ? session.save(*source) : ExitCode::Refused;
+    const ExitCode code =
+        Edits(session, *source).create(invocation.arguments.at(1), invocation.arguments.at(2), type);
+    return code == ExitCode::Done ? session.save(*source) : code;
 }
 
 } // namespace

@@ -1,49 +1,61 @@
-#include "cli/Session.h"
-#include "cli/TypedText.h"
+#include "cli/Edits.h"
+#include "cli/TreeWalk.h"
 #include "cli/commands/Commands.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
-
-#include <optional>
 
 namespace CommandLine::Commands {
 
 namespace {
 
+// All attributes that match, or none.
+ExitCode setMatches(Session& session, const Source& source, const Invocation& invocation, WantedType type)
+{
+    const QString& pattern = invocation.arguments.at(1);
+    if (invocation.has("--create"))
+        return Session::fail(
+            ExitCode::Usage,
+            QStringLiteral("'%1' is a pattern, and --create needs the path of the attribute").arg(pattern));
+    const auto tree = session.getRepository().getTreeInterface();
+    const Edits edits(session, source);
+    int count = 0;
+    const QStringList paths = findMatches(*tree, source, pattern);
+    for (const QString& path : paths) {
+        if (!tree->getNodeInformation(path).isAttribute)
+            continue;
+        const ExitCode code = edits.set(path, invocation.arguments.at(2), type);
+        if (code != ExitCode::Done)
+            return code;
+        ++count;
+    }
+    return edits.saveAll(count, pattern, QStringLiteral("set"));
+}
+
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    std::optional<FrameworkCore::Values::Type> wanted;
-    if (invocation.has("--type")) {
-        wanted = TypedText::typeNamed(invocation.valueOf("--type"));
-        if (!wanted)
-            return ExitCode::Usage;
-    }
-    const auto place = session.locate(Session::Opening::Edit, QStringLiteral("; 'vantry create' adds it"));
-    if (!place)
-        return session.getFailure();
+    WantedType type;
+    if (!Edits::readType(invocation, type))
+        return ExitCode::Usage;
+    const bool creates = invocation.has("--create");
     const QString& path = invocation.arguments.at(1);
-    if (!place->node.isAttribute)
+    const QString& text = invocation.arguments.at(2);
+    const Source* source =
+        session.open(invocation.arguments.at(0), creates ? Session::Opening::Create : Session::Opening::Edit);
+    if (!source)
+        return session.getFailure();
+    if (isPattern(path))
+        return setMatches(session, *source, invocation, type);
+    const QString fullPath = source->fullPath(path);
+    const auto node =
+        creates ? session.getRepository().getTreeInterface()->getNodeInformation(fullPath)
+                : session.find(*source, path, QStringLiteral("; 'vantry create' or --create adds it"));
+    if (!creates && !node.exists)
+        return session.getFailure();
+    if (!creates && !node.isAttribute)
         return Session::fail(
             ExitCode::Negative,
-            QStringLiteral("%1: '%2' is a group without a value of its own").arg(place->source->given, path));
-
-    auto& repository = session.getRepository();
-    QVariant present;
-    repository.getReaderInterface()->readAttributeValue(place->path, present, 0);
-    const auto backend = repository.getBackendInterface()->getBackendInformation(place->source->root);
-    const bool isGuessed = !wanted && !backend->namesType(place->path);
-    const bool isPlain = isGuessed || (!wanted && !present.isValid());
-    const QString& text = invocation.arguments.at(2);
-    const auto type = wanted ? *wanted : FrameworkCore::Values::toValue(present).type;
-    QString reason;
-    const auto value = isPlain ? TypedText::readPlain(text) : TypedText::read(text, type, reason);
-    if (!value)
-        return Session::fail(ExitCode::Refused,
-                             QStringLiteral("%1: '%2': %3").arg(place->source->given, path, reason));
-    constexpr int allPoints = 15;
-    const auto writer = repository.getWriterInterface();
-    return session.finish(wanted || isGuessed ? writer->retype(place->path, *value)
-                                              : writer->write(place->path, *value, allPoints),
-                          *place->source);
+            QStringLiteral("%1: '%2' is a group without a value of its own").arg(source->given, path));
+    const Edits edits(session, *source);
+    const ExitCode code = node.isAttribute ? edits.set(fullPath, text, type) : edits.create(path, text, type);
+    return code == ExitCode::Done ? session.save(*source) : code;
 }
 
 } // namespace
@@ -61,11 +73,17 @@ Command set()
         "With --type, the attribute gets that type, if the file can hold it. Only the bytes of the value "
         "change in the file, and those of its type tag with the type. When another program has changed other "
         "attributes since the file was read, both changes are in it; when it has changed the same one, "
-        "nothing "
-        "is written and the exit code is 3. An attribute that is not there is not created.",
+        "nothing is written and the exit code is 3. An attribute that is not there is not created, unless "
+        "--create is given; then PATH, VALUE and T are those of \"create\".\n"
+        "With \"*\" in PATH, which stands for any run of characters, all attributes that match are set, in "
+        "one write of the file, or none of them. How many there are is said on stderr; the exit code is 1 "
+        "when there is none.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
-        {{"--type", "T", Word::Type, "the type of VALUE, and of the attribute from then on"}, dryRunOption},
-        {"vantry set app.ini server.port 8080", "vantry set app.ini log.prefix -- '-> '"},
+        {{"--type", "T", Word::Type, "the type of VALUE, and of the attribute from then on"},
+         {"--create", {}, Word::Text, "create the attribute when it is not there"},
+         dryRunOption},
+        {"vantry set app.ini server.port 8080", "vantry set app.ini log.prefix -- '-> '",
+         "vantry set app.ini '*.enabled' false --dry-run"},
         run};
 }
 

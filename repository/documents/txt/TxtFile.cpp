@@ -55,7 +55,7 @@ std::string TxtFile::findClash(std::uint32_t piece, const Statement& line) const
     const std::uint32_t previous = pieces[piece].previous;
     const bool losesTag = line.tags().empty() && !pieces[piece].line.tags().empty();
     if (losesTag && previous != none && pieces[previous].line.isEntry() &&
-        wouldSwallow(pieces[previous].line, line.text))
+        wouldSwallow(pieces[previous].line, line.text, dialect))
         return "without its type tag the line would be read as part of the value above";
     const std::uint32_t next = pieces[piece].next;
     const bool swallows = next != none && wouldSwallow(line, pieces[next].line.text, dialect);

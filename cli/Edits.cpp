@@ -1,0 +1,93 @@
+#include "cli/Edits.h"
+
+#include "cli/Output.h"
+#include "cli/TypedText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/PathRules.h"
+
+namespace CommandLine {
+
+bool Edits::readType(const Invocation& invocation, WantedType& type)
+{
+    if (invocation.has("--type"))
+        type = TypedText::typeNamed(invocation.valueOf("--type"));
+    return type || !invocation.has("--type");
+}
+
+ExitCode Edits::create(const QString& path, const QString& text, WantedType type) const
+{
+    if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
+        return Session::fail(
+            ExitCode::Usage,
+            QStringLiteral(
+                "'%1' is not a path: names joined by \".\", none of them empty, and none with \"*\" in it")
+                .arg(path));
+    const QString fullPath = source.fullPath(path);
+    QString reason;
+    const auto value = type ? TypedText::read(text, *type, reason) : TypedText::readPlain(text);
+    if (!value)
+        return refuse(fullPath, reason);
+    constexpr int createOnly = 2;
+    constexpr int readWrite = 3;
+    const auto outcome =
+        session.getRepository().getWriterInterface()->create(fullPath, *value, createOnly, readWrite);
+    session.tell(outcome);
+    return outcome.ok() ? ExitCode::Done : ExitCode::Refused;
+}
+
+// What "get" prints can be set again.
+ExitCode Edits::set(const QString& fullPath, const QString& text, WantedType wanted) const
+{
+    auto& repository = session.getRepository();
+    QVariant present;
+    repository.getReaderInterface()->readAttributeValue(fullPath, present, 0);
+    const auto backend = repository.getBackendInterface()->getBackendInformation(source.root);
+    const bool isGuessed = !wanted && !backend->namesType(fullPath);
+    const bool isPlain = isGuessed || (!wanted && !present.isValid());
+    const auto type = wanted ? *wanted : FrameworkCore::Values::toValue(present).type;
+    QString reason;
+    const auto value = isPlain ? TypedText::readPlain(text) : TypedText::read(text, type, reason);
+    if (!value)
+        return refuse(fullPath, reason);
+    return wanted || isGuessed ? session.finish(repository.getWriterInterface()->retype(fullPath, *value))
+                               : write(fullPath, *value);
+}
+
+ExitCode Edits::write(const QString& fullPath, const QVariant& value) const
+{
+    constexpr int allPoints = 15;
+    return session.finish(session.getRepository().getWriterInterface()->write(fullPath, value, allPoints));
+}
+
+std::optional<QVariant> Edits::read(const QString& fullPath) const
+{
+    QVariant value;
+    const int status = session.getRepository().getReaderInterface()->readAttributeValue(fullPath, value, 0);
+    if (status != Session::StatusCode::NotReadable)
+        return value;
+    refuse(fullPath, QStringLiteral("it is write-only"));
+    return {};
+}
+
+ExitCode Edits::saveAll(int count, const QString& pattern, const QString& whatWasDone) const
+{
+    if (count == 0)
+        return Session::fail(ExitCode::Negative,
+                             QStringLiteral("%1: nothing there matches '%2'").arg(source.given, pattern));
+    const ExitCode code = session.save(source);
+    const QString matches = count == 1 ? QStringLiteral("match") : QStringLiteral("matches");
+    const QString mood = session.isDryRun() ? QStringLiteral("would be ") : QString();
+    if (code == ExitCode::Done)
+        Output::message(QStringLiteral("%1: %2 %3 of '%4' %5%6")
+                            .arg(source.given, QString::number(count), matches, pattern, mood, whatWasDone));
+    return code;
+}
+
+ExitCode Edits::refuse(const QString& fullPath, const QString& reason) const
+{
+    return Session::fail(
+        ExitCode::Refused,
+        QStringLiteral("%1: '%2': %3").arg(source.given, source.relativePath(fullPath), reason));
+}
+
+} // namespace CommandLine
