@@ -10,11 +10,12 @@ namespace CommandLine {
 const std::vector<Command>& CommandTable::commands()
 {
     static const std::vector<Command> table{
-        Commands::get(),        Commands::set(),        Commands::create(),     Commands::remove(),
-        Commands::move(),       Commands::copy(),       Commands::ls(),         Commands::tree(),
-        Commands::list(),       Commands::find(),       Commands::diff(),       Commands::convert(),
-        Commands::validate(),   Commands::watch(),      Commands::roundtrip(),  Commands::importTree(),
-        Commands::exportTree(), Commands::completion(), Commands::help(),       Commands::complete(),
+        Commands::get(),       Commands::set(),        Commands::create(),     Commands::append(),
+        Commands::insert(),    Commands::remove(),     Commands::move(),       Commands::copy(),
+        Commands::ls(),        Commands::tree(),       Commands::list(),       Commands::find(),
+        Commands::diff(),      Commands::convert(),    Commands::validate(),   Commands::watch(),
+        Commands::roundtrip(), Commands::importTree(), Commands::exportTree(), Commands::completion(),
+        Commands::help(),      Commands::complete(),
     };
     return table;
 }

@@ -5,6 +5,7 @@
 namespace CommandLine::Commands {
 
 // One function for each command; the table lists them.
+Command append();
 Command completion();
 Command complete(); // what the scripts of completion call
 Command convert();
@@ -16,6 +17,7 @@ Command find();
 Command get();
 Command help();
 Command importTree();
+Command insert();
 Command list();
 Command ls();
 Command move();
