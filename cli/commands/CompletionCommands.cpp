@@ -28,8 +28,9 @@ public:
     {
         for (const QString& word : words.mid(0, words.size() - 1))
             take(word);
-        if (awaiting)
-            add(awaiting->word);
+        const Option* option = optionsEnded || awaiting ? nullptr : takeBeginning();
+        if (awaiting || option)
+            add((awaiting ? awaiting : option)->word);
         else if (!optionsEnded && current.startsWith(QLatin1Char('-')))
             addOptions();
         else if (!line.command)
@@ -40,10 +41,13 @@ public:
 
     void print() const
     {
-        Output::line(wantsFiles ? QStringLiteral("files") : QStringLiteral("words"));
+        const QString beforeFile = beginning + beforeName;
+        Output::line(!wantsFiles            ? QStringLiteral("words")
+                     : beforeFile.isEmpty() ? QStringLiteral("files")
+                                            : QStringLiteral("files ") + beforeFile);
         for (const QString& candidate : candidates) {
             if (candidate.startsWith(current))
-                Output::line(candidate);
+                Output::line(beginning + candidate);
         }
     }
 
@@ -55,14 +59,30 @@ private:
             awaiting = nullptr;
         } else if (!optionsEnded && word == QLatin1String("--")) {
             optionsEnded = true;
-        } else if (!optionsEnded && word.startsWith(QLatin1String("--"))) {
-            const Option* option = CommandTable::findOption(line.command, word.toStdString());
-            awaiting = option && !option->argument.empty() ? option : nullptr;
+        } else if (!optionsEnded && line.isOption(word)) {
+            const auto [name, value] = Invocation::splitOption(word);
+            const Option* option = CommandTable::findOption(line.command, name.toStdString());
+            if (option && !value && !option->argument.empty())
+                awaiting = option;
+            else if (option)
+                line.options.append({option->name, value.value_or(QString())});
         } else if (!line.command) {
             line.command = CommandTable::find(word.toStdString());
         } else {
             line.arguments.append(word);
         }
+    }
+
+    // The option whose value is unfinished, as in "--format=js"; what is before the value is set apart.
+    const Option* takeBeginning()
+    {
+        const auto [name, value] = Invocation::splitOption(current);
+        const Option* option = value ? CommandTable::findOption(line.command, name.toStdString()) : nullptr;
+        if (option) {
+            beginning = name + QLatin1Char('=');
+            current = *value;
+        }
+        return option;
     }
 
     void addOptions()
@@ -119,6 +139,8 @@ private:
             candidates += TypedText::typeNames();
             break;
         case Word::Backend:
+            addDeclarations();
+            break;
         case Word::Text:
             break;
         }
@@ -129,6 +151,19 @@ private:
         const QStringList declarations = line.valuesOf("--backend");
         for (const QString& declaration : declarations)
             candidates.append(declaration.section(QLatin1Char('='), 0, 0));
+    }
+
+    // NAME=FILE:ACCESS
+    void addDeclarations()
+    {
+        const int equals = current.indexOf(QLatin1Char('='));
+        wantsFiles = equals >= 0;
+        beforeName = current.left(equals + 1);
+        const QString file = current.left(current.lastIndexOf(QLatin1Char(':')) + 1);
+        if (file.size() <= beforeName.size())
+            return;
+        for (const char* access : {"ro", "wo", "rw"})
+            candidates.append(file + QLatin1String(access));
     }
 
     // The file that was named last.
@@ -172,7 +207,9 @@ private:
             candidates.append(current.left(equals + 1) + name.section(QLatin1Char('('), 0, 0));
     }
 
-    const QString current;
+    QString beginning;  // of the unfinished word, which all candidates have
+    QString current;    // its rest
+    QString beforeName; // in the rest, where a file's name does not begin it
     Invocation line;
     const Option* awaiting = nullptr; // its value comes next
     bool optionsEnded = false;
@@ -217,7 +254,7 @@ Command complete()
     Command command{"complete",
                     "print what may come next",
                     "The last WORD is the unfinished one. The first line is \"files\" when names of files "
-                    "may come, too, otherwise \"words\".",
+                    "may come, too, and what precedes the name in WORD, otherwise \"words\".",
                     {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
                     {},
                     {},
