@@ -95,7 +95,10 @@ int Invocation::takeOption(const QStringList& words, int at)
         QStringList known = namesOf(CommandTable::commonOptions());
         if (command)
             known += namesOf(command->options);
-        error = QStringLiteral("unknown option %1%2").arg(name, suggestionFor(name, known));
+        const QString suggestion = suggestionFor(name, known);
+        error = QStringLiteral("unknown option %1%2")
+                    .arg(name, suggestion.isEmpty() ? QStringLiteral("; what is not an option comes after --")
+                                                    : suggestion);
         return at;
     }
     if (option->argument.empty()) {
