@@ -25,6 +25,7 @@ struct Argument
     std::string_view name; // as help shows it
     Word word = Word::Text;
     enum class Count { One, Optional, OneOrMore } count = Count::One;
+    std::string_view suppliedBy = {}; // the option with which it is not given
 };
 
 struct Option

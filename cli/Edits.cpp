@@ -1,7 +1,9 @@
 #include "cli/Edits.h"
 
 #include "cli/Output.h"
+#include "cli/StandardInput.h"
 #include "cli/TypedText.h"
+#include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 
@@ -12,6 +14,28 @@ bool Edits::readType(const Invocation& invocation, WantedType& type)
     if (invocation.has("--type"))
         type = TypedText::typeNamed(invocation.valueOf("--type"));
     return type || !invocation.has("--type");
+}
+
+ExitCode Edits::readText(const Invocation& invocation, QString& text)
+{
+    if (!invocation.has("--stdin")) {
+        text = invocation.arguments.at(2);
+        return ExitCode::Done;
+    }
+    if (StandardInput::isMeant(invocation.arguments.first()))
+        return Session::fail(ExitCode::Usage,
+                             QStringLiteral("standard input cannot hold both the file and VALUE"));
+    const StandardInput& input = StandardInput::read();
+    const bool isText = FrameworkCore::Values::isUtf8(input.bytes);
+    if (!input.error.isEmpty() || !isText)
+        return Session::fail(
+            ExitCode::BadFile,
+            QStringLiteral("%1: %2").arg(StandardInput::name(),
+                                         isText ? input.error : QStringLiteral("it is not UTF-8")));
+    text = QString::fromStdString(input.bytes);
+    if (text.endsWith(QLatin1Char('\n')))
+        text.chop(1);
+    return ExitCode::Done;
 }
 
 ExitCode Edits::create(const QString& path, const QString& text, WantedType type) const

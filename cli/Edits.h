@@ -20,6 +20,10 @@ public:
     // False, and a message, when the option --type names none.
     static bool readType(const Invocation& invocation, WantedType& type);
 
+    // The VALUE among the arguments FILE PATH VALUE, or with --stdin the text of standard input, without a
+    // line break at its end.
+    static ExitCode readText(const Invocation& invocation, QString& text);
+
     // A new attribute, of that type or else of the one that the text would have in a file without types.
     ExitCode create(const QString& path, const QString& text, WantedType type) const;
 

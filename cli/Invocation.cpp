@@ -129,32 +129,45 @@ void Invocation::takeName(const QString& name)
 
 void Invocation::checkArguments()
 {
-    const auto fits = [this](const Command::Form& form) { return accepts(form, arguments.size()); };
-    if (std::any_of(command->forms.begin(), command->forms.end(), fits))
-        return;
+    std::vector<Command::Form> forms;
     QStringList usages;
-    for (const Command::Form& form : command->forms)
-        usages.append(Usage::ofForm(*command, form));
-    error = QStringLiteral("%1: %2; usage: %3")
-                .arg(toText(command->name), describeMissing(), usages.join(QStringLiteral(" or ")));
+    for (const Command::Form& form : command->forms) {
+        forms.push_back(expected(form));
+        usages.append(Usage::ofForm(*command, forms.back()));
+    }
+    const auto fits = [this](const Command::Form& form) { return accepts(form, arguments.size()); };
+    if (std::none_of(forms.begin(), forms.end(), fits))
+        error = QStringLiteral("%1: %2; usage: %3")
+                    .arg(toText(command->name), describeMissing(forms, arguments),
+                         usages.join(QStringLiteral(" or ")));
+}
+
+// Without what the options supply.
+Command::Form Invocation::expected(Command::Form form) const
+{
+    const auto isSupplied = [this](const Argument& argument) {
+        return !argument.suppliedBy.empty() && has(argument.suppliedBy);
+    };
+    form.erase(std::remove_if(form.begin(), form.end(), isSupplied), form.end());
+    return form;
 }
 
 // Of the shortest form that the arguments may yet become, what it lacks; or else what is too much.
-QString Invocation::describeMissing() const
+QString Invocation::describeMissing(const std::vector<Command::Form>& forms, const QStringList& given)
 {
     const Command::Form* wanted = nullptr;
     int most = 0;
-    for (const Command::Form& form : command->forms) {
+    for (const Command::Form& form : forms) {
         const int least = leastOf(form);
-        if (least > arguments.size() && (!wanted || least < leastOf(*wanted)))
+        if (least > given.size() && (!wanted || least < leastOf(*wanted)))
             wanted = &form;
-        if (least <= arguments.size())
+        if (least <= given.size())
             most = std::max(most, int(form.size()));
     }
     if (!wanted)
-        return QStringLiteral("'%1' is one word too many").arg(arguments.at(most));
+        return QStringLiteral("'%1' is one word too many").arg(given.at(most));
     QStringList names;
-    for (int at = arguments.size(); at < leastOf(*wanted); ++at)
+    for (int at = given.size(); at < leastOf(*wanted); ++at)
         names.append(toText(wanted->at(std::size_t(at)).name));
     const QString last = names.takeLast();
     return names.isEmpty()

@@ -46,7 +46,8 @@ private:
     int takeOption(const QStringList& words, int at);
     void takeName(const QString& name);
     void checkArguments();
-    QString describeMissing() const;
+    Command::Form expected(Command::Form form) const;
+    static QString describeMissing(const std::vector<Command::Form>& forms, const QStringList& given);
 };
 
 } // namespace CommandLine

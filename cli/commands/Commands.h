@@ -31,6 +31,11 @@ Command watch();
 // Options that several of them take.
 constexpr Option dryRunOption{
     "--dry-run", {}, Word::Text, "print what would change in the file as a diff, and write nothing"};
+constexpr Argument valueArgument{"VALUE", Word::Text, Argument::Count::One, "--stdin"};
+constexpr Option stdinOption{"--stdin",
+                             {},
+                             Word::Text,
+                             "VALUE is not given, but is what standard input holds, less a last line break"};
 constexpr Option toFormatOption{"--to-format", "FORMAT", Word::Format,
                                 "the format of the second FILE, when its name does not decide it"};
 constexpr Option jsonOption{"--json", {}, Word::Text, "print json, in the form that is described above"};

@@ -10,11 +10,14 @@ ExitCode run(Session& session, const Invocation& invocation)
     WantedType type;
     if (!Edits::readType(invocation, type))
         return ExitCode::Usage;
+    QString text;
+    const ExitCode reading = Edits::readText(invocation, text);
+    if (reading != ExitCode::Done)
+        return reading;
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Create);
     if (!source)
         return session.getFailure();
-    const ExitCode code =
-        Edits(session, *source).create(invocation.arguments.at(1), invocation.arguments.at(2), type);
+    const ExitCode code = Edits(session, *source).create(invocation.arguments.at(1), text, type);
     return code == ExitCode::Done ? session.save(*source) : code;
 }
 
@@ -30,9 +33,10 @@ Command create()
         "file's format has no form of its own for is kept in a type tag that other programs take for a "
         "comment. "
         "An attribute that is there already is refused; a file that is not there is created.",
-        {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
+        {{{"FILE", Word::File}, {"PATH", Word::Path}, valueArgument}},
         {{"--type", "T", Word::Type, "the type of the attribute"},
          {"--parents", {}, Word::Text, "add the groups that lead to it, which is done without it, too"},
+         stdinOption,
          dryRunOption},
         {"vantry create app.ini server.timeout 30", "vantry create app.json start 2024-05-31 --type date"},
         run};

@@ -7,7 +7,8 @@ namespace CommandLine::Commands {
 namespace {
 
 // All attributes that match, or none.
-ExitCode setMatches(Session& session, const Source& source, const Invocation& invocation, WantedType type)
+ExitCode setMatches(Session& session, const Source& source, const Invocation& invocation, const QString& text,
+                    WantedType type)
 {
     const QString& pattern = invocation.arguments.at(1);
     if (invocation.has("--create"))
@@ -21,7 +22,7 @@ ExitCode setMatches(Session& session, const Source& source, const Invocation& in
     for (const QString& path : paths) {
         if (!tree->getNodeInformation(path).isAttribute)
             continue;
-        const ExitCode code = edits.set(path, invocation.arguments.at(2), type);
+        const ExitCode code = edits.set(path, text, type);
         if (code != ExitCode::Done)
             return code;
         ++count;
@@ -36,13 +37,16 @@ ExitCode run(Session& session, const Invocation& invocation)
         return ExitCode::Usage;
     const bool creates = invocation.has("--create");
     const QString& path = invocation.arguments.at(1);
-    const QString& text = invocation.arguments.at(2);
+    QString text;
+    const ExitCode reading = Edits::readText(invocation, text);
+    if (reading != ExitCode::Done)
+        return reading;
     const Source* source =
         session.open(invocation.arguments.at(0), creates ? Session::Opening::Create : Session::Opening::Edit);
     if (!source)
         return session.getFailure();
     if (isPattern(path))
-        return setMatches(session, *source, invocation, type);
+        return setMatches(session, *source, invocation, text, type);
     const QString fullPath = source->fullPath(path);
     const auto node =
         creates ? session.getRepository().getTreeInterface()->getNodeInformation(fullPath)
@@ -78,9 +82,10 @@ Command set()
         "With \"*\" in PATH, which stands for any run of characters, all attributes that match are set, in "
         "one write of the file, or none of them. How many there are is said on stderr; the exit code is 1 "
         "when there is none.",
-        {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text}}},
+        {{{"FILE", Word::File}, {"PATH", Word::Path}, valueArgument}},
         {{"--type", "T", Word::Type, "the type of VALUE, and of the attribute from then on"},
          {"--create", {}, Word::Text, "create the attribute when it is not there"},
+         stdinOption,
          dryRunOption},
         {"vantry set app.ini server.port 8080", "vantry set app.ini log.prefix -- '-> '",
          "vantry set app.ini '*.enabled' false --dry-run"},
