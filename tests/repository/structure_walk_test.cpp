@@ -337,15 +337,17 @@ private:
         return outcome.ok() ? TestSupport::contentOf(fileOf(fileName())) : outcome.toText().toUtf8();
     }
 
-    // Whether it was done; what is undone then has been looked at.
+    // Whether it was done; what is undone then has been looked at. A file is not saved which nothing would
+    // tell the format of any more.
     bool done(const char* what, const Outcome& outcome)
     {
+        const bool isSaved = outcome.ok() && save().ok();
         auto& count = counts[mountedType + QLatin1Char(' ') + QLatin1String(what)];
-        ++(outcome.ok() ? count.first : count.second);
-        if (!outcome.ok())
-            return false;
-        after = savedText();
-        return true;
+        ++(isSaved ? count.first : count.second);
+        if (outcome.ok() && !isSaved && !history()->undo())
+            QTest::qVerify(false, what, "cannot be undone", __FILE__, __LINE__);
+        after = isSaved ? savedText() : QByteArray();
+        return isSaved;
     }
 
     void undo(const char* what)
