@@ -3,6 +3,8 @@
 #include "desk/common/CellEdit.h"
 #include "desk/common/MenuText.h"
 #include "desk/common/WaitCursor.h"
+#include "desk/window/TreeSelection.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -30,10 +32,14 @@ bool hasOwnHistory(const QWidget* widget)
 
 } // namespace
 
-EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget& editedWindow)
-    : QMenu(tr("&Edit"), &editedWindow), history(std::move(steps)), window(editedWindow),
-      undo(addAction(QString())), redo(addAction(QString()))
+EditMenu::EditMenu(std::shared_ptr<Repository> attributes, QWidget& editedWindow)
+    : QMenu(tr("&Edit"), &editedWindow), repository(std::move(attributes)),
+      history(repository->getHistoryInterface()), window(editedWindow), undo(addAction(QString())),
+      redo(addAction(QString()))
 {
+    addSeparator();
+    type = addAction(tr("Change &Type..."), this, &EditMenu::changeType);
+    type->setObjectName(QStringLiteral("changeType"));
     undo->setObjectName(QStringLiteral("undo"));
     undo->setShortcut(QKeySequence::Undo);
     redo->setObjectName(QStringLiteral("redo"));
@@ -43,6 +49,7 @@ EditMenu::EditMenu(std::shared_ptr<History> steps, QWidget& editedWindow)
     connect(this, &QMenu::aboutToShow, this, [this] {
         endCellEdit(window);
         refresh();
+        offerType();
     });
     refresh();
 }
@@ -65,6 +72,20 @@ void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
     endCellEdit(window);
     const WaitCursor cursor;
     (history.get()->*step)();
+    refresh();
+}
+
+void EditMenu::offerType()
+{
+    const auto attribute = repository->getReaderInterface()->getAttribute(currentInTree(window));
+    type->setEnabled(attribute && FrameworkCore::AppConfig::isWritable(attribute->getAccessMode()) &&
+                     attribute->getValue().isValid());
+}
+
+void EditMenu::changeType()
+{
+    using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
+    AttributeTreeModelInputDialogs(&window).showAttributeTypeDialog(currentInTree(window));
     refresh();
 }
 

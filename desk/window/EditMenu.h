@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/FrameworkCore/AppConfig/HistoryInterface.h"
+#include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QMenu>
 
@@ -8,17 +8,19 @@
 
 namespace Vantry {
 
-// Undo and redo, named after the step that they would take. GUI thread.
+// Undo and redo, named after the step that they would take, and the change of an attribute's type. GUI
+// thread.
 class EditMenu : public QMenu
 {
     Q_OBJECT
 
 public:
     using History = FrameworkCore::AppConfig::Interfaces::HistoryInterface;
+    using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
-    // Without a history, which may be, both stay disabled. What is being typed into a cell of the window,
-    // which outlives the menu, is a step too.
-    EditMenu(std::shared_ptr<History> history, QWidget& window);
+    // Without a history, which may be, undo and redo stay disabled. What is being typed into a cell of the
+    // window, which outlives the menu, is a step too.
+    EditMenu(std::shared_ptr<Repository> repository, QWidget& window);
 
     // Looks which steps there are.
     void refresh();
@@ -29,12 +31,16 @@ public:
 
 private:
     void take(FrameworkCore::AppConfig::Outcome (History::*step)());
+    void offerType();
+    void changeType();
     static void name(QAction& action, const QString& verb, const QString& step);
 
+    std::shared_ptr<Repository> repository;
     std::shared_ptr<History> history;
     QWidget& window;
     QAction* undo; // children
     QAction* redo;
+    QAction* type;
 };
 
 } // namespace Vantry

@@ -113,7 +113,7 @@ void MainWindow::setUpMenus()
     menuBar()->addMenu(file);
     connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
-    edit = new EditMenu(repository->getHistoryInterface(), *this);
+    edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 

@@ -6,12 +6,22 @@
 
 namespace Vantry {
 
+namespace {
+
+using Utilities::ModelViews::AttributeTreeViewModel;
+
+const AttributeTreeViewModel* attributesOf(const QTreeView& tree)
+{
+    return qobject_cast<const AttributeTreeViewModel*>(tree.model());
+}
+
+} // namespace
+
 bool selectInTree(QWidget& page, const QString& path)
 {
     const auto trees = page.findChildren<QTreeView*>();
     for (QTreeView* const tree : trees) {
-        const auto* const model =
-            qobject_cast<const Utilities::ModelViews::AttributeTreeViewModel*>(tree->model());
+        const AttributeTreeViewModel* const model = attributesOf(*tree);
         const QModelIndex item = model ? model->indexFromPath(path) : QModelIndex();
         if (!item.isValid())
             continue;
@@ -21,6 +31,17 @@ bool selectInTree(QWidget& page, const QString& path)
         return true;
     }
     return false;
+}
+
+QString currentInTree(const QWidget& window)
+{
+    const auto trees = window.findChildren<QTreeView*>();
+    for (const QTreeView* const tree : trees) {
+        const AttributeTreeViewModel* const model = attributesOf(*tree);
+        if (model && tree->isVisible() && tree->currentIndex().isValid())
+            return model->pathFromIndex(tree->currentIndex());
+    }
+    return {};
 }
 
 } // namespace Vantry

@@ -10,4 +10,7 @@ namespace Vantry {
 // shows it. GUI thread.
 bool selectInTree(QWidget& page, const QString& path);
 
+// The path of the node that is current in the tree which the window shows; empty without one.
+QString currentInTree(const QWidget& window);
+
 } // namespace Vantry

@@ -3,8 +3,10 @@
 #include "tests/desk/DeskTest.h"
 #include "tests/support/Columns.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 
@@ -104,6 +106,38 @@ private slots:
         QTRY_COMPARE(desk->item(path).siblingAtColumn(1).data().toString(), typed);
         QVERIFY(pressKey(QStringLiteral("ctrl+z")));
         QTRY_COMPARE(read(path), before);
+    }
+
+    // From the menu; what the file cannot hold is said in the dialog.
+    void changesTheTypeByTheMenu()
+    {
+        desk->tree->setCurrentIndex(desk->item(maximum));
+        QVERIFY(pressKey(QStringLiteral("alt+e")));
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        const DialogDriver driver([](QWidget& dialog) {
+            const auto said = [&dialog] {
+                return dialog.findChild<QLabel*>(QStringLiteral("lblValueFault"))->text();
+            };
+            QVERIFY(pressKey(QStringLiteral("alt+e")));
+            const auto* const types = dialog.findChild<QComboBox*>(QStringLiteral("cbType"));
+            QTRY_COMPARE(QApplication::focusWidget(), static_cast<const QWidget*>(types));
+            QVERIFY(TestSupport::typeText(QStringLiteral("Text")));
+            QTRY_COMPARE(types->currentText(), QStringLiteral("Text"));
+            QCOMPARE(dialog.findChild<QLineEdit*>()->text(), QStringLiteral("125"));
+            QVERIFY(pressKey(QStringLiteral("Return")));
+            QTRY_VERIFY2(said().contains(QLatin1String("back as a whole number")), qPrintable(said()));
+            QVERIFY(pressKey(QStringLiteral("Tab")));
+            QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(dialog.findChild<QLineEdit*>()));
+            QVERIFY(TestSupport::typeText(QStringLiteral("infinity")));
+            QTRY_COMPARE(dialog.findChild<QLineEdit*>()->text(), QStringLiteral("infinity"));
+            QVERIFY(pressKey(QStringLiteral("Return")));
+        });
+        QVERIFY(pressKey(QStringLiteral("t")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_COMPARE(read(maximum), QVariant(QStringLiteral("infinity")));
+        QVERIFY(TestSupport::showActive(*desk->window));
+        QVERIFY(pressKey(QStringLiteral("ctrl+s")));
+        QTRY_VERIFY(contentOf(folder->path("limits.ini")).contains("maximum = infinity"));
     }
 
     void letsChooseInConflicts()

@@ -35,6 +35,10 @@ public:
     bool showAttributeCreateDialog(QString& name, QVariant& value, int& type,
                                    const QString& parentPath = {}) const;
 
+    // Asks for another type of an attribute of the process's repository, and its value as that, and gives it
+    // both. False, and nothing changed, when cancelled.
+    bool showAttributeTypeDialog(const QString& path) const;
+
     // Asks for an attribute's name, preset as given, and where it goes: below the target (asChild) or beside
     // it. False, and nothing changed, when cancelled.
     bool showAttributePasteDialog(const QString& title, const QString& label, QString& name,

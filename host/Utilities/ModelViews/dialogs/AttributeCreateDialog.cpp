@@ -1,10 +1,9 @@
 #include "host/Utilities/ModelViews/dialogs/AttributeCreateDialog.h"
 
-#include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/dialogs/FaultLabel.h"
+#include "host/Utilities/ModelViews/dialogs/TypedValueRows.h"
 
-#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLineEdit>
@@ -12,38 +11,25 @@
 
 namespace Utilities::ModelViews::Widgets {
 
-namespace Values = FrameworkCore::Values;
-
 AttributeCreateDialog::AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath)
-    : QDialog(parent), place(parentPath), kinds(ValueEditor::kinds()), nameEdit(new QLineEdit(name, this)),
-      nameFault(new FaultLabel(this)), types(new QComboBox(this)), valueFault(new FaultLabel(this)),
-      remarks(new FaultLabel(this)),
-      buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+    : QDialog(parent), place(parentPath), nameEdit(new QLineEdit(name, this)),
+      nameFault(new FaultLabel(this)), remarks(new FaultLabel(this))
 {
     setWindowTitle(tr("New Attribute"));
     nameEdit->setObjectName(QStringLiteral("edtName"));
     nameFault->setObjectName(QStringLiteral("lblNameFault"));
-    types->setObjectName(QStringLiteral("cbType"));
-    valueFault->setObjectName(QStringLiteral("lblValueFault"));
     remarks->setObjectName(QStringLiteral("lblRemarks"));
     remarks->setPalette(palette());
     nameEdit->setPlaceholderText(tr("A name, or a path such as limits.upper"));
-    for (const ValueEditor::Kind& kind : kinds)
-        types->addItem(kind.name, kind.metaType);
-    types->setMaxVisibleItems(types->count());
     layOut();
     connect(nameEdit, &QLineEdit::textChanged, this, [this] {
         nameIsTouched = true;
         check();
     });
-    connect(types, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            &AttributeCreateDialog::changeEditor);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    changeEditor();
+    check();
 }
-
-AttributeCreateDialog::~AttributeCreateDialog() = default;
 
 void AttributeCreateDialog::layOut()
 {
@@ -57,11 +43,10 @@ void AttributeCreateDialog::layOut()
     }
     form->addRow(tr("&Name"), nameEdit);
     form->addRow({}, nameFault);
-    form->addRow(tr("Typ&e"), types);
-    editorPlace = new QVBoxLayout;
-    form->addRow(tr("Value"), editorPlace);
-    form->addRow({}, valueFault);
+    rows = new TypedValueRows(*this, *form);
+    connect(rows, &TypedValueRows::edited, this, &AttributeCreateDialog::check);
     form->addRow({}, remarks);
+    buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     form->addRow(buttons);
     nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 70);
 }
@@ -73,46 +58,23 @@ QString AttributeCreateDialog::getName() const
 
 int AttributeCreateDialog::getType() const
 {
-    return types->currentData().toInt();
+    return rows->getType();
 }
 
 QVariant AttributeCreateDialog::getValue() const
 {
     QString fault;
-    return editor->getValue(fault);
-}
-
-// What was entered is offered to each type that has the same value.
-void AttributeCreateDialog::changeEditor()
-{
-    editor = kinds[types->currentIndex()].make(getType());
-    const auto same = Values::convertVariant(entered, getType());
-    if (entered.isValid() && same)
-        editor->setValue(*same);
-    editorPlace->addWidget(editor.get());
-    if (editor->focusProxy()) {
-        editor->setFocusPolicy(Qt::StrongFocus); // or Qt leaves it where it was made, after the buttons
-        QWidget::setTabOrder(types, editor.get());
-    }
-    connect(editor.get(), &ValueEditor::edited, this, [this] {
-        entered = getValue();
-        check();
-    });
-    check();
-    if (!isVisible())
-        return;
-    layout()->activate();
-    resize(width(), layout()->totalHeightForWidth(width()));
+    return rows->getValue(fault);
 }
 
 void AttributeCreateDialog::check()
 {
     const QString faultOfName = place.faultOf(getName());
     QString faultOfValue;
-    const QVariant value = editor->getValue(faultOfValue);
+    const QVariant value = rows->getValue(faultOfValue);
     const bool isRight = faultOfName.isEmpty() && faultOfValue.isEmpty();
     nameFault->showFault(nameIsTouched ? faultOfName : QString());
-    valueFault->showFault(faultOfValue);
+    rows->showFault(faultOfValue);
     remarks->showFault(isRight ? place.remarksOn(getName(), value).join(QLatin1Char('\n')) : QString());
     buttons->button(QDialogButtonBox::Ok)->setEnabled(isRight);
 }

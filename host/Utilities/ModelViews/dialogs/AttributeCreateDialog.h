@@ -1,21 +1,17 @@
 #pragma once
 
 #include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
-#include "host/Utilities/ModelViews/editors/ValueEditor.h"
 
 #include <QDialog>
 #include <QVariant>
 
-#include <memory>
-
-class QComboBox;
 class QDialogButtonBox;
 class QLineEdit;
-class QVBoxLayout;
 
 namespace Utilities::ModelViews::Widgets {
 
 class FaultLabel;
+class TypedValueRows;
 
 // Asks for name, type and value of a new attribute, and says where it is created. What is wrong is said below
 // its field while it is typed, and the dialog can be accepted only when nothing is. What else will change is
@@ -27,7 +23,6 @@ class AttributeCreateDialog : public QDialog
 public:
     // The place is not said when its path is empty.
     AttributeCreateDialog(QWidget* parent, const QString& name, const QString& parentPath);
-    ~AttributeCreateDialog() override;
 
     QString getName() const;
     int getType() const;       // a QMetaType number, UnknownType for an attribute without a value
@@ -37,22 +32,16 @@ public:
 
 private:
     void layOut();
-    void changeEditor();
     void check();
 
     const NewAttributePlace place;
-    const QVector<ValueEditor::Kind> kinds; // in the order of types
-    std::unique_ptr<ValueEditor> editor;    // of the chosen type
-    QVariant entered;                       // the last value that was entered, in whichever editor
     bool nameIsTouched = false;
     // Owned by the dialog.
     QLineEdit* nameEdit;
     FaultLabel* nameFault;
-    QComboBox* types;
-    QVBoxLayout* editorPlace = nullptr;
-    FaultLabel* valueFault;
+    TypedValueRows* rows = nullptr;
     FaultLabel* remarks; // which are not faults
-    QDialogButtonBox* buttons;
+    QDialogButtonBox* buttons = nullptr;
 };
 
 } // namespace Utilities::ModelViews::Widgets

@@ -3,6 +3,7 @@
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 #include "host/Utilities/ModelViews/dialogs/AttributeCreateDialog.h"
+#include "host/Utilities/ModelViews/dialogs/AttributeTypeDialog.h"
 #include "host/Utilities/ModelViews/dialogs/FaultLabel.h"
 #include "host/Utilities/ModelViews/dialogs/NewAttributePlace.h"
 #include "host/Utilities/ModelViews/dialogs/ProposingTextDialog.h"
@@ -106,6 +107,11 @@ bool AttributeTreeModelInputDialogs::showAttributeCreateDialog(QString& name, QV
     value = dialog->getValue();
     type = dialog->getType();
     return true;
+}
+
+bool AttributeTreeModelInputDialogs::showAttributeTypeDialog(const QString& path) const
+{
+    return AskedDialog<AttributeTypeDialog>(dialogParent, path).isAccepted();
 }
 
 bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& title, const QString& label,
