@@ -65,7 +65,10 @@ protected:
         const std::optional<Span> place = document->locate(path);
         if (place.has_value() != document->spell(path).has_value())
             wrong = "a value has a spelling and a place, or neither";
+        const Type former = typeAt(path);
+        const bool wasNamed = document->namesType(path);
         const Outcome outcome = document->set(path, value);
+        mayRetag = type != "json" && former != value.type && (wasNamed || document->namesType(path));
         if (outcome.ok() && place && !keepsAround(*place, document->getBytes()))
             wrong = "setting a value changed what lies around it";
         return outcome;
@@ -102,6 +105,7 @@ protected:
     std::string before;          // the bytes before the step
     const char* wrong = nullptr; // what the step saw
     bool isMoving = false;       // others may have new paths after the step
+    bool mayRetag = false;       // the value that was set is not of the type that a tag named
 
 private:
     void touch(const std::string& path, const char* what, const Value& value)
@@ -138,7 +142,15 @@ private:
         return some;
     }
 
-    // The bytes before and after a value; what sets it off from its name comes and goes with it.
+    Type typeAt(const std::string& path) const
+    {
+        Type found = Type::Group;
+        document->visit([&](const Entry& entry) { found = entry.path == path ? entry.value.type : found; });
+        return found;
+    }
+
+    // The bytes before and after a value; what sets it off from its name comes and goes with it, and so does
+    // a type tag before it with its type.
     bool keepsAround(Span place, const std::string& after) const
     {
         std::string_view head = std::string_view(before).substr(0, place.offset);
@@ -146,8 +158,8 @@ private:
         head = head.substr(0, head.find_last_not_of(" \t=:/>") + 1);
         if (tail.substr(0, 2) == "</")
             tail = tail.substr(tail.find('>') + 1);
-        const bool isKept = after.size() >= head.size() + tail.size();
-        return isKept && after.compare(0, head.size(), head) == 0 &&
+        const bool isKept = after.size() >= tail.size() + (mayRetag ? 0 : head.size());
+        return isKept && (mayRetag || after.compare(0, head.size(), head) == 0) &&
                after.compare(after.size() - tail.size(), tail.size(), tail) == 0;
     }
 

@@ -101,6 +101,10 @@ private:
         const std::string path = anyPath();
         const std::optional<std::string> spelling = document->spell(path);
         const Outcome outcome = set(path, anyValue());
+        if (outcome.ok() && mayRetag) { // a spelling is without the tag
+            isMoving = true;
+            return document->parse(before);
+        }
         if (outcome.ok() &&
             (!spelling || !document->respell(path, *spelling).ok() || document->getBytes() != before))
             wrong = "the spelling does not bring the bytes back";

@@ -172,7 +172,7 @@ private slots:
         row("a tag of bytes", "; @type text\nk=5\n", "k", {Type::ByteArray, std::string("\xFC")},
             "; @type bytes\nk=\\xfc\n");
         row("a tag that keeps lines apart", "a = C: \\\n; @type date\nk = 2024-01-01\n", "k", text("soon"),
-            "without its type tag the line would belong to the one above it");
+            "a = C: \\\n; @type text\nk = soon\n");
         row("null", "k=a\n", "k", null(), "an ini entry has a value; this file has no keys without one");
         row("null among bare keys", "k = a # c\nl\n", "k", null(), "k # c\nl\n");
         row("null below a folder", "a=C:\\\nk=1\nl\n", "k", null(),

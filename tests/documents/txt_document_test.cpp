@@ -120,6 +120,8 @@ private slots:
         row("a tag that a bool does without", "# c\n\n# @type date\na: 2024-01-01\n", "a", boolean(true),
             "# c\n\na: true\n");
         row("a tag that names another type", "# @type text\na=5\n", "a", day, "# @type date\na=2024-01-02\n");
+        row("a tag that keeps lines apart", "a = C:\\\n# @type date\n  k = 2024-01-01\n", "k", text("soon"),
+            "a = C:\\\n# @type text\n  k = soon\n");
         row("text like a number", "k=a\n", "k", text("5"),
             "a txt file would read \"5\" back as a whole number, not as a text");
         row("blanks", "k=a\n", "k", text(" x "), "a txt file would read \" x \" back as \"x\"");

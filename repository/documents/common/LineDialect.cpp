@@ -248,18 +248,19 @@ std::optional<std::string> LineDialect::write(const Statement& entry, const Valu
     return onlyAtEnd;
 }
 
-std::optional<std::string> LineDialect::writeRetyped(const Statement& entry, const Value& value,
-                                                     const LineStyle& style) const
+std::vector<std::string> LineDialect::writeRetyped(const Statement& entry, const Value& value,
+                                                   const LineStyle& style) const
 {
+    std::vector<std::string> texts;
     const std::string retagged = renameTypeTag(entry.tags(), value.type).append(entry.lines());
     for (const std::string& head : {std::string(entry.lines()), retagged}) {
         const std::optional<Statement> line = scanEntry(head);
         // Bytes without a tag would make a file that is no text.
         const bool isFit = line && (value.type != Type::ByteArray || line->tag == value.type);
         if (auto text = isFit ? write(*line, value, style) : std::nullopt)
-            return text;
+            texts.push_back(*std::move(text));
     }
-    return std::nullopt;
+    return texts;
 }
 
 bool LineDialect::namesType(const Statement& entry)

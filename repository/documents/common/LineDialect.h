@@ -55,10 +55,10 @@ public:
     std::optional<std::string> write(const Statement& entry, const Value& value,
                                      const LineStyle& style) const;
 
-    // The same of a tagged entry with a value of another type: without the tag where that will do, or else
-    // with one that names the new type.
-    std::optional<std::string> writeRetyped(const Statement& entry, const Value& value,
-                                            const LineStyle& style) const;
+    // The same of a tagged entry with a value of another type: without the tag, and with one that names the
+    // new type.
+    std::vector<std::string> writeRetyped(const Statement& entry, const Value& value,
+                                          const LineStyle& style) const;
 
     // Whether a tag or quotes say of which type the value is, or it can only be bytes.
     static bool namesType(const Statement& entry);

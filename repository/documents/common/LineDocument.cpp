@@ -41,9 +41,18 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
     const Statement& model = original.tag == piece.line.tag ? original : piece.line;
     const bool isRetyped =
         model.tag != Type::Group && present.type != Type::Null && present.type != value.type;
-    const std::optional<std::string> text = isRetyped ? dialect.writeRetyped(model, value, file->style)
-                                                      : dialect.write(model, value, file->style);
-    return text ? file->replace(entry, *text) : refused(dialect.explainRefusal(model, value, file->style));
+    std::vector<std::string> texts;
+    if (isRetyped)
+        texts = dialect.writeRetyped(model, value, file->style);
+    else if (auto text = dialect.write(model, value, file->style))
+        texts.push_back(*std::move(text));
+    Outcome outcome = texts.empty() ? refused(dialect.explainRefusal(model, value, file->style)) : Outcome();
+    for (const std::string& text : texts) {
+        outcome = file->replace(entry, text);
+        if (outcome.ok())
+            break;
+    }
+    return outcome;
 }
 
 bool LineDocument::namesType(std::string_view path) const

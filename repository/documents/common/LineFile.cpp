@@ -3,6 +3,7 @@
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeTag.h"
 
 #include <algorithm>
 #include <limits>
@@ -139,6 +140,9 @@ Outcome LineFile::replace(std::uint32_t id, std::string_view newText)
     if (!line)
         return refused(getDialect().fileNoun() + " cannot hold the value at this place");
     std::string reason = asBefore ? std::string() : encoding.findRefusal(line->text);
+    const bool losesTag = line->tags().empty() && !piece.line.tags().empty();
+    if (losesTag && piece.previous != none && endsInTypeTag(pieces[piece.previous].line.text))
+        reason = "without its type tag the entry would get the one above it";
     if (reason.empty())
         reason = findClash(id, *line);
     if (!reason.empty())
