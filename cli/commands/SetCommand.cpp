@@ -69,16 +69,15 @@ Command set()
     return {
         "set",
         "change the value of an attribute",
-        "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, VALUE "
-        "is read as that type, in the form in which \"get\" prints it, and the type stays. Elsewhere VALUE "
-        "is "
-        "written as it is, and its type is what it looks like: true and false, whole numbers, or else a "
-        "text. "
-        "With --type, the attribute gets that type, if the file can hold it. Only the bytes of the value "
-        "change in the file, and those of its type tag with the type. When another program has changed other "
-        "attributes since the file was read, both changes are in it; when it has changed the same one, "
-        "nothing is written and the exit code is 3. An attribute that is not there is not created, unless "
-        "--create is given; then PATH, VALUE and T are those of \"create\".\n"
+        "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, "
+        "VALUE is read as that type, in the form in which \"get\" prints it, and the type stays. "
+        "Elsewhere VALUE is written as it is, and its type is what it looks like: true and false, whole "
+        "numbers, or else a text. With --type, the attribute gets that type, if the file can hold it. "
+        "Only the bytes of the value change in the file, and those of its type tag with the type. When "
+        "another program has changed other attributes since the file was read, both changes are in it; "
+        "when it has changed the same one, nothing is written and the exit code is 3. An attribute that "
+        "is not there is not created, unless --create is given; then PATH, VALUE and T are those of "
+        "\"create\".\n"
         "With \"*\" in PATH, which stands for any run of characters, all attributes that match are set, in "
         "one write of the file, or none of them. How many there are is said on stderr; the exit code is 1 "
         "when there is none.",
