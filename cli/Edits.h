@@ -27,7 +27,8 @@ public:
     // A new attribute, of that type or else of the one that the text would have in a file without types.
     ExitCode create(const QString& path, const QString& text, WantedType type) const;
 
-    // Gives an attribute that type; without one, that which the file names for it or else the text looks like.
+    // Gives an attribute that type; without one, that which the file names for it or else the text looks
+    // like.
     ExitCode set(const QString& fullPath, const QString& text, WantedType wanted) const;
 
     ExitCode write(const QString& fullPath, const QVariant& value) const;

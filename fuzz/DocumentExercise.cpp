@@ -101,6 +101,7 @@ private:
             return fault("a value is not found, or a group has one");
         if (span && (span->offset > before.size() || span->length > before.size() - span->offset))
             return fault("a value lies outside of the text");
+        const bool wasNamed = document->namesType(entry.path);
         if (!document->set(entry.path, value).ok())
             return checkNothingChanged();
         if (isGroup)
@@ -108,8 +109,9 @@ private:
         const std::string after = document->getBytes();
         const std::string_view rest = std::string_view(before).substr(span->offset + span->length);
         // Null is a key without separator where a format has no word for it. A second edit may take back what
-        // the first had to put around its value.
-        const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null;
+        // the first had to put around its value. A tag goes with the type that it names.
+        const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null &&
+                               (value.type == entry.value.type || !wasNamed);
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
                           after.size() < span->offset + rest.size() ||
                           std::string_view(after).substr(after.size() - rest.size()) != rest))

@@ -53,8 +53,8 @@ private slots:
         folder = std::make_unique<QTemporaryDir>();
         QVERIFY(folder->isValid());
         const QByteArray file = hostileName + ".ini";
-        write(file,
-              "k = " + hostile + "\nbytes = \xFF\x9B\x1B[2J\n\n[" + hostile + "]\n" + hostile + " = 1\n");
+        write(file, "k = " + hostile + "\n; @type bytes\nbytes = \\xff\\x9b\x1B[2J\n\n[" + hostile + "]\n" +
+                        hostile + " = 1\n");
         write("b.txt", "k = " + hostile + "\n");
         write(hostileName + ".json", "{\"a" + hostileName.mid(6) + "\": 1, \"b\": [1 \x1B[2J");
         write("good.json", "{\"a\": \"\xC2\x9B\xE2\x80\xAE\x7F\", \"b\xE2\x80\xAE\": 1}");

@@ -265,7 +265,7 @@ std::vector<std::string> LineDialect::writeRetyped(const Statement& entry, const
 
 bool LineDialect::namesType(const Statement& entry)
 {
-    return entry.tag != Type::Group || quoteOf(entry) != '\0' || !isUtf8(entry.value());
+    return entry.tag != Type::Group || quoteOf(entry) != '\0';
 }
 
 std::string LineDialect::explainReading(const std::string& line, const Value& value) const
