@@ -51,10 +51,10 @@ ExitCode Edits::create(const QString& path, const QString& text, WantedType type
     const auto value = type ? TypedText::read(text, *type, reason) : TypedText::readPlain(text);
     if (!value)
         return refuse(fullPath, reason);
-    constexpr int createOnly = 2;
+    constexpr int createBefore = 4; // an element of an array
     constexpr int readWrite = 3;
     const auto outcome =
-        session.getRepository().getWriterInterface()->create(fullPath, *value, createOnly, readWrite);
+        session.getRepository().getWriterInterface()->create(fullPath, *value, createBefore, readWrite);
     session.tell(outcome);
     return outcome.ok() ? ExitCode::Done : ExitCode::Refused;
 }

@@ -9,9 +9,11 @@
 #include "repository/operations/StepReplay.h"
 #include "repository/store/AttachedValidations.h"
 #include "repository/store/AttributeReader.h"
+#include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/Subscriptions.h"
 #include "repository/store/TreeReader.h"
+#include "repository/transaction/ListEdit.h"
 #include "repository/transaction/SubtreeRemoval.h"
 #include "repository/transfer/SubtreeTransfer.h"
 
@@ -76,6 +78,10 @@ public:
             const auto name = [&path] { return QStringLiteral("Remove %1").arg(path); };
             return store->change(name, [&path](Transaction& transaction) {
                 Node* const node = transaction.getNodes().find(path);
+                const auto element = node ? std::nullopt : ListElement::at(path);
+                Node* const list = element ? transaction.getNodes().find(element->list) : nullptr;
+                if (ListEdit::textsIn(transaction.getNodes(), list))
+                    return ListEdit(transaction, *list).remove(element->index);
                 return node ? SubtreeRemoval(transaction, *node).run() : Refusals::notFound();
             });
         });

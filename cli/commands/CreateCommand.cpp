@@ -32,13 +32,16 @@ Command create()
         "a file would hold by that text: true and false, whole numbers, or else a text. A type which the "
         "file's format has no form of its own for is kept in a type tag that other programs take for a "
         "comment. "
-        "An attribute that is there already is refused; a file that is not there is created.",
+        "An attribute that is there already is refused; a file that is not there is created. In an array the "
+        "new element gets the index that PATH ends in, and those from there on move up; the number of its "
+        "elements is the index after the last.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, valueArgument}},
         {{"--type", "T", Word::Type, "the type of the attribute"},
          {"--parents", {}, Word::Text, "add the groups that lead to it, which is done without it, too"},
          stdinOption,
          dryRunOption},
-        {"vantry create app.ini server.timeout 30", "vantry create app.json start 2024-05-31 --type date"},
+        {"vantry create app.ini server.timeout 30", "vantry create app.json hosts.0 first",
+         "vantry create app.json start 2024-05-31 --type date"},
         run};
 }
 

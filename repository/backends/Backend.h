@@ -70,6 +70,9 @@ public:
     // See Document.
     virtual bool namesType(const QString& path) const = 0;
 
+    // Whether an entry is an array; nothing where there are none.
+    virtual std::optional<bool> isArray(const QString& path) const = 0;
+
     // Whether removing an entry gives others a new path, or another place in the order.
     virtual bool removalMovesOthers(const QString& path) const = 0;
 
@@ -145,6 +148,9 @@ protected:
     virtual bool insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
                                const std::vector<Documents::Entry>& expected) = 0;
     virtual Outcome removeExcerpt(const QString& path) = 0;
+    virtual std::optional<Outcome> insertElement(const QString& path,
+                                                 const std::vector<Documents::Entry>& entries) = 0;
+    virtual std::optional<Outcome> moveElement(const QString& path, const QString& newPath) = 0;
     virtual Outcome respell(const QString& path, const std::string& spelling) = 0;
     virtual Outcome replaceText(std::string bytes) = 0;
     virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,

@@ -52,6 +52,12 @@ bool DocumentBackend::namesType(const QString& path) const
     return content.getDocument().namesType(relative(path));
 }
 
+std::optional<bool> DocumentBackend::isArray(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().isArray(relative(path));
+}
+
 bool DocumentBackend::removalMovesOthers(const QString& path) const
 {
     const std::lock_guard lock(mutex);
@@ -155,16 +161,34 @@ Outcome DocumentBackend::removeExcerpt(const QString& path)
     return edit([&](Document& text) { return text.removeExcerpt(relative(path)); });
 }
 
-std::optional<Outcome> DocumentBackend::rename(const QString& path, const QString& name)
+std::optional<Outcome>
+DocumentBackend::editIfPossible(const std::function<std::optional<Documents::Outcome>(Document&)>& change)
 {
     const std::lock_guard lock(mutex);
     bool isDone = true;
     Outcome outcome = edit([&](Document& text) {
-        const auto renamed = text.rename(relative(path), name.toStdString());
-        isDone = renamed.has_value();
-        return renamed.value_or(Documents::Outcome());
+        const auto changed = change(text);
+        isDone = changed.has_value();
+        return changed.value_or(Documents::Outcome());
     });
     return isDone ? std::optional(std::move(outcome)) : std::nullopt;
+}
+
+std::optional<Outcome> DocumentBackend::rename(const QString& path, const QString& name)
+{
+    return editIfPossible([&](Document& text) { return text.rename(relative(path), name.toStdString()); });
+}
+
+std::optional<Outcome> DocumentBackend::insertElement(const QString& path,
+                                                      const std::vector<Documents::Entry>& entries)
+{
+    return editIfPossible([&](Document& text) { return text.insertElement(relative(path), entries); });
+}
+
+std::optional<Outcome> DocumentBackend::moveElement(const QString& path, const QString& newPath)
+{
+    return editIfPossible(
+        [&](Document& text) { return text.moveElement(relative(path), relative(newPath)); });
 }
 
 std::optional<Documents::Excerpt> DocumentBackend::excerpt(const QString& path) const

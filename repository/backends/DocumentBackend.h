@@ -12,6 +12,7 @@ public:
     void visitEntries(const std::function<void(const Documents::Entry& entry)>& visitor) const override;
     bool contains(const QString& path) const override;
     bool namesType(const QString& path) const override;
+    std::optional<bool> isArray(const QString& path) const override;
     bool removalMovesOthers(const QString& path) const override;
     SiblingPosition positionOf(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
@@ -40,6 +41,9 @@ protected:
     bool insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
                        const std::vector<Documents::Entry>& expected) override;
     Outcome removeExcerpt(const QString& path) override;
+    std::optional<Outcome> insertElement(const QString& path,
+                                         const std::vector<Documents::Entry>& entries) override;
+    std::optional<Outcome> moveElement(const QString& path, const QString& newPath) override;
     Outcome respell(const QString& path, const std::string& spelling) override;
     Outcome replaceText(std::string bytes) override;
     Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
@@ -61,6 +65,10 @@ protected:
     Outcome reverted(const std::vector<std::string>& paths);
     Changes change(const std::function<void()>& operation);
     Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
+
+    // For an edit that may not be possible where it is. Takes the mutex.
+    std::optional<Outcome>
+    editIfPossible(const std::function<std::optional<Documents::Outcome>(Documents::Document&)>& change);
 
     mutable std::mutex mutex; // guards what follows
     EditedDocument content;

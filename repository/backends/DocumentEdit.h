@@ -38,6 +38,16 @@ public:
     }
     Outcome removeExcerpt(const QString& path) { return toChange().removeExcerpt(path); }
 
+    // For the elements of arrays; see Document.
+    std::optional<Outcome> insertElement(const QString& path, const std::vector<Documents::Entry>& entries)
+    {
+        return toChange().insertElement(path, entries);
+    }
+    std::optional<Outcome> moveElement(const QString& path, const QString& newPath)
+    {
+        return toChange().moveElement(path, newPath);
+    }
+
     // Gives a value a spelling that the backend had for it before.
     Outcome respell(const QString& path, const std::string& spelling)
     {

@@ -7,6 +7,8 @@
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
+#include "repository/transaction/ListEdit.h"
+#include "repository/transaction/Projection.h"
 
 namespace Repository {
 
@@ -48,7 +50,10 @@ Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, i
     if (outcome.ok()) {
         const auto stepName = [&path] { return QStringLiteral("Create %1").arg(path); };
         outcome = store->change(stepName, [&](Transaction& transaction) {
-            Outcome inserted = insert(transaction, path, *std::move(attributeValue), AccessMode(access));
+            const auto element = insertElement(transaction, path, *attributeValue, option == createBefore);
+            Outcome inserted =
+                element ? *element
+                        : insert(transaction, path, *std::move(attributeValue), AccessMode(access));
             isHidden = isHidden || (!inserted.ok() && store->getTree()->hidesValues(path));
             return inserted;
         });
@@ -111,7 +116,8 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     Node* node = shard.find(key);
     if (!node || !node->isAttribute()) {
         lock.unlock();
-        return refuseUnknown(path, value);
+        const auto element = ListElement::at(path);
+        return element ? writeElement(*element, path, value) : refuseUnknown(path, value);
     }
     QVariant previous;
     record.begin(store->getHistory(), *node);
@@ -164,6 +170,55 @@ Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVar
     if (outcome.ok())
         nodes.setAttribute(node, std::move(accepted), node.getAccess());
     return outcome;
+}
+
+Outcome AttributeWriter::writeElement(const ListElement& element, const QString& path, const QVariant& value)
+{
+    bool isHidden = false;
+    const auto name = [&path] { return QStringLiteral("Write %1").arg(path); };
+    const Outcome outcome = store->change(name, [&](Transaction& transaction) -> Outcome {
+        Node* const list = transaction.getNodes().find(element.list);
+        if (!ListEdit::textsIn(transaction.getNodes(), list))
+            return Refusals::notFound();
+        isHidden = !list->isReadable();
+        return ListEdit(transaction, *list).set(element.index, value);
+    });
+    return outcome == StatusCode::NotFound ? refuseUnknown(path, value)
+                                           : Refusals::notSet(outcome, path, value, isHidden);
+}
+
+std::optional<Outcome> AttributeWriter::insertElement(Transaction& transaction, const QString& path,
+                                                      const QVariant& value, bool movesOthers)
+{
+    NodeWriter& nodes = transaction.getNodes();
+    Node* const node = nodes.find(path);
+    Node& array = nodes.nearest(parentPath(path));
+    const QStringView below = pathAfter(path, array.path.size());
+    const QStringView name = below.left(below.indexOf(pathSeparator));
+    const auto index = elementIndex(name);
+    const auto texts = node || !index ? std::nullopt : ListEdit::textsIn(nodes, &array);
+    if (!index || (!texts && !(node && movesOthers)))
+        return {};
+    Outcome outcome = acceptNew(nodes.getTree(), NodeIndex::Key(path), nullptr, array.backend, value);
+    if (!outcome.ok())
+        return outcome;
+    const int count = texts ? texts->size() : *index + 1;
+    if (*index > count)
+        return ListEdit::beyond(count);
+    if (*index < count && (!movesOthers || name.size() < below.size()))
+        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
+    const bool isText = texts && value.userType() == QMetaType::QString && name.size() == below.size();
+    const auto inserted =
+        array.backend && !isText
+            ? transaction.edit(*array.backend)
+                  .insertElement(joinedPath(array.path, name),
+                                 {{pathBytes(pathAfter(below, name.size())), toValue(value)}})
+            : std::nullopt;
+    if (inserted && inserted->ok())
+        Projection(transaction).showAll(*array.backend);
+    if (inserted || !texts || name.size() < below.size())
+        return inserted;
+    return ListEdit(transaction, array).insert(*index, value);
 }
 
 Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& value)

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/AttributeWriterInterface.h"
 #include "repository/operations/AttributeStore.h"
+#include "repository/store/ListElement.h"
 
 #include <memory>
 #include <optional>
@@ -30,6 +31,9 @@ private:
     // The option of create that writes to an attribute which exists already; any other refuses it.
     static constexpr int createOrWrite = 3;
 
+    // The one that makes room for an element of an array.
+    static constexpr int createBefore = 4;
+
     Outcome createOne(const QString& path, const QVariant& value, int option, int access);
     Outcome writeOne(const QString& path, const QVariant& value, int points);
     Outcome retypeOne(const QString& path, const QVariant& value);
@@ -41,6 +45,13 @@ private:
 
     // Gives an attribute the value and its type.
     static Outcome change(Transaction& transaction, Node& node, const QVariant& value);
+
+    // The same for an element of a list or of an array in a file; nothing where there is none.
+    static std::optional<Outcome> insertElement(Transaction& transaction, const QString& path,
+                                                const QVariant& value, bool movesOthers);
+
+    // Of an element of a list.
+    Outcome writeElement(const ListElement& element, const QString& path, const QVariant& value);
 
     // Nothing while the node's backend is being edited otherwise.
     static std::optional<Outcome> replace(Node& node, const QVariant& value, QVariant& previous);

@@ -2,6 +2,7 @@
 
 #include "repository/common/PathRules.h"
 #include "repository/store/AttributeTree.h"
+#include "repository/store/ListElement.h"
 
 namespace Repository {
 
@@ -39,14 +40,34 @@ int AttributeReader::readAttributeValue(const QString& path, QVariant& value, co
 {
     const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = tree->index.shardOf(key);
-    const std::lock_guard lock(shard.mutex);
+    std::unique_lock lock(shard.mutex);
     const Node* node = shard.find(key);
     value = QVariant();
-    if (!node || !node->isAttribute())
-        return isValidPath(path) ? StatusCode::NotFound : StatusCode::InvalidPath;
+    if (!node || !node->isAttribute()) {
+        lock.unlock();
+        return readElement(path, value);
+    }
     if (!node->isReadable())
         return StatusCode::NotReadable;
     value = node->value;
+    return StatusCode::Success;
+}
+
+int AttributeReader::readElement(const QString& path, QVariant& value) const
+{
+    const auto element = ListElement::at(path);
+    if (!element)
+        return isValidPath(path) ? StatusCode::NotFound : StatusCode::InvalidPath;
+    const NodeIndex::Key key(element->list);
+    NodeIndex::Shard& shard = tree->index.shardOf(key);
+    const std::lock_guard lock(shard.mutex);
+    const Node* const list = shard.find(key);
+    const QVariant text = element->readFrom(list);
+    if (!text.isValid())
+        return StatusCode::NotFound;
+    if (!list->isReadable())
+        return StatusCode::NotReadable;
+    value = text;
     return StatusCode::Success;
 }
 

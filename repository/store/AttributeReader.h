@@ -19,6 +19,8 @@ public:
     getAttribute(const QString& path) override;
 
 private:
+    int readElement(const QString& path, QVariant& value) const;
+
     std::shared_ptr<AttributeTree> tree;
 };
 

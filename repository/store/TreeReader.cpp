@@ -4,6 +4,7 @@
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
 #include "repository/store/AttributeTree.h"
+#include "repository/store/ListElement.h"
 
 #include <algorithm>
 #include <deque>
@@ -98,10 +99,12 @@ NodeInformation TreeReader::getNodeInformation(const QString& path) const
     const std::shared_lock lock(tree.structure);
     const NodeIndex::Key key(path);
     NodeIndex::Shard& shard = tree.index.shardOf(key);
-    const std::lock_guard shardLock(shard.mutex);
+    std::unique_lock shardLock(shard.mutex);
     const Node* node = shard.find(key);
-    if (!node)
-        return information;
+    if (!node) {
+        shardLock.unlock();
+        return elementInformation(path);
+    }
     information.exists = true;
     information.isAttribute = node->isAttribute();
     information.isBackendRoot = node->isBackendRoot();
@@ -111,6 +114,25 @@ NodeInformation TreeReader::getNodeInformation(const QString& path) const
         information.dataType = QString::fromLatin1(node->value.typeName());
     if (node->backend)
         information.backend = node->backend->getName();
+    return information;
+}
+
+NodeInformation TreeReader::elementInformation(const QString& path) const
+{
+    NodeInformation information;
+    const auto element = ListElement::at(path);
+    const Node* const list = element ? tree.nodeOf(element->list) : nullptr;
+    if (!list)
+        return information;
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(list->path)).mutex);
+    const QVariant text = element->readFrom(list);
+    if (!text.isValid())
+        return information;
+    information.exists = information.isAttribute = true;
+    information.accessMode = list->getAccess();
+    information.dataType = QString::fromLatin1(text.typeName());
+    if (list->backend)
+        information.backend = list->backend->getName();
     return information;
 }
 

@@ -27,6 +27,9 @@ public:
     QStringList findPaths(const FrameworkCore::AppConfig::Interfaces::PathSearch& search) const;
 
 private:
+    // Of an element of a list, which has no node. The structure lock is held.
+    NodeInformation elementInformation(const QString& path) const;
+
     AttributeTree& tree;
 };
 

@@ -3,6 +3,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/SubtreeRemoval.h"
+#include "repository/transfer/ElementCopy.h"
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
 
@@ -49,6 +50,8 @@ bool SubtreeCopy::isOfOneFormat(const Node& source) const
 
 Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
 {
+    if (ElementCopy elements(transaction, from, to); elements.isNeeded(isMove))
+        return elements.run(isMove);
     const NodeWriter& nodes = transaction.getNodes();
     Node* const source = nodes.find(from);
     Outcome outcome = check(source, isMove);

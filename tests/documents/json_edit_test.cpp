@@ -25,6 +25,23 @@ Edit removal(const char* path)
     return [path](Document& document) { return document.remove(path); };
 }
 
+Edit element(const char* path, const std::vector<Entry>& entries)
+{
+    return [path, entries](Document& document) {
+        return document.insertElement(path, entries).value_or(Outcome{"not in an array", 0, 0});
+    };
+}
+Edit element(const char* path, const Value& value)
+{
+    return element(path, std::vector<Entry>{{{}, value}});
+}
+Edit moved(const char* path, const char* newPath)
+{
+    return [path, newPath](Document& document) {
+        return document.moveElement(path, newPath).value_or(Outcome{"not in an array", 0, 0});
+    };
+}
+
 using Row = std::function<void(const QByteArray&, const Edit&, const QByteArray&)>;
 
 // Only the value's bytes change, and none when it is equal.
@@ -225,6 +242,29 @@ void addTypeRows(const Row& row)
     row(R"({"$types":{"a":"date","b":5}})", set("$types.b", integer(6)), R"({"$types":{"a":"date","b":6}})");
 }
 
+// The others keep their text, comments and types, also where a list becomes a group or one a list.
+void addElementRows(const Row& row)
+{
+    row("[\"\\u0061\", \"b\"]", element("1", text("x")), "[\"\\u0061\", \"x\", \"b\"]");
+    row("{\"a\": []}", element("a.0", integer(5)), "{\"a\": [5]}");
+    row("[\"a\", \"b\"]", element("0", integer(5)), "[5, \"a\", \"b\"]");
+    row("[ 1, 2.50 ]", element("2", text("x")), "[ 1, 2.50, \"x\" ]");
+    row("[1,[2,3]]", element("1.0", list({"x"})), "[1,[[\"x\"],2,3]]");
+    row("{\"a\":[1]}", element("a.0", {{"b", integer(1)}, {"c.0", integer(2)}, {"c.1", integer(3)}}),
+        "{\"a\":[{\"b\":1,\"c\":[2,3]},1]}");
+    row("[1,2,3,4,5,6,7,8,9,10]", element("9", integer(0)), "[1,2,3,4,5,6,7,8,9,0,10]");
+    row("[\n  \"a\", // one\n  \"\\u0062\", // two\n  \"c\"\n]\n", moved("0", "2"),
+        "[\n  \"\\u0062\", // two\n  \"c\",\n  \"a\" // one\n]\n");
+    row("[\n  1,\n  {\"x\": 2.50},\n  \"c\"\n]\n", moved("2", "0"),
+        "[\n  \"c\",\n  1,\n  {\"x\": 2.50}\n]\n");
+    row("[1, 2.50, 3]", moved("1", "1"), "[1, 2.50, 3]");
+    const QByteArray typed = R"({"a":["2024-02-29",1,"2024-03-01"],"$types":{"a.0":"date","a.2":"date"}})";
+    row(typed, element("a.1", Value{Type::Date, std::string("2025-01-01")}),
+        R"({"a":["2024-02-29","2025-01-01",1,"2024-03-01"],"$types":{"a.0":"date","a.3":"date","a.1":"date"}})");
+    row(typed, moved("a.2", "a.0"),
+        R"({"a":["2024-03-01","2024-02-29",1],"$types":{"a.1":"date","a.0":"date"}})");
+}
+
 std::vector<Entry> subtreeEntries(bool withArrays)
 {
     std::vector<Entry> entries;
@@ -270,6 +310,7 @@ private slots:
         addRemoveRows(row);
         addCommentRows(row);
         addTypeRows(row);
+        addElementRows(row);
     }
 
     void edits()
@@ -342,6 +383,8 @@ private slots:
         row("{\"a\":1}", insert("a", integer(2)), "already an entry");
         row("{\"a\":{}}", insert("a", group()), "already an entry");
         row("{\"a\":[1]}", insert("a", integer(2)), "is an array");
+        row("{\"a\":[\"x\"]}", element("a.2", integer(2)), "the greatest index can be 1");
+        row("{\"a\":[1]}", moved("a.0", "a.1"), "its only index can be 0");
         row("{\"a\":[1]}", insert("a.2", integer(2)), "whose next element is 1");
         row("{\"a\":[1]}", insert("a.x.y", integer(2)), "whose next element is 1");
         row("{\"a\":1}", insert("a[3]", integer(2)), "can only be added after \"a[2]\"");

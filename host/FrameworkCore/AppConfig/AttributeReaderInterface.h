@@ -14,7 +14,8 @@ public:
     virtual ~AttributeReaderInterface() = default;
 
     // Stores the value; an invalid one when the result is not Success, and for a null attribute.
-    // Option 0 reads what is in memory. A write-only attribute gives NotReadable.
+    // An element of a list is read by the list's path with the index. Option 0 reads what is in memory. A
+    // write-only attribute gives NotReadable.
     virtual int readAttributeValue(const QString& path, QVariant& value, const int& option) = 0;
 
     // Empty when the path names no attribute (a node that only groups others is none).

@@ -8,16 +8,18 @@
 
 namespace FrameworkCore::AppConfig::Interfaces {
 
-// Creating and writing attributes. Any thread, also from inside an update callback. Callbacks run on the
-// calling thread before the operation returns, when every lock is released again.
+// Creating and writing attributes, and elements of lists: the path of an element is the list's with an index.
+// Any thread, also from inside an update callback. Callbacks run on the calling thread before the operation
+// returns, when every lock is released again.
 class VANTRY_CORE_EXPORT AttributeWriterInterface
 {
 public:
     virtual ~AttributeWriterInterface() = default;
 
     // Option 2 refuses an existing path; option 3 writes the value of an existing one, whose type and access
-    // stay. access is the AccessMode of a new attribute as a number. The value's type becomes the
-    // attribute's.
+    // stay; option 4 is 2, but an element of an array comes before the one that has its index so far. After
+    // the last element, an array of n gets that of the index n; none comes beyond that. access is the
+    // AccessMode of a new attribute as a number. The value's type becomes the attribute's.
     virtual bool createAttribute(const QString& path, const QVariant& value, const int& option,
                                  const int& access) = 0;
 

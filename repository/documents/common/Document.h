@@ -36,6 +36,8 @@ struct Entry
 {
     std::string path; // below the root: encoded components joined by "."; empty for the root itself
     Value value;      // Type::Group for a node without a value of its own
+
+    std::optional<bool> isArray = {}; // whether a group is an array, where the file says it
 };
 
 // Where an entry comes among the others of its group, in the order of visit.
@@ -114,6 +116,21 @@ public:
     // Whether insertAll keeps the given order.
     virtual bool keepsGivenOrder() const { return false; }
 
+    // Adds an element to an array, with all below it as insertAll does, before the one that has its index so
+    // far, or after the last. Nothing is done, and nothing comes back, where the path is not in an array.
+    virtual std::optional<Outcome> insertElement(std::string_view /*path*/,
+                                                 const std::vector<Entry>& /*entries*/)
+    {
+        return {};
+    }
+
+    // Gives an element another index in the same array, the one it has in the end, as it is written. Nothing
+    // for what is not that.
+    virtual std::optional<Outcome> moveElement(std::string_view /*path*/, std::string_view /*newPath*/)
+    {
+        return {};
+    }
+
     // Takes out an entry and all below it.
     virtual Outcome remove(std::string_view path) = 0;
 
@@ -141,6 +158,9 @@ public:
     virtual SiblingPlace placeOf(std::string_view path) const = 0;
 
     virtual bool contains(std::string_view path) const = 0;
+
+    // Whether an entry, or for the empty path all of it, is an array; nothing in a format without any.
+    virtual std::optional<bool> isArray(std::string_view /*path*/) const { return {}; }
 
     // The bytes of a value; nothing for an unknown path or a group. Costs a walk over the document.
     virtual std::optional<Span> locate(std::string_view path) const = 0;

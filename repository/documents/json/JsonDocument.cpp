@@ -1,6 +1,7 @@
 #include "repository/documents/json/JsonDocument.h"
 
 #include "repository/documents/common/NumberStyle.h"
+#include "repository/documents/json/JsonElements.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -69,6 +70,9 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
         const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
         if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
             entry.value = valueNode == noNode ? Value() : file->read(valueNode, entry.path);
+            entry.isArray.reset();
+            if (valueNode == noNode)
+                entry.isArray = tree.node(id).kind == JsonKind::Array;
             visitor(entry);
         }
         if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noNode) {
@@ -189,6 +193,12 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
     return {SiblingPlace::Kind::After, joinPath(ends.parent, name)};
 }
 
+std::optional<bool> JsonDocument::isArray(std::string_view path) const
+{
+    const NodeId id = file->find(path);
+    return id != noNode && file->tree.node(id).kind == JsonKind::Array;
+}
+
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
@@ -240,8 +250,10 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
                                 std::size_t& refused)
 {
     const NodeId root = file->tree.getRoot();
-    const bool hasTypesMember = root != noNode && file->members.find(root, typesKey) != noNode;
-    if (path.empty() || hasTypesMember || entries.size() < 2)
+    const bool hasOtherTypes =
+        root != noNode && file->types.getMember() == noNode && file->members.find(root, typesKey) != noNode;
+    const bool isValue = entries.size() == 1 && entries.front().path.empty();
+    if (path.empty() || hasOtherTypes || isValue)
         return Document::insertAll(path, entries, refused);
     refused = 0;
     Outcome outcome = insert(path, {Type::Integer, std::int64_t(0)});
@@ -249,6 +261,12 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
         return outcome;
     remove(path);
     return Document::insertAll(path, entries, refused);
+}
+
+bool JsonDocument::canTag(const std::vector<std::pair<std::string, Type>>& types) const
+{
+    return std::all_of(types.begin(), types.end(),
+                       [&](const auto& tag) { return JsonInsertion(*file).checkTag(tag.second).ok(); });
 }
 
 bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entries)
@@ -263,9 +281,13 @@ bool JsonDocument::graft(std::string_view path, const std::vector<Entry>& entrie
         style.colon = fileStyle.colon;
     const auto written = JsonText::write(entries, style);
     if (!written || (entries.size() < fewEntries && !written->hasArrays) ||
-        file->tree.depthOf(id) + written->depth > JsonReader::maximumDepth)
+        file->tree.depthOf(id) + written->depth > JsonReader::maximumDepth || !canTag(written->types))
         return false;
-    return graftText(id, written->text);
+    if (!graftText(id, written->text))
+        return false;
+    for (const auto& [below, type] : written->types)
+        file->types.add(below.empty() ? std::string(path) : joinPath(path, below), type);
+    return true;
 }
 
 bool JsonDocument::graftText(NodeId id, const std::string& text)
@@ -277,6 +299,24 @@ bool JsonDocument::graftText(NodeId id, const std::string& text)
     std::string bytes = JsonWriter(tree).writeLocating(id, value);
     bytes.replace(value.offset, value.length, text);
     return parse(std::move(bytes)).ok();
+}
+
+std::optional<Outcome> JsonDocument::insertElement(std::string_view path, const std::vector<Entry>& entries)
+{
+    const bool isValue = entries.size() == 1 && entries.front().path.empty();
+    const auto outcome = JsonElements(*file).insert(path, isValue ? entries.front().value
+                                                                  : Value{Type::Integer, std::int64_t(0)});
+    if (!outcome || !outcome->ok() || isValue || graft(path, entries))
+        return outcome;
+    remove(path);
+    std::size_t refused = 0;
+    const auto group = JsonElements(*file).insert(path, Value());
+    return group->ok() ? Document::insertAll(path, entries, refused) : group;
+}
+
+std::optional<Outcome> JsonDocument::moveElement(std::string_view path, std::string_view newPath)
+{
+    return JsonElements(*file).move(path, newPath);
 }
 
 std::optional<Outcome> JsonDocument::rename(std::string_view path, std::string_view name)

@@ -25,6 +25,8 @@ public:
     Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
                       std::size_t& refused) override;
     bool keepsGivenOrder() const override { return true; }
+    std::optional<Outcome> insertElement(std::string_view path, const std::vector<Entry>& entries) override;
+    std::optional<Outcome> moveElement(std::string_view path, std::string_view newPath) override;
     Outcome remove(std::string_view path) override;
     std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
     std::optional<Excerpt> excerpt(std::string_view path) const override;
@@ -33,6 +35,7 @@ public:
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
+    std::optional<bool> isArray(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
@@ -46,6 +49,7 @@ private:
     // Writes a whole subtree in place of a new entry's value and reads it, or the file anew. False when the
     // entries are not plain, or too few to be worth it.
     bool graft(std::string_view path, const std::vector<Entry>& entries);
+    bool canTag(const std::vector<std::pair<std::string, Type>>& types) const;
     bool graftText(NodeId id, const std::string& text);
 
     std::unique_ptr<JsonFile> file = std::make_unique<JsonFile>(std::string());

@@ -32,13 +32,33 @@ NodeId JsonEditor::appendMember(NodeId object, std::string_view key, std::uint32
     return id;
 }
 
-NodeId JsonEditor::appendElement(NodeId array, const JsonContent& content)
+NodeId JsonEditor::insertElement(NodeId array, NodeId previous, const JsonContent& content)
 {
-    const NodeId id = insert(array);
+    tree.unfold(array);
+    const bool wasList = tree.node(array).isList();
+    const NodeId id = tree.insert(array, previous, JsonKind::Null);
     place(id);
-    members.add(id);
+    if (wasList)
+        members.addAll(array);
+    else
+        members.add(id);
     setContent(id, content);
+    if (tree.node(array).isList())
+        members.removeAll(array);
     return id;
+}
+
+void JsonEditor::moveElement(NodeId id, NodeId previous)
+{
+    const JsonLayout::Comments comments = layout.commentsOf(id);
+    const std::string indentation = lineIndentation(tree, id);
+    layout.dropCommentsAbove(id);
+    layout.takeOut(id);
+    tree.setText(id, JsonPart::Trailing, {}); // it was laid out as a last one, maybe
+    tree.move(id, previous);
+    place(id);
+    layout.addComments(id, comments, indentation);
+    members.reorder(tree.node(id).parent);
 }
 
 NodeId JsonEditor::insert(NodeId container)

@@ -32,10 +32,15 @@ public:
     // The child of the root that stays after all others; none at first.
     void keepLast(NodeId child) { keptLast = child; }
 
-    // A new last child of an object, the ordinal-th of this key, or of an array.
+    // A new last child of an object, the ordinal-th of this key.
     NodeId appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
                         const JsonContent& content);
-    NodeId appendElement(NodeId array, const JsonContent& content);
+
+    // A new element of an array after a sibling; noNode: before all others.
+    NodeId insertElement(NodeId array, NodeId previous, const JsonContent& content);
+
+    // Gives an element that place, with its comments.
+    void moveElement(NodeId id, NodeId previous);
 
     void setContent(NodeId id, const JsonContent& content);
 

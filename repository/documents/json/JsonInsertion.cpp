@@ -9,15 +9,11 @@ namespace Repository::Documents {
 Outcome JsonInsertion::insert(std::string_view path, const Value& value)
 {
     const PathMatch place = file.match(path);
-    JsonContent wanted = toContent(value);
-    const bool needsTag = !holds(wanted, Type::Group, value);
-    if (needsTag)
-        wanted = toTaggedContent(value);
+    bool needsTag = false;
+    const JsonContent wanted = contentOf(value, needsTag);
     if (!wanted.error.empty())
         return refused(wanted.error);
     Outcome outcome = check(path, place, wanted);
-    if (outcome.ok() && needsTag)
-        outcome = checkTag(value.type);
     if (outcome.ok() && place.missing.size() == 1 && value.type == Type::String)
         outcome = file.checkNoTypes(place.node, noNode, std::get<std::string>(value.data));
     if (!outcome.ok())
@@ -27,6 +23,18 @@ Outcome JsonInsertion::insert(std::string_view path, const Value& value)
     if (needsTag)
         types.add(path, value.type);
     return {};
+}
+
+JsonContent JsonInsertion::contentOf(const Value& value, bool& needsTag) const
+{
+    JsonContent content = toContent(value);
+    needsTag = !holds(content, Type::Group, value);
+    if (!needsTag)
+        return content;
+    content = toTaggedContent(value);
+    if (content.error.empty())
+        content.error = checkTag(value.type).error;
+    return content;
 }
 
 Outcome JsonInsertion::checkTag(Type tagged) const
@@ -118,7 +126,7 @@ void JsonInsertion::insertAt(const PathMatch& place, const JsonContent& wanted)
     for (std::size_t i = 0; i < place.missing.size(); ++i) {
         const JsonContent inserted = i + 1 < place.missing.size() ? JsonContent() : wanted;
         if (tree.node(container).kind == JsonKind::Array) {
-            container = editor.appendElement(container, inserted);
+            container = editor.insertElement(container, tree.node(container).last, inserted);
             continue;
         }
         const NumberedComponent name = splitNumber(place.missing[i]);

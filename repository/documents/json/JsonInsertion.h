@@ -19,6 +19,9 @@ public:
 
     Outcome insert(std::string_view path, const Value& value);
 
+    // What to write for a new entry, and whether the file has to say its type; or why it cannot be.
+    JsonContent contentOf(const Value& value, bool& needsTag) const;
+
     // Whether the file can say the type of a new entry.
     Outcome checkTag(Type type) const;
 

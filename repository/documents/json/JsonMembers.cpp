@@ -1,9 +1,9 @@
 #include "repository/documents/json/JsonMembers.h"
 
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/json/JsonScalar.h"
 
 #include <algorithm>
-#include <charconv>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -14,17 +14,13 @@ namespace {
 
 constexpr std::uint32_t searchedCount = 8; // up to this many children are searched without an index
 
-// The position that a component spells; empty when it is none or not in its plain form.
+} // namespace
+
 std::optional<std::uint32_t> readPosition(std::string_view text)
 {
-    std::uint32_t position = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, position);
-    const bool plain = text == "0" || (!text.empty() && text[0] != '0');
-    return plain && error == std::errc() && stop == end ? std::optional(position) : std::nullopt;
+    const auto index = readIndex(text);
+    return index && *index < noNode ? std::optional(static_cast<std::uint32_t>(*index)) : std::nullopt;
 }
-
-} // namespace
 
 void JsonMembers::dropAll()
 {
@@ -101,7 +97,22 @@ void JsonMembers::add(NodeId child, std::uint32_t ordinal)
     else if (node.indexed && inObject)
         indexes[container].insert(HashIndex::hashOf(key, ordinal), child);
     else if (node.indexed)
-        elements[container].push_back(child);
+        addElement(elements[container], child);
+}
+
+void JsonMembers::addElement(std::vector<NodeId>& children, NodeId child) const
+{
+    const NodeId next = tree.node(child).next;
+    children.insert(next == noNode ? children.end() : std::find(children.begin(), children.end(), next),
+                    child);
+}
+
+void JsonMembers::reorder(NodeId array)
+{
+    if (!tree.node(array).indexed)
+        return;
+    elements.erase(array);
+    buildIndex(array);
 }
 
 void JsonMembers::remove(NodeId child)
@@ -194,14 +205,19 @@ NodeId JsonMembers::findMember(NodeId object, std::string_view key, std::uint32_
 
 NodeId JsonMembers::findElement(NodeId array, std::string_view name) const
 {
-    const JsonNode& node = tree.node(array);
     const std::optional<std::uint32_t> position = readPosition(name);
-    if (!position || *position >= node.count)
+    return position ? elementAt(array, *position) : noNode;
+}
+
+NodeId JsonMembers::elementAt(NodeId array, std::uint32_t position) const
+{
+    const JsonNode& node = tree.node(array);
+    if (position >= node.count)
         return noNode;
     if (node.indexed)
-        return elements.at(array)[*position];
+        return elements.at(array)[position];
     NodeId id = node.first;
-    for (std::uint32_t i = 0; i < *position; ++i)
+    for (std::uint32_t i = 0; i < position; ++i)
         id = tree.node(id).next;
     return id;
 }

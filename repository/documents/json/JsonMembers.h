@@ -3,6 +3,7 @@
 #include "repository/documents/common/HashIndex.h"
 #include "repository/documents/json/JsonTree.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,6 +15,9 @@ static_assert(noNode == HashIndex::none);
 
 // The key of the member that holds the own value of a node which has children too.
 constexpr std::string_view ownValueKey = "#value";
+
+// The position that a component spells; empty when it is none or not in its plain form.
+std::optional<std::uint32_t> readPosition(std::string_view text);
 
 // Finds children by name: the encoded key in an object, with "[2]" and up for repeated keys, the position in
 // an array. Only large containers are indexed.
@@ -28,8 +32,11 @@ public:
     // Takes up the children of a container that was read.
     void addAll(NodeId container);
 
-    // Takes up the last child of an array, or in an object a member as that of this ordinal under its key.
+    // Takes up an element of an array, or in an object a member as that of this ordinal under its key.
     void add(NodeId child, std::uint32_t ordinal = 1);
+
+    // To be called after elements of an array have changed places.
+    void reorder(NodeId array);
 
     // To be called before a child is taken out of the tree; siblings of the same key move up.
     void remove(NodeId child);
@@ -39,6 +46,9 @@ public:
 
     // To be called before the children are removed, or become elements of a list, which have no names.
     void removeAll(NodeId container);
+
+    // The element by its position, also of a list that is not folded; noNode without one.
+    NodeId elementAt(NodeId array, std::uint32_t position) const;
 
     // The child by its name; noNode without one. A node's own value is not a child.
     NodeId find(NodeId container, std::string_view name) const;
@@ -60,6 +70,7 @@ private:
     bool hasName(NodeId member, std::string_view key, std::uint32_t ordinal) const;
     NodeId findMember(NodeId object, std::string_view key, std::uint32_t ordinal) const;
     NodeId findElement(NodeId array, std::string_view name) const;
+    void addElement(std::vector<NodeId>& children, NodeId child) const;
     HashIndex numberMembers(NodeId object);
     void buildIndex(NodeId container);
     void forgetIndex(NodeId container);

@@ -72,22 +72,27 @@ std::string_view JsonText::nameOf(const Range& node, const Range& child) const
     return std::string_view(entries[child.begin].path).substr(start, child.pathLength - start);
 }
 
-// Texts alone would be read as one list.
 bool JsonText::isArray(const Range& node) const
 {
-    Range child = firstChild(node);
-    if (hasValue(node) || nameOf(node, child) != "0")
-        return false;
-    bool hasOnlyTexts = true;
-    for (std::size_t number = 0;; ++number) {
-        if (nameOf(node, child) != std::to_string(number))
-            return false;
-        const bool isLeaf = child.end == child.begin + 1 && hasValue(child);
-        hasOnlyTexts = hasOnlyTexts && isLeaf && entries[child.begin].value.type == Type::String;
+    return arrays.contain(std::string_view(entries[node.begin].path).substr(0, node.pathLength));
+}
+
+// The elements of an array by their indexes, whatever order they come in.
+std::vector<JsonText::Range> JsonText::childrenOf(const Range& node, bool asArray) const
+{
+    std::vector<Range> children;
+    for (Range child = firstChild(node);; child = childAt(node, child.end)) {
+        children.push_back(child);
         if (child.end == node.end)
-            return !hasOnlyTexts;
-        child = childAt(node, child.end);
+            break;
     }
+    if (asArray) {
+        const auto indexOf = [&](const Range& child) { return *readIndex(nameOf(node, child)); };
+        const auto isBefore = [&](const Range& a, const Range& b) { return indexOf(a) < indexOf(b); };
+        if (!std::is_sorted(children.begin(), children.end(), isBefore))
+            std::sort(children.begin(), children.end(), isBefore);
+    }
+    return children;
 }
 
 bool JsonText::writeNode(const Range& node, std::size_t depth)
@@ -110,19 +115,16 @@ bool JsonText::writeContainer(const Range& node, std::size_t depth, bool asArray
         beginItem(true, depth + 1);
         ((result.text += '"') += ownValueKey) += '"';
         result.text += style.colon;
-        // A list with members of its own is for the document to refuse.
-        if (entries[node.begin].value.type == Type::StringList || !writeValue(entries[node.begin], depth + 1))
+        if (!writeValue(entries[node.begin], depth + 1))
             return false;
         isFirst = false;
     }
-    for (Range child = firstChild(node);; child = childAt(node, child.end)) {
+    for (const Range& child : childrenOf(node, asArray)) {
         beginItem(isFirst, depth + 1);
         isFirst = false;
         if ((!asArray && !writeKey(nameOf(node, child), node.pathLength == 0)) ||
             !writeNode(child, depth + 1))
             return false;
-        if (child.end == node.end)
-            break;
     }
     membersEnd = result.text.size();
     endItems(asArray ? ']' : '}', depth);
@@ -192,9 +194,12 @@ bool JsonText::writeValue(const Entry& entry, std::size_t depth)
     JsonContent content = toContent(value);
     if (!holds(content, Type::Group, value)) {
         content = toTaggedContent(value);
-        if (!style.canTag || !content.error.empty())
+        if (!content.error.empty())
             return false;
-        tagged.push_back(&entry);
+        if (style.canTag)
+            tagged.push_back(&entry);
+        else
+            result.types.emplace_back(entry.path, value.type);
     }
     if (content.kind == JsonKind::Array)
         return writeList(content.list, depth);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
+#include "repository/documents/common/ArrayGroups.h"
 
 #include <cstddef>
 #include <optional>
@@ -21,8 +21,7 @@ struct JsonTextStyle
 };
 
 // Writes a whole subtree at once, with the result of inserting its entries one by one. A group of 0, 1, 2 ...
-// becomes an array where that reads the same. Numbered siblings, and type tags outside of a whole file, are
-// left to the document.
+// becomes an array as ArrayGroups tells. Numbered siblings are left to the document.
 class JsonText
 {
 public:
@@ -31,6 +30,7 @@ public:
         std::string text;
         std::size_t depth = 0; // of objects and arrays within each other
         bool hasArrays = false;
+        std::vector<std::pair<std::string, Type>> types; // that a part of a file cannot say itself
     };
 
     // Entries in document order; that of the empty path is the value itself. Nothing when one of them is not
@@ -47,7 +47,7 @@ private:
     };
 
     JsonText(const std::vector<Entry>& textEntries, const JsonTextStyle& textStyle)
-        : entries(textEntries), style(textStyle)
+        : entries(textEntries), style(textStyle), arrays(textEntries)
     {
     }
 
@@ -67,9 +67,11 @@ private:
     Range childAt(const Range& node, std::size_t begin) const;
     std::string_view nameOf(const Range& node, const Range& child) const;
     bool isArray(const Range& node) const;
+    std::vector<Range> childrenOf(const Range& node, bool asArray) const;
 
     const std::vector<Entry>& entries; // not owned
     const JsonTextStyle& style;        // not owned
+    const ArrayGroups arrays;
     Result result;
     std::vector<const Entry*> tagged; // not owned; entries whose type json cannot tell
     std::size_t membersEnd = 0;       // in the container that was written last

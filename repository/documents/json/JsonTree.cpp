@@ -170,6 +170,13 @@ NodeId JsonTree::insert(NodeId parent, NodeId previous, JsonKind kind)
     return id;
 }
 
+void JsonTree::move(NodeId id, NodeId previous)
+{
+    touch(id);
+    unlink(id);
+    link(id, previous);
+}
+
 void JsonTree::remove(NodeId id)
 {
     touch(nodes[id].parent);

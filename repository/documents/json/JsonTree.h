@@ -51,6 +51,9 @@ public:
     // An edit: a node of a kind, linked in its parent after a sibling (noNode: as the first child).
     NodeId insert(NodeId parent, NodeId previous, JsonKind kind);
 
+    // An edit: gives a node another place among its siblings.
+    void move(NodeId id, NodeId previous);
+
     // An edit: takes a node and all below it out of the tree. What the nodes were is forgotten.
     void remove(NodeId id);
 

@@ -3,7 +3,6 @@
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/json/JsonScalar.h"
 
-#include <charconv>
 #include <utility>
 #include <vector>
 
@@ -15,13 +14,9 @@ namespace {
 std::string nameAfterRemoval(std::string_view component, std::string_view removed, bool inArray)
 {
     if (inArray) {
-        std::size_t position = 0;
-        std::size_t gone = 0;
-        const auto end = component.data() + component.size();
-        std::from_chars(removed.data(), removed.data() + removed.size(), gone);
-        const auto [stop, error] = std::from_chars(component.data(), end, position);
-        const bool later = error == std::errc() && stop == end && position > gone;
-        return later ? std::to_string(position - 1) : std::string(component);
+        const auto position = readPosition(component);
+        const bool later = position && *position > readPosition(removed).value_or(0);
+        return later ? std::to_string(*position - 1) : std::string(component);
     }
     const NumberedComponent sibling = splitNumber(component);
     const NumberedComponent gone = splitNumber(removed);
@@ -176,14 +171,32 @@ void JsonTypes::rename(std::string_view path, std::string_view newPath)
 
 void JsonTypes::moveUp(std::string_view removedPath, bool inArray)
 {
-    const PathEnds removed = splitLast(removedPath);
-    const std::string begin = removed.parent.empty() ? std::string() : joinPath(removed.parent, {});
+    const std::string_view removed = splitLast(removedPath).last;
+    renameSiblings(removedPath,
+                   [&](std::string_view component) { return nameAfterRemoval(component, removed, inArray); });
+}
+
+void JsonTypes::moveDown(std::string_view insertedPath)
+{
+    const auto inserted = readPosition(splitLast(insertedPath).last);
+    renameSiblings(insertedPath, [&](std::string_view component) {
+        const auto position = readPosition(component);
+        const bool later = position && *position >= inserted.value_or(0);
+        return later ? std::to_string(*position + 1) : std::string(component);
+    });
+}
+
+void JsonTypes::renameSiblings(std::string_view path,
+                               const std::function<std::string(std::string_view component)>& rename)
+{
+    const std::string_view parent = splitLast(path).parent;
+    const std::string begin = parent.empty() ? std::string() : joinPath(parent, {});
     std::vector<std::pair<std::string, Type>> moved;
     auto tag = tags.lower_bound(begin);
     while (tag != tags.end() && std::string_view(tag->first).substr(0, begin.size()) == begin) {
         const std::string_view below = std::string_view(tag->first).substr(begin.size());
         const std::string_view component = below.substr(0, below.find('.'));
-        const std::string name = nameAfterRemoval(component, removed.last, inArray);
+        const std::string name = rename(component);
         if (name == component) {
             ++tag;
             continue;
@@ -191,8 +204,8 @@ void JsonTypes::moveUp(std::string_view removedPath, bool inArray)
         moved.emplace_back(begin + name + std::string(below.substr(component.size())), tag->second.type);
         tag = take(tag);
     }
-    for (const auto& [path, type] : moved)
-        add(path, type);
+    for (const auto& [renamed, type] : moved)
+        add(renamed, type);
 }
 
 JsonTypes::Tags::iterator JsonTypes::take(Tags::iterator tag)

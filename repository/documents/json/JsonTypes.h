@@ -60,6 +60,9 @@ public:
     // Gives the tags at and below the siblings that move up their new paths, after this one was removed.
     void moveUp(std::string_view removedPath, bool inArray);
 
+    // The same for the elements of an array that move down, before this one is inserted.
+    void moveDown(std::string_view insertedPath);
+
 private:
     struct Tag
     {
@@ -73,6 +76,9 @@ private:
     // The only member of that key when it says something else than types; noNode without one.
     NodeId findOrdinary() const;
 
+    // Gives the siblings of a path other names, and the tags at and below them.
+    void renameSiblings(std::string_view path,
+                        const std::function<std::string(std::string_view component)>& rename);
     Tags::iterator take(Tags::iterator tag);
     void dropEmptyMember();
 
