@@ -121,8 +121,15 @@ Command convert()
         "convert",
         "write what a file holds as a file of another format",
         "The second FILE is written anew, in the format that its name says. Comments and spelling are "
-        "left out; types come along, in type tags where the format has no form of its own for them. What the "
-        "format cannot hold is refused, and nothing is written.",
+        "left out; types come along, in type tags where the format has no form of its own for them. An array "
+        "becomes a group of 0, 1, 2 ..., in xml of the elements <_x0030_>, <_x0031_> ...; a group of such "
+        "names "
+        "becomes an array of json, and an array of texts a list everywhere. Names that the format has no "
+        "form "
+        "for are written in codes, and the file says so: ini and txt in the line \"# @names encoded\", json "
+        "in "
+        "\"$names\", xml in <?vantry names=\"encoded\"?>. Converted back, such a file is what it was. "
+        "What the format cannot hold is refused, and nothing is written.",
         {{{"FILE", Word::File}, {"FILE", Word::File}}},
         {toFormatOption, forceOption, dryRunOption},
         {"vantry convert app.ini app.json"},

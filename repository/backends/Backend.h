@@ -20,6 +20,10 @@
 
 namespace Repository {
 
+namespace Documents {
+class Format;
+} // namespace Documents
+
 // What keeps the attributes of a part of the tree, as a file does. Paths are full paths of the tree, at or
 // below the backend's root, which is its name. Any thread; its locks are the innermost but for the patterns'.
 // Single values are written at any time; whoever changes more holds the structure lock of the tree and does
@@ -86,6 +90,9 @@ public:
 
     // The value of an entry as the backend spells it; nothing for a group.
     virtual std::optional<std::string> spell(const QString& path) const = 0;
+
+    // The format whose encoding of names the backend says it has; null for none.
+    virtual const Documents::Format* getNameEncoding() const = 0;
 
     // An entry and all below it as they are written; see Document.
     virtual std::optional<Documents::Excerpt> excerpt(const QString& path) const = 0;

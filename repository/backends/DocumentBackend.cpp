@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/documents/Formats.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
@@ -56,6 +57,13 @@ std::optional<bool> DocumentBackend::isArray(const QString& path) const
 {
     const std::lock_guard lock(mutex);
     return content.getDocument().isArray(relative(path));
+}
+
+const Documents::Format* DocumentBackend::getNameEncoding() const
+{
+    const std::lock_guard lock(mutex);
+    const Documents::Format* const format = Documents::findFormat(content.getType());
+    return format && format->declaresNames(content.getDocument()) ? format : nullptr;
 }
 
 bool DocumentBackend::removalMovesOthers(const QString& path) const

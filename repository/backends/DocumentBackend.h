@@ -13,6 +13,7 @@ public:
     bool contains(const QString& path) const override;
     bool namesType(const QString& path) const override;
     std::optional<bool> isArray(const QString& path) const override;
+    const Documents::Format* getNameEncoding() const override;
     bool removalMovesOthers(const QString& path) const override;
     SiblingPosition positionOf(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;

@@ -4,13 +4,16 @@
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/documents/common/EncodedNames.h"
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
 #include "repository/transfer/SubtreeReader.h"
 
 #include <algorithm>
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace Repository {
 
@@ -23,13 +26,85 @@ using FrameworkCore::Values::Value;
 
 namespace {
 
-Documents::Outcome insert(Document& document, const std::string& place, const Value& value)
+std::string placeBelow(const std::string& prefix, const std::string& path)
 {
-    Documents::Outcome outcome = document.insert(place, value);
-    if (!outcome.ok() && !place.empty() &&
-        document.insert(Documents::EncodedNames::asPlainKeys(place), value).ok())
-        outcome = {};
-    return outcome;
+    return prefix.empty() || path.empty() ? prefix + path : Documents::joinPath(prefix, path);
+}
+
+// Adds that a group is no array, where it looks like one.
+void markGroups(std::vector<Entry>& entries, const std::function<bool(std::string_view path)>& isArray)
+{
+    const Documents::ArrayGroups lookAlikes(entries);
+    std::vector<std::string> groups;
+    for (const std::string_view path : lookAlikes.getPaths()) {
+        if (!isArray(path))
+            groups.emplace_back(path);
+    }
+    for (std::string& group : groups) {
+        const auto isIn = [&](const Entry& entry) {
+            return entry.path.size() > group.size() && entry.path.compare(0, group.size(), group) == 0 &&
+                   (group.empty() || entry.path[group.size()] == '.');
+        };
+        entries.insert(std::find_if(entries.begin(), entries.end(), isIn),
+                       {std::move(group), Value(), false});
+    }
+}
+
+// Texts of xml stay where they are among the elements.
+Documents::NumberedComponent numberedName(std::string_view component)
+{
+    return component.front() == '#' ? Documents::NumberedComponent{component, 1}
+                                    : Documents::splitNumber(component);
+}
+
+// Whether all entries of one name come in the order of their numbers.
+bool areNumbersInOrder(const std::vector<Entry>& entries)
+{
+    std::unordered_set<std::string> seen;
+    for (const Entry& entry : entries) {
+        const std::string_view path = entry.path;
+        for (std::size_t end = path.find('.'); !path.empty(); end = path.find('.', end + 1)) {
+            const std::string_view place = path.substr(0, end);
+            const auto numbered = numberedName(Documents::splitLast(place).last);
+            const std::string_view group = Documents::splitLast(place).parent;
+            const auto before = [&] {
+                return Documents::joinPath(group, Documents::joinNumber(numbered.name, numbered.number - 1));
+            };
+            if (seen.emplace(place).second && numbered.number > 1 && seen.count(before()) == 0)
+                return false;
+            if (end == std::string_view::npos)
+                break;
+        }
+    }
+    return true;
+}
+
+// Entries of one name come one after the other, since some formats number them by their order.
+void orderByNumbers(std::vector<Entry>& entries)
+{
+    using Step = std::pair<std::size_t, std::size_t>; // of a name, when it comes first, and the number
+    std::unordered_map<std::string, std::size_t> places;
+    std::vector<std::pair<std::vector<Step>, std::size_t>> keys;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        std::vector<Step> key;
+        const std::string_view path = entries[i].path;
+        for (std::size_t end = path.find('.'); !path.empty(); end = path.find('.', end + 1)) {
+            const auto ends = Documents::splitLast(path.substr(0, end));
+            const auto numbered = numberedName(ends.last);
+            const auto place =
+                places.try_emplace(Documents::joinPath(ends.parent, numbered.name), places.size());
+            key.emplace_back(place.first->second, numbered.number);
+            if (end == std::string_view::npos)
+                break;
+        }
+        keys.emplace_back(std::move(key), i);
+    }
+    std::sort(keys.begin(), keys.end());
+    std::vector<Entry> ordered;
+    ordered.reserve(entries.size());
+    for (const auto& [key, place] : keys)
+        ordered.push_back(std::move(entries[place]));
+    entries = std::move(ordered);
 }
 
 } // namespace
@@ -40,76 +115,127 @@ SubtreeExport::SubtreeExport(AttributeTree& attributes, QString rootPath, const 
 {
 }
 
-Outcome SubtreeExport::run(QByteArray& text, TransferReport& report) const
+Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
 {
     if (!format)
         return Refusals::noType(type);
-    std::vector<SubtreePart> parts;
+    std::vector<Entry> entries;
     {
         const std::shared_lock lock(tree.structure);
         const Node* const root = tree.nodeOf(path);
         if (!root)
             return Refusals::notFound();
+        isWholeFile = root->isBackendRoot();
         SubtreeReader reader(tree, *root);
         const Outcome outcome = reader.check(false);
         if (!outcome.ok())
             return outcome;
         reader.addDeclarations(*format);
-        parts = reader.takeParts();
+        entries = entriesOf(*root, reader.takeParts());
     }
     const auto sources = backendsTouching(tree, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
-    return write(std::move(parts), text, report);
+    return write(std::move(entries), text, report);
 }
 
-Outcome SubtreeExport::write(std::vector<SubtreePart> parts, QByteArray& text, TransferReport& report) const
+// With the names that a file which encodes them is about.
+std::vector<Entry> SubtreeExport::entriesOf(const Node& root, std::vector<SubtreePart> parts) const
 {
-    TransferProgress progress(report, 2 * parts.size());
     std::vector<Entry> entries;
     entries.reserve(parts.size());
-    for (const SubtreePart& part : parts) {
-        if (!progress.advance())
-            return TransferProgress::cancelled();
-        entries.push_back(
-            {pathBytes(part.path()), part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value)});
-    }
+    for (const SubtreePart& part : parts)
+        entries.push_back({pathBytes(part.path()),
+                           part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value),
+                           {}});
     std::vector<SubtreePart>().swap(parts); // a great subtree is not held twice
+    markGroups(entries, [&](std::string_view group) {
+        const QString fullPath = joinedPath(path, group);
+        const Node* const node = tree.nodeOf(fullPath);
+        return !node || !node->backend || node->backend->isArray(fullPath).value_or(true);
+    });
+    const Documents::Format* const encoding = isWholeFile ? root.backend->getNameEncoding() : nullptr;
+    if (!encoding)
+        return entries;
+    std::vector<Entry> originals;
+    originals.reserve(entries.size());
+    for (const Entry& entry : entries) {
+        if (auto original = encoding->originalOf(entry))
+            originals.push_back(*std::move(original));
+    }
+    return originals;
+}
+
+Outcome SubtreeExport::write(std::vector<Entry> entries, QByteArray& text, TransferReport& report) const
+{
+    TransferProgress progress(report, entries.size());
+    if (!areNumbersInOrder(entries))
+        orderByNumbers(entries);
     if (const auto whole = format->writeWhole(entries)) {
         text = QByteArray::fromStdString(*whole);
-        return {};
+        return progress.advance() ? Outcome() : TransferProgress::cancelled();
     }
+    const auto saysMore = [](const Entry& entry) { return entry.isArray.has_value(); };
+    const bool isPlain = std::none_of(entries.begin(), entries.end(), saysMore);
     const auto document = format->makeDocument();
-    Outcome outcome = fill(*document, entries, progress);
-    if (outcome.ok())
+    Outcome outcome(StatusCode::BackendFailure, {});
+    if (isPlain)
+        outcome = fill(*document, entries, progress);
+    if (outcome.ok()) {
         text = QByteArray::fromStdString(document->getBytes());
-    return outcome;
+        return outcome;
+    }
+    return outcome == StatusCode::Cancelled ? outcome : writeEncoded(entries, text, progress);
 }
 
 Outcome SubtreeExport::fill(Document& document, const std::vector<Entry>& entries,
                             TransferProgress& progress) const
 {
     std::string prefix = format->rootOf(entries, name);
+    if (isWholeFile && !prefix.empty())
+        return refusal({}, "its name is not in the file");
     document.beginRun();
     for (const Entry& entry : entries) {
         if (!progress.advance())
             return TransferProgress::cancelled();
-        const std::string place = prefix.empty() || entry.path.empty()
-                                      ? prefix + entry.path
-                                      : Documents::joinPath(prefix, entry.path);
-        Documents::Outcome inserted = insert(document, place, entry.value);
+        const std::string place = placeBelow(prefix, entry.path);
         const bool isGroup = entry.value.type == Type::Group;
-        if (!inserted.ok() && place.empty() && !isGroup) {
+        Documents::Outcome inserted = document.insert(place, entry.value);
+        if (!inserted.ok() && place.empty() && !isGroup && !isWholeFile) {
             prefix = name;
-            inserted = insert(document, prefix, entry.value);
+            inserted = document.insert(prefix, entry.value);
         }
-        if (!inserted.ok() && !isGroup)
+        if (!inserted.ok() && !(isGroup && place.empty()))
             return refusal(entry.path, inserted.error);
     }
     std::string refused;
     const Documents::Outcome ended = document.endRun(refused);
     refused.erase(0, prefix.empty() ? 0 : prefix.size() + 1);
     return ended.ok() ? Outcome() : refusal(refused, ended.error);
+}
+
+// What the format has no form for, in its encoding of names.
+Outcome SubtreeExport::writeEncoded(const std::vector<Entry>& entries, QByteArray& text,
+                                    TransferProgress& progress) const
+{
+    const auto document = format->makeDocument();
+    document->beginRun();
+    for (const Entry& entry : entries) {
+        if (!progress.advance())
+            return TransferProgress::cancelled();
+        const Entry encoded = format->encodedEntry(entry);
+        const Documents::Outcome inserted = document->insert(encoded.path, encoded.value);
+        if (!inserted.ok())
+            return refusal(entry.path, inserted.error);
+    }
+    std::string refused;
+    const Documents::Outcome ended = document->endRun(refused);
+    if (!ended.ok())
+        return refusal(refused, ended.error);
+    std::string bytes = document->getBytes();
+    format->declareNames(bytes);
+    text = QByteArray::fromStdString(bytes);
+    return {};
 }
 
 Outcome SubtreeExport::refusal(const std::string& place, const std::string& error) const

@@ -24,12 +24,15 @@ public:
     // The type is that of the text.
     SubtreeExport(AttributeTree& tree, QString path, const QString& type);
 
-    Outcome run(QByteArray& text, TransferReport& report) const;
+    Outcome run(QByteArray& text, TransferReport& report);
 
 private:
-    Outcome write(std::vector<SubtreePart> parts, QByteArray& text, TransferReport& report) const;
+    std::vector<Documents::Entry> entriesOf(const Node& root, std::vector<SubtreePart> parts) const;
+    Outcome write(std::vector<Documents::Entry> entries, QByteArray& text, TransferReport& report) const;
     Outcome fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
                  TransferProgress& progress) const;
+    Outcome writeEncoded(const std::vector<Documents::Entry>& entries, QByteArray& text,
+                         TransferProgress& progress) const;
     Outcome refusal(const std::string& place, const std::string& error) const;
 
     AttributeTree& tree;
@@ -37,6 +40,7 @@ private:
     const QString type;
     const std::string name;                // that of the root, for files that have no place for its value
     const Documents::Format* const format; // null for an unknown type
+    bool isWholeFile = false;              // whose root has a name in the tree only
 };
 
 } // namespace Repository

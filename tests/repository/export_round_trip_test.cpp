@@ -28,19 +28,6 @@ Content contentOf(AttributeRepository& repository, const QString& root)
     return content;
 }
 
-// Those of all attributes, whatever their names are.
-QStringList valuesOf(const Content& content)
-{
-    QStringList values;
-    for (const QVariant& value : content) {
-        if (value.userType() != QMetaType::QVariantMap)
-            values += QLatin1String(value.typeName()) + QLatin1Char(' ') +
-                      value.toStringList().join(QLatin1Char('|'));
-    }
-    values.sort();
-    return values;
-}
-
 QStringList orderOf(AttributeRepository& repository, const QString& root)
 {
     QStringList paths = repository.getTreeInterface()->findPaths({root + QStringLiteral(".*")});
@@ -228,9 +215,10 @@ private slots:
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
 
         const QString txt = QStringLiteral("txt");
-        QVERIFY(mountFile(txt, txt, fileOf(txt)));
+        dropEmptyGroups(expected);
         QCOMPARE(import(txt, txt, exported("from", txt)), Success);
-        QCOMPARE(valuesOf(contentOf(*repository, txt)), valuesOf(expected)); // some names are encoded there
+        const QString lineDifference = firstDifference(contentOf(*repository, txt), expected);
+        QVERIFY2(lineDifference.isEmpty(), qPrintable(lineDifference));
     }
 };
 

@@ -25,10 +25,13 @@ public:
     virtual Outcome moveTree(const QString& from, const QString& to) = 0;
 
     // The subtree as the text of a file of that backend type. Paths in it are relative to `path`; where such
-    // a file has no place for the node's own value, they begin with the node's name. Type tags are those of
-    // such files, and groups without entries are left out where these have no place for them. Attributes and
-    // texts of xml are plain members of json, and "$names" at its end says so. The empty path exports
-    // everything but what is the repository's own.
+    // a file has no place for the node's own value, they begin with the node's name, except for that of a
+    // backend, which is in no file. Type tags are those of such files. What their format has no form for is
+    // written in encoded names, which the file says, and import, diff and export of it know: json by a member
+    // "$names", ini and txt by the line "# @names encoded", xml by the instruction <?vantry names="encoded"?>
+    // below whose element "root" the first element of an array is <_x0030_>. A json array is a group of 0, 1,
+    // 2 ... in the other formats, and such a group an array of json; one of texts alone is a list. The empty
+    // path exports everything but what is the repository's own.
     virtual Outcome exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
 
     // Creates the attributes of such a text below `path`; those that exist already are written. A text that

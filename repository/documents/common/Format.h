@@ -50,11 +50,17 @@ public:
     // How the names of those entries begin that declare a prefix for all entries around them; empty for none.
     virtual std::string_view getDeclarationStart() const { return {}; }
 
-    // Visits the document's entries under the names that they had before writeWhole.
-    virtual void visitImport(const Document& document, const std::function<void(const Entry&)>& visitor) const
-    {
-        document.visit(visitor);
-    }
+    // A file may hold names in another form than its own, when it has none for them, and say so; EncodedNames
+    // tells how. An entry there, and what the text of such a file needs to say so.
+    virtual Entry encodedEntry(const Entry& entry) const;
+    virtual void declareNames(std::string& text) const;
+    virtual bool declaresNames(const Document& document) const;
+
+    // An entry of such a file as it was before; nothing for one that only says so.
+    virtual std::optional<Entry> originalOf(const Entry& entry) const;
+
+    // Visits the document's entries under their own names, and before them the root where it is an array.
+    void visitImport(const Document& document, const std::function<void(const Entry&)>& visitor) const;
 
     // How a file tags the type of a new entry with this value, in words for a person; empty where it need
     // not.

@@ -20,8 +20,8 @@ public:
     std::string getEmptyText() const override { return "{}\n"; }
     bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
-    void visitImport(const Document& document,
-                     const std::function<void(const Entry&)>& visitor) const override;
+    bool declaresNames(const Document& document) const override;
+    std::optional<Entry> originalOf(const Entry& entry) const override;
     std::string explainTypeTag(const Value& value) const override;
 };
 

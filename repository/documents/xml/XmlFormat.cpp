@@ -1,6 +1,7 @@
 #include "repository/documents/xml/XmlFormat.h"
 
 #include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/xml/XmlEncodedNames.h"
 #include "repository/documents/xml/XmlTypeTag.h"
 
 #include <algorithm>
@@ -66,6 +67,28 @@ std::string XmlFormat::rootOf(const std::vector<Entry>& entries, std::string_vie
         return {};
     const std::string_view element = splitNumber(name).name;
     return std::string(element.substr(std::min(element.find_first_not_of("@#"), element.size())));
+}
+
+Entry XmlFormat::encodedEntry(const Entry& entry) const
+{
+    return XmlEncodedNames::encode(entry);
+}
+
+void XmlFormat::declareNames(std::string& text) const
+{
+    XmlEncodedNames::declareIn(text);
+}
+
+bool XmlFormat::declaresNames(const Document& document) const
+{
+    return XmlEncodedNames::areDeclaredIn(document);
+}
+
+std::optional<Entry> XmlFormat::originalOf(const Entry& entry) const
+{
+    Entry original = XmlEncodedNames::decode(entry);
+    const bool isWrapper = original.path.empty() && entry.value.type == Type::Group && !original.isArray;
+    return isWrapper ? std::nullopt : std::optional(std::move(original));
 }
 
 std::string XmlFormat::explainTypeTag(const Value& value) const

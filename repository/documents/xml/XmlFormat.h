@@ -19,6 +19,10 @@ public:
     bool begins(std::string_view text) const override;
     bool isInTreeOrder() const override { return true; }
     std::string rootOf(const std::vector<Entry>& entries, std::string_view name) const override;
+    Entry encodedEntry(const Entry& entry) const override;
+    void declareNames(std::string& text) const override;
+    bool declaresNames(const Document& document) const override;
+    std::optional<Entry> originalOf(const Entry& entry) const override;
     std::string_view getDeclarationStart() const override { return "@xmlns:"; }
     std::string explainTypeTag(const Value& value) const override;
 };
