@@ -1,8 +1,11 @@
+#include "cli/DocumentFile.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
-#include "cli/TreeWalk.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/documents/Formats.h"
 
 #include <QHash>
 
@@ -10,100 +13,195 @@ namespace CommandLine::Commands {
 
 namespace {
 
-struct Attribute
+using FrameworkCore::Values::Type;
+using Repository::Documents::Entry;
+
+// One entry of what is compared, with a path relative to that.
+struct Compared
 {
-    QString path; // relative to what is compared; empty for that itself
+    QString path;
     QVariant value;
     QString text; // of the value
-    QString type;
+    QString type; // of a group what it is
+    bool isGroup;
+    bool isEmpty; // nothing is below it
 };
 
-using Attributes = std::vector<Attribute>;
-
-// In the order of the file.
-Attributes collect(Session& session, const QString& root, const Records& records)
-{
-    auto& repository = session.getRepository();
-    Attributes found;
-    const auto add = [&](const QString& path) {
-        const auto attribute = repository.getReaderInterface()->getAttribute(path);
-        if (attribute && isReadable(attribute->getAccessMode())) {
-            const QVariant value = attribute->getValue();
-            found.push_back(
-                {path.mid(root.size() + 1), value, records.valueText(value), TypedText::nameOf(value)});
-        }
-        return true;
-    };
-    add(root);
-    visitBelow(*repository.getTreeInterface(), root, add);
-    return found;
-}
-
-class DifferencePrinter
+// What of a file is compared, in its order.
+class Content
 {
 public:
-    explicit DifferencePrinter(Records& printedRecords) : records(printedRecords) {}
-
-    // One of the two may be null.
-    void print(const Attribute* mine, const Attribute* other)
+    // Only what may be read.
+    Content(Session& session, const Source& source, const QString& path, const Records& printedRecords)
+        : records(printedRecords), format(*Repository::Documents::findFormat(source.format.toStdString())),
+          top(path.toStdString())
     {
-        differ = true;
+        const QString fullPath = source.fullPath(path);
+        const auto node = session.getRepository().getTreeInterface()->getNodeInformation(fullPath);
+        if (!isReadable(node.accessMode))
+            return;
+        DocumentFile file = DocumentFile::read(source.absolutePath, source.format);
+        file.name = source.given;
+        failure = file.document ? QString() : file.explain();
+        if (!file.document)
+            return;
+        tellsArrays = file.document->isArray({}).has_value();
+        format.visitImport(*file.document, [this](const Entry& entry) { add(entry); });
+        QVariant element;
+        auto& reader = *session.getRepository().getReaderInterface();
+        if (entries.empty() && node.isAttribute && reader.readAttributeValue(fullPath, element, 0) == 0)
+            add({top, FrameworkCore::Values::toValue(element)});
+        findEmptyGroups();
+    }
+
+    const QString& getFailure() const { return failure; }
+    const std::vector<Compared>& getEntries() const { return entries; }
+    bool canTellArrays() const { return tellsArrays; }
+
+    bool canHoldEmptyGroups() const { return format.makeDocument()->insert("group", {}).ok(); }
+
+private:
+    void add(const Entry& entry)
+    {
+        const bool isTop = entry.path == top;
+        if (!isTop && !top.empty() && entry.path.compare(0, top.size() + 1, top + '.') != 0)
+            return;
+        const std::size_t start = isTop ? top.size() : top.size() + (top.empty() ? 0 : 1);
+        const QString path = QString::fromStdString(entry.path.substr(start));
+        const bool isGroup = entry.value.type == Type::Group;
+        const QVariant value = FrameworkCore::Values::toVariant(entry.value);
+        entries.push_back({path, value, isGroup ? QString() : records.valueText(value),
+                           isGroup
+                               ? (entry.isArray == true ? QStringLiteral("array") : QStringLiteral("group"))
+                               : TypedText::nameOf(value),
+                           isGroup, true});
+    }
+
+    // What lies in a group need not come right after it.
+    void findEmptyGroups()
+    {
+        QHash<QStringView, Compared*> groups;
+        for (Compared& entry : entries) {
+            if (entry.isGroup)
+                groups.insert(entry.path, &entry);
+        }
+        for (const Compared& entry : entries) {
+            QStringView path = entry.path;
+            while (!path.isEmpty()) {
+                path = FrameworkCore::AppConfig::parentPath(path);
+                if (Compared* const group = groups.take(path))
+                    group->isEmpty = false;
+            }
+        }
+    }
+
+    const Records& records; // not owned
+    const Repository::Documents::Format& format;
+    const std::string top;
+    std::vector<Compared> entries;
+    bool tellsArrays = false;
+    QString failure;
+};
+
+QString lineOf(char sign, const Compared& entry, bool tellsType)
+{
+    const QString line = QStringLiteral("%1 %2")
+                             .arg(QLatin1Char(sign))
+                             .arg(entry.path.isEmpty() ? QStringLiteral(".") : entry.path);
+    if (entry.isGroup)
+        return line + QStringLiteral(" (%1)").arg(entry.isEmpty ? QStringLiteral("empty ") + entry.type
+                                                                : entry.type);
+    const QString value = QStringLiteral("%1 = %2").arg(line, entry.text);
+    return tellsType ? QStringLiteral("%1 (%2)").arg(value, entry.type) : value;
+}
+
+// One of the two may be null.
+Records::Fields fieldsOf(const Compared* mine, const Compared* other)
+{
+    const QString change = !mine    ? QStringLiteral("created")
+                           : !other ? QStringLiteral("removed")
+                                    : QStringLiteral("changed");
+    Records::Fields fields{{"change", change}, {"path", (mine ? mine : other)->path}};
+    if (mine)
+        fields.emplace_back("typeBefore", mine->type);
+    if (mine && !mine->isGroup)
+        fields.emplace_back("before", mine->value);
+    if (other)
+        fields.emplace_back("typeAfter", other->type);
+    if (other && !other->isGroup)
+        fields.emplace_back("after", other->value);
+    return fields;
+}
+
+// Says what differs, as far as both formats can tell it.
+class Comparison
+{
+public:
+    Comparison(const Content& leftContent, const Content& rightContent, Records& printedRecords)
+        : records(printedRecords), left(leftContent), right(rightContent),
+          arraysCount(left.canTellArrays() && right.canTellArrays()),
+          emptyGroupsCount(left.canHoldEmptyGroups() && right.canHoldEmptyGroups())
+    {
+    }
+
+    bool print() const
+    {
+        QHash<QString, const Compared*> others;
+        for (const Compared& entry : right.getEntries())
+            others.insert(entry.path, &entry);
+        bool differ = false;
+        for (const Compared& mine : left.getEntries()) {
+            const Compared* const other = others.take(mine.path);
+            if (other ? isSame(mine, *other) : !isSeenAlone(mine))
+                continue;
+            differ = true;
+            print(&mine, other);
+        }
+        for (const Compared& entry : right.getEntries()) {
+            if (others.contains(entry.path) && isSeenAlone(entry)) {
+                differ = true;
+                print(nullptr, &entry);
+            }
+        }
+        return differ;
+    }
+
+private:
+    void print(const Compared* mine, const Compared* other) const
+    {
         if (records.areJson()) {
-            printJson(mine, other);
+            records.add(fieldsOf(mine, other));
             return;
         }
         const bool tellsType = mine && other && mine->text == other->text;
         if (mine)
-            records.add(textOf('-', *mine, tellsType));
+            records.add(lineOf('-', *mine, tellsType));
         if (other)
-            records.add(textOf('+', *other, tellsType));
+            records.add(lineOf('+', *other, tellsType));
     }
 
-    bool haveDiffered() const { return differ; }
-
-private:
-    static QString textOf(char sign, const Attribute& attribute, bool tellsType)
+    bool isSame(const Compared& a, const Compared& b) const
     {
-        const QString text =
-            QStringLiteral("%1 %2 = %3").arg(QLatin1Char(sign)).arg(attribute.path, attribute.text);
-        return tellsType ? text + QStringLiteral(" (%1)").arg(attribute.type) : text;
+        if (a.isGroup && b.isGroup)
+            return !arraysCount || a.type == b.type;
+        if (a.isGroup || b.isGroup)
+            return false;
+        return a.text == b.text && a.type == b.type;
     }
 
-    void printJson(const Attribute* mine, const Attribute* other)
+    // Whether the entry makes a difference where the other file has nothing: a group with others below is
+    // seen by these.
+    bool isSeenAlone(const Compared& entry) const
     {
-        const QString change = !mine    ? QStringLiteral("created")
-                               : !other ? QStringLiteral("removed")
-                                        : QStringLiteral("changed");
-        Records::Fields fields{{"change", change}, {"path", (mine ? mine : other)->path}};
-        if (mine)
-            fields.insert(fields.end(), {{"typeBefore", mine->type}, {"before", mine->value}});
-        if (other)
-            fields.insert(fields.end(), {{"typeAfter", other->type}, {"after", other->value}});
-        records.add(fields);
+        return !entry.isGroup || (entry.isEmpty && emptyGroupsCount);
     }
 
     Records& records; // not owned
-    bool differ = false;
+    const Content& left;
+    const Content& right;
+    const bool arraysCount;
+    const bool emptyGroupsCount;
 };
-
-// Formats do not have the same types, so types count only where they do.
-bool printDifferences(const Attributes& left, const Attributes& right, bool typesCount, Records& records)
-{
-    QHash<QString, const Attribute*> others;
-    for (const Attribute& attribute : right)
-        others.insert(attribute.path, &attribute);
-    DifferencePrinter printer(records);
-    for (const Attribute& mine : left) {
-        const Attribute* other = others.take(mine.path);
-        if (!other || mine.text != other->text || (typesCount && mine.type != other->type))
-            printer.print(&mine, other);
-    }
-    for (const Attribute& attribute : right) {
-        if (others.contains(attribute.path))
-            printer.print(nullptr, &attribute);
-    }
-    return printer.haveDiffered();
-}
 
 ExitCode run(Session& session, const Invocation& invocation)
 {
@@ -118,28 +216,34 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!session.find(*left, leftPath).exists || !session.find(*right, rightPath).exists)
         return ExitCode::Negative;
     Records records(invocation);
-    const bool differ = printDifferences(collect(session, left->fullPath(leftPath), records),
-                                         collect(session, right->fullPath(rightPath), records),
-                                         left->family() == right->family(), records);
-    return differ ? ExitCode::Negative : ExitCode::Done;
+    const Content leftContent(session, *left, left->relativePath(left->fullPath(leftPath)), records);
+    const Content rightContent(session, *right, right->relativePath(right->fullPath(rightPath)), records);
+    for (const Content* const content : {&leftContent, &rightContent}) {
+        if (!content->getFailure().isEmpty())
+            return Session::fail(ExitCode::BadFile, content->getFailure());
+    }
+    return Comparison(leftContent, rightContent, records).print() ? ExitCode::Negative : ExitCode::Done;
 }
 
 } // namespace
 
 Command diff()
 {
-    return {"diff",
-            "compare two files by attribute",
-            "Order, comments and spelling do not count, nor, between files of different formats, types. "
-            "\"-\" begins what the first file holds, \"+\" what the second holds. With paths, only what is "
-            "below them is compared. The exit code is 1 when there is a difference.\n"
-            "With --json: an array of objects with \"change\" (changed, created or removed), \"path\", and "
-            "\"typeBefore\", \"before\", \"typeAfter\" and \"after\" as far as there are any.",
-            {{{"FILE", Word::File}, {"FILE", Word::File}},
-             {{"FILE", Word::File}, {"PATH", Word::Path}, {"FILE", Word::File}, {"PATH", Word::Path}}},
-            {toFormatOption, jsonOption, nullOption},
-            {"vantry diff old.ini new.json", "vantry diff app.xml config app.json ''"},
-            run};
+    return {
+        "diff",
+        "compare two files by attribute",
+        "Order, comments and spelling do not count. A type does: 8080 is not the text \"8080\". An array is "
+        "another thing than a group of the same names, and an empty group than nothing, unless one of two "
+        "formats cannot tell. "
+        "\"-\" begins what the first file holds, \"+\" what the second holds. With paths, only what is "
+        "below them is compared. The exit code is 1 when there is a difference.\n"
+        "With --json: an array of objects with \"change\" (changed, created or removed), \"path\", and "
+        "\"typeBefore\", \"before\", \"typeAfter\" and \"after\" as far as there are any.",
+        {{{"FILE", Word::File}, {"FILE", Word::File}},
+         {{"FILE", Word::File}, {"PATH", Word::Path}, {"FILE", Word::File}, {"PATH", Word::Path}}},
+        {toFormatOption, jsonOption, nullOption},
+        {"vantry diff old.ini new.json", "vantry diff app.xml config app.json ''"},
+        run};
 }
 
 } // namespace CommandLine::Commands
