@@ -29,7 +29,8 @@ Command importTree()
         "import",
         "add what another file holds below a path",
         "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
-        "below PATH (\"\" is the whole file); those that are there already are written. All of them or none.",
+        "below PATH (\"\" is the whole file); those that are there already are written. Groups are merged by "
+        "name; an array or list replaces what is in its place, whole. All of them or none.",
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"JSON", Word::File}}},
         {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not decide it"},
          dryRunOption},

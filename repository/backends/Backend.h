@@ -162,6 +162,8 @@ protected:
     virtual Outcome replaceText(std::string bytes) = 0;
     virtual Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                               std::size_t& refused) = 0;
+    virtual Outcome replaceAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                               std::size_t& refused) = 0;
     virtual void beginBatch() = 0;
     virtual Outcome endBatch(QString& refusedPath) = 0;
 

@@ -151,6 +151,13 @@ Outcome DocumentBackend::insertAll(const QString& path, const std::vector<Docume
     return edit([&](Document& text) { return text.insertAll(relative(path), entries, refused); });
 }
 
+Outcome DocumentBackend::replaceAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                                    std::size_t& refused)
+{
+    const std::lock_guard lock(mutex);
+    return edit([&](Document& text) { return text.replaceAll(relative(path), entries, refused); });
+}
+
 bool DocumentBackend::keepsGivenOrder() const
 {
     const std::lock_guard lock(mutex);

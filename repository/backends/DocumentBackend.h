@@ -49,6 +49,8 @@ protected:
     Outcome replaceText(std::string bytes) override;
     Outcome insertAll(const QString& path, const std::vector<Documents::Entry>& entries,
                       std::size_t& refused) override;
+    Outcome replaceAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                       std::size_t& refused) override;
     void beginBatch() override;
     Outcome endBatch(QString& refusedPath) override;
 

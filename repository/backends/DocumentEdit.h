@@ -63,6 +63,13 @@ public:
         return toChange().insertAll(path, entries, refused);
     }
 
+    // The same in the place of one that is there.
+    Outcome replaceAll(const QString& path, const std::vector<Documents::Entry>& entries,
+                       std::size_t& refused)
+    {
+        return toChange().replaceAll(path, entries, refused);
+    }
+
     // Around many insertions; see Document. A refusal at the end leaves what was inserted.
     void beginBatch() { toChange().beginBatch(); }
     Outcome endBatch(QString& refusedPath) { return backend->endBatch(refusedPath); }

@@ -4,8 +4,11 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
+#include "repository/transaction/Projection.h"
+#include "repository/transaction/SubtreeRemoval.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Repository {
 
@@ -41,6 +44,8 @@ BulkWrite::Target BulkWrite::targetOf(const QString& path)
 {
     if (newPlace)
         return {nullptr, newPlace};
+    if (isInWhole(path))
+        return {nullptr, whole->backend};
     const QStringView parent = parentPath(path);
     if (!isParentKnown || parent != knownParent) {
         knownParent = parent.toString();
@@ -60,7 +65,92 @@ Outcome BulkWrite::insert(Backend& backend, const QString& path, Value value)
         held.push_back({pathBytes(pathAfter(path, root.size())), std::move(value)});
         return {};
     }
+    if (isInWhole(path)) {
+        whole->entries.push_back({pathBytes(pathAfter(path, whole->path.size())), std::move(value), {}});
+        return {};
+    }
     return edit(backend).insert(path, value);
+}
+
+bool BulkWrite::isInWhole(const QString& path)
+{
+    return whole && isAtOrBelow(path, whole->path);
+}
+
+QString BulkWrite::firstMissing(const QString& path) const
+{
+    const Node& there = nodes.nearest(path);
+    int end = there.path.size();
+    while (end < path.size()) {
+        const int next = path.indexOf(pathSeparator, end + 1);
+        end = next < 0 ? path.size() : next;
+        const QString place = path.left(end);
+        if (!there.backend || !there.backend->contains(place)) // what is written already is shown later
+            return place;
+    }
+    return {};
+}
+
+bool BulkWrite::isGroup(const QString& path) const
+{
+    const Node* const node = nodes.find(path);
+    return node && !node->isAttribute();
+}
+
+Outcome BulkWrite::beginWhole(const QString& path)
+{
+    Outcome outcome = endWhole();
+    Node* const former = nodes.find(path);
+    const bool isFile = former && former->isBackendRoot();
+    const auto isArray = isFile ? former->backend->isArray(path) : std::nullopt;
+    if (isFile && !isArray)
+        return outcome;
+    if (isArray == false && former->children && former->children->count > 0)
+        return Outcome(StatusCode::BackendFailure,
+                       QStringLiteral("its file holds a group, and is not replaced by an array"))
+            .of(Outcome::Operation::Change, path);
+    if (outcome.ok() && former && !isFile)
+        outcome = SubtreeRemoval(transaction, *former).check().of(Outcome::Operation::Change, path);
+    whole.emplace();
+    whole->path = path;
+    whole->backend = former ? former->backend : nodes.nearest(path).backend;
+    whole->former = former;
+    whole->firstItem = items.size();
+    return outcome;
+}
+
+Outcome BulkWrite::endWhole()
+{
+    if (!whole)
+        return {};
+    const Whole ended = *std::exchange(whole, std::nullopt);
+    if (!ended.backend) {
+        if (ended.former)
+            replaced.push_back(ended.former);
+        return {};
+    }
+    DocumentEdit& document = edit(*ended.backend);
+    std::size_t refused = 0;
+    Outcome outcome = ended.former ? document.replaceAll(ended.path, ended.entries, refused)
+                                   : document.insertAll(ended.path, ended.entries, refused);
+    if (!outcome.ok())
+        return explain(std::move(outcome), items[std::min(ended.firstItem + refused, items.size() - 1)],
+                       *ended.backend);
+    if (ended.former) {
+        reshaped.push_back(ended.backend);
+        std::for_each(items.begin() + std::ptrdiff_t(ended.firstItem), items.end(),
+                      [](Item& item) { item.isShown = true; });
+    }
+    return outcome;
+}
+
+Outcome BulkWrite::explain(Outcome outcome, const Item& item, Backend& backend) const
+{
+    if (item.isGroup)
+        return outcome.of(Outcome::Operation::Change, item.path);
+    const bool isHidden = !isReadable(backend.getAccessMode());
+    return Refusals::notSet(Refusals::unfit(std::move(outcome), item.value, isHidden), item.path, item.value,
+                            isHidden);
 }
 
 DocumentEdit& BulkWrite::edit(Backend& backend)
@@ -88,6 +178,9 @@ Outcome BulkWrite::write(const Node& node, const QVariant& value, QVariant& acce
 
 Outcome BulkWrite::writeDocuments()
 {
+    Outcome last = endWhole();
+    if (!last.ok())
+        return last;
     for (Backend* backend : batches) {
         QString path;
         Outcome outcome = transaction.edit(*backend).endBatch(path);
@@ -102,12 +195,7 @@ Outcome BulkWrite::writeDocuments()
         std::vector<Documents::Entry>().swap(held); // a great subtree is not held twice
         return outcome;
     }
-    const Item& item = items[refused];
-    if (item.isGroup)
-        return outcome.of(Outcome::Operation::Change, item.path);
-    const bool isHidden = !isReadable(newPlace->getAccessMode());
-    return Refusals::notSet(Refusals::unfit(std::move(outcome), item.value, isHidden), item.path, item.value,
-                            isHidden);
+    return explain(std::move(outcome), items[refused], *newPlace);
 }
 
 std::optional<Outcome> BulkWrite::renameInDocument(const QString& place)
@@ -135,6 +223,11 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
         return Refusals::invalidPath(path);
     if (isAtOrBelow(path, ownRoot))
         return Refusals::ownTree();
+    if (whole && !isInWhole(path)) {
+        Outcome ended = endWhole();
+        if (!ended.ok())
+            return ended;
+    }
     const Target place = targetOf(path);
     if (place.node && place.node->isAttribute()) {
         QVariant accepted;
@@ -163,6 +256,11 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
 
 Outcome BulkWrite::addGroup(const QString& path)
 {
+    if (whole && !isInWhole(path)) {
+        Outcome ended = endWhole();
+        if (!ended.ok())
+            return ended;
+    }
     const Target place = path.isEmpty() ? Target() : targetOf(path);
     if (place.node || !place.backend)
         return {};
@@ -181,8 +279,14 @@ void BulkWrite::finish()
     transaction.commit();
     if (newPlace)
         return;
-    for (const Item& item : items)
-        show(item);
+    for (Node* const node : replaced)
+        nodes.remove(*node);
+    for (const Item& item : items) {
+        if (!item.isShown)
+            show(item);
+    }
+    for (Backend* const backend : reshaped)
+        Projection(transaction).showAll(*backend);
 }
 
 // Where nothing was, all nodes are made before the first is filed.

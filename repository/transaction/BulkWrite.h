@@ -21,7 +21,7 @@ public:
     using StatusCode = FrameworkCore::AppConfig::StatusCode;
 
     // All paths will be at or below the root, and come in the order of a tree: parents first, and all below a
-    // node together. The empty root promises nothing.
+    // node together.
     BulkWrite(Transaction& transaction, const QString& root);
 
     // So many will come.
@@ -33,6 +33,17 @@ public:
 
     // A group without children, which only a file can hold: nothing is made in memory.
     Outcome addGroup(const QString& path);
+
+    // From here on, what comes at or below a path is put there as a whole, as arrays need it. What is there
+    // already goes.
+    Outcome beginWhole(const QString& path);
+
+    // The path at or above that one which is the first where nothing is yet; empty where something is.
+    QString firstMissing(const QString& path) const;
+
+    // Whether nothing is at the root yet, so that all is put there as a whole.
+    bool isNew() const { return newPlace; }
+    bool isGroup(const QString& path) const;
 
     // Lets the documents take what they have not yet. A refusal has its path.
     Outcome writeDocuments();
@@ -55,6 +66,17 @@ private:
         bool isGroup = false;
         Node* node = nullptr; // not owned; an attribute that exists
         quint32 hash = 0;     // of the path of a new attribute
+        bool isShown = false; // with all of its backend
+    };
+
+    // What is put to a place as a whole.
+    struct Whole
+    {
+        QString path;
+        Backend* backend = nullptr; // not owned; null in memory
+        Node* former = nullptr;     // not owned; what is there, if anything
+        std::size_t firstItem = 0;
+        std::vector<Documents::Entry> entries;
     };
 
     // Where a path leads. Siblings mostly come together, so that it is looked up once for
@@ -66,6 +88,9 @@ private:
     };
 
     Target targetOf(const QString& path);
+    bool isInWhole(const QString& path);
+    Outcome endWhole();
+    Outcome explain(Outcome outcome, const Item& item, Backend& backend) const;
     Outcome insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
     Outcome write(const Node& node, const QVariant& value, QVariant& accepted);
     DocumentEdit& edit(Backend& backend);
@@ -79,7 +104,10 @@ private:
     Backend* newPlace = nullptr;        // not owned; of the root, when nothing is there yet
     std::vector<Documents::Entry> held; // what it takes at once, one for each item
     std::vector<Item> items;
-    std::vector<Backend*> batches; // not owned; those with a batch of insertions
+    std::optional<Whole> whole;     // that entries still come for
+    std::vector<Node*> replaced;    // not owned; in memory
+    std::vector<Backend*> reshaped; // not owned
+    std::vector<Backend*> batches;  // not owned; those with a batch of insertions
     QString knownParent;
     Node* parentNode = nullptr; // not owned; that of knownParent, if there is one
     Backend* parentBackend = nullptr;

@@ -21,6 +21,10 @@ public:
     Outcome add(const QString& path, const SubtreePart& part);
 
     // As those of BulkWrite.
+    Outcome beginWhole(const QString& path) { return bulk.beginWhole(path); }
+    QString firstMissing(const QString& path) const { return bulk.firstMissing(path); }
+    bool isNew() const { return bulk.isNew(); }
+    bool isGroup(const QString& path) const { return bulk.isGroup(path); }
     Outcome writeDocuments() { return bulk.writeDocuments(); }
     std::optional<Outcome> renameInDocument(const QString& place) { return bulk.renameInDocument(place); }
     bool writeExcerpt(const Documents::Excerpt& excerpt) { return bulk.writeExcerpt(excerpt); }

@@ -119,6 +119,57 @@ private slots:
         QCOMPARE(this->content(), content);
     }
 
+    void importsArrays_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QString, QByteArray, QByteArray>(
+            "to", "there", "type", "text", "expected");
+        const auto json = [&](const char* name, const QByteArray& there, const QByteArray& text,
+                              const QByteArray& expected) {
+            row(name, "json", there, "json", text, expected);
+        };
+        json("into an empty file", "{}", "{\"a\":[1,{\"b\":[[\"x\"],2]}],\"c\":{\"d\":[true]}}",
+             "{\n    \"a\": [\n        1,\n        {\n            \"b\": [\n                [\"x\"],\n"
+             "                2\n            ]\n        }\n    ],\n    \"c\": {\n        \"d\": [\n"
+             "            true\n        ]\n    }\n}");
+        json("a whole array", "{}\n", "[1,[]]", "[\n    1,\n    []\n]\n");
+        json("over a longer one", "{\"a\": [5, 6, 7], \"z\": 1}", "{\"a\":[1,2]}",
+             "{\"a\": [1, 2], \"z\": 1}");
+        json("over a list", "{\"a\": [\"x\"], \"z\": 1}", "{\"a\":[1,\"x\"]}",
+             "{\"a\": [1, \"x\"], \"z\": 1}");
+        json("a list over an array", "{\"a\": [5, 6], \"z\": 1}", "{\"a\":[\"x\"]}",
+             "{\"a\": [\"x\"], \"z\": 1}");
+        json("over a group", "{\"a\": {\"b\": 1}, \"z\": 1}", "{\"a\":[1]}", "{\"a\": [1], \"z\": 1}");
+        json("groups are merged", "{\"a\": {\"b\": 1, \"c\": [1, 2]}}", "{\"a\":{\"c\":[3],\"d\":4}}",
+             "{\"a\": {\"b\": 1, \"c\": [3], \"d\": 4}}");
+        json("beside types", "{\"d\": \"2024-01-01\", \"$types\": {\"d\": \"date\"}}",
+             "{\"a\":[1,\"2025-01-01\"],\"$types\":{\"a.1\":\"date\"}}",
+             "{\"d\": \"2024-01-01\", \"a\": [1, \"2025-01-01\"], "
+             "\"$types\": {\"d\": \"date\", \"a.1\": \"date\"}}");
+        row("of ini", "json", "{\"a\": [5, 6, 7]}", "ini", "[a]\n1=y\n0=1\n", "{\"a\": [1, \"y\"]}");
+        row("into ini", "ini", "[a]\n0=5\n1=6\n2=7\n", "json", "{\"a\":[1,2]}", "[a]\n0=1\n1=2\n");
+    }
+
+    void importsArrays()
+    {
+        QFETCH(QString, to);
+        QFETCH(QByteArray, there);
+        QFETCH(QString, type);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, expected);
+        QVERIFY(mount(to, "m", there));
+        history()->recordThisThread();
+        const QStringList content = this->content();
+        QCOMPARE(import("m", type, text), Success);
+        const QStringList changed = this->content();
+        QCOMPARE(saved(), expected);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(this->content(), content);
+        QCOMPARE(history()->redo(), Success);
+        restart();
+        QVERIFY(mountFile(to, "m", fileOf("m")));
+        QCOMPARE(this->content(), changed);
+    }
+
     // In memory there are no arrays but lists.
     void changesListsInMemory()
     {

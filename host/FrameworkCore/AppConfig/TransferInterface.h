@@ -34,8 +34,9 @@ public:
     // path exports everything but what is the repository's own.
     virtual Outcome exportTree(const QString& path, const QString& type, QByteArray& text) = 0;
 
-    // Creates the attributes of such a text below `path`; those that exist already are written. A text that
-    // is none of that type gives BackendFailure, with line, column and reason in the log.
+    // Creates the attributes of such a text below `path`; those that exist already are written. Groups are
+    // merged by name, but an array or list of the text replaces, whole and in every format, what is in its
+    // place. A text that is none of that type gives BackendFailure, with line, column and reason in the log.
     virtual Outcome importTree(const QString& path, const QString& type, const QByteArray& text) = 0;
 
     // The same with a report. A cancelled one gives Cancelled, has changed nothing and is not logged. Those

@@ -28,6 +28,18 @@ Outcome Document::endRun(std::string&)
     return {};
 }
 
+Outcome Document::replaceAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused)
+{
+    std::string before = getBytes();
+    refused = 0;
+    Outcome outcome = remove(path);
+    if (outcome.ok())
+        outcome = insertAll(path, entries, refused);
+    if (!outcome.ok())
+        parse(std::move(before));
+    return outcome;
+}
+
 Outcome Document::insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused)
 {
     std::string before = getBytes();

@@ -113,6 +113,10 @@ public:
     // refused is the index of the refused entry.
     virtual Outcome insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& refused);
 
+    // The same in the place of an entry that is there, of which nothing stays but its place if possible.
+    virtual Outcome replaceAll(std::string_view path, const std::vector<Entry>& entries,
+                               std::size_t& refused);
+
     // Whether insertAll keeps the given order.
     virtual bool keepsGivenOrder() const { return false; }
 

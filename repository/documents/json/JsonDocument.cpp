@@ -263,6 +263,28 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
     return Document::insertAll(path, entries, refused);
 }
 
+Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& index)
+{
+    const NodeId id = file->find(path);
+    if (path.empty()) {
+        const auto written = JsonText::write(entries, {});
+        return written ? parse(written->text + '\n') : refused("json cannot hold the whole");
+    }
+    if (id == noNode)
+        return Document::replaceAll(path, entries, index);
+    std::string before = getBytes();
+    for (const JsonPart part : {JsonPart::Leading, JsonPart::Label, JsonPart::Trailing})
+        file->tree.setText(id, part, std::string(file->tree.text(id, part)));
+    file->types.remove(path);
+    file->types.removeBelow(path);
+    file->editor.setContent(id, {JsonKind::Number, "0", {}, {}});
+    const bool isValue = entries.size() == 1 && entries.front().path.empty();
+    if (isValue ? set(path, entries.front().value).ok() : graft(path, entries))
+        return {};
+    parse(before);
+    return Document::replaceAll(path, entries, index);
+}
+
 bool JsonDocument::canTag(const std::vector<std::pair<std::string, Type>>& types) const
 {
     return std::all_of(types.begin(), types.end(),

@@ -24,6 +24,8 @@ public:
     Outcome insert(std::string_view path, const Value& value) override;
     Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
                       std::size_t& refused) override;
+    Outcome replaceAll(std::string_view path, const std::vector<Entry>& entries,
+                       std::size_t& refused) override;
     bool keepsGivenOrder() const override { return true; }
     std::optional<Outcome> insertElement(std::string_view path, const std::vector<Entry>& entries) override;
     std::optional<Outcome> moveElement(std::string_view path, std::string_view newPath) override;
