@@ -45,8 +45,8 @@ void markGroups(std::vector<Entry>& entries, const std::function<bool(std::strin
             return entry.path.size() > group.size() && entry.path.compare(0, group.size(), group) == 0 &&
                    (group.empty() || entry.path[group.size()] == '.');
         };
-        entries.insert(std::find_if(entries.begin(), entries.end(), isIn),
-                       {std::move(group), Value(), false});
+        const auto first = std::find_if(entries.begin(), entries.end(), isIn);
+        entries.insert(first, {std::move(group), Value(), false});
     }
 }
 
