@@ -268,7 +268,9 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     const NodeId id = file->find(path);
     if (path.empty()) {
         const auto written = JsonText::write(entries, {});
-        return written ? parse(written->text + '\n') : refused("json cannot hold the whole");
+        return written
+                   ? parse(written->text + '\n')
+                   : refused("an object in the array would have a name twice, or one that json cannot hold");
     }
     if (id == noNode)
         return Document::replaceAll(path, entries, index);
