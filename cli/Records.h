@@ -13,8 +13,8 @@
 namespace CommandLine {
 
 // The results of a command, in the shape that its options ask for: a line each, or an object of json each,
-// all in one array. With --null each ends with NUL instead, values are as they are, and there is no array.
-// One thread at a time.
+// all in one array. With --null each ends with NUL instead, values are as they are, and no array encloses
+// them. One thread at a time.
 class Records
 {
 public:

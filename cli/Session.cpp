@@ -226,7 +226,7 @@ QString Session::copyStandardInput(Source& source)
     scratch = std::make_unique<QTemporaryDir>();
     source.absolutePath = scratch->filePath(QStringLiteral("input.") + source.family());
     if (!scratch->isValid())
-        return QStringLiteral("there is no place for a copy of it: %1").arg(scratch->errorString());
+        return QStringLiteral("it cannot be copied: %1").arg(scratch->errorString());
     return QString::fromStdString(
         Files::FileSaver().overwrite(source.absolutePath.toStdString(), input.bytes, 0600).reason);
 }

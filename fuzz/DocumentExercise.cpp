@@ -110,8 +110,9 @@ private:
         const std::string_view rest = std::string_view(before).substr(span->offset + span->length);
         // Null is a key without separator where a format has no word for it. A second edit may take back what
         // the first had to put around its value. A tag goes with the type that it names.
-        const bool keepsRest = before == text && value.type != Type::Null && entry.value.type != Type::Null &&
-                               (value.type == entry.value.type || !wasNamed);
+        const bool keepsTag = value.type == entry.value.type || !wasNamed;
+        const bool keepsRest =
+            before == text && value.type != Type::Null && entry.value.type != Type::Null && keepsTag;
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
                           after.size() < span->offset + rest.size() ||
                           std::string_view(after).substr(after.size() - rest.size()) != rest))
@@ -121,7 +122,7 @@ private:
         if (!areSame(entriesOf(*document), expected))
             return fault("more than one entry changed, or the wrong way");
         std::string broken = checkTree();
-        return broken.empty() && choose(2) == 0 ? checkUndo(entry, *spelling) : broken;
+        return broken.empty() && keepsTag && choose(2) == 0 ? checkUndo(entry, *spelling) : broken;
     }
 
     std::string checkUndo(const Entry& entry, const std::string& spelling)

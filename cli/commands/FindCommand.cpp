@@ -71,8 +71,8 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!source)
         return session.getFailure();
     auto& repository = session.getRepository();
-    const QStringList paths =
-        findMatches(*repository.getTreeInterface(), *source, invocation.arguments.at(1));
+    const QString pattern = invocation.arguments.value(1, QStringLiteral("*"));
+    const QStringList paths = findMatches(*repository.getTreeInterface(), *source, pattern);
     Records records(invocation);
     bool isFound = false;
     for (const QString& path : paths) {
@@ -98,7 +98,8 @@ Command find()
         "find",
         "print the paths that match a pattern",
         "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else stands "
-        "for itself. Paths are printed in the order of the file. Groups are found as attributes are, unless "
+        "for itself. Without PATTERN all are looked at. Paths are printed in the order of the file. Groups "
+        "are found as attributes are, unless "
         "a value is asked for. The exit code is 1 when there is none.\n"
         "CONDITION is value, name, path or type, then = != < <= > >= ~ or !~, then a text, in quotes when "
         "blanks at its ends count. Numbers are compared as numbers, moments as moments, and all else as "
@@ -106,13 +107,13 @@ Command find()
         "matches a part of it. Types are those that \"get "
         "--type\" prints, and group.\n"
         "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\".",
-        {{{"FILE", Word::File}, {"PATTERN", Word::Pattern}}},
+        {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
         {{"--value", "TEXT", Word::Text, "only attributes whose value matches TEXT"},
          {"--where", "CONDITION", Word::Text, "only what meets CONDITION; when repeated, all of them", true},
          jsonOption,
          nullOption},
         {"vantry find app.ini '*.port'", "vantry find app.ini '*' --value '*localhost*'",
-         "vantry find app.ini '*' --where 'name ~ port$' --where 'value > 1023'"},
+         "vantry find app.ini --where 'name ~ port$' --where 'value > 1023'"},
         run};
 }
 

@@ -136,7 +136,20 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
     const auto sources = backendsTouching(tree, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
-    return write(std::move(entries), text, report);
+    return writeAsRead(entries, text, report);
+}
+
+// A text that begins like a file of a dialect is written in that, since it is read in it.
+Outcome SubtreeExport::writeAsRead(std::vector<Entry>& entries, QByteArray& text, TransferReport& report)
+{
+    Outcome outcome = write(entries, text, report);
+    constexpr int beginning = 16384;
+    const std::string read =
+        Documents::recogniseDialect(type.toStdString(), {}, text.left(beginning).toStdString());
+    if (!outcome.ok() || read == type.toStdString())
+        return outcome;
+    format = Documents::findFormat(read);
+    return write(entries, text, report);
 }
 
 // With the names that a file which encodes them is about.
@@ -166,7 +179,7 @@ std::vector<Entry> SubtreeExport::entriesOf(const Node& root, std::vector<Subtre
     return originals;
 }
 
-Outcome SubtreeExport::write(std::vector<Entry> entries, QByteArray& text, TransferReport& report) const
+Outcome SubtreeExport::write(std::vector<Entry>& entries, QByteArray& text, TransferReport& report) const
 {
     TransferProgress progress(report, entries.size());
     if (!areNumbersInOrder(entries))

@@ -28,7 +28,8 @@ public:
 
 private:
     std::vector<Documents::Entry> entriesOf(const Node& root, std::vector<SubtreePart> parts) const;
-    Outcome write(std::vector<Documents::Entry> entries, QByteArray& text, TransferReport& report) const;
+    Outcome writeAsRead(std::vector<Documents::Entry>& entries, QByteArray& text, TransferReport& report);
+    Outcome write(std::vector<Documents::Entry>& entries, QByteArray& text, TransferReport& report) const;
     Outcome fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
                  TransferProgress& progress) const;
     Outcome writeEncoded(const std::vector<Documents::Entry>& entries, QByteArray& text,
@@ -38,9 +39,9 @@ private:
     AttributeTree& tree;
     const QString path;
     const QString type;
-    const std::string name;                // that of the root, for files that have no place for its value
-    const Documents::Format* const format; // null for an unknown type
-    bool isWholeFile = false;              // whose root has a name in the tree only
+    const std::string name;          // that of the root, for files that have no place for its value
+    const Documents::Format* format; // null for an unknown type
+    bool isWholeFile = false;        // whose root has a name in the tree only
 };
 
 } // namespace Repository

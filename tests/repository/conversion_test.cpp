@@ -22,9 +22,11 @@ constexpr int mostFiles = 300; // of each kind
 // What there is to compare of a file, by path: values with their types, arrays, and groups without entries.
 using Content = std::map<std::string, std::string>;
 
-std::optional<Content> contentOf(const QString& type, const QByteArray& bytes)
+// In the dialect that the name of the file and the text tell.
+std::optional<Content> contentOf(const QString& type, const QByteArray& bytes, const QString& fileName = {})
 {
-    const auto& format = *Repository::Documents::findFormat(type.toStdString());
+    const auto& format = *Repository::Documents::findFormat(Repository::Documents::recogniseDialect(
+        type.toStdString(), fileName.toStdString(), bytes.left(16384).toStdString()));
     const auto document = format.makeDocument();
     if (!document->parse(bytes.toStdString()).ok())
         return {};
@@ -107,7 +109,7 @@ class ConversionTest : public TestSupport::RepositoryTest
     {
         QFile file(fileName);
         const bool isOpen = file.open(QIODevice::ReadOnly);
-        const auto expected = isOpen ? contentOf(from, file.readAll()) : std::nullopt;
+        const auto expected = isOpen ? contentOf(from, file.readAll(), fileName) : std::nullopt;
         if (!expected)
             return End::Unreadable;
         const QString number = QString::number(++files);

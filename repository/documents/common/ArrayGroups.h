@@ -13,7 +13,7 @@ namespace Repository::Documents {
 std::optional<std::size_t> readIndex(std::string_view name);
 
 // The groups among entries that are arrays: those that a file says to be, and in files that do not say it
-// those of 0, 1, 2 ..., in any order. Texts alone are no such group, since they would be one list.
+// those of 0, 1, 2 ..., in any order. Texts alone do not make such a group: they would be one list.
 class ArrayGroups
 {
 public:

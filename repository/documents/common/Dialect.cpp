@@ -39,7 +39,7 @@ std::size_t findCommentAfter(std::string_view content, const Dialect& dialect, c
     return content.size();
 }
 
-// A line that begins with one of the words, which is no key.
+// Whether a line begins with one of the words, and not as a key.
 bool isDirective(std::string_view content, std::string_view words)
 {
     const std::string_view first = content.substr(0, content.find_first_of(" \t"));

@@ -75,7 +75,7 @@ struct Dialect
     Keys keys = Keys::Exact;
     std::string_view separators = "="; // the first one counts
     std::string_view comments = "#;";  // begin a line
-    std::string_view skipped;          // begin a line that is no entry either
+    std::string_view skipped;          // begin a line that is not an entry either
     std::string_view directives;       // the first word of such a line
     std::string_view commentsAfter;    // begin a comment after a value, outside of quotes
     std::string_view quotes;           // keep those from doing so
