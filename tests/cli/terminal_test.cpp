@@ -190,7 +190,7 @@ private:
             {"diff", {"diff", ini, "b.txt"}, "- bytes = "},
             {"convert as a dry run", {"convert", ini, "x\x1B[2J.json", "--dry-run"}, escape},
             {"convert over a file", {"convert", "b.txt", ini}, escape},
-            {"export", {"export", "good.json", "", "x.xml"}, "vantry: "},
+            {"export", {"export", "good.json", "\x1B[2J", "x.xml"}, escape},
             {"import", {"import", "good.json", "", broken}, escape},
             {"validate", {"validate", ini, "--rule", "k=integer"}, escape},
             {"validate by an unknown rule", {"validate", ini, "--rule", "k=\x1B[2J"}, escape},
