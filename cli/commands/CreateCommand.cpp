@@ -29,7 +29,7 @@ Command create()
         "create",
         "add an attribute, and the groups that lead to it",
         "The new entry comes after its siblings, in the manner of the file. Without --type, VALUE is what "
-        "a file would hold by that text: true and false, whole numbers, or else a text. A type which the "
+        "a file would hold by that text: true and false, numbers, or else a text. A type which the "
         "file's format has no form of its own for is kept in a type tag that other programs take for a "
         "comment. "
         "An attribute that is there already is refused; a file that is not there is created. In an array the "

@@ -71,7 +71,7 @@ Command set()
         "change the value of an attribute",
         "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, "
         "VALUE is read as that type, in the form in which \"get\" prints it, and the type stays. "
-        "Elsewhere VALUE is written as it is, and its type is what it looks like: true and false, whole "
+        "Elsewhere VALUE is written as it is, and its type is what it looks like: true and false, "
         "numbers, or else a text. With --type, the attribute gets that type, if the file can hold it. "
         "Only the bytes of the value change in the file, and those of its type tag with the type. When "
         "another program has changed other attributes since the file was read, both changes are in it; "

@@ -72,8 +72,8 @@ private slots:
         bad(Type::Unsigned, "18446744073709551616");
         bad(Type::Unsigned, "-1");
         good(Type::Double, "0.1", "0.1");
-        good(Type::Double, "1e3", "1000");
-        good(Type::Double, "-0", "-0");
+        good(Type::Double, "1e3", "1000.0");
+        good(Type::Double, "-0", "-0.0");
         good(Type::Double, "1e308", "1e+308");
         good(Type::Double, "4.9406564584124654e-324", "5e-324");
         good(Type::Double, "-inf", "-inf");
@@ -82,7 +82,7 @@ private slots:
         bad(Type::Double, "1e400");
         bad(Type::Double, "1,5");
         bad(Type::Double, "9007199254740993");
-        good(Type::Double, "9007199254740994", "9007199254740994");
+        good(Type::Double, "9007199254740994", "9007199254740994.0");
         good(Type::StringList, "", "");
         good(Type::StringList, ";", ";");
         good(Type::StringList, "a;b", "a;b");
@@ -170,7 +170,14 @@ private slots:
         row("-", Type::String);
         row("", Type::String);
         row("12 ", Type::String);
-        row("1.0", Type::String);
+        row("1.0", Type::Double);
+        row("-0.5", Type::Double);
+        row("3.10", Type::String);
+        row("01.5", Type::String);
+        row("1.2.3", Type::String);
+        row("1.", Type::String);
+        row(".5", Type::String);
+        row("1e400", Type::String);
         row("-9223372036854775808", Type::Integer);
         row("-9223372036854775809", Type::String);
         row("9223372036854775807", Type::Integer);

@@ -27,7 +27,7 @@ private slots:
         row("section inside one that comes later", "[a.b]\n[a]\nx=1\n", "a = {}|a.b = {}|a.x = 1");
         row("key and section of one path", "[a]\nb=1\n[a.b]\nc=2\n", "a = {}|a.b = 1|a.b.c = 2");
         row("types", "a=true\nb=false\nc=True\nd=-5\ne=05\nf=18446744073709551615\ng=1.5\nh=\n",
-            "a = true|b = false|c = 'True'|d = -5|e = '05'|f = 18446744073709551615u|g = '1.5'|h = ''");
+            "a = true|b = false|c = 'True'|d = -5|e = '05'|f = 18446744073709551615u|g = 1.5d|h = ''");
         row("spacing", "  a \t= \t x y \t\n", "a = 'x y'");
         row("colons", "a: 1\nb:2\nurl: http://h?q=1\nc:\\d=3\nx::y=4\nhttp://h\n",
             "a = 1|b = 2|url = 'http://h?q=1'|c:\\d = 3|x::y = 4|http://h = null");
@@ -134,7 +134,8 @@ private slots:
             "an ini file would read \"true\" back as true or false, not as a text");
         row("blanks", "k=a\n", "k", text(" x "), "an ini file would read \" x \" back as \"x\"");
         row("comment", "k=a\n", "k", text("x # y"), "an ini file would read \"x # y\" back as \"x\"");
-        row("double", "k=a\n", "k", number(1.5), "no mark above the entry says that it is a number");
+        row("double", "k=1.5\n", "k", number(3), "k=3.0\n");
+        row("double with an exponent", "k = 1E5 ; c\n", "k", number(200000), "k = 2E5 ; c\n");
         row("date", "k=a\n", "k", {Type::Date, std::string("2024-01-02")},
             "no mark above the entry says that it is a date");
         row("list", "k=a\n", "k", list({"a"}), "no mark above the entry says that it is a list of texts");

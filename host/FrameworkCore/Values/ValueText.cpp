@@ -26,7 +26,8 @@ std::string numberText(Number number)
 std::string doubleText(double number)
 {
     // The sign and payload of a nan mean nothing to a person.
-    return std::isnan(number) ? "nan" : numberText(number);
+    std::string text = std::isnan(number) ? "nan" : numberText(number);
+    return text.find_first_not_of("-0123456789") == std::string::npos ? text + ".0" : text;
 }
 
 std::string listText(const List& list)
@@ -202,6 +203,20 @@ bool isCanonicalInteger(std::string_view text)
     return digits[0] != '0' || (digits.size() == 1 && !minus);
 }
 
+// Whether a number that is not whole is spelled as such: with an exponent, or with no digit that the value
+// does not need, as it is in a version like 3.10.
+bool isCanonicalDouble(std::string_view text, double number)
+{
+    const std::size_t exponent = text.find_first_of("eE");
+    const std::string_view mantissa = text.substr(0, exponent);
+    const std::size_t point = mantissa.find('.');
+    const bool hasDigits = isCanonicalInteger(mantissa.substr(0, point)) || startsWith(mantissa, "-0.");
+    if (!hasDigits || mantissa.back() == '.')
+        return false;
+    return exponent == std::string_view::npos ? toText({Type::Double, number}) == text
+                                              : std::isfinite(number);
+}
+
 } // namespace
 
 std::string toText(const Value& value)
@@ -305,6 +320,12 @@ Value plainValue(std::string_view text)
                 return std::move(number.value);
         }
     }
+    const bool mayBeDouble = !text.empty() &&
+                             text.find_first_not_of("-+.eE0123456789") == std::string_view::npos &&
+                             text.find_first_of(".eE") != std::string_view::npos;
+    const ReadResult number = mayBeDouble ? readText(text, Type::Double) : ReadResult();
+    if (mayBeDouble && number.ok() && isCanonicalDouble(text, std::get<double>(number.value.data)))
+        return number.value;
     return Value{Type::String, std::string(text)};
 }
 

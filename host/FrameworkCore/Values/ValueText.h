@@ -32,7 +32,8 @@ VANTRY_CORE_EXPORT std::string toText(const Value& value);
 // zeros and 1 and 0 for bool are accepted.
 VANTRY_CORE_EXPORT ReadResult readText(std::string_view text, Type type);
 
-// The value of an untyped text: true and false, integers in canonical form up to 64 bits, or else a text.
+// The value of an untyped text: true and false, integers in canonical form up to 64 bits, numbers that toText
+// would spell so or that have an exponent, or else a text.
 VANTRY_CORE_EXPORT Value plainValue(std::string_view text);
 
 // All that distinguishes one type from the others.

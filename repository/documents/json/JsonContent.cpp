@@ -27,10 +27,7 @@ JsonContent ofDouble(double number)
 {
     if (!std::isfinite(number))
         return refused("json has no number for infinity and \"not a number\"");
-    std::string spelling = toText({Type::Double, number});
-    if (spelling.find_first_of(".e") == std::string::npos)
-        spelling += ".0"; // or it would be read as an integer
-    return scalar(JsonKind::Number, std::move(spelling));
+    return scalar(JsonKind::Number, toText({Type::Double, number}));
 }
 
 Value readPlain(JsonKind kind, std::string_view spelling)
