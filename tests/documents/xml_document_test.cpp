@@ -237,6 +237,9 @@ private slots:
             "<?xml version='1.0' encoding='Shift_JIS'?><r><a>a&#92;\x5C</a><!-- \x5C --></r>");
         row("beyond ASCII", "<?xml version='1.0' encoding='US-ASCII'?><r>x</r>", set("r", text("\xC3\xA9")),
             "<?xml version='1.0' encoding='US-ASCII'?><r>&#233;</r>");
+        row("text beside an element", "<r>a<b/></r>", insert("r.#text[2]", text("c")), "<r>a<b/> c</r>");
+        row("punctuation beside an element", "<r>a<b/></r>", insert("r.#text[2]", text(", c")),
+            "<r>a<b/>, c</r>");
         row("opened in lines", "<r>\n <a\n  k='1'\n />\n</r>", insert("r.a.b", integer(1)),
             "<r>\n <a\n  k='1'\n >\n  <b>1</b>\n </a>\n</r>");
         row("text", "<r>a <b/> c </r>", set("r.#text[2]", text("d")), "<r>a <b/> d </r>");

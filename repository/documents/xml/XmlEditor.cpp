@@ -4,6 +4,14 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+// What is written without a blank after it, or before it.
+constexpr std::string_view opening = "([{\"'/-";
+constexpr std::string_view closing = ")]}\"'/-.,;:!?";
+
+} // namespace
+
 NodeId XmlEditor::createRoot(std::string_view name)
 {
     const NodeId id = tree.insert(noNode, noNode, {XmlKind::Element, tree.getNames().intern(name), 1});
@@ -41,6 +49,9 @@ NodeId XmlEditor::append(NodeId parent, const XmlKey& key, bool isInRun)
     if (key.kind == XmlKind::Element)
         fillElement(id);
     layout.placeAfter(id, sibling);
+    const std::string_view before = tree.text(sibling, XmlPart::Value);
+    if (key.kind == XmlKind::Element && tree.node(sibling).kind == XmlKind::Text && !before.empty())
+        setApart(id, opening, before.back());
     return id;
 }
 
@@ -77,9 +88,23 @@ char XmlEditor::quoteFor(NodeId element) const
     return last == noNode ? '"' : tree.text(last, XmlPart::Closing)[0];
 }
 
+// Amid texts, where words must not become one. No blank comes beside the punctuation.
+void XmlEditor::setApart(NodeId id, std::string_view punctuation, char beside)
+{
+    const bool areApart = tree.node(tree.node(id).parent).keepsBlanks ||
+                          !tree.text(id, XmlPart::Leading).empty() ||
+                          punctuation.find(beside) != std::string_view::npos;
+    if (!areApart)
+        tree.setText(id, XmlPart::Leading, " ");
+}
+
 void XmlEditor::give(NodeId id, XmlValues::Spelled value)
 {
     const XmlNode& node = tree.node(id);
+    const bool isNewText = node.kind == XmlKind::Text && tree.text(id, XmlPart::Value).empty();
+    const bool isAfterElement = node.previous != noNode && tree.node(node.previous).kind == XmlKind::Element;
+    if (isNewText && isAfterElement && !value.text.empty())
+        setApart(id, closing, value.text.front());
     const bool isAttribute = node.kind == XmlKind::Attribute;
     const bool isEmptyElement = node.kind == XmlKind::Element && isXmlBlank(contentOf(id));
     if (value.tag) {

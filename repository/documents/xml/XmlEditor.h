@@ -58,6 +58,7 @@ public:
     bool standsAlone(NodeId root) const;
 
 private:
+    void setApart(NodeId id, std::string_view punctuation, char beside);
     void fillElement(NodeId id);
     NodeId appendAttribute(NodeId element, const XmlKey& key);
     NodeId appendFirst(NodeId parent, const XmlKey& key);
