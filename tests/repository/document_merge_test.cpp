@@ -127,7 +127,7 @@ private slots:
             with(j, "10, 20, 30", "20, 30"), "n.0|n.1");
         row("xml: new ones that need each other", "xml", "<r>\n  <k>1</k>\n</r>\n",
             "r.a:i.@xmlns:a = u|r.m.#text = t|r.m.b = 5", "<r>\n  <k>2</k>\n</r>\n",
-            "<r>\n  <k>2</k>\n  <a:i xmlns:a=\"u\"/>\n  <m>t<b>5</b></m>\n</r>\n");
+            "<r>\n  <k>2</k>\n  <a:i xmlns:a=\"u\"/>\n  <m>t <b>5</b></m>\n</r>\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),
             with(j, "{\"x\": 1, \"y\": 2}", "{\n    \"#value\": 5,\n    \"z\": 3\n  }"));
     }
