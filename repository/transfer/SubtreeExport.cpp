@@ -31,7 +31,7 @@ std::string placeBelow(const std::string& prefix, const std::string& path)
     return prefix.empty() || path.empty() ? prefix + path : Documents::joinPath(prefix, path);
 }
 
-// Adds that a group is no array, where it looks like one.
+// Marks a group that looks like an array and is a plain group.
 void markGroups(std::vector<Entry>& entries, const std::function<bool(std::string_view path)>& isArray)
 {
     const Documents::ArrayGroups lookAlikes(entries);

@@ -255,7 +255,7 @@ std::vector<std::string> LineDialect::writeRetyped(const Statement& entry, const
     const std::string retagged = renameTypeTag(entry.tags(), value.type).append(entry.lines());
     for (const std::string& head : {std::string(entry.lines()), retagged}) {
         const std::optional<Statement> line = scanEntry(head);
-        // Bytes without a tag would make a file that is no text.
+        // Bytes without a tag would make the file binary.
         const bool isFit = line && (value.type != Type::ByteArray || line->tag == value.type);
         if (auto text = isFit ? write(*line, value, style) : std::nullopt)
             texts.push_back(*std::move(text));

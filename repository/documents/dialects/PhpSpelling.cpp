@@ -19,7 +19,7 @@ bool hasAny(std::string_view text, std::string_view set)
     return text.find_first_of(set) != std::string_view::npos;
 }
 
-// In double quotes; nothing is left out of what is no escape.
+// In double quotes; a backslash that escapes nothing stays.
 std::string unescape(std::string_view inner, bool& isValid)
 {
     std::string text;

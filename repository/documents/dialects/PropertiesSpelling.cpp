@@ -103,7 +103,7 @@ std::vector<std::string> write(std::string_view text, std::string_view before)
 {
     const bool keepsCharacters = !FrameworkCore::Values::isAscii(before) && isUtf8(before);
     std::string spelled = escape(text, {}, keepsCharacters);
-    // Blanks before a value, and what would be a second separator, are no part of it.
+    // Blanks before a value do not belong to it, and neither does what would be a second separator.
     if (!text.empty() && std::string_view(" =:").find(text.front()) != std::string_view::npos)
         spelled.insert(0, 1, '\\');
     return {spelled};

@@ -50,7 +50,7 @@ std::string IniBraces::indentIn(std::uint32_t group, std::uint32_t opening) cons
     return std::string(line.indent()).append(step);
 }
 
-// Empty when there is no form for the value.
+// Empty where the value cannot be spelled.
 std::string IniBraces::entryText(std::string_view name, const Value& value, const std::string& indent) const
 {
     const std::optional<std::string> key = decodeKey(splitNumber(name).name);

@@ -19,7 +19,7 @@ public:
     std::string groupNoun() const override { return "section"; }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
-    // A value that ends in a backslash would take in what comes after the missing blank line.
+    // Without the blank line, a value that ends in a backslash would continue in the next line.
     bool keepsLineEndsApart() const override { return dialect.spelling != nullptr; }
 
 private:

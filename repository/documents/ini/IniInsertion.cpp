@@ -159,7 +159,7 @@ std::string IniInsertion::entryText(std::string_view given, const Value& value, 
         reason = std::string(dialect.title) + " cannot hold the key " + quoted(given);
         return {};
     }
-    // Bytes without a tag would make a file that is no text.
+    // Bytes without a tag would make the file binary.
     std::optional<std::string> text;
     if (value.type != Type::ByteArray)
         text = spelling.write(*line, value, file.style);

@@ -14,8 +14,8 @@ namespace Repository::Documents {
 // none and the end of the content where it is not closed.
 std::size_t findSectionEnd(std::string_view content, std::size_t begin, const Dialect& dialect);
 
-// Where in the name of a section, in a dialect where that is no path, a component of its path is; that of a
-// subsection with its quotes.
+// The place of one component of a section's path in the section's name, where the name itself is not a path.
+// The quotes of a subsection belong to it.
 struct SectionPart
 {
     std::size_t begin;
