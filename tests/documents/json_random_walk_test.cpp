@@ -174,12 +174,12 @@ private:
             return insertOwn(value);
         inserted.key = anyKey();
         Model& target = chosen();
+        const bool isInArray = target.form == Model::Form::Array;
         const auto same =
             std::count_if(target.children.begin(), target.children.end(),
                           [&inserted](const Model& child) { return child.key == inserted.key; });
-        std::string name = joinNumber(encodeKey(inserted.key), std::size_t(same) + 1);
-        if (target.form == Model::Form::Array)
-            name = std::to_string(target.children.size());
+        const std::string name = isInArray ? std::to_string(target.children.size())
+                                           : joinNumber(encodeKey(inserted.key), std::size_t(same) + 1);
         const std::string top = path.empty() ? name : joinPath(path, name);
         std::string inside = top;
         if (random.bounded(4) == 0) {
@@ -188,7 +188,7 @@ private:
             inserted = {key, Model::Form::Object, {}, {inserted}};
             inserted.key = inserted.children[0].key;
         }
-        const Outcome outcome = expect(insert(inside, value), true);
+        const Outcome outcome = expect(insert(inside, value), isInArray || same == 0);
         if (!outcome.ok())
             return outcome;
         const bool wasFilled = !target.children.empty();

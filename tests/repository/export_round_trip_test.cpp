@@ -204,13 +204,14 @@ private slots:
             return; // one of the files that are not of their format
         Content expected = contentOf(*repository, QStringLiteral("from"));
 
-        // What only xml holds comes into memory, which holds everything but groups without entries.
+        // What only xml holds, and repeated names, come into memory, which holds everything but groups
+        // without entries.
         const QString to = QStringLiteral("to");
-        if (type != QLatin1String("xml"))
+        const QByteArray json = exported("from", "json");
+        if (type != QLatin1String("xml") && !json.contains("\"$names\": \"encoded\""))
             QVERIFY(mountFile("json", to, fileOf(to)));
         else
             dropEmptyGroups(expected);
-        const QByteArray json = exported("from", "json");
         const Outcome imported = import(to, "json", json);
         if (json.contains("\"@#value\"") && imported == BackendFailure)
             return; // an array with a key twice in an object, which is not written as json again

@@ -20,14 +20,13 @@ void JsonEditor::createRoot()
     tree.setText(root, JsonPart::Trailing, lineEnd);
 }
 
-NodeId JsonEditor::appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
-                                const JsonContent& content)
+NodeId JsonEditor::appendMember(NodeId object, std::string_view key, const JsonContent& content)
 {
     std::string label = encodeString(key) + layout.colonFor(object);
     const NodeId id = insert(object);
     tree.setText(id, JsonPart::Label, std::move(label));
     place(id);
-    members.add(id, ordinal);
+    members.add(id);
     setContent(id, content);
     return id;
 }

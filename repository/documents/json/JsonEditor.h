@@ -32,9 +32,8 @@ public:
     // The child of the root that stays after all others; none at first.
     void keepLast(NodeId child) { keptLast = child; }
 
-    // A new last child of an object, the ordinal-th of this key.
-    NodeId appendMember(NodeId object, std::string_view key, std::uint32_t ordinal,
-                        const JsonContent& content);
+    // A new last child of an object, the only one of this key.
+    NodeId appendMember(NodeId object, std::string_view key, const JsonContent& content);
 
     // A new element of an array after a sibling; noNode: before all others.
     NodeId insertElement(NodeId array, NodeId previous, const JsonContent& content);

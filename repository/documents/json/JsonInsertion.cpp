@@ -104,10 +104,9 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
         return refused("the key \"#value\" is kept for values of groups");
     if (*key == typesKey && (container == noNode || container == tree.getRoot()))
         return refused("the key \"$types\" is kept for the types of entries");
-    const std::string before = joinNumber(name.name, name.number - 1);
-    if (name.number > 1 && (container == noNode || members.find(container, before) == noNode))
-        return refused(quoted(component) + " can only be added after " + quoted(before) +
-                       ", which is not there");
+    if (name.number > 1)
+        return refused("the key " + quoted(*key) +
+                       " would be in one object twice, of which other readers see one");
     return {};
 }
 
@@ -118,7 +117,7 @@ void JsonInsertion::insertAt(const PathMatch& place, const JsonContent& wanted)
     NodeId container = place.node == noNode ? tree.getRoot() : place.node;
     if (place.missing.empty()) {
         if (wanted.kind != JsonKind::Object)
-            editor.appendMember(container, ownValueKey, 1, wanted);
+            editor.appendMember(container, ownValueKey, wanted);
         return;
     }
     if (tree.node(container).isLeaf())
@@ -129,9 +128,7 @@ void JsonInsertion::insertAt(const PathMatch& place, const JsonContent& wanted)
             container = editor.insertElement(container, tree.node(container).last, inserted);
             continue;
         }
-        const NumberedComponent name = splitNumber(place.missing[i]);
-        container = editor.appendMember(container, *decodeKey(name.name),
-                                        static_cast<std::uint32_t>(name.number), inserted);
+        container = editor.appendMember(container, *decodeKey(place.missing[i]), inserted);
     }
 }
 

@@ -82,7 +82,7 @@ void JsonMembers::buildIndex(NodeId container)
         index.insert(HashIndex::hashOf(keyOf(id, buffer), ordinalOf(id)), id);
 }
 
-void JsonMembers::add(NodeId child, std::uint32_t ordinal)
+void JsonMembers::add(NodeId child)
 {
     std::string buffer;
     const NodeId container = tree.node(child).parent;
@@ -90,12 +90,12 @@ void JsonMembers::add(NodeId child, std::uint32_t ordinal)
     const bool inObject = node.kind == JsonKind::Object;
     const std::string_view key = inObject ? keyOf(child, buffer) : std::string_view();
     if (inObject)
-        setOrdinal(child, ordinal);
+        setOrdinal(child, 1);
     node.mayHoldOwnValue = node.mayHoldOwnValue || key == ownValueKey;
     if (!node.indexed && node.count > searchedCount)
         buildIndex(container);
     else if (node.indexed && inObject)
-        indexes[container].insert(HashIndex::hashOf(key, ordinal), child);
+        indexes[container].insert(HashIndex::hashOf(key, 1), child);
     else if (node.indexed)
         addElement(elements[container], child);
 }

@@ -32,8 +32,8 @@ public:
     // Takes up the children of a container that was read.
     void addAll(NodeId container);
 
-    // Takes up an element of an array, or in an object a member as that of this ordinal under its key.
-    void add(NodeId child, std::uint32_t ordinal = 1);
+    // Takes up an element of an array, or in an object a member, the only one of its key.
+    void add(NodeId child);
 
     // To be called after elements of an array have changed places.
     void reorder(NodeId array);

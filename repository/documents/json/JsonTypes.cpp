@@ -107,10 +107,10 @@ Type JsonTypes::find(std::string_view path) const
 void JsonTypes::add(std::string_view path, Type type)
 {
     if (member == noNode) {
-        member = editor.appendMember(tree.getRoot(), typesKey, 1, {});
+        member = editor.appendMember(tree.getRoot(), typesKey, {});
         editor.keepLast(member);
     }
-    tags.emplace(path, Tag{type, editor.appendMember(member, path, 1, nameOf(type))});
+    tags.emplace(path, Tag{type, editor.appendMember(member, path, nameOf(type))});
 }
 
 void JsonTypes::set(std::string_view path, Type type)
