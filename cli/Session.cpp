@@ -193,7 +193,7 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
 }
 
 // Finds out whether it is there, and its format. Gives why it cannot be opened, or nothing.
-QString Session::examineFile(Source& source, Opening opening, std::string_view formatOption)
+QString Session::examineFile(Source& source, Opening opening, std::string_view formatOption) const
 {
     std::error_code error;
     const auto status = std::filesystem::status(source.absolutePath.toStdString(), error);
@@ -202,6 +202,10 @@ QString Session::examineFile(Source& source, Opening opening, std::string_view f
         return QString::fromStdString(error.message());
     if (source.isNew && opening != Opening::Create)
         return QStringLiteral("no such file");
+    if (std::filesystem::is_directory(status)) {
+        source.format = QStringLiteral("folder");
+        return invocation.command->takesFolders ? QString() : QStringLiteral("it is a folder, not a file");
+    }
     const QString refusal = source.isNew ? QString() : Repository::refusalOfKind(source.absolutePath);
     if (refusal.isEmpty() && source.format.isEmpty())
         source.format = source.isNew ? Repository::FileFormat::ofName(source.absolutePath)

@@ -28,6 +28,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
     : QMenu(tr("&File"), parent), files(backendFiles), recent(new QMenu(tr("Open &Recent"), this))
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
+    addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
     recent->setObjectName(QStringLiteral("recentFiles"));
     connect(recent, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
     addMenu(recent);
@@ -110,6 +111,17 @@ void FileMenu::chooseFiles()
         parentWidget(), tr("Open Configuration Files"), folder,
         tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
+    if (dialog.exec() == QDialog::Accepted)
+        emit openRequested(dialog.selectedFiles());
+}
+
+void FileMenu::chooseFolder()
+{
+    const QStringList known = RecentFiles::get();
+    Utilities::ModelViews::Widgets::PlainFileDialog dialog(
+        parentWidget(), tr("Open Folder"), known.isEmpty() ? QString() : QFileInfo(known.first()).path());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
     if (dialog.exec() == QDialog::Accepted)
         emit openRequested(dialog.selectedFiles());
 }

@@ -30,6 +30,20 @@ QHash<QString, QString> openFiles(FileMounter::Repository& repository)
     return open;
 }
 
+// Empty when the folder and all its files were opened, otherwise what was not, and why.
+QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::Repository& repository)
+{
+    const QString path = folder.absoluteFilePath();
+    const auto outcome = repository.getBackendInterface()->mount(QStringLiteral("folder"), name,
+                                                                 {path, path, AccessMode::ReadWrite}, 2);
+    if (outcome.isPlainSuccess())
+        return {};
+    return QStringLiteral("%1: %2").arg(folder.filePath(),
+                                        outcome.ok() ? outcome.get().warnings.join(QStringLiteral("; ")) +
+                                                           QStringLiteral("; View > Problems lists them")
+                                                     : outcome.explain());
+}
+
 // Empty when the file was opened, otherwise why it was not.
 QString mountFile(const QString& file, const QString& name, FileMounter::Repository& repository)
 {
@@ -37,7 +51,7 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
     if (!info.exists())
         return QStringLiteral("%1: no such file").arg(file);
     if (info.isDir())
-        return QStringLiteral("%1: it is a folder").arg(file);
+        return mountFolder(info, name, repository);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is not a regular file").arg(file);
     const QString type = ::Repository::FileFormat::ofFile(file);
