@@ -70,11 +70,13 @@ QStringList formatNames()
     return names;
 }
 
-// A diff has the file's name in the two lines at its head.
-QString withNameAsGiven(const QString& diff, const Source& source)
+// A diff has the names of files in the two lines at the head of each.
+QString withNamesAsGiven(QString diff, const Source& source)
 {
-    const int body = std::max(diff.indexOf(QLatin1String("\n@@")), 0);
-    return diff.left(body).replace(source.absolutePath, source.given) + diff.mid(body);
+    const QRegularExpression head(
+        QStringLiteral("^(---|\\+\\+\\+) %1(?=/|$)").arg(QRegularExpression::escape(source.absolutePath)),
+        QRegularExpression::MultilineOption);
+    return diff.replace(head, QStringLiteral("\\1 ") + source.given);
 }
 
 } // namespace
@@ -294,7 +296,7 @@ ExitCode Session::save(const Source& source)
         QString diff;
         const Outcome outcome = changes->getUnsavedDiff(source.root, diff);
         tell(outcome);
-        Output::bytes(withNameAsGiven(diff, source).toStdString());
+        Output::bytes(withNamesAsGiven(diff, source).toStdString());
         return outcome.ok() ? ExitCode::Done : ExitCode::BadFile;
     }
     const Outcome outcome = repository->getBackendInterface()->save(source.root);
@@ -323,7 +325,7 @@ const Source* Session::sourceOf(const Outcome& outcome) const
 {
     const Source* found = nullptr;
     for (const Source& source : sources) {
-        if (source.absolutePath == outcome.get().file)
+        if (source.holds(outcome.get().file))
             return &source;
         if (Repository::isAtOrBelow(outcome.get().subject, source.root))
             found = &source;
@@ -347,15 +349,16 @@ void Session::tell(const Outcome& outcome) const
 {
     const Source* const source = sourceOf(outcome);
     const Outcome::Parts& parts = outcome.get();
-    const bool isAboutSource = source && parts.file == source->absolutePath;
+    const bool isAboutSource = source && source->holds(parts.file);
+    const QString file = isAboutSource ? source->shownFile(parts.file) : parts.file;
     for (const QString& warning : parts.warnings)
-        Output::message((isAboutSource ? source->given : parts.file) + QStringLiteral(": ") + warning);
+        Output::message(file + QStringLiteral(": ") + warning);
     if (outcome.ok())
         return;
     const auto pathText = [this](const QString& path) { return shownPath(path); };
     QStringList pieces;
     if (source)
-        pieces.append(isAboutSource ? outcome.place(source->given) : source->given);
+        pieces.append(isAboutSource ? outcome.place(file) : source->given);
     if (!source || parts.subject != source->root)
         pieces.append(outcome.describe(pathText));
     if (!isAboutSource)

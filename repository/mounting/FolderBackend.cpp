@@ -104,6 +104,28 @@ QString FolderBackend::nameOf(const QString& file) const
     return name;
 }
 
+Backend::SiblingPosition FolderBackend::positionOf(const QString& path) const
+{
+    const int end = path.lastIndexOf(pathSeparator);
+    const std::lock_guard lock(filesMutex);
+    const auto group = shown.find(path.left(end));
+    if (group == shown.end())
+        return {Documents::SiblingPlace::Kind::Last, {}};
+    const auto place = group->second.lower_bound(path.mid(end + 1));
+    if (place == group->second.begin())
+        return {Documents::SiblingPlace::Kind::First, {}};
+    return {Documents::SiblingPlace::Kind::After, joinedPath(path.left(end), *std::prev(place))};
+}
+
+// To be called before a file is shown.
+void FolderBackend::noteNames(const QString& path)
+{
+    const std::lock_guard lock(filesMutex);
+    for (int end = path.lastIndexOf(pathSeparator), next = -1; end >= description.name.size();
+         next = end, end = path.lastIndexOf(pathSeparator, end - 1))
+        shown[path.left(end)].insert(path.mid(end + 1, next < 0 ? -1 : next - end - 1));
+}
+
 // Whether nobody has looked at the file as it is.
 bool FolderBackend::isUnknown(const QString& file) const
 {
@@ -189,6 +211,7 @@ void FolderBackend::openOne(const QString& file, const std::function<void()>& aw
             [&](const std::shared_ptr<Backend>& backend) {
                 awaitTurn();
                 opened = backend;
+                noteNames(backend->getName());
                 return Mounts(*attributes->getTree(), attributes->getHistory()).mount(backend);
             });
     };
@@ -257,8 +280,10 @@ Outcome FolderBackend::closeFile(const QString& file, const std::shared_ptr<Back
     if (!outcome.ok())
         return outcome;
     fileBackends.forget(*backend);
+    const QString& path = backend->getName();
     const std::lock_guard lock(filesMutex);
     files.remove(file);
+    shown[path.left(path.lastIndexOf(pathSeparator))].erase(path.mid(path.lastIndexOf(pathSeparator) + 1));
     return outcome;
 }
 

@@ -7,6 +7,9 @@
 #include <QHash>
 #include <QSet>
 
+#include <map>
+#include <set>
+
 namespace Repository {
 
 // A folder, of which each file whose format is recognised is a backend of its own, at the path of its name
@@ -17,6 +20,9 @@ public:
     // Both outlive it but for the store, which owns it.
     FolderBackend(const Description& description, FileBackends& files, BackendKind::Observer observer,
                   const std::shared_ptr<AttributeStore>& store);
+
+    // In the order of the names.
+    SiblingPosition positionOf(const QString& path) const override;
 
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return false; }
@@ -46,6 +52,7 @@ private:
 
     OpenFiles getFiles() const;
     QString nameOf(const QString& file) const;
+    void noteNames(const QString& path);
     bool isUnknown(const QString& file) const;
     void closeMissing(const QSet<QString>& present);
     void openAll(const QStringList& unknown);
@@ -64,7 +71,8 @@ private:
     OpenFiles files;                  // that are open, by their paths
     QHash<QString, QString> unopened; // the states in which files could not be opened
     QStringList folders;
-    int problems = 0; // of the last scan
+    int problems = 0;                           // of the last scan
+    std::map<QString, std::set<QString>> shown; // names by the paths of their groups
 };
 
 } // namespace Repository
