@@ -355,6 +355,8 @@ std::optional<Excerpt> JsonDocument::excerpt(std::string_view path) const
 
 bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
+    if (path.empty())
+        return file->tree.getRoot() == noNode && becomeExcerpt(excerpt);
     std::string before = getBytes();
     const auto text = JsonSubtrees(*file).insertPlaceholder(path, excerpt);
     if (!text)
@@ -368,6 +370,21 @@ bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
         return true;
     parse(std::move(before));
     return false;
+}
+
+// Of an empty document.
+bool JsonDocument::becomeExcerpt(const Excerpt& excerpt)
+{
+    if (!parse(JsonSubtrees(*file).textOfWhole(excerpt)).ok())
+        return false;
+    const bool isObject = file->tree.node(file->tree.getRoot()).kind == JsonKind::Object;
+    if (!excerpt.types.empty() && !isObject) {
+        parse({});
+        return false;
+    }
+    for (const auto& [below, type] : excerpt.types)
+        file->types.add(below, type);
+    return true;
 }
 
 Outcome JsonDocument::removeExcerpt(std::string_view path)

@@ -63,10 +63,16 @@ std::optional<Outcome> JsonSubtrees::rename(std::string_view path, std::string_v
 std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
 {
     const NodeId id = file.find(path);
-    if (id == noNode || tree.node(id).parent == noNode || isAmongTypes(path))
+    const bool isRoot = id != noNode && tree.node(id).parent == noNode;
+    if (id == noNode || isAmongTypes(path) || (isRoot && !file.types.isEmpty()))
         return std::nullopt;
     Excerpt found;
     found.lineEnd = file.editor.getStyle().lineEnd;
+    if (isRoot) {
+        found.text = JsonWriter(tree).writeValue(id);
+        findLines(found);
+        return found;
+    }
     const std::string_view label = tree.text(id, JsonPart::Label);
     if (!label.empty())
         found.text = label.substr(tree.keyLiteral(id).size());
@@ -78,6 +84,15 @@ std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
     found.after = std::move(comments.after);
     found.types = file.types.findBelow(path);
     return found;
+}
+
+std::string JsonSubtrees::textOfWhole(const Excerpt& excerpt) const
+{
+    const std::string text = excerptText(excerpt, {}, {});
+    const std::size_t colon = skipTrivia(text, 0);
+    const std::size_t value = text[colon] == ':' ? skipTrivia(text, colon + 1) : colon;
+    return indentedLines(excerpt.above, excerpt.indentation, {}) + text.substr(value) + excerpt.after +
+           excerpt.lineEnd;
 }
 
 std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path, const Excerpt& excerpt)

@@ -1,0 +1,54 @@
+#include "repository/merge/WrittenEntries.h"
+
+#include "repository/merge/DocumentChanges.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Repository {
+
+using Documents::Document;
+using Documents::Entry;
+using FrameworkCore::Values::Type;
+
+bool holdsEntries(const Document& document, std::string_view path, std::vector<Entry> expected)
+{
+    const auto isGroup = [](const Entry& entry) { return entry.value.type == Type::Group; };
+    std::vector<Entry> found;
+    document.visit([&](const Entry& entry) {
+        if (!isGroup(entry) && isWithin(entry.path, path))
+            found.push_back({path.empty() ? entry.path
+                                          : entry.path.substr(std::min(path.size() + 1, entry.path.size())),
+                             entry.value,
+                             {}});
+    });
+    expected.erase(std::remove_if(expected.begin(), expected.end(), isGroup), expected.end());
+    const auto isBefore = [](const Entry& a, const Entry& b) { return a.path < b.path; };
+    for (auto* const list : {&found, &expected}) {
+        if (!std::is_sorted(list->begin(), list->end(), isBefore))
+            std::sort(list->begin(), list->end(), isBefore);
+    }
+    return std::equal(
+        found.begin(), found.end(), expected.begin(), expected.end(),
+        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
+}
+
+bool insertAsWritten(Document& document, std::string_view path, const Documents::Excerpt& excerpt,
+                     std::vector<Entry> expected)
+{
+    std::string before = document.getBytes();
+    if (!document.insertExcerpt(path, excerpt))
+        return false;
+    if (holdsEntries(document, path, std::move(expected)))
+        return true;
+    document.parse(std::move(before));
+    return false;
+}
+
+bool canTakeExcerpts(std::size_t count, std::size_t textSize)
+{
+    constexpr std::size_t mostRead = 16 << 20; // bytes
+    return count <= 1 || textSize <= mostRead / count;
+}
+
+} // namespace Repository
