@@ -178,7 +178,7 @@ private slots:
         const auto row = TestSupport::columns<QString, QString>("from", "to");
         for (const std::string& from : Repository::Documents::getDocumentTypes()) {
             for (const std::string& to : Repository::Documents::getDocumentTypes()) {
-                if (!TestSupport::corporaPath(QString::fromStdString(from)).isEmpty())
+                if (from != to && !TestSupport::corporaPath(QString::fromStdString(from)).isEmpty())
                     row((from + " to " + to).c_str(), QString::fromStdString(from),
                         QString::fromStdString(to));
             }
