@@ -311,6 +311,7 @@ bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     if (isRun && !file->run->empty()) // what still lacks something is known by its node
         return false;
     std::string before = getBytes();
+    file->run.emplace(); // an element may declare its own prefix
     const auto text = XmlSubtrees(*file).insertInText(path, excerpt);
     bool isInserted = text && parse(file->spelling.encoding.encode(*text)).ok();
     const NodeId id = isInserted ? file->find(path) : noNode;
