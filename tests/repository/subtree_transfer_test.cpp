@@ -261,6 +261,30 @@ private slots:
         QCOMPARE(content(), imported);
     }
 
+    // The document type names the root element, and an undo gives it its name back.
+    void renamesTheRootOfXml_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("before", "after");
+        row("plain", "<!DOCTYPE r>\n<r/>\n", "<!DOCTYPE s>\n<s/>\n");
+        row("external", "<?xml version='1.0'?><!-- <!DOCTYPE r> -->\n<!DOCTYPE\n r SYSTEM 'r.dtd'><r>r</r>",
+            "<?xml version='1.0'?><!-- <!DOCTYPE r> -->\n<!DOCTYPE\n s SYSTEM 'r.dtd'><s>r</s>");
+        row("entities", "<!DOCTYPE r[<!ENTITY r 'r'>]>\n<r>&r;</r>\n",
+            "<!DOCTYPE s[<!ENTITY r 'r'>]>\n<s>&r;</s>\n");
+        row("of another name", "<!DOCTYPE rr>\n<r/>\n", "<!DOCTYPE rr>\n<s/>\n");
+    }
+
+    void renamesTheRootOfXml()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QVERIFY(mount("xml", "x", before));
+        history()->recordThisThread();
+        QCOMPARE(move("x.r", "x.s"), Success);
+        QCOMPARE(saved("x"), after);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved("x"), before);
+    }
+
     // Arrays stay arrays, as they are written.
     void copiesArrays()
     {
