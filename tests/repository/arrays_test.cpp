@@ -58,7 +58,7 @@ private slots:
         line("move m.hosts.0 m.hosts.1", "\"a\", // first\n    \"\\u0062\"",
              "\"\\u0062\",\n    \"a\" // first");
         line("move m.k m.hosts.1", "\"\\u0062\"\n  ],\n", "\"text\",\n    \"\\u0062\"\n  ],\n");
-        line("copy m.hosts.1 m.new", "\"text\"\n", "\"text\",\n  \"new\": \"b\"\n");
+        line("copy m.hosts.1 m.new", "\"text\"\n", "\"text\",\n  \"new\": \"\\u0062\"\n");
         line("copy m.n.2 m.n.0", "[1, 2.50, ", "[{\"x\": [true]}, 1, 2.50, ");
     }
 
@@ -87,6 +87,49 @@ private slots:
         restart();
         QVERIFY(mountFile("json", "m", fileOf("m")));
         QCOMPARE(this->content(), changed);
+    }
+
+    void movesTheSpelling_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("words", "text", "expected");
+        const auto line = [&](const char* words, const char* text, const char* expected) {
+            row(words, QString::fromLatin1(words), QByteArray(text), QByteArray(expected));
+        };
+        line("remove m.l.1", R"({"l": ["a", "\u0061", "a"]})", R"({"l": ["a", "a"]})");
+        line("move m.l.1 m.k", R"({"l": ["a", "\u0061", "a"]})", R"({"l": ["a", "a"], "k": "\u0061"})");
+        line("move m.l.1 m.o.0", R"({"l": ["a", "\u0062"], "o": ["c", "d"]})",
+             R"({"l": ["a"], "o": ["\u0062", "c", "d"]})");
+        line("copy m.l.1 m.o.1", R"({"l": ["a", "\u0062"], "o": ["c", "d"]})",
+             R"({"l": ["a", "\u0062"], "o": ["c", "\u0062", "d"]})");
+        line("move m.l.1 m.o.0", R"({"l": ["a", "\u0062"], "o": [1.50, 2]})",
+             R"({"l": ["a"], "o": ["\u0062", 1.50, 2]})");
+        line("move m.p.1 m.q.0", R"({"p": [1, 2.50, 3], "q": [5]})", R"({"p": [1, 3], "q": [2.50, 5]})");
+        line("move m.p.0.1 m.p.0", R"({"p": [[1, 2.50], 3]})", R"({"p": [2.50, [1], 3]})");
+        line("move m.p.0 m.o.k", R"({"p": [1e2, 3], "o": {"a": 1}})",
+             R"({"p": [3], "o": {"a": 1, "k": 1e2}})");
+        line("move m.o.k m.p.0", R"({"o": {"k": 1e2, "l": 1}, "p": [3]})",
+             R"({"o": {"l": 1}, "p": [1e2, 3]})");
+        line("move m.p.0 m.q.0",
+             "{\n  \"p\": [\n    // why\n    {\"a\":1.50},\n    1\n  ],\n  \"q\": [\n    2\n  ]\n}\n",
+             "{\n  \"p\": [\n    1\n  ],\n  \"q\": [\n    // why\n    {\"a\":1.50},\n    2\n  ]\n}\n");
+    }
+
+    void movesTheSpelling()
+    {
+        QFETCH(QString, words);
+        QFETCH(QByteArray, text);
+        QVERIFY(mount("json", "m", text));
+        history()->recordThisThread();
+        QCOMPARE(run(words), Success);
+        const QStringList changed = content();
+        QTEST(saved(), "expected");
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved(), text);
+        QCOMPARE(history()->redo(), Success);
+        QTEST(saved(), "expected");
+        restart();
+        QVERIFY(mountFile("json", "m", fileOf("m")));
+        QCOMPARE(content(), changed);
     }
 
     void refusesElements_data()

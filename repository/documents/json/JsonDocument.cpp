@@ -361,7 +361,8 @@ bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     const auto text = JsonSubtrees(*file).insertPlaceholder(path, excerpt);
     if (!text)
         return false;
-    const NodeId id = file->findValueNode(path);
+    const NodeId element = JsonElements(*file).find(path);
+    const NodeId id = element == noNode ? file->findValueNode(path) : element;
     if (text->front() != '{' && text->front() != '[') {
         file->editor.setContent(id, {kindOfJson(text->front()), *text, {}, {}});
         return true;
@@ -404,7 +405,8 @@ Outcome JsonDocument::remove(std::string_view path)
 {
     if (path.empty())
         return refused("the whole document cannot be removed");
-    const NodeId id = file->find(path);
+    const NodeId known = file->find(path);
+    const NodeId id = known == noNode ? JsonElements(*file).find(path) : known;
     if (id == noNode)
         return refused("there is no entry " + quoted(path));
     if (file->types.isEmpty() && file->types.wouldReadWithout(id))

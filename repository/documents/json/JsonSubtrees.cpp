@@ -1,6 +1,7 @@
 #include "repository/documents/json/JsonSubtrees.h"
 
 #include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/json/JsonElements.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -62,7 +63,8 @@ std::optional<Outcome> JsonSubtrees::rename(std::string_view path, std::string_v
 
 std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
 {
-    const NodeId id = file.find(path);
+    const NodeId known = file.find(path);
+    const NodeId id = known == noNode ? JsonElements(file).find(path) : known;
     const bool isRoot = id != noNode && tree.node(id).parent == noNode;
     if (id == noNode || isAmongTypes(path) || (isRoot && !file.types.isEmpty()))
         return std::nullopt;
@@ -103,10 +105,15 @@ std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path
     const bool isTooDeep =
         splitPath(path).value_or(std::vector<std::string_view>()).size() + depthOfJson(excerpt.text) >
         JsonReader::maximumDepth;
-    if (path.empty() || isAmongTypes(path) || !canTag || isTooDeep ||
-        !insertion.insert(path, {Type::Integer, std::int64_t(0)}).ok())
+    if (path.empty() || isAmongTypes(path) || !canTag || isTooDeep)
         return std::nullopt;
-    const NodeId id = file.findValueNode(path);
+    JsonElements elements(file);
+    const Value placeholder{Type::String, std::string()};
+    if (!elements.insert(path, placeholder).value_or(refused("no array")).ok() &&
+        !insertion.insert(path, placeholder).ok())
+        return std::nullopt;
+    const NodeId element = elements.find(path);
+    const NodeId id = element == noNode ? file.findValueNode(path) : element;
     const auto adapted = [&](std::string text) {
         return withLineEnds(std::move(text), excerpt, file.editor.getStyle().lineEnd);
     };
