@@ -1,5 +1,6 @@
 #include "desk/files/FormatMenu.h"
 
+#include "desk/common/MenuText.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/dialects/Dialects.h"
 
@@ -41,7 +42,7 @@ FormatMenu::FormatMenu(const QString& title, QWidget* parent) : QMenu(title, par
 // The type is in the column of the keys.
 void FormatMenu::addType(const QString& text, const QString& type)
 {
-    addAction(QStringLiteral("%1\t%2").arg(text, type), this, [this, type] { emit chosen(type); });
+    addAction(menuText(text) + QLatin1Char('\t') + type, this, [this, type] { emit chosen(type); });
 }
 
 } // namespace Vantry

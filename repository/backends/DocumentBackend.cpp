@@ -5,10 +5,10 @@
 #include "repository/common/MemoryGuard.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TextEncoding.h"
+#include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
 #include "repository/merge/UnifiedDiff.h"
-#include "repository/merge/WrittenEntries.h"
 
 #include <algorithm>
 #include <set>
@@ -218,7 +218,7 @@ bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerp
 {
     const std::lock_guard lock(mutex);
     const Outcome outcome = edit([&](Document& text) {
-        const bool isInserted = insertAsWritten(text, relative(path), excerpt, expected);
+        const bool isInserted = Documents::insertAsWritten(text, relative(path), excerpt, expected);
         return isInserted ? Documents::Outcome() : Documents::refused("it is not read alike there");
     });
     return outcome.ok();

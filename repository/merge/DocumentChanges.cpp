@@ -1,7 +1,7 @@
 #include "repository/merge/DocumentChanges.h"
 
+#include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
-#include "repository/merge/WrittenEntries.h"
 
 #include <algorithm>
 
@@ -151,7 +151,7 @@ private:
                 tops.push_back(top);
             subtrees[top].push_back(&change);
         }
-        if (tops.empty() || !canTakeExcerpts(tops.size(), target.getBytes().size()))
+        if (tops.empty() || !Documents::canTakeExcerpts(tops.size(), target.getBytes().size()))
             return;
         for (const std::string_view top : tops) {
             const auto excerpt = target.contains(top) ? std::nullopt : model.excerpt(top);
@@ -159,8 +159,9 @@ private:
             for (const DocumentChange* change : subtrees[top])
                 entries.push_back(
                     {change->path.substr(std::min(change->path.size(), top.size() + 1)), change->after, {}});
-            if (!excerpt || !insertAsWritten(target, top, withoutCommentsOf(target.getBytes(), *excerpt),
-                                             std::move(entries)))
+            if (!excerpt ||
+                !Documents::insertAsWritten(target, top, withoutCommentsOf(target.getBytes(), *excerpt),
+                                            std::move(entries)))
                 continue;
             for (const DocumentChange* change : subtrees[top])
                 written.insert(change->path);

@@ -3,7 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
-#include "repository/merge/WrittenEntries.h"
+#include "repository/documents/common/WrittenEntries.h"
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
 
@@ -144,7 +144,7 @@ TextInsertion::Places TextInsertion::newPlaces(const NodeWriter& nodes, const Ba
             places[i] = {next, top};
         i = next;
     }
-    return canTakeExcerpts(places.size(), size + target.getBytes().size()) ? places : Places();
+    return Documents::canTakeExcerpts(places.size(), size + target.getBytes().size()) ? places : Places();
 }
 
 Outcome TextInsertion::beginWhole(PartWriter& writer, const Places& places, std::size_t begin,

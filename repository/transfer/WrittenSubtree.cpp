@@ -4,7 +4,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/ComponentCodec.h"
-#include "repository/merge/WrittenEntries.h"
+#include "repository/documents/common/WrittenEntries.h"
 
 namespace Repository {
 
@@ -69,7 +69,7 @@ std::optional<std::string> WrittenSubtree::textWith(const Candidate& candidate) 
     }
     std::string lacking;
     const bool isAlike = document->endRun(lacking).ok() && !format.declaresNames(*document) &&
-                         holdsEntries(*document, candidate.root, entries);
+                         Documents::holdsEntries(*document, candidate.root, entries);
     return isAlike ? std::optional(document->getBytes()) : std::nullopt;
 }
 

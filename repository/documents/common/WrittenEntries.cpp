@@ -1,17 +1,17 @@
-#include "repository/merge/WrittenEntries.h"
-
-#include "repository/merge/DocumentChanges.h"
+#include "repository/documents/common/WrittenEntries.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace Repository {
-
-using Documents::Document;
-using Documents::Entry;
-using FrameworkCore::Values::Type;
+namespace Repository::Documents {
 
 namespace {
+
+bool isWithin(std::string_view path, std::string_view top)
+{
+    return top.empty() ||
+           (path.substr(0, top.size()) == top && (path.size() == top.size() || path[top.size()] == '.'));
+}
 
 // The text that has the path as an element of a list; null where that is not one.
 const std::string* elementIn(const Entry& entry, std::string_view path)
@@ -54,7 +54,7 @@ bool holdsEntries(const Document& document, std::string_view path, std::vector<E
         [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
 }
 
-bool insertAsWritten(Document& document, std::string_view path, const Documents::Excerpt& excerpt,
+bool insertAsWritten(Document& document, std::string_view path, const Excerpt& excerpt,
                      std::vector<Entry> expected)
 {
     std::string before = document.getBytes();
@@ -72,4 +72,4 @@ bool canTakeExcerpts(std::size_t count, std::size_t textSize)
     return count <= 1 || textSize <= mostRead / count;
 }
 
-} // namespace Repository
+} // namespace Repository::Documents
