@@ -27,8 +27,12 @@ QString titleOf(const Repository::Documents::Dialect& dialect)
 FormatMenu::FormatMenu(const QString& title, QWidget* parent) : QMenu(title, parent)
 {
     const auto& formats = Repository::Documents::getDocumentTypes();
-    for (const std::string& format : formats)
-        addType(tr("%1, as recognised").arg(QString::fromStdString(format)), QString::fromStdString(format));
+    for (const std::string& format : formats) {
+        const QString name = QString::fromStdString(format);
+        const bool hasDialects = Repository::Documents::findDialect(format, "generic");
+        addType(hasDialects ? tr("%1 file, its dialect recognised").arg(name) : tr("%1 file").arg(name),
+                name);
+    }
     for (const std::string& format : formats) {
         addSeparator();
         for (const Repository::Documents::Dialect& dialect : Repository::Documents::getDialects()) {
