@@ -92,7 +92,10 @@ TextInsertion::TextInsertion(const Documents::Format& textFormat, const Document
 Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) const
 {
     const Node& there = transaction.getNodes().nearest(path);
-    const bool isAlike = there.backend && !format.declaresNames(document) &&
+    const bool hasEntries =
+        !entries.empty() && (!entries.back().path.empty() || entries.back().value.type != Type::Group);
+    const bool isAlike = there.backend && hasEntries && format.takesText(entries) &&
+                         !format.declaresNames(document) &&
                          there.backend->getDescription().type.toStdString() == format.getName();
     const auto whole = isAlike && there.path != path ? document.excerpt({}) : std::nullopt;
     const Places places = isAlike ? newPlaces(transaction.getNodes(), *there.backend) : Places();

@@ -15,9 +15,12 @@ WrittenSubtree::WrittenSubtree(const Backend& writer, const QString& path, std::
                                const std::vector<Entry>& subtree)
     : writtenType(writer.getDescription().type.toStdString()), name(std::move(rootName)), entries(subtree)
 {
+    const Documents::Format* const format = Documents::findFormat(writtenType);
+    if (!format || !format->takesText(entries))
+        return;
     if (writer.getName() == path)
         whole = writer.getBytes();
-    else if (Documents::findFormat(writtenType) && !entries.empty())
+    else if (!entries.empty())
         addCandidates(writer, path);
 }
 

@@ -46,13 +46,14 @@ std::optional<Excerpt> withoutName(Excerpt excerpt)
 {
     const std::string_view text = excerpt.text;
     for (auto& [begin, end] : excerpt.names) {
-        const bool isHeader = begin > 0 && text[begin - 1] == '[' && text[end] == ']';
-        if (!isHeader && text[end] != '.')
+        const bool isInBrackets = begin > 0 && text[begin - 1] == '[' && text[end] == ']';
+        if (!isInBrackets && text[end] != '.')
             return std::nullopt;
-        if (!isHeader) {
-            ++end;
+        ++end;
+        if (isInBrackets)
+            --begin;
+        if (!isInBrackets || (end < text.size() && text[end] == '['))
             continue;
-        }
         while (begin > 0 && !isLineEnd(text[begin - 1]))
             --begin;
         const TextLine line = textLineAt(text, begin);

@@ -67,9 +67,15 @@ bool JsonFormat::begins(std::string_view text) const
     return startsWith(text, "{") || beginsLikeArray(text);
 }
 
+// A key that is in an object twice is not written again.
+bool JsonFormat::takesText(const std::vector<Entry>& entries) const
+{
+    return std::none_of(entries.begin(), entries.end(), needsCodes);
+}
+
 std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) const
 {
-    if (std::any_of(entries.begin(), entries.end(), needsCodes)) {
+    if (!takesText(entries)) {
         const bool isArray = ArrayGroups(entries).contain({});
         for (Entry& entry : entries) {
             const bool isMember = entry.path.compare(0, entry.path.find('.'), EncodedNames::member) == 0;
