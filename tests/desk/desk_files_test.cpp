@@ -188,7 +188,7 @@ private slots:
     void opensAsAChosenType()
     {
         const QString file = TestSupport::writeFile(folder->path("git"), "[s]\n\tk = \"a\" b\n");
-        fileMenu({"p", "g"}, [&file](QWidget& dialog) {
+        fileMenu({"p", "Down", "Down", "Down", "Down", "Return"}, [&file](QWidget& dialog) {
             QVERIFY(dialog.windowTitle().contains(QLatin1String("ini:git")));
             QVERIFY(TestSupport::typeText(file));
             QVERIFY(pressKey(QStringLiteral("Return")));
@@ -196,7 +196,7 @@ private slots:
         });
         QTRY_COMPARE(read(QStringLiteral("git.s.k")), QVariant(QStringLiteral("a b")));
 
-        const QString unknown = TestSupport::writeFile(folder->path("words"), "[a] b\nk = 1 ; c\n");
+        const QString unknown = TestSupport::writeFile(folder->path("words"), "k = 1\nsome words\n");
         desk->window->openFiles({unknown, folder->path("none.ini")});
         auto* const notices = desk->part<Vantry::NoticeBar>("noticeBar");
         QTRY_COMPARE(notices->getNotices().size(), 2);
