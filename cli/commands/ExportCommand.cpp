@@ -122,8 +122,9 @@ Command convert()
     return {
         "convert",
         "write what a file holds as a file of another format",
-        "The second FILE is written anew, in the format that its name says. Comments and spelling are "
-        "left out; types come along, in type tags where the format has no form of its own for them. An array "
+        "The second FILE is written anew, in the format that its name says. Within one format it is as "
+        "it was written; otherwise comments and spelling are left out, and types come along, in type tags "
+        "where the format has no form of its own for them. An array "
         "becomes a group of 0, 1, 2 ..., in xml of the elements <_x0030_>, <_x0031_> ...; a group of such "
         "names "
         "becomes an array of json, and an array of texts a list everywhere. Names that the format has no "
@@ -142,7 +143,8 @@ Command exportTree()
 {
     return {"export",
             "write a group as a file of its own",
-            "OUT is written anew, in the format that its name says; the paths in it are relative to PATH. "
+            "OUT is written anew, in the format that its name says, within one format with comments and "
+            "spelling; the paths in it are relative to PATH. "
             "\"\" is the path of the whole file.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
             {toFormatOption, forceOption, dryRunOption},

@@ -2,6 +2,7 @@
 #include "cli/Session.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
+#include "repository/documents/json/PlainJson.h"
 
 namespace CommandLine::Commands {
 
@@ -18,7 +19,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
             place->path, QStringLiteral("json"), text));
         if (code == ExitCode::Done)
-            Output::bytes(text.trimmed().toStdString() + end);
+            Output::bytes(Repository::Documents::plainJson(text.trimmed().toStdString()) + end);
         return code;
     }
     const QString& path = invocation.arguments.at(1);

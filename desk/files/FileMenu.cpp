@@ -3,6 +3,7 @@
 #include "desk/common/MenuText.h"
 #include "desk/files/BackendChooser.h"
 #include "desk/files/BackendFiles.h"
+#include "desk/files/FormatMenu.h"
 #include "desk/files/RecentFiles.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
@@ -29,6 +30,10 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
     addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
+    auto* const formats = new FormatMenu(tr("O&pen As"), this);
+    formats->setObjectName(QStringLiteral("openAs"));
+    connect(formats, &FormatMenu::chosen, this, &FileMenu::chooseFilesOf);
+    addMenu(formats);
     recent->setObjectName(QStringLiteral("recentFiles"));
     connect(recent, &QMenu::aboutToShow, this, &FileMenu::fillRecent);
     addMenu(recent);
@@ -105,14 +110,22 @@ void FileMenu::chooseBackends(const QString& verb, const QStringList& backends, 
 
 void FileMenu::chooseFiles()
 {
-    const QStringList known = RecentFiles::get();
-    const QString folder = known.isEmpty() ? QString() : QFileInfo(known.first()).path();
+    chooseFilesOf({});
+}
+
+void FileMenu::chooseFilesOf(const QString& type)
+{
+    const QString title =
+        type.isEmpty() ? tr("Open Configuration Files") : tr("Open Configuration Files As %1").arg(type);
+    const QString all = tr("All Files (*)");
+    const QString known = tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties)");
+    const QStringList before = RecentFiles::get();
+    const QString folder = before.isEmpty() ? QString() : QFileInfo(before.first()).path();
     Utilities::ModelViews::Widgets::PlainFileDialog dialog(
-        parentWidget(), tr("Open Configuration Files"), folder,
-        tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)"));
+        parentWidget(), title, folder, type.isEmpty() ? known + QStringLiteral(";;") + all : all);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     if (dialog.exec() == QDialog::Accepted)
-        emit openRequested(dialog.selectedFiles());
+        emit openRequested(dialog.selectedFiles(), type);
 }
 
 void FileMenu::chooseFolder()
@@ -123,7 +136,7 @@ void FileMenu::chooseFolder()
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (dialog.exec() == QDialog::Accepted)
-        emit openRequested(dialog.selectedFiles());
+        emit openRequested(dialog.selectedFiles(), {});
 }
 
 void FileMenu::fillRecent()

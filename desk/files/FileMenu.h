@@ -24,7 +24,7 @@ public:
     void chooseFolder();
 
 signals:
-    void openRequested(const QStringList& files);
+    void openRequested(const QStringList& files, const QString& type = {}); // as that, if there is one
     void quitRequested();
 
 private:
@@ -36,6 +36,7 @@ private:
     void fillBackendMenu(QMenu& menu, const QStringList& backends, const BackendAction& action,
                          const QString& allText);
     void chooseBackends(const QString& verb, const QStringList& backends, BackendAction action);
+    void chooseFilesOf(const QString& type);
     void fillRecent();
 
     BackendFiles& files;

@@ -45,7 +45,8 @@ QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::R
 }
 
 // Empty when the file was opened, otherwise why it was not.
-QString mountFile(const QString& file, const QString& name, FileMounter::Repository& repository)
+QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
+                  bool& isUnknown)
 {
     const QFileInfo info(file);
     if (!info.exists())
@@ -54,9 +55,11 @@ QString mountFile(const QString& file, const QString& name, FileMounter::Reposit
         return mountFolder(info, name, repository);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is not a regular file").arg(file);
-    const QString type = ::Repository::FileFormat::ofFile(file);
     if (type.isEmpty())
-        return QStringLiteral("%1: %2; New Backend opens it as a type of your choice")
+        type = ::Repository::FileFormat::ofFile(file);
+    isUnknown = type.isEmpty();
+    if (isUnknown)
+        return QStringLiteral("%1: %2; Open As opens it as a type of your choice")
             .arg(file, ::Repository::FileFormat::explainUnknown(file));
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
     const auto outcome = repository.getBackendInterface()->mount(
@@ -73,29 +76,34 @@ QString refusalOf(const QString& file, const QString& reason)
     return QStringLiteral("%1: it was not opened: %2").arg(file, reason);
 }
 
-FileMounter::Result refusalOf(const QStringList& files, const QString& reason)
+// Of file requests.
+template <typename Requests>
+FileMounter::Result refusalOfAll(const Requests& requests, const QString& reason)
 {
     FileMounter::Result result;
-    for (const QString& file : files)
-        result.problems.append(refusalOf(file, reason));
+    for (const auto& request : requests)
+        result.problems.append(refusalOf(request.file, reason));
     return result;
 }
 
-FileMounter::Result mountFiles(const QStringList& files,
-                               const std::shared_ptr<FileMounter::Repository>& repository)
+} // namespace
+
+FileMounter::Result FileMounter::mountFiles(const Requests& requests,
+                                            const std::shared_ptr<Repository>& repository)
 {
-    FileMounter::Result result;
+    Result result;
     QHash<QString, QString> open = openFiles(*repository);
-    for (const QString& file : files) {
+    for (const auto& [file, type] : requests) {
         const QString identity = ::Repository::fileIdentity(file);
         if (open.contains(identity)) {
             result.openBefore.append(open[identity]);
             continue;
         }
-        const QString name = FileMounter::mountName(file, *repository);
+        const QString name = mountName(file, *repository);
         QString problem;
+        bool isUnknown = false;
         try {
-            problem = mountFile(file, name, *repository);
+            problem = mountFile(file, type, name, *repository, isUnknown);
         } catch (...) {
             problem = refusalOf(file, Utilities::currentFailure());
         }
@@ -105,11 +113,11 @@ FileMounter::Result mountFiles(const QStringList& files,
         } else {
             result.problems.append(problem);
         }
+        if (isUnknown)
+            result.unknown.append(file);
     }
     return result;
 }
-
-} // namespace
 
 FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent)
     : QObject(parent), repository(std::move(attributes))
@@ -118,9 +126,10 @@ FileMounter::FileMounter(std::shared_ptr<Repository> attributes, QObject* parent
 
 FileMounter::~FileMounter() = default;
 
-void FileMounter::mount(const QStringList& files)
+void FileMounter::mount(const QStringList& files, const QString& type)
 {
-    waiting += files;
+    for (const QString& file : files)
+        waiting.push_back({file, type});
     startNext();
 }
 
@@ -133,7 +142,7 @@ void FileMounter::startNext()
 {
     if (waitFor(std::chrono::milliseconds::zero()))
         finish(runs);
-    if (worker.valid() || waiting.isEmpty())
+    if (worker.valid() || waiting.empty())
         return;
     opening = std::exchange(waiting, {});
     const QPointer<FileMounter> self(this);
@@ -143,8 +152,8 @@ void FileMounter::startNext()
     };
     QString failure;
     worker = Utilities::startWorker(
-        [tell, files = opening, attributes = repository] {
-            Result result = mountFiles(files, attributes);
+        [tell, requests = opening, attributes = repository] {
+            Result result = mountFiles(requests, attributes);
             try {
                 Utilities::postToGuiThread(tell);
             } catch (const std::bad_alloc&) {
@@ -156,7 +165,7 @@ void FileMounter::startNext()
     if (worker.valid())
         return;
     std::promise<Result> refused;
-    refused.set_value(refusalOf(opening, failure));
+    refused.set_value(refusalOfAll(opening, failure));
     worker = refused.get_future();
     QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
@@ -175,7 +184,7 @@ FileMounter::Result FileMounter::takeResult()
     try {
         return worker.get();
     } catch (...) {
-        return refusalOf(opening, Utilities::currentFailure());
+        return refusalOfAll(opening, Utilities::currentFailure());
     }
 }
 

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <future>
 #include <memory>
+#include <vector>
 
 namespace Vantry {
 
@@ -25,6 +26,7 @@ public:
         QStringList opened;     // files
         QStringList openBefore; // names of the backends whose files were given, but are open already
         QStringList problems;   // one text for each file that was not opened: its name and the reason
+        QStringList unknown;    // those of the files that were not opened since nothing tells their format
     };
 
     explicit FileMounter(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
@@ -35,7 +37,8 @@ public:
 
     // Opens the files one after the other; those given meanwhile follow. A file that takes more memory than
     // there is, is a problem of that file; without a thread to open them on, all given ones are problems.
-    void mount(const QStringList& files);
+    // Without a type, each file tells its own.
+    void mount(const QStringList& files, const QString& type = {});
 
     bool isBusy() const { return worker.valid(); }
 
@@ -50,13 +53,21 @@ signals:
     void mounted(const Vantry::FileMounter::Result& result);
 
 private:
+    struct Request
+    {
+        QString file;
+        QString type;
+    };
+    using Requests = std::vector<Request>;
+
+    static Result mountFiles(const Requests& requests, const std::shared_ptr<Repository>& repository);
     void startNext();
     void finish(int run);
     Result takeResult();
 
     std::shared_ptr<Repository> repository;
-    QStringList waiting;
-    QStringList opening;        // what the worker was given
+    Requests waiting;
+    Requests opening;           // what the worker was given
     std::future<Result> worker; // valid until its result is delivered, which is after it is ready
     int runs = 0;               // how many workers there were
 };

@@ -58,7 +58,8 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     setUpAreas();
     setUpStatusBar();
     setUpMenus();
-    connect(new FileDrops(*this), &FileDrops::dropped, this, &MainWindow::openFiles);
+    connect(new FileDrops(*this), &FileDrops::dropped, this,
+            [this](const QStringList& names) { openFiles(names); });
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
     connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
@@ -74,6 +75,7 @@ void MainWindow::setUpAreas()
 {
     navigation = new NavigationArea;
     notices = new NoticeBar;
+    connect(notices, &NoticeBar::openRequested, this, &MainWindow::openFiles);
     kept = new KeptChangesBar;
     connect(kept, &KeptChangesBar::applyRequested, this, &MainWindow::applyKept);
     workArea = new QStackedWidget;
@@ -211,7 +213,8 @@ void MainWindow::showStartPage()
         startPage = new StartPage;
         workArea->addWidget(startPage);
         connect(startPage, &StartPage::chooseRequested, file, &FileMenu::chooseFiles);
-        connect(startPage, &StartPage::openRequested, this, &MainWindow::openFiles);
+        connect(startPage, &StartPage::openRequested, this,
+                [this](const QStringList& names) { openFiles(names); });
         connect(startPage, &StartPage::exampleRequested, this, &MainWindow::openExample);
     }
     startPage->refresh();
@@ -231,11 +234,11 @@ void MainWindow::openExample()
     openFiles(example);
 }
 
-void MainWindow::openFiles(const QStringList& names)
+void MainWindow::openFiles(const QStringList& names, const QString& type)
 {
     if (names.isEmpty())
         return;
-    mounter.mount(names);
+    mounter.mount(names, type);
     showFirstPages(true);
 }
 
@@ -268,6 +271,7 @@ void MainWindow::showResult(const FileMounter::Result& result)
 {
     RecentFiles::add(result.opened);
     notices->addNotices(result.problems);
+    notices->offerOpening(result.unknown);
     files.getWatch().look();
     if (!result.openBefore.isEmpty())
         selectBackend(result.openBefore.last());

@@ -38,7 +38,7 @@ public:
     MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
 
     // Opens files on another thread, and shows their attributes.
-    void openFiles(const QStringList& files);
+    void openFiles(const QStringList& files, const QString& type = {}); // as that, if there is one
 
     // Waits a moment for the files that were given first, so that the window appears with what is in them. It
     // appears without when they are so many or large that a person would notice the wait.

@@ -1,11 +1,16 @@
 #include "desk/window/NoticeBar.h"
 
+#include "desk/files/FormatMenu.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QToolButton>
+
+#include <algorithm>
+#include <utility>
 
 namespace Vantry {
 
@@ -40,9 +45,53 @@ void NoticeBar::addNotices(const QStringList& texts)
     showNotices();
 }
 
+void NoticeBar::addOpenButton()
+{
+    auto* const formats = new FormatMenu({}, this);
+    connect(formats, &FormatMenu::chosen, this, &NoticeBar::requestOpening);
+    open = new QToolButton;
+    open->setObjectName(QStringLiteral("noticeOpenAs"));
+    open->setText(tr("Open &As"));
+    open->setMenu(formats);
+    open->setPopupMode(QToolButton::InstantPopup);
+    static_cast<QBoxLayout*>(layout())->insertWidget(2, open, 0, Qt::AlignTop);
+}
+
+void NoticeBar::offerOpening(const QStringList& files)
+{
+    unknown += files;
+    unknown.removeDuplicates();
+    if (!open && !unknown.isEmpty())
+        addOpenButton();
+    if (!open)
+        return;
+    open->setVisible(!unknown.isEmpty());
+    const QString hint = unknown.size() == 1
+                             ? tr("Open %1 as a type of your choice").arg(unknown.first())
+                             : tr("Open these %1 files as a type of your choice").arg(unknown.size());
+    open->setToolTip(Utilities::ModelViews::toolTipText(hint));
+    open->setAccessibleName(hint);
+}
+
+void NoticeBar::requestOpening(const QString& type)
+{
+    const QStringList files = std::exchange(unknown, {});
+    for (const QString& file : files) {
+        const auto isAbout = [&](const QString& notice) {
+            return notice.startsWith(file + QLatin1Char(':'));
+        };
+        notices.erase(std::remove_if(notices.begin(), notices.end(), isAbout), notices.end());
+    }
+    offerOpening({});
+    showNotices();
+    emit openRequested(files, type);
+}
+
 void NoticeBar::closeNotices()
 {
     notices.clear();
+    unknown.clear();
+    offerOpening({});
     if (text)
         showNotices();
 }

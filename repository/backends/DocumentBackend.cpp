@@ -5,6 +5,7 @@
 #include "repository/common/MemoryGuard.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TextEncoding.h"
+#include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
 #include "repository/merge/UnifiedDiff.h"
@@ -216,40 +217,11 @@ bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerp
                                     const std::vector<Documents::Entry>& expected)
 {
     const std::lock_guard lock(mutex);
-    std::string before = content.getText();
-    bool isInserted = false;
     const Outcome outcome = edit([&](Document& text) {
-        isInserted = text.insertExcerpt(relative(path), excerpt);
-        return Documents::Outcome();
+        const bool isInserted = Documents::insertAsWritten(text, relative(path), excerpt, expected);
+        return isInserted ? Documents::Outcome() : Documents::refused("it is not read alike there");
     });
-    if (!outcome.ok() || !isInserted)
-        return false;
-    if (holds(relative(path), expected))
-        return true;
-    content.replaceText(std::move(before));
-    return false;
-}
-
-// Whether the entries with values at and below a path are these, with paths relative to it.
-bool DocumentBackend::holds(const std::string& path, std::vector<Documents::Entry> expected) const
-{
-    std::vector<Documents::Entry> found;
-    content.getDocument().visit([&](const Documents::Entry& entry) {
-        if (entry.value.type != FrameworkCore::Values::Type::Group && isWithin(entry.path, path))
-            found.push_back({entry.path.substr(std::min(path.size() + 1, entry.path.size())), entry.value});
-    });
-    const auto isGroup = [](const auto& entry) {
-        return entry.value.type == FrameworkCore::Values::Type::Group;
-    };
-    expected.erase(std::remove_if(expected.begin(), expected.end(), isGroup), expected.end());
-    const auto isBefore = [](const auto& a, const auto& b) { return a.path < b.path; };
-    for (auto* const list : {&found, &expected}) {
-        if (!std::is_sorted(list->begin(), list->end(), isBefore))
-            std::sort(list->begin(), list->end(), isBefore);
-    }
-    return std::equal(
-        found.begin(), found.end(), expected.begin(), expected.end(),
-        [](const auto& a, const auto& b) { return a.path == b.path && isSame(a.value, b.value); });
+    return outcome.ok();
 }
 
 bool DocumentBackend::isClosed() const

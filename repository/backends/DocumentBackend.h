@@ -78,8 +78,6 @@ protected:
     bool closed = false;
 
 private:
-    bool holds(const std::string& path, std::vector<Documents::Entry> expected) const;
-
     bool editing = false; // a DocumentEdit exists
 };
 

@@ -1,5 +1,6 @@
 #include "repository/merge/DocumentChanges.h"
 
+#include "repository/documents/common/WrittenEntries.h"
 #include "repository/merge/DocumentComparison.h"
 
 #include <algorithm>
@@ -29,6 +30,37 @@ bool isGroup(const Value& value)
     return value.type == Type::Group;
 }
 
+std::string_view parentOf(std::string_view path)
+{
+    const std::size_t dot = path.rfind('.');
+    return path.substr(0, dot == std::string_view::npos ? 0 : dot);
+}
+
+// Without comments that stayed in the text when the entry they belong to was taken out.
+Documents::Excerpt withoutCommentsOf(const std::string& text, Documents::Excerpt excerpt)
+{
+    const auto isThere = [&text](const std::string& comments) {
+        return !comments.empty() && text.find(comments) != std::string::npos;
+    };
+    if (isThere(excerpt.above))
+        excerpt.above.clear();
+    const std::size_t name = excerpt.names.empty() ? 0 : excerpt.names.front().first;
+    const std::size_t size = name == 0 ? 0 : excerpt.text.find_last_of("\r\n", name - 1) + 1;
+    if (!isThere(excerpt.text.substr(0, size)))
+        return excerpt;
+    excerpt.text.erase(0, size);
+    for (auto& [begin, end] : excerpt.names) {
+        begin -= size;
+        end -= size;
+    }
+    auto& lines = excerpt.lines;
+    lines.erase(std::remove_if(lines.begin(), lines.end(), [size](std::size_t line) { return line < size; }),
+                lines.end());
+    for (std::size_t& line : lines)
+        line -= size;
+    return excerpt;
+}
+
 // Makes changes in one document, one after the other.
 class Application
 {
@@ -42,11 +74,12 @@ public:
     RefusedChange run()
     {
         removeAll();
+        putSubtrees();
         // Groups come by themselves with what is in them.
         const std::vector<DocumentChange> additions = withoutImpliedGroups(changes);
         target.beginRun();
         for (const DocumentChange& change : additions) {
-            if (change.kind == Kind::Created)
+            if (change.kind == Kind::Created && written.count(change.path) == 0)
                 put(change);
         }
         std::string lacking;
@@ -98,6 +131,43 @@ private:
         return leading;
     }
 
+    // What is new as a whole comes as its author wrote it.
+    void putSubtrees()
+    {
+        PathSet created;
+        for (const DocumentChange& change : changes) {
+            if (change.kind == Kind::Created)
+                created.insert(change.path);
+        }
+        std::vector<std::string_view> tops;
+        std::unordered_map<std::string_view, std::vector<const DocumentChange*>> subtrees;
+        for (const DocumentChange& change : changes) {
+            std::string_view top = change.path;
+            while (created.count(parentOf(top)) > 0 && !parentOf(top).empty())
+                top = parentOf(top);
+            if (change.kind != Kind::Created)
+                continue;
+            if (top == change.path)
+                tops.push_back(top);
+            subtrees[top].push_back(&change);
+        }
+        if (tops.empty() || !Documents::canTakeExcerpts(tops.size(), target.getBytes().size()))
+            return;
+        for (const std::string_view top : tops) {
+            const auto excerpt = target.contains(top) ? std::nullopt : model.excerpt(top);
+            std::vector<Entry> entries;
+            for (const DocumentChange* change : subtrees[top])
+                entries.push_back(
+                    {change->path.substr(std::min(change->path.size(), top.size() + 1)), change->after, {}});
+            if (!excerpt ||
+                !Documents::insertAsWritten(target, top, withoutCommentsOf(target.getBytes(), *excerpt),
+                                            std::move(entries)))
+                continue;
+            for (const DocumentChange* change : subtrees[top])
+                written.insert(change->path);
+        }
+    }
+
     void put(const DocumentChange& change)
     {
         const bool isThere = target.contains(change.path);
@@ -134,6 +204,7 @@ private:
     const Document& model;
     Document& target;
     const EntryMap present; // where there are changes, before the first of them
+    PathSet written;        // what came with all that it is in
     RefusedChange refusal;  // the first
 };
 

@@ -97,7 +97,7 @@ bool BulkWrite::isGroup(const QString& path) const
     return node && !node->isAttribute();
 }
 
-Outcome BulkWrite::beginWhole(const QString& path)
+Outcome BulkWrite::beginWhole(const QString& path, std::optional<Documents::Excerpt> excerpt)
 {
     Outcome outcome = endWhole();
     Node* const former = nodes.find(path);
@@ -111,7 +111,8 @@ Outcome BulkWrite::beginWhole(const QString& path)
             .of(Outcome::Operation::Change, path);
     if (outcome.ok() && former && !isFile)
         outcome = SubtreeRemoval(transaction, *former).check().of(Outcome::Operation::Change, path);
-    whole = Whole{path, former ? former->backend : nodes.nearest(path).backend, former, items.size(), {}};
+    Backend* const backend = former ? former->backend : nodes.nearest(path).backend;
+    whole = Whole{path, backend, former, items.size(), {}, std::move(excerpt)};
     return outcome;
 }
 
@@ -126,6 +127,8 @@ Outcome BulkWrite::endWhole()
         return {};
     }
     DocumentEdit& document = edit(*ended.backend);
+    if (ended.excerpt && !ended.former && document.insertExcerpt(ended.path, *ended.excerpt, ended.entries))
+        return {};
     std::size_t refused = 0;
     Outcome outcome = ended.former ? document.replaceAll(ended.path, ended.entries, refused)
                                    : document.insertAll(ended.path, ended.entries, refused);

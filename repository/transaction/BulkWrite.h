@@ -35,8 +35,11 @@ public:
     Outcome addGroup(const QString& path);
 
     // From here on, what comes at or below a path is put there as a whole, as arrays need it. What is there
-    // already goes.
-    Outcome beginWhole(const QString& path);
+    // already goes. Where nothing is yet, an excerpt of the same type that gives what comes is put there.
+    Outcome beginWhole(const QString& path, std::optional<Documents::Excerpt> excerpt = {});
+
+    // Puts it there.
+    Outcome endWhole();
 
     // The path at or above that one which is the first where nothing is yet; empty where something is.
     QString firstMissing(const QString& path) const;
@@ -77,6 +80,7 @@ private:
         Node* former = nullptr;     // not owned; what is there, if anything
         std::size_t firstItem = 0;
         std::vector<Documents::Entry> entries;
+        std::optional<Documents::Excerpt> excerpt;
     };
 
     // Where a path leads. Siblings mostly come together, so that it is looked up once for
@@ -89,7 +93,6 @@ private:
 
     Target targetOf(const QString& path);
     bool isInWhole(const QString& path);
-    Outcome endWhole();
     Outcome explain(Outcome outcome, const Item& item, Backend& backend) const;
     Outcome insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
     Outcome write(const Node& node, const QVariant& value, QVariant& accepted);

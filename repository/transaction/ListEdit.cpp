@@ -1,6 +1,7 @@
 #include "repository/transaction/ListEdit.h"
 
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/PathRules.h"
 #include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
@@ -62,10 +63,18 @@ Outcome ListEdit::remove(int index)
     if (index >= texts.size())
         return Refusals::notFound();
     texts.removeAt(index);
-    return write(texts);
+    return write(texts, joinedPath(list.path, QString::number(index)));
 }
 
-Outcome ListEdit::write(const QStringList& texts)
+Outcome ListEdit::writeTo(DocumentEdit& document, const QString& path, const QVariant& texts,
+                          const QString& removed)
+{
+    if (!removed.isEmpty() && !texts.toStringList().isEmpty() && document.remove(removed).ok())
+        return {};
+    return document.set(path, FrameworkCore::Values::toValue(texts));
+}
+
+Outcome ListEdit::write(const QStringList& texts, const QString& removed)
 {
     QVariant accepted;
     {
@@ -76,8 +85,7 @@ Outcome ListEdit::write(const QStringList& texts)
             return outcome;
     }
     if (list.backend) {
-        Outcome outcome =
-            transaction.edit(*list.backend).set(list.path, FrameworkCore::Values::toValue(accepted));
+        Outcome outcome = writeTo(transaction.edit(*list.backend), list.path, accepted, removed);
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), accepted, !list.isReadable());
     }

@@ -25,12 +25,17 @@ public:
     Outcome set(int index, const QVariant& value);
     Outcome remove(int index);
 
+    // Lets a document have these texts at a path: without the element of the other path, if there is one, of
+    // which those with the same text keep their spelling.
+    static Outcome writeTo(DocumentEdit& document, const QString& path, const QVariant& texts,
+                           const QString& removed);
+
     // That there is no such index where a list or array of so many elements gets another one.
     static Outcome beyond(int count);
 
 private:
     QStringList read();
-    Outcome write(const QStringList& texts);
+    Outcome write(const QStringList& texts, const QString& removed = {});
 
     Transaction& transaction;
     Node& list;

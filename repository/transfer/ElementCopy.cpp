@@ -113,9 +113,24 @@ std::optional<Outcome> ElementCopy::reorder()
     return changeList(array, array.path, texts);
 }
 
+// As it is written in a file of the same type.
+bool ElementCopy::writeExcerpt(Backend& backend)
+{
+    const Backend* const writer =
+        source.isInList ? source.parent->backend : SubtreeReader(nodes.getTree(), *source.node).getWriter();
+    if (!writer || writer->getDescription().type != backend.getDescription().type)
+        return false;
+    const auto excerpt = writer->excerpt(from);
+    edited.insert(&backend);
+    return excerpt && transaction.edit(backend).insertExcerpt(to, *excerpt, entries);
+}
+
 Outcome ElementCopy::insert()
 {
     Backend* const backend = target.parent ? target.parent->backend : nodes.nearest(to).backend;
+    isWritten = backend && writeExcerpt(*backend);
+    if (isWritten)
+        return {};
     if (target.isInList || target.node) {
         const auto inserted = backend ? transaction.edit(*backend).insertElement(to, entries) : std::nullopt;
         if (inserted)
@@ -160,16 +175,19 @@ Outcome ElementCopy::remove()
     if (source.isInList) {
         QStringList texts = *ListEdit::textsIn(nodes, source.parent);
         texts.removeAt(source.index);
-        return changeList(*source.parent, parentPath(sourceAfterInsertion()).toString(), texts);
+        return changeList(*source.parent, parentPath(sourceAfterInsertion()).toString(), texts,
+                          sourceAfterInsertion());
     }
     if (!source.node->backend)
         return {};
     edited.insert(source.node->backend);
-    return transaction.edit(*source.node->backend).remove(sourceAfterInsertion());
+    DocumentEdit& document = transaction.edit(*source.node->backend);
+    return isWritten ? document.removeExcerpt(sourceAfterInsertion())
+                     : document.remove(sourceAfterInsertion());
 }
 
 // The path is that in the document by now.
-Outcome ElementCopy::changeList(Node& list, const QString& path, QStringList texts)
+Outcome ElementCopy::changeList(Node& list, const QString& path, QStringList texts, const QString& removed)
 {
     QVariant accepted;
     {
@@ -183,7 +201,7 @@ Outcome ElementCopy::changeList(Node& list, const QString& path, QStringList tex
         return {};
     }
     edited.insert(list.backend);
-    return transaction.edit(*list.backend).set(path, FrameworkCore::Values::toValue(accepted));
+    return ListEdit::writeTo(transaction.edit(*list.backend), path, accepted, removed);
 }
 
 void ElementCopy::show(bool isMove)

@@ -40,9 +40,10 @@ private:
     bool isArray(const Node* node) const;
     Outcome readSource(bool isMove);
     std::optional<Outcome> reorder();
+    bool writeExcerpt(Backend& backend);
     Outcome insert();
     Outcome remove();
-    Outcome changeList(Node& list, const QString& path, QStringList texts);
+    Outcome changeList(Node& list, const QString& path, QStringList texts, const QString& removed = {});
     QString sourceAfterInsertion() const;
     void show(bool isMove);
 
@@ -55,6 +56,7 @@ private:
     std::vector<Documents::Entry> entries;            // of the source
     std::vector<std::pair<Node*, QStringList>> lists; // what lists in memory become
     std::set<Backend*> edited;                        // not owned
+    bool isWritten = false;                           // the source is there by its excerpt
 };
 
 } // namespace Repository

@@ -21,7 +21,11 @@ public:
     Outcome add(const QString& path, const SubtreePart& part);
 
     // As those of BulkWrite.
-    Outcome beginWhole(const QString& path) { return bulk.beginWhole(path); }
+    Outcome beginWhole(const QString& path, std::optional<Documents::Excerpt> excerpt = {})
+    {
+        return bulk.beginWhole(path, std::move(excerpt));
+    }
+    Outcome endWhole() { return bulk.endWhole(); }
     QString firstMissing(const QString& path) const { return bulk.firstMissing(path); }
     bool isNew() const { return bulk.isNew(); }
     bool isGroup(const QString& path) const { return bulk.isGroup(path); }

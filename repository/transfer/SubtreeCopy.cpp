@@ -7,8 +7,6 @@
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
 
-#include <algorithm>
-
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
@@ -35,17 +33,11 @@ Outcome SubtreeCopy::check(const Node* source, bool isMove) const
     return {};
 }
 
-// Whether what is written of the source may be written at the new place, too: one backend holds all of it, in
-// the format of that place, and nothing in it is hidden.
-bool SubtreeCopy::isOfOneFormat(const Node& source) const
+// Whether what a backend has written may be written at the new place, too.
+bool SubtreeCopy::isOfOneFormat(const Backend* writer) const
 {
-    const AttributeTree& tree = transaction.getNodes().getTree();
     const Backend* const target = transaction.getNodes().nearest(to).backend;
-    if (!source.backend || !target || source.backend->getDescription().type != target->getDescription().type)
-        return false;
-    return std::none_of(tree.backends.begin(), tree.backends.end(), [&](const auto& backend) {
-        return backend.get() != source.backend && isAtOrBelow(backend->getName(), from);
-    });
+    return writer && target && writer->getDescription().type == target->getDescription().type;
 }
 
 Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
@@ -64,7 +56,7 @@ Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
         outcome = outcome.ok() ? writer.add(joinedPath(to, part.path()), part) : outcome;
     SubtreeRemoval removal(transaction, *source);
     if (outcome.ok())
-        outcome = changeDocuments(writer, removal, *source, isMove, !reader.isPartial());
+        outcome = changeDocuments(writer, removal, *source, isMove, isOfOneFormat(reader.getWriter()));
     if (!outcome.ok())
         return outcome;
     writer.finish();
@@ -75,10 +67,9 @@ Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
 
 // The name alone is changed where that will do, else the text is taken along, or else the values.
 Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source,
-                                     bool isMove, bool isWhole)
+                                     bool isMove, bool keepsText)
 {
     const auto ofSource = [this](Outcome outcome) { return outcome.of(Outcome::Operation::Change, from); };
-    const bool keepsText = isWhole && isOfOneFormat(source);
     Outcome outcome = isMove ? ofSource(removal.check()) : Outcome();
     if (!outcome.ok())
         return outcome;

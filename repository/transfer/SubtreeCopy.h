@@ -5,6 +5,7 @@
 
 namespace Repository {
 
+class Backend;
 class PartWriter;
 class SubtreeRemoval;
 
@@ -22,9 +23,9 @@ public:
 
 private:
     Outcome check(const Node* source, bool isMove) const;
-    bool isOfOneFormat(const Node& source) const;
+    bool isOfOneFormat(const Backend* writer) const;
     Outcome changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source, bool isMove,
-                            bool isWhole);
+                            bool keepsText);
 
     Transaction& transaction;
     const QString from;

@@ -9,6 +9,7 @@
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
 #include "repository/transfer/SubtreeReader.h"
+#include "repository/transfer/WrittenSubtree.h"
 
 #include <algorithm>
 #include <functional>
@@ -29,6 +30,11 @@ namespace {
 std::string placeBelow(const std::string& prefix, const std::string& path)
 {
     return prefix.empty() || path.empty() ? prefix + path : Documents::joinPath(prefix, path);
+}
+
+bool isOfOneFormat(const QString& a, const QString& b)
+{
+    return Documents::formatOf(a.toStdString()) == Documents::formatOf(b.toStdString());
 }
 
 // Marks a group that looks like an array and is a plain group.
@@ -120,6 +126,7 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
     if (!format)
         return Refusals::noType(type);
     std::vector<Entry> entries;
+    std::optional<WrittenSubtree> written;
     {
         const std::shared_lock lock(tree.structure);
         const Node* const root = tree.nodeOf(path);
@@ -131,11 +138,18 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
         if (!outcome.ok())
             return outcome;
         reader.addDeclarations(*format);
+        const Backend* const writer = reader.getWriter();
         entries = entriesOf(*root, reader.takeParts());
+        if (writer && isOfOneFormat(writer->getDescription().type, type))
+            written.emplace(*writer, path, name, entries);
     }
     const auto sources = backendsTouching(tree, path);
     if (std::any_of(sources.begin(), sources.end(), [](const auto& source) { return source->isPrivate(); }))
         report.setPrivate();
+    if (const auto same = written ? written->textOf(type.toStdString()) : std::nullopt) {
+        text = QByteArray::fromStdString(*same);
+        return TransferProgress(report, entries.size()).advance() ? Outcome() : TransferProgress::cancelled();
+    }
     return writeAsRead(entries, text, report);
 }
 

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/TransferReport.h"
-#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/Format.h"
 #include "repository/operations/AttributeStore.h"
 
 #include <QByteArray>
 
 namespace Repository {
-
-class PartWriter;
 
 // Puts the entries of a text into the tree, below a path. One thread.
 class SubtreeImport
@@ -24,10 +21,6 @@ public:
     Outcome run(const QByteArray& text, TransferReport& report) const;
 
 private:
-    Outcome put(const Documents::Document& document, Transaction& transaction, TransferReport& report) const;
-    Outcome beginWhole(PartWriter& writer, const std::vector<Documents::Entry>& entries,
-                       const Documents::ArrayGroups& arrays, std::size_t begin, std::size_t& end) const;
-
     AttributeStore& store;
     const QString path;
     const QString type;

@@ -104,6 +104,15 @@ void SubtreeReader::addDeclarations(const Documents::Format& format)
     }
 }
 
+const Backend* SubtreeReader::getWriter() const
+{
+    const bool hasOthers =
+        std::any_of(tree.backends.begin(), tree.backends.end(), [this](const auto& backend) {
+            return backend.get() != root.backend && isAtOrBelow(backend->getName(), root.path);
+        });
+    return hidden.isEmpty() && !hasOthers ? root.backend : nullptr;
+}
+
 Outcome SubtreeReader::check(bool isWhole) const
 {
     if (hidden.isEmpty() || (!isWhole && !parts.empty()))

@@ -13,6 +13,7 @@ namespace Repository {
 namespace Documents {
 class Format;
 } // namespace Documents
+class Backend;
 struct AttributeTree;
 struct Node;
 
@@ -43,7 +44,8 @@ public:
     // there is.
     FrameworkCore::AppConfig::Outcome check(bool isWhole) const;
 
-    bool isPartial() const { return !hidden.isEmpty(); } // something must not be read
+    // The backend that has all of the subtree written, of which nothing is hidden; null for none.
+    const Backend* getWriter() const;
 
     const std::vector<SubtreePart>& getParts() const { return parts; }
     std::vector<SubtreePart> takeParts() { return std::move(parts); }

@@ -125,7 +125,7 @@ protected:
         QTRY_VERIFY(!QApplication::activePopupWidget());
     }
 
-    // Opens a menu in the File menu by the first key and chooses there by the second; a dialog that comes
+    // Opens a menu in the File menu by the first key and chooses there by the others; a dialog that comes
     // then is driven.
     void fileMenu(const QList<const char*>& keys, const std::function<void(QWidget&)>& drive = {})
     {
@@ -138,7 +138,8 @@ protected:
         std::optional<DialogDriver> driver;
         if (drive)
             driver.emplace(drive);
-        QVERIFY(pressKey(QLatin1String(keys.last())));
+        for (const char* const key : keys.mid(1))
+            QVERIFY(pressKey(QLatin1String(key)));
         if (driver)
             QTRY_VERIFY(driver->isDone());
     }

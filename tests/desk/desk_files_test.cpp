@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
+#include <QToolButton>
 
 using TestSupport::contentOf;
 using TestSupport::DeskTest;
@@ -180,6 +181,36 @@ private slots:
                                                                     QStringLiteral("P2"), 8);
         fileMenu({"v", "Return"}); // no question: it is clear which one
         QTRY_COMPARE(contentOf(other), QByteArray(plant).replace("P1", "P2"));
+    }
+
+    // A text is read by the rules of the program that is chosen, from the menu or the message that nothing
+    // tells what it is.
+    void opensAsAChosenType()
+    {
+        const QString file = TestSupport::writeFile(folder->path("git"), "[s]\n\tk = \"a\" b\n");
+        fileMenu({"p", "Down", "Down", "Down", "Down", "Return"}, [&file](QWidget& dialog) {
+            QVERIFY(dialog.windowTitle().contains(QLatin1String("ini:git")));
+            QVERIFY(TestSupport::typeText(file));
+            QVERIFY(pressKey(QStringLiteral("Return")));
+            QTRY_VERIFY(!dialog.isVisible());
+        });
+        QTRY_COMPARE(read(QStringLiteral("git.s.k")), QVariant(QStringLiteral("a b")));
+
+        const QString unknown = TestSupport::writeFile(folder->path("words"), "k = 1\nsome words\n");
+        desk->window->openFiles({unknown, folder->path("none.ini")});
+        auto* const notices = desk->part<Vantry::NoticeBar>("noticeBar");
+        QTRY_COMPARE(notices->getNotices().size(), 2);
+        auto* const openAs = desk->part<QToolButton>("noticeOpenAs");
+        QVERIFY(openAs && openAs->isVisible());
+        QVERIFY(TestSupport::showActive(*desk->window));
+        const DialogDriver choice([](QWidget& menu) {
+            for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Return})
+                QTest::keyClick(&menu, key);
+        });
+        QTest::mouseClick(openAs, Qt::LeftButton);
+        QTRY_COMPARE(read(QStringLiteral("words.k")), QVariant(1LL));
+        QCOMPARE(notices->getNotices().size(), 1);
+        QVERIFY(!openAs->isVisible());
     }
 
     void closesMany()

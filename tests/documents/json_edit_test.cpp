@@ -394,7 +394,6 @@ private slots:
         row("{}", insert("a.%23value", integer(2)), "is kept for values of groups");
         row("{\"a\":{\"#value\":{}}}", insert("a", integer(2)), "a group is in the member");
         row("{\"a\":1}", removal("b"), "there is no entry");
-        row("{\"a\":[\"x\"]}", removal("a.0"), "there is no entry");
         const Value date{Type::Date, std::string("2024-02-29")};
         row("[1]", insert("1", date), "only in a file whose root is an object");
         row(R"({"$types":1})", insert("a", date), "holds something else in this file");

@@ -58,7 +58,7 @@ private slots:
         line("move m.hosts.0 m.hosts.1", "\"a\", // first\n    \"\\u0062\"",
              "\"\\u0062\",\n    \"a\" // first");
         line("move m.k m.hosts.1", "\"\\u0062\"\n  ],\n", "\"text\",\n    \"\\u0062\"\n  ],\n");
-        line("copy m.hosts.1 m.new", "\"text\"\n", "\"text\",\n  \"new\": \"b\"\n");
+        line("copy m.hosts.1 m.new", "\"text\"\n", "\"text\",\n  \"new\": \"\\u0062\"\n");
         line("copy m.n.2 m.n.0", "[1, 2.50, ", "[{\"x\": [true]}, 1, 2.50, ");
     }
 
@@ -87,6 +87,49 @@ private slots:
         restart();
         QVERIFY(mountFile("json", "m", fileOf("m")));
         QCOMPARE(this->content(), changed);
+    }
+
+    void movesTheSpelling_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QByteArray>("words", "text", "expected");
+        const auto line = [&](const char* words, const char* text, const char* expected) {
+            row(words, QString::fromLatin1(words), QByteArray(text), QByteArray(expected));
+        };
+        line("remove m.l.1", R"({"l": ["a", "\u0061", "a"]})", R"({"l": ["a", "a"]})");
+        line("move m.l.1 m.k", R"({"l": ["a", "\u0061", "a"]})", R"({"l": ["a", "a"], "k": "\u0061"})");
+        line("move m.l.1 m.o.0", R"({"l": ["a", "\u0062"], "o": ["c", "d"]})",
+             R"({"l": ["a"], "o": ["\u0062", "c", "d"]})");
+        line("copy m.l.1 m.o.1", R"({"l": ["a", "\u0062"], "o": ["c", "d"]})",
+             R"({"l": ["a", "\u0062"], "o": ["c", "\u0062", "d"]})");
+        line("move m.l.1 m.o.0", R"({"l": ["a", "\u0062"], "o": [1.50, 2]})",
+             R"({"l": ["a"], "o": ["\u0062", 1.50, 2]})");
+        line("move m.p.1 m.q.0", R"({"p": [1, 2.50, 3], "q": [5]})", R"({"p": [1, 3], "q": [2.50, 5]})");
+        line("move m.p.0.1 m.p.0", R"({"p": [[1, 2.50], 3]})", R"({"p": [2.50, [1], 3]})");
+        line("move m.p.0 m.o.k", R"({"p": [1e2, 3], "o": {"a": 1}})",
+             R"({"p": [3], "o": {"a": 1, "k": 1e2}})");
+        line("move m.o.k m.p.0", R"({"o": {"k": 1e2, "l": 1}, "p": [3]})",
+             R"({"o": {"l": 1}, "p": [1e2, 3]})");
+        line("move m.p.0 m.q.0",
+             "{\n  \"p\": [\n    // why\n    {\"a\":1.50},\n    1\n  ],\n  \"q\": [\n    2\n  ]\n}\n",
+             "{\n  \"p\": [\n    1\n  ],\n  \"q\": [\n    // why\n    {\"a\":1.50},\n    2\n  ]\n}\n");
+    }
+
+    void movesTheSpelling()
+    {
+        QFETCH(QString, words);
+        QFETCH(QByteArray, text);
+        QVERIFY(mount("json", "m", text));
+        history()->recordThisThread();
+        QCOMPARE(run(words), Success);
+        const QStringList changed = content();
+        QTEST(saved(), "expected");
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved(), text);
+        QCOMPARE(history()->redo(), Success);
+        QTEST(saved(), "expected");
+        restart();
+        QVERIFY(mountFile("json", "m", fileOf("m")));
+        QCOMPARE(content(), changed);
     }
 
     void refusesElements_data()
@@ -128,9 +171,7 @@ private slots:
             row(name, "json", there, "json", text, expected);
         };
         json("into an empty file", "{}", "{\"a\":[1,{\"b\":[[\"x\"],2]}],\"c\":{\"d\":[true]}}",
-             "{\n    \"a\": [\n        1,\n        {\n            \"b\": [\n                [\"x\"],\n"
-             "                2\n            ]\n        }\n    ],\n    \"c\": {\n        \"d\": [\n"
-             "            true\n        ]\n    }\n}");
+             "{\n    \"a\": [1,{\"b\":[[\"x\"],2]}],\n    \"c\": {\"d\":[true]}\n}");
         json("a whole array", "{}\n", "[1,[]]", "[\n    1,\n    []\n]\n");
         json("over a longer one", "{\"a\": [5, 6, 7], \"z\": 1}", "{\"a\":[1,2]}",
              "{\"a\": [1, 2], \"z\": 1}");
@@ -143,7 +184,7 @@ private slots:
              "{\"a\": {\"b\": 1, \"c\": [3], \"d\": 4}}");
         json("beside types", "{\"d\": \"2024-01-01\", \"$types\": {\"d\": \"date\"}}",
              "{\"a\":[1,\"2025-01-01\"],\"$types\":{\"a.1\":\"date\"}}",
-             "{\"d\": \"2024-01-01\", \"a\": [1, \"2025-01-01\"], "
+             "{\"d\": \"2024-01-01\", \"a\": [1,\"2025-01-01\"], "
              "\"$types\": {\"d\": \"date\", \"a.1\": \"date\"}}");
         row("of ini", "json", "{\"a\": [5, 6, 7]}", "ini", "[a]\n1=y\n0=1\n", "{\"a\": [1, \"y\"]}");
         row("into ini", "ini", "[a]\n0=5\n1=6\n2=7\n", "json", "{\"a\":[1,2]}", "[a]\n0=1\n1=2\n");

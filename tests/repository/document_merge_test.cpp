@@ -152,6 +152,38 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(edited.getText()), theirs);
     }
 
+    // What one side wrote comes into the other's text as it is.
+    void mergesWhatIsWritten_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, QByteArray, QByteArray, QByteArray>(
+            "type", "base", "mine", "theirs", "merged");
+        row("ini", "ini", "[a]\nx=1\n", "[a]\nx=1\n; why\ny = 1.50 ; in\n\n; of b\n[b]\nz='1'\n",
+            "[a]\nx=2\n", "[a]\nx=2\n; why\ny = 1.50 ; in\n\n; of b\n[b]\nz='1'\n");
+        row("txt", "txt", "x=1\n", "x=1\n# why\ny.z = 1.50\n", "x=2\n", "x=2\n# why\ny.z = 1.50\n");
+        row("json", "json", "{\n  \"x\": 1\n}\n",
+            "{\n  \"x\": 1,\n  // why\n  \"y\": {\"z\": [1.50,2]} // in\n}\n", "{\n  \"x\": 2\n}\n",
+            "{\n  \"x\": 2,\n  // why\n  \"y\": {\"z\": [1.50,2]} // in\n}\n");
+        row("xml", "xml", "<r>\n  <x>1</x>\n</r>\n",
+            "<r>\n  <x>1</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n",
+            "<r>\n  <x>2</x>\n</r>\n",
+            "<r>\n  <x>2</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n");
+        row("a comment that stayed", "ini", "[a]\n; why\nx = 1\n[b]\n", "[a]\n[b]\n; why\ny = 1.50\n",
+            "[a]\n; why\nx = 1\n[b]\nk=1\n", "[a]\n; why\n[b]\nk=1\ny = 1.50\n");
+    }
+
+    void mergesWhatIsWritten()
+    {
+        QFETCH(QByteArray, type);
+        QFETCH(QByteArray, base);
+        QFETCH(QByteArray, mine);
+        QFETCH(QByteArray, theirs);
+        EditedDocument edited(type.toStdString());
+        QVERIFY(edited.load(base.toStdString()).ok());
+        QVERIFY(edited.replaceText(mine.toStdString()).ok());
+        QCOMPARE(merge(edited, theirs.toStdString()), QByteArray());
+        QTEST(QByteArray::fromStdString(edited.getText()), "merged");
+    }
+
     void revertsToTheSpelling()
     {
         EditedDocument edited("json");

@@ -66,6 +66,17 @@ private slots:
         row("settings", "k: 1\nl:\n  - m\n", "");
         row("script", "#!/bin/sh\nK=1\n", "");
         row("source", "int k = 1;\n", "");
+        row("source", "#include <a.h>\nk = 1\nl = 2;\n", "");
+        row("source", "k = 1\nvar l = 2;\n[m]\n", "");
+        row("source", "k = a;b;\nl = c;d;\n", "");
+        row("source", "k = 1\nl = [1;2;3];\n", "");
+        row("source", "k = 1\nl = f(2; 3);\n", "");
+        row("source", "k=1\na=1; b=2;\n", "");
+        row("Makefile", "CC = cc\nall:\n\t$(CC) a.c;\n", "");
+        row("style", "a {\n  k: 1;\n}\n", "");
+        row("settings", "k = a;b;\nl = 1\n", "ini");
+        row("settings", "k = C:\\a;C:\\b c;\nl = 1\n", "ini");
+        row("settings", "k = text/plain;\n[a]\nl = 1\n", "ini");
         row("source", "k = f(1)\nreturn k\n", "");
         row("README", "[![a](b)](c)\nk = 1\n", "");
         row("settings", "k = 1\n[a]\nb : c\nd\n", "ini");

@@ -177,6 +177,114 @@ private slots:
         QCOMPARE(content("j.new"), expected);
     }
 
+    // Within a format: spelling, comments and layout. What has no place there comes by its values.
+    void exportsAsWritten_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QString, QString, QByteArray>(
+            "from", "text", "path", "to", "expected");
+        const QByteArray ini =
+            "; top\n\n; a server\n[s]\n; hex\nport = 1.50  ; why\n\n[s.t]\nk=\"v\"\n[u]\nk=2\n";
+        row("ini: all", "ini", ini, "f", "ini", ini);
+        row("ini: a section", "ini", ini, "f.s", "ini",
+            "; a server\n\n; hex\nport = 1.50  ; why\n\n[t]\nk=\"v\"\n");
+        row("ini: a key", "ini", ini, "f.s.port", "ini", "; hex\nport = 1.50  ; why\n");
+        const QByteArray git = "[user]\n\tname = a ; b\n[remote \"x\"]\n\turl = u ; c\n";
+        row("git: all", "ini:git", git, "f", "ini:git", git);
+        row("git: for no program", "ini:git", "[user]\n\tname = a\\tb ; c\n", "f", "ini",
+            "[user]\nname=a\tb\n");
+        row("txt: a group", "txt", "# n\na.b = 1\n# c\na.d.e = 1.50\nz=1\n", "f.a", "txt",
+            "# n\nb = 1\n# c\nd.e = 1.50\n");
+        const QByteArray json =
+            "{\n  // why\n  \"a\": {\"k\": 1.50, // in\n    \"l\": [1,2]},\n  \"d\": \"2024-02-29\",\n"
+            "  \"$types\": {\"d\": \"date\"}\n}\n";
+        row("json: all", "json", json, "f", "json", json);
+        row("json: an object", "json", json, "f.a", "json", "// why\n{\"k\": 1.50, // in\n  \"l\": [1,2]}\n");
+        row("json: a value", "json", json, "f.a.k", "json", "1.50\n");
+        row("json: a type", "json", json, "f.d", "json",
+            "{\n    \"d\": \"2024-02-29\",\n    \"$types\": {\n        \"d\": \"date\"\n    }\n}\n");
+        const QByteArray xml =
+            "<?xml version='1.0'?>\n<r xmlns:p='u'><!-- in -->\n  <w id='1'>H<sub>2</sub>O <p:i/>.</w>\n  "
+            "<q><k>1.50</k><!-- c --></q>\n</r>\n<!-- end -->\n";
+        const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+        row("xml: all", "xml", xml, "f", "xml", xml);
+        row("xml: mixed content", "xml", xml, "f.r.w", "xml",
+            head + "<w id='1' xmlns:p='u'>H<sub>2</sub>O <p:i/>.</w>\n");
+        row("xml: around one element", "xml", xml, "f.r.q", "xml", head + "<k>1.50</k>\n");
+    }
+
+    void exportsAsWritten()
+    {
+        QFETCH(QString, from);
+        QFETCH(QByteArray, text);
+        QFETCH(QString, path);
+        QFETCH(QString, to);
+        QVERIFY(mount(from, "f", text));
+        QTEST(exported(path, to), "expected");
+    }
+
+    // The same for what is new; groups that are there are merged by name.
+    void importsAsWritten_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QString, QByteArray, QByteArray>(
+            "type", "there", "path", "text", "expected");
+        const QByteArray ini = "[s]\n; why\nport = 1.50 ; in\n; u\n[u]\nk='1'\n";
+        row("ini: into a new group", "ini", "[a]\nx=1\n", "f.n", ini,
+            "[a]\nx=1\n\n[n.s]\n; why\nport = 1.50 ; in\n\n; u\n[n.u]\nk='1'\n");
+        row("ini: merged", "ini", "[s]\nx=1\n[z]\n", "f", ini,
+            "[s]\nx=1\n; why\nport = 1.50 ; in\n[z]\n\n; u\n[u]\nk='1'\n");
+        row("txt", "txt", "s.x=1\n", "f", "s.port = 1.50\n# why\nu.k = '1'\n",
+            "s.x=1\ns.port = 1.50\n# why\nu.k = '1'\n");
+        row("json: into a new group", "json", "{\n  \"a\": 1\n}\n", "f.n",
+            "{\"k\": 1.50, // in\n  \"l\": [1,2]}\n",
+            "{\n  \"a\": 1,\n  \"n\": {\"k\": 1.50, // in\n    \"l\": [1,2]}\n}\n");
+        row("json: merged", "json", "{\n  \"s\": {\n    \"k\": 5\n  }\n}\n", "f",
+            "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n",
+            "{\n  \"s\": {\n    \"k\": 6,\n    // why\n    \"v\": 1.50\n  }\n}\n");
+        row("xml", "xml", "<r>\n  <a/>\n</r>\n", "f",
+            "<r>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n",
+            "<r>\n  <a/>\n  <!-- why -->\n  <w id='1'>H<sub>2</sub>O</w>\n</r>\n");
+    }
+
+    void importsAsWritten()
+    {
+        QFETCH(QString, type);
+        QFETCH(QByteArray, there);
+        QFETCH(QString, path);
+        QFETCH(QByteArray, text);
+        QVERIFY(mount(type, "f", there));
+        history()->recordThisThread();
+        QCOMPARE(import(path, type, text), Success);
+        const QStringList imported = content();
+        QTEST(saved("f"), "expected");
+        restart();
+        QVERIFY(mountFile(type, "f", fileOf("f")));
+        QCOMPARE(content(), imported);
+    }
+
+    // The document type names the root element, and an undo gives it its name back.
+    void renamesTheRootOfXml_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("before", "after");
+        row("plain", "<!DOCTYPE r>\n<r/>\n", "<!DOCTYPE s>\n<s/>\n");
+        row("external", "<?xml version='1.0'?><!-- <!DOCTYPE r> -->\n<!DOCTYPE\n r SYSTEM 'r.dtd'><r>r</r>",
+            "<?xml version='1.0'?><!-- <!DOCTYPE r> -->\n<!DOCTYPE\n s SYSTEM 'r.dtd'><s>r</s>");
+        row("entities", "<!DOCTYPE r[<!ENTITY r 'r'>]>\n<r>&r;</r>\n",
+            "<!DOCTYPE s[<!ENTITY r 'r'>]>\n<s>&r;</s>\n");
+        row("of another name", "<!DOCTYPE rr>\n<r/>\n", "<!DOCTYPE rr>\n<s/>\n");
+    }
+
+    void renamesTheRootOfXml()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QByteArray, after);
+        QVERIFY(mount("xml", "x", before));
+        history()->recordThisThread();
+        QCOMPARE(move("x.r", "x.s"), Success);
+        QCOMPARE(saved("x"), after);
+        QCOMPARE(history()->undo(), Success);
+        QCOMPARE(saved("x"), before);
+    }
+
     // Arrays stay arrays, as they are written.
     void copiesArrays()
     {

@@ -254,8 +254,7 @@ private slots:
         openPage();
         const QString json = folder->filePath(QStringLiteral("out.TXT"));
         choose(QStringLiteral("p.a"), "Export", {enterFile(json)});
-        const QByteArray exported =
-            "{\n    \"speed\": 5,\n    \"when\": \"2024-02-29\",\n    \"$\": [\"x\", \"y\"]\n}\n";
+        const QByteArray exported = "{\"speed\": 5, \"when\": \"2024-02-29\", \"$\": [\"x\", \"y\"]}\n";
         QCOMPARE(contentOf(json), exported);
         const QString txt = folder->filePath(QStringLiteral("out.txt"));
         choose(QStringLiteral("p.a"), "Export", {enterFile(txt)});

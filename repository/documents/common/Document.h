@@ -135,7 +135,7 @@ public:
         return {};
     }
 
-    // Takes out an entry and all below it.
+    // Takes out an entry and all below it, or the element of a list that is an array.
     virtual Outcome remove(std::string_view path) = 0;
 
     // Gives an entry another last component where it is: of the file nothing changes but the places of the
@@ -145,8 +145,10 @@ public:
     // Nothing for an entry that can only be copied by its values, like all others of the format.
     virtual std::optional<Excerpt> excerpt(std::string_view /*path*/) const { return {}; }
 
-    // Adds a new entry and all below it as they are written elsewhere. False, with the document as it was,
-    // where they must be inserted one by one. Whether their values are read alike there, the caller looks.
+    // Adds a new entry, or an element of an array before the one that has its index so far, and all below it
+    // as they are written elsewhere; for the empty path, an empty document gets nothing else. False, with the
+    // document as it was, where they must be inserted one by one. Whether their values are read alike there,
+    // the caller looks.
     virtual bool insertExcerpt(std::string_view /*path*/, const Excerpt& /*excerpt*/) { return false; }
 
     // As remove; the comments of its excerpt go, too.

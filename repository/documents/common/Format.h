@@ -40,6 +40,9 @@ public:
     // Whether documents visit entries in tree order; a file of lines may reopen a group.
     virtual bool isInTreeOrder() const { return false; }
 
+    // Whether a text that has these entries may become part of a file as it is written.
+    virtual bool takesText(const std::vector<Entry>&) const { return true; }
+
     // The text of a whole file; nothing when entries must be inserted one by one. Renames entries that this
     // format can only hold under another name.
     virtual std::optional<std::string> writeWhole(std::vector<Entry>&) const { return {}; }

@@ -81,6 +81,7 @@ private:
     };
     std::vector<Part> partsOf(std::uint32_t node) const;
     Outcome renameAll(std::uint32_t node, std::string_view path, std::string_view name);
+    bool becomeExcerpt(const Excerpt& excerpt);
 
     virtual std::unique_ptr<LineFile> makeFile() const = 0;
 

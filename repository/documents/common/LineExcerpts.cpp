@@ -40,6 +40,31 @@ bool isAtOrBelow(std::string_view path, std::string_view top)
     return startsWith(path, top) && (path.size() == top.size() || path[top.size()] == '.');
 }
 
+// With a dot after each name, which goes with it, and without the header that has nothing after it; a comment
+// above that comes to stand for itself. Nothing where the name is written in another way.
+std::optional<Excerpt> withoutName(Excerpt excerpt)
+{
+    const std::string_view text = excerpt.text;
+    for (auto& [begin, end] : excerpt.names) {
+        const bool isInBrackets = begin > 0 && text[begin - 1] == '[' && text[end] == ']';
+        if (!isInBrackets && text[end] != '.')
+            return std::nullopt;
+        ++end;
+        if (isInBrackets)
+            --begin;
+        if (!isInBrackets || (end < text.size() && text[end] == '['))
+            continue;
+        while (begin > 0 && !isLineEnd(text[begin - 1]))
+            --begin;
+        const TextLine line = textLineAt(text, begin);
+        end = begin == 0 ? line.end : begin + line.content.size();
+        const auto isInside = [begin = begin, end = end](std::size_t at) { return at >= begin && at < end; };
+        excerpt.lines.erase(std::remove_if(excerpt.lines.begin(), excerpt.lines.end(), isInside),
+                            excerpt.lines.end());
+    }
+    return excerpt;
+}
+
 std::size_t depthOf(std::string_view path)
 {
     return std::size_t(std::count(path.begin(), path.end(), '.'));
@@ -204,8 +229,17 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
     return found;
 }
 
+// Of an empty document, which has no name for what is around its entries.
+bool LineDocument::becomeExcerpt(const Excerpt& excerpt)
+{
+    const auto whole = withoutName(excerpt);
+    return whole && reload(excerptText(*whole, {}, {}), true).ok();
+}
+
 bool LineDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
+    if (path.empty())
+        return getBytes().empty() && becomeExcerpt(excerpt);
     const auto ofOthers = [path](std::string_view entry) {
         return isAtOrBelow(entry, path) ? std::string() : std::string(entry);
     };

@@ -34,13 +34,34 @@ bool isEntry(std::string_view content)
            !endsLikeCode(content);
 }
 
+// How many items a list like "a;b;" has, each of which ends with a semicolon; 0 for any other line, as one of
+// a program: declarations have keys of several words, and expressions other characters.
+std::size_t countItems(std::string_view content)
+{
+    const std::size_t equals = content.find('=');
+    if (equals == std::string_view::npos || content.back() != ';')
+        return 0;
+    const std::string_view key = trimBlanks(content.substr(0, equals));
+    const std::string_view items = trimBlanks(content.substr(equals + 1));
+    const bool isPlain = isKey(key) && key.find(' ') == std::string_view::npos &&
+                         std::all_of(items.begin(), items.end(), [](char c) {
+                             return c == ';' || c == '\\' || c == '+' ||
+                                    (isKeyCharacter(c) && c != '[' && c != ']' && c != '$');
+                         });
+    return isPlain ? std::size_t(std::count(items.begin(), items.end(), ';')) : 0;
+}
+
 } // namespace
 
-// A section is a sign of its own; before it, and without any, all lines must be like those of ini. Comments
-// alone are as good as nothing, since that is what removal may leave.
+// A section is a sign of its own; before it, and without any, all lines must be like those of ini. Lists that
+// end with a semicolon need more than lists beside them. Comments alone are as good as nothing, since that is
+// what removal may leave.
 bool IniFormat::resembles(std::string_view text) const
 {
     bool hasEntry = false;
+    bool hasPlainEntry = false;
+    bool hasLists = false;
+    bool hasAssignments = false; // of one item, as a program may have them
     for (std::size_t at = 0; at < text.size();) {
         const TextLine line = textLineAt(text, at);
         const bool isFirst = at == 0;
@@ -53,11 +74,15 @@ bool IniFormat::resembles(std::string_view text) const
             continue;
         if (content.front() == '[')
             return findSectionEnd(content, 1, dialect) != std::string_view::npos;
-        if (!isEntry(content))
+        const std::size_t items = countItems(content);
+        if (items == 0 && !isEntry(content))
             return false;
         hasEntry = true;
+        hasPlainEntry = hasPlainEntry || items == 0;
+        hasLists = hasLists || items > 1;
+        hasAssignments = hasAssignments || items == 1;
     }
-    return true;
+    return !hasAssignments && (!hasLists || hasPlainEntry);
 }
 
 } // namespace Repository::Documents

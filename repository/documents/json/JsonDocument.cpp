@@ -355,11 +355,14 @@ std::optional<Excerpt> JsonDocument::excerpt(std::string_view path) const
 
 bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
+    if (path.empty())
+        return file->tree.getRoot() == noNode && becomeExcerpt(excerpt);
     std::string before = getBytes();
     const auto text = JsonSubtrees(*file).insertPlaceholder(path, excerpt);
     if (!text)
         return false;
-    const NodeId id = file->findValueNode(path);
+    const NodeId element = JsonElements(*file).find(path);
+    const NodeId id = element == noNode ? file->findValueNode(path) : element;
     if (text->front() != '{' && text->front() != '[') {
         file->editor.setContent(id, {kindOfJson(text->front()), *text, {}, {}});
         return true;
@@ -368,6 +371,21 @@ bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
         return true;
     parse(std::move(before));
     return false;
+}
+
+// Of an empty document.
+bool JsonDocument::becomeExcerpt(const Excerpt& excerpt)
+{
+    if (!parse(JsonSubtrees(*file).textOfWhole(excerpt)).ok())
+        return false;
+    const bool isObject = file->tree.node(file->tree.getRoot()).kind == JsonKind::Object;
+    if (!excerpt.types.empty() && !isObject) {
+        parse({});
+        return false;
+    }
+    for (const auto& [below, type] : excerpt.types)
+        file->types.add(below, type);
+    return true;
 }
 
 Outcome JsonDocument::removeExcerpt(std::string_view path)
@@ -387,7 +405,8 @@ Outcome JsonDocument::remove(std::string_view path)
 {
     if (path.empty())
         return refused("the whole document cannot be removed");
-    const NodeId id = file->find(path);
+    const NodeId known = file->find(path);
+    const NodeId id = known == noNode ? JsonElements(*file).find(path) : known;
     if (id == noNode)
         return refused("there is no entry " + quoted(path));
     if (file->types.isEmpty() && file->types.wouldReadWithout(id))

@@ -53,6 +53,7 @@ private:
     bool graft(std::string_view path, const std::vector<Entry>& entries);
     bool canTag(const std::vector<std::pair<std::string, Type>>& types) const;
     bool graftText(NodeId id, const std::string& text);
+    bool becomeExcerpt(const Excerpt& excerpt);
 
     std::unique_ptr<JsonFile> file = std::make_unique<JsonFile>(std::string());
 };

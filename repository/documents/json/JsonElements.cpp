@@ -25,6 +25,14 @@ NodeId JsonElements::arrayAt(std::string_view path)
     return id;
 }
 
+NodeId JsonElements::find(std::string_view path)
+{
+    const PathEnds ends = splitLast(path);
+    const NodeId array = path.empty() ? noNode : arrayAt(ends.parent);
+    const auto position = readPosition(ends.last);
+    return array == noNode || !position ? noNode : file.members.elementAt(array, *position);
+}
+
 std::optional<Outcome> JsonElements::insert(std::string_view path, const Value& value)
 {
     const PathEnds ends = splitLast(path);

@@ -14,6 +14,9 @@ class JsonElements
 public:
     explicit JsonElements(JsonFile& jsonFile) : file(jsonFile) {}
 
+    // noNode for what is not in an array.
+    NodeId find(std::string_view path);
+
     std::optional<Outcome> insert(std::string_view path, const Value& value);
     std::optional<Outcome> move(std::string_view path, std::string_view newPath);
 

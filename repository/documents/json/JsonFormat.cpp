@@ -46,6 +46,19 @@ bool beginsLikeArray(std::string_view text)
     return !rest.empty() && std::string_view("[{\"").find(rest.front()) != std::string_view::npos;
 }
 
+// Whether json has no key for a name of the path as it is.
+bool needsCodes(const Entry& entry)
+{
+    if (EncodedNames::areNeededBy(entry.path))
+        return true;
+    if (entry.path.find('%') == std::string::npos)
+        return false;
+    const auto components = splitPath(entry.path);
+    return components && std::any_of(components->begin(), components->end(), [](std::string_view component) {
+               return !isUtf8(decodeKey(component).value_or(std::string()));
+           });
+}
+
 } // namespace
 
 bool JsonFormat::begins(std::string_view text) const
@@ -54,10 +67,15 @@ bool JsonFormat::begins(std::string_view text) const
     return startsWith(text, "{") || beginsLikeArray(text);
 }
 
+// A key that is in an object twice is not written again.
+bool JsonFormat::takesText(const std::vector<Entry>& entries) const
+{
+    return std::none_of(entries.begin(), entries.end(), needsCodes);
+}
+
 std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) const
 {
-    const auto needsCodes = [](const Entry& entry) { return EncodedNames::areNeededBy(entry.path); };
-    if (std::any_of(entries.begin(), entries.end(), needsCodes)) {
+    if (!takesText(entries)) {
         const bool isArray = ArrayGroups(entries).contain({});
         for (Entry& entry : entries) {
             const bool isMember = entry.path.compare(0, entry.path.find('.'), EncodedNames::member) == 0;

@@ -19,7 +19,11 @@ public:
     bool begins(std::string_view text) const override;
     std::string getEmptyText() const override { return "{}\n"; }
     bool isInTreeOrder() const override { return true; }
+    bool takesText(const std::vector<Entry>& entries) const override;
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
+    // Whole files alone are written with encoded names.
+    Entry encodedEntry(const Entry& entry) const override { return entry; }
+    void declareNames(std::string&) const override {}
     bool declaresNames(const Document& document) const override;
     std::optional<Entry> originalOf(const Entry& entry) const override;
     std::string explainTypeTag(const Value& value) const override;

@@ -1,6 +1,7 @@
 #include "repository/documents/json/JsonSubtrees.h"
 
 #include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/json/JsonElements.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 #include "repository/documents/json/JsonScalar.h"
@@ -62,11 +63,18 @@ std::optional<Outcome> JsonSubtrees::rename(std::string_view path, std::string_v
 
 std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
 {
-    const NodeId id = file.find(path);
-    if (id == noNode || tree.node(id).parent == noNode || isAmongTypes(path))
+    const NodeId known = file.find(path);
+    const NodeId id = known == noNode ? JsonElements(file).find(path) : known;
+    const bool isRoot = id != noNode && tree.node(id).parent == noNode;
+    if (id == noNode || isAmongTypes(path) || (isRoot && !file.types.isEmpty()))
         return std::nullopt;
     Excerpt found;
     found.lineEnd = file.editor.getStyle().lineEnd;
+    if (isRoot) {
+        found.text = JsonWriter(tree).writeValue(id);
+        findLines(found);
+        return found;
+    }
     const std::string_view label = tree.text(id, JsonPart::Label);
     if (!label.empty())
         found.text = label.substr(tree.keyLiteral(id).size());
@@ -80,6 +88,15 @@ std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
     return found;
 }
 
+std::string JsonSubtrees::textOfWhole(const Excerpt& excerpt) const
+{
+    const std::string text = excerptText(excerpt, {}, {});
+    const std::size_t colon = skipTrivia(text, 0);
+    const std::size_t value = text[colon] == ':' ? skipTrivia(text, colon + 1) : colon;
+    return indentedLines(excerpt.above, excerpt.indentation, {}) + text.substr(value) + excerpt.after +
+           excerpt.lineEnd;
+}
+
 std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path, const Excerpt& excerpt)
 {
     JsonInsertion insertion(file);
@@ -88,10 +105,15 @@ std::optional<std::string> JsonSubtrees::insertPlaceholder(std::string_view path
     const bool isTooDeep =
         splitPath(path).value_or(std::vector<std::string_view>()).size() + depthOfJson(excerpt.text) >
         JsonReader::maximumDepth;
-    if (path.empty() || isAmongTypes(path) || !canTag || isTooDeep ||
-        !insertion.insert(path, {Type::Integer, std::int64_t(0)}).ok())
+    if (path.empty() || isAmongTypes(path) || !canTag || isTooDeep)
         return std::nullopt;
-    const NodeId id = file.findValueNode(path);
+    JsonElements elements(file);
+    const Value placeholder{Type::String, std::string()};
+    if (!elements.insert(path, placeholder).value_or(refused("no array")).ok() &&
+        !insertion.insert(path, placeholder).ok())
+        return std::nullopt;
+    const NodeId element = elements.find(path);
+    const NodeId id = element == noNode ? file.findValueNode(path) : element;
     const auto adapted = [&](std::string text) {
         return withLineEnds(std::move(text), excerpt, file.editor.getStyle().lineEnd);
     };

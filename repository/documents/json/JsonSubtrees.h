@@ -18,6 +18,9 @@ public:
     std::optional<Outcome> rename(std::string_view path, std::string_view name);
     std::optional<Excerpt> excerpt(std::string_view path) const;
 
+    // The text of a file that holds an excerpt and nothing else.
+    std::string textOfWhole(const Excerpt& excerpt) const;
+
     // Inserts a placeholder with the excerpt's key and comments; gives the value to put there, or nothing.
     std::optional<std::string> insertPlaceholder(std::string_view path, const Excerpt& excerpt);
 

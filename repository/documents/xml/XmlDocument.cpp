@@ -307,15 +307,26 @@ std::optional<Excerpt> XmlDocument::excerpt(std::string_view path) const
 
 bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
+    const bool isRun = file->run.has_value();
+    if (isRun && !file->run->empty()) // what still lacks something is known by its node
+        return false;
     std::string before = getBytes();
+    file->run.emplace(); // an element may declare its own prefix
     const auto text = XmlSubtrees(*file).insertInText(path, excerpt);
-    if (text && parse(file->spelling.encoding.encode(*text)).ok()) {
-        const NodeId id = file->find(path);
-        if (id != noNode && XmlSubtrees(*file).hasPrefixes(id))
-            return true;
+    bool isInserted = text && parse(file->spelling.encoding.encode(*text)).ok();
+    const NodeId id = isInserted ? file->find(path) : noNode;
+    const std::vector<NodeId> lacking =
+        id == noNode ? std::vector<NodeId>() : XmlSubtrees(*file).withoutPrefix(id);
+    isInserted = id != noNode && (isRun || lacking.empty());
+    if (!isInserted)
+        parse(std::move(before));
+    if (isRun)
+        file->run.emplace();
+    if (isRun && isInserted) {
+        for (const NodeId node : lacking)
+            file->run->push_back({node, std::string(path)});
     }
-    parse(std::move(before));
-    return false;
+    return isInserted;
 }
 
 Outcome XmlDocument::removeExcerpt(std::string_view path)

@@ -204,10 +204,21 @@ void XmlEditor::rename(NodeId id, std::string_view name)
         const std::string_view closing = tree.text(id, XmlPart::Closing);
         const std::size_t tag = layout.closingTrivia(id).size();
         tree.setText(id, XmlPart::Label, label.replace(1, former.size(), name));
+        if (id == tree.getRoot())
+            renameDoctype(former, name);
         if (tag < closing.size())
             tree.setText(id, XmlPart::Closing, std::string(closing).replace(tag + 2, former.size(), name));
     }
     tree.rename(id, tree.getNames().intern(name));
+}
+
+// The document type declaration names the root element.
+void XmlEditor::renameDoctype(std::string_view former, std::string_view name)
+{
+    std::string leading(tree.text(tree.getRoot(), XmlPart::Leading));
+    const auto place = findDoctypeName(leading);
+    if (place && leading.compare(place->offset, place->length, former) == 0)
+        tree.setText(tree.getRoot(), XmlPart::Leading, leading.replace(place->offset, place->length, name));
 }
 
 bool XmlEditor::standsAlone(NodeId root) const

@@ -58,6 +58,7 @@ public:
     bool standsAlone(NodeId root) const;
 
 private:
+    void renameDoctype(std::string_view former, std::string_view name);
     void setApart(NodeId id, std::string_view punctuation, char beside);
     void fillElement(NodeId id);
     NodeId appendAttribute(NodeId element, const XmlKey& key);

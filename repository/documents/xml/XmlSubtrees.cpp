@@ -165,12 +165,16 @@ bool XmlSubtrees::declaresUsedPrefix(NodeId attribute) const
     });
 }
 
-bool XmlSubtrees::hasPrefixes(NodeId id) const
+std::vector<NodeId> XmlSubtrees::withoutPrefix(NodeId id) const
 {
     const XmlInsertion insertion(file);
-    return forAll(tree, id, [&](NodeId node) {
-        return tree.node(node).kind == XmlKind::Text || insertion.checkSurroundings(node).ok();
+    std::vector<NodeId> lacking;
+    forAll(tree, id, [&](NodeId node) {
+        if (tree.node(node).kind != XmlKind::Text && !insertion.checkSurroundings(node).ok())
+            lacking.push_back(node);
+        return true;
     });
+    return lacking;
 }
 
 std::optional<Excerpt> XmlSubtrees::excerpt(std::string_view path) const

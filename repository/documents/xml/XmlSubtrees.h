@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -23,7 +24,7 @@ public:
     std::optional<std::string> insertInText(std::string_view path, const Excerpt& excerpt);
 
     // Whether all names in a subtree have their prefix declared around.
-    bool hasPrefixes(NodeId id) const;
+    std::vector<NodeId> withoutPrefix(NodeId id) const;
 
 private:
     bool insertAttribute(NodeId id, std::string_view written);

@@ -105,6 +105,21 @@ std::vector<Instruction> findInstructions(std::string_view leading)
 
 } // namespace
 
+std::optional<Span> findDoctypeName(std::string_view leading)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    for (std::size_t at = leading.find('<'); at < leading.size(); at = leading.find('<', at)) {
+        const std::string_view rest = leading.substr(at);
+        if (startsWith(rest, doctype)) {
+            const std::size_t begin = leading.find_first_not_of(blanks, at + doctype.size());
+            const std::size_t end = std::min(leading.find_first_of(" \t\r\n[>", begin), leading.size());
+            return Span{begin, end - begin};
+        }
+        at += std::max<std::size_t>(lengthOfOpaque(rest), 1);
+    }
+    return std::nullopt;
+}
+
 std::string XmlTypeTag::write() const
 {
     std::string text(xmlTypeTagBegin);

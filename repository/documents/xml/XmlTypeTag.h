@@ -1,8 +1,10 @@
 #pragma once
 
+#include "repository/documents/common/Document.h"
 #include "repository/documents/common/Values.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,5 +29,8 @@ struct XmlTypeTag
 
 // The type tags right before a node, at the end of its leading trivia, the nearest first.
 std::vector<XmlTypeTag> readXmlTypeTags(std::string_view leading);
+
+// Where the document type declaration in front of the root element names it.
+std::optional<Span> findDoctypeName(std::string_view leading);
 
 } // namespace Repository::Documents

@@ -1,0 +1,75 @@
+#include "repository/documents/common/WrittenEntries.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Repository::Documents {
+
+namespace {
+
+bool isWithin(std::string_view path, std::string_view top)
+{
+    return top.empty() ||
+           (path.substr(0, top.size()) == top && (path.size() == top.size() || path[top.size()] == '.'));
+}
+
+// The text that has the path as an element of a list; null where that is not one.
+const std::string* elementIn(const Entry& entry, std::string_view path)
+{
+    if (entry.value.type != Type::StringList || path.size() <= entry.path.size() + 1 ||
+        !isWithin(path, entry.path))
+        return nullptr;
+    const auto& texts = std::get<std::vector<std::string>>(entry.value.data);
+    const std::string_view index = path.substr(entry.path.empty() ? 0 : entry.path.size() + 1);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        if (std::to_string(i) == index)
+            return &texts[i];
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool holdsEntries(const Document& document, std::string_view path, std::vector<Entry> expected)
+{
+    const auto isGroup = [](const Entry& entry) { return entry.value.type == Type::Group; };
+    std::vector<Entry> found;
+    document.visit([&](const Entry& entry) {
+        if (const std::string* const text = elementIn(entry, path))
+            found.push_back({{}, {Type::String, *text}, {}});
+        if (!isGroup(entry) && isWithin(entry.path, path))
+            found.push_back(
+                {path.empty() ? entry.path : entry.path.substr(std::min(path.size() + 1, entry.path.size())),
+                 entry.value,
+                 {}});
+    });
+    expected.erase(std::remove_if(expected.begin(), expected.end(), isGroup), expected.end());
+    const auto isBefore = [](const Entry& a, const Entry& b) { return a.path < b.path; };
+    for (auto* const list : {&found, &expected}) {
+        if (!std::is_sorted(list->begin(), list->end(), isBefore))
+            std::sort(list->begin(), list->end(), isBefore);
+    }
+    return std::equal(
+        found.begin(), found.end(), expected.begin(), expected.end(),
+        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
+}
+
+bool insertAsWritten(Document& document, std::string_view path, const Excerpt& excerpt,
+                     std::vector<Entry> expected)
+{
+    std::string before = document.getBytes();
+    if (!document.insertExcerpt(path, excerpt))
+        return false;
+    if (holdsEntries(document, path, std::move(expected)))
+        return true;
+    document.parse(std::move(before));
+    return false;
+}
+
+bool canTakeExcerpts(std::size_t count, std::size_t textSize)
+{
+    constexpr std::size_t mostRead = 16 << 20; // bytes
+    return count <= 1 || textSize <= mostRead / count;
+}
+
+} // namespace Repository::Documents

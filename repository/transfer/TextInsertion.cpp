@@ -1,0 +1,193 @@
+#include "repository/transfer/TextInsertion.h"
+
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/backends/Backend.h"
+#include "repository/common/PathRules.h"
+#include "repository/documents/common/WrittenEntries.h"
+#include "repository/transfer/PartWriter.h"
+#include "repository/transfer/SubtreeReader.h"
+
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+
+namespace Repository {
+
+using Documents::Entry;
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::Values::toVariant;
+using FrameworkCore::Values::Type;
+
+namespace {
+
+bool isBelow(std::string_view path, std::string_view group)
+{
+    return group.empty() ? !path.empty()
+                         : path.size() > group.size() && path[group.size()] == '.' &&
+                               path.substr(0, group.size()) == group;
+}
+
+// The one that an entry lies in, or is.
+std::optional<std::string_view> outermostArray(const Documents::ArrayGroups& arrays, std::string_view path)
+{
+    if (arrays.contain({}))
+        return std::string_view();
+    for (std::size_t end = path.find('.'); !path.empty(); end = path.find('.', end + 1)) {
+        if (arrays.contain(path.substr(0, end)))
+            return path.substr(0, end);
+        if (end == std::string_view::npos)
+            break;
+    }
+    return {};
+}
+
+// Files of lines may come back to a group. Siblings keep their order.
+void bringIntoTreeOrder(std::vector<Entry>& entries)
+{
+    std::unordered_map<std::string, std::size_t> places; // of all groups and entries, as they come first
+    const auto placeOf = [&](std::string_view path) {
+        return places.try_emplace(std::string(path), places.size()).first->second;
+    };
+    std::vector<std::pair<std::vector<std::size_t>, std::size_t>> keys;
+    keys.reserve(entries.size());
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        std::vector<std::size_t> key;
+        const std::string_view path = entries[i].path;
+        for (std::size_t end = path.find('.'); !path.empty(); end = path.find('.', end + 1)) {
+            key.push_back(placeOf(path.substr(0, end)));
+            if (end == std::string_view::npos)
+                break;
+        }
+        keys.emplace_back(std::move(key), i);
+    }
+    if (std::is_sorted(keys.begin(), keys.end()))
+        return;
+    std::sort(keys.begin(), keys.end());
+    std::vector<Entry> ordered;
+    ordered.reserve(entries.size());
+    for (const auto& [key, place] : keys)
+        ordered.push_back(std::move(entries[place]));
+    entries = std::move(ordered);
+}
+
+std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::Document& document)
+{
+    std::vector<Entry> entries;
+    format.visitImport(document, [&](const Entry& entry) { entries.push_back(entry); });
+    if (!format.isInTreeOrder())
+        bringIntoTreeOrder(entries);
+    return entries;
+}
+
+} // namespace
+
+TextInsertion::TextInsertion(const Documents::Format& textFormat, const Documents::Document& text,
+                             std::size_t textSize, QString place)
+    : format(textFormat), document(text), size(textSize), path(std::move(place)),
+      entries(entriesOf(format, document)), arrays(entries)
+{
+}
+
+Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) const
+{
+    const Node& there = transaction.getNodes().nearest(path);
+    const bool hasEntries =
+        !entries.empty() && (!entries.back().path.empty() || entries.back().value.type != Type::Group);
+    const bool isAlike = there.backend && hasEntries && format.takesText(entries) &&
+                         !format.declaresNames(document) &&
+                         there.backend->getDescription().type.toStdString() == format.getName();
+    const auto whole = isAlike && there.path != path ? document.excerpt({}) : std::nullopt;
+    const Places places = isAlike ? newPlaces(transaction.getNodes(), *there.backend) : Places();
+    PartWriter writer(transaction, whole || places.empty() ? path : there.path, report, entries.size());
+    Outcome outcome;
+    std::size_t wholeEnd = 0;
+    for (std::size_t i = 0; outcome.ok() && i < entries.size(); ++i) {
+        if (i >= wholeEnd && !writer.isNew())
+            outcome = beginWhole(writer, places, i, wholeEnd);
+        const Entry& entry = entries[i];
+        const bool isGroup = entry.value.type == Type::Group;
+        const bool holdsOthers = i + 1 < entries.size() && isBelow(entries[i + 1].path, entry.path);
+        if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
+            outcome = writer.add(
+                joinedPath(path, entry.path),
+                {{}, 0, isGroup ? QVariant() : toVariant(entry.value), AccessMode::ReadWrite, isGroup});
+    }
+    if (outcome.ok() && !(whole && writer.isNew() && writer.writeExcerpt(*whole)))
+        outcome = writer.writeDocuments();
+    if (outcome.ok())
+        writer.finish();
+    return outcome;
+}
+
+std::size_t TextInsertion::endOf(std::size_t begin, std::string_view group) const
+{
+    std::size_t end = begin + 1;
+    while (end < entries.size() && isBelow(entries[end].path, group))
+        ++end;
+    return end;
+}
+
+// Where nothing is yet in a file of the same type. None where these are too many to have the file read for
+// each of them. What is missing in an array comes with all of that.
+TextInsertion::Places TextInsertion::newPlaces(const NodeWriter& nodes, const Backend& target) const
+{
+    Places places;
+    for (std::size_t i = 0; i < entries.size();) {
+        const std::string& first = entries[i].path;
+        const QString place = joinedPath(path, first);
+        const Node& there = nodes.nearest(place);
+        const std::size_t known = pathBytes(pathAfter(there.path, path.size())).size();
+        const std::string top = first.substr(0, first.find('.', known + 1));
+        const auto array = outermostArray(arrays, first);
+        const bool isNew = there.backend == &target && there.path.size() < place.size() && !top.empty() &&
+                           !(array && isBelow(top, *array));
+        const std::size_t next = isNew ? endOf(i, top) : i + 1;
+        if (isNew)
+            places[i] = {next, top};
+        i = next;
+    }
+    return Documents::canTakeExcerpts(places.size(), size + target.getBytes().size()) ? places : Places();
+}
+
+Outcome TextInsertion::beginWhole(PartWriter& writer, const Places& places, std::size_t begin,
+                                  std::size_t& end) const
+{
+    Outcome outcome = writer.endWhole();
+    const auto place = places.find(begin);
+    auto excerpt = place == places.end() ? std::nullopt : document.excerpt(place->second.top);
+    if (!outcome.ok())
+        return outcome;
+    if (!excerpt)
+        return beginArrays(writer, begin, end);
+    end = place->second.end;
+    return writer.beginWhole(joinedPath(path, place->second.top), std::move(excerpt));
+}
+
+// An array replaces what is in its place; where nothing is yet, it comes with all that is new around it.
+Outcome TextInsertion::beginArrays(PartWriter& writer, std::size_t begin, std::size_t& end) const
+{
+    const std::string& first = entries[begin].path;
+    const QString missing = writer.firstMissing(joinedPath(path, first));
+    const auto array = outermostArray(arrays, first);
+    if (array && (missing.isEmpty() || isBelow(pathBytes(missing), pathBytes(joinedPath(path, *array))))) {
+        end = endOf(begin, *array);
+        return writer.beginWhole(joinedPath(path, *array));
+    }
+    const bool isList = entries[begin].value.type == Type::StringList;
+    if (isList && missing.isEmpty() && writer.isGroup(joinedPath(path, first))) {
+        end = begin + 1;
+        return writer.beginWhole(joinedPath(path, first));
+    }
+    if (missing.isEmpty())
+        return {};
+    const std::string top = pathBytes(pathAfter(missing, path.size()));
+    const std::size_t topEnd = endOf(begin, top);
+    const bool hasArrays =
+        std::any_of(entries.begin() + std::ptrdiff_t(begin), entries.begin() + std::ptrdiff_t(topEnd),
+                    [&](const Entry& entry) { return outermostArray(arrays, entry.path).has_value(); });
+    end = hasArrays ? topEnd : end;
+    return hasArrays ? writer.beginWhole(missing) : Outcome();
+}
+
+} // namespace Repository
