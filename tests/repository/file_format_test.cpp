@@ -31,6 +31,10 @@ private slots:
         row("a.xml", "k = 1", "xml");
         row("a.txt", "{}", "txt");
         row("a.properties", "k = 1", "txt:properties");
+        // So is a whole name.
+        row("Pipfile.lock", "k = 1", "json");
+        row("flake.lock.orig~", "k = 1", "json");
+        row("other.lock", "k = 1", "ini");
         // Others make it likely.
         row("a.conf", "k = 1", "ini");
         row("a.conf", " \r\n\t{\"k\": 1}", "json");

@@ -27,6 +27,9 @@ public:
     virtual std::string_view getCertainEndings() const = 0;
     virtual std::string_view getLikelyEndings() const { return {}; }
 
+    // Lower-case file names, separated by blanks, that decide the format whatever they end with.
+    virtual std::string_view getFileNames() const { return {}; }
+
     // Whether a text that begins like this is of this format, whatever its file name suggests.
     virtual bool begins(std::string_view) const { return false; }
 
