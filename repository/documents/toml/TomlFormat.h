@@ -1,0 +1,22 @@
+#pragma once
+
+#include "repository/documents/common/Format.h"
+#include "repository/documents/toml/TomlDocument.h"
+
+namespace Repository::Documents {
+
+// Files of TOML 1.0.
+class TomlFormat : public Format
+{
+public:
+    std::string_view getName() const override { return "toml"; }
+    std::unique_ptr<Document> makeDocument() const override { return std::make_unique<TomlDocument>(); }
+    std::string_view getCertainEndings() const override { return "toml"; }
+    std::string_view getFileNames() const override
+    {
+        return "cargo.lock poetry.lock pipfile uv.lock pdm.lock";
+    }
+    bool isInTreeOrder() const override { return true; }
+};
+
+} // namespace Repository::Documents
