@@ -1,6 +1,9 @@
 #include "repository/documents/common/EncodedNames.h"
 
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/ComponentCodec.h"
+
+#include <algorithm>
 
 namespace Repository::Documents {
 
@@ -43,6 +46,33 @@ std::string EncodedNames::fromDocument(std::string_view path)
 bool EncodedNames::isDeclaredIn(const Document& document)
 {
     return document.spell(member) == quoted(form);
+}
+
+void EncodedNames::encodeWhole(std::vector<Entry>& entries, bool alsoArray)
+{
+    const auto needsCodes = [](const Entry& entry) { return areNeededBy(entry.path); };
+    const bool isNeeded = std::any_of(entries.begin(), entries.end(), needsCodes);
+    const bool isArray = (isNeeded || alsoArray) && ArrayGroups(entries).contain({});
+    if (!isNeeded && !isArray)
+        return;
+    for (Entry& entry : entries) {
+        const bool isMember = entry.path.compare(0, entry.path.find('.'), member) == 0;
+        entry.path = toDocument(isMember ? '@' + entry.path : entry.path);
+        if (isArray)
+            entry.path = joinPath(encodeKey(whole), entry.path);
+    }
+    entries.push_back({std::string(member), {Type::String, std::string(form)}});
+}
+
+std::optional<Entry> EncodedNames::originalOf(const Entry& entry)
+{
+    if (entry.path == member)
+        return {};
+    const std::string path = fromDocument(entry.path);
+    const std::string_view top = std::string_view(path).substr(0, path.find('.'));
+    const std::size_t own = top == whole ? std::min(top.size() + 1, path.size()) : 0;
+    const bool isMember = top.substr(0, 1) == "@" && top.substr(1) == member;
+    return Entry{path.substr(isMember ? 1 : own), entry.value, entry.isArray};
 }
 
 Entry EncodedNames::toLines(const Entry& entry)

@@ -2,8 +2,10 @@
 
 #include "repository/documents/common/Document.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -28,6 +30,11 @@ public:
     static constexpr std::string_view form = "encoded";
     static constexpr std::string_view whole = "@#value";
     static bool isDeclaredIn(const Document& document);
+
+    // Gives the entries of a whole file such names where they need them, or, where the root of a file cannot
+    // be an array, if it is one; and one of them back, if it is not what says so.
+    static void encodeWhole(std::vector<Entry>& entries, bool alsoArray);
+    static std::optional<Entry> originalOf(const Entry& entry);
 
     // The same for lines.
     static Entry toLines(const Entry& entry);

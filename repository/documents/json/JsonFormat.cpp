@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonFormat.h"
 
-#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/json/JsonContent.h"
 #include "repository/documents/json/JsonText.h"
@@ -56,18 +55,7 @@ bool JsonFormat::begins(std::string_view text) const
 
 std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) const
 {
-    const auto needsCodes = [](const Entry& entry) { return EncodedNames::areNeededBy(entry.path); };
-    if (std::any_of(entries.begin(), entries.end(), needsCodes)) {
-        const bool isArray = ArrayGroups(entries).contain({});
-        for (Entry& entry : entries) {
-            const bool isMember = entry.path.compare(0, entry.path.find('.'), EncodedNames::member) == 0;
-            entry.path = EncodedNames::toDocument(isMember ? '@' + entry.path : entry.path);
-            if (isArray)
-                entry.path = joinPath(encodeKey(EncodedNames::whole), entry.path);
-        }
-        entries.push_back(
-            {std::string(EncodedNames::member), {Type::String, std::string(EncodedNames::form)}});
-    }
+    EncodedNames::encodeWhole(entries, false);
     auto whole = JsonText::write(entries, {});
     return whole ? std::optional(std::move(whole->text) + '\n') : std::nullopt;
 }
@@ -79,13 +67,7 @@ bool JsonFormat::declaresNames(const Document& document) const
 
 std::optional<Entry> JsonFormat::originalOf(const Entry& entry) const
 {
-    if (entry.path == EncodedNames::member)
-        return {};
-    const std::string path = EncodedNames::fromDocument(entry.path);
-    const std::string_view top = std::string_view(path).substr(0, path.find('.'));
-    const std::size_t own = top == EncodedNames::whole ? std::min(top.size() + 1, path.size()) : 0;
-    const bool isMember = top.substr(0, 1) == "@" && top.substr(1) == EncodedNames::member;
-    return Entry{path.substr(isMember ? 1 : own), entry.value, entry.isArray};
+    return EncodedNames::originalOf(entry);
 }
 
 std::string JsonFormat::explainTypeTag(const Value& value) const

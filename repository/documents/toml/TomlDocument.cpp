@@ -1,8 +1,12 @@
 #include "repository/documents/toml/TomlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/toml/TomlElements.h"
+#include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
+#include "repository/documents/toml/TomlRemoval.h"
 #include "repository/documents/toml/TomlScanner.h"
+#include "repository/documents/toml/TomlSubtrees.h"
 #include "repository/documents/toml/TomlTokens.h"
 #include "repository/documents/toml/TomlValue.h"
 
@@ -229,14 +233,122 @@ bool TomlDocument::removalMovesSiblings(std::string_view path) const
     return leavesList || file->tree.node(id).next != noNode;
 }
 
-Outcome TomlDocument::insert(std::string_view, const Value&)
+void TomlDocument::makeRoom()
 {
-    return refused("not yet");
+    if (!file->tree.hasRoom())
+        parse(getBytes());
 }
 
-Outcome TomlDocument::remove(std::string_view)
+Outcome TomlDocument::insert(std::string_view path, const Value& value)
 {
-    return refused("not yet");
+    makeRoom();
+    return TomlInsertion(*file).insert(path, {{{}, value}});
+}
+
+Outcome TomlDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,
+                                std::size_t& refused)
+{
+    makeRoom();
+    refused = 0;
+    if (!path.empty() && TomlInsertion(*file).insert(path, entries).ok())
+        return {};
+    return Document::insertAll(path, entries, refused);
+}
+
+Outcome TomlDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries,
+                                 std::size_t& refused)
+{
+    makeRoom();
+    refused = 0;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    const bool isInline = id != noNode && file->tree.node(id).isInline() && file->tree.node(id).hasSpan() &&
+                          file->tree.node(id).tag == Type::Group;
+    TomlBranch branch;
+    if (isInline && growTomlBranch(entries, branch).empty() && TomlInsertion(*file).replace(id, branch).ok())
+        return {};
+    return Document::replaceAll(path, entries, refused);
+}
+
+std::optional<Outcome> TomlDocument::insertElement(std::string_view path, const std::vector<Entry>& entries)
+{
+    makeRoom();
+    return TomlElements(*file).insert(path, entries);
+}
+
+std::optional<Outcome> TomlDocument::moveElement(std::string_view path, std::string_view newPath)
+{
+    makeRoom();
+    return TomlElements(*file).move(path, newPath);
+}
+
+Outcome TomlDocument::remove(std::string_view path)
+{
+    return remove(path, false);
+}
+
+std::optional<Excerpt> TomlDocument::excerpt(std::string_view path) const
+{
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    return id == noNode ? std::nullopt : TomlSubtrees(*file).excerpt(id);
+}
+
+bool TomlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    makeRoom();
+    return TomlSubtrees(*file).insert(path, excerpt);
+}
+
+Outcome TomlDocument::removeExcerpt(std::string_view path)
+{
+    return remove(path, true);
+}
+
+Outcome TomlDocument::remove(std::string_view path, bool withComments)
+{
+    if (path.empty())
+        return refused("the whole document cannot be removed");
+    makeRoom();
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    TomlRemoval(*file).remove(id, withComments);
+    return {};
+}
+
+bool TomlDocument::removalMovesGroups(std::string_view path) const
+{
+    const TomlTree& tree = file->tree;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode || tree.node(tree.node(id).parent).isInline())
+        return false;
+    const std::uint64_t order = tree.orderOf(id);
+    for (NodeId above = tree.node(id).parent; above != tree.getRoot(); above = tree.node(above).parent) {
+        if (tree.orderOf(above) == order && tree.node(above).next != noNode)
+            return true;
+    }
+    return false;
+}
+
+std::optional<Outcome> TomlDocument::rename(std::string_view path, std::string_view name)
+{
+    makeRoom();
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    const NodeId parent = id == noNode ? noNode : file->tree.node(id).parent;
+    if (parent == noNode || file->tree.node(parent).isArray() || splitNumber(name).number > 1)
+        return {};
+    std::string error;
+    const std::string key = tomlKeyOf(name, error);
+    if (!error.empty())
+        return refused(error);
+    const NodeId other = file->tree.findKey(parent, key);
+    if (other == id)
+        return Outcome();
+    if (other != noNode)
+        return refused("there is already an entry " + quoted(joinPath(splitLast(path).parent, name)));
+    error = file->encoding.findRefusal(key);
+    if (error.empty())
+        TomlRemoval(*file).rename(id, key);
+    return refused(error);
 }
 
 } // namespace Repository::Documents

@@ -21,7 +21,18 @@ public:
     Outcome set(std::string_view path, const Value& value) override;
     bool namesType(std::string_view) const override { return true; }
     Outcome insert(std::string_view path, const Value& value) override;
+    Outcome insertAll(std::string_view path, const std::vector<Entry>& entries,
+                      std::size_t& refused) override;
+    Outcome replaceAll(std::string_view path, const std::vector<Entry>& entries,
+                       std::size_t& refused) override;
+    std::optional<Outcome> insertElement(std::string_view path, const std::vector<Entry>& entries) override;
+    std::optional<Outcome> moveElement(std::string_view path, std::string_view newPath) override;
     Outcome remove(std::string_view path) override;
+    std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
+    std::optional<Excerpt> excerpt(std::string_view path) const override;
+    bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
+    Outcome removeExcerpt(std::string_view path) override;
+    bool removalMovesGroups(std::string_view path) const override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
@@ -32,6 +43,10 @@ public:
     std::string getBytes() const override { return file->write(); }
 
 private:
+    // Before an edit of more than one value.
+    void makeRoom();
+    Outcome remove(std::string_view path, bool withComments);
+
     // Whether a value can become a text, or anything else.
     Outcome checkText(std::string_view path, NodeId valueNode, bool isText) const;
 

@@ -17,6 +17,9 @@ public:
         return "cargo.lock poetry.lock pipfile uv.lock pdm.lock";
     }
     bool isInTreeOrder() const override { return true; }
+    std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
+    bool declaresNames(const Document& document) const override;
+    std::optional<Entry> originalOf(const Entry& entry) const override;
 };
 
 } // namespace Repository::Documents

@@ -52,6 +52,9 @@ struct TomlNode : SyntaxNode
     bool isArray() const { return kind == TomlKind::Array || kind == TomlKind::Tables; }
     bool isTable() const { return kind == TomlKind::Table || kind == TomlKind::InlineTable; }
 
+    // False for a table that only dotted keys make.
+    bool hasSpan() const { return valueEnd > 0; }
+
     // Whether it is a value of a key or part of one, all of whose bytes lie together.
     bool isInline() const { return kind > TomlKind::Tables; }
 };

@@ -185,6 +185,7 @@ void TomlScanner::reread(NodeId id, std::size_t begin, std::size_t end)
     limit = end;
     tree.dropChildren(id);
     tree.node(id).kind = TomlKind::Value;
+    tree.setReadValue(id, begin, end);
     readValue(id, begin);
 }
 

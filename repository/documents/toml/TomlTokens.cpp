@@ -158,4 +158,14 @@ std::string encodeTomlKey(std::string_view key)
                                                                        : encodeTomlString(key);
 }
 
+std::string encodeTomlKeyLike(std::string_view key, std::string_view part)
+{
+    const char quote = part.empty() ? '\0' : part[0];
+    const std::string literal = encodeTomlString(key);
+    const bool isPlain = literal.size() == key.size() + 2 && key.find('\'') == npos;
+    if (quote == '\'' && isPlain)
+        return quote + std::string(key) + quote;
+    return quote == '"' || quote == '\'' ? literal : encodeTomlKey(key);
+}
+
 } // namespace Repository::Documents

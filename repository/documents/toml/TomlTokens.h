@@ -45,4 +45,7 @@ std::string decodeTomlKey(std::string_view part);
 // A part that spells the key, bare where it can be.
 std::string encodeTomlKey(std::string_view key);
 
+// The same with the quotes that another part has.
+std::string encodeTomlKeyLike(std::string_view key, std::string_view part);
+
 } // namespace Repository::Documents

@@ -35,6 +35,13 @@ void TomlTree::restoreValue(NodeId id)
     nodes[id].isText = isText;
 }
 
+void TomlTree::setReadValue(NodeId id, std::size_t begin, std::size_t end)
+{
+    nodes[id].value = static_cast<std::uint32_t>(begin);
+    nodes[id].valueEnd = static_cast<std::uint32_t>(end);
+    restoreValue(id);
+}
+
 void TomlTree::setValue(NodeId id, std::string spelling, bool isText)
 {
     if (nodes[id].parent != noNode)

@@ -35,6 +35,7 @@ public:
     // The span that a value was read with.
     std::string_view readValueText(NodeId id) const { return text(nodes[id].value, nodes[id].valueEnd); }
     void restoreValue(NodeId id);
+    void setReadValue(NodeId id, std::size_t begin, std::size_t end);
     void setValue(NodeId id, std::string spelling, bool isText);
 
     // Keeps a text; gives where it begins. It is not reclaimed until the whole is read anew, which is due
@@ -68,6 +69,7 @@ public:
     TomlStatement& statement(StatementId id) { return statements[id]; }
     StatementId addStatement(const TomlStatement& statement, StatementId after);
     void unlinkStatement(StatementId id);
+    void freeStatement(StatementId id) { freeStatements.push_back(id); }
     void linkStatement(StatementId id, StatementId after);
     StatementId getLastStatement() const { return lastStatement; }
 
