@@ -116,6 +116,7 @@ void TomlBranchWriter::writePair(const std::string& key, const Value& value)
 
 void TomlBranchWriter::writePairs(const std::string& key, const TomlBranch& branch)
 {
+    place = key;
     if (branch.value && branch.children.empty())
         return writePair(key, *branch.value);
     if (branch.isArray || branch.children.empty()) {
@@ -185,7 +186,7 @@ void TomlBranchWriter::writeInline(const TomlBranch& branch, bool isInTable)
     if (branch.value && branch.children.empty()) {
         const auto plain = spellTomlValue(*branch.value, {}, {style.place.lineEnd, false});
         if (!plain && error.empty())
-            error = "TOML has no form for " + describeType(branch.value->type) +
+            error = "in " + quoted(place) + ", TOML has no form for " + describeType(branch.value->type) +
                     ", and in an array or an inline table no comment can tag its type";
         text += plain.value_or(std::string());
         return;

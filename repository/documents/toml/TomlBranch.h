@@ -72,6 +72,7 @@ private:
 
     const TomlStyle& style; // not owned
     std::size_t depth = 0;
+    std::string place; // the key of the value that is being written
 };
 
 std::string joinTomlKey(const std::string& path, const std::string& part);

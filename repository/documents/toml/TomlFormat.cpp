@@ -5,16 +5,36 @@
 
 namespace Repository::Documents {
 
-std::optional<std::string> TomlFormat::writeWhole(std::vector<Entry>& entries) const
+namespace {
+
+// Gives why there is no text.
+std::string writeTables(const std::vector<Entry>& entries, std::string& text)
 {
-    EncodedNames::encodeWhole(entries, true);
     TomlBranch root;
     const TomlStyle style;
     TomlBranchWriter writer(style);
-    if (!growTomlBranch(entries, root).empty())
-        return {};
+    std::string error = growTomlBranch(entries, root);
+    if (!error.empty())
+        return error;
     writer.writeMembers({}, root);
-    return writer.error.empty() ? std::optional(std::move(writer.text)) : std::nullopt;
+    text = std::move(writer.text);
+    return writer.error;
+}
+
+} // namespace
+
+std::optional<std::string> TomlFormat::writeWhole(std::vector<Entry>& entries) const
+{
+    EncodedNames::encodeWhole(entries, true);
+    std::string text;
+    return writeTables(entries, text).empty() ? std::optional(std::move(text)) : std::nullopt;
+}
+
+// Of an array that is inserted element by element, a table with numbers for keys would remain.
+std::string TomlFormat::explainRefusal(const std::vector<Entry>& entries) const
+{
+    std::string text;
+    return writeTables(entries, text);
 }
 
 bool TomlFormat::declaresNames(const Document& document) const

@@ -18,6 +18,7 @@ public:
     }
     bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
+    std::string explainRefusal(const std::vector<Entry>& entries) const override;
     bool declaresNames(const Document& document) const override;
     std::optional<Entry> originalOf(const Entry& entry) const override;
 };

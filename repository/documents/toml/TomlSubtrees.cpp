@@ -71,9 +71,7 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id) const
             found.text += endsLine(found.text) ? "" : file.lineEnd;
             found.text += tree.leadOf(statement);
         }
-        const bool isAlike = tree.statement(statement).isHeader == first.isHeader ||
-                             TomlEditor(file).blockOf(tree.statement(statement).node) != tree.getRoot();
-        if (!isAlike || !appendStatement(found, statement, id))
+        if (!appendStatement(found, statement, id, first.isHeader))
             return {};
     }
     found.text.erase(0, found.indentation.size());
@@ -94,7 +92,7 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id) const
 }
 
 // Notes where the statement names the node; false where it names it as lines of another kind do.
-bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeId id) const
+bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeId id, bool inHeaders) const
 {
     const std::string text = file.statementText(statement);
     const bool isHeader = tree.statement(statement).isHeader;
@@ -107,8 +105,7 @@ bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeI
     target.text += text;
     if (above != block)
         return true; // in a block of the excerpt
-    const bool beginsWithHeader = !target.names.empty() && target.text[skipTomlTrivia(target.text, 0)] == '[';
-    if (!isHeader && beginsWithHeader)
+    if (isHeader != inHeaders)
         return false;
     std::size_t at = skipTomlBlanks(text, 0);
     if (isHeader)

@@ -23,7 +23,7 @@ public:
 private:
     std::optional<Excerpt> ofItem(NodeId id) const;
     std::optional<Excerpt> ofStatements(NodeId id) const;
-    bool appendStatement(Excerpt& target, StatementId statement, NodeId id) const;
+    bool appendStatement(Excerpt& target, StatementId statement, NodeId id, bool inHeaders) const;
     bool insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt);
     bool insertHeaders(NodeId parent, const std::string& key, const Excerpt& excerpt);
     bool insertItem(NodeId parent, const std::string& key, const Excerpt& excerpt);
