@@ -96,8 +96,13 @@ void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
     tree.moveChild(element, from < to ? there : tree.node(there).previous);
     for (const NodeId moved : {element, first}) {
         const StatementId header = tree.node(moved).statement;
-        if (tree.leadOf(header).empty() && tree.statement(header).previous != TomlTree::rootStatement)
-            tree.setLead(header, file.lineEnd);
+        const bool isFirst = tree.statement(header).previous == TomlTree::rootStatement;
+        std::string lead(tree.leadOf(header));
+        while (isFirst && beginsWithBlankLine(lead))
+            lead.erase(0, lead.find('\n') + 1);
+        if (lead.empty() && !isFirst)
+            lead = file.lineEnd;
+        tree.setLead(header, lead);
     }
     tree.settle(array);
 }

@@ -177,9 +177,10 @@ void TomlItems::removeInLine(std::size_t from, std::size_t last)
         const std::size_t next = items[last + 1].begin;
         edits.push_back({begin, hasComment(end, next) ? end : next, {}});
     } else if (from > 0) {
-        const std::size_t comma = items[from - 1].comma;
+        const bool keepsComma = items[last].comma != npos;
+        const std::size_t comma = items[from - 1].comma + (keepsComma ? 1 : 0);
         const bool keeps = hasComment(comma, begin);
-        edits.push_back({comma, keeps ? comma + 1 : end, {}});
+        edits.push_back({comma, !keeps ? end : keepsComma ? comma : comma + 1, {}});
         if (keeps)
             edits.push_back({begin, end, {}});
     } else {
