@@ -108,7 +108,7 @@ void FileMenu::chooseFiles()
     const QString folder = known.isEmpty() ? QString() : QFileInfo(known.first()).path();
     Utilities::ModelViews::Widgets::PlainFileDialog dialog(
         parentWidget(), tr("Open Configuration Files"), folder,
-        tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties);;All Files (*)"));
+        tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties *.toml);;All Files (*)"));
     dialog.setFileMode(QFileDialog::ExistingFiles);
     if (dialog.exec() == QDialog::Accepted)
         emit openRequested(dialog.selectedFiles());

@@ -47,8 +47,8 @@ public:
     // format can only hold under another name.
     virtual std::optional<std::string> writeWhole(std::vector<Entry>&) const { return {}; }
 
-    // Why there is no such text, where entries that are inserted one by one would become something else; empty
-    // where they would not.
+    // Why there is no such text, where entries that are inserted one by one would become something else;
+    // empty where they would not.
     virtual std::string explainRefusal(const std::vector<Entry>&) const { return {}; }
 
     // The entry that a file needs above those of an exported subtree of this name; empty for none.

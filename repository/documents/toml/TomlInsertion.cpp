@@ -311,10 +311,9 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
         tail += endsLine(tail) ? "" : file.lineEnd;
         text.insert(0, tail + (isHeader ? file.lineEnd : std::string()));
         tree.setTail(0, 0);
-    } else if (isHeader && !isFirst && !beginsWithBlankLine(text)) {
-        const StatementId header = styleHeader(after, next);
-        if (header == noStatement || beginsWithBlankLine(tree.leadOf(header)))
-            text.insert(0, file.lineEnd);
+    } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
+               areSpaced(after, startsWith(text, "[["))) {
+        text.insert(0, file.lineEnd);
     }
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
         // What is at the beginning of the file stays there, but for the comments of the first header.
@@ -329,18 +328,23 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     editor.insert(after, block, text);
 }
 
-// A header near a place, of which the lines above show how those above a new one should be.
-StatementId TomlInsertion::styleHeader(StatementId after, StatementId next) const
+// Whether a new header has a blank line above it, as the ones before have, or those of elements the last one.
+bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
 {
-    if (next != noStatement)
-        return next;
     constexpr int enough = 1000;
+    bool areNone = true;
     StatementId id = after;
-    for (int i = 0; i < enough && id != TomlTree::rootStatement && !tree.statement(id).isHeader; ++i)
-        id = tree.statement(id).previous;
-    const bool isFirst =
-        id == TomlTree::rootStatement || tree.statement(id).previous == TomlTree::rootStatement;
-    return isFirst || !tree.statement(id).isHeader ? noStatement : id;
+    for (int i = 0; i < enough && id != TomlTree::rootStatement; ++i, id = tree.statement(id).previous) {
+        const bool isFirst = tree.statement(id).previous == TomlTree::rootStatement;
+        if (!tree.statement(id).isHeader || isFirst)
+            continue;
+        areNone = false;
+        if (beginsWithBlankLine(tree.leadOf(id)))
+            return true;
+        if (isElement)
+            return false;
+    }
+    return areNone;
 }
 
 } // namespace Repository::Documents

@@ -55,7 +55,7 @@ private:
     Outcome insertMember(NodeId parent, const TomlBranch& branch);
     Outcome write(StatementId after, NodeId block, const TomlBranchWriter& writer);
     Outcome wrap(NodeId id, TomlBranch branch);
-    StatementId styleHeader(StatementId after, StatementId next) const;
+    bool areSpaced(StatementId after, bool isElement) const;
     std::string inlineText(const TomlBranch& branch, NodeId place, std::string& error) const;
     StatementId lastDottedOf(NodeId table) const;
     std::string lineSeparator(StatementId neighbour) const;
