@@ -53,7 +53,9 @@ public:
             Output::bytes(text);
             return ExitCode::Done;
         }
-        const QString mistaking = Repository::FileFormat::explainMistaking(given, format, {}, text);
+        const QString mistaking = Repository::FileFormat::tells(given, format, {})
+                                      ? Repository::FileFormat::explainMistaking(given, format, text)
+                                      : QString();
         if (!mistaking.isEmpty())
             return refuse(ExitCode::Refused, mistaking);
         const Files::FileSaver saver;

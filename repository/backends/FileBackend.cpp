@@ -47,14 +47,17 @@ Outcome FileBackend::warned(Outcome outcome, const std::string& warning) const
     return outcome;
 }
 
-// Whether the file could be read again under its name when it held the text.
-Outcome FileBackend::checkReadability(const std::string& text) const
+// Whether the file could be read again under its name when it held the text. Where its type was chosen by
+// hand, it can be again.
+Outcome FileBackend::checkReadability(const std::string& text)
 {
     if (text.size() > Files::SizeLimit::get())
         return refusal(QStringLiteral("with these edits ") +
                        QString::fromStdString(Files::SizeLimit::refusal()));
+    if (!tellsType)
+        tellsType = FileFormat::tells(description.filePath, description.type, content.getBase());
     const QString reason =
-        FileFormat::explainMistaking(description.filePath, description.type, content.getBase(), text);
+        *tellsType ? FileFormat::explainMistaking(description.filePath, description.type, text) : QString();
     return reason.isEmpty() ? Outcome() : refusal(reason);
 }
 

@@ -44,9 +44,10 @@ private:
 
     // mutex held
     Outcome checkConflicts() const;
-    Outcome checkReadability(const std::string& text) const;
+    Outcome checkReadability(const std::string& text);
 
     const Files::FileSaver files;
+    std::optional<bool> tellsType;           // the file itself, before it was first saved
     std::atomic<bool> hasPrivateFile{false}; // as it was seen last
 
     std::mutex saving;   // one look at the file at a time; taken before mutex

@@ -166,6 +166,11 @@ QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
     return !ending.isEmpty() && lists(foreignEndings, ending) ? QString() : typeByText(text);
 }
 
+QString FileFormat::ofText(const QString& file, const std::string& text)
+{
+    return ofContent(file, QByteArray::fromStdString(text.substr(0, enough)));
+}
+
 // Empty for what cannot be read.
 QByteArray FileFormat::beginningOf(const QString& file)
 {
@@ -194,17 +199,18 @@ QString FileFormat::withDialect(const QString& type, const QString& file)
         withoutByteOrderMark(wholeLines(beginningOf(file), enough)).toStdString()));
 }
 
-QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& before,
-                                     const std::string& after)
+bool FileFormat::tells(const QString& file, const QString& type, const std::string& text)
 {
-    const auto typeOfText = [&file](const std::string& text) {
-        return ofContent(file, QByteArray::fromStdString(text.substr(0, enough)));
-    };
-    const QString taken = typeOfText(after);
-    if (taken == type || typeOfText(before) != type)
+    return ofText(file, text) == type;
+}
+
+QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& text)
+{
+    const QString taken = ofText(file, text);
+    if (taken == type)
         return {};
     const bool isDialect = formatOf(taken) == formatOf(type);
-    if (isDialect && readAlike(taken, type, after))
+    if (isDialect && readAlike(taken, type, text))
         return {};
     return QStringLiteral(
                "with this text it would be taken for %1 when it is read again; give it a name that ")

@@ -29,15 +29,18 @@ public:
     // The type with the dialect of a file that is on the disk, where the type is a format alone.
     static QString withDialect(const QString& type, const QString& file);
 
-    // Why a file of that type would be taken for another once it holds the new text, so that it could not be
-    // read again; empty when it would not be, and when its name and old text did not tell its type either.
-    static QString explainMistaking(const QString& file, const QString& type, const std::string& before,
-                                    const std::string& after);
+    // Whether the name and a text of a file tell that it is of this type.
+    static bool tells(const QString& file, const QString& type, const std::string& text);
+
+    // Why a file of that type would be taken for another once it holds the text, so that it could not be read
+    // again; empty when it would not be.
+    static QString explainMistaking(const QString& file, const QString& type, const std::string& text);
 
 private:
     // How much of a file decides it, in bytes.
     static constexpr int enough = 16384;
 
+    static QString ofText(const QString& file, const std::string& text);
     static QByteArray beginningOf(const QString& file);
 };
 

@@ -111,11 +111,7 @@ Outcome BulkWrite::beginWhole(const QString& path)
             .of(Outcome::Operation::Change, path);
     if (outcome.ok() && former && !isFile)
         outcome = SubtreeRemoval(transaction, *former).check().of(Outcome::Operation::Change, path);
-    whole.emplace();
-    whole->path = path;
-    whole->backend = former ? former->backend : nodes.nearest(path).backend;
-    whole->former = former;
-    whole->firstItem = items.size();
+    whole = Whole{path, former ? former->backend : nodes.nearest(path).backend, former, items.size(), {}};
     return outcome;
 }
 

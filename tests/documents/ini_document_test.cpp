@@ -205,6 +205,11 @@ private slots:
         LineFileTables::addEditColumns();
         const auto row = &LineFileTables::addEdit;
         row("into nothing", "", "k", integer(1), "k=1\n");
+        row("name in a latin-1 file", "k=\xFC\n", "%FC", text("\xC3\xBC"), "k=\xFC\n\xFC=\xFC\n");
+        for (const char* const path : {"\xC3\xBC", "\xC3\xBC.k"})
+            row("name in utf-8 in a latin-1 file", "k=\xFC\n", path, integer(1),
+                "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in "
+                "%F6");
         row("section into nothing", "", "a.b.k", integer(1), "[a.b]\nk=1\n");
         row("behind its siblings", "[a]\n  x : 1\n\n# of b\n[b]\ny=2\n", "a.k", text("v"),
             "[a]\n  x : 1\n  k : v\n\n# of b\n[b]\ny=2\n");

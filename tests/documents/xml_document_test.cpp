@@ -240,6 +240,9 @@ private slots:
         row("text beside an element", "<r>a<b/></r>", insert("r.#text[2]", text("c")), "<r>a<b/> c</r>");
         row("punctuation beside an element", "<r>a<b/></r>", insert("r.#text[2]", text(", c")),
             "<r>a<b/>, c</r>");
+        const auto removal = [](Document& document) { return document.remove("r.b"); };
+        row("nothing between words", "<r>a<b/>c</r>", removal, "<r>a c</r>");
+        row("nothing between brackets", "<r>url(<b/>) c<b/></r>", removal, "<r>url() c<b/></r>");
         row("opened in lines", "<r>\n <a\n  k='1'\n />\n</r>", insert("r.a.b", integer(1)),
             "<r>\n <a\n  k='1'\n >\n  <b>1</b>\n </a>\n</r>");
         row("text", "<r>a <b/> c </r>", set("r.#text[2]", text("d")), "<r>a <b/> d </r>");

@@ -153,6 +153,7 @@ private slots:
         json("{\"k\":1,\"k\":{\"a\":1},\"n\":18446744073709551615,\"d\":1.0,\"s\":\"5\",\"b\":\"true\"}");
         json("{\"@a\":[\"x\"],\"$names\":\"encoded\"}");
         row("sections", "ini", "[a]\nk=1\nk=2\n[a]\nk=3\n[b.0]\nx=1\n[b.1]\nx=2\n[empty]\n");
+        row("names that are not UTF-8", "ini", "k\xDA=1\n[s\xFF.t]\nk=\xFF\n");
         row("mixed", "xml", "<r a='1' x:b='2' xmlns:x='u'>t<i/><i>5</i>u<i c='#'/><j.k>%</j.k></r>");
         row("lines", "txt", "a.b = 1\na.b = 2\na = x\n# @type date\nd = 2024-02-29\n%40.%2E =\nl.0 = 1\n");
     }

@@ -261,7 +261,8 @@ private:
         if (!edit(*document).ok())
             return 0;
         const std::string after = document->getBytes();
-        if (!FileFormat::explainMistaking(file, type(), bytes(), after).isEmpty())
+        if (FileFormat::tells(file, type(), bytes()) &&
+            !FileFormat::explainMistaking(file, type(), after).isEmpty())
             return 0;
         const QByteArray written = QByteArray::fromStdString(after);
         const auto again = makeDocument(type().toStdString());

@@ -13,6 +13,19 @@ constexpr std::string_view declaration = "# @names encoded";
 constexpr std::string_view emptyGroup = "#";
 constexpr std::string_view ownValue = "#value";
 
+// Whether json, or another format of trees, has no key for a name of the path as it is.
+bool needsCodes(const Entry& entry)
+{
+    if (EncodedNames::areNeededBy(entry.path))
+        return true;
+    if (entry.path.find('%') == std::string::npos)
+        return false;
+    const auto components = splitPath(entry.path);
+    return components && std::any_of(components->begin(), components->end(), [](std::string_view component) {
+               return !isUtf8(decodeKey(component).value_or(std::string()));
+           });
+}
+
 } // namespace
 
 bool EncodedNames::areNeededBy(std::string_view path)
@@ -50,7 +63,6 @@ bool EncodedNames::isDeclaredIn(const Document& document)
 
 void EncodedNames::encodeWhole(std::vector<Entry>& entries, bool alsoArray)
 {
-    const auto needsCodes = [](const Entry& entry) { return areNeededBy(entry.path); };
     const bool isNeeded = std::any_of(entries.begin(), entries.end(), needsCodes);
     const bool isArray = (isNeeded || alsoArray) && ArrayGroups(entries).contain({});
     if (!isNeeded && !isArray)

@@ -148,8 +148,8 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
         std::string text(line.text.substr(0, place->last));
         text += spellComponent(name, line, *place);
         text += line.text.substr(place->end);
-        std::string reason;
-        if (line.isEntry()) {
+        std::string reason = file->findRefusal(text);
+        if (reason.empty() && line.isEntry()) {
             const auto now = file->getDialect().scanEntry(text);
             const bool isSame = now && now->value() == line.value() && now->tag == line.tag &&
                                 now->separator() == line.separator() && now->continued == line.continued &&
@@ -219,7 +219,7 @@ bool LineDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     const std::string name = spellPath(numberedPath(path).first, line.kind);
     std::string text(line.tags());
     text += withLineEnds(excerptText(excerpt, name, line.indent()), excerpt, file->style.lineEnd);
-    const bool canHold = file->encoding.findRefusal(text).empty();
+    const bool canHold = file->findRefusal(text).empty();
     const std::string lines = text.substr(line.tags().size());
     file->overwrite(piece, std::move(text));
     if (canHold && reload(getBytes(), true).ok() && hashOf(ofOthers) == others) {

@@ -4,6 +4,7 @@
 #include "repository/documents/common/Latin1.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
+#include "repository/documents/common/Values.h"
 
 #include <algorithm>
 #include <limits>
@@ -139,7 +140,7 @@ Outcome LineFile::replace(std::uint32_t id, std::string_view newText)
     const std::optional<Statement> line = getDialect().scanEntry(own ? std::string_view(own->text) : before);
     if (!line)
         return refused(getDialect().fileNoun() + " cannot hold the value at this place");
-    std::string reason = asBefore ? std::string() : encoding.findRefusal(line->text);
+    std::string reason = asBefore ? std::string() : findRefusal(line->text);
     const bool losesTag = line->tags().empty() && !piece.line.tags().empty();
     if (losesTag && piece.previous != none && endsInTypeTag(pieces[piece.previous].line.text))
         reason = "without its type tag the entry would get the one above it";
@@ -183,6 +184,15 @@ void LineFile::overwrite(std::uint32_t id, std::string text)
     piece.own = std::move(own);
 }
 
+std::string LineFile::findRefusal(std::string_view text) const
+{
+    std::string reason = encoding.findRefusal(text);
+    if (reason.empty() && style.isLatin1 && !FrameworkCore::Values::isAscii(text) && !isLatin1(text))
+        reason =
+            "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in %F6";
+    return reason;
+}
+
 std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text) const
 {
     const std::optional<Statement> line = getDialect().scanEntry(text);
@@ -190,7 +200,7 @@ std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text
         return getDialect().fileNoun() + " would not read it there";
     if (id == pieces.front() && !encoding.mayBegin(text))
         return "the file would begin like a file of another encoding";
-    std::string reason = encoding.findRefusal(text);
+    std::string reason = findRefusal(text);
     return reason.empty() ? findClash(id, *line) : reason;
 }
 

@@ -51,6 +51,9 @@ public:
     // What is between a new key of some size below a piece, which is an entry, and its value.
     std::string separatorBelow(std::uint32_t piece, std::size_t keySize) const;
 
+    // Why the file's encoding cannot hold a piece of text that an edit adds; empty when it can.
+    std::string findRefusal(std::string_view text) const;
+
     // Puts a text in the place of a piece, for good. Only what a plain scan of it gives is taken up.
     void overwrite(std::uint32_t piece, std::string text);
 

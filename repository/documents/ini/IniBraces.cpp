@@ -112,7 +112,7 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
         text += entry;
     }
     text += closing;
-    std::string reason = file.encoding.findRefusal(text);
+    std::string reason = file.findRefusal(text);
     if (!reason.empty())
         return refused(std::move(reason));
     const std::uint32_t last = isSection ? index.node(group).section->last : lines.back();

@@ -82,7 +82,7 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     const std::optional<Statement> line = scanSingle(text, dialect);
     if (!line)
         return refused(std::move(reason));
-    reason = file.encoding.findRefusal(header + text);
+    reason = file.findRefusal(text);
     if (reason.empty())
         reason = group == none ? file.findClosing(*line) : findClash(above, *line);
     if (!reason.empty())
@@ -129,6 +129,8 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
         return {};
     }
     reason = file.findClosing(*line);
+    if (reason.empty())
+        reason = file.findRefusal(text);
     const std::uint32_t last = pieces.back();
     if (last != none && pieces[last].line.isEntry() && takesInBlankLine(pieces[last].line, dialect))
         reason = "the last value of the file ends in a backslash, by which it would go on in what is added";

@@ -21,6 +21,9 @@ public:
     std::string getEmptyText() const override { return "{}\n"; }
     bool isInTreeOrder() const override { return true; }
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
+    // Whole files alone are written with encoded names.
+    Entry encodedEntry(const Entry& entry) const override { return entry; }
+    void declareNames(std::string&) const override {}
     bool declaresNames(const Document& document) const override;
     std::optional<Entry> originalOf(const Entry& entry) const override;
     std::string explainTypeTag(const Value& value) const override;

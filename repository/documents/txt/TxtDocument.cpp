@@ -149,7 +149,7 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     const std::optional<Statement> line = scanTxtEntry(text, dialect);
     if (!line)
         return refused(file->getDialect().explainRefusal(*draft, value, file->style));
-    std::string reason = file->encoding.findRefusal(text);
+    std::string reason = file->findRefusal(text);
     if (!reason.empty())
         return refused(std::move(reason));
     if (above == none && !file->encoding.mayBegin(text))

@@ -227,8 +227,12 @@ void XmlEditor::joinTexts(NodeId text, NodeId following)
     const std::string_view between = tree.text(following, XmlPart::Leading);
     const std::string_view value = tree.text(following, XmlPart::Value);
     // What was between has kept their words apart.
-    const bool areApart = between.empty() ? isXmlBlank(joined.back()) || isXmlBlank(value.front())
-                                          : isXmlBlank(between.front()) || isXmlBlank(between.back());
+    const bool mayTouch = tree.node(tree.node(text).parent).keepsBlanks ||
+                          opening.find(joined.back()) != std::string_view::npos ||
+                          closing.find(value.front()) != std::string_view::npos;
+    const bool areApart =
+        mayTouch || (between.empty() ? isXmlBlank(joined.back()) || isXmlBlank(value.front())
+                                     : isXmlBlank(between.front()) || isXmlBlank(between.back()));
     ((joined += between) += areApart ? "" : " ") += value;
     tree.setText(text, XmlPart::Value, std::move(joined));
     tree.remove(following);

@@ -14,6 +14,7 @@ constexpr std::string_view root = "root";
 constexpr std::string_view declaration = "<?vantry names=\"encoded\"?>\n";
 constexpr std::string_view emptyName = "_x_"; // it has no character of its own
 constexpr std::string_view groupMark = "_x_group";
+constexpr std::uint32_t loneByte = 0xDC00; // and the byte, of one that belongs to no character
 
 bool mayBeInName(std::string_view character, bool isFirst)
 {
@@ -27,6 +28,19 @@ std::string escapeOf(std::uint32_t code)
     return escape + '_';
 }
 
+bool isLoneByte(std::uint32_t code)
+{
+    return code >= loneByte + 0x80 && code <= loneByte + 0xFF;
+}
+
+// Of a character, or a byte that belongs to none.
+std::uint32_t codeOf(std::string_view character)
+{
+    const auto first = static_cast<unsigned char>(character.front());
+    return character.size() == 1 && first >= 0x80 ? loneByte + first
+                                                  : std::uint32_t(utf8CodePoint(character));
+}
+
 // The character that an escape at the front of a text is for; nothing without one.
 std::optional<std::uint32_t> escapedAt(std::string_view text)
 {
@@ -37,7 +51,7 @@ std::optional<std::uint32_t> escapedAt(std::string_view text)
             continue;
         const auto [stop, error] = std::from_chars(text.data() + 2, end, code, 16);
         const bool isSurrogate = code >= 0xD800 && code < 0xE000;
-        if (error == std::errc() && stop == end && code <= 0x10FFFF && !isSurrogate)
+        if (error == std::errc() && stop == end && code <= 0x10FFFF && (!isSurrogate || isLoneByte(code)))
             return code;
     }
     return {};
@@ -51,7 +65,7 @@ std::string encodeName(std::string_view name)
             name.substr(at, std::max<std::size_t>(utf8Length(name.substr(at)), 1));
         const bool isEscapeLike = escapedAt(name.substr(at)) || (at == 0 && startsWith(name, emptyName));
         if (isEscapeLike || !mayBeInName(character, at == 0))
-            encoded += escapeOf(std::uint32_t(utf8CodePoint(character)));
+            encoded += escapeOf(codeOf(character));
         else
             encoded += character;
         at += character.size();
@@ -66,7 +80,9 @@ std::string decodeName(std::string_view encoded)
         return name;
     while (!encoded.empty()) {
         const auto escaped = escapedAt(encoded);
-        if (escaped)
+        if (escaped && isLoneByte(*escaped))
+            name += static_cast<char>(*escaped - loneByte);
+        else if (escaped)
             appendUtf8(name, *escaped);
         else
             name += encoded.front();
