@@ -141,7 +141,7 @@ private slots:
         row("inline", "a = {x = 1}\n", add("a.k.l", integer(1)), "a = {x = 1, k = { l = 1 }}\n");
         row("empty inline", "a = {}\n", add("a.k", integer(1)), "a = { k = 1 }\n");
         row("element of tables", "[[t]]\na = 1\n[[t.u]]\n\n[v]\n", add("t.1.k", integer(1)),
-            "[[t]]\na = 1\n[[t.u]]\n\n[[t]]\nk = 1\n\n[v]\n");
+            "[[t]]\na = 1\n[[t.u]]\n[[t]]\nk = 1\n\n[v]\n");
         row("into an element", "[[t]]\na = 1\n\n[[t]]\na = 2\n", add("t.0.k.l", integer(1)),
             "[[t]]\na = 1\n\n[t.k]\nl = 1\n\n[[t]]\na = 2\n");
         row("null", "", add("k", null()), "# @type null\nk = \"\"\n");
