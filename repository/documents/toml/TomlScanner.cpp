@@ -221,7 +221,8 @@ std::size_t TomlScanner::readArray(NodeId id, std::size_t at)
         node.isText = first == '"' || first == '\'';
         const NodeId element = tree.add(id, node, true);
         noteDepth(element, at);
-        at = skipTomlTrivia(source(), readValue(element, at));
+        at = readValue(element, at); // which may move the text
+        at = skipTomlTrivia(source(), at);
         if (source()[at] == ',')
             at = skipTomlTrivia(source(), at + 1);
     }
@@ -244,7 +245,8 @@ std::size_t TomlScanner::readInlineTable(NodeId id, std::size_t at)
             }
             node = step(node, spelled, statement, part.begin, true);
         }
-        at = skipTomlTrivia(source(), readValue(node, skipTomlBlanks(source(), at + 1)));
+        at = readValue(node, skipTomlBlanks(source(), at + 1));
+        at = skipTomlTrivia(source(), at);
         if (source()[at] == ',')
             at = skipTomlTrivia(source(), at + 1);
     }
