@@ -98,6 +98,20 @@ QString iniText(int keyCount)
     return text;
 }
 
+QString tomlText(int keyCount)
+{
+    QString text;
+    for (int key = 0; key < keyCount; ++key) {
+        if (beginsSection(key))
+            text += QStringLiteral("%1# Settings of %2\n[%2.%3]\n")
+                        .arg(key ? QStringLiteral("\n") : QString(), serviceName(key), sectionName(key));
+        const SampleValue value = valueOf(key);
+        const QString quote = value.isText ? QStringLiteral("\"") : QString();
+        text += QStringLiteral("%1 = %2%3%2\n").arg(keyName(key), quote, value.text);
+    }
+    return text;
+}
+
 QString xmlText(int keyCount)
 {
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<services>");
@@ -134,6 +148,8 @@ QString formatted(const QString& format, int keyCount)
         return jsonText(keyCount);
     if (format == QLatin1String("ini"))
         return iniText(keyCount);
+    if (format == QLatin1String("toml"))
+        return tomlText(keyCount);
     return format == QLatin1String("xml") ? xmlText(keyCount) : txtText(keyCount);
 }
 

@@ -101,6 +101,7 @@ BENCHMARK_CAPTURE(load, json, "json")->Name("Documents/LoadJson")->Apply(sampleS
 BENCHMARK_CAPTURE(load, ini, "ini")->Name("Documents/LoadIni")->Apply(sampleSize);
 BENCHMARK_CAPTURE(load, xml, "xml")->Name("Documents/LoadXml")->Apply(sampleSize);
 BENCHMARK_CAPTURE(load, txt, "txt")->Name("Documents/LoadTxt")->Apply(sampleSize);
+BENCHMARK_CAPTURE(load, toml, "toml")->Name("Documents/LoadToml")->Apply(sampleSize);
 BENCHMARK_CAPTURE(writeAndSync, json, "json")->Name("Floor/WriteAndSync/Json")->Apply(sampleSize);
 BENCHMARK_CAPTURE(saveOneEdit, json, "json")->Name("Documents/SaveOneEdit/Json")->Apply(sampleSize);
 BENCHMARK_CAPTURE(writeAndSync, ini, "ini")->Name("Floor/WriteAndSync/Ini")->Apply(sampleSize);
@@ -109,5 +110,7 @@ BENCHMARK_CAPTURE(writeAndSync, xml, "xml")->Name("Floor/WriteAndSync/Xml")->App
 BENCHMARK_CAPTURE(saveOneEdit, xml, "xml")->Name("Documents/SaveOneEdit/Xml")->Apply(sampleSize);
 BENCHMARK_CAPTURE(writeAndSync, txt, "txt")->Name("Floor/WriteAndSync/Txt")->Apply(sampleSize);
 BENCHMARK_CAPTURE(saveOneEdit, txt, "txt")->Name("Documents/SaveOneEdit/Txt")->Apply(sampleSize);
+BENCHMARK_CAPTURE(writeAndSync, toml, "toml")->Name("Floor/WriteAndSync/Toml")->Apply(sampleSize);
+BENCHMARK_CAPTURE(saveOneEdit, toml, "toml")->Name("Documents/SaveOneEdit/Toml")->Apply(sampleSize);
 
 } // namespace

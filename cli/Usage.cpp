@@ -1,6 +1,7 @@
 #include "cli/Usage.h"
 
 #include "cli/CommandTable.h"
+#include "repository/documents/Formats.h"
 
 #include <QStringList>
 
@@ -216,9 +217,13 @@ QString Usage::helpFor(const Command& command)
 
 QString Usage::overview()
 {
+    QStringList types;
+    for (const std::string& type : Repository::Documents::getDocumentTypes())
+        types += QString::fromStdString(type);
     QString help = QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
-                   wrap(QStringLiteral("Reads, edits, compares and converts configuration files (ini, json, "
-                                       "xml, txt) by attribute."),
+                   wrap(QStringLiteral("Reads, edits, compares and converts configuration files (%1) by "
+                                       "attribute.")
+                            .arg(types.join(QLatin1String(", "))),
                         0, 0) +
                    QStringLiteral("\nCommands:\n");
     constexpr int width = 10;

@@ -7,6 +7,7 @@
 #include "desk/files/RecentFiles.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
+#include "repository/documents/Formats.h"
 
 #include <QFileInfo>
 
@@ -21,6 +22,19 @@ void setKeys(QAction& action, QKeySequence::StandardKey standard, const QKeySequ
     keys.removeAll(key);
     keys.prepend(key);
     action.setShortcuts(keys);
+}
+
+// Globs of the endings that configuration files mostly have.
+QString knownFiles()
+{
+    QStringList globs{QStringLiteral("*.conf"), QStringLiteral("*.cfg")};
+    for (const Repository::Documents::Format* const format : Repository::Documents::getFormats()) {
+        const QStringList endings =
+            QString::fromStdString(std::string(format->getCertainEndings())).split(QLatin1Char(' '));
+        for (const QString& ending : endings)
+            globs.append(QStringLiteral("*.") + ending);
+    }
+    return globs.join(QLatin1Char(' '));
 }
 
 } // namespace
@@ -118,7 +132,7 @@ void FileMenu::chooseFilesOf(const QString& type)
     const QString title =
         type.isEmpty() ? tr("Open Configuration Files") : tr("Open Configuration Files As %1").arg(type);
     const QString all = tr("All Files (*)");
-    const QString known = tr("Configuration Files (*.json *.ini *.conf *.cfg *.xml *.txt *.properties)");
+    const QString known = tr("Configuration Files (%1)").arg(knownFiles());
     const QStringList before = RecentFiles::get();
     const QString folder = before.isEmpty() ? QString() : QFileInfo(before.first()).path();
     Utilities::ModelViews::Widgets::PlainFileDialog dialog(

@@ -186,9 +186,10 @@ QVariant FailureHint::valueOfOtherType() const
     using namespace FrameworkCore::Values;
     const auto attribute = repository->getReaderInterface()->getAttribute(edit.path);
     const QVariant present = attribute ? attribute->getValue() : QVariant();
-    const Type type = typeOf(present.userType());
+    const Type presentType = typeOf(present.userType());
     const QVariant other = toVariant(plainValue(edit.entered.toStdString()));
-    const bool isNumber = type == Type::Integer || type == Type::Unsigned || type == Type::Double;
+    const bool isNumber =
+        presentType == Type::Integer || presentType == Type::Unsigned || presentType == Type::Double;
     if (!attribute || !FrameworkCore::AppConfig::isWritable(attribute->getAccessMode()) ||
         other.userType() == present.userType())
         return {};
@@ -196,7 +197,7 @@ QVariant FailureHint::valueOfOtherType() const
         return convertVariant(edit.entered.trimmed(), present.userType()) ? QVariant() : other;
     const QString root = repository->getTreeInterface()->getNodeInformation(edit.path).backend;
     const auto backend = repository->getBackendInterface()->getBackendInformation(root);
-    return type == Type::String && backend && !backend->namesType(edit.path) ? other : QVariant();
+    return presentType == Type::String && backend && !backend->namesType(edit.path) ? other : QVariant();
 }
 
 QString FailureHint::textOfEdit() const

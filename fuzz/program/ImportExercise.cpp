@@ -32,6 +32,8 @@ QByteArray presentContent(const std::string& type)
         return "{\n    \"a\": {\"b\": 1, \"list\": [true, null]},\n    \"k\": \"text\" // kept\n}\n";
     if (type == "xml")
         return "<r a='1'>\n  <k>text</k><k/>\n</r>\n";
+    if (type == "toml")
+        return "# kept\nk = 'text'\n[a]\nb = 1\n[[t]]\n";
     if (type == "ini")
         return "; kept\nk = text\n[a]\nb = 1\n[a.c]\n";
     return "# kept\nk = text\na.b = 1\n";

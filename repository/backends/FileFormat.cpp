@@ -20,7 +20,7 @@ constexpr std::string_view copyEndings =
     "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig";
 
 // Of sources and texts that may look like a format which is known here.
-constexpr std::string_view foreignEndings = "yaml yml toml md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
+constexpr std::string_view foreignEndings = "yaml yml md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
                                             "lua c h cc cpp cxx hpp go rs java kt cs php "
                                             "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 
@@ -29,25 +29,38 @@ bool lists(std::string_view endings, const QString& ending)
     return (' ' + std::string(endings) + ' ').find(' ' + ending.toStdString() + ' ') != std::string::npos;
 }
 
-QString endingOf(QString name)
+// The name in lower case that the file has, or the one of which it is a copy.
+QString nameIn(const QString& file)
 {
+    QString name = QFileInfo(file).fileName().toLower();
     while (name.endsWith(QLatin1Char('~')))
         name.chop(1);
-    const QString ending = QFileInfo(name).suffix().toLower();
+    const QString ending = QFileInfo(name).suffix();
     const bool isCopy = !ending.isEmpty() && lists(copyEndings, ending);
-    return isCopy ? QFileInfo(name.left(name.size() - ending.size() - 1)).suffix().toLower() : ending;
+    return isCopy ? name.left(name.size() - ending.size() - 1) : name;
+}
+
+QString endingOf(const QString& file)
+{
+    return QFileInfo(nameIn(file)).suffix();
 }
 
 using Endings = std::string_view (Documents::Format::*)() const;
 
-// Null when no format has the ending.
-const Documents::Format* formatByEnding(Endings endings, const QString& ending)
+// Null when no format lists the ending or name.
+const Documents::Format* findFormat(Endings endings, const QString& ending)
 {
     for (const Documents::Format* format : Documents::getFormats()) {
         if (!ending.isEmpty() && lists((format->*endings)(), ending))
             return format;
     }
     return nullptr;
+}
+
+const Documents::Format* certainFormat(const QString& file)
+{
+    const auto* byName = findFormat(&Documents::Format::getFileNames, nameIn(file));
+    return byName ? byName : findFormat(&Documents::Format::getCertainEndings, endingOf(file));
 }
 
 QString nameOf(const Documents::Format* format)
@@ -130,25 +143,25 @@ QString formatOf(const QString& type)
 
 QString FileFormat::ofName(const QString& file)
 {
-    const QString ending = endingOf(file);
-    if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
+    if (const auto* certain = certainFormat(file))
         return typeOf(*certain, file, {});
     const QString dialect = QString::fromStdString(Documents::typeByName(file.toStdString()));
-    return dialect.isEmpty() ? nameOf(formatByEnding(&Documents::Format::getLikelyEndings, ending)) : dialect;
+    return dialect.isEmpty() ? nameOf(findFormat(&Documents::Format::getLikelyEndings, endingOf(file)))
+                             : dialect;
 }
 
 QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
 {
     const QString ending = endingOf(file);
     const QByteArray text = withoutByteOrderMark(wholeLines(bytes, enough));
-    if (const auto* certain = formatByEnding(&Documents::Format::getCertainEndings, ending))
+    if (const auto* certain = certainFormat(file))
         return typeOf(*certain, file, text);
     if (const auto* begun = formatByContent(text))
         return nameOf(begun);
     const std::string dialect = Documents::typeByName(file.toStdString());
     if (!dialect.empty())
         return QString::fromStdString(dialect);
-    if (const auto* likely = formatByEnding(&Documents::Format::getLikelyEndings, ending))
+    if (const auto* likely = findFormat(&Documents::Format::getLikelyEndings, ending))
         return typeOf(*likely, file, text);
     return !ending.isEmpty() && lists(foreignEndings, ending) ? QString() : typeByText(text);
 }

@@ -3,6 +3,7 @@
 #include "repository/documents/dialects/Dialects.h"
 #include "repository/documents/ini/IniFormat.h"
 #include "repository/documents/json/JsonFormat.h"
+#include "repository/documents/toml/TomlFormat.h"
 #include "repository/documents/txt/TxtFormat.h"
 #include "repository/documents/xml/XmlFormat.h"
 
@@ -38,7 +39,8 @@ struct FormatTable
     const JsonFormat json;
     const XmlFormat xml;
     const TxtFormat txt{"txt", getGenericDialect("txt")};
-    const std::vector<const Format*> formats{&ini, &json, &xml, &txt};
+    const TomlFormat toml;
+    const std::vector<const Format*> formats{&ini, &json, &xml, &txt, &toml};
     std::vector<std::unique_ptr<const Format>> dialects;
     std::vector<std::string> types;
     std::vector<std::string> dialectTypes;

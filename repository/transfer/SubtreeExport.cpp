@@ -202,6 +202,8 @@ Outcome SubtreeExport::write(std::vector<Entry>& entries, QByteArray& text, Tran
         text = QByteArray::fromStdString(*whole);
         return progress.advance() ? Outcome() : TransferProgress::cancelled();
     }
+    if (const std::string reason = format->explainRefusal(entries); !reason.empty())
+        return refusal({}, reason);
     const auto saysMore = [](const Entry& entry) { return entry.isArray.has_value(); };
     const bool isPlain = std::none_of(entries.begin(), entries.end(), saysMore);
     const auto document = format->makeDocument();

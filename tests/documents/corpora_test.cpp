@@ -53,7 +53,25 @@ const char* const notOfTheirFormat[] = {
     "variants/xml-nul-08__docbook-xsl__chunk.xsl",
     "variants/xml-nul-19__gedit-common__gedit-plugin-guide.page",
     "variants/xml-trunc-07__kdevelop-data__qtlogo.svg",
-    "variants/xml-trunc-18__GNOME_glib__fail-19.xbel"};
+    "variants/xml-trunc-18__GNOME_glib__fail-19.xbel",
+    "toml/gnome-builder__Cargo-gtk4.toml",
+    "toml/golang-github-naoina-toml-dev__unmarshal-arraytable-conflict-2.toml",
+    "toml/golang-github-naoina-toml-dev__unmarshal-table-conflict-1.toml",
+    "toml/golang-github-naoina-toml-dev__unmarshal-table-conflict-2.toml",
+    "toml/librust-toml-edit-dev__duplicate-key-dotted-into-std.toml",
+    "toml/librust-toml-edit-dev__duplicate-key-std-into-dotted.toml",
+    "toml/librust-toml-edit-dev__integer-invalid-binary-char.toml",
+    "toml/librust-toml-edit-dev__integer-invalid-hex-char.toml",
+    "toml/librust-toml-edit-dev__rrbrace.toml",
+    "toml/librust-toml-edit-dev__string-no-quotes-constant-like.toml",
+    "toml/librust-toml-edit-dev__string-no-quotes-number-like.toml",
+    "toml/made__dates.toml",
+    "toml/python-dcos__parse_error.toml",
+    "toml/tauri-0.15.0__Cargo.toml",
+    "variants/toml-badutf8-08__librust-ahash-dev__Cargo.toml",
+    "variants/toml-cr-10__librust-blocking-dev__Cargo.toml",
+    "variants/toml-nul-07__uniswap-v4-core-1.0.2__foundry~4.toml",
+    "variants/toml-trunc-06__librust-iptables-dev__Cargo.toml"};
 
 struct Counts
 {
@@ -139,8 +157,9 @@ private slots:
         row("small json", "json", QString(), "{\"a\": [1, {}]}\n");
         row("small txt", "txt", QString(), "a.b = 1 # c\nprose\n");
         addFiles(QStringLiteral("txt"), QStringLiteral("ini"), QStringLiteral("*.properties"));
+        row("small toml", "toml", QString(), "a = 1 # b\r\n[c.d]\r\ne.f = [ 'g' ]");
         row("small xml", "xml", QString(), "<a>\r\n <b c='1'>d</b> <!-- e --></a>");
-        for (const char* name : {"ini", "json", "xml", "txt"}) {
+        for (const char* name : {"ini", "json", "xml", "txt", "toml"}) {
             const QString type = QString::fromLatin1(name);
             addFiles(type, type, QStringLiteral("*"));
             addFiles(type, QStringLiteral("variants"), type + QStringLiteral("-*"));

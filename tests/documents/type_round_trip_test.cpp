@@ -207,6 +207,10 @@ private slots:
             "import json\n"
             "v = json.load(open(file, encoding='utf-8'))['root']\n"
             "print(v['v7'], v['v15'], v['v36'])\n");
+        row("toml", "toml",
+            "import tomllib\n"
+            "v = tomllib.load(open(file, 'rb'))['root']\n"
+            "print(v['v7'], v['v15'], v['v36'])\n");
         row("ini", "ini",
             "import configparser\n"
             "c = configparser.RawConfigParser()\n"

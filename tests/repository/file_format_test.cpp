@@ -31,6 +31,12 @@ private slots:
         row("a.xml", "k = 1", "xml");
         row("a.txt", "{}", "txt");
         row("a.properties", "k = 1", "txt:properties");
+        // So is a whole name.
+        row("Pipfile.lock", "k = 1", "json");
+        row("Cargo.lock", "{}", "toml");
+        row("a.toml~", "{}", "toml");
+        row("flake.lock.orig~", "k = 1", "json");
+        row("other.lock", "k = 1", "ini");
         // Others make it likely.
         row("a.conf", "k = 1", "ini");
         row("a.conf", " \r\n\t{\"k\": 1}", "json");
@@ -82,7 +88,6 @@ private slots:
         row("settings", "k = 1\n[a]\nb : c\nd\n", "ini");
         row("settings", "k = 1\n  more\n", "ini");
         row("a.yaml", "k = 1\n", "");
-        row("a.toml", "[a]\nk = 1\n", "");
         row("a.py", "k = 1\n", "");
         // Dialects.
         row("a.gitconfig", "", "ini:git");

@@ -55,6 +55,7 @@ QStringList commentsIn(const QByteArray& bytes, const QString& type)
     static const QMap<QString, QString> forms{
         {QStringLiteral("ini"), QStringLiteral("^[ \t]*[;#].*$")},
         {QStringLiteral("txt"), QStringLiteral("^[ \t]*[#!].*$")},
+        {QStringLiteral("toml"), QStringLiteral("^[ \t]*#.*$")},
         {QStringLiteral("json"), QStringLiteral("(^|[ \t])//.*$|/\\*[^\"]*?\\*/")},
         {QStringLiteral("xml"), QStringLiteral("<!--.*?-->|<\\?(?!xml |vantry ).*?\\?>")}};
     const auto options =
@@ -119,11 +120,15 @@ private slots:
         row("paths", "txt",
             "# of the file\n\n# of x\na.b.x = 1.0\na.b.y   = 0x10\nprose here.\n\n# of z\na.z = \"q\"\n"
             "c = long \\\n  value\nd.e.f = 1\n");
+        row("tables", "toml",
+            "# of the file\n\n# of x\na.x = 0x1F # after\n\n# of b\n[b]\nl = [\n  'p', # of p\n  \"q\",\n]\n"
+            "[b.c]\n# inside\ny = 1e5\n\n# of t\n[[t]]\nk = { z = 1 }\n[[t]]\nk = \"\"\"m\"\"\"\n");
         const QVector<QPair<const char*, const char*>> kinds{
             {"ini", "ini"},
             {"txt", "txt"},
             {"json", "json"},
             {"xml", "xml"},
+            {"toml", "toml"},
             {"ini:git", "ini-dialects/git-config"},
             {"ini:desktop", "ini-dialects/desktop"},
             {"ini:systemd", "ini-dialects/systemd"},
@@ -134,8 +139,8 @@ private slots:
             {"ini:python", "ini-dialects/python-setup"},
             {"ini:editorconfig", "ini-dialects/editorconfig"},
             {"txt:properties", "ini-dialects/properties"}};
-        for (const auto& [type, folder] : kinds) {
-            const QString corpus = TestSupport::corporaPath(QLatin1String(folder));
+        for (const auto& [type, place] : kinds) {
+            const QString corpus = TestSupport::corporaPath(QLatin1String(place));
             QDirIterator files(corpus.isEmpty() ? QStringLiteral("/nowhere") : corpus, QDir::Files);
             for (int taken = 0; taken < 300 && files.hasNext();) {
                 files.next();
@@ -222,6 +227,16 @@ private slots:
             "<r>t\n <a>\n </a><!-- of\n b --><?p\ni?><b/>\n</r>\n");
         row("xml: copy of an attribute", "xml", "m.r.a.@k", "m.r.@k", false, "<r>\n <a k='&#65;&lt;'/>\n</r>",
             "<r k='&#65;&lt;'>\n <a k='&#65;&lt;'/>\n</r>");
+        row("toml: key", "toml", "m.a.b", "m.a.c", true, "a.'b' = 0x1F # d\n", "a.'c' = 0x1F # d\n");
+        row("toml: table", "toml", "m.s", "m.t", true, "[s]\na=1\n\n[s.u] # c\na=2\n\n[su]\na=3\n",
+            "[t]\na=1\n\n[t.u] # c\na=2\n\n[su]\na=3\n");
+        row("toml: move", "toml", "m.s.b", "m.t.c", true,
+            "[s]\na = 1\n\n# of b\n# too\nb = 1.0 # after\n\n[t]\nx = 1\n# end\n",
+            "[s]\na = 1\n\n[t]\nx = 1\n# of b\n# too\nc = 1.0 # after\n# end\n");
+        row("toml: copy", "toml", "m.s", "m.t", false,
+            "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n",
+            "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n\n# of s\n[t]\n# in s\na = 0x10\n\n"
+            "# of u\n[t.u]\nb = 'q'\n");
         row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
             "[s]\n; c\nb   =  0x10 ; d\nz=1\n");
         row("ini: section", "ini", "m.s", "m.t", true, "[s]\na=1\n\n[s.u] ; c\na=2\n\n[su]\na=3\n",

@@ -1,6 +1,9 @@
 #include "repository/documents/common/EncodedNames.h"
 
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/ComponentCodec.h"
+
+#include <algorithm>
 
 namespace Repository::Documents {
 
@@ -9,6 +12,19 @@ namespace {
 constexpr std::string_view declaration = "# @names encoded";
 constexpr std::string_view emptyGroup = "#";
 constexpr std::string_view ownValue = "#value";
+
+// Whether json, or another format of trees, has no key for a name of the path as it is.
+bool needsCodes(const Entry& entry)
+{
+    if (EncodedNames::areNeededBy(entry.path))
+        return true;
+    if (entry.path.find('%') == std::string::npos)
+        return false;
+    const auto components = splitPath(entry.path);
+    return components && std::any_of(components->begin(), components->end(), [](std::string_view component) {
+               return !isUtf8(decodeKey(component).value_or(std::string()));
+           });
+}
 
 } // namespace
 
@@ -28,6 +44,11 @@ bool EncodedNames::areNeededBy(std::string_view path)
     return false;
 }
 
+bool EncodedNames::areNeededBy(const std::vector<Entry>& entries)
+{
+    return std::any_of(entries.begin(), entries.end(), needsCodes);
+}
+
 std::string EncodedNames::toDocument(std::string_view path)
 {
     return path.empty() ? std::string() : mapPath(path, encodeKey);
@@ -43,6 +64,32 @@ std::string EncodedNames::fromDocument(std::string_view path)
 bool EncodedNames::isDeclaredIn(const Document& document)
 {
     return document.spell(member) == quoted(form);
+}
+
+void EncodedNames::encodeWhole(std::vector<Entry>& entries, bool alsoArray)
+{
+    const bool isNeeded = areNeededBy(entries);
+    const bool isArray = (isNeeded || alsoArray) && ArrayGroups(entries).contain({});
+    if (!isNeeded && !isArray)
+        return;
+    for (Entry& entry : entries) {
+        const bool isMember = entry.path.compare(0, entry.path.find('.'), member) == 0;
+        entry.path = toDocument(isMember ? '@' + entry.path : entry.path);
+        if (isArray)
+            entry.path = joinPath(encodeKey(whole), entry.path);
+    }
+    entries.push_back({std::string(member), {Type::String, std::string(form)}});
+}
+
+std::optional<Entry> EncodedNames::originalOf(const Entry& entry)
+{
+    if (entry.path == member)
+        return {};
+    const std::string path = fromDocument(entry.path);
+    const std::string_view top = std::string_view(path).substr(0, path.find('.'));
+    const std::size_t own = top == whole ? std::min(top.size() + 1, path.size()) : 0;
+    const bool isMember = top.substr(0, 1) == "@" && top.substr(1) == member;
+    return Entry{path.substr(isMember ? 1 : own), entry.value, entry.isArray};
 }
 
 Entry EncodedNames::toLines(const Entry& entry)

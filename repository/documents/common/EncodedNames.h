@@ -2,8 +2,10 @@
 
 #include "repository/documents/common/Document.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -16,8 +18,9 @@ namespace Repository::Documents {
 class EncodedNames
 {
 public:
-    // Whether only such a file of json can hold the path.
+    // Whether only such a file of json can hold the path, or one of the entries.
     static bool areNeededBy(std::string_view path);
+    static bool areNeededBy(const std::vector<Entry>& entries);
 
     // From the path in the tree to that in the json document, and back.
     static std::string toDocument(std::string_view path);
@@ -28,6 +31,11 @@ public:
     static constexpr std::string_view form = "encoded";
     static constexpr std::string_view whole = "@#value";
     static bool isDeclaredIn(const Document& document);
+
+    // Gives the entries of a whole file such names where they need them, or, where the root of a file cannot
+    // be an array, if it is one; and one of them back, if it is not what says so.
+    static void encodeWhole(std::vector<Entry>& entries, bool alsoArray);
+    static std::optional<Entry> originalOf(const Entry& entry);
 
     // The same for lines.
     static Entry toLines(const Entry& entry);

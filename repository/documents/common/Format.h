@@ -27,6 +27,9 @@ public:
     virtual std::string_view getCertainEndings() const = 0;
     virtual std::string_view getLikelyEndings() const { return {}; }
 
+    // Lower-case file names, separated by blanks, that decide the format whatever they end with.
+    virtual std::string_view getFileNames() const { return {}; }
+
     // Whether a text that begins like this is of this format, whatever its file name suggests.
     virtual bool begins(std::string_view) const { return false; }
 
@@ -46,6 +49,10 @@ public:
     // The text of a whole file; nothing when entries must be inserted one by one. Renames entries that this
     // format can only hold under another name.
     virtual std::optional<std::string> writeWhole(std::vector<Entry>&) const { return {}; }
+
+    // Why there is no such text, where entries that are inserted one by one would become something else;
+    // empty where they would not.
+    virtual std::string explainRefusal(const std::vector<Entry>&) const { return {}; }
 
     // The entry that a file needs above those of an exported subtree of this name; empty for none.
     virtual std::string rootOf(const std::vector<Entry>&, std::string_view) const { return {}; }

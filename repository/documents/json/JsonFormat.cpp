@@ -1,6 +1,5 @@
 #include "repository/documents/json/JsonFormat.h"
 
-#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/EncodedNames.h"
 #include "repository/documents/json/JsonContent.h"
 #include "repository/documents/json/JsonText.h"
@@ -46,19 +45,6 @@ bool beginsLikeArray(std::string_view text)
     return !rest.empty() && std::string_view("[{\"").find(rest.front()) != std::string_view::npos;
 }
 
-// Whether json has no key for a name of the path as it is.
-bool needsCodes(const Entry& entry)
-{
-    if (EncodedNames::areNeededBy(entry.path))
-        return true;
-    if (entry.path.find('%') == std::string::npos)
-        return false;
-    const auto components = splitPath(entry.path);
-    return components && std::any_of(components->begin(), components->end(), [](std::string_view component) {
-               return !isUtf8(decodeKey(component).value_or(std::string()));
-           });
-}
-
 } // namespace
 
 bool JsonFormat::begins(std::string_view text) const
@@ -70,22 +56,12 @@ bool JsonFormat::begins(std::string_view text) const
 // A key that is in an object twice is not written again.
 bool JsonFormat::takesText(const std::vector<Entry>& entries) const
 {
-    return std::none_of(entries.begin(), entries.end(), needsCodes);
+    return !EncodedNames::areNeededBy(entries);
 }
 
 std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) const
 {
-    if (!takesText(entries)) {
-        const bool isArray = ArrayGroups(entries).contain({});
-        for (Entry& entry : entries) {
-            const bool isMember = entry.path.compare(0, entry.path.find('.'), EncodedNames::member) == 0;
-            entry.path = EncodedNames::toDocument(isMember ? '@' + entry.path : entry.path);
-            if (isArray)
-                entry.path = joinPath(encodeKey(EncodedNames::whole), entry.path);
-        }
-        entries.push_back(
-            {std::string(EncodedNames::member), {Type::String, std::string(EncodedNames::form)}});
-    }
+    EncodedNames::encodeWhole(entries, false);
     auto whole = JsonText::write(entries, {});
     return whole ? std::optional(std::move(whole->text) + '\n') : std::nullopt;
 }
@@ -97,13 +73,7 @@ bool JsonFormat::declaresNames(const Document& document) const
 
 std::optional<Entry> JsonFormat::originalOf(const Entry& entry) const
 {
-    if (entry.path == EncodedNames::member)
-        return {};
-    const std::string path = EncodedNames::fromDocument(entry.path);
-    const std::string_view top = std::string_view(path).substr(0, path.find('.'));
-    const std::size_t own = top == EncodedNames::whole ? std::min(top.size() + 1, path.size()) : 0;
-    const bool isMember = top.substr(0, 1) == "@" && top.substr(1) == EncodedNames::member;
-    return Entry{path.substr(isMember ? 1 : own), entry.value, entry.isArray};
+    return EncodedNames::originalOf(entry);
 }
 
 std::string JsonFormat::explainTypeTag(const Value& value) const

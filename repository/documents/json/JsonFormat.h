@@ -16,6 +16,7 @@ public:
     {
         return "geojson webmanifest jshintrc eslintrc babelrc";
     }
+    std::string_view getFileNames() const override { return "pipfile.lock composer.lock flake.lock"; }
     bool begins(std::string_view text) const override;
     std::string getEmptyText() const override { return "{}\n"; }
     bool isInTreeOrder() const override { return true; }

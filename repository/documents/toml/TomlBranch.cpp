@@ -1,0 +1,217 @@
+#include "repository/documents/toml/TomlBranch.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/toml/TomlReader.h"
+#include "repository/documents/toml/TomlTokens.h"
+#include "repository/documents/toml/TomlTree.h"
+#include "repository/documents/toml/TomlValue.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace Repository::Documents {
+
+namespace {
+
+bool isTableBranch(const TomlBranch& branch)
+{
+    return !branch.isArray && (!branch.value || !branch.children.empty());
+}
+
+// The elements of an array by their indexes, whatever order they came in.
+void sortElements(TomlBranch& branch)
+{
+    if (branch.isArray)
+        std::sort(branch.children.begin(), branch.children.end(),
+                  [](const TomlBranch& a, const TomlBranch& b) {
+                      return readIndex(a.key).value_or(0) < readIndex(b.key).value_or(0);
+                  });
+    for (TomlBranch& child : branch.children)
+        sortElements(child);
+    if (branch.isArray) {
+        for (TomlBranch& child : branch.children)
+            child.key.clear();
+    }
+}
+
+} // namespace
+
+bool TomlBranch::isPair() const
+{
+    return !isTables() && !isTableBranch(*this);
+}
+
+bool TomlBranch::isTables() const
+{
+    return isArray && !children.empty() && std::all_of(children.begin(), children.end(), isTableBranch);
+}
+
+std::string tomlKeyOf(std::string_view component, std::string& error)
+{
+    const NumberedComponent name = splitNumber(component);
+    const auto key = decodeKey(name.name);
+    if (!key)
+        error = quoted(component) + " is not how a key is written in a path";
+    else if (!isUtf8(*key))
+        error = "the key " + quoted(component) + " is not valid UTF-8, which TOML demands";
+    else if (*key == tomlOwnValueKey)
+        error = "the key \"#value\" is kept for values of tables";
+    else if (name.number > 1)
+        error = "the key " + quoted(*key) + " would be in one table twice, which TOML forbids";
+    return key.value_or(std::string());
+}
+
+std::string growTomlBranch(const std::vector<Entry>& entries, TomlBranch& branch)
+{
+    const ArrayGroups arrays(entries);
+    std::string error;
+    branch.isArray = arrays.contain({});
+    // By path, where in its parent each branch is; a branch may move while others are added beside it.
+    std::unordered_map<std::string_view, std::unordered_map<std::string_view, std::size_t>> places;
+    for (const Entry& entry : entries) {
+        TomlBranch* at = &branch;
+        const std::string_view path = entry.path;
+        for (std::size_t begin = 0; !path.empty() && begin <= path.size();) {
+            const std::size_t end = std::min(path.find('.', begin), path.size());
+            const std::string_view component = path.substr(begin, end - begin);
+            auto& siblings = places[path.substr(0, begin)];
+            const auto [place, isNew] = siblings.try_emplace(component, at->children.size());
+            if (isNew) {
+                TomlBranch child;
+                child.isArray = arrays.contain(path.substr(0, end));
+                child.key = at->isArray ? std::string(component) : tomlKeyOf(component, error);
+                at->children.push_back(std::move(child));
+            }
+            at = &at->children[place->second];
+            begin = end + 1;
+        }
+        if (entry.value.type != Type::Group)
+            at->value = entry.value;
+        if (!error.empty())
+            return error;
+    }
+    sortElements(branch);
+    return error;
+}
+
+std::string joinTomlKey(const std::string& path, const std::string& part)
+{
+    return path.empty() ? part : path + '.' + part;
+}
+
+void TomlBranchWriter::writePair(const std::string& key, const Value& value)
+{
+    const auto plain = spellTomlValue(value, {}, style.place);
+    TomlContent content{plain.value_or(std::string()), {}};
+    if (!plain) {
+        content = spellTaggedTomlValue(value, {}, style.place);
+        text += style.indentation + writeTypeTag('#', value.type) + std::string(style.place.lineEnd);
+    }
+    if (error.empty())
+        error = content.error;
+    text += style.indentation + key + style.separator + content.spelling + std::string(style.place.lineEnd);
+}
+
+void TomlBranchWriter::writePairs(const std::string& key, const TomlBranch& branch)
+{
+    place = key;
+    if (branch.value && branch.children.empty())
+        return writePair(key, *branch.value);
+    if (branch.isArray || branch.children.empty()) {
+        text += style.indentation + key + style.separator;
+        writeInline(branch, false);
+        text += style.place.lineEnd;
+        return;
+    }
+    if (branch.value)
+        writePair(joinTomlKey(key, encodeTomlKey(tomlOwnValueKey)), *branch.value);
+    for (const TomlBranch& child : branch.children)
+        writePairs(joinTomlKey(key, encodeTomlKey(child.key)), child);
+}
+
+void TomlBranchWriter::writeHeader(const std::string& header)
+{
+    if (style.hasBlankLines && !text.empty())
+        text += style.place.lineEnd;
+    text += style.indentation + header + std::string(style.place.lineEnd);
+}
+
+void TomlBranchWriter::writeElement(const std::string& path, const TomlBranch& branch)
+{
+    writeHeader("[[" + path + "]]");
+    writeMembers(path, branch);
+}
+
+void TomlBranchWriter::writeTable(const std::string& path, const TomlBranch& branch)
+{
+    if (branch.isTables()) {
+        for (const TomlBranch& element : branch.children)
+            writeElement(path, element);
+        return;
+    }
+    const auto isPair = [](const TomlBranch& child) { return child.isPair(); };
+    const bool needsHeader = branch.value || branch.children.empty() ||
+                             std::any_of(branch.children.begin(), branch.children.end(), isPair);
+    if (needsHeader)
+        writeHeader('[' + path + ']');
+    writeMembers(path, branch);
+}
+
+void TomlBranchWriter::writeMembers(const std::string& path, const TomlBranch& branch)
+{
+    if (branch.value)
+        writePair(encodeTomlKey(tomlOwnValueKey), *branch.value);
+    for (const TomlBranch& child : branch.children) {
+        if (child.isPair())
+            writePairs(encodeTomlKey(child.key), child);
+    }
+    for (const TomlBranch& child : branch.children) {
+        if (!child.isPair())
+            writeTable(joinTomlKey(path, encodeTomlKey(child.key)), child);
+    }
+}
+
+void TomlBranchWriter::writeInlineMember(const std::string& key, const TomlBranch& branch, bool& isFirst)
+{
+    text += isFirst ? " " : ", ";
+    isFirst = false;
+    text += key + style.separator;
+    writeInline(branch, true);
+}
+
+void TomlBranchWriter::writeInline(const TomlBranch& branch, bool isInTable)
+{
+    if (branch.value && branch.children.empty()) {
+        const auto plain = spellTomlValue(*branch.value, {}, {style.place.lineEnd, false});
+        if (!plain && error.empty())
+            error = "in " + quoted(place) + ", TOML has no form for " + describeType(branch.value->type) +
+                    ", and in an array or an inline table no comment can tag its type";
+        text += plain.value_or(std::string());
+        return;
+    }
+    if (++depth > TomlReader::maximumDepth && error.empty())
+        error = "more than " + std::to_string(TomlReader::maximumDepth) +
+                " arrays and inline tables would lie within each other";
+    bool isFirst = true;
+    if (branch.isArray) {
+        text += '[';
+        for (const TomlBranch& element : branch.children) {
+            text += isFirst ? "" : ", ";
+            isFirst = false;
+            writeInline(element, isInTable);
+        }
+        text += ']';
+    } else {
+        text += '{';
+        if (branch.value)
+            writeInlineMember(encodeTomlKey(tomlOwnValueKey), {{}, branch.value, {}, false}, isFirst);
+        for (const TomlBranch& child : branch.children)
+            writeInlineMember(encodeTomlKey(child.key), child, isFirst);
+        text += isFirst ? "}" : " }";
+    }
+    --depth;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,354 @@
+#include "repository/documents/toml/TomlDocument.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/toml/TomlElements.h"
+#include "repository/documents/toml/TomlInsertion.h"
+#include "repository/documents/toml/TomlReader.h"
+#include "repository/documents/toml/TomlRemoval.h"
+#include "repository/documents/toml/TomlScanner.h"
+#include "repository/documents/toml/TomlSubtrees.h"
+#include "repository/documents/toml/TomlTokens.h"
+#include "repository/documents/toml/TomlValue.h"
+
+#include <new>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::size_t maximumSize = std::size_t(1) << 30;
+
+bool isTextLiteral(std::string_view spelling)
+{
+    return startsWith(spelling, "\"") || startsWith(spelling, "'");
+}
+
+// The type tag of an entry with this value; Group for none.
+Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain)
+{
+    if (former == Type::Group)
+        return former;
+    if (present == value.type && (!plain || isSame(readTomlValue(*plain, former), value)))
+        return former;
+    return plain ? Type::Group : value.type;
+}
+
+} // namespace
+
+Outcome TomlDocument::parse(std::string bytes)
+{
+    try {
+        TextEncoding encoding;
+        Outcome outcome = encoding.decode(bytes, {});
+        if (outcome.ok() && bytes.size() > maximumSize)
+            return refused("the file is larger than 1 GiB, which is the most for toml");
+        if (outcome.ok())
+            outcome = TomlReader::check(bytes);
+        if (!outcome.ok())
+            return outcome;
+        auto fresh = std::make_unique<TomlFile>(std::move(bytes), encoding);
+        outcome = TomlScanner(fresh->tree).readFile();
+        if (!outcome.ok())
+            return outcome;
+        file = std::move(fresh);
+    } catch (const std::bad_alloc&) {
+        return refused("there is not enough memory for a file of this size");
+    }
+    return {};
+}
+
+void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    struct Level
+    {
+        std::size_t pathLength;
+        std::size_t position;
+    };
+    const TomlTree& tree = file->tree;
+    Entry entry;
+    std::vector<Level> levels;
+    NodeId id = tree.getRoot();
+    while (id != noNode) {
+        const bool isOwnValue = tree.isOwnValue(id);
+        if (!levels.empty() && !isOwnValue) {
+            if (!entry.path.empty())
+                entry.path += '.';
+            tree.appendName(entry.path, id, levels.back().position);
+        }
+        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
+        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
+            entry.value = valueNode == noNode ? Value() : file->read(valueNode);
+            entry.isArray.reset();
+            if (valueNode == noNode)
+                entry.isArray = tree.node(id).isArray();
+            visitor(entry);
+        }
+        if (tree.node(id).first != noNode) {
+            levels.push_back({entry.path.size(), 0});
+            id = tree.node(id).first;
+            continue;
+        }
+        while (!levels.empty() && tree.node(id).next == noNode) {
+            levels.pop_back();
+            id = tree.node(id).parent;
+        }
+        if (levels.empty())
+            return;
+        ++levels.back().position;
+        entry.path.resize(levels.back().pathLength);
+        id = tree.node(id).next;
+    }
+}
+
+Outcome TomlDocument::set(std::string_view path, const Value& value)
+{
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    const NodeId valueNode = file->valueNodeOf(id);
+    if (valueNode == noNode)
+        return refused(quoted(path) + " is a group, which has no value of its own");
+    if (value.type == Type::Group)
+        return refused(quoted(path) + " has a value and cannot become a group");
+    const Value present = file->read(valueNode);
+    if (isSame(present, value))
+        return {};
+    TomlTree& tree = file->tree;
+    const std::string_view former = tree.valueText(valueNode);
+    const auto plain = spellTomlValue(value, former, file->placeOf(valueNode));
+    const Type formerTag = tree.node(valueNode).tag;
+    const Type tag = tagWith(value, present.type, formerTag, plain);
+    if (tag == Type::Group && !plain)
+        return refused("TOML has no form for " + describeType(value.type) +
+                       ", and no comment above this entry tags its type");
+    const TomlContent wanted = tag == Type::Group
+                                   ? TomlContent{*plain, {}}
+                                   : spellTaggedTomlValue(value, former, file->placeOf(valueNode));
+    if (!wanted.error.empty())
+        return refused(wanted.error);
+    const std::string_view original = tree.readValueText(valueNode);
+    const bool restores = isSame(readTomlValue(original, tag), value);
+    const std::string& spelling = wanted.spelling;
+    const bool isText = isTextLiteral(restores ? original : std::string_view(spelling));
+    Outcome outcome = checkText(path, valueNode, isText);
+    if (outcome.ok() && !restores)
+        outcome.error = file->encoding.findRefusal(spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (tag != formerTag)
+        file->setTag(valueNode, tag);
+    if (restores)
+        tree.restoreValue(valueNode);
+    else
+        tree.setValue(valueNode, spelling, isText);
+    return {};
+}
+
+Outcome TomlDocument::checkText(std::string_view path, NodeId valueNode, bool isText) const
+{
+    const TomlNode& node = file->tree.node(valueNode);
+    if (!isText || node.isText || node.parent == noNode)
+        return {};
+    const TomlNode& parent = file->tree.node(node.parent);
+    if (parent.kind != TomlKind::Array || parent.nonTexts > 1)
+        return {};
+    return refused(quoted(path) +
+                   " cannot become a text: all elements of its array would be texts, which are "
+                   "one list");
+}
+
+SiblingPlace TomlDocument::placeOf(std::string_view path) const
+{
+    const TomlTree& tree = file->tree;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode)
+        return {SiblingPlace::Kind::Last, {}};
+    NodeId previous = tree.node(id).previous;
+    if (previous != noNode && tree.isOwnValue(previous))
+        previous = tree.node(previous).previous;
+    if (previous == noNode)
+        return {SiblingPlace::Kind::First, {}};
+    const PathEnds ends = splitLast(path);
+    std::string sibling(ends.parent);
+    if (!sibling.empty())
+        sibling += '.';
+    const NodeId parent = tree.node(id).parent;
+    const std::size_t position = tree.node(parent).isArray() ? *readIndex(ends.last) - 1 : 0;
+    tree.appendName(sibling, previous, position);
+    return {SiblingPlace::Kind::After, std::move(sibling)};
+}
+
+std::optional<bool> TomlDocument::isArray(std::string_view path) const
+{
+    const NodeId id = file->find(path);
+    return id != noNode && (file->tree.node(id).isArray() || file->isList(id));
+}
+
+std::optional<Span> TomlDocument::locate(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+std::optional<std::string> TomlDocument::spell(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(std::string(file->tree.valueText(valueNode)));
+}
+
+Outcome TomlDocument::respell(std::string_view path, std::string_view spelling)
+{
+    const NodeId valueNode = file->findValueNode(path);
+    if (valueNode == noNode)
+        return refused("there is no value " + quoted(path));
+    const bool isInline = file->isInInlineTable(valueNode);
+    const std::string head = isInline ? "k = {k = " : "k = ";
+    const std::string text = head + std::string(spelling) + (isInline ? "}" : "");
+    const bool isValue = !spelling.empty() && TomlReader::check(text).ok() &&
+                         skipTomlValue(text, head.size()) == head.size() + spelling.size() &&
+                         spelling[0] != '{' &&
+                         (spelling[0] != '[' || skipTomlTextList(spelling, 0) == spelling.size());
+    if (!isValue)
+        return refused(quoted(spelling) + " is not how TOML spells a value");
+    Outcome outcome = checkText(path, valueNode, isTextLiteral(spelling));
+    if (outcome.ok())
+        outcome.error = file->encoding.findRefusal(spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (file->tree.readValueText(valueNode) == spelling)
+        file->tree.restoreValue(valueNode);
+    else
+        file->tree.setValue(valueNode, std::string(spelling), isTextLiteral(spelling));
+    return {};
+}
+
+bool TomlDocument::removalMovesSiblings(std::string_view path) const
+{
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode || !file->tree.node(file->tree.node(id).parent).isArray())
+        return false;
+    const TomlNode& parent = file->tree.node(file->tree.node(id).parent);
+    const bool leavesList =
+        parent.kind == TomlKind::Array && parent.nonTexts == (file->tree.node(id).isText ? 0U : 1U);
+    return leavesList || file->tree.node(id).next != noNode;
+}
+
+void TomlDocument::makeRoom()
+{
+    if (!file->tree.hasRoom())
+        parse(getBytes());
+}
+
+Outcome TomlDocument::insert(std::string_view path, const Value& value)
+{
+    makeRoom();
+    return TomlInsertion(*file).insert(path, {{{}, value}});
+}
+
+Outcome TomlDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,
+                                std::size_t& refused)
+{
+    makeRoom();
+    refused = 0;
+    if (!path.empty() && TomlInsertion(*file).insert(path, entries).ok())
+        return {};
+    return Document::insertAll(path, entries, refused);
+}
+
+Outcome TomlDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries,
+                                 std::size_t& refused)
+{
+    makeRoom();
+    refused = 0;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    const bool isInline = id != noNode && file->tree.node(id).isInline() && file->tree.node(id).hasSpan() &&
+                          file->tree.node(id).tag == Type::Group;
+    TomlBranch branch;
+    if (isInline && growTomlBranch(entries, branch).empty() && TomlInsertion(*file).replace(id, branch).ok())
+        return {};
+    return Document::replaceAll(path, entries, refused);
+}
+
+std::optional<Outcome> TomlDocument::insertElement(std::string_view path, const std::vector<Entry>& entries)
+{
+    makeRoom();
+    return TomlElements(*file).insert(path, entries);
+}
+
+std::optional<Outcome> TomlDocument::moveElement(std::string_view path, std::string_view newPath)
+{
+    makeRoom();
+    return TomlElements(*file).move(path, newPath);
+}
+
+Outcome TomlDocument::remove(std::string_view path)
+{
+    return remove(path, false);
+}
+
+std::optional<Excerpt> TomlDocument::excerpt(std::string_view path) const
+{
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    return id == noNode ? std::nullopt : TomlSubtrees(*file).excerpt(id);
+}
+
+bool TomlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    makeRoom();
+    return TomlSubtrees(*file).insert(path, excerpt);
+}
+
+Outcome TomlDocument::removeExcerpt(std::string_view path)
+{
+    return remove(path, true);
+}
+
+Outcome TomlDocument::remove(std::string_view path, bool withComments)
+{
+    if (path.empty())
+        return refused("the whole document cannot be removed");
+    makeRoom();
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    TomlRemoval(*file).remove(id, withComments);
+    return {};
+}
+
+bool TomlDocument::removalMovesGroups(std::string_view path) const
+{
+    const TomlTree& tree = file->tree;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode || tree.node(tree.node(id).parent).isInline())
+        return false;
+    const std::uint64_t order = tree.orderOf(id);
+    for (NodeId above = tree.node(id).parent; above != tree.getRoot(); above = tree.node(above).parent) {
+        if (tree.orderOf(above) == order && tree.node(above).next != noNode)
+            return true;
+    }
+    return false;
+}
+
+std::optional<Outcome> TomlDocument::rename(std::string_view path, std::string_view name)
+{
+    makeRoom();
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    const NodeId parent = id == noNode ? noNode : file->tree.node(id).parent;
+    if (parent == noNode || file->tree.node(parent).isArray() || splitNumber(name).number > 1)
+        return {};
+    std::string error;
+    const std::string key = tomlKeyOf(name, error);
+    if (!error.empty())
+        return refused(error);
+    const NodeId other = file->tree.findKey(parent, key);
+    if (other == id)
+        return Outcome();
+    if (other != noNode)
+        return refused("there is already an entry " + quoted(joinPath(splitLast(path).parent, name)));
+    error = file->encoding.findRefusal(key);
+    if (error.empty())
+        TomlRemoval(*file).rename(id, key);
+    return refused(error);
+}
+
+} // namespace Repository::Documents

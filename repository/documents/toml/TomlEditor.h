@@ -1,0 +1,53 @@
+#pragma once
+
+#include "repository/documents/toml/TomlFile.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Adds and takes out statements of a file, and keeps the tree right. Whether that is allowed was decided
+// before.
+class TomlEditor
+{
+public:
+    explicit TomlEditor(TomlFile& tomlFile) : file(tomlFile), tree(tomlFile.tree) {}
+
+    // Reads a text as the statements after another, whose keys before a header belong to a table.
+    StatementId insert(StatementId after, NodeId table, std::string_view text);
+
+    // Takes out the statements that are about a node or something in it. Comments above stay, or go as well.
+    void remove(NodeId id, bool withComments);
+
+    // Those statements in the order of the file.
+    std::vector<StatementId> statementsOf(NodeId id) const;
+
+    // Gives the value of a node, or the group that it is, another text.
+    void rewrite(NodeId id, std::string text);
+
+    // Gives a statement another text with as many parts of a key and the same nodes.
+    void replaceLine(StatementId id, const std::string& text);
+
+    // Puts other lines in the place of a statement and of its nodes; gives the last one.
+    StatementId replace(StatementId id, const std::string& text);
+
+    // The table in whose block a statement lies, which has a header or is the root.
+    NodeId blockOf(NodeId id) const;
+
+private:
+    void removeStatement(StatementId id);
+    void giveLead(StatementId next, std::string_view lead);
+
+    TomlFile& file;
+    TomlTree& tree;
+};
+
+// Where, in what is above a statement, the comments begin that are right above it.
+std::size_t findTomlComments(std::string_view lead);
+
+// Whether blank lines begin a text.
+bool beginsWithBlankLine(std::string_view text);
+
+} // namespace Repository::Documents

@@ -1,0 +1,110 @@
+#include "repository/documents/toml/TomlElements.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/toml/TomlInsertion.h"
+#include "repository/documents/toml/TomlItems.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+Outcome noElement(std::string_view path, std::size_t most)
+{
+    return refused(
+        quoted(path) + " is beyond the end of the array: " +
+        (most == 0 ? "its only index can be 0" : "the greatest index can be " + std::to_string(most)));
+}
+
+} // namespace
+
+NodeId TomlElements::arrayAround(std::string_view path) const
+{
+    const PathEnds ends = splitLast(path);
+    const NodeId id = path.empty() || !readIndex(ends.last) ? noNode : file.find(ends.parent);
+    return id != noNode && (tree.node(id).isArray() || file.isList(id)) ? id : noNode;
+}
+
+std::size_t TomlElements::countOf(NodeId array) const
+{
+    return tree.node(array).isArray() ? tree.node(array).count
+                                      : TomlItems(tree.valueText(array), file.lineEnd).count();
+}
+
+std::optional<Outcome> TomlElements::insert(std::string_view path, const std::vector<Entry>& entries)
+{
+    const NodeId array = arrayAround(path);
+    if (array == noNode)
+        return {};
+    const std::size_t position = *readIndex(splitLast(path).last);
+    if (position > countOf(array))
+        return noElement(path, countOf(array));
+    TomlBranch branch;
+    const std::string error = growTomlBranch(entries, branch);
+    return error.empty() ? TomlInsertion(file).insertElement(array, position, std::move(branch))
+                         : refused(error);
+}
+
+std::optional<Outcome> TomlElements::move(std::string_view path, std::string_view newPath)
+{
+    const NodeId array = arrayAround(path);
+    if (array == noNode || array != arrayAround(newPath))
+        return {};
+    const std::size_t from = *readIndex(splitLast(path).last);
+    const std::size_t to = *readIndex(splitLast(newPath).last);
+    const std::size_t count = countOf(array);
+    if (from >= count)
+        return {};
+    if (to >= count)
+        return noElement(newPath, count - 1);
+    if (from == to)
+        return Outcome();
+    if (tree.node(array).kind == TomlKind::Tables)
+        moveTable(array, from, to);
+    else
+        moveItem(array, from, to);
+    return Outcome();
+}
+
+// Comments stay where they are: which of them is about which element, nothing says.
+void TomlElements::moveItem(NodeId array, std::size_t from, std::size_t to)
+{
+    const std::string text = file.textOf(array);
+    TomlItems items(text, file.lineEnd);
+    for (std::size_t i = std::min(from, to); i <= std::max(from, to); ++i) {
+        const std::size_t source = i == to ? from : from < to ? i + 1 : i - 1;
+        items.replace(i, std::string(items.item(source)));
+    }
+    TomlEditor(file).rewrite(array, items.apply());
+}
+
+void TomlElements::moveTable(NodeId array, std::size_t from, std::size_t to)
+{
+    const NodeId element = tree.elementAt(array, from);
+    const NodeId there = tree.elementAt(array, to);
+    const NodeId first = tree.node(array).first;
+    TomlInsertion insertion(file);
+    const TomlEditor editor(file);
+    StatementId after =
+        from < to ? insertion.endOf(there) : tree.statement(tree.node(there).statement).previous;
+    for (const StatementId each : editor.statementsOf(element)) {
+        tree.unlinkStatement(each);
+        tree.linkStatement(each, after);
+        after = each;
+    }
+    tree.moveChild(element, from < to ? there : tree.node(there).previous);
+    for (const NodeId moved : {element, first}) {
+        const StatementId header = tree.node(moved).statement;
+        const bool isFirst = tree.statement(header).previous == TomlTree::rootStatement;
+        std::string lead(tree.leadOf(header));
+        while (isFirst && beginsWithBlankLine(lead))
+            lead.erase(0, lead.find('\n') + 1);
+        if (lead.empty() && !isFirst)
+            lead = file.lineEnd;
+        tree.setLead(header, lead);
+    }
+    tree.settle(array);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,151 @@
+#include "repository/documents/toml/TomlFile.h"
+
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/toml/TomlValue.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace Repository::Documents {
+
+TomlFile::TomlFile(std::string text, TextEncoding textEncoding)
+    : tree(std::move(text)), encoding(std::move(textEncoding)), lineEnd(lineEndOf(tree.getOriginal()))
+{
+}
+
+PathMatch TomlFile::match(std::string_view path) const
+{
+    if (path.empty()) {
+        PathMatch whole;
+        whole.isPath = true;
+        whole.node = tree.getRoot();
+        return whole;
+    }
+    return matchPath(path, tree.getRoot(), [this](NodeId parent, std::string_view component) {
+        return tree.find(parent, component);
+    });
+}
+
+NodeId TomlFile::valueNodeOf(NodeId id) const
+{
+    return tree.node(id).kind == TomlKind::Value ? id : tree.findOwnValue(id);
+}
+
+NodeId TomlFile::findValueNode(std::string_view path) const
+{
+    const NodeId id = find(path);
+    return id == noNode ? noNode : valueNodeOf(id);
+}
+
+Value TomlFile::read(NodeId valueNode) const
+{
+    return readTomlValue(tree.valueText(valueNode), tree.node(valueNode).tag);
+}
+
+bool TomlFile::isList(NodeId id) const
+{
+    return tree.node(id).kind == TomlKind::Value && startsWith(tree.valueText(id), "[");
+}
+
+bool TomlFile::isInInlineTable(NodeId id) const
+{
+    while (id != noNode && tree.node(id).isInline() && tree.node(id).kind != TomlKind::InlineTable)
+        id = tree.node(id).parent;
+    return id != noNode && tree.node(id).kind == TomlKind::InlineTable;
+}
+
+void TomlFile::setTag(NodeId valueNode, Type type)
+{
+    const StatementId statement = tree.node(valueNode).statement;
+    const std::string lead(tree.leadOf(statement));
+    const std::size_t lineEndAt = lead.find_last_not_of("\r\n") + 1;
+    const std::size_t line = lead.rfind('\n', lineEndAt - 1) + 1;
+    const std::string tag = type == Type::Group ? std::string() : renameTypeTag(lead.substr(line), type);
+    tree.setLead(statement, lead.substr(0, line) + tag);
+    tree.node(valueNode).tag = type;
+}
+
+void TomlFile::appendEdited(std::string& target, NodeId top, std::size_t begin, std::size_t end,
+                            NodeId located, Span* span) const
+{
+    std::vector<NodeId> edited;
+    std::vector<NodeId> pending{top};
+    while (!pending.empty()) {
+        const NodeId id = pending.back();
+        pending.pop_back();
+        if (tree.node(id).kind == TomlKind::Value && (tree.node(id).hasOwnTexts || id == located))
+            edited.push_back(id);
+        if (tree.node(id).touched || located != noNode) {
+            for (NodeId child = tree.node(id).first; child != noNode; child = tree.node(child).next)
+                pending.push_back(child);
+        }
+    }
+    std::sort(edited.begin(), edited.end(),
+              [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; });
+    for (const NodeId id : edited) {
+        target += tree.text(begin, tree.node(id).value);
+        const std::string_view value = tree.valueText(id);
+        if (id == located)
+            *span = {target.size(), value.size()};
+        target += value;
+        begin = tree.node(id).valueEnd;
+    }
+    target += tree.text(begin, end);
+}
+
+void TomlFile::appendStatement(std::string& target, StatementId id, NodeId located, Span* span) const
+{
+    const TomlStatement& statement = tree.statement(id);
+    if (!statement.isHeader && (tree.node(statement.node).touched || located != noNode))
+        appendEdited(target, statement.node, statement.begin, statement.end, located, span);
+    else
+        target += tree.text(statement.begin, statement.end);
+}
+
+std::string TomlFile::textOf(NodeId id) const
+{
+    if (tree.node(id).kind == TomlKind::Value)
+        return std::string(tree.valueText(id));
+    std::string text;
+    appendEdited(text, id, tree.node(id).value, tree.node(id).valueEnd, noNode, nullptr);
+    return text;
+}
+
+std::string TomlFile::statementText(StatementId id) const
+{
+    std::string text;
+    appendStatement(text, id);
+    return text;
+}
+
+std::string TomlFile::write(NodeId located, Span* span) const
+{
+    std::string text;
+    text.reserve(tree.getOriginal().size());
+    const StatementId place = located == noNode ? noStatement : tree.node(located).statement;
+    for (StatementId id = TomlTree::rootStatement; id != noStatement; id = tree.statement(id).next) {
+        text += tree.leadOf(id);
+        appendStatement(text, id, id == place ? located : noNode, span);
+        const bool isLast = tree.statement(id).next == noStatement && tree.getTail().empty();
+        if (!isLast && !endsLine(text))
+            text += lineEnd;
+    }
+    return text += tree.getTail();
+}
+
+std::string TomlFile::write() const
+{
+    return encoding.encode(write(noNode, nullptr));
+}
+
+Span TomlFile::locate(NodeId valueNode) const
+{
+    Span span;
+    const std::string text = write(valueNode, &span);
+    const std::string_view whole = text;
+    return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, span.offset)),
+            encoding.sizeOf(whole.substr(span.offset, span.length))};
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,350 @@
+#include "repository/documents/toml/TomlInsertion.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/toml/TomlItems.h"
+#include "repository/documents/toml/TomlScanner.h"
+#include "repository/documents/toml/TomlTokens.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+std::size_t depthOf(const TomlBranch& branch)
+{
+    std::size_t deepest = 0;
+    for (const TomlBranch& child : branch.children)
+        deepest = std::max(deepest, depthOf(child));
+    return deepest + 1;
+}
+
+} // namespace
+
+Outcome TomlInsertion::insert(std::string_view path, const std::vector<Entry>& entries)
+{
+    const PathMatch place = file.match(path);
+    if (!place.isPath)
+        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+    TomlBranch branch;
+    std::string error = growTomlBranch(entries, branch);
+    if (!error.empty())
+        return refused(error);
+    NodeId parent = place.node;
+    if (place.missing.empty()) {
+        const bool isTable = tree.node(parent).isTable() && file.valueNodeOf(parent) == noNode;
+        const bool isValue = branch.value && branch.children.empty();
+        if (!isTable || !isValue)
+            return refused(tree.node(parent).isArray() && isValue
+                               ? quoted(path) + " is an array, which cannot have a value of its own"
+                               : "there is already an entry " + quoted(path));
+        if (tree.findKey(parent, tomlOwnValueKey) != noNode)
+            return refused("a group is in the member \"#value\", where the value of its own would go");
+        branch.key = tomlOwnValueKey;
+        return insertInto(parent, std::move(branch));
+    }
+    const bool isInArray = tree.node(parent).isArray();
+    for (std::size_t i = place.missing.size(); i-- > 0;) {
+        const std::string_view component = place.missing[i];
+        branch.key = i == 0 && isInArray ? std::string() : tomlKeyOf(component, error);
+        if (i == 0)
+            break;
+        TomlBranch above;
+        above.children.push_back(std::move(branch));
+        branch = std::move(above);
+    }
+    if (!error.empty())
+        return refused(error);
+    if (tree.node(parent).depth + depthOf(branch) > TomlScanner::maximumDepth)
+        return refused(quoted(path) + " lies too deep: more than " +
+                       std::to_string(TomlScanner::maximumDepth) + " tables would lie within each other");
+    if (!isInArray)
+        return insertInto(parent, std::move(branch));
+    const std::uint32_t count = tree.node(parent).count;
+    if (place.missing.front() != std::to_string(count))
+        return refused(quoted(place.missing.front()) +
+                       " cannot be added to an array, whose next element is " + std::to_string(count));
+    return insertElement(parent, count, std::move(branch));
+}
+
+Outcome TomlInsertion::insertInto(NodeId parent, TomlBranch branch)
+{
+    if (tree.node(parent).kind == TomlKind::Value)
+        return wrap(parent, std::move(branch));
+    return tree.node(parent).kind == TomlKind::InlineTable ? insertMember(parent, branch)
+                                                           : insertIntoTable(parent, branch);
+}
+
+// Turns a value into a table that holds it as its own value, and the new entry.
+Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
+{
+    const std::string ownKey = encodeTomlKey(tomlOwnValueKey);
+    if (tree.node(tree.node(id).parent).isInline()) {
+        std::string error;
+        TomlBranch table;
+        table.children.push_back(std::move(branch));
+        std::string text = inlineText(table, id, error);
+        const std::string own = ownKey + " = " + file.textOf(id) + ", ";
+        if (error.empty() && own.find('\n') != std::string::npos)
+            error = "a value of several lines cannot lie in an inline table";
+        if (error.empty())
+            editor.rewrite(id, text.insert(2, own));
+        return refused(error);
+    }
+    const StatementId statement = tree.node(id).statement;
+    const TomlStyle style = styleAt(statement);
+    TomlBranchWriter writer(style);
+    const NodeId block = editor.blockOf(id);
+    writer.writePairs(joinTomlKey(keyPathOf(id, block), encodeTomlKey(branch.key)), branch);
+    if (writer.error.empty())
+        writer.error = file.encoding.findRefusal(writer.text);
+    if (!writer.error.empty())
+        return refused(writer.error);
+    std::string text = file.statementText(statement);
+    std::size_t at = skipTomlBlanks(text, 0);
+    TomlKeyPart part = readTomlKeyPart(text, at);
+    while (!part.isLast)
+        part = readTomlKeyPart(text, part.next);
+    text.insert(part.end, '.' + ownKey);
+    insertLines(editor.replace(statement, text), block, writer.text);
+    return {};
+}
+
+std::string TomlInsertion::inlineText(const TomlBranch& branch, NodeId place, std::string& error) const
+{
+    TomlStyle style;
+    style.place.lineEnd = file.lineEnd;
+    TomlBranchWriter writer(style);
+    writer.writeInline(branch, file.isInInlineTable(place));
+    error = writer.error.empty() ? file.encoding.findRefusal(writer.text) : writer.error;
+    return std::move(writer.text);
+}
+
+Outcome TomlInsertion::replace(NodeId id, const TomlBranch& branch)
+{
+    const bool isInline = tree.node(tree.node(id).parent).isInline() || tree.node(id).kind != TomlKind::Value;
+    if (!isInline && !branch.isPair())
+        return refused("a table of its own comes in another place");
+    std::string error;
+    std::string text = inlineText(branch, id, error);
+    if (error.empty())
+        editor.rewrite(id, std::move(text));
+    return refused(error);
+}
+
+Outcome TomlInsertion::insertMember(NodeId parent, const TomlBranch& branch)
+{
+    std::string error;
+    const std::string value = inlineText(branch, parent, error);
+    if (!error.empty())
+        return refused(error);
+    std::string key = encodeTomlKey(branch.key);
+    NodeId container = parent;
+    for (; !tree.node(container).hasSpan(); container = tree.node(container).parent)
+        key.insert(0, encodeTomlKey(tree.keyText(container)) + '.');
+    const std::string text = file.textOf(container);
+    TomlItems items(text, file.lineEnd);
+    const bool isTight = items.count() > 0 && items.item(0).find(" =") == std::string_view::npos;
+    items.insert(items.count(), {key.append(isTight ? "=" : " = ").append(value)});
+    editor.rewrite(container, items.apply());
+    return {};
+}
+
+Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBranch branch)
+{
+    branch.key.clear();
+    std::string error;
+    if (tree.node(array).kind != TomlKind::Tables) {
+        const std::string value = inlineText(branch, array, error);
+        if (!error.empty())
+            return refused(error);
+        const std::string text = file.textOf(array);
+        TomlItems items(text, file.lineEnd);
+        items.insert(position, {value});
+        editor.rewrite(array, items.apply());
+        return {};
+    }
+    if (branch.isPair())
+        return refused("an element of an array of tables has to be a table");
+    const NodeId next = tree.elementAt(array, position);
+    const NodeId neighbour = next == noNode ? tree.node(array).last : next;
+    const StatementId header = tree.node(neighbour).statement;
+    const TomlStyle style = styleAt(header);
+    TomlBranchWriter writer(style);
+    writer.writeElement(keyPathOf(array, tree.getRoot()), branch);
+    return write(next == noNode ? endOf(neighbour) : tree.statement(header).previous, tree.getRoot(), writer);
+}
+
+std::string TomlInsertion::keyPathOf(NodeId id, NodeId from) const
+{
+    std::string path;
+    for (; id != from; id = tree.node(id).parent) {
+        if (tree.node(tree.node(id).parent).isArray())
+            continue;
+        std::string part = encodeTomlKey(tree.keyText(id));
+        path = path.empty() ? std::move(part) : part.append(1, '.').append(path);
+    }
+    return path;
+}
+
+// Following the last children leads to a place that is right in all files, and the last one in nearly all.
+StatementId TomlInsertion::endOf(NodeId table) const
+{
+    if (table == tree.getRoot())
+        return tree.getLastStatement();
+    NodeId id = table;
+    while (!tree.node(id).isInline() && tree.node(id).last != noNode)
+        id = tree.node(id).last;
+    StatementId end = tree.node(id).statement;
+    const StatementId own = tree.node(table).statement;
+    if (own != noStatement && tree.statement(own).order > tree.statement(end).order)
+        end = own;
+    return tree.statement(tree.node(editor.blockOf(tree.statement(end).node)).statement).last;
+}
+
+// The last line whose dotted key leads through a table without a header; noStatement without one.
+StatementId TomlInsertion::lastDottedOf(NodeId table) const
+{
+    for (NodeId id = tree.node(table).last; id != noNode; id = tree.node(id).previous) {
+        const TomlNode& node = tree.node(id);
+        if (node.isInline())
+            return node.statement;
+        const bool mayBeDotted = node.kind == TomlKind::Table && node.statement == noStatement;
+        const StatementId found = mayBeDotted ? lastDottedOf(id) : noStatement;
+        if (found != noStatement)
+            return found;
+    }
+    return noStatement;
+}
+
+TomlInsertion::PairPlace TomlInsertion::pairPlaceOf(NodeId table) const
+{
+    const TomlNode& node = tree.node(table);
+    if (node.statement != noStatement)
+        return {tree.statement(node.statement).last, table, {}, false};
+    const StatementId dotted = lastDottedOf(table);
+    if (dotted != noStatement) {
+        const NodeId block = editor.blockOf(table);
+        return {dotted, block, keyPathOf(table, block), false};
+    }
+    const StatementId first = tree.firstStatementOf(table);
+    return {tree.statement(first).previous, table, {}, true};
+}
+
+std::string TomlInsertion::lineSeparator(StatementId neighbour) const
+{
+    constexpr int enough = 100;
+    StatementId id = neighbour;
+    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
+        id = tree.statement(id).previous;
+    if (id == noStatement)
+        id = tree.statement(TomlTree::rootStatement).next;
+    for (int i = 0; id != noStatement && tree.statement(id).isHeader && i < enough; ++i)
+        id = tree.statement(id).next;
+    if (id == noStatement || tree.statement(id).isHeader)
+        return " = ";
+    const std::string_view line = tree.text(tree.statement(id).begin, tree.statement(id).bodyEnd);
+    TomlKeyPart part = readTomlKeyPart(line, skipTomlBlanks(line, 0));
+    while (!part.isLast)
+        part = readTomlKeyPart(line, part.next);
+    return part.next == part.end && skipTomlBlanks(line, part.next + 1) == part.next + 1 ? "=" : " = ";
+}
+
+TomlStyle TomlInsertion::styleAt(StatementId neighbour) const
+{
+    TomlStyle style;
+    style.place.lineEnd = file.lineEnd;
+    style.separator = lineSeparator(neighbour);
+    const TomlStatement& line = tree.statement(neighbour);
+    const std::string_view text = tree.text(line.begin, line.bodyEnd);
+    style.indentation = text.substr(0, skipTomlBlanks(text, 0));
+    StatementId header = neighbour;
+    constexpr int enough = 100;
+    for (int i = 0; i < enough && header != TomlTree::rootStatement && !tree.statement(header).isHeader; ++i)
+        header = tree.statement(header).previous;
+    const bool isFirst = tree.statement(header).previous == noStatement ||
+                         tree.statement(header).previous == TomlTree::rootStatement;
+    const std::string_view above = tree.leadOf(header);
+    style.hasBlankLines = isFirst || beginsWithBlankLine(above);
+    return style;
+}
+
+Outcome TomlInsertion::insertIntoTable(NodeId table, const TomlBranch& branch)
+{
+    const std::string key = encodeTomlKey(branch.key);
+    const bool isDotted = tree.node(table).statement == noStatement && lastDottedOf(table) != noStatement;
+    if (branch.isPair() || isDotted) {
+        const PairPlace place = pairPlaceOf(table);
+        const TomlStyle style = styleAt(place.needsHeader ? tree.firstStatementOf(table) : place.after);
+        TomlBranchWriter writer(style);
+        if (place.needsHeader)
+            writer.text = style.indentation + '[' + keyPathOf(table, tree.getRoot()) + ']' + file.lineEnd;
+        writer.writePairs(joinTomlKey(place.prefix, key), branch);
+        return write(place.after, place.block, writer);
+    }
+    const StatementId end = endOf(table);
+    TomlStyle style = styleAt(end);
+    if (!tree.statement(end).isHeader)
+        style.indentation.clear();
+    TomlBranchWriter writer(style);
+    writer.writeTable(joinTomlKey(keyPathOf(table, tree.getRoot()), key), branch);
+    return write(end, tree.getRoot(), writer);
+}
+
+Outcome TomlInsertion::write(StatementId after, NodeId block, const TomlBranchWriter& writer)
+{
+    if (writer.error.empty() && file.encoding.findRefusal(writer.text).empty()) {
+        insertLines(after, block, writer.text);
+        return {};
+    }
+    return refused(writer.error.empty() ? file.encoding.findRefusal(writer.text) : writer.error);
+}
+
+void TomlInsertion::insertLines(StatementId after, NodeId block, std::string text)
+{
+    const StatementId next = tree.statement(after).next;
+    const bool isHeader = text[skipTomlTrivia(text, 0)] == '[';
+    const bool isFirst = after == TomlTree::rootStatement;
+    if (isFirst && next == noStatement && !tree.getTail().empty()) {
+        std::string tail(tree.getTail());
+        tail += endsLine(tail) ? "" : file.lineEnd;
+        text.insert(0, tail + (isHeader ? file.lineEnd : std::string()));
+        tree.setTail(0, 0);
+    } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
+               areSpaced(after, startsWith(text, "[["))) {
+        text.insert(0, file.lineEnd);
+    }
+    if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
+        // What is at the beginning of the file stays there, but for the comments of the first header.
+        const std::string lead(tree.leadOf(next));
+        const std::size_t own = isFirst ? findTomlComments(lead) : 0;
+        text.insert(0, lead.substr(0, own));
+        const bool needsBlank = !beginsWithBlankLine(std::string_view(lead).substr(own)) &&
+                                (isFirst || beginsWithBlankLine(text));
+        if (isFirst || needsBlank)
+            tree.setLead(next, (needsBlank ? file.lineEnd : std::string()) + lead.substr(own));
+    }
+    editor.insert(after, block, text);
+}
+
+// Whether a new header has a blank line above it, as the ones before have, or those of elements the last one.
+bool TomlInsertion::areSpaced(StatementId after, bool isElement) const
+{
+    constexpr int enough = 1000;
+    bool areNone = true;
+    StatementId id = after;
+    for (int i = 0; i < enough && id != TomlTree::rootStatement; ++i, id = tree.statement(id).previous) {
+        const bool isFirst = tree.statement(id).previous == TomlTree::rootStatement;
+        if (!tree.statement(id).isHeader || isFirst)
+            continue;
+        areNone = false;
+        if (beginsWithBlankLine(tree.leadOf(id)))
+            return true;
+        if (isElement)
+            return false;
+    }
+    return areNone;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "repository/documents/toml/TomlFile.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Reads and writes subtrees of a file as their author has written them: a key with its value, lines of dotted
+// keys, or headers with their lines.
+class TomlSubtrees
+{
+public:
+    explicit TomlSubtrees(TomlFile& tomlFile) : file(tomlFile), tree(tomlFile.tree) {}
+
+    // See Document.
+    std::optional<Excerpt> excerpt(NodeId id) const;
+    bool insert(std::string_view path, const Excerpt& excerpt);
+
+private:
+    std::optional<Excerpt> ofItem(NodeId id) const;
+    std::optional<Excerpt> ofStatements(NodeId id) const;
+    bool appendStatement(Excerpt& target, StatementId statement, NodeId id, bool inHeaders) const;
+    bool insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt);
+    bool insertHeaders(NodeId parent, const std::string& key, const Excerpt& excerpt);
+    bool insertItem(NodeId parent, const std::string& key, const Excerpt& excerpt);
+    std::string adapted(const std::string& text, const Excerpt& excerpt) const;
+
+    TomlFile& file;
+    TomlTree& tree;
+};
+
+} // namespace Repository::Documents
