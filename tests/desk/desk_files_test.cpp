@@ -1,4 +1,5 @@
 #include "desk/window/NoticeBar.h"
+#include "repository/documents/Formats.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/NoThreads.h"
 
@@ -188,7 +189,10 @@ private slots:
     void opensAsAChosenType()
     {
         const QString file = TestSupport::writeFile(folder->path("git"), "[s]\n\tk = \"a\" b\n");
-        fileMenu({"p", "Down", "Down", "Down", "Down", "Return"}, [&file](QWidget& dialog) {
+        QList<const char*> keys{"p"}; // the dialects are below the formats
+        for (std::size_t i = 0; i < Repository::Documents::getDocumentTypes().size(); ++i)
+            keys.append("Down");
+        fileMenu(keys << "Return", [&file](QWidget& dialog) {
             QVERIFY(dialog.windowTitle().contains(QLatin1String("ini:git")));
             QVERIFY(TestSupport::typeText(file));
             QVERIFY(pressKey(QStringLiteral("Return")));
