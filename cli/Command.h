@@ -53,6 +53,7 @@ struct Command
     ExitCode (*run)(Session& session, const Invocation& invocation) = nullptr;
     bool isHidden = false;     // for scripts of our own
     bool watchesFiles = false; // what other programs change in them meanwhile is brought in as it happens
+    bool takesFolders = false; // a FILE may be a folder: all files below it whose format is recognised
 };
 
 } // namespace CommandLine

@@ -7,15 +7,41 @@
 
 namespace CommandLine {
 
+namespace {
+
+Command ofFolders(Command command)
+{
+    command.takesFolders = true;
+    return command;
+}
+
+} // namespace
+
 const std::vector<Command>& CommandTable::commands()
 {
     static const std::vector<Command> table{
-        Commands::get(),       Commands::set(),        Commands::create(),     Commands::append(),
-        Commands::insert(),    Commands::remove(),     Commands::move(),       Commands::copy(),
-        Commands::ls(),        Commands::tree(),       Commands::list(),       Commands::find(),
-        Commands::diff(),      Commands::convert(),    Commands::validate(),   Commands::watch(),
-        Commands::roundtrip(), Commands::importTree(), Commands::exportTree(), Commands::completion(),
-        Commands::help(),      Commands::complete(),
+        ofFolders(Commands::get()),
+        ofFolders(Commands::set()),
+        ofFolders(Commands::create()),
+        ofFolders(Commands::append()),
+        ofFolders(Commands::insert()),
+        ofFolders(Commands::remove()),
+        ofFolders(Commands::move()),
+        ofFolders(Commands::copy()),
+        ofFolders(Commands::ls()),
+        ofFolders(Commands::tree()),
+        ofFolders(Commands::list()),
+        ofFolders(Commands::find()),
+        Commands::diff(),
+        Commands::convert(),
+        Commands::validate(),
+        ofFolders(Commands::watch()),
+        Commands::roundtrip(),
+        Commands::importTree(),
+        Commands::exportTree(),
+        Commands::completion(),
+        Commands::help(),
+        Commands::complete(),
     };
     return table;
 }

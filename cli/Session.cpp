@@ -70,11 +70,13 @@ QStringList formatNames()
     return names;
 }
 
-// A diff has the file's name in the two lines at its head.
-QString withNameAsGiven(const QString& diff, const Source& source)
+// A diff has the names of files in the two lines at the head of each.
+QString withNamesAsGiven(QString diff, const Source& source)
 {
-    const int body = std::max(diff.indexOf(QLatin1String("\n@@")), 0);
-    return diff.left(body).replace(source.absolutePath, source.given) + diff.mid(body);
+    const QRegularExpression head(
+        QStringLiteral("^(---|\\+\\+\\+) %1(?=/|$)").arg(QRegularExpression::escape(source.absolutePath)),
+        QRegularExpression::MultilineOption);
+    return diff.replace(head, QStringLiteral("\\1 ") + source.given);
 }
 
 } // namespace
@@ -193,7 +195,7 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
 }
 
 // Finds out whether it is there, and its format. Gives why it cannot be opened, or nothing.
-QString Session::examineFile(Source& source, Opening opening, std::string_view formatOption)
+QString Session::examineFile(Source& source, Opening opening, std::string_view formatOption) const
 {
     std::error_code error;
     const auto status = std::filesystem::status(source.absolutePath.toStdString(), error);
@@ -202,6 +204,10 @@ QString Session::examineFile(Source& source, Opening opening, std::string_view f
         return QString::fromStdString(error.message());
     if (source.isNew && opening != Opening::Create)
         return QStringLiteral("no such file");
+    if (std::filesystem::is_directory(status)) {
+        source.format = QStringLiteral("folder");
+        return invocation.command->takesFolders ? QString() : QStringLiteral("it is a folder, not a file");
+    }
     const QString refusal = source.isNew ? QString() : Repository::refusalOfKind(source.absolutePath);
     if (refusal.isEmpty() && source.format.isEmpty())
         source.format = source.isNew ? Repository::FileFormat::ofName(source.absolutePath)
@@ -290,7 +296,7 @@ ExitCode Session::save(const Source& source)
         QString diff;
         const Outcome outcome = changes->getUnsavedDiff(source.root, diff);
         tell(outcome);
-        Output::bytes(withNameAsGiven(diff, source).toStdString());
+        Output::bytes(withNamesAsGiven(diff, source).toStdString());
         return outcome.ok() ? ExitCode::Done : ExitCode::BadFile;
     }
     const Outcome outcome = repository->getBackendInterface()->save(source.root);
@@ -319,7 +325,7 @@ const Source* Session::sourceOf(const Outcome& outcome) const
 {
     const Source* found = nullptr;
     for (const Source& source : sources) {
-        if (source.absolutePath == outcome.get().file)
+        if (source.holds(outcome.get().file))
             return &source;
         if (Repository::isAtOrBelow(outcome.get().subject, source.root))
             found = &source;
@@ -343,15 +349,16 @@ void Session::tell(const Outcome& outcome) const
 {
     const Source* const source = sourceOf(outcome);
     const Outcome::Parts& parts = outcome.get();
-    const bool isAboutSource = source && parts.file == source->absolutePath;
+    const bool isAboutSource = source && source->holds(parts.file);
+    const QString file = isAboutSource ? source->shownFile(parts.file) : parts.file;
     for (const QString& warning : parts.warnings)
-        Output::message((isAboutSource ? source->given : parts.file) + QStringLiteral(": ") + warning);
+        Output::message(file + QStringLiteral(": ") + warning);
     if (outcome.ok())
         return;
     const auto pathText = [this](const QString& path) { return shownPath(path); };
     QStringList pieces;
     if (source)
-        pieces.append(isAboutSource ? outcome.place(source->given) : source->given);
+        pieces.append(isAboutSource ? outcome.place(file) : source->given);
     if (!source || parts.subject != source->root)
         pieces.append(outcome.describe(pathText));
     if (!isAboutSource)

@@ -83,7 +83,7 @@ private:
     const Declared* declaredBackend(const QString& name) const;
     QString declareBackends();
     QString freeRoot() const;
-    static QString examineFile(Source& source, Opening opening, std::string_view formatOption);
+    QString examineFile(Source& source, Opening opening, std::string_view formatOption) const;
     QString copyStandardInput(Source& source);
     static ExitCode printSaved(const Source& source);
     const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);

@@ -20,6 +20,13 @@ struct Source
     // The format without its dialect.
     QString family() const { return format.section(QLatin1Char(':'), 0, 0); }
 
+    // Whether it is the file, or a folder with the file in it; and how that is called then.
+    bool holds(const QString& file) const
+    {
+        return file == absolutePath || file.startsWith(absolutePath + QLatin1Char('/'));
+    }
+    QString shownFile(const QString& file) const { return given + file.mid(absolutePath.size()); }
+
     // The path in the repository; "" and "." are the root, and a "." at the end does not count.
     QString fullPath(const QString& path) const
     {

@@ -22,6 +22,9 @@ const std::vector<Topic>& topics()
         {"Files",
          {"FILE is the name of a file, or that of a backend which --backend declares; a file of that very "
           "name is given as ./NAME. A new file is created by the commands that add to it.",
+          "It may also be a folder, for the commands that need no whole text: all files below it whose "
+          "format is recognised, each at the path of its name, as in \"net%2Ed.a%2Ejson.port\". Links are "
+          "not followed; a file that cannot be read is reported, and left out.",
           "\"-\" is standard input, the format of which --format says, or else how it begins. What is edited "
           "in it goes to standard output as a whole, and nothing else does. As the file that \"convert\" and "
           "\"export\" write, \"-\" is standard output.",

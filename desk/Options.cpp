@@ -14,7 +14,8 @@ struct Parser
             QStringLiteral("Vantry: one window over all configuration of a system."));
         // Qt's own options have one dash and are taken out later; they are not bundles of ours.
         parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-        parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Configuration files to open."),
+        parser.addPositionalArgument(QStringLiteral("files"),
+                                     QStringLiteral("Configuration files and folders to open."),
                                      QStringLiteral("[FILE...]"));
         tried.setFlags(QCommandLineOption::HiddenFromHelp);
         rehearsed.setFlags(QCommandLineOption::HiddenFromHelp);

@@ -1,6 +1,7 @@
 #include "desk/DeskApplication.h"
 #include "desk/Options.h"
 #include "desk/QuitSignals.h"
+#include "desk/files/ProblemFeed.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginLoader.h"
 #include "desk/plugins/PluginRehearsal.h"
@@ -121,7 +122,9 @@ PluginLoader::Choice choosePlugins(const Options& options)
 int runWindow(const Options& options)
 {
     const Vantry::QuitSignals quitSignals; // what comes before the event loop runs is kept for it
-    const auto repository = Repository::AttributeRepository::create();
+    Repository::RepositoryOptions storage;
+    storage.observer = [&feed = Vantry::ProblemFeed::instance()](const auto& outcome) { feed.add(outcome); };
+    const auto repository = Repository::AttributeRepository::create(storage);
     Utilities::SetAppConfigRepositoryInterface(repository);
     PluginLoader loader{Vantry::PluginTrial(QCoreApplication::applicationFilePath())};
     loader.load(choosePlugins(options));

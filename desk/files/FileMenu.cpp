@@ -43,6 +43,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
     : QMenu(tr("&File"), parent), files(backendFiles), recent(new QMenu(tr("Open &Recent"), this))
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
+    addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
     auto* const formats = new FormatMenu(tr("O&pen As"), this);
     formats->setObjectName(QStringLiteral("openAs"));
     connect(formats, &FormatMenu::chosen, this, &FileMenu::chooseFilesOf);
@@ -139,6 +140,17 @@ void FileMenu::chooseFilesOf(const QString& type)
     dialog.setFileMode(QFileDialog::ExistingFiles);
     if (dialog.exec() == QDialog::Accepted)
         emit openRequested(dialog.selectedFiles(), type);
+}
+
+void FileMenu::chooseFolder()
+{
+    const QStringList known = RecentFiles::get();
+    Utilities::ModelViews::Widgets::PlainFileDialog dialog(
+        parentWidget(), tr("Open Folder"), known.isEmpty() ? QString() : QFileInfo(known.first()).path());
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() == QDialog::Accepted)
+        emit openRequested(dialog.selectedFiles(), {});
 }
 
 void FileMenu::fillRecent()

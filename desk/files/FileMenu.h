@@ -20,6 +20,9 @@ public:
     // Asks which files to open.
     void chooseFiles();
 
+    // The same for a folder, of which all files are opened.
+    void chooseFolder();
+
 signals:
     void openRequested(const QStringList& files, const QString& type = {}); // as that, if there is one
     void quitRequested();

@@ -30,15 +30,29 @@ QHash<QString, QString> openFiles(FileMounter::Repository& repository)
     return open;
 }
 
+// Empty when the folder was opened, otherwise why it was not. Files of it that are left out are noted.
+QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::Repository& repository,
+                    QStringList& notes)
+{
+    const QString path = folder.absoluteFilePath();
+    const auto outcome = repository.getBackendInterface()->mount(QStringLiteral("folder"), name,
+                                                                 {path, path, AccessMode::ReadWrite}, 2);
+    if (!outcome.ok())
+        return QStringLiteral("%1: %2").arg(path, outcome.explain());
+    for (const QString& warning : outcome.get().warnings)
+        notes.append(QStringLiteral("%1: %2; View > Problems lists them").arg(path, warning));
+    return {};
+}
+
 // Empty when the file was opened, otherwise why it was not.
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
-                  bool& isUnknown)
+                  QStringList& notes, bool& isUnknown)
 {
     const QFileInfo info(file);
     if (!info.exists())
         return QStringLiteral("%1: no such file").arg(file);
     if (info.isDir())
-        return QStringLiteral("%1: it is a folder").arg(file);
+        return mountFolder(info, name, repository, notes);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is not a regular file").arg(file);
     if (type.isEmpty())
@@ -89,7 +103,7 @@ FileMounter::Result FileMounter::mountFiles(const Requests& requests,
         QString problem;
         bool isUnknown = false;
         try {
-            problem = mountFile(file, type, name, *repository, isUnknown);
+            problem = mountFile(file, type, name, *repository, result.problems, isUnknown);
         } catch (...) {
             problem = refusalOf(file, Utilities::currentFailure());
         }

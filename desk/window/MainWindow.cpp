@@ -6,6 +6,8 @@
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/ProblemFeed.h"
+#include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
@@ -95,6 +97,9 @@ void MainWindow::setUpAreas()
 
     plugins = new PluginDock;
     addDockWidget(Qt::BottomDockWidgetArea, plugins);
+    auto* const problems = new ProblemsDock;
+    addDockWidget(Qt::BottomDockWidgetArea, problems);
+    connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }

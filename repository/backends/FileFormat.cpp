@@ -185,6 +185,12 @@ QString FileFormat::ofFile(const QString& file)
     return ofContent(file, beginningOf(file));
 }
 
+QString FileFormat::ofUnchosenFile(const QString& file)
+{
+    const QByteArray beginning = beginningOf(file);
+    return withoutByteOrderMark(beginning).contains('\0') ? QString() : ofContent(file, beginning);
+}
+
 QString FileFormat::explainUnknown(const QString& file)
 {
     return beginningOf(file).contains('\0')

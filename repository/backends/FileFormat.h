@@ -23,6 +23,9 @@ public:
     // only.
     static QString ofFile(const QString& file);
 
+    // The same, but empty for a binary file, whatever its name says: for files that nobody has chosen.
+    static QString ofUnchosenFile(const QString& file);
+
     // Why ofFile is empty, for a person.
     static QString explainUnknown(const QString& file);
 

@@ -5,6 +5,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
 #include "repository/mounting/FileBackends.h"
+#include "repository/mounting/FolderBackends.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/BackendLookup.h"
@@ -64,7 +65,10 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
                                  BackendKind::Observer observer)
     : store(std::move(attributes))
 {
-    kinds.push_back(std::make_unique<FileBackends>(store->getTree(), watchesFiles, std::move(observer)));
+    auto files = std::make_unique<FileBackends>(store->getTree(), watchesFiles, observer);
+    auto folders = std::make_unique<FolderBackends>(store, *files, watchesFiles, std::move(observer));
+    kinds.push_back(std::move(files));
+    kinds.push_back(std::move(folders));
 }
 
 QStringList BackendRegistry::getTypes() const

@@ -7,6 +7,7 @@
 #include "repository/transaction/Projection.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace Repository {
 
@@ -15,18 +16,35 @@ using FrameworkCore::AppConfig::Outcome;
 namespace {
 
 const QLatin1String backendNamesPath("internal.backends.names");
+const QChar nameSeparator = QLatin1Char(';');
 
 void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
 {
     nodes.setAttribute(nodes.ensure(path), value, FrameworkCore::AppConfig::AccessMode::ReadOnly);
 }
 
-void publishNames(NodeWriter& nodes, const std::vector<std::shared_ptr<Backend>>& backends)
+// The names of all, which are thousands where folders are open: edited, and not put together anew.
+void editNames(NodeWriter& nodes, const std::function<void(QString& names)>& edit)
 {
-    QStringList names;
-    for (const auto& backend : backends)
-        names.append(backend->getName());
-    setOwn(nodes, backendNamesPath, names.isEmpty() ? QVariant() : names.join(QLatin1Char(';')));
+    const Node* const node = nodes.find(QString(backendNamesPath));
+    QString names = node ? node->value.toString() : QString();
+    edit(names);
+    setOwn(nodes, backendNamesPath, names.isEmpty() ? QVariant() : names);
+}
+
+void appendName(QString& names, const QString& name)
+{
+    if (!names.isEmpty())
+        names += nameSeparator;
+    names += name;
+}
+
+void removeName(QString& names, const QString& name)
+{
+    const QString enclosed = nameSeparator + name + nameSeparator;
+    names = nameSeparator + names + nameSeparator;
+    names.replace(names.indexOf(enclosed), enclosed.size(), nameSeparator);
+    names = names.mid(1, names.size() - 2);
 }
 
 } // namespace
@@ -50,7 +68,7 @@ Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
     Projection(transaction).mount(*backend);
     tree.backends.push_back(backend);
     setOwn(transaction.getNodes(), backendNamesPath + pathSeparator + name, name);
-    publishNames(transaction.getNodes(), tree.backends);
+    editNames(transaction.getNodes(), [&name](QString& names) { appendName(names, name); });
     return {};
 }
 
@@ -64,7 +82,7 @@ Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardCha
     Projection(transaction).unmount(*backend);
     tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
     transaction.getNodes().takeAttribute(backendNamesPath + pathSeparator + backend->getName());
-    publishNames(transaction.getNodes(), tree.backends);
+    editNames(transaction.getNodes(), [&](QString& names) { removeName(names, backend->getName()); });
     return {};
 }
 

@@ -136,7 +136,6 @@ private slots:
         row("cut.json", "{\"a\": {", {QStringLiteral(":1:8:")});
         row("broken.xml", "<a>\n</b>", {QStringLiteral(":2:3:"), QStringLiteral("<a>")});
         row("missing.json", {}, {QStringLiteral("no such file")});
-        row("folder.json", {}, {QStringLiteral("folder")});
         row("pipe.json", {}, {QStringLiteral("not a regular file")});
         row("secret.json", "{}", {QStringLiteral("ermission")});
     }
@@ -147,9 +146,7 @@ private slots:
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         const QString fileName = inFolder(name);
-        if (name.startsWith(QLatin1String("folder")))
-            QVERIFY(QDir().mkdir(fileName));
-        else if (name.startsWith(QLatin1String("pipe")))
+        if (name.startsWith(QLatin1String("pipe")))
             QCOMPARE(mkfifo(QFile::encodeName(fileName).constData(), S_IRUSR | S_IWUSR), 0);
         else if (!name.startsWith(QLatin1String("missing")))
             write(name, content);
@@ -170,6 +167,17 @@ private slots:
         QFETCH(QStringList, told);
         for (const QString& part : qAsConst(told))
             QVERIFY2(problem.contains(part), qPrintable(problem));
+    }
+
+    void opensFolders()
+    {
+        QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("d")));
+        write(QStringLiteral("d/a.ini"), "k = 1\n");
+        write(QStringLiteral("d/b.json"), "{");
+        const FileMounter::Result result = mount({inFolder(QStringLiteral("d"))});
+        QCOMPARE(result.opened, QStringList(inFolder(QStringLiteral("d"))));
+        QCOMPARE(valueOf(QStringLiteral("d.a%2Eini.k")), QVariant(1LL));
+        QVERIFY(result.problems.value(0).contains(QLatin1String("1 of its 3")));
     }
 
     // Whatever path leads to it.

@@ -1,0 +1,52 @@
+#include "desk/files/ProblemsDock.h"
+
+#include "host/Utilities/ModelViews/ToolTipText.h"
+
+#include <QDesktopServices>
+#include <QHeaderView>
+#include <QTreeWidget>
+#include <QUrl>
+
+namespace Vantry {
+
+constexpr int fileRole = Qt::UserRole;
+
+ProblemsDock::ProblemsDock(QWidget* parent) : QDockWidget(tr("Problems"), parent), rows(new QTreeWidget)
+{
+    setObjectName(QStringLiteral("problemsDock"));
+    rows->setObjectName(QStringLiteral("problemRows"));
+    rows->setAccessibleName(windowTitle());
+    rows->setRootIsDecorated(false);
+    rows->setUniformRowHeights(true);
+    rows->setTextElideMode(Qt::ElideMiddle);
+    rows->setHeaderLabels({tr("Place"), tr("Reason")});
+    rows->header()->resizeSection(0, 420);
+    connect(rows, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* row) { openFile(*row); });
+    setWidget(rows);
+    hide();
+}
+
+void ProblemsDock::show(const Outcome& outcome)
+{
+    const QString& file = outcome.get().file;
+    if (outcome.ok()) {
+        delete rowsByFile.take(file);
+    } else {
+        QTreeWidgetItem*& row = rowsByFile[file];
+        if (!row)
+            row = new QTreeWidgetItem(rows);
+        row->setData(0, fileRole, file);
+        row->setText(0, outcome.place(file));
+        row->setText(1, outcome.explain());
+        for (int column = 0; column < rows->columnCount(); ++column)
+            row->setToolTip(column, Utilities::ModelViews::toolTipText(row->text(column)));
+    }
+    setWindowTitle(rowsByFile.isEmpty() ? tr("Problems") : tr("Problems (%1)").arg(rowsByFile.size()));
+}
+
+void ProblemsDock::openFile(const QTreeWidgetItem& row) const
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(row.data(0, fileRole).toString()));
+}
+
+} // namespace Vantry

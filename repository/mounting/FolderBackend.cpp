@@ -1,0 +1,379 @@
+#include "repository/mounting/FolderBackend.h"
+
+#include "files/FolderScan.h"
+#include "repository/backends/FileFormat.h"
+#include "repository/common/MemoryGuard.h"
+#include "repository/common/RepositoryLog.h"
+#include "repository/documents/common/ComponentCodec.h"
+#include "repository/mounting/Mounts.h"
+#include "repository/transaction/ChangeApplier.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <atomic>
+#include <condition_variable>
+#include <system_error>
+#include <thread>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::AccessMode;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+
+namespace {
+
+QString fromDisk(const std::string& path)
+{
+    return QFile::decodeName(path.c_str());
+}
+
+// Another one after every write.
+QString stateOf(const QString& file)
+{
+    const QFileInfo info(file);
+    return QStringLiteral("%1 %2").arg(info.lastModified().toMSecsSinceEpoch()).arg(info.size());
+}
+
+// Lets several threads that take numbers in their order do something in that order.
+class Turns
+{
+public:
+    void await(int number)
+    {
+        std::unique_lock lock(mutex);
+        ended.wait(lock, [&] { return next == number; });
+    }
+
+    // Also of one that has not been awaited.
+    void end(int number)
+    {
+        await(number);
+        {
+            const std::lock_guard lock(mutex);
+            ++next;
+        }
+        ended.notify_all();
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable ended;
+    int next = 0;
+};
+
+bool isReadable(const QFileInfo& file, QString& reason)
+{
+    if (file.isReadable())
+        return true;
+    reason = QStringLiteral("this user may not read it");
+    return false;
+}
+
+} // namespace
+
+FolderBackend::FolderBackend(const Description& folder, FileBackends& kind, BackendKind::Observer hearer,
+                             const std::shared_ptr<AttributeStore>& attributes)
+    : DocumentBackend(folder, "txt"), fileBackends(kind), observer(std::move(hearer)), store(attributes)
+{
+}
+
+FolderBackend::OpenFiles FolderBackend::getFiles() const
+{
+    const std::lock_guard lock(filesMutex);
+    return files;
+}
+
+QStringList FolderBackend::getFolders() const
+{
+    const std::lock_guard lock(filesMutex);
+    return folders;
+}
+
+// Where the backend of a file is: the names that lead to it below the folder's.
+QString FolderBackend::nameOf(const QString& file) const
+{
+    QString name = description.name;
+    const QStringList steps = QDir(description.filePath).relativeFilePath(file).split(QLatin1Char('/'));
+    for (const QString& step : steps)
+        name += pathSeparator + QString::fromStdString(Documents::encodeKey(step.toStdString()));
+    return name;
+}
+
+Backend::SiblingPosition FolderBackend::positionOf(const QString& path) const
+{
+    const int end = path.lastIndexOf(pathSeparator);
+    const std::lock_guard lock(filesMutex);
+    const auto group = shown.find(path.left(end));
+    if (group == shown.end())
+        return {Documents::SiblingPlace::Kind::Last, {}};
+    const auto place = group->second.lower_bound(path.mid(end + 1));
+    if (place == group->second.begin())
+        return {Documents::SiblingPlace::Kind::First, {}};
+    return {Documents::SiblingPlace::Kind::After, joinedPath(path.left(end), *std::prev(place))};
+}
+
+// To be called before a file is shown.
+void FolderBackend::noteNames(const QString& path)
+{
+    const std::lock_guard lock(filesMutex);
+    for (int end = path.lastIndexOf(pathSeparator), next = -1; end >= description.name.size();
+         next = end, end = path.lastIndexOf(pathSeparator, end - 1))
+        shown[path.left(end)].insert(path.mid(end + 1, next < 0 ? -1 : next - end - 1));
+}
+
+// Whether nobody has looked at the file as it is.
+bool FolderBackend::isUnknown(const QString& file) const
+{
+    const std::lock_guard lock(filesMutex);
+    return !files.contains(file) && (!unopened.contains(file) || unopened.value(file) != stateOf(file));
+}
+
+Outcome FolderBackend::scan()
+{
+    const std::lock_guard scanLock(scanning);
+    const auto found = Files::FolderScan::of(QFile::encodeName(description.filePath).toStdString());
+    QSet<QString> present;
+    QStringList unknown;
+    for (const std::string& path : found.files) {
+        const QString file = fromDisk(path);
+        present.insert(file);
+        if (isUnknown(file))
+            unknown.append(file);
+    }
+    {
+        const std::lock_guard lock(filesMutex);
+        folders.clear();
+        std::transform(found.folders.begin(), found.folders.end(), std::back_inserter(folders), fromDisk);
+        problems = 0;
+    }
+    for (const auto& refusal : found.refusals)
+        report(Outcome(StatusCode::BackendFailure, QString::fromStdString(refusal.reason))
+                   .in(fromDisk(refusal.folder)));
+    closeMissing(present);
+    openAll(unknown);
+
+    const std::lock_guard lock(filesMutex);
+    Outcome outcome;
+    if (problems > 0) {
+        outcome.in(description.filePath);
+        outcome.change().warnings.append(QStringLiteral("%1 of its %2 files and folders could not be opened")
+                                             .arg(problems)
+                                             .arg(found.files.size() + found.folders.size()));
+    }
+    return outcome;
+}
+
+void FolderBackend::openAll(const QStringList& unknown)
+{
+    std::atomic<int> next{0};
+    Turns turns;
+    const auto work = [&] {
+        for (int each = next++; each < unknown.size(); each = next++) {
+            if (!isClosed())
+                openOne(unknown[each], [&turns, each] { turns.await(each); });
+            turns.end(each);
+        }
+    };
+    std::vector<std::thread> helpers;
+    const unsigned wanted = std::min<unsigned>(std::thread::hardware_concurrency(), unsigned(unknown.size()));
+    try {
+        while (helpers.size() + 1 < wanted)
+            helpers.emplace_back(work);
+    } catch (const std::system_error&) { // there is no thread for it; those that are there do it
+    }
+    work();
+    for (std::thread& helper : helpers)
+        helper.join();
+}
+
+void FolderBackend::openOne(const QString& file, const std::function<void()>& awaitTurn)
+{
+    const QString state = stateOf(file);
+    const QFileInfo info(file);
+    bool wasProblem = false;
+    std::shared_ptr<Backend> opened;
+    const auto open = [&]() -> Outcome {
+        QString reason;
+        if (!isReadable(info, reason))
+            return {StatusCode::BackendFailure, reason};
+        const QString type = FileFormat::ofUnchosenFile(file);
+        const auto attributes = store.lock();
+        if (type.isEmpty() || !attributes)
+            return {};
+        const bool isWritable = description.accessMode != AccessMode::ReadOnly && info.isWritable();
+        return fileBackends.open(
+            {nameOf(file), type, file, file, isWritable ? description.accessMode : AccessMode::ReadOnly},
+            [&](const std::shared_ptr<Backend>& backend) {
+                awaitTurn();
+                opened = backend;
+                noteNames(backend->getName());
+                return Mounts(*attributes->getTree(), attributes->getHistory()).mount(backend);
+            });
+    };
+    Outcome outcome = guardMemory(open);
+    {
+        const std::lock_guard lock(filesMutex);
+        wasProblem = unopened.remove(file) > 0;
+        if (outcome.ok() && opened)
+            files.insert(file, opened);
+        else
+            unopened.insert(file, state);
+    }
+    if (!outcome.ok() || wasProblem)
+        report(outcome.in(file));
+}
+
+void FolderBackend::report(Outcome outcome)
+{
+    {
+        const std::lock_guard lock(filesMutex);
+        problems += outcome.ok() ? 0 : 1;
+    }
+    outcome.of(Outcome::Operation::CreateBackend, description.name);
+    if (observer)
+        observer(outcome);
+    else
+        logged(outcome);
+}
+
+void FolderBackend::closeMissing(const QSet<QString>& present)
+{
+    QStringList gone;
+    {
+        const std::lock_guard lock(filesMutex);
+        for (auto each = unopened.begin(); each != unopened.end();) {
+            const bool isGone = !present.contains(each.key());
+            if (isGone)
+                gone.append(each.key());
+            each = isGone ? unopened.erase(each) : std::next(each);
+        }
+    }
+    for (const QString& file : gone)
+        report(Outcome().in(file)); // a problem no more
+    const OpenFiles open = getFiles();
+    for (auto each = open.begin(); each != open.end(); ++each) {
+        if (present.contains(each.key()))
+            continue;
+        // That it is gone is by itself a change of its root.
+        const auto changes = each.value()->getUnsavedChanges();
+        const bool isEdited = std::any_of(changes.begin(), changes.end(), [&](const UnsavedChange& change) {
+            return change.path != each.value()->getName();
+        });
+        if (!isEdited)
+            closeFile(each.key(), each.value(), true);
+    }
+}
+
+Outcome FolderBackend::closeFile(const QString& file, const std::shared_ptr<Backend>& backend,
+                                 bool discardChanges)
+{
+    const auto attributes = store.lock();
+    if (!attributes || backend->isClosed())
+        return {};
+    const Outcome outcome =
+        Mounts(*attributes->getTree(), attributes->getHistory()).unmount(backend, discardChanges);
+    if (!outcome.ok())
+        return outcome;
+    fileBackends.forget(*backend);
+    const QString& path = backend->getName();
+    const std::lock_guard lock(filesMutex);
+    files.remove(file);
+    shown[path.left(path.lastIndexOf(pathSeparator))].erase(path.mid(path.lastIndexOf(pathSeparator) + 1));
+    return outcome;
+}
+
+Outcome FolderBackend::close(bool discardChanges)
+{
+    const OpenFiles open = getFiles();
+    for (const auto& file : open) {
+        if (!discardChanges && !file->isClosed() && file->isEdited()) {
+            Outcome unsaved(StatusCode::BackendFailure,
+                            QStringLiteral("'%1' has edits that are not saved").arg(file->getName()));
+            return unsaved.advise(QStringLiteral("save or discard them first"));
+        }
+    }
+    {
+        const std::lock_guard lock(mutex);
+        if (closed)
+            return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+        closed = true;
+    }
+    const std::lock_guard scanLock(scanning); // a scan under way ends first
+    const OpenFiles left = getFiles();
+    for (auto each = left.begin(); each != left.end(); ++each)
+        closeFile(each.key(), each.value(), discardChanges);
+    return {};
+}
+
+// The first refusal; what can be saved is.
+Outcome FolderBackend::save(const ApplyChange&)
+{
+    Outcome result;
+    const OpenFiles open = getFiles();
+    for (const auto& file : open) {
+        const auto attributes = store.lock();
+        if (!attributes || file->isClosed() || !file->isEdited())
+            continue;
+        ChangeApplier applier(*attributes->getTree(), *file);
+        const Outcome outcome = file->save(std::ref(applier));
+        if (result.ok() && !outcome.isPlainSuccess())
+            result = outcome;
+    }
+    return result;
+}
+
+Outcome FolderBackend::reload(Trigger trigger, const ApplyChange&)
+{
+    Outcome result = scan();
+    const OpenFiles open = getFiles();
+    for (const auto& file : open) {
+        const auto attributes = store.lock();
+        if (trigger == Trigger::Watcher || !attributes || file->isClosed())
+            continue;
+        ChangeApplier applier(*attributes->getTree(), *file);
+        const Outcome outcome = file->reload(trigger, std::ref(applier));
+        if (result.ok() && !outcome.ok())
+            result = outcome;
+    }
+    return result;
+}
+
+QString FolderBackend::getUnsavedDiff() const
+{
+    const OpenFiles open = getFiles();
+    QStringList paths = open.keys();
+    paths.sort();
+    QString diff;
+    for (const QString& file : paths)
+        diff += open[file]->getUnsavedDiff();
+    return diff;
+}
+
+Outcome FolderBackend::revert(const QString&, const ApplyChange&)
+{
+    return {};
+}
+
+Outcome FolderBackend::resolveConflicts(const QString&, ConflictSide, const ApplyChange&)
+{
+    return {};
+}
+
+Outcome FolderBackend::insert(const QString&, const FrameworkCore::Values::Value&)
+{
+    return refusal(QStringLiteral("a folder has no entries but those of its files"));
+}
+
+Outcome FolderBackend::insertAll(const QString& path, const std::vector<Documents::Entry>&,
+                                 std::size_t& refused)
+{
+    refused = 0;
+    return insert(path, {});
+}
+
+} // namespace Repository
