@@ -91,6 +91,8 @@ class RefusedMemoryTest : public QObject
             return "<r>\n  <a>1</a>\n  <g b='a long value of an attribute that is on the heap'>\n    "
                    "<long-name/>\n  "
                    "</g>\n</r>\n";
+        if (type == "toml")
+            return "a = 1\n\n[g]\nlong = \"a long value of a text that is on the heap\"\nb = [\"x\"]\n";
         return "a = 1\ng.long = a long value of a text that is on the heap\ng.b = x\n";
     }
 

@@ -88,7 +88,7 @@ std::string growTomlBranch(const std::vector<Entry>& entries, TomlBranch& branch
             begin = end + 1;
         }
         if (entry.value.type != Type::Group)
-            at->value = entry.value;
+            at->value = &entry.value;
         if (!error.empty())
             return error;
     }

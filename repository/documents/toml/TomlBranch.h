@@ -3,7 +3,6 @@
 #include "repository/documents/common/Document.h"
 #include "repository/documents/toml/TomlString.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +12,8 @@ namespace Repository::Documents {
 // New entries as a tree, to be written in one of the forms that TOML has for them.
 struct TomlBranch
 {
-    std::string key; // empty for an element of an array
-    std::optional<Value> value;
+    std::string key;              // empty for an element of an array
+    const Value* value = nullptr; // of an entry, which outlives the branch; null for a group
     std::vector<TomlBranch> children;
     bool isArray = false;
 

@@ -242,7 +242,9 @@ void TomlDocument::makeRoom()
 Outcome TomlDocument::insert(std::string_view path, const Value& value)
 {
     makeRoom();
-    return TomlInsertion(*file).insert(path, {{{}, value}});
+    TomlBranch branch;
+    branch.value = value.type == Type::Group ? nullptr : &value;
+    return TomlInsertion(*file).insert(path, std::move(branch));
 }
 
 Outcome TomlDocument::insertAll(std::string_view path, const std::vector<Entry>& entries,

@@ -24,13 +24,17 @@ std::size_t depthOf(const TomlBranch& branch)
 
 Outcome TomlInsertion::insert(std::string_view path, const std::vector<Entry>& entries)
 {
+    TomlBranch branch;
+    const std::string error = growTomlBranch(entries, branch);
+    return error.empty() ? insert(path, std::move(branch)) : refused(error);
+}
+
+Outcome TomlInsertion::insert(std::string_view path, TomlBranch branch)
+{
     const PathMatch place = file.match(path);
     if (!place.isPath)
         return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
-    TomlBranch branch;
-    std::string error = growTomlBranch(entries, branch);
-    if (!error.empty())
-        return refused(error);
+    std::string error;
     NodeId parent = place.node;
     if (place.missing.empty()) {
         const bool isTable = tree.node(parent).isTable() && file.valueNodeOf(parent) == noNode;

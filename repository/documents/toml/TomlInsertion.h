@@ -19,6 +19,7 @@ public:
 
     // In the order of a tree with paths relative to it.
     Outcome insert(std::string_view path, const std::vector<Entry>& entries);
+    Outcome insert(std::string_view path, TomlBranch branch);
 
     // Into an array, before the element of that index or after the last one.
     Outcome insertElement(NodeId array, std::size_t position, TomlBranch branch);
