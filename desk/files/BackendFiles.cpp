@@ -6,6 +6,7 @@
 #include "desk/files/FileNames.h"
 #include "desk/files/KeptChangesMerge.h"
 #include "desk/files/UnsavedChangesDialog.h"
+#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
@@ -168,9 +169,13 @@ void BackendFiles::reload(const QStringList& backends)
 void BackendFiles::close(const QStringList& backends)
 {
     QStringList edited = getUnsaved();
-    edited.erase(std::remove_if(edited.begin(), edited.end(),
-                                [&backends](const QString& backend) { return !backends.contains(backend); }),
-                 edited.end());
+    // A folder takes its files with it.
+    const auto stays = [&backends](const QString& backend) {
+        return std::none_of(backends.begin(), backends.end(), [&backend](const QString& closed) {
+            return FrameworkCore::AppConfig::isAtOrBelow(backend, closed);
+        });
+    };
+    edited.erase(std::remove_if(edited.begin(), edited.end(), stays), edited.end());
     Fate fate = Fate::Safe;
     if (edited.size() == 1)
         fate = settle(edited, tr("%1 holds changes that are not saved. Save them before it is closed?")
@@ -182,8 +187,13 @@ void BackendFiles::close(const QStringList& backends)
     if (fate == Fate::Kept)
         return;
     const QStringList reasons = refusalsOf(backends, [&](const QString& name) {
-        const bool isDiscarded = fate == Fate::Discarded && edited.contains(name);
-        return repository->getBackendInterface()->closeBackend(name, isDiscarded);
+        const auto present = repository->getBackendInterface();
+        if (!present->getBackendInformation(name)) // it went with its folder
+            return FrameworkCore::AppConfig::Outcome();
+        const bool isEdited = std::any_of(edited.begin(), edited.end(), [&name](const QString& backend) {
+            return FrameworkCore::AppConfig::isAtOrBelow(backend, name);
+        });
+        return present->closeBackend(name, fate == Fate::Discarded && isEdited);
     });
     unsaved.look();
     warn(tr("Not Closed"), reasons);

@@ -66,14 +66,6 @@ private:
     int next = 0;
 };
 
-bool isReadable(const QFileInfo& file, QString& reason)
-{
-    if (file.isReadable())
-        return true;
-    reason = QStringLiteral("this user may not read it");
-    return false;
-}
-
 } // namespace
 
 FolderBackend::FolderBackend(const Description& folder, FileBackends& kind, BackendKind::Observer hearer,
@@ -198,9 +190,8 @@ void FolderBackend::openOne(const QString& file, const std::function<void()>& aw
     bool wasProblem = false;
     std::shared_ptr<Backend> opened;
     const auto open = [&]() -> Outcome {
-        QString reason;
-        if (!isReadable(info, reason))
-            return {StatusCode::BackendFailure, reason};
+        if (!info.isReadable())
+            return {StatusCode::BackendFailure, QStringLiteral("this user may not read it")};
         const QString type = FileFormat::ofUnchosenFile(file);
         const auto attributes = store.lock();
         if (type.isEmpty() || !attributes)

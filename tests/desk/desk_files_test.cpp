@@ -238,6 +238,12 @@ private slots:
         QTRY_VERIFY(!desk->item(QStringLiteral("f30")).isValid());
         QVERIFY(!desk->item(QStringLiteral("f31")).isValid());
         QVERIFY(desk->item(QStringLiteral("f32")).isValid());
+        // A folder takes its files with it.
+        QVERIFY(QDir().mkpath(folder->path("d")));
+        const QString inFolder = TestSupport::writeFile(folder->path("d/g.ini"), "k = 1\n");
+        desk->window->openFiles({folder->path("d")});
+        QTRY_VERIFY(desk->item(QStringLiteral("d.g%2Eini.k")).isValid());
+        write(QStringLiteral("d.g%2Eini.k"), 7);
         write(speed, 1250);
         write(maximum, 130);
         QVERIFY(TestSupport::showActive(*desk->window)); // again, after the dialog
@@ -248,6 +254,7 @@ private slots:
         QTRY_VERIFY(desk->repository->getBackendInterface()->getBackendNames().isEmpty());
         QVERIFY(contentOf(folder->path("limits.ini")).contains("130"));
         QVERIFY(contentOf(folder->path("plant.json")).contains("1250"));
+        QCOMPARE(contentOf(inFolder), QByteArray("k = 7\n"));
     }
 
     void remembersFiles()
