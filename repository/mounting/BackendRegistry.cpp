@@ -71,6 +71,13 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
     kinds.push_back(std::move(folders));
 }
 
+// A kind uses those before it, also on threads of its own.
+BackendRegistry::~BackendRegistry()
+{
+    while (!kinds.empty())
+        kinds.pop_back();
+}
+
 QStringList BackendRegistry::getTypes() const
 {
     QStringList types;

@@ -20,6 +20,7 @@ public:
     // With watching, what other programs do to the files is brought in as it happens; what comes of that is
     // logged, and the observer, if there is one, hears it.
     BackendRegistry(std::shared_ptr<AttributeStore> store, bool watchesFiles, BackendKind::Observer observer);
+    ~BackendRegistry() override;
 
     QStringList getTypes() const;
 
