@@ -1,6 +1,7 @@
 #include "repository/documents/common/WrittenEntries.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace Repository::Documents {
@@ -28,24 +29,38 @@ const std::string* elementIn(const Entry& entry, std::string_view path)
     return nullptr;
 }
 
+// Groups that have entries are implied by those, and the root is there anyway.
+void dropImpliedGroups(std::vector<Entry>& entries)
+{
+    std::unordered_set<std::string> groups{std::string()};
+    for (const Entry& entry : entries) {
+        for (std::size_t dot = entry.path.rfind('.'); dot != std::string::npos && dot > 0;
+             dot = entry.path.rfind('.', dot - 1))
+            groups.insert(entry.path.substr(0, dot));
+    }
+    const auto isImplied = [&groups](const Entry& entry) {
+        return entry.value.type == Type::Group && groups.count(entry.path) > 0;
+    };
+    entries.erase(std::remove_if(entries.begin(), entries.end(), isImplied), entries.end());
+}
+
 } // namespace
 
 bool holdsEntries(const Document& document, std::string_view path, std::vector<Entry> expected)
 {
-    const auto isGroup = [](const Entry& entry) { return entry.value.type == Type::Group; };
     std::vector<Entry> found;
     document.visit([&](const Entry& entry) {
         if (const std::string* const text = elementIn(entry, path))
             found.push_back({{}, {Type::String, *text}, {}});
-        if (!isGroup(entry) && isWithin(entry.path, path))
+        if (isWithin(entry.path, path))
             found.push_back(
                 {path.empty() ? entry.path : entry.path.substr(std::min(path.size() + 1, entry.path.size())),
                  entry.value,
                  {}});
     });
-    expected.erase(std::remove_if(expected.begin(), expected.end(), isGroup), expected.end());
     const auto isBefore = [](const Entry& a, const Entry& b) { return a.path < b.path; };
     for (auto* const list : {&found, &expected}) {
+        dropImpliedGroups(*list);
         if (!std::is_sorted(list->begin(), list->end(), isBefore))
             std::sort(list->begin(), list->end(), isBefore);
     }
