@@ -50,8 +50,8 @@ public:
     // format can only hold under another name.
     virtual std::optional<std::string> writeWhole(std::vector<Entry>&) const { return {}; }
 
-    // Why there is no such text, where entries that are inserted one by one would become something else;
-    // empty where they would not.
+    // The reason for which writeWhole gives nothing, where inserting the entries one by one would change what
+    // they mean; empty where it would not.
     virtual std::string explainRefusal(const std::vector<Entry>&) const { return {}; }
 
     // The entry that a file needs above those of an exported subtree of this name; empty for none.

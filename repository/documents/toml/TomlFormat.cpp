@@ -7,7 +7,7 @@ namespace Repository::Documents {
 
 namespace {
 
-// Gives why there is no text.
+// The reason of a refusal; empty on success.
 std::string writeTables(const std::vector<Entry>& entries, std::string& text)
 {
     TomlBranch root;
