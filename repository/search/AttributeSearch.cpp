@@ -150,23 +150,21 @@ Outcome AttributeSearch::replace(const QVector<SearchHit>& hits, const QString& 
         QStringList paths;
         for (const SearchHit& hit : hits)
             paths.append(hit.path);
-        return store->changeAll(
-            [&stepName] { return stepName; }, paths,
-            [&](Transaction& transaction) {
-                std::vector<std::pair<Node*, QVariant>> changed;
-                for (const SearchHit& hit : hits) {
-                    Node* node = nullptr;
-                    QVariant accepted;
-                    Outcome outcome = replaceInFile(transaction, hit, node, accepted);
-                    if (!outcome.ok())
-                        return Refusals::notSet(std::move(outcome), hit.path, hit.replacement, false);
-                    changed.emplace_back(node, std::move(accepted));
-                }
-                for (auto& [node, value] : changed)
-                    transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
-                transaction.commit();
-                return Outcome();
-            });
+        const History::Scope step(store->getHistory(), stepName);
+        Transaction transaction(*store->getTree(), step.getRecorder(), paths);
+        std::vector<std::pair<Node*, QVariant>> changed;
+        for (const SearchHit& hit : hits) {
+            Node* node = nullptr;
+            QVariant accepted;
+            Outcome outcome = replaceInFile(transaction, hit, node, accepted);
+            if (!outcome.ok())
+                return Refusals::notSet(std::move(outcome), hit.path, hit.replacement, false);
+            changed.emplace_back(node, std::move(accepted));
+        }
+        for (auto& [node, value] : changed)
+            transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
+        transaction.commit();
+        return Outcome();
     });
 }
 
