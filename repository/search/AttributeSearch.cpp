@@ -16,8 +16,12 @@ using namespace FrameworkCore::AppConfig;
 
 namespace {
 
-// Nodes that are looked at while the structure lock is held once, which takes less than a millisecond.
-constexpr int portion = 512;
+// So many nodes are looked at between two calls of the sink, which takes less than a millisecond, unless an
+// expression takes nearly all the steps that it may on each.
+int portionFor(const Interfaces::SearchQuery& query)
+{
+    return query.syntax == Interfaces::SearchQuery::Syntax::RegularExpression ? 16 : 512;
+}
 
 Outcome tooManySteps(const QString& path)
 {
@@ -37,7 +41,7 @@ public:
 
     Search(AttributeTree& attributes, const SearchQuery& searched, const Sink& receiver)
         : tree(attributes), query(searched), matcher(attributes, searched), sink(receiver),
-          candidates(portion)
+          candidates(std::size_t(portionFor(searched)))
     {
     }
 
@@ -47,7 +51,7 @@ public:
         Outcome outcome;
         while (outcome.ok() && !walk.isDone()) {
             count = 0;
-            walk.visit(portion, [&](const Node& node) {
+            walk.visit(int(candidates.size()), [&](const Node& node) {
                 const bool isOwn = root.isEmpty() && isAtOrBelow(node.path, ownRoot);
                 if (!isOwn)
                     candidates[std::size_t(count++)].takeFrom(node, tree);
