@@ -9,6 +9,7 @@
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
+#include "desk/find/FindDock.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/plugins/GuiContext.h"
@@ -100,6 +101,9 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    addDockWidget(Qt::BottomDockWidgetArea, find);
+    connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
@@ -122,6 +126,7 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    edit->addFinding(*find);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
@@ -274,7 +279,7 @@ void MainWindow::showResult(const FileMounter::Result& result)
     notices->offerOpening(result.unknown);
     files.getWatch().look();
     if (!result.openBefore.isEmpty())
-        selectBackend(result.openBefore.last());
+        selectAttribute(result.openBefore.last());
     const auto waiting = std::exchange(keptToApply, {});
     for (const KeptChanges::Entry& entry : waiting) {
         if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
@@ -284,14 +289,18 @@ void MainWindow::showResult(const FileMounter::Result& result)
     }
 }
 
-void MainWindow::selectBackend(const QString& backend)
+void MainWindow::selectAttribute(const QString& path)
 {
+    showFirstPages(true);
     for (const auto& application : applications.getApplications()) {
-        if (application.main && selectInTree(*application.main, backend))
+        if (application.main && selectInTree(*application.main, path))
             return;
     }
+    const bool isBackend = files.getBackends().contains(path);
     notices->addNotices(
-        {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
+        {isBackend
+             ? tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(path))
+             : tr("%1 is there, but the search leaves it out of the tree.").arg(path)});
 }
 
 void MainWindow::editAgain(const RefusedEdit& refused)

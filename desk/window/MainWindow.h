@@ -17,6 +17,7 @@ namespace Vantry {
 class EditMenu;
 class FailureHint;
 class FileMenu;
+class FindDock;
 class KeptChangesBar;
 class LogDock;
 class NavigationArea;
@@ -71,7 +72,7 @@ private:
     void showResult(const FileMounter::Result& result);
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
-    void selectBackend(const QString& backend);
+    void selectAttribute(const QString& path);
     void showFiles();
     void showAbout();
 
@@ -94,6 +95,7 @@ private:
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
     PluginDock* plugins = nullptr;
+    FindDock* find = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
 
