@@ -70,7 +70,8 @@ private:
 
 FolderBackend::FolderBackend(const Description& folder, FileBackends& kind, BackendKind::Observer hearer,
                              const std::shared_ptr<AttributeStore>& attributes)
-    : DocumentBackend(folder, "txt"), fileBackends(kind), observer(std::move(hearer)), store(attributes)
+    : DocumentBackend(folder, "txt"), location(folder.filePath), fileBackends(kind),
+      observer(std::move(hearer)), store(attributes)
 {
 }
 
@@ -90,7 +91,7 @@ QStringList FolderBackend::getFolders() const
 QString FolderBackend::nameOf(const QString& file) const
 {
     QString name = description.name;
-    const QStringList steps = QDir(description.filePath).relativeFilePath(file).split(QLatin1Char('/'));
+    const QStringList steps = QDir(location.getFolder()).relativeFilePath(file).split(QLatin1Char('/'));
     for (const QString& step : steps)
         name += pathSeparator + QString::fromStdString(Documents::encodeKey(step.toStdString()));
     return name;
@@ -128,7 +129,8 @@ bool FolderBackend::isUnknown(const QString& file) const
 Outcome FolderBackend::scan()
 {
     const std::lock_guard scanLock(scanning);
-    const auto found = Files::FolderScan::of(QFile::encodeName(description.filePath).toStdString());
+    const auto found =
+        Files::FolderScan::of(QFile::encodeName(location.getFolder()).toStdString(), location.getFilter());
     QSet<QString> present;
     QStringList unknown;
     for (const std::string& path : found.files) {
@@ -152,7 +154,7 @@ Outcome FolderBackend::scan()
     const std::lock_guard lock(filesMutex);
     Outcome outcome;
     if (problems > 0) {
-        outcome.in(description.filePath);
+        outcome.in(location.getFolder());
         outcome.change().warnings.append(QStringLiteral("%1 of its %2 files and folders could not be opened")
                                              .arg(problems)
                                              .arg(found.files.size() + found.folders.size()));

@@ -2,6 +2,7 @@
 
 #include "repository/backends/DocumentBackend.h"
 #include "repository/mounting/FileBackends.h"
+#include "repository/mounting/FolderLocation.h"
 #include "repository/operations/AttributeStore.h"
 
 #include <QHash>
@@ -60,6 +61,7 @@ private:
     void report(Outcome outcome);
     Outcome closeFile(const QString& file, const std::shared_ptr<Backend>& backend, bool discardChanges);
 
+    const FolderLocation location;
     FileBackends& fileBackends;
     const BackendKind::Observer observer;
     const std::weak_ptr<AttributeStore> store;
