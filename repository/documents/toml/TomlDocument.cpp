@@ -1,6 +1,7 @@
 #include "repository/documents/toml/TomlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -59,45 +60,7 @@ Outcome TomlDocument::parse(std::string bytes)
 
 void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    struct Level
-    {
-        std::size_t pathLength;
-        std::size_t position;
-    };
-    const TomlTree& tree = file->tree;
-    Entry entry;
-    std::vector<Level> levels;
-    NodeId id = tree.getRoot();
-    while (id != noNode) {
-        const bool isOwnValue = tree.isOwnValue(id);
-        if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            tree.appendName(entry.path, id, levels.back().position);
-        }
-        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).isArray();
-            visitor(entry);
-        }
-        if (tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
-            id = tree.node(id).first;
-            continue;
-        }
-        while (!levels.empty() && tree.node(id).next == noNode) {
-            levels.pop_back();
-            id = tree.node(id).parent;
-        }
-        if (levels.empty())
-            return;
-        ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
-        id = tree.node(id).next;
-    }
+    visitEntries(*file, visitor);
 }
 
 Outcome TomlDocument::set(std::string_view path, const Value& value)
