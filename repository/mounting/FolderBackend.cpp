@@ -8,7 +8,6 @@
 #include "repository/mounting/Mounts.h"
 #include "repository/transaction/ChangeApplier.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -16,6 +15,7 @@
 #include <algorithm>
 #include <atomic>
 #include <condition_variable>
+#include <sys/stat.h>
 #include <system_error>
 #include <thread>
 
@@ -32,11 +32,13 @@ QString fromDisk(const std::string& path)
     return QFile::decodeName(path.c_str());
 }
 
-// Another one after every write.
-QString stateOf(const QString& file)
+// When it was written, in nanoseconds, and its size.
+std::pair<qint64, qint64> stateOf(const QString& file)
 {
-    const QFileInfo info(file);
-    return QStringLiteral("%1 %2").arg(info.lastModified().toMSecsSinceEpoch()).arg(info.size());
+    struct stat status = {};
+    ::stat(QFile::encodeName(file).constData(), &status);
+    constexpr qint64 second = 1'000'000'000;
+    return {status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec, status.st_size};
 }
 
 // Lets several threads that take numbers in their order do something in that order.
@@ -187,7 +189,7 @@ void FolderBackend::openAll(const QStringList& unknown)
 
 void FolderBackend::openOne(const QString& file, const std::function<void()>& awaitTurn)
 {
-    const QString state = stateOf(file);
+    const auto state = stateOf(file);
     const QFileInfo info(file);
     bool wasProblem = false;
     std::shared_ptr<Backend> opened;

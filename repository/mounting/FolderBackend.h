@@ -69,9 +69,9 @@ private:
     std::mutex saving;
     std::mutex scanning; // one at a time; taken before all others
 
-    mutable std::mutex filesMutex;    // guards what follows; taken last
-    OpenFiles files;                  // that are open, by their paths
-    QHash<QString, QString> unopened; // the states in which files could not be opened
+    mutable std::mutex filesMutex;                      // guards what follows; taken last
+    OpenFiles files;                                    // that are open, by their paths
+    QHash<QString, std::pair<qint64, qint64>> unopened; // the states in which files could not be opened
     QStringList folders;
     int problems = 0;                           // of the last scan
     std::map<QString, std::set<QString>> shown; // names by the paths of their groups
