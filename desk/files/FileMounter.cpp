@@ -164,8 +164,10 @@ void FileMounter::startNext()
             return result;
         },
         failure);
-    if (worker.valid())
+    if (worker.valid()) {
+        emit started();
         return;
+    }
     std::promise<Result> refused;
     refused.set_value(refusalOfAll(opening, failure));
     worker = refused.get_future();

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <atomic>
 #include <map>
 #include <set>
 
@@ -28,6 +29,7 @@ public:
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return false; }
     bool isEdited() const override { return false; } // its files are
+    Progress getProgress() const override { return {done, total}; }
     Outcome close(bool discardChanges) override;
     Outcome save(const ApplyChange& apply) override;
 
@@ -65,6 +67,9 @@ private:
     FileBackends& fileBackends;
     const BackendKind::Observer observer;
     const std::weak_ptr<AttributeStore> store;
+
+    std::atomic<int> done{0}; // of the files that are being opened
+    std::atomic<int> total{0};
 
     std::mutex saving;
     std::mutex scanning; // one at a time; taken before all others
