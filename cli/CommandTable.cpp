@@ -39,6 +39,7 @@ const std::vector<Command>& CommandTable::commands()
         ofFolders(Commands::tree()),
         ofFolders(Commands::list()),
         ofFolders(Commands::find()),
+        ofFolders(Commands::replace()),
         Commands::diff(),
         Commands::convert(),
         Commands::validate(),

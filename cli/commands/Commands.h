@@ -22,6 +22,7 @@ Command list();
 Command ls();
 Command move();
 Command remove();
+Command replace();
 Command roundtrip();
 Command set();
 Command tree();

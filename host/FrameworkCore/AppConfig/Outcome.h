@@ -36,7 +36,8 @@ public:
         Revert,
         Resolve,
         Undo,
-        Redo
+        Redo,
+        Match // with the text of a search
     };
 
     // One of several places that a reason is about.
