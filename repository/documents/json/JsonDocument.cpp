@@ -48,7 +48,7 @@ Outcome JsonDocument::parse(std::string bytes)
     return {};
 }
 
-void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
+void JsonDocument::walk(const Walker& walker) const
 {
     struct Level
     {
@@ -56,27 +56,22 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
         std::size_t position;
     };
     const JsonTree& tree = file->tree;
-    Entry entry;
+    std::string path;
     std::vector<Level> levels;
     NodeId id = tree.getRoot();
     while (id != noNode) {
         const bool isHidden = id == file->types.getMember();
         const bool isOwnValue = isHidden || file->members.isOwnValue(id);
         if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            file->members.appendName(entry.path, id, levels.back().position);
+            if (!path.empty())
+                path += '.';
+            file->members.appendName(path, id, levels.back().position);
         }
         const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode, entry.path);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).kind == JsonKind::Array;
-            visitor(entry);
-        }
+        if (!isOwnValue && (valueNode != noNode || !levels.empty()))
+            walker(path, id, valueNode);
         if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
+            levels.push_back({path.size(), 0});
             id = tree.node(id).first;
             continue;
         }
@@ -87,9 +82,23 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
         if (levels.empty())
             return;
         ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
+        path.resize(levels.back().pathLength);
         id = tree.node(id).next;
     }
+}
+
+void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    walk([&](std::string& path, NodeId id, NodeId valueNode) {
+        entry.path.swap(path);
+        entry.value = valueNode == noNode ? Value() : file->read(valueNode, entry.path);
+        entry.isArray.reset();
+        if (valueNode == noNode)
+            entry.isArray = file->tree.node(id).kind == JsonKind::Array;
+        visitor(entry);
+        entry.path.swap(path);
+    });
 }
 
 Outcome JsonDocument::set(std::string_view path, const Value& value)
@@ -203,6 +212,21 @@ std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
+}
+
+void JsonDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const JsonTree& tree = file->tree;
+    if (!tree.isOriginal()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    walk([&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const JsonNode& node = tree.node(valueNode);
+        visitor(path, {node.value, node.valueEnd - node.value});
+    });
 }
 
 std::optional<std::string> JsonDocument::spell(std::string_view path) const

@@ -1,6 +1,7 @@
 #include "repository/documents/toml/TomlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -57,7 +58,7 @@ Outcome TomlDocument::parse(std::string bytes)
     return {};
 }
 
-void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+void TomlDocument::walk(const Walker& walker) const
 {
     struct Level
     {
@@ -65,26 +66,21 @@ void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
         std::size_t position;
     };
     const TomlTree& tree = file->tree;
-    Entry entry;
+    std::string path;
     std::vector<Level> levels;
     NodeId id = tree.getRoot();
     while (id != noNode) {
         const bool isOwnValue = tree.isOwnValue(id);
         if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            tree.appendName(entry.path, id, levels.back().position);
+            if (!path.empty())
+                path += '.';
+            tree.appendName(path, id, levels.back().position);
         }
         const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).isArray();
-            visitor(entry);
-        }
+        if (!isOwnValue && (valueNode != noNode || !levels.empty()))
+            walker(path, id, valueNode);
         if (tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
+            levels.push_back({path.size(), 0});
             id = tree.node(id).first;
             continue;
         }
@@ -95,9 +91,23 @@ void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
         if (levels.empty())
             return;
         ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
+        path.resize(levels.back().pathLength);
         id = tree.node(id).next;
     }
+}
+
+void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    walk([&](std::string& path, NodeId id, NodeId valueNode) {
+        entry.path.swap(path);
+        entry.value = valueNode == noNode ? Value() : file->read(valueNode);
+        entry.isArray.reset();
+        if (valueNode == noNode)
+            entry.isArray = file->tree.node(id).isArray();
+        visitor(entry);
+        entry.path.swap(path);
+    });
 }
 
 Outcome TomlDocument::set(std::string_view path, const Value& value)
@@ -188,6 +198,22 @@ std::optional<Span> TomlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+void TomlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const TomlTree& tree = file->tree;
+    if (getBytes() != file->encoding.encode(tree.getOriginal())) { // edits append to the original
+        Document::visitSpans(visitor);
+        return;
+    }
+    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    walk([&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const TomlNode& node = tree.node(valueNode);
+        visitor(path, encoder.encode({node.value, node.valueEnd - node.value}));
+    });
 }
 
 std::optional<std::string> TomlDocument::spell(std::string_view path) const

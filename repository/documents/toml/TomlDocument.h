@@ -38,11 +38,16 @@ public:
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::optional<bool> isArray(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
+    void visitSpans(const SpanVisitor& visitor) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
     std::string getBytes() const override { return file->write(); }
 
 private:
+    // Calls back with the path of each entry that is seen, its node, and the one of its value or noNode.
+    using Walker = std::function<void(std::string& path, NodeId id, NodeId valueNode)>;
+    void walk(const Walker& walker) const;
+
     // Before an edit of more than one value.
     void makeRoom();
     Outcome remove(std::string_view path, bool withComments);
