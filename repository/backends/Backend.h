@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/common/Document.h"
@@ -35,6 +36,8 @@ public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
     using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+    using TextPlace = FrameworkCore::AppConfig::Interfaces::TextPlace;
+    using BackendText = FrameworkCore::AppConfig::Interfaces::BackendText;
 
     struct Description
     {
@@ -133,6 +136,11 @@ public:
     // that it is gone is a conflict at the root. The watcher hears of conflicts, too, and of everything once.
     enum class Trigger { Request, Watcher };
     virtual Outcome reload(Trigger trigger, const ApplyChange& apply) = 0;
+
+    // See TextInterface.
+    virtual Outcome locate(const QString& path, TextPlace& place) const = 0;
+    virtual Outcome findAt(int line, int column, QString& path) const = 0;
+    virtual Outcome getReadableText(BackendText& text) const = 0;
 
     // See ChangesInterface.
     virtual QVector<UnsavedChange> getUnsavedChanges() const = 0;

@@ -26,6 +26,10 @@ public:
 
     bool isClosed() const override;
 
+    Outcome locate(const QString& path, TextPlace& place) const override;
+    Outcome findAt(int line, int column, QString& path) const override;
+    Outcome getReadableText(BackendText& text) const override;
+
     QVector<UnsavedChange> getUnsavedChanges() const override;
     QString getUnsavedDiff() const override;
 

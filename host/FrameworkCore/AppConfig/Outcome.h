@@ -36,7 +36,8 @@ public:
         Revert,
         Resolve,
         Undo,
-        Redo
+        Redo,
+        Locate
     };
 
     // One of several places that a reason is about.
