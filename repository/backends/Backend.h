@@ -10,6 +10,7 @@
 #include "repository/merge/DocumentChanges.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <functional>
@@ -147,6 +148,15 @@ public:
     virtual QString getUnsavedDiff() const = 0;
     virtual Outcome revert(const QString& path, const ApplyChange& apply) = 0;
     virtual Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) = 0;
+
+    // Some of its changes: entries with all below them, or hunks of the unsaved diff.
+    struct Part
+    {
+        QStringList paths;
+        QStringList hunks;
+    };
+    virtual Outcome revertPart(const Part& part, const ApplyChange& apply) = 0;
+    virtual Outcome savePart(const Part& part, const ApplyChange& apply) = 0;
 
 protected:
     friend class DocumentEdit;

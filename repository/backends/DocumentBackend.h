@@ -70,6 +70,11 @@ protected:
     Outcome checkConflicts() const; // refused when there are some
     Outcome damage() const;
     Outcome reverted(const std::vector<std::string>& paths);
+    std::vector<std::string> relativePaths(const Part& part) const;
+
+    // The text with these hunks of the unsaved diff alone, or with all others.
+    enum class Hunks { These, Others };
+    Outcome textWith(Hunks which, const QStringList& hunks, std::string& text) const;
     Changes change(const std::function<void()>& operation);
     Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
 

@@ -1,7 +1,9 @@
-// Where the values of a backend are in its text.
+// Where the values of a backend are in its text, and parts of what has changed in that.
 
 #include "repository/backends/DocumentBackend.h"
+#include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/ValueSpans.h"
+#include "repository/merge/UnifiedDiff.h"
 
 #include <algorithm>
 #include <set>
@@ -99,6 +101,33 @@ Outcome DocumentBackend::getReadableText(BackendText& text) const
     }
     appendUpTo(bytes.size());
     return {};
+}
+
+std::vector<std::string> DocumentBackend::relativePaths(const Part& part) const
+{
+    std::vector<std::string> paths;
+    for (const QString& path : part.paths)
+        paths.push_back(relative(path));
+    return paths;
+}
+
+Outcome DocumentBackend::textWith(Hunks which, const QStringList& hunks, std::string& text) const
+{
+    // In the encoding of what is edited, as a diff is one text.
+    Documents::TextEncoding encoding;
+    std::string before = content.getBase();
+    std::string after = content.getText();
+    Documents::TextEncoding().decode(before, {});
+    encoding.decode(after, {});
+    int found = 0;
+    text = encoding.encode(withHunks(before, after, [&](const std::string& hunk) {
+        const bool isThis = hunks.contains(QString::fromStdString(hunk));
+        found += isThis ? 1 : 0;
+        return isThis == (which == Hunks::These);
+    }));
+    return found == hunks.size() ? Outcome()
+                                 : refusal(QStringLiteral("its changes are others by now"))
+                                       .advise(QStringLiteral("look at them again"));
 }
 
 } // namespace Repository
