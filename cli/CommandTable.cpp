@@ -40,6 +40,7 @@ const std::vector<Command>& CommandTable::commands()
         ofFolders(Commands::list()),
         ofFolders(Commands::find()),
         ofFolders(Commands::replace()),
+        ofFolders(Commands::locate()),
         Commands::diff(),
         Commands::convert(),
         Commands::validate(),

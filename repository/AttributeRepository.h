@@ -48,6 +48,7 @@ public:
     std::shared_ptr<Interfaces::ChangesInterface> getChangesInterface() override { return changes; }
     std::shared_ptr<Interfaces::HistoryInterface> getHistoryInterface() override { return history; }
     std::shared_ptr<Interfaces::SearchInterface> getSearchInterface() override { return search; }
+    std::shared_ptr<Interfaces::TextInterface> getTextInterface() override { return texts; }
 
 private:
     AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
@@ -62,6 +63,7 @@ private:
     std::shared_ptr<Interfaces::ChangesInterface> changes;
     std::shared_ptr<Interfaces::HistoryInterface> history;
     std::shared_ptr<Interfaces::SearchInterface> search;
+    std::shared_ptr<Interfaces::TextInterface> texts;
 };
 
 } // namespace Repository

@@ -12,6 +12,7 @@
 #include "desk/files/RecentFiles.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
+#include "desk/places/Places.h"
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
@@ -68,6 +69,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     showFirstPages(!firstFiles.isEmpty());
     mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
     addApplications();
+    places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
 }
@@ -124,6 +126,7 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
@@ -139,15 +142,18 @@ void MainWindow::setUpMenus()
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
-    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
-        if (isShown)
-            log->showLines();
-    });
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::setUpPlaces()
+{
+    places = new Places(repository, files, *this, *edit);
+    connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
+    connect(places, &Places::failed, this, &MainWindow::showNotice);
 }
 
 void MainWindow::addApplications()
@@ -276,7 +282,7 @@ void MainWindow::showResult(const FileMounter::Result& result)
     notices->offerOpening(result.unknown);
     files.getWatch().look();
     if (!result.openBefore.isEmpty())
-        selectBackend(result.openBefore.last());
+        selectAttribute(result.openBefore.last());
     const auto waiting = std::exchange(keptToApply, {});
     for (const KeptChanges::Entry& entry : waiting) {
         if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
@@ -286,14 +292,23 @@ void MainWindow::showResult(const FileMounter::Result& result)
     }
 }
 
-void MainWindow::selectBackend(const QString& backend)
+void MainWindow::selectAttribute(const QString& path)
 {
+    showFirstPages(true);
     for (const auto& application : applications.getApplications()) {
-        if (application.main && selectInTree(*application.main, backend))
+        if (application.main && selectInTree(*application.main, path))
             return;
     }
+    const bool isBackend = files.getBackends().contains(path);
     notices->addNotices(
-        {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
+        {isBackend
+             ? tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(path))
+             : tr("%1 is there, but the search leaves it out of the tree.").arg(path)});
+}
+
+void MainWindow::showNotice(const QString& text)
+{
+    notices->addNotices({text});
 }
 
 void MainWindow::editAgain(const RefusedEdit& refused)

@@ -21,6 +21,7 @@ class KeptChangesBar;
 class LogDock;
 class NavigationArea;
 class NoticeBar;
+class Places;
 class PluginDock;
 class StartPage;
 
@@ -60,6 +61,7 @@ private:
     void setUpAreas();
     void setUpStatusBar();
     void setUpMenus();
+    void setUpPlaces();
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
@@ -71,7 +73,8 @@ private:
     void showResult(const FileMounter::Result& result);
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
-    void selectBackend(const QString& backend);
+    void selectAttribute(const QString& path);
+    void showNotice(const QString& text);
     void showFiles();
     void showAbout();
 
@@ -88,6 +91,7 @@ private:
     QSplitter* areas = nullptr;
     FileMenu* file = nullptr;
     EditMenu* edit = nullptr;
+    Places* places = nullptr;
     NavigationArea* navigation = nullptr;
     NoticeBar* notices = nullptr;
     KeptChangesBar* kept = nullptr;

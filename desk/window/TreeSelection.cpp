@@ -44,4 +44,15 @@ QString currentInTree(const QWidget& window)
     return {};
 }
 
+QList<QItemSelectionModel*> selectionModels(const QWidget& window)
+{
+    QList<QItemSelectionModel*> models;
+    const auto trees = window.findChildren<QTreeView*>();
+    for (const QTreeView* const tree : trees) {
+        if (attributesOf(*tree))
+            models.append(tree->selectionModel());
+    }
+    return models;
+}
+
 } // namespace Vantry

@@ -362,6 +362,16 @@ Outcome FolderBackend::resolveConflicts(const QString&, ConflictSide, const Appl
     return {};
 }
 
+Outcome FolderBackend::revertPart(const Part&, const ApplyChange&)
+{
+    return refusal(QStringLiteral("a folder has no changes but those of its files"));
+}
+
+Outcome FolderBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    return revertPart(part, apply);
+}
+
 Outcome FolderBackend::insert(const QString&, const FrameworkCore::Values::Value&)
 {
     return refusal(QStringLiteral("a folder has no entries but those of its files"));

@@ -41,6 +41,8 @@ public:
     QString getUnsavedDiff() const override;
     Outcome revert(const QString& path, const ApplyChange& apply) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
+    Outcome revertPart(const Part& part, const ApplyChange& apply) override;
+    Outcome savePart(const Part& part, const ApplyChange& apply) override;
 
     // All that were found by the last scan, which is how a change of one is noticed.
     QStringList getFolders() const;
