@@ -1,7 +1,8 @@
 #include "desk/files/OpeningProgress.h"
 
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QLocale>
 #include <QProgressBar>
 
@@ -9,16 +10,17 @@
 
 namespace Vantry {
 
+using Utilities::ModelViews::Widgets::PlainLabel;
+
 OpeningProgress::OpeningProgress(FileMounter& fileMounter,
                                  std::shared_ptr<FileMounter::Repository> attributes)
-    : mounter(fileMounter), repository(std::move(attributes)), text(new QLabel), bar(new QProgressBar)
+    : mounter(fileMounter), repository(std::move(attributes)), text(new PlainLabel), bar(new QProgressBar)
 {
     setObjectName(QStringLiteral("openingProgress"));
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(text);
     row->addWidget(bar);
-    text->setTextFormat(Qt::PlainText);
     bar->setTextVisible(false);
     bar->setMaximumWidth(bar->fontMetrics().averageCharWidth() * 20);
     hide();

@@ -5,8 +5,11 @@
 #include <QTimer>
 #include <QWidget>
 
-class QLabel;
 class QProgressBar;
+
+namespace Utilities::ModelViews::Widgets {
+class PlainLabel;
+}
 
 namespace Vantry {
 
@@ -24,7 +27,7 @@ private:
 
     FileMounter& mounter;
     const std::shared_ptr<FileMounter::Repository> repository;
-    QLabel* text; // children
+    Utilities::ModelViews::Widgets::PlainLabel* text; // children
     QProgressBar* bar;
     QTimer timer;
 };

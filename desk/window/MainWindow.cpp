@@ -16,6 +16,7 @@
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
+#include "desk/session/SessionKeeper.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
@@ -144,6 +145,12 @@ void MainWindow::setUpMenus()
     showLog->setShortcut(Qt::Key_F8);
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
+    view->addSeparator();
+    reopensFiles = new QAction(tr("&Reopen Files at Start"), this);
+    reopensFiles->setObjectName(QStringLiteral("reopensFiles"));
+    reopensFiles->setCheckable(true);
+    reopensFiles->setChecked(true);
+    view->addAction(reopensFiles);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
@@ -206,6 +213,26 @@ void MainWindow::showFirstPages(bool hasFiles)
         showStartPage();
 }
 
+void MainWindow::showLastPages()
+{
+    for (const auto& application : applications.getApplications()) {
+        const QString page = WindowMemory::getPage(application.identification);
+        applications.setPage(application.identification, page.isEmpty() ? QString(attributesPage) : page);
+    }
+}
+
+void MainWindow::beginSession(bool restores)
+{
+    session = new SessionKeeper(repository, files, mounter, *this);
+    const bool isRestored = restores && reopensFiles->isChecked() && session->restore();
+    if (isRestored)
+        showLastPages();
+    const auto unsaved = session->takeUnsaved();
+    if (isRestored)
+        keptToApply += unsaved;
+    session->follow();
+}
+
 bool MainWindow::areFilesShown() const
 {
     const auto& shown = applications.getApplications();
@@ -259,7 +286,8 @@ void MainWindow::waitForFirstFiles()
 
 void MainWindow::showKeptChanges()
 {
-    kept->refresh();
+    if (keptToApply.isEmpty()) // of others it is told once these are applied
+        kept->refresh();
 }
 
 void MainWindow::applyKept(const KeptChanges::Entry& entry)
@@ -290,6 +318,8 @@ void MainWindow::showResult(const FileMounter::Result& result)
         else if (mounter.isBusy())
             keptToApply.append(entry);
     }
+    if (!waiting.isEmpty())
+        showKeptChanges(); // with those whose files are not open
 }
 
 void MainWindow::selectAttribute(const QString& path)
@@ -402,6 +432,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    if (session)
+        session->end();
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications())
         WindowMemory::savePage(application.identification, applications.getPage(application.identification));

@@ -23,6 +23,7 @@ class NavigationArea;
 class NoticeBar;
 class Places;
 class PluginDock;
+class SessionKeeper;
 class StartPage;
 
 // The window: what applications there are on the left, the work area of the chosen one on the right, and
@@ -45,6 +46,10 @@ public:
     // appears without when they are so many or large that a person would notice the wait.
     void waitForFirstFiles();
 
+    // From now on the next start can bring back what is open and how it is shown, which this does with what
+    // the last session left, if that is wanted.
+    void beginSession(bool restores);
+
     bool isOpeningFiles() const { return mounter.isBusy(); }
 
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
@@ -66,6 +71,7 @@ private:
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
+    void showLastPages();
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
@@ -97,6 +103,8 @@ private:
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
+    SessionKeeper* session = nullptr;
+    QAction* reopensFiles = nullptr;
     PluginDock* plugins = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
