@@ -1,5 +1,6 @@
 #include "desk/window/MainWindow.h"
 
+#include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
 #include "desk/files/ExampleFiles.h"
@@ -102,6 +103,10 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    changes = new ChangesDock(repository, files);
+    addDockWidget(Qt::BottomDockWidgetArea, changes);
+    connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(changes, &ChangesDock::failed, this, &MainWindow::showNotice);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
@@ -140,6 +145,16 @@ void MainWindow::setUpMenus()
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
+    QAction* const showChanges = changes->toggleViewAction();
+    showChanges->setShortcut(Qt::Key_F7);
+    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
+        if (isShown)
+            changes->showChanges();
+    });
+    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
+        if (isShown)
+            log->showLines();
+    });
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
 

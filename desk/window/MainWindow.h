@@ -14,6 +14,7 @@ class QStackedWidget;
 
 namespace Vantry {
 
+class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
@@ -98,6 +99,7 @@ private:
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
     PluginDock* plugins = nullptr;
+    ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
 
