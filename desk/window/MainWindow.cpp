@@ -16,6 +16,7 @@
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
+#include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
@@ -167,6 +168,16 @@ void MainWindow::setUpPlaces()
     places = new Places(repository, files, *this, *edit);
     connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
     connect(places, &Places::failed, this, &MainWindow::showNotice);
+    auto* const text = new TextDock(repository, places->getWatch());
+    addDockWidget(Qt::RightDockWidgetArea, text);
+    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
+    QAction* const showText = text->toggleViewAction();
+    showText->setShortcut(Qt::CTRL + Qt::Key_U);
+    connect(showText, &QAction::triggered, text, [text](bool isShown) {
+        if (isShown)
+            text->showText();
+    });
 }
 
 void MainWindow::addApplications()
