@@ -12,6 +12,13 @@ namespace {
 Command ofFolders(Command command)
 {
     command.takesFolders = true;
+    command.options.push_back({"--include", "GLOB", Word::Text,
+                               "of a folder, only files whose names match, as '*.conf'; may be repeated",
+                               true});
+    command.options.push_back({"--exclude", "GLOB", Word::Text,
+                               "of a folder, no files and folders whose names match, or with a / their paths "
+                               "below it; may be repeated",
+                               true});
     return command;
 }
 
@@ -20,17 +27,29 @@ Command ofFolders(Command command)
 const std::vector<Command>& CommandTable::commands()
 {
     static const std::vector<Command> table{
-        ofFolders(Commands::get()),    ofFolders(Commands::set()),
-        ofFolders(Commands::create()), ofFolders(Commands::append()),
-        ofFolders(Commands::insert()), ofFolders(Commands::remove()),
-        ofFolders(Commands::move()),   ofFolders(Commands::copy()),
-        ofFolders(Commands::ls()),     ofFolders(Commands::tree()),
-        ofFolders(Commands::list()),   ofFolders(Commands::find()),
-        ofFolders(Commands::locate()), Commands::diff(),
-        Commands::convert(),           Commands::validate(),
-        ofFolders(Commands::watch()),  Commands::roundtrip(),
-        Commands::importTree(),        Commands::exportTree(),
-        Commands::completion(),        Commands::help(),
+        ofFolders(Commands::get()),
+        ofFolders(Commands::set()),
+        ofFolders(Commands::create()),
+        ofFolders(Commands::append()),
+        ofFolders(Commands::insert()),
+        ofFolders(Commands::remove()),
+        ofFolders(Commands::move()),
+        ofFolders(Commands::copy()),
+        ofFolders(Commands::ls()),
+        ofFolders(Commands::tree()),
+        ofFolders(Commands::list()),
+        ofFolders(Commands::find()),
+        ofFolders(Commands::replace()),
+        ofFolders(Commands::locate()),
+        Commands::diff(),
+        Commands::convert(),
+        Commands::validate(),
+        ofFolders(Commands::watch()),
+        Commands::roundtrip(),
+        Commands::importTree(),
+        Commands::exportTree(),
+        Commands::completion(),
+        Commands::help(),
         Commands::complete(),
     };
     return table;

@@ -23,6 +23,7 @@ Command locate();
 Command ls();
 Command move();
 Command remove();
+Command replace();
 Command roundtrip();
 Command set();
 Command tree();

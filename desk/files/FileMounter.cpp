@@ -4,6 +4,7 @@
 #include "host/Utilities/Worker.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
+#include "repository/mounting/FolderLocation.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -31,10 +32,10 @@ QHash<QString, QString> openFiles(FileMounter::Repository& repository)
 }
 
 // Empty when the folder was opened, otherwise why it was not. Files of it that are left out are noted.
-QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::Repository& repository,
-                    QStringList& notes)
+QString mountFolder(const ::Repository::FolderLocation& folder, const QString& name,
+                    FileMounter::Repository& repository, QStringList& notes)
 {
-    const QString path = folder.absoluteFilePath();
+    const QString path = folder.toText();
     const auto outcome = repository.getBackendInterface()->mount(QStringLiteral("folder"), name,
                                                                  {path, path, AccessMode::ReadWrite}, 2);
     if (!outcome.ok())
@@ -48,11 +49,12 @@ QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::R
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
                   QStringList& notes, bool& isUnknown)
 {
+    const ::Repository::FolderLocation folder(file);
+    if (QFileInfo(folder.getFolder()).isDir())
+        return mountFolder(folder, name, repository, notes);
     const QFileInfo info(file);
     if (!info.exists())
         return QStringLiteral("%1: no such file").arg(file);
-    if (info.isDir())
-        return mountFolder(info, name, repository, notes);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is not a regular file").arg(file);
     if (type.isEmpty())
@@ -162,8 +164,10 @@ void FileMounter::startNext()
             return result;
         },
         failure);
-    if (worker.valid())
+    if (worker.valid()) {
+        emit started();
         return;
+    }
     std::promise<Result> refused;
     refused.set_value(refusalOfAll(opening, failure));
     worker = refused.get_future();

@@ -50,6 +50,7 @@ public:
     static QString mountName(const QString& file, Repository& repository);
 
 signals:
+    void started(); // with some files, or with those given meanwhile
     void mounted(const Vantry::FileMounter::Result& result);
 
 private:

@@ -7,6 +7,7 @@
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/OpeningProgress.h"
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
@@ -116,6 +117,7 @@ void MainWindow::setUpStatusBar()
 {
     hint = new FailureHint(logFeed, repository);
     statusBar()->addWidget(hint, 1);
+    statusBar()->addPermanentWidget(new OpeningProgress(mounter, repository));
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
             [this] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);

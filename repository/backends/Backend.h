@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/BackendInformationInterface.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/AppConfig/TextInterface.h"
@@ -77,6 +78,10 @@ public:
 
     // See Document.
     virtual bool namesType(const QString& path) const = 0;
+
+    // Of the opening of what it consists of. Any thread.
+    using Progress = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface::Progress;
+    virtual Progress getProgress() const { return {}; }
 
     // Whether an entry is an array; nothing where there are none.
     virtual std::optional<bool> isArray(const QString& path) const = 0;

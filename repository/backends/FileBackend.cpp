@@ -30,10 +30,13 @@ std::string nameOnDisk(const Backend::Description& description)
 std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
 {
     Description known = description;
-    if (refusalOfKind(description.filePath).isEmpty())
-        known.type = FileFormat::withDialect(description.type, description.filePath);
+    const QString wrongKind = refusalOfKind(description.filePath);
+    Files::ReadFileResult file;
+    if (wrongKind.isEmpty())
+        file = Files::FileSaver().read(nameOnDisk(description));
+    known.type = FileFormat::withDialect(description.type, description.filePath, file.bytes);
     std::shared_ptr<FileBackend> backend(new FileBackend(known, known.type.toStdString()));
-    outcome = backend->read();
+    outcome = wrongKind.isEmpty() ? backend->take(std::move(file)) : backend->refusal(wrongKind);
     return outcome.ok() ? std::move(backend) : nullptr;
 }
 
@@ -64,16 +67,18 @@ Outcome FileBackend::checkReadability(const std::string& text)
 Files::ReadFileResult FileBackend::readFile()
 {
     Files::ReadFileResult file = files.read(nameOnDisk(description));
-    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+    noteMode(file);
     return file;
 }
 
-Outcome FileBackend::read()
+void FileBackend::noteMode(const Files::ReadFileResult& file)
 {
-    const QString wrongKind = refusalOfKind(description.filePath);
-    if (!wrongKind.isEmpty())
-        return refusal(wrongKind);
-    Files::ReadFileResult file = readFile();
+    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+}
+
+Outcome FileBackend::take(Files::ReadFileResult file)
+{
+    noteMode(file);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return warned(refusal(QString::fromStdString(file.reason)), file.warning);
     digest = file.digest;

@@ -33,8 +33,9 @@ private:
     using DocumentBackend::DocumentBackend;
 
     Outcome warned(Outcome outcome, const std::string& warning) const;
-    Outcome read();
+    Outcome take(Files::ReadFileResult file);
     Files::ReadFileResult readFile();
+    void noteMode(const Files::ReadFileResult& file);
     void mergeUnmerged(const ApplyChange& apply);
 
     // saving held

@@ -48,6 +48,8 @@ ROOMS = {
                               "repository/backends", "repository/common", *CORE],
     "repository/transfer": ["repository/transfer", "repository/operations", "repository/transaction", "repository/store",
                             "repository/backends", "repository/common", "repository/documents", *CORE],
+    "repository/search": ["repository/search", "repository/operations", "repository/transaction", "repository/store",
+                          "repository/backends", "repository/validation", "repository/common", *CORE],
     "repository/mounting": ["repository/mounting", "repository/operations", "repository/transaction", "repository/history",
                             "repository/store", "repository/backends", "repository/common", "repository/documents", "files",
                             *CORE],

@@ -128,6 +128,8 @@ private slots:
         row("xml: new ones that need each other", "xml", "<r>\n  <k>1</k>\n</r>\n",
             "r.a:i.@xmlns:a = u|r.m.#text = t|r.m.b = 5", "<r>\n  <k>2</k>\n</r>\n",
             "<r>\n  <k>2</k>\n  <a:i xmlns:a=\"u\"/>\n  <m>t <b>5</b></m>\n</r>\n");
+        row("toml: both sides' values", "toml", "[a]\nx = 0x01 # c\ny = 2\n", "a.x = 3",
+            "[a]\nx = 0x01 # c\n\n# of y\ny = 4\n", "[a]\nx = 0x03 # c\n\n# of y\ny = 4\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),
             with(j, "{\"x\": 1, \"y\": 2}", "{\n    \"#value\": 5,\n    \"z\": 3\n  }"));
     }
@@ -167,6 +169,8 @@ private slots:
             "<r>\n  <x>1</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n",
             "<r>\n  <x>2</x>\n</r>\n",
             "<r>\n  <x>2</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n");
+        row("toml", "toml", "x = 1\n", "x = 1\n# why\ny = [0x0F, 2] # in\n\n# of t\n[[t]]\nz = 1_0\n",
+            "x = 2\n", "x = 2\n# why\ny = [0x0F, 2] # in\n\n# of t\n[[t]]\nz = 1_0\n");
         row("a comment that stayed", "ini", "[a]\n; why\nx = 1\n[b]\n", "[a]\n[b]\n; why\ny = 1.50\n",
             "[a]\n; why\nx = 1\n[b]\nk=1\n", "[a]\n; why\n[b]\nk=1\ny = 1.50\n");
     }

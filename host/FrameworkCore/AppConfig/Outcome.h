@@ -37,6 +37,7 @@ public:
         Resolve,
         Undo,
         Redo,
+        Match, // with the text of a search
         Locate
     };
 

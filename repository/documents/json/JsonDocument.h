@@ -45,10 +45,6 @@ public:
     std::string getBytes() const override { return file->tree.write(); }
 
 private:
-    // Calls back with the path of each entry that is seen, its node, and the one of its value or noNode.
-    using Walker = std::function<void(std::string& path, NodeId id, NodeId valueNode)>;
-    void walk(const Walker& walker) const;
-
     // True for the value that the node had in the file, whose spelling it gets again.
     bool isOriginal(NodeId valueNode, const Value& value, Type tag) const;
     Outcome checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const;

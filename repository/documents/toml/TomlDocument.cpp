@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/SpanEncoder.h"
+#include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -58,56 +59,9 @@ Outcome TomlDocument::parse(std::string bytes)
     return {};
 }
 
-void TomlDocument::walk(const Walker& walker) const
-{
-    struct Level
-    {
-        std::size_t pathLength;
-        std::size_t position;
-    };
-    const TomlTree& tree = file->tree;
-    std::string path;
-    std::vector<Level> levels;
-    NodeId id = tree.getRoot();
-    while (id != noNode) {
-        const bool isOwnValue = tree.isOwnValue(id);
-        if (!levels.empty() && !isOwnValue) {
-            if (!path.empty())
-                path += '.';
-            tree.appendName(path, id, levels.back().position);
-        }
-        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty()))
-            walker(path, id, valueNode);
-        if (tree.node(id).first != noNode) {
-            levels.push_back({path.size(), 0});
-            id = tree.node(id).first;
-            continue;
-        }
-        while (!levels.empty() && tree.node(id).next == noNode) {
-            levels.pop_back();
-            id = tree.node(id).parent;
-        }
-        if (levels.empty())
-            return;
-        ++levels.back().position;
-        path.resize(levels.back().pathLength);
-        id = tree.node(id).next;
-    }
-}
-
 void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    Entry entry;
-    walk([&](std::string& path, NodeId id, NodeId valueNode) {
-        entry.path.swap(path);
-        entry.value = valueNode == noNode ? Value() : file->read(valueNode);
-        entry.isArray.reset();
-        if (valueNode == noNode)
-            entry.isArray = file->tree.node(id).isArray();
-        visitor(entry);
-        entry.path.swap(path);
-    });
+    visitEntries(*file, visitor);
 }
 
 Outcome TomlDocument::set(std::string_view path, const Value& value)
@@ -208,7 +162,7 @@ void TomlDocument::visitSpans(const SpanVisitor& visitor) const
         return;
     }
     SpanEncoder encoder(file->encoding, tree.getOriginal());
-    walk([&](const std::string& path, NodeId, NodeId valueNode) {
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
         if (valueNode == noNode)
             return;
         const TomlNode& node = tree.node(valueNode);

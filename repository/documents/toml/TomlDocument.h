@@ -44,10 +44,6 @@ public:
     std::string getBytes() const override { return file->write(); }
 
 private:
-    // Calls back with the path of each entry that is seen, its node, and the one of its value or noNode.
-    using Walker = std::function<void(std::string& path, NodeId id, NodeId valueNode)>;
-    void walk(const Walker& walker) const;
-
     // Before an edit of more than one value.
     void makeRoom();
     Outcome remove(std::string_view path, bool withComments);
