@@ -11,6 +11,7 @@ PlaceButton::PlaceButton(QWidget* parent) : QToolButton(parent)
     setAutoRaise(true);
     setPopupMode(InstantPopup);
     setToolButtonStyle(Qt::ToolButtonTextOnly);
+    setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }")); // it would be on the text
     setFocusPolicy(Qt::TabFocus);
     hide();
 }

@@ -1,5 +1,6 @@
 #include "desk/window/MainWindow.h"
 
+#include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
 #include "desk/files/ExampleFiles.h"
@@ -17,6 +18,7 @@
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
 #include "desk/session/SessionKeeper.h"
+#include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
@@ -104,6 +106,10 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    changes = new ChangesDock(repository, files);
+    addDockWidget(Qt::BottomDockWidgetArea, changes);
+    connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(changes, &ChangesDock::failed, this, &MainWindow::showNotice);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
@@ -143,6 +149,16 @@ void MainWindow::setUpMenus()
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
+    QAction* const showChanges = changes->toggleViewAction();
+    showChanges->setShortcut(Qt::Key_F7);
+    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
+        if (isShown)
+            changes->showChanges();
+    });
+    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
+        if (isShown)
+            log->showLines();
+    });
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
     view->addSeparator();
@@ -161,6 +177,16 @@ void MainWindow::setUpPlaces()
     places = new Places(repository, files, *this, *edit);
     connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
     connect(places, &Places::failed, this, &MainWindow::showNotice);
+    auto* const text = new TextDock(repository, places->getWatch());
+    addDockWidget(Qt::RightDockWidgetArea, text);
+    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
+    QAction* const showText = text->toggleViewAction();
+    showText->setShortcut(Qt::CTRL + Qt::Key_U);
+    connect(showText, &QAction::triggered, text, [text](bool isShown) {
+        if (isShown)
+            text->showText();
+    });
 }
 
 void MainWindow::addApplications()

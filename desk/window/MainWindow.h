@@ -14,6 +14,7 @@ class QStackedWidget;
 
 namespace Vantry {
 
+class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
@@ -106,6 +107,7 @@ private:
     SessionKeeper* session = nullptr;
     QAction* reopensFiles = nullptr;
     PluginDock* plugins = nullptr;
+    ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
 

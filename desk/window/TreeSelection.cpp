@@ -28,6 +28,7 @@ bool selectInTree(QWidget& page, const QString& path)
         tree->setFocus();
         tree->setCurrentIndex(item);
         tree->scrollTo(item);
+        emit tree->clicked(item); // so that the page shows its details
         return true;
     }
     return false;
