@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "repository/RepositoryExport.h"
 
 #include <functional>
 #include <memory>
@@ -28,7 +29,7 @@ struct RepositoryOptions
 };
 
 // The attribute repository of a process: the interfaces of the contract over one store. Any thread.
-class AttributeRepository : public Interfaces::RepositoryInterface
+class VANTRY_REPOSITORY_EXPORT AttributeRepository : public Interfaces::RepositoryInterface
 {
 public:
     static std::shared_ptr<AttributeRepository> create(const RepositoryOptions& options = {});
