@@ -3,6 +3,7 @@
 #include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/files/ExampleFiles.h"
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
@@ -23,7 +24,6 @@
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
-#include "desk/window/TreeSelection.h"
 #include "desk/window/WindowMemory.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
@@ -162,11 +162,11 @@ void MainWindow::setUpMenus()
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
     view->addSeparator();
-    reopensFiles = new QAction(tr("&Reopen Files at Start"), this);
-    reopensFiles->setObjectName(QStringLiteral("reopensFiles"));
-    reopensFiles->setCheckable(true);
-    reopensFiles->setChecked(true);
-    view->addAction(reopensFiles);
+    reopenAction = new QAction(tr("&Reopen Files at Start"), this);
+    reopenAction->setObjectName(QStringLiteral("reopensFiles"));
+    reopenAction->setCheckable(true);
+    reopenAction->setChecked(true);
+    view->addAction(reopenAction);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
@@ -250,7 +250,7 @@ void MainWindow::showLastPages()
 void MainWindow::beginSession(bool restores)
 {
     session = new SessionKeeper(repository, files, mounter, *this);
-    const bool isRestored = restores && reopensFiles->isChecked() && session->restore();
+    const bool isRestored = restores && reopenAction->isChecked() && session->restore();
     if (isRestored)
         showLastPages();
     const auto unsaved = session->takeUnsaved();

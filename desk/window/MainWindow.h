@@ -105,7 +105,7 @@ private:
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
     SessionKeeper* session = nullptr;
-    QAction* reopensFiles = nullptr;
+    QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
     ChangesDock* changes = nullptr;
     LogDock* log = nullptr;

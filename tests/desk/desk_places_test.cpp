@@ -1,5 +1,5 @@
+#include "desk/common/TreeSelection.h"
 #include "desk/places/EditorCommand.h"
-#include "desk/window/TreeSelection.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/Columns.h"
 

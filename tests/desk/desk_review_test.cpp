@@ -1,6 +1,6 @@
 #include "desk/changes/HunkView.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/text/TextModel.h"
-#include "desk/window/TreeSelection.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/Columns.h"
 
