@@ -19,6 +19,7 @@ Command help();
 Command importTree();
 Command insert();
 Command list();
+Command locate();
 Command ls();
 Command move();
 Command remove();

@@ -1,25 +1,30 @@
 #include "desk/window/MainWindow.h"
 
+#include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/files/ExampleFiles.h"
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/OpeningProgress.h"
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
 #include "desk/find/FindDock.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
+#include "desk/places/Places.h"
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
+#include "desk/session/SessionKeeper.h"
+#include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
-#include "desk/window/TreeSelection.h"
 #include "desk/window/WindowMemory.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
@@ -68,6 +73,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     showFirstPages(!firstFiles.isEmpty());
     mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
     addApplications();
+    places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
 }
@@ -104,6 +110,10 @@ void MainWindow::setUpAreas()
     find = new FindDock(repository, files, [this] { return currentInTree(*this); });
     addDockWidget(Qt::BottomDockWidgetArea, find);
     connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
+    changes = new ChangesDock(repository, files);
+    addDockWidget(Qt::BottomDockWidgetArea, changes);
+    connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(changes, &ChangesDock::failed, this, &MainWindow::showNotice);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
@@ -112,6 +122,7 @@ void MainWindow::setUpStatusBar()
 {
     hint = new FailureHint(logFeed, repository);
     statusBar()->addWidget(hint, 1);
+    statusBar()->addPermanentWidget(new OpeningProgress(mounter, repository));
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
             [this] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
@@ -127,6 +138,7 @@ void MainWindow::setUpMenus()
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
     edit->addFinding(*find);
+    setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
@@ -142,15 +154,44 @@ void MainWindow::setUpMenus()
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
+    QAction* const showChanges = changes->toggleViewAction();
+    showChanges->setShortcut(Qt::Key_F7);
+    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
+        if (isShown)
+            changes->showChanges();
+    });
     connect(showLog, &QAction::triggered, log, [this](bool isShown) {
         if (isShown)
             log->showLines();
     });
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
+    view->addSeparator();
+    reopenAction = new QAction(tr("&Reopen Files at Start"), this);
+    reopenAction->setObjectName(QStringLiteral("reopensFiles"));
+    reopenAction->setCheckable(true);
+    reopenAction->setChecked(true);
+    view->addAction(reopenAction);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::setUpPlaces()
+{
+    places = new Places(repository, files, *this, *edit);
+    connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
+    connect(places, &Places::failed, this, &MainWindow::showNotice);
+    auto* const text = new TextDock(repository, places->getWatch());
+    addDockWidget(Qt::RightDockWidgetArea, text);
+    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
+    QAction* const showText = text->toggleViewAction();
+    showText->setShortcut(Qt::CTRL + Qt::Key_U);
+    connect(showText, &QAction::triggered, text, [text](bool isShown) {
+        if (isShown)
+            text->showText();
+    });
 }
 
 void MainWindow::addApplications()
@@ -201,6 +242,26 @@ void MainWindow::showFirstPages(bool hasFiles)
     }
     if (!isAnyShown && !applications.getApplications().empty())
         showStartPage();
+}
+
+void MainWindow::showLastPages()
+{
+    for (const auto& application : applications.getApplications()) {
+        const QString page = WindowMemory::getPage(application.identification);
+        applications.setPage(application.identification, page.isEmpty() ? QString(attributesPage) : page);
+    }
+}
+
+void MainWindow::beginSession(bool restores)
+{
+    session = new SessionKeeper(repository, files, mounter, *this);
+    const bool isRestored = restores && reopenAction->isChecked() && session->restore();
+    if (isRestored)
+        showLastPages();
+    const auto unsaved = session->takeUnsaved();
+    if (isRestored)
+        keptToApply += unsaved;
+    session->follow();
 }
 
 bool MainWindow::areFilesShown() const
@@ -256,7 +317,8 @@ void MainWindow::waitForFirstFiles()
 
 void MainWindow::showKeptChanges()
 {
-    kept->refresh();
+    if (keptToApply.isEmpty()) // of others it is told once these are applied
+        kept->refresh();
 }
 
 void MainWindow::applyKept(const KeptChanges::Entry& entry)
@@ -287,6 +349,8 @@ void MainWindow::showResult(const FileMounter::Result& result)
         else if (mounter.isBusy())
             keptToApply.append(entry);
     }
+    if (!waiting.isEmpty())
+        showKeptChanges(); // with those whose files are not open
 }
 
 void MainWindow::selectAttribute(const QString& path)
@@ -301,6 +365,11 @@ void MainWindow::selectAttribute(const QString& path)
         {isBackend
              ? tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(path))
              : tr("%1 is there, but the search leaves it out of the tree.").arg(path)});
+}
+
+void MainWindow::showNotice(const QString& text)
+{
+    notices->addNotices({text});
 }
 
 void MainWindow::editAgain(const RefusedEdit& refused)
@@ -394,6 +463,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    if (session)
+        session->end();
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications())
         WindowMemory::savePage(application.identification, applications.getPage(application.identification));

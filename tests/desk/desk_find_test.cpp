@@ -51,7 +51,7 @@ private slots:
     void selectsWhatItFinds()
     {
         beginTyping("ctrl+f", "SP");
-        QTRY_COMPARE(foundRows(), QStringList(speed + QStringLiteral("|1200|plant.json")));
+        QTRY_COMPARE(foundRows(), QStringList(speed + QStringLiteral("|1200|plant.json:1")));
         QCOMPARE(status(), QStringLiteral("1 found"));
         QVERIFY(pressKey(QStringLiteral("Return")));
         QTRY_VERIFY(hits().hasFocus());
@@ -80,7 +80,7 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("Down")));
         QVERIFY(pressKey(QStringLiteral("shift+Tab")));
         QVERIFY(TestSupport::typeText(QStringLiteral("L*t")));
-        QTRY_COMPARE(foundRows(), QStringList(sense + QStringLiteral("|left|plant.json")));
+        QTRY_COMPARE(foundRows(), QStringList(sense + QStringLiteral("|left|plant.json:1")));
         check("findCase");
         QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
     }
@@ -117,13 +117,13 @@ private slots:
             QTRY_VERIFY(driver.isDone());
         };
         chooseScope(QStringLiteral("limits.ini"));
-        QTRY_COMPARE(foundRows(), (QStringList{QStringLiteral("limits||limits.ini"),
-                                               maximum + QStringLiteral("|125|limits.ini")}));
+        QTRY_COMPARE(foundRows(), (QStringList{QStringLiteral("limits||limits.ini:2"),
+                                               maximum + QStringLiteral("|125|limits.ini:2")}));
         chooseScope(QStringLiteral("plant.json"));
         QTRY_COMPARE(foundRows().size(), 5);
         desk->tree->setCurrentIndex(desk->item(QStringLiteral("plant.cell.pump.motor")));
         chooseScope(QStringLiteral("At and Below the Selected Node"));
-        QTRY_COMPARE(foundRows(), QStringList(QStringLiteral("plant.cell.pump.motor||plant.json")));
+        QTRY_COMPARE(foundRows(), QStringList(QStringLiteral("plant.cell.pump.motor||plant.json:1")));
         chooseScope(QStringLiteral("Everywhere"));
         QTRY_COMPARE(foundRows().size(), 5);
     }
@@ -154,14 +154,14 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("Tab")));
         QVERIFY(TestSupport::typeText(QStringLiteral("x")));
         QTRY_COMPARE(foundRows().size(), 3);
-        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of x|plant.json"));
+        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of x|plant.json:2"));
         QVERIFY2(foundRows().first().startsWith(speed + QStringLiteral("|1200|it holds a whole number")),
                  qPrintable(foundRows().first()));
         auto& button = *desk->part<QPushButton>("findReplace");
         QCOMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
         QVERIFY(TestSupport::pressKey(QStringLiteral("BackSpace")));
         QVERIFY(TestSupport::typeText(QStringLiteral("3")));
-        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of 3|plant.json"));
+        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of 3|plant.json:2"));
         QVERIFY(pressKey(QStringLiteral("Return")));
         QTRY_VERIFY(hits().hasFocus());
         QVERIFY(pressKey(QStringLiteral("Down")));
@@ -216,7 +216,7 @@ private slots:
         QTRY_VERIFY(hits().hasFocus());
         QCOMPARE(hits().selectionModel()->selectedRows().size(), 1);
         QVERIFY(pressKey(QStringLiteral("ctrl+c")));
-        QTRY_COMPARE(QApplication::clipboard()->text(), sense + QStringLiteral("\tleft\tplant.json\n"));
+        QTRY_COMPARE(QApplication::clipboard()->text(), sense + QStringLiteral("\tleft\tplant.json:1\n"));
     }
 
 private:

@@ -45,6 +45,8 @@ QString phraseOf(Outcome::Operation operation)
         return QStringLiteral("'%1' was not done again");
     case Outcome::Operation::Match:
         return QStringLiteral("'%1' was not matched");
+    case Outcome::Operation::Locate:
+        return QStringLiteral("'%1' has no place in a text");
     }
     return {};
 }

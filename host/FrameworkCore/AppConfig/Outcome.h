@@ -37,7 +37,8 @@ public:
         Resolve,
         Undo,
         Redo,
-        Match // with the text of a search
+        Match, // with the text of a search
+        Locate
     };
 
     // One of several places that a reason is about.

@@ -39,6 +39,12 @@ std::size_t findTomlComments(std::string_view lead)
     return begin;
 }
 
+std::size_t keyBegin(std::string_view text, bool isHeader)
+{
+    const std::size_t at = skipTomlBlanks(text, 0);
+    return isHeader ? skipTomlBlanks(text, at + (text[at + 1] == '[' ? 2 : 1)) : at;
+}
+
 bool beginsWithBlankLine(std::string_view text)
 {
     return !text.empty() && isBlankLine(textLineAt(text, 0).content);
@@ -75,6 +81,24 @@ NodeId TomlEditor::blockOf(NodeId id) const
            (tree.node(id).kind != TomlKind::Table || tree.node(id).statement == noStatement))
         id = tree.node(id).parent;
     return id;
+}
+
+// The key has a part for each node above that is no element, from the root or from the block on.
+std::optional<TomlKeyPart> TomlEditor::findName(StatementId statement, NodeId id) const
+{
+    const bool isHeader = tree.statement(statement).isHeader;
+    const NodeId from = isHeader ? tree.getRoot() : blockOf(tree.statement(statement).node);
+    std::size_t before = 0;
+    NodeId above = tree.node(id).parent;
+    for (; above != from && above != tree.getRoot(); above = tree.node(above).parent)
+        before += tree.node(tree.node(above).parent).isArray() ? 0 : 1;
+    if (above != from)
+        return {};
+    const std::string text = file.statementText(statement);
+    TomlKeyPart part = readTomlKeyPart(text, keyBegin(text, isHeader));
+    for (; before > 0; --before)
+        part = readTomlKeyPart(text, part.next);
+    return part;
 }
 
 void TomlEditor::remove(NodeId id, bool withComments)
