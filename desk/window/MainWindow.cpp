@@ -23,6 +23,7 @@
 #include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
+#include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
 #include "desk/window/WindowMemory.h"
@@ -39,6 +40,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -107,7 +109,7 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
-    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    find = new FindDock(repository, files, [this] { return edit->getSelection().getPath(); });
     addDockWidget(Qt::BottomDockWidgetArea, find);
     connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     changes = new ChangesDock(repository, files);
@@ -137,6 +139,8 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
+            [this](const QString& path) { selectNew(path); });
     edit->addFinding(*find);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
@@ -353,13 +357,35 @@ void MainWindow::showResult(const FileMounter::Result& result)
         showKeptChanges(); // with those whose files are not open
 }
 
-void MainWindow::selectAttribute(const QString& path)
+bool MainWindow::select(const QString& path)
 {
     showFirstPages(true);
-    for (const auto& application : applications.getApplications()) {
-        if (application.main && selectInTree(*application.main, path))
-            return;
-    }
+    const auto& shown = applications.getApplications();
+    return std::any_of(shown.begin(), shown.end(), [&path](const auto& application) {
+        return application.main && selectInTree(*application.main, path);
+    });
+}
+
+// Trees follow what has changed a moment later. Who selects something else meanwhile keeps that.
+void MainWindow::selectNew(const QString& path, int attempts)
+{
+    constexpr int milliseconds = 30;
+    if (attempts == 0)
+        return selectAttribute(path);
+    if (select(path))
+        return;
+    const auto current = [this] { return edit->getSelection().getPath(); };
+    QTimer::singleShot(milliseconds, this, [this, path, attempts, current, former = current()] {
+        const QString now = current();
+        if (now == former || !repository->getTreeInterface()->getNodeInformation(former).exists)
+            selectNew(path, attempts - 1);
+    });
+}
+
+void MainWindow::selectAttribute(const QString& path)
+{
+    if (select(path))
+        return;
     const bool isBackend = files.getBackends().contains(path);
     notices->addNotices(
         {isBackend

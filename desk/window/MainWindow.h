@@ -82,6 +82,8 @@ private:
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
     void selectAttribute(const QString& path);
+    void selectNew(const QString& path, int attempts = 30);
+    bool select(const QString& path);
     void showNotice(const QString& text);
     void showFiles();
     void showAbout();
