@@ -96,13 +96,26 @@ void ChangesDock::setUpRows()
     QHeaderView* const header = rows->header();
     header->resizeSection(ChangesModel::PathColumn, 26 * fontMetrics().averageCharWidth() + 60);
     header->resizeSection(ChangesModel::StateColumn, 14 * fontMetrics().averageCharWidth());
+    header->setStretchLastSection(false);
     for (const int column : {ChangesModel::FileColumn, ChangesModel::UnsavedColumn, ChangesModel::BaseColumn})
-        header->resizeSection(column, 22 * fontMetrics().averageCharWidth());
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
     connect(rows->selectionModel(), &QItemSelectionModel::currentChanged, this, &ChangesDock::showRow);
     connect(rows->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesDock::showState);
+    rows->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(rows, &QTreeView::customContextMenuRequested, this, &ChangesDock::requestMenu);
     connect(rows, &QTreeView::activated, this, [this](const QModelIndex& row) {
         emit selectRequested(row.data(ChangesModel::PathRole).toString());
     });
+}
+
+void ChangesDock::requestMenu(const QPoint& position)
+{
+    const QModelIndex row = rows->indexAt(position);
+    if (!row.isValid())
+        return;
+    emit selectRequested(row.data(ChangesModel::PathRole).toString());
+    rows->setFocus();
+    emit menuRequested(rows->viewport()->mapToGlobal(position));
 }
 
 QWidget* ChangesDock::setUpHunks()

@@ -40,6 +40,7 @@ public:
 
 signals:
     void selectRequested(const QString& path);
+    void menuRequested(const QPoint& point); // for what is selected, at a point of the screen
     void failed(const QString& reason);
 
 private:
@@ -56,6 +57,7 @@ private:
 
     void setUp();
     void setUpRows();
+    void requestMenu(const QPoint& position);
     QWidget* setUpHunks();
     QPushButton* addButton(QHBoxLayout& row, const char* name, const QString& title, const QString& toolTip,
                            void (ChangesDock::*action)());

@@ -194,6 +194,15 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("ctrl+c")));
         QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("port = 8080"));
 
+        const QModelIndex other = model.index(6, Vantry::TextModel::TextColumn);
+        QVERIFY(TestSupport::click(*view->viewport(), view->visualRect(other).topLeft() + QPoint(20, 4),
+                                   Qt::RightButton));
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        for (const char* const key : {"c", "m"}) // Copy, Command
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(QApplication::clipboard()->text(),
+                     QStringLiteral("vantry set %1 outer.timeout 5").arg(folder->path("net.toml")));
+
         desk->tree->setCurrentIndex(desk->item(maximum));
         QTRY_COMPARE(shownText(model), QStringLiteral("[oven]\nmaximum = 125"));
         QTRY_COMPARE(markedAt(model), QStringLiteral("limits.oven.maximum in 2"));
