@@ -323,20 +323,23 @@ void ChangesDock::save()
 void ChangesDock::drop()
 {
     const Chosen chosen = getChosen();
+    if (!chosen.backends.isEmpty() && !files.mayRevert(chosen.backends))
+        return;
     QStringList refusals;
+    const auto note = [&refusals](const Outcome& outcome) {
+        if (!outcome.ok())
+            refusals.append(outcome.toText());
+    };
     {
         const WaitCursor cursor;
+        const auto changes = repository->getChangesInterface();
         const auto history = repository->getHistoryInterface();
         const auto step = history ? history->beginStep(tr("Drop changes")) : nullptr;
-        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths) {
-            const Outcome outcome =
-                repository->getChangesInterface()->revertChanges(paths.key(), paths.value());
-            if (!outcome.ok())
-                refusals.append(outcome.toText());
-        }
+        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths)
+            note(changes->revertChanges(paths.key(), paths.value()));
+        for (const QString& backend : chosen.backends)
+            note(changes->revert(backend));
     }
-    if (!chosen.backends.isEmpty())
-        files.revert(chosen.backends);
     finish(refusals);
 }
 

@@ -85,7 +85,7 @@ void Places::show()
 {
     const auto& place = watch.getPlace();
     const bool isKnown = place.position.line > 0;
-    button->showPlace(place, isKnown ? files.getFileName(watch.getBackend()) : QString());
+    button->showPlace(place);
     if (comment)
         comment->showComment(place.comment);
     ofPlace->setEnabled(isKnown);

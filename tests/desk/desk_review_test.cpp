@@ -108,6 +108,27 @@ private slots:
         QVERIFY(contentOf(folder->path("plant.json")).contains("1250"));
     }
 
+    // A whole file, which is asked about, and an attribute of another, as one step.
+    void dropsInOneStep()
+    {
+        write(maximum, 130);
+        write(port, 81);
+        write(QStringLiteral("net.inner.port"), 8081);
+        showChanges();
+        clickRow(QStringLiteral("limits.ini (limits)"));
+        clickRow(QStringLiteral("inner.port"), Qt::ControlModifier);
+        {
+            const DialogDriver driver([](QWidget& dialog) { DeskTest::press(dialog, "Revert"); });
+            QTest::mouseClick(desk->part<QPushButton>("dropChanges"), Qt::LeftButton);
+        }
+        QTRY_COMPARE(read(maximum), QVariant(125LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8080LL));
+        QCOMPARE(read(port), QVariant(81LL));
+        QVERIFY(desk->repository->getHistoryInterface()->undo());
+        QCOMPARE(read(maximum), QVariant(130LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8081LL));
+    }
+
     void choosesHunks()
     {
         write(port, 81);
