@@ -185,6 +185,8 @@ void MainWindow::setUpPlaces()
     auto* const text = new TextDock(repository, places->getWatch());
     addDockWidget(Qt::RightDockWidgetArea, text);
     connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(text, &TextDock::menuRequested, places, &Places::popUp);
+    connect(changes, &ChangesDock::menuRequested, places, &Places::popUp);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
     QAction* const showText = text->toggleViewAction();
     showText->setShortcut(Qt::CTRL + Qt::Key_U);
