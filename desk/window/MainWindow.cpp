@@ -270,6 +270,7 @@ void MainWindow::applyKept(const KeptChanges::Entry& entry)
 void MainWindow::showResult(const FileMounter::Result& result)
 {
     RecentFiles::add(result.opened);
+    fileProblems += result.problems;
     notices->addNotices(result.problems);
     notices->offerOpening(result.unknown);
     files.getWatch().look();

@@ -46,6 +46,9 @@ public:
 
     bool isOpeningFiles() const { return mounter.isBusy(); }
 
+    // A text for each file that was not opened so far.
+    const QStringList& getFileProblems() const { return fileProblems; }
+
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
     // kept, and showKeptChanges tells where.
     void closeUnasked();
@@ -81,6 +84,7 @@ private:
     BackendFiles files;
     LogFeed logFeed;
     QStringList shownBackends;               // in the title
+    QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
     bool asks = true;
 
