@@ -39,6 +39,8 @@ const std::vector<Command>& CommandTable::commands()
         ofFolders(Commands::tree()),
         ofFolders(Commands::list()),
         ofFolders(Commands::find()),
+        ofFolders(Commands::replace()),
+        ofFolders(Commands::locate()),
         Commands::diff(),
         Commands::convert(),
         Commands::validate(),

@@ -52,6 +52,7 @@ ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
     case FrameworkCore::AppConfig::NotFound:
         return ExitCode::Negative;
     case FrameworkCore::AppConfig::InvalidPath:
+    case FrameworkCore::AppConfig::InvalidPattern:
         return ExitCode::Usage;
     case FrameworkCore::AppConfig::NotEnoughMemory:
         return ExitCode::BadFile;

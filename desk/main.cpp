@@ -134,6 +134,8 @@ int runWindow(const Options& options)
     {
         Vantry::MainWindow window(repository, loader, options.files);
         start.waitFor(window);
+        if (options.pictureFile.isEmpty())
+            window.beginSession(options.files.isEmpty());
         window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;

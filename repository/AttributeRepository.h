@@ -48,6 +48,8 @@ public:
     std::shared_ptr<Interfaces::TransferInterface> getTransferInterface() override { return transfer; }
     std::shared_ptr<Interfaces::ChangesInterface> getChangesInterface() override { return changes; }
     std::shared_ptr<Interfaces::HistoryInterface> getHistoryInterface() override { return history; }
+    std::shared_ptr<Interfaces::SearchInterface> getSearchInterface() override { return search; }
+    std::shared_ptr<Interfaces::TextInterface> getTextInterface() override { return texts; }
 
 private:
     AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
@@ -61,6 +63,8 @@ private:
     std::shared_ptr<Interfaces::TransferInterface> transfer;
     std::shared_ptr<Interfaces::ChangesInterface> changes;
     std::shared_ptr<Interfaces::HistoryInterface> history;
+    std::shared_ptr<Interfaces::SearchInterface> search;
+    std::shared_ptr<Interfaces::TextInterface> texts;
 };
 
 } // namespace Repository

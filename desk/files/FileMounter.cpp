@@ -95,13 +95,15 @@ FileMounter::Result FileMounter::mountFiles(const Requests& requests,
 {
     Result result;
     QHash<QString, QString> open = openFiles(*repository);
-    for (const auto& [file, type] : requests) {
+    for (const auto& [file, type, wantedName] : requests) {
         const QString identity = ::Repository::fileIdentity(file);
         if (open.contains(identity)) {
             result.openBefore.append(open[identity]);
             continue;
         }
-        const QString name = mountName(file, *repository);
+        const bool isFree =
+            !wantedName.isEmpty() && !repository->getTreeInterface()->getNodeInformation(wantedName).exists;
+        const QString name = isFree ? wantedName : mountName(file, *repository);
         QString problem;
         bool isUnknown = false;
         try {
@@ -131,7 +133,13 @@ FileMounter::~FileMounter() = default;
 void FileMounter::mount(const QStringList& files, const QString& type)
 {
     for (const QString& file : files)
-        waiting.push_back({file, type});
+        waiting.push_back({file, type, {}});
+    startNext();
+}
+
+void FileMounter::mount(const Requests& requests)
+{
+    waiting.insert(waiting.end(), requests.begin(), requests.end());
     startNext();
 }
 
@@ -164,8 +172,10 @@ void FileMounter::startNext()
             return result;
         },
         failure);
-    if (worker.valid())
+    if (worker.valid()) {
+        emit started();
         return;
+    }
     std::promise<Result> refused;
     refused.set_value(refusalOfAll(opening, failure));
     worker = refused.get_future();

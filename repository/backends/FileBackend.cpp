@@ -91,7 +91,36 @@ Outcome FileBackend::save(const ApplyChange& apply)
     return writeFile(apply);
 }
 
-Outcome FileBackend::writeFile(const ApplyChange& apply)
+Outcome FileBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    const std::lock_guard lock(saving);
+    return writeFile(apply, &part);
+}
+
+// What is to be written, if it can be.
+Outcome FileBackend::takeText(const Part* part, std::string& text)
+{
+    if (!part) {
+        text = content.getText();
+    } else if (!part->hunks.isEmpty()) {
+        const Outcome outcome = textWith(Hunks::These, part->hunks, text);
+        if (!outcome.ok())
+            return outcome;
+        const Documents::Outcome parsed = Documents::makeDocument(content.getType())->parse(text);
+        if (!parsed.ok())
+            return refusal(QStringLiteral("the file could not be read with these changes alone: ") +
+                           QString::fromStdString(parsed.error));
+    } else {
+        std::string reason;
+        auto taken = content.baseWith(relativePaths(*part), reason);
+        if (!taken)
+            return refusal(QString::fromStdString(reason));
+        text = std::move(*taken);
+    }
+    return checkReadability(text);
+}
+
+Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
 {
     std::string text;
     Files::FileDigest known;
@@ -111,8 +140,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
             return {};
         if (!digest.exists && content.getText().empty())
             content.load(Documents::findFormat(description.type.toStdString())->getEmptyText());
-        text = content.getText();
-        outcome = checkReadability(text);
+        outcome = takeText(part, text);
         if (!outcome.ok())
             return outcome;
         known = digest;
@@ -123,9 +151,8 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
         const std::lock_guard lock(mutex);
         if (merged.ok())
             merged = checkConflicts();
-        text = content.getText();
         if (merged.ok())
-            merged = checkReadability(text);
+            merged = takeText(part, text);
         return Files::MergedContent{text, merged.explain().toStdString()};
     };
     const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
@@ -133,7 +160,10 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
     const std::lock_guard lock(mutex);
     if (saved.ok()) {
         digest = saved.digest;
-        content.setSaved(std::move(text));
+        if (part)
+            content.setPartSaved(std::move(text));
+        else
+            content.setSaved(std::move(text));
         return warned({}, saved.warning);
     }
     isDeleted = hasGone;
@@ -273,7 +303,7 @@ QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
     {
         const std::lock_guard lock(mutex);
         if (isDeleted)
-            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
+            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true, {}});
     }
     return changes + DocumentBackend::getUnsavedChanges();
 }
@@ -288,13 +318,29 @@ Outcome FileBackend::checkConflicts() const
 
 Outcome FileBackend::revert(const QString& path, const ApplyChange& apply)
 {
+    return revertPart({{path}, {}}, apply);
+}
+
+Outcome FileBackend::revertPart(const Part& part, const ApplyChange& apply)
+{
     Outcome outcome;
     apply([&] {
         const std::lock_guard lock(mutex);
         outcome = checkOpen();
         if (!outcome.ok())
             return Changes();
-        return change([&] { outcome = reverted({relative(path)}); });
+        if (part.hunks.isEmpty())
+            return change([&] { outcome = reverted(relativePaths(part)); });
+        std::string text;
+        outcome = textWith(Hunks::Others, part.hunks, text);
+        if (!outcome.ok())
+            return Changes();
+        return change([&] {
+            outcome = outcomeOf(content.replaceText(std::move(text)));
+            if (!outcome.ok())
+                outcome.change().reason.prepend(
+                    QStringLiteral("the file could not be read without these changes: "));
+        });
     });
     mergeUnmerged(apply);
     return outcome;

@@ -188,7 +188,15 @@ QString FileFormat::ofFile(const QString& file)
 QString FileFormat::ofUnchosenFile(const QString& file)
 {
     const QByteArray beginning = beginningOf(file);
-    return withoutByteOrderMark(beginning).contains('\0') ? QString() : ofContent(file, beginning);
+    const QByteArray text = withoutByteOrderMark(wholeLines(beginning, enough));
+    const QString type = text.contains('\0') ? QString() : ofContent(file, beginning);
+    const auto* const likely =
+        certainFormat(file) ? nullptr : findFormat(&Documents::Format::getLikelyEndings, endingOf(file));
+    const bool isDoubtful =
+        likely && formatOf(type) == nameOf(likely) && !likely->begins(text.trimmed().toStdString());
+    const bool isOther =
+        isDoubtful && !Documents::makeDocument(type.toStdString())->parse(text.toStdString()).ok();
+    return isOther ? QString() : type;
 }
 
 QString FileFormat::explainUnknown(const QString& file)

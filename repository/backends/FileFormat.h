@@ -23,7 +23,8 @@ public:
     // only.
     static QString ofFile(const QString& file);
 
-    // The same, but empty for a binary file, whatever its name says: for files that nobody has chosen.
+    // The same for files that nobody has chosen: empty for a binary file, whatever its name says, and for one
+    // of which only the ending makes a format likely that it is not.
     static QString ofUnchosenFile(const QString& file);
 
     // Why ofFile is empty, for a person.

@@ -13,7 +13,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <atomic>
 #include <condition_variable>
 #include <sys/stat.h>
 #include <system_error>
@@ -167,12 +166,15 @@ Outcome FolderBackend::scan()
 void FolderBackend::openAll(const QStringList& unknown)
 {
     std::atomic<int> next{0};
+    done = 0;
+    total = unknown.size();
     Turns turns;
     const auto work = [&] {
         for (int each = next++; each < unknown.size(); each = next++) {
             if (!isClosed())
                 openOne(unknown[each], [&turns, each] { turns.await(each); });
             turns.end(each);
+            ++done;
         }
     };
     std::vector<std::thread> helpers;
@@ -185,6 +187,7 @@ void FolderBackend::openAll(const QStringList& unknown)
     work();
     for (std::thread& helper : helpers)
         helper.join();
+    done = total = 0;
 }
 
 void FolderBackend::openOne(const QString& file, const std::function<void()>& awaitTurn)
@@ -357,6 +360,16 @@ Outcome FolderBackend::revert(const QString&, const ApplyChange&)
 Outcome FolderBackend::resolveConflicts(const QString&, ConflictSide, const ApplyChange&)
 {
     return {};
+}
+
+Outcome FolderBackend::revertPart(const Part&, const ApplyChange&)
+{
+    return refusal(QStringLiteral("a folder has no changes but those of its files"));
+}
+
+Outcome FolderBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    return revertPart(part, apply);
 }
 
 Outcome FolderBackend::insert(const QString&, const FrameworkCore::Values::Value&)

@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QSet>
 
+#include <atomic>
 #include <map>
 #include <set>
 
@@ -28,6 +29,7 @@ public:
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return false; }
     bool isEdited() const override { return false; } // its files are
+    Progress getProgress() const override { return {done, total}; }
     Outcome close(bool discardChanges) override;
     Outcome save(const ApplyChange& apply) override;
 
@@ -39,6 +41,8 @@ public:
     QString getUnsavedDiff() const override;
     Outcome revert(const QString& path, const ApplyChange& apply) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
+    Outcome revertPart(const Part& part, const ApplyChange& apply) override;
+    Outcome savePart(const Part& part, const ApplyChange& apply) override;
 
     // All that were found by the last scan, which is how a change of one is noticed.
     QStringList getFolders() const;
@@ -65,6 +69,9 @@ private:
     FileBackends& fileBackends;
     const BackendKind::Observer observer;
     const std::weak_ptr<AttributeStore> store;
+
+    std::atomic<int> done{0}; // of the files that are being opened
+    std::atomic<int> total{0};
 
     std::mutex saving;
     std::mutex scanning; // one at a time; taken before all others

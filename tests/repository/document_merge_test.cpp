@@ -313,6 +313,45 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(diff), hunks.isEmpty() ? hunks : "--- /a b\n+++ /a b\n" + hunks);
     }
 
+    // A part of the hunks leads to a text from which the others lead on, whatever they are.
+    void takesHunksApart()
+    {
+        QRandomGenerator random(5);
+        int taken = 0;
+        for (int round = 0; round < 300; ++round) {
+            std::string before;
+            std::string after;
+            const bool endsLine = random.bounded(2) == 0;
+            for (int line = 0; line < 60; ++line) {
+                const int fate = random.bounded(15);
+                const std::string end = line < 59 || endsLine ? "\n" : "";
+                before += std::to_string(line) + end;
+                if (fate == 0)
+                    after += "new " + std::to_string(line) + "\n";
+                if (fate > 1)
+                    after += std::to_string(line) + (fate == 2 ? " other" : "") + end;
+            }
+            Texts others;
+            const std::string part = Repository::withHunks(before, after, [&](const std::string& hunk) {
+                const bool isTaken = random.bounded(2) == 0;
+                taken += isTaken ? 1 : 0;
+                if (!isTaken)
+                    others.append(QString::fromStdString(hunk.substr(hunk.find('\n'))));
+                return isTaken;
+            });
+            const auto isAny = [](const std::string&) { return true; };
+            QCOMPARE(QByteArray::fromStdString(Repository::withHunks(before, after, isAny)),
+                     QByteArray::fromStdString(after));
+            Texts left;
+            Repository::withHunks(part, after, [&left](const std::string& hunk) {
+                left.append(QString::fromStdString(hunk.substr(hunk.find('\n'))));
+                return true;
+            });
+            QCOMPARE(left, others);
+        }
+        QVERIFY(taken > 300);
+    }
+
 private:
     static std::unique_ptr<Repository::Documents::Document> parsedLines(const Texts& lines)
     {

@@ -55,6 +55,7 @@ private slots:
         add("a.json", "{\"k\": 1}");
         add("conf.d/b.ini", "[s]\nk = 2\n");
         add("conf.d/c", "# words\nof a text\n");
+        add("conf.d/grant.policy", "// words\ngrant {\n};\n");
         add("conf.d/image.ini", QByteArray("k=\0\1", 4));
         add("broken.json", "{\n  \"k\": 1,,\n}");
     }

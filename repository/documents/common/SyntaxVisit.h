@@ -5,41 +5,37 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace Repository::Documents {
 
-// Visits the entries of a syntax tree in its order. The file says what its nodes are: isShown, false for one
-// that is no entry, nor is anything below it; mayHoldEntries; appendName, of an entry at a position in its
-// group; valueNodeOf, read and isArray.
-template <typename File>
-void visitEntries(const File& file, const std::function<void(const Entry&)>& visitor)
+// Walks over the entries of a syntax tree in its order, and calls back with the path of each, its node, and
+// the one of its value or noNode. The file says what its nodes are: isShown, false for one that is no entry,
+// nor is anything below it; mayHoldEntries; appendName, of an entry at a position in its group; valueNodeOf.
+template <typename File, typename Callback>
+void walkEntries(const File& file, const Callback& callback)
 {
     struct Level
     {
         std::size_t pathLength;
         std::size_t position;
     };
-    Entry entry;
+    std::string path;
     std::vector<Level> levels;
     NodeId id = file.tree.getRoot();
     while (id != noNode) {
         const bool isShown = file.isShown(id);
         if (!levels.empty() && isShown) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            file.appendName(entry.path, id, levels.back().position);
+            if (!path.empty())
+                path += '.';
+            file.appendName(path, id, levels.back().position);
         }
         const NodeId valueNode = isShown ? file.valueNodeOf(id) : noNode;
-        if (isShown && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file.read(valueNode, entry.path);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = file.isArray(id);
-            visitor(entry);
-        }
+        if (isShown && (valueNode != noNode || !levels.empty()))
+            callback(path, id, valueNode);
         if (isShown && file.mayHoldEntries(id) && file.tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
+            levels.push_back({path.size(), 0});
             id = file.tree.node(id).first;
             continue;
         }
@@ -50,9 +46,25 @@ void visitEntries(const File& file, const std::function<void(const Entry&)>& vis
         if (levels.empty())
             return;
         ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
+        path.resize(levels.back().pathLength);
         id = file.tree.node(id).next;
     }
+}
+
+// See Document::visit; the file has read and isArray, too.
+template <typename File>
+void visitEntries(const File& file, const std::function<void(const Entry&)>& visitor)
+{
+    Entry entry;
+    walkEntries(file, [&](std::string& path, NodeId id, NodeId valueNode) {
+        entry.path.swap(path);
+        entry.value = valueNode == noNode ? Value() : file.read(valueNode, entry.path);
+        entry.isArray.reset();
+        if (valueNode == noNode)
+            entry.isArray = file.isArray(id);
+        visitor(entry);
+        entry.path.swap(path);
+    });
 }
 
 } // namespace Repository::Documents

@@ -164,6 +164,21 @@ std::optional<Span> JsonDocument::locate(std::string_view path) const
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
 }
 
+void JsonDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const JsonTree& tree = file->tree;
+    if (!tree.isOriginal()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const JsonNode& node = tree.node(valueNode);
+        visitor(path, {node.value, node.valueEnd - node.value});
+    });
+}
+
 std::optional<std::string> JsonDocument::spell(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);

@@ -1,6 +1,7 @@
 #include "repository/documents/toml/TomlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
@@ -151,6 +152,22 @@ std::optional<Span> TomlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+void TomlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const TomlTree& tree = file->tree;
+    if (getBytes() != file->encoding.encode(tree.getOriginal())) { // edits append to the original
+        Document::visitSpans(visitor);
+        return;
+    }
+    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const TomlNode& node = tree.node(valueNode);
+        visitor(path, encoder.encode({node.value, node.valueEnd - node.value}));
+    });
 }
 
 std::optional<std::string> TomlDocument::spell(std::string_view path) const
