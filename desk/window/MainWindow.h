@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 
+class QMenu;
 class QSplitter;
 class QStackedWidget;
 
@@ -74,6 +75,8 @@ private:
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
+    void chooseApplication(const QString& identification);
+    QString fileApplication() const;
     void showFirstPages(bool hasFiles);
     void showLastPages();
     bool areFilesShown() const;
@@ -93,7 +96,7 @@ private:
     FileMounter mounter;
     BackendFiles files;
     LogFeed logFeed;
-    QStringList shownBackends;               // in the title
+    QStringList shownBackends; // in the title
     QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
     bool asks = true;
@@ -104,6 +107,7 @@ private:
     EditMenu* edit = nullptr;
     Places* places = nullptr;
     NavigationArea* navigation = nullptr;
+    QMenu* view = nullptr;
     NoticeBar* notices = nullptr;
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
