@@ -2,6 +2,7 @@
 
 #include "desk/common/FlatButtons.h"
 #include "desk/common/MenuText.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QAction>
 #include <QPushButton>
@@ -52,16 +53,17 @@ QWidget* NavigationArea::makeHeading(const Application& application)
         heading->setAttribute(Qt::WA_TransparentForMouseEvents);
         return heading;
     }
-    auto* const show = new QAction(application.icon, menuText(application.name), this);
+    auto* const showPage = new QAction(application.icon, menuText(application.name), this);
     constexpr int mostKeys = 9;
     if (actions().size() < mostKeys)
-        show->setShortcut(Qt::CTRL + Qt::Key_1 + actions().size());
-    addAction(show);
-    const QString key = show->shortcut().toString(QKeySequence::NativeText);
-    heading->setToolTip(key.isEmpty() ? tr("Show this application")
-                                      : tr("Show this application (%1)").arg(key));
-    connect(heading, &QPushButton::clicked, show, &QAction::trigger);
-    connect(show, &QAction::triggered, this,
+        showPage->setShortcut(Qt::CTRL + Qt::Key_1 + actions().size());
+    addAction(showPage);
+    const QString key = showPage->shortcut().toString(QKeySequence::NativeText);
+    const QString tip = tr("Show this application");
+    heading->setToolTip(
+        Utilities::ModelViews::toolTipText(key.isEmpty() ? tip : tr("%1 (%2)").arg(tip, key)));
+    connect(heading, &QPushButton::clicked, showPage, &QAction::trigger);
+    connect(showPage, &QAction::triggered, this,
             [this, identification = application.identification] { emit chosen(identification); });
     return heading;
 }
