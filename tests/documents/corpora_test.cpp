@@ -255,7 +255,10 @@ private:
         const bool isSpace = QByteArray::fromStdString(entry.path).endsWith(".@xml:space");
         const bool isIndented = outcome.error == "with this value the line would belong to the one above it";
         const bool mayRefuse = type == QLatin1String("ini") ? old.type == Type::Null || isIndented : isSpace;
-        const bool isShown = type == QLatin1String("yaml") && outcome.line > 0; // by an alias, or its key ends there
+        // What an alias shows, and the last element of a list that is no text.
+        const bool isShown =
+            type == QLatin1String("yaml") &&
+            (outcome.line > 0 || outcome.error.find("cannot become a text") != std::string::npos);
         if (!outcome.ok() && (mayRefuse || isShown)) {
             QCOMPARE(document.getBytes(), bytes);
             return;

@@ -171,7 +171,8 @@ private slots:
             "a:\n    b: 1\nc:\n    d:\n        e: x\n");
         row("column of lists", "a:\n- x\n", add("b", list({"w"})), "a:\n- x\nb:\n- w\n");
         row("into brackets", "a: {b: 1}\n", add("a.k.l", text("x")), "a: {b: 1, k: {l: x}}\n");
-        row("into empty brackets", "a: {}\n", add("a.k", integer(1)), "a: {k: 1}\n");
+        row("into empty brackets", "a: {} # c\nb: 1\n", add("a.k", integer(1)), "a: # c\n  k: 1\nb: 1\n");
+        row("into an empty document", "[]\n", addElement("0", {{"k", integer(1)}}), "- k: 1\n");
         row("over lines", "a: {\n  b: 1, # c\n}\n", add("a.k", integer(2)),
             "a: {\n  b: 1, # c\n  k: 2,\n}\n");
         row("below a value", "a: 1 # c\nb: 2\n", add("a.k", integer(3)),

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
+#include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTypes.h"
 
@@ -302,9 +303,9 @@ void YamlBuilder::addScalar(const YamlEvent& event)
             node.value = offset(event.tag.begin);
     }
     lastEnd = node.valueEnd;
-    const bool mayBeText = !inMap && !event.tag.exists() && !event.anchor.exists() && node.tag == Type::Group;
-    node.isText = mayBeText && (node.style != YamlStyle::Plain ||
-                                readYamlPlain(tree.text(node.value, node.valueEnd)).type == Type::String);
+    if (!inMap && node.tag == Type::Group)
+        node.isText =
+            node.isTagged || readYamlScalar(tree.text(node.value, node.valueEnd), 0).type == Type::String;
     add(node, event);
 }
 
@@ -327,6 +328,7 @@ void YamlBuilder::addAlias(const YamlEvent& event)
         node.kind = YamlKind::Merge;
     else if (isKnown && fits && !anchor.isKey)
         node.kind = tree.node(anchor.node).kind;
+    node.isText = !frame.isMap && node.kind == YamlKind::Scalar && isTextBehind(isKnown ? anchor : Anchor());
     const NodeId id = add(node, event);
     if (anchor.node == noNode)
         return;
@@ -339,6 +341,21 @@ void YamlBuilder::addAlias(const YamlEvent& event)
     tree.setOrigin(id, origin.node == noNode ? YamlTree::Origin{anchor.node, anchor.isKey} : origin);
     if (isCollectionAlias)
         copy(anchor.node, id);
+}
+
+// Whether an alias of it shows a text.
+bool YamlBuilder::isTextBehind(const Anchor& anchor) const
+{
+    if (anchor.node == noNode)
+        return true;
+    const YamlTree::Origin origin = tree.originOf(anchor.node);
+    const NodeId id = origin.node == noNode ? anchor.node : origin.node;
+    const YamlNode& node = tree.node(id);
+    const bool isKey = origin.node == noNode ? anchor.isKey : origin.isKey;
+    const std::string_view spelled = isKey ? tree.text(node.key, node.keyEnd) : tree.readValueText(id);
+    if (node.isAlias || (!isKey && node.isTagged))
+        return true;
+    return node.tag == Type::Group && readYamlScalar(spelled, 0).type == Type::String;
 }
 
 std::size_t YamlBuilder::sizeOf(NodeId id, std::size_t most) const

@@ -62,6 +62,7 @@ private:
     void placeBlock(const YamlEvent& event, std::size_t& begin, std::size_t& end);
     std::string nameOf(const YamlRange& anchor) const;
     void copy(NodeId target, NodeId alias);
+    bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;
     std::string_view source() const { return tree.getOriginal(); }

@@ -14,6 +14,13 @@ namespace Repository::Documents {
 class YamlEditor;
 struct YamlBranch;
 
+// What a file should have at a path. Values are not copied, since they may be large.
+struct YamlWanted
+{
+    std::string path;
+    const Value* value;
+};
+
 // A file of YAML 1.2. Maps are groups; a list of texts is one value, any other a group of 0, 1, 2 ..., and so
 // are the documents of a file that has several. An alias shows what it leads to, and only its target can be
 // changed. The value of a map with entries is its member "#value"; a comment line above a value tags a type
@@ -55,7 +62,7 @@ private:
     Outcome commit(const YamlEditor& editor, Kind kind = Kind::Insertion, NodeId node = noNode,
                    const std::function<bool(const YamlFile&)>& isAsWanted = {});
     Outcome remove(std::string_view path, bool withComments);
-    Outcome insertBranch(std::string_view path, YamlBranch branch, const std::vector<Entry>& entries);
+    Outcome insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected);
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;
     Outcome setTagged(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;

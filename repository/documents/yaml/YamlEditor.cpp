@@ -57,6 +57,8 @@ void YamlEditor::replaceKey(NodeId member, const std::string& key)
 
 Outcome YamlEditor::insertMember(NodeId map, const YamlBranch& branch)
 {
+    if (mayBecomeBlock(map))
+        return becomeBlock(map, branch);
     YamlWriter writer(style());
     const bool inFlow = tree.node(map).isFlow();
     if (inFlow)
@@ -70,6 +72,8 @@ Outcome YamlEditor::insertMember(NodeId map, const YamlBranch& branch)
 
 Outcome YamlEditor::insertElement(NodeId sequence, std::size_t position, const YamlBranch& branch)
 {
+    if (mayBecomeBlock(sequence))
+        return becomeBlock(sequence, branch);
     YamlWriter writer(style());
     const bool isFlow = tree.node(sequence).isFlow();
     if (isFlow)
@@ -80,6 +84,25 @@ Outcome YamlEditor::insertElement(NodeId sequence, std::size_t position, const Y
         return refused(writer.error);
     return isFlow ? insertFlow(sequence, position, {writer.text})
                   : insertLinesAt(sequence, position, writer.text);
+}
+
+// Empty brackets, as a collection has whose last entry went.
+bool YamlEditor::mayBecomeBlock(NodeId collection) const
+{
+    const YamlNode& node = tree.node(collection);
+    const bool isEmpty = node.count == 0 && node.style == YamlStyle::Flow && !file.isInFlow(collection);
+    const bool isAlone = columnOfYaml(text(), node.begin) == 0 && node.begin == node.value &&
+                         layout.tailOf(collection) == skipYamlBlanks(text(), node.valueEnd);
+    return isEmpty && !hasYamlComment(text(), node.value, node.valueEnd) &&
+           (!layout.isDocument(collection) || isAlone);
+}
+
+Outcome YamlEditor::becomeBlock(NodeId collection, const YamlBranch& branch)
+{
+    YamlBranch whole;
+    whole.isArray = tree.node(collection).isSequence();
+    whole.children.push_back(branch);
+    return replaceValue(collection, whole);
 }
 
 Outcome YamlEditor::insertTexts(NodeId sequence, std::size_t position, const std::vector<std::string>& texts)
@@ -232,28 +255,47 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
 {
     const YamlNode& node = tree.node(id);
     const std::size_t after = layout.afterIndicator(id);
-    const bool isBlock = !branch.children.empty() && !node.isFlow() && !file.isInFlow(id) && after != npos;
+    const bool isBlock = !branch.children.empty() && (!node.isFlow() || node.count == 0) &&
+                         !file.isInFlow(id) && (after != npos || mayBecomeBlock(id));
+    if (isBlock)
+        return replaceByBlock(id, after, branch);
     YamlWriter writer(style());
-    if (isBlock) {
-        const std::size_t column = layout.columnOf(node.parent);
-        writer.writeContent(
-            branch, column + (branch.isArray && !layout.indentsLists() && node.hasKey ? 0 : file.stepOf()));
-        writer.text.resize(writer.text.find_last_not_of("\r\n") + 1);
-    } else {
-        writer.writeFlow(branch);
-    }
+    writer.writeFlow(branch);
     if (!writer.error.empty())
         return refused(writer.error);
     changed = id;
     const bool isInLine = after == npos || findYamlLineEnd(text(), after) > node.value;
-    if (isBlock)
-        edit(after, node.valueEnd, file.lineEnd + writer.text);
-    else if (node.lacksColon)
+    if (node.lacksColon)
         edit(node.value, node.valueEnd, ": " + writer.text);
     else if (isInLine)
         edit(node.value, node.valueEnd, (after == node.value ? " " : "") + writer.text);
     else
         edit(after, node.valueEnd, ' ' + writer.text);
+    return {};
+}
+
+// The comment behind a value of one line stays on that line.
+Outcome YamlEditor::replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch)
+{
+    const YamlNode& node = tree.node(id);
+    const bool isDocument = layout.isDocument(id);
+    const bool isInKeyColumn = branch.isArray && !layout.indentsLists() && node.hasKey;
+    const std::size_t column =
+        isDocument ? 0 : layout.columnOf(node.parent) + (isInKeyColumn ? 0 : file.stepOf());
+    YamlWriter writer(style());
+    writer.writeContent(branch, column);
+    if (!writer.error.empty())
+        return refused(writer.error);
+    changed = id;
+    const bool isOneLine = findYamlLineEnd(text(), after == npos ? node.value : after) >= node.valueEnd;
+    if (isOneLine && !isDocument) {
+        const std::size_t line = skipYamlLine(text(), layout.tailOf(id));
+        edit(after, node.valueEnd, {});
+        edit(line, line, (endsLine(text().substr(0, line)) ? "" : file.lineEnd) + writer.text);
+        return {};
+    }
+    writer.text.resize(writer.text.find_last_not_of("\r\n") + 1);
+    edit(isDocument ? node.value : after, node.valueEnd, (isDocument ? "" : file.lineEnd) + writer.text);
     return {};
 }
 

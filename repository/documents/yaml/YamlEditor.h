@@ -68,6 +68,9 @@ private:
     YamlBlockStyle style() const;
     Outcome insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items);
     Outcome insertLinesAt(NodeId collection, std::size_t position, std::string lines);
+    Outcome replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch);
+    bool mayBecomeBlock(NodeId collection) const;
+    Outcome becomeBlock(NodeId collection, const YamlBranch& branch);
     Outcome wrapList(NodeId list, const YamlBranch& branch);
     Outcome fillEmpty(NodeId root, const std::string& lines);
     void removeFlow(NodeId collection, std::size_t from, std::size_t count);

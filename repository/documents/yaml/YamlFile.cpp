@@ -71,16 +71,8 @@ std::size_t YamlFile::blockAround(NodeId id) const
 Value YamlFile::read(NodeId id) const
 {
     const YamlNode& node = tree.node(id);
-    if ((node.isAlias || node.isShared) && !tree.isEdited(id) && node.kind != YamlKind::Merge) {
-        const YamlTree::Origin origin = tree.originOf(id);
-        if (origin.isKey) {
-            const YamlNode& key = tree.node(origin.node);
-            return readYamlScalar(tree.text(key.key, key.keyEnd), 0);
-        }
-        if (origin.node != noNode)
-            return read(origin.node);
-        return {Type::String, std::string(tree.valueText(id))};
-    }
+    if ((node.isAlias || node.isShared) && !tree.isEdited(id) && node.kind != YamlKind::Merge)
+        return readShown(id);
     if (node.kind == YamlKind::List && !tree.isEdited(id)) {
         std::vector<std::string> texts;
         texts.reserve(node.count);
@@ -101,10 +93,23 @@ std::string_view YamlFile::bareText(NodeId id) const
     return text.substr(skipYamlBlanks(text, 0));
 }
 
+Value YamlFile::readShown(NodeId id) const
+{
+    const YamlTree::Origin origin = tree.originOf(id);
+    if (origin.node == noNode)
+        return {Type::String, std::string(tree.readValueText(id))};
+    if (!origin.isKey)
+        return read(origin.node);
+    const YamlNode& key = tree.node(origin.node);
+    return readYamlScalar(tree.text(key.key, key.keyEnd), 0);
+}
+
 std::string YamlFile::textOf(NodeId id) const
 {
-    const std::size_t around = tree.node(id).isBlockScalar() ? blockAround(id) : 0;
-    return decodeYamlScalar(tree.valueText(id), around);
+    const YamlNode& node = tree.node(id);
+    if (node.isAlias || node.tag != Type::Group)
+        return toText(read(id));
+    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0);
 }
 
 Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const

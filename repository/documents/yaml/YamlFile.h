@@ -32,6 +32,7 @@ public:
     NodeId findValueNode(std::string_view path) const;
 
     Value read(NodeId valueNode) const;
+    Value readShown(NodeId alias) const; // what an alias or a copy was read with
     Value readAs(NodeId valueNode, std::string_view spelled, Type tag) const;
 
     // Of the value without what sets it off from its key.

@@ -46,6 +46,19 @@ std::size_t YamlLayout::commentsAbove(NodeId id) const
     return top;
 }
 
+std::size_t YamlLayout::tagAbove(NodeId id) const
+{
+    const std::size_t line = findYamlLine(text(), beginOf(id));
+    for (NodeId each = id; each != noNode && findYamlLine(text(), tree.node(each).begin) == line;
+         each = tree.node(each).first) {
+        if (tree.node(each).tag != Type::Group)
+            return findYamlLine(text(), endOfYamlContent(text(), line));
+        if (tree.node(each).isLeaf())
+            break;
+    }
+    return line;
+}
+
 std::size_t YamlLayout::endOfBlock(NodeId collection) const
 {
     const std::size_t column = columnOf(collection);
@@ -135,17 +148,30 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     found.lineEnd = file.lineEnd;
     found.text = text().substr(node.key, node.valueEnd - node.key);
     found.names.emplace_back(0, node.keyEnd - node.key);
-    if (isFlow)
-        return found.text.find_first_of("\r\n") == std::string::npos ? std::optional(std::move(found))
-                                                                     : std::nullopt;
     const std::size_t line = findYamlLine(text(), node.key);
-    found.indentation = std::string(node.key - line, ' ');
+    found.indentation =
+        isFlow ? text().substr(line, skipYamlBlanks(text(), line) - line) : std::string(node.key - line, ' ');
+    if (isFlow) {
+        findLines(found);
+        return found;
+    }
     if (beginsLine(id))
         found.above = text().substr(commentsAbove(id), line - commentsAbove(id));
     found.after = text().substr(node.valueEnd, tailOf(id) - node.valueEnd);
     found.after.resize(found.after.find_last_not_of(" \t") + 1);
     findLines(found);
     return found;
+}
+
+std::optional<std::string> YamlLayout::itemIndentation(NodeId collection) const
+{
+    const NodeId last = tree.node(collection).last;
+    if (last == noNode)
+        return {};
+    const std::size_t begin = tree.node(last).hasKey ? tree.node(last).key : tree.node(last).begin;
+    const std::size_t line = findYamlLine(text(), begin);
+    const bool hasLine = line > tree.node(collection).value && skipYamlBlanks(text(), line) == begin;
+    return hasLine ? std::optional(std::string(text().substr(line, begin - line))) : std::nullopt;
 }
 
 bool YamlLayout::isDocument(NodeId id) const

@@ -29,6 +29,9 @@ public:
     // Where the comments right above an entry begin that are indented as it is, or its own line.
     std::size_t commentsAbove(NodeId id) const;
 
+    // The line of the comment that tags the type of what begins with an entry, or its own line.
+    std::size_t tagAbove(NodeId id) const;
+
     // Where a new line goes after the last entry of a block: before what belongs to another one.
     std::size_t endOfBlock(NodeId collection) const;
 
@@ -36,6 +39,9 @@ public:
 
     // After the "-" or ":" in front of a value, and after its anchor and tag; npos where there is none.
     std::size_t afterIndicator(NodeId id) const;
+
+    // Of items in brackets that have lines of their own; nothing where they have not.
+    std::optional<std::string> itemIndentation(NodeId collection) const;
 
     // What lies between the brackets of a collection, by offsets in its own text.
     std::vector<BracketItems::Item> itemsOf(NodeId collection) const;

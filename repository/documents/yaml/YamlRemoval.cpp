@@ -52,8 +52,7 @@ void YamlEditor::removeBlock(NodeId id, bool withComments)
 
 void YamlEditor::removeLines(NodeId id, bool withComments)
 {
-    const std::size_t begin =
-        withComments ? layout.commentsAbove(id) : findYamlLine(text(), layout.beginOf(id));
+    const std::size_t begin = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
     edit(begin, skipYamlLine(text(), layout.tailOf(id)), {});
 }
 
@@ -61,7 +60,9 @@ void YamlEditor::removeLines(NodeId id, bool withComments)
 void YamlEditor::removeCompact(NodeId id)
 {
     const std::size_t begin = layout.beginOf(id);
+    const std::size_t line = findYamlLine(text(), begin);
     const std::size_t tail = layout.tailOf(id);
+    edit(layout.tagAbove(id), line, {});
     const std::size_t next = layout.beginOf(tree.node(id).next);
     if (hasYamlComment(text(), tail, next))
         edit(text().find_last_not_of(" \t", begin - 1) + 1, tail, {});
@@ -77,13 +78,16 @@ void YamlEditor::empty(NodeId collection, bool withComments)
     const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
     changed = collection;
     if (!layout.beginsLine(id)) {
+        edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else if (layout.isDocument(collection)) {
         const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map && node.begin == node.value;
         if (isWhole)
             removeLines(id, withComments);
-        else
+        else {
+            edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
             edit(layout.beginOf(id), layout.tailOf(id), brackets);
+        }
     } else {
         const std::size_t after = layout.afterIndicator(collection);
         edit(after, after, ' ' + brackets);

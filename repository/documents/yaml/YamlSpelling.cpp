@@ -256,7 +256,9 @@ std::optional<std::string> spellYamlValue(const Value& value, std::string_view f
     const Type tagged =
         tag.empty() ? Type::Group : typeOfYamlTag(tag.substr(0, tag.find_first_of(" \t\r\n")));
     const bool keepsTag = tagged == value.type;
-    const std::string prefix(keepsTag ? tag : std::string_view());
+    std::string prefix(keepsTag ? tag : std::string_view());
+    if (!prefix.empty() && !isYamlBlank(prefix.back()) && !isYamlBreak(prefix.back()))
+        prefix += ' ';
     const std::string_view body = former.substr(tag.size());
     if (value.type == Type::String) {
         const auto& text = std::get<std::string>(value.data);

@@ -14,20 +14,25 @@ namespace Repository::Documents {
 
 namespace {
 
-// Whether a file has the entries at and below a path.
-bool holds(const YamlFile& file, std::string_view path, const std::vector<Entry>& entries)
+// Whether a file has the entries, of which groups may have values.
+bool holds(const YamlFile& file, const std::vector<YamlWanted>& entries)
 {
-    return std::all_of(entries.begin(), entries.end(), [&](const Entry& entry) {
-        std::string place(path);
-        if (!entry.path.empty())
-            place = path.empty() ? entry.path : joinPath(path, entry.path);
-        const NodeId id = file.find(place);
-        if (id == noNode)
-            return false;
+    return std::all_of(entries.begin(), entries.end(), [&](const YamlWanted& entry) {
+        const NodeId id = file.find(entry.path);
+        if (id == noNode || entry.value->type == Type::Group)
+            return id != noNode;
         const NodeId valueNode = file.valueNodeOf(id);
-        return entry.value.type == Type::Group ||
-               (valueNode != noNode && isSame(file.read(valueNode), entry.value));
+        return valueNode != noNode && isSame(file.read(valueNode), *entry.value);
     });
+}
+
+std::vector<YamlWanted> wantedAt(std::string_view path, const std::vector<Entry>& entries)
+{
+    std::vector<YamlWanted> wanted;
+    wanted.reserve(entries.size() + 1);
+    for (const Entry& entry : entries)
+        wanted.push_back({entry.path.empty() ? std::string(path) : joinPath(path, entry.path), &entry.value});
+    return wanted;
 }
 
 Outcome noElement(std::string_view path, std::size_t most)
@@ -108,7 +113,7 @@ Outcome YamlDocument::insert(std::string_view path, const Value& value)
 {
     YamlBranch branch;
     branch.value = value.type == Type::Group ? nullptr : &value;
-    return insertBranch(path, std::move(branch), {{{}, value, {}}});
+    return insertBranch(path, std::move(branch), {{std::string(path), &value}});
 }
 
 Outcome YamlDocument::insertAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& index)
@@ -116,13 +121,12 @@ Outcome YamlDocument::insertAll(std::string_view path, const std::vector<Entry>&
     index = 0;
     YamlBranch branch;
     const std::string error = growYamlBranch(entries, branch);
-    if (error.empty() && insertBranch(path, std::move(branch), entries).ok())
+    if (error.empty() && insertBranch(path, std::move(branch), wantedAt(path, entries)).ok())
         return {};
     return Document::insertAll(path, entries, index);
 }
 
-Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch,
-                                   const std::vector<Entry>& entries)
+Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected)
 {
     settle();
     const YamlTree& tree = file->tree;
@@ -130,16 +134,12 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch,
     if (!place.isPath)
         return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
     const NodeId parent = place.node;
-    std::vector<Entry> expected = entries;
-    for (Entry& entry : expected)
-        entry.path = entry.path.empty() ? std::string(path)
-                     : path.empty()     ? entry.path
-                                        : joinPath(path, entry.path);
+    Value own; // of the entry below which it comes
     YamlEditor editor(*file);
     Outcome outcome = checkShape(path, parent, false);
     if (!outcome.ok())
         return outcome;
-    const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, {}, expected); };
+    const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, expected); };
     if (tree.node(parent).style == YamlStyle::Stream && tree.node(parent).kind == YamlKind::Sequence)
         return refused("a file of several documents can get no other one here");
     if (place.missing.empty()) {
@@ -178,7 +178,8 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch,
     if (tree.node(parent).isLeaf()) {
         if (tree.node(parent).kind == YamlKind::Merge || tree.node(parent).isAlias)
             return refused(quoted(path) + " would lie below an alias");
-        expected.push_back({file->pathOf(parent), file->read(parent), {}});
+        own = file->read(parent);
+        expected.push_back({file->pathOf(parent), &own});
         outcome = editor.wrap(parent, branch);
     } else {
         outcome =
@@ -195,7 +196,7 @@ Outcome YamlDocument::replaceAll(std::string_view path, const std::vector<Entry>
     YamlBranch branch;
     if (id != noNode && checkShape(path, id, true).ok() && growYamlBranch(entries, branch).empty()) {
         YamlEditor editor(*file);
-        const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, path, entries); };
+        const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, wantedAt(path, entries)); };
         if (editor.replaceValue(id, branch).ok() && commit(editor, Kind::Insertion, noNode, wanted).ok())
             return {};
     }
@@ -327,10 +328,12 @@ bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     YamlEditor editor(*file);
     Outcome outcome;
     if (node.isFlow()) {
-        const std::string text = excerptText(excerpt, name, {});
-        const bool isOneLine =
-            text.find_first_of("\r\n") == std::string::npos && excerpt.above.empty() && excerpt.after.empty();
-        outcome = isOneLine ? editor.insertItem(parent, text) : refused("it has several lines");
+        const auto indentation = YamlLayout(*file).itemIndentation(parent);
+        const std::string text = excerptText(excerpt, name, indentation.value_or(std::string()));
+        const bool isOneLine = text.find_first_of("\r\n") == std::string::npos;
+        const bool fits = excerpt.above.empty() && excerpt.after.empty() && (isOneLine || indentation);
+        outcome = fits ? editor.insertItem(parent, withLineEnds(text, excerpt, file->lineEnd))
+                       : refused("it does not fit");
     } else {
         const std::string indentation(node.count == 0 ? 0 : YamlLayout(*file).columnOf(parent), ' ');
         std::string text = indentedLines(excerpt.above, excerpt.indentation, indentation) + indentation;

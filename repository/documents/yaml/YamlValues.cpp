@@ -25,6 +25,13 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
                              "; change what that leads to, or give the alias a value of its own");
     }
+    for (NodeId item = node.kind == YamlKind::List ? node.first : noNode; item != noNode;
+         item = tree.node(item).next) {
+        if (tree.node(item).isAlias || tree.node(item).isUsed)
+            return outcomeAt(text, tree.node(item).begin,
+                             "an element of " + quoted(path) +
+                                 " is an alias or has one, which would be lost");
+    }
     const NodeId copied = tree.findCopied(id);
     if (copied == noNode)
         return {};
@@ -37,9 +44,9 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
 bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
 {
     const YamlNode& node = tree.node(id);
-    const bool mayBe = !node.hasKey && !node.isTagged && !node.isAnchored && node.tag == Type::Group &&
-                       !startsWith(spelling, "!") && !startsWith(spelling, "*") && !isYamlList(spelling);
-    return mayBe && readYamlScalar(spelling, 0).type == Type::String;
+    if (node.hasKey || node.tag != Type::Group || isYamlList(spelling))
+        return false;
+    return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
 Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view spelling) const
@@ -86,8 +93,10 @@ std::optional<std::string> YamlValues::spell(NodeId id, const Value& value, Type
 bool YamlValues::wasRead(NodeId id, const Value& value) const
 {
     const YamlNode& node = tree.node(id);
-    if (!tree.isEdited(id) || node.isAlias)
+    if (!tree.isEdited(id))
         return false;
+    if (node.isAlias)
+        return Documents::isSame(file.readShown(id), value);
     return Documents::isSame(file.readAs(id, tree.readValueText(id), node.tag), value);
 }
 
@@ -119,15 +128,17 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 
 void YamlValues::put(NodeId id, const std::string& spelling)
 {
-    noteText(id, isTextSpelling(id, spelling));
     tree.setText(id, YamlPart::Value, withLead(id, spelling));
+    noteText(id, isTextSpelling(id, spelling));
 }
 
 void YamlValues::restore(NodeId id)
 {
     tree.restoreValue(id);
-    noteText(id, !tree.node(id).isAlias && tree.node(id).kind != YamlKind::List &&
-                     isTextSpelling(id, tree.readValueText(id)));
+    const YamlNode& node = tree.node(id);
+    if (node.kind == YamlKind::Scalar)
+        noteText(id, node.isAlias ? file.readShown(id).type == Type::String
+                                  : isTextSpelling(id, tree.readValueText(id)));
 }
 
 bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
