@@ -31,6 +31,8 @@ TARGETS = [
     (r"Documents/LoadXml/(\d+)", r"Peer/QXmlStreamReader/\1", 1.0, "time"),
     (r"Documents/Load(Ini|Json|Xml)/(\d+)", r"Peer/Augeas/\1/\2", 1 / 20, "time"),
     (r"Folder/Open/(\d+)", r"Floor/ReadFiles/\1", 10.0, "time"),
+    (r"Find/\w+/(\d+)", 500.0, 1.0, "time"),
+    (r"Find/\w+/(\d+)", 50.0, 1.0, "first_ms"),
     (r"Documents/SaveOneEdit/(.*)", r"Floor/WriteAndSync/\1", 3.0, "time"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 1.3, "slow_down"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 0.2, "gui_busy"),

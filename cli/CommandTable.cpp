@@ -12,6 +12,13 @@ namespace {
 Command ofFolders(Command command)
 {
     command.takesFolders = true;
+    command.options.push_back({"--include", "GLOB", Word::Text,
+                               "of a folder, only files whose names match, as '*.conf'; may be repeated",
+                               true});
+    command.options.push_back({"--exclude", "GLOB", Word::Text,
+                               "of a folder, no files and folders whose names match, or with a / their paths "
+                               "below it; may be repeated",
+                               true});
     return command;
 }
 
@@ -32,6 +39,8 @@ const std::vector<Command>& CommandTable::commands()
         ofFolders(Commands::tree()),
         ofFolders(Commands::list()),
         ofFolders(Commands::find()),
+        ofFolders(Commands::replace()),
+        ofFolders(Commands::locate()),
         Commands::diff(),
         Commands::convert(),
         Commands::validate(),

@@ -80,8 +80,7 @@ std::optional<Condition> Condition::parse(const QString& text, QString& reason)
         condition.comparison.remove(0, 1);
     if (!condition.comparison.endsWith(QLatin1Char('~')))
         return condition;
-    // An expression may match anywhere.
-    condition.expression.emplace(QStringLiteral("(?s:.*?)(?:%1)(?s:.*)").arg(condition.operand));
+    condition.expression.emplace(condition.operand, Repository::BoundedExpression::Scope::AnyPart);
     if (condition.expression->isValid())
         return condition;
     reason = QStringLiteral("'%1' is not a regular expression: %2")
@@ -107,7 +106,7 @@ std::optional<bool> Condition::holdsFor(const QString& text) const
 {
     if (!expression)
         return compares(comparison, text, operand);
-    const auto matches = expression->matchesWhole(text);
+    const auto matches = expression->matches(text);
     return matches ? std::optional(*matches == (comparison == QLatin1String("~"))) : std::nullopt;
 }
 

@@ -11,6 +11,7 @@
 #include "repository/backends/FileKind.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
+#include "repository/mounting/FolderLocation.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -51,6 +52,7 @@ ExitCode exitCodeOf(FrameworkCore::AppConfig::StatusCode status)
     case FrameworkCore::AppConfig::NotFound:
         return ExitCode::Negative;
     case FrameworkCore::AppConfig::InvalidPath:
+    case FrameworkCore::AppConfig::InvalidPattern:
         return ExitCode::Usage;
     case FrameworkCore::AppConfig::NotEnoughMemory:
         return ExitCode::BadFile;
@@ -242,8 +244,13 @@ const Source* Session::mount(Source source, AccessMode access)
     sources.push_back(std::move(source));
     const Source& mounted = sources.back();
     constexpr int createOnly = 2;
-    const Outcome outcome = repository->getBackendInterface()->mount(
-        mounted.format, mounted.root, {mounted.absolutePath, {}, access}, createOnly);
+    const QString location =
+        mounted.format == QLatin1String("folder")
+            ? Repository::FolderLocation::with(mounted.absolutePath, invocation.valuesOf("--include"),
+                                               invocation.valuesOf("--exclude"))
+            : mounted.absolutePath;
+    const Outcome outcome = repository->getBackendInterface()->mount(mounted.format, mounted.root,
+                                                                     {location, {}, access}, createOnly);
     tell(outcome); // also what a recovery has put right
     // A file that may be written may also be yet to come, which is not meant here.
     if (outcome.ok() && !mounted.isNew && !QFileInfo::exists(mounted.absolutePath))

@@ -26,14 +26,21 @@ if(VANTRY_FUZZ)
     target_compile_options(vantry_common INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# vantry_add_library(NAME KIND SOURCES ... LINKS ...): a library of the house; KIND is SHARED, STATIC or MODULE.
+# vantry_add_library(NAME KIND SOURCES ... LINKS ... PRIVATE_LINKS ...): a library of the house; KIND is SHARED, STATIC,
+# OBJECT or MODULE. PRIVATE_LINKS are no part of what whoever links the library gets.
 # A shared library is compiled with <NAME>_LIBRARY defined, by which its export header tells its two sides.
 function(vantry_add_library name kind)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;LINKS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;LINKS;PRIVATE_LINKS")
     add_library(${name} ${kind} ${arg_SOURCES})
     string(TOUPPER ${name} upper)
     target_compile_definitions(${name} PRIVATE ${upper}_LIBRARY)
-    target_link_libraries(${name} PUBLIC vantry_common ${arg_LINKS})
+    target_link_libraries(
+        ${name}
+        PUBLIC $<BUILD_INTERFACE:vantry_common> ${arg_LINKS}
+        PRIVATE ${arg_PRIVATE_LINKS})
+    if(kind STREQUAL SHARED)
+        set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${VANTRY_SOVERSION})
+    endif()
 endfunction()
 
 # vantry_add_program(NAME SOURCES ... LINKS ...)
@@ -41,6 +48,19 @@ function(vantry_add_program name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE vantry_common ${arg_LINKS})
+endfunction()
+
+# vantry_add_manual(PROGRAM ARGUMENTS...): has the program print its manual page, which is made as the file that its
+# property VANTRY_MANUAL names.
+function(vantry_add_manual program)
+    set(manual ${CMAKE_CURRENT_BINARY_DIR}/${program}.1)
+    add_custom_command(
+        OUTPUT ${manual}
+        COMMAND ${program} ${ARGN} > ${manual}
+        DEPENDS ${program}
+        VERBATIM)
+    add_custom_target(${program}_manual ALL DEPENDS ${manual})
+    set_target_properties(${program} PROPERTIES VANTRY_MANUAL ${manual})
 endfunction()
 
 # vantry_add_test(SUBJECT [LINKS ...] [DESKTOP]): builds SUBJECT_test from SUBJECT_test.cpp in this folder and

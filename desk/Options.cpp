@@ -17,9 +17,15 @@ struct Parser
         parser.addPositionalArgument(QStringLiteral("files"),
                                      QStringLiteral("Configuration files and folders to open."),
                                      QStringLiteral("[FILE...]"));
-        tried.setFlags(QCommandLineOption::HiddenFromHelp);
-        rehearsed.setFlags(QCommandLineOption::HiddenFromHelp);
-        parser.addOptions({pluginFolder, sharedFolder, safe, picture, tried, rehearsed, help, version});
+        for (QCommandLineOption* hidden : {&tried, &rehearsed, &manual})
+            hidden->setFlags(QCommandLineOption::HiddenFromHelp);
+        parser.addOptions(shown());
+        parser.addOptions({tried, rehearsed, manual});
+    }
+
+    QList<QCommandLineOption> shown() const
+    {
+        return {pluginFolder, sharedFolder, safe, picture, help, version};
     }
 
     QCommandLineParser parser;
@@ -41,9 +47,31 @@ struct Parser
     QCommandLineOption tried{QStringLiteral("try-plugin"), QString(), QStringLiteral("FILE")};
     QCommandLineOption rehearsed{QStringLiteral("rehearse-plugin"), QString(), QStringLiteral("FILE")};
     QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")};
-    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+    QCommandLineOption version{{QStringLiteral("V"), QStringLiteral("version")},
                                QStringLiteral("Show the version.")};
+    QCommandLineOption manual{QStringLiteral("man")};
 };
+
+// Text as it is: roff reads "\\" and, in front of a line, "." and "'" as its own.
+QString escaped(QString text)
+{
+    text.replace(QLatin1Char('\\'), QLatin1String("\\e"));
+    text.replace(QLatin1Char('-'), QLatin1String("\\-"));
+    return text.startsWith(QLatin1Char('.')) ? QStringLiteral("\\&") + text : text;
+}
+
+QString manualEntry(const QCommandLineOption& option)
+{
+    QStringList names;
+    for (const QString& name : option.names())
+        names +=
+            QStringLiteral("\\fB%1%2\\fR")
+                .arg(escaped(name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")), escaped(name));
+    QString entry = QStringLiteral(".TP\n") + names.join(QStringLiteral(", "));
+    if (!option.valueName().isEmpty())
+        entry += QStringLiteral(" \\fI%1\\fR").arg(escaped(option.valueName()));
+    return entry + QLatin1Char('\n') + escaped(option.description()) + QLatin1Char('\n');
+}
 
 } // namespace
 
@@ -63,12 +91,37 @@ Options Options::parse(const QStringList& arguments)
     options.triedPlugins = command.parser.values(command.tried) + command.parser.values(command.rehearsed);
     options.wantsHelp = command.parser.isSet(command.help);
     options.wantsVersion = command.parser.isSet(command.version);
+    options.wantsManual = command.parser.isSet(command.manual);
     return options;
 }
 
 QString Options::helpText()
 {
     return Parser().parser.helpText();
+}
+
+QString Options::manPage()
+{
+    QString page = QStringLiteral(
+        ".TH VANTRY\\-DESK 1 \"\" \"Vantry " VANTRY_VERSION "\" \"User Commands\"\n"
+        ".SH NAME\nvantry\\-desk \\- one window over all configuration of a system\n"
+        ".SH SYNOPSIS\n\\fBvantry\\-desk\\fR [\\fIOPTION\\fR]... [\\fIFILE\\fR]...\n"
+        ".SH DESCRIPTION\n"
+        "Opens configuration files, and folders of them, as one tree of typed attributes, to be "
+        "browsed, searched, watched and edited. An edit of one value changes the bytes of that "
+        "value; everything else in the file stays as its author left it. Without \\fIFILE\\fR "
+        "the window shows what it showed last, or ways to open files.\n"
+        ".SH OPTIONS\n");
+    const QList<QCommandLineOption> options = Parser().shown();
+    for (const QCommandLineOption& option : options)
+        page += manualEntry(option);
+    return page + QStringLiteral(".PP\nThe options of all programs of Qt, as \\fB\\-platform\\fR, are "
+                                 "understood, too.\n"
+                                 ".SH EXIT STATUS\n"
+                                 ".TP\n0\nThe window was closed, or its picture drawn.\n"
+                                 ".TP\n1\nThere is no display, or the picture cannot be written.\n"
+                                 ".TP\n2\nThe command line is wrong.\n"
+                                 ".SH SEE ALSO\n\\fBvantry\\fR(1)\n");
 }
 
 } // namespace Vantry

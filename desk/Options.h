@@ -18,9 +18,11 @@ struct Options
     QString error; // not empty: the command line was wrong, and why
     bool wantsHelp = false;
     bool wantsVersion = false;
+    bool wantsManual = false;
 
     static Options parse(const QStringList& arguments);
     static QString helpText();
+    static QString manPage(); // vantry-desk(1)
 };
 
 } // namespace Vantry

@@ -31,6 +31,7 @@ void introduceProgram()
     QCoreApplication::setApplicationName(QStringLiteral("vantry-desk"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VANTRY_VERSION));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Vantry"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("vantry-desk")); // by which a desktop finds the icon
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     // Or Qt readies each window for widgets that draw by OpenGL, which takes longer than all of the desk. A
@@ -86,9 +87,9 @@ QStringList textsOf(int argc, char** argv)
 int runWithoutWindow(int argc, char** argv, const Options& options)
 {
     const QCoreApplication application(argc, argv);
-    const QString text = options.wantsHelp
-                             ? Options::helpText()
-                             : QStringLiteral("vantry-desk %1\n").arg(QCoreApplication::applicationVersion());
+    const QString text = options.wantsHelp     ? Options::helpText()
+                         : options.wantsManual ? Options::manPage()
+                                               : QStringLiteral("vantry-desk " VANTRY_VERSION "\n");
     std::fputs(qUtf8Printable(text), stdout);
     return 0;
 }
@@ -133,6 +134,8 @@ int runWindow(const Options& options)
     {
         Vantry::MainWindow window(repository, loader, options.files);
         start.waitFor(window);
+        if (options.pictureFile.isEmpty())
+            window.beginSession(options.files.isEmpty());
         window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;
@@ -159,7 +162,7 @@ int main(int argc, char** argv)
     const Options early = Options::parse(arguments);
     if (!early.triedPlugins.isEmpty())
         return runTrial(argc, argv, early);
-    if (early.wantsHelp || early.wantsVersion)
+    if (early.wantsHelp || early.wantsVersion || early.wantsManual)
         return runWithoutWindow(argc, argv, early);
 
     // A picture needs no display, and must not depend on how somebody left the window.

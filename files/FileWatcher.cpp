@@ -7,6 +7,7 @@
 #include <new>
 #include <optional>
 #include <poll.h>
+#include <set>
 #include <sys/eventfd.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -105,6 +106,7 @@ private:
         } catch (const std::bad_alloc&) {
             for (const auto& [number, file] : known)
                 file->isPolled = true;
+            arePolled = true;
             constexpr int soon = 200;
             ::poll(nullptr, 0, soon);
             return true;
@@ -159,6 +161,8 @@ private:
             begin(number, file);
         else if (known.erase(number) > 0)
             watches->forget(number);
+        if (!file)
+            awaited.erase(number);
     }
 
     void begin(int number, const std::shared_ptr<Watched>& file)
@@ -176,6 +180,7 @@ private:
         const std::string reason =
             settings.usesSystem ? watches->follow(number, file.path) : std::string("it was asked for");
         file.isPolled = !reason.empty();
+        arePolled = arePolled || file.isPolled;
         file.trace = traceOf(file.path);
         if (file.isPolled && !isReported) {
             isReported = true;
@@ -188,6 +193,7 @@ private:
         const auto found = known.find(number);
         if (found == known.end())
             return;
+        awaited.insert(number);
         Watched& file = *found->second;
         if (!file.due)
             file.latest = now + settings.longest;
@@ -196,10 +202,12 @@ private:
 
     void pollFiles(Clock::time_point now)
     {
-        if (now < nextPolling)
+        if (!arePolled || now < nextPolling)
             return;
         nextPolling = now + settings.polling;
+        arePolled = false;
         for (const auto& [number, file] : known) {
+            arePolled = arePolled || file->isPolled;
             if (file->isPolled && traceOf(file->path) != file->trace)
                 postpone(number, now);
         }
@@ -208,12 +216,14 @@ private:
     void tellDue(Clock::time_point now)
     {
         Files due; // a copy: when reporting runs out of memory, nothing has changed
-        for (const auto& [number, file] : known) {
-            if (file->due && *file->due <= now)
+        for (const int number : awaited) {
+            const std::shared_ptr<Watched>& file = known.at(number);
+            if (*file->due <= now)
                 due.emplace_hint(due.end(), number, file);
         }
         for (const auto& [number, file] : due) {
             file->due.reset();
+            awaited.erase(number);
             follow(number, *file); // first, so that what changes from here on is reported again
             {
                 const std::lock_guard lock(mutex);
@@ -236,12 +246,10 @@ private:
     void wait() const
     {
         std::optional<Clock::time_point> next;
-        for (const auto& [number, file] : known) {
-            if (file->due)
-                next = std::min(next.value_or(*file->due), *file->due);
-            if (file->isPolled)
-                next = std::min(next.value_or(nextPolling), nextPolling);
-        }
+        if (arePolled)
+            next = nextPolling;
+        for (const int number : awaited)
+            next = std::min(next.value_or(Clock::time_point::max()), *known.at(number)->due);
         int timeout = -1;
         if (next) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now());
@@ -268,6 +276,8 @@ private:
     // Of the thread alone.
     std::optional<FolderWatches> watches;
     Files known;
+    std::set<int> awaited;   // the known ones that are due at some time
+    bool arePolled = false;  // some may be
     std::vector<int> others; // taken from otherFiles, and not dealt with yet
     Clock::time_point nextPolling;
     bool isReported = false;

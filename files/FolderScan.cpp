@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fnmatch.h>
 #include <system_error>
 
 namespace Files {
@@ -20,35 +21,80 @@ std::vector<fs::directory_entry> entriesOf(const std::string& folder, std::error
     return entries;
 }
 
-void scanInto(FolderScan& scan, const std::string& folder, int depth)
+bool matchesOne(const std::vector<std::string>& patterns, const std::string& path)
 {
-    if (depth > FolderScan::deepest) {
-        scan.refusals.push_back({folder, "it lies more than " + std::to_string(FolderScan::deepest) +
-                                             " folders below the one that was opened"});
-        return;
+    const std::string name = path.substr(path.rfind('/') + 1);
+    return std::any_of(patterns.begin(), patterns.end(), [&](const std::string& pattern) {
+        const bool isOfPath = pattern.find('/') != std::string::npos;
+        return fnmatch(pattern.c_str(), isOfPath ? path.c_str() : name.c_str(), 0) == 0;
+    });
+}
+
+// Scans a folder and those below it.
+class Scanner
+{
+public:
+    Scanner(std::string topFolder, const FolderFilter& wanted) : top(std::move(topFolder)), filter(wanted) {}
+
+    void scan(const std::string& folder, int depth)
+    {
+        if (depth > FolderFilter::mostLevels) {
+            found.refusals.push_back({folder, "it lies more than " +
+                                                  std::to_string(FolderFilter::mostLevels) +
+                                                  " folders below the one that was opened"});
+            return;
+        }
+        found.folders.push_back(folder);
+        std::error_code error;
+        const std::vector<fs::directory_entry> entries = entriesOf(folder, error);
+        if (error)
+            found.refusals.push_back({folder, error.message()});
+        for (const fs::directory_entry& entry : entries)
+            take(entry, depth);
     }
-    scan.folders.push_back(folder);
-    std::error_code error;
-    const std::vector<fs::directory_entry> entries = entriesOf(folder, error);
-    if (error)
-        scan.refusals.push_back({folder, error.message()});
-    for (const fs::directory_entry& entry : entries) {
+
+    FolderScan found;
+
+private:
+    void take(const fs::directory_entry& entry, int depth)
+    {
         std::error_code gone; // meanwhile
         const fs::file_status status = entry.symlink_status(gone);
-        if (fs::is_regular_file(status))
-            scan.files.push_back(entry.path().string());
-        else if (fs::is_directory(status))
-            scanInto(scan, entry.path().string(), depth + 1);
+        const std::string path = entry.path().string();
+        const std::string below = path.substr(std::min(path.size(), top.size() + 1));
+        if (fs::is_regular_file(status) && filter.takesFile(below))
+            found.files.push_back(path);
+        else if (fs::is_directory(status) && isWithin(depth) && filter.takesFolder(below))
+            scan(path, depth + 1);
     }
-}
+
+    // What lies deeper than may be at all is refused, not left out.
+    bool isWithin(int depth) const
+    {
+        return depth < filter.deepest || filter.deepest == FolderFilter::mostLevels;
+    }
+
+    const std::string top;
+    const FolderFilter& filter; // outlives this
+};
 
 } // namespace
 
-FolderScan FolderScan::of(const std::string& folder)
+bool FolderFilter::takesFile(const std::string& path) const
 {
-    FolderScan scan;
-    scanInto(scan, folder, 0);
-    return scan;
+    return (include.empty() || matchesOne(include, path)) && !matchesOne(exclude, path);
+}
+
+bool FolderFilter::takesFolder(const std::string& path) const
+{
+    return !matchesOne(exclude, path);
+}
+
+FolderScan FolderScan::of(const std::string& folder, const FolderFilter& filter)
+{
+    Scanner scanner(folder, filter);
+    scanner.scan(folder, 0);
+    return std::move(scanner.found);
 }
 
 } // namespace Files

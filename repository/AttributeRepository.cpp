@@ -6,7 +6,9 @@
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeWriter.h"
 #include "repository/operations/BackendChanges.h"
+#include "repository/operations/BackendTexts.h"
 #include "repository/operations/StepReplay.h"
+#include "repository/search/AttributeSearch.h"
 #include "repository/store/AttachedValidations.h"
 #include "repository/store/AttributeReader.h"
 #include "repository/store/ListElement.h"
@@ -149,7 +151,8 @@ AttributeRepository::AttributeRepository(const std::shared_ptr<AttributeStore>& 
       notifications(std::make_shared<Subscriptions>(store->getTree())),
       validations(std::make_shared<AttachedValidations>(store->getTree())),
       tree(std::make_shared<Tree>(store)), transfer(std::make_shared<SubtreeTransfer>(store)),
-      changes(std::make_shared<BackendChanges>(store)), history(std::make_shared<Steps>(store))
+      changes(std::make_shared<BackendChanges>(store)), history(std::make_shared<Steps>(store)),
+      search(std::make_shared<AttributeSearch>(store)), texts(std::make_shared<BackendTexts>(store))
 {
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
+#include "repository/RepositoryExport.h"
 
 #include <functional>
 #include <memory>
@@ -28,7 +29,7 @@ struct RepositoryOptions
 };
 
 // The attribute repository of a process: the interfaces of the contract over one store. Any thread.
-class AttributeRepository : public Interfaces::RepositoryInterface
+class VANTRY_REPOSITORY_EXPORT AttributeRepository : public Interfaces::RepositoryInterface
 {
 public:
     static std::shared_ptr<AttributeRepository> create(const RepositoryOptions& options = {});
@@ -47,6 +48,8 @@ public:
     std::shared_ptr<Interfaces::TransferInterface> getTransferInterface() override { return transfer; }
     std::shared_ptr<Interfaces::ChangesInterface> getChangesInterface() override { return changes; }
     std::shared_ptr<Interfaces::HistoryInterface> getHistoryInterface() override { return history; }
+    std::shared_ptr<Interfaces::SearchInterface> getSearchInterface() override { return search; }
+    std::shared_ptr<Interfaces::TextInterface> getTextInterface() override { return texts; }
 
 private:
     AttributeRepository(const std::shared_ptr<AttributeStore>& store, const RepositoryOptions& options);
@@ -60,6 +63,8 @@ private:
     std::shared_ptr<Interfaces::TransferInterface> transfer;
     std::shared_ptr<Interfaces::ChangesInterface> changes;
     std::shared_ptr<Interfaces::HistoryInterface> history;
+    std::shared_ptr<Interfaces::SearchInterface> search;
+    std::shared_ptr<Interfaces::TextInterface> texts;
 };
 
 } // namespace Repository

@@ -11,6 +11,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace CommandLine::Commands {
 
 namespace {
@@ -100,12 +102,20 @@ private:
     {
         const auto at = std::size_t(line.arguments.size());
         for (const Command::Form& form : line.command->forms) {
-            if (at < form.size())
-                add(form[at].word);
-            else if (!form.empty() && form.back().count == Argument::Count::OneOrMore)
-                add(form.back().word);
+            const std::size_t repeated = repeatedOf(form);
+            for (std::size_t i = std::min(at, repeated); i < form.size() && i <= at; ++i)
+                add(form[i].word);
         }
         candidates.removeDuplicates();
+    }
+
+    // The argument that may come again, or the number of them.
+    static std::size_t repeatedOf(const Command::Form& form)
+    {
+        const auto found = std::find_if(form.begin(), form.end(), [](const Argument& argument) {
+            return argument.count == Argument::Count::OneOrMore;
+        });
+        return std::size_t(found - form.begin());
     }
 
     void add(Word word)
@@ -171,8 +181,12 @@ private:
     {
         QString file;
         for (const Command::Form& form : line.command->forms) {
-            for (std::size_t at = 0; at < form.size() && int(at) < line.arguments.size(); ++at)
-                file = form[at].word == Word::File ? line.arguments.at(int(at)) : file;
+            const std::size_t repeated = repeatedOf(form);
+            for (std::size_t at = 0; at < std::size_t(line.arguments.size()); ++at) {
+                const std::size_t meant = std::min(at, repeated);
+                if (meant < form.size() && form[meant].word == Word::File)
+                    file = line.arguments.at(int(at));
+            }
         }
         return file;
     }

@@ -1,93 +1,146 @@
 #include "cli/Condition.h"
+#include "cli/FilePlaces.h"
 #include "cli/Output.h"
 #include "cli/Records.h"
-#include "cli/Session.h"
+#include "cli/SearchArguments.h"
 #include "cli/TreeWalk.h"
-#include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
-#include "host/FrameworkCore/AppConfig/PathPattern.h"
+
+#include <QFileInfo>
 
 namespace CommandLine::Commands {
 
 namespace {
 
-using FrameworkCore::AppConfig::PathPattern;
+using FrameworkCore::AppConfig::Interfaces::SearchHit;
+using FrameworkCore::AppConfig::Interfaces::SearchQuery;
 
-// What is asked of a node beyond its path.
-class Question
+// Nothing, and a message, when one of them is none.
+std::optional<std::vector<Condition>> readConditions(const Invocation& invocation)
+{
+    std::vector<Condition> conditions;
+    const QStringList texts = invocation.valuesOf("--where");
+    for (const QString& text : texts) {
+        QString reason;
+        const auto condition = Condition::parse(text, reason);
+        if (!condition) {
+            Output::message(reason);
+            return {};
+        }
+        conditions.push_back(*condition);
+    }
+    return conditions;
+}
+
+// Prints what is found, as it is found.
+class Finding
 {
 public:
-    // Nothing, and a message, for a condition that is none.
-    static std::optional<Question> of(const Invocation& invocation)
+    Finding(const Session& openSession, const Invocation& invocation, std::vector<Condition> wanted,
+            bool hasManyFiles)
+        : session(openSession), conditions(std::move(wanted)), showsLines(invocation.has("--lines")),
+          showsFiles(showsLines || hasManyFiles), places(openSession), records(invocation)
     {
-        Question question;
-        if (invocation.has("--value"))
-            question.value.emplace(invocation.valueOf("--value"));
-        const QStringList texts = invocation.valuesOf("--where");
-        for (const QString& text : texts) {
-            QString reason;
-            const auto condition = Condition::parse(text, reason);
-            if (!condition) {
-                Output::message(reason);
-                return {};
-            }
-            question.conditions.push_back(*condition);
-        }
-        return question;
     }
 
-    // Nothing when it takes too many steps to say.
-    std::optional<bool> holds(Session& session, const QString& path, const QString& shownPath) const
+    ExitCode run(const Source& source, SearchQuery query)
     {
-        if (!value && conditions.empty())
-            return true;
-        const auto attribute = session.getRepository().getReaderInterface()->getAttribute(path);
-        Condition::Node node{shownPath, attribute ? QString() : QStringLiteral("group"), {}};
-        if (attribute && isReadable(attribute->getAccessMode())) {
-            node.value = attribute->getValue();
-            node.type = TypedText::nameOf(*node.value);
-        }
-        if (value && !(node.value && value->matches(QString::fromStdString(Output::valueText(*node.value)))))
-            return false;
-        for (const Condition& condition : conditions) {
-            const auto holds = condition.holds(node);
-            if (!holds.value_or(false))
-                return holds;
-        }
-        return true;
+        query.roots = QStringList(source.root);
+        ExitCode code = ExitCode::Done;
+        const auto outcome = session.getRepository().getSearchInterface()->find(
+            query, [&](const QVector<SearchHit>& hits, int) {
+                for (auto hit = hits.begin(); hit != hits.end() && code == ExitCode::Done; ++hit)
+                    code = hit->path != source.root ? take(source, *hit) : code;
+                return code == ExitCode::Done;
+            });
+        return code == ExitCode::Done ? session.finish(outcome) : code;
     }
+
+    bool hasFound() const { return isFound; }
 
 private:
-    std::optional<PathPattern> value;
-    std::vector<Condition> conditions;
+    ExitCode take(const Source& source, const SearchHit& hit)
+    {
+        const bool hasValue = !hit.type.isEmpty() && hit.type != QLatin1String("group");
+        const Condition::Node node{source.relativePath(hit.path), hit.type,
+                                   hasValue ? std::optional(hit.value) : std::nullopt};
+        for (const Condition& condition : conditions) {
+            const auto holds = condition.holds(node);
+            if (!holds)
+                return Session::fail(ExitCode::Usage,
+                                     QStringLiteral("%1: '%2' was not matched: it takes more steps or "
+                                                    "memory than are allowed; simplify the expression")
+                                         .arg(source.given, node.path));
+            if (!*holds)
+                return ExitCode::Done;
+        }
+        isFound = true;
+        print(node, showsFiles ? placeOf(source, hit.path) : FilePlaces::Place());
+        return ExitCode::Done;
+    }
+
+    FilePlaces::Place placeOf(const Source& source, const QString& path)
+    {
+        return showsLines ? places.of(source, path) : FilePlaces::Place{source.given};
+    }
+
+    void print(const Condition::Node& node, const FilePlaces::Place& place)
+    {
+        if (!records.areJson()) {
+            const QString line = place.line > 0 ? QStringLiteral(":%1").arg(place.line) : QString();
+            records.add(showsFiles ? place.file + line + QStringLiteral(": ") + node.path : node.path);
+            return;
+        }
+        Records::Fields fields{{"path", node.path}};
+        if (showsFiles)
+            fields.insert(fields.begin(), {"file", place.file});
+        if (place.line > 0)
+            fields.insert(fields.end(), {{"line", place.line}, {"column", place.column}});
+        if (!node.type.isEmpty())
+            fields.emplace_back("type", node.type);
+        if (node.value)
+            fields.emplace_back("value", *node.value);
+        records.add(fields);
+    }
+
+    const Session& session; // not owned
+    const std::vector<Condition> conditions;
+    const bool showsLines;
+    const bool showsFiles;
+    FilePlaces places;
+    Records records;
+    bool isFound = false;
 };
 
 ExitCode run(Session& session, const Invocation& invocation)
 {
-    const auto question = Question::of(invocation);
-    if (!question)
+    const auto conditions = readConditions(invocation);
+    auto query = SearchArguments::readQuery(session, invocation, invocation.valueOf("--value"));
+    if (!conditions || !query)
         return ExitCode::Usage;
-    const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
-    if (!source)
-        return session.getFailure();
-    auto& repository = session.getRepository();
-    const QString pattern = invocation.arguments.value(1, QStringLiteral("*"));
-    const QStringList paths = findMatches(*repository.getTreeInterface(), *source, pattern);
-    Records records(invocation);
-    bool isFound = false;
-    for (const QString& path : paths) {
-        const QString shown = source->relativePath(path);
-        const auto holds = question->holds(session, path, shown);
-        if (!holds)
-            return Session::fail(ExitCode::Usage,
-                                 QStringLiteral("%1: '%2': matching its text takes more steps or memory than "
-                                                "are allowed; simplify the expression")
-                                     .arg(source->given, shown));
-        if (*holds)
-            records.addNode(repository, *source, path);
-        isFound = isFound || *holds;
+    if (!invocation.has("--regex")) {
+        query->syntax = SearchQuery::Syntax::Wildcard;
+        query->isWhole = invocation.has("--value");
     }
-    return isFound ? ExitCode::Done : ExitCode::Negative;
+    QStringList files = invocation.arguments;
+    const QString pattern = files.size() > 1 ? files.takeLast() : QStringLiteral("*");
+    const auto sources = SearchArguments::open(session, files, Session::Opening::Read);
+    if (!sources)
+        return session.getFailure();
+    Finding finding(session, invocation, *conditions, sources->size() > 1);
+    for (const Source* const source : *sources) {
+        query->pathPattern = source->fullPath(pattern);
+        const ExitCode code = finding.run(*source, *query);
+        if (code != ExitCode::Done)
+            return code;
+    }
+    if (finding.hasFound())
+        return ExitCode::Done;
+    if (!isPattern(pattern) && QFileInfo::exists(pattern))
+        Output::message(QStringLiteral("'%1' is taken as PATTERN; after several files, '*' stands for all of "
+                                       "their paths")
+                            .arg(pattern));
+    return ExitCode::Negative;
 }
 
 } // namespace
@@ -100,19 +153,29 @@ Command find()
         "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else stands "
         "for itself. Without PATTERN all are looked at. Paths are printed in the order of the file. Groups "
         "are found as attributes are, unless "
-        "a value is asked for. The exit code is 1 when there is none.\n"
+        "a value or type is asked for. The exit code is 1 when there is none.\n"
+        "Of several files a line is \"FILE: PATH\", and with --lines \"FILE:LINE: PATH\"; groups have no "
+        "LINE.\n"
         "CONDITION is value, name, path or type, then = != < <= > >= ~ or !~, then a text, in quotes when "
         "blanks at its ends count. Numbers are compared as numbers, moments as moments, and all else as "
         "text; a number is neither less nor greater than a text. \"~\" asks whether a regular expression "
         "matches a part of it. Types are those that \"get "
         "--type\" prints, and group.\n"
-        "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\".",
-        {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
-        {{"--value", "TEXT", Word::Text, "only attributes whose value matches TEXT"},
+        "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\"; also "
+        "\"file\" of several files, and \"file\", \"line\" and \"column\" with --lines.",
+        {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}},
+         {{"FILE", Word::File, Argument::Count::OneOrMore}, {"PATTERN", Word::Pattern}}},
+        {{"--value", "TEXT", Word::Text,
+          "only attributes whose value matches TEXT; of a list, all of it or one of its elements"},
+         {"--regex", {}, Word::Text, "TEXT is a regular expression, which matches a part of the value"},
+         SearchArguments::ignoreCase,
+         SearchArguments::ofType,
          {"--where", "CONDITION", Word::Text, "only what meets CONDITION; when repeated, all of them", true},
+         {"--lines", {}, Word::Text, "print where it is, too", false, "-n"},
          jsonOption,
          nullOption},
         {"vantry find app.ini '*.port'", "vantry find app.ini '*' --value '*localhost*'",
+         "vantry find -n /etc/app app.ini '*' --value '^10\\.' --regex",
          "vantry find app.ini --where 'name ~ port$' --where 'value > 1023'"},
         run};
 }

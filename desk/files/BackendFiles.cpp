@@ -225,9 +225,10 @@ void BackendFiles::keepUnsaved()
         QString text =
             tr("The changes of %1 were not saved: the program was told to end").arg(getLabel(backend));
         QString error;
-        const QString place = diff.isEmpty()
-                                  ? QString()
-                                  : KeptChanges::keep(getLocation(backend), diff, changesOf(backend), error);
+        const QString place =
+            diff.isEmpty() ? QString()
+                           : KeptChanges::keep(getLocation(backend), diff,
+                                               changesOf(*repository->getChangesInterface(), backend), error);
         if (!place.isEmpty())
             text += tr(". They are kept in %1").arg(place);
         else if (!error.isEmpty())
@@ -236,10 +237,9 @@ void BackendFiles::keepUnsaved()
     }
 }
 
-// With paths below the root.
-KeptChanges::Changes BackendFiles::changesOf(const QString& backend) const
+KeptChanges::Changes BackendFiles::changesOf(const ChangesInterface& interface, const QString& backend)
 {
-    KeptChanges::Changes changes = repository->getChangesInterface()->getUnsavedChanges(backend);
+    KeptChanges::Changes changes = interface.getUnsavedChanges(backend);
     for (UnsavedChange& change : changes)
         change.path.remove(0, backend.size() + (change.path == backend ? 0 : 1));
     return changes;

@@ -20,6 +20,7 @@ class BackendFiles : public QObject
 
 public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+    using ChangesInterface = FrameworkCore::AppConfig::Interfaces::ChangesInterface;
 
     // Dialogs belong to the window, which outlives this.
     BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
@@ -46,6 +47,9 @@ public:
     // Asks about what is unsaved in any backend. False when it is to be kept, and so the window.
     bool mayBeLost();
 
+    // What is unsaved in a backend, as KeptChanges have it. Any thread.
+    static KeptChanges::Changes changesOf(const ChangesInterface& changes, const QString& backend);
+
     // Keeps what is unsaved as KeptChanges, when nobody is there to be asked; the log tells where.
     void keepUnsaved();
 
@@ -63,7 +67,6 @@ private:
     static QStringList refusalsOf(const QStringList& backends, const Operation& operation);
 
     bool saveOne(const QString& backend);
-    KeptChanges::Changes changesOf(const QString& backend) const;
     QVector<UnsavedChange> conflictsOf(const QString& backend) const;
     bool resolve(const QString& backend, const QVector<UnsavedChange>& conflicts);
     void warn(const QString& title, const QStringList& reasons);

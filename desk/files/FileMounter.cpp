@@ -4,6 +4,7 @@
 #include "host/Utilities/Worker.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
+#include "repository/mounting/FolderLocation.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -31,10 +32,10 @@ QHash<QString, QString> openFiles(FileMounter::Repository& repository)
 }
 
 // Empty when the folder was opened, otherwise why it was not. Files of it that are left out are noted.
-QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::Repository& repository,
-                    QStringList& notes)
+QString mountFolder(const ::Repository::FolderLocation& folder, const QString& name,
+                    FileMounter::Repository& repository, QStringList& notes)
 {
-    const QString path = folder.absoluteFilePath();
+    const QString path = folder.toText();
     const auto outcome = repository.getBackendInterface()->mount(QStringLiteral("folder"), name,
                                                                  {path, path, AccessMode::ReadWrite}, 2);
     if (!outcome.ok())
@@ -48,11 +49,12 @@ QString mountFolder(const QFileInfo& folder, const QString& name, FileMounter::R
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
                   QStringList& notes, bool& isUnknown)
 {
+    const ::Repository::FolderLocation folder(file);
+    if (QFileInfo(folder.getFolder()).isDir())
+        return mountFolder(folder, name, repository, notes);
     const QFileInfo info(file);
     if (!info.exists())
         return QStringLiteral("%1: no such file").arg(file);
-    if (info.isDir())
-        return mountFolder(info, name, repository, notes);
     if (!info.isFile()) // reading a pipe might never end
         return QStringLiteral("%1: it is not a regular file").arg(file);
     if (type.isEmpty())
@@ -93,13 +95,15 @@ FileMounter::Result FileMounter::mountFiles(const Requests& requests,
 {
     Result result;
     QHash<QString, QString> open = openFiles(*repository);
-    for (const auto& [file, type] : requests) {
+    for (const auto& [file, type, wantedName] : requests) {
         const QString identity = ::Repository::fileIdentity(file);
         if (open.contains(identity)) {
             result.openBefore.append(open[identity]);
             continue;
         }
-        const QString name = mountName(file, *repository);
+        const bool isFree =
+            !wantedName.isEmpty() && !repository->getTreeInterface()->getNodeInformation(wantedName).exists;
+        const QString name = isFree ? wantedName : mountName(file, *repository);
         QString problem;
         bool isUnknown = false;
         try {
@@ -129,7 +133,13 @@ FileMounter::~FileMounter() = default;
 void FileMounter::mount(const QStringList& files, const QString& type)
 {
     for (const QString& file : files)
-        waiting.push_back({file, type});
+        waiting.push_back({file, type, {}});
+    startNext();
+}
+
+void FileMounter::mount(const Requests& requests)
+{
+    waiting.insert(waiting.end(), requests.begin(), requests.end());
     startNext();
 }
 
@@ -162,8 +172,10 @@ void FileMounter::startNext()
             return result;
         },
         failure);
-    if (worker.valid())
+    if (worker.valid()) {
+        emit started();
         return;
+    }
     std::promise<Result> refused;
     refused.set_value(refusalOfAll(opening, failure));
     worker = refused.get_future();

@@ -29,6 +29,14 @@ public:
         QStringList unknown;    // those of the files that were not opened since nothing tells their format
     };
 
+    struct Request
+    {
+        QString file;
+        QString type; // empty where the file tells its own
+        QString name; // of the backend; empty, or taken meanwhile, for any that is free
+    };
+    using Requests = std::vector<Request>;
+
     explicit FileMounter(std::shared_ptr<Repository> repository, QObject* parent = nullptr);
     ~FileMounter() override; // waits for the files that are being opened
 
@@ -39,6 +47,7 @@ public:
     // there is, is a problem of that file; without a thread to open them on, all given ones are problems.
     // Without a type, each file tells its own.
     void mount(const QStringList& files, const QString& type = {});
+    void mount(const Requests& requests);
 
     bool isBusy() const { return worker.valid(); }
 
@@ -50,16 +59,10 @@ public:
     static QString mountName(const QString& file, Repository& repository);
 
 signals:
+    void started(); // with some files, or with those given meanwhile
     void mounted(const Vantry::FileMounter::Result& result);
 
 private:
-    struct Request
-    {
-        QString file;
-        QString type;
-    };
-    using Requests = std::vector<Request>;
-
     static Result mountFiles(const Requests& requests, const std::shared_ptr<Repository>& repository);
     void startNext();
     void finish(int run);

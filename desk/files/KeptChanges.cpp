@@ -24,9 +24,27 @@ QString tr(const char* text)
     return QCoreApplication::translate("Vantry::KeptChanges", text);
 }
 
-QString folderName()
+QString folderName(KeptChanges::Place place)
 {
-    return QFile::decodeName(Files::StateFolder::path().c_str()) + QStringLiteral("/unsaved");
+    return QFile::decodeName(Files::StateFolder::path().c_str()) +
+           (place == KeptChanges::Place::Ended ? QStringLiteral("/unsaved") : QStringLiteral("/running"));
+}
+
+// A name that is free there and says of which file.
+QString freeName(const QDir& folder, const QString& stem)
+{
+    QString name = folder.filePath(stem + diffEnding);
+    for (int number = 2; QFileInfo::exists(name); ++number)
+        name = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), diffEnding));
+    return name;
+}
+
+// Whether there is a folder, which is closed to other users.
+bool hasStateFolder()
+{
+    std::string reason;
+    bool isAbsent = false;
+    return Files::StateFolder::open(Files::SystemCalls::system(), reason, isAbsent) != nullptr;
 }
 
 QString changesFileOf(const QString& diffFile)
@@ -55,6 +73,23 @@ QString beginReading(QDataStream& stream)
     return tag == formatTag && stream.status() == QDataStream::Ok ? file : QString();
 }
 
+QVector<KeptChanges::Entry> entriesIn(const QDir& folder)
+{
+    QVector<KeptChanges::Entry> entries;
+    const auto files =
+        folder.entryInfoList({QLatin1Char('*') + diffEnding}, QDir::Files, QDir::Time | QDir::Reversed);
+    for (const QFileInfo& diff : files) {
+        KeptChanges::Entry entry{diff.filePath(), {}, diff.lastModified()};
+        QFile changes(changesFileOf(entry.diffFile));
+        if (changes.open(QIODevice::ReadOnly)) {
+            QDataStream stream(&changes);
+            entry.file = beginReading(stream);
+        }
+        entries.append(entry);
+    }
+    return entries;
+}
+
 // As a diff of the values alone.
 QString diffOfValues(const QString& file, const KeptChanges::Changes& changes)
 {
@@ -78,7 +113,8 @@ QString diffOfValues(const QString& file, const KeptChanges::Changes& changes)
 
 } // namespace
 
-QString KeptChanges::keep(const QString& file, const QString& diff, const Changes& changes, QString& error)
+QString KeptChanges::keep(const QString& file, const QString& diff, const Changes& changes, QString& error,
+                          Place place)
 {
     constexpr int mostOfName = 60; // whatever its letters are, a file system takes that many of them
     std::string reason;
@@ -86,42 +122,39 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
         error = QString::fromStdString(reason);
         return {};
     }
-    const QDir folder(folderName());
+    const QDir folder(folderName(place));
     if (!folder.mkpath(QStringLiteral("."))) {
         error = tr("%1 cannot be made").arg(folder.path());
         return {};
     }
-    const QString stem = QFileInfo(file).fileName().left(mostOfName) +
-                         QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss"));
-    QString place = folder.filePath(stem + diffEnding);
-    for (int number = 2; QFileInfo::exists(place); ++number)
-        place = folder.filePath(QStringLiteral("%1 (%2)%3").arg(stem, QString::number(number), diffEnding));
-    error = TextFile::write(place, diff, TextFile::Readers::OwnerOnly);
+    const QString name =
+        freeName(folder, QFileInfo(file).fileName().left(mostOfName) +
+                             QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss")));
+    error = TextFile::write(name, diff, TextFile::Readers::OwnerOnly);
     if (!error.isEmpty())
         return {};
-    error = TextFile::writeBytes(changesFileOf(place), writtenChanges(file, changes),
+    error = TextFile::writeBytes(changesFileOf(name), writtenChanges(file, changes),
                                  TextFile::Readers::OwnerOnly);
-    return place; // people can put the diff in by hand
+    return name; // people can put the diff in by hand
 }
 
 QVector<KeptChanges::Entry> KeptChanges::getEntries()
 {
-    std::string reason;
-    bool isAbsent = false;
-    if (!Files::StateFolder::open(Files::SystemCalls::system(), reason, isAbsent))
+    return hasStateFolder() ? entriesIn(folderName(Place::Ended)) : QVector<Entry>();
+}
+
+QVector<KeptChanges::Entry> KeptChanges::takeOver()
+{
+    if (!hasStateFolder())
         return {};
-    QVector<Entry> entries;
-    const auto files =
-        QDir(folderName())
-            .entryInfoList({QLatin1Char('*') + diffEnding}, QDir::Files, QDir::Time | QDir::Reversed);
-    for (const QFileInfo& diff : files) {
-        Entry entry{diff.filePath(), {}, diff.lastModified()};
-        QFile changes(changesFileOf(entry.diffFile));
-        if (changes.open(QIODevice::ReadOnly)) {
-            QDataStream stream(&changes);
-            entry.file = beginReading(stream);
-        }
-        entries.append(entry);
+    const QDir folder(folderName(Place::Ended));
+    folder.mkpath(QStringLiteral("."));
+    QVector<Entry> entries = entriesIn(folderName(Place::Running));
+    for (Entry& entry : entries) {
+        const QString name = freeName(folder, QFileInfo(entry.diffFile).completeBaseName());
+        QFile::rename(changesFileOf(entry.diffFile), changesFileOf(name));
+        QFile::rename(entry.diffFile, name);
+        entry.diffFile = name;
     }
     return entries;
 }

@@ -7,8 +7,8 @@
 
 namespace Vantry {
 
-// What was unsaved when the program was asked to end and nobody could be asked: for each file its changes,
-// and a diff to read, in the folder in which a person's programs keep their state. GUI thread.
+// What was unsaved when the program ended and nobody could be asked: for each file its changes, and a diff to
+// read, in the folder in which a person's programs keep their state. GUI thread.
 class KeptChanges
 {
 public:
@@ -22,8 +22,15 @@ public:
         QDateTime time;
     };
 
+    // What a running program keeps in case that it ends is apart, until the next one takes it over.
+    enum class Place { Ended, Running };
+
     // Gives where the diff is, on the disk; when that fails nothing, and the reason.
-    static QString keep(const QString& file, const QString& diff, const Changes& changes, QString& error);
+    static QString keep(const QString& file, const QString& diff, const Changes& changes, QString& error,
+                        Place place = Place::Ended);
+
+    // Puts what a program kept while it ran to all the rest, and gives that.
+    static QVector<Entry> takeOver();
 
     static QVector<Entry> getEntries(); // the oldest first
 

@@ -1,7 +1,6 @@
 #include "desk/plugins/PluginLibrary.h"
 
 #include "desk/plugins/PluginCall.h"
-#include "host/Utilities/ApplicationPlugins/ContractVersion.h"
 
 #include <QFileInfo>
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Utilities/ApplicationPlugins/ApplicationPlugin.h"
+#include "host/Utilities/ApplicationPlugins/PluginEntryPoints.h"
 
 #include <QLibrary>
 #include <QString>
@@ -35,9 +36,9 @@ public:
     QString dropApplication(const Context& context, const QString& identification) const;
 
 private:
-    using NameApplications = bool (*)(void*, QStringList&);
-    using LoadApplication = bool (*)(const Context&, const QString&, Application&);
-    using UnloadApplication = bool (*)(const Context&, const QString&);
+    using NameApplications = decltype(&loadApplicationIdentifier);
+    using LoadApplication = decltype(&loadApplicationByIdentification);
+    using UnloadApplication = decltype(&unloadApplicationByIdentification);
 
     explicit PluginLibrary(const QString& file);
 

@@ -16,7 +16,7 @@ namespace Vantry {
 QStringList PluginLoader::usualFolders()
 {
     const QDir program(QCoreApplication::applicationDirPath());
-    return {program.path(), QDir::cleanPath(program.filePath(QStringLiteral("../lib/vantry/plugins")))};
+    return {program.path(), QDir::cleanPath(program.filePath(QStringLiteral(VANTRY_PLUGINS_FROM_PROGRAMS)))};
 }
 
 void PluginLoader::load(const Choice& choice)

@@ -2,8 +2,8 @@
 
 #include "desk/common/CellEdit.h"
 #include "desk/common/MenuText.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/common/WaitCursor.h"
-#include "desk/window/TreeSelection.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QAbstractSpinBox>

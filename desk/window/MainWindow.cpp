@@ -1,24 +1,29 @@
 #include "desk/window/MainWindow.h"
 
+#include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/files/ExampleFiles.h"
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/OpeningProgress.h"
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
+#include "desk/places/Places.h"
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
+#include "desk/session/SessionKeeper.h"
+#include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
-#include "desk/window/TreeSelection.h"
 #include "desk/window/WindowMemory.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
@@ -67,6 +72,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     showFirstPages(!firstFiles.isEmpty());
     mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
     addApplications();
+    places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
 }
@@ -100,6 +106,10 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    changes = new ChangesDock(repository, files);
+    addDockWidget(Qt::BottomDockWidgetArea, changes);
+    connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(changes, &ChangesDock::failed, this, &MainWindow::showNotice);
     log = new LogDock(logFeed);
     addDockWidget(Qt::BottomDockWidgetArea, log);
 }
@@ -108,6 +118,7 @@ void MainWindow::setUpStatusBar()
 {
     hint = new FailureHint(logFeed, repository);
     statusBar()->addWidget(hint, 1);
+    statusBar()->addPermanentWidget(new OpeningProgress(mounter, repository));
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
             [this] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
@@ -122,6 +133,7 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
     QMenu* const view = menuBar()->addMenu(tr("&View"));
@@ -137,15 +149,44 @@ void MainWindow::setUpMenus()
         view->addAction(dock->toggleViewAction());
     QAction* const showLog = log->toggleViewAction();
     showLog->setShortcut(Qt::Key_F8);
+    QAction* const showChanges = changes->toggleViewAction();
+    showChanges->setShortcut(Qt::Key_F7);
+    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
+        if (isShown)
+            changes->showChanges();
+    });
     connect(showLog, &QAction::triggered, log, [this](bool isShown) {
         if (isShown)
             log->showLines();
     });
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
+    view->addSeparator();
+    reopenAction = new QAction(tr("&Reopen Files at Start"), this);
+    reopenAction->setObjectName(QStringLiteral("reopensFiles"));
+    reopenAction->setCheckable(true);
+    reopenAction->setChecked(true);
+    view->addAction(reopenAction);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::setUpPlaces()
+{
+    places = new Places(repository, files, *this, *edit);
+    connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
+    connect(places, &Places::failed, this, &MainWindow::showNotice);
+    auto* const text = new TextDock(repository, places->getWatch());
+    addDockWidget(Qt::RightDockWidgetArea, text);
+    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
+    QAction* const showText = text->toggleViewAction();
+    showText->setShortcut(Qt::CTRL + Qt::Key_U);
+    connect(showText, &QAction::triggered, text, [text](bool isShown) {
+        if (isShown)
+            text->showText();
+    });
 }
 
 void MainWindow::addApplications()
@@ -196,6 +237,26 @@ void MainWindow::showFirstPages(bool hasFiles)
     }
     if (!isAnyShown && !applications.getApplications().empty())
         showStartPage();
+}
+
+void MainWindow::showLastPages()
+{
+    for (const auto& application : applications.getApplications()) {
+        const QString page = WindowMemory::getPage(application.identification);
+        applications.setPage(application.identification, page.isEmpty() ? QString(attributesPage) : page);
+    }
+}
+
+void MainWindow::beginSession(bool restores)
+{
+    session = new SessionKeeper(repository, files, mounter, *this);
+    const bool isRestored = restores && reopenAction->isChecked() && session->restore();
+    if (isRestored)
+        showLastPages();
+    const auto unsaved = session->takeUnsaved();
+    if (isRestored)
+        keptToApply += unsaved;
+    session->follow();
 }
 
 bool MainWindow::areFilesShown() const
@@ -251,7 +312,8 @@ void MainWindow::waitForFirstFiles()
 
 void MainWindow::showKeptChanges()
 {
-    kept->refresh();
+    if (keptToApply.isEmpty()) // of others it is told once these are applied
+        kept->refresh();
 }
 
 void MainWindow::applyKept(const KeptChanges::Entry& entry)
@@ -274,7 +336,7 @@ void MainWindow::showResult(const FileMounter::Result& result)
     notices->offerOpening(result.unknown);
     files.getWatch().look();
     if (!result.openBefore.isEmpty())
-        selectBackend(result.openBefore.last());
+        selectAttribute(result.openBefore.last());
     const auto waiting = std::exchange(keptToApply, {});
     for (const KeptChanges::Entry& entry : waiting) {
         if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
@@ -282,16 +344,27 @@ void MainWindow::showResult(const FileMounter::Result& result)
         else if (mounter.isBusy())
             keptToApply.append(entry);
     }
+    if (!waiting.isEmpty())
+        showKeptChanges(); // with those whose files are not open
 }
 
-void MainWindow::selectBackend(const QString& backend)
+void MainWindow::selectAttribute(const QString& path)
 {
+    showFirstPages(true);
     for (const auto& application : applications.getApplications()) {
-        if (application.main && selectInTree(*application.main, backend))
+        if (application.main && selectInTree(*application.main, path))
             return;
     }
+    const bool isBackend = files.getBackends().contains(path);
     notices->addNotices(
-        {tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(backend))});
+        {isBackend
+             ? tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(path))
+             : tr("%1 is there, but the search leaves it out of the tree.").arg(path)});
+}
+
+void MainWindow::showNotice(const QString& text)
+{
+    notices->addNotices({text});
 }
 
 void MainWindow::editAgain(const RefusedEdit& refused)
@@ -385,6 +458,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    if (session)
+        session->end();
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications())
         WindowMemory::savePage(application.identification, applications.getPage(application.identification));

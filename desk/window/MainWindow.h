@@ -14,6 +14,7 @@ class QStackedWidget;
 
 namespace Vantry {
 
+class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
@@ -21,7 +22,9 @@ class KeptChangesBar;
 class LogDock;
 class NavigationArea;
 class NoticeBar;
+class Places;
 class PluginDock;
+class SessionKeeper;
 class StartPage;
 
 // The window: what applications there are on the left, the work area of the chosen one on the right, and
@@ -44,6 +47,10 @@ public:
     // appears without when they are so many or large that a person would notice the wait.
     void waitForFirstFiles();
 
+    // From now on the next start can bring back what is open and how it is shown, which this does with what
+    // the last session left, if that is wanted.
+    void beginSession(bool restores);
+
     bool isOpeningFiles() const { return mounter.isBusy(); }
 
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
@@ -60,10 +67,12 @@ private:
     void setUpAreas();
     void setUpStatusBar();
     void setUpMenus();
+    void setUpPlaces();
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
     void showFirstPages(bool hasFiles);
+    void showLastPages();
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
@@ -71,7 +80,8 @@ private:
     void showResult(const FileMounter::Result& result);
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
-    void selectBackend(const QString& backend);
+    void selectAttribute(const QString& path);
+    void showNotice(const QString& text);
     void showFiles();
     void showAbout();
 
@@ -88,12 +98,16 @@ private:
     QSplitter* areas = nullptr;
     FileMenu* file = nullptr;
     EditMenu* edit = nullptr;
+    Places* places = nullptr;
     NavigationArea* navigation = nullptr;
     NoticeBar* notices = nullptr;
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
+    SessionKeeper* session = nullptr;
+    QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
+    ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
 

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/AppConfig/BackendInformationInterface.h"
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <functional>
@@ -35,6 +38,8 @@ public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
     using ConflictSide = FrameworkCore::AppConfig::Interfaces::ConflictSide;
     using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+    using TextPlace = FrameworkCore::AppConfig::Interfaces::TextPlace;
+    using BackendText = FrameworkCore::AppConfig::Interfaces::BackendText;
 
     struct Description
     {
@@ -73,6 +78,10 @@ public:
 
     // See Document.
     virtual bool namesType(const QString& path) const = 0;
+
+    // Of the opening of what it consists of. Any thread.
+    using Progress = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface::Progress;
+    virtual Progress getProgress() const { return {}; }
 
     // Whether an entry is an array; nothing where there are none.
     virtual std::optional<bool> isArray(const QString& path) const = 0;
@@ -134,11 +143,25 @@ public:
     enum class Trigger { Request, Watcher };
     virtual Outcome reload(Trigger trigger, const ApplyChange& apply) = 0;
 
+    // See TextInterface.
+    virtual Outcome locate(const QString& path, TextPlace& place) const = 0;
+    virtual Outcome findAt(int line, int column, QString& path) const = 0;
+    virtual Outcome getReadableText(BackendText& text) const = 0;
+
     // See ChangesInterface.
     virtual QVector<UnsavedChange> getUnsavedChanges() const = 0;
     virtual QString getUnsavedDiff() const = 0;
     virtual Outcome revert(const QString& path, const ApplyChange& apply) = 0;
     virtual Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) = 0;
+
+    // Some of its changes: entries with all below them, or hunks of the unsaved diff.
+    struct Part
+    {
+        QStringList paths;
+        QStringList hunks;
+    };
+    virtual Outcome revertPart(const Part& part, const ApplyChange& apply) = 0;
+    virtual Outcome savePart(const Part& part, const ApplyChange& apply) = 0;
 
 protected:
     friend class DocumentEdit;

@@ -11,7 +11,7 @@
 #include "repository/merge/UnifiedDiff.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
 
 namespace Repository {
 
@@ -306,7 +306,7 @@ QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
     std::string format;
     std::string before;
     std::string after;
-    std::set<std::string> conflicts;
+    std::map<std::string, std::optional<Value>> conflicts; // with what they began with
     QVector<UnsavedChange> changes;
     {
         const std::lock_guard lock(mutex);
@@ -316,7 +316,7 @@ QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
         before = content.getBase();
         after = content.getText();
         for (EditedDocument::Conflict& conflict : content.getConflicts())
-            conflicts.insert(std::move(conflict.path));
+            conflicts.emplace(std::move(conflict.path), std::move(conflict.base));
     }
     // Parsed without the lock, which writers wait for.
     const auto found = EditedDocument::changesBetween(format, std::move(before), std::move(after));
@@ -331,7 +331,10 @@ QVector<Backend::UnsavedChange> DocumentBackend::getUnsavedChanges() const
             unsaved.before = FrameworkCore::Values::toVariant(change.before);
             unsaved.after = FrameworkCore::Values::toVariant(change.after);
         }
-        unsaved.isConflict = conflicts.count(change.path) > 0;
+        const auto conflict = conflicts.find(change.path);
+        unsaved.isConflict = conflict != conflicts.end();
+        if (showsValues && unsaved.isConflict && conflict->second)
+            unsaved.base = FrameworkCore::Values::toVariant(*conflict->second);
         changes.append(unsaved);
     }
     return changes;

@@ -26,6 +26,10 @@ public:
 
     bool isClosed() const override;
 
+    Outcome locate(const QString& path, TextPlace& place) const override;
+    Outcome findAt(int line, int column, QString& path) const override;
+    Outcome getReadableText(BackendText& text) const override;
+
     QVector<UnsavedChange> getUnsavedChanges() const override;
     QString getUnsavedDiff() const override;
 
@@ -66,6 +70,11 @@ protected:
     Outcome checkConflicts() const; // refused when there are some
     Outcome damage() const;
     Outcome reverted(const std::vector<std::string>& paths);
+    std::vector<std::string> relativePaths(const Part& part) const;
+
+    // The text with these hunks of the unsaved diff alone, or with all others.
+    enum class Hunks { These, Others };
+    Outcome textWith(Hunks which, const QStringList& hunks, std::string& text) const;
     Changes change(const std::function<void()>& operation);
     Outcome edit(const std::function<Documents::Outcome(Documents::Document&)>& change);
 

@@ -30,10 +30,13 @@ std::string nameOnDisk(const Backend::Description& description)
 std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
 {
     Description known = description;
-    if (refusalOfKind(description.filePath).isEmpty())
-        known.type = FileFormat::withDialect(description.type, description.filePath);
+    const QString wrongKind = refusalOfKind(description.filePath);
+    Files::ReadFileResult file;
+    if (wrongKind.isEmpty())
+        file = Files::FileSaver().read(nameOnDisk(description));
+    known.type = FileFormat::withDialect(description.type, description.filePath, file.bytes);
     std::shared_ptr<FileBackend> backend(new FileBackend(known, known.type.toStdString()));
-    outcome = backend->read();
+    outcome = wrongKind.isEmpty() ? backend->take(std::move(file)) : backend->refusal(wrongKind);
     return outcome.ok() ? std::move(backend) : nullptr;
 }
 
@@ -64,16 +67,18 @@ Outcome FileBackend::checkReadability(const std::string& text)
 Files::ReadFileResult FileBackend::readFile()
 {
     Files::ReadFileResult file = files.read(nameOnDisk(description));
-    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+    noteMode(file);
     return file;
 }
 
-Outcome FileBackend::read()
+void FileBackend::noteMode(const Files::ReadFileResult& file)
 {
-    const QString wrongKind = refusalOfKind(description.filePath);
-    if (!wrongKind.isEmpty())
-        return refusal(wrongKind);
-    Files::ReadFileResult file = readFile();
+    hasPrivateFile = file.ok() && (file.mode & S_IROTH) == 0;
+}
+
+Outcome FileBackend::take(Files::ReadFileResult file)
+{
+    noteMode(file);
     if (!file.ok() && !(file.missing && description.accessMode != AccessMode::ReadOnly))
         return warned(refusal(QString::fromStdString(file.reason)), file.warning);
     digest = file.digest;
@@ -86,7 +91,36 @@ Outcome FileBackend::save(const ApplyChange& apply)
     return writeFile(apply);
 }
 
-Outcome FileBackend::writeFile(const ApplyChange& apply)
+Outcome FileBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    const std::lock_guard lock(saving);
+    return writeFile(apply, &part);
+}
+
+// What is to be written, if it can be.
+Outcome FileBackend::takeText(const Part* part, std::string& text)
+{
+    if (!part) {
+        text = content.getText();
+    } else if (!part->hunks.isEmpty()) {
+        const Outcome outcome = textWith(Hunks::These, part->hunks, text);
+        if (!outcome.ok())
+            return outcome;
+        const Documents::Outcome parsed = Documents::makeDocument(content.getType())->parse(text);
+        if (!parsed.ok())
+            return refusal(QStringLiteral("the file could not be read with these changes alone: ") +
+                           QString::fromStdString(parsed.error));
+    } else {
+        std::string reason;
+        auto taken = content.baseWith(relativePaths(*part), reason);
+        if (!taken)
+            return refusal(QString::fromStdString(reason));
+        text = std::move(*taken);
+    }
+    return checkReadability(text);
+}
+
+Outcome FileBackend::writeFile(const ApplyChange& apply, const Part* part)
 {
     std::string text;
     Files::FileDigest known;
@@ -106,8 +140,7 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
             return {};
         if (!digest.exists && content.getText().empty())
             content.load(Documents::findFormat(description.type.toStdString())->getEmptyText());
-        text = content.getText();
-        outcome = checkReadability(text);
+        outcome = takeText(part, text);
         if (!outcome.ok())
             return outcome;
         known = digest;
@@ -118,9 +151,8 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
         const std::lock_guard lock(mutex);
         if (merged.ok())
             merged = checkConflicts();
-        text = content.getText();
         if (merged.ok())
-            merged = checkReadability(text);
+            merged = takeText(part, text);
         return Files::MergedContent{text, merged.explain().toStdString()};
     };
     const Files::SaveFileResult saved = files.save(nameOnDisk(description), text, known, merge);
@@ -128,7 +160,10 @@ Outcome FileBackend::writeFile(const ApplyChange& apply)
     const std::lock_guard lock(mutex);
     if (saved.ok()) {
         digest = saved.digest;
-        content.setSaved(std::move(text));
+        if (part)
+            content.setPartSaved(std::move(text));
+        else
+            content.setSaved(std::move(text));
         return warned({}, saved.warning);
     }
     isDeleted = hasGone;
@@ -268,7 +303,7 @@ QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
     {
         const std::lock_guard lock(mutex);
         if (isDeleted)
-            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true});
+            changes.append({description.name, UnsavedChange::Kind::Changed, {}, {}, true, {}});
     }
     return changes + DocumentBackend::getUnsavedChanges();
 }
@@ -283,13 +318,29 @@ Outcome FileBackend::checkConflicts() const
 
 Outcome FileBackend::revert(const QString& path, const ApplyChange& apply)
 {
+    return revertPart({{path}, {}}, apply);
+}
+
+Outcome FileBackend::revertPart(const Part& part, const ApplyChange& apply)
+{
     Outcome outcome;
     apply([&] {
         const std::lock_guard lock(mutex);
         outcome = checkOpen();
         if (!outcome.ok())
             return Changes();
-        return change([&] { outcome = reverted({relative(path)}); });
+        if (part.hunks.isEmpty())
+            return change([&] { outcome = reverted(relativePaths(part)); });
+        std::string text;
+        outcome = textWith(Hunks::Others, part.hunks, text);
+        if (!outcome.ok())
+            return Changes();
+        return change([&] {
+            outcome = outcomeOf(content.replaceText(std::move(text)));
+            if (!outcome.ok())
+                outcome.change().reason.prepend(
+                    QStringLiteral("the file could not be read without these changes: "));
+        });
     });
     mergeUnmerged(apply);
     return outcome;

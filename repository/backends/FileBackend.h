@@ -26,18 +26,23 @@ public:
     QVector<UnsavedChange> getUnsavedChanges() const override;
     Outcome revert(const QString& path, const ApplyChange& apply) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
+    Outcome revertPart(const Part& part, const ApplyChange& apply) override;
+    Outcome savePart(const Part& part, const ApplyChange& apply) override;
 
 private:
     using DocumentBackend::DocumentBackend;
 
     Outcome warned(Outcome outcome, const std::string& warning) const;
-    Outcome read();
+    Outcome take(Files::ReadFileResult file);
     Files::ReadFileResult readFile();
+    void noteMode(const Files::ReadFileResult& file);
     void mergeUnmerged(const ApplyChange& apply);
 
     // saving held
-    Outcome writeFile(const ApplyChange& apply);
+    // All edits, or this part of them.
+    Outcome writeFile(const ApplyChange& apply, const Part* part = nullptr);
     Outcome reloadFile(Trigger trigger, const ApplyChange& apply);
+    Outcome takeText(const Part* part, std::string& text); // mutex held, too
     Outcome mergeExternal(const std::string& found, const Files::FileDigest& foundDigest,
                           const ApplyChange& apply);
     Outcome handleDeletion(Trigger trigger, const ApplyChange& apply);

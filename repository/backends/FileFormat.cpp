@@ -175,8 +175,8 @@ QString FileFormat::ofText(const QString& file, const std::string& text)
 QByteArray FileFormat::beginningOf(const QString& file)
 {
     QFile content(file);
-    const bool isReadable = QFileInfo(file).isFile() && refusalOfKind(file).isEmpty() &&
-                            content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    const bool isReadable =
+        refusalOfKind(file).isEmpty() && content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     return isReadable ? content.read(enough) : QByteArray();
 }
 
@@ -188,7 +188,15 @@ QString FileFormat::ofFile(const QString& file)
 QString FileFormat::ofUnchosenFile(const QString& file)
 {
     const QByteArray beginning = beginningOf(file);
-    return withoutByteOrderMark(beginning).contains('\0') ? QString() : ofContent(file, beginning);
+    const QByteArray text = withoutByteOrderMark(wholeLines(beginning, enough));
+    const QString type = text.contains('\0') ? QString() : ofContent(file, beginning);
+    const auto* const likely =
+        certainFormat(file) ? nullptr : findFormat(&Documents::Format::getLikelyEndings, endingOf(file));
+    const bool isDoubtful =
+        likely && formatOf(type) == nameOf(likely) && !likely->begins(text.trimmed().toStdString());
+    const bool isOther =
+        isDoubtful && !Documents::makeDocument(type.toStdString())->parse(text.toStdString()).ok();
+    return isOther ? QString() : type;
 }
 
 QString FileFormat::explainUnknown(const QString& file)
@@ -198,11 +206,12 @@ QString FileFormat::explainUnknown(const QString& file)
                : QStringLiteral("neither its name nor how it begins tells that it is of a format known here");
 }
 
-QString FileFormat::withDialect(const QString& type, const QString& file)
+QString FileFormat::withDialect(const QString& type, const QString& file, const std::string& text)
 {
-    return QString::fromStdString(Documents::recogniseDialect(
-        type.toStdString(), file.toStdString(),
-        withoutByteOrderMark(wholeLines(beginningOf(file), enough)).toStdString()));
+    const QByteArray beginning = QByteArray::fromStdString(text.substr(0, enough));
+    return QString::fromStdString(
+        Documents::recogniseDialect(type.toStdString(), file.toStdString(),
+                                    withoutByteOrderMark(wholeLines(beginning, enough)).toStdString()));
 }
 
 bool FileFormat::tells(const QString& file, const QString& type, const std::string& text)

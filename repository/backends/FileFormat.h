@@ -23,14 +23,15 @@ public:
     // only.
     static QString ofFile(const QString& file);
 
-    // The same, but empty for a binary file, whatever its name says: for files that nobody has chosen.
+    // The same for files that nobody has chosen: empty for a binary file, whatever its name says, and for one
+    // of which only the ending makes a format likely that it is not.
     static QString ofUnchosenFile(const QString& file);
 
     // Why ofFile is empty, for a person.
     static QString explainUnknown(const QString& file);
 
-    // The type with the dialect of a file that is on the disk, where the type is a format alone.
-    static QString withDialect(const QString& type, const QString& file);
+    // The type with the dialect of a file that holds this text, where the type is a format alone.
+    static QString withDialect(const QString& type, const QString& file, const std::string& text);
 
     // Whether the name and a text of a file tell that it is of this type.
     static bool tells(const QString& file, const QString& type, const std::string& text);

@@ -20,8 +20,15 @@ std::optional<Value> valueIn(const EntryMap& entries, const std::string& path)
     return found == entries.end() ? std::nullopt : std::optional(found->second);
 }
 
+bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
+{
+    return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
+}
+
+} // namespace
+
 // The entries of some paths and all below them.
-class Subtrees
+class EditedDocument::Subtrees
 {
 public:
     explicit Subtrees(const std::vector<std::string>& paths) : tops(paths.begin(), paths.end())
@@ -47,13 +54,6 @@ private:
     const PathSet tops;
     PathSet above;
 };
-
-bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
-{
-    return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
-}
-
-} // namespace
 
 EditedDocument::EditedDocument(std::string documentType)
     : type(std::move(documentType)), document(Documents::makeDocument(type))
@@ -230,27 +230,48 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 {
     if (damaged)
         return load(base).error;
-    const std::unique_ptr<Document> before = parsed(base);
-    std::vector<DocumentChange> changes = compareDocuments(*document, *before);
     const Subtrees wanted(paths);
-    const auto others = std::stable_partition(
-        changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
-    if (others == changes.end())
+    Taken taken = takeEntries(*document, *parsed(base), wanted);
+    if (taken.areAll)
         return load(base).error;
-    changes.erase(others, changes.end());
-    // Tried on a copy, since a refusal in the middle must leave the document as it was.
-    std::unique_ptr<Document> reverted = parsed(document->getBytes());
-    const RefusedChange refused = applyChanges(changes, *before, *reverted);
-    if (!refused.reason.empty())
-        return "'" + refused.path + "': " + refused.reason;
-    for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*reverted, *before))) {
-        if (wanted.contain(left.path))
-            return "'" + left.path + "' cannot be written there as it was; revert all of the file instead";
-    }
-    document = std::move(reverted);
+    if (!taken.document)
+        return taken.reason + "; revert all of the file instead";
+    document = std::move(taken.document);
     ++revision;
     forgetConflicts(paths);
     return {};
+}
+
+std::optional<std::string> EditedDocument::baseWith(const std::vector<std::string>& paths,
+                                                    std::string& reason) const
+{
+    const Taken taken = takeEntries(*parsed(base), *document, Subtrees(paths));
+    if (taken.areAll)
+        return getText();
+    reason = taken.reason + "; save all of the file instead";
+    return taken.document ? std::optional(taken.document->getBytes()) : std::nullopt;
+}
+
+// A copy of the document with the entries as the model has them; tried on a copy, since a refusal in the
+// middle must leave the document as it was.
+EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Document& model,
+                                                  const Subtrees& wanted) const
+{
+    std::vector<DocumentChange> changes = compareDocuments(from, model);
+    const auto others = std::stable_partition(
+        changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
+    if (others == changes.end())
+        return {nullptr, {}, true};
+    changes.erase(others, changes.end());
+    std::unique_ptr<Document> taken = parsed(from.getBytes());
+    const RefusedChange refused = applyChanges(changes, model, *taken);
+    if (!refused.reason.empty())
+        return {nullptr, "'" + refused.path + "': " + refused.reason, false};
+    for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*taken, model))) {
+        if (wanted.contain(left.path))
+            return {nullptr, "'" + left.path + "' cannot be written there as it is elsewhere", false};
+    }
+    return {std::move(taken), {}, false};
 }
 
 std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
@@ -258,7 +279,7 @@ std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
     std::vector<Conflict> open;
     const EntryMap mine = entriesAt(*document, conflictPaths());
     for (const auto& [path, origin] : conflicts) {
-        Conflict conflict{path, valueIn(mine, path), origin.inBase};
+        Conflict conflict{path, origin.before, valueIn(mine, path), origin.inBase};
         if (!isSameOrNone(conflict.mine, conflict.theirs))
             open.push_back(std::move(conflict));
     }

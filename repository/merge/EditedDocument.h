@@ -51,6 +51,9 @@ public:
     // The text is what the file holds from now on, written from here: the two sides agree.
     void setSaved(std::string text);
 
+    // The text, of which the file holds this much from now on; the rest stays edited, and conflicts stay.
+    void setPartSaved(std::string text) { setBase(std::move(text)); }
+
     // The file is given up: all that the document holds is an edit from now on.
     void dropBase();
 
@@ -67,10 +70,16 @@ public:
     // reason of a refusal, with the document as it was.
     std::string revert(const std::vector<std::string>& paths);
 
-    // What both sides have changed, and what each holds now; nothing where it has no such entry.
+    // The base with these entries and all below them as the document has them; nothing, with the reason,
+    // where the others would be needed for that.
+    std::optional<std::string> baseWith(const std::vector<std::string>& paths, std::string& reason) const;
+
+    // What both sides have changed, what each holds now and what they began with; nothing where it has no
+    // such entry.
     struct Conflict
     {
         std::string path;
+        std::optional<FrameworkCore::Values::Value> base;
         std::optional<FrameworkCore::Values::Value> mine;
         std::optional<FrameworkCore::Values::Value> theirs;
     };
@@ -82,6 +91,18 @@ public:
     void forgetConflicts(const std::vector<std::string>& paths);
 
 private:
+    class Subtrees; // the entries of some paths and all below them
+
+    // Null, with the reason, for a refusal, and when these are all entries in which the two differ.
+    struct Taken
+    {
+        std::unique_ptr<Documents::Document> document;
+        std::string reason;
+        bool areAll;
+    };
+    Taken takeEntries(const Documents::Document& from, const Documents::Document& model,
+                      const Subtrees& wanted) const;
+
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);
     PathSet conflictPaths() const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 
 namespace Repository {
@@ -9,5 +11,9 @@ namespace Repository {
 // or backslashes. Its cost is that of the texts and of what
 // differs, whether or not that is the shortest way to say it.
 std::string unifiedDiff(const std::string& before, const std::string& after, const std::string& name);
+
+// The text that has of the hunks of that diff only the chosen ones. A hunk is told by its text, from "@@" on.
+using HunkChoice = std::function<bool(const std::string& hunk)>;
+std::string withHunks(const std::string& before, const std::string& after, const HunkChoice& isChosen);
 
 } // namespace Repository

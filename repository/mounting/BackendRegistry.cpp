@@ -44,6 +44,11 @@ public:
         const auto open = backend.lock();
         return !open || open->namesType(path);
     }
+    Progress getProgress() const override
+    {
+        const auto open = backend.lock();
+        return open ? open->getProgress() : Progress();
+    }
 
 private:
     const Backend::Description description;

@@ -8,14 +8,13 @@
 #include "repository/mounting/Mounts.h"
 #include "repository/transaction/ChangeApplier.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <atomic>
 #include <condition_variable>
+#include <sys/stat.h>
 #include <system_error>
 #include <thread>
 
@@ -32,11 +31,13 @@ QString fromDisk(const std::string& path)
     return QFile::decodeName(path.c_str());
 }
 
-// Another one after every write.
-QString stateOf(const QString& file)
+// When it was written, in nanoseconds, and its size.
+std::pair<qint64, qint64> stateOf(const QString& file)
 {
-    const QFileInfo info(file);
-    return QStringLiteral("%1 %2").arg(info.lastModified().toMSecsSinceEpoch()).arg(info.size());
+    struct stat status = {};
+    ::stat(QFile::encodeName(file).constData(), &status);
+    constexpr qint64 second = 1'000'000'000;
+    return {status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec, status.st_size};
 }
 
 // Lets several threads that take numbers in their order do something in that order.
@@ -70,7 +71,8 @@ private:
 
 FolderBackend::FolderBackend(const Description& folder, FileBackends& kind, BackendKind::Observer hearer,
                              const std::shared_ptr<AttributeStore>& attributes)
-    : DocumentBackend(folder, "txt"), fileBackends(kind), observer(std::move(hearer)), store(attributes)
+    : DocumentBackend(folder, "txt"), location(folder.filePath), fileBackends(kind),
+      observer(std::move(hearer)), store(attributes)
 {
 }
 
@@ -90,7 +92,7 @@ QStringList FolderBackend::getFolders() const
 QString FolderBackend::nameOf(const QString& file) const
 {
     QString name = description.name;
-    const QStringList steps = QDir(description.filePath).relativeFilePath(file).split(QLatin1Char('/'));
+    const QStringList steps = QDir(location.getFolder()).relativeFilePath(file).split(QLatin1Char('/'));
     for (const QString& step : steps)
         name += pathSeparator + QString::fromStdString(Documents::encodeKey(step.toStdString()));
     return name;
@@ -128,7 +130,8 @@ bool FolderBackend::isUnknown(const QString& file) const
 Outcome FolderBackend::scan()
 {
     const std::lock_guard scanLock(scanning);
-    const auto found = Files::FolderScan::of(QFile::encodeName(description.filePath).toStdString());
+    const auto found =
+        Files::FolderScan::of(QFile::encodeName(location.getFolder()).toStdString(), location.getFilter());
     QSet<QString> present;
     QStringList unknown;
     for (const std::string& path : found.files) {
@@ -152,7 +155,7 @@ Outcome FolderBackend::scan()
     const std::lock_guard lock(filesMutex);
     Outcome outcome;
     if (problems > 0) {
-        outcome.in(description.filePath);
+        outcome.in(location.getFolder());
         outcome.change().warnings.append(QStringLiteral("%1 of its %2 files and folders could not be opened")
                                              .arg(problems)
                                              .arg(found.files.size() + found.folders.size()));
@@ -163,12 +166,15 @@ Outcome FolderBackend::scan()
 void FolderBackend::openAll(const QStringList& unknown)
 {
     std::atomic<int> next{0};
+    done = 0;
+    total = unknown.size();
     Turns turns;
     const auto work = [&] {
         for (int each = next++; each < unknown.size(); each = next++) {
             if (!isClosed())
                 openOne(unknown[each], [&turns, each] { turns.await(each); });
             turns.end(each);
+            ++done;
         }
     };
     std::vector<std::thread> helpers;
@@ -181,11 +187,12 @@ void FolderBackend::openAll(const QStringList& unknown)
     work();
     for (std::thread& helper : helpers)
         helper.join();
+    done = total = 0;
 }
 
 void FolderBackend::openOne(const QString& file, const std::function<void()>& awaitTurn)
 {
-    const QString state = stateOf(file);
+    const auto state = stateOf(file);
     const QFileInfo info(file);
     bool wasProblem = false;
     std::shared_ptr<Backend> opened;
@@ -353,6 +360,16 @@ Outcome FolderBackend::revert(const QString&, const ApplyChange&)
 Outcome FolderBackend::resolveConflicts(const QString&, ConflictSide, const ApplyChange&)
 {
     return {};
+}
+
+Outcome FolderBackend::revertPart(const Part&, const ApplyChange&)
+{
+    return refusal(QStringLiteral("a folder has no changes but those of its files"));
+}
+
+Outcome FolderBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    return revertPart(part, apply);
 }
 
 Outcome FolderBackend::insert(const QString&, const FrameworkCore::Values::Value&)

@@ -2,11 +2,13 @@
 
 #include "repository/backends/DocumentBackend.h"
 #include "repository/mounting/FileBackends.h"
+#include "repository/mounting/FolderLocation.h"
 #include "repository/operations/AttributeStore.h"
 
 #include <QHash>
 #include <QSet>
 
+#include <atomic>
 #include <map>
 #include <set>
 
@@ -27,6 +29,7 @@ public:
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return false; }
     bool isEdited() const override { return false; } // its files are
+    Progress getProgress() const override { return {done, total}; }
     Outcome close(bool discardChanges) override;
     Outcome save(const ApplyChange& apply) override;
 
@@ -38,6 +41,8 @@ public:
     QString getUnsavedDiff() const override;
     Outcome revert(const QString& path, const ApplyChange& apply) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply) override;
+    Outcome revertPart(const Part& part, const ApplyChange& apply) override;
+    Outcome savePart(const Part& part, const ApplyChange& apply) override;
 
     // All that were found by the last scan, which is how a change of one is noticed.
     QStringList getFolders() const;
@@ -60,16 +65,20 @@ private:
     void report(Outcome outcome);
     Outcome closeFile(const QString& file, const std::shared_ptr<Backend>& backend, bool discardChanges);
 
+    const FolderLocation location;
     FileBackends& fileBackends;
     const BackendKind::Observer observer;
     const std::weak_ptr<AttributeStore> store;
 
+    std::atomic<int> done{0}; // of the files that are being opened
+    std::atomic<int> total{0};
+
     std::mutex saving;
     std::mutex scanning; // one at a time; taken before all others
 
-    mutable std::mutex filesMutex;    // guards what follows; taken last
-    OpenFiles files;                  // that are open, by their paths
-    QHash<QString, QString> unopened; // the states in which files could not be opened
+    mutable std::mutex filesMutex;                      // guards what follows; taken last
+    OpenFiles files;                                    // that are open, by their paths
+    QHash<QString, std::pair<qint64, qint64>> unopened; // the states in which files could not be opened
     QStringList folders;
     int problems = 0;                           // of the last scan
     std::map<QString, std::set<QString>> shown; // names by the paths of their groups

@@ -26,17 +26,23 @@ FolderBackends::FolderBackends(std::shared_ptr<AttributeStore> attributes, FileB
 
 QString FolderBackends::toLocation(const QString& given) const
 {
-    return given.isEmpty() ? given : QFileInfo(given).absoluteFilePath();
+    return FolderLocation(given).toText();
 }
 
 bool FolderBackends::isSamePlace(const QString& location, const QString& other) const
 {
-    return QFileInfo(location).canonicalFilePath() == QFileInfo(other).canonicalFilePath();
+    const auto folderOf = [](const QString& text) {
+        return QFileInfo(FolderLocation(text).getFolder()).canonicalFilePath();
+    };
+    return folderOf(location) == folderOf(other);
 }
 
 Outcome FolderBackends::open(const Backend::Description& description, const Mount& mount)
 {
-    const QFileInfo info(description.filePath);
+    const FolderLocation location(description.filePath);
+    if (!location.getError().isEmpty())
+        return {StatusCode::InvalidPath, location.getError()};
+    const QFileInfo info(location.getFolder());
     if (!info.isDir())
         return {StatusCode::NotFound,
                 info.exists() ? QStringLiteral("it is not a folder") : QStringLiteral("no such folder")};

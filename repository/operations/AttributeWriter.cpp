@@ -157,18 +157,25 @@ Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
 
 Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value)
 {
-    NodeWriter& nodes = transaction.getNodes();
     QVariant accepted;
+    Outcome outcome = writeInFile(transaction, node, value, accepted);
+    if (outcome.ok())
+        transaction.getNodes().setAttribute(node, std::move(accepted), node.getAccess());
+    return outcome;
+}
+
+Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
+                                     QVariant& accepted)
+{
     Outcome outcome;
     {
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node.path)).mutex);
+        AttributeTree& tree = transaction.getNodes().getTree();
+        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
         outcome = acceptRetyped(node, value, accepted);
     }
     if (outcome.ok() && node.backend)
         outcome = Refusals::unfitFor(node, transaction.edit(*node.backend).set(node.path, toValue(accepted)),
                                      accepted);
-    if (outcome.ok())
-        nodes.setAttribute(node, std::move(accepted), node.getAccess());
     return outcome;
 }
 

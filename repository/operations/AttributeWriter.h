@@ -27,6 +27,11 @@ public:
     Outcome write(const QString& path, const QVariant& value, int points) override;
     Outcome retype(const QString& path, const QVariant& value) override;
 
+    // Has the file of an attribute take the value and its type, as one of several changes. Gives what the
+    // attribute has to be then.
+    static Outcome writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
+                               QVariant& accepted);
+
 private:
     // The option of create that writes to an attribute which exists already; any other refuses it.
     static constexpr int createOrWrite = 3;
@@ -46,7 +51,7 @@ private:
     // Gives an attribute the value and its type.
     static Outcome change(Transaction& transaction, Node& node, const QVariant& value);
 
-    // The same for an element of a list or of an array in a file; nothing where there is none.
+    // The same as insert for an element of a list or of an array in a file; nothing where there is none.
     static std::optional<Outcome> insertElement(Transaction& transaction, const QString& path,
                                                 const QVariant& value, bool movesOthers);
 

@@ -3,6 +3,7 @@
 #include "repository/common/Border.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/BackendLookup.h"
+#include "repository/store/Refusals.h"
 #include "repository/transaction/ChangeApplier.h"
 
 namespace Repository {
@@ -74,6 +75,46 @@ Outcome BackendChanges::resolveConflicts(const QString& path, ConflictSide side)
             return backend.resolveConflicts(path, side, apply);
         });
     });
+}
+
+Outcome BackendChanges::revertPart(const QString& name, const Backend::Part& part)
+{
+    return runForCaller(Outcome::Operation::Revert, name, [&] {
+        return changeStep(name, "Revert changes of %1", [&part](Backend& backend, const auto& apply) {
+            return backend.revertPart(part, apply);
+        });
+    });
+}
+
+Outcome BackendChanges::savePart(const QString& name, const Backend::Part& part)
+{
+    return runForCaller(Outcome::Operation::SaveBackend, name, [&] {
+        const auto backend = findBackend(*store->getTree(), name);
+        if (!backend)
+            return Refusals::noBackend();
+        ChangeApplier applier(*store->getTree(), *backend);
+        return backend->savePart(part, std::ref(applier));
+    });
+}
+
+Outcome BackendChanges::revertChanges(const QString& backend, const QStringList& paths)
+{
+    return revertPart(backend, {paths, {}});
+}
+
+Outcome BackendChanges::saveChanges(const QString& backend, const QStringList& paths)
+{
+    return savePart(backend, {paths, {}});
+}
+
+Outcome BackendChanges::revertHunks(const QString& backend, const QStringList& hunks)
+{
+    return revertPart(backend, {{}, hunks});
+}
+
+Outcome BackendChanges::saveHunks(const QString& backend, const QStringList& hunks)
+{
+    return savePart(backend, {{}, hunks});
 }
 
 } // namespace Repository

@@ -24,8 +24,14 @@ public:
     Outcome getUnsavedDiff(const QString& backend, QString& diff) const override;
     Outcome revert(const QString& path) override;
     Outcome resolveConflicts(const QString& path, ConflictSide side) override;
+    Outcome revertChanges(const QString& backend, const QStringList& paths) override;
+    Outcome saveChanges(const QString& backend, const QStringList& paths) override;
+    Outcome revertHunks(const QString& backend, const QStringList& hunks) override;
+    Outcome saveHunks(const QString& backend, const QStringList& hunks) override;
 
 private:
+    Outcome revertPart(const QString& backend, const Backend::Part& part);
+    Outcome savePart(const QString& backend, const Backend::Part& part);
     Outcome changeStep(const QString& path, const char* name,
                        const std::function<Outcome(Backend&, const Backend::ApplyChange&)>& change);
 

@@ -167,7 +167,7 @@ std::optional<QString> fillRegularExpression(const QString& argument, Validation
             .arg(argument, bare.isValid() ? expression.getError() : bare.errorString());
     validation.expectation = QStringLiteral("a text that matches ") + argument;
     validation.judge = [expression](const QVariant&, const QString& text) {
-        const std::optional<bool> matches = expression.matchesWhole(text);
+        const std::optional<bool> matches = expression.matches(text);
         if (!matches)
             return Verdict::Undecided;
         return *matches ? Verdict::Keeps : Verdict::Breaks;

@@ -78,6 +78,7 @@ private slots:
         row("help on plug-ins", "--help", "", 0, "--safe", "");
         row("help on shared plug-ins", "--help", "", 0, "--shared-plugin-dir", "");
         row("version", "--version", "", 0, "vantry-desk " VANTRY_VERSION, "");
+        row("version, in short", "-V", "", 0, "vantry-desk " VANTRY_VERSION, "");
         row("no display", "good.json", "", 1, "", "without a display.*--picture OUT.png");
         row("no display, empty", "", "DISPLAY= WAYLAND_DISPLAY=", 1, "", "without a display");
         row("platform without its display", "", "QT_QPA_PLATFORM=xcb", 1, "", "without a display");

@@ -1,5 +1,6 @@
 #include "desk/files/FileMounter.h"
 #include "desk/files/FileNames.h"
+#include "desk/files/OpeningProgress.h"
 #include "repository/AttributeRepository.h"
 #include "tests/support/Columns.h"
 #include "tests/support/FakeRepository.h"
@@ -8,8 +9,11 @@
 #include "tests/support/Texts.h"
 #include "tests/support/Unprivileged.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
+#include <QLabel>
+#include <QProgressBar>
+#include <QSemaphore>
 #include <QTemporaryDir>
 
 #include <functional>
@@ -43,6 +47,35 @@ public:
 
 private:
     const Throw fail;
+};
+
+// One that opens a folder until it may go on.
+class BusyRepository : public TestSupport::FakeRepository
+{
+public:
+    using Information = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface;
+
+    bool createBackend(const QString&, const QString&, const FrameworkCore::AppConfig::BackendConfiguration&,
+                       const int&) override
+    {
+        mayEnd.acquire();
+        return true;
+    }
+
+    QStringList getBackendNames() override { return {QStringLiteral("m"), QStringLiteral("m.a%2Eini")}; }
+
+    std::shared_ptr<Information> getBackendInformation(const QString& name) override
+    {
+        class Busy : public Information
+        {
+            QString getBackendType() const override { return QStringLiteral("folder"); }
+            QString getBackendDescription() const override { return {}; }
+            Progress getProgress() const override { return {2, 7000}; }
+        };
+        return name == QLatin1String("m") ? std::make_shared<Busy>() : nullptr;
+    }
+
+    QSemaphore mayEnd;
 };
 
 } // namespace
@@ -95,6 +128,20 @@ private slots:
         QTEST(repository->getBackendInterface()->getBackendNames().join(QLatin1Char(' ')), "name");
         QFETCH(QString, name);
         QCOMPARE(valueOf(name + QLatin1String(".k")), QVariant(1LL));
+    }
+
+    void tellsHowFarItIs()
+    {
+        const auto busy = std::make_shared<BusyRepository>();
+        FileMounter mounter(busy);
+        Vantry::OpeningProgress progress(mounter, busy);
+        mounter.mount({folder->path()});
+        QVERIFY(progress.isHidden());
+        QTRY_VERIFY(!progress.isHidden());
+        QCOMPARE(progress.findChild<QLabel*>()->text(), QStringLiteral("Opening 3 of 7,000 files"));
+        QCOMPARE(progress.findChild<QProgressBar*>()->value(), 2);
+        busy->mayEnd.release();
+        QTRY_VERIFY(progress.isHidden());
     }
 
     void numbersFilesOfOneName()
@@ -336,6 +383,6 @@ private:
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
 };
 
-VANTRY_TEST_MAIN(QCoreApplication, FileMounterTest)
+VANTRY_TEST_MAIN(QApplication, FileMounterTest)
 
 #include "file_mounter_test.moc"

@@ -47,6 +47,14 @@ Edit move(const std::string& path, const std::string& to)
     return [=](Document& document) { return *document.moveElement(path, to); };
 }
 
+Edit copyTo(const std::string& path, const std::string& to)
+{
+    return [=](Document& document) {
+        const auto excerpt = document.excerpt(path);
+        return excerpt && document.insertExcerpt(to, *excerpt) ? Outcome() : refused("not as it is written");
+    };
+}
+
 Edit addElement(const std::string& path, const std::vector<Entry>& entries)
 {
     return [=](Document& document) { return *document.insertElement(path, entries); };
@@ -164,6 +172,23 @@ private slots:
         row("member", "a = { b.c = 1, b.d = 2 }\n", renameTo("a.b", "k"), "a = { k.c = 1, k.d = 2 }\n");
         row("move table", "[[t]]\na = 1\n\n# of two\n[[t]]\na = 2\n[t.u]\n", move("t.1", "t.0"),
             "# of two\n[[t]]\na = 2\n[t.u]\n\n[[t]]\na = 1\n");
+        row("move lines", "a = [\n  # of one\n  1, # one\n\n  # of two\n  2\n]\n", move("a.1", "a.0"),
+            "a = [\n  # of two\n  2,\n\n  # of one\n  1 # one\n]\n");
+        row("move in a line", "a = [0x01, 2, # c\n 3]\n", move("a.0", "a.2"), "a = [2, 3, # c\n 0x01]\n");
+        row("last dotted", "[t]\nsize.a = 1\nx = 2\n", add("t.size.d", integer(4)),
+            "[t]\nsize.a = 1\nsize.d = 4\nx = 2\n");
+        row("indented tables", "[a]\n\n  [a.b]\n    x = 1\n", add("a.c.k", integer(1)),
+            "[a]\n\n  [a.b]\n    x = 1\n\n  [a.c]\n    k = 1\n");
+        row("below a tag", "# @type date\n", add("k", text("2024-01-02")),
+            "# @type date\n\nk = \"2024-01-02\"\n");
+        const QByteArray tables = "[[t]]\na = 0x0F # c\n[t.u]\nb = 1\n\n# of two\n[[t]]\na = 2\n";
+        row("copy an element", tables, copyTo("t.0", "t.2"),
+            tables + "\n[[t]]\na = 0x0F # c\n[t.u]\nb = 1\n");
+        row("to a table", tables, copyTo("t.1", "x"), tables + "\n# of two\n[x]\na = 2\n");
+        row("from a table", "[a]\nx = 0x0F\n\n[[t.u]]\n", copyTo("a", "t.u.0"),
+            "[a]\nx = 0x0F\n\n[[t.u]]\nx = 0x0F\n\n[[t.u]]\n");
+        row("copy a value", "a = [0x0F, 1.5]\nb = [1, 2]\n", copyTo("a.0", "b.1"),
+            "a = [0x0F, 1.5]\nb = [1, 0x0F, 2]\n");
     }
 
     void edits()

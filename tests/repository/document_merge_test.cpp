@@ -139,6 +139,8 @@ private slots:
             with(y, "20", "21") + "- 40\n");
         row("yaml: beside an anchor", "yaml", "a: &x {k: 1}\nb: *x\nc: 1\n", "c = 2",
             "a: &x {k: 3}\nb: *x\nc: 1\n", "a: &x {k: 3}\nb: *x\nc: 2\n");
+        row("toml: both sides' values", "toml", "[a]\nx = 0x01 # c\ny = 2\n", "a.x = 3",
+            "[a]\nx = 0x01 # c\n\n# of y\ny = 4\n", "[a]\nx = 0x03 # c\n\n# of y\ny = 4\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),
             with(j, "{\"x\": 1, \"y\": 2}", "{\n    \"#value\": 5,\n    \"z\": 3\n  }"));
     }
@@ -178,6 +180,8 @@ private slots:
             "<r>\n  <x>1</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n",
             "<r>\n  <x>2</x>\n</r>\n",
             "<r>\n  <x>2</x>\n  <!-- why -->\n  <y>H<sub id='1'>2</sub>O</y>\n</r>\n");
+        row("toml", "toml", "x = 1\n", "x = 1\n# why\ny = [0x0F, 2] # in\n\n# of t\n[[t]]\nz = 1_0\n",
+            "x = 2\n", "x = 2\n# why\ny = [0x0F, 2] # in\n\n# of t\n[[t]]\nz = 1_0\n");
         row("a comment that stayed", "ini", "[a]\n; why\nx = 1\n[b]\n", "[a]\n[b]\n; why\ny = 1.50\n",
             "[a]\n; why\nx = 1\n[b]\nk=1\n", "[a]\n; why\n[b]\nk=1\ny = 1.50\n");
     }
@@ -318,6 +322,45 @@ private slots:
         QFETCH(QByteArray, hunks);
         const std::string diff = Repository::unifiedDiff(before.toStdString(), after.toStdString(), "/a b");
         QCOMPARE(QByteArray::fromStdString(diff), hunks.isEmpty() ? hunks : "--- /a b\n+++ /a b\n" + hunks);
+    }
+
+    // A part of the hunks leads to a text from which the others lead on, whatever they are.
+    void takesHunksApart()
+    {
+        QRandomGenerator random(5);
+        int taken = 0;
+        for (int round = 0; round < 300; ++round) {
+            std::string before;
+            std::string after;
+            const bool endsLine = random.bounded(2) == 0;
+            for (int line = 0; line < 60; ++line) {
+                const int fate = random.bounded(15);
+                const std::string end = line < 59 || endsLine ? "\n" : "";
+                before += std::to_string(line) + end;
+                if (fate == 0)
+                    after += "new " + std::to_string(line) + "\n";
+                if (fate > 1)
+                    after += std::to_string(line) + (fate == 2 ? " other" : "") + end;
+            }
+            Texts others;
+            const std::string part = Repository::withHunks(before, after, [&](const std::string& hunk) {
+                const bool isTaken = random.bounded(2) == 0;
+                taken += isTaken ? 1 : 0;
+                if (!isTaken)
+                    others.append(QString::fromStdString(hunk.substr(hunk.find('\n'))));
+                return isTaken;
+            });
+            const auto isAny = [](const std::string&) { return true; };
+            QCOMPARE(QByteArray::fromStdString(Repository::withHunks(before, after, isAny)),
+                     QByteArray::fromStdString(after));
+            Texts left;
+            Repository::withHunks(part, after, [&left](const std::string& hunk) {
+                left.append(QString::fromStdString(hunk.substr(hunk.find('\n'))));
+                return true;
+            });
+            QCOMPARE(left, others);
+        }
+        QVERIFY(taken > 300);
     }
 
 private:

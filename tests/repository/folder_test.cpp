@@ -1,3 +1,4 @@
+#include "tests/support/Columns.h"
 #include "tests/support/RepositoryTest.h"
 
 #include <QDir>
@@ -54,6 +55,7 @@ private slots:
         add("a.json", "{\"k\": 1}");
         add("conf.d/b.ini", "[s]\nk = 2\n");
         add("conf.d/c", "# words\nof a text\n");
+        add("conf.d/grant.policy", "// words\ngrant {\n};\n");
         add("conf.d/image.ini", QByteArray("k=\0\1", 4));
         add("broken.json", "{\n  \"k\": 1,,\n}");
     }
@@ -77,6 +79,33 @@ private slots:
         QCOMPARE(problems.size(), 1);
     }
 
+    void mountsWhatIsWanted_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray>("conditions", "mounted");
+        row("kinds", "?include=*.json&include=*.ini", "a%2Ejson conf%2Ed.b%2Eini");
+        row("all but", "?exclude=*.json", "conf%2Ed.b%2Eini");
+        row("a folder", "?exclude=conf.d", "a%2Ejson");
+        row("a path", "?exclude=conf.d/[b-c]*", "a%2Ejson");
+        row("the upper ones", "?depth=0", "a%2Ejson");
+        row("encoded", "?include=%61.json", "a%2Ejson");
+        row("nothing", "?include=b", "");
+    }
+
+    void mountsWhatIsWanted()
+    {
+        QFETCH(QByteArray, conditions);
+        QFETCH(QByteArray, mounted);
+        const QString location = fileOf("d") + QString::fromLatin1(conditions);
+        const Outcome opened = mountFile("folder", "m", location, AccessMode::ReadWrite);
+        QVERIFY2(opened.ok(), qPrintable(opened.toText()));
+        QStringList names{QStringLiteral("m")};
+        for (const QByteArray& name : mounted.split(' ')) {
+            if (!name.isEmpty())
+                names.append(QLatin1String("m.") + QString::fromLatin1(name));
+        }
+        QCOMPARE(backends()->getBackendNames(), names);
+    }
+
     void savesAllOfItsFiles()
     {
         QVERIFY(open());
@@ -98,6 +127,8 @@ private slots:
     {
         QCOMPARE(mountFile("folder", "m", fileOf("none")), NotFound);
         QCOMPARE(mountFile("folder", "m", in("a.json")), NotFound);
+        QCOMPARE(mountFile("folder", "m", fileOf("d?only=x")), InvalidPath);
+        QCOMPARE(mountFile("folder", "m", fileOf("d?depth=no")), InvalidPath);
         QVERIFY(open(AccessMode::ReadOnly));
         QVERIFY(!write("m.a%2Ejson.k", 5));
         QVERIFY(close("m"));

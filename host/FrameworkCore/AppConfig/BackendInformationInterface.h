@@ -27,6 +27,14 @@ public:
     // it does not, the type is guessed from the text, and AttributeWriterInterface::retype may change it
     // freely.
     virtual bool namesType(const QString& /*path*/) const { return true; }
+
+    // How many of how many files a folder that is being opened has looked at; both are 0 otherwise.
+    struct Progress
+    {
+        int done = 0;
+        int total = 0;
+    };
+    virtual Progress getProgress() const { return {}; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -20,6 +20,7 @@ struct UnsavedChange
     QVariant before;         // in the file; invalid for a created one, and in a write-only backend
     QVariant after;          // in the tree; invalid for a removed one, and in a write-only backend
     bool isConflict = false; // the file has changed it, too, since it was edited; before is what it holds now
+    QVariant base;           // of a conflict: what both began with; invalid where that was nothing
 };
 
 // Whose value a conflict is resolved to: the one of the tree, or the one of the file.
@@ -49,6 +50,30 @@ public:
     // Ends the conflicts at and below the path: Mine keeps the edits, which the next save writes; Theirs
     // reverts them. NotFound where there is no conflict.
     virtual Outcome resolveConflicts(const QString& path, ConflictSide side) = 0;
+
+    // Some changes of a backend alone, those at and below these paths. Reverting gives up these, as revert
+    // does, in one step of undo. Saving writes these into the file, and all others stay unsaved; what another
+    // program has changed is merged first. A repository that does not override them does nothing.
+    virtual Outcome revertChanges(const QString& /*backend*/, const QStringList& /*paths*/)
+    {
+        return {BackendFailure, QStringLiteral("this repository reverts no single changes")};
+    }
+    virtual Outcome saveChanges(const QString& /*backend*/, const QStringList& /*paths*/)
+    {
+        return {BackendFailure, QStringLiteral("this repository saves no single changes")};
+    }
+
+    // The same for hunks of its unsaved diff, each given as its text from "@@" on. Reverted are their lines,
+    // byte for byte. Refused when a hunk is not in the diff any more, or the file would not be readable with
+    // so much of the diff.
+    virtual Outcome revertHunks(const QString& /*backend*/, const QStringList& /*hunks*/)
+    {
+        return {BackendFailure, QStringLiteral("this repository reverts no single hunks")};
+    }
+    virtual Outcome saveHunks(const QString& /*backend*/, const QStringList& /*hunks*/)
+    {
+        return {BackendFailure, QStringLiteral("this repository saves no single hunks")};
+    }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -43,6 +43,10 @@ QString phraseOf(Outcome::Operation operation)
         return QStringLiteral("'%1' was not undone");
     case Outcome::Operation::Redo:
         return QStringLiteral("'%1' was not done again");
+    case Outcome::Operation::Match:
+        return QStringLiteral("'%1' was not matched");
+    case Outcome::Operation::Locate:
+        return QStringLiteral("'%1' has no place in a text");
     }
     return {};
 }

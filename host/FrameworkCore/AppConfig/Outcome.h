@@ -36,7 +36,9 @@ public:
         Revert,
         Resolve,
         Undo,
-        Redo
+        Redo,
+        Match, // with the text of a search
+        Locate
     };
 
     // One of several places that a reason is about.

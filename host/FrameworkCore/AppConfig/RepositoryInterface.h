@@ -6,6 +6,8 @@
 #include "host/FrameworkCore/AppConfig/ChangesInterface.h"
 #include "host/FrameworkCore/AppConfig/HistoryInterface.h"
 #include "host/FrameworkCore/AppConfig/NotificationInterface.h"
+#include "host/FrameworkCore/AppConfig/SearchInterface.h"
+#include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/AppConfig/TransferInterface.h"
 #include "host/FrameworkCore/AppConfig/TreeInterface.h"
 #include "host/FrameworkCore/AppConfig/ValidationInterface.h"
@@ -41,6 +43,8 @@ public:
     virtual std::shared_ptr<ChangesInterface> getChangesInterface() { return {}; }
     virtual std::shared_ptr<HistoryInterface> getHistoryInterface() { return {}; }
     virtual std::shared_ptr<TransferInterface> getTransferInterface() { return {}; }
+    virtual std::shared_ptr<SearchInterface> getSearchInterface() { return {}; }
+    virtual std::shared_ptr<TextInterface> getTextInterface() { return {}; }
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -15,7 +15,8 @@ enum StatusCode : int {
     InvalidPath = 7,
     BackendFailure = 8, // the backend's file cannot hold the change; the log says why
     Cancelled = 9,      // by whoever asked for it
-    NotEnoughMemory = 10
+    NotEnoughMemory = 10,
+    InvalidPattern = 11 // the text of a search; see SearchInterface
 };
 
 } // namespace FrameworkCore::AppConfig

@@ -6,7 +6,7 @@ namespace Utilities::ApplicationPlugins {
 
 // The version of what hosts and plug-ins share: the entry points, and the classes of host/ with their virtual
 // operations. Every change that breaks plug-ins which are built already raises it.
-constexpr int ContractVersion = 4;
+constexpr int ContractVersion = 5;
 
 } // namespace Utilities::ApplicationPlugins
 

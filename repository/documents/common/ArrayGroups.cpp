@@ -26,6 +26,13 @@ std::optional<std::size_t> readIndex(std::string_view name)
     return isPlain && error == std::errc() && stop == end ? std::optional(index) : std::nullopt;
 }
 
+Outcome beyondEnd(std::string_view path, std::size_t greatestIndex)
+{
+    return refused(quoted(path) + " is beyond the end of the array: " +
+                   (greatestIndex == 0 ? "its only index can be 0"
+                                       : "the greatest index can be " + std::to_string(greatestIndex)));
+}
+
 ArrayGroups::ArrayGroups(const std::vector<Entry>& entries)
 {
     groups.push_back({});

@@ -12,6 +12,9 @@ namespace Repository::Documents {
 // The index that a name is, in its plain form; nothing for any other name.
 std::optional<std::size_t> readIndex(std::string_view name);
 
+// Why there can be no element of an array at a path.
+Outcome beyondEnd(std::string_view path, std::size_t greatestIndex);
+
 // The groups among entries that are arrays: those that a file says to be, and in files that do not say it
 // those of 0, 1, 2 ..., in any order. Texts alone do not make such a group: they would be one list.
 class ArrayGroups

@@ -152,6 +152,51 @@ void BracketItems::removeInLine(std::size_t from, std::size_t last)
     }
 }
 
+// Nothing for an item that shares a line, or whose comma comes after a comment.
+std::optional<BracketItems::Surroundings> BracketItems::surroundingsOf(std::size_t index) const
+{
+    const Item& item = items[index];
+    const bool hasComma = item.comma != npos;
+    if (!beginsLine(index) || (hasComma && text.find_first_not_of(" \t", item.end) != item.comma))
+        return {};
+    Surroundings found{0, hasComma ? item.comma + 1 : item.end, 0};
+    found.end = lineTail(found.tail);
+    if (!isLineEnd(text[found.end]))
+        return {};
+    const std::size_t before = index == 0 ? 1 : items[index - 1].comma + 1;
+    const std::size_t lines = textLineAt(text, lineTail(before)).end;
+    const std::size_t line = text.find_last_not_of(" \t", item.begin - 1) + 1;
+    found.above = lines + findCommentsAbove(text.substr(lines, line - lines));
+    return found;
+}
+
+void BracketItems::move(std::size_t from, std::size_t to)
+{
+    const auto sourceOf = [=](std::size_t i) { return i == to ? from : from < to ? i + 1 : i - 1; };
+    const std::size_t first = std::min(from, to);
+    const std::size_t last = std::max(from, to);
+    std::vector<Surroundings> lines;
+    for (std::size_t i = first; i <= last; ++i) {
+        const auto found = surroundingsOf(i);
+        if (!found)
+            break;
+        lines.push_back(*found);
+    }
+    const bool areLines = lines.size() == last - first + 1;
+    for (std::size_t i = first; i <= last; ++i) {
+        const std::size_t source = sourceOf(i);
+        if (!areLines) {
+            replace(i, std::string(item(source)));
+            continue;
+        }
+        const Surroundings& moved = lines[source - first];
+        const std::string_view comma = items[i].comma == npos ? "" : ",";
+        std::string written(text.substr(moved.above, items[source].end - moved.above));
+        (written += comma) += text.substr(moved.tail, moved.end - moved.tail);
+        edits.push_back({lines[i - first].above, lines[i - first].end, std::move(written)});
+    }
+}
+
 std::vector<BracketItems::Edit> BracketItems::getEdits() const
 {
     std::vector<Edit> sorted = edits;

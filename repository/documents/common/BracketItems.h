@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -45,6 +46,10 @@ public:
     void insert(std::size_t index, const std::vector<std::string>& inserted);
     void remove(std::size_t from, std::size_t count);
 
+    // Gives an item another index. Of items on lines of their own, the comments right above and on the line
+    // go along; any other comment stays where it is.
+    void move(std::size_t from, std::size_t to);
+
     // In the order of the text.
     std::vector<Edit> getEdits() const;
     std::string apply() const;
@@ -52,6 +57,15 @@ public:
 private:
     static constexpr std::size_t npos = std::string_view::npos;
 
+    // What lies on the lines of an item besides itself and the comma after it.
+    struct Surroundings
+    {
+        std::size_t above; // where the comments that are right above it begin
+        std::size_t tail;  // after the comma
+        std::size_t end;   // of its line, without the line end
+    };
+
+    std::optional<Surroundings> surroundingsOf(std::size_t index) const;
     std::size_t lineTail(std::size_t at) const;
     bool beginsLine(std::size_t index) const;
     std::string indentationOf(std::size_t index) const;

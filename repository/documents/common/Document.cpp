@@ -1,6 +1,7 @@
 #include "repository/documents/common/Document.h"
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/ExcerptText.h"
 
 #include <algorithm>
 
@@ -21,6 +22,20 @@ Outcome outcomeAt(std::string_view text, std::size_t offset, std::string error)
     for (std::size_t i = lineStart; i < std::min(offset, text.size()); ++fault.column)
         i += std::max<std::size_t>(utf8Length(text.substr(i)), 1);
     return fault;
+}
+
+void Document::visitSpans(const SpanVisitor& visitor) const
+{
+    visit([&](const Entry& entry) {
+        if (const auto span = locate(entry.path))
+            visitor(entry.path, *span);
+    });
+}
+
+std::string Document::comment(std::string_view path) const
+{
+    const auto written = excerpt(path);
+    return written ? joinComments(written->above, written->after) : std::string();
 }
 
 Outcome Document::endRun(std::string&)

@@ -171,6 +171,15 @@ public:
     // The bytes of a value; nothing for an unknown path or a group. Costs a walk over the document.
     virtual std::optional<Span> locate(std::string_view path) const = 0;
 
+    // Calls back with the path of every value and its bytes, in the order of visit. Costs one walk for all as
+    // long as nothing was edited, and one for each after that.
+    using SpanVisitor = std::function<void(const std::string& path, Span span)>;
+    virtual void visitSpans(const SpanVisitor& visitor) const;
+
+    // The comment of an entry's excerpt: the lines above it without what indents them, then what follows it
+    // on its line. Empty without one.
+    virtual std::string comment(std::string_view path) const;
+
     // The value as the file spells it, for respell of a document of the same format; nothing for an unknown
     // path or a group.
     virtual std::optional<std::string> spell(std::string_view path) const = 0;

@@ -75,4 +75,19 @@ std::string indentedLines(std::string_view lines, std::string_view before, std::
     return text;
 }
 
+std::string joinComments(std::string_view above, std::string_view after)
+{
+    std::string joined;
+    for (const std::string_view part : {above, after}) {
+        for (std::size_t at = 0; at < part.size();) {
+            const TextLine line = textLineAt(part, at);
+            const std::string_view content = trimBlanks(line.content);
+            if (!content.empty())
+                (joined += joined.empty() ? "" : "\n") += content;
+            at = line.end;
+        }
+    }
+    return joined;
+}
+
 } // namespace Repository::Documents

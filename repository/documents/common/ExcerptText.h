@@ -19,4 +19,7 @@ void findLines(Excerpt& excerpt);
 // The lines of a text with this indentation in place of the former one. The text ends with its last line.
 std::string indentedLines(std::string_view lines, std::string_view before, std::string_view indentation);
 
+// Comments for a person: each line without the blanks around it, and the one after an entry as the last.
+std::string joinComments(std::string_view above, std::string_view after);
+
 } // namespace Repository::Documents

@@ -229,6 +229,28 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
     return found;
 }
 
+std::string LineDocument::comment(std::string_view path) const
+{
+    const std::uint32_t node = file->index.find(path);
+    if (node == none || node == LineIndex::root)
+        return {};
+    const LineDialect& dialect = file->getDialect();
+    std::string_view above;
+    for (const Part& part : partsOf(node)) {
+        const Statement& line = file->pieces[part.piece].line;
+        if (line.kind == Statement::Kind::Trivia) {
+            above = line.text.substr(part.begin);
+            continue;
+        }
+        std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
+        if (line.isHeader() && startsWith(after, "]"))
+            after.remove_prefix(1);
+        after = textLineAt(after, 0).content;
+        return joinComments(above, dialect.isComment(after) ? after : std::string_view());
+    }
+    return {};
+}
+
 // Of an empty document, which has no name for what is around its entries.
 bool LineDocument::becomeExcerpt(const Excerpt& excerpt)
 {

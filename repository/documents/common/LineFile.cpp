@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <unordered_map>
 #include <utility>
 
 namespace Repository::Documents {
@@ -53,24 +54,48 @@ void LineFile::walkNodes(const std::function<void(std::uint32_t)>& callback) con
     }
 }
 
-void LineFile::visit(const std::function<void(const Entry&)>& visitor) const
+void LineFile::walkPaths(const std::function<void(std::string&, const LineNode&)>& callback) const
 {
-    Entry entry;
+    std::string path;
     std::uint32_t group = LineIndex::root; // whose path begins that of the entry
     std::size_t groupSize = 0;
     walkNodes([&](std::uint32_t id) {
         const LineNode& node = index.node(id);
         if (node.parent != group) {
             group = node.parent;
-            entry.path = index.pathOf(group);
-            groupSize = entry.path.size();
+            path = index.pathOf(group);
+            groupSize = path.size();
         }
-        entry.path.resize(groupSize);
+        path.resize(groupSize);
         if (groupSize > 0)
-            entry.path += '.';
-        LineIndex::appendComponent(entry.path, node);
+            path += '.';
+        LineIndex::appendComponent(path, node);
+        callback(path, node);
+    });
+}
+
+void LineFile::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    walkPaths([&](std::string& path, const LineNode& node) {
+        entry.path.swap(path);
         entry.value = node.entry == none ? Value() : getDialect().read(pieces[node.entry].line);
         visitor(entry);
+        entry.path.swap(path);
+    });
+}
+
+void LineFile::visitSpans(const Document::SpanVisitor& visitor) const
+{
+    std::unordered_map<std::uint32_t, std::size_t> offsets;
+    walkPieces([&](std::uint32_t piece, std::size_t offset) {
+        if (pieces[piece].line.isEntry())
+            offsets.emplace(piece, offset);
+        return true;
+    });
+    walkPaths([&](const std::string& path, const LineNode& node) {
+        if (node.entry != none)
+            visitor(path, valueSpan(node.entry, offsets.at(node.entry)));
     });
 }
 
@@ -114,7 +139,7 @@ std::string LineFile::getBytes() const
     return encoding.encode(std::move(bytes));
 }
 
-Span LineFile::locateValue(std::uint32_t located) const
+void LineFile::walkPieces(const std::function<bool(std::uint32_t, std::size_t)>& callback) const
 {
     std::size_t offset = encoding.byteOrderMarkSize();
     std::string_view above;
@@ -122,13 +147,28 @@ Span LineFile::locateValue(std::uint32_t located) const
         const Statement& line = pieces[piece].line;
         if (!pieces[piece].sharesLine && needsLineEnd(above, line.text))
             offset += encoding.sizeOf(style.lineEnd);
-        if (piece == located)
-            break;
+        if (!callback(piece, offset))
+            return;
         offset += encoding.sizeOf(line.text);
         above = line.text;
     }
-    const Statement& line = pieces[located].line;
+}
+
+Span LineFile::valueSpan(std::uint32_t piece, std::size_t offset) const
+{
+    const Statement& line = pieces[piece].line;
     return {offset + encoding.sizeOf(line.text.substr(0, line.valueBegin)), encoding.sizeOf(line.value())};
+}
+
+Span LineFile::locateValue(std::uint32_t located) const
+{
+    Span span;
+    walkPieces([&](std::uint32_t piece, std::size_t offset) {
+        if (piece == located)
+            span = valueSpan(piece, offset);
+        return piece != located;
+    });
+    return span;
 }
 
 Outcome LineFile::replace(std::uint32_t id, std::string_view newText)

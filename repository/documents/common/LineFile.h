@@ -41,6 +41,7 @@ public:
     void restoreOrder();
 
     void visit(const std::function<void(const Entry&)>& visitor) const;
+    void visitSpans(const Document::SpanVisitor& visitor) const;
 
     std::string getBytes() const;
     Span locateValue(std::uint32_t piece) const;
@@ -90,6 +91,15 @@ private:
     virtual std::string findClash(std::uint32_t piece, const Statement& line) const = 0;
 
     bool needsLineEnd(std::string_view above, std::string_view next) const;
+
+    // As walkNodes, with the path.
+    void walkPaths(const std::function<void(std::string& path, const LineNode& node)>& callback) const;
+
+    // The value of a piece that is an entry and begins at the byte.
+    Span valueSpan(std::uint32_t piece, std::size_t offset) const;
+
+    // Calls back with each piece and the byte at which it begins, until that gives false.
+    void walkPieces(const std::function<bool(std::uint32_t piece, std::size_t offset)>& callback) const;
 
     std::string original;                        // as it was read
     std::map<std::size_t, std::uint32_t> edited; // pieces by their place in the text; unused once reshaped

@@ -1,6 +1,7 @@
 #include "repository/documents/json/JsonDocument.h"
 
 #include "repository/documents/common/NumberStyle.h"
+#include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/json/JsonElements.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
@@ -50,46 +51,7 @@ Outcome JsonDocument::parse(std::string bytes)
 
 void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    struct Level
-    {
-        std::size_t pathLength;
-        std::size_t position;
-    };
-    const JsonTree& tree = file->tree;
-    Entry entry;
-    std::vector<Level> levels;
-    NodeId id = tree.getRoot();
-    while (id != noNode) {
-        const bool isHidden = id == file->types.getMember();
-        const bool isOwnValue = isHidden || file->members.isOwnValue(id);
-        if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            file->members.appendName(entry.path, id, levels.back().position);
-        }
-        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode, entry.path);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).kind == JsonKind::Array;
-            visitor(entry);
-        }
-        if (!isHidden && !tree.node(id).isLeaf() && tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
-            id = tree.node(id).first;
-            continue;
-        }
-        while (!levels.empty() && tree.node(id).next == noNode) {
-            levels.pop_back();
-            id = tree.node(id).parent;
-        }
-        if (levels.empty())
-            return;
-        ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
-        id = tree.node(id).next;
-    }
+    visitEntries(*file, visitor);
 }
 
 Outcome JsonDocument::set(std::string_view path, const Value& value)
@@ -172,16 +134,13 @@ SiblingPlace JsonDocument::placeOf(std::string_view path) const
 {
     const JsonTree& tree = file->tree;
     const NodeId id = file->find(path);
-    const auto isShown = [&](NodeId other) {
-        return other != file->types.getMember() && !file->members.isOwnValue(other);
-    };
     NodeId next = id == noNode ? noNode : tree.node(id).next;
-    while (next != noNode && !isShown(next))
+    while (next != noNode && !file->isShown(next))
         next = tree.node(next).next;
     if (next == noNode)
         return {SiblingPlace::Kind::Last, {}};
     NodeId previous = tree.node(id).previous;
-    while (previous != noNode && !isShown(previous))
+    while (previous != noNode && !file->isShown(previous))
         previous = tree.node(previous).previous;
     if (previous == noNode)
         return {SiblingPlace::Kind::First, {}};
@@ -203,6 +162,21 @@ std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
+}
+
+void JsonDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const JsonTree& tree = file->tree;
+    if (!tree.isOriginal()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const JsonNode& node = tree.node(valueNode);
+        visitor(path, {node.value, node.valueEnd - node.value});
+    });
 }
 
 std::optional<std::string> JsonDocument::spell(std::string_view path) const

@@ -1,20 +1,10 @@
 #include "repository/documents/json/JsonElements.h"
 
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/json/JsonInsertion.h"
 #include "repository/documents/json/JsonReader.h"
 
 namespace Repository::Documents {
-
-namespace {
-
-Outcome noElement(std::string_view path, std::uint32_t most)
-{
-    return refused(
-        quoted(path) + " is beyond the end of the array: " +
-        (most == 0 ? "its only index can be 0" : "the greatest index can be " + std::to_string(most)));
-}
-
-} // namespace
 
 NodeId JsonElements::arrayAt(std::string_view path)
 {
@@ -53,7 +43,7 @@ Outcome JsonElements::insertInto(NodeId array, std::string_view path, const Valu
     if (!wanted.error.empty())
         return refused(wanted.error);
     if (position > count)
-        return noElement(path, count);
+        return beyondEnd(path, count);
     if (file.tree.depthOf(array) + (isContainer ? 2 : 1) > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep");
     const NodeId next = position == count ? noNode : file.members.elementAt(array, position);
@@ -80,7 +70,7 @@ std::optional<Outcome> JsonElements::move(std::string_view path, std::string_vie
     if (id == noNode)
         return {};
     if (there == noNode)
-        return noElement(newPath, file.tree.node(array).count - 1);
+        return beyondEnd(newPath, file.tree.node(array).count - 1);
     if (id == there)
         return Outcome();
     const auto types = file.types.findBelow(path);

@@ -33,6 +33,15 @@ public:
 
     Value read(NodeId valueNode, std::string_view path) const;
 
+    // What visitEntries asks.
+    bool isShown(NodeId id) const { return id != types.getMember() && !members.isOwnValue(id); }
+    bool mayHoldEntries(NodeId id) const { return !tree.node(id).isLeaf(); }
+    bool isArray(NodeId id) const { return tree.node(id).kind == JsonKind::Array; }
+    void appendName(std::string& path, NodeId id, std::size_t position) const
+    {
+        members.appendName(path, id, position);
+    }
+
     // Whether a member of an object, or a new one, can get this text.
     Outcome checkNoTypes(NodeId object, NodeId member, std::string_view text) const;
 

@@ -90,7 +90,7 @@ void TomlBranchWriter::writeHeader(const std::string& header)
 {
     if (style.hasBlankLines && !text.empty())
         text += style.place.lineEnd;
-    text += style.indentation + header + std::string(style.place.lineEnd);
+    text += style.headerIndentation + header + std::string(style.place.lineEnd);
 }
 
 void TomlBranchWriter::writeElement(const std::string& path, const TomlBranch& branch)

@@ -28,7 +28,8 @@ struct TomlBranch
 struct TomlStyle
 {
     TomlStringPlace place;
-    std::string indentation;
+    std::string indentation;       // of keys
+    std::string headerIndentation; // of tables
     std::string separator = " = ";
     bool hasBlankLines = true; // above headers
 };

@@ -1,6 +1,8 @@
 #include "repository/documents/toml/TomlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SpanEncoder.h"
+#include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -59,45 +61,7 @@ Outcome TomlDocument::parse(std::string bytes)
 
 void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    struct Level
-    {
-        std::size_t pathLength;
-        std::size_t position;
-    };
-    const TomlTree& tree = file->tree;
-    Entry entry;
-    std::vector<Level> levels;
-    NodeId id = tree.getRoot();
-    while (id != noNode) {
-        const bool isOwnValue = tree.isOwnValue(id);
-        if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            tree.appendName(entry.path, id, levels.back().position);
-        }
-        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).isArray();
-            visitor(entry);
-        }
-        if (tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
-            id = tree.node(id).first;
-            continue;
-        }
-        while (!levels.empty() && tree.node(id).next == noNode) {
-            levels.pop_back();
-            id = tree.node(id).parent;
-        }
-        if (levels.empty())
-            return;
-        ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
-        id = tree.node(id).next;
-    }
+    visitEntries(*file, visitor);
 }
 
 Outcome TomlDocument::set(std::string_view path, const Value& value)
@@ -188,6 +152,22 @@ std::optional<Span> TomlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+void TomlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const TomlTree& tree = file->tree;
+    if (getBytes() != file->encoding.encode(tree.getOriginal())) { // edits append to the original
+        Document::visitSpans(visitor);
+        return;
+    }
+    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const TomlNode& node = tree.node(valueNode);
+        visitor(path, encoder.encode({node.value, node.valueEnd - node.value}));
+    });
 }
 
 std::optional<std::string> TomlDocument::spell(std::string_view path) const

@@ -27,16 +27,10 @@ bool hasComment(std::string_view text)
 
 } // namespace
 
-std::size_t findTomlComments(std::string_view lead)
+std::size_t keyBegin(std::string_view text, bool isHeader)
 {
-    std::size_t begin = lead.size();
-    while (begin > 0) {
-        const std::size_t line = begin < 2 ? 0 : lead.rfind('\n', begin - 2) + 1;
-        if (isBlankLine(textLineAt(lead, line).content))
-            break;
-        begin = line;
-    }
-    return begin;
+    const std::size_t at = skipTomlBlanks(text, 0);
+    return isHeader ? skipTomlBlanks(text, at + (text[at + 1] == '[' ? 2 : 1)) : at;
 }
 
 bool beginsWithBlankLine(std::string_view text)
@@ -77,6 +71,24 @@ NodeId TomlEditor::blockOf(NodeId id) const
     return id;
 }
 
+// The key has a part for each node above that is no element, from the root or from the block on.
+std::optional<TomlKeyPart> TomlEditor::findName(StatementId statement, NodeId id) const
+{
+    const bool isHeader = tree.statement(statement).isHeader;
+    const NodeId from = isHeader ? tree.getRoot() : blockOf(tree.statement(statement).node);
+    std::size_t before = 0;
+    NodeId above = tree.node(id).parent;
+    for (; above != from && above != tree.getRoot(); above = tree.node(above).parent)
+        before += tree.node(tree.node(above).parent).isArray() ? 0 : 1;
+    if (above != from)
+        return {};
+    const std::string text = file.statementText(statement);
+    TomlKeyPart part = readTomlKeyPart(text, keyBegin(text, isHeader));
+    for (; before > 0; --before)
+        part = readTomlKeyPart(text, part.next);
+    return part;
+}
+
 void TomlEditor::remove(NodeId id, bool withComments)
 {
     const std::vector<StatementId> gone = statementsOf(id);
@@ -87,7 +99,7 @@ void TomlEditor::remove(NodeId id, bool withComments)
         std::string_view above = tree.leadOf(first);
         above = isTagged ? withoutTags(above) : above;
         if (withComments)
-            above = above.substr(0, findTomlComments(above));
+            above = above.substr(0, findCommentsAbove(above));
         const std::string lead(above);
         StatementId next = tree.statement(first).next;
         for (removeStatement(gone[i++]); i < gone.size() && gone[i] == next; removeStatement(gone[i++]))

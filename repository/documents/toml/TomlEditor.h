@@ -1,7 +1,9 @@
 #pragma once
 
 #include "repository/documents/toml/TomlFile.h"
+#include "repository/documents/toml/TomlTokens.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +38,10 @@ public:
     // The table in whose block a statement lies, which has a header or is the root.
     NodeId blockOf(NodeId id) const;
 
+    // Where the text of a statement that is about a node, or about something in it, names the node; nothing
+    // where only the header of its block does.
+    std::optional<TomlKeyPart> findName(StatementId statement, NodeId id) const;
+
 private:
     void removeStatement(StatementId id);
     void giveLead(StatementId next, std::string_view lead);
@@ -44,8 +50,8 @@ private:
     TomlTree& tree;
 };
 
-// Where, in what is above a statement, the comments begin that are right above it.
-std::size_t findTomlComments(std::string_view lead);
+// Where the key of a statement begins.
+std::size_t keyBegin(std::string_view text, bool isHeader);
 
 // Whether blank lines begin a text.
 bool beginsWithBlankLine(std::string_view text);

@@ -4,20 +4,7 @@
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlItems.h"
 
-#include <algorithm>
-
 namespace Repository::Documents {
-
-namespace {
-
-Outcome noElement(std::string_view path, std::size_t most)
-{
-    return refused(
-        quoted(path) + " is beyond the end of the array: " +
-        (most == 0 ? "its only index can be 0" : "the greatest index can be " + std::to_string(most)));
-}
-
-} // namespace
 
 NodeId TomlElements::arrayAround(std::string_view path) const
 {
@@ -39,7 +26,7 @@ std::optional<Outcome> TomlElements::insert(std::string_view path, const std::ve
         return {};
     const std::size_t position = *readIndex(splitLast(path).last);
     if (position > countOf(array))
-        return noElement(path, countOf(array));
+        return beyondEnd(path, countOf(array));
     TomlBranch branch;
     const std::string error = growTomlBranch(entries, branch);
     return error.empty() ? TomlInsertion(file).insertElement(array, position, std::move(branch))
@@ -57,7 +44,7 @@ std::optional<Outcome> TomlElements::move(std::string_view path, std::string_vie
     if (from >= count)
         return {};
     if (to >= count)
-        return noElement(newPath, count - 1);
+        return beyondEnd(newPath, count - 1);
     if (from == to)
         return Outcome();
     if (tree.node(array).kind == TomlKind::Tables)
@@ -67,15 +54,11 @@ std::optional<Outcome> TomlElements::move(std::string_view path, std::string_vie
     return Outcome();
 }
 
-// Comments stay where they are: which of them is about which element, nothing says.
 void TomlElements::moveItem(NodeId array, std::size_t from, std::size_t to)
 {
     const std::string text = file.textOf(array);
     TomlItems items(text, file.lineEnd);
-    for (std::size_t i = std::min(from, to); i <= std::max(from, to); ++i) {
-        const std::size_t source = i == to ? from : from < to ? i + 1 : i - 1;
-        items.replace(i, std::string(items.item(source)));
-    }
+    items.move(from, to);
     TomlEditor(file).rewrite(array, items.apply());
 }
 

@@ -17,9 +17,10 @@ public:
     std::optional<Outcome> insert(std::string_view path, const std::vector<Entry>& entries);
     std::optional<Outcome> move(std::string_view path, std::string_view newPath);
 
-private:
     // The array around a path; noNode for what is not in one.
     NodeId arrayAround(std::string_view path) const;
+
+private:
     std::size_t countOf(NodeId array) const;
     void moveItem(NodeId array, std::size_t from, std::size_t to);
     void moveTable(NodeId array, std::size_t from, std::size_t to);

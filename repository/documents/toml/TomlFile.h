@@ -27,6 +27,16 @@ public:
 
     Value read(NodeId valueNode) const;
 
+    // What visitEntries asks.
+    Value read(NodeId valueNode, std::string_view) const { return read(valueNode); }
+    bool isShown(NodeId id) const { return !tree.isOwnValue(id); }
+    bool mayHoldEntries(NodeId) const { return true; }
+    bool isArray(NodeId id) const { return tree.node(id).isArray(); }
+    void appendName(std::string& path, NodeId id, std::size_t position) const
+    {
+        tree.appendName(path, id, position);
+    }
+
     bool isList(NodeId id) const;
     bool isInInlineTable(NodeId id) const;
     TomlStringPlace placeOf(NodeId id) const { return {lineEnd, !isInInlineTable(id)}; }

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/toml/TomlItems.h"
 #include "repository/documents/toml/TomlScanner.h"
 #include "repository/documents/toml/TomlTokens.h"
@@ -255,14 +256,38 @@ std::string TomlInsertion::lineSeparator(StatementId neighbour) const
     return part.next == part.end && skipTomlBlanks(line, part.next + 1) == part.next + 1 ? "=" : " = ";
 }
 
+std::string TomlInsertion::indentationOf(StatementId statement) const
+{
+    const std::string_view text =
+        tree.text(tree.statement(statement).begin, tree.statement(statement).bodyEnd);
+    return std::string(text.substr(0, skipTomlBlanks(text, 0)));
+}
+
+TomlStyle TomlInsertion::tableStyleIn(NodeId table) const
+{
+    NodeId model = tree.node(table).last;
+    const auto hasHeader = [&](NodeId id) {
+        return !tree.node(id).isInline() && tree.node(id).statement != noStatement;
+    };
+    while (model != noNode && !hasHeader(model))
+        model = tree.node(model).kind == TomlKind::Tables ? tree.node(model).last : tree.node(model).previous;
+    for (model = model == noNode ? table : model; !hasHeader(model);)
+        model = tree.node(model).parent;
+    const StatementId header = tree.node(model).statement;
+    TomlStyle style = styleAt(endOf(table));
+    style.indentation = style.headerIndentation = indentationOf(header);
+    const StatementId key = tree.statement(header).next;
+    if (key != noStatement && !tree.statement(key).isHeader)
+        style.indentation = indentationOf(key);
+    return style;
+}
+
 TomlStyle TomlInsertion::styleAt(StatementId neighbour) const
 {
     TomlStyle style;
     style.place.lineEnd = file.lineEnd;
     style.separator = lineSeparator(neighbour);
-    const TomlStatement& line = tree.statement(neighbour);
-    const std::string_view text = tree.text(line.begin, line.bodyEnd);
-    style.indentation = text.substr(0, skipTomlBlanks(text, 0));
+    style.indentation = style.headerIndentation = indentationOf(neighbour);
     StatementId header = neighbour;
     constexpr int enough = 100;
     for (int i = 0; i < enough && header != TomlTree::rootStatement && !tree.statement(header).isHeader; ++i)
@@ -287,13 +312,10 @@ Outcome TomlInsertion::insertIntoTable(NodeId table, const TomlBranch& branch)
         writer.writePairs(joinTomlKey(place.prefix, key), branch);
         return write(place.after, place.block, writer);
     }
-    const StatementId end = endOf(table);
-    TomlStyle style = styleAt(end);
-    if (!tree.statement(end).isHeader)
-        style.indentation.clear();
+    const TomlStyle style = tableStyleIn(table);
     TomlBranchWriter writer(style);
     writer.writeTable(joinTomlKey(keyPathOf(table, tree.getRoot()), key), branch);
-    return write(end, tree.getRoot(), writer);
+    return write(endOf(table), tree.getRoot(), writer);
 }
 
 Outcome TomlInsertion::write(StatementId after, NodeId block, const TomlBranchWriter& writer)
@@ -313,7 +335,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     if (isFirst && next == noStatement && !tree.getTail().empty()) {
         std::string tail(tree.getTail());
         tail += endsLine(tail) ? "" : file.lineEnd;
-        text.insert(0, tail + (isHeader ? file.lineEnd : std::string()));
+        text.insert(0, tail + (isHeader || endsInTypeTag(tail) ? file.lineEnd : std::string()));
         tree.setTail(0, 0);
     } else if (isHeader && !isFirst && !beginsWithBlankLine(text) &&
                areSpaced(after, startsWith(text, "[["))) {
@@ -322,7 +344,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
         // What is at the beginning of the file stays there, but for the comments of the first header.
         const std::string lead(tree.leadOf(next));
-        const std::size_t own = isFirst ? findTomlComments(lead) : 0;
+        const std::size_t own = isFirst ? findCommentsAbove(lead) : 0;
         text.insert(0, lead.substr(0, own));
         const bool needsBlank = !beginsWithBlankLine(std::string_view(lead).substr(own)) &&
                                 (isFirst || beginsWithBlankLine(text));

@@ -36,6 +36,9 @@ public:
     // How lines look beside this statement.
     TomlStyle styleAt(StatementId neighbour) const;
 
+    // How a new table in this one looks: as the last one there, or as this one.
+    TomlStyle tableStyleIn(NodeId table) const;
+
     // Where a new line of a table goes, which part of its key comes first and in which block it is; with a
     // new header where the table has none.
     struct PairPlace
@@ -60,6 +63,7 @@ private:
     std::string inlineText(const TomlBranch& branch, NodeId place, std::string& error) const;
     StatementId lastDottedOf(NodeId table) const;
     std::string lineSeparator(StatementId neighbour) const;
+    std::string indentationOf(StatementId statement) const;
 
     TomlFile& file;
     TomlTree& tree;

@@ -70,8 +70,10 @@ void TomlRemoval::rename(NodeId id, const std::string& key)
 {
     if (tree.node(tree.node(id).parent).isInline())
         return renameItems(id, key);
-    for (const StatementId statement : editor.statementsOf(id))
-        renameLine(statement, id, key);
+    for (const StatementId statement : editor.statementsOf(id)) {
+        if (const auto part = editor.findName(statement, id))
+            editor.replaceLine(statement, withPart(file.statementText(statement), *part, key));
+    }
     tree.renameKey(id, key);
 }
 
@@ -89,28 +91,6 @@ void TomlRemoval::renameItems(NodeId id, const std::string& key)
             items.replace(i, withPart(item, *part, key));
     }
     editor.rewrite(container, items.apply());
-}
-
-// How many parts the key of a statement has before that of the node: all nodes above that are no elements,
-// in the whole file or in the block.
-void TomlRemoval::renameLine(StatementId statement, NodeId id, const std::string& key)
-{
-    const bool isHeader = tree.statement(statement).isHeader;
-    const NodeId from = isHeader ? tree.getRoot() : editor.blockOf(tree.statement(statement).node);
-    std::size_t before = 0;
-    NodeId above = tree.node(id).parent;
-    for (; above != from && above != tree.getRoot(); above = tree.node(above).parent)
-        before += tree.node(tree.node(above).parent).isArray() ? 0 : 1;
-    if (above != from) // the block is that of the node, or in it
-        return;
-    const std::string text = file.statementText(statement);
-    std::size_t at = skipTomlBlanks(text, 0);
-    if (isHeader)
-        at = skipTomlBlanks(text, at + (text[at + 1] == '[' ? 2 : 1));
-    TomlKeyPart part = readTomlKeyPart(text, at);
-    for (; before > 0; --before)
-        part = readTomlKeyPart(text, part.next);
-    editor.replaceLine(statement, withPart(text, part, key));
 }
 
 } // namespace Repository::Documents

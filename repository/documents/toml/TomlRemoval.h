@@ -20,7 +20,6 @@ public:
 private:
     void removeItems(NodeId id);
     void renameItems(NodeId id, const std::string& key);
-    void renameLine(StatementId statement, NodeId id, const std::string& key);
 
     TomlFile& file;
     TomlTree& tree;

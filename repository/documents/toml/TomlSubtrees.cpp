@@ -1,9 +1,12 @@
 #include "repository/documents/toml/TomlSubtrees.h"
 
+#include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlItems.h"
+#include "repository/documents/toml/TomlReader.h"
 #include "repository/documents/toml/TomlTokens.h"
 
 #include <algorithm>
@@ -18,10 +21,10 @@ bool hasBreak(std::string_view text)
 }
 
 // Notes the lines that begin outside of strings, of which the indentation may change.
-void noteLines(Excerpt& target, std::size_t from)
+void noteLines(Excerpt& target)
 {
     const std::string_view text = target.text;
-    for (std::size_t at = from; at < text.size();) {
+    for (std::size_t at = 0; at < text.size();) {
         if (text[at] == '"' || text[at] == '\'') {
             at = skipTomlString(text, at);
         } else if (text[at] == '#' || text[at] == '\n') {
@@ -34,14 +37,67 @@ void noteLines(Excerpt& target, std::size_t from)
     }
 }
 
+// Takes out a character before the lines are noted.
+void erase(Excerpt& target, std::size_t at)
+{
+    target.text.erase(at, 1);
+    for (auto& [begin, end] : target.names) {
+        if (begin > at) {
+            --begin;
+            --end;
+        }
+    }
+}
+
+std::size_t bracketDepth(std::string_view text)
+{
+    std::size_t depth = 0;
+    std::size_t deepest = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        if (c == '[' || c == '{')
+            deepest = std::max(deepest, ++depth);
+        else if (c == ']' || c == '}')
+            --depth;
+        at = c == '"' || c == '\'' ? skipTomlString(text, at) : c == '#' ? skipTomlLine(text, at) : at + 1;
+    }
+    return deepest;
+}
+
+// Whether it is a key and a value, without comments.
+bool isOneItem(const Excerpt& excerpt)
+{
+    return excerpt.text[0] != '[' && excerpt.names.size() == 1 && excerpt.above.empty() &&
+           excerpt.after.empty();
+}
+
+// After the key and the separator of a line that is no header.
+std::size_t valueBegin(std::string_view line)
+{
+    TomlKeyPart part = readTomlKeyPart(line, 0);
+    while (!part.isLast)
+        part = readTomlKeyPart(line, part.next);
+    return skipTomlBlanks(line, part.next + 1);
+}
+
 } // namespace
 
 std::optional<Excerpt> TomlSubtrees::excerpt(NodeId id) const
 {
     const NodeId parent = tree.node(id).parent;
-    if (parent == noNode || tree.node(parent).kind == TomlKind::Tables)
+    if (parent == noNode)
         return {};
-    return tree.node(parent).isInline() ? ofItem(id) : ofStatements(id);
+    if (tree.node(parent).isInline())
+        return ofItem(id);
+    const bool isElement = tree.node(parent).kind == TomlKind::Tables;
+    auto found = ofStatements(id, isElement ? parent : id);
+    if (found && isElement) {
+        erase(*found, found->names.front().first - 1);
+        erase(*found, found->text.find(']', found->names.front().second));
+    }
+    if (found)
+        noteLines(*found);
+    return found;
 }
 
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
@@ -52,18 +108,18 @@ std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
     found.lineEnd = file.lineEnd;
     found.text = "k = " + file.textOf(id);
     found.names.emplace_back(0, 1);
-    noteLines(found, 0);
     return found;
 }
 
-std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id) const
+// The last part of the name of each header is that of the named node: the subtree, or the array around it.
+std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
 {
     Excerpt found;
     found.lineEnd = file.lineEnd;
     const std::vector<StatementId> statements = TomlEditor(file).statementsOf(id);
     const TomlStatement& first = tree.statement(statements.front());
     const std::string_view lead = tree.leadOf(statements.front());
-    found.above = lead.substr(findTomlComments(lead));
+    found.above = lead.substr(findCommentsAbove(lead));
     const std::string_view line = tree.text(first.begin, first.end);
     found.indentation = line.substr(0, skipTomlBlanks(line, 0));
     for (const StatementId statement : statements) {
@@ -71,7 +127,7 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id) const
             found.text += endsLine(found.text) ? "" : file.lineEnd;
             found.text += tree.leadOf(statement);
         }
-        if (!appendStatement(found, statement, id, first.isHeader))
+        if (!appendStatement(found, statement, named, first.isHeader))
             return {};
     }
     found.text.erase(0, found.indentation.size());
@@ -87,34 +143,20 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id) const
             found.after = found.text.substr(bodyEnd, end - bodyEnd);
         found.text.resize(bodyEnd);
     }
-    noteLines(found, 0);
     return found;
 }
 
 // Notes where the statement names the node; false where it names it as lines of another kind do.
-bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeId id, bool inHeaders) const
+bool TomlSubtrees::appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const
 {
     const std::string text = file.statementText(statement);
     const bool isHeader = tree.statement(statement).isHeader;
-    const NodeId block = isHeader ? tree.getRoot() : TomlEditor(file).blockOf(tree.statement(statement).node);
-    std::size_t before = 0;
-    NodeId above = tree.node(id).parent;
-    for (; above != block && above != tree.getRoot(); above = tree.node(above).parent)
-        before += tree.node(tree.node(above).parent).isArray() ? 0 : 1;
     const std::size_t offset = target.text.size();
     target.text += text;
-    if (above != block)
-        return true; // in a block of the excerpt
-    if (isHeader != inHeaders)
-        return false;
-    std::size_t at = skipTomlBlanks(text, 0);
-    if (isHeader)
-        at = skipTomlBlanks(text, at + (text[at + 1] == '[' ? 2 : 1));
-    TomlKeyPart part = readTomlKeyPart(text, at);
-    for (; before > 0; --before)
-        part = readTomlKeyPart(text, part.next);
-    target.names.emplace_back(offset + at, offset + part.end);
-    return true;
+    const auto part = TomlEditor(file).findName(statement, named);
+    if (part)
+        target.names.emplace_back(offset + keyBegin(text, isHeader), offset + part->end);
+    return !part || isHeader == inHeaders;
 }
 
 std::string TomlSubtrees::adapted(const std::string& text, const Excerpt& excerpt) const
@@ -125,33 +167,79 @@ std::string TomlSubtrees::adapted(const std::string& text, const Excerpt& excerp
 bool TomlSubtrees::insert(std::string_view path, const Excerpt& excerpt)
 {
     const PathMatch place = file.match(path);
-    if (!place.isPath || place.missing.size() != 1 || excerpt.names.empty())
+    if (!place.isPath || excerpt.names.empty() ||
+        !file.encoding.findRefusal(excerpt.above + excerpt.text + excerpt.after).empty())
+        return false;
+    if (const NodeId array = TomlElements(file).arrayAround(path); array != noNode)
+        return insertElement(array, *readIndex(splitLast(path).last), excerpt);
+    if (place.missing.size() != 1)
         return false;
     std::string error;
     const std::string key = tomlKeyOf(place.missing.front(), error);
-    const std::string added = excerpt.above + excerpt.text + excerpt.after + key;
     const NodeId parent = place.node;
-    if (!error.empty() || !file.encoding.findRefusal(added).empty() || !tree.node(parent).isTable())
+    if (!error.empty() || !file.encoding.findRefusal(key).empty() || !tree.node(parent).isTable())
         return false;
     const std::string spelled = encodeTomlKey(key);
-    if (tree.node(parent).kind == TomlKind::InlineTable)
-        return insertItem(parent, spelled, excerpt);
-    return excerpt.text[0] == '[' ? insertHeaders(parent, spelled, excerpt)
-                                  : insertLines(parent, spelled, excerpt);
+    if (tree.node(parent).kind != TomlKind::InlineTable)
+        return excerpt.text[0] == '[' ? insertHeaders(parent, spelled, excerpt)
+                                      : insertLines(parent, spelled, excerpt);
+    const bool isItem = isOneItem(excerpt) && !hasBreak(excerpt.text) && tree.node(parent).hasSpan();
+    return isItem && insertItem(parent, tree.node(parent).count, excerptText(excerpt, spelled, {}));
 }
 
-bool TomlSubtrees::insertItem(NodeId parent, const std::string& key, const Excerpt& excerpt)
+bool TomlSubtrees::insertElement(NodeId array, std::size_t position, const Excerpt& excerpt)
 {
-    const std::string text = excerptText(excerpt, key, {});
-    const bool isOneLine = excerpt.text[0] != '[' && excerpt.names.size() == 1 && !hasBreak(text) &&
-                           excerpt.above.empty() && excerpt.after.empty();
-    if (!isOneLine || !tree.node(parent).hasSpan())
+    if (!tree.node(array).isArray() || position > tree.node(array).count)
         return false;
-    const std::string former = file.textOf(parent);
+    if (tree.node(array).kind == TomlKind::Tables)
+        return insertTable(array, position, excerpt);
+    const bool isItem = isOneItem(excerpt) && (!hasBreak(excerpt.text) || !file.isInInlineTable(array));
+    return isItem &&
+           insertItem(array, position, adapted(excerpt.text.substr(valueBegin(excerpt.text)), excerpt));
+}
+
+bool TomlSubtrees::insertItem(NodeId container, std::size_t position, const std::string& item)
+{
+    std::size_t depth = 1 + bracketDepth(item);
+    for (NodeId id = container; tree.node(id).isInline(); id = tree.node(id).parent)
+        ++depth;
+    if (depth > TomlReader::maximumDepth)
+        return false;
+    const std::string former = file.textOf(container);
     TomlItems items(former, file.lineEnd);
-    items.insert(items.count(), {text});
-    TomlEditor(file).rewrite(parent, items.apply());
+    items.insert(std::min(position, items.count()), {item});
+    TomlEditor(file).rewrite(container, items.apply());
     return true;
+}
+
+// A header that names more than the table does not begin it.
+bool TomlSubtrees::insertTable(NodeId tables, std::size_t position, const Excerpt& excerpt)
+{
+    if (excerpt.text[0] != '[' || excerpt.text[1] == '[')
+        return false;
+    TomlInsertion insertion(file);
+    const std::string name = insertion.keyPathOf(tables, tree.getRoot());
+    const NodeId next = tree.elementAt(tables, position);
+    const StatementId header = tree.node(next == noNode ? tree.node(tables).last : next).statement;
+    const std::string indentation = insertion.styleAt(header).indentation;
+    std::string text = excerptText(excerpt, name, indentation);
+    const std::size_t closing = skipTomlBlanks(text, excerpt.names.front().first + name.size());
+    if (text[closing] != ']')
+        return false;
+    text.insert(closing, 1, ']').insert(0, 1, '[');
+    insertion.insertLines(next == noNode ? insertion.endOf(tree.node(tables).last)
+                                         : tree.statement(header).previous,
+                          tree.getRoot(), linesOf(text, excerpt, indentation));
+    return true;
+}
+
+// The whole lines of an excerpt whose text was adapted to its place.
+std::string TomlSubtrees::linesOf(const std::string& text, const Excerpt& excerpt,
+                                  const std::string& indentation) const
+{
+    const std::string above = indentedLines(excerpt.above, excerpt.indentation, indentation);
+    std::string lines = adapted(above + indentation + text + excerpt.after, excerpt);
+    return endsLine(lines) ? lines : lines + file.lineEnd;
 }
 
 bool TomlSubtrees::insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt)
@@ -160,11 +248,8 @@ bool TomlSubtrees::insertLines(NodeId parent, const std::string& key, const Exce
     const TomlInsertion::PairPlace place = insertion.pairPlaceOf(parent);
     const std::string indentation =
         insertion.styleAt(place.needsHeader ? tree.firstStatementOf(parent) : place.after).indentation;
-    std::string text = indentedLines(excerpt.above, excerpt.indentation, indentation) + indentation;
-    text += excerptText(excerpt, joinTomlKey(place.prefix, key), indentation) + excerpt.after;
-    text = adapted(text, excerpt);
-    if (!endsLine(text))
-        text += file.lineEnd;
+    std::string text =
+        linesOf(excerptText(excerpt, joinTomlKey(place.prefix, key), indentation), excerpt, indentation);
     if (place.needsHeader)
         text.insert(0, '[' + insertion.keyPathOf(parent, tree.getRoot()) + ']' + file.lineEnd);
     insertion.insertLines(place.after, place.block, std::move(text));
@@ -174,15 +259,12 @@ bool TomlSubtrees::insertLines(NodeId parent, const std::string& key, const Exce
 bool TomlSubtrees::insertHeaders(NodeId parent, const std::string& key, const Excerpt& excerpt)
 {
     TomlInsertion insertion(file);
-    const TomlInsertion::PairPlace place = insertion.pairPlaceOf(parent);
-    if (!place.prefix.empty())
+    if (!insertion.pairPlaceOf(parent).prefix.empty())
         return false;
     const std::string name = joinTomlKey(insertion.keyPathOf(parent, tree.getRoot()), key);
-    std::string text = adapted(
-        excerpt.above + excerpt.indentation + excerptText(excerpt, name, excerpt.indentation), excerpt);
-    if (!endsLine(text))
-        text += file.lineEnd;
-    insertion.insertLines(insertion.endOf(parent), tree.getRoot(), std::move(text));
+    const std::string indentation = insertion.tableStyleIn(parent).headerIndentation;
+    insertion.insertLines(insertion.endOf(parent), tree.getRoot(),
+                          linesOf(excerptText(excerpt, name, indentation), excerpt, indentation));
     return true;
 }
 

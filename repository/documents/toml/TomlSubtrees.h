@@ -10,7 +10,7 @@
 namespace Repository::Documents {
 
 // Reads and writes subtrees of a file as their author has written them: a key with its value, lines of dotted
-// keys, or headers with their lines.
+// keys, or headers with their lines, that of an element of an array of tables as the header of a table.
 class TomlSubtrees
 {
 public:
@@ -22,12 +22,16 @@ public:
 
 private:
     std::optional<Excerpt> ofItem(NodeId id) const;
-    std::optional<Excerpt> ofStatements(NodeId id) const;
-    bool appendStatement(Excerpt& target, StatementId statement, NodeId id, bool inHeaders) const;
+    std::optional<Excerpt> ofStatements(NodeId id, NodeId named) const;
+    bool appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const;
+    bool insertElement(NodeId array, std::size_t position, const Excerpt& excerpt);
+    bool insertTable(NodeId tables, std::size_t position, const Excerpt& excerpt);
     bool insertLines(NodeId parent, const std::string& key, const Excerpt& excerpt);
     bool insertHeaders(NodeId parent, const std::string& key, const Excerpt& excerpt);
-    bool insertItem(NodeId parent, const std::string& key, const Excerpt& excerpt);
+    bool insertItem(NodeId container, std::size_t position, const std::string& item);
     std::string adapted(const std::string& text, const Excerpt& excerpt) const;
+    std::string linesOf(const std::string& text, const Excerpt& excerpt,
+                        const std::string& indentation) const;
 
     TomlFile& file;
     TomlTree& tree;

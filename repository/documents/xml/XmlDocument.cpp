@@ -1,6 +1,7 @@
 #include "repository/documents/xml/XmlDocument.h"
 
 #include "repository/documents/common/CharacterSet.h"
+#include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/xml/XmlInsertion.h"
 #include "repository/documents/xml/XmlReader.h"
@@ -75,31 +76,41 @@ Outcome XmlDocument::parse(std::string bytes)
     return {};
 }
 
-void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+void XmlDocument::walk(const std::function<void(std::string&, NodeId)>& walker) const
 {
     const XmlTree& tree = file->tree;
-    Entry entry;
+    std::string path;
     std::vector<std::size_t> lengths; // of the paths of the elements above
     NodeId id = tree.getRoot();
     while (id != noNode) {
-        const std::size_t length = entry.path.size();
-        file->appendComponent(entry.path, id);
-        entry.value = file->values.read(id);
-        visitor(entry);
+        const std::size_t length = path.size();
+        file->appendComponent(path, id);
+        walker(path, id);
         const XmlNode* node = &tree.node(id);
         if (node->first != noNode) {
             lengths.push_back(length);
             id = node->first;
             continue;
         }
-        entry.path.resize(length);
+        path.resize(length);
         while (node->next == noNode && !lengths.empty()) {
-            entry.path.resize(lengths.back());
+            path.resize(lengths.back());
             lengths.pop_back();
             node = &tree.node(node->parent);
         }
         id = node->next;
     }
+}
+
+void XmlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    Entry entry;
+    walk([&](std::string& path, NodeId id) {
+        entry.path.swap(path);
+        entry.value = file->values.read(id);
+        visitor(entry);
+        entry.path.swap(path);
+    });
 }
 
 // What says how blanks are read.
@@ -197,6 +208,21 @@ std::optional<Span> XmlDocument::locate(std::string_view path) const
     const std::string_view before = std::string_view(text).substr(0, writer.getLocation());
     return Span{encoding.byteOrderMarkSize() + encoding.sizeOf(before),
                 encoding.sizeOf(file->tree.text(id, XmlPart::Value))};
+}
+
+void XmlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    const XmlTree& tree = file->tree;
+    if (!tree.isOriginal()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    SpanEncoder encoder(file->spelling.encoding, tree.getOriginal());
+    walk([&](const std::string& path, NodeId id) {
+        const XmlNode& node = tree.node(id);
+        if (file->values.read(id).type != Type::Group)
+            visitor(path, encoder.encode({node.value, node.closing - node.value}));
+    });
 }
 
 std::optional<std::string> XmlDocument::spell(std::string_view path) const

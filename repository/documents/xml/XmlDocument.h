@@ -32,10 +32,13 @@ public:
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::string getBytes() const override;
     std::optional<Span> locate(std::string_view path) const override;
+    void visitSpans(const SpanVisitor& visitor) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;
 
 private:
+    void walk(const std::function<void(std::string& path, NodeId id)>& walker) const;
+
     // An edit after which other values may be read in another way; it is refused then.
     Outcome editReading(const std::function<Outcome()>& edit);
     bool mayChangeReading(std::string_view path) const;

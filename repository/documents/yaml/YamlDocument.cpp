@@ -1,6 +1,8 @@
 #include "repository/documents/yaml/YamlDocument.h"
 
 #include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SpanEncoder.h"
+#include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlTokens.h"
@@ -56,45 +58,7 @@ Outcome YamlDocument::parse(std::string bytes)
 
 void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 {
-    struct Level
-    {
-        std::size_t pathLength;
-        std::size_t position;
-    };
-    const YamlTree& tree = file->tree;
-    Entry entry;
-    std::vector<Level> levels;
-    NodeId id = tree.getRoot();
-    while (id != noNode) {
-        const bool isOwnValue = tree.isOwnValue(id);
-        if (!levels.empty() && !isOwnValue) {
-            if (!entry.path.empty())
-                entry.path += '.';
-            tree.appendName(entry.path, id, levels.back().position);
-        }
-        const NodeId valueNode = isOwnValue ? noNode : file->valueNodeOf(id);
-        if (!isOwnValue && (valueNode != noNode || !levels.empty())) {
-            entry.value = valueNode == noNode ? Value() : file->read(valueNode);
-            entry.isArray.reset();
-            if (valueNode == noNode)
-                entry.isArray = tree.node(id).kind == YamlKind::Sequence;
-            visitor(entry);
-        }
-        if (!tree.node(id).isLeaf() && tree.node(id).first != noNode) {
-            levels.push_back({entry.path.size(), 0});
-            id = tree.node(id).first;
-            continue;
-        }
-        while (!levels.empty() && tree.node(id).next == noNode) {
-            levels.pop_back();
-            id = tree.node(id).parent;
-        }
-        if (levels.empty())
-            return;
-        ++levels.back().position;
-        entry.path.resize(levels.back().pathLength);
-        id = tree.node(id).next;
-    }
+    visitEntries(*file, visitor);
 }
 
 Outcome YamlDocument::set(std::string_view path, const Value& value)
@@ -214,6 +178,31 @@ std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+void YamlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    if (file->isEdited()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    const YamlTree& tree = file->tree;
+    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const YamlNode& node = tree.node(valueNode);
+        if (node.isShared)
+            visitor(path, file->locate(valueNode));
+        else
+            visitor(path, encoder.encode({node.value, node.valueEnd - std::size_t(node.value)}));
+    });
+}
+
+std::string YamlDocument::comment(std::string_view path) const
+{
+    const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
+    return id == noNode ? std::string() : YamlLayout(*file).commentOf(id);
 }
 
 std::optional<std::string> YamlDocument::spell(std::string_view path) const

@@ -32,6 +32,16 @@ public:
     NodeId findValueNode(std::string_view path) const;
 
     Value read(NodeId valueNode) const;
+
+    // What visitEntries asks.
+    Value read(NodeId valueNode, std::string_view) const { return read(valueNode); }
+    bool isShown(NodeId id) const { return !tree.isOwnValue(id); }
+    bool mayHoldEntries(NodeId id) const { return !tree.node(id).isLeaf(); }
+    void appendName(std::string& path, NodeId id, std::size_t position) const
+    {
+        tree.appendName(path, id, position);
+    }
+
     Value readShown(NodeId alias) const; // what an alias or a copy was read with
     Value readAs(NodeId valueNode, std::string_view spelled, Type tag) const;
 

@@ -174,6 +174,20 @@ std::optional<std::string> YamlLayout::itemIndentation(NodeId collection) const
     return hasLine ? std::optional(std::string(text().substr(line, begin - line))) : std::nullopt;
 }
 
+std::string YamlLayout::commentOf(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.isShared || isDocument(id) || tree.node(node.parent).isFlow())
+        return {};
+    const std::size_t line = findYamlLine(text(), beginOf(id));
+    const std::size_t above = beginsLine(id) ? commentsAbove(id) : line;
+    const std::size_t indicator = afterIndicator(id);
+    const bool isBlock = !node.isFlow() && node.first != noNode && indicator != std::string_view::npos;
+    const std::size_t end = isBlock ? indicator : endOf(id);
+    return joinComments(text().substr(above, line - above),
+                        text().substr(end, skipYamlTail(text(), end) - end));
+}
+
 bool YamlLayout::isDocument(NodeId id) const
 {
     const NodeId parent = tree.node(id).parent;

@@ -49,6 +49,9 @@ public:
     // What the author has written of a member; nothing where it can only be copied by its values.
     std::optional<Excerpt> excerptOf(NodeId id) const;
 
+    // The comments above an entry in a block and behind it, as people read them.
+    std::string commentOf(NodeId id) const;
+
     // A collection that lies in a document of its own.
     bool isDocument(NodeId id) const;
 

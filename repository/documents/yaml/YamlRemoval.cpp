@@ -103,10 +103,7 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
     if (node.isFlow()) {
         const std::string_view whole = tree.text(node.value, node.valueEnd);
         BracketItems brackets(whole, file.lineEnd, layout.itemsOf(sequence), false);
-        for (std::size_t i = std::min(from, to); i <= std::max(from, to); ++i) {
-            const std::size_t source = i == to ? from : from < to ? i + 1 : i - 1;
-            brackets.replace(i, std::string(brackets.item(source)));
-        }
+        brackets.move(from, to);
         take(sequence, brackets);
         return {};
     }

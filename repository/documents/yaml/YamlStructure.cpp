@@ -35,13 +35,6 @@ std::vector<YamlWanted> wantedAt(std::string_view path, const std::vector<Entry>
     return wanted;
 }
 
-Outcome noElement(std::string_view path, std::size_t most)
-{
-    return refused(
-        quoted(path) + " is beyond the end of the array: " +
-        (most == 0 ? "its only index can be 0" : "the greatest index can be " + std::to_string(most)));
-}
-
 } // namespace
 
 void YamlDocument::settle()
@@ -216,7 +209,7 @@ std::optional<Outcome> YamlDocument::insertElement(std::string_view path, const 
         return outcome;
     const std::size_t count = file->tree.node(array).count;
     if (*position > count)
-        return noElement(path, count);
+        return beyondEnd(path, count);
     YamlBranch branch;
     const std::string error = growYamlBranch(entries, branch);
     if (!error.empty() || file->tree.node(array).style == YamlStyle::Stream)
@@ -240,7 +233,7 @@ std::optional<Outcome> YamlDocument::moveElement(std::string_view path, std::str
     if (*oldPosition >= count)
         return {};
     if (*newPosition >= count)
-        return noElement(newPath, count - 1);
+        return beyondEnd(newPath, count - 1);
     if (*oldPosition == *newPosition)
         return Outcome();
     Outcome outcome = checkShape(path, array, false);

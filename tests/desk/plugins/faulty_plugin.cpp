@@ -1,5 +1,5 @@
 #include "host/Utilities/ApplicationPlugins/ApplicationPlugin.h"
-#include "host/Utilities/ApplicationPlugins/ContractVersion.h"
+#include "host/Utilities/ApplicationPlugins/PluginEntryPoints.h"
 #include "host/Utilities/ApplicationWidgets/ApplicationControlWidget.h"
 #include "host/Utilities/ApplicationWidgets/ApplicationMainWidget.h"
 
@@ -117,9 +117,7 @@ std::shared_ptr<ApplicationPlugin> kept;
 
 const int applicationContractVersion = FAULTY_CONTRACT;
 
-extern "C" {
-
-Q_DECL_EXPORT bool loadApplicationIdentifier(void*, QStringList& identifications)
+bool loadApplicationIdentifier(void*, QStringList& identifications)
 {
     reach("identify");
     if (ownName() != QLatin1String("nothing"))
@@ -127,8 +125,8 @@ Q_DECL_EXPORT bool loadApplicationIdentifier(void*, QStringList& identifications
     return true;
 }
 
-Q_DECL_EXPORT bool loadApplicationByIdentification(const std::shared_ptr<const ReaderInterface>&,
-                                                   const QString&, std::shared_ptr<ApplicationPlugin>& result)
+bool loadApplicationByIdentification(const std::shared_ptr<const ReaderInterface>&, const QString&,
+                                     std::shared_ptr<ApplicationPlugin>& result)
 {
     if (ownName() == QLatin1String("none"))
         return false;
@@ -138,11 +136,9 @@ Q_DECL_EXPORT bool loadApplicationByIdentification(const std::shared_ptr<const R
     return true;
 }
 
-Q_DECL_EXPORT bool unloadApplicationByIdentification(const std::shared_ptr<const ReaderInterface>&,
-                                                     const QString&)
+bool unloadApplicationByIdentification(const std::shared_ptr<const ReaderInterface>&, const QString&)
 {
     reach("unload");
     kept.reset();
     return true;
-}
 }

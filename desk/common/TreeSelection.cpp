@@ -1,4 +1,4 @@
-#include "desk/window/TreeSelection.h"
+#include "desk/common/TreeSelection.h"
 
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
@@ -28,6 +28,7 @@ bool selectInTree(QWidget& page, const QString& path)
         tree->setFocus();
         tree->setCurrentIndex(item);
         tree->scrollTo(item);
+        emit tree->clicked(item); // so that the page shows its details
         return true;
     }
     return false;
@@ -42,6 +43,17 @@ QString currentInTree(const QWidget& window)
             return model->pathFromIndex(tree->currentIndex());
     }
     return {};
+}
+
+QList<QItemSelectionModel*> selectionModels(const QWidget& window)
+{
+    QList<QItemSelectionModel*> models;
+    const auto trees = window.findChildren<QTreeView*>();
+    for (const QTreeView* const tree : trees) {
+        if (attributesOf(*tree))
+            models.append(tree->selectionModel());
+    }
+    return models;
 }
 
 } // namespace Vantry

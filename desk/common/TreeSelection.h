@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
+class QItemSelectionModel;
 class QWidget;
 
 namespace Vantry {
@@ -12,5 +14,8 @@ bool selectInTree(QWidget& page, const QString& path);
 
 // The path of the node that is current in the tree which the window shows; empty without one.
 QString currentInTree(const QWidget& window);
+
+// The selections of all trees of attributes in the window.
+QList<QItemSelectionModel*> selectionModels(const QWidget& window);
 
 } // namespace Vantry

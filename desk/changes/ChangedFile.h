@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/ChangesInterface.h"
+
+#include <QString>
+#include <QVector>
+
+namespace Vantry {
+
+// What is unsaved of one file. A value type.
+struct ChangedFile
+{
+    using UnsavedChange = FrameworkCore::AppConfig::Interfaces::UnsavedChange;
+
+    QString backend;
+    QString label;        // for people
+    quint64 revision = 0; // of the backend's text, at which this was found
+    QVector<UnsavedChange> changes;
+    QString diff; // that saving would write
+};
+
+} // namespace Vantry

@@ -1,0 +1,375 @@
+#include "desk/changes/ChangesDock.h"
+
+#include "desk/changes/HunkView.h"
+#include "desk/common/WaitCursor.h"
+#include "desk/files/BackendFiles.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
+#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <set>
+
+namespace Vantry {
+
+using Utilities::ModelViews::Widgets::PlainLabel;
+
+ChangesDock::ChangesDock(std::shared_ptr<Repository> attributes, BackendFiles& backendFiles, QWidget* parent)
+    : QDockWidget(tr("Changes"), parent), repository(std::move(attributes)), files(backendFiles)
+{
+    setObjectName(QStringLiteral("changesDock"));
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &ChangesDock::look);
+    connect(&finder, &LatestTask::failed, this, &ChangesDock::failed);
+    hide();
+}
+
+void ChangesDock::setVisible(bool isVisible)
+{
+    if (isVisible && !pages)
+        setUp();
+    QDockWidget::setVisible(isVisible);
+    if (isVisible)
+        look();
+}
+
+void ChangesDock::showChanges()
+{
+    show();
+    raise();
+    rows->setFocus();
+}
+
+void ChangesDock::setUp()
+{
+    pages = new QStackedWidget;
+    none = new PlainLabel(tr("Nothing is unsaved."));
+    none->setAlignment(Qt::AlignCenter);
+    pages->addWidget(none);
+    setUpRows();
+    auto* const left = new QWidget;
+    auto* const column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(rows, 1);
+    auto* const buttons = new QHBoxLayout;
+    saveRows =
+        addButton(*buttons, "saveChanges", tr("&Save"),
+                  tr("Write the selected attributes, or whole files, into their files"), &ChangesDock::save);
+    dropRows =
+        addButton(*buttons, "dropChanges", tr("&Drop"),
+                  tr("Give the selected attributes, or whole files, the values of their files; Undo brings "
+                     "them back"),
+                  &ChangesDock::drop);
+    mine = addButton(*buttons, "keepMine", tr("Keep &Mine"),
+                     tr("Of the selected conflicts, what is unsaved stays"), &ChangesDock::keepMine);
+    theirs = addButton(*buttons, "takeTheirs", tr("Take &Theirs"),
+                       tr("Of the selected conflicts, what the file holds stays"), &ChangesDock::takeTheirs);
+    buttons->addStretch();
+    column->addLayout(buttons);
+
+    auto* const parts = new QSplitter;
+    parts->setObjectName(QStringLiteral("changesParts"));
+    parts->setChildrenCollapsible(false);
+    parts->addWidget(left);
+    parts->addWidget(setUpHunks());
+    pages->addWidget(parts);
+    setWidget(pages);
+    showState();
+}
+
+void ChangesDock::setUpRows()
+{
+    rows = new QTreeView;
+    rows->setObjectName(QStringLiteral("changeRows"));
+    rows->setAccessibleName(windowTitle());
+    rows->setModel(&model);
+    rows->setUniformRowHeights(true);
+    rows->setAllColumnsShowFocus(true);
+    rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    rows->setTextElideMode(Qt::ElideMiddle);
+    QHeaderView* const header = rows->header();
+    header->resizeSection(ChangesModel::PathColumn, 26 * fontMetrics().averageCharWidth() + 60);
+    header->resizeSection(ChangesModel::StateColumn, 14 * fontMetrics().averageCharWidth());
+    for (const int column : {ChangesModel::FileColumn, ChangesModel::UnsavedColumn, ChangesModel::BaseColumn})
+        header->resizeSection(column, 22 * fontMetrics().averageCharWidth());
+    connect(rows->selectionModel(), &QItemSelectionModel::currentChanged, this, &ChangesDock::showRow);
+    connect(rows->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesDock::showState);
+    connect(rows, &QTreeView::activated, this, [this](const QModelIndex& row) {
+        emit selectRequested(row.data(ChangesModel::PathRole).toString());
+    });
+}
+
+QWidget* ChangesDock::setUpHunks()
+{
+    auto* const right = new QWidget;
+    auto* const column = new QVBoxLayout(right);
+    column->setContentsMargins(0, 0, 0, 0);
+    hunks = new HunkView;
+    column->addWidget(hunks, 1);
+    auto* const buttons = new QHBoxLayout;
+    saveHunk = addButton(*buttons, "saveHunks", tr("Save &Hunk"),
+                         tr("Write the lines of the hunks with the cursor or the selection into the file"),
+                         &ChangesDock::saveHunks);
+    dropHunk = addButton(*buttons, "dropHunks", tr("D&rop Hunk"),
+                         tr("Take the lines of these hunks from the file; Undo brings them back"),
+                         &ChangesDock::dropHunks);
+    buttons->addStretch();
+    column->addLayout(buttons);
+    connect(hunks, &HunkView::choiceChanged, this, &ChangesDock::showState);
+    return right;
+}
+
+QPushButton* ChangesDock::addButton(QHBoxLayout& row, const char* name, const QString& title,
+                                    const QString& toolTip, void (ChangesDock::*action)())
+{
+    auto* const button = new QPushButton(title);
+    button->setObjectName(QLatin1String(name));
+    button->setAccessibleDescription(toolTip);
+    button->setToolTip(Utilities::ModelViews::toolTipText(toolTip));
+    connect(button, &QPushButton::clicked, this, action);
+    row.addWidget(button);
+    return button;
+}
+
+// Asks a few times a second whether anything is other than it was.
+void ChangesDock::look()
+{
+    const QStringList names = files.getWatch().getNames();
+    setWindowTitle(names.isEmpty() ? tr("Changes") : tr("Changes (%1)").arg(names.size()));
+    if (!isVisible() || !pages)
+        return;
+    const auto texts = repository->getTextInterface();
+    std::vector<std::pair<QString, quint64>> present;
+    for (const QString& name : names)
+        present.emplace_back(name, texts ? texts->getRevision(name) : 0);
+    if (present == asked)
+        return;
+    asked = std::move(present);
+    refresh();
+}
+
+void ChangesDock::refresh()
+{
+    QStringList names;
+    for (const auto& backend : *asked)
+        names.append(backend.first);
+    finder.start([this, wanted = *asked, labels = files.getLabels(names), known = model.getFiles(),
+                  changes = repository->getChangesInterface()]() -> LatestTask::Result {
+        std::vector<ChangedFile> found;
+        for (std::size_t number = 0; number < wanted.size(); ++number) {
+            const auto& [backend, revision] = wanted[number];
+            const auto before = std::find_if(known.begin(), known.end(), [&](const ChangedFile& file) {
+                return file.backend == backend && file.revision == revision;
+            });
+            if (before != known.end()) {
+                found.push_back(*before);
+                continue;
+            }
+            ChangedFile file{backend, labels[int(number)], revision, changes->getUnsavedChanges(backend), {}};
+            changes->getUnsavedDiff(backend, file.diff);
+            found.push_back(std::move(file));
+        }
+        return [this, found] { take(found); };
+    });
+}
+
+void ChangesDock::take(std::vector<ChangedFile> changed)
+{
+    const QString current = rows->currentIndex().data(ChangesModel::PathRole).toString();
+    const QString backend = currentBackend();
+    std::set<QString> closed;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        if (!rows->isExpanded(model.index(row, 0)))
+            closed.insert(model.index(row, 0).data(ChangesModel::PathRole).toString());
+    }
+    isTaking = true;
+    model.setFiles(std::move(changed));
+    for (int row = 0; row < model.rowCount(); ++row) {
+        const QModelIndex file = model.index(row, 0);
+        rows->setExpanded(file, closed.count(file.data(ChangesModel::PathRole).toString()) == 0);
+    }
+    const auto& shown = model.getFiles();
+    const bool hasBase = std::any_of(shown.begin(), shown.end(), [](const ChangedFile& file) {
+        return std::any_of(file.changes.begin(), file.changes.end(),
+                           [](const auto& change) { return change.isConflict; });
+    });
+    rows->setColumnHidden(ChangesModel::BaseColumn, !hasBase);
+    pages->setCurrentIndex(shown.empty() ? 0 : 1);
+    QModelIndex row = model.find(current);
+    if (!row.isValid())
+        row = model.find(backend);
+    rows->setCurrentIndex(row.isValid() ? row : model.index(0, 0));
+    isTaking = false;
+    if (rows->currentIndex().data(ChangesModel::PathRole).toString() == current)
+        showDiff(); // with what is chosen of it
+    else
+        showRow();
+}
+
+QString ChangesDock::currentBackend() const
+{
+    return rows->currentIndex().data(ChangesModel::BackendRole).toString();
+}
+
+void ChangesDock::showRow()
+{
+    if (isTaking)
+        return;
+    showDiff();
+    goToLines();
+}
+
+// Of the file that has the current row.
+void ChangesDock::showDiff()
+{
+    const QString backend = currentBackend();
+    const auto& shown = model.getFiles();
+    const auto file = std::find_if(shown.begin(), shown.end(),
+                                   [&backend](const ChangedFile& each) { return each.backend == backend; });
+    hunks->showDiff(file == shown.end() ? QString() : file->diff);
+    showState();
+}
+
+// That the current row has changed.
+void ChangesDock::goToLines()
+{
+    const QString path = rows->currentIndex().data(ChangesModel::PathRole).toString();
+    const auto texts = repository->getTextInterface();
+    if (path == currentBackend() || !texts)
+        return;
+    placer.start([this, path, texts]() -> LatestTask::Result {
+        FrameworkCore::AppConfig::Interfaces::TextPlace place;
+        texts->locate(path, place);
+        return [this, path, line = place.position.line] {
+            if (line > 0 && path == rows->currentIndex().data(ChangesModel::PathRole).toString())
+                hunks->goToLine(line);
+        };
+    });
+}
+
+void ChangesDock::showState()
+{
+    if (!dropHunk)
+        return;
+    const Chosen chosen = getChosen();
+    const bool isAny = !chosen.backends.isEmpty() || !chosen.paths.isEmpty();
+    saveRows->setEnabled(isAny);
+    dropRows->setEnabled(isAny);
+    mine->setEnabled(!chosen.conflicts.isEmpty());
+    theirs->setEnabled(!chosen.conflicts.isEmpty());
+    const int count = hunks->getChosen().size();
+    saveHunk->setEnabled(count > 0);
+    dropHunk->setEnabled(count > 0);
+    saveHunk->setText(count > 1 ? tr("Save %1 &Hunks").arg(count) : tr("Save &Hunk"));
+    dropHunk->setText(count > 1 ? tr("D&rop %1 Hunks").arg(count) : tr("D&rop Hunk"));
+}
+
+ChangesDock::Chosen ChangesDock::getChosen() const
+{
+    Chosen chosen;
+    const auto selected = rows->selectionModel()->selectedRows();
+    for (const QModelIndex& row : selected) {
+        const QString path = row.data(ChangesModel::PathRole).toString();
+        const QString backend = row.data(ChangesModel::BackendRole).toString();
+        if (!row.parent().isValid())
+            chosen.backends.append(backend);
+        else
+            chosen.paths[backend].append(path);
+        if (row.data(ChangesModel::ConflictRole).toBool())
+            chosen.conflicts.append(path);
+    }
+    for (const QString& backend : qAsConst(chosen.backends))
+        chosen.paths.remove(backend);
+    return chosen;
+}
+
+void ChangesDock::save()
+{
+    const Chosen chosen = getChosen();
+    QStringList refusals;
+    {
+        const WaitCursor cursor;
+        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths) {
+            const Outcome outcome =
+                repository->getChangesInterface()->saveChanges(paths.key(), paths.value());
+            if (!outcome.ok())
+                refusals.append(outcome.toText());
+        }
+    }
+    if (!chosen.backends.isEmpty())
+        files.save(chosen.backends);
+    finish(refusals);
+}
+
+void ChangesDock::drop()
+{
+    const Chosen chosen = getChosen();
+    QStringList refusals;
+    {
+        const WaitCursor cursor;
+        const auto history = repository->getHistoryInterface();
+        const auto step = history ? history->beginStep(tr("Drop changes")) : nullptr;
+        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths) {
+            const Outcome outcome =
+                repository->getChangesInterface()->revertChanges(paths.key(), paths.value());
+            if (!outcome.ok())
+                refusals.append(outcome.toText());
+        }
+    }
+    if (!chosen.backends.isEmpty())
+        files.revert(chosen.backends);
+    finish(refusals);
+}
+
+void ChangesDock::resolve(ConflictSide side)
+{
+    QStringList conflicts = getChosen().conflicts;
+    std::sort(conflicts.begin(), conflicts.end());
+    QStringList refusals;
+    {
+        const WaitCursor cursor;
+        const auto history = repository->getHistoryInterface();
+        const auto step = history ? history->beginStep(tr("Resolve conflicts")) : nullptr;
+        // A path is resolved with what is below it, so that what is below is there no more.
+        for (const QString& path : qAsConst(conflicts)) {
+            const Outcome outcome = repository->getChangesInterface()->resolveConflicts(path, side);
+            if (!outcome.ok() && outcome != FrameworkCore::AppConfig::NotFound)
+                refusals.append(outcome.toText());
+        }
+    }
+    finish(refusals);
+}
+
+void ChangesDock::saveHunks()
+{
+    const WaitCursor cursor;
+    const Outcome outcome =
+        repository->getChangesInterface()->saveHunks(currentBackend(), hunks->getChosen());
+    finish(outcome.ok() ? QStringList() : QStringList(outcome.toText()));
+}
+
+void ChangesDock::dropHunks()
+{
+    const WaitCursor cursor;
+    const Outcome outcome =
+        repository->getChangesInterface()->revertHunks(currentBackend(), hunks->getChosen());
+    finish(outcome.ok() ? QStringList() : QStringList(outcome.toText()));
+}
+
+// Looks anew at all files: a save changes what is unsaved of a text that stays the same.
+void ChangesDock::finish(const QStringList& refusals)
+{
+    for (const QString& reason : refusals)
+        emit failed(reason);
+    asked.reset();
+    model.forgetRevisions();
+    files.getWatch().look();
+}
+
+} // namespace Vantry

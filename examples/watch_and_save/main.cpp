@@ -1,0 +1,43 @@
+// watch_and_save TYPE FILE PATTERN PATH VALUE: opens a file of that type (ini, json ...), prints what changes
+// below the pattern, sets one attribute and saves the file.
+#include "repository/AttributeRepository.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+using namespace FrameworkCore;
+using namespace FrameworkCore::AppConfig;
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    QTextStream out(stdout);
+    if (arguments.size() != 6) {
+        out << "Usage: watch_and_save TYPE FILE PATTERN PATH VALUE" << Qt::endl;
+        return 2;
+    }
+    const auto repository = Repository::AttributeRepository::create();
+    const auto backends = repository->getBackendInterface();
+
+    // The file's attributes are below "app"; an outcome says what came of an operation, and why.
+    Outcome outcome = backends->mount(arguments[1], QStringLiteral("app"),
+                                      {arguments[2], QString(), AccessMode::ReadWrite}, 2);
+    const auto onUpdate = [&out](const QString& path, const Notification::UpdatePoint&,
+                                 const Notification::UpdateResult&, const QVariant& value,
+                                 const QString&) { out << path << " is " << value.toString() << Qt::endl; };
+    const auto registration = repository->getNotificationInterface()->registerUpdateCallback(
+        QStringLiteral("app.") + arguments[3], onUpdate, int(Notification::UpdatePoint::AfterStore));
+
+    constexpr int allPoints = 15;
+    if (outcome)
+        outcome = repository->getWriterInterface()->write(QStringLiteral("app.") + arguments[4], arguments[5],
+                                                          allPoints);
+    if (outcome)
+        outcome = backends->save(QStringLiteral("app"));
+    if (registration)
+        registration->end(); // before what the callback uses goes
+    if (!outcome)
+        out << outcome.toText() << Qt::endl;
+    return outcome ? 0 : 1;
+}

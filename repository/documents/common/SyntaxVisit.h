@@ -1,0 +1,70 @@
+#pragma once
+
+#include "repository/documents/common/Document.h"
+#include "repository/documents/common/SyntaxTree.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Walks over the entries of a syntax tree in its order, and calls back with the path of each, its node, and
+// the one of its value or noNode. The file says what its nodes are: isShown, false for one that is no entry,
+// nor is anything below it; mayHoldEntries; appendName, of an entry at a position in its group; valueNodeOf.
+template <typename File, typename Callback>
+void walkEntries(const File& file, const Callback& callback)
+{
+    struct Level
+    {
+        std::size_t pathLength;
+        std::size_t position;
+    };
+    std::string path;
+    std::vector<Level> levels;
+    NodeId id = file.tree.getRoot();
+    while (id != noNode) {
+        const bool isShown = file.isShown(id);
+        if (!levels.empty() && isShown) {
+            if (!path.empty())
+                path += '.';
+            file.appendName(path, id, levels.back().position);
+        }
+        const NodeId valueNode = isShown ? file.valueNodeOf(id) : noNode;
+        if (isShown && (valueNode != noNode || !levels.empty()))
+            callback(path, id, valueNode);
+        if (isShown && file.mayHoldEntries(id) && file.tree.node(id).first != noNode) {
+            levels.push_back({path.size(), 0});
+            id = file.tree.node(id).first;
+            continue;
+        }
+        while (!levels.empty() && file.tree.node(id).next == noNode) {
+            levels.pop_back();
+            id = file.tree.node(id).parent;
+        }
+        if (levels.empty())
+            return;
+        ++levels.back().position;
+        path.resize(levels.back().pathLength);
+        id = file.tree.node(id).next;
+    }
+}
+
+// See Document::visit; the file has read and isArray, too.
+template <typename File>
+void visitEntries(const File& file, const std::function<void(const Entry&)>& visitor)
+{
+    Entry entry;
+    walkEntries(file, [&](std::string& path, NodeId id, NodeId valueNode) {
+        entry.path.swap(path);
+        entry.value = valueNode == noNode ? Value() : file.read(valueNode, entry.path);
+        entry.isArray.reset();
+        if (valueNode == noNode)
+            entry.isArray = file.isArray(id);
+        visitor(entry);
+        entry.path.swap(path);
+    });
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,93 @@
+#include "host/FrameworkCore/AppConfig/TextInterface.h"
+#include "tests/support/Columns.h"
+#include "tests/support/RepositoryTest.h"
+
+#include <QDir>
+
+using FrameworkCore::AppConfig::Interfaces::TextPlace;
+
+// Where attributes are in the files of backends.
+class PlacesTest : public TestSupport::RepositoryTest
+{
+    Q_OBJECT
+
+private slots:
+    void locatesWithEdits()
+    {
+        QVERIFY(mount("ini", "m", "; the first\na = 1\n[s]\nb = 2 ; the second\n"));
+        QCOMPARE(placeOf("m.s.b"), QStringLiteral("4:5 ; the second"));
+        QCOMPARE(placeOf("m.s"), QStringLiteral("4:5 "));
+        QCOMPARE(placeOf("m"), QStringLiteral("2:5 "));
+        const quint64 revision = texts()->getRevision(Name("m"));
+        QVERIFY(create("m.new", QStringLiteral("x")));
+        QVERIFY(texts()->getRevision(Name("m")) != revision);
+        QCOMPARE(placeOf("m.s.b"), QStringLiteral("5:5 ; the second"));
+        QString path;
+        QVERIFY(texts()->findAt(Name("m"), 3, 1, path).ok());
+        QCOMPARE(path, QStringLiteral("m.new"));
+        QCOMPARE(saved(), QByteArray("; the first\na = 1\nnew = x\n[s]\nb = 2 ; the second\n"));
+    }
+
+    void refusesWhatHasNoPlace_data()
+    {
+        const auto row = TestSupport::columns<QString, QString>("path", "reason");
+        row("memory", "memory.a", "'memory.a' has no place in a text: it is in no file");
+        row("nowhere", "m.no", "'m.no' has no place in a text: there is no value");
+        row("an empty group", "m.s", "'m.s' has no place in a text: there is no value");
+    }
+
+    void refusesWhatHasNoPlace()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, reason);
+        QVERIFY(mount("ini", "m", "a=1\n[s]\n"));
+        QVERIFY(create("memory.a", 1));
+        TextPlace place;
+        const Outcome outcome = texts()->locate(path, place);
+        QCOMPARE(outcome.getStatus(), FrameworkCore::AppConfig::NotFound);
+        QCOMPARE(outcome.toText(), reason);
+        QCOMPARE(place.position.line, 0);
+    }
+
+    // A comment may be a value that was commented out.
+    void keepsTheCommentOfWhatMayNotBeRead()
+    {
+        QVERIFY(mount("ini", "m", "; password = old\npassword = new\n", AccessMode::WriteOnly));
+        QCOMPARE(placeOf("m.password"), QStringLiteral("2:12 "));
+    }
+
+    void findsTheFileOfAFolder()
+    {
+        QVERIFY(QDir(folder->path()).mkpath(QStringLiteral("f/b")));
+        put("f/a.ini", "k = 1\n");
+        put("f/b/c.json", "{\n  \"d\": 2\n}\n");
+        QVERIFY(mountFile("folder", "f", fileOf("f")));
+        TextPlace place;
+        QVERIFY(texts()->locate(QStringLiteral("f.b.c%2Ejson.d"), place).ok());
+        QCOMPARE(place.position.file, fileOf("f/b/c.json"));
+        QCOMPARE(QStringLiteral("%1:%2").arg(place.position.line).arg(place.position.column),
+                 QStringLiteral("2:8"));
+        QCOMPARE(texts()->locate(QStringLiteral("f"), place).getStatus(), FrameworkCore::AppConfig::NotFound);
+    }
+
+private:
+    std::shared_ptr<FrameworkCore::AppConfig::Interfaces::TextInterface> texts() const
+    {
+        return repository->getTextInterface();
+    }
+
+    QString placeOf(const Name& path) const
+    {
+        TextPlace place;
+        const Outcome outcome = texts()->locate(path, place);
+        return outcome.ok() ? QStringLiteral("%1:%2 %3")
+                                  .arg(place.position.line)
+                                  .arg(place.position.column)
+                                  .arg(place.comment)
+                            : outcome.toText();
+    }
+};
+
+VANTRY_TEST_MAIN(QCoreApplication, PlacesTest)
+
+#include "places_test.moc"
