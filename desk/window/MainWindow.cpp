@@ -12,6 +12,7 @@
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
+#include "desk/find/FindDock.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
@@ -106,6 +107,9 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    addDockWidget(Qt::BottomDockWidgetArea, find);
+    connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     changes = new ChangesDock(repository, files);
     addDockWidget(Qt::BottomDockWidgetArea, changes);
     connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
@@ -133,6 +137,7 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    edit->addFinding(*find);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 

@@ -18,6 +18,7 @@ class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
+class FindDock;
 class KeptChangesBar;
 class LogDock;
 class NavigationArea;
@@ -107,6 +108,7 @@ private:
     SessionKeeper* session = nullptr;
     QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
+    FindDock* find = nullptr;
     ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;
