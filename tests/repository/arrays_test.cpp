@@ -33,7 +33,7 @@ class ArraysTest : public TestSupport::RepositoryTest
         if (what == QLatin1String("write"))
             return write(path, value);
         if (what == QLatin1String("retype"))
-            return writer()->retype(path, value);
+            return repository->getWriterInterface()->retype(path, value);
         if (what == QLatin1String("remove"))
             return remove(path);
         return what == QLatin1String("move") ? move(path, text) : copy(path, text);
