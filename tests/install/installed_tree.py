@@ -94,7 +94,7 @@ class InstalledTree(unittest.TestCase):
 
         program = SCRATCH / "by_pkg_config"
         source = TREE / "share/vantry/examples/watch_and_save/main.cpp"
-        run("c++", "-std=c++17", *flags("--cflags", "vantry"), source, "-o", program, *flags("--libs", "vantry"))
+        run("c++", "-std=c++17", "-fPIC", *flags("--cflags", "vantry"), source, "-o", program, *flags("--libs", "vantry"))
         ini = file("packaged.ini", INI)
         said = run(program, "ini", ini, "*", "pump.name", "right", LD_LIBRARY_PATH=str(TREE / "lib"))
         self.assertEqual(said, "app.pump.name is right\n")
