@@ -1,6 +1,6 @@
 #include "desk/places/PlaceWatch.h"
 
-#include "desk/window/TreeSelection.h"
+#include "desk/common/TreeSelection.h"
 
 #include <QItemSelectionModel>
 

@@ -3,6 +3,7 @@
 #include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
 #include "desk/common/FlatButtons.h"
+#include "desk/common/TreeSelection.h"
 #include "desk/files/ExampleFiles.h"
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
@@ -11,6 +12,7 @@
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
+#include "desk/find/FindDock.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
@@ -23,7 +25,6 @@
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
-#include "desk/window/TreeSelection.h"
 #include "desk/window/WindowMemory.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
@@ -107,6 +108,9 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    addDockWidget(Qt::BottomDockWidgetArea, find);
+    connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     changes = new ChangesDock(repository, files);
     addDockWidget(Qt::BottomDockWidgetArea, changes);
     connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
@@ -134,6 +138,7 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    edit->addFinding(*find);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
@@ -163,11 +168,11 @@ void MainWindow::setUpMenus()
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
     view->addSeparator();
-    reopensFiles = new QAction(tr("&Reopen Files at Start"), this);
-    reopensFiles->setObjectName(QStringLiteral("reopensFiles"));
-    reopensFiles->setCheckable(true);
-    reopensFiles->setChecked(true);
-    view->addAction(reopensFiles);
+    reopenAction = new QAction(tr("&Reopen Files at Start"), this);
+    reopenAction->setObjectName(QStringLiteral("reopensFiles"));
+    reopenAction->setCheckable(true);
+    reopenAction->setChecked(true);
+    view->addAction(reopenAction);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
@@ -181,6 +186,8 @@ void MainWindow::setUpPlaces()
     auto* const text = new TextDock(repository, places->getWatch());
     addDockWidget(Qt::RightDockWidgetArea, text);
     connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(text, &TextDock::menuRequested, places, &Places::popUp);
+    connect(changes, &ChangesDock::menuRequested, places, &Places::popUp);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
     QAction* const showText = text->toggleViewAction();
     showText->setShortcut(Qt::CTRL + Qt::Key_U);
@@ -279,7 +286,7 @@ void MainWindow::showLastPages()
 void MainWindow::beginSession(bool restores)
 {
     session = new SessionKeeper(repository, files, mounter, *this);
-    const bool isRestored = restores && reopensFiles->isChecked() && session->restore();
+    const bool isRestored = restores && reopenAction->isChecked() && session->restore();
     if (isRestored)
         showLastPages();
     const auto unsaved = session->takeUnsaved();

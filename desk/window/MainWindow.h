@@ -19,6 +19,7 @@ class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
+class FindDock;
 class KeptChangesBar;
 class LogDock;
 class NavigationArea;
@@ -113,8 +114,9 @@ private:
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
     SessionKeeper* session = nullptr;
-    QAction* reopensFiles = nullptr;
+    QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
+    FindDock* find = nullptr;
     ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;

@@ -1,4 +1,4 @@
-#include "desk/window/TreeSelection.h"
+#include "desk/common/TreeSelection.h"
 
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 
