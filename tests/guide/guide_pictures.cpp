@@ -47,6 +47,9 @@ class Guide
 public:
     Guide(const QString& examples, QString pictureFolder) : pictures(std::move(pictureFolder))
     {
+        QDir scratch(QDir::temp().filePath(QStringLiteral("bench"))); // a name that is seen in the pictures
+        scratch.removeRecursively();
+        scratch.mkpath(QStringLiteral("."));
         for (const char* name : files) {
             const QString copy = scratch.filePath(QLatin1String(name));
             if (!QFile::copy(QDir(examples).filePath(QLatin1String(name)), copy))
@@ -230,7 +233,6 @@ private:
     }
 
     RunningDesk::Folder folder; // what the desk remembers
-    QTemporaryDir scratch;
     QStringList copies;
     QString pictures;
     std::unique_ptr<RunningDesk> desk;
