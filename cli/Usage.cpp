@@ -29,7 +29,8 @@ const std::vector<Topic>& topics()
           "in it goes to standard output as a whole, and nothing else does. As the file that \"convert\" and "
           "\"export\" write, \"-\" is standard output.",
           "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
-          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
+          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt; "
+          ".toml toml; .yaml and .yml yaml. "
           "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; one "
           "that looks like ini is ini, and anything else is refused. --format has the last word.",
           "Files of ini and txt are read as their own programs read them, which their names, places and "
