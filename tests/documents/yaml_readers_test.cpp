@@ -153,7 +153,7 @@ private slots:
             }
         }
         QProcess python;
-        python.start(QStringLiteral("python3"),
+        python.start(QStringLiteral("/usr/bin/python3"), // of the packages that have the readers
                      {QStringLiteral("-c"), QString::fromLatin1(pythonReaders), folder.path()});
         QVERIFY(python.waitForFinished(-1));
         QCOMPARE(QString::fromUtf8(python.readAllStandardError()), QString());
