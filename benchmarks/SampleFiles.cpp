@@ -112,6 +112,21 @@ QString tomlText(int keyCount)
     return text;
 }
 
+QString yamlText(int keyCount)
+{
+    QString text;
+    for (int key = 0; key < keyCount; ++key) {
+        if (beginsService(key))
+            text += QStringLiteral("%1%2:\n").arg(key ? QStringLiteral("\n") : QString(), serviceName(key));
+        if (beginsSection(key))
+            text += QStringLiteral("  # Settings of %1\n  %2:\n").arg(serviceName(key), sectionName(key));
+        const SampleValue value = valueOf(key);
+        const QString quote = value.isText ? QStringLiteral("\"") : QString();
+        text += QStringLiteral("    %1: %2%3%2\n").arg(keyName(key), quote, value.text);
+    }
+    return text;
+}
+
 QString xmlText(int keyCount)
 {
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<services>");
@@ -150,6 +165,8 @@ QString formatted(const QString& format, int keyCount)
         return iniText(keyCount);
     if (format == QLatin1String("toml"))
         return tomlText(keyCount);
+    if (format == QLatin1String("yaml"))
+        return yamlText(keyCount);
     return format == QLatin1String("xml") ? xmlText(keyCount) : txtText(keyCount);
 }
 

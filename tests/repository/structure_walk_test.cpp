@@ -125,7 +125,8 @@ private slots:
             "# of the file\n\n# of x\na.x = 0x1F # after\n\n# of b\n[b]\nl = [\n  'p', # of p\n  \"q\",\n]\n"
             "[b.c]\n# inside\ny = 1e5\n\n# of t\n[[t]]\nk = { z = 1 }\n[[t]]\nk = \"\"\"m\"\"\"\n");
         row("blocks", "yaml",
-            "# of the file\n\n# of x\na:\n  x: 0x1F # after\n\n# of b\nb:\n  l:\n  - p # of p\n  - \"q\"\n  c:\n"
+            "# of the file\n\n# of x\na:\n  x: 0x1F # after\n\n# of b\nb:\n  l:\n  - p # of p\n  - \"q\"\n  "
+            "c:\n"
             "    # inside\n    y: 1e5\n\n# of t\nt:\n- k: {z: 1}\n- k: |\n    m\n");
         const QVector<QPair<const char*, const char*>> kinds{
             {"ini", "ini"},
@@ -248,7 +249,8 @@ private slots:
             "s:\n  a: 1\n\n\nt:\n    x: 1\n    # of b\n    # too\n    c: # in b\n    - 1.0 # after\n# end\n");
         row("yaml: copy", "yaml", "m.s", "m.t", false,
             "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# end\n",
-            "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n# of s\nt:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# end\n");
+            "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n# of s\nt:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# "
+            "end\n");
         row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
             "[s]\n; c\nb   =  0x10 ; d\nz=1\n");
         row("ini: section", "ini", "m.s", "m.t", true, "[s]\na=1\n\n[s.u] ; c\na=2\n\n[su]\na=3\n",

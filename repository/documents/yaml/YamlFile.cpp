@@ -155,7 +155,11 @@ std::string YamlFile::pathOf(NodeId id) const
 
 bool YamlFile::isArray(NodeId id) const
 {
-    return tree.isEdited(id) ? isYamlList(bareText(id)) : tree.node(id).isSequence();
+    if (tree.isEdited(id))
+        return isYamlList(bareText(id));
+    // Documents that are nothing but texts would be a list elsewhere.
+    const bool areTexts = tree.node(id).style == YamlStyle::Stream && tree.node(id).nonTexts == 0;
+    return tree.node(id).isSequence() && !areTexts;
 }
 
 YamlPlace YamlFile::placeOf(NodeId id) const
