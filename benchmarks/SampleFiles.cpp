@@ -157,8 +157,24 @@ QString txtText(int keyCount)
     return text;
 }
 
+// All keys lie at the root.
+QString flatText(int keyCount, const QString& separator)
+{
+    QString text;
+    for (int key = 0; key < keyCount; ++key) {
+        const SampleValue value = valueOf(key);
+        const QString quote = value.isText ? QStringLiteral("\"") : QString();
+        text += samplePath(QStringLiteral("flat"), key) + separator + quote + value.text + quote +
+                QLatin1Char('\n');
+    }
+    return text;
+}
+
 QString formatted(const QString& format, int keyCount)
 {
+    if (format.endsWith(QLatin1String("flat")))
+        return flatText(keyCount, format.startsWith(QLatin1String("yaml")) ? QStringLiteral(": ")
+                                                                           : QStringLiteral(" = "));
     if (format == QLatin1String("json"))
         return jsonText(keyCount);
     if (format == QLatin1String("ini"))
@@ -175,7 +191,8 @@ QString formatted(const QString& format, int keyCount)
 QString samplePath(const QString& format, int key)
 {
     const QString root = format == QLatin1String("xml") ? QStringLiteral("services.") : QString();
-    return root + serviceName(key) + QLatin1Char('.') + sectionName(key) + QLatin1Char('.') + keyName(key);
+    const QChar separator = QLatin1Char(format.endsWith(QLatin1String("flat")) ? '_' : '.');
+    return root + serviceName(key) + separator + sectionName(key) + separator + keyName(key);
 }
 
 SampleFiles& SampleFiles::instance()

@@ -7,9 +7,9 @@
 
 namespace {
 
-void readEvents(benchmark::State& state)
+void readEvents(benchmark::State& state, const char* format)
 {
-    const QByteArray& text = SampleFiles::instance().text(QStringLiteral("yaml"), int(state.range(0)));
+    const QByteArray& text = SampleFiles::instance().text(QLatin1String(format), int(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         fy_parse_cfg configuration{};
         configuration.flags = FYPCF_QUIET;
@@ -27,6 +27,7 @@ void readEvents(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(readEvents)->Name("Peer/LibFyamlEvents")->Apply(sampleSize);
+BENCHMARK_CAPTURE(readEvents, nested, "yaml")->Name("Peer/LibFyamlEvents")->Apply(sampleSize);
+BENCHMARK_CAPTURE(readEvents, flat, "yaml-flat")->Name("Peer/LibFyamlEventsFlat")->Apply(sampleSize);
 
 } // namespace
