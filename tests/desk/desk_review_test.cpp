@@ -55,19 +55,14 @@ private slots:
     // A value of which only the name is known is found, three files are edited, and what is saved is chosen.
     void reviewsAndSaves()
     {
-        auto* const search = desk->part<QLineEdit>("edtSearchPath");
-        search->setFocus();
-        search->selectAll();
-        QVERIFY(TestSupport::typeText(QStringLiteral("*maximum")));
-        QVERIFY(pressKey(QStringLiteral("Return")));
-        QTRY_COMPARE(desk->tree->model()->rowCount(), 1);
-        QTRY_VERIFY(desk->item(maximum).isValid());
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(TestSupport::typeText(QStringLiteral("maxi")));
+        QTRY_COMPARE(desk->part<QTreeView>("findHits")->model()->rowCount(), 1);
+        for (const char* const key : {"Return", "Return"}) // to the hits, and to what is hit
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(Vantry::currentInTree(*desk->window), maximum);
         enter(maximum, "130");
-        search->setFocus();
-        search->selectAll();
-        QVERIFY(pressKey(QStringLiteral("Delete")));
-        QVERIFY(pressKey(QStringLiteral("Return")));
-        QTRY_VERIFY(desk->item(speed).isValid());
         enter(speed, "1250");
         enter(port, "81");
         enter(QStringLiteral("net.inner.port"), "8081");
@@ -106,6 +101,27 @@ private slots:
         QTRY_COMPARE(rowsOf(rows), QStringList());
         QTRY_COMPARE(desk->part<QDockWidget>("changesDock")->windowTitle(), QStringLiteral("Changes"));
         QVERIFY(contentOf(folder->path("plant.json")).contains("1250"));
+    }
+
+    // A whole file, which is asked about, and an attribute of another, as one step.
+    void dropsInOneStep()
+    {
+        write(maximum, 130);
+        write(port, 81);
+        write(QStringLiteral("net.inner.port"), 8081);
+        showChanges();
+        clickRow(QStringLiteral("limits.ini (limits)"));
+        clickRow(QStringLiteral("inner.port"), Qt::ControlModifier);
+        {
+            const DialogDriver driver([](QWidget& dialog) { DeskTest::press(dialog, "Revert"); });
+            QTest::mouseClick(desk->part<QPushButton>("dropChanges"), Qt::LeftButton);
+        }
+        QTRY_COMPARE(read(maximum), QVariant(125LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8080LL));
+        QCOMPARE(read(port), QVariant(81LL));
+        QVERIFY(desk->repository->getHistoryInterface()->undo());
+        QCOMPARE(read(maximum), QVariant(130LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8081LL));
     }
 
     void choosesHunks()
@@ -193,6 +209,15 @@ private slots:
         QTRY_COMPARE(markedAt(model), QStringLiteral("net.inner.port in 12"));
         QVERIFY(pressKey(QStringLiteral("ctrl+c")));
         QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("port = 8080"));
+
+        const QModelIndex other = model.index(6, Vantry::TextModel::TextColumn);
+        QVERIFY(TestSupport::click(*view->viewport(), view->visualRect(other).topLeft() + QPoint(20, 4),
+                                   Qt::RightButton));
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        for (const char* const key : {"c", "m"}) // Copy, Command
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(QApplication::clipboard()->text(),
+                     QStringLiteral("vantry set %1 outer.timeout 5").arg(folder->path("net.toml")));
 
         desk->tree->setCurrentIndex(desk->item(maximum));
         QTRY_COMPARE(shownText(model), QStringLiteral("[oven]\nmaximum = 125"));
