@@ -33,6 +33,8 @@ TARGETS = [
     (r"Folder/Open/(\d+)", r"Floor/ReadFiles/\1", 10.0, "time"),
     (r"Find/\w+/(\d+)", 500.0, 1.0, "time"),
     (r"Find/\w+/(\d+)", 50.0, 1.0, "first_ms"),
+    (r"Changes/Diff/(\d+)", r"Documents/LoadIni/\1", 10.0, "time"),
+    (r"Changes/DiffScattered/(\d+)", r"Documents/LoadIni/\1", 3.0, "time"),
     (r"Documents/SaveOneEdit/(.*)", r"Floor/WriteAndSync/\1", 3.0, "time"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 1.3, "slow_down"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 0.2, "gui_busy"),

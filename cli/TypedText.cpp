@@ -3,12 +3,10 @@
 #include "cli/Output.h"
 #include "cli/Suggestion.h"
 #include "cli/Usage.h"
-#include "host/FrameworkCore/Values/PrintableText.h"
+#include "host/FrameworkCore/Values/ShellWord.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/documents/json/JsonScalar.h"
-
-#include <QRegularExpression>
 
 #include <cmath>
 
@@ -78,18 +76,7 @@ QVariant TypedText::readPlain(const QString& text)
 
 QString TypedText::asShellWord(const QVariant& value)
 {
-    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_@%+=:,./-]+$"));
-    const std::string bytes = Output::valueText(value);
-    QString text = QString::fromStdString(bytes);
-    if (plain.match(text).hasMatch())
-        return text;
-    if (FrameworkCore::Values::printableLine(bytes) == bytes)
-        return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
-               QLatin1Char('\'');
-    text.replace(QLatin1Char('\\'), QLatin1String("\\\\")).replace(QLatin1Char('\''), QLatin1String("\\'"));
-    return QStringLiteral("$'") +
-           QString::fromStdString(FrameworkCore::Values::printableLine(text.toStdString())) +
-           QLatin1Char('\'');
+    return QString::fromStdString(FrameworkCore::Values::shellWord(Output::valueText(value)));
 }
 
 QString TypedText::toJson(const QVariant& value)

@@ -109,6 +109,14 @@ QString optionRows(const std::vector<Option>& options)
     return rows;
 }
 
+QString formats()
+{
+    QStringList types;
+    for (const std::string& type : Repository::Documents::getDocumentTypes())
+        types += QString::fromStdString(type);
+    return types.join(QLatin1String(", "));
+}
+
 QString capitalised(const QString& text)
 {
     return text.left(1).toUpper() + text.mid(1);
@@ -217,13 +225,10 @@ QString Usage::helpFor(const Command& command)
 
 QString Usage::overview()
 {
-    QStringList types;
-    for (const std::string& type : Repository::Documents::getDocumentTypes())
-        types += QString::fromStdString(type);
     QString help = QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
                    wrap(QStringLiteral("Reads, edits, compares and converts configuration files (%1) by "
                                        "attribute.")
-                            .arg(types.join(QLatin1String(", "))),
+                            .arg(formats()),
                         0, 0) +
                    QStringLiteral("\nCommands:\n");
     constexpr int width = 10;
@@ -248,10 +253,11 @@ QString Usage::manPage()
                        ".SH SYNOPSIS\n\\fBvantry\\fR [\\fB\\-\\-backend\\fR "
                        "\\fINAME\\fR=\\fIFILE\\fR[:ro|wo|rw]]... \\fICOMMAND\\fR ...\n"
                        ".SH DESCRIPTION\n"
-                       "Reads, edits, compares and converts configuration files of the formats ini, json, "
-                       "xml and txt by attribute. An edit of one value changes the bytes of that value; "
-                       "everything else in the file stays as its author left it.\n"
-                       ".SH COMMANDS\n");
+                       "Reads, edits, compares and converts configuration files (%1) by attribute. An edit "
+                       "of one value changes the bytes of that value; everything else in the file stays as "
+                       "its author left it.\n"
+                       ".SH COMMANDS\n")
+            .arg(formats());
     for (const Command& command : CommandTable::commands()) {
         if (!command.isHidden)
             page += sectionFor(command);
@@ -265,7 +271,7 @@ QString Usage::manPage()
             isFirst = false;
         }
     }
-    return page;
+    return page + QStringLiteral(".SH SEE ALSO\n\\fBvantry\\-desk\\fR(1)\n");
 }
 
 } // namespace CommandLine

@@ -37,7 +37,7 @@ FileReplacement::~FileReplacement()
 std::string FileReplacement::failure(const std::string& what, bool barring)
 {
     barred = barring;
-    return what + ": " + systemReason();
+    return what + (": " + systemReason());
 }
 
 std::string FileReplacement::create(TemporaryName::Kind kind, mode_t mode)

@@ -115,7 +115,7 @@ std::string FolderWatches::follow(File file, const std::string& path)
         const std::string folder = way.folder;
         const bool isFile = way.isAtEnd();
         if (!add(folder, name, isFile ? comesAndGoes | content : comesAndGoes, places) && reason.empty())
-            reason = folder + ": " + systemReason();
+            reason = folder + (": " + systemReason());
         else if (isFile && isRemote(folder))
             reason = folder + " may be written by other machines";
         if (!way.enter(name))

@@ -59,18 +59,21 @@ std::unique_ptr<FileDescriptor> StateFolder::open(SystemCalls& calls, std::strin
     isAbsent = place.empty();
     if (isAbsent)
         return refuse("neither XDG_STATE_HOME nor HOME names a place");
-    auto folder = std::make_unique<FileDescriptor>(calls, openLinked(calls, place));
+    const int opened = openLinked(calls, place);
+    int failure = opened < 0 ? errno : 0; // asking for memory may set it
+    // The home that the environment names may be another user's.
+    isAbsent = failure == ENOENT || failure == ENOTDIR || failure == EACCES;
+    auto folder = std::make_unique<FileDescriptor>(calls, opened);
     struct stat status = {};
-    if (!folder->isOpen() || calls.stat(folder->get(), status) != 0) {
-        // The home that the environment names may be another user's.
-        isAbsent = !folder->isOpen() && (errno == ENOENT || errno == ENOTDIR || errno == EACCES);
-        return refuse(place + " cannot be opened: " + systemReason());
-    }
+    if (folder->isOpen() && calls.stat(folder->get(), status) != 0)
+        failure = errno;
+    if (failure != 0)
+        return refuse(place + " cannot be opened: " + systemReason(failure));
     isAbsent = status.st_uid != ::geteuid();
     if (isAbsent)
         return refuse(place + " belongs to another user");
     if ((status.st_mode & 07777) != onlyMine && calls.changeMode(folder->get(), onlyMine) != 0)
-        return refuse(place + " cannot be closed to other users: " + systemReason());
+        return refuse(place + (" cannot be closed to other users: " + systemReason()));
     return folder;
 }
 
@@ -78,7 +81,7 @@ std::unique_ptr<FileDescriptor> StateFolder::make(SystemCalls& calls, std::strin
 {
     const std::string place = path();
     if (!place.empty() && !makeFolders(calls, place)) {
-        error = place + " cannot be made: " + systemReason();
+        error = place + (" cannot be made: " + systemReason());
         return nullptr;
     }
     bool isAbsent = false;

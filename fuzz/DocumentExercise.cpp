@@ -68,6 +68,8 @@ public:
         if (document->getBytes() != text)
             return fault("the bytes changed without an edit");
         std::string broken = checkTree();
+        if (broken.empty())
+            broken = checkSpans();
         for (int edit = 0; edit < mostEdits && broken.empty() && !choices.empty(); ++edit) {
             before = document->getBytes();
             entries = entriesOf(*document);
@@ -88,6 +90,26 @@ private:
             const Entry* const entry = takeEntry();
             return entry ? checkSet(*entry, takeValue()) : std::string();
         }
+    }
+
+    // Of a text that nothing has edited.
+    std::string checkSpans()
+    {
+        action = "find all values";
+        entries = entriesOf(*document);
+        std::size_t values = 0;
+        bool areThere = true;
+        document->visitSpans([&](const std::string& path, Span span) {
+            areThere = areThere && span.offset <= text.size() && span.length <= text.size() - span.offset;
+            if (++values % 16 == 1) {
+                const std::optional<Span> alone = document->locate(path);
+                areThere = areThere && alone && alone->offset == span.offset && alone->length == span.length;
+            }
+        });
+        const auto hasValue = [](const Entry& entry) { return entry.value.type != Type::Group; };
+        const auto count = std::count_if(entries.begin(), entries.end(), hasValue);
+        return areThere && values == std::size_t(count) ? std::string()
+                                                        : fault("a walk finds values elsewhere");
     }
 
     std::string checkSet(const Entry& entry, const Value& value)

@@ -1,5 +1,4 @@
 #include "cli/Condition.h"
-#include "cli/FilePlaces.h"
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/SearchArguments.h"
@@ -12,8 +11,10 @@ namespace CommandLine::Commands {
 
 namespace {
 
+using FrameworkCore::AppConfig::FilePosition;
 using FrameworkCore::AppConfig::Interfaces::SearchHit;
 using FrameworkCore::AppConfig::Interfaces::SearchQuery;
+using FrameworkCore::AppConfig::Interfaces::TextPlace;
 
 // Nothing, and a message, when one of them is none.
 std::optional<std::vector<Condition>> readConditions(const Invocation& invocation)
@@ -39,7 +40,7 @@ public:
     Finding(const Session& openSession, const Invocation& invocation, std::vector<Condition> wanted,
             bool hasManyFiles)
         : session(openSession), conditions(std::move(wanted)), showsLines(invocation.has("--lines")),
-          showsFiles(showsLines || hasManyFiles), places(openSession), records(invocation)
+          showsFiles(showsLines || hasManyFiles), records(invocation)
     {
     }
 
@@ -75,16 +76,20 @@ private:
                 return ExitCode::Done;
         }
         isFound = true;
-        print(node, showsFiles ? placeOf(source, hit.path) : FilePlaces::Place());
+        print(node, placeOf(source, hit.path));
         return ExitCode::Done;
     }
 
-    FilePlaces::Place placeOf(const Source& source, const QString& path)
+    // Of what is on no line, as a folder, only the file that was given.
+    FilePosition placeOf(const Source& source, const QString& path) const
     {
-        return showsLines ? places.of(source, path) : FilePlaces::Place{source.given};
+        TextPlace place;
+        if (!showsLines || !session.getRepository().getTextInterface()->locate(path, place).ok())
+            return {source.given};
+        return {source.shownFile(place.position.file), place.position.line, place.position.column};
     }
 
-    void print(const Condition::Node& node, const FilePlaces::Place& place)
+    void print(const Condition::Node& node, const FilePosition& place)
     {
         if (!records.areJson()) {
             const QString line = place.line > 0 ? QStringLiteral(":%1").arg(place.line) : QString();
@@ -95,7 +100,8 @@ private:
         if (showsFiles)
             fields.insert(fields.begin(), {"file", place.file});
         if (place.line > 0)
-            fields.insert(fields.end(), {{"line", place.line}, {"column", place.column}});
+            fields.insert(fields.end(),
+                          {{"line", qlonglong(place.line)}, {"column", qlonglong(place.column)}});
         if (!node.type.isEmpty())
             fields.emplace_back("type", node.type);
         if (node.value)
@@ -107,7 +113,6 @@ private:
     const std::vector<Condition> conditions;
     const bool showsLines;
     const bool showsFiles;
-    FilePlaces places;
     Records records;
     bool isFound = false;
 };
@@ -154,8 +159,8 @@ Command find()
         "for itself. Without PATTERN all are looked at. Paths are printed in the order of the file. Groups "
         "are found as attributes are, unless "
         "a value or type is asked for. The exit code is 1 when there is none.\n"
-        "Of several files a line is \"FILE: PATH\", and with --lines \"FILE:LINE: PATH\"; groups have no "
-        "LINE.\n"
+        "Of several files a line is \"FILE: PATH\", and with --lines \"FILE:LINE: PATH\"; that of a "
+        "group is the LINE of its first value.\n"
         "CONDITION is value, name, path or type, then = != < <= > >= ~ or !~, then a text, in quotes when "
         "blanks at its ends count. Numbers are compared as numbers, moments as moments, and all else as "
         "text; a number is neither less nor greater than a text. \"~\" asks whether a regular expression "

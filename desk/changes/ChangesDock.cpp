@@ -22,11 +22,13 @@ namespace Vantry {
 using Utilities::ModelViews::Widgets::PlainLabel;
 
 ChangesDock::ChangesDock(std::shared_ptr<Repository> attributes, BackendFiles& backendFiles, QWidget* parent)
-    : QDockWidget(tr("Changes"), parent), repository(std::move(attributes)), files(backendFiles)
+    : QDockWidget(tr("Changes"), parent), repository(std::move(attributes)), files(backendFiles),
+      feed(repository, files)
 {
     setObjectName(QStringLiteral("changesDock"));
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &ChangesDock::look);
-    connect(&finder, &LatestTask::failed, this, &ChangesDock::failed);
+    connect(&feed, &ChangesFeed::found, this, &ChangesDock::take);
+    connect(&feed, &ChangesFeed::failed, this, &ChangesDock::failed);
     hide();
 }
 
@@ -96,13 +98,26 @@ void ChangesDock::setUpRows()
     QHeaderView* const header = rows->header();
     header->resizeSection(ChangesModel::PathColumn, 26 * fontMetrics().averageCharWidth() + 60);
     header->resizeSection(ChangesModel::StateColumn, 14 * fontMetrics().averageCharWidth());
+    header->setStretchLastSection(false);
     for (const int column : {ChangesModel::FileColumn, ChangesModel::UnsavedColumn, ChangesModel::BaseColumn})
-        header->resizeSection(column, 22 * fontMetrics().averageCharWidth());
+        header->setSectionResizeMode(column, QHeaderView::Stretch);
     connect(rows->selectionModel(), &QItemSelectionModel::currentChanged, this, &ChangesDock::showRow);
     connect(rows->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesDock::showState);
+    rows->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(rows, &QTreeView::customContextMenuRequested, this, &ChangesDock::requestMenu);
     connect(rows, &QTreeView::activated, this, [this](const QModelIndex& row) {
         emit selectRequested(row.data(ChangesModel::PathRole).toString());
     });
+}
+
+void ChangesDock::requestMenu(const QPoint& position)
+{
+    const QModelIndex row = rows->indexAt(position);
+    if (!row.isValid())
+        return;
+    emit selectRequested(row.data(ChangesModel::PathRole).toString());
+    rows->setFocus();
+    emit menuRequested(rows->viewport()->mapToGlobal(position));
 }
 
 QWidget* ChangesDock::setUpHunks()
@@ -137,49 +152,15 @@ QPushButton* ChangesDock::addButton(QHBoxLayout& row, const char* name, const QS
     return button;
 }
 
-// Asks a few times a second whether anything is other than it was.
 void ChangesDock::look()
 {
     const QStringList names = files.getWatch().getNames();
     setWindowTitle(names.isEmpty() ? tr("Changes") : tr("Changes (%1)").arg(names.size()));
-    if (!isVisible() || !pages)
-        return;
-    const auto texts = repository->getTextInterface();
-    std::vector<std::pair<QString, quint64>> present;
-    for (const QString& name : names)
-        present.emplace_back(name, texts ? texts->getRevision(name) : 0);
-    if (present == asked)
-        return;
-    asked = std::move(present);
-    refresh();
+    if (isVisible() && pages)
+        feed.look();
 }
 
-void ChangesDock::refresh()
-{
-    QStringList names;
-    for (const auto& backend : *asked)
-        names.append(backend.first);
-    finder.start([this, wanted = *asked, labels = files.getLabels(names), known = model.getFiles(),
-                  changes = repository->getChangesInterface()]() -> LatestTask::Result {
-        std::vector<ChangedFile> found;
-        for (std::size_t number = 0; number < wanted.size(); ++number) {
-            const auto& [backend, revision] = wanted[number];
-            const auto before = std::find_if(known.begin(), known.end(), [&](const ChangedFile& file) {
-                return file.backend == backend && file.revision == revision;
-            });
-            if (before != known.end()) {
-                found.push_back(*before);
-                continue;
-            }
-            ChangedFile file{backend, labels[int(number)], revision, changes->getUnsavedChanges(backend), {}};
-            changes->getUnsavedDiff(backend, file.diff);
-            found.push_back(std::move(file));
-        }
-        return [this, found] { take(found); };
-    });
-}
-
-void ChangesDock::take(std::vector<ChangedFile> changed)
+void ChangesDock::take(const std::vector<ChangedFile>& changed)
 {
     const QString current = rows->currentIndex().data(ChangesModel::PathRole).toString();
     const QString backend = currentBackend();
@@ -189,7 +170,7 @@ void ChangesDock::take(std::vector<ChangedFile> changed)
             closed.insert(model.index(row, 0).data(ChangesModel::PathRole).toString());
     }
     isTaking = true;
-    model.setFiles(std::move(changed));
+    model.setFiles(changed);
     for (int row = 0; row < model.rowCount(); ++row) {
         const QModelIndex file = model.index(row, 0);
         rows->setExpanded(file, closed.count(file.data(ChangesModel::PathRole).toString()) == 0);
@@ -310,20 +291,23 @@ void ChangesDock::save()
 void ChangesDock::drop()
 {
     const Chosen chosen = getChosen();
+    if (!chosen.backends.isEmpty() && !files.mayRevert(chosen.backends))
+        return;
     QStringList refusals;
+    const auto note = [&refusals](const Outcome& outcome) {
+        if (!outcome.ok())
+            refusals.append(outcome.toText());
+    };
     {
         const WaitCursor cursor;
+        const auto changes = repository->getChangesInterface();
         const auto history = repository->getHistoryInterface();
         const auto step = history ? history->beginStep(tr("Drop changes")) : nullptr;
-        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths) {
-            const Outcome outcome =
-                repository->getChangesInterface()->revertChanges(paths.key(), paths.value());
-            if (!outcome.ok())
-                refusals.append(outcome.toText());
-        }
+        for (auto paths = chosen.paths.begin(); paths != chosen.paths.end(); ++paths)
+            note(changes->revertChanges(paths.key(), paths.value()));
+        for (const QString& backend : chosen.backends)
+            note(changes->revert(backend));
     }
-    if (!chosen.backends.isEmpty())
-        files.revert(chosen.backends);
     finish(refusals);
 }
 
@@ -362,13 +346,11 @@ void ChangesDock::dropHunks()
     finish(outcome.ok() ? QStringList() : QStringList(outcome.toText()));
 }
 
-// Looks anew at all files: a save changes what is unsaved of a text that stays the same.
 void ChangesDock::finish(const QStringList& refusals)
 {
     for (const QString& reason : refusals)
         emit failed(reason);
-    asked.reset();
-    model.forgetRevisions();
+    feed.forget();
     files.getWatch().look();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/changes/ChangesFeed.h"
 #include "desk/changes/ChangesModel.h"
 #include "desk/common/LatestTask.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
@@ -7,7 +8,6 @@
 #include <QDockWidget>
 
 #include <memory>
-#include <optional>
 
 class QHBoxLayout;
 class QLabel;
@@ -40,6 +40,7 @@ public:
 
 signals:
     void selectRequested(const QString& path);
+    void menuRequested(const QPoint& point); // for what is selected, at a point of the screen
     void failed(const QString& reason);
 
 private:
@@ -56,12 +57,12 @@ private:
 
     void setUp();
     void setUpRows();
+    void requestMenu(const QPoint& position);
     QWidget* setUpHunks();
     QPushButton* addButton(QHBoxLayout& row, const char* name, const QString& title, const QString& toolTip,
                            void (ChangesDock::*action)());
     void look();
-    void refresh();
-    void take(std::vector<ChangedFile> files);
+    void take(const std::vector<ChangedFile>& changed);
     void showRow();
     void showDiff();
     void goToLines();
@@ -80,10 +81,8 @@ private:
     std::shared_ptr<Repository> repository;
     BackendFiles& files;
     ChangesModel model;
-    LatestTask finder; // of changes
-    LatestTask placer; // of a row's lines
-    // Backends and revisions that were looked up last; nothing when what was found is out of date.
-    std::optional<std::vector<std::pair<QString, quint64>>> asked;
+    ChangesFeed feed;
+    LatestTask placer;     // of a row's lines
     bool isTaking = false; // rows are being replaced
 
     // Children; none before the dock is shown.

@@ -46,12 +46,6 @@ void ChangesModel::setFiles(std::vector<ChangedFile> changedFiles)
     endResetModel();
 }
 
-void ChangesModel::forgetRevisions()
-{
-    for (ChangedFile& file : files)
-        file.revision = 0;
-}
-
 QModelIndex ChangesModel::find(const QString& path) const
 {
     for (std::size_t number = 0; number < files.size(); ++number) {

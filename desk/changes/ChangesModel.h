@@ -27,9 +27,6 @@ public:
     void setFiles(std::vector<ChangedFile> changedFiles);
     const std::vector<ChangedFile>& getFiles() const { return files; }
 
-    // What is shown is out of date, whatever the revisions are.
-    void forgetRevisions();
-
     QModelIndex find(const QString& path) const; // invalid when it is not there
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -140,7 +140,7 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
     return true;
 }
 
-void BackendFiles::revert(const QStringList& backends)
+bool BackendFiles::mayRevert(const QStringList& backends)
 {
     PlainMessageBox question(PlainMessageBox::Question, tr("Revert"),
                              tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
@@ -148,7 +148,12 @@ void BackendFiles::revert(const QStringList& backends)
                              PlainMessageBox::Cancel, &window);
     const QAbstractButton* const revert = question.addButton(tr("&Revert"), PlainMessageBox::AcceptRole);
     question.exec();
-    if (question.clickedButton() != revert)
+    return question.clickedButton() == revert;
+}
+
+void BackendFiles::revert(const QStringList& backends)
+{
+    if (!mayRevert(backends))
         return;
     const QStringList reasons = refusalsOf(
         backends, [this](const QString& name) { return repository->getChangesInterface()->revert(name); });

@@ -41,6 +41,9 @@ public:
     bool save(const QStringList& backends);
 
     void revert(const QStringList& backends);
+
+    // Asks whether their unsaved changes are to be given up.
+    bool mayRevert(const QStringList& backends);
     void reload(const QStringList& backends);
     void close(const QStringList& backends);
 

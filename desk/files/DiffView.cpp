@@ -1,5 +1,6 @@
 #include "desk/files/DiffView.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QSyntaxHighlighter>
 
@@ -11,8 +12,8 @@ namespace {
 class DiffColours : public QSyntaxHighlighter
 {
 public:
-    DiffColours(QTextDocument* document, const QPalette& palette)
-        : QSyntaxHighlighter(document), isDark(palette.color(QPalette::Base).lightness() < 128)
+    explicit DiffColours(const QPlainTextEdit& shownView)
+        : QSyntaxHighlighter(shownView.document()), view(shownView)
     {
     }
 
@@ -27,6 +28,7 @@ protected:
             state = Hunk;
         setCurrentBlockState(state);
 
+        const bool isDark = view.palette().color(QPalette::Base).lightness() < 128;
         QTextCharFormat format;
         if (state == Heading)
             format.setFontWeight(QFont::Bold);
@@ -40,7 +42,7 @@ protected:
     }
 
 private:
-    const bool isDark;
+    const QPlainTextEdit& view;
 };
 
 } // namespace
@@ -54,7 +56,14 @@ DiffView::DiffView(QWidget* parent) : QPlainTextEdit(parent)
     setLineWrapMode(NoWrap);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    new DiffColours(document(), palette()); // a child of the document
+    colours = new DiffColours(*this); // a child of the document
+}
+
+void DiffView::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && colours)
+        colours->rehighlight();
 }
 
 } // namespace Vantry

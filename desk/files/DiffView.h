@@ -2,6 +2,8 @@
 
 #include <QPlainTextEdit>
 
+class QSyntaxHighlighter;
+
 namespace Vantry {
 
 // Shows unified diffs, one file after the other: added lines green, removed ones red. GUI thread.
@@ -11,6 +13,12 @@ class DiffView : public QPlainTextEdit
 
 public:
     explicit DiffView(QWidget* parent = nullptr);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    QSyntaxHighlighter* colours = nullptr; // child of the document
 };
 
 } // namespace Vantry

@@ -3,6 +3,8 @@
 #include "desk/common/MenuText.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
+#include <QFileInfo>
+
 namespace Vantry {
 
 PlaceButton::PlaceButton(QWidget* parent) : QToolButton(parent)
@@ -16,11 +18,11 @@ PlaceButton::PlaceButton(QWidget* parent) : QToolButton(parent)
     hide();
 }
 
-void PlaceButton::showPlace(const TextPlace& place, const QString& fileName)
+void PlaceButton::showPlace(const TextPlace& place)
 {
     setVisible(place.position.line > 0);
     FrameworkCore::AppConfig::FilePosition shown = place.position;
-    shown.file = fileName;
+    shown.file = QFileInfo(shown.file).fileName(); // the tool tip has its folders
     setText(menuText(shown.toText()));
     setAccessibleName(tr("Place in the file: %1").arg(shown.toText()));
     QString tip = place.position.toText();

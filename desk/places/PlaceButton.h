@@ -17,8 +17,8 @@ public:
 
     explicit PlaceButton(QWidget* parent = nullptr);
 
-    // Nothing is shown for a place without a line; the name is the file's for people.
-    void showPlace(const TextPlace& place, const QString& fileName);
+    // Nothing is shown for a place without a line.
+    void showPlace(const TextPlace& place);
 };
 
 } // namespace Vantry

@@ -29,6 +29,9 @@ public:
 
     PlaceWatch& getWatch() { return watch; }
 
+    // What can be done with the selected attribute, at a point of the screen.
+    void popUp(const QPoint& point);
+
     // Shows comments below the widget of that name, which a page has for details.
     void showCommentBelow(const QString& name);
 
@@ -38,10 +41,17 @@ signals:
 
 private:
     void setUpActions(QMenu& menu);
+    QAction* addTo(QMenu& menu, const char* name, const QString& text, const QKeySequence& key,
+                   void (Places::*action)());
+    void offerActions();
     void show();
     void goTo();
-    void copy();
+    void copyPath();
+    void copyValue();
+    void copyPlace();
+    void copyCommand();
     void openEditor();
+    void showFolder();
     void chooseEditor();
 
     std::shared_ptr<Repository> repository;
@@ -51,8 +61,13 @@ private:
 
     // Owned by the window.
     PlaceButton* button;
-    QAction* copyPlace = nullptr;
+    QMenu* actions;
+    QAction* ofPath = nullptr;
+    QAction* ofValue = nullptr;
+    QAction* ofPlace = nullptr;
+    QAction* ofCommand = nullptr;
     QAction* edit = nullptr;
+    QAction* folder = nullptr;
     QPointer<CommentNote> comment; // none before there is a place for it
 };
 

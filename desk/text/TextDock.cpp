@@ -73,12 +73,13 @@ void TextDock::setUp()
     delegate = new TextRowDelegate(model, view);
     view->setItemDelegateForColumn(TextModel::TextColumn, delegate);
     view->viewport()->installEventFilter(this);
-    auto* const copy = new QAction(tr("&Copy"), view);
-    copy->setShortcut(QKeySequence::Copy);
-    copy->setShortcutContext(Qt::WidgetShortcut);
-    connect(copy, &QAction::triggered, this, &TextDock::copySelected);
-    view->addAction(copy);
-    view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    auto* const copyAction = new QAction(tr("&Copy"), view);
+    copyAction->setShortcut(QKeySequence::Copy);
+    copyAction->setShortcutContext(Qt::WidgetShortcut);
+    connect(copyAction, &QAction::triggered, this, &TextDock::copySelected);
+    view->addAction(copyAction);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QTreeView::customContextMenuRequested, this, &TextDock::requestMenu);
     connect(view, &QTreeView::activated, this, [this](const QModelIndex& row) { selectAt(row.row(), 0); });
     pages->addWidget(view);
     setWidget(pages);
@@ -159,15 +160,25 @@ bool TextDock::eventFilter(QObject* object, QEvent* event)
 {
     if (object == view->viewport() && event->type() == QEvent::MouseButtonRelease) {
         const auto& click = *static_cast<QMouseEvent*>(event);
-        const QModelIndex row = view->indexAt(click.pos());
         const bool isPlain = click.button() == Qt::LeftButton && click.modifiers() == Qt::NoModifier;
-        if (row.isValid() && isPlain && view->selectionModel()->selectedRows().size() <= 1) {
-            const QModelIndex text = row.siblingAtColumn(TextModel::TextColumn);
-            const int x = click.pos().x() - view->visualRect(text).left();
-            selectAt(row.row(), delegate->columnAt(x, view->font(), text));
-        }
+        if (isPlain && view->selectionModel()->selectedRows().size() <= 1)
+            selectAt(click.pos());
     }
     return QDockWidget::eventFilter(object, event);
+}
+
+void TextDock::requestMenu(const QPoint& position)
+{
+    selectAt(position);
+    emit menuRequested(view->viewport()->mapToGlobal(position));
+}
+
+void TextDock::selectAt(const QPoint& position)
+{
+    const QModelIndex text = view->indexAt(position).siblingAtColumn(TextModel::TextColumn);
+    if (text.isValid())
+        selectAt(text.row(),
+                 delegate->columnAt(position.x() - view->visualRect(text).left(), view->font(), text));
 }
 
 void TextDock::selectAt(int row, int column)

@@ -40,6 +40,7 @@ public:
 
 signals:
     void selectRequested(const QString& path);
+    void menuRequested(const QPoint& point); // for what is selected, at a point of the screen
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -49,6 +50,8 @@ private:
     void read();
     void take(const QString& backend, const std::shared_ptr<const TextRows>& rows, const QString& refusal);
     void showValue();
+    void requestMenu(const QPoint& position);
+    void selectAt(const QPoint& position); // of the view
     void selectAt(int row, int column);
     void copySelected() const;
 

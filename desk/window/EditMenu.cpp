@@ -4,6 +4,7 @@
 #include "desk/common/MenuText.h"
 #include "desk/common/TreeSelection.h"
 #include "desk/common/WaitCursor.h"
+#include "desk/find/FindDock.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QAbstractSpinBox>
@@ -73,6 +74,20 @@ void EditMenu::take(FrameworkCore::AppConfig::Outcome (History::*step)())
     const WaitCursor cursor;
     (history.get()->*step)();
     refresh();
+}
+
+void EditMenu::addFinding(FindDock& dock)
+{
+    addSeparator();
+    const auto add = [this, &dock](const QString& text, const char* name, const QKeySequence& key,
+                                   const std::function<void()>& chosen) {
+        QAction* const action = addAction(text, &dock, chosen, key);
+        action->setObjectName(QLatin1String(name));
+    };
+    add(tr("&Find..."), "find", QKeySequence::Find, [&dock] { dock.beginFinding(); });
+    add(tr("R&eplace..."), "replace", Qt::CTRL + Qt::Key_H, [&dock] { dock.beginReplacing(); });
+    add(tr("Find &Next"), "findNext", Qt::Key_F3, [&dock] { dock.goBy(1); });
+    add(tr("Find &Previous"), "findPrevious", Qt::SHIFT + Qt::Key_F3, [&dock] { dock.goBy(-1); });
 }
 
 void EditMenu::offerType()

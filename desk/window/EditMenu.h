@@ -8,6 +8,8 @@
 
 namespace Vantry {
 
+class FindDock;
+
 // Undo and redo, named after the step that they would take, and the change of an attribute's type. GUI
 // thread.
 class EditMenu : public QMenu
@@ -24,6 +26,9 @@ public:
 
     // Looks which steps there are.
     void refresh();
+
+    // Entries and keys for the dock, which outlives the menu.
+    void addFinding(FindDock& dock);
 
     // For a key that may become a shortcut: a step may have come in the very moment before. Accepts, so that
     // it becomes none, what belongs to the text field that has the focus.

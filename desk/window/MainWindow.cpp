@@ -12,6 +12,7 @@
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
+#include "desk/find/FindDock.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
@@ -80,6 +81,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
 void MainWindow::setUpAreas()
 {
     navigation = new NavigationArea;
+    connect(navigation, &NavigationArea::chosen, this, &MainWindow::chooseApplication);
     notices = new NoticeBar;
     connect(notices, &NoticeBar::openRequested, this, &MainWindow::openFiles);
     kept = new KeptChangesBar;
@@ -106,6 +108,9 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    addDockWidget(Qt::BottomDockWidgetArea, find);
+    connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     changes = new ChangesDock(repository, files);
     addDockWidget(Qt::BottomDockWidgetArea, changes);
     connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
@@ -133,10 +138,11 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    edit->addFinding(*find);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    view = menuBar()->addMenu(tr("&View"));
     auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
     showNavigation->setObjectName(QStringLiteral("showNavigation"));
     view->addAction(showNavigation);
@@ -180,6 +186,8 @@ void MainWindow::setUpPlaces()
     auto* const text = new TextDock(repository, places->getWatch());
     addDockWidget(Qt::RightDockWidgetArea, text);
     connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(text, &TextDock::menuRequested, places, &Places::popUp);
+    connect(changes, &ChangesDock::menuRequested, places, &Places::popUp);
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
     QAction* const showText = text->toggleViewAction();
     showText->setShortcut(Qt::CTRL + Qt::Key_U);
@@ -193,13 +201,15 @@ void MainWindow::addApplications()
 {
     for (const auto& application : applications.getApplications()) {
         const LoadingNote note({application.library->getFile()});
-        if (application.control)
-            navigation->addControl(application.icon, application.name, application.control);
+        navigation->addApplication({application.identification, application.icon, application.name,
+                                    application.control, !application.main.isNull()});
         if (application.main) {
             workArea->addWidget(application.main);
             FlatButtons::style(*application.main);
         }
     }
+    view->addSeparator();
+    view->addActions(navigation->actions());
     if (!applications.getApplications().empty())
         setWindowIcon(applications.getApplications().front().icon);
     if (applications.getApplications().empty())
@@ -224,18 +234,44 @@ void MainWindow::showApplication(const QString& identification)
     }
 }
 
+// By its heading or key.
+void MainWindow::chooseApplication(const QString& identification)
+{
+    if (applications.getPage(identification).isEmpty())
+        applications.setPage(identification, attributesPage);
+    showPage(identification, applications.getPage(identification));
+}
+
+// The one that shows files: this system's own, or else the first; empty when there is none.
+QString MainWindow::fileApplication() const
+{
+    const QString own = QStringLiteral("Vantry");
+    QString first;
+    for (const auto& application : applications.getApplications()) {
+        if (application.identification == own)
+            return own;
+        first = first.isEmpty() ? application.identification : first;
+    }
+    return first;
+}
+
+// With files the page that shows them, otherwise what each application showed last.
 void MainWindow::showFirstPages(bool hasFiles)
 {
-    bool isAnyShown = hasFiles;
-    for (const auto& application : applications.getApplications()) {
-        const QString& identification = application.identification;
-        const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
-        if (page.isEmpty() || (!hasFiles && page == attributesPage))
+    const auto& shown = applications.getApplications();
+    if (shown.empty())
+        return;
+    if (hasFiles)
+        return applications.setPage(fileApplication(), attributesPage);
+    bool isAnyShown = false;
+    for (auto application = shown.rbegin(); application != shown.rend(); ++application) {
+        const QString page = WindowMemory::getPage(application->identification);
+        if (page.isEmpty() || page == attributesPage)
             continue;
-        applications.setPage(identification, page);
+        applications.setPage(application->identification, page);
         isAnyShown = true;
     }
-    if (!isAnyShown && !applications.getApplications().empty())
+    if (!isAnyShown)
         showStartPage();
 }
 
@@ -332,6 +368,7 @@ void MainWindow::applyKept(const KeptChanges::Entry& entry)
 void MainWindow::showResult(const FileMounter::Result& result)
 {
     RecentFiles::add(result.opened);
+    fileProblems += result.problems;
     notices->addNotices(result.problems);
     notices->offerOpening(result.unknown);
     files.getWatch().look();

@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 
+class QMenu;
 class QSplitter;
 class QStackedWidget;
 
@@ -18,6 +19,7 @@ class ChangesDock;
 class EditMenu;
 class FailureHint;
 class FileMenu;
+class FindDock;
 class KeptChangesBar;
 class LogDock;
 class NavigationArea;
@@ -53,6 +55,9 @@ public:
 
     bool isOpeningFiles() const { return mounter.isBusy(); }
 
+    // A text for each file that was not opened so far.
+    const QStringList& getFileProblems() const { return fileProblems; }
+
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
     // kept, and showKeptChanges tells where.
     void closeUnasked();
@@ -71,6 +76,8 @@ private:
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
+    void chooseApplication(const QString& identification);
+    QString fileApplication() const;
     void showFirstPages(bool hasFiles);
     void showLastPages();
     bool areFilesShown() const;
@@ -90,7 +97,8 @@ private:
     FileMounter mounter;
     BackendFiles files;
     LogFeed logFeed;
-    QStringList shownBackends;               // in the title
+    QStringList shownBackends; // in the title
+    QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
     bool asks = true;
 
@@ -100,6 +108,7 @@ private:
     EditMenu* edit = nullptr;
     Places* places = nullptr;
     NavigationArea* navigation = nullptr;
+    QMenu* view = nullptr;
     NoticeBar* notices = nullptr;
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
@@ -107,6 +116,7 @@ private:
     SessionKeeper* session = nullptr;
     QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
+    FindDock* find = nullptr;
     ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
     FailureHint* hint = nullptr;

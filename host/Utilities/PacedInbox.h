@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/HostExport.h"
+
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QObject>
@@ -14,7 +16,7 @@ namespace Utilities {
 // Brings what any thread puts in to the thread of this object: the first in the next turn of the event loop,
 // what follows no sooner than a pause after the last delivery. All that is put in meanwhile is one delivery.
 // May be destroyed while others put in, and by its own handler.
-class PacedInbox : public QObject
+class VANTRY_HOST_EXPORT PacedInbox : public QObject
 {
 public:
     static constexpr qint64 shortestPause = 16; // milliseconds; a screen shows no more

@@ -16,8 +16,12 @@ using namespace FrameworkCore::AppConfig;
 
 namespace {
 
-// Nodes that are looked at while the structure lock is held once, which takes less than a millisecond.
-constexpr int portion = 512;
+// So many nodes are looked at between two calls of the sink, which takes less than a millisecond, unless an
+// expression takes nearly all the steps that it may on each.
+int portionFor(const Interfaces::SearchQuery& query)
+{
+    return query.syntax == Interfaces::SearchQuery::Syntax::RegularExpression ? 16 : 512;
+}
 
 Outcome tooManySteps(const QString& path)
 {
@@ -37,7 +41,7 @@ public:
 
     Search(AttributeTree& attributes, const SearchQuery& searched, const Sink& receiver)
         : tree(attributes), query(searched), matcher(attributes, searched), sink(receiver),
-          candidates(portion)
+          candidates(std::size_t(portionFor(searched)))
     {
     }
 
@@ -47,7 +51,7 @@ public:
         Outcome outcome;
         while (outcome.ok() && !walk.isDone()) {
             count = 0;
-            walk.visit(portion, [&](const Node& node) {
+            walk.visit(int(candidates.size()), [&](const Node& node) {
                 const bool isOwn = root.isEmpty() && isAtOrBelow(node.path, ownRoot);
                 if (!isOwn)
                     candidates[std::size_t(count++)].takeFrom(node, tree);
@@ -150,23 +154,21 @@ Outcome AttributeSearch::replace(const QVector<SearchHit>& hits, const QString& 
         QStringList paths;
         for (const SearchHit& hit : hits)
             paths.append(hit.path);
-        return store->changeAll(
-            [&stepName] { return stepName; }, paths,
-            [&](Transaction& transaction) {
-                std::vector<std::pair<Node*, QVariant>> changed;
-                for (const SearchHit& hit : hits) {
-                    Node* node = nullptr;
-                    QVariant accepted;
-                    Outcome outcome = replaceInFile(transaction, hit, node, accepted);
-                    if (!outcome.ok())
-                        return Refusals::notSet(std::move(outcome), hit.path, hit.replacement, false);
-                    changed.emplace_back(node, std::move(accepted));
-                }
-                for (auto& [node, value] : changed)
-                    transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
-                transaction.commit();
-                return Outcome();
-            });
+        const History::Scope step(store->getHistory(), stepName);
+        Transaction transaction(*store->getTree(), step.getRecorder(), paths);
+        std::vector<std::pair<Node*, QVariant>> changed;
+        for (const SearchHit& hit : hits) {
+            Node* node = nullptr;
+            QVariant accepted;
+            Outcome outcome = replaceInFile(transaction, hit, node, accepted);
+            if (!outcome.ok())
+                return Refusals::notSet(std::move(outcome), hit.path, hit.replacement, false);
+            changed.emplace_back(node, std::move(accepted));
+        }
+        for (auto& [node, value] : changed)
+            transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
+        transaction.commit();
+        return Outcome();
     });
 }
 

@@ -71,6 +71,10 @@ private slots:
         QTRY_VERIFY(desk->part<QToolButton>("place")->isVisible());
         QVERIFY(pressKey(QStringLiteral("ctrl+shift+l")));
         QTRY_COMPARE(QApplication::clipboard()->text(), folder->path("limits.ini") + QStringLiteral(":2:11"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+shift+c")));
+        QTRY_COMPARE(QApplication::clipboard()->text(), maximum);
+        QVERIFY(pressKey(QStringLiteral("ctrl+alt+c")));
+        QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("125"));
         QVERIFY(pressKey(QStringLiteral("F4")));
         QTRY_VERIFY(QFile::exists(noted));
         QCOMPARE(contentOf(noted), QByteArray("-l|2|") + QFile::encodeName(folder->path("limits.ini")) + '|');

@@ -108,6 +108,27 @@ private slots:
         QVERIFY(contentOf(folder->path("plant.json")).contains("1250"));
     }
 
+    // A whole file, which is asked about, and an attribute of another, as one step.
+    void dropsInOneStep()
+    {
+        write(maximum, 130);
+        write(port, 81);
+        write(QStringLiteral("net.inner.port"), 8081);
+        showChanges();
+        clickRow(QStringLiteral("limits.ini (limits)"));
+        clickRow(QStringLiteral("inner.port"), Qt::ControlModifier);
+        {
+            const DialogDriver driver([](QWidget& dialog) { DeskTest::press(dialog, "Revert"); });
+            QTest::mouseClick(desk->part<QPushButton>("dropChanges"), Qt::LeftButton);
+        }
+        QTRY_COMPARE(read(maximum), QVariant(125LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8080LL));
+        QCOMPARE(read(port), QVariant(81LL));
+        QVERIFY(desk->repository->getHistoryInterface()->undo());
+        QCOMPARE(read(maximum), QVariant(130LL));
+        QCOMPARE(read(QStringLiteral("net.inner.port")), QVariant(8081LL));
+    }
+
     void choosesHunks()
     {
         write(port, 81);
@@ -193,6 +214,15 @@ private slots:
         QTRY_COMPARE(markedAt(model), QStringLiteral("net.inner.port in 12"));
         QVERIFY(pressKey(QStringLiteral("ctrl+c")));
         QTRY_COMPARE(QApplication::clipboard()->text(), QStringLiteral("port = 8080"));
+
+        const QModelIndex other = model.index(6, Vantry::TextModel::TextColumn);
+        QVERIFY(TestSupport::click(*view->viewport(), view->visualRect(other).topLeft() + QPoint(20, 4),
+                                   Qt::RightButton));
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        for (const char* const key : {"c", "m"}) // Copy, Command
+            QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_COMPARE(QApplication::clipboard()->text(),
+                     QStringLiteral("vantry set %1 outer.timeout 5").arg(folder->path("net.toml")));
 
         desk->tree->setCurrentIndex(desk->item(maximum));
         QTRY_COMPARE(shownText(model), QStringLiteral("[oven]\nmaximum = 125"));

@@ -61,7 +61,7 @@ private slots:
             TestSupport::writeFile(folder->path("d/") + QString::number(count + i) + QLatin1String(".ini"),
                                    "k = 1\n");
         desk->window->openFiles({folder->path("d")});
-        QTRY_VERIFY(desk->item(QStringLiteral("d.350%2Eini")).isValid());
+        QTRY_VERIFY(desk->item(QStringLiteral("d.599%2Eini")).isValid());
         expand({QStringLiteral("plant"), QStringLiteral("plant.cell"), QStringLiteral("d"),
                 QStringLiteral("d.350%2Eini")});
         desk->tree->collapse(desk->item(QStringLiteral("limits")));

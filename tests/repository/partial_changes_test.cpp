@@ -100,7 +100,8 @@ private slots:
         QVERIFY(changes()->saveChanges(Name("m"), {Name("m.fan.size")}));
         QCOMPARE(unsaved(), names("m.door.open m.pump.speed"));
         QVERIFY(changes()->revertChanges(Name("m"), {Name("m.door.open")}));
-        QCOMPARE(saved(), with("speed = 3 ;", "speed = 30 ;").replace("on = true\n", "on = true\nsize = 9\n"));
+        QCOMPARE(saved(),
+                 with("speed = 3 ;", "speed = 30 ;").replace("on = true\n", "on = true\nsize = 9\n"));
         QCOMPARE(changes()->getEditedBackends(), QStringList());
     }
 
@@ -126,7 +127,8 @@ private slots:
         QVERIFY(history()->undo());
         QCOMPARE(hunksOf("m"), left);
         QVERIFY(history()->redo());
-        QCOMPARE(saved(), with("on = true\n", "on = true\nsize = 9\n").replace("open = false", "open = true"));
+        QCOMPARE(saved(),
+                 with("on = true\n", "on = true\nsize = 9\n").replace("open = false", "open = true"));
     }
 
     // A name with its comments, which no single attribute can bring back.

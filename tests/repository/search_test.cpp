@@ -3,6 +3,8 @@
 
 #include <QRandomGenerator>
 
+#include <thread>
+
 using namespace FrameworkCore::AppConfig;
 using Interfaces::SearchHit;
 using Interfaces::SearchQuery;
@@ -308,7 +310,8 @@ private slots:
                 hits.append(hit);
         }
         QVERIFY(!hits.isEmpty());
-        const Outcome outcome = search()->replace(hits, QStringLiteral("Replace it"));
+        Outcome outcome;
+        std::thread([&] { outcome = search()->replace(hits, QStringLiteral("Replace it")); }).join();
         QVERIFY2(outcome.ok(), qPrintable(outcome.toText()));
         QTEST(saved(), "after");
         for (const SearchHit& hit : qAsConst(hits))

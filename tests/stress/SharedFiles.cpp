@@ -142,7 +142,7 @@ void SharedFiles::useChanges()
     const auto changes = repository->getChangesInterface();
     const QString name = anyBackend();
     QString diff;
-    switch (random.bounded(4)) {
+    switch (random.bounded(8)) {
     case 0:
         changes->revert(anyPath());
         break;
@@ -153,6 +153,19 @@ void SharedFiles::useChanges()
     case 2:
         changes->getUnsavedChanges(name);
         changes->getUnsavedDiff(name, diff);
+        break;
+    case 3:
+        changes->revertChanges(name, {anyPath(), anyPath()});
+        break;
+    case 4:
+        changes->saveChanges(name, {anyPath(), anyPath()});
+        break;
+    case 5:
+    case 6:
+        if (changes->getUnsavedDiff(name, diff).ok() && diff.contains(QLatin1String("\n@@"))) {
+            const QStringList hunks(diff.mid(diff.indexOf(QLatin1String("\n@@")) + 1));
+            random.bounded(2) == 0 ? changes->saveHunks(name, hunks) : changes->revertHunks(name, hunks);
+        }
         break;
     default:
         changes->getEditedBackends();
@@ -186,6 +199,14 @@ void SharedFiles::look()
     tree->getNodeInformation(path);
     tree->getChildren(anyBackend());
     tree->findPaths({QStringLiteral("*s.b*")});
+    const auto texts = repository->getTextInterface();
+    Interfaces::TextPlace place;
+    if (texts->locate(path, place).ok() && random.bounded(4) == 0) {
+        Interfaces::BackendText text;
+        QString found;
+        texts->getText(anyBackend(), text);
+        texts->findAt(anyBackend(), place.position.line, place.position.column, found);
+    }
     if (random.bounded(20) == 0)
         repository->getValidationInterface()->addValidation(QStringLiteral("free.r.a"),
                                                             QStringLiteral("integer"));

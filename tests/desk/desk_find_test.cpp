@@ -1,0 +1,239 @@
+#include "tests/desk/DeskTest.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QLabel>
+#include <QSettings>
+
+using TestSupport::pressKey;
+
+// Finding and replacing in the window, by keys and mouse.
+class DeskFindTest : public TestSupport::DeskTest
+{
+    Q_OBJECT
+
+    QTreeView& hits() const { return *desk->part<QTreeView>("findHits"); }
+    QString status() const { return desk->part<QLabel>("findStatus")->text(); }
+
+    QStringList foundRows() const
+    {
+        QStringList rows;
+        for (int row = 0; row < hits().model()->rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < hits().model()->columnCount(); ++column) {
+                if (!hits().isColumnHidden(column))
+                    cells.append(hits().model()->index(row, column).data().toString());
+            }
+            rows.append(cells.join(QLatin1Char('|')));
+        }
+        return rows;
+    }
+
+    QString shownPath() const { return desk->tree->currentIndex().data(Qt::UserRole).toString(); }
+
+    void beginTyping(const char* key, const char* text)
+    {
+        QVERIFY(pressKey(QLatin1String(key)));
+        QTRY_VERIFY(desk->part<QDockWidget>("findDock")->isAncestorOf(QApplication::focusWidget()));
+        QVERIFY(TestSupport::typeText(QString::fromLatin1(text)));
+    }
+
+    void check(const char* box)
+    {
+        QTest::mouseClick(desk->part<QAbstractButton>(box), Qt::LeftButton, {}, {5, 8});
+    }
+
+private slots:
+    void init() { open(); }
+    void cleanup() { close(); }
+
+    void selectsWhatItFinds()
+    {
+        beginTyping("ctrl+f", "SP");
+        QTRY_COMPARE(foundRows(), QStringList(speed + QStringLiteral("|1200|plant.json:1")));
+        QCOMPARE(status(), QStringLiteral("1 found"));
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(hits().hasFocus());
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_COMPARE(shownPath(), speed);
+        QVERIFY(desk->tree->hasFocus());
+        QVERIFY(TestSupport::typeText(QStringLiteral(" "))); // the tree hears the keys
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("zzz"))); // replaces what was selected
+        QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+    }
+
+    void takesAllSwitches()
+    {
+        beginTyping("ctrl+f", "e");
+        QTRY_COMPARE(foundRows().size(), 10); // names, also of the window's own
+        check("findNames");
+        QTRY_COMPARE(foundRows().size(), 3); // left, true, and the page that is shown
+        check("findTypes");
+        QTRY_COMPARE(foundRows().size(), 6); // texts and integers
+        check("findTypes");
+        check("findWhole");
+        QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+        desk->part<QComboBox>("findText")->setFocus();
+        QVERIFY(pressKey(QStringLiteral("Tab")));
+        QVERIFY(pressKey(QStringLiteral("Down")));
+        QVERIFY(pressKey(QStringLiteral("shift+Tab")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("L*t")));
+        QTRY_COMPARE(foundRows(), QStringList(sense + QStringLiteral("|left|plant.json:1")));
+        check("findCase");
+        QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+    }
+
+    void showsWhereAnExpressionIsWrong()
+    {
+        desk->part<QWidget>("findDock")->show();
+        desk->part<QComboBox>("findSyntax")->setCurrentIndex(2);
+        beginTyping("ctrl+f", "s(p");
+        const QLabel& fault = *desk->part<QLabel>("findFault");
+        QTRY_VERIFY(fault.isVisible());
+        QCOMPARE(fault.text().section(QLatin1Char('\n'), 0, 0), QStringLiteral("s(p"));
+        QCOMPARE(fault.text().section(QLatin1Char('\n'), 1).indexOf(QLatin1Char('^')), 3);
+        QVERIFY(TestSupport::typeText(QStringLiteral(")")));
+        QTRY_VERIFY(!fault.isVisible());
+        QTRY_COMPARE(foundRows().size(), 1);
+    }
+
+    void searchesWhereItIsTold()
+    {
+        beginTyping("ctrl+f", "m");
+        QTRY_COMPARE(foundRows().size(), 5);
+        const auto chooseScope = [this](const QString& entry) {
+            auto* const button = desk->part<QPushButton>("findScope");
+            TestSupport::DialogDriver driver([&entry](QWidget& menu) {
+                const auto actions = menu.actions();
+                for (QAction* const action : actions) {
+                    if (action->text().remove(QLatin1Char('&')) == entry)
+                        QTest::mouseClick(&menu, Qt::LeftButton, {},
+                                          static_cast<QMenu&>(menu).actionGeometry(action).center());
+                }
+            });
+            QTest::mouseClick(button, Qt::LeftButton);
+            QTRY_VERIFY(driver.isDone());
+        };
+        chooseScope(QStringLiteral("limits.ini"));
+        QTRY_COMPARE(foundRows(), (QStringList{QStringLiteral("limits||limits.ini:2"),
+                                               maximum + QStringLiteral("|125|limits.ini:2")}));
+        chooseScope(QStringLiteral("plant.json"));
+        QTRY_COMPARE(foundRows().size(), 5);
+        desk->tree->setCurrentIndex(desk->item(QStringLiteral("plant.cell.pump.motor")));
+        chooseScope(QStringLiteral("At and Below the Selected Node"));
+        QTRY_COMPARE(foundRows(), QStringList(QStringLiteral("plant.cell.pump.motor||plant.json:1")));
+        chooseScope(QStringLiteral("Everywhere"));
+        QTRY_COMPARE(foundRows().size(), 5);
+    }
+
+    void goesOnAndBack()
+    {
+        desk->tree->setCurrentIndex(desk->item(maximum));
+        beginTyping("ctrl+f", "se");
+        QTRY_COMPARE(foundRows().size(), 1);
+        QVERIFY(pressKey(QStringLiteral("Escape")));
+        QTRY_VERIFY(!desk->part<QWidget>("findDock")->isVisible());
+        QTRY_VERIFY(desk->tree->hasFocus());
+        QVERIFY(pressKey(QStringLiteral("F3"))); // also while it is hidden
+        QTRY_COMPARE(shownPath(), sense);
+        beginTyping("ctrl+f", "m");
+        QTRY_COMPARE(foundRows().size(), 5);
+        QVERIFY(pressKey(QStringLiteral("F3")));
+        QTRY_COMPARE(shownPath(), QStringLiteral("plant.cell.pump"));
+        QVERIFY(pressKey(QStringLiteral("shift+F3")));
+        QTRY_COMPARE(shownPath(), maximum); // around the end
+    }
+
+    void replacesWhatIsChecked()
+    {
+        write(QStringLiteral("plant.cell.pump.name"), QStringLiteral("2 of 12"));
+        const QVariant limit = read(maximum);
+        beginTyping("ctrl+h", "12");
+        QVERIFY(pressKey(QStringLiteral("Tab")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("x")));
+        QTRY_COMPARE(foundRows().size(), 3);
+        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of x|plant.json:2"));
+        QVERIFY2(foundRows().first().startsWith(speed + QStringLiteral("|1200|it holds a whole number")),
+                 qPrintable(foundRows().first()));
+        auto& button = *desk->part<QPushButton>("findReplace");
+        QCOMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
+        QVERIFY(TestSupport::pressKey(QStringLiteral("BackSpace")));
+        QVERIFY(TestSupport::typeText(QStringLiteral("3")));
+        QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of 3|plant.json:2"));
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(hits().hasFocus());
+        QVERIFY(pressKey(QStringLiteral("Down")));
+        QVERIFY(pressKey(QStringLiteral("space"))); // leaves the name as it is
+        QTRY_COMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QTRY_COMPARE(read(speed).toInt(), 300);
+        QCOMPARE(read(maximum).toInt(), 35);
+        QCOMPARE(read(QStringLiteral("plant.cell.pump.name")).toString(), QStringLiteral("2 of 12"));
+        QTRY_COMPARE(status(), QStringLiteral("1 found; 2 values replaced"));
+        desk->tree->setFocus();
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        QTRY_COMPARE(read(speed).toInt(), 1200);
+        QCOMPARE(read(maximum), limit);
+    }
+
+    void tellsThatAValueHasChangedMeanwhile()
+    {
+        beginTyping("ctrl+h", "left");
+        QTRY_COMPARE(foundRows().size(), 1);
+        write(sense, QStringLiteral("left again"));
+        QTest::mouseClick(desk->part<QPushButton>("findReplace"), Qt::LeftButton);
+        QTRY_VERIFY2(status().contains(QStringLiteral("it has changed since it was found")),
+                     qPrintable(status()));
+        QCOMPARE(read(sense).toString(), QStringLiteral("left again"));
+    }
+
+    void remembersSearches()
+    {
+        desk->part<QWidget>("findDock")->show();
+        check("findCase");
+        for (int i = 0; i < 60; ++i) {
+            desk->part<QComboBox>("findText")->setEditText(QStringLiteral("search%1").arg(i));
+            QTest::keyClick(desk->part<QLineEdit>("findReplacement"), Qt::Key_Return);
+        }
+        startAnewWithFiles();
+        beginTyping("ctrl+f", "");
+        auto& text = *desk->part<QComboBox>("findText");
+        QCOMPARE(text.count(), 50);
+        QCOMPARE(text.itemText(0), QStringLiteral("search59"));
+        QVERIFY(!desk->part<QAbstractButton>("findCase")->isChecked());
+        QVERIFY(pressKey(QStringLiteral("Down")));
+        QTRY_COMPARE(text.currentText(), QStringLiteral("search59"));
+        QVERIFY(desk->part<QAbstractButton>("findCase")->isChecked());
+    }
+
+    void copiesRows()
+    {
+        beginTyping("ctrl+f", "se");
+        QTRY_COMPARE(foundRows().size(), 1);
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(hits().hasFocus());
+        QCOMPARE(hits().selectionModel()->selectedRows().size(), 1);
+        QVERIFY(pressKey(QStringLiteral("ctrl+c")));
+        QTRY_COMPARE(QApplication::clipboard()->text(), sense + QStringLiteral("\tleft\tplant.json:1\n"));
+    }
+
+private:
+    void startAnewWithFiles()
+    {
+        desk.reset();
+        desk = std::make_unique<TestSupport::RunningDesk>(
+            *folder, QStringList{folder->path("plant.json"), folder->path("limits.ini")});
+        QVERIFY(TestSupport::showActive(*desk->window));
+    }
+};
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Vantry"));
+    QCoreApplication::setApplicationName(QStringLiteral("vantry-desk-test"));
+    return TestSupport::runTest<QApplication, DeskFindTest>(argc, argv);
+}
+
+#include "desk_find_test.moc"
