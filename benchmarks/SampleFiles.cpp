@@ -112,6 +112,21 @@ QString tomlText(int keyCount)
     return text;
 }
 
+QString yamlText(int keyCount)
+{
+    QString text;
+    for (int key = 0; key < keyCount; ++key) {
+        if (beginsService(key))
+            text += QStringLiteral("%1%2:\n").arg(key ? QStringLiteral("\n") : QString(), serviceName(key));
+        if (beginsSection(key))
+            text += QStringLiteral("  # Settings of %1\n  %2:\n").arg(serviceName(key), sectionName(key));
+        const SampleValue value = valueOf(key);
+        const QString quote = value.isText ? QStringLiteral("\"") : QString();
+        text += QStringLiteral("    %1: %2%3%2\n").arg(keyName(key), quote, value.text);
+    }
+    return text;
+}
+
 QString xmlText(int keyCount)
 {
     QString text = QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<services>");
@@ -142,14 +157,32 @@ QString txtText(int keyCount)
     return text;
 }
 
+// All keys lie at the root.
+QString flatText(int keyCount, const QString& separator)
+{
+    QString text;
+    for (int key = 0; key < keyCount; ++key) {
+        const SampleValue value = valueOf(key);
+        const QString quote = value.isText ? QStringLiteral("\"") : QString();
+        text += samplePath(QStringLiteral("flat"), key) + separator + quote + value.text + quote +
+                QLatin1Char('\n');
+    }
+    return text;
+}
+
 QString formatted(const QString& format, int keyCount)
 {
+    if (format.endsWith(QLatin1String("flat")))
+        return flatText(keyCount, format.startsWith(QLatin1String("yaml")) ? QStringLiteral(": ")
+                                                                           : QStringLiteral(" = "));
     if (format == QLatin1String("json"))
         return jsonText(keyCount);
     if (format == QLatin1String("ini"))
         return iniText(keyCount);
     if (format == QLatin1String("toml"))
         return tomlText(keyCount);
+    if (format == QLatin1String("yaml"))
+        return yamlText(keyCount);
     return format == QLatin1String("xml") ? xmlText(keyCount) : txtText(keyCount);
 }
 
@@ -158,7 +191,8 @@ QString formatted(const QString& format, int keyCount)
 QString samplePath(const QString& format, int key)
 {
     const QString root = format == QLatin1String("xml") ? QStringLiteral("services.") : QString();
-    return root + serviceName(key) + QLatin1Char('.') + sectionName(key) + QLatin1Char('.') + keyName(key);
+    const QChar separator = QLatin1Char(format.endsWith(QLatin1String("flat")) ? '_' : '.');
+    return root + serviceName(key) + separator + sectionName(key) + separator + keyName(key);
 }
 
 SampleFiles& SampleFiles::instance()

@@ -15,7 +15,8 @@ class SampleFiles
 public:
     static SampleFiles& instance();
 
-    // The text of the file with that many keys. The formats are json, ini, xml and txt.
+    // The text of the file with that many keys. The formats are json, ini, xml, txt, toml and yaml, and of
+    // the last two also toml-flat and yaml-flat, where all keys lie at the root.
     const QByteArray& text(const QString& format, int keyCount);
 
     // A file with that text, beside the program: a temporary folder may lie in memory, where saving is free.

@@ -7,9 +7,9 @@
 
 namespace {
 
-void readTables(benchmark::State& state)
+void readTables(benchmark::State& state, const char* format)
 {
-    const QByteArray& text = SampleFiles::instance().text(QStringLiteral("toml"), int(state.range(0)));
+    const QByteArray& text = SampleFiles::instance().text(QLatin1String(format), int(state.range(0)));
     for ([[maybe_unused]] auto _ : state) {
         const toml::table table = toml::parse(std::string_view(text.constData(), std::size_t(text.size())));
         if (table.empty())
@@ -18,6 +18,7 @@ void readTables(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(readTables)->Name("Peer/TomlPlusPlus")->Apply(sampleSize);
+BENCHMARK_CAPTURE(readTables, nested, "toml")->Name("Peer/TomlPlusPlus")->Apply(sampleSize);
+BENCHMARK_CAPTURE(readTables, flat, "toml-flat")->Name("Peer/TomlPlusPlusFlat")->Apply(sampleSize);
 
 } // namespace

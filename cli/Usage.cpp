@@ -29,7 +29,8 @@ const std::vector<Topic>& topics()
           "in it goes to standard output as a whole, and nothing else does. As the file that \"convert\" and "
           "\"export\" write, \"-\" is standard output.",
           "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
-          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt. "
+          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt; "
+          ".toml toml; .yaml and .yml yaml. "
           "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; one "
           "that looks like ini is ini, and anything else is refused. --format has the last word.",
           "Files of ini and txt are read as their own programs read them, which their names, places and "
@@ -107,6 +108,14 @@ QString optionRows(const std::vector<Option>& options)
     for (const Option& option : options)
         rows += row(Usage::ofOption(option), toText(option.text), width);
     return rows;
+}
+
+QString formats()
+{
+    QStringList types;
+    for (const std::string& type : Repository::Documents::getDocumentTypes())
+        types += QString::fromStdString(type);
+    return types.join(QLatin1String(", "));
 }
 
 QString capitalised(const QString& text)
@@ -217,13 +226,10 @@ QString Usage::helpFor(const Command& command)
 
 QString Usage::overview()
 {
-    QStringList types;
-    for (const std::string& type : Repository::Documents::getDocumentTypes())
-        types += QString::fromStdString(type);
     QString help = QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
                    wrap(QStringLiteral("Reads, edits, compares and converts configuration files (%1) by "
                                        "attribute.")
-                            .arg(types.join(QLatin1String(", "))),
+                            .arg(formats()),
                         0, 0) +
                    QStringLiteral("\nCommands:\n");
     constexpr int width = 10;
@@ -248,10 +254,11 @@ QString Usage::manPage()
                        ".SH SYNOPSIS\n\\fBvantry\\fR [\\fB\\-\\-backend\\fR "
                        "\\fINAME\\fR=\\fIFILE\\fR[:ro|wo|rw]]... \\fICOMMAND\\fR ...\n"
                        ".SH DESCRIPTION\n"
-                       "Reads, edits, compares and converts configuration files of the formats ini, json, "
-                       "xml and txt by attribute. An edit of one value changes the bytes of that value; "
-                       "everything else in the file stays as its author left it.\n"
-                       ".SH COMMANDS\n");
+                       "Reads, edits, compares and converts configuration files (%1) by attribute. An edit "
+                       "of one value changes the bytes of that value; everything else in the file stays as "
+                       "its author left it.\n"
+                       ".SH COMMANDS\n")
+            .arg(formats());
     for (const Command& command : CommandTable::commands()) {
         if (!command.isHidden)
             page += sectionFor(command);
@@ -265,7 +272,7 @@ QString Usage::manPage()
             isFirst = false;
         }
     }
-    return page;
+    return page + QStringLiteral(".SH SEE ALSO\n\\fBvantry\\-desk\\fR(1)\n");
 }
 
 } // namespace CommandLine

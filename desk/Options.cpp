@@ -115,13 +115,15 @@ QString Options::manPage()
     const QList<QCommandLineOption> options = Parser().shown();
     for (const QCommandLineOption& option : options)
         page += manualEntry(option);
-    return page + QStringLiteral(".PP\nThe options of all programs of Qt, as \\fB\\-platform\\fR, are "
-                                 "understood, too.\n"
-                                 ".SH EXIT STATUS\n"
-                                 ".TP\n0\nThe window was closed, or its picture drawn.\n"
-                                 ".TP\n1\nThere is no display, or the picture cannot be written.\n"
-                                 ".TP\n2\nThe command line is wrong.\n"
-                                 ".SH SEE ALSO\n\\fBvantry\\fR(1)\n");
+    return page +
+           QStringLiteral(".PP\nThe options of all programs of Qt, as \\fB\\-platform\\fR, are "
+                          "understood, too.\n"
+                          ".SH EXIT STATUS\n"
+                          ".TP\n0\nThe window was closed, or its picture drawn.\n"
+                          ".TP\n1\nThere is no display, or a picture cannot be written or lacks a file that "
+                          "could not be opened.\n"
+                          ".TP\n2\nThe command line is wrong.\n"
+                          ".SH SEE ALSO\n\\fBvantry\\fR(1)\n");
 }
 
 } // namespace Vantry

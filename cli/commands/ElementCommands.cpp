@@ -1,11 +1,12 @@
 #include "cli/Edits.h"
 #include "cli/commands/Commands.h"
+#include "repository/documents/Formats.h"
 
 namespace CommandLine::Commands {
 
 namespace {
 
-// The elements of a list, or of an array of json that holds more than texts and is a group therefore.
+// The elements of a list, or of an array that holds more than texts and is a group therefore.
 class Elements
 {
 public:
@@ -17,7 +18,7 @@ public:
     ExitCode append(const QStringList& values) const
     {
         if (isArray())
-            return appendToArray(values);
+            return insertIntoArray(names().size(), values);
         const auto list = read();
         return list ? write(*list + values) : ExitCode::Refused;
     }
@@ -32,12 +33,8 @@ public:
         if (!isNumber || at > uint(list->size()))
             return refuse(ExitCode::Usage, QStringLiteral("'%1' is not an index from 0 to %2")
                                                .arg(index, QString::number(list->size())));
-        if (at == uint(list->size()))
-            return append({value});
         if (isArray())
-            return refuse(ExitCode::Refused,
-                          QStringLiteral("elements can only be inserted between texts, and this array holds "
-                                         "others, too; 'vantry append' adds them at its end"));
+            return insertIntoArray(int(at), {value});
         QStringList changed = *list;
         changed.insert(int(at), value);
         return write(changed);
@@ -51,7 +48,12 @@ private:
 
     bool isArray() const
     {
-        if (place.node.isAttribute || place.source->format != QLatin1String("json"))
+        if (place.node.isAttribute)
+            return false;
+        const auto backend =
+            session.getRepository().getBackendInterface()->getBackendInformation(place.node.backend);
+        const auto document = Repository::Documents::makeDocument(backend->getBackendType().toStdString());
+        if (!document || !document->isArray({})) // of a format without any
             return false;
         const QStringList found = names();
         for (int at = 0; at < found.size(); ++at) {
@@ -77,12 +79,11 @@ private:
         return code == ExitCode::Done ? session.save(*place.source) : code;
     }
 
-    ExitCode appendToArray(const QStringList& values) const
+    ExitCode insertIntoArray(int index, const QStringList& values) const
     {
         const QString path = place.source->relativePath(place.path);
-        int next = names().size();
         for (const QString& value : values) {
-            const QString element = QString::number(next++);
+            const QString element = QString::number(index++);
             const ExitCode code =
                 edits.create(path.isEmpty() ? element : path + QLatin1Char('.') + element, value, {});
             if (code != ExitCode::Done)
@@ -127,7 +128,7 @@ Command append()
 {
     return {"append",
             "add elements at the end of a list",
-            "PATH is a list, or an array of json. The other elements stay as they are written. In an array "
+            "PATH is a list or an array. The other elements stay as they are written. In an array "
             "that holds more than texts, VALUE is what \"create\" makes of it.",
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text, Argument::Count::OneOrMore}}},
             {dryRunOption},
@@ -137,15 +138,16 @@ Command append()
 
 Command insert()
 {
-    return {"insert",
-            "add an element to a list before another",
-            "The element with the number INDEX, of which the first is 0, and those after it move by one. The "
-            "number of elements is the index after the last. An array of json that holds more than texts "
-            "takes elements at its end only.",
-            {{{"FILE", Word::File}, {"PATH", Word::Path}, {"INDEX", Word::Text}, {"VALUE", Word::Text}}},
-            {dryRunOption},
-            {"vantry insert package.json files 0 src"},
-            runInsert};
+    return {
+        "insert",
+        "add an element to a list before another",
+        "The element with the number INDEX, of which the first is 0, and those after it move by one. The "
+        "number of elements is the index after the last. In an array that holds more than texts, VALUE is "
+        "what \"create\" makes of it.",
+        {{{"FILE", Word::File}, {"PATH", Word::Path}, {"INDEX", Word::Text}, {"VALUE", Word::Text}}},
+        {dryRunOption},
+        {"vantry insert package.json files 0 src"},
+        runInsert};
 }
 
 } // namespace CommandLine::Commands

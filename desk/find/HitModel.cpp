@@ -81,6 +81,8 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
         if (areCheckable && index.column() == PathColumn && row.hit.refusal.ok())
             return row.isChecked ? Qt::Checked : Qt::Unchecked;
         return {};
+    case PathRole:
+        return row.hit.path;
     case Qt::ForegroundRole:
         return row.hit.refusal.ok() ? QVariant()
                                     : QApplication::palette().brush(QPalette::Disabled, QPalette::Text);

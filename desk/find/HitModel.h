@@ -19,6 +19,7 @@ public:
     using SearchHit = FrameworkCore::AppConfig::Interfaces::SearchHit;
 
     enum Column { PathColumn, ValueColumn, ReplacementColumn, PlaceColumn, ColumnCount };
+    enum Role { PathRole = Qt::UserRole };
 
     // More are not listed.
     static constexpr int mostRows = 100'000;

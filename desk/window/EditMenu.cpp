@@ -2,9 +2,9 @@
 
 #include "desk/common/CellEdit.h"
 #include "desk/common/MenuText.h"
-#include "desk/common/TreeSelection.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/find/FindDock.h"
+#include "desk/window/NodeActions.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QAbstractSpinBox>
@@ -36,11 +36,13 @@ bool hasOwnHistory(const QWidget* widget)
 EditMenu::EditMenu(std::shared_ptr<Repository> attributes, QWidget& editedWindow)
     : QMenu(tr("&Edit"), &editedWindow), repository(std::move(attributes)),
       history(repository->getHistoryInterface()), window(editedWindow), undo(addAction(QString())),
-      redo(addAction(QString()))
+      redo(addAction(QString())), selection(repository, window)
 {
     addSeparator();
     type = addAction(tr("Change &Type..."), this, &EditMenu::changeType);
     type->setObjectName(QStringLiteral("changeType"));
+    node = new NodeActions(
+        repository, [this] { return selection.getPath(); }, *this, window);
     undo->setObjectName(QStringLiteral("undo"));
     undo->setShortcut(QKeySequence::Undo);
     redo->setObjectName(QStringLiteral("redo"));
@@ -57,6 +59,7 @@ EditMenu::EditMenu(std::shared_ptr<Repository> attributes, QWidget& editedWindow
 
 void EditMenu::refresh()
 {
+    node->offer();
     name(*undo, tr("&Undo"), history ? history->getUndoName() : QString());
     name(*redo, tr("&Redo"), history ? history->getRedoName() : QString());
 }
@@ -92,7 +95,7 @@ void EditMenu::addFinding(FindDock& dock)
 
 void EditMenu::offerType()
 {
-    const auto attribute = repository->getReaderInterface()->getAttribute(currentInTree(window));
+    const auto attribute = repository->getReaderInterface()->getAttribute(selection.getPath());
     type->setEnabled(attribute && FrameworkCore::AppConfig::isWritable(attribute->getAccessMode()) &&
                      attribute->getValue().isValid());
 }
@@ -100,7 +103,7 @@ void EditMenu::offerType()
 void EditMenu::changeType()
 {
     using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
-    AttributeTreeModelInputDialogs(&window).showAttributeTypeDialog(currentInTree(window));
+    AttributeTreeModelInputDialogs(&window).showAttributeTypeDialog(selection.getPath());
     refresh();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desk/common/NodeSelection.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QMenu>
@@ -9,8 +10,9 @@
 namespace Vantry {
 
 class FindDock;
+class NodeActions;
 
-// Undo and redo, named after the step that they would take, and the change of an attribute's type. GUI
+// Undo and redo, named after the step that they would take, and what is done with the selected node. GUI
 // thread.
 class EditMenu : public QMenu
 {
@@ -26,6 +28,9 @@ public:
 
     // Looks which steps there are.
     void refresh();
+
+    NodeActions& getNodeActions() { return *node; }
+    const NodeSelection& getSelection() const { return selection; }
 
     // Entries and keys for the dock, which outlives the menu.
     void addFinding(FindDock& dock);
@@ -46,6 +51,8 @@ private:
     QAction* undo; // children
     QAction* redo;
     QAction* type;
+    NodeActions* node;
+    const NodeSelection selection;
 };
 
 } // namespace Vantry

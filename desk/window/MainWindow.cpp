@@ -23,6 +23,7 @@
 #include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/NavigationArea.h"
+#include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
 #include "desk/window/WindowMemory.h"
@@ -39,6 +40,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -81,6 +83,7 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
 void MainWindow::setUpAreas()
 {
     navigation = new NavigationArea;
+    connect(navigation, &NavigationArea::chosen, this, &MainWindow::chooseApplication);
     notices = new NoticeBar;
     connect(notices, &NoticeBar::openRequested, this, &MainWindow::openFiles);
     kept = new KeptChangesBar;
@@ -107,7 +110,7 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
-    find = new FindDock(repository, files, [this] { return currentInTree(*this); });
+    find = new FindDock(repository, files, [this] { return edit->getSelection().getPath(); });
     addDockWidget(Qt::BottomDockWidgetArea, find);
     connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
     changes = new ChangesDock(repository, files);
@@ -137,11 +140,13 @@ void MainWindow::setUpMenus()
     connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
+    connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
+            [this](const QString& path) { selectNew(path); });
     edit->addFinding(*find);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
-    QMenu* const view = menuBar()->addMenu(tr("&View"));
+    view = menuBar()->addMenu(tr("&View"));
     auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
     showNavigation->setObjectName(QStringLiteral("showNavigation"));
     view->addAction(showNavigation);
@@ -200,13 +205,15 @@ void MainWindow::addApplications()
 {
     for (const auto& application : applications.getApplications()) {
         const LoadingNote note({application.library->getFile()});
-        if (application.control)
-            navigation->addControl(application.icon, application.name, application.control);
+        navigation->addApplication({application.identification, application.icon, application.name,
+                                    application.control, !application.main.isNull()});
         if (application.main) {
             workArea->addWidget(application.main);
             FlatButtons::style(*application.main);
         }
     }
+    view->addSeparator();
+    view->addActions(navigation->actions());
     if (!applications.getApplications().empty())
         setWindowIcon(applications.getApplications().front().icon);
     if (applications.getApplications().empty())
@@ -231,18 +238,44 @@ void MainWindow::showApplication(const QString& identification)
     }
 }
 
+// By its heading or key.
+void MainWindow::chooseApplication(const QString& identification)
+{
+    if (applications.getPage(identification).isEmpty())
+        applications.setPage(identification, attributesPage);
+    showPage(identification, applications.getPage(identification));
+}
+
+// The one that shows files: this system's own, or else the first; empty when there is none.
+QString MainWindow::fileApplication() const
+{
+    const QString own = QStringLiteral("Vantry");
+    QString first;
+    for (const auto& application : applications.getApplications()) {
+        if (application.identification == own)
+            return own;
+        first = first.isEmpty() ? application.identification : first;
+    }
+    return first;
+}
+
+// With files the page that shows them, otherwise what each application showed last.
 void MainWindow::showFirstPages(bool hasFiles)
 {
-    bool isAnyShown = hasFiles;
-    for (const auto& application : applications.getApplications()) {
-        const QString& identification = application.identification;
-        const QString page = hasFiles ? QString(attributesPage) : WindowMemory::getPage(identification);
-        if (page.isEmpty() || (!hasFiles && page == attributesPage))
+    const auto& shown = applications.getApplications();
+    if (shown.empty())
+        return;
+    if (hasFiles)
+        return applications.setPage(fileApplication(), attributesPage);
+    bool isAnyShown = false;
+    for (auto application = shown.rbegin(); application != shown.rend(); ++application) {
+        const QString page = WindowMemory::getPage(application->identification);
+        if (page.isEmpty() || page == attributesPage)
             continue;
-        applications.setPage(identification, page);
+        applications.setPage(application->identification, page);
         isAnyShown = true;
     }
-    if (!isAnyShown && !applications.getApplications().empty())
+    if (!isAnyShown)
         showStartPage();
 }
 
@@ -339,6 +372,7 @@ void MainWindow::applyKept(const KeptChanges::Entry& entry)
 void MainWindow::showResult(const FileMounter::Result& result)
 {
     RecentFiles::add(result.opened);
+    fileProblems += result.problems;
     notices->addNotices(result.problems);
     notices->offerOpening(result.unknown);
     files.getWatch().look();
@@ -355,13 +389,35 @@ void MainWindow::showResult(const FileMounter::Result& result)
         showKeptChanges(); // with those whose files are not open
 }
 
-void MainWindow::selectAttribute(const QString& path)
+bool MainWindow::select(const QString& path)
 {
     showFirstPages(true);
-    for (const auto& application : applications.getApplications()) {
-        if (application.main && selectInTree(*application.main, path))
-            return;
-    }
+    const auto& shown = applications.getApplications();
+    return std::any_of(shown.begin(), shown.end(), [&path](const auto& application) {
+        return application.main && selectInTree(*application.main, path);
+    });
+}
+
+// Trees follow what has changed a moment later. Who selects something else meanwhile keeps that.
+void MainWindow::selectNew(const QString& path, int attempts)
+{
+    constexpr int milliseconds = 30;
+    if (attempts == 0)
+        return selectAttribute(path);
+    if (select(path))
+        return;
+    const auto current = [this] { return edit->getSelection().getPath(); };
+    QTimer::singleShot(milliseconds, this, [this, path, attempts, current, former = current()] {
+        const QString now = current();
+        if (now == former || !repository->getTreeInterface()->getNodeInformation(former).exists)
+            selectNew(path, attempts - 1);
+    });
+}
+
+void MainWindow::selectAttribute(const QString& path)
+{
+    if (select(path))
+        return;
     const bool isBackend = files.getBackends().contains(path);
     notices->addNotices(
         {isBackend

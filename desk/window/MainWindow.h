@@ -9,6 +9,7 @@
 
 #include <QMainWindow>
 
+class QMenu;
 class QSplitter;
 class QStackedWidget;
 
@@ -54,6 +55,9 @@ public:
 
     bool isOpeningFiles() const { return mounter.isBusy(); }
 
+    // A text for each file that was not opened so far.
+    const QStringList& getFileProblems() const { return fileProblems; }
+
     // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
     // kept, and showKeptChanges tells where.
     void closeUnasked();
@@ -72,6 +76,8 @@ private:
     void addApplications();
     void showPage(const QString& identification, const QString& page);
     void showApplication(const QString& identification);
+    void chooseApplication(const QString& identification);
+    QString fileApplication() const;
     void showFirstPages(bool hasFiles);
     void showLastPages();
     bool areFilesShown() const;
@@ -82,6 +88,8 @@ private:
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
     void selectAttribute(const QString& path);
+    void selectNew(const QString& path, int attempts = 30);
+    bool select(const QString& path);
     void showNotice(const QString& text);
     void showFiles();
     void showAbout();
@@ -91,7 +99,8 @@ private:
     FileMounter mounter;
     BackendFiles files;
     LogFeed logFeed;
-    QStringList shownBackends;               // in the title
+    QStringList shownBackends; // in the title
+    QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
     bool asks = true;
 
@@ -101,6 +110,7 @@ private:
     EditMenu* edit = nullptr;
     Places* places = nullptr;
     NavigationArea* navigation = nullptr;
+    QMenu* view = nullptr;
     NoticeBar* notices = nullptr;
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;

@@ -1,15 +1,14 @@
 #include "desk/window/NavigationArea.h"
 
 #include "desk/common/FlatButtons.h"
-#include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
+#include "desk/common/MenuText.h"
+#include "host/Utilities/ModelViews/ToolTipText.h"
 
-#include <QIcon>
+#include <QAction>
+#include <QPushButton>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace Vantry {
-
-using Utilities::ModelViews::Widgets::PlainLabel;
 
 NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
 {
@@ -20,29 +19,53 @@ NavigationArea::NavigationArea(QWidget* parent) : QScrollArea(parent)
     setFocusPolicy(Qt::NoFocus);
     auto* const column = new QWidget;
     layout = new QVBoxLayout(column);
-    layout->addStretch();
+    layout->addStretch(1); // takes all that is left, whatever the controls would
     setWidget(column);
 }
 
-void NavigationArea::addControl(const QIcon& icon, const QString& name, QWidget* control)
+void NavigationArea::addApplication(const Application& application)
 {
-    constexpr int iconSize = 24;
-    auto* const picture = new PlainLabel;
-    picture->setPixmap(icon.pixmap(window()->windowHandle(), QSize(iconSize, iconSize)));
-    auto* const title = new PlainLabel(name);
-    QFont bold = title->font();
-    bold.setBold(true);
-    title->setFont(bold);
-
-    auto* const head = new QHBoxLayout;
-    head->setContentsMargins(8, 4, 8, 0);
-    head->addWidget(picture);
-    head->addWidget(title, 1);
-    layout->insertLayout(layout->count() - 1, head);
-    layout->insertWidget(layout->count() - 1, control);
-    FlatButtons::style(*control);
-    control->show();
+    layout->insertWidget(layout->count() - 1, makeHeading(application));
+    if (application.control) {
+        layout->insertWidget(layout->count() - 1, application.control);
+        application.control->show();
+        // Where the keyboard begins; a heading is seldom what is wanted first.
+        auto* const button = application.control->findChild<QAbstractButton*>();
+        if (button && !window()->focusWidget())
+            button->setFocus();
+    }
+    FlatButtons::style(*widget());
     setMinimumWidth(widget()->minimumSizeHint().width());
+}
+
+QWidget* NavigationArea::makeHeading(const Application& application)
+{
+    auto* const heading = new QPushButton(application.icon, menuText(application.name));
+    heading->setObjectName(QStringLiteral("heading_") + application.identification);
+    heading->setProperty("subStyle", QStringLiteral("flatStyle"));
+    constexpr int iconSize = 24;
+    heading->setIconSize(QSize(iconSize, iconSize));
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    if (!application.hasPage) {
+        heading->setFocusPolicy(Qt::NoFocus);
+        heading->setAttribute(Qt::WA_TransparentForMouseEvents);
+        return heading;
+    }
+    auto* const showPage = new QAction(application.icon, menuText(application.name), this);
+    constexpr int mostKeys = 9;
+    if (actions().size() < mostKeys)
+        showPage->setShortcut(Qt::CTRL + Qt::Key_1 + actions().size());
+    addAction(showPage);
+    const QString key = showPage->shortcut().toString(QKeySequence::NativeText);
+    const QString tip = tr("Show this application");
+    heading->setToolTip(
+        Utilities::ModelViews::toolTipText(key.isEmpty() ? tip : tr("%1 (%2)").arg(tip, key)));
+    connect(heading, &QPushButton::clicked, showPage, &QAction::trigger);
+    connect(showPage, &QAction::triggered, this,
+            [this, identification = application.identification] { emit chosen(identification); });
+    return heading;
 }
 
 } // namespace Vantry

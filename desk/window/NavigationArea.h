@@ -1,13 +1,14 @@
 #pragma once
 
+#include <QIcon>
 #include <QScrollArea>
 
 class QVBoxLayout;
 
 namespace Vantry {
 
-// The control widgets of all applications, one below the other, each headed by its application's icon and
-// name. GUI thread.
+// The control widgets of all applications, one below the other, each below a heading with its application's
+// icon and name, which leads to the application. GUI thread.
 class NavigationArea : public QScrollArea
 {
     Q_OBJECT
@@ -15,10 +16,24 @@ class NavigationArea : public QScrollArea
 public:
     explicit NavigationArea(QWidget* parent = nullptr);
 
-    // The widget becomes a child.
-    void addControl(const QIcon& icon, const QString& name, QWidget* control);
+    struct Application
+    {
+        QString identification;
+        QIcon icon;
+        QString name;
+        QWidget* control = nullptr; // becomes a child, if there is one
+        bool hasPage = false;       // to which its heading leads
+    };
+
+    // What leads to an application with a page is among the actions of this widget, too, with a key.
+    void addApplication(const Application& application);
+
+signals:
+    void chosen(const QString& identification);
 
 private:
+    QWidget* makeHeading(const Application& application);
+
     QVBoxLayout* layout; // of the scrolled widget
 };
 

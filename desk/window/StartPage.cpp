@@ -35,8 +35,8 @@ StartPage::StartPage(QWidget* parent) : QScrollArea(parent), recent(new QWidget)
     setWidgetResizable(true);
     setFocusPolicy(Qt::NoFocus);
 
-    auto* const open =
-        new QCommandLinkButton(tr("&Open Configuration Files..."), tr("JSON, INI, XML and text files"));
+    auto* const open = new QCommandLinkButton(tr("&Open Configuration Files..."),
+                                              tr("INI, JSON, TOML, XML, YAML and text files"));
     open->setObjectName(QStringLiteral("startOpen"));
     open->setIcon(style()->standardIcon(QStyle::SP_DialogOpenButton));
     connect(open, &QCommandLinkButton::clicked, this, &StartPage::chooseRequested);

@@ -123,11 +123,13 @@ void WindowPicture::openTrees()
 
 void WindowPicture::draw()
 {
-    const QString problem = write(window.grab().toImage(), file);
-    if (!problem.isEmpty())
-        std::fprintf(stderr, "vantry-desk: the picture could not be written to %s: %s\n",
-                     qUtf8Printable(file), qUtf8Printable(problem));
-    QCoreApplication::exit(problem.isEmpty() ? 0 : 1);
+    QStringList problems = window.getFileProblems();
+    const QString fault = write(window.grab().toImage(), file);
+    if (!fault.isEmpty())
+        problems += QStringLiteral("the picture could not be written to %1: %2").arg(file, fault);
+    for (const QString& problem : problems)
+        std::fprintf(stderr, "vantry-desk: %s\n", qUtf8Printable(problem));
+    QCoreApplication::exit(problems.isEmpty() ? 0 : 1);
 }
 
 } // namespace Vantry

@@ -34,6 +34,8 @@ QByteArray presentContent(const std::string& type)
         return "<r a='1'>\n  <k>text</k><k/>\n</r>\n";
     if (type == "toml")
         return "# kept\nk = 'text'\n[a]\nb = 1\n[[t]]\n";
+    if (type == "yaml")
+        return "# kept\nk: 'text'\na:\n  b: 1\nl:\n- 1\n- c: x\n";
     if (type == "ini")
         return "; kept\nk = text\n[a]\nb = 1\n[a.c]\n";
     return "# kept\nk = text\na.b = 1\n";

@@ -20,7 +20,7 @@ constexpr std::string_view copyEndings =
     "bak old orig save dpkg-old dpkg-dist dpkg-new rpmsave rpmnew rpmorig";
 
 // Of sources and texts that may look like a format which is known here.
-constexpr std::string_view foreignEndings = "yaml yml md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
+constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts tsx jsx rb pl "
                                             "lua c h cc cpp cxx hpp go rs java kt cs php "
                                             "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 

@@ -6,6 +6,7 @@
 #include "repository/documents/toml/TomlFormat.h"
 #include "repository/documents/txt/TxtFormat.h"
 #include "repository/documents/xml/XmlFormat.h"
+#include "repository/documents/yaml/YamlFormat.h"
 
 #include <algorithm>
 
@@ -40,7 +41,8 @@ struct FormatTable
     const XmlFormat xml;
     const TxtFormat txt{"txt", getGenericDialect("txt")};
     const TomlFormat toml;
-    const std::vector<const Format*> formats{&ini, &json, &xml, &txt, &toml};
+    const YamlFormat yaml;
+    const std::vector<const Format*> formats{&ini, &json, &xml, &txt, &toml, &yaml};
     std::vector<std::unique_ptr<const Format>> dialects;
     std::vector<std::string> types;
     std::vector<std::string> dialectTypes;

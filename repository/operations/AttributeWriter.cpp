@@ -152,7 +152,10 @@ Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
         isHidden = isKnown && !node->isReadable();
         return isKnown ? change(transaction, *node, value) : Outcome();
     });
-    return isKnown ? Refusals::notSet(std::move(outcome), path, value, isHidden) : refuseUnknown(path, value);
+    if (isKnown)
+        return Refusals::notSet(std::move(outcome), path, value, isHidden);
+    const auto element = value.userType() == QMetaType::QString ? ListElement::at(path) : std::nullopt;
+    return element ? writeElement(*element, path, value) : refuseUnknown(path, value);
 }
 
 Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value)

@@ -40,11 +40,11 @@ private slots:
         const QImage other = picture({QStringLiteral("other.ini")});
         QCOMPARE(other.size(), good.size());
         QVERIFY2(other != good, "the content of the file is not seen");
-        const QImage withProblem = picture({QStringLiteral("good.json"), QStringLiteral("broken.json")});
+        const QImage withProblem = picture({QStringLiteral("good.json"), QStringLiteral("broken.json")}, 1);
         QCOMPARE(withProblem.size(), good.size());
         QVERIFY2(withProblem != good, "the broken file is not told");
         QVERIFY2(picture({QStringLiteral("good.json")}) == good, "the same call draws something else");
-        const QImage large = picture({QStringLiteral("good.json")}, QStringLiteral("2"));
+        const QImage large = picture({QStringLiteral("good.json")}, 0, QStringLiteral("2"));
         QCOMPARE(large.size(), good.size() * 2);
         const QImage withoutFile = picture({});
         QCOMPARE(withoutFile.size(), good.size());
@@ -88,6 +88,9 @@ private slots:
         row("picture without a name", "--picture", "", 2, "", "picture");
         row("picture with an empty name", "--picture=", "", 2, "", "picture");
         row("unknown option with a picture", "--picture a.png --bogus", "", 2, "", "bogus");
+        row("picture without a file", "--picture a.png none.ini", "", 1, "", "none.ini: .*[Nn]o such file");
+        row("picture of a broken file", "--picture a.png broken.json good.json", "", 1, "",
+            "broken.json:1:7: ");
         row("picture in no folder", "--picture none/a.png", "", 1, "", "none/a.png: .*[Nn]o such file");
         row("picture over a folder", "--picture folder.png", "", 1, "", "folder.png: .+");
         row("picture of no kind", "--picture a.xyz", "", 1, "", "a.xyz: .*\\.png");
@@ -142,13 +145,13 @@ private:
     }
 
     // Null when there is none.
-    QImage picture(const QStringList& files, const QString& scale = QStringLiteral("1")) const
+    QImage picture(const QStringList& files, int code = 0, const QString& scale = QStringLiteral("1")) const
     {
         const QString out = inFolder("out.png");
         QFile::remove(out);
         const Run result = run(QStringList{QStringLiteral("--picture"), out} + files,
                                {QLatin1String("QT_SCALE_FACTOR=") + scale});
-        return result.code == 0 ? QImage(out, "PNG") : QImage();
+        return result.code == code ? QImage(out, "PNG") : QImage();
     }
 
     std::unique_ptr<QTemporaryDir> folder;

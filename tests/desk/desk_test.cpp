@@ -1,4 +1,5 @@
 #include "desk/plugins/GuiContext.h"
+#include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/Columns.h"
@@ -20,6 +21,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QStandardPaths>
 #include <QTableView>
 #include <QTextBrowser>
@@ -370,6 +372,43 @@ private slots:
         QVERIFY2(application && application->getWidgetByType(Utilities::ApplicationWidgetType::Main),
                  qPrintable(reason));
         library.dropApplication(context, library.getIdentifications().front());
+    }
+
+    void leadsToEveryApplication()
+    {
+        const QDir plugins(folder->path("plugins"));
+        QVERIFY(plugins.mkpath(QStringLiteral(".")));
+        QVERIFY(QFile::copy(QStringLiteral(FAULTY_PLUGIN), plugins.filePath(QStringLiteral("R&D.so"))));
+        open({});
+        desk.reset();
+
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder->path("settings"));
+        const auto repository = Repository::AttributeRepository::create();
+        Utilities::SetAppConfigRepositoryInterface(repository);
+        Vantry::PluginLoader loader{Vantry::PluginTrial(QStringLiteral(VANTRY_DESK))};
+        loader.load(QStringList{plugins.path(), QFileInfo(QStringLiteral(VANTRY_MODULE)).path()});
+        {
+            MainWindow window(repository, loader, {folder->path("plant.json")});
+            QVERIFY(TestSupport::showActive(window));
+            const auto* const area = window.findChild<QStackedWidget*>(QStringLiteral("workArea"));
+            const auto* const tree = window.findChild<QTreeView*>(QStringLiteral("treeView"));
+            const auto isOwnShown = [&] { return area->currentWidget()->isAncestorOf(tree); };
+            QTRY_VERIFY2(isOwnShown(), "another plug-in hides the page of the files");
+
+            auto* const other = window.findChild<QPushButton*>(QStringLiteral("heading_R&D"));
+            QCOMPARE(other->text(), QStringLiteral("R&&D"));
+            QTest::mouseClick(other, Qt::LeftButton);
+            QTRY_VERIFY(!isOwnShown());
+            QVERIFY(TestSupport::pressKey(QStringLiteral("ctrl+2")));
+            QTRY_VERIFY(isOwnShown());
+            other->setFocus(Qt::TabFocusReason);
+            QVERIFY(TestSupport::pressKey(QStringLiteral("space")));
+            QTRY_VERIFY(!isOwnShown());
+            QVERIFY(TestSupport::pressKey(QStringLiteral("F9"))); // hides the area, and its headings
+            QVERIFY(TestSupport::pressKey(QStringLiteral("ctrl+2")));
+            QTRY_VERIFY(isOwnShown());
+        }
+        Utilities::SetAppConfigRepositoryInterface({});
     }
 
     void showsWhyAPluginIsRefused()

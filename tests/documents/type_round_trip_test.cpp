@@ -211,6 +211,10 @@ private slots:
             "import tomllib\n"
             "v = tomllib.load(open(file, 'rb'))['root']\n"
             "print(v['v7'], v['v15'], v['v36'])\n");
+        row("yaml", "yaml",
+            "import yaml\n"
+            "v = yaml.safe_load(open(file, 'rb'))['root']\n"
+            "print(v['v7'], v['v15'], v['v36'])\n");
         row("ini", "ini",
             "import configparser\n"
             "c = configparser.RawConfigParser()\n"

@@ -182,6 +182,8 @@ private slots:
     {
         QVERIFY(mount(text("m")));
         create(text("m.a"), 1);
+        create(text("m.g.b"), 1);
+        create(text("m.g.c"), 1);
         repository->getBackendInterface()->saveBackend(text("m"));
         AttributeTreeViewModel model;
         model.resetModel(text("m"));
@@ -197,10 +199,27 @@ private slots:
         QVERIFY(icon() != saved);
         QVERIFY(root(Qt::ToolTipRole).toString().contains(text("not saved")));
         QCOMPARE(root(Qt::DisplayRole).toString(), text("m"));
+
+        // So does the attribute, and what is above it, in files of which that can be known.
+        const auto marked = [&] {
+            QStringList paths;
+            for (const char* path : {"m.a", "m.g", "m.g.b", "m.g.c"}) {
+                const QModelIndex item = model.indexFromPath(text(path));
+                if (item.data(Qt::AccessibleTextRole).toString().contains(mark))
+                    paths.append(text(path));
+            }
+            return paths;
+        };
+        QTRY_COMPARE(marked(), QStringList(text("m.a")));
+        QCOMPARE(repository->getWriterInterface()->writeAttributeValue(text("m.g.c"), 2, 15), 0);
+        QTRY_COMPARE(marked(), (QStringList{text("m.a"), text("m.g"), text("m.g.c")}));
+        QVERIFY(repository->getChangesInterface()->revert(text("m.a")).ok());
+        QTRY_COMPARE(marked(), (QStringList{text("m.g"), text("m.g.c")}));
         changes.clear();
         QVERIFY(repository->getBackendInterface()->saveBackend(text("m")));
         QTRY_COMPARE(icon(), saved);
-        QCOMPARE(changes.count(), 1);
+        QCOMPARE(marked(), QStringList());
+        QCOMPARE(changes.count(), 3);
         QVERIFY(!root(Qt::AccessibleTextRole).toString().contains(mark));
     }
 

@@ -62,6 +62,18 @@ class InstalledTree(unittest.TestCase):
         moved.rename(PLUGINS)
         self.assertNotEqual(picture.read_bytes(), empty.read_bytes(), "the plug-in in its folder was not loaded")
 
+    def test_completion(self):
+        complete = """source $0; cd $1; compopt() { :; }; COMP_WORDS=($2); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+            COMP_LINE=$2 COMP_POINT=${#2} "$3"; echo "${COMPREPLY[@]}" """
+        folder = TREE / "share/bash-completion/completions"
+        file("completed.ini", INI)
+        for line, expected in (("vantry get completed.ini pump.sp", "pump.speed"), ("vantry-desk --saf", "--safe"),
+                               ("vantry-desk --plugin-dir tre", "tree"), ("vantry-desk compl", "completed.ini")):
+            program = line.split()[0]
+            said = run("bash", "-c", complete, folder / program, SCRATCH, line, "_" + program.replace("-", "_"),
+                       PATH=f"{TREE}/bin:{os.environ['PATH']}")
+            self.assertEqual(said.strip(), expected)
+
     def test_program_with_the_repository(self):
         program = build(TREE / "share/vantry/examples/watch_and_save") / "watch_and_save"
         ini = file("watched.ini", INI)
@@ -94,7 +106,7 @@ class InstalledTree(unittest.TestCase):
 
         program = SCRATCH / "by_pkg_config"
         source = TREE / "share/vantry/examples/watch_and_save/main.cpp"
-        run("c++", "-std=c++17", *flags("--cflags", "vantry"), source, "-o", program, *flags("--libs", "vantry"))
+        run("c++", "-std=c++17", "-fPIC", *flags("--cflags", "vantry"), source, "-o", program, *flags("--libs", "vantry"))
         ini = file("packaged.ini", INI)
         said = run(program, "ini", ini, "*", "pump.name", "right", LD_LIBRARY_PATH=str(TREE / "lib"))
         self.assertEqual(said, "app.pump.name is right\n")

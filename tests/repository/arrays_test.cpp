@@ -32,6 +32,8 @@ class ArraysTest : public TestSupport::RepositoryTest
             return create(path, value, 3, createBefore);
         if (what == QLatin1String("write"))
             return write(path, value);
+        if (what == QLatin1String("retype"))
+            return repository->getWriterInterface()->retype(path, value);
         if (what == QLatin1String("remove"))
             return remove(path);
         return what == QLatin1String("move") ? move(path, text) : copy(path, text);
@@ -48,6 +50,7 @@ private slots:
         line("insert m.hosts.0 c", "\"a\"", "\"c\",\n    \"a\"");
         line("insert m.hosts.1 5", "\"\\u0062\"", "5,\n    \"\\u0062\"");
         line("write m.hosts.0 c", "\"a\"", "\"c\"");
+        line("retype m.hosts.0 c", "\"a\"", "\"c\"");
         line("remove m.hosts.0", "    \"a\", // first\n", "");
         line("create m.n.3 c", "[true]}]", "[true]}, \"c\"]");
         line("insert m.n.1 c", "2.50", "\"c\", 2.50");

@@ -234,7 +234,7 @@ private slots:
     {
         const auto row = TestSupport::columns<QString, QString, QString, int, QString>("type", "name", "file",
                                                                                        "access", "reason");
-        row("type", "yaml", "x", "good.ini", 3, "unknown backend type 'yaml'");
+        row("type", "yml", "x", "good.ini", 3, "unknown backend type 'yml'");
         row("dialect", "ini:got", "x", "good.ini", 3, "valid types: ini:git");
         row("empty name", "ini", "..", "good.ini", 3, "a backend's name is");
         row("semicolon", "ini", "a;b", "good.ini", 3, "a backend's name is");

@@ -128,6 +128,17 @@ private slots:
         row("xml: new ones that need each other", "xml", "<r>\n  <k>1</k>\n</r>\n",
             "r.a:i.@xmlns:a = u|r.m.#text = t|r.m.b = 5", "<r>\n  <k>2</k>\n</r>\n",
             "<r>\n  <k>2</k>\n  <a:i xmlns:a=\"u\"/>\n  <m>t <b>5</b></m>\n</r>\n");
+        const QByteArray y("# top\na: 1 # of a\nb:\n  # x\n  x: 1\n  y: 2\nn:\n- 10\n- 20\n- 30\n");
+        row("yaml: both sides' values", "yaml", y, "b.x = 7", with(y, "y: 2", "y: 3"),
+            with(with(y, "x: 1", "x: 7"), "y: 2", "y: 3"));
+        row("yaml: keeps their order and looks", "yaml", y, "a = 5",
+            "{b: {y: 2, x: 1}, a: 1, n: [10, 20, 30]}", "{b: {y: 2, x: 1}, a: 5, n: [10, 20, 30]}");
+        row("yaml: subtree gone here, grown there", "yaml", y, "- b", with(y, "y: 2", "y: 2\n  z: 3"),
+            with(y, "  x: 1\n  y: 2\n", "  z: 3\n"));
+        row("yaml: array longer there, value here", "yaml", y, "n.1 = 21", y + "- 40\n",
+            with(y, "20", "21") + "- 40\n");
+        row("yaml: beside an anchor", "yaml", "a: &x {k: 1}\nb: *x\nc: 1\n", "c = 2",
+            "a: &x {k: 3}\nb: *x\nc: 1\n", "a: &x {k: 3}\nb: *x\nc: 2\n");
         row("toml: both sides' values", "toml", "[a]\nx = 0x01 # c\ny = 2\n", "a.x = 3",
             "[a]\nx = 0x01 # c\n\n# of y\ny = 4\n", "[a]\nx = 0x03 # c\n\n# of y\ny = 4\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),

@@ -7,6 +7,8 @@
 #include <QFile>
 #include <QJsonDocument>
 
+#include <cmath>
+
 using namespace FrameworkCore::AppConfig;
 using Repository::AttributeRepository;
 
@@ -55,10 +57,14 @@ QString firstDifference(const Content& actual, const Content& expected)
                                             content[path].toString().left(80)
                                       : QStringLiteral("nothing");
     };
+    // Nothing is the same as "not a number", itself included.
+    const auto isSame = [](const QVariant& a, const QVariant& b) {
+        const bool areNoNumbers = std::isnan(a.toDouble()) && std::isnan(b.toDouble());
+        return a.userType() == b.userType() && (a == b || areNoNumbers);
+    };
     const QStringList paths = actual.keys() + expected.keys();
     for (const QString& path : paths) {
-        if (!actual.contains(path) || !expected.contains(path) || actual[path] != expected[path] ||
-            actual[path].userType() != expected[path].userType())
+        if (!actual.contains(path) || !expected.contains(path) || !isSame(actual[path], expected[path]))
             return QStringLiteral("%1: %2 instead of %3").arg(path, show(actual, path), show(expected, path));
     }
     return {};

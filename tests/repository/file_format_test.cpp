@@ -35,6 +35,8 @@ private slots:
         row("Pipfile.lock", "k = 1", "json");
         row("Cargo.lock", "{}", "toml");
         row("a.toml~", "{}", "toml");
+        row("a.YML", "k = 1", "yaml");
+        row(".clang-format", "k = 1", "yaml");
         row("flake.lock.orig~", "k = 1", "json");
         row("other.lock", "k = 1", "ini");
         // Others make it likely.
@@ -87,7 +89,6 @@ private slots:
         row("README", "[![a](b)](c)\nk = 1\n", "");
         row("settings", "k = 1\n[a]\nb : c\nd\n", "ini");
         row("settings", "k = 1\n  more\n", "ini");
-        row("a.yaml", "k = 1\n", "");
         row("a.py", "k = 1\n", "");
         // Dialects.
         row("a.gitconfig", "", "ini:git");

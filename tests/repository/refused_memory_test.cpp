@@ -93,6 +93,8 @@ class RefusedMemoryTest : public QObject
                    "</g>\n</r>\n";
         if (type == "toml")
             return "a = 1\n\n[g]\nlong = \"a long value of a text that is on the heap\"\nb = [\"x\"]\n";
+        if (type == "yaml")
+            return "a: 1\n\ng:\n  long: \"a long value of a text that is on the heap\"\n  b: [x]\n";
         return "a = 1\ng.long = a long value of a text that is on the heap\ng.b = x\n";
     }
 

@@ -56,6 +56,7 @@ QStringList commentsIn(const QByteArray& bytes, const QString& type)
         {QStringLiteral("ini"), QStringLiteral("^[ \t]*[;#].*$")},
         {QStringLiteral("txt"), QStringLiteral("^[ \t]*[#!].*$")},
         {QStringLiteral("toml"), QStringLiteral("^[ \t]*#.*$")},
+        {QStringLiteral("yaml"), QStringLiteral("^[ \t]*#.*$")},
         {QStringLiteral("json"), QStringLiteral("(^|[ \t])//.*$|/\\*[^\"]*?\\*/")},
         {QStringLiteral("xml"), QStringLiteral("<!--.*?-->|<\\?(?!xml |vantry ).*?\\?>")}};
     const auto options =
@@ -123,12 +124,17 @@ private slots:
         row("tables", "toml",
             "# of the file\n\n# of x\na.x = 0x1F # after\n\n# of b\n[b]\nl = [\n  'p', # of p\n  \"q\",\n]\n"
             "[b.c]\n# inside\ny = 1e5\n\n# of t\n[[t]]\nk = { z = 1 }\n[[t]]\nk = \"\"\"m\"\"\"\n");
+        row("blocks", "yaml",
+            "# of the file\n\n# of x\na:\n  x: 0x1F # after\n\n# of b\nb:\n  l:\n  - p # of p\n  - \"q\"\n  "
+            "c:\n"
+            "    # inside\n    y: 1e5\n\n# of t\nt:\n- k: {z: 1}\n- k: |\n    m\n");
         const QVector<QPair<const char*, const char*>> kinds{
             {"ini", "ini"},
             {"txt", "txt"},
             {"json", "json"},
             {"xml", "xml"},
             {"toml", "toml"},
+            {"yaml", "yaml"},
             {"ini:git", "ini-dialects/git-config"},
             {"ini:desktop", "ini-dialects/desktop"},
             {"ini:systemd", "ini-dialects/systemd"},
@@ -237,6 +243,14 @@ private slots:
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n",
             "# of s\n[s]\n# in s\na = 0x10\n\n# of u\n[s.u]\nb = 'q'\n\n# of s\n[t]\n# in s\na = 0x10\n\n"
             "# of u\n[t.u]\nb = 'q'\n");
+        row("yaml: key", "yaml", "m.a.b", "m.a.c", true, "a:\n  'b' : 0x1F # d\n", "a:\n  'c' : 0x1F # d\n");
+        row("yaml: move", "yaml", "m.s.b", "m.t.c", true,
+            "s:\n  a: 1\n\n  # of b\n  # too\n  b: # in b\n  - 1.0 # after\n\nt:\n    x: 1\n# end\n",
+            "s:\n  a: 1\n\n\nt:\n    x: 1\n    # of b\n    # too\n    c: # in b\n    - 1.0 # after\n# end\n");
+        row("yaml: copy", "yaml", "m.s", "m.t", false,
+            "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# end\n",
+            "# of s\ns:\n  # in s\n  a: 0x10\n\n  u: 'q'\n# of s\nt:\n  # in s\n  a: 0x10\n\n  u: 'q'\n\n# "
+            "end\n");
         row("ini: key", "ini", "m.s.a", "m.s.b", true, "[s]\n; c\na   =  0x10 ; d\nz=1\n",
             "[s]\n; c\nb   =  0x10 ; d\nz=1\n");
         row("ini: section", "ini", "m.s", "m.t", true, "[s]\na=1\n\n[s.u] ; c\na=2\n\n[su]\na=3\n",

@@ -148,7 +148,7 @@ private slots:
             QCOMPARE(saved("i"), QByteArray("[s]\nk=1\n"));
         };
         refused(QStringLiteral("i"), "json", "{\n  \"a\" 5}", BackendFailure, "line 2, column 7");
-        refused(QStringLiteral("i"), "yaml", "", BackendFailure, "unknown backend type 'yaml'");
+        refused(QStringLiteral("i"), "yml", "", BackendFailure, "unknown backend type 'yml'");
         refused(QString(), "json", "5", InvalidPath, "needs a path");
         refused(QString(), "json", "{\"i\": {\"new\": 1}, \"internal\": {\"x\": 1}}", NotWritable,
                 "'internal.x'");

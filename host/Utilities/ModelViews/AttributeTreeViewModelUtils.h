@@ -45,6 +45,10 @@ public:
     // log.
     bool copyAttribute(const QString& source, const QString& target) const;
 
+    // Gives the attribute and all below it another path, which is not there yet, or that of an element of the
+    // same array; why it was refused is in the log.
+    bool moveAttribute(const QString& source, const QString& target) const;
+
     // Write the attribute and all below it into a file, with paths relative to the given one: as nested json,
     // or as lines "path = value". A failure leaves a file that was there as it was, and the error text says
     // why for the person.

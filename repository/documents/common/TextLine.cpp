@@ -125,4 +125,16 @@ std::string alignedSeparator(std::string_view separator, std::size_t siblingSize
     return std::string(padding, ' ') + std::string(separator.substr(blanks));
 }
 
+std::size_t findCommentsAbove(std::string_view lead)
+{
+    std::size_t begin = lead.size();
+    while (begin > 0) {
+        const std::size_t line = begin < 2 ? 0 : lead.rfind('\n', begin - 2) + 1;
+        if (isBlankLine(textLineAt(lead, line).content))
+            break;
+        begin = line;
+    }
+    return begin;
+}
+
 } // namespace Repository::Documents

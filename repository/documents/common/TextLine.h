@@ -33,6 +33,9 @@ std::string_view trimBlanks(std::string_view text);
 std::size_t indentOf(std::string_view content);
 bool isBlankLine(std::string_view content);
 
+// Where, in lines of blanks and comments, those begin that no blank line separates from what follows.
+std::size_t findCommentsAbove(std::string_view lead);
+
 // True for a line whose last character is a backslash that is not itself written by one before it.
 bool endsInBackslash(std::string_view content);
 

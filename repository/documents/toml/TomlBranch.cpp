@@ -1,6 +1,6 @@
 #include "repository/documents/toml/TomlBranch.h"
 
-#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/BranchGrowth.h"
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -9,7 +9,6 @@
 #include "repository/documents/toml/TomlValue.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace Repository::Documents {
 
@@ -18,22 +17,6 @@ namespace {
 bool isTableBranch(const TomlBranch& branch)
 {
     return !branch.isArray && (!branch.value || !branch.children.empty());
-}
-
-// The elements of an array by their indexes, whatever order they came in.
-void sortElements(TomlBranch& branch)
-{
-    if (branch.isArray)
-        std::sort(branch.children.begin(), branch.children.end(),
-                  [](const TomlBranch& a, const TomlBranch& b) {
-                      return readIndex(a.key).value_or(0) < readIndex(b.key).value_or(0);
-                  });
-    for (TomlBranch& child : branch.children)
-        sortElements(child);
-    if (branch.isArray) {
-        for (TomlBranch& child : branch.children)
-            child.key.clear();
-    }
 }
 
 } // namespace
@@ -65,35 +48,7 @@ std::string tomlKeyOf(std::string_view component, std::string& error)
 
 std::string growTomlBranch(const std::vector<Entry>& entries, TomlBranch& branch)
 {
-    const ArrayGroups arrays(entries);
-    std::string error;
-    branch.isArray = arrays.contain({});
-    // By path, where in its parent each branch is; a branch may move while others are added beside it.
-    std::unordered_map<std::string_view, std::unordered_map<std::string_view, std::size_t>> places;
-    for (const Entry& entry : entries) {
-        TomlBranch* at = &branch;
-        const std::string_view path = entry.path;
-        for (std::size_t begin = 0; !path.empty() && begin <= path.size();) {
-            const std::size_t end = std::min(path.find('.', begin), path.size());
-            const std::string_view component = path.substr(begin, end - begin);
-            auto& siblings = places[path.substr(0, begin)];
-            const auto [place, isNew] = siblings.try_emplace(component, at->children.size());
-            if (isNew) {
-                TomlBranch child;
-                child.isArray = arrays.contain(path.substr(0, end));
-                child.key = at->isArray ? std::string(component) : tomlKeyOf(component, error);
-                at->children.push_back(std::move(child));
-            }
-            at = &at->children[place->second];
-            begin = end + 1;
-        }
-        if (entry.value.type != Type::Group)
-            at->value = &entry.value;
-        if (!error.empty())
-            return error;
-    }
-    sortElements(branch);
-    return error;
+    return growBranch(entries, branch, tomlKeyOf);
 }
 
 std::string joinTomlKey(const std::string& path, const std::string& part)

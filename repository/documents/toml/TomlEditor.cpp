@@ -27,18 +27,6 @@ bool hasComment(std::string_view text)
 
 } // namespace
 
-std::size_t findTomlComments(std::string_view lead)
-{
-    std::size_t begin = lead.size();
-    while (begin > 0) {
-        const std::size_t line = begin < 2 ? 0 : lead.rfind('\n', begin - 2) + 1;
-        if (isBlankLine(textLineAt(lead, line).content))
-            break;
-        begin = line;
-    }
-    return begin;
-}
-
 std::size_t keyBegin(std::string_view text, bool isHeader)
 {
     const std::size_t at = skipTomlBlanks(text, 0);
@@ -111,7 +99,7 @@ void TomlEditor::remove(NodeId id, bool withComments)
         std::string_view above = tree.leadOf(first);
         above = isTagged ? withoutTags(above) : above;
         if (withComments)
-            above = above.substr(0, findTomlComments(above));
+            above = above.substr(0, findCommentsAbove(above));
         const std::string lead(above);
         StatementId next = tree.statement(first).next;
         for (removeStatement(gone[i++]); i < gone.size() && gone[i] == next; removeStatement(gone[i++]))

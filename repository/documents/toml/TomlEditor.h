@@ -50,9 +50,6 @@ private:
     TomlTree& tree;
 };
 
-// Where, in what is above a statement, the comments begin that are right above it.
-std::size_t findTomlComments(std::string_view lead);
-
 // Where the key of a statement begins.
 std::size_t keyBegin(std::string_view text, bool isHeader);
 

@@ -344,7 +344,7 @@ void TomlInsertion::insertLines(StatementId after, NodeId block, std::string tex
     if (next != noStatement && tree.statement(next).isHeader && (isFirst || isHeader)) {
         // What is at the beginning of the file stays there, but for the comments of the first header.
         const std::string lead(tree.leadOf(next));
-        const std::size_t own = isFirst ? findTomlComments(lead) : 0;
+        const std::size_t own = isFirst ? findCommentsAbove(lead) : 0;
         text.insert(0, lead.substr(0, own));
         const bool needsBlank = !beginsWithBlankLine(std::string_view(lead).substr(own)) &&
                                 (isFirst || beginsWithBlankLine(text));

@@ -1,77 +1,17 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
-#include <string>
+#include "repository/documents/common/BracketItems.h"
+
 #include <string_view>
-#include <vector>
 
 namespace Repository::Documents {
 
-// The elements of an array or the members of an inline table, as they lie between its brackets, to be edited
-// there: a new one looks like its neighbours, a removed one takes its line along, with the comment on it.
-class TomlItems
+// The elements of an array or the members of an inline table.
+class TomlItems : public BracketItems
 {
 public:
-    struct Item
-    {
-        std::size_t begin;
-        std::size_t end;
-        std::size_t comma; // npos after the last one, mostly
-    };
-
     // The text begins with the opening bracket and ends with the closing one.
     TomlItems(std::string_view bracketed, std::string_view fileLineEnd);
-
-    std::size_t count() const { return items.size(); }
-    std::string_view item(std::size_t index) const;
-    const std::vector<Item>& getItems() const { return items; }
-
-    // The edits to apply to the text; one that inserts or removes must be the only one of its kind.
-    void replace(std::size_t index, std::string replacement);
-    void insert(std::size_t index, const std::vector<std::string>& inserted);
-    void remove(std::size_t from, std::size_t count);
-
-    // Gives an item another index. Of items on lines of their own, the comments right above and on the line
-    // go along; any other comment stays where it is.
-    void move(std::size_t from, std::size_t to);
-
-    std::string apply() const;
-
-private:
-    struct Edit
-    {
-        std::size_t begin;
-        std::size_t end;
-        std::string text;
-    };
-
-    static constexpr std::size_t npos = std::string_view::npos;
-
-    // What lies on the lines of an item besides itself and the comma after it.
-    struct Surroundings
-    {
-        std::size_t above; // where the comments that are right above it begin
-        std::size_t tail;  // after the comma
-        std::size_t end;   // of its line, without the line end
-    };
-
-    bool isTable() const { return text[0] == '{'; }
-    std::optional<Surroundings> surroundingsOf(std::size_t index) const;
-    std::size_t lineTail(std::size_t at) const;
-    bool beginsLine(std::size_t index) const;
-    std::string indentationOf(std::size_t index) const;
-    std::string separator() const;
-    void fill(const std::vector<std::string>& inserted);
-    void insertLines(std::size_t index, const std::vector<std::string>& inserted);
-    void insertInLine(std::size_t index, const std::vector<std::string>& inserted);
-    void removeInLine(std::size_t from, std::size_t last);
-    void removeLines(std::size_t from, std::size_t last);
-
-    std::string_view text;
-    std::string_view lineEnd;
-    std::vector<Item> items;
-    std::vector<Edit> edits;
 };
 
 } // namespace Repository::Documents

@@ -119,7 +119,7 @@ std::optional<Excerpt> TomlSubtrees::ofStatements(NodeId id, NodeId named) const
     const std::vector<StatementId> statements = TomlEditor(file).statementsOf(id);
     const TomlStatement& first = tree.statement(statements.front());
     const std::string_view lead = tree.leadOf(statements.front());
-    found.above = lead.substr(findTomlComments(lead));
+    found.above = lead.substr(findCommentsAbove(lead));
     const std::string_view line = tree.text(first.begin, first.end);
     found.indentation = line.substr(0, skipTomlBlanks(line, 0));
     for (const StatementId statement : statements) {

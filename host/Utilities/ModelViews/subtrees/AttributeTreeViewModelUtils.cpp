@@ -183,6 +183,25 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
         .ok();
 }
 
+bool AttributeTreeViewModelUtils::moveAttribute(const QString& source, const QString& target) const
+{
+    const auto repository = attributes;
+    const auto transfer = transferOf(repository);
+    if (!transfer) {
+        logFailure(tr("'%1' is not moved: this repository moves nothing").arg(source));
+        return false;
+    }
+    return TransferWindow::run(
+               tr("Moving %1 to %2").arg(source, target),
+               [&](TransferReport&) {
+                   const auto step =
+                       beginStep(*repository, tr("Move %1").arg(FrameworkCore::AppConfig::nameOf(source)));
+                   return transfer->moveTree(source, target);
+               },
+               TransferWindow::Cancelling::Impossible)
+        .ok();
+}
+
 bool AttributeTreeViewModelUtils::exportAttributeToJson(const QString& fileName, const QString& path,
                                                         QString& errorText) const
 {

@@ -68,6 +68,14 @@ QSet<QString> AttributeTreeCells::setUnsavedRoots(const QStringList& paths)
     return (before - unsavedRoots) + (unsavedRoots - before);
 }
 
+QSet<QString> AttributeTreeCells::setUnsavedPaths(const QSet<QString>& paths)
+{
+    if (paths == unsavedPaths)
+        return {};
+    const QSet<QString> before = std::exchange(unsavedPaths, paths);
+    return (before - unsavedPaths) + (unsavedPaths - before);
+}
+
 AttributeTreeCells::NodeInformation AttributeTreeCells::informationOf(const QString& path) const
 {
     return tree ? tree->getNodeInformation(path) : NodeInformation();
@@ -126,11 +134,11 @@ const QIcon& AttributeTreeCells::iconOf(const QString& path) const
             icon = loadIcon(QLatin1String(name));
         return icon;
     };
-    if (isUnsavedRoot(path))
-        return loaded(unsavedIcon, "backend_unsaved");
     if (isBackendRoot(path))
-        return loaded(backendIcon, "backend");
-    return loaded(attributeIcon, "attribute");
+        return isUnsaved(path) ? loaded(unsavedBackendIcon, "backend_unsaved")
+                               : loaded(backendIcon, "backend");
+    return isUnsaved(path) ? loaded(unsavedAttributeIcon, "attribute_unsaved")
+                           : loaded(attributeIcon, "attribute");
 }
 
 QVariant AttributeTreeCells::fontOf(const QString& path) const
@@ -169,7 +177,7 @@ QString AttributeTreeCells::accessibleName(const QString& name, const QString& p
     QStringList parts{name};
     if (isBackendRoot(path))
         parts.append(tr("backend"));
-    if (isUnsavedRoot(path))
+    if (isUnsaved(path))
         parts.append(tr("unsaved changes"));
     if (information.isAttribute && information.accessMode != AccessMode::ReadWrite)
         parts.append(accessText(information.accessMode));
@@ -196,7 +204,7 @@ QString AttributeTreeCells::toolTip(const QString& path) const
     } else if (!information.backend.isEmpty()) {
         lines.append(tr("Backend: %1").arg(information.backend));
     }
-    if (isUnsavedRoot(path))
+    if (isUnsaved(path))
         lines.append(tr("Holds changes that are not saved"));
     return toolTipText(lines.join(QLatin1Char('\n')));
 }

@@ -26,10 +26,15 @@ public:
     QSet<QString> setBackendNames(const QStringList& names);
     QSet<QString> setBackendPaths(const QStringList& paths);
 
+    // Give those that have become unsaved, or no longer are; the roots of backends are known sooner.
     QSet<QString> setUnsavedRoots(const QStringList& paths);
+    QSet<QString> setUnsavedPaths(const QSet<QString>& paths);
 
     bool isBackendRoot(const QString& path) const { return backendRoots.contains(path); }
-    bool isUnsavedRoot(const QString& path) const { return unsavedRoots.contains(path); }
+    bool isUnsaved(const QString& path) const
+    {
+        return unsavedRoots.contains(path) || unsavedPaths.contains(path);
+    }
 
     static QString accessText(FrameworkCore::AppConfig::AccessMode mode);
 
@@ -55,9 +60,11 @@ private:
     QStringList backendPaths;
     QSet<QString> backendRoots;
     QSet<QString> unsavedRoots;
+    QSet<QString> unsavedPaths;  // and all above them
     mutable QIcon attributeIcon; // loaded when first shown, since the application must exist by then
     mutable QIcon backendIcon;
-    mutable QIcon unsavedIcon;
+    mutable QIcon unsavedAttributeIcon;
+    mutable QIcon unsavedBackendIcon;
 };
 
 } // namespace Utilities::ModelViews

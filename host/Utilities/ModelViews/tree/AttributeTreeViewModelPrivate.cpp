@@ -52,6 +52,7 @@ bool AttributeTreeViewModel::Private::takeRepository()
         return false;
     cells.setRepository(repository);
     unsaved = std::make_unique<UnsavedBackends>(repository->getChangesInterface());
+    unsavedPaths = std::make_unique<UnsavedPaths>(repository);
     QObject::connect(unsaved.get(), &UnsavedBackends::looked, &model, [this] { followUnsaved(); });
     if (const auto notifications = repository->getNotificationInterface())
         backendWatch.watch(*notifications, repository->buildAttributePath({QStringLiteral("internal"),
@@ -259,8 +260,11 @@ void AttributeTreeViewModel::Private::followRoots()
 
 void AttributeTreeViewModel::Private::followUnsaved()
 {
-    if (!busy)
-        announceCells(cells.setUnsavedRoots(unsaved->getNames()));
+    if (busy)
+        return;
+    announceCells(cells.setUnsavedRoots(unsaved->getNames()));
+    unsavedPaths->follow(unsaved->getNames());
+    announceCells(cells.setUnsavedPaths(unsavedPaths->get()));
 }
 
 void AttributeTreeViewModel::Private::refreshSoon()

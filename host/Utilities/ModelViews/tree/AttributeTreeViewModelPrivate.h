@@ -5,6 +5,7 @@
 #include "host/Utilities/ModelViews/tree/AttributeTreeChanges.h"
 #include "host/Utilities/ModelViews/tree/AttributeTreeContents.h"
 #include "host/Utilities/UnsavedBackends.h"
+#include "host/Utilities/UnsavedPaths.h"
 
 #include <memory>
 #include <utility>
@@ -70,7 +71,8 @@ private:
     AttributeTreeChanges changes;
     AttributeTreeChanges backendWatch;
     std::unique_ptr<UnsavedBackends> unsaved; // none before there is a repository
-    QSet<QString> followedBackends;           // whose roots are in the contents already
+    std::unique_ptr<UnsavedPaths> unsavedPaths;
+    QSet<QString> followedBackends; // whose roots are in the contents already
     bool anyDue = false;
     bool busy = false;
     bool refreshWaits = false;

@@ -1,0 +1,493 @@
+#include "repository/documents/yaml/YamlBuilder.h"
+
+#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/yaml/YamlScalar.h"
+#include "repository/documents/yaml/YamlSpelling.h"
+#include "repository/documents/yaml/YamlTokens.h"
+#include "repository/documents/yaml/YamlTypes.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+namespace {
+
+std::uint32_t offset(std::size_t at)
+{
+    return static_cast<std::uint32_t>(at);
+}
+
+bool isCollection(YamlEvent::Kind kind)
+{
+    return kind == YamlEvent::Kind::MapStart || kind == YamlEvent::Kind::SequenceStart;
+}
+
+bool isEnd(YamlEvent::Kind kind)
+{
+    return kind == YamlEvent::Kind::MapEnd || kind == YamlEvent::Kind::SequenceEnd;
+}
+
+std::size_t propertiesEnd(const YamlEvent& event, std::size_t otherwise)
+{
+    if (!event.anchor.exists() && !event.tag.exists())
+        return otherwise;
+    return std::max(event.anchor.exists() ? event.anchor.end : 0, event.tag.exists() ? event.tag.end : 0);
+}
+
+std::size_t beginOf(const YamlEvent& event)
+{
+    return std::min({event.anchor.begin, event.tag.begin, event.token.begin});
+}
+
+} // namespace
+
+YamlBuilder::YamlBuilder(YamlTree& yamlTree)
+    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos)
+{
+}
+
+Outcome YamlBuilder::build()
+{
+    YamlNode stream;
+    stream.kind = YamlKind::Sequence;
+    stream.style = YamlStyle::Stream;
+    frames.emplace_back();
+    frames.back().id = tree.read(stream);
+    YamlReader reader(source());
+    for (YamlEvent event; reader.next(event);) {
+        Outcome outcome = take(event);
+        if (!outcome.ok())
+            return outcome;
+    }
+    if (reader.getOutcome().ok())
+        finish();
+    return reader.getOutcome();
+}
+
+Outcome YamlBuilder::take(const YamlEvent& event)
+{
+    if (isCollection(event.kind) && frames.size() + keyDepth > maximumDepth)
+        return outcomeAt(source(), event.token.begin,
+                         "more than " + std::to_string(maximumDepth) +
+                             " maps and lists lie within each other");
+    if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
+        if (event.token.exists())
+            lastEnd = event.token.end;
+        if (event.kind == YamlEvent::Kind::DocumentStart)
+            anchors.clear();
+    } else if (isInKey()) {
+        goOnInKey(event);
+    } else if (!isEnd(event.kind) && expectsKey()) {
+        startKey(event);
+    } else if (event.kind == YamlEvent::Kind::Scalar) {
+        addScalar(event);
+    } else if (event.kind == YamlEvent::Kind::Alias) {
+        addAlias(event);
+    } else if (isCollection(event.kind)) {
+        open(event);
+    } else {
+        close(event);
+    }
+    return {};
+}
+
+bool YamlBuilder::expectsKey() const
+{
+    return frames.back().isMap && !frames.back().hasKey;
+}
+
+std::string YamlBuilder::nameOf(const YamlRange& anchor) const
+{
+    return anchor.exists() ? std::string(source().substr(anchor.begin + 1, anchor.end - anchor.begin - 1))
+                           : std::string();
+}
+
+void YamlBuilder::startKey(const YamlEvent& event)
+{
+    Frame& frame = frames.back();
+    frame.keyAnchor = nameOf(event.anchor);
+    frame.hasKeyProperties = event.anchor.exists() || event.tag.exists();
+    frame.keyText.clear();
+    const std::size_t begin = beginOf(event);
+    frame.tag = begin == YamlRange::npos || tree.node(frame.id).isFlow() ? Type::Group : readTag(begin);
+    const std::size_t end = propertiesEnd(event, lastEnd);
+    frame.keyStyle = event.style;
+    frame.key = event.token.begin;
+    if (isCollection(event.kind)) {
+        frame.keyStyle = YamlStyle::Flow;
+        frame.key = std::min(begin, event.token.begin);
+        keyDepth = 1;
+        lastEnd = std::max(end, event.token.end);
+        return;
+    }
+    if (event.kind == YamlEvent::Kind::Alias) {
+        frame.keyStyle = YamlStyle::Flow;
+        const auto anchor = anchors.find(nameOf(event.token));
+        const bool isKnown = anchor != anchors.end() && anchor->second.node != noNode;
+        if (isKnown && anchor->second.isKey) {
+            std::string buffer;
+            frame.keyText = tree.keyText(anchor->second.node, buffer);
+        } else if (isKnown && tree.node(anchor->second.node).kind == YamlKind::Scalar) {
+            const YamlNode& target = tree.node(anchor->second.node);
+            const std::string_view spelled = tree.readValueText(anchor->second.node);
+            frame.keyText = target.style == YamlStyle::Plain        ? decodeYamlPlain(spelled)
+                            : target.isBlockScalar()                ? decodeYamlBlock(spelled, 0)
+                            : !spelled.empty() && spelled[0] != '!' ? decodeYamlQuoted(spelled)
+                                                                    : std::string(spelled);
+            tree.node(anchor->second.node).isUsed = true;
+            tree.noteAlias(anchor->second.node, event.token.begin);
+        }
+        return endKey(event.token.end);
+    }
+    if (!event.token.exists()) {
+        const YamlNode& map = tree.node(frame.id);
+        frame.key =
+            skipYamlTrivia(source(), map.first == noNode ? std::max<std::size_t>(end, map.value) : end);
+        if (frame.key < source().size() && source()[frame.key] == '?')
+            frame.key = skipYamlBlanks(source(), frame.key + 1);
+        frame.keyStyle = YamlStyle::Plain;
+        if (frame.hasKeyProperties)
+            frame.key = end;
+        return endKey(frame.key);
+    }
+    std::size_t tokenEnd = event.token.end;
+    if (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded) {
+        lastEnd = end;
+        placeBlock(event, frame.key, tokenEnd);
+    }
+    endKey(tokenEnd);
+}
+
+// Of a key that is a collection, only its end and what its anchors hide are of interest.
+void YamlBuilder::goOnInKey(const YamlEvent& event)
+{
+    if (event.anchor.exists())
+        anchors[nameOf(event.anchor)] = Anchor();
+    lastEnd = std::max(lastEnd, propertiesEnd(event, lastEnd));
+    const bool isScalar = event.kind == YamlEvent::Kind::Scalar;
+    if (isScalar && (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded)) {
+        std::size_t begin = 0;
+        placeBlock(event, begin, lastEnd);
+    } else if (event.token.exists() && event.token.end > event.token.begin) {
+        lastEnd = std::max(lastEnd, event.token.end);
+    }
+    if (isCollection(event.kind))
+        ++keyDepth;
+    else if (isEnd(event.kind) && --keyDepth == 0)
+        endKey(lastEnd);
+}
+
+void YamlBuilder::endKey(std::size_t end)
+{
+    Frame& frame = frames.back();
+    frame.hasKey = true;
+    frame.keyEnd = lastEnd = end;
+}
+
+// Where a value begins that has no token: after the "-" or ":" in front of it.
+void YamlBuilder::placeEmpty(YamlNode& node)
+{
+    std::size_t at = lastEnd;
+    const Frame& frame = frames.back();
+    const std::size_t next = skipYamlTrivia(source(), at);
+    const bool isStream = tree.node(frame.id).style == YamlStyle::Stream;
+    if (!isStream && next < source().size() && source()[next] == (frame.isMap ? ':' : '-'))
+        at = next + 1;
+    else
+        node.lacksColon = frame.isMap;
+    node.begin = node.value = node.valueEnd = offset(at);
+}
+
+// From the header of a block scalar to the end of its last line.
+void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::size_t& end)
+{
+    const std::string_view text = source();
+    begin = skipYamlTrivia(text, lastEnd);
+    while (begin < text.size() && text[begin] != '|' && text[begin] != '>')
+        begin = skipYamlTrivia(text, begin + 1);
+    const YamlBlockHeader header = readYamlBlockHeader(text.substr(begin));
+    const std::size_t headerEnd = begin + header.end;
+    const std::size_t lines = begin + header.lines;
+    end = std::min(event.token.end, text.size());
+    const std::size_t own =
+        header.digit > 0 ? 0
+                         : indentationOfYamlBlock(text.substr(begin, end - std::min(begin, end)), header, 0);
+    // Whether a line of nothing but blanks is no part of the text.
+    const auto isBetween = [&](std::size_t line, std::size_t lineEnd) {
+        const std::string_view content = text.substr(line, lineEnd - line);
+        return line >= lines && content.find_first_not_of(' ') == std::string_view::npos &&
+               (own == 0 || content.size() <= own);
+    };
+    const std::size_t last = findYamlLine(text, end);
+    if (isBetween(last, end) || (end < text.size() && last >= lines && skipYamlBlanks(text, last) == end))
+        end = std::max(last, std::min(lines, end));
+    while (header.chomping != '+' && end > lines) {
+        const std::size_t contentEnd = endOfYamlContent(text, end);
+        const std::size_t line = findYamlLine(text, contentEnd);
+        if (contentEnd == end || !isBetween(line, contentEnd))
+            break;
+        end = line;
+    }
+    const bool hasLines = end > lines;
+    end = hasLines ? endOfYamlContent(text, end) : headerEnd;
+}
+
+Type YamlBuilder::readTag(std::size_t begin) const
+{
+    if (!mayHaveTags)
+        return Type::Group;
+    const std::size_t line = findYamlLine(source(), begin);
+    const std::string_view above =
+        line > lastEnd ? source().substr(lastEnd, line - lastEnd) : std::string_view();
+    if (!endsInTypeTag(above))
+        return Type::Group;
+    const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
+    return *readTypeTag(last.substr(last.find_last_of("\r\n") + 1));
+}
+
+NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
+{
+    Frame& frame = frames.back();
+    node.parent = frame.id;
+    node.isAnchored = event.anchor.exists();
+    if (frame.isMap) {
+        node.hasKey = true;
+        node.keyStyle = frame.keyStyle;
+        node.hasKeyProperties = frame.hasKeyProperties;
+        node.key = offset(frame.key);
+        node.keyEnd = offset(frame.keyEnd);
+    }
+    const NodeId id = tree.read(node);
+    if (frame.isMap) {
+        if (!frame.keyText.empty())
+            tree.setKeyText(id, frame.keyText);
+        if (!frame.keyAnchor.empty())
+            anchors[frame.keyAnchor] = {id, true, false};
+        frame.hasKey = false;
+    }
+    if (event.anchor.exists())
+        anchors[nameOf(event.anchor)] = {id, false, isCollection(event.kind)};
+    return id;
+}
+
+void YamlBuilder::addScalar(const YamlEvent& event)
+{
+    const bool inMap = frames.back().isMap;
+    const bool inFlow = tree.node(frames.back().id).isFlow();
+    YamlNode node;
+    node.style = event.style;
+    std::size_t begin = beginOf(event);
+    node.tag = inMap ? frames.back().tag : begin == YamlRange::npos || inFlow ? Type::Group : readTag(begin);
+    const std::size_t end = propertiesEnd(event, YamlRange::npos);
+    if (end != YamlRange::npos)
+        lastEnd = end;
+    if (event.token.exists()) {
+        std::size_t value = event.token.begin;
+        std::size_t valueEnd = event.token.end;
+        if (node.isBlockScalar())
+            placeBlock(event, value, valueEnd);
+        node.value = offset(value);
+        node.valueEnd = offset(valueEnd);
+        node.begin = offset(std::min(begin, value));
+    } else if (end != YamlRange::npos) {
+        node.begin = offset(begin);
+        node.value = node.valueEnd = offset(end);
+    } else {
+        placeEmpty(node);
+    }
+    if (event.tag.exists()) {
+        const auto tag = source().substr(event.tag.begin, event.tag.end - event.tag.begin);
+        const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
+        node.isTagged = typeOfYamlTag(tag) == Type::Group || !isLast;
+        if (!node.isTagged)
+            node.value = offset(event.tag.begin);
+    }
+    lastEnd = node.valueEnd;
+    if (!inMap && node.tag == Type::Group)
+        node.isText =
+            node.isTagged || readYamlScalar(tree.text(node.value, node.valueEnd), 0).type == Type::String;
+    add(node, event);
+}
+
+void YamlBuilder::addAlias(const YamlEvent& event)
+{
+    const Frame& frame = frames.back();
+    const bool isMerge = frame.isMap && frame.keyStyle == YamlStyle::Plain &&
+                         source().substr(frame.key, frame.keyEnd - frame.key) == "<<";
+    const auto found = anchors.find(nameOf(event.token));
+    const Anchor anchor = found == anchors.end() ? Anchor() : found->second;
+    YamlNode node;
+    node.begin = node.value = offset(event.token.begin);
+    node.valueEnd = offset(event.token.end);
+    lastEnd = event.token.end;
+    node.isAlias = true;
+    const bool isKnown = anchor.node != noNode && !anchor.isOpen;
+    const bool isCollectionAlias = isKnown && !anchor.isKey && !tree.node(anchor.node).isLeaf();
+    const bool fits = !isCollectionAlias || copies + sizeOf(anchor.node, mostCopies - copies) <= mostCopies;
+    if (isMerge)
+        node.kind = YamlKind::Merge;
+    else if (isKnown && fits && !anchor.isKey)
+        node.kind = tree.node(anchor.node).kind;
+    node.isText = !frame.isMap && node.kind == YamlKind::Scalar && isTextBehind(isKnown ? anchor : Anchor());
+    const NodeId id = add(node, event);
+    if (anchor.node == noNode)
+        return;
+    tree.node(anchor.node).isUsed = true;
+    tree.noteAlias(anchor.node, event.token.begin);
+    if (isMerge || !isKnown || !fits)
+        return;
+    tree.node(anchor.node).isCopied = true;
+    const YamlTree::Origin origin = tree.originOf(anchor.node);
+    tree.setOrigin(id, origin.node == noNode ? YamlTree::Origin{anchor.node, anchor.isKey} : origin);
+    if (isCollectionAlias)
+        copy(anchor.node, id);
+}
+
+// Whether an alias of it shows a text.
+bool YamlBuilder::isTextBehind(const Anchor& anchor) const
+{
+    if (anchor.node == noNode)
+        return true;
+    const YamlTree::Origin origin = tree.originOf(anchor.node);
+    const NodeId id = origin.node == noNode ? anchor.node : origin.node;
+    const YamlNode& node = tree.node(id);
+    const bool isKey = origin.node == noNode ? anchor.isKey : origin.isKey;
+    const std::string_view spelled = isKey ? tree.text(node.key, node.keyEnd) : tree.readValueText(id);
+    if (node.isAlias || (!isKey && node.isTagged))
+        return true;
+    return node.tag == Type::Group && readYamlScalar(spelled, 0).type == Type::String;
+}
+
+std::size_t YamlBuilder::sizeOf(NodeId id, std::size_t most) const
+{
+    std::size_t size = 0;
+    std::vector<NodeId> pending{id};
+    while (!pending.empty() && size <= most) {
+        const NodeId next = pending.back();
+        pending.pop_back();
+        ++size;
+        if (tree.node(next).isLeaf())
+            continue;
+        for (NodeId child = tree.node(next).first; child != noNode && size <= most;
+             child = tree.node(child).next)
+            pending.push_back(child);
+    }
+    return size;
+}
+
+// Below an alias there are copies of what is below its target.
+void YamlBuilder::copy(NodeId target, NodeId alias)
+{
+    std::vector<std::pair<NodeId, NodeId>> pending{{target, alias}};
+    while (!pending.empty()) {
+        const auto [from, to] = pending.back();
+        pending.pop_back();
+        for (NodeId child = tree.node(from).first; child != noNode; child = tree.node(child).next) {
+            YamlNode node = tree.node(child);
+            static_cast<SyntaxNode&>(node) = SyntaxNode();
+            node.parent = to;
+            node.isShared = true;
+            node.isUsed = node.isCopied = node.isAnchored = node.isIndexed = node.isRepeated = false;
+            const NodeId made = tree.read(node);
+            ++copies;
+            const YamlTree::Origin origin = tree.originOf(child);
+            tree.setOrigin(made, origin.node == noNode ? YamlTree::Origin{child, false} : origin);
+            tree.copyKeyText(child, made);
+            if (!node.isLeaf())
+                pending.emplace_back(child, made);
+        }
+        if (tree.node(to).kind == YamlKind::Map)
+            tree.numberMembers(to);
+    }
+}
+
+void YamlBuilder::open(const YamlEvent& event)
+{
+    YamlNode node;
+    const bool isMap = event.kind == YamlEvent::Kind::MapStart;
+    const bool inFlow = tree.node(frames.back().id).isFlow();
+    node.kind = isMap ? YamlKind::Map : YamlKind::Sequence;
+    node.style = event.style;
+    node.isTagged = event.tag.exists();
+    const bool hasBracket =
+        event.token.end > event.token.begin && source()[event.token.begin] == (isMap ? '{' : '[');
+    if (!hasBracket && inFlow)
+        node.style = YamlStyle::Pair;
+    node.begin = offset(std::min(beginOf(event), event.token.begin));
+    node.value = offset(event.token.begin);
+    lastEnd = propertiesEnd(event, lastEnd);
+    if (hasBracket)
+        lastEnd = event.token.end;
+    else if (!inFlow && !isMap)
+        lastEnd = std::max(lastEnd, event.token.begin);
+    const NodeId id = add(node, event);
+    Frame frame;
+    frame.id = id;
+    frame.isMap = isMap;
+    frame.anchor = nameOf(event.anchor);
+    frames.push_back(std::move(frame));
+}
+
+void YamlBuilder::close(const YamlEvent& event)
+{
+    const NodeId id = frames.back().id;
+    const std::string name = std::move(frames.back().anchor);
+    frames.pop_back();
+    YamlNode& node = tree.node(id);
+    if (node.style == YamlStyle::Flow)
+        lastEnd = event.token.end;
+    node.valueEnd = offset(std::max<std::size_t>(lastEnd, node.value));
+    if (node.style != YamlStyle::Flow && node.first != noNode) {
+        const YamlNode& first = tree.node(node.first);
+        node.value = std::min(node.value, first.hasKey && !first.hasKeyProperties ? first.key : first.begin);
+        node.begin = std::min(node.begin, node.value);
+    }
+    const auto anchor = anchors.find(name);
+    if (anchor != anchors.end() && anchor->second.node == id)
+        anchor->second.isOpen = false;
+    if (node.kind == YamlKind::Map)
+        tree.numberMembers(id);
+    else
+        closeSequence(id);
+}
+
+void YamlBuilder::closeSequence(NodeId id)
+{
+    YamlNode& node = tree.node(id);
+    const bool isMerge =
+        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
+    if (isMerge && node.count > 0) {
+        node.kind = YamlKind::Merge;
+    } else if (node.nonTexts == 0) {
+        node.kind = YamlKind::List;
+        if (node.style == YamlStyle::Block) // what is behind the last element belongs to it
+            lastEnd = node.valueEnd = offset(std::max<std::size_t>(
+                node.valueEnd,
+                source().substr(0, skipYamlTail(source(), node.valueEnd)).find_last_not_of(" \t\r\n") + 1));
+    }
+}
+
+void YamlBuilder::finish()
+{
+    const NodeId stream = frames.front().id;
+    YamlNode& node = tree.node(stream);
+    if (node.count == 0) {
+        node.kind = YamlKind::Map;
+        node.style = YamlStyle::Block;
+        return;
+    }
+    node.valueEnd = offset(source().size());
+    if (node.count > 1)
+        return;
+    const NodeId id = node.first;
+    YamlNode& only = tree.node(id);
+    const bool isEmpty = only.kind == YamlKind::Scalar && only.style == YamlStyle::Plain && !only.isAlias &&
+                         only.value == only.valueEnd && only.begin == only.value;
+    if (isEmpty) {
+        only.kind = YamlKind::Map;
+        only.style = YamlStyle::Block;
+    }
+    tree.setRoot(id);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,238 @@
+#include "repository/documents/yaml/YamlDocument.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/SpanEncoder.h"
+#include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlTokens.h"
+#include "repository/documents/yaml/YamlValues.h"
+
+#include <new>
+
+namespace Repository::Documents {
+
+namespace {
+
+constexpr std::size_t maximumSize = std::size_t(1) << 30;
+
+// The type tag of an entry with this value; Group for none.
+Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain,
+             const YamlFile& file, NodeId id)
+{
+    if (former == Type::Group)
+        return former;
+    if (present == value.type && (!plain || isSame(file.readAs(id, *plain, former), value)))
+        return former;
+    return plain ? Type::Group : value.type;
+}
+
+} // namespace
+
+std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
+{
+    auto empty = std::make_unique<YamlFile>(std::string(), TextEncoding());
+    empty->readText();
+    return empty;
+}
+
+Outcome YamlDocument::parse(std::string bytes)
+{
+    try {
+        TextEncoding encoding;
+        Outcome outcome = encoding.decode(bytes, {});
+        if (outcome.ok() && bytes.size() > maximumSize)
+            return refused("the file is larger than 1 GiB, which is the most for yaml");
+        if (!outcome.ok())
+            return outcome;
+        auto fresh = std::make_unique<YamlFile>(std::move(bytes), encoding);
+        outcome = fresh->readText();
+        if (!outcome.ok())
+            return outcome;
+        file = std::move(fresh);
+    } catch (const std::bad_alloc&) {
+        return refused("there is not enough memory for a file of this size");
+    }
+    return {};
+}
+
+void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
+{
+    visitEntries(*file, visitor);
+}
+
+Outcome YamlDocument::set(std::string_view path, const Value& value)
+{
+    const NodeId id = file->find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    const NodeId valueNode = file->valueNodeOf(id);
+    if (valueNode == noNode)
+        return refused(quoted(path) + " is a group, which has no value of its own");
+    if (value.type == Type::Group)
+        return refused(quoted(path) + " has a value and cannot become a group");
+    const Value present = file->read(valueNode);
+    if (isSame(present, value))
+        return {};
+    YamlValues values(*file);
+    Outcome outcome = values.check(path, valueNode);
+    if (!outcome.ok())
+        return outcome;
+    const Type formerTag = file->tree.node(valueNode).tag;
+    if (values.wasRead(valueNode, value)) {
+        outcome = values.checkKind(path, valueNode, file->tree.readValueText(valueNode));
+        if (outcome.ok())
+            values.restore(valueNode);
+        return outcome;
+    }
+    const auto plain = values.spell(valueNode, value, Type::Group);
+    const Type tag = tagWith(value, present.type, formerTag, plain, *file, valueNode);
+    const auto spelled = tag == Type::Group ? plain : values.spell(valueNode, value, tag);
+    if (!spelled)
+        return refused(explainNoForm(valueNode, value));
+    outcome = values.checkKind(path, valueNode, *spelled);
+    if (outcome.ok())
+        outcome.error = file->encoding.findRefusal(*spelled);
+    if (outcome.ok() && tag != formerTag)
+        return setTagged(path, *spelled, tag);
+    if (outcome.ok())
+        values.put(valueNode, *spelled);
+    return outcome;
+}
+
+std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) const
+{
+    const YamlNode& node = file->tree.node(valueNode);
+    if (node.isTagged && value.type != Type::String)
+        return "its tag, " + std::string(file->tree.text(node.begin, node.value)) +
+               ", says what it is, so that it stays a text";
+    if (value.type == Type::String || value.type == Type::StringList)
+        return node.kind == YamlKind::List ? "the list cannot be written without losing a comment in it"
+                                           : "the text is not valid UTF-8, which YAML demands";
+    return "YAML has no form for " + describeType(value.type) +
+           ", and no comment above this entry tags its type";
+}
+
+// The comment that tags the type is on the line above the entry.
+Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelling, Type tag)
+{
+    settle();
+    const NodeId id = file->findValueNode(path);
+    const std::string_view text = file->tree.getOriginal();
+    const YamlNode& node = file->tree.node(id);
+    const std::size_t line = findYamlLine(text, node.hasKey ? node.key : node.begin);
+    const std::size_t above = endOfYamlContent(text, line);
+    const std::size_t begin = findYamlLine(text, above);
+    YamlEditor editor(*file);
+    editor.replace(begin, line,
+                   tag == Type::Group ? std::string() : renameTypeTag(text.substr(begin, line - begin), tag));
+    editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
+    editor.noteChanged(id);
+    return commit(editor);
+}
+
+SiblingPlace YamlDocument::placeOf(std::string_view path) const
+{
+    const YamlTree& tree = file->tree;
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id == noNode)
+        return {SiblingPlace::Kind::Last, {}};
+    NodeId previous = tree.node(id).previous;
+    if (previous != noNode && tree.isOwnValue(previous))
+        previous = tree.node(previous).previous;
+    if (previous == noNode)
+        return {SiblingPlace::Kind::First, {}};
+    const PathEnds ends = splitLast(path);
+    std::string sibling(ends.parent);
+    if (!sibling.empty())
+        sibling += '.';
+    const bool isElement = tree.node(tree.node(id).parent).isSequence();
+    tree.appendName(sibling, previous, isElement ? *readIndex(ends.last) - 1 : 0);
+    return {SiblingPlace::Kind::After, std::move(sibling)};
+}
+
+bool YamlDocument::removalMovesSiblings(std::string_view path) const
+{
+    const YamlTree& tree = file->tree;
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
+    if (id == noNode) {
+        const NodeId list = path.empty() ? noNode : file->find(splitLast(path).parent);
+        return list != noNode && tree.isEdited(list) && file->isArray(list);
+    }
+    const YamlNode& parent = tree.node(tree.node(id).parent);
+    if (parent.isSequence())
+        return tree.node(id).next != noNode ||
+               (parent.kind == YamlKind::Sequence && parent.nonTexts == (tree.node(id).isText ? 0U : 1U));
+    std::string buffer;
+    const std::string_view key = tree.keyText(id, buffer);
+    return tree.findKey(tree.node(id).parent, key, tree.ordinalOf(id) + 1) != noNode;
+}
+
+std::optional<bool> YamlDocument::isArray(std::string_view path) const
+{
+    const NodeId id = file->find(path);
+    return id != noNode && file->isArray(id);
+}
+
+std::optional<Span> YamlDocument::locate(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
+}
+
+void YamlDocument::visitSpans(const SpanVisitor& visitor) const
+{
+    if (file->isEdited()) {
+        Document::visitSpans(visitor);
+        return;
+    }
+    const YamlTree& tree = file->tree;
+    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
+        if (valueNode == noNode)
+            return;
+        const YamlNode& node = tree.node(valueNode);
+        if (node.isShared)
+            visitor(path, file->locate(valueNode));
+        else
+            visitor(path, encoder.encode({node.value, node.valueEnd - std::size_t(node.value)}));
+    });
+}
+
+std::string YamlDocument::comment(std::string_view path) const
+{
+    const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
+    return id == noNode ? std::string() : YamlLayout(*file).commentOf(id);
+}
+
+std::optional<std::string> YamlDocument::spell(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(std::string(file->bareText(valueNode)));
+}
+
+Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
+{
+    const NodeId valueNode = file->findValueNode(path);
+    if (valueNode == noNode)
+        return refused("there is no value " + quoted(path));
+    YamlValues values(*file);
+    Outcome outcome = values.check(path, valueNode);
+    if (!outcome.ok())
+        return outcome;
+    const bool isOriginal = file->tree.readValueText(valueNode) == spelling;
+    if (!isOriginal && !values.isSpelling(valueNode, spelling))
+        return refused(quoted(spelling) + " is not how YAML spells a value");
+    outcome = values.checkKind(path, valueNode, spelling);
+    if (outcome.ok())
+        outcome.error = file->encoding.findRefusal(spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (isOriginal)
+        values.restore(valueNode);
+    else
+        values.put(valueNode, std::string(spelling));
+    return {};
+}
+
+} // namespace Repository::Documents

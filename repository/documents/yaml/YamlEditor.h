@@ -1,0 +1,90 @@
+#pragma once
+
+#include "repository/documents/yaml/YamlLayout.h"
+#include "repository/documents/yaml/YamlWriter.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Collects the edits that change the shape of a file whose tree is as it was read; its text with all of them
+// is read again. What cannot be done gives the reason.
+class YamlEditor
+{
+public:
+    struct Edit
+    {
+        std::size_t begin;
+        std::size_t end;
+        std::string text;
+    };
+
+    explicit YamlEditor(const YamlFile& yamlFile) : file(yamlFile), tree(yamlFile.tree), layout(yamlFile) {}
+
+    void replace(std::size_t begin, std::size_t end, std::string text) { edit(begin, end, std::move(text)); }
+    void noteChanged(NodeId id) { changed = id; }
+    void replaceText(NodeId value, std::string text);
+    void replaceKey(NodeId member, const std::string& key);
+
+    // A new member, an element before the one of that position or after the last, and texts in the same way.
+    Outcome insertMember(NodeId map, const YamlBranch& branch);
+    Outcome insertElement(NodeId sequence, std::size_t position, const YamlBranch& branch);
+    Outcome insertTexts(NodeId sequence, std::size_t position, const std::vector<std::string>& texts);
+
+    Outcome insertItem(NodeId flow, const std::string& item)
+    {
+        return insertFlow(flow, tree.node(flow).count, {item});
+    }
+
+    // All that an empty document gets.
+    Outcome fill(NodeId root, const YamlBranch& branch);
+
+    // Lines that are written already; indented as the block is. Only for blocks.
+    Outcome insertLines(NodeId collection, const std::string& lines);
+
+    // Makes a value a map that holds it as its own value, and the new member.
+    Outcome wrap(NodeId leaf, const YamlBranch& branch);
+
+    // Comments above stay, or go as well.
+    void remove(NodeId id, bool withComments);
+    void removeElements(NodeId sequence, std::size_t from, std::size_t count);
+    Outcome moveElement(NodeId sequence, std::size_t from, std::size_t to);
+
+    // Puts a value, or a collection with all in it, in the place of another.
+    Outcome replaceValue(NodeId id, const YamlBranch& branch);
+
+    // In the order of the text.
+    std::vector<Edit> getSortedEdits() const;
+    std::string apply() const;
+
+    // The node whose value has become another one; noNode for none.
+    NodeId getChanged() const { return changed; }
+
+private:
+    void edit(std::size_t begin, std::size_t end, std::string text);
+    void take(NodeId collection, const BracketItems& brackets);
+    YamlBlockStyle style() const;
+    Outcome insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items);
+    Outcome insertLinesAt(NodeId collection, std::size_t position, std::string lines);
+    Outcome replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch);
+    bool mayBecomeBlock(NodeId collection) const;
+    Outcome becomeBlock(NodeId collection, const YamlBranch& branch);
+    Outcome wrapList(NodeId list, const YamlBranch& branch);
+    Outcome fillEmpty(NodeId root, const std::string& lines);
+    void removeFlow(NodeId collection, std::size_t from, std::size_t count);
+    void removeBlock(NodeId id, bool withComments);
+    void removeLines(NodeId id, bool withComments);
+    void removeCompact(NodeId id);
+    void empty(NodeId collection, bool withComments);
+    std::string_view text() const { return tree.getOriginal(); }
+
+    const YamlFile& file;
+    const YamlTree& tree;
+    YamlLayout layout;
+    std::vector<Edit> edits;
+    NodeId changed = noNode;
+};
+
+} // namespace Repository::Documents

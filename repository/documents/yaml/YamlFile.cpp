@@ -1,0 +1,262 @@
+#include "repository/documents/yaml/YamlFile.h"
+
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/yaml/YamlBuilder.h"
+#include "repository/documents/yaml/YamlList.h"
+#include "repository/documents/yaml/YamlTokens.h"
+#include "repository/documents/yaml/YamlTypes.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace Repository::Documents {
+
+YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
+    : tree(std::move(text)), encoding(std::move(textEncoding)), lineEnd(lineEndOf(tree.getOriginal()))
+{
+}
+
+Outcome YamlFile::readText()
+{
+    return YamlBuilder(tree).build();
+}
+
+PathMatch YamlFile::match(std::string_view path) const
+{
+    if (path.empty()) {
+        PathMatch whole;
+        whole.isPath = true;
+        whole.node = tree.getRoot();
+        return whole;
+    }
+    return matchPath(path, tree.getRoot(), [this](NodeId parent, std::string_view component) {
+        return tree.find(parent, component);
+    });
+}
+
+NodeId YamlFile::findElement(std::string_view path) const
+{
+    const PathEnds ends = splitLast(path);
+    const NodeId known = path.empty() ? noNode : find(path);
+    const NodeId list = known != noNode || path.empty() ? noNode : find(ends.parent);
+    const auto position = readIndex(ends.last);
+    if (list == noNode || !position || tree.node(list).kind != YamlKind::List || tree.isEdited(list))
+        return known;
+    return tree.elementAt(list, *position);
+}
+
+NodeId YamlFile::valueNodeOf(NodeId id) const
+{
+    return tree.node(id).isLeaf() ? id : tree.findOwnValue(id);
+}
+
+NodeId YamlFile::findValueNode(std::string_view path) const
+{
+    const NodeId id = find(path);
+    return id == noNode ? noNode : valueNodeOf(id);
+}
+
+std::size_t YamlFile::blockAround(NodeId id) const
+{
+    for (NodeId above = tree.node(id).parent; above != noNode; above = tree.node(above).parent) {
+        if (tree.node(above).style == YamlStyle::Block)
+            return columnOfYaml(tree.getOriginal(), tree.node(above).value);
+    }
+    return 0;
+}
+
+Value YamlFile::read(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if ((node.isAlias || node.isShared) && !tree.isEdited(id) && node.kind != YamlKind::Merge)
+        return readShown(id);
+    if (node.kind == YamlKind::List && !tree.isEdited(id)) {
+        std::vector<std::string> texts;
+        texts.reserve(node.count);
+        for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
+            texts.push_back(textOf(child));
+        return {Type::StringList, std::move(texts)};
+    }
+    return readAs(id, bareText(id), node.tag);
+}
+
+std::string_view YamlFile::bareText(NodeId id) const
+{
+    std::string_view text = tree.valueText(id);
+    if (!tree.isEdited(id))
+        return text;
+    if (tree.node(id).lacksColon && startsWith(text, ":"))
+        text.remove_prefix(1);
+    return text.substr(skipYamlBlanks(text, 0));
+}
+
+Value YamlFile::readShown(NodeId id) const
+{
+    const YamlTree::Origin origin = tree.originOf(id);
+    if (origin.node == noNode)
+        return {Type::String, std::string(tree.readValueText(id))};
+    if (!origin.isKey)
+        return read(origin.node);
+    const YamlNode& key = tree.node(origin.node);
+    return readYamlScalar(tree.text(key.key, key.keyEnd), 0);
+}
+
+std::string YamlFile::textOf(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.isAlias || node.tag != Type::Group)
+        return toText(read(id));
+    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0);
+}
+
+Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.kind == YamlKind::Merge)
+        return {Type::String, std::string(spelled)};
+    if (isYamlList(spelled)) {
+        auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
+        return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
+    }
+    const bool isLong =
+        spelled.find('\n') != std::string_view::npos || spelled.find('\r') != std::string_view::npos;
+    const std::size_t around = isLong ? blockAround(id) : 0;
+    if (node.isTagged)
+        return {Type::String, decodeYamlScalar(spelled, around)};
+    Value plain = readYamlScalar(spelled, around);
+    if (tag == Type::Group)
+        return plain;
+    const std::string text = toText(plain);
+    return readTaggedValue(tag, text, std::move(plain));
+}
+
+bool YamlFile::isInFlow(NodeId id) const
+{
+    const NodeId parent = tree.node(id).parent;
+    return parent != noNode && tree.node(parent).isFlow();
+}
+
+std::string YamlFile::pathOf(NodeId id) const
+{
+    std::vector<NodeId> nodes;
+    for (; tree.node(id).parent != noNode; id = tree.node(id).parent)
+        nodes.push_back(id);
+    std::string path;
+    for (auto each = nodes.rbegin(); each != nodes.rend(); ++each) {
+        path += path.empty() ? "" : ".";
+        tree.appendName(path, *each,
+                        tree.node(tree.node(*each).parent).isSequence() ? tree.positionOf(*each) : 0);
+    }
+    return path;
+}
+
+bool YamlFile::isArray(NodeId id) const
+{
+    if (tree.isEdited(id))
+        return isYamlList(bareText(id));
+    // Documents that are nothing but texts would be a list elsewhere.
+    const bool areTexts = tree.node(id).style == YamlStyle::Stream && tree.node(id).nonTexts == 0;
+    return tree.node(id).isSequence() && !areTexts;
+}
+
+YamlPlace YamlFile::placeOf(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const YamlNode& node = tree.node(id);
+    const NodeId parent = node.parent;
+    YamlPlace place;
+    place.lineEnd = lineEnd;
+    place.indentation = blockAround(id);
+    place.step = stepOf();
+    place.inFlow = isInFlow(id);
+    const std::size_t next = skipYamlLine(text, node.valueEnd);
+    const std::size_t nextText = skipYamlBlanks(text, next);
+    place.isBeforeBlank = next < text.size() && (nextText == text.size() || isYamlBreak(text[nextText]));
+    const std::size_t end = node.valueEnd;
+    const bool endsLine = end == text.size() || isYamlBreak(text[end]); // else its last line would get blanks
+    const std::size_t trivia = std::min(text.find_first_not_of(" \t\r\n", end), text.size());
+    const bool isBeforeComment = trivia < text.size() && text[trivia] == '#' &&
+                                 (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
+    const std::size_t line = findYamlLine(text, node.value);
+    const bool isOnItsLine = parent != noNode && (!node.hasKey || node.keyEnd >= line);
+    place.mayBreak = endsLine && !isBeforeComment && isOnItsLine && !node.lacksColon;
+    return place;
+}
+
+// By how much the first lines are indented that are so for the first time.
+std::size_t YamlFile::stepOf() const
+{
+    if (step > 0)
+        return step;
+    constexpr std::size_t enough = 2000;
+    std::array<std::size_t, 9> counts{};
+    const std::string_view text = tree.getOriginal();
+    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+        const YamlNode& node = tree.node(id);
+        if (node.kind != YamlKind::Map || node.style != YamlStyle::Block || !node.hasKey || node.isShared)
+            continue;
+        const std::size_t own = columnOfYaml(text, node.value);
+        const std::size_t around = blockAround(id);
+        if (own > around && own - around < counts.size())
+            ++counts[own - around];
+    }
+    const auto most = std::max_element(counts.begin(), counts.end());
+    step = *most == 0 ? 2 : std::size_t(most - counts.begin());
+    return step;
+}
+
+std::string YamlFile::writeText(NodeId located, Span* span) const
+{
+    std::vector<NodeId> edited;
+    std::vector<NodeId> pending;
+    if (tree.getRoot() != noNode)
+        pending.push_back(tree.getRoot());
+    while (!pending.empty()) {
+        const NodeId id = pending.back();
+        pending.pop_back();
+        if (tree.isEdited(id))
+            edited.push_back(id);
+        else if (tree.node(id).touched) {
+            for (NodeId child = tree.node(id).first; child != noNode; child = tree.node(child).next)
+                pending.push_back(child);
+        }
+    }
+    if (located != noNode && !tree.isEdited(located))
+        edited.push_back(located);
+    std::sort(edited.begin(), edited.end(),
+              [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; });
+    const std::string& original = tree.getOriginal();
+    std::string text;
+    text.reserve(original.size());
+    std::size_t at = 0;
+    for (const NodeId id : edited) {
+        text += tree.text(at, tree.node(id).value);
+        const std::string_view value = tree.valueText(id);
+        if (id == located)
+            *span = {text.size(), value.size()};
+        text += value;
+        at = tree.node(id).valueEnd;
+    }
+    return text.append(original, at, std::string::npos);
+}
+
+Span YamlFile::locate(NodeId valueNode) const
+{
+    const YamlNode& node = tree.node(valueNode);
+    if (node.isShared) {
+        const YamlTree::Origin origin = tree.originOf(valueNode);
+        return origin.node == noNode || origin.isKey ? Span() : locate(origin.node);
+    }
+    Span span;
+    const std::string text = writeText(valueNode, &span);
+    const std::string_view whole = text;
+    const std::size_t lead = span.length - bareText(valueNode).size();
+    span = {span.offset + lead, span.length - lead};
+    return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, span.offset)),
+            encoding.sizeOf(whole.substr(span.offset, span.length))};
+}
+
+} // namespace Repository::Documents

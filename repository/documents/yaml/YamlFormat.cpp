@@ -1,0 +1,55 @@
+#include "repository/documents/yaml/YamlFormat.h"
+
+#include "repository/documents/common/EncodedNames.h"
+#include "repository/documents/yaml/YamlWriter.h"
+
+namespace Repository::Documents {
+
+namespace {
+
+// The reason of a refusal; empty on success.
+std::string writeEntries(const std::vector<Entry>& entries, std::string& text)
+{
+    YamlBranch root;
+    std::string error = growYamlBranch(entries, root);
+    if (!error.empty())
+        return error;
+    YamlWriter writer({});
+    writer.writeWhole(root);
+    text = std::move(writer.text);
+    return writer.error;
+}
+
+} // namespace
+
+// A key that is in a map twice is not written again.
+bool YamlFormat::takesText(const std::vector<Entry>& entries) const
+{
+    return !EncodedNames::areNeededBy(entries);
+}
+
+std::optional<std::string> YamlFormat::writeWhole(std::vector<Entry>& entries) const
+{
+    EncodedNames::encodeWhole(entries, false);
+    std::string text;
+    return writeEntries(entries, text).empty() ? std::optional(std::move(text)) : std::nullopt;
+}
+
+std::string YamlFormat::explainRefusal(const std::vector<Entry>& entries) const
+{
+    std::string text;
+    return writeEntries(entries, text);
+}
+
+bool YamlFormat::declaresNames(const Document& document) const
+{
+    const auto spelling = document.spell(EncodedNames::member);
+    return spelling == EncodedNames::form || spelling == quoted(EncodedNames::form);
+}
+
+std::optional<Entry> YamlFormat::originalOf(const Entry& entry) const
+{
+    return EncodedNames::originalOf(entry);
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,138 @@
+#include "repository/documents/yaml/YamlGuard.h"
+
+#include "repository/documents/yaml/YamlTokens.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+YamlGuard::YamlGuard(const YamlFile& formerFile, const YamlFile& editedFile, const YamlEditor& editor)
+    : former(formerFile), edited(editedFile), changed(editor.getChanged())
+{
+    std::size_t shift = 0; // of the edited text, which may wrap around
+    for (const YamlEditor::Edit& edit : editor.getSortedEdits()) {
+        if (edit.end > edit.begin)
+            removed.push_back({edit.begin, edit.end});
+        if (!edit.text.empty())
+            inserted.push_back({edit.begin + shift, edit.begin + shift + edit.text.size()});
+        shift += edit.text.size() - (edit.end - edit.begin);
+    }
+}
+
+bool YamlGuard::Cursor::isHidden() const
+{
+    const YamlNode& node = file.tree.node(id);
+    if (node.isShared || node.parent == noNode)
+        return false;
+    const std::size_t begin = node.hasKey ? std::min(node.key, node.begin) : node.begin;
+    return std::any_of(hidden.begin(), hidden.end(), [&](const Range& range) {
+        return range.begin <= begin && node.valueEnd <= range.end && begin < range.end;
+    });
+}
+
+void YamlGuard::Cursor::advance(bool goesIn)
+{
+    const YamlTree& tree = file.tree;
+    if (goesIn && tree.node(id).first != noNode) {
+        id = tree.node(id).first;
+        ++depth;
+        return;
+    }
+    while (id != noNode && tree.node(id).next == noNode) {
+        id = tree.node(id).parent;
+        --depth;
+    }
+    if (id != noNode)
+        id = tree.node(id).next;
+}
+
+void YamlGuard::Cursor::skipHidden()
+{
+    while (id != noNode && isHidden())
+        advance(false);
+}
+
+bool YamlGuard::isSameContent(NodeId before, NodeId after) const
+{
+    const YamlNode& old = former.tree.node(before);
+    const YamlNode& now = edited.tree.node(after);
+    if (old.kind != now.kind && !(old.isSequence() && now.isSequence()))
+        return false;
+    if (old.isAlias != now.isAlias || old.tag != now.tag || old.isTagged != now.isTagged ||
+        former.tree.text(old.begin, old.value) != edited.tree.text(now.begin, now.value))
+        return false;
+    if (old.kind != YamlKind::Scalar && old.kind != YamlKind::Merge)
+        return true;
+    const std::string_view text = former.tree.valueText(before);
+    return text == edited.tree.valueText(after) &&
+           (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
+}
+
+bool YamlGuard::isSame(NodeId before, NodeId after) const
+{
+    const YamlNode& old = former.tree.node(before);
+    const YamlNode& now = edited.tree.node(after);
+    std::string oldKey;
+    std::string nowKey;
+    if (old.hasKey != now.hasKey)
+        return false;
+    if (old.hasKey && before != renamed &&
+        former.tree.keyText(before, oldKey) != edited.tree.keyText(after, nowKey))
+        return false;
+    return before == changed || isSameContent(before, after);
+}
+
+std::string YamlGuard::nameOf(NodeId id) const
+{
+    if (id == noNode)
+        return "its end";
+    std::string buffer;
+    const std::size_t at =
+        former.tree.node(id).hasKey ? former.tree.node(id).key : former.tree.node(id).begin;
+    const Outcome place = outcomeAt(former.tree.getOriginal(), at);
+    return "line " + std::to_string(place.line);
+}
+
+std::string YamlGuard::findFault() const
+{
+    Cursor before{former, removed, former.tree.getRoot()};
+    Cursor after{edited, inserted, edited.tree.getRoot()};
+    while (true) {
+        before.skipHidden();
+        after.skipHidden();
+        if (before.id == noNode && after.id == noNode)
+            return {};
+        const bool isPair = before.id != noNode && after.id != noNode && before.depth == after.depth;
+        if (!isPair || !isSame(before.id, after.id))
+            return "with it, YAML would read other entries differently, from " + nameOf(before.id) + " on";
+        const bool goesIn = before.id != changed;
+        before.advance(goesIn);
+        after.advance(goesIn);
+    }
+}
+
+bool YamlGuard::keepsMoved() const
+{
+    const auto collect = [](Cursor cursor) {
+        std::vector<NodeId> nodes;
+        bool isWithin = false;
+        std::size_t top = 0;
+        while (cursor.id != noNode) {
+            isWithin = isWithin && cursor.depth > top;
+            if (!isWithin && cursor.isHidden()) {
+                isWithin = true;
+                top = cursor.depth;
+            }
+            if (isWithin)
+                nodes.push_back(cursor.id);
+            cursor.advance(true);
+        }
+        return nodes;
+    };
+    const auto before = collect({former, removed, former.tree.getRoot()});
+    const auto after = collect({edited, inserted, edited.tree.getRoot()});
+    return std::equal(before.begin(), before.end(), after.begin(), after.end(),
+                      [this](NodeId a, NodeId b) { return isSame(a, b); });
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "repository/documents/yaml/YamlEditor.h"
+
+#include <string>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Looks whether a file that was read after edits holds all that it held before, in the same order, and
+// nothing else but what the edits wrote.
+class YamlGuard
+{
+public:
+    YamlGuard(const YamlFile& formerFile, const YamlFile& editedFile, const YamlEditor& editor);
+
+    // The key of a member may have become another one.
+    void allowRenaming(NodeId member) { renamed = member; }
+
+    // What is not so, for a person; empty where all is.
+    std::string findFault() const;
+
+    // Whether what the edits took out is what they wrote.
+    bool keepsMoved() const;
+
+private:
+    struct Range
+    {
+        std::size_t begin;
+        std::size_t end;
+    };
+
+    // A walk over the nodes of a file in their order.
+    struct Cursor
+    {
+        const YamlFile& file;
+        const std::vector<Range>& hidden;
+        NodeId id;
+        std::size_t depth = 0;
+
+        bool isHidden() const;
+        void advance(bool goesIn);
+        void skipHidden();
+    };
+
+    std::string nameOf(NodeId id) const;
+    bool isSame(NodeId before, NodeId after) const;
+    bool isSameContent(NodeId before, NodeId after) const;
+
+    const YamlFile& former;
+    const YamlFile& edited;
+    NodeId changed;
+    NodeId renamed = noNode;
+    std::vector<Range> removed;  // in the former text
+    std::vector<Range> inserted; // in the edited one
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,210 @@
+#include "repository/documents/yaml/YamlLayout.h"
+
+#include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/yaml/YamlScalar.h"
+#include "repository/documents/yaml/YamlTokens.h"
+
+namespace Repository::Documents {
+
+std::size_t YamlLayout::beginOf(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
+        return node.begin;
+    if (node.previous != noNode)
+        return skipYamlTrivia(text(), endOf(node.previous));
+    return tree.node(node.parent).value;
+}
+
+std::size_t YamlLayout::tailOf(NodeId id) const
+{
+    return skipYamlTail(text(), endOf(id));
+}
+
+bool YamlLayout::beginsLine(NodeId id) const
+{
+    const std::size_t begin = beginOf(id);
+    const std::size_t line = findYamlLine(text(), begin);
+    return skipYamlBlanks(text(), line) == begin;
+}
+
+std::size_t YamlLayout::commentsAbove(NodeId id) const
+{
+    const std::size_t begin = beginOf(id);
+    const std::size_t own = findYamlLine(text(), begin);
+    const NodeId previous = tree.node(id).previous;
+    const std::size_t least = previous == noNode ? 0 : skipYamlLine(text(), tailOf(previous));
+    std::size_t top = own;
+    while (top > least) {
+        const std::size_t lineEnd = endOfYamlContent(text(), top);
+        const std::size_t line = findYamlLine(text(), lineEnd);
+        const std::size_t content = skipYamlBlanks(text(), line);
+        if (line < least || text()[content] != '#' || content - line != begin - own)
+            break;
+        top = line;
+    }
+    return top;
+}
+
+std::size_t YamlLayout::tagAbove(NodeId id) const
+{
+    const std::size_t line = findYamlLine(text(), beginOf(id));
+    for (NodeId each = id; each != noNode && findYamlLine(text(), tree.node(each).begin) == line;
+         each = tree.node(each).first) {
+        if (tree.node(each).tag != Type::Group)
+            return findYamlLine(text(), endOfYamlContent(text(), line));
+        if (tree.node(each).isLeaf())
+            break;
+    }
+    return line;
+}
+
+std::size_t YamlLayout::endOfBlock(NodeId collection) const
+{
+    const std::size_t column = columnOf(collection);
+    std::size_t at = skipYamlLine(text(), skipYamlTail(text(), endOf(collection)));
+    while (column > 0 && at < text().size()) {
+        const std::size_t content = skipYamlBlanks(text(), at);
+        if (content == text().size() || text()[content] != '#' || content - at < column)
+            break;
+        at = skipYamlLine(text(), content);
+    }
+    return at;
+}
+
+std::size_t YamlLayout::columnOf(NodeId collection) const
+{
+    return columnOfYaml(text(), tree.node(collection).value);
+}
+
+std::size_t YamlLayout::afterIndicator(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    std::size_t at = std::string_view::npos;
+    if (node.hasKey) {
+        const std::size_t colon = skipYamlTrivia(text(), node.keyEnd);
+        at = colon < text().size() && text()[colon] == ':' ? colon + 1 : at;
+    } else if (!isDocument(id)) {
+        at = beginOf(id) + 1;
+    }
+    if (at == std::string_view::npos)
+        return at;
+    for (std::size_t next = skipYamlTrivia(text(), at);
+         next < node.value && (text()[next] == '&' || text()[next] == '!'); next = skipYamlTrivia(text(), at))
+        at = std::min(text().find_first_of(" \t\r\n", next), text().size());
+    return at;
+}
+
+std::vector<BracketItems::Item> YamlLayout::itemsOf(NodeId collection) const
+{
+    const std::size_t from = tree.node(collection).value;
+    std::vector<BracketItems::Item> items;
+    std::size_t at = skipYamlTrivia(text(), from + 1);
+    for (NodeId id = tree.node(collection).first; id != noNode; id = tree.node(id).next) {
+        BracketItems::Item item{at - from, tree.node(id).valueEnd - from, std::string_view::npos};
+        at = skipYamlTrivia(text(), tree.node(id).valueEnd);
+        if (text()[at] == ',') {
+            item.comma = at - from;
+            at = skipYamlTrivia(text(), at + 1);
+        }
+        items.push_back(item);
+    }
+    return items;
+}
+
+bool YamlLayout::hasReferences(NodeId id) const
+{
+    std::vector<NodeId> pending{id};
+    while (!pending.empty()) {
+        const YamlNode& node = tree.node(pending.back());
+        pending.pop_back();
+        if (node.isAlias || node.isAnchored || node.hasKeyProperties || node.kind == YamlKind::Merge)
+            return true;
+        for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
+            pending.push_back(child);
+    }
+    return false;
+}
+
+// Whether it ends with a text that takes up all empty lines after it.
+bool YamlLayout::endsOpen(NodeId id) const
+{
+    while (tree.node(id).last != noNode && !tree.node(id).isFlow())
+        id = tree.node(id).last;
+    const std::string_view value = tree.readValueText(id);
+    const std::string_view block = value.substr(tagOfYamlScalar(value).size());
+    return tree.node(id).isBlockScalar() && readYamlBlockHeader(block).chomping == '+';
+}
+
+std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    const bool isFlow = node.parent != noNode && tree.node(node.parent).isFlow();
+    const bool isMember = node.hasKey && node.keyStyle <= YamlStyle::Double && !node.lacksColon &&
+                          (isFlow || beginOf(id) == node.key);
+    if (!isMember || node.isShared || hasReferences(id) || endsOpen(id))
+        return {};
+    Excerpt found;
+    found.lineEnd = file.lineEnd;
+    found.text = text().substr(node.key, node.valueEnd - node.key);
+    found.names.emplace_back(0, node.keyEnd - node.key);
+    const std::size_t line = findYamlLine(text(), node.key);
+    found.indentation =
+        isFlow ? text().substr(line, skipYamlBlanks(text(), line) - line) : std::string(node.key - line, ' ');
+    if (isFlow) {
+        findLines(found);
+        return found;
+    }
+    if (beginsLine(id))
+        found.above = text().substr(commentsAbove(id), line - commentsAbove(id));
+    found.after = text().substr(node.valueEnd, tailOf(id) - node.valueEnd);
+    found.after.resize(found.after.find_last_not_of(" \t") + 1);
+    findLines(found);
+    return found;
+}
+
+std::optional<std::string> YamlLayout::itemIndentation(NodeId collection) const
+{
+    const NodeId last = tree.node(collection).last;
+    if (last == noNode)
+        return {};
+    const std::size_t begin = tree.node(last).hasKey ? tree.node(last).key : tree.node(last).begin;
+    const std::size_t line = findYamlLine(text(), begin);
+    const bool hasLine = line > tree.node(collection).value && skipYamlBlanks(text(), line) == begin;
+    return hasLine ? std::optional(std::string(text().substr(line, begin - line))) : std::nullopt;
+}
+
+std::string YamlLayout::commentOf(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.isShared || isDocument(id) || tree.node(node.parent).isFlow())
+        return {};
+    const std::size_t line = findYamlLine(text(), beginOf(id));
+    const std::size_t above = beginsLine(id) ? commentsAbove(id) : line;
+    const std::size_t indicator = afterIndicator(id);
+    const bool isBlock = !node.isFlow() && node.first != noNode && indicator != std::string_view::npos;
+    const std::size_t end = isBlock ? indicator : endOf(id);
+    return joinComments(text().substr(above, line - above),
+                        text().substr(end, skipYamlTail(text(), end) - end));
+}
+
+bool YamlLayout::isDocument(NodeId id) const
+{
+    const NodeId parent = tree.node(id).parent;
+    return parent == noNode || tree.node(parent).style == YamlStyle::Stream;
+}
+
+bool YamlLayout::indentsLists() const
+{
+    constexpr NodeId enough = 5000;
+    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+        const YamlNode& node = tree.node(id);
+        const bool isBlockList = node.isSequence() && node.style == YamlStyle::Block && node.hasKey &&
+                                 !node.isShared && !node.isAlias && node.count > 0;
+        if (isBlockList)
+            return columnOf(id) > columnOf(node.parent);
+    }
+    return true;
+}
+
+} // namespace Repository::Documents

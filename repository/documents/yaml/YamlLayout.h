@@ -1,0 +1,70 @@
+#pragma once
+
+#include "repository/documents/common/BracketItems.h"
+#include "repository/documents/yaml/YamlFile.h"
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// Where the entries of a file lie whose tree is as it was read. Places are offsets in its text.
+class YamlLayout
+{
+public:
+    explicit YamlLayout(const YamlFile& yamlFile) : file(yamlFile), tree(yamlFile.tree) {}
+
+    // The first character of an entry: "-", "?", a property or the key.
+    std::size_t beginOf(NodeId id) const;
+
+    // After its last character, and after the comment on that line.
+    std::size_t endOf(NodeId id) const { return tree.node(id).valueEnd; }
+    std::size_t tailOf(NodeId id) const;
+
+    // Whether nothing is in front of an entry on its line.
+    bool beginsLine(NodeId id) const;
+
+    // Where the comments right above an entry begin that are indented as it is, or its own line.
+    std::size_t commentsAbove(NodeId id) const;
+
+    // The line of the comment that tags the type of what begins with an entry, or its own line.
+    std::size_t tagAbove(NodeId id) const;
+
+    // Where a new line goes after the last entry of a block: before what belongs to another one.
+    std::size_t endOfBlock(NodeId collection) const;
+
+    std::size_t columnOf(NodeId collection) const;
+
+    // After the "-" or ":" in front of a value, and after its anchor and tag; npos where there is none.
+    std::size_t afterIndicator(NodeId id) const;
+
+    // Of items in brackets that have lines of their own; nothing where they have not.
+    std::optional<std::string> itemIndentation(NodeId collection) const;
+
+    // What lies between the brackets of a collection, by offsets in its own text.
+    std::vector<BracketItems::Item> itemsOf(NodeId collection) const;
+
+    // What the author has written of a member; nothing where it can only be copied by its values.
+    std::optional<Excerpt> excerptOf(NodeId id) const;
+
+    // The comments above an entry in a block and behind it, as people read them.
+    std::string commentOf(NodeId id) const;
+
+    // A collection that lies in a document of its own.
+    bool isDocument(NodeId id) const;
+
+    // Whether lists in maps are further in than their keys.
+    bool indentsLists() const;
+
+private:
+    bool hasReferences(NodeId id) const;
+    bool endsOpen(NodeId id) const;
+    std::string_view text() const { return tree.getOriginal(); }
+
+    const YamlFile& file;
+    const YamlTree& tree;
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "repository/documents/yaml/YamlSpelling.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Repository::Documents {
+
+// The text of a whole sequence of texts.
+
+// Whether a value begins like a sequence.
+bool isYamlList(std::string_view spelled);
+
+// Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
+std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
+
+// A new list in brackets. Its texts are valid UTF-8.
+std::string spellNewYamlList(const std::vector<std::string>& list);
+
+// A list in the form of the former one, of which elements that both share at the beginning or end keep their
+// bytes; nothing where it cannot have that form.
+std::optional<std::string> spellYamlList(const std::vector<std::string>& list, std::string_view former,
+                                         std::size_t column, const YamlPlace& place);
+
+} // namespace Repository::Documents

@@ -1,0 +1,174 @@
+#include "repository/documents/yaml/YamlReader.h"
+
+#include <algorithm>
+#include <libfyaml.h>
+#include <new>
+#include <optional>
+
+namespace Repository::Documents {
+
+namespace {
+
+// The first byte that no text of YAML has; the library would take it for the end.
+std::optional<std::size_t> findForeignByte(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        const auto byte = static_cast<unsigned char>(text[at]);
+        if (byte >= 0x20 && byte < 0x7F) {
+            ++at;
+            continue;
+        }
+        const std::size_t length = utf8Length(text.substr(at));
+        const bool isControl = byte < 0x20 && byte != '\t' && byte != '\n' && byte != '\r';
+        if (length == 0 || isControl || byte == 0x7F)
+            return at;
+        const char32_t code = length > 1 ? utf8CodePoint(text.substr(at, length)) : byte;
+        if ((code >= 0x80 && code < 0xA0 && code != 0x85) || code == 0xFFFE || code == 0xFFFF)
+            return at;
+        at += length;
+    }
+    return {};
+}
+
+YamlRange rangeOf(fy_token* token, std::size_t before = 0, std::size_t after = 0)
+{
+    const fy_mark* const begin = token ? fy_token_start_mark(token) : nullptr;
+    const fy_mark* const end = token ? fy_token_end_mark(token) : nullptr;
+    return begin && end ? YamlRange{begin->input_pos - before, end->input_pos + after} : YamlRange();
+}
+
+YamlStyle styleOf(fy_token* token)
+{
+    switch (token ? fy_scalar_token_get_style(token) : FYSS_PLAIN) {
+    case FYSS_SINGLE_QUOTED:
+        return YamlStyle::Single;
+    case FYSS_DOUBLE_QUOTED:
+        return YamlStyle::Double;
+    case FYSS_LITERAL:
+        return YamlStyle::Literal;
+    case FYSS_FOLDED:
+        return YamlStyle::Folded;
+    default:
+        return YamlStyle::Plain;
+    }
+}
+
+} // namespace
+
+struct YamlReader::Parser
+{
+    explicit Parser(std::string_view text)
+    {
+        fy_diag_cfg diagnosis{};
+        fy_diag_cfg_default(&diagnosis);
+        errors = fy_diag_create(&diagnosis);
+        if (!errors)
+            throw std::bad_alloc();
+        fy_diag_set_collect_errors(errors, true); // what draws them would read beyond the text
+        // Real files close brackets in the column of their key, as all other readers let them.
+        fy_parse_cfg configuration{};
+        configuration.flags = static_cast<fy_parse_cfg_flags>(FYPCF_QUIET | FYPCF_DEFAULT_VERSION_AUTO |
+                                                              FYPCF_SLOPPY_FLOW_INDENTATION);
+        configuration.diag = errors;
+        parser = fy_parser_create(&configuration);
+        if (!parser || fy_parser_set_string(parser, text.data(), text.size()) != 0)
+            throw std::bad_alloc();
+    }
+
+    // After an error, parts of the parser would be freed twice: it is left alone, some 4 kB.
+    ~Parser()
+    {
+        if (fy_parser_get_stream_error(parser))
+            return;
+        fy_parser_destroy(parser);
+        fy_diag_unref(errors);
+    }
+
+    fy_diag* errors = nullptr;
+    fy_parser* parser = nullptr;
+};
+
+YamlReader::YamlReader(std::string_view yaml) : text(yaml)
+{
+    if (const auto foreign = findForeignByte(text)) {
+        const auto byte = static_cast<unsigned char>(text[*foreign]);
+        outcome =
+            outcomeAt(text, *foreign,
+                      byte == 0                                ? "a NUL, which is in no text"
+                      : utf8Length(text.substr(*foreign)) == 0 ? "this is not valid UTF-8"
+                                                               : "a control character, which YAML forbids");
+    } else if (!text.empty()) {
+        parser = std::make_unique<Parser>(text);
+    }
+}
+
+YamlReader::~YamlReader() = default;
+
+bool YamlReader::fail()
+{
+    void* previous = nullptr;
+    const fy_diag_error* const error = fy_diag_errors_iterate(parser->errors, &previous);
+    if (!error) {
+        outcome = outcomeAt(text, 0, "the text is not YAML");
+        return false;
+    }
+    outcome.error = error->msg;
+    outcome.line = std::size_t(std::max(error->line, 1));
+    outcome.column = std::size_t(std::max(error->column, 1));
+    return false;
+}
+
+bool YamlReader::next(YamlEvent& event)
+{
+    if (!parser)
+        return false;
+    const auto release = [this](fy_event* read) { fy_parser_event_free(parser->parser, read); };
+    while (true) {
+        const std::unique_ptr<fy_event, decltype(release)> read(fy_parser_parse(parser->parser), release);
+        if (!read)
+            return fy_parser_get_stream_error(parser->parser) && fail();
+        event = YamlEvent();
+        const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
+            event.kind = kind;
+            event.token = rangeOf(token);
+            event.style = event.token.begin < event.token.end ? YamlStyle::Flow : YamlStyle::Block;
+            return true;
+        };
+        const auto takeProperties = [&](fy_token* anchor, fy_token* tag) {
+            event.anchor = rangeOf(anchor, 1);
+            event.tag = rangeOf(tag);
+        };
+        switch (read->type) {
+        case FYET_DOCUMENT_START:
+            return take(YamlEvent::Kind::DocumentStart, read->document_start.document_start);
+        case FYET_DOCUMENT_END:
+            return take(YamlEvent::Kind::DocumentEnd, read->document_end.document_end);
+        case FYET_MAPPING_START:
+            takeProperties(read->mapping_start.anchor, read->mapping_start.tag);
+            return take(YamlEvent::Kind::MapStart, read->mapping_start.mapping_start);
+        case FYET_MAPPING_END:
+            return take(YamlEvent::Kind::MapEnd, read->mapping_end.mapping_end);
+        case FYET_SEQUENCE_START:
+            takeProperties(read->sequence_start.anchor, read->sequence_start.tag);
+            return take(YamlEvent::Kind::SequenceStart, read->sequence_start.sequence_start);
+        case FYET_SEQUENCE_END:
+            return take(YamlEvent::Kind::SequenceEnd, read->sequence_end.sequence_end);
+        case FYET_SCALAR: {
+            takeProperties(read->scalar.anchor, read->scalar.tag);
+            event.kind = YamlEvent::Kind::Scalar;
+            event.style = styleOf(read->scalar.value);
+            const bool isQuoted = event.style == YamlStyle::Single || event.style == YamlStyle::Double;
+            event.token = rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0);
+            return true;
+        }
+        case FYET_ALIAS:
+            event.kind = YamlEvent::Kind::Alias;
+            event.token = rangeOf(read->alias.anchor, 1);
+            return true;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,125 @@
+#include "repository/documents/common/BracketItems.h"
+#include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlTokens.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+void YamlEditor::remove(NodeId id, bool withComments)
+{
+    const NodeId parent = tree.node(id).parent;
+    if (tree.node(parent).isFlow())
+        removeFlow(parent, tree.positionOf(id), 1);
+    else if (tree.node(parent).count == 1)
+        empty(parent, withComments);
+    else
+        removeBlock(id, withComments);
+}
+
+void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t count)
+{
+    if (count == 0)
+        return;
+    if (tree.node(sequence).isFlow())
+        return removeFlow(sequence, from, count);
+    if (count == tree.node(sequence).count) {
+        const YamlNode& node = tree.node(sequence);
+        changed = sequence;
+        return edit(node.value, node.valueEnd, "[]");
+    }
+    for (std::size_t i = from; i < from + count; ++i)
+        removeBlock(tree.elementAt(sequence, i), false);
+}
+
+void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count)
+{
+    const YamlNode& node = tree.node(collection);
+    BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
+                          false);
+    brackets.remove(from, count);
+    take(collection, brackets);
+}
+
+void YamlEditor::removeBlock(NodeId id, bool withComments)
+{
+    if (layout.beginsLine(id))
+        removeLines(id, withComments);
+    else
+        removeCompact(id);
+}
+
+void YamlEditor::removeLines(NodeId id, bool withComments)
+{
+    const std::size_t begin = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
+    edit(begin, skipYamlLine(text(), layout.tailOf(id)), {});
+}
+
+// An entry after the "-" of the element that it is in: the next one comes up to there.
+void YamlEditor::removeCompact(NodeId id)
+{
+    const std::size_t begin = layout.beginOf(id);
+    const std::size_t line = findYamlLine(text(), begin);
+    const std::size_t tail = layout.tailOf(id);
+    edit(layout.tagAbove(id), line, {});
+    const std::size_t next = layout.beginOf(tree.node(id).next);
+    if (hasYamlComment(text(), tail, next))
+        edit(text().find_last_not_of(" \t", begin - 1) + 1, tail, {});
+    else
+        edit(begin, next, {});
+}
+
+// The last entry goes, and the collection stays.
+void YamlEditor::empty(NodeId collection, bool withComments)
+{
+    const YamlNode& node = tree.node(collection);
+    const NodeId id = node.first;
+    const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
+    changed = collection;
+    if (!layout.beginsLine(id)) {
+        edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
+        edit(layout.beginOf(id), layout.tailOf(id), brackets);
+    } else if (layout.isDocument(collection)) {
+        const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map && node.begin == node.value;
+        if (isWhole)
+            removeLines(id, withComments);
+        else {
+            edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
+            edit(layout.beginOf(id), layout.tailOf(id), brackets);
+        }
+    } else {
+        const std::size_t after = layout.afterIndicator(collection);
+        edit(after, after, ' ' + brackets);
+        removeLines(id, withComments);
+    }
+}
+
+Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t to)
+{
+    const NodeId element = tree.elementAt(sequence, from);
+    const NodeId there = tree.elementAt(sequence, to);
+    const YamlNode& node = tree.node(sequence);
+    if (node.isFlow()) {
+        const std::string_view whole = tree.text(node.value, node.valueEnd);
+        BracketItems brackets(whole, file.lineEnd, layout.itemsOf(sequence), false);
+        brackets.move(from, to);
+        take(sequence, brackets);
+        return {};
+    }
+    if (!layout.beginsLine(element) || !layout.beginsLine(there))
+        return refused("the first element is on the line of another one, behind its \"-\"");
+    const std::size_t begin = layout.commentsAbove(element);
+    const std::size_t end = skipYamlLine(text(), layout.tailOf(element));
+    std::string lines(text().substr(begin, end - begin));
+    lines += endsLine(lines) ? "" : file.lineEnd;
+    const std::size_t at =
+        from < to ? skipYamlLine(text(), layout.tailOf(there)) : layout.commentsAbove(there);
+    if (!endsLine(text().substr(0, at)))
+        lines.insert(0, file.lineEnd).resize(lines.find_last_not_of("\r\n") + 1);
+    edit(at, at, std::move(lines));
+    edit(begin, end, {});
+    return {};
+}
+
+} // namespace Repository::Documents

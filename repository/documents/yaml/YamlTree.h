@@ -1,0 +1,92 @@
+#pragma once
+
+#include "repository/documents/common/HashIndex.h"
+#include "repository/documents/yaml/YamlNode.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace Repository::Documents {
+
+static_assert(noNode == HashIndex::none);
+
+// The key of the member that holds the own value of a node which has children too.
+constexpr std::string_view yamlOwnValueKey = "#value";
+
+// The tree of a text of YAML, in the order of the text. It is not reshaped: after an edit of more than a
+// value the text is read again.
+class YamlTree : public SyntaxTree<YamlNode, YamlPart, 1>
+{
+public:
+    explicit YamlTree(std::string text) : SyntaxTree(std::move(text)) {}
+
+    std::string_view text(std::size_t begin, std::size_t end) const
+    {
+        return std::string_view(original).substr(begin, end - begin);
+    }
+
+    bool hasNode(NodeId id) const { return id < nodes.size(); }
+
+    // The value as it is written now, and as it was read.
+    std::string_view valueText(NodeId id) const;
+    std::string_view readValueText(NodeId id) const { return text(nodes[id].value, nodes[id].valueEnd); }
+    void restoreValue(NodeId id);
+    bool isEdited(NodeId id) const { return nodes[id].hasOwnTexts; }
+
+    // The decoded key, in the text or in the buffer.
+    std::string_view keyText(NodeId id, std::string& buffer) const;
+
+    // How many of its key, with it, come up to a member.
+    std::size_t ordinalOf(NodeId id) const { return nodes[id].isRepeated ? ordinals.at(id) : 1; }
+
+    // The node that a copy or an alias shows; noNode for an alias of nothing, and for any other node.
+    struct Origin
+    {
+        NodeId node = noNode;
+        bool isKey = false; // its key is what is shown
+    };
+    Origin originOf(NodeId id) const;
+
+    // The child by its component of a path; noNode without one. An own value is not a child, and neither are
+    // the elements of a list.
+    NodeId find(NodeId parent, std::string_view component) const;
+    NodeId findKey(NodeId parent, std::string_view key, std::size_t ordinal = 1) const;
+    NodeId elementAt(NodeId sequence, std::size_t position) const;
+    std::size_t positionOf(NodeId element) const;
+    void appendName(std::string& path, NodeId id, std::size_t position) const;
+    NodeId findOwnValue(NodeId id) const;
+    bool isOwnValue(NodeId id) const;
+
+    // Whether an alias shows what is in a node, or the node itself; the nearest such node.
+    NodeId findCopied(NodeId id) const;
+
+    // The first node at or below that an alias leads to from elsewhere; noNode for none.
+    NodeId findUsed(NodeId id) const;
+
+    // Where the first alias of a node is.
+    std::size_t findAliasOf(NodeId id) const;
+
+    // While reading.
+    void setRoot(NodeId id);
+    void setOrigin(NodeId id, Origin origin) { origins[id] = origin; }
+    void setKeyText(NodeId id, std::string text) { keyTexts[id] = std::move(text); }
+    void copyKeyText(NodeId from, NodeId to);
+    void numberMembers(NodeId map);
+    void noteAlias(NodeId target, std::size_t offset) { aliases.emplace(target, offset); }
+
+private:
+    static constexpr std::uint32_t fewChildren = 8; // are looked through
+
+    bool hasName(NodeId id, std::string_view key, std::size_t ordinal) const;
+
+    std::unordered_map<NodeId, Origin> origins;
+    std::unordered_map<NodeId, std::string> keyTexts; // of keys that are aliases
+    std::unordered_map<NodeId, std::size_t> ordinals;
+    std::unordered_map<NodeId, std::size_t> aliases;                  // the first of each target
+    std::unordered_map<NodeId, HashIndex> indexes;                    // of large maps
+    mutable std::unordered_map<NodeId, std::vector<NodeId>> elements; // of sequences that were searched
+};
+
+} // namespace Repository::Documents

@@ -1,0 +1,167 @@
+#include "repository/documents/yaml/YamlValues.h"
+
+#include "repository/documents/yaml/YamlList.h"
+#include "repository/documents/yaml/YamlTokens.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+Outcome YamlValues::check(std::string_view path, NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    const std::string_view text = tree.getOriginal();
+    if (node.kind == YamlKind::Merge)
+        return outcomeAt(text, node.value,
+                         quoted(path) + " names what is merged into its map; change that instead");
+    if (node.lacksColon && !file.isInFlow(id))
+        return outcomeAt(text, node.key,
+                         "the key of " + quoted(path) + " has no \":\" that a value could follow");
+    if (node.isShared) {
+        NodeId alias = id;
+        while (!tree.node(alias).isAlias || tree.node(alias).isShared)
+            alias = tree.node(alias).parent;
+        return outcomeAt(text, tree.node(alias).value,
+                         quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
+                             "; change what that leads to, or give the alias a value of its own");
+    }
+    for (NodeId item = node.kind == YamlKind::List ? node.first : noNode; item != noNode;
+         item = tree.node(item).next) {
+        if (tree.node(item).isAlias || tree.node(item).isUsed)
+            return outcomeAt(text, tree.node(item).begin,
+                             "an element of " + quoted(path) +
+                                 " is an alias or has one, which would be lost");
+    }
+    const NodeId copied = tree.findCopied(id);
+    if (copied == noNode)
+        return {};
+    const Outcome place = outcomeAt(text, tree.findAliasOf(copied));
+    return {quoted(path) + " is also shown by an alias, at line " + std::to_string(place.line) +
+                "; replace the alias by a value of its own first",
+            place.line, place.column};
+}
+
+bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.hasKey || node.tag != Type::Group || isYamlList(spelling))
+        return false;
+    return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
+}
+
+Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view spelling) const
+{
+    const YamlNode& node = tree.node(id);
+    const bool isFirstText = !node.isText && node.parent != noNode &&
+                             tree.node(node.parent).kind == YamlKind::Sequence &&
+                             tree.node(node.parent).nonTexts == 1;
+    if (isFirstText && isTextSpelling(id, spelling))
+        return refused(quoted(path) +
+                       " cannot become a text: all elements of its list would be texts, which are "
+                       "one value");
+    const std::string_view present = tree.valueText(id);
+    const bool losesComments =
+        node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
+    return losesComments ? refused(quoted(path) + " is a list with comments, which would be lost")
+                         : Outcome();
+}
+
+std::optional<std::string> YamlValues::spell(NodeId id, const Value& value, Type tag) const
+{
+    const YamlNode& node = tree.node(id);
+    const bool isAlias = node.isAlias && !tree.isEdited(id);
+    const std::string_view former = isAlias ? std::string_view() : file.bareText(id);
+    const YamlPlace place = file.placeOf(id);
+    const bool wasList = node.kind == YamlKind::List || isYamlList(former);
+    if (value.type == Type::StringList) {
+        const auto& list = std::get<std::vector<std::string>>(value.data);
+        if (!std::all_of(list.begin(), list.end(), [](const auto& text) { return isUtf8(text); }))
+            return {};
+        const std::size_t column = columnOfYaml(tree.getOriginal(), node.value);
+        auto alike = wasList && !isAlias ? spellYamlList(list, former, column, place) : std::nullopt;
+        if (!alike && former.find('#') != std::string_view::npos && wasList)
+            return {};
+        return alike ? std::move(alike) : std::optional(spellNewYamlList(list));
+    }
+    const std::string_view body = wasList ? std::string_view() : former;
+    auto spelled =
+        tag == Type::Group ? spellYamlValue(value, body, place) : spellTaggedYamlValue(value, body, place);
+    const bool holds = spelled && Documents::isSame(file.readAs(id, *spelled, tag), value);
+    return holds ? std::move(spelled) : std::nullopt;
+}
+
+bool YamlValues::wasRead(NodeId id, const Value& value) const
+{
+    const YamlNode& node = tree.node(id);
+    if (!tree.isEdited(id))
+        return false;
+    if (node.isAlias)
+        return Documents::isSame(file.readShown(id), value);
+    return Documents::isSame(file.readAs(id, tree.readValueText(id), node.tag), value);
+}
+
+void YamlValues::noteText(NodeId id, bool isText)
+{
+    YamlNode& node = tree.node(id);
+    if (node.parent == noNode || node.isText == isText || node.hasKey)
+        return;
+    node.isText = isText;
+    std::uint32_t& nonTexts = tree.node(node.parent).nonTexts;
+    nonTexts = isText ? nonTexts - 1 : nonTexts + 1;
+}
+
+std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
+{
+    const YamlNode& node = tree.node(id);
+    const std::string_view text = tree.getOriginal();
+    if (node.value == node.valueEnd && !spelling.empty())
+        return (node.lacksColon                                       ? ": "
+                : node.value > 0 && isYamlBlank(text[node.value - 1]) ? ""
+                                                                      : " ") +
+               spelling;
+    const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
+    const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
+                              columnOfYaml(text, node.value) <= file.blockAround(id);
+    return isIndentless && (spelling.empty() || spelling[0] != '-' || !isYamlList(spelling)) ? ' ' + spelling
+                                                                                             : spelling;
+}
+
+void YamlValues::put(NodeId id, const std::string& spelling)
+{
+    tree.setText(id, YamlPart::Value, withLead(id, spelling));
+    noteText(id, isTextSpelling(id, spelling));
+}
+
+void YamlValues::restore(NodeId id)
+{
+    tree.restoreValue(id);
+    const YamlNode& node = tree.node(id);
+    if (node.kind == YamlKind::Scalar)
+        noteText(id, node.isAlias ? file.readShown(id).type == Type::String
+                                  : isTextSpelling(id, tree.readValueText(id)));
+}
+
+bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
+{
+    const std::size_t around = file.blockAround(id);
+    const bool isBlockList = isYamlList(spelling) && spelling[0] == '-';
+    const std::size_t column = columnOfYaml(tree.getOriginal(), tree.node(id).value);
+    if (file.isInFlow(id) && (isBlockList || startsWith(spelling, "|") || startsWith(spelling, ">")))
+        return false;
+    std::string text;
+    if (file.isInFlow(id))
+        text = "{k: " + std::string(spelling) + '}';
+    else
+        text = std::string(around, ' ') + "k:" + (isBlockList ? '\n' + std::string(column, ' ') : " ") +
+               std::string(spelling);
+    YamlFile whole(std::move(text), TextEncoding());
+    if (!whole.readText().ok() || whole.tree.node(whole.tree.getRoot()).kind != YamlKind::Map)
+        return false;
+    const YamlNode& root = whole.tree.node(whole.tree.getRoot());
+    const NodeId value = root.first;
+    return root.count == 1 && whole.tree.node(value).isLeaf() &&
+           whole.tree.node(value).kind != YamlKind::Merge && !whole.tree.node(value).isAlias &&
+           whole.tree.readValueText(value) == spelling;
+}
+
+} // namespace Repository::Documents

@@ -1,0 +1,379 @@
+#include "repository/documents/common/ComponentCodec.h"
+#include "tests/documents/EntryLines.h"
+#include "tests/support/Columns.h"
+#include "tests/support/TestRun.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+using namespace EntryLines;
+using namespace Repository::Documents;
+
+namespace {
+
+using Edit = std::function<Outcome(Document&)>;
+
+Edit setTo(const std::string& path, const Value& value)
+{
+    return [=](Document& document) { return document.set(path, value); };
+}
+
+Edit add(const std::string& path, const Value& value = group())
+{
+    return [=](Document& document) { return document.insert(path, value); };
+}
+
+Edit drop(const std::string& path)
+{
+    return [=](Document& document) { return document.remove(path); };
+}
+
+Edit renameTo(const std::string& path, const std::string& name)
+{
+    return [=](Document& document) {
+        const auto outcome = document.rename(path, name);
+        return outcome ? *outcome : refused("must be moved");
+    };
+}
+
+Edit move(const std::string& path, const std::string& to)
+{
+    return [=](Document& document) { return *document.moveElement(path, to); };
+}
+
+Edit addElement(const std::string& path, const std::vector<Entry>& entries)
+{
+    return [=](Document& document) { return *document.insertElement(path, entries); };
+}
+
+Edit addAll(const std::string& path, const std::vector<Entry>& entries)
+{
+    return [=](Document& document) {
+        std::size_t refused = 0;
+        return document.insertAll(path, entries, refused);
+    };
+}
+
+std::vector<Entry> entriesOf(const Document& document)
+{
+    std::vector<Entry> entries;
+    document.visit([&](const Entry& entry) { entries.push_back(entry); });
+    return entries;
+}
+
+// What readers take for something else, or an emitter would write in another way.
+std::vector<Value> hardValues()
+{
+    return {text("no"),
+            text("~"),
+            text("- a"),
+            text("a: b"),
+            text("#x"),
+            text(" x "),
+            text("x\ny"),
+            text("\"'"),
+            text(""),
+            text(std::string(10000, 'l')),
+            text("---"),
+            text("{{ x }}"),
+            text("017"),
+            text("1:30"),
+            text("2024-01-02"),
+            text("0x1F"),
+            text("x\n\n"),
+            text("\n"),
+            text(" a\nb\n"),
+            text("a #b"),
+            text("\ttab"),
+            text("x\r\ny"),
+            text("*x"),
+            text("!!str x"),
+            text("\xC2\x85"),
+            text("é, [a]"),
+            text("null"),
+            text("1e3"),
+            text("<<"),
+            text("a\n  b\n\n\nc\n"),
+            text("? x"),
+            text("key:"),
+            text("a\n#b\n"),
+            text("---\n..."),
+            text("\x01"),
+            integer(-5),
+            number(1e22),
+            number(2),
+            number(-INFINITY),
+            boolean(true),
+            null(),
+            list({}),
+            list({"a", "no", "b, c", "d\ne", ": "}),
+            integer(42),
+            {Type::Unsigned, std::uint64_t(18446744073709551615U)},
+            {Type::ByteArray, std::string("\0\xFF", 2)}};
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Edit)
+
+class YamlEditTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void edits_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "after");
+        row("hexadecimal", "a: 0x0F # c\n", setTo("a", integer(31)), "a: 0x1F # c\n");
+        row("octal", "a: 0o17\n", setTo("a", integer(8)), "a: 0o10\n");
+        row("whole double", "a: 1.5\n", setTo("a", number(2)), "a: 2.0\n");
+        row("exponent", "a: 1.5\n", setTo("a", number(1e22)), "a: 1.0e+22\n");
+        row("case of a word", "a: TRUE\n", setTo("a", boolean(false)), "a: FALSE\n");
+        row("plain", "a: x y # c\n", setTo("a", text("z")), "a: z # c\n");
+        row("text to some", "a: x\n", setTo("a", text("no")), "a: \"no\"\n");
+        row("number to some", "a: x\n", setTo("a", text("1:30")), "a: \"1:30\"\n");
+        row("single", "a: 'x'\n", setTo("a", text("it's")), "a: 'it''s'\n");
+        row("single no more", "a: 'x'\n", setTo("a", text("\t")), "a: \"\\t\"\n");
+        row("double", "a: \"x\"\n", setTo("a", text("y")), "a: \"y\"\n");
+        row("lines", "a: x\r\nb: y\r\n", setTo("a", text("u\nv")), "a: |-\r\n  u\r\n  v\r\nb: y\r\n");
+        row("lines before a comment", "a: x # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\" # c\n");
+        row("lines above a comment", "a: x\n  # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\"\n  # c\n");
+        row("literal", "a: | # c\n    x\n\nb: 1\n", setTo("a", text("y\nz")),
+            "a: |- # c\n    y\n    z\n\nb: 1\n");
+        row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
+        row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
+            "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("digit", "- |\n x\n", setTo("", list({" y\nz\n"})), "- |1\n  y\n z\n");
+        row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
+        row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
+        row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
+        row("anchor and tag", "a: &x !!str 5\n", setTo("a", text("6")), "a: &x !!str \"6\"\n");
+        row("another tag", "a: !!str 5\n", setTo("a", integer(6)), "a: 6\n");
+        row("bytes", "a: !!binary |\n  aGk=\n", setTo("a", {Type::ByteArray, std::string("ab")}),
+            "a: !!binary |-\n  YWI=\n");
+        row("type tag", "# c\n# @type date\na: '2024-01-02'\n", setTo("a", integer(5)), "# c\na: 5\n");
+        row("element of a list", "a:\n- x # one\n# two\n- 'y' # three\nb: 1\n", setTo("a", list({"x", "z"})),
+            "a:\n- x # one\n# two\n- 'z' # three\nb: 1\n");
+        row("longer list", "a:\n  - x # one\nb: 1\n", setTo("a", list({"x", "w"})),
+            "a:\n  - x # one\n  - w\nb: 1\n");
+        row("list no more", "a:\n- x\nb: 1\n", setTo("a", integer(5)), "a:\n 5\nb: 1\n");
+        row("empty list", "a:\n- x\nb: 1\n", setTo("a", list({})), "a:\n []\nb: 1\n");
+        row("after the last", "a:\n  b: 1 # c\n  # in a\n\n# of d\nd: 2\n", add("a.k", integer(5)),
+            "a:\n  b: 1 # c\n  # in a\n  k: 5\n\n# of d\nd: 2\n");
+        row("into comments", "# the file\n", add("k", integer(1)), "# the file\nk: 1\n");
+        row("no line end", "a: 1", add("k", integer(1)), "a: 1\nk: 1\n");
+        row("step of the file", "a:\n    b: 1\n", add("c.d.e", text("x")),
+            "a:\n    b: 1\nc:\n    d:\n        e: x\n");
+        row("column of lists", "a:\n- x\n", add("b", list({"w"})), "a:\n- x\nb:\n- w\n");
+        row("into brackets", "a: {b: 1}\n", add("a.k.l", text("x")), "a: {b: 1, k: {l: x}}\n");
+        row("into empty brackets", "a: {} # c\nb: 1\n", add("a.k", integer(1)), "a: # c\n  k: 1\nb: 1\n");
+        row("into an empty document", "[]\n", addElement("0", {{"k", integer(1)}}), "- k: 1\n");
+        row("over lines", "a: {\n  b: 1, # c\n}\n", add("a.k", integer(2)),
+            "a: {\n  b: 1, # c\n  k: 2,\n}\n");
+        row("below a value", "a: 1 # c\nb: 2\n", add("a.k", integer(3)),
+            "a:\n  \"#value\": 1 # c\n  k: 3\nb: 2\n");
+        row("type without a form", "a: 1\n", add("k", {Type::Date, std::string("2024-01-02")}),
+            "a: 1\n# @type date\nk: \"2024-01-02\"\n");
+        row("element", "a:\n  - b: 1\n  # of two\n  - c\n",
+            addElement("a.1", {{"k", integer(7)}, {"l.m", null()}}),
+            "a:\n  - b: 1\n  - k: 7\n    l:\n      m: null\n  # of two\n  - c\n");
+        row("whole", "", addAll("", {{"a.b", text("x")}, {"c", list({"w", "yes"})}}),
+            "a:\n  b: x\nc:\n  - w\n  - \"yes\"\n");
+        row("comments stay", "# of a\na: 1 # c\n# of b\nb: 2\n", drop("a"), "# of a\n# of b\nb: 2\n");
+        row("the last entry", "a: # x\n  # y\n  b: 1\nc: 2\n", drop("a.b"), "a: {} # x\n  # y\nc: 2\n");
+        row("the last element", "a:\n- {}\nb: 1\n", drop("a.0"), "a: []\nb: 1\n");
+        row("first in an element", "- a: 1\n  b: 2\n", drop("0.a"), "- b: 2\n");
+        row("first above a comment", "- a: 1 # x\n  # y\n  b: 2\n", drop("0.a"), "-\n  # y\n  b: 2\n");
+        row("in brackets", "a: {b: 1, c: 2, }\n", drop("a.c"), "a: {b: 1, }\n");
+        row("with a text", "a: |+\n  x\n\nb: 1\n", drop("a"), "b: 1\n");
+        row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
+        row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
+        row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
+            "# of two\n- b: 2\n  c: 3\n- a: 1\n");
+    }
+
+    void edits()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(Edit, edit);
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(before.toStdString()).ok());
+        const Outcome outcome = edit(*document);
+        QVERIFY2(outcome.ok(), outcome.error.c_str());
+        QTEST(QByteArray::fromStdString(document->getBytes()), "after");
+        QCOMPARE(toLines("yaml", document->getBytes()), toLines(*document));
+    }
+
+    void refuses_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
+        row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
+        row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
+            "no comment can tag");
+        row("all texts", "a: [1, x]\n", setTo("a.0", text("y")), "one value");
+        row("twice", "a: 1\n", add("a[2]", integer(1)), "which YAML forbids");
+        row("long key", "a: 1\n", add(std::string(1025, 'k'), integer(1)), "longer than 1024");
+        row("there", "a: 1\nb: 2\n", renameTo("a", "b"), "already an entry");
+        row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");
+        row("below an alias", "a: &x {k: 1}\nb: *x\n", setTo("b.k", integer(2)), "the alias *x");
+        row("shown by an alias", "a: &x {k: 1}\nb: *x\n", setTo("a.k", integer(2)), "at line 2");
+        row("used anchor", "a: &x 1\nb: *x\n", drop("a"), "is used at line 2");
+        row("merged", "a: &x {k: 1}\nb:\n  <<: *x\n", setTo("b.<<", integer(2)), "merged");
+        row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
+        row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
+        row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
+        row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
+    }
+
+    void refuses()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(Edit, edit);
+        QFETCH(QByteArray, error);
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(before.toStdString()).ok());
+        const Outcome outcome = edit(*document);
+        QVERIFY2(outcome.error.find(error.toStdString()) != std::string::npos, outcome.error.c_str());
+        QCOMPARE(QByteArray::fromStdString(document->getBytes()), before);
+    }
+
+    // Scalars of real files, and of one that always is there, become values that are hard to write: one value
+    // differs when the file is read again, all bytes around it are what they were, and its former spelling
+    // gives the former bytes.
+    void setsValues_data()
+    {
+        const auto row = TestSupport::columns<QByteArray>("yaml");
+        row("small", "a: x # c\nb:\n  - 1\n  - 'y'\n\n  - |+\n    z\n\n# d\nc: {d: ~, e: \"f\", g}\nh: >-\n  "
+                     "i\n  j\nk:\n");
+        for (const char* folder : {"yaml", "variants"}) {
+            QDirIterator files(TestSupport::corporaPath(QString::fromLatin1(folder)), QDir::Files);
+            while (files.hasNext()) {
+                QFile file(files.next());
+                const bool isYaml = folder[0] == 'y' || files.fileName().startsWith(QLatin1String("yaml-"));
+                if (isYaml && file.open(QIODevice::ReadOnly) && file.size() < 100000)
+                    QTest::newRow(
+                        qPrintable(QString::fromLatin1(folder) + QLatin1Char('/') + files.fileName()))
+                        << file.readAll();
+            }
+        }
+    }
+
+    void setsValues()
+    {
+        QFETCH(QByteArray, yaml);
+        const std::string bytes = yaml.toStdString();
+        const auto document = makeDocument("yaml");
+        if (!document->parse(bytes).ok())
+            return;
+        const std::vector<Entry> entries = entriesOf(*document);
+        const auto values = hardValues();
+        const int most = std::max(30, qEnvironmentVariableIntValue("VANTRY_WALK_FILES"));
+        const std::size_t step = std::max<std::size_t>(1, entries.size() / std::size_t(most));
+        for (std::size_t i = 0; i < entries.size(); i += step) {
+            const auto place = document->locate(entries[i].path);
+            const Value& value = values[(i * 7 + bytes.size()) % values.size()];
+            if (!place || entries[i].value.type == Type::Group)
+                continue;
+            const auto spelling = document->spell(entries[i].path);
+            const Outcome outcome = document->set(entries[i].path, value);
+            const std::string after = document->getBytes();
+            if (!outcome.ok()) {
+                QCOMPARE(after, bytes);
+                continue;
+            }
+            const auto what =
+                "line " +
+                std::to_string(std::count(bytes.begin(), bytes.begin() + long(place->offset), '\n') + 1) +
+                ", " + entries[i].path + " = " + toLine(value).toStdString().substr(0, 80);
+            std::string_view head = std::string_view(bytes).substr(0, place->offset);
+            const std::string_view tail = std::string_view(bytes).substr(place->offset + place->length);
+            head = head.substr(0, head.find_last_not_of(' ') + 1);
+            QVERIFY2(after.compare(0, head.size(), head) == 0 && after.size() >= tail.size() &&
+                         after.compare(after.size() - tail.size(), tail.size(), tail) == 0,
+                     what.c_str());
+            QStringList expected;
+            for (std::size_t j = 0; j < entries.size(); ++j)
+                expected += toLine(Entry{entries[j].path, i == j ? value : entries[j].value});
+            const QStringList found = toLines("yaml", after);
+            QVERIFY2(found == expected, what.c_str());
+            QVERIFY2(document->respell(entries[i].path, *spelling).ok(), what.c_str());
+            QVERIFY2(document->getBytes() == bytes, what.c_str());
+        }
+    }
+
+    // Entries are taken out, renamed and added anywhere in real files: what the file is read to be is what
+    // the document shows, and no comment outside of what was taken out is lost or moved before another.
+    void changesShapes_data() { setsValues_data(); }
+
+    void changesShapes()
+    {
+        QFETCH(QByteArray, yaml);
+        const std::string bytes = yaml.toStdString();
+        auto document = makeDocument("yaml");
+        if (!document->parse(bytes).ok())
+            return;
+        const std::vector<Entry> entries = entriesOf(*document);
+        const std::size_t step = std::max<std::size_t>(1, entries.size() / 12);
+        for (std::size_t i = 0; i < entries.size(); i += step) {
+            const std::string& path = entries[i].path;
+            const std::vector<std::pair<const char*, Edit>> edits{
+                {"remove", drop(path)},
+                {"rename", renameTo(path, "re-named")},
+                {"add", add(joinPath(path, "added"), text("it's\nnew"))},
+                {"add beside", add(joinPath(splitLast(path).parent, "a b.c"), list({"x", "no"}))},
+                {"copy", [&](Document& other) {
+                     const auto excerpt = other.excerpt(path);
+                     const bool isDone =
+                         excerpt && other.insertExcerpt(joinPath(splitLast(path).parent, "copied"), *excerpt);
+                     return isDone ? Outcome() : refused("by its values only");
+                 }}};
+            for (const auto& [what, edit] : edits) {
+                const Outcome outcome = edit(*document);
+                const std::string after = document->getBytes();
+                if (!outcome.ok()) {
+                    QCOMPARE(after, bytes);
+                    continue;
+                }
+                const std::string where = std::string(what) + ' ' + path;
+                QVERIFY2(toLines("yaml", after) == toLines(*document), where.c_str());
+                QVERIFY2(keepsLines(bytes, after, what[0] == 'r' && what[2] == 'm'), where.c_str());
+                QVERIFY(document->parse(bytes).ok());
+            }
+        }
+    }
+
+private:
+    // Whether the lines that are nothing but a comment are the same, or some of them are gone.
+    static bool keepsLines(const std::string& before, const std::string& after, bool mayGo)
+    {
+        const auto commentsIn = [](const std::string& bytes) {
+            QStringList found;
+            const auto lines =
+                QString::fromStdString(bytes).split(QRegularExpression(QStringLiteral("[\r\n]+")));
+            for (const QString& line : lines) {
+                if (line.trimmed().startsWith(QLatin1Char('#')))
+                    found += line.trimmed();
+            }
+            return found;
+        };
+        const QStringList old = commentsIn(before);
+        const QStringList now = commentsIn(after);
+        auto next = old.begin();
+        for (const QString& comment : now) {
+            next = std::find(next, old.end(), comment);
+            if (next == old.end())
+                return !mayGo && now.size() > old.size();
+            ++next;
+        }
+        return mayGo || now.size() >= old.size();
+    }
+};
+
+VANTRY_TEST_MAIN(QCoreApplication, YamlEditTest)
+
+#include "yaml_edit_test.moc"
