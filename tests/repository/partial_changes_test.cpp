@@ -144,6 +144,19 @@ private slots:
         QCOMPARE(saved(), with("speed = 3 ;", "rate = 3 ;"));
     }
 
+    // A name whose parts are saved one after the other comes with its comments in the end.
+    void losesNoCommentInParts()
+    {
+        QVERIFY(mount("ini", "m", plant));
+        QVERIFY(move("m.pump.speed", "m.pump.rate"));
+        QVERIFY(changes()->saveChanges(Name("m"), names("m.pump.rate")));
+        QCOMPARE(unsaved(), names("m.pump.speed"));
+        QVERIFY(contentOf(fileOf("m")).contains("speed = 3 ; rpm\n"));
+        QVERIFY(changes()->saveChanges(Name("m"), names("m.pump.speed")));
+        QCOMPARE(contentOf(fileOf("m")), with("speed = 3 ;", "rate = 3 ;"));
+        QCOMPARE(changes()->getEditedBackends(), QStringList());
+    }
+
     void keepsTheEncoding()
     {
         const QString before = QString::fromUtf8("a=ä\n1=1\n2=2\n3=3\n4=4\n5=5\n6=6\n7=7\nb=ö\n");
