@@ -22,6 +22,7 @@
 #include "desk/session/SessionKeeper.h"
 #include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
+#include "desk/window/GoMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
@@ -143,6 +144,9 @@ void MainWindow::setUpMenus()
     connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
             [this](const QString& path) { selectNew(path); });
     edit->addFinding(*find);
+    go = new GoMenu([this] { return edit->getSelection().getPath(); }, this);
+    menuBar()->addMenu(go);
+    connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
@@ -178,8 +182,31 @@ void MainWindow::setUpMenus()
     reopenAction->setChecked(true);
     view->addAction(reopenAction);
 
+    setUpHelp();
+}
+
+void MainWindow::setUpHelp()
+{
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    QAction* const commands = help->addAction(
+        tr("&Commands..."), this, [this] { showActions(ActionList::Shown::Everything); },
+        Qt::CTRL + Qt::SHIFT + Qt::Key_P);
+    commands->setObjectName(QStringLiteral("showCommands"));
+    QAction* const keys = help->addAction(
+        tr("&Keys..."), this, [this] { showActions(ActionList::Shown::Keys); }, Qt::Key_F1);
+    keys->setObjectName(QStringLiteral("showKeys"));
+    help->addSeparator();
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+// What is chosen is done once the list is gone.
+void MainWindow::showActions(ActionList::Shown shown)
+{
+    edit->refresh();
+    ActionList list(*menuBar(), shown, this);
+    const bool isChosen = list.exec() == QDialog::Accepted;
+    if (QAction* const action = list.getChosen(); isChosen && action)
+        QTimer::singleShot(0, action, &QAction::trigger);
 }
 
 void MainWindow::setUpPlaces()
@@ -415,6 +442,12 @@ void MainWindow::selectNew(const QString& path, int attempts)
 }
 
 void MainWindow::selectAttribute(const QString& path)
+{
+    go->noteJump(currentInTree(*this), path);
+    showNode(path);
+}
+
+void MainWindow::showNode(const QString& path)
 {
     if (select(path))
         return;
