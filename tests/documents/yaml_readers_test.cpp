@@ -142,14 +142,14 @@ private slots:
             const QString name = folder.filePath(QString::number(++written));
             const auto before = makeDocument("yaml");
             QVERIFY(before->parse(bytes.toStdString()).ok());
-            write(*before, name + QStringLiteral(".base"), false);
+            write(*before, name + QStringLiteral(".base"), entriesOf(*before));
             for (int kind = 0; kind < 12; ++kind) {
                 const auto document = makeDocument("yaml");
                 document->parse(bytes.toStdString());
                 QRandomGenerator random(quint32(bytes.size() * 31 + kind));
                 for (int i = 0; i < 3; ++i)
                     editAnywhere(*document, kind, random);
-                write(*document, name + QStringLiteral(".edit%1").arg(kind), true);
+                write(*document, name + QStringLiteral(".edit%1").arg(kind), entriesOf(*before));
             }
         }
         QProcess python;
@@ -200,14 +200,17 @@ private:
         }
     }
 
-    static bool mayBeEdited(const Value& value)
+    // One of the new values, which the file did not have before.
+    static bool isEdited(const Value& value, const std::vector<Entry>& before)
     {
-        return std::any_of(newValues().begin(), newValues().end(),
-                           [&](const Value& each) { return FrameworkCore::Values::isSame(each, value); });
+        const auto isIt = [&](const Value& each) { return FrameworkCore::Values::isSame(each, value); };
+        return std::any_of(newValues().begin(), newValues().end(), isIt) &&
+               std::none_of(before.begin(), before.end(),
+                            [&](const Entry& entry) { return isIt(entry.value); });
     }
 
     // A value of a map that has entries as well is its member.
-    static void write(const Document& document, const QString& name, bool isEdited)
+    static void write(const Document& document, const QString& name, const std::vector<Entry>& before)
     {
         QFile yaml(name + QStringLiteral(".yaml"));
         QFile values(name + QStringLiteral(".values"));
@@ -222,7 +225,8 @@ private:
             const auto components = splitPath(entries[i].path).value_or(std::vector<std::string_view>());
             for (const std::string_view component : components)
                 line += decodeKey(component).value_or(std::string(component)) + '\x1f';
-            if (i + 1 < entries.size() && startsWith(entries[i + 1].path, entries[i].path + '.'))
+            if (i + 1 < entries.size() &&
+                (entries[i].path.empty() || startsWith(entries[i + 1].path, entries[i].path + '.')))
                 line += "#value\x1f";
             std::string shown = toText(value);
             if (const auto* const items = std::get_if<std::vector<std::string>>(&value.data)) {
@@ -233,7 +237,7 @@ private:
                 shown = QByteArray::fromStdString(std::get<std::string>(value.data)).toHex().toStdString();
             }
             const std::string kind(value.type == Type::Unsigned ? "integer" : rowOf(value.type).name);
-            line += (isEdited && mayBeEdited(value) ? "+\x1f" : "-\x1f") + kind + '\x1f' + shown + '\x1d';
+            line += (isEdited(value, before) ? "+\x1f" : "-\x1f") + kind + '\x1f' + shown + '\x1d';
             values.write(QByteArray::fromStdString(line));
         }
     }
