@@ -1,11 +1,13 @@
 #include "repository/documents/yaml/YamlReader.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <libfyaml.h>
 #include <new>
 #include <optional>
+#include <utility>
 
 namespace Repository::Documents {
 
@@ -88,17 +90,23 @@ struct YamlReader::Parser
             throw std::bad_alloc();
     }
 
-    // After an error, parts of the parser would be freed twice: it is left alone, some 4 kB.
     ~Parser()
     {
-        if (fy_parser_get_stream_error(parser))
-            return;
         fy_parser_destroy(parser);
         fy_diag_unref(errors);
     }
 
+    // After an error, parts of the parser would be freed twice: it is left alone, some 4 kB.
+    static void leave(std::unique_ptr<Parser> failed)
+    {
+        static std::atomic<Parser*> last{nullptr}; // leads to all of them, which are not lost therefore
+        Parser* const left = failed.release();
+        left->before = last.exchange(left);
+    }
+
     fy_diag* errors = nullptr;
     fy_parser* parser = nullptr;
+    Parser* before = nullptr; // another one that was left
 };
 
 YamlReader::YamlReader(std::string_view yaml) : text(yaml)
@@ -115,7 +123,11 @@ YamlReader::YamlReader(std::string_view yaml) : text(yaml)
     }
 }
 
-YamlReader::~YamlReader() = default;
+YamlReader::~YamlReader()
+{
+    if (parser && fy_parser_get_stream_error(parser->parser))
+        Parser::leave(std::move(parser));
+}
 
 bool YamlReader::fail()
 {
