@@ -8,6 +8,7 @@
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/MonitorLists.h"
 #include "desk/files/OpeningProgress.h"
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
@@ -74,8 +75,11 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
     applications.createApplications(loader);
     showFirstPages(!firstFiles.isEmpty());
-    mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
+    QStringList names = firstFiles;
+    const QStringList lists = MonitorLists::takeFrom(names);
+    mounter.mount(names); // while the pages, which watch for it, are put into the window
     addApplications();
+    showMonitorLists(lists);
     places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
@@ -366,8 +370,21 @@ void MainWindow::openFiles(const QStringList& names, const QString& type)
 {
     if (names.isEmpty())
         return;
-    mounter.mount(names, type);
+    QStringList configurations = names;
+    const QStringList lists = type.isEmpty() ? MonitorLists::takeFrom(configurations) : QStringList();
+    mounter.mount(configurations, type);
+    showMonitorLists(lists);
     showFirstPages(true);
+}
+
+void MainWindow::showMonitorLists(const QStringList& lists)
+{
+    QStringList problems;
+    for (const QString& list : lists)
+        problems += MonitorLists::show(list, *this);
+    problems.removeAll(QString());
+    fileProblems += problems;
+    notices->addNotices(problems);
 }
 
 void MainWindow::waitForFirstFiles()

@@ -85,6 +85,7 @@ private:
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
+    void showMonitorLists(const QStringList& lists);
     void applyKept(const KeptChanges::Entry& entry);
     void showResult(const FileMounter::Result& result);
     bool mayEntryBeLost();
