@@ -64,7 +64,7 @@ void FindDock::addStatus()
     status = new PlainLabel;
     status->setObjectName(QStringLiteral("findStatus"));
     status->setWordWrap(true);
-    stop = new QPushButton(tr("&Stop"));
+    stop = new QPushButton(tr("St&op"));
     stop->setObjectName(QStringLiteral("findStop"));
     connect(stop, &QPushButton::clicked, this, [this] {
         run.stop();
@@ -192,8 +192,8 @@ void FindDock::showButtons()
     stop->setVisible(run.isRunning());
     replace->setVisible(form->isReplacing());
     replace->setEnabled(count > 0 && !run.isRunning() && !replacing.valid());
-    replace->setText(count == 1 ? tr("&Replace 1 Value")
-                                : tr("&Replace %1 Values").arg(QLocale().toString(count)));
+    replace->setText(count == 1 ? tr("Replace 1 Val&ue")
+                                : tr("Replace %1 Val&ues").arg(QLocale().toString(count)));
 }
 
 // On another thread: a file may be large, or be saved just now.

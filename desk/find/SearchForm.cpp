@@ -63,8 +63,8 @@ QHBoxLayout* SearchForm::makeTextRow()
     auto* const row = new QHBoxLayout;
     row->addWidget(text, 1);
     row->addWidget(syntax);
-    matchCase = makeBox(tr("Match &case"), "findCase", false);
-    whole = makeBox(tr("W&hole text"), "findWhole", false);
+    matchCase = makeBox(tr("Match case"), "findCase", false);
+    whole = makeBox(tr("&Whole text"), "findWhole", false);
     row->addWidget(matchCase);
     row->addWidget(whole);
     return row;
@@ -82,7 +82,7 @@ QHBoxLayout* SearchForm::makeFieldRow()
     add(SearchQuery::Name, tr("&names"), "findNames", true);
     add(SearchQuery::Path, tr("&paths"), "findPaths", false);
     add(SearchQuery::Value, tr("val&ues"), "findValues", true);
-    add(SearchQuery::Type, tr("&types"), "findTypes", false);
+    add(SearchQuery::Type, tr("t&ypes"), "findTypes", false);
     row->addSpacing(12);
     row->addWidget(new PlainLabel(tr("of:")));
     row->addWidget(&scope);

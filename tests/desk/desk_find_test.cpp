@@ -158,7 +158,7 @@ private slots:
         QVERIFY2(foundRows().first().startsWith(speed + QStringLiteral("|1200|it holds a whole number")),
                  qPrintable(foundRows().first()));
         auto& button = *desk->part<QPushButton>("findReplace");
-        QCOMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
+        QCOMPARE(button.text(), QStringLiteral("Replace 2 Val&ues"));
         QVERIFY(TestSupport::pressKey(QStringLiteral("BackSpace")));
         QVERIFY(TestSupport::typeText(QStringLiteral("3")));
         QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of 3|plant.json:2"));
@@ -166,7 +166,7 @@ private slots:
         QTRY_VERIFY(hits().hasFocus());
         QVERIFY(pressKey(QStringLiteral("Down")));
         QVERIFY(pressKey(QStringLiteral("space"))); // leaves the name as it is
-        QTRY_COMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
+        QTRY_COMPARE(button.text(), QStringLiteral("Replace 2 Val&ues"));
         QTest::mouseClick(&button, Qt::LeftButton);
         QTRY_COMPARE(read(speed).toInt(), 300);
         QCOMPARE(read(maximum).toInt(), 35);
