@@ -3,6 +3,7 @@
 #include "cli/Records.h"
 #include "cli/SearchArguments.h"
 #include "cli/TreeWalk.h"
+#include "cli/ValuePlaces.h"
 #include "cli/commands/Commands.h"
 
 #include <QFileInfo>
@@ -14,7 +15,6 @@ namespace {
 using FrameworkCore::AppConfig::FilePosition;
 using FrameworkCore::AppConfig::Interfaces::SearchHit;
 using FrameworkCore::AppConfig::Interfaces::SearchQuery;
-using FrameworkCore::AppConfig::Interfaces::TextPlace;
 
 // Nothing, and a message, when one of them is none.
 std::optional<std::vector<Condition>> readConditions(const Invocation& invocation)
@@ -40,7 +40,7 @@ public:
     Finding(const Session& openSession, const Invocation& invocation, std::vector<Condition> wanted,
             bool hasManyFiles)
         : session(openSession), conditions(std::move(wanted)), showsLines(invocation.has("--lines")),
-          showsFiles(showsLines || hasManyFiles), records(invocation)
+          showsFiles(showsLines || hasManyFiles), places(openSession), records(invocation)
     {
     }
 
@@ -81,12 +81,11 @@ private:
     }
 
     // Of what is on no line, as a folder, only the file that was given.
-    FilePosition placeOf(const Source& source, const QString& path) const
+    FilePosition placeOf(const Source& source, const QString& path)
     {
-        TextPlace place;
-        if (!showsLines || !session.getRepository().getTextInterface()->locate(path, place).ok())
-            return {source.given};
-        return {source.shownFile(place.position.file), place.position.line, place.position.column};
+        const FilePosition place = showsLines ? places.of(path) : FilePosition();
+        return place.line == 0 ? FilePosition{source.given, 0, 0}
+                               : FilePosition{source.shownFile(place.file), place.line, place.column};
     }
 
     void print(const Condition::Node& node, const FilePosition& place)
@@ -113,6 +112,7 @@ private:
     const std::vector<Condition> conditions;
     const bool showsLines;
     const bool showsFiles;
+    ValuePlaces places;
     Records records;
     bool isFound = false;
 };
