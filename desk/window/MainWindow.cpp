@@ -13,6 +13,7 @@
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
 #include "desk/find/FindDock.h"
+#include "desk/language/LanguageMenu.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
@@ -177,6 +178,9 @@ void MainWindow::setUpMenus()
     reopenAction->setCheckable(true);
     reopenAction->setChecked(true);
     view->addAction(reopenAction);
+    auto* const language = new LanguageMenu(view);
+    view->addMenu(language);
+    connect(language, &LanguageMenu::announced, this, &MainWindow::showNotice);
 
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
