@@ -123,6 +123,8 @@ void FindDock::search()
 void FindDock::show(const QVector<SearchRun::SearchHit>& found)
 {
     hits.add(found);
+    if (view->hasFocus() && !view->currentIndex().isValid()) // Return came before them
+        view->moveBy(1);
     if (hits.rowCount() == HitModel::mostRows) {
         run.stop();
         lastNotice = tr("more are not listed");

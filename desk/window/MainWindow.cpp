@@ -8,6 +8,7 @@
 #include "desk/files/FileDrops.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
+#include "desk/files/MonitorLists.h"
 #include "desk/files/OpeningProgress.h"
 #include "desk/files/ProblemFeed.h"
 #include "desk/files/ProblemsDock.h"
@@ -23,6 +24,7 @@
 #include "desk/session/SessionKeeper.h"
 #include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
+#include "desk/window/GoMenu.h"
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
@@ -74,8 +76,11 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
     applications.createApplications(loader);
     showFirstPages(!firstFiles.isEmpty());
-    mounter.mount(firstFiles); // while the pages, which watch for it, are put into the window
+    QStringList names = firstFiles;
+    const QStringList lists = MonitorLists::takeFrom(names);
+    mounter.mount(names); // while the pages, which watch for it, are put into the window
     addApplications();
+    showMonitorLists(lists);
     places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
     WindowMemory::restore(*this);
     plugins->showFindings(loader.getFindings());
@@ -144,6 +149,9 @@ void MainWindow::setUpMenus()
     connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
             [this](const QString& path) { selectNew(path); });
     edit->addFinding(*find);
+    go = new GoMenu([this] { return edit->getSelection().getPath(); }, this);
+    menuBar()->addMenu(go);
+    connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
     setUpPlaces();
     connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
 
@@ -182,8 +190,31 @@ void MainWindow::setUpMenus()
     view->addMenu(language);
     connect(language, &LanguageMenu::announced, this, &MainWindow::showNotice);
 
+    setUpHelp();
+}
+
+void MainWindow::setUpHelp()
+{
     QMenu* const help = menuBar()->addMenu(tr("&Help"));
+    QAction* const commands = help->addAction(
+        tr("&Commands..."), this, [this] { showActions(ActionList::Shown::Everything); },
+        Qt::CTRL + Qt::SHIFT + Qt::Key_P);
+    commands->setObjectName(QStringLiteral("showCommands"));
+    QAction* const keys = help->addAction(
+        tr("&Keys..."), this, [this] { showActions(ActionList::Shown::Keys); }, Qt::Key_F1);
+    keys->setObjectName(QStringLiteral("showKeys"));
+    help->addSeparator();
     help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
+}
+
+// What is chosen is done once the list is gone.
+void MainWindow::showActions(ActionList::Shown shown)
+{
+    edit->refresh();
+    ActionList list(*menuBar(), shown, this);
+    const bool isChosen = list.exec() == QDialog::Accepted;
+    if (QAction* const action = list.getChosen(); isChosen && action)
+        QTimer::singleShot(0, action, &QAction::trigger);
 }
 
 void MainWindow::setUpPlaces()
@@ -343,8 +374,21 @@ void MainWindow::openFiles(const QStringList& names, const QString& type)
 {
     if (names.isEmpty())
         return;
-    mounter.mount(names, type);
+    QStringList configurations = names;
+    const QStringList lists = type.isEmpty() ? MonitorLists::takeFrom(configurations) : QStringList();
+    mounter.mount(configurations, type);
+    showMonitorLists(lists);
     showFirstPages(true);
+}
+
+void MainWindow::showMonitorLists(const QStringList& lists)
+{
+    QStringList problems;
+    for (const QString& list : lists)
+        problems += MonitorLists::show(list, *this);
+    problems.removeAll(QString());
+    fileProblems += problems;
+    notices->addNotices(problems);
 }
 
 void MainWindow::waitForFirstFiles()
@@ -419,6 +463,12 @@ void MainWindow::selectNew(const QString& path, int attempts)
 }
 
 void MainWindow::selectAttribute(const QString& path)
+{
+    go->noteJump(currentInTree(*this), path);
+    showNode(path);
+}
+
+void MainWindow::showNode(const QString& path)
 {
     if (select(path))
         return;

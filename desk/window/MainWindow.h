@@ -5,6 +5,7 @@
 #include "desk/log/LogFeed.h"
 #include "desk/plugins/ApplicationHost.h"
 #include "desk/plugins/PluginLoader.h"
+#include "desk/window/ActionList.h"
 #include "host/Utilities/RefusedEdits.h"
 
 #include <QMainWindow>
@@ -20,6 +21,7 @@ class EditMenu;
 class FailureHint;
 class FileMenu;
 class FindDock;
+class GoMenu;
 class KeptChangesBar;
 class LogDock;
 class NavigationArea;
@@ -83,15 +85,19 @@ private:
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
+    void showMonitorLists(const QStringList& lists);
     void applyKept(const KeptChanges::Entry& entry);
     void showResult(const FileMounter::Result& result);
     bool mayEntryBeLost();
     void editAgain(const Utilities::RefusedEdit& refused);
-    void selectAttribute(const QString& path);
+    void selectAttribute(const QString& path); // from elsewhere, so that one can go back
+    void showNode(const QString& path);
     void selectNew(const QString& path, int attempts = 30);
     bool select(const QString& path);
     void showNotice(const QString& text);
     void showFiles();
+    void setUpHelp();
+    void showActions(ActionList::Shown shown);
     void showAbout();
 
     PluginLoader& loader;
@@ -108,6 +114,7 @@ private:
     QSplitter* areas = nullptr;
     FileMenu* file = nullptr;
     EditMenu* edit = nullptr;
+    GoMenu* go = nullptr;
     Places* places = nullptr;
     NavigationArea* navigation = nullptr;
     QMenu* view = nullptr;

@@ -33,6 +33,52 @@ std::optional<Documents::Span> locateFirst(const Document& document, const std::
     return isFound ? document.locate(first) : std::nullopt;
 }
 
+// A text as people read it, and where in it the bytes at the ends of values are. Values may share their
+// bytes.
+class PeopleText
+{
+public:
+    explicit PeopleText(const Documents::ValueSpans& spans)
+    {
+        for (const auto& value : spans.getValues()) {
+            bytes.push_back(value.span.offset);
+            bytes.push_back(value.span.offset + value.span.length);
+        }
+        bytes.push_back(spans.getText().size());
+        std::sort(bytes.begin(), bytes.end());
+        bytes.erase(std::unique(bytes.begin(), bytes.end()), bytes.end());
+        read(spans.getText());
+    }
+
+    const QString& getText() const { return text; }
+
+    // Of one of these bytes, in QChars.
+    int place(std::size_t byte) const
+    {
+        return places[std::size_t(std::lower_bound(bytes.begin(), bytes.end(), byte) - bytes.begin())];
+    }
+
+private:
+    void read(const std::string& whole)
+    {
+        const bool isUtf8 = Documents::isUtf8(whole);
+        std::size_t known = 0;
+        text.reserve(int(whole.size()));
+        places.reserve(bytes.size());
+        for (const std::size_t byte : bytes) {
+            const char* const begin = whole.data() + known;
+            const int size = int(byte - known);
+            text += isUtf8 ? QString::fromUtf8(begin, size) : QString::fromLatin1(begin, size);
+            places.push_back(text.size());
+            known = byte;
+        }
+    }
+
+    QString text;
+    std::vector<std::size_t> bytes; // in order
+    std::vector<int> places;        // of each
+};
+
 } // namespace
 
 Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
@@ -82,24 +128,14 @@ Outcome DocumentBackend::getReadableText(BackendText& text) const
              EditedDocument::changesBetween(copy.getType(), copy.getBase(), copy.getText()))
             unsaved.insert(std::move(change.path));
     }
-    const std::string& bytes = spans.getText();
-    const bool isUtf8 = Documents::isUtf8(bytes);
-    std::size_t known = 0;
-    const auto appendUpTo = [&](std::size_t end) {
-        const char* const begin = bytes.data() + known;
-        const int size = int(end - known);
-        text.text += isUtf8 ? QString::fromUtf8(begin, size) : QString::fromLatin1(begin, size);
-        known = end;
-    };
-    text.text.reserve(int(bytes.size()));
+    const PeopleText people(spans);
     text.values.reserve(int(spans.getValues().size()));
     for (const auto& [path, span] : spans.getValues()) {
-        appendUpTo(span.offset);
-        const int offset = text.text.size();
-        appendUpTo(span.offset + span.length);
-        text.values.append({absolute(path), offset, text.text.size() - offset, unsaved.count(path) > 0});
+        const int offset = people.place(span.offset);
+        const int length = people.place(span.offset + span.length) - offset;
+        text.values.append({absolute(path), offset, length, unsaved.count(path) > 0});
     }
-    appendUpTo(bytes.size());
+    text.text = people.getText();
     return {};
 }
 

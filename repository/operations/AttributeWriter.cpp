@@ -98,6 +98,7 @@ Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, Q
     }
     if (!node) {
         nodes.create(path, key, ancestor, std::move(value), access);
+        nodes.followValue(ancestor.path);
         return outcome;
     }
     if (backend && !nodes.getOrder().isInPlace(*node))

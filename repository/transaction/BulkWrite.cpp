@@ -31,7 +31,7 @@ BulkWrite::BulkWrite(Transaction& bulkTransaction, const QString& rootPath)
     : transaction(bulkTransaction), nodes(transaction.getNodes()), root(rootPath)
 {
     if (!root.isEmpty() && !nodes.find(root))
-        newPlace = nodes.nearest(root).backend;
+        newPlace = noteParent(nodes.nearest(root)).backend;
 }
 
 void BulkWrite::expect(std::size_t count)
@@ -49,7 +49,7 @@ BulkWrite::Target BulkWrite::targetOf(const QString& path)
     const QStringView parent = parentPath(path);
     if (!isParentKnown || parent != knownParent) {
         knownParent = parent.toString();
-        parentNode = &nodes.nearest(parent);
+        parentNode = &noteParent(nodes.nearest(parent));
         parentBackend = parentNode->backend;
         if (parentNode->path.size() != parent.size())
             parentNode = nullptr;
@@ -57,6 +57,13 @@ BulkWrite::Target BulkWrite::targetOf(const QString& path)
     }
     Node* node = parentNode ? nodes.find(path) : nullptr;
     return {node, node ? node->backend : parentBackend};
+}
+
+Node& BulkWrite::noteParent(Node& node)
+{
+    if (node.isAttribute())
+        parents.append(node.path);
+    return node;
 }
 
 Outcome BulkWrite::insert(Backend& backend, const QString& path, Value value)
@@ -111,7 +118,7 @@ Outcome BulkWrite::beginWhole(const QString& path, std::optional<Documents::Exce
             .of(Outcome::Operation::Change, path);
     if (outcome.ok() && former && !isFile)
         outcome = SubtreeRemoval(transaction, *former).check().of(Outcome::Operation::Change, path);
-    Backend* const backend = former ? former->backend : nodes.nearest(path).backend;
+    Backend* const backend = former ? former->backend : noteParent(nodes.nearest(path)).backend;
     whole = Whole{path, backend, former, items.size(), {}, std::move(excerpt)};
     return outcome;
 }
@@ -276,6 +283,8 @@ void BulkWrite::finish()
     if (newPlace)
         showNew();
     transaction.commit();
+    for (const QString& parent : std::as_const(parents))
+        nodes.followValue(parent);
     if (newPlace)
         return;
     for (Node* const node : replaced)

@@ -91,6 +91,7 @@ private:
         Backend* backend = nullptr;
     };
 
+    Node& noteParent(Node& node);
     Target targetOf(const QString& path);
     bool isInWhole(const QString& path);
     Outcome explain(Outcome outcome, const Item& item, Backend& backend) const;
@@ -112,6 +113,7 @@ private:
     std::vector<Backend*> reshaped; // not owned
     std::vector<Backend*> batches;  // not owned; those with a batch of insertions
     QString knownParent;
+    QStringList parents;        // attributes below which something may come
     Node* parentNode = nullptr; // not owned; that of knownParent, if there is one
     Backend* parentBackend = nullptr;
     bool isParentKnown = false;

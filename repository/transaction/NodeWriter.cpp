@@ -135,6 +135,13 @@ void NodeWriter::makeGroup(Node& node)
     Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Removed);
 }
 
+void NodeWriter::followValue(const QString& path)
+{
+    Node* const node = find(path);
+    if (node && node->isAttribute() && node->backend && !node->backend->spell(path))
+        makeGroup(*node);
+}
+
 void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& ancestor, QVariant value,
                         AccessMode access)
 {

@@ -66,6 +66,9 @@ public:
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);
 
+    // The same of one that may have lost its value in its backend, as a null does to what comes below it.
+    void followValue(const QString& path);
+
     // Takes away a node and all below it.
     void remove(Node& node);
 

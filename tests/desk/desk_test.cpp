@@ -1,9 +1,11 @@
 #include "desk/plugins/GuiContext.h"
+#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 #include "tests/desk/RunningDesk.h"
 #include "tests/support/Columns.h"
 #include "tests/support/RealInput.h"
+#include "tests/support/TestFiles.h"
 #include "tests/support/TestRun.h"
 #include "tests/support/Texts.h"
 
@@ -32,6 +34,7 @@
 #include <QWindow>
 
 using TestSupport::RunningDesk;
+using Utilities::ModelViews::AdvancedAttributeModel;
 using Vantry::MainWindow;
 
 namespace {
@@ -278,6 +281,33 @@ private slots:
         desk->window->openFiles({folder->path("none.ini")});
         QTRY_VERIFY(bar->isVisible());
         QVERIFY(!desk->part<QLabel>("noticeText")->text().contains(QLatin1String("broken")));
+    }
+
+    void opensAListOfTheMonitor_data()
+    {
+        const auto row = TestSupport::columns<bool, QByteArray, QStringList, QString>("isFirst", "content",
+                                                                                      "watched", "notice");
+        const QStringList speed{QStringLiteral("plant.cell.pump.motor.speed")};
+        row("at the start", true, "plant.cell.pump.motor.speed\r\n", speed, "");
+        row("later", false, "plant.cell.pump.motor.speed\n", speed, "");
+        row("no text", true, "\xff\xfe", QStringList(), "list.DAP");
+    }
+
+    void opensAListOfTheMonitor()
+    {
+        QFETCH(bool, isFirst);
+        QFETCH(QByteArray, content);
+        const QString list = TestSupport::writeFile(folder->path("list.DAP"), content);
+        const QStringList names{list, folder->path("plant.json")};
+        open(isFirst ? names : QStringList());
+        if (!isFirst)
+            desk->window->openFiles(names);
+        QTRY_VERIFY(desk->item(QStringLiteral("plant.cell")).isValid());
+        QTEST(desk->window->findChild<AdvancedAttributeModel*>()->getAttributeFullPathList(), "watched");
+        QFETCH(QString, notice);
+        const auto* const text = desk->part<QLabel>("noticeText");
+        QCOMPARE(text && text->isVisible(), !notice.isEmpty());
+        QVERIFY(notice.isEmpty() || text->text().contains(notice));
     }
 
     void selectsAFileThatIsOpen()

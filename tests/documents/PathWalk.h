@@ -116,11 +116,24 @@ private:
         const std::string parent = random.bounded(3) == 0 ? "" : anyPath();
         const std::string path = Repository::Documents::joinPath(parent, pick(names));
         const Value value = random.bounded(6) == 0 ? group() : anyValue();
+        giveWay(parent);
         for (std::string above = path; !above.empty(); above = parentOf(above))
             model.emplace(above, group());
         if (value.type != Type::Group)
             model[path] = value;
         return insert(path, value);
+    }
+
+    // In yaml, a null without entries gives way to the first one.
+    void giveWay(std::string above)
+    {
+        while (!above.empty() && model.count(above) == 0)
+            above = parentOf(above);
+        const auto place = model.find(above);
+        const auto next = model.upper_bound(above + '.');
+        const bool hasEntries = next != model.end() && isAtOrBelow(next->first, above);
+        if (type == "yaml" && place != model.end() && place->second.type == Type::Null && !hasEntries)
+            place->second = group();
     }
 
     Outcome removeAny()

@@ -68,8 +68,9 @@ private slots:
         row("xml", "xml", "<?xml version='1.0'?>\n<r a='1'>t<b/><b>2</b><c> x <d/> y </c></r>\n");
         row("xml in ISO-8859-1", "xml",
             "<?xml version='1.0' encoding='ISO-8859-1'?><r>\xE4<b>\xF6</b><c>3</c></r>");
+        row("yaml", "yaml", "a: &x one # c\nb: [*x, 2, \"t\"]\n? c\n: - d\n  - {e: f}\n");
         row("toml", "toml", "a = 1\n[t]\nb = [1, 2]\nc = {d = \"x\", e = [\"f\"]}\n[[u]]\ng.h = 2\n[[u]]\n");
-        for (const char* const format : {"ini", "json", "xml", "txt", "toml"}) {
+        for (const char* const format : {"ini", "json", "xml", "txt", "toml", "yaml"}) {
             const QString corpus = TestSupport::corporaPath(QLatin1String(format));
             QDirIterator files(corpus, QDir::Files, QDirIterator::Subdirectories);
             for (int count = 0; !corpus.isEmpty() && files.hasNext() && count < 60;) {
@@ -150,6 +151,7 @@ private slots:
         row("after the last of a line", "json", json, 1, 9, "a");
         row("before the next of a line", "json", json, 2, 3, "b.1");
         row("one of many", "json", json, 2, 4, "b.1");
+        row("bytes of two", "yaml", "a: &x\n  k: one\nb: *x\n", 2, 6, "a.k");
         row("beyond the last of a line", "json", json, 2, 30, "c.d");
         row("the end of a value", "json", json, 2, 2, "b.0");
     }

@@ -56,6 +56,37 @@ private slots:
         QCOMPARE(placeOf("m.password"), QStringLiteral("2:12 "));
     }
 
+    // As people read it, with the places of its values.
+    void givesTheText_data()
+    {
+        const auto row =
+            TestSupport::columns<QString, QByteArray, QString, QString>("format", "bytes", "text", "values");
+        row("ini", "ini", "\xEF\xBB\xBF; \xC3\xA4\na=\xF0\x9F\x98\x80\n[s]\nb=2\n", "; ä\na=😀\n[s]\nb=2\n",
+            "m.a=😀 m.s.b=2");
+        row("ini, in ISO-8859-1", "ini", "a=\xE4\nb=\xF6 ; c\n", "a=ä\nb=ö ; c\n", "m.a=ä m.b=ö");
+        row("yaml with an alias", "yaml", "a: &x one\nb: *x\nc: ö\n", "a: &x one\nb: *x\nc: ö\n",
+            "m.a=one m.b=*x m.c=ö");
+        row("yaml with an alias of a group", "yaml", "a: &x\n  k: one\nb: *x\nc: ö\n",
+            "a: &x\n  k: one\nb: *x\nc: ö\n", "m.a.k=one m.b.k=one m.c=ö");
+        row("nothing", "txt", "", "", "");
+    }
+
+    void givesTheText()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, text);
+        QFETCH(QString, values);
+        QVERIFY(mount(format, "m", bytes));
+        FrameworkCore::AppConfig::Interfaces::BackendText given;
+        QVERIFY(texts()->getText(Name("m"), given).ok());
+        QCOMPARE(given.text, text);
+        QStringList found;
+        for (const auto& value : given.values)
+            found.append(value.path + QLatin1Char('=') + given.text.mid(value.offset, value.length));
+        QCOMPARE(found.join(QLatin1Char(' ')), values);
+    }
+
     void findsTheFileOfAFolder()
     {
         QVERIFY(QDir(folder->path()).mkpath(QStringLiteral("f/b")));

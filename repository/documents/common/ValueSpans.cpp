@@ -83,6 +83,17 @@ void ValueSpans::decode()
     text += decoded(bytes, units, known, bytes.size());
 }
 
+// The value before that one; of several that share their bytes, as aliases do, the first.
+const ValueSpans::Value* ValueSpans::firstOfSame(std::vector<Value>::const_iterator next) const
+{
+    if (next == values.begin())
+        return nullptr;
+    auto value = std::prev(next);
+    while (value != values.begin() && std::prev(value)->span.offset == value->span.offset)
+        --value;
+    return &*value;
+}
+
 const ValueSpans::Value* ValueSpans::find(std::size_t line, std::size_t column) const
 {
     TextLine there;
@@ -99,7 +110,7 @@ const ValueSpans::Value* ValueSpans::find(std::size_t line, std::size_t column) 
     const auto next =
         std::upper_bound(values.begin(), values.end(), at,
                          [](std::size_t offset, const Value& value) { return offset < value.span.offset; });
-    const Value* const before = next == values.begin() ? nullptr : &*std::prev(next);
+    const Value* const before = firstOfSame(next);
     const std::size_t lineEnd = begin + there.content.size();
     if (before && at <= before->span.offset + before->span.length)
         return before;

@@ -31,6 +31,7 @@ public:
 
 private:
     void decode();
+    const Value* firstOfSame(std::vector<Value>::const_iterator next) const;
 
     std::string text;
     std::vector<Value> values;

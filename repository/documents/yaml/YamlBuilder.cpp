@@ -48,6 +48,8 @@ YamlBuilder::YamlBuilder(YamlTree& yamlTree)
 
 Outcome YamlBuilder::build()
 {
+    constexpr std::size_t usualLength = 24; // of a line, which mostly is an entry
+    tree.makeRoom(source().size() / usualLength + 2);
     YamlNode stream;
     stream.kind = YamlKind::Sequence;
     stream.style = YamlStyle::Stream;

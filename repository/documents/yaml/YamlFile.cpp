@@ -121,9 +121,7 @@ Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
         auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
         return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
     }
-    const bool isLong =
-        spelled.find('\n') != std::string_view::npos || spelled.find('\r') != std::string_view::npos;
-    const std::size_t around = isLong ? blockAround(id) : 0;
+    const std::size_t around = hasYamlBreak(spelled) ? blockAround(id) : 0;
     if (node.isTagged)
         return {Type::String, decodeYamlScalar(spelled, around)};
     Value plain = readYamlScalar(spelled, around);

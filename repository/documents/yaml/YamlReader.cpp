@@ -1,6 +1,8 @@
 #include "repository/documents/yaml/YamlReader.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <libfyaml.h>
 #include <new>
 #include <optional>
@@ -12,7 +14,18 @@ namespace {
 // The first byte that no text of YAML has; the library would take it for the end.
 std::optional<std::size_t> findForeignByte(std::string_view text)
 {
+    constexpr std::uint64_t highBits = 0x8080808080808080U;
+    constexpr std::uint64_t ones = 0x0101010101010101U;
     for (std::size_t at = 0; at < text.size();) {
+        std::uint64_t eight = 0;
+        if (at + sizeof eight <= text.size()) {
+            std::memcpy(&eight, text.data() + at, sizeof eight);
+            const std::uint64_t controls = (eight - 0x20 * ones) | (eight + ones); // below 0x20, or 0x7F
+            if (((eight | controls) & highBits) == 0) {
+                at += sizeof eight;
+                continue;
+            }
+        }
         const auto byte = static_cast<unsigned char>(text[at]);
         if (byte >= 0x20 && byte < 0x7F) {
             ++at;

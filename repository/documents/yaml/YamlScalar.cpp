@@ -14,11 +14,6 @@ constexpr std::string_view escapeLetters = "0abt\tnvfre \"/\\NLP_";
 constexpr char32_t escapedCodes[] = {0,    '\a', '\b', '\t', '\t', '\n', '\v',   '\f',   '\r',
                                      0x1B, ' ',  '"',  '/',  '\\', 0x85, 0x2028, 0x2029, 0xA0};
 
-bool hasBreak(std::string_view text)
-{
-    return text.find_first_of("\r\n") != std::string_view::npos;
-}
-
 // One line break is a blank, and each empty line after it one.
 void appendFolded(std::string& text, std::size_t breaks)
 {
@@ -149,7 +144,7 @@ std::string folded(const std::vector<std::string_view>& lines, std::size_t count
 
 std::string decodeYamlPlain(std::string_view spelled)
 {
-    if (!hasBreak(spelled))
+    if (!hasYamlBreak(spelled))
         return std::string(spelled);
     std::string text;
     for (std::size_t at = 0; at < spelled.size();) {
@@ -167,6 +162,9 @@ std::string decodeYamlPlain(std::string_view spelled)
 std::string decodeYamlQuoted(std::string_view spelled)
 {
     const std::string_view body = spelled.substr(1, spelled.size() - 2);
+    if (std::none_of(body.begin(), body.end(),
+                     [](char c) { return c == '\\' || c == '\'' || isYamlBreak(c); }))
+        return std::string(body);
     return spelled[0] == '\'' ? decodeSingle(body) : decodeDouble(body);
 }
 

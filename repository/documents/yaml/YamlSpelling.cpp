@@ -215,11 +215,10 @@ Value readYamlScalar(std::string_view spelled, std::size_t indentation)
         const Type type = typeOfYamlTag(tag.substr(0, tag.find_first_of(" \t\r\n")));
         return readYamlTagged(type, decodeYamlScalar(spelled, indentation));
     }
-    const bool isPlain = spelled.empty() || std::string_view("\"'|>").find(spelled[0]) == npos;
-    if (!isPlain)
+    const char first = spelled.empty() ? 0 : spelled[0];
+    if (first == '"' || first == '\'' || first == '|' || first == '>')
         return {Type::String, decodeYamlScalar(spelled, indentation)};
-    return spelled.find_first_of("\r\n") == npos ? readYamlPlain(spelled)
-                                                 : Value{Type::String, decodeYamlPlain(spelled)};
+    return hasYamlBreak(spelled) ? Value{Type::String, decodeYamlPlain(spelled)} : readYamlPlain(spelled);
 }
 
 std::string spellYamlText(std::string_view text, std::string_view former, const YamlPlace& place)

@@ -172,6 +172,14 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
         if (tree.node(parent).kind == YamlKind::Merge || tree.node(parent).isAlias)
             return refused(quoted(path) + " would lie below an alias");
         own = file->read(parent);
+        if (own.type == Type::Null && !tree.node(parent).isTagged && tree.node(parent).tag == Type::Group) {
+            YamlBranch whole; // in the place of what is nothing
+            whole.children.push_back(std::move(branch));
+            outcome = tree.node(parent).lacksColon && !file->isInFlow(parent)
+                          ? refused("its key has no \":\", after which its entries would come")
+                          : editor.replaceValue(parent, whole);
+            return outcome.ok() ? commit(editor, Kind::Insertion, noNode, wanted) : outcome;
+        }
         expected.push_back({file->pathOf(parent), &own});
         outcome = editor.wrap(parent, branch);
     } else {

@@ -23,7 +23,14 @@ std::size_t skipYamlBlanks(std::string_view text, std::size_t at)
 
 std::size_t findYamlLineEnd(std::string_view text, std::size_t at)
 {
-    return std::min(text.find_first_of("\r\n", at), text.size());
+    while (at < text.size() && !isYamlBreak(text[at]))
+        ++at;
+    return at;
+}
+
+bool hasYamlBreak(std::string_view text)
+{
+    return findYamlLineEnd(text, 0) < text.size();
 }
 
 std::size_t skipYamlBreak(std::string_view text, std::size_t at)

@@ -13,6 +13,8 @@ bool isYamlBlank(char c);
 
 std::size_t skipYamlBlanks(std::string_view text, std::size_t at);
 
+bool hasYamlBreak(std::string_view text);
+
 // To the end of the line, without its line end, and with it.
 std::size_t findYamlLineEnd(std::string_view text, std::size_t at);
 std::size_t skipYamlLine(std::string_view text, std::size_t at);

@@ -26,7 +26,7 @@ std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
     const std::string_view spelled = text(node.key, node.keyEnd);
     switch (node.keyStyle) {
     case YamlStyle::Plain:
-        if (spelled.find_first_of("\r\n") == std::string_view::npos)
+        if (!hasYamlBreak(spelled))
             return spelled;
         buffer = decodeYamlPlain(spelled);
         return buffer;
@@ -186,9 +186,10 @@ void YamlTree::numberMembers(NodeId map)
         std::size_t ordinal = 1;
         if (count > fewChildren) {
             const auto isThere = [&](NodeId before) { return hasName(before, key, ordinal); };
-            while (index.find(HashIndex::hashOf(key, std::uint32_t(ordinal)), isThere) != noNode)
-                ++ordinal;
-            index.insert(HashIndex::hashOf(key, std::uint32_t(ordinal)), id);
+            std::uint32_t hash = HashIndex::hashOf(key, 1);
+            while (index.find(hash, isThere) != noNode)
+                hash = HashIndex::hashOf(key, std::uint32_t(++ordinal));
+            index.insert(hash, id);
         } else {
             for (NodeId before = nodes[map].first; before != id; before = nodes[before].next)
                 ordinal += keyText(before, other) == key ? 1 : 0;

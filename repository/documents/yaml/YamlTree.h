@@ -69,6 +69,7 @@ public:
     std::size_t findAliasOf(NodeId id) const;
 
     // While reading.
+    void makeRoom(std::size_t count) { nodes.reserve(count); }
     void setRoot(NodeId id);
     void setOrigin(NodeId id, Origin origin) { origins[id] = origin; }
     void setKeyText(NodeId id, std::string text) { keyTexts[id] = std::move(text); }

@@ -1,0 +1,109 @@
+#include "desk/window/GoMenu.h"
+
+#include "desk/common/MenuText.h"
+
+#include <QSettings>
+
+#include <algorithm>
+
+namespace Vantry {
+
+namespace {
+
+const QLatin1String bookmarksKey("bookmarks");
+constexpr int mostVisited = 100;
+
+} // namespace
+
+GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
+    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)),
+      bookmarks(QSettings().value(bookmarksKey).toStringList()),
+      back(addAction(tr("&Back"), this, &GoMenu::goBack, Qt::ALT + Qt::Key_Left)),
+      forward(addAction(tr("&Forward"), this, &GoMenu::goForward, Qt::ALT + Qt::Key_Right))
+{
+    back->setObjectName(QStringLiteral("goBack"));
+    forward->setObjectName(QStringLiteral("goForward"));
+    addSeparator();
+    bookmark =
+        addAction(tr("Bookmark the &Selected Node"), this, &GoMenu::toggleBookmark, Qt::CTRL + Qt::Key_B);
+    bookmark->setObjectName(QStringLiteral("bookmark"));
+    addSeparator();
+    connect(this, &QMenu::aboutToShow, this, &GoMenu::offer);
+    showBookmarks();
+    offer();
+}
+
+// What one could have gone forward to is given up.
+void GoMenu::noteJump(const QString& from, const QString& to)
+{
+    visited = visited.mid(0, at + 1);
+    if (!from.isEmpty() && (visited.isEmpty() || visited.last() != from))
+        visited.append(from);
+    if (visited.isEmpty() || visited.last() != to)
+        visited.append(to);
+    visited = visited.mid(std::max(0, visited.size() - mostVisited));
+    at = visited.size() - 1;
+    offer();
+}
+
+// Who has gone on by hand meanwhile first comes to where the last jump led.
+void GoMenu::goBack()
+{
+    const QString selected = selectedPath();
+    if (at >= 0 && selected != visited[at] && !selected.isEmpty())
+        visited.insert(at + 1, selected);
+    else if (at > 0)
+        --at;
+    else
+        return;
+    offer();
+    emit selectRequested(visited[at]);
+}
+
+void GoMenu::goForward()
+{
+    if (at + 1 >= visited.size())
+        return;
+    ++at;
+    offer();
+    emit selectRequested(visited[at]);
+}
+
+void GoMenu::toggleBookmark()
+{
+    const QString path = selectedPath();
+    if (path.isEmpty())
+        return;
+    if (bookmarks.removeAll(path) == 0)
+        bookmarks.append(path);
+    QSettings().setValue(bookmarksKey, bookmarks);
+    showBookmarks();
+    offer();
+}
+
+// The first nine have keys.
+void GoMenu::showBookmarks()
+{
+    qDeleteAll(entries);
+    entries.clear();
+    for (const QString& path : qAsConst(bookmarks)) {
+        QAction* const entry = addAction(menuText(path), this, [this, path] {
+            noteJump(selectedPath(), path);
+            emit selectRequested(path);
+        });
+        if (entries.size() < 9)
+            entry->setShortcut(Qt::ALT + Qt::Key_1 + entries.size());
+        entries.append(entry);
+    }
+}
+
+void GoMenu::offer()
+{
+    const QString selected = selectedPath();
+    back->setEnabled(at >= 0 && (at > 0 || selected != visited[at]));
+    forward->setEnabled(at + 1 < visited.size());
+    bookmark->setText(bookmarks.contains(selected) ? tr("Remove the Bookmark of the &Selected Node")
+                                                   : tr("Bookmark the &Selected Node"));
+}
+
+} // namespace Vantry

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMenu>
+#include <QStringList>
+
+#include <functional>
+
+namespace Vantry {
+
+// Ways to nodes: back to where one was before Find, Go To or a dock led elsewhere, forward again, and
+// bookmarks, which stay from one start to the next. GUI thread.
+class GoMenu : public QMenu
+{
+    Q_OBJECT
+
+public:
+    using SelectedPath = std::function<QString()>; // empty without a selection
+
+    GoMenu(SelectedPath selectedPath, QWidget* parent);
+
+    // Something has led from one node, or none, to another.
+    void noteJump(const QString& from, const QString& to);
+
+signals:
+    void selectRequested(const QString& path); // not to be noted
+
+private:
+    void goBack();
+    void goForward();
+    void toggleBookmark();
+    void showBookmarks();
+    void offer();
+
+    const SelectedPath selectedPath;
+    QStringList visited; // oldest first
+    int at = -1;         // in them
+    QStringList bookmarks;
+
+    // Children.
+    QAction* back;
+    QAction* forward;
+    QAction* bookmark;
+    QList<QAction*> entries; // of the bookmarks
+};
+
+} // namespace Vantry
