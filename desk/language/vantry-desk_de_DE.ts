@@ -60,6 +60,13 @@
     </message>
 </context>
 <context>
+    <name>QObject</name>
+    <message>
+        <source>%1: no plug-in shows a monitor</source>
+        <translation>%1: kein Plugin zeigt einen Monitor</translation>
+    </message>
+</context>
+<context>
     <name>Utilities::ModelViews::AdvancedAttributeModel</name>
     <message>
         <source>Changed last at %1; changes since it is watched: %2</source>
@@ -505,6 +512,73 @@
     </message>
 </context>
 <context>
+    <name>Vantry::ActionList</name>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Commands</source>
+        <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>Type a part of what is to be done</source>
+        <translation>Geben Sie einen Teil dessen ein, was getan werden soll</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Edit the value of the selected row</source>
+        <translation>Wert der ausgewählten Zeile bearbeiten</translation>
+    </message>
+    <message>
+        <source>F2</source>
+        <translation>F2</translation>
+    </message>
+    <message>
+        <source>Find: go to the list, then to the node</source>
+        <translation>Suchen: zur Liste gehen, dann zum Knoten</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Find: check or uncheck the selected rows</source>
+        <translation>Suchen: ausgewählte Zeilen an- oder abwählen</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Find: close</source>
+        <translation>Suchen: schließen</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Lists: copy the selected rows</source>
+        <translation>Listen: ausgewählte Zeilen kopieren</translation>
+    </message>
+    <message>
+        <source>Ctrl+C</source>
+        <translation>Strg+C</translation>
+    </message>
+    <message>
+        <source>To the next field or list, or back</source>
+        <translation>Zum nächsten Feld oder zur nächsten Liste, oder zurück</translation>
+    </message>
+    <message>
+        <source>Tab, Shift+Tab</source>
+        <translation>Tab, Umschalt+Tab</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::ApplicationHost</name>
     <message>
         <source>Ending the application %1 failed: %2</source>
@@ -909,12 +983,12 @@ Undo brings them back.</source>
         <translation>&amp;Ersetzen...</translation>
     </message>
     <message>
-        <source>Find &amp;Next</source>
-        <translation>&amp;Nächster Treffer</translation>
-    </message>
-    <message>
         <source>Find &amp;Previous</source>
         <translation>&amp;Vorheriger Treffer</translation>
+    </message>
+    <message>
+        <source>Find Ne&amp;xt</source>
+        <translation>&amp;Nächster Treffer</translation>
     </message>
 </context>
 <context>
@@ -1090,6 +1164,29 @@ Undo brings them back.</source>
     </message>
 </context>
 <context>
+    <name>Vantry::FileMounter</name>
+    <message>
+        <source>%1: %2; View &gt; Problems lists them</source>
+        <translation>%1: %2; „Ansicht &gt; Probleme“ führt sie auf</translation>
+    </message>
+    <message>
+        <source>%1: no such file</source>
+        <translation>%1: diese Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>%1: it is not a regular file</source>
+        <translation>%1: das ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>%1: %2; Open As opens it as a type of your choice</source>
+        <translation>%1: %2; „Öffnen als“ öffnet sie als einen Typ Ihrer Wahl</translation>
+    </message>
+    <message>
+        <source>%1: it was not opened: %2</source>
+        <translation>%1: wurde nicht geöffnet: %2</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::FindDock</name>
     <message>
         <source>Find</source>
@@ -1153,6 +1250,29 @@ Undo brings them back.</source>
     <message>
         <source>%1 file</source>
         <translation>%1-Datei</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::GoMenu</name>
+    <message>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Forward</source>
+        <translation>&amp;Vorwärts</translation>
+    </message>
+    <message>
+        <source>Bookmark the &amp;Selected Node</source>
+        <translation>Lesezeichen für den &amp;ausgewählten Knoten setzen</translation>
+    </message>
+    <message>
+        <source>Remove the Bookmark of the &amp;Selected Node</source>
+        <translation>Lesezeichen des &amp;ausgewählten Knotens entfernen</translation>
     </message>
 </context>
 <context>
@@ -1430,6 +1550,14 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <source>C&amp;lose</source>
         <translation>&amp;Schließen</translation>
     </message>
+    <message>
+        <source>&amp;Commands...</source>
+        <translation>&amp;Befehle...</translation>
+    </message>
+    <message>
+        <source>&amp;Keys...</source>
+        <translation>&amp;Tasten...</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::NavigationArea</name>
@@ -1459,10 +1587,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>De&amp;lete...</source>
         <translation>Lösc&amp;hen...</translation>
-    </message>
-    <message>
-        <source>Set to N&amp;ull</source>
-        <translation>Auf N&amp;ull setzen</translation>
     </message>
     <message>
         <source>Re&amp;vert to the File</source>
@@ -1523,6 +1647,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>Delete this and all below it?</source>
         <translation>Dies und alles darunter löschen?</translation>
+    </message>
+    <message>
+        <source>&amp;Set to Null</source>
+        <translation>Auf N&amp;ull setzen</translation>
     </message>
 </context>
 <context>
@@ -1597,10 +1725,6 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <translation>Im Editor ö&amp;ffnen</translation>
     </message>
     <message>
-        <source>Show in Fol&amp;der</source>
-        <translation>Im Ordner &amp;zeigen</translation>
-    </message>
-    <message>
         <source>Ed&amp;itor...</source>
         <translation>E&amp;ditor...</translation>
     </message>
@@ -1617,6 +1741,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
 Empty: the editor of the environment ($VISUAL, $EDITOR), or else of the desktop.</source>
         <translation>Befehl, der eine Datei öffnet; {file}, {line} und {column} stehen darin für die Stelle.
 Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>S&amp;how in Folder</source>
+        <translation>Im Ordner &amp;zeigen</translation>
     </message>
 </context>
 <context>

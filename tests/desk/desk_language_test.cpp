@@ -120,8 +120,12 @@ private slots:
         QFETCH(QString, language);
         open(language);
         QStringList twice;
+        QVector<QWidget*> menus = {desk->window->menuBar()};
         for (QMenu* menu : menusOf(*desk->window)) {
             emit menu->aboutToShow();
+            menus.append(menu);
+        }
+        for (const QWidget* menu : qAsConst(menus)) {
             QMap<QChar, QString> keys;
             for (const QAction* action : menu->actions()) {
                 const QChar key = keyOf(action->text());
