@@ -76,6 +76,8 @@ function(vantry_add_test subject)
     add_test(NAME ${name} COMMAND ${subject}_test)
     set(environment
         QT_QPA_PLATFORM=$<IF:$<BOOL:${arg_DESKTOP}>,xcb,offscreen>
+        LC_ALL=C.UTF-8 # in English, on whatever machine
+        LANGUAGE=
         LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/leaks.supp:print_suppressions=0
         TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/threads.supp:halt_on_error=1
         ASAN_OPTIONS=detect_leaks=1:detect_stack_use_after_return=1)

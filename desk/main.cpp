@@ -2,6 +2,7 @@
 #include "desk/Options.h"
 #include "desk/QuitSignals.h"
 #include "desk/files/ProblemFeed.h"
+#include "desk/language/Language.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginLoader.h"
 #include "desk/plugins/PluginRehearsal.h"
@@ -129,6 +130,7 @@ int runWindow(const Options& options)
     Utilities::SetAppConfigRepositoryInterface(repository);
     PluginLoader loader{Vantry::PluginTrial(QCoreApplication::applicationFilePath())};
     loader.load(choosePlugins(options));
+    Vantry::Language::show(); // again, with the translations of plug-ins
     Vantry::StartWatch start(loader.getLoadedFiles());
     int result = 0;
     {
@@ -188,5 +190,6 @@ int main(int argc, char** argv)
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())
         return showError(options.error);
+    Vantry::Language::show();
     return runWindow(options);
 }

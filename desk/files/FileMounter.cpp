@@ -41,7 +41,7 @@ QString mountFolder(const ::Repository::FolderLocation& folder, const QString& n
     if (!outcome.ok())
         return QStringLiteral("%1: %2").arg(path, outcome.explain());
     for (const QString& warning : outcome.get().warnings)
-        notes.append(QStringLiteral("%1: %2; View > Problems lists them").arg(path, warning));
+        notes.append(FileMounter::tr("%1: %2; View > Problems lists them").arg(path, warning));
     return {};
 }
 
@@ -54,14 +54,14 @@ QString mountFile(const QString& file, QString type, const QString& name, FileMo
         return mountFolder(folder, name, repository, notes);
     const QFileInfo info(file);
     if (!info.exists())
-        return QStringLiteral("%1: no such file").arg(file);
+        return FileMounter::tr("%1: no such file").arg(file);
     if (!info.isFile()) // reading a pipe might never end
-        return QStringLiteral("%1: it is not a regular file").arg(file);
+        return FileMounter::tr("%1: it is not a regular file").arg(file);
     if (type.isEmpty())
         type = ::Repository::FileFormat::ofFile(file);
     isUnknown = type.isEmpty();
     if (isUnknown)
-        return QStringLiteral("%1: %2; Open As opens it as a type of your choice")
+        return FileMounter::tr("%1: %2; Open As opens it as a type of your choice")
             .arg(file, ::Repository::FileFormat::explainUnknown(file));
     const AccessMode access = info.isWritable() ? AccessMode::ReadWrite : AccessMode::ReadOnly;
     const auto outcome = repository.getBackendInterface()->mount(
@@ -75,7 +75,7 @@ QString mountFile(const QString& file, QString type, const QString& name, FileMo
 
 QString refusalOf(const QString& file, const QString& reason)
 {
-    return QStringLiteral("%1: it was not opened: %2").arg(file, reason);
+    return FileMounter::tr("%1: it was not opened: %2").arg(file, reason);
 }
 
 // Of file requests.

@@ -19,10 +19,11 @@ const QLatin1String diffEnding(".diff");
 const QLatin1String changesEnding(".changes"); // beside the diff
 constexpr quint32 formatTag = 0x56434831;      // begins the changes
 
-QString tr(const char* text)
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+struct Texts
 {
-    return QCoreApplication::translate("Vantry::KeptChanges", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Vantry::KeptChanges)
+};
 
 QString folderName(KeptChanges::Place place)
 {
@@ -124,7 +125,7 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
     }
     const QDir folder(folderName(place));
     if (!folder.mkpath(QStringLiteral("."))) {
-        error = tr("%1 cannot be made").arg(folder.path());
+        error = Texts::tr("%1 cannot be made").arg(folder.path());
         return {};
     }
     const QString name =
@@ -188,7 +189,7 @@ KeptChanges::Changes KeptChanges::readChanges(const Entry& entry, QString& error
     }
     if (isWhole)
         return changes;
-    error = tr("%1 is damaged").arg(changesFileOf(entry.diffFile));
+    error = Texts::tr("%1 is damaged").arg(changesFileOf(entry.diffFile));
     return {};
 }
 
@@ -204,7 +205,7 @@ QString KeptChanges::replace(const Entry& entry, const Changes& changes)
     }
     for (const QString& file : {entry.diffFile, changesFile}) {
         if (!QFile::remove(file) && QFile::exists(file))
-            return tr("%1 cannot be removed").arg(file);
+            return Texts::tr("%1 cannot be removed").arg(file);
     }
     return {};
 }

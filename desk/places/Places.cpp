@@ -43,7 +43,7 @@ void Places::setUpActions(QMenu& menu)
                     &Places::copyPlace);
     ofCommand = addTo(*copies, "copyCommand", tr("Co&mmand of vantry"), {}, &Places::copyCommand);
     edit = addTo(menu, "openInEditor", tr("&Open in Editor"), Qt::Key_F4, &Places::openEditor);
-    folder = addTo(menu, "showInFolder", tr("Show in Fol&der"), {}, &Places::showFolder);
+    folder = addTo(menu, "showInFolder", tr("S&how in Folder"), {}, &Places::showFolder);
     addTo(menu, "chooseEditor", tr("Ed&itor..."), {}, &Places::chooseEditor);
     actions->addMenu(copies);
     actions->addActions({edit, folder});

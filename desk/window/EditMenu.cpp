@@ -89,7 +89,7 @@ void EditMenu::addFinding(FindDock& dock)
     };
     add(tr("&Find..."), "find", QKeySequence::Find, [&dock] { dock.beginFinding(); });
     add(tr("R&eplace..."), "replace", Qt::CTRL + Qt::Key_H, [&dock] { dock.beginReplacing(); });
-    add(tr("Find &Next"), "findNext", Qt::Key_F3, [&dock] { dock.goBy(1); });
+    add(tr("Find Ne&xt"), "findNext", Qt::Key_F3, [&dock] { dock.goBy(1); });
     add(tr("Find &Previous"), "findPrevious", Qt::SHIFT + Qt::Key_F3, [&dock] { dock.goBy(-1); });
 }
 

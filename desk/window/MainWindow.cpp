@@ -14,6 +14,7 @@
 #include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
 #include "desk/find/FindDock.h"
+#include "desk/language/LanguageMenu.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
@@ -185,6 +186,9 @@ void MainWindow::setUpMenus()
     reopenAction->setCheckable(true);
     reopenAction->setChecked(true);
     view->addAction(reopenAction);
+    auto* const language = new LanguageMenu(view);
+    view->addMenu(language);
+    connect(language, &LanguageMenu::announced, this, &MainWindow::showNotice);
 
     setUpHelp();
 }

@@ -10,10 +10,11 @@ namespace Utilities {
 
 namespace {
 
-QString tr(const char* text)
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+struct Texts
 {
-    return QCoreApplication::translate("Utilities::Worker", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Utilities::Worker)
+};
 
 } // namespace
 
@@ -22,15 +23,15 @@ QString currentFailure()
     try {
         throw;
     } catch (const std::bad_alloc&) {
-        return tr("there is not enough memory");
+        return Texts::tr("there is not enough memory");
     } catch (const std::system_error& error) {
         if (error.code() == std::errc::resource_unavailable_try_again)
-            return tr("the system starts no further thread; close other programs, and try again");
+            return Texts::tr("the system starts no further thread; close other programs, and try again");
         return QString::fromLocal8Bit(error.what());
     } catch (const std::exception& error) {
         return QString::fromLocal8Bit(error.what());
     } catch (...) {
-        return tr("it failed for an unknown reason");
+        return Texts::tr("it failed for an unknown reason");
     }
 }
 

@@ -13,10 +13,11 @@ namespace Utilities::ModelViews {
 
 namespace {
 
-QString tr(const char* text)
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+struct Texts
 {
-    return QCoreApplication::translate("Utilities::ModelViews::TextFile", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Utilities::ModelViews::TextFile)
+};
 
 std::string nameOnDisk(const QString& name)
 {
@@ -43,17 +44,17 @@ QString textError(const std::string& bytes)
         wrong += length;
     }
     const auto line = 1 + std::count(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(wrong), '\n');
-    return tr("it is not a text in UTF-8 (line %1)").arg(line);
+    return Texts::tr("it is not a text in UTF-8 (line %1)").arg(line);
 }
 
 QString unread(const QString& name, const QString& reason)
 {
-    return tr("%1 cannot be read: %2").arg(name, reason);
+    return Texts::tr("%1 cannot be read: %2").arg(name, reason);
 }
 
 QString unsaved(const QString& name, const QString& reason)
 {
-    return tr("%1 is not saved: %2").arg(name, reason);
+    return Texts::tr("%1 is not saved: %2").arg(name, reason);
 }
 
 } // namespace
@@ -85,7 +86,7 @@ QString TextFile::readBytes(const QString& name, QByteArray& bytes)
 QString TextFile::write(const QString& name, const QString& text, Readers readers)
 {
     if (!text.isValidUtf16())
-        return unsaved(name, tr("the text has a character that UTF-8 cannot hold"));
+        return unsaved(name, Texts::tr("the text has a character that UTF-8 cannot hold"));
     // Reading leaves out one byte-order mark, which must not be the text's own first character.
     const bool needsByteOrderMark = text.startsWith(QChar(QChar::ByteOrderMark));
     return writeBytes(name, needsByteOrderMark ? "\xEF\xBB\xBF" + text.toUtf8() : text.toUtf8(), readers);

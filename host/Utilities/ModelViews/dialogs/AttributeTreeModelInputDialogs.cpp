@@ -48,11 +48,11 @@ private:
     QPointer<Dialog> dialog;
 };
 
-QString tr(const char* text)
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+struct Texts
 {
-    return QCoreApplication::translate("Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs",
-                                       text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs)
+};
 
 // Where the last file was chosen, by whichever dialog; as long as the program runs.
 QString& rememberedFolder()
@@ -121,8 +121,8 @@ bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& tit
     dialog->setWindowTitle(title);
     auto* const nameEdit = new QLineEdit(name, &dialog.get());
     auto* const nameFault = new FaultLabel(&dialog.get());
-    auto* const below = new QRadioButton(tr("&Below the selected attribute, as its child"));
-    auto* const beside = new QRadioButton(tr("Be&side the selected attribute, at the same level"));
+    auto* const below = new QRadioButton(Texts::tr("&Below the selected attribute, as its child"));
+    auto* const beside = new QRadioButton(Texts::tr("Be&side the selected attribute, at the same level"));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     nameEdit->setObjectName(QStringLiteral("edtName"));
     nameFault->setObjectName(QStringLiteral("lblNameFault"));
@@ -132,7 +132,7 @@ bool AttributeTreeModelInputDialogs::showAttributePasteDialog(const QString& tit
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     form->addRow(label, nameEdit);
     form->addRow({}, nameFault);
-    form->addRow(tr("Paste"), below);
+    form->addRow(Texts::tr("Paste"), below);
     form->addRow({}, beside);
     form->addRow(buttons);
     nameEdit->setMinimumWidth(nameEdit->fontMetrics().averageCharWidth() * 50);

@@ -42,7 +42,7 @@ public:
         const Values::ReadResult read = Values::readText(text, wanted);
         if (read.ok())
             return Values::toVariant(read.value);
-        fault = text.empty() ? tr("A number is missing.") : QString::fromStdString(read.error);
+        fault = text.empty() ? ValueEditor::tr("A number is missing.") : QString::fromStdString(read.error);
         return {};
     }
 
@@ -88,7 +88,7 @@ public:
     NullValueEditor()
     {
         auto* const explanation =
-            new PlainLabel(tr("The first value that is written gives the attribute its type."));
+            new PlainLabel(ValueEditor::tr("The first value that is written gives the attribute its type."));
         explanation->setWordWrap(true);
         fillWith(*explanation);
         setFocusProxy(nullptr);

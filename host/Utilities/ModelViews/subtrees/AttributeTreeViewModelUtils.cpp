@@ -23,10 +23,11 @@ using namespace FrameworkCore::AppConfig::Interfaces;
 
 namespace {
 
-QString tr(const char* text)
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+struct Texts
 {
-    return QCoreApplication::translate("Utilities::ModelViews::AttributeTreeViewModelUtils", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Utilities::ModelViews::AttributeTreeViewModelUtils)
+};
 
 std::shared_ptr<TransferInterface> transferOf(const std::shared_ptr<RepositoryInterface>& repository)
 {
@@ -50,7 +51,7 @@ bool isBlank(const QByteArray& bytes)
 QString reasonOf(const Outcome& outcome, const QString& path)
 {
     if (outcome == StatusCode::Cancelled)
-        return tr("it was cancelled");
+        return Texts::tr("it was cancelled");
     return outcome.get().subject == path ? outcome.explain() : outcome.toText();
 }
 
@@ -59,23 +60,25 @@ bool exportTo(std::shared_ptr<RepositoryInterface> repository, const QString& fi
 {
     const auto transfer = transferOf(repository);
     const auto refused = [&](const QString& reason) {
-        errorText = tr("%1 is not written: %2").arg(fileName, reason);
+        errorText = Texts::tr("%1 is not written: %2").arg(fileName, reason);
         return false;
     };
     if (!transfer)
-        return refused(tr("this repository exports nothing"));
+        return refused(Texts::tr("this repository exports nothing"));
     QString fileError;
-    const Outcome outcome = TransferWindow::run(tr("Exporting %1").arg(path), [&](TransferReport& running) {
-        QByteArray text;
-        Outcome exported = transfer->exportTree(path, type, text, running);
-        if (running.isCancelled())
-            return Outcome(StatusCode::Cancelled, {});
-        if (!exported.ok())
+    const Outcome outcome =
+        TransferWindow::run(Texts::tr("Exporting %1").arg(path), [&](TransferReport& running) {
+            QByteArray text;
+            Outcome exported = transfer->exportTree(path, type, text, running);
+            if (running.isCancelled())
+                return Outcome(StatusCode::Cancelled, {});
+            if (!exported.ok())
+                return exported;
+            const auto readers =
+                running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
+            fileError = TextFile::writeBytes(fileName, text, readers);
             return exported;
-        const auto readers = running.isPrivate() ? TextFile::Readers::OwnerOnly : TextFile::Readers::Usual;
-        fileError = TextFile::writeBytes(fileName, text, readers);
-        return exported;
-    });
+        });
     if (!outcome.ok())
         return refused(reasonOf(outcome, path));
     errorText = fileError;
@@ -151,14 +154,14 @@ bool AttributeTreeViewModelUtils::deleteAttributeTree(const QString& path) const
     const auto repository = attributes; // also when the page, and this object with it, is closed meanwhile
     const auto tree = repository ? repository->getTreeInterface() : nullptr;
     if (!tree) {
-        logFailure(tr("'%1' is not deleted: this repository deletes nothing").arg(path));
+        logFailure(Texts::tr("'%1' is not deleted: this repository deletes nothing").arg(path));
         return false;
     }
     return TransferWindow::run(
-               tr("Deleting %1").arg(path),
+               Texts::tr("Deleting %1").arg(path),
                [&](TransferReport&) {
-                   const auto step =
-                       beginStep(*repository, tr("Delete %1").arg(FrameworkCore::AppConfig::nameOf(path)));
+                   const auto step = beginStep(
+                       *repository, Texts::tr("Delete %1").arg(FrameworkCore::AppConfig::nameOf(path)));
                    return tree->removeTree(path);
                },
                TransferWindow::Cancelling::Impossible)
@@ -170,16 +173,16 @@ bool AttributeTreeViewModelUtils::copyAttribute(const QString& source, const QSt
     const auto repository = attributes;
     const auto transfer = transferOf(repository);
     if (!transfer) {
-        logFailure(tr("'%1' is not copied: this repository copies nothing").arg(source));
+        logFailure(Texts::tr("'%1' is not copied: this repository copies nothing").arg(source));
         return false;
     }
-    return TransferWindow::run(
-               tr("Copying %1 to %2").arg(source, target),
-               [&](TransferReport& running) {
-                   const auto step =
-                       beginStep(*repository, tr("Paste %1").arg(FrameworkCore::AppConfig::nameOf(target)));
-                   return transfer->copyTree(source, target, running);
-               })
+    return TransferWindow::run(Texts::tr("Copying %1 to %2").arg(source, target),
+                               [&](TransferReport& running) {
+                                   const auto step = beginStep(
+                                       *repository,
+                                       Texts::tr("Paste %1").arg(FrameworkCore::AppConfig::nameOf(target)));
+                                   return transfer->copyTree(source, target, running);
+                               })
         .ok();
 }
 
@@ -188,14 +191,14 @@ bool AttributeTreeViewModelUtils::moveAttribute(const QString& source, const QSt
     const auto repository = attributes;
     const auto transfer = transferOf(repository);
     if (!transfer) {
-        logFailure(tr("'%1' is not moved: this repository moves nothing").arg(source));
+        logFailure(Texts::tr("'%1' is not moved: this repository moves nothing").arg(source));
         return false;
     }
     return TransferWindow::run(
-               tr("Moving %1 to %2").arg(source, target),
+               Texts::tr("Moving %1 to %2").arg(source, target),
                [&](TransferReport&) {
-                   const auto step =
-                       beginStep(*repository, tr("Move %1").arg(FrameworkCore::AppConfig::nameOf(source)));
+                   const auto step = beginStep(
+                       *repository, Texts::tr("Move %1").arg(FrameworkCore::AppConfig::nameOf(source)));
                    return transfer->moveTree(source, target);
                },
                TransferWindow::Cancelling::Impossible)
@@ -220,20 +223,21 @@ bool AttributeTreeViewModelUtils::importAttributeFromJson(const QString& fileNam
     const auto repository = attributes;
     const auto transfer = transferOf(repository);
     const auto refused = [&](const QString& reason) {
-        errorText = tr("%1 is not imported: %2").arg(fileName, reason);
+        errorText = Texts::tr("%1 is not imported: %2").arg(fileName, reason);
         return false;
     };
     if (!transfer)
-        return refused(tr("this repository imports nothing"));
+        return refused(Texts::tr("this repository imports nothing"));
     QByteArray text;
     errorText = TextFile::readBytes(fileName, text);
     if (!errorText.isEmpty())
         return false;
     if (isBlank(text))
-        return refused(tr("the file is empty"));
+        return refused(Texts::tr("the file is empty"));
     const Outcome outcome =
-        TransferWindow::run(tr("Importing %1").arg(fileName), [&](TransferReport& running) {
-            const auto step = beginStep(*repository, tr("Import %1").arg(QFileInfo(fileName).fileName()));
+        TransferWindow::run(Texts::tr("Importing %1").arg(fileName), [&](TransferReport& running) {
+            const auto step =
+                beginStep(*repository, Texts::tr("Import %1").arg(QFileInfo(fileName).fileName()));
             return transfer->importTree(path, QStringLiteral("json"), text, running);
         });
     return outcome.ok() || refused(reasonOf(outcome, path));
