@@ -23,6 +23,32 @@ private slots:
         history()->recordThisThread();
     }
 
+    // A null of yaml becomes the group of what is created or pasted below it, and undo brings it back.
+    void becomesAGroup()
+    {
+        const QByteArray file("a: # c\nb: ~\nc: {k: 1}\n");
+        QVERIFY(mount("yaml", "m", file));
+        const QStringList before = content();
+        QList<FrameworkCore::Notification::UpdateResult> heard;
+        listen(QStringLiteral("m.a"), [&heard](const auto&, auto, auto result, const QVariant&, const auto&) {
+            heard.append(result);
+        });
+        QVERIFY(create(QStringLiteral("m.a.k.l"), 5));
+        QVERIFY(transfer()->copyTree(QStringLiteral("m.c"), QStringLiteral("m.b.d")));
+        QCOMPARE(heard, {FrameworkCore::Notification::UpdateResult::Removed});
+        const QStringList after = content();
+        QCOMPARE(saved(), "a: # c\n  k:\n    l: 5\nb:\n  d:\n    k: 1\nc: {k: 1}\n");
+        QVERIFY(history()->undo() && history()->undo());
+        QCOMPARE(content(), before);
+        QCOMPARE(saved(), file);
+        QVERIFY(history()->redo() && history()->redo());
+        QCOMPARE(content(), after);
+        QVERIFY(saved() != file);
+        restart();
+        QVERIFY(mountFile("yaml", "m", fileOf("m")));
+        QCOMPARE(content(), after);
+    }
+
     void changesTheType_data()
     {
         const auto row = TestSupport::columns<QString, QByteArray, QString, bool, QVariant, QByteArray>(
