@@ -16,7 +16,8 @@ namespace Vantry {
 QStringList PluginLoader::usualFolders()
 {
     const QDir program(QCoreApplication::applicationDirPath());
-    return {program.path(), QDir::cleanPath(program.filePath(QStringLiteral(VANTRY_PLUGINS_FROM_PROGRAMS)))};
+    const QString installed = QDir::cleanPath(program.filePath(QStringLiteral(VANTRY_PLUGINS_FROM_PROGRAMS)));
+    return {QDir(installed).exists() ? installed : program.path()};
 }
 
 void PluginLoader::load(const Choice& choice)

@@ -35,7 +35,8 @@ public:
 
     explicit PluginLoader(PluginTrial pluginTrial) : trial(std::move(pluginTrial)) {}
 
-    // The folder of the program and the installed place.
+    // The installed place, or for a program that is not installed its own folder: beside an installed one lie
+    // those of the whole system.
     static QStringList usualFolders();
 
     // Loads all that the folders hold. A file that is reached twice is loaded once. When there are culprits,

@@ -55,8 +55,13 @@ class InstalledTree(unittest.TestCase):
         ini = file("app.ini", INI)
         self.assertEqual(run(TREE / "bin/vantry", "get", ini, "pump.speed"), "1200\n")
 
-        picture, empty = SCRATCH / "with.png", SCRATCH / "without.png"
+        picture, beside, empty = SCRATCH / "with.png", SCRATCH / "beside.png", SCRATCH / "without.png"
         run(TREE / "bin/vantry-desk", "--picture", picture, ini)
+        stranger = TREE / "bin/ld.so"
+        stranger.write_text("no plug-in")
+        run(TREE / "bin/vantry-desk", "--picture", beside, ini)
+        stranger.unlink()
+        self.assertEqual(picture.read_bytes(), beside.read_bytes(), "a library among the programs was tried")
         moved = PLUGINS.rename(PLUGINS.with_name("elsewhere"))
         run(TREE / "bin/vantry-desk", "--picture", empty, ini)
         moved.rename(PLUGINS)
