@@ -1,32 +1,19 @@
 #include "desk/window/MainWindow.h"
 
-#include "desk/changes/ChangesDock.h"
 #include "desk/common/CellEdit.h"
-#include "desk/common/FlatButtons.h"
 #include "desk/common/TreeSelection.h"
 #include "desk/files/ExampleFiles.h"
 #include "desk/files/FileDrops.h"
-#include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
 #include "desk/files/MonitorLists.h"
-#include "desk/files/OpeningProgress.h"
-#include "desk/files/ProblemFeed.h"
-#include "desk/files/ProblemsDock.h"
 #include "desk/files/RecentFiles.h"
-#include "desk/find/FindDock.h"
-#include "desk/language/LanguageMenu.h"
 #include "desk/log/FailureHint.h"
-#include "desk/log/LogDock.h"
 #include "desk/places/Places.h"
 #include "desk/plugins/GuiContext.h"
-#include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
 #include "desk/session/SessionKeeper.h"
-#include "desk/text/TextDock.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/GoMenu.h"
-#include "desk/window/NavigationArea.h"
-#include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
 #include "desk/window/WindowMemory.h"
@@ -36,15 +23,10 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
-#include <QStackedWidget>
-#include <QStatusBar>
 #include <QTimer>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -54,8 +36,6 @@ namespace Vantry {
 using Utilities::RefusedEdit;
 using Utilities::RefusedEdits;
 using Utilities::ModelViews::Widgets::PlainMessageBox;
-
-const QLatin1String attributesPage("attributes");
 
 MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
                        const QStringList& firstFiles)
@@ -86,242 +66,6 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     plugins->showFindings(loader.getFindings());
 }
 
-void MainWindow::setUpAreas()
-{
-    navigation = new NavigationArea;
-    connect(navigation, &NavigationArea::chosen, this, &MainWindow::chooseApplication);
-    notices = new NoticeBar;
-    connect(notices, &NoticeBar::openRequested, this, &MainWindow::openFiles);
-    kept = new KeptChangesBar;
-    connect(kept, &KeptChangesBar::applyRequested, this, &MainWindow::applyKept);
-    workArea = new QStackedWidget;
-    workArea->setObjectName(QStringLiteral("workArea"));
-    auto* const right = new QWidget;
-    auto* const column = new QVBoxLayout(right);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(notices);
-    column->addWidget(kept);
-    column->addWidget(workArea, 1);
-
-    areas = new QSplitter;
-    areas->setObjectName(QStringLiteral("areas"));
-    areas->setChildrenCollapsible(false);
-    areas->addWidget(navigation);
-    areas->addWidget(right);
-    areas->setStretchFactor(1, 1);
-    setCentralWidget(areas);
-
-    plugins = new PluginDock;
-    addDockWidget(Qt::BottomDockWidgetArea, plugins);
-    auto* const problems = new ProblemsDock;
-    addDockWidget(Qt::BottomDockWidgetArea, problems);
-    connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
-    find = new FindDock(repository, files, [this] { return edit->getSelection().getPath(); });
-    addDockWidget(Qt::BottomDockWidgetArea, find);
-    connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
-    changes = new ChangesDock(repository, files);
-    addDockWidget(Qt::BottomDockWidgetArea, changes);
-    connect(changes, &ChangesDock::selectRequested, this, &MainWindow::selectAttribute);
-    connect(changes, &ChangesDock::failed, this, &MainWindow::showNotice);
-    log = new LogDock(logFeed);
-    addDockWidget(Qt::BottomDockWidgetArea, log);
-}
-
-void MainWindow::setUpStatusBar()
-{
-    hint = new FailureHint(logFeed, repository);
-    statusBar()->addWidget(hint, 1);
-    statusBar()->addPermanentWidget(new OpeningProgress(mounter, repository));
-    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, hint,
-            [this] { hint->showUnsaved(files.getWatch().getNames()); });
-    connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
-    connect(hint, &FailureHint::editRequested, this, &MainWindow::editAgain);
-}
-
-void MainWindow::setUpMenus()
-{
-    file = new FileMenu(files, this);
-    menuBar()->addMenu(file);
-    connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
-    connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
-    edit = new EditMenu(repository, *this);
-    menuBar()->addMenu(edit);
-    connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
-            [this](const QString& path) { selectNew(path); });
-    edit->addFinding(*find);
-    go = new GoMenu([this] { return edit->getSelection().getPath(); }, this);
-    menuBar()->addMenu(go);
-    connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
-    setUpPlaces();
-    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &MainWindow::showFiles);
-
-    view = menuBar()->addMenu(tr("&View"));
-    auto* const showNavigation = new QAction(tr("&Navigation Area"), this);
-    showNavigation->setObjectName(QStringLiteral("showNavigation"));
-    view->addAction(showNavigation);
-    showNavigation->setCheckable(true);
-    showNavigation->setChecked(true);
-    showNavigation->setShortcut(Qt::Key_F9);
-    connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
-    const auto docks = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QDockWidget* const dock : docks)
-        view->addAction(dock->toggleViewAction());
-    QAction* const showLog = log->toggleViewAction();
-    showLog->setShortcut(Qt::Key_F8);
-    QAction* const showChanges = changes->toggleViewAction();
-    showChanges->setShortcut(Qt::Key_F7);
-    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
-        if (isShown)
-            changes->showChanges();
-    });
-    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
-        if (isShown)
-            log->showLines();
-    });
-    QAction* const showFailure = hint->getReachAction();
-    view->addAction(showFailure);
-    view->addSeparator();
-    reopenAction = new QAction(tr("&Reopen Files at Start"), this);
-    reopenAction->setObjectName(QStringLiteral("reopensFiles"));
-    reopenAction->setCheckable(true);
-    reopenAction->setChecked(true);
-    view->addAction(reopenAction);
-    auto* const language = new LanguageMenu(view);
-    view->addMenu(language);
-    connect(language, &LanguageMenu::announced, this, &MainWindow::showNotice);
-
-    setUpHelp();
-}
-
-void MainWindow::setUpHelp()
-{
-    QMenu* const help = menuBar()->addMenu(tr("&Help"));
-    QAction* const commands = help->addAction(
-        tr("&Commands..."), this, [this] { showActions(ActionList::Shown::Everything); },
-        Qt::CTRL + Qt::SHIFT + Qt::Key_P);
-    commands->setObjectName(QStringLiteral("showCommands"));
-    QAction* const keys = help->addAction(
-        tr("&Keys..."), this, [this] { showActions(ActionList::Shown::Keys); }, Qt::Key_F1);
-    keys->setObjectName(QStringLiteral("showKeys"));
-    help->addSeparator();
-    help->addAction(tr("&About Vantry"), this, &MainWindow::showAbout);
-}
-
-// What is chosen is done once the list is gone.
-void MainWindow::showActions(ActionList::Shown shown)
-{
-    edit->refresh();
-    ActionList list(*menuBar(), shown, this);
-    const bool isChosen = list.exec() == QDialog::Accepted;
-    if (QAction* const action = list.getChosen(); isChosen && action)
-        QTimer::singleShot(0, action, &QAction::trigger);
-}
-
-void MainWindow::setUpPlaces()
-{
-    places = new Places(repository, files, *this, *edit);
-    connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
-    connect(places, &Places::failed, this, &MainWindow::showNotice);
-    auto* const text = new TextDock(repository, places->getWatch());
-    addDockWidget(Qt::RightDockWidgetArea, text);
-    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
-    connect(text, &TextDock::menuRequested, places, &Places::popUp);
-    connect(changes, &ChangesDock::menuRequested, places, &Places::popUp);
-    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
-    QAction* const showText = text->toggleViewAction();
-    showText->setShortcut(Qt::CTRL + Qt::Key_U);
-    connect(showText, &QAction::triggered, text, [text](bool isShown) {
-        if (isShown)
-            text->showText();
-    });
-}
-
-void MainWindow::addApplications()
-{
-    for (const auto& application : applications.getApplications()) {
-        const LoadingNote note({application.library->getFile()});
-        navigation->addApplication({application.identification, application.icon, application.name,
-                                    application.control, !application.main.isNull()});
-        if (application.main) {
-            workArea->addWidget(application.main);
-            FlatButtons::style(*application.main);
-        }
-    }
-    view->addSeparator();
-    view->addActions(navigation->actions());
-    if (!applications.getApplications().empty())
-        setWindowIcon(applications.getApplications().front().icon);
-    if (applications.getApplications().empty())
-        notices->addNotices(
-            {tr("No plug-in was loaded, so there is nothing to show. View > Plug-ins tells why.")});
-}
-
-void MainWindow::showPage(const QString& identification, const QString& page)
-{
-    for (const auto& application : applications.getApplications()) {
-        if (application.control && application.identification == identification)
-            FlatButtons::markPage(*application.control, page);
-    }
-    showApplication(identification);
-}
-
-void MainWindow::showApplication(const QString& identification)
-{
-    for (const auto& application : applications.getApplications()) {
-        if (application.main && application.identification == identification)
-            workArea->setCurrentWidget(application.main);
-    }
-}
-
-// By its heading or key.
-void MainWindow::chooseApplication(const QString& identification)
-{
-    if (applications.getPage(identification).isEmpty())
-        applications.setPage(identification, attributesPage);
-    showPage(identification, applications.getPage(identification));
-}
-
-// The one that shows files: this system's own, or else the first; empty when there is none.
-QString MainWindow::fileApplication() const
-{
-    const QString own = QStringLiteral("Vantry");
-    QString first;
-    for (const auto& application : applications.getApplications()) {
-        if (application.identification == own)
-            return own;
-        first = first.isEmpty() ? application.identification : first;
-    }
-    return first;
-}
-
-// With files the page that shows them, otherwise what each application showed last.
-void MainWindow::showFirstPages(bool hasFiles)
-{
-    const auto& shown = applications.getApplications();
-    if (shown.empty())
-        return;
-    if (hasFiles)
-        return applications.setPage(fileApplication(), attributesPage);
-    bool isAnyShown = false;
-    for (auto application = shown.rbegin(); application != shown.rend(); ++application) {
-        const QString page = WindowMemory::getPage(application->identification);
-        if (page.isEmpty() || page == attributesPage)
-            continue;
-        applications.setPage(application->identification, page);
-        isAnyShown = true;
-    }
-    if (!isAnyShown)
-        showStartPage();
-}
-
-void MainWindow::showLastPages()
-{
-    for (const auto& application : applications.getApplications()) {
-        const QString page = WindowMemory::getPage(application.identification);
-        applications.setPage(application.identification, page.isEmpty() ? QString(attributesPage) : page);
-    }
-}
-
 void MainWindow::beginSession(bool restores)
 {
     session = new SessionKeeper(repository, files, mounter, *this);
@@ -332,33 +76,6 @@ void MainWindow::beginSession(bool restores)
     if (isRestored)
         keptToApply += unsaved;
     session->follow();
-}
-
-bool MainWindow::areFilesShown() const
-{
-    const auto& shown = applications.getApplications();
-    return std::any_of(shown.begin(), shown.end(), [this](const auto& application) {
-        return application.main == workArea->currentWidget() &&
-               applications.getPage(application.identification) == attributesPage;
-    });
-}
-
-void MainWindow::showStartPage()
-{
-    if (!startPage) {
-        startPage = new StartPage;
-        workArea->addWidget(startPage);
-        connect(startPage, &StartPage::chooseRequested, file, &FileMenu::chooseFiles);
-        connect(startPage, &StartPage::openRequested, this,
-                [this](const QStringList& names) { openFiles(names); });
-        connect(startPage, &StartPage::exampleRequested, this, &MainWindow::openExample);
-    }
-    startPage->refresh();
-    workArea->setCurrentWidget(startPage);
-    for (const auto& application : applications.getApplications()) {
-        if (application.control)
-            FlatButtons::markPage(*application.control, {});
-    }
 }
 
 void MainWindow::openExample()
