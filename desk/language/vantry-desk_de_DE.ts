@@ -747,7 +747,7 @@ Undo brings them back.</source>
     </message>
     <message>
         <source>Save &amp;Hunk</source>
-        <translation>&amp;Abschnitt speichern</translation>
+        <translation>Abschni&amp;tt speichern</translation>
     </message>
     <message>
         <source>Write the lines of the hunks with the cursor or the selection into the file</source>
@@ -767,7 +767,7 @@ Undo brings them back.</source>
     </message>
     <message>
         <source>Save %1 &amp;Hunks</source>
-        <translation>%1 &amp;Abschnitte speichern</translation>
+        <translation>%1 Abschni&amp;tte speichern</translation>
     </message>
     <message>
         <source>D&amp;rop %1 Hunks</source>
@@ -1193,10 +1193,6 @@ Undo brings them back.</source>
         <translation>Suchen</translation>
     </message>
     <message>
-        <source>&amp;Stop</source>
-        <translation>An&amp;halten</translation>
-    </message>
-    <message>
         <source>Stopped</source>
         <translation>Angehalten</translation>
     </message>
@@ -1221,14 +1217,6 @@ Undo brings them back.</source>
         <translation>Suche läuft ...</translation>
     </message>
     <message>
-        <source>&amp;Replace 1 Value</source>
-        <translation>1 Wert &amp;ersetzen</translation>
-    </message>
-    <message>
-        <source>&amp;Replace %1 Values</source>
-        <translation>%1 Werte &amp;ersetzen</translation>
-    </message>
-    <message>
         <source>Replace &apos;%1&apos; by &apos;%2&apos;</source>
         <translation>„%1“ durch „%2“ ersetzen</translation>
     </message>
@@ -1239,6 +1227,18 @@ Undo brings them back.</source>
     <message>
         <source>%1 values replaced</source>
         <translation>%1 Werte ersetzt</translation>
+    </message>
+    <message>
+        <source>St&amp;op</source>
+        <translation>Anha&amp;lten</translation>
+    </message>
+    <message>
+        <source>Replace 1 Val&amp;ue</source>
+        <translation>1 Wert &amp;ersetzen</translation>
+    </message>
+    <message>
+        <source>Replace %1 Val&amp;ues</source>
+        <translation>%1 Werte &amp;ersetzen</translation>
     </message>
 </context>
 <context>
@@ -1255,10 +1255,6 @@ Undo brings them back.</source>
 <context>
     <name>Vantry::GoMenu</name>
     <message>
-        <source>&amp;Go</source>
-        <translation>&amp;Gehe zu</translation>
-    </message>
-    <message>
         <source>&amp;Back</source>
         <translation>&amp;Zurück</translation>
     </message>
@@ -1273,6 +1269,10 @@ Undo brings them back.</source>
     <message>
         <source>Remove the Bookmark of the &amp;Selected Node</source>
         <translation>Lesezeichen des &amp;ausgewählten Knotens entfernen</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>Gehe zu</translation>
     </message>
 </context>
 <context>
@@ -1820,14 +1820,6 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
         <translation>Regulärer Ausdruck</translation>
     </message>
     <message>
-        <source>Match &amp;case</source>
-        <translation>&amp;Groß-/Kleinschreibung</translation>
-    </message>
-    <message>
-        <source>W&amp;hole text</source>
-        <translation>Gan&amp;zer Text</translation>
-    </message>
-    <message>
         <source>Look in:</source>
         <translation>Suchen in:</translation>
     </message>
@@ -1844,10 +1836,6 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
         <translation>&amp;Werten</translation>
     </message>
     <message>
-        <source>&amp;types</source>
-        <translation>&amp;Typen</translation>
-    </message>
-    <message>
         <source>of:</source>
         <translation>von:</translation>
     </message>
@@ -1858,6 +1846,18 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     <message>
         <source>With a regular expression, \1 to \9 are what its groups have matched, and \0 is all of it</source>
         <translation>Bei einem regulären Ausdruck stehen \1 bis \9 für das, was seine Gruppen gefunden haben, und \0 für alles</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>Groß-/Kleinschreibung</translation>
+    </message>
+    <message>
+        <source>&amp;Whole text</source>
+        <translation>&amp;Ganzer Text</translation>
+    </message>
+    <message>
+        <source>t&amp;ypes</source>
+        <translation>&amp;Typen</translation>
     </message>
 </context>
 <context>
