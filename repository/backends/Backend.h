@@ -105,6 +105,7 @@ public:
 
     // An entry and all below it as they are written; see Document.
     virtual std::optional<Documents::Excerpt> excerpt(const QString& path) const = 0;
+    virtual bool hasComments(const QString& path) const = 0;
 
     // All of it as one text, with all edits.
     virtual std::string getBytes() const = 0;

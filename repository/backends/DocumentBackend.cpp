@@ -213,6 +213,12 @@ std::optional<Documents::Excerpt> DocumentBackend::excerpt(const QString& path) 
     return content.isDamaged() ? std::nullopt : content.getDocument().excerpt(relative(path));
 }
 
+bool DocumentBackend::hasComments(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return !content.isDamaged() && content.getDocument().hasComments(relative(path));
+}
+
 bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
                                     const std::vector<Documents::Entry>& expected)
 {

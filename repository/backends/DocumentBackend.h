@@ -18,6 +18,7 @@ public:
     SiblingPosition positionOf(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
+    bool hasComments(const QString& path) const override;
     std::string getBytes() const override;
     quint64 getRevision() const override;
 

@@ -84,6 +84,13 @@ Outcome Refusals::ownTree()
             QStringLiteral("it belongs to the repository itself, which alone changes it")};
 }
 
+Outcome Refusals::losesComments()
+{
+    return Outcome(StatusCode::BackendFailure,
+                   QStringLiteral("its comments have no place where it is to go, and would be lost"))
+        .advise(QStringLiteral("copy it, and remove it here"));
+}
+
 Outcome Refusals::noBackend()
 {
     return {StatusCode::NotFound, QStringLiteral("no backend has that name")};

@@ -22,6 +22,7 @@ public:
     static Outcome notFound();
     static Outcome invalidPath(QStringView path);
     static Outcome ownTree();
+    static Outcome losesComments(); // of what would be moved by its values
     static Outcome noBackend(); // of that name
     static Outcome noType(const QString& type);
 

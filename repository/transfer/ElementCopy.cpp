@@ -55,7 +55,7 @@ Outcome ElementCopy::run(bool isMove)
     if (!outcome.ok())
         return outcome;
     const auto reordered = isMove && source.array == target.array ? reorder() : std::nullopt;
-    outcome = reordered ? *reordered : insert();
+    outcome = reordered ? *reordered : insert(isMove);
     if (outcome.ok() && isMove && !reordered)
         outcome = remove();
     if (outcome.ok())
@@ -114,23 +114,27 @@ std::optional<Outcome> ElementCopy::reorder()
 }
 
 // As it is written in a file of the same type.
-bool ElementCopy::writeExcerpt(Backend& backend)
+bool ElementCopy::writeExcerpt(Backend& backend, bool& losesComments)
 {
     const Backend* const writer =
         source.isInList ? source.parent->backend : SubtreeReader(nodes.getTree(), *source.node).getWriter();
     if (!writer || writer->getDescription().type != backend.getDescription().type)
         return false;
+    losesComments = writer->hasComments(from);
     const auto excerpt = writer->excerpt(from);
     edited.insert(&backend);
     return excerpt && transaction.edit(backend).insertExcerpt(to, *excerpt, entries);
 }
 
-Outcome ElementCopy::insert()
+Outcome ElementCopy::insert(bool isMove)
 {
+    bool losesComments = false;
     Backend* const backend = target.parent ? target.parent->backend : nodes.nearest(to).backend;
-    isWritten = backend && writeExcerpt(*backend);
+    isWritten = backend && writeExcerpt(*backend, losesComments);
     if (isWritten)
         return {};
+    if (isMove && losesComments)
+        return Refusals::losesComments();
     if (target.isInList || target.node) {
         const auto inserted = backend ? transaction.edit(*backend).insertElement(to, entries) : std::nullopt;
         if (inserted)

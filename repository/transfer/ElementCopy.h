@@ -40,8 +40,8 @@ private:
     bool isArray(const Node* node) const;
     Outcome readSource(bool isMove);
     std::optional<Outcome> reorder();
-    bool writeExcerpt(Backend& backend);
-    Outcome insert();
+    bool writeExcerpt(Backend& backend, bool& losesComments);
+    Outcome insert(bool isMove);
     Outcome remove();
     Outcome changeList(Node& list, const QString& path, QStringList texts, const QString& removed = {});
     QString sourceAfterInsertion() const;

@@ -170,6 +170,12 @@ std::optional<BracketItems::Surroundings> BracketItems::surroundingsOf(std::size
     return found;
 }
 
+std::string_view BracketItems::commentBehind(std::size_t index) const
+{
+    const auto found = surroundingsOf(index);
+    return found ? text.substr(found->tail, found->end - found->tail) : std::string_view();
+}
+
 void BracketItems::move(std::size_t from, std::size_t to)
 {
     const auto sourceOf = [=](std::size_t i) { return i == to ? from : from < to ? i + 1 : i - 1; };

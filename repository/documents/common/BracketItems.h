@@ -41,6 +41,9 @@ public:
     std::string_view item(std::size_t index) const;
     const std::vector<Item>& getItems() const { return items; }
 
+    // The comment that goes with an item that has lines of its own, with the blanks before it; empty without.
+    std::string_view commentBehind(std::size_t index) const;
+
     // The edits to apply to the text; one that inserts or removes must be the only one of its kind.
     void replace(std::size_t index, std::string replacement);
     void insert(std::size_t index, const std::vector<std::string>& inserted);

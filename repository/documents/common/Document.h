@@ -145,6 +145,10 @@ public:
     // Nothing for an entry that can only be copied by its values, like all others of the format.
     virtual std::optional<Excerpt> excerpt(std::string_view /*path*/) const { return {}; }
 
+    // Whether comments in the text of an entry, or behind it on its line, would be lost with it where it is
+    // moved by its values, without an excerpt.
+    virtual bool hasComments(std::string_view /*path*/) const { return false; }
+
     // Adds a new entry, or an element of an array before the one that has its index so far, and all below it
     // as they are written elsewhere; for the empty path, an empty document gets nothing else. False, with the
     // document as it was, where they must be inserted one by one. Whether their values are read alike there,

@@ -274,6 +274,12 @@ std::optional<Excerpt> TomlDocument::excerpt(std::string_view path) const
     return id == noNode ? std::nullopt : TomlSubtrees(*file).excerpt(id);
 }
 
+bool TomlDocument::hasComments(std::string_view path) const
+{
+    const NodeId id = path.empty() ? noNode : file->find(path);
+    return id != noNode && TomlSubtrees(*file).hasComments(id);
+}
+
 bool TomlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
     makeRoom();

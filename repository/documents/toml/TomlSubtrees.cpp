@@ -100,6 +100,34 @@ std::optional<Excerpt> TomlSubtrees::excerpt(NodeId id) const
     return found;
 }
 
+bool TomlSubtrees::hasComments(NodeId id) const
+{
+    const auto isIn = [](std::string_view text) {
+        for (std::size_t at = 0; at < text.size();) {
+            if (text[at] == '#')
+                return true;
+            at = text[at] == '"' || text[at] == '\'' ? skipTomlString(text, at) : at + 1;
+        }
+        return false;
+    };
+    if (tree.node(tree.node(id).parent).isInline())
+        return isIn(file.textOf(id)) || !commentBehind(id).empty();
+    const auto statements = TomlEditor(file).statementsOf(id);
+    return std::any_of(statements.begin(), statements.end(), [&](StatementId each) {
+        return isIn(file.statementText(each)) || (each != statements.front() && isIn(tree.leadOf(each)));
+    });
+}
+
+// That of an element of an array, since inline tables have none.
+std::string TomlSubtrees::commentBehind(NodeId item) const
+{
+    const NodeId array = tree.node(item).parent;
+    if (tree.node(array).kind != TomlKind::Array)
+        return {};
+    const std::string text = file.textOf(array);
+    return std::string(TomlItems(text, file.lineEnd).commentBehind(tree.positionOf(item)));
+}
+
 std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
 {
     if (!tree.node(id).hasSpan())
@@ -108,6 +136,8 @@ std::optional<Excerpt> TomlSubtrees::ofItem(NodeId id) const
     found.lineEnd = file.lineEnd;
     found.text = "k = " + file.textOf(id);
     found.names.emplace_back(0, 1);
+    found.after = commentBehind(id);
+    noteLines(found);
     return found;
 }
 

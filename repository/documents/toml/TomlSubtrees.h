@@ -18,10 +18,12 @@ public:
 
     // See Document.
     std::optional<Excerpt> excerpt(NodeId id) const;
+    bool hasComments(NodeId id) const;
     bool insert(std::string_view path, const Excerpt& excerpt);
 
 private:
     std::optional<Excerpt> ofItem(NodeId id) const;
+    std::string commentBehind(NodeId item) const;
     std::optional<Excerpt> ofStatements(NodeId id, NodeId named) const;
     bool appendStatement(Excerpt& target, StatementId statement, NodeId named, bool inHeaders) const;
     bool insertElement(NodeId array, std::size_t position, const Excerpt& excerpt);

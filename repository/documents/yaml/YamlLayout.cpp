@@ -4,6 +4,8 @@
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
+#include <algorithm>
+
 namespace Repository::Documents {
 
 std::size_t YamlLayout::beginOf(NodeId id) const
@@ -136,6 +138,39 @@ bool YamlLayout::endsOpen(NodeId id) const
     return tree.node(id).isBlockScalar() && readYamlBlockHeader(block).chomping == '+';
 }
 
+std::string YamlLayout::commentBehind(NodeId item) const
+{
+    const NodeId collection = tree.node(item).parent;
+    const YamlNode& node = tree.node(collection);
+    const BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, itemsOf(collection),
+                                false);
+    return std::string(brackets.commentBehind(tree.positionOf(item)));
+}
+
+bool YamlLayout::hasComments(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.parent != noNode && tree.node(node.parent).isFlow() && !commentBehind(id).empty())
+        return true;
+    std::size_t at = beginOf(id);
+    const auto skipTo = [&](std::size_t begin, std::size_t end) {
+        const bool hasComment = begin > at && hasYamlComment(text(), at, begin);
+        at = std::max(at, end);
+        return hasComment;
+    };
+    std::vector<NodeId> pending{id}; // the next one last
+    while (!pending.empty()) {
+        const YamlNode& each = tree.node(pending.back());
+        pending.pop_back();
+        if ((each.hasKey && skipTo(each.key, each.keyEnd)) ||
+            (each.isLeaf() && skipTo(each.value, each.valueEnd)))
+            return true;
+        for (NodeId child = each.last; child != noNode; child = tree.node(child).previous)
+            pending.push_back(child);
+    }
+    return skipTo(tailOf(id), tailOf(id));
+}
+
 std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
 {
     const YamlNode& node = tree.node(id);
@@ -152,6 +187,7 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     found.indentation =
         isFlow ? text().substr(line, skipYamlBlanks(text(), line) - line) : std::string(node.key - line, ' ');
     if (isFlow) {
+        found.after = commentBehind(id);
         findLines(found);
         return found;
     }

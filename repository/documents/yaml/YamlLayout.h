@@ -48,6 +48,7 @@ public:
 
     // What the author has written of a member; nothing where it can only be copied by its values.
     std::optional<Excerpt> excerptOf(NodeId id) const;
+    bool hasComments(NodeId id) const;
 
     // The comments above an entry in a block and behind it, as people read them.
     std::string commentOf(NodeId id) const;
@@ -59,6 +60,7 @@ public:
     bool indentsLists() const;
 
 private:
+    std::string commentBehind(NodeId item) const;
     bool hasReferences(NodeId id) const;
     bool endsOpen(NodeId id) const;
     std::string_view text() const { return tree.getOriginal(); }

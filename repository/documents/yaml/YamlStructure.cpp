@@ -307,8 +307,22 @@ std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_v
 
 std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
 {
-    const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
+    if (file->isEdited()) {
+        YamlDocument settled;
+        return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
+    }
+    const NodeId id = path.empty() ? noNode : file->find(path);
     return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
+}
+
+bool YamlDocument::hasComments(std::string_view path) const
+{
+    if (file->isEdited()) {
+        YamlDocument settled;
+        return settled.parse(getBytes()).ok() && settled.hasComments(path);
+    }
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
+    return id != noNode && YamlLayout(*file).hasComments(id);
 }
 
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
