@@ -1,5 +1,5 @@
 #include "repository/documents/common/ComponentCodec.h"
-#include "tests/documents/EntryLines.h"
+#include "tests/documents/DocumentEdits.h"
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
@@ -12,60 +12,10 @@
 #include <cmath>
 #include <functional>
 
-using namespace EntryLines;
+using namespace DocumentEdits;
 using namespace Repository::Documents;
 
 namespace {
-
-using Edit = std::function<Outcome(Document&)>;
-
-Edit setTo(const std::string& path, const Value& value)
-{
-    return [=](Document& document) { return document.set(path, value); };
-}
-
-Edit add(const std::string& path, const Value& value = group())
-{
-    return [=](Document& document) { return document.insert(path, value); };
-}
-
-Edit drop(const std::string& path)
-{
-    return [=](Document& document) { return document.remove(path); };
-}
-
-Edit renameTo(const std::string& path, const std::string& name)
-{
-    return [=](Document& document) {
-        const auto outcome = document.rename(path, name);
-        return outcome ? *outcome : refused("must be moved");
-    };
-}
-
-Edit move(const std::string& path, const std::string& to)
-{
-    return [=](Document& document) { return *document.moveElement(path, to); };
-}
-
-Edit copyTo(const std::string& path, const std::string& to)
-{
-    return [=](Document& document) {
-        const auto excerpt = document.excerpt(path);
-        return excerpt && document.insertExcerpt(to, *excerpt) ? Outcome() : refused("not as it is written");
-    };
-}
-
-Edit addElement(const std::string& path, const std::vector<Entry>& entries)
-{
-    return [=](Document& document) { return *document.insertElement(path, entries); };
-}
-
-std::vector<Entry> entriesOf(const Document& document)
-{
-    std::vector<Entry> entries;
-    document.visit([&](const Entry& entry) { entries.push_back(entry); });
-    return entries;
-}
 
 // Compares each FILE.toml of a folder with the lines of its FILE.values: the keys and indexes of a place, a
 // type, and a text, separated by U+001F.

@@ -1,5 +1,5 @@
 #include "repository/documents/common/ComponentCodec.h"
-#include "tests/documents/EntryLines.h"
+#include "tests/documents/DocumentEdits.h"
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
@@ -11,60 +11,10 @@
 #include <cmath>
 #include <functional>
 
-using namespace EntryLines;
+using namespace DocumentEdits;
 using namespace Repository::Documents;
 
 namespace {
-
-using Edit = std::function<Outcome(Document&)>;
-
-Edit setTo(const std::string& path, const Value& value)
-{
-    return [=](Document& document) { return document.set(path, value); };
-}
-
-Edit add(const std::string& path, const Value& value = group())
-{
-    return [=](Document& document) { return document.insert(path, value); };
-}
-
-Edit drop(const std::string& path)
-{
-    return [=](Document& document) { return document.remove(path); };
-}
-
-Edit renameTo(const std::string& path, const std::string& name)
-{
-    return [=](Document& document) {
-        const auto outcome = document.rename(path, name);
-        return outcome ? *outcome : refused("must be moved");
-    };
-}
-
-Edit move(const std::string& path, const std::string& to)
-{
-    return [=](Document& document) { return *document.moveElement(path, to); };
-}
-
-Edit addElement(const std::string& path, const std::vector<Entry>& entries)
-{
-    return [=](Document& document) { return *document.insertElement(path, entries); };
-}
-
-Edit addAll(const std::string& path, const std::vector<Entry>& entries)
-{
-    return [=](Document& document) {
-        std::size_t refused = 0;
-        return document.insertAll(path, entries, refused);
-    };
-}
-
-std::vector<Entry> entriesOf(const Document& document)
-{
-    std::vector<Entry> entries;
-    document.visit([&](const Entry& entry) { entries.push_back(entry); });
-    return entries;
-}
 
 // What readers take for something else, or an emitter would write in another way.
 std::vector<Value> hardValues()

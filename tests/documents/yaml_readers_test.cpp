@@ -1,5 +1,5 @@
 #include "repository/documents/common/ComponentCodec.h"
-#include "tests/documents/EntryLines.h"
+#include "tests/documents/DocumentEdits.h"
 #include "tests/support/TestRun.h"
 
 #include <QDirIterator>
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-using namespace EntryLines;
+using namespace DocumentEdits;
 using namespace Repository::Documents;
 
 namespace {
@@ -80,13 +80,6 @@ for base in glob.glob(sys.argv[1] + '/*.base.yaml'):
             if found: print(name, edited, found)
 print('compared', *counts.values())
 )";
-
-std::vector<Entry> entriesOf(const Document& document)
-{
-    std::vector<Entry> entries;
-    document.visit([&](const Entry& entry) { entries.push_back(entry); });
-    return entries;
-}
 
 const std::vector<Value>& newValues()
 {
