@@ -23,7 +23,7 @@ public:
     static Outcome invalidPath(QStringView path);
     static Outcome ownTree();
     static Outcome losesComments(); // of what would be moved by its values
-    static Outcome noBackend(); // of that name
+    static Outcome noBackend();     // of that name
     static Outcome noType(const QString& type);
 
     // What a document has said of a value, which it may have quoted: replaced when the value is hidden,
