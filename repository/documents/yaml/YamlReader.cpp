@@ -96,6 +96,13 @@ struct YamlReader::Parser
         fy_diag_unref(errors);
     }
 
+    // Also warnings, which are never freed.
+    bool hasFaults() const
+    {
+        void* previous = nullptr;
+        return fy_parser_get_stream_error(parser) || fy_diag_errors_iterate(errors, &previous);
+    }
+
     // After an error, parts of the parser would be freed twice: it is left alone, some 4 kB.
     static void leave(std::unique_ptr<Parser> failed)
     {
@@ -125,7 +132,7 @@ YamlReader::YamlReader(std::string_view yaml) : text(yaml)
 
 YamlReader::~YamlReader()
 {
-    if (parser && fy_parser_get_stream_error(parser->parser))
+    if (parser && parser->hasFaults())
         Parser::leave(std::move(parser));
 }
 
