@@ -29,15 +29,24 @@ bool isOursAlone(SystemCalls& calls, const FileDescriptor& file)
 
 } // namespace
 
+void SaveLock::open(SystemCalls& calls, const FileDescriptor& place, const std::string& name)
+{
+    if (place.isOpen())
+        file.emplace(calls, calls.openAt(place.get(), name, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
+}
+
 SaveLock::SaveLock(SystemCalls& calls, const struct stat& folder)
 {
     using namespace std::chrono;
     const FileDescriptor place(calls, StateFolder::openForLocks(calls));
-    if (!isOursAlone(calls, place))
-        return;
-    file.emplace(calls, calls.openAt(place.get(), "vantry-saves.lock",
-                                     O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (!isOursAlone(calls, *file))
+    if (isOursAlone(calls, place)) {
+        open(calls, place, "vantry-saves.lock");
+    } else {
+        // Others may keep this user from having a file of that name there, but cannot lock this user's.
+        const FileDescriptor common(calls, calls.openFolder("/tmp", O_RDONLY));
+        open(calls, common, ".vantry-saves-" + std::to_string(::geteuid()) + ".lock");
+    }
+    if (!file || !isOursAlone(calls, *file))
         return;
     const auto deadline = steady_clock::now() + seconds(2);
     auto pause = microseconds(100);

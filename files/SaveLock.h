@@ -7,8 +7,9 @@
 namespace Files {
 
 // Keeps this user's own saves into one folder apart, so that they need not take turns by trying again;
-// nothing depends on it. It is held in $XDG_RUNTIME_DIR or in the state folder, where no other user can hold
-// it, and the kernel ends it with the process. For one thread.
+// without it, two that meet in the same instant may keep what one of them wrote beside the file. It is held
+// in $XDG_RUNTIME_DIR, in the state folder or else in /tmp, by a file of this user alone, which no other user
+// can lock, and the kernel ends it with the process. For one thread.
 class SaveLock
 {
 public:
@@ -17,6 +18,8 @@ public:
     SaveLock(SystemCalls& calls, const struct stat& folder);
 
 private:
+    void open(SystemCalls& calls, const FileDescriptor& place, const std::string& name);
+
     std::optional<FileDescriptor> file;
 };
 

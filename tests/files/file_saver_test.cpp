@@ -375,7 +375,7 @@ private slots:
     {
         const auto row = TestSupport::columns<bool>("locks");
         row("with a place for their lock", true);
-        row("without", false);
+        row("in the place that all have", false);
     }
 
     // Each writer adds its line to what it has just read; a lost update would be a missing line.
