@@ -177,7 +177,9 @@ private:
         if (!isRootGroup && !holds(path, value))
             return fault("what was inserted is not there");
         for (const Entry& entry : entries) {
-            if (entry.path != path && !holds(entry.path, entry.value))
+            // Nothing may give way to what comes below it.
+            const bool mayGo = entry.value.type == Type::Null && isAtOrBelow(path, entry.path);
+            if (entry.path != path && !mayGo && !holds(entry.path, entry.value))
                 return fault("inserting changed \"" + entry.path + "\"");
         }
         return {};
