@@ -216,6 +216,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     const NodeId valueNode = file->findValueNode(path);
     if (valueNode == noNode)
         return refused("there is no value " + quoted(path));
+    if (file->tree.valueText(valueNode) == spelling)
+        return {};
     YamlValues values(*file);
     Outcome outcome = values.check(path, valueNode);
     if (!outcome.ok())
