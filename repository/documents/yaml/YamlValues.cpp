@@ -14,7 +14,9 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
     if (node.kind == YamlKind::Merge)
         return outcomeAt(text, node.value,
                          quoted(path) + " names what is merged into its map; change that instead");
-    if (node.lacksColon && !file.isInFlow(id))
+    const bool isBelowCollection = node.hasKey && node.keyStyle > YamlStyle::Double;
+    const bool hasNoPlace = isBelowCollection && node.value == node.valueEnd; // its ":" may be one of the key
+    if ((node.lacksColon && !file.isInFlow(id)) || hasNoPlace)
         return outcomeAt(text, node.key,
                          "the key of " + quoted(path) + " has no \":\" that a value could follow");
     if (node.isShared) {
