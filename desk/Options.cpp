@@ -120,7 +120,7 @@ QString Options::manPage()
                           "understood, too.\n"
                           ".SH EXIT STATUS\n"
                           ".TP\n0\nThe window was closed, or its picture drawn.\n"
-                          ".TP\n1\nThere is no display, or a picture cannot be written or lacks a file that "
+                          ".TP\n1\nNo display was found, or a picture cannot be written or lacks a file that "
                           "could not be opened.\n"
                           ".TP\n2\nThe command line is wrong.\n"
                           ".SH SEE ALSO\n\\fBvantry\\fR(1)\n");

@@ -27,7 +27,7 @@ public:
     bool isBusy() const { return worker.valid(); }
 
 signals:
-    // A task has thrown, or there is no thread for it.
+    // A task threw, or its thread could not be started.
     void failed(const QString& reason);
 
 private:

@@ -63,7 +63,7 @@ void SearchScope::choose(const QStringList& chosen)
     emit changed();
 }
 
-// What is no file is not added to files.
+// Only files are added to files.
 void SearchScope::toggle(const QString& backend, bool isChosen)
 {
     const QStringList backends = files.getBackends();

@@ -1290,7 +1290,7 @@ Undo brings them back.</source>
         <translation>&amp;Gehe</translation>
     </message>
     <message>
-        <source>There is no attribute of that path, and it names no line of a file.</source>
+        <source>This is neither the path of an attribute nor a line of a file.</source>
         <translation>Es gibt kein Attribut mit diesem Pfad, und er nennt keine Zeile einer Datei.</translation>
     </message>
     <message>

@@ -106,7 +106,7 @@ GoToDialog::Found GoToDialog::findText(const QString& wanted, Repository& reposi
         return {wanted, {}};
     const auto place = FilePosition::parse(wanted);
     if (!place)
-        return {{}, tr("There is no attribute of that path, and it names no line of a file.")};
+        return {{}, tr("This is neither the path of an attribute nor a line of a file.")};
     const QStringList backends = backendsOf(place->file, repository);
     if (backends.isEmpty())
         return {{}, tr("%1 is not open; File > Open opens it.").arg(place->file)};

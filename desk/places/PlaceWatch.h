@@ -33,7 +33,7 @@ public:
 
 signals:
     void selected(const QString& path);
-    void placed(); // also when there is no place any more
+    void placed(); // also when the place was lost
 
 private:
     void followTrees();

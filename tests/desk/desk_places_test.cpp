@@ -96,7 +96,7 @@ private slots:
         row("a column", "plant.json:1:40", speed, "");
         row("a file that is not open", "%1/broken.json:1", "", "%1/broken.json is not open");
         row("no such line", "limits.ini:99", "", "no value at the line or after it");
-        row("nothing", "what", "", "no attribute of that path");
+        row("nothing", "what", "", "neither the path of an attribute");
     }
 
     void goesToWhatIsPasted()
