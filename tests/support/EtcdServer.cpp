@@ -89,6 +89,7 @@ void EtcdServer::choosePorts()
     };
     for (Member& member : members) {
         member.clientPort = choose();
+        member.hiddenPort = choose();
         member.peerPort = choose();
         member.healthPort = choose();
     }
@@ -104,7 +105,7 @@ QStringList EtcdServer::argumentsOf(const Member& member) const
     QStringList cluster;
     for (const Member& each : members)
         cluster.append(each.name + QLatin1Char('=') + urlOf(QStringLiteral("http"), each.peerPort));
-    const QString client = urlOf(scheme(), member.clientPort);
+    const QString client = urlOf(scheme(), member.port());
     const QString peer = urlOf(QStringLiteral("http"), member.peerPort);
     QStringList arguments{QStringLiteral("--name"),
                           member.name,
@@ -148,12 +149,15 @@ QStringList EtcdServer::getEndpoints() const
 {
     QStringList endpoints;
     for (const Member& member : members)
-        endpoints.append(QStringLiteral("127.0.0.1:%1").arg(member.clientPort));
+        endpoints.append(QStringLiteral("127.0.0.1:%1").arg(member.port()));
     return endpoints;
 }
 
 QString EtcdServer::getLocation(const QString& store, const QString& query) const
 {
+    QStringList addresses;
+    for (const Member& member : members)
+        addresses.append(QStringLiteral("127.0.0.1:%1").arg(member.clientPort));
     QStringList parameters;
     if (certificates)
         parameters.append(QStringLiteral("ca=") + certificates->authority());
@@ -161,8 +165,8 @@ QString EtcdServer::getLocation(const QString& store, const QString& query) cons
         parameters.append(query);
     return QStringLiteral("%1://%2/%3%4%5")
         .arg(certificates ? QStringLiteral("etcds") : QStringLiteral("etcd"),
-             getEndpoints().join(QLatin1Char(',')), store,
-             parameters.isEmpty() ? QString() : QStringLiteral("?"), parameters.join(QLatin1Char('&')));
+             addresses.join(QLatin1Char(',')), store, parameters.isEmpty() ? QString() : QStringLiteral("?"),
+             parameters.join(QLatin1Char('&')));
 }
 
 void EtcdServer::kill(int member)
@@ -175,11 +179,12 @@ void EtcdServer::kill(int member)
     process.reset();
 }
 
-bool EtcdServer::restart(int member, bool isAwaited)
+bool EtcdServer::restart(int member, Place place)
 {
     Member& restarted = members.at(std::size_t(member));
+    restarted.place = place;
     launch(restarted);
-    return !isAwaited || waitUntilReady(restarted);
+    return waitUntilReady(restarted);
 }
 
 void EtcdServer::freeze(int member)
@@ -198,6 +203,7 @@ bool EtcdServer::wipe()
         kill(member);
     for (Member& member : members) {
         QDir(folderOf(member)).removeRecursively();
+        member.place = Place::Usual;
         launch(member);
     }
     rootPassword.clear();
@@ -269,7 +275,7 @@ QByteArray EtcdServer::control(const QStringList& arguments) const
 {
     QStringList endpoints;
     for (const Member& member : members)
-        endpoints.append(urlOf(scheme(), member.clientPort));
+        endpoints.append(urlOf(scheme(), member.port()));
     QStringList all{QStringLiteral("--endpoints"), endpoints.join(QLatin1Char(','))};
     if (certificates)
         all += {QStringLiteral("--cacert"), certificates->authority()};

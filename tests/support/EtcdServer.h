@@ -41,17 +41,20 @@ public:
     QString getFailure() const { return failure; }
 
     int getMemberCount() const { return int(members.size()); }
-    QStringList getEndpoints() const; // 127.0.0.1:port of each member
+    QStringList getEndpoints() const; // 127.0.0.1:port of each member, where it is now
     const TestCertificates* getCertificates() const { return certificates.get(); }
 
     // "etcd://127.0.0.1:port,.../store", with "etcds" and the authority where TLS is used; the query without
     // "?".
     QString getLocation(const QString& store, const QString& query = {}) const;
 
-    // Ends a member at once, as a power cut does; what it has stored stays. Brings it back with the same
-    // ports, and waits until it is ready where `isAwaited`.
+    // Ends a member at once, as a power cut does; what it has stored stays.
     void kill(int member = 0);
-    bool restart(int member = 0, bool isAwaited = true);
+
+    // Brings it back and waits until it is ready. Hidden, it is at another port, so that those who know its
+    // location do not reach it.
+    enum class Place { Usual, Hidden };
+    bool restart(int member = 0, Place place = Place::Usual);
 
     // Stops a member in the middle of what it does: its connections stay and are silent.
     void freeze(int member = 0);
@@ -82,9 +85,13 @@ private:
     {
         QString name;
         quint16 clientPort = 0;
+        quint16 hiddenPort = 0;
         quint16 peerPort = 0;
         quint16 healthPort = 0;
+        Place place = Place::Usual;
         std::unique_ptr<QProcess> process;
+
+        quint16 port() const { return place == Place::Usual ? clientPort : hiddenPort; }
     };
 
     void choosePorts();
