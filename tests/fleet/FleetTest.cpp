@@ -1,0 +1,16 @@
+#include "tests/fleet/FleetTest.h"
+
+void FleetTest::initTestCase()
+{
+    const QString obstacle = EtcdServer::findObstacle();
+    if (!obstacle.isEmpty())
+        QSKIP(qPrintable(obstacle));
+    QVERIFY2(server.start(), qPrintable(server.getFailure()));
+    client = std::make_unique<EtcdClient>(server.getEndpoints().join(QLatin1Char(',')).toStdString());
+}
+
+void FleetTest::init()
+{
+    static int number = 0;
+    store = QStringLiteral("s%1").arg(++number);
+}
