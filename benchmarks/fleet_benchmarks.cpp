@@ -165,7 +165,7 @@ void readBare(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-// Each write waits for the server's answer.
+// Each write is stored before the next.
 void writeSequentially(benchmark::State& state)
 {
     const auto repository = Fleet::instance().mount(QStringLiteral("sequential"));
@@ -175,7 +175,8 @@ void writeSequentially(benchmark::State& state)
     qlonglong value = 0;
     for ([[maybe_unused]] auto _ : state) {
         for (int i = 0; i < writes; ++i) {
-            if (repository->getWriterInterface()->writeAttributeValue(path, ++value, 8) != 0)
+            if (repository->getWriterInterface()->writeAttributeValue(path, ++value, 8) != 0 ||
+                !repository->getBackendInterface()->saveBackend(QStringLiteral("m")))
                 state.SkipWithError("a write was refused");
         }
     }

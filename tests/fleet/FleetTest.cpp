@@ -1,5 +1,8 @@
 #include "tests/fleet/FleetTest.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
+
 void FleetTest::initTestCase()
 {
     const QString obstacle = EtcdServer::findObstacle();
@@ -13,4 +16,10 @@ void FleetTest::init()
 {
     static int number = 0;
     store = QStringLiteral("s%1").arg(++number);
+}
+
+QVariant FleetTest::valueOf(const std::string& stored)
+{
+    const QJsonDocument json = QJsonDocument::fromJson(QByteArray::fromStdString(stored));
+    return json.object().value(QLatin1String("v")).toVariant();
 }

@@ -26,6 +26,10 @@ protected:
     std::string prefix() const { return "vantry/1/" + store.toStdString() + "/a/"; }
     std::string keyOf(const char* path) const { return prefix() + path; }
 
+    // What a value holds, as json has it.
+    static QVariant valueOf(const std::string& stored);
+    static QVariant valueOf(const EtcdClient::Change& change) { return valueOf(change.value); }
+
     // Another program.
     const EtcdClient& outside() const { return *client; }
 

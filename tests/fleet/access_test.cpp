@@ -47,10 +47,10 @@ private slots:
     void letsUsersIn_data()
     {
         const auto row = TestSupport::columns<QByteArray, int, QString>("credentials", "mode", "refusal");
-        row("right", "desk:secret-of-the-desk\n", 0600, "");
-        row("wrong password", "desk:wrong\n", 0600, "password");
-        row("unknown user", "nobody:secret-of-the-desk\n", 0600, "password");
-        row("readable for others", "desk:secret-of-the-desk\n", 0644, "600");
+        row("right", "user=desk\npassword=secret-of-the-desk\n", 0600, "");
+        row("wrong password", "user=desk\npassword=wrong\n", 0600, "password");
+        row("unknown user", "user=nobody\npassword=secret-of-the-desk\n", 0600, "password");
+        row("readable for others", "user=desk\npassword=secret-of-the-desk\n", 0644, "600");
     }
 
     void letsUsersIn()
@@ -68,6 +68,7 @@ private slots:
         }
         QCOMPARE(refusalOf(machine.getMounted()), QString());
         QCOMPARE(refusalOf(machine.create(QStringLiteral("m.a"), 1)), QString());
+        QCOMPARE(refusalOf(machine.save()), QString());
         const FleetMachine other(location(queryOf(credentials, mode)));
         QCOMPARE(other.read(QStringLiteral("m.a")).toInt(), 1);
     }
@@ -138,7 +139,7 @@ private slots:
         FleetMachine machine(location(validQuery()));
         QCOMPARE(refusalOf(machine.getMounted()), QString());
         machine.create(QStringLiteral("m.a"), 1);
-        const FleetMachine refused(location(queryOf("desk:another-secret\n", 0600)));
+        const FleetMachine refused(location(queryOf("user=desk\npassword=another-secret\n", 0600)));
         QStringList told{machine.description(), refused.getMounted().toText()};
         const auto backends = machine.getRepository().getBackendInterface();
         told.append(backends->getBackendInformation(QStringLiteral("m"))->getBackendLocation());
@@ -162,7 +163,7 @@ private:
         return QStringLiteral("credentials=") + file;
     }
 
-    QString validQuery() const { return queryOf(QByteArray("desk:") + password + '\n', 0600); }
+    QString validQuery() const { return queryOf(QByteArray("user=desk\npassword=") + password + '\n', 0600); }
 
     std::unique_ptr<QTemporaryDir> folder;
     const TestCertificates stranger;

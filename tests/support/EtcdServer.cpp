@@ -197,13 +197,13 @@ void EtcdServer::thaw(int member)
     ::kill(pid_t(members.at(std::size_t(member)).process->processId()), SIGCONT);
 }
 
-bool EtcdServer::wipe()
+bool EtcdServer::wipe(Place place)
 {
     for (int member = 0; member < getMemberCount(); ++member)
         kill(member);
     for (Member& member : members) {
         QDir(folderOf(member)).removeRecursively();
-        member.place = Place::Usual;
+        member.place = place;
         launch(member);
     }
     rootPassword.clear();

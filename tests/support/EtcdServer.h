@@ -48,12 +48,12 @@ public:
     // "?".
     QString getLocation(const QString& store, const QString& query = {}) const;
 
-    // Ends a member at once, as a power cut does; what it has stored stays.
-    void kill(int member = 0);
-
-    // Brings it back and waits until it is ready. Hidden, it is at another port, so that those who know its
-    // location do not reach it.
+    // Hidden, a member is at another port, so that those who know the location do not reach it.
     enum class Place { Usual, Hidden };
+
+    // Ends a member at once, as a power cut does; what it has stored stays. Brings it back, and waits until
+    // it is ready.
+    void kill(int member = 0);
     bool restart(int member = 0, Place place = Place::Usual);
 
     // Stops a member in the middle of what it does: its connections stay and are silent.
@@ -61,7 +61,7 @@ public:
     void thaw(int member = 0);
 
     // Kills all members and starts them again with nothing stored.
-    bool wipe();
+    bool wipe(Place place = Place::Usual);
 
     // Whether the member can write, which needs a majority.
     bool isReady(int member = 0) const;
