@@ -8,6 +8,7 @@
 #include <QTemporaryDir>
 #include <QTimeZone>
 
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <set>
@@ -307,6 +308,40 @@ private slots:
         QCOMPARE(refusalOf(writer.save()), QString());
         QTRY_COMPARE(follower.paths().size(), 0);
         QCOMPARE(outside().readAll(prefix()).size(), std::size_t(0));
+    }
+
+    // Of a store that is opened in pages.
+    void tellsHowFarItIs()
+    {
+        constexpr int count = 30'000;
+        constexpr int inTransaction = 100;
+        for (int first = 0; first < count; first += inTransaction) {
+            EtcdClient::Pairs pairs;
+            for (int i = first; i < first + inTransaction; ++i)
+                pairs.emplace_back(keyOf("k") + std::to_string(i), R"({"t":"i64","v":"1"})");
+            QVERIFY(outside().commit(pairs) > 0);
+        }
+        const auto repository = Repository::AttributeRepository::create();
+        const auto backends = repository->getBackendInterface();
+        std::atomic<bool> isOver{false};
+        std::thread opening([&] {
+            backends->mount(QStringLiteral("etcd"), QStringLiteral("m"),
+                            {location(), QString(), AccessMode::ReadWrite}, 2);
+            isOver = true;
+        });
+        std::set<int> told;
+        while (!isOver) {
+            const auto information = backends->getBackendInformation(QStringLiteral("m"));
+            const auto progress =
+                information ? information->getProgress() : decltype(information->getProgress())();
+            if (progress.total >= count)
+                told.insert(progress.done);
+        }
+        opening.join();
+        QVERIFY(told.size() > 2);
+        QVERIFY(*told.rbegin() <= count + 1);
+        QCOMPARE(repository->getTreeInterface()->getChildCount(QStringLiteral("m")), count);
+        QCOMPARE(backends->getBackendInformation(QStringLiteral("m"))->getProgress().total, 0);
     }
 
     void undoesInTheStore()

@@ -75,6 +75,22 @@ private slots:
         QCOMPARE(watch.exitCode(), 0);
     }
 
+    // The store finds out by itself, within the ten seconds of a lease.
+    void noticesWhoIsGone()
+    {
+        const FleetMachine machine(location());
+        const auto count = [&machine] {
+            return machine.read(QStringLiteral("internal.backends.users.m")).toStringList().size();
+        };
+        QTRY_COMPARE(count(), 1);
+        QProcess watch;
+        watch.start(QStringLiteral(VANTRY_PROGRAM), words({"watch", "plant"}));
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 2, 20'000);
+        watch.kill();
+        QVERIFY(watch.waitForFinished());
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 1, 30'000);
+    }
+
     void saysWhyNothingIsThere()
     {
         server.kill();
