@@ -253,12 +253,11 @@ private slots:
     void refusesWhatTheStoreCannotHold()
     {
         FleetMachine machine(location());
-        const Outcome outcome =
-            machine.create(QStringLiteral("m.large"), QString(1'600'000, QLatin1Char('x')));
+        const Outcome outcome = machine.create(QStringLiteral("m.large"), QString(1600000, QLatin1Char('x')));
         QVERIFY(!outcome.ok());
         QVERIFY2(outcome.toText().contains(QLatin1String("m.large")), qPrintable(outcome.toText()));
         QVERIFY(!machine.exists(QStringLiteral("m.large")));
-        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.small"), QString(900'000, QLatin1Char('x')))),
+        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.small"), QString(900000, QLatin1Char('x')))),
                  QString());
         QCOMPARE(refusalOf(machine.save()), QString());
         QCOMPARE(outside().readAll(prefix()).size(), std::size_t(1));
@@ -313,7 +312,7 @@ private slots:
     // Of a store that is opened in pages.
     void tellsHowFarItIs()
     {
-        constexpr int count = 30'000;
+        constexpr int count = 30000;
         constexpr int inTransaction = 100;
         for (int first = 0; first < count; first += inTransaction) {
             EtcdClient::Pairs pairs;

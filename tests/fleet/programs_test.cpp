@@ -65,11 +65,11 @@ private slots:
         QTRY_VERIFY(printedBy(watch).endsWith("changed a = " + QByteArray::number(last) + '\n'));
         server.kill();
         QVERIFY(server.restart());
-        QTRY_VERIFY_WITH_TIMEOUT(machine.write(QStringLiteral("m.a"), last + 1).ok(), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(machine.write(QStringLiteral("m.a"), last + 1).ok(), longWait);
         machine.create(QStringLiteral("m.b"), QStringLiteral("x"));
         machine.remove(QStringLiteral("m.a"));
         const QByteArray end = "changed a = " + QByteArray::number(last + 1) + "\ncreated b = x\nremoved a\n";
-        QTRY_VERIFY2_WITH_TIMEOUT(printedBy(watch).endsWith(end), printed.constData(), 20'000);
+        QTRY_VERIFY2_WITH_TIMEOUT(printedBy(watch).endsWith(end), printed.constData(), longWait);
         watch.terminate();
         QVERIFY(watch.waitForFinished());
         QCOMPARE(watch.exitCode(), 0);
@@ -85,10 +85,10 @@ private slots:
         QTRY_COMPARE(count(), 1);
         QProcess watch;
         watch.start(QStringLiteral(VANTRY_PROGRAM), words({"watch", "plant"}));
-        QTRY_COMPARE_WITH_TIMEOUT(count(), 2, 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 2, longWait);
         watch.kill();
         QVERIFY(watch.waitForFinished());
-        QTRY_COMPARE_WITH_TIMEOUT(count(), 1, 30'000);
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 1, 3 * longWait / 2);
     }
 
     void saysWhyNothingIsThere()
