@@ -3,6 +3,7 @@
 #include "cli/Session.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
+#include "host/FrameworkCore/Notification/UpdateOrigin.h"
 
 #include <QHash>
 
@@ -50,6 +51,9 @@ private:
     void add(const QString& change, const QString& path, const QVariant* value)
     {
         Records::Fields fields{{"change", change}, {"path", path}};
+        const QString origin = FrameworkCore::Notification::UpdateOrigin::current();
+        if (!origin.isEmpty())
+            fields.emplace_back("origin", origin);
         if (value)
             fields.insert(fields.end(), {{"type", TypedText::nameOf(*value)}, {"value", *value}});
         if (records.areJson())
@@ -136,7 +140,7 @@ Command watch()
         "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
         "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.\n"
         "With --json: an object a line, with \"change\" (changed, created or removed), \"path\" and, unless "
-        "it is removed, \"type\" and \"value\".",
+        "it is removed, \"type\" and \"value\"; \"origin\" is \"fleet\" for what comes from a store.",
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
         {jsonOption, nullOption},
         {"vantry watch app.ini", "vantry watch app.ini 'server.*'"},

@@ -73,8 +73,6 @@ std::shared_ptr<grpc::Channel> EtcdTransport::makeChannel() const
 void EtcdTransport::rotate()
 {
     const std::lock_guard lock(mutex);
-    if (settings.endpoints.size() == 1)
-        return;
     endpoint = (endpoint + 1) % settings.endpoints.size();
     channel = makeChannel();
 }
@@ -108,6 +106,9 @@ grpc::Status EtcdTransport::callOnce(const Call& operation, const std::string& w
     const grpc::Status status = operation(used, context);
     const std::lock_guard lock(mutex);
     active.erase(&context);
+    // A channel whose server was away may take long to notice that it is back; a new one does not.
+    if (status.error_code() == grpc::StatusCode::UNAVAILABLE && used == channel)
+        channel = makeChannel();
     return status;
 }
 

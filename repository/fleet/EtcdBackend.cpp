@@ -331,6 +331,7 @@ Outcome EtcdBackend::save(const ApplyChange&)
     using namespace std::chrono_literals;
     std::unique_lock lock(state->mutex);
     state->writeRefusal.clear(); // it may take it now
+    state->entries.retryRefused();
     state->changed.notify_all();
     const auto isOver = [this] {
         const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
