@@ -1162,6 +1162,18 @@ Undo brings them back.</source>
         <source>&amp;Clear This List</source>
         <translation>Diese Liste &amp;leeren</translation>
     </message>
+    <message>
+        <source>Open S&amp;tore...</source>
+        <translation>Speicher&amp;dienst öffnen...</translation>
+    </message>
+    <message>
+        <source>Open Store</source>
+        <translation>Speicherdienst öffnen</translation>
+    </message>
+    <message>
+        <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
+        <translation>Wo er ist, wie in etcd://RECHNER:PORT/NAME, oder etcds:// mit TLS:</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::FileMounter</name>
@@ -1685,6 +1697,10 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>Opening %1 of %2 files</source>
         <translation>%1 von %2 Dateien werden geöffnet</translation>
+    </message>
+    <message>
+        <source>Loading %1 of %2 entries</source>
+        <translation>%1 von %2 Einträgen werden geladen</translation>
     </message>
 </context>
 <context>

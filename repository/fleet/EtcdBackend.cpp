@@ -338,8 +338,13 @@ Outcome EtcdBackend::save(const ApplyChange&)
         return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
                state->entries.getEdits().empty();
     };
+    const bool isPatient = !isWindowThread();
+    std::size_t left = 0;
     ++state->savers;
-    state->changed.wait_for(lock, isWindowThread() ? std::chrono::milliseconds(250ms) : 10s, isOver);
+    do { // as long as something becomes of it
+        left = state->entries.getEdits().size();
+        state->changed.wait_for(lock, isPatient ? std::chrono::milliseconds(10s) : 250ms, isOver);
+    } while (isPatient && !isOver() && state->entries.getEdits().size() < left);
     --state->savers;
     if (closed)
         return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));

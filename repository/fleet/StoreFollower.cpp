@@ -110,7 +110,7 @@ StoreResult StoreFollower::readPages()
     applier.push(std::move(begin));
     while (page->hasMore && !page->entries.empty()) {
         range.begin = page->entries.back().key + '\0';
-        auto nextPage = std::async(std::launch::async, read, range);
+        auto nextPage = std::async(read, range); // or, where there is no thread, when it is asked for
         pushPage(*page);
         std::tie(result, page) = nextPage.get();
         if (!result.ok())
@@ -165,12 +165,12 @@ StoreResult StoreFollower::follow()
     const StoreResult identity = checkIdentity();
     if (!identity.ok())
         return identity;
-    StoreWatch* current = nullptr;
+    auto begun = context.transport->watch(context.prefix, context.keysEnd(), next);
+    StoreWatch* const current = begun.get();
     {
         const std::lock_guard lock(mutex);
-        watch = context.transport->watch(context.prefix, context.keysEnd(), next);
+        watch = std::move(begun);
         heard = asked = Clock::now();
-        current = watch.get();
     }
     StoreEvents events;
     StoreResult result;

@@ -85,10 +85,11 @@ std::vector<StoreChange> StoreWriter::changes() const
 void StoreWriter::send(Lock& lock)
 {
     StoreState& state = *context.state;
+    const std::vector<StoreChange> list = changes();
     state.isSending = true;
     lock.unlock();
     StoreReply reply;
-    const StoreResult result = context.transport->write(changes(), reply);
+    const StoreResult result = context.transport->write(list, reply);
     lock.lock();
     state.isSending = false;
     const StoreState::Link before = state.link;
