@@ -61,8 +61,9 @@ Outcome EtcdBackends::open(const Backend::Description& description, const Mount&
     try {
         session->start();
     } catch (const std::system_error& failure) {
-        return {StatusCode::BackendFailure,
-                QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
+        return {
+            StatusCode::BackendFailure,
+            QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
     }
     return isWindowThread() ? outcome : session->waitForLoading();
 }
