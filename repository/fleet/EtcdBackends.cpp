@@ -60,9 +60,9 @@ Outcome EtcdBackends::open(const Backend::Description& description, const Mount&
     }
     try {
         session->start();
-    } catch (const std::system_error& error) {
+    } catch (const std::system_error& failure) {
         return {StatusCode::BackendFailure,
-                QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(error.what()))};
+                QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
     }
     return isWindowThread() ? outcome : session->waitForLoading();
 }
