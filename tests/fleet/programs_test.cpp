@@ -67,6 +67,7 @@ private slots:
         QCOMPARE(refusalOf(machine.write(QStringLiteral("m.a"), last + 1)), QString());
         QTRY_COMPARE_WITH_TIMEOUT(refusalOf(machine.save()), QString(), longWait);
         machine.create(QStringLiteral("m.b"), QStringLiteral("x"));
+        QCOMPARE(refusalOf(machine.save()), QString());
         machine.remove(QStringLiteral("m.a"));
         const QByteArray end = "changed a = " + QByteArray::number(last + 1) + "\ncreated b = x\nremoved a\n";
         QTRY_VERIFY2_WITH_TIMEOUT(printedBy(watch).endsWith(end), printed.constData(), longWait);
