@@ -278,7 +278,7 @@ private:
     void writeUntil(const std::atomic<bool>& isOver) const
     {
         for (int number = 1; !isOver; ++number) {
-            const std::string value = R"({"t":"i64","v":")" + std::to_string(number) + R"("})";
+            const std::string value = "{\"t\":\"i64\",\"v\":\"" + std::to_string(number) + "\"}";
             const std::string one = keyOf("program.k") + std::to_string(number % 7);
             const std::string other = keyOf("program.l") + std::to_string(number % 5);
             if (number % 3 == 0)
