@@ -21,6 +21,8 @@ std::string reasonIn(const std::string& message)
         if (place != std::string::npos)
             reason.erase(0, place + front.size());
     }
+    if (reason.rfind("ipv", 0) == 0) // the address, which is told before it
+        reason.erase(0, reason.find(": ") + 2);
     return reason;
 }
 
