@@ -14,7 +14,10 @@ using Status = StoreResult::Status;
 
 namespace {
 
-constexpr std::int64_t pageSize = 5000;
+// For each page a server counts all keys that follow, so that great stores are read in greater pages.
+constexpr std::int64_t smallestPage = 5000;
+constexpr std::int64_t largestPage = 50000;
+constexpr std::int64_t usualPages = 10;
 
 constexpr auto shortestPause = 50ms; // before the next attempt, doubled each time
 constexpr auto longestPause = 2000ms;
@@ -89,7 +92,7 @@ void StoreFollower::setOpen()
 // All of it as it was at the revision of the first page. The next page is on its way while one is handed on.
 StoreResult StoreFollower::readPages()
 {
-    StoreRange range{context.prefix, context.keysEnd(), pageSize, 0, 0, false};
+    StoreRange range{context.prefix, context.keysEnd(), smallestPage, 0, 0, false};
     const auto read = [this](const StoreRange& wanted) {
         auto page = std::make_unique<StorePage>();
         StoreResult result = context.transport->read(wanted, *page);
@@ -99,6 +102,7 @@ StoreResult StoreFollower::readPages()
     if (!result.ok())
         return result;
     range.revision = page->revision;
+    range.limit = std::clamp(page->count / usualPages, smallestPage, largestPage);
     {
         const std::lock_guard lock(context.state->mutex);
         context.state->toLoad = int(page->count);
