@@ -143,11 +143,17 @@ quint64 EtcdBackend::getRevision() const
     return state->entries.getRevision();
 }
 
+Outcome EtcdBackend::checkOpen() const
+{
+    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
+                  : Outcome();
+}
+
 Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) const
 {
-    if (closed)
-        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
-    Outcome outcome = state->checkWritable();
+    Outcome outcome = checkOpen();
+    if (outcome.ok())
+        outcome = state->checkWritable();
     if (!outcome.ok())
         return outcome;
     if (state->entries.isForeign(path))
@@ -167,8 +173,14 @@ Outcome EtcdBackend::setOne(const std::string& path, const Value& value)
         return outcome;
     if (!state->entries.find(path))
         return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
-    state->entries.edit(path, value);
+    edit(path, value);
     return outcome;
+}
+
+void EtcdBackend::edit(const std::string& path, const std::optional<Value>& value)
+{
+    state->entries.edit(path, value);
+    hasEdited = true;
 }
 
 Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
@@ -179,7 +191,7 @@ Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
         return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
     const bool isImplied = value.type == Type::Group && state->entries.contains(path);
     if (outcome.ok() && !isImplied)
-        state->entries.edit(path, value);
+        edit(path, value);
     return outcome;
 }
 
@@ -194,7 +206,7 @@ Outcome EtcdBackend::removeAll(const std::string& path)
             return outcome;
     }
     for (const std::string& each : paths)
-        state->entries.edit(each, std::nullopt);
+        edit(each, std::nullopt);
     return {};
 }
 
@@ -212,6 +224,7 @@ void EtcdBackend::beginEdit()
 {
     const std::lock_guard lock(state->mutex);
     isEditing = true;
+    hasEdited = false;
     state->entries.beginBatch();
 }
 
@@ -247,14 +260,17 @@ Outcome EtcdBackend::respell(const QString& path, const std::string& spelling)
     return decoded ? write(path, decoded->value) : refusal(QStringLiteral("it was not spelt by a store"));
 }
 
-// Edits what differs, so that the store is written no more than that.
+// Edits what differs, so that the store is written no more than that. To take back what was edited just now
+// is possible at any time.
 Outcome EtcdBackend::replaceText(std::string bytes)
 {
     const auto wanted = parsed(bytes);
     if (!wanted)
         return refusal(QStringLiteral("it is not the text of a store"));
     const std::lock_guard lock(state->mutex);
-    const Outcome outcome = closed ? checkEdit({}, {}) : Outcome();
+    Outcome outcome = checkOpen();
+    if (outcome.ok() && !hasEdited)
+        outcome = state->checkWritable();
     if (!outcome.ok())
         return outcome;
     SharedEntries& entries = state->entries;
@@ -346,9 +362,7 @@ Outcome EtcdBackend::save(const ApplyChange&)
         state->changed.wait_for(lock, isPatient ? std::chrono::milliseconds(10s) : 250ms, isOver);
     } while (isPatient && !isOver() && state->entries.getEdits().size() < left);
     --state->savers;
-    if (closed)
-        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
-    return explainUnsaved();
+    return closed ? checkOpen() : explainUnsaved();
 }
 
 Outcome EtcdBackend::explainConflicts() const
