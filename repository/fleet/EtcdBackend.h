@@ -90,6 +90,9 @@ protected:
 private:
     using Value = FrameworkCore::Values::Value;
 
+    // Of the text of a backend, by which edits are rolled back and shown.
+    static std::string lineOf(const std::string& path, const Value& value);
+
     Outcome refusal(const QString& reason) const;
 
     // The state's mutex is held.
