@@ -93,6 +93,13 @@ private slots:
         row("lines", "a: x\r\nb: y\r\n", setTo("a", text("u\nv")), "a: |-\r\n  u\r\n  v\r\nb: y\r\n");
         row("lines before a comment", "a: x # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\" # c\n");
         row("lines above a comment", "a: x\n  # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\"\n  # c\n");
+        row("lines off their line", "-\n      x\n- 1\n", setTo("0", text("u\nv")),
+            "-\n      \"u\\nv\"\n- 1\n");
+        row("lines below a document's mark", "--- 1\n---\n!t x\n", setTo("1", text("u\nv")),
+            "--- 1\n---\n!t \"u\\nv\"\n");
+        row("lines beside a document's mark", "--- 1\n--- !t x\n", setTo("1", text("u\nv")),
+            "--- 1\n--- !t |-\n  u\n  v\n");
+        row("block off its line", "-\n      |\n- 1\n", setTo("0", text("u")), "-\n      |2-\n  u\n- 1\n");
         row("literal", "a: | # c\n    x\n\nb: 1\n", setTo("a", text("y\nz")),
             "a: |- # c\n    y\n    z\n\nb: 1\n");
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
