@@ -187,6 +187,7 @@ private slots:
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
+        row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }
 

@@ -51,6 +51,16 @@ bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
     return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
+// As the first of its line in a block; libfyaml takes nothing but plain values and brackets there.
+bool YamlValues::isBehindTab(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const std::size_t value = tree.node(id).value;
+    const std::size_t line = findYamlLine(text, value);
+    return !file.isInFlow(id) && skipYamlBlanks(text, line) == value &&
+           text.substr(line, value - line).find('\t') != std::string_view::npos;
+}
+
 Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view spelling) const
 {
     const YamlNode& node = tree.node(id);
@@ -61,6 +71,11 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
         return refused(quoted(path) +
                        " cannot become a text: all elements of its list would be texts, which are "
                        "one value");
+    if (isBehindTab(id) && spelling.find_first_of("\"'!|>") == 0)
+        return outcomeAt(tree.getOriginal(), node.value,
+                         quoted(path) +
+                             " is indented by a tab, behind which no value can have quotes or a tag; "
+                             "indent it by blanks");
     const std::string_view present = tree.valueText(id);
     const bool losesComments =
         node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
