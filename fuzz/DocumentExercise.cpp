@@ -198,7 +198,9 @@ private:
             return fault("what was removed is still there");
         const std::vector<Entry> now = entriesOf(*document);
         for (const Entry& entry : entries) {
-            const bool goes = entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
+            const bool losesElement = entry.value.type == Type::StringList && isAtOrBelow(path, entry.path);
+            const bool goes =
+                losesElement || entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
             const bool stays = std::any_of(now.begin(), now.end(), [&entry](const Entry& other) {
                 return other.path == entry.path && isSame(other.value, entry.value);
             });
