@@ -21,6 +21,7 @@ using Repository::Documents::Span;
 namespace {
 
 constexpr int mostEdits = 12;
+constexpr std::size_t mostEntries = 3000; // which are compared with each other
 
 bool isAtOrBelow(const std::string& path, const std::string& above)
 {
@@ -70,6 +71,8 @@ public:
         std::string broken = checkTree();
         if (broken.empty())
             broken = checkSpans();
+        if (entries.size() > mostEntries)
+            return broken;
         for (int edit = 0; edit < mostEdits && broken.empty() && !choices.empty(); ++edit) {
             before = document->getBytes();
             entries = entriesOf(*document);

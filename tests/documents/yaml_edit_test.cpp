@@ -182,6 +182,7 @@ private slots:
         row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");
         row("below an alias", "a: &x {k: 1}\nb: *x\n", setTo("b.k", integer(2)), "the alias *x");
         row("shown by an alias", "a: &x {k: 1}\nb: *x\n", setTo("a.k", integer(2)), "at line 2");
+        row("named by an alias", "a: &x k\n*x : 1\n", setTo("a", text("l")), "by its alias at line 2");
         row("used anchor", "a: &x 1\nb: *x\n", drop("a"), "is used at line 2");
         row("merged", "a: &x {k: 1}\nb:\n  <<: *x\n", setTo("b.<<", integer(2)), "merged");
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");

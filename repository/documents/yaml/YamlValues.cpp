@@ -27,6 +27,12 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
                              "; change what that leads to, or give the alias a value of its own");
     }
+    if (node.namesKey) {
+        Outcome place = outcomeAt(text, tree.findAliasOf(id));
+        place.error = quoted(path) + " is also a key, by its alias at line " + std::to_string(place.line) +
+                      ", whose entry would get another name";
+        return place;
+    }
     for (NodeId item = node.kind == YamlKind::List ? node.first : noNode; item != noNode;
          item = tree.node(item).next) {
         if (tree.node(item).isAlias || tree.node(item).isUsed)
