@@ -109,6 +109,7 @@ private slots:
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
         row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
         row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
+        row("empty key alone", "{a: 1, !!str }\n", setTo("%00", text("x")), "{a: 1, !!str : x }\n");
         row("anchor and tag", "a: &x !!str 5\n", setTo("a", text("6")), "a: &x !!str \"6\"\n");
         row("another tag", "a: !!str 5\n", setTo("a", integer(6)), "a: 6\n");
         row("bytes", "a: !!binary |\n  aGk=\n", setTo("a", {Type::ByteArray, std::string("ab")}),

@@ -89,9 +89,10 @@ std::string_view YamlFile::bareText(NodeId id) const
     std::string_view text = tree.valueText(id);
     if (!tree.isEdited(id))
         return text;
+    text.remove_prefix(skipYamlBlanks(text, 0));
     if (tree.node(id).lacksColon && startsWith(text, ":"))
-        text.remove_prefix(1);
-    return text.substr(skipYamlBlanks(text, 0));
+        text.remove_prefix(skipYamlBlanks(text, 1));
+    return text;
 }
 
 Value YamlFile::readShown(NodeId id) const

@@ -137,11 +137,11 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 {
     const YamlNode& node = tree.node(id);
     const std::string_view text = tree.getOriginal();
-    if (node.value == node.valueEnd && !spelling.empty())
-        return (node.lacksColon                                       ? ": "
-                : node.value > 0 && isYamlBlank(text[node.value - 1]) ? ""
-                                                                      : " ") +
-               spelling;
+    if (node.value == node.valueEnd && !spelling.empty()) {
+        const bool isName = node.key == node.keyEnd || text[node.key] == '*'; // a ":" would go on with it
+        const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
+        return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
+    }
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
                               columnOfYaml(text, node.value) <= file.blockAround(id);
