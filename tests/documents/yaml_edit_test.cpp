@@ -151,6 +151,7 @@ private slots:
         row("first in an element", "- a: 1\n  b: 2\n", drop("0.a"), "- b: 2\n");
         row("first above a comment", "- a: 1 # x\n  # y\n  b: 2\n", drop("0.a"), "-\n  # y\n  b: 2\n");
         row("in brackets", "a: {b: 1, c: 2, }\n", drop("a.c"), "a: {b: 1, }\n");
+        row("of an empty key", "{a: 1,\n:\n}\n", drop("%00"), "{a: 1\n}\n");
         row("with a text", "a: |+\n  x\n\nb: 1\n", drop("a"), "b: 1\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");

@@ -146,6 +146,8 @@ void YamlBuilder::startKey(const YamlEvent& event)
         const YamlNode& map = tree.node(frame.id);
         frame.key =
             skipYamlTrivia(source(), map.first == noNode ? std::max<std::size_t>(end, map.value) : end);
+        if (map.isFlow() && frame.key < source().size() && source()[frame.key] == ',')
+            frame.key = skipYamlTrivia(source(), frame.key + 1);
         if (frame.key < source().size() && source()[frame.key] == '?')
             frame.key = skipYamlBlanks(source(), frame.key + 1);
         frame.keyStyle = YamlStyle::Plain;
