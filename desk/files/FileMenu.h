@@ -23,6 +23,9 @@ public:
     // The same for a folder, of which all files are opened.
     void chooseFolder();
 
+    // The same for a distributed store.
+    void chooseStore();
+
 signals:
     void openRequested(const QStringList& files, const QString& type = {}); // as that, if there is one
     void quitRequested();
