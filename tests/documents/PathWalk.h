@@ -180,7 +180,8 @@ void walkFromManySeeds(const Arguments&... arguments)
 {
     int edits = 0;
     int refusals = 0;
-    for (quint32 seed = 0; seed < 2500; ++seed) {
+    for (quint32 seed = 0; seed < quint32(std::max(2500, qEnvironmentVariableIntValue("VANTRY_WALK_SEEDS")));
+         ++seed) {
         Walk walk(arguments..., seed);
         for (int step = 0; step < 25; ++step) {
             const QString fault = walk.step();

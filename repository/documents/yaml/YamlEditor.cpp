@@ -16,7 +16,8 @@ constexpr auto npos = std::string_view::npos;
 
 void YamlEditor::edit(std::size_t begin, std::size_t end, std::string text)
 {
-    edits.push_back({begin, end, std::move(text)});
+    if (begin < end || !text.empty())
+        edits.push_back({begin, end, std::move(text)});
 }
 
 YamlBlockStyle YamlEditor::style() const
@@ -32,25 +33,27 @@ std::vector<YamlEditor::Edit> YamlEditor::getSortedEdits() const
     return sorted;
 }
 
-std::string YamlEditor::apply() const
+std::string YamlEditor::apply(std::size_t begin, std::size_t end) const
 {
     std::string result;
-    std::size_t at = 0;
+    std::size_t at = begin;
     for (const Edit& each : getSortedEdits()) {
         (result += text().substr(at, each.begin - at)) += each.text;
         at = each.end;
     }
-    return result += text().substr(at);
+    return result += text().substr(at, end - at);
 }
 
 void YamlEditor::replaceText(NodeId value, std::string text)
 {
+    place = value;
     edit(tree.node(value).value, tree.node(value).valueEnd, std::move(text));
 }
 
 void YamlEditor::replaceKey(NodeId member, const std::string& key)
 {
     const YamlNode& node = tree.node(member);
+    place = member;
     edit(node.key, node.keyEnd,
          spellYamlKey(key, tree.text(node.key, node.keyEnd), tree.node(node.parent).isFlow()));
 }
@@ -139,6 +142,7 @@ Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const st
 
 void YamlEditor::take(NodeId collection, const BracketItems& brackets)
 {
+    place = collection;
     for (const BracketItems::Edit& each : brackets.getEdits())
         edit(each.begin + tree.node(collection).value, each.end + tree.node(collection).value, each.text);
 }
@@ -148,6 +152,7 @@ Outcome YamlEditor::insertLines(NodeId collection, const std::string& lines)
     const YamlNode& node = tree.node(collection);
     if (node.count == 0)
         return fillEmpty(collection, lines);
+    place = node.last;
     const std::size_t at = layout.endOfBlock(collection);
     edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
     return {};
@@ -177,6 +182,7 @@ Outcome YamlEditor::insertLinesAt(NodeId collection, std::size_t position, std::
     if (position == node.count)
         return insertLines(collection, lines);
     const NodeId next = tree.elementAt(collection, position);
+    place = next;
     if (layout.beginsLine(next)) {
         const std::size_t at = layout.commentsAbove(next);
         edit(at, at, std::move(lines));
@@ -194,7 +200,7 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
     const bool inFlow = file.isInFlow(leaf);
     const std::string own = spellYamlKey(yamlOwnValueKey, {}, inFlow) + ": ";
     const std::string value(tree.text(node.begin, node.valueEnd));
-    changed = leaf;
+    changed = place = leaf;
     YamlWriter writer(style());
     if (inFlow) {
         writer.writeFlowMember(branch);
@@ -263,7 +269,7 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
     writer.writeFlow(branch);
     if (!writer.error.empty())
         return refused(writer.error);
-    changed = id;
+    changed = place = id;
     const bool isInLine = after == npos || findYamlLineEnd(text(), after) > node.value;
     if (node.lacksColon)
         edit(node.value, node.valueEnd, ": " + writer.text);
@@ -286,7 +292,7 @@ Outcome YamlEditor::replaceByBlock(NodeId id, std::size_t after, const YamlBranc
     writer.writeContent(branch, column);
     if (!writer.error.empty())
         return refused(writer.error);
-    changed = id;
+    changed = place = id;
     const bool isOneLine = findYamlLineEnd(text(), after == npos ? node.value : after) >= node.valueEnd;
     if (isOneLine && !isDocument) {
         const std::size_t line = skipYamlLine(text(), layout.tailOf(id));

@@ -57,10 +57,16 @@ public:
 
     // In the order of the text.
     std::vector<Edit> getSortedEdits() const;
-    std::string apply() const;
+    std::string apply() const { return apply(0, text().size()); }
+
+    // The same of a part of the text in which all of them are.
+    std::string apply(std::size_t begin, std::size_t end) const;
 
     // The node whose value has become another one; noNode for none.
     NodeId getChanged() const { return changed; }
+
+    // A node at the edits.
+    NodeId getPlace() const { return place; }
 
 private:
     void edit(std::size_t begin, std::size_t end, std::string text);
@@ -85,6 +91,7 @@ private:
     YamlLayout layout;
     std::vector<Edit> edits;
     NodeId changed = noNode;
+    NodeId place = noNode;
 };
 
 } // namespace Repository::Documents

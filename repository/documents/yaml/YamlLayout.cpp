@@ -232,8 +232,9 @@ bool YamlLayout::isDocument(NodeId id) const
 
 bool YamlLayout::indentsLists() const
 {
-    constexpr NodeId enough = 5000;
-    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+    constexpr std::size_t enough = 5000;
+    std::size_t seen = 0;
+    for (NodeId id = tree.getRoot(); id != noNode && seen < enough; id = tree.following(id), ++seen) {
         const YamlNode& node = tree.node(id);
         const bool isBlockList = node.isSequence() && node.style == YamlStyle::Block && node.hasKey &&
                                  !node.isShared && !node.isAlias && node.count > 0;

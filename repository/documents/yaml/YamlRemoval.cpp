@@ -44,6 +44,7 @@ void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t cou
 
 void YamlEditor::removeBlock(NodeId id, bool withComments)
 {
+    place = id;
     if (layout.beginsLine(id))
         removeLines(id, withComments);
     else
@@ -76,7 +77,7 @@ void YamlEditor::empty(NodeId collection, bool withComments)
     const YamlNode& node = tree.node(collection);
     const NodeId id = node.first;
     const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
-    changed = collection;
+    changed = place = collection;
     if (!layout.beginsLine(id)) {
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), layout.tailOf(id), brackets);
@@ -109,6 +110,7 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
     }
     if (!layout.beginsLine(element) || !layout.beginsLine(there))
         return refused("the first element is on the line of another one, behind its \"-\"");
+    place = element;
     const std::size_t begin = layout.commentsAbove(element);
     const std::size_t end = skipYamlLine(text(), layout.tailOf(element));
     std::string lines(text().substr(begin, end - begin));

@@ -4,6 +4,7 @@
 #include "repository/documents/yaml/YamlDocument.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
+#include "repository/documents/yaml/YamlReread.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -13,6 +14,8 @@
 namespace Repository::Documents {
 
 namespace {
+
+constexpr const char* otherwiseRead = "YAML would read it as something else there";
 
 // Whether a file has the entries, of which groups may have values.
 bool holds(const YamlFile& file, const std::vector<YamlWanted>& entries)
@@ -54,6 +57,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
         if (!error.empty())
             return refused(error);
     }
+    if (const auto reread = rereadPart(editor, kind, node, isAsWanted))
+        return *reread;
     std::string text = editor.apply();
     if (!file->encoding.mayBegin(text))
         return refused("the file would begin like one in another encoding");
@@ -68,11 +73,34 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
     if (fault.empty() && isAsWanted && !isAsWanted(*fresh))
-        fault = "YAML would read it as something else there";
+        fault = otherwiseRead;
     if (!fault.empty())
         return refused(fault);
     fresh->lineEnd = file->lineEnd;
     file = std::move(fresh);
+    return {};
+}
+
+// The same without reading what is far from the edits; nothing where all must be read.
+std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind kind, NodeId node,
+                                                const std::function<bool(const YamlFile&)>& isAsWanted)
+{
+    YamlReread reread(*file, editor);
+    while (reread.read()) {
+        YamlGuard guard(*file, reread.getFormer(), reread.getPartFile(), reread.getPart(), editor);
+        if (kind == Kind::Renaming)
+            guard.allowRenaming(node);
+        if (!guard.findFault().empty() || (kind == Kind::Moving && !guard.keepsMoved()))
+            continue;
+        reread.install();
+        if (!isAsWanted || isAsWanted(*file))
+            return Outcome();
+        auto former = std::make_unique<YamlFile>(reread.formerText(), file->encoding);
+        former->readText();
+        former->lineEnd = file->lineEnd;
+        file = std::move(former);
+        return refused(otherwiseRead);
+    }
     return {};
 }
 
