@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -79,12 +80,17 @@ Outcome YamlEditor::insertElement(NodeId sequence, std::size_t position, const Y
         return becomeBlock(sequence, branch);
     YamlWriter writer(style());
     const bool isFlow = tree.node(sequence).isFlow();
-    if (isFlow)
+    const bool isStream = tree.node(sequence).style == YamlStyle::Stream;
+    if (isStream)
+        writer.writeWhole(branch, true);
+    else if (isFlow)
         writer.writeFlow(branch);
     else
         writer.writeElement(branch, layout.columnOf(sequence));
     if (!writer.error.empty())
         return refused(writer.error);
+    if (isStream)
+        return YamlDocuments(file).insert(*this, position, writer.text);
     return isFlow ? insertFlow(sequence, position, {writer.text})
                   : insertLinesAt(sequence, position, writer.text);
 }

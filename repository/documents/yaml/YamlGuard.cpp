@@ -123,7 +123,7 @@ std::string YamlGuard::findFault() const
 bool YamlGuard::keepsMoved() const
 {
     const auto collect = [](Cursor cursor) {
-        std::vector<NodeId> nodes;
+        std::vector<std::vector<NodeId>> groups; // each with what is in it
         bool isWithin = false;
         std::size_t top = 0;
         while (cursor.id != noNode) {
@@ -131,17 +131,30 @@ bool YamlGuard::keepsMoved() const
             if (!isWithin && cursor.isHidden()) {
                 isWithin = true;
                 top = cursor.depth;
+                groups.emplace_back();
             }
             if (isWithin)
-                nodes.push_back(cursor.id);
+                groups.back().push_back(cursor.id);
             cursor.advance(true);
         }
-        return nodes;
+        return groups;
     };
-    const auto before = collect(atFormer());
+    const auto isSameGroup = [this](const std::vector<NodeId>& a, const std::vector<NodeId>& b) {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [this](NodeId before, NodeId after) { return isSame(before, after); });
+    };
+    auto before = collect(atFormer());
     const auto after = collect(atEdited());
-    return std::equal(before.begin(), before.end(), after.begin(), after.end(),
-                      [this](NodeId a, NodeId b) { return isSame(a, b); });
+    const auto isOrder = [&] {
+        return std::equal(before.begin(), before.end(), after.begin(), after.end(), isSameGroup);
+    };
+    if (before.size() < 2)
+        return isOrder();
+    std::rotate(before.begin(), before.begin() + 1, before.end()); // where all between were written, too
+    if (isOrder())
+        return true;
+    std::rotate(before.begin(), before.end() - 2, before.end());
+    return isOrder();
 }
 
 } // namespace Repository::Documents

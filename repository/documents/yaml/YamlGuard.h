@@ -24,7 +24,7 @@ public:
     // What is not so, for a person; empty where all is.
     std::string findFault() const;
 
-    // Whether what the edits took out is what they wrote.
+    // Whether what the edits took out is what they wrote, one of it perhaps in another place.
     bool keepsMoved() const;
 
 private:

@@ -1,5 +1,6 @@
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -10,7 +11,9 @@ namespace Repository::Documents {
 void YamlEditor::remove(NodeId id, bool withComments)
 {
     const NodeId parent = tree.node(id).parent;
-    if (tree.node(parent).isFlow())
+    if (tree.node(parent).style == YamlStyle::Stream)
+        YamlDocuments(file).remove(*this, id, withComments);
+    else if (tree.node(parent).isFlow())
         removeFlow(parent, tree.positionOf(id), 1);
     else if (tree.node(parent).count == 1)
         empty(parent, withComments);
@@ -82,13 +85,9 @@ void YamlEditor::empty(NodeId collection, bool withComments)
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else if (layout.isDocument(collection)) {
-        const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map && node.begin == node.value;
-        if (isWhole)
-            removeLines(id, withComments);
-        else {
-            edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
-            edit(layout.beginOf(id), layout.tailOf(id), brackets);
-        }
+        const std::size_t above = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
+        edit(above, findYamlLine(text(), layout.beginOf(id)), {});
+        edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else {
         const std::size_t after = layout.afterIndicator(collection);
         edit(after, after, ' ' + brackets);
@@ -101,6 +100,8 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
     const NodeId element = tree.elementAt(sequence, from);
     const NodeId there = tree.elementAt(sequence, to);
     const YamlNode& node = tree.node(sequence);
+    if (node.style == YamlStyle::Stream)
+        return YamlDocuments(file).move(*this, from, to);
     if (node.isFlow()) {
         const std::string_view whole = tree.text(node.value, node.valueEnd);
         BracketItems brackets(whole, file.lineEnd, layout.itemsOf(sequence), false);

@@ -122,7 +122,8 @@ Outcome YamlDocument::checkShape(std::string_view path, NodeId id, bool isGone) 
                       "; replace the alias by a value of its own first";
         return place;
     }
-    const NodeId used = isGone ? tree.findUsed(id) : noNode;
+    const bool isDocument = node.parent != noNode && tree.node(node.parent).style == YamlStyle::Stream;
+    const NodeId used = isGone && !isDocument ? tree.findUsed(id) : noNode;
     if (used == noNode)
         return {};
     Outcome place = outcomeAt(text, tree.findAliasOf(used));
@@ -161,8 +162,6 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
     if (!outcome.ok())
         return outcome;
     const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, expected); };
-    if (tree.node(parent).style == YamlStyle::Stream && tree.node(parent).kind == YamlKind::Sequence)
-        return refused("a file of several documents can get no other one here");
     if (place.missing.empty()) {
         const bool isWhole = path.empty() && tree.node(parent).count == 0 && !branch.value &&
                              tree.node(parent).style == YamlStyle::Block;
@@ -248,8 +247,8 @@ std::optional<Outcome> YamlDocument::insertElement(std::string_view path, const 
         return beyondEnd(path, count);
     YamlBranch branch;
     const std::string error = growYamlBranch(entries, branch);
-    if (!error.empty() || file->tree.node(array).style == YamlStyle::Stream)
-        return refused(error.empty() ? "a file of several documents can get no other one here" : error);
+    if (!error.empty())
+        return refused(error);
     YamlEditor editor(*file);
     outcome = editor.insertElement(array, *position, branch);
     return outcome.ok() ? commit(editor) : outcome;
@@ -275,8 +274,6 @@ std::optional<Outcome> YamlDocument::moveElement(std::string_view path, std::str
     Outcome outcome = checkShape(path, array, false);
     if (outcome.ok())
         outcome = checkShape(path, file->tree.elementAt(array, *oldPosition), true);
-    if (outcome.ok() && file->tree.node(array).style == YamlStyle::Stream)
-        outcome = refused("documents cannot change places");
     YamlEditor editor(*file);
     if (outcome.ok())
         outcome = editor.moveElement(array, *oldPosition, *newPosition);
@@ -295,8 +292,9 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
     if (!outcome.ok())
         return outcome;
     const NodeId parent = file->tree.node(id).parent;
-    if (file->tree.node(parent).style == YamlStyle::Stream)
-        return refused("a document cannot be removed here");
+    if (file->tree.node(parent).style == YamlStyle::Stream && file->tree.node(parent).count == 2)
+        return refused("of two documents none can be removed, since the paths of all entries would change, "
+                       "which in a file of one document do not begin with its number; edit the text instead");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
     return commit(editor);
