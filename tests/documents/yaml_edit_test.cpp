@@ -93,6 +93,13 @@ private slots:
         row("lines", "a: x\r\nb: y\r\n", setTo("a", text("u\nv")), "a: |-\r\n  u\r\n  v\r\nb: y\r\n");
         row("lines before a comment", "a: x # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\" # c\n");
         row("lines above a comment", "a: x\n  # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\"\n  # c\n");
+        row("lines off their line", "-\n      x\n- 1\n", setTo("0", text("u\nv")),
+            "-\n      \"u\\nv\"\n- 1\n");
+        row("lines below a document's mark", "--- 1\n---\n!t x\n", setTo("1", text("u\nv")),
+            "--- 1\n---\n!t \"u\\nv\"\n");
+        row("lines beside a document's mark", "--- 1\n--- !t x\n", setTo("1", text("u\nv")),
+            "--- 1\n--- !t |-\n  u\n  v\n");
+        row("block off its line", "-\n      |\n- 1\n", setTo("0", text("u")), "-\n      |2-\n  u\n- 1\n");
         row("literal", "a: | # c\n    x\n\nb: 1\n", setTo("a", text("y\nz")),
             "a: |- # c\n    y\n    z\n\nb: 1\n");
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
@@ -102,6 +109,7 @@ private slots:
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
         row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
         row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
+        row("empty key alone", "{a: 1, !!str }\n", setTo("%00", text("x")), "{a: 1, !!str : x }\n");
         row("anchor and tag", "a: &x !!str 5\n", setTo("a", text("6")), "a: &x !!str \"6\"\n");
         row("another tag", "a: !!str 5\n", setTo("a", integer(6)), "a: 6\n");
         row("bytes", "a: !!binary |\n  aGk=\n", setTo("a", {Type::ByteArray, std::string("ab")}),
@@ -203,6 +211,7 @@ private slots:
         row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");
         row("below an alias", "a: &x {k: 1}\nb: *x\n", setTo("b.k", integer(2)), "the alias *x");
         row("shown by an alias", "a: &x {k: 1}\nb: *x\n", setTo("a.k", integer(2)), "at line 2");
+        row("named by an alias", "a: &x k\n*x : 1\n", setTo("a", text("l")), "by its alias at line 2");
         row("used anchor", "a: &x 1\nb: *x\n", drop("a"), "is used at line 2");
         row("merged", "a: &x {k: 1}\nb:\n  <<: *x\n", setTo("b.<<", integer(2)), "merged");
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
@@ -211,6 +220,7 @@ private slots:
         row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
         row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
             "would take them over");
+        row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }
 

@@ -141,6 +141,7 @@ void YamlBuilder::startKey(const YamlEvent& event)
                             : !spelled.empty() && spelled[0] != '!' ? decodeYamlQuoted(spelled)
                                                                     : std::string(spelled);
             tree.node(anchor->second.node).isUsed = true;
+            tree.node(anchor->second.node).namesKey = true;
             tree.noteAlias(anchor->second.node, event.token.begin);
         }
         return endKey(event.token.end);
