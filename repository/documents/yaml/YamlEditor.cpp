@@ -133,14 +133,17 @@ Outcome YamlEditor::insertTexts(NodeId sequence, std::size_t position, const std
     return isFlow ? insertFlow(sequence, position, items) : insertLinesAt(sequence, position, lines.text);
 }
 
-Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items)
+Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items,
+                               std::string_view comment)
 {
     const YamlNode& node = tree.node(collection);
     if (node.style == YamlStyle::Pair)
         return refused("an entry between brackets without braces of its own can have no other beside it");
     BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
                           false);
-    brackets.insert(position, items);
+    if (!comment.empty() && !brackets.insertsLines(position))
+        return refused("a comment has no place there");
+    brackets.insert(position, items, comment);
     changed = node.count == 0 ? collection : changed;
     take(collection, brackets);
     return {};
@@ -157,7 +160,7 @@ Outcome YamlEditor::insertLines(NodeId collection, const std::string& lines)
 {
     const YamlNode& node = tree.node(collection);
     if (node.count == 0)
-        return fillEmpty(collection, lines);
+        return mayBecomeBlock(collection) ? replaceByBlock(collection, lines) : fillEmpty(collection, lines);
     place = node.last;
     const std::size_t at = layout.endOfBlock(collection);
     edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
@@ -269,12 +272,15 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
     const std::size_t after = layout.afterIndicator(id);
     const bool isBlock = !branch.children.empty() && (!node.isFlow() || node.count == 0) &&
                          !file.isInFlow(id) && (after != npos || mayBecomeBlock(id));
-    if (isBlock)
-        return replaceByBlock(id, after, branch);
     YamlWriter writer(style());
-    writer.writeFlow(branch);
+    if (isBlock)
+        writer.writeContent(branch, newColumnOf(id, branch.isArray));
+    else
+        writer.writeFlow(branch);
     if (!writer.error.empty())
         return refused(writer.error);
+    if (isBlock)
+        return replaceByBlock(id, std::move(writer.text));
     changed = place = id;
     const bool isInLine = after == npos || findYamlLineEnd(text(), after) > node.value;
     if (node.lacksColon)
@@ -286,28 +292,40 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
     return {};
 }
 
-// The comment behind a value of one line stays on that line.
-Outcome YamlEditor::replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch)
+std::size_t YamlEditor::newColumnOf(NodeId id, bool isArray) const
+{
+    if (layout.isDocument(id))
+        return 0;
+    const bool isInKeyColumn = isArray && !layout.indentsLists() && tree.node(id).hasKey;
+    return layout.columnOf(tree.node(id).parent) + (isInKeyColumn ? 0 : file.stepOf());
+}
+
+std::optional<std::size_t> YamlEditor::blockColumnOf(NodeId collection) const
+{
+    const YamlNode& node = tree.node(collection);
+    if (mayBecomeBlock(collection))
+        return newColumnOf(collection, node.isSequence());
+    if (node.isFlow())
+        return {};
+    return node.count == 0 ? 0 : layout.columnOf(collection);
+}
+
+// Puts lines in the place of a value. A comment behind one of one line stays on that line.
+Outcome YamlEditor::replaceByBlock(NodeId id, std::string lines)
 {
     const YamlNode& node = tree.node(id);
     const bool isDocument = layout.isDocument(id);
-    const bool isInKeyColumn = branch.isArray && !layout.indentsLists() && node.hasKey;
-    const std::size_t column =
-        isDocument ? 0 : layout.columnOf(node.parent) + (isInKeyColumn ? 0 : file.stepOf());
-    YamlWriter writer(style());
-    writer.writeContent(branch, column);
-    if (!writer.error.empty())
-        return refused(writer.error);
+    const std::size_t after = layout.afterIndicator(id);
     changed = place = id;
     const bool isOneLine = findYamlLineEnd(text(), after == npos ? node.value : after) >= node.valueEnd;
     if (isOneLine && !isDocument) {
         const std::size_t line = skipYamlLine(text(), layout.tailOf(id));
         edit(after, node.valueEnd, {});
-        edit(line, line, (endsLine(text().substr(0, line)) ? "" : file.lineEnd) + writer.text);
+        edit(line, line, (endsLine(text().substr(0, line)) ? "" : file.lineEnd) + lines);
         return {};
     }
-    writer.text.resize(writer.text.find_last_not_of("\r\n") + 1);
-    edit(isDocument ? node.value : after, node.valueEnd, (isDocument ? "" : file.lineEnd) + writer.text);
+    lines.resize(lines.find_last_not_of("\r\n") + 1);
+    edit(isDocument ? node.value : after, node.valueEnd, (isDocument ? "" : file.lineEnd) + lines);
     return {};
 }
 

@@ -14,7 +14,7 @@ void YamlEditor::remove(NodeId id, bool withComments)
     if (tree.node(parent).style == YamlStyle::Stream)
         YamlDocuments(file).remove(*this, id, withComments);
     else if (tree.node(parent).isFlow())
-        removeFlow(parent, tree.positionOf(id), 1);
+        removeFlow(parent, tree.positionOf(id), 1, withComments);
     else if (tree.node(parent).count == 1)
         empty(parent, withComments);
     else
@@ -26,7 +26,7 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
     if (count == 0)
         return;
     if (tree.node(sequence).isFlow())
-        return removeFlow(sequence, from, count);
+        return removeFlow(sequence, from, count, false);
     if (count == tree.node(sequence).count) {
         const YamlNode& node = tree.node(sequence);
         changed = sequence;
@@ -36,12 +36,12 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
         removeBlock(tree.elementAt(sequence, i), false);
 }
 
-void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count)
+void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments)
 {
     const YamlNode& node = tree.node(collection);
     BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
                           false);
-    brackets.remove(from, count);
+    brackets.remove(from, count, withComments);
     take(collection, brackets);
 }
 

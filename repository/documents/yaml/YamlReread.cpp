@@ -157,8 +157,10 @@ bool YamlReread::mayBeRead(NodeId collection) const
         return false;
     if (isLast && tagsNext(layout.endOf(collection), run.textEnd))
         return false;
+    if (tree.findKey(collection, "<<") != noNode)
+        return false;
     for (NodeId above = collection; above != noNode; above = tree.node(above).parent) {
-        if (tree.node(above).isCopied || tree.node(above).isShared)
+        if (tree.node(above).isAnchored || tree.node(above).isShared)
             return false;
     }
     return standAlone(tree, run, 0);

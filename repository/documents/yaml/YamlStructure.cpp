@@ -1,10 +1,10 @@
 #include "repository/documents/common/ArrayGroups.h"
-#include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlReread.h"
+#include "repository/documents/yaml/YamlSubtrees.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -337,7 +337,7 @@ std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
         YamlDocument settled;
         return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
     }
-    const NodeId id = path.empty() ? noNode : file->find(path);
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
     return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
 }
 
@@ -354,36 +354,27 @@ bool YamlDocument::hasComments(std::string_view path) const
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
     settle();
-    const PathMatch place = file->match(path);
-    if (!place.isPath || place.missing.size() != 1 || excerpt.names.empty())
+    const PathEnds ends = splitLast(path);
+    const NodeId parent = path.empty() || excerpt.names.empty() ? noNode : file->find(ends.parent);
+    if (parent == noNode || !checkShape(path, parent, false).ok())
         return false;
-    const NodeId parent = place.node;
     const YamlNode& node = file->tree.node(parent);
-    std::string error;
-    const std::string key = yamlKeyOf(place.missing.front(), error);
-    if (!error.empty() || node.kind != YamlKind::Map || !checkShape(path, parent, false).ok())
-        return false;
-    const auto [begin, end] = excerpt.names.front();
-    const std::string name =
-        spellYamlKey(key, std::string_view(excerpt.text).substr(begin, end - begin), node.isFlow());
+    const YamlSubtrees subtrees(*file);
     YamlEditor editor(*file);
     Outcome outcome;
-    if (node.isFlow()) {
-        const auto indentation = YamlLayout(*file).itemIndentation(parent);
-        const std::string text = excerptText(excerpt, name, indentation.value_or(std::string()));
-        const bool isOneLine = text.find_first_of("\r\n") == std::string::npos;
-        const bool fits = excerpt.above.empty() && excerpt.after.empty() && (isOneLine || indentation);
-        outcome = fits ? editor.insertItem(parent, withLineEnds(text, excerpt, file->lineEnd))
-                       : refused("it does not fit");
+    if (node.isSequence()) {
+        const auto position = readIndex(ends.last);
+        if (!position || *position > node.count || node.style == YamlStyle::Stream)
+            return false;
+        outcome = subtrees.insertElement(editor, parent, *position, excerpt);
     } else {
-        const std::string indentation(node.count == 0 ? 0 : YamlLayout(*file).columnOf(parent), ' ');
-        std::string text = indentedLines(excerpt.above, excerpt.indentation, indentation) + indentation;
-        text += excerptText(excerpt, name, indentation) + excerpt.after;
-        text = withLineEnds(text, excerpt, file->lineEnd);
-        outcome = editor.insertLines(parent, text + file->lineEnd);
+        const std::string key = yamlKeyOf(ends.last, outcome.error);
+        if (!outcome.ok() || node.kind != YamlKind::Map || file->tree.findKey(parent, key) != noNode)
+            return false;
+        outcome = subtrees.insertMember(editor, parent, key, excerpt);
     }
     return outcome.ok() && commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
-                               return fresh.find(path) != noNode;
+                               return fresh.findElement(path) != noNode;
                            }).ok();
 }
 
