@@ -207,7 +207,7 @@ QString FileMounter::backendOf(const QString& file, Repository& repository)
 
 QString FileMounter::mountName(const QString& file, Repository& repository)
 {
-    const QFileInfo info(file);
+    const QFileInfo info(::Repository::FolderLocation(file).getFolder());
     QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
     for (const char special : {'.', '*', '%', ';'})
         name.replace(QLatin1Char(special), QLatin1Char('-'));
