@@ -12,6 +12,7 @@ namespace {
 using namespace etcdserverpb;
 
 constexpr std::chrono::seconds answerTime(5);
+constexpr std::chrono::seconds historyTime(60);
 constexpr int readAttempts = 3;
 
 // Ends the range of what begins so.
@@ -182,6 +183,7 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
 {
     const std::int64_t end = put("end of the history", {});
     grpc::ClientContext context;
+    context.set_deadline(std::chrono::system_clock::now() + historyTime);
     const std::unique_ptr<Stream> stream = connection->watches->Watch(&context);
     const std::string all(1, '\0');
     std::vector<Change> changes;
@@ -192,7 +194,7 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
             for (const Event& event : response.events()) {
                 if (event.kv().key().compare(0, prefix.size(), prefix) == 0)
                     changes.push_back(changeOf(event));
-                isComplete = event.kv().mod_revision() == end;
+                isComplete = isComplete || event.kv().mod_revision() == end;
             }
         }
     }
