@@ -192,7 +192,8 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
     if (end > 0 && create(*stream, all, all, 1)) {
         while (!isComplete && stream->Read(&response) && !response.canceled()) {
             for (const Event& event : response.events()) {
-                if (event.kv().key().compare(0, prefix.size(), prefix) == 0)
+                if (event.kv().mod_revision() < end &&
+                    event.kv().key().compare(0, prefix.size(), prefix) == 0)
                     changes.push_back(changeOf(event));
                 isComplete = isComplete || event.kv().mod_revision() == end;
             }
