@@ -215,7 +215,7 @@ void writeBatch(benchmark::State& state)
 {
     const auto repository = Fleet::instance().mount(QStringLiteral("batch"));
     const QByteArray text = textOf(batch);
-    int round = 0;
+    static int round = 0; // of all runs, since what is there already would not be written
     const auto importAll = [&] {
         const auto imported = repository->getTransferInterface()->importTree(
             QStringLiteral("m.r%1").arg(++round), QStringLiteral("txt"), text);
@@ -230,7 +230,7 @@ void writeBatch(benchmark::State& state)
 void writeBatchBare(benchmark::State& state)
 {
     const EtcdClient& client = Fleet::instance().getClient();
-    int round = 0;
+    static int round = 0; // of all runs, since what is there already would not be written
     for ([[maybe_unused]] auto _ : state) {
         const std::string prefix = "bare/batch/r" + std::to_string(++round) + '.';
         for (int first = 0; first < batch; first += keysInTransaction) {
