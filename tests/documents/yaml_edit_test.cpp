@@ -105,8 +105,13 @@ private slots:
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("no end of a block", "a: |\n  x", setTo("a", text("y")), "a: |\n  y");
+        row("end of a block", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
+        row("after a block without end", "a: |2+\n  x", add("b", integer(1)), "a: |2-\n  x\nb: 1\n");
+        row("after a list without end", "- >\n  x", setTo("", list({"x", "y"})), "- >-\n  x\n- y");
         row("digit", "- |\n x\n", setTo("", list({" y\nz\n"})), "- |1\n  y\n z\n");
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
+        row("brackets beside a colon", "{k :[]}\n", setTo("k", integer(5)), "{k : 5}\n");
         row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
         row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
         row("empty key alone", "{a: 1, !!str }\n", setTo("%00", text("x")), "{a: 1, !!str : x }\n");
@@ -117,6 +122,7 @@ private slots:
         row("type tag", "# c\n# @type date\na: '2024-01-02'\n", setTo("a", integer(5)), "# c\na: 5\n");
         row("element of a list", "a:\n- x # one\n# two\n- 'y' # three\nb: 1\n", setTo("a", list({"x", "z"})),
             "a:\n- x # one\n# two\n- 'z' # three\nb: 1\n");
+        row("list with number signs", "a: ['#', \"#\"]\n", setTo("a", integer(5)), "a: 5\n");
         row("longer list", "a:\n  - x # one\nb: 1\n", setTo("a", list({"x", "w"})),
             "a:\n  - x # one\n  - w\nb: 1\n");
         row("list no more", "a:\n- x\nb: 1\n", setTo("a", integer(5)), "a:\n 5\nb: 1\n");
@@ -152,6 +158,9 @@ private slots:
         row("first above a comment", "- a: 1 # x\n  # y\n  b: 2\n", drop("0.a"), "-\n  # y\n  b: 2\n");
         row("in brackets", "a: {b: 1, c: 2, }\n", drop("a.c"), "a: {b: 1, }\n");
         row("of an empty key", "{a: 1,\n:\n}\n", drop("%00"), "{a: 1\n}\n");
+        row("below a comment like a tag", "a: 0 # @type date\nb: '2024-01-02'\n", drop("b"),
+            "a: 0 # @type date\n");
+        row("before an end mark", "a: 1\n...\n", drop("a"), "{}\n...\n");
         row("with a text", "a: |+\n  x\n\nb: 1\n", drop("a"), "b: 1\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
@@ -189,6 +198,10 @@ private slots:
         row("merged", "a: &x {k: 1}\nb:\n  <<: *x\n", setTo("b.<<", integer(2)), "merged");
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
+        row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
+        row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "something else there");
+        row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
+            "not be YAML any more");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
         row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");

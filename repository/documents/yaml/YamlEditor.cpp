@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -16,7 +17,27 @@ constexpr auto npos = std::string_view::npos;
 
 void YamlEditor::edit(std::size_t begin, std::size_t end, std::string text)
 {
+    if (begin == tree.getOriginal().size() && !text.empty())
+        closeLastBlock();
     edits.push_back({begin, end, std::move(text)});
+}
+
+// A block scalar at the end of the file has no last line end, and must not get one by what follows then.
+void YamlEditor::closeLastBlock()
+{
+    NodeId id = tree.getRoot();
+    while (tree.node(id).last != noNode)
+        id = tree.node(id).last;
+    const YamlNode& node = tree.node(id);
+    if (!node.isBlockScalar() || !file.endsFile(id))
+        return;
+    const std::string_view spelled = tree.readValueText(id);
+    const std::size_t tag = tagOfYamlScalar(spelled).size();
+    const YamlBlockHeader header = readYamlBlockHeader(spelled.substr(tag));
+    const std::size_t end = node.value + tag + header.end;
+    const std::size_t sign = header.chomping == 0 ? end : text().find(header.chomping, node.value + tag);
+    if (header.chomping != '-')
+        edits.push_back({sign, sign + (header.chomping == 0 ? 0 : 1), "-"});
 }
 
 YamlBlockStyle YamlEditor::style() const

@@ -6,6 +6,7 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 #include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlList.h"
+#include "repository/documents/yaml/YamlReader.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTypes.h"
 
@@ -22,7 +23,11 @@ YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
 
 Outcome YamlFile::readText()
 {
-    return YamlBuilder(tree).build();
+    const Outcome outcome = YamlBuilder(tree).build();
+    if (outcome.ok() || !YamlReader::hasEmptyElements(tree.getOriginal()))
+        return outcome;
+    tree = YamlTree(std::string(tree.getOriginal()));
+    return YamlBuilder(tree, true).build().ok() ? Outcome() : outcome;
 }
 
 PathMatch YamlFile::match(std::string_view path) const
@@ -111,7 +116,7 @@ std::string YamlFile::textOf(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.isAlias || node.tag != Type::Group)
         return toText(read(id));
-    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0);
+    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0, endsFile(id));
 }
 
 Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
@@ -120,13 +125,13 @@ Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
     if (node.kind == YamlKind::Merge)
         return {Type::String, std::string(spelled)};
     if (isYamlList(spelled)) {
-        auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
+        auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value), endsFile(id));
         return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
     }
     const std::size_t around = hasYamlBreak(spelled) ? blockAround(id) : 0;
     if (node.isTagged)
-        return {Type::String, decodeYamlScalar(spelled, around)};
-    Value plain = readYamlScalar(spelled, around);
+        return {Type::String, decodeYamlScalar(spelled, around, endsFile(id))};
+    Value plain = readYamlScalar(spelled, around, endsFile(id));
     if (tag == Type::Group)
         return plain;
     const std::string text = toText(plain);
@@ -172,6 +177,7 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     place.indentation = blockAround(id);
     place.step = stepOf();
     place.inFlow = isInFlow(id);
+    place.endsFile = endsFile(id);
     const std::size_t next = skipYamlLine(text, node.valueEnd);
     const std::size_t nextText = skipYamlBlanks(text, next);
     place.isBeforeBlank = next < text.size() && (nextText == text.size() || isYamlBreak(text[nextText]));
@@ -182,6 +188,22 @@ YamlPlace YamlFile::placeOf(NodeId id) const
                                  (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
     place.mayBreak = endsLine && !isBeforeComment && sharesLine(id) && !node.lacksColon;
     return place;
+}
+
+bool YamlFile::isDelicate(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const YamlNode& node = tree.node(id);
+    if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
+        return true;
+    if (isInFlow(id) || node.isSequence())
+        return false;
+    const std::size_t line = findYamlLine(text, node.begin);
+    const bool isFirst = skipYamlBlanks(text, line) == node.begin;
+    const std::size_t next = skipYamlLine(text, node.valueEnd);
+    const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", next), text.size());
+    return (isFirst && columnOfYaml(text, node.begin) <= blockAround(id)) ||
+           text.substr(next, content - next).find('\t') != std::string_view::npos;
 }
 
 // Whether it is on the line of its key, "-" or "---". Elsewhere, libfyaml wants the lines of a block scalar

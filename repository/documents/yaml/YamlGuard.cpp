@@ -63,9 +63,9 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
         return false;
     if (old.kind != YamlKind::Scalar && old.kind != YamlKind::Merge)
         return true;
-    const std::string_view text = former.tree.valueText(before);
-    return text == edited.tree.valueText(after) &&
-           (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
+    if (old.isBlockScalar() && old.style == now.style) // the last one of a file may have to keep its end
+        return Documents::isSame(former.read(before), edited.read(after));
+    return former.tree.valueText(before) == edited.tree.valueText(after);
 }
 
 bool YamlGuard::isSame(NodeId before, NodeId after) const
@@ -98,7 +98,10 @@ std::string YamlGuard::findFault() const
     Cursor before{former, removed, former.tree.getRoot()};
     Cursor after{edited, inserted, edited.tree.getRoot()};
     while (true) {
-        before.skipHidden();
+        for (; before.id != noNode && before.isHidden(); before.advance(false)) {
+            if (removable != noNode && before.id != removable)
+                return "with it, the entry at " + nameOf(before.id) + " would go";
+        }
         after.skipHidden();
         if (before.id == noNode && after.id == noNode)
             return {};

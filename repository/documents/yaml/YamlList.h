@@ -14,8 +14,10 @@ namespace Repository::Documents {
 // Whether a value begins like a sequence.
 bool isYamlList(std::string_view spelled);
 
-// Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
-std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
+// Nothing for what is no sequence of texts. The column of a block sequence is that of its first line;
+// a last one has no line end behind it.
+std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column,
+                                                      bool endsFile);
 
 // A new list in brackets. Its texts are valid UTF-8.
 std::string spellNewYamlList(const std::vector<std::string>& list);

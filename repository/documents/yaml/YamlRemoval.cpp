@@ -81,7 +81,9 @@ void YamlEditor::empty(NodeId collection, bool withComments)
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else if (layout.isDocument(collection)) {
-        const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map && node.begin == node.value;
+        const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map &&
+                             node.begin == node.value &&
+                             skipYamlTrivia(text(), node.valueEnd) == text().size();
         if (isWhole)
             removeLines(id, withComments);
         else {

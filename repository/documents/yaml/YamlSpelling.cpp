@@ -142,7 +142,10 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
     std::string spelled = header.isFolded ? ">" : "|";
     if (needsDigit)
         spelled += std::to_string(own - place.indentation);
-    spelled += block.ends == 0 ? "-" : keeps ? "+" : "";
+    if (keeps || (block.ends == 0 && !(place.endsFile && isBlock(former))))
+        spelled += keeps ? '+' : '-';
+    else if (block.ends == 0 && header.chomping != 0)
+        spelled += header.chomping;
     if (isBlock(former))
         spelled += former.substr(header.end, findYamlLineEnd(former, header.end) - header.end);
     std::string_view previous;
@@ -157,10 +160,11 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
             spelled.append(own, ' ') += line;
         previous = line.empty() ? previous : line;
     }
-    for (std::size_t i = 1; i < block.ends; ++i)
+    for (std::size_t i = place.endsFile ? 0 : 1; i < block.ends; ++i)
         spelled += place.lineEnd;
-    return decodeYamlScalar(spelled, place.indentation) == text ? std::optional(std::move(spelled))
-                                                                : std::nullopt;
+    return decodeYamlScalar(spelled, place.indentation, place.endsFile) == text
+               ? std::optional(std::move(spelled))
+               : std::nullopt;
 }
 
 // Anything but a text, without a tag.
@@ -199,27 +203,37 @@ std::string_view tagOfYamlScalar(std::string_view spelled)
     return spelled.substr(0, skipYamlTrivia(spelled, end));
 }
 
-std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation)
+std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile)
 {
     spelled.remove_prefix(tagOfYamlScalar(spelled).size());
     if (spelled.empty())
         return {};
     if (spelled[0] == '"' || spelled[0] == '\'')
         return decodeYamlQuoted(spelled);
-    return isBlock(spelled) ? decodeYamlBlock(spelled, indentation) : decodeYamlPlain(spelled);
+    return isBlock(spelled) ? decodeYamlBlock(spelled, indentation, endsFile) : decodeYamlPlain(spelled);
 }
 
-Value readYamlScalar(std::string_view spelled, std::size_t indentation)
+Value readYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile)
 {
     const std::string_view tag = tagOfYamlScalar(spelled);
     if (!tag.empty()) {
         const Type type = typeOfYamlTag(tag.substr(0, tag.find_first_of(" \t\r\n")));
-        return readYamlTagged(type, decodeYamlScalar(spelled, indentation));
+        return readYamlTagged(type, decodeYamlScalar(spelled, indentation, endsFile));
     }
     const char first = spelled.empty() ? 0 : spelled[0];
     if (first == '"' || first == '\'' || first == '|' || first == '>')
-        return {Type::String, decodeYamlScalar(spelled, indentation)};
+        return {Type::String, decodeYamlScalar(spelled, indentation, endsFile)};
     return hasYamlBreak(spelled) ? Value{Type::String, decodeYamlPlain(spelled)} : readYamlPlain(spelled);
+}
+
+std::string_view commentOfYamlBlock(std::string_view spelled)
+{
+    spelled.remove_prefix(tagOfYamlScalar(spelled).size());
+    if (!isBlock(spelled))
+        return {};
+    const std::string_view line = spelled.substr(0, findYamlLineEnd(spelled, 0));
+    const std::size_t at = line.find('#');
+    return at == npos ? std::string_view() : line.substr(at, line.find_last_not_of(" \t") + 1 - at);
 }
 
 std::string spellYamlText(std::string_view text, std::string_view former, const YamlPlace& place)

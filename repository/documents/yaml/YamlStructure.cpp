@@ -64,6 +64,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     YamlGuard guard(*file, *fresh, editor);
     if (kind == Kind::Renaming)
         guard.allowRenaming(node);
+    if (kind == Kind::Removal)
+        guard.allowRemoval(node);
     std::string fault = guard.findFault();
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
@@ -271,7 +273,7 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
         return refused("a document cannot be removed here");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
-    return commit(editor);
+    return commit(editor, Kind::Removal, id);
 }
 
 std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_view name)

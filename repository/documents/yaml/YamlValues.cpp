@@ -57,6 +57,21 @@ bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
     return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
+bool YamlValues::hasListComment(NodeId id) const
+{
+    if (tree.isEdited(id))
+        return tree.valueText(id).find('#') != std::string_view::npos;
+    std::size_t at = tree.node(id).value;
+    for (NodeId item = tree.node(id).first; item != noNode; item = tree.node(item).next) {
+        const std::string_view text = tree.readValueText(item);
+        if (hasYamlComment(tree.getOriginal(), at, tree.node(item).begin) ||
+            !commentOfYamlBlock(text).empty())
+            return true;
+        at = tree.node(item).valueEnd;
+    }
+    return hasYamlComment(tree.getOriginal(), at, tree.node(id).valueEnd);
+}
+
 // As the first of its line in a block; libfyaml takes nothing but plain values and brackets there.
 bool YamlValues::isBehindTab(NodeId id) const
 {
@@ -82,11 +97,14 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
                          quoted(path) +
                              " is indented by a tab, behind which no value can have quotes or a tag; "
                              "indent it by blanks");
-    const std::string_view present = tree.valueText(id);
-    const bool losesComments =
-        node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
-    return losesComments ? refused(quoted(path) + " is a list with comments, which would be lost")
-                         : Outcome();
+    const std::string_view present = file.bareText(id);
+    if (node.kind == YamlKind::List && !isYamlList(spelling) && hasListComment(id))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
+    const std::string_view comment = commentOfYamlBlock(present);
+    if (!comment.empty() && commentOfYamlBlock(spelling) != comment)
+        return refused(quoted(path) + " is a block with " + quoted(comment) +
+                       " on its first line, which would be lost, since what it would become cannot be one");
+    return {};
 }
 
 std::optional<std::string> YamlValues::spell(NodeId id, const Value& value, Type tag) const
@@ -142,6 +160,9 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
         const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
         return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
     }
+    const bool isAdjacent = node.hasKey && text[node.value - 1] == ':' && !spelling.empty();
+    if (isAdjacent && spelling[0] != '[' && (node.keyStyle == YamlStyle::Plain || spelling[0] == '!'))
+        return ' ' + spelling;
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
                               columnOfYaml(text, node.value) <= file.blockAround(id);
