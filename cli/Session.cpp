@@ -15,6 +15,7 @@
 #include "repository/mounting/FolderLocation.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -266,16 +267,28 @@ QString Session::copyStandardInput(Source& source)
         Files::FileSaver().overwrite(source.absolutePath.toStdString(), input.bytes, 0600).reason);
 }
 
+// Of folders.
+Files::FolderFilter Session::chosenFiles() const
+{
+    Files::FolderFilter filter;
+    const auto append = [this](std::vector<std::string>& globs, const char* option) {
+        const QStringList values = invocation.valuesOf(option);
+        for (const QString& value : values)
+            globs.push_back(QFile::encodeName(value).toStdString());
+    };
+    append(filter.include, "--include");
+    append(filter.exclude, "--exclude");
+    return filter;
+}
+
 const Source* Session::mount(Source source, AccessMode access)
 {
     sources.push_back(std::move(source));
     const Source& mounted = sources.back();
     constexpr int createOnly = 2;
-    const QString location =
-        mounted.format == QLatin1String("folder")
-            ? Repository::FolderLocation::with(mounted.absolutePath, invocation.valuesOf("--include"),
-                                               invocation.valuesOf("--exclude"))
-            : mounted.absolutePath;
+    const QString location = mounted.format == QLatin1String("folder")
+                                 ? Repository::FolderLocation::with(mounted.absolutePath, chosenFiles())
+                                 : mounted.absolutePath;
     const Outcome outcome = repository->getBackendInterface()->mount(mounted.format, mounted.root,
                                                                      {location, {}, access}, createOnly);
     tell(outcome); // also what a recovery has put right

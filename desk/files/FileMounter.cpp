@@ -220,7 +220,7 @@ QString FileMounter::backendOf(const QString& file, Repository& repository)
 
 QString FileMounter::mountName(const QString& file, Repository& repository)
 {
-    const QFileInfo info(file);
+    const QFileInfo info(::Repository::FolderLocation(file).getFolder());
     QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
     if (::Repository::EtcdLocation::isMeant(file))
         name = ::Repository::EtcdLocation(file).getStore();

@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -62,6 +63,16 @@ public:
     const QString& getName() const { return description.name; }
     AccessMode getAccessMode() const { return description.accessMode; }
     const Description& getDescription() const { return description; }
+
+    // See BackendInterface.
+    virtual void setLocked(bool isOne) { locked = isOne; }
+    bool isLocked() const { return locked; }
+    Outcome refuseLocked() const
+    {
+        return Outcome(FrameworkCore::AppConfig::NotWritable, QStringLiteral("it is locked"))
+            .in(description.filePath)
+            .advise(QStringLiteral("unlock it to change it"));
+    }
 
     // The path in the tree of an entry.
     QString absolute(const std::string& path) const { return joinedPath(description.name, path); }
@@ -202,6 +213,9 @@ protected:
     }
 
     const Description description;
+
+private:
+    std::atomic<bool> locked{false};
 };
 
 } // namespace Repository

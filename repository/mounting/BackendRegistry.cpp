@@ -230,6 +230,24 @@ Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
     });
 }
 
+Outcome BackendRegistry::setLocked(const QString& name, bool isLocked)
+{
+    return operate(name, Outcome::Operation::Lock, [isLocked](const auto& backend) {
+        backend->setLocked(isLocked);
+        return Outcome();
+    });
+}
+
+QStringList BackendRegistry::getLockedBackends()
+{
+    QStringList names;
+    for (const auto& backend : store->getTree()->getBackends()) {
+        if (backend->isLocked())
+            names.append(backend->getName());
+    }
+    return names;
+}
+
 QStringList BackendRegistry::getBackendNames()
 {
     QStringList names;

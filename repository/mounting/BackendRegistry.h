@@ -36,6 +36,8 @@ public:
     getBackendInformation(const QString& name) override;
     Outcome reloadBackend(const QString& name) override;
     Outcome closeBackend(const QString& name, bool discardChanges) override;
+    Outcome setLocked(const QString& name, bool isLocked) override;
+    QStringList getLockedBackends() override;
 
 private:
     // The option of createBackend that reloads a backend which exists already; any other refuses it.

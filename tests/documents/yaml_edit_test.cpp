@@ -162,6 +162,34 @@ private slots:
             "a: 0 # @type date\n");
         row("before an end mark", "a: 1\n...\n", drop("a"), "{}\n...\n");
         row("with a text", "a: |+\n  x\n\nb: 1\n", drop("a"), "b: 1\n");
+        row("the last of a file", "# c\na: 1 # x\n", drop("a"), "# c\n{}\n");
+        row("the last of a root list", "- 1\n# c\n", drop("0"), "[]\n# c\n");
+        row("document", "a: 1\n---\nb: 2", add("2.c", integer(3)), "a: 1\n---\nb: 2\n---\nc: 3\n");
+        row("empty document", "a: 1\n---\nb: 2\n", add("2"), "a: 1\n---\nb: 2\n---\n{}\n");
+        row("value as a document", "a: 1\n---\nb: 2\n...\n", add("2", text("no")),
+            "a: 1\n---\nb: 2\n...\n---\n\"no\"\n");
+        row("document between", "a: 1\n# of a\n--- # of b\nb: 2\n", addElement("1", {{"c", integer(3)}}),
+            "a: 1\n# of a\n---\nc: 3\n--- # of b\nb: 2\n");
+        row("document in front", "# f\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
+            "c: 3\n---\n# f\na: 1\n---\nb: 2\n");
+        row("document in front of a mark", "# f\n---\na: 1\n---\nb: 2\n",
+            addElement("0", {{"c", integer(3)}}), "# f\n---\nc: 3\n---\na: 1\n---\nb: 2\n");
+        row("no document", "# f\na: 1\n# of a\n---\nb: 2\n---\nc: 3\n", drop("0"),
+            "# f\n---\nb: 2\n---\nc: 3\n");
+        row("document with its anchors", "a: 1\n---\n# of b\nb: &x 2\nd: *x\n# end\n---\n---\nc: 3\n",
+            drop("1"), "a: 1\n---\n---\nc: 3\n");
+        row("no document with directives", "a: 1\n...\n%YAML 1.2\n---\nb: 2\n---\nc: 3\n", drop("1"),
+            "a: 1\n...\n---\nc: 3\n");
+        row("no document before directives", "a: 1\n---\nb: 2\n...\n%YAML 1.2\n---\nc: 3\n", drop("1"),
+            "a: 1\n...\n%YAML 1.2\n---\nc: 3\n");
+        row("documents without marks", "a: 1\n...\nb: 2\n...\nc: 3\n", drop("1"), "a: 1\n...\nc: 3\n");
+        row("document to the end", "# f\na: 1\n--- # of b\nb: 2\n---\nc: 3", move("0", "2"),
+            "# f\n--- # of b\nb: 2\n---\nc: 3\n---\na: 1");
+        row("document to the front", "a: 1\n---\nb: 2\n---\nc: 3\n", move("2", "0"),
+            "c: 3\n---\na: 1\n---\nb: 2\n");
+        row("element in brackets", "l: [\n  # one\n  {a: 1}, # x\n  # two\n  5, # y\n]\n", move("l.0", "l.1"),
+            "l: [\n  # two\n  5, # y\n  # one\n  {a: 1}, # x\n]\n");
+        row("element over others", "l: [1, {a: 2}, 3]\n", move("l.2", "l.0"), "l: [3, 1, {a: 2}]\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
@@ -203,6 +231,9 @@ private slots:
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
             "not be YAML any more");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
+        row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
+        row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
+            "would take them over");
         row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }

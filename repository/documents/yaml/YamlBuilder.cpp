@@ -75,11 +75,15 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     const Outcome indentation = checkBrackets(event);
     if (!indentation.ok())
         return indentation;
+    if (event.kind == YamlEvent::Kind::DocumentStart) {
+        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
+        if (begin < source().size() && source()[begin] == '%')
+            tree.noteDirective();
+        anchors.clear();
+    }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
         if (event.token.exists())
             lastEnd = event.token.end;
-        if (event.kind == YamlEvent::Kind::DocumentStart)
-            anchors.clear();
     } else if (isInKey()) {
         goOnInKey(event);
     } else if (!isEnd(event.kind) && expectsKey()) {
@@ -406,10 +410,8 @@ void YamlBuilder::closeSequence(NodeId id)
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;
-        if (node.style == YamlStyle::Block) // what is behind the last element belongs to it
-            lastEnd = node.valueEnd = offset(std::max<std::size_t>(
-                node.valueEnd,
-                source().substr(0, skipYamlTail(source(), node.valueEnd)).find_last_not_of(" \t\r\n") + 1));
+        if (node.style == YamlStyle::Block)
+            lastEnd = node.valueEnd = offset(endOfYamlList(source(), node.valueEnd));
     }
 }
 

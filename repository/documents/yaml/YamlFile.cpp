@@ -228,7 +228,8 @@ std::size_t YamlFile::stepOf() const
     constexpr std::size_t enough = 2000;
     std::array<std::size_t, 9> counts{};
     const std::string_view text = tree.getOriginal();
-    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+    std::size_t seen = 0;
+    for (NodeId id = tree.getRoot(); id != noNode && seen < enough; id = tree.following(id), ++seen) {
         const YamlNode& node = tree.node(id);
         if (node.kind != YamlKind::Map || node.style != YamlStyle::Block || !node.hasKey || node.isShared)
             continue;
