@@ -130,10 +130,10 @@ Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling
                                           : renameTypeTag(text.substr(begin, line - begin), tag));
     editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
     editor.noteChanged(id);
+    const Value value = file->readAs(id, spelling, tag);
     return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
         const NodeId changed = fresh.findValueNode(path);
-        return changed != noNode && fresh.tree.node(changed).tag == tag &&
-               isSame(fresh.read(changed), file->readAs(id, spelling, tag));
+        return changed != noNode && fresh.tree.node(changed).tag == tag && isSame(fresh.read(changed), value);
     });
 }
 
