@@ -105,12 +105,14 @@ private slots:
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("empty block", "a: |+ # c\nb: 1\n", setTo("a", text("x")), "a: |- # c\n  x\nb: 1\n");
         row("no end of a block", "a: |\n  x", setTo("a", text("y")), "a: |\n  y");
         row("end of a block", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
         row("after a block without end", "a: |2+\n  x", add("b", integer(1)), "a: |2-\n  x\nb: 1\n");
         row("after a list without end", "- >\n  x", setTo("", list({"x", "y"})), "- >-\n  x\n- y");
         row("digit", "- |\n x\n", setTo("", list({" y\nz\n"})), "- |1\n  y\n z\n");
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
+        row("brackets beside an anchor", "a: &x[]\n", setTo("a", integer(5)), "a: &x 5\n");
         row("brackets beside a colon", "{k :[]}\n", setTo("k", integer(5)), "{k : 5}\n");
         row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
         row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
@@ -211,6 +213,7 @@ private slots:
     void refuses_data()
     {
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
+        row("colon of the next key", "? - a\n:b: 1\n", setTo("- a", integer(1)), "has no \":\"");
         row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
         row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
             "no comment can tag");

@@ -232,7 +232,11 @@ void YamlBuilder::placeEmpty(YamlNode& node)
     const Frame& frame = frames.back();
     const std::size_t next = skipYamlTrivia(source(), at);
     const bool isStream = tree.node(frame.id).style == YamlStyle::Stream;
-    if (!isStream && next < source().size() && source()[next] == (frame.isMap ? ':' : '-'))
+    const std::size_t behind = next + 1;
+    const bool isAlone = behind >= source().size() || isYamlBlank(source()[behind]) ||
+                         isYamlBreak(source()[behind]) ||
+                         (tree.node(frame.id).isFlow() && source().find_first_of(",]}", behind) == behind);
+    if (!isStream && next < source().size() && isAlone && source()[next] == (frame.isMap ? ':' : '-'))
         at = next + 1;
     else
         node.lacksColon = frame.isMap;
@@ -270,7 +274,9 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
         end = line;
     }
     const bool hasLines = end > lines;
-    end = hasLines ? endOfYamlContent(text, end) : headerEnd;
+    const std::size_t tail = skipYamlTail(text, headerEnd); // with a comment, which goes on with the header
+    const bool hasComment = skipYamlBlanks(text, headerEnd) < tail;
+    end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
 }
 
 Type YamlBuilder::readTag(std::size_t begin) const

@@ -196,7 +196,9 @@ bool YamlFile::isDelicate(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
         return true;
-    if (isInFlow(id) || node.isSequence())
+    if (node.isSequence()) // a type tag above it names that of what it becomes
+        return endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
+    if (isInFlow(id))
         return false;
     const std::size_t line = findYamlLine(text, node.begin);
     const bool isFirst = skipYamlBlanks(text, line) == node.begin;

@@ -36,6 +36,22 @@ std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column,
     return file ? std::optional(std::get<Texts>(file->read(file->tree.getRoot()).data)) : std::nullopt;
 }
 
+bool hasYamlListComment(std::string_view spelled, std::size_t column)
+{
+    const auto file = fileOf(spelled, column, true);
+    if (!file)
+        return hasYamlComment(spelled, 0, spelled.size());
+    const YamlTree& tree = file->tree;
+    std::size_t at = 0;
+    for (NodeId id = tree.node(tree.getRoot()).first; id != noNode; id = tree.node(id).next) {
+        if (hasYamlComment(tree.getOriginal(), at, tree.node(id).begin) ||
+            !commentOfYamlBlock(tree.readValueText(id)).empty())
+            return true;
+        at = tree.node(id).valueEnd;
+    }
+    return hasYamlComment(tree.getOriginal(), at, tree.getOriginal().size());
+}
+
 std::string spellNewYamlList(const Texts& list)
 {
     YamlPlace place;

@@ -57,21 +57,6 @@ bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
     return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
-bool YamlValues::hasListComment(NodeId id) const
-{
-    if (tree.isEdited(id))
-        return tree.valueText(id).find('#') != std::string_view::npos;
-    std::size_t at = tree.node(id).value;
-    for (NodeId item = tree.node(id).first; item != noNode; item = tree.node(item).next) {
-        const std::string_view text = tree.readValueText(item);
-        if (hasYamlComment(tree.getOriginal(), at, tree.node(item).begin) ||
-            !commentOfYamlBlock(text).empty())
-            return true;
-        at = tree.node(item).valueEnd;
-    }
-    return hasYamlComment(tree.getOriginal(), at, tree.node(id).valueEnd);
-}
-
 // As the first of its line in a block; libfyaml takes nothing but plain values and brackets there.
 bool YamlValues::isBehindTab(NodeId id) const
 {
@@ -98,7 +83,8 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
                              " is indented by a tab, behind which no value can have quotes or a tag; "
                              "indent it by blanks");
     const std::string_view present = file.bareText(id);
-    if (node.kind == YamlKind::List && !isYamlList(spelling) && hasListComment(id))
+    const std::size_t column = columnOfYaml(tree.getOriginal(), node.value);
+    if (isYamlList(present) && !isYamlList(spelling) && hasYamlListComment(present, column))
         return refused(quoted(path) + " is a list with comments, which would be lost");
     const std::string_view comment = commentOfYamlBlock(present);
     if (!comment.empty() && commentOfYamlBlock(spelling) != comment)
@@ -160,8 +146,11 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
         const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
         return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
     }
-    const bool isAdjacent = node.hasKey && text[node.value - 1] == ':' && !spelling.empty();
-    if (isAdjacent && spelling[0] != '[' && (node.keyStyle == YamlStyle::Plain || spelling[0] == '!'))
+    const bool isBehindColon = node.hasKey && text[node.value - 1] == ':' &&
+                               (node.keyStyle == YamlStyle::Plain || spelling.find('!') == 0);
+    const bool isBehindAnchor =
+        node.begin < node.value && !isYamlBlank(text[node.value - 1]) && !isYamlBreak(text[node.value - 1]);
+    if ((isBehindColon || isBehindAnchor) && !spelling.empty() && spelling[0] != '[')
         return ' ' + spelling;
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&

@@ -37,7 +37,6 @@ public:
 
 private:
     bool isBehindTab(NodeId id) const;
-    bool hasListComment(NodeId id) const;
     bool isTextSpelling(NodeId id, std::string_view spelling) const;
     void noteText(NodeId id, bool isText);
 
