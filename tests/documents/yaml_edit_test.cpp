@@ -256,6 +256,26 @@ private slots:
     // Scalars of real files, and of one that always is there, become values that are hard to write: one value
     // differs when the file is read again, all bytes around it are what they were, and its former spelling
     // gives the former bytes.
+    // With these, an entry is not moved by its values.
+    void findsComments_data()
+    {
+        const auto row = TestSupport::columns<QByteArray, QByteArray, bool>("yaml", "path", "hasSome");
+        row("in a list", "a:\n- x # c\n- y\n", "a", true);
+        row("in a list in brackets", "a: [x, # c\n  y]\n", "a", true);
+        row("of a block", "a: | # c\n  x\n", "a", true);
+        row("number sign", "a: ['#', \"#\"]\n", "a", false);
+        row("where an alias leads", "a: &x\n- y # c\nb: *x\n", "b", false);
+    }
+
+    void findsComments()
+    {
+        QFETCH(QByteArray, yaml);
+        QFETCH(QByteArray, path);
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse(yaml.toStdString()).ok());
+        QTEST(document->hasComments(path.toStdString()), "hasSome");
+    }
+
     void setsValues_data()
     {
         const auto row = TestSupport::columns<QByteArray>("yaml");
