@@ -106,10 +106,8 @@ private slots:
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
         row("empty block", "a: |+ # c\nb: 1\n", setTo("a", text("x")), "a: |- # c\n  x\nb: 1\n");
-        row("no end of a block", "a: |\n  x", setTo("a", text("y")), "a: |\n  y");
-        row("end of a block", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
-        row("after a block without end", "a: |2+\n  x", add("b", integer(1)), "a: |2-\n  x\nb: 1\n");
-        row("after a list without end", "- >\n  x", setTo("", list({"x", "y"})), "- >-\n  x\n- y");
+        row("end of a block at the end", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
+        row("ends at the end", "a: |\n  x", setTo("a", text("y\n\n")), "a: \"y\\n\\n\"");
         row("digit", "- |\n x\n", setTo("", list({" y\nz\n"})), "- |1\n  y\n z\n");
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
         row("brackets beside an anchor", "a: &x[]\n", setTo("a", integer(5)), "a: &x 5\n");

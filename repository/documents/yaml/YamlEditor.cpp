@@ -3,7 +3,6 @@
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocuments.h"
-#include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -18,29 +17,8 @@ constexpr auto npos = std::string_view::npos;
 
 void YamlEditor::edit(std::size_t begin, std::size_t end, std::string text)
 {
-    if (begin == end && text.empty())
-        return;
-    if (begin == tree.getOriginal().size())
-        closeLastBlock();
-    edits.push_back({begin, end, std::move(text)});
-}
-
-// A block scalar at the end of the file has no last line end, and must not get one by what follows then.
-void YamlEditor::closeLastBlock()
-{
-    NodeId id = tree.getRoot();
-    while (tree.node(id).last != noNode)
-        id = tree.node(id).last;
-    const YamlNode& node = tree.node(id);
-    if (!node.isBlockScalar() || !file.endsFile(id))
-        return;
-    const std::string_view spelled = tree.readValueText(id);
-    const std::size_t tag = tagOfYamlScalar(spelled).size();
-    const YamlBlockHeader header = readYamlBlockHeader(spelled.substr(tag));
-    const std::size_t end = node.value + tag + header.end;
-    const std::size_t sign = header.chomping == 0 ? end : text().find(header.chomping, node.value + tag);
-    if (header.chomping != '-')
-        edits.push_back({sign, sign + (header.chomping == 0 ? 0 : 1), "-"});
+    if (begin < end || !text.empty())
+        edits.push_back({begin, end, std::move(text)});
 }
 
 YamlBlockStyle YamlEditor::style() const

@@ -76,7 +76,6 @@ public:
 
 private:
     void edit(std::size_t begin, std::size_t end, std::string text);
-    void closeLastBlock();
     void take(NodeId collection, const BracketItems& brackets);
     YamlBlockStyle style() const;
     Outcome insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items,

@@ -116,7 +116,7 @@ std::string YamlFile::textOf(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.isAlias || node.tag != Type::Group)
         return toText(read(id));
-    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0, endsFile(id));
+    return decodeYamlScalar(tree.valueText(id), node.isBlockScalar() ? blockAround(id) : 0);
 }
 
 Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
@@ -125,13 +125,13 @@ Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
     if (node.kind == YamlKind::Merge)
         return {Type::String, std::string(spelled)};
     if (isYamlList(spelled)) {
-        auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value), endsFile(id));
+        auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
         return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
     }
     const std::size_t around = hasYamlBreak(spelled) ? blockAround(id) : 0;
     if (node.isTagged)
-        return {Type::String, decodeYamlScalar(spelled, around, endsFile(id))};
-    Value plain = readYamlScalar(spelled, around, endsFile(id));
+        return {Type::String, decodeYamlScalar(spelled, around)};
+    Value plain = readYamlScalar(spelled, around);
     if (tag == Type::Group)
         return plain;
     const std::string text = toText(plain);
@@ -177,7 +177,7 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     place.indentation = blockAround(id);
     place.step = stepOf();
     place.inFlow = isInFlow(id);
-    place.endsFile = endsFile(id);
+    place.endsFile = node.valueEnd == text.size();
     const std::size_t next = skipYamlLine(text, node.valueEnd);
     const std::size_t nextText = skipYamlBlanks(text, next);
     place.isBeforeBlank = next < text.size() && (nextText == text.size() || isYamlBreak(text[nextText]));

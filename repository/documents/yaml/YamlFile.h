@@ -51,9 +51,6 @@ public:
     // Of a value in the file, for its spelling.
     YamlPlace placeOf(NodeId id) const;
 
-    // Whether there is no line end after a value.
-    bool endsFile(NodeId id) const { return tree.node(id).valueEnd == tree.getOriginal().size(); }
-
     // Whether what is around a value may not let it be any other one.
     bool isDelicate(NodeId id) const;
 

@@ -72,9 +72,9 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
         return false;
     if (old.kind != YamlKind::Scalar && old.kind != YamlKind::Merge)
         return true;
-    if (old.isBlockScalar() && old.style == now.style) // the last one of a file may have to keep its end
-        return Documents::isSame(former.read(before), edited.read(after));
-    return former.tree.valueText(before) == edited.tree.valueText(after);
+    const std::string_view text = former.tree.valueText(before);
+    return text == edited.tree.valueText(after) &&
+           (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
 }
 
 bool YamlGuard::isSame(NodeId before, NodeId after) const

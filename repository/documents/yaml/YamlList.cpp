@@ -12,10 +12,10 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // A file of nothing but the list, where it begins in the same column.
-std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column, bool endsFile)
+std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column)
 {
     const std::size_t indentation = spelled[0] == '-' ? column : 0;
-    std::string text = std::string(indentation, ' ').append(spelled).append(endsFile ? "" : "\n");
+    std::string text = std::string(indentation, ' ').append(spelled).append("\n");
     auto file = std::make_unique<YamlFile>(std::move(text), TextEncoding());
     const bool isList = file->readText().ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
     return isList ? std::move(file) : nullptr;
@@ -30,15 +30,15 @@ bool isYamlList(std::string_view spelled)
     return spelled[0] == '[' || spelled.size() == 1 || isYamlBlank(spelled[1]) || isYamlBreak(spelled[1]);
 }
 
-std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column, bool endsFile)
+std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column)
 {
-    const auto file = fileOf(spelled, column, endsFile);
+    const auto file = fileOf(spelled, column);
     return file ? std::optional(std::get<Texts>(file->read(file->tree.getRoot()).data)) : std::nullopt;
 }
 
 bool hasYamlListComment(std::string_view spelled, std::size_t column)
 {
-    const auto file = fileOf(spelled, column, true);
+    const auto file = fileOf(spelled, column);
     if (!file)
         return hasYamlComment(spelled, 0, spelled.size());
     const YamlTree& tree = file->tree;
@@ -65,7 +65,7 @@ std::string spellNewYamlList(const Texts& list)
 std::optional<std::string> spellYamlList(const Texts& list, std::string_view former, std::size_t column,
                                          const YamlPlace& place)
 {
-    const auto file = fileOf(former, column, place.endsFile);
+    const auto file = fileOf(former, column);
     if (!file)
         return {};
     const NodeId root = file->tree.getRoot();
@@ -95,8 +95,7 @@ std::optional<std::string> spellYamlList(const Texts& list, std::string_view for
         return {};
     text.erase(0, list.empty() ? skipYamlTrivia(text, 0) : indentation);
     text.resize(text.find_last_not_of(" \t\r\n") + 1);
-    return readYamlTexts(text, column, place.endsFile) == list ? std::optional(std::move(text))
-                                                               : std::nullopt;
+    return readYamlTexts(text, column) == list ? std::optional(std::move(text)) : std::nullopt;
 }
 
 } // namespace Repository::Documents

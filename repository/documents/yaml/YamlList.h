@@ -14,10 +14,8 @@ namespace Repository::Documents {
 // Whether a value begins like a sequence.
 bool isYamlList(std::string_view spelled);
 
-// Nothing for what is no sequence of texts. The column of a block sequence is that of its first line;
-// a last one has no line end behind it.
-std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column,
-                                                      bool endsFile);
+// Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
+std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
 
 // Whether there is a comment in it.
 bool hasYamlListComment(std::string_view spelled, std::size_t column);

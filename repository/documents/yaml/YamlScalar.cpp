@@ -199,7 +199,7 @@ std::size_t indentationOfYamlBlock(std::string_view spelled, const YamlBlockHead
     return 0;
 }
 
-std::string decodeYamlBlock(std::string_view spelled, std::size_t indentation, bool endsFile)
+std::string decodeYamlBlock(std::string_view spelled, std::size_t indentation)
 {
     const YamlBlockHeader header = readYamlBlockHeader(spelled);
     if (findYamlLineEnd(spelled, header.end) == spelled.size())
@@ -218,10 +218,9 @@ std::string decodeYamlBlock(std::string_view spelled, std::size_t indentation, b
         for (std::size_t i = 0; i < count; ++i)
             (text += i > 0 ? "\n" : "") += lines[i];
     }
-    const std::size_t breaks = lines.size() - count + (count > 0 && !endsFile ? 1 : 0);
     if (header.chomping == '+')
-        text.append(breaks, '\n');
-    else if (header.chomping == 0 && count > 0 && breaks > 0)
+        text.append(lines.size() - count + (count > 0 ? 1 : 0), '\n');
+    else if (header.chomping == 0 && count > 0)
         text += '\n';
     return text;
 }

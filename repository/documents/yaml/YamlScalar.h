@@ -15,9 +15,8 @@ std::string decodeYamlPlain(std::string_view spelled);
 // With its quotes.
 std::string decodeYamlQuoted(std::string_view spelled);
 
-// From "|" or ">" on, without the end of its last line; with it, or as there is none, where it ends the file.
-// The indentation is that of the block around it.
-std::string decodeYamlBlock(std::string_view spelled, std::size_t indentation, bool endsFile = false);
+// From "|" or ">" on, without the end of its last line. The indentation is that of the block around it.
+std::string decodeYamlBlock(std::string_view spelled, std::size_t indentation);
 
 // What the first line of a block scalar says.
 struct YamlBlockHeader

@@ -127,7 +127,7 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
     std::replace(plain.begin(), plain.end(), '\n', ' ');
     const YamlBlockHeader header = isBlock(former) ? readYamlBlockHeader(former) : YamlBlockHeader();
     const bool keeps = block.ends > 1;
-    if (!isPrintable(plain) || (keeps && place.isBeforeBlank && header.chomping != '+'))
+    if (!isPrintable(plain) || (keeps && (place.endsFile || (place.isBeforeBlank && header.chomping != '+'))))
         return {};
     const std::size_t formerIndentation =
         isBlock(former) ? indentationOfYamlBlock(former, header, place.indentation) : 0;
@@ -142,10 +142,7 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
     std::string spelled = header.isFolded ? ">" : "|";
     if (needsDigit)
         spelled += std::to_string(own - place.indentation);
-    if (keeps || (block.ends == 0 && !(place.endsFile && isBlock(former))))
-        spelled += keeps ? '+' : '-';
-    else if (block.ends == 0 && header.chomping != 0)
-        spelled += header.chomping;
+    spelled += block.ends == 0 ? "-" : keeps ? "+" : "";
     if (isBlock(former))
         spelled += former.substr(header.end, findYamlLineEnd(former, header.end) - header.end);
     std::string_view previous;
@@ -162,9 +159,8 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
     }
     for (std::size_t i = place.endsFile ? 0 : 1; i < block.ends; ++i)
         spelled += place.lineEnd;
-    return decodeYamlScalar(spelled, place.indentation, place.endsFile) == text
-               ? std::optional(std::move(spelled))
-               : std::nullopt;
+    return decodeYamlScalar(spelled, place.indentation) == text ? std::optional(std::move(spelled))
+                                                                : std::nullopt;
 }
 
 // Anything but a text, without a tag.
@@ -203,26 +199,26 @@ std::string_view tagOfYamlScalar(std::string_view spelled)
     return spelled.substr(0, skipYamlTrivia(spelled, end));
 }
 
-std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile)
+std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation)
 {
     spelled.remove_prefix(tagOfYamlScalar(spelled).size());
     if (spelled.empty())
         return {};
     if (spelled[0] == '"' || spelled[0] == '\'')
         return decodeYamlQuoted(spelled);
-    return isBlock(spelled) ? decodeYamlBlock(spelled, indentation, endsFile) : decodeYamlPlain(spelled);
+    return isBlock(spelled) ? decodeYamlBlock(spelled, indentation) : decodeYamlPlain(spelled);
 }
 
-Value readYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile)
+Value readYamlScalar(std::string_view spelled, std::size_t indentation)
 {
     const std::string_view tag = tagOfYamlScalar(spelled);
     if (!tag.empty()) {
         const Type type = typeOfYamlTag(tag.substr(0, tag.find_first_of(" \t\r\n")));
-        return readYamlTagged(type, decodeYamlScalar(spelled, indentation, endsFile));
+        return readYamlTagged(type, decodeYamlScalar(spelled, indentation));
     }
     const char first = spelled.empty() ? 0 : spelled[0];
     if (first == '"' || first == '\'' || first == '|' || first == '>')
-        return {Type::String, decodeYamlScalar(spelled, indentation, endsFile)};
+        return {Type::String, decodeYamlScalar(spelled, indentation)};
     return hasYamlBreak(spelled) ? Value{Type::String, decodeYamlPlain(spelled)} : readYamlPlain(spelled);
 }
 

@@ -23,10 +23,10 @@ struct YamlPlace
 
 // The text of a scalar as it is spelled, with a tag that names a type in front of it or without. The
 // indentation is that of the block around it.
-std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile = false);
+std::string decodeYamlScalar(std::string_view spelled, std::size_t indentation);
 
 // The value of a scalar as it is spelled.
-Value readYamlScalar(std::string_view spelled, std::size_t indentation, bool endsFile = false);
+Value readYamlScalar(std::string_view spelled, std::size_t indentation);
 
 // What is in front of a scalar: a tag that names its type, and the blanks after it.
 std::string_view tagOfYamlScalar(std::string_view spelled);
