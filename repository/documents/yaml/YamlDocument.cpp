@@ -93,8 +93,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     outcome = values.checkKind(path, valueNode, *spelled);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(*spelled);
-    if (outcome.ok() && tag != formerTag)
-        return setTagged(path, *spelled, tag);
+    if (outcome.ok() && (tag != formerTag || file->isDelicate(valueNode)))
+        return rewrite(path, *spelled, tag);
     if (outcome.ok())
         values.put(valueNode, *spelled);
     return outcome;
@@ -113,8 +113,8 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
            ", and no comment above this entry tags its type";
 }
 
-// The comment that tags the type is on the line above the entry.
-Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelling, Type tag)
+// Reads the text with another value. The comment that tags its type is on the line above the entry.
+Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling, Type tag)
 {
     settle();
     const NodeId id = file->findValueNode(path);
@@ -124,11 +124,17 @@ Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelli
     const std::size_t above = endOfYamlContent(text, line);
     const std::size_t begin = findYamlLine(text, above);
     YamlEditor editor(*file);
-    editor.replace(begin, line,
-                   tag == Type::Group ? std::string() : renameTypeTag(text.substr(begin, line - begin), tag));
+    if (tag != node.tag)
+        editor.replace(begin, line,
+                       tag == Type::Group ? std::string()
+                                          : renameTypeTag(text.substr(begin, line - begin), tag));
     editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
     editor.noteChanged(id);
-    return commit(editor);
+    const Value value = file->readAs(id, spelling, tag);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId changed = fresh.findValueNode(path);
+        return changed != noNode && fresh.tree.node(changed).tag == tag && isSame(fresh.read(changed), value);
+    });
 }
 
 SiblingPlace YamlDocument::placeOf(std::string_view path) const
@@ -230,6 +236,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
         return outcome;
+    if (file->isDelicate(valueNode))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
     if (isOriginal)
         values.restore(valueNode);
     else

@@ -61,7 +61,7 @@ private:
     void settle();
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
-    enum class Kind { Insertion, Renaming, Moving };
+    enum class Kind { Insertion, Renaming, Moving, Removal };
     Outcome commit(const YamlEditor& editor, Kind kind = Kind::Insertion, NodeId node = noNode,
                    const std::function<bool(const YamlFile&)>& isAsWanted = {});
     std::optional<Outcome> rereadPart(const YamlEditor& editor, Kind kind, NodeId node,
@@ -69,7 +69,7 @@ private:
     Outcome remove(std::string_view path, bool withComments);
     Outcome insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected);
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;
-    Outcome setTagged(std::string_view path, const std::string& spelling, Type tag);
+    Outcome rewrite(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;
 
     std::unique_ptr<YamlFile> file = makeEmpty();

@@ -161,9 +161,14 @@ bool YamlLayout::hasComments(NodeId id) const
     while (!pending.empty()) {
         const YamlNode& each = tree.node(pending.back());
         pending.pop_back();
+        const bool isList = each.kind == YamlKind::List; // the elements of which are no entries
+        const bool isWhole = each.isAlias || (each.isLeaf() && !isList);
         if ((each.hasKey && skipTo(each.key, each.keyEnd)) ||
-            (each.isLeaf() && skipTo(each.value, each.valueEnd)))
+            (isWhole && skipTo(each.value, each.valueEnd)) ||
+            (each.isBlockScalar() && !commentOfYamlBlock(tree.text(each.value, each.valueEnd)).empty()))
             return true;
+        if (isWhole)
+            continue;
         for (NodeId child = each.last; child != noNode; child = tree.node(child).previous)
             pending.push_back(child);
     }

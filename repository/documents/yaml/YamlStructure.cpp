@@ -69,6 +69,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     YamlGuard guard(*file, *fresh, editor);
     if (kind == Kind::Renaming)
         guard.allowRenaming(node);
+    if (kind == Kind::Removal)
+        guard.allowRemoval(node);
     std::string fault = guard.findFault();
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
@@ -90,6 +92,8 @@ std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind k
         YamlGuard guard(*file, reread.getFormer(), reread.getPartFile(), reread.getPart(), editor);
         if (kind == Kind::Renaming)
             guard.allowRenaming(node);
+        if (kind == Kind::Removal)
+            guard.allowRemoval(node);
         if (!guard.findFault().empty() || (kind == Kind::Moving && !guard.keepsMoved()))
             continue;
         reread.install();
@@ -297,7 +301,7 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
                        "which in a file of one document do not begin with its number; edit the text instead");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
-    return commit(editor);
+    return commit(editor, Kind::Removal, id);
 }
 
 std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_view name)
