@@ -1,6 +1,7 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlReread.h"
@@ -352,7 +353,12 @@ bool YamlDocument::hasComments(std::string_view path) const
         return settled.parse(getBytes()).ok() && settled.hasComments(path);
     }
     const NodeId id = path.empty() ? noNode : file->findElement(path);
-    return id != noNode && YamlLayout(*file).hasComments(id);
+    if (id == noNode)
+        return false;
+    const NodeId parent = file->tree.node(id).parent;
+    const bool isOneOfSeveral = parent != noNode && file->tree.node(parent).style == YamlStyle::Stream;
+    return YamlLayout(*file).hasComments(id) ||
+           (isOneOfSeveral && YamlDocuments(*file).hasCommentsAround(id));
 }
 
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
