@@ -176,8 +176,8 @@ void FileMenu::fillRecent()
     const QStringList known = RecentFiles::get();
     int number = 0;
     for (const QString& file : known) {
-        const bool isThere = RecentFiles::isStore(file) ||
-                             QFileInfo::exists(Repository::FolderLocation(file).getFolder());
+        const bool isThere =
+            RecentFiles::isStore(file) || QFileInfo::exists(Repository::FolderLocation(file).getFolder());
         QString text =
             QStringLiteral("&%1 %2").arg(++number % 10).arg(menuText(RecentFiles::shownPath(file)));
         if (!isThere)
