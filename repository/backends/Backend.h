@@ -112,6 +112,12 @@ public:
     };
     virtual SiblingPosition positionOf(const QString& path) const = 0;
 
+    // See Document.
+    using Origin = Documents::Document::Origin;
+    virtual Origin originOf(const QString& /*path*/) const { return Origin::Own; }
+    virtual QStringList followersOf(const QString& /*path*/) const { return {}; }
+    virtual bool isLinked(const QString& /*path*/) const { return false; }
+
     // The value of an entry as the backend spells it; nothing for a group.
     virtual std::optional<std::string> spell(const QString& path) const = 0;
 
@@ -128,7 +134,7 @@ public:
     // Another number after every change, whoever made it.
     virtual quint64 getRevision() const = 0;
 
-    // Changes a value in memory. Nothing while it is being edited otherwise.
+    // Changes a value in memory. Nothing while it is being edited otherwise, and where it is linked.
     virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
 
     // Whether entries inserted at once keep the order they are given in.

@@ -83,6 +83,27 @@ Backend::SiblingPosition DocumentBackend::positionOf(const QString& path) const
     return {place.kind, isAfter ? absolute(place.sibling) : QString()};
 }
 
+Backend::Origin DocumentBackend::originOf(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().originOf(relative(path));
+}
+
+QStringList DocumentBackend::followersOf(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    QStringList paths;
+    for (const std::string& follower : content.getDocument().followersOf(relative(path)))
+        paths.append(absolute(follower));
+    return paths;
+}
+
+bool DocumentBackend::isLinked(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().isLinked(relative(path));
+}
+
 std::optional<std::string> DocumentBackend::spell(const QString& path) const
 {
     const std::lock_guard lock(mutex);
@@ -116,9 +137,10 @@ Outcome DocumentBackend::edit(const std::function<Documents::Outcome(Document&)>
 std::optional<Outcome> DocumentBackend::set(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    if (editing)
+    const std::string entry = relative(path);
+    if (editing || content.getDocument().isLinked(entry))
         return {};
-    return edit([&](Document& text) { return text.set(relative(path), value); });
+    return edit([&](Document& text) { return text.set(entry, value); });
 }
 
 Outcome DocumentBackend::insert(const QString& path, const Value& value)

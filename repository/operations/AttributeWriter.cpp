@@ -6,7 +6,6 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
-#include "repository/store/WriteCheck.h"
 #include "repository/transaction/ListEdit.h"
 #include "repository/transaction/Projection.h"
 
@@ -39,7 +38,8 @@ Outcome AttributeWriter::write(const QString& path, const QVariant& value, int p
 
 Outcome AttributeWriter::retype(const QString& path, const QVariant& value)
 {
-    return runForCaller(Outcome::Operation::Change, path, [&] { return retypeOne(path, value); });
+    return runForCaller(Outcome::Operation::Change, path,
+                        [&] { return changeOne(path, value, acceptRetyped, Delivery::allPoints); });
 }
 
 Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, int option, int access)
@@ -125,9 +125,12 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     std::optional<Outcome> outcome = replace(*node, value, previous);
     if (!outcome || !outcome->ok()) {
         const bool isHidden = !node->isReadable();
+        const bool isLinked = !outcome && node->backend->isLinked(path);
         lock.unlock();
         if (outcome)
             return Refusals::notSet(*std::move(outcome), path, value, isHidden);
+        if (isLinked)
+            return changeOne(path, value, acceptWrite, points);
         { // whoever edits the backend holds this lock until it is done
             const std::shared_lock waiting(tree.structure);
         }
@@ -142,7 +145,8 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     return {};
 }
 
-Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
+Outcome AttributeWriter::changeOne(const QString& path, const QVariant& value, Acceptance acceptance,
+                                   int points)
 {
     bool isKnown = false;
     bool isHidden = false;
@@ -151,7 +155,8 @@ Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
         Node* const node = transaction.getNodes().find(path);
         isKnown = node && node->isAttribute();
         isHidden = isKnown && !node->isReadable();
-        return isKnown ? change(transaction, *node, value) : Outcome();
+        transaction.getNodes().notifyAt(points);
+        return isKnown ? change(transaction, *node, value, acceptance) : Outcome();
     });
     if (isKnown)
         return Refusals::notSet(std::move(outcome), path, value, isHidden);
@@ -159,23 +164,35 @@ Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
     return element ? writeElement(*element, path, value) : refuseUnknown(path, value);
 }
 
-Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value)
+Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value,
+                                Acceptance acceptance)
 {
     QVariant accepted;
-    Outcome outcome = writeInFile(transaction, node, value, accepted);
+    Outcome outcome = writeInFile(transaction, node, value, accepted, acceptance);
     if (outcome.ok())
         transaction.getNodes().setAttribute(node, std::move(accepted), node.getAccess());
     return outcome;
 }
 
-Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
-                                     QVariant& accepted)
+Outcome AttributeWriter::accept(const NodeWriter& nodes, const QString& path, const QVariant& value,
+                                QVariant& accepted, Acceptance acceptance)
 {
-    Outcome outcome;
-    {
-        AttributeTree& tree = transaction.getNodes().getTree();
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
-        outcome = acceptRetyped(node, value, accepted);
+    const Node* const node = nodes.find(path);
+    if (!node || !node->isAttribute())
+        return {};
+    const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
+    return acceptance(*node, value, accepted).of(Outcome::Operation::Set, path);
+}
+
+Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
+                                     QVariant& accepted, Acceptance acceptance)
+{
+    const NodeWriter& nodes = transaction.getNodes();
+    Outcome outcome = accept(nodes, node.path, value, accepted, acceptance);
+    const QStringList followers = node.backend ? node.backend->followersOf(node.path) : QStringList();
+    for (const QString& follower : followers) {
+        QVariant same;
+        outcome = outcome.ok() ? accept(nodes, follower, accepted, same, acceptRetyped) : outcome;
     }
     if (outcome.ok() && node.backend)
         outcome = Refusals::unfitFor(node, transaction.edit(*node.backend).set(node.path, toValue(accepted)),

@@ -118,6 +118,7 @@ Outcome StepReplay::replay(Transaction& transaction, const HistoryStep& step)
     transaction.commit();
     for (const BackendChange& change : step.changes)
         showTree(transaction, change);
+    transaction.showLinked();
     return outcome;
 }
 
@@ -208,7 +209,8 @@ Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange&
     for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && outcome.ok(); ++entry) {
         const bool loses = from(*entry).isAttribute && !to(*entry).isAttribute;
         const Node* node = transaction.getNodes().find(entry->path);
-        if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path))
+        if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path) ||
+            backend.originOf(entry->path) == Backend::Origin::Copy)
             continue;
         const bool holdsOthers =
             node->children &&
@@ -221,7 +223,8 @@ Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange&
     }
     document.beginBatch();
     for (const EntryChange& entry : change.entries) {
-        if (!outcome.ok() || !to(entry).isNode)
+        const bool isCopy = !from(entry).isNode && backend.originOf(entry.path) == Backend::Origin::Copy;
+        if (!outcome.ok() || !to(entry).isNode || isCopy)
             continue;
         if (to(entry).isAttribute && from(entry).isAttribute)
             outcome = document.set(entry.path, toValue(to(entry).value));

@@ -179,6 +179,7 @@ Outcome AttributeSearch::replace(const QVector<SearchHit>& hits, const QString& 
         for (auto& [node, value] : changed)
             transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
         transaction.commit();
+        transaction.showLinked();
         return Outcome();
     });
 }

@@ -108,7 +108,7 @@ void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, Upd
     if (node.isAttribute())
         result = FrameworkCore::Values::isSameValue(node.value, value) ? UpdateResult::Unchanged : kind;
     giveValue(node, std::move(value), access);
-    Delivery::collect(deliveries, node, tree.patterns, result);
+    Delivery::collect(deliveries, node, tree.patterns, result, points);
 }
 
 void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)

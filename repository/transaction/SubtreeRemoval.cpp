@@ -45,6 +45,8 @@ void SubtreeRemoval::removeFromTree()
 {
     Backend* const backend = node.backend;
     Node& parent = *node.parent;
+    if (backend && !movesOthers && backend->contains(node.path))
+        return; // it shows now what it hid; see showLinked
     transaction.getNodes().remove(node);
     if (movesOthers)
         Projection(transaction).showAll(*backend);

@@ -69,6 +69,8 @@ void SubtreeReader::add(const Node& node, int rootLength)
         parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
         return;
     }
+    if (isReference(node))
+        return;
     const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute())
         return;
@@ -76,6 +78,16 @@ void SubtreeReader::add(const Node& node, int rootLength)
         parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});
     else if (hidden.isEmpty())
         hidden = node.path;
+}
+
+// What it stands for is read.
+bool SubtreeReader::isReference(const Node& node)
+{
+    if (node.backend != asked) {
+        asked = node.backend;
+        isLinked = asked && asked->isLinked(asked->getName());
+    }
+    return isLinked && asked->originOf(node.path) == Backend::Origin::Reference;
 }
 
 void SubtreeReader::addDeclarations(const Documents::Format& format)

@@ -223,6 +223,7 @@ void YamlBuilder::endKey(std::size_t end)
     Frame& frame = frames.back();
     frame.hasKey = true;
     frame.keyEnd = lastEnd = end;
+    frame.hasMerge = frame.hasMerge || namesMerge(frame);
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -388,6 +389,7 @@ void YamlBuilder::close(const YamlEvent& event)
 {
     const NodeId id = frames.back().id;
     const std::string name = std::move(frames.back().anchor);
+    const bool hasMerge = frames.back().hasMerge;
     frames.pop_back();
     YamlNode& node = tree.node(id);
     if (node.style == YamlStyle::Flow)
@@ -405,14 +407,14 @@ void YamlBuilder::close(const YamlEvent& event)
         tree.numberMembers(id);
     else
         closeSequence(id);
+    if (hasMerge)
+        inherit(id);
 }
 
 void YamlBuilder::closeSequence(NodeId id)
 {
     YamlNode& node = tree.node(id);
-    const bool isMerge =
-        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
-    if (isMerge && node.count > 0) {
+    if (tree.isMergeKey(id) && node.count > 0) {
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;
