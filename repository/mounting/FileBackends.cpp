@@ -97,7 +97,8 @@ void FileBackends::forget(const Backend& backend)
         const auto known = each.lock();
         return !known || known.get() == &backend;
     };
-    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
+    const QString identity = QDir::cleanPath(backend.getDescription().filePath);
+    for (auto each = filesByIdentity.find(identity); each != filesByIdentity.end() && each.key() == identity;)
         each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
     linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }
