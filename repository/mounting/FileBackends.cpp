@@ -84,6 +84,7 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
     const Outcome mounted = backend ? mount(backend) : Outcome();
     if (!outcome.ok() || !mounted.ok())
         return outcome.ok() ? mounted : outcome;
+    backend->releaseDocument();
     noteFile(backend, identity);
     watch(backend, before);
     return outcome;
