@@ -14,6 +14,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -63,6 +64,16 @@ public:
     AccessMode getAccessMode() const { return description.accessMode; }
     const Description& getDescription() const { return description; }
 
+    // See BackendInterface.
+    virtual void setLocked(bool isOne) { locked = isOne; }
+    bool isLocked() const { return locked; }
+    Outcome refuseLocked() const
+    {
+        return Outcome(FrameworkCore::AppConfig::NotWritable, QStringLiteral("it is locked"))
+            .in(description.filePath)
+            .advise(QStringLiteral("unlock it to change it"));
+    }
+
     // The path in the tree of an entry.
     QString absolute(const std::string& path) const { return joinedPath(description.name, path); }
 
@@ -82,6 +93,10 @@ public:
     // Of the opening of what it consists of. Any thread.
     using Progress = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface::Progress;
     virtual Progress getProgress() const { return {}; }
+
+    // How it stands with what it consists of, for a person, where that changes by itself; empty otherwise.
+    // Any thread.
+    virtual QString getState() const { return {}; }
 
     // Whether an entry is an array; nothing where there are none.
     virtual std::optional<bool> isArray(const QString& path) const = 0;
@@ -198,6 +213,9 @@ protected:
     }
 
     const Description description;
+
+private:
+    std::atomic<bool> locked{false};
 };
 
 } // namespace Repository

@@ -47,6 +47,8 @@ QString phraseOf(Outcome::Operation operation)
         return QStringLiteral("'%1' was not matched");
     case Outcome::Operation::Locate:
         return QStringLiteral("'%1' has no place in a text");
+    case Outcome::Operation::Lock:
+        return QStringLiteral("The backend '%1' was not locked");
     }
     return {};
 }
