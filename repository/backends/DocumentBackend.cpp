@@ -181,6 +181,14 @@ Outcome DocumentBackend::replaceAll(const QString& path, const std::vector<Docum
     return edit([&](Document& text) { return text.replaceAll(relative(path), entries, refused); });
 }
 
+void DocumentBackend::releaseDocument()
+{
+    constexpr std::size_t large = 65536; // takes a while to be parsed again
+    const std::lock_guard lock(mutex);
+    if (content.getBase().size() < large)
+        content.release();
+}
+
 bool DocumentBackend::keepsGivenOrder() const
 {
     const std::lock_guard lock(mutex);

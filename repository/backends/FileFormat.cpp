@@ -26,7 +26,13 @@ constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts
 
 bool lists(std::string_view endings, const QString& ending)
 {
-    return (' ' + std::string(endings) + ' ').find(' ' + ending.toStdString() + ' ') != std::string::npos;
+    const std::string wanted = ending.toStdString();
+    for (std::size_t at = endings.find(wanted); at < endings.size(); at = endings.find(wanted, at + 1)) {
+        const std::size_t end = at + wanted.size();
+        if ((at == 0 || endings[at - 1] == ' ') && (end == endings.size() || endings[end] == ' '))
+            return true;
+    }
+    return false;
 }
 
 // The name in lower case that the file has, or the one of which it is a copy.
@@ -177,7 +183,7 @@ QByteArray FileFormat::beginningOf(const QString& file)
     QFile content(file);
     const bool isReadable =
         refusalOfKind(file).isEmpty() && content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    return isReadable ? content.read(enough) : QByteArray();
+    return isReadable ? content.read(std::min<qint64>(enough, content.size())) : QByteArray();
 }
 
 QString FileFormat::ofFile(const QString& file)

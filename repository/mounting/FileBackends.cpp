@@ -72,6 +72,7 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
     const Outcome mounted = backend ? mount(backend) : Outcome();
     if (!outcome.ok() || !mounted.ok())
         return outcome.ok() ? mounted : outcome;
+    backend->releaseDocument();
     noteFile(backend, identity);
     watch(backend, before);
     return outcome;
@@ -85,7 +86,8 @@ void FileBackends::forget(const Backend& backend)
         const auto known = each.lock();
         return !known || known.get() == &backend;
     };
-    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
+    const QString identity = QDir::cleanPath(backend.getDescription().filePath);
+    for (auto each = filesByIdentity.find(identity); each != filesByIdentity.end() && each.key() == identity;)
         each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
     linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }

@@ -313,8 +313,10 @@ Outcome FolderBackend::close(bool discardChanges)
     }
     const std::lock_guard scanLock(scanning); // a scan under way ends first
     const OpenFiles left = getFiles();
-    for (auto each = left.begin(); each != left.end(); ++each)
-        closeFile(each.key(), each.value(), discardChanges);
+    QStringList last = left.keys(); // first, as all that keeps them in order gives them up the quickest
+    std::sort(last.rbegin(), last.rend());
+    for (const QString& file : last)
+        closeFile(file, left.value(file), discardChanges);
     return {};
 }
 

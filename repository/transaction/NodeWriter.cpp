@@ -111,6 +111,20 @@ void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, Upd
     Delivery::collect(deliveries, node, tree.patterns, result, points);
 }
 
+void NodeWriter::editText(Node& node, const std::function<void(QString& text)>& edit)
+{
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (images)
+        images->add(node, NodeState::of(node));
+    if (node.value.userType() != QMetaType::QString)
+        node.value = QString();
+    QString& text = *static_cast<QString*>(node.value.data());
+    edit(text);
+    if (text.isEmpty())
+        node.value = QVariant();
+    Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Changed);
+}
+
 void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)
 {
     if (images) {

@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
+#include "repository/documents/common/Pipeline.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
@@ -56,14 +57,19 @@ Outcome YamlBuilder::build()
     frames.emplace_back();
     frames.back().id = tree.read(stream);
     YamlReader reader(source(), fills);
-    for (YamlEvent event; reader.next(event);) {
-        Outcome outcome = take(event);
-        if (!outcome.ok())
-            return outcome;
+    Outcome outcome;
+    Pipeline<YamlEvent> events([&](const YamlEvent& event) {
+        outcome = take(event);
+        return outcome.ok();
+    });
+    while (reader.next(events.next()) && events.put()) {
     }
-    if (reader.getOutcome().ok())
+    events.finish();
+    if (outcome.ok())
+        outcome = reader.getOutcome();
+    if (outcome.ok())
         finish();
-    return reader.getOutcome();
+    return outcome;
 }
 
 Outcome YamlBuilder::take(const YamlEvent& event)
