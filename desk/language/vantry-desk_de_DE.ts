@@ -1290,6 +1290,10 @@
         <source>&amp;Replace</source>
         <translation>&amp;Ersetzen</translation>
     </message>
+    <message>
+        <source>Replace %1 values in one file?</source>
+        <translation>%1 Werte in einer Datei ersetzen?</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::FolderDialog</name>
@@ -1312,10 +1316,6 @@
         <translation>wie in *.bak ssl</translation>
     </message>
     <message>
-        <source>0 opens the files of the folder itself only</source>
-        <translation>0 öffnet nur die Dateien des Ordners selbst</translation>
-    </message>
-    <message>
         <source>of any size</source>
         <translation>beliebig groß</translation>
     </message>
@@ -1336,12 +1336,24 @@
         <translation>&amp;Ohne:</translation>
     </message>
     <message>
-        <source>Folders &amp;below:</source>
-        <translation>Ordner &amp;darunter:</translation>
-    </message>
-    <message>
         <source>&amp;Size:</source>
         <translation>&amp;Größe:</translation>
+    </message>
+    <message>
+        <source>the folder alone</source>
+        <translation>nur der Ordner selbst</translation>
+    </message>
+    <message>
+        <source>&amp;Depth:</source>
+        <translation>&amp;Tiefe:</translation>
+    </message>
+    <message>
+        <source>How many levels of folders below it are looked at</source>
+        <translation>Wie viele Ebenen von Ordnern darunter angesehen werden</translation>
+    </message>
+    <message>
+        <source>all folders below it</source>
+        <translation>alle Ordner darunter</translation>
     </message>
 </context>
 <context>
@@ -1429,10 +1441,6 @@
     <message>
         <source>What was found</source>
         <translation>Was gefunden wurde</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -1942,6 +1950,13 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     <message>
         <source>Problems (%1)</source>
         <translation>Probleme (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::RowCopy</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
