@@ -84,6 +84,8 @@ private:
     const Declared* declaredBackend(const QString& name) const;
     QString declareBackends();
     QString freeRoot() const;
+    const Source* findOpen(const Source& wanted) const;
+    QString examineStore(Source& source, Opening opening) const;
     QString examineFile(Source& source, Opening opening, std::string_view formatOption) const;
     QString copyStandardInput(Source& source);
     static ExitCode printSaved(const Source& source);

@@ -161,16 +161,18 @@ Command validate()
         "is 2 when no value breaks a rule.\n"
         "With --null these reports are on stdout. With --json they are an array of objects with \"path\", "
         "\"rule\", \"value\", \"reason\", \"line\" and \"column\".";
-    return {"validate",
-            "check values against rules",
-            description,
-            {{{"FILE", Word::File}}},
-            {{"--rule", "PATH=NAME", Word::Validation,
-              "the values of PATH must keep the rule NAME; may be repeated", true},
-             jsonOption,
-             nullOption},
-            {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
-            run};
+    Command command{"validate",
+                    "check values against rules",
+                    description,
+                    {{{"FILE", Word::File}}},
+                    {{"--rule", "PATH=NAME", Word::Validation,
+                      "the values of PATH must keep the rule NAME; may be repeated", true},
+                     jsonOption,
+                     nullOption},
+                    {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
+                    run};
+    command.takesStores = false;
+    return command;
 }
 
 } // namespace CommandLine::Commands

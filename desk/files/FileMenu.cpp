@@ -12,6 +12,9 @@
 #include "repository/mounting/FolderLocation.h"
 
 #include <QFileInfo>
+#include <QInputDialog>
+
+#include <algorithm>
 
 namespace Vantry {
 
@@ -46,6 +49,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
     addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
+    addAction(tr("Open &Store..."), this, &FileMenu::chooseStore)->setObjectName(QStringLiteral("openStore"));
     auto* const formats = new FormatMenu(tr("O&pen As"), this);
     formats->setObjectName(QStringLiteral("openAs"));
     connect(formats, &FormatMenu::chosen, this, &FileMenu::chooseFilesOf);
@@ -153,13 +157,27 @@ void FileMenu::chooseFolder()
         emit openRequested({dialog.getLocation()}, {});
 }
 
+void FileMenu::chooseStore()
+{
+    const QStringList known = RecentFiles::get();
+    const auto last = std::find_if(known.begin(), known.end(), RecentFiles::isStore);
+    bool isChosen = false;
+    const QString location = QInputDialog::getText(
+        parentWidget(), tr("Open Store"),
+        tr("Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:"), QLineEdit::Normal,
+        last == known.end() ? QStringLiteral("etcd://localhost:2379/") : *last, &isChosen);
+    if (isChosen && !location.trimmed().isEmpty())
+        emit openRequested({location.trimmed()}, QStringLiteral("etcd"));
+}
+
 void FileMenu::fillRecent()
 {
     recent->clear();
     const QStringList known = RecentFiles::get();
     int number = 0;
     for (const QString& file : known) {
-        const bool isThere = QFileInfo::exists(Repository::FolderLocation(file).getFolder());
+        const bool isThere =
+            RecentFiles::isStore(file) || QFileInfo::exists(Repository::FolderLocation(file).getFolder());
         QString text =
             QStringLiteral("&%1 %2").arg(++number % 10).arg(menuText(RecentFiles::shownPath(file)));
         if (!isThere)

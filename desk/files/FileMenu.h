@@ -23,6 +23,9 @@ public:
     // The same for a folder, of which all files are opened.
     void chooseFolder();
 
+    // The same for a distributed store.
+    void chooseStore();
+
     // Puts the action, which outlives the menu, to those of single files.
     void addLock(QAction& lock) { insertAction(closing->menuAction(), &lock); }
 

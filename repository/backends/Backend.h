@@ -94,6 +94,10 @@ public:
     using Progress = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface::Progress;
     virtual Progress getProgress() const { return {}; }
 
+    // How it stands with what it consists of, for a person, where that changes by itself; empty otherwise.
+    // Any thread.
+    virtual QString getState() const { return {}; }
+
     // Whether an entry is an array; nothing where there are none.
     virtual std::optional<bool> isArray(const QString& path) const = 0;
 

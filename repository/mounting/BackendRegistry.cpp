@@ -4,6 +4,7 @@
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
+#include "repository/fleet/EtcdBackends.h"
 #include "repository/mounting/FileBackends.h"
 #include "repository/mounting/FolderBackends.h"
 #include "repository/mounting/Mounts.h"
@@ -31,7 +32,14 @@ public:
     }
 
     QString getBackendType() const override { return description.type; }
-    QString getBackendDescription() const override { return description.text; }
+    QString getBackendDescription() const override
+    {
+        const auto open = backend.lock();
+        const QString state = open ? open->getState() : QString();
+        return state.isEmpty()              ? description.text
+               : description.text.isEmpty() ? state
+                                            : QStringLiteral("%1 (%2)").arg(description.text, state);
+    }
     QString getBackendLocation() const override { return description.filePath; }
     QString explainTypeTag(const QVariant& value) const override
     {
@@ -71,9 +79,10 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
     : store(std::move(attributes))
 {
     auto files = std::make_unique<FileBackends>(store->getTree(), watchesFiles, observer);
-    auto folders = std::make_unique<FolderBackends>(store, *files, watchesFiles, std::move(observer));
+    auto folders = std::make_unique<FolderBackends>(store, *files, watchesFiles, observer);
     kinds.push_back(std::move(files));
     kinds.push_back(std::move(folders));
+    kinds.push_back(std::make_unique<EtcdBackends>(store->getTree(), std::move(observer)));
 }
 
 // A kind uses those before it, also on threads of its own.
@@ -144,13 +153,27 @@ Outcome BackendRegistry::checkDescription(const Backend::Description& descriptio
     return {};
 }
 
+// What was mounted before it turned out that it cannot be opened is taken out again.
+Outcome BackendRegistry::open(BackendKind& kind, const Backend::Description& description)
+{
+    Mounts mounts(*store->getTree(), store->getHistory());
+    std::shared_ptr<Backend> mounted;
+    Outcome outcome = kind.open(description, [&](const std::shared_ptr<Backend>& backend) {
+        Outcome ofMount = mounts.mount(backend);
+        if (ofMount.ok())
+            mounted = backend;
+        return ofMount;
+    });
+    if (!outcome.ok() && mounted && mounts.unmount(mounted, true).ok())
+        kind.forget(*mounted);
+    return outcome;
+}
+
 Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& description, int option)
 {
     const auto existing = findBackend(*store->getTree(), description.name);
     if (!existing)
-        return kind.open(description, [this](const auto& backend) {
-            return Mounts(*store->getTree(), store->getHistory()).mount(backend);
-        });
+        return open(kind, description);
     if (option != createOrReload)
         return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
     const Backend::Description& present = existing->getDescription();

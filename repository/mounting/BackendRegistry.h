@@ -44,6 +44,7 @@ private:
     static constexpr int createOrReload = 3;
 
     BackendKind* kindOf(const QString& type) const;
+    Outcome open(BackendKind& kind, const Backend::Description& description);
     Outcome create(BackendKind& kind, const Backend::Description& description, int option);
     Outcome reload(Backend& backend);
     Outcome operate(const QString& name, Outcome::Operation what,
