@@ -1200,6 +1200,18 @@
         <source>&amp;Clear This List</source>
         <translation>Diese Liste &amp;leeren</translation>
     </message>
+    <message>
+        <source>Open &amp;Store...</source>
+        <translation>Datenspeicher ö&amp;ffnen...</translation>
+    </message>
+    <message>
+        <source>Open Store</source>
+        <translation>Datenspeicher öffnen</translation>
+    </message>
+    <message>
+        <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
+        <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS:</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::FileMounter</name>

@@ -147,6 +147,8 @@ Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) cons
 {
     if (closed)
         return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
+    if (isLocked())
+        return refuseLocked();
     Outcome outcome = state->checkWritable();
     if (!outcome.ok())
         return outcome;
