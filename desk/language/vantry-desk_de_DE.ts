@@ -1201,7 +1201,7 @@
         <translation>Diese Liste &amp;leeren</translation>
     </message>
     <message>
-        <source>Open &amp;Store...</source>
+        <source>Open S&amp;tore...</source>
         <translation>Datenspeicher ö&amp;ffnen...</translation>
     </message>
     <message>
