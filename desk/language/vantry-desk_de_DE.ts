@@ -1202,15 +1202,15 @@
     </message>
     <message>
         <source>Open S&amp;tore...</source>
-        <translation>Speicher&amp;dienst öffnen...</translation>
+        <translation>Datenspeicher ö&amp;ffnen...</translation>
     </message>
     <message>
         <source>Open Store</source>
-        <translation>Speicherdienst öffnen</translation>
+        <translation>Datenspeicher öffnen</translation>
     </message>
     <message>
         <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
-        <translation>Wo er ist, wie in etcd://RECHNER:PORT/NAME, oder etcds:// mit TLS:</translation>
+        <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS:</translation>
     </message>
 </context>
 <context>
@@ -1302,6 +1302,10 @@
         <source>&amp;Replace</source>
         <translation>&amp;Ersetzen</translation>
     </message>
+    <message>
+        <source>Replace %1 values in one file?</source>
+        <translation>%1 Werte in einer Datei ersetzen?</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::FolderDialog</name>
@@ -1324,10 +1328,6 @@
         <translation>wie in *.bak ssl</translation>
     </message>
     <message>
-        <source>0 opens the files of the folder itself only</source>
-        <translation>0 öffnet nur die Dateien des Ordners selbst</translation>
-    </message>
-    <message>
         <source>of any size</source>
         <translation>beliebig groß</translation>
     </message>
@@ -1348,12 +1348,24 @@
         <translation>&amp;Ohne:</translation>
     </message>
     <message>
-        <source>Folders &amp;below:</source>
-        <translation>Ordner &amp;darunter:</translation>
-    </message>
-    <message>
         <source>&amp;Size:</source>
         <translation>&amp;Größe:</translation>
+    </message>
+    <message>
+        <source>the folder alone</source>
+        <translation>nur der Ordner selbst</translation>
+    </message>
+    <message>
+        <source>&amp;Depth:</source>
+        <translation>&amp;Tiefe:</translation>
+    </message>
+    <message>
+        <source>How many levels of folders below it are looked at</source>
+        <translation>Wie viele Ebenen von Ordnern darunter angesehen werden</translation>
+    </message>
+    <message>
+        <source>all folders below it</source>
+        <translation>alle Ordner darunter</translation>
     </message>
 </context>
 <context>
@@ -1441,10 +1453,6 @@
     <message>
         <source>What was found</source>
         <translation>Was gefunden wurde</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -1958,6 +1966,13 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     <message>
         <source>Problems (%1)</source>
         <translation>Probleme (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::RowCopy</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
