@@ -1,5 +1,7 @@
 #include "repository/mounting/FolderLocation.h"
 
+#include "repository/common/Texts.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -30,9 +32,9 @@ void FolderLocation::read(const QString& name, const QString& value)
     else if (name == QLatin1String("depth"))
         filter.deepest = value.toInt(&isNumber);
     else
-        error = QStringLiteral("unknown condition '%1'; valid are include, exclude and depth").arg(name);
+        error = Texts::tr("unknown condition '%1'; valid are include, exclude and depth").arg(name);
     if (!isNumber || filter.deepest < 0 || filter.deepest > Files::FolderFilter::mostLevels)
-        error = QStringLiteral("the depth must be a number from 0 to %1, not '%2'")
+        error = Texts::tr("the depth must be a number from 0 to %1, not '%2'")
                     .arg(QString::number(Files::FolderFilter::mostLevels), value);
 }
 
