@@ -88,6 +88,7 @@ QStringList textsOf(int argc, char** argv)
 int runWithoutWindow(int argc, char** argv, const Options& options)
 {
     const QCoreApplication application(argc, argv);
+    Vantry::Language::show();
     const QString text = options.wantsHelp     ? Options::helpText()
                          : options.wantsManual ? Options::manPage()
                                                : QStringLiteral("vantry-desk " VANTRY_VERSION "\n");
@@ -162,6 +163,7 @@ int main(int argc, char** argv)
     introduceProgram();
     const QStringList arguments = textsOf(argc, argv);
     const Options early = Options::parse(arguments);
+    Vantry::Language::useInThisRun(early.language);
     if (!early.triedPlugins.isEmpty())
         return runTrial(argc, argv, early);
     if (early.wantsHelp || early.wantsVersion || early.wantsManual)
@@ -187,9 +189,9 @@ int main(int argc, char** argv)
     usualHandler = qInstallMessageHandler(handleQtMessage);
     const Vantry::DeskApplication application(argc, argv);
     QApplication::setStyle(new Vantry::FocusStyle);
+    Vantry::Language::show();
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())
         return showError(options.error);
-    Vantry::Language::show();
     return runWindow(options);
 }

@@ -1688,6 +1688,105 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     </message>
 </context>
 <context>
+    <name>Vantry::Options</name>
+    <message>
+        <source>Vantry: one window over all configuration of a system.</source>
+        <translation>Vantry: ein Fenster über die ganze Konfiguration eines Systems.</translation>
+    </message>
+    <message>
+        <source>Configuration files and folders to open.</source>
+        <translation>Konfigurationsdateien und Ordner, die geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Load plug-ins from DIR instead of the usual places.</source>
+        <translation>Plugins aus DIR statt von den üblichen Orten laden.</translation>
+    </message>
+    <message>
+        <source>Load plug-ins from DIR too, even though other users can change the files there and so have their own code run as yours.</source>
+        <translation>Plugins auch aus DIR laden, obwohl andere Benutzer die Dateien dort ändern und so ihren eigenen Code als den Ihren ausführen lassen können.</translation>
+    </message>
+    <message>
+        <source>Start without any plug-in, when one keeps Vantry from starting.</source>
+        <translation>Ohne Plugins starten, wenn eines den Start von Vantry verhindert.</translation>
+    </message>
+    <message>
+        <source>Draw the window into OUT.png when all is loaded, and end.</source>
+        <translation>Das Fenster nach OUT.png zeichnen, sobald alles geladen ist, und enden.</translation>
+    </message>
+    <message>
+        <source>Show this start in English (en) or German (de).</source>
+        <translation>Diesen Start in Englisch (en) oder Deutsch (de) zeigen.</translation>
+    </message>
+    <message>
+        <source>Show this help.</source>
+        <translation>Diese Hilfe zeigen.</translation>
+    </message>
+    <message>
+        <source>Show the version.</source>
+        <translation>Die Version zeigen.</translation>
+    </message>
+    <message>
+        <source>--picture needs the name of a file</source>
+        <translation>--picture braucht den Namen einer Datei</translation>
+    </message>
+    <message>
+        <source>unknown language &apos;%1&apos;; valid languages: %2</source>
+        <translation>unbekannte Sprache „%1“; möglich sind: %2</translation>
+    </message>
+    <message>
+        <source>User Commands</source>
+        <translation>Dienstprogramme für Benutzer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Bezeichnung</translation>
+    </message>
+    <message>
+        <source>one window over all configuration of a system</source>
+        <translation>ein Fenster über die ganze Konfiguration eines Systems</translation>
+    </message>
+    <message>
+        <source>Synopsis</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Opens configuration files, and folders of them, as one tree of typed attributes, to be browsed, searched, watched and edited. An edit of one value changes the bytes of that value; everything else in the file stays as its author left it. Without FILE the window shows what it showed last, or ways to open files.</source>
+        <translation>Öffnet Konfigurationsdateien und Ordner mit solchen als einen Baum typisierter Attribute, zum Ansehen, Durchsuchen, Beobachten und Bearbeiten. Eine Änderung eines Werts ändert die Bytes dieses Werts; alles andere in der Datei bleibt, wie sein Autor es hinterlassen hat. Ohne FILE zeigt das Fenster, was es zuletzt gezeigt hat, oder Wege, Dateien zu öffnen.</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>The options of all programs of Qt, as -platform, are understood, too.</source>
+        <translation>Auch die Optionen aller Programme von Qt, wie -platform, werden verstanden.</translation>
+    </message>
+    <message>
+        <source>Exit status</source>
+        <translation>Exit-Status</translation>
+    </message>
+    <message>
+        <source>The window was closed, or its picture drawn.</source>
+        <translation>Das Fenster wurde geschlossen oder sein Bild gezeichnet.</translation>
+    </message>
+    <message>
+        <source>No display was found, or a picture cannot be written or lacks a file that could not be opened.</source>
+        <translation>Es gibt keine Anzeige, oder ein Bild kann nicht geschrieben werden, oder ihm fehlt eine Datei, die nicht geöffnet werden konnte.</translation>
+    </message>
+    <message>
+        <source>The command line is wrong.</source>
+        <translation>Die Befehlszeile ist falsch.</translation>
+    </message>
+    <message>
+        <source>See also</source>
+        <translation>Siehe auch</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::PlaceButton</name>
     <message>
         <source>Place in the file: %1</source>
