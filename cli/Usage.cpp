@@ -308,6 +308,7 @@ QString Usage::manPage()
     QString page =
         QStringLiteral(".TH VANTRY 1 \"\" \"Vantry " VANTRY_VERSION "\" \"%1\"\n")
             .arg(escaped(Texts::tr("User Commands"))) +
+        QStringLiteral(".nh\n.ad l\n") + // a word is not split, least of all by the rules of another language
         heading(Texts::tr("Name")) + QStringLiteral("vantry \\- ") +
         escaped(Texts::tr("read, edit, compare and convert configuration files")) + QLatin1Char('\n') +
         heading(Texts::tr("Synopsis")) +

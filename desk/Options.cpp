@@ -125,6 +125,7 @@ QString Options::manPage()
     QString page =
         QStringLiteral(".TH VANTRY\\-DESK 1 \"\" \"Vantry " VANTRY_VERSION "\" \"%1\"\n")
             .arg(tr("User Commands")) +
+        QStringLiteral(".nh\n.ad l\n") + // a word is not split, least of all by the rules of another language
         heading(tr("Name")) + QStringLiteral("vantry\\-desk \\- ") +
         escaped(tr("one window over all configuration of a system")) + QLatin1Char('\n') +
         heading(tr("Synopsis")) +

@@ -119,7 +119,7 @@ Command replace()
          SearchArguments::ignoreCase,
          SearchArguments::ofType,
          dryRunOption},
-        {"vantry replace app.ini db.json old.example.com new.example.com --dry-run",
+        {"vantry replace a.ini b.json old.example.com new.example.com --dry-run",
          "vantry replace /etc/app '^10\\.0\\.' '10.1.' --regex --path '*.host'"},
         run};
 }

@@ -182,7 +182,8 @@ Command validate()
           true},
          jsonOption,
          nullOption},
-        {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
+        {"vantry validate app.ini --rule 'server.port=range(1,65535)'",
+         "vantry validate app.ini --rule '*.host=host-name'"},
         run};
     command.insertion = exampleNames;
     return command;
