@@ -59,6 +59,7 @@ struct Command
     bool watchesFiles = false; // what other programs change in them meanwhile is brought in as it happens
     bool takesFolders = false; // a FILE may be a folder: all files below it whose format is recognised
     QString (*insertion)() = nullptr; // what "%1" in the description stands for
+    bool takesStores = true;          // it may be a store: what the command does needs no text of a file
 };
 
 } // namespace CommandLine

@@ -12,9 +12,11 @@
 #include "repository/backends/FileKind.h"
 #include "repository/common/PathRules.h"
 #include "repository/documents/Formats.h"
+#include "repository/fleet/EtcdLocation.h"
 #include "repository/mounting/FolderLocation.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -176,16 +178,17 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     if (source.given.isEmpty())
         return refuse(ExitCode::Usage, Texts::tr("the name of a file is empty"));
     source.isStandardInput = StandardInput::isMeant(source.given);
-    source.absolutePath = QDir::current().absoluteFilePath(source.given);
-    const QString identity = Repository::fileIdentity(source.absolutePath);
-    for (const Source& open : sources) {
-        if (source.isStandardInput ? open.isStandardInput
-                                   : Repository::fileIdentity(open.absolutePath) == identity)
-            return &open;
-    }
+    source.isStore = Repository::EtcdLocation::isMeant(source.given);
+    if (source.isStore)
+        source.given = source.absolutePath = Repository::EtcdLocation(source.given).toText();
+    else
+        source.absolutePath = QDir::current().absoluteFilePath(source.given);
+    if (const Source* const open = findOpen(source))
+        return open;
     source.format = invocation.valueOf(formatOption);
-    const QString trouble =
-        source.isStandardInput ? copyStandardInput(source) : examineFile(source, opening, formatOption);
+    const QString trouble = source.isStandardInput ? copyStandardInput(source)
+                            : source.isStore       ? examineStore(source, opening)
+                                                   : examineFile(source, opening, formatOption);
     if (!trouble.isEmpty())
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
     if (source.format.isEmpty())
@@ -194,6 +197,31 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     source.root = backend ? backend->name : freeRoot();
     const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;
     return mount(std::move(source), backend ? backend->access : access);
+}
+
+// Null when it is not open.
+const Source* Session::findOpen(const Source& wanted) const
+{
+    const auto identityOf = [](const Source& source) {
+        return source.isStore ? source.absolutePath : Repository::fileIdentity(source.absolutePath);
+    };
+    const QString identity = identityOf(wanted);
+    for (const Source& open : sources) {
+        if (wanted.isStandardInput ? open.isStandardInput : identityOf(open) == identity)
+            return &open;
+    }
+    return nullptr;
+}
+
+// Gives why it cannot be opened, or nothing.
+QString Session::examineStore(Source& source, Opening opening) const
+{
+    source.format = QStringLiteral("etcd");
+    if (!invocation.command->takesStores)
+        return Texts::tr("it is a store, not a file");
+    if (dryRun && opening != Opening::Read)
+        return Texts::tr("a store is written at once, and has no --dry-run");
+    return {};
 }
 
 // Finds out whether it is there, and its format. Gives why it cannot be opened, or nothing.
@@ -239,21 +267,33 @@ QString Session::copyStandardInput(Source& source)
         Files::FileSaver().overwrite(source.absolutePath.toStdString(), input.bytes, 0600).reason);
 }
 
+// Of folders.
+Files::FolderFilter Session::chosenFiles() const
+{
+    Files::FolderFilter filter;
+    const auto append = [this](std::vector<std::string>& globs, const char* option) {
+        const QStringList values = invocation.valuesOf(option);
+        for (const QString& value : values)
+            globs.push_back(QFile::encodeName(value).toStdString());
+    };
+    append(filter.include, "--include");
+    append(filter.exclude, "--exclude");
+    return filter;
+}
+
 const Source* Session::mount(Source source, AccessMode access)
 {
     sources.push_back(std::move(source));
     const Source& mounted = sources.back();
     constexpr int createOnly = 2;
-    const QString location =
-        mounted.format == QLatin1String("folder")
-            ? Repository::FolderLocation::with(mounted.absolutePath, invocation.valuesOf("--include"),
-                                               invocation.valuesOf("--exclude"))
-            : mounted.absolutePath;
+    const QString location = mounted.format == QLatin1String("folder")
+                                 ? Repository::FolderLocation::with(mounted.absolutePath, chosenFiles())
+                                 : mounted.absolutePath;
     const Outcome outcome = repository->getBackendInterface()->mount(mounted.format, mounted.root,
                                                                      {location, {}, access}, createOnly);
     tell(outcome); // also what a recovery has put right
     // A file that may be written may also be yet to come, which is not meant here.
-    if (outcome.ok() && !mounted.isNew && !QFileInfo::exists(mounted.absolutePath))
+    if (outcome.ok() && !mounted.isNew && !mounted.isStore && !QFileInfo::exists(mounted.absolutePath))
         return refuse(ExitCode::BadFile, Texts::tr("%1: it was removed just now").arg(mounted.given));
     if (outcome.ok())
         return &mounted;

@@ -2,6 +2,7 @@
 
 #include "cli/Invocation.h"
 #include "cli/Source.h"
+#include "files/FolderScan.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QString>
@@ -83,9 +84,12 @@ private:
     const Declared* declaredBackend(const QString& name) const;
     QString declareBackends();
     QString freeRoot() const;
+    const Source* findOpen(const Source& wanted) const;
+    QString examineStore(Source& source, Opening opening) const;
     QString examineFile(Source& source, Opening opening, std::string_view formatOption) const;
     QString copyStandardInput(Source& source);
     static ExitCode printSaved(const Source& source);
+    Files::FolderFilter chosenFiles() const;
     const Source* mount(Source source, FrameworkCore::AppConfig::AccessMode access);
     const Source* sourceOf(const Outcome& outcome) const;
     QString shownPath(const QString& path) const;

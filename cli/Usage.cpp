@@ -31,6 +31,12 @@ const std::vector<Topic>& topics()
               "format is recognised, each at the path of its name, as in \"net%2Ed.a%2Ejson.port\". Links "
               "are "
               "not followed; a file that cannot be read is reported, and left out."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Or it is a part of a distributed store, for the same commands and for \"watch\": "
+              "etcd://HOST:PORT/NAME, or etcds:// with TLS, as docs/fleet.md tells. What is set there is "
+              "written "
+              "at once, and others who have it open see it."),
           QT_TRANSLATE_NOOP("CommandLine", "\"-\" is standard input, the format of which --format says, or "
                                            "else how it begins. What is edited "
                                            "in it goes to standard output as a whole, and nothing else does. "

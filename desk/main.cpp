@@ -11,6 +11,7 @@
 #include "desk/window/FocusStyle.h"
 #include "desk/window/MainWindow.h"
 #include "desk/window/WindowPicture.h"
+#include "desk/window/Windows.h"
 #include "host/Utilities/RepositoryAccess.h"
 #include "repository/AttributeRepository.h"
 
@@ -155,10 +156,11 @@ int runWindow(const Options& options)
     Vantry::StartWatch start(loader.getLoadedFiles());
     int result = 0;
     {
-        Vantry::MainWindow window(repository, loader, options.files);
+        Vantry::Windows windows(repository, loader);
+        Vantry::MainWindow& window = windows.open(options.files);
         start.waitFor(window);
         if (options.pictureFile.isEmpty())
-            window.beginSession(options.files.isEmpty());
+            windows.beginSession(options.files.isEmpty());
         window.waitForFirstFiles();
         window.show();
         std::unique_ptr<Vantry::WindowPicture> picture;
@@ -166,8 +168,8 @@ int runWindow(const Options& options)
             window.showKeptChanges();
         else
             picture = std::make_unique<Vantry::WindowPicture>(window, options.pictureFile);
-        QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &window, [&window] {
-            window.closeUnasked();
+        QObject::connect(&quitSignals, &Vantry::QuitSignals::quitRequested, &windows, [&windows] {
+            windows.closeUnasked();
             QCoreApplication::quit(); // also when it was hidden, or a dialog is open
         });
         result = QApplication::exec();

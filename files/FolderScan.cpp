@@ -62,10 +62,16 @@ private:
         const fs::file_status status = entry.symlink_status(gone);
         const std::string path = entry.path().string();
         const std::string below = path.substr(std::min(path.size(), top.size() + 1));
-        if (fs::is_regular_file(status) && filter.takesFile(below))
+        if (fs::is_regular_file(status) && filter.takesFile(below) && isSmallEnough(entry))
             found.files.push_back(path);
         else if (fs::is_directory(status) && isWithin(depth) && filter.takesFolder(below))
             scan(path, depth + 1);
+    }
+
+    bool isSmallEnough(const fs::directory_entry& entry) const
+    {
+        std::error_code gone;
+        return filter.largest == FolderFilter::anySize || entry.file_size(gone) <= filter.largest;
     }
 
     // What lies deeper than may be at all is refused, not left out.

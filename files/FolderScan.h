@@ -2,6 +2,7 @@
 
 #include "files/FilesExport.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -12,12 +13,14 @@ namespace Files {
 struct VANTRY_FILES_EXPORT FolderFilter
 {
     static constexpr int mostLevels = 64;
+    static constexpr std::uintmax_t anySize = UINTMAX_MAX;
 
     std::vector<std::string> include; // files that match one; all, where there is none
     std::vector<std::string> exclude; // but those that match one of these, as well as folders
     int deepest = mostLevels;         // levels below the folder
+    std::uintmax_t largest = anySize; // bytes of a file
 
-    bool takesFile(const std::string& path) const;
+    bool takesFile(const std::string& path) const; // whatever its size is
     bool takesFolder(const std::string& path) const;
 };
 

@@ -21,6 +21,7 @@ using Repository::Documents::Span;
 namespace {
 
 constexpr int mostEdits = 12;
+constexpr std::size_t mostEntries = 3000; // which are compared with each other
 
 bool isAtOrBelow(const std::string& path, const std::string& above)
 {
@@ -70,6 +71,8 @@ public:
         std::string broken = checkTree();
         if (broken.empty())
             broken = checkSpans();
+        if (entries.size() > mostEntries)
+            return broken;
         for (int edit = 0; edit < mostEdits && broken.empty() && !choices.empty(); ++edit) {
             before = document->getBytes();
             entries = entriesOf(*document);
@@ -198,7 +201,9 @@ private:
             return fault("what was removed is still there");
         const std::vector<Entry> now = entriesOf(*document);
         for (const Entry& entry : entries) {
-            const bool goes = entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
+            const bool losesElement = entry.value.type == Type::StringList && isAtOrBelow(path, entry.path);
+            const bool goes =
+                losesElement || entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
             const bool stays = std::any_of(now.begin(), now.end(), [&entry](const Entry& other) {
                 return other.path == entry.path && isSame(other.value, entry.value);
             });

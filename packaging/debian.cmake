@@ -12,6 +12,9 @@ set(CPACK_VANTRY_RELEASE_DATE ${VANTRY_RELEASE_DATE})
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL programs libraries development)
+if(VANTRY_ETCD)
+    list(APPEND CPACK_COMPONENTS_ALL etcd)
+endif()
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -50,5 +53,13 @@ set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION
     "headers and examples for programs and plug-ins of Vantry
 What is needed to build programs that mount configuration files, and plug-ins
 of the window, with two examples.")
+
+set(CPACK_DEBIAN_ETCD_PACKAGE_NAME vantry-etcd)
+set(CPACK_DEBIAN_ETCD_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_ETCD_PACKAGE_DEPENDS "${libraries_package} (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_ETCD_DESCRIPTION
+    "parts of an etcd store in the tree of Vantry
+With this module Vantry mounts a part of the distributed store etcd like a
+file: all machines that have it open see each other's edits.")
 
 include(CPack)

@@ -93,6 +93,9 @@ void AttributeBrowserWidget::showInCell(const QModelIndex& cell, const QString& 
 
 void AttributeBrowserWidget::editAgain(const Utilities::RefusedEdit& refused)
 {
+    const QWidget* const active = QApplication::activeWindow();
+    if (active && active != window()) // it is for the page of another window
+        return;
     if (!isVisible()) { // its page is being chosen
         toEditOnceShown = refused;
         return;

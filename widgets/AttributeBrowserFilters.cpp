@@ -111,6 +111,14 @@ void AttributeBrowserWidget::on_cbFilter4_currentIndexChanged(int /*index*/)
         applyCustomFilter();
 }
 
+void AttributeBrowserWidget::showAll()
+{
+    ui->edtSearchPath->clear();
+    for (QString* const text : {&filterOneText, &filterTwoText, &filterThreeText, &filterFourText})
+        text->clear(); // which the boxes would take up again
+    onBtnReadAttributeClicked();
+}
+
 void AttributeBrowserWidget::applyCustomFilter()
 {
     if (!filtersReady)

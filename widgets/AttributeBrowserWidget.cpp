@@ -51,6 +51,7 @@ AttributeBrowserWidget::AttributeBrowserWidget(QWidget* parent)
     setUpFilters();
     connect(&Utilities::RefusedEdits::instance(), &Utilities::RefusedEdits::editRequested, this,
             &AttributeBrowserWidget::editAgain);
+    connect(treeModel, &AttributeTreeViewModel::showAllRequested, this, &AttributeBrowserWidget::showAll);
 }
 
 AttributeBrowserWidget::~AttributeBrowserWidget()

@@ -65,6 +65,7 @@ private slots:
     void on_cbFilter3_currentIndexChanged(int index);
     void on_cbFilter4_currentIndexChanged(int index);
     void applyCustomFilter();
+    void showAll();
     void on_newBackendClicked();
     void onBtnNewAttributeClicked();
     void onBtnRenameAttributeClicked();

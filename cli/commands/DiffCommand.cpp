@@ -1,6 +1,7 @@
 #include "cli/DocumentFile.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
+#include "cli/TreeWalk.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
@@ -33,24 +34,17 @@ class Content
 public:
     // Only what may be read.
     Content(Session& session, const Source& source, const QString& path, const Records& printedRecords)
-        : records(printedRecords), format(*Repository::Documents::findFormat(source.format.toStdString())),
+        : records(printedRecords), format(Repository::Documents::findFormat(source.format.toStdString())),
           top(path.toStdString())
     {
         const QString fullPath = source.fullPath(path);
         const auto node = session.getRepository().getTreeInterface()->getNodeInformation(fullPath);
         if (!isReadable(node.accessMode))
             return;
-        DocumentFile file = DocumentFile::read(source.absolutePath, source.format);
-        file.name = source.given;
-        failure = file.document ? QString() : file.explain();
-        if (!file.document)
-            return;
-        tellsArrays = file.document->isArray({}).has_value();
-        format.visitImport(*file.document, [this](const Entry& entry) { add(entry); });
-        QVariant element;
-        auto& reader = *session.getRepository().getReaderInterface();
-        if (entries.empty() && node.isAttribute && reader.readAttributeValue(fullPath, element, 0) == 0)
-            add({top, FrameworkCore::Values::toValue(element)});
+        if (format)
+            readFile(session, source, node, fullPath);
+        else
+            readTree(session.getRepository(), source, fullPath);
         findEmptyGroups();
     }
 
@@ -58,9 +52,43 @@ public:
     const std::vector<Compared>& getEntries() const { return entries; }
     bool canTellArrays() const { return tellsArrays; }
 
-    bool canHoldEmptyGroups() const { return format.makeDocument()->insert("group", {}).ok(); }
+    bool canHoldEmptyGroups() const { return !format || format->makeDocument()->insert("group", {}).ok(); }
 
 private:
+    void readFile(Session& session, const Source& source, const Session::NodeInformation& node,
+                  const QString& fullPath)
+    {
+        DocumentFile file = DocumentFile::read(source.absolutePath, source.format);
+        file.name = source.given;
+        failure = file.document ? QString() : file.explain();
+        if (!file.document)
+            return;
+        tellsArrays = file.document->isArray({}).has_value();
+        format->visitImport(*file.document, [this](const Entry& entry) { add(entry); });
+        QVariant element;
+        auto& reader = *session.getRepository().getReaderInterface();
+        if (entries.empty() && node.isAttribute && reader.readAttributeValue(fullPath, element, 0) == 0)
+            add({top, FrameworkCore::Values::toValue(element)});
+    }
+
+    // Of a store, which has no text.
+    void readTree(Session::RepositoryInterface& repository, const Source& source, const QString& fullPath)
+    {
+        const auto tree = repository.getTreeInterface();
+        const auto addNode = [&](const QString& path) {
+            Entry entry{source.relativePath(path).toStdString(), {}};
+            QVariant value;
+            if (tree->getNodeInformation(path).isAttribute &&
+                repository.getReaderInterface()->readAttributeValue(path, value, 0) == 0)
+                entry.value = FrameworkCore::Values::toValue(value);
+            add(entry);
+            return true;
+        };
+        if (tree->getNodeInformation(fullPath).isAttribute)
+            addNode(fullPath);
+        visitBelow(*tree, fullPath, addNode);
+    }
+
     void add(const Entry& entry)
     {
         const bool isTop = entry.path == top;
@@ -95,8 +123,8 @@ private:
         }
     }
 
-    const Records& records; // not owned
-    const Repository::Documents::Format& format;
+    const Records& records;                            // not owned
+    const Repository::Documents::Format* const format; // null for a store
     const std::string top;
     std::vector<Compared> entries;
     bool tellsArrays = false;

@@ -186,6 +186,7 @@ Command validate()
          "vantry validate app.ini --rule '*.host=host-name'"},
         run};
     command.insertion = exampleNames;
+    command.takesStores = false;
     return command;
 }
 

@@ -825,5 +825,17 @@ Mit --json: je Zeile ein Objekt mit &quot;change&quot; (changed, created oder re
         <source>%1%2: &apos;%3&apos;: %4</source>
         <translation>%1%2: „%3“: %4</translation>
     </message>
+    <message>
+        <source>it is a store, not a file</source>
+        <translation>das ist ein Store, keine Datei</translation>
+    </message>
+    <message>
+        <source>a store is written at once, and has no --dry-run</source>
+        <translation>ein Store wird sofort geschrieben und hat kein --dry-run</translation>
+    </message>
+    <message>
+        <source>Or it is a part of a distributed store, for the same commands and for &quot;watch&quot;: etcd://HOST:PORT/NAME, or etcds:// with TLS, as docs/fleet.md tells. What is set there is written at once, and others who have it open see it.</source>
+        <translation>Oder es ist ein Teil eines verteilten Stores, bei denselben Befehlen und bei &quot;watch&quot;: etcd://HOST:PORT/NAME oder etcds:// mit TLS, wie docs/fleet.md es beschreibt. Was dort gesetzt wird, wird sofort geschrieben, und andere, die ihn offen haben, sehen es.</translation>
+    </message>
 </context>
 </TS>

@@ -128,7 +128,7 @@ QWidget* ChangesDock::setUpHunks()
     hunks = new HunkView;
     column->addWidget(hunks, 1);
     auto* const buttons = new QHBoxLayout;
-    saveHunk = addButton(*buttons, "saveHunks", tr("Save &Hunk"),
+    saveHunk = addButton(*buttons, "saveHunks", tr("Save H&unk"),
                          tr("Write the lines of the hunks with the cursor or the selection into the file"),
                          &ChangesDock::saveHunks);
     dropHunk = addButton(*buttons, "dropHunks", tr("D&rop Hunk"),
@@ -247,7 +247,7 @@ void ChangesDock::showState()
     const int count = hunks->getChosen().size();
     saveHunk->setEnabled(count > 0);
     dropHunk->setEnabled(count > 0);
-    saveHunk->setText(count > 1 ? tr("Save %1 &Hunks").arg(count) : tr("Save &Hunk"));
+    saveHunk->setText(count > 1 ? tr("Save %1 H&unks").arg(count) : tr("Save H&unk"));
     dropHunk->setText(count > 1 ? tr("D&rop %1 Hunks").arg(count) : tr("D&rop Hunk"));
 }
 

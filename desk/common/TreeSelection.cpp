@@ -10,9 +10,9 @@ namespace {
 
 using Utilities::ModelViews::AttributeTreeViewModel;
 
-const AttributeTreeViewModel* attributesOf(const QTreeView& tree)
+AttributeTreeViewModel* attributesOf(const QTreeView& tree)
 {
-    return qobject_cast<const AttributeTreeViewModel*>(tree.model());
+    return qobject_cast<AttributeTreeViewModel*>(tree.model());
 }
 
 } // namespace
@@ -32,6 +32,33 @@ bool selectInTree(QWidget& page, const QString& path)
         return true;
     }
     return false;
+}
+
+void expandInTrees(QWidget& page, const QString& path)
+{
+    const auto trees = page.findChildren<QTreeView*>();
+    for (QTreeView* const tree : trees) {
+        if (const AttributeTreeViewModel* const model = attributesOf(*tree))
+            tree->expand(model->indexFromPath(path));
+    }
+}
+
+void readTrees(QWidget& page)
+{
+    const auto trees = page.findChildren<QTreeView*>();
+    for (const QTreeView* const tree : trees) {
+        if (AttributeTreeViewModel* const model = attributesOf(*tree))
+            emit model->refreshAttributeTree();
+    }
+}
+
+void showAllInTrees(QWidget& page)
+{
+    const auto trees = page.findChildren<QTreeView*>();
+    for (const QTreeView* const tree : trees) {
+        if (AttributeTreeViewModel* const model = attributesOf(*tree))
+            emit model->showAllRequested();
+    }
 }
 
 QString currentInTree(const QWidget& window)

@@ -1,6 +1,7 @@
 #include "desk/files/BackendFiles.h"
 
 #include "desk/common/CellEdit.h"
+#include "desk/common/Confirmation.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/ConflictDialog.h"
 #include "desk/files/FileNames.h"
@@ -9,10 +10,8 @@
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Shared/Logging/LogStreamProvider.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
-#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QHash>
-#include <QPushButton>
 
 #include <algorithm>
 
@@ -20,7 +19,6 @@ namespace Vantry {
 
 using FrameworkCore::AppConfig::Interfaces::ConflictSide;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
-using Utilities::ModelViews::Widgets::PlainMessageBox;
 
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
@@ -34,9 +32,9 @@ QStringList BackendFiles::getUnsaved()
     return unsaved.getNames();
 }
 
-QString BackendFiles::getLocation(const QString& backend) const
+QString BackendFiles::locationOf(const QString& backend, Repository& repository)
 {
-    const auto information = repository->getBackendInterface()->getBackendInformation(backend);
+    const auto information = repository.getBackendInterface()->getBackendInformation(backend);
     const QString location = information ? information->getBackendLocation() : QString();
     return location.isEmpty() ? backend : location;
 }
@@ -142,13 +140,9 @@ bool BackendFiles::resolve(const QString& backend, const QVector<UnsavedChange>&
 
 bool BackendFiles::mayRevert(const QStringList& backends)
 {
-    PlainMessageBox question(PlainMessageBox::Question, tr("Revert"),
-                             tr("Give up the unsaved changes of these files?\n\n%1\n\nUndo brings them back.")
-                                 .arg(getLabels(backends).join(QLatin1Char('\n'))),
-                             PlainMessageBox::Cancel, &window);
-    const QAbstractButton* const revert = question.addButton(tr("&Revert"), PlainMessageBox::AcceptRole);
-    question.exec();
-    return question.clickedButton() == revert;
+    const QString question = tr("Give up the unsaved changes of these files?\n\n%1")
+                                 .arg(getLabels(backends).join(QLatin1Char('\n')));
+    return Confirmation(Confirmation::Act::Revert, tr("Revert"), question, &window).ask(tr("&Revert"));
 }
 
 void BackendFiles::revert(const QStringList& backends)

@@ -35,7 +35,10 @@ public:
     QString getFileName(const QString& backend) const { return getFileNames({backend}).first(); }
     QStringList getLabels(const QStringList& backends) const;
     QString getLabel(const QString& backend) const { return getLabels({backend}).first(); }
-    QString getLocation(const QString& backend) const;
+    QString getLocation(const QString& backend) const { return locationOf(backend, *repository); }
+
+    // The file of a backend; where it has none, its name. Any thread.
+    static QString locationOf(const QString& backend, Repository& repository);
 
     // True when all are saved.
     bool save(const QStringList& backends);

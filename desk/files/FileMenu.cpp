@@ -3,13 +3,18 @@
 #include "desk/common/MenuText.h"
 #include "desk/files/BackendChooser.h"
 #include "desk/files/BackendFiles.h"
+#include "desk/files/FolderDialog.h"
 #include "desk/files/FormatMenu.h"
 #include "desk/files/RecentFiles.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
 #include "repository/documents/Formats.h"
+#include "repository/mounting/FolderLocation.h"
 
 #include <QFileInfo>
+#include <QInputDialog>
+
+#include <algorithm>
 
 namespace Vantry {
 
@@ -44,6 +49,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
     addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
+    addAction(tr("Open &Store..."), this, &FileMenu::chooseStore)->setObjectName(QStringLiteral("openStore"));
     auto* const formats = new FormatMenu(tr("O&pen As"), this);
     formats->setObjectName(QStringLiteral("openAs"));
     connect(formats, &FormatMenu::chosen, this, &FileMenu::chooseFilesOf);
@@ -65,7 +71,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
     QAction* const reload =
         addAction(tr("Re&load from Disk"), this, [this] { files.reload(files.getBackends()); });
     const auto close = [this](const QStringList& names) { files.close(names); };
-    addBackendMenu(tr("&Close"), "closeFile", all, close);
+    closing = addBackendMenu(tr("&Close"), "closeFile", all, close);
     QAction* const closeAll = addAction(tr("Close &All"), this, [this] { files.close(files.getBackends()); });
     connect(this, &QMenu::aboutToShow, closeAll, [closeAll, all] { closeAll->setEnabled(!all().isEmpty()); });
     addSeparator();
@@ -75,8 +81,8 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
 }
 
 // A menu with an entry for each of the backends, and where there is a text for it, one for several at once.
-void FileMenu::addBackendMenu(const QString& title, const char* name, const Backends& backends,
-                              const BackendAction& action, const QString& allText)
+QMenu* FileMenu::addBackendMenu(const QString& title, const char* name, const Backends& backends,
+                                const BackendAction& action, const QString& allText)
 {
     auto* const menu = new QMenu(title, this);
     menu->setObjectName(QLatin1String(name));
@@ -85,6 +91,7 @@ void FileMenu::addBackendMenu(const QString& title, const char* name, const Back
     menu->setToolTipsVisible(true);
     connect(menu, &QMenu::aboutToShow, menu,
             [this, menu, backends, action, allText] { fillBackendMenu(*menu, backends(), action, allText); });
+    return menu;
 }
 
 void FileMenu::fillBackendMenu(QMenu& menu, const QStringList& backends, const BackendAction& action,
@@ -145,12 +152,22 @@ void FileMenu::chooseFilesOf(const QString& type)
 void FileMenu::chooseFolder()
 {
     const QStringList known = RecentFiles::get();
-    Utilities::ModelViews::Widgets::PlainFileDialog dialog(
-        parentWidget(), tr("Open Folder"), known.isEmpty() ? QString() : QFileInfo(known.first()).path());
-    dialog.setFileMode(QFileDialog::Directory);
-    dialog.setOption(QFileDialog::ShowDirsOnly);
+    FolderDialog dialog(known.isEmpty() ? QString() : QFileInfo(known.first()).path(), parentWidget());
     if (dialog.exec() == QDialog::Accepted)
-        emit openRequested(dialog.selectedFiles(), {});
+        emit openRequested({dialog.getLocation()}, {});
+}
+
+void FileMenu::chooseStore()
+{
+    const QStringList known = RecentFiles::get();
+    const auto last = std::find_if(known.begin(), known.end(), RecentFiles::isStore);
+    bool isChosen = false;
+    const QString location = QInputDialog::getText(
+        parentWidget(), tr("Open Store"),
+        tr("Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:"), QLineEdit::Normal,
+        last == known.end() ? QStringLiteral("etcd://localhost:2379/") : *last, &isChosen);
+    if (isChosen && !location.trimmed().isEmpty())
+        emit openRequested({location.trimmed()}, QStringLiteral("etcd"));
 }
 
 void FileMenu::fillRecent()
@@ -159,7 +176,8 @@ void FileMenu::fillRecent()
     const QStringList known = RecentFiles::get();
     int number = 0;
     for (const QString& file : known) {
-        const bool isThere = QFileInfo::exists(file);
+        const bool isThere =
+            RecentFiles::isStore(file) || QFileInfo::exists(Repository::FolderLocation(file).getFolder());
         QString text =
             QStringLiteral("&%1 %2").arg(++number % 10).arg(menuText(RecentFiles::shownPath(file)));
         if (!isThere)

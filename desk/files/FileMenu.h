@@ -23,6 +23,12 @@ public:
     // The same for a folder, of which all files are opened.
     void chooseFolder();
 
+    // The same for a distributed store.
+    void chooseStore();
+
+    // Puts the action, which outlives the menu, to those of single files.
+    void addLock(QAction& lock) { insertAction(closing->menuAction(), &lock); }
+
 signals:
     void openRequested(const QStringList& files, const QString& type = {}); // as that, if there is one
     void quitRequested();
@@ -31,8 +37,8 @@ private:
     using Backends = std::function<QStringList()>;
     using BackendAction = std::function<void(const QStringList& backends)>;
 
-    void addBackendMenu(const QString& title, const char* name, const Backends& backends,
-                        const BackendAction& action, const QString& allText = {});
+    QMenu* addBackendMenu(const QString& title, const char* name, const Backends& backends,
+                          const BackendAction& action, const QString& allText = {});
     void fillBackendMenu(QMenu& menu, const QStringList& backends, const BackendAction& action,
                          const QString& allText);
     void chooseBackends(const QString& verb, const QStringList& backends, BackendAction action);
@@ -40,7 +46,8 @@ private:
     void fillRecent();
 
     BackendFiles& files;
-    QMenu* recent; // a child
+    QMenu* recent; // children
+    QMenu* closing;
 };
 
 } // namespace Vantry

@@ -4,6 +4,7 @@
 #include "host/Utilities/Worker.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
+#include "repository/fleet/EtcdLocation.h"
 #include "repository/mounting/FolderLocation.h"
 
 #include <QFileInfo>
@@ -45,10 +46,22 @@ QString mountFolder(const ::Repository::FolderLocation& folder, const QString& n
     return {};
 }
 
+// Empty when the store was opened, otherwise why it was not.
+QString mountStore(const ::Repository::EtcdLocation& store, const QString& name,
+                   FileMounter::Repository& repository)
+{
+    const QString location = store.toText();
+    const auto outcome = repository.getBackendInterface()->mount(
+        QStringLiteral("etcd"), name, {location, location, AccessMode::ReadWrite}, 2);
+    return outcome.ok() ? QString() : QStringLiteral("%1: %2").arg(location, outcome.explain());
+}
+
 // Empty when the file was opened, otherwise why it was not.
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
                   QStringList& notes, bool& isUnknown)
 {
+    if (::Repository::EtcdLocation::isMeant(file) || type == QLatin1String("etcd"))
+        return mountStore(::Repository::EtcdLocation(file), name, repository);
     const ::Repository::FolderLocation folder(file);
     if (QFileInfo(folder.getFolder()).isDir())
         return mountFolder(folder, name, repository, notes);
@@ -207,8 +220,10 @@ QString FileMounter::backendOf(const QString& file, Repository& repository)
 
 QString FileMounter::mountName(const QString& file, Repository& repository)
 {
-    const QFileInfo info(file);
+    const QFileInfo info(::Repository::FolderLocation(file).getFolder());
     QString name = info.completeBaseName().isEmpty() ? info.fileName() : info.completeBaseName();
+    if (::Repository::EtcdLocation::isMeant(file))
+        name = ::Repository::EtcdLocation(file).getStore();
     for (const char special : {'.', '*', '%', ';'})
         name.replace(QLatin1Char(special), QLatin1Char('-'));
     const auto tree = repository.getTreeInterface();

@@ -31,7 +31,7 @@ public:
 
     struct Request
     {
-        QString file;
+        QString file; // or the location of a store
         QString type; // empty where the file tells its own
         QString name; // of the backend; empty, or taken meanwhile, for any that is free
     };

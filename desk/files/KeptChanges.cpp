@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDataStream>
 #include <QDir>
+#include <QLockFile>
 
 namespace Vantry {
 
@@ -25,10 +26,23 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(Vantry::KeptChanges)
 };
 
-QString folderName(KeptChanges::Place place)
+QString endedFolder()
 {
-    return QFile::decodeName(Files::StateFolder::path().c_str()) +
-           (place == KeptChanges::Place::Ended ? QStringLiteral("/unsaved") : QStringLiteral("/running"));
+    return QFile::decodeName(Files::StateFolder::path().c_str()) + QStringLiteral("/unsaved");
+}
+
+// With a folder for each running program, and a lock beside it.
+QDir runningFolders()
+{
+    return QFile::decodeName(Files::StateFolder::path().c_str()) + QStringLiteral("/running");
+}
+
+// Null while a program that runs has the folder.
+std::unique_ptr<QLockFile> lockRunning(const QString& name)
+{
+    auto lock = std::make_unique<QLockFile>(runningFolders().filePath(name + QStringLiteral(".lock")));
+    lock->setStaleLockTime(0); // only by its process
+    return lock->tryLock() ? std::move(lock) : nullptr;
 }
 
 // A name that is free there and says of which file.
@@ -114,8 +128,30 @@ QString diffOfValues(const QString& file, const KeptChanges::Changes& changes)
 
 } // namespace
 
+std::unique_ptr<KeptChanges::RunningPlace> KeptChanges::RunningPlace::take()
+{
+    std::string reason;
+    if (!Files::StateFolder::make(Files::SystemCalls::system(), reason) ||
+        !runningFolders().mkpath(QStringLiteral(".")))
+        return nullptr;
+    constexpr int mostPlaces = 100; // where no lock can be made, there is none at any number
+    for (int number = 1; number <= mostPlaces; ++number) {
+        const QString name = QString::number(number);
+        if (auto lock = lockRunning(name)) {
+            runningFolders().mkpath(name);
+            auto place = std::make_unique<RunningPlace>();
+            place->folder = runningFolders().filePath(name);
+            place->lock = std::move(lock);
+            return place;
+        }
+    }
+    return nullptr;
+}
+
+KeptChanges::RunningPlace::~RunningPlace() = default;
+
 QString KeptChanges::keep(const QString& file, const QString& diff, const Changes& changes, QString& error,
-                          Place place)
+                          const RunningPlace* place)
 {
     constexpr int mostOfName = 60; // whatever its letters are, a file system takes that many of them
     std::string reason;
@@ -123,7 +159,7 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
         error = QString::fromStdString(reason);
         return {};
     }
-    const QDir folder(folderName(place));
+    const QDir folder(place ? place->folder : endedFolder());
     if (!folder.mkpath(QStringLiteral("."))) {
         error = Texts::tr("%1 cannot be made").arg(folder.path());
         return {};
@@ -141,16 +177,25 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
 
 QVector<KeptChanges::Entry> KeptChanges::getEntries()
 {
-    return hasStateFolder() ? entriesIn(folderName(Place::Ended)) : QVector<Entry>();
+    return hasStateFolder() ? entriesIn(endedFolder()) : QVector<Entry>();
 }
 
-QVector<KeptChanges::Entry> KeptChanges::takeOver()
+QVector<KeptChanges::Entry> KeptChanges::takeOver(const RunningPlace& place)
 {
-    if (!hasStateFolder())
-        return {};
-    const QDir folder(folderName(Place::Ended));
+    const QDir folder(endedFolder());
     folder.mkpath(QStringLiteral("."));
-    QVector<Entry> entries = entriesIn(folderName(Place::Running));
+    QVector<Entry> entries = entriesIn(runningFolders()); // from when there were no places
+    const QStringList names = runningFolders().entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    std::vector<std::unique_ptr<QLockFile>> locks; // until all are moved
+    for (const QString& name : names) {
+        const QString running = runningFolders().filePath(name);
+        if (running != place.folder) {
+            locks.push_back(lockRunning(name));
+            if (!locks.back())
+                continue;
+        }
+        entries += entriesIn(running);
+    }
     for (Entry& entry : entries) {
         const QString name = freeName(folder, QFileInfo(entry.diffFile).completeBaseName());
         QFile::rename(changesFileOf(entry.diffFile), changesFileOf(name));

@@ -5,6 +5,10 @@
 #include <QDateTime>
 #include <QVector>
 
+#include <memory>
+
+class QLockFile;
+
 namespace Vantry {
 
 // What was unsaved when the program ended and nobody could be asked: for each file its changes, and a diff to
@@ -22,15 +26,25 @@ public:
         QDateTime time;
     };
 
-    // What a running program keeps in case that it ends is apart, until the next one takes it over.
-    enum class Place { Ended, Running };
+    // What a program keeps while it runs, in case that it ends, is apart from that of others. Null when there
+    // is no place for it.
+    struct RunningPlace
+    {
+        static std::unique_ptr<RunningPlace> take();
+        ~RunningPlace();
 
-    // Gives where the diff is, on the disk; when that fails nothing, and the reason.
+        QString folder;
+        std::unique_ptr<QLockFile> lock; // held as long as the program has the place
+    };
+
+    // Gives where the diff is, on the disk; when that fails nothing, and the reason. Without a place of a
+    // running program it is for whoever starts next.
     static QString keep(const QString& file, const QString& diff, const Changes& changes, QString& error,
-                        Place place = Place::Ended);
+                        const RunningPlace* place = nullptr);
 
-    // Puts what a program kept while it ran to all the rest, and gives that.
-    static QVector<Entry> takeOver();
+    // Puts what programs that have ended kept while they ran, perhaps in this place, to all the rest, and
+    // gives that.
+    static QVector<Entry> takeOver(const RunningPlace& place);
 
     static QVector<Entry> getEntries(); // the oldest first
 

@@ -1,5 +1,6 @@
 #include "desk/files/KeptChangesBar.h"
 
+#include "desk/common/Confirmation.h"
 #include "desk/files/DiffText.h"
 #include "desk/files/DiffView.h"
 #include "desk/files/FileNames.h"
@@ -7,7 +8,6 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/ModelViews/Widgets/BreakableText.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
-#include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QDialogButtonBox>
 #include <QLocale>
@@ -131,13 +131,8 @@ void KeptChangesBar::showDiff(const KeptChanges::Entry& entry)
 
 void KeptChangesBar::discard(const KeptChanges::Entry& entry, const QString& name)
 {
-    PlainMessageBox question(
-        PlainMessageBox::Question, tr("Discard"),
-        tr("Discard the kept changes of %1? They cannot be brought back.").arg(breakableText(name)),
-        PlainMessageBox::Cancel, window());
-    const QAbstractButton* const discard = question.addButton(tr("&Discard"), PlainMessageBox::AcceptRole);
-    question.exec();
-    if (question.clickedButton() != discard)
+    const QString question = tr("Discard the kept changes of %1?").arg(breakableText(name));
+    if (!Confirmation(Confirmation::Act::DiscardKept, tr("Discard"), question, window()).ask(tr("&Discard")))
         return;
     const QString error = KeptChanges::replace(entry, {});
     if (!error.isEmpty())

@@ -14,7 +14,16 @@ void ProblemFeed::add(const Outcome& outcome)
     const bool isOfOpening = outcome.ok() || parts.operation == Outcome::Operation::CreateBackend;
     if (isOfOpening && !parts.file.isEmpty())
         QMetaObject::invokeMethod(
-            this, [this, outcome] { emit added(outcome); }, Qt::QueuedConnection);
+            this, [this, outcome] { tell(outcome); }, Qt::QueuedConnection);
+}
+
+void ProblemFeed::tell(const Outcome& outcome)
+{
+    if (outcome.ok())
+        problems.remove(outcome.get().file);
+    else
+        problems.insert(outcome.get().file, outcome);
+    emit added(outcome);
 }
 
 } // namespace Vantry

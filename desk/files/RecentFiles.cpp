@@ -1,5 +1,7 @@
 #include "desk/files/RecentFiles.h"
 
+#include "repository/fleet/EtcdLocation.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
@@ -8,6 +10,11 @@ namespace Vantry {
 
 const QLatin1String filesKey("recentFiles");
 constexpr int mostKept = 10;
+
+bool RecentFiles::isStore(const QString& file)
+{
+    return Repository::EtcdLocation::isMeant(file);
+}
 
 QStringList RecentFiles::get()
 {
@@ -19,7 +26,7 @@ void RecentFiles::add(const QStringList& files)
     const QStringList known = get();
     QStringList kept = known;
     for (const QString& file : files)
-        kept.prepend(QFileInfo(file).absoluteFilePath());
+        kept.prepend(isStore(file) ? file : QFileInfo(file).absoluteFilePath());
     kept.removeDuplicates();
     kept = kept.mid(0, mostKept);
     if (kept != known) // who starts with the same files each time need not wait for the disk

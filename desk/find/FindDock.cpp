@@ -1,5 +1,6 @@
 #include "desk/find/FindDock.h"
 
+#include "desk/common/Confirmation.h"
 #include "desk/find/HitView.h"
 #include "desk/find/SearchForm.h"
 #include "host/Utilities/GuiThread.h"
@@ -10,6 +11,7 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QPushButton>
+#include <QSet>
 #include <QVBoxLayout>
 
 namespace Vantry {
@@ -192,13 +194,30 @@ void FindDock::showButtons()
     stop->setVisible(run.isRunning());
     replace->setVisible(form->isReplacing());
     replace->setEnabled(count > 0 && !run.isRunning() && !replacing.valid());
-    replace->setText(count == 1 ? tr("Replace 1 Val&ue")
-                                : tr("Replace %1 Val&ues").arg(QLocale().toString(count)));
+    replace->setText(count == 1 ? tr("&Replace 1 Value")
+                                : tr("&Replace %1 Values").arg(QLocale().toString(count)));
+}
+
+bool FindDock::mayReplace()
+{
+    constexpr int mostUnasked = 10;
+    const auto checked = hits.getChecked();
+    if (checked.size() <= mostUnasked)
+        return true;
+    QSet<QString> backends;
+    for (const auto& each : checked)
+        backends.insert(repository->getTreeInterface()->getNodeInformation(each.path).backend);
+    const QString question =
+        tr("Replace %1 values in %2 files?")
+            .arg(QLocale().toString(checked.size()), QLocale().toString(backends.size()));
+    return Confirmation(Confirmation::Act::Replace, tr("Replace"), question, window()).ask(tr("&Replace"));
 }
 
 // On another thread: a file may be large, or be saved just now.
 void FindDock::replaceChecked()
 {
+    if (!mayReplace())
+        return;
     form->remember();
     const SearchRun::SearchQuery query = form->getQuery();
     const QString name = tr("Replace '%1' by '%2'")

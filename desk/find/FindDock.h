@@ -60,6 +60,7 @@ private:
     void choose(const QModelIndex& row);
     void showStatus();
     void showButtons();
+    bool mayReplace();
     void replaceChecked();
     void finishReplacing(const Outcome& outcome, int count);
     void leave();

@@ -64,7 +64,7 @@ QHBoxLayout* SearchForm::makeTextRow()
     row->addWidget(text, 1);
     row->addWidget(syntax);
     matchCase = makeBox(tr("Match case"), "findCase", false);
-    whole = makeBox(tr("&Whole text"), "findWhole", false);
+    whole = makeBox(tr("Whole &text"), "findWhole", false);
     row->addWidget(matchCase);
     row->addWidget(whole);
     return row;

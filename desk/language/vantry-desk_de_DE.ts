@@ -199,6 +199,14 @@
         <source>Value</source>
         <translation>Wert</translation>
     </message>
+    <message>
+        <source>locked</source>
+        <translation>gesperrt</translation>
+    </message>
+    <message>
+        <source>Locked against changes</source>
+        <translation>Gegen Änderungen gesperrt</translation>
+    </message>
 </context>
 <context>
     <name>Utilities::ModelViews::AttributeTreeViewModelUtils</name>
@@ -631,18 +639,6 @@
         <translation>Zurücksetzen</translation>
     </message>
     <message>
-        <source>Give up the unsaved changes of these files?
-
-%1
-
-Undo brings them back.</source>
-        <translation>Die ungespeicherten Änderungen dieser Dateien aufgeben?
-
-%1
-
-„Rückgängig“ bringt sie zurück.</translation>
-    </message>
-    <message>
         <source>&amp;Revert</source>
         <translation>&amp;Zurücksetzen</translation>
     </message>
@@ -702,6 +698,14 @@ Undo brings them back.</source>
         <source>Not All Applied</source>
         <translation>Nicht alle übernommen</translation>
     </message>
+    <message>
+        <source>Give up the unsaved changes of these files?
+
+%1</source>
+        <translation>Die ungespeicherten Änderungen dieser Dateien aufgeben?
+
+%1</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::ChangesDock</name>
@@ -739,15 +743,11 @@ Undo brings them back.</source>
     </message>
     <message>
         <source>Take &amp;Theirs</source>
-        <translation>&amp;Fremde übernehmen</translation>
+        <translation>Fr&amp;emde übernehmen</translation>
     </message>
     <message>
         <source>Of the selected conflicts, what the file holds stays</source>
         <translation>Bei den ausgewählten Konflikten bleibt, was in der Datei steht</translation>
-    </message>
-    <message>
-        <source>Save &amp;Hunk</source>
-        <translation>Abschni&amp;tt speichern</translation>
     </message>
     <message>
         <source>Write the lines of the hunks with the cursor or the selection into the file</source>
@@ -766,10 +766,6 @@ Undo brings them back.</source>
         <translation>Änderungen (%1)</translation>
     </message>
     <message>
-        <source>Save %1 &amp;Hunks</source>
-        <translation>%1 Abschni&amp;tte speichern</translation>
-    </message>
-    <message>
         <source>D&amp;rop %1 Hunks</source>
         <translation>%1 Abschnitte ver&amp;werfen</translation>
     </message>
@@ -780,6 +776,14 @@ Undo brings them back.</source>
     <message>
         <source>Resolve conflicts</source>
         <translation>Konflikte lösen</translation>
+    </message>
+    <message>
+        <source>Save H&amp;unk</source>
+        <translation>Abschn&amp;itt speichern</translation>
+    </message>
+    <message>
+        <source>Save %1 H&amp;unks</source>
+        <translation>%1 Abschn&amp;itte speichern</translation>
     </message>
 </context>
 <context>
@@ -850,6 +854,21 @@ Undo brings them back.</source>
     <message>
         <source>Comment of the file</source>
         <translation>Kommentar der Datei</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::Confirmation</name>
+    <message>
+        <source>Undo brings it back.</source>
+        <translation>Rückgängig bringt es zurück.</translation>
+    </message>
+    <message>
+        <source>It cannot be brought back.</source>
+        <translation>Es lässt sich nicht zurückholen.</translation>
+    </message>
+    <message>
+        <source>Do &amp;not ask again before this</source>
+        <translation>Davor &amp;nicht mehr fragen</translation>
     </message>
 </context>
 <context>
@@ -1073,6 +1092,29 @@ Undo brings them back.</source>
     </message>
 </context>
 <context>
+    <name>Vantry::FileLock</name>
+    <message>
+        <source>Loc&amp;k the File</source>
+        <translation>Datei sp&amp;erren</translation>
+    </message>
+    <message>
+        <source>Loc&amp;k %1</source>
+        <translation>%1 sp&amp;erren</translation>
+    </message>
+    <message>
+        <source>Without a selected file there is nothing to lock (%1)</source>
+        <translation>Ohne ausgewählte Datei ist nichts zu sperren (%1)</translation>
+    </message>
+    <message>
+        <source>%1 is locked against changes; unlock it (%2)</source>
+        <translation>%1 ist gegen Änderungen gesperrt; entsperren (%2)</translation>
+    </message>
+    <message>
+        <source>%1 can be changed; lock it (%2)</source>
+        <translation>%1 lässt sich ändern; sperren (%2)</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::FileMenu</name>
     <message>
         <source>&amp;File</source>
@@ -1147,10 +1189,6 @@ Undo brings them back.</source>
         <translation>Konfigurationsdateien (%1)</translation>
     </message>
     <message>
-        <source>Open Folder</source>
-        <translation>Ordner öffnen</translation>
-    </message>
-    <message>
         <source>%1 (missing)</source>
         <translation>%1 (fehlt)</translation>
     </message>
@@ -1161,6 +1199,18 @@ Undo brings them back.</source>
     <message>
         <source>&amp;Clear This List</source>
         <translation>Diese Liste &amp;leeren</translation>
+    </message>
+    <message>
+        <source>Open &amp;Store...</source>
+        <translation>&amp;Store öffnen...</translation>
+    </message>
+    <message>
+        <source>Open Store</source>
+        <translation>Store öffnen</translation>
+    </message>
+    <message>
+        <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
+        <translation>Wo der Store liegt, wie etcd://HOST:PORT/NAME oder etcds:// mit TLS:</translation>
     </message>
 </context>
 <context>
@@ -1233,12 +1283,77 @@ Undo brings them back.</source>
         <translation>Anha&amp;lten</translation>
     </message>
     <message>
-        <source>Replace 1 Val&amp;ue</source>
+        <source>&amp;Replace 1 Value</source>
         <translation>1 Wert &amp;ersetzen</translation>
     </message>
     <message>
-        <source>Replace %1 Val&amp;ues</source>
+        <source>&amp;Replace %1 Values</source>
         <translation>%1 Werte &amp;ersetzen</translation>
+    </message>
+    <message>
+        <source>Replace %1 values in %2 files?</source>
+        <translation>%1 Werte in %2 Dateien ersetzen?</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>&amp;Ersetzen</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::FolderDialog</name>
+    <message>
+        <source>Open Folder</source>
+        <translation>Ordner öffnen</translation>
+    </message>
+    <message>
+        <source>Patterns of names, as *.conf, or of paths below the folder, as ssl/*.pem, separated by blanks.
+* stands for any text, ? for one character.</source>
+        <translation>Muster von Namen, wie *.conf, oder von Pfaden unterhalb des Ordners, wie ssl/*.pem, durch Leerzeichen getrennt.
+* steht für beliebigen Text, ? für ein Zeichen.</translation>
+    </message>
+    <message>
+        <source>all files that are recognised</source>
+        <translation>alle Dateien, die erkannt werden</translation>
+    </message>
+    <message>
+        <source>as in *.bak ssl</source>
+        <translation>wie in *.bak ssl</translation>
+    </message>
+    <message>
+        <source>0 opens the files of the folder itself only</source>
+        <translation>0 öffnet nur die Dateien des Ordners selbst</translation>
+    </message>
+    <message>
+        <source>of any size</source>
+        <translation>beliebig groß</translation>
+    </message>
+    <message>
+        <source>up to %1 MiB</source>
+        <translation>bis %1 MiB</translation>
+    </message>
+    <message>
+        <source>Files to open</source>
+        <translation>Zu öffnende Dateien</translation>
+    </message>
+    <message>
+        <source>&amp;Only:</source>
+        <translation>&amp;Nur:</translation>
+    </message>
+    <message>
+        <source>&amp;Without:</source>
+        <translation>&amp;Ohne:</translation>
+    </message>
+    <message>
+        <source>Folders &amp;below:</source>
+        <translation>Ordner &amp;darunter:</translation>
+    </message>
+    <message>
+        <source>&amp;Size:</source>
+        <translation>&amp;Größe:</translation>
     </message>
 </context>
 <context>
@@ -1384,16 +1499,16 @@ Das Programm sollte sich beenden, bevor sie gespeichert waren</translation>
         <translation>Aufbewahrte Änderungen</translation>
     </message>
     <message>
-        <source>Discard the kept changes of %1? They cannot be brought back.</source>
-        <translation>Die aufbewahrten Änderungen von %1 verwerfen? Sie lassen sich nicht zurückholen.</translation>
-    </message>
-    <message>
         <source>&amp;Discard</source>
         <translation>&amp;Verwerfen</translation>
     </message>
     <message>
         <source>Not Discarded</source>
         <translation>Nicht verworfen</translation>
+    </message>
+    <message>
+        <source>Discard the kept changes of %1?</source>
+        <translation>Die aufbewahrten Änderungen von %1 verwerfen?</translation>
     </message>
 </context>
 <context>
@@ -1515,14 +1630,6 @@ Das Programm sollte sich beenden, bevor sie gespeichert waren</translation>
         <translation>Das Beispiel wurde nicht geöffnet: %1</translation>
     </message>
     <message>
-        <source>%1 is open already, but the search leaves it out of the tree.</source>
-        <translation>%1 ist bereits offen, aber die Suche lässt es im Baum aus.</translation>
-    </message>
-    <message>
-        <source>%1 is there, but the search leaves it out of the tree.</source>
-        <translation>%1 ist vorhanden, aber die Suche lässt es im Baum aus.</translation>
-    </message>
-    <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
     </message>
@@ -1557,6 +1664,30 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>&amp;Keys...</source>
         <translation>&amp;Tasten...</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there.</source>
+        <translation>%1 gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>The tree shows everything again, since its search left out %1.</source>
+        <translation>Der Baum zeigt wieder alles, da seine Suche %1 ausgelassen hat.</translation>
+    </message>
+    <message>
+        <source>%1 is in no tree of this window.</source>
+        <translation>%1 steht in keinem Baum dieses Fensters.</translation>
+    </message>
+    <message>
+        <source>%1 (window %2)</source>
+        <translation>%1 (Fenster %2)</translation>
+    </message>
+    <message>
+        <source>Window %1</source>
+        <translation>Fenster %1</translation>
+    </message>
+    <message>
+        <source>&amp;Ask Before Everything Again</source>
+        <translation>Vor allem wieder fra&amp;gen</translation>
     </message>
 </context>
 <context>
@@ -1645,12 +1776,32 @@ Das Fenster ohne diese Eingabe schließen?</translation>
         <translation>Name der Kopie:</translation>
     </message>
     <message>
-        <source>Delete this and all below it?</source>
-        <translation>Dies und alles darunter löschen?</translation>
-    </message>
-    <message>
         <source>&amp;Set to Null</source>
         <translation>Auf N&amp;ull setzen</translation>
+    </message>
+    <message>
+        <source>Delete this?</source>
+        <translation>Dies löschen?</translation>
+    </message>
+    <message>
+        <source>Delete this and the more than %1 entries below it?</source>
+        <translation>Dies und die mehr als %1 Einträge darunter löschen?</translation>
+    </message>
+    <message>
+        <source>Delete this and the entry below it?</source>
+        <translation>Dies und den Eintrag darunter löschen?</translation>
+    </message>
+    <message>
+        <source>Delete this and the %1 entries below it?</source>
+        <translation>Dies und die %1 Einträge darunter löschen?</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Löschen</translation>
     </message>
 </context>
 <context>
@@ -1803,6 +1954,14 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>Place in the file: %1</source>
         <translation>Stelle in der Datei: %1</translation>
+    </message>
+    <message>
+        <source>%1, not saved yet</source>
+        <translation>%1, noch nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Line %1 once it is saved</source>
+        <translation>Zeile %1, sobald gespeichert ist</translation>
     </message>
 </context>
 <context>
@@ -2074,7 +2233,7 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
         <translation>Groß-/Kleinschreibung</translation>
     </message>
     <message>
-        <source>&amp;Whole text</source>
+        <source>Whole &amp;text</source>
         <translation>&amp;Ganzer Text</translation>
     </message>
     <message>
@@ -2192,6 +2351,21 @@ Nothing that can be shown: its file is gone, or its values must not be read.
         <translation>%1
 Nichts, was sich zeigen lässt: die Datei ist weg, oder ihre Werte dürfen nicht gelesen werden.
 </translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::WindowMenu</name>
+    <message>
+        <source>&amp;Window</source>
+        <translation>&amp;Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;New Window</source>
+        <translation>&amp;Neues Fenster</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>Fenster &amp;schließen</translation>
     </message>
 </context>
 <context>

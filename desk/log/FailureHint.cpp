@@ -83,7 +83,6 @@ FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> att
     connect(&success, &SuccessWatch::succeeded, this, &FailureHint::endText);
     connect(&editSuccess, &SuccessWatch::succeeded, this, &FailureHint::endEdit);
     connect(&feed, &LogFeed::linesRead, this, &FailureHint::look);
-    connect(&RefusedEdits::instance(), &RefusedEdits::added, this, &FailureHint::takeEdit);
     endEdit();
     endText();
 }

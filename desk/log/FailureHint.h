@@ -41,6 +41,9 @@ public:
     // edit again what can be edited.
     void showUnsaved(const QStringList& backends);
 
+    // Shows and keeps what was entered in vain.
+    void takeEdit(const Utilities::RefusedEdit& refused);
+
 signals:
     void logRequested();
     void editRequested(const Utilities::RefusedEdit& edit);
@@ -55,7 +58,6 @@ private:
     int iconSize() const;
     void look(const QVector<Shared::Logging::LogLine>& lines);
     void tell(const Shared::Logging::LogLine& failure);
-    void takeEdit(const Utilities::RefusedEdit& refused);
     void show(const QString& failure);
     void endText();
     void endEdit();

@@ -11,6 +11,15 @@ PlaceWatch::PlaceWatch(std::shared_ptr<Repository> attributes, const QWidget& wa
 {
 }
 
+FrameworkCore::AppConfig::FilePosition PlaceWatch::onDisk(const TextPlace& place)
+{
+    FrameworkCore::AppConfig::FilePosition position = place.position;
+    position.line = place.lineOnDisk;
+    if (!place.isOnDisk)
+        position.column = 1;
+    return position;
+}
+
 void PlaceWatch::look()
 {
     followTrees();

@@ -31,6 +31,9 @@ public:
     // Line 0 while it is not known, and for what is in no file.
     const TextPlace& getPlace() const { return place; }
 
+    // Where that is in the file as it is, without what is unsaved.
+    static FrameworkCore::AppConfig::FilePosition onDisk(const TextPlace& place);
+
 signals:
     void selected(const QString& path);
     void placed(); // also when the place was lost

@@ -115,7 +115,7 @@ void Places::copyValue()
 
 void Places::copyPlace()
 {
-    QApplication::clipboard()->setText(watch.getPlace().position.toText());
+    QApplication::clipboard()->setText(PlaceWatch::onDisk(watch.getPlace()).toText());
 }
 
 void Places::copyCommand()
@@ -127,7 +127,7 @@ void Places::copyCommand()
 
 void Places::openEditor()
 {
-    const QString reason = EditorCommand::open(watch.getPlace().position);
+    const QString reason = EditorCommand::open(PlaceWatch::onDisk(watch.getPlace()));
     if (!reason.isEmpty())
         emit failed(reason);
 }

@@ -48,6 +48,11 @@ ApplicationHost::~ApplicationHost()
         applications.pop_back();
         drop(std::move(last));
     }
+    const auto tree = repository->getTreeInterface();
+    const QString own =
+        repository->buildAttributePath(context->getContextPath() + QStringList(QStringLiteral("instances")));
+    if (tree && tree->getNodeInformation(own).exists)
+        tree->removeTree(own);
 }
 
 void ApplicationHost::createApplications(PluginLoader& loader)

@@ -1,30 +1,17 @@
 #include "desk/session/SessionKeeper.h"
 
 #include "files/StateFolder.h"
-#include "host/Utilities/ModelViews/AdvancedAttributeModel.h"
-#include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "repository/mounting/FolderLocation.h"
 
 #include <QFile>
-#include <QMainWindow>
-#include <QScrollBar>
-#include <QTreeView>
 
 #include <algorithm>
 
 namespace Vantry {
 
-using Utilities::ModelViews::AdvancedAttributeModel;
-using Utilities::ModelViews::AttributeTreeViewModel;
-
 namespace {
 
 constexpr qint64 leastPatience = 5000;
-
-AttributeTreeViewModel* attributesOf(const QTreeView* tree)
-{
-    return tree ? qobject_cast<AttributeTreeViewModel*>(tree->model()) : nullptr;
-}
 
 std::unique_ptr<QLockFile> lockSession()
 {
@@ -39,16 +26,13 @@ std::unique_ptr<QLockFile> lockSession()
 
 } // namespace
 
-SessionKeeper::SessionKeeper(std::shared_ptr<Repository> attributes, BackendFiles& openFiles,
-                             FileMounter& fileMounter, QMainWindow& window)
-    : QObject(&window), repository(std::move(attributes)), files(openFiles), mounter(fileMounter),
-      monitor(window.findChild<AdvancedAttributeModel*>()), lock(lockSession()), patience(leastPatience)
+SessionKeeper::SessionKeeper(std::shared_ptr<Repository> attributes, FileMounter& fileMounter,
+                             Views windowViews)
+    : repository(std::move(attributes)), mounter(fileMounter), views(std::move(windowViews)),
+      lock(lockSession()), place(KeptChanges::RunningPlace::take()),
+      unsaved(repository->getChangesInterface()), patience(leastPatience)
 {
-    const auto trees = window.findChildren<QTreeView*>();
-    const auto found = std::find_if(trees.begin(), trees.end(),
-                                    [](const QTreeView* each) { return attributesOf(each) != nullptr; });
-    tree = found == trees.end() ? nullptr : *found;
-    constexpr int moment = 1000;
+    constexpr int moment = 1000; // milliseconds
     timer.setInterval(moment);
     timer.setSingleShot(true);
     connect(&timer, &QTimer::timeout, this, &SessionKeeper::save);
@@ -56,85 +40,62 @@ SessionKeeper::SessionKeeper(std::shared_ptr<Repository> attributes, BackendFile
 
 SessionKeeper::~SessionKeeper() = default;
 
-bool SessionKeeper::restore()
+QVector<SessionState::View> SessionKeeper::restore()
 {
-    restored = lock ? SessionState::read() : SessionState();
-    if (restored.files.isEmpty())
-        return false;
+    const SessionState last = lock ? SessionState::read() : SessionState();
+    if (last.files.isEmpty())
+        return {};
+    isRestoring = true;
+    toLock = last.locked;
     std::vector<FileMounter::Request> requests;
-    for (const SessionState::File& file : restored.files)
+    for (const SessionState::File& file : last.files)
         requests.push_back({file.location, file.type, file.name});
-    connect(&mounter, &FileMounter::mounted, this, &SessionKeeper::showAsBefore);
+    connect(&mounter, &FileMounter::mounted, this, &SessionKeeper::finishRestoring);
     mounter.mount(requests);
-    return true;
+    return last.windows;
 }
 
-// Once all is open; the page reads the tree in the same turn of the event loop, or before.
-void SessionKeeper::showAsBefore()
+// The pages read the tree in the same turn of the event loop, or before.
+void SessionKeeper::finishRestoring()
 {
     if (mounter.isBusy())
         return;
-    disconnect(&mounter, &FileMounter::mounted, this, &SessionKeeper::showAsBefore);
-    QTimer::singleShot(0, this, [this, state = std::exchange(restored, {})] {
-        if (monitor && monitor->getAttributeFullPathList().isEmpty())
-            monitor->loadCustomAttributeList(state.monitored);
-        if (const AttributeTreeViewModel* const model = attributesOf(tree)) {
-            for (const QString& path : state.expanded)
-                tree->expand(model->indexFromPath(path));
-            const QModelIndex current = model->indexFromPath(state.current);
-            if (current.isValid())
-                tree->setCurrentIndex(current);
-            tree->visualRect(model->index(0, 0)); // lays the rows out, which gives the scroll bar its range
-            tree->verticalScrollBar()->setValue(state.scroll);
-        }
-    });
+    disconnect(&mounter, &FileMounter::mounted, this, &SessionKeeper::finishRestoring);
+    isRestoring = false;
+    const QStringList names = repository->getBackendInterface()->getBackendNames();
+    for (const QString& name : qAsConst(toLock)) {
+        if (names.contains(name))
+            repository->getBackendInterface()->setLocked(name, true);
+    }
+    QTimer::singleShot(0, this, &SessionKeeper::restored);
 }
 
 QVector<KeptChanges::Entry> SessionKeeper::takeUnsaved() const
 {
-    return lock ? KeptChanges::takeOver() : QVector<KeptChanges::Entry>();
+    return place ? KeptChanges::takeOver(*place) : QVector<KeptChanges::Entry>();
 }
 
 void SessionKeeper::follow()
 {
-    if (!lock)
-        return;
-    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, this, &SessionKeeper::look);
+    isFollowing = true;
+    connect(&unsaved, &Utilities::UnsavedBackends::looked, this, &SessionKeeper::look);
     connect(&keeping, &LatestTask::failed, this, [this] { sinceKept.start(); });
-    if (const AttributeTreeViewModel* const model = attributesOf(tree)) {
-        connect(tree, &QTreeView::expanded, this, [this, model](const QModelIndex& index) {
-            expanded.insert(model->pathFromIndex(index));
-            noteChange();
-        });
-        connect(tree, &QTreeView::collapsed, this, [this, model](const QModelIndex& index) {
-            expanded.remove(model->pathFromIndex(index));
-            noteChange();
-        });
-        connect(tree->verticalScrollBar(), &QScrollBar::valueChanged, this, &SessionKeeper::noteChange);
-        connect(tree->selectionModel(), &QItemSelectionModel::currentChanged, this,
-                &SessionKeeper::noteChange);
-    }
-    if (monitor) {
-        connect(monitor, &QAbstractItemModel::rowsInserted, this, &SessionKeeper::noteChange);
-        connect(monitor, &QAbstractItemModel::rowsRemoved, this, &SessionKeeper::noteChange);
-        connect(monitor, &QAbstractItemModel::rowsMoved, this, &SessionKeeper::noteChange);
-        connect(monitor, &QAbstractItemModel::modelReset, this, &SessionKeeper::noteChange);
-    }
     sinceKept.start();
 }
 
 void SessionKeeper::noteChange()
 {
-    if (!timer.isActive())
+    if (lock && isFollowing && !timer.isActive())
         timer.start();
 }
 
 void SessionKeeper::look()
 {
-    if (files.getBackends() != backends)
+    const auto present = repository->getBackendInterface();
+    if (present->getBackendNames() != backends || present->getLockedBackends() != locked)
         noteChange();
-    const bool hasUnsaved = !files.getWatch().getNames().isEmpty() || !kept.isEmpty();
-    if (hasUnsaved && !keeping.isBusy() && sinceKept.elapsed() >= patience)
+    const bool hasUnsaved = !unsaved.getNames().isEmpty() || !kept.isEmpty();
+    if (place && hasUnsaved && !keeping.isBusy() && sinceKept.elapsed() >= patience)
         lookAtUnsaved();
 }
 
@@ -159,29 +120,15 @@ QVector<SessionState::File> SessionKeeper::filesToOpen() const
     return found;
 }
 
-SessionState SessionKeeper::gather() const
-{
-    SessionState state;
-    state.files = filesToOpen();
-    state.expanded = expanded.values();
-    std::sort(state.expanded.begin(), state.expanded.end());
-    if (const AttributeTreeViewModel* const model = attributesOf(tree)) {
-        state.current = model->pathFromIndex(tree->currentIndex());
-        state.scroll = tree->verticalScrollBar()->value();
-    }
-    if (monitor)
-        state.monitored = monitor->getAttributeFullPathList();
-    return state;
-}
-
 void SessionKeeper::save()
 {
-    if (mounter.isBusy() || !restored.files.isEmpty()) { // it would be half of what was there
+    if (mounter.isBusy() || isRestoring) { // it would be half of what was there
         timer.start();
         return;
     }
-    backends = files.getBackends();
-    const SessionState state = gather();
+    backends = repository->getBackendInterface()->getBackendNames();
+    locked = repository->getBackendInterface()->getLockedBackends();
+    const SessionState state{filesToOpen(), locked, views()};
     const QByteArray json = state.toJson();
     if (json != written && state.write().isEmpty())
         written = json;
@@ -191,7 +138,7 @@ void SessionKeeper::save()
 void SessionKeeper::lookAtUnsaved()
 {
     sinceKept.start();
-    const QStringList names = files.getWatch().getNames();
+    const QStringList names = unsaved.getNames();
     keeping.start([this, names, attributes = repository]() -> LatestTask::Result {
         QElapsedTimer clock;
         clock.start();
@@ -221,9 +168,8 @@ void SessionKeeper::keep(const QVector<Found>& found)
         if (kept.value(each.backend).diff == each.diff)
             continue;
         QString error;
-        const QString location = files.getLocation(each.backend);
-        const QString diffFile =
-            KeptChanges::keep(location, each.diff, each.changes, error, KeptChanges::Place::Running);
+        const QString location = BackendFiles::locationOf(each.backend, *repository);
+        const QString diffFile = KeptChanges::keep(location, each.diff, each.changes, error, place.get());
         if (diffFile.isEmpty())
             continue;
         forget(each.backend); // only now, so that at every moment there is one
@@ -241,13 +187,17 @@ void SessionKeeper::forget(const QString& backend)
 
 void SessionKeeper::end()
 {
-    if (!lock)
+    if (!isFollowing)
         return;
     const QStringList names = kept.keys();
     for (const QString& name : names)
         forget(name);
     timer.stop();
-    save();
+    if (lock)
+        save();
+    timer.stop();
+    isFollowing = false;
+    disconnect(&unsaved, nullptr, this, nullptr);
 }
 
 } // namespace Vantry

@@ -4,49 +4,46 @@
 #include "desk/files/BackendFiles.h"
 #include "desk/files/FileMounter.h"
 #include "desk/session/SessionState.h"
+#include "host/Utilities/UnsavedBackends.h"
 
 #include <QElapsedTimer>
 #include <QHash>
 #include <QLockFile>
-#include <QPointer>
-#include <QSet>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
-
-class QMainWindow;
-class QTreeView;
-
-namespace Utilities::ModelViews {
-class AdvancedAttributeModel;
-}
 
 namespace Vantry {
 
-// Writes down what the window has open, how it shows that, and what is unsaved, as it changes, so that the
-// next start brings it back, also after the program or the machine went down. Of several desks at once the
-// first one does so. GUI thread.
+// Writes down what is open, how the windows show that, and what is unsaved, as it changes, so that the next
+// start brings it back, also after the program or the machine went down. Of several desks at once the first
+// one is brought back; what is unsaved is kept by each. GUI thread.
 class SessionKeeper : public QObject
 {
     Q_OBJECT
 
 public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
+    using Views = std::function<QVector<SessionState::View>()>; // of all windows, as of now
 
-    // All outlive it. The window has its pages by now.
-    SessionKeeper(std::shared_ptr<Repository> repository, BackendFiles& files, FileMounter& mounter,
-                  QMainWindow& window);
+    SessionKeeper(std::shared_ptr<Repository> repository, FileMounter& mounter, Views views);
     ~SessionKeeper() override;
 
-    // Opens what the last session had open. False when that was nothing.
-    bool restore();
+    // Opens what the last session had open, and gives how its windows showed that. Nothing when none was.
+    QVector<SessionState::View> restore();
 
-    // The changes that a session left unsaved which did not come to its end.
+    // The changes that sessions left unsaved which did not come to their end.
     QVector<KeptChanges::Entry> takeUnsaved() const;
 
-    // From now on; a last time, with nothing left unsaved, before the window closes.
+    // From now on; a last time, with nothing left unsaved, before the windows close.
     void follow();
     void end();
+
+    void noteChange(); // of what a window shows
+
+signals:
+    void restored(); // all that was to be opened is
 
 private:
     // The unsaved changes of a backend as they are kept.
@@ -65,24 +62,24 @@ private:
     };
 
     void look();
-    void noteChange();
-    void showAsBefore();
+    void finishRestoring();
     void save();
-    SessionState gather() const;
     QVector<SessionState::File> filesToOpen() const;
     void lookAtUnsaved();
     void keep(const QVector<Found>& found);
     void forget(const QString& backend);
 
     const std::shared_ptr<Repository> repository;
-    BackendFiles& files;
     FileMounter& mounter;
-    QPointer<QTreeView> tree; // of the page of attributes
-    QPointer<Utilities::ModelViews::AdvancedAttributeModel> monitor;
-    std::unique_ptr<QLockFile> lock; // null while another desk has it
-    QSet<QString> expanded;
-    SessionState restored; // until it is shown
-    QStringList backends;  // as they were written
+    const Views views;
+    std::unique_ptr<QLockFile> lock;                  // null while another desk has it
+    std::unique_ptr<KeptChanges::RunningPlace> place; // null where there is none
+    Utilities::UnsavedBackends unsaved;
+    bool isRestoring = false;
+    bool isFollowing = false;
+    QStringList toLock;   // once they are restored
+    QStringList backends; // as they were written
+    QStringList locked;
     QByteArray written;
     QTimer timer; // runs when something is to be written
     QHash<QString, Kept> kept;

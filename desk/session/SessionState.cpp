@@ -28,6 +28,45 @@ QStringList texts(const QJsonValue& value)
     return found;
 }
 
+QByteArray bytes(const QJsonValue& value)
+{
+    return QByteArray::fromBase64(value.toString().toLatin1());
+}
+
+QString text(const QByteArray& bytes)
+{
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+SessionState::View viewOf(const QJsonObject& object)
+{
+    SessionState::View view;
+    view.expanded = texts(object[QStringLiteral("expanded")]);
+    view.current = object[QStringLiteral("current")].toString();
+    view.scroll = object[QStringLiteral("scroll")].toInt();
+    view.monitored = texts(object[QStringLiteral("monitored")]);
+    view.geometry = bytes(object[QStringLiteral("geometry")]);
+    view.docks = bytes(object[QStringLiteral("docks")]);
+    const QJsonObject pages = object[QStringLiteral("pages")].toObject();
+    for (auto page = pages.begin(); page != pages.end(); ++page)
+        view.pages.insert(page.key(), page.value().toString());
+    return view;
+}
+
+QJsonObject toObject(const SessionState::View& view)
+{
+    QJsonObject pages;
+    for (auto page = view.pages.begin(); page != view.pages.end(); ++page)
+        pages.insert(page.key(), page.value());
+    return {{QStringLiteral("expanded"), QJsonArray::fromStringList(view.expanded)},
+            {QStringLiteral("current"), view.current},
+            {QStringLiteral("scroll"), view.scroll},
+            {QStringLiteral("monitored"), QJsonArray::fromStringList(view.monitored)},
+            {QStringLiteral("geometry"), text(view.geometry)},
+            {QStringLiteral("docks"), text(view.docks)},
+            {QStringLiteral("pages"), pages}};
+}
+
 } // namespace
 
 SessionState SessionState::read()
@@ -44,10 +83,12 @@ SessionState SessionState::read()
     for (const QJsonValue& file : files)
         state.files.append({file[QStringLiteral("type")].toString(), file[QStringLiteral("name")].toString(),
                             file[QStringLiteral("location")].toString()});
-    state.expanded = texts(object[QStringLiteral("expanded")]);
-    state.current = object[QStringLiteral("current")].toString();
-    state.scroll = object[QStringLiteral("scroll")].toInt();
-    state.monitored = texts(object[QStringLiteral("monitored")]);
+    state.locked = texts(object[QStringLiteral("locked")]);
+    const QJsonArray windows = object[QStringLiteral("windows")].toArray();
+    for (const QJsonValue& window : windows)
+        state.windows.append(viewOf(window.toObject()));
+    if (windows.isEmpty()) // there was one only, once
+        state.windows.append(viewOf(object));
     return state;
 }
 
@@ -58,11 +99,12 @@ QByteArray SessionState::toJson() const
         list.append(QJsonObject{{QStringLiteral("type"), file.type},
                                 {QStringLiteral("name"), file.name},
                                 {QStringLiteral("location"), file.location}});
+    QJsonArray views;
+    for (const View& view : windows)
+        views.append(toObject(view));
     return QJsonDocument(QJsonObject{{QStringLiteral("files"), list},
-                                     {QStringLiteral("expanded"), QJsonArray::fromStringList(expanded)},
-                                     {QStringLiteral("current"), current},
-                                     {QStringLiteral("scroll"), scroll},
-                                     {QStringLiteral("monitored"), QJsonArray::fromStringList(monitored)}})
+                                     {QStringLiteral("locked"), QJsonArray::fromStringList(locked)},
+                                     {QStringLiteral("windows"), views}})
         .toJson();
 }
 

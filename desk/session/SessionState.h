@@ -1,13 +1,15 @@
 #pragma once
 
+#include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
 
 namespace Vantry {
 
-// What a window had open and how it showed that, for the next start. It lies in the folder in which a
-// person's programs keep their state. Any thread.
+// What was open and how the windows showed it, for the next start. It lies in the folder in which a person's
+// programs keep their state. Any thread.
 struct SessionState
 {
     struct File
@@ -15,6 +17,18 @@ struct SessionState
         QString type; // of the backend
         QString name;
         QString location;
+    };
+
+    // How one window shows that.
+    struct View
+    {
+        QStringList expanded;  // paths in the tree of attributes, those of parents first
+        QString current;       // the path that is selected there
+        int scroll = 0;        // of its vertical scroll bar
+        QStringList monitored; // paths
+        QByteArray geometry;   // of the window, and where its docks are; as Qt keeps them
+        QByteArray docks;
+        QMap<QString, QString> pages; // by their applications
     };
 
     // Empty where there is none, or none that can be read.
@@ -25,11 +39,9 @@ struct SessionState
 
     QByteArray toJson() const;
 
-    QVector<File> files;   // without those of folders
-    QStringList expanded;  // paths in the tree of attributes, those of parents first
-    QString current;       // the path that is selected there
-    int scroll = 0;        // of its vertical scroll bar
-    QStringList monitored; // paths
+    QVector<File> files; // without those of folders
+    QStringList locked;  // backends
+    QVector<View> windows;
 };
 
 } // namespace Vantry

@@ -17,7 +17,6 @@ constexpr int mostVisited = 100;
 
 GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
     : QMenu(tr("Go"), parent), selectedPath(std::move(selected)),
-      bookmarks(QSettings().value(bookmarksKey).toStringList()),
       back(addAction(tr("&Back"), this, &GoMenu::goBack, Qt::ALT + Qt::Key_Left)),
       forward(addAction(tr("&Forward"), this, &GoMenu::goForward, Qt::ALT + Qt::Key_Right))
 {
@@ -29,7 +28,7 @@ GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
     bookmark->setObjectName(QStringLiteral("bookmark"));
     addSeparator();
     connect(this, &QMenu::aboutToShow, this, &GoMenu::offer);
-    showBookmarks();
+    readBookmarks();
     offer();
 }
 
@@ -69,11 +68,21 @@ void GoMenu::goForward()
     emit selectRequested(visited[at]);
 }
 
+void GoMenu::readBookmarks()
+{
+    const QStringList present = QSettings().value(bookmarksKey).toStringList();
+    if (present == bookmarks)
+        return;
+    bookmarks = present;
+    showBookmarks();
+}
+
 void GoMenu::toggleBookmark()
 {
     const QString path = selectedPath();
     if (path.isEmpty())
         return;
+    readBookmarks();
     if (bookmarks.removeAll(path) == 0)
         bookmarks.append(path);
     QSettings().setValue(bookmarksKey, bookmarks);

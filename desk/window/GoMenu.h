@@ -21,6 +21,9 @@ public:
     // Something has led from one node, or none, to another.
     void noteJump(const QString& from, const QString& to);
 
+    // Another window may have set bookmarks.
+    void readBookmarks();
+
 signals:
     void selectRequested(const QString& path); // not to be noted
 

@@ -11,12 +11,13 @@
 #include "desk/places/Places.h"
 #include "desk/plugins/GuiContext.h"
 #include "desk/plugins/PluginDock.h"
-#include "desk/session/SessionKeeper.h"
+#include "desk/session/WindowView.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/GoMenu.h"
 #include "desk/window/NoticeBar.h"
 #include "desk/window/StartPage.h"
 #include "desk/window/WindowMemory.h"
+#include "desk/window/Windows.h"
 #include "host/Utilities/ModelViews/Widgets/PlainMessageBox.h"
 
 #include <QAction>
@@ -37,10 +38,23 @@ using Utilities::RefusedEdit;
 using Utilities::RefusedEdits;
 using Utilities::ModelViews::Widgets::PlainMessageBox;
 
-MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& pluginLoader,
-                       const QStringList& firstFiles)
-    : loader(pluginLoader), repository(std::move(attributes)), mounter(repository), files(repository, *this),
-      applications(std::make_shared<GuiContext>(QStringList{QStringLiteral("desk")}), repository)
+namespace {
+
+// Of what belongs to a window alone.
+QStringList contextPath(int number)
+{
+    QStringList path{QStringLiteral("desk")};
+    if (number > 1)
+        path << QStringLiteral("windows") << QString::number(number);
+    return path;
+}
+
+} // namespace
+
+MainWindow::MainWindow(Windows& allWindows, int windowNumber, const QStringList& firstFiles)
+    : windows(allWindows), number(windowNumber), repository(windows.getRepository()),
+      mounter(windows.getMounter()), files(repository, *this),
+      applications(std::make_shared<GuiContext>(contextPath(number)), repository)
 {
     setObjectName(QStringLiteral("mainWindow"));
     if (const auto history = repository->getHistoryInterface())
@@ -54,28 +68,23 @@ MainWindow::MainWindow(std::shared_ptr<Repository> attributes, PluginLoader& plu
     connect(&mounter, &FileMounter::mounted, this, &MainWindow::showResult);
     connect(&applications, &ApplicationHost::pageChosen, this, &MainWindow::showPage);
     connect(&applications, &ApplicationHost::showRequested, this, &MainWindow::showApplication);
-    applications.createApplications(loader);
+    applications.createApplications(windows.getLoader());
+    for (const auto& application : applications.getApplications()) {
+        if (application.main && !files.getBackends().isEmpty())
+            readTrees(*application.main);
+    }
     showFirstPages(!firstFiles.isEmpty());
     QStringList names = firstFiles;
     const QStringList lists = MonitorLists::takeFrom(names);
+    wanted = names;
     mounter.mount(names); // while the pages, which watch for it, are put into the window
     addApplications();
     showMonitorLists(lists);
     places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
+    shownView = new WindowView(*this);
+    connect(shownView, &WindowView::changed, this, &MainWindow::viewChanged);
     WindowMemory::restore(*this);
-    plugins->showFindings(loader.getFindings());
-}
-
-void MainWindow::beginSession(bool restores)
-{
-    session = new SessionKeeper(repository, files, mounter, *this);
-    const bool isRestored = restores && reopenAction->isChecked() && session->restore();
-    if (isRestored)
-        showLastPages();
-    const auto unsaved = session->takeUnsaved();
-    if (isRestored)
-        keptToApply += unsaved;
-    session->follow();
+    plugins->showFindings(windows.getLoader().getFindings());
 }
 
 void MainWindow::openExample()
@@ -93,6 +102,7 @@ void MainWindow::openFiles(const QStringList& names, const QString& type)
         return;
     QStringList configurations = names;
     const QStringList lists = type.isEmpty() ? MonitorLists::takeFrom(configurations) : QStringList();
+    wanted += configurations;
     mounter.mount(configurations, type);
     showMonitorLists(lists);
     showFirstPages(true);
@@ -134,15 +144,12 @@ void MainWindow::applyKept(const KeptChanges::Entry& entry)
     kept->refresh();
 }
 
+// Of what several windows may have asked for, the one that is worked with tells.
 void MainWindow::showResult(const FileMounter::Result& result)
 {
-    RecentFiles::add(result.opened);
-    fileProblems += result.problems;
-    notices->addNotices(result.problems);
-    notices->offerOpening(result.unknown);
+    if (windows.getCurrent() == this)
+        tellResult(result);
     files.getWatch().look();
-    if (!result.openBefore.isEmpty())
-        selectAttribute(result.openBefore.last());
     const auto waiting = std::exchange(keptToApply, {});
     for (const KeptChanges::Entry& entry : waiting) {
         if (!FileMounter::backendOf(entry.file, *repository).isEmpty())
@@ -152,6 +159,38 @@ void MainWindow::showResult(const FileMounter::Result& result)
     }
     if (!waiting.isEmpty())
         showKeptChanges(); // with those whose files are not open
+}
+
+void MainWindow::tellResult(const FileMounter::Result& result)
+{
+    RecentFiles::add(result.opened);
+    fileProblems += result.problems;
+    notices->addNotices(result.problems);
+    notices->offerOpening(result.unknown);
+    if (!result.openBefore.isEmpty())
+        selectAttribute(result.openBefore.last());
+    showFolders(result.opened);
+}
+
+// Whoever has asked for a folder wants to see what is in it. The tree shows it in a moment.
+void MainWindow::showFolders(const QStringList& opened)
+{
+    QStringList roots;
+    for (const QString& folder : opened) {
+        const QString backend =
+            wanted.removeAll(folder) > 0 ? FileMounter::backendOf(folder, *repository) : QString();
+        const auto information = repository->getBackendInterface()->getBackendInformation(backend);
+        if (information && information->getBackendType() == QLatin1String("folder"))
+            roots.append(backend);
+    }
+    QTimer::singleShot(0, this, [this, roots] {
+        for (const auto& application : applications.getApplications()) {
+            for (const QString& root : roots) {
+                if (application.main)
+                    expandInTrees(*application.main, root);
+            }
+        }
+    });
 }
 
 bool MainWindow::select(const QString& path)
@@ -189,11 +228,17 @@ void MainWindow::showNode(const QString& path)
 {
     if (select(path))
         return;
-    const bool isBackend = files.getBackends().contains(path);
-    notices->addNotices(
-        {isBackend
-             ? tr("%1 is open already, but the search leaves it out of the tree.").arg(files.getLabel(path))
-             : tr("%1 is there, but the search leaves it out of the tree.").arg(path)});
+    if (!repository->getTreeInterface()->getNodeInformation(path).exists) {
+        notices->addNotices({tr("%1 is no longer there.").arg(path)});
+        return;
+    }
+    for (const auto& application : applications.getApplications()) {
+        if (application.main)
+            showAllInTrees(*application.main);
+    }
+    notices->addNotices({select(path)
+                             ? tr("The tree shows everything again, since its search left out %1.").arg(path)
+                             : tr("%1 is in no tree of this window.").arg(path)});
 }
 
 void MainWindow::showNotice(const QString& text)
@@ -222,8 +267,43 @@ void MainWindow::showFiles()
     QString title = files.getFileNames(backends.mid(0, mostNames)).join(QStringLiteral(", "));
     if (backends.size() > mostNames)
         title = tr("%1 and %2 more").arg(title, QString::number(backends.size() - mostNames));
+    if (number > 1 && !title.isEmpty())
+        title = tr("%1 (window %2)").arg(title, QString::number(number));
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
     setWindowTitle(title.isEmpty() ? QString() : title + QLatin1String("[*]"));
+}
+
+QString MainWindow::getTitle() const
+{
+    QString title = windowTitle();
+    if (title.isEmpty())
+        return tr("Window %1").arg(number);
+    title.chop(int(qstrlen("[*]")));
+    return title.replace(QLatin1String("[*][*]"), QLatin1String("[*]"));
+}
+
+SessionState::View MainWindow::getView() const
+{
+    SessionState::View shown = shownView->get();
+    for (const auto& application : applications.getApplications())
+        shown.pages.insert(application.identification, applications.getPage(application.identification));
+    return shown;
+}
+
+void MainWindow::showFrame(const SessionState::View& before)
+{
+    shownView->showFrame(before);
+    showPages(before.pages);
+}
+
+void MainWindow::showView(const SessionState::View& before)
+{
+    shownView->show(before);
+}
+
+bool MainWindow::reopensFiles() const
+{
+    return reopenAction->isChecked();
 }
 
 void MainWindow::showAbout()
@@ -238,6 +318,10 @@ void MainWindow::showAbout()
 
 bool MainWindow::event(QEvent* event)
 {
+    if (event->type() == QEvent::WindowActivate) {
+        windows.setCurrent(*this);
+        go->readBookmarks();
+    }
     if (event->type() == QEvent::ShortcutOverride)
         edit->prepareFor(*static_cast<QKeyEvent*>(event));
     return QMainWindow::event(event);
@@ -261,12 +345,10 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeUnasked()
 {
-    files.keepUnsaved();
     asks = false;
     close();
 }
 
-// Ends the edit of a cell. False when what was typed is refused, and the person does not give it up.
 bool MainWindow::mayEntryBeLost()
 {
     bool isRefused = false;
@@ -286,20 +368,23 @@ bool MainWindow::mayEntryBeLost()
     return question.clickedButton() == close;
 }
 
+// What is not saved goes with the last window only.
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (asks && !(mayEntryBeLost() && files.mayBeLost())) {
+    const bool isLast = windows.isLast(*this);
+    if (asks && !(mayEntryBeLost() && (!isLast || files.mayBeLost()))) {
         event->ignore();
         return;
     }
-    if (session)
-        session->end();
+    if (isLast)
+        windows.endSession();
     WindowMemory::save(*this);
     for (const auto& application : applications.getApplications())
         WindowMemory::savePage(application.identification, applications.getPage(application.identification));
     using Utilities::ApplicationPlugins::ApplicationPluginController;
     applications.tellAll(ApplicationPluginController::ApplicationEvent::AboutToClose);
     QMainWindow::closeEvent(event);
+    windows.remove(*this);
 }
 
 } // namespace Vantry

@@ -4,7 +4,7 @@
 #include "desk/files/FileMounter.h"
 #include "desk/log/LogFeed.h"
 #include "desk/plugins/ApplicationHost.h"
-#include "desk/plugins/PluginLoader.h"
+#include "desk/session/SessionState.h"
 #include "desk/window/ActionList.h"
 #include "host/Utilities/RefusedEdits.h"
 
@@ -28,11 +28,12 @@ class NavigationArea;
 class NoticeBar;
 class Places;
 class PluginDock;
-class SessionKeeper;
 class StartPage;
+class WindowView;
+class Windows;
 
-// The window: what applications there are on the left, the work area of the chosen one on the right, and
-// above it what could not be opened. GUI thread.
+// A window: what applications there are on the left, the work area of the chosen one on the right, and above
+// it what could not be opened. GUI thread.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -40,9 +41,9 @@ class MainWindow : public QMainWindow
 public:
     using Repository = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
-    // The loader outlives the window. Without files the window opens on the page that was shown last, or
-    // where that would show files, on the start page.
-    MainWindow(std::shared_ptr<Repository> repository, PluginLoader& loader, const QStringList& files);
+    // One of those, which outlive it; the number tells it from the others. Without files the window opens on
+    // the page that was shown last, or where that would show files, on the start page.
+    MainWindow(Windows& windows, int number, const QStringList& files);
 
     // Opens files on another thread, and shows their attributes.
     void openFiles(const QStringList& files, const QString& type = {}); // as that, if there is one
@@ -51,19 +52,36 @@ public:
     // appears without when they are so many or large that a person would notice the wait.
     void waitForFirstFiles();
 
-    // From now on the next start can bring back what is open and how it is shown, which this does with what
-    // the last session left, if that is wanted.
-    void beginSession(bool restores);
-
     bool isOpeningFiles() const { return mounter.isBusy(); }
+    bool reopensFiles() const; // at the next start
+    int getNumber() const { return number; }
+    BackendFiles& getFiles() { return files; }
+
+    // The title as people read it.
+    QString getTitle() const;
+
+    // How the window shows what is open, for the next start.
+    SessionState::View getView() const;
+
+    // As it was then: the size, the docks and the pages, and once all is open, what the pages show.
+    void showFrame(const SessionState::View& before);
+    void showView(const SessionState::View& before);
 
     // A text for each file that was not opened so far.
     const QStringList& getFileProblems() const { return fileProblems; }
 
-    // Closes without asking what becomes of unsaved changes, for when nobody may be there to answer. They are
-    // kept, and showKeptChanges tells where.
+    // Ends the edit of a cell. False when what was typed is refused, and the person does not give it up.
+    bool mayEntryBeLost();
+
+    // Closes without asking what becomes of what is not saved.
     void closeUnasked();
+
+    // Changes that were kept: they are shown, or put in as soon as their files are open.
     void showKeptChanges();
+    void applyKeptOnceOpen(const QVector<KeptChanges::Entry>& entries) { keptToApply += entries; }
+
+signals:
+    void viewChanged(); // see getView
 
 protected:
     bool event(QEvent* event) override;
@@ -81,14 +99,15 @@ private:
     void chooseApplication(const QString& identification);
     QString fileApplication() const;
     void showFirstPages(bool hasFiles);
-    void showLastPages();
+    void showPages(const QMap<QString, QString>& pages); // by their applications
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
     void showMonitorLists(const QStringList& lists);
     void applyKept(const KeptChanges::Entry& entry);
     void showResult(const FileMounter::Result& result);
-    bool mayEntryBeLost();
+    void tellResult(const FileMounter::Result& result);
+    void showFolders(const QStringList& opened);
     void editAgain(const Utilities::RefusedEdit& refused);
     void selectAttribute(const QString& path); // from elsewhere, so that one can go back
     void showNode(const QString& path);
@@ -100,14 +119,16 @@ private:
     void showActions(ActionList::Shown shown);
     void showAbout();
 
-    PluginLoader& loader;
+    Windows& windows;
+    const int number;
     std::shared_ptr<Repository> repository;
-    FileMounter mounter;
+    FileMounter& mounter;
     BackendFiles files;
     LogFeed logFeed;
     QStringList shownBackends; // in the title
     QStringList fileProblems;
     QVector<KeptChanges::Entry> keptToApply; // once their files are open
+    QStringList wanted;                      // files that a person has asked for
     bool asks = true;
 
     // Owned by the window as their Qt parent.
@@ -122,7 +143,7 @@ private:
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
-    SessionKeeper* session = nullptr;
+    WindowView* shownView = nullptr;
     QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
     FindDock* find = nullptr;

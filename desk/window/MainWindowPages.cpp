@@ -70,10 +70,11 @@ void MainWindow::showFirstPages(bool hasFiles)
         showStartPage();
 }
 
-void MainWindow::showLastPages()
+void MainWindow::showPages(const QMap<QString, QString>& pages)
 {
     for (const auto& application : applications.getApplications()) {
-        const QString page = WindowMemory::getPage(application.identification);
+        const QString page =
+            pages.value(application.identification, WindowMemory::getPage(application.identification));
         applications.setPage(application.identification, page.isEmpty() ? QString(attributesPage) : page);
     }
 }

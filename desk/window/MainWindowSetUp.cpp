@@ -1,5 +1,7 @@
 #include "desk/changes/ChangesDock.h"
+#include "desk/common/Confirmation.h"
 #include "desk/common/FlatButtons.h"
+#include "desk/files/FileLock.h"
 #include "desk/files/FileMenu.h"
 #include "desk/files/KeptChangesBar.h"
 #include "desk/files/OpeningProgress.h"
@@ -19,6 +21,8 @@
 #include "desk/window/NavigationArea.h"
 #include "desk/window/NodeActions.h"
 #include "desk/window/NoticeBar.h"
+#include "desk/window/WindowMenu.h"
+#include "desk/window/Windows.h"
 
 #include <QAction>
 #include <QMenuBar>
@@ -26,6 +30,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace Vantry {
@@ -60,6 +65,9 @@ void MainWindow::setUpAreas()
     auto* const problems = new ProblemsDock;
     addDockWidget(Qt::BottomDockWidgetArea, problems);
     connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    const auto present = ProblemFeed::instance().getProblems();
+    for (const auto& problem : present)
+        problems->show(problem);
     find = new FindDock(repository, files, [this] { return edit->getSelection().getPath(); });
     addDockWidget(Qt::BottomDockWidgetArea, find);
     connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);
@@ -80,6 +88,11 @@ void MainWindow::setUpStatusBar()
             [this] { hint->showUnsaved(files.getWatch().getNames()); });
     connect(hint, &FailureHint::logRequested, log, &LogDock::showLines);
     connect(hint, &FailureHint::editRequested, this, &MainWindow::editAgain);
+    connect(&Utilities::RefusedEdits::instance(), &Utilities::RefusedEdits::added, hint,
+            [this](const Utilities::RefusedEdit& refused) {
+                if (windows.getCurrent() == this)
+                    hint->takeEdit(refused);
+            });
 }
 
 void MainWindow::setUpMenus()
@@ -87,12 +100,21 @@ void MainWindow::setUpMenus()
     file = new FileMenu(files, this);
     menuBar()->addMenu(file);
     connect(file, &FileMenu::openRequested, this, &MainWindow::openFiles);
-    connect(file, &FileMenu::quitRequested, this, &MainWindow::close);
+    connect(file, &FileMenu::quitRequested, this, [this] { windows.quit(*this); });
     edit = new EditMenu(repository, *this);
     menuBar()->addMenu(edit);
     connect(&edit->getNodeActions(), &NodeActions::selectRequested, this,
             [this](const QString& path) { selectNew(path); });
     edit->addFinding(*find);
+    auto* const lock = new FileLock(
+        repository, files, [this] { return edit->getSelection().getPath(); }, this);
+    file->addLock(*lock);
+    auto* const lockButton = new QToolButton;
+    lockButton->setObjectName(QStringLiteral("lock"));
+    lockButton->setAutoRaise(true);
+    lockButton->setFocusPolicy(Qt::TabFocus);
+    lockButton->setDefaultAction(lock);
+    statusBar()->addPermanentWidget(lockButton);
     go = new GoMenu([this] { return edit->getSelection().getPath(); }, this);
     menuBar()->addMenu(go);
     connect(go, &GoMenu::selectRequested, this, &MainWindow::showNode);
@@ -130,10 +152,17 @@ void MainWindow::setUpMenus()
     reopenAction->setCheckable(true);
     reopenAction->setChecked(true);
     view->addAction(reopenAction);
+    connect(reopenAction, &QAction::toggled, &windows, &Windows::reopeningChosen);
+    connect(&windows, &Windows::reopeningChosen, reopenAction, &QAction::setChecked);
+    QAction* const askAgain = view->addAction(tr("&Ask Before Everything Again"), &Confirmation::askAgain);
+    askAgain->setObjectName(QStringLiteral("askAgain"));
+    connect(view, &QMenu::aboutToShow, askAgain,
+            [askAgain] { askAgain->setEnabled(Confirmation::isAnyUnasked()); });
     auto* const language = new LanguageMenu(view);
     view->addMenu(language);
     connect(language, &LanguageMenu::announced, this, &MainWindow::showNotice);
 
+    menuBar()->addMenu(new WindowMenu(windows, *this));
     setUpHelp();
 }
 

@@ -1,5 +1,6 @@
 #include "desk/window/NodeActions.h"
 
+#include "desk/common/Confirmation.h"
 #include "desk/common/WaitCursor.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -7,8 +8,8 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QAction>
+#include <QLocale>
 #include <QMenu>
-#include <QMessageBox>
 
 namespace Vantry {
 
@@ -141,8 +142,20 @@ void NodeActions::duplicate(const QString& path)
 
 void NodeActions::remove(const QString& path)
 {
-    if (Dialogs(&window).showConfirmationDialog(tr("Delete this and all below it?"), path) ==
-        QMessageBox::Yes)
+    FrameworkCore::AppConfig::Interfaces::PathSearch search;
+    search.pattern = path + QStringLiteral(".*");
+    search.limit = 10000;
+    const int below = repository->getTreeInterface()->findPaths(search).size();
+    QString question = tr("Delete this?");
+    if (below == search.limit)
+        question =
+            tr("Delete this and the more than %1 entries below it?").arg(QLocale().toString(below - 1));
+    else if (below > 0)
+        question = below == 1 ? tr("Delete this and the entry below it?")
+                              : tr("Delete this and the %1 entries below it?").arg(QLocale().toString(below));
+    Confirmation confirmation(Confirmation::Act::Delete, tr("Delete"), question, &window);
+    confirmation.setSubject(path);
+    if (confirmation.ask(tr("&Delete")))
         AttributeTreeViewModelUtils().deleteAttributeTree(path);
 }
 

@@ -82,7 +82,7 @@ void StartPage::refresh()
     }
     const QStringList files = RecentFiles::get();
     for (const QString& file : files) {
-        if (QFileInfo::exists(file))
+        if (RecentFiles::isStore(file) || QFileInfo::exists(file))
             addRecent(file);
     }
     recent->setVisible(recentFiles->count() > 0);

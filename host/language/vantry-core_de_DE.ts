@@ -91,6 +91,10 @@
         <source>&apos;%1&apos; (%2)</source>
         <translation>„%1“ (%2)</translation>
     </message>
+    <message>
+        <source>The backend &apos;%1&apos; was not locked</source>
+        <translation>Das Backend „%1“ wurde nicht gesperrt</translation>
+    </message>
 </context>
 <context>
     <name>FrameworkCore::Values</name>
@@ -376,10 +380,6 @@
     <message>
         <source>no such folder</source>
         <translation>kein solcher Ordner</translation>
-    </message>
-    <message>
-        <source>unknown condition &apos;%1&apos;; valid are include, exclude and depth</source>
-        <translation>unbekannte Bedingung „%1“; möglich sind include, exclude und depth</translation>
     </message>
     <message>
         <source>the depth must be a number from 0 to %1, not &apos;%2&apos;</source>
@@ -712,6 +712,30 @@
     <message>
         <source>a text that matches %1</source>
         <translation>ein Text, zu dem %1 passt</translation>
+    </message>
+    <message>
+        <source>it is locked</source>
+        <translation>es ist gesperrt</translation>
+    </message>
+    <message>
+        <source>unlock it to change it</source>
+        <translation>zum Ändern ist es zu entsperren</translation>
+    </message>
+    <message>
+        <source>unknown condition &apos;%1&apos;; valid are include, exclude, depth and size</source>
+        <translation>unbekannte Bedingung „%1“; möglich sind include, exclude, depth und size</translation>
+    </message>
+    <message>
+        <source>the size must be a number of bytes, or end with K, M or G, not &apos;%1&apos;</source>
+        <translation>die Größe muss eine Anzahl Bytes sein oder mit K, M oder G enden, nicht „%1“</translation>
+    </message>
+    <message>
+        <source>a backend of it is locked</source>
+        <translation>ein Backend davon ist gesperrt</translation>
+    </message>
+    <message>
+        <source>unlock it first</source>
+        <translation>es zuerst entsperren</translation>
     </message>
 </context>
 </TS>

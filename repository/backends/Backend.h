@@ -7,6 +7,7 @@
 #include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
@@ -14,6 +15,7 @@
 #include <QStringList>
 #include <QVector>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -63,6 +65,16 @@ public:
     AccessMode getAccessMode() const { return description.accessMode; }
     const Description& getDescription() const { return description; }
 
+    // See BackendInterface.
+    virtual void setLocked(bool isOne) { locked = isOne; }
+    bool isLocked() const { return locked; }
+    Outcome refuseLocked() const
+    {
+        return Outcome(FrameworkCore::AppConfig::NotWritable, Texts::tr("it is locked"))
+            .in(description.filePath)
+            .advise(Texts::tr("unlock it to change it"));
+    }
+
     // The path in the tree of an entry.
     QString absolute(const std::string& path) const { return joinedPath(description.name, path); }
 
@@ -82,6 +94,10 @@ public:
     // Of the opening of what it consists of. Any thread.
     using Progress = FrameworkCore::AppConfig::Interfaces::BackendInformationInterface::Progress;
     virtual Progress getProgress() const { return {}; }
+
+    // How it stands with what it consists of, for a person, where that changes by itself; empty otherwise.
+    // Any thread.
+    virtual QString getState() const { return {}; }
 
     // Whether an entry is an array; nothing where there are none.
     virtual std::optional<bool> isArray(const QString& path) const = 0;
@@ -198,6 +214,9 @@ protected:
     }
 
     const Description description;
+
+private:
+    std::atomic<bool> locked{false};
 };
 
 } // namespace Repository

@@ -21,6 +21,9 @@ public:
 
     virtual ~BackendKind() = default;
 
+    // Logs such an outcome, and lets the observer, if there is one, hear it where it says something.
+    static void report(const Outcome& outcome, const Observer& observer);
+
     // In the order in which they are offered to people.
     virtual QStringList getTypes() const = 0;
 

@@ -104,7 +104,7 @@ quint64 DocumentBackend::getRevision() const
 
 Outcome DocumentBackend::edit(const std::function<Documents::Outcome(Document&)>& change)
 {
-    Outcome outcome = checkOpen();
+    Outcome outcome = isLocked() ? refuseLocked() : checkOpen();
     if (!outcome.ok())
         return outcome;
     return guardMemory([&] {

@@ -87,6 +87,7 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
     const std::string entry = relative(path);
     std::optional<Documents::Span> span;
     std::string text;
+    std::optional<std::string> base; // where it differs
     {
         const std::lock_guard lock(mutex);
         if (content.isDamaged())
@@ -96,11 +97,16 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
         if (!span)
             return {StatusCode::NotFound, Texts::tr("there is no value")};
         text = content.getText();
+        if (content.hasEdits())
+            base = content.getBase();
         if (isReadable(description.accessMode))
             place.comment = QString::fromStdString(document.comment(entry));
     }
     const auto position = Documents::placeInFile(text, span->offset);
     place.position = {description.filePath, int(position.line), int(position.column)};
+    const LineBefore onDisk = base ? lineBefore(*base, text, position.line) : LineBefore{position.line, true};
+    place.lineOnDisk = int(onDisk.line);
+    place.isOnDisk = onDisk.isThere;
     return {};
 }
 

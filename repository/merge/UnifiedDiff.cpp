@@ -269,4 +269,28 @@ std::string withHunks(const std::string& before, const std::string& after, const
     return text;
 }
 
+LineBefore lineBefore(const std::string& before, const std::string& after, std::size_t line)
+{
+    std::size_t lineBefore = 1; // the next of each
+    std::size_t lineAfter = 1;
+    std::size_t replaced = 0; // of the lines that went just before
+    for (const Step& step : stepsBetween(linesOf(before), linesOf(after))) {
+        if (step.sign == ' ')
+            replaced = 0;
+        if (step.sign != '-' && lineAfter == line)
+            return {lineBefore - replaced, step.sign == ' ' || replaced > 0};
+        if (step.sign == '+') {
+            replaced -= std::min<std::size_t>(replaced, 1);
+            ++lineAfter;
+        } else if (step.sign == '-') {
+            ++replaced;
+            ++lineBefore;
+        } else {
+            ++lineBefore;
+            ++lineAfter;
+        }
+    }
+    return {lineBefore, false};
+}
+
 } // namespace Repository

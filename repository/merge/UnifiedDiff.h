@@ -16,4 +16,13 @@ std::string unifiedDiff(const std::string& before, const std::string& after, con
 using HunkChoice = std::function<bool(const std::string& hunk)>;
 std::string withHunks(const std::string& before, const std::string& after, const HunkChoice& isChosen);
 
+// Where a line of the text after, both from 1, is in the text before: itself or what it has replaced, or
+// else, where it is new, the line that it comes before.
+struct LineBefore
+{
+    std::size_t line;
+    bool isThere;
+};
+LineBefore lineBefore(const std::string& before, const std::string& after, std::size_t line);
+
 } // namespace Repository

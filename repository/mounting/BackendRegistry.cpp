@@ -5,6 +5,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
+#include "repository/fleet/EtcdBackends.h"
 #include "repository/mounting/FileBackends.h"
 #include "repository/mounting/FolderBackends.h"
 #include "repository/mounting/Mounts.h"
@@ -32,7 +33,14 @@ public:
     }
 
     QString getBackendType() const override { return description.type; }
-    QString getBackendDescription() const override { return description.text; }
+    QString getBackendDescription() const override
+    {
+        const auto open = backend.lock();
+        const QString state = open ? open->getState() : QString();
+        return state.isEmpty()              ? description.text
+               : description.text.isEmpty() ? state
+                                            : QStringLiteral("%1 (%2)").arg(description.text, state);
+    }
     QString getBackendLocation() const override { return description.filePath; }
     QString explainTypeTag(const QVariant& value) const override
     {
@@ -72,9 +80,10 @@ BackendRegistry::BackendRegistry(std::shared_ptr<AttributeStore> attributes, boo
     : store(std::move(attributes))
 {
     auto files = std::make_unique<FileBackends>(store->getTree(), watchesFiles, observer);
-    auto folders = std::make_unique<FolderBackends>(store, *files, watchesFiles, std::move(observer));
+    auto folders = std::make_unique<FolderBackends>(store, *files, watchesFiles, observer);
     kinds.push_back(std::move(files));
     kinds.push_back(std::move(folders));
+    kinds.push_back(std::make_unique<EtcdBackends>(store->getTree(), std::move(observer)));
 }
 
 // A kind uses those before it, also on threads of its own.
@@ -145,13 +154,27 @@ Outcome BackendRegistry::checkDescription(const Backend::Description& descriptio
     return {};
 }
 
+// What was mounted before it turned out that it cannot be opened is taken out again.
+Outcome BackendRegistry::open(BackendKind& kind, const Backend::Description& description)
+{
+    Mounts mounts(*store->getTree(), store->getHistory());
+    std::shared_ptr<Backend> mounted;
+    Outcome outcome = kind.open(description, [&](const std::shared_ptr<Backend>& backend) {
+        Outcome ofMount = mounts.mount(backend);
+        if (ofMount.ok())
+            mounted = backend;
+        return ofMount;
+    });
+    if (!outcome.ok() && mounted && mounts.unmount(mounted, true).ok())
+        kind.forget(*mounted);
+    return outcome;
+}
+
 Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& description, int option)
 {
     const auto existing = findBackend(*store->getTree(), description.name);
     if (!existing)
-        return kind.open(description, [this](const auto& backend) {
-            return Mounts(*store->getTree(), store->getHistory()).mount(backend);
-        });
+        return open(kind, description);
     if (option != createOrReload)
         return {StatusCode::AlreadyExists, Texts::tr("a backend of that name exists already")};
     const Backend::Description& present = existing->getDescription();
@@ -206,6 +229,24 @@ Outcome BackendRegistry::closeBackend(const QString& name, bool discardChanges)
             kindOf(backend->getDescription().type)->forget(*backend);
         return outcome;
     });
+}
+
+Outcome BackendRegistry::setLocked(const QString& name, bool isLocked)
+{
+    return operate(name, Outcome::Operation::Lock, [isLocked](const auto& backend) {
+        backend->setLocked(isLocked);
+        return Outcome();
+    });
+}
+
+QStringList BackendRegistry::getLockedBackends()
+{
+    QStringList names;
+    for (const auto& backend : store->getTree()->getBackends()) {
+        if (backend->isLocked())
+            names.append(backend->getName());
+    }
+    return names;
 }
 
 QStringList BackendRegistry::getBackendNames()

@@ -36,12 +36,15 @@ public:
     getBackendInformation(const QString& name) override;
     Outcome reloadBackend(const QString& name) override;
     Outcome closeBackend(const QString& name, bool discardChanges) override;
+    Outcome setLocked(const QString& name, bool isLocked) override;
+    QStringList getLockedBackends() override;
 
 private:
     // The option of createBackend that reloads a backend which exists already; any other refuses it.
     static constexpr int createOrReload = 3;
 
     BackendKind* kindOf(const QString& type) const;
+    Outcome open(BackendKind& kind, const Backend::Description& description);
     Outcome create(BackendKind& kind, const Backend::Description& description, int option);
     Outcome reload(Backend& backend);
     Outcome operate(const QString& name, Outcome::Operation what,

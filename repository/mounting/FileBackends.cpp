@@ -3,7 +3,6 @@
 #include "repository/backends/FileBackend.h"
 #include "repository/backends/FileKind.h"
 #include "repository/common/MemoryGuard.h"
-#include "repository/common/RepositoryLog.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/store/AttributeTree.h"
@@ -21,17 +20,6 @@ namespace Repository {
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 
-namespace {
-
-void reportUnasked(const Outcome& outcome, const BackendKind::Observer& observer)
-{
-    logged(outcome);
-    if (observer && !(outcome.ok() && outcome.get().warnings.isEmpty()))
-        observer(outcome);
-}
-
-} // namespace
-
 FileBackends::FileBackends(std::shared_ptr<AttributeTree> attributes, bool watchesFiles,
                            Observer unaskedObserver)
     : tree(std::move(attributes)), observer(std::move(unaskedObserver))
@@ -39,9 +27,9 @@ FileBackends::FileBackends(std::shared_ptr<AttributeTree> attributes, bool watch
     if (watchesFiles)
         watcher = std::make_unique<Files::FileWatcher>(
             [copy = observer](const std::string& file, const std::string& reason) {
-                reportUnasked(Outcome(StatusCode::BackendFailure, QString::fromStdString(reason))
-                                  .in(QFile::decodeName(file.c_str())),
-                              copy);
+                report(Outcome(StatusCode::BackendFailure, QString::fromStdString(reason))
+                           .in(QFile::decodeName(file.c_str())),
+                       copy);
             });
 }
 
@@ -122,7 +110,7 @@ void FileBackends::watch(const std::shared_ptr<Backend>& backend, std::chrono::s
         if (!outcome.ok())
             outcome.of(Outcome::Operation::FollowFile, mounted->getName())
                 .in(mounted->getDescription().filePath);
-        reportUnasked(outcome, copy);
+        report(outcome, copy);
     };
     const std::string path = QFile::encodeName(backend->getDescription().filePath).toStdString();
     const int number = watcher->watch(path, since, look);

@@ -112,6 +112,14 @@ Backend::SiblingPosition FolderBackend::positionOf(const QString& path) const
     return {Documents::SiblingPlace::Kind::After, joinedPath(path.left(end), *std::prev(place))};
 }
 
+void FolderBackend::setLocked(bool isOne)
+{
+    const std::lock_guard lock(filesMutex);
+    DocumentBackend::setLocked(isOne);
+    for (const auto& file : qAsConst(files))
+        file->setLocked(isOne);
+}
+
 // To be called before a file is shown.
 void FolderBackend::noteNames(const QString& path)
 {
@@ -218,10 +226,12 @@ void FolderBackend::openOne(const QString& file, const std::function<void()>& aw
     {
         const std::lock_guard lock(filesMutex);
         wasProblem = unopened.remove(file) > 0;
-        if (outcome.ok() && opened)
+        if (outcome.ok() && opened) {
             files.insert(file, opened);
-        else
+            opened->setLocked(isLocked());
+        } else {
             unopened.insert(file, state);
+        }
     }
     if (!outcome.ok() || wasProblem)
         report(outcome.in(file));

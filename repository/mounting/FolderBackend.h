@@ -26,6 +26,8 @@ public:
     // In the order of the names.
     SiblingPosition positionOf(const QString& path) const override;
 
+    void setLocked(bool isOne) override; // its files too
+
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return false; }
     bool isEdited() const override { return false; } // its files are

@@ -7,8 +7,9 @@
 namespace Repository {
 
 // Where a folder is, and which of its files are opened: "/etc", or with conditions, as in
-// "/etc?include=*.conf&exclude=ssl&exclude=*.bak&depth=3". What they mean, FolderFilter tells; any byte may
-// be written as %XX. What has such a name is meant itself. Immutable.
+// "/etc?include=*.conf&exclude=ssl&exclude=*.bak&depth=3&size=2M". What they mean, FolderFilter tells; a
+// size is in bytes, or with K, M or G in 1024 of them and so on; any byte may be written as %XX. What has
+// such a name is meant itself. Immutable.
 class FolderLocation
 {
 public:
@@ -24,10 +25,12 @@ public:
     QString toText() const;
 
     // A location with further conditions.
-    static QString with(const QString& location, const QStringList& include, const QStringList& exclude);
+    static QString with(const QString& location, const Files::FolderFilter& further);
 
 private:
     void read(const QString& name, const QString& value);
+    void readDepth(const QString& value);
+    void readSize(const QString& value);
 
     QString folder;
     QString conditions; // as they are given

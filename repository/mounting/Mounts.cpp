@@ -17,6 +17,9 @@ using FrameworkCore::AppConfig::Outcome;
 namespace {
 
 const QLatin1String backendNamesPath("internal.backends.names");
+// What backends say of themselves, while they are open.
+const QLatin1String backendStatesPath("internal.backends.states");
+const QLatin1String backendUsersPath("internal.backends.users");
 const QChar nameSeparator = QLatin1Char(';');
 
 void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
@@ -82,7 +85,8 @@ Outcome Mounts::unmount(const std::shared_ptr<Backend>& backend, bool discardCha
     Transaction transaction(tree);
     Projection(transaction).unmount(*backend);
     tree.backends.erase(std::find(tree.backends.begin(), tree.backends.end(), backend));
-    transaction.getNodes().takeAttribute(backendNamesPath + pathSeparator + backend->getName());
+    for (const QLatin1String list : {backendNamesPath, backendStatesPath, backendUsersPath})
+        transaction.getNodes().takeAttribute(list + pathSeparator + backend->getName());
     editNames(transaction.getNodes(), [&](QString& names) { removeName(names, backend->getName()); });
     return {};
 }

@@ -125,6 +125,9 @@ Outcome StepReplay::check(const NodeWriter& nodes, const BackendChange& change) 
     const bool isUndo = direction == Direction::Undo;
     if (change.backend->isClosed())
         return refusal(Texts::tr("a backend of it is closed"), change.backend->getName());
+    if (change.backend->isLocked())
+        return refusal(Texts::tr("a backend of it is locked"), change.backend->getName())
+            .advise(Texts::tr("unlock it first"));
     // What both the values and the shape changed is looked at as the later of them left it.
     const QSet<QString> inShape = isUndo ? pathsOf(change.entries) : QSet<QString>();
     const QSet<QString> inValues = isUndo ? QSet<QString>() : pathsOf(change.values);

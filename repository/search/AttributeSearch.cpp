@@ -62,6 +62,17 @@ public:
         return outcome;
     }
 
+    // Of a list, which is no node of its own and so found by its whole path only.
+    Outcome findElement()
+    {
+        const QString& path = query.pathPattern;
+        const bool isWithin = query.roots.isEmpty() ||
+                              std::any_of(query.roots.begin(), query.roots.end(),
+                                          [&path](const QString& root) { return isAtOrBelow(path, root); });
+        count = isWithin && !query.replacement && candidates.front().takeElement(path, tree) ? 1 : 0;
+        return count > 0 ? match() : Outcome();
+    }
+
 private:
     Outcome match()
     {
@@ -128,7 +139,7 @@ Outcome AttributeSearch::find(const SearchQuery& query, const Sink& sink) const
         const QStringList roots = rootsOf(query);
         for (auto root = roots.begin(); root != roots.end() && outcome.ok(); ++root)
             outcome = search.run(*root);
-        return outcome;
+        return outcome.ok() ? search.findElement() : outcome;
     });
 }
 

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
 
@@ -41,6 +42,22 @@ void NodeMatcher::Candidate::takeFrom(const Node& node, AttributeTree& tree)
     }
     const std::lock_guard lock(tree.index.shardOf(NodeIndex::Key(path)).mutex);
     value = node.value;
+}
+
+bool NodeMatcher::Candidate::takeElement(const QString& elementPath, AttributeTree& tree)
+{
+    const auto element = ListElement::at(elementPath);
+    const std::shared_lock lock(tree.structure);
+    const Node* const list = element && !tree.nodeOf(elementPath) ? tree.nodeOf(element->list) : nullptr;
+    if (!list)
+        return false;
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(list->path)).mutex);
+    const QVariant text = element->readFrom(list);
+    path = elementPath;
+    isAttribute = true;
+    isReadable = list->isReadable();
+    value = isReadable ? text : QVariant();
+    return text.isValid();
 }
 
 NodeMatcher::NodeMatcher(AttributeTree& attributes, const SearchQuery& searched)

@@ -25,6 +25,9 @@ public:
         // The structure lock is held.
         void takeFrom(const Node& node, AttributeTree& tree);
 
+        // False where there is no such element of a list.
+        bool takeElement(const QString& path, AttributeTree& tree);
+
         QString path;
         QVariant value;
         bool isAttribute = false;

@@ -3,6 +3,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/ListElement.h"
+#include "repository/store/WriteCheck.h"
 
 namespace Repository {
 
@@ -17,7 +18,7 @@ public:
     // The attribute lock is held.
     explicit Snapshot(const Node& node)
         : path(node.path), value(node.isReadable() ? node.value : QVariant()),
-          dataType(QString::fromLatin1(node.value.typeName())), access(node.getAccess())
+          dataType(QString::fromLatin1(node.value.typeName())), access(presentAccess(node))
     {
     }
 

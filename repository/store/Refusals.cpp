@@ -50,7 +50,7 @@ Outcome Refusals::readOnly(const Node& node)
 {
     if (isAtOrBelow(node.path, ownRoot))
         return ownTree();
-    if (node.backend && !isWritable(node.backend->getAccessMode()))
+    if (node.backend && (node.backend->isLocked() || !isWritable(node.backend->getAccessMode())))
         return readOnly(*node.backend);
     Outcome outcome(StatusCode::NotWritable, Texts::tr("created as read-only"));
     outcome.change().details.append({node.path, {}});
@@ -59,6 +59,8 @@ Outcome Refusals::readOnly(const Node& node)
 
 Outcome Refusals::readOnly(const Backend& backend)
 {
+    if (backend.isLocked())
+        return backend.refuseLocked();
     Outcome outcome(StatusCode::NotWritable, Texts::tr("it is open as read-only"));
     outcome.in(backend.getDescription().filePath);
     return outcome.advise(Texts::tr("open it for writing to change it"));
@@ -110,7 +112,7 @@ Outcome Refusals::noType(const QString& type)
 
 Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
 {
-    if (outcome.ok())
+    if (outcome.ok() || outcome == StatusCode::NotWritable) // which says nothing of the value
         return outcome;
     const QString text = value.toString();
     const QString shown = Outcome::shortened(text);
@@ -124,7 +126,7 @@ Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
 Outcome Refusals::unfitFor(const Node& node, Outcome outcome, const QVariant& value)
 {
     outcome = unfit(std::move(outcome), value, !node.isReadable());
-    if (outcome.ok() || !node.isReadable())
+    if (outcome.ok() || outcome == StatusCode::NotWritable || !node.isReadable())
         return outcome;
     const Documents::Format* const format =
         Documents::findFormat(node.backend->getDescription().type.toStdString());

@@ -5,6 +5,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/ListElement.h"
+#include "repository/store/WriteCheck.h"
 
 #include <algorithm>
 #include <deque>
@@ -109,7 +110,7 @@ NodeInformation TreeReader::getNodeInformation(const QString& path) const
     information.isAttribute = node->isAttribute();
     information.isBackendRoot = node->isBackendRoot();
     information.childCount = node->children ? node->children->count : 0;
-    information.accessMode = node->getAccess();
+    information.accessMode = presentAccess(*node);
     if (node->isAttribute())
         information.dataType = QString::fromLatin1(node->value.typeName());
     if (node->backend)
@@ -129,7 +130,7 @@ NodeInformation TreeReader::elementInformation(const QString& path) const
     if (!text.isValid())
         return information;
     information.exists = information.isAttribute = true;
-    information.accessMode = list->getAccess();
+    information.accessMode = presentAccess(*list);
     information.dataType = QString::fromLatin1(text.typeName());
     if (list->backend)
         information.backend = list->backend->getName();

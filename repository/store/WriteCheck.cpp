@@ -31,9 +31,16 @@ Outcome accept(const Node& node, std::optional<QVariant> converted, QVariant& ac
 
 } // namespace
 
+FrameworkCore::AppConfig::AccessMode presentAccess(const Node& node)
+{
+    using FrameworkCore::AppConfig::AccessMode;
+    const bool isLocked = node.backend && node.backend->isLocked();
+    return isLocked ? AccessMode(quint8(node.getAccess()) & quint8(AccessMode::ReadOnly)) : node.getAccess();
+}
+
 Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
 {
-    if (!isWritable(node.getAccess()))
+    if (!isWritable(presentAccess(node)))
         return Refusals::readOnly(node);
     auto converted = node.value.isValid()
                          ? FrameworkCore::Values::convertVariant(value, node.value.userType())
@@ -45,7 +52,7 @@ Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted)
 
 Outcome acceptRetyped(const Node& node, const QVariant& value, QVariant& accepted)
 {
-    return isWritable(node.getAccess())
+    return isWritable(presentAccess(node))
                ? accept(node, FrameworkCore::Values::toAttributeVariant(value), accepted)
                : Refusals::readOnly(node);
 }
@@ -53,7 +60,7 @@ Outcome acceptRetyped(const Node& node, const QVariant& value, QVariant& accepte
 Outcome acceptNew(AttributeTree& tree, const NodeIndex::Key& key, const Node* node, const Backend* backend,
                   const QVariant& value)
 {
-    if (backend && !isWritable(backend->getAccessMode()))
+    if (backend && (backend->isLocked() || !isWritable(backend->getAccessMode())))
         return Refusals::readOnly(*backend);
     const NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);

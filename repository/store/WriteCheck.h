@@ -5,6 +5,9 @@
 
 namespace Repository {
 
+// What may be done with a node now: of a locked backend it may be read at most.
+FrameworkCore::AppConfig::AccessMode presentAccess(const Node& node);
+
 // Whether an attribute takes a value: it may be written, the value becomes one of its type without loss, and
 // its validations let that pass. Gives what the attribute would hold. The attribute's lock is held.
 FrameworkCore::AppConfig::Outcome acceptWrite(const Node& node, const QVariant& value, QVariant& accepted);

@@ -206,6 +206,8 @@ Outcome ElementCopy::changeList(Node& list, const QString& path, QStringList tex
         return {};
     }
     edited.insert(list.backend);
+    if (isWritten && !removed.isEmpty() && transaction.edit(*list.backend).removeExcerpt(removed).ok())
+        return {};
     return ListEdit::writeTo(transaction.edit(*list.backend), path, accepted, removed);
 }
 

@@ -33,7 +33,8 @@ RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)
     repository = Repository::AttributeRepository::create();
     Utilities::SetAppConfigRepositoryInterface(repository);
     loader.load(QStringList(QFileInfo(QStringLiteral(VANTRY_MODULE)).path()));
-    window = std::make_unique<Vantry::MainWindow>(repository, loader, files);
+    windows = std::make_unique<Vantry::Windows>(repository, loader);
+    window = &windows->open(files);
     tree = part<QTreeView>("treeView");
     if (!tree)
         qFatal("%s", qPrintable(loader.getFindings().front().refusal));
@@ -41,7 +42,7 @@ RunningDesk::RunningDesk(const Folder& folder, const QStringList& files)
 
 RunningDesk::~RunningDesk()
 {
-    window.reset();
+    windows.reset();
     Utilities::SetAppConfigRepositoryInterface({});
 }
 

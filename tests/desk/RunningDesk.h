@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desk/window/MainWindow.h"
+#include "desk/window/Windows.h"
 #include "host/FrameworkCore/AppConfig/RepositoryInterface.h"
 
 #include <QModelIndex>
@@ -48,8 +49,9 @@ public:
 
     Vantry::PluginLoader loader;
     std::shared_ptr<FrameworkCore::AppConfig::Interfaces::RepositoryInterface> repository;
-    std::unique_ptr<Vantry::MainWindow> window;
-    QTreeView* tree; // of the attribute page, not owned
+    std::unique_ptr<Vantry::Windows> windows;
+    Vantry::MainWindow* window; // the first; not owned
+    QTreeView* tree;            // of the attribute page, not owned
 };
 
 } // namespace TestSupport

@@ -209,7 +209,7 @@ private slots:
     {
         write(speed, 1250);
         const quint64 number = Shared::Logging::LogRecord::instance().getLastNumber();
-        desk->window->closeUnasked();
+        desk->windows->closeUnasked();
         QVERIFY(!desk->window->isVisible());
         const auto lines = Shared::Logging::LogRecord::instance().getLines(number);
         QCOMPARE(lines.size(), 1);
@@ -263,7 +263,7 @@ private slots:
         write(speed, 1250);
         QCOMPARE(desk->repository->getTreeInterface()->removeTree(sense), FrameworkCore::AppConfig::Success);
         QVERIFY(desk->repository->getWriterInterface()->createAttribute(added, 2.5, 2, 3));
-        desk->window->closeUnasked();
+        desk->windows->closeUnasked();
         QByteArray meanwhile = plant;
         meanwhile.replace("1200", theirs).replace("true", "false");
         TestSupport::writeFile(folder->path("plant.json"), meanwhile);

@@ -153,13 +153,38 @@ private slots:
         answer("duplicateNode", QStringLiteral("spare"));
         QTRY_COMPARE(shownPath(), QStringLiteral("plant.cell.spare"));
         QCOMPARE(read(QStringLiteral("plant.cell.spare.motor.speed")).toInt(), 1200);
-        const auto remove = [this](Qt::Key key) {
-            choose("deleteNode", [key](QWidget& question) { QTest::keyClick(&question, key); });
+        const auto remove = [this](const char* key, bool isLast = false) {
+            choose("deleteNode", [key, isLast](QWidget& question) {
+                const QString text = static_cast<QMessageBox&>(question).text();
+                QVERIFY2(text.contains(QLatin1String("the 4 entries below it")), qPrintable(text));
+                QVERIFY2(text.contains(QLatin1String("Undo")), qPrintable(text));
+                if (isLast)
+                    QVERIFY(pressKey(QStringLiteral("alt+n")));
+                QVERIFY(pressKey(QLatin1String(key)));
+                QTRY_VERIFY(!question.isVisible());
+            });
         };
-        remove(Qt::Key_Escape);
-        QVERIFY(desk->item(QStringLiteral("plant.cell.spare")).isValid());
-        remove(Qt::Key_Y);
-        QTRY_VERIFY(!desk->item(QStringLiteral("plant.cell.spare")).isValid());
+        const QString spare = QStringLiteral("plant.cell.spare");
+        remove("Escape");
+        remove("Return"); // which takes the safe way
+        QVERIFY(desk->item(spare).isValid());
+        remove("alt+d");
+        QTRY_VERIFY(!desk->item(spare).isValid());
+
+        // Whoever knows it is not asked any more, until they wish to be.
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        select(spare);
+        remove("alt+d", true);
+        QTRY_VERIFY(!desk->item(spare).isValid());
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        select(spare);
+        choose("deleteNode");
+        QTRY_VERIFY(!desk->item(spare).isValid());
+        choose("askAgain");
+        QVERIFY(pressKey(QStringLiteral("ctrl+z")));
+        select(spare);
+        remove("alt+d");
+        QTRY_VERIFY(!desk->item(spare).isValid());
     }
 
     // Wherever it is.

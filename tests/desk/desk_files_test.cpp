@@ -4,9 +4,13 @@
 #include "tests/support/NoThreads.h"
 
 #include <QAbstractItemView>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QSpinBox>
 #include <QToolButton>
 
 using TestSupport::contentOf;
@@ -106,6 +110,62 @@ private slots:
             QTRY_VERIFY(!desk->window->isVisible());
         else
             QTRY_VERIFY(edited->hasFocus());
+    }
+
+    void opensWhatIsWantedOfAFolder()
+    {
+        for (const char* name : {"d/a.ini", "d/b.json", "d/old/c.ini", "d/e/f/g.ini"}) {
+            QVERIFY(QDir().mkpath(QFileInfo(folder->path(name)).path()));
+            TestSupport::writeFile(folder->path(name), QByteArray(name).endsWith("ini") ? "k = 1\n" : "{}\n");
+        }
+        TestSupport::writeFile(folder->path("d/large.ini"), "k = " + QByteArray(3 << 20, 'x') + '\n');
+        const DialogDriver driver([this](QWidget& dialog) {
+            dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(folder->path("d"));
+            dialog.findChild<QLineEdit*>(QStringLiteral("folderInclude"))
+                ->setText(QStringLiteral("*.ini *.toml"));
+            dialog.findChild<QLineEdit*>(QStringLiteral("folderExclude"))->setText(QStringLiteral("old"));
+            dialog.findChild<QSpinBox*>(QStringLiteral("folderDepth"))->setValue(1);
+            dialog.findChild<QComboBox*>(QStringLiteral("folderSize"))->setCurrentIndex(1);
+            static_cast<QDialog&>(dialog).accept();
+        });
+        QVERIFY(pressKey(QStringLiteral("ctrl+shift+o")));
+        QTRY_VERIFY(driver.isDone());
+        QTRY_VERIFY(desk->item(QStringLiteral("d.a%2Eini")).isValid());
+        QTRY_VERIFY(!desk->window->isOpeningFiles());
+        QStringList opened = desk->repository->getBackendInterface()->getBackendNames();
+        opened = opened.filter(QRegularExpression(QStringLiteral("^d\\.")));
+        QCOMPARE(opened, QStringList(QStringLiteral("d.a%2Eini")));
+    }
+
+    // What is locked is shown so, and takes no edit until it is unlocked; the next start knows.
+    void locksAFile()
+    {
+        const auto* const button = desk->part<QToolButton>("lock");
+        const auto isItalic = [this] { return desk->item(speed).data(Qt::FontRole).value<QFont>().italic(); };
+        const auto iconOf = [this](const char* path) {
+            return desk->item(QLatin1String(path)).data(Qt::DecorationRole).value<QIcon>().cacheKey();
+        };
+        desk->tree->setCurrentIndex(desk->item(speed));
+        QTRY_VERIFY(button->isEnabled() && !button->isChecked());
+        QVERIFY(!isItalic());
+        const qint64 open = iconOf("plant");
+        QTest::mouseClick(desk->part<QToolButton>("lock"), Qt::LeftButton);
+        QVERIFY(button->isChecked() && isItalic());
+        QTRY_VERIFY(iconOf("plant") != open && iconOf("limits") == open);
+        QVERIFY(desk->repository->getWriterInterface()->writeAttributeValue(speed, 1, 8) != 0);
+        QTRY_VERIFY2(
+            desk->part<QLabel>("failureText")->text().contains(QLatin1String("it is lock")), // and more
+            qPrintable(desk->part<QLabel>("failureText")->text()));
+        write(maximum, 130); // in another file
+        desk->tree->setCurrentIndex(desk->item(maximum));
+        QTRY_VERIFY(!button->isChecked());
+
+        desk->tree->setCurrentIndex(desk->item(speed));
+        QTRY_VERIFY(button->isChecked());
+        QVERIFY(pressKey(QStringLiteral("ctrl+l")));
+        QTRY_VERIFY(!button->isChecked());
+        QTRY_COMPARE(iconOf("plant"), open);
+        write(speed, 1300);
     }
 
     // The keys are those of the text field, the menu's entries those of the attributes.

@@ -1,4 +1,5 @@
 #include "tests/desk/DeskTest.h"
+#include "tests/support/Columns.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -62,6 +63,36 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("ctrl+f")));
         QVERIFY(TestSupport::typeText(QStringLiteral("zzz"))); // replaces what was selected
         QTRY_COMPARE(status(), QStringLiteral("Nothing found"));
+    }
+
+    // Whatever the tree was narrowed to.
+    void leadsToWhatTheTreeLeavesOut_data()
+    {
+        const auto row = TestSupport::columns<bool>("isByBox");
+        row("its search", false);
+        row("its boxes", true);
+    }
+
+    void leadsToWhatTheTreeLeavesOut()
+    {
+        QFETCH(bool, isByBox);
+        if (isByBox) {
+            QTRY_VERIFY(desk->part<QComboBox>("cbFilter1")->isEnabled());
+            desk->part<QComboBox>("cbFilter1")->setCurrentText(QStringLiteral("limits"));
+        } else {
+            desk->part<QLineEdit>("edtSearchPath")->setText(QStringLiteral("limits"));
+            QTest::keyClick(desk->part<QLineEdit>("edtSearchPath"), Qt::Key_Return);
+        }
+        QTRY_VERIFY(!desk->item(speed).isValid());
+        beginTyping("ctrl+f", "speed");
+        QTRY_COMPARE(foundRows().size(), 1);
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_VERIFY(hits().hasFocus());
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_COMPARE(shownPath(), speed);
+        QVERIFY(desk->item(maximum).isValid());
+        QVERIFY(desk->part<QLineEdit>("edtSearchPath")->text().isEmpty());
+        QVERIFY(desk->part<QLabel>("noticeText")->text().contains(speed));
     }
 
     void takesAllSwitches()
@@ -158,7 +189,7 @@ private slots:
         QVERIFY2(foundRows().first().startsWith(speed + QStringLiteral("|1200|it holds a whole number")),
                  qPrintable(foundRows().first()));
         auto& button = *desk->part<QPushButton>("findReplace");
-        QCOMPARE(button.text(), QStringLiteral("Replace 2 Val&ues"));
+        QCOMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
         QVERIFY(TestSupport::pressKey(QStringLiteral("BackSpace")));
         QVERIFY(TestSupport::typeText(QStringLiteral("3")));
         QTRY_COMPARE(foundRows().at(1), QStringLiteral("plant.cell.pump.name|2 of 12|2 of 3|plant.json:2"));
@@ -166,7 +197,7 @@ private slots:
         QTRY_VERIFY(hits().hasFocus());
         QVERIFY(pressKey(QStringLiteral("Down")));
         QVERIFY(pressKey(QStringLiteral("space"))); // leaves the name as it is
-        QTRY_COMPARE(button.text(), QStringLiteral("Replace 2 Val&ues"));
+        QTRY_COMPARE(button.text(), QStringLiteral("&Replace 2 Values"));
         QTest::mouseClick(&button, Qt::LeftButton);
         QTRY_COMPARE(read(speed).toInt(), 300);
         QCOMPARE(read(maximum).toInt(), 35);

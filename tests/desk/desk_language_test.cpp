@@ -6,6 +6,7 @@
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDockWidget>
@@ -134,6 +135,36 @@ private slots:
                 if (!key.isNull() && keys.contains(key))
                     twice.append(keys.value(key) + QLatin1String(" / ") + action->text());
                 keys.insert(key, action->text());
+            }
+        }
+        QCOMPARE(twice, QStringList());
+    }
+
+    // Alt and a letter lead to a menu of the bar, or to one thing in a dock.
+    void keysOfDocksAreUnique_data() { keysOfMenusAreUnique_data(); }
+
+    void keysOfDocksAreUnique()
+    {
+        QFETCH(QString, language);
+        open(language);
+        QStringList twice;
+        for (QDockWidget* dock : desk->window->findChildren<QDockWidget*>()) {
+            dock->show();
+            QStringList texts;
+            for (const QAction* menu : desk->window->menuBar()->actions())
+                texts.append(menu->text());
+            for (const QAbstractButton* button : dock->findChildren<QAbstractButton*>())
+                texts.append(button->text());
+            for (const QLabel* label : dock->findChildren<QLabel*>()) {
+                if (label->buddy())
+                    texts.append(label->text());
+            }
+            QMap<QChar, QString> keys;
+            for (const QString& text : qAsConst(texts)) {
+                const QChar key = keyOf(text);
+                if (!key.isNull() && keys.contains(key))
+                    twice.append(keys.value(key) + QLatin1String(" / ") + text);
+                keys.insert(key, text);
             }
         }
         QCOMPARE(twice, QStringList());

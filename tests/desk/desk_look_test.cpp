@@ -83,7 +83,7 @@ private slots:
     void turnsDarkWithThePalette()
     {
         const QPalette light = QApplication::palette();
-        const QList<QWidget*> parts{desk->window.get(), desk->part<QWidget>("navigationArea"),
+        const QList<QWidget*> parts{desk->window, desk->part<QWidget>("navigationArea"),
                                     desk->tree->viewport(),
                                     desk->part<QTextBrowser>("txtAttributeDetails")->viewport()};
         const auto areDark = [&parts](bool expected) {
@@ -123,8 +123,8 @@ private slots:
     void quitsByKey()
     {
         QVERIFY(QKeySequence::keyBindings(QKeySequence::Quit).isEmpty());
-        QVERIFY(QTest::qWaitForWindowActive(desk->window.get()));
-        QTest::keyClick(desk->window.get(), Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(QTest::qWaitForWindowActive(desk->window));
+        QTest::keyClick(desk->window, Qt::Key_Q, Qt::ControlModifier);
         QTRY_VERIFY(!desk->window->isVisible());
     }
 

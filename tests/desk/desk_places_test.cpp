@@ -43,13 +43,18 @@ private slots:
         select(maximum);
         QVERIFY(
             desk->repository->getWriterInterface()->createAttribute(QStringLiteral("limits.first"), 1, 2, 3));
-        QTRY_COMPARE(place->text(), QStringLiteral("limits.ini:4:11"));
+        QTRY_VERIFY(place->toolTip().contains(QStringLiteral("Line 4 once it is saved")));
+        QCOMPARE(place->text(), QStringLiteral("limits.ini:2:11"));
+        select(QStringLiteral("limits.first"));
+        QTRY_COMPARE(place->text(), QStringLiteral("limits.ini:1:1, not saved yet"));
+        select(maximum);
         TestSupport::writeFile(folder->path("limits.ini"),
                                "[oven]\n; <b>the hottest\n; of all\nmaximum = 130\n");
-        QTRY_COMPARE(place->text(), QStringLiteral("limits.ini:6:11"));
+        QTRY_COMPARE(place->text(), QStringLiteral("limits.ini:4:11"));
         QTRY_VERIFY(comment->isVisible());
         QCOMPARE(comment->text(), QStringLiteral("; <b>the hottest\n; of all"));
-        QVERIFY(place->toolTip().contains(folder->path("limits.ini") + QStringLiteral(":6:11")));
+        QVERIFY(place->toolTip().contains(folder->path("limits.ini") + QStringLiteral(":4:11")));
+        QVERIFY(place->toolTip().contains(QStringLiteral("Line 6 once it is saved")));
         QVERIFY2(place->toolTip().contains(QStringLiteral("; &lt;b&gt;the hottest")),
                  qPrintable(place->toolTip()));
 

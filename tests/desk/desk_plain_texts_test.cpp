@@ -271,7 +271,7 @@ private slots:
 
     void inDialogs()
     {
-        const AttributeTreeModelInputDialogs dialogs(desk->window.get());
+        const AttributeTreeModelInputDialogs dialogs(desk->window);
         const auto during = [this](const std::function<void()>& ask) {
             const DialogDriver driver([this](QWidget& dialog) {
                 looksPlain(dialog);
@@ -282,7 +282,7 @@ private slots:
         };
         during([&] { dialogs.showConfirmationDialog(tr("Delete?"), pathOf(image)); });
         during([&] { dialogs.showConfirmationDialog(image, {}); });
-        during([&] { AttributeTreeModelInputDialogs::ShowWarningMessage(desk->window.get(), image, image); });
+        during([&] { AttributeTreeModelInputDialogs::ShowWarningMessage(desk->window, image, image); });
         bool isAccepted = false;
         during([&] { dialogs.showSingleTextDialog({}, tr("Name"), image, isAccepted); });
         QString name = image;
@@ -295,7 +295,7 @@ private slots:
     // The question whether a file shall be overwritten is Qt's own.
     void inTheFileDialog()
     {
-        const AttributeTreeModelInputDialogs dialogs(desk->window.get());
+        const AttributeTreeModelInputDialogs dialogs(desk->window);
         std::optional<DialogDriver> question;
         const DialogDriver driver([&](QWidget& chooser) {
             auto* const name = chooser.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));

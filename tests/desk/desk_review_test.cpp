@@ -144,7 +144,7 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("ctrl+a")));
 
         QTRY_COMPARE(hunks().getChosen().size(), 2);
-        QTRY_COMPARE(desk->part<QPushButton>("saveHunks")->text(), QStringLiteral("Save 2 &Hunks"));
+        QTRY_COMPARE(desk->part<QPushButton>("saveHunks")->text(), QStringLiteral("Save 2 H&unks"));
         for (QTextBlock line = hunks().document()->begin(); line.isValid(); line = line.next()) {
             if (line.text() == QLatin1String("+port = 81 # of http"))
                 QVERIFY(

@@ -21,7 +21,7 @@ class DeskSessionTest : public DeskTest
     void startAgain(const QStringList& files = {})
     {
         desk = std::make_unique<RunningDesk>(*folder, files);
-        desk->window->beginSession(files.isEmpty());
+        desk->windows->beginSession(files.isEmpty());
         QVERIFY(TestSupport::showActive(*desk->window));
     }
 
@@ -41,7 +41,7 @@ private slots:
     void init()
     {
         open();
-        desk->window->beginSession(false);
+        desk->windows->beginSession(false);
     }
     void cleanup() { close(); }
 
@@ -92,7 +92,7 @@ private slots:
     void bringsBackWhatIsUnsaved()
     {
         write(speed, 1250);
-        const QDir running(folder->path("state/vantry/running"));
+        const QDir running(folder->path("state/vantry/running/1"));
         QTRY_VERIFY_WITH_TIMEOUT(running.entryList(QDir::Files).size() == 2, 15000);
         QTRY_VERIFY(session().contains("plant.json"));
         die();
@@ -106,6 +106,42 @@ private slots:
         QVERIFY(TestSupport::pressKey(QStringLiteral("ctrl+s")));
         QTRY_VERIFY_WITH_TIMEOUT(running.entryList(QDir::Files).isEmpty(), 15000);
         QVERIFY(QDir(folder->path("state/vantry/unsaved")).entryList(QDir::Files).isEmpty());
+    }
+
+    // Each keeps its own, and nobody takes what another is still at work with.
+    void keepsWhatASecondDeskHasUnsaved()
+    {
+        auto second = std::make_unique<RunningDesk>(*folder, QStringList(folder->path("limits.ini")));
+        second->windows->beginSession(false);
+        QTRY_VERIFY(second->item(maximum).isValid());
+        QCOMPARE(second->repository->getWriterInterface()->writeAttributeValue(maximum, 130, 8), 0);
+        const QDir running(folder->path("state/vantry/running/2"));
+        QTRY_VERIFY_WITH_TIMEOUT(running.entryList(QDir::Files).size() == 2, 15000);
+        {
+            RunningDesk third(*folder, {});
+            third.windows->beginSession(false);
+            third.window->showKeptChanges();
+            QVERIFY2(!third.part<QWidget>("keptChangesBar")->isVisibleTo(third.window),
+                     "it takes what a running desk keeps");
+        }
+        second.reset();
+        die();
+        startAgain({folder->path("plant.json")});
+        desk->window->showKeptChanges();
+        QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
+        QCOMPARE(QDir(folder->path("state/vantry/unsaved")).entryList(QDir::Files).size(), 2);
+    }
+
+    void bringsBackLocks()
+    {
+        const auto locked = [this] { return desk->repository->getBackendInterface()->getLockedBackends(); };
+        QVERIFY(desk->repository->getBackendInterface()->setLocked(QStringLiteral("limits"), true));
+        QTRY_VERIFY(session().contains("\"locked\": [\n        \"limits\""));
+        die();
+        startAgain();
+        QTRY_COMPARE(locked(), QStringList(QStringLiteral("limits")));
+        QTRY_VERIFY(desk->item(sense).isValid());
+        write(sense, QStringLiteral("right"));
     }
 
     void startsWithoutOnWish()

@@ -390,7 +390,7 @@ private slots:
         const QPointer<QWidget> control = desk->part<QWidget>("VantryControl");
         QVERIFY(main && control);
         QVERIFY(desk->window->close());
-        desk->window.reset();
+        desk->windows.reset();
         QVERIFY(!main);
         QVERIFY(!control);
 
@@ -418,7 +418,8 @@ private slots:
         Vantry::PluginLoader loader{Vantry::PluginTrial(QStringLiteral(VANTRY_DESK))};
         loader.load(QStringList{plugins.path(), QFileInfo(QStringLiteral(VANTRY_MODULE)).path()});
         {
-            MainWindow window(repository, loader, {folder->path("plant.json")});
+            Vantry::Windows windows(repository, loader);
+            MainWindow& window = windows.open({folder->path("plant.json")});
             QVERIFY(TestSupport::showActive(window));
             const auto* const area = window.findChild<QStackedWidget*>(QStringLiteral("workArea"));
             const auto* const tree = window.findChild<QTreeView*>(QStringLiteral("treeView"));
@@ -457,7 +458,8 @@ private slots:
         const auto repository = Repository::AttributeRepository::create();
         Vantry::PluginLoader loader{Vantry::PluginTrial(QStringLiteral(VANTRY_DESK))};
         loader.load(QStringList(plugins.path()));
-        MainWindow window(repository, loader, {});
+        Vantry::Windows windows(repository, loader);
+        MainWindow& window = windows.open({});
         QVERIFY(TestSupport::showActive(window));
         QVERIFY(window.findChild<QDockWidget*>(QStringLiteral("pluginDock"))->isVisible());
         const auto* const rows = window.findChild<QTreeWidget*>(QStringLiteral("pluginRows"));
@@ -501,7 +503,7 @@ private:
         const auto* const splitter = desk->part<QSplitter>(splitterName);
         const int before = splitter->sizes().first();
         const QWidget* const handle = splitter->handle(1);
-        const QPoint start = handle->mapTo(desk->window.get(), handle->rect().center());
+        const QPoint start = handle->mapTo(desk->window, handle->rect().center());
         const QPoint end = start + QPoint(distance, 0);
         QWindow* const window = desk->window->windowHandle(); // a widget's moves have no button pressed
         QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, start);

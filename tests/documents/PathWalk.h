@@ -116,16 +116,19 @@ private:
         const std::string parent = random.bounded(3) == 0 ? "" : anyPath();
         const std::string path = Repository::Documents::joinPath(parent, pick(names));
         const Value value = random.bounded(6) == 0 ? group() : anyValue();
-        giveWay(parent);
+        const std::string null = giveWay(parent);
         for (std::string above = path; !above.empty(); above = parentOf(above))
             model.emplace(above, group());
         if (value.type != Type::Group)
             model[path] = value;
-        return insert(path, value);
+        const Outcome outcome = insert(path, value);
+        if (!null.empty() && document->spell(null)) // a member of a map, which has no other
+            model[null] = Value{Type::Null, {}};
+        return outcome;
     }
 
-    // In yaml, a null without entries gives way to the first one.
-    void giveWay(std::string above)
+    // In yaml, a null without entries gives way to the first one; its path.
+    std::string giveWay(std::string above)
     {
         while (!above.empty() && model.count(above) == 0)
             above = parentOf(above);
@@ -134,6 +137,9 @@ private:
         const bool hasEntries = next != model.end() && isAtOrBelow(next->first, above);
         if (type == "yaml" && place != model.end() && place->second.type == Type::Null && !hasEntries)
             place->second = group();
+        else
+            return {};
+        return above;
     }
 
     Outcome removeAny()
@@ -180,7 +186,8 @@ void walkFromManySeeds(const Arguments&... arguments)
 {
     int edits = 0;
     int refusals = 0;
-    for (quint32 seed = 0; seed < 2500; ++seed) {
+    for (quint32 seed = 0; seed < quint32(std::max(2500, qEnvironmentVariableIntValue("VANTRY_WALK_SEEDS")));
+         ++seed) {
         Walk walk(arguments..., seed);
         for (int step = 0; step < 25; ++step) {
             const QString fault = walk.step();

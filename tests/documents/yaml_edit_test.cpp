@@ -93,6 +93,13 @@ private slots:
         row("lines", "a: x\r\nb: y\r\n", setTo("a", text("u\nv")), "a: |-\r\n  u\r\n  v\r\nb: y\r\n");
         row("lines before a comment", "a: x # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\" # c\n");
         row("lines above a comment", "a: x\n  # c\n", setTo("a", text("u\nv")), "a: \"u\\nv\"\n  # c\n");
+        row("lines off their line", "-\n      x\n- 1\n", setTo("0", text("u\nv")),
+            "-\n      \"u\\nv\"\n- 1\n");
+        row("lines below a document's mark", "--- 1\n---\n!t x\n", setTo("1", text("u\nv")),
+            "--- 1\n---\n!t \"u\\nv\"\n");
+        row("lines beside a document's mark", "--- 1\n--- !t x\n", setTo("1", text("u\nv")),
+            "--- 1\n--- !t |-\n  u\n  v\n");
+        row("block off its line", "-\n      |\n- 1\n", setTo("0", text("u")), "-\n      |2-\n  u\n- 1\n");
         row("literal", "a: | # c\n    x\n\nb: 1\n", setTo("a", text("y\nz")),
             "a: |- # c\n    y\n    z\n\nb: 1\n");
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
@@ -102,6 +109,7 @@ private slots:
         row("folded", "a: >\n  x\n", setTo("a", text("u v\nw\n")), "a: >\n  u v\n\n  w\n");
         row("empty", "a:\nb: 1\n", setTo("a", integer(5)), "a: 5\nb: 1\n");
         row("key alone", "{a, b: 1}\n", setTo("a", integer(5)), "{a: 5, b: 1}\n");
+        row("empty key alone", "{a: 1, !!str }\n", setTo("%00", text("x")), "{a: 1, !!str : x }\n");
         row("anchor and tag", "a: &x !!str 5\n", setTo("a", text("6")), "a: &x !!str \"6\"\n");
         row("another tag", "a: !!str 5\n", setTo("a", integer(6)), "a: 6\n");
         row("bytes", "a: !!binary |\n  aGk=\n", setTo("a", {Type::ByteArray, std::string("ab")}),
@@ -143,7 +151,36 @@ private slots:
         row("first in an element", "- a: 1\n  b: 2\n", drop("0.a"), "- b: 2\n");
         row("first above a comment", "- a: 1 # x\n  # y\n  b: 2\n", drop("0.a"), "-\n  # y\n  b: 2\n");
         row("in brackets", "a: {b: 1, c: 2, }\n", drop("a.c"), "a: {b: 1, }\n");
+        row("of an empty key", "{a: 1,\n:\n}\n", drop("%00"), "{a: 1\n}\n");
         row("with a text", "a: |+\n  x\n\nb: 1\n", drop("a"), "b: 1\n");
+        row("the last of a file", "# c\na: 1 # x\n", drop("a"), "# c\n{}\n");
+        row("the last of a root list", "- 1\n# c\n", drop("0"), "[]\n# c\n");
+        row("document", "a: 1\n---\nb: 2", add("2.c", integer(3)), "a: 1\n---\nb: 2\n---\nc: 3\n");
+        row("empty document", "a: 1\n---\nb: 2\n", add("2"), "a: 1\n---\nb: 2\n---\n{}\n");
+        row("value as a document", "a: 1\n---\nb: 2\n...\n", add("2", text("no")),
+            "a: 1\n---\nb: 2\n...\n---\n\"no\"\n");
+        row("document between", "a: 1\n# of a\n--- # of b\nb: 2\n", addElement("1", {{"c", integer(3)}}),
+            "a: 1\n# of a\n---\nc: 3\n--- # of b\nb: 2\n");
+        row("document in front", "# f\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
+            "c: 3\n---\n# f\na: 1\n---\nb: 2\n");
+        row("document in front of a mark", "# f\n---\na: 1\n---\nb: 2\n",
+            addElement("0", {{"c", integer(3)}}), "# f\n---\nc: 3\n---\na: 1\n---\nb: 2\n");
+        row("no document", "# f\na: 1\n# of a\n---\nb: 2\n---\nc: 3\n", drop("0"),
+            "# f\n---\nb: 2\n---\nc: 3\n");
+        row("document with its anchors", "a: 1\n---\n# of b\nb: &x 2\nd: *x\n# end\n---\n---\nc: 3\n",
+            drop("1"), "a: 1\n---\n---\nc: 3\n");
+        row("no document with directives", "a: 1\n...\n%YAML 1.2\n---\nb: 2\n---\nc: 3\n", drop("1"),
+            "a: 1\n...\n---\nc: 3\n");
+        row("no document before directives", "a: 1\n---\nb: 2\n...\n%YAML 1.2\n---\nc: 3\n", drop("1"),
+            "a: 1\n...\n%YAML 1.2\n---\nc: 3\n");
+        row("documents without marks", "a: 1\n...\nb: 2\n...\nc: 3\n", drop("1"), "a: 1\n...\nc: 3\n");
+        row("document to the end", "# f\na: 1\n--- # of b\nb: 2\n---\nc: 3", move("0", "2"),
+            "# f\n--- # of b\nb: 2\n---\nc: 3\n---\na: 1");
+        row("document to the front", "a: 1\n---\nb: 2\n---\nc: 3\n", move("2", "0"),
+            "c: 3\n---\na: 1\n---\nb: 2\n");
+        row("element in brackets", "l: [\n  # one\n  {a: 1}, # x\n  # two\n  5, # y\n]\n", move("l.0", "l.1"),
+            "l: [\n  # two\n  5, # y\n  # one\n  {a: 1}, # x\n]\n");
+        row("element over others", "l: [1, {a: 2}, 3]\n", move("l.2", "l.0"), "l: [3, 1, {a: 2}]\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
@@ -175,11 +212,16 @@ private slots:
         row("complex key", "? [a]\n: 1\n", renameTo("[a]", "b"), "keeps its name");
         row("below an alias", "a: &x {k: 1}\nb: *x\n", setTo("b.k", integer(2)), "the alias *x");
         row("shown by an alias", "a: &x {k: 1}\nb: *x\n", setTo("a.k", integer(2)), "at line 2");
+        row("named by an alias", "a: &x k\n*x : 1\n", setTo("a", text("l")), "by its alias at line 2");
         row("used anchor", "a: &x 1\nb: *x\n", drop("a"), "is used at line 2");
         row("merged", "a: &x {k: 1}\nb:\n  <<: *x\n", setTo("b.<<", integer(2)), "merged");
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
+        row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
+        row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
+            "would take them over");
+        row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }
 

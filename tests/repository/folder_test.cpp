@@ -87,6 +87,8 @@ private slots:
         row("a folder", "?exclude=conf.d", "a%2Ejson");
         row("a path", "?exclude=conf.d/[b-c]*", "a%2Ejson");
         row("the upper ones", "?depth=0", "a%2Ejson");
+        row("small ones", "?size=9", "a%2Ejson");
+        row("all by their size", "?size=1k&depth=0", "a%2Ejson");
         row("encoded", "?include=%61.json", "a%2Ejson");
         row("nothing", "?include=b", "");
     }
@@ -128,7 +130,9 @@ private slots:
         QCOMPARE(mountFile("folder", "m", fileOf("none")), NotFound);
         QCOMPARE(mountFile("folder", "m", in("a.json")), NotFound);
         QCOMPARE(mountFile("folder", "m", fileOf("d?only=x")), InvalidPath);
-        QCOMPARE(mountFile("folder", "m", fileOf("d?depth=no")), InvalidPath);
+        for (const char* conditions :
+             {"d?depth=no", "d?size=", "d?size=K", "d?size=1T", "d?size=99999999999G"})
+            QCOMPARE(mountFile("folder", "m", fileOf(conditions)), InvalidPath);
         QVERIFY(open(AccessMode::ReadOnly));
         QVERIFY(!write("m.a%2Ejson.k", 5));
         QVERIFY(close("m"));

@@ -28,6 +28,38 @@ private slots:
         QCOMPARE(saved(), QByteArray("; the first\na = 1\nnew = x\n[s]\nb = 2 ; the second\n"));
     }
 
+    // The line of the file as it is, for what opens that.
+    void findsTheLineOnTheDisk_data()
+    {
+        const auto row = TestSupport::columns<QString, int, bool>("path", "line", "isOnDisk");
+        row("before all edits", "m.a", 1, true);
+        row("inserted", "m.new", 3, false);
+        row("after what was inserted", "m.s.b", 4, true);
+        row("changed", "m.s.c", 5, true);
+        row("after what was removed", "m.s.e", 7, true);
+        row("inserted at the end", "m.s.last", 8, false);
+    }
+
+    void findsTheLineOnTheDisk()
+    {
+        QFETCH(QString, path);
+        QFETCH(int, line);
+        QFETCH(bool, isOnDisk);
+        QVERIFY(mount("ini", "m", "a = 1\nz = 1\n[s]\nb = 2\nc = 3\nd = 4\ne = 5\n"));
+        QVERIFY(create("m.new", 1));
+        QVERIFY(write("m.s.c", 30));
+        QVERIFY(remove("m.s.d"));
+        QVERIFY(create("m.s.last", 1));
+        TextPlace place;
+        QVERIFY(texts()->locate(path, place).ok());
+        QCOMPARE(place.lineOnDisk, line);
+        QCOMPARE(place.isOnDisk, isOnDisk);
+        QVERIFY(save());
+        QVERIFY(texts()->locate(path, place).ok());
+        QCOMPARE(place.lineOnDisk, place.position.line);
+        QVERIFY(place.isOnDisk);
+    }
+
     void refusesWhatHasNoPlace_data()
     {
         const auto row = TestSupport::columns<QString, QString>("path", "reason");

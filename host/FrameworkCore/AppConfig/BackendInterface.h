@@ -63,6 +63,16 @@ public:
     {
         return saveBackend(name) ? Outcome() : Outcome(BackendFailure, QStringLiteral("the log says why"));
     }
+
+    // While a backend is locked, whatever would edit it is refused, undo and redo too; its attributes are
+    // read-only, or none. What was edited before may be saved or reverted, and what other programs write
+    // comes in. With a folder go all its files, also those that come later. A repository that does not
+    // override it locks nothing.
+    virtual Outcome setLocked(const QString& /*name*/, bool /*isLocked*/)
+    {
+        return {BackendFailure, QStringLiteral("this repository locks nothing")};
+    }
+    virtual QStringList getLockedBackends() { return {}; } // in the order of their creation
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces

@@ -55,6 +55,8 @@ QString phraseOf(Outcome::Operation operation, bool hasValue)
         return Texts::tr("'%1' was not matched");
     case Outcome::Operation::Locate:
         return Texts::tr("'%1' has no place in a text");
+    case Outcome::Operation::Lock:
+        return Texts::tr("The backend '%1' was not locked");
     }
     return {};
 }

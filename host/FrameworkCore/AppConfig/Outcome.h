@@ -38,7 +38,8 @@ public:
         Undo,
         Redo,
         Match, // with the text of a search
-        Locate
+        Locate,
+        Lock
     };
 
     // One of several places that a reason is about.

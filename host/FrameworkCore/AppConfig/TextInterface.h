@@ -14,6 +14,11 @@ struct TextPlace
 {
     FilePosition position; // the file is the location that the backend was given
     QString comment; // of the attribute: the lines above it, then the rest of its line; empty without one
+
+    // The line of the file as it is on the disk: while that has no such line yet, the one that it would come
+    // before.
+    int lineOnDisk = 0;
+    bool isOnDisk = true;
 };
 
 // The bytes of a value in a text.

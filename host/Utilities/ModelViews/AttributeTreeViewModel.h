@@ -65,6 +65,10 @@ signals:
     // event loop, and not while a popup, a modal dialog or an editor in the tree is open.
     void refreshAttributeTree();
 
+    // Emitted by whoever wants to lead a person to what the page's search leaves out: the page is to show
+    // everything.
+    void showAllRequested();
+
 private:
     class Private;
     std::unique_ptr<Private> d;

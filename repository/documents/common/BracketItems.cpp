@@ -43,14 +43,15 @@ void BracketItems::replace(std::size_t index, std::string replacement)
     edits.push_back({items[index].begin, items[index].end, std::move(replacement)});
 }
 
-void BracketItems::insert(std::size_t index, const std::vector<std::string>& inserted)
+void BracketItems::insert(std::size_t index, const std::vector<std::string>& inserted,
+                          std::string_view comment)
 {
     if (inserted.empty())
         return;
     if (items.empty())
         fill(inserted);
-    else if (!isOneLine && beginsLine(index == 0 ? 0 : index - 1))
-        insertLines(index, inserted);
+    else if (insertsLines(index))
+        insertLines(index, inserted, comment);
     else
         insertInLine(index, inserted);
 }
@@ -68,7 +69,8 @@ void BracketItems::fill(const std::vector<std::string>& inserted)
         edits.push_back({1, closing, isOneLine ? ' ' + joined + ' ' : joined});
 }
 
-void BracketItems::insertLines(std::size_t index, const std::vector<std::string>& inserted)
+void BracketItems::insertLines(std::size_t index, const std::vector<std::string>& inserted,
+                               std::string_view comment)
 {
     const std::string indentation = indentationOf(index == 0 ? 0 : index - 1);
     const bool isLast = index == items.size();
@@ -78,6 +80,7 @@ void BracketItems::insertLines(std::size_t index, const std::vector<std::string>
         const bool hasComma = !isLast || endsInComma || i + 1 < inserted.size();
         ((lines += lineEnd) += indentation) += inserted[i] + (hasComma ? "," : "");
     }
+    lines += comment;
     std::size_t at = 1;
     if (index > 0) {
         const Item& before = items[index - 1];
@@ -86,7 +89,7 @@ void BracketItems::insertLines(std::size_t index, const std::vector<std::string>
         at = (before.comma == npos ? before.end : before.comma + 1);
     }
     at = lineTail(at);
-    const bool breaksLine = !isLineEnd(text[at]) && !isLast;
+    const bool breaksLine = !isLineEnd(text[at]) && (!isLast || !comment.empty());
     edits.push_back({at, at, breaksLine ? lines + std::string(lineEnd) + indentation : lines});
 }
 
@@ -106,7 +109,7 @@ void BracketItems::insertInLine(std::size_t index, const std::vector<std::string
     edits.push_back({items.back().end, items.back().end, std::move(joined)});
 }
 
-void BracketItems::remove(std::size_t from, std::size_t count)
+void BracketItems::remove(std::size_t from, std::size_t count, bool withCommentsAbove)
 {
     if (count == 0)
         return;
@@ -114,14 +117,15 @@ void BracketItems::remove(std::size_t from, std::size_t count)
     const std::size_t after = items[last].comma == npos ? items[last].end : items[last].comma + 1;
     const std::size_t tail = lineTail(after);
     if (beginsLine(from) && isLineEnd(text[tail]) && !isOneLine)
-        removeLines(from, last);
+        removeLines(from, last, withCommentsAbove);
     else
         removeInLine(from, last);
 }
 
-void BracketItems::removeLines(std::size_t from, std::size_t last)
+void BracketItems::removeLines(std::size_t from, std::size_t last, bool withCommentsAbove)
 {
-    const std::size_t line = text.find_last_not_of(" \t", items[from].begin - 1) + 1;
+    const auto around = withCommentsAbove ? surroundingsOf(from) : std::nullopt;
+    const std::size_t line = around ? around->above : text.find_last_not_of(" \t", items[from].begin - 1) + 1;
     const bool hasComma = items[last].comma != npos;
     const std::size_t tail = lineTail(hasComma ? items[last].comma + 1 : items[last].end);
     if (!hasComma && from > 0)
@@ -174,6 +178,13 @@ std::string_view BracketItems::commentBehind(std::size_t index) const
 {
     const auto found = surroundingsOf(index);
     return found ? text.substr(found->tail, found->end - found->tail) : std::string_view();
+}
+
+std::string_view BracketItems::commentsAbove(std::size_t index) const
+{
+    const auto found = surroundingsOf(index);
+    const std::size_t line = found ? text.find_last_not_of(" \t", items[index].begin - 1) + 1 : 0;
+    return found ? text.substr(found->above, line - found->above) : std::string_view();
 }
 
 void BracketItems::move(std::size_t from, std::size_t to)

@@ -41,13 +41,21 @@ public:
     std::string_view item(std::size_t index) const;
     const std::vector<Item>& getItems() const { return items; }
 
-    // The comment that goes with an item that has lines of its own, with the blanks before it; empty without.
+    // The comments that go with an item that has lines of its own: the one after it, with the blanks before
+    // that, and the lines right above it; empty without.
     std::string_view commentBehind(std::size_t index) const;
+    std::string_view commentsAbove(std::size_t index) const;
 
     // The edits to apply to the text; one that inserts or removes must be the only one of its kind.
     void replace(std::size_t index, std::string replacement);
-    void insert(std::size_t index, const std::vector<std::string>& inserted);
-    void remove(std::size_t from, std::size_t count);
+    void insert(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment = {});
+    void remove(std::size_t from, std::size_t count, bool withCommentsAbove = false);
+
+    // Whether a new item gets a line of its own, on which a comment may go after it.
+    bool insertsLines(std::size_t index) const
+    {
+        return !items.empty() && !isOneLine && beginsLine(index == 0 ? 0 : index - 1);
+    }
 
     // Gives an item another index. Of items on lines of their own, the comments right above and on the line
     // go along; any other comment stays where it is.
@@ -74,10 +82,10 @@ private:
     std::string indentationOf(std::size_t index) const;
     std::string separator() const;
     void fill(const std::vector<std::string>& inserted);
-    void insertLines(std::size_t index, const std::vector<std::string>& inserted);
+    void insertLines(std::size_t index, const std::vector<std::string>& inserted, std::string_view comment);
     void insertInLine(std::size_t index, const std::vector<std::string>& inserted);
     void removeInLine(std::size_t from, std::size_t last);
-    void removeLines(std::size_t from, std::size_t last);
+    void removeLines(std::size_t from, std::size_t last, bool withCommentsAbove);
 
     std::string_view text;
     std::string_view lineEnd;

@@ -72,11 +72,15 @@ Outcome YamlBuilder::take(const YamlEvent& event)
         return outcomeAt(source(), event.token.begin,
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
+    if (event.kind == YamlEvent::Kind::DocumentStart) {
+        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
+        if (begin < source().size() && source()[begin] == '%')
+            tree.noteDirective();
+        anchors.clear();
+    }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
         if (event.token.exists())
             lastEnd = event.token.end;
-        if (event.kind == YamlEvent::Kind::DocumentStart)
-            anchors.clear();
     } else if (isInKey()) {
         goOnInKey(event);
     } else if (!isEnd(event.kind) && expectsKey()) {
@@ -137,6 +141,7 @@ void YamlBuilder::startKey(const YamlEvent& event)
                             : !spelled.empty() && spelled[0] != '!' ? decodeYamlQuoted(spelled)
                                                                     : std::string(spelled);
             tree.node(anchor->second.node).isUsed = true;
+            tree.node(anchor->second.node).namesKey = true;
             tree.noteAlias(anchor->second.node, event.token.begin);
         }
         return endKey(event.token.end);
@@ -145,6 +150,8 @@ void YamlBuilder::startKey(const YamlEvent& event)
         const YamlNode& map = tree.node(frame.id);
         frame.key =
             skipYamlTrivia(source(), map.first == noNode ? std::max<std::size_t>(end, map.value) : end);
+        if (map.isFlow() && frame.key < source().size() && source()[frame.key] == ',')
+            frame.key = skipYamlTrivia(source(), frame.key + 1);
         if (frame.key < source().size() && source()[frame.key] == '?')
             frame.key = skipYamlBlanks(source(), frame.key + 1);
         frame.keyStyle = YamlStyle::Plain;
@@ -370,10 +377,8 @@ void YamlBuilder::closeSequence(NodeId id)
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;
-        if (node.style == YamlStyle::Block) // what is behind the last element belongs to it
-            lastEnd = node.valueEnd = offset(std::max<std::size_t>(
-                node.valueEnd,
-                source().substr(0, skipYamlTail(source(), node.valueEnd)).find_last_not_of(" \t\r\n") + 1));
+        if (node.style == YamlStyle::Block)
+            lastEnd = node.valueEnd = offset(endOfYamlList(source(), node.valueEnd));
     }
 }
 

@@ -64,6 +64,8 @@ private:
     enum class Kind { Insertion, Renaming, Moving };
     Outcome commit(const YamlEditor& editor, Kind kind = Kind::Insertion, NodeId node = noNode,
                    const std::function<bool(const YamlFile&)>& isAsWanted = {});
+    std::optional<Outcome> rereadPart(const YamlEditor& editor, Kind kind, NodeId node,
+                                      const std::function<bool(const YamlFile&)>& isAsWanted);
     Outcome remove(std::string_view path, bool withComments);
     Outcome insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected);
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -16,7 +17,8 @@ constexpr auto npos = std::string_view::npos;
 
 void YamlEditor::edit(std::size_t begin, std::size_t end, std::string text)
 {
-    edits.push_back({begin, end, std::move(text)});
+    if (begin < end || !text.empty())
+        edits.push_back({begin, end, std::move(text)});
 }
 
 YamlBlockStyle YamlEditor::style() const
@@ -32,25 +34,27 @@ std::vector<YamlEditor::Edit> YamlEditor::getSortedEdits() const
     return sorted;
 }
 
-std::string YamlEditor::apply() const
+std::string YamlEditor::apply(std::size_t begin, std::size_t end) const
 {
     std::string result;
-    std::size_t at = 0;
+    std::size_t at = begin;
     for (const Edit& each : getSortedEdits()) {
         (result += text().substr(at, each.begin - at)) += each.text;
         at = each.end;
     }
-    return result += text().substr(at);
+    return result += text().substr(at, end - at);
 }
 
 void YamlEditor::replaceText(NodeId value, std::string text)
 {
+    place = value;
     edit(tree.node(value).value, tree.node(value).valueEnd, std::move(text));
 }
 
 void YamlEditor::replaceKey(NodeId member, const std::string& key)
 {
     const YamlNode& node = tree.node(member);
+    place = member;
     edit(node.key, node.keyEnd,
          spellYamlKey(key, tree.text(node.key, node.keyEnd), tree.node(node.parent).isFlow()));
 }
@@ -76,12 +80,17 @@ Outcome YamlEditor::insertElement(NodeId sequence, std::size_t position, const Y
         return becomeBlock(sequence, branch);
     YamlWriter writer(style());
     const bool isFlow = tree.node(sequence).isFlow();
-    if (isFlow)
+    const bool isStream = tree.node(sequence).style == YamlStyle::Stream;
+    if (isStream)
+        writer.writeWhole(branch, true);
+    else if (isFlow)
         writer.writeFlow(branch);
     else
         writer.writeElement(branch, layout.columnOf(sequence));
     if (!writer.error.empty())
         return refused(writer.error);
+    if (isStream)
+        return YamlDocuments(file).insert(*this, position, writer.text);
     return isFlow ? insertFlow(sequence, position, {writer.text})
                   : insertLinesAt(sequence, position, writer.text);
 }
@@ -124,14 +133,17 @@ Outcome YamlEditor::insertTexts(NodeId sequence, std::size_t position, const std
     return isFlow ? insertFlow(sequence, position, items) : insertLinesAt(sequence, position, lines.text);
 }
 
-Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items)
+Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items,
+                               std::string_view comment)
 {
     const YamlNode& node = tree.node(collection);
     if (node.style == YamlStyle::Pair)
         return refused("an entry between brackets without braces of its own can have no other beside it");
     BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
                           false);
-    brackets.insert(position, items);
+    if (!comment.empty() && !brackets.insertsLines(position))
+        return refused("a comment has no place there");
+    brackets.insert(position, items, comment);
     changed = node.count == 0 ? collection : changed;
     take(collection, brackets);
     return {};
@@ -139,6 +151,7 @@ Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const st
 
 void YamlEditor::take(NodeId collection, const BracketItems& brackets)
 {
+    place = collection;
     for (const BracketItems::Edit& each : brackets.getEdits())
         edit(each.begin + tree.node(collection).value, each.end + tree.node(collection).value, each.text);
 }
@@ -147,7 +160,8 @@ Outcome YamlEditor::insertLines(NodeId collection, const std::string& lines)
 {
     const YamlNode& node = tree.node(collection);
     if (node.count == 0)
-        return fillEmpty(collection, lines);
+        return mayBecomeBlock(collection) ? replaceByBlock(collection, lines) : fillEmpty(collection, lines);
+    place = node.last;
     const std::size_t at = layout.endOfBlock(collection);
     edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
     return {};
@@ -177,6 +191,7 @@ Outcome YamlEditor::insertLinesAt(NodeId collection, std::size_t position, std::
     if (position == node.count)
         return insertLines(collection, lines);
     const NodeId next = tree.elementAt(collection, position);
+    place = next;
     if (layout.beginsLine(next)) {
         const std::size_t at = layout.commentsAbove(next);
         edit(at, at, std::move(lines));
@@ -194,7 +209,7 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
     const bool inFlow = file.isInFlow(leaf);
     const std::string own = spellYamlKey(yamlOwnValueKey, {}, inFlow) + ": ";
     const std::string value(tree.text(node.begin, node.valueEnd));
-    changed = leaf;
+    changed = place = leaf;
     YamlWriter writer(style());
     if (inFlow) {
         writer.writeFlowMember(branch);
@@ -257,13 +272,16 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
     const std::size_t after = layout.afterIndicator(id);
     const bool isBlock = !branch.children.empty() && (!node.isFlow() || node.count == 0) &&
                          !file.isInFlow(id) && (after != npos || mayBecomeBlock(id));
-    if (isBlock)
-        return replaceByBlock(id, after, branch);
     YamlWriter writer(style());
-    writer.writeFlow(branch);
+    if (isBlock)
+        writer.writeContent(branch, newColumnOf(id, branch.isArray));
+    else
+        writer.writeFlow(branch);
     if (!writer.error.empty())
         return refused(writer.error);
-    changed = id;
+    if (isBlock)
+        return replaceByBlock(id, std::move(writer.text));
+    changed = place = id;
     const bool isInLine = after == npos || findYamlLineEnd(text(), after) > node.value;
     if (node.lacksColon)
         edit(node.value, node.valueEnd, ": " + writer.text);
@@ -274,28 +292,40 @@ Outcome YamlEditor::replaceValue(NodeId id, const YamlBranch& branch)
     return {};
 }
 
-// The comment behind a value of one line stays on that line.
-Outcome YamlEditor::replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch)
+std::size_t YamlEditor::newColumnOf(NodeId id, bool isArray) const
+{
+    if (layout.isDocument(id))
+        return 0;
+    const bool isInKeyColumn = isArray && !layout.indentsLists() && tree.node(id).hasKey;
+    return layout.columnOf(tree.node(id).parent) + (isInKeyColumn ? 0 : file.stepOf());
+}
+
+std::optional<std::size_t> YamlEditor::blockColumnOf(NodeId collection) const
+{
+    const YamlNode& node = tree.node(collection);
+    if (mayBecomeBlock(collection))
+        return newColumnOf(collection, node.isSequence());
+    if (node.isFlow())
+        return {};
+    return node.count == 0 ? 0 : layout.columnOf(collection);
+}
+
+// Puts lines in the place of a value. A comment behind one of one line stays on that line.
+Outcome YamlEditor::replaceByBlock(NodeId id, std::string lines)
 {
     const YamlNode& node = tree.node(id);
     const bool isDocument = layout.isDocument(id);
-    const bool isInKeyColumn = branch.isArray && !layout.indentsLists() && node.hasKey;
-    const std::size_t column =
-        isDocument ? 0 : layout.columnOf(node.parent) + (isInKeyColumn ? 0 : file.stepOf());
-    YamlWriter writer(style());
-    writer.writeContent(branch, column);
-    if (!writer.error.empty())
-        return refused(writer.error);
-    changed = id;
+    const std::size_t after = layout.afterIndicator(id);
+    changed = place = id;
     const bool isOneLine = findYamlLineEnd(text(), after == npos ? node.value : after) >= node.valueEnd;
     if (isOneLine && !isDocument) {
         const std::size_t line = skipYamlLine(text(), layout.tailOf(id));
         edit(after, node.valueEnd, {});
-        edit(line, line, (endsLine(text().substr(0, line)) ? "" : file.lineEnd) + writer.text);
+        edit(line, line, (endsLine(text().substr(0, line)) ? "" : file.lineEnd) + lines);
         return {};
     }
-    writer.text.resize(writer.text.find_last_not_of("\r\n") + 1);
-    edit(isDocument ? node.value : after, node.valueEnd, (isDocument ? "" : file.lineEnd) + writer.text);
+    lines.resize(lines.find_last_not_of("\r\n") + 1);
+    edit(isDocument ? node.value : after, node.valueEnd, (isDocument ? "" : file.lineEnd) + lines);
     return {};
 }
 

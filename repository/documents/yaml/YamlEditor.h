@@ -3,6 +3,7 @@
 #include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlWriter.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,16 +34,21 @@ public:
     Outcome insertElement(NodeId sequence, std::size_t position, const YamlBranch& branch);
     Outcome insertTexts(NodeId sequence, std::size_t position, const std::vector<std::string>& texts);
 
-    Outcome insertItem(NodeId flow, const std::string& item)
+    // One between brackets that is written already, and a comment behind it.
+    Outcome insertItem(NodeId flow, std::size_t position, const std::string& item, std::string_view comment)
     {
-        return insertFlow(flow, tree.node(flow).count, {item});
+        return insertFlow(flow, position, {item}, comment);
     }
 
     // All that an empty document gets.
     Outcome fill(NodeId root, const YamlBranch& branch);
 
-    // Lines that are written already; indented as the block is. Only for blocks.
+    // Lines that are written already, for the column of its entries.
     Outcome insertLines(NodeId collection, const std::string& lines);
+    Outcome insertLinesAt(NodeId sequence, std::size_t position, std::string lines);
+
+    // The column of what is or would be in a block; nothing for what stays between brackets.
+    std::optional<std::size_t> blockColumnOf(NodeId collection) const;
 
     // Makes a value a map that holds it as its own value, and the new member.
     Outcome wrap(NodeId leaf, const YamlBranch& branch);
@@ -57,23 +63,30 @@ public:
 
     // In the order of the text.
     std::vector<Edit> getSortedEdits() const;
-    std::string apply() const;
+    std::string apply() const { return apply(0, text().size()); }
+
+    // The same of a part of the text in which all of them are.
+    std::string apply(std::size_t begin, std::size_t end) const;
 
     // The node whose value has become another one; noNode for none.
     NodeId getChanged() const { return changed; }
+
+    // A node at the edits.
+    NodeId getPlace() const { return place; }
 
 private:
     void edit(std::size_t begin, std::size_t end, std::string text);
     void take(NodeId collection, const BracketItems& brackets);
     YamlBlockStyle style() const;
-    Outcome insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items);
-    Outcome insertLinesAt(NodeId collection, std::size_t position, std::string lines);
-    Outcome replaceByBlock(NodeId id, std::size_t after, const YamlBranch& branch);
+    Outcome insertFlow(NodeId collection, std::size_t position, const std::vector<std::string>& items,
+                       std::string_view comment = {});
+    Outcome replaceByBlock(NodeId id, std::string lines);
+    std::size_t newColumnOf(NodeId id, bool isArray) const;
     bool mayBecomeBlock(NodeId collection) const;
     Outcome becomeBlock(NodeId collection, const YamlBranch& branch);
     Outcome wrapList(NodeId list, const YamlBranch& branch);
     Outcome fillEmpty(NodeId root, const std::string& lines);
-    void removeFlow(NodeId collection, std::size_t from, std::size_t count);
+    void removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments);
     void removeBlock(NodeId id, bool withComments);
     void removeLines(NodeId id, bool withComments);
     void removeCompact(NodeId id);
@@ -85,6 +98,7 @@ private:
     YamlLayout layout;
     std::vector<Edit> edits;
     NodeId changed = noNode;
+    NodeId place = noNode;
 };
 
 } // namespace Repository::Documents

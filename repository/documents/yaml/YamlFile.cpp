@@ -4,6 +4,7 @@
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlBuilder.h"
+#include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTypes.h"
@@ -88,9 +89,10 @@ std::string_view YamlFile::bareText(NodeId id) const
     std::string_view text = tree.valueText(id);
     if (!tree.isEdited(id))
         return text;
+    text.remove_prefix(skipYamlBlanks(text, 0));
     if (tree.node(id).lacksColon && startsWith(text, ":"))
-        text.remove_prefix(1);
-    return text.substr(skipYamlBlanks(text, 0));
+        text.remove_prefix(skipYamlBlanks(text, 1));
+    return text;
 }
 
 Value YamlFile::readShown(NodeId id) const
@@ -178,10 +180,22 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     const std::size_t trivia = std::min(text.find_first_not_of(" \t\r\n", end), text.size());
     const bool isBeforeComment = trivia < text.size() && text[trivia] == '#' &&
                                  (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
-    const std::size_t line = findYamlLine(text, node.value);
-    const bool isOnItsLine = parent != noNode && (!node.hasKey || node.keyEnd >= line);
-    place.mayBreak = endsLine && !isBeforeComment && isOnItsLine && !node.lacksColon;
+    place.mayBreak = endsLine && !isBeforeComment && sharesLine(id) && !node.lacksColon;
     return place;
+}
+
+// Whether it is on the line of its key, "-" or "---". Elsewhere, libfyaml wants the lines of a block scalar
+// indented as far as its header.
+bool YamlFile::sharesLine(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const YamlNode& node = tree.node(id);
+    const std::size_t line = findYamlLine(text, node.value);
+    if (node.hasKey)
+        return node.keyEnd >= line;
+    if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
+        return node.parent != noNode && startsWith(text.substr(line), "---");
+    return YamlLayout(*this).beginOf(id) >= line;
 }
 
 // By how much the first lines are indented that are so for the first time.
@@ -192,7 +206,8 @@ std::size_t YamlFile::stepOf() const
     constexpr std::size_t enough = 2000;
     std::array<std::size_t, 9> counts{};
     const std::string_view text = tree.getOriginal();
-    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+    std::size_t seen = 0;
+    for (NodeId id = tree.getRoot(); id != noNode && seen < enough; id = tree.following(id), ++seen) {
         const YamlNode& node = tree.node(id);
         if (node.kind != YamlKind::Map || node.style != YamlStyle::Block || !node.hasKey || node.isShared)
             continue;

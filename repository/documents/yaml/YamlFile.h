@@ -73,6 +73,7 @@ public:
 private:
     std::string writeText(NodeId located, Span* span) const;
     std::string textOf(NodeId id) const;
+    bool sharesLine(NodeId id) const;
     mutable std::size_t step = 0;
 };
 

@@ -7,9 +7,17 @@
 namespace Repository::Documents {
 
 YamlGuard::YamlGuard(const YamlFile& formerFile, const YamlFile& editedFile, const YamlEditor& editor)
-    : former(formerFile), edited(editedFile), changed(editor.getChanged())
+    : YamlGuard(formerFile, {noNode, formerFile.tree.getRoot()}, editedFile,
+                {noNode, editedFile.tree.getRoot()}, editor)
 {
-    std::size_t shift = 0; // of the edited text, which may wrap around
+}
+
+YamlGuard::YamlGuard(const YamlFile& formerFile, const YamlTree::Run& formerRun, const YamlFile& editedFile,
+                     const YamlTree::Run& editedRun, const YamlEditor& editor)
+    : former(formerFile), edited(editedFile), formerPart(formerRun), editedPart(editedRun),
+      changed(editor.getChanged())
+{
+    std::size_t shift = editedPart.begin - formerPart.begin; // which may wrap around
     for (const YamlEditor::Edit& edit : editor.getSortedEdits()) {
         if (edit.end > edit.begin)
             removed.push_back({edit.begin, edit.end});
@@ -38,12 +46,13 @@ void YamlGuard::Cursor::advance(bool goesIn)
         ++depth;
         return;
     }
-    while (id != noNode && tree.node(id).next == noNode) {
+    while (depth > 0 && tree.node(id).next == noNode) {
         id = tree.node(id).parent;
         --depth;
     }
-    if (id != noNode)
-        id = tree.node(id).next;
+    id = tree.node(id).next;
+    if (depth == 0 && id == end)
+        id = noNode;
 }
 
 void YamlGuard::Cursor::skipHidden()
@@ -95,8 +104,8 @@ std::string YamlGuard::nameOf(NodeId id) const
 
 std::string YamlGuard::findFault() const
 {
-    Cursor before{former, removed, former.tree.getRoot()};
-    Cursor after{edited, inserted, edited.tree.getRoot()};
+    Cursor before = atFormer();
+    Cursor after = atEdited();
     while (true) {
         before.skipHidden();
         after.skipHidden();
@@ -114,7 +123,7 @@ std::string YamlGuard::findFault() const
 bool YamlGuard::keepsMoved() const
 {
     const auto collect = [](Cursor cursor) {
-        std::vector<NodeId> nodes;
+        std::vector<std::vector<NodeId>> groups; // each with what is in it
         bool isWithin = false;
         std::size_t top = 0;
         while (cursor.id != noNode) {
@@ -122,17 +131,30 @@ bool YamlGuard::keepsMoved() const
             if (!isWithin && cursor.isHidden()) {
                 isWithin = true;
                 top = cursor.depth;
+                groups.emplace_back();
             }
             if (isWithin)
-                nodes.push_back(cursor.id);
+                groups.back().push_back(cursor.id);
             cursor.advance(true);
         }
-        return nodes;
+        return groups;
     };
-    const auto before = collect({former, removed, former.tree.getRoot()});
-    const auto after = collect({edited, inserted, edited.tree.getRoot()});
-    return std::equal(before.begin(), before.end(), after.begin(), after.end(),
-                      [this](NodeId a, NodeId b) { return isSame(a, b); });
+    const auto isSameGroup = [this](const std::vector<NodeId>& a, const std::vector<NodeId>& b) {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                          [this](NodeId before, NodeId after) { return isSame(before, after); });
+    };
+    auto before = collect(atFormer());
+    const auto after = collect(atEdited());
+    const auto isOrder = [&] {
+        return std::equal(before.begin(), before.end(), after.begin(), after.end(), isSameGroup);
+    };
+    if (before.size() < 2)
+        return isOrder();
+    std::rotate(before.begin(), before.begin() + 1, before.end()); // where all between were written, too
+    if (isOrder())
+        return true;
+    std::rotate(before.begin(), before.end() - 2, before.end());
+    return isOrder();
 }
 
 } // namespace Repository::Documents

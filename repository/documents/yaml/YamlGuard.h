@@ -14,13 +14,17 @@ class YamlGuard
 public:
     YamlGuard(const YamlFile& formerFile, const YamlFile& editedFile, const YamlEditor& editor);
 
+    // The same of parts of both.
+    YamlGuard(const YamlFile& formerFile, const YamlTree::Run& formerRun, const YamlFile& editedFile,
+              const YamlTree::Run& editedRun, const YamlEditor& editor);
+
     // The key of a member may have become another one.
     void allowRenaming(NodeId member) { renamed = member; }
 
     // What is not so, for a person; empty where all is.
     std::string findFault() const;
 
-    // Whether what the edits took out is what they wrote.
+    // Whether what the edits took out is what they wrote, one of it perhaps in another place.
     bool keepsMoved() const;
 
 private:
@@ -30,12 +34,13 @@ private:
         std::size_t end;
     };
 
-    // A walk over the nodes of a file in their order.
+    // A walk over the nodes of a run in their order.
     struct Cursor
     {
         const YamlFile& file;
         const std::vector<Range>& hidden;
         NodeId id;
+        NodeId end;
         std::size_t depth = 0;
 
         bool isHidden() const;
@@ -47,8 +52,13 @@ private:
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
 
+    Cursor atFormer() const { return {former, removed, formerPart.first, formerPart.end}; }
+    Cursor atEdited() const { return {edited, inserted, editedPart.first, editedPart.end}; }
+
     const YamlFile& former;
     const YamlFile& edited;
+    YamlTree::Run formerPart;
+    YamlTree::Run editedPart;
     NodeId changed;
     NodeId renamed = noNode;
     std::vector<Range> removed;  // in the former text

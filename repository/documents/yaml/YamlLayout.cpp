@@ -138,19 +138,18 @@ bool YamlLayout::endsOpen(NodeId id) const
     return tree.node(id).isBlockScalar() && readYamlBlockHeader(block).chomping == '+';
 }
 
-std::string YamlLayout::commentBehind(NodeId item) const
+BracketItems YamlLayout::bracketsAround(NodeId item) const
 {
     const NodeId collection = tree.node(item).parent;
     const YamlNode& node = tree.node(collection);
-    const BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, itemsOf(collection),
-                                false);
-    return std::string(brackets.commentBehind(tree.positionOf(item)));
+    return {tree.text(node.value, node.valueEnd), file.lineEnd, itemsOf(collection), false};
 }
 
 bool YamlLayout::hasComments(NodeId id) const
 {
     const YamlNode& node = tree.node(id);
-    if (node.parent != noNode && tree.node(node.parent).isFlow() && !commentBehind(id).empty())
+    if (node.parent != noNode && tree.node(node.parent).isFlow() &&
+        !bracketsAround(id).commentBehind(tree.positionOf(id)).empty())
         return true;
     std::size_t at = beginOf(id);
     const auto skipTo = [&](std::size_t begin, std::size_t end) {
@@ -177,25 +176,29 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     const bool isFlow = node.parent != noNode && tree.node(node.parent).isFlow();
     const bool isMember = node.hasKey && node.keyStyle <= YamlStyle::Double && !node.lacksColon &&
                           (isFlow || beginOf(id) == node.key);
-    if (!isMember || node.isShared || hasReferences(id) || endsOpen(id))
+    const bool isElement = !node.hasKey && !isDocument(id);
+    if ((!isMember && !isElement) || node.isShared || hasReferences(id) || endsOpen(id))
         return {};
     Excerpt found;
     found.lineEnd = file.lineEnd;
-    found.text = text().substr(node.key, node.valueEnd - node.key);
-    found.names.emplace_back(0, node.keyEnd - node.key);
-    const std::size_t line = findYamlLine(text(), node.key);
-    found.indentation =
-        isFlow ? text().substr(line, skipYamlBlanks(text(), line) - line) : std::string(node.key - line, ' ');
+    const std::size_t begin = isMember ? node.key : isFlow ? node.begin : beginOf(id);
+    (found.text = isElement && isFlow ? "- " : "") += tree.text(begin, node.valueEnd);
+    found.names.emplace_back(0, isMember ? node.keyEnd - node.key : 1);
+    const std::size_t line = findYamlLine(text(), begin);
+    findLines(found);
     if (isFlow) {
-        found.after = commentBehind(id);
-        findLines(found);
+        const BracketItems brackets = bracketsAround(id);
+        const std::size_t position = tree.positionOf(id);
+        found.indentation = text().substr(line, skipYamlBlanks(text(), line) - line);
+        found.above = brackets.commentsAbove(position);
+        found.after = brackets.commentBehind(position);
         return found;
     }
+    found.indentation = std::string(begin - line, ' ');
     if (beginsLine(id))
         found.above = text().substr(commentsAbove(id), line - commentsAbove(id));
     found.after = text().substr(node.valueEnd, tailOf(id) - node.valueEnd);
     found.after.resize(found.after.find_last_not_of(" \t") + 1);
-    findLines(found);
     return found;
 }
 
@@ -232,8 +235,9 @@ bool YamlLayout::isDocument(NodeId id) const
 
 bool YamlLayout::indentsLists() const
 {
-    constexpr NodeId enough = 5000;
-    for (NodeId id = 0; id < enough && tree.hasNode(id); ++id) {
+    constexpr std::size_t enough = 5000;
+    std::size_t seen = 0;
+    for (NodeId id = tree.getRoot(); id != noNode && seen < enough; id = tree.following(id), ++seen) {
         const YamlNode& node = tree.node(id);
         const bool isBlockList = node.isSequence() && node.style == YamlStyle::Block && node.hasKey &&
                                  !node.isShared && !node.isAlias && node.count > 0;

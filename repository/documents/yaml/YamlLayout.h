@@ -46,7 +46,8 @@ public:
     // What lies between the brackets of a collection, by offsets in its own text.
     std::vector<BracketItems::Item> itemsOf(NodeId collection) const;
 
-    // What the author has written of a member; nothing where it can only be copied by its values.
+    // What the author has written of a member or an element, after "- "; nothing where it can only be copied
+    // by its values.
     std::optional<Excerpt> excerptOf(NodeId id) const;
     bool hasComments(NodeId id) const;
 
@@ -60,7 +61,7 @@ public:
     bool indentsLists() const;
 
 private:
-    std::string commentBehind(NodeId item) const;
+    BracketItems bracketsAround(NodeId item) const;
     bool hasReferences(NodeId id) const;
     bool endsOpen(NodeId id) const;
     std::string_view text() const { return tree.getOriginal(); }

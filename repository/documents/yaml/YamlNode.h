@@ -33,6 +33,7 @@ struct YamlNode : SyntaxNode
     bool isShared : 1;   // a copy below an alias
     bool isUsed : 1;     // an alias leads to it, or a merge
     bool isCopied : 1;   // below an alias
+    bool namesKey : 1;   // by an alias that is one
     bool isAnchored : 1; // has an anchor
     bool isTagged : 1;   // has a tag in front of its value that is no part of it
     bool lacksColon : 1; // an empty value of a key without ":"
@@ -49,7 +50,7 @@ struct YamlNode : SyntaxNode
 
     YamlNode()
         : hasKey(false), isText(false), isAlias(false), isShared(false), isUsed(false), isCopied(false),
-          isAnchored(false), isTagged(false), lacksColon(false), hasKeyProperties(false),
+          namesKey(false), isAnchored(false), isTagged(false), lacksColon(false), hasKeyProperties(false),
           mayHoldOwnValue(false), isRepeated(false), isIndexed(false)
     {
     }

@@ -1,5 +1,6 @@
 #include "repository/documents/common/BracketItems.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -10,8 +11,10 @@ namespace Repository::Documents {
 void YamlEditor::remove(NodeId id, bool withComments)
 {
     const NodeId parent = tree.node(id).parent;
-    if (tree.node(parent).isFlow())
-        removeFlow(parent, tree.positionOf(id), 1);
+    if (tree.node(parent).style == YamlStyle::Stream)
+        YamlDocuments(file).remove(*this, id, withComments);
+    else if (tree.node(parent).isFlow())
+        removeFlow(parent, tree.positionOf(id), 1, withComments);
     else if (tree.node(parent).count == 1)
         empty(parent, withComments);
     else
@@ -23,7 +26,7 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
     if (count == 0)
         return;
     if (tree.node(sequence).isFlow())
-        return removeFlow(sequence, from, count);
+        return removeFlow(sequence, from, count, false);
     if (count == tree.node(sequence).count) {
         const YamlNode& node = tree.node(sequence);
         changed = sequence;
@@ -33,17 +36,18 @@ void YamlEditor::removeElements(NodeId sequence, std::size_t from, std::size_t c
         removeBlock(tree.elementAt(sequence, i), false);
 }
 
-void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count)
+void YamlEditor::removeFlow(NodeId collection, std::size_t from, std::size_t count, bool withComments)
 {
     const YamlNode& node = tree.node(collection);
     BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
                           false);
-    brackets.remove(from, count);
+    brackets.remove(from, count, withComments);
     take(collection, brackets);
 }
 
 void YamlEditor::removeBlock(NodeId id, bool withComments)
 {
+    place = id;
     if (layout.beginsLine(id))
         removeLines(id, withComments);
     else
@@ -76,18 +80,14 @@ void YamlEditor::empty(NodeId collection, bool withComments)
     const YamlNode& node = tree.node(collection);
     const NodeId id = node.first;
     const std::string brackets = node.kind == YamlKind::Map ? "{}" : "[]";
-    changed = collection;
+    changed = place = collection;
     if (!layout.beginsLine(id)) {
         edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
         edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else if (layout.isDocument(collection)) {
-        const bool isWhole = node.parent == noNode && node.kind == YamlKind::Map && node.begin == node.value;
-        if (isWhole)
-            removeLines(id, withComments);
-        else {
-            edit(layout.tagAbove(id), findYamlLine(text(), layout.beginOf(id)), {});
-            edit(layout.beginOf(id), layout.tailOf(id), brackets);
-        }
+        const std::size_t above = withComments ? layout.commentsAbove(id) : layout.tagAbove(id);
+        edit(above, findYamlLine(text(), layout.beginOf(id)), {});
+        edit(layout.beginOf(id), layout.tailOf(id), brackets);
     } else {
         const std::size_t after = layout.afterIndicator(collection);
         edit(after, after, ' ' + brackets);
@@ -100,6 +100,8 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
     const NodeId element = tree.elementAt(sequence, from);
     const NodeId there = tree.elementAt(sequence, to);
     const YamlNode& node = tree.node(sequence);
+    if (node.style == YamlStyle::Stream)
+        return YamlDocuments(file).move(*this, from, to);
     if (node.isFlow()) {
         const std::string_view whole = tree.text(node.value, node.valueEnd);
         BracketItems brackets(whole, file.lineEnd, layout.itemsOf(sequence), false);
@@ -109,6 +111,7 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
     }
     if (!layout.beginsLine(element) || !layout.beginsLine(there))
         return refused("the first element is on the line of another one, behind its \"-\"");
+    place = element;
     const std::size_t begin = layout.commentsAbove(element);
     const std::size_t end = skipYamlLine(text(), layout.tailOf(element));
     std::string lines(text().substr(begin, end - begin));

@@ -135,7 +135,8 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
         formerIndentation > place.indentation ? formerIndentation : place.indentation + place.step;
     const auto first =
         std::find_if(block.lines.begin(), block.lines.end(), [](auto line) { return !line.empty(); });
-    const bool needsDigit = isIndented(*first) || header.digit > 0;
+    const bool isUnsettled = isBlock(former) && formerIndentation <= place.indentation && !place.mayBreak;
+    const bool needsDigit = isIndented(*first) || header.digit > 0 || isUnsettled;
     if (needsDigit && own - place.indentation > 9)
         return {};
     std::string spelled = header.isFolded ? ">" : "|";

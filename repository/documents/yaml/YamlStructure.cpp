@@ -1,9 +1,10 @@
 #include "repository/documents/common/ArrayGroups.h"
-#include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
+#include "repository/documents/yaml/YamlReread.h"
+#include "repository/documents/yaml/YamlSubtrees.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 #include <algorithm>
@@ -13,6 +14,8 @@
 namespace Repository::Documents {
 
 namespace {
+
+constexpr const char* otherwiseRead = "YAML would read it as something else there";
 
 // Whether a file has the entries, of which groups may have values.
 bool holds(const YamlFile& file, const std::vector<YamlWanted>& entries)
@@ -54,6 +57,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
         if (!error.empty())
             return refused(error);
     }
+    if (const auto reread = rereadPart(editor, kind, node, isAsWanted))
+        return *reread;
     std::string text = editor.apply();
     if (!file->encoding.mayBegin(text))
         return refused("the file would begin like one in another encoding");
@@ -68,11 +73,34 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
     if (fault.empty() && isAsWanted && !isAsWanted(*fresh))
-        fault = "YAML would read it as something else there";
+        fault = otherwiseRead;
     if (!fault.empty())
         return refused(fault);
     fresh->lineEnd = file->lineEnd;
     file = std::move(fresh);
+    return {};
+}
+
+// The same without reading what is far from the edits; nothing where all must be read.
+std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind kind, NodeId node,
+                                                const std::function<bool(const YamlFile&)>& isAsWanted)
+{
+    YamlReread reread(*file, editor);
+    while (reread.read()) {
+        YamlGuard guard(*file, reread.getFormer(), reread.getPartFile(), reread.getPart(), editor);
+        if (kind == Kind::Renaming)
+            guard.allowRenaming(node);
+        if (!guard.findFault().empty() || (kind == Kind::Moving && !guard.keepsMoved()))
+            continue;
+        reread.install();
+        if (!isAsWanted || isAsWanted(*file))
+            return Outcome();
+        auto former = std::make_unique<YamlFile>(reread.formerText(), file->encoding);
+        former->readText();
+        former->lineEnd = file->lineEnd;
+        file = std::move(former);
+        return refused(otherwiseRead);
+    }
     return {};
 }
 
@@ -94,7 +122,8 @@ Outcome YamlDocument::checkShape(std::string_view path, NodeId id, bool isGone) 
                       "; replace the alias by a value of its own first";
         return place;
     }
-    const NodeId used = isGone ? tree.findUsed(id) : noNode;
+    const bool isDocument = node.parent != noNode && tree.node(node.parent).style == YamlStyle::Stream;
+    const NodeId used = isGone && !isDocument ? tree.findUsed(id) : noNode;
     if (used == noNode)
         return {};
     Outcome place = outcomeAt(text, tree.findAliasOf(used));
@@ -133,8 +162,6 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
     if (!outcome.ok())
         return outcome;
     const auto wanted = [&](const YamlFile& fresh) { return holds(fresh, expected); };
-    if (tree.node(parent).style == YamlStyle::Stream && tree.node(parent).kind == YamlKind::Sequence)
-        return refused("a file of several documents can get no other one here");
     if (place.missing.empty()) {
         const bool isWhole = path.empty() && tree.node(parent).count == 0 && !branch.value &&
                              tree.node(parent).style == YamlStyle::Block;
@@ -220,8 +247,8 @@ std::optional<Outcome> YamlDocument::insertElement(std::string_view path, const 
         return beyondEnd(path, count);
     YamlBranch branch;
     const std::string error = growYamlBranch(entries, branch);
-    if (!error.empty() || file->tree.node(array).style == YamlStyle::Stream)
-        return refused(error.empty() ? "a file of several documents can get no other one here" : error);
+    if (!error.empty())
+        return refused(error);
     YamlEditor editor(*file);
     outcome = editor.insertElement(array, *position, branch);
     return outcome.ok() ? commit(editor) : outcome;
@@ -247,8 +274,6 @@ std::optional<Outcome> YamlDocument::moveElement(std::string_view path, std::str
     Outcome outcome = checkShape(path, array, false);
     if (outcome.ok())
         outcome = checkShape(path, file->tree.elementAt(array, *oldPosition), true);
-    if (outcome.ok() && file->tree.node(array).style == YamlStyle::Stream)
-        outcome = refused("documents cannot change places");
     YamlEditor editor(*file);
     if (outcome.ok())
         outcome = editor.moveElement(array, *oldPosition, *newPosition);
@@ -267,8 +292,9 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
     if (!outcome.ok())
         return outcome;
     const NodeId parent = file->tree.node(id).parent;
-    if (file->tree.node(parent).style == YamlStyle::Stream)
-        return refused("a document cannot be removed here");
+    if (file->tree.node(parent).style == YamlStyle::Stream && file->tree.node(parent).count == 2)
+        return refused("of two documents none can be removed, since the paths of all entries would change, "
+                       "which in a file of one document do not begin with its number; edit the text instead");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
     return commit(editor);
@@ -311,7 +337,7 @@ std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
         YamlDocument settled;
         return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
     }
-    const NodeId id = path.empty() ? noNode : file->find(path);
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
     return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
 }
 
@@ -328,36 +354,27 @@ bool YamlDocument::hasComments(std::string_view path) const
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
     settle();
-    const PathMatch place = file->match(path);
-    if (!place.isPath || place.missing.size() != 1 || excerpt.names.empty())
+    const PathEnds ends = splitLast(path);
+    const NodeId parent = path.empty() || excerpt.names.empty() ? noNode : file->find(ends.parent);
+    if (parent == noNode || !checkShape(path, parent, false).ok())
         return false;
-    const NodeId parent = place.node;
     const YamlNode& node = file->tree.node(parent);
-    std::string error;
-    const std::string key = yamlKeyOf(place.missing.front(), error);
-    if (!error.empty() || node.kind != YamlKind::Map || !checkShape(path, parent, false).ok())
-        return false;
-    const auto [begin, end] = excerpt.names.front();
-    const std::string name =
-        spellYamlKey(key, std::string_view(excerpt.text).substr(begin, end - begin), node.isFlow());
+    const YamlSubtrees subtrees(*file);
     YamlEditor editor(*file);
     Outcome outcome;
-    if (node.isFlow()) {
-        const auto indentation = YamlLayout(*file).itemIndentation(parent);
-        const std::string text = excerptText(excerpt, name, indentation.value_or(std::string()));
-        const bool isOneLine = text.find_first_of("\r\n") == std::string::npos;
-        const bool fits = excerpt.above.empty() && excerpt.after.empty() && (isOneLine || indentation);
-        outcome = fits ? editor.insertItem(parent, withLineEnds(text, excerpt, file->lineEnd))
-                       : refused("it does not fit");
+    if (node.isSequence()) {
+        const auto position = readIndex(ends.last);
+        if (!position || *position > node.count || node.style == YamlStyle::Stream)
+            return false;
+        outcome = subtrees.insertElement(editor, parent, *position, excerpt);
     } else {
-        const std::string indentation(node.count == 0 ? 0 : YamlLayout(*file).columnOf(parent), ' ');
-        std::string text = indentedLines(excerpt.above, excerpt.indentation, indentation) + indentation;
-        text += excerptText(excerpt, name, indentation) + excerpt.after;
-        text = withLineEnds(text, excerpt, file->lineEnd);
-        outcome = editor.insertLines(parent, text + file->lineEnd);
+        const std::string key = yamlKeyOf(ends.last, outcome.error);
+        if (!outcome.ok() || node.kind != YamlKind::Map || file->tree.findKey(parent, key) != noNode)
+            return false;
+        outcome = subtrees.insertMember(editor, parent, key, excerpt);
     }
     return outcome.ok() && commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
-                               return fresh.find(path) != noNode;
+                               return fresh.findElement(path) != noNode;
                            }).ok();
 }
 

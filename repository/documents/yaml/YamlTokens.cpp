@@ -96,6 +96,12 @@ std::size_t skipYamlTail(std::string_view text, std::size_t at)
     return text[next] == '#' && next > at ? findYamlLineEnd(text, next) : at;
 }
 
+std::size_t endOfYamlList(std::string_view text, std::size_t lastElementEnd)
+{
+    const std::string_view whole = text.substr(0, skipYamlTail(text, lastElementEnd));
+    return std::max(lastElementEnd, whole.find_last_not_of(" \t\r\n") + 1);
+}
+
 std::size_t columnOfYaml(std::string_view text, std::size_t at)
 {
     return at - findYamlLine(text, at);

@@ -47,6 +47,15 @@ std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
     return known == keyTexts.end() ? spelled : std::string_view(known->second);
 }
 
+NodeId YamlTree::following(NodeId id) const
+{
+    if (nodes[id].first != noNode)
+        return nodes[id].first;
+    while (id != noNode && nodes[id].next == noNode)
+        id = nodes[id].parent;
+    return id == noNode ? noNode : nodes[id].next;
+}
+
 YamlTree::Origin YamlTree::originOf(NodeId id) const
 {
     const auto found = origins.find(id);

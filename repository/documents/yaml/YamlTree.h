@@ -15,8 +15,8 @@ static_assert(noNode == HashIndex::none);
 // The key of the member that holds the own value of a node which has children too.
 constexpr std::string_view yamlOwnValueKey = "#value";
 
-// The tree of a text of YAML, in the order of the text. It is not reshaped: after an edit of more than a
-// value the text is read again.
+// The tree of a text of YAML, in the order of the text. After an edit of more than a value the text is read
+// again, as a whole or as far as its neighbours.
 class YamlTree : public SyntaxTree<YamlNode, YamlPart, 1>
 {
 public:
@@ -27,7 +27,12 @@ public:
         return std::string_view(original).substr(begin, end - begin);
     }
 
-    bool hasNode(NodeId id) const { return id < nodes.size(); }
+    // The next node in the order of the text; noNode after the last one.
+    NodeId following(NodeId id) const;
+
+    // Whether a map has a key twice, and whether there are directives.
+    bool hasRepeatedKeys() const { return !ordinals.empty(); }
+    bool hasDirectives() const { return isDirected; }
 
     // The value as it is written now, and as it was read.
     std::string_view valueText(NodeId id) const;
@@ -76,11 +81,30 @@ public:
     void copyKeyText(NodeId from, NodeId to);
     void numberMembers(NodeId map);
     void noteAlias(NodeId target, std::size_t offset) { aliases.emplace(target, offset); }
+    void noteDirective() { isDirected = true; }
+
+    // Members or elements of a block that follow each other, and the lines in which they are.
+    struct Run
+    {
+        NodeId collection = noNode;
+        NodeId first = noNode;
+        NodeId end = noNode; // the one after the last
+        std::size_t begin = 0;
+        std::size_t textEnd = 0;
+    };
+
+    // Puts the text and the nodes of another run in the place of one. Neither has anchors, aliases or keys
+    // twice, the collection keeps a child, and nothing is edited.
+    void replace(const Run& run, const YamlTree& from, const Run& part);
 
 private:
     static constexpr std::uint32_t fewChildren = 8; // are looked through
 
     bool hasName(NodeId id, std::string_view key, std::size_t ordinal) const;
+    void drop(NodeId id);
+    NodeId graft(const YamlTree& from, NodeId id, NodeId parent, NodeId previous, std::uint32_t by);
+    void shift(std::size_t from, std::uint32_t by);
+    void settleEnds(NodeId collection);
 
     std::unordered_map<NodeId, Origin> origins;
     std::unordered_map<NodeId, std::string> keyTexts; // of keys that are aliases
@@ -88,6 +112,7 @@ private:
     std::unordered_map<NodeId, std::size_t> aliases;                  // the first of each target
     std::unordered_map<NodeId, HashIndex> indexes;                    // of large maps
     mutable std::unordered_map<NodeId, std::vector<NodeId>> elements; // of sequences that were searched
+    bool isDirected = false;
 };
 
 } // namespace Repository::Documents

@@ -27,6 +27,12 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
                              "; change what that leads to, or give the alias a value of its own");
     }
+    if (node.namesKey) {
+        Outcome place = outcomeAt(text, tree.findAliasOf(id));
+        place.error = quoted(path) + " is also a key, by its alias at line " + std::to_string(place.line) +
+                      ", whose entry would get another name";
+        return place;
+    }
     for (NodeId item = node.kind == YamlKind::List ? node.first : noNode; item != noNode;
          item = tree.node(item).next) {
         if (tree.node(item).isAlias || tree.node(item).isUsed)
@@ -51,6 +57,16 @@ bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
     return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
+// As the first of its line in a block; libfyaml takes nothing but plain values and brackets there.
+bool YamlValues::isBehindTab(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const std::size_t value = tree.node(id).value;
+    const std::size_t line = findYamlLine(text, value);
+    return !file.isInFlow(id) && skipYamlBlanks(text, line) == value &&
+           text.substr(line, value - line).find('\t') != std::string_view::npos;
+}
+
 Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view spelling) const
 {
     const YamlNode& node = tree.node(id);
@@ -61,6 +77,11 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
         return refused(quoted(path) +
                        " cannot become a text: all elements of its list would be texts, which are "
                        "one value");
+    if (isBehindTab(id) && spelling.find_first_of("\"'!|>") == 0)
+        return outcomeAt(tree.getOriginal(), node.value,
+                         quoted(path) +
+                             " is indented by a tab, behind which no value can have quotes or a tag; "
+                             "indent it by blanks");
     const std::string_view present = tree.valueText(id);
     const bool losesComments =
         node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
@@ -116,11 +137,11 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 {
     const YamlNode& node = tree.node(id);
     const std::string_view text = tree.getOriginal();
-    if (node.value == node.valueEnd && !spelling.empty())
-        return (node.lacksColon                                       ? ": "
-                : node.value > 0 && isYamlBlank(text[node.value - 1]) ? ""
-                                                                      : " ") +
-               spelling;
+    if (node.value == node.valueEnd && !spelling.empty()) {
+        const bool isName = node.key == node.keyEnd || text[node.key] == '*'; // a ":" would go on with it
+        const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
+        return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
+    }
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
                               columnOfYaml(text, node.value) <= file.blockAround(id);

@@ -36,6 +36,7 @@ public:
     bool isSpelling(NodeId id, std::string_view spelling) const;
 
 private:
+    bool isBehindTab(NodeId id) const;
     bool isTextSpelling(NodeId id, std::string_view spelling) const;
     void noteText(NodeId id, bool isText);
 

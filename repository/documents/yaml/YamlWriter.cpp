@@ -157,7 +157,7 @@ void YamlWriter::writeContent(const YamlBranch& branch, std::size_t indentation)
         branch.isArray ? writeElement(child, indentation) : writeMember(child, indentation);
 }
 
-void YamlWriter::writeWhole(const YamlBranch& root)
+void YamlWriter::writeWhole(const YamlBranch& root, bool isOneOfSeveral)
 {
     const bool isScalarRoot = isScalar(root);
     const bool isFilled =
@@ -169,7 +169,9 @@ void YamlWriter::writeWhole(const YamlBranch& root)
         writeScalar(*root.value, 0, false);
     else if (root.isArray || root.value)
         text += "[]";
-    if (isScalarRoot || root.isArray || root.value)
+    else if (isOneOfSeveral)
+        text += "{}";
+    if (isScalarRoot || root.isArray || root.value || isOneOfSeveral)
         text += style.lineEnd;
 }
 

@@ -43,8 +43,8 @@ public:
     void writeElement(const YamlBranch& branch, std::size_t indentation);
     void writeContent(const YamlBranch& branch, std::size_t indentation); // of a map or list
 
-    // The text of a file.
-    void writeWhole(const YamlBranch& root);
+    // The text of a file, or of a document of several, in which an empty map is one.
+    void writeWhole(const YamlBranch& root, bool isOneOfSeveral = false);
 
     // A value, or a member with its key, as it lies between brackets.
     void writeFlow(const YamlBranch& branch);

@@ -62,6 +62,12 @@ QSet<QString> AttributeTreeCells::updateRoots()
     return (before - backendRoots) + (backendRoots - before);
 }
 
+QSet<QString> AttributeTreeCells::setLockedRoots(const QStringList& paths)
+{
+    const QSet<QString> before = std::exchange(lockedRoots, QSet<QString>(paths.cbegin(), paths.cend()));
+    return (before - lockedRoots) + (lockedRoots - before);
+}
+
 QSet<QString> AttributeTreeCells::setUnsavedRoots(const QStringList& paths)
 {
     const QSet<QString> before = std::exchange(unsavedRoots, QSet<QString>(paths.cbegin(), paths.cend()));
@@ -134,6 +140,9 @@ const QIcon& AttributeTreeCells::iconOf(const QString& path) const
             icon = loadIcon(QLatin1String(name));
         return icon;
     };
+    if (isBackendRoot(path) && lockedRoots.contains(path))
+        return isUnsaved(path) ? loaded(unsavedLockedBackendIcon, "backend_locked_unsaved")
+                               : loaded(lockedBackendIcon, "backend_locked");
     if (isBackendRoot(path))
         return isUnsaved(path) ? loaded(unsavedBackendIcon, "backend_unsaved")
                                : loaded(backendIcon, "backend");
@@ -177,6 +186,8 @@ QString AttributeTreeCells::accessibleName(const QString& name, const QString& p
     QStringList parts{name};
     if (isBackendRoot(path))
         parts.append(tr("backend"));
+    if (lockedRoots.contains(path))
+        parts.append(tr("locked"));
     if (isUnsaved(path))
         parts.append(tr("unsaved changes"));
     if (information.isAttribute && information.accessMode != AccessMode::ReadWrite)
@@ -204,6 +215,8 @@ QString AttributeTreeCells::toolTip(const QString& path) const
     } else if (!information.backend.isEmpty()) {
         lines.append(tr("Backend: %1").arg(information.backend));
     }
+    if (lockedRoots.contains(path))
+        lines.append(tr("Locked against changes"));
     if (isUnsaved(path))
         lines.append(tr("Holds changes that are not saved"));
     return toolTipText(lines.join(QLatin1Char('\n')));

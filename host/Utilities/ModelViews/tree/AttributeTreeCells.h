@@ -26,6 +26,9 @@ public:
     QSet<QString> setBackendNames(const QStringList& names);
     QSet<QString> setBackendPaths(const QStringList& paths);
 
+    // Gives those that have become locked, or no longer are.
+    QSet<QString> setLockedRoots(const QStringList& paths);
+
     // Give those that have become unsaved, or no longer are; the roots of backends are known sooner.
     QSet<QString> setUnsavedRoots(const QStringList& paths);
     QSet<QString> setUnsavedPaths(const QSet<QString>& paths);
@@ -59,12 +62,15 @@ private:
     QStringList backendNames;
     QStringList backendPaths;
     QSet<QString> backendRoots;
+    QSet<QString> lockedRoots;
     QSet<QString> unsavedRoots;
     QSet<QString> unsavedPaths;  // and all above them
     mutable QIcon attributeIcon; // loaded when first shown, since the application must exist by then
     mutable QIcon backendIcon;
     mutable QIcon unsavedAttributeIcon;
     mutable QIcon unsavedBackendIcon;
+    mutable QIcon lockedBackendIcon;
+    mutable QIcon unsavedLockedBackendIcon;
 };
 
 } // namespace Utilities::ModelViews

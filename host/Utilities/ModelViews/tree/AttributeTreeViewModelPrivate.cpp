@@ -263,6 +263,7 @@ void AttributeTreeViewModel::Private::followUnsaved()
     if (busy)
         return;
     announceCells(cells.setUnsavedRoots(unsaved->getNames()));
+    announceCells(cells.setLockedRoots(repository->getBackendInterface()->getLockedBackends()));
     unsavedPaths->follow(unsaved->getNames());
     announceCells(cells.setUnsavedPaths(unsavedPaths->get()));
 }

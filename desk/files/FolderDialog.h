@@ -1,0 +1,34 @@
+#pragma once
+
+#include "files/FolderScan.h"
+#include "host/Utilities/ModelViews/Widgets/PlainFileDialog.h"
+
+class QComboBox;
+class QLineEdit;
+class QSpinBox;
+
+namespace Vantry {
+
+// Asks for a folder, and which of its files are meant. GUI thread.
+class FolderDialog : public Utilities::ModelViews::Widgets::PlainFileDialog
+{
+    Q_OBJECT
+
+public:
+    // Begins in the folder, if there is one.
+    FolderDialog(const QString& folder, QWidget* parent);
+
+    // The folder with the conditions, as FolderLocation has them.
+    QString getLocation() const;
+
+private:
+    QWidget* makeConditions();
+    Files::FolderFilter getFilter() const;
+
+    QLineEdit* include; // children
+    QLineEdit* exclude;
+    QSpinBox* depth;
+    QComboBox* size;
+};
+
+} // namespace Vantry

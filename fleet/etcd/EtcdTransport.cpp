@@ -1,0 +1,277 @@
+#include "fleet/etcd/EtcdTransport.h"
+
+#include "fleet/etcd/CallStatus.h"
+#include "fleet/etcd/EtcdWatch.h"
+
+namespace Vantry::Etcd {
+
+using namespace Repository;
+using Clock = std::chrono::system_clock;
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(3);
+constexpr auto patienceForFarewell = std::chrono::milliseconds(300);
+constexpr int shortestReconnect = 50; // milliseconds
+constexpr int longestReconnect = 1000;
+
+using Compare = etcdserverpb::Compare;
+
+void addCompare(etcdserverpb::TxnRequest& request, const StoreChange& change)
+{
+    if (change.expected == StoreChange::anyRevision)
+        return;
+    Compare& compare = *request.add_compare();
+    compare.set_result(Compare::EQUAL);
+    compare.set_target(Compare::MOD);
+    compare.set_key(change.key);
+    compare.set_mod_revision(change.expected);
+}
+
+void addChange(etcdserverpb::TxnRequest& request, const StoreChange& change)
+{
+    if (change.value) {
+        etcdserverpb::PutRequest& put = *request.add_success()->mutable_request_put();
+        put.set_key(change.key);
+        put.set_value(*change.value);
+        put.set_lease(change.lease);
+    } else {
+        request.add_success()->mutable_request_delete_range()->set_key(change.key);
+    }
+    request.add_failure()->mutable_request_range()->set_key(change.key);
+}
+
+StoreEntry entryOf(etcdserverpb::KeyValue& entry)
+{
+    return {std::move(*entry.mutable_key()), std::move(*entry.mutable_value()), entry.mod_revision()};
+}
+
+} // namespace
+
+EtcdTransport::EtcdTransport(StoreSettings storeSettings)
+    : settings(std::move(storeSettings)), channel(makeChannel())
+{
+}
+
+EtcdTransport::~EtcdTransport() = default;
+
+// The reply to a large read has no bound; connections are made anew soon after they were lost.
+std::shared_ptr<grpc::Channel> EtcdTransport::makeChannel() const
+{
+    grpc::ChannelArguments arguments;
+    arguments.SetMaxReceiveMessageSize(-1);
+    arguments.SetInt(GRPC_ARG_INITIAL_RECONNECT_BACKOFF_MS, shortestReconnect);
+    arguments.SetInt(GRPC_ARG_MIN_RECONNECT_BACKOFF_MS, longestReconnect);
+    arguments.SetInt(GRPC_ARG_MAX_RECONNECT_BACKOFF_MS, longestReconnect);
+    arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
+    const auto credentials =
+        settings.usesTls ? grpc::SslCredentials({settings.authority, settings.key, settings.certificate})
+                         : grpc::InsecureChannelCredentials();
+    return grpc::CreateCustomChannel(settings.endpoints[endpoint], credentials, arguments);
+}
+
+void EtcdTransport::rotate()
+{
+    const std::lock_guard lock(mutex);
+    if (settings.endpoints.size() == 1)
+        return;
+    endpoint = (endpoint + 1) % settings.endpoints.size();
+    channel = makeChannel();
+}
+
+void EtcdTransport::cancel()
+{
+    const std::lock_guard lock(mutex);
+    isCancelled = true;
+    for (grpc::ClientContext* context : active)
+        context->TryCancel();
+}
+
+grpc::Status EtcdTransport::callOnce(const Call& operation, const std::string& withToken, Purpose purpose)
+{
+    grpc::ClientContext context;
+    if (purpose == Purpose::Farewell)
+        context.set_deadline(Clock::now() + patienceForFarewell);
+    else
+        context.set_deadline(Clock::now() + patience);
+    if (!withToken.empty())
+        context.AddMetadata("token", withToken);
+    std::shared_ptr<grpc::Channel> used;
+    {
+        const std::lock_guard lock(mutex);
+        if (isCancelled && purpose == Purpose::Work)
+            return grpc::Status(grpc::StatusCode::CANCELLED, "the connection is being closed");
+        if (purpose == Purpose::Work)
+            active.insert(&context);
+        used = channel;
+    }
+    const grpc::Status status = operation(used, context);
+    const std::lock_guard lock(mutex);
+    active.erase(&context);
+    return status;
+}
+
+grpc::Status EtcdTransport::authenticate(std::string& given)
+{
+    given.clear();
+    if (settings.user.empty())
+        return grpc::Status::OK;
+    etcdserverpb::AuthenticateRequest request;
+    request.set_name(settings.user);
+    request.set_password(settings.password);
+    etcdserverpb::AuthenticateResponse response;
+    const grpc::Status status = callOnce(
+        [&](const auto& used, auto& context) {
+            return etcdserverpb::Auth::NewStub(used)->Authenticate(&context, request, &response);
+        },
+        {}, Purpose::Work);
+    given = response.token();
+    const std::lock_guard lock(mutex);
+    token = given;
+    return status;
+}
+
+StoreResult EtcdTransport::call(const Call& operation, Purpose purpose)
+{
+    std::string known;
+    {
+        const std::lock_guard lock(mutex);
+        known = token;
+    }
+    grpc::Status status;
+    if (known.empty())
+        status = authenticate(known);
+    if (status.ok())
+        status = callOnce(operation, known, purpose);
+    if (asksForToken(status) && !settings.user.empty()) {
+        status = authenticate(known);
+        if (status.ok())
+            status = callOnce(operation, known, purpose);
+    }
+    const std::lock_guard lock(mutex);
+    if (isCancelled && !status.ok())
+        return {StoreResult::Status::Cancelled, "the connection is being closed"};
+    return resultOf(status, settings.endpoints[endpoint]);
+}
+
+StoreResult EtcdTransport::read(const StoreRange& range, StorePage& page)
+{
+    etcdserverpb::RangeRequest request;
+    request.set_key(range.begin);
+    request.set_range_end(range.end);
+    request.set_limit(range.limit);
+    request.set_revision(range.revision);
+    request.set_min_mod_revision(range.sinceRevision);
+    request.set_keys_only(range.keysOnly);
+    etcdserverpb::RangeResponse response;
+    const StoreResult result = call([&](const auto& used, auto& context) {
+        return etcdserverpb::KV::NewStub(used)->Range(&context, request, &response);
+    });
+    page.hasMore = response.more();
+    page.count = response.count();
+    page.revision = response.header().revision();
+    page.entries.clear();
+    page.entries.reserve(std::size_t(response.kvs_size()));
+    for (etcdserverpb::KeyValue& entry : *response.mutable_kvs())
+        page.entries.push_back(entryOf(entry));
+    return result;
+}
+
+StoreResult EtcdTransport::write(const std::vector<StoreChange>& changes, StoreReply& reply)
+{
+    etcdserverpb::TxnRequest request;
+    for (const StoreChange& change : changes) {
+        addCompare(request, change);
+        addChange(request, change);
+    }
+    etcdserverpb::TxnResponse response;
+    const StoreResult result = call([&](const auto& used, auto& context) {
+        return etcdserverpb::KV::NewStub(used)->Txn(&context, request, &response);
+    });
+    reply.isWritten = response.succeeded();
+    reply.revision = response.header().revision();
+    reply.found.clear();
+    for (etcdserverpb::ResponseOp& operation : *response.mutable_responses()) {
+        if (!operation.has_response_range())
+            continue;
+        auto& entries = *operation.mutable_response_range()->mutable_kvs();
+        reply.found.push_back(entries.empty() ? std::nullopt : std::optional(entryOf(entries[0])));
+    }
+    return result;
+}
+
+std::unique_ptr<StoreWatch> EtcdTransport::watch(const std::string& begin, const std::string& end,
+                                                 std::int64_t revision)
+{
+    etcdserverpb::WatchCreateRequest request;
+    request.set_key(begin);
+    request.set_range_end(end);
+    request.set_start_revision(revision);
+    request.set_progress_notify(true);
+    std::string fresh; // a watch is refused with an old token, and outlives the one that it began with
+    authenticate(fresh);
+    const std::lock_guard lock(mutex);
+    auto watch = std::make_unique<EtcdWatch>(makeChannel(), settings.endpoints[endpoint], fresh, request);
+    if (isCancelled)
+        watch->cancel();
+    return watch;
+}
+
+StoreResult EtcdTransport::grantLease(std::chrono::seconds timeToLive, std::int64_t& lease)
+{
+    etcdserverpb::LeaseGrantRequest request;
+    request.set_ttl(timeToLive.count());
+    etcdserverpb::LeaseGrantResponse response;
+    const StoreResult result = call([&](const auto& used, auto& context) {
+        return etcdserverpb::Lease::NewStub(used)->LeaseGrant(&context, request, &response);
+    });
+    lease = response.id();
+    return result;
+}
+
+StoreResult EtcdTransport::keepLease(std::int64_t lease, bool& isAlive)
+{
+    etcdserverpb::LeaseKeepAliveRequest request;
+    request.set_id(lease);
+    etcdserverpb::LeaseKeepAliveResponse response;
+    const StoreResult result = call([&](const auto& used, auto& context) {
+        const auto stream = etcdserverpb::Lease::NewStub(used)->LeaseKeepAlive(&context);
+        stream->Write(request);
+        stream->WritesDone();
+        const bool isAnswered = stream->Read(&response);
+        etcdserverpb::LeaseKeepAliveResponse left;
+        while (stream->Read(&left)) {
+        }
+        const grpc::Status status = stream->Finish();
+        return isAnswered ? grpc::Status::OK : status;
+    });
+    isAlive = response.ttl() > 0;
+    return result;
+}
+
+StoreResult EtcdTransport::revokeLease(std::int64_t lease)
+{
+    etcdserverpb::LeaseRevokeRequest request;
+    request.set_id(lease);
+    etcdserverpb::LeaseRevokeResponse response;
+    return call(
+        [&](const auto& used, auto& context) {
+            return etcdserverpb::Lease::NewStub(used)->LeaseRevoke(&context, request, &response);
+        },
+        Purpose::Farewell);
+}
+
+} // namespace Vantry::Etcd
+
+// The entry of the module, see StoreTransport.
+extern "C" __attribute__((visibility("default"))) Repository::StoreTransport*
+vantryOpenStoreTransport(int version, const Repository::StoreSettings& settings)
+{
+    if (version != Repository::StoreTransport::version)
+        return nullptr;
+    try {
+        return new Vantry::Etcd::EtcdTransport(settings);
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "repository/fleet/StoreTransport.h"
+
+#include <etcd.grpc.pb.h>
+#include <functional>
+#include <grpcpp/grpcpp.h>
+#include <mutex>
+#include <set>
+
+namespace Vantry::Etcd {
+
+// The calls of a StoreTransport over gRPC, as etcd answers them. Who the user is, is told by a token that the
+// store gives for a password; when it is not good any more, another one is asked for, and the call made
+// again.
+class EtcdTransport : public Repository::StoreTransport
+{
+public:
+    using StoreResult = Repository::StoreResult;
+
+    explicit EtcdTransport(Repository::StoreSettings storeSettings);
+    ~EtcdTransport() override;
+
+    StoreResult read(const Repository::StoreRange& range, Repository::StorePage& page) override;
+    StoreResult write(const std::vector<Repository::StoreChange>& changes,
+                      Repository::StoreReply& reply) override;
+    std::unique_ptr<Repository::StoreWatch> watch(const std::string& begin, const std::string& end,
+                                                  std::int64_t revision) override;
+    StoreResult grantLease(std::chrono::seconds timeToLive, std::int64_t& lease) override;
+    StoreResult keepLease(std::int64_t lease, bool& isAlive) override;
+    StoreResult revokeLease(std::int64_t lease) override;
+    void rotate() override;
+    void cancel() override;
+
+private:
+    using Call = std::function<grpc::Status(const std::shared_ptr<grpc::Channel>&, grpc::ClientContext&)>;
+    enum class Purpose { Work, Farewell };
+
+    std::shared_ptr<grpc::Channel> makeChannel() const;
+    StoreResult call(const Call& operation, Purpose purpose = Purpose::Work);
+    grpc::Status callOnce(const Call& operation, const std::string& withToken, Purpose purpose);
+    grpc::Status authenticate(std::string& given);
+
+    const Repository::StoreSettings settings;
+    mutable std::mutex mutex; // guards what follows
+    std::size_t endpoint = 0; // of the settings
+    std::shared_ptr<grpc::Channel> channel;
+    std::string token;
+    std::set<grpc::ClientContext*> active; // not owned; calls under way
+    bool isCancelled = false;
+};
+
+} // namespace Vantry::Etcd

@@ -1,0 +1,497 @@
+#include "repository/fleet/EtcdBackend.h"
+
+#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/MemoryGuard.h"
+#include "repository/documents/common/ComponentCodec.h"
+#include "repository/fleet/KeyCodec.h"
+#include "repository/fleet/ValueCodec.h"
+#include "repository/fleet/WindowThread.h"
+#include "repository/merge/UnifiedDiff.h"
+
+#include <map>
+
+namespace Repository {
+
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
+namespace {
+
+constexpr std::size_t mostBytes = std::size_t(1) << 20; // of a value; a store takes 1.5 MiB in one request
+
+// A line of the text of a backend, by which edits are rolled back and shown.
+std::string lineOf(const std::string& path, const Value& value)
+{
+    return KeyCodec::keyOf(path) + ' ' + ValueCodec::encode(value, {}) + '\n';
+}
+
+QString shown(const std::optional<Value>& value)
+{
+    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
+                       QLatin1Char('\'')
+                 : QStringLiteral("nothing");
+}
+
+QVariant variantOf(const std::optional<Value>& value)
+{
+    return value ? FrameworkCore::Values::toVariant(*value) : QVariant();
+}
+
+// By path; nothing for a text that lineOf has not made.
+std::optional<std::map<std::string, Value, TreeOrder>> parsed(const std::string& text)
+{
+    std::map<std::string, Value, TreeOrder> values;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = text.find('\n', begin);
+        const std::size_t blank = text.find(' ', begin);
+        if (end == std::string::npos || blank > end)
+            return {};
+        const auto path = KeyCodec::pathOf(std::string_view(text).substr(begin, blank - begin));
+        auto value = ValueCodec::decode(std::string_view(text).substr(blank + 1, end - blank - 1));
+        if (!path || !value)
+            return {};
+        values.insert_or_assign(values.end(), *path, std::move(value->value));
+        begin = end + 1;
+    }
+    return values;
+}
+
+} // namespace
+
+EtcdBackend::EtcdBackend(Description storeDescription, std::shared_ptr<StoreState> storeState)
+    : Backend(std::move(storeDescription)), state(std::move(storeState))
+{
+}
+
+Outcome EtcdBackend::refusal(const QString& reason) const
+{
+    return Outcome(StatusCode::BackendFailure, reason).in(description.filePath);
+}
+
+Backend::Changes EtcdBackend::take(const std::vector<SharedEntries::Arrival>& arrivals)
+{
+    const std::lock_guard lock(state->mutex);
+    return {state->entries.take(arrivals), false};
+}
+
+Backend::Changes EtcdBackend::takeAll(std::vector<SharedEntries::Arrival> all)
+{
+    const std::lock_guard lock(state->mutex);
+    return {state->entries.takeAll(std::move(all)), false};
+}
+
+void EtcdBackend::visitEntries(const std::function<void(const Documents::Entry&)>& visitor) const
+{
+    const std::lock_guard lock(state->mutex);
+    state->entries.visit(visitor);
+}
+
+bool EtcdBackend::contains(const QString& path) const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->entries.contains(relative(path));
+}
+
+Backend::Progress EtcdBackend::getProgress() const
+{
+    const std::lock_guard lock(state->mutex);
+    return {state->loaded, state->toLoad};
+}
+
+QString EtcdBackend::getState() const
+{
+    const std::lock_guard lock(state->mutex);
+    const QStringList users = state->users.values();
+    return users.isEmpty() ? state->describeLink()
+                           : QStringLiteral("%1; open for %2")
+                                 .arg(state->describeLink(), users.join(QStringLiteral(", ")));
+}
+
+Backend::SiblingPosition EtcdBackend::positionOf(const QString& path) const
+{
+    const std::lock_guard lock(state->mutex);
+    const auto before = state->entries.siblingBefore(relative(path));
+    return before ? SiblingPosition{Documents::SiblingPlace::Kind::After, absolute(*before)}
+                  : SiblingPosition{Documents::SiblingPlace::Kind::First, {}};
+}
+
+std::optional<std::string> EtcdBackend::spell(const QString& path) const
+{
+    const std::lock_guard lock(state->mutex);
+    const Value* const value = state->entries.find(relative(path));
+    return value && value->type != Type::Group ? std::optional(ValueCodec::encode(*value, {})) : std::nullopt;
+}
+
+// What is foreign cannot be edited, so that it needs not come back.
+std::string EtcdBackend::getBytes() const
+{
+    const std::lock_guard lock(state->mutex);
+    std::string text;
+    for (const std::string& path : state->entries.pathsWithin({})) {
+        if (!state->entries.isForeign(path))
+            text += lineOf(path, *state->entries.find(path));
+    }
+    return text;
+}
+
+quint64 EtcdBackend::getRevision() const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->entries.getRevision();
+}
+
+Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) const
+{
+    if (closed)
+        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
+    Outcome outcome = state->checkWritable();
+    if (!outcome.ok())
+        return outcome;
+    if (state->entries.isForeign(path))
+        return Outcome(StatusCode::NotWritable,
+                       QStringLiteral("another program has written it in a form that is not known here"))
+            .advise(QStringLiteral("use that program to change it"));
+    if (ValueCodec::encode(value, {}).size() > mostBytes)
+        return Outcome(StatusCode::BackendFailure, QStringLiteral("it is larger than 1 MiB, which a store "
+                                                                  "does not take as one value"));
+    return outcome;
+}
+
+Outcome EtcdBackend::setOne(const std::string& path, const Value& value)
+{
+    Outcome outcome = checkEdit(path, value);
+    if (!outcome.ok())
+        return outcome;
+    if (!state->entries.find(path))
+        return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
+    state->entries.edit(path, value);
+    return outcome;
+}
+
+Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
+{
+    Outcome outcome = checkEdit(path, value);
+    const Value* const present = state->entries.find(path);
+    if (outcome.ok() && present && present->type != Type::Group && value.type != Type::Group)
+        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
+    const bool isImplied = value.type == Type::Group && state->entries.contains(path);
+    if (outcome.ok() && !isImplied)
+        state->entries.edit(path, value);
+    return outcome;
+}
+
+Outcome EtcdBackend::removeAll(const std::string& path)
+{
+    const std::vector<std::string> paths = state->entries.pathsWithin(path);
+    if (paths.empty())
+        return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
+    for (const std::string& each : paths) {
+        Outcome outcome = checkEdit(each, {});
+        if (!outcome.ok())
+            return outcome;
+    }
+    for (const std::string& each : paths)
+        state->entries.edit(each, std::nullopt);
+    return {};
+}
+
+std::optional<Outcome> EtcdBackend::set(const QString& path, const Value& value)
+{
+    const std::lock_guard lock(state->mutex);
+    if (isEditing)
+        return {};
+    Outcome outcome = setOne(relative(path), value);
+    state->changed.notify_all();
+    return outcome;
+}
+
+void EtcdBackend::beginEdit()
+{
+    const std::lock_guard lock(state->mutex);
+    isEditing = true;
+    state->entries.beginBatch();
+}
+
+void EtcdBackend::endEdit()
+{
+    const std::lock_guard lock(state->mutex);
+    isEditing = false;
+    state->entries.endBatch();
+    state->changed.notify_all();
+}
+
+Outcome EtcdBackend::write(const QString& path, const Value& value)
+{
+    const std::lock_guard lock(state->mutex);
+    return setOne(relative(path), value);
+}
+
+Outcome EtcdBackend::insert(const QString& path, const Value& value)
+{
+    const std::lock_guard lock(state->mutex);
+    return insertOne(relative(path), value);
+}
+
+Outcome EtcdBackend::remove(const QString& path)
+{
+    const std::lock_guard lock(state->mutex);
+    return removeAll(relative(path));
+}
+
+Outcome EtcdBackend::respell(const QString& path, const std::string& spelling)
+{
+    const auto decoded = ValueCodec::decode(spelling);
+    return decoded ? write(path, decoded->value) : refusal(QStringLiteral("it was not spelt by a store"));
+}
+
+// Edits what differs, so that the store is written no more than that.
+Outcome EtcdBackend::replaceText(std::string bytes)
+{
+    const auto wanted = parsed(bytes);
+    if (!wanted)
+        return refusal(QStringLiteral("it is not the text of a store"));
+    const std::lock_guard lock(state->mutex);
+    const Outcome outcome = closed ? checkEdit({}, {}) : Outcome();
+    if (!outcome.ok())
+        return outcome;
+    SharedEntries& entries = state->entries;
+    for (const std::string& path : entries.pathsWithin({})) {
+        if (!entries.isForeign(path) && wanted->count(path) == 0)
+            entries.edit(path, std::nullopt);
+    }
+    for (const auto& [path, value] : *wanted) {
+        const Value* const present = entries.find(path);
+        if (!present || !isSame(*present, value))
+            entries.edit(path, value);
+    }
+    return outcome;
+}
+
+Outcome EtcdBackend::insertAll(const QString& path, const std::vector<Documents::Entry>& list,
+                               std::size_t& refused)
+{
+    const std::lock_guard lock(state->mutex);
+    const std::string root = relative(path);
+    const auto placeOf = [&root](const Documents::Entry& entry) {
+        return entry.path.empty() ? root : Documents::joinPath(root, entry.path);
+    };
+    for (refused = 0; refused < list.size(); ++refused) {
+        const Outcome outcome = checkEdit(placeOf(list[refused]), list[refused].value);
+        if (!outcome.ok())
+            return outcome;
+    }
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const bool isLeading = list[i].value.type == Type::Group && i + 1 < list.size() &&
+                               isWithin(list[i + 1].path, list[i].path);
+        if (!isLeading)
+            insertOne(placeOf(list[i]), list[i].value);
+    }
+    return {};
+}
+
+Outcome EtcdBackend::replaceAll(const QString& path, const std::vector<Documents::Entry>& list,
+                                std::size_t& refused)
+{
+    refused = 0;
+    const Outcome outcome = remove(path);
+    return outcome.ok() ? insertAll(path, list, refused) : outcome;
+}
+
+bool EtcdBackend::isEdited() const
+{
+    const std::lock_guard lock(state->mutex);
+    return !state->entries.getEdits().empty();
+}
+
+bool EtcdBackend::isClosed() const
+{
+    const std::lock_guard lock(state->mutex);
+    return closed;
+}
+
+Outcome EtcdBackend::close(bool discardChanges)
+{
+    const std::lock_guard lock(state->mutex);
+    if (closed)
+        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+    if (!discardChanges && !state->entries.getEdits().empty())
+        return Outcome(StatusCode::BackendFailure,
+                       QStringLiteral("it has edits that the store has not acknowledged"))
+            .advise(QStringLiteral("save or discard them first"));
+    closed = true;
+    state->changed.notify_all();
+    return {};
+}
+
+Outcome EtcdBackend::save(const ApplyChange&)
+{
+    using namespace std::chrono_literals;
+    std::unique_lock lock(state->mutex);
+    state->writeRefusal.clear(); // it may take it now
+    state->changed.notify_all();
+    const auto isOver = [this] {
+        const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
+        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
+               state->entries.getEdits().empty();
+    };
+    ++state->savers;
+    state->changed.wait_for(lock, isWindowThread() ? std::chrono::milliseconds(250ms) : 10s, isOver);
+    --state->savers;
+    if (closed)
+        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
+    return explainUnsaved();
+}
+
+Outcome EtcdBackend::explainConflicts() const
+{
+    constexpr int shownConflicts = 5;
+    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
+                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome::Parts& parts = outcome.change();
+    for (const auto& [path, edit] : state->entries.getEdits()) {
+        if (!edit.isConflict())
+            continue;
+        if (parts.details.size() == shownConflicts) {
+            ++parts.detailsLeftOut;
+            continue;
+        }
+        const Value* const mine = state->entries.find(path);
+        parts.details.append({absolute(path), {}});
+        if (isReadable(description.accessMode))
+            parts.details.last().text =
+                QStringLiteral("(yours: %1, in the store: %2)")
+                    .arg(shown(mine ? std::optional(*mine) : std::nullopt), shown(edit.stored.value));
+    }
+    return outcome;
+}
+
+Outcome EtcdBackend::checkConflicts() const
+{
+    const std::lock_guard lock(state->mutex);
+    return state->entries.hasConflicts() ? explainConflicts() : Outcome();
+}
+
+Outcome EtcdBackend::explainUnsaved() const
+{
+    if (state->entries.hasConflicts())
+        return explainConflicts();
+    if (!state->isConnected())
+        return refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+    if (!state->writeRefusal.isEmpty())
+        return refusal(QStringLiteral("the store refuses it: %1").arg(state->writeRefusal));
+    return state->entries.getEdits().empty()
+               ? Outcome()
+               : refusal(QStringLiteral("the store has not acknowledged it yet; it is being sent"));
+}
+
+Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
+{
+    const std::lock_guard lock(state->mutex);
+    return state->isConnected()
+               ? Outcome()
+               : refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+}
+
+Outcome EtcdBackend::locate(const QString&, TextPlace&) const
+{
+    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
+}
+
+Outcome EtcdBackend::findAt(int, int, QString&) const
+{
+    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
+}
+
+Outcome EtcdBackend::getReadableText(BackendText&) const
+{
+    return {StatusCode::NotReadable, QStringLiteral("a store has no text")};
+}
+
+QVector<Backend::UnsavedChange> EtcdBackend::getUnsavedChanges() const
+{
+    const bool showsValues = isReadable(description.accessMode);
+    QVector<UnsavedChange> changes;
+    const std::lock_guard lock(state->mutex);
+    for (const auto& [path, edit] : state->entries.getEdits()) {
+        const Value* const mine = state->entries.find(path);
+        UnsavedChange change;
+        change.path = absolute(path);
+        change.kind = !mine                ? UnsavedChange::Kind::Removed
+                      : !edit.stored.value ? UnsavedChange::Kind::Created
+                                           : UnsavedChange::Kind::Changed;
+        change.isConflict = edit.isConflict();
+        if (showsValues) {
+            change.before = variantOf(edit.stored.value);
+            change.after = mine ? FrameworkCore::Values::toVariant(*mine) : QVariant();
+            change.base = change.isConflict ? variantOf(edit.base.value) : QVariant();
+        }
+        changes.append(change);
+    }
+    return changes;
+}
+
+QString EtcdBackend::getUnsavedDiff() const
+{
+    if (!isReadable(description.accessMode))
+        return {};
+    std::string before;
+    std::string after;
+    {
+        const std::lock_guard lock(state->mutex);
+        for (const auto& [path, edit] : state->entries.getEdits()) {
+            before += edit.stored.value ? lineOf(path, *edit.stored.value) : std::string();
+            const Value* const mine = state->entries.find(path);
+            after += mine ? lineOf(path, *mine) : std::string();
+        }
+    }
+    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
+}
+
+Outcome EtcdBackend::revert(const QString& path, const ApplyChange& apply)
+{
+    return revertPart({{path}, {}}, apply);
+}
+
+Outcome EtcdBackend::revertPart(const Part& part, const ApplyChange& apply)
+{
+    if (!part.hunks.isEmpty())
+        return refusal(QStringLiteral("a store has no lines of text"));
+    std::vector<std::string> paths;
+    for (const QString& path : part.paths)
+        paths.push_back(relative(path));
+    apply([&] {
+        const std::lock_guard lock(state->mutex);
+        return Changes{state->entries.revert(paths), false};
+    });
+    return {};
+}
+
+// All is written as soon as it can be; there is no part that would have to be asked for.
+Outcome EtcdBackend::savePart(const Part& part, const ApplyChange& apply)
+{
+    return part.hunks.isEmpty() ? save(apply) : refusal(QStringLiteral("a store has no lines of text"));
+}
+
+Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply)
+{
+    const std::string place = relative(path);
+    Part conflicts;
+    {
+        const std::lock_guard lock(state->mutex);
+        for (const auto& [edited, edit] : state->entries.getEdits()) {
+            if (edit.isConflict() && isWithin(edited, place))
+                conflicts.paths.append(absolute(edited));
+        }
+        if (side == ConflictSide::Mine)
+            state->entries.keepEdits(place);
+        state->changed.notify_all();
+    }
+    if (conflicts.paths.isEmpty())
+        return {StatusCode::NotFound, QStringLiteral("there is no conflict at or below it")};
+    return side == ConflictSide::Mine ? Outcome() : revertPart(conflicts, apply);
+}
+
+} // namespace Repository

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Repository {
+
+// The form of paths of the tree as keys of a store: names joined by ".", all bytes of them but ASCII letters,
+// digits, "_" and "-" percent-encoded, also "%" itself. Every path has a key, and no two have the same. Any
+// thread.
+class KeyCodec
+{
+public:
+    static std::string keyOf(std::string_view path);
+
+    // Nothing for a key that is none of a path.
+    static std::optional<std::string> pathOf(std::string_view key);
+};
+
+} // namespace Repository

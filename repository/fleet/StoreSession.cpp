@@ -1,0 +1,117 @@
+#include "repository/fleet/StoreSession.h"
+
+#include <random>
+
+namespace Repository {
+
+using namespace std::chrono_literals;
+using FrameworkCore::AppConfig::Outcome;
+using FrameworkCore::AppConfig::StatusCode;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr auto auditing = 5min;
+constexpr auto newsDelay = 5s; // what the store has told by then is here
+
+std::string newSession()
+{
+    std::random_device device;
+    const quint64 number = quint64(device()) << 32 | device();
+    return QString::number(number, 36).toStdString();
+}
+
+} // namespace
+
+StoreSession::StoreSession(std::unique_ptr<StoreTransport> transport, std::string prefix,
+                           std::size_t endpointCount, std::shared_ptr<StoreState> state,
+                           const std::shared_ptr<EtcdBackend>& backend,
+                           const std::shared_ptr<AttributeTree>& tree, BackendKind::Observer observer)
+    : context{std::move(transport), std::move(prefix), newSession(), endpointCount, std::move(state)},
+      applier(context, tree, backend), follower(context, applier),
+      writer(context, applier, backend, std::move(observer)), presence(context),
+      nextAudit(Clock::now() + auditing)
+{
+}
+
+// The threads keep it alive until they end.
+void StoreSession::start()
+{
+    threads.emplace_back([self = shared_from_this()] { self->applier.run(); });
+    threads.emplace_back([self = shared_from_this()] { self->follower.run(); });
+    threads.emplace_back([self = shared_from_this()] {
+        self->writer.run([&self] { self->tick(); });
+        self->presence.end();
+    });
+}
+
+Outcome StoreSession::waitForLoading()
+{
+    StoreState& state = *context.state;
+    std::unique_lock lock(state.mutex);
+    state.changed.wait(lock, [&] {
+        return state.isConnected() || state.isStopping ||
+               (!state.isLoaded && state.failedAttempts >= context.endpointCount);
+    });
+    if (state.isConnected())
+        return {};
+    return Outcome(StatusCode::BackendFailure, state.news.reason);
+}
+
+void StoreSession::stop()
+{
+    {
+        const std::lock_guard lock(context.state->mutex);
+        context.state->isStopping = true;
+        context.state->changed.notify_all();
+    }
+    context.transport->cancel();
+    applier.stop();
+    follower.interrupt();
+    for (std::thread& thread : threads) {
+        if (thread.get_id() == std::this_thread::get_id())
+            thread.detach();
+        else
+            thread.join();
+    }
+    threads.clear();
+}
+
+void StoreSession::tick()
+{
+    follower.checkLife();
+    {
+        const std::lock_guard lock(context.state->mutex);
+        if (!context.state->isConnected())
+            return;
+    }
+    presence.keep();
+    if (Clock::now() > nextAudit)
+        audit();
+    if (context.wantsReload)
+        follower.interrupt();
+}
+
+// Whether something has come into the store of which there was no news.
+void StoreSession::audit()
+{
+    nextAudit = Clock::now() + auditing;
+    const std::int64_t known = context.applied;
+    StorePage page;
+    const StoreRange newer{context.attributeKey({}), context.attributesEnd(), 0, 0, known + 1, true};
+    if (!context.transport->read(newer, page).ok())
+        return;
+    std::int64_t newest = 0;
+    for (const StoreEntry& entry : page.entries)
+        newest = std::max(newest, entry.revision);
+    if (context.pause(newest > 0 ? newsDelay : 0s))
+        return;
+    const std::lock_guard lock(context.state->mutex);
+    const bool isQuiet = newest == 0 && context.applied == known;
+    const bool hasOtherCount =
+        isQuiet && std::size_t(page.count - context.unreadable) != context.state->entries.getStoredCount();
+    if (newest > context.applied || hasOtherCount)
+        context.wantsReload = true;
+}
+
+} // namespace Repository

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "repository/fleet/SharedEntries.h"
+#include "repository/fleet/StoreTransport.h"
+
+#include <QDateTime>
+#include <QMap>
+#include <QString>
+
+#include <condition_variable>
+#include <mutex>
+
+namespace Repository {
+
+// What a backend of a store and its connection share. Any thread; the mutex guards all of it.
+struct StoreState
+{
+    enum class Link {
+        Loading,   // for the first time
+        Connected, // news come, and edits go
+        Stale,     // entries are as they were when the connection was lost
+        Refused    // as Stale, and the store says why: waiting alone does not help
+    };
+
+    // One way of the connection, that of news or that of edits.
+    struct Way
+    {
+        bool isOpen = false;
+        bool isRefused = false;
+        QString reason; // while it is not open
+    };
+
+    using Outcome = FrameworkCore::AppConfig::Outcome;
+
+    // Opens a way, or closes it with the result of a failed call. Gives whether the link is another one.
+    bool open(Way& way);
+    bool close(Way& way, const StoreResult& result);
+
+    bool isConnected() const { return link == Link::Connected; }
+
+    // In a few words, as "connected" or "stale since 2026-11-26T12:00:00: connection refused".
+    QString describeLink() const;
+
+    // Refused, with the reason, where edits are not taken now. A short interruption, as when the store's
+    // servers agree anew on who leads them, refuses none.
+    Outcome checkWritable() const;
+
+    // Everything is here for the first time. Gives whether the link is another one.
+    bool finishLoading();
+
+    mutable std::mutex mutex;
+    std::condition_variable changed; // of all that follows
+
+    SharedEntries entries;
+    Link link = Link::Loading;
+    QDateTime since; // of the link
+    Way news;
+    Way edits{true, false, {}};
+    bool isStopping = false;
+    bool isLoaded = false;
+    bool isSending = false; // something is on its way to the store
+    int savers = 0;         // who wait for their edits to be acknowledged
+    bool queues = false;    // edits are taken while the link is down
+    QString writeRefusal;   // why the store does not take what is to be written; empty while it does
+    int loaded = 0;         // entries, while loading
+    int toLoad = 0;
+    std::size_t failedAttempts = 0; // to load for the first time
+    QMap<QString, QString> users;   // who has the store open, by session
+
+private:
+    bool updateLink();
+};
+
+} // namespace Repository

@@ -1,0 +1,126 @@
+#include "tests/fleet/FleetTest.h"
+#include "tests/support/Columns.h"
+#include "tests/support/TestFiles.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+
+// The command line on a store that is declared as a backend.
+class ProgramsTest : public FleetTest
+{
+    Q_OBJECT
+
+    struct Run
+    {
+        int exitCode = -1;
+        QByteArray output;
+        QByteArray errors;
+    };
+
+private slots:
+    void readsAndWrites()
+    {
+        QCOMPARE(run({"create", "plant", "line.speed", "4.5"}).errors, QByteArray());
+        QCOMPARE(run({"create", "plant", "line.name", "05", "--type", "text"}).errors, QByteArray());
+        QCOMPARE(run({"get", "plant", "line.speed"}).output, QByteArray("4.5\n"));
+        QCOMPARE(run({"set", "plant", "line.speed", "5"}).errors, QByteArray());
+        QCOMPARE(run({"list", "plant"}).output, QByteArray("line.name = 05\nline.speed = 5\n"));
+        QCOMPARE(run({"set", "plant", "line.speed", "fast"}).exitCode, 3);
+        QCOMPARE(run({"get", "plant", "line.none"}).exitCode, 1);
+        QCOMPARE(run({"remove", "plant", "line.name"}).errors, QByteArray());
+        QCOMPARE(run({"list", "plant"}).output, QByteArray("line.speed = 5\n"));
+        QCOMPARE(outside().readAll(prefix()).size(), std::size_t(1));
+    }
+
+    // A file into the store and from there into another.
+    void importsAndExports()
+    {
+        const QTemporaryDir folder;
+        const QByteArray text =
+            "{\n  \"a\": 5,\n  \"b\": {\n    \"c\": [\n      \"x\",\n      \"y\"\n    ],\n    "
+            "\"d\": 1.5\n  }\n}\n";
+        const QString file = TestSupport::writeFile(folder.filePath(QStringLiteral("f.json")), text);
+        QCOMPARE(run({"import", "plant", "", file.toUtf8()}).errors, QByteArray());
+        const QString copy = folder.filePath(QStringLiteral("g.json"));
+        QCOMPARE(run({"export", "plant", "", copy.toUtf8()}).errors, QByteArray());
+        QCOMPARE(TestSupport::contentOf(copy), text);
+        QCOMPARE(run({"diff", "plant", file.toUtf8()}).exitCode, 0);
+        QCOMPARE(run({"set", "plant", "b.d", "2.5"}).errors, QByteArray());
+        QCOMPARE(run({"diff", "plant", file.toUtf8()}).exitCode, 1);
+    }
+
+    // What other machines do, also after the server was away.
+    void watches()
+    {
+        FleetMachine machine(location());
+        machine.create(QStringLiteral("m.a"), 1);
+        QProcess watch;
+        watch.start(QStringLiteral(VANTRY_PROGRAM), words({"watch", "plant"}));
+        QVERIFY(watch.waitForStarted());
+        // It prints nothing until something changes, so changes go on until the first is seen.
+        qlonglong value = 1;
+        QTRY_VERIFY((machine.write(QStringLiteral("m.a"), ++value), watch.bytesAvailable() > 0));
+        const qlonglong last = value;
+        QTRY_VERIFY(printedBy(watch).endsWith("changed a = " + QByteArray::number(last) + '\n'));
+        server.kill();
+        QVERIFY(server.restart());
+        QTRY_VERIFY_WITH_TIMEOUT(machine.write(QStringLiteral("m.a"), last + 1).ok(), 20'000);
+        machine.create(QStringLiteral("m.b"), QStringLiteral("x"));
+        machine.remove(QStringLiteral("m.a"));
+        const QByteArray end = "changed a = " + QByteArray::number(last + 1) + "\ncreated b = x\nremoved a\n";
+        QTRY_VERIFY2_WITH_TIMEOUT(printedBy(watch).endsWith(end), printed.constData(), 20'000);
+        watch.terminate();
+        QVERIFY(watch.waitForFinished());
+        QCOMPARE(watch.exitCode(), 0);
+    }
+
+    // The store finds out by itself, within the ten seconds of a lease.
+    void noticesWhoIsGone()
+    {
+        const FleetMachine machine(location());
+        const auto count = [&machine] {
+            return machine.read(QStringLiteral("internal.backends.users.m")).toStringList().size();
+        };
+        QTRY_COMPARE(count(), 1);
+        QProcess watch;
+        watch.start(QStringLiteral(VANTRY_PROGRAM), words({"watch", "plant"}));
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 2, 20'000);
+        watch.kill();
+        QVERIFY(watch.waitForFinished());
+        QTRY_COMPARE_WITH_TIMEOUT(count(), 1, 30'000);
+    }
+
+    void saysWhyNothingIsThere()
+    {
+        server.kill();
+        const Run refused = run({"list", "plant"});
+        server.restart();
+        QCOMPARE(refused.exitCode, 4);
+        QVERIFY2(refused.errors.contains(server.getEndpoints().first().toUtf8()), refused.errors.constData());
+    }
+
+private:
+    QStringList words(const QByteArrayList& command) const
+    {
+        QStringList all{QStringLiteral("--backend"), QStringLiteral("plant=") + location()};
+        for (const QByteArray& word : command)
+            all.append(QString::fromUtf8(word));
+        return all;
+    }
+
+    Run run(const QByteArrayList& command) const
+    {
+        QProcess program;
+        program.start(QStringLiteral(VANTRY_PROGRAM), words(command));
+        program.waitForFinished();
+        return {program.exitCode(), program.readAllStandardOutput(), program.readAllStandardError()};
+    }
+
+    const QByteArray& printedBy(QProcess& program) { return printed += program.readAllStandardOutput(); }
+
+    QByteArray printed;
+};
+
+VANTRY_TEST_MAIN(QCoreApplication, ProgramsTest)
+#include "programs_test.moc"
