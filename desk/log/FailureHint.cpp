@@ -52,7 +52,7 @@ std::optional<LogLine> newestRefusal(const QString& path)
 QString describeContent(const QVariant& value)
 {
     using namespace FrameworkCore::Values;
-    return QString::fromStdString(describeType(typeOf(value.userType())));
+    return typeText(typeOf(value.userType()));
 }
 
 } // namespace
