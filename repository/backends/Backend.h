@@ -7,6 +7,7 @@
 #include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
@@ -69,9 +70,9 @@ public:
     bool isLocked() const { return locked; }
     Outcome refuseLocked() const
     {
-        return Outcome(FrameworkCore::AppConfig::NotWritable, QStringLiteral("it is locked"))
+        return Outcome(FrameworkCore::AppConfig::NotWritable, Texts::tr("it is locked"))
             .in(description.filePath)
-            .advise(QStringLiteral("unlock it to change it"));
+            .advise(Texts::tr("unlock it to change it"));
     }
 
     // The path in the tree of an entry.

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/WrittenEntries.h"
@@ -181,6 +182,14 @@ Outcome DocumentBackend::replaceAll(const QString& path, const std::vector<Docum
     return edit([&](Document& text) { return text.replaceAll(relative(path), entries, refused); });
 }
 
+void DocumentBackend::releaseDocument()
+{
+    constexpr std::size_t large = 65536; // takes a while to be parsed again
+    const std::lock_guard lock(mutex);
+    if (content.getBase().size() < large)
+        content.release();
+}
+
 bool DocumentBackend::keepsGivenOrder() const
 {
     const std::lock_guard lock(mutex);
@@ -260,8 +269,7 @@ bool DocumentBackend::isClosed() const
 
 Outcome DocumentBackend::checkOpen() const
 {
-    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
-                  : Outcome();
+    return closed ? Outcome(StatusCode::BackendFailure, Texts::tr("its backend is being closed")) : Outcome();
 }
 
 Outcome DocumentBackend::refusal(const QString& reason) const
@@ -317,8 +325,8 @@ Outcome DocumentBackend::replaceText(std::string bytes)
 
 Outcome DocumentBackend::damage() const
 {
-    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
-        .advise(QStringLiteral("revert the file or open it anew"));
+    return refusal(Texts::tr("there was not enough memory for an edit, which is only half done"))
+        .advise(Texts::tr("revert the file or open it anew"));
 }
 
 EditedDocument DocumentBackend::getCopy() const
@@ -393,15 +401,15 @@ Outcome DocumentBackend::checkConflicts() const
     if (conflicts.empty())
         return {};
     constexpr std::size_t shown = 5;
-    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
-                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome outcome = refusal(Texts::tr("another program has changed what was edited here"))
+                          .advise(Texts::tr("keep yours or take theirs first"));
     Outcome::Parts& parts = outcome.change();
     for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
         const EditedDocument::Conflict& conflict = conflicts[i];
         parts.details.append({absolute(conflict.path), {}});
         if (isReadable(description.accessMode))
             parts.details.last().text =
-                QStringLiteral("(yours: %1, in the file: %2)")
+                Texts::tr("(yours: %1, in the file: %2)")
                     .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
     }
     parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);

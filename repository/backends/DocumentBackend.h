@@ -28,6 +28,9 @@ public:
     std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;
     bool keepsGivenOrder() const override;
 
+    // Gives up what can be had from its text again, unless that is large or edited.
+    void releaseDocument();
+
     bool isClosed() const override;
 
     Outcome locate(const QString& path, TextPlace& place) const override;

@@ -30,7 +30,11 @@ public:
     Outcome load(std::string text);
 
     const std::string& getType() const { return type; }
-    const Documents::Document& getDocument() const { return *document; }
+    const Documents::Document& getDocument() const { return presentDocument(); }
+
+    // Gives up the document of a text without edits, of which there may be thousands that nobody looks at; it
+    // is parsed again when it is asked for.
+    void release();
     const std::string& getBase() const { return base; }
     std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
@@ -109,9 +113,10 @@ private:
     void setBase(std::string text);
     PathSet conflictPaths() const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
+    Documents::Document& presentDocument() const;
 
     std::string type;
-    std::unique_ptr<Documents::Document> document;
+    mutable std::unique_ptr<Documents::Document> document; // null when it was released
     std::string base;
     std::size_t revision = 0;
     bool damaged = false;

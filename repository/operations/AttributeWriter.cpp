@@ -4,6 +4,7 @@
 #include "repository/backends/Backend.h"
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/ListEdit.h"
@@ -48,7 +49,7 @@ Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, i
     bool isHidden = !isReadable(AccessMode(access));
     Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
     if (outcome.ok()) {
-        const auto stepName = [&path] { return QStringLiteral("Create %1").arg(path); };
+        const auto stepName = [&path] { return Texts::tr("Create %1").arg(path); };
         outcome = store->change(stepName, [&](Transaction& transaction) {
             const auto element = insertElement(transaction, path, *attributeValue, option == createBefore);
             Outcome inserted =
@@ -70,8 +71,8 @@ Outcome AttributeWriter::checkCreation(const QString& path, bool isTypeKnown, in
     if (isAtOrBelow(path, ownRoot))
         return Refusals::ownTree();
     if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
-        return Outcome(StatusCode::NotWritable, QStringLiteral("%1 is not an access mode").arg(access))
-            .advise(QStringLiteral("1 is read-only, 2 write-only, 3 read-write"));
+        return Outcome(StatusCode::NotWritable, Texts::tr("%1 is not an access mode").arg(access))
+            .advise(Texts::tr("1 is read-only, 2 write-only, 3 read-write"));
     return isTypeKnown ? Outcome() : Refusals::noAttributeType();
 }
 
@@ -82,8 +83,8 @@ Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, Q
     const NodeIndex::Key key(path);
     Node* const node = nodes.find(path);
     if (node && node->isAttribute())
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
-            .advise(QStringLiteral("write to it, or choose another name"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"))
+            .advise(Texts::tr("write to it, or choose another name"));
     Node& ancestor = node ? *node : nodes.nearest(parentPath(path));
     Backend* const backend = ancestor.backend;
     Outcome outcome = acceptNew(nodes.getTree(), key, node, backend, value);
@@ -150,7 +151,7 @@ Outcome AttributeWriter::changeOne(const QString& path, const QVariant& value, A
 {
     bool isKnown = false;
     bool isHidden = false;
-    const auto stepName = [&path] { return QStringLiteral("Write %1").arg(path); };
+    const auto stepName = [&path] { return Texts::tr("Write %1").arg(path); };
     Outcome outcome = store->change(stepName, [&](Transaction& transaction) {
         Node* const node = transaction.getNodes().find(path);
         isKnown = node && node->isAttribute();
@@ -203,7 +204,7 @@ Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node,
 Outcome AttributeWriter::writeElement(const ListElement& element, const QString& path, const QVariant& value)
 {
     bool isHidden = false;
-    const auto name = [&path] { return QStringLiteral("Write %1").arg(path); };
+    const auto name = [&path] { return Texts::tr("Write %1").arg(path); };
     const Outcome outcome = store->change(name, [&](Transaction& transaction) -> Outcome {
         Node* const list = transaction.getNodes().find(element.list);
         if (!ListEdit::textsIn(transaction.getNodes(), list))
@@ -234,7 +235,7 @@ std::optional<Outcome> AttributeWriter::insertElement(Transaction& transaction, 
     if (*index > count)
         return ListEdit::beyond(count);
     if (*index < count && (!movesOthers || name.size() < below.size()))
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"));
     const bool isText = texts && value.userType() == QMetaType::QString && name.size() == below.size();
     const auto inserted =
         array.backend && !isText
@@ -257,7 +258,7 @@ Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& valu
         const std::shared_lock lock(tree.structure);
         isHidden = tree.hidesValues(path);
     }
-    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(QStringLiteral("create it first"))
+    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(Texts::tr("create it first"))
                                         : Refusals::invalidPath(path);
     return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }

@@ -7,6 +7,7 @@
 #include "repository/transaction/BeforeImages.h"
 #include "repository/transaction/NodeOrder.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -62,6 +63,10 @@ public:
     // Gives a node a value, or another one, which the watchers hear of as a change of that kind.
     void setAttribute(Node& node, QVariant value, AccessMode access,
                       UpdateResult kind = UpdateResult::Changed);
+
+    // Changes the text of an attribute in its place, so that one that grows is not copied each time. Null
+    // stands for an empty one.
+    void editText(Node& node, const std::function<void(QString& text)>& edit);
 
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);

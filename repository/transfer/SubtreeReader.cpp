@@ -1,6 +1,7 @@
 #include "repository/transfer/SubtreeReader.h"
 
 #include "repository/backends/Backend.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/Format.h"
 #include "repository/store/AttributeTree.h"
 
@@ -130,7 +131,7 @@ Outcome SubtreeReader::check(bool isWhole) const
     if (hidden.isEmpty() || (!isWhole && !parts.empty()))
         return {};
     return Outcome(StatusCode::NotReadable,
-                   QStringLiteral("it is write-only, and its value is not taken elsewhere"))
+                   Texts::tr("it is write-only, and its value is not taken elsewhere"))
         .of(Outcome::Operation::Change, hidden);
 }
 

@@ -17,7 +17,8 @@ public:
     static constexpr std::size_t maximumDepth = 1000;
     static constexpr std::size_t mostCopies = 100000; // of what aliases and merges show
 
-    explicit YamlBuilder(YamlTree& yamlTree);
+    // As YamlReader does it.
+    explicit YamlBuilder(YamlTree& yamlTree, bool fillsElements = false);
 
     Outcome build();
 
@@ -47,6 +48,7 @@ private:
     };
 
     Outcome take(const YamlEvent& event);
+    Outcome checkBrackets(const YamlEvent& event) const;
     bool isInKey() const { return keyDepth > 0; }
     bool expectsKey() const;
     void startKey(const YamlEvent& event);
@@ -82,6 +84,7 @@ private:
     std::size_t keyDepth = 0;
     std::size_t copies = 0;
     bool mayHaveTags;
+    bool fills;
 };
 
 } // namespace Repository::Documents

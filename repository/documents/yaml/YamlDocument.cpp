@@ -94,7 +94,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
         outcome.error = file->encoding.findRefusal(*spelled);
     if (!outcome.ok())
         return outcome;
-    if (tag != formerTag || YamlLinks(*file).reshapesLists(valueNode, *spelled))
+    if (tag != formerTag || file->isDelicate(valueNode) ||
+        YamlLinks(*file).reshapesLists(valueNode, *spelled))
         return rewrite(path, *spelled, tag);
     values.put(valueNode, *spelled);
     return {};
@@ -145,7 +146,11 @@ Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling
                                           : renameTypeTag(text.substr(begin, line - begin), tag));
     editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
     editor.noteChanged(id);
-    return commit(editor);
+    const Value value = file->readAs(id, spelling, tag);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId changed = fresh.findValueNode(path);
+        return changed != noNode && fresh.tree.node(changed).tag == tag && isSame(fresh.read(changed), value);
+    });
 }
 
 SiblingPlace YamlDocument::placeOf(std::string_view path) const
@@ -273,6 +278,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
         return outcome;
+    if (file->isDelicate(valueNode))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
     if (isOriginal)
         return restore(path, valueNode);
     if (YamlLinks(*file).reshapesLists(valueNode, spelling))

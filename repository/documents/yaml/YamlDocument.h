@@ -65,7 +65,7 @@ private:
     void settle();
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
-    enum class Kind { Insertion, Renaming, Moving };
+    enum class Kind { Insertion, Renaming, Moving, Removal };
     Outcome commit(const YamlEditor& editor, Kind kind = Kind::Insertion, NodeId node = noNode,
                    const std::function<bool(const YamlFile&)>& isAsWanted = {});
     std::optional<Outcome> rereadPart(const YamlEditor& editor, Kind kind, NodeId node,

@@ -119,7 +119,10 @@ std::string YamlGuard::findFault() const
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
-        before.skipHidden();
+        for (; before.id != noNode && before.isHidden(); before.advance(false)) {
+            if (removable != noNode && before.id != removable)
+                return "with it, the entry at " + nameOf(before.id) + " would go";
+        }
         after.skipHidden();
         if (before.id == noNode && after.id == noNode)
             return {};

@@ -166,11 +166,15 @@ bool YamlLayout::hasComments(NodeId id) const
         const NodeId next = pending.back();
         const YamlNode& each = tree.node(next);
         pending.pop_back();
+        const bool isList = each.kind == YamlKind::List; // the elements of which are no entries
+        const bool isWhole = each.isAlias || (each.isLeaf() && !isList);
         if ((each.hasKey && skipTo(each.key, each.keyEnd)) ||
-            (each.isLeaf() && skipTo(each.value, each.valueEnd)))
+            (isWhole && skipTo(each.value, each.valueEnd)) ||
+            (each.isBlockScalar() && !commentOfYamlBlock(tree.text(each.value, each.valueEnd)).empty()))
             return true;
-        for (NodeId child = each.isAlias ? noNode : tree.lastOwn(next); child != noNode;
-             child = tree.node(child).previous)
+        if (isWhole)
+            continue;
+        for (NodeId child = tree.lastOwn(next); child != noNode; child = tree.node(child).previous)
             pending.push_back(child);
     }
     return skipTo(tailOf(id), tailOf(id));

@@ -1,6 +1,7 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlLinks.h"
@@ -70,6 +71,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     YamlGuard guard(*file, *fresh, editor);
     if (kind == Kind::Renaming)
         guard.allowRenaming(node);
+    if (kind == Kind::Removal)
+        guard.allowRemoval(node);
     std::string fault = guard.findFault();
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
@@ -91,6 +94,8 @@ std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind k
         YamlGuard guard(*file, reread.getFormer(), reread.getPartFile(), reread.getPart(), editor);
         if (kind == Kind::Renaming)
             guard.allowRenaming(node);
+        if (kind == Kind::Removal)
+            guard.allowRemoval(node);
         if (!guard.findFault().empty() || (kind == Kind::Moving && !guard.keepsMoved()))
             continue;
         reread.install();
@@ -294,7 +299,7 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
                        "which in a file of one document do not begin with its number; edit the text instead");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
-    return commit(editor);
+    return commit(editor, Kind::Removal, id);
 }
 
 std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_view name)
@@ -347,7 +352,12 @@ bool YamlDocument::hasComments(std::string_view path) const
         return settled.parse(getBytes()).ok() && settled.hasComments(path);
     }
     const NodeId id = path.empty() ? noNode : file->findElement(path);
-    return id != noNode && YamlLayout(*file).hasComments(id);
+    if (id == noNode)
+        return false;
+    const NodeId parent = file->tree.node(id).parent;
+    const bool isOneOfSeveral = parent != noNode && file->tree.node(parent).style == YamlStyle::Stream;
+    return YamlLayout(*file).hasComments(id) ||
+           (isOneOfSeveral && YamlDocuments(*file).hasCommentsAround(id));
 }
 
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)

@@ -71,11 +71,15 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
                          quoted(path) +
                              " is indented by a tab, behind which no value can have quotes or a tag; "
                              "indent it by blanks");
-    const std::string_view present = tree.valueText(id);
-    const bool losesComments =
-        node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
-    return losesComments ? refused(quoted(path) + " is a list with comments, which would be lost")
-                         : Outcome();
+    const std::string_view present = file.bareText(id);
+    const std::size_t column = columnOfYaml(tree.getOriginal(), node.value);
+    if (isYamlList(present) && !isYamlList(spelling) && hasYamlListComment(present, column))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
+    const std::string_view comment = commentOfYamlBlock(present);
+    if (!comment.empty() && commentOfYamlBlock(spelling) != comment)
+        return refused(quoted(path) + " is a block with " + quoted(comment) +
+                       " on its first line, which would be lost, since what it would become cannot be one");
+    return {};
 }
 
 std::optional<std::string> YamlValues::spell(NodeId id, const Value& value, Type tag) const
@@ -131,6 +135,12 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
         const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
         return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
     }
+    const bool isBehindColon = node.hasKey && text[node.value - 1] == ':' &&
+                               (node.keyStyle == YamlStyle::Plain || spelling.find('!') == 0);
+    const bool isBehindAnchor =
+        node.begin < node.value && !isYamlBlank(text[node.value - 1]) && !isYamlBreak(text[node.value - 1]);
+    if ((isBehindColon || isBehindAnchor) && !spelling.empty() && spelling[0] != '[')
+        return ' ' + spelling;
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
                               columnOfYaml(text, node.value) <= file.blockAround(id);
