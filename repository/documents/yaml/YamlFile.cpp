@@ -160,6 +160,9 @@ std::string YamlFile::pathOf(NodeId id) const
 
 bool YamlFile::isArray(NodeId id) const
 {
+    const YamlTree::Origin origin = tree.isEdited(id) ? YamlTree::Origin() : tree.originOf(id);
+    if (origin.node != noNode && !origin.isKey)
+        id = origin.node;
     if (tree.isEdited(id))
         return isYamlList(bareText(id));
     // Documents that are nothing but texts would be a list elsewhere.
