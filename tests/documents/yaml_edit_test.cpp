@@ -211,6 +211,7 @@ private slots:
     void refuses_data()
     {
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
+        row("key of two lines", "{a\n b, c: 1}\n", setTo("a b", integer(1)), "has no \":\"");
         row("colon of the next key", "? - a\n:b: 1\n", setTo("- a", integer(1)), "has no \":\"");
         row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
         row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
