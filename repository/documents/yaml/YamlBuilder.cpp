@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
+#include "repository/documents/common/Pipeline.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
@@ -56,14 +57,19 @@ Outcome YamlBuilder::build()
     frames.emplace_back();
     frames.back().id = tree.read(stream);
     YamlReader reader(source(), fills);
-    for (YamlEvent event; reader.next(event);) {
-        Outcome outcome = take(event);
-        if (!outcome.ok())
-            return outcome;
+    Outcome outcome;
+    Pipeline<YamlEvent> events([&](const YamlEvent& event) {
+        outcome = take(event);
+        return outcome.ok();
+    });
+    while (reader.next(events.next()) && events.put()) {
     }
-    if (reader.getOutcome().ok())
+    events.finish();
+    if (outcome.ok())
+        outcome = reader.getOutcome();
+    if (outcome.ok())
         finish();
-    return reader.getOutcome();
+    return outcome;
 }
 
 Outcome YamlBuilder::take(const YamlEvent& event)
@@ -223,6 +229,7 @@ void YamlBuilder::endKey(std::size_t end)
     Frame& frame = frames.back();
     frame.hasKey = true;
     frame.keyEnd = lastEnd = end;
+    frame.hasMerge = frame.hasMerge || namesMerge(frame);
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -388,6 +395,7 @@ void YamlBuilder::close(const YamlEvent& event)
 {
     const NodeId id = frames.back().id;
     const std::string name = std::move(frames.back().anchor);
+    const bool hasMerge = frames.back().hasMerge;
     frames.pop_back();
     YamlNode& node = tree.node(id);
     if (node.style == YamlStyle::Flow)
@@ -405,14 +413,14 @@ void YamlBuilder::close(const YamlEvent& event)
         tree.numberMembers(id);
     else
         closeSequence(id);
+    if (hasMerge)
+        inherit(id);
 }
 
 void YamlBuilder::closeSequence(NodeId id)
 {
     YamlNode& node = tree.node(id);
-    const bool isMerge =
-        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
-    if (isMerge && node.count > 0) {
+    if (tree.isMergeKey(id) && node.count > 0) {
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;

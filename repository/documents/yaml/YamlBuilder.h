@@ -15,7 +15,7 @@ class YamlBuilder
 {
 public:
     static constexpr std::size_t maximumDepth = 1000;
-    static constexpr std::size_t mostCopies = 100000; // below aliases
+    static constexpr std::size_t mostCopies = 100000; // of what aliases and merges show
 
     // As YamlReader does it.
     explicit YamlBuilder(YamlTree& yamlTree, bool fillsElements = false);
@@ -31,6 +31,7 @@ private:
         bool isMap = false;
         bool hasKey = false;
         bool hasKeyProperties = false;
+        bool hasMerge = false;
         YamlStyle keyStyle = YamlStyle::Plain;
         Type tag = Type::Group;
         std::size_t key = 0;
@@ -63,7 +64,12 @@ private:
     void placeEmpty(YamlNode& node);
     void placeBlock(const YamlEvent& event, std::size_t& begin, std::size_t& end);
     std::string nameOf(const YamlRange& anchor) const;
-    void copy(NodeId target, NodeId alias);
+    void copyBelow(NodeId target, NodeId alias);
+    NodeId copyOne(NodeId id, NodeId parent, bool isInherited);
+    bool namesMerge(const Frame& frame) const;
+    std::vector<NodeId> mapsBehind(NodeId merge) const;
+    std::vector<NodeId> membersOf(NodeId map, const std::vector<NodeId>& sources) const;
+    void inherit(NodeId map);
     bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;
@@ -72,7 +78,9 @@ private:
     YamlTree& tree;
     std::vector<Frame> frames;
     std::unordered_map<std::string, Anchor> anchors;
-    std::size_t lastEnd = 0; // of what was read
+    std::unordered_map<NodeId, NodeId> mergeTargets; // of the aliases in merges
+    bool mayInherit = true;                          // not more than all copies may be
+    std::size_t lastEnd = 0;                         // of what was read
     std::size_t keyDepth = 0;
     std::size_t copies = 0;
     bool mayHaveTags;

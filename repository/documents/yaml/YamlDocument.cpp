@@ -5,6 +5,7 @@
 #include "repository/documents/common/SyntaxVisit.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlLinks.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
 
@@ -74,17 +75,15 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
+    if (file->tree.node(id).isInherited)
+        return insert(path, value);
     YamlValues values(*file);
     Outcome outcome = values.check(path, valueNode);
     if (!outcome.ok())
         return outcome;
     const Type formerTag = file->tree.node(valueNode).tag;
-    if (values.wasRead(valueNode, value)) {
-        outcome = values.checkKind(path, valueNode, file->tree.readValueText(valueNode));
-        if (outcome.ok())
-            values.restore(valueNode);
-        return outcome;
-    }
+    if (values.wasRead(valueNode, value))
+        return restore(path, valueNode);
     const auto plain = values.spell(valueNode, value, Type::Group);
     const Type tag = tagWith(value, present.type, formerTag, plain, *file, valueNode);
     const auto spelled = tag == Type::Group ? plain : values.spell(valueNode, value, tag);
@@ -93,11 +92,27 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     outcome = values.checkKind(path, valueNode, *spelled);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(*spelled);
-    if (outcome.ok() && (tag != formerTag || file->isDelicate(valueNode)))
+    if (!outcome.ok())
+        return outcome;
+    if (tag != formerTag || file->isDelicate(valueNode) ||
+        YamlLinks(*file).reshapesLists(valueNode, *spelled))
         return rewrite(path, *spelled, tag);
-    if (outcome.ok())
-        values.put(valueNode, *spelled);
-    return outcome;
+    values.put(valueNode, *spelled);
+    return {};
+}
+
+// To the spelling that was read.
+Outcome YamlDocument::restore(std::string_view path, NodeId valueNode)
+{
+    YamlValues values(*file);
+    const std::string spelling(file->tree.readValueText(valueNode));
+    const Outcome outcome = values.checkKind(path, valueNode, spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, spelling, file->tree.node(valueNode).tag);
+    values.restore(valueNode);
+    return {};
 }
 
 std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) const
@@ -113,7 +128,8 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
            ", and no comment above this entry tags its type";
 }
 
-// Reads the text with another value. The comment that tags its type is on the line above the entry.
+// Reads the text with another value, since more than that changes. The comment that tags its type is on the
+// line above the entry.
 Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling, Type tag)
 {
     settle();
@@ -180,6 +196,26 @@ std::optional<bool> YamlDocument::isArray(std::string_view path) const
     return id != noNode && file->isArray(id);
 }
 
+Document::Origin YamlDocument::originOf(std::string_view path) const
+{
+    return YamlLinks(*file).originOf(path);
+}
+
+std::vector<std::string> YamlDocument::followersOf(std::string_view path) const
+{
+    return YamlLinks(*file).followersOf(path);
+}
+
+bool YamlDocument::isLinked(std::string_view path) const
+{
+    return YamlLinks(*file).isLinked(path);
+}
+
+std::string YamlDocument::sourceOf(std::string_view path) const
+{
+    return YamlLinks(*file).sourceOf(path);
+}
+
 std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
@@ -208,7 +244,11 @@ void YamlDocument::visitSpans(const SpanVisitor& visitor) const
 std::string YamlDocument::comment(std::string_view path) const
 {
     const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
-    return id == noNode ? std::string() : YamlLayout(*file).commentOf(id);
+    if (id == noNode)
+        return {};
+    const YamlTree::Origin origin = file->tree.originOf(id);
+    const bool isCopy = file->tree.node(id).isShared && origin.node != noNode && !origin.isKey;
+    return YamlLayout(*file).commentOf(isCopy ? origin.node : id);
 }
 
 std::optional<std::string> YamlDocument::spell(std::string_view path) const
@@ -229,6 +269,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (!outcome.ok())
         return outcome;
     const bool isOriginal = file->tree.readValueText(valueNode) == spelling;
+    if (!isOriginal && startsWith(spelling, "*"))
+        return respellAlias(path, valueNode, spelling);
     if (!isOriginal && !values.isSpelling(valueNode, spelling))
         return refused(quoted(spelling) + " is not how YAML spells a value");
     outcome = values.checkKind(path, valueNode, spelling);
@@ -239,10 +281,26 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (file->isDelicate(valueNode))
         return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
     if (isOriginal)
-        values.restore(valueNode);
-    else
-        values.put(valueNode, std::string(spelling));
+        return restore(path, valueNode);
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
+    values.put(valueNode, std::string(spelling));
     return {};
+}
+
+// Where it shows the same value.
+Outcome YamlDocument::respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling)
+{
+    const Value value = file->read(valueNode);
+    settle();
+    const NodeId id = file->findValueNode(path);
+    YamlEditor editor(*file);
+    editor.replaceText(id, std::string(spelling));
+    editor.noteChanged(id);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId alias = fresh.findValueNode(path);
+        return alias != noNode && fresh.tree.node(alias).isAlias && isSame(fresh.read(alias), value);
+    });
 }
 
 } // namespace Repository::Documents

@@ -267,7 +267,10 @@ std::string YamlFile::writeText(NodeId located, Span* span) const
               [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; });
     const std::string& original = tree.getOriginal();
     std::string text;
-    text.reserve(original.size());
+    std::size_t size = original.size();
+    for (const NodeId id : edited)
+        size += tree.valueText(id).size();
+    text.reserve(size);
     std::size_t at = 0;
     for (const NodeId id : edited) {
         text += tree.text(at, tree.node(id).value);

@@ -54,6 +54,7 @@ private:
     std::string nameOf(NodeId id) const;
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
+    bool showsSame(NodeId before, NodeId after) const;
 
     Cursor atFormer() const { return {former, removed, formerPart.first, formerPart.end}; }
     Cursor atEdited() const { return {edited, inserted, editedPart.first, editedPart.end}; }

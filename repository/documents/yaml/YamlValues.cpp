@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlValues.h"
 
+#include "repository/documents/yaml/YamlLinks.h"
 #include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -20,14 +21,8 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
     if ((node.lacksColon && !mayGetColon) || hasNoPlace)
         return outcomeAt(text, node.key,
                          "the key of " + quoted(path) + " has no \":\" that a value could follow");
-    if (node.isShared) {
-        NodeId alias = id;
-        while (!tree.node(alias).isAlias || tree.node(alias).isShared)
-            alias = tree.node(alias).parent;
-        return outcomeAt(text, tree.node(alias).value,
-                         quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
-                             "; change what that leads to, or give the alias a value of its own");
-    }
+    if (node.isShared)
+        return YamlLinks(file).explainCopy(path, id);
     if (node.namesKey) {
         Outcome place = outcomeAt(text, tree.findAliasOf(id));
         place.error = quoted(path) + " is also a key, by its alias at line " + std::to_string(place.line) +
@@ -41,13 +36,7 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                              "an element of " + quoted(path) +
                                  " is an alias or has one, which would be lost");
     }
-    const NodeId copied = tree.findCopied(id);
-    if (copied == noNode)
-        return {};
-    const Outcome place = outcomeAt(text, tree.findAliasOf(copied));
-    return {quoted(path) + " is also shown by an alias, at line " + std::to_string(place.line) +
-                "; replace the alias by a value of its own first",
-            place.line, place.column};
+    return {};
 }
 
 bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
