@@ -106,6 +106,8 @@ private slots:
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("lines above blanks", "a: x\n      \nb: 1\n", setTo("a", text("y\n")),
+            "a: \"y\\n\"\n      \nb: 1\n");
         row("empty block", "a: |+ # c\nb: 1\n", setTo("a", text("x")), "a: |- # c\n  x\nb: 1\n");
         row("end of a block at the end", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
         row("ends at the end", "a: |\n  x", setTo("a", text("y\n\n")), "a: \"y\\n\\n\"");
@@ -229,6 +231,9 @@ private slots:
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
         row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "something else there");
+        row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "something else there");
+        row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
+            "not be YAML any more");
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
             "not be YAML any more");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
