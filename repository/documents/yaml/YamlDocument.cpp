@@ -3,31 +3,13 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/common/TextParse.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
 
-#include <new>
-
 namespace Repository::Documents {
-
-namespace {
-
-constexpr std::size_t maximumSize = std::size_t(1) << 30;
-
-// The type tag of an entry with this value; Group for none.
-Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain,
-             const YamlFile& file, NodeId id)
-{
-    if (former == Type::Group)
-        return former;
-    if (present == value.type && (!plain || isSame(file.readAs(id, *plain, former), value)))
-        return former;
-    return plain ? Type::Group : value.type;
-}
-
-} // namespace
 
 std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 {
@@ -38,22 +20,13 @@ std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 
 Outcome YamlDocument::parse(std::string bytes)
 {
-    try {
-        TextEncoding encoding;
-        Outcome outcome = encoding.decode(bytes, {});
-        if (outcome.ok() && bytes.size() > maximumSize)
-            return refused("the file is larger than 1 GiB, which is the most for yaml");
-        if (!outcome.ok())
-            return outcome;
-        auto fresh = std::make_unique<YamlFile>(std::move(bytes), encoding);
-        outcome = fresh->readText();
-        if (!outcome.ok())
-            return outcome;
-        file = std::move(fresh);
-    } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
-    }
-    return {};
+    return parseText(std::move(bytes), "yaml", [this](std::string text, const TextEncoding& encoding) {
+        auto fresh = std::make_unique<YamlFile>(std::move(text), encoding);
+        const Outcome outcome = fresh->readText();
+        if (outcome.ok())
+            file = std::move(fresh);
+        return outcome;
+    });
 }
 
 void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
@@ -63,19 +36,15 @@ void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome YamlDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused("there is no entry " + quoted(path));
-    const NodeId valueNode = file->valueNodeOf(id);
-    if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
-    if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+    NodeId valueNode = noNode;
+    Outcome outcome = findSettable(*file, path, value, valueNode);
+    if (!outcome.ok())
+        return outcome;
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
     YamlValues values(*file);
-    Outcome outcome = values.check(path, valueNode);
+    outcome = values.check(path, valueNode);
     if (!outcome.ok())
         return outcome;
     const Type formerTag = file->tree.node(valueNode).tag;
@@ -86,7 +55,10 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
         return outcome;
     }
     const auto plain = values.spell(valueNode, value, Type::Group);
-    const Type tag = tagWith(value, present.type, formerTag, plain, *file, valueNode);
+    const Type tag =
+        tagWith(value, present.type, formerTag, plain, [&](std::string_view spelling, Type type) {
+            return file->readAs(valueNode, spelling, type);
+        });
     const auto spelled = tag == Type::Group ? plain : values.spell(valueNode, value, tag);
     if (!spelled)
         return refused(explainNoForm(valueNode, value));
