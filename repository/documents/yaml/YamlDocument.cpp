@@ -6,8 +6,11 @@
 #include "repository/documents/common/TextParse.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
+
+#include <algorithm>
 
 namespace Repository::Documents {
 
@@ -44,6 +47,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     if (isSame(present, value))
         return {};
     YamlValues values(*file);
+    if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
+        return setElements(path, value);
     outcome = values.check(path, valueNode);
     if (!outcome.ok())
         return outcome;
@@ -70,6 +75,27 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     if (outcome.ok())
         values.put(valueNode, *spelled);
     return outcome;
+}
+
+// The elements of a list of which some are aliases or have some, so that each is read in the file.
+Outcome YamlDocument::setElements(std::string_view path, const Value& value)
+{
+    settle();
+    const NodeId list = file->findValueNode(path);
+    const auto& texts = std::get<std::vector<std::string>>(value.data);
+    if (!std::all_of(texts.begin(), texts.end(), [](const auto& text) { return isUtf8(text); }))
+        return refused(explainNoForm(list, value));
+    Outcome outcome = checkShape(path, list, false);
+    YamlEditor editor(*file);
+    if (outcome.ok())
+        outcome = editYamlList(editor, *file, list, std::get<std::vector<std::string>>(file->read(list).data),
+                               texts);
+    return outcome.ok() ? commit(editor, Kind::Insertion, noNode,
+                                 [&](const YamlFile& fresh) {
+                                     const NodeId now = fresh.findValueNode(path);
+                                     return now != noNode && isSame(fresh.read(now), value);
+                                 })
+                        : outcome;
 }
 
 std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) const
