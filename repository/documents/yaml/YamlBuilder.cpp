@@ -1,10 +1,8 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
-#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
-#include "repository/documents/yaml/YamlTypes.h"
 
 #include <algorithm>
 
@@ -73,9 +71,7 @@ Outcome YamlBuilder::take(const YamlEvent& event)
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
     if (event.kind == YamlEvent::Kind::DocumentStart) {
-        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
-        if (begin < source().size() && source()[begin] == '%')
-            tree.noteDirective();
+        readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
     }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
@@ -94,7 +90,7 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     } else {
         close(event);
     }
-    return {};
+    return fault;
 }
 
 bool YamlBuilder::expectsKey() const
@@ -241,19 +237,6 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
     end = hasLines ? endOfYamlContent(text, end) : headerEnd;
 }
 
-Type YamlBuilder::readTag(std::size_t begin) const
-{
-    if (!mayHaveTags)
-        return Type::Group;
-    const std::size_t line = findYamlLine(source(), begin);
-    const std::string_view above =
-        line > lastEnd ? source().substr(lastEnd, line - lastEnd) : std::string_view();
-    if (!endsInTypeTag(above))
-        return Type::Group;
-    const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
-    return *readTypeTag(last.substr(last.find_last_of("\r\n") + 1));
-}
-
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
 {
     Frame& frame = frames.back();
@@ -305,9 +288,8 @@ void YamlBuilder::addScalar(const YamlEvent& event)
         placeEmpty(node);
     }
     if (event.tag.exists()) {
-        const auto tag = source().substr(event.tag.begin, event.tag.end - event.tag.begin);
         const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
-        node.isTagged = typeOfYamlTag(tag) == Type::Group || !isLast;
+        node.isTagged = typeOf(event.tag) == Type::Group || !isLast;
         if (!node.isTagged)
             node.value = offset(event.tag.begin);
     }

@@ -65,11 +65,15 @@ private:
     bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;
+    void readDirectives(std::size_t begin, std::size_t end);
+    Type typeOf(const YamlRange& tag);
     std::string_view source() const { return tree.getOriginal(); }
 
     YamlTree& tree;
     std::vector<Frame> frames;
     std::unordered_map<std::string, Anchor> anchors;
+    std::unordered_map<std::string, std::string> tagPrefixes; // by their handles
+    Outcome fault;
     std::size_t lastEnd = 0; // of what was read
     std::size_t keyDepth = 0;
     std::size_t copies = 0;
