@@ -19,6 +19,9 @@ std::optional<Type> readTypeTag(std::string_view line);
 // True when an entry below the text would be tagged by its last line.
 bool endsInTypeTag(std::string_view text);
 
+// Without the tags that it ends in.
+std::string_view withoutTypeTags(std::string_view text);
+
 // Without a line end; comment is ";" or "#".
 std::string writeTypeTag(char comment, Type type);
 

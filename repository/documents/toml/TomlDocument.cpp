@@ -71,8 +71,7 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
     const std::string_view original = tree.readValueText(valueNode);
     const bool restores = isSame(readTomlValue(original, tag), value);
     const std::string& spelling = wanted.spelling;
-    const bool isText = isTextLiteral(restores ? original : std::string_view(spelling));
-    outcome = checkText(path, valueNode, isText);
+    outcome = checkKind(path, valueNode, restores ? original : std::string_view(spelling));
     if (outcome.ok() && !restores)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
@@ -82,14 +81,17 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
     if (restores)
         tree.restoreValue(valueNode);
     else
-        tree.setValue(valueNode, spelling, isText);
+        tree.setValue(valueNode, spelling, isTextLiteral(spelling));
     return {};
 }
 
-Outcome TomlDocument::checkText(std::string_view path, NodeId valueNode, bool isText) const
+Outcome TomlDocument::checkKind(std::string_view path, NodeId valueNode, std::string_view spelling) const
 {
     const TomlNode& node = file->tree.node(valueNode);
-    if (!isText || node.isText || node.parent == noNode)
+    const std::string_view present = file->tree.valueText(valueNode);
+    if (present[0] == '[' && spelling[0] != '[' && hasTomlListComment(present))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
+    if (!isTextLiteral(spelling) || node.isText || node.parent == noNode)
         return {};
     const TomlNode& parent = file->tree.node(node.parent);
     if (parent.kind != TomlKind::Array || parent.nonTexts > 1)
@@ -168,7 +170,7 @@ Outcome TomlDocument::respell(std::string_view path, std::string_view spelling)
                          (spelling[0] != '[' || skipTomlTextList(spelling, 0) == spelling.size());
     if (!isValue)
         return refused(quoted(spelling) + " is not how TOML spells a value");
-    Outcome outcome = checkText(path, valueNode, isTextLiteral(spelling));
+    Outcome outcome = checkKind(path, valueNode, spelling);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())

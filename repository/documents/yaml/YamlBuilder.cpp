@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
+#include "repository/documents/common/Pipeline.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
@@ -39,8 +40,8 @@ std::size_t beginOf(const YamlEvent& event)
 
 } // namespace
 
-YamlBuilder::YamlBuilder(YamlTree& yamlTree)
-    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos)
+YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsElements)
+    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos), fills(fillsElements)
 {
 }
 
@@ -53,15 +54,20 @@ Outcome YamlBuilder::build()
     stream.style = YamlStyle::Stream;
     frames.emplace_back();
     frames.back().id = tree.read(stream);
-    YamlReader reader(source());
-    for (YamlEvent event; reader.next(event);) {
-        Outcome outcome = take(event);
-        if (!outcome.ok())
-            return outcome;
+    YamlReader reader(source(), fills);
+    Outcome outcome;
+    Pipeline<YamlEvent> events([&](const YamlEvent& event) {
+        outcome = take(event);
+        return outcome.ok();
+    });
+    while (reader.next(events.next()) && events.put()) {
     }
-    if (reader.getOutcome().ok())
+    events.finish();
+    if (outcome.ok())
+        outcome = reader.getOutcome();
+    if (outcome.ok())
         finish();
-    return reader.getOutcome();
+    return outcome;
 }
 
 Outcome YamlBuilder::take(const YamlEvent& event)
@@ -70,6 +76,9 @@ Outcome YamlBuilder::take(const YamlEvent& event)
         return outcomeAt(source(), event.token.begin,
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
+    const Outcome indentation = checkBrackets(event);
+    if (!indentation.ok())
+        return indentation;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
         readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
@@ -91,6 +100,35 @@ Outcome YamlBuilder::take(const YamlEvent& event)
         close(event);
     }
     return fault;
+}
+
+// What libfyaml lets pass where brackets may close in any column: in them, a line that a tab indents less
+// than the block around them demands, and a ":" on such a line.
+Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
+{
+    const std::string_view text = source();
+    const Frame& frame = frames.back();
+    if (!tree.node(frame.id).isFlow() || !event.token.exists() || isEnd(event.kind))
+        return {};
+    const auto isShort = [&](std::size_t at) { // the first of its line
+        const std::size_t line = findYamlLine(text, at);
+        const auto block = std::find_if(frames.rbegin(), frames.rend(), [this](const Frame& each) {
+            return tree.node(each.id).style == YamlStyle::Block;
+        });
+        return block != frames.rend() && skipYamlBlanks(text, line) == at &&
+               text.find_first_not_of(' ', line) - line <= columnOfYaml(text, tree.node(block->id).value);
+    };
+    const std::size_t begin = std::min(beginOf(event), event.token.begin);
+    if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
+        return outcomeAt(text, begin, "a tab indents a line in brackets, where YAML wants blanks");
+    if (!frame.isMap || !frame.hasKey || text[frame.keyEnd] == ':')
+        return {};
+    const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
+    const std::size_t before = text.find_last_not_of(" \t\r\n", frame.key - 1);
+    if (text[colon] == ':' && text[before] != '?' && isShort(colon))
+        return outcomeAt(text, colon,
+                         "a \":\" below its key is not indented more than what is around the brackets");
+    return {};
 }
 
 bool YamlBuilder::expectsKey() const
@@ -187,6 +225,7 @@ void YamlBuilder::endKey(std::size_t end)
     Frame& frame = frames.back();
     frame.hasKey = true;
     frame.keyEnd = lastEnd = end;
+    frame.hasMerge = frame.hasMerge || namesMerge(frame);
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -196,7 +235,11 @@ void YamlBuilder::placeEmpty(YamlNode& node)
     const Frame& frame = frames.back();
     const std::size_t next = skipYamlTrivia(source(), at);
     const bool isStream = tree.node(frame.id).style == YamlStyle::Stream;
-    if (!isStream && next < source().size() && source()[next] == (frame.isMap ? ':' : '-'))
+    const std::size_t behind = next + 1;
+    const bool isAlone = behind >= source().size() || isYamlBlank(source()[behind]) ||
+                         isYamlBreak(source()[behind]) ||
+                         (tree.node(frame.id).isFlow() && source().find_first_of(",]}", behind) == behind);
+    if (!isStream && next < source().size() && isAlone && source()[next] == (frame.isMap ? ':' : '-'))
         at = next + 1;
     else
         node.lacksColon = frame.isMap;
@@ -234,7 +277,9 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
         end = line;
     }
     const bool hasLines = end > lines;
-    end = hasLines ? endOfYamlContent(text, end) : headerEnd;
+    const std::size_t tail = skipYamlTail(text, headerEnd); // with a comment, which goes on with the header
+    const bool hasComment = skipYamlBlanks(text, headerEnd) < tail;
+    end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
 }
 
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
@@ -331,6 +376,7 @@ void YamlBuilder::close(const YamlEvent& event)
 {
     const NodeId id = frames.back().id;
     const std::string name = std::move(frames.back().anchor);
+    const bool hasMerge = frames.back().hasMerge;
     frames.pop_back();
     YamlNode& node = tree.node(id);
     if (node.style == YamlStyle::Flow)
@@ -348,14 +394,14 @@ void YamlBuilder::close(const YamlEvent& event)
         tree.numberMembers(id);
     else
         closeSequence(id);
+    if (hasMerge)
+        inherit(id);
 }
 
 void YamlBuilder::closeSequence(NodeId id)
 {
     YamlNode& node = tree.node(id);
-    const bool isMerge =
-        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
-    if (isMerge && node.count > 0) {
+    if (tree.isMergeKey(id) && node.count > 0) {
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;

@@ -6,6 +6,7 @@
 #include "repository/documents/common/TextParse.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlLinks.h"
 #include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
@@ -46,6 +47,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
+    if (file->tree.node(file->find(path)).isInherited)
+        return insert(path, value);
     YamlValues values(*file);
     if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
         return setElements(path, value);
@@ -53,12 +56,8 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     if (!outcome.ok())
         return outcome;
     const Type formerTag = file->tree.node(valueNode).tag;
-    if (values.wasRead(valueNode, value)) {
-        outcome = values.checkKind(path, valueNode, file->tree.readValueText(valueNode));
-        if (outcome.ok())
-            values.restore(valueNode);
-        return outcome;
-    }
+    if (values.wasRead(valueNode, value))
+        return restore(path, valueNode);
     const auto plain = values.spell(valueNode, value, Type::Group);
     const Type tag =
         tagWith(value, present.type, formerTag, plain, [&](std::string_view spelling, Type type) {
@@ -70,11 +69,27 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     outcome = values.checkKind(path, valueNode, *spelled);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(*spelled);
-    if (outcome.ok() && tag != formerTag)
-        return setTagged(path, *spelled, tag);
-    if (outcome.ok())
-        values.put(valueNode, *spelled);
-    return outcome;
+    if (!outcome.ok())
+        return outcome;
+    if (tag != formerTag || file->isDelicate(valueNode) ||
+        YamlLinks(*file).reshapesLists(valueNode, *spelled))
+        return rewrite(path, *spelled, tag);
+    values.put(valueNode, *spelled);
+    return {};
+}
+
+// To the spelling that was read.
+Outcome YamlDocument::restore(std::string_view path, NodeId valueNode)
+{
+    YamlValues values(*file);
+    const std::string spelling(file->tree.readValueText(valueNode));
+    const Outcome outcome = values.checkKind(path, valueNode, spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, spelling, file->tree.node(valueNode).tag);
+    values.restore(valueNode);
+    return {};
 }
 
 // The elements of a list of which some are aliases or have some, so that each is read in the file.
@@ -111,8 +126,9 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
            ", and no comment above this entry tags its type";
 }
 
-// The comment that tags the type is on the line above the entry.
-Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelling, Type tag)
+// Reads the text with another value, since more than that changes. The comment that tags its type is on the
+// line above the entry.
+Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling, Type tag)
 {
     settle();
     const NodeId id = file->findValueNode(path);
@@ -122,11 +138,17 @@ Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelli
     const std::size_t above = endOfYamlContent(text, line);
     const std::size_t begin = findYamlLine(text, above);
     YamlEditor editor(*file);
-    editor.replace(begin, line,
-                   tag == Type::Group ? std::string() : renameTypeTag(text.substr(begin, line - begin), tag));
+    if (tag != node.tag)
+        editor.replace(begin, line,
+                       tag == Type::Group ? std::string()
+                                          : renameTypeTag(text.substr(begin, line - begin), tag));
     editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
     editor.noteChanged(id);
-    return commit(editor);
+    const Value value = file->readAs(id, spelling, tag);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId changed = fresh.findValueNode(path);
+        return changed != noNode && fresh.tree.node(changed).tag == tag && isSame(fresh.read(changed), value);
+    });
 }
 
 SiblingPlace YamlDocument::placeOf(std::string_view path) const
@@ -172,6 +194,26 @@ std::optional<bool> YamlDocument::isArray(std::string_view path) const
     return id != noNode && file->isArray(id);
 }
 
+Document::Origin YamlDocument::originOf(std::string_view path) const
+{
+    return YamlLinks(*file).originOf(path);
+}
+
+std::vector<std::string> YamlDocument::followersOf(std::string_view path) const
+{
+    return YamlLinks(*file).followersOf(path);
+}
+
+bool YamlDocument::isLinked(std::string_view path) const
+{
+    return YamlLinks(*file).isLinked(path);
+}
+
+std::string YamlDocument::sourceOf(std::string_view path) const
+{
+    return YamlLinks(*file).sourceOf(path);
+}
+
 std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
@@ -200,7 +242,11 @@ void YamlDocument::visitSpans(const SpanVisitor& visitor) const
 std::string YamlDocument::comment(std::string_view path) const
 {
     const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
-    return id == noNode ? std::string() : YamlLayout(*file).commentOf(id);
+    if (id == noNode)
+        return {};
+    const YamlTree::Origin origin = file->tree.originOf(id);
+    const bool isCopy = file->tree.node(id).isShared && origin.node != noNode && !origin.isKey;
+    return YamlLayout(*file).commentOf(isCopy ? origin.node : id);
 }
 
 std::optional<std::string> YamlDocument::spell(std::string_view path) const
@@ -221,6 +267,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (!outcome.ok())
         return outcome;
     const bool isOriginal = file->tree.readValueText(valueNode) == spelling;
+    if (!isOriginal && startsWith(spelling, "*"))
+        return respellAlias(path, valueNode, spelling);
     if (!isOriginal && !values.isSpelling(valueNode, spelling))
         return refused(quoted(spelling) + " is not how YAML spells a value");
     outcome = values.checkKind(path, valueNode, spelling);
@@ -228,11 +276,29 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
         return outcome;
+    if (file->isDelicate(valueNode))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
     if (isOriginal)
-        values.restore(valueNode);
-    else
-        values.put(valueNode, std::string(spelling));
+        return restore(path, valueNode);
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
+    values.put(valueNode, std::string(spelling));
     return {};
+}
+
+// Where it shows the same value.
+Outcome YamlDocument::respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling)
+{
+    const Value value = file->read(valueNode);
+    settle();
+    const NodeId id = file->findValueNode(path);
+    YamlEditor editor(*file);
+    editor.replaceText(id, std::string(spelling));
+    editor.noteChanged(id);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId alias = fresh.findValueNode(path);
+        return alias != noNode && fresh.tree.node(alias).isAlias && isSame(fresh.read(alias), value);
+    });
 }
 
 } // namespace Repository::Documents

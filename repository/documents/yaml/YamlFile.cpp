@@ -6,6 +6,7 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 #include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlList.h"
+#include "repository/documents/yaml/YamlReader.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTypes.h"
 
@@ -22,7 +23,11 @@ YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
 
 Outcome YamlFile::readText()
 {
-    return YamlBuilder(tree).build();
+    const Outcome outcome = YamlBuilder(tree).build();
+    if (outcome.ok() || !YamlReader::hasEmptyElements(tree.getOriginal()))
+        return outcome;
+    tree = YamlTree(std::string(tree.getOriginal()));
+    return YamlBuilder(tree, true).build().ok() ? Outcome() : outcome;
 }
 
 PathMatch YamlFile::match(std::string_view path) const
@@ -172,6 +177,7 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     place.indentation = blockAround(id);
     place.step = stepOf();
     place.inFlow = isInFlow(id);
+    place.endsFile = node.valueEnd == text.size();
     const std::size_t next = skipYamlLine(text, node.valueEnd);
     const std::size_t nextText = skipYamlBlanks(text, next);
     place.isBeforeBlank = next < text.size() && (nextText == text.size() || isYamlBreak(text[nextText]));
@@ -182,6 +188,24 @@ YamlPlace YamlFile::placeOf(NodeId id) const
                                  (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
     place.mayBreak = endsLine && !isBeforeComment && sharesLine(id) && !node.lacksColon;
     return place;
+}
+
+bool YamlFile::isDelicate(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const YamlNode& node = tree.node(id);
+    if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
+        return true;
+    if (node.isSequence()) // a type tag above it names that of what it becomes
+        return endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
+    if (isInFlow(id))
+        return false;
+    const std::size_t line = findYamlLine(text, node.begin);
+    const bool isFirst = skipYamlBlanks(text, line) == node.begin;
+    const std::size_t next = skipYamlLine(text, node.valueEnd);
+    const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", next), text.size());
+    return (isFirst && columnOfYaml(text, node.begin) <= blockAround(id)) ||
+           text.substr(next, content - next).find('\t') != std::string_view::npos;
 }
 
 // Whether it is on the line of its key, "-" or "---". Elsewhere, libfyaml wants the lines of a block scalar
@@ -252,7 +276,10 @@ std::string YamlFile::writeText(NodeId located, Span* span) const
             located);
     const std::string& original = tree.getOriginal();
     std::string text;
-    text.reserve(original.size());
+    std::size_t size = original.size();
+    for (const NodeId id : edited)
+        size += tree.valueText(id).size();
+    text.reserve(size);
     std::size_t at = 0;
     for (const NodeId id : edited) {
         text += tree.text(at, tree.node(id).value);

@@ -52,6 +52,9 @@ public:
     // Of a value in the file, for its spelling.
     YamlPlace placeOf(NodeId id) const;
 
+    // Whether what is around a value may not let it be any other one.
+    bool isDelicate(NodeId id) const;
+
     // How far the block is indented in which a node lies.
     std::size_t blockAround(NodeId id) const;
 

@@ -15,7 +15,8 @@ using Texts = std::vector<std::string>;
 std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column)
 {
     const std::size_t indentation = spelled[0] == '-' ? column : 0;
-    auto file = std::make_unique<YamlFile>(std::string(indentation, ' ').append(spelled), TextEncoding());
+    std::string text = std::string(indentation, ' ').append(spelled).append("\n");
+    auto file = std::make_unique<YamlFile>(std::move(text), TextEncoding());
     const bool isList = file->readText().ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
     return isList ? std::move(file) : nullptr;
 }
@@ -33,6 +34,22 @@ std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column)
 {
     const auto file = fileOf(spelled, column);
     return file ? std::optional(std::get<Texts>(file->read(file->tree.getRoot()).data)) : std::nullopt;
+}
+
+bool hasYamlListComment(std::string_view spelled, std::size_t column)
+{
+    const auto file = fileOf(spelled, column);
+    if (!file)
+        return hasYamlComment(spelled, 0, spelled.size());
+    const YamlTree& tree = file->tree;
+    std::size_t at = 0;
+    for (NodeId id = tree.node(tree.getRoot()).first; id != noNode; id = tree.node(id).next) {
+        if (hasYamlComment(tree.getOriginal(), at, tree.node(id).begin) ||
+            !commentOfYamlBlock(tree.readValueText(id)).empty())
+            return true;
+        at = tree.node(id).valueEnd;
+    }
+    return hasYamlComment(tree.getOriginal(), at, tree.getOriginal().size());
 }
 
 std::string spellNewYamlList(const Texts& list)

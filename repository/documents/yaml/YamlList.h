@@ -19,6 +19,9 @@ bool isYamlList(std::string_view spelled);
 // Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
 std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
 
+// Whether there is a comment in it.
+bool hasYamlListComment(std::string_view spelled, std::size_t column);
+
 // A new list in brackets. Its texts are valid UTF-8.
 std::string spellNewYamlList(const std::vector<std::string>& list);
 

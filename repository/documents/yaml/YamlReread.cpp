@@ -42,7 +42,7 @@ bool standAlone(const YamlTree& tree, const YamlTree::Run& run, std::size_t dept
         const YamlNode& node = tree.node(id);
         const bool hasComplexKey = node.hasKey && node.keyStyle > YamlStyle::Double;
         if (node.isAlias || node.isShared || node.isAnchored || node.hasKeyProperties || hasComplexKey ||
-            node.kind == YamlKind::Merge || around > YamlBuilder::maximumDepth)
+            node.kind == YamlKind::Merge || node.isMerged || around > YamlBuilder::maximumDepth)
             return false;
         for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
             pending.emplace_back(child, around + 1);
@@ -97,8 +97,8 @@ bool YamlReread::isClosed(NodeId id) const
 {
     if (tree.node(id).hasKey && layout.beginOf(id) != tree.node(id).key)
         return false;
-    while (tree.node(id).last != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
-        id = tree.node(id).last;
+    while (tree.lastOwn(id) != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
+        id = tree.lastOwn(id);
     return !tree.node(id).isBlockScalar() && !tree.node(id).lacksColon;
 }
 
@@ -157,7 +157,7 @@ bool YamlReread::mayBeRead(NodeId collection) const
     if (tree.findKey(collection, "<<") != noNode)
         return false;
     for (NodeId above = collection; above != noNode; above = tree.node(above).parent) {
-        if (tree.node(above).isAnchored || tree.node(above).isShared)
+        if (tree.node(above).isAnchored || tree.node(above).isShared || tree.node(above).isMerged)
             return false;
     }
     return standAlone(tree, run, 0);

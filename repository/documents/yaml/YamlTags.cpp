@@ -13,8 +13,9 @@ Type YamlBuilder::readTag(std::size_t begin) const
     if (!mayHaveTags)
         return Type::Group;
     const std::size_t line = findYamlLine(source(), begin);
-    const std::string_view above =
-        line > lastEnd ? source().substr(lastEnd, line - lastEnd) : std::string_view();
+    const bool isAtLine = findYamlLine(source(), lastEnd) == lastEnd;
+    const std::size_t from = isAtLine ? lastEnd : skipYamlLine(source(), lastEnd); // not behind another entry
+    const std::string_view above = line > from ? source().substr(from, line - from) : std::string_view();
     if (!endsInTypeTag(above))
         return Type::Group;
     const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
