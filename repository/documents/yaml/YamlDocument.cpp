@@ -3,33 +3,17 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/common/TextParse.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlLinks.h"
+#include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
 
 #include <algorithm>
-#include <new>
 
 namespace Repository::Documents {
-
-namespace {
-
-constexpr std::size_t maximumSize = std::size_t(1) << 30;
-
-// The type tag of an entry with this value; Group for none.
-Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain,
-             const YamlFile& file, NodeId id)
-{
-    if (former == Type::Group)
-        return former;
-    if (present == value.type && (!plain || isSame(file.readAs(id, *plain, former), value)))
-        return former;
-    return plain ? Type::Group : value.type;
-}
-
-} // namespace
 
 std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 {
@@ -40,22 +24,13 @@ std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 
 Outcome YamlDocument::parse(std::string bytes)
 {
-    try {
-        TextEncoding encoding;
-        Outcome outcome = encoding.decode(bytes, {});
-        if (outcome.ok() && bytes.size() > maximumSize)
-            return refused("the file is larger than 1 GiB, which is the most for yaml");
-        if (!outcome.ok())
-            return outcome;
-        auto fresh = std::make_unique<YamlFile>(std::move(bytes), encoding);
-        outcome = fresh->readText();
-        if (!outcome.ok())
-            return outcome;
-        file = std::move(fresh);
-    } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
-    }
-    return {};
+    return parseText(std::move(bytes), "yaml", [this](std::string text, const TextEncoding& encoding) {
+        auto fresh = std::make_unique<YamlFile>(std::move(text), encoding);
+        const Outcome outcome = fresh->readText();
+        if (outcome.ok())
+            file = std::move(fresh);
+        return outcome;
+    });
 }
 
 void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
@@ -65,28 +40,29 @@ void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome YamlDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused("there is no entry " + quoted(path));
-    const NodeId valueNode = file->valueNodeOf(id);
-    if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
-    if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+    NodeId valueNode = noNode;
+    Outcome outcome = findSettable(*file, path, value, valueNode);
+    if (!outcome.ok())
+        return outcome;
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
-    if (file->tree.node(id).isInherited)
+    if (file->tree.node(file->find(path)).isInherited)
         return insert(path, value);
     YamlValues values(*file);
-    Outcome outcome = values.check(path, valueNode);
+    if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
+        return setElements(path, value);
+    outcome = values.check(path, valueNode);
     if (!outcome.ok())
         return outcome;
     const Type formerTag = file->tree.node(valueNode).tag;
     if (values.wasRead(valueNode, value))
         return restore(path, valueNode);
     const auto plain = values.spell(valueNode, value, Type::Group);
-    const Type tag = tagWith(value, present.type, formerTag, plain, *file, valueNode);
+    const Type tag =
+        tagWith(value, present.type, formerTag, plain, [&](std::string_view spelling, Type type) {
+            return file->readAs(valueNode, spelling, type);
+        });
     const auto spelled = tag == Type::Group ? plain : values.spell(valueNode, value, tag);
     if (!spelled)
         return refused(explainNoForm(valueNode, value));
@@ -112,6 +88,27 @@ Outcome YamlDocument::restore(std::string_view path, NodeId valueNode)
         return rewrite(path, spelling, file->tree.node(valueNode).tag);
     values.restore(valueNode);
     return {};
+}
+
+// The elements of a list of which some are aliases or have some, so that each is read in the file.
+Outcome YamlDocument::setElements(std::string_view path, const Value& value)
+{
+    settle();
+    const NodeId list = file->findValueNode(path);
+    const auto& texts = std::get<std::vector<std::string>>(value.data);
+    if (!std::all_of(texts.begin(), texts.end(), [](const auto& text) { return isUtf8(text); }))
+        return refused(explainNoForm(list, value));
+    Outcome outcome = checkShape(path, list, false);
+    YamlEditor editor(*file);
+    if (outcome.ok())
+        outcome = editYamlList(editor, *file, list, std::get<std::vector<std::string>>(file->read(list).data),
+                               texts);
+    return outcome.ok() ? commit(editor, Kind::Insertion, noNode,
+                                 [&](const YamlFile& fresh) {
+                                     const NodeId now = fresh.findValueNode(path);
+                                     return now != noNode && isSame(fresh.read(now), value);
+                                 })
+                        : outcome;
 }
 
 std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) const

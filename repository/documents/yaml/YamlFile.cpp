@@ -266,7 +266,7 @@ std::size_t YamlFile::stepOf() const
     return step;
 }
 
-std::string YamlFile::writeText(NodeId located, Span* span) const
+std::vector<NodeId> YamlFile::editedNodes() const
 {
     std::vector<NodeId> edited;
     std::vector<NodeId> pending;
@@ -282,10 +282,19 @@ std::string YamlFile::writeText(NodeId located, Span* span) const
                 pending.push_back(child);
         }
     }
-    if (located != noNode && !tree.isEdited(located))
-        edited.push_back(located);
     std::sort(edited.begin(), edited.end(),
               [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; });
+    return edited;
+}
+
+std::string YamlFile::writeText(NodeId located, Span* span) const
+{
+    std::vector<NodeId> edited = editedNodes();
+    if (located != noNode && !tree.isEdited(located))
+        edited.insert(
+            std::upper_bound(edited.begin(), edited.end(), located,
+                             [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; }),
+            located);
     const std::string& original = tree.getOriginal();
     std::string text;
     std::size_t size = original.size();

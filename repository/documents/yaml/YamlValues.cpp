@@ -39,6 +39,17 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
     return {};
 }
 
+bool YamlValues::hasLinkedElements(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.kind != YamlKind::List || node.isShared || node.isAlias || tree.isEdited(id))
+        return false;
+    NodeId item = node.first;
+    while (item != noNode && !tree.node(item).isAlias && !tree.node(item).isUsed)
+        item = tree.node(item).next;
+    return item != noNode;
+}
+
 bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
 {
     const YamlNode& node = tree.node(id);
@@ -151,8 +162,13 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 
 void YamlValues::put(NodeId id, const std::string& spelling)
 {
-    tree.setText(id, YamlPart::Value, withLead(id, spelling));
-    noteText(id, isTextSpelling(id, spelling));
+    putText(id, withLead(id, spelling));
+}
+
+void YamlValues::putText(NodeId id, std::string text)
+{
+    tree.setText(id, YamlPart::Value, std::move(text));
+    noteText(id, isTextSpelling(id, file.bareText(id)));
 }
 
 void YamlValues::restore(NodeId id)
