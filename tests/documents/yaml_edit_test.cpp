@@ -161,6 +161,7 @@ private slots:
         row("first above a comment", "- a: 1 # x\n  # y\n  b: 2\n", drop("0.a"), "-\n  # y\n  b: 2\n");
         row("in brackets", "a: {b: 1, c: 2, }\n", drop("a.c"), "a: {b: 1, }\n");
         row("of an empty key", "{a: 1,\n:\n}\n", drop("%00"), "{a: 1\n}\n");
+        row("only one in an element", "- a: 1\n- b: 2\n  c: 3\n", drop("0.a"), "- {}\n- b: 2\n  c: 3\n");
         row("below a comment like a tag", "a: 0 # @type date\nb: '2024-01-02'\n", drop("b"),
             "a: 0 # @type date\n");
         row("before an end mark", "a: 1\n...\n", drop("a"), "{}\n...\n");

@@ -114,13 +114,26 @@ std::string YamlGuard::nameOf(NodeId id) const
     return "line " + std::to_string(place.line);
 }
 
+// Whether it is what is removed, or holds nothing else.
+bool YamlGuard::goes(NodeId id) const
+{
+    NodeId each = removable;
+    while (each != id) {
+        const NodeId parent = former.tree.node(each).parent;
+        if (parent == noNode || former.tree.node(parent).count != 1)
+            return false;
+        each = parent;
+    }
+    return true;
+}
+
 std::string YamlGuard::findFault() const
 {
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
         for (; before.id != noNode && before.isHidden(); before.advance(false)) {
-            if (removable != noNode && before.id != removable)
+            if (removable != noNode && !goes(before.id))
                 return "with it, the entry at " + nameOf(before.id) + " would go";
         }
         after.skipHidden();

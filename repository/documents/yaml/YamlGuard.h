@@ -52,6 +52,7 @@ private:
     };
 
     std::string nameOf(NodeId id) const;
+    bool goes(NodeId id) const;
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
     bool showsSame(NodeId before, NodeId after) const;
