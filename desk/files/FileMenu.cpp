@@ -49,7 +49,7 @@ FileMenu::FileMenu(BackendFiles& backendFiles, QWidget* parent)
 {
     addAction(tr("&Open Configuration Files..."), this, &FileMenu::chooseFiles, QKeySequence::Open);
     addAction(tr("Open &Folder..."), this, &FileMenu::chooseFolder, Qt::CTRL + Qt::SHIFT + Qt::Key_O);
-    addAction(tr("Open &Store..."), this, &FileMenu::chooseStore)->setObjectName(QStringLiteral("openStore"));
+    addAction(tr("Open S&tore..."), this, &FileMenu::chooseStore)->setObjectName(QStringLiteral("openStore"));
     auto* const formats = new FormatMenu(tr("O&pen As"), this);
     formats->setObjectName(QStringLiteral("openAs"));
     connect(formats, &FormatMenu::chosen, this, &FileMenu::chooseFilesOf);

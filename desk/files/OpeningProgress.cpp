@@ -39,6 +39,7 @@ void OpeningProgress::look()
     }
     int done = 0;
     int total = 0;
+    bool areEntries = false; // of a store
     const auto backends = repository->getBackendInterface();
     const QStringList names = backends->getBackendNames();
     for (const QString& name : names) {
@@ -49,10 +50,12 @@ void OpeningProgress::look()
             information ? information->getProgress() : decltype(information->getProgress())();
         done += progress.done;
         total += progress.total;
+        areEntries =
+            areEntries || (progress.total > 0 && information->getBackendType() == QLatin1String("etcd"));
     }
     const QLocale locale;
     text->setText(total == 0 ? tr("Opening files")
-                             : tr("Opening %1 of %2 files")
+                             : (areEntries ? tr("Loading %1 of %2 entries") : tr("Opening %1 of %2 files"))
                                    .arg(locale.toString(std::min(done + 1, total)), locale.toString(total)));
     bar->setRange(0, total);
     bar->setValue(done);

@@ -12,6 +12,20 @@ bool says(const grpc::Status& status, std::string_view text)
     return status.error_message().find(text) != std::string::npos;
 }
 
+// Of a failed connection, the last attempt.
+std::string reasonIn(const std::string& message)
+{
+    std::string reason = message;
+    for (const std::string_view front : {"last error: ", "UNKNOWN: ", "UNAVAILABLE: "}) {
+        const std::size_t place = reason.find(front);
+        if (place != std::string::npos)
+            reason.erase(0, place + front.size());
+    }
+    if (reason.rfind("ipv", 0) == 0) // the address, which is told before it
+        reason.erase(0, reason.find(": ") + 2);
+    return reason;
+}
+
 Status statusOf(const grpc::Status& status)
 {
     switch (status.error_code()) {
@@ -39,7 +53,7 @@ StoreResult resultOf(const grpc::Status& status, const std::string& endpoint)
     if (result.ok())
         return result;
     const bool isLate = status.error_code() == grpc::StatusCode::DEADLINE_EXCEEDED;
-    result.reason = endpoint + ": " + (isLate ? std::string("no answer in time") : status.error_message());
+    result.reason = endpoint + ": " + (isLate ? "no answer in time" : reasonIn(status.error_message()));
     return result;
 }
 

@@ -11,6 +11,7 @@ using Clock = std::chrono::system_clock;
 namespace {
 
 constexpr auto patience = std::chrono::seconds(3);
+constexpr auto patienceForReading = std::chrono::seconds(10); // of a large page
 constexpr auto patienceForFarewell = std::chrono::milliseconds(300);
 constexpr int shortestReconnect = 50; // milliseconds
 constexpr int longestReconnect = 1000;
@@ -73,8 +74,6 @@ std::shared_ptr<grpc::Channel> EtcdTransport::makeChannel() const
 void EtcdTransport::rotate()
 {
     const std::lock_guard lock(mutex);
-    if (settings.endpoints.size() == 1)
-        return;
     endpoint = (endpoint + 1) % settings.endpoints.size();
     channel = makeChannel();
 }
@@ -90,24 +89,28 @@ void EtcdTransport::cancel()
 grpc::Status EtcdTransport::callOnce(const Call& operation, const std::string& withToken, Purpose purpose)
 {
     grpc::ClientContext context;
-    if (purpose == Purpose::Farewell)
-        context.set_deadline(Clock::now() + patienceForFarewell);
-    else
-        context.set_deadline(Clock::now() + patience);
+    const std::chrono::milliseconds most = purpose == Purpose::Farewell ? patienceForFarewell
+                                           : purpose == Purpose::Reading
+                                               ? patienceForReading
+                                               : std::chrono::milliseconds(patience);
+    context.set_deadline(Clock::now() + most);
     if (!withToken.empty())
         context.AddMetadata("token", withToken);
     std::shared_ptr<grpc::Channel> used;
     {
         const std::lock_guard lock(mutex);
-        if (isCancelled && purpose == Purpose::Work)
+        if (isCancelled && purpose != Purpose::Farewell)
             return grpc::Status(grpc::StatusCode::CANCELLED, "the connection is being closed");
-        if (purpose == Purpose::Work)
+        if (purpose != Purpose::Farewell)
             active.insert(&context);
         used = channel;
     }
     const grpc::Status status = operation(used, context);
     const std::lock_guard lock(mutex);
     active.erase(&context);
+    // A channel whose server was away may take long to notice that it is back; a new one does not.
+    if (status.error_code() == grpc::StatusCode::UNAVAILABLE && used == channel)
+        channel = makeChannel();
     return status;
 }
 
@@ -164,9 +167,11 @@ StoreResult EtcdTransport::read(const StoreRange& range, StorePage& page)
     request.set_min_mod_revision(range.sinceRevision);
     request.set_keys_only(range.keysOnly);
     etcdserverpb::RangeResponse response;
-    const StoreResult result = call([&](const auto& used, auto& context) {
-        return etcdserverpb::KV::NewStub(used)->Range(&context, request, &response);
-    });
+    const StoreResult result = call(
+        [&](const auto& used, auto& context) {
+            return etcdserverpb::KV::NewStub(used)->Range(&context, request, &response);
+        },
+        Purpose::Reading);
     page.hasMore = response.more();
     page.count = response.count();
     page.revision = response.header().revision();

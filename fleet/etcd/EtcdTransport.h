@@ -34,7 +34,7 @@ public:
 
 private:
     using Call = std::function<grpc::Status(const std::shared_ptr<grpc::Channel>&, grpc::ClientContext&)>;
-    enum class Purpose { Work, Farewell };
+    enum class Purpose { Work, Reading, Farewell };
 
     std::shared_ptr<grpc::Channel> makeChannel() const;
     StoreResult call(const Call& operation, Purpose purpose = Purpose::Work);

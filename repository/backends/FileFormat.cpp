@@ -1,6 +1,7 @@
 #include "repository/backends/FileFormat.h"
 
 #include "repository/backends/FileKind.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 
 #include <QFile>
@@ -209,8 +210,8 @@ QString FileFormat::ofUnchosenFile(const QString& file)
 QString FileFormat::explainUnknown(const QString& file)
 {
     return beginningOf(file).contains('\0')
-               ? QStringLiteral("it is a binary file")
-               : QStringLiteral("neither its name nor how it begins tells that it is of a format known here");
+               ? Texts::tr("it is a binary file")
+               : Texts::tr("neither its name nor how it begins tells that it is of a format known here");
 }
 
 QString FileFormat::withDialect(const QString& type, const QString& file, const std::string& text)
@@ -234,11 +235,13 @@ QString FileFormat::explainMistaking(const QString& file, const QString& type, c
     const bool isDialect = formatOf(taken) == formatOf(type);
     if (isDialect && readAlike(taken, type, text))
         return {};
-    return QStringLiteral(
-               "with this text it would be taken for %1 when it is read again; give it a name that ")
-               .arg(taken.isEmpty() ? QStringLiteral("a file of another kind") : taken) +
-           (isDialect ? QStringLiteral("tells that it is %1").arg(type)
-                      : QStringLiteral("ends with .%1").arg(formatOf(type)));
+    const QString form =
+        isDialect ? Texts::tr("with this text it would be taken for %1 when it is read again; give it "
+                              "a name that tells that it is %2")
+                  : Texts::tr("with this text it would be taken for %1 when it is read again; give it "
+                              "a name that ends with .%2");
+    return form.arg(taken.isEmpty() ? Texts::tr("a file of another kind") : taken,
+                    isDialect ? type : formatOf(type));
 }
 
 } // namespace Repository

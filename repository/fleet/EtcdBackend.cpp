@@ -1,13 +1,8 @@
 #include "repository/fleet/EtcdBackend.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
-#include "host/FrameworkCore/Values/VariantValue.h"
-#include "repository/common/MemoryGuard.h"
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/fleet/KeyCodec.h"
 #include "repository/fleet/ValueCodec.h"
-#include "repository/fleet/WindowThread.h"
-#include "repository/merge/UnifiedDiff.h"
 
 #include <map>
 
@@ -21,24 +16,6 @@ using FrameworkCore::Values::Value;
 namespace {
 
 constexpr std::size_t mostBytes = std::size_t(1) << 20; // of a value; a store takes 1.5 MiB in one request
-
-// A line of the text of a backend, by which edits are rolled back and shown.
-std::string lineOf(const std::string& path, const Value& value)
-{
-    return KeyCodec::keyOf(path) + ' ' + ValueCodec::encode(value, {}) + '\n';
-}
-
-QString shown(const std::optional<Value>& value)
-{
-    return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
-                       QLatin1Char('\'')
-                 : QStringLiteral("nothing");
-}
-
-QVariant variantOf(const std::optional<Value>& value)
-{
-    return value ? FrameworkCore::Values::toVariant(*value) : QVariant();
-}
 
 // By path; nothing for a text that lineOf has not made.
 std::optional<std::map<std::string, Value, TreeOrder>> parsed(const std::string& text)
@@ -60,6 +37,11 @@ std::optional<std::map<std::string, Value, TreeOrder>> parsed(const std::string&
 }
 
 } // namespace
+
+std::string EtcdBackend::lineOf(const std::string& path, const Value& value)
+{
+    return KeyCodec::keyOf(path) + ' ' + ValueCodec::encode(value, {}) + '\n';
+}
 
 EtcdBackend::EtcdBackend(Description storeDescription, std::shared_ptr<StoreState> storeState)
     : Backend(std::move(storeDescription)), state(std::move(storeState))
@@ -143,11 +125,19 @@ quint64 EtcdBackend::getRevision() const
     return state->entries.getRevision();
 }
 
+Outcome EtcdBackend::checkOpen() const
+{
+    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
+                  : Outcome();
+}
+
 Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) const
 {
-    if (closed)
-        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
-    Outcome outcome = state->checkWritable();
+    Outcome outcome = checkOpen();
+    if (outcome.ok() && isLocked())
+        outcome = refuseLocked();
+    if (outcome.ok())
+        outcome = state->checkWritable();
     if (!outcome.ok())
         return outcome;
     if (state->entries.isForeign(path))
@@ -167,8 +157,14 @@ Outcome EtcdBackend::setOne(const std::string& path, const Value& value)
         return outcome;
     if (!state->entries.find(path))
         return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
-    state->entries.edit(path, value);
+    edit(path, value);
     return outcome;
+}
+
+void EtcdBackend::edit(const std::string& path, const std::optional<Value>& value)
+{
+    state->entries.edit(path, value);
+    hasEdited = true;
 }
 
 Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
@@ -179,7 +175,7 @@ Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
         return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
     const bool isImplied = value.type == Type::Group && state->entries.contains(path);
     if (outcome.ok() && !isImplied)
-        state->entries.edit(path, value);
+        edit(path, value);
     return outcome;
 }
 
@@ -194,7 +190,7 @@ Outcome EtcdBackend::removeAll(const std::string& path)
             return outcome;
     }
     for (const std::string& each : paths)
-        state->entries.edit(each, std::nullopt);
+        edit(each, std::nullopt);
     return {};
 }
 
@@ -212,6 +208,7 @@ void EtcdBackend::beginEdit()
 {
     const std::lock_guard lock(state->mutex);
     isEditing = true;
+    hasEdited = false;
     state->entries.beginBatch();
 }
 
@@ -247,14 +244,17 @@ Outcome EtcdBackend::respell(const QString& path, const std::string& spelling)
     return decoded ? write(path, decoded->value) : refusal(QStringLiteral("it was not spelt by a store"));
 }
 
-// Edits what differs, so that the store is written no more than that.
+// Edits what differs, so that the store is written no more than that. To take back what was edited just now
+// is possible at any time.
 Outcome EtcdBackend::replaceText(std::string bytes)
 {
     const auto wanted = parsed(bytes);
     if (!wanted)
         return refusal(QStringLiteral("it is not the text of a store"));
     const std::lock_guard lock(state->mutex);
-    const Outcome outcome = closed ? checkEdit({}, {}) : Outcome();
+    Outcome outcome = checkOpen();
+    if (outcome.ok() && !hasEdited)
+        outcome = state->checkWritable();
     if (!outcome.ok())
         return outcome;
     SharedEntries& entries = state->entries;
@@ -298,200 +298,6 @@ Outcome EtcdBackend::replaceAll(const QString& path, const std::vector<Documents
     refused = 0;
     const Outcome outcome = remove(path);
     return outcome.ok() ? insertAll(path, list, refused) : outcome;
-}
-
-bool EtcdBackend::isEdited() const
-{
-    const std::lock_guard lock(state->mutex);
-    return !state->entries.getEdits().empty();
-}
-
-bool EtcdBackend::isClosed() const
-{
-    const std::lock_guard lock(state->mutex);
-    return closed;
-}
-
-Outcome EtcdBackend::close(bool discardChanges)
-{
-    const std::lock_guard lock(state->mutex);
-    if (closed)
-        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
-    if (!discardChanges && !state->entries.getEdits().empty())
-        return Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("it has edits that the store has not acknowledged"))
-            .advise(QStringLiteral("save or discard them first"));
-    closed = true;
-    state->changed.notify_all();
-    return {};
-}
-
-Outcome EtcdBackend::save(const ApplyChange&)
-{
-    using namespace std::chrono_literals;
-    std::unique_lock lock(state->mutex);
-    state->writeRefusal.clear(); // it may take it now
-    state->changed.notify_all();
-    const auto isOver = [this] {
-        const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
-        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
-               state->entries.getEdits().empty();
-    };
-    ++state->savers;
-    state->changed.wait_for(lock, isWindowThread() ? std::chrono::milliseconds(250ms) : 10s, isOver);
-    --state->savers;
-    if (closed)
-        return Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"));
-    return explainUnsaved();
-}
-
-Outcome EtcdBackend::explainConflicts() const
-{
-    constexpr int shownConflicts = 5;
-    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
-                          .advise(QStringLiteral("keep yours or take theirs first"));
-    Outcome::Parts& parts = outcome.change();
-    for (const auto& [path, edit] : state->entries.getEdits()) {
-        if (!edit.isConflict())
-            continue;
-        if (parts.details.size() == shownConflicts) {
-            ++parts.detailsLeftOut;
-            continue;
-        }
-        const Value* const mine = state->entries.find(path);
-        parts.details.append({absolute(path), {}});
-        if (isReadable(description.accessMode))
-            parts.details.last().text =
-                QStringLiteral("(yours: %1, in the store: %2)")
-                    .arg(shown(mine ? std::optional(*mine) : std::nullopt), shown(edit.stored.value));
-    }
-    return outcome;
-}
-
-Outcome EtcdBackend::checkConflicts() const
-{
-    const std::lock_guard lock(state->mutex);
-    return state->entries.hasConflicts() ? explainConflicts() : Outcome();
-}
-
-Outcome EtcdBackend::explainUnsaved() const
-{
-    if (state->entries.hasConflicts())
-        return explainConflicts();
-    if (!state->isConnected())
-        return refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
-    if (!state->writeRefusal.isEmpty())
-        return refusal(QStringLiteral("the store refuses it: %1").arg(state->writeRefusal));
-    return state->entries.getEdits().empty()
-               ? Outcome()
-               : refusal(QStringLiteral("the store has not acknowledged it yet; it is being sent"));
-}
-
-Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
-{
-    const std::lock_guard lock(state->mutex);
-    return state->isConnected()
-               ? Outcome()
-               : refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
-}
-
-Outcome EtcdBackend::locate(const QString&, TextPlace&) const
-{
-    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
-}
-
-Outcome EtcdBackend::findAt(int, int, QString&) const
-{
-    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
-}
-
-Outcome EtcdBackend::getReadableText(BackendText&) const
-{
-    return {StatusCode::NotReadable, QStringLiteral("a store has no text")};
-}
-
-QVector<Backend::UnsavedChange> EtcdBackend::getUnsavedChanges() const
-{
-    const bool showsValues = isReadable(description.accessMode);
-    QVector<UnsavedChange> changes;
-    const std::lock_guard lock(state->mutex);
-    for (const auto& [path, edit] : state->entries.getEdits()) {
-        const Value* const mine = state->entries.find(path);
-        UnsavedChange change;
-        change.path = absolute(path);
-        change.kind = !mine                ? UnsavedChange::Kind::Removed
-                      : !edit.stored.value ? UnsavedChange::Kind::Created
-                                           : UnsavedChange::Kind::Changed;
-        change.isConflict = edit.isConflict();
-        if (showsValues) {
-            change.before = variantOf(edit.stored.value);
-            change.after = mine ? FrameworkCore::Values::toVariant(*mine) : QVariant();
-            change.base = change.isConflict ? variantOf(edit.base.value) : QVariant();
-        }
-        changes.append(change);
-    }
-    return changes;
-}
-
-QString EtcdBackend::getUnsavedDiff() const
-{
-    if (!isReadable(description.accessMode))
-        return {};
-    std::string before;
-    std::string after;
-    {
-        const std::lock_guard lock(state->mutex);
-        for (const auto& [path, edit] : state->entries.getEdits()) {
-            before += edit.stored.value ? lineOf(path, *edit.stored.value) : std::string();
-            const Value* const mine = state->entries.find(path);
-            after += mine ? lineOf(path, *mine) : std::string();
-        }
-    }
-    return QString::fromStdString(unifiedDiff(before, after, description.filePath.toStdString()));
-}
-
-Outcome EtcdBackend::revert(const QString& path, const ApplyChange& apply)
-{
-    return revertPart({{path}, {}}, apply);
-}
-
-Outcome EtcdBackend::revertPart(const Part& part, const ApplyChange& apply)
-{
-    if (!part.hunks.isEmpty())
-        return refusal(QStringLiteral("a store has no lines of text"));
-    std::vector<std::string> paths;
-    for (const QString& path : part.paths)
-        paths.push_back(relative(path));
-    apply([&] {
-        const std::lock_guard lock(state->mutex);
-        return Changes{state->entries.revert(paths), false};
-    });
-    return {};
-}
-
-// All is written as soon as it can be; there is no part that would have to be asked for.
-Outcome EtcdBackend::savePart(const Part& part, const ApplyChange& apply)
-{
-    return part.hunks.isEmpty() ? save(apply) : refusal(QStringLiteral("a store has no lines of text"));
-}
-
-Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply)
-{
-    const std::string place = relative(path);
-    Part conflicts;
-    {
-        const std::lock_guard lock(state->mutex);
-        for (const auto& [edited, edit] : state->entries.getEdits()) {
-            if (edit.isConflict() && isWithin(edited, place))
-                conflicts.paths.append(absolute(edited));
-        }
-        if (side == ConflictSide::Mine)
-            state->entries.keepEdits(place);
-        state->changed.notify_all();
-    }
-    if (conflicts.paths.isEmpty())
-        return {StatusCode::NotFound, QStringLiteral("there is no conflict at or below it")};
-    return side == ConflictSide::Mine ? Outcome() : revertPart(conflicts, apply);
 }
 
 } // namespace Repository

@@ -90,9 +90,14 @@ protected:
 private:
     using Value = FrameworkCore::Values::Value;
 
+    // Of the text of a backend, by which edits are rolled back and shown.
+    static std::string lineOf(const std::string& path, const Value& value);
+
     Outcome refusal(const QString& reason) const;
 
     // The state's mutex is held.
+    Outcome checkOpen() const;
+    void edit(const std::string& path, const std::optional<Value>& value);
     Outcome checkEdit(const std::string& path, const Value& value) const;
     Outcome setOne(const std::string& path, const Value& value);
     Outcome insertOne(const std::string& path, const Value& value);
@@ -102,7 +107,8 @@ private:
 
     const std::shared_ptr<StoreState> state;
     std::mutex saving;
-    bool isEditing = false; // a DocumentEdit exists; this and the next guarded by the state's mutex
+    bool isEditing = false; // a DocumentEdit exists; this and the next two guarded by the state's mutex
+    bool hasEdited = false; // it has changed something, so that it may have to be rolled back
     bool closed = false;
 };
 

@@ -7,6 +7,8 @@
 #include "repository/fleet/WindowThread.h"
 #include "repository/store/AttributeTree.h"
 
+#include <system_error>
+
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
@@ -56,7 +58,13 @@ Outcome EtcdBackends::open(const Backend::Description& description, const Mount&
         const std::lock_guard lock(mutex);
         sessions.insert(backend.get(), session);
     }
-    session->start();
+    try {
+        session->start();
+    } catch (const std::system_error& failure) {
+        return {
+            StatusCode::BackendFailure,
+            QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
+    }
     return isWindowThread() ? outcome : session->waitForLoading();
 }
 

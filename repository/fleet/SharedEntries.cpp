@@ -146,9 +146,10 @@ void SharedEntries::setHere(const std::string& path, const Stored& stored)
 void SharedEntries::change(Edit& edit, const std::function<void()>& operation)
 {
     const bool wasConflict = edit.isConflict();
+    const bool wasHeldBack = edit.isHeldBack();
     operation();
     const int difference = int(edit.isConflict()) - int(wasConflict);
-    queue[edit.batch].conflicts += difference;
+    queue[edit.batch].heldBack += int(edit.isHeldBack()) - int(wasHeldBack);
     conflicts += difference;
     if (difference != 0)
         edit.isReported = false;
@@ -160,13 +161,13 @@ void SharedEntries::enterBatch(const std::string& path, Edit& edit)
     Batch& batch = queue[edit.batch];
     batch.paths.push_back(path);
     ++batch.live;
-    batch.conflicts += edit.isConflict() ? 1 : 0;
+    batch.heldBack += edit.isHeldBack() ? 1 : 0;
 }
 
 void SharedEntries::leaveBatch(const Edit& edit)
 {
     const auto batch = queue.find(edit.batch);
-    batch->second.conflicts -= edit.isConflict() ? 1 : 0;
+    batch->second.heldBack -= edit.isHeldBack() ? 1 : 0;
     if (--batch->second.live == 0)
         queue.erase(batch);
 }
@@ -178,6 +179,7 @@ void SharedEntries::edit(const std::string& path, std::optional<Value> value)
         known = edits.emplace(path, Edit{storedAt(path), storedAt(path)}).first;
     else
         leaveBatch(known->second);
+    known->second.isRefused = false;
     known->second.number = ++numbers;
     enterBatch(path, known->second);
     setHere(path, {std::move(value), 0, false});
@@ -367,12 +369,12 @@ std::vector<std::string> SharedEntries::takeNewConflicts()
 }
 
 std::vector<SharedEntries::Outgoing> SharedEntries::takeOutgoing(std::size_t mostEntries,
-                                                                 std::size_t mostBytes)
+                                                                 std::size_t mostBytes, From from)
 {
     std::vector<Outgoing> outgoing;
     std::size_t bytes = 0;
     for (auto& [number, batch] : queue) {
-        for (; number != openBatch && batch.conflicts == 0 && batch.next < batch.paths.size(); ++batch.next) {
+        for (; number != openBatch && batch.heldBack == 0 && batch.next < batch.paths.size(); ++batch.next) {
             const std::string& path = batch.paths[batch.next];
             const auto known = edits.find(path);
             if (known == edits.end() || known->second.batch != number || known->second.sent != 0)
@@ -385,8 +387,28 @@ std::vector<SharedEntries::Outgoing> SharedEntries::takeOutgoing(std::size_t mos
             edited.sent = edited.number;
             outgoing.push_back({path, std::move(value), edited.base.revision, edited.number});
         }
+        if (from == From::OneBatch && !outgoing.empty())
+            return outgoing;
     }
     return outgoing;
+}
+
+void SharedEntries::refuse(const std::vector<Outgoing>& outgoing)
+{
+    settle(outgoing, 0);
+    for (const Outgoing& sent : outgoing) {
+        const auto known = edits.find(sent.path);
+        if (known != edits.end() && known->second.number == sent.number)
+            change(known->second, [&edited = known->second] { edited.isRefused = true; });
+    }
+}
+
+void SharedEntries::retryRefused()
+{
+    for (auto& [path, edited] : edits) {
+        if (edited.isRefused)
+            change(edited, [&refused = edited.isRefused] { refused = false; });
+    }
 }
 
 void SharedEntries::dropUnwanted(std::vector<Outgoing>& outgoing) const

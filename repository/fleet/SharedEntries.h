@@ -22,7 +22,7 @@ struct TreeOrder
 // The entries of a store as they are here: what the store holds, and on top of it what was edited and is not
 // written yet. An edit is in conflict when the store holds something else by now than it began with. Edits
 // belong to batches, which are written in their order, each as a whole where it is not too large; one with a
-// conflict waits. Not safe for two threads at once.
+// conflict, or that the store has refused, is held back. Not safe for two threads at once.
 class SharedEntries
 {
 public:
@@ -62,8 +62,10 @@ public:
         std::uint64_t batch = 0;
         std::uint64_t sent = 0;  // the number of the edit on its way to the store; 0 for none
         bool isReported = false; // its conflict
+        bool isRefused = false;  // by the store
 
         bool isConflict() const { return stored.revision != base.revision; }
+        bool isHeldBack() const { return isConflict() || isRefused; }
     };
     using Edits = std::map<std::string, Edit, TreeOrder>;
 
@@ -119,7 +121,14 @@ public:
     std::vector<std::string> takeNewConflicts();
 
     // What to write next, as much as the bounds allow; empty for nothing. It is on its way until settle.
-    std::vector<Outgoing> takeOutgoing(std::size_t mostEntries, std::size_t mostBytes);
+    // Of one batch alone, on request.
+    enum class From { AllBatches, OneBatch };
+    std::vector<Outgoing> takeOutgoing(std::size_t mostEntries, std::size_t mostBytes,
+                                       From from = From::AllBatches);
+
+    // The store does not take it, so that it is held back from then on, until that is to be tried again.
+    void refuse(const std::vector<Outgoing>& outgoing);
+    void retryRefused();
 
     // Leaves out what was given up since it was taken.
     void dropUnwanted(std::vector<Outgoing>& outgoing) const;
@@ -140,7 +149,7 @@ private:
         std::vector<std::string> paths; // some edits may have gone on to later batches
         std::size_t next = 0;           // of the paths, to be taken
         int live = 0;                   // edits that are still in it
-        int conflicts = 0;              // of these
+        int heldBack = 0;               // of these
     };
 
     Stored storedAt(const std::string& path) const;

@@ -1,5 +1,6 @@
 #include "repository/fleet/StoreApplier.h"
 
+#include "host/FrameworkCore/Notification/UpdateOrigin.h"
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
 #include "repository/fleet/EtcdBackend.h"
@@ -56,6 +57,7 @@ void StoreApplier::run()
         lock.unlock();
         changed.notify_all();
         const Outcome outcome = guardMemory([&] {
+            const FrameworkCore::Notification::UpdateOrigin origin(QStringLiteral("fleet"));
             apply(std::move(news));
             return Outcome();
         });

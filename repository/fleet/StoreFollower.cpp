@@ -14,13 +14,28 @@ using Status = StoreResult::Status;
 
 namespace {
 
-constexpr std::int64_t pageSize = 5000;
+constexpr std::int64_t firstPage = 1000; // entries, whose size is not known yet
+constexpr std::int64_t largestPage = 50000;
+constexpr std::size_t pageBytes = std::size_t(4) << 20;
+constexpr std::int64_t growth = 4; // at most, from one page to the next
 
 constexpr auto shortestPause = 50ms; // before the next attempt, doubled each time
 constexpr auto longestPause = 2000ms;
 
 constexpr auto askingAfter = 10s; // without a sign of life
 constexpr auto leavingAfter = 30s;
+
+// Entries that make some megabytes. Few pages are better: for each, the server counts all that comes after
+// it.
+std::int64_t sizeAfter(const StorePage& page)
+{
+    std::size_t bytes = 0;
+    for (const StoreEntry& entry : page.entries)
+        bytes += entry.key.size() + entry.value.size();
+    const auto count = std::int64_t(page.entries.size());
+    const std::int64_t fitting = std::int64_t(pageBytes) * count / std::int64_t(bytes + 1);
+    return std::clamp<std::int64_t>(std::min(fitting, growth * count), 1, largestPage);
+}
 
 // So that not all programs that have lost a store come back to it at the same moment.
 std::chrono::milliseconds varied(std::chrono::milliseconds pause)
@@ -89,7 +104,7 @@ void StoreFollower::setOpen()
 // All of it as it was at the revision of the first page. The next page is on its way while one is handed on.
 StoreResult StoreFollower::readPages()
 {
-    StoreRange range{context.prefix, context.keysEnd(), pageSize, 0, 0, false};
+    StoreRange range{context.prefix, context.keysEnd(), firstPage, 0, 0, false};
     const auto read = [this](const StoreRange& wanted) {
         auto page = std::make_unique<StorePage>();
         StoreResult result = context.transport->read(wanted, *page);
@@ -110,7 +125,8 @@ StoreResult StoreFollower::readPages()
     applier.push(std::move(begin));
     while (page->hasMore && !page->entries.empty()) {
         range.begin = page->entries.back().key + '\0';
-        auto nextPage = std::async(std::launch::async, read, range);
+        range.limit = sizeAfter(*page);
+        auto nextPage = std::async(read, range); // or, where there is no thread, when it is asked for
         pushPage(*page);
         std::tie(result, page) = nextPage.get();
         if (!result.ok())
@@ -137,6 +153,13 @@ StoreResult StoreFollower::checkIdentity()
     if (!result.ok())
         return result;
     const std::string found = page.entries.empty() ? std::string() : page.entries.front().value;
+    if (found.empty() && meta.empty()) { // whoever comes first says which store it is
+        StoreReply reply;
+        const std::string fresh = StoreContext::newMeta();
+        if (context.transport->write({{context.metaKey(), fresh, 0, 0}}, reply).ok() && reply.isWritten)
+            meta = fresh;
+        return result;
+    }
     return found == meta || meta.empty()
                ? result
                : StoreResult{Status::Compacted, "the store is another one than before"};
@@ -165,12 +188,12 @@ StoreResult StoreFollower::follow()
     const StoreResult identity = checkIdentity();
     if (!identity.ok())
         return identity;
-    StoreWatch* current = nullptr;
+    auto begun = context.transport->watch(context.prefix, context.keysEnd(), next);
+    StoreWatch* const current = begun.get();
     {
         const std::lock_guard lock(mutex);
-        watch = context.transport->watch(context.prefix, context.keysEnd(), next);
+        watch = std::move(begun);
         heard = asked = Clock::now();
-        current = watch.get();
     }
     StoreEvents events;
     StoreResult result;

@@ -1,5 +1,8 @@
 #include "repository/fleet/StoreSession.h"
 
+#include "repository/common/MemoryGuard.h"
+#include "repository/common/RepositoryLog.h"
+
 #include <random>
 
 namespace Repository {
@@ -38,11 +41,28 @@ StoreSession::StoreSession(std::unique_ptr<StoreTransport> transport, std::strin
 void StoreSession::start()
 {
     threads.emplace_back([self = shared_from_this()] { self->applier.run(); });
-    threads.emplace_back([self = shared_from_this()] { self->follower.run(); });
+    threads.emplace_back(
+        [self = shared_from_this()] { self->keepRunning([&self] { self->follower.run(); }); });
     threads.emplace_back([self = shared_from_this()] {
-        self->writer.run([&self] { self->tick(); });
+        self->keepRunning([&self] { self->writer.run([&self] { self->tick(); }); });
         self->presence.end();
     });
+}
+
+// Where memory was refused, nobody knows what was missed.
+void StoreSession::keepRunning(const std::function<void()>& work)
+{
+    for (bool isDone = false; !isDone;) {
+        const Outcome outcome = guardMemory([&work] {
+            work();
+            return Outcome();
+        });
+        isDone = outcome.ok() || context.pause(1s);
+        if (!isDone) {
+            logged(outcome);
+            context.wantsReload = true;
+        }
+    }
 }
 
 Outcome StoreSession::waitForLoading()

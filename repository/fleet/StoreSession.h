@@ -29,6 +29,7 @@ public:
     void stop();
 
 private:
+    void keepRunning(const std::function<void()>& work);
     void tick();
     void audit();
 

@@ -62,7 +62,7 @@ struct StoreState
     bool isSending = false; // something is on its way to the store
     int savers = 0;         // who wait for their edits to be acknowledged
     bool queues = false;    // edits are taken while the link is down
-    QString writeRefusal;   // why the store does not take what is to be written; empty while it does
+    QString writeRefusal;   // why the store did not take edits; empty when they are to be tried again
     int loaded = 0;         // entries, while loading
     int toLoad = 0;
     std::size_t failedAttempts = 0; // to load for the first time

@@ -57,11 +57,13 @@ void StoreWriter::run(const std::function<void()>& tick)
 bool StoreWriter::canSend()
 {
     StoreState& state = *context.state;
-    if (!state.isLoaded || !state.news.isOpen || !state.writeRefusal.isEmpty() || Clock::now() < retry)
+    if (!state.isLoaded || !state.news.isOpen || Clock::now() < retry)
         return false;
     state.entries.dropUnwanted(outgoing);
     if (outgoing.empty())
-        outgoing = state.entries.takeOutgoing(mostEntries, mostBytes);
+        outgoing = state.entries.takeOutgoing(mostEntries, mostBytes,
+                                              sendsOneBatch ? SharedEntries::From::OneBatch
+                                                            : SharedEntries::From::AllBatches);
     if (outgoing.empty() && !state.edits.isOpen && state.open(state.edits))
         applier.push({});
     return !outgoing.empty();
@@ -83,10 +85,11 @@ std::vector<StoreChange> StoreWriter::changes() const
 void StoreWriter::send(Lock& lock)
 {
     StoreState& state = *context.state;
+    const std::vector<StoreChange> list = changes();
     state.isSending = true;
     lock.unlock();
     StoreReply reply;
-    const StoreResult result = context.transport->write(changes(), reply);
+    const StoreResult result = context.transport->write(list, reply);
     lock.lock();
     state.isSending = false;
     const StoreState::Link before = state.link;
@@ -111,12 +114,21 @@ void StoreWriter::settle(const StoreResult& result, const StoreReply& reply)
         return;
     }
     state.open(state.edits);
-    if (!result.ok())
-        state.writeRefusal = QString::fromStdString(result.reason);
-    else if (!reply.isWritten)
+    if (result.ok() && !reply.isWritten)
         takeFound(reply);
-    state.entries.settle(outgoing, result.ok() && reply.isWritten ? reply.revision : 0);
+    if (result.ok() || !sendsOneBatch)
+        state.entries.settle(outgoing, result.ok() && reply.isWritten ? reply.revision : 0);
+    else
+        refuse(result);
+    // Of several batches, each is tried alone, so that what is not refused is written.
+    sendsOneBatch = !result.ok();
     outgoing.clear();
+}
+
+void StoreWriter::refuse(const StoreResult& result)
+{
+    context.state->entries.refuse(outgoing);
+    context.state->writeRefusal = QString::fromStdString(result.reason);
 }
 
 // What the store holds instead of what was expected. Of entries that are not edited any more the tree learns
@@ -169,9 +181,7 @@ void StoreWriter::report(Outcome outcome)
     const auto open = backend.lock();
     if (!open || open->isClosed() || outcome.ok())
         return;
-    BackendKind::report(
-        outcome.of(Outcome::Operation::FollowFile, open->getName()).in(open->getDescription().filePath),
-        observer);
+    BackendKind::report(outcome.in(open->getDescription().filePath), observer);
 }
 
 } // namespace Repository

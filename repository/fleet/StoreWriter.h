@@ -33,6 +33,7 @@ private:
     void send(Lock& lock);
     void settle(const StoreResult& result, const StoreReply& reply);
     std::vector<StoreChange> changes() const;
+    void refuse(const StoreResult& result);
     void takeFound(const StoreReply& reply);
     void reportTrouble(Lock& lock);
     void report(BackendKind::Outcome outcome);
@@ -42,6 +43,7 @@ private:
     const std::weak_ptr<EtcdBackend> backend;
     const BackendKind::Observer observer;
     std::vector<SharedEntries::Outgoing> outgoing; // on its way; kept until its outcome is known
+    bool sendsOneBatch = false;                    // after a refusal, until it is known whose it was
     std::chrono::steady_clock::time_point retry;   // not before
     QString reportedRefusal;
     QString reportedLink;

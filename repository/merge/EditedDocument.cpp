@@ -25,6 +25,18 @@ bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
     return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
 }
 
+// With the entries whose text the others show in both documents.
+std::vector<std::string> withSources(std::vector<std::string> paths, const std::vector<std::string>& shown,
+                                     const Document& from, const Document& model)
+{
+    for (const std::string& path : shown) {
+        std::string source = from.sourceOf(path);
+        if (source != path && source == model.sourceOf(path))
+            paths.push_back(std::move(source));
+    }
+    return paths;
+}
+
 } // namespace
 
 // The entries of some paths and all below them.
@@ -245,8 +257,7 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 {
     if (damaged)
         return load(base).error;
-    const Subtrees wanted(paths);
-    Taken taken = takeEntries(presentDocument(), *parsed(base), wanted);
+    Taken taken = takeEntries(presentDocument(), *parsed(base), paths);
     if (taken.areAll)
         return load(base).error;
     if (!taken.document)
@@ -260,19 +271,32 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 std::optional<std::string> EditedDocument::baseWith(const std::vector<std::string>& paths,
                                                     std::string& reason) const
 {
-    const Taken taken = takeEntries(*parsed(base), presentDocument(), Subtrees(paths));
+    const Taken taken = takeEntries(*parsed(base), presentDocument(), paths);
     if (taken.areAll)
         return getText();
     reason = taken.reason + "; save all of the file instead";
     return taken.document ? std::optional(taken.document->getBytes()) : std::nullopt;
 }
 
+std::vector<std::string> EditedDocument::pathsIn(const std::vector<DocumentChange>& changes,
+                                                 const Subtrees& subtrees)
+{
+    std::vector<std::string> paths;
+    for (const DocumentChange& change : changes) {
+        if (subtrees.contain(change.path))
+            paths.push_back(change.path);
+    }
+    return paths;
+}
+
 // A copy of the document with the entries as the model has them; tried on a copy, since a refusal in the
 // middle must leave the document as it was.
 EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Document& model,
-                                                  const Subtrees& wanted) const
+                                                  const std::vector<std::string>& paths) const
 {
     std::vector<DocumentChange> changes = compareDocuments(from, model);
+    const std::vector<std::string> all = withSources(paths, pathsIn(changes, Subtrees(paths)), from, model);
+    const Subtrees wanted(all);
     const auto others = std::stable_partition(
         changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
     if (others == changes.end())

@@ -96,6 +96,8 @@ public:
 
 private:
     class Subtrees; // the entries of some paths and all below them
+    static std::vector<std::string> pathsIn(const std::vector<DocumentChange>& changes,
+                                            const Subtrees& subtrees);
 
     // Null, with the reason, for a refusal, and when these are all entries in which the two differ.
     struct Taken
@@ -105,7 +107,7 @@ private:
         bool areAll;
     };
     Taken takeEntries(const Documents::Document& from, const Documents::Document& model,
-                      const Subtrees& wanted) const;
+                      const std::vector<std::string>& paths) const;
 
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);

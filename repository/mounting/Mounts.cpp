@@ -2,6 +2,7 @@
 
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/history/History.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/transaction/Projection.h"
@@ -71,9 +72,9 @@ Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
     Transaction transaction(tree);
     const Node* place = transaction.getNodes().find(name);
     if (place && place->isBackendRoot())
-        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+        return {StatusCode::AlreadyExists, Texts::tr("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
-        return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
+        return {StatusCode::AlreadyExists, Texts::tr("there are attributes at or below it already")};
     tree.backends.reserve(tree.backends.size() + 1);
     Projection(transaction).mount(*backend);
     tree.backends.push_back(backend);

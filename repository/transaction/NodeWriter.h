@@ -83,6 +83,9 @@ public:
     // Takes the value from a node, and the node too when there is nothing below it.
     void takeAttribute(const QString& path);
 
+    // The watchers of values that are set from here on hear of that at these points only.
+    void notifyAt(int updatePoints) { points = updatePoints; }
+
     NodeOrder& getOrder() { return order; }
     BeforeImages* getImages() { return images.get(); } // null without
 
@@ -105,6 +108,7 @@ private:
     NodeOrder order;
     std::unique_ptr<BeforeImages> images;
     std::vector<Delivery> deliveries;
+    int points = Delivery::allPoints;
     bool areAllDelivered = true; // otherwise memory was refused for some of them
     PathBudget budget;           // of the nodes that it makes
     std::vector<std::unique_ptr<Node>> removedNodes;

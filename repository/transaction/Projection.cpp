@@ -72,7 +72,8 @@ void Projection::hideEntry(Node& node)
         nodes.remove(node);
 }
 
-void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
+void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value,
+                           UpdateResult kind)
 {
     Node& node = nodes.ensure(path);
     if (node.backend != &backend)
@@ -87,7 +88,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
         if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
-    nodes.setAttribute(node, variant, backend.getAccessMode(), UpdateResult::Reloaded);
+    nodes.setAttribute(node, variant, backend.getAccessMode(), kind);
 }
 
 // Values are read and nodes made at once.
@@ -115,7 +116,7 @@ void Projection::build(Backend& backend, Node& root)
     nodes.file(builder);
 }
 
-void Projection::showAll(Backend& backend)
+void Projection::showAll(Backend& backend, UpdateResult kind)
 {
     transaction.edit(backend);
     Node& root = nodes.ensure(backend.getName());
@@ -136,7 +137,7 @@ void Projection::showAll(Backend& backend)
             hideEntry(*node);
     });
     for (const auto& [path, value] : entries)
-        showEntry(backend, path, value);
+        showEntry(backend, path, value, kind);
     nodes.getOrder().restoreLater(backend);
 }
 

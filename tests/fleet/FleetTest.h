@@ -18,6 +18,8 @@ protected:
     using EtcdServer = TestSupport::EtcdServer;
     using Outcome = FleetMachine::Outcome;
 
+    static constexpr int longWait = 20000; // milliseconds, for servers that come back, and leases that end
+
     explicit FleetTest(const EtcdServer::Options& options = {}) : server(options) {}
 
     QString location(const QString& query = {}) const { return server.getLocation(store, query); }

@@ -95,14 +95,15 @@ private slots:
         FleetMachine machine(location(validQuery()));
         FleetMachine other(location(validQuery()));
         QCOMPARE(refusalOf(machine.create(QStringLiteral("m.a"), 1)), QString());
+        QCOMPARE(refusalOf(machine.save()), QString());
         if (isRestarted) {
             server.kill();
             QVERIFY(server.restart());
         } else {
             QTest::qWait(5000); // the server's clock ends tokens
         }
-        QTRY_COMPARE_WITH_TIMEOUT(refusalOf(machine.write(QStringLiteral("m.a"), 2)), QString(), 20'000);
-        QTRY_COMPARE(other.read(QStringLiteral("m.a")).toInt(), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(refusalOf(machine.write(QStringLiteral("m.a"), 2)), QString(), longWait);
+        QTRY_COMPARE_WITH_TIMEOUT(other.read(QStringLiteral("m.a")).toInt(), 2, longWait);
     }
 
     void saysWhatIsNotAllowed()

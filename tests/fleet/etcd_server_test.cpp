@@ -83,7 +83,7 @@ private slots:
         QVERIFY2(server.waitUntilReady(other), qPrintable(server.getFailure()));
         QVERIFY(server.findLeader() != leader);
         server.freeze(other);
-        QTRY_VERIFY_WITH_TIMEOUT(!server.isReady((leader + 2) % 3), 20'000);
+        QTRY_VERIFY_WITH_TIMEOUT(!server.isReady((leader + 2) % 3), 20000);
         server.thaw(other);
         QVERIFY2(server.waitUntilReady((leader + 2) % 3), qPrintable(server.getFailure()));
         QVERIFY(server.restart(leader));

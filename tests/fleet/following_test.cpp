@@ -6,7 +6,6 @@
 #include <QDateTime>
 #include <QSysInfo>
 #include <QTemporaryDir>
-#include <QTimeZone>
 
 #include <atomic>
 #include <cmath>
@@ -44,8 +43,8 @@ private slots:
         row("time", QTime(23, 59, 59, 7));
         row("date and time", QDateTime(QDate(2026, 11, 26), QTime(1, 2, 3, 4)));
         row("date and time of UTC", QDateTime(QDate(2026, 11, 26), QTime(1, 2, 3, 4), Qt::UTC));
-        row("date and time of a zone",
-            QDateTime(QDate(2026, 7, 26), QTime(1, 2, 3), QTimeZone("Europe/Berlin")));
+        row("date and time of an offset",
+            QDateTime(QDate(2026, 7, 26), QTime(1, 2, 3), Qt::OffsetFromUTC, 7200));
         row("null", QVariant());
     }
 
@@ -89,7 +88,7 @@ private slots:
             QCOMPARE(later.read(path).toString(), path.mid(2));
     }
 
-    // Once each, in order, and only what matches.
+    // Once each, in order, and only what matches. Edits that the store has not got yet may become one.
     void notifiesOfWhatMatches()
     {
         FleetMachine writer(location());
@@ -100,8 +99,10 @@ private slots:
         writer.write(QStringLiteral("m.one.rate"), 2);
         writer.create(QStringLiteral("m.one.other"), 3);
         writer.create(QStringLiteral("m.two.rate"), 4);
+        QCOMPARE(refusalOf(writer.save()), QString());
         writer.write(QStringLiteral("m.one.other"), 5);
         writer.remove(QStringLiteral("m.one"));
+        QCOMPARE(refusalOf(writer.save()), QString());
         writer.write(QStringLiteral("m.two.rate"), 6);
         const QStringList expected{QStringLiteral("m.one.rate = 2"), QStringLiteral("m.two.rate = 4"),
                                    QStringLiteral("m.one.rate removed"), QStringLiteral("m.two.rate = 6")};
@@ -227,14 +228,20 @@ private slots:
         const QString path = QStringLiteral("m.a");
         machine.create(path, 1);
         QCOMPARE(refusalOf(machine.save()), QString());
-        server.freeze(); // so that its news cannot come before the edit
-        QCOMPARE(refusalOf(machine.write(path, 2)), QString());
-        std::thread winner([this] { outside().put(keyOf("a"), R"({"t":"i64","v":"7"})"); });
-        server.thaw();
-        winner.join();
-        const Outcome outcome = machine.save();
-        if (outcome.ok())
-            QSKIP("the machine was first");
+        Outcome outcome;
+        for (int attempt = 0; attempt < 50 && outcome.ok(); ++attempt) { // until the other is first
+            QCOMPARE(refusalOf(machine.write(path, 1)), QString());
+            QCOMPARE(refusalOf(machine.save()), QString());
+            server.freeze(); // so that news cannot come before the edit
+            QCOMPARE(refusalOf(machine.write(path, 2)), QString());
+            std::thread winner([this] { outside().put(keyOf("a"), R"({"t":"i64","v":"7"})"); });
+            server.thaw();
+            winner.join();
+            outcome = machine.save();
+            if (outcome.ok())
+                QTRY_COMPARE(machine.read(path).toInt(), 7);
+        }
+        QVERIFY2(!outcome.ok(), "the other was never first");
         QVERIFY2(outcome.toText().contains(QLatin1String("'7'")), qPrintable(outcome.toText()));
         QCOMPARE(machine.read(path).toInt(), 2);
         QCOMPARE(machine.unsaved().size(), 1);
@@ -253,12 +260,11 @@ private slots:
     void refusesWhatTheStoreCannotHold()
     {
         FleetMachine machine(location());
-        const Outcome outcome =
-            machine.create(QStringLiteral("m.large"), QString(1'600'000, QLatin1Char('x')));
+        const Outcome outcome = machine.create(QStringLiteral("m.large"), QString(1600000, QLatin1Char('x')));
         QVERIFY(!outcome.ok());
         QVERIFY2(outcome.toText().contains(QLatin1String("m.large")), qPrintable(outcome.toText()));
         QVERIFY(!machine.exists(QStringLiteral("m.large")));
-        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.small"), QString(900'000, QLatin1Char('x')))),
+        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.small"), QString(900000, QLatin1Char('x')))),
                  QString());
         QCOMPARE(refusalOf(machine.save()), QString());
         QCOMPARE(outside().readAll(prefix()).size(), std::size_t(1));
@@ -313,7 +319,7 @@ private slots:
     // Of a store that is opened in pages.
     void tellsHowFarItIs()
     {
-        constexpr int count = 30'000;
+        constexpr int count = 30000;
         constexpr int inTransaction = 100;
         for (int first = 0; first < count; first += inTransaction) {
             EtcdClient::Pairs pairs;
@@ -438,7 +444,7 @@ private:
             QCOMPARE(std::signbit(actual.toDouble()), std::signbit(expected.toDouble()));
         if (expected.type() == QVariant::DateTime) {
             QCOMPARE(actual.toDateTime().timeSpec(), expected.toDateTime().timeSpec());
-            QCOMPARE(actual.toDateTime().timeZone(), expected.toDateTime().timeZone());
+            QCOMPARE(actual.toDateTime().offsetFromUtc(), expected.toDateTime().offsetFromUtc());
         }
     }
 };

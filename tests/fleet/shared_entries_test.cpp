@@ -3,7 +3,9 @@
 #include "tests/support/TestRun.h"
 
 #include <algorithm>
+#include <optional>
 #include <random>
+#include <utility>
 
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
@@ -93,27 +95,41 @@ public:
             shown.erase(path);
     }
 
-    // The reply may be lost, whether or not the store has written.
-    void send(bool losesRequest, bool losesReply)
+    // A request goes to the store, which may be lost on the way.
+    void depart(bool isLost)
     {
+        if (reply)
+            return;
         entries.dropUnwanted(outgoing);
         if (outgoing.empty())
             outgoing = entries.takeOutgoing(3, 10'000);
-        if (outgoing.empty() || losesRequest)
+        if (outgoing.empty() || isLost)
             return;
-        const std::int64_t written = store.write(outgoing, number);
-        if (losesReply)
+        reply = Reply{store.write(outgoing, number), {}};
+        for (const Outgoing& sent : outgoing)
+            reply->found.push_back(store.found(sent.path, number));
+    }
+
+    // Its reply comes, which may be lost, too.
+    void arrive(bool isLost)
+    {
+        const auto arrived = std::exchange(reply, std::nullopt);
+        if (!arrived || isLost)
             return;
-        if (written == 0) {
-            std::vector<Arrival> found;
-            for (const Outgoing& sent : outgoing) {
-                if (entries.getEdits().count(sent.path) > 0)
-                    found.push_back(store.found(sent.path, number));
-            }
-            entries.take(found);
+        std::vector<Arrival> found;
+        for (const Arrival& each : arrived->found) {
+            if (arrived->revision == 0 && entries.getEdits().count(each.path) > 0)
+                found.push_back(each);
         }
-        entries.settle(outgoing, written);
+        entries.take(found);
+        entries.settle(outgoing, arrived->revision);
         outgoing.clear();
+    }
+
+    void send(bool losesRequest = false, bool losesReply = false)
+    {
+        depart(losesRequest);
+        arrive(losesReply);
     }
 
     // The events of so many revisions.
@@ -177,6 +193,12 @@ public:
     SharedEntries entries;
     std::map<std::string, Value> shown;
     std::vector<Outgoing> outgoing;
+    struct Reply
+    {
+        std::int64_t revision;
+        std::vector<Arrival> found;
+    };
+    std::optional<Reply> reply; // on its way
     std::size_t next = 0;
     bool isConsistent = true; // with what it was told to show
 };
@@ -234,8 +256,10 @@ private slots:
                 desk.entries.endBatch();
                 break;
             case 3:
+                desk.depart(below(4) == 0);
+                break;
             case 4:
-                desk.send(below(4) == 0, below(4) == 0);
+                desk.arrive(below(4) == 0);
                 break;
             case 5:
             case 6:
@@ -252,9 +276,10 @@ private slots:
         }
         for (int round = 0; round < 50; ++round) {
             for (const auto& desk : desks) {
+                desk->arrive(false);
                 desk->receive(1000);
                 desk->resolve({}, true);
-                desk->send(false, false);
+                desk->send();
             }
         }
         std::map<std::string, Value> held;
@@ -275,12 +300,12 @@ private slots:
         Desk mine(store, 0);
         Desk theirs(store, 1);
         theirs.edit("a", text("first"));
-        theirs.send(false, false);
+        theirs.send();
         mine.receive(1);
         mine.edit("a", text("mine"));
         theirs.edit("a", text("theirs"));
-        theirs.send(false, false);
-        mine.send(false, false);
+        theirs.send();
+        mine.send();
         QVERIFY(mine.entries.hasConflicts());
         QCOMPARE(mine.entries.takeNewConflicts(), std::vector<std::string>{"a"});
         QVERIFY(mine.entries.takeNewConflicts().empty());
@@ -288,8 +313,82 @@ private slots:
         QVERIFY(edit.base.value == text("first"));
         QVERIFY(edit.stored.value == text("theirs"));
         QVERIFY(mine.contents().at("a") == text("mine"));
-        mine.send(false, false);
+        mine.send();
         QVERIFY(*store.held.at("a").first.value == text("theirs"));
+    }
+
+    // An entry that is edited again while the edit before is on its way.
+    void takesItsOwnWriteForNoConflict_data()
+    {
+        const auto row = TestSupport::columns<QString, bool, bool>("second", "isEchoFirst", "isReplyLost");
+        row("the reply first", "2", false, false);
+        row("the news first", "2", true, false);
+        row("only the news", "2", true, true);
+        row("neither", "2", false, true);
+        row("back to what it was", "0", false, false);
+        row("back to what it was, the news first", "0", true, false);
+    }
+
+    void takesItsOwnWriteForNoConflict()
+    {
+        QFETCH(QString, second);
+        QFETCH(bool, isEchoFirst);
+        QFETCH(bool, isReplyLost);
+        ModelStore store;
+        Desk mine(store, 0);
+        mine.edit("a", text("0"));
+        mine.send();
+        mine.receive(1);
+        mine.edit("a", text("1"));
+        mine.depart(false);
+        mine.edit("a", text(second.toStdString()));
+        if (isEchoFirst)
+            mine.receive(1);
+        mine.arrive(isReplyLost);
+        QVERIFY(!mine.entries.hasConflicts());
+        QCOMPARE(mine.entries.getEdits().size(), std::size_t(1));
+        mine.send();
+        mine.send();
+        QVERIFY(!mine.entries.hasConflicts());
+        QVERIFY(*store.held.at("a").first.value == text(second.toStdString()));
+    }
+
+    void writesNothingThatWasGivenUp()
+    {
+        ModelStore store;
+        Desk mine(store, 0);
+        mine.edit("a", text("1"));
+        mine.send(true, true);
+        mine.resolve("a", false);
+        mine.send();
+        QVERIFY(store.events.empty());
+    }
+
+    // Without keeping others from being written.
+    void holdsBackWhatTheStoreRefuses()
+    {
+        SharedEntries entries;
+        entries.edit("allowed", text("1"));
+        entries.edit("forbidden", text("1"));
+        entries.edit("later", text("1"));
+        const auto namesOf = [](const std::vector<Outgoing>& outgoing) {
+            QStringList names;
+            for (const Outgoing& sent : outgoing)
+                names.append(QString::fromStdString(sent.path));
+            return names.join(QLatin1Char(' '));
+        };
+        entries.settle(entries.takeOutgoing(128, 10'000), 0);
+        const auto from = SharedEntries::From::OneBatch;
+        const auto allowed = entries.takeOutgoing(128, 10'000, from);
+        QCOMPARE(namesOf(allowed), QStringLiteral("allowed"));
+        entries.settle(allowed, 1);
+        const auto forbidden = entries.takeOutgoing(128, 10'000, from);
+        QCOMPARE(namesOf(forbidden), QStringLiteral("forbidden"));
+        entries.refuse(forbidden);
+        QCOMPARE(namesOf(entries.takeOutgoing(128, 10'000)), QStringLiteral("later"));
+        QVERIFY(!entries.hasConflicts());
+        entries.retryRefused();
+        QCOMPARE(namesOf(entries.takeOutgoing(128, 10'000)), QStringLiteral("forbidden"));
     }
 
     // What was edited at once is written at once, or not at all while a part of it is in conflict.
@@ -299,20 +398,20 @@ private slots:
         Desk mine(store, 0);
         Desk theirs(store, 1);
         theirs.edit("a", text("theirs"));
-        theirs.send(false, false);
+        theirs.send();
         mine.entries.beginBatch();
         mine.edit("a", text("mine"));
         mine.edit("b", text("mine"));
-        mine.send(false, false);
+        mine.send();
         QVERIFY(store.held.count("b") == 0); // it has not ended
         mine.entries.endBatch();
-        mine.send(false, false);
+        mine.send();
         mine.edit("c", text("alone"));
-        mine.send(false, false);
+        mine.send();
         QVERIFY(store.held.count("b") == 0);
         QVERIFY(store.held.count("c") == 1);
         mine.resolve({}, true);
-        mine.send(false, false);
+        mine.send();
         QVERIFY(*store.held.at("a").first.value == text("mine"));
         QCOMPARE(store.held.at("a").first.revision, store.held.at("b").first.revision);
     }
@@ -336,9 +435,9 @@ private slots:
         mine.send(isRequestLost, true);
         if (isOvertaken) {
             theirs.edit("a", text("theirs"));
-            theirs.send(false, false);
+            theirs.send();
         }
-        mine.send(false, false);
+        mine.send();
         QCOMPARE(mine.entries.hasConflicts(), isOvertaken);
         QCOMPARE(mine.entries.getEdits().empty(), !isOvertaken);
         QCOMPARE(store.events.size(), std::size_t(1)); // nobody has written twice

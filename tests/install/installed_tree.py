@@ -46,12 +46,23 @@ def build(source, *options):
 
 
 class InstalledTree(unittest.TestCase):
+    def test_the_module_for_stores_is_beside_the_libraries(self):
+        module = TREE / "lib/vantry/modules/libvantry-etcd.so"
+        nobody = "etcd://127.0.0.1:1/store"
+        self.assertIn("127.0.0.1:1: ", run(TREE / "bin/vantry", "list", nobody, code=4))
+        away = module.rename(module.with_suffix(".away"))
+        try:
+            self.assertIn("vantry-etcd", run(TREE / "bin/vantry", "list", nobody, code=4))
+        finally:
+            away.rename(module)
+
     def test_programs_find_their_libraries_and_the_plug_in(self):
         for program in ("vantry", "vantry-desk"):
             self.assertIn(VERSION, run(TREE / "bin" / program, "-V"))
             needed = run("ldd", TREE / "bin" / program)
             self.assertNotIn("not found", needed)
             self.assertIn(f"{TREE}/bin/../lib/libvantry_core.so.1", needed)
+            self.assertNotIn("grpc", needed)  # only who opens a store loads that
         ini = file("app.ini", INI)
         self.assertEqual(run(TREE / "bin/vantry", "get", ini, "pump.speed"), "1200\n")
 
@@ -123,8 +134,10 @@ class InstalledTree(unittest.TestCase):
         run("desktop-file-validate", share / "applications/vantry-desk.desktop")
         run("appstreamcli", "validate", "--no-net", share / "metainfo/org.vantry.desk.metainfo.xml")
         for program in ("vantry", "vantry-desk"):
-            manual = share / "man/man1" / f"{program}.1"
-            self.assertEqual(run("groff", "-man", "-ww", "-z", "-Kutf8", manual), "")
+            for language, name in (("man", "NAME"), ("man/de", "BEZEICHNUNG")):
+                manual = share / language / "man1" / f"{program}.1"
+                self.assertEqual(run("groff", "-man", "-ww", "-z", "-Kutf8", manual), "")
+                self.assertIn(f'.SH "{name}"', manual.read_text(encoding="utf-8"))
         run("update-mime-database", share / "mime")
         monitor = file("list.dap", "a.b\n")
         kind = run("gio", "info", "-a", "standard::content-type", monitor, XDG_DATA_DIRS=f"{share}:/usr/share",

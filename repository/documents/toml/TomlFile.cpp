@@ -59,8 +59,7 @@ void TomlFile::setTag(NodeId valueNode, Type type)
 {
     const StatementId statement = tree.node(valueNode).statement;
     const std::string lead(tree.leadOf(statement));
-    const std::size_t lineEndAt = lead.find_last_not_of("\r\n") + 1;
-    const std::size_t line = lead.rfind('\n', lineEndAt - 1) + 1;
+    const std::size_t line = withoutTypeTags(lead).size();
     const std::string tag = type == Type::Group ? std::string() : renameTypeTag(lead.substr(line), type);
     tree.setLead(statement, lead.substr(0, line) + tag);
     tree.node(valueNode).tag = type;

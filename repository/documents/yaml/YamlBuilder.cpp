@@ -1,11 +1,9 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
 #include "repository/documents/common/Pipeline.h"
-#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
-#include "repository/documents/yaml/YamlTypes.h"
 
 #include <algorithm>
 
@@ -42,8 +40,8 @@ std::size_t beginOf(const YamlEvent& event)
 
 } // namespace
 
-YamlBuilder::YamlBuilder(YamlTree& yamlTree)
-    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos)
+YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsElements)
+    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos), fills(fillsElements)
 {
 }
 
@@ -56,7 +54,7 @@ Outcome YamlBuilder::build()
     stream.style = YamlStyle::Stream;
     frames.emplace_back();
     frames.back().id = tree.read(stream);
-    YamlReader reader(source());
+    YamlReader reader(source(), fills);
     Outcome outcome;
     Pipeline<YamlEvent> events([&](const YamlEvent& event) {
         outcome = take(event);
@@ -78,10 +76,11 @@ Outcome YamlBuilder::take(const YamlEvent& event)
         return outcomeAt(source(), event.token.begin,
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
+    const Outcome indentation = checkBrackets(event);
+    if (!indentation.ok())
+        return indentation;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
-        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
-        if (begin < source().size() && source()[begin] == '%')
-            tree.noteDirective();
+        readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
     }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
@@ -100,6 +99,35 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     } else {
         close(event);
     }
+    return fault;
+}
+
+// What libfyaml lets pass where brackets may close in any column: in them, a line that a tab indents less
+// than the block around them demands, and a ":" on such a line.
+Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
+{
+    const std::string_view text = source();
+    const Frame& frame = frames.back();
+    if (!tree.node(frame.id).isFlow() || !event.token.exists() || isEnd(event.kind))
+        return {};
+    const auto isShort = [&](std::size_t at) { // the first of its line
+        const std::size_t line = findYamlLine(text, at);
+        const auto block = std::find_if(frames.rbegin(), frames.rend(), [this](const Frame& each) {
+            return tree.node(each.id).style == YamlStyle::Block;
+        });
+        return block != frames.rend() && skipYamlBlanks(text, line) == at &&
+               text.find_first_not_of(' ', line) - line <= columnOfYaml(text, tree.node(block->id).value);
+    };
+    const std::size_t begin = std::min(beginOf(event), event.token.begin);
+    if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
+        return outcomeAt(text, begin, "a tab indents a line in brackets, where YAML wants blanks");
+    if (!frame.isMap || !frame.hasKey || text[frame.keyEnd] == ':')
+        return {};
+    const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
+    const std::size_t before = text.find_last_not_of(" \t\r\n", frame.key - 1);
+    if (text[colon] == ':' && text[before] != '?' && isShort(colon))
+        return outcomeAt(text, colon,
+                         "a \":\" below its key is not indented more than what is around the brackets");
     return {};
 }
 
@@ -197,6 +225,7 @@ void YamlBuilder::endKey(std::size_t end)
     Frame& frame = frames.back();
     frame.hasKey = true;
     frame.keyEnd = lastEnd = end;
+    frame.hasMerge = frame.hasMerge || namesMerge(frame);
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -206,7 +235,11 @@ void YamlBuilder::placeEmpty(YamlNode& node)
     const Frame& frame = frames.back();
     const std::size_t next = skipYamlTrivia(source(), at);
     const bool isStream = tree.node(frame.id).style == YamlStyle::Stream;
-    if (!isStream && next < source().size() && source()[next] == (frame.isMap ? ':' : '-'))
+    const std::size_t behind = next + 1;
+    const bool isAlone = behind >= source().size() || isYamlBlank(source()[behind]) ||
+                         isYamlBreak(source()[behind]) ||
+                         (tree.node(frame.id).isFlow() && source().find_first_of(",]}", behind) == behind);
+    if (!isStream && next < source().size() && isAlone && source()[next] == (frame.isMap ? ':' : '-'))
         at = next + 1;
     else
         node.lacksColon = frame.isMap;
@@ -244,20 +277,9 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
         end = line;
     }
     const bool hasLines = end > lines;
-    end = hasLines ? endOfYamlContent(text, end) : headerEnd;
-}
-
-Type YamlBuilder::readTag(std::size_t begin) const
-{
-    if (!mayHaveTags)
-        return Type::Group;
-    const std::size_t line = findYamlLine(source(), begin);
-    const std::string_view above =
-        line > lastEnd ? source().substr(lastEnd, line - lastEnd) : std::string_view();
-    if (!endsInTypeTag(above))
-        return Type::Group;
-    const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
-    return *readTypeTag(last.substr(last.find_last_of("\r\n") + 1));
+    const std::size_t tail = skipYamlTail(text, headerEnd); // with a comment, which goes on with the header
+    const bool hasComment = skipYamlBlanks(text, headerEnd) < tail;
+    end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
 }
 
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
@@ -311,9 +333,8 @@ void YamlBuilder::addScalar(const YamlEvent& event)
         placeEmpty(node);
     }
     if (event.tag.exists()) {
-        const auto tag = source().substr(event.tag.begin, event.tag.end - event.tag.begin);
         const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
-        node.isTagged = typeOfYamlTag(tag) == Type::Group || !isLast;
+        node.isTagged = typeOf(event.tag) == Type::Group || !isLast;
         if (!node.isTagged)
             node.value = offset(event.tag.begin);
     }
@@ -355,6 +376,7 @@ void YamlBuilder::close(const YamlEvent& event)
 {
     const NodeId id = frames.back().id;
     const std::string name = std::move(frames.back().anchor);
+    const bool hasMerge = frames.back().hasMerge;
     frames.pop_back();
     YamlNode& node = tree.node(id);
     if (node.style == YamlStyle::Flow)
@@ -372,14 +394,14 @@ void YamlBuilder::close(const YamlEvent& event)
         tree.numberMembers(id);
     else
         closeSequence(id);
+    if (hasMerge)
+        inherit(id);
 }
 
 void YamlBuilder::closeSequence(NodeId id)
 {
     YamlNode& node = tree.node(id);
-    const bool isMerge =
-        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
-    if (isMerge && node.count > 0) {
+    if (tree.isMergeKey(id) && node.count > 0) {
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;

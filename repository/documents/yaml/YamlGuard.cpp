@@ -57,7 +57,7 @@ void YamlGuard::Cursor::advance(bool goesIn)
 
 void YamlGuard::Cursor::skipHidden()
 {
-    while (id != noNode && isHidden())
+    while (id != noNode && (file.tree.node(id).isShared || isHidden())) // copies are as what they show
         advance(false);
 }
 
@@ -65,6 +65,9 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
 {
     const YamlNode& old = former.tree.node(before);
     const YamlNode& now = edited.tree.node(after);
+    if (old.isAlias && now.isAlias)
+        return former.tree.text(old.begin, old.valueEnd) == edited.tree.text(now.begin, now.valueEnd) &&
+               showsSame(before, after);
     if (old.kind != now.kind && !(old.isSequence() && now.isSequence()))
         return false;
     if (old.isAlias != now.isAlias || old.tag != now.tag || old.isTagged != now.isTagged ||
@@ -75,6 +78,15 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
     const std::string_view text = former.tree.valueText(before);
     return text == edited.tree.valueText(after) &&
            (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
+}
+
+// Of aliases, whose targets are compared by themselves.
+bool YamlGuard::showsSame(NodeId before, NodeId after) const
+{
+    const YamlTree::Origin origin = former.tree.originOf(before);
+    const bool isValue = origin.node != noNode && origin.node != changed && !origin.isKey &&
+                         former.tree.node(before).isLeaf() && edited.tree.node(after).isLeaf();
+    return !isValue || Documents::isSame(former.read(before), edited.read(after));
 }
 
 bool YamlGuard::isSame(NodeId before, NodeId after) const
@@ -107,7 +119,10 @@ std::string YamlGuard::findFault() const
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
-        before.skipHidden();
+        for (; before.id != noNode && before.isHidden(); before.advance(false)) {
+            if (removable != noNode && before.id != removable)
+                return "with it, the entry at " + nameOf(before.id) + " would go";
+        }
         after.skipHidden();
         if (before.id == noNode && after.id == noNode)
             return {};
@@ -133,7 +148,7 @@ bool YamlGuard::keepsMoved() const
                 top = cursor.depth;
                 groups.emplace_back();
             }
-            if (isWithin)
+            if (isWithin && !cursor.file.tree.node(cursor.id).isShared)
                 groups.back().push_back(cursor.id);
             cursor.advance(true);
         }
