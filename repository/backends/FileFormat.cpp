@@ -184,7 +184,8 @@ QByteArray FileFormat::beginningOf(const QString& file)
     QFile content(file);
     const bool isReadable =
         refusalOfKind(file).isEmpty() && content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    return isReadable ? content.read(std::min<qint64>(enough, content.size())) : QByteArray();
+    const qint64 size = isReadable ? content.size() : 0; // which files of the kernel do not tell
+    return isReadable ? content.read(size > 0 ? std::min<qint64>(enough, size) : enough) : QByteArray();
 }
 
 QString FileFormat::ofFile(const QString& file)

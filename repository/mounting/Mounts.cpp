@@ -30,7 +30,10 @@ void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
 // The names of all, which are thousands where folders are open: edited in place, and not copied for each.
 void editNames(NodeWriter& nodes, const std::function<void(QString& names)>& edit)
 {
-    nodes.editText(*nodes.find(QString(backendNamesPath)), edit);
+    const QString path = backendNamesPath;
+    if (!nodes.find(path))
+        setOwn(nodes, path, {});
+    nodes.editText(*nodes.find(path), edit);
 }
 
 void appendName(QString& names, const QString& name)

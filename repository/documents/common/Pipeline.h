@@ -57,7 +57,8 @@ public:
     }
 
 private:
-    static constexpr std::size_t batchCount = 4;
+    static constexpr std::size_t batchCount =
+        16; // so that one thread may be ahead while the other waits for a processor
     static constexpr std::size_t batchSize = 512;
     static constexpr std::size_t few = 4096; // take less time than a thread is worth
 
