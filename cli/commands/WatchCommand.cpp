@@ -142,8 +142,8 @@ Command watch()
             "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
             "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.\n"
             "With --json: an object a line, with \"change\" (changed, created or removed), \"path\" and, "
-            "unless "
-            "it is removed, \"type\" and \"value\"."),
+            "unless it is "
+            "removed, \"type\" and \"value\"; \"origin\" is \"fleet\" for what comes from a store."),
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
         {jsonOption, nullOption},
         {"vantry watch app.ini", "vantry watch app.ini 'server.*'"},

@@ -176,6 +176,14 @@ private:
         if (!std::all_of(all.begin(), all.end(),
                          [this](const auto& path) { return document->contains(path); }))
             wrong = "an entry cannot be found";
+        const auto fresh = Repository::Documents::makeDocument(type);
+        const std::string path = all.empty() ? std::string() : pick(all);
+        const auto place = document->locate(path);
+        const auto freshPlace = fresh->parse(document->getBytes()).ok() ? fresh->locate(path) : place;
+        if (!wrong &&
+            (place.has_value() != freshPlace.has_value() ||
+             (place && (place->offset != freshPlace->offset || place->length != freshPlace->length))))
+            wrong = "an entry is not where it is when the file is read again";
     }
 
     // Renames an entry of another document with the same text, or puts its excerpt beside it and takes that

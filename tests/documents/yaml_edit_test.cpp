@@ -106,6 +106,8 @@ private slots:
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("lines above blanks", "a: x\n      \nb: 1\n", setTo("a", text("y\n")),
+            "a: \"y\\n\"\n      \nb: 1\n");
         row("empty block", "a: |+ # c\nb: 1\n", setTo("a", text("x")), "a: |- # c\n  x\nb: 1\n");
         row("end of a block at the end", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
         row("ends at the end", "a: |\n  x", setTo("a", text("y\n\n")), "a: \"y\\n\\n\"");
@@ -191,6 +193,35 @@ private slots:
         row("element in brackets", "l: [\n  # one\n  {a: 1}, # x\n  # two\n  5, # y\n]\n", move("l.0", "l.1"),
             "l: [\n  # two\n  5, # y\n  # one\n  {a: 1}, # x\n]\n");
         row("element over others", "l: [1, {a: 2}, 3]\n", move("l.2", "l.0"), "l: [3, 1, {a: 2}]\n");
+        row("element with comments", "l:\n  # of a\n  - a: 1 # x\n    # in\n    b: 2\nm:\n- 1 # y\n- 2\n",
+            copyTo("l.0", "m.1"),
+            "l:\n  # of a\n  - a: 1 # x\n    # in\n    b: 2\nm:\n- 1 # y\n# of a\n- a: 1 # x\n  # in\n  b: "
+            "2\n- 2\n");
+        row("element as a member", "- - a: 1 # x\n    b: 2\n- {}\n", copyTo("0.0", "1.k"),
+            "- - a: 1 # x\n    b: 2\n-\n  k:\n    a: 1 # x\n    b: 2\n");
+        row("member as an element", "a:\n    # of b\n    b:\n        c: 1 # x\n        d: 2\nl: [] # l\n",
+            copyTo("a.b", "l.0"),
+            "a:\n    # of b\n    b:\n        c: 1 # x\n        d: 2\nl: # l\n    # of b\n    -   c: 1 # x\n"
+            "        d: 2\n");
+        row("list as an element", "a:\n- 1 # x\n# of 2\n- 2\nl:\n- {}\n", copyTo("a", "l.0"),
+            "a:\n- 1 # x\n# of 2\n- 2\nl:\n- - 1 # x\n  # of 2\n  - 2\n- {}\n");
+        row("text of a list", "a:\n- x # x\n- |\n  y\nb:\n    - 1\n", copyTo("a.1", "b.0"),
+            "a:\n- x # x\n- |\n  y\nb:\n    - |\n      y\n    - 1\n");
+        row("item into a block", "a: [\n  # of x\n  x, # x\n  y\n]\nb:\n- 1\n", copyTo("a.0", "b.1"),
+            "a: [\n  # of x\n  x, # x\n  y\n]\nb:\n- 1\n# of x\n- x # x\n");
+        row("element into brackets", "a:\n# of x\n- 'x' # x\n- 1\nb: [\n  1, # 1\n  2 # 2\n]\n",
+            copyTo("a.0", "b.2"),
+            "a:\n# of x\n- 'x' # x\n- 1\nb: [\n  1, # 1\n  2, # 2\n  # of x\n  'x' # x\n]\n");
+        row(
+            "taken with its comments", "a: [\n  # of x\n  x, # x\n  y\n]\n",
+            [](Document& document) { return document.removeExcerpt("a.0"); }, "a: [\n  y\n]\n");
+        row("list with an alias", "a: &x v\nl: # l\n- *x # one\n- b\n- c # three\n",
+            setTo("l", list({"v", "c"})), "a: &x v\nl: # l\n- *x # one\n- c # three\n");
+        row("alias of a list", "a: &x v\nl: [*x, b]\n", setTo("l", list({"w", "b"})), "a: &x v\nl: [w, b]\n");
+        row("anchor in a list", "l: [&x v, b]\na: *x\n", setTo("l", list({"v", "c", "no"})),
+            "l: [&x v, c, \"no\"]\na: *x\n");
+        row("handle with another meaning", "%TAG !! tag:example.com,2000:\n---\na: !!int 5\n",
+            setTo("a", text("x")), "%TAG !! tag:example.com,2000:\n---\na: !!int x\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
@@ -212,6 +243,7 @@ private slots:
     void refuses_data()
     {
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
+        row("key of two lines", "{a\n b, c: 1}\n", setTo("a b", integer(1)), "has no \":\"");
         row("colon of the next key", "? - a\n:b: 1\n", setTo("- a", integer(1)), "has no \":\"");
         row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
         row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
@@ -227,14 +259,18 @@ private slots:
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
-        row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "something else there");
+        row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
+        row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
+            "what is around it");
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
-            "not be YAML any more");
+            "what is around it");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
         row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
         row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),
             "would take them over");
         row("behind a tab", "a:\n \tb\n", setTo("a", text("no")), "indented by a tab");
+        row("anchor of a list", "l: [&x v, b]\na: *x\n", setTo("l", list({"b"})), "is used at line 2");
         row("lines of a pair", "[a: 1]\n", add("0.b", integer(1)), "can have no other");
     }
 
@@ -248,6 +284,26 @@ private slots:
         const Outcome outcome = edit(*document);
         QVERIFY2(outcome.error.find(error.toStdString()) != std::string::npos, outcome.error.c_str());
         QCOMPARE(QByteArray::fromStdString(document->getBytes()), before);
+    }
+
+    // A document by its values would lose the comments that are in no entry of it.
+    void hasCommentsInDocuments()
+    {
+        const auto document = makeDocument("yaml");
+        QVERIFY(document->parse("a: 1\n---\n# of b\nb: 2\n---\nc: '#'\n---\nd: 4\n# end\n").ok());
+        QVERIFY(!document->hasComments("0"));
+        QVERIFY(document->hasComments("1"));
+        QVERIFY(!document->hasComments("2"));
+        QVERIFY(document->hasComments("3"));
+    }
+
+    void refusesTypesOfOtherHandles()
+    {
+        const auto document = makeDocument("yaml");
+        const Outcome outcome =
+            document->parse("%TAG !e! tag:yaml.org,2002:\n---\na: !e!str 5\nb: !e!int 5\n");
+        QVERIFY2(outcome.error.find("write \"!!int\"") != std::string::npos, outcome.error.c_str());
+        QCOMPARE(outcome.line, std::size_t(4));
     }
 
     // Scalars of real files, and of one that always is there, become values that are hard to write: one value

@@ -6,9 +6,25 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Repository::Documents {
+
+// Finds the node that holds the value of an entry, or says why the entry can have no such value.
+template <typename File>
+Outcome findSettable(const File& file, std::string_view path, const Value& value, NodeId& valueNode)
+{
+    const NodeId id = file.find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    valueNode = file.valueNodeOf(id);
+    if (valueNode == noNode)
+        return refused(quoted(path) + " is a group, which has no value of its own");
+    if (value.type == Type::Group)
+        return refused(quoted(path) + " has a value and cannot become a group");
+    return {};
+}
 
 // Walks over the entries of a syntax tree in its order, and calls back with the path of each, its node, and
 // the one of its value or noNode. The file says what its nodes are: isShown, false for one that is no entry,

@@ -1,11 +1,9 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
 #include "repository/documents/common/Pipeline.h"
-#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
-#include "repository/documents/yaml/YamlTypes.h"
 
 #include <algorithm>
 
@@ -82,9 +80,7 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     if (!indentation.ok())
         return indentation;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
-        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
-        if (begin < source().size() && source()[begin] == '%')
-            tree.noteDirective();
+        readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
     }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
@@ -103,7 +99,7 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     } else {
         close(event);
     }
-    return {};
+    return fault;
 }
 
 // What libfyaml lets pass where brackets may close in any column: in them, a line that a tab indents less
@@ -286,20 +282,6 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
     end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
 }
 
-Type YamlBuilder::readTag(std::size_t begin) const
-{
-    if (!mayHaveTags)
-        return Type::Group;
-    const std::size_t line = findYamlLine(source(), begin);
-    const bool isAtLine = findYamlLine(source(), lastEnd) == lastEnd;
-    const std::size_t from = isAtLine ? lastEnd : skipYamlLine(source(), lastEnd); // not behind another entry
-    const std::string_view above = line > from ? source().substr(from, line - from) : std::string_view();
-    if (!endsInTypeTag(above))
-        return Type::Group;
-    const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
-    return *readTypeTag(last.substr(last.find_last_of("\r\n") + 1));
-}
-
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
 {
     Frame& frame = frames.back();
@@ -351,9 +333,8 @@ void YamlBuilder::addScalar(const YamlEvent& event)
         placeEmpty(node);
     }
     if (event.tag.exists()) {
-        const auto tag = source().substr(event.tag.begin, event.tag.end - event.tag.begin);
         const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
-        node.isTagged = typeOfYamlTag(tag) == Type::Group || !isLast;
+        node.isTagged = typeOf(event.tag) == Type::Group || !isLast;
         if (!node.isTagged)
             node.value = offset(event.tag.begin);
     }

@@ -73,14 +73,18 @@ private:
     bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;
+    void readDirectives(std::size_t begin, std::size_t end);
+    Type typeOf(const YamlRange& tag);
     std::string_view source() const { return tree.getOriginal(); }
 
     YamlTree& tree;
     std::vector<Frame> frames;
     std::unordered_map<std::string, Anchor> anchors;
-    std::unordered_map<NodeId, NodeId> mergeTargets; // of the aliases in merges
-    bool mayInherit = true;                          // not more than all copies may be
-    std::size_t lastEnd = 0;                         // of what was read
+    std::unordered_map<NodeId, NodeId> mergeTargets;          // of the aliases in merges
+    std::unordered_map<std::string, std::string> tagPrefixes; // by their handles
+    Outcome fault;
+    bool mayInherit = true;  // not more than all copies may be
+    std::size_t lastEnd = 0; // of what was read
     std::size_t keyDepth = 0;
     std::size_t copies = 0;
     bool mayHaveTags;

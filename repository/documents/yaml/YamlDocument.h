@@ -63,6 +63,7 @@ public:
 private:
     // Reads the text with the edits so far, so that its tree is as it was read.
     void settle();
+    bool settleValue(NodeId id);
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
     enum class Kind { Insertion, Renaming, Moving, Removal };
@@ -73,8 +74,11 @@ private:
     Outcome remove(std::string_view path, bool withComments);
     Outcome insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected);
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;
+    Outcome setElements(std::string_view path, const Value& value);
     Outcome restore(std::string_view path, NodeId valueNode);
     Outcome respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling);
+    Outcome put(NodeId valueNode, const std::string& spelling);
+    bool isReadAlike() const;
     Outcome rewrite(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;
 

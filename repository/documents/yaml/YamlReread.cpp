@@ -11,6 +11,7 @@ namespace Repository::Documents {
 namespace {
 
 constexpr std::string_view keyAbove = "k:\n";
+constexpr int mostTries = 3;        // before all is read, which is not much more
 constexpr std::size_t markSize = 8; // of which a text in another encoding may be told
 
 bool isIn(std::string_view text, std::string_view piece)
@@ -66,18 +67,14 @@ YamlReread::YamlReread(YamlFile& yamlFile, const YamlEditor& yamlEditor)
 
 bool YamlReread::read()
 {
-    for (; near != noNode && tree.node(near).parent != noNode; near = tree.node(near).parent) {
-        if (!isInBlock(near) || !findRun())
-            continue;
-        if ((run.textEnd - run.begin) * 2 > tree.getOriginal().size())
-            break;
-        if (!readPart())
-            continue;
-        near = tree.node(near).parent;
-        return true;
+    bool isRead = false;
+    for (; !isRead && near != noNode && tree.node(near).parent != noNode && tries < mostTries;
+         near = tree.node(near).parent) {
+        const bool mayBeRead = isInBlock(near) && findRun();
+        tries += mayBeRead ? 1 : 0;
+        isRead = mayBeRead && readPart();
     }
-    near = noNode;
-    return false;
+    return isRead;
 }
 
 // Whether nothing but blanks and brackets of blocks is around it.

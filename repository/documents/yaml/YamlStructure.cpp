@@ -8,6 +8,7 @@
 #include "repository/documents/yaml/YamlReread.h"
 #include "repository/documents/yaml/YamlSubtrees.h"
 #include "repository/documents/yaml/YamlTokens.h"
+#include "repository/documents/yaml/YamlValues.h"
 
 #include <algorithm>
 
@@ -42,13 +43,32 @@ std::vector<YamlWanted> wantedAt(std::string_view path, const std::vector<Entry>
 
 } // namespace
 
+// One value alone is read again with what is around it.
 void YamlDocument::settle()
 {
     if (!file->isEdited())
         return;
+    const std::vector<NodeId> edited = file->editedNodes();
+    if (edited.size() == 1 && settleValue(edited.front()))
+        return;
     auto fresh = std::make_unique<YamlFile>(file->writeText(), file->encoding);
     if (fresh->readText().ok())
         file = std::move(fresh);
+}
+
+bool YamlDocument::settleValue(NodeId id)
+{
+    const std::string text(file->tree.valueText(id));
+    YamlValues values(*file);
+    values.restore(id);
+    file->tree.takeValue(id);
+    YamlEditor editor(*file);
+    editor.replaceText(id, text);
+    editor.noteChanged(id);
+    const auto settled = rereadPart(editor, Kind::Insertion, noNode, {});
+    if (!settled)
+        values.putText(id, text);
+    return settled.has_value();
 }
 
 Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,

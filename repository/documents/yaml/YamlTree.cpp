@@ -20,6 +20,13 @@ void YamlTree::restoreValue(NodeId id)
     nodes[id].hasOwnTexts = false;
 }
 
+void YamlTree::takeValue(NodeId id)
+{
+    restoreValue(id);
+    for (YamlNode& node : nodes) // also where a value was edited and restored
+        node.touched = false;
+}
+
 std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
 {
     const YamlNode& node = nodes[id];

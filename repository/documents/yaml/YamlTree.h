@@ -38,6 +38,9 @@ public:
     std::string_view valueText(NodeId id) const;
     std::string_view readValueText(NodeId id) const { return text(nodes[id].value, nodes[id].valueEnd); }
     void restoreValue(NodeId id);
+
+    // The only edited value, whose text is read again.
+    void takeValue(NodeId id);
     bool isEdited(NodeId id) const { return nodes[id].hasOwnTexts; }
 
     // The decoded key, in the text or in the buffer.

@@ -17,7 +17,8 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " names what is merged into its map; change that instead");
     const bool isBelowCollection = node.hasKey && node.keyStyle > YamlStyle::Double;
     const bool hasNoPlace = isBelowCollection && node.value == node.valueEnd; // its ":" may be one of the key
-    if ((node.lacksColon && !file.isInFlow(id)) || hasNoPlace)
+    const bool mayGetColon = file.isInFlow(id) && !hasYamlBreak(tree.text(node.key, node.keyEnd));
+    if ((node.lacksColon && !mayGetColon) || hasNoPlace)
         return outcomeAt(text, node.key,
                          "the key of " + quoted(path) + " has no \":\" that a value could follow");
     if (node.isShared)
@@ -36,6 +37,17 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                                  " is an alias or has one, which would be lost");
     }
     return {};
+}
+
+bool YamlValues::hasLinkedElements(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.kind != YamlKind::List || node.isShared || node.isAlias || tree.isEdited(id))
+        return false;
+    NodeId item = node.first;
+    while (item != noNode && !tree.node(item).isAlias && !tree.node(item).isUsed)
+        item = tree.node(item).next;
+    return item != noNode;
 }
 
 bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
@@ -150,8 +162,13 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 
 void YamlValues::put(NodeId id, const std::string& spelling)
 {
-    tree.setText(id, YamlPart::Value, withLead(id, spelling));
-    noteText(id, isTextSpelling(id, spelling));
+    putText(id, withLead(id, spelling));
+}
+
+void YamlValues::putText(NodeId id, std::string text)
+{
+    tree.setText(id, YamlPart::Value, std::move(text));
+    noteText(id, isTextSpelling(id, file.bareText(id)));
 }
 
 void YamlValues::restore(NodeId id)
