@@ -47,6 +47,7 @@ private:
         std::size_t depth = 0;
 
         bool isHidden() const;
+        bool isCopy() const { return file.tree.node(id).isShared; } // which is as what it shows
         void advance(bool goesIn);
         void skipHidden();
     };
