@@ -153,6 +153,13 @@ StoreResult StoreFollower::checkIdentity()
     if (!result.ok())
         return result;
     const std::string found = page.entries.empty() ? std::string() : page.entries.front().value;
+    if (found.empty() && meta.empty()) { // whoever comes first says which store it is
+        StoreReply reply;
+        const std::string fresh = StoreContext::newMeta();
+        if (context.transport->write({{context.metaKey(), fresh, 0, 0}}, reply).ok() && reply.isWritten)
+            meta = fresh;
+        return result;
+    }
     return found == meta || meta.empty()
                ? result
                : StoreResult{Status::Compacted, "the store is another one than before"};

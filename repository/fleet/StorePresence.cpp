@@ -51,8 +51,6 @@ void StorePresence::begin()
         {{context.sessionKey(), ownValue(), StoreChange::anyRevision, lease}}, reply);
     if (result.status == StoreResult::Status::Refused)
         due = Clock::now() + retryingAfter;
-    // Whoever comes first says how the store is written.
-    context.transport->write({{context.metaKey(), StoreContext::newMeta(), 0, 0}}, reply);
 }
 
 void StorePresence::end()

@@ -106,6 +106,8 @@ private slots:
         row("kept ends", "a: |\n  x\nb: 1\n", setTo("a", text("y\n\n")), "a: |+\n  y\n\nb: 1\n");
         row("ends before a gap", "a: |\n  x\n\nb: 1\n", setTo("a", text("y\n\n")),
             "a: \"y\\n\\n\"\n\nb: 1\n");
+        row("lines above blanks", "a: x\n      \nb: 1\n", setTo("a", text("y\n")),
+            "a: \"y\\n\"\n      \nb: 1\n");
         row("empty block", "a: |+ # c\nb: 1\n", setTo("a", text("x")), "a: |- # c\n  x\nb: 1\n");
         row("end of a block at the end", "a: |\n  x", setTo("a", text("y\n")), "a: |\n  y\n");
         row("ends at the end", "a: |\n  x", setTo("a", text("y\n\n")), "a: \"y\\n\\n\"");
@@ -241,6 +243,7 @@ private slots:
     void refuses_data()
     {
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
+        row("key of two lines", "{a\n b, c: 1}\n", setTo("a b", integer(1)), "has no \":\"");
         row("colon of the next key", "? - a\n:b: 1\n", setTo("- a", integer(1)), "has no \":\"");
         row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
         row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
@@ -256,9 +259,12 @@ private slots:
         row("tag", "a: !x 1\n", setTo("a", integer(2)), "says what it is");
         row("comments in a list", "a:\n- x # c\n", setTo("a", integer(2)), "comments");
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
-        row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "something else there");
+        row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
+        row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
+            "what is around it");
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
-            "not be YAML any more");
+            "what is around it");
         row("not UTF-8", "a: 1\n", setTo("a", text("\xFF")), "not valid UTF-8");
         row("one of two documents", "a: 1\n---\nb: 2\n", drop("0"), "of two documents none");
         row("before directives", "%YAML 1.2\n---\na: 1\n---\nb: 2\n", addElement("0", {{"c", integer(3)}}),

@@ -28,7 +28,7 @@ private slots:
         QCOMPARE(run({"list", "plant"}).output, QByteArray("line.name = 05\nline.speed = 5.0\n"));
         QCOMPARE(run({"set", "plant", "line.speed", "fast"}).exitCode, 3);
         QCOMPARE(run({"get", "plant", "line.none"}).exitCode, 1);
-        QCOMPARE(run({"remove", "plant", "line.name"}).errors, QByteArray());
+        QCOMPARE(run({"rm", "plant", "line.name"}).errors, QByteArray());
         QCOMPARE(run({"list", "plant"}).output, QByteArray("line.speed = 5.0\n"));
         QCOMPARE(outside().readAll(prefix()).size(), std::size_t(1));
     }

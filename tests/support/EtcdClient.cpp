@@ -192,7 +192,7 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
             for (const Event& event : response.events()) {
                 if (event.kv().key().compare(0, prefix.size(), prefix) == 0)
                     changes.push_back(changeOf(event));
-                isComplete = event.kv().mod_revision() == end;
+                isComplete = isComplete || event.kv().mod_revision() == end;
             }
         }
     }

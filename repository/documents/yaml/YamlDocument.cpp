@@ -71,11 +71,9 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
         outcome.error = file->encoding.findRefusal(*spelled);
     if (!outcome.ok())
         return outcome;
-    if (tag != formerTag || file->isDelicate(valueNode) ||
-        YamlLinks(*file).reshapesLists(valueNode, *spelled))
+    if (tag != formerTag || YamlLinks(*file).reshapesLists(valueNode, *spelled))
         return rewrite(path, *spelled, tag);
-    values.put(valueNode, *spelled);
-    return {};
+    return put(valueNode, *spelled);
 }
 
 // To the spelling that was read.
@@ -124,6 +122,37 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
                                            : "the text is not valid UTF-8, which YAML demands";
     return "YAML has no form for " + describeType(value.type) +
            ", and no comment above this entry tags its type";
+}
+
+// What is around a value may make something else of it, or of what follows.
+Outcome YamlDocument::put(NodeId valueNode, const std::string& spelling)
+{
+    YamlValues values(*file);
+    const bool wasEdited = file->tree.isEdited(valueNode);
+    const std::string former(file->bareText(valueNode));
+    values.put(valueNode, spelling);
+    if (!file->isDelicate(valueNode) || isReadAlike())
+        return {};
+    if (wasEdited)
+        values.put(valueNode, former);
+    else
+        values.restore(valueNode);
+    return refused("YAML would read something else there, because of what is around it");
+}
+
+// Whether the text with the edits so far has the entries that they should make.
+bool YamlDocument::isReadAlike() const
+{
+    YamlFile fresh(file->writeText(), file->encoding);
+    if (!fresh.readText().ok())
+        return false;
+    std::vector<Entry> wanted;
+    std::vector<Entry> read;
+    visitEntries(*file, [&](const Entry& entry) { wanted.push_back(entry); });
+    visitEntries(fresh, [&](const Entry& entry) { read.push_back(entry); });
+    return std::equal(
+        wanted.begin(), wanted.end(), read.begin(), read.end(),
+        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
 }
 
 // Reads the text with another value, since more than that changes. The comment that tags its type is on the
@@ -276,14 +305,11 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
         return outcome;
-    if (file->isDelicate(valueNode))
-        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
     if (isOriginal)
         return restore(path, valueNode);
     if (YamlLinks(*file).reshapesLists(valueNode, spelling))
         return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
-    values.put(valueNode, std::string(spelling));
-    return {};
+    return put(valueNode, std::string(spelling));
 }
 
 // Where it shows the same value.

@@ -77,6 +77,8 @@ private:
     Outcome setElements(std::string_view path, const Value& value);
     Outcome restore(std::string_view path, NodeId valueNode);
     Outcome respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling);
+    Outcome put(NodeId valueNode, const std::string& spelling);
+    bool isReadAlike() const;
     Outcome rewrite(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;
 

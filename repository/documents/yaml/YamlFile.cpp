@@ -16,6 +16,18 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+// Whether lines follow with nothing but blanks, which a block scalar may take up.
+bool hasBlankLines(std::string_view text, std::size_t line)
+{
+    const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", line), text.size());
+    const std::size_t end = content == text.size() ? content : findYamlLine(text, content);
+    return text.substr(line, end - line).find(' ') != std::string_view::npos;
+}
+
+} // namespace
+
 YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
     : tree(std::move(text)), encoding(std::move(textEncoding)), lineEnd(lineEndOf(tree.getOriginal()))
 {
@@ -160,6 +172,9 @@ std::string YamlFile::pathOf(NodeId id) const
 
 bool YamlFile::isArray(NodeId id) const
 {
+    const YamlTree::Origin origin = tree.isEdited(id) ? YamlTree::Origin() : tree.originOf(id);
+    if (origin.node != noNode && !origin.isKey)
+        id = origin.node;
     if (tree.isEdited(id))
         return isYamlList(bareText(id));
     // Documents that are nothing but texts would be a list elsewhere.
@@ -186,7 +201,8 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     const std::size_t trivia = std::min(text.find_first_not_of(" \t\r\n", end), text.size());
     const bool isBeforeComment = trivia < text.size() && text[trivia] == '#' &&
                                  (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
-    place.mayBreak = endsLine && !isBeforeComment && sharesLine(id) && !node.lacksColon;
+    place.mayBreak =
+        endsLine && !isBeforeComment && !hasBlankLines(text, next) && sharesLine(id) && !node.lacksColon;
     return place;
 }
 
@@ -196,16 +212,21 @@ bool YamlFile::isDelicate(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
         return true;
-    if (node.isSequence()) // a type tag above it names that of what it becomes
-        return endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
     if (isInFlow(id))
         return false;
-    const std::size_t line = findYamlLine(text, node.begin);
-    const bool isFirst = skipYamlBlanks(text, line) == node.begin;
+    const std::size_t around = blockAround(id);
     const std::size_t next = skipYamlLine(text, node.valueEnd);
     const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", next), text.size());
-    return (isFirst && columnOfYaml(text, node.begin) <= blockAround(id)) ||
-           text.substr(next, content - next).find('\t') != std::string_view::npos;
+    if (hasBlankLines(text, next) || text.substr(next, content - next).find('\t') != std::string_view::npos)
+        return true;
+    if (node.isSequence()) { // its end may take up comments, and a type tag above is that of what it becomes
+        const bool isBeforeComment =
+            content < text.size() && text[content] == '#' && columnOfYaml(text, content) > around;
+        return isBeforeComment ||
+               endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
+    }
+    const bool isFirst = skipYamlBlanks(text, findYamlLine(text, node.value)) == node.value;
+    return isFirst && columnOfYaml(text, node.value) <= around;
 }
 
 // Whether it is on the line of its key, "-" or "---". Elsewhere, libfyaml wants the lines of a block scalar

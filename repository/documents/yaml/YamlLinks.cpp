@@ -93,9 +93,7 @@ bool YamlLinks::reshapesLists(NodeId id, std::string_view spelling) const
                         (node.isTagged || readYamlScalar(spelling, 0).type == Type::String);
     for (const NodeId each : tree.sharersOf(id)) {
         const YamlNode& sharer = tree.node(each);
-        const bool isOther = isYamlList(spelling) != (sharer.kind == YamlKind::List) ||
-                             (!sharer.hasKey && sharer.isText != isText);
-        if (isOther && !tree.isEdited(each))
+        if (!sharer.hasKey && !tree.isEdited(each) && sharer.isText != isText)
             return true;
     }
     return false;

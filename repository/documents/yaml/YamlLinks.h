@@ -23,7 +23,8 @@ public:
     // Why a copy cannot be edited; an outcome with the place of what makes it one.
     Outcome explainCopy(std::string_view path, NodeId id) const;
 
-    // Whether with the value what shows it would become a list, or be in a list of texts, or not so any more.
+    // Whether the value would make a list of texts of a list in which an alias shows it, or the other way
+    // round.
     bool reshapesLists(NodeId id, std::string_view spelling) const;
 
 private:

@@ -17,7 +17,8 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " names what is merged into its map; change that instead");
     const bool isBelowCollection = node.hasKey && node.keyStyle > YamlStyle::Double;
     const bool hasNoPlace = isBelowCollection && node.value == node.valueEnd; // its ":" may be one of the key
-    if ((node.lacksColon && !file.isInFlow(id)) || hasNoPlace)
+    const bool mayGetColon = file.isInFlow(id) && !hasYamlBreak(tree.text(node.key, node.keyEnd));
+    if ((node.lacksColon && !mayGetColon) || hasNoPlace)
         return outcomeAt(text, node.key,
                          "the key of " + quoted(path) + " has no \":\" that a value could follow");
     if (node.isShared)
