@@ -57,7 +57,7 @@ void YamlGuard::Cursor::advance(bool goesIn)
 
 void YamlGuard::Cursor::skipHidden()
 {
-    while (id != noNode && (file.tree.node(id).isShared || isHidden())) // copies are as what they show
+    while (id != noNode && (isCopy() || isHidden()))
         advance(false);
 }
 
@@ -119,8 +119,8 @@ std::string YamlGuard::findFault() const
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
-        for (; before.id != noNode && before.isHidden(); before.advance(false)) {
-            if (removable != noNode && before.id != removable)
+        for (; before.id != noNode && (before.isCopy() || before.isHidden()); before.advance(false)) {
+            if (removable != noNode && before.id != removable && !before.isCopy())
                 return "with it, the entry at " + nameOf(before.id) + " would go";
         }
         after.skipHidden();
@@ -148,7 +148,7 @@ bool YamlGuard::keepsMoved() const
                 top = cursor.depth;
                 groups.emplace_back();
             }
-            if (isWithin && !cursor.file.tree.node(cursor.id).isShared)
+            if (isWithin && !cursor.isCopy())
                 groups.back().push_back(cursor.id);
             cursor.advance(true);
         }
