@@ -16,28 +16,6 @@ std::uint32_t offset(std::size_t at)
     return static_cast<std::uint32_t>(at);
 }
 
-bool isCollection(YamlEvent::Kind kind)
-{
-    return kind == YamlEvent::Kind::MapStart || kind == YamlEvent::Kind::SequenceStart;
-}
-
-bool isEnd(YamlEvent::Kind kind)
-{
-    return kind == YamlEvent::Kind::MapEnd || kind == YamlEvent::Kind::SequenceEnd;
-}
-
-std::size_t propertiesEnd(const YamlEvent& event, std::size_t otherwise)
-{
-    if (!event.anchor.exists() && !event.tag.exists())
-        return otherwise;
-    return std::max(event.anchor.exists() ? event.anchor.end : 0, event.tag.exists() ? event.tag.end : 0);
-}
-
-std::size_t beginOf(const YamlEvent& event)
-{
-    return std::min({event.anchor.begin, event.tag.begin, event.token.begin});
-}
-
 } // namespace
 
 YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsElements)
@@ -72,7 +50,7 @@ Outcome YamlBuilder::build()
 
 Outcome YamlBuilder::take(const YamlEvent& event)
 {
-    if (isCollection(event.kind) && frames.size() + keyDepth > maximumDepth)
+    if (event.isCollection() && frames.size() + keyDepth > maximumDepth)
         return outcomeAt(source(), event.token.begin,
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
@@ -88,13 +66,13 @@ Outcome YamlBuilder::take(const YamlEvent& event)
             lastEnd = event.token.end;
     } else if (isInKey()) {
         goOnInKey(event);
-    } else if (!isEnd(event.kind) && expectsKey()) {
+    } else if (!event.isEnd() && expectsKey()) {
         startKey(event);
     } else if (event.kind == YamlEvent::Kind::Scalar) {
         addScalar(event);
     } else if (event.kind == YamlEvent::Kind::Alias) {
         addAlias(event);
-    } else if (isCollection(event.kind)) {
+    } else if (event.isCollection()) {
         open(event);
     } else {
         close(event);
@@ -108,7 +86,7 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
 {
     const std::string_view text = source();
     const Frame& frame = frames.back();
-    if (!tree.node(frame.id).isFlow() || !event.token.exists() || isEnd(event.kind))
+    if (!tree.node(frame.id).isFlow() || !event.token.exists() || event.isEnd())
         return {};
     const auto isShort = [&](std::size_t at) { // the first of its line
         const std::size_t line = findYamlLine(text, at);
@@ -118,7 +96,7 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
         return block != frames.rend() && skipYamlBlanks(text, line) == at &&
                text.find_first_not_of(' ', line) - line <= columnOfYaml(text, tree.node(block->id).value);
     };
-    const std::size_t begin = std::min(beginOf(event), event.token.begin);
+    const std::size_t begin = std::min(event.begin(), event.token.begin);
     if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
         return outcomeAt(text, begin, "a tab indents a line in brackets, where YAML wants blanks");
     if (!frame.isMap || !frame.hasKey || text[frame.keyEnd] == ':')
@@ -131,101 +109,10 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
     return {};
 }
 
-bool YamlBuilder::expectsKey() const
-{
-    return frames.back().isMap && !frames.back().hasKey;
-}
-
 std::string YamlBuilder::nameOf(const YamlRange& anchor) const
 {
     return anchor.exists() ? std::string(source().substr(anchor.begin + 1, anchor.end - anchor.begin - 1))
                            : std::string();
-}
-
-void YamlBuilder::startKey(const YamlEvent& event)
-{
-    Frame& frame = frames.back();
-    frame.keyAnchor = nameOf(event.anchor);
-    frame.hasKeyProperties = event.anchor.exists() || event.tag.exists();
-    frame.keyText.clear();
-    const std::size_t begin = beginOf(event);
-    frame.tag = begin == YamlRange::npos || tree.node(frame.id).isFlow() ? Type::Group : readTag(begin);
-    const std::size_t end = propertiesEnd(event, lastEnd);
-    frame.keyStyle = event.style;
-    frame.key = event.token.begin;
-    if (isCollection(event.kind)) {
-        frame.keyStyle = YamlStyle::Flow;
-        frame.key = std::min(begin, event.token.begin);
-        keyDepth = 1;
-        lastEnd = std::max(end, event.token.end);
-        return;
-    }
-    if (event.kind == YamlEvent::Kind::Alias) {
-        frame.keyStyle = YamlStyle::Flow;
-        const auto anchor = anchors.find(nameOf(event.token));
-        const bool isKnown = anchor != anchors.end() && anchor->second.node != noNode;
-        if (isKnown && anchor->second.isKey) {
-            std::string buffer;
-            frame.keyText = tree.keyText(anchor->second.node, buffer);
-        } else if (isKnown && tree.node(anchor->second.node).kind == YamlKind::Scalar) {
-            const YamlNode& target = tree.node(anchor->second.node);
-            const std::string_view spelled = tree.readValueText(anchor->second.node);
-            frame.keyText = target.style == YamlStyle::Plain        ? decodeYamlPlain(spelled)
-                            : target.isBlockScalar()                ? decodeYamlBlock(spelled, 0)
-                            : !spelled.empty() && spelled[0] != '!' ? decodeYamlQuoted(spelled)
-                                                                    : std::string(spelled);
-            tree.node(anchor->second.node).isUsed = true;
-            tree.node(anchor->second.node).namesKey = true;
-            tree.noteAlias(anchor->second.node, event.token.begin);
-        }
-        return endKey(event.token.end);
-    }
-    if (!event.token.exists()) {
-        const YamlNode& map = tree.node(frame.id);
-        frame.key =
-            skipYamlTrivia(source(), map.first == noNode ? std::max<std::size_t>(end, map.value) : end);
-        if (map.isFlow() && frame.key < source().size() && source()[frame.key] == ',')
-            frame.key = skipYamlTrivia(source(), frame.key + 1);
-        if (frame.key < source().size() && source()[frame.key] == '?')
-            frame.key = skipYamlBlanks(source(), frame.key + 1);
-        frame.keyStyle = YamlStyle::Plain;
-        if (frame.hasKeyProperties)
-            frame.key = end;
-        return endKey(frame.key);
-    }
-    std::size_t tokenEnd = event.token.end;
-    if (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded) {
-        lastEnd = end;
-        placeBlock(event, frame.key, tokenEnd);
-    }
-    endKey(tokenEnd);
-}
-
-// Of a key that is a collection, only its end and what its anchors hide are of interest.
-void YamlBuilder::goOnInKey(const YamlEvent& event)
-{
-    if (event.anchor.exists())
-        anchors[nameOf(event.anchor)] = Anchor();
-    lastEnd = std::max(lastEnd, propertiesEnd(event, lastEnd));
-    const bool isScalar = event.kind == YamlEvent::Kind::Scalar;
-    if (isScalar && (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded)) {
-        std::size_t begin = 0;
-        placeBlock(event, begin, lastEnd);
-    } else if (event.token.exists() && event.token.end > event.token.begin) {
-        lastEnd = std::max(lastEnd, event.token.end);
-    }
-    if (isCollection(event.kind))
-        ++keyDepth;
-    else if (isEnd(event.kind) && --keyDepth == 0)
-        endKey(lastEnd);
-}
-
-void YamlBuilder::endKey(std::size_t end)
-{
-    Frame& frame = frames.back();
-    frame.hasKey = true;
-    frame.keyEnd = lastEnd = end;
-    frame.hasMerge = frame.hasMerge || namesMerge(frame);
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -303,7 +190,7 @@ NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
         frame.hasKey = false;
     }
     if (event.anchor.exists())
-        anchors[nameOf(event.anchor)] = {id, false, isCollection(event.kind)};
+        anchors[nameOf(event.anchor)] = {id, false, event.isCollection()};
     return id;
 }
 
@@ -313,9 +200,9 @@ void YamlBuilder::addScalar(const YamlEvent& event)
     const bool inFlow = tree.node(frames.back().id).isFlow();
     YamlNode node;
     node.style = event.style;
-    std::size_t begin = beginOf(event);
+    std::size_t begin = event.begin();
     node.tag = inMap ? frames.back().tag : begin == YamlRange::npos || inFlow ? Type::Group : readTag(begin);
-    const std::size_t end = propertiesEnd(event, YamlRange::npos);
+    const std::size_t end = event.propertiesEnd(YamlRange::npos);
     if (end != YamlRange::npos)
         lastEnd = end;
     if (event.token.exists()) {
@@ -357,9 +244,9 @@ void YamlBuilder::open(const YamlEvent& event)
         event.token.end > event.token.begin && source()[event.token.begin] == (isMap ? '{' : '[');
     if (!hasBracket && inFlow)
         node.style = YamlStyle::Pair;
-    node.begin = offset(std::min(beginOf(event), event.token.begin));
+    node.begin = offset(std::min(event.begin(), event.token.begin));
     node.value = offset(event.token.begin);
-    lastEnd = propertiesEnd(event, lastEnd);
+    lastEnd = event.propertiesEnd(lastEnd);
     if (hasBracket)
         lastEnd = event.token.end;
     else if (!inFlow && !isMap)

@@ -46,6 +46,7 @@ private:
         NodeId end;
         std::size_t depth = 0;
 
+        bool isCopy() const { return file.tree.node(id).isShared; } // it is as what it shows
         bool isHidden() const;
         bool isCopy() const { return file.tree.node(id).isShared; } // which is as what it shows
         void advance(bool goesIn);
