@@ -1,6 +1,6 @@
 #include "repository/fleet/StoreModule.h"
 
-#include "host/FrameworkCore/Values/ValueText.h"
+#include "host/Shared/Logging/LogRecord.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,11 +12,12 @@ namespace Repository {
 
 namespace {
 
-// The folder of modules is beside the library that all programs share.
+// The folder of modules is beside the library that all programs share. It is found by a function that nobody
+// takes the address of, since that may be a place in the program.
 QString moduleFile()
 {
     Dl_info information{};
-    if (dladdr(reinterpret_cast<const void*>(&FrameworkCore::Values::toText), &information) == 0 ||
+    if (dladdr(reinterpret_cast<const void*>(&Shared::Logging::LogRecord::instance), &information) == 0 ||
         !information.dli_fname)
         return {};
     const QDir folder = QFileInfo(QFile::decodeName(information.dli_fname)).absoluteDir();

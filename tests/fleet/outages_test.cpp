@@ -48,6 +48,7 @@ private slots:
             }
         }
         end();
+        QTRY_COMPARE_WITH_TIMEOUT(refusalOf(writer.save()), QString(), longWait);
         verifyHistory(follower, outside(), before);
     }
 

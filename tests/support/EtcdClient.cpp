@@ -12,6 +12,7 @@ namespace {
 using namespace etcdserverpb;
 
 constexpr std::chrono::seconds answerTime(5);
+constexpr std::chrono::seconds historyTime(60);
 constexpr int readAttempts = 3;
 
 // Ends the range of what begins so.
@@ -182,6 +183,7 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
 {
     const std::int64_t end = put("end of the history", {});
     grpc::ClientContext context;
+    context.set_deadline(std::chrono::system_clock::now() + historyTime);
     const std::unique_ptr<Stream> stream = connection->watches->Watch(&context);
     const std::string all(1, '\0');
     std::vector<Change> changes;
@@ -190,7 +192,8 @@ std::vector<EtcdClient::Change> EtcdClient::readHistory(const std::string& prefi
     if (end > 0 && create(*stream, all, all, 1)) {
         while (!isComplete && stream->Read(&response) && !response.canceled()) {
             for (const Event& event : response.events()) {
-                if (event.kv().key().compare(0, prefix.size(), prefix) == 0)
+                if (event.kv().mod_revision() < end &&
+                    event.kv().key().compare(0, prefix.size(), prefix) == 0)
                     changes.push_back(changeOf(event));
                 isComplete = isComplete || event.kv().mod_revision() == end;
             }
