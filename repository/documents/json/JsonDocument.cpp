@@ -102,9 +102,6 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
 Outcome JsonDocument::checkKind(std::string_view path, NodeId valueNode, JsonKind kind) const
 {
     const JsonNode& node = file->tree.node(valueNode);
-    if (node.isList() && kind != JsonKind::Array &&
-        hasListComment(JsonWriter(file->tree).writeValue(valueNode)))
-        return refused(quoted(path) + " is a list with comments, which would be lost");
     const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
     if (becomesContainer && file->tree.depthOf(valueNode) + 1 > JsonReader::maximumDepth)
         return refused(quoted(path) + " lies too deep to become a list");
