@@ -48,7 +48,6 @@ private:
 
         bool isCopy() const { return file.tree.node(id).isShared; } // it is as what it shows
         bool isHidden() const;
-        bool isCopy() const { return file.tree.node(id).isShared; } // which is as what it shows
         void advance(bool goesIn);
         void skipHidden();
     };
