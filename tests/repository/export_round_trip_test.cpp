@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QJsonDocument>
+#include <QRegularExpression>
 
 #include <cmath>
 
@@ -50,12 +51,12 @@ void dropEmptyGroups(Content& content)
     }
 }
 
-// What a merge of YAML brings in is there without it.
+// What merges of YAML bring in is there without them.
 void dropMerges(Content& content)
 {
+    static const QRegularExpression merge(QStringLiteral("(^|\\.)<<(\\[\\d+\\])?(\\.|$)"));
     for (auto each = content.begin(); each != content.end();)
-        each =
-            each.key().split(QLatin1Char('.')).contains(QLatin1String("<<")) ? content.erase(each) : ++each;
+        each = merge.match(each.key()).hasMatch() ? content.erase(each) : ++each;
 }
 
 QString firstDifference(const Content& actual, const Content& expected)

@@ -464,15 +464,19 @@ private:
         undo("copy");
     }
 
+    static bool hasMerge(const QString& path)
+    {
+        static const QRegularExpression merge(QStringLiteral("(^|\\.)<<(\\[\\d+\\])?(\\.|$)"));
+        return merge.match(path).hasMatch();
+    }
+
     // What is below a node, without the merges of YAML, which are not taken elsewhere, and numbers of
     // children.
     QStringList withoutMerges(const QString& path)
     {
         QStringList found;
         for (const QString& line : content(path + QLatin1Char('.'))) {
-            if (!line.section(QLatin1String(" = "), 0, 0)
-                     .split(QLatin1Char('.'))
-                     .contains(QLatin1String("<<")))
+            if (!hasMerge(line.section(QLatin1String(" = "), 0, 0)))
                 found += line.section(QLatin1Char(' '), 0, -2);
         }
         return found;
@@ -482,7 +486,7 @@ private:
     void copyAcross(const char* what, const QString& path, const QString& target)
     {
         const QString to = target + QLatin1Char('.') + lastOf(path);
-        if (!done(what, copy(path, to)))
+        if (hasMerge(path) || !done(what, copy(path, to)))
             return;
         QCOMPARE(after, bytes);
         QCOMPARE(read(to), read(path));
