@@ -79,6 +79,71 @@ void saveOneEdit(benchmark::State& state, const char* formatName)
     }
 }
 
+// A thousand entries all over a file go, each by itself, as a pattern of the command line removes them.
+void removeMany(benchmark::State& state, const char* formatName)
+{
+    constexpr int removed = 1000;
+    const QString format = QLatin1String(formatName);
+    const int keyCount = int(state.range(0));
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        auto repository = Repository::AttributeRepository::create();
+        bool isDone = mount(repository, format, keyCount);
+        state.ResumeTiming();
+        for (int i = removed; i-- > 0;) {
+            const QString path =
+                backendName + QLatin1Char('.') + samplePath(format, i * (keyCount / removed));
+            isDone = isDone && repository->getTreeInterface()->removeTree(path);
+        }
+        state.PauseTiming();
+        if (!isDone)
+            state.SkipWithError("not all was removed");
+        repository.reset();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * removed);
+}
+
+// A group of so many entries becomes part of another one as large.
+void copyWithin(benchmark::State& state, const char* formatName)
+{
+    const QString format = QLatin1String(formatName);
+    const int keyCount = int(state.range(0));
+    const QString separator = format == QLatin1String("yaml") ? QStringLiteral(": ") : QStringLiteral(" = ");
+    QString text;
+    for (const char* const name : {"a", "b"}) {
+        const bool isYaml = format == QLatin1String("yaml");
+        text += isYaml ? QLatin1String(name) + QStringLiteral(":\n")
+                       : QStringLiteral("[%1]\n").arg(QLatin1String(name));
+        for (int key = 0; key < keyCount; ++key)
+            text += (isYaml ? QStringLiteral("  k%1") : QStringLiteral("k%1")).arg(key) + separator +
+                    QStringLiteral("%1 # c\n").arg(key);
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        const QString name = SampleFiles::instance().freshName() + QLatin1Char('.') + format;
+        QFile file(name);
+        const bool isWritten = file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) > 0;
+        file.close();
+        auto repository = Repository::AttributeRepository::create();
+        const BackendConfiguration configuration{name, QString(), AccessMode::ReadWrite};
+        const bool isMounted = isWritten && repository->getBackendInterface()->createBackend(
+                                                format, backendName, configuration, 2);
+        state.ResumeTiming();
+        const bool isDone =
+            isMounted && repository->getTransferInterface()->copyTree(backendName + QLatin1String(".a"),
+                                                                      backendName + QLatin1String(".b.c")) ==
+                             FrameworkCore::AppConfig::Success;
+        state.PauseTiming();
+        if (!isDone)
+            state.SkipWithError("nothing was copied");
+        repository.reset();
+        QFile::remove(name);
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * keyCount);
+}
+
 void writeAndSync(benchmark::State& state, const char* formatName)
 {
     const QByteArray& bytes = SampleFiles::instance().text(QLatin1String(formatName), int(state.range(0)));
@@ -118,5 +183,21 @@ BENCHMARK_CAPTURE(writeAndSync, toml, "toml")->Name("Floor/WriteAndSync/Toml")->
 BENCHMARK_CAPTURE(saveOneEdit, toml, "toml")->Name("Documents/SaveOneEdit/Toml")->Apply(sampleSize);
 BENCHMARK_CAPTURE(writeAndSync, yaml, "yaml")->Name("Floor/WriteAndSync/Yaml")->Apply(sampleSize);
 BENCHMARK_CAPTURE(saveOneEdit, yaml, "yaml")->Name("Documents/SaveOneEdit/Yaml")->Apply(sampleSize);
+BENCHMARK_CAPTURE(removeMany, toml, "toml")
+    ->Name("Documents/RemoveMany/Toml")
+    ->Arg(25000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(removeMany, yaml, "yaml")
+    ->Name("Documents/RemoveMany/Yaml")
+    ->Arg(25000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(copyWithin, toml, "toml")
+    ->Name("Documents/CopyWithin/Toml")
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(copyWithin, yaml, "yaml")
+    ->Name("Documents/CopyWithin/Yaml")
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace

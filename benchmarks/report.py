@@ -45,6 +45,7 @@ TARGETS = [
     (r"Changes/Diff/(\d+)", r"Documents/LoadIni/\1", 10.0, "time"),
     (r"Changes/DiffScattered/(\d+)", r"Documents/LoadIni/\1", 3.0, "time"),
     (r"Documents/SaveOneEdit/(.*)", r"Floor/WriteAndSync/\1", 3.0, "time"),
+    (r"Documents/(RemoveMany|CopyWithin)/Yaml/(\d+)", r"Documents/\1/Toml/\2", 3.0, "time"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 1.3, "slow_down"),
     (r"Monitor/UpdateStorm/\d+", 1.0, 0.2, "gui_busy"),
 ]

@@ -1,5 +1,9 @@
 #pragma once
 
+#include "cli/Texts.h"
+
+#include <QString>
+
 #include <string_view>
 #include <vector>
 
@@ -18,7 +22,7 @@ class Session;
 struct Invocation;
 
 // What a word of the command line means, which decides how it is completed.
-enum class Word { Backend, Command, File, Format, Path, Pattern, Validation, Shell, Text, Type };
+enum class Word { Backend, Command, File, Format, Language, Path, Pattern, Validation, Shell, Text, Type };
 
 struct Argument
 {
@@ -39,7 +43,7 @@ struct Option
 };
 
 // One command of the program: what help, man page, completion and the parser of arguments know of it, and
-// what runs it. Texts are UTF-8 with static life.
+// what runs it. Texts are UTF-8 with static life; Texts::of translates them.
 struct Command
 {
     using Form = std::vector<Argument>;
@@ -54,7 +58,8 @@ struct Command
     bool isHidden = false;     // for scripts of our own
     bool watchesFiles = false; // what other programs change in them meanwhile is brought in as it happens
     bool takesFolders = false; // a FILE may be a folder: all files below it whose format is recognised
-    bool takesStores = true;   // it may be a store: what the command does needs no text of a file
+    QString (*insertion)() = nullptr; // what "%1" in the description stands for
+    bool takesStores = true;          // it may be a store: what the command does needs no text of a file
 };
 
 } // namespace CommandLine

@@ -12,13 +12,17 @@ namespace {
 Command ofFolders(Command command)
 {
     command.takesFolders = true;
-    command.options.push_back({"--include", "GLOB", Word::Text,
-                               "of a folder, only files whose names match, as '*.conf'; may be repeated",
-                               true});
-    command.options.push_back({"--exclude", "GLOB", Word::Text,
-                               "of a folder, no files and folders whose names match, or with a / their paths "
-                               "below it; may be repeated",
-                               true});
+    command.options.push_back(
+        {"--include", "GLOB", Word::Text,
+         QT_TRANSLATE_NOOP("CommandLine",
+                           "of a folder, only files whose names match, as '*.conf'; may be repeated"),
+         true});
+    command.options.push_back(
+        {"--exclude", "GLOB", Word::Text,
+         QT_TRANSLATE_NOOP("CommandLine",
+                           "of a folder, no files and folders whose names match, or with a / their paths "
+                           "below it; may be repeated"),
+         true});
     return command;
 }
 
@@ -77,11 +81,18 @@ const std::vector<Option>& CommandTable::commonOptions()
 {
     static const std::vector<Option> options{
         {"--backend", "NAME=FILE[:ro|wo|rw]", Word::Backend,
-         "let NAME stand for FILE, read-only, write-only or (as without) read-write; may be repeated", true},
-        {"--format", "FORMAT", Word::Format, "the format of FILE, when its name does not decide it"},
-        {"--max-size", "MIB", Word::Text, "read and write files of up to so many MiB instead of 256"},
-        {"--help", {}, Word::Text, "show help", false, "-h"},
-        {"--version", {}, Word::Text, "show the version", false, "-V"},
+         QT_TRANSLATE_NOOP(
+             "CommandLine",
+             "let NAME stand for FILE, read-only, write-only or (as without) read-write; may be repeated"),
+         true},
+        {"--format", "FORMAT", Word::Format,
+         QT_TRANSLATE_NOOP("CommandLine", "the format of FILE, when its name does not decide it")},
+        {"--max-size", "MIB", Word::Text,
+         QT_TRANSLATE_NOOP("CommandLine", "read and write files of up to so many MiB instead of 256")},
+        {"--language", "LANGUAGE", Word::Language,
+         QT_TRANSLATE_NOOP("CommandLine", "show help and messages in English (en) or German (de)")},
+        {"--help", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "show help"), false, "-h"},
+        {"--version", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "show the version"), false, "-V"},
     };
     return options;
 }

@@ -1,6 +1,7 @@
 #include "cli/Condition.h"
 
 #include "cli/Output.h"
+#include "cli/Texts.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -71,8 +72,8 @@ std::optional<Condition> Condition::parse(const QString& text, QString& reason)
     const QStringList fields{QStringLiteral("value"), QStringLiteral("name"), QStringLiteral("path"),
                              QStringLiteral("type")};
     if (!match.hasMatch() || !fields.contains(condition.field)) {
-        reason = QStringLiteral("'%1' is not a condition: value, name, path or type, then one of = != < <= > "
-                                ">= ~ !~, then a text")
+        reason = Texts::tr("'%1' is not a condition: value, name, path or type, then one of = != < <= > "
+                           ">= ~ !~, then a text")
                      .arg(text);
         return {};
     }
@@ -83,7 +84,7 @@ std::optional<Condition> Condition::parse(const QString& text, QString& reason)
     condition.expression.emplace(condition.operand, Repository::BoundedExpression::Scope::AnyPart);
     if (condition.expression->isValid())
         return condition;
-    reason = QStringLiteral("'%1' is not a regular expression: %2")
+    reason = Texts::tr("'%1' is not a regular expression: %2")
                  .arg(condition.operand, condition.expression->getError());
     return {};
 }

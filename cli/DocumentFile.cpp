@@ -1,6 +1,7 @@
 #include "cli/DocumentFile.h"
 
 #include "cli/StandardInput.h"
+#include "cli/Texts.h"
 #include "files/FileSaver.h"
 #include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
@@ -50,7 +51,7 @@ void DocumentFile::readBytes(const QString& given)
     if (format.isEmpty())
         format = Repository::FileFormat::ofContent(given, QByteArray::fromStdString(bytes.substr(0, 65536)));
     if (format.isEmpty() && error.isEmpty())
-        error = Repository::FileFormat::explainUnknown(given) + QStringLiteral("; give its format");
+        error = Repository::FileFormat::explainUnknown(given) + Texts::tr("; give its format");
 }
 
 QString DocumentFile::explain() const

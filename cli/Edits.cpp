@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "cli/StandardInput.h"
+#include "cli/Texts.h"
 #include "cli/TypedText.h"
 #include "host/FrameworkCore/Values/Utf8.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -24,14 +25,13 @@ ExitCode Edits::readText(const Invocation& invocation, QString& text)
     }
     if (StandardInput::isMeant(invocation.arguments.first()))
         return Session::fail(ExitCode::Usage,
-                             QStringLiteral("standard input cannot hold both the file and VALUE"));
+                             Texts::tr("standard input cannot hold both the file and VALUE"));
     const StandardInput& input = StandardInput::read();
     const bool isText = FrameworkCore::Values::isUtf8(input.bytes);
     if (!input.error.isEmpty() || !isText)
-        return Session::fail(
-            ExitCode::BadFile,
-            QStringLiteral("%1: %2").arg(StandardInput::name(),
-                                         isText ? input.error : QStringLiteral("it is not UTF-8")));
+        return Session::fail(ExitCode::BadFile,
+                             QStringLiteral("%1: %2").arg(
+                                 StandardInput::name(), isText ? input.error : Texts::tr("it is not UTF-8")));
     text = QString::fromStdString(input.bytes);
     if (text.endsWith(QLatin1Char('\n')))
         text.chop(1);
@@ -43,7 +43,7 @@ ExitCode Edits::create(const QString& path, const QString& text, WantedType type
     if (!Repository::isValidPath(path) && !Repository::isTooDeep(path)) // of which the repository tells
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral(
+            Texts::tr(
                 "'%1' is not a path: names joined by \".\", none of them empty, and none with \"*\" in it")
                 .arg(path));
     const QString fullPath = source.fullPath(path);
@@ -89,7 +89,7 @@ std::optional<QVariant> Edits::read(const QString& fullPath) const
     const int status = session.getRepository().getReaderInterface()->readAttributeValue(fullPath, value, 0);
     if (status != Session::StatusCode::NotReadable)
         return value;
-    refuse(fullPath, QStringLiteral("it is write-only"));
+    refuse(fullPath, Texts::tr("it is write-only"));
     return {};
 }
 
@@ -97,21 +97,20 @@ ExitCode Edits::saveAll(int count, const QString& pattern, const QString& whatWa
 {
     if (count == 0)
         return Session::fail(ExitCode::Negative,
-                             QStringLiteral("%1: nothing there matches '%2'").arg(source.given, pattern));
+                             Texts::tr("%1: nothing there matches '%2'").arg(source.given, pattern));
     const ExitCode code = session.save(source);
-    const QString matches = count == 1 ? QStringLiteral("match") : QStringLiteral("matches");
-    const QString mood = session.isDryRun() ? QStringLiteral("would be ") : QString();
     if (code == ExitCode::Done)
-        Output::message(QStringLiteral("%1: %2 %3 of '%4' %5%6")
-                            .arg(source.given, QString::number(count), matches, pattern, mood, whatWasDone));
+        Output::message(count == 1
+                            ? Texts::tr("%1: 1 match of '%2' %3").arg(source.given, pattern, whatWasDone)
+                            : Texts::tr("%1: %2 matches of '%3' %4")
+                                  .arg(source.given, QString::number(count), pattern, whatWasDone));
     return code;
 }
 
 ExitCode Edits::refuse(const QString& fullPath, const QString& reason) const
 {
-    return Session::fail(
-        ExitCode::Refused,
-        QStringLiteral("%1: '%2': %3").arg(source.given, source.relativePath(fullPath), reason));
+    return Session::fail(ExitCode::Refused,
+                         Texts::tr("%1: '%2': %3").arg(source.given, source.relativePath(fullPath), reason));
 }
 
 } // namespace CommandLine

@@ -36,7 +36,7 @@ public:
     // The value of an attribute; nothing, and a message, for a write-only one.
     std::optional<QVariant> read(const QString& fullPath) const;
 
-    // Saves what was done to all that a pattern matches, and says to how many.
+    // Saves what was done to all that a pattern matches, and says to how many; as in "removed".
     ExitCode saveAll(int count, const QString& pattern, const QString& whatWasDone) const;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "cli/CommandTable.h"
 #include "cli/Suggestion.h"
+#include "cli/Texts.h"
 #include "cli/Usage.h"
 
 #include <algorithm>
@@ -96,23 +97,23 @@ int Invocation::takeOption(const QStringList& words, int at)
         if (command)
             known += namesOf(command->options);
         const QString suggestion = suggestionFor(name, known);
-        error = QStringLiteral("unknown option %1%2")
-                    .arg(name, suggestion.isEmpty() ? QStringLiteral("; what is not an option comes after --")
+        error = Texts::tr("unknown option %1%2")
+                    .arg(name, suggestion.isEmpty() ? Texts::tr("; what is not an option comes after --")
                                                     : suggestion);
         return at;
     }
     if (option->argument.empty()) {
         if (value)
-            error = QStringLiteral("%1 takes no value").arg(name);
+            error = Texts::tr("%1 takes no value").arg(name);
         options.append({option->name, {}});
         return at;
     }
     if (!value && at + 1 == words.size()) {
-        error = QStringLiteral("%1 needs its %2").arg(name, toText(option->argument));
+        error = Texts::tr("%1 needs its %2").arg(name, toText(option->argument));
         return at;
     }
     if (has(option->name) && !option->isRepeatable)
-        error = QStringLiteral("%1 is given twice").arg(name);
+        error = Texts::tr("%1 is given twice").arg(name);
     options.append({option->name, value ? *value : words.at(at + 1)});
     return value ? at : at + 1;
 }
@@ -123,8 +124,8 @@ void Invocation::takeName(const QString& name)
     if (command)
         return;
     const QString suggestion = suggestionFor(name, CommandTable::names());
-    error = QStringLiteral("unknown command '%1'%2")
-                .arg(name, suggestion.isEmpty() ? QStringLiteral("; 'vantry help' lists them") : suggestion);
+    error = Texts::tr("unknown command '%1'%2")
+                .arg(name, suggestion.isEmpty() ? Texts::tr("; 'vantry help' lists them") : suggestion);
 }
 
 void Invocation::checkArguments()
@@ -137,9 +138,9 @@ void Invocation::checkArguments()
     }
     const auto fits = [this](const Command::Form& form) { return accepts(form, arguments.size()); };
     if (std::none_of(forms.begin(), forms.end(), fits))
-        error = QStringLiteral("%1: %2; usage: %3")
+        error = Texts::tr("%1: %2; usage: %3")
                     .arg(toText(command->name), describeMissing(forms, arguments),
-                         usages.join(QStringLiteral(" or ")));
+                         usages.join(Texts::tr(" or ")));
 }
 
 // Without what the options supply.
@@ -165,14 +166,13 @@ QString Invocation::describeMissing(const std::vector<Command::Form>& forms, con
             most = std::max(most, int(form.size()));
     }
     if (!wanted)
-        return QStringLiteral("'%1' is one word too many").arg(given.at(most));
+        return Texts::tr("'%1' is one word too many").arg(given.at(most));
     QStringList names;
     for (int at = given.size(); at < leastOf(*wanted); ++at)
         names.append(toText(wanted->at(std::size_t(at)).name));
     const QString last = names.takeLast();
-    return names.isEmpty()
-               ? QStringLiteral("%1 is missing").arg(last)
-               : QStringLiteral("%1 and %2 are missing").arg(names.join(QStringLiteral(", ")), last);
+    return names.isEmpty() ? Texts::tr("%1 is missing").arg(last)
+                           : Texts::tr("%1 and %2 are missing").arg(names.join(QStringLiteral(", ")), last);
 }
 
 } // namespace CommandLine

@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 
+#include "cli/Texts.h"
 #include "host/FrameworkCore/Values/PrintableText.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
@@ -53,8 +54,7 @@ bool Output::flush()
 {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return true;
-    message(
-        QStringLiteral("the output cannot be written: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
+    message(Texts::tr("the output cannot be written: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
     return false;
 }
 

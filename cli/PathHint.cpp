@@ -1,6 +1,7 @@
 #include "cli/PathHint.h"
 
 #include "cli/Suggestion.h"
+#include "cli/Texts.h"
 
 #include <QRegularExpression>
 
@@ -80,7 +81,7 @@ private:
 
 QString asQuestion(const QString& path)
 {
-    return path.isEmpty() ? QString() : QStringLiteral("; did you mean '%1'?").arg(path);
+    return path.isEmpty() ? QString() : Texts::tr("; did you mean '%1'?").arg(path);
 }
 
 } // namespace
@@ -88,7 +89,7 @@ QString asQuestion(const QString& path)
 QString hintForPath(const Tree& tree, const Source& source, const QString& path)
 {
     if (path.contains(QLatin1Char('*')))
-        return QStringLiteral("; 'vantry find' prints what a pattern matches");
+        return Texts::tr("; 'vantry find' prints what a pattern matches");
     const QString plain = translated(path);
     if (plain != path && !plain.isEmpty() && tree.getNodeInformation(source.fullPath(plain)).exists)
         return asQuestion(plain);

@@ -2,8 +2,11 @@
 
 #include "cli/Output.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/Usage.h"
+#include "cli/language/Language.h"
 #include "files/SizeLimit.h"
+#include "host/FrameworkCore/Core/SpokenLanguage.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "host/Shared/Logging/LogRecord.h"
 
@@ -22,6 +25,8 @@ static void initialiseResources()
 
 namespace CommandLine {
 
+using FrameworkCore::Core::SpokenLanguage;
+
 namespace {
 
 // Empty, with a message on stderr, when an argument is not valid text.
@@ -32,7 +37,7 @@ std::optional<QStringList> wordsOf(int argc, char** argv)
     for (int at = 1; at < argc; ++at) {
         const QVariant word = toVariant(Value{Type::String, std::string(argv[at])});
         if (word.userType() != QMetaType::QString) {
-            Output::message(QStringLiteral("argument %1 is not UTF-8").arg(at));
+            Output::message(Texts::tr("argument %1 is not UTF-8").arg(at));
             return {};
         }
         words.append(word.toString());
@@ -51,7 +56,7 @@ bool limitSizes(const Invocation& invocation)
     const quint64 size = given.toULongLong();
     if (size == 0 || size > most) {
         Output::message(
-            QStringLiteral("--max-size needs a number of MiB from 1 to %1, not '%2'").arg(most).arg(given));
+            Texts::tr("--max-size needs a number of MiB from 1 to %1, not '%2'").arg(most).arg(given));
         return false;
     }
     SizeLimit::set(size * SizeLimit::bytesInMiB);
@@ -72,8 +77,7 @@ ExitCode runInvocation(const Invocation& invocation)
         return ExitCode::Done;
     }
     if (!invocation.command)
-        return Session::fail(ExitCode::Usage,
-                             QStringLiteral("a command is missing; 'vantry help' lists them"));
+        return Session::fail(ExitCode::Usage, Texts::tr("a command is missing; 'vantry help' lists them"));
     if (!limitSizes(invocation))
         return ExitCode::Usage;
     Shared::Logging::LogRecord::instance().setWritesToStandardError(
@@ -88,13 +92,18 @@ ExitCode runInvocation(const Invocation& invocation)
 ExitCode runGuarded(const QStringList& words)
 {
     try {
-        return runInvocation(Invocation::parse(words));
+        const QString language = Invocation::parse(words).valueOf("--language");
+        if (!Language::show(language))
+            return Session::fail(ExitCode::Usage,
+                                 Texts::tr("unknown language '%1'; valid languages: %2")
+                                     .arg(language, SpokenLanguage::names().join(QStringLiteral(", "))));
+        return runInvocation(Invocation::parse(words)); // again, for its own messages
     } catch (const std::bad_alloc&) {
     } catch (const std::length_error&) {
     } catch (const std::system_error& error) {
         return Session::fail(ExitCode::BadFile, QString::fromLocal8Bit(error.what()));
     }
-    return Session::fail(ExitCode::BadFile, QStringLiteral("there is not enough memory for this"));
+    return Session::fail(ExitCode::BadFile, Texts::tr("there is not enough memory for this"));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "cli/SearchArguments.h"
 
 #include "cli/Output.h"
+#include "cli/Texts.h"
 #include "cli/TypedText.h"
 
 #include <algorithm>
@@ -24,7 +25,7 @@ SearchArguments::readQuery(const Session& session, const Invocation& invocation,
     const auto fault = session.getRepository().getSearchInterface()->findFault(query);
     if (!fault)
         return query;
-    Output::message(QStringLiteral("'%1' is not a regular expression: %2").arg(text, fault->reason));
+    Output::message(Texts::tr("'%1' is not a regular expression: %2").arg(text, fault->reason));
     return {};
 }
 

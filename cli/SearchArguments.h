@@ -26,9 +26,13 @@ public:
                                                           Session::Opening opening);
 
     static constexpr Option ignoreCase{
-        "--ignore-case", {}, Word::Text, "take capital letters and small ones as the same", false, "-i"};
-    static constexpr Option ofType{"--type", "T", Word::Type,
-                                   "only attributes of the type T; when repeated, of any of them", true};
+        "--ignore-case", {},
+        Word::Text,      QT_TRANSLATE_NOOP("CommandLine", "take capital letters and small ones as the same"),
+        false,           "-i"};
+    static constexpr Option ofType{
+        "--type", "T", Word::Type,
+        QT_TRANSLATE_NOOP("CommandLine", "only attributes of the type T; when repeated, of any of them"),
+        true};
 };
 
 } // namespace CommandLine

@@ -3,6 +3,7 @@
 #include "cli/Output.h"
 #include "cli/PathHint.h"
 #include "cli/StandardInput.h"
+#include "cli/Texts.h"
 #include "cli/Usage.h"
 #include "files/FileSaver.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
@@ -92,7 +93,7 @@ Session::Session(const Invocation& given)
     for (const std::string_view option : {"--format", "--to-format", "--from-format"}) {
         const QString format = invocation.valueOf(option);
         if (!format.isEmpty() && !Repository::Documents::findFormat(format.toStdString()))
-            error = QStringLiteral("unknown format '%1'; valid formats: %2")
+            error = Texts::tr("unknown format '%1'; valid formats: %2")
                         .arg(format, formatNames().join(QStringLiteral(", ")));
     }
     if (!error.isEmpty())
@@ -126,17 +127,17 @@ QString Session::declareBackends()
             }
         }
         if (equals <= 0 || backend.file.isEmpty())
-            return QStringLiteral("--backend needs NAME=FILE, not '%1'").arg(declaration);
+            return Texts::tr("--backend needs NAME=FILE, not '%1'").arg(declaration);
         const QString wrongAccess = hasAccess ? QString() : wrongAccessOf(backend.file);
         if (!wrongAccess.isEmpty())
-            return QStringLiteral("unknown access '%1' of the backend '%2'; valid are ro, wo and rw; after "
-                                  "the name of a file that ends so add :rw")
+            return Texts::tr("unknown access '%1' of the backend '%2'; valid are ro, wo and rw; after "
+                             "the name of a file that ends so add :rw")
                 .arg(wrongAccess, backend.name);
         if (!Repository::isValidPath(backend.name) || backend.name.contains(QLatin1Char(';')) ||
             Repository::isAtOrBelow(backend.name, Repository::ownRoot))
-            return QStringLiteral("a backend cannot have the name '%1'").arg(backend.name);
+            return Texts::tr("a backend cannot have the name '%1'").arg(backend.name);
         if (declaredBackend(backend.name))
-            return QStringLiteral("the backend '%1' is declared twice").arg(backend.name);
+            return Texts::tr("the backend '%1' is declared twice").arg(backend.name);
         declared.append(backend);
     }
     return {};
@@ -175,7 +176,7 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     Source source;
     source.given = backend ? backend->file : argument;
     if (source.given.isEmpty())
-        return refuse(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+        return refuse(ExitCode::Usage, Texts::tr("the name of a file is empty"));
     source.isStandardInput = StandardInput::isMeant(source.given);
     source.isStore = Repository::EtcdLocation::isMeant(source.given);
     if (source.isStore)
@@ -191,9 +192,8 @@ const Source* Session::open(const QString& argument, Opening opening, std::strin
     if (!trouble.isEmpty())
         return refuse(ExitCode::BadFile, QStringLiteral("%1: %2").arg(source.given, trouble));
     if (source.format.isEmpty())
-        return refuse(ExitCode::Usage,
-                      QStringLiteral("%1: its name does not decide its format; give it with %2")
-                          .arg(source.given, toText(formatOption)));
+        return refuse(ExitCode::Usage, Texts::tr("%1: its name does not decide its format; give it with %2")
+                                           .arg(source.given, toText(formatOption)));
     source.root = backend ? backend->name : freeRoot();
     const AccessMode access = opening == Opening::Read ? AccessMode::ReadOnly : AccessMode::ReadWrite;
     return mount(std::move(source), backend ? backend->access : access);
@@ -218,9 +218,9 @@ QString Session::examineStore(Source& source, Opening opening) const
 {
     source.format = QStringLiteral("etcd");
     if (!invocation.command->takesStores)
-        return QStringLiteral("it is a store, not a file");
+        return Texts::tr("it is a store, not a file");
     if (dryRun && opening != Opening::Read)
-        return QStringLiteral("a store is written at once, and has no --dry-run");
+        return Texts::tr("a store is written at once, and has no --dry-run");
     return {};
 }
 
@@ -233,17 +233,17 @@ QString Session::examineFile(Source& source, Opening opening, std::string_view f
     if (status.type() == std::filesystem::file_type::none)
         return QString::fromStdString(error.message());
     if (source.isNew && opening != Opening::Create)
-        return QStringLiteral("no such file");
+        return Texts::tr("no such file");
     if (std::filesystem::is_directory(status)) {
         source.format = QStringLiteral("folder");
-        return invocation.command->takesFolders ? QString() : QStringLiteral("it is a folder, not a file");
+        return invocation.command->takesFolders ? QString() : Texts::tr("it is a folder, not a file");
     }
     const QString refusal = source.isNew ? QString() : Repository::refusalOfKind(source.absolutePath);
     if (refusal.isEmpty() && source.format.isEmpty())
         source.format = source.isNew ? Repository::FileFormat::ofName(source.absolutePath)
                                      : Repository::FileFormat::ofFile(source.absolutePath);
     if (refusal.isEmpty() && source.format.isEmpty() && !source.isNew)
-        return QStringLiteral("%1; give its format with %2")
+        return Texts::tr("%1; give its format with %2")
             .arg(Repository::FileFormat::explainUnknown(source.absolutePath), toText(formatOption));
     return refusal;
 }
@@ -262,7 +262,7 @@ QString Session::copyStandardInput(Source& source)
     scratch = std::make_unique<QTemporaryDir>();
     source.absolutePath = scratch->filePath(QStringLiteral("input.") + source.family());
     if (!scratch->isValid())
-        return QStringLiteral("it cannot be copied: %1").arg(scratch->errorString());
+        return Texts::tr("it cannot be copied: %1").arg(scratch->errorString());
     return QString::fromStdString(
         Files::FileSaver().overwrite(source.absolutePath.toStdString(), input.bytes, 0600).reason);
 }
@@ -294,7 +294,7 @@ const Source* Session::mount(Source source, AccessMode access)
     tell(outcome); // also what a recovery has put right
     // A file that may be written may also be yet to come, which is not meant here.
     if (outcome.ok() && !mounted.isNew && !mounted.isStore && !QFileInfo::exists(mounted.absolutePath))
-        return refuse(ExitCode::BadFile, QStringLiteral("%1: it was removed just now").arg(mounted.given));
+        return refuse(ExitCode::BadFile, Texts::tr("%1: it was removed just now").arg(mounted.given));
     if (outcome.ok())
         return &mounted;
     failure = ExitCode::BadFile;
@@ -310,8 +310,8 @@ Session::NodeInformation Session::find(const Source& source, const QString& path
         return found;
     const QString shown = source.relativePath(fullPath);
     const QString suggestion = hintForPath(*tree, source, shown);
-    Output::message(QStringLiteral("%1: '%2' not found%3")
-                        .arg(source.given, shown, suggestion.isEmpty() ? hint : suggestion));
+    Output::message(
+        Texts::tr("%1: '%2' not found%3").arg(source.given, shown, suggestion.isEmpty() ? hint : suggestion));
     failure = ExitCode::Negative;
     return found;
 }

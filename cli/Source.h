@@ -28,6 +28,12 @@ struct Source
     }
     QString shownFile(const QString& file) const { return given + file.mid(absolutePath.size()); }
 
+    // As a result for other programs, which is the same in all languages.
+    QString recordedFile(const QString& file) const
+    {
+        return isStandardInput ? QStringLiteral("standard input") : shownFile(file);
+    }
+
     // The path in the repository; "" and "." are the root, and a "." at the end does not count.
     QString fullPath(const QString& path) const
     {

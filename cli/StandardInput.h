@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/Texts.h"
+
 #include <QString>
 
 #include <string>
@@ -13,11 +15,11 @@ struct StandardInput
     static const StandardInput& read();
 
     static bool isMeant(const QString& file) { return file == QLatin1String("-"); }
-    static QString name() { return QStringLiteral("standard input"); } // in messages
+    static QString name() { return Texts::tr("standard input"); } // in messages
 
     static QString explainUnknown()
     {
-        return QStringLiteral("how it begins does not tell its format; give it with --format");
+        return Texts::tr("how it begins does not tell its format; give it with --format");
     }
 
     QString error; // empty on success

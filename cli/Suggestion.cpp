@@ -1,5 +1,7 @@
 #include "cli/Suggestion.h"
 
+#include "cli/Texts.h"
+
 #include <algorithm>
 #include <numeric>
 #include <vector>
@@ -47,7 +49,7 @@ QString suggestionFor(const QString& word, const QStringList& known, const QStri
             nearest = name;
         }
     }
-    return nearest.isEmpty() ? QString() : QStringLiteral("; did you mean '%1'?").arg(prefix + nearest);
+    return nearest.isEmpty() ? QString() : Texts::tr("; did you mean '%1'?").arg(prefix + nearest);
 }
 
 } // namespace CommandLine

@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "cli/Suggestion.h"
+#include "cli/Texts.h"
 #include "cli/Usage.h"
 #include "host/FrameworkCore/Values/ShellWord.h"
 #include "host/FrameworkCore/Values/ValueText.h"
@@ -50,7 +51,7 @@ std::optional<Type> TypedText::typeNamed(const QString& name)
     const auto type = FrameworkCore::Values::typeNamed(name.toStdString());
     if (!type)
         Output::message(
-            QStringLiteral("unknown type '%1'%2; valid types: %3")
+            Texts::tr("unknown type '%1'%2; valid types: %3")
                 .arg(name, suggestionFor(name, typeNames()), typeNames().join(QStringLiteral(", "))));
     return type;
 }
@@ -65,7 +66,7 @@ std::optional<QVariant> TypedText::read(const QString& text, Type type, QString&
     const auto result = FrameworkCore::Values::readText(text.toStdString(), type);
     if (result.ok())
         return FrameworkCore::Values::toVariant(result.value);
-    reason = QString::fromStdString(result.error);
+    reason = FrameworkCore::Values::errorText(result);
     return {};
 }
 

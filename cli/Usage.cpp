@@ -1,6 +1,7 @@
 #include "cli/Usage.h"
 
 #include "cli/CommandTable.h"
+#include "cli/Texts.h"
 #include "repository/documents/Formats.h"
 
 #include <QStringList>
@@ -19,52 +20,89 @@ struct Topic
 const std::vector<Topic>& topics()
 {
     static const std::vector<Topic> topics{
-        {"Files",
-         {"FILE is the name of a file, or that of a backend which --backend declares; a file of that very "
-          "name is given as ./NAME. A new file is created by the commands that add to it.",
-          "It may also be a folder, for the commands that need no whole text: all files below it whose "
-          "format is recognised, each at the path of its name, as in \"net%2Ed.a%2Ejson.port\". Links are "
-          "not followed; a file that cannot be read is reported, and left out.",
-          "Or it is a part of a distributed store, for the same commands and for \"watch\": "
-          "etcd://HOST:PORT/NAME, or etcds:// with TLS, as docs/fleet.md tells. What is set there is written "
-          "at once, and others who have it open see it.",
-          "\"-\" is standard input, the format of which --format says, or else how it begins. What is edited "
-          "in it goes to standard output as a whole, and nothing else does. As the file that \"convert\" and "
-          "\"export\" write, \"-\" is standard output.",
-          "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
-          ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties txt; "
-          ".toml toml; .yaml and .yml yaml. "
-          "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; one "
-          "that looks like ini is ini, and anything else is refused. --format has the last word.",
-          "Files of ini and txt are read as their own programs read them, which their names, places and "
-          "first lines tell: .gitconfig as git does, .service as systemd does. --format names such a "
-          "dialect, too, as in ini:git.",
-          "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
-          "another program has changed meanwhile is kept, too, or the command ends with exit code 3.",
-          "A file of more than 256 MiB is refused, so that none takes all memory. --max-size, or the "
-          "variable VANTRY_MAX_FILE_SIZE of the environment, sets another limit, up to 2047 MiB."}},
-        {"Paths",
-         {"A path is the names that lead to an attribute, joined by \".\", as in server.port; \"\" or \".\" "
-          "is the whole file. In a name \".\", \"*\", \"%\" and \";\" are written as %2E, %2A, %25 and %3B. "
-          "The elements of a json array are 0, 1, 2 ...; the second of several entries of one name is "
-          "name[2]; @name is an attribute of xml, #text and #value are the text or value of an entry that "
-          "has others below it."}},
-        {"Output",
-         {"Results are on stdout, in UTF-8, paths relative to the file's root. Messages are on stderr, a "
-          "line each: \"vantry: FILE:LINE:COLUMN: REASON\", as far as there is a place.",
-          "Where a value shares its line with a path, a backslash is written as \"\\\\\". In messages and in "
-          "output by lines a line break is written as \"\\n\", another control character as \"\\x\" and two "
-          "hex digits; control characters beyond ASCII, overrides of writing direction and characters "
-          "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are printed "
-          "as they are, and with these escapes only on a terminal.",
-          "For other programs, --json prints json, and --null ends each result with NUL, as xargs -0 reads "
-          "it; the help of a command says how its results look then.",
-          "Words after \"--\" are not options: vantry set app.ini offset -- --5. A negative number needs "
-          "none."}},
-        {"Exit codes",
-         {"0: done.", "1: not found, or there are differences.", "2: the command line is wrong.",
-          "3: refused for its type, a rule, access, or a conflict with another program.",
-          "4: a file cannot be read, parsed or written."}},
+        {QT_TRANSLATE_NOOP("CommandLine", "Files"),
+         {QT_TRANSLATE_NOOP("CommandLine",
+                            "FILE is the name of a file, or that of a backend which --backend declares; a "
+                            "file of that very "
+                            "name is given as ./NAME. A new file is created by the commands that add to it."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "It may also be a folder, for the commands that need no whole text: all files below it whose "
+              "format is recognised, each at the path of its name, as in \"net%2Ed.a%2Ejson.port\". Links "
+              "are "
+              "not followed; a file that cannot be read is reported, and left out."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Or it is a part of a distributed store, for the same commands and for \"watch\": "
+              "etcd://HOST:PORT/NAME, or etcds:// with TLS, as docs/fleet.md tells. What is set there is "
+              "written "
+              "at once, and others who have it open see it."),
+          QT_TRANSLATE_NOOP("CommandLine", "\"-\" is standard input, the format of which --format says, or "
+                                           "else how it begins. What is edited "
+                                           "in it goes to standard output as a whole, and nothing else does. "
+                                           "As the file that \"convert\" and "
+                                           "\"export\" write, \"-\" is standard output."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "The file's name decides the format: .json and .jsonc are json; .ini, .conf, .cfg, .desktop, "
+              ".service and the like ini; .xml, .svg, .ui, .ts, .pom and the like xml; .txt and .properties "
+              "txt; "
+              ".toml toml; .yaml and .yml yaml. "
+              "A .conf that begins as json or xml does is that, and so is a file whose name says nothing; "
+              "one "
+              "that looks like ini is ini, and anything else is refused. --format has the last word."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Files of ini and txt are read as their own programs read them, which their names, places and "
+              "first lines tell: .gitconfig as git does, .service as systemd does. --format names such a "
+              "dialect, too, as in ini:git."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Files are replaced whole, at one moment, with their owner, mode and symbolic links kept. What "
+              "another program has changed meanwhile is kept, too, or the command ends with exit code 3."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "A file of more than 256 MiB is refused, so that none takes all memory. --max-size, or the "
+              "variable VANTRY_MAX_FILE_SIZE of the environment, sets another limit, up to 2047 MiB.")}},
+        {QT_TRANSLATE_NOOP("CommandLine", "Paths"),
+         {QT_TRANSLATE_NOOP(
+             "CommandLine",
+             "A path is the names that lead to an attribute, joined by \".\", as in server.port; \"\" or "
+             "\".\" "
+             "is the whole file. In a name \".\", \"*\", \"%\" and \";\" are written as %2E, %2A, %25 and "
+             "%3B. "
+             "The elements of a json array are 0, 1, 2 ...; the second of several entries of one name is "
+             "name[2]; @name is an attribute of xml, #text and #value are the text or value of an entry that "
+             "has others below it.")}},
+        {QT_TRANSLATE_NOOP("CommandLine", "Output"),
+         {QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Results are on stdout, in UTF-8, paths relative to the file's root. Messages are on stderr, a "
+              "line each: \"vantry: FILE:LINE:COLUMN: REASON\", as far as there is a place."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Where a value shares its line with a path, a backslash is written as \"\\\\\". In messages "
+              "and in "
+              "output by lines a line break is written as \"\\n\", another control character as \"\\x\" and "
+              "two "
+              "hex digits; control characters beyond ASCII, overrides of writing direction and characters "
+              "without width as \"\\u\" and four, or \"\\U\" and eight hex digits. \"get\" and diffs are "
+              "printed "
+              "as they are, and with these escapes only on a terminal."),
+          QT_TRANSLATE_NOOP("CommandLine", "For other programs, --json prints json, and --null ends each "
+                                           "result with NUL, as xargs -0 reads "
+                                           "it; the help of a command says how its results look then."),
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "Words after \"--\" are not options: vantry set app.ini offset -- --5. A negative number needs "
+              "none.")}},
+        {QT_TRANSLATE_NOOP("CommandLine", "Exit codes"),
+         {QT_TRANSLATE_NOOP("CommandLine", "0: done."),
+          QT_TRANSLATE_NOOP("CommandLine", "1: not found, or there are differences."),
+          QT_TRANSLATE_NOOP("CommandLine", "2: the command line is wrong."),
+          QT_TRANSLATE_NOOP("CommandLine",
+                            "3: refused for its type, a rule, access, or a conflict with another program."),
+          QT_TRANSLATE_NOOP("CommandLine", "4: a file cannot be read, parsed or written.")}},
     };
     return topics;
 }
@@ -109,7 +147,7 @@ QString optionRows(const std::vector<Option>& options)
     constexpr int width = 20;
     QString rows;
     for (const Option& option : options)
-        rows += row(Usage::ofOption(option), toText(option.text), width);
+        rows += row(Usage::ofOption(option), Texts::of(option.text), width);
     return rows;
 }
 
@@ -121,15 +159,33 @@ QString formats()
     return types.join(QLatin1String(", "));
 }
 
+QString purpose()
+{
+    return Texts::tr("Reads, edits, compares and converts configuration files (%1) by attribute.")
+        .arg(formats());
+}
+
+// Of a part of help.
+QString title(const QString& name)
+{
+    return QStringLiteral("\n%1:\n").arg(name);
+}
+
 QString capitalised(const QString& text)
 {
     return text.left(1).toUpper() + text.mid(1);
 }
 
-QString paragraphs(std::string_view text)
+QString descriptionOf(const Command& command)
+{
+    const QString text = Texts::of(command.description);
+    return command.insertion ? text.arg(command.insertion()) : text;
+}
+
+QString paragraphs(const QString& text)
 {
     QString result;
-    const QStringList lines = toText(text).split(QLatin1Char('\n'));
+    const QStringList lines = text.split(QLatin1Char('\n'));
     for (const QString& line : lines)
         result += QLatin1Char('\n') + wrap(line, 0, 0);
     return result;
@@ -144,6 +200,11 @@ QString escaped(QString text)
     text.replace(QLatin1Char('^'), QLatin1String("\\(ha"));
     text.replace(QLatin1Char('~'), QLatin1String("\\(ti"));
     return text.startsWith(QLatin1Char('.')) ? QStringLiteral("\\&") + text : text;
+}
+
+QString heading(const QString& title)
+{
+    return QStringLiteral(".SH \"%1\"\n").arg(escaped(title.toUpper()));
 }
 
 QString escaped(std::string_view text)
@@ -161,7 +222,7 @@ QString optionList(const std::vector<Option>& options)
         list += QStringLiteral("\\fB%1\\fR").arg(escaped(option.name));
         if (!option.argument.empty())
             list += QStringLiteral(" \\fI%1\\fR").arg(escaped(option.argument));
-        list += QLatin1Char('\n') + escaped(option.text) + QStringLiteral(".\n");
+        list += QLatin1Char('\n') + escaped(Texts::of(option.text)) + QStringLiteral(".\n");
     }
     return list;
 }
@@ -171,8 +232,8 @@ QString sectionFor(const Command& command)
     QString section = QStringLiteral(".SS \"%1\"\n").arg(escaped(command.name));
     for (const Command::Form& form : command.forms)
         section += QStringLiteral("\\fB%1\\fR\n.br\n").arg(escaped(Usage::ofForm(command, form)));
-    section += QStringLiteral(".PP\n%1.\n").arg(capitalised(escaped(command.summary)));
-    const QStringList paragraphs = toText(command.description).split(QLatin1Char('\n'));
+    section += QStringLiteral(".PP\n%1.\n").arg(capitalised(escaped(Texts::of(command.summary))));
+    const QStringList paragraphs = descriptionOf(command).split(QLatin1Char('\n'));
     for (const QString& paragraph : paragraphs)
         section += QStringLiteral(".PP\n") + escaped(paragraph) + QLatin1Char('\n');
     section += optionList(command.options);
@@ -211,17 +272,18 @@ QString Usage::ofOption(const Option& option)
 
 QString Usage::helpFor(const Command& command)
 {
+    const QString usage = Texts::tr("Usage: ");
     QString help;
     for (const Command::Form& form : command.forms)
-        help += (help.isEmpty() ? QStringLiteral("Usage: ") : QStringLiteral("       ")) +
-                ofForm(command, form) + QLatin1Char('\n');
-    help += QStringLiteral("\n%1.\n").arg(capitalised(toText(command.summary)));
-    help += paragraphs(command.description);
+        help += (help.isEmpty() ? usage : QString(usage.size(), QLatin1Char(' '))) + ofForm(command, form) +
+                QLatin1Char('\n');
+    help += QStringLiteral("\n%1.\n").arg(capitalised(Texts::of(command.summary)));
+    help += paragraphs(descriptionOf(command));
     if (!command.options.empty())
-        help += QStringLiteral("\nOptions:\n") + optionRows(command.options);
-    help += QStringLiteral("\nOptions of all commands:\n") + optionRows(CommandTable::commonOptions());
+        help += title(Texts::tr("Options")) + optionRows(command.options);
+    help += title(Texts::tr("Options of all commands")) + optionRows(CommandTable::commonOptions());
     if (!command.examples.empty())
-        help += QStringLiteral("\nExamples:\n");
+        help += title(Texts::tr("Examples"));
     for (const std::string_view example : command.examples)
         help += QStringLiteral("  ") + toText(example) + QLatin1Char('\n');
     return help;
@@ -229,53 +291,54 @@ QString Usage::helpFor(const Command& command)
 
 QString Usage::overview()
 {
-    QString help = QStringLiteral("Usage: vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
-                   wrap(QStringLiteral("Reads, edits, compares and converts configuration files (%1) by "
-                                       "attribute.")
-                            .arg(formats()),
-                        0, 0) +
-                   QStringLiteral("\nCommands:\n");
+    QString help = Texts::tr("Usage: ") +
+                   QStringLiteral("vantry [--backend NAME=FILE[:ro|wo|rw]]... COMMAND ...\n\n") +
+                   wrap(purpose(), 0, 0) + title(Texts::tr("Commands"));
     constexpr int width = 10;
     for (const Command& command : CommandTable::commands()) {
         if (!command.isHidden)
-            help += row(toText(command.name), toText(command.summary), width);
+            help += row(toText(command.name), Texts::of(command.summary), width);
     }
-    help += QStringLiteral("\nOptions of all commands:\n") + optionRows(CommandTable::commonOptions());
+    help += title(Texts::tr("Options of all commands")) + optionRows(CommandTable::commonOptions());
     for (const Topic& topic : topics()) {
-        help += QLatin1Char('\n') + toText(topic.title) + QStringLiteral(":\n");
+        help += title(Texts::of(topic.title));
         for (const std::string_view paragraph : topic.paragraphs)
-            help += QStringLiteral("  ") + wrap(toText(paragraph), 2, 2);
+            help += QStringLiteral("  ") + wrap(Texts::of(paragraph), 2, 2);
     }
-    return help + QStringLiteral("\n'vantry COMMAND --help' tells more of a command.\n");
+    return help + QLatin1Char('\n') + Texts::tr("'vantry COMMAND --help' tells more of a command.") +
+           QLatin1Char('\n');
 }
 
 QString Usage::manPage()
 {
     QString page =
-        QStringLiteral(".TH VANTRY 1 \"\" \"Vantry " VANTRY_VERSION "\" \"User Commands\"\n"
-                       ".SH NAME\nvantry \\- read, edit, compare and convert configuration files\n"
-                       ".SH SYNOPSIS\n\\fBvantry\\fR [\\fB\\-\\-backend\\fR "
-                       "\\fINAME\\fR=\\fIFILE\\fR[:ro|wo|rw]]... \\fICOMMAND\\fR ...\n"
-                       ".SH DESCRIPTION\n"
-                       "Reads, edits, compares and converts configuration files (%1) by attribute. An edit "
-                       "of one value changes the bytes of that value; everything else in the file stays as "
-                       "its author left it.\n"
-                       ".SH COMMANDS\n")
-            .arg(formats());
+        QStringLiteral(".TH VANTRY 1 \"\" \"Vantry " VANTRY_VERSION "\" \"%1\"\n")
+            .arg(escaped(Texts::tr("User Commands"))) +
+        QStringLiteral(".nh\n.ad l\n") + // a word is not split, least of all by the rules of another language
+        heading(Texts::tr("Name")) + QStringLiteral("vantry \\- ") +
+        escaped(Texts::tr("read, edit, compare and convert configuration files")) + QLatin1Char('\n') +
+        heading(Texts::tr("Synopsis")) +
+        QStringLiteral("\\fBvantry\\fR [\\fB\\-\\-backend\\fR "
+                       "\\fINAME\\fR=\\fIFILE\\fR[:ro|wo|rw]]... \\fICOMMAND\\fR ...\n") +
+        heading(Texts::tr("Description")) + escaped(purpose()) + QLatin1Char(' ') +
+        escaped(Texts::tr("An edit of one value changes the bytes of that value; everything else in the file "
+                          "stays as its author left it.")) +
+        QLatin1Char('\n') + heading(Texts::tr("Commands"));
     for (const Command& command : CommandTable::commands()) {
         if (!command.isHidden)
             page += sectionFor(command);
     }
-    page += QStringLiteral(".SH OPTIONS OF ALL COMMANDS\n") + optionList(CommandTable::commonOptions());
+    page += heading(Texts::tr("Options of all commands")) + optionList(CommandTable::commonOptions());
     for (const Topic& topic : topics()) {
-        page += QStringLiteral(".SH %1\n").arg(escaped(toText(topic.title).toUpper()));
+        page += heading(Texts::of(topic.title));
         bool isFirst = true;
         for (const std::string_view paragraph : topic.paragraphs) {
-            page += (isFirst ? QString() : QStringLiteral(".PP\n")) + escaped(paragraph) + QLatin1Char('\n');
+            page += (isFirst ? QString() : QStringLiteral(".PP\n")) + escaped(Texts::of(paragraph)) +
+                    QLatin1Char('\n');
             isFirst = false;
         }
     }
-    return page + QStringLiteral(".SH SEE ALSO\n\\fBvantry\\-desk\\fR(1)\n");
+    return page + heading(Texts::tr("See also")) + QStringLiteral("\\fBvantry\\-desk\\fR(1)\n");
 }
 
 } // namespace CommandLine

@@ -51,16 +51,23 @@ function(vantry_add_program name)
 endfunction()
 
 # vantry_add_manual(PROGRAM ARGUMENTS...): has the program print its manual page, which is made as the file that its
-# property VANTRY_MANUAL names.
+# property VANTRY_MANUAL names, and the German one, VANTRY_MANUAL_DE.
 function(vantry_add_manual program)
-    set(manual ${CMAKE_CURRENT_BINARY_DIR}/${program}.1)
-    add_custom_command(
-        OUTPUT ${manual}
-        COMMAND ${program} ${ARGN} > ${manual}
-        DEPENDS ${program}
-        VERBATIM)
-    add_custom_target(${program}_manual ALL DEPENDS ${manual})
-    set_target_properties(${program} PROPERTIES VANTRY_MANUAL ${manual})
+    set(manuals)
+    foreach(language en de)
+        set(manual ${CMAKE_CURRENT_BINARY_DIR}/${language}/${program}.1)
+        add_custom_command(
+            OUTPUT ${manual}
+            COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/${language}
+            COMMAND ${program} --language ${language} ${ARGN} > ${manual}
+            DEPENDS ${program}
+            VERBATIM)
+        list(APPEND manuals ${manual})
+    endforeach()
+    add_custom_target(${program}_manual ALL DEPENDS ${manuals})
+    list(GET manuals 0 english)
+    list(GET manuals 1 german)
+    set_target_properties(${program} PROPERTIES VANTRY_MANUAL ${english} VANTRY_MANUAL_DE ${german})
 endfunction()
 
 # vantry_add_test(SUBJECT [LINKS ...] [DESKTOP]): builds SUBJECT_test from SUBJECT_test.cpp in this folder and

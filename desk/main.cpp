@@ -6,6 +6,7 @@
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginLoader.h"
 #include "desk/plugins/PluginRehearsal.h"
+#include "desk/plugins/PluginTexts.h"
 #include "desk/plugins/StartWatch.h"
 #include "desk/window/FocusStyle.h"
 #include "desk/window/MainWindow.h"
@@ -73,7 +74,8 @@ void handleQtMessage(QtMsgType type, const QMessageLogContext& context, const QS
 // What is wrong with the command line. Gives the exit code.
 int showError(const QString& error)
 {
-    std::fprintf(stderr, "vantry-desk: %s\nvantry-desk --help shows what it knows.\n", qUtf8Printable(error));
+    std::fprintf(stderr, "vantry-desk: %s\n%s\n", qUtf8Printable(error),
+                 qUtf8Printable(Options::tr("vantry-desk --help shows what it knows.")));
     return 2;
 }
 
@@ -89,11 +91,28 @@ QStringList textsOf(int argc, char** argv)
 int runWithoutWindow(int argc, char** argv, const Options& options)
 {
     const QCoreApplication application(argc, argv);
+    Vantry::Language::show();
     const QString text = options.wantsHelp     ? Options::helpText()
                          : options.wantsManual ? Options::manPage()
                                                : QStringLiteral("vantry-desk " VANTRY_VERSION "\n");
     std::fputs(qUtf8Printable(text), stdout);
     return 0;
+}
+
+// Gives the exit code.
+int refuseWithoutDisplay(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    Vantry::Language::show();
+    const QString error = Options::parse(QCoreApplication::arguments()).error;
+    if (!error.isEmpty())
+        return showError(error);
+    std::fprintf(
+        stderr, "vantry-desk: %s\n%s\n",
+        qUtf8Printable(Options::tr("cannot open a window without a display (DISPLAY and WAYLAND_DISPLAY "
+                                   "are not set).")),
+        qUtf8Printable(Options::tr("Use --picture OUT.png to draw the window into a file instead.")));
+    return 1;
 }
 
 // In the child of a trial, which has all that plug-ins find in the desk.
@@ -104,6 +123,7 @@ int runTrial(int argc, char** argv, const Options& options)
     usualHandler = qInstallMessageHandler(handleQtMessage);
     const Vantry::DeskApplication application(argc, argv);
     QApplication::setStyle(new Vantry::FocusStyle);
+    Vantry::Language::show();
     return Vantry::PluginRehearsal::run(options.triedPlugins);
 }
 
@@ -116,9 +136,10 @@ PluginLoader::Choice choosePlugins(const Options& options)
     choice.culprits = Vantry::LoadingNote::takeCulprits();
     const int failedStarts = Vantry::StartWatch::countFailedStarts(!choice.culprits.isEmpty());
     if (options.isSafe)
-        choice.reasonForNone = QStringLiteral("left out of this start, as --safe asks for");
+        choice.reasonForNone = Vantry::PluginTexts::tr("left out of this start, as --safe asks for");
     else if (failedStarts > 1)
-        choice.reasonForNone = QStringLiteral("left out of this start: plug-ins have ended the last two");
+        choice.reasonForNone =
+            Vantry::PluginTexts::tr("left out of this start: plug-ins have ended the last two");
     return choice;
 }
 
@@ -164,6 +185,7 @@ int main(int argc, char** argv)
     introduceProgram();
     const QStringList arguments = textsOf(argc, argv);
     const Options early = Options::parse(arguments);
+    Vantry::Language::useInThisRun(early.language);
     if (!early.triedPlugins.isEmpty())
         return runTrial(argc, argv, early);
     if (early.wantsHelp || early.wantsVersion || early.wantsManual)
@@ -177,21 +199,15 @@ int main(int argc, char** argv)
         if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!hasDisplay(arguments)) {
-        if (!early.error.isEmpty())
-            return showError(early.error);
-        std::fputs("vantry-desk: cannot open a window without a display (DISPLAY and WAYLAND_DISPLAY are "
-                   "not set).\n"
-                   "Use --picture OUT.png to draw the window into a file instead.\n",
-                   stderr);
-        return 1;
+        return refuseWithoutDisplay(argc, argv);
     }
 
     usualHandler = qInstallMessageHandler(handleQtMessage);
     const Vantry::DeskApplication application(argc, argv);
     QApplication::setStyle(new Vantry::FocusStyle);
+    Vantry::Language::show();
     const Options options = Options::parse(QCoreApplication::arguments());
     if (!options.error.isEmpty())
         return showError(options.error);
-    Vantry::Language::show();
     return runWindow(options);
 }

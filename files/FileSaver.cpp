@@ -43,7 +43,7 @@ public:
         while (error.empty() && Clock::now() < deadline) {
             error = attempt();
             if (error.empty() && !isChanged) {
-                result.digest = FileDigest::of(*bytes);
+                result.digest = digestOfBytes();
                 return {};
             }
         }
@@ -96,6 +96,7 @@ private:
             return answer.refusal;
         merged = std::move(answer.bytes);
         bytes = &merged;
+        bytesDigest.reset();
         known = now;
         isUpToDate = found == merged;
         return {};
@@ -128,9 +129,9 @@ private:
             error = replacement.finish();
         std::string doubt;
         if (error.empty())
-            error = isNew ? replacement.publish(location.name, isChanged)
-                          : replacement.exchange(location.name, status, found, FileDigest::of(*bytes),
-                                                 isChanged, doubt);
+            error =
+                isNew ? replacement.publish(location.name, isChanged)
+                      : replacement.exchange(location.name, status, found, digestOfBytes(), isChanged, doubt);
         if (!error.empty() || isChanged)
             return error;
         result.written = true;
@@ -156,6 +157,13 @@ private:
         return {};
     }
 
+    const FileDigest& digestOfBytes()
+    {
+        if (!bytesDigest)
+            bytesDigest = FileDigest::of(*bytes);
+        return *bytesDigest;
+    }
+
     void warn(const std::string& text)
     {
         const bool joins = !text.empty() && !result.warning.empty();
@@ -166,6 +174,7 @@ private:
     const FileLocation& location;
     const std::string* bytes; // not owned
     std::string merged;       // what bytes points to after a merge
+    std::optional<FileDigest> bytesDigest;
     const mode_t newFileMode;
     const MergeContent& merge;
     SaveFileResult& result;

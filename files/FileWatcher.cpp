@@ -68,8 +68,7 @@ public:
     {
         const std::lock_guard lock(mutex);
         files.emplace(++lastFile, std::make_shared<Watched>(std::move(file)));
-        otherFiles.push_back(lastFile);
-        wake();
+        note(lastFile);
         return lastFile;
     }
 
@@ -77,8 +76,7 @@ public:
     {
         const std::lock_guard lock(mutex);
         files.erase(file);
-        otherFiles.push_back(file);
-        wake();
+        note(file);
     }
 
     void stop()
@@ -129,6 +127,14 @@ private:
     using Files = std::map<int, std::shared_ptr<Watched>>;
 
     void wake() const { ::eventfd_write(waker, 1); }
+
+    // The mutex is held. One call wakes the thread for all that come before it looks.
+    void note(int otherFile)
+    {
+        otherFiles.push_back(otherFile);
+        if (otherFiles.size() == 1)
+            wake();
+    }
 
     // Begins with new files and ends with removed ones; false when the watcher ends.
     bool takeFiles()

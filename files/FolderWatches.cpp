@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
-#include <set>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -58,11 +57,11 @@ struct Way
 
     bool isAtEnd() const { return rest.find_first_not_of('/') == std::string::npos; }
 
-    // Goes on from the name; false where the way ends, because the file is reached or something is missing.
-    bool enter(const std::string& name)
+    // Goes on from a path in the folder; false where the way ends, because the file is reached or something
+    // is missing.
+    bool enter(const std::string& path)
     {
         constexpr int mostLinks = 40;
-        const std::string path = join(folder, name);
         struct stat status = {};
         if (::lstat(path.c_str(), &status) != 0)
             return false;
@@ -92,55 +91,69 @@ FolderWatches::~FolderWatches()
         ::close(notifier);
 }
 
-bool FolderWatches::add(const std::string& folder, const std::string& name, unsigned kinds,
-                        std::vector<Place>& places)
+// Null, with errno, where there is no watch.
+const FolderWatches::Known* FolderWatches::watchFolder(const std::string& folder, unsigned kinds)
 {
+    const auto found = known.find(folder);
+    if (found != known.end() && (found->second.kinds & kinds) == kinds)
+        return &found->second;
     const int watch = ::inotify_add_watch(notifier, folder.c_str(), kinds | IN_ONLYDIR | IN_MASK_ADD);
     if (watch < 0)
-        return errno == ENOENT || errno == ENOTDIR; // it has gone just now, of which its own folder has news
-    ++uses[watch];
-    places.emplace_back(watch, name);
-    return true;
+        return nullptr;
+    Known& now = known[folder];
+    now = {watch, kinds, (kinds & content) != 0 && isRemote(folder)};
+    return &now;
 }
 
-std::string FolderWatches::follow(File file, const std::string& path)
+std::string FolderWatches::follow(File file, const std::string& filePath)
 {
     if (notifier < 0)
         return systemReason(EMFILE);
     std::string reason;
     std::vector<Place> places;
     Way way;
-    way.rest = path;
+    way.rest = filePath;
     for (std::string name = way.next(); !name.empty(); name = way.next()) {
         const std::string folder = way.folder;
         const bool isFile = way.isAtEnd();
-        if (!add(folder, name, isFile ? comesAndGoes | content : comesAndGoes, places) && reason.empty())
+        const Known* const watched = watchFolder(folder, isFile ? comesAndGoes | content : comesAndGoes);
+        const bool hasJustGone = errno == ENOENT || errno == ENOTDIR; // of which its own folder has news
+        if (watched) {
+            ++uses[watched->watch];
+            places.emplace_back(watched->watch, name);
+            if (isFile && watched->isRemote)
+                reason = folder + " may be written by other machines";
+        } else if (!hasJustGone && reason.empty()) {
             reason = folder + (": " + systemReason());
-        else if (isFile && isRemote(folder))
-            reason = folder + " may be written by other machines";
-        if (!way.enter(name))
+        }
+        const std::string path = join(folder, name);
+        if (known.count(path) > 0)
+            way.folder = path;
+        else if (!way.enter(path))
             break;
     }
     forget(file); // only now, so that no folder on both ways is without a watch in between
     for (const Place& place : places)
-        filesAt.emplace(place, file);
+        filesAt[place].insert(file);
     placesOf[file] = std::move(places);
     return reason;
 }
 
 void FolderWatches::forget(File file)
 {
-    const auto known = placesOf.find(file);
-    if (known == placesOf.end())
+    const auto found = placesOf.find(file);
+    if (found == placesOf.end())
         return;
-    for (const Place& place : known->second) {
-        const auto [begin, end] = filesAt.equal_range(place);
-        const auto entry = std::find_if(begin, end, [file](const auto& at) { return at.second == file; });
-        if (entry != end)
-            filesAt.erase(entry);
+    const std::vector<Place> places = std::move(found->second);
+    placesOf.erase(found);
+    for (const Place& place : places) {
+        const auto present = filesAt.find(place);
+        if (present == filesAt.end())
+            continue;
+        present->second.erase(file);
+        if (present->second.empty())
+            filesAt.erase(present);
     }
-    const std::vector<Place> places = std::move(known->second);
-    placesOf.erase(known);
     release(places);
 }
 
@@ -152,12 +165,14 @@ void FolderWatches::release(const std::vector<Place>& places)
             continue;
         uses.erase(use);
         ::inotify_rm_watch(notifier, watch);
+        known.clear(); // the number may be given to another folder
     }
 }
 
 std::vector<FolderWatches::File> FolderWatches::takeNews()
 {
     std::set<File> concerned;
+    known.clear();
     alignas(inotify_event) std::array<char, 16384> buffer;
     ssize_t size = 0;
     while ((size = ::read(notifier, buffer.data(), buffer.size())) > 0) {
@@ -165,14 +180,14 @@ std::vector<FolderWatches::File> FolderWatches::takeNews()
             inotify_event event = {};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             const char* const name = buffer.data() + at + sizeof event;
-            const auto [begin, end] = filesAt.equal_range(Place(event.wd, event.len > 0 ? name : ""));
-            for (auto entry = begin; entry != end; ++entry)
-                concerned.insert(entry->second);
+            const auto present = filesAt.find(Place(event.wd, event.len > 0 ? name : ""));
+            if (present != filesAt.end())
+                concerned.insert(present->second.begin(), present->second.end());
             const bool isOfFolder = (event.mask & (IN_IGNORED | IN_DELETE_SELF | IN_MOVE_SELF)) != 0;
             const bool isLost = (event.mask & IN_Q_OVERFLOW) != 0;
-            for (const auto& [place, file] : filesAt) {
+            for (const auto& [place, files] : filesAt) {
                 if (isLost || (isOfFolder && place.first == event.wd))
-                    concerned.insert(file);
+                    concerned.insert(files.begin(), files.end());
             }
             at += sizeof event + event.len;
         }

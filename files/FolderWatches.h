@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,13 +36,23 @@ public:
 private:
     using Place = std::pair<int, std::string>; // a watched folder's number, and a name in it
 
-    bool add(const std::string& folder, const std::string& name, unsigned kinds, std::vector<Place>& places);
+    // What is known of a folder on a way until the next news: nothing needs to be asked again, since any
+    // change comes after it.
+    struct Known
+    {
+        int watch;
+        unsigned kinds;
+        bool isRemote;
+    };
+
+    const Known* watchFolder(const std::string& folder, unsigned kinds);
     void release(const std::vector<Place>& places);
 
     int notifier = -1;
     std::map<int, int> uses; // how many places each watched folder has
-    std::multimap<Place, File> filesAt;
+    std::map<Place, std::set<File>> filesAt;
     std::map<File, std::vector<Place>> placesOf;
+    std::map<std::string, Known> known; // by the folders' paths
 };
 
 } // namespace Files

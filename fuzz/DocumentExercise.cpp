@@ -36,6 +36,11 @@ bool areSame(const std::vector<Entry>& some, const std::vector<Entry>& others)
         [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
 }
 
+void sortByPath(std::vector<Entry>& entries)
+{
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.path < b.path; });
+}
+
 std::vector<Entry> entriesOf(const Document& document)
 {
     std::vector<Entry> found;
@@ -127,6 +132,7 @@ private:
         if (span && (span->offset > before.size() || span->length > before.size() - span->offset))
             return fault("a value lies outside of the text");
         const bool wasNamed = document->namesType(entry.path);
+        const bool wasCopy = document->originOf(entry.path) == Document::Origin::Copy;
         if (!document->set(entry.path, value).ok())
             return checkNothingChanged();
         if (isGroup)
@@ -138,18 +144,29 @@ private:
         // it.
         const bool keepsTag =
             wasNamed == document->namesType(entry.path) && (value.type == entry.value.type || !wasNamed);
-        const bool keepsRest =
-            before == text && value.type != Type::Null && entry.value.type != Type::Null && keepsTag;
+        const bool keepsRest = before == text && !wasCopy && value.type != Type::Null &&
+                               entry.value.type != Type::Null && keepsTag;
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
                           after.size() < span->offset + rest.size() ||
                           std::string_view(after).substr(after.size() - rest.size()) != rest))
             return fault("more than the value's own bytes changed");
         std::vector<Entry> expected = entries;
-        expected[std::size_t(&entry - entries.data())].value = value;
-        if (!areSame(entriesOf(*document), expected))
+        for (Entry& each : expected) {
+            if (each.path == entry.path || document->sourceOf(each.path) == entry.path)
+                each.value = value;
+        }
+        // An alias in a list may make that one of texts, or of other values.
+        const bool isLinked = document->isLinked(entry.path);
+        std::vector<Entry> now = entriesOf(*document);
+        if (wasCopy) { // it has come to the entries of its map
+            sortByPath(now);
+            sortByPath(expected);
+        }
+        if (!areSame(now, expected) && !(isLinked && now.size() != expected.size()))
             return fault("more than one entry changed, or the wrong way");
         std::string broken = checkTree();
-        return broken.empty() && keepsTag && choose(2) == 0 ? checkUndo(entry, *spelling) : broken;
+        return broken.empty() && keepsTag && !wasCopy && choose(2) == 0 ? checkUndo(entry, *spelling)
+                                                                        : broken;
     }
 
     std::string checkUndo(const Entry& entry, const std::string& spelling)
@@ -163,6 +180,7 @@ private:
 
     std::string checkInsertion(const std::string& path, const Value& value)
     {
+        const std::vector<std::string> shown = shownEntries();
         action =
             "insert \"" + path + "\" as \"" + toText(value) + "\", " + std::string(describeType(value.type));
         if (!document->insert(path, value).ok())
@@ -182,7 +200,8 @@ private:
         for (const Entry& entry : entries) {
             // Nothing may give way to what comes below it.
             const bool mayGo = entry.value.type == Type::Null && isAtOrBelow(path, entry.path);
-            if (entry.path != path && !mayGo && !holds(entry.path, entry.value))
+            const bool follows = std::binary_search(shown.begin(), shown.end(), entry.path);
+            if (entry.path != path && !mayGo && !follows && !holds(entry.path, entry.value))
                 return fault("inserting changed \"" + entry.path + "\"");
         }
         return {};
@@ -192,18 +211,20 @@ private:
     {
         action = "remove \"" + path + "\"";
         const bool siblingsMove = document->removalMovesSiblings(path);
+        const std::vector<std::string> shown = shownEntries();
         if (!document->remove(path).ok())
             return checkNothingChanged();
         std::string broken = checkTree();
         if (!broken.empty() || siblingsMove)
             return broken;
-        if (document->contains(path))
+        if (document->contains(path) && document->originOf(path) != Document::Origin::Copy)
             return fault("what was removed is still there");
         const std::vector<Entry> now = entriesOf(*document);
         for (const Entry& entry : entries) {
             const bool losesElement = entry.value.type == Type::StringList && isAtOrBelow(path, entry.path);
-            const bool goes =
-                losesElement || entry.value.type == Type::Group || isAtOrBelow(entry.path, path);
+            const bool goes = losesElement || entry.value.type == Type::Group ||
+                              isAtOrBelow(entry.path, path) ||
+                              std::binary_search(shown.begin(), shown.end(), entry.path);
             const bool stays = std::any_of(now.begin(), now.end(), [&entry](const Entry& other) {
                 return other.path == entry.path && isSame(other.value, entry.value);
             });
@@ -211,6 +232,18 @@ private:
                 return fault("removing took \"" + entry.path + "\" as well");
         }
         return {};
+    }
+
+    // The paths of what shows other entries, which it follows.
+    std::vector<std::string> shownEntries() const
+    {
+        std::vector<std::string> shown;
+        for (const Entry& entry : entries) {
+            if (document->sourceOf(entry.path) != entry.path)
+                shown.push_back(entry.path);
+        }
+        std::sort(shown.begin(), shown.end());
+        return shown;
     }
 
     std::string checkTree() const

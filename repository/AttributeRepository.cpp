@@ -2,6 +2,7 @@
 
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/mounting/BackendRegistry.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/operations/AttributeWriter.h"
@@ -77,7 +78,7 @@ public:
         return runForCaller(Outcome::Operation::Change, path, [&] {
             if (isAtOrBelow(path, ownRoot))
                 return Refusals::ownTree();
-            const auto name = [&path] { return QStringLiteral("Remove %1").arg(path); };
+            const auto name = [&path] { return Texts::tr("Remove %1").arg(path); };
             return store->change(name, [&path](Transaction& transaction) {
                 Node* const node = transaction.getNodes().find(path);
                 const auto element = node ? std::nullopt : ListElement::at(path);

@@ -28,7 +28,7 @@ QString expected(const QVariant& value)
     using Values::Type;
     const auto attributeValue = Values::toAttributeVariant(value);
     const Type type = attributeValue ? Values::toValue(*attributeValue).type : Type::String;
-    return QString::fromStdString(Values::describeType(type) + Values::rowOf(type).range);
+    return Values::rangeText(type);
 }
 
 } // namespace

@@ -2,10 +2,12 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Suggestion.h"
+#include "cli/Texts.h"
 #include "cli/TypedText.h"
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
+#include "host/FrameworkCore/Core/SpokenLanguage.h"
 #include "repository/documents/Formats.h"
 #include "repository/validation/Validation.h"
 
@@ -148,6 +150,9 @@ private:
         case Word::Type:
             candidates += TypedText::typeNames();
             break;
+        case Word::Language:
+            candidates += FrameworkCore::Core::SpokenLanguage::names();
+            break;
         case Word::Backend:
             addDeclarations();
             break;
@@ -242,8 +247,9 @@ ExitCode printScript(Session&, const Invocation& invocation)
     const QString& shell = invocation.arguments.first();
     QFile script(QStringLiteral(":/completion/vantry.") + shell);
     if (!script.open(QIODevice::ReadOnly)) {
-        return Session::fail(ExitCode::Usage, QStringLiteral("cannot complete for the shell '%1'%2")
-                                                  .arg(shell, suggestionFor(shell, shells())));
+        return Session::fail(
+            ExitCode::Usage,
+            Texts::tr("cannot complete for the shell '%1'%2").arg(shell, suggestionFor(shell, shells())));
     }
     Output::bytes(script.readAll().toStdString());
     return ExitCode::Done;
@@ -253,26 +259,32 @@ ExitCode printScript(Session&, const Invocation& invocation)
 
 Command completion()
 {
-    return {"completion",
-            "print a script for completion in a shell",
+    return {
+        "completion",
+        QT_TRANSLATE_NOOP("CommandLine", "print a script for completion in a shell"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
             "Commands, options, files and the paths in a file are completed then. For bash, add this line to "
-            "~/.bashrc: eval \"$(vantry completion bash)\"",
-            {{{"bash|zsh|fish", Word::Shell}}},
-            {},
-            {"eval \"$(vantry completion bash)\""},
-            printScript};
+            "~/.bashrc: eval \"$(vantry completion bash)\""),
+        {{{"bash|zsh|fish", Word::Shell}}},
+        {},
+        {"eval \"$(vantry completion bash)\""},
+        printScript};
 }
 
 Command complete()
 {
-    Command command{"complete",
-                    "print what may come next",
-                    "The last WORD is the unfinished one. The first line is \"files\" when names of files "
-                    "may come, too, and what precedes the name in WORD, otherwise \"words\".",
-                    {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
-                    {},
-                    {},
-                    run};
+    Command command{
+        "complete",
+        QT_TRANSLATE_NOOP("CommandLine", "print what may come next"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "The last WORD is the unfinished one. The first line is \"files\" when names of files "
+            "may come, too, and what precedes the name in WORD, otherwise \"words\"."),
+        {{{"WORD", Word::Text, Argument::Count::OneOrMore}}},
+        {},
+        {},
+        run};
     command.isHidden = true;
     return command;
 }

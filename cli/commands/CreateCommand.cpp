@@ -27,17 +27,25 @@ Command create()
 {
     return {
         "create",
-        "add an attribute, and the groups that lead to it",
-        "The new entry comes after its siblings, in the manner of the file. Without --type, VALUE is what "
-        "a file would hold by that text: true and false, numbers, or else a text. A type which the "
-        "file's format has no form of its own for is kept in a type tag that other programs take for a "
-        "comment. "
-        "An attribute that is there already is refused; a file that is not there is created. In an array the "
-        "new element gets the index that PATH ends in, and those from there on move up; the number of its "
-        "elements is the index after the last.",
+        QT_TRANSLATE_NOOP("CommandLine", "add an attribute, and the groups that lead to it"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "The new entry comes after its siblings, in the manner of the file. Without --type, VALUE is "
+            "what "
+            "a file would hold by that text: true and false, numbers, or else a text. A type which the "
+            "file's format has no form of its own for is kept in a type tag that other programs take for a "
+            "comment. "
+            "An attribute that is there already is refused; a file that is not there is created. In an array "
+            "the "
+            "new element gets the index that PATH ends in, and those from there on move up; the number of "
+            "its "
+            "elements is the index after the last."),
         {{{"FILE", Word::File}, {"PATH", Word::Path}, valueArgument}},
-        {{"--type", "T", Word::Type, "the type of the attribute"},
-         {"--parents", {}, Word::Text, "add the groups that lead to it, which is done without it, too"},
+        {{"--type", "T", Word::Type, QT_TRANSLATE_NOOP("CommandLine", "the type of the attribute")},
+         {"--parents",
+          {},
+          Word::Text,
+          QT_TRANSLATE_NOOP("CommandLine", "add the groups that lead to it, which is done without it, too")},
          stdinOption,
          dryRunOption},
         {"vantry create app.ini server.timeout 30", "vantry create app.json hosts.0 first",

@@ -259,14 +259,18 @@ Command diff()
 {
     return {
         "diff",
-        "compare two files by attribute",
-        "Order, comments and spelling do not count. A type does: 8080 is not the text \"8080\". An array is "
-        "another thing than a group of the same names, and an empty group than nothing, unless one of two "
-        "formats cannot tell. "
-        "\"-\" begins what the first file holds, \"+\" what the second holds. With paths, only what is "
-        "below them is compared. The exit code is 1 when there is a difference.\n"
-        "With --json: an array of objects with \"change\" (changed, created or removed), \"path\", and "
-        "\"typeBefore\", \"before\", \"typeAfter\" and \"after\" as far as there are any.",
+        QT_TRANSLATE_NOOP("CommandLine", "compare two files by attribute"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Order, comments and spelling do not count. A type does: 8080 is not the text \"8080\". An array "
+            "is "
+            "another thing than a group of the same names, and an empty group than nothing, unless one of "
+            "two "
+            "formats cannot tell. "
+            "\"-\" begins what the first file holds, \"+\" what the second holds. With paths, only what is "
+            "below them is compared. The exit code is 1 when there is a difference.\n"
+            "With --json: an array of objects with \"change\" (changed, created or removed), \"path\", and "
+            "\"typeBefore\", \"before\", \"typeAfter\" and \"after\" as far as there are any."),
         {{{"FILE", Word::File}, {"FILE", Word::File}},
          {{"FILE", Word::File}, {"PATH", Word::Path}, {"FILE", Word::File}, {"PATH", Word::Path}}},
         {toFormatOption, jsonOption, nullOption},

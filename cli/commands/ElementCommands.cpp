@@ -1,4 +1,5 @@
 #include "cli/Edits.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
 #include "repository/documents/Formats.h"
 
@@ -31,8 +32,9 @@ public:
         bool isNumber = false;
         const uint at = index.toUInt(&isNumber);
         if (!isNumber || at > uint(list->size()))
-            return refuse(ExitCode::Usage, QStringLiteral("'%1' is not an index from 0 to %2")
-                                               .arg(index, QString::number(list->size())));
+            return refuse(
+                ExitCode::Usage,
+                Texts::tr("'%1' is not an index from 0 to %2").arg(index, QString::number(list->size())));
         if (isArray())
             return insertIntoArray(int(at), {value});
         QStringList changed = *list;
@@ -69,7 +71,7 @@ private:
         if (value && value->userType() == QMetaType::QStringList)
             return value->toStringList();
         if (value)
-            refuse(ExitCode::Refused, QStringLiteral("it is not a list, which alone has elements"));
+            refuse(ExitCode::Refused, Texts::tr("it is not a list, which alone has elements"));
         return {};
     }
 
@@ -95,7 +97,7 @@ private:
     ExitCode refuse(ExitCode code, const QString& reason) const
     {
         return Session::fail(code,
-                             QStringLiteral("%1: '%2': %3")
+                             Texts::tr("%1: '%2': %3")
                                  .arg(place.source->given, place.source->relativePath(place.path), reason));
     }
 
@@ -106,7 +108,7 @@ private:
 
 std::optional<Session::Place> locate(Session& session)
 {
-    return session.locate(Session::Opening::Edit, QStringLiteral("; 'vantry create --type list' adds it"));
+    return session.locate(Session::Opening::Edit, Texts::tr("; 'vantry create --type list' adds it"));
 }
 
 ExitCode runAppend(Session& session, const Invocation& invocation)
@@ -127,9 +129,11 @@ ExitCode runInsert(Session& session, const Invocation& invocation)
 Command append()
 {
     return {"append",
-            "add elements at the end of a list",
-            "PATH is a list or an array. The other elements stay as they are written. In an array "
-            "that holds more than texts, VALUE is what \"create\" makes of it.",
+            QT_TRANSLATE_NOOP("CommandLine", "add elements at the end of a list"),
+            QT_TRANSLATE_NOOP(
+                "CommandLine",
+                "PATH is a list or an array. The other elements stay as they are written. In an array "
+                "that holds more than texts, VALUE is what \"create\" makes of it."),
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"VALUE", Word::Text, Argument::Count::OneOrMore}}},
             {dryRunOption},
             {"vantry append package.json files src docs"},
@@ -140,10 +144,13 @@ Command insert()
 {
     return {
         "insert",
-        "add an element to a list before another",
-        "The element with the number INDEX, of which the first is 0, and those after it move by one. The "
-        "number of elements is the index after the last. In an array that holds more than texts, VALUE is "
-        "what \"create\" makes of it.",
+        QT_TRANSLATE_NOOP("CommandLine", "add an element to a list before another"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "The element with the number INDEX, of which the first is 0, and those after it move by one. The "
+            "number of elements is the index after the last. In an array that holds more than texts, VALUE "
+            "is "
+            "what \"create\" makes of it."),
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"INDEX", Word::Text}, {"VALUE", Word::Text}}},
         {dryRunOption},
         {"vantry insert package.json files 0 src"},

@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
 #include "files/FileSaver.h"
 #include "files/SizeLimit.h"
@@ -21,7 +22,7 @@ public:
     // What is wrong with it is reported, and getFailure is its exit code.
     OutputFile(const Invocation& invocation, QString name)
         : isStandardOutput(name == QLatin1String("-")),
-          given(isStandardOutput ? QStringLiteral("standard output") : std::move(name)),
+          given(isStandardOutput ? Texts::tr("standard output") : std::move(name)),
           format(invocation.valueOf("--to-format")), isDryRun(invocation.has("--dry-run")),
           path(QDir::current().absoluteFilePath(given).toStdString()),
           replaces(!isStandardOutput && QFileInfo::exists(given))
@@ -29,15 +30,15 @@ public:
         if (format.isEmpty())
             format = Repository::FileFormat::ofName(given);
         if (given.isEmpty())
-            failure = Session::fail(ExitCode::Usage, QStringLiteral("the name of a file is empty"));
+            failure = Session::fail(ExitCode::Usage, Texts::tr("the name of a file is empty"));
         else if (format.isEmpty())
             failure =
                 refuse(ExitCode::Usage,
                        isStandardOutput
-                           ? QStringLiteral("give its format with --to-format")
-                           : QStringLiteral("its name does not decide its format; give it with --to-format"));
+                           ? Texts::tr("give its format with --to-format")
+                           : Texts::tr("its name does not decide its format; give it with --to-format"));
         else if (replaces && !invocation.has("--force"))
-            failure = refuse(ExitCode::Refused, QStringLiteral("it exists already; --force replaces it"));
+            failure = refuse(ExitCode::Refused, Texts::tr("it exists already; --force replaces it"));
     }
 
     ExitCode getFailure() const { return failure; }
@@ -74,7 +75,7 @@ public:
         if (!saved.ok())
             return Session::fail(
                 ExitCode::BadFile,
-                QStringLiteral("%1 is not saved: %2").arg(given, QString::fromStdString(saved.reason)));
+                Texts::tr("%1 is not saved: %2").arg(given, QString::fromStdString(saved.reason)));
         if (!saved.warning.empty())
             Output::message(QStringLiteral("%1: %2").arg(given, QString::fromStdString(saved.warning)));
         return ExitCode::Done;
@@ -121,18 +122,23 @@ Command convert()
 {
     return {
         "convert",
-        "write what a file holds as a file of another format",
-        "The second FILE is written anew, in the format that its name says. Within one format it is as "
-        "it was written; otherwise comments and spelling are left out, and types come along, in type tags "
-        "where the format has no form of its own for them. An array "
-        "becomes a group of 0, 1, 2 ..., in xml of the elements <_x0030_>, <_x0031_> ...; a group of such "
-        "names "
-        "becomes an array of json, and an array of texts a list everywhere. Names that the format has no "
-        "form "
-        "for are written in codes, and the file says so: ini and txt in the line \"# @names encoded\", json "
-        "in "
-        "\"$names\", xml in <?vantry names=\"encoded\"?>. Converted back, such a file is what it was. "
-        "What the format cannot hold is refused, and nothing is written.",
+        QT_TRANSLATE_NOOP("CommandLine", "write what a file holds as a file of another format"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "The second FILE is written anew, in the format that its name says. Within one format it is as "
+            "it was written; otherwise comments and spelling are left out, and types come along, in type "
+            "tags "
+            "where the format has no form of its own for them. An array "
+            "becomes a group of 0, 1, 2 ..., in xml of the elements <_x0030_>, <_x0031_> ...; a group of "
+            "such "
+            "names "
+            "becomes an array of json, and an array of texts a list everywhere. Names that the format has no "
+            "form "
+            "for are written in codes, and the file says so: ini and txt in the line \"# @names encoded\", "
+            "json "
+            "in "
+            "\"$names\", xml in <?vantry names=\"encoded\"?>. Converted back, such a file is what it was. "
+            "What the format cannot hold is refused, and nothing is written."),
         {{{"FILE", Word::File}, {"FILE", Word::File}}},
         {toFormatOption, forceOption, dryRunOption},
         {"vantry convert app.ini app.json"},
@@ -142,10 +148,12 @@ Command convert()
 Command exportTree()
 {
     return {"export",
-            "write a group as a file of its own",
-            "OUT is written anew, in the format that its name says, within one format with comments and "
-            "spelling; the paths in it are relative to PATH. "
-            "\"\" is the path of the whole file.",
+            QT_TRANSLATE_NOOP("CommandLine", "write a group as a file of its own"),
+            QT_TRANSLATE_NOOP(
+                "CommandLine",
+                "OUT is written anew, in the format that its name says, within one format with comments and "
+                "spelling; the paths in it are relative to PATH. "
+                "\"\" is the path of the whole file."),
             {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
             {toFormatOption, forceOption, dryRunOption},
             {"vantry export app.ini server server.json"},

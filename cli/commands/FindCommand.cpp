@@ -2,6 +2,7 @@
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/SearchArguments.h"
+#include "cli/Texts.h"
 #include "cli/TreeWalk.h"
 #include "cli/ValuePlaces.h"
 #include "cli/commands/Commands.h"
@@ -69,8 +70,8 @@ private:
             const auto holds = condition.holds(node);
             if (!holds)
                 return Session::fail(ExitCode::Usage,
-                                     QStringLiteral("%1: '%2' was not matched: it takes more steps or "
-                                                    "memory than are allowed; simplify the expression")
+                                     Texts::tr("%1: '%2' was not matched: it takes more steps or "
+                                               "memory than are allowed; simplify the expression")
                                          .arg(source.given, node.path));
             if (!*holds)
                 return ExitCode::Done;
@@ -84,8 +85,8 @@ private:
     FilePosition placeOf(const Source& source, const QString& path)
     {
         const FilePosition place = showsLines ? places.of(path) : FilePosition();
-        return place.line == 0 ? FilePosition{source.given, 0, 0}
-                               : FilePosition{source.shownFile(place.file), place.line, place.column};
+        return place.line == 0 ? FilePosition{source.recordedFile(source.absolutePath), 0, 0}
+                               : FilePosition{source.recordedFile(place.file), place.line, place.column};
     }
 
     void print(const Condition::Node& node, const FilePosition& place)
@@ -142,8 +143,8 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (finding.hasFound())
         return ExitCode::Done;
     if (!isPattern(pattern) && QFileInfo::exists(pattern))
-        Output::message(QStringLiteral("'%1' is taken as PATTERN; after several files, '*' stands for all of "
-                                       "their paths")
+        Output::message(Texts::tr("'%1' is taken as PATTERN; after several files, '*' stands for all of "
+                                  "their paths")
                             .arg(pattern));
     return ExitCode::Negative;
 }
@@ -154,29 +155,42 @@ Command find()
 {
     return {
         "find",
-        "print the paths that match a pattern",
-        "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else stands "
-        "for itself. Without PATTERN all are looked at. Paths are printed in the order of the file. Groups "
-        "are found as attributes are, unless "
-        "a value or type is asked for. The exit code is 1 when there is none.\n"
-        "Of several files a line is \"FILE: PATH\", and with --lines \"FILE:LINE: PATH\"; that of a "
-        "group is the LINE of its first value.\n"
-        "CONDITION is value, name, path or type, then = != < <= > >= ~ or !~, then a text, in quotes when "
-        "blanks at its ends count. Numbers are compared as numbers, moments as moments, and all else as "
-        "text; a number is neither less nor greater than a text. \"~\" asks whether a regular expression "
-        "matches a part of it. Types are those that \"get "
-        "--type\" prints, and group.\n"
-        "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\"; also "
-        "\"file\" of several files, and \"file\", \"line\" and \"column\" with --lines.",
+        QT_TRANSLATE_NOOP("CommandLine", "print the paths that match a pattern"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "In PATTERN and TEXT \"*\" stands for any run of characters, \".\" included; everything else "
+            "stands "
+            "for itself. Without PATTERN all are looked at. Paths are printed in the order of the file. "
+            "Groups "
+            "are found as attributes are, unless "
+            "a value or type is asked for. The exit code is 1 when there is none.\n"
+            "Of several files a line is \"FILE: PATH\", and with --lines \"FILE:LINE: PATH\"; that of a "
+            "group is the LINE of its first value.\n"
+            "CONDITION is value, name, path or type, then = != < <= > >= ~ or !~, then a text, in quotes "
+            "when "
+            "blanks at its ends count. Numbers are compared as numbers, moments as moments, and all else as "
+            "text; a number is neither less nor greater than a text. \"~\" asks whether a regular expression "
+            "matches a part of it. Types are those that \"get "
+            "--type\" prints, and group.\n"
+            "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\"; "
+            "also "
+            "\"file\" of several files, and \"file\", \"line\" and \"column\" with --lines."),
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}},
          {{"FILE", Word::File, Argument::Count::OneOrMore}, {"PATTERN", Word::Pattern}}},
         {{"--value", "TEXT", Word::Text,
-          "only attributes whose value matches TEXT; of a list, all of it or one of its elements"},
-         {"--regex", {}, Word::Text, "TEXT is a regular expression, which matches a part of the value"},
+          QT_TRANSLATE_NOOP(
+              "CommandLine",
+              "only attributes whose value matches TEXT; of a list, all of it or one of its elements")},
+         {"--regex",
+          {},
+          Word::Text,
+          QT_TRANSLATE_NOOP("CommandLine",
+                            "TEXT is a regular expression, which matches a part of the value")},
          SearchArguments::ignoreCase,
          SearchArguments::ofType,
-         {"--where", "CONDITION", Word::Text, "only what meets CONDITION; when repeated, all of them", true},
-         {"--lines", {}, Word::Text, "print where it is, too", false, "-n"},
+         {"--where", "CONDITION", Word::Text,
+          QT_TRANSLATE_NOOP("CommandLine", "only what meets CONDITION; when repeated, all of them"), true},
+         {"--lines", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "print where it is, too"), false, "-n"},
          jsonOption,
          nullOption},
         {"vantry find app.ini '*.port'", "vantry find app.ini '*' --value '*localhost*'",

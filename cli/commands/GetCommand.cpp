@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
 #include "repository/documents/json/PlainJson.h"
@@ -26,14 +27,14 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!place->node.isAttribute)
         return Session::fail(
             ExitCode::Negative,
-            QStringLiteral("%1: '%2' is a group without a value of its own; 'vantry ls' shows what is in it")
+            Texts::tr("%1: '%2' is a group without a value of its own; 'vantry ls' shows what is in it")
                 .arg(place->source->given, path));
     QVariant value;
     const int status =
         session.getRepository().getReaderInterface()->readAttributeValue(place->path, value, 0);
     if (status == Session::StatusCode::NotReadable)
         return Session::fail(ExitCode::Refused,
-                             QStringLiteral("%1: '%2' is write-only").arg(place->source->given, path));
+                             Texts::tr("%1: '%2' is write-only").arg(place->source->given, path));
     if (invocation.has("--type"))
         Output::bytes(TypedText::nameOf(value).toStdString() + end);
     else if (invocation.has("--json"))
@@ -47,17 +48,22 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command get()
 {
-    return {"get",
-            "print the value of an attribute",
+    return {
+        "get",
+        QT_TRANSLATE_NOOP("CommandLine", "print the value of an attribute"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
             "The value is printed as it is, followed by a line break. A list is printed with \";\" "
             "between its elements, \"\\\" before a \";\" or \"\\\" of an element; bytes with \"\\x\" and two "
             "hex digits where they are not text; dates and times in ISO 8601.\n"
             "A group has no value: the exit code is 1. With --json it is an object of all that is in it, "
-            "and a value is one of json; bytes, dates and times are texts.",
-            {{{"FILE", Word::File}, {"PATH", Word::Path}}},
-            {{"--type", {}, Word::Text, "print the name of its type instead"}, jsonOption, nullOption},
-            {"vantry get app.ini server.port", "vantry get package.json scripts --json"},
-            run};
+            "and a value is one of json; bytes, dates and times are texts."),
+        {{{"FILE", Word::File}, {"PATH", Word::Path}}},
+        {{"--type", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "print the name of its type instead")},
+         jsonOption,
+         nullOption},
+        {"vantry get app.ini server.port", "vantry get package.json scripts --json"},
+        run};
 }
 
 } // namespace CommandLine::Commands

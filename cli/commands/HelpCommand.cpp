@@ -2,6 +2,7 @@
 #include "cli/Output.h"
 #include "cli/Session.h"
 #include "cli/Suggestion.h"
+#include "cli/Texts.h"
 #include "cli/Usage.h"
 #include "cli/commands/Commands.h"
 
@@ -24,7 +25,7 @@ ExitCode run(Session&, const Invocation& invocation)
     if (!command)
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("unknown command '%1'%2").arg(name, suggestionFor(name, CommandTable::names())));
+            Texts::tr("unknown command '%1'%2").arg(name, suggestionFor(name, CommandTable::names())));
     Output::bytes(Usage::helpFor(*command).toStdString());
     return ExitCode::Done;
 }
@@ -34,10 +35,10 @@ ExitCode run(Session&, const Invocation& invocation)
 Command help()
 {
     return {"help",
-            "show this help, or that of a command",
-            "The same as --help.",
+            QT_TRANSLATE_NOOP("CommandLine", "show this help, or that of a command"),
+            QT_TRANSLATE_NOOP("CommandLine", "The same as --help."),
             {{{"COMMAND", Word::Command, Argument::Count::Optional}}},
-            {{"--man", {}, Word::Text, "print the manual page"}},
+            {{"--man", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "print the manual page")}},
             {"vantry help set"},
             run};
 }

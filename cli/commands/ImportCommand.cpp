@@ -27,12 +27,16 @@ Command importTree()
 {
     return {
         "import",
-        "add what another file holds below a path",
-        "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
-        "below PATH (\"\" is the whole file); those that are there already are written. Groups are merged by "
-        "name; an array or list replaces what is in its place, whole. All of them or none.",
+        QT_TRANSLATE_NOOP("CommandLine", "add what another file holds below a path"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "JSON is a file of json, or of any other format that its name tells. Its attributes are created "
+            "below PATH (\"\" is the whole file); those that are there already are written. Groups are "
+            "merged by "
+            "name; an array or list replaces what is in its place, whole. All of them or none."),
         {{{"FILE", Word::File}, {"PATH", Word::Path}, {"JSON", Word::File}}},
-        {{"--from-format", "FORMAT", Word::Format, "the format of JSON, when its name does not decide it"},
+        {{"--from-format", "FORMAT", Word::Format,
+          QT_TRANSLATE_NOOP("CommandLine", "the format of JSON, when its name does not decide it")},
          dryRunOption},
         {"vantry import app.ini server server.json"},
         run};

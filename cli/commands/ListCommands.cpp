@@ -134,11 +134,14 @@ Command ls()
 {
     return {
         "ls",
-        "list what is in a group",
-        "Prints the paths right below PATH, one a line, in the order of the file; without PATH, those at "
-        "the top. An attribute with nothing below it lists itself.\n"
-        "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\"; the "
-        "type of a group is group.",
+        QT_TRANSLATE_NOOP("CommandLine", "list what is in a group"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Prints the paths right below PATH, one a line, in the order of the file; without PATH, those at "
+            "the top. An attribute with nothing below it lists itself.\n"
+            "With --json: an array of objects with \"path\", \"type\" and, where there is one, \"value\"; "
+            "the "
+            "type of a group is group."),
         {form},
         {jsonOption, nullOption},
         {"vantry ls app.ini", "vantry ls app.ini server"},
@@ -147,28 +150,33 @@ Command ls()
 
 Command tree()
 {
-    return {
-        "tree",
-        "print names and values as a tree",
-        "Prints PATH and all below it, a line each, two blanks deeper for each level, values after \" = \".\n"
-        "With --json: an array of objects with \"name\", \"type\" and, where there are any, \"value\" and "
-        "\"children\", an array of such objects.",
-        {form},
-        {jsonOption, nullOption},
-        {"vantry tree app.ini"},
-        runTree};
+    return {"tree",
+            QT_TRANSLATE_NOOP("CommandLine", "print names and values as a tree"),
+            QT_TRANSLATE_NOOP("CommandLine", "Prints PATH and all below it, a line each, two blanks deeper "
+                                             "for each level, values after \" = \".\n"
+                                             "With --json: an array of objects with \"name\", \"type\" and, "
+                                             "where there are any, \"value\" and "
+                                             "\"children\", an array of such objects."),
+            {form},
+            {jsonOption, nullOption},
+            {"vantry tree app.ini"},
+            runTree};
 }
 
 Command list()
 {
     return {
         "list",
-        "print all paths with their values",
-        "Prints \"PATH = VALUE\" for each attribute at and below PATH, in the order of the file. VALUE is a "
-        "word of the shell, in quotes where it needs them, so that it can be given to \"set\" again, after "
-        "\"--\" where it begins with \"-\".\n"
-        "With --null: PATH, a line break, and the value as \"get\" prints it. With --json: an array of "
-        "objects with \"path\", \"type\" and \"value\".",
+        QT_TRANSLATE_NOOP("CommandLine", "print all paths with their values"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Prints \"PATH = VALUE\" for each attribute at and below PATH, in the order of the file. VALUE "
+            "is a "
+            "word of the shell, in quotes where it needs them, so that it can be given to \"set\" again, "
+            "after "
+            "\"--\" where it begins with \"-\".\n"
+            "With --null: PATH, a line break, and the value as \"get\" prints it. With --json: an array of "
+            "objects with \"path\", \"type\" and \"value\"."),
         {form},
         {jsonOption, nullOption},
         {"vantry list app.ini", "vantry list app.ini server --json"},

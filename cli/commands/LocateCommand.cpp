@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
 
 namespace CommandLine::Commands {
@@ -18,7 +19,7 @@ ExitCode print(Session& session, const Invocation& invocation, const Source& sou
     if (!outcome.ok())
         return session.finish(outcome);
     Records records(invocation);
-    place.position.file = source.shownFile(place.position.file);
+    place.position.file = source.recordedFile(place.position.file);
     if (records.areJson())
         records.add({{"path", source.relativePath(path)},
                      {"file", place.position.file},
@@ -45,7 +46,7 @@ ExitCode printPath(Session& session, const Invocation& invocation)
     if (!place)
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("'%1' names no line of a file; give FILE:LINE, or FILE and PATH").arg(given));
+            Texts::tr("'%1' names no line of a file; give FILE:LINE, or FILE and PATH").arg(given));
     const Source* const source = session.open(place->file, Session::Opening::Read);
     if (!source)
         return session.getFailure();
@@ -67,15 +68,20 @@ Command locate()
 {
     return {
         "locate",
-        "print where in its file a value is, or which value is there",
-        "With FILE and PATH: prints \"FILE:LINE:COLUMN\", where the value of the attribute begins; of a "
-        "group "
-        "the first value in it. Lines and columns count from 1, columns in characters.\n"
-        "With FILE:LINE:COLUMN or FILE:LINE: prints the path of the attribute whose value is there. Where "
-        "none is, it is the next one on the line, or else the last one on it; on a line without any, as that "
-        "of a comment, the next one in the file. The exit code is 1 when there is none.\n"
-        "With --json: an array of an object with \"path\", \"file\", \"line\", \"column\" and \"comment\", "
-        "which is the lines of comments above the attribute and the one after it on its line.",
+        QT_TRANSLATE_NOOP("CommandLine", "print where in its file a value is, or which value is there"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "With FILE and PATH: prints \"FILE:LINE:COLUMN\", where the value of the attribute begins; of a "
+            "group "
+            "the first value in it. Lines and columns count from 1, columns in characters.\n"
+            "With FILE:LINE:COLUMN or FILE:LINE: prints the path of the attribute whose value is there. "
+            "Where "
+            "none is, it is the next one on the line, or else the last one on it; on a line without any, as "
+            "that "
+            "of a comment, the next one in the file. The exit code is 1 when there is none.\n"
+            "With --json: an array of an object with \"path\", \"file\", \"line\", \"column\" and "
+            "\"comment\", "
+            "which is the lines of comments above the attribute and the one after it on its line."),
         {{{"FILE", Word::File}, {"PATH", Word::Path}}, {{"FILE:LINE[:COLUMN]", Word::File}}},
         {jsonOption, nullOption},
         {"vantry locate app.ini server.port", "vantry locate app.ini:12",

@@ -1,4 +1,5 @@
 #include "cli/Edits.h"
+#include "cli/Texts.h"
 #include "cli/TreeWalk.h"
 #include "cli/commands/Commands.h"
 
@@ -19,7 +20,9 @@ ExitCode removeMatches(Session& session, const Source& source, const QString& pa
         if (code != ExitCode::Done)
             return code;
     }
-    return Edits(session, source).saveAll(paths.size(), pattern, QStringLiteral("removed"));
+    return Edits(session, source)
+        .saveAll(paths.size(), pattern,
+                 session.isDryRun() ? Texts::tr("would be removed") : Texts::tr("removed"));
 }
 
 ExitCode run(Session& session, const Invocation& invocation)
@@ -34,7 +37,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         return session.getFailure();
     const Source& source = *place->source;
     if (place->path == source.root)
-        return Session::fail(ExitCode::Usage, QStringLiteral("%1: the path is empty").arg(source.given));
+        return Session::fail(ExitCode::Usage, Texts::tr("%1: the path is empty").arg(source.given));
     return session.finish(session.getRepository().getTreeInterface()->removeTree(place->path), source);
 }
 
@@ -42,18 +45,21 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command remove()
 {
-    return {"rm",
-            "remove an attribute or a group with all that is in it",
+    return {
+        "rm",
+        QT_TRANSLATE_NOOP("CommandLine", "remove an attribute or a group with all that is in it"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
             "The entry's own lines go, and comments only when they are on these or, of a group, between its "
             "first line and its last. Those above it stay, and in txt those between its entries, too.\n"
             "With \"*\" in PATH, which stands for any run of characters, all that matches is removed, in one "
             "write of the file, or nothing. How many there are is said on stderr, where a group counts as "
-            "one; the exit code is 1 when there is none.",
-            {{{"FILE", Word::File}, {"PATH", Word::Path}}},
-            {dryRunOption},
-            {"vantry rm app.ini server.timeout", "vantry rm app.ini server --dry-run",
-             "vantry rm app.ini '*.debug'"},
-            run};
+            "one; the exit code is 1 when there is none."),
+        {{{"FILE", Word::File}, {"PATH", Word::Path}}},
+        {dryRunOption},
+        {"vantry rm app.ini server.timeout", "vantry rm app.ini server --dry-run",
+         "vantry rm app.ini '*.debug'"},
+        run};
 }
 
 } // namespace CommandLine::Commands

@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 #include "cli/SearchArguments.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
 
 namespace CommandLine::Commands {
@@ -40,11 +41,12 @@ ExitCode save(Session& session, const Replacements& made)
     if (made.hits.isEmpty())
         return made.source->isStandardInput ? session.save(*made.source) : ExitCode::Done;
     const ExitCode code = session.save(*made.source);
-    const QString values = made.hits.size() == 1 ? QStringLiteral("value") : QStringLiteral("values");
-    const QString mood = session.isDryRun() ? QStringLiteral("would be changed") : QStringLiteral("changed");
+    const QString mood = session.isDryRun() ? Texts::tr("would be changed") : Texts::tr("changed");
     if (code == ExitCode::Done)
-        Output::message(QStringLiteral("%1: %2 %3 %4")
-                            .arg(made.source->given, QString::number(made.hits.size()), values, mood));
+        Output::message(made.hits.size() == 1
+                            ? Texts::tr("%1: 1 value %2").arg(made.source->given, mood)
+                            : Texts::tr("%1: %2 values %3")
+                                  .arg(made.source->given, QString::number(made.hits.size()), mood));
     return code;
 }
 
@@ -54,7 +56,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     const QString replacement = files.takeLast();
     const QString text = files.takeLast();
     if (text.isEmpty())
-        return Session::fail(ExitCode::Usage, QStringLiteral("TEXT is empty, and would be everywhere"));
+        return Session::fail(ExitCode::Usage, Texts::tr("TEXT is empty, and would be everywhere"));
     auto query = SearchArguments::readQuery(session, invocation, text);
     if (!query)
         return ExitCode::Usage;
@@ -81,7 +83,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         code = save(session, *made);
     if (code != ExitCode::Done || !all.isEmpty())
         return code;
-    return Session::fail(ExitCode::Negative, QStringLiteral("no value has '%1'").arg(text));
+    return Session::fail(ExitCode::Negative, Texts::tr("no value has '%1'").arg(text));
 }
 
 } // namespace
@@ -90,24 +92,34 @@ Command replace()
 {
     return {
         "replace",
-        "replace a text in values",
-        "Puts NEW in place of TEXT wherever it is in a value that may be read, in the elements of a list as "
-        "well. Names and comments stay. A value stays of the type that the file says it is of; where the "
-        "file "
-        "does not say, its type is what it looks like then. When one of the values cannot become what it "
-        "would be, no file is written, and the exit code is 3. How many values there are in which file is "
-        "said on stderr; the exit code is 1 when there is none.\n"
-        "With --regex, \"\\1\" to \"\\9\" in NEW are what the groups of the expression have matched, \"\\0\" "
-        "is all of it, and \"\\\\\" a backslash.",
+        QT_TRANSLATE_NOOP("CommandLine", "replace a text in values"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Puts NEW in place of TEXT wherever it is in a value that may be read, in the elements of a list "
+            "as "
+            "well. Names and comments stay. A value stays of the type that the file says it is of; where the "
+            "file "
+            "does not say, its type is what it looks like then. When one of the values cannot become what it "
+            "would be, no file is written, and the exit code is 3. How many values there are in which file "
+            "is "
+            "said on stderr; the exit code is 1 when there is none.\n"
+            "With --regex, \"\\1\" to \"\\9\" in NEW are what the groups of the expression have matched, "
+            "\"\\0\" "
+            "is all of it, and \"\\\\\" a backslash."),
         {{{"FILE", Word::File, Argument::Count::OneOrMore}, {"TEXT", Word::Text}, {"NEW", Word::Text}}},
         {{"--path", "PATTERN", Word::Pattern,
-          "only in attributes whose path matches PATTERN, in which \"*\" stands for any run of characters"},
-         {"--regex", {}, Word::Text, "TEXT is a regular expression"},
-         {"--whole", {}, Word::Text, "only where TEXT is all of the value, or of the element of a list"},
+          QT_TRANSLATE_NOOP("CommandLine", "only in attributes whose path matches PATTERN, in which \"*\" "
+                                           "stands for any run of characters")},
+         {"--regex", {}, Word::Text, QT_TRANSLATE_NOOP("CommandLine", "TEXT is a regular expression")},
+         {"--whole",
+          {},
+          Word::Text,
+          QT_TRANSLATE_NOOP("CommandLine",
+                            "only where TEXT is all of the value, or of the element of a list")},
          SearchArguments::ignoreCase,
          SearchArguments::ofType,
          dryRunOption},
-        {"vantry replace app.ini db.json old.example.com new.example.com --dry-run",
+        {"vantry replace a.ini b.json old.example.com new.example.com --dry-run",
          "vantry replace /etc/app '^10\\.0\\.' '10.1.' --regex --path '*.host'"},
         run};
 }

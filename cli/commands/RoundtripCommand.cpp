@@ -1,7 +1,9 @@
 #include "cli/DocumentFile.h"
 #include "cli/Output.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
+#include "cli/language/Language.h"
 #include "files/FileSaver.h"
 #include "repository/common/MemoryGuard.h"
 
@@ -71,7 +73,7 @@ public:
         QFile::remove(QString::fromStdString(path));
         if (saved.ok() && read.ok())
             return std::move(read.bytes);
-        Output::message(QStringLiteral("the scratch copy failed: %1")
+        Output::message(Texts::tr("the scratch copy failed: %1")
                             .arg(QString::fromStdString(saved.ok() ? read.error : saved.error)));
         return {};
     }
@@ -113,6 +115,7 @@ private:
 
 ExitCode run(Session&, const Invocation& invocation)
 {
+    Language::showEnglish(); // all that it prints is for programs, too
     Roundtrip roundtrip(invocation.valueOf("--format"));
     bool differs = false;
     bool isRefused = false;
@@ -132,17 +135,20 @@ ExitCode run(Session&, const Invocation& invocation)
 
 Command roundtrip()
 {
-    return {"roundtrip",
-            "test that files survive loading and saving byte for byte",
+    return {
+        "roundtrip",
+        QT_TRANSLATE_NOOP("CommandLine", "test that files survive loading and saving byte for byte"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
             "Loads each file, edits some of its values and takes that back, saves a scratch copy and "
             "compares the bytes. Prints a line a file: \"FILE: same\", \"FILE: differs at LINE:COLUMN\" or "
             "\"FILE: refused: REASON\", where the reason begins with LINE:COLUMN when it has a place in the "
             "file. The files themselves are only read. The exit code is 1 when one differs, otherwise 4 when "
-            "one is refused.",
-            {{{"FILE", Word::File, Argument::Count::OneOrMore}}},
-            {},
-            {"vantry roundtrip /etc/*.conf"},
-            run};
+            "one is refused."),
+        {{{"FILE", Word::File, Argument::Count::OneOrMore}}},
+        {},
+        {"vantry roundtrip /etc/*.conf"},
+        run};
 }
 
 } // namespace CommandLine::Commands

@@ -1,4 +1,5 @@
 #include "cli/Edits.h"
+#include "cli/Texts.h"
 #include "cli/TreeWalk.h"
 #include "cli/commands/Commands.h"
 
@@ -14,7 +15,7 @@ ExitCode setMatches(Session& session, const Source& source, const Invocation& in
     if (invocation.has("--create"))
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("'%1' is a pattern, and --create needs the path of the attribute").arg(pattern));
+            Texts::tr("'%1' is a pattern, and --create needs the path of the attribute").arg(pattern));
     const auto tree = session.getRepository().getTreeInterface();
     const Edits edits(session, source);
     int count = 0;
@@ -27,7 +28,7 @@ ExitCode setMatches(Session& session, const Source& source, const Invocation& in
             return code;
         ++count;
     }
-    return edits.saveAll(count, pattern, QStringLiteral("set"));
+    return edits.saveAll(count, pattern, session.isDryRun() ? Texts::tr("would be set") : Texts::tr("set"));
 }
 
 ExitCode run(Session& session, const Invocation& invocation)
@@ -48,15 +49,15 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (isPattern(path))
         return setMatches(session, *source, invocation, text, type);
     const QString fullPath = source->fullPath(path);
-    const auto node =
-        creates ? session.getRepository().getTreeInterface()->getNodeInformation(fullPath)
-                : session.find(*source, path, QStringLiteral("; 'vantry create' or --create adds it"));
+    const auto node = creates
+                          ? session.getRepository().getTreeInterface()->getNodeInformation(fullPath)
+                          : session.find(*source, path, Texts::tr("; 'vantry create' or --create adds it"));
     if (!creates && !node.exists)
         return session.getFailure();
     if (!creates && !node.isAttribute)
         return Session::fail(
             ExitCode::Negative,
-            QStringLiteral("%1: '%2' is a group without a value of its own").arg(source->given, path));
+            Texts::tr("%1: '%2' is a group without a value of its own").arg(source->given, path));
     const Edits edits(session, *source);
     const ExitCode code = node.isAttribute ? edits.set(fullPath, text, type) : edits.create(path, text, type);
     return code == ExitCode::Done ? session.save(*source) : code;
@@ -68,22 +69,30 @@ Command set()
 {
     return {
         "set",
-        "change the value of an attribute",
-        "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, "
-        "VALUE is read as that type, in the form in which \"get\" prints it, and the type stays. "
-        "Elsewhere VALUE is written as it is, and its type is what it looks like: true and false, "
-        "numbers, or else a text. With --type, the attribute gets that type, if the file can hold it. "
-        "Only the bytes of the value change in the file, and those of its type tag with the type. When "
-        "another program has changed other attributes since the file was read, both changes are in it; "
-        "when it has changed the same one, nothing is written and the exit code is 3. An attribute that "
-        "is not there is not created, unless --create is given; then PATH, VALUE and T are those of "
-        "\"create\".\n"
-        "With \"*\" in PATH, which stands for any run of characters, all attributes that match are set, in "
-        "one write of the file, or none of them. How many there are is said on stderr; the exit code is 1 "
-        "when there is none.",
+        QT_TRANSLATE_NOOP("CommandLine", "change the value of an attribute"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Where the file says of which type the attribute is, as json does, by quotes or by a type tag, "
+            "VALUE is read as that type, in the form in which \"get\" prints it, and the type stays. "
+            "Elsewhere VALUE is written as it is, and its type is what it looks like: true and false, "
+            "numbers, or else a text. With --type, the attribute gets that type, if the file can hold it. "
+            "Only the bytes of the value change in the file, and those of its type tag with the type. When "
+            "another program has changed other attributes since the file was read, both changes are in it; "
+            "when it has changed the same one, nothing is written and the exit code is 3. An attribute that "
+            "is not there is not created, unless --create is given; then PATH, VALUE and T are those of "
+            "\"create\".\n"
+            "With \"*\" in PATH, which stands for any run of characters, all attributes that match are set, "
+            "in "
+            "one write of the file, or none of them. How many there are is said on stderr; the exit code is "
+            "1 "
+            "when there is none."),
         {{{"FILE", Word::File}, {"PATH", Word::Path}, valueArgument}},
-        {{"--type", "T", Word::Type, "the type of VALUE, and of the attribute from then on"},
-         {"--create", {}, Word::Text, "create the attribute when it is not there"},
+        {{"--type", "T", Word::Type,
+          QT_TRANSLATE_NOOP("CommandLine", "the type of VALUE, and of the attribute from then on")},
+         {"--create",
+          {},
+          Word::Text,
+          QT_TRANSLATE_NOOP("CommandLine", "create the attribute when it is not there")},
          stdinOption,
          dryRunOption},
         {"vantry set app.ini server.port 8080", "vantry set app.ini log.prefix -- '-> '",

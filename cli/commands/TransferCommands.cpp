@@ -1,4 +1,5 @@
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
 
 namespace CommandLine::Commands {
@@ -57,7 +58,7 @@ ExitCode runMove(Session& session, const Invocation& invocation)
         return code;
     code = session.save(*transfer.from);
     if (code != ExitCode::Done)
-        return Session::fail(code, QStringLiteral("%1: what was moved is in %2, and still here, too")
+        return Session::fail(code, Texts::tr("%1: what was moved is in %2, and still here, too")
                                        .arg(transfer.from->given, transfer.to->given));
     return code;
 }
@@ -68,11 +69,15 @@ Command copy()
 {
     return {
         "cp",
-        "copy an attribute or a group, also into a file of another format",
-        "The second PATH is that of the copy. What is there already is not overwritten, and what the format "
-        "cannot hold is refused; nothing is written then. The second FILE is created when it is not there. "
-        "Within one format the copy is written as the original is, with the comments in it, right above it "
-        "and after it on its line; otherwise only names and values are copied.",
+        QT_TRANSLATE_NOOP("CommandLine", "copy an attribute or a group, also into a file of another format"),
+        QT_TRANSLATE_NOOP("CommandLine",
+                          "The second PATH is that of the copy. What is there already is not overwritten, "
+                          "and what the format "
+                          "cannot hold is refused; nothing is written then. The second FILE is created when "
+                          "it is not there. "
+                          "Within one format the copy is written as the original is, with the comments in "
+                          "it, right above it "
+                          "and after it on its line; otherwise only names and values are copied."),
         forms,
         {toFormatOption, dryRunOption},
         {"vantry cp app.ini server server2", "vantry cp app.ini server app.json network.server"},
@@ -83,12 +88,16 @@ Command move()
 {
     return {
         "mv",
-        "move or rename an attribute or a group, also into another file",
-        "The second PATH is the new one. What is there already is not overwritten, and what the format "
-        "cannot hold is refused; nothing is written then. Of two files, the second is written first. A new "
-        "name in the same group changes only the name in the file. Elsewhere, within one format, it is "
-        "written as it was, and the comments in it, right above it and after it on its line go along; into "
-        "another format only names and values go, and the comments above stay.",
+        QT_TRANSLATE_NOOP("CommandLine", "move or rename an attribute or a group, also into another file"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "The second PATH is the new one. What is there already is not overwritten, and what the format "
+            "cannot hold is refused; nothing is written then. Of two files, the second is written first. A "
+            "new "
+            "name in the same group changes only the name in the file. Elsewhere, within one format, it is "
+            "written as it was, and the comments in it, right above it and after it on its line go along; "
+            "into "
+            "another format only names and values go, and the comments above stay."),
         forms,
         {toFormatOption, dryRunOption},
         {"vantry mv app.ini server.prot server.port"},

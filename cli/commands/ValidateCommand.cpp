@@ -2,13 +2,14 @@
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/commands/Commands.h"
+#include "cli/language/Language.h"
 #include "repository/validation/Validation.h"
 
 #include <QRegularExpression>
 
 #include <optional>
-#include <string>
 
 namespace CommandLine::Commands {
 
@@ -19,6 +20,11 @@ struct PathRule
     QString pattern;
     Repository::Validations rules; // one
 };
+
+bool isForPrograms(const Invocation& invocation)
+{
+    return invocation.has("--json") || invocation.has("--null");
+}
 
 // Where the name of the rule begins: a path may hold "=" itself.
 int nameStart(const QString& text)
@@ -40,7 +46,7 @@ std::optional<std::vector<PathRule>> readRules(const QStringList& texts)
     for (const QString& text : texts) {
         const int start = nameStart(text);
         if (start < 2) {
-            Output::message(QStringLiteral("--rule needs PATH=NAME, not '%1'").arg(text));
+            Output::message(Texts::tr("--rule needs PATH=NAME, not '%1'").arg(text));
             return {};
         }
         QString error;
@@ -60,7 +66,7 @@ public:
     Validation(Session& validatedSession, const Source& validated, const Invocation& invocation)
         : session(validatedSession), source(validated)
     {
-        if (invocation.has("--json") || invocation.has("--null"))
+        if (isForPrograms(invocation))
             records.emplace(invocation);
     }
 
@@ -95,7 +101,7 @@ private:
             document = DocumentFile::read(source.absolutePath, source.format);
         const auto [line, column] = document->positionOf(path);
         const QString place = line > 0 ? QStringLiteral(":%1:%2").arg(line).arg(column) : QString();
-        const QString text = QStringLiteral("%1%2: '%3': %4").arg(source.given, place, path, reason);
+        const QString text = Texts::tr("%1%2: '%3': %4").arg(source.given, place, path, reason);
         Records::Fields fields{{"path", path}, {"rule", rule}, {"value", value}, {"reason", reason}};
         if (line > 0)
             fields.insert(fields.end(), {{"line", line}, {"column", column}});
@@ -115,22 +121,24 @@ private:
     bool isUndecided = false; // a rule that could not be checked
 };
 
-std::string exampleNames()
+QString exampleNames()
 {
     QStringList names;
     const auto descriptions = Repository::validationDescriptions();
     for (const auto& description : descriptions)
         names.append(description.example);
-    return names.join(QStringLiteral(", ")).toStdString();
+    return names.join(QStringLiteral(", "));
 }
 
 ExitCode run(Session& session, const Invocation& invocation)
 {
+    if (isForPrograms(invocation))
+        Language::showEnglish(); // what it reports has reasons in it
     const auto rules = readRules(invocation.valuesOf("--rule"));
     if (!rules)
         return ExitCode::Usage;
     if (rules->empty())
-        return Session::fail(ExitCode::Usage, QStringLiteral("validate needs a --rule PATH=NAME"));
+        return Session::fail(ExitCode::Usage, Texts::tr("validate needs a --rule PATH=NAME"));
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();
@@ -140,7 +148,7 @@ ExitCode run(Session& session, const Invocation& invocation)
         if (validation.check(rule))
             continue;
         isComplete = false;
-        Output::message(QStringLiteral("%1: attribute '%2' not found").arg(source->given, rule.pattern));
+        Output::message(Texts::tr("%1: attribute '%2' not found").arg(source->given, rule.pattern));
     }
     if (validation.foundFaults())
         return ExitCode::Refused;
@@ -153,24 +161,31 @@ ExitCode run(Session& session, const Invocation& invocation)
 
 Command validate()
 {
-    static const std::string description =
-        "In PATH, \"*\" stands for any run of characters. NAME is one of " + exampleNames() +
-        ", where the arguments are examples. Each value that breaks a rule is reported on stderr with its "
-        "place in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
-        "expression that takes too many steps for a value is given up, which is reported, and the exit code "
-        "is 2 when no value breaks a rule.\n"
-        "With --null these reports are on stdout. With --json they are an array of objects with \"path\", "
-        "\"rule\", \"value\", \"reason\", \"line\" and \"column\".";
-    Command command{"validate",
-                    "check values against rules",
-                    description,
-                    {{{"FILE", Word::File}}},
-                    {{"--rule", "PATH=NAME", Word::Validation,
-                      "the values of PATH must keep the rule NAME; may be repeated", true},
-                     jsonOption,
-                     nullOption},
-                    {"vantry validate app.ini --rule 'server.port=range(1,65535)' --rule '*.host=host-name'"},
-                    run};
+    Command command{
+        "validate",
+        QT_TRANSLATE_NOOP("CommandLine", "check values against rules"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "In PATH, \"*\" stands for any run of characters. NAME is one of %1"
+            ", where the arguments are examples. Each value that breaks a rule is reported on stderr with "
+            "its "
+            "place in the file; the exit code is 3 then, and 1 when a rule has no attribute to check. An "
+            "expression that takes too many steps for a value is given up, which is reported, and the exit "
+            "code "
+            "is 2 when no value breaks a rule.\n"
+            "With --null these reports are on stdout. With --json they are an array of objects with "
+            "\"path\", "
+            "\"rule\", \"value\", \"reason\", \"line\" and \"column\"."),
+        {{{"FILE", Word::File}}},
+        {{"--rule", "PATH=NAME", Word::Validation,
+          QT_TRANSLATE_NOOP("CommandLine", "the values of PATH must keep the rule NAME; may be repeated"),
+          true},
+         jsonOption,
+         nullOption},
+        {"vantry validate app.ini --rule 'server.port=range(1,65535)'",
+         "vantry validate app.ini --rule '*.host=host-name'"},
+        run};
+    command.insertion = exampleNames;
     command.takesStores = false;
     return command;
 }

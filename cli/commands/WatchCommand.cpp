@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 #include "cli/Records.h"
 #include "cli/Session.h"
+#include "cli/Texts.h"
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
 #include "host/FrameworkCore/Notification/UpdateOrigin.h"
@@ -98,13 +99,12 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!noThread.isEmpty())
         return Session::fail(
             ExitCode::BadFile,
-            QStringLiteral("%1: it cannot be watched: %2").arg(invocation.arguments.first(), noThread));
+            Texts::tr("%1: it cannot be watched: %2").arg(invocation.arguments.first(), noThread));
     const Source* source = session.open(invocation.arguments.at(0), Session::Opening::Read);
     if (!source)
         return session.getFailure();
     if (source->isStandardInput)
-        return Session::fail(ExitCode::Usage,
-                             QStringLiteral("%1: only files can be watched").arg(source->given));
+        return Session::fail(ExitCode::Usage, Texts::tr("%1: only files can be watched").arg(source->given));
     const QString pattern = source->fullPath(invocation.arguments.value(1, QStringLiteral("*")));
     auto& repository = session.getRepository();
     ChangePrinter printer(*source, invocation);
@@ -121,7 +121,7 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!registration)
         return Session::fail(
             ExitCode::Usage,
-            QStringLiteral("'%1' is not a path or pattern: names joined by \".\", none of them empty")
+            Texts::tr("'%1' is not a path or pattern: names joined by \".\", none of them empty")
                 .arg(invocation.arguments.value(1)));
     int number = 0;
     sigwait(&endSignals, &number);
@@ -135,12 +135,15 @@ Command watch()
 {
     Command command{
         "watch",
-        "print changes as they happen, until interrupted",
-        "Prints a line for each attribute that another program changes in the file: \"changed PATH = "
-        "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
-        "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.\n"
-        "With --json: an object a line, with \"change\" (changed, created or removed), \"path\" and, unless "
-        "it is removed, \"type\" and \"value\"; \"origin\" is \"fleet\" for what comes from a store.",
+        QT_TRANSLATE_NOOP("CommandLine", "print changes as they happen, until interrupted"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "Prints a line for each attribute that another program changes in the file: \"changed PATH = "
+            "VALUE\", \"created PATH = VALUE\" or \"removed PATH\". In PATTERN \"*\" stands for any run of "
+            "characters; without it all attributes are watched. Ctrl+C ends it with exit code 0.\n"
+            "With --json: an object a line, with \"change\" (changed, created or removed), \"path\" and, "
+            "unless it is "
+            "removed, \"type\" and \"value\"; \"origin\" is \"fleet\" for what comes from a store."),
         {{{"FILE", Word::File}, {"PATTERN", Word::Pattern, Argument::Count::Optional}}},
         {jsonOption, nullOption},
         {"vantry watch app.ini", "vantry watch app.ini 'server.*'"},

@@ -1,6 +1,7 @@
 #include "desk/changes/ChangesDock.h"
 
 #include "desk/changes/HunkView.h"
+#include "desk/common/RowCopy.h"
 #include "desk/common/WaitCursor.h"
 #include "desk/files/BackendFiles.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
@@ -93,7 +94,7 @@ void ChangesDock::setUpRows()
     rows->setModel(&model);
     rows->setUniformRowHeights(true);
     rows->setAllColumnsShowFocus(true);
-    rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    addRowCopy(*rows);
     rows->setTextElideMode(Qt::ElideMiddle);
     QHeaderView* const header = rows->header();
     header->resizeSection(ChangesModel::PathColumn, 26 * fontMetrics().averageCharWidth() + 60);

@@ -9,7 +9,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QSpinBox>
 
 namespace Vantry {
 
@@ -30,13 +29,14 @@ std::vector<std::string> globsIn(const QLineEdit& field)
 
 FolderDialog::FolderDialog(const QString& folder, QWidget* parent)
     : PlainFileDialog(parent, tr("Open Folder"), folder), include(new QLineEdit), exclude(new QLineEdit),
-      depth(new QSpinBox), size(new QComboBox)
+      depth(new QComboBox), size(new QComboBox)
 {
     setFileMode(QFileDialog::Directory);
     setOption(QFileDialog::ShowDirsOnly);
     setOption(QFileDialog::DontUseNativeDialog); // which would have no place for the conditions
     auto* const grid = qobject_cast<QGridLayout*>(layout());
     grid->addWidget(makeConditions(), grid->rowCount(), 0, 1, -1);
+    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().lineSpacing() * 38);
 }
 
 QWidget* FolderDialog::makeConditions()
@@ -51,9 +51,11 @@ QWidget* FolderDialog::makeConditions()
     exclude->setPlaceholderText(tr("as in *.bak ssl"));
     exclude->setToolTip(Utilities::ModelViews::toolTipText(patterns));
     depth->setObjectName(QStringLiteral("folderDepth"));
-    depth->setRange(0, FolderFilter::mostLevels);
-    depth->setValue(FolderFilter::mostLevels);
-    depth->setToolTip(tr("0 opens the files of the folder itself only"));
+    depth->setToolTip(tr("How many levels of folders below it are looked at"));
+    depth->addItem(tr("all folders below it"), FolderFilter::mostLevels);
+    depth->addItem(tr("the folder alone"), 0);
+    for (const int levels : {1, 2, 3, 5})
+        depth->addItem(QString::number(levels), levels);
     size->setObjectName(QStringLiteral("folderSize"));
     size->addItem(tr("of any size"), quint64(FolderFilter::anySize));
     for (const int megabytes : {1, 10, 100})
@@ -63,7 +65,7 @@ QWidget* FolderDialog::makeConditions()
     auto* const form = new QFormLayout(box);
     form->addRow(tr("&Only:"), include);
     form->addRow(tr("&Without:"), exclude);
-    form->addRow(tr("Folders &below:"), depth);
+    form->addRow(tr("&Depth:"), depth);
     form->addRow(tr("&Size:"), size);
     return box;
 }
@@ -73,7 +75,7 @@ FolderFilter FolderDialog::getFilter() const
     FolderFilter filter;
     filter.include = globsIn(*include);
     filter.exclude = globsIn(*exclude);
-    filter.deepest = depth->value();
+    filter.deepest = depth->currentData().toInt();
     filter.largest = size->currentData().toULongLong();
     return filter;
 }

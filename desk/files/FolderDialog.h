@@ -5,7 +5,6 @@
 
 class QComboBox;
 class QLineEdit;
-class QSpinBox;
 
 namespace Vantry {
 
@@ -27,7 +26,7 @@ private:
 
     QLineEdit* include; // children
     QLineEdit* exclude;
-    QSpinBox* depth;
+    QComboBox* depth;
     QComboBox* size;
 };
 

@@ -1,15 +1,14 @@
 #include "desk/files/ProblemsDock.h"
 
+#include "desk/common/RowCopy.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
-#include <QDesktopServices>
 #include <QHeaderView>
 #include <QTreeWidget>
-#include <QUrl>
 
 namespace Vantry {
 
-constexpr int fileRole = Qt::UserRole;
+enum Role { FileRole = Qt::UserRole, LineRole, ColumnRole };
 
 ProblemsDock::ProblemsDock(QWidget* parent) : QDockWidget(tr("Problems"), parent), rows(new QTreeWidget)
 {
@@ -19,6 +18,8 @@ ProblemsDock::ProblemsDock(QWidget* parent) : QDockWidget(tr("Problems"), parent
     rows->setRootIsDecorated(false);
     rows->setUniformRowHeights(true);
     rows->setTextElideMode(Qt::ElideMiddle);
+    rows->setContextMenuPolicy(Qt::ActionsContextMenu);
+    addRowCopy(*rows);
     rows->setHeaderLabels({tr("Place"), tr("Reason")});
     rows->header()->resizeSection(0, 420);
     connect(rows, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* row) { openFile(*row); });
@@ -35,7 +36,9 @@ void ProblemsDock::show(const Outcome& outcome)
         QTreeWidgetItem*& row = rowsByFile[file];
         if (!row)
             row = new QTreeWidgetItem(rows);
-        row->setData(0, fileRole, file);
+        row->setData(0, FileRole, file);
+        row->setData(0, LineRole, qMax(1, outcome.get().line));
+        row->setData(0, ColumnRole, qMax(1, outcome.get().column));
         row->setText(0, outcome.place(file));
         row->setText(1, outcome.explain());
         for (int column = 0; column < rows->columnCount(); ++column)
@@ -44,9 +47,10 @@ void ProblemsDock::show(const Outcome& outcome)
     setWindowTitle(rowsByFile.isEmpty() ? tr("Problems") : tr("Problems (%1)").arg(rowsByFile.size()));
 }
 
-void ProblemsDock::openFile(const QTreeWidgetItem& row) const
+void ProblemsDock::openFile(const QTreeWidgetItem& row)
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(row.data(0, fileRole).toString()));
+    emit openRequested(
+        {row.data(0, FileRole).toString(), row.data(0, LineRole).toInt(), row.data(0, ColumnRole).toInt()});
 }
 
 } // namespace Vantry

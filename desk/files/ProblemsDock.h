@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/FilePosition.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 
 #include <QDockWidget>
@@ -24,8 +25,12 @@ public:
     // What came of opening a file.
     void show(const Outcome& outcome);
 
+signals:
+    // The person wants to see the place.
+    void openRequested(const FrameworkCore::AppConfig::FilePosition& place);
+
 private:
-    void openFile(const QTreeWidgetItem& row) const;
+    void openFile(const QTreeWidgetItem& row);
 
     QTreeWidget* rows; // child
     QHash<QString, QTreeWidgetItem*> rowsByFile;

@@ -104,6 +104,7 @@ void FindDock::begin(bool isReplacing)
 void FindDock::scheduleSearch()
 {
     typing.start();
+    showButtons(); // nothing is replaced by what it was before
 }
 
 void FindDock::search()
@@ -193,7 +194,7 @@ void FindDock::showButtons()
     const int count = hits.getCheckedCount();
     stop->setVisible(run.isRunning());
     replace->setVisible(form->isReplacing());
-    replace->setEnabled(count > 0 && !run.isRunning() && !replacing.valid());
+    replace->setEnabled(count > 0 && !typing.isActive() && !run.isRunning() && !replacing.valid());
     replace->setText(count == 1 ? tr("&Replace 1 Value")
                                 : tr("&Replace %1 Values").arg(QLocale().toString(count)));
 }
@@ -207,9 +208,11 @@ bool FindDock::mayReplace()
     QSet<QString> backends;
     for (const auto& each : checked)
         backends.insert(repository->getTreeInterface()->getNodeInformation(each.path).backend);
+    const QString values = QLocale().toString(checked.size());
     const QString question =
-        tr("Replace %1 values in %2 files?")
-            .arg(QLocale().toString(checked.size()), QLocale().toString(backends.size()));
+        backends.size() == 1
+            ? tr("Replace %1 values in one file?").arg(values)
+            : tr("Replace %1 values in %2 files?").arg(values, QLocale().toString(backends.size()));
     return Confirmation(Confirmation::Act::Replace, tr("Replace"), question, window()).ask(tr("&Replace"));
 }
 

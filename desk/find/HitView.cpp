@@ -1,15 +1,11 @@
 #include "desk/find/HitView.h"
 
+#include "desk/common/RowCopy.h"
 #include "desk/find/HitModel.h"
 #include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 
-#include <QAction>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-
-#include <algorithm>
 
 namespace Vantry {
 
@@ -26,7 +22,6 @@ HitView::HitView(QAbstractItemModel& hits, QWidget* parent) : QTreeView(parent)
     setAllColumnsShowFocus(true);
     setAlternatingRowColors(true);
     setTabKeyNavigation(false);
-    setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setItemDelegate(new LongTextDelegate(this));
     setItemDelegateForColumn(HitModel::PathColumn, new LongTextDelegate(this, Qt::ElideMiddle));
@@ -37,11 +32,7 @@ HitView::HitView(QAbstractItemModel& hits, QWidget* parent) : QTreeView(parent)
     setColumnWidth(HitModel::ReplacementColumn, letter * 26);
     showReplacements(false);
 
-    auto* const copyAction = new QAction(tr("&Copy"), this);
-    copyAction->setShortcut(QKeySequence::Copy);
-    copyAction->setShortcutContext(Qt::WidgetShortcut);
-    connect(copyAction, &QAction::triggered, this, &HitView::copySelected);
-    addAction(copyAction);
+    addRowCopy(*this);
     setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
@@ -76,23 +67,6 @@ void HitView::toggleSelected()
     const QModelIndexList selected = selectionModel()->selectedRows();
     for (const QModelIndex& row : selected)
         model()->setData(row, state.toInt() == Qt::Checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
-}
-
-void HitView::copySelected() const
-{
-    QModelIndexList selected = selectionModel()->selectedRows();
-    std::sort(selected.begin(), selected.end());
-    QStringList lines;
-    for (const QModelIndex& row : qAsConst(selected)) {
-        QStringList cells;
-        for (int column = 0; column < HitModel::ColumnCount; ++column) {
-            if (!isColumnHidden(column))
-                cells.append(row.siblingAtColumn(column).data().toString());
-        }
-        lines.append(cells.join(QLatin1Char('\t')));
-    }
-    if (!lines.isEmpty())
-        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')) + QLatin1Char('\n'));
 }
 
 } // namespace Vantry

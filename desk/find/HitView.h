@@ -4,8 +4,8 @@
 
 namespace Vantry {
 
-// The list of what a search has found. Return and a double click choose a row; several can be copied, with
-// blanks of a tabulator between the cells. GUI thread.
+// The list of what a search has found. Return and a double click choose a row; several can be copied. GUI
+// thread.
 class HitView : public QTreeView
 {
     Q_OBJECT
@@ -22,7 +22,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void copySelected() const;
     void toggleSelected();
 };
 

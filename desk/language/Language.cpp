@@ -1,5 +1,6 @@
 #include "desk/language/Language.h"
 
+#include "host/FrameworkCore/Core/SpokenLanguage.h"
 #include "host/Utilities/LocalizationAccess.h"
 
 #include <QCoreApplication>
@@ -11,16 +12,18 @@
 // Resources of a static library are registered on request; Q_INIT_RESOURCE works outside namespaces only.
 static void initialiseResources()
 {
-    Q_INIT_RESOURCE(translations);
+    Q_INIT_RESOURCE(vantry_desk_translations);
 }
 
 namespace Vantry {
 
+using FrameworkCore::Core::SpokenLanguage;
+
 namespace {
 
+QString ofThisRun;
+
 const QLatin1String languageKey("window/language");
-const QLatin1String english("en");
-const QLatin1String german("de");
 
 // Of Qt's own dialogs and buttons.
 void showQtTexts(const QLocale& locale)
@@ -45,24 +48,19 @@ void Language::choose(const QString& language)
     QSettings().setValue(languageKey, language);
 }
 
-QString Language::toShow(const QString& chosen, const QStringList& systemLanguages)
+void Language::useInThisRun(const QString& language)
 {
-    const QStringList wanted = QStringList(chosen) + systemLanguages;
-    for (const QString& name : wanted) {
-        const QString language = name.section(QLatin1Char('-'), 0, 0);
-        if (language == english || language == german)
-            return language;
-    }
-    return english;
+    ofThisRun = language;
 }
 
 void Language::show()
 {
+    const QString wanted = ofThisRun.isEmpty() ? chosen() : ofThisRun;
     const QLocale system = QLocale::system();
-    const QLocale locale(toShow(chosen(), system.uiLanguages()) == german
+    const QLocale locale(SpokenLanguage::toShow(wanted, SpokenLanguage::ofSystem()) == QLatin1String("de")
                              ? QLocale(QLocale::German, QLocale::Germany)
                              : QLocale(QLocale::English, QLocale::UnitedStates));
-    if (!chosen().isEmpty() && locale.language() != system.language())
+    if (!wanted.isEmpty() && locale.language() != system.language())
         QLocale::setDefault(locale);
     initialiseResources();
     if (locale.language() != QLocale::English)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 namespace Vantry {
 
@@ -15,8 +14,8 @@ public:
     static QString chosen();
     static void choose(const QString& language);
 
-    // Which of "en" and "de" is shown where this was chosen and the system names these, best first.
-    static QString toShow(const QString& chosen, const QStringList& systemLanguages);
+    // Comes before what was chosen, until the program ends; empty for none.
+    static void useInThisRun(const QString& language);
 
     // Shows the language from now on, in widgets that are not made yet. Called again once plug-ins are
     // loaded, it shows their translations, too.

@@ -1202,15 +1202,15 @@
     </message>
     <message>
         <source>Open S&amp;tore...</source>
-        <translation>Speicher&amp;dienst öffnen...</translation>
+        <translation>Datenspeicher ö&amp;ffnen...</translation>
     </message>
     <message>
         <source>Open Store</source>
-        <translation>Speicherdienst öffnen</translation>
+        <translation>Datenspeicher öffnen</translation>
     </message>
     <message>
         <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
-        <translation>Wo er ist, wie in etcd://RECHNER:PORT/NAME, oder etcds:// mit TLS:</translation>
+        <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS:</translation>
     </message>
 </context>
 <context>
@@ -1302,6 +1302,10 @@
         <source>&amp;Replace</source>
         <translation>&amp;Ersetzen</translation>
     </message>
+    <message>
+        <source>Replace %1 values in one file?</source>
+        <translation>%1 Werte in einer Datei ersetzen?</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::FolderDialog</name>
@@ -1324,10 +1328,6 @@
         <translation>wie in *.bak ssl</translation>
     </message>
     <message>
-        <source>0 opens the files of the folder itself only</source>
-        <translation>0 öffnet nur die Dateien des Ordners selbst</translation>
-    </message>
-    <message>
         <source>of any size</source>
         <translation>beliebig groß</translation>
     </message>
@@ -1348,12 +1348,24 @@
         <translation>&amp;Ohne:</translation>
     </message>
     <message>
-        <source>Folders &amp;below:</source>
-        <translation>Ordner &amp;darunter:</translation>
-    </message>
-    <message>
         <source>&amp;Size:</source>
         <translation>&amp;Größe:</translation>
+    </message>
+    <message>
+        <source>the folder alone</source>
+        <translation>nur der Ordner selbst</translation>
+    </message>
+    <message>
+        <source>&amp;Depth:</source>
+        <translation>&amp;Tiefe:</translation>
+    </message>
+    <message>
+        <source>How many levels of folders below it are looked at</source>
+        <translation>Wie viele Ebenen von Ordnern darunter angesehen werden</translation>
+    </message>
+    <message>
+        <source>all folders below it</source>
+        <translation>alle Ordner darunter</translation>
     </message>
 </context>
 <context>
@@ -1441,10 +1453,6 @@
     <message>
         <source>What was found</source>
         <translation>Was gefunden wurde</translation>
-    </message>
-    <message>
-        <source>&amp;Copy</source>
-        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -1843,6 +1851,117 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     </message>
 </context>
 <context>
+    <name>Vantry::Options</name>
+    <message>
+        <source>Vantry: one window over all configuration of a system.</source>
+        <translation>Vantry: ein Fenster über die ganze Konfiguration eines Systems.</translation>
+    </message>
+    <message>
+        <source>Configuration files and folders to open.</source>
+        <translation>Konfigurationsdateien und Ordner, die geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Load plug-ins from DIR instead of the usual places.</source>
+        <translation>Plugins aus DIR statt von den üblichen Orten laden.</translation>
+    </message>
+    <message>
+        <source>Load plug-ins from DIR too, even though other users can change the files there and so have their own code run as yours.</source>
+        <translation>Plugins auch aus DIR laden, obwohl andere Benutzer die Dateien dort ändern und so ihren eigenen Code als den Ihren ausführen lassen können.</translation>
+    </message>
+    <message>
+        <source>Start without any plug-in, when one keeps Vantry from starting.</source>
+        <translation>Ohne Plugins starten, wenn eines den Start von Vantry verhindert.</translation>
+    </message>
+    <message>
+        <source>Draw the window into OUT.png when all is loaded, and end.</source>
+        <translation>Das Fenster nach OUT.png zeichnen, sobald alles geladen ist, und enden.</translation>
+    </message>
+    <message>
+        <source>Show this start in English (en) or German (de).</source>
+        <translation>Diesen Start in Englisch (en) oder Deutsch (de) zeigen.</translation>
+    </message>
+    <message>
+        <source>Show this help.</source>
+        <translation>Diese Hilfe zeigen.</translation>
+    </message>
+    <message>
+        <source>Show the version.</source>
+        <translation>Die Version zeigen.</translation>
+    </message>
+    <message>
+        <source>--picture needs the name of a file</source>
+        <translation>--picture braucht den Namen einer Datei</translation>
+    </message>
+    <message>
+        <source>unknown language &apos;%1&apos;; valid languages: %2</source>
+        <translation>unbekannte Sprache „%1“; möglich sind: %2</translation>
+    </message>
+    <message>
+        <source>User Commands</source>
+        <translation>Dienstprogramme für Benutzer</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Bezeichnung</translation>
+    </message>
+    <message>
+        <source>one window over all configuration of a system</source>
+        <translation>ein Fenster über die ganze Konfiguration eines Systems</translation>
+    </message>
+    <message>
+        <source>Synopsis</source>
+        <translation>Übersicht</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>Beschreibung</translation>
+    </message>
+    <message>
+        <source>Opens configuration files, and folders of them, as one tree of typed attributes, to be browsed, searched, watched and edited. An edit of one value changes the bytes of that value; everything else in the file stays as its author left it. Without FILE the window shows what it showed last, or ways to open files.</source>
+        <translation>Öffnet Konfigurationsdateien und Ordner mit solchen als einen Baum typisierter Attribute, zum Ansehen, Durchsuchen, Beobachten und Bearbeiten. Eine Änderung eines Werts ändert die Bytes dieses Werts; alles andere in der Datei bleibt, wie sein Autor es hinterlassen hat. Ohne FILE zeigt das Fenster, was es zuletzt gezeigt hat, oder Wege, Dateien zu öffnen.</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>The options of all programs of Qt, as -platform, are understood, too.</source>
+        <translation>Auch die Optionen aller Programme von Qt, wie -platform, werden verstanden.</translation>
+    </message>
+    <message>
+        <source>Exit status</source>
+        <translation>Exit-Status</translation>
+    </message>
+    <message>
+        <source>The window was closed, or its picture drawn.</source>
+        <translation>Das Fenster wurde geschlossen oder sein Bild gezeichnet.</translation>
+    </message>
+    <message>
+        <source>No display was found, or a picture cannot be written or lacks a file that could not be opened.</source>
+        <translation>Es gibt keine Anzeige, oder ein Bild kann nicht geschrieben werden, oder ihm fehlt eine Datei, die nicht geöffnet werden konnte.</translation>
+    </message>
+    <message>
+        <source>The command line is wrong.</source>
+        <translation>Die Befehlszeile ist falsch.</translation>
+    </message>
+    <message>
+        <source>See also</source>
+        <translation>Siehe auch</translation>
+    </message>
+    <message>
+        <source>vantry-desk --help shows what it knows.</source>
+        <translation>vantry-desk --help zeigt, was möglich ist.</translation>
+    </message>
+    <message>
+        <source>cannot open a window without a display (DISPLAY and WAYLAND_DISPLAY are not set).</source>
+        <translation>ohne Anzeige lässt sich kein Fenster öffnen (DISPLAY und WAYLAND_DISPLAY sind nicht gesetzt).</translation>
+    </message>
+    <message>
+        <source>Use --picture OUT.png to draw the window into a file instead.</source>
+        <translation>Mit --picture OUT.png wird das Fenster stattdessen in eine Datei gezeichnet.</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::PlaceButton</name>
     <message>
         <source>Place in the file: %1</source>
@@ -1942,6 +2061,117 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     </message>
 </context>
 <context>
+    <name>Vantry::PluginTexts</name>
+    <message>
+        <source>left out of this start, as --safe asks for</source>
+        <translation>bei diesem Start ausgelassen, wie --safe es verlangt</translation>
+    </message>
+    <message>
+        <source>left out of this start: plug-ins have ended the last two</source>
+        <translation>bei diesem Start ausgelassen: Plugins haben die letzten beiden beendet</translation>
+    </message>
+    <message>
+        <source>its application %1 is there already, from %2</source>
+        <translation>die Anwendung %1 gibt es schon, aus %2</translation>
+    </message>
+    <message>
+        <source>asking its application %1 failed: %2</source>
+        <translation>die Frage nach der Anwendung %1 schlug fehl: %2</translation>
+    </message>
+    <message>
+        <source>it does not say which contract it was built against; rebuild it with the headers of this version of Vantry, contract %1</source>
+        <translation>es sagt nicht, gegen welchen Kontrakt es gebaut wurde; es ist mit den Headern dieser Version von Vantry neu zu bauen, Kontrakt %1</translation>
+    </message>
+    <message>
+        <source>it was built against contract %1 and this version of Vantry has contract %2; install the build that belongs to this version</source>
+        <translation>es wurde gegen Kontrakt %1 gebaut, und diese Version von Vantry hat Kontrakt %2; es ist der Build zu installieren, der zu dieser Version gehört</translation>
+    </message>
+    <message>
+        <source>it is not a plug-in of Vantry: the entry point %1 is missing</source>
+        <translation>es ist kein Plugin von Vantry: der Einsprungpunkt %1 fehlt</translation>
+    </message>
+    <message>
+        <source>it cannot be loaded: %1</source>
+        <translation>es lässt sich nicht laden: %1</translation>
+    </message>
+    <message>
+        <source>naming its applications failed: %1</source>
+        <translation>die Frage nach den Anwendungen schlug fehl: %1</translation>
+    </message>
+    <message>
+        <source>it offers no application</source>
+        <translation>es bietet keine Anwendung an</translation>
+    </message>
+    <message>
+        <source>making its application %1 failed: %2</source>
+        <translation>das Erzeugen der Anwendung %1 schlug fehl: %2</translation>
+    </message>
+    <message>
+        <source>it did not make its application %1</source>
+        <translation>es erzeugte die Anwendung %1 nicht</translation>
+    </message>
+    <message>
+        <source>no such folder</source>
+        <translation>kein solcher Ordner</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; is a link that leads nowhere</source>
+        <translation>„%1“ ist eine Verknüpfung, die nirgendwohin führt</translation>
+    </message>
+    <message>
+        <source>other users can change &apos;%1&apos;; take away their permission to write there, or name the plug-in&apos;s folder with --shared-plugin-dir</source>
+        <translation>andere Benutzer können „%1“ ändern; ihnen ist das Schreiben dort zu verbieten, oder der Ordner des Plugins ist mit --shared-plugin-dir zu nennen</translation>
+    </message>
+    <message>
+        <source>ending</source>
+        <translation>beim Beenden</translation>
+    </message>
+    <message>
+        <source>loading</source>
+        <translation>beim Laden</translation>
+    </message>
+    <message>
+        <source>making an application of</source>
+        <translation>beim Erzeugen einer Anwendung</translation>
+    </message>
+    <message>
+        <source>showing</source>
+        <translation>beim Zeigen</translation>
+    </message>
+    <message>
+        <source>its file is larger than %1 MiB</source>
+        <translation>die Datei ist größer als %1 MiB</translation>
+    </message>
+    <message>
+        <source>the file cannot be read</source>
+        <translation>die Datei kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>it did not finish at an earlier start; it is tried again when the file changes</source>
+        <translation>bei einem früheren Start wurde es nicht fertig; es wird wieder versucht, wenn sich die Datei ändert</translation>
+    </message>
+    <message>
+        <source>left out: an earlier start of Vantry ended in it</source>
+        <translation>ausgelassen: ein früherer Start von Vantry endete darin</translation>
+    </message>
+    <message>
+        <source>it could not be tried: %1</source>
+        <translation>es konnte nicht versucht werden: %1</translation>
+    </message>
+    <message>
+        <source>%1 it did not finish within %2 s</source>
+        <translation>%1 wurde es nicht innerhalb von %2 s fertig</translation>
+    </message>
+    <message>
+        <source>it is damaged: %1 it ends the program (signal %2)</source>
+        <translation>es ist beschädigt: %1 beendet es das Programm (Signal %2)</translation>
+    </message>
+    <message>
+        <source>it is damaged: %1 it ends the program with code %2</source>
+        <translation>es ist beschädigt: %1 beendet es das Programm mit Code %2</translation>
+    </message>
+</context>
+<context>
     <name>Vantry::ProblemsDock</name>
     <message>
         <source>Problems</source>
@@ -1958,6 +2188,13 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     <message>
         <source>Problems (%1)</source>
         <translation>Probleme (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::RowCopy</name>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -2148,6 +2385,17 @@ Nichts, was sich zeigen lässt: die Datei ist weg, oder ihre Werte dürfen nicht
     <message>
         <source>&amp;Close Window</source>
         <translation>Fenster &amp;schließen</translation>
+    </message>
+</context>
+<context>
+    <name>Vantry::WindowPicture</name>
+    <message>
+        <source>the ending must name a kind of picture, as in .png</source>
+        <translation>die Endung muss eine Art von Bild nennen, wie .png</translation>
+    </message>
+    <message>
+        <source>the picture could not be written to %1: %2</source>
+        <translation>das Bild konnte nicht nach %1 geschrieben werden: %2</translation>
     </message>
 </context>
 <context>

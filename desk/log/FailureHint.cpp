@@ -52,13 +52,13 @@ std::optional<LogLine> newestRefusal(const QString& path)
 QString describeContent(const QVariant& value)
 {
     using namespace FrameworkCore::Values;
-    return QString::fromStdString(describeType(typeOf(value.userType())));
+    return typeText(typeOf(value.userType()));
 }
 
 } // namespace
 
 FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> attributes, QWidget* parent)
-    : QWidget(parent), repository(std::move(attributes)),
+    : QWidget(parent), repository(std::move(attributes)), lastBefore(LogRecord::instance().getLastNumber()),
       reachAction(new QAction(tr("&Failure Message"), this)), icon(new PlainLabel), label(new PlainLabel),
       success(repository->getNotificationInterface()), editSuccess(repository->getNotificationInterface())
 {
@@ -142,7 +142,7 @@ void FailureHint::look(const QVector<LogLine>& lines)
     const LogLine* told = nullptr;
     for (const LogLine& line : lines) {
         const bool givesReason = line.category == Repository::logCategory();
-        if (line.type == LogMessageType::Failure &&
+        if (line.number > lastBefore && line.type == LogMessageType::Failure &&
             (givesReason || !told || told->category != Repository::logCategory()))
             told = &line;
     }

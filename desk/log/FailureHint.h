@@ -75,6 +75,7 @@ private:
     bool hasKeyboard() const;
 
     std::shared_ptr<RepositoryInterface> repository;
+    const quint64 lastBefore; // the line of the log that came before the window
 
     // Children.
     QAction* reachAction;

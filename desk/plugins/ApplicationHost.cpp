@@ -2,6 +2,7 @@
 
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginCall.h"
+#include "desk/plugins/PluginTexts.h"
 #include "host/Utilities/HostLog.h"
 
 #include <QWriteLocker>
@@ -82,7 +83,7 @@ QString ApplicationHost::createApplication(const PluginLibrary& library, const Q
     // Two of one name would share the attribute that names the page.
     for (const Application& application : applications) {
         if (application.identification == identification)
-            return QStringLiteral("its application %1 is there already, from %2")
+            return PluginTexts::tr("its application %1 is there already, from %2")
                 .arg(identification, application.library->getFile());
     }
     QString reason;
@@ -95,7 +96,7 @@ QString ApplicationHost::createApplication(const PluginLibrary& library, const Q
     const QString failure = failureOfCall([&] { welcome(made); });
     if (!failure.isEmpty()) {
         drop(std::move(made));
-        return QStringLiteral("asking its application %1 failed: %2").arg(identification, failure);
+        return PluginTexts::tr("asking its application %1 failed: %2").arg(identification, failure);
     }
     watchPage(made);
     applications.push_back(std::move(made));

@@ -1,5 +1,6 @@
 #include "desk/plugins/PluginDock.h"
 
+#include "desk/common/RowCopy.h"
 #include "desk/plugins/PluginMemory.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
@@ -46,6 +47,8 @@ void PluginDock::setUp()
     rows->setObjectName(QStringLiteral("pluginRows"));
     rows->setAccessibleName(windowTitle());
     rows->setRootIsDecorated(false);
+    rows->setContextMenuPolicy(Qt::ActionsContextMenu);
+    addRowCopy(*rows);
     rows->setHeaderLabels({tr("Plug-in"), tr("State")});
     rows->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     letInButton = new QPushButton(tr("&Load at Next Start"));

@@ -1,6 +1,7 @@
 #include "desk/plugins/PluginLibrary.h"
 
 #include "desk/plugins/PluginCall.h"
+#include "desk/plugins/PluginTexts.h"
 
 #include <QFileInfo>
 
@@ -34,12 +35,12 @@ QString reasonOf(const QString& error, const QString& file)
 QString contractFault(const int* version)
 {
     if (!version)
-        return QStringLiteral("it does not say which contract it was built against; rebuild it with the "
-                              "headers of this version of Vantry, contract %1")
+        return PluginTexts::tr("it does not say which contract it was built against; rebuild it with the "
+                               "headers of this version of Vantry, contract %1")
             .arg(ContractVersion);
     if (*version != ContractVersion)
-        return QStringLiteral("it was built against contract %1 and this version of Vantry has contract %2; "
-                              "install the build that belongs to this version")
+        return PluginTexts::tr("it was built against contract %1 and this version of Vantry has contract %2; "
+                               "install the build that belongs to this version")
             .arg(*version)
             .arg(ContractVersion);
     return {};
@@ -52,7 +53,7 @@ Function PluginLibrary::resolve(const char* name, QString& reason)
 {
     const auto function = reinterpret_cast<Function>(library.resolve(name));
     if (!function && reason.isEmpty())
-        reason = QStringLiteral("it is not a plug-in of Vantry: the entry point %1 is missing")
+        reason = PluginTexts::tr("it is not a plug-in of Vantry: the entry point %1 is missing")
                      .arg(QLatin1String(name));
     return function;
 }
@@ -61,7 +62,7 @@ std::unique_ptr<PluginLibrary> PluginLibrary::load(const QString& file, QString&
 {
     std::unique_ptr<PluginLibrary> plugin(new PluginLibrary(file));
     if (!plugin->library.load()) {
-        reason = QStringLiteral("it cannot be loaded: %1")
+        reason = PluginTexts::tr("it cannot be loaded: %1")
                      .arg(reasonOf(plugin->library.errorString(), plugin->file));
         return nullptr;
     }
@@ -82,9 +83,9 @@ QString PluginLibrary::identify(NameApplications nameApplications)
     bool isNamed = false;
     const QString failure = failureOfCall([&] { isNamed = nameApplications(nullptr, identifications); });
     if (!failure.isEmpty())
-        return QStringLiteral("naming its applications failed: %1").arg(failure);
+        return PluginTexts::tr("naming its applications failed: %1").arg(failure);
     identifications.removeAll(QString());
-    return isNamed && !identifications.isEmpty() ? QString() : QStringLiteral("it offers no application");
+    return isNamed && !identifications.isEmpty() ? QString() : PluginTexts::tr("it offers no application");
 }
 
 PluginLibrary::Application
@@ -96,9 +97,9 @@ PluginLibrary::createApplication(const Context& context, const QString& identifi
             application.reset();
     });
     if (!failure.isEmpty())
-        reason = QStringLiteral("making its application %1 failed: %2").arg(identification, failure);
+        reason = PluginTexts::tr("making its application %1 failed: %2").arg(identification, failure);
     else if (!application)
-        reason = QStringLiteral("it did not make its application %1").arg(identification);
+        reason = PluginTexts::tr("it did not make its application %1").arg(identification);
     return reason.isEmpty() ? application : nullptr;
 }
 

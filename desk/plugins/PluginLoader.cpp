@@ -3,6 +3,7 @@
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginMemory.h"
 #include "desk/plugins/PluginPlace.h"
+#include "desk/plugins/PluginTexts.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -45,7 +46,7 @@ void PluginLoader::look(const QString& folder, bool isShared, const Choice& choi
     const QDir dir(folder);
     if (!dir.exists()) {
         if (!usualFolders().contains(folder))
-            findings.push_back({folder, QStringLiteral("no such folder")});
+            findings.push_back({folder, PluginTexts::tr("no such folder")});
         return;
     }
     const QStringList names = dir.entryList(QDir::Files, QDir::Name);

@@ -1,5 +1,7 @@
 #include "desk/plugins/PluginPlace.h"
 
+#include "desk/plugins/PluginTexts.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -77,7 +79,7 @@ public:
             if (!S_ISLNK(status.st_mode))
                 folder = entry;
             else if (!follow(entry))
-                return QStringLiteral("'%1' is a link that leads nowhere").arg(entry);
+                return PluginTexts::tr("'%1' is a link that leads nowhere").arg(entry);
         }
         return {};
     }
@@ -100,7 +102,7 @@ private:
 
     static QString changeable(const QString& path)
     {
-        return QStringLiteral(
+        return PluginTexts::tr(
                    "other users can change '%1'; take away their permission to write there, or name "
                    "the plug-in's folder with --shared-plugin-dir")
             .arg(path);

@@ -44,14 +44,14 @@ public:
         window.setAttribute(Qt::WA_DontShowOnScreen);
     }
 
-    ~Rehearsed() { begin("ending"); }
+    ~Rehearsed() { begin(QT_TRANSLATE_NOOP("Vantry::PluginTexts", "ending")); }
 
     Q_DISABLE_COPY(Rehearsed)
 
     // Empty, or why the file is refused.
     QString load(const QString& file)
     {
-        begin("loading");
+        begin(QT_TRANSLATE_NOOP("Vantry::PluginTexts", "loading"));
         QString reason;
         library = PluginLibrary::load(file, reason);
         return reason;
@@ -59,7 +59,7 @@ public:
 
     void createApplications(const Repository& repository)
     {
-        begin("making an application of");
+        begin(QT_TRANSLATE_NOOP("Vantry::PluginTexts", "making an application of"));
         host = std::make_unique<ApplicationHost>(
             std::make_shared<GuiContext>(QStringList{QStringLiteral("desk")}), repository);
         host->createApplications(*library); // what it refuses or throws, the desk survives too
@@ -67,7 +67,7 @@ public:
 
     void show()
     {
-        begin("showing");
+        begin(QT_TRANSLATE_NOOP("Vantry::PluginTexts", "showing"));
         for (const auto& application : host->getApplications()) {
             for (QWidget* const widget : {application.control.data(), application.main.data()}) {
                 if (widget)

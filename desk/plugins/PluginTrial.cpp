@@ -2,6 +2,8 @@
 
 #include "desk/plugins/PluginMemory.h"
 #include "desk/plugins/PluginRehearsal.h"
+#include "desk/plugins/PluginTexts.h"
+#include "host/Utilities/LocalizationAccess.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -55,13 +57,13 @@ struct Account
             if (line.startsWith(PluginRehearsal::doing)) {
                 const QString what = line.mid(PluginRehearsal::doing.size());
                 number = what.section(QLatin1Char(' '), 0, 0).toInt();
-                step = what.section(QLatin1Char(' '), 1);
+                step = PluginTexts::tr(qUtf8Printable(what.section(QLatin1Char(' '), 1)));
             }
         }
     }
 
     int number = 0;
-    QString step = QStringLiteral("loading");
+    QString step = PluginTexts::tr("loading");
     QString refusal;
     bool hasPassed = false;
 };
@@ -78,17 +80,17 @@ QString PluginTrial::run(const QString& file) const
     using Verdict = PluginMemory::Verdict;
     constexpr qint64 largest = 1 << 28; // a person would wait long for it to be read, at every start
     if (QFileInfo(file).size() > largest)
-        return QStringLiteral("its file is larger than %1 MiB").arg(largest >> 20);
+        return PluginTexts::tr("its file is larger than %1 MiB").arg(largest >> 20);
     if (!QFile(file).open(QIODevice::ReadOnly))
-        return QStringLiteral("the file cannot be read");
+        return PluginTexts::tr("the file cannot be read");
     switch (PluginMemory::getVerdict(file)) {
     case Verdict::Passed:
         return {};
     case Verdict::Endless:
-        return QStringLiteral(
+        return PluginTexts::tr(
             "it did not finish at an earlier start; it is tried again when the file changes");
     case Verdict::LeftOut:
-        return QStringLiteral("left out: an earlier start of Vantry ended in it");
+        return PluginTexts::tr("left out: an earlier start of Vantry ended in it");
     case Verdict::None:
         break;
     }
@@ -107,7 +109,8 @@ PluginTrial::Culprit PluginTrial::rehearse(const QStringList& files) const
 
 PluginTrial::Outcome PluginTrial::runChild(const QString& option, const QStringList& files) const
 {
-    QStringList arguments;
+    const QString shown = Utilities::GetLocalizationInterface()->getLocale().name();
+    QStringList arguments{QStringLiteral("--language"), shown.section(QLatin1Char('_'), 0, 0)};
     for (const QString& file : files)
         arguments += {option, file};
     Child child;
@@ -115,7 +118,7 @@ PluginTrial::Outcome PluginTrial::runChild(const QString& option, const QStringL
     child.setStandardErrorFile(QProcess::nullDevice());
     child.start(program, arguments, QIODevice::ReadOnly);
     if (!child.waitForStarted())
-        return {{-1, QStringLiteral("it could not be tried: %1").arg(child.errorString())}, false};
+        return {{-1, PluginTexts::tr("it could not be tried: %1").arg(child.errorString())}, false};
     const bool isOver = child.waitForFinished(timeLimit);
     if (!isOver) {
         child.kill();
@@ -126,17 +129,17 @@ PluginTrial::Outcome PluginTrial::runChild(const QString& option, const QStringL
     if (!isOver)
         return {
             {account.number,
-             QStringLiteral("%1 it did not finish within %2 s").arg(account.step).arg(timeLimit / 1000.0)},
+             PluginTexts::tr("%1 it did not finish within %2 s").arg(account.step).arg(timeLimit / 1000.0)},
             true};
     if (child.exitStatus() == QProcess::CrashExit)
-        return {{account.number, QStringLiteral("it is damaged: %1 it ends the program (signal %2)")
+        return {{account.number, PluginTexts::tr("it is damaged: %1 it ends the program (signal %2)")
                                      .arg(account.step)
                                      .arg(child.exitCode())},
                 false};
     if (!account.refusal.isEmpty())
         return {{account.number, account.refusal}, false};
     if (!account.hasPassed)
-        return {{account.number, QStringLiteral("it is damaged: %1 it ends the program with code %2")
+        return {{account.number, PluginTexts::tr("it is damaged: %1 it ends the program with code %2")
                                      .arg(account.step)
                                      .arg(child.exitCode())},
                 false};

@@ -256,17 +256,22 @@ void MainWindow::editAgain(const RefusedEdit& refused)
 void MainWindow::showFiles()
 {
     edit->refresh();
-    setWindowModified(!files.getWatch().getNames().isEmpty());
     const QStringList backends = files.getBackends();
-    if (backends == shownBackends)
-        return;
-    if (backends.isEmpty() && areFilesShown())
-        showStartPage();
-    shownBackends = backends;
+    if (backends != shownBackends) {
+        if (backends.isEmpty() && areFilesShown())
+            showStartPage();
+        shownBackends = backends;
+        showTitle();
+    }
+    setWindowModified(!files.getWatch().getNames().isEmpty()); // which the title has a place for
+}
+
+void MainWindow::showTitle()
+{
     constexpr int mostNames = 3;
-    QString title = files.getFileNames(backends.mid(0, mostNames)).join(QStringLiteral(", "));
-    if (backends.size() > mostNames)
-        title = tr("%1 and %2 more").arg(title, QString::number(backends.size() - mostNames));
+    QString title = files.getFileNames(shownBackends.mid(0, mostNames)).join(QStringLiteral(", "));
+    if (shownBackends.size() > mostNames)
+        title = tr("%1 and %2 more").arg(title, QString::number(shownBackends.size() - mostNames));
     if (number > 1 && !title.isEmpty())
         title = tr("%1 (window %2)").arg(title, QString::number(number));
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
@@ -293,7 +298,6 @@ SessionState::View MainWindow::getView() const
 void MainWindow::showFrame(const SessionState::View& before)
 {
     shownView->showFrame(before);
-    showPages(before.pages);
 }
 
 void MainWindow::showView(const SessionState::View& before)

@@ -63,8 +63,10 @@ public:
     // How the window shows what is open, for the next start.
     SessionState::View getView() const;
 
-    // As it was then: the size, the docks and the pages, and once all is open, what the pages show.
+    // As it was then: the size and the docks; the pages, by their applications; and once all is open, what
+    // these show.
     void showFrame(const SessionState::View& before);
+    void showPages(const QMap<QString, QString>& pages);
     void showView(const SessionState::View& before);
 
     // A text for each file that was not opened so far.
@@ -99,7 +101,6 @@ private:
     void chooseApplication(const QString& identification);
     QString fileApplication() const;
     void showFirstPages(bool hasFiles);
-    void showPages(const QMap<QString, QString>& pages); // by their applications
     bool areFilesShown() const;
     void showStartPage();
     void openExample();
@@ -115,6 +116,7 @@ private:
     bool select(const QString& path);
     void showNotice(const QString& text);
     void showFiles();
+    void showTitle();
     void setUpHelp();
     void showActions(ActionList::Shown shown);
     void showAbout();

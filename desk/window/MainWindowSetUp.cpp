@@ -11,6 +11,7 @@
 #include "desk/language/LanguageMenu.h"
 #include "desk/log/FailureHint.h"
 #include "desk/log/LogDock.h"
+#include "desk/places/EditorCommand.h"
 #include "desk/places/Places.h"
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
@@ -68,6 +69,11 @@ void MainWindow::setUpAreas()
     const auto present = ProblemFeed::instance().getProblems();
     for (const auto& problem : present)
         problems->show(problem);
+    connect(problems, &ProblemsDock::openRequested, this, [this](const auto& place) {
+        const QString reason = EditorCommand::open(place);
+        if (!reason.isEmpty())
+            showNotice(reason);
+    });
     find = new FindDock(repository, files, [this] { return edit->getSelection().getPath(); });
     addDockWidget(Qt::BottomDockWidgetArea, find);
     connect(find, &FindDock::chosen, this, &MainWindow::selectAttribute);

@@ -24,7 +24,7 @@ QString write(const QImage& picture, const QString& fileName)
 {
     const QByteArray format = QFileInfo(fileName).suffix().toLower().toLatin1();
     if (!QImageWriter::supportedImageFormats().contains(format))
-        return QStringLiteral("the ending must name a kind of picture, as in .png");
+        return WindowPicture::tr("the ending must name a kind of picture, as in .png");
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();
@@ -126,7 +126,7 @@ void WindowPicture::draw()
     QStringList problems = window.getFileProblems();
     const QString fault = write(window.grab().toImage(), file);
     if (!fault.isEmpty())
-        problems += QStringLiteral("the picture could not be written to %1: %2").arg(file, fault);
+        problems += tr("the picture could not be written to %1: %2").arg(file, fault);
     for (const QString& problem : problems)
         std::fprintf(stderr, "vantry-desk: %s\n", qUtf8Printable(problem));
     QCoreApplication::exit(problems.isEmpty() ? 0 : 1);

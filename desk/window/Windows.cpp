@@ -43,7 +43,10 @@ void Windows::openBeside(MainWindow& window)
 {
     WindowMemory::save(window);
     MainWindow& opened = open({});
-    opened.showFrame(window.getView());
+    const SessionState::View view = window.getView();
+    opened.showFrame(view);
+    if (!repository->getBackendInterface()->getBackendNames().isEmpty())
+        opened.showPages(view.pages);
     const int step = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
     if (!opened.isMaximized())
         opened.move(window.pos() + QPoint(step, step));
@@ -73,6 +76,7 @@ void Windows::beginSession(bool restores)
     for (int number = 0; number < views.size(); ++number) {
         MainWindow& window = number == 0 ? first : open({});
         window.showFrame(views[number]);
+        window.showPages(views[number].pages);
         connect(session.get(), &SessionKeeper::restored, &window,
                 [&window, view = views[number]] { window.showView(view); });
         if (number > 0)

@@ -7,6 +7,7 @@
 #include "host/FrameworkCore/AppConfig/TextInterface.h"
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
@@ -69,9 +70,9 @@ public:
     bool isLocked() const { return locked; }
     Outcome refuseLocked() const
     {
-        return Outcome(FrameworkCore::AppConfig::NotWritable, QStringLiteral("it is locked"))
+        return Outcome(FrameworkCore::AppConfig::NotWritable, Texts::tr("it is locked"))
             .in(description.filePath)
-            .advise(QStringLiteral("unlock it to change it"));
+            .advise(Texts::tr("unlock it to change it"));
     }
 
     // The path in the tree of an entry.
@@ -112,6 +113,12 @@ public:
     };
     virtual SiblingPosition positionOf(const QString& path) const = 0;
 
+    // See Document.
+    using Origin = Documents::Document::Origin;
+    virtual Origin originOf(const QString& /*path*/) const { return Origin::Own; }
+    virtual QStringList followersOf(const QString& /*path*/) const { return {}; }
+    virtual bool isLinked(const QString& /*path*/) const { return false; }
+
     // The value of an entry as the backend spells it; nothing for a group.
     virtual std::optional<std::string> spell(const QString& path) const = 0;
 
@@ -128,7 +135,7 @@ public:
     // Another number after every change, whoever made it.
     virtual quint64 getRevision() const = 0;
 
-    // Changes a value in memory. Nothing while it is being edited otherwise.
+    // Changes a value in memory. Nothing while it is being edited otherwise, and where it is linked.
     virtual std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) = 0;
 
     // Whether entries inserted at once keep the order they are given in.

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/WrittenEntries.h"
@@ -83,6 +84,27 @@ Backend::SiblingPosition DocumentBackend::positionOf(const QString& path) const
     return {place.kind, isAfter ? absolute(place.sibling) : QString()};
 }
 
+Backend::Origin DocumentBackend::originOf(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().originOf(relative(path));
+}
+
+QStringList DocumentBackend::followersOf(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    QStringList paths;
+    for (const std::string& follower : content.getDocument().followersOf(relative(path)))
+        paths.append(absolute(follower));
+    return paths;
+}
+
+bool DocumentBackend::isLinked(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    return content.getDocument().isLinked(relative(path));
+}
+
 std::optional<std::string> DocumentBackend::spell(const QString& path) const
 {
     const std::lock_guard lock(mutex);
@@ -116,9 +138,10 @@ Outcome DocumentBackend::edit(const std::function<Documents::Outcome(Document&)>
 std::optional<Outcome> DocumentBackend::set(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    if (editing)
+    const std::string entry = relative(path);
+    if (editing || content.getDocument().isLinked(entry))
         return {};
-    return edit([&](Document& text) { return text.set(relative(path), value); });
+    return edit([&](Document& text) { return text.set(entry, value); });
 }
 
 Outcome DocumentBackend::insert(const QString& path, const Value& value)
@@ -157,6 +180,14 @@ Outcome DocumentBackend::replaceAll(const QString& path, const std::vector<Docum
 {
     const std::lock_guard lock(mutex);
     return edit([&](Document& text) { return text.replaceAll(relative(path), entries, refused); });
+}
+
+void DocumentBackend::releaseDocument()
+{
+    constexpr std::size_t large = 65536; // takes a while to be parsed again
+    const std::lock_guard lock(mutex);
+    if (content.getBase().size() < large)
+        content.release();
 }
 
 bool DocumentBackend::keepsGivenOrder() const
@@ -238,8 +269,7 @@ bool DocumentBackend::isClosed() const
 
 Outcome DocumentBackend::checkOpen() const
 {
-    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
-                  : Outcome();
+    return closed ? Outcome(StatusCode::BackendFailure, Texts::tr("its backend is being closed")) : Outcome();
 }
 
 Outcome DocumentBackend::refusal(const QString& reason) const
@@ -295,8 +325,8 @@ Outcome DocumentBackend::replaceText(std::string bytes)
 
 Outcome DocumentBackend::damage() const
 {
-    return refusal(QStringLiteral("there was not enough memory for an edit, which is only half done"))
-        .advise(QStringLiteral("revert the file or open it anew"));
+    return refusal(Texts::tr("there was not enough memory for an edit, which is only half done"))
+        .advise(Texts::tr("revert the file or open it anew"));
 }
 
 EditedDocument DocumentBackend::getCopy() const
@@ -371,15 +401,15 @@ Outcome DocumentBackend::checkConflicts() const
     if (conflicts.empty())
         return {};
     constexpr std::size_t shown = 5;
-    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
-                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome outcome = refusal(Texts::tr("another program has changed what was edited here"))
+                          .advise(Texts::tr("keep yours or take theirs first"));
     Outcome::Parts& parts = outcome.change();
     for (std::size_t i = 0; i < conflicts.size() && i < shown; ++i) {
         const EditedDocument::Conflict& conflict = conflicts[i];
         parts.details.append({absolute(conflict.path), {}});
         if (isReadable(description.accessMode))
             parts.details.last().text =
-                QStringLiteral("(yours: %1, in the file: %2)")
+                Texts::tr("(yours: %1, in the file: %2)")
                     .arg(valueForPeople(conflict.mine), valueForPeople(conflict.theirs));
     }
     parts.detailsLeftOut = std::max(int(conflicts.size()) - int(shown), 0);

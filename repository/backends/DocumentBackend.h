@@ -16,6 +16,9 @@ public:
     const Documents::Format* getNameEncoding() const override;
     bool removalMovesOthers(const QString& path) const override;
     SiblingPosition positionOf(const QString& path) const override;
+    Origin originOf(const QString& path) const override;
+    QStringList followersOf(const QString& path) const override;
+    bool isLinked(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     bool hasComments(const QString& path) const override;
@@ -24,6 +27,9 @@ public:
 
     std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;
     bool keepsGivenOrder() const override;
+
+    // Gives up what can be had from its text again, unless that is large or edited.
+    void releaseDocument();
 
     bool isClosed() const override;
 

@@ -1,6 +1,7 @@
 // Where the values of a backend are in its text, and parts of what has changed in that.
 
 #include "repository/backends/DocumentBackend.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/ValueSpans.h"
 #include "repository/merge/UnifiedDiff.h"
@@ -94,7 +95,7 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
         const Document& document = content.getDocument();
         span = locateFirst(document, entry);
         if (!span)
-            return {StatusCode::NotFound, QStringLiteral("there is no value")};
+            return {StatusCode::NotFound, Texts::tr("there is no value")};
         text = content.getText();
         if (content.hasEdits())
             base = content.getBase();
@@ -116,7 +117,7 @@ Outcome DocumentBackend::findAt(int line, int column, QString& path) const
     const Documents::ValueSpans spans(copy.getDocument());
     const auto* const found = spans.find(std::size_t(line), std::size_t(std::max(column, 1)));
     if (!found)
-        return Outcome(StatusCode::NotFound, QStringLiteral("there is no value at the line or after it"))
+        return Outcome(StatusCode::NotFound, Texts::tr("there is no value at the line or after it"))
             .in(description.filePath, line, std::max(column, 1));
     path = absolute(found->path);
     return {};
@@ -125,7 +126,7 @@ Outcome DocumentBackend::findAt(int line, int column, QString& path) const
 Outcome DocumentBackend::getReadableText(BackendText& text) const
 {
     if (!isReadable(description.accessMode))
-        return {StatusCode::NotReadable, QStringLiteral("the values of its file may not be read")};
+        return {StatusCode::NotReadable, Texts::tr("the values of its file may not be read")};
     const EditedDocument copy = getCopy();
     const Documents::ValueSpans spans(copy.getDocument());
     std::set<std::string> unsaved;
@@ -167,9 +168,9 @@ Outcome DocumentBackend::textWith(Hunks which, const QStringList& hunks, std::st
         found += isThis ? 1 : 0;
         return isThis == (which == Hunks::These);
     }));
-    return found == hunks.size() ? Outcome()
-                                 : refusal(QStringLiteral("its changes are others by now"))
-                                       .advise(QStringLiteral("look at them again"));
+    return found == hunks.size()
+               ? Outcome()
+               : refusal(Texts::tr("its changes are others by now")).advise(Texts::tr("look at them again"));
 }
 
 } // namespace Repository

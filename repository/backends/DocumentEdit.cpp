@@ -7,7 +7,8 @@ namespace Repository {
 using FrameworkCore::AppConfig::Outcome;
 
 DocumentEdit::DocumentEdit(Backend& editedBackend, bool canRollBack)
-    : backend(editedBackend.shared_from_this()), hasRollback(canRollBack)
+    : backend(editedBackend.shared_from_this()), hasRollback(canRollBack),
+      wasLinked(backend->isLinked(backend->getName()))
 {
     backend->beginEdit();
 }

@@ -20,6 +20,9 @@ public:
 
     Backend& getBackend() const { return *backend; }
 
+    // Whether a change may have changed other entries, which show the same.
+    bool mayChangeOthers() const { return wasLinked || backend->isLinked(backend->getName()); }
+
     // Each changes entries in memory, or nothing. Paths are those of the tree.
     Outcome set(const QString& path, const Value& value) { return toChange().write(path, value); }
     Outcome insert(const QString& path, const Value& value) { return toChange().insert(path, value); }
@@ -82,6 +85,7 @@ private:
 
     const std::shared_ptr<Backend> backend;
     const bool hasRollback;
+    const bool wasLinked;
     std::optional<std::string> before;
 };
 

@@ -5,6 +5,7 @@
 #include "repository/backends/FileKind.h"
 #include "repository/common/PathBudget.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/merge/DocumentComparison.h"
 #include "repository/merge/EntryList.h"
@@ -55,8 +56,8 @@ Outcome FileBackend::warned(Outcome outcome, const std::string& warning) const
 Outcome FileBackend::checkReadability(const std::string& text)
 {
     if (text.size() > Files::SizeLimit::get())
-        return refusal(QStringLiteral("with these edits ") +
-                       QString::fromStdString(Files::SizeLimit::refusal()));
+        return refusal(
+            Texts::tr("with these edits %1").arg(QString::fromStdString(Files::SizeLimit::refusal())));
     if (!tellsType)
         tellsType = FileFormat::tells(description.filePath, description.type, content.getBase());
     const QString reason =
@@ -108,7 +109,7 @@ Outcome FileBackend::takeText(const Part* part, std::string& text)
             return outcome;
         const Documents::Outcome parsed = Documents::makeDocument(content.getType())->parse(text);
         if (!parsed.ok())
-            return refusal(QStringLiteral("the file could not be read with these changes alone: ") +
+            return refusal(Texts::tr("the file could not be read with these changes alone: ") +
                            QString::fromStdString(parsed.error));
     } else {
         std::string reason;
@@ -183,8 +184,8 @@ Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileDi
         const std::lock_guard lock(mutex);
         hasUnmergedDiskContent = true;
         Outcome::Parts& parts = outcome.change();
-        parts.reason.prepend(QStringLiteral("what another program has written there cannot be read: "));
-        return outcome.advise(QStringLiteral("what is open stays as it was"));
+        parts.reason.prepend(Texts::tr("what another program has written there cannot be read: "));
+        return outcome.advise(Texts::tr("what is open stays as it was"));
     }
     PathBudget::check(*theirs);
     {
@@ -214,7 +215,7 @@ Outcome FileBackend::mergeExternal(const std::string& found, const Files::FileDi
         return changes;
     });
     return misfit.empty() ? Outcome()
-                          : refusal(QStringLiteral("another program has changed the file: ") +
+                          : refusal(Texts::tr("another program has changed the file: ") +
                                     QString::fromStdString(misfit));
 }
 
@@ -266,8 +267,8 @@ Outcome FileBackend::handleDeletion(Trigger trigger, const ApplyChange& apply)
         isDeleted = !becomesEmpty;
     }
     if (!becomesEmpty)
-        return refusal(QStringLiteral("the file has been deleted: what is open stays as it was"))
-            .advise(QStringLiteral("keep yours, and it is written anew, or take theirs, and it stays away"));
+        return refusal(Texts::tr("the file has been deleted: what is open stays as it was"))
+            .advise(Texts::tr("keep yours, and it is written anew, or take theirs, and it stays away"));
     Outcome outcome;
     apply([&] {
         const std::lock_guard lock(mutex);
@@ -288,10 +289,10 @@ Outcome FileBackend::close(bool discardChanges)
     const std::lock_guard savingLock(saving);
     const std::lock_guard lock(mutex);
     if (closed)
-        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+        return {StatusCode::BackendFailure, Texts::tr("it is being closed already")};
     if (!discardChanges && (isDeleted || content.hasEdits())) {
-        Outcome unsaved(StatusCode::BackendFailure, QStringLiteral("it has edits that are not saved"));
-        return unsaved.advise(QStringLiteral("save or discard them first"));
+        Outcome unsaved(StatusCode::BackendFailure, Texts::tr("it has edits that are not saved"));
+        return unsaved.advise(Texts::tr("save or discard them first"));
     }
     closed = true;
     return {};
@@ -310,8 +311,8 @@ QVector<Backend::UnsavedChange> FileBackend::getUnsavedChanges() const
 
 Outcome FileBackend::checkConflicts() const
 {
-    return isDeleted ? refusal(QStringLiteral("the file has been deleted since it was read"))
-                           .advise(QStringLiteral(
+    return isDeleted ? refusal(Texts::tr("the file has been deleted since it was read"))
+                           .advise(Texts::tr(
                                "keep yours, and it is written anew, or take theirs, and it stays away"))
                      : DocumentBackend::checkConflicts();
 }
@@ -339,7 +340,7 @@ Outcome FileBackend::revertPart(const Part& part, const ApplyChange& apply)
             outcome = outcomeOf(content.replaceText(std::move(text)));
             if (!outcome.ok())
                 outcome.change().reason.prepend(
-                    QStringLiteral("the file could not be read without these changes: "));
+                    Texts::tr("the file could not be read without these changes: "));
         });
     });
     mergeUnmerged(apply);
@@ -378,8 +379,7 @@ Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, co
         return Changes();
     });
     mergeUnmerged(apply);
-    return found ? outcome
-                 : Outcome(StatusCode::NotFound, QStringLiteral("there is no conflict at or below it"));
+    return found ? outcome : Outcome(StatusCode::NotFound, Texts::tr("there is no conflict at or below it"));
 }
 
 // With some edits gone, a text of the file that had no place for them may have one now.

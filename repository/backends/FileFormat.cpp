@@ -1,6 +1,7 @@
 #include "repository/backends/FileFormat.h"
 
 #include "repository/backends/FileKind.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 
 #include <QFile>
@@ -26,7 +27,13 @@ constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts
 
 bool lists(std::string_view endings, const QString& ending)
 {
-    return (' ' + std::string(endings) + ' ').find(' ' + ending.toStdString() + ' ') != std::string::npos;
+    const std::string wanted = ending.toStdString();
+    for (std::size_t at = endings.find(wanted); at < endings.size(); at = endings.find(wanted, at + 1)) {
+        const std::size_t end = at + wanted.size();
+        if ((at == 0 || endings[at - 1] == ' ') && (end == endings.size() || endings[end] == ' '))
+            return true;
+    }
+    return false;
 }
 
 // The name in lower case that the file has, or the one of which it is a copy.
@@ -177,7 +184,8 @@ QByteArray FileFormat::beginningOf(const QString& file)
     QFile content(file);
     const bool isReadable =
         refusalOfKind(file).isEmpty() && content.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    return isReadable ? content.read(enough) : QByteArray();
+    const qint64 size = isReadable ? content.size() : 0; // which files of the kernel do not tell
+    return isReadable ? content.read(size > 0 ? std::min<qint64>(enough, size) : enough) : QByteArray();
 }
 
 QString FileFormat::ofFile(const QString& file)
@@ -202,8 +210,8 @@ QString FileFormat::ofUnchosenFile(const QString& file)
 QString FileFormat::explainUnknown(const QString& file)
 {
     return beginningOf(file).contains('\0')
-               ? QStringLiteral("it is a binary file")
-               : QStringLiteral("neither its name nor how it begins tells that it is of a format known here");
+               ? Texts::tr("it is a binary file")
+               : Texts::tr("neither its name nor how it begins tells that it is of a format known here");
 }
 
 QString FileFormat::withDialect(const QString& type, const QString& file, const std::string& text)
@@ -227,11 +235,13 @@ QString FileFormat::explainMistaking(const QString& file, const QString& type, c
     const bool isDialect = formatOf(taken) == formatOf(type);
     if (isDialect && readAlike(taken, type, text))
         return {};
-    return QStringLiteral(
-               "with this text it would be taken for %1 when it is read again; give it a name that ")
-               .arg(taken.isEmpty() ? QStringLiteral("a file of another kind") : taken) +
-           (isDialect ? QStringLiteral("tells that it is %1").arg(type)
-                      : QStringLiteral("ends with .%1").arg(formatOf(type)));
+    const QString form =
+        isDialect ? Texts::tr("with this text it would be taken for %1 when it is read again; give it "
+                              "a name that tells that it is %2")
+                  : Texts::tr("with this text it would be taken for %1 when it is read again; give it "
+                              "a name that ends with .%2");
+    return form.arg(taken.isEmpty() ? Texts::tr("a file of another kind") : taken,
+                    isDialect ? type : formatOf(type));
 }
 
 } // namespace Repository

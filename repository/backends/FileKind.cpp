@@ -1,6 +1,7 @@
 #include "repository/backends/FileKind.h"
 
 #include "files/FileLocation.h"
+#include "repository/common/Texts.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -30,11 +31,11 @@ QString refusalOfKind(const QString& path)
     if (::stat(name.constData(), &status) != 0)
         return {};
     if (S_ISDIR(status.st_mode))
-        return QStringLiteral("it is a folder");
+        return Texts::tr("it is a folder");
     if (!S_ISREG(status.st_mode))
-        return QStringLiteral("it is not a regular file");
+        return Texts::tr("it is not a regular file");
     if ((status.st_mode & S_IROTH) == 0 && isViewOfKernel(name.constData()))
-        return QStringLiteral("it is a view of the kernel, which may have no end");
+        return Texts::tr("it is a view of the kernel, which may have no end");
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "repository/common/Texts.h"
 
 #include <QString>
 
@@ -20,7 +21,7 @@ std::invoke_result_t<Operation> guardMemory(const Operation& operation, const Re
     } catch (const std::bad_alloc&) {
     } catch (const std::length_error&) { // of a container that cannot be as large
     }
-    return refuse(QStringLiteral("there is not enough memory for it"));
+    return refuse(Texts::tr("there is not enough memory for it"));
 }
 
 // The same for an operation whose outcome may be that.

@@ -134,6 +134,8 @@ Outcome EtcdBackend::checkOpen() const
 Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) const
 {
     Outcome outcome = checkOpen();
+    if (outcome.ok() && isLocked())
+        outcome = refuseLocked();
     if (outcome.ok())
         outcome = state->checkWritable();
     if (!outcome.ok())

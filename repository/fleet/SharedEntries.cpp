@@ -238,9 +238,8 @@ bool SharedEntries::concernsEntries(const std::vector<Arrival>& arrivals) const
     return std::any_of(arrivals.begin(), arrivals.end(), [this](const Arrival& arrival) {
         if (edits.count(arrival.path) > 0)
             return false;
-        const auto entry = entries.find(arrival.path);
-        return entry == entries.end() ? arrival.stored.value.has_value()
-                                      : arrival.revision > entry->second.revision;
+        const bool isNews = arrival.revision > knownRevisionOf(arrival.path);
+        return isNews && (arrival.stored.value || entries.count(arrival.path) > 0);
     });
 }
 
@@ -264,16 +263,27 @@ std::optional<DocumentChange> SharedEntries::takeOne(const Arrival& arrival)
     return {};
 }
 
+// Of the news of a path, those up to it are known.
+std::int64_t SharedEntries::knownRevisionOf(const std::string& path) const
+{
+    const auto gone = removed.find(path);
+    const std::int64_t least = gone == removed.end() ? 0 : gone->second;
+    const auto known = edits.find(path);
+    if (known != edits.end())
+        return std::max(least, known->second.stored.revision);
+    const auto entry = entries.find(path);
+    return entry == entries.end() ? least : std::max(least, entry->second.revision);
+}
+
 std::vector<DocumentChange> SharedEntries::take(const std::vector<Arrival>& arrivals)
 {
     std::vector<DocumentChange> changes;
     for (const Arrival& arrival : arrivals) {
-        const auto known = edits.find(arrival.path);
-        const auto entry = entries.find(arrival.path);
-        const std::int64_t knownRevision = known != edits.end()     ? known->second.stored.revision
-                                           : entry != entries.end() ? entry->second.revision
-                                                                    : 0;
-        if (arrival.revision <= knownRevision)
+        const bool isKnown = arrival.revision <= knownRevisionOf(arrival.path);
+        const auto gone = removed.find(arrival.path);
+        if (gone != removed.end() && arrival.revision >= gone->second)
+            removed.erase(gone);
+        if (isKnown)
             continue;
         if (auto change = takeOne(arrival))
             changes.push_back(*std::move(change));
@@ -283,6 +293,7 @@ std::vector<DocumentChange> SharedEntries::take(const std::vector<Arrival>& arri
 
 std::vector<DocumentChange> SharedEntries::takeAll(std::vector<Arrival> all)
 {
+    removed.clear();
     std::sort(all.begin(), all.end(),
               [](const Arrival& a, const Arrival& b) { return TreeOrder()(a.path, b.path); });
     const auto isThere = [&all](const std::string& path) {
@@ -316,6 +327,7 @@ std::vector<DocumentChange> SharedEntries::takeAll(std::vector<Arrival> all)
 void SharedEntries::clear()
 {
     entries.clear();
+    removed.clear();
     ++revision;
 }
 
@@ -428,6 +440,8 @@ void SharedEntries::settle(const std::vector<Outgoing>& outgoing, std::int64_t w
             continue; // the store has told of it already, or it was given up meanwhile
         Edit& edited = known->second;
         edited.sent = 0;
+        if (writtenRevision > 0 && !sent.value)
+            removed[sent.path] = writtenRevision;
         if (writtenRevision > edited.stored.revision)
             change(edited, [&] {
                 edited.stored = {sent.value, sent.value ? writtenRevision : 0, false};

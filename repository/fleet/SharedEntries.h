@@ -153,6 +153,7 @@ private:
     };
 
     Stored storedAt(const std::string& path) const;
+    std::int64_t knownRevisionOf(const std::string& path) const;
     std::optional<Value> valueHere(const std::string& path) const;
     void setHere(const std::string& path, const Stored& stored);
     std::optional<DocumentChange> takeOne(const Arrival& arrival);
@@ -164,7 +165,8 @@ private:
 
     std::map<std::string, Entry, TreeOrder> entries;
     Edits edits;
-    std::map<std::uint64_t, Batch> queue; // by the numbers of batches
+    std::map<std::string, std::int64_t> removed; // from here, at which revision, until news tell of it
+    std::map<std::uint64_t, Batch> queue;        // by the numbers of batches
     std::uint64_t revision = 0;
     std::uint64_t numbers = 0;
     std::uint64_t batches = 0;

@@ -1,6 +1,7 @@
 #include "repository/history/History.h"
 
 #include "repository/backends/Backend.h"
+#include "repository/common/Texts.h"
 
 #include <algorithm>
 
@@ -148,7 +149,7 @@ History::Scope::~Scope()
 struct History::Write::Recording
 {
     Recording(History& ofHistory, const Node& node)
-        : scope(ofHistory, [&node] { return QStringLiteral("Write %1").arg(node.path); })
+        : scope(ofHistory, [&node] { return Texts::tr("Write %1").arg(node.path); })
     {
         change.path = node.path;
         change.before = NodeState::of(node);

@@ -94,6 +94,8 @@ public:
     }
 
 private:
+    using Origin = Document::Origin;
+
     static bool takesOut(const DocumentChange& change)
     {
         return change.kind == Kind::Removed || (change.kind == Kind::Changed && isGroup(change.after));
@@ -111,7 +113,8 @@ private:
             return;
         const PathSet kept = leadingToOthers(going);
         for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
-            if (takesOut(*change) && kept.count(change->path) == 0 && target.contains(change->path))
+            if (takesOut(*change) && kept.count(change->path) == 0 && target.contains(change->path) &&
+                target.originOf(change->path) != Origin::Copy)
                 note(*change, target.remove(change->path));
         }
     }
@@ -170,7 +173,12 @@ private:
 
     void put(const DocumentChange& change)
     {
+        const Origin origin = model.originOf(change.path);
         const bool isThere = target.contains(change.path);
+        if (origin == Origin::Copy || (origin == Origin::Reference && !isThere)) {
+            followOrigin(change, origin);
+            return;
+        }
         const auto before = isThere ? present.find(change.path) : present.end();
         if (isThere &&
             (isGroup(change.after) || (before != present.end() && isSame(before->second, change.after))))
@@ -186,6 +194,17 @@ private:
         const auto spelling = outcome.ok() ? model.spell(change.path) : std::nullopt;
         if (spelling)
             target.respell(change.path, *spelling);
+    }
+
+    // Of what the model only shows: it comes with what it shows, and is not written. Where its group shows
+    // others in the target, it does not come.
+    void followOrigin(const DocumentChange& change, Origin origin)
+    {
+        if (change.kind == Kind::Changed && target.originOf(change.path) != origin)
+            note(change, target.remove(change.path));
+        if (!target.contains(change.path) &&
+            (origin == Origin::Reference || !target.contains(parentOf(change.path))))
+            note(change, {"what it shows is not there", 0, 0});
     }
 
     // Nothing else goes with it, or gets another path.

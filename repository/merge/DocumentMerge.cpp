@@ -111,18 +111,44 @@ bool isOfGroups(const DocumentChange& change)
     return change.before.type == Type::Group && change.after.type == Type::Group;
 }
 
+bool isCopy(const Document& document, const std::string& path)
+{
+    return document.originOf(path) == Document::Origin::Copy;
+}
+
+// Without what only follows others, whose text it shows. New copies are kept: they come with what is written.
+std::vector<DocumentChange> ownChanges(const EntryList& old, const Document& before, const Document& after)
+{
+    std::vector<DocumentChange> changes = compareDocuments(old, after);
+    const auto shows = [](const Document& document, const std::string& path) {
+        return isCopy(document, path) || document.originOf(path) == Document::Origin::Alias;
+    };
+    const auto follows = [&](const DocumentChange& change) {
+        return change.kind == Kind::Changed ? shows(before, change.path) && shows(after, change.path)
+                                            : change.kind == Kind::Removed && isCopy(before, change.path);
+    };
+    changes.erase(std::remove_if(changes.begin(), changes.end(), follows), changes.end());
+    return changes;
+}
+
 } // namespace
 
 MergedDocument mergeDocuments(const Document& base, const Document& mine, std::unique_ptr<Document> theirs)
 {
     MergedDocument result;
     const EntryList old(base);
-    const std::vector<DocumentChange> myChanges = compareDocuments(old, mine);
+    const std::vector<DocumentChange> myChanges = ownChanges(old, base, mine);
     if (myChanges.empty()) {
         result.document = std::move(theirs);
         return result;
     }
-    const std::vector<DocumentChange> theirChanges = compareDocuments(old, *theirs);
+    std::vector<DocumentChange> theirChanges = ownChanges(old, base, *theirs);
+    const auto isNewCopy = [](const Document& document, const DocumentChange& change) {
+        return change.kind == Kind::Created && isCopy(document, change.path);
+    };
+    theirChanges.erase(std::remove_if(theirChanges.begin(), theirChanges.end(),
+                                      [&](const auto& change) { return isNewCopy(*theirs, change); }),
+                       theirChanges.end());
     const PathSet theirPaths = pathsOf(theirChanges);
     PathSet changed = pathsOf(myChanges);
     changed.insert(theirPaths.begin(), theirPaths.end());
@@ -133,7 +159,7 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     const NumberedUses theirNumbers(base, *theirs, theirChanges);
     for (const DocumentChange& change : myChanges) {
         const bool isShared = theirPaths.count(change.path) > 0 || myNumbers.clash(theirNumbers, change.path);
-        if (isShared && !isOfGroups(change) && !holds(result.theirs, change))
+        if (isShared && !isOfGroups(change) && !isNewCopy(mine, change) && !holds(result.theirs, change))
             conflicts.insert(change.path);
     }
 
@@ -147,11 +173,12 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     // Nothing of either side may have got lost on the way without a word.
     const EntryMap merged = entriesAt(*theirs, changed);
     for (const DocumentChange& change : myChanges) {
-        if (!isOfGroups(change) && !holds(merged, change) && conflicts.insert(change.path).second)
+        if (!isOfGroups(change) && !isCopy(mine, change.path) && !holds(merged, change) &&
+            conflicts.insert(change.path).second)
             result.refusal = "'" + change.path + "' has no place in what the file holds now";
     }
     for (const DocumentChange& change : theirChanges) {
-        if (!isOfGroups(change) && !holds(merged, change))
+        if (!isOfGroups(change) && !isCopy(*theirs, change.path) && !holds(merged, change))
             conflicts.insert(change.path);
     }
     result.conflicts.assign(conflicts.begin(), conflicts.end());

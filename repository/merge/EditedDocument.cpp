@@ -25,6 +25,18 @@ bool isSameOrNone(const std::optional<Value>& a, const std::optional<Value>& b)
     return a && b ? isSame(*a, *b) : a.has_value() == b.has_value();
 }
 
+// With the entries whose text the others show in both documents.
+std::vector<std::string> withSources(std::vector<std::string> paths, const std::vector<std::string>& shown,
+                                     const Document& from, const Document& model)
+{
+    for (const std::string& path : shown) {
+        std::string source = from.sourceOf(path);
+        if (source != path && source == model.sourceOf(path))
+            paths.push_back(std::move(source));
+    }
+    return paths;
+}
+
 } // namespace
 
 // The entries of some paths and all below them.
@@ -86,6 +98,19 @@ std::unique_ptr<Document> EditedDocument::parsed(const std::string& text) const
     return fresh;
 }
 
+Document& EditedDocument::presentDocument() const
+{
+    if (!document)
+        document = parsed(base);
+    return *document;
+}
+
+void EditedDocument::release()
+{
+    if (!hasEdits())
+        document.reset();
+}
+
 Outcome EditedDocument::load(std::string text)
 {
     auto fresh = Documents::makeDocument(type);
@@ -122,7 +147,7 @@ void EditedDocument::compare() const
 {
     if (damaged || comparedRevision == revision)
         return;
-    edited = document->getBytes();
+    edited = presentDocument().getBytes();
     differs = edited != base;
     comparedRevision = revision;
     if (!differs)
@@ -133,8 +158,9 @@ Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
 {
     if (damaged)
         return {"there was not enough memory for an edit before; revert the file or open it anew", 0, 0};
+    Document& present = presentDocument();
     damaged = true; // unless it comes back
-    Outcome outcome = operation(*document);
+    Outcome outcome = operation(present);
     damaged = false;
     if (outcome.ok())
         ++revision;
@@ -162,6 +188,7 @@ void EditedDocument::setSaved(std::string text)
 // The texts change places without a copy: when a file is saved, nothing may ask for memory any more.
 void EditedDocument::setBase(std::string text)
 {
+    presentDocument(); // what was not edited is not in the new base
     compare();
     if (!differs)
         edited.swap(base);
@@ -184,7 +211,7 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
     }
     const std::unique_ptr<Document> former = parsed(base);
     EntryMap found = entriesAt(*theirs, conflictPaths());
-    MergedDocument merged = mergeDocuments(*former, *document, std::move(theirs));
+    MergedDocument merged = mergeDocuments(*former, presentDocument(), std::move(theirs));
     found.merge(merged.theirs);
     const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
     for (const std::string& path : merged.conflicts) {
@@ -230,8 +257,7 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 {
     if (damaged)
         return load(base).error;
-    const Subtrees wanted(paths);
-    Taken taken = takeEntries(*document, *parsed(base), wanted);
+    Taken taken = takeEntries(presentDocument(), *parsed(base), paths);
     if (taken.areAll)
         return load(base).error;
     if (!taken.document)
@@ -245,19 +271,32 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
 std::optional<std::string> EditedDocument::baseWith(const std::vector<std::string>& paths,
                                                     std::string& reason) const
 {
-    const Taken taken = takeEntries(*parsed(base), *document, Subtrees(paths));
+    const Taken taken = takeEntries(*parsed(base), presentDocument(), paths);
     if (taken.areAll)
         return getText();
     reason = taken.reason + "; save all of the file instead";
     return taken.document ? std::optional(taken.document->getBytes()) : std::nullopt;
 }
 
+std::vector<std::string> EditedDocument::pathsIn(const std::vector<DocumentChange>& changes,
+                                                 const Subtrees& subtrees)
+{
+    std::vector<std::string> paths;
+    for (const DocumentChange& change : changes) {
+        if (subtrees.contain(change.path))
+            paths.push_back(change.path);
+    }
+    return paths;
+}
+
 // A copy of the document with the entries as the model has them; tried on a copy, since a refusal in the
 // middle must leave the document as it was.
 EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Document& model,
-                                                  const Subtrees& wanted) const
+                                                  const std::vector<std::string>& paths) const
 {
     std::vector<DocumentChange> changes = compareDocuments(from, model);
+    const std::vector<std::string> all = withSources(paths, pathsIn(changes, Subtrees(paths)), from, model);
+    const Subtrees wanted(all);
     const auto others = std::stable_partition(
         changes.begin(), changes.end(), [&wanted](const auto& change) { return wanted.concern(change); });
     if (others == changes.end())
@@ -277,7 +316,9 @@ EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Do
 std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
 {
     std::vector<Conflict> open;
-    const EntryMap mine = entriesAt(*document, conflictPaths());
+    if (conflicts.empty())
+        return open;
+    const EntryMap mine = entriesAt(presentDocument(), conflictPaths());
     for (const auto& [path, origin] : conflicts) {
         Conflict conflict{path, origin.before, valueIn(mine, path), origin.inBase};
         if (!isSameOrNone(conflict.mine, conflict.theirs))

@@ -30,7 +30,11 @@ public:
     Outcome load(std::string text);
 
     const std::string& getType() const { return type; }
-    const Documents::Document& getDocument() const { return *document; }
+    const Documents::Document& getDocument() const { return presentDocument(); }
+
+    // Gives up the document of a text without edits, of which there may be thousands that nobody looks at; it
+    // is parsed again when it is asked for.
+    void release();
     const std::string& getBase() const { return base; }
     std::string getText() const;
     bool hasEdits() const; // whether the text differs from the base; quick while nothing was written
@@ -92,6 +96,8 @@ public:
 
 private:
     class Subtrees; // the entries of some paths and all below them
+    static std::vector<std::string> pathsIn(const std::vector<DocumentChange>& changes,
+                                            const Subtrees& subtrees);
 
     // Null, with the reason, for a refusal, and when these are all entries in which the two differ.
     struct Taken
@@ -101,15 +107,16 @@ private:
         bool areAll;
     };
     Taken takeEntries(const Documents::Document& from, const Documents::Document& model,
-                      const Subtrees& wanted) const;
+                      const std::vector<std::string>& paths) const;
 
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);
     PathSet conflictPaths() const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
+    Documents::Document& presentDocument() const;
 
     std::string type;
-    std::unique_ptr<Documents::Document> document;
+    mutable std::unique_ptr<Documents::Document> document; // null when it was released
     std::string base;
     std::size_t revision = 0;
     bool damaged = false;

@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/fleet/EtcdBackends.h"
 #include "repository/mounting/FileBackends.h"
@@ -143,13 +144,13 @@ Outcome BackendRegistry::checkDescription(const Backend::Description& descriptio
         return Refusals::invalidPath(description.name);
     if (!isValidPath(description.name) || description.name.contains(QLatin1Char(';')))
         return {StatusCode::InvalidPath,
-                QStringLiteral("a backend's name is the path of its root: names joined by '.', none of them "
-                               "empty, without '*' and ';'")};
+                Texts::tr("a backend's name is the path of its root: names joined by '.', none of them "
+                          "empty, without '*' and ';'")};
     if (isAtOrBelow(description.name, ownRoot))
         return Refusals::ownTree();
     if (description.accessMode == AccessMode::None || description.accessMode > AccessMode::ReadWrite)
         return {StatusCode::NotWritable,
-                QStringLiteral("the access mode must be read-only, write-only or read-write")};
+                Texts::tr("the access mode must be read-only, write-only or read-write")};
     return {};
 }
 
@@ -175,7 +176,7 @@ Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& d
     if (!existing)
         return open(kind, description);
     if (option != createOrReload)
-        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+        return {StatusCode::AlreadyExists, Texts::tr("a backend of that name exists already")};
     const Backend::Description& present = existing->getDescription();
     const bool isSameType =
         present.type == description.type || present.type.section(QLatin1Char(':'), 0, 0) == description.type;
@@ -183,7 +184,7 @@ Outcome BackendRegistry::create(BackendKind& kind, const Backend::Description& d
         kind.isSamePlace(present.filePath, description.filePath))
         return reload(*existing);
     return {StatusCode::AlreadyExists,
-            QStringLiteral("a backend of that name exists with another file, type or access mode (%1, %2)")
+            Texts::tr("a backend of that name exists with another file, type or access mode (%1, %2)")
                 .arg(present.filePath, present.type)};
 }
 

@@ -3,6 +3,7 @@
 #include "repository/backends/FileBackend.h"
 #include "repository/backends/FileKind.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/transaction/ChangeApplier.h"
@@ -58,7 +59,7 @@ bool FileBackends::isSamePlace(const QString& location, const QString& other) co
 Outcome FileBackends::open(const Backend::Description& description, const Mount& mount)
 {
     if (description.filePath.isEmpty())
-        return {StatusCode::NotFound, QStringLiteral("no file was named")};
+        return {StatusCode::NotFound, Texts::tr("no file was named")};
     const QString identity = fileIdentity(description.filePath);
     Outcome outcome = reserve(identity);
     if (!outcome.ok())
@@ -72,6 +73,7 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
     const Outcome mounted = backend ? mount(backend) : Outcome();
     if (!outcome.ok() || !mounted.ok())
         return outcome.ok() ? mounted : outcome;
+    backend->releaseDocument();
     noteFile(backend, identity);
     watch(backend, before);
     return outcome;
@@ -85,7 +87,8 @@ void FileBackends::forget(const Backend& backend)
         const auto known = each.lock();
         return !known || known.get() == &backend;
     };
-    for (auto each = filesByIdentity.begin(); each != filesByIdentity.end();)
+    const QString identity = QDir::cleanPath(backend.getDescription().filePath);
+    for (auto each = filesByIdentity.find(identity); each != filesByIdentity.end() && each.key() == identity;)
         each = isGone(*each) ? filesByIdentity.erase(each) : std::next(each);
     linkedFiles.erase(std::remove_if(linkedFiles.begin(), linkedFiles.end(), isGone), linkedFiles.end());
 }
@@ -136,12 +139,12 @@ Outcome FileBackends::reserve(const QString& identity)
         const QString& filePath = backend->getDescription().filePath;
         if (!backend->isClosed() && fileIdentity(filePath) == identity)
             return Outcome(StatusCode::AlreadyExists,
-                           QStringLiteral("the file is already open as '%1'").arg(backend->getName()))
+                           Texts::tr("the file is already open as '%1'").arg(backend->getName()))
                 .in(filePath);
     }
     if (opening.contains(identity))
         return Outcome(StatusCode::AlreadyExists,
-                       QStringLiteral("the file is just being opened by another backend"))
+                       Texts::tr("the file is just being opened by another backend"))
             .in(identity);
     opening.insert(identity);
     return {};

@@ -4,6 +4,7 @@
 #include "repository/backends/FileFormat.h"
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/mounting/Mounts.h"
 #include "repository/transaction/ChangeApplier.h"
@@ -164,7 +165,7 @@ Outcome FolderBackend::scan()
     Outcome outcome;
     if (problems > 0) {
         outcome.in(location.getFolder());
-        outcome.change().warnings.append(QStringLiteral("%1 of its %2 files and folders could not be opened")
+        outcome.change().warnings.append(Texts::tr("%1 of its %2 files and folders could not be opened")
                                              .arg(problems)
                                              .arg(found.files.size() + found.folders.size()));
     }
@@ -206,7 +207,7 @@ void FolderBackend::openOne(const QString& file, const std::function<void()>& aw
     std::shared_ptr<Backend> opened;
     const auto open = [&]() -> Outcome {
         if (!info.isReadable())
-            return {StatusCode::BackendFailure, QStringLiteral("this user may not read it")};
+            return {StatusCode::BackendFailure, Texts::tr("this user may not read it")};
         const QString type = FileFormat::ofUnchosenFile(file);
         const auto attributes = store.lock();
         if (type.isEmpty() || !attributes)
@@ -301,20 +302,22 @@ Outcome FolderBackend::close(bool discardChanges)
     for (const auto& file : open) {
         if (!discardChanges && !file->isClosed() && file->isEdited()) {
             Outcome unsaved(StatusCode::BackendFailure,
-                            QStringLiteral("'%1' has edits that are not saved").arg(file->getName()));
-            return unsaved.advise(QStringLiteral("save or discard them first"));
+                            Texts::tr("'%1' has edits that are not saved").arg(file->getName()));
+            return unsaved.advise(Texts::tr("save or discard them first"));
         }
     }
     {
         const std::lock_guard lock(mutex);
         if (closed)
-            return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+            return {StatusCode::BackendFailure, Texts::tr("it is being closed already")};
         closed = true;
     }
     const std::lock_guard scanLock(scanning); // a scan under way ends first
     const OpenFiles left = getFiles();
-    for (auto each = left.begin(); each != left.end(); ++each)
-        closeFile(each.key(), each.value(), discardChanges);
+    QStringList last = left.keys(); // first, as all that keeps them in order gives them up the quickest
+    std::sort(last.rbegin(), last.rend());
+    for (const QString& file : last)
+        closeFile(file, left.value(file), discardChanges);
     return {};
 }
 
@@ -374,7 +377,7 @@ Outcome FolderBackend::resolveConflicts(const QString&, ConflictSide, const Appl
 
 Outcome FolderBackend::revertPart(const Part&, const ApplyChange&)
 {
-    return refusal(QStringLiteral("a folder has no changes but those of its files"));
+    return refusal(Texts::tr("a folder has no changes but those of its files"));
 }
 
 Outcome FolderBackend::savePart(const Part& part, const ApplyChange& apply)
@@ -384,7 +387,7 @@ Outcome FolderBackend::savePart(const Part& part, const ApplyChange& apply)
 
 Outcome FolderBackend::insert(const QString&, const FrameworkCore::Values::Value&)
 {
-    return refusal(QStringLiteral("a folder has no entries but those of its files"));
+    return refusal(Texts::tr("a folder has no entries but those of its files"));
 }
 
 Outcome FolderBackend::insertAll(const QString& path, const std::vector<Documents::Entry>&,

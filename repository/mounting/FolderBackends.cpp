@@ -2,6 +2,7 @@
 
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 #include "repository/mounting/FolderBackend.h"
 
 #include <QFile>
@@ -45,7 +46,7 @@ Outcome FolderBackends::open(const Backend::Description& description, const Moun
     const QFileInfo info(location.getFolder());
     if (!info.isDir())
         return {StatusCode::NotFound,
-                info.exists() ? QStringLiteral("it is not a folder") : QStringLiteral("no such folder")};
+                info.exists() ? Texts::tr("it is not a folder") : Texts::tr("no such folder")};
     const auto folder = std::make_shared<FolderBackend>(description, files, observer, store);
     Outcome outcome = mount(folder);
     if (!outcome.ok())

@@ -1,5 +1,7 @@
 #include "repository/mounting/FolderLocation.h"
 
+#include "repository/common/Texts.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
@@ -31,8 +33,7 @@ void FolderLocation::read(const QString& name, const QString& value)
     else if (name == QLatin1String("size"))
         readSize(value);
     else
-        error =
-            QStringLiteral("unknown condition '%1'; valid are include, exclude, depth and size").arg(name);
+        error = Texts::tr("unknown condition '%1'; valid are include, exclude, depth and size").arg(name);
 }
 
 void FolderLocation::readDepth(const QString& value)
@@ -40,7 +41,7 @@ void FolderLocation::readDepth(const QString& value)
     bool isNumber = false;
     filter.deepest = value.toInt(&isNumber);
     if (!isNumber || filter.deepest < 0 || filter.deepest > Files::FolderFilter::mostLevels)
-        error = QStringLiteral("the depth must be a number from 0 to %1, not '%2'")
+        error = Texts::tr("the depth must be a number from 0 to %1, not '%2'")
                     .arg(QString::number(Files::FolderFilter::mostLevels), value);
 }
 
@@ -53,8 +54,7 @@ void FolderLocation::readSize(const QString& value)
     if (isNumber && number <= (Files::FolderFilter::anySize >> shift))
         filter.largest = number << shift;
     else
-        error =
-            QStringLiteral("the size must be a number of bytes, or end with K, M or G, not '%1'").arg(value);
+        error = Texts::tr("the size must be a number of bytes, or end with K, M or G, not '%1'").arg(value);
 }
 
 QString FolderLocation::toText() const

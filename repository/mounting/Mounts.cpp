@@ -2,6 +2,7 @@
 
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/history/History.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/transaction/Projection.h"
@@ -26,13 +27,13 @@ void setOwn(NodeWriter& nodes, const QString& path, const QVariant& value)
     nodes.setAttribute(nodes.ensure(path), value, FrameworkCore::AppConfig::AccessMode::ReadOnly);
 }
 
-// The names of all, which are thousands where folders are open: edited, and not put together anew.
+// The names of all, which are thousands where folders are open: edited in place, and not copied for each.
 void editNames(NodeWriter& nodes, const std::function<void(QString& names)>& edit)
 {
-    const Node* const node = nodes.find(QString(backendNamesPath));
-    QString names = node ? node->value.toString() : QString();
-    edit(names);
-    setOwn(nodes, backendNamesPath, names.isEmpty() ? QVariant() : names);
+    const QString path = backendNamesPath;
+    if (!nodes.find(path))
+        setOwn(nodes, path, {});
+    nodes.editText(*nodes.find(path), edit);
 }
 
 void appendName(QString& names, const QString& name)
@@ -42,12 +43,19 @@ void appendName(QString& names, const QString& name)
     names += name;
 }
 
+// Mostly one of the last.
 void removeName(QString& names, const QString& name)
 {
-    const QString enclosed = nameSeparator + name + nameSeparator;
-    names = nameSeparator + names + nameSeparator;
-    names.replace(names.indexOf(enclosed), enclosed.size(), nameSeparator);
-    names = names.mid(1, names.size() - 2);
+    const auto isWhole = [&](int at) {
+        const int end = at + name.size();
+        return (at == 0 || names.at(at - 1) == nameSeparator) &&
+               (end == names.size() || names.at(end) == nameSeparator);
+    };
+    int at = names.lastIndexOf(name);
+    while (at > 0 && !isWhole(at))
+        at = names.lastIndexOf(name, at - 1);
+    if (at >= 0)
+        names.remove(std::max(at - 1, 0), name.size() + 1);
 }
 
 } // namespace
@@ -64,9 +72,9 @@ Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
     Transaction transaction(tree);
     const Node* place = transaction.getNodes().find(name);
     if (place && place->isBackendRoot())
-        return {StatusCode::AlreadyExists, QStringLiteral("a backend of that name exists already")};
+        return {StatusCode::AlreadyExists, Texts::tr("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
-        return {StatusCode::AlreadyExists, QStringLiteral("there are attributes at or below it already")};
+        return {StatusCode::AlreadyExists, Texts::tr("there are attributes at or below it already")};
     tree.backends.reserve(tree.backends.size() + 1);
     Projection(transaction).mount(*backend);
     tree.backends.push_back(backend);

@@ -1,6 +1,7 @@
 #include "repository/notification/Registration.h"
 
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 
 #include <exception>
 
@@ -20,10 +21,10 @@ void Registration::call(const QString& path, FrameworkCore::Notification::Update
     try {
         callback(path, point, result, value, backend);
     } catch (const std::exception& error) {
-        logFailure(QStringLiteral("A callback that watches '%1' failed: %2")
+        logFailure(Texts::tr("A callback that watches '%1' failed: %2")
                        .arg(path, QString::fromLocal8Bit(error.what())));
     } catch (...) {
-        logFailure(QStringLiteral("A callback that watches '%1' failed").arg(path));
+        logFailure(Texts::tr("A callback that watches '%1' failed").arg(path));
     }
 }
 

@@ -29,7 +29,7 @@ public:
     {
         const History::Scope step(history, name);
         Transaction transaction(*tree, step.getRecorder());
-        return operation(transaction);
+        return finish(transaction, operation(transaction));
     }
 
     // The same for several operations on what the paths touch. A refusal rolls them back.
@@ -38,10 +38,17 @@ public:
     {
         const History::Scope step(history, name);
         Transaction transaction(*tree, step.getRecorder(), paths);
-        return operation(transaction);
+        return finish(transaction, operation(transaction));
     }
 
 private:
+    static Outcome finish(Transaction& transaction, Outcome outcome)
+    {
+        if (outcome.ok())
+            transaction.showLinked();
+        return outcome;
+    }
+
     const std::shared_ptr<AttributeTree> tree;
     History history;
 };

@@ -4,9 +4,9 @@
 #include "repository/backends/Backend.h"
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/Delivery.h"
 #include "repository/store/Refusals.h"
-#include "repository/store/WriteCheck.h"
 #include "repository/transaction/ListEdit.h"
 #include "repository/transaction/Projection.h"
 
@@ -39,7 +39,8 @@ Outcome AttributeWriter::write(const QString& path, const QVariant& value, int p
 
 Outcome AttributeWriter::retype(const QString& path, const QVariant& value)
 {
-    return runForCaller(Outcome::Operation::Change, path, [&] { return retypeOne(path, value); });
+    return runForCaller(Outcome::Operation::Change, path,
+                        [&] { return changeOne(path, value, acceptRetyped, Delivery::allPoints); });
 }
 
 Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, int option, int access)
@@ -48,7 +49,7 @@ Outcome AttributeWriter::createOne(const QString& path, const QVariant& value, i
     bool isHidden = !isReadable(AccessMode(access));
     Outcome outcome = checkCreation(path, attributeValue.has_value(), access);
     if (outcome.ok()) {
-        const auto stepName = [&path] { return QStringLiteral("Create %1").arg(path); };
+        const auto stepName = [&path] { return Texts::tr("Create %1").arg(path); };
         outcome = store->change(stepName, [&](Transaction& transaction) {
             const auto element = insertElement(transaction, path, *attributeValue, option == createBefore);
             Outcome inserted =
@@ -70,8 +71,8 @@ Outcome AttributeWriter::checkCreation(const QString& path, bool isTypeKnown, in
     if (isAtOrBelow(path, ownRoot))
         return Refusals::ownTree();
     if (access < int(AccessMode::ReadOnly) || access > int(AccessMode::ReadWrite))
-        return Outcome(StatusCode::NotWritable, QStringLiteral("%1 is not an access mode").arg(access))
-            .advise(QStringLiteral("1 is read-only, 2 write-only, 3 read-write"));
+        return Outcome(StatusCode::NotWritable, Texts::tr("%1 is not an access mode").arg(access))
+            .advise(Texts::tr("1 is read-only, 2 write-only, 3 read-write"));
     return isTypeKnown ? Outcome() : Refusals::noAttributeType();
 }
 
@@ -82,8 +83,8 @@ Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, Q
     const NodeIndex::Key key(path);
     Node* const node = nodes.find(path);
     if (node && node->isAttribute())
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
-            .advise(QStringLiteral("write to it, or choose another name"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"))
+            .advise(Texts::tr("write to it, or choose another name"));
     Node& ancestor = node ? *node : nodes.nearest(parentPath(path));
     Backend* const backend = ancestor.backend;
     Outcome outcome = acceptNew(nodes.getTree(), key, node, backend, value);
@@ -125,9 +126,12 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     std::optional<Outcome> outcome = replace(*node, value, previous);
     if (!outcome || !outcome->ok()) {
         const bool isHidden = !node->isReadable();
+        const bool isLinked = !outcome && node->backend->isLinked(path);
         lock.unlock();
         if (outcome)
             return Refusals::notSet(*std::move(outcome), path, value, isHidden);
+        if (isLinked)
+            return changeOne(path, value, acceptWrite, points);
         { // whoever edits the backend holds this lock until it is done
             const std::shared_lock waiting(tree.structure);
         }
@@ -142,16 +146,18 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     return {};
 }
 
-Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
+Outcome AttributeWriter::changeOne(const QString& path, const QVariant& value, Acceptance acceptance,
+                                   int points)
 {
     bool isKnown = false;
     bool isHidden = false;
-    const auto stepName = [&path] { return QStringLiteral("Write %1").arg(path); };
+    const auto stepName = [&path] { return Texts::tr("Write %1").arg(path); };
     Outcome outcome = store->change(stepName, [&](Transaction& transaction) {
         Node* const node = transaction.getNodes().find(path);
         isKnown = node && node->isAttribute();
         isHidden = isKnown && !node->isReadable();
-        return isKnown ? change(transaction, *node, value) : Outcome();
+        transaction.getNodes().notifyAt(points);
+        return isKnown ? change(transaction, *node, value, acceptance) : Outcome();
     });
     if (isKnown)
         return Refusals::notSet(std::move(outcome), path, value, isHidden);
@@ -159,23 +165,35 @@ Outcome AttributeWriter::retypeOne(const QString& path, const QVariant& value)
     return element ? writeElement(*element, path, value) : refuseUnknown(path, value);
 }
 
-Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value)
+Outcome AttributeWriter::change(Transaction& transaction, Node& node, const QVariant& value,
+                                Acceptance acceptance)
 {
     QVariant accepted;
-    Outcome outcome = writeInFile(transaction, node, value, accepted);
+    Outcome outcome = writeInFile(transaction, node, value, accepted, acceptance);
     if (outcome.ok())
         transaction.getNodes().setAttribute(node, std::move(accepted), node.getAccess());
     return outcome;
 }
 
-Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
-                                     QVariant& accepted)
+Outcome AttributeWriter::accept(const NodeWriter& nodes, const QString& path, const QVariant& value,
+                                QVariant& accepted, Acceptance acceptance)
 {
-    Outcome outcome;
-    {
-        AttributeTree& tree = transaction.getNodes().getTree();
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
-        outcome = acceptRetyped(node, value, accepted);
+    const Node* const node = nodes.find(path);
+    if (!node || !node->isAttribute())
+        return {};
+    const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
+    return acceptance(*node, value, accepted).of(Outcome::Operation::Set, path);
+}
+
+Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
+                                     QVariant& accepted, Acceptance acceptance)
+{
+    const NodeWriter& nodes = transaction.getNodes();
+    Outcome outcome = accept(nodes, node.path, value, accepted, acceptance);
+    const QStringList followers = node.backend ? node.backend->followersOf(node.path) : QStringList();
+    for (const QString& follower : followers) {
+        QVariant same;
+        outcome = outcome.ok() ? accept(nodes, follower, accepted, same, acceptRetyped) : outcome;
     }
     if (outcome.ok() && node.backend)
         outcome = Refusals::unfitFor(node, transaction.edit(*node.backend).set(node.path, toValue(accepted)),
@@ -186,7 +204,7 @@ Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node,
 Outcome AttributeWriter::writeElement(const ListElement& element, const QString& path, const QVariant& value)
 {
     bool isHidden = false;
-    const auto name = [&path] { return QStringLiteral("Write %1").arg(path); };
+    const auto name = [&path] { return Texts::tr("Write %1").arg(path); };
     const Outcome outcome = store->change(name, [&](Transaction& transaction) -> Outcome {
         Node* const list = transaction.getNodes().find(element.list);
         if (!ListEdit::textsIn(transaction.getNodes(), list))
@@ -217,7 +235,7 @@ std::optional<Outcome> AttributeWriter::insertElement(Transaction& transaction, 
     if (*index > count)
         return ListEdit::beyond(count);
     if (*index < count && (!movesOthers || name.size() < below.size()))
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"));
     const bool isText = texts && value.userType() == QMetaType::QString && name.size() == below.size();
     const auto inserted =
         array.backend && !isText
@@ -240,7 +258,7 @@ Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& valu
         const std::shared_lock lock(tree.structure);
         isHidden = tree.hidesValues(path);
     }
-    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(QStringLiteral("create it first"))
+    Outcome outcome = isValidPath(path) ? Refusals::notFound().advise(Texts::tr("create it first"))
                                         : Refusals::invalidPath(path);
     return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }

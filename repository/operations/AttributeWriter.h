@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/AppConfig/AttributeWriterInterface.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/ListElement.h"
+#include "repository/store/WriteCheck.h"
 
 #include <memory>
 #include <optional>
@@ -27,10 +28,11 @@ public:
     Outcome write(const QString& path, const QVariant& value, int points) override;
     Outcome retype(const QString& path, const QVariant& value) override;
 
-    // Has the file of an attribute take the value and its type, as one of several changes. Gives what the
-    // attribute has to be then.
+    // Has the file of an attribute take the value and its type, as one of several changes, if all that show
+    // the same may have it. Gives what the attribute has to be then.
+    using Acceptance = Outcome (*)(const Node& node, const QVariant& value, QVariant& accepted);
     static Outcome writeInFile(Transaction& transaction, const Node& node, const QVariant& value,
-                               QVariant& accepted);
+                               QVariant& accepted, Acceptance acceptance = acceptRetyped);
 
 private:
     // The option of create that writes to an attribute which exists already; any other refuses it.
@@ -41,15 +43,20 @@ private:
 
     Outcome createOne(const QString& path, const QVariant& value, int option, int access);
     Outcome writeOne(const QString& path, const QVariant& value, int points);
-    Outcome retypeOne(const QString& path, const QVariant& value);
+    // In a transaction: with another type, or where other attributes show the same.
+    Outcome changeOne(const QString& path, const QVariant& value, Acceptance acceptance, int points);
     Outcome refuseUnknown(const QString& path, const QVariant& value);
     static Outcome checkCreation(const QString& path, bool isTypeKnown, int access);
 
     // The new attribute with its entry, in memory or in the backend that its place belongs to.
     static Outcome insert(Transaction& transaction, const QString& path, QVariant value, AccessMode access);
 
+    // Whether an attribute takes a value; what is none takes any.
+    static Outcome accept(const NodeWriter& nodes, const QString& path, const QVariant& value,
+                          QVariant& accepted, Acceptance acceptance);
+
     // Gives an attribute the value and its type.
-    static Outcome change(Transaction& transaction, Node& node, const QVariant& value);
+    static Outcome change(Transaction& transaction, Node& node, const QVariant& value, Acceptance acceptance);
 
     // The same as insert for an element of a list or of an array in a file; nothing where there is none.
     static std::optional<Outcome> insertElement(Transaction& transaction, const QString& path,
@@ -58,7 +65,7 @@ private:
     // Of an element of a list.
     Outcome writeElement(const ListElement& element, const QString& path, const QVariant& value);
 
-    // Nothing while the node's backend is being edited otherwise.
+    // Nothing while the node's backend is being edited otherwise, and where it is linked.
     static std::optional<Outcome> replace(Node& node, const QVariant& value, QVariant& previous);
 
     std::shared_ptr<AttributeStore> store;

@@ -1,6 +1,7 @@
 #include "repository/operations/BackendChanges.h"
 
 #include "repository/common/Border.h"
+#include "repository/common/Texts.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
@@ -53,7 +54,7 @@ BackendChanges::changeStep(const QString& path, const char* name,
     const auto backend = backendOf(*store->getTree(), path);
     if (!backend)
         return {StatusCode::NotFound,
-                QStringLiteral("it lies in no backend, so there is no file to read it from")};
+                Texts::tr("it lies in no backend, so there is no file to read it from")};
     const History::Scope step(store->getHistory(), [&] { return QString::fromLatin1(name).arg(path); });
     ChangeApplier applier(*store->getTree(), *backend, step.getRecorder());
     return change(*backend, std::ref(applier));

@@ -2,6 +2,7 @@
 
 #include "repository/backends/Backend.h"
 #include "repository/common/MemoryGuard.h"
+#include "repository/common/Texts.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
@@ -20,7 +21,7 @@ Outcome BackendTexts::locate(const QString& path, TextPlace& place) const
     Outcome outcome = guardMemory([&] {
         const auto backend = backendOf(*store->getTree(), path);
         return backend ? backend->locate(path, place)
-                       : Outcome(StatusCode::NotFound, QStringLiteral("it is in no file"));
+                       : Outcome(StatusCode::NotFound, Texts::tr("it is in no file"));
     });
     return outcome.of(Outcome::Operation::Locate, path);
 }

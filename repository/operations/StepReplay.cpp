@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/Projection.h"
@@ -50,12 +51,12 @@ Outcome refusal(const QString& reason, const QString& path, const QString& text 
 
 Outcome changedSince(const QString& path)
 {
-    return refusal(QStringLiteral("it has been changed since"), path);
+    return refusal(Texts::tr("it has been changed since"), path);
 }
 
 QString whatItIs(const NodeState& state)
 {
-    return state.isAttribute ? Outcome::shownValue(state.value) : QStringLiteral("without a value");
+    return state.isAttribute ? Outcome::shownValue(state.value) : Texts::tr("without a value");
 }
 
 // How a place differs from what the step left there, and what to do about it.
@@ -63,10 +64,9 @@ Outcome explainChange(const QString& path, const NodeState& present, const NodeS
 {
     if (present.isHidden() || left.isHidden())
         return changedSince(path);
-    return refusal(
-               QStringLiteral("it has been changed since"), path,
-               QStringLiteral("is %1 now, and the step left it %2").arg(whatItIs(present), whatItIs(left)))
-        .advise(QStringLiteral("put that back first"));
+    return refusal(Texts::tr("it has been changed since"), path,
+                   Texts::tr("is %1 now, and the step left it %2").arg(whatItIs(present), whatItIs(left)))
+        .advise(Texts::tr("put that back first"));
 }
 
 } // namespace
@@ -80,9 +80,8 @@ Outcome StepReplay::run()
 {
     auto step = history.take(direction);
     if (!step)
-        return {StatusCode::NotFound, direction == Direction::Undo
-                                          ? QStringLiteral("There is nothing to undo")
-                                          : QStringLiteral("There is nothing to redo")};
+        return {StatusCode::NotFound, direction == Direction::Undo ? Texts::tr("There is nothing to undo")
+                                                                   : Texts::tr("There is nothing to redo")};
     return run(*std::move(step));
 }
 
@@ -118,6 +117,7 @@ Outcome StepReplay::replay(Transaction& transaction, const HistoryStep& step)
     transaction.commit();
     for (const BackendChange& change : step.changes)
         showTree(transaction, change);
+    transaction.showLinked();
     return outcome;
 }
 
@@ -125,10 +125,10 @@ Outcome StepReplay::check(const NodeWriter& nodes, const BackendChange& change) 
 {
     const bool isUndo = direction == Direction::Undo;
     if (change.backend->isClosed())
-        return refusal(QStringLiteral("a backend of it is closed"), change.backend->getName());
+        return refusal(Texts::tr("a backend of it is closed"), change.backend->getName());
     if (change.backend->isLocked())
-        return refusal(QStringLiteral("a backend of it is locked"), change.backend->getName())
-            .advise(QStringLiteral("unlock it first"));
+        return refusal(Texts::tr("a backend of it is locked"), change.backend->getName())
+            .advise(Texts::tr("unlock it first"));
     // What both the values and the shape changed is looked at as the later of them left it.
     const QSet<QString> inShape = isUndo ? pathsOf(change.entries) : QSet<QString>();
     const QSet<QString> inValues = isUndo ? QSet<QString>() : pathsOf(change.values);
@@ -151,7 +151,7 @@ Outcome StepReplay::checkPlace(const NodeWriter& nodes, const Backend& backend, 
     if (!isSameValue(present, expected))
         return explainChange(path, present, expected);
     if ((wanted.isNode || expected.isAttribute) && nodes.nearest(path).backend != &backend)
-        return refusal(QStringLiteral("another backend owns it by now"), path);
+        return refusal(Texts::tr("another backend owns it by now"), path);
     return {};
 }
 
@@ -208,7 +208,8 @@ Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange&
     for (auto entry = change.entries.rbegin(); entry != change.entries.rend() && outcome.ok(); ++entry) {
         const bool loses = from(*entry).isAttribute && !to(*entry).isAttribute;
         const Node* node = transaction.getNodes().find(entry->path);
-        if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path))
+        if (!node || (!loses && !leaving.contains(entry->path)) || !backend.contains(entry->path) ||
+            backend.originOf(entry->path) == Backend::Origin::Copy)
             continue;
         const bool holdsOthers =
             node->children &&
@@ -217,11 +218,12 @@ Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange&
         if (!holdsOthers)
             outcome = document.remove(entry->path);
         else if (loses)
-            outcome = refusal(QStringLiteral("other attributes have come below"), entry->path);
+            outcome = refusal(Texts::tr("other attributes have come below"), entry->path);
     }
     document.beginBatch();
     for (const EntryChange& entry : change.entries) {
-        if (!outcome.ok() || !to(entry).isNode)
+        const bool isCopy = !from(entry).isNode && backend.originOf(entry.path) == Backend::Origin::Copy;
+        if (!outcome.ok() || !to(entry).isNode || isCopy)
             continue;
         if (to(entry).isAttribute && from(entry).isAttribute)
             outcome = document.set(entry.path, toValue(to(entry).value));

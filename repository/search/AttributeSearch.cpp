@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/Border.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/operations/AttributeWriter.h"
 #include "repository/search/NodeMatcher.h"
 #include "repository/search/ResumableWalk.h"
@@ -25,10 +26,9 @@ int portionFor(const Interfaces::SearchQuery& query)
 
 Outcome tooManySteps(const QString& path)
 {
-    return Outcome(StatusCode::InvalidPattern,
-                   QStringLiteral("it takes more steps or memory than are allowed"))
+    return Outcome(StatusCode::InvalidPattern, Texts::tr("it takes more steps or memory than are allowed"))
         .of(Outcome::Operation::Match, path)
-        .advise(QStringLiteral("simplify the expression"));
+        .advise(Texts::tr("simplify the expression"));
 }
 
 // One run of a search.
@@ -114,8 +114,8 @@ Outcome replaceInFile(Transaction& transaction, const Interfaces::SearchHit& hit
     {
         const std::lock_guard lock(nodes.getTree().index.shardOf(NodeIndex::Key(hit.path)).mutex);
         if (!FrameworkCore::Values::isSameValue(node->value, hit.value))
-            return Outcome(StatusCode::BackendFailure, QStringLiteral("it has changed since it was found"))
-                .advise(QStringLiteral("search again"));
+            return Outcome(StatusCode::BackendFailure, Texts::tr("it has changed since it was found"))
+                .advise(Texts::tr("search again"));
     }
     return AttributeWriter::writeInFile(transaction, *node, hit.replacement, accepted);
 }
@@ -132,7 +132,7 @@ Outcome AttributeSearch::find(const SearchQuery& query, const Sink& sink) const
     return runForCaller(Outcome::Operation::None, query.text, [&] {
         if (const auto fault = findFault(query))
             return Outcome(StatusCode::InvalidPattern,
-                           QStringLiteral("'%1' is not a regular expression: %2")
+                           Texts::tr("'%1' is not a regular expression: %2")
                                .arg(Outcome::shortened(query.text), fault->reason));
         Search search(*store->getTree(), query, sink);
         Outcome outcome;
@@ -179,6 +179,7 @@ Outcome AttributeSearch::replace(const QVector<SearchHit>& hits, const QString& 
         for (auto& [node, value] : changed)
             transaction.getNodes().setAttribute(*node, std::move(value), node->getAccess());
         transaction.commit();
+        transaction.showLinked();
         return Outcome();
     });
 }

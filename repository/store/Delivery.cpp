@@ -26,12 +26,13 @@ bool Delivery::hasListeners(const Node& node)
 }
 
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
-                       UpdateResult result)
+                       UpdateResult result, int points)
 {
     Registrations outdated = updateMatching(node, patterns);
     if (!hasListeners(node) && outdated.isEmpty())
         return;
-    const int points = result == UpdateResult::Reordered ? int(UpdatePoint::AfterReorder) : allPoints;
+    if (result == UpdateResult::Reordered)
+        points = int(UpdatePoint::AfterReorder);
     Delivery& delivery = deliveries.emplace_back(Delivery(result, points));
     delivery.outdated = std::move(outdated);
     node.exact.forEach([&](const auto& registration) {

@@ -30,9 +30,9 @@ public:
     Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash,
              QVariant&& previous);
 
-    // Appends what is to be reported at all points, if anybody listens. Attribute lock held.
+    // Appends what is to be reported, if anybody listens. Attribute lock held.
     static void collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
-                        UpdateResult result);
+                        UpdateResult result, int points = allPoints);
 
     // Calls back on this thread, the points in their order. No lock held. The path is that of the node: a
     // text of the caller's own is best, since threads that copy the node's one wait for each other.

@@ -3,7 +3,6 @@
 #include "repository/notification/PatternIndex.h"
 #include "repository/store/NodeIndex.h"
 
-#include <array>
 #include <memory>
 #include <new>
 #include <vector>
@@ -34,28 +33,25 @@ public:
     template <typename Visitor>
     bool file(NodeIndex& index, const PatternIndex& patterns, const Visitor& visitor)
     {
-        for (std::size_t number = 0; number < byShard.size(); ++number) {
+        sortByShard();
+        forEachShard([&index](std::size_t number, Entry*, std::size_t count) {
             NodeIndex::Shard& shard = index.shard(number);
             const std::lock_guard shardLock(shard.mutex);
-            if (!byShard[number].empty())
-                shard.nodes.reserveMore(byShard[number].size());
-        }
+            shard.nodes.reserveMore(count);
+        });
         bool areAllTold = true;
-        for (std::size_t number = 0; number < byShard.size(); ++number) {
-            std::vector<Entry>& entries = byShard[number];
-            if (entries.empty())
-                continue;
+        forEachShard([&](std::size_t number, Entry* first, std::size_t count) {
             NodeIndex::Shard& shard = index.shard(number);
             const std::lock_guard shardLock(shard.mutex);
             const bool anybodyListens = !shard.pending.empty() || patterns.getGeneration() != 0;
-            for (Entry& entry : entries) {
-                Node& node = *entry.node; // not looked at without need, since there may be a million
-                shard.nodes.insert(std::move(entry.node), entry.hash);
+            for (Entry* entry = first; entry != first + count; ++entry) {
+                Node& node = *entry->node; // not looked at without need, since there may be a million
+                shard.nodes.insert(std::move(entry->node), entry->hash);
                 if (anybodyListens)
                     areAllTold = show(shard, node, visitor) && areAllTold;
             }
-            entries.clear();
-        }
+        });
+        entries.clear();
         return areAllTold;
     }
 
@@ -63,10 +59,8 @@ public:
     template <typename Visitor>
     void forEach(const Visitor& visitor) const
     {
-        for (const std::vector<Entry>& entries : byShard) {
-            for (const Entry& entry : entries)
-                visitor(*entry.node);
-        }
+        for (const Entry& entry : entries)
+            visitor(*entry.node);
     }
 
 private:
@@ -88,7 +82,21 @@ private:
         quint32 hash;
     };
 
-    std::array<std::vector<Entry>, NodeIndex::shardCount> byShard;
+    void sortByShard();
+
+    // Calls back for each shard that gets some, with the first of them and how many there are.
+    template <typename Callback>
+    void forEachShard(const Callback& callback)
+    {
+        for (std::size_t first = 0, end = 0; first < entries.size(); first = end) {
+            const std::size_t number = NodeIndex::shardNumber(entries[first].hash);
+            while (end < entries.size() && NodeIndex::shardNumber(entries[end].hash) == number)
+                ++end;
+            callback(number, &entries[first], end - first);
+        }
+    }
+
+    std::vector<Entry> entries;
 };
 
 } // namespace Repository

@@ -4,6 +4,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 
 #include <cmath>
@@ -20,29 +21,29 @@ QString describeContent(const QVariant& value, int metaType)
 {
     bool isNumber = false;
     const double number = value.toDouble(&isNumber);
-    const auto& row = FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(metaType));
-    std::string words(row.description);
-    if (isNumber && std::trunc(number) == number)
-        words += row.range;
-    if (!row.example.empty())
-        words.append(" as in ").append(row.example.substr(0, row.example.find('.'))); // without milliseconds
-    return QString::fromStdString(words);
+    const auto type = FrameworkCore::Values::typeOf(metaType);
+    const std::string_view example = FrameworkCore::Values::rowOf(type).example;
+    if (!example.empty())
+        return Texts::tr("%1 as in %2")
+            .arg(FrameworkCore::Values::typeText(type), QString::fromStdString(std::string(example.substr(
+                                                            0, example.find('.'))))); // without milliseconds
+    return isNumber && std::trunc(number) == number ? FrameworkCore::Values::rangeText(type)
+                                                    : FrameworkCore::Values::typeText(type);
 }
 
 } // namespace
 
 Outcome Refusals::wrongType(const QVariant& value, int wantedType)
 {
-    return {StatusCode::WrongType, QStringLiteral("it holds %1, which this cannot become without loss")
+    return {StatusCode::WrongType, Texts::tr("it holds %1, which this cannot become without loss")
                                        .arg(describeContent(value, wantedType))};
 }
 
 Outcome Refusals::noAttributeType()
 {
-    return {
-        StatusCode::WrongType,
-        QStringLiteral("an attribute holds true or false, a number, a text, a list of texts, bytes, a date "
-                       "or a time, and nothing else")};
+    return {StatusCode::WrongType,
+            Texts::tr("an attribute holds true or false, a number, a text, a list of texts, bytes, a date "
+                      "or a time, and nothing else")};
 }
 
 Outcome Refusals::readOnly(const Node& node)
@@ -51,7 +52,7 @@ Outcome Refusals::readOnly(const Node& node)
         return ownTree();
     if (node.backend && (node.backend->isLocked() || !isWritable(node.backend->getAccessMode())))
         return readOnly(*node.backend);
-    Outcome outcome(StatusCode::NotWritable, QStringLiteral("created as read-only"));
+    Outcome outcome(StatusCode::NotWritable, Texts::tr("created as read-only"));
     outcome.change().details.append({node.path, {}});
     return outcome;
 }
@@ -60,42 +61,42 @@ Outcome Refusals::readOnly(const Backend& backend)
 {
     if (backend.isLocked())
         return backend.refuseLocked();
-    Outcome outcome(StatusCode::NotWritable, QStringLiteral("it is open as read-only"));
+    Outcome outcome(StatusCode::NotWritable, Texts::tr("it is open as read-only"));
     outcome.in(backend.getDescription().filePath);
-    return outcome.advise(QStringLiteral("open it for writing to change it"));
+    return outcome.advise(Texts::tr("open it for writing to change it"));
 }
 
 Outcome Refusals::notFound()
 {
-    return {StatusCode::NotFound, QStringLiteral("no such attribute")};
+    return {StatusCode::NotFound, Texts::tr("no such attribute")};
 }
 
 Outcome Refusals::invalidPath(QStringView path)
 {
     if (isTooDeep(path))
-        return {StatusCode::InvalidPath,
-                QStringLiteral("it has more than %1 names, or too many characters for its depth")
-                    .arg(deepestPath)};
+        return {
+            StatusCode::InvalidPath,
+            Texts::tr("it has more than %1 names, or too many characters for its depth").arg(deepestPath)};
     return {StatusCode::InvalidPath,
-            QStringLiteral("a path is names joined by '.', none of them empty and none with '*' in it")};
+            Texts::tr("a path is names joined by '.', none of them empty and none with '*' in it")};
 }
 
 Outcome Refusals::ownTree()
 {
     return {StatusCode::NotWritable,
-            QStringLiteral("it belongs to the repository itself, which alone changes it")};
+            Texts::tr("it belongs to the repository itself, which alone changes it")};
 }
 
 Outcome Refusals::losesComments()
 {
     return Outcome(StatusCode::BackendFailure,
-                   QStringLiteral("its comments have no place where it is to go, and would be lost"))
-        .advise(QStringLiteral("copy it, and remove it here"));
+                   Texts::tr("its comments have no place where it is to go, and would be lost"))
+        .advise(Texts::tr("copy it, and remove it here"));
 }
 
 Outcome Refusals::noBackend()
 {
-    return {StatusCode::NotFound, QStringLiteral("no backend has that name")};
+    return {StatusCode::NotFound, Texts::tr("no backend has that name")};
 }
 
 Outcome Refusals::noType(const QString& type)
@@ -105,8 +106,8 @@ Outcome Refusals::noType(const QString& type)
     for (const std::string& name :
          namesDialect ? Documents::getDialectTypes() : Documents::getDocumentTypes())
         known.append(QString::fromStdString(name));
-    return Outcome(StatusCode::BackendFailure, QStringLiteral("unknown backend type '%1'").arg(type))
-        .advise(QStringLiteral("valid types: ") + known.join(QStringLiteral(", ")));
+    return Outcome(StatusCode::BackendFailure, Texts::tr("unknown backend type '%1'").arg(type))
+        .advise(Texts::tr("valid types: %1").arg(known.join(QStringLiteral(", "))));
 }
 
 Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
@@ -116,7 +117,7 @@ Outcome Refusals::unfit(Outcome outcome, const QVariant& value, bool isHidden)
     const QString text = value.toString();
     const QString shown = Outcome::shortened(text);
     if (isHidden)
-        outcome.change().reason = QStringLiteral("its file has no form for the value at this place");
+        outcome.change().reason = Texts::tr("its file has no form for the value at this place");
     else if (shown != text)
         outcome.change().reason.replace(text, shown);
     return outcome;
@@ -131,8 +132,8 @@ Outcome Refusals::unfitFor(const Node& node, Outcome outcome, const QVariant& va
         Documents::findFormat(node.backend->getDescription().type.toStdString());
     const auto held = FrameworkCore::Values::toValue(value);
     if (format && !format->explainTypeTag(held).empty())
-        outcome.advise(QStringLiteral("remove it and create it as ") +
-                       QString::fromStdString(FrameworkCore::Values::describeType(held.type)));
+        outcome.advise(
+            Texts::tr("remove it and create it as %1").arg(FrameworkCore::Values::typeText(held.type)));
     return outcome;
 }
 

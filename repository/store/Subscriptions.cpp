@@ -2,6 +2,7 @@
 
 #include "repository/common/PathRules.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 #include "repository/notification/HazardGuard.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/store/Refusals.h"
@@ -96,7 +97,7 @@ Subscriptions::registerUpdateCallback(const QString& pathOrPattern,
     }
     lock.unlock();
     logged(Outcome(StatusCode::InvalidPath,
-                   QStringLiteral("a callback needs a function and a valid path or pattern to listen to"))
+                   Texts::tr("a callback needs a function and a valid path or pattern to listen to"))
                .of(Outcome::Operation::Change, pathOrPattern));
     return {};
 }

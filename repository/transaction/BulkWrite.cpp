@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
 #include "repository/transaction/Projection.h"
@@ -114,7 +115,7 @@ Outcome BulkWrite::beginWhole(const QString& path, std::optional<Documents::Exce
         return outcome;
     if (isArray == false && former->children && former->children->count > 0)
         return Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("its file holds a group, and is not replaced by an array"))
+                       Texts::tr("its file holds a group, and is not replaced by an array"))
             .of(Outcome::Operation::Change, path);
     if (outcome.ok() && former && !isFile)
         outcome = SubtreeRemoval(transaction, *former).check().of(Outcome::Operation::Change, path);
@@ -224,7 +225,7 @@ bool BulkWrite::writeExcerpt(const Documents::Excerpt& excerpt)
 Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access)
 {
     if (path.isEmpty())
-        return {StatusCode::InvalidPath, QStringLiteral("a value needs a path")};
+        return {StatusCode::InvalidPath, Texts::tr("a value needs a path")};
     if (isTooDeep(path))
         return Refusals::invalidPath(path);
     if (isAtOrBelow(path, ownRoot))

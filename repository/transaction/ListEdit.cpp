@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
@@ -13,8 +14,8 @@ using FrameworkCore::AppConfig::StatusCode;
 
 Outcome ListEdit::beyond(int count)
 {
-    return Outcome(StatusCode::BackendFailure, QStringLiteral("the list has %1 elements").arg(count))
-        .advise(QStringLiteral("the next one is %1").arg(count));
+    return Outcome(StatusCode::BackendFailure, Texts::tr("the list has %1 elements").arg(count))
+        .advise(Texts::tr("the next one is %1").arg(count));
 }
 
 std::optional<QStringList> ListEdit::textsIn(const NodeWriter& nodes, const Node* node)

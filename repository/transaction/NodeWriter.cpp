@@ -4,6 +4,7 @@
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 #include "repository/store/SubtreeBuilder.h"
 
 #include <new>
@@ -22,13 +23,12 @@ void NodeWriter::deliver()
     for (const Delivery& delivery : deliveries)
         delivery.send();
     if (order.hasFailed())
-        logFailure(
-            QStringLiteral("Not all entries are in the order of their file: there is not enough memory "
-                           "to sort them; reload the backend"));
+        logFailure(Texts::tr("Not all entries are in the order of their file: there is not enough memory "
+                             "to sort them; reload the backend"));
     if (!areAllDelivered)
         logFailure(
-            QStringLiteral("Not all watchers were notified of new attributes: there is not enough memory for "
-                           "it"));
+            Texts::tr("Not all watchers were notified of new attributes: there is not enough memory for "
+                      "it"));
 }
 
 Node* NodeWriter::find(QStringView path) const
@@ -108,7 +108,21 @@ void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, Upd
     if (node.isAttribute())
         result = FrameworkCore::Values::isSameValue(node.value, value) ? UpdateResult::Unchanged : kind;
     giveValue(node, std::move(value), access);
-    Delivery::collect(deliveries, node, tree.patterns, result);
+    Delivery::collect(deliveries, node, tree.patterns, result, points);
+}
+
+void NodeWriter::editText(Node& node, const std::function<void(QString& text)>& edit)
+{
+    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    if (images)
+        images->add(node, NodeState::of(node));
+    if (node.value.userType() != QMetaType::QString)
+        node.value = QString();
+    QString& text = *static_cast<QString*>(node.value.data());
+    edit(text);
+    if (text.isEmpty())
+        node.value = QVariant();
+    Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Changed);
 }
 
 void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)

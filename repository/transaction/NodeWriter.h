@@ -7,6 +7,7 @@
 #include "repository/transaction/BeforeImages.h"
 #include "repository/transaction/NodeOrder.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -63,6 +64,10 @@ public:
     void setAttribute(Node& node, QVariant value, AccessMode access,
                       UpdateResult kind = UpdateResult::Changed);
 
+    // Changes the text of an attribute in its place, so that one that grows is not copied each time. Null
+    // stands for an empty one.
+    void editText(Node& node, const std::function<void(QString& text)>& edit);
+
     // Takes the value from a node; it stays as a group.
     void makeGroup(Node& node);
 
@@ -77,6 +82,9 @@ public:
 
     // Takes the value from a node, and the node too when there is nothing below it.
     void takeAttribute(const QString& path);
+
+    // The watchers of values that are set from here on hear of that at these points only.
+    void notifyAt(int updatePoints) { points = updatePoints; }
 
     NodeOrder& getOrder() { return order; }
     BeforeImages* getImages() { return images.get(); } // null without
@@ -100,6 +108,7 @@ private:
     NodeOrder order;
     std::unique_ptr<BeforeImages> images;
     std::vector<Delivery> deliveries;
+    int points = Delivery::allPoints;
     bool areAllDelivered = true; // otherwise memory was refused for some of them
     PathBudget budget;           // of the nodes that it makes
     std::vector<std::unique_ptr<Node>> removedNodes;

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
+#include "repository/documents/common/Pipeline.h"
 #include "repository/store/SubtreeBuilder.h"
 
 #include <QSet>
@@ -12,6 +13,17 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::Notification::UpdateResult;
+
+namespace {
+
+struct ReadEntry
+{
+    std::string path;
+    bool isAttribute = false;
+    QVariant value;
+};
+
+} // namespace
 
 void Projection::mount(Backend& backend)
 {
@@ -60,7 +72,8 @@ void Projection::hideEntry(Node& node)
         nodes.remove(node);
 }
 
-void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value)
+void Projection::showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value,
+                           UpdateResult kind)
 {
     Node& node = nodes.ensure(path);
     if (node.backend != &backend)
@@ -75,24 +88,35 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
         if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
-    nodes.setAttribute(node, variant, backend.getAccessMode(), UpdateResult::Reloaded);
+    nodes.setAttribute(node, variant, backend.getAccessMode(), kind);
 }
 
+// Values are read and nodes made at once.
 void Projection::build(Backend& backend, Node& root)
 {
     SubtreeBuilder builder(root);
     FrameworkCore::Values::Value ofRoot;
-    backend.visitEntries([&](const Documents::Entry& entry) {
-        if (entry.path.empty())
-            ofRoot = entry.value;
-        else
-            builder.add(entry.path, entry.value);
+    Documents::Pipeline<ReadEntry> entries([&builder](ReadEntry& entry) {
+        builder.add(entry.path, entry.isAttribute, std::move(entry.value));
+        return true;
     });
+    backend.visitEntries([&](const Documents::Entry& entry) {
+        if (entry.path.empty()) {
+            ofRoot = entry.value;
+            return;
+        }
+        ReadEntry& next = entries.next();
+        next.path.assign(entry.path);
+        next.isAttribute = entry.value.type != FrameworkCore::Values::Type::Group;
+        next.value = FrameworkCore::Values::toVariant(entry.value);
+        entries.put();
+    });
+    entries.finish();
     showEntry(backend, root.path, ofRoot);
     nodes.file(builder);
 }
 
-void Projection::showAll(Backend& backend)
+void Projection::showAll(Backend& backend, UpdateResult kind)
 {
     transaction.edit(backend);
     Node& root = nodes.ensure(backend.getName());
@@ -113,7 +137,7 @@ void Projection::showAll(Backend& backend)
             hideEntry(*node);
     });
     for (const auto& [path, value] : entries)
-        showEntry(backend, path, value);
+        showEntry(backend, path, value, kind);
     nodes.getOrder().restoreLater(backend);
 }
 

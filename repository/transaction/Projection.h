@@ -11,8 +11,11 @@ class Projection
 public:
     explicit Projection(Transaction& current) : transaction(current), nodes(current.getNodes()) {}
 
-    // Makes the tree below the backend's root what the backend holds.
-    void showAll(Backend& backend);
+    using UpdateResult = FrameworkCore::Notification::UpdateResult;
+
+    // Makes the tree below the backend's root what the backend holds. The watchers hear of other values as
+    // changes of that kind.
+    void showAll(Backend& backend, UpdateResult kind = UpdateResult::Reloaded);
 
     // The same where no more than these changes has come to the backend since the tree showed it.
     void showChanges(Backend& backend, const DocumentChanges& changes);
@@ -26,7 +29,8 @@ public:
 
 private:
     void hideEntry(Node& node);
-    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value);
+    void showEntry(Backend& backend, const QString& path, const FrameworkCore::Values::Value& value,
+                   UpdateResult kind = UpdateResult::Reloaded);
     void build(Backend& backend, Node& root);
 
     Transaction& transaction;

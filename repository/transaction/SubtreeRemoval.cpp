@@ -1,6 +1,7 @@
 #include "repository/transaction/SubtreeRemoval.h"
 
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/Projection.h"
 
@@ -23,9 +24,9 @@ Outcome SubtreeRemoval::check()
     for (const auto& backend : transaction.getNodes().getTree().backends) {
         if (!isAtOrBelow(backend->getName(), node.path))
             continue;
-        Outcome outcome(StatusCode::NotWritable, QStringLiteral("it holds the root of the backend"));
+        Outcome outcome(StatusCode::NotWritable, Texts::tr("it holds the root of the backend"));
         outcome.change().details.append({backend->getName(), {}});
-        return outcome.advise(QStringLiteral("close that backend instead"));
+        return outcome.advise(Texts::tr("close that backend instead"));
     }
     for (const Node* below : subtreeOf(node, nullptr)) {
         if (below->isAttribute() && !isWritable(below->getAccess()))
@@ -45,6 +46,8 @@ void SubtreeRemoval::removeFromTree()
 {
     Backend* const backend = node.backend;
     Node& parent = *node.parent;
+    if (backend && !movesOthers && backend->contains(node.path))
+        return; // it shows now what it hid; see showLinked
     transaction.getNodes().remove(node);
     if (movesOthers)
         Projection(transaction).showAll(*backend);

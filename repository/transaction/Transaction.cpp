@@ -1,6 +1,7 @@
 #include "repository/transaction/Transaction.h"
 
 #include "repository/store/BackendLookup.h"
+#include "repository/transaction/Projection.h"
 
 #include <algorithm>
 
@@ -47,6 +48,15 @@ DocumentEdit& Transaction::edit(Backend& backend)
     if (recorder)
         recorder->beginShape(backend);
     return *documentEdits.back();
+}
+
+void Transaction::showLinked()
+{
+    for (const auto& begun : documentEdits) {
+        if (begun->mayChangeOthers())
+            Projection(*this).showAll(begun->getBackend(),
+                                      FrameworkCore::Notification::UpdateResult::Changed);
+    }
 }
 
 void Transaction::unlock()

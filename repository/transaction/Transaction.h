@@ -37,6 +37,9 @@ public:
     // What the backends hold now stays; the nodes follow.
     void commit() { isCommitted = true; }
 
+    // The last of a change that was made: the tree follows where entries have changed with others.
+    void showLinked();
+
     // Ends the change of the tree.
     void unlock();
 

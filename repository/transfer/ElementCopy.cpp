@@ -3,6 +3,7 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/ListElement.h"
 #include "repository/store/Refusals.h"
 #include "repository/store/WriteCheck.h"
@@ -72,7 +73,7 @@ Outcome ElementCopy::readSource(bool isMove)
     if (isAtOrBelow(to, ownRoot))
         return Refusals::ownTree();
     if (isAtOrBelow(to, from))
-        return {StatusCode::InvalidPath, QStringLiteral("a subtree cannot be put into itself")};
+        return {StatusCode::InvalidPath, Texts::tr("a subtree cannot be put into itself")};
     for (const Node* const parent : {source.parent, target.parent}) {
         const bool isChanged = parent == target.parent || isMove;
         if (isChanged && parent && parent->backend && !isWritable(parent->backend->getAccessMode()))
@@ -143,8 +144,8 @@ Outcome ElementCopy::insert(bool isMove)
             return *inserted;
     }
     if (!target.isInList && target.node)
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
-            .advise(QStringLiteral("choose another name"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"))
+            .advise(Texts::tr("choose another name"));
     if (!target.isInList && !backend)
         return {};
     if (!target.isInList) {
@@ -155,7 +156,7 @@ Outcome ElementCopy::insert(bool isMove)
     QStringList texts = *ListEdit::textsIn(nodes, target.parent);
     const Documents::Value& value = entries.front().value;
     if (entries.size() > 1 || value.type == Type::Group || value.type == Type::StringList)
-        return {StatusCode::WrongType, QStringLiteral("the elements of a list are texts")};
+        return {StatusCode::WrongType, Texts::tr("the elements of a list are texts")};
     if (target.index > texts.size())
         return ListEdit::beyond(texts.size());
     texts.insert(target.index, QString::fromStdString(FrameworkCore::Values::toText(value)));

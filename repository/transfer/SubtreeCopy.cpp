@@ -1,6 +1,7 @@
 #include "repository/transfer/SubtreeCopy.h"
 
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/store/Refusals.h"
 #include "repository/transaction/SubtreeRemoval.h"
 #include "repository/transfer/ElementCopy.h"
@@ -24,10 +25,10 @@ Outcome SubtreeCopy::check(const Node* source, bool isMove) const
     if (!isValidPath(to))
         return Refusals::invalidPath(to);
     if (isAtOrBelow(to, from))
-        return {StatusCode::InvalidPath, QStringLiteral("a subtree cannot be put into itself")};
+        return {StatusCode::InvalidPath, Texts::tr("a subtree cannot be put into itself")};
     if (transaction.getNodes().find(to))
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"))
-            .advise(QStringLiteral("choose another name"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"))
+            .advise(Texts::tr("choose another name"));
     if (isMove && isAtOrBelow(from, ownRoot))
         return Refusals::ownTree().of(Outcome::Operation::Change, from);
     return {};

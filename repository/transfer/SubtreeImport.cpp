@@ -1,6 +1,7 @@
 #include "repository/transfer/SubtreeImport.h"
 
 #include "repository/common/PathRules.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
 #include "repository/store/Refusals.h"
 #include "repository/transfer/TextInsertion.h"
@@ -24,14 +25,14 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
     const auto document = Documents::makeDocument(dialect);
     const Documents::Outcome parsed = document->parse(bytes);
     if (!parsed.ok())
-        return {StatusCode::BackendFailure, QStringLiteral("the text is not %1: line %2, column %3: %4")
+        return {StatusCode::BackendFailure, Texts::tr("the text is not %1: line %2, column %3: %4")
                                                 .arg(type)
                                                 .arg(parsed.line)
                                                 .arg(parsed.column)
                                                 .arg(QString::fromStdString(parsed.error))};
     if (!path.isEmpty() && !isValidPath(path))
         return Refusals::invalidPath(path);
-    const auto stepName = [this] { return QStringLiteral("Import %1").arg(path); };
+    const auto stepName = [this] { return Texts::tr("Import %1").arg(path); };
     return store.changeAll(stepName, {path}, [&](Transaction& transaction) {
         return TextInsertion(*Documents::findFormat(dialect), *document, bytes.size(), path)
             .run(transaction, report);

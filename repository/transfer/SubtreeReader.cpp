@@ -1,6 +1,7 @@
 #include "repository/transfer/SubtreeReader.h"
 
 #include "repository/backends/Backend.h"
+#include "repository/common/Texts.h"
 #include "repository/documents/common/Format.h"
 #include "repository/store/AttributeTree.h"
 
@@ -69,6 +70,8 @@ void SubtreeReader::add(const Node& node, int rootLength)
         parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
         return;
     }
+    if (isReference(node))
+        return;
     const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute())
         return;
@@ -76,6 +79,16 @@ void SubtreeReader::add(const Node& node, int rootLength)
         parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});
     else if (hidden.isEmpty())
         hidden = node.path;
+}
+
+// What it stands for is read.
+bool SubtreeReader::isReference(const Node& node)
+{
+    if (node.backend != asked) {
+        asked = node.backend;
+        isLinked = asked && asked->isLinked(asked->getName());
+    }
+    return isLinked && asked->originOf(node.path) == Backend::Origin::Reference;
 }
 
 void SubtreeReader::addDeclarations(const Documents::Format& format)
@@ -118,7 +131,7 @@ Outcome SubtreeReader::check(bool isWhole) const
     if (hidden.isEmpty() || (!isWhole && !parts.empty()))
         return {};
     return Outcome(StatusCode::NotReadable,
-                   QStringLiteral("it is write-only, and its value is not taken elsewhere"))
+                   Texts::tr("it is write-only, and its value is not taken elsewhere"))
         .of(Outcome::Operation::Change, hidden);
 }
 

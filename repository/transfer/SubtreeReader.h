@@ -52,11 +52,14 @@ public:
 
 private:
     void add(const Node& node, int rootLength);
+    bool isReference(const Node& node);
 
     AttributeTree& tree;
     const Node& root;
     std::vector<SubtreePart> parts;
-    QString hidden; // the path of the first attribute that must not be read
+    const Backend* asked = nullptr; // not owned
+    bool isLinked = false;          // that one
+    QString hidden;                 // the path of the first attribute that must not be read
 };
 
 } // namespace Repository

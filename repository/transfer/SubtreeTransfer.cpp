@@ -1,6 +1,7 @@
 #include "repository/transfer/SubtreeTransfer.h"
 
 #include "repository/common/Border.h"
+#include "repository/common/Texts.h"
 #include "repository/operations/AttributeStore.h"
 #include "repository/transfer/SubtreeCopy.h"
 #include "repository/transfer/SubtreeExport.h"
@@ -19,7 +20,7 @@ Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to)
 
 Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, TransferReport& report)
 {
-    const auto name = [&] { return QStringLiteral("Copy %1 to %2").arg(from, to); };
+    const auto name = [&] { return Texts::tr("Copy %1 to %2").arg(from, to); };
     const auto copy = [&](Transaction& transaction) {
         return SubtreeCopy(transaction, from, to).run(false, report);
     };
@@ -29,7 +30,7 @@ Outcome SubtreeTransfer::copyTree(const QString& from, const QString& to, Transf
 Outcome SubtreeTransfer::moveTree(const QString& from, const QString& to)
 {
     TransferReport report;
-    const auto name = [&] { return QStringLiteral("Move %1 to %2").arg(from, to); };
+    const auto name = [&] { return Texts::tr("Move %1 to %2").arg(from, to); };
     const auto move = [&](Transaction& transaction) {
         return SubtreeCopy(transaction, from, to).run(true, report);
     };

@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/AppConfig/TransferReport.h"
+#include "repository/common/Texts.h"
 
 namespace Repository {
 
@@ -27,7 +28,7 @@ public:
 
     static Outcome cancelled()
     {
-        return {FrameworkCore::AppConfig::Cancelled, QStringLiteral("it was cancelled")};
+        return {FrameworkCore::AppConfig::Cancelled, Texts::tr("it was cancelled")};
     }
 
 private:

@@ -1,5 +1,7 @@
 #include "repository/validation/BoundedExpression.h"
 
+#include "repository/common/Texts.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -48,7 +50,7 @@ BoundedExpression::BoundedExpression(const QString& pattern, Scope scope,
 
 QString BoundedExpression::getError() const
 {
-    return QStringLiteral("%1 at offset %2").arg(faulty().errorString()).arg(getErrorOffset());
+    return Texts::tr("%1 at offset %2").arg(faulty().errorString()).arg(getErrorOffset());
 }
 
 // An expression may be valid by itself, and not within bounds or anchors.

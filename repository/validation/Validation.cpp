@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/AppConfig/Outcome.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/Texts.h"
 #include "repository/validation/BoundedExpression.h"
 
 #include <QDateTime>
@@ -91,37 +92,33 @@ const std::map<QString, std::pair<QString, Accepts>>& plainRules()
 {
     static const std::map<QString, std::pair<QString, Accepts>> validations{
         {QStringLiteral("not-empty"),
-         {QStringLiteral("not empty"), [](const QVariant&, const QString& text) { return !text.isEmpty(); }}},
+         {Texts::tr("not empty"), [](const QVariant&, const QString& text) { return !text.isEmpty(); }}},
         {QStringLiteral("integer"),
-         {QStringLiteral("an integer"),
+         {Texts::tr("an integer"),
           [](const QVariant& value, const QString&) {
               return becomes(value, QMetaType::LongLong) || becomes(value, QMetaType::ULongLong);
           }}},
         {QStringLiteral("number"),
-         {QStringLiteral("a number"),
+         {Texts::tr("a number"),
           [](const QVariant&, const QString& text) {
               bool isNumber = false;
               text.toDouble(&isNumber);
               return isNumber;
           }}},
         {QStringLiteral("boolean"),
-         {QStringLiteral("true or false"),
+         {Texts::tr("true or false"),
           [](const QVariant& value, const QString&) { return becomes(value, QMetaType::Bool); }}},
         {QStringLiteral("ipv4"),
-         {QStringLiteral("an IPv4 address"),
-          [](const QVariant&, const QString& text) { return isIpv4(text); }}},
+         {Texts::tr("an IPv4 address"), [](const QVariant&, const QString& text) { return isIpv4(text); }}},
         {QStringLiteral("ipv6"),
-         {QStringLiteral("an IPv6 address"),
-          [](const QVariant&, const QString& text) { return isIpv6(text); }}},
+         {Texts::tr("an IPv6 address"), [](const QVariant&, const QString& text) { return isIpv6(text); }}},
         {QStringLiteral("host-name"),
-         {QStringLiteral("a host name"),
-          [](const QVariant&, const QString& text) { return isHostName(text); }}},
+         {Texts::tr("a host name"), [](const QVariant&, const QString& text) { return isHostName(text); }}},
         {QStringLiteral("url"),
-         {QStringLiteral("a URL with its scheme"),
+         {Texts::tr("a URL with its scheme"),
           [](const QVariant&, const QString& text) { return isUrl(text); }}},
         {QStringLiteral("date-time"),
-         {QStringLiteral("a date and time as in 2024-05-31T08:00:00"),
-          [](const QVariant&, const QString& text) {
+         {Texts::tr("a date and time as in 2024-05-31T08:00:00"), [](const QVariant&, const QString& text) {
               return QDateTime::fromString(text, Qt::ISODateWithMs).isValid();
           }}}};
     return validations;
@@ -135,9 +132,9 @@ std::optional<QString> fillRange(const QString& argument, Validation& validation
     const double low = bounds.first().trimmed().toDouble(&lowIsNumber);
     const double high = bounds.last().trimmed().toDouble(&highIsNumber);
     if (bounds.size() != 2 || !lowIsNumber || !highIsNumber || !(low <= high)) // "nan" is not a bound
-        return QStringLiteral("range needs a lower and an upper bound, as in range(0,100)");
+        return Texts::tr("range needs a lower and an upper bound, as in range(0,100)");
     validation.expectation =
-        QStringLiteral("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
+        Texts::tr("a number from %1 to %2").arg(bounds.first().trimmed(), bounds.last().trimmed());
     validation.judge = judgeBy([low, high](const QVariant&, const QString& text) {
         bool isNumber = false;
         const double number = text.toDouble(&isNumber);
@@ -151,7 +148,7 @@ std::optional<QString> fillOneOf(const QString& argument, Validation& validation
     QStringList choices = argument.split(QLatin1Char(','));
     for (QString& choice : choices)
         choice = choice.trimmed();
-    validation.expectation = QStringLiteral("one of ") + choices.join(QStringLiteral(", "));
+    validation.expectation = Texts::tr("one of %1").arg(choices.join(QStringLiteral(", ")));
     validation.judge =
         judgeBy([choices](const QVariant&, const QString& text) { return choices.contains(text); });
     return {};
@@ -163,9 +160,9 @@ std::optional<QString> fillRegularExpression(const QString& argument, Validation
     const QRegularExpression bare(argument);
     const BoundedExpression expression(argument);
     if (!bare.isValid() || !expression.isValid())
-        return QStringLiteral("'%1' is not a regular expression: %2")
+        return Texts::tr("'%1' is not a regular expression: %2")
             .arg(argument, bare.isValid() ? expression.getError() : bare.errorString());
-    validation.expectation = QStringLiteral("a text that matches ") + argument;
+    validation.expectation = Texts::tr("a text that matches %1").arg(argument);
     validation.judge = [expression](const QVariant&, const QString& text) {
         const std::optional<bool> matches = expression.matches(text);
         if (!matches)
@@ -234,13 +231,12 @@ std::shared_ptr<const Validation> makeValidation(const QString& name, QString& e
     const int open = name.indexOf(QLatin1Char('('));
     const auto withArgument = rulesWithArgument().find(name.left(open));
     if (withArgument == rulesWithArgument().end()) {
-        error = QStringLiteral("unknown validation '%1'; known validations: %2")
+        error = Texts::tr("unknown validation '%1'; known validations: %2")
                     .arg(name, validationNames().join(QStringLiteral(", ")));
         return {};
     }
     if (open < 0 || !name.endsWith(QLatin1Char(')'))) {
-        error =
-            QStringLiteral("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
+        error = Texts::tr("'%1' needs its argument in parentheses, as in %1(...)").arg(withArgument->first);
         return {};
     }
     if (const auto problem =
@@ -254,17 +250,17 @@ std::shared_ptr<const Validation> makeValidation(const QString& name, QString& e
 QString Breach::explain() const
 {
     if (verdict == Verdict::Undecided)
-        return QStringLiteral("the validation '%1' could not be checked: matching this text takes more steps "
-                              "or memory than are allowed; simplify the expression or shorten the text")
+        return Texts::tr("the validation '%1' could not be checked: matching this text takes more steps "
+                         "or memory than are allowed; simplify the expression or shorten the text")
             .arg(validation->name);
-    return QStringLiteral("the validation '%1' asks for %2").arg(validation->name, validation->expectation);
+    return Texts::tr("the validation '%1' asks for %2").arg(validation->name, validation->expectation);
 }
 
 QString Breach::explain(const QVariant& value) const
 {
     return verdict == Verdict::Undecided
                ? explain()
-               : QStringLiteral("%1, not '%2'")
+               : Texts::tr("%1, not '%2'")
                      .arg(explain(), FrameworkCore::AppConfig::Outcome::shortened(textOf(value)));
 }
 

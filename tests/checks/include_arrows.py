@@ -35,7 +35,7 @@ ROOMS = {
     "repository/documents": ["repository/documents", "host/FrameworkCore/Values"],
     "repository/common": ["repository/common", "repository/documents/common", *CORE],
     "repository/notification": ["repository/notification", "repository/common", *CORE],
-    "repository/validation": ["repository/validation", *CORE],
+    "repository/validation": ["repository/validation", "repository/common", *CORE],
     "repository/merge": ["repository/merge", "repository/documents", *CORE],
     "repository/backends": ["repository/backends", "repository/merge", "repository/common", "repository/documents", "files",
                             *CORE],

@@ -1,21 +1,18 @@
-"""Fails where a text of the window is shown in English, or wrongly, in another language.
+"""Fails where a text for people is shown in English, or wrongly, in another language.
 
-Every text that the sources have translated must be in the files of desk/language, be finished, hold what is put into
-it, and have a key where the English one has. A text that lupdate lists under another class than Qt looks it up by is
+Every text that the sources have translated must be in the files that scripts/translations keeps, be finished, hold what
+is put into it, and have a key where the English one has. A text that lupdate lists under another class than Qt looks it up by is
 never found, so that is refused, too.
 """
 
 import collections
+import os
 import pathlib
 import re
-import shutil
 import subprocess
 import sys
 import tempfile
 import xml.etree.ElementTree
-
-FOLDERS = ["desk", "host", "app", "widgets"]
-OPTIONS = ["-no-obsolete", "-no-ui-lines", "-locations", "none", "-source-language", "en"]
 
 # What a translation has as often as its source. An ampersand that stands before a letter makes it a key.
 KEPT = [
@@ -59,17 +56,16 @@ def complaints(source, translation):
 
 def main(project, lupdate):
     wrong = checked = 0
-    for file in sorted(pathlib.Path(project, "desk/language").glob("*.ts")):
-        with tempfile.TemporaryDirectory() as folder:
-            updated = pathlib.Path(folder, file.name)
-            shutil.copyfile(file, updated)
-            told = subprocess.run([lupdate, "-I", ".", *OPTIONS, *FOLDERS, "-ts", updated], cwd=project, check=True,
-                                  stdout=subprocess.PIPE, stderr=subprocess.STDOUT, encoding="utf-8").stdout
-            now = messages(updated)
-        for line in re.findall(r".*(?:lacks Q_OBJECT|Qualifying with unknown).*", told):
-            wrong += 1
-            print(f"{line}: its texts are not found under the name they are listed by")
-        for context, source, comment in messages(file).keys() - now.keys():
+    with tempfile.TemporaryDirectory() as folder:
+        told = subprocess.run([pathlib.Path(project, "scripts/translations"), folder], check=True,
+                              env={**os.environ, "LUPDATE": lupdate}, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, encoding="utf-8").stdout
+        updated = {file.relative_to(folder): messages(file) for file in pathlib.Path(folder).rglob("*.ts")}
+    for line in re.findall(r".*(?:lacks Q_OBJECT|Qualifying with unknown).*", told):
+        wrong += 1
+        print(f"{line}: its texts are not found under the name they are listed by")
+    for file, now in sorted(updated.items()):
+        for context, source, comment in messages(pathlib.Path(project, file)).keys() - now.keys():
             wrong += 1
             print(f"{file.name}: {context}: {source!r}: no source has it any more")
         for (context, source, comment), translation in now.items():

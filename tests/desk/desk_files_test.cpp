@@ -1,16 +1,19 @@
+#include "desk/files/ProblemFeed.h"
+#include "desk/places/EditorCommand.h"
 #include "desk/window/NoticeBar.h"
 #include "repository/documents/Formats.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/NoThreads.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
+#include <QDockWidget>
 #include <QFile>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
-#include <QSpinBox>
 #include <QToolButton>
 
 using TestSupport::contentOf;
@@ -124,7 +127,7 @@ private slots:
             dialog.findChild<QLineEdit*>(QStringLiteral("folderInclude"))
                 ->setText(QStringLiteral("*.ini *.toml"));
             dialog.findChild<QLineEdit*>(QStringLiteral("folderExclude"))->setText(QStringLiteral("old"));
-            dialog.findChild<QSpinBox*>(QStringLiteral("folderDepth"))->setValue(1);
+            dialog.findChild<QComboBox*>(QStringLiteral("folderDepth"))->setCurrentIndex(2);
             dialog.findChild<QComboBox*>(QStringLiteral("folderSize"))->setCurrentIndex(1);
             static_cast<QDialog&>(dialog).accept();
         });
@@ -135,6 +138,44 @@ private slots:
         QStringList opened = desk->repository->getBackendInterface()->getBackendNames();
         opened = opened.filter(QRegularExpression(QStringLiteral("^d\\.")));
         QCOMPARE(opened, QStringList(QStringLiteral("d.a%2Eini")));
+    }
+
+    // A row leads to the place, and several are copied.
+    void leadsToProblems()
+    {
+        const QString noted = folder->path("noted");
+        const QString editor = folder->path("editor");
+        TestSupport::writeFile(editor, "#!/bin/sh\necho \"$@\" > '" + QFile::encodeName(noted) + "'\n");
+        QVERIFY(QFile::setPermissions(editor, QFile::ReadOwner | QFile::ExeOwner));
+        Vantry::EditorCommand::choose(editor + QStringLiteral(" {line} {column} {file}"));
+        for (const char* name : {"a.json", "b.json"}) {
+            using FrameworkCore::AppConfig::Outcome;
+            Outcome problem(FrameworkCore::AppConfig::BackendFailure, QStringLiteral("expected ','"));
+            problem.of(Outcome::Operation::CreateBackend, QLatin1String(name));
+            Vantry::ProblemFeed::instance().add(problem.in(folder->path(name), 3, 7));
+        }
+        desk->part<QDockWidget>("problemsDock")->show();
+        auto& rows = *desk->part<QTreeWidget>("problemRows");
+        QTRY_COMPARE(rows.topLevelItemCount(), 2);
+        rows.setFocus();
+        rows.setCurrentItem(rows.topLevelItem(0));
+        QVERIFY(pressKey(QStringLiteral("shift+Down")));
+        QVERIFY(pressKey(QStringLiteral("ctrl+c")));
+        QTRY_COMPARE(QApplication::clipboard()->text(),
+                     folder->path("a.json") + QStringLiteral(":3:7\texpected ','\n") +
+                         folder->path("b.json") + QStringLiteral(":3:7\texpected ','\n"));
+        QVERIFY(pressKey(QStringLiteral("Return")));
+        QTRY_COMPARE(contentOf(noted), "3 7 " + QFile::encodeName(folder->path("b.json")) + '\n');
+
+        // Another window knows them, too.
+        QVERIFY(pressKey(QStringLiteral("ctrl+shift+n")));
+        QTRY_COMPARE(desk->windows->getWindows().size(), 2);
+        const auto* const other =
+            desk->windows->getWindows().last()->findChild<QTreeWidget*>(QStringLiteral("problemRows"));
+        QCOMPARE(textsOf(*other), textsOf(rows));
+        for (const char* name : {"a.json", "b.json"})
+            Vantry::ProblemFeed::instance().add(FrameworkCore::AppConfig::Outcome().in(folder->path(name)));
+        QTRY_COMPARE(other->topLevelItemCount(), 0);
     }
 
     // What is locked is shown so, and takes no edit until it is unlocked; the next start knows.

@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QLabel>
+#include <QMessageBox>
 #include <QSettings>
 
 using TestSupport::pressKey;
@@ -207,6 +208,33 @@ private slots:
         QVERIFY(pressKey(QStringLiteral("ctrl+z")));
         QTRY_COMPARE(read(speed).toInt(), 1200);
         QCOMPARE(read(maximum), limit);
+    }
+
+    void asksBeforeItReplacesVeryMany()
+    {
+        constexpr int count = 11;
+        const auto path = [](int number) { return QStringLiteral("limits.many.k%1").arg(number); };
+        for (int i = 0; i < count; ++i)
+            QVERIFY(desk->repository->getWriterInterface()->createAttribute(path(i), QStringLiteral("oldish"),
+                                                                            2, 3));
+        beginTyping("ctrl+h", "oldish");
+        QTRY_COMPARE(foundRows().size(), count);
+        desk->part<QLineEdit>("findReplacement")->setText(QStringLiteral("new"));
+        auto& button = *desk->part<QPushButton>("findReplace");
+        QTRY_VERIFY(button.isEnabled() && button.text().contains(QLatin1String("11")));
+        const auto replace = [&button](const char* answer) {
+            TestSupport::DialogDriver driver([answer](QWidget& question) {
+                const QString text = static_cast<QMessageBox&>(question).text();
+                QVERIFY2(text.contains(QLatin1String("Replace 11 values in one file?")), qPrintable(text));
+                press(question, answer);
+            });
+            QTest::mouseClick(&button, Qt::LeftButton);
+            QTRY_VERIFY(driver.isDone());
+        };
+        replace("Cancel");
+        QCOMPARE(read(path(0)).toString(), QStringLiteral("oldish"));
+        replace("Replace");
+        QTRY_COMPARE(read(path(count - 1)).toString(), QStringLiteral("new"));
     }
 
     void tellsThatAValueHasChangedMeanwhile()

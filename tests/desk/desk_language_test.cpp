@@ -1,4 +1,5 @@
 #include "desk/language/Language.h"
+#include "host/FrameworkCore/Core/SpokenLanguage.h"
 #include "host/Utilities/LocalizationAccess.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
 #include "tests/desk/RunningDesk.h"
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 
+using FrameworkCore::Core::SpokenLanguage;
 using TestSupport::RunningDesk;
 using Vantry::Language;
 
@@ -89,7 +91,7 @@ private slots:
         QFETCH(QString, chosen);
         QFETCH(QString, system);
         QFETCH(QString, shown);
-        QCOMPARE(Language::toShow(chosen, system.split(QLatin1Char(' '))), shown);
+        QCOMPARE(SpokenLanguage::toShow(chosen, system.split(QLatin1Char(' '))), shown);
     }
 
     void windowIsWhollyGerman()

@@ -64,6 +64,25 @@ inline Edit addAll(const std::string& path, const std::vector<Entry>& entries)
     };
 }
 
+// What people write with anchors: services, jobs of a pipeline, databases, and what else merges may look
+// like.
+inline std::vector<QByteArray> linkedFiles()
+{
+    return {
+        "x-base: &base\n  image: 'ubuntu' # base\n  env: &env\n    A: 1\n    B: \"2\"\n  ports: [x, y]\n\n"
+        "services:\n  # the first\n  web:\n    <<: *base\n    name: web\n  db:\n    <<: *base\n"
+        "    image: postgres # own\n    env:\n      <<: *env\n      C: 3.5\n\nlast: true\n",
+        ".script: &script\n- make\n- make check\n.only: &only {refs: [main], n: 0x10}\njob:\n  script: "
+        "*script\n"
+        "  only: *only\nother:\n  script: *script\n  retry: &n 2\nthird: [*n, 5]\n",
+        "default: &default\n  adapter: sqlite3\n  pool: 5\n  timeout:\n\ndevelopment:\n  <<: *default\n"
+        "  database: db/dev\n\ntest: &test\n  <<: *default\n  pool: 1\n\nci:\n  <<: *test\n  database: "
+        "db/ci\n",
+        "a: &a {x: 1, y: ~}\nb: &b {y: b, z: [p, q]}\nboth:\n  own: 1\n  <<: [*b, *a]\nflow: {<<: *a, x: "
+        "own}\n"
+        "list:\n- <<: *b\n  z: 1\n- {<<: [*a, *b]}\ninline:\n  <<: {k: 1, l: 2}\n  k: 3\nalias: *b\n"};
+}
+
 inline std::vector<Entry> entriesOf(const Document& document)
 {
     std::vector<Entry> entries;

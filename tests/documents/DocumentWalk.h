@@ -176,6 +176,19 @@ private:
         if (!std::all_of(all.begin(), all.end(),
                          [this](const auto& path) { return document->contains(path); }))
             wrong = "an entry cannot be found";
+        if (!wrong && type == "yaml" && !all.empty() && !isAtItsPlace(all[all.size() / 2]))
+            wrong = "an entry is not where it is when the file is read again";
+    }
+
+    // For a format that puts what it has read again into a tree.
+    bool isAtItsPlace(const std::string& path) const
+    {
+        const auto fresh = Repository::Documents::makeDocument(type);
+        fresh->parse(document->getBytes());
+        const auto place = document->locate(path);
+        const auto other = fresh->locate(path);
+        return place.has_value() == other.has_value() &&
+               (!place || (place->offset == other->offset && place->length == other->length));
     }
 
     // Renames an entry of another document with the same text, or puts its excerpt beside it and takes that

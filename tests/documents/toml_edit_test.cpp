@@ -102,6 +102,9 @@ private slots:
             "[[t]]\na = 1\n[[t.u]]\n[[t]]\nk = 1\n\n[v]\n");
         row("into an element", "[[t]]\na = 1\n\n[[t]]\na = 2\n", add("t.0.k.l", integer(1)),
             "[[t]]\na = 1\n\n[t.k]\nl = 1\n\n[[t]]\na = 2\n");
+        row("list with number signs", "a = [\"#\", '#',]\n", setTo("a", integer(1)), "a = 1\n");
+        row("two type tags", "# c\n# @type date\n# @type date\na = 1\n", setTo("a", text("")),
+            "# c\na = \"\"\n");
         row("null", "", add("k", null()), "# @type null\nk = \"\"\n");
         row("below a value", "a = 1 # c\n", add("a.k", integer(2)), "a.\"#value\" = 1 # c\na.k = 2\n");
         row("element between lines", "a = [\n  1, # one\n  # of two\n  2,\n]\n",
@@ -158,6 +161,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
         row("no type", "a = 1\n", setTo("a", null()), "TOML has no form for");
         row("in an array", "a = [1, 2]\n", add("a.2", null()), "no comment can tag its type");
+        row("comments in a list", "a = [ 'x', # c\n]\n", setTo("a", integer(1)), "list with comments");
         row("all texts", "a = [1, 'x']\n", setTo("a.0", text("y")), "one list");
         row("twice", "a = 1\n", add("a[2]", integer(1)), "which TOML forbids");
         row("there", "a = 1\nb = 2\n", renameTo("a", "b"), "already an entry");

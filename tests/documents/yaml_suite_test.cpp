@@ -20,7 +20,7 @@ using namespace Repository::Documents;
 namespace {
 
 // Taken by the reader, which lets brackets close in any column, as files of other programs do.
-const char* const takenThough[] = {"9C9N", "QB6E", "VJP3/00", "Y79Y/003"};
+const char* const takenThough[] = {"9C9N", "QB6E"};
 
 QByteArray contentOf(const QString& path)
 {
@@ -70,6 +70,9 @@ void appendLine(const Entry& entry, QStringList& lines)
     if (texts) {
         for (std::size_t i = 0; i < texts->size(); ++i)
             lines += toLine(Entry{joinPath(entry.path, std::to_string(i)), text((*texts)[i])});
+    } else if (entry.value.type == Type::ByteArray) {
+        const auto bytes = QByteArray::fromStdString(std::get<std::string>(entry.value.data));
+        lines += toLine(Entry{entry.path, text(bytes.toBase64().toStdString())});
     } else if (integer || number) {
         lines += lineOf(entry.path, QString::number(integer ? double(*integer) : *number, 'g', 15));
     } else if (entry.value.type != Type::Group) {
@@ -165,10 +168,14 @@ private slots:
     {
         const auto row = TestSupport::columns<QByteArray, QByteArray>("yaml", "json");
         row("one", "a:\n- b\n- {c: 0x1F}\n", R"({"a": ["b", {"c": 31}]})");
+        row("empty elements", "a:\n-\n- b: 1\n- # c\nd:\n  -\n  -\n",
+            R"({"a": [null, {"b": 1}, null], "d": [null, null]})");
         row("two", "--- a\n...\n---\n- ~\n- true\n", "\"a\"\n[null, true]");
         forEachCase(false, [](const QString& name, const QString& folder) {
-            const QByteArray json = contentOf(folder + QStringLiteral("/in.json"));
-            if (!json.isEmpty() && name != QLatin1String("565N")) // bytes, which json has not
+            QByteArray json = contentOf(folder + QStringLiteral("/in.json"));
+            if (name == QLatin1String("565N")) // bytes, the lines of which json has as a text
+                json.replace("\\n", "");
+            if (!json.isEmpty())
                 QTest::newRow(qPrintable(name)) << contentOf(folder + QStringLiteral("/in.yaml")) << json;
         });
     }
@@ -243,6 +250,8 @@ private slots:
         row("control character", "a: 1\n\x01: 2\n");
         row("not UTF-8", "a: \xFF\n");
         row("tag of nothing", "? x:\t- y");
+        row("tab in brackets", "- [\n\ta]\n");
+        row("colon left of the block", "a:\n  b: {c\n :\n d}\n");
         row("deep", QByteArray(1100, '[') + QByteArray(1100, ']'));
         forEachCase(true, [](const QString& name, const QString& folder) {
             const bool isTaken = std::any_of(std::begin(takenThough), std::end(takenThough),

@@ -166,7 +166,8 @@ private slots:
         localization.loadTranslations(german);
         localization.loadTranslations(german);
         QCOMPARE(localization.getLoadedFiles(german),
-                 TestSupport::words(":/Translations/Empty_de_DE.qm :/Translations/Sample_de_DE.qm"));
+                 TestSupport::words(":/Translations/Empty_de_DE.qm :/Translations/Sample_de_DE.qm "
+                                    ":/Translations/vantry-core_de_DE.qm"));
         QCOMPARE(localization.getLocale(), english);
         QCOMPARE(shownText(), QStringLiteral("Value"));
 

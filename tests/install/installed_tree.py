@@ -134,8 +134,10 @@ class InstalledTree(unittest.TestCase):
         run("desktop-file-validate", share / "applications/vantry-desk.desktop")
         run("appstreamcli", "validate", "--no-net", share / "metainfo/org.vantry.desk.metainfo.xml")
         for program in ("vantry", "vantry-desk"):
-            manual = share / "man/man1" / f"{program}.1"
-            self.assertEqual(run("groff", "-man", "-ww", "-z", "-Kutf8", manual), "")
+            for language, name in (("man", "NAME"), ("man/de", "BEZEICHNUNG")):
+                manual = share / language / "man1" / f"{program}.1"
+                self.assertEqual(run("groff", "-man", "-ww", "-z", "-Kutf8", manual), "")
+                self.assertIn(f'.SH "{name}"', manual.read_text(encoding="utf-8"))
         run("update-mime-database", share / "mime")
         monitor = file("list.dap", "a.b\n")
         kind = run("gio", "info", "-a", "standard::content-type", monitor, XDG_DATA_DIRS=f"{share}:/usr/share",

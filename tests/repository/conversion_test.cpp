@@ -9,6 +9,7 @@
 #include <QProcess>
 
 #include <map>
+#include <regex>
 #include <set>
 
 using namespace FrameworkCore::AppConfig;
@@ -22,6 +23,13 @@ constexpr int mostFiles = 300; // of each kind
 // What there is to compare of a file, by path: values with their types, arrays, and groups without entries.
 using Content = std::map<std::string, std::string>;
 
+// Whether it is a merge of YAML, or below one: what that brings in is there without it.
+bool isOfMerge(const std::string& path)
+{
+    static const std::regex merge("(^|.*\\.)<<(\\[\\d+\\])?(\\..*|$)");
+    return std::regex_match(path, merge);
+}
+
 // In the dialect that the name of the file and the text tell.
 std::optional<Content> contentOf(const QString& type, const QByteArray& bytes, const QString& fileName = {})
 {
@@ -33,6 +41,8 @@ std::optional<Content> contentOf(const QString& type, const QByteArray& bytes, c
     Content content;
     std::set<std::string> groups;
     format.visitImport(*document, [&](const Entry& entry) {
+        if (isOfMerge(entry.path))
+            return;
         if (entry.value.type == Type::Group)
             content[entry.path] = entry.isArray == true ? "array" : "empty";
         else

@@ -139,6 +139,13 @@ private slots:
             with(y, "20", "21") + "- 40\n");
         row("yaml: beside an anchor", "yaml", "a: &x {k: 1}\nb: *x\nc: 1\n", "c = 2",
             "a: &x {k: 3}\nb: *x\nc: 1\n", "a: &x {k: 3}\nb: *x\nc: 2\n");
+        row("yaml: what an alias shows", "yaml", "a: &x 1\nb: *x\nc: 1\n", "a = 2", "a: &x 1\nb: *x\nc: 3\n",
+            "a: &x 2\nb: *x\nc: 3\n");
+        row("yaml: a merge that an alias shows", "yaml", "a: &x {k: 1}\nb: &y {<<: *x, l: 2}\nc: *y\nd: 1\n",
+            "- b.<<", "a: &x {k: 1}\nb: &y {<<: *x, l: 2}\nc: *y\nd: 3\n",
+            "a: &x {k: 1}\nb: &y {l: 2}\nc: *y\nd: 3\n");
+        row("yaml: what is merged in its place", "yaml", "a:\n  <<: {x: 1}\nc: 1\n", "a.<<.x = 2",
+            "a:\n  <<: {x: 1}\nc: 3\n", "a:\n  <<: {x: 2}\nc: 3\n");
         row("toml: both sides' values", "toml", "[a]\nx = 0x01 # c\ny = 2\n", "a.x = 3",
             "[a]\nx = 0x01 # c\n\n# of y\ny = 4\n", "[a]\nx = 0x03 # c\n\n# of y\ny = 4\n");
         row("json: a value there, a group here", "json", j, "b.z = 3", with(j, "{\"x\": 1, \"y\": 2}", "5"),

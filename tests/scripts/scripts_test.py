@@ -107,7 +107,7 @@ class Scripts(unittest.TestCase):
     def test_command_lines(self):
         for script in ("run", "test", "bench"):
             self.assertIn(f"./{script} ", self.run_script(script, "--help"))
-        self.assertIn("after --picture a name is missing", self.run_script("run", "--picture", code=2))
+        self.assertIn("after --picture a word is missing", self.run_script("run", "--picture", code=2))
         self.assertIn("one PREFIX", self.run_script("run", "--install", "a", "b", code=2))
         self.assertIn("does not know --nosuch", self.run_script("test", "--nosuch", code=2))
 

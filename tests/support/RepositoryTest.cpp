@@ -35,11 +35,10 @@ QStringList RepositoryTest::content(const Name& beginning)
         QVariant value;
         const bool isRead = repository->getReaderInterface()->readAttributeValue(path, value, 0) == 0;
         const auto node = tree()->getNodeInformation(path);
-        lines.append(QStringLiteral("%1 = %2 %3 %4 %5")
-                         .arg(path.mid(beginning.size()), isRead ? value.toString() : QStringLiteral("-"),
-                              node.dataType)
-                         .arg(int(node.accessMode))
-                         .arg(node.childCount));
+        // Names have "%2E", which no pattern must take for a place of its own.
+        const QStringList fields{isRead ? value.toString() : QStringLiteral("-"), node.dataType,
+                                 QString::number(int(node.accessMode)), QString::number(node.childCount)};
+        lines.append(path.mid(beginning.size()) + QStringLiteral(" = ") + fields.join(QLatin1Char(' ')));
     }
     lines.sort();
     return lines;

@@ -3,52 +3,60 @@
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 
+#include <QCoreApplication>
+
 namespace FrameworkCore::AppConfig {
 
 namespace {
 
+// What is translated here; a free tr() would be listed under another name than it is looked up by.
+class Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(FrameworkCore::AppConfig::Outcome)
+};
+
 constexpr int mostShown = 80;
 
-// "%1" is the subject, "%2" the argument.
-QString phraseOf(Outcome::Operation operation)
+// "%1" is the subject, "%2" the argument, or of what was not set, the value.
+QString phraseOf(Outcome::Operation operation, bool hasValue)
 {
     switch (operation) {
     case Outcome::Operation::None:
         return {};
     case Outcome::Operation::Set:
-        return QStringLiteral("'%1' was not set");
+        return hasValue ? Texts::tr("'%1' was not set to %2") : Texts::tr("'%1' was not set");
     case Outcome::Operation::Change:
-        return QStringLiteral("'%1' was left as it is");
+        return Texts::tr("'%1' was left as it is");
     case Outcome::Operation::AddValidation:
-        return QStringLiteral("'%1' was not given the validation '%2'");
+        return Texts::tr("'%1' was not given the validation '%2'");
     case Outcome::Operation::CreateBackend:
-        return QStringLiteral("The backend '%1' was not created");
+        return Texts::tr("The backend '%1' was not created");
     case Outcome::Operation::SaveBackend:
-        return QStringLiteral("The backend '%1' was not saved");
+        return Texts::tr("The backend '%1' was not saved");
     case Outcome::Operation::ReloadBackend:
-        return QStringLiteral("The backend '%1' was not reloaded");
+        return Texts::tr("The backend '%1' was not reloaded");
     case Outcome::Operation::CloseBackend:
-        return QStringLiteral("The backend '%1' was not closed");
+        return Texts::tr("The backend '%1' was not closed");
     case Outcome::Operation::FollowFile:
-        return QStringLiteral("The file of the backend '%1' has changed");
+        return Texts::tr("The file of the backend '%1' has changed");
     case Outcome::Operation::ListChanges:
-        return QStringLiteral("The changes of the backend '%1' were not listed");
+        return Texts::tr("The changes of the backend '%1' were not listed");
     case Outcome::Operation::ShowChanges:
-        return QStringLiteral("The changes of the backend '%1' were not shown");
+        return Texts::tr("The changes of the backend '%1' were not shown");
     case Outcome::Operation::Revert:
-        return QStringLiteral("'%1' was not reverted");
+        return Texts::tr("'%1' was not reverted");
     case Outcome::Operation::Resolve:
-        return QStringLiteral("The conflict at '%1' was not resolved");
+        return Texts::tr("The conflict at '%1' was not resolved");
     case Outcome::Operation::Undo:
-        return QStringLiteral("'%1' was not undone");
+        return Texts::tr("'%1' was not undone");
     case Outcome::Operation::Redo:
-        return QStringLiteral("'%1' was not done again");
+        return Texts::tr("'%1' was not done again");
     case Outcome::Operation::Match:
-        return QStringLiteral("'%1' was not matched");
+        return Texts::tr("'%1' was not matched");
     case Outcome::Operation::Locate:
-        return QStringLiteral("'%1' has no place in a text");
+        return Texts::tr("'%1' has no place in a text");
     case Outcome::Operation::Lock:
-        return QStringLiteral("The backend '%1' was not locked");
+        return Texts::tr("The backend '%1' was not locked");
     }
     return {};
 }
@@ -102,14 +110,12 @@ Outcome& Outcome::advise(const QString& advice)
 
 QString Outcome::describe(const PathText& pathText) const
 {
-    QString phrase = phraseOf(get().operation);
+    const QString phrase = phraseOf(get().operation, get().value.has_value());
     if (phrase.isEmpty())
         return phrase;
-    phrase = get().argument.isEmpty() ? phrase.arg(pathText(get().subject))
-                                      : phrase.arg(pathText(get().subject), get().argument);
-    if (get().value)
-        phrase += QStringLiteral(" to ") + shownValue(*get().value);
-    return phrase;
+    if (!phrase.contains(QLatin1String("%2")))
+        return phrase.arg(pathText(get().subject));
+    return phrase.arg(pathText(get().subject), get().value ? shownValue(*get().value) : get().argument);
 }
 
 QString Outcome::explain(const PathText& pathText) const
@@ -118,12 +124,12 @@ QString Outcome::explain(const PathText& pathText) const
     for (const Detail& detail : get().details) {
         if (detail.path == get().subject && detail.text.isEmpty())
             continue; // said already
-        places.append(QLatin1Char('\'') + pathText(detail.path) + QLatin1Char('\'') +
+        places.append(Texts::tr("'%1'").arg(pathText(detail.path)) +
                       (detail.text.isEmpty() ? QString() : QLatin1Char(' ') + detail.text));
     }
     QString text = joined(get().reason, ": ", places.join(QStringLiteral(", ")));
     if (get().detailsLeftOut > 0)
-        text += QStringLiteral(" and %1 more").arg(get().detailsLeftOut);
+        text += Texts::tr(" and %1 more").arg(get().detailsLeftOut);
     return joined(text, "; ", get().advice);
 }
 
@@ -163,16 +169,16 @@ QString Outcome::shownValue(const QVariant& value)
 {
     const auto attributeValue = Values::toAttributeVariant(value);
     if (!attributeValue)
-        return QStringLiteral("a value of the type %1").arg(QLatin1String(value.typeName()));
+        return Texts::tr("a value of the type %1").arg(QLatin1String(value.typeName()));
     const auto typed = Values::toValue(*attributeValue);
-    QString kind = QString::fromStdString(Values::describeType(typed.type));
+    QString kind = Values::typeText(typed.type);
     if (typed.type == Values::Type::Null)
         return kind;
     const QString text = typed.type == Values::Type::String ? attributeValue->toString()
                                                             : QString::fromStdString(Values::toText(typed));
     if (text.size() > mostShown)
-        kind += QStringLiteral(", %1 characters long").arg(text.size());
-    return QStringLiteral("'%1' (%2)").arg(shortened(text), kind);
+        kind += Texts::tr(", %1 characters long").arg(text.size());
+    return Texts::tr("'%1' (%2)").arg(shortened(text), kind);
 }
 
 } // namespace FrameworkCore::AppConfig

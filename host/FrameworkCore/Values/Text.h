@@ -3,6 +3,10 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+// Marks a text for translators, as Qt does in the same words where it is there.
+#define QT_TRANSLATE_NOOP(scope, x) x
 
 namespace FrameworkCore::Values {
 
@@ -26,6 +30,23 @@ inline std::string lowered(std::string_view text)
 inline std::string quoted(std::string_view text)
 {
     return '"' + std::string(text) + '"';
+}
+
+// The text with the parts in place of its "%1", "%2" and so on.
+inline std::string filledText(std::string_view form, const std::vector<std::string>& parts)
+{
+    std::string text;
+    for (std::size_t at = 0; at < form.size(); ++at) {
+        const std::size_t part =
+            form[at] == '%' && at + 1 < form.size() ? std::size_t(form[at + 1] - '1') : parts.size();
+        if (part < parts.size()) {
+            text += parts[part];
+            ++at;
+        } else {
+            text += form[at];
+        }
+    }
+    return text;
 }
 
 // Appends the last so many digits of the code.

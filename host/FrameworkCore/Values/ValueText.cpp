@@ -68,9 +68,9 @@ std::string bytesText(std::string_view bytes)
     return text;
 }
 
-ReadResult refused(std::string reason)
+ReadResult refused(std::string_view form, std::vector<std::string> parts = {})
 {
-    return {Value(), std::move(reason)};
+    return {Value(), filledText(form, parts), form, std::move(parts)};
 }
 
 template <typename Data>
@@ -85,7 +85,8 @@ ReadResult readBool(std::string_view text, Type)
         return read(Type::Bool, true);
     if (text == "false" || text == "0")
         return read(Type::Bool, false);
-    return refused(quoted(text) + " is neither true nor false");
+    return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is neither true nor false"),
+                   {quoted(text)});
 }
 
 // from_chars takes no plus sign, but people write one.
@@ -107,10 +108,12 @@ ReadResult readInteger(std::string_view text, Type type)
     const bool belowZero = std::is_unsigned_v<Integer> && digits.size() > 1 && digits[0] == '-' &&
                            digits.find_first_not_of("0123456789", 1) == std::string_view::npos;
     if (belowZero || (result.ec == std::errc::result_out_of_range && result.ptr == end)) {
-        return refused(quoted(text) + " is outside of" + rowOf(type).range.substr(sizeof " from" - 1));
+        return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is outside of %2 to %3"),
+                       {quoted(text), rowOf(type).lowest, rowOf(type).highest});
     }
     if (result.ec != std::errc() || result.ptr != end)
-        return refused(quoted(text) + " is not a whole number");
+        return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is not a whole number"),
+                       {quoted(text)});
     return read(type, number);
 }
 
@@ -121,15 +124,19 @@ ReadResult readDouble(std::string_view text, Type)
     double number = 0;
     const auto result = std::from_chars(digits.data(), end, number);
     if (result.ec == std::errc::result_out_of_range && result.ptr == end)
-        return refused(quoted(text) + " is too large or too small for a double");
+        return refused(
+            QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is too large or too small for a double"),
+            {quoted(text)});
     const bool named = result.ec == std::errc() && !std::isfinite(number);
     if (result.ec != std::errc() || result.ptr != end ||
         (named && digits != "inf" && digits != "-inf" && digits != "nan"))
-        return refused(quoted(text) + " is not a number");
+        return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is not a number"), {quoted(text)});
     std::int64_t integer = 0;
     const auto whole = std::from_chars(digits.data(), end, integer);
     if (whole.ec == std::errc() && whole.ptr == end && !isExactDouble(integer))
-        return refused(quoted(text) + " has more digits than a double can hold");
+        return refused(
+            QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 has more digits than a double can hold"),
+            {quoted(text)});
     return read(Type::Double, number);
 }
 
@@ -146,7 +153,8 @@ ReadResult readList(std::string_view text, Type)
         if (text[at] == '\\') {
             ++at;
             if (at == text.size() || (text[at] != ';' && text[at] != '\\'))
-                return refused("a \"\\\" in a list must be followed by \";\" or \"\\\"");
+                return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values",
+                                                 "a \"\\\" in a list must be followed by \";\" or \"\\\""));
         }
         element += text[at];
     }
@@ -159,7 +167,9 @@ ReadResult readBytes(std::string_view text, Type type)
 {
     std::optional<std::string> bytes = unescape(text, "\\", "\\", "0123456789abcdefABCDEF");
     if (!bytes)
-        return refused("a \"\\\" in bytes must be followed by \"\\\" or \"x\" and two hex digits");
+        return refused(
+            QT_TRANSLATE_NOOP("FrameworkCore::Values",
+                              "a \"\\\" in bytes must be followed by \"\\\" or \"x\" and two hex digits"));
     return read(type, *std::move(bytes));
 }
 
@@ -169,15 +179,19 @@ ReadResult readIso(std::string_view text, Type type)
         return read(type, std::string());
     if (auto normal = normaliseIso(text, type))
         return read(type, *std::move(normal));
-    return refused(quoted(text) + " is not " + describeType(type) + " as in " +
-                   std::string(rowOf(type).example));
+    return refused(type == Type::Date
+                       ? QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is not a date as in %2")
+                   : type == Type::Time
+                       ? QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is not a time as in %2")
+                       : QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is not a date and time as in %2"),
+                   {quoted(text), std::string(rowOf(type).example)});
 }
 
 ReadResult readNothing(std::string_view text, Type type)
 {
     if (text.empty())
         return {Value{type, {}}, {}};
-    return refused(quoted(text) + " is more than nothing");
+    return refused(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 is more than nothing"), {quoted(text)});
 }
 
 ReadResult readString(std::string_view text, Type type)
@@ -186,10 +200,15 @@ ReadResult readString(std::string_view text, Type type)
 }
 
 template <typename Integer>
-std::string range()
+std::string lowest()
 {
-    return " from " + numberText(std::numeric_limits<Integer>::min()) + " to " +
-           numberText(std::numeric_limits<Integer>::max());
+    return numberText(std::numeric_limits<Integer>::min());
+}
+
+template <typename Integer>
+std::string highest()
+{
+    return numberText(std::numeric_limits<Integer>::max());
 }
 
 // Canonical are "0" and digits that begin with none, with at most a minus before them.
@@ -242,18 +261,22 @@ std::string toText(const Value& value)
 const std::array<TypeRow, typeCount>& typeTable()
 {
     static const std::array<TypeRow, typeCount> table{
-        {{"", "a group", "", "", false, readNothing},
-         {"null", "nothing", "", "", true, readNothing},
-         {"bool", "true or false", "", "", true, readBool},
-         {"integer", "a whole number", "", range<std::int64_t>(), true, readInteger<std::int64_t>},
-         {"unsigned", "a whole number", "", range<std::uint64_t>(), true, readInteger<std::uint64_t>},
-         {"double", "a number", "", "", false, readDouble},
-         {"text", "a text", "", "", true, readString},
-         {"list", "a list of texts", "", "", false, readList},
-         {"bytes", "bytes", "", "", false, readBytes},
-         {"date", "a date", "2024-12-31", "", false, readIso},
-         {"time", "a time", "23:59:59.999", "", false, readIso},
-         {"datetime", "a date and time", "2024-12-31T23:59:59.999+01:00", "", false, readIso}}};
+        {{"", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a group"), "", "", "", false, readNothing},
+         {"null", QT_TRANSLATE_NOOP("FrameworkCore::Values", "nothing"), "", "", "", true, readNothing},
+         {"bool", QT_TRANSLATE_NOOP("FrameworkCore::Values", "true or false"), "", "", "", true, readBool},
+         {"integer", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a whole number"), "", lowest<std::int64_t>(),
+          highest<std::int64_t>(), true, readInteger<std::int64_t>},
+         {"unsigned", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a whole number"), "",
+          lowest<std::uint64_t>(), highest<std::uint64_t>(), true, readInteger<std::uint64_t>},
+         {"double", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a number"), "", "", "", false, readDouble},
+         {"text", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a text"), "", "", "", true, readString},
+         {"list", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a list of texts"), "", "", "", false, readList},
+         {"bytes", QT_TRANSLATE_NOOP("FrameworkCore::Values", "bytes"), "", "", "", false, readBytes},
+         {"date", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a date"), "2024-12-31", "", "", false, readIso},
+         {"time", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a time"), "23:59:59.999", "", "", false,
+          readIso},
+         {"datetime", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a date and time"),
+          "2024-12-31T23:59:59.999+01:00", "", "", false, readIso}}};
     return table;
 }
 

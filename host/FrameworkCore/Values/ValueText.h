@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace FrameworkCore::Values {
 
@@ -15,6 +16,10 @@ struct ReadResult
 {
     Value value;
     std::string error; // for a person; empty on success
+
+    // What the error was made of: the text that is translated, with "%1" and so on for the parts.
+    std::string_view form = {};
+    std::vector<std::string> parts = {};
 
     bool ok() const { return error.empty(); }
 };
@@ -42,8 +47,9 @@ struct TypeRow
     std::string_view name;        // in files and on the command line; empty for a group
     std::string_view description; // in messages: "a whole number"
     std::string_view example;     // of a text, where its form is not obvious
-    std::string range;            // " from 0 to 255", for whole numbers
-    bool isPlain;                 // a file without types may hold it, as plainValue reads it
+    std::string lowest;           // of whole numbers
+    std::string highest;
+    bool isPlain; // a file without types may hold it, as plainValue reads it
     ReadResult (*read)(std::string_view text, Type type);
 };
 

@@ -1,8 +1,10 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 
+#include "host/FrameworkCore/Values/Text.h"
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantText.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QStringList>
 #include <QUrl>
@@ -19,6 +21,11 @@
 namespace FrameworkCore::Values {
 
 namespace {
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("FrameworkCore::Values", text);
+}
 
 using Number = std::variant<std::monostate, bool, qlonglong, qulonglong, double>;
 
@@ -348,6 +355,26 @@ QVariant toVariant(const Value& value)
         return QVariant(toDateTime(*text));
     }
     return QVariant();
+}
+
+QString typeText(Type type)
+{
+    return translated(describeType(type).c_str());
+}
+
+QString rangeText(Type type)
+{
+    const TypeRow& row = rowOf(type);
+    return row.lowest.empty() ? typeText(type)
+                              : translated(QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 from %2 to %3"))
+                                    .arg(typeText(type), QString::fromStdString(row.lowest),
+                                         QString::fromStdString(row.highest));
+}
+
+QString errorText(const ReadResult& refused)
+{
+    const QString form = translated(std::string(refused.form).c_str());
+    return QString::fromStdString(filledText(form.toStdString(), refused.parts));
 }
 
 } // namespace FrameworkCore::Values

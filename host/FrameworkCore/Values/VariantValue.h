@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/CoreExport.h"
-#include "host/FrameworkCore/Values/Value.h"
+#include "host/FrameworkCore/Values/ValueText.h"
 
 #include <QVariant>
 
@@ -32,6 +32,12 @@ VANTRY_CORE_EXPORT std::optional<QVariant> convertVariant(const QVariant& varian
 // Whether two attribute values have one type and are exactly the same: nearly equal numbers differ, and so do
 // the texts of one moment in two time zones.
 VANTRY_CORE_EXPORT bool isSameValue(const QVariant& a, const QVariant& b);
+
+// What describeType says, the same with the range of whole numbers, and why a text is no value, in the
+// language that is shown.
+VANTRY_CORE_EXPORT QString typeText(Type type);
+VANTRY_CORE_EXPORT QString rangeText(Type type);
+VANTRY_CORE_EXPORT QString errorText(const ReadResult& refused);
 
 // For attribute types only. A String that is not text gives a QByteArray, and as an element of a list its
 // escapes. A date-time of a named time zone keeps the offset, not the name.

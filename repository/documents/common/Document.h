@@ -172,6 +172,25 @@ public:
     // Whether an entry, or for the empty path all of it, is an array; nothing in a format without any.
     virtual std::optional<bool> isArray(std::string_view /*path*/) const { return {}; }
 
+    // Whose text an entry shows. Aliases and merges of YAML show what is written elsewhere in the file.
+    enum class Origin {
+        Own,
+        Alias,    // that of another entry, until it gets one of its own
+        Copy,     // the same, and it comes and goes with the other entry, too
+        Reference // its own, which only says what its group shows: it is no value beside that
+    };
+    virtual Origin originOf(std::string_view /*path*/) const { return Origin::Own; }
+
+    // The path of the entry whose text is shown: that of the entry itself, unless it is an alias or a copy.
+    virtual std::string sourceOf(std::string_view path) const { return std::string(path); }
+
+    // The paths of those that show the text of an entry.
+    virtual std::vector<std::string> followersOf(std::string_view /*path*/) const { return {}; }
+
+    // Whether an edit of an entry may change more than that entry, since it shows the text of another one or
+    // another one shows its text; for the empty path, whether there is any such entry.
+    virtual bool isLinked(std::string_view /*path*/) const { return false; }
+
     // The bytes of a value; nothing for an unknown path or a group. Costs a walk over the document.
     virtual std::optional<Span> locate(std::string_view path) const = 0;
 

@@ -6,22 +6,38 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Repository::Documents {
 
+// Finds the node that holds the value of an entry, or says why the entry can have no such value.
+template <typename File>
+Outcome findSettable(const File& file, std::string_view path, const Value& value, NodeId& valueNode)
+{
+    const NodeId id = file.find(path);
+    if (id == noNode)
+        return refused("there is no entry " + quoted(path));
+    valueNode = file.valueNodeOf(id);
+    if (valueNode == noNode)
+        return refused(quoted(path) + " is a group, which has no value of its own");
+    if (value.type == Type::Group)
+        return refused(quoted(path) + " has a value and cannot become a group");
+    return {};
+}
+
 // Walks over the entries of a syntax tree in its order, and calls back with the path of each, its node, and
 // the one of its value or noNode. The file says what its nodes are: isShown, false for one that is no entry,
 // nor is anything below it; mayHoldEntries; appendName, of an entry at a position in its group; valueNodeOf.
+// The paths are made in the text, which is empty at first.
 template <typename File, typename Callback>
-void walkEntries(const File& file, const Callback& callback)
+void walkEntries(const File& file, std::string& path, const Callback& callback)
 {
     struct Level
     {
         std::size_t pathLength;
         std::size_t position;
     };
-    std::string path;
     std::vector<Level> levels;
     NodeId id = file.tree.getRoot();
     while (id != noNode) {
@@ -51,19 +67,24 @@ void walkEntries(const File& file, const Callback& callback)
     }
 }
 
+template <typename File, typename Callback>
+void walkEntries(const File& file, const Callback& callback)
+{
+    std::string path;
+    walkEntries(file, path, callback);
+}
+
 // See Document::visit; the file has read and isArray, too.
 template <typename File>
 void visitEntries(const File& file, const std::function<void(const Entry&)>& visitor)
 {
     Entry entry;
-    walkEntries(file, [&](std::string& path, NodeId id, NodeId valueNode) {
-        entry.path.swap(path);
-        entry.value = valueNode == noNode ? Value() : file.read(valueNode, entry.path);
+    walkEntries(file, entry.path, [&](const std::string& path, NodeId id, NodeId valueNode) {
+        entry.value = valueNode == noNode ? Value() : file.read(valueNode, path);
         entry.isArray.reset();
         if (valueNode == noNode)
             entry.isArray = file.isArray(id);
         visitor(entry);
-        entry.path.swap(path);
     });
 }
 

@@ -46,6 +46,15 @@ bool endsInTypeTag(std::string_view text)
     return readTypeTag(text.substr(text.find_last_of("\r\n") + 1)).has_value();
 }
 
+std::string_view withoutTypeTags(std::string_view text)
+{
+    while (endsInTypeTag(text)) {
+        const std::size_t line = text.find_last_not_of("\r\n");
+        text = text.substr(0, text.rfind('\n', line) + 1);
+    }
+    return text;
+}
+
 std::string writeTypeTag(char comment, Type type)
 {
     return std::string(1, comment) + " @type " + std::string(rowOf(type).name);

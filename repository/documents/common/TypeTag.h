@@ -19,6 +19,9 @@ std::optional<Type> readTypeTag(std::string_view line);
 // True when an entry below the text would be tagged by its last line.
 bool endsInTypeTag(std::string_view text);
 
+// Without the tags that it ends in.
+std::string_view withoutTypeTags(std::string_view text);
+
 // Without a line end; comment is ";" or "#".
 std::string writeTypeTag(char comment, Type type);
 
@@ -27,6 +30,20 @@ std::string renameTypeTag(std::string_view tags, Type type);
 
 // The value of a tagged text; plain when the text is not one of that type.
 Value readTaggedValue(Type type, std::string_view text, Value plain);
+
+// The type tag of an entry that gets a value; Group for none. It has one type before and one that its tag
+// named, Group for none; plain is its new spelling without a tag, nothing where there is none, and
+// readAs(spelling, type) what that is read as with a tag.
+template <typename ReadAs>
+Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain,
+             const ReadAs& readAs)
+{
+    if (former == Type::Group)
+        return former;
+    if (present == value.type && (!plain || isSame(readAs(*plain, former), value)))
+        return former;
+    return plain ? Type::Group : value.type;
+}
 
 // The same of how the text is spelled: it may be in double quotes, where \n, \r, \t, \", \\ and \x with two
 // hex digits are escapes. Null is spelled by nothing at all: "" is a text.

@@ -10,8 +10,8 @@ namespace Repository::Documents {
 
 // Entries that come from one document into another of the same type as their author wrote them.
 
-// Whether a document holds these entries at and below a path and no others there, groups aside. Their paths
-// are relative to it, and their order does not count.
+// Whether a document holds these entries at and below a path and no others there, groups and references
+// aside. Their paths are relative to it, and their order does not count.
 bool holdsEntries(const Document& document, std::string_view path, std::vector<Entry> expected);
 
 // Adds a new entry and all below it; false, with the document as it was, where the excerpt does not give the

@@ -218,14 +218,19 @@ const Dialect* findRow(std::string_view format, std::string_view text, Match mat
     return found == rows.end() ? nullptr : &*found;
 }
 
-// How much of a glob, which does not begin with "*", is for one character; 0 when that is another one.
-std::size_t matchOne(std::string_view glob, char c)
+// Of a glob that does not begin with "*": the characters of which it begins with one, and how much of it they
+// are.
+struct GlobStep
+{
+    std::string_view characters;
+    std::size_t size;
+};
+
+GlobStep firstStepOf(std::string_view glob)
 {
     const std::size_t close = glob.front() == '[' ? glob.find(']', 2) : std::string_view::npos;
     const bool isSet = close != std::string_view::npos;
-    const std::string_view set = isSet ? glob.substr(1, close - 1) : glob.substr(0, 1);
-    const std::size_t size = isSet ? close + 1 : 1;
-    return set.find(c) == std::string_view::npos ? 0 : size;
+    return {isSet ? glob.substr(1, close - 1) : glob.substr(0, 1), isSet ? close + 1 : 1};
 }
 
 // "*" is any run of characters, "[...]" one of a set, anything else itself.
@@ -244,16 +249,23 @@ bool matchesGlob(std::string_view glob, std::string_view text)
         }
         if (glob.empty() && text.empty())
             return true;
-        const std::size_t taken = glob.empty() || text.empty() ? 0 : matchOne(glob, text.front());
-        if (taken > 0) {
-            glob.remove_prefix(taken);
-            text.remove_prefix(1);
-            continue;
+        if (!glob.empty() && !text.empty()) {
+            const GlobStep step = firstStepOf(glob);
+            if (step.characters.find(text.front()) != std::string_view::npos) {
+                glob.remove_prefix(step.size);
+                text.remove_prefix(1);
+                continue;
+            }
         }
-        // The last "*" takes one character more.
+        // The last "*" takes more characters, up to one with which it can go on.
         if (!hasStar || textAfterStar.empty())
             return false;
-        textAfterStar.remove_prefix(1);
+        const std::size_t next = globAfterStar.empty()
+                                     ? textAfterStar.size()
+                                     : textAfterStar.find_first_of(firstStepOf(globAfterStar).characters, 1);
+        if (next == std::string_view::npos)
+            return false;
+        textAfterStar.remove_prefix(next);
         glob = globAfterStar;
         text = textAfterStar;
     }
@@ -295,15 +307,20 @@ std::string_view firstSectionOf(std::string_view text)
     return {};
 }
 
-bool hasSign(const Dialect& row, std::string_view text)
+// The first row that takes some line for one of its own.
+const Dialect* findSign(std::string_view format, std::string_view text)
 {
-    for (std::size_t at = 0; at < text.size() && !row.signs.empty();) {
+    const auto& rows = getDialects();
+    auto found = rows.end();
+    for (std::size_t at = 0; at < text.size();) {
         const TextLine line = textLineAt(text, at);
-        if (matchesOne(row.signs, '|', trimBlanks(line.content)))
-            return true;
+        const std::string_view content = trimBlanks(line.content);
+        found = std::find_if(rows.begin(), found, [&](const Dialect& row) {
+            return (format.empty() || row.format == format) && matchesOne(row.signs, '|', content);
+        });
         at = line.end;
     }
-    return false;
+    return found == rows.end() ? nullptr : &*found;
 }
 
 bool hasName(const Dialect& row, std::string_view path)
@@ -346,11 +363,14 @@ const Dialect* recogniseName(std::string_view format, std::string_view path)
 
 const Dialect* recogniseText(std::string_view format, std::string_view beginning)
 {
+    const bool hasDialects = format.empty() || findDialect(format, "generic");
+    if (!hasDialects)
+        return nullptr;
     const Dialect* const bySection =
         findRow(format, firstSectionOf(beginning), [](const Dialect& row, std::string_view section) {
             return !section.empty() && matchesOne(row.firstSections, '|', section);
         });
-    return bySection ? bySection : findRow(format, beginning, hasSign);
+    return bySection ? bySection : findSign(format, beginning);
 }
 
 } // namespace Repository::Documents

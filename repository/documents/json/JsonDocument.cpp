@@ -56,14 +56,10 @@ void JsonDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome JsonDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused("there is no entry " + quoted(path));
-    const NodeId valueNode = file->valueNodeOf(id);
-    if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
-    if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+    NodeId valueNode = noNode;
+    Outcome outcome = findSettable(*file, path, value, valueNode);
+    if (!outcome.ok())
+        return outcome;
     const Value present = file->read(valueNode, path);
     if (isSame(present, value))
         return {};
@@ -87,7 +83,7 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
                        describeType(value.type));
     if (!wanted.error.empty())
         return refused(wanted.error);
-    Outcome outcome = checkKind(path, valueNode, wanted.kind);
+    outcome = checkKind(path, valueNode, wanted.kind);
     if (outcome.ok() && value.type == Type::String)
         outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode,
                                      std::get<std::string>(value.data));

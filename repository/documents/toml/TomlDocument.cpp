@@ -3,6 +3,8 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/common/TextParse.h"
+#include "repository/documents/common/TypeTag.h"
 #include "repository/documents/toml/TomlElements.h"
 #include "repository/documents/toml/TomlInsertion.h"
 #include "repository/documents/toml/TomlReader.h"
@@ -12,51 +14,29 @@
 #include "repository/documents/toml/TomlTokens.h"
 #include "repository/documents/toml/TomlValue.h"
 
-#include <new>
-
 namespace Repository::Documents {
 
 namespace {
-
-constexpr std::size_t maximumSize = std::size_t(1) << 30;
 
 bool isTextLiteral(std::string_view spelling)
 {
     return startsWith(spelling, "\"") || startsWith(spelling, "'");
 }
 
-// The type tag of an entry with this value; Group for none.
-Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain)
-{
-    if (former == Type::Group)
-        return former;
-    if (present == value.type && (!plain || isSame(readTomlValue(*plain, former), value)))
-        return former;
-    return plain ? Type::Group : value.type;
-}
-
 } // namespace
 
 Outcome TomlDocument::parse(std::string bytes)
 {
-    try {
-        TextEncoding encoding;
-        Outcome outcome = encoding.decode(bytes, {});
-        if (outcome.ok() && bytes.size() > maximumSize)
-            return refused("the file is larger than 1 GiB, which is the most for toml");
-        if (outcome.ok())
-            outcome = TomlReader::check(bytes);
+    return parseText(std::move(bytes), "toml", [this](std::string text, const TextEncoding& encoding) {
+        Outcome outcome = TomlReader::check(text);
         if (!outcome.ok())
             return outcome;
-        auto fresh = std::make_unique<TomlFile>(std::move(bytes), encoding);
+        auto fresh = std::make_unique<TomlFile>(std::move(text), encoding);
         outcome = TomlScanner(fresh->tree).readFile();
-        if (!outcome.ok())
-            return outcome;
-        file = std::move(fresh);
-    } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
-    }
-    return {};
+        if (outcome.ok())
+            file = std::move(fresh);
+        return outcome;
+    });
 }
 
 void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
@@ -66,14 +46,10 @@ void TomlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome TomlDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused("there is no entry " + quoted(path));
-    const NodeId valueNode = file->valueNodeOf(id);
-    if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
-    if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+    NodeId valueNode = noNode;
+    Outcome outcome = findSettable(*file, path, value, valueNode);
+    if (!outcome.ok())
+        return outcome;
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
@@ -81,7 +57,9 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
     const std::string_view former = tree.valueText(valueNode);
     const auto plain = spellTomlValue(value, former, file->placeOf(valueNode));
     const Type formerTag = tree.node(valueNode).tag;
-    const Type tag = tagWith(value, present.type, formerTag, plain);
+    const Type tag = tagWith(value, present.type, formerTag, plain, [](std::string_view spelling, Type type) {
+        return readTomlValue(spelling, type);
+    });
     if (tag == Type::Group && !plain)
         return refused("TOML has no form for " + describeType(value.type) +
                        ", and no comment above this entry tags its type");
@@ -93,8 +71,7 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
     const std::string_view original = tree.readValueText(valueNode);
     const bool restores = isSame(readTomlValue(original, tag), value);
     const std::string& spelling = wanted.spelling;
-    const bool isText = isTextLiteral(restores ? original : std::string_view(spelling));
-    Outcome outcome = checkText(path, valueNode, isText);
+    outcome = checkKind(path, valueNode, restores ? original : std::string_view(spelling));
     if (outcome.ok() && !restores)
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())
@@ -104,14 +81,17 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
     if (restores)
         tree.restoreValue(valueNode);
     else
-        tree.setValue(valueNode, spelling, isText);
+        tree.setValue(valueNode, spelling, isTextLiteral(spelling));
     return {};
 }
 
-Outcome TomlDocument::checkText(std::string_view path, NodeId valueNode, bool isText) const
+Outcome TomlDocument::checkKind(std::string_view path, NodeId valueNode, std::string_view spelling) const
 {
     const TomlNode& node = file->tree.node(valueNode);
-    if (!isText || node.isText || node.parent == noNode)
+    const std::string_view present = file->tree.valueText(valueNode);
+    if (present[0] == '[' && spelling[0] != '[' && hasTomlListComment(present))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
+    if (!isTextLiteral(spelling) || node.isText || node.parent == noNode)
         return {};
     const TomlNode& parent = file->tree.node(node.parent);
     if (parent.kind != TomlKind::Array || parent.nonTexts > 1)
@@ -190,7 +170,7 @@ Outcome TomlDocument::respell(std::string_view path, std::string_view spelling)
                          (spelling[0] != '[' || skipTomlTextList(spelling, 0) == spelling.size());
     if (!isValue)
         return refused(quoted(spelling) + " is not how TOML spells a value");
-    Outcome outcome = checkText(path, valueNode, isTextLiteral(spelling));
+    Outcome outcome = checkKind(path, valueNode, spelling);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(spelling);
     if (!outcome.ok())

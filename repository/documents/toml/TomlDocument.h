@@ -50,7 +50,7 @@ private:
     Outcome remove(std::string_view path, bool withComments);
 
     // Whether a value can become a text, or anything else.
-    Outcome checkText(std::string_view path, NodeId valueNode, bool isText) const;
+    Outcome checkKind(std::string_view path, NodeId valueNode, std::string_view spelling) const;
 
     std::unique_ptr<TomlFile> file = std::make_unique<TomlFile>(std::string(), TextEncoding());
 };

@@ -11,15 +11,6 @@ namespace Repository::Documents {
 
 namespace {
 
-std::string_view withoutTags(std::string_view lead)
-{
-    while (endsInTypeTag(lead)) {
-        const std::size_t line = lead.find_last_not_of("\r\n");
-        lead = lead.substr(0, lead.rfind('\n', line) + 1);
-    }
-    return lead;
-}
-
 bool hasComment(std::string_view text)
 {
     return text.find('#') != std::string_view::npos;
@@ -97,7 +88,7 @@ void TomlEditor::remove(NodeId id, bool withComments)
         const StatementId first = gone[i];
         const bool isTagged = tree.node(tree.statement(first).node).tag != Type::Group;
         std::string_view above = tree.leadOf(first);
-        above = isTagged ? withoutTags(above) : above;
+        above = isTagged ? withoutTypeTags(above) : above;
         if (withComments)
             above = above.substr(0, findCommentsAbove(above));
         const std::string lead(above);

@@ -59,8 +59,7 @@ void TomlFile::setTag(NodeId valueNode, Type type)
 {
     const StatementId statement = tree.node(valueNode).statement;
     const std::string lead(tree.leadOf(statement));
-    const std::size_t lineEndAt = lead.find_last_not_of("\r\n") + 1;
-    const std::size_t line = lead.rfind('\n', lineEndAt - 1) + 1;
+    const std::size_t line = withoutTypeTags(lead).size();
     const std::string tag = type == Type::Group ? std::string() : renameTypeTag(lead.substr(line), type);
     tree.setLead(statement, lead.substr(0, line) + tag);
     tree.node(valueNode).tag = type;
@@ -119,18 +118,41 @@ std::string TomlFile::statementText(StatementId id) const
     return text;
 }
 
+// What follows each other in the text that was read is copied at once.
 std::string TomlFile::write(NodeId located, Span* span) const
 {
     std::string text;
     text.reserve(tree.getOriginal().size());
+    std::size_t from = 0; // of what is not copied yet
+    std::size_t to = 0;
+    const auto copy = [&](std::size_t nextFrom, std::size_t nextTo) {
+        text += tree.text(from, to);
+        from = nextFrom;
+        to = nextTo;
+    };
+    const auto keep = [&](std::size_t begin, std::size_t end) {
+        if (begin != to)
+            copy(begin, begin);
+        to = end;
+    };
     const StatementId place = located == noNode ? noStatement : tree.node(located).statement;
     for (StatementId id = TomlTree::rootStatement; id != noStatement; id = tree.statement(id).next) {
-        text += tree.leadOf(id);
-        appendStatement(text, id, id == place ? located : noNode, span);
-        const bool isLast = tree.statement(id).next == noStatement && tree.getTail().empty();
-        if (!isLast && !endsLine(text))
+        const TomlStatement& statement = tree.statement(id);
+        keep(statement.lead, statement.leadEnd);
+        const bool isEdited = id == place || (!statement.isHeader && tree.node(statement.node).touched);
+        if (isEdited) {
+            copy(statement.end, statement.end);
+            appendStatement(text, id, id == place ? located : noNode, span);
+        } else {
+            keep(statement.begin, statement.end);
+        }
+        const bool isLast = statement.next == noStatement && tree.getTail().empty();
+        if (!isLast && !endsLine(from < to ? tree.text(from, to) : text)) {
+            copy(to, to);
             text += lineEnd;
+        }
     }
+    copy(to, to);
     return text += tree.getTail();
 }
 

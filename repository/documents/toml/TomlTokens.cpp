@@ -105,6 +105,18 @@ std::size_t skipTomlTextList(std::string_view text, std::size_t at)
     return at < text.size() && text[at] == ']' ? at + 1 : 0;
 }
 
+bool hasTomlListComment(std::string_view list)
+{
+    for (std::size_t at = 1; at < list.size();) {
+        const std::size_t next = skipTomlTrivia(list, at);
+        if (list.substr(at, next - at).find('#') != npos)
+            return true;
+        const bool isMark = next < list.size() && (list[next] == ',' || list[next] == ']');
+        at = isMark ? next + 1 : skipTomlString(list, next);
+    }
+    return false;
+}
+
 std::size_t skipTomlValue(std::string_view text, std::size_t at)
 {
     std::size_t depth = 0;

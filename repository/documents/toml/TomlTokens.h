@@ -26,6 +26,9 @@ std::size_t skipTomlScalar(std::string_view text, std::size_t at);
 // After an array that holds nothing but strings; 0 where it does not.
 std::size_t skipTomlTextList(std::string_view text, std::size_t at);
 
+// Whether there is a comment in such an array, which is all of a text.
+bool hasTomlListComment(std::string_view list);
+
 // After any value.
 std::size_t skipTomlValue(std::string_view text, std::size_t at);
 

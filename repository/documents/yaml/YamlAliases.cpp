@@ -1,6 +1,7 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 
+#include <unordered_set>
 #include <utility>
 
 // The part of a builder that follows aliases to what they show.
@@ -9,8 +10,7 @@ namespace Repository::Documents {
 void YamlBuilder::addAlias(const YamlEvent& event)
 {
     const Frame& frame = frames.back();
-    const bool isMerge = frame.isMap && frame.keyStyle == YamlStyle::Plain &&
-                         source().substr(frame.key, frame.keyEnd - frame.key) == "<<";
+    const bool isMerge = frame.isMap ? namesMerge(frame) : tree.isMergeKey(frame.id);
     const auto found = anchors.find(nameOf(event.token));
     const Anchor anchor = found == anchors.end() ? Anchor() : found->second;
     YamlNode node;
@@ -31,13 +31,14 @@ void YamlBuilder::addAlias(const YamlEvent& event)
         return;
     tree.node(anchor.node).isUsed = true;
     tree.noteAlias(anchor.node, event.token.begin);
+    if (isMerge && isKnown && !anchor.isKey)
+        mergeTargets[id] = anchor.node;
     if (isMerge || !isKnown || !fits)
         return;
-    tree.node(anchor.node).isCopied = true;
     const YamlTree::Origin origin = tree.originOf(anchor.node);
     tree.setOrigin(id, origin.node == noNode ? YamlTree::Origin{anchor.node, anchor.isKey} : origin);
     if (isCollectionAlias)
-        copy(anchor.node, id);
+        copyBelow(anchor.node, id);
 }
 
 // Whether an alias of it shows a text.
@@ -72,30 +73,114 @@ std::size_t YamlBuilder::sizeOf(NodeId id, std::size_t most) const
     return size;
 }
 
-// Below an alias there are copies of what is below its target.
-void YamlBuilder::copy(NodeId target, NodeId alias)
+NodeId YamlBuilder::copyOne(NodeId id, NodeId parent, bool isInherited)
+{
+    YamlNode node = tree.node(id);
+    static_cast<SyntaxNode&>(node) = SyntaxNode();
+    node.parent = parent;
+    node.isShared = true;
+    node.isInherited = isInherited;
+    node.isUsed = node.namesKey = node.isAnchored = node.isIndexed = node.isRepeated = false;
+    const NodeId made = tree.read(node);
+    ++copies;
+    const YamlTree::Origin origin = tree.originOf(id);
+    tree.setOrigin(made, origin.node == noNode ? YamlTree::Origin{id, false} : origin);
+    tree.copyKeyText(id, made);
+    return made;
+}
+
+// Below an alias there are copies of what is below its target. What a merge brings in is shown without that.
+void YamlBuilder::copyBelow(NodeId target, NodeId alias)
 {
     std::vector<std::pair<NodeId, NodeId>> pending{{target, alias}};
     while (!pending.empty()) {
         const auto [from, to] = pending.back();
         pending.pop_back();
         for (NodeId child = tree.node(from).first; child != noNode; child = tree.node(child).next) {
-            YamlNode node = tree.node(child);
-            static_cast<SyntaxNode&>(node) = SyntaxNode();
-            node.parent = to;
-            node.isShared = true;
-            node.isUsed = node.isCopied = node.isAnchored = node.isIndexed = node.isRepeated = false;
-            const NodeId made = tree.read(node);
-            ++copies;
-            const YamlTree::Origin origin = tree.originOf(child);
-            tree.setOrigin(made, origin.node == noNode ? YamlTree::Origin{child, false} : origin);
-            tree.copyKeyText(child, made);
-            if (!node.isLeaf())
+            if (tree.node(child).isMerged)
+                continue;
+            const NodeId made = copyOne(child, to, tree.node(child).isInherited);
+            if (!tree.node(made).isLeaf())
                 pending.emplace_back(child, made);
         }
         if (tree.node(to).kind == YamlKind::Map)
             tree.numberMembers(to);
     }
+}
+
+bool YamlBuilder::namesMerge(const Frame& frame) const
+{
+    return frame.isMap && frame.keyStyle == YamlStyle::Plain &&
+           source().substr(frame.key, frame.keyEnd - frame.key) == "<<";
+}
+
+// The maps that "<<" merges, the first of which wins; none where it has something else.
+std::vector<NodeId> YamlBuilder::mapsBehind(NodeId merge) const
+{
+    const auto behind = [this](NodeId id) {
+        const auto found = mergeTargets.find(id);
+        return found == mergeTargets.end() ? id : found->second;
+    };
+    const NodeId target = behind(merge);
+    if (tree.node(target).kind == YamlKind::Map)
+        return {target};
+    std::vector<NodeId> maps;
+    for (NodeId id = tree.node(target).first; id != noNode; id = tree.node(id).next) {
+        maps.push_back(behind(id));
+        if (tree.node(maps.back()).kind != YamlKind::Map)
+            return {};
+    }
+    return maps;
+}
+
+// What maps bring into another one that has no such keys; nothing of what an earlier one brings.
+std::vector<NodeId> YamlBuilder::membersOf(NodeId map, const std::vector<NodeId>& sources) const
+{
+    std::vector<NodeId> members;
+    std::unordered_set<std::string> known;
+    std::string buffer;
+    for (const NodeId each : sources) {
+        std::vector<std::string> keys;
+        for (NodeId child = tree.node(each).first; child != noNode; child = tree.node(child).next) {
+            std::string key(tree.keyText(child, buffer));
+            if (tree.isMergeKey(child) || key == yamlOwnValueKey || tree.findKey(map, key) != noNode ||
+                known.count(key) > 0)
+                continue;
+            members.push_back(child);
+            keys.push_back(std::move(key));
+        }
+        known.insert(keys.begin(), keys.end());
+    }
+    return members;
+}
+
+// A map shows what it merges after what is written in it. Of several "<<", the last wins, as readers have it.
+void YamlBuilder::inherit(NodeId map)
+{
+    std::vector<NodeId> merges;
+    std::vector<NodeId> sources;
+    for (NodeId id = tree.node(map).last; id != noNode && mayInherit; id = tree.node(id).previous) {
+        const std::vector<NodeId> maps = tree.isMergeKey(id) ? mapsBehind(id) : std::vector<NodeId>();
+        if (!maps.empty())
+            merges.push_back(id);
+        sources.insert(sources.end(), maps.begin(), maps.end());
+    }
+    const std::vector<NodeId> members = membersOf(map, sources);
+    std::size_t size = copies;
+    for (auto member = members.begin(); member != members.end() && mayInherit; ++member) {
+        size += sizeOf(*member, mostCopies);
+        mayInherit = size <= mostCopies;
+    }
+    if (!mayInherit || merges.empty())
+        return;
+    for (const NodeId id : merges)
+        tree.node(id).isMerged = true;
+    for (const NodeId member : members) {
+        const NodeId made = copyOne(member, map, true);
+        if (!tree.node(made).isLeaf())
+            copyBelow(member, made);
+    }
+    tree.numberMembers(map);
 }
 
 } // namespace Repository::Documents

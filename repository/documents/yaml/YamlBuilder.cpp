@@ -1,10 +1,9 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 
-#include "repository/documents/common/TypeTag.h"
+#include "repository/documents/common/Pipeline.h"
 #include "repository/documents/yaml/YamlScalar.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 #include "repository/documents/yaml/YamlTokens.h"
-#include "repository/documents/yaml/YamlTypes.h"
 
 #include <algorithm>
 
@@ -17,32 +16,10 @@ std::uint32_t offset(std::size_t at)
     return static_cast<std::uint32_t>(at);
 }
 
-bool isCollection(YamlEvent::Kind kind)
-{
-    return kind == YamlEvent::Kind::MapStart || kind == YamlEvent::Kind::SequenceStart;
-}
-
-bool isEnd(YamlEvent::Kind kind)
-{
-    return kind == YamlEvent::Kind::MapEnd || kind == YamlEvent::Kind::SequenceEnd;
-}
-
-std::size_t propertiesEnd(const YamlEvent& event, std::size_t otherwise)
-{
-    if (!event.anchor.exists() && !event.tag.exists())
-        return otherwise;
-    return std::max(event.anchor.exists() ? event.anchor.end : 0, event.tag.exists() ? event.tag.end : 0);
-}
-
-std::size_t beginOf(const YamlEvent& event)
-{
-    return std::min({event.anchor.begin, event.tag.begin, event.token.begin});
-}
-
 } // namespace
 
-YamlBuilder::YamlBuilder(YamlTree& yamlTree)
-    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos)
+YamlBuilder::YamlBuilder(YamlTree& yamlTree, bool fillsElements)
+    : tree(yamlTree), mayHaveTags(source().find("@type") != std::string_view::npos), fills(fillsElements)
 {
 }
 
@@ -55,27 +32,33 @@ Outcome YamlBuilder::build()
     stream.style = YamlStyle::Stream;
     frames.emplace_back();
     frames.back().id = tree.read(stream);
-    YamlReader reader(source());
-    for (YamlEvent event; reader.next(event);) {
-        Outcome outcome = take(event);
-        if (!outcome.ok())
-            return outcome;
+    YamlReader reader(source(), fills);
+    Outcome outcome;
+    Pipeline<YamlEvent> events([&](const YamlEvent& event) {
+        outcome = take(event);
+        return outcome.ok();
+    });
+    while (reader.next(events.next()) && events.put()) {
     }
-    if (reader.getOutcome().ok())
+    events.finish();
+    if (outcome.ok())
+        outcome = reader.getOutcome();
+    if (outcome.ok())
         finish();
-    return reader.getOutcome();
+    return outcome;
 }
 
 Outcome YamlBuilder::take(const YamlEvent& event)
 {
-    if (isCollection(event.kind) && frames.size() + keyDepth > maximumDepth)
+    if (event.isCollection() && frames.size() + keyDepth > maximumDepth)
         return outcomeAt(source(), event.token.begin,
                          "more than " + std::to_string(maximumDepth) +
                              " maps and lists lie within each other");
+    const Outcome indentation = checkBrackets(event);
+    if (!indentation.ok())
+        return indentation;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
-        const std::size_t begin = skipYamlTrivia(source(), lastEnd);
-        if (begin < source().size() && source()[begin] == '%')
-            tree.noteDirective();
+        readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
     }
     if (event.kind == YamlEvent::Kind::DocumentStart || event.kind == YamlEvent::Kind::DocumentEnd) {
@@ -83,114 +66,53 @@ Outcome YamlBuilder::take(const YamlEvent& event)
             lastEnd = event.token.end;
     } else if (isInKey()) {
         goOnInKey(event);
-    } else if (!isEnd(event.kind) && expectsKey()) {
+    } else if (!event.isEnd() && expectsKey()) {
         startKey(event);
     } else if (event.kind == YamlEvent::Kind::Scalar) {
         addScalar(event);
     } else if (event.kind == YamlEvent::Kind::Alias) {
         addAlias(event);
-    } else if (isCollection(event.kind)) {
+    } else if (event.isCollection()) {
         open(event);
     } else {
         close(event);
     }
-    return {};
+    return fault;
 }
 
-bool YamlBuilder::expectsKey() const
+// What libfyaml lets pass where brackets may close in any column: in them, a line that a tab indents less
+// than the block around them demands, and a ":" on such a line.
+Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
 {
-    return frames.back().isMap && !frames.back().hasKey;
+    const std::string_view text = source();
+    const Frame& frame = frames.back();
+    if (!tree.node(frame.id).isFlow() || !event.token.exists() || event.isEnd())
+        return {};
+    const auto isShort = [&](std::size_t at) { // the first of its line
+        const std::size_t line = findYamlLine(text, at);
+        const auto block = std::find_if(frames.rbegin(), frames.rend(), [this](const Frame& each) {
+            return tree.node(each.id).style == YamlStyle::Block;
+        });
+        return block != frames.rend() && skipYamlBlanks(text, line) == at &&
+               text.find_first_not_of(' ', line) - line <= columnOfYaml(text, tree.node(block->id).value);
+    };
+    const std::size_t begin = std::min(event.begin(), event.token.begin);
+    if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
+        return outcomeAt(text, begin, "a tab indents a line in brackets, where YAML wants blanks");
+    if (!frame.isMap || !frame.hasKey || text[frame.keyEnd] == ':')
+        return {};
+    const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
+    const std::size_t before = text.find_last_not_of(" \t\r\n", frame.key - 1);
+    if (text[colon] == ':' && text[before] != '?' && isShort(colon))
+        return outcomeAt(text, colon,
+                         "a \":\" below its key is not indented more than what is around the brackets");
+    return {};
 }
 
 std::string YamlBuilder::nameOf(const YamlRange& anchor) const
 {
     return anchor.exists() ? std::string(source().substr(anchor.begin + 1, anchor.end - anchor.begin - 1))
                            : std::string();
-}
-
-void YamlBuilder::startKey(const YamlEvent& event)
-{
-    Frame& frame = frames.back();
-    frame.keyAnchor = nameOf(event.anchor);
-    frame.hasKeyProperties = event.anchor.exists() || event.tag.exists();
-    frame.keyText.clear();
-    const std::size_t begin = beginOf(event);
-    frame.tag = begin == YamlRange::npos || tree.node(frame.id).isFlow() ? Type::Group : readTag(begin);
-    const std::size_t end = propertiesEnd(event, lastEnd);
-    frame.keyStyle = event.style;
-    frame.key = event.token.begin;
-    if (isCollection(event.kind)) {
-        frame.keyStyle = YamlStyle::Flow;
-        frame.key = std::min(begin, event.token.begin);
-        keyDepth = 1;
-        lastEnd = std::max(end, event.token.end);
-        return;
-    }
-    if (event.kind == YamlEvent::Kind::Alias) {
-        frame.keyStyle = YamlStyle::Flow;
-        const auto anchor = anchors.find(nameOf(event.token));
-        const bool isKnown = anchor != anchors.end() && anchor->second.node != noNode;
-        if (isKnown && anchor->second.isKey) {
-            std::string buffer;
-            frame.keyText = tree.keyText(anchor->second.node, buffer);
-        } else if (isKnown && tree.node(anchor->second.node).kind == YamlKind::Scalar) {
-            const YamlNode& target = tree.node(anchor->second.node);
-            const std::string_view spelled = tree.readValueText(anchor->second.node);
-            frame.keyText = target.style == YamlStyle::Plain        ? decodeYamlPlain(spelled)
-                            : target.isBlockScalar()                ? decodeYamlBlock(spelled, 0)
-                            : !spelled.empty() && spelled[0] != '!' ? decodeYamlQuoted(spelled)
-                                                                    : std::string(spelled);
-            tree.node(anchor->second.node).isUsed = true;
-            tree.node(anchor->second.node).namesKey = true;
-            tree.noteAlias(anchor->second.node, event.token.begin);
-        }
-        return endKey(event.token.end);
-    }
-    if (!event.token.exists()) {
-        const YamlNode& map = tree.node(frame.id);
-        frame.key =
-            skipYamlTrivia(source(), map.first == noNode ? std::max<std::size_t>(end, map.value) : end);
-        if (map.isFlow() && frame.key < source().size() && source()[frame.key] == ',')
-            frame.key = skipYamlTrivia(source(), frame.key + 1);
-        if (frame.key < source().size() && source()[frame.key] == '?')
-            frame.key = skipYamlBlanks(source(), frame.key + 1);
-        frame.keyStyle = YamlStyle::Plain;
-        if (frame.hasKeyProperties)
-            frame.key = end;
-        return endKey(frame.key);
-    }
-    std::size_t tokenEnd = event.token.end;
-    if (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded) {
-        lastEnd = end;
-        placeBlock(event, frame.key, tokenEnd);
-    }
-    endKey(tokenEnd);
-}
-
-// Of a key that is a collection, only its end and what its anchors hide are of interest.
-void YamlBuilder::goOnInKey(const YamlEvent& event)
-{
-    if (event.anchor.exists())
-        anchors[nameOf(event.anchor)] = Anchor();
-    lastEnd = std::max(lastEnd, propertiesEnd(event, lastEnd));
-    const bool isScalar = event.kind == YamlEvent::Kind::Scalar;
-    if (isScalar && (event.style == YamlStyle::Literal || event.style == YamlStyle::Folded)) {
-        std::size_t begin = 0;
-        placeBlock(event, begin, lastEnd);
-    } else if (event.token.exists() && event.token.end > event.token.begin) {
-        lastEnd = std::max(lastEnd, event.token.end);
-    }
-    if (isCollection(event.kind))
-        ++keyDepth;
-    else if (isEnd(event.kind) && --keyDepth == 0)
-        endKey(lastEnd);
-}
-
-void YamlBuilder::endKey(std::size_t end)
-{
-    Frame& frame = frames.back();
-    frame.hasKey = true;
-    frame.keyEnd = lastEnd = end;
 }
 
 // Where a value begins that has no token: after the "-" or ":" in front of it.
@@ -200,7 +122,11 @@ void YamlBuilder::placeEmpty(YamlNode& node)
     const Frame& frame = frames.back();
     const std::size_t next = skipYamlTrivia(source(), at);
     const bool isStream = tree.node(frame.id).style == YamlStyle::Stream;
-    if (!isStream && next < source().size() && source()[next] == (frame.isMap ? ':' : '-'))
+    const std::size_t behind = next + 1;
+    const bool isAlone = behind >= source().size() || isYamlBlank(source()[behind]) ||
+                         isYamlBreak(source()[behind]) ||
+                         (tree.node(frame.id).isFlow() && source().find_first_of(",]}", behind) == behind);
+    if (!isStream && next < source().size() && isAlone && source()[next] == (frame.isMap ? ':' : '-'))
         at = next + 1;
     else
         node.lacksColon = frame.isMap;
@@ -238,20 +164,9 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
         end = line;
     }
     const bool hasLines = end > lines;
-    end = hasLines ? endOfYamlContent(text, end) : headerEnd;
-}
-
-Type YamlBuilder::readTag(std::size_t begin) const
-{
-    if (!mayHaveTags)
-        return Type::Group;
-    const std::size_t line = findYamlLine(source(), begin);
-    const std::string_view above =
-        line > lastEnd ? source().substr(lastEnd, line - lastEnd) : std::string_view();
-    if (!endsInTypeTag(above))
-        return Type::Group;
-    const std::string_view last = above.substr(0, above.find_last_not_of("\r\n") + 1);
-    return *readTypeTag(last.substr(last.find_last_of("\r\n") + 1));
+    const std::size_t tail = skipYamlTail(text, headerEnd); // with a comment, which goes on with the header
+    const bool hasComment = skipYamlBlanks(text, headerEnd) < tail;
+    end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
 }
 
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
@@ -275,7 +190,7 @@ NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
         frame.hasKey = false;
     }
     if (event.anchor.exists())
-        anchors[nameOf(event.anchor)] = {id, false, isCollection(event.kind)};
+        anchors[nameOf(event.anchor)] = {id, false, event.isCollection()};
     return id;
 }
 
@@ -285,9 +200,9 @@ void YamlBuilder::addScalar(const YamlEvent& event)
     const bool inFlow = tree.node(frames.back().id).isFlow();
     YamlNode node;
     node.style = event.style;
-    std::size_t begin = beginOf(event);
+    std::size_t begin = event.begin();
     node.tag = inMap ? frames.back().tag : begin == YamlRange::npos || inFlow ? Type::Group : readTag(begin);
-    const std::size_t end = propertiesEnd(event, YamlRange::npos);
+    const std::size_t end = event.propertiesEnd(YamlRange::npos);
     if (end != YamlRange::npos)
         lastEnd = end;
     if (event.token.exists()) {
@@ -305,9 +220,8 @@ void YamlBuilder::addScalar(const YamlEvent& event)
         placeEmpty(node);
     }
     if (event.tag.exists()) {
-        const auto tag = source().substr(event.tag.begin, event.tag.end - event.tag.begin);
         const bool isLast = !event.anchor.exists() || event.anchor.begin < event.tag.begin;
-        node.isTagged = typeOfYamlTag(tag) == Type::Group || !isLast;
+        node.isTagged = typeOf(event.tag) == Type::Group || !isLast;
         if (!node.isTagged)
             node.value = offset(event.tag.begin);
     }
@@ -330,9 +244,9 @@ void YamlBuilder::open(const YamlEvent& event)
         event.token.end > event.token.begin && source()[event.token.begin] == (isMap ? '{' : '[');
     if (!hasBracket && inFlow)
         node.style = YamlStyle::Pair;
-    node.begin = offset(std::min(beginOf(event), event.token.begin));
+    node.begin = offset(std::min(event.begin(), event.token.begin));
     node.value = offset(event.token.begin);
-    lastEnd = propertiesEnd(event, lastEnd);
+    lastEnd = event.propertiesEnd(lastEnd);
     if (hasBracket)
         lastEnd = event.token.end;
     else if (!inFlow && !isMap)
@@ -349,6 +263,7 @@ void YamlBuilder::close(const YamlEvent& event)
 {
     const NodeId id = frames.back().id;
     const std::string name = std::move(frames.back().anchor);
+    const bool hasMerge = frames.back().hasMerge;
     frames.pop_back();
     YamlNode& node = tree.node(id);
     if (node.style == YamlStyle::Flow)
@@ -366,14 +281,14 @@ void YamlBuilder::close(const YamlEvent& event)
         tree.numberMembers(id);
     else
         closeSequence(id);
+    if (hasMerge)
+        inherit(id);
 }
 
 void YamlBuilder::closeSequence(NodeId id)
 {
     YamlNode& node = tree.node(id);
-    const bool isMerge =
-        node.hasKey && node.keyStyle == YamlStyle::Plain && tree.text(node.key, node.keyEnd) == "<<";
-    if (isMerge && node.count > 0) {
+    if (tree.isMergeKey(id) && node.count > 0) {
         node.kind = YamlKind::Merge;
     } else if (node.nonTexts == 0) {
         node.kind = YamlKind::List;

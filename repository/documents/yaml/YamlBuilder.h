@@ -15,9 +15,10 @@ class YamlBuilder
 {
 public:
     static constexpr std::size_t maximumDepth = 1000;
-    static constexpr std::size_t mostCopies = 100000; // below aliases
+    static constexpr std::size_t mostCopies = 100000; // of what aliases and merges show
 
-    explicit YamlBuilder(YamlTree& yamlTree);
+    // As YamlReader does it.
+    explicit YamlBuilder(YamlTree& yamlTree, bool fillsElements = false);
 
     Outcome build();
 
@@ -30,6 +31,7 @@ private:
         bool isMap = false;
         bool hasKey = false;
         bool hasKeyProperties = false;
+        bool hasMerge = false;
         YamlStyle keyStyle = YamlStyle::Plain;
         Type tag = Type::Group;
         std::size_t key = 0;
@@ -46,6 +48,7 @@ private:
     };
 
     Outcome take(const YamlEvent& event);
+    Outcome checkBrackets(const YamlEvent& event) const;
     bool isInKey() const { return keyDepth > 0; }
     bool expectsKey() const;
     void startKey(const YamlEvent& event);
@@ -61,19 +64,31 @@ private:
     void placeEmpty(YamlNode& node);
     void placeBlock(const YamlEvent& event, std::size_t& begin, std::size_t& end);
     std::string nameOf(const YamlRange& anchor) const;
-    void copy(NodeId target, NodeId alias);
+    void copyBelow(NodeId target, NodeId alias);
+    NodeId copyOne(NodeId id, NodeId parent, bool isInherited);
+    bool namesMerge(const Frame& frame) const;
+    std::vector<NodeId> mapsBehind(NodeId merge) const;
+    std::vector<NodeId> membersOf(NodeId map, const std::vector<NodeId>& sources) const;
+    void inherit(NodeId map);
     bool isTextBehind(const Anchor& anchor) const;
     std::size_t sizeOf(NodeId id, std::size_t most) const;
     Type readTag(std::size_t begin) const;
+    void readDirectives(std::size_t begin, std::size_t end);
+    Type typeOf(const YamlRange& tag);
     std::string_view source() const { return tree.getOriginal(); }
 
     YamlTree& tree;
     std::vector<Frame> frames;
     std::unordered_map<std::string, Anchor> anchors;
+    std::unordered_map<NodeId, NodeId> mergeTargets;          // of the aliases in merges
+    std::unordered_map<std::string, std::string> tagPrefixes; // by their handles
+    Outcome fault;
+    bool mayInherit = true;  // not more than all copies may be
     std::size_t lastEnd = 0; // of what was read
     std::size_t keyDepth = 0;
     std::size_t copies = 0;
     bool mayHaveTags;
+    bool fills;
 };
 
 } // namespace Repository::Documents

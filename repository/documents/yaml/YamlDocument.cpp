@@ -3,31 +3,17 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/SpanEncoder.h"
 #include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/common/TextParse.h"
 #include "repository/documents/common/TypeTag.h"
 #include "repository/documents/yaml/YamlEditor.h"
+#include "repository/documents/yaml/YamlLinks.h"
+#include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlValues.h"
 
-#include <new>
+#include <algorithm>
 
 namespace Repository::Documents {
-
-namespace {
-
-constexpr std::size_t maximumSize = std::size_t(1) << 30;
-
-// The type tag of an entry with this value; Group for none.
-Type tagWith(const Value& value, Type present, Type former, const std::optional<std::string>& plain,
-             const YamlFile& file, NodeId id)
-{
-    if (former == Type::Group)
-        return former;
-    if (present == value.type && (!plain || isSame(file.readAs(id, *plain, former), value)))
-        return former;
-    return plain ? Type::Group : value.type;
-}
-
-} // namespace
 
 std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 {
@@ -38,22 +24,13 @@ std::unique_ptr<YamlFile> YamlDocument::makeEmpty()
 
 Outcome YamlDocument::parse(std::string bytes)
 {
-    try {
-        TextEncoding encoding;
-        Outcome outcome = encoding.decode(bytes, {});
-        if (outcome.ok() && bytes.size() > maximumSize)
-            return refused("the file is larger than 1 GiB, which is the most for yaml");
-        if (!outcome.ok())
-            return outcome;
-        auto fresh = std::make_unique<YamlFile>(std::move(bytes), encoding);
-        outcome = fresh->readText();
-        if (!outcome.ok())
-            return outcome;
-        file = std::move(fresh);
-    } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
-    }
-    return {};
+    return parseText(std::move(bytes), "yaml", [this](std::string text, const TextEncoding& encoding) {
+        auto fresh = std::make_unique<YamlFile>(std::move(text), encoding);
+        const Outcome outcome = fresh->readText();
+        if (outcome.ok())
+            file = std::move(fresh);
+        return outcome;
+    });
 }
 
 void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
@@ -63,41 +40,75 @@ void YamlDocument::visit(const std::function<void(const Entry&)>& visitor) const
 
 Outcome YamlDocument::set(std::string_view path, const Value& value)
 {
-    const NodeId id = file->find(path);
-    if (id == noNode)
-        return refused("there is no entry " + quoted(path));
-    const NodeId valueNode = file->valueNodeOf(id);
-    if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
-    if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+    NodeId valueNode = noNode;
+    Outcome outcome = findSettable(*file, path, value, valueNode);
+    if (!outcome.ok())
+        return outcome;
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
+    if (file->tree.node(file->find(path)).isInherited)
+        return insert(path, value);
     YamlValues values(*file);
-    Outcome outcome = values.check(path, valueNode);
+    if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
+        return setElements(path, value);
+    outcome = values.check(path, valueNode);
     if (!outcome.ok())
         return outcome;
     const Type formerTag = file->tree.node(valueNode).tag;
-    if (values.wasRead(valueNode, value)) {
-        outcome = values.checkKind(path, valueNode, file->tree.readValueText(valueNode));
-        if (outcome.ok())
-            values.restore(valueNode);
-        return outcome;
-    }
+    if (values.wasRead(valueNode, value))
+        return restore(path, valueNode);
     const auto plain = values.spell(valueNode, value, Type::Group);
-    const Type tag = tagWith(value, present.type, formerTag, plain, *file, valueNode);
+    const Type tag =
+        tagWith(value, present.type, formerTag, plain, [&](std::string_view spelling, Type type) {
+            return file->readAs(valueNode, spelling, type);
+        });
     const auto spelled = tag == Type::Group ? plain : values.spell(valueNode, value, tag);
     if (!spelled)
         return refused(explainNoForm(valueNode, value));
     outcome = values.checkKind(path, valueNode, *spelled);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(*spelled);
-    if (outcome.ok() && tag != formerTag)
-        return setTagged(path, *spelled, tag);
+    if (!outcome.ok())
+        return outcome;
+    if (tag != formerTag || YamlLinks(*file).reshapesLists(valueNode, *spelled))
+        return rewrite(path, *spelled, tag);
+    return put(valueNode, *spelled);
+}
+
+// To the spelling that was read.
+Outcome YamlDocument::restore(std::string_view path, NodeId valueNode)
+{
+    YamlValues values(*file);
+    const std::string spelling(file->tree.readValueText(valueNode));
+    const Outcome outcome = values.checkKind(path, valueNode, spelling);
+    if (!outcome.ok())
+        return outcome;
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, spelling, file->tree.node(valueNode).tag);
+    values.restore(valueNode);
+    return {};
+}
+
+// The elements of a list of which some are aliases or have some, so that each is read in the file.
+Outcome YamlDocument::setElements(std::string_view path, const Value& value)
+{
+    settle();
+    const NodeId list = file->findValueNode(path);
+    const auto& texts = std::get<std::vector<std::string>>(value.data);
+    if (!std::all_of(texts.begin(), texts.end(), [](const auto& text) { return isUtf8(text); }))
+        return refused(explainNoForm(list, value));
+    Outcome outcome = checkShape(path, list, false);
+    YamlEditor editor(*file);
     if (outcome.ok())
-        values.put(valueNode, *spelled);
-    return outcome;
+        outcome = editYamlList(editor, *file, list, std::get<std::vector<std::string>>(file->read(list).data),
+                               texts);
+    return outcome.ok() ? commit(editor, Kind::Insertion, noNode,
+                                 [&](const YamlFile& fresh) {
+                                     const NodeId now = fresh.findValueNode(path);
+                                     return now != noNode && isSame(fresh.read(now), value);
+                                 })
+                        : outcome;
 }
 
 std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) const
@@ -113,8 +124,40 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
            ", and no comment above this entry tags its type";
 }
 
-// The comment that tags the type is on the line above the entry.
-Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelling, Type tag)
+// What is around a value may make something else of it, or of what follows.
+Outcome YamlDocument::put(NodeId valueNode, const std::string& spelling)
+{
+    YamlValues values(*file);
+    const bool wasEdited = file->tree.isEdited(valueNode);
+    const std::string former(file->bareText(valueNode));
+    values.put(valueNode, spelling);
+    if (!file->isDelicate(valueNode) || isReadAlike())
+        return {};
+    if (wasEdited)
+        values.put(valueNode, former);
+    else
+        values.restore(valueNode);
+    return refused("YAML would read something else there, because of what is around it");
+}
+
+// Whether the text with the edits so far has the entries that they should make.
+bool YamlDocument::isReadAlike() const
+{
+    YamlFile fresh(file->writeText(), file->encoding);
+    if (!fresh.readText().ok())
+        return false;
+    std::vector<Entry> wanted;
+    std::vector<Entry> read;
+    visitEntries(*file, [&](const Entry& entry) { wanted.push_back(entry); });
+    visitEntries(fresh, [&](const Entry& entry) { read.push_back(entry); });
+    return std::equal(
+        wanted.begin(), wanted.end(), read.begin(), read.end(),
+        [](const Entry& a, const Entry& b) { return a.path == b.path && isSame(a.value, b.value); });
+}
+
+// Reads the text with another value, since more than that changes. The comment that tags its type is on the
+// line above the entry.
+Outcome YamlDocument::rewrite(std::string_view path, const std::string& spelling, Type tag)
 {
     settle();
     const NodeId id = file->findValueNode(path);
@@ -124,11 +167,17 @@ Outcome YamlDocument::setTagged(std::string_view path, const std::string& spelli
     const std::size_t above = endOfYamlContent(text, line);
     const std::size_t begin = findYamlLine(text, above);
     YamlEditor editor(*file);
-    editor.replace(begin, line,
-                   tag == Type::Group ? std::string() : renameTypeTag(text.substr(begin, line - begin), tag));
+    if (tag != node.tag)
+        editor.replace(begin, line,
+                       tag == Type::Group ? std::string()
+                                          : renameTypeTag(text.substr(begin, line - begin), tag));
     editor.replaceText(id, YamlValues(*file).withLead(id, spelling));
     editor.noteChanged(id);
-    return commit(editor);
+    const Value value = file->readAs(id, spelling, tag);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId changed = fresh.findValueNode(path);
+        return changed != noNode && fresh.tree.node(changed).tag == tag && isSame(fresh.read(changed), value);
+    });
 }
 
 SiblingPlace YamlDocument::placeOf(std::string_view path) const
@@ -174,6 +223,26 @@ std::optional<bool> YamlDocument::isArray(std::string_view path) const
     return id != noNode && file->isArray(id);
 }
 
+Document::Origin YamlDocument::originOf(std::string_view path) const
+{
+    return YamlLinks(*file).originOf(path);
+}
+
+std::vector<std::string> YamlDocument::followersOf(std::string_view path) const
+{
+    return YamlLinks(*file).followersOf(path);
+}
+
+bool YamlDocument::isLinked(std::string_view path) const
+{
+    return YamlLinks(*file).isLinked(path);
+}
+
+std::string YamlDocument::sourceOf(std::string_view path) const
+{
+    return YamlLinks(*file).sourceOf(path);
+}
+
 std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
@@ -202,7 +271,11 @@ void YamlDocument::visitSpans(const SpanVisitor& visitor) const
 std::string YamlDocument::comment(std::string_view path) const
 {
     const NodeId id = path.empty() || file->isEdited() ? noNode : file->find(path);
-    return id == noNode ? std::string() : YamlLayout(*file).commentOf(id);
+    if (id == noNode)
+        return {};
+    const YamlTree::Origin origin = file->tree.originOf(id);
+    const bool isCopy = file->tree.node(id).isShared && origin.node != noNode && !origin.isKey;
+    return YamlLayout(*file).commentOf(isCopy ? origin.node : id);
 }
 
 std::optional<std::string> YamlDocument::spell(std::string_view path) const
@@ -223,6 +296,8 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (!outcome.ok())
         return outcome;
     const bool isOriginal = file->tree.readValueText(valueNode) == spelling;
+    if (!isOriginal && startsWith(spelling, "*"))
+        return respellAlias(path, valueNode, spelling);
     if (!isOriginal && !values.isSpelling(valueNode, spelling))
         return refused(quoted(spelling) + " is not how YAML spells a value");
     outcome = values.checkKind(path, valueNode, spelling);
@@ -231,10 +306,25 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (!outcome.ok())
         return outcome;
     if (isOriginal)
-        values.restore(valueNode);
-    else
-        values.put(valueNode, std::string(spelling));
-    return {};
+        return restore(path, valueNode);
+    if (YamlLinks(*file).reshapesLists(valueNode, spelling))
+        return rewrite(path, std::string(spelling), file->tree.node(valueNode).tag);
+    return put(valueNode, std::string(spelling));
+}
+
+// Where it shows the same value.
+Outcome YamlDocument::respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling)
+{
+    const Value value = file->read(valueNode);
+    settle();
+    const NodeId id = file->findValueNode(path);
+    YamlEditor editor(*file);
+    editor.replaceText(id, std::string(spelling));
+    editor.noteChanged(id);
+    return commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+        const NodeId alias = fresh.findValueNode(path);
+        return alias != noNode && fresh.tree.node(alias).isAlias && isSame(fresh.read(alias), value);
+    });
 }
 
 } // namespace Repository::Documents

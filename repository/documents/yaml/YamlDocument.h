@@ -22,9 +22,9 @@ struct YamlWanted
 };
 
 // A file of YAML 1.2. Maps are groups; a list of texts is one value, any other a group of 0, 1, 2 ..., and so
-// are the documents of a file that has several. An alias shows what it leads to, and only its target can be
-// changed. The value of a map with entries is its member "#value"; a comment line above a value tags a type
-// that YAML lacks.
+// are the documents of a file that has several. An alias shows what it leads to, and a map what it merges,
+// which changes with that. The value of a map with entries is its member "#value"; a comment line above a
+// value tags a type that YAML lacks.
 class YamlDocument : public Document
 {
 public:
@@ -49,6 +49,10 @@ public:
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::optional<bool> isArray(std::string_view path) const override;
+    Origin originOf(std::string_view path) const override;
+    std::string sourceOf(std::string_view path) const override;
+    std::vector<std::string> followersOf(std::string_view path) const override;
+    bool isLinked(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     std::string comment(std::string_view path) const override;
@@ -59,9 +63,10 @@ public:
 private:
     // Reads the text with the edits so far, so that its tree is as it was read.
     void settle();
+    bool settleValue(NodeId id);
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
-    enum class Kind { Insertion, Renaming, Moving };
+    enum class Kind { Insertion, Renaming, Moving, Removal };
     Outcome commit(const YamlEditor& editor, Kind kind = Kind::Insertion, NodeId node = noNode,
                    const std::function<bool(const YamlFile&)>& isAsWanted = {});
     std::optional<Outcome> rereadPart(const YamlEditor& editor, Kind kind, NodeId node,
@@ -69,7 +74,12 @@ private:
     Outcome remove(std::string_view path, bool withComments);
     Outcome insertBranch(std::string_view path, YamlBranch branch, std::vector<YamlWanted> expected);
     Outcome checkShape(std::string_view path, NodeId id, bool isGone) const;
-    Outcome setTagged(std::string_view path, const std::string& spelling, Type tag);
+    Outcome setElements(std::string_view path, const Value& value);
+    Outcome restore(std::string_view path, NodeId valueNode);
+    Outcome respellAlias(std::string_view path, NodeId valueNode, std::string_view spelling);
+    Outcome put(NodeId valueNode, const std::string& spelling);
+    bool isReadAlike() const;
+    Outcome rewrite(std::string_view path, const std::string& spelling, Type tag);
     std::string explainNoForm(NodeId valueNode, const Value& value) const;
 
     std::unique_ptr<YamlFile> file = makeEmpty();

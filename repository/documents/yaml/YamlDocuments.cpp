@@ -93,6 +93,14 @@ void YamlDocuments::remove(YamlEditor& editor, NodeId document, bool withComment
     editor.replace(begin, end, {});
 }
 
+bool YamlDocuments::hasCommentsAround(NodeId document) const
+{
+    const YamlNode& node = tree.node(document);
+    const std::size_t begin = linesOf(document).begin;
+    return (begin < node.begin && hasYamlComment(text(), begin, node.begin)) ||
+           hasYamlComment(text(), node.valueEnd, endOf(document));
+}
+
 Outcome YamlDocuments::move(YamlEditor& editor, std::size_t from, std::size_t to) const
 {
     const std::string mark = "---" + file.lineEnd;

@@ -21,6 +21,10 @@ public:
 
     // One that is not one of two only.
     void remove(YamlEditor& editor, NodeId document, bool withComments) const;
+
+    // Whether comments in front of what is in it, or behind that, go with it.
+    bool hasCommentsAround(NodeId document) const;
+
     Outcome move(YamlEditor& editor, std::size_t from, std::size_t to) const;
 
 private:

@@ -161,7 +161,7 @@ Outcome YamlEditor::insertLines(NodeId collection, const std::string& lines)
     const YamlNode& node = tree.node(collection);
     if (node.count == 0)
         return mayBecomeBlock(collection) ? replaceByBlock(collection, lines) : fillEmpty(collection, lines);
-    place = node.last;
+    place = tree.lastOwn(collection);
     const std::size_t at = layout.endOfBlock(collection);
     edit(at, at, (endsLine(text().substr(0, at)) ? "" : file.lineEnd) + lines);
     return {};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -50,6 +51,17 @@ struct YamlEvent
     // A scalar with its quotes, but a block scalar from its first line on; an alias with its "*"; a bracket
     // or the document's marker. Empty where a block collection begins or ends.
     YamlRange token;
+
+    bool isCollection() const { return kind == Kind::MapStart || kind == Kind::SequenceStart; }
+    bool isEnd() const { return kind == Kind::MapEnd || kind == Kind::SequenceEnd; }
+
+    // Of the anchor, the tag and the token, npos without any; and the end of the first two.
+    std::size_t begin() const { return std::min({anchor.begin, tag.begin, token.begin}); }
+    std::size_t propertiesEnd(std::size_t otherwise) const
+    {
+        const std::size_t end = std::max(anchor.exists() ? anchor.end : 0, tag.exists() ? tag.end : 0);
+        return anchor.exists() || tag.exists() ? end : otherwise;
+    }
 };
 
 } // namespace Repository::Documents

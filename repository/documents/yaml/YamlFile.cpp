@@ -6,6 +6,7 @@
 #include "repository/documents/yaml/YamlBuilder.h"
 #include "repository/documents/yaml/YamlLayout.h"
 #include "repository/documents/yaml/YamlList.h"
+#include "repository/documents/yaml/YamlReader.h"
 #include "repository/documents/yaml/YamlTokens.h"
 #include "repository/documents/yaml/YamlTypes.h"
 
@@ -15,6 +16,18 @@
 
 namespace Repository::Documents {
 
+namespace {
+
+// Whether lines follow with nothing but blanks, which a block scalar may take up.
+bool hasBlankLines(std::string_view text, std::size_t line)
+{
+    const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", line), text.size());
+    const std::size_t end = content == text.size() ? content : findYamlLine(text, content);
+    return text.substr(line, end - line).find(' ') != std::string_view::npos;
+}
+
+} // namespace
+
 YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
     : tree(std::move(text)), encoding(std::move(textEncoding)), lineEnd(lineEndOf(tree.getOriginal()))
 {
@@ -22,7 +35,11 @@ YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
 
 Outcome YamlFile::readText()
 {
-    return YamlBuilder(tree).build();
+    const Outcome outcome = YamlBuilder(tree).build();
+    if (outcome.ok() || !YamlReader::hasEmptyElements(tree.getOriginal()))
+        return outcome;
+    tree = YamlTree(std::string(tree.getOriginal()));
+    return YamlBuilder(tree, true).build().ok() ? Outcome() : outcome;
 }
 
 PathMatch YamlFile::match(std::string_view path) const
@@ -155,6 +172,9 @@ std::string YamlFile::pathOf(NodeId id) const
 
 bool YamlFile::isArray(NodeId id) const
 {
+    const YamlTree::Origin origin = tree.isEdited(id) ? YamlTree::Origin() : tree.originOf(id);
+    if (origin.node != noNode && !origin.isKey)
+        id = origin.node;
     if (tree.isEdited(id))
         return isYamlList(bareText(id));
     // Documents that are nothing but texts would be a list elsewhere.
@@ -172,6 +192,7 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     place.indentation = blockAround(id);
     place.step = stepOf();
     place.inFlow = isInFlow(id);
+    place.endsFile = node.valueEnd == text.size();
     const std::size_t next = skipYamlLine(text, node.valueEnd);
     const std::size_t nextText = skipYamlBlanks(text, next);
     place.isBeforeBlank = next < text.size() && (nextText == text.size() || isYamlBreak(text[nextText]));
@@ -180,8 +201,32 @@ YamlPlace YamlFile::placeOf(NodeId id) const
     const std::size_t trivia = std::min(text.find_first_not_of(" \t\r\n", end), text.size());
     const bool isBeforeComment = trivia < text.size() && text[trivia] == '#' &&
                                  (parent == noNode || columnOfYaml(text, trivia) > place.indentation);
-    place.mayBreak = endsLine && !isBeforeComment && sharesLine(id) && !node.lacksColon;
+    place.mayBreak =
+        endsLine && !isBeforeComment && !hasBlankLines(text, next) && sharesLine(id) && !node.lacksColon;
     return place;
+}
+
+bool YamlFile::isDelicate(NodeId id) const
+{
+    const std::string_view text = tree.getOriginal();
+    const YamlNode& node = tree.node(id);
+    if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
+        return true;
+    if (isInFlow(id))
+        return false;
+    const std::size_t around = blockAround(id);
+    const std::size_t next = skipYamlLine(text, node.valueEnd);
+    const std::size_t content = std::min(text.find_first_not_of(" \t\r\n", next), text.size());
+    if (hasBlankLines(text, next) || text.substr(next, content - next).find('\t') != std::string_view::npos)
+        return true;
+    if (node.isSequence()) { // its end may take up comments, and a type tag above is that of what it becomes
+        const bool isBeforeComment =
+            content < text.size() && text[content] == '#' && columnOfYaml(text, content) > around;
+        return isBeforeComment ||
+               endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
+    }
+    const bool isFirst = skipYamlBlanks(text, findYamlLine(text, node.value)) == node.value;
+    return isFirst && columnOfYaml(text, node.value) <= around;
 }
 
 // Whether it is on the line of its key, "-" or "---". Elsewhere, libfyaml wants the lines of a block scalar
@@ -221,7 +266,7 @@ std::size_t YamlFile::stepOf() const
     return step;
 }
 
-std::string YamlFile::writeText(NodeId located, Span* span) const
+std::vector<NodeId> YamlFile::editedNodes() const
 {
     std::vector<NodeId> edited;
     std::vector<NodeId> pending;
@@ -237,13 +282,25 @@ std::string YamlFile::writeText(NodeId located, Span* span) const
                 pending.push_back(child);
         }
     }
-    if (located != noNode && !tree.isEdited(located))
-        edited.push_back(located);
     std::sort(edited.begin(), edited.end(),
               [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; });
+    return edited;
+}
+
+std::string YamlFile::writeText(NodeId located, Span* span) const
+{
+    std::vector<NodeId> edited = editedNodes();
+    if (located != noNode && !tree.isEdited(located))
+        edited.insert(
+            std::upper_bound(edited.begin(), edited.end(), located,
+                             [this](NodeId a, NodeId b) { return tree.node(a).value < tree.node(b).value; }),
+            located);
     const std::string& original = tree.getOriginal();
     std::string text;
-    text.reserve(original.size());
+    std::size_t size = original.size();
+    for (const NodeId id : edited)
+        size += tree.valueText(id).size();
+    text.reserve(size);
     std::size_t at = 0;
     for (const NodeId id : edited) {
         text += tree.text(at, tree.node(id).value);

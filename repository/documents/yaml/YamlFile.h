@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -51,6 +52,9 @@ public:
     // Of a value in the file, for its spelling.
     YamlPlace placeOf(NodeId id) const;
 
+    // Whether what is around a value may not let it be any other one.
+    bool isDelicate(NodeId id) const;
+
     // How far the block is indented in which a node lies.
     std::size_t blockAround(NodeId id) const;
 
@@ -60,6 +64,9 @@ public:
     std::string writeText() const { return writeText(noNode, nullptr); }
     std::string write() const { return encoding.encode(writeText()); }
     Span locate(NodeId valueNode) const;
+
+    // The nodes with other values than were read, in the order of the text.
+    std::vector<NodeId> editedNodes() const;
 
     bool isEdited() const { return tree.node(tree.getRoot()).touched; }
     std::string pathOf(NodeId id) const;

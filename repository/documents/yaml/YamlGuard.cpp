@@ -57,7 +57,7 @@ void YamlGuard::Cursor::advance(bool goesIn)
 
 void YamlGuard::Cursor::skipHidden()
 {
-    while (id != noNode && isHidden())
+    while (id != noNode && (isCopy() || isHidden()))
         advance(false);
 }
 
@@ -65,6 +65,9 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
 {
     const YamlNode& old = former.tree.node(before);
     const YamlNode& now = edited.tree.node(after);
+    if (old.isAlias && now.isAlias)
+        return former.tree.text(old.begin, old.valueEnd) == edited.tree.text(now.begin, now.valueEnd) &&
+               showsSame(before, after);
     if (old.kind != now.kind && !(old.isSequence() && now.isSequence()))
         return false;
     if (old.isAlias != now.isAlias || old.tag != now.tag || old.isTagged != now.isTagged ||
@@ -75,6 +78,15 @@ bool YamlGuard::isSameContent(NodeId before, NodeId after) const
     const std::string_view text = former.tree.valueText(before);
     return text == edited.tree.valueText(after) &&
            (!old.isBlockScalar() || Documents::isSame(former.read(before), edited.read(after)));
+}
+
+// Of aliases, whose targets are compared by themselves.
+bool YamlGuard::showsSame(NodeId before, NodeId after) const
+{
+    const YamlTree::Origin origin = former.tree.originOf(before);
+    const bool isValue = origin.node != noNode && origin.node != changed && !origin.isKey &&
+                         former.tree.node(before).isLeaf() && edited.tree.node(after).isLeaf();
+    return !isValue || Documents::isSame(former.read(before), edited.read(after));
 }
 
 bool YamlGuard::isSame(NodeId before, NodeId after) const
@@ -102,12 +114,28 @@ std::string YamlGuard::nameOf(NodeId id) const
     return "line " + std::to_string(place.line);
 }
 
+// Whether it is what is removed, or holds nothing else.
+bool YamlGuard::goes(NodeId id) const
+{
+    NodeId each = removable;
+    while (each != id) {
+        const NodeId parent = former.tree.node(each).parent;
+        if (parent == noNode || former.tree.node(parent).count != 1)
+            return false;
+        each = parent;
+    }
+    return true;
+}
+
 std::string YamlGuard::findFault() const
 {
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {
-        before.skipHidden();
+        for (; before.id != noNode && (before.isCopy() || before.isHidden()); before.advance(false)) {
+            if (!before.isCopy() && removable != noNode && !goes(before.id))
+                return "with it, the entry at " + nameOf(before.id) + " would go";
+        }
         after.skipHidden();
         if (before.id == noNode && after.id == noNode)
             return {};
@@ -133,7 +161,7 @@ bool YamlGuard::keepsMoved() const
                 top = cursor.depth;
                 groups.emplace_back();
             }
-            if (isWithin)
+            if (isWithin && !cursor.isCopy())
                 groups.back().push_back(cursor.id);
             cursor.advance(true);
         }

@@ -21,6 +21,9 @@ public:
     // The key of a member may have become another one.
     void allowRenaming(NodeId member) { renamed = member; }
 
+    // Nothing but this node may go.
+    void allowRemoval(NodeId node) { removable = node; }
+
     // What is not so, for a person; empty where all is.
     std::string findFault() const;
 
@@ -43,14 +46,17 @@ private:
         NodeId end;
         std::size_t depth = 0;
 
+        bool isCopy() const { return file.tree.node(id).isShared; } // it is as what it shows
         bool isHidden() const;
         void advance(bool goesIn);
         void skipHidden();
     };
 
     std::string nameOf(NodeId id) const;
+    bool goes(NodeId id) const;
     bool isSame(NodeId before, NodeId after) const;
     bool isSameContent(NodeId before, NodeId after) const;
+    bool showsSame(NodeId before, NodeId after) const;
 
     Cursor atFormer() const { return {former, removed, formerPart.first, formerPart.end}; }
     Cursor atEdited() const { return {edited, inserted, editedPart.first, editedPart.end}; }
@@ -61,6 +67,7 @@ private:
     YamlTree::Run editedPart;
     NodeId changed;
     NodeId renamed = noNode;
+    NodeId removable = noNode;
     std::vector<Range> removed;  // in the former text
     std::vector<Range> inserted; // in the edited one
 };

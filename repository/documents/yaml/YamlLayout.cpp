@@ -102,7 +102,8 @@ std::vector<BracketItems::Item> YamlLayout::itemsOf(NodeId collection) const
     const std::size_t from = tree.node(collection).value;
     std::vector<BracketItems::Item> items;
     std::size_t at = skipYamlTrivia(text(), from + 1);
-    for (NodeId id = tree.node(collection).first; id != noNode; id = tree.node(id).next) {
+    for (NodeId id = tree.node(collection).first; id != noNode && !tree.node(id).isInherited;
+         id = tree.node(id).next) {
         BracketItems::Item item{at - from, tree.node(id).valueEnd - from, std::string_view::npos};
         at = skipYamlTrivia(text(), tree.node(id).valueEnd);
         if (text()[at] == ',') {
@@ -114,15 +115,18 @@ std::vector<BracketItems::Item> YamlLayout::itemsOf(NodeId collection) const
     return items;
 }
 
-bool YamlLayout::hasReferences(NodeId id) const
+bool YamlLayout::hasAnchors(NodeId id) const
 {
     std::vector<NodeId> pending{id};
     while (!pending.empty()) {
         const YamlNode& node = tree.node(pending.back());
         pending.pop_back();
-        if (node.isAlias || node.isAnchored || node.hasKeyProperties || node.kind == YamlKind::Merge)
+        if (node.isAnchored || node.hasKeyProperties)
             return true;
-        for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
+        if (node.isAlias)
+            continue;
+        for (NodeId child = node.first; child != noNode && !tree.node(child).isShared;
+             child = tree.node(child).next)
             pending.push_back(child);
     }
     return false;
@@ -131,8 +135,8 @@ bool YamlLayout::hasReferences(NodeId id) const
 // Whether it ends with a text that takes up all empty lines after it.
 bool YamlLayout::endsOpen(NodeId id) const
 {
-    while (tree.node(id).last != noNode && !tree.node(id).isFlow())
-        id = tree.node(id).last;
+    while (tree.lastOwn(id) != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
+        id = tree.lastOwn(id);
     const std::string_view value = tree.readValueText(id);
     const std::string_view block = value.substr(tagOfYamlScalar(value).size());
     return tree.node(id).isBlockScalar() && readYamlBlockHeader(block).chomping == '+';
@@ -159,12 +163,18 @@ bool YamlLayout::hasComments(NodeId id) const
     };
     std::vector<NodeId> pending{id}; // the next one last
     while (!pending.empty()) {
-        const YamlNode& each = tree.node(pending.back());
+        const NodeId next = pending.back();
+        const YamlNode& each = tree.node(next);
         pending.pop_back();
+        const bool isList = each.kind == YamlKind::List; // the elements of which are no entries
+        const bool isWhole = each.isAlias || (each.isLeaf() && !isList);
         if ((each.hasKey && skipTo(each.key, each.keyEnd)) ||
-            (each.isLeaf() && skipTo(each.value, each.valueEnd)))
+            (isWhole && skipTo(each.value, each.valueEnd)) ||
+            (each.isBlockScalar() && !commentOfYamlBlock(tree.text(each.value, each.valueEnd)).empty()))
             return true;
-        for (NodeId child = each.last; child != noNode; child = tree.node(child).previous)
+        if (isWhole)
+            continue;
+        for (NodeId child = tree.lastOwn(next); child != noNode; child = tree.node(child).previous)
             pending.push_back(child);
     }
     return skipTo(tailOf(id), tailOf(id));
@@ -177,7 +187,7 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
     const bool isMember = node.hasKey && node.keyStyle <= YamlStyle::Double && !node.lacksColon &&
                           (isFlow || beginOf(id) == node.key);
     const bool isElement = !node.hasKey && !isDocument(id);
-    if ((!isMember && !isElement) || node.isShared || hasReferences(id) || endsOpen(id))
+    if ((!isMember && !isElement) || node.isShared || hasAnchors(id) || endsOpen(id))
         return {};
     Excerpt found;
     found.lineEnd = file.lineEnd;
@@ -204,7 +214,7 @@ std::optional<Excerpt> YamlLayout::excerptOf(NodeId id) const
 
 std::optional<std::string> YamlLayout::itemIndentation(NodeId collection) const
 {
-    const NodeId last = tree.node(collection).last;
+    const NodeId last = tree.lastOwn(collection);
     if (last == noNode)
         return {};
     const std::size_t begin = tree.node(last).hasKey ? tree.node(last).key : tree.node(last).begin;

@@ -62,7 +62,7 @@ public:
 
 private:
     BracketItems bracketsAround(NodeId item) const;
-    bool hasReferences(NodeId id) const;
+    bool hasAnchors(NodeId id) const;
     bool endsOpen(NodeId id) const;
     std::string_view text() const { return tree.getOriginal(); }
 

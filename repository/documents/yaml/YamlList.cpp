@@ -15,7 +15,8 @@ using Texts = std::vector<std::string>;
 std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column)
 {
     const std::size_t indentation = spelled[0] == '-' ? column : 0;
-    auto file = std::make_unique<YamlFile>(std::string(indentation, ' ').append(spelled), TextEncoding());
+    std::string text = std::string(indentation, ' ').append(spelled).append("\n");
+    auto file = std::make_unique<YamlFile>(std::move(text), TextEncoding());
     const bool isList = file->readText().ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
     return isList ? std::move(file) : nullptr;
 }
@@ -35,6 +36,22 @@ std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column)
     return file ? std::optional(std::get<Texts>(file->read(file->tree.getRoot()).data)) : std::nullopt;
 }
 
+bool hasYamlListComment(std::string_view spelled, std::size_t column)
+{
+    const auto file = fileOf(spelled, column);
+    if (!file)
+        return hasYamlComment(spelled, 0, spelled.size());
+    const YamlTree& tree = file->tree;
+    std::size_t at = 0;
+    for (NodeId id = tree.node(tree.getRoot()).first; id != noNode; id = tree.node(id).next) {
+        if (hasYamlComment(tree.getOriginal(), at, tree.node(id).begin) ||
+            !commentOfYamlBlock(tree.readValueText(id)).empty())
+            return true;
+        at = tree.node(id).valueEnd;
+    }
+    return hasYamlComment(tree.getOriginal(), at, tree.getOriginal().size());
+}
+
 std::string spellNewYamlList(const Texts& list)
 {
     YamlPlace place;
@@ -45,6 +62,41 @@ std::string spellNewYamlList(const Texts& list)
     return text += ']';
 }
 
+Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list, const Texts& former,
+                     const Texts& texts)
+{
+    const auto begin = std::mismatch(former.begin(), former.end(), texts.begin(), texts.end());
+    const auto end = std::mismatch(former.rbegin(), std::reverse_iterator(begin.first), texts.rbegin(),
+                                   std::reverse_iterator(begin.second));
+    const auto from = std::size_t(begin.first - former.begin());
+    const auto oldCount = std::size_t(end.first.base() - begin.first);
+    const auto newCount = std::size_t(end.second.base() - begin.second);
+    const std::size_t common = std::min(oldCount, newCount);
+    const YamlTree& tree = file.tree;
+    for (std::size_t i = from; i < from + oldCount; ++i) {
+        const NodeId item = tree.elementAt(list, i);
+        const YamlNode& node = tree.node(item);
+        if (i < from + common && former[i] == texts[i])
+            continue;
+        if (node.isUsed) {
+            const Outcome place = outcomeAt(tree.getOriginal(), tree.findAliasOf(item));
+            return outcomeAt(tree.getOriginal(), node.begin,
+                             "the anchor of element " + std::to_string(i) + " is used at line " +
+                                 std::to_string(place.line));
+        }
+        const std::string_view spelled = node.isAlias ? std::string_view() : tree.readValueText(item);
+        if (i < from + common)
+            editor.replace(node.begin, node.valueEnd,
+                           std::string(tree.text(node.begin, node.value)) +
+                               spellYamlText(texts[i], spelled, file.placeOf(item)));
+    }
+    const Texts added(begin.second + std::ptrdiff_t(common), begin.second + std::ptrdiff_t(newCount));
+    const Outcome outcome = added.empty() ? Outcome() : editor.insertTexts(list, from + common, added);
+    if (outcome.ok())
+        editor.removeElements(list, from + common, oldCount - common);
+    return outcome;
+}
+
 std::optional<std::string> spellYamlList(const Texts& list, std::string_view former, std::size_t column,
                                          const YamlPlace& place)
 {
@@ -52,26 +104,10 @@ std::optional<std::string> spellYamlList(const Texts& list, std::string_view for
     if (!file)
         return {};
     const NodeId root = file->tree.getRoot();
-    const Texts texts = std::get<Texts>(file->read(root).data);
     file->lineEnd = std::string(place.lineEnd);
-    const auto begin = std::mismatch(texts.begin(), texts.end(), list.begin(), list.end());
-    const auto end = std::mismatch(texts.rbegin(), std::reverse_iterator(begin.first), list.rbegin(),
-                                   std::reverse_iterator(begin.second));
-    const auto from = std::size_t(begin.first - texts.begin());
-    const auto oldCount = std::size_t(end.first.base() - begin.first);
-    const auto newCount = std::size_t(end.second.base() - begin.second);
-    const std::size_t common = std::min(oldCount, newCount);
     YamlEditor editor(*file);
-    for (std::size_t i = from; i < from + common; ++i) {
-        const NodeId item = file->tree.elementAt(root, i);
-        if (texts[i] != list[i])
-            editor.replaceText(item, spellYamlText(list[i], file->tree.valueText(item), file->placeOf(item)));
-    }
-    const std::vector<std::string> added(begin.second + std::ptrdiff_t(common),
-                                         begin.second + std::ptrdiff_t(newCount));
-    if (!added.empty() && !editor.insertTexts(root, from + common, added).ok())
+    if (!editYamlList(editor, *file, root, std::get<Texts>(file->read(root).data), list).ok())
         return {};
-    editor.removeElements(root, from + common, oldCount - common);
     std::string text = editor.apply();
     const std::size_t indentation = former[0] == '-' ? column : 0;
     if (former[0] == '-' && !list.empty() && text.compare(0, indentation, std::string(indentation, ' ')) != 0)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "repository/documents/common/Document.h"
+#include "repository/documents/common/SyntaxTree.h"
 #include "repository/documents/yaml/YamlSpelling.h"
 
 #include <optional>
@@ -17,8 +19,19 @@ bool isYamlList(std::string_view spelled);
 // Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
 std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
 
+// Whether there is a comment in it.
+bool hasYamlListComment(std::string_view spelled, std::size_t column);
+
 // A new list in brackets. Its texts are valid UTF-8.
 std::string spellNewYamlList(const std::vector<std::string>& list);
+
+class YamlEditor;
+class YamlFile;
+
+// Edits that make a list of texts another one; elements that both share at the beginning or end stay. An
+// anchor that is in use does, too.
+Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list,
+                     const std::vector<std::string>& former, const std::vector<std::string>& texts);
 
 // A list in the form of the former one, of which elements that both share at the beginning or end keep their
 // bytes; nothing where it cannot have that form.

@@ -13,7 +13,7 @@ enum class YamlKind : std::uint8_t {
     Sequence,
     List,   // a sequence of texts; its elements are no entries
     Scalar, // an alias that leads nowhere, too
-    Merge   // what "<<" names; whatever is in it is no entry
+    Merge   // aliases behind "<<"; whatever is in it is no entry
 };
 
 enum class YamlPart : std::uint8_t { Value };
@@ -28,15 +28,16 @@ struct YamlNode : SyntaxNode
         YamlStyle::Plain;   // Flow for a key that is no scalar, which is named as it is written
     Type tag = Type::Group; // the type that a comment line above it names
     bool hasKey : 1;
-    bool isText : 1;     // a string that may be part of a list
-    bool isAlias : 1;    // its value is "*name"
-    bool isShared : 1;   // a copy below an alias
-    bool isUsed : 1;     // an alias leads to it, or a merge
-    bool isCopied : 1;   // below an alias
-    bool namesKey : 1;   // by an alias that is one
-    bool isAnchored : 1; // has an anchor
-    bool isTagged : 1;   // has a tag in front of its value that is no part of it
-    bool lacksColon : 1; // an empty value of a key without ":"
+    bool isText : 1;      // a string that may be part of a list
+    bool isAlias : 1;     // its value is "*name"
+    bool isShared : 1;    // a copy below an alias, or one that a merge brings in
+    bool isInherited : 1; // the latter; it comes after all that is written in its map, and is not counted
+    bool isMerged : 1;    // "<<", of which all comes into its map
+    bool isUsed : 1;      // an alias leads to it, or a merge
+    bool namesKey : 1;    // by an alias that is one
+    bool isAnchored : 1;  // has an anchor
+    bool isTagged : 1;    // has a tag in front of its value that is no part of it
+    bool lacksColon : 1;  // an empty value of a key without ":"
     bool hasKeyProperties : 1;
     bool mayHoldOwnValue : 1; // a child has the key of own values
     bool isRepeated : 1;      // a key that was there before
@@ -49,21 +50,21 @@ struct YamlNode : SyntaxNode
     std::uint32_t nonTexts = 0; // children that are no texts
 
     YamlNode()
-        : hasKey(false), isText(false), isAlias(false), isShared(false), isUsed(false), isCopied(false),
-          namesKey(false), isAnchored(false), isTagged(false), lacksColon(false), hasKeyProperties(false),
-          mayHoldOwnValue(false), isRepeated(false), isIndexed(false)
+        : hasKey(false), isText(false), isAlias(false), isShared(false), isInherited(false), isMerged(false),
+          isUsed(false), namesKey(false), isAnchored(false), isTagged(false), lacksColon(false),
+          hasKeyProperties(false), mayHoldOwnValue(false), isRepeated(false), isIndexed(false)
     {
     }
 
     void adopt(const YamlNode& child)
     {
-        ++count;
+        count += child.isInherited ? 0 : 1;
         nonTexts += child.isText ? 0 : 1;
     }
 
     void disown(const YamlNode& child)
     {
-        --count;
+        count -= child.isInherited ? 0 : 1;
         nonTexts -= child.isText ? 0 : 1;
     }
 

@@ -1,5 +1,7 @@
 #include "repository/documents/yaml/YamlReader.h"
 
+#include "repository/documents/yaml/YamlTokens.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
@@ -43,6 +45,26 @@ std::optional<std::size_t> findForeignByte(std::string_view text)
         at += length;
     }
     return {};
+}
+
+constexpr std::string_view nullElement = " ~";
+
+// After the "-" of elements that have nothing; and such lines in texts, which stay texts with a null more.
+std::vector<std::size_t> findEmptyElements(std::string_view text)
+{
+    std::vector<std::size_t> found;
+    for (std::size_t line = 0; line < text.size(); line = skipYamlLine(text, line)) {
+        const std::size_t dash = skipYamlBlanks(text, line);
+        const std::size_t rest = skipYamlBlanks(text, dash + 1);
+        const bool isAlone =
+            rest >= text.size() || isYamlBreak(text[rest]) || (text[rest] == '#' && rest > dash + 1);
+        if (dash == text.size() || text[dash] != '-' || !isAlone)
+            continue;
+        const std::size_t next = skipYamlTrivia(text, dash + 1);
+        if (next == text.size() || columnOfYaml(text, next) <= dash - line)
+            found.push_back(dash + 1);
+    }
+    return found;
 }
 
 YamlRange rangeOf(fy_token* token, std::size_t before = 0, std::size_t after = 0)
@@ -116,7 +138,7 @@ struct YamlReader::Parser
     Parser* before = nullptr; // another one that was left
 };
 
-YamlReader::YamlReader(std::string_view yaml) : text(yaml)
+YamlReader::YamlReader(std::string_view yaml, bool fillsElements) : text(yaml)
 {
     if (const auto foreign = findForeignByte(text)) {
         const auto byte = static_cast<unsigned char>(text[*foreign]);
@@ -126,8 +148,21 @@ YamlReader::YamlReader(std::string_view yaml) : text(yaml)
                       : utf8Length(text.substr(*foreign)) == 0 ? "this is not valid UTF-8"
                                                                : "a control character, which YAML forbids");
     } else if (!text.empty()) {
-        parser = std::make_unique<Parser>(text);
+        std::size_t at = 0;
+        for (const std::size_t end : fillsElements ? findEmptyElements(text) : std::vector<std::size_t>()) {
+            filled += text.substr(at, end - at);
+            fills.push_back(filled.size());
+            filled += nullElement;
+            at = end;
+        }
+        filled += at > 0 ? text.substr(at) : std::string_view();
+        parser = std::make_unique<Parser>(fills.empty() ? text : filled);
     }
+}
+
+bool YamlReader::hasEmptyElements(std::string_view yaml)
+{
+    return !findEmptyElements(yaml).empty();
 }
 
 YamlReader::~YamlReader()
@@ -150,6 +185,20 @@ bool YamlReader::fail()
     return false;
 }
 
+// Without the nulls; what is one of them is nowhere.
+YamlRange YamlReader::inText(YamlRange range) const
+{
+    if (fills.empty() || !range.exists())
+        return range;
+    const auto toText = [this](std::size_t at) {
+        const auto count = std::size_t(std::lower_bound(fills.begin(), fills.end(), at) - fills.begin());
+        const std::size_t last = count == 0 ? 0 : std::min(nullElement.size(), at - fills[count - 1]);
+        return at - last - (count == 0 ? 0 : (count - 1) * nullElement.size());
+    };
+    const YamlRange found{toText(range.begin), toText(range.end)};
+    return found.begin == found.end && range.begin < range.end ? YamlRange() : found;
+}
+
 bool YamlReader::next(YamlEvent& event)
 {
     if (!parser)
@@ -162,13 +211,13 @@ bool YamlReader::next(YamlEvent& event)
         event = YamlEvent();
         const auto take = [&](YamlEvent::Kind kind, fy_token* token) {
             event.kind = kind;
-            event.token = rangeOf(token);
+            event.token = inText(rangeOf(token));
             event.style = event.token.begin < event.token.end ? YamlStyle::Flow : YamlStyle::Block;
             return true;
         };
         const auto takeProperties = [&](fy_token* anchor, fy_token* tag) {
-            event.anchor = rangeOf(anchor, 1);
-            event.tag = rangeOf(tag);
+            event.anchor = inText(rangeOf(anchor, 1));
+            event.tag = inText(rangeOf(tag));
         };
         switch (read->type) {
         case FYET_DOCUMENT_START:
@@ -190,12 +239,12 @@ bool YamlReader::next(YamlEvent& event)
             event.kind = YamlEvent::Kind::Scalar;
             event.style = styleOf(read->scalar.value);
             const bool isQuoted = event.style == YamlStyle::Single || event.style == YamlStyle::Double;
-            event.token = rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0);
+            event.token = inText(rangeOf(read->scalar.value, isQuoted ? 1 : 0, isQuoted ? 1 : 0));
             return true;
         }
         case FYET_ALIAS:
             event.kind = YamlEvent::Kind::Alias;
-            event.token = rangeOf(read->alias.anchor, 1);
+            event.token = inText(rangeOf(read->alias.anchor, 1));
             return true;
         default:
             break;

@@ -4,7 +4,9 @@
 #include "repository/documents/yaml/YamlEvent.h"
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -12,8 +14,10 @@ namespace Repository::Documents {
 class YamlReader
 {
 public:
-    // The text must stay where it is.
-    explicit YamlReader(std::string_view yaml);
+    // The text must stay where it is. libfyaml refuses empty elements of a list in the column of its key;
+    // they are read where it is shown a null for each.
+    static bool hasEmptyElements(std::string_view yaml);
+    explicit YamlReader(std::string_view yaml, bool fillsElements = false);
     ~YamlReader();
     YamlReader(const YamlReader&) = delete;
     YamlReader& operator=(const YamlReader&) = delete;
@@ -28,8 +32,11 @@ private:
     struct Parser;
 
     bool fail();
+    YamlRange inText(YamlRange range) const;
 
     std::string_view text;
+    std::vector<std::size_t> fills; // where nulls are in the text that is read
+    std::string filled;
     std::unique_ptr<Parser> parser;
     Outcome outcome;
 };

@@ -11,6 +11,7 @@ namespace Repository::Documents {
 namespace {
 
 constexpr std::string_view keyAbove = "k:\n";
+constexpr int mostTries = 3;        // before all is read, which is not much more
 constexpr std::size_t markSize = 8; // of which a text in another encoding may be told
 
 bool isIn(std::string_view text, std::string_view piece)
@@ -41,7 +42,7 @@ bool standAlone(const YamlTree& tree, const YamlTree::Run& run, std::size_t dept
         const YamlNode& node = tree.node(id);
         const bool hasComplexKey = node.hasKey && node.keyStyle > YamlStyle::Double;
         if (node.isAlias || node.isShared || node.isAnchored || node.hasKeyProperties || hasComplexKey ||
-            node.kind == YamlKind::Merge || around > YamlBuilder::maximumDepth)
+            node.kind == YamlKind::Merge || node.isMerged || around > YamlBuilder::maximumDepth)
             return false;
         for (NodeId child = node.first; child != noNode; child = tree.node(child).next)
             pending.emplace_back(child, around + 1);
@@ -66,18 +67,14 @@ YamlReread::YamlReread(YamlFile& yamlFile, const YamlEditor& yamlEditor)
 
 bool YamlReread::read()
 {
-    for (; near != noNode && tree.node(near).parent != noNode; near = tree.node(near).parent) {
-        if (!isInBlock(near) || !findRun())
-            continue;
-        if ((run.textEnd - run.begin) * 2 > tree.getOriginal().size())
-            break;
-        if (!readPart())
-            continue;
-        near = tree.node(near).parent;
-        return true;
+    bool isRead = false;
+    for (; !isRead && near != noNode && tree.node(near).parent != noNode && tries < mostTries;
+         near = tree.node(near).parent) {
+        const bool mayBeRead = isInBlock(near) && findRun();
+        tries += mayBeRead ? 1 : 0;
+        isRead = mayBeRead && readPart();
     }
-    near = noNode;
-    return false;
+    return isRead;
 }
 
 // Whether nothing but blanks and brackets of blocks is around it.
@@ -100,8 +97,8 @@ bool YamlReread::isClosed(NodeId id) const
 {
     if (tree.node(id).hasKey && layout.beginOf(id) != tree.node(id).key)
         return false;
-    while (tree.node(id).last != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
-        id = tree.node(id).last;
+    while (tree.lastOwn(id) != noNode && !tree.node(id).isFlow() && !tree.node(id).isAlias)
+        id = tree.lastOwn(id);
     return !tree.node(id).isBlockScalar() && !tree.node(id).lacksColon;
 }
 
@@ -160,7 +157,7 @@ bool YamlReread::mayBeRead(NodeId collection) const
     if (tree.findKey(collection, "<<") != noNode)
         return false;
     for (NodeId above = collection; above != noNode; above = tree.node(above).parent) {
-        if (tree.node(above).isAnchored || tree.node(above).isShared)
+        if (tree.node(above).isAnchored || tree.node(above).isShared || tree.node(above).isMerged)
             return false;
     }
     return standAlone(tree, run, 0);

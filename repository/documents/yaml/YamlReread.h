@@ -45,6 +45,7 @@ private:
     const YamlEditor& editor;
     YamlLayout layout;
     NodeId near; // lies in the run, or is one of its entries
+    int tries = 0;
     std::size_t editBegin = 0;
     std::size_t editEnd = 0;
     YamlTree::Run run;

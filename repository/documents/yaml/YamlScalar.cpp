@@ -162,8 +162,8 @@ std::string decodeYamlPlain(std::string_view spelled)
 std::string decodeYamlQuoted(std::string_view spelled)
 {
     const std::string_view body = spelled.substr(1, spelled.size() - 2);
-    if (std::none_of(body.begin(), body.end(),
-                     [](char c) { return c == '\\' || c == '\'' || isYamlBreak(c); }))
+    const bool isEscaped = body.find(spelled[0] == '\'' ? '\'' : '\\') != std::string_view::npos;
+    if (!isEscaped && !hasYamlBreak(body))
         return std::string(body);
     return spelled[0] == '\'' ? decodeSingle(body) : decodeDouble(body);
 }

@@ -127,7 +127,7 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
     std::replace(plain.begin(), plain.end(), '\n', ' ');
     const YamlBlockHeader header = isBlock(former) ? readYamlBlockHeader(former) : YamlBlockHeader();
     const bool keeps = block.ends > 1;
-    if (!isPrintable(plain) || (keeps && place.isBeforeBlank && header.chomping != '+'))
+    if (!isPrintable(plain) || (keeps && (place.endsFile || (place.isBeforeBlank && header.chomping != '+'))))
         return {};
     const std::size_t formerIndentation =
         isBlock(former) ? indentationOfYamlBlock(former, header, place.indentation) : 0;
@@ -157,7 +157,7 @@ std::optional<std::string> encodeBlock(std::string_view text, std::string_view f
             spelled.append(own, ' ') += line;
         previous = line.empty() ? previous : line;
     }
-    for (std::size_t i = 1; i < block.ends; ++i)
+    for (std::size_t i = place.endsFile ? 0 : 1; i < block.ends; ++i)
         spelled += place.lineEnd;
     return decodeYamlScalar(spelled, place.indentation) == text ? std::optional(std::move(spelled))
                                                                 : std::nullopt;
@@ -220,6 +220,16 @@ Value readYamlScalar(std::string_view spelled, std::size_t indentation)
     if (first == '"' || first == '\'' || first == '|' || first == '>')
         return {Type::String, decodeYamlScalar(spelled, indentation)};
     return hasYamlBreak(spelled) ? Value{Type::String, decodeYamlPlain(spelled)} : readYamlPlain(spelled);
+}
+
+std::string_view commentOfYamlBlock(std::string_view spelled)
+{
+    spelled.remove_prefix(tagOfYamlScalar(spelled).size());
+    if (!isBlock(spelled))
+        return {};
+    const std::string_view line = spelled.substr(0, findYamlLineEnd(spelled, 0));
+    const std::size_t at = line.find('#');
+    return at == npos ? std::string_view() : line.substr(at, line.find_last_not_of(" \t") + 1 - at);
 }
 
 std::string spellYamlText(std::string_view text, std::string_view former, const YamlPlace& place)

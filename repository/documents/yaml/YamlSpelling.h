@@ -18,6 +18,7 @@ struct YamlPlace
     bool inFlow = false;
     bool mayBreak = true;       // a text may become one of several lines
     bool isBeforeBlank = false; // an empty line follows, which the text must not take up
+    bool endsFile = false;      // no line end follows
 };
 
 // The text of a scalar as it is spelled, with a tag that names a type in front of it or without. The
@@ -29,6 +30,9 @@ Value readYamlScalar(std::string_view spelled, std::size_t indentation);
 
 // What is in front of a scalar: a tag that names its type, and the blanks after it.
 std::string_view tagOfYamlScalar(std::string_view spelled);
+
+// The comment on the first line of a block scalar; empty for none, and of anything else.
+std::string_view commentOfYamlBlock(std::string_view spelled);
 
 // A text in the style of the former spelling, empty for none, where that can hold it. It is valid UTF-8.
 std::string spellYamlText(std::string_view text, std::string_view former, const YamlPlace& place);

@@ -105,12 +105,12 @@ void YamlTree::settleEnds(NodeId collection)
             node.valueEnd = std::uint32_t(original.size());
             return;
         }
-        node.valueEnd = nodes[node.last].valueEnd;
+        node.valueEnd = nodes[lastOwn(id)].valueEnd;
         if (node.isSequence())
             node.kind = node.nonTexts == 0 ? YamlKind::List : YamlKind::Sequence;
         if (node.kind == YamlKind::List)
             node.valueEnd = std::uint32_t(endOfYamlList(original, node.valueEnd));
-        if (node.next != noNode)
+        if (node.next != noNode && !nodes[node.next].isInherited)
             return;
     }
 }

@@ -3,9 +3,10 @@
 #include "repository/documents/yaml/YamlDocument.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
+#include "repository/documents/yaml/YamlLinks.h"
 #include "repository/documents/yaml/YamlReread.h"
-#include "repository/documents/yaml/YamlSubtrees.h"
 #include "repository/documents/yaml/YamlTokens.h"
+#include "repository/documents/yaml/YamlValues.h"
 
 #include <algorithm>
 
@@ -40,13 +41,32 @@ std::vector<YamlWanted> wantedAt(std::string_view path, const std::vector<Entry>
 
 } // namespace
 
+// One value alone is read again with what is around it.
 void YamlDocument::settle()
 {
     if (!file->isEdited())
         return;
+    const std::vector<NodeId> edited = file->editedNodes();
+    if (edited.size() == 1 && settleValue(edited.front()))
+        return;
     auto fresh = std::make_unique<YamlFile>(file->writeText(), file->encoding);
     if (fresh->readText().ok())
         file = std::move(fresh);
+}
+
+bool YamlDocument::settleValue(NodeId id)
+{
+    const std::string text(file->tree.valueText(id));
+    YamlValues values(*file);
+    values.restore(id);
+    file->tree.takeValue(id);
+    YamlEditor editor(*file);
+    editor.replaceText(id, text);
+    editor.noteChanged(id);
+    const auto settled = rereadPart(editor, Kind::Insertion, noNode, {});
+    if (!settled)
+        values.putText(id, text);
+    return settled.has_value();
 }
 
 Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
@@ -69,6 +89,8 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
     YamlGuard guard(*file, *fresh, editor);
     if (kind == Kind::Renaming)
         guard.allowRenaming(node);
+    if (kind == Kind::Removal)
+        guard.allowRemoval(node);
     std::string fault = guard.findFault();
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
         fault = "moved, YAML would read it differently";
@@ -90,6 +112,8 @@ std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind k
         YamlGuard guard(*file, reread.getFormer(), reread.getPartFile(), reread.getPart(), editor);
         if (kind == Kind::Renaming)
             guard.allowRenaming(node);
+        if (kind == Kind::Removal)
+            guard.allowRemoval(node);
         if (!guard.findFault().empty() || (kind == Kind::Moving && !guard.keepsMoved()))
             continue;
         reread.install();
@@ -109,25 +133,15 @@ Outcome YamlDocument::checkShape(std::string_view path, NodeId id, bool isGone) 
 {
     const YamlTree& tree = file->tree;
     const YamlNode& node = tree.node(id);
-    const std::string_view text = tree.getOriginal();
     if (node.isShared || (node.isAlias && !isGone))
-        return outcomeAt(text, node.isAlias ? node.value : node.begin,
-                         quoted(path) +
-                             " is what an alias shows; change what that leads to, or give the alias a "
-                             "value of its own");
-    const NodeId copied = tree.findCopied(isGone ? node.parent : id);
-    if (copied != noNode) {
-        Outcome place = outcomeAt(text, tree.findAliasOf(copied));
-        place.error = quoted(path) + " is also shown by an alias, at line " + std::to_string(place.line) +
-                      "; replace the alias by a value of its own first";
-        return place;
-    }
+        return YamlLinks(*file).explainCopy(path, id);
     const bool isDocument = node.parent != noNode && tree.node(node.parent).style == YamlStyle::Stream;
     const NodeId used = isGone && !isDocument ? tree.findUsed(id) : noNode;
     if (used == noNode)
         return {};
-    Outcome place = outcomeAt(text, tree.findAliasOf(used));
-    place.error = "an anchor in " + quoted(path) + " is used at line " + std::to_string(place.line);
+    Outcome place = outcomeAt(tree.getOriginal(), tree.findAliasOf(used));
+    place.error = "an anchor in " + quoted(path) + " is used at line " + std::to_string(place.line) +
+                  "; remove what uses it, or give that a value of its own, first";
     return place;
 }
 
@@ -152,9 +166,13 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
 {
     settle();
     const YamlTree& tree = file->tree;
-    const PathMatch place = file->match(path);
+    PathMatch place = file->match(path);
     if (!place.isPath)
         return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+    if (place.missing.empty() && tree.node(place.node).isInherited) { // which gives way to one of its own
+        place.node = tree.node(place.node).parent;
+        place.missing.push_back(splitLast(path).last);
+    }
     const NodeId parent = place.node;
     Value own; // of the entry below which it comes
     YamlEditor editor(*file);
@@ -221,6 +239,8 @@ Outcome YamlDocument::replaceAll(std::string_view path, const std::vector<Entry>
     settle();
     index = 0;
     const NodeId id = path.empty() ? noNode : file->find(path);
+    if (id != noNode && file->tree.node(id).isInherited)
+        return insertAll(path, entries, index);
     YamlBranch branch;
     if (id != noNode && checkShape(path, id, true).ok() && growYamlBranch(entries, branch).empty()) {
         YamlEditor editor(*file);
@@ -297,7 +317,7 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
                        "which in a file of one document do not begin with its number; edit the text instead");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
-    return commit(editor);
+    return commit(editor, Kind::Removal, id);
 }
 
 std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_view name)
@@ -312,7 +332,9 @@ std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_v
     const std::string key = yamlKeyOf(name, error);
     if (!error.empty())
         return refused(error);
-    const Outcome outcome = checkShape(path, parent, false);
+    Outcome outcome = checkShape(path, parent, false);
+    if (outcome.ok() && tree.node(id).isInherited)
+        outcome = YamlLinks(*file).explainCopy(path, id);
     if (!outcome.ok())
         return outcome;
     const NodeId other = tree.findKey(parent, key);
@@ -329,53 +351,6 @@ std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_v
     const std::string renamed = joinPath(splitLast(path).parent, name);
     return commit(editor, Kind::Renaming, id,
                   [&](const YamlFile& fresh) { return fresh.find(renamed) != noNode; });
-}
-
-std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
-{
-    if (file->isEdited()) {
-        YamlDocument settled;
-        return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
-    }
-    const NodeId id = path.empty() ? noNode : file->findElement(path);
-    return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
-}
-
-bool YamlDocument::hasComments(std::string_view path) const
-{
-    if (file->isEdited()) {
-        YamlDocument settled;
-        return settled.parse(getBytes()).ok() && settled.hasComments(path);
-    }
-    const NodeId id = path.empty() ? noNode : file->findElement(path);
-    return id != noNode && YamlLayout(*file).hasComments(id);
-}
-
-bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
-{
-    settle();
-    const PathEnds ends = splitLast(path);
-    const NodeId parent = path.empty() || excerpt.names.empty() ? noNode : file->find(ends.parent);
-    if (parent == noNode || !checkShape(path, parent, false).ok())
-        return false;
-    const YamlNode& node = file->tree.node(parent);
-    const YamlSubtrees subtrees(*file);
-    YamlEditor editor(*file);
-    Outcome outcome;
-    if (node.isSequence()) {
-        const auto position = readIndex(ends.last);
-        if (!position || *position > node.count || node.style == YamlStyle::Stream)
-            return false;
-        outcome = subtrees.insertElement(editor, parent, *position, excerpt);
-    } else {
-        const std::string key = yamlKeyOf(ends.last, outcome.error);
-        if (!outcome.ok() || node.kind != YamlKind::Map || file->tree.findKey(parent, key) != noNode)
-            return false;
-        outcome = subtrees.insertMember(editor, parent, key, excerpt);
-    }
-    return outcome.ok() && commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
-                               return fresh.findElement(path) != noNode;
-                           }).ok();
 }
 
 } // namespace Repository::Documents

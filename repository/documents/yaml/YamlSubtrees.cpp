@@ -110,7 +110,8 @@ Outcome YamlSubtrees::insertItem(YamlEditor& editor, NodeId flow, std::size_t po
 {
     const auto indentation = layout.itemIndentation(flow);
     const bool hasLines = hasYamlBreak(excerpt.text) || !excerpt.above.empty() || !excerpt.after.empty();
-    if (piece.isBlock || (hasLines && !indentation))
+    const bool isNothing = piece.content == excerpt.text.size(); // some readers refuse a ":" beside a bracket
+    if (isNothing || piece.isBlock || (hasLines && !indentation))
         return noPlace();
     std::string item =
         textOf(excerpt, piece.value, key.empty() ? key : key + ':', indentation.value_or(std::string()));

@@ -30,7 +30,7 @@ std::size_t findYamlLineEnd(std::string_view text, std::size_t at)
 
 bool hasYamlBreak(std::string_view text)
 {
-    return findYamlLineEnd(text, 0) < text.size();
+    return text.find('\n') != std::string_view::npos || text.find('\r') != std::string_view::npos;
 }
 
 std::size_t skipYamlBreak(std::string_view text, std::size_t at)

@@ -20,6 +20,13 @@ void YamlTree::restoreValue(NodeId id)
     nodes[id].hasOwnTexts = false;
 }
 
+void YamlTree::takeValue(NodeId id)
+{
+    restoreValue(id);
+    for (YamlNode& node : nodes) // also where a value was edited and restored
+        node.touched = false;
+}
+
 std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
 {
     const YamlNode& node = nodes[id];
@@ -60,6 +67,39 @@ YamlTree::Origin YamlTree::originOf(NodeId id) const
 {
     const auto found = origins.find(id);
     return found == origins.end() ? Origin() : found->second;
+}
+
+void YamlTree::setOrigin(NodeId id, Origin origin)
+{
+    origins[id] = origin;
+    if (!origin.isKey)
+        sharers[origin.node].push_back(id);
+}
+
+const std::vector<NodeId>& YamlTree::sharersOf(NodeId origin) const
+{
+    static const std::vector<NodeId> none;
+    const auto found = sharers.find(origin);
+    return found == sharers.end() ? none : found->second;
+}
+
+bool YamlTree::isLinked(NodeId id) const
+{
+    return (origins.count(id) > 0 && !isEdited(id)) || sharers.count(id) > 0;
+}
+
+bool YamlTree::isMergeKey(NodeId id) const
+{
+    const YamlNode& node = nodes[id];
+    return node.hasKey && node.keyStyle == YamlStyle::Plain && text(node.key, node.keyEnd) == "<<";
+}
+
+NodeId YamlTree::lastOwn(NodeId collection) const
+{
+    NodeId id = nodes[collection].last;
+    while (id != noNode && nodes[id].isInherited)
+        id = nodes[id].previous;
+    return id;
 }
 
 bool YamlTree::hasName(NodeId id, std::string_view key, std::size_t ordinal) const
@@ -139,13 +179,6 @@ bool YamlTree::isOwnValue(NodeId id) const
            hasName(id, yamlOwnValueKey, 1);
 }
 
-NodeId YamlTree::findCopied(NodeId id) const
-{
-    while (id != noNode && !nodes[id].isCopied)
-        id = nodes[id].parent;
-    return id;
-}
-
 NodeId YamlTree::findUsed(NodeId id) const
 {
     std::vector<NodeId> pending{id};
@@ -182,7 +215,9 @@ void YamlTree::copyKeyText(NodeId from, NodeId to)
 // Finds the keys that a map has more than once.
 void YamlTree::numberMembers(NodeId map)
 {
-    const std::uint32_t count = nodes[map].count;
+    std::uint32_t count = nodes[map].count;
+    for (NodeId id = nodes[map].last; id != noNode && nodes[id].isInherited; id = nodes[id].previous)
+        ++count;
     HashIndex index;
     if (count > fewChildren)
         index.reserve(count);
@@ -210,7 +245,7 @@ void YamlTree::numberMembers(NodeId map)
     }
     if (count > fewChildren) {
         nodes[map].isIndexed = true;
-        indexes.emplace(map, std::move(index));
+        indexes.insert_or_assign(map, std::move(index));
     }
 }
 

@@ -38,6 +38,9 @@ public:
     std::string_view valueText(NodeId id) const;
     std::string_view readValueText(NodeId id) const { return text(nodes[id].value, nodes[id].valueEnd); }
     void restoreValue(NodeId id);
+
+    // The only edited value, whose text is read again.
+    void takeValue(NodeId id);
     bool isEdited(NodeId id) const { return nodes[id].hasOwnTexts; }
 
     // The decoded key, in the text or in the buffer.
@@ -54,6 +57,19 @@ public:
     };
     Origin originOf(NodeId id) const;
 
+    // What shows a node, in the order of the text.
+    const std::vector<NodeId>& sharersOf(NodeId origin) const;
+
+    // Whether a node shows another one, or the other way round, and whether any does.
+    bool isLinked(NodeId id) const;
+    bool hasLinks() const { return !origins.empty(); }
+
+    // Whether the key of a node is the one that merges maps into the one around it.
+    bool isMergeKey(NodeId id) const;
+
+    // The last child that is written in the collection.
+    NodeId lastOwn(NodeId collection) const;
+
     // The child by its component of a path; noNode without one. An own value is not a child, and neither are
     // the elements of a list.
     NodeId find(NodeId parent, std::string_view component) const;
@@ -64,9 +80,6 @@ public:
     NodeId findOwnValue(NodeId id) const;
     bool isOwnValue(NodeId id) const;
 
-    // Whether an alias shows what is in a node, or the node itself; the nearest such node.
-    NodeId findCopied(NodeId id) const;
-
     // The first node at or below that an alias leads to from elsewhere; noNode for none.
     NodeId findUsed(NodeId id) const;
 
@@ -76,7 +89,7 @@ public:
     // While reading.
     void makeRoom(std::size_t count) { nodes.reserve(count); }
     void setRoot(NodeId id);
-    void setOrigin(NodeId id, Origin origin) { origins[id] = origin; }
+    void setOrigin(NodeId id, Origin origin);
     void setKeyText(NodeId id, std::string text) { keyTexts[id] = std::move(text); }
     void copyKeyText(NodeId from, NodeId to);
     void numberMembers(NodeId map);
@@ -107,7 +120,8 @@ private:
     void settleEnds(NodeId collection);
 
     std::unordered_map<NodeId, Origin> origins;
-    std::unordered_map<NodeId, std::string> keyTexts; // of keys that are aliases
+    std::unordered_map<NodeId, std::vector<NodeId>> sharers; // of origins
+    std::unordered_map<NodeId, std::string> keyTexts;        // of keys that are aliases
     std::unordered_map<NodeId, std::size_t> ordinals;
     std::unordered_map<NodeId, std::size_t> aliases;                  // the first of each target
     std::unordered_map<NodeId, HashIndex> indexes;                    // of large maps

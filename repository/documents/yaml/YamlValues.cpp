@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlValues.h"
 
+#include "repository/documents/yaml/YamlLinks.h"
 #include "repository/documents/yaml/YamlList.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -16,17 +17,12 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                          quoted(path) + " names what is merged into its map; change that instead");
     const bool isBelowCollection = node.hasKey && node.keyStyle > YamlStyle::Double;
     const bool hasNoPlace = isBelowCollection && node.value == node.valueEnd; // its ":" may be one of the key
-    if ((node.lacksColon && !file.isInFlow(id)) || hasNoPlace)
+    const bool mayGetColon = file.isInFlow(id) && !hasYamlBreak(tree.text(node.key, node.keyEnd));
+    if ((node.lacksColon && !mayGetColon) || hasNoPlace)
         return outcomeAt(text, node.key,
                          "the key of " + quoted(path) + " has no \":\" that a value could follow");
-    if (node.isShared) {
-        NodeId alias = id;
-        while (!tree.node(alias).isAlias || tree.node(alias).isShared)
-            alias = tree.node(alias).parent;
-        return outcomeAt(text, tree.node(alias).value,
-                         quoted(path) + " is shown by the alias " + std::string(tree.readValueText(alias)) +
-                             "; change what that leads to, or give the alias a value of its own");
-    }
+    if (node.isShared)
+        return YamlLinks(file).explainCopy(path, id);
     if (node.namesKey) {
         Outcome place = outcomeAt(text, tree.findAliasOf(id));
         place.error = quoted(path) + " is also a key, by its alias at line " + std::to_string(place.line) +
@@ -40,13 +36,18 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
                              "an element of " + quoted(path) +
                                  " is an alias or has one, which would be lost");
     }
-    const NodeId copied = tree.findCopied(id);
-    if (copied == noNode)
-        return {};
-    const Outcome place = outcomeAt(text, tree.findAliasOf(copied));
-    return {quoted(path) + " is also shown by an alias, at line " + std::to_string(place.line) +
-                "; replace the alias by a value of its own first",
-            place.line, place.column};
+    return {};
+}
+
+bool YamlValues::hasLinkedElements(NodeId id) const
+{
+    const YamlNode& node = tree.node(id);
+    if (node.kind != YamlKind::List || node.isShared || node.isAlias || tree.isEdited(id))
+        return false;
+    NodeId item = node.first;
+    while (item != noNode && !tree.node(item).isAlias && !tree.node(item).isUsed)
+        item = tree.node(item).next;
+    return item != noNode;
 }
 
 bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
@@ -82,11 +83,15 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
                          quoted(path) +
                              " is indented by a tab, behind which no value can have quotes or a tag; "
                              "indent it by blanks");
-    const std::string_view present = tree.valueText(id);
-    const bool losesComments =
-        node.kind == YamlKind::List && !isYamlList(spelling) && present.find('#') != std::string_view::npos;
-    return losesComments ? refused(quoted(path) + " is a list with comments, which would be lost")
-                         : Outcome();
+    const std::string_view present = file.bareText(id);
+    const std::size_t column = columnOfYaml(tree.getOriginal(), node.value);
+    if (isYamlList(present) && !isYamlList(spelling) && hasYamlListComment(present, column))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
+    const std::string_view comment = commentOfYamlBlock(present);
+    if (!comment.empty() && commentOfYamlBlock(spelling) != comment)
+        return refused(quoted(path) + " is a block with " + quoted(comment) +
+                       " on its first line, which would be lost, since what it would become cannot be one");
+    return {};
 }
 
 std::optional<std::string> YamlValues::spell(NodeId id, const Value& value, Type tag) const
@@ -142,6 +147,12 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
         const bool isBehindBlank = node.value > 0 && isYamlBlank(text[node.value - 1]);
         return (!node.lacksColon ? isBehindBlank ? "" : " " : isName ? " : " : ": ") + spelling;
     }
+    const bool isBehindColon = node.hasKey && text[node.value - 1] == ':' &&
+                               (node.keyStyle == YamlStyle::Plain || spelling.find('!') == 0);
+    const bool isBehindAnchor =
+        node.begin < node.value && !isYamlBlank(text[node.value - 1]) && !isYamlBreak(text[node.value - 1]);
+    if ((isBehindColon || isBehindAnchor) && !spelling.empty() && spelling[0] != '[')
+        return ' ' + spelling;
     const bool wasBlockList = node.kind == YamlKind::List && node.style == YamlStyle::Block && !node.isAlias;
     const bool isIndentless = wasBlockList && node.parent != noNode && node.hasKey &&
                               columnOfYaml(text, node.value) <= file.blockAround(id);
@@ -151,8 +162,13 @@ std::string YamlValues::withLead(NodeId id, const std::string& spelling) const
 
 void YamlValues::put(NodeId id, const std::string& spelling)
 {
-    tree.setText(id, YamlPart::Value, withLead(id, spelling));
-    noteText(id, isTextSpelling(id, spelling));
+    putText(id, withLead(id, spelling));
+}
+
+void YamlValues::putText(NodeId id, std::string text)
+{
+    tree.setText(id, YamlPart::Value, std::move(text));
+    noteText(id, isTextSpelling(id, file.bareText(id)));
 }
 
 void YamlValues::restore(NodeId id)

@@ -17,6 +17,9 @@ public:
     // Why a value must not be changed, by whatever it would become; an outcome with the place.
     Outcome check(std::string_view path, NodeId id) const;
 
+    // Whether it is a list as it was read, of which elements are aliases or are shown by some.
+    bool hasLinkedElements(NodeId id) const;
+
     // Whether it can become a value of that spelling.
     Outcome checkKind(std::string_view path, NodeId id, std::string_view spelling) const;
 
@@ -27,6 +30,7 @@ public:
     bool wasRead(NodeId id, const Value& value) const;
 
     void put(NodeId id, const std::string& spelling);
+    void putText(NodeId id, std::string text); // which has what sets it off
     void restore(NodeId id);
 
     // With what sets it off from its key.

@@ -54,7 +54,7 @@ QByteArray readEscapedText(const QString& text, QString& fault)
 {
     const Values::ReadResult read =
         Values::readText(std::get<std::string>(Values::toValue(text).data), Values::Type::ByteArray);
-    fault = QString::fromStdString(read.error);
+    fault = Values::errorText(read);
     return read.ok() ? Values::toVariant(read.value).toByteArray() : QByteArray();
 }
 

@@ -42,7 +42,7 @@ public:
         const Values::ReadResult read = Values::readText(text, wanted);
         if (read.ok())
             return Values::toVariant(read.value);
-        fault = text.empty() ? ValueEditor::tr("A number is missing.") : QString::fromStdString(read.error);
+        fault = text.empty() ? ValueEditor::tr("A number is missing.") : Values::errorText(read);
         return {};
     }
 

@@ -1,0 +1,61 @@
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
+#include "repository/documents/yaml/YamlSubtrees.h"
+
+// The part of a document that gives and takes subtrees as they are written.
+namespace Repository::Documents {
+
+std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
+{
+    if (file->isEdited()) {
+        YamlDocument settled;
+        return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
+    }
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
+    return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
+}
+
+bool YamlDocument::hasComments(std::string_view path) const
+{
+    if (file->isEdited()) {
+        YamlDocument settled;
+        return settled.parse(getBytes()).ok() && settled.hasComments(path);
+    }
+    const NodeId id = path.empty() ? noNode : file->findElement(path);
+    if (id == noNode)
+        return false;
+    const NodeId parent = file->tree.node(id).parent;
+    const bool isOneOfSeveral = parent != noNode && file->tree.node(parent).style == YamlStyle::Stream;
+    return YamlLayout(*file).hasComments(id) ||
+           (isOneOfSeveral && YamlDocuments(*file).hasCommentsAround(id));
+}
+
+bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
+{
+    settle();
+    const PathEnds ends = splitLast(path);
+    const NodeId parent = path.empty() || excerpt.names.empty() ? noNode : file->find(ends.parent);
+    if (parent == noNode || !checkShape(path, parent, false).ok())
+        return false;
+    const YamlNode& node = file->tree.node(parent);
+    const YamlSubtrees subtrees(*file);
+    YamlEditor editor(*file);
+    Outcome outcome;
+    if (node.isSequence()) {
+        const auto position = readIndex(ends.last);
+        if (!position || *position > node.count || node.style == YamlStyle::Stream)
+            return false;
+        outcome = subtrees.insertElement(editor, parent, *position, excerpt);
+    } else {
+        const std::string key = yamlKeyOf(ends.last, outcome.error);
+        if (!outcome.ok() || node.kind != YamlKind::Map || file->tree.findKey(parent, key) != noNode)
+            return false;
+        outcome = subtrees.insertMember(editor, parent, key, excerpt);
+    }
+    return outcome.ok() && commit(editor, Kind::Insertion, noNode, [&](const YamlFile& fresh) {
+                               return fresh.findElement(path) != noNode;
+                           }).ok();
+}
+
+} // namespace Repository::Documents
