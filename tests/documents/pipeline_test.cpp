@@ -36,7 +36,7 @@ private:
 void PipelineTest::allAreConsumedInTheirOrder_data()
 {
     const auto row = TestSupport::columns<int>("count");
-    for (const int count : {0, 1, 4095, 4096, 4097, 4096 + 512, 4096 + 16 * 512 + 1, many})
+    for (const int count : {0, 1, 4095, 4096, 4097, 4096 + 256, 4096 + 16 * 256 + 1, many})
         row(qPrintable(QString::number(count)), count);
 }
 
@@ -80,7 +80,7 @@ void PipelineTest::nothingFollowsARefusal()
     }
     pipeline.finish();
     QCOMPARE(last, place);
-    QVERIFY(made <= place + 17 * 512 + 1); // the maker is told soon
+    QVERIFY(made <= place + 17 * 256 + 1); // the maker is told soon
 }
 
 void PipelineTest::theMakerGetsWhatIsThrown()
@@ -111,7 +111,7 @@ void PipelineTest::whatIsLeftUnfinishedEnds()
             pipeline.put();
         }
     }
-    QVERIFY(consumed > many - 512); // all that was handed over
+    QVERIFY(consumed > many - 256); // all that was handed over
 }
 
 VANTRY_TEST_MAIN(QCoreApplication, PipelineTest)

@@ -57,9 +57,10 @@ public:
     }
 
 private:
-    static constexpr std::size_t batchCount =
-        16; // so that one thread may be ahead while the other waits for a processor
-    static constexpr std::size_t batchSize = 512;
+    // To wake a thread costs as much as a hundred items: one that waits is woken when half of the batches are
+    // ready for it.
+    static constexpr std::size_t batchCount = 16;
+    static constexpr std::size_t batchSize = 256;
     static constexpr std::size_t few = 4096; // take less time than a thread is worth
 
     bool putAlone()
@@ -91,7 +92,8 @@ private:
         sizes[made % batchCount] = filled;
         filled = 0;
         ++made;
-        changed.notify_all();
+        if (made - consumed >= batchCount / 2)
+            changed.notify_all();
         changed.wait(lock, [this] { return made - consumed < batchCount; });
         return !isStopped;
     }
@@ -119,7 +121,8 @@ private:
             lock.lock();
             isStopped = !goesOn;
             ++consumed;
-            changed.notify_all();
+            if (made - consumed <= batchCount / 2)
+                changed.notify_all();
         }
     }
 
