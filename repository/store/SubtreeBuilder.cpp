@@ -1,15 +1,19 @@
 #include "repository/store/SubtreeBuilder.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 #include "repository/notification/PatternIndex.h"
 
 namespace Repository {
 
+using FrameworkCore::Values::Type;
+using FrameworkCore::Values::Value;
+
 SubtreeBuilder::SubtreeBuilder(Node& emptyRoot) : root(emptyRoot), levels{{0, &emptyRoot}}
 {
 }
 
-void SubtreeBuilder::add(std::string_view path, bool isAttribute, QVariant value)
+void SubtreeBuilder::add(std::string_view path, const Value& value)
 {
     const Level above = levelAbove(path);
     Node& parent = *above.node;
@@ -18,8 +22,10 @@ void SubtreeBuilder::add(std::string_view path, bool isAttribute, QVariant value
     node->parent = &parent;
     node->backend = root.backend;
     node->setAccess(root.getAccess());
-    node->setAttribute(isAttribute);
-    node->value = std::move(value);
+    if (value.type != Type::Group) {
+        node->setAttribute(true);
+        node->value = FrameworkCore::Values::toVariant(value);
+    }
     parent.ensureChildren().append(*node);
 
     last.assign(path);

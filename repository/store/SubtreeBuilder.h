@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathBudget.h"
 #include "repository/store/Delivery.h"
 #include "repository/store/NewNodes.h"
@@ -25,7 +26,7 @@ public:
     explicit SubtreeBuilder(Node& emptyRoot);
 
     // A node that is not there yet; the path is relative to the root and not empty. Parents come first.
-    void add(std::string_view path, bool isAttribute, QVariant value);
+    void add(std::string_view path, const FrameworkCore::Values::Value& value);
 
     // Hands all nodes to the index, and appends what the watchers of the new attributes are to hear; false
     // when there was no memory for all of that.

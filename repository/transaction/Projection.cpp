@@ -2,7 +2,6 @@
 
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
-#include "repository/documents/common/Pipeline.h"
 #include "repository/store/SubtreeBuilder.h"
 
 #include <QSet>
@@ -13,17 +12,6 @@ namespace Repository {
 
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::Notification::UpdateResult;
-
-namespace {
-
-struct ReadEntry
-{
-    std::string path;
-    bool isAttribute = false;
-    QVariant value;
-};
-
-} // namespace
 
 void Projection::mount(Backend& backend)
 {
@@ -91,27 +79,16 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
     nodes.setAttribute(node, variant, backend.getAccessMode(), kind);
 }
 
-// Values are read and nodes made at once.
 void Projection::build(Backend& backend, Node& root)
 {
     SubtreeBuilder builder(root);
     FrameworkCore::Values::Value ofRoot;
-    Documents::Pipeline<ReadEntry> entries([&builder](ReadEntry& entry) {
-        builder.add(entry.path, entry.isAttribute, std::move(entry.value));
-        return true;
-    });
     backend.visitEntries([&](const Documents::Entry& entry) {
-        if (entry.path.empty()) {
+        if (entry.path.empty())
             ofRoot = entry.value;
-            return;
-        }
-        ReadEntry& next = entries.next();
-        next.path.assign(entry.path);
-        next.isAttribute = entry.value.type != FrameworkCore::Values::Type::Group;
-        next.value = FrameworkCore::Values::toVariant(entry.value);
-        entries.put();
+        else
+            builder.add(entry.path, entry.value);
     });
-    entries.finish();
     showEntry(backend, root.path, ofRoot);
     nodes.file(builder);
 }
