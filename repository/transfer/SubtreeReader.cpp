@@ -70,7 +70,7 @@ void SubtreeReader::add(const Node& node, int rootLength)
         parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
         return;
     }
-    if (isReference(node))
+    if (&node != &root && isReference(node))
         return;
     const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
     if (!node.isAttribute())
