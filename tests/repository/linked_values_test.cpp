@@ -349,6 +349,8 @@ private slots:
         QVERIFY(mount("yaml", "o", "x: 1\n"));
         QVERIFY(copy("m.web", "o.web"));
         QCOMPARE(saved("o"), QByteArray("x: 1\nweb:\n  port: 1\n  image: one\n  \"n\": 1\n"));
+        QVERIFY(copy("m.web.<<", "o.merge"));
+        QCOMPARE(read("o.merge"), QVariant(QStringLiteral("*base")));
         Interfaces::TextPlace place;
         QVERIFY(repository->getTextInterface()->locate(QStringLiteral("m.web.image"), place));
         QCOMPARE(place.position.line, 2);
