@@ -154,8 +154,9 @@ private slots:
             QVERIFY(document->parse(bytes.toStdString()).ok());
             Value old;
             document->visit([&old](const Entry& entry) { old = entry.path == "a" ? entry.value : old; });
-            QVERIFY(document->set("a", other).ok());
-            QCOMPARE(document->getBytes() == bytes.toStdString(), other == old);
+            const bool losesComments = bytes.contains("//") && other.type != Type::StringList;
+            QCOMPARE(document->set("a", other).ok(), !losesComments);
+            QCOMPARE(document->getBytes() == bytes.toStdString(), losesComments || other == old);
             QVERIFY(document->set("a", list({"p", "q"})).ok());
             QVERIFY(document->set("a", old).ok());
             QCOMPARE(QByteArray::fromStdString(document->getBytes()), bytes);

@@ -379,6 +379,7 @@ private slots:
         row("{\"a\":1}", set("a", text("\xFF")), "UTF-8");
         row("{\"a\":1}", set("a", list({"x", "\xFF"})), "UTF-8");
         row("{\"a\":[\"x\",null]}", set("a.1", text("y")), "all elements of its array would be texts");
+        row("{\"a\":[\"x\" /*c*/]}", set("a", integer(1)), "list with comments");
         row("{\"a\":1}", insert("a", integer(2)), "already an entry");
         row("{\"a\":{}}", insert("a", group()), "already an entry");
         row("{\"a\":[1]}", insert("a", integer(2)), "is an array");

@@ -143,11 +143,21 @@ private:
         return outcome;
     }
 
+    // Whether there is a slash beside texts.
+    static bool hasComment(const std::string& spelling)
+    {
+        static const QRegularExpression text(QStringLiteral("\"(\\\\.|[^\"\\\\])*\""));
+        return QString::fromStdString(spelling).remove(text).contains(QLatin1Char('/'));
+    }
+
     Outcome setChosen()
     {
         const Value value = anyValue();
         const bool text = value.type == Type::String && chosen().form == Model::Form::Value;
-        const bool allowed = chosen().own && !(text && way.size() > 1 && parent().needs(index));
+        const bool losesComments = chosen().own && chosen().own->type == Type::StringList &&
+                                   value.type != Type::StringList && hasComment(*document->spell(path));
+        const bool allowed =
+            chosen().own && !losesComments && !(text && way.size() > 1 && parent().needs(index));
         const Outcome outcome = expect(set(path, value), allowed);
         if (!outcome.ok() || wrong)
             return outcome;

@@ -83,6 +83,9 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
                        describeType(value.type));
     if (!wanted.error.empty())
         return refused(wanted.error);
+    if (present.type == Type::StringList && wanted.kind != JsonKind::Array &&
+        hasListComment(JsonWriter(file->tree).writeValue(valueNode)))
+        return refused(quoted(path) + " is a list with comments, which would be lost");
     outcome = checkKind(path, valueNode, wanted.kind);
     if (outcome.ok() && value.type == Type::String)
         outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode,

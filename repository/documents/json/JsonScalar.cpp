@@ -178,6 +178,24 @@ std::vector<std::string> decodeList(std::string_view array)
     return list;
 }
 
+bool hasListComment(std::string_view array)
+{
+    const auto hasComment = [array](std::size_t begin, std::size_t end) {
+        return JsonTrivia(array.substr(begin, end - begin)).hasComment;
+    };
+    for (std::size_t at = 1; at < array.size();) {
+        const JsonListElement element = readElement(array, at);
+        if (hasComment(element.leading, element.value))
+            return true;
+        if (!element.exists())
+            return false;
+        if (hasComment(element.valueEnd, element.end))
+            return true;
+        at = element.end + (array[element.end] == ',' ? 1 : 0);
+    }
+    return false;
+}
+
 bool isLongList(const std::vector<std::string>& list)
 {
     constexpr std::size_t longestLine = 80;

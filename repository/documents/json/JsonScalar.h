@@ -46,6 +46,9 @@ JsonListElement readElement(std::string_view text, std::size_t at);
 // All elements of an array of texts, decoded. The array begins at the first byte.
 std::vector<std::string> decodeList(std::string_view array);
 
+// Whether there is a comment in such an array, which is all of the text.
+bool hasListComment(std::string_view array);
+
 // True for a list that has a line for each element when it is written anew.
 bool isLongList(const std::vector<std::string>& list);
 
