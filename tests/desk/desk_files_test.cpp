@@ -194,9 +194,8 @@ private slots:
         QVERIFY(button->isChecked() && isItalic());
         QTRY_VERIFY(iconOf("plant") != open && iconOf("limits") == open);
         QVERIFY(desk->repository->getWriterInterface()->writeAttributeValue(speed, 1, 8) != 0);
-        QTRY_VERIFY2(
-            desk->part<QLabel>("failureText")->text().contains(QLatin1String("it is lock")), // and more
-            qPrintable(desk->part<QLabel>("failureText")->text()));
+        const auto refusal = [this] { return desk->part<QLabel>("failureText")->parentWidget()->toolTip(); };
+        QTRY_VERIFY2(refusal().contains(QLatin1String("it is locked")), qPrintable(refusal()));
         write(maximum, 130); // in another file
         desk->tree->setCurrentIndex(desk->item(maximum));
         QTRY_VERIFY(!button->isChecked());
