@@ -49,6 +49,9 @@ void StorePresence::begin()
     StoreReply reply;
     const StoreResult result = context.transport->write(
         {{context.sessionKey(), ownValue(), StoreChange::anyRevision, lease}}, reply);
+    if (result.ok())
+        return;
+    end();
     if (result.status == StoreResult::Status::Refused)
         due = Clock::now() + retryingAfter;
 }
