@@ -116,7 +116,7 @@ private:
     QStringList filledStores;
 };
 
-// Counts what is told on other threads, and lets this one wait for it.
+// Counts notifications of other threads; this one can wait for a number of them.
 class Arrivals
 {
 public:

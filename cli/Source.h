@@ -16,7 +16,7 @@ struct Source
     QString root;                 // the path of its root in the repository, and the backend's name
     bool isNew = false;           // there was no such file when it was opened
     bool isStandardInput = false; // what is saved goes to standard output
-    bool isStore = false;         // it is no file, but a part of a distributed store
+    bool isStore = false;         // a part of a distributed store instead of a file
 
     // The format without its dialect.
     QString family() const { return format.section(QLatin1Char(':'), 0, 0); }

@@ -91,7 +91,7 @@ FolderWatches::~FolderWatches()
         ::close(notifier);
 }
 
-// Null, with errno, where there is no watch.
+// Null, with errno, where the system refuses one.
 const FolderWatches::Known* FolderWatches::watchFolder(const std::string& folder, unsigned kinds)
 {
     const auto found = known.find(folder);

@@ -26,8 +26,8 @@ public:
         QDateTime time;
     };
 
-    // What a program keeps while it runs, in case that it ends, is apart from that of others. Null when there
-    // is no place for it.
+    // A folder for what this program keeps while it runs, in case of a crash, apart from those of others.
+    // Null when it cannot be made.
     struct RunningPlace
     {
         static std::unique_ptr<RunningPlace> take();
