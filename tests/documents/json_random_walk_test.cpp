@@ -3,6 +3,8 @@
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
+#include <QRegularExpression>
+
 #include <limits>
 
 using namespace EntryLines;
