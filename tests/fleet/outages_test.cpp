@@ -60,11 +60,14 @@ private slots:
         QCOMPARE(refusalOf(writer.create(QStringLiteral("m.a"), 0)), QString());
         std::atomic<bool> isOver{false};
         std::vector<qlonglong> reported;
-        qlonglong last = 0;
+        qlonglong last = 0; // that was not refused because the store was away
         std::thread machine([&] {
-            while (!isOver) {
-                if (writer.write(QStringLiteral("m.a"), ++last).ok() && writer.save().ok())
-                    reported.push_back(last);
+            for (qlonglong value = 1; !isOver; ++value) {
+                if (!writer.write(QStringLiteral("m.a"), value).ok())
+                    continue;
+                last = value;
+                if (writer.save().ok())
+                    reported.push_back(value);
             }
         });
         for (int kill = 0; kill < 4; ++kill) {
