@@ -270,6 +270,7 @@ QStringList SharedFiles::compare() const
             faults.append(QStringLiteral("'%1' could not be mounted and saved").arg(backend));
             continue;
         }
+        repository->getBackendInterface()->reloadBackend(backend); // of others' writes, some may be news
         const auto other = Repository::AttributeRepository::create({false});
         const QStringList present = contentOf(*repository, backend);
         if (!mount(*other, backend, 2) || contentOf(*other, backend) != present)
