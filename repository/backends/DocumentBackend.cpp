@@ -186,7 +186,8 @@ void DocumentBackend::releaseDocument()
 {
     constexpr std::size_t large = 65536; // takes a while to be parsed again
     const std::lock_guard lock(mutex);
-    if (content.getBase().size() < large)
+    const bool isInUse = editing; // by an edit, whose batch is not in the text before its end
+    if (!isInUse && content.getBase().size() < large)
         content.release();
 }
 
