@@ -157,6 +157,12 @@ std::optional<bool> JsonDocument::isArray(std::string_view path) const
     return id != noNode && file->tree.node(id).kind == JsonKind::Array;
 }
 
+std::optional<Value> JsonDocument::valueAt(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode, path));
+}
+
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);

@@ -196,6 +196,13 @@ std::string XmlDocument::getBytes() const
     return file->spelling.encoding.encode(tree.isOriginal() ? tree.getOriginal() : XmlWriter(tree).write());
 }
 
+std::optional<Value> XmlDocument::valueAt(std::string_view path) const
+{
+    Outcome outcome;
+    const NodeId id = findValue(path, outcome);
+    return outcome.ok() ? std::optional(file->values.read(id)) : std::nullopt;
+}
+
 std::optional<Span> XmlDocument::locate(std::string_view path) const
 {
     Outcome outcome;
