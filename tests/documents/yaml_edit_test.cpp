@@ -270,6 +270,10 @@ private slots:
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
         row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
         row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("list before blanks", "a:\n- x \t\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("nothing to merge", "a:\n  <<:\n", setTo("a.<<", list({"x"})), "what is around it");
+        row("below a type tag", "# @type date\na: [x]\n", setTo("a", text("2024-01-02")),
+            "what is around it");
         row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
             "what is around it");
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
