@@ -194,6 +194,10 @@
         <source>%1 from %2 to %3</source>
         <translation>%1 von %2 bis %3</translation>
     </message>
+    <message>
+        <source>%1 has more than three digits of a second</source>
+        <translation>%1 hat mehr als drei Nachkommastellen der Sekunde</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
@@ -736,6 +740,14 @@
     <message>
         <source>unlock it first</source>
         <translation>es zuerst entsperren</translation>
+    </message>
+    <message>
+        <source>it has more digits of a second than are shown, which would be lost</source>
+        <translation>er hat mehr Nachkommastellen der Sekunde, als gezeigt werden, und sie gingen verloren</translation>
+    </message>
+    <message>
+        <source>set it to another value first</source>
+        <translation>zuerst auf einen anderen Wert setzen</translation>
     </message>
 </context>
 </TS>

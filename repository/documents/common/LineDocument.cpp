@@ -72,6 +72,12 @@ std::optional<Span> LineDocument::locate(std::string_view path) const
     return entry == none ? std::nullopt : std::optional(file->locateValue(entry));
 }
 
+std::optional<Value> LineDocument::valueAt(std::string_view path) const
+{
+    const std::uint32_t entry = file->findEntry(path);
+    return entry == none ? std::nullopt : std::optional(file->getDialect().read(file->pieces[entry].line));
+}
+
 std::optional<std::string> LineDocument::spell(std::string_view path) const
 {
     const std::uint32_t entry = file->findEntry(path);

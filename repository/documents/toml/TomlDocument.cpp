@@ -128,6 +128,12 @@ std::optional<bool> TomlDocument::isArray(std::string_view path) const
     return id != noNode && (file->tree.node(id).isArray() || file->isList(id));
 }
 
+std::optional<Value> TomlDocument::valueAt(std::string_view path) const
+{
+    const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode));
+}
+
 std::optional<Span> TomlDocument::locate(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
