@@ -245,7 +245,8 @@ std::string YamlDocument::sourceOf(std::string_view path) const
 
 std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
-    const NodeId valueNode = file->findValueNode(path);
+    const NodeId entry = file->findElement(path);
+    const NodeId valueNode = entry == noNode ? noNode : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 
