@@ -1,6 +1,7 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlLinks.h"
@@ -315,6 +316,10 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
     if (file->tree.node(parent).style == YamlStyle::Stream && file->tree.node(parent).count == 2)
         return refused("of two documents none can be removed, since the paths of all entries would change, "
                        "which in a file of one document do not begin with its number; edit the text instead");
+    if (withComments && isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsBehind(id))
+        return refused(
+            "the comments after it have no place where it is to go, and would be lost; copy it, and "
+            "remove it here");
     YamlEditor editor(*file);
     editor.remove(id, withComments);
     return commit(editor, Kind::Removal, id);
