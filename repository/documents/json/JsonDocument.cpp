@@ -165,7 +165,8 @@ std::optional<Value> JsonDocument::valueAt(std::string_view path) const
 
 std::optional<Span> JsonDocument::locate(std::string_view path) const
 {
-    const NodeId valueNode = file->findValueNode(path);
+    const NodeId entry = file->find(path);
+    const NodeId valueNode = entry == noNode ? JsonElements(*file).find(path) : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
 }
 

@@ -136,7 +136,10 @@ std::optional<Value> TomlDocument::valueAt(std::string_view path) const
 
 std::optional<Span> TomlDocument::locate(std::string_view path) const
 {
-    const NodeId valueNode = file->findValueNode(path);
+    const NodeId entry = file->find(path);
+    if (entry == noNode)
+        return TomlElements(*file).locate(path);
+    const NodeId valueNode = file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 
