@@ -140,14 +140,14 @@ std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_vi
         return std::nullopt;
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (file.find(renamed) != noNode)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     const bool isAttribute = step->kind == XmlKind::Attribute;
     XmlInsertion insertion(file);
     Outcome outcome = insertion.checkName(step->name);
     if (outcome.ok())
         outcome = insertion.checkPrefix(isAttribute ? tree.node(id).parent : id, step->name);
     if (outcome.ok() && isAttribute && declaresUsedPrefix(id))
-        outcome = refused(quoted(path) + " declares a prefix that is used in its element");
+        outcome = refused(Reason::tr("%1 declares a prefix that is used in its element", {quoted(path)}));
     if (outcome.ok())
         file.editor.rename(id, step->name);
     return outcome;
