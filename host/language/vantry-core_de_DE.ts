@@ -1522,6 +1522,46 @@
         <source>%1 cannot be made: %2</source>
         <translation>%1 lässt sich nicht anlegen: %2</translation>
     </message>
+    <message>
+        <source>the store was written by a newer version of this program</source>
+        <translation>der Store wurde von einer neueren Version dieses Programms geschrieben</translation>
+    </message>
+    <message>
+        <source>the store is another one than before</source>
+        <translation>der Store ist ein anderer als vorher</translation>
+    </message>
+    <message>
+        <source>the store has ended the connection</source>
+        <translation>der Store hat die Verbindung beendet</translation>
+    </message>
+    <message>
+        <source>what it shows is not there</source>
+        <translation>was er zeigt, ist nicht da</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no place in what the file holds now: %2</source>
+        <translation>„%1“ hat in dem, was die Datei jetzt enthält, keinen Platz: %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; has no place in what the file holds now</source>
+        <translation>„%1“ hat in dem, was die Datei jetzt enthält, keinen Platz</translation>
+    </message>
+    <message>
+        <source>there was not enough memory for an edit before; revert the file or open it anew</source>
+        <translation>für eine frühere Änderung reichte der Speicher nicht; die Datei zurücksetzen oder neu öffnen</translation>
+    </message>
+    <message>
+        <source>%1; revert all of the file instead</source>
+        <translation>%1; stattdessen die ganze Datei zurücksetzen</translation>
+    </message>
+    <message>
+        <source>%1; save all of the file instead</source>
+        <translation>%1; stattdessen die ganze Datei speichern</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be written there as it is elsewhere</source>
+        <translation>„%1“ lässt sich dort nicht so schreiben, wie es anderswo steht</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
