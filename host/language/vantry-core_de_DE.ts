@@ -1562,6 +1562,10 @@
         <source>&apos;%1&apos; cannot be written there as it is elsewhere</source>
         <translation>„%1“ lässt sich dort nicht so schreiben, wie es anderswo steht</translation>
     </message>
+    <message>
+        <source>the comments after it have no place where it is to go, and would be lost; copy it, and remove it here</source>
+        <translation>die Kommentare danach haben am Ziel keinen Platz und gingen verloren; stattdessen kopieren und hier entfernen</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

@@ -119,9 +119,9 @@ bool ElementCopy::writeExcerpt(Backend& backend, bool& losesComments)
 {
     const Backend* const writer =
         source.isInList ? source.parent->backend : SubtreeReader(nodes.getTree(), *source.node).getWriter();
+    losesComments = writer && writer->hasComments(from);
     if (!writer || writer->getDescription().type != backend.getDescription().type)
         return false;
-    losesComments = writer->hasComments(from);
     const auto excerpt = writer->excerpt(from);
     edited.insert(&backend);
     return excerpt && transaction.edit(backend).insertExcerpt(to, *excerpt, entries);

@@ -26,6 +26,7 @@ public:
     bool contains(std::string_view path) const override { return file->index.find(path) != none; }
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override { file->visitSpans(visitor); }
+    bool hasComments(std::string_view path) const override;
     std::string comment(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;
     Outcome respell(std::string_view path, std::string_view spelling) override;

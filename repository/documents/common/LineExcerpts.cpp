@@ -35,6 +35,25 @@ bool hasProse(std::string_view trivia, const LineDialect& dialect)
     return false;
 }
 
+bool hasComment(std::string_view trivia, const LineDialect& dialect)
+{
+    for (std::size_t at = 0; at < trivia.size(); at = textLineAt(trivia, at).end) {
+        if (dialect.isComment(textLineAt(trivia, at).content))
+            return true;
+    }
+    return false;
+}
+
+// On the line of a header, or the last one of an entry.
+std::string_view commentAfter(const Statement& line, const LineDialect& dialect)
+{
+    std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
+    if (line.isHeader() && startsWith(after, "]"))
+        after.remove_prefix(1);
+    after = textLineAt(after, 0).content;
+    return dialect.isComment(after) ? after : std::string_view();
+}
+
 bool isAtOrBelow(std::string_view path, std::string_view top)
 {
     return startsWith(path, top) && (path.size() == top.size() || path[top.size()] == '.');
@@ -230,6 +249,25 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
     return found;
 }
 
+// Those in a section go with its lines, and others stay.
+bool LineDocument::hasComments(std::string_view path) const
+{
+    const std::uint32_t node = file->index.find(path);
+    if (node == none || node == LineIndex::root)
+        return false;
+    const LineDialect& dialect = file->getDialect();
+    bool isInSection = false;
+    for (const Part& part : partsOf(node)) {
+        const Statement& line = file->pieces[part.piece].line;
+        const bool isTrivia = line.kind == Statement::Kind::Trivia;
+        if (isTrivia ? isInSection && hasComment(line.text.substr(part.begin), dialect)
+                     : !commentAfter(line, dialect).empty())
+            return true;
+        isInSection = isInSection || line.isHeader();
+    }
+    return false;
+}
+
 std::string LineDocument::comment(std::string_view path) const
 {
     const std::uint32_t node = file->index.find(path);
@@ -243,11 +281,7 @@ std::string LineDocument::comment(std::string_view path) const
             above = line.text.substr(part.begin);
             continue;
         }
-        std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
-        if (line.isHeader() && startsWith(after, "]"))
-            after.remove_prefix(1);
-        after = textLineAt(after, 0).content;
-        return joinComments(above, dialect.isComment(after) ? after : std::string_view());
+        return joinComments(above, commentAfter(line, dialect));
     }
     return {};
 }

@@ -328,6 +328,11 @@ std::optional<Excerpt> JsonDocument::excerpt(std::string_view path) const
     return JsonSubtrees(*file).excerpt(path);
 }
 
+bool JsonDocument::hasComments(std::string_view path) const
+{
+    return JsonSubtrees(*file).hasComments(path);
+}
+
 bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
     if (path.empty())

@@ -332,6 +332,12 @@ std::optional<Excerpt> XmlDocument::excerpt(std::string_view path) const
     return XmlSubtrees(*file).excerpt(path);
 }
 
+bool XmlDocument::hasComments(std::string_view path) const
+{
+    const auto found = excerpt(path);
+    return found && (!found->after.empty() || hasXmlComment(found->text));
+}
+
 bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
 {
     const bool isRun = file->run.has_value();

@@ -184,6 +184,16 @@ std::string xmlCommentsIn(std::string_view between)
     return comments;
 }
 
+bool hasXmlComment(std::string_view text)
+{
+    for (std::size_t at = text.find('<'); at < text.size(); at = text.find('<', at)) {
+        if (beginsAt(text, at, "<!--") || (beginsAt(text, at, "<?") && !beginsAt(text, at, xmlTypeTagBegin)))
+            return true;
+        at = beginsAt(text, at, sectionBegin) ? endOfMarkup(text, at) : at + 1;
+    }
+    return false;
+}
+
 std::vector<std::string_view> xmlReferencesIn(std::string_view spelling)
 {
     std::vector<std::string_view> references;

@@ -64,6 +64,7 @@ private:
     // Reads the text with the edits so far, so that its tree is as it was read.
     void settle();
     bool settleValue(NodeId id);
+    bool isOneOfSeveral(NodeId document) const;
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
     enum class Kind { Insertion, Renaming, Moving, Removal };

@@ -1,6 +1,7 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlLinks.h"
@@ -321,6 +322,10 @@ Outcome YamlDocument::remove(std::string_view path, bool withComments)
         return refused(Reason::tr(
             "of two documents none can be removed, since the paths of all entries would change, which in a "
             "file of one document do not begin with its number; edit the text instead"));
+    if (withComments && isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsBehind(id))
+        return refused(
+            Reason::tr("the comments after it have no place where it is to go, and would be lost; copy "
+                       "it, and remove it here"));
     YamlEditor editor(*file);
     editor.remove(id, withComments);
     return commit(editor, Kind::Removal, id);
