@@ -1566,6 +1566,14 @@
         <source>the comments after it have no place where it is to go, and would be lost; copy it, and remove it here</source>
         <translation>die Kommentare danach haben am Ziel keinen Platz und gingen verloren; stattdessen kopieren und hier entfernen</translation>
     </message>
+    <message>
+        <source>it is not read alike there</source>
+        <translation>es wird dort nicht ebenso gelesen</translation>
+    </message>
+    <message>
+        <source>its name is not in the file</source>
+        <translation>sein Name steht nicht in der Datei</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>
