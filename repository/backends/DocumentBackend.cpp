@@ -19,6 +19,7 @@ namespace Repository {
 using Documents::Document;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
@@ -277,7 +278,8 @@ bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerp
     const std::lock_guard lock(mutex);
     const Outcome outcome = edit([&](Document& text) {
         const bool isInserted = Documents::insertAsWritten(text, relative(path), excerpt, expected);
-        return isInserted ? Documents::Outcome() : Documents::refused("it is not read alike there");
+        return isInserted ? Documents::Outcome()
+                          : Documents::refused(Reason::tr("it is not read alike there"));
     });
     return outcome.ok();
 }

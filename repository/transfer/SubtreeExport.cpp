@@ -22,6 +22,7 @@ using Documents::Document;
 using Documents::Entry;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
@@ -220,7 +221,7 @@ Outcome SubtreeExport::fill(Document& document, const std::vector<Entry>& entrie
 {
     std::string prefix = format->rootOf(entries, name);
     if (isWholeFile && !prefix.empty())
-        return refusal({}, "its name is not in the file");
+        return refusal({}, Reason::tr("its name is not in the file"));
     document.beginRun();
     for (const Entry& entry : entries) {
         if (!progress.advance())

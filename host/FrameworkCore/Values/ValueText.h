@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/CoreExport.h"
+#include "host/FrameworkCore/Values/Reason.h"
 #include "host/FrameworkCore/Values/Value.h"
 
 #include <array>
@@ -50,10 +51,10 @@ VANTRY_CORE_EXPORT Value plainValue(std::string_view text);
 // All that distinguishes one type from the others.
 struct TypeRow
 {
-    std::string_view name;        // in files and on the command line; empty for a group
-    std::string_view description; // in messages: "a whole number"
-    std::string_view example;     // of a text, where its form is not obvious
-    std::string lowest;           // of whole numbers
+    std::string_view name;    // in files and on the command line; empty for a group
+    const char* description;  // in messages: "a whole number"
+    std::string_view example; // of a text, where its form is not obvious
+    std::string lowest;       // of whole numbers
     std::string highest;
     bool isPlain; // a file without types may hold it, as plainValue reads it
     ReadResult (*read)(std::string_view text, Type type);
@@ -67,9 +68,10 @@ inline const TypeRow& rowOf(Type type)
     return typeTable()[std::size_t(type)];
 }
 
+// "a whole number", in the language that is shown.
 inline std::string describeType(Type type)
 {
-    return std::string(rowOf(type).description);
+    return Reason::tr(rowOf(type).description);
 }
 
 // Nothing for any other name.

@@ -164,15 +164,16 @@ std::string LineDialect::explainCharacters(const Statement& entry, const std::st
                                            const LineStyle& style)
 {
     if (!isUtf8(text))
-        return "the text holds half a character, which UTF-8 cannot hold";
+        return Reason::tr("the text holds half a character, which UTF-8 cannot hold");
     for (std::size_t at = 0; at < text.size() && writesLatin1(entry, style) && !toLatin1(text);) {
         const std::string_view character = std::string_view(text).substr(at, utf8Length(text.substr(at)));
         if (utf8CodePoint(character) > 0xFF)
-            return "the file is ISO-8859-1, which has no " + quoted(character);
+            return Reason::tr("the file is ISO-8859-1, which has no %1", {quoted(character)});
         at += character.size();
     }
     if (writesLatin1(entry, style) && !toLatin1(text))
-        return "the file is ISO-8859-1, where these characters would be taken for others in UTF-8";
+        return Reason::tr(
+            "the file is ISO-8859-1, where these characters would be taken for others in UTF-8");
     return {};
 }
 
@@ -278,11 +279,11 @@ std::string LineDialect::explainReading(const std::string& line, const Value& va
     const std::optional<Statement> plain = scanEntry(line);
     const Value back = plain ? read(*plain) : Value();
     if (plain && back.type != value.type)
-        return fileNoun() + " would read " + quoted(text) + " back as " + describeType(back.type) +
-               ", not as " + describeType(value.type);
+        return Reason::tr("%1 would read %2 back as %3, not as %4",
+                          {fileNoun(), quoted(text), describeType(back.type), describeType(value.type)});
     if (plain && back != value)
-        return fileNoun() + " would read " + quoted(text) + " back as " + quoted(toText(back));
-    return fileNoun() + " cannot hold " + quoted(text) + " at this place";
+        return Reason::tr("%1 would read %2 back as %3", {fileNoun(), quoted(text), quoted(toText(back))});
+    return Reason::tr("%1 cannot hold %2 at this place", {fileNoun(), quoted(text)});
 }
 
 } // namespace Repository::Documents

@@ -22,8 +22,8 @@ Outcome LineDocument::reload(std::string bytes, bool isOwn)
 
 Outcome LineDocument::refuseWithoutValue(std::string_view path) const
 {
-    return refused(contains(path) ? "it is a " + file->getDialect().groupNoun() + " and has no value"
-                                  : "no such entry");
+    return refused(contains(path) ? Reason::tr("it is %1 and has no value", {file->getDialect().groupNoun()})
+                                  : Reason::tr("no such entry"));
 }
 
 Outcome LineDocument::set(std::string_view path, const Value& value)

@@ -161,8 +161,8 @@ std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
     if (close == none) {
         const std::size_t bracket = content.find(']', open);
         errorOffset = position + (bracket == none ? open : bracket + 1);
-        error = bracket == none ? "the name of a section is not closed by \"]\""
-                                : "only a comment may follow the \"]\" of a section";
+        error = bracket == none ? Reason::tr("the name of a section is not closed by \"]\"")
+                                : Reason::tr("only a comment may follow the \"]\" of a section");
         return std::nullopt;
     }
     Statement line;

@@ -49,7 +49,7 @@ Outcome JsonElements::insertInto(NodeId array, std::string_view path, const Valu
     if (position > count)
         return beyondEnd(path, count);
     if (file.tree.depthOf(array) + (isContainer ? 2 : 1) > JsonReader::maximumDepth)
-        return refused(quoted(path) + " lies too deep");
+        return refused(Reason::tr("%1 lies too deep", {quoted(path)}));
     const NodeId next = position == count ? noNode : file.members.elementAt(array, position);
     if (position < count)
         file.types.moveDown(path);

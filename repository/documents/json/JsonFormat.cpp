@@ -85,7 +85,7 @@ std::string JsonFormat::explainTypeTag(const Value& value) const
 {
     return holds(toContent(value), Type::Group, value)
                ? std::string()
-               : "The file notes its type in \"$types\", since json has no form for it.";
+               : Reason::tr("The file notes its type in \"$types\", since json has no form for it.");
 }
 
 } // namespace Repository::Documents

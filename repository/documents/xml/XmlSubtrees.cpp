@@ -140,7 +140,7 @@ std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_vi
         return std::nullopt;
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (file.find(renamed) != noNode)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     const bool isAttribute = step->kind == XmlKind::Attribute;
     XmlInsertion insertion(file);
     Outcome outcome = insertion.checkName(step->name);
@@ -155,8 +155,9 @@ std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_vi
 
 std::string XmlSubtrees::explainUse(std::string_view path, NodeId attribute) const
 {
-    return declaresUsedPrefix(attribute) ? quoted(path) + " declares a prefix that is used in its element"
-                                         : std::string();
+    return declaresUsedPrefix(attribute)
+               ? Reason::tr("%1 declares a prefix that is used in its element", {quoted(path)})
+               : std::string();
 }
 
 bool XmlSubtrees::declaresUsedPrefix(NodeId attribute) const

@@ -69,8 +69,8 @@ Type YamlBuilder::typeOf(const YamlRange& range)
     if (handle != "!!" && type != Type::Group && type != Type::String && fault.ok())
         fault =
             outcomeAt(source(), range.begin,
-                      quoted(tag) + " says a type by a %TAG directive, where it is not understood; write " +
-                          quoted("!!" + resolved.substr(core.size())));
+                      Reason::tr("%1 says a type by a %TAG directive, where it is not understood; write %2",
+                                 {quoted(tag), quoted("!!" + resolved.substr(core.size()))}));
     return handle == "!!" ? type : Type::Group;
 }
 
