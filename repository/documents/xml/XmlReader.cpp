@@ -1,5 +1,6 @@
 #include "repository/documents/xml/XmlReader.h"
 
+#include "repository/documents/common/ValueSpans.h"
 #include "repository/documents/xml/XmlScanner.h"
 #include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlTypeTag.h"
@@ -336,8 +337,23 @@ std::string XmlReader::explainToken(std::size_t at) const
         return "bytes that are not valid text";
     if (rest.front() == '\n' || rest.front() == '\r')
         return "the line must not end here";
+    if (const auto begin = openComment(at))
+        return "\"--\" must not be within a comment, and the one that begins in line " +
+               std::to_string(placeInFile(text, *begin).line) + " has not ended";
     const std::string unheld = explainUnheldXml(rest.substr(0, length));
     return unheld.empty() ? quoted(rest.substr(0, length)) + " is not allowed here" : unheld;
+}
+
+// Where the comment begins that has two hyphens before that place.
+std::optional<std::size_t> XmlReader::openComment(std::size_t at) const
+{
+    constexpr std::string_view mark("<!--");
+    if (at <= mark.size() || text.compare(at - 2, 2, "--") != 0)
+        return {};
+    const std::size_t begin = text.rfind(mark, at - mark.size() - 1);
+    const std::size_t end = text.rfind("-->", at);
+    const bool isOpen = begin != std::string::npos && (end == std::string::npos || end < begin);
+    return isOpen ? std::optional<std::size_t>(begin) : std::nullopt;
 }
 
 std::string XmlReader::currentTag() const
