@@ -24,7 +24,7 @@ private slots:
         QCOMPARE(placeOf("m.s.b"), QStringLiteral("5:5 ; the second"));
         QString path;
         QVERIFY(texts()->findAt(Name("m"), 3, 1, path).ok());
-        QCOMPARE(path, QStringLiteral("m.new"));
+        QCOMPARE(path, QStringLiteral("m.s.b")); // the new one is in no line of the file yet
         QCOMPARE(saved(), QByteArray("; the first\na = 1\nnew = x\n[s]\nb = 2 ; the second\n"));
     }
 
@@ -54,6 +54,9 @@ private slots:
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, line);
         QCOMPARE(place.isOnDisk, isOnDisk);
+        QString found;
+        const bool isFound = texts()->findAt(Name("m"), line, 1, found).ok();
+        QCOMPARE(isFound && found == path, isOnDisk);
         QVERIFY(save());
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, place.position.line);
