@@ -102,6 +102,9 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
         if (isReadable(description.accessMode))
             place.comment = QString::fromStdString(document.comment(entry));
     }
+    // Some know comments only as they were read; parsed without the lock, which writers wait for.
+    if (base && place.comment.isEmpty() && isReadable(description.accessMode))
+        place.comment = QString::fromStdString(getCopy().getDocument().comment(entry));
     const auto position = Documents::placeInFile(text, span->offset);
     place.position = {description.filePath, int(position.line), int(position.column)};
     const LineBefore onDisk = base ? lineBefore(*base, text, position.line) : LineBefore{position.line, true};

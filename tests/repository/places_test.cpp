@@ -84,6 +84,31 @@ private slots:
         QCOMPARE(place.position.line, 0);
     }
 
+    void knowsCommentsOfEditedFiles_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray>("format", "bytes");
+        row("ini", "ini", "[s]\n# one\na = 1\nb = 2\n");
+        row("toml", "toml", "[s]\n# one\na = 1\nb = 2\n");
+        row("yaml", "yaml", "s:\n  # one\n  a: 1\n  b: 2\n");
+        row("xml", "xml", "<s>\n  <!-- one -->\n  <a>1</a>\n  <b>2</b>\n</s>\n");
+    }
+
+    void knowsCommentsOfEditedFiles()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QVERIFY(mount(format, "m", bytes));
+        TextPlace place;
+        QVERIFY(texts()->locate(Name("m.s.a"), place).ok());
+        QVERIFY2(place.comment.contains(QStringLiteral("one")), qPrintable(place.comment));
+        for (const char* path : {"m.s.a", "m.s.b"}) {
+            QVERIFY(write(path, 30));
+            TextPlace edited;
+            QVERIFY(texts()->locate(Name("m.s.a"), edited).ok());
+            QCOMPARE(edited.comment, place.comment);
+        }
+    }
+
     // A comment may be a value that was commented out.
     void keepsTheCommentOfWhatMayNotBeRead()
     {
