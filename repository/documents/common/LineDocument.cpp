@@ -53,7 +53,7 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
     for (const std::string& text : texts) {
         const auto whole = withFormerLines(dialect, piece.line, text);
         outcome = whole ? file->replace(entry, *whole)
-                        : refused("it has comments between its lines, which would be lost");
+                        : refused(Reason::tr("it has comments between its lines, which would be lost"));
         if (outcome.ok())
             break;
     }

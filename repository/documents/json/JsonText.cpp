@@ -71,8 +71,9 @@ std::string JsonText::explainRefusal(const std::vector<Entry>& entries)
     }
     for (const auto& [path, elements] : found) {
         if (elements.areTexts && elements.tagged)
-            return quoted(path) + " would be a list of texts, in which json cannot say that " +
-                   quoted(elements.tagged->path) + " is " + describeType(elements.tagged->value.type);
+            return Reason::tr(
+                "%1 would be a list of texts, in which json cannot say that %2 is %3",
+                {quoted(path), quoted(elements.tagged->path), describeType(elements.tagged->value.type)});
     }
     return {};
 }
