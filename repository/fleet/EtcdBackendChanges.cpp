@@ -54,25 +54,29 @@ Outcome EtcdBackend::close(bool discardChanges)
     return {};
 }
 
+// Where it may wait, it sends by itself, rather than wait for the thread that does so.
 Outcome EtcdBackend::save(const ApplyChange&)
 {
     using namespace std::chrono_literals;
     std::unique_lock lock(state->mutex);
     state->writeRefusal.clear(); // it may take it now
     state->entries.retryRefused();
-    state->changed.notify_all();
-    const auto isOver = [this] {
+    state->work.notify_all();
+    const auto& edits = state->entries.getEdits();
+    const auto isOver = [&] {
         const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
         return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
-               state->entries.getEdits().empty();
+               edits.empty();
     };
     const bool isPatient = !isWindowThread();
-    std::size_t left = 0;
+    std::size_t left = edits.size() + 1;
     ++state->savers;
-    do { // as long as something becomes of it
-        left = state->entries.getEdits().size();
+    while (!isOver() && edits.size() < left) { // as long as something becomes of it
+        if (isPatient && state->sendNow && state->sendNow(lock))
+            continue;
+        left = isPatient ? edits.size() : 0;
         state->changed.wait_for(lock, isPatient ? std::chrono::milliseconds(10s) : 250ms, isOver);
-    } while (isPatient && !isOver() && state->entries.getEdits().size() < left);
+    }
     --state->savers;
     return closed ? checkOpen() : explainUnsaved();
 }
@@ -111,7 +115,7 @@ Outcome EtcdBackend::explainUnsaved() const
     if (state->entries.hasConflicts())
         return explainConflicts();
     if (!state->isConnected())
-        return refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+        return refusal(state->explainDown());
     if (!state->writeRefusal.isEmpty())
         return refusal(QStringLiteral("the store refuses it: %1").arg(state->writeRefusal));
     return state->entries.getEdits().empty()
@@ -122,9 +126,7 @@ Outcome EtcdBackend::explainUnsaved() const
 Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
 {
     const std::lock_guard lock(state->mutex);
-    return state->isConnected()
-               ? Outcome()
-               : refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+    return state->isConnected() ? Outcome() : refusal(state->explainDown());
 }
 
 Outcome EtcdBackend::locate(const QString&, TextPlace&) const
@@ -219,7 +221,7 @@ Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, co
         }
         if (side == ConflictSide::Mine)
             state->entries.keepEdits(place);
-        state->changed.notify_all();
+        state->work.notify_all();
     }
     if (conflicts.paths.isEmpty())
         return {StatusCode::NotFound, QStringLiteral("there is no conflict at or below it")};
