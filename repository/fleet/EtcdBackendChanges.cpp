@@ -62,23 +62,27 @@ Outcome EtcdBackend::save(const ApplyChange&)
     state->writeRefusal.clear(); // it may take it now
     state->entries.retryRefused();
     state->work.notify_all();
-    const auto& edits = state->entries.getEdits();
+    // What others edit meanwhile is not waited for.
+    const SharedEntries& entries = state->entries;
+    const auto isWritten = [&entries, last = entries.getLastBatch()] { return entries.isWrittenUpTo(last); };
     const auto isOver = [&] {
-        const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
-        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
-               edits.empty();
+        const bool isHeldBack = entries.hasConflicts() && !state->isSending;
+        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() || isWritten();
     };
     const bool isPatient = !isWindowThread();
-    std::size_t left = edits.size() + 1;
+    bool moves = true; // something becomes of it
     ++state->savers;
-    while (!isOver() && edits.size() < left) { // as long as something becomes of it
+    while (moves && !isOver()) {
         if (isPatient && state->sendNow && state->sendNow(lock))
             continue;
-        left = isPatient ? edits.size() : 0;
+        const std::size_t left = entries.getEdits().size();
         state->changed.wait_for(lock, isPatient ? std::chrono::milliseconds(10s) : 250ms, isOver);
+        moves = isPatient && entries.getEdits().size() < left;
     }
     --state->savers;
-    return closed ? checkOpen() : explainUnsaved();
+    if (closed)
+        return checkOpen();
+    return isWritten() ? Outcome() : explainUnsaved();
 }
 
 Outcome EtcdBackend::explainConflicts() const
@@ -118,9 +122,7 @@ Outcome EtcdBackend::explainUnsaved() const
         return refusal(state->explainDown());
     if (!state->writeRefusal.isEmpty())
         return refusal(QStringLiteral("the store refuses it: %1").arg(state->writeRefusal));
-    return state->entries.getEdits().empty()
-               ? Outcome()
-               : refusal(QStringLiteral("the store has not acknowledged it yet; it is being sent"));
+    return refusal(QStringLiteral("the store has not acknowledged it yet; it is being sent"));
 }
 
 Outcome EtcdBackend::reload(Trigger, const ApplyChange&)

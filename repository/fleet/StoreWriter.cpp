@@ -39,9 +39,8 @@ void StoreWriter::run(const std::function<void()>& tick)
     auto nextTick = Clock::now();
     Lock lock(state.mutex);
     while (!state.isStopping) {
-        const auto wake = retry > Clock::now() ? std::min(nextTick, retry) : nextTick;
-        state.work.wait_until(lock, wake, [&] { return state.isStopping || canSend(); });
-        sendNow(lock);
+        if (!sendNow(lock))
+            state.work.wait_until(lock, retry > Clock::now() ? std::min(nextTick, retry) : nextTick);
         if (state.isStopping || Clock::now() < nextTick)
             continue;
         nextTick = Clock::now() + ticking;
@@ -123,7 +122,8 @@ void StoreWriter::settle(const StoreResult& result, const StoreReply& reply)
         retry = Clock::now() + retryingAfter;
         return;
     }
-    state.open(state.edits);
+    if (!state.edits.isOpen)
+        state.open(state.edits);
     if (result.ok() && !reply.isWritten)
         takeFound(reply);
     if (result.ok() || !sendsOneBatch)
