@@ -2,6 +2,7 @@
 
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 
 #include <random>
 
@@ -90,9 +91,8 @@ Outcome StoreSession::waitForLoading()
     });
     if (state.isConnected())
         return {};
-    return Outcome(StatusCode::BackendFailure, state.isStopping
-                                                   ? QStringLiteral("it was closed before it was loaded")
-                                                   : state.news.reason);
+    return Outcome(StatusCode::BackendFailure,
+                   state.isStopping ? Texts::tr("it was closed before it was loaded") : state.news.reason);
 }
 
 void StoreSession::end()

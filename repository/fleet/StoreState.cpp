@@ -1,5 +1,7 @@
 #include "repository/fleet/StoreState.h"
 
+#include "repository/common/Texts.h"
+
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
@@ -52,23 +54,22 @@ QString StoreState::describeLink() const
     const QString& reason = news.isOpen ? edits.reason : news.reason;
     switch (link) {
     case Link::Loading:
-        return reason.isEmpty() ? QStringLiteral("loading")
-                                : QStringLiteral("not reached yet: %1").arg(reason);
+        return reason.isEmpty() ? Texts::tr("loading") : Texts::tr("not reached yet: %1").arg(reason);
     case Link::Connected:
-        return QStringLiteral("connected");
+        return Texts::tr("connected");
     case Link::Stale:
-        return QStringLiteral("stale since %1: %2").arg(since.toString(Qt::ISODate), reason);
+        return Texts::tr("stale since %1: %2").arg(since.toString(Qt::ISODate), reason);
     case Link::Refused:
         break;
     }
-    return QStringLiteral("refused: %1").arg(reason);
+    return Texts::tr("refused: %1").arg(reason);
 }
 
 QString StoreState::explainDown() const
 {
     if (!isLoaded)
-        return QStringLiteral("the store is %1").arg(describeLink());
-    return QStringLiteral("the store is not connected: %1; its values are those of %2")
+        return Texts::tr("the store is not loaded yet (%1)").arg(describeLink());
+    return Texts::tr("the store is not connected: %1; its values are those of %2")
         .arg(news.isOpen ? edits.reason : news.reason, since.toString(Qt::ISODate));
 }
 
@@ -80,8 +81,7 @@ Outcome StoreState::checkWritable() const
     if (link == Link::Connected || queues || isShort)
         return {};
     return Outcome(StatusCode::BackendFailure, explainDown())
-        .advise(
-            QStringLiteral("try again when it is, or open it with offline=queue to keep edits meanwhile"));
+        .advise(Texts::tr("try again when it is, or open it with offline=queue to keep edits meanwhile"));
 }
 
 } // namespace Repository

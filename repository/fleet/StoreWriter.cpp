@@ -1,5 +1,6 @@
 #include "repository/fleet/StoreWriter.h"
 
+#include "repository/common/Texts.h"
 #include "repository/fleet/EtcdBackend.h"
 #include "repository/fleet/StoreApplier.h"
 #include "repository/fleet/ValueCodec.h"
@@ -177,12 +178,12 @@ void StoreWriter::reportTrouble(Lock& lock)
     if (hasConflicts && open)
         report(open->checkConflicts());
     if (isNewlyRefused)
-        report(Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("the store does not take edits: %1").arg(refusal))
-                   .advise(QStringLiteral("they stay unsaved; save them again when that is mended")));
+        report(
+            Outcome(StatusCode::BackendFailure, Texts::tr("the store does not take edits: %1").arg(refusal))
+                .advise(Texts::tr("they stay unsaved; save them again when that is mended")));
     if (isNewlyDown)
-        report(Outcome(StatusCode::BackendFailure, reason)
-                   .advise(QStringLiteral("it is tried again all the time")));
+        report(
+            Outcome(StatusCode::BackendFailure, reason).advise(Texts::tr("it is tried again all the time")));
     lock.lock();
 }
 
