@@ -162,12 +162,18 @@ void FileMenu::chooseStore()
     const QStringList known = RecentFiles::get();
     const auto last = std::find_if(known.begin(), known.end(), RecentFiles::isStore);
     bool isChosen = false;
-    const QString location = QInputDialog::getText(
+    QString location = QInputDialog::getText(
         parentWidget(), tr("Open Store"),
-        tr("Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:"), QLineEdit::Normal,
-        last == known.end() ? QStringLiteral("etcd://localhost:2379/") : *last, &isChosen);
-    if (isChosen && !location.trimmed().isEmpty())
-        emit openRequested({location.trimmed()}, QStringLiteral("etcd"));
+        tr("Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS.\n"
+           "Who you are, and what becomes of edits while it is away, stands behind it,\n"
+           "as in etcd://HOST:PORT/NAME?credentials=FILE&&offline=queue:"),
+        QLineEdit::Normal, last == known.end() ? QStringLiteral("etcd://localhost:2379/") : *last, &isChosen);
+    location = location.trimmed();
+    if (!isChosen || location.isEmpty())
+        return;
+    if (!RecentFiles::isStore(location))
+        location.prepend(QLatin1String("etcd://"));
+    emit openRequested({location}, QStringLiteral("etcd"));
 }
 
 void FileMenu::fillRecent()

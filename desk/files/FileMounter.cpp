@@ -47,10 +47,8 @@ QString mountFolder(const ::Repository::FolderLocation& folder, const QString& n
 }
 
 // Empty when the store was opened, otherwise why it was not.
-QString mountStore(const ::Repository::EtcdLocation& store, const QString& name,
-                   FileMounter::Repository& repository)
+QString mountStore(const QString& location, const QString& name, FileMounter::Repository& repository)
 {
-    const QString location = store.toText();
     const auto outcome = repository.getBackendInterface()->mount(
         QStringLiteral("etcd"), name, {location, location, AccessMode::ReadWrite}, 2);
     return outcome.ok() ? QString() : QStringLiteral("%1: %2").arg(location, outcome.explain());
@@ -60,8 +58,8 @@ QString mountStore(const ::Repository::EtcdLocation& store, const QString& name,
 QString mountFile(const QString& file, QString type, const QString& name, FileMounter::Repository& repository,
                   QStringList& notes, bool& isUnknown)
 {
-    if (::Repository::EtcdLocation::isMeant(file) || type == QLatin1String("etcd"))
-        return mountStore(::Repository::EtcdLocation(file), name, repository);
+    if (::Repository::EtcdLocation::isMeant(file))
+        return mountStore(file, name, repository);
     const ::Repository::FolderLocation folder(file);
     if (QFileInfo(folder.getFolder()).isDir())
         return mountFolder(folder, name, repository, notes);
@@ -86,6 +84,12 @@ QString mountFile(const QString& file, QString type, const QString& name, FileMo
                               outcome.explain());
 }
 
+// As it may be shown and kept: the location of a store without what must not stand in it.
+QString placeOf(const QString& file)
+{
+    return ::Repository::EtcdLocation::isMeant(file) ? ::Repository::EtcdLocation(file).toText() : file;
+}
+
 QString refusalOf(const QString& file, const QString& reason)
 {
     return FileMounter::tr("%1: it was not opened: %2").arg(file, reason);
@@ -97,7 +101,7 @@ FileMounter::Result refusalOfAll(const Requests& requests, const QString& reason
 {
     FileMounter::Result result;
     for (const auto& request : requests)
-        result.problems.append(refusalOf(request.file, reason));
+        result.problems.append(refusalOf(placeOf(request.file), reason));
     return result;
 }
 
@@ -108,7 +112,8 @@ FileMounter::Result FileMounter::mountFiles(const Requests& requests,
 {
     Result result;
     QHash<QString, QString> open = openFiles(*repository);
-    for (const auto& [file, type, wantedName] : requests) {
+    for (const auto& [given, type, wantedName] : requests) {
+        const QString file = placeOf(given);
         const QString identity = ::Repository::fileIdentity(file);
         if (open.contains(identity)) {
             result.openBefore.append(open[identity]);

@@ -1,5 +1,7 @@
 #include "desk/files/FileNames.h"
 
+#include "repository/fleet/EtcdLocation.h"
+
 #include <QHash>
 #include <QVector>
 
@@ -8,8 +10,20 @@
 
 namespace Vantry {
 
-QStringList distinctFileNames(const QStringList& paths)
+namespace {
+
+// Of a store, without what says how it is reached.
+QString placeOf(const QString& path)
 {
+    return Repository::EtcdLocation::isMeant(path) ? path.section(QLatin1Char('?'), 0, 0) : path;
+}
+
+} // namespace
+
+QStringList distinctFileNames(const QStringList& given)
+{
+    QStringList paths;
+    std::transform(given.begin(), given.end(), std::back_inserter(paths), placeOf);
     QStringList names = paths;
     QVector<int> open(paths.size()); // numbers of those that have no name of their own yet
     std::iota(open.begin(), open.end(), 0);

@@ -1,5 +1,6 @@
 #include "desk/files/KeptChanges.h"
 
+#include "desk/files/FileNames.h"
 #include "files/StateFolder.h"
 #include "host/Utilities/ModelViews/AttributeValueText.h"
 #include "host/Utilities/ModelViews/TextFile.h"
@@ -165,7 +166,7 @@ QString KeptChanges::keep(const QString& file, const QString& diff, const Change
         return {};
     }
     const QString name =
-        freeName(folder, QFileInfo(file).fileName().left(mostOfName) +
+        freeName(folder, distinctFileNames({file}).first().left(mostOfName) +
                              QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh.mm.ss")));
     error = TextFile::write(name, diff, TextFile::Readers::OwnerOnly);
     if (!error.isEmpty())

@@ -207,6 +207,10 @@
         <source>Locked against changes</source>
         <translation>Gegen Änderungen gesperrt</translation>
     </message>
+    <message>
+        <source>State: %1</source>
+        <translation>Zustand: %1</translation>
+    </message>
 </context>
 <context>
     <name>Utilities::ModelViews::AttributeTreeViewModelUtils</name>
@@ -1209,8 +1213,12 @@
         <translation>Datenspeicher öffnen</translation>
     </message>
     <message>
-        <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS:</source>
-        <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS:</translation>
+        <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS.
+Who you are, and what becomes of edits while it is away, stands behind it,
+as in etcd://HOST:PORT/NAME?credentials=FILE&amp;&amp;offline=queue:</source>
+        <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS.
+Wer Sie sind und was aus Änderungen wird, während er fehlt, steht dahinter,
+wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translation>
     </message>
 </context>
 <context>

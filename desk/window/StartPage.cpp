@@ -90,8 +90,10 @@ void StartPage::refresh()
 
 void StartPage::addRecent(const QString& file)
 {
-    auto* const button = new QCommandLinkButton(menuText(QFileInfo(file).fileName()),
-                                                RecentFiles::shownPath(QFileInfo(file).path()));
+    // Of a store without what says how it is reached.
+    const QFileInfo place(RecentFiles::isStore(file) ? file.section(QLatin1Char('?'), 0, 0) : file);
+    auto* const button =
+        new QCommandLinkButton(menuText(place.fileName()), RecentFiles::shownPath(place.path()));
     button->setToolTip(Utilities::ModelViews::toolTipText(file));
     button->setIcon(style()->standardIcon(QStyle::SP_FileIcon));
     connect(button, &QCommandLinkButton::clicked, this, [this, file] { emit openRequested({file}); });

@@ -12,18 +12,54 @@ bool says(const grpc::Status& status, std::string_view text)
     return status.error_message().find(text) != std::string::npos;
 }
 
-// Of a failed connection, the last attempt.
+// What a failed connection means, by what its reason holds.
+struct Hint
+{
+    std::string_view mark;
+    std::string_view meaning;
+};
+
+constexpr std::string_view breaksOff =
+    "it breaks off the connection, as where TLS is on one side only, or where it asks for a certificate";
+
+constexpr Hint hints[] = {
+    {"DNS resolution failed", "the name of its host is not known"},
+    {"Failed parsing HTTP/2", "no etcd answers there, but another program"},
+    {"http1.x server", "no etcd answers there, but another program"},
+    {"SETTINGS frame", "no etcd answers there"},
+    {"Handshake read failed", "no etcd answers there"},
+    {"wrong version number", "no TLS is spoken there, but that is what etcds:// asks for"},
+    {"Endpoint read failed", breaksOff},
+    {"Socket closed", breaksOff}};
+
+std::string_view meaningOf(const std::string& message)
+{
+    if (message.find("failed to connect") == std::string::npos &&
+        message.find("DNS resolution failed") == std::string::npos)
+        return {};
+    for (const Hint& hint : hints) {
+        if (message.find(hint.mark) != std::string::npos)
+            return hint.meaning;
+    }
+    return {};
+}
+
+// Of a failed connection, the last attempt, after what it means.
 std::string reasonIn(const std::string& message)
 {
+    const std::string_view meaning = meaningOf(message);
     std::string reason = message;
-    for (const std::string_view front : {"last error: ", "UNKNOWN: ", "UNAVAILABLE: "}) {
+    for (const std::string_view front : {"last error: ", "UNKNOWN: ", "INTERNAL: ", "UNAVAILABLE: "}) {
         const std::size_t place = reason.find(front);
         if (place != std::string::npos)
             reason.erase(0, place + front.size());
     }
     if (reason.rfind("ipv", 0) == 0) // the address, which is told before it
         reason.erase(0, reason.find(": ") + 2);
-    return reason;
+    if (meaning.empty())
+        return reason;
+    const std::size_t colon = reason.rfind(": ");
+    return std::string(meaning) + " (" + reason.substr(colon == std::string::npos ? 0 : colon + 2) + ')';
 }
 
 Status statusOf(const grpc::Status& status)

@@ -3,6 +3,9 @@
 #include "fleet/etcd/CallStatus.h"
 #include "fleet/etcd/EtcdWatch.h"
 
+#include <cstdlib>
+#include <grpc/support/log.h>
+
 namespace Vantry::Etcd {
 
 using namespace Repository;
@@ -65,15 +68,23 @@ std::shared_ptr<grpc::Channel> EtcdTransport::makeChannel() const
     arguments.SetInt(GRPC_ARG_MIN_RECONNECT_BACKOFF_MS, longestReconnect);
     arguments.SetInt(GRPC_ARG_MAX_RECONNECT_BACKOFF_MS, longestReconnect);
     arguments.SetInt(GRPC_ARG_USE_LOCAL_SUBCHANNEL_POOL, 1);
+    // A proxy for pages of the web is none for stores.
+    arguments.SetInt(GRPC_ARG_ENABLE_HTTP_PROXY, std::getenv("grpc_proxy") ? 1 : 0);
     const auto credentials =
         settings.usesTls ? grpc::SslCredentials({settings.authority, settings.key, settings.certificate})
                          : grpc::InsecureChannelCredentials();
-    return grpc::CreateCustomChannel(settings.endpoints[endpoint], credentials, arguments);
+    // Named as an address, or a host called "unix" would be taken for the way to it.
+    return grpc::CreateCustomChannel("dns:///" + settings.endpoints[endpoint], credentials, arguments);
 }
 
 void EtcdTransport::rotate()
 {
     const std::lock_guard lock(mutex);
+    turn();
+}
+
+void EtcdTransport::turn()
+{
     endpoint = (endpoint + 1) % settings.endpoints.size();
     channel = makeChannel();
 }
@@ -86,7 +97,8 @@ void EtcdTransport::cancel()
         context->TryCancel();
 }
 
-grpc::Status EtcdTransport::callOnce(const Call& operation, const std::string& withToken, Purpose purpose)
+EtcdTransport::Answer EtcdTransport::callOnce(const Call& operation, const std::string& withToken,
+                                              Purpose purpose)
 {
     grpc::ClientContext context;
     const std::chrono::milliseconds most = purpose == Purpose::Farewell ? patienceForFarewell
@@ -97,33 +109,38 @@ grpc::Status EtcdTransport::callOnce(const Call& operation, const std::string& w
     if (!withToken.empty())
         context.AddMetadata("token", withToken);
     std::shared_ptr<grpc::Channel> used;
+    std::string asked;
     {
         const std::lock_guard lock(mutex);
         if (isCancelled && purpose != Purpose::Farewell)
-            return grpc::Status(grpc::StatusCode::CANCELLED, "the connection is being closed");
+            return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
         if (purpose != Purpose::Farewell)
             active.insert(&context);
         used = channel;
+        asked = settings.endpoints[endpoint];
     }
     const grpc::Status status = operation(used, context);
     const std::lock_guard lock(mutex);
     active.erase(&context);
-    // A channel whose server was away may take long to notice that it is back; a new one does not.
-    if (status.error_code() == grpc::StatusCode::UNAVAILABLE && used == channel)
-        channel = makeChannel();
-    return status;
+    if (isCancelled && !status.ok())
+        return {{StoreResult::Status::Cancelled, "the connection is being closed"}, false};
+    const Answer answer{resultOf(status, asked), asksForToken(status)};
+    // Also where there is one server only: a channel may take long to notice that it is back.
+    if (answer.result.status == StoreResult::Status::Unavailable && used == channel)
+        turn();
+    return answer;
 }
 
-grpc::Status EtcdTransport::authenticate(std::string& given)
+EtcdTransport::Answer EtcdTransport::authenticate(std::string& given)
 {
     given.clear();
     if (settings.user.empty())
-        return grpc::Status::OK;
+        return {};
     etcdserverpb::AuthenticateRequest request;
     request.set_name(settings.user);
     request.set_password(settings.password);
     etcdserverpb::AuthenticateResponse response;
-    const grpc::Status status = callOnce(
+    Answer answer = callOnce(
         [&](const auto& used, auto& context) {
             return etcdserverpb::Auth::NewStub(used)->Authenticate(&context, request, &response);
         },
@@ -131,7 +148,7 @@ grpc::Status EtcdTransport::authenticate(std::string& given)
     given = response.token();
     const std::lock_guard lock(mutex);
     token = given;
-    return status;
+    return answer;
 }
 
 StoreResult EtcdTransport::call(const Call& operation, Purpose purpose)
@@ -141,20 +158,17 @@ StoreResult EtcdTransport::call(const Call& operation, Purpose purpose)
         const std::lock_guard lock(mutex);
         known = token;
     }
-    grpc::Status status;
+    Answer answer;
     if (known.empty())
-        status = authenticate(known);
-    if (status.ok())
-        status = callOnce(operation, known, purpose);
-    if (asksForToken(status) && !settings.user.empty()) {
-        status = authenticate(known);
-        if (status.ok())
-            status = callOnce(operation, known, purpose);
+        answer = authenticate(known);
+    if (answer.result.ok())
+        answer = callOnce(operation, known, purpose);
+    if (answer.asksForToken && !settings.user.empty()) {
+        answer = authenticate(known);
+        if (answer.result.ok())
+            answer = callOnce(operation, known, purpose);
     }
-    const std::lock_guard lock(mutex);
-    if (isCancelled && !status.ok())
-        return {StoreResult::Status::Cancelled, "the connection is being closed"};
-    return resultOf(status, settings.endpoints[endpoint]);
+    return answer.result;
 }
 
 StoreResult EtcdTransport::read(const StoreRange& range, StorePage& page)
@@ -206,7 +220,7 @@ StoreResult EtcdTransport::write(const std::vector<StoreChange>& changes, StoreR
 }
 
 std::unique_ptr<StoreWatch> EtcdTransport::watch(const std::string& begin, const std::string& end,
-                                                 std::int64_t revision)
+                                                 std::int64_t revision, StoreResult& result)
 {
     etcdserverpb::WatchCreateRequest request;
     request.set_key(begin);
@@ -214,12 +228,11 @@ std::unique_ptr<StoreWatch> EtcdTransport::watch(const std::string& begin, const
     request.set_start_revision(revision);
     request.set_progress_notify(true);
     std::string fresh; // a watch is refused with an old token, and outlives the one that it began with
-    authenticate(fresh);
+    result = authenticate(fresh).result;
+    if (!result.ok())
+        return nullptr;
     const std::lock_guard lock(mutex);
-    auto watch = std::make_unique<EtcdWatch>(makeChannel(), settings.endpoints[endpoint], fresh, request);
-    if (isCancelled)
-        watch->cancel();
-    return watch;
+    return std::make_unique<EtcdWatch>(makeChannel(), settings.endpoints[endpoint], fresh, request);
 }
 
 StoreResult EtcdTransport::grantLease(std::chrono::seconds timeToLive, std::int64_t& lease)
@@ -274,6 +287,9 @@ vantryOpenStoreTransport(int version, const Repository::StoreSettings& settings)
 {
     if (version != Repository::StoreTransport::version)
         return nullptr;
+    // What fails is told by results, and not by lines on the terminal, unless somebody asks for them.
+    if (!std::getenv("GRPC_VERBOSITY"))
+        gpr_set_log_function([](gpr_log_func_args*) {});
     try {
         return new Vantry::Etcd::EtcdTransport(settings);
     } catch (const std::exception&) {

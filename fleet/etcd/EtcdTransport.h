@@ -25,7 +25,7 @@ public:
     StoreResult write(const std::vector<Repository::StoreChange>& changes,
                       Repository::StoreReply& reply) override;
     std::unique_ptr<Repository::StoreWatch> watch(const std::string& begin, const std::string& end,
-                                                  std::int64_t revision) override;
+                                                  std::int64_t revision, StoreResult& result) override;
     StoreResult grantLease(std::chrono::seconds timeToLive, std::int64_t& lease) override;
     StoreResult keepLease(std::int64_t lease, bool& isAlive) override;
     StoreResult revokeLease(std::int64_t lease) override;
@@ -36,10 +36,19 @@ private:
     using Call = std::function<grpc::Status(const std::shared_ptr<grpc::Channel>&, grpc::ClientContext&)>;
     enum class Purpose { Work, Reading, Farewell };
 
+    struct Answer
+    {
+        StoreResult result;
+        bool asksForToken = false;
+    };
+
+    // The mutex is held.
     std::shared_ptr<grpc::Channel> makeChannel() const;
+    void turn();
+
     StoreResult call(const Call& operation, Purpose purpose = Purpose::Work);
-    grpc::Status callOnce(const Call& operation, const std::string& withToken, Purpose purpose);
-    grpc::Status authenticate(std::string& given);
+    Answer callOnce(const Call& operation, const std::string& withToken, Purpose purpose);
+    Answer authenticate(std::string& given);
 
     const Repository::StoreSettings settings;
     mutable std::mutex mutex; // guards what follows

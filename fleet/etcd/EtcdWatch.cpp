@@ -9,17 +9,12 @@ using Repository::StoreResult;
 using Status = StoreResult::Status;
 
 EtcdWatch::EtcdWatch(std::shared_ptr<grpc::Channel> watchChannel, std::string watchedEndpoint,
-                     const std::string& token, const etcdserverpb::WatchCreateRequest& request)
-    : channel(std::move(watchChannel)), endpoint(std::move(watchedEndpoint))
+                     const std::string& token, etcdserverpb::WatchCreateRequest watchRequest)
+    : channel(std::move(watchChannel)), endpoint(std::move(watchedEndpoint)), request(std::move(watchRequest))
 {
     context.AddMetadata("hasleader", "true"); // a server that has lost the others ends it then
     if (!token.empty())
         context.AddMetadata("token", token);
-    stream = etcdserverpb::Watch::NewStub(channel)->Watch(&context);
-    etcdserverpb::WatchRequest create;
-    *create.mutable_create_request() = request;
-    const std::lock_guard lock(writing);
-    stream->Write(create);
 }
 
 // The stream must be finished before it goes.
@@ -27,21 +22,37 @@ EtcdWatch::~EtcdWatch()
 {
     context.TryCancel();
     etcdserverpb::WatchResponse left;
-    while (!isFinished && stream->Read(&left)) {
+    while (stream && stream->Read(&left)) {
     }
-    if (!isFinished)
+    if (stream)
         finish();
+}
+
+void EtcdWatch::begin()
+{
+    stream = etcdserverpb::Watch::NewStub(channel)->Watch(&context);
+    etcdserverpb::WatchRequest create;
+    *create.mutable_create_request() = request;
+    stream->Write(create);
+    const std::lock_guard lock(writing);
+    takesRequests = true;
 }
 
 grpc::Status EtcdWatch::finish()
 {
-    const std::lock_guard lock(writing);
-    isFinished = true;
-    return stream->Finish();
+    {
+        const std::lock_guard lock(writing);
+        takesRequests = false;
+    }
+    const grpc::Status status = stream->Finish();
+    stream.reset();
+    return status;
 }
 
 bool EtcdWatch::read(StoreEvents& events, StoreResult& result)
 {
+    if (!stream)
+        begin();
     etcdserverpb::WatchResponse response;
     if (!stream->Read(&response)) {
         const grpc::Status status = finish();
@@ -80,11 +91,11 @@ bool EtcdWatch::read(StoreEvents& events, StoreResult& result)
 
 void EtcdWatch::ask()
 {
-    etcdserverpb::WatchRequest request;
-    request.mutable_progress_request();
+    etcdserverpb::WatchRequest question;
+    question.mutable_progress_request();
     const std::lock_guard lock(writing);
-    if (!isFinished)
-        stream->Write(request);
+    if (takesRequests)
+        stream->Write(question);
 }
 
 void EtcdWatch::cancel()

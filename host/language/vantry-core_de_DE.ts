@@ -2178,10 +2178,6 @@
         <translation>(hier: %1, im Store: %2)</translation>
     </message>
     <message>
-        <source>the store is not connected (%1)</source>
-        <translation>der Store ist nicht verbunden (%1)</translation>
-    </message>
-    <message>
         <source>the store refuses it: %1</source>
         <translation>der Store lehnt es ab: %1</translation>
     </message>
@@ -2266,10 +2262,6 @@
         <translation>abgelehnt: %1</translation>
     </message>
     <message>
-        <source>the store is not loaded yet (%1)</source>
-        <translation>der Store ist noch nicht geladen (%1)</translation>
-    </message>
-    <message>
         <source>try again when it is, or open it with offline=queue to keep edits meanwhile</source>
         <translation>es versuchen, sobald er es ist, oder ihn mit offline=queue öffnen, sodass Änderungen inzwischen aufbewahrt werden</translation>
     </message>
@@ -2282,12 +2274,32 @@
         <translation>sie bleiben ungespeichert; erneut speichern, sobald das behoben ist</translation>
     </message>
     <message>
-        <source>values stay as they were; it is tried again all the time</source>
-        <translation>die Werte bleiben, wie sie waren; es wird ständig neu versucht</translation>
-    </message>
-    <message>
         <source>it must not hold a user or a password; give the user by ?user=NAME and the password in a file by ?credentials=FILE</source>
         <translation>darin darf weder Benutzer noch Passwort stehen; den Benutzer nennt ?user=NAME, das Passwort steht in einer Datei, die ?credentials=DATEI nennt</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos;: an IPv6 address stands in brackets, as in [::1]:2379</source>
+        <translation>&apos;%1&apos;: eine IPv6-Adresse steht in eckigen Klammern, wie [::1]:2379</translation>
+    </message>
+    <message>
+        <source>it was closed before it was loaded</source>
+        <translation>er wurde geschlossen, bevor er geladen war</translation>
+    </message>
+    <message>
+        <source>not reached yet: %1</source>
+        <translation>noch nicht erreicht: %1</translation>
+    </message>
+    <message>
+        <source>the store is not loaded yet (%1)</source>
+        <translation>der Store ist noch nicht geladen (%1)</translation>
+    </message>
+    <message>
+        <source>the store is not connected: %1; its values are those of %2</source>
+        <translation>der Store ist nicht verbunden: %1; seine Werte sind die von %2</translation>
+    </message>
+    <message>
+        <source>it is tried again all the time</source>
+        <translation>es wird ständig wieder versucht</translation>
     </message>
 </context>
 </TS>

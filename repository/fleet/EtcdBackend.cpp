@@ -207,7 +207,7 @@ std::optional<Outcome> EtcdBackend::set(const QString& path, const Value& value)
     if (isEditing)
         return {};
     Outcome outcome = setOne(relative(path), value);
-    state->changed.notify_all();
+    state->work.notify_all();
     return outcome;
 }
 
@@ -224,7 +224,7 @@ void EtcdBackend::endEdit()
     const std::lock_guard lock(state->mutex);
     isEditing = false;
     state->entries.endBatch();
-    state->changed.notify_all();
+    state->work.notify_all();
 }
 
 Outcome EtcdBackend::write(const QString& path, const Value& value)

@@ -55,27 +55,35 @@ Outcome EtcdBackend::close(bool discardChanges)
     return {};
 }
 
+// Where it may wait, it sends by itself, rather than wait for the thread that does so.
 Outcome EtcdBackend::save(const ApplyChange&)
 {
     using namespace std::chrono_literals;
     std::unique_lock lock(state->mutex);
     state->writeRefusal.clear(); // it may take it now
     state->entries.retryRefused();
-    state->changed.notify_all();
-    const auto isOver = [this] {
-        const bool isHeldBack = state->entries.hasConflicts() && !state->isSending;
-        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() ||
-               state->entries.getEdits().empty();
+    state->work.notify_all();
+    // What others edit meanwhile is not waited for.
+    const SharedEntries& entries = state->entries;
+    const auto isWritten = [&entries, last = entries.getLastBatch()] { return entries.isWrittenUpTo(last); };
+    const auto isOver = [&] {
+        const bool isHeldBack = entries.hasConflicts() && !state->isSending;
+        return closed || !state->isConnected() || isHeldBack || !state->writeRefusal.isEmpty() || isWritten();
     };
     const bool isPatient = !isWindowThread();
-    std::size_t left = 0;
+    bool moves = true; // something becomes of it
     ++state->savers;
-    do { // as long as something becomes of it
-        left = state->entries.getEdits().size();
+    while (moves && !isOver()) {
+        if (isPatient && state->sendNow && state->sendNow(lock))
+            continue;
+        const std::size_t left = entries.getEdits().size();
         state->changed.wait_for(lock, isPatient ? std::chrono::milliseconds(10s) : 250ms, isOver);
-    } while (isPatient && !isOver() && state->entries.getEdits().size() < left);
+        moves = isPatient && entries.getEdits().size() < left;
+    }
     --state->savers;
-    return closed ? checkOpen() : explainUnsaved();
+    if (closed)
+        return checkOpen();
+    return isWritten() ? Outcome() : explainUnsaved();
 }
 
 Outcome EtcdBackend::explainConflicts() const
@@ -112,20 +120,16 @@ Outcome EtcdBackend::explainUnsaved() const
     if (state->entries.hasConflicts())
         return explainConflicts();
     if (!state->isConnected())
-        return refusal(Texts::tr("the store is not connected (%1)").arg(state->describeLink()));
+        return refusal(state->explainDown());
     if (!state->writeRefusal.isEmpty())
         return refusal(Texts::tr("the store refuses it: %1").arg(state->writeRefusal));
-    return state->entries.getEdits().empty()
-               ? Outcome()
-               : refusal(Texts::tr("the store has not acknowledged it yet; it is being sent"));
+    return refusal(Texts::tr("the store has not acknowledged it yet; it is being sent"));
 }
 
 Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
 {
     const std::lock_guard lock(state->mutex);
-    return state->isConnected()
-               ? Outcome()
-               : refusal(Texts::tr("the store is not connected (%1)").arg(state->describeLink()));
+    return state->isConnected() ? Outcome() : refusal(state->explainDown());
 }
 
 Outcome EtcdBackend::locate(const QString&, TextPlace&) const
@@ -220,7 +224,7 @@ Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, co
         }
         if (side == ConflictSide::Mine)
             state->entries.keepEdits(place);
-        state->changed.notify_all();
+        state->work.notify_all();
     }
     if (conflicts.paths.isEmpty())
         return {StatusCode::NotFound, Texts::tr("there is no conflict at or below it")};

@@ -8,6 +8,7 @@
 #include "repository/fleet/WindowThread.h"
 #include "repository/store/AttributeTree.h"
 
+#include <algorithm>
 #include <system_error>
 
 namespace Repository {
@@ -23,6 +24,10 @@ EtcdBackends::EtcdBackends(std::shared_ptr<AttributeTree> attributes, Observer h
 EtcdBackends::~EtcdBackends()
 {
     for (const auto& session : std::as_const(sessions))
+        ending.push_back(session);
+    for (const auto& session : ending)
+        session->end();
+    for (const auto& session : ending)
         session->stop();
 }
 
@@ -68,15 +73,18 @@ Outcome EtcdBackends::open(const Backend::Description& description, const Mount&
     return isWindowThread() ? outcome : session->waitForLoading();
 }
 
+// Waits for nothing, since it may be the thread of the windows that closes a store which does not answer.
 void EtcdBackends::forget(const Backend& backend)
 {
-    std::shared_ptr<StoreSession> session;
-    {
-        const std::lock_guard lock(mutex);
-        session = sessions.take(&backend);
+    const std::lock_guard lock(mutex);
+    const auto over = std::stable_partition(ending.begin(), ending.end(),
+                                            [](const auto& session) { return !session->isOver(); });
+    std::for_each(over, ending.end(), [](const auto& session) { session->stop(); });
+    ending.erase(over, ending.end());
+    if (const auto session = sessions.take(&backend)) {
+        session->end();
+        ending.push_back(session);
     }
-    if (session)
-        session->stop();
 }
 
 } // namespace Repository

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace Repository {
 
@@ -33,6 +34,7 @@ private:
     const Observer observer;
     std::mutex mutex;                                              // guards what follows
     QHash<const Backend*, std::shared_ptr<StoreSession>> sessions; // of backends that are open
+    std::vector<std::shared_ptr<StoreSession>> ending;             // of those that were closed
 };
 
 } // namespace Repository

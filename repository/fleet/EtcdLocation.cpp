@@ -3,10 +3,13 @@
 #include "repository/common/Texts.h"
 #include "repository/fleet/KeyCodec.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 #include <QUrlQuery>
+
+#include <algorithm>
 
 namespace Repository {
 
@@ -15,10 +18,18 @@ namespace {
 const QLatin1String plainScheme("etcd://");
 const QLatin1String securedScheme("etcds://");
 
-// A file by its absolute name; empty for none.
-QString absoluteName(const QString& file)
+// What names a file.
+bool isFileOption(const QString& name)
 {
-    return file.isEmpty() ? file : QFileInfo(file).absoluteFilePath();
+    return name == QLatin1String("credentials") || name == QLatin1String("ca") ||
+           name == QLatin1String("cert") || name == QLatin1String("key");
+}
+
+// As it can stand in a location again.
+QString escaped(QString value)
+{
+    return value.replace(QLatin1Char('%'), QLatin1String("%25"))
+        .replace(QLatin1Char('&'), QLatin1String("%26"));
 }
 
 // Why it cannot be read; empty when it could be.
@@ -49,7 +60,8 @@ EtcdLocation::EtcdLocation(const QString& location)
     store = slash < 0 ? QString() : place.mid(slash + 1);
     const QString hosts = place.left(slash);
     const int at = hosts.lastIndexOf(QLatin1Char('@'));
-    text = location.left(start) + hosts.mid(at + 1) + QLatin1Char('/') + store;
+    // Of what is secret, it stays to be seen that it was there, so that it is refused again.
+    text = location.left(start) + hosts.mid(std::max(at, 0)) + QLatin1Char('/') + store;
     if (at >= 0)
         error = Texts::tr("it must not hold a user or a password; give the user by ?user=NAME and the "
                           "password in a file by ?credentials=FILE");
@@ -58,14 +70,16 @@ EtcdLocation::EtcdLocation(const QString& location)
         error = Texts::tr("the name of the store is missing, as in etcd://HOST:PORT/NAME");
     const auto items =
         QUrlQuery(mark < 0 ? QString() : location.mid(mark + 1)).queryItems(QUrl::FullyDecoded);
-    QUrlQuery shown;
-    for (const auto& [name, value] : items) {
+    QStringList shown;
+    for (const auto& [name, given] : items) {
+        const QString value =
+            isFileOption(name) && !given.isEmpty() ? QFileInfo(given).absoluteFilePath() : given;
         readOption(name, value);
-        if (name != QLatin1String("password"))
-            shown.addQueryItem(name, value);
+        shown.append(escaped(name) + QLatin1Char('=') +
+                     (name == QLatin1String("password") ? QString() : escaped(value)));
     }
     if (!shown.isEmpty())
-        text += QLatin1Char('?') + shown.toString();
+        text += QLatin1Char('?') + shown.join(QLatin1Char('&'));
 }
 
 bool EtcdLocation::isMeant(const QString& text)
@@ -82,6 +96,8 @@ void EtcdLocation::readEndpoints(const QString& list)
         const int port = host.mid(colon + 1).toInt(&isNumber);
         if (colon <= 0 || !isNumber || port < 1 || port > 65535)
             error = Texts::tr("'%1' is not HOST:PORT").arg(host);
+        else if (host.left(colon).contains(QLatin1Char(':')) && !host.startsWith(QLatin1Char('[')))
+            error = Texts::tr("'%1': an IPv6 address stands in brackets, as in [::1]:2379").arg(host);
         endpoints.push_back(host.toStdString());
     }
 }
@@ -91,13 +107,13 @@ void EtcdLocation::readOption(const QString& name, const QString& value)
     if (name == QLatin1String("user"))
         user = value;
     else if (name == QLatin1String("credentials"))
-        credentials = absoluteName(value);
+        credentials = value;
     else if (name == QLatin1String("ca"))
-        authority = absoluteName(value);
+        authority = value;
     else if (name == QLatin1String("cert"))
-        certificate = absoluteName(value);
+        certificate = value;
     else if (name == QLatin1String("key"))
-        key = absoluteName(value);
+        key = value;
     else if (name == QLatin1String("offline") &&
              (value == QLatin1String("queue") || value == QLatin1String("refuse")))
         queues = value == QLatin1String("queue");
@@ -129,6 +145,7 @@ QString EtcdLocation::readCredentials(StoreSettings& settings) const
     if (!refusal.isEmpty())
         return refusal;
     EtcdLocation files(*this);
+    const QDir folder = QFileInfo(credentials).absoluteDir();
     const QStringList lines = QString::fromStdString(content).split(QLatin1Char('\n'));
     for (const QString& line : lines) {
         const QString name = line.section(QLatin1Char('='), 0, 0).trimmed();
@@ -138,7 +155,7 @@ QString EtcdLocation::readCredentials(StoreSettings& settings) const
         if (name == QLatin1String("password"))
             settings.password = value.toStdString();
         else
-            files.readOption(name, value);
+            files.readOption(name, isFileOption(name) ? folder.absoluteFilePath(value) : value);
     }
     files.credentials.clear();
     return files.error.isEmpty() ? files.read(settings)

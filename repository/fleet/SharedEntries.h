@@ -93,6 +93,11 @@ public:
     std::uint64_t beginBatch() { return openBatch = ++batches; }
     void endBatch() { openBatch = 0; }
 
+    // The batch of the newest edit, and whether the store holds all edits of that one and those before, or
+    // later ones in their place.
+    std::uint64_t getLastBatch() const { return batches; }
+    bool isWrittenUpTo(std::uint64_t batch) const { return queue.empty() || queue.begin()->first > batch; }
+
     // Changes an entry here; nothing removes it. What equals what the store holds is no edit.
     void edit(const std::string& path, std::optional<Value> value);
 

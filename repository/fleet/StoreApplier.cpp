@@ -31,11 +31,46 @@ StoreApplier::StoreApplier(StoreContext& storeContext, std::weak_ptr<AttributeTr
 
 void StoreApplier::push(News news)
 {
+    if (takeAtOnce(news))
+        return;
     std::unique_lock lock(mutex);
     if (news.kind == News::Kind::Page)
         changed.wait(lock, [this] { return isStopping || waiting.size() < mostPages; });
     waiting.push_back(std::move(news));
     changed.notify_all();
+}
+
+// The echoes of own edits, as long as nothing else of the store waits to be shown: of these the tree knows
+// already.
+bool StoreApplier::takeAtOnce(const News& news)
+{
+    if (news.kind != News::Kind::Events || !news.users.isEmpty())
+        return false;
+    {
+        const std::lock_guard lock(mutex);
+        if (isApplying || !waiting.empty())
+            return false;
+    }
+    StoreState& state = *context.state;
+    const std::lock_guard lock(state.mutex);
+    if (state.entries.concernsEntries(news.arrivals))
+        return false;
+    takeEchoes(news);
+    return true;
+}
+
+// The state's mutex is held. Who waits for edits, or holds some back, may go on.
+void StoreApplier::takeEchoes(const News& news)
+{
+    StoreState& state = *context.state;
+    const bool concernsEdits = !state.entries.getEdits().empty();
+    state.entries.take(news.arrivals);
+    context.applied = news.revision;
+    if (!concernsEdits)
+        return;
+    state.changed.notify_all();
+    if (!state.entries.getEdits().empty())
+        state.work.notify_all();
 }
 
 void StoreApplier::stop()
@@ -54,6 +89,7 @@ void StoreApplier::run()
             return;
         News news = std::move(waiting.front());
         waiting.pop_front();
+        isApplying = true;
         lock.unlock();
         changed.notify_all();
         const Outcome outcome = guardMemory([&] {
@@ -66,6 +102,7 @@ void StoreApplier::run()
             context.wantsReload = true;
         }
         lock.lock();
+        isApplying = false;
     }
 }
 
@@ -149,14 +186,14 @@ void StoreApplier::applyEvents(const News& news)
         const std::lock_guard lock(context.state->mutex);
         concernsTree = context.state->entries.concernsEntries(news.arrivals);
         if (!concernsTree)
-            context.state->entries.take(news.arrivals);
-        context.state->changed.notify_all();
+            takeEchoes(news);
     }
     if (concernsTree) {
         ChangeApplier applier(*attributes, *shown);
         applier([&] { return shown->take(news.arrivals); });
+        context.applied = news.revision;
+        context.state->changed.notify_all();
     }
-    context.applied = news.revision;
     if (!news.users.isEmpty())
         takeUsers(news.users);
 }

@@ -50,6 +50,8 @@ public:
     void stop();
 
 private:
+    bool takeAtOnce(const News& news);
+    void takeEchoes(const News& news);
     void apply(News news);
     void begin();
     void applyPage(News& news);
@@ -67,6 +69,7 @@ private:
     std::mutex mutex; // guards what follows
     std::condition_variable changed;
     std::deque<News> waiting;
+    bool isApplying = false;
     bool isStopping = false;
 };
 

@@ -48,6 +48,7 @@ struct StoreContext
     std::atomic<std::int64_t> applied{0};    // the revision up to which the tree shows all
     std::atomic<std::int64_t> unreadable{0}; // keys that are none of a path, when all was read
     std::atomic<bool> wantsReload{false};    // something was missed
+    std::atomic<bool> isDoubtful{false};     // whether the store lives: a write was not answered
 };
 
 } // namespace Repository

@@ -25,7 +25,7 @@ constexpr auto shortestPause = 50ms; // before the next attempt, doubled each ti
 constexpr auto longestPause = 2000ms;
 
 constexpr auto askingAfter = 10s; // without a sign of life
-constexpr auto leavingAfter = 30s;
+constexpr auto answerTime = 10s;  // long, since a large answer may be on its way over a slow network
 
 // Entries that make some megabytes. Few pages are better: for each, the server counts all that comes after
 // it.
@@ -86,8 +86,6 @@ void StoreFollower::fail(const StoreResult& result)
         ++context.state->failedAttempts;
         isOther = context.state->close(context.state->news, result);
     }
-    if (result.status == Status::Unavailable)
-        context.transport->rotate();
     if (isOther)
         applier.push({});
 }
@@ -190,15 +188,19 @@ StoreResult StoreFollower::follow()
     const StoreResult identity = checkIdentity();
     if (!identity.ok())
         return identity;
-    auto begun = context.transport->watch(context.prefix, context.keysEnd(), next);
+    StoreResult result;
+    auto begun = context.transport->watch(context.prefix, context.keysEnd(), next, result);
+    if (!begun)
+        return result;
     StoreWatch* const current = begun.get();
     {
         const std::lock_guard lock(mutex);
         watch = std::move(begun);
         heard = asked = Clock::now();
     }
+    if (context.pause(0ms))
+        interrupt(); // whoever ends the connection may have come before there was a watch
     StoreEvents events;
-    StoreResult result;
     while (result.ok() && current->read(events, result)) {
         {
             const std::lock_guard lock(mutex);
@@ -207,6 +209,8 @@ StoreResult StoreFollower::follow()
         result = takeEvents(events);
         events = {};
     }
+    if (result.status == Status::Unavailable)
+        context.transport->rotate();
     const std::lock_guard lock(mutex);
     watch.reset();
     return result.ok() ? StoreResult{Status::Unavailable, Reason::tr("the store has ended the connection")}
@@ -245,13 +249,15 @@ StoreResult StoreFollower::takeEvents(StoreEvents& events)
 
 void StoreFollower::checkLife()
 {
+    const bool isDoubtful = context.isDoubtful.exchange(false);
     const std::lock_guard lock(mutex);
     const auto now = Clock::now();
     if (!watch)
         return;
-    if (now - heard > leavingAfter) {
-        watch->cancel();
-    } else if (now - std::max(heard, asked) > askingAfter) {
+    if (asked > heard) {
+        if (now - asked > answerTime)
+            watch->cancel();
+    } else if (isDoubtful || now - heard > askingAfter) {
         asked = now;
         watch->ask();
     }

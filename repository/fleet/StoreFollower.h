@@ -20,8 +20,7 @@ public:
     // Until the end.
     void run();
 
-    // To be called about each second: a store that gives no sign of life is left for its next server. Any
-    // thread.
+    // To be called about each second: a server that gives no sign of life is left for the next. Any thread.
     void checkLife();
 
     // Ends the watch, so that it begins anew. Any thread.
@@ -47,7 +46,7 @@ private:
     std::mutex mutex;                  // guards what follows
     std::unique_ptr<StoreWatch> watch; // while there is one
     Clock::time_point heard;           // the last sign of life
-    Clock::time_point asked;
+    Clock::time_point asked;           // for one, last
 };
 
 } // namespace Repository

@@ -6,6 +6,10 @@
 #include <QJsonObject>
 #include <QSysInfo>
 
+#include <pwd.h>
+#include <unistd.h>
+#include <vector>
+
 namespace Repository {
 
 using namespace std::chrono_literals;
@@ -16,11 +20,21 @@ constexpr auto timeToLive = 10s;
 constexpr auto keepingEach = 3s;
 constexpr auto retryingAfter = 60s; // of a store that does not allow it
 
+// By the number where the system has no name for it, as it may be in a container.
+QString userName()
+{
+    constexpr std::size_t mostBytes = 16384;
+    std::vector<char> buffer(mostBytes);
+    passwd entry{};
+    passwd* found = nullptr;
+    ::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found);
+    return found ? QString::fromLocal8Bit(found->pw_name) : QString::number(::geteuid());
+}
+
 std::string ownValue()
 {
-    const QString user = qEnvironmentVariable("USER", QStringLiteral("somebody"));
     const QJsonObject presence{
-        {QStringLiteral("who"), user + QLatin1Char('@') + QSysInfo::machineHostName()},
+        {QStringLiteral("who"), userName() + QLatin1Char('@') + QSysInfo::machineHostName()},
         {QStringLiteral("pid"), QCoreApplication::applicationPid()},
         {QStringLiteral("since"), QDateTime::currentDateTimeUtc().toString(Qt::ISODate)}};
     return QJsonDocument(presence).toJson(QJsonDocument::Compact).toStdString();

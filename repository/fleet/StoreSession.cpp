@@ -2,6 +2,7 @@
 
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/RepositoryLog.h"
+#include "repository/common/Texts.h"
 
 #include <random>
 
@@ -37,16 +38,31 @@ StoreSession::StoreSession(std::unique_ptr<StoreTransport> transport, std::strin
 {
 }
 
-// The threads keep it alive until they end.
 void StoreSession::start()
 {
-    threads.emplace_back([self = shared_from_this()] { self->applier.run(); });
-    threads.emplace_back(
-        [self = shared_from_this()] { self->keepRunning([&self] { self->follower.run(); }); });
-    threads.emplace_back([self = shared_from_this()] {
-        self->keepRunning([&self] { self->writer.run([&self] { self->tick(); }); });
-        self->presence.end();
+    {
+        const std::lock_guard lock(context.state->mutex);
+        context.state->sendNow = [session = weak_from_this()](StoreWriter::Lock& held) {
+            const auto self = session.lock();
+            return self && self->writer.sendNow(held);
+        };
+    }
+    startThread([this] { applier.run(); });
+    startThread([this] { keepRunning([this] { follower.run(); }); });
+    startThread([this] {
+        keepRunning([this] { writer.run([this] { tick(); }); });
+        presence.end();
     });
+}
+
+// Which keeps the session alive until it ends.
+void StoreSession::startThread(const std::function<void()>& work)
+{
+    threads.emplace_back([self = shared_from_this(), work] {
+        work();
+        --self->running;
+    });
+    ++running;
 }
 
 // Where memory was refused, nobody knows what was missed.
@@ -75,19 +91,26 @@ Outcome StoreSession::waitForLoading()
     });
     if (state.isConnected())
         return {};
-    return Outcome(StatusCode::BackendFailure, state.news.reason);
+    return Outcome(StatusCode::BackendFailure,
+                   state.isStopping ? Texts::tr("it was closed before it was loaded") : state.news.reason);
 }
 
-void StoreSession::stop()
+void StoreSession::end()
 {
     {
         const std::lock_guard lock(context.state->mutex);
         context.state->isStopping = true;
         context.state->changed.notify_all();
+        context.state->work.notify_all();
     }
     context.transport->cancel();
     applier.stop();
     follower.interrupt();
+}
+
+void StoreSession::stop()
+{
+    end();
     for (std::thread& thread : threads) {
         if (thread.get_id() == std::this_thread::get_id())
             thread.detach();

@@ -5,6 +5,7 @@
 #include "repository/fleet/StorePresence.h"
 #include "repository/fleet/StoreWriter.h"
 
+#include <atomic>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -25,10 +26,15 @@ public:
     // then.
     StoreState::Outcome waitForLoading();
 
+    // Tells its threads to end, which takes them as long as saying goodbye to the store.
+    void end();
+    bool isOver() const { return running == 0; }
+
     // Waits for its threads, if it is not one of them.
     void stop();
 
 private:
+    void startThread(const std::function<void()>& work);
     void keepRunning(const std::function<void()>& work);
     void tick();
     void audit();
@@ -40,6 +46,7 @@ private:
     StorePresence presence;
     std::chrono::steady_clock::time_point nextAudit;
     std::vector<std::thread> threads;
+    std::atomic<int> running{0}; // of these
 };
 
 } // namespace Repository

@@ -15,8 +15,9 @@ bool StoreState::open(Way& way)
 
 bool StoreState::close(Way& way, const StoreResult& result)
 {
+    const bool isFirstFailure = !isLoaded && way.reason.isEmpty();
     way = {false, result.status == StoreResult::Status::Refused, QString::fromStdString(result.reason)};
-    return updateLink();
+    return updateLink() || isFirstFailure;
 }
 
 bool StoreState::finishLoading()
@@ -32,10 +33,20 @@ bool StoreState::updateLink()
     const bool isRefused = news.isRefused || edits.isRefused;
     if (isLoaded || isRefused)
         link = news.isOpen && edits.isOpen ? Link::Connected : isRefused ? Link::Refused : Link::Stale;
-    if (link != before)
+    if (link != before) {
         since = QDateTime::currentDateTime();
+        began = std::chrono::steady_clock::now();
+    }
     changed.notify_all();
+    work.notify_all();
     return link != before;
+}
+
+bool StoreState::isDownForLong() const
+{
+    constexpr std::chrono::seconds shortWhile(5);
+    const bool isDown = link == Link::Loading ? !news.reason.isEmpty() : !isConnected();
+    return isDown && std::chrono::steady_clock::now() - began >= shortWhile;
 }
 
 QString StoreState::describeLink() const
@@ -43,7 +54,7 @@ QString StoreState::describeLink() const
     const QString& reason = news.isOpen ? edits.reason : news.reason;
     switch (link) {
     case Link::Loading:
-        return Texts::tr("loading");
+        return reason.isEmpty() ? Texts::tr("loading") : Texts::tr("not reached yet: %1").arg(reason);
     case Link::Connected:
         return Texts::tr("connected");
     case Link::Stale:
@@ -54,17 +65,22 @@ QString StoreState::describeLink() const
     return Texts::tr("refused: %1").arg(reason);
 }
 
+QString StoreState::explainDown() const
+{
+    if (!isLoaded)
+        return Texts::tr("the store is not loaded yet (%1)").arg(describeLink());
+    return Texts::tr("the store is not connected: %1; its values are those of %2")
+        .arg(news.isOpen ? edits.reason : news.reason, since.toString(Qt::ISODate));
+}
+
 Outcome StoreState::checkWritable() const
 {
-    constexpr qint64 shortWhile = 5000; // milliseconds
-    if (link == Link::Loading || !isLoaded)
-        return Outcome(StatusCode::BackendFailure,
-                       Texts::tr("the store is not loaded yet (%1)").arg(describeLink()));
-    const bool isShort = link == Link::Stale && since.msecsTo(QDateTime::currentDateTime()) < shortWhile;
+    if (!isLoaded)
+        return Outcome(StatusCode::BackendFailure, explainDown());
+    const bool isShort = link == Link::Stale && !isDownForLong();
     if (link == Link::Connected || queues || isShort)
         return {};
-    return Outcome(StatusCode::BackendFailure,
-                   Texts::tr("the store is not connected (%1)").arg(describeLink()))
+    return Outcome(StatusCode::BackendFailure, explainDown())
         .advise(Texts::tr("try again when it is, or open it with offline=queue to keep edits meanwhile"));
 }
 

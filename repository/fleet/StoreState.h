@@ -8,7 +8,9 @@
 #include <QMap>
 #include <QString>
 
+#include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
 
 namespace Repository {
@@ -33,14 +35,21 @@ struct StoreState
 
     using Outcome = FrameworkCore::AppConfig::Outcome;
 
-    // Opens a way, or closes it with the result of a failed call. Gives whether the link is another one.
+    // Opens a way, or closes it with the result of a failed call. Gives whether there is something else to
+    // say of the link.
     bool open(Way& way);
     bool close(Way& way, const StoreResult& result);
 
     bool isConnected() const { return link == Link::Connected; }
 
+    // Whether the link is down for longer than the store's servers take to agree anew on who leads them.
+    bool isDownForLong() const;
+
     // In a few words, as "connected" or "stale since 2026-11-26T12:00:00: connection refused".
     QString describeLink() const;
+
+    // Why the link is down, and how old values are by now.
+    QString explainDown() const;
 
     // Refused, with the reason, where edits are not taken now. A short interruption, as when the store's
     // servers agree anew on who leads them, refuses none.
@@ -50,20 +59,27 @@ struct StoreState
     bool finishLoading();
 
     mutable std::mutex mutex;
-    std::condition_variable changed; // of all that follows
+    std::condition_variable changed; // of all that follows, apart from edits that come
+    std::condition_variable work;    // there may be something to send
 
     SharedEntries entries;
     Link link = Link::Loading;
-    QDateTime since; // of the link
+    QDateTime since;                                                                // of the link, for people
+    std::chrono::steady_clock::time_point began = std::chrono::steady_clock::now(); // the same, for programs
     Way news;
     Way edits{true, false, {}};
     bool isStopping = false;
     bool isLoaded = false;
     bool isSending = false; // something is on its way to the store
     int savers = 0;         // who wait for their edits to be acknowledged
-    bool queues = false;    // edits are taken while the link is down
-    QString writeRefusal;   // why the store did not take edits; empty when they are to be tried again
-    int loaded = 0;         // entries, while loading
+
+    // Sends on the calling thread what there is, if nobody sends; the mutex is given up meanwhile. Gives
+    // whether there was something. Nothing before there is a connection.
+    std::function<bool(std::unique_lock<std::mutex>& lock)> sendNow;
+
+    bool queues = false;  // edits are taken while the link is down
+    QString writeRefusal; // why the store did not take edits; empty when they are to be tried again
+    int loaded = 0;       // entries, while loading
     int toLoad = 0;
     std::size_t failedAttempts = 0; // to load for the first time
     QMap<QString, QString> users;   // who has the store open, by session

@@ -120,7 +120,7 @@ class StoreTransport
 {
 public:
     // Of this header. A module that was built for another one is not used.
-    static constexpr int version = 1;
+    static constexpr int version = 2;
 
     virtual ~StoreTransport() = default;
 
@@ -129,16 +129,17 @@ public:
     // All changes at once, no key twice; none of them when one key is not as expected.
     virtual StoreResult write(const std::vector<StoreChange>& changes, StoreReply& reply) = 0;
 
-    // From a revision on, that one included.
+    // From a revision on, that one included; null, and the result says why, when the user is not known. The
+    // watch asks the store when it is read first.
     virtual std::unique_ptr<StoreWatch> watch(const std::string& begin, const std::string& end,
-                                              std::int64_t revision) = 0;
+                                              std::int64_t revision, StoreResult& result) = 0;
 
     // A lease that ends unless it is kept; keeping one that has ended sets isAlive to false.
     virtual StoreResult grantLease(std::chrono::seconds timeToLive, std::int64_t& lease) = 0;
     virtual StoreResult keepLease(std::int64_t lease, bool& isAlive) = 0;
     virtual StoreResult revokeLease(std::int64_t lease) = 0;
 
-    // Turns to the next endpoint for all later calls.
+    // Turns to the next endpoint for all later calls, as a call without an answer does.
     virtual void rotate() = 0;
 
     // Ends all calls under way, and refuses later ones but those that revoke a lease.

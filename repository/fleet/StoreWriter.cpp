@@ -6,6 +6,7 @@
 #include "repository/fleet/ValueCodec.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Repository {
 
@@ -23,7 +24,6 @@ constexpr std::size_t mostBytes = std::size_t(256) << 10;
 
 constexpr auto retryingAfter = 200ms;
 constexpr auto ticking = 1s;
-constexpr qint64 shortWhile = 5000; // milliseconds, of an interruption that nobody needs to hear of
 
 } // namespace
 
@@ -40,10 +40,8 @@ void StoreWriter::run(const std::function<void()>& tick)
     auto nextTick = Clock::now();
     Lock lock(state.mutex);
     while (!state.isStopping) {
-        const auto wake = retry > Clock::now() ? std::min(nextTick, retry) : nextTick;
-        state.changed.wait_until(lock, wake, [&] { return state.isStopping || canSend(); });
-        if (!state.isStopping && canSend())
-            send(lock);
+        if (!sendNow(lock))
+            state.work.wait_until(lock, retry > Clock::now() ? std::min(nextTick, retry) : nextTick);
         if (state.isStopping || Clock::now() < nextTick)
             continue;
         nextTick = Clock::now() + ticking;
@@ -54,11 +52,19 @@ void StoreWriter::run(const std::function<void()>& tick)
     }
 }
 
+bool StoreWriter::sendNow(Lock& lock)
+{
+    const bool isDue = !context.state->isStopping && canSend();
+    if (isDue)
+        send(lock);
+    return isDue;
+}
+
 // The state's mutex is held.
 bool StoreWriter::canSend()
 {
     StoreState& state = *context.state;
-    if (!state.isLoaded || !state.news.isOpen || Clock::now() < retry)
+    if (state.isSending || !state.isLoaded || !state.news.isOpen || Clock::now() < retry)
         return false;
     state.entries.dropUnwanted(outgoing);
     if (outgoing.empty())
@@ -96,6 +102,8 @@ void StoreWriter::send(Lock& lock)
     const StoreState::Link before = state.link;
     settle(result, reply);
     state.changed.notify_all();
+    if (!state.entries.getEdits().empty()) // who saves sends no more than his own
+        state.work.notify_all();
     const bool isOther = state.link != before;
     if (!isOther && !state.entries.hasConflicts() && state.writeRefusal.isEmpty())
         return;
@@ -111,10 +119,12 @@ void StoreWriter::settle(const StoreResult& result, const StoreReply& reply)
     StoreState& state = *context.state;
     if (result.status == Status::Unavailable || result.status == Status::Cancelled) {
         state.close(state.edits, result);
+        context.isDoubtful = true;
         retry = Clock::now() + retryingAfter;
         return;
     }
-    state.open(state.edits);
+    if (!state.edits.isOpen)
+        state.open(state.edits);
     if (result.ok() && !reply.isWritten)
         takeFound(reply);
     if (result.ok() || !sendsOneBatch)
@@ -154,26 +164,26 @@ void StoreWriter::reportTrouble(Lock& lock)
 {
     StoreState& state = *context.state;
     // Whoever saves is told by that.
-    const bool hasConflicts = !state.entries.takeNewConflicts().empty() && state.savers == 0;
-    const bool isDown = state.isLoaded && !state.isConnected() &&
-                        state.since.msecsTo(QDateTime::currentDateTime()) > shortWhile;
-    const QString link = isDown ? state.since.toString(Qt::ISODateWithMs) : QString();
-    const QString description = state.describeLink();
+    const bool isTold = state.savers > 0;
+    const bool hasConflicts = !state.entries.takeNewConflicts().empty() && !isTold;
+    const bool isDown = state.isDownForLong(); // of less nobody needs to hear
+    const auto down = isDown ? state.began : Clock::time_point();
+    const bool isNewlyDown = std::exchange(reportedDown, down) != down && isDown;
+    const QString reason = state.explainDown();
     const QString refusal = state.writeRefusal;
+    const bool isNewlyRefused =
+        std::exchange(reportedRefusal, refusal) != refusal && !refusal.isEmpty() && !isTold;
     lock.unlock();
     const auto open = backend.lock();
     if (hasConflicts && open)
         report(open->checkConflicts());
-    if (!refusal.isEmpty() && refusal != reportedRefusal)
+    if (isNewlyRefused)
         report(
             Outcome(StatusCode::BackendFailure, Texts::tr("the store does not take edits: %1").arg(refusal))
                 .advise(Texts::tr("they stay unsaved; save them again when that is mended")));
-    if (!link.isEmpty() && link != reportedLink)
+    if (isNewlyDown)
         report(
-            Outcome(StatusCode::BackendFailure, Texts::tr("the store is not connected (%1)").arg(description))
-                .advise(Texts::tr("values stay as they were; it is tried again all the time")));
-    reportedRefusal = refusal;
-    reportedLink = link;
+            Outcome(StatusCode::BackendFailure, reason).advise(Texts::tr("it is tried again all the time")));
     lock.lock();
 }
 

@@ -165,6 +165,8 @@ private slots:
         row("/a/c/x.ini /b/c/x.ini /b/d/x.ini", "a/c/x.ini b/c/x.ini d/x.ini");
         row("/x.ini /b/x.ini /b/b/x.ini", "/x.ini /b/x.ini b/b/x.ini");
         row("/x.ini /x.ini x", "/x.ini /x.ini x");
+        row("etcd://h:1/s?credentials=/c etcds://h:1/t", "s t");
+        row("etcd://h:1/s?user=a etcd://h:1/s?user=b", "etcd://h:1/s etcd://h:1/s");
     }
 
     void namesFilesByTheirFolders()

@@ -25,6 +25,7 @@ public:
 
     const Outcome& getMounted() const { return mounted; }
     Repository::AttributeRepository& getRepository() const { return *repository; }
+    std::shared_ptr<Repository::AttributeRepository> shareRepository() const { return repository; }
 
     Outcome create(const QString& path, const QVariant& value);
     Outcome write(const QString& path, const QVariant& value);

@@ -115,6 +115,82 @@ private slots:
                  qPrintable(machine.getMounted().toText()));
     }
 
+    // A server's role decides, also where Vantry would write: what it refuses stays unsaved, with the reason.
+    void writesWhatItsRoleAllows_data()
+    {
+        const auto row = TestSupport::columns<QString, QStringList>("writable", "stored");
+        row("nothing", "", {});
+        row("what lies below a group", "line1.", {QStringLiteral("line1.new"), QStringLiteral("line1.old")});
+    }
+
+    void writesWhatItsRoleAllows()
+    {
+        QFETCH(QString, writable);
+        QFETCH(QStringList, stored);
+        FleetMachine owner(location(validQuery()));
+        for (const char* path : {"m.line1.old", "m.line2.old"})
+            QCOMPARE(refusalOf(owner.create(QLatin1String(path), 1)), QString());
+        QCOMPARE(refusalOf(owner.save()), QString());
+        const QString role = QStringLiteral("of-") + store;
+        addRestrictedUser(role, writable);
+        FleetMachine machine(
+            location(queryOf("user=" + role.toUtf8() + "\npassword=" + password + '\n', 0600)));
+        QCOMPARE(refusalOf(machine.getMounted()), QString());
+        machine.write(QStringLiteral("m.line1.old"), 2);
+        machine.create(QStringLiteral("m.line1.new"), 2);
+        machine.write(QStringLiteral("m.line2.old"), 2);
+        machine.create(QStringLiteral("m.line2.new"), 2);
+        const Outcome outcome = machine.save();
+        QVERIFY2(outcome.toText().contains(QLatin1String("permission")), qPrintable(outcome.toText()));
+        QCOMPARE(machine.unsaved().size(), 4 - stored.size());
+        for (const QString& path : stored)
+            QTRY_COMPARE(owner.read(QStringLiteral("m.") + path).toInt(), 2);
+        QCOMPARE(owner.read(QStringLiteral("m.line2.old")).toInt(), 1);
+        owner.write(QStringLiteral("m.line2.old"), 3);
+        QCOMPARE(refusalOf(owner.save()), QString());
+        QTRY_VERIFY(machine.unsaved().last().isConflict);
+        QCOMPARE(refusalOf(machine.getRepository().getChangesInterface()->revert(QStringLiteral("m"))),
+                 QString());
+        QTRY_COMPARE(machine.read(QStringLiteral("m.line2.old")).toInt(), 3);
+        QCOMPARE(refusalOf(machine.save()), QString());
+    }
+
+    void asksMachinesForCertificates_data()
+    {
+        const auto row = TestSupport::columns<QString, bool, QString>("certificate", "hasUsers", "refusal");
+        row("of its authority", "client", false, "");
+        row("none", "", false, "certificate");
+        row("that names the user", "desk", true, "");
+        row("that names nobody, where users are asked for", "client", true, "permission");
+    }
+
+    void asksMachinesForCertificates()
+    {
+        QFETCH(QString, certificate);
+        QFETCH(bool, hasUsers);
+        QFETCH(QString, refusal);
+        EtcdServer::Options options;
+        options.usesTls = options.asksForCertificates = true;
+        EtcdServer strict(options);
+        QVERIFY2(strict.start(), qPrintable(strict.getFailure()));
+        if (hasUsers) {
+            QVERIFY(strict.addUser(QStringLiteral("desk"), QLatin1String(password),
+                                   QStringLiteral("vantry/1/s")));
+            QVERIFY(strict.requireUsers());
+        }
+        const TestCertificates& certificates = *strict.getCertificates();
+        const QString query =
+            QStringLiteral("cert=%1&key=%2")
+                .arg(certificates.certificateOf(certificate), certificates.keyOf(certificate));
+        FleetMachine machine(strict.getLocation(store, certificate.isEmpty() ? QString() : query));
+        const QString text = refusalOf(machine.getMounted());
+        QVERIFY2(refusal.isEmpty() ? text.isEmpty() : text.contains(refusal), qPrintable(text));
+        if (refusal.isEmpty()) {
+            QCOMPARE(refusalOf(machine.create(QStringLiteral("m.a"), 1)), QString());
+            QCOMPARE(refusalOf(machine.save()), QString());
+        }
+    }
+
     void trustsOnlyItsAuthority_data()
     {
         const auto row = TestSupport::columns<QString, QString>("location", "refusal");
@@ -156,6 +232,24 @@ private slots:
     }
 
 private:
+    // Who may read the store and write what begins so, with a role of the same name.
+    void addRestrictedUser(const QString& name, const QString& writable) const
+    {
+        const auto control = [this](const QStringList& words) { server.control(words); };
+        const auto grant = [&](const QString& right, const QString& keys) {
+            control({QStringLiteral("role"), QStringLiteral("grant-permission"), name,
+                     QStringLiteral("--prefix=true"), right, keys});
+        };
+        const QString keys = QStringLiteral("vantry/1/%1/").arg(store);
+        control({QStringLiteral("role"), QStringLiteral("add"), name});
+        grant(QStringLiteral("read"), keys);
+        if (!writable.isEmpty())
+            grant(QStringLiteral("write"), keys + QStringLiteral("a/") + writable);
+        control({QStringLiteral("user"), QStringLiteral("add"),
+                 name + QLatin1Char(':') + QLatin1String(password)});
+        control({QStringLiteral("user"), QStringLiteral("grant-role"), name, name});
+    }
+
     QString queryOf(const QByteArray& credentials, int mode) const
     {
         const QString file =

@@ -6,6 +6,7 @@
 #include "tests/support/Columns.h"
 #include "tests/support/TestRun.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -172,9 +173,17 @@ private slots:
         row("a port beyond", "etcd://h:70000/site", "etcd://h:70000/site", "is not HOST:PORT");
         row("an unknown option", "etcd://h:1/s?speed=9", "etcd://h:1/s?speed=9", "unknown option 'speed'");
         row("another way to wait", "etcd://h:1/s?offline=maybe", "etcd://h:1/s?offline=maybe", "not 'maybe'");
-        row("a password in it", "etcd://ann:secret@h:1/s", "etcd://h:1/s", "must not hold");
-        row("a password as an option", "etcd://h:1/s?password=secret&user=ann", "etcd://h:1/s?user=ann",
-            "must not hold a password");
+        row("a password in it", "etcd://ann:secret@h:1/s", "etcd://@h:1/s", "must not hold");
+        row("a password as an option", "etcd://h:1/s?password=secret&user=ann",
+            "etcd://h:1/s?password=&user=ann", "must not hold a password");
+        row("an odd file name", "etcd://h:1/s?ca=/a%26b 100%25=ü+;#.pem",
+            "etcd://h:1/s?ca=/a%26b 100%25=ü+;#.pem", "");
+        row("a relative file name", "etcd://h:1/s?ca=c.pem",
+            QStringLiteral("etcd://h:1/s?ca=") + QDir::current().absoluteFilePath(QStringLiteral("c.pem")),
+            "");
+        row("IPv6", "etcd://[::1]:2379/s", "etcd://[::1]:2379/s", "");
+        row("IPv6 without brackets", "etcd://::1:2379/s", "etcd://::1:2379/s", "brackets");
+        row("nobody between commas", "etcd://a:1,,b:2/s", "etcd://a:1,,b:2/s", "'' is not HOST:PORT");
     }
 
     void readsLocations()
@@ -184,6 +193,9 @@ private slots:
         QFETCH(QString, error);
         const EtcdLocation location(given);
         QCOMPARE(location.toText(), shown);
+        // What is shown, logged and kept is refused, or taken, for the same reason.
+        QCOMPARE(EtcdLocation(shown).toText(), shown);
+        QCOMPARE(EtcdLocation(shown).getError(), location.getError());
         QVERIFY2(error.isEmpty() ? location.getError().isEmpty() : location.getError().contains(error),
                  qPrintable(location.getError()));
         QVERIFY(!location.getError().contains(QStringLiteral("secret")));
@@ -196,6 +208,7 @@ private slots:
         row("for the group, too", 0x6040, "password=x\n", "chmod 600");
         row("for all", 0x6004, "password=x\n", "chmod 600");
         row("with an unknown name", 0x6000, "pasword=x\n", "unknown option 'pasword'");
+        row("a file beside it", 0x6000, "user = ann\npassword = a=b c\nca = credentials\n", "");
     }
 
     void takesCredentialsThatNobodyElseCanRead()
@@ -216,6 +229,8 @@ private slots:
         if (error.isEmpty()) {
             QCOMPARE(textOf(settings.user), QStringLiteral("ann"));
             QCOMPARE(textOf(settings.password), QStringLiteral("a=b c"));
+            QCOMPARE(textOf(settings.authority),
+                     content.contains(QStringLiteral("ca =")) ? content : QString());
         }
     }
 };

@@ -211,6 +211,30 @@ private slots:
         QTRY_COMPARE(first.read(path), second.read(path));
     }
 
+    // Whoever saves is not kept by somebody who never ends.
+    void savesBesideOneWhoWritesOn()
+    {
+        FleetMachine machine(location());
+        QCOMPARE(refusalOf(machine.create(QStringLiteral("m.busy"), 0)), QString());
+        std::atomic<bool> isOver{false};
+        std::thread other([&] {
+            for (int value = 1; !isOver; ++value)
+                machine.write(QStringLiteral("m.busy"), value);
+        });
+        QStringList refusals;
+        for (int value = 1; value <= 20; ++value) {
+            const QString path = QStringLiteral("m.k%1").arg(value);
+            machine.create(path, value);
+            refusals.append(refusalOf(machine.save()));
+            if (valueOf(outside().get(prefix() + path.mid(2).toStdString()).value).toInt() != value)
+                refusals.append(path);
+        }
+        isOver = true;
+        other.join();
+        refusals.removeAll(QString());
+        QCOMPARE(refusals, QStringList());
+    }
+
     // What was written meanwhile, and by nobody noticed, wins; whoever lost decides what shall be.
     void tellsTheWinnersValue_data()
     {

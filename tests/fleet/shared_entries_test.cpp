@@ -392,6 +392,28 @@ private slots:
     }
 
     // What was edited at once is written at once, or not at all while a part of it is in conflict.
+    // Whoever saves waits for no edits that came later, and not for his own that they replace.
+    void knowsUpToWhichBatchAllIsWritten()
+    {
+        SharedEntries entries;
+        entries.edit("a", text("1"));
+        entries.edit("b", text("1"));
+        const auto mark = entries.getLastBatch();
+        entries.edit("c", text("1"));
+        const auto write = [&entries](std::int64_t revision) {
+            entries.settle(entries.takeOutgoing(1, 1000), revision);
+        };
+        QVERIFY(!entries.isWrittenUpTo(mark));
+        write(1);
+        QVERIFY(!entries.isWrittenUpTo(mark));
+        entries.edit("b", text("2"));
+        QVERIFY(entries.isWrittenUpTo(mark));
+        QVERIFY(!entries.isWrittenUpTo(entries.getLastBatch()));
+        write(2);
+        write(3);
+        QVERIFY(entries.isWrittenUpTo(entries.getLastBatch()));
+    }
+
     void holdsBackABatchWithAConflict()
     {
         ModelStore store;

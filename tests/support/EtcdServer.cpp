@@ -134,6 +134,9 @@ QStringList EtcdServer::argumentsOf(const Member& member) const
     if (certificates)
         arguments += {QStringLiteral("--cert-file"), certificates->certificateOf(QStringLiteral("server")),
                       QStringLiteral("--key-file"), certificates->keyOf(QStringLiteral("server"))};
+    if (options.asksForCertificates)
+        arguments += {QStringLiteral("--client-cert-auth"), QStringLiteral("--trusted-ca-file"),
+                      certificates->authority()};
     return arguments + options.arguments;
 }
 
@@ -278,7 +281,9 @@ QByteArray EtcdServer::control(const QStringList& arguments) const
         endpoints.append(urlOf(scheme(), member.port()));
     QStringList all{QStringLiteral("--endpoints"), endpoints.join(QLatin1Char(','))};
     if (certificates)
-        all += {QStringLiteral("--cacert"), certificates->authority()};
+        all += {QStringLiteral("--cacert"), certificates->authority(),
+                QStringLiteral("--cert"),   certificates->certificateOf(QStringLiteral("client")),
+                QStringLiteral("--key"),    certificates->keyOf(QStringLiteral("client"))};
     if (!rootPassword.isEmpty())
         all += {QStringLiteral("--user"), QStringLiteral("root:") + rootPassword};
     QProcess etcdctl;

@@ -24,8 +24,9 @@ public:
     {
         int members = 1;
         bool usesTls = false;
-        int tokenSeconds = 300;     // how long a token lasts that is not used
-        QStringList arguments = {}; // more of them
+        bool asksForCertificates = false; // of clients, with TLS
+        int tokenSeconds = 300;           // how long a token lasts that is not used
+        QStringList arguments = {};       // more of them
     };
 
     // Why there can be none, for QSKIP; empty where etcd and its command line are installed.

@@ -15,8 +15,9 @@ const QString days = QStringLiteral("2");
 TestCertificates::TestCertificates()
 {
     makeAuthority();
-    makeCertificate(QStringLiteral("server"));
-    makeCertificate(QStringLiteral("client"));
+    makeCertificate(QStringLiteral("server"), QStringLiteral("/O=server"));
+    makeCertificate(QStringLiteral("client"), QStringLiteral("/O=client"));
+    makeCertificate(QStringLiteral("desk"), QStringLiteral("/CN=desk"));
 }
 
 void TestCertificates::makeAuthority()
@@ -27,7 +28,7 @@ void TestCertificates::makeAuthority()
          QStringLiteral("-days"), days, QStringLiteral("-subj"), QStringLiteral("/CN=authority of a test")});
 }
 
-void TestCertificates::makeCertificate(const QString& name)
+void TestCertificates::makeCertificate(const QString& name, const QString& subject)
 {
     const QString request = folder.filePath(name + QStringLiteral(".csr"));
     const QString extensions = writeFile(folder.filePath(name + QStringLiteral(".ext")),
@@ -35,8 +36,7 @@ void TestCertificates::makeCertificate(const QString& name)
                                          "extendedKeyUsage=serverAuth,clientAuth\n");
     run({QStringLiteral("req"), QStringLiteral("-newkey"), QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
          QStringLiteral("ec_paramgen_curve:prime256v1"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
-         keyOf(name), QStringLiteral("-out"), request, QStringLiteral("-subj"),
-         QStringLiteral("/O=") + name});
+         keyOf(name), QStringLiteral("-out"), request, QStringLiteral("-subj"), subject});
     run({QStringLiteral("x509"), QStringLiteral("-req"), QStringLiteral("-in"), request,
          QStringLiteral("-CA"), authority(), QStringLiteral("-CAkey"), keyOf(QStringLiteral("ca")),
          QStringLiteral("-CAcreateserial"), QStringLiteral("-out"), certificateOf(name),

@@ -6,8 +6,8 @@
 
 namespace TestSupport {
 
-// An authority of its own, a certificate of a server on 127.0.0.1 and one of a client, made by openssl in a
-// folder that goes with this.
+// An authority of its own and certificates of a "server" on 127.0.0.1, of a "client", and of one that names
+// the user "desk", made by openssl in a folder that goes with this.
 class TestCertificates
 {
 public:
@@ -24,7 +24,7 @@ public:
 
 private:
     void makeAuthority();
-    void makeCertificate(const QString& name);
+    void makeCertificate(const QString& name, const QString& subject);
     void run(const QStringList& arguments);
 
     QTemporaryDir folder;

@@ -95,6 +95,22 @@ QVariant AttributeTreeCells::readValue(const QString& path) const
     return value;
 }
 
+QString AttributeTreeCells::stateOf(const QString& root) const
+{
+    const QString backend = informationOf(root).backend;
+    return readValue(QStringLiteral("internal.backends.states.") + backend).toString();
+}
+
+QSet<QString> AttributeTreeCells::rootsWithState() const
+{
+    QSet<QString> roots;
+    for (const QString& root : backendRoots) {
+        if (!stateOf(root).isEmpty())
+            roots.insert(root);
+    }
+    return roots;
+}
+
 QVariant AttributeTreeCells::nameCell(const QString& name, const QString& path, int role) const
 {
     switch (role) {
@@ -121,7 +137,9 @@ QVariant AttributeTreeCells::valueCell(const QString& path, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::AccessibleTextRole: {
-        const QString text = attributeValueText(readValue(path));
+        QString text = attributeValueText(readValue(path));
+        if (text.isEmpty() && isBackendRoot(path)) // without the reason, which the tool tip has
+            text = stateOf(path).section(QStringLiteral(": "), 0, 0);
         return text.isEmpty() ? QVariant() : text;
     }
     case Qt::EditRole:
@@ -212,6 +230,9 @@ QString AttributeTreeCells::toolTip(const QString& path) const
         const auto root = backends ? backends->getBackendInformation(information.backend) : nullptr;
         if (root && !root->getBackendLocation().isEmpty())
             lines.append(tr("File: %1").arg(root->getBackendLocation()));
+        const QString state = stateOf(path);
+        if (!state.isEmpty())
+            lines.append(tr("State: %1").arg(state));
     } else if (!information.backend.isEmpty()) {
         lines.append(tr("Backend: %1").arg(information.backend));
     }

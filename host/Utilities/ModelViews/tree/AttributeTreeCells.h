@@ -33,6 +33,9 @@ public:
     QSet<QString> setUnsavedRoots(const QStringList& paths);
     QSet<QString> setUnsavedPaths(const QSet<QString>& paths);
 
+    // Of the backends that say how they are, as one does that has a connection.
+    QSet<QString> rootsWithState() const;
+
     bool isBackendRoot(const QString& path) const { return backendRoots.contains(path); }
     bool isUnsaved(const QString& path) const
     {
@@ -50,6 +53,7 @@ private:
     QSet<QString> updateRoots();
     NodeInformation informationOf(const QString& path) const;
     QVariant readValue(const QString& path) const;
+    QString stateOf(const QString& root) const; // empty for a backend that says nothing
     const QIcon& iconOf(const QString& path) const;
     QVariant fontOf(const QString& path) const;
     QString accessibleName(const QString& name, const QString& path) const;

@@ -36,7 +36,8 @@ bool visitRows(AttributeTreeItem& item, const Visitor& visit)
 
 AttributeTreeViewModel::Private::Private(AttributeTreeViewModel& owner)
     : model(owner), changes([this](const AttributeTreeBatch& batch) { deliver(batch); }),
-      backendWatch([this](const AttributeTreeBatch&) { backendsChanged(); })
+      backendWatch([this](const AttributeTreeBatch&) { backendsChanged(); }),
+      stateWatch([this](const AttributeTreeBatch&) { followStates(); })
 {
     takeRepository();
 }
@@ -54,10 +55,13 @@ bool AttributeTreeViewModel::Private::takeRepository()
     unsaved = std::make_unique<UnsavedBackends>(repository->getChangesInterface());
     unsavedPaths = std::make_unique<UnsavedPaths>(repository);
     QObject::connect(unsaved.get(), &UnsavedBackends::looked, &model, [this] { followUnsaved(); });
-    if (const auto notifications = repository->getNotificationInterface())
-        backendWatch.watch(*notifications, repository->buildAttributePath({QStringLiteral("internal"),
-                                                                           QStringLiteral("backends"),
-                                                                           QStringLiteral("names")}));
+    if (const auto notifications = repository->getNotificationInterface()) {
+        const QString backends =
+            repository->buildAttributePath({QStringLiteral("internal"), QStringLiteral("backends")});
+        backendWatch.watch(*notifications,
+                           repository->buildAttributePath({backends, QStringLiteral("names")}));
+        stateWatch.watch(*notifications, repository->buildAttributePath({backends, QStringLiteral("*")}));
+    }
     return true;
 }
 
@@ -256,6 +260,16 @@ void AttributeTreeViewModel::Private::followRoots()
     }
     const QScopedValueRollback<bool> guard(busy, true);
     contents->follow(roots);
+}
+
+// Those of stores, and who has them open, which the details of a root tell.
+void AttributeTreeViewModel::Private::followStates()
+{
+    if (busy)
+        QMetaObject::invokeMethod(
+            &model, [this] { followStates(); }, Qt::QueuedConnection);
+    else
+        announceCells(cells.rootsWithState());
 }
 
 void AttributeTreeViewModel::Private::followUnsaved()

@@ -62,6 +62,7 @@ private:
     void announce(AttributeTreeItem& item, int first, int last);
     void backendsChanged();
     void followRoots();
+    void followStates();
     void followUnsaved();
     void refreshSoon();
     bool isPersonBusy() const;
@@ -70,6 +71,7 @@ private:
     QString shownPath;
     AttributeTreeChanges changes;
     AttributeTreeChanges backendWatch;
+    AttributeTreeChanges stateWatch;
     std::unique_ptr<UnsavedBackends> unsaved; // none before there is a repository
     std::unique_ptr<UnsavedPaths> unsavedPaths;
     QSet<QString> followedBackends; // whose roots are in the contents already
