@@ -1,6 +1,7 @@
 #include "files/FolderWatches.h"
 
 #include "files/FileDescriptor.h"
+#include "files/Reason.h"
 
 #include <algorithm>
 #include <array>
@@ -123,7 +124,7 @@ std::string FolderWatches::follow(File file, const std::string& filePath)
             ++uses[watched->watch];
             places.emplace_back(watched->watch, name);
             if (isFile && watched->isRemote)
-                reason = folder + " may be written by other machines";
+                reason = Reason::tr("%1 may be written by other machines", {folder});
         } else if (!hasJustGone && reason.empty()) {
             reason = folder + (": " + systemReason());
         }

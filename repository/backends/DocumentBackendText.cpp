@@ -114,6 +114,9 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
         if (isReadable(description.accessMode))
             place.comment = QString::fromStdString(document.comment(entry));
     }
+    // Some know comments only as they were read; parsed without the lock, which writers wait for.
+    if (base && place.comment.isEmpty() && isReadable(description.accessMode))
+        place.comment = QString::fromStdString(getCopy().getDocument().comment(entry));
     const auto position = Documents::placeInFile(text, span->offset);
     place.position = {description.filePath, int(position.line), int(position.column)};
     const LineBefore onDisk = base ? lineBefore(*base, text, position.line) : LineBefore{position.line, true};
@@ -126,8 +129,11 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
 Outcome DocumentBackend::findAt(int line, int column, QString& path) const
 {
     const EditedDocument copy = getCopy();
+    const std::size_t edited = copy.hasEdits()
+                                   ? lineBefore(copy.getText(), copy.getBase(), std::size_t(line)).line
+                                   : std::size_t(line);
     const Documents::ValueSpans spans(copy.getDocument());
-    const auto* const found = spans.find(std::size_t(line), std::size_t(std::max(column, 1)));
+    const auto* const found = spans.find(edited, std::size_t(std::max(column, 1)));
     if (!found)
         return Outcome(StatusCode::NotFound, Texts::tr("there is no value at the line or after it"))
             .in(description.filePath, line, std::max(column, 1));

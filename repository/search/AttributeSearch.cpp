@@ -116,6 +116,8 @@ Outcome replaceInFile(Transaction& transaction, const Interfaces::SearchHit& hit
         if (!FrameworkCore::Values::isSameValue(node->value, hit.value))
             return Outcome(StatusCode::BackendFailure, Texts::tr("it has changed since it was found"))
                 .advise(Texts::tr("search again"));
+        if (node->finerValue())
+            return Refusals::losesDigits();
     }
     return AttributeWriter::writeInFile(transaction, *node, hit.replacement, accepted);
 }

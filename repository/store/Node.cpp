@@ -1,5 +1,7 @@
 #include "repository/store/Node.h"
 
+#include "repository/backends/Backend.h"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -240,6 +242,13 @@ Node::Extras& Node::ensureExtras()
     if (!extras)
         extras = std::make_unique<Extras>();
     return *extras;
+}
+
+std::optional<FrameworkCore::Values::Value> Node::finerValue() const
+{
+    const int type = value.userType();
+    const bool mayBe = backend && (type == QMetaType::QTime || type == QMetaType::QDateTime);
+    return mayBe ? backend->finerValueAt(path) : std::nullopt;
 }
 
 } // namespace Repository

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/Values/Value.h"
 #include "repository/notification/PatternIndex.h"
 #include "repository/notification/RegistrationList.h"
 #include "repository/store/NamePrefix.h"
@@ -11,6 +12,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Repository {
@@ -96,6 +98,9 @@ struct Node
     AccessMode getAccess() const { return AccessMode(flags.load(std::memory_order_relaxed) & accessBits); }
     void setAccess(AccessMode mode) { setFlags(accessBits, quint32(mode)); }
     bool isReadable() const { return FrameworkCore::AppConfig::isReadable(getAccess()); }
+
+    // The value where its backend has more digits of a second than an attribute holds, or nothing.
+    std::optional<FrameworkCore::Values::Value> finerValue() const;
 
     // As of when Extras::matching is.
     quint32 getPatternGeneration() const { return flags.load(std::memory_order_relaxed) >> generationShift; }

@@ -95,6 +95,13 @@ Outcome Refusals::losesComments()
         .advise(Texts::tr("copy it, and remove it here"));
 }
 
+Outcome Refusals::losesDigits()
+{
+    return Outcome(StatusCode::BackendFailure,
+                   Texts::tr("it has more digits of a second than are shown, which would be lost"))
+        .advise(Texts::tr("set it to another value first"));
+}
+
 Outcome Refusals::noBackend()
 {
     return {StatusCode::NotFound, Texts::tr("no backend has that name")};

@@ -171,7 +171,8 @@ DocumentEdit& BulkWrite::edit(Backend& backend)
 }
 
 // Of an attribute that exists; the tree shows it in finish.
-Outcome BulkWrite::write(const Node& node, const QVariant& value, QVariant& accepted)
+Outcome BulkWrite::write(const Node& node, const QVariant& value, const std::optional<Value>& inFile,
+                         QVariant& accepted)
 {
     {
         const std::lock_guard shardLock(nodes.getTree().index.shardOf(node).mutex);
@@ -179,8 +180,10 @@ Outcome BulkWrite::write(const Node& node, const QVariant& value, QVariant& acce
         if (!outcome.ok() || !node.backend)
             return outcome;
     }
-    return Refusals::unfit(edit(*node.backend).set(node.getPath(), FrameworkCore::Values::toValue(accepted)),
-                           accepted, !node.isReadable());
+    const bool isKept = inFile && FrameworkCore::Values::isSameValue(value, accepted);
+    return Refusals::unfit(
+        edit(*node.backend).set(node.getPath(), isKept ? *inFile : FrameworkCore::Values::toValue(accepted)),
+        accepted, !node.isReadable());
 }
 
 Outcome BulkWrite::writeDocuments()
@@ -222,7 +225,8 @@ bool BulkWrite::writeExcerpt(const Documents::Excerpt& excerpt)
     return true;
 }
 
-Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access)
+Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access,
+                                const std::optional<Value>& inFile)
 {
     if (path.isEmpty())
         return {StatusCode::InvalidPath, Texts::tr("a value needs a path")};
@@ -238,17 +242,19 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
     const Target place = targetOf(path);
     if (place.node && place.node->isAttribute()) {
         QVariant accepted;
-        Outcome outcome = write(*place.node, value, accepted);
+        Outcome outcome = write(*place.node, value, inFile, accepted);
         if (outcome.ok())
             items.push_back({path, accepted, place.node->getAccess(), false, place.node});
         return outcome;
     }
     const NodeIndex::Key key(path);
     Outcome outcome = acceptNew(nodes.getTree(), key, place.node, place.backend, value);
+    if (outcome.ok() && inFile && !place.backend)
+        return Refusals::losesDigits();
     if (!outcome.ok())
         return outcome;
     if (place.backend) {
-        outcome = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
+        outcome = insert(*place.backend, path, inFile ? *inFile : FrameworkCore::Values::toValue(value));
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), value, !isReadable(place.backend->getAccessMode()));
         if (place.node)

@@ -3,6 +3,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
 #include "repository/store/Refusals.h"
+#include "repository/store/WriteCheck.h"
 #include "repository/transaction/Projection.h"
 
 namespace Repository {
@@ -29,7 +30,7 @@ Outcome SubtreeRemoval::check()
         return outcome.advise(Texts::tr("close that backend instead"));
     }
     for (const Node* below : subtreeOf(node, nullptr)) {
-        if (below->isAttribute() && !isWritable(below->getAccess()))
+        if (below->isAttribute() && !isWritable(presentAccess(*below)))
             return Refusals::readOnly(*below);
     }
     movesOthers = node.backend && node.backend->removalMovesOthers(node.getPath());

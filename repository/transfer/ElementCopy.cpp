@@ -88,9 +88,7 @@ Outcome ElementCopy::readSource(bool isMove)
     }
     const SubtreeReader reader(nodes.getTree(), *source.node);
     for (const SubtreePart& part : reader.getParts())
-        entries.push_back({pathBytes(part.path()), part.isGroup
-                                                       ? FrameworkCore::Values::Value()
-                                                       : FrameworkCore::Values::toValue(part.value)});
+        entries.push_back({pathBytes(part.path()), part.exact()});
     Outcome outcome = reader.check(isMove);
     return outcome.ok() && isMove ? SubtreeRemoval(transaction, *source.node).check() : outcome;
 }

@@ -1,5 +1,6 @@
 #include "repository/transfer/SubtreeReader.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/common/Format.h"
@@ -12,6 +13,7 @@ namespace Repository {
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -41,6 +43,11 @@ AccessMode accessOfCopy(const Node& node)
 
 } // namespace
 
+Value SubtreePart::exact() const
+{
+    return isGroup ? Value() : inFile ? *inFile : FrameworkCore::Values::toValue(value);
+}
+
 SubtreeReader::SubtreeReader(AttributeTree& attributes, const Node& subtreeRoot)
     : tree(attributes), root(subtreeRoot)
 {
@@ -66,7 +73,7 @@ SubtreeReader::SubtreeReader(AttributeTree& attributes, const Node& subtreeRoot)
 void SubtreeReader::add(const Node& node, int rootLength)
 {
     if (isEmptyGroup(node)) {
-        parts.push_back({node.getPath(), rootLength, {}, AccessMode::ReadWrite, true});
+        parts.push_back({node.getPath(), rootLength, {}, AccessMode::ReadWrite, true, {}});
         return;
     }
     if (&node != &root && isReference(node))
@@ -75,7 +82,8 @@ void SubtreeReader::add(const Node& node, int rootLength)
     if (!node.isAttribute())
         return;
     if (node.isReadable())
-        parts.push_back({node.getPath(), rootLength, node.value, accessOfCopy(node), false});
+        parts.push_back(
+            {node.getPath(), rootLength, node.value, accessOfCopy(node), false, node.finerValue()});
     else if (hidden.isEmpty())
         hidden = node.getPath();
 }

@@ -1,5 +1,6 @@
 #include "repository/transfer/TextInsertion.h"
 
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
@@ -80,6 +81,18 @@ std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::D
     return entries;
 }
 
+SubtreePart partOf(const Entry& entry)
+{
+    const bool isGroup = entry.value.type == Type::Group;
+    const bool isFiner = FrameworkCore::Values::isFinerThanAttributes(entry.value);
+    return {{},
+            0,
+            isGroup ? QVariant() : toVariant(entry.value),
+            AccessMode::ReadWrite,
+            isGroup,
+            isFiner ? std::optional(entry.value) : std::nullopt};
+}
+
 } // namespace
 
 TextInsertion::TextInsertion(const Documents::Format& textFormat, const Documents::Document& text,
@@ -109,9 +122,7 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) con
         const bool isGroup = entry.value.type == Type::Group;
         const bool holdsOthers = i + 1 < entries.size() && isBelow(entries[i + 1].path, entry.path);
         if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
-            outcome = writer.add(
-                joinedPath(path, entry.path),
-                {{}, 0, isGroup ? QVariant() : toVariant(entry.value), AccessMode::ReadWrite, isGroup});
+            outcome = writer.add(joinedPath(path, entry.path), partOf(entry));
     }
     if (outcome.ok() && !(whole && writer.isNew() && writer.writeExcerpt(*whole)))
         outcome = writer.writeDocuments();

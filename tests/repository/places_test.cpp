@@ -24,7 +24,7 @@ private slots:
         QCOMPARE(placeOf("m.s.b"), QStringLiteral("5:5 ; the second"));
         QString path;
         QVERIFY(texts()->findAt(Name("m"), 3, 1, path).ok());
-        QCOMPARE(path, QStringLiteral("m.new"));
+        QCOMPARE(path, QStringLiteral("m.s.b")); // the new one is in no line of the file yet
         QCOMPARE(saved(), QByteArray("; the first\na = 1\nnew = x\n[s]\nb = 2 ; the second\n"));
     }
 
@@ -54,6 +54,9 @@ private slots:
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, line);
         QCOMPARE(place.isOnDisk, isOnDisk);
+        QString found;
+        const bool isFound = texts()->findAt(Name("m"), line, 1, found).ok();
+        QCOMPARE(isFound && found == path, isOnDisk);
         QVERIFY(save());
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, place.position.line);
@@ -101,6 +104,31 @@ private slots:
         QCOMPARE(outcome.getStatus(), FrameworkCore::AppConfig::NotFound);
         QCOMPARE(outcome.toText(), reason);
         QCOMPARE(place.position.line, 0);
+    }
+
+    void knowsCommentsOfEditedFiles_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray>("format", "bytes");
+        row("ini", "ini", "[s]\n# one\na = 1\nb = 2\n");
+        row("toml", "toml", "[s]\n# one\na = 1\nb = 2\n");
+        row("yaml", "yaml", "s:\n  # one\n  a: 1\n  b: 2\n");
+        row("xml", "xml", "<s>\n  <!-- one -->\n  <a>1</a>\n  <b>2</b>\n</s>\n");
+    }
+
+    void knowsCommentsOfEditedFiles()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QVERIFY(mount(format, "m", bytes));
+        TextPlace place;
+        QVERIFY(texts()->locate(Name("m.s.a"), place).ok());
+        QVERIFY2(place.comment.contains(QStringLiteral("one")), qPrintable(place.comment));
+        for (const char* path : {"m.s.a", "m.s.b"}) {
+            QVERIFY(write(path, 30));
+            TextPlace edited;
+            QVERIFY(texts()->locate(Name("m.s.a"), edited).ok());
+            QCOMPARE(edited.comment, place.comment);
+        }
     }
 
     // A comment may be a value that was commented out.

@@ -20,7 +20,7 @@ using Continuation = Dialect::Continuation;
 using Keys = Dialect::Keys;
 using Sections = Dialect::Sections;
 
-Dialect named(std::string_view format, std::string_view name, std::string_view title)
+Dialect named(std::string_view format, std::string_view name, const char* title)
 {
     Dialect row;
     row.format = format;
@@ -31,7 +31,7 @@ Dialect named(std::string_view format, std::string_view name, std::string_view t
 
 Dialect git()
 {
-    Dialect row = named("ini", "git", "a git configuration");
+    Dialect row = named("ini", "git", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a git configuration"));
     row.names = ".gitconfig .gitmodules gitconfig *.gitconfig .git/config git/config modules/*/config";
     row.firstSections = "remote \"*\"|branch \"*\"|submodule \"*\"|url \"*\"|includeIf \"*\"|filter \"*\"";
     row.signs = "repositoryformatversion*=*|[[]remote \"*\"[]]|[[]branch \"*\"[]]|[[]submodule \"*\"[]]";
@@ -50,7 +50,7 @@ Dialect git()
 
 Dialect desktop()
 {
-    Dialect row = named("ini", "desktop", "a desktop entry");
+    Dialect row = named("ini", "desktop", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a desktop entry"));
     row.names = "*.desktop *.directory *.theme dbus-1/*.service dbus-1/*/*.service";
     row.firstSections = "Desktop Entry|Desktop Action *|Icon Theme|D-BUS Service";
     row.comments = "#";
@@ -61,7 +61,7 @@ Dialect desktop()
 
 Dialect systemd()
 {
-    Dialect row = named("ini", "systemd", "a systemd file");
+    Dialect row = named("ini", "systemd", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a systemd file"));
     row.names =
         "*.service *.socket *.target *.timer *.mount *.automount *.swap *.path *.slice *.scope *.link "
         "*.netdev *.network *.nspawn *.container *.pod *.kube systemd/*.conf systemd/*.conf.d/*.conf "
@@ -76,7 +76,7 @@ Dialect systemd()
 
 Dialect kde()
 {
-    Dialect row = named("ini", "kde", "a KConfig file");
+    Dialect row = named("ini", "kde", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a KConfig file"));
     row.names = "kdeglobals *.notifyrc *.knsrc *.themerc *.colors";
     row.firstSections = "$Version|*][*|$i";
     row.signs = "[[]*[]][[]*[]]|*[[]$[eid]*[]]*=*";
@@ -89,7 +89,7 @@ Dialect kde()
 
 Dialect samba()
 {
-    Dialect row = named("ini", "samba", "a Samba configuration");
+    Dialect row = named("ini", "samba", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Samba configuration"));
     row.names = "smb.conf smb.conf.* samba/*.conf";
     row.signs = "workgroup*=*|server string*=*|netbios name*=*|idmap config*=*|guest ok*=*|browseable*=*";
     row.continuation = Continuation::AnyBackslash;
@@ -102,7 +102,7 @@ Dialect samba()
 
 Dialect mysql()
 {
-    Dialect row = named("ini", "mysql", "a MySQL option file");
+    Dialect row = named("ini", "mysql", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a MySQL option file"));
     row.names = "my.cnf .my.cnf my.ini mysql/*.cnf mysql/*/*.cnf mariadb.conf.d/*.cnf mysql.conf.d/*.cnf";
     row.firstSections =
         "client-server|client-mariadb|mysqld|mysqld_safe|mysqld_multi|mysqldump|mysqld-*|mariadb-*";
@@ -118,7 +118,7 @@ Dialect mysql()
 
 Dialect php()
 {
-    Dialect row = named("ini", "php", "a php.ini");
+    Dialect row = named("ini", "php", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a php.ini"));
     row.names =
         "php.ini php-*.ini php.ini-* php/*.ini php/*/*.ini php*/conf.d/*.ini php/*/*/*.ini php/*/*/*/*.ini";
     row.firstSections = "PHP|PATH=*|HOST=*";
@@ -134,7 +134,7 @@ Dialect php()
 
 Dialect python()
 {
-    Dialect row = named("ini", "python", "a configparser file");
+    Dialect row = named("ini", "python", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a configparser file"));
     row.names =
         "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg";
     row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8";
@@ -149,7 +149,8 @@ Dialect python()
 
 Dialect editorconfig()
 {
-    Dialect row = named("ini", "editorconfig", "an editorconfig file");
+    Dialect row =
+        named("ini", "editorconfig", QT_TRANSLATE_NOOP("FrameworkCore::Values", "an editorconfig file"));
     row.names = ".editorconfig *.editorconfig";
     row.signs = "indent_style*=*|end_of_line*=*|insert_final_newline*=*";
     row.keys = Keys::IgnoreCase;
@@ -160,7 +161,7 @@ Dialect editorconfig()
 
 Dialect krb5()
 {
-    Dialect row = named("ini", "krb5", "a Kerberos profile");
+    Dialect row = named("ini", "krb5", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Kerberos profile"));
     row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini";
     row.firstSections = "libdefaults|realms|domain_realm|kdcdefaults|dbmodules";
     row.directives = "include includedir module";
@@ -173,7 +174,7 @@ Dialect krb5()
 
 Dialect properties()
 {
-    Dialect row = named("txt", "properties", "a properties file");
+    Dialect row = named("txt", "properties", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a properties file"));
     row.names = "*.properties";
     row.continuation = Continuation::Backslash;
     row.sections = Sections::Nested;
@@ -188,7 +189,7 @@ Dialect properties()
 
 Dialect generic()
 {
-    Dialect row = named("ini", "generic", "an ini file");
+    Dialect row = named("ini", "generic", QT_TRANSLATE_NOOP("FrameworkCore::Values", "an ini file"));
     row.continuation = Continuation::Guessed;
     row.sections = Sections::Nested;
     row.separators = "=:";
@@ -200,7 +201,7 @@ Dialect generic()
 
 Dialect genericTxt()
 {
-    Dialect row = named("txt", "generic", "a txt file");
+    Dialect row = named("txt", "generic", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a txt file"));
     row.continuation = Continuation::Guessed;
     row.sections = Sections::Nested;
     row.comments = "#!";

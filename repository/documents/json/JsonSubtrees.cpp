@@ -58,7 +58,7 @@ std::optional<Outcome> JsonSubtrees::rename(std::string_view path, std::string_v
     const PathEnds ends = splitLast(path);
     const std::string renamed = joinPath(ends.parent, name);
     if (file.find(renamed) != noNode)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     Outcome outcome = JsonInsertion(file).checkName(object, name);
     if (!outcome.ok())
         return outcome;

@@ -72,7 +72,8 @@ Outcome YamlDocuments::insert(YamlEditor& editor, std::size_t position, const st
     }
     const Lines place = linesOf(next);
     if (place.hasDirectives)
-        return outcomeAt(text(), place.begin, "a document before directives would take them over");
+        return outcomeAt(text(), place.begin,
+                         Reason::tr("a document before directives would take them over"));
     const bool isBareTop = position == 0 && place.mark == npos;
     const std::size_t at = isBareTop ? 0 : place.begin;
     editor.replace(at, at, (isBareTop ? "" : mark) + lines + (place.mark == npos ? mark : ""));
@@ -158,7 +159,8 @@ Outcome YamlDocuments::move(YamlEditor& editor, std::size_t from, std::size_t to
         if (lines.hasDirectives || lines.ended != npos)
             return outcomeAt(
                 text(), std::min(lines.begin, lines.ended),
-                "directives and \"...\" stay where they are, and so do the documents around them");
+                Reason::tr(
+                    "directives and \"...\" stay where they are, and so do the documents around them"));
         begin = i == first ? lines.begin : begin;
         isBare = isBare || lines.mark == npos;
         texts.push_back((lines.mark == npos ? mark : "") +

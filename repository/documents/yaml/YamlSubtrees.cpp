@@ -10,7 +10,7 @@ namespace {
 
 Outcome noPlace()
 {
-    return refused("it has no place there as it is written");
+    return refused(Reason::tr("it has no place there as it is written"));
 }
 
 // The text of an excerpt with a name in the place of all that is in front of its value.
