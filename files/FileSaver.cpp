@@ -212,8 +212,12 @@ std::string readFrom(SystemCalls& calls, const FileLocation& location, ReadFileR
 
 ReadFileResult FileSaver::read(const std::string& path) const
 {
+    return read(path, FileLocation::find(calls, path));
+}
+
+ReadFileResult FileSaver::read(const std::string& path, const FileLocation& location) const
+{
     ReadFileResult result;
-    const FileLocation location = FileLocation::find(calls, path);
     result.missing = location.error == ENOENT;
     result.reason = location.error == 0 ? readFrom(calls, location, result) : systemReason(location.error);
     if (result.missing)

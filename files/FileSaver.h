@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileDigest.h"
+#include "files/FileLocation.h"
 #include "files/SystemCalls.h"
 
 #include <functional>
@@ -60,6 +61,9 @@ public:
     // Needs no right to write. What an interrupted save of this user has left is cleared up, and the warning
     // says so; nothing is written for other users.
     ReadFileResult read(const std::string& path) const;
+
+    // The same where the path was found to lead a moment ago.
+    ReadFileResult read(const std::string& path, const FileLocation& location) const;
 
     // When the file is no longer what the digest says, merge gives what to write instead; without one the
     // save is refused. A file that holds already what is to be written is not touched. A file that was

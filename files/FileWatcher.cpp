@@ -267,6 +267,9 @@ private:
             timeout = soon;
         pollfd sources[2] = {{waker, POLLIN, 0}, {watches->getDescriptor(), POLLIN, 0}};
         ::poll(sources, 2, timeout);
+        // Where a folder is opened, files come by the thousand: those of a moment are taken at once.
+        if ((sources[0].revents & POLLIN) != 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         eventfd_t ignored = 0;
         ::eventfd_read(waker, &ignored);
     }

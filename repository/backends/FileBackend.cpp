@@ -30,11 +30,17 @@ std::string nameOnDisk(const Backend::Description& description)
 
 std::shared_ptr<FileBackend> FileBackend::open(const Description& description, Outcome& outcome)
 {
+    return open(description, locationOf(description.filePath), outcome);
+}
+
+std::shared_ptr<FileBackend> FileBackend::open(const Description& description,
+                                               const Files::FileLocation& location, Outcome& outcome)
+{
     Description known = description;
     const QString wrongKind = refusalOfKind(description.filePath);
     Files::ReadFileResult file;
     if (wrongKind.isEmpty())
-        file = Files::FileSaver().read(nameOnDisk(description));
+        file = Files::FileSaver().read(nameOnDisk(description), location);
     known.type = description.type.isEmpty()
                      ? FileFormat::ofUnchosenContent(description.filePath, file.bytes)
                      : FileFormat::withDialect(description.type, description.filePath, file.bytes);

@@ -16,6 +16,10 @@ public:
     // and, with a success, when it is of no type that is known.
     static std::shared_ptr<FileBackend> open(const Description& description, Outcome& outcome);
 
+    // The same where the file's path was found to lead a moment ago.
+    static std::shared_ptr<FileBackend> open(const Description& description,
+                                             const Files::FileLocation& location, Outcome& outcome);
+
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }
     bool isPrivate() const override { return hasPrivateFile; }
     bool isEdited() const override;

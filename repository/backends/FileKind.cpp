@@ -1,6 +1,5 @@
 #include "repository/backends/FileKind.h"
 
-#include "files/FileLocation.h"
 #include "repository/common/Texts.h"
 
 #include <QFile>
@@ -39,12 +38,21 @@ QString refusalOfKind(const QString& path)
     return {};
 }
 
-QString fileIdentity(const QString& path)
+Files::FileLocation locationOf(const QString& path)
 {
     const QString absolute = QFileInfo(path).absoluteFilePath();
-    const auto location =
-        Files::FileLocation::find(Files::SystemCalls::system(), QFile::encodeName(absolute).toStdString());
-    return location.error == 0 ? QFile::decodeName(location.path().c_str()) : absolute;
+    return Files::FileLocation::find(Files::SystemCalls::system(), QFile::encodeName(absolute).toStdString());
+}
+
+QString fileIdentity(const QString& path)
+{
+    return fileIdentity(path, locationOf(path));
+}
+
+QString fileIdentity(const QString& path, const Files::FileLocation& location)
+{
+    return location.error == 0 ? QFile::decodeName(location.path().c_str())
+                               : QFileInfo(path).absoluteFilePath();
 }
 
 } // namespace Repository

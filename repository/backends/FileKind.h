@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileLocation.h"
+
 #include <QString>
 
 namespace Repository {
@@ -9,7 +11,11 @@ namespace Repository {
 // other file, and where there is nothing. Any thread.
 QString refusalOfKind(const QString& path);
 
+// Where a path leads. Any thread.
+Files::FileLocation locationOf(const QString& path);
+
 // Two paths of one file compare equal, also of one that is yet to be made. Any thread.
 QString fileIdentity(const QString& path);
+QString fileIdentity(const QString& path, const Files::FileLocation& location); // which is that of the path
 
 } // namespace Repository

@@ -61,7 +61,8 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
 {
     if (description.filePath.isEmpty())
         return {StatusCode::NotFound, Texts::tr("no file was named")};
-    const QString identity = fileIdentity(description.filePath);
+    const Files::FileLocation location = locationOf(description.filePath);
+    const QString identity = fileIdentity(description.filePath, location);
     Outcome outcome = reserve(identity);
     if (!outcome.ok()) {
         const bool isLeftAlone =
@@ -73,7 +74,7 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
         opening.remove(identity);
     });
     const auto before = std::chrono::system_clock::now();
-    const auto backend = FileBackend::open(description, outcome);
+    const auto backend = FileBackend::open(description, location, outcome);
     if (!backend)
         return outcome;
     const Outcome mounted = mount(backend);

@@ -9,7 +9,6 @@
 #include "repository/mounting/Mounts.h"
 #include "repository/transaction/ChangeApplier.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -93,7 +92,8 @@ QStringList FolderBackend::getFolders() const
 QString FolderBackend::nameOf(const QString& file) const
 {
     QString name = description.name;
-    const QStringList steps = QDir(location.getFolder()).relativeFilePath(file).split(QLatin1Char('/'));
+    const QStringList steps =
+        file.mid(location.getFolder().size()).split(QLatin1Char('/'), Qt::SkipEmptyParts);
     for (const QString& step : steps)
         name += pathSeparator + QString::fromStdString(Documents::encodeKey(step.toStdString()));
     return name;

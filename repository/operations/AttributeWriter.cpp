@@ -139,8 +139,9 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     }
     const bool isChanged = !FrameworkCore::Values::isSameValue(previous, node->value);
     record.end(*node);
-    const Delivery delivery(*node, tree.patterns, isChanged ? UpdateResult::Changed : UpdateResult::Unchanged,
-                            points, key.hash, std::move(previous));
+    const Delivery delivery(*node, path, tree.patterns,
+                            isChanged ? UpdateResult::Changed : UpdateResult::Unchanged, points,
+                            std::move(previous));
     lock.unlock();
     delivery.send(path);
     return {};

@@ -8,12 +8,12 @@ namespace Repository {
 
 using FrameworkCore::Notification::UpdatePoint;
 
-Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
+Registrations Delivery::updateMatching(Node& node, const QString* path, const PatternIndex& patterns)
 {
     const quint32 generation = patterns.getGeneration();
     if (node.getPatternGeneration() == generation)
         return {};
-    Registrations matching = patterns.match(node.getPath());
+    Registrations matching = patterns.match(path ? *path : node.getPath());
     if (node.extras || !matching.isEmpty())
         node.ensureExtras().matching.swap(matching);
     node.setPatternGeneration(generation);
@@ -28,7 +28,7 @@ bool Delivery::hasListeners(const Node& node)
 void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const PatternIndex& patterns,
                        UpdateResult result, int points)
 {
-    Registrations outdated = updateMatching(node, patterns);
+    Registrations outdated = updateMatching(node, nullptr, patterns);
     if (!hasListeners(node) && outdated.isEmpty())
         return;
     if (result == UpdateResult::Reordered)
@@ -43,14 +43,14 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
     delivery.addContent(node, result == UpdateResult::Removed ? QVariant() : node.value);
 }
 
-Delivery::Delivery(Node& node, const PatternIndex& patterns, UpdateResult outcome, int operationPoints,
-                   quint32 pathHash, QVariant&& previous)
+Delivery::Delivery(Node& node, const QString& path, const PatternIndex& patterns, UpdateResult outcome,
+                   int operationPoints, QVariant&& previous)
     : Delivery(outcome, operationPoints)
 {
-    outdated = updateMatching(node, patterns);
+    outdated = updateMatching(node, &path, patterns);
     if (!hasListeners(node))
         return;
-    const bool isHeld = !node.exact.isEmpty() && hold.begin(pathHash);
+    const bool isHeld = !node.exact.isEmpty() && hold.begin(node.pathHash);
     node.exact.forEach([&](const auto& registration) {
         if (isHeld)
             held.append(registration.data());

@@ -27,7 +27,7 @@ public:
     // Of a write. Brings the node's list of matching patterns up to date on the way. Attribute lock held.
     // Lives and dies on the thread that makes it. The previous value is reported in place of an equal one,
     // which need not be shared then.
-    Delivery(Node& node, const PatternIndex& patterns, UpdateResult result, int points, quint32 pathHash,
+    Delivery(Node& node, const QString& path, const PatternIndex& patterns, UpdateResult result, int points,
              QVariant&& previous);
 
     // Appends what is to be reported, if anybody listens. Attribute lock held.
@@ -42,8 +42,9 @@ public:
 private:
     Delivery(UpdateResult outcome, int operationPoints) : result(outcome), points(operationPoints) {}
 
-    // Brings the node's list of matching patterns up to date, and gives the one before.
-    static Registrations updateMatching(Node& node, const PatternIndex& patterns);
+    // Brings the node's list of matching patterns up to date, and gives the one before. The path is that of
+    // the node, or null where nobody has it at hand.
+    static Registrations updateMatching(Node& node, const QString* path, const PatternIndex& patterns);
     static bool hasListeners(const Node& node);
 
     void addContent(const Node& node, QVariant&& valueToTell);

@@ -10,6 +10,7 @@
 #include "repository/documents/dialects/PropertiesSpelling.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace Repository::Documents {
 
@@ -242,6 +243,13 @@ bool mayEndLike(std::string_view glob, std::string_view text)
     return last == '*' || last == ']' || (!text.empty() && text.back() == last);
 }
 
+// The same of how it begins.
+bool mayBeginLike(std::string_view glob, std::string_view text)
+{
+    const char first = glob.empty() ? '*' : glob.front();
+    return first == '*' || first == '[' || (!text.empty() && text.front() == first);
+}
+
 // "*" is any run of characters, "[...]" one of a set, anything else itself.
 bool matchesGlob(std::string_view glob, std::string_view text)
 {
@@ -317,23 +325,46 @@ std::string_view firstSectionOf(std::string_view text)
     return {};
 }
 
+// One glob of a row's signs.
+struct Sign
+{
+    const Dialect* row;
+    std::string_view glob;
+};
+
+// Of all rows that have some, in their order: thousands of files are told by them.
+const std::vector<Sign>& getSigns()
+{
+    static const std::vector<Sign> signs = [] {
+        std::vector<Sign> all;
+        for (const Dialect& row : getDialects()) {
+            for (std::string_view globs = row.signs; !globs.empty();) {
+                const std::size_t end = std::min(globs.find('|'), globs.size());
+                all.push_back({&row, globs.substr(0, end)});
+                globs.remove_prefix(std::min(end + 1, globs.size()));
+            }
+        }
+        return all;
+    }();
+    return signs;
+}
+
 // The first row that takes some line for one of its own.
 const Dialect* findSign(std::string_view format, std::string_view text)
 {
-    std::vector<const Dialect*> rows; // that have signs
-    for (const Dialect& row : getDialects()) {
-        if ((format.empty() || row.format == format) && !row.signs.empty())
-            rows.push_back(&row);
-    }
-    auto found = rows.end();
-    for (std::size_t at = 0; at < text.size() && found != rows.begin();) {
+    std::vector<Sign> signs;
+    std::copy_if(getSigns().begin(), getSigns().end(), std::back_inserter(signs),
+                 [format](const Sign& sign) { return format.empty() || sign.row->format == format; });
+    auto found = signs.end();
+    for (std::size_t at = 0; at < text.size() && found != signs.begin();) {
         const TextLine line = textLineAt(text, at);
         const std::string_view content = trimBlanks(line.content);
-        found = std::find_if(rows.begin(), found,
-                             [&](const Dialect* row) { return matchesOne(row->signs, '|', content); });
+        found = std::find_if(signs.begin(), found, [content](const Sign& sign) {
+            return mayBeginLike(sign.glob, content) && matchesGlob(sign.glob, content);
+        });
         at = line.end;
     }
-    return found == rows.end() ? nullptr : *found;
+    return found == signs.end() ? nullptr : found->row;
 }
 
 bool hasName(const Dialect& row, std::string_view path)
