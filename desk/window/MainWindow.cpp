@@ -27,6 +27,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QTabBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -329,6 +330,11 @@ bool MainWindow::event(QEvent* event)
     }
     if (event->type() == QEvent::ShortcutOverride)
         edit->prepareFor(*static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::ChildPolished) {
+        // That of docks which share a place, where the keyboard comes by their keys.
+        if (auto* const tabs = qobject_cast<QTabBar*>(static_cast<QChildEvent*>(event)->child()))
+            tabs->setFocusPolicy(Qt::NoFocus);
+    }
     return QMainWindow::event(event);
 }
 
