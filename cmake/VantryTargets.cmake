@@ -70,11 +70,11 @@ function(vantry_add_manual program)
     set_target_properties(${program} PROPERTIES VANTRY_MANUAL ${english} VANTRY_MANUAL_DE ${german})
 endfunction()
 
-# vantry_add_test(SUBJECT [LINKS ...] [DESKTOP]): builds SUBJECT_test from SUBJECT_test.cpp in this folder and
-# registers it under the name FOLDER/SUBJECT. A DESKTOP test has the X server's own windows, one test at a time;
-# all others draw offscreen.
+# vantry_add_test(SUBJECT [LINKS ...] [DESKTOP] [LONG]): builds SUBJECT_test from SUBJECT_test.cpp in this folder
+# and registers it under the name FOLDER/SUBJECT. A DESKTOP test has the X server's own windows, one test at a time;
+# all others draw offscreen. These, and LONG ones, begin first, so that none is left alone at the end.
 function(vantry_add_test subject)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP" "" "LINKS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "DESKTOP;LONG" "" "LINKS")
     get_filename_component(room ${CMAKE_CURRENT_SOURCE_DIR} NAME)
     add_executable(${subject}_test ${subject}_test.cpp)
     target_link_libraries(${subject}_test PRIVATE vantry_common test_support ${arg_LINKS})
@@ -99,5 +99,8 @@ function(vantry_add_test subject)
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${environment}")
     if(arg_DESKTOP)
         set_tests_properties(${name} PROPERTIES RESOURCE_LOCK display)
+    endif()
+    if(arg_DESKTOP OR arg_LONG)
+        set_tests_properties(${name} PROPERTIES COST 100)
     endif()
 endfunction()

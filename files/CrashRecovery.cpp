@@ -2,6 +2,7 @@
 
 #include "files/FileDigest.h"
 #include "files/FileJournal.h"
+#include "files/Reason.h"
 #include "files/StateFolder.h"
 #include "files/TemporaryName.h"
 
@@ -48,7 +49,7 @@ public:
         if (calls.list(searched.get(), TemporaryName::prefix, names) != 0) {
             // Who may not look into a folder cannot be warned of what is in it, but may read.
             const bool isHidden = errno == EACCES && purpose == RecoveryPurpose::Reading;
-            return isHidden ? std::string() : "its folder cannot be listed: " + systemReason();
+            return isHidden ? std::string() : Reason::tr("its folder cannot be listed: %1", {systemReason()});
         }
         for (const std::string& name : names) {
             const auto kind = TemporaryName::kindOf(name);
@@ -115,13 +116,16 @@ private:
                                  calls.exchangeAt(folder.get(), name, location.name) == 0;
         if (isExchanged && isNamed(calls, folder.get(), name, presentStatus)) {
             calls.unlinkAt(folder.get(), name);
-            add(warning, "a save of it was interrupted; it holds again what another program wrote meanwhile");
+            add(warning,
+                Reason::tr(
+                    "a save of it was interrupted; it holds again what another program wrote meanwhile"));
             return;
         }
         if (isExchanged)
             calls.exchangeAt(folder.get(), name, location.name);
-        add(warning, "a save into its folder was interrupted; what another program wrote meanwhile is in " +
-                         name + ": look at it and remove it");
+        add(warning, Reason::tr("a save into its folder was interrupted; what another program wrote "
+                                "meanwhile is in %1: look at it and remove it",
+                                {name}));
     }
 
     std::string recoverJournal(const std::string& name, std::string& warning)
@@ -133,17 +137,17 @@ private:
             return {};
         const bool isMine = status.st_uid == ::geteuid();
         if (!reason.empty() && errno != 0 && (errno != EACCES || isMine))
-            return "an interrupted save cannot be undone by " + name + ": " + reason;
+            return Reason::tr("an interrupted save cannot be undone by %1: %2", {name, reason});
         struct stat saved = {};
         const bool isThere = calls.statAt(folder.get(), location.name, saved) == 0;
         // Whoever may not write the file must not get it written by somebody else.
         if (reason.empty() && !isMine && status.st_uid != 0 && !(isThere && status.st_uid == saved.st_uid))
-            reason = "it is another user's";
+            reason = Reason::tr("it is another user's");
         std::string bytes;
         if (reason.empty()) {
             reason = opened.readAll(bytes, largestJournalHead);
             if (!reason.empty() && errno != EFBIG)
-                return "an interrupted save cannot be undone by " + name + ": " + reason;
+                return Reason::tr("an interrupted save cannot be undone by %1: %2", {name, reason});
         }
         const bool isGenuine = status.st_nlink == 1 && (status.st_mode & 022) == 0;
         const auto journal = isGenuine ? FileJournal::fromBytes(bytes) : std::nullopt;
@@ -152,8 +156,8 @@ private:
             reason = findTarget(*journal, isOurs);
             return isOurs ? recoverJournal(name, opened, status, *journal, warning) : reason;
         }
-        add(warning, "a save into its folder was interrupted, which cannot be undone by " + name + ": " +
-                         (reason.empty() ? "it is damaged" : reason));
+        add(warning, Reason::tr("a save into its folder was interrupted, which cannot be undone by %1: %2",
+                                {name, reason.empty() ? Reason::tr("it is damaged") : reason}));
         return {};
     }
 
@@ -162,23 +166,26 @@ private:
     {
         if (!mayChange(status)) {
             add(warning,
-                "a save of it by another user (" + std::to_string(status.st_uid) +
-                    ") was interrupted, so it may be half written; what it held before comes back from " +
-                    name + " when that user reads it, or when it is saved next");
+                Reason::tr(
+                    "a save of it by another user (%1) was interrupted, so it may be half written; what it "
+                    "held before comes back from %2 when that user reads it, or when it is saved next",
+                    {std::to_string(status.st_uid), name}));
             return {};
         }
         if (!awaitEnd(opened))
-            return "it is being written by another program, which keeps its former content in " + name;
+            return Reason::tr("it is being written by another program, which keeps its former content in %1",
+                              {name});
         struct stat now = {}; // somebody else may have recovered the file meanwhile
         const bool isThere = calls.statAt(searched.get(), name, now) == 0;
         if (isThere ? !isSameFile(now, status) : errno == ENOENT)
             return {};
         const std::string error =
-            isThere ? restore(journal, warning) : "it cannot be examined: " + systemReason();
+            isThere ? restore(journal, warning) : Reason::tr("it cannot be examined: %1", {systemReason()});
         if (!error.empty())
-            return "an interrupted save cannot be undone by " + name + ": " + error;
+            return Reason::tr("an interrupted save cannot be undone by %1: %2", {name, error});
         if (calls.unlinkAt(searched.get(), name) != 0 || calls.sync(searched.get()) != 0)
-            return "an interrupted save was undone, but " + name + " cannot be removed: " + systemReason();
+            return Reason::tr("an interrupted save was undone, but %1 cannot be removed: %2",
+                              {name, systemReason()});
         return {};
     }
 
@@ -209,7 +216,7 @@ private:
             return {};
         }
         const bool isElsewhere = errno == ENOENT || errno == ENOTDIR || errno == EACCES;
-        return isElsewhere ? std::string() : "it cannot be examined: " + systemReason();
+        return isElsewhere ? std::string() : Reason::tr("it cannot be examined: %1", {systemReason()});
     }
 
     std::string restore(const FileJournal& journal, std::string& warning)
@@ -224,12 +231,12 @@ private:
             return error;
         const std::optional<bool> isSame = file.holds(journal.content);
         if (!isSame)
-            return "it cannot be read: " + systemReason();
+            return Reason::tr("it cannot be read: %1", {systemReason()});
         if (*isSame)
             return {};
         error = overwrite(calls, file, journal.content);
         if (error.empty())
-            add(warning, "a save of it was interrupted; it holds again what it held before");
+            add(warning, Reason::tr("a save of it was interrupted; it holds again what it held before"));
         return error;
     }
 

@@ -1,5 +1,6 @@
 #include "files/FileDescriptor.h"
 
+#include "files/Reason.h"
 #include "files/SizeLimit.h"
 
 #include <array>
@@ -16,8 +17,8 @@ std::string kindRefusal(const struct stat& status)
 {
     errno = 0;
     if (S_ISDIR(status.st_mode))
-        return "it is a folder";
-    return S_ISREG(status.st_mode) ? std::string() : "it is not a regular file";
+        return Reason::tr("it is a folder");
+    return S_ISREG(status.st_mode) ? std::string() : Reason::tr("it is not a regular file");
 }
 
 std::string tooLarge()
@@ -42,13 +43,13 @@ FileDescriptor::~FileDescriptor()
 std::string FileDescriptor::openRegular(int folder, const std::string& name, int flags, struct stat& status)
 {
     if (calls.statAt(folder, name, status) != 0)
-        return "it cannot be examined: " + systemReason();
+        return Reason::tr("it cannot be examined: %1", {systemReason()});
     const std::string refusal = kindRefusal(status);
     if (!refusal.empty())
         return refusal;
     number = calls.openAt(folder, name, flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0);
     if (!isOpen() || calls.stat(number, status) != 0)
-        return "it cannot be opened: " + systemReason();
+        return Reason::tr("it cannot be opened: %1", {systemReason()});
     return kindRefusal(status); // another file may have taken the name
 }
 
@@ -57,7 +58,7 @@ std::string FileDescriptor::readAll(std::string& bytes, std::uint64_t beyondLimi
     bytes.clear();
     struct stat status = {};
     if (calls.stat(number, status) != 0)
-        return "it cannot be examined: " + systemReason();
+        return Reason::tr("it cannot be examined: %1", {systemReason()});
     const std::uint64_t limit = SizeLimit::get() + beyondLimit;
     if (static_cast<std::uint64_t>(status.st_size) > limit)
         return tooLarge();
@@ -66,7 +67,7 @@ std::string FileDescriptor::readAll(std::string& bytes, std::uint64_t beyondLimi
     } catch (const std::bad_alloc&) {
         std::string().swap(bytes);
         errno = ENOMEM;
-        return "there is not enough memory to read it";
+        return Reason::tr("there is not enough memory to read it");
     }
 }
 
@@ -84,7 +85,7 @@ std::string FileDescriptor::readAtMost(std::uint64_t limit, std::size_t expected
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
-            return "it cannot be read: " + systemReason();
+            return Reason::tr("it cannot be read: %1", {systemReason()});
         if (got == 0)
             break;
         filled += static_cast<std::size_t>(got);

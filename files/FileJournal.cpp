@@ -1,6 +1,7 @@
 #include "files/FileJournal.h"
 
 #include "files/FileDigest.h"
+#include "files/Reason.h"
 
 #include <sstream>
 
@@ -53,12 +54,13 @@ std::optional<FileJournal> FileJournal::fromBytes(const std::string& bytes)
 std::string overwrite(SystemCalls& calls, FileDescriptor& file, const std::string& bytes)
 {
     if (calls.seekToStart(file.get()) != 0 || !file.writeAll(bytes))
-        return "the new content cannot be written: " + systemReason();
+        return Reason::tr("the new content cannot be written: %1", {systemReason()});
     if (calls.truncate(file.get(), static_cast<off_t>(bytes.size())) != 0)
-        return "it cannot be cut off after the new content: " + systemReason();
+        return Reason::tr("it cannot be cut off after the new content: %1", {systemReason()});
     if (calls.sync(file.get()) != 0)
-        return "the new content cannot be brought onto the disk: " + systemReason();
-    return file.close() ? std::string() : "the new content was not written to its end: " + systemReason();
+        return Reason::tr("the new content cannot be brought onto the disk: %1", {systemReason()});
+    return file.close() ? std::string()
+                        : Reason::tr("the new content was not written to its end: %1", {systemReason()});
 }
 
 } // namespace Files

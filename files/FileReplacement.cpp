@@ -1,5 +1,7 @@
 #include "files/FileReplacement.h"
 
+#include "files/Reason.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -57,7 +59,7 @@ std::string FileReplacement::create(TemporaryName::Kind kind, mode_t mode)
         if (errno != EEXIST && errno != EINTR)
             break;
     }
-    return failure("a new file cannot be created in its folder",
+    return failure(Reason::tr("a new file cannot be created in its folder"),
                    errno == EACCES || errno == EPERM || errno == EROFS);
 }
 
@@ -76,23 +78,24 @@ bool FileReplacement::keepLocked()
 
 std::string FileReplacement::fill(const std::string& bytes)
 {
-    return file->writeAll(bytes) ? std::string() : failure("the new content cannot be written", false);
+    return file->writeAll(bytes) ? std::string()
+                                 : failure(Reason::tr("the new content cannot be written"), false);
 }
 
 std::string FileReplacement::adopt(int original, const struct stat& status, std::string& warning)
 {
     struct stat own = {};
     if (calls.stat(file->get(), own) != 0)
-        return failure("the new file cannot be examined", false);
+        return failure(Reason::tr("the new file cannot be examined"), false);
     const bool foreign = own.st_uid != status.st_uid || own.st_gid != status.st_gid;
     if (foreign && calls.changeOwner(file->get(), status.st_uid, status.st_gid) != 0)
-        return failure("its owner and group cannot be kept", errno == EPERM);
+        return failure(Reason::tr("its owner and group cannot be kept"), errno == EPERM);
     const std::string lost = adoptAttributes(original);
     if (!lost.empty())
         warning = lost;
     // Last, since changing the owner clears the set-id bits.
     if (calls.changeMode(file->get(), status.st_mode & 07777) != 0)
-        return failure("its permissions cannot be kept", errno == EPERM);
+        return failure(Reason::tr("its permissions cannot be kept"), errno == EPERM);
     return {};
 }
 
@@ -103,17 +106,17 @@ std::string FileReplacement::adoptAttributes(int original)
     if ((calls.listExtendedAttributes(original, wanted) != 0 ||
          calls.listExtendedAttributes(file->get(), present) != 0) &&
         errno != ENOTSUP)
-        return "the extended attributes could not be read: " + systemReason();
+        return Reason::tr("the extended attributes could not be read: %1", {systemReason()});
     std::string lost;
     for (const std::string& name : wanted) {
         if (calls.copyExtendedAttribute(original, file->get(), name) != 0)
-            lost = "the extended attribute " + name + " could not be kept: " + systemReason();
+            lost = Reason::tr("the extended attribute %1 could not be kept: %2", {name, systemReason()});
     }
     // The folder may give new files an access list that this one does not have.
     for (const std::string& name : present) {
         if (isAccessList(name) && std::find(wanted.begin(), wanted.end(), name) == wanted.end() &&
             calls.removeExtendedAttribute(file->get(), name) != 0)
-            lost = "the folder's access list could not be kept off it: " + systemReason();
+            lost = Reason::tr("the folder's access list could not be kept off it: %1", {systemReason()});
     }
     return lost;
 }
@@ -122,8 +125,9 @@ std::string FileReplacement::finish()
 {
     // After a failed sync the system may have dropped the content and call the next sync a success.
     if (calls.sync(file->get()) != 0)
-        return failure("the new content cannot be brought onto the disk", false);
-    return file->close() ? std::string() : failure("the new content was not written to its end", false);
+        return failure(Reason::tr("the new content cannot be brought onto the disk"), false);
+    return file->close() ? std::string()
+                         : failure(Reason::tr("the new content was not written to its end"), false);
 }
 
 std::string FileReplacement::publish(const std::string& name, bool& isTaken)
@@ -131,7 +135,7 @@ std::string FileReplacement::publish(const std::string& name, bool& isTaken)
     const int result = calls.renameNewAt(folder, temporaryName, name);
     isTaken = result != 0 && errno == EEXIST;
     if (result != 0 && !isTaken)
-        return failure("the new file cannot take its place", isBarring(errno));
+        return failure(Reason::tr("the new file cannot take its place"), isBarring(errno));
     if (!isTaken)
         temporaryName.clear();
     return {};
@@ -148,7 +152,7 @@ std::string FileReplacement::exchange(const std::string& name, const struct stat
         return {};
     const std::string exchangeName = TemporaryName::makeExchange(FileDigest::of(expected), own);
     if (calls.renameAt(folder, temporaryName, exchangeName) != 0)
-        return failure("the new file cannot be renamed", false);
+        return failure(Reason::tr("the new file cannot be renamed"), false);
     temporaryName = exchangeName;
     if (calls.exchangeAt(folder, temporaryName, name) == 0)
         return judge(name, expected, isChanged, warning);
@@ -157,7 +161,7 @@ std::string FileReplacement::exchange(const std::string& name, const struct stat
         return {};
     return errno == EINVAL || errno == ENOSYS
                ? replaceUnseen(name, expected, isChanged)
-               : failure("the new file cannot take its place", isBarring(errno));
+               : failure(Reason::tr("the new file cannot take its place"), isBarring(errno));
 }
 
 // What came back should be what was there when the save began.
@@ -175,8 +179,9 @@ std::string FileReplacement::judge(const std::string& name, const std::string& e
     if (isSame)
         calls.unlinkAt(folder, temporaryName); // what cannot be removed is recognised as such later
     else
-        warning = "whether another program has written it meanwhile cannot be seen: " + systemReason() +
-                  "; what it held is in " + temporaryName + " until it is read next";
+        warning = Reason::tr("whether another program has written it meanwhile cannot be seen: %1; what it "
+                             "held is in %2 until it is read next",
+                             {systemReason(), temporaryName});
     temporaryName.clear();
     return {};
 }
@@ -191,12 +196,12 @@ std::string FileReplacement::replaceUnseen(const std::string& name, const std::s
     const std::string error = present.openRegular(folder, name, O_RDONLY, status);
     const std::optional<bool> isSame = error.empty() ? present.holds(expected) : std::optional(false);
     if (!isSame)
-        return failure("it cannot be read", false);
+        return failure(Reason::tr("it cannot be read"), false);
     isChanged = !*isSame;
     if (isChanged)
         return {};
     if (calls.renameAt(folder, temporaryName, name) != 0)
-        return failure("the new file cannot take its place", isBarring(errno));
+        return failure(Reason::tr("the new file cannot take its place"), isBarring(errno));
     temporaryName.clear();
     return {};
 }
@@ -210,8 +215,8 @@ std::string FileReplacement::putBack(const std::string& name, bool& isChanged, s
         if (calls.exchangeAt(folder, temporaryName, name) != 0 &&
             (errno != ENOENT || calls.renameNewAt(folder, temporaryName, name) != 0) && errno != ENOENT) {
             isChanged = attempt > 0;
-            warning = "what another program wrote meanwhile cannot be put back: " + systemReason() +
-                      "; it is in " + temporaryName;
+            warning = Reason::tr("what another program wrote meanwhile cannot be put back: %1; it is in %2",
+                                 {systemReason(), temporaryName});
             break;
         }
         struct stat status = {};
@@ -222,8 +227,9 @@ std::string FileReplacement::putBack(const std::string& name, bool& isChanged, s
             return {};
     }
     const std::string kept = std::exchange(temporaryName, {});
-    return isChanged ? "other programs write it at the same time; what one of them wrote is in " + kept +
-                           " beside it: look at it and remove it"
+    return isChanged ? Reason::tr("other programs write it at the same time; what one of them wrote is in %1 "
+                                  "beside it: look at it and remove it",
+                                  {kept})
                      : std::string();
 }
 

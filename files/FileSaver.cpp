@@ -3,6 +3,7 @@
 #include "files/CrashRecovery.h"
 #include "files/FileReplacement.h"
 #include "files/InPlaceWriter.h"
+#include "files/Reason.h"
 #include "files/SaveLock.h"
 
 #include <cerrno>
@@ -33,7 +34,7 @@ public:
     {
         struct stat folderStatus = {};
         if (!folder.isOpen() || calls.stat(folder.get(), folderStatus) != 0)
-            return "its folder cannot be opened: " + systemReason();
+            return Reason::tr("its folder cannot be opened: %1", {systemReason()});
         known = digest;
         const SaveLock lock(calls, folderStatus);
         std::string error =
@@ -47,7 +48,7 @@ public:
                 return {};
             }
         }
-        return error.empty() ? "other programs keep changing it" : error;
+        return error.empty() ? Reason::tr("other programs keep changing it") : error;
     }
 
 private:
@@ -65,7 +66,7 @@ private:
         std::string error = original->openRegular(folder.get(), location.name, O_RDONLY, status);
         if (!error.empty() && errno == ENOENT) {
             original.reset();
-            return known.exists ? "it has been deleted since it was read" : std::string();
+            return known.exists ? Reason::tr("it has been deleted since it was read") : std::string();
         }
         if (error.empty())
             error = original->readAll(found);
@@ -79,7 +80,7 @@ private:
             return error;
         return calls.accessAt(folder.get(), location.name, W_OK) == 0
                    ? std::string()
-                   : "it is not writable: " + systemReason();
+                   : Reason::tr("it is not writable: %1", {systemReason()});
     }
 
     // What is to be written with what the file holds.
@@ -89,8 +90,8 @@ private:
         if (now == known)
             return {};
         if (!merge)
-            return known.exists ? "another program has changed it since it was read"
-                                : "another program has created it meanwhile";
+            return known.exists ? Reason::tr("another program has changed it since it was read")
+                                : Reason::tr("another program has created it meanwhile");
         MergedContent answer = merge(found, now);
         if (!answer.refusal.empty())
             return answer.refusal;
@@ -105,7 +106,8 @@ private:
     std::string replace()
     {
         if (original && status.st_nlink > 1)
-            return writeInPlace("it has " + std::to_string(status.st_nlink) + " names (hard links)");
+            return writeInPlace(
+                Reason::tr("it has %1 names (hard links)", {std::to_string(status.st_nlink)}));
         std::string error;
         {
             FileReplacement replacement(calls, folder.get());
@@ -138,7 +140,7 @@ private:
         warn(lost);
         warn(doubt);
         if (calls.sync(folder.get()) != 0)
-            warn("it is saved, but may be the old one after a power cut: " + systemReason());
+            warn(Reason::tr("it is saved, but may be the old one after a power cut: %1", {systemReason()}));
         return {};
     }
 
@@ -148,11 +150,11 @@ private:
         const std::string error =
             Files::writeInPlace(calls, folder, location, status, found, *bytes, warning, isChanged);
         if (!error.empty())
-            return error + " (it would have been written in place, since " + reason + ")";
+            return Reason::tr("%1 (it would have been written in place, since %2)", {error, reason});
         if (isChanged)
             return {};
         result.written = true;
-        warn("it was written in place, since " + reason);
+        warn(Reason::tr("it was written in place, since %1", {reason}));
         warn(warning);
         return {};
     }
@@ -194,7 +196,7 @@ std::string readFrom(SystemCalls& calls, const FileLocation& location, ReadFileR
         opened = calls.openFolder(location.folder, O_PATH); // it may be passed through, but not listed
     const FileDescriptor folder(calls, opened);
     if (!folder.isOpen())
-        return "its folder cannot be opened: " + systemReason();
+        return Reason::tr("its folder cannot be opened: %1", {systemReason()});
     std::string error = recoverFromCrash(calls, folder, location, RecoveryPurpose::Reading, result.warning);
     if (!error.empty())
         return error;
@@ -234,7 +236,7 @@ SaveFileResult FileSaver::save(const std::string& path, const std::string& bytes
                         ? FileSave(calls, location, bytes, newFileMode, merge, result).run(digest)
                         : systemReason(location.error);
     if (!result.reason.empty()) {
-        result.error = path + " is not saved: " + result.reason;
+        result.error = Reason::tr("%1 is not saved: %2", {path, result.reason});
         result.warning.clear();
     }
     return result;

@@ -1,6 +1,7 @@
 #include "files/FileWatcher.h"
 
 #include "files/FolderWatches.h"
+#include "files/Reason.h"
 
 #include <algorithm>
 #include <map>
@@ -184,13 +185,13 @@ private:
     void follow(int number, Watched& file)
     {
         const std::string reason =
-            settings.usesSystem ? watches->follow(number, file.path) : std::string("it was asked for");
+            settings.usesSystem ? watches->follow(number, file.path) : Reason::tr("it was asked for");
         file.isPolled = !reason.empty();
         arePolled = arePolled || file.isPolled;
         file.trace = traceOf(file.path);
         if (file.isPolled && !isReported) {
             isReported = true;
-            report(file.path, "it is not watched but looked at every few seconds: " + reason);
+            report(file.path, Reason::tr("it is not watched but looked at every few seconds: %1", {reason}));
         }
     }
 
@@ -245,7 +246,7 @@ private:
         try {
             file.changed();
         } catch (const std::exception& error) { // as for want of memory; the next change is reported again
-            report(file.path, std::string("it was changed, but not looked at: ") + error.what());
+            report(file.path, Reason::tr("it was changed, but not looked at: %1", {error.what()}));
         }
     }
 
@@ -314,8 +315,9 @@ int FileWatcher::watch(const std::string& path, std::chrono::system_clock::time_
     const int number = loop->add(std::move(file));
     const std::string failure = startThread();
     if (!failure.empty())
-        loop->report(path, "it is not watched until another file is opened: its thread was not started: " +
-                               failure);
+        loop->report(
+            path, Reason::tr("it is not watched until another file is opened: its thread was not started: %1",
+                             {failure}));
     return number;
 }
 

@@ -1,5 +1,7 @@
 #include "files/FolderScan.h"
 
+#include "files/Reason.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <fnmatch.h>
@@ -39,9 +41,9 @@ public:
     void scan(const std::string& folder, int depth)
     {
         if (depth > FolderFilter::mostLevels) {
-            found.refusals.push_back({folder, "it lies more than " +
-                                                  std::to_string(FolderFilter::mostLevels) +
-                                                  " folders below the one that was opened"});
+            found.refusals.push_back(
+                {folder, Reason::tr("it lies more than %1 folders below the one that was opened",
+                                    {std::to_string(FolderFilter::mostLevels)})});
             return;
         }
         found.folders.push_back(folder);

@@ -2,6 +2,7 @@
 
 #include "files/FileJournal.h"
 #include "files/FileReplacement.h"
+#include "files/Reason.h"
 #include "files/StateFolder.h"
 
 #include <fcntl.h>
@@ -21,7 +22,7 @@ void keepMode(SystemCalls& calls, int folder, const std::string& name, const str
     if (!file.openRegular(folder, name, O_RDONLY, now).empty() || now.st_mode == status.st_mode)
         return;
     if (calls.changeMode(file.get(), status.st_mode & 07777) != 0)
-        warning = "its permissions could not be kept: " + systemReason();
+        warning = Reason::tr("its permissions could not be kept: %1", {systemReason()});
 }
 
 class InPlaceWriter
@@ -46,7 +47,7 @@ public:
         // As late as can be: what another program does between this and the writing is lost.
         const std::optional<bool> isSame = file.holds(found);
         if (!isSame)
-            error = "it cannot be read: " + systemReason();
+            error = Reason::tr("it cannot be read: %1", {systemReason()});
         isChanged = isSame && (!*isSame || !isSameFile(opened, status));
         if (!error.empty() || isChanged) {
             removeJournal();
@@ -56,12 +57,12 @@ public:
         if (error.empty())
             keepMode(calls, folder.get(), location.name, status, warning);
         if (error.empty() && calls.unlinkAt(journalFolder, journalName) != 0)
-            error =
-                "the copy of its former content, " + journalName + ", cannot be removed: " + systemReason();
+            error = Reason::tr("the copy of its former content, %1, cannot be removed: %2",
+                               {journalName, systemReason()});
         if (!error.empty())
             return error + undo(opened, found);
         if (calls.sync(journalFolder) != 0)
-            warning = "it may be the old one after a power cut: " + systemReason();
+            warning = Reason::tr("it may be the old one after a power cut: %1", {systemReason()});
         return {};
     }
 
@@ -78,7 +79,8 @@ private:
             if (state)
                 error = keepIn(*state, content, isBarred);
         }
-        return error.empty() ? error : "no copy of its content can be kept meanwhile: " + error;
+        return error.empty() ? error
+                             : Reason::tr("no copy of its content can be kept meanwhile: %1", {error});
     }
 
     std::string keepIn(const FileDescriptor& place, const FileJournal& content, bool& isBarred)
@@ -94,7 +96,7 @@ private:
         if (error.empty())
             error = journal->publish(name, isTaken);
         if (isTaken)
-            error = name + " exists already";
+            error = Reason::tr("%1 exists already", {name});
         isBarred = journal->isBarred();
         if (!error.empty())
             return error;
@@ -102,7 +104,7 @@ private:
         journalName = name;
         if (calls.sync(place.get()) == 0)
             return {};
-        error = "it cannot be brought onto the disk: " + systemReason();
+        error = Reason::tr("it cannot be brought onto the disk: %1", {systemReason()});
         removeJournal();
         return error;
     }
@@ -117,8 +119,9 @@ private:
         if (error.empty() && !isReplaced)
             error = overwrite(calls, file, found);
         if (!error.empty())
-            return "; it is damaged until it is read next, when its former content comes back from " +
-                   journalName;
+            return Reason::tr(
+                "; it is damaged until it is read next, when its former content comes back from %1",
+                {journalName});
         removeJournal();
         return {};
     }

@@ -1,5 +1,7 @@
 #include "files/SizeLimit.h"
 
+#include "files/Reason.h"
+
 #include <atomic>
 #include <cstdlib>
 
@@ -46,8 +48,9 @@ void SizeLimit::set(std::uint64_t bytes)
 std::string SizeLimit::refusal()
 {
     const std::string size = std::to_string(get() / bytesInMiB);
-    return "it is larger than the limit of " + size + " MiB" +
-           (get() < most ? std::string(", which ") + variable + " (in MiB) raises" : std::string());
+    return get() < most ? Reason::tr("it is larger than the limit of %1 MiB, which %2 (in MiB) raises",
+                                     {size, variable})
+                        : Reason::tr("it is larger than the limit of %1 MiB", {size});
 }
 
 } // namespace Files

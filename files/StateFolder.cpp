@@ -1,5 +1,7 @@
 #include "files/StateFolder.h"
 
+#include "files/Reason.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -58,7 +60,7 @@ std::unique_ptr<FileDescriptor> StateFolder::open(SystemCalls& calls, std::strin
     const std::string place = path();
     isAbsent = place.empty();
     if (isAbsent)
-        return refuse("neither XDG_STATE_HOME nor HOME names a place");
+        return refuse(Reason::tr("neither XDG_STATE_HOME nor HOME names a place"));
     const int opened = openLinked(calls, place);
     int failure = opened < 0 ? errno : 0; // asking for memory may set it
     // The home that the environment names may be another user's.
@@ -68,12 +70,12 @@ std::unique_ptr<FileDescriptor> StateFolder::open(SystemCalls& calls, std::strin
     if (folder->isOpen() && calls.stat(folder->get(), status) != 0)
         failure = errno;
     if (failure != 0)
-        return refuse(place + " cannot be opened: " + systemReason(failure));
+        return refuse(Reason::tr("%1 cannot be opened: %2", {place, systemReason(failure)}));
     isAbsent = status.st_uid != ::geteuid();
     if (isAbsent)
-        return refuse(place + " belongs to another user");
+        return refuse(Reason::tr("%1 belongs to another user", {place}));
     if ((status.st_mode & 07777) != onlyMine && calls.changeMode(folder->get(), onlyMine) != 0)
-        return refuse(place + (" cannot be closed to other users: " + systemReason()));
+        return refuse(Reason::tr("%1 cannot be closed to other users: %2", {place, systemReason()}));
     return folder;
 }
 
@@ -81,7 +83,7 @@ std::unique_ptr<FileDescriptor> StateFolder::make(SystemCalls& calls, std::strin
 {
     const std::string place = path();
     if (!place.empty() && !makeFolders(calls, place)) {
-        error = place + (" cannot be made: " + systemReason());
+        error = Reason::tr("%1 cannot be made: %2", {place, systemReason()});
         return nullptr;
     }
     bool isAbsent = false;

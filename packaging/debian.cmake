@@ -26,6 +26,7 @@ set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME vantry)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "${libraries_package} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_RECOMMENDS "fonts-dejavu-core, qttranslations5-l10n")
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS vantry-etcd)
 set(CPACK_DEBIAN_PROGRAMS_DESCRIPTION
     "one window over all configuration of a system
 Vantry opens configuration files and folders of them as one tree of typed

@@ -93,11 +93,10 @@ Command move()
             "CommandLine",
             "The second PATH is the new one. What is there already is not overwritten, and what the format "
             "cannot hold is refused; nothing is written then. Of two files, the second is written first. A "
-            "new "
-            "name in the same group changes only the name in the file. Elsewhere, within one format, it is "
-            "written as it was, and the comments in it, right above it and after it on its line go along; "
-            "into "
-            "another format only names and values go, and the comments above stay."),
+            "new name in the same group changes only the name in the file. Elsewhere, within one format, it "
+            "is written as it was, and the comments in it, right above it and after it on its line go "
+            "along. Into another format only names and values go: comments above stay, and with others in "
+            "it or after it on its line it is refused."),
         forms,
         {toFormatOption, dryRunOption},
         {"vantry mv app.ini server.prot server.port"},

@@ -40,11 +40,12 @@ SessionKeeper::SessionKeeper(std::shared_ptr<Repository> attributes, FileMounter
 
 SessionKeeper::~SessionKeeper() = default;
 
-QVector<SessionState::View> SessionKeeper::restore()
+bool SessionKeeper::restore(const std::function<void(const QVector<SessionState::View>&)>& prepare)
 {
     const SessionState last = lock ? SessionState::read() : SessionState();
     if (last.files.isEmpty())
-        return {};
+        return false;
+    prepare(last.windows);
     isRestoring = true;
     toLock = last.locked;
     std::vector<FileMounter::Request> requests;
@@ -52,7 +53,7 @@ QVector<SessionState::View> SessionKeeper::restore()
         requests.push_back({file.location, file.type, file.name});
     connect(&mounter, &FileMounter::mounted, this, &SessionKeeper::finishRestoring);
     mounter.mount(requests);
-    return last.windows;
+    return true;
 }
 
 // The pages read the tree in the same turn of the event loop, or before.

@@ -72,19 +72,21 @@ void Windows::beginSession(bool restores)
         return views;
     });
     MainWindow& first = *windows.front();
-    const auto views = restores && first.reopensFiles() ? session->restore() : QVector<SessionState::View>();
-    for (int number = 0; number < views.size(); ++number) {
-        MainWindow& window = number == 0 ? first : open({});
-        window.showFrame(views[number]);
-        window.showPages(views[number].pages);
-        connect(session.get(), &SessionKeeper::restored, &window,
-                [&window, view = views[number]] { window.showView(view); });
-        if (number > 0)
-            window.show();
-    }
+    const auto prepare = [this, &first](const QVector<SessionState::View>& views) {
+        for (int number = 0; number < views.size(); ++number) {
+            MainWindow& window = number == 0 ? first : open({});
+            window.showFrame(views[number]);
+            window.showPages(views[number].pages); // whose attributes come before the files
+            connect(session.get(), &SessionKeeper::restored, &window,
+                    [&window, view = views[number]] { window.showView(view); });
+            if (number > 0)
+                window.show();
+        }
+    };
+    const bool isRestored = restores && first.reopensFiles() && session->restore(prepare);
     current = &first;
     const auto unsaved = session->takeUnsaved();
-    if (!views.isEmpty())
+    if (isRestored)
         first.applyKeptOnceOpen(unsaved);
     session->follow();
 }

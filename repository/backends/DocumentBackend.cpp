@@ -19,6 +19,8 @@ namespace Repository {
 using Documents::Document;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Reason;
+using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -28,6 +30,18 @@ QString valueForPeople(const std::optional<Value>& value)
     return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
                        QLatin1Char('\'')
                  : QStringLiteral("nothing");
+}
+
+// What the tree shows of a value with more digits of a second is no other value.
+Documents::Outcome setValue(Document& document, const std::string& path, const Value& value)
+{
+    if (value.type == Type::Time || value.type == Type::DateTime) {
+        const auto present = document.valueAt(path);
+        if (present && FrameworkCore::Values::isFinerThanAttributes(*present) &&
+            FrameworkCore::Values::toValue(FrameworkCore::Values::toVariant(*present)) == value)
+            return {};
+    }
+    return document.set(path, value);
 }
 
 } // namespace
@@ -105,6 +119,13 @@ bool DocumentBackend::isLinked(const QString& path) const
     return content.getDocument().isLinked(relative(path));
 }
 
+std::optional<Value> DocumentBackend::finerValueAt(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    auto value = content.getDocument().valueAt(relative(path));
+    return value && FrameworkCore::Values::isFinerThanAttributes(*value) ? value : std::nullopt;
+}
+
 std::optional<std::string> DocumentBackend::spell(const QString& path) const
 {
     const std::lock_guard lock(mutex);
@@ -141,7 +162,7 @@ std::optional<Outcome> DocumentBackend::set(const QString& path, const Value& va
     const std::string entry = relative(path);
     if (editing || content.getDocument().isLinked(entry))
         return {};
-    return edit([&](Document& text) { return text.set(entry, value); });
+    return edit([&](Document& text) { return setValue(text, entry, value); });
 }
 
 Outcome DocumentBackend::insert(const QString& path, const Value& value)
@@ -257,7 +278,8 @@ bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerp
     const std::lock_guard lock(mutex);
     const Outcome outcome = edit([&](Document& text) {
         const bool isInserted = Documents::insertAsWritten(text, relative(path), excerpt, expected);
-        return isInserted ? Documents::Outcome() : Documents::refused("it is not read alike there");
+        return isInserted ? Documents::Outcome()
+                          : Documents::refused(Reason::tr("it is not read alike there"));
     });
     return outcome.ok();
 }
@@ -308,7 +330,7 @@ void DocumentBackend::endEdit()
 Outcome DocumentBackend::write(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return edit([&](Document& text) { return text.set(relative(path), value); });
+    return edit([&](Document& text) { return setValue(text, relative(path), value); });
 }
 
 Outcome DocumentBackend::respell(const QString& path, const std::string& spelling)

@@ -1,5 +1,6 @@
 #include "repository/fleet/EtcdBackend.h"
 
+#include "repository/common/Texts.h"
 #include "repository/documents/common/ComponentCodec.h"
 #include "repository/fleet/KeyCodec.h"
 #include "repository/fleet/ValueCodec.h"
@@ -87,9 +88,9 @@ QString EtcdBackend::getState() const
 {
     const std::lock_guard lock(state->mutex);
     const QStringList users = state->users.values();
-    return users.isEmpty() ? state->describeLink()
-                           : QStringLiteral("%1; open for %2")
-                                 .arg(state->describeLink(), users.join(QStringLiteral(", ")));
+    return users.isEmpty()
+               ? state->describeLink()
+               : Texts::tr("%1; open for %2").arg(state->describeLink(), users.join(QStringLiteral(", ")));
 }
 
 Backend::SiblingPosition EtcdBackend::positionOf(const QString& path) const
@@ -98,6 +99,13 @@ Backend::SiblingPosition EtcdBackend::positionOf(const QString& path) const
     const auto before = state->entries.siblingBefore(relative(path));
     return before ? SiblingPosition{Documents::SiblingPlace::Kind::After, absolute(*before)}
                   : SiblingPosition{Documents::SiblingPlace::Kind::First, {}};
+}
+
+std::optional<Value> EtcdBackend::finerValueAt(const QString& path) const
+{
+    const std::lock_guard lock(state->mutex);
+    const Value* const value = state->entries.find(relative(path));
+    return value && Documents::isFinerThanAttributes(*value) ? std::optional(*value) : std::nullopt;
 }
 
 std::optional<std::string> EtcdBackend::spell(const QString& path) const
@@ -127,8 +135,7 @@ quint64 EtcdBackend::getRevision() const
 
 Outcome EtcdBackend::checkOpen() const
 {
-    return closed ? Outcome(StatusCode::BackendFailure, QStringLiteral("its backend is being closed"))
-                  : Outcome();
+    return closed ? Outcome(StatusCode::BackendFailure, Texts::tr("its backend is being closed")) : Outcome();
 }
 
 Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) const
@@ -142,11 +149,11 @@ Outcome EtcdBackend::checkEdit(const std::string& path, const Value& value) cons
         return outcome;
     if (state->entries.isForeign(path))
         return Outcome(StatusCode::NotWritable,
-                       QStringLiteral("another program has written it in a form that is not known here"))
-            .advise(QStringLiteral("use that program to change it"));
+                       Texts::tr("another program has written it in a form that is not known here"))
+            .advise(Texts::tr("use that program to change it"));
     if (ValueCodec::encode(value, {}).size() > mostBytes)
-        return Outcome(StatusCode::BackendFailure, QStringLiteral("it is larger than 1 MiB, which a store "
-                                                                  "does not take as one value"));
+        return Outcome(StatusCode::BackendFailure, Texts::tr("it is larger than 1 MiB, which a store "
+                                                             "does not take as one value"));
     return outcome;
 }
 
@@ -156,7 +163,7 @@ Outcome EtcdBackend::setOne(const std::string& path, const Value& value)
     if (!outcome.ok())
         return outcome;
     if (!state->entries.find(path))
-        return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
+        return Outcome(StatusCode::NotFound, Texts::tr("the store has no such entry"));
     edit(path, value);
     return outcome;
 }
@@ -172,7 +179,7 @@ Outcome EtcdBackend::insertOne(const std::string& path, const Value& value)
     Outcome outcome = checkEdit(path, value);
     const Value* const present = state->entries.find(path);
     if (outcome.ok() && present && present->type != Type::Group && value.type != Type::Group)
-        return Outcome(StatusCode::AlreadyExists, QStringLiteral("it exists already"));
+        return Outcome(StatusCode::AlreadyExists, Texts::tr("it exists already"));
     const bool isImplied = value.type == Type::Group && state->entries.contains(path);
     if (outcome.ok() && !isImplied)
         edit(path, value);
@@ -183,7 +190,7 @@ Outcome EtcdBackend::removeAll(const std::string& path)
 {
     const std::vector<std::string> paths = state->entries.pathsWithin(path);
     if (paths.empty())
-        return Outcome(StatusCode::NotFound, QStringLiteral("the store has no such entry"));
+        return Outcome(StatusCode::NotFound, Texts::tr("the store has no such entry"));
     for (const std::string& each : paths) {
         Outcome outcome = checkEdit(each, {});
         if (!outcome.ok())
@@ -241,7 +248,7 @@ Outcome EtcdBackend::remove(const QString& path)
 Outcome EtcdBackend::respell(const QString& path, const std::string& spelling)
 {
     const auto decoded = ValueCodec::decode(spelling);
-    return decoded ? write(path, decoded->value) : refusal(QStringLiteral("it was not spelt by a store"));
+    return decoded ? write(path, decoded->value) : refusal(Texts::tr("it was not spelt by a store"));
 }
 
 // Edits what differs, so that the store is written no more than that. To take back what was edited just now
@@ -250,7 +257,7 @@ Outcome EtcdBackend::replaceText(std::string bytes)
 {
     const auto wanted = parsed(bytes);
     if (!wanted)
-        return refusal(QStringLiteral("it is not the text of a store"));
+        return refusal(Texts::tr("it is not the text of a store"));
     const std::lock_guard lock(state->mutex);
     Outcome outcome = checkOpen();
     if (outcome.ok() && !hasEdited)

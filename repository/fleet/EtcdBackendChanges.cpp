@@ -2,6 +2,7 @@
 
 #include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
+#include "repository/common/Texts.h"
 #include "repository/fleet/EtcdBackend.h"
 #include "repository/fleet/WindowThread.h"
 #include "repository/merge/UnifiedDiff.h"
@@ -44,11 +45,11 @@ Outcome EtcdBackend::close(bool discardChanges)
 {
     const std::lock_guard lock(state->mutex);
     if (closed)
-        return {StatusCode::BackendFailure, QStringLiteral("it is being closed already")};
+        return {StatusCode::BackendFailure, Texts::tr("it is being closed already")};
     if (!discardChanges && !state->entries.getEdits().empty())
         return Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("it has edits that the store has not acknowledged"))
-            .advise(QStringLiteral("save or discard them first"));
+                       Texts::tr("it has edits that the store has not acknowledged"))
+            .advise(Texts::tr("save or discard them first"));
     closed = true;
     state->changed.notify_all();
     return {};
@@ -80,8 +81,8 @@ Outcome EtcdBackend::save(const ApplyChange&)
 Outcome EtcdBackend::explainConflicts() const
 {
     constexpr int shownConflicts = 5;
-    Outcome outcome = refusal(QStringLiteral("another program has changed what was edited here"))
-                          .advise(QStringLiteral("keep yours or take theirs first"));
+    Outcome outcome = refusal(Texts::tr("another program has changed what was edited here"))
+                          .advise(Texts::tr("keep yours or take theirs first"));
     Outcome::Parts& parts = outcome.change();
     for (const auto& [path, edit] : state->entries.getEdits()) {
         if (!edit.isConflict())
@@ -94,7 +95,7 @@ Outcome EtcdBackend::explainConflicts() const
         parts.details.append({absolute(path), {}});
         if (isReadable(description.accessMode))
             parts.details.last().text =
-                QStringLiteral("(yours: %1, in the store: %2)")
+                Texts::tr("(yours: %1, in the store: %2)")
                     .arg(shown(mine ? std::optional(*mine) : std::nullopt), shown(edit.stored.value));
     }
     return outcome;
@@ -111,12 +112,12 @@ Outcome EtcdBackend::explainUnsaved() const
     if (state->entries.hasConflicts())
         return explainConflicts();
     if (!state->isConnected())
-        return refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+        return refusal(Texts::tr("the store is not connected (%1)").arg(state->describeLink()));
     if (!state->writeRefusal.isEmpty())
-        return refusal(QStringLiteral("the store refuses it: %1").arg(state->writeRefusal));
+        return refusal(Texts::tr("the store refuses it: %1").arg(state->writeRefusal));
     return state->entries.getEdits().empty()
                ? Outcome()
-               : refusal(QStringLiteral("the store has not acknowledged it yet; it is being sent"));
+               : refusal(Texts::tr("the store has not acknowledged it yet; it is being sent"));
 }
 
 Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
@@ -124,22 +125,22 @@ Outcome EtcdBackend::reload(Trigger, const ApplyChange&)
     const std::lock_guard lock(state->mutex);
     return state->isConnected()
                ? Outcome()
-               : refusal(QStringLiteral("the store is not connected (%1)").arg(state->describeLink()));
+               : refusal(Texts::tr("the store is not connected (%1)").arg(state->describeLink()));
 }
 
 Outcome EtcdBackend::locate(const QString&, TextPlace&) const
 {
-    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
+    return {StatusCode::NotFound, Texts::tr("a store has no text with places in it")};
 }
 
 Outcome EtcdBackend::findAt(int, int, QString&) const
 {
-    return {StatusCode::NotFound, QStringLiteral("a store has no text with places in it")};
+    return {StatusCode::NotFound, Texts::tr("a store has no text with places in it")};
 }
 
 Outcome EtcdBackend::getReadableText(BackendText&) const
 {
-    return {StatusCode::NotReadable, QStringLiteral("a store has no text")};
+    return {StatusCode::NotReadable, Texts::tr("a store has no text")};
 }
 
 QVector<Backend::UnsavedChange> EtcdBackend::getUnsavedChanges() const
@@ -190,7 +191,7 @@ Outcome EtcdBackend::revert(const QString& path, const ApplyChange& apply)
 Outcome EtcdBackend::revertPart(const Part& part, const ApplyChange& apply)
 {
     if (!part.hunks.isEmpty())
-        return refusal(QStringLiteral("a store has no lines of text"));
+        return refusal(Texts::tr("a store has no lines of text"));
     std::vector<std::string> paths;
     for (const QString& path : part.paths)
         paths.push_back(relative(path));
@@ -204,7 +205,7 @@ Outcome EtcdBackend::revertPart(const Part& part, const ApplyChange& apply)
 // All is written as soon as it can be; there is no part that would have to be asked for.
 Outcome EtcdBackend::savePart(const Part& part, const ApplyChange& apply)
 {
-    return part.hunks.isEmpty() ? save(apply) : refusal(QStringLiteral("a store has no lines of text"));
+    return part.hunks.isEmpty() ? save(apply) : refusal(Texts::tr("a store has no lines of text"));
 }
 
 Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, const ApplyChange& apply)
@@ -222,7 +223,7 @@ Outcome EtcdBackend::resolveConflicts(const QString& path, ConflictSide side, co
         state->changed.notify_all();
     }
     if (conflicts.paths.isEmpty())
-        return {StatusCode::NotFound, QStringLiteral("there is no conflict at or below it")};
+        return {StatusCode::NotFound, Texts::tr("there is no conflict at or below it")};
     return side == ConflictSide::Mine ? Outcome() : revertPart(conflicts, apply);
 }
 

@@ -1,5 +1,6 @@
 #include "repository/fleet/EtcdBackends.h"
 
+#include "repository/common/Texts.h"
 #include "repository/fleet/EtcdBackend.h"
 #include "repository/fleet/EtcdLocation.h"
 #include "repository/fleet/StoreModule.h"
@@ -61,9 +62,8 @@ Outcome EtcdBackends::open(const Backend::Description& description, const Mount&
     try {
         session->start();
     } catch (const std::system_error& failure) {
-        return {
-            StatusCode::BackendFailure,
-            QStringLiteral("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
+        return {StatusCode::BackendFailure,
+                Texts::tr("it has no thread to work on: %1").arg(QString::fromLocal8Bit(failure.what()))};
     }
     return isWindowThread() ? outcome : session->waitForLoading();
 }

@@ -1,5 +1,6 @@
 #include "repository/fleet/EtcdLocation.h"
 
+#include "repository/common/Texts.h"
 #include "repository/fleet/KeyCodec.h"
 
 #include <QFile>
@@ -27,7 +28,7 @@ QString readFile(const QString& name, std::string& text)
         return {};
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("'%1' cannot be read: %2").arg(name, file.errorString());
+        return Texts::tr("'%1' cannot be read: %2").arg(name, file.errorString());
     text = file.readAll().toStdString();
     return {};
 }
@@ -39,8 +40,7 @@ EtcdLocation::EtcdLocation(const QString& location)
     usesTls = location.startsWith(securedScheme);
     const int start = usesTls ? securedScheme.size() : plainScheme.size();
     if (!usesTls && !location.startsWith(plainScheme)) {
-        error =
-            QStringLiteral("a store is given as etcd://HOST:PORT/NAME, or etcds://HOST:PORT/NAME with TLS");
+        error = Texts::tr("a store is given as etcd://HOST:PORT/NAME, or etcds://HOST:PORT/NAME with TLS");
         return;
     }
     const int mark = location.indexOf(QLatin1Char('?'));
@@ -51,12 +51,11 @@ EtcdLocation::EtcdLocation(const QString& location)
     const int at = hosts.lastIndexOf(QLatin1Char('@'));
     text = location.left(start) + hosts.mid(at + 1) + QLatin1Char('/') + store;
     if (at >= 0)
-        error =
-            QStringLiteral("it must not hold a user or a password") +
-            QStringLiteral("; give the user by ?user=NAME and the password in a file by ?credentials=FILE");
+        error = Texts::tr("it must not hold a user or a password; give the user by ?user=NAME and the "
+                          "password in a file by ?credentials=FILE");
     readEndpoints(hosts.mid(at + 1));
     if (store.isEmpty() || store.contains(QLatin1Char('/')))
-        error = QStringLiteral("the name of the store is missing, as in etcd://HOST:PORT/NAME");
+        error = Texts::tr("the name of the store is missing, as in etcd://HOST:PORT/NAME");
     const auto items =
         QUrlQuery(mark < 0 ? QString() : location.mid(mark + 1)).queryItems(QUrl::FullyDecoded);
     QUrlQuery shown;
@@ -82,7 +81,7 @@ void EtcdLocation::readEndpoints(const QString& list)
         bool isNumber = false;
         const int port = host.mid(colon + 1).toInt(&isNumber);
         if (colon <= 0 || !isNumber || port < 1 || port > 65535)
-            error = QStringLiteral("'%1' is not HOST:PORT").arg(host);
+            error = Texts::tr("'%1' is not HOST:PORT").arg(host);
         endpoints.push_back(host.toStdString());
     }
 }
@@ -103,11 +102,11 @@ void EtcdLocation::readOption(const QString& name, const QString& value)
              (value == QLatin1String("queue") || value == QLatin1String("refuse")))
         queues = value == QLatin1String("queue");
     else if (name == QLatin1String("offline"))
-        error = QStringLiteral("offline is queue or refuse, not '%1'").arg(value);
+        error = Texts::tr("offline is queue or refuse, not '%1'").arg(value);
     else if (name == QLatin1String("password"))
-        error = QStringLiteral("it must not hold a password; give a file with it by ?credentials=FILE");
+        error = Texts::tr("it must not hold a password; give a file with it by ?credentials=FILE");
     else
-        error = QStringLiteral("unknown option '%1'; valid are user, credentials, ca, cert, key and offline")
+        error = Texts::tr("unknown option '%1'; valid are user, credentials, ca, cert, key and offline")
                     .arg(name);
 }
 
@@ -124,8 +123,7 @@ QString EtcdLocation::readCredentials(StoreSettings& settings) const
         QFile::permissions(credentials) & (QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
                                            QFile::ReadOther | QFile::WriteOther | QFile::ExeOther);
     if (QFileInfo::exists(credentials) && othersMay)
-        return QStringLiteral("others than you may use '%1'; take that from them by chmod 600")
-            .arg(credentials);
+        return Texts::tr("others than you may use '%1'; take that from them by chmod 600").arg(credentials);
     std::string content;
     const QString refusal = readFile(credentials, content);
     if (!refusal.isEmpty())

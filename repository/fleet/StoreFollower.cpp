@@ -1,5 +1,6 @@
 #include "repository/fleet/StoreFollower.h"
 
+#include "host/FrameworkCore/Values/Reason.h"
 #include "repository/fleet/StorePresence.h"
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 namespace Repository {
 
 using namespace std::chrono_literals;
+using FrameworkCore::Values::Reason;
 using News = StoreApplier::News;
 using Status = StoreResult::Status;
 
@@ -134,7 +136,7 @@ StoreResult StoreFollower::readPages()
     }
     pushPage(*page);
     if (!meta.empty() && !StoreContext::isKnownFormat(meta))
-        return {Status::Refused, "the store was written by a newer version of this program"};
+        return {Status::Refused, Reason::tr("the store was written by a newer version of this program")};
     News end;
     end.kind = News::Kind::Loaded;
     end.revision = range.revision;
@@ -162,7 +164,7 @@ StoreResult StoreFollower::checkIdentity()
     }
     return found == meta || meta.empty()
                ? result
-               : StoreResult{Status::Compacted, "the store is another one than before"};
+               : StoreResult{Status::Compacted, Reason::tr("the store is another one than before")};
 }
 
 void StoreFollower::pushPage(const StorePage& page)
@@ -207,14 +209,15 @@ StoreResult StoreFollower::follow()
     }
     const std::lock_guard lock(mutex);
     watch.reset();
-    return result.ok() ? StoreResult{Status::Unavailable, "the store has ended the connection"} : result;
+    return result.ok() ? StoreResult{Status::Unavailable, Reason::tr("the store has ended the connection")}
+                       : result;
 }
 
 StoreResult StoreFollower::takeEvents(StoreEvents& events)
 {
     if (events.isBegin) {
         if (events.revision < next - 1)
-            return {Status::Compacted, "the store is another one than before"};
+            return {Status::Compacted, Reason::tr("the store is another one than before")};
         setOpen();
     }
     std::vector<StoreEvents::Event>& all = events.events;

@@ -1,6 +1,7 @@
 #include "repository/fleet/StoreModule.h"
 
 #include "host/Shared/Logging/LogRecord.h"
+#include "repository/common/Texts.h"
 
 #include <QDir>
 #include <QFile>
@@ -34,14 +35,13 @@ Entry load()
 {
     const QString file = moduleFile();
     if (!QFileInfo::exists(file))
-        return {nullptr, QStringLiteral("the module for it is not installed (%1); it comes with the package "
-                                        "vantry-etcd")
+        return {nullptr, Texts::tr("the module for it is not installed (%1); it comes with the package "
+                                   "vantry-etcd")
                              .arg(file)};
     void* const library = dlopen(QFile::encodeName(file).constData(), RTLD_NOW | RTLD_LOCAL);
     void* const symbol = library ? dlsym(library, openStoreTransportName) : nullptr;
     if (!symbol)
-        return {nullptr,
-                QStringLiteral("its module cannot be loaded: %1").arg(QString::fromLocal8Bit(dlerror()))};
+        return {nullptr, Texts::tr("its module cannot be loaded: %1").arg(QString::fromLocal8Bit(dlerror()))};
     return {reinterpret_cast<OpenStoreTransport>(symbol), {}};
 }
 
@@ -55,7 +55,7 @@ std::unique_ptr<StoreTransport> StoreModule::open(const StoreSettings& settings,
         return nullptr;
     std::unique_ptr<StoreTransport> transport(entry.open(StoreTransport::version, settings));
     if (!transport)
-        error = QStringLiteral("its module is of another version of this program; install the two together");
+        error = Texts::tr("its module is of another version of this program; install the two together");
     return transport;
 }
 

@@ -1,5 +1,7 @@
 #include "repository/fleet/StoreState.h"
 
+#include "repository/common/Texts.h"
+
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
@@ -41,15 +43,15 @@ QString StoreState::describeLink() const
     const QString& reason = news.isOpen ? edits.reason : news.reason;
     switch (link) {
     case Link::Loading:
-        return QStringLiteral("loading");
+        return Texts::tr("loading");
     case Link::Connected:
-        return QStringLiteral("connected");
+        return Texts::tr("connected");
     case Link::Stale:
-        return QStringLiteral("stale since %1: %2").arg(since.toString(Qt::ISODate), reason);
+        return Texts::tr("stale since %1: %2").arg(since.toString(Qt::ISODate), reason);
     case Link::Refused:
         break;
     }
-    return QStringLiteral("refused: %1").arg(reason);
+    return Texts::tr("refused: %1").arg(reason);
 }
 
 Outcome StoreState::checkWritable() const
@@ -57,14 +59,13 @@ Outcome StoreState::checkWritable() const
     constexpr qint64 shortWhile = 5000; // milliseconds
     if (link == Link::Loading || !isLoaded)
         return Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("the store is not loaded yet (%1)").arg(describeLink()));
+                       Texts::tr("the store is not loaded yet (%1)").arg(describeLink()));
     const bool isShort = link == Link::Stale && since.msecsTo(QDateTime::currentDateTime()) < shortWhile;
     if (link == Link::Connected || queues || isShort)
         return {};
     return Outcome(StatusCode::BackendFailure,
-                   QStringLiteral("the store is not connected (%1)").arg(describeLink()))
-        .advise(
-            QStringLiteral("try again when it is, or open it with offline=queue to keep edits meanwhile"));
+                   Texts::tr("the store is not connected (%1)").arg(describeLink()))
+        .advise(Texts::tr("try again when it is, or open it with offline=queue to keep edits meanwhile"));
 }
 
 } // namespace Repository

@@ -1,5 +1,6 @@
 #include "repository/fleet/StoreWriter.h"
 
+#include "repository/common/Texts.h"
 #include "repository/fleet/EtcdBackend.h"
 #include "repository/fleet/StoreApplier.h"
 #include "repository/fleet/ValueCodec.h"
@@ -164,13 +165,13 @@ void StoreWriter::reportTrouble(Lock& lock)
     if (hasConflicts && open)
         report(open->checkConflicts());
     if (!refusal.isEmpty() && refusal != reportedRefusal)
-        report(Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("the store does not take edits: %1").arg(refusal))
-                   .advise(QStringLiteral("they stay unsaved; save them again when that is mended")));
+        report(
+            Outcome(StatusCode::BackendFailure, Texts::tr("the store does not take edits: %1").arg(refusal))
+                .advise(Texts::tr("they stay unsaved; save them again when that is mended")));
     if (!link.isEmpty() && link != reportedLink)
-        report(Outcome(StatusCode::BackendFailure,
-                       QStringLiteral("the store is not connected (%1)").arg(description))
-                   .advise(QStringLiteral("values stay as they were; it is tried again all the time")));
+        report(
+            Outcome(StatusCode::BackendFailure, Texts::tr("the store is not connected (%1)").arg(description))
+                .advise(Texts::tr("values stay as they were; it is tried again all the time")));
     reportedRefusal = refusal;
     reportedLink = link;
     lock.lock();

@@ -10,6 +10,7 @@ namespace Repository {
 using Documents::Document;
 using Documents::Entry;
 using Documents::Outcome;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 using Kind = DocumentChange::Kind;
@@ -204,7 +205,7 @@ private:
             note(change, target.remove(change.path));
         if (!target.contains(change.path) &&
             (origin == Origin::Reference || !target.contains(parentOf(change.path))))
-            note(change, {"what it shows is not there", 0, 0});
+            note(change, {Reason::tr("what it shows is not there"), 0, 0});
     }
 
     // Nothing else goes with it, or gets another path.

@@ -8,6 +8,7 @@
 namespace Repository {
 
 using Documents::Document;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 using Kind = DocumentChange::Kind;
@@ -165,7 +166,8 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
 
     const RefusedChange refused = applyChanges(myChanges, mine, *theirs);
     if (!refused.reason.empty()) {
-        result.refusal = "'" + refused.path + "' has no place in what the file holds now: " + refused.reason;
+        result.refusal =
+            Reason::tr("'%1' has no place in what the file holds now: %2", {refused.path, refused.reason});
         conflicts.insert(refused.path);
         result.conflicts.assign(conflicts.begin(), conflicts.end());
         return result;
@@ -175,7 +177,7 @@ MergedDocument mergeDocuments(const Document& base, const Document& mine, std::u
     for (const DocumentChange& change : myChanges) {
         if (!isOfGroups(change) && !isCopy(mine, change.path) && !holds(merged, change) &&
             conflicts.insert(change.path).second)
-            result.refusal = "'" + change.path + "' has no place in what the file holds now";
+            result.refusal = Reason::tr("'%1' has no place in what the file holds now", {change.path});
     }
     for (const DocumentChange& change : theirChanges) {
         if (!isOfGroups(change) && !isCopy(*theirs, change.path) && !holds(merged, change))

@@ -9,6 +9,7 @@ namespace Repository {
 
 using Documents::Document;
 using Documents::Outcome;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
@@ -157,7 +158,8 @@ void EditedDocument::compare() const
 Outcome EditedDocument::edit(const std::function<Outcome(Document&)>& operation)
 {
     if (damaged)
-        return {"there was not enough memory for an edit before; revert the file or open it anew", 0, 0};
+        return {Reason::tr("there was not enough memory for an edit before; revert the file or open it anew"),
+                0, 0};
     Document& present = presentDocument();
     damaged = true; // unless it comes back
     Outcome outcome = operation(present);
@@ -261,7 +263,7 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
     if (taken.areAll)
         return load(base).error;
     if (!taken.document)
-        return taken.reason + "; revert all of the file instead";
+        return Reason::tr("%1; revert all of the file instead", {taken.reason});
     document = std::move(taken.document);
     ++revision;
     forgetConflicts(paths);
@@ -274,7 +276,7 @@ std::optional<std::string> EditedDocument::baseWith(const std::vector<std::strin
     const Taken taken = takeEntries(*parsed(base), presentDocument(), paths);
     if (taken.areAll)
         return getText();
-    reason = taken.reason + "; save all of the file instead";
+    reason = Reason::tr("%1; save all of the file instead", {taken.reason});
     return taken.document ? std::optional(taken.document->getBytes()) : std::nullopt;
 }
 
@@ -308,7 +310,8 @@ EditedDocument::Taken EditedDocument::takeEntries(const Document& from, const Do
         return {nullptr, "'" + refused.path + "': " + refused.reason, false};
     for (const DocumentChange& left : withoutImpliedGroups(compareDocuments(*taken, model))) {
         if (wanted.contain(left.path))
-            return {nullptr, "'" + left.path + "' cannot be written there as it is elsewhere", false};
+            return {nullptr, Reason::tr("'%1' cannot be written there as it is elsewhere", {left.path}),
+                    false};
     }
     return {std::move(taken), {}, false};
 }

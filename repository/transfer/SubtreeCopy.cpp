@@ -80,7 +80,7 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
     }
     const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
     const bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
-    if (!isWritten && isMove && keepsText && source.backend->hasComments(from))
+    if (!isWritten && isMove && source.backend && source.backend->hasComments(from))
         return ofSource(Refusals::losesComments());
     if (!isWritten)
         outcome = writer.writeDocuments();

@@ -22,6 +22,7 @@ using Documents::Document;
 using Documents::Entry;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
@@ -172,9 +173,7 @@ std::vector<Entry> SubtreeExport::entriesOf(const Node& root, std::vector<Subtre
     std::vector<Entry> entries;
     entries.reserve(parts.size());
     for (const SubtreePart& part : parts)
-        entries.push_back({pathBytes(part.path()),
-                           part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value),
-                           {}});
+        entries.push_back({pathBytes(part.path()), part.exact(), {}});
     std::vector<SubtreePart>().swap(parts); // a great subtree is not held twice
     markGroups(entries, [&](std::string_view group) {
         const QString fullPath = joinedPath(path, group);
@@ -222,7 +221,7 @@ Outcome SubtreeExport::fill(Document& document, const std::vector<Entry>& entrie
 {
     std::string prefix = format->rootOf(entries, name);
     if (isWholeFile && !prefix.empty())
-        return refusal({}, "its name is not in the file");
+        return refusal({}, Reason::tr("its name is not in the file"));
     document.beginRun();
     for (const Entry& entry : entries) {
         if (!progress.advance())

@@ -17,7 +17,7 @@ FORMATS = [f"{DOCUMENTS}/{folder.name}" for folder in sorted((PROJECT / DOCUMENT
 
 # Folder, the most deeply nested first, to the folders that its files may include from.
 ROOMS = {
-    "files": ["files"],
+    "files": ["files", "host/FrameworkCore/Values"],
     "host/FrameworkCore": ["host/FrameworkCore"],
     "host/Shared/Logging": ["host/FrameworkCore", "host/Shared/Logging"],
     f"{MODEL_VIEWS}/tree": [f"{MODEL_VIEWS}/tree", MODEL_VIEWS, "host"],

@@ -2,7 +2,7 @@
 
 Every text that the sources have translated must be in the files that scripts/translations keeps, be finished, hold what
 is put into it, and have a key where the English one has. A text that lupdate lists under another class than Qt looks it up by is
-never found, so that is refused, too.
+never found, so that is refused, too. So is a sentence that says why something failed and that nobody translates.
 """
 
 import collections
@@ -23,6 +23,19 @@ KEPT = [
     ("blanks at the ends", re.compile(r"^ +| +$")),
     ("dots or colon at the end", re.compile(r"(?:\.\.\.|:)$")),
 ]
+
+# A sentence as the argument of a refusal, or as a reason that is kept.
+SPOKEN = ["files", "fleet", "repository"]
+SENTENCE = re.compile(r"(?:\b(?:refused|refuse|refusal|fail|failAt|failure|outcomeAt)\((?:[^()\"]|\([^()\"]*\))*|"
+                      r"\b(?:error|reason|fault|warning|refusal) \+?=\s+)\"(?=(?:[^\"]* ){2})((?:[^\"\\]|\\.)*)\"")
+
+
+def untranslated(project):
+    for folder in SPOKEN:
+        for file in sorted(pathlib.Path(project, folder).rglob("*.cpp")):
+            text = file.read_text(encoding="utf-8")
+            for found in SENTENCE.finditer(text):
+                yield f"{file.relative_to(project)}:{text.count(chr(10), 0, found.start()) + 1}: {found.group(1)!r}"
 
 
 def messages(file):
@@ -61,6 +74,9 @@ def main(project, lupdate):
                               env={**os.environ, "LUPDATE": lupdate}, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, encoding="utf-8").stdout
         updated = {file.relative_to(folder): messages(file) for file in pathlib.Path(folder).rglob("*.ts")}
+    for sentence in untranslated(project):
+        wrong += 1
+        print(f"{sentence}: it is said in English only")
     for line in re.findall(r".*(?:lacks Q_OBJECT|Qualifying with unknown).*", told):
         wrong += 1
         print(f"{line}: its texts are not found under the name they are listed by")

@@ -91,8 +91,8 @@ private slots:
     {
         QFETCH(QString, fault);
         add(fault);
-        const QString reason = PluginTrial(desk, 2000).run(file(fault));
-        QVERIFY2(reason.endsWith(QLatin1String("did not finish within 2 s")), qPrintable(reason));
+        const QString reason = PluginTrial(desk, 1000).run(file(fault));
+        QVERIFY2(reason.endsWith(QLatin1String("did not finish within 1 s")), qPrintable(reason));
         QCOMPARE(PluginMemory::getVerdict(file(fault)), PluginMemory::Verdict::Endless);
     }
 

@@ -345,6 +345,9 @@ private slots:
             set("r.@xml:space", text("default")), "other blanks");
         row("words", "<!DOCTYPE r [<!ATTLIST r a NMTOKENS #IMPLIED>]><r a='x'/>", set("r.@a", text("x ")),
             "type tag");
+        row("declaration", "<r xmlns:p='u'><p:k/></r>", take("r.@xmlns:p"), "prefix that is used");
+        row("empty declaration", "<r xmlns:p='u' p:k='1'/>", set("r.@xmlns:p", text("")),
+            "prefix that is used");
         row(
             "spelling", "<r>x</r>", [](Document& document) { return document.respell("r", "a</r><r>"); },
             "does not spell");

@@ -114,12 +114,15 @@ class ConversionTest : public TestSupport::RepositoryTest
     std::optional<QByteArray> converted(const QString& from, const QString& fileName, const QString& to,
                                         Outcome& outcome)
     {
-        repository = Repository::AttributeRepository::create();
-        outcome = repository->getBackendInterface()->mount(from, QStringLiteral("file1"),
-                                                           {fileName, {}, AccessMode::ReadOnly}, 2);
+        outcome = mountFile(from, "file1", fileName, AccessMode::ReadOnly);
+        if (!outcome.ok())
+            return {};
         QByteArray text;
-        if (outcome.ok())
-            outcome = repository->getTransferInterface()->exportTree(QStringLiteral("file1"), to, text);
+        outcome = transfer()->exportTree(QStringLiteral("file1"), to, text);
+        const bool isExported = outcome.ok();
+        const Outcome closed = close("file1");
+        if (isExported)
+            outcome = closed;
         return outcome.ok() ? std::optional(text) : std::nullopt;
     }
 

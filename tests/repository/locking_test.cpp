@@ -16,7 +16,7 @@ class LockingTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    const QByteArray json = "{\n  \"port\": 80, // of the pump\n  \"names\": [\"a\", \"b\"],\n"
+    const QByteArray json = "{\n  // of the pump\n  \"port\": 80,\n  \"names\": [\"a\", \"b\"],\n"
                             "  \"rows\": [{\"k\": 1}, {\"k\": 2}],\n  \"group\": {\"x\": 1}\n}\n";
 
     Outcome lock(const Name& name = "m", bool isOne = true) { return backends()->setLocked(name, isOne); }
@@ -51,7 +51,7 @@ private slots:
         row("remove a group", [](LockingTest& test) { return test.remove("m.group"); });
         row("remove an element", [](LockingTest& test) { return test.remove("m.rows.0"); });
         row("move within", [](LockingTest& test) { return test.move("m.port", "m.door"); });
-        row("move out", [](LockingTest& test) { return test.move("m.port", "other.door"); });
+        row("move out", [](LockingTest& test) { return test.move("m.group.x", "other.door"); });
         row("move in", [](LockingTest& test) { return test.move("other.port", "m.door"); });
         row("move an element", [](LockingTest& test) { return test.move("m.rows.0", "m.rows.1"); });
         row("copy in", [](LockingTest& test) { return test.copy("other", "m.copy"); });

@@ -63,6 +63,28 @@ private slots:
         QVERIFY(place.isOnDisk);
     }
 
+    // No node has the path of an element.
+    void locatesElementsOfLists_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QString>("format", "bytes", "place");
+        row("json", "json", "{\"a\": [\"x\",\n  \"ä\", \"z\"]}", "2:8 ");
+        row("toml", "toml", "b = 1\na = [ # c\n  'x',\n  'ä', 'z'\n]\n", "4:8 ");
+        row("yaml", "yaml", "a:\n  - x\n  - ä\n  - z # c\n", "4:5 ");
+        row("yaml in brackets", "yaml", "a: [x, ä, z]\n", "1:11 ");
+    }
+
+    void locatesElementsOfLists()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, place);
+        QVERIFY(mount(format, "m", bytes));
+        QCOMPARE(placeOf("m.a.2"), place);
+        QCOMPARE(placeOf("m.a.3"), QStringLiteral("'m.a.3' has no place in a text: there is no value"));
+        QVERIFY(write("m.a.1", QStringLiteral("y"))); // at least where the list is, then
+        QVERIFY2(placeOf("m.a.2").section(QLatin1Char(':'), 0, 0).toInt() > 0, qPrintable(placeOf("m.a.2")));
+    }
+
     void refusesWhatHasNoPlace_data()
     {
         const auto row = TestSupport::columns<QString, QString>("path", "reason");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/CoreExport.h"
+#include "host/FrameworkCore/Values/Reason.h"
 #include "host/FrameworkCore/Values/Value.h"
 
 #include <array>
@@ -24,7 +25,7 @@ struct ReadResult
     bool ok() const { return error.empty(); }
 };
 
-// Conversions between text and typed values, free of locale; readText(toText(v), type) is v. Any thread.
+// Conversions between text and typed values, free of locale; readFileText(toText(v), type) is v. Any thread.
 
 // - true, false; integers in decimal; the shortest digits that round-trip a double, "inf", "nan"
 // - list elements joined by ";", with "\" before a ";" or "\" of an element and a ";" after a last one that
@@ -33,9 +34,15 @@ struct ReadResult
 // - ISO 8601 with milliseconds and offset where there are any; "" for an invalid date, null and a group
 VANTRY_CORE_EXPORT std::string toText(const Value& value);
 
-// Numbers must be exact: no blanks, no fraction in an integer, nothing out of range. A plus sign, leading
-// zeros and 1 and 0 for bool are accepted.
+// Numbers must be exact: no blanks, no fraction in an integer, nothing out of range, no more than three
+// digits of a second, which an attribute holds. A plus sign, leading zeros and 1 and 0 for bool are accepted.
 VANTRY_CORE_EXPORT ReadResult readText(std::string_view text, Type type);
+
+// The same for what a file holds, with any number of digits of a second.
+VANTRY_CORE_EXPORT ReadResult readFileText(std::string_view text, Type type);
+
+// Whether a time or date-time has more digits of a second than an attribute holds.
+VANTRY_CORE_EXPORT bool isFinerThanAttributes(const Value& value);
 
 // The value of an untyped text: true and false, integers in canonical form up to 64 bits, numbers that toText
 // would spell so or that have an exponent, or else a text.
@@ -44,10 +51,10 @@ VANTRY_CORE_EXPORT Value plainValue(std::string_view text);
 // All that distinguishes one type from the others.
 struct TypeRow
 {
-    std::string_view name;        // in files and on the command line; empty for a group
-    std::string_view description; // in messages: "a whole number"
-    std::string_view example;     // of a text, where its form is not obvious
-    std::string lowest;           // of whole numbers
+    std::string_view name;    // in files and on the command line; empty for a group
+    const char* description;  // in messages: "a whole number"
+    std::string_view example; // of a text, where its form is not obvious
+    std::string lowest;       // of whole numbers
     std::string highest;
     bool isPlain; // a file without types may hold it, as plainValue reads it
     ReadResult (*read)(std::string_view text, Type type);
@@ -61,9 +68,10 @@ inline const TypeRow& rowOf(Type type)
     return typeTable()[std::size_t(type)];
 }
 
+// "a whole number", in the language that is shown.
 inline std::string describeType(Type type)
 {
-    return std::string(rowOf(type).description);
+    return Reason::tr(rowOf(type).description);
 }
 
 // Nothing for any other name.

@@ -27,6 +27,12 @@ QString translated(const char* text)
     return QCoreApplication::translate("FrameworkCore::Values", text);
 }
 
+// Where there is Qt, it translates for the code that is made without.
+const bool isAsked = [] {
+    Reason::translateBy([](const char* form) { return translated(form).toStdString(); });
+    return true;
+}();
+
 using Number = std::variant<std::monostate, bool, qlonglong, qulonglong, double>;
 
 Number numberIn(const QVariant& variant)
@@ -359,7 +365,7 @@ QVariant toVariant(const Value& value)
 
 QString typeText(Type type)
 {
-    return translated(describeType(type).c_str());
+    return QString::fromStdString(describeType(type));
 }
 
 QString rangeText(Type type)

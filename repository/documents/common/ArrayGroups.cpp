@@ -28,9 +28,12 @@ std::optional<std::size_t> readIndex(std::string_view name)
 
 Outcome beyondEnd(std::string_view path, std::size_t greatestIndex)
 {
-    return refused(quoted(path) + " is beyond the end of the array: " +
-                   (greatestIndex == 0 ? "its only index can be 0"
-                                       : "the greatest index can be " + std::to_string(greatestIndex)));
+    const std::string greatest = std::to_string(greatestIndex);
+    return refused(
+        greatestIndex == 0
+            ? Reason::tr("%1 is beyond the end of the array: its only index can be 0", {quoted(path)})
+            : Reason::tr("%1 is beyond the end of the array: the greatest index can be %2",
+                         {quoted(path), greatest}));
 }
 
 ArrayGroups::ArrayGroups(const std::vector<Entry>& entries)

@@ -62,7 +62,7 @@ struct Dialect
 
     std::string_view name;   // "git", given as ini:git
     std::string_view format; // whose dialect it is
-    std::string_view title;  // for people, with its article
+    const char* title = "";  // for people, with its article
 
     // Recognition: globs of file names, or of the ends of paths where they hold a "/"; "|"-separated globs of
     // the first section's name; of a line, blanks around it left out.

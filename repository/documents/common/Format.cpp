@@ -12,7 +12,7 @@ std::string Format::explainTypeTag(const Value& value) const
         return {};
     const std::string text = document->getBytes();
     return readTypeTag(text.substr(0, text.find_first_of("\r\n")))
-               ? "The file notes its type in a comment line above it, as in \"# @type ...\"."
+               ? Reason::tr("The file notes its type in a comment line above it, as in \"# @type ...\".")
                : std::string();
 }
 

@@ -18,7 +18,8 @@ char quoteOf(const Statement& entry)
 // True where a value put into an empty place would stick to the separator though that has a blank before it.
 bool lacksBlank(const Statement& entry)
 {
-    return entry.isSeparated() && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
+    const bool isEmptyLine = entry.value().empty() || isLineEnd(entry.value().front());
+    return entry.isSeparated() && isEmptyLine && !isBlank(entry.text[entry.valueBegin - 1]) &&
            entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
@@ -163,15 +164,16 @@ std::string LineDialect::explainCharacters(const Statement& entry, const std::st
                                            const LineStyle& style)
 {
     if (!isUtf8(text))
-        return "the text holds half a character, which UTF-8 cannot hold";
+        return Reason::tr("the text holds half a character, which UTF-8 cannot hold");
     for (std::size_t at = 0; at < text.size() && writesLatin1(entry, style) && !toLatin1(text);) {
         const std::string_view character = std::string_view(text).substr(at, utf8Length(text.substr(at)));
         if (utf8CodePoint(character) > 0xFF)
-            return "the file is ISO-8859-1, which has no " + quoted(character);
+            return Reason::tr("the file is ISO-8859-1, which has no %1", {quoted(character)});
         at += character.size();
     }
     if (writesLatin1(entry, style) && !toLatin1(text))
-        return "the file is ISO-8859-1, where these characters would be taken for others in UTF-8";
+        return Reason::tr(
+            "the file is ISO-8859-1, where these characters would be taken for others in UTF-8");
     return {};
 }
 
@@ -183,8 +185,11 @@ void LineDialect::addGenericForms(std::vector<std::string>& forms, const Stateme
     const std::string text =
         value.type == Type::ByteArray && !isTagged ? std::get<std::string>(value.data) : toText(value);
     const char own = quoteOf(entry);
-    if (own != '\0' && isText)
+    if (own != '\0' && isText) {
         forms.push_back(own + text + own);
+        const char other = own == '"' ? '\'' : '"';
+        forms.push_back(other + text + other);
+    }
     if (const auto alike = value.type == Type::Double ? spellLike(std::get<double>(value.data), entry.value())
                                                       : std::nullopt)
         forms.push_back(*alike);
@@ -274,11 +279,11 @@ std::string LineDialect::explainReading(const std::string& line, const Value& va
     const std::optional<Statement> plain = scanEntry(line);
     const Value back = plain ? read(*plain) : Value();
     if (plain && back.type != value.type)
-        return fileNoun() + " would read " + quoted(text) + " back as " + describeType(back.type) +
-               ", not as " + describeType(value.type);
+        return Reason::tr("%1 would read %2 back as %3, not as %4",
+                          {fileNoun(), quoted(text), describeType(back.type), describeType(value.type)});
     if (plain && back != value)
-        return fileNoun() + " would read " + quoted(text) + " back as " + quoted(toText(back));
-    return fileNoun() + " cannot hold " + quoted(text) + " at this place";
+        return Reason::tr("%1 would read %2 back as %3", {fileNoun(), quoted(text), quoted(toText(back))});
+    return Reason::tr("%1 cannot hold %2 at this place", {fileNoun(), quoted(text)});
 }
 
 } // namespace Repository::Documents

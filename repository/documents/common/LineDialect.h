@@ -34,8 +34,8 @@ public:
     explicit LineDialect(const Dialect& fileDialect) : dialect(fileDialect) {}
     virtual ~LineDialect() = default;
 
-    // For people: "an ini file", "section".
-    std::string fileNoun() const { return std::string(dialect.title); }
+    // For people: "an ini file", "a section".
+    std::string fileNoun() const { return Reason::tr(dialect.title); }
     virtual std::string groupNoun() const = 0;
 
     // True for a line that is a comment, and nothing else that is skipped.

@@ -4,6 +4,7 @@
 #include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/LineDocument.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/ValueLines.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -33,6 +34,25 @@ bool hasProse(std::string_view trivia, const LineDialect& dialect)
             return true;
     }
     return false;
+}
+
+bool hasComment(std::string_view trivia, const LineDialect& dialect)
+{
+    for (std::size_t at = 0; at < trivia.size(); at = textLineAt(trivia, at).end) {
+        if (dialect.isComment(textLineAt(trivia, at).content))
+            return true;
+    }
+    return false;
+}
+
+// On the line of a header, or the last one of an entry.
+std::string_view commentAfter(const Statement& line, const LineDialect& dialect)
+{
+    std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
+    if (line.isHeader() && startsWith(after, "]"))
+        after.remove_prefix(1);
+    after = textLineAt(after, 0).content;
+    return dialect.isComment(after) ? after : std::string_view();
 }
 
 bool isAtOrBelow(std::string_view path, std::string_view top)
@@ -128,7 +148,7 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
         return std::nullopt;
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (index.find(renamed) != none)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     const std::uint32_t first = index.findSibling(id, 1);
     const bool isNumbered = index.countOfEntries(first) > 1 || index.countOfSections(first) > 1;
     if (index.node(id).entry != none && !index.node(id).section && !isNumbered)
@@ -154,9 +174,9 @@ std::optional<Outcome> LineDocument::rename(std::string_view path, std::string_v
         return outcome;
     reload(before, true);
     return isNumbered ? std::nullopt
-                      : std::optional(refused(file->getDialect().fileNoun() + " cannot hold a " +
-                                              file->getDialect().groupNoun() + " of the path " +
-                                              quoted(renamed) + " there"));
+                      : std::optional(refused(Reason::tr("%1 cannot hold %2 of the path %3 there",
+                                                         {file->getDialect().fileNoun(),
+                                                          file->getDialect().groupNoun(), quoted(renamed)})));
 }
 
 // In the text; in the index only for a node without numbered siblings.
@@ -180,11 +200,12 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
                                 now->separator() == line.separator() && now->continued == line.continued &&
                                 text.compare(0, place->last, line.text, 0, place->last) == 0 &&
                                 now->keyBegin == line.keyBegin;
-            reason = isSame ? file->explainOverwriting(piece, text) : "it would be read otherwise";
+            reason =
+                isSame ? file->explainOverwriting(piece, text) : Reason::tr("it would be read otherwise");
         }
         if (!reason.empty())
-            return refused(file->getDialect().fileNoun() + " cannot hold the name " + quoted(name) +
-                           " there: " + reason);
+            return refused(Reason::tr("%1 cannot hold the name %2 there: %3",
+                                      {file->getDialect().fileNoun(), quoted(name), reason}));
         changed.emplace_back(piece, std::move(text));
     }
     for (auto& [piece, text] : changed)
@@ -229,6 +250,27 @@ std::optional<Excerpt> LineDocument::excerpt(std::string_view path) const
     return found;
 }
 
+// Those in a section go with its lines, and others stay.
+bool LineDocument::hasComments(std::string_view path) const
+{
+    const std::uint32_t node = file->index.find(path);
+    if (node == none || node == LineIndex::root)
+        return false;
+    const LineDialect& dialect = file->getDialect();
+    bool isInSection = false;
+    for (const Part& part : partsOf(node)) {
+        const Statement& line = file->pieces[part.piece].line;
+        const bool isTrivia = line.kind == Statement::Kind::Trivia;
+        if (isTrivia ? isInSection && hasComment(line.text.substr(part.begin), dialect)
+                     : !commentAfter(line, dialect).empty())
+            return true;
+        if (line.isEntry() && !ownComments(line, dialect).empty())
+            return true;
+        isInSection = isInSection || line.isHeader();
+    }
+    return false;
+}
+
 std::string LineDocument::comment(std::string_view path) const
 {
     const std::uint32_t node = file->index.find(path);
@@ -242,11 +284,7 @@ std::string LineDocument::comment(std::string_view path) const
             above = line.text.substr(part.begin);
             continue;
         }
-        std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
-        if (line.isHeader() && startsWith(after, "]"))
-            after.remove_prefix(1);
-        after = textLineAt(after, 0).content;
-        return joinComments(above, dialect.isComment(after) ? after : std::string_view());
+        return joinComments(above, commentAfter(line, dialect));
     }
     return {};
 }

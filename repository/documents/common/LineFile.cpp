@@ -16,7 +16,7 @@ namespace Repository::Documents {
 Outcome LineFile::load(std::string bytes, bool isOwn)
 {
     if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
-        return refused(getDialect().fileNoun() + " of more than 4 GB is not read");
+        return refused(Reason::tr("%1 of more than 4 GB is not read", {getDialect().fileNoun()}));
     Outcome decoded = encoding.decode(bytes, {});
     if (!decoded.ok())
         return decoded;
@@ -179,11 +179,11 @@ Outcome LineFile::replace(std::uint32_t id, std::string_view newText)
     auto own = asBefore ? nullptr : std::make_unique<OwnText>(OwnText{std::string(newText), before});
     const std::optional<Statement> line = getDialect().scanEntry(own ? std::string_view(own->text) : before);
     if (!line)
-        return refused(getDialect().fileNoun() + " cannot hold the value at this place");
+        return refused(Reason::tr("%1 cannot hold the value at this place", {getDialect().fileNoun()}));
     std::string reason = asBefore ? std::string() : findRefusal(line->text);
     const bool losesTag = line->tags().empty() && !piece.line.tags().empty();
     if (losesTag && piece.previous != none && endsInTypeTag(pieces[piece.previous].line.text))
-        reason = "without its type tag the entry would get the one above it";
+        reason = Reason::tr("without its type tag the entry would get the one above it");
     if (reason.empty())
         reason = findClash(id, *line);
     if (!reason.empty())
@@ -228,8 +228,8 @@ std::string LineFile::findRefusal(std::string_view text) const
 {
     std::string reason = encoding.findRefusal(text);
     if (reason.empty() && style.isLatin1 && !FrameworkCore::Values::isAscii(text) && !isLatin1(text))
-        reason =
-            "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in %F6";
+        reason = Reason::tr(
+            "the file is ISO-8859-1; in a path, the bytes of a name of it are percent-encoded, as in %F6");
     return reason;
 }
 
@@ -237,9 +237,9 @@ std::string LineFile::explainOverwriting(std::uint32_t id, std::string_view text
 {
     const std::optional<Statement> line = getDialect().scanEntry(text);
     if (!line)
-        return getDialect().fileNoun() + " would not read it there";
+        return Reason::tr("%1 would not read it there", {getDialect().fileNoun()});
     if (id == pieces.front() && !encoding.mayBegin(text))
-        return "the file would begin like a file of another encoding";
+        return Reason::tr("the file would begin like a file of another encoding");
     std::string reason = findRefusal(text);
     return reason.empty() ? findClash(id, *line) : reason;
 }

@@ -17,12 +17,12 @@ Outcome findSettable(const File& file, std::string_view path, const Value& value
 {
     const NodeId id = file.find(path);
     if (id == noNode)
-        return refused("there is no entry " + quoted(path));
+        return refused(Reason::tr("there is no entry %1", {quoted(path)}));
     valueNode = file.valueNodeOf(id);
     if (valueNode == noNode)
-        return refused(quoted(path) + " is a group, which has no value of its own");
+        return refused(Reason::tr("%1 is a group, which has no value of its own", {quoted(path)}));
     if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+        return refused(Reason::tr("%1 has a value and cannot become a group", {quoted(path)}));
     return {};
 }
 

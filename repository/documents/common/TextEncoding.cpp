@@ -94,14 +94,15 @@ void appendUtf16(std::string& bytes, std::string_view text, bool bigEnd)
 Outcome TextEncoding::decode(std::string& bytes, Rules rules)
 {
     if (startsWith(bytes, littleWideMark) || startsWith(bytes, bigWideMark))
-        return {"the text is UTF-32; save it as UTF-8 to have it read", 1, 1};
+        return {Reason::tr("the text is UTF-32; save it as UTF-8 to have it read"), 1, 1};
     const bool bigEnd = startsWith(bytes, bigMark);
     if (bigEnd || startsWith(bytes, littleMark)) {
         if (!rules.utf16)
-            return {"the text is UTF-16; save it as UTF-8 to have it read", 1, 1};
+            return {Reason::tr("the text is UTF-16; save it as UTF-8 to have it read"), 1, 1};
         std::string text = decodeUtf16(std::string_view(bytes).substr(littleMark.size()), bigEnd);
         if (bytes.size() % 2 != 0) {
-            return outcomeAt(text, text.size(), "the UTF-16 text ends in the middle of a character");
+            return outcomeAt(text, text.size(),
+                             Reason::tr("the UTF-16 text ends in the middle of a character"));
         }
         kind = bigEnd ? Kind::Utf16Be : Kind::Utf16Le;
         bytes = std::move(text);
@@ -113,8 +114,9 @@ Outcome TextEncoding::decode(std::string& bytes, Rules rules)
         const bool isExact =
             !text.failedAt && CharacterSet::fromUtf8(rules.declared, text.text).text == bytes;
         if (!isExact)
-            return outcomeAt(text.text, text.failedAt ? text.text.size() : 0,
-                             "the bytes from here are not " + rules.declared + " that could be written back");
+            return outcomeAt(
+                text.text, text.failedAt ? text.text.size() : 0,
+                Reason::tr("the bytes from here are not %1 that could be written back", {rules.declared}));
         kind = Kind::Declared;
         characterSet = std::move(rules.declared);
         bytes = std::move(text.text);
@@ -148,9 +150,9 @@ std::string TextEncoding::findRefusal(std::string_view text) const
     for (std::size_t at = 0; at < text.size();) {
         const Character c = characterAt(text.substr(at));
         if (c.length == 0)
-            return "the file is UTF-16, which has no place for bytes that are not characters";
+            return Reason::tr("the file is UTF-16, which has no place for bytes that are not characters");
         if (isHighHalf(before) && isLowHalf(c.code))
-            return "the file is UTF-16, where these two halves would become one character";
+            return Reason::tr("the file is UTF-16, where these two halves would become one character");
         before = c.code;
         at += c.length;
     }
@@ -162,16 +164,17 @@ std::string TextEncoding::findRefusalOfSet(std::string_view text) const
     const CharacterSet::Conversion bytes = CharacterSet::fromUtf8(characterSet, text);
     if (bytes.failedAt) {
         const std::size_t length = characterAt(text.substr(*bytes.failedAt)).length;
-        return "the file is " + characterSet + ", which has no " +
-               (length ? quoted(text.substr(*bytes.failedAt, length))
-                       : "place for bytes that are not characters");
+        return length ? Reason::tr("the file is %1, which has no %2",
+                                   {characterSet, quoted(text.substr(*bytes.failedAt, length))})
+                      : Reason::tr("the file is %1, which has no place for bytes that are not characters",
+                                   {characterSet});
     }
     const std::string back = CharacterSet::toUtf8(characterSet, bytes.text).text;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = std::max<std::size_t>(characterAt(text.substr(at)).length, 1);
         if (std::string_view(back).substr(std::min(at, back.size()), length) != text.substr(at, length))
-            return "the file is " + characterSet + ", from which " + quoted(text.substr(at, length)) +
-                   " would be read back as another character";
+            return Reason::tr("the file is %1, from which %2 would be read back as another character",
+                              {characterSet, quoted(text.substr(at, length))});
         at += length;
     }
     return {};

@@ -19,10 +19,10 @@ Outcome parseText(std::string bytes, const char* format, const Parse& parse)
         TextEncoding encoding;
         const Outcome outcome = encoding.decode(bytes, {});
         if (outcome.ok() && bytes.size() > maximumSize)
-            return refused(std::string("the file is larger than 1 GiB, which is the most for ") + format);
+            return refused(Reason::tr("the file is larger than 1 GiB, which is the most for %1", {format}));
         return outcome.ok() ? parse(std::move(bytes), encoding) : outcome;
     } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
+        return refused(Reason::tr("there is not enough memory for a file of this size"));
     }
 }
 

@@ -19,7 +19,7 @@ using Continuation = Dialect::Continuation;
 using Keys = Dialect::Keys;
 using Sections = Dialect::Sections;
 
-Dialect named(std::string_view format, std::string_view name, std::string_view title)
+Dialect named(std::string_view format, std::string_view name, const char* title)
 {
     Dialect row;
     row.format = format;
@@ -30,7 +30,7 @@ Dialect named(std::string_view format, std::string_view name, std::string_view t
 
 Dialect git()
 {
-    Dialect row = named("ini", "git", "a git configuration");
+    Dialect row = named("ini", "git", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a git configuration"));
     row.names = ".gitconfig .gitmodules gitconfig *.gitconfig .git/config git/config modules/*/config";
     row.firstSections = "remote \"*\"|branch \"*\"|submodule \"*\"|url \"*\"|includeIf \"*\"|filter \"*\"";
     row.signs = "repositoryformatversion*=*|[[]remote \"*\"[]]|[[]branch \"*\"[]]|[[]submodule \"*\"[]]";
@@ -49,7 +49,7 @@ Dialect git()
 
 Dialect desktop()
 {
-    Dialect row = named("ini", "desktop", "a desktop entry");
+    Dialect row = named("ini", "desktop", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a desktop entry"));
     row.names = "*.desktop *.directory *.theme dbus-1/*.service dbus-1/*/*.service";
     row.firstSections = "Desktop Entry|Desktop Action *|Icon Theme|D-BUS Service";
     row.comments = "#";
@@ -60,7 +60,7 @@ Dialect desktop()
 
 Dialect systemd()
 {
-    Dialect row = named("ini", "systemd", "a systemd file");
+    Dialect row = named("ini", "systemd", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a systemd file"));
     row.names =
         "*.service *.socket *.target *.timer *.mount *.automount *.swap *.path *.slice *.scope *.link "
         "*.netdev *.network *.nspawn *.container *.pod *.kube systemd/*.conf systemd/*.conf.d/*.conf "
@@ -75,7 +75,7 @@ Dialect systemd()
 
 Dialect kde()
 {
-    Dialect row = named("ini", "kde", "a KConfig file");
+    Dialect row = named("ini", "kde", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a KConfig file"));
     row.names = "kdeglobals *.notifyrc *.knsrc *.themerc *.colors";
     row.firstSections = "$Version|*][*|$i";
     row.signs = "[[]*[]][[]*[]]|*[[]$[eid]*[]]*=*";
@@ -88,7 +88,7 @@ Dialect kde()
 
 Dialect samba()
 {
-    Dialect row = named("ini", "samba", "a Samba configuration");
+    Dialect row = named("ini", "samba", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Samba configuration"));
     row.names = "smb.conf smb.conf.* samba/*.conf";
     row.signs = "workgroup*=*|server string*=*|netbios name*=*|idmap config*=*|guest ok*=*|browseable*=*";
     row.continuation = Continuation::AnyBackslash;
@@ -101,7 +101,7 @@ Dialect samba()
 
 Dialect mysql()
 {
-    Dialect row = named("ini", "mysql", "a MySQL option file");
+    Dialect row = named("ini", "mysql", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a MySQL option file"));
     row.names = "my.cnf .my.cnf my.ini mysql/*.cnf mysql/*/*.cnf mariadb.conf.d/*.cnf mysql.conf.d/*.cnf";
     row.firstSections =
         "client-server|client-mariadb|mysqld|mysqld_safe|mysqld_multi|mysqldump|mysqld-*|mariadb-*";
@@ -117,7 +117,7 @@ Dialect mysql()
 
 Dialect php()
 {
-    Dialect row = named("ini", "php", "a php.ini");
+    Dialect row = named("ini", "php", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a php.ini"));
     row.names =
         "php.ini php-*.ini php.ini-* php/*.ini php/*/*.ini php*/conf.d/*.ini php/*/*/*.ini php/*/*/*/*.ini";
     row.firstSections = "PHP|PATH=*|HOST=*";
@@ -133,7 +133,7 @@ Dialect php()
 
 Dialect python()
 {
-    Dialect row = named("ini", "python", "a configparser file");
+    Dialect row = named("ini", "python", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a configparser file"));
     row.names =
         "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg";
     row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8";
@@ -148,7 +148,8 @@ Dialect python()
 
 Dialect editorconfig()
 {
-    Dialect row = named("ini", "editorconfig", "an editorconfig file");
+    Dialect row =
+        named("ini", "editorconfig", QT_TRANSLATE_NOOP("FrameworkCore::Values", "an editorconfig file"));
     row.names = ".editorconfig *.editorconfig";
     row.signs = "indent_style*=*|end_of_line*=*|insert_final_newline*=*";
     row.keys = Keys::IgnoreCase;
@@ -159,7 +160,7 @@ Dialect editorconfig()
 
 Dialect krb5()
 {
-    Dialect row = named("ini", "krb5", "a Kerberos profile");
+    Dialect row = named("ini", "krb5", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a Kerberos profile"));
     row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini";
     row.firstSections = "libdefaults|realms|domain_realm|kdcdefaults|dbmodules";
     row.directives = "include includedir module";
@@ -172,7 +173,7 @@ Dialect krb5()
 
 Dialect properties()
 {
-    Dialect row = named("txt", "properties", "a properties file");
+    Dialect row = named("txt", "properties", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a properties file"));
     row.names = "*.properties";
     row.continuation = Continuation::Backslash;
     row.sections = Sections::Nested;
@@ -187,7 +188,7 @@ Dialect properties()
 
 Dialect generic()
 {
-    Dialect row = named("ini", "generic", "an ini file");
+    Dialect row = named("ini", "generic", QT_TRANSLATE_NOOP("FrameworkCore::Values", "an ini file"));
     row.continuation = Continuation::Guessed;
     row.sections = Sections::Nested;
     row.separators = "=:";
@@ -199,7 +200,7 @@ Dialect generic()
 
 Dialect genericTxt()
 {
-    Dialect row = named("txt", "generic", "a txt file");
+    Dialect row = named("txt", "generic", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a txt file"));
     row.continuation = Continuation::Guessed;
     row.sections = Sections::Nested;
     row.comments = "#!";
@@ -231,6 +232,14 @@ GlobStep firstStepOf(std::string_view glob)
     const std::size_t close = glob.front() == '[' ? glob.find(']', 2) : std::string_view::npos;
     const bool isSet = close != std::string_view::npos;
     return {isSet ? glob.substr(1, close - 1) : glob.substr(0, 1), isSet ? close + 1 : 1};
+}
+
+// Whether a text that a glob matches may end like this one; most globs of the table end with a letter, by
+// which nearly all texts are told apart.
+bool mayEndLike(std::string_view glob, std::string_view text)
+{
+    const char last = glob.empty() ? '*' : glob.back();
+    return last == '*' || last == ']' || (!text.empty() && text.back() == last);
 }
 
 // "*" is any run of characters, "[...]" one of a set, anything else itself.
@@ -275,7 +284,8 @@ bool matchesOne(std::string_view globs, char between, std::string_view text)
 {
     while (!globs.empty()) {
         const std::size_t end = std::min(globs.find(between), globs.size());
-        if (matchesGlob(globs.substr(0, end), text))
+        const std::string_view glob = globs.substr(0, end);
+        if (mayEndLike(glob, text) && matchesGlob(glob, text))
             return true;
         globs.remove_prefix(std::min(end + 1, globs.size()));
     }
@@ -310,17 +320,20 @@ std::string_view firstSectionOf(std::string_view text)
 // The first row that takes some line for one of its own.
 const Dialect* findSign(std::string_view format, std::string_view text)
 {
-    const auto& rows = getDialects();
+    std::vector<const Dialect*> rows; // that have signs
+    for (const Dialect& row : getDialects()) {
+        if ((format.empty() || row.format == format) && !row.signs.empty())
+            rows.push_back(&row);
+    }
     auto found = rows.end();
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = 0; at < text.size() && found != rows.begin();) {
         const TextLine line = textLineAt(text, at);
         const std::string_view content = trimBlanks(line.content);
-        found = std::find_if(rows.begin(), found, [&](const Dialect& row) {
-            return (format.empty() || row.format == format) && matchesOne(row.signs, '|', content);
-        });
+        found = std::find_if(rows.begin(), found,
+                             [&](const Dialect* row) { return matchesOne(row->signs, '|', content); });
         at = line.end;
     }
-    return found == rows.end() ? nullptr : &*found;
+    return found == rows.end() ? nullptr : *found;
 }
 
 bool hasName(const Dialect& row, std::string_view path)
@@ -329,7 +342,7 @@ bool hasName(const Dialect& row, std::string_view path)
     while (!globs.empty()) {
         const std::size_t end = std::min(globs.find(' '), globs.size());
         const std::string_view glob = globs.substr(0, end);
-        if (matchesGlob(glob, endOf(path, glob)))
+        if (mayEndLike(glob, path) && matchesGlob(glob, endOf(path, glob)))
             return true;
         globs.remove_prefix(std::min(end + 1, globs.size()));
     }

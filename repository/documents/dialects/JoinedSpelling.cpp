@@ -116,10 +116,10 @@ std::vector<std::string> writePython(std::string_view text, std::string_view bef
 
 std::string explainPython(std::string_view text)
 {
-    return text.find('%') == std::string_view::npos ? std::string()
-                                                    : "for some programs a \"%\" refers to another value in "
-                                                      "a file of configparser, and for others "
-                                                      "it is a mere character";
+    return text.find('%') == std::string_view::npos
+               ? std::string()
+               : Reason::tr("for some programs a \"%\" refers to another value in a file of configparser, "
+                            "and for others it is a mere character");
 }
 
 } // namespace

@@ -72,11 +72,12 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
 {
     const bool isGroup = value.type == Type::Group;
     if (index.find(path) != none)
-        return refused(isGroup ? "there is such a group already" : "there is such an entry already");
+        return refused(isGroup ? Reason::tr("there is such a group already")
+                               : Reason::tr("there is such an entry already"));
     const NumberedPath numbered = numberedPath(path);
     if (numbered.number != (isGroup ? 0 : index.countOfEntries(index.find(numbered.first))) + 1)
-        return refused("there is no " + quoted(joinNumber(numbered.first, numbered.number - 1)) +
-                       " before it");
+        return refused(Reason::tr("there is no %1 before it",
+                                  {quoted(joinNumber(numbered.first, numbered.number - 1))}));
     std::vector<std::string_view> missing; // groups, the outermost last
     std::string_view parent = isGroup ? path : splitLast(path).parent;
     while (index.find(parent) == none) {
@@ -87,9 +88,9 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
     const bool isSection = group != LineIndex::root && index.node(group).hasHeader();
     const std::vector<std::uint32_t> lines = linesOf(group);
     if (!isSection && lines.empty())
-        return refused(file.getDialect().fileNoun() +
-                       " has groups in braces only within a section, and there is no " +
-                       quoted(missing.empty() ? parent : missing.back()));
+        return refused(
+            Reason::tr("%1 has groups in braces only within a section, and there is no %2",
+                       {file.getDialect().fileNoun(), quoted(missing.empty() ? parent : missing.back())}));
 
     std::string indent = indentIn(group, isSection ? index.node(group).section->header : lines.front());
     std::string text;
@@ -99,7 +100,8 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
         const std::string opening = indent + key + " = {" + file.style.lineEnd;
         const std::optional<Statement> line = scanSingle(opening, file.dialect);
         if (!line || line->kind != Kind::Open || line->key() != key || key.empty())
-            return refused(file.getDialect().fileNoun() + " cannot hold a group " + quoted(*name));
+            return refused(
+                Reason::tr("%1 cannot hold a group %2", {file.getDialect().fileNoun(), quoted(*name)}));
         text += opening;
         closing = indent + '}' + file.style.lineEnd + closing;
         indent += step;
@@ -107,8 +109,9 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
     if (!isGroup) {
         const std::string entry = entryText(splitLast(path).last, value, indent);
         if (entry.empty())
-            return refused(file.getDialect().fileNoun() + " cannot hold " + quoted(toText(value)) + " as " +
-                           quoted(splitLast(path).last));
+            return refused(
+                Reason::tr("%1 cannot hold %2 as %3", {file.getDialect().fileNoun(), quoted(toText(value)),
+                                                       quoted(splitLast(path).last)}));
         text += entry;
     }
     text += closing;

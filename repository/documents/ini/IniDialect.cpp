@@ -7,7 +7,7 @@ namespace Repository::Documents {
 
 std::optional<Statement> IniDialect::scan(std::string_view text) const
 {
-    const std::optional<Statement> line = scanSingle(text, dialect);
+    const std::optional<Statement> line = scanCommented(text, dialect);
     return line && line->isEntry() ? line : std::nullopt;
 }
 
@@ -44,16 +44,16 @@ std::string IniDialect::explainRefusal(const Statement& entry, const Value& valu
     if (std::string reason = explainCharacters(entry, text, style); !reason.empty())
         return reason;
     if (text.find('\0') != std::string::npos)
-        return "the text holds a NUL character, which no text file has";
+        return Reason::tr("the text holds a NUL character, which no text file has");
     if (value.type == Type::Null)
-        return "an ini entry has a value; this file has no keys without one";
+        return Reason::tr("an ini entry has a value; this file has no keys without one");
     if (dialect.spelling && dialect.spelling->explain && !dialect.spelling->explain(text).empty())
         return dialect.spelling->explain(text);
     if (!rowOf(value.type).isPlain)
-        return "no mark above the entry says that it is " + describeType(value.type);
+        return Reason::tr("no mark above the entry says that it is %1", {describeType(value.type)});
     if (text.find_first_of("\r\n") != std::string::npos)
-        return (dialect.spelling ? "a value of " + fileNoun() : std::string("a value of this ini file")) +
-               " ends with its line; the text has line breaks";
+        return Reason::tr("a value of %1 ends with its line; the text has line breaks",
+                          {dialect.spelling ? fileNoun() : Reason::tr("this ini file")});
     return explainReading("k=" + text, value);
 }
 

@@ -16,7 +16,7 @@ class IniDialect : public LineDialect
 public:
     using LineDialect::LineDialect;
 
-    std::string groupNoun() const override { return "section"; }
+    std::string groupNoun() const override { return Reason::tr("a section"); }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
     // Without the blank line, a value that ends in a backslash would continue in the next line.

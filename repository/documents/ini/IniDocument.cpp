@@ -41,7 +41,8 @@ Outcome IniDocument::remove(std::string_view path)
 {
     const std::uint32_t node = file->index.find(path);
     if (node == none || node == LineIndex::root)
-        return refused(node == none ? "no such entry" : "the root of a file is not removed");
+        return refused(node == none ? Reason::tr("no such entry")
+                                    : Reason::tr("the root of a file is not removed"));
     if (dialect.hasBraces && !isOfSection(node))
         return editBraces(path,
                           [&](IniBraces& braces) { return braces.remove(piecesOf(file->index.find(path))); });
@@ -88,14 +89,14 @@ SiblingPlace IniDocument::placeOf(std::string_view path) const
 std::optional<std::string> IniDocument::withSpelling(const Statement& entry, std::string_view spelling) const
 {
     const std::optional<Statement> line = file->getDialect().scanEntry(spelling);
-    if (!line || line->tag != Type::Group || line->key() != entry.key())
+    if (!line || line->begin > 0 || line->key() != entry.key())
         return std::nullopt;
     return std::string(entry.tags()).append(spelling);
 }
 
 std::string IniDocument::explainMisspelling(std::string_view spelling) const
 {
-    return quoted(spelling) + " is not a line of this entry";
+    return Reason::tr("%1 is not a line of this entry", {quoted(spelling)});
 }
 
 std::vector<std::uint32_t> IniDocument::piecesOf(std::uint32_t node) const
@@ -174,8 +175,8 @@ std::optional<Outcome> IniDocument::rename(std::string_view path, std::string_vi
                                  : getFile().findSameKey(file->index.node(node).parent,
                                                          decodeKey(name).value_or(std::string()), node);
     if (!same.empty())
-        return refused(file->getDialect().fileNoun() + " has " + quoted(same) +
-                       " there, which its program takes for the same key");
+        return refused(Reason::tr("%1 has %2 there, which its program takes for the same key",
+                                  {file->getDialect().fileNoun(), quoted(same)}));
     return LineDocument::rename(path, name);
 }
 
@@ -196,7 +197,8 @@ Outcome IniDocument::editBraces(std::string_view path, const std::function<Outco
     if (outcome.ok())
         outcome = reload(getBytes(), true);
     if (outcome.ok() && hashOf(ofOthers) != others)
-        outcome = refused(file->getDialect().fileNoun() + " would read other entries otherwise");
+        outcome =
+            refused(Reason::tr("%1 would read other entries otherwise", {file->getDialect().fileNoun()}));
     if (!outcome.ok())
         file = std::move(before);
     return outcome;

@@ -59,8 +59,9 @@ Outcome IniFile::readStatements(bool isOwn)
 {
     const std::string_view text = getText();
     if (!isOwn && isBinary(text))
-        return failAt(text.data() + text.find('\0'),
-                      "there are NUL characters: it is a binary file, or UTF-16 without its mark");
+        return failAt(
+            text.data() + text.find('\0'),
+            Reason::tr("there are NUL characters: it is a binary file, or UTF-16 without its mark"));
     IniScanner scanner(text, dialect);
     std::uint32_t section = LineIndex::root;
     while (const std::optional<Statement> line = scanner.next()) {
@@ -88,13 +89,13 @@ Outcome IniFile::takeUpHeader(std::uint32_t piece, std::uint32_t& section)
     const Statement& header = pieces[piece].line;
     const std::string path = sectionPath(header.key(), dialect.sections);
     if (isIniTooDeep(path))
-        return failAt(header.key().data(),
-                      "sections lie in each other more than " + std::to_string(deepestIniSection) + " deep");
+        return failAt(header.key().data(), Reason::tr("sections lie in each other more than %1 deep",
+                                                      {std::to_string(deepestIniSection)}));
     const bool isPlain = path == header.key();
     section = index.getOrCreateSection(isPlain ? header.key() : std::string_view(path), isPlain);
     if (index.getSectionBytes() > mostSectionBytes(getText().size()))
         return failAt(header.key().data(),
-                      "the sections up to here, lying deep in each other, take too much memory");
+                      Reason::tr("the sections up to here, lying deep in each other, take too much memory"));
     pieces[piece].node = section;
     LineSection& found = *index.node(section).section;
     found.header = found.last = piece;
@@ -106,7 +107,8 @@ Outcome IniFile::takeUpBrace(std::uint32_t piece, std::uint32_t section)
 {
     const Statement& line = pieces[piece].line;
     if (section == LineIndex::root)
-        return failAt(line.lines().data(), "a group in braces is in a section, and none has begun yet");
+        return failAt(line.lines().data(),
+                      Reason::tr("a group in braces is in a section, and none has begun yet"));
     index.node(section).section->last = piece;
     const std::uint32_t around = groups.empty() ? section : groups.back();
     if (line.kind == Statement::Kind::Close) {
@@ -116,8 +118,8 @@ Outcome IniFile::takeUpBrace(std::uint32_t piece, std::uint32_t section)
         return {};
     }
     if (groups.size() == deepestIniSection)
-        return failAt(line.key().data(),
-                      "groups lie in each other more than " + std::to_string(deepestIniSection) + " deep");
+        return failAt(line.key().data(), Reason::tr("groups lie in each other more than %1 deep",
+                                                    {std::to_string(deepestIniSection)}));
     groups.push_back(index.getOrCreateGroup(around, encodeKey(line.key())));
     pieces[piece].node = groups.back();
     return {};
@@ -165,27 +167,36 @@ std::string IniFile::findClosing(const Statement& line) const
     const bool hasQuote = line.lines().find_first_of(openQuotes) != std::string_view::npos;
     if (!hasQuote || openQuoteOf(line) != '\0') // which is the open one itself
         return {};
-    return "it would close the quote that another value of the file leaves open";
+    return Reason::tr("it would close the quote that another value of the file leaves open");
 }
 
 void IniFile::learnStyle(const Statement& entry)
 {
     style.learn(entry);
-    if (!entry.continued || dialect.continuation != Dialect::Continuation::Guessed ||
-        !style.continuation.empty())
+    const bool isByIndentation = dialect.continuation == Dialect::Continuation::Indentation;
+    if (!entry.continued || knowsContinuation ||
+        (dialect.continuation != Dialect::Continuation::Guessed && !isByIndentation))
         return;
-    const TextLine first = textLineAt(entry.lines(), 0);
-    const std::string_view second = textLineAt(entry.lines(), first.end).content;
-    const std::size_t indent = indentOf(second);
-    if (!endsInBackslash(first.content) && indent < second.size() && !isSkipped(second, dialect))
-        style.continuation = second.substr(0, indent);
+    TextLine line = textLineAt(entry.lines(), 0);
+    if (!isByIndentation && endsInBackslash(line.content))
+        return;
+    while (line.end < entry.lines().size()) {
+        line = textLineAt(entry.lines(), line.end);
+        if (isBlankLine(line.content) || isSkipped(line.content, dialect))
+            continue;
+        const std::size_t indent = indentOf(line.content);
+        const std::size_t own = std::min(isByIndentation ? entry.indent().size() : 0, indent);
+        style.continuation = line.content.substr(own, indent - own);
+        knowsContinuation = !style.continuation.empty();
+        return;
+    }
 }
 
 Statement IniFile::scanOwn(std::string_view text) const
 {
     Statement trivia;
     trivia.text = text;
-    return scanSingle(text, dialect).value_or(trivia);
+    return scanCommented(text, dialect).value_or(trivia);
 }
 
 std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
@@ -196,11 +207,11 @@ std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
     const bool losesTag = line.tags().empty() && !pieces[piece].line.tags().empty();
     const bool mayBelongAbove = above != none && (turned || losesTag || !line.indent().empty());
     if (mayBelongAbove && wouldSwallow(pieces[above].line, line, triviaBelow(above), dialect))
-        return losesTag ? "without its type tag the line would belong to the one above it"
-               : turned ? "without a separator the line would belong to the one above it"
-                        : "with this value the line would belong to the one above it";
+        return losesTag ? Reason::tr("without its type tag the line would belong to the one above it")
+               : turned ? Reason::tr("without a separator the line would belong to the one above it")
+                        : Reason::tr("with this value the line would belong to the one above it");
     if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece), dialect))
-        return "the line below it would be read as part of the value";
+        return Reason::tr("the line below it would be read as part of the value");
     return line.text == pieces[piece].original() ? std::string() : findClosing(line);
 }
 

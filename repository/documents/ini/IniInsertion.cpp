@@ -34,7 +34,7 @@ bool IniInsertion::endsBlank() const
 Outcome IniInsertion::insert(std::string_view path, const Value& value)
 {
     if (!splitPath(path))
-        return refused(quoted(path) + " is not a path");
+        return refused(Reason::tr("%1 is not a path", {quoted(path)}));
     return value.type == Type::Group ? insertSection(path) : insertEntry(path, value);
 }
 
@@ -42,7 +42,7 @@ Outcome IniInsertion::insertSection(std::string_view path)
 {
     const std::uint32_t node = index.find(path);
     if (node != none && index.node(node).section)
-        return refused("there is such a section already");
+        return refused(Reason::tr("there is such a section already"));
     std::string reason;
     const std::string header = headerText(path, reason);
     if (header.empty())
@@ -56,19 +56,19 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     const PathEnds ends = splitLast(path);
     const NumberedPath numbered = numberedPath(path);
     if (file.findEntry(path) != none)
-        return refused("there is such an entry already");
+        return refused(Reason::tr("there is such an entry already"));
     if (numbered.number != index.countOfEntries(index.find(numbered.first)) + 1)
-        return refused("there is no " + quoted(joinNumber(numbered.first, numbered.number - 1)) +
-                       " before it");
+        return refused(Reason::tr("there is no %1 before it",
+                                  {quoted(joinNumber(numbered.first, numbered.number - 1))}));
     const std::optional<std::string> key = decodeKey(splitNumber(ends.last).name);
     if (!key)
-        return refused(quoted(ends.last) + " is not how a key is written in a path");
+        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(ends.last)}));
 
     std::uint32_t group = index.find(ends.parent);
     const std::string same = group == none ? std::string() : file.findSameKey(group, *key);
     if (!same.empty() && numbered.number == 1)
-        return refused(std::string(dialect.title) + " has " + quoted(same) +
-                       " there, which its program takes for the same key");
+        return refused(Reason::tr("%1 has %2 there, which its program takes for the same key",
+                                  {file.getDialect().fileNoun(), quoted(same)}));
     std::string reason;
     std::string header;
     if (group != LineIndex::root && (group == none || !index.node(group).hasHeader())) {
@@ -102,13 +102,13 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
 std::string IniInsertion::findClash(std::uint32_t above, const Statement& line) const
 {
     if (above == none && !file.encoding.mayBegin(line.text))
-        return "the file would begin like a file of another encoding";
+        return Reason::tr("the file would begin like a file of another encoding");
     if (above != none && wouldSwallow(pieces[above].line, line, {}, dialect))
-        return "the entry would be read as part of the one above it";
+        return Reason::tr("the entry would be read as part of the one above it");
     const std::uint32_t below = pieces.chainedBelow(above);
     const IniTrivia trivia = above == none ? IniTrivia{true, false} : file.triviaBelow(above);
     if (below != none && wouldSwallow(line, pieces[below].line, trivia, dialect))
-        return "the line below it would be read as part of the value";
+        return Reason::tr("the line below it would be read as part of the value");
     return file.findClosing(line);
 }
 
@@ -117,7 +117,8 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
     const NumberedPath siblings = numberedPath(path);
     const std::size_t count = index.countOfSections(index.find(siblings.first));
     if (siblings.number != count + 1) {
-        reason = "there is no section " + quoted(joinNumber(siblings.first, count + 1)) + " before it";
+        reason =
+            Reason::tr("there is no section %1 before it", {quoted(joinNumber(siblings.first, count + 1))});
         return {};
     }
     const std::optional<std::string> name = sectionName(siblings.first, dialect.sections);
@@ -125,7 +126,8 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
     const std::optional<Statement> line = scanSingle(text, dialect);
     if (!name || !line || !line->isHeader() || line->key() != *name || isIniTooDeep(path) ||
         sectionPath(line->key(), dialect.sections) != siblings.first) {
-        reason = std::string(dialect.title) + " cannot hold a section of the path " + quoted(siblings.first);
+        reason = Reason::tr("%1 cannot hold a section of the path %2",
+                            {file.getDialect().fileNoun(), quoted(siblings.first)});
         return {};
     }
     reason = file.findClosing(*line);
@@ -133,7 +135,8 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
         reason = file.findRefusal(text);
     const std::uint32_t last = pieces.back();
     if (last != none && pieces[last].line.isEntry() && takesInBlankLine(pieces[last].line, dialect))
-        reason = "the last value of the file ends in a backslash, by which it would go on in what is added";
+        reason = Reason::tr(
+            "the last value of the file ends in a backslash, by which it would go on in what is added");
     return reason.empty() ? text : std::string();
 }
 
@@ -158,7 +161,7 @@ std::string IniInsertion::entryText(std::string_view given, const Value& value, 
     const std::optional<Statement> line = scanSingle(draft, dialect);
     if (!line || !line->isEntry() || !line->isSeparated() || line->keyBegin != indent.size() ||
         line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string::npos) {
-        reason = std::string(dialect.title) + " cannot hold the key " + quoted(given);
+        reason = Reason::tr("%1 cannot hold the key %2", {file.getDialect().fileNoun(), quoted(given)});
         return {};
     }
     // Bytes without a tag would make the file binary.

@@ -43,9 +43,9 @@ void IniRemoval::setGoing(bool isGoing)
 Outcome IniRemoval::check() const
 {
     if (!entryCanGo() || !sectionsCanGo())
-        return refused("without it the line below would be read as part of the value above");
+        return refused(Reason::tr("without it the line below would be read as part of the value above"));
     if (!frontCanGo())
-        return refused("without it the file would begin like a file of another encoding");
+        return refused(Reason::tr("without it the file would begin like a file of another encoding"));
     return {};
 }
 

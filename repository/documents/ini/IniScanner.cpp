@@ -161,8 +161,8 @@ std::optional<Statement> IniScanner::takeHeader(const TextLine& physical)
     if (close == none) {
         const std::size_t bracket = content.find(']', open);
         errorOffset = position + (bracket == none ? open : bracket + 1);
-        error = bracket == none ? "the name of a section is not closed by \"]\""
-                                : "only a comment may follow the \"]\" of a section";
+        error = bracket == none ? Reason::tr("the name of a section is not closed by \"]\"")
+                                : Reason::tr("only a comment may follow the \"]\" of a section");
         return std::nullopt;
     }
     Statement line;
@@ -311,6 +311,24 @@ std::optional<Statement> scanSingle(std::string_view text, const Dialect& dialec
     if (!line || line->text.size() != text.size())
         return std::nullopt;
     return line;
+}
+
+std::optional<Statement> scanCommented(std::string_view text, const Dialect& dialect)
+{
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        at = line.end;
+        if (!isSkipped(line.content, dialect))
+            break;
+        begin = readTypeTag(line.content) ? begin : at;
+    }
+    std::optional<Statement> line = scanSingle(text.substr(begin), dialect);
+    if (line && line->isEntry()) {
+        line->shift(begin);
+        line->text = text;
+    }
+    return begin > 0 && line && !line->isEntry() ? std::nullopt : line;
 }
 
 IniTrivia operator|(IniTrivia a, IniTrivia b)

@@ -11,7 +11,8 @@ namespace Repository::Documents {
 
 namespace {
 
-constexpr const char* notUtf8 = "the text is not valid UTF-8, which json demands";
+constexpr const char* notUtf8 =
+    QT_TRANSLATE_NOOP("FrameworkCore::Values", "the text is not valid UTF-8, which json demands");
 
 JsonContent scalar(JsonKind kind, std::string spelling)
 {
@@ -26,7 +27,7 @@ JsonContent refused(std::string error)
 JsonContent ofDouble(double number)
 {
     if (!std::isfinite(number))
-        return refused("json has no number for infinity and \"not a number\"");
+        return refused(Reason::tr("json has no number for infinity and \"not a number\""));
     return scalar(JsonKind::Number, toText({Type::Double, number}));
 }
 
@@ -68,16 +69,16 @@ JsonContent toContent(const Value& value)
         return ofDouble(std::get<double>(value.data));
     case Type::String: {
         const auto& text = std::get<std::string>(value.data);
-        return isUtf8(text) ? scalar(JsonKind::Text, encodeString(text)) : refused(notUtf8);
+        return isUtf8(text) ? scalar(JsonKind::Text, encodeString(text)) : refused(Reason::tr(notUtf8));
     }
     case Type::StringList: {
         const auto& list = std::get<std::vector<std::string>>(value.data);
         const bool valid =
             std::all_of(list.begin(), list.end(), [](const auto& text) { return isUtf8(text); });
-        return valid ? JsonContent{JsonKind::Array, {}, list, {}} : refused(notUtf8);
+        return valid ? JsonContent{JsonKind::Array, {}, list, {}} : refused(Reason::tr(notUtf8));
     }
     default:
-        return refused("json has no form for " + describeType(value.type));
+        return refused(Reason::tr("json has no form for %1", {describeType(value.type)}));
     }
 }
 

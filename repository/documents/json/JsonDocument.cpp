@@ -44,7 +44,7 @@ Outcome JsonDocument::parse(std::string bytes)
         fresh->types.read();
         file = std::move(fresh);
     } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
+        return refused(Reason::tr("there is not enough memory for a file of this size"));
     }
     return {};
 }
@@ -78,14 +78,15 @@ Outcome JsonDocument::set(std::string_view path, const Value& value)
              isUnheldNumber(std::get<std::string>(value.data)))
         wanted = {JsonKind::Number, std::get<std::string>(value.data), {}, {}};
     else if (wanted.error.empty() && !holds(wanted, tag, value))
-        return refused("json would read " + wanted.spelling + " back as " +
-                       describeType(readContent(wanted.kind, wanted.spelling, tag).type) + ", not as " +
-                       describeType(value.type));
+        return refused(
+            Reason::tr("json would read %1 back as %2, not as %3",
+                       {wanted.spelling, describeType(readContent(wanted.kind, wanted.spelling, tag).type),
+                        describeType(value.type)}));
     if (!wanted.error.empty())
         return refused(wanted.error);
     if (present.type == Type::StringList && wanted.kind != JsonKind::Array &&
         hasListComment(JsonWriter(file->tree).writeValue(valueNode)))
-        return refused(quoted(path) + " is a list with comments, which would be lost");
+        return refused(Reason::tr("%1 is a list with comments, which would be lost", {quoted(path)}));
     outcome = checkKind(path, valueNode, wanted.kind);
     if (outcome.ok() && value.type == Type::String)
         outcome = file->checkNoTypes(file->tree.node(valueNode).parent, valueNode,
@@ -107,12 +108,13 @@ Outcome JsonDocument::checkKind(std::string_view path, NodeId valueNode, JsonKin
     const JsonNode& node = file->tree.node(valueNode);
     const bool becomesContainer = kind == JsonKind::Array && !node.isContainer();
     if (becomesContainer && file->tree.depthOf(valueNode) + 1 > JsonReader::maximumDepth)
-        return refused(quoted(path) + " lies too deep to become a list");
+        return refused(Reason::tr("%1 lies too deep to become a list", {quoted(path)}));
     if (kind == JsonKind::Text && node.kind != JsonKind::Text && node.parent != noNode) {
         const JsonNode& parent = file->tree.node(node.parent);
         if (parent.kind == JsonKind::Array && parent.nonTexts == 1)
-            return refused(quoted(path) + " cannot become a text: all elements of its array would be texts, "
-                                          "which json holds as one list");
+            return refused(Reason::tr("%1 cannot become a text: all elements of its array would be texts, "
+                                      "which json holds as one list",
+                                      {quoted(path)}));
     }
     return {};
 }
@@ -157,9 +159,16 @@ std::optional<bool> JsonDocument::isArray(std::string_view path) const
     return id != noNode && file->tree.node(id).kind == JsonKind::Array;
 }
 
-std::optional<Span> JsonDocument::locate(std::string_view path) const
+std::optional<Value> JsonDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode, path));
+}
+
+std::optional<Span> JsonDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->find(path);
+    const NodeId valueNode = entry == noNode ? JsonElements(*file).find(path) : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
 }
 
@@ -188,13 +197,13 @@ Outcome JsonDocument::respell(std::string_view path, std::string_view spelling)
 {
     const NodeId valueNode = file->findValueNode(path);
     if (valueNode == noNode)
-        return refused("there is no value " + quoted(path));
+        return refused(Reason::tr("there is no value %1", {quoted(path)}));
     JsonFile parsed{std::string(spelling)};
     Outcome outcome = JsonReader(parsed.tree, parsed.members).read();
     const NodeId root = parsed.tree.getRoot();
     if (!outcome.ok() || root == noNode || !parsed.tree.node(root).isLeaf() ||
         JsonWriter(parsed.tree).writeValue(root) != spelling)
-        return refused(quoted(spelling) + " is not how json spells a value");
+        return refused(Reason::tr("%1 is not how json spells a value", {quoted(spelling)}));
     const JsonKind kind = parsed.tree.node(root).kind;
     outcome = checkKind(path, valueNode, kind);
     if (outcome.ok() && kind == JsonKind::Text)
@@ -233,7 +242,8 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
     if (!outcome.ok() || graft(path, entries))
         return outcome;
     remove(path);
-    return Document::insertAll(path, entries, refused);
+    outcome.error = JsonText::explainRefusal(entries);
+    return outcome.ok() ? Document::insertAll(path, entries, refused) : outcome;
 }
 
 Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& index)
@@ -241,9 +251,13 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     const NodeId id = file->find(path);
     if (path.empty()) {
         const auto written = JsonText::write(entries, {});
-        return written
-                   ? parse(written->text + '\n')
-                   : refused("an object in the array would have a name twice, or one that json cannot hold");
+        if (written)
+            return parse(written->text + '\n');
+        const std::string reason = JsonText::explainRefusal(entries);
+        return refused(
+            reason.empty()
+                ? Reason::tr("an object in the array would have a name twice, or one that json cannot hold")
+                : reason);
     }
     if (id == noNode)
         return Document::replaceAll(path, entries, index);
@@ -257,7 +271,8 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     if (isValue ? set(path, entries.front().value).ok() : graft(path, entries))
         return {};
     parse(before);
-    return Document::replaceAll(path, entries, index);
+    const std::string reason = JsonText::explainRefusal(entries);
+    return reason.empty() ? Document::replaceAll(path, entries, index) : refused(reason);
 }
 
 bool JsonDocument::canTag(const std::vector<std::pair<std::string, Type>>& types) const
@@ -306,9 +321,11 @@ std::optional<Outcome> JsonDocument::insertElement(std::string_view path, const 
     if (!outcome || !outcome->ok() || isValue || graft(path, entries))
         return outcome;
     remove(path);
-    std::size_t refused = 0;
+    if (const std::string reason = JsonText::explainRefusal(entries); !reason.empty())
+        return refused(reason);
+    std::size_t refusedEntry = 0;
     const auto group = JsonElements(*file).insert(path, Value());
-    return group->ok() ? Document::insertAll(path, entries, refused) : group;
+    return group->ok() ? Document::insertAll(path, entries, refusedEntry) : group;
 }
 
 std::optional<Outcome> JsonDocument::moveElement(std::string_view path, std::string_view newPath)
@@ -324,6 +341,11 @@ std::optional<Outcome> JsonDocument::rename(std::string_view path, std::string_v
 std::optional<Excerpt> JsonDocument::excerpt(std::string_view path) const
 {
     return JsonSubtrees(*file).excerpt(path);
+}
+
+bool JsonDocument::hasComments(std::string_view path) const
+{
+    return JsonSubtrees(*file).hasComments(path);
 }
 
 bool JsonDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
@@ -377,14 +399,14 @@ Outcome JsonDocument::removeExcerpt(std::string_view path)
 Outcome JsonDocument::remove(std::string_view path)
 {
     if (path.empty())
-        return refused("the whole document cannot be removed");
+        return refused(Reason::tr("the whole document cannot be removed"));
     const NodeId known = file->find(path);
     const NodeId id = known == noNode ? JsonElements(*file).find(path) : known;
     if (id == noNode)
-        return refused("there is no entry " + quoted(path));
+        return refused(Reason::tr("there is no entry %1", {quoted(path)}));
     if (file->types.isEmpty() && file->types.wouldReadWithout(id))
-        return refused("without it, \"" + std::string(typesKey) +
-                       "\" would be read as the types of other entries");
+        return refused(
+            Reason::tr("without it, \"%1\" would be read as the types of other entries", {typesKey}));
     const NodeId parent = file->tree.node(id).parent;
     const bool inArray = file->tree.node(parent).kind == JsonKind::Array;
     file->editor.remove(id);

@@ -36,8 +36,8 @@ Outcome JsonFile::checkNoTypes(NodeId object, NodeId member, std::string_view te
 {
     if (!types.wouldReadWith(object, member, text))
         return {};
-    return refused("with " + quoted(text) + " in it, \"" + std::string(typesKey) +
-                   "\" would be read as the types of other entries");
+    return refused(Reason::tr("with %1 in it, \"%2\" would be read as the types of other entries",
+                              {quoted(text), typesKey}));
 }
 
 } // namespace Repository::Documents

@@ -42,32 +42,36 @@ Outcome JsonInsertion::checkTag(Type tagged) const
     const NodeId root = tree.getRoot();
     const std::string type(describeType(tagged));
     if (root != noNode && tree.node(root).kind != JsonKind::Object)
-        return refused("json has no form for " + type + ", and only in a file whose root is an object \"" +
-                       std::string(typesKey) + "\" can say what it is");
+        return refused(Reason::tr(
+            "json has no form for %1, and only in a file whose root is an object \"%2\" can say what it is",
+            {type, typesKey}));
     if (types.getMember() == noNode && root != noNode && members.find(root, typesKey) != noNode)
-        return refused("json has no form for " + type + ", and \"" + std::string(typesKey) +
-                       "\", which could say what it is, holds something else in this file");
+        return refused(Reason::tr("json has no form for %1, and \"%2\", which could say what it is, holds "
+                                  "something else in this file",
+                                  {type, typesKey}));
     return {};
 }
 
 Outcome JsonInsertion::check(std::string_view path, const PathMatch& place, const JsonContent& wanted) const
 {
     if (!place.isPath)
-        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+        return refused(
+            Reason::tr("%1 is not a path: its parts between the dots must not be empty", {quoted(path)}));
     const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
     if (place.missing.empty() && place.node != noNode) {
         const bool isGroup = file.valueNodeOf(place.node) == noNode;
         if (!isGroup || wanted.kind == JsonKind::Object)
-            return refused("there is already an entry " + quoted(path));
+            return refused(Reason::tr("there is already an entry %1", {quoted(path)}));
         if (tree.node(place.node).kind == JsonKind::Array)
-            return refused(quoted(path) + " is an array, which cannot have a value of its own");
+            return refused(
+                Reason::tr("%1 is an array, which cannot have a value of its own", {quoted(path)}));
     }
     const bool wraps = place.node != noNode && tree.node(place.node).isLeaf();
     const std::size_t below = std::max<std::size_t>(place.missing.size(), 1) + (isContainer ? 1 : 0);
     if (tree.depthOf(place.node) + std::max<std::size_t>(below, wraps ? 2 : 0) > JsonReader::maximumDepth)
-        return refused(quoted(path) + " lies too deep: more than " +
-                       std::to_string(JsonReader::maximumDepth) +
-                       " objects and arrays would lie within each other");
+        return refused(
+            Reason::tr("%1 lies too deep: more than %2 objects and arrays would lie within each other",
+                       {quoted(path), std::to_string(JsonReader::maximumDepth)}));
     if (place.missing.empty())
         return place.node == noNode ? Outcome() : checkName(place.node, {});
     NodeId container = wraps ? noNode : place.node;
@@ -86,27 +90,29 @@ Outcome JsonInsertion::checkName(NodeId container, std::string_view component) c
     if (inArray) {
         const std::string next = std::to_string(tree.node(container).count);
         if (component != next)
-            return refused(quoted(component) + " cannot be added to an array, whose next element is " + next);
+            return refused(Reason::tr("%1 cannot be added to an array, whose next element is %2",
+                                      {quoted(component), next}));
         return {};
     }
     if (component.empty()) {
         if (members.find(container, encodeKey(ownValueKey)) != noNode)
-            return refused("a group is in the member \"#value\", where the value of its own would go");
+            return refused(
+                Reason::tr("a group is in the member \"#value\", where the value of its own would go"));
         return {};
     }
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        return refused(quoted(component) + " is not how a key is written in a path");
+        return refused(Reason::tr("%1 is not how a key is written in a path", {quoted(component)}));
     if (!isUtf8(*key))
-        return refused("the key " + quoted(component) + " is not valid UTF-8, which json demands");
+        return refused(Reason::tr("the key %1 is not valid UTF-8, which json demands", {quoted(component)}));
     if (*key == ownValueKey)
-        return refused("the key \"#value\" is kept for values of groups");
+        return refused(Reason::tr("the key \"#value\" is kept for values of groups"));
     if (*key == typesKey && (container == noNode || container == tree.getRoot()))
-        return refused("the key \"$types\" is kept for the types of entries");
+        return refused(Reason::tr("the key \"$types\" is kept for the types of entries"));
     if (name.number > 1)
-        return refused("the key " + quoted(*key) +
-                       " would be in one object twice, of which other readers see one");
+        return refused(Reason::tr("the key %1 would be in one object twice, of which other readers see one",
+                                  {quoted(*key)}));
     return {};
 }
 

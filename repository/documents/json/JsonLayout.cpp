@@ -201,6 +201,10 @@ JsonLayout::Comments JsonLayout::commentsOf(NodeId id) const
         comments.above.resize(comments.above.size() - trailingBlanks(comments.above).size());
         if (!comments.above.empty() && !endsLine(comments.above))
             comments.above += style.lineEnd;
+    } else if (before.hasComment && !before.hasBreak() && tree.node(id).previous != noNode) {
+        comments.above = leading.substr(leadingBlanks(leading).size());
+        comments.above.resize(comments.above.size() - trailingBlanks(comments.above).size());
+        comments.above += style.lineEnd;
     }
     const std::string after = textAfter(id);
     const JsonTrivia following(after);
@@ -213,25 +217,37 @@ JsonLayout::Comments JsonLayout::commentsOf(NodeId id) const
 
 void JsonLayout::addComments(NodeId id, const Comments& comments, std::string_view indentation)
 {
-    const NodeId container = tree.node(id).parent;
-    if (!comments.above.empty()) {
-        std::string leading(tree.text(id, JsonPart::Leading));
-        std::string indent = lineIndentation(tree, id);
-        if (!JsonTrivia(leading).hasBreak()) {
-            indent = lineIndentation(tree, container) + style.indentation;
-            leading += style.lineEnd + indent;
-        }
-        leading.resize(leading.size() - trailingBlanks(leading).size());
-        leading += indentedLines(comments.above, indentation, indent) + indent;
-        tree.setText(id, JsonPart::Leading, std::move(leading));
-    }
+    if (!comments.above.empty())
+        addAbove(id, comments.above, indentation);
     if (!comments.after.empty()) {
+        const NodeId container = tree.node(id).parent;
         const Following place = followingOf(id);
         std::string text = join(comments.after, tree.text(place.textNode, place.part), container);
         text = join(std::move(text), "]", container);
         text.pop_back();
         tree.setText(place.textNode, place.part, std::move(text));
     }
+}
+
+// In a line with others, one that may be there stays there.
+void JsonLayout::addAbove(NodeId id, std::string_view lines, std::string_view indentation)
+{
+    std::string leading(tree.text(id, JsonPart::Leading));
+    std::string indent = lineIndentation(tree, id);
+    if (!JsonTrivia(leading).hasBreak()) {
+        const TextLine first = textLineAt(lines, 0);
+        if (first.end == lines.size() && !JsonTrivia(first.content).endsInLineComment) {
+            leading += first.content.substr(leadingBlanks(first.content).size());
+            tree.setText(id, JsonPart::Leading, leading + ' ');
+            return;
+        }
+        leading.resize(leading.size() - trailingBlanks(leading).size());
+        indent = lineIndentation(tree, tree.node(id).parent) + style.indentation;
+        leading += style.lineEnd + indent;
+    }
+    leading.resize(leading.size() - trailingBlanks(leading).size());
+    leading += indentedLines(lines, indentation, indent) + indent;
+    tree.setText(id, JsonPart::Leading, std::move(leading));
 }
 
 void JsonLayout::dropCommentsAbove(NodeId id)

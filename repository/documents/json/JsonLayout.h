@@ -77,6 +77,7 @@ private:
     std::string textAfter(NodeId id) const;
     std::string leadingLike(NodeId sibling) const;
     std::string keptBefore(NodeId id) const;
+    void addAbove(NodeId id, std::string_view lines, std::string_view indentation);
     std::string keptAfter(NodeId id, const std::string& following) const;
     std::string join(std::string first, std::string_view second, NodeId container) const;
 

@@ -19,13 +19,13 @@ std::string describe(std::string_view text, std::size_t at)
 {
     constexpr std::size_t shownLength = 20;
     if (text[at] == '"')
-        return "a text";
+        return Reason::tr("a text");
     const std::size_t end = std::min(text.find_first_of(" \t\r\n,:[]{}\"", at + 1), at + shownLength);
     std::string_view word = text.substr(at, std::string_view("[]{},:").find(text[at]) == npos ? end - at : 1);
     while (!isUtf8(word))
         word.remove_suffix(1);
     if (!word.empty() && static_cast<unsigned char>(word[0]) < 0x20)
-        return "a control character";
+        return Reason::tr("a control character");
     return quoted(word);
 }
 
@@ -88,12 +88,13 @@ Outcome JsonReader::read()
 {
     const std::string& original = tree.getOriginal();
     if (original.size() > maximumSize)
-        return outcomeAt(original, 0, "the file is larger than the 4 GB that can be opened");
+        return outcomeAt(original, 0, Reason::tr("the file is larger than the 4 GB that can be opened"));
     const std::size_t start = startsWith(original, utf8ByteOrderMark) ? utf8ByteOrderMark.size() : 0;
     if (scan(original, start))
         return {};
     if (isUtf16(original))
-        return outcomeAt(original, 0, "the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8");
+        return outcomeAt(original, 0,
+                         Reason::tr("the file is encoded as UTF-16, but json is UTF-8: save it as UTF-8"));
     const std::string blanked = blankComments(original);
     if (!blanked.empty()) {
         tree.dropNodes();
@@ -135,7 +136,7 @@ bool JsonReader::scan(const std::string& text, std::size_t start)
     if (error == simdjson::UNCLOSED_STRING || error == simdjson::UNESCAPED_CHARS)
         return failString(text);
     if (error != simdjson::SUCCESS)
-        return fail(0, std::string("the json parser gave up: ") + simdjson::error_message(error));
+        return fail(0, Reason::tr("the json parser gave up: %1", {simdjson::error_message(error)}));
 
     const std::size_t values = countValues(tokens);
     tree.reserveMore(values + values / 16); // some room for edits
@@ -222,12 +223,12 @@ bool JsonReader::takeWord(std::string_view text, std::size_t at, std::size_t nex
         return failUnexpected(text, at + quote);
     }
     if (std::string_view("+-.0123456789").find(word[0]) != npos)
-        return fail(at, describe(text, at) + " is not a number in json");
+        return fail(at, Reason::tr("%1 is not a number in json", {describe(text, at)}));
     if (static_cast<unsigned char>(word[0]) < 0x20 || word[0] == '/')
         return failUnexpected(text, at);
-    return fail(at, "found " + describe(text, at) + " where " + expectation() +
-                        " was expected: texts are in double quotes, and the only words are true, false and "
-                        "null");
+    return fail(at, Reason::tr("found %1 where %2 was expected: texts are in double quotes, and the only "
+                               "words are true, false and null",
+                               {describe(text, at), expectation()}));
 }
 
 bool JsonReader::takeSeparator(std::string_view text, std::size_t at)
@@ -246,15 +247,16 @@ bool JsonReader::takeSeparator(std::string_view text, std::size_t at)
 bool JsonReader::checkEscapes(std::string_view text, std::size_t at, std::size_t end)
 {
     const std::size_t bad = findBadEscape(text.substr(at, end - at));
-    return bad == npos ||
-           fail(at + bad, quoted(text.substr(at + bad, 2)) + " begins no escape that json allows");
+    return bad == npos || fail(at + bad, Reason::tr("%1 begins no escape that json allows",
+                                                    {quoted(text.substr(at + bad, 2))}));
 }
 
 bool JsonReader::open(JsonKind kind, std::size_t at)
 {
     if (++depth > maximumDepth)
-        return fail(at, "more than " + std::to_string(maximumDepth) +
-                            " objects and arrays lie within each other here, which is too deep");
+        return fail(
+            at, Reason::tr("more than %1 objects and arrays lie within each other here, which is too deep",
+                           {std::to_string(maximumDepth)}));
     if (current == noNode && top != noNode)
         tree.reopen(current = top, kind, at);
     else
@@ -319,7 +321,7 @@ bool JsonReader::failEncoding(std::string_view text)
     std::size_t at = 0;
     while (const std::size_t length = utf8Length(text.substr(at)))
         at += length;
-    return fail(at, "the bytes from here are not UTF-8, the encoding of json");
+    return fail(at, Reason::tr("the bytes from here are not UTF-8, the encoding of json"));
 }
 
 // A text without a closing quote, or with a character that must be written as an escape.
@@ -333,40 +335,41 @@ bool JsonReader::failString(std::string_view text)
         if (control != literal.end() && *control != '\n' && *control != '\r')
             return fail(
                 quote + std::size_t(control - literal.begin()),
-                "a text holds a control character, which must be written as an escape such as \"\\t\"");
+                Reason::tr(
+                    "a text holds a control character, which must be written as an escape such as \"\\t\""));
         if (control != literal.end() || literal.size() == 1 || literal.back() != '"')
-            return fail(quote, "the text that begins here has no closing quote on its line");
+            return fail(quote, Reason::tr("the text that begins here has no closing quote on its line"));
         quote = text.find('"', end);
     }
-    return fail(text.size(), "the file ends within a text");
+    return fail(text.size(), Reason::tr("the file ends within a text"));
 }
 
 bool JsonReader::failUnexpected(std::string_view text, std::size_t at)
 {
     if (at >= text.size())
-        return fail(at, "the file ends where " + expectation() + " was expected");
+        return fail(at, Reason::tr("the file ends where %1 was expected", {expectation()}));
     if (text.substr(at, 2) == "/*")
-        return fail(at, "the comment that begins here has no end");
-    return fail(at, "found " + describe(text, at) + " where " + expectation() + " was expected");
+        return fail(at, Reason::tr("the comment that begins here has no end"));
+    return fail(at, Reason::tr("found %1 where %2 was expected", {describe(text, at), expectation()}));
 }
 
 std::string JsonReader::expectation() const
 {
     switch (expected) {
     case Expected::Element:
-        return "a value or \"]\"";
+        return Reason::tr("a value or \"]\"");
     case Expected::Member:
-        return "a key in double quotes or \"}\"";
+        return Reason::tr("a key in double quotes or \"}\"");
     case Expected::Colon:
-        return "\":\" after the key";
+        return Reason::tr("\":\" after the key");
     case Expected::Separator:
-        return inObject() ? "\",\" or \"}\"" : "\",\" or \"]\"";
+        return inObject() ? Reason::tr("\",\" or \"}\"") : Reason::tr("\",\" or \"]\"");
     case Expected::Nothing:
-        return "the end of the file";
+        return Reason::tr("the end of the file");
     case Expected::Value:
         break;
     }
-    return "a value";
+    return Reason::tr("a value");
 }
 
 } // namespace Repository::Documents

@@ -20,6 +20,16 @@ bool isAmongTypes(std::string_view path)
     return path.substr(0, path.find('.')) == typesKey;
 }
 
+bool hasJsonComment(std::string_view text)
+{
+    for (std::size_t at = 0; at < text.size();) {
+        if (skipComment(text, at) != at)
+            return true;
+        at = text[at] == '"' ? findStringEnd(text, at) : at + 1;
+    }
+    return false;
+}
+
 } // namespace
 
 std::size_t depthOfJson(std::string_view text)
@@ -48,7 +58,7 @@ std::optional<Outcome> JsonSubtrees::rename(std::string_view path, std::string_v
     const PathEnds ends = splitLast(path);
     const std::string renamed = joinPath(ends.parent, name);
     if (file.find(renamed) != noNode)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     Outcome outcome = JsonInsertion(file).checkName(object, name);
     if (!outcome.ok())
         return outcome;
@@ -86,6 +96,19 @@ std::optional<Excerpt> JsonSubtrees::excerpt(std::string_view path) const
     found.after = std::move(comments.after);
     found.types = file.types.findBelow(path);
     return found;
+}
+
+// Those above it stay.
+bool JsonSubtrees::hasComments(std::string_view path) const
+{
+    const auto found = excerpt(path);
+    if (!found)
+        return false;
+    const NodeId known = file.find(path);
+    const std::string_view leading =
+        tree.text(known == noNode ? JsonElements(file).find(path) : known, JsonPart::Leading);
+    return !found->after.empty() || hasJsonComment(found->text) ||
+           hasJsonComment(leading.substr(JsonTrivia(leading).lastLineStart));
 }
 
 std::string JsonSubtrees::textOfWhole(const Excerpt& excerpt) const

@@ -17,6 +17,7 @@ public:
     // See Document.
     std::optional<Outcome> rename(std::string_view path, std::string_view name);
     std::optional<Excerpt> excerpt(std::string_view path) const;
+    bool hasComments(std::string_view path) const;
 
     // The text of a file that holds an excerpt and nothing else.
     std::string textOfWhole(const Excerpt& excerpt) const;

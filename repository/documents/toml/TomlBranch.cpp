@@ -36,13 +36,13 @@ std::string tomlKeyOf(std::string_view component, std::string& error)
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        error = quoted(component) + " is not how a key is written in a path";
+        error = Reason::tr("%1 is not how a key is written in a path", {quoted(component)});
     else if (!isUtf8(*key))
-        error = "the key " + quoted(component) + " is not valid UTF-8, which TOML demands";
+        error = Reason::tr("the key %1 is not valid UTF-8, which TOML demands", {quoted(component)});
     else if (*key == tomlOwnValueKey)
-        error = "the key \"#value\" is kept for values of tables";
+        error = Reason::tr("the key \"#value\" is kept for values of tables");
     else if (name.number > 1)
-        error = "the key " + quoted(*key) + " would be in one table twice, which TOML forbids";
+        error = Reason::tr("the key %1 would be in one table twice, which TOML forbids", {quoted(*key)});
     return key.value_or(std::string());
 }
 
@@ -141,14 +141,15 @@ void TomlBranchWriter::writeInline(const TomlBranch& branch, bool isInTable)
     if (branch.value && branch.children.empty()) {
         const auto plain = spellTomlValue(*branch.value, {}, {style.place.lineEnd, false});
         if (!plain && error.empty())
-            error = "in " + quoted(place) + ", TOML has no form for " + describeType(branch.value->type) +
-                    ", and in an array or an inline table no comment can tag its type";
+            error = Reason::tr("in %1, TOML has no form for %2, and in an array or an inline table no "
+                               "comment can tag its type",
+                               {quoted(place), describeType(branch.value->type)});
         text += plain.value_or(std::string());
         return;
     }
     if (++depth > TomlReader::maximumDepth && error.empty())
-        error = "more than " + std::to_string(TomlReader::maximumDepth) +
-                " arrays and inline tables would lie within each other";
+        error = Reason::tr("more than %1 arrays and inline tables would lie within each other",
+                           {std::to_string(TomlReader::maximumDepth)});
     bool isFirst = true;
     if (branch.isArray) {
         text += '[';

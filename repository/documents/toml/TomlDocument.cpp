@@ -61,8 +61,8 @@ Outcome TomlDocument::set(std::string_view path, const Value& value)
         return readTomlValue(spelling, type);
     });
     if (tag == Type::Group && !plain)
-        return refused("TOML has no form for " + describeType(value.type) +
-                       ", and no comment above this entry tags its type");
+        return refused(Reason::tr("TOML has no form for %1, and no comment above this entry tags its type",
+                                  {describeType(value.type)}));
     const TomlContent wanted = tag == Type::Group
                                    ? TomlContent{*plain, {}}
                                    : spellTaggedTomlValue(value, former, file->placeOf(valueNode));
@@ -90,15 +90,15 @@ Outcome TomlDocument::checkKind(std::string_view path, NodeId valueNode, std::st
     const TomlNode& node = file->tree.node(valueNode);
     const std::string_view present = file->tree.valueText(valueNode);
     if (present[0] == '[' && spelling[0] != '[' && hasTomlListComment(present))
-        return refused(quoted(path) + " is a list with comments, which would be lost");
+        return refused(Reason::tr("%1 is a list with comments, which would be lost", {quoted(path)}));
     if (!isTextLiteral(spelling) || node.isText || node.parent == noNode)
         return {};
     const TomlNode& parent = file->tree.node(node.parent);
     if (parent.kind != TomlKind::Array || parent.nonTexts > 1)
         return {};
-    return refused(quoted(path) +
-                   " cannot become a text: all elements of its array would be texts, which are "
-                   "one list");
+    return refused(
+        Reason::tr("%1 cannot become a text: all elements of its array would be texts, which are one list",
+                   {quoted(path)}));
 }
 
 SiblingPlace TomlDocument::placeOf(std::string_view path) const
@@ -128,9 +128,18 @@ std::optional<bool> TomlDocument::isArray(std::string_view path) const
     return id != noNode && (file->tree.node(id).isArray() || file->isList(id));
 }
 
-std::optional<Span> TomlDocument::locate(std::string_view path) const
+std::optional<Value> TomlDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode));
+}
+
+std::optional<Span> TomlDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->find(path);
+    if (entry == noNode)
+        return TomlElements(*file).locate(path);
+    const NodeId valueNode = file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 
@@ -160,7 +169,7 @@ Outcome TomlDocument::respell(std::string_view path, std::string_view spelling)
 {
     const NodeId valueNode = file->findValueNode(path);
     if (valueNode == noNode)
-        return refused("there is no value " + quoted(path));
+        return refused(Reason::tr("there is no value %1", {quoted(path)}));
     const bool isInline = file->isInInlineTable(valueNode);
     const std::string head = isInline ? "k = {k = " : "k = ";
     const std::string text = head + std::string(spelling) + (isInline ? "}" : "");
@@ -169,7 +178,7 @@ Outcome TomlDocument::respell(std::string_view path, std::string_view spelling)
                          spelling[0] != '{' &&
                          (spelling[0] != '[' || skipTomlTextList(spelling, 0) == spelling.size());
     if (!isValue)
-        return refused(quoted(spelling) + " is not how TOML spells a value");
+        return refused(Reason::tr("%1 is not how TOML spells a value", {quoted(spelling)}));
     Outcome outcome = checkKind(path, valueNode, spelling);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(spelling);
@@ -274,11 +283,11 @@ Outcome TomlDocument::removeExcerpt(std::string_view path)
 Outcome TomlDocument::remove(std::string_view path, bool withComments)
 {
     if (path.empty())
-        return refused("the whole document cannot be removed");
+        return refused(Reason::tr("the whole document cannot be removed"));
     makeRoom();
     const NodeId id = file->find(path);
     if (id == noNode)
-        return refused("there is no entry " + quoted(path));
+        return refused(Reason::tr("there is no entry %1", {quoted(path)}));
     TomlRemoval(*file).remove(id, withComments);
     return {};
 }
@@ -312,7 +321,8 @@ std::optional<Outcome> TomlDocument::rename(std::string_view path, std::string_v
     if (other == id)
         return Outcome();
     if (other != noNode)
-        return refused("there is already an entry " + quoted(joinPath(splitLast(path).parent, name)));
+        return refused(
+            Reason::tr("there is already an entry %1", {quoted(joinPath(splitLast(path).parent, name))}));
     error = file->encoding.findRefusal(key);
     if (error.empty())
         TomlRemoval(*file).rename(id, key);

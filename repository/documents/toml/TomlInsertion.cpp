@@ -34,18 +34,21 @@ Outcome TomlInsertion::insert(std::string_view path, TomlBranch branch)
 {
     const PathMatch place = file.match(path);
     if (!place.isPath)
-        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+        return refused(
+            Reason::tr("%1 is not a path: its parts between the dots must not be empty", {quoted(path)}));
     std::string error;
     NodeId parent = place.node;
     if (place.missing.empty()) {
         const bool isTable = tree.node(parent).isTable() && file.valueNodeOf(parent) == noNode;
         const bool isValue = branch.value && branch.children.empty();
         if (!isTable || !isValue)
-            return refused(tree.node(parent).isArray() && isValue
-                               ? quoted(path) + " is an array, which cannot have a value of its own"
-                               : "there is already an entry " + quoted(path));
+            return refused(
+                tree.node(parent).isArray() && isValue
+                    ? Reason::tr("%1 is an array, which cannot have a value of its own", {quoted(path)})
+                    : Reason::tr("there is already an entry %1", {quoted(path)}));
         if (tree.findKey(parent, tomlOwnValueKey) != noNode)
-            return refused("a group is in the member \"#value\", where the value of its own would go");
+            return refused(
+                Reason::tr("a group is in the member \"#value\", where the value of its own would go"));
         branch.key = tomlOwnValueKey;
         return insertInto(parent, std::move(branch));
     }
@@ -62,14 +65,14 @@ Outcome TomlInsertion::insert(std::string_view path, TomlBranch branch)
     if (!error.empty())
         return refused(error);
     if (tree.node(parent).depth + depthOf(branch) > TomlScanner::maximumDepth)
-        return refused(quoted(path) + " lies too deep: more than " +
-                       std::to_string(TomlScanner::maximumDepth) + " tables would lie within each other");
+        return refused(Reason::tr("%1 lies too deep: more than %2 tables would lie within each other",
+                                  {quoted(path), std::to_string(TomlScanner::maximumDepth)}));
     if (!isInArray)
         return insertInto(parent, std::move(branch));
     const std::uint32_t count = tree.node(parent).count;
     if (place.missing.front() != std::to_string(count))
-        return refused(quoted(place.missing.front()) +
-                       " cannot be added to an array, whose next element is " + std::to_string(count));
+        return refused(Reason::tr("%1 cannot be added to an array, whose next element is %2",
+                                  {quoted(place.missing.front()), std::to_string(count)}));
     return insertElement(parent, count, std::move(branch));
 }
 
@@ -92,7 +95,7 @@ Outcome TomlInsertion::wrap(NodeId id, TomlBranch branch)
         std::string text = inlineText(table, id, error);
         const std::string own = ownKey + " = " + file.textOf(id) + ", ";
         if (error.empty() && own.find('\n') != std::string::npos)
-            error = "a value of several lines cannot lie in an inline table";
+            error = Reason::tr("a value of several lines cannot lie in an inline table");
         if (error.empty())
             editor.rewrite(id, text.insert(2, own));
         return refused(error);
@@ -130,7 +133,7 @@ Outcome TomlInsertion::replace(NodeId id, const TomlBranch& branch)
 {
     const bool isInline = tree.node(tree.node(id).parent).isInline() || tree.node(id).kind != TomlKind::Value;
     if (!isInline && !branch.isPair())
-        return refused("a table of its own comes in another place");
+        return refused(Reason::tr("a table of its own comes in another place"));
     std::string error;
     std::string text = inlineText(branch, id, error);
     if (error.empty())
@@ -171,7 +174,7 @@ Outcome TomlInsertion::insertElement(NodeId array, std::size_t position, TomlBra
         return {};
     }
     if (branch.isPair())
-        return refused("an element of an array of tables has to be a table");
+        return refused(Reason::tr("an element of an array of tables has to be a table"));
     const NodeId next = tree.elementAt(array, position);
     const NodeId neighbour = next == noNode ? tree.node(array).last : next;
     const StatementId header = tree.node(neighbour).statement;

@@ -27,14 +27,13 @@ std::string explain(std::string_view description)
     const std::size_t colon = description.find(": ");
     std::string text(description);
     if (startsWith(description, beginning) && colon != std::string_view::npos)
-        text = std::string(description.substr(colon + 2))
-                   .append(" (in this ")
-                   .append(description.substr(beginning.size(), colon - beginning.size()))
-                   .append(")");
+        text =
+            Reason::tr("%1 (in this %2)", {description.substr(colon + 2),
+                                           description.substr(beginning.size(), colon - beginning.size())});
     const bool isNewer = std::any_of(newerForms.begin(), newerForms.end(), [description](auto form) {
         return description.find(form) != std::string_view::npos;
     });
-    return isNewer ? text + "; that is TOML 1.1, and Vantry reads TOML 1.0" : text;
+    return isNewer ? Reason::tr("%1; that is TOML 1.1, and Vantry reads TOML 1.0", {text}) : text;
 }
 
 } // namespace
@@ -42,7 +41,7 @@ std::string explain(std::string_view description)
 Outcome TomlReader::check(std::string_view text)
 {
     if (startsWith(text, utf8ByteOrderMark)) // which the parser would skip
-        return {"a second byte-order mark", 1, 1};
+        return {Reason::tr("a second byte-order mark"), 1, 1};
     try {
         (void)toml::parse(text);
         return {};

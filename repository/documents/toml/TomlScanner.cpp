@@ -24,7 +24,7 @@ Outcome TomlScanner::readFile()
     if (tooDeep == std::string_view::npos)
         return {};
     return outcomeAt(source(), tooDeep,
-                     "more than " + std::to_string(maximumDepth) + " tables lie within each other");
+                     Reason::tr("more than %1 tables lie within each other", {std::to_string(maximumDepth)}));
 }
 
 StatementId TomlScanner::readInto(std::size_t begin, std::size_t end, StatementId previous, NodeId context)

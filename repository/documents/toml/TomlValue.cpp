@@ -204,7 +204,7 @@ TomlContent spellTaggedTomlValue(const Value& value, std::string_view former, co
     if (auto plain = spellTomlValue(value, former, place))
         return {*std::move(plain), {}};
     if (value.type == Type::String || value.type == Type::StringList || value.type == Type::Group)
-        return {{}, "the text is not valid UTF-8, which TOML demands"};
+        return {{}, Reason::tr("the text is not valid UTF-8, which TOML demands")};
     return {encodeTomlStringLike(text, isString(former) ? former : "", place), {}};
 }
 

@@ -33,11 +33,11 @@ std::string TxtDialect::explainRefusal(const Statement& entry, const Value& valu
         value.type == Type::String && !reason.empty())
         return reason;
     if (!dialect.spelling && text.find_first_of("\r\n") != std::string::npos)
-        return "a value of a txt file ends with its line; the text has line breaks";
+        return Reason::tr("a value of a txt file ends with its line; the text has line breaks");
     if (text.find('\0') != std::string::npos)
-        return "the text holds a NUL character, which no text file has";
+        return Reason::tr("the text holds a NUL character, which no text file has");
     if (value.type == Type::ByteArray)
-        return "a txt file would read these bytes back as a text, or cut them";
+        return Reason::tr("a txt file would read these bytes back as a text, or cut them");
     return explainReading(std::string(entry.text.substr(0, entry.valueBegin)) + ' ' + text, value);
 }
 

@@ -17,7 +17,7 @@ class TxtDialect : public LineDialect
 public:
     using LineDialect::LineDialect;
 
-    std::string groupNoun() const override { return "group"; }
+    std::string groupNoun() const override { return Reason::tr("a group"); }
     std::string explainRefusal(const Statement& entry, const Value& value,
                                const LineStyle& style) const override;
     bool runsOn(std::string_view text) const override;

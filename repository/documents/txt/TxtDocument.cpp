@@ -70,7 +70,7 @@ std::optional<std::string> TxtDocument::withSpelling(const Statement& entry, std
 
 std::string TxtDocument::explainMisspelling(std::string_view spelling) const
 {
-    return "a txt file would not read " + quoted(spelling) + " as the value of one entry";
+    return Reason::tr("a txt file would not read %1 as the value of one entry", {quoted(spelling)});
 }
 
 std::vector<std::uint32_t> TxtDocument::piecesOf(std::uint32_t node) const
@@ -121,20 +121,21 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     LinePieces& pieces = file->pieces;
     const std::optional<std::vector<std::string_view>> components = splitPath(path);
     if (!components)
-        return refused(quoted(path) + " is not a path");
+        return refused(Reason::tr("%1 is not a path", {quoted(path)}));
     if (components->size() > deepestTxtPath)
-        return refused("the path has more than " + std::to_string(deepestTxtPath) + " components");
+        return refused(Reason::tr("the path has more than %1 components", {std::to_string(deepestTxtPath)}));
     if (value.type == Type::Group)
-        return refused(contains(path) ? "there is such a group already"
-                                      : "a txt file has no place for a group without entries");
+        return refused(contains(path) ? Reason::tr("there is such a group already")
+                                      : Reason::tr("a txt file has no place for a group without entries"));
     if (file->findEntry(path) != none)
-        return refused("there is such an entry already");
+        return refused(Reason::tr("there is such an entry already"));
     const PathEnds ends = splitLast(path);
     const NumberedComponent last = splitNumber(ends.last);
     const std::string plainPath = joinPath(ends.parent, last.name);
     const std::uint32_t first = index.find(plainPath);
     if (last.number != index.countOfEntries(first) + 1)
-        return refused("there is no " + quoted(joinNumber(plainPath, last.number - 1)) + " before it");
+        return refused(
+            Reason::tr("there is no %1 before it", {quoted(joinNumber(plainPath, last.number - 1))}));
 
     // After those of the same path, whose order tells them apart, else after its siblings.
     const std::uint32_t before =
@@ -143,7 +144,7 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     std::string draftText;
     const std::optional<Statement> draft = draftEntry(plainPath, above, draftText);
     if (!draft)
-        return refused("a txt file cannot hold the path " + quoted(plainPath));
+        return refused(Reason::tr("a txt file cannot hold the path %1", {quoted(plainPath)}));
     const bool belowTag = above != none && endsInTypeTag(pieces[above].line.text);
     std::string text = fillDraft(*draft, value, belowTag);
     const std::optional<Statement> line = scanTxtEntry(text, dialect);
@@ -153,12 +154,12 @@ Outcome TxtDocument::insert(std::string_view path, const Value& value)
     if (!reason.empty())
         return refused(std::move(reason));
     if (above == none && !file->encoding.mayBegin(text))
-        return refused("the file would begin like a file of another encoding");
+        return refused(Reason::tr("the file would begin like a file of another encoding"));
     if (above != none && pieces[above].line.isEntry() && wouldSwallow(pieces[above].line, text, dialect))
-        return refused("the entry would be read as part of the one above it");
+        return refused(Reason::tr("the entry would be read as part of the one above it"));
     const std::uint32_t below = pieces.nextOf(above);
     if (below != none && wouldSwallow(*line, pieces[below].line.text, dialect))
-        return refused("the line below it would be read as part of the value");
+        return refused(Reason::tr("the line below it would be read as part of the value"));
 
     const bool isBelowEntry = above != none && pieces[above].line.isEntry();
     const std::uint32_t piece =
@@ -239,7 +240,8 @@ Outcome TxtDocument::remove(std::string_view path)
     LinePieces& pieces = file->pieces;
     const std::uint32_t top = index.find(path);
     if (top == none || top == LineIndex::root)
-        return refused(top == none ? "no such entry" : "the root of a file is not removed");
+        return refused(top == none ? Reason::tr("no such entry")
+                                   : Reason::tr("the root of a file is not removed"));
     std::vector<std::uint32_t> entries;
     for (const std::uint32_t id : index.subtree(top)) {
         if (index.node(id).entry != none)
@@ -283,14 +285,14 @@ Outcome TxtDocument::findRemovalFault(const std::vector<std::uint32_t>& going) c
             continue;
         const std::string_view text = pieces[below].line.text;
         if (piece.previous == none && !file->encoding.mayBegin(text))
-            return refused("without it the file would begin like a file of another encoding");
+            return refused(Reason::tr("without it the file would begin like a file of another encoding"));
         if (piece.previous == none)
             continue;
         const Statement& above = pieces[piece.previous].line;
         if (above.isEntry() && wouldSwallow(above, text, dialect))
-            return refused("without it the line below would be read as part of the value above");
+            return refused(Reason::tr("without it the line below would be read as part of the value above"));
         if (!above.isEntry() && pieces[below].line.isEntry() && endsInTypeTag(above.text))
-            return refused("without it the mark above would be that of the line below");
+            return refused(Reason::tr("without it the mark above would be that of the line below"));
     }
     return {};
 }

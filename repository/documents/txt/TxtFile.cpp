@@ -12,8 +12,9 @@ Outcome TxtFile::readStatements(bool)
     const std::string_view text = getText();
     const std::size_t nul = text.find('\0');
     if (nul != std::string_view::npos)
-        return failAt(text.data() + nul,
-                      "there is a NUL character: it is a binary file, or UTF-16 without its mark");
+        return failAt(
+            text.data() + nul,
+            Reason::tr("there is a NUL character: it is a binary file, or UTF-16 without its mark"));
     Outcome outcome;
     Group latest;
     TxtScanner scanner(text, dialect);
@@ -33,7 +34,7 @@ Outcome TxtFile::takeUp(const Statement& line, std::uint32_t piece, Group& lates
     const std::string_view path = line.plainKey ? line.key() : std::string_view(encoded);
     if (std::size_t(std::count(path.begin(), path.end(), '.')) >= deepestTxtPath)
         return failAt(line.key().data(),
-                      "the path has more than " + std::to_string(deepestTxtPath) + " components");
+                      Reason::tr("the path has more than %1 components", {std::to_string(deepestTxtPath)}));
     const PathEnds ends = splitLast(path);
     // Mostly the entries of a group are together.
     if (line.plainKey && ends.parent != latest.path)
@@ -56,10 +57,10 @@ std::string TxtFile::findClash(std::uint32_t piece, const Statement& line) const
     const bool losesTag = line.tags().empty() && !pieces[piece].line.tags().empty();
     if (losesTag && previous != none && pieces[previous].line.isEntry() &&
         wouldSwallow(pieces[previous].line, line.text, dialect))
-        return "without its type tag the line would be read as part of the value above";
+        return Reason::tr("without its type tag the line would be read as part of the value above");
     const std::uint32_t next = pieces[piece].next;
     const bool swallows = next != none && wouldSwallow(line, pieces[next].line.text, dialect);
-    return swallows ? "the line below it would be read as part of the value" : std::string();
+    return swallows ? Reason::tr("the line below it would be read as part of the value") : std::string();
 }
 
 } // namespace Repository::Documents

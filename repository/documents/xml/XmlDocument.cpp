@@ -53,9 +53,9 @@ Outcome XmlDocument::parse(std::string bytes)
         const XmlDeclaration declared = readXmlDeclaration(bytes);
         const bool isOther = !declared.isUtf8() && !declared.isAscii();
         if (isOther && !CharacterSet::isKnown(declared.encoding))
-            return outcomeAt(bytes, std::size_t(declared.name.data() - bytes.data()),
-                             "the encoding " + quoted(declared.name) +
-                                 " is not known; save the file as UTF-8");
+            return outcomeAt(
+                bytes, std::size_t(declared.name.data() - bytes.data()),
+                Reason::tr("the encoding %1 is not known; save the file as UTF-8", {quoted(declared.name)}));
         const bool isAscii = declared.isAscii();
         TextEncoding encoding;
         Outcome outcome =
@@ -71,7 +71,7 @@ Outcome XmlDocument::parse(std::string bytes)
             return outcome;
         file = std::move(fresh);
     } catch (const std::bad_alloc&) {
-        return refused("there is not enough memory for a file of this size");
+        return refused(Reason::tr("there is not enough memory for a file of this size"));
     }
     return {};
 }
@@ -144,7 +144,7 @@ Outcome XmlDocument::editReading(const std::function<Outcome()>& edit)
         }
     }
     parse(std::move(before));
-    return refused("with it, other values of the file would be read with other blanks");
+    return refused(Reason::tr("with it, other values of the file would be read with other blanks"));
 }
 
 Outcome XmlDocument::set(std::string_view path, const Value& value)
@@ -160,9 +160,15 @@ Outcome XmlDocument::setValue(std::string_view path, const Value& value)
     if (!outcome.ok())
         return outcome;
     if (value.type == Type::Group)
-        return refused(quoted(path) + " has a value and cannot become a group");
+        return refused(Reason::tr("%1 has a value and cannot become a group", {quoted(path)}));
     if (file->values.holds(id, value))
         return {};
+    const bool isAttribute = file->tree.node(id).kind == XmlKind::Attribute;
+    if (isAttribute && toText(value).empty()) {
+        const std::string use = XmlSubtrees(*file).explainUse(path, id);
+        if (!use.empty())
+            return refused(use);
+    }
     XmlValues::Spelled spelled = file->values.spell(id, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
@@ -194,6 +200,13 @@ std::string XmlDocument::getBytes() const
 {
     const XmlTree& tree = file->tree;
     return file->spelling.encoding.encode(tree.isOriginal() ? tree.getOriginal() : XmlWriter(tree).write());
+}
+
+std::optional<Value> XmlDocument::valueAt(std::string_view path) const
+{
+    Outcome outcome;
+    const NodeId id = findValue(path, outcome);
+    return outcome.ok() ? std::optional(file->values.read(id)) : std::nullopt;
 }
 
 std::optional<Span> XmlDocument::locate(std::string_view path) const
@@ -240,7 +253,7 @@ Outcome XmlDocument::respell(std::string_view path, std::string_view spelling)
         return outcome;
     const std::string error = file->values.explainMisspelling(id, spelling);
     if (!error.empty())
-        return refused(quoted(spelling) + " does not spell a value: " + error);
+        return refused(Reason::tr("%1 does not spell a value: %2", {quoted(spelling), error}));
     const auto respelled = [&] {
         file->editor.respell(id, spelling);
         return Outcome();
@@ -252,9 +265,9 @@ NodeId XmlDocument::findValue(std::string_view path, Outcome& outcome) const
 {
     const NodeId id = file->find(path);
     if (id == noNode)
-        outcome = refused("there is no entry " + quoted(path));
+        outcome = refused(Reason::tr("there is no entry %1", {quoted(path)}));
     else if (file->values.read(id).type == Type::Group)
-        outcome = refused(quoted(path) + " is a group, which has no value of its own");
+        outcome = refused(Reason::tr("%1 is a group, which has no value of its own", {quoted(path)}));
     return id;
 }
 
@@ -293,15 +306,19 @@ Outcome XmlDocument::removeNode(std::string_view path)
 {
     const NodeId id = file->find(path);
     if (id == noNode)
-        return path.empty() ? refused("the whole document cannot be removed")
-                            : refused("there is no entry " + quoted(path));
+        return path.empty() ? refused(Reason::tr("the whole document cannot be removed"))
+                            : refused(Reason::tr("there is no entry %1", {quoted(path)}));
     if (id != file->tree.getRoot()) {
-        file->editor.remove(id);
-        return {};
+        const bool isAttribute = file->tree.node(id).kind == XmlKind::Attribute;
+        const std::string use = isAttribute ? XmlSubtrees(*file).explainUse(path, id) : std::string();
+        if (use.empty())
+            file->editor.remove(id);
+        return refused(use);
     }
     if (!file->editor.standsAlone(id))
-        return refused(quoted(path) + " is the root element, without which the comments and declarations "
-                                      "around it would not be XML");
+        return refused(Reason::tr(
+            "%1 is the root element, without which the comments and declarations around it would not be XML",
+            {quoted(path)}));
     auto fresh = std::make_unique<XmlFile>(std::string());
     fresh->spelling.lineEnd = file->spelling.lineEnd;
     if (file->spelling.hasByteOrderMark())
@@ -329,6 +346,12 @@ std::optional<Outcome> XmlDocument::rename(std::string_view path, std::string_vi
 std::optional<Excerpt> XmlDocument::excerpt(std::string_view path) const
 {
     return XmlSubtrees(*file).excerpt(path);
+}
+
+bool XmlDocument::hasComments(std::string_view path) const
+{
+    const auto found = excerpt(path);
+    return found && (!found->after.empty() || hasXmlComment(found->text));
 }
 
 bool XmlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)

@@ -25,12 +25,14 @@ public:
     Outcome remove(std::string_view path) override;
     std::optional<Outcome> rename(std::string_view path, std::string_view name) override;
     std::optional<Excerpt> excerpt(std::string_view path) const override;
+    bool hasComments(std::string_view path) const override;
     bool insertExcerpt(std::string_view path, const Excerpt& excerpt) override;
     Outcome removeExcerpt(std::string_view path) override;
     bool removalMovesSiblings(std::string_view path) const override;
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::string getBytes() const override;
+    std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     std::optional<std::string> spell(std::string_view path) const override;

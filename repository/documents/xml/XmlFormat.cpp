@@ -96,7 +96,7 @@ std::string XmlFormat::explainTypeTag(const Value& value) const
     const auto document = makeDocument();
     const bool isTagged = document->insert("name", value).ok() &&
                           document->getBytes().find(xmlTypeTagBegin) != std::string::npos;
-    return isTagged ? "The file notes its type in an instruction <?vantry type=...?> before it."
+    return isTagged ? Reason::tr("The file notes its type in an instruction <?vantry type=...?> before it.")
                     : std::string();
 }
 

@@ -13,7 +13,7 @@ constexpr std::string_view declarationOfPrefix = "xmlns:";
 
 std::string noElementsBeside(std::string_view text)
 {
-    return quoted(text) + " has no siblings to follow";
+    return Reason::tr("%1 has no siblings to follow", {quoted(text)});
 }
 
 } // namespace
@@ -22,7 +22,8 @@ Outcome XmlInsertion::insert(std::string_view path, const Value& value)
 {
     const PathMatch way = file.match(path);
     if (!way.isPath)
-        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+        return refused(
+            Reason::tr("%1 is not a path: its parts between the dots must not be empty", {quoted(path)}));
     if (way.missing.empty())
         return insertValue(way.node, path, value);
     std::vector<XmlComponent> steps;
@@ -56,11 +57,11 @@ Outcome XmlInsertion::insert(std::string_view path, const Value& value)
 Outcome XmlInsertion::insertValue(NodeId id, std::string_view path, const Value& value)
 {
     if (value.type == Type::Group || values.read(id).type != Type::Group)
-        return refused("there is already an entry " + quoted(path));
+        return refused(Reason::tr("there is already an entry %1", {quoted(path)}));
     const XmlNode& node = tree.node(id);
     if (node.isContainer())
-        return refused(quoted(path) + " holds elements; a text beside them is an entry " +
-                       quoted(xmlTextComponent) + " of its own");
+        return refused(Reason::tr("%1 holds elements; a text beside them is an entry %2 of its own",
+                                  {quoted(path), quoted(xmlTextComponent)}));
     const bool needsNewTag = !node.isTagged && isXmlBlank(editor.contentOf(id));
     XmlValues::Spelled spelled;
     if (!needsNewTag)
@@ -78,25 +79,25 @@ Outcome XmlInsertion::checkWay(const PathMatch& way, const Value& value,
                                std::vector<XmlComponent>& steps) const
 {
     if (way.node == noNode && tree.getRoot() != noNode)
-        return refused("a file of xml has one root element, here " +
-                       quoted(tree.getNames().nameOf(tree.node(tree.getRoot()).name)) +
-                       "; everything else lies in it");
+        return refused(Reason::tr("a file of xml has one root element, here %1; everything else lies in it",
+                                  {quoted(tree.getNames().nameOf(tree.node(tree.getRoot()).name))}));
     if (way.depth + way.missing.size() > XmlReader::maximumDepth)
-        return refused("more than " + std::to_string(XmlReader::maximumDepth) +
-                       " elements would lie within each other");
+        return refused(Reason::tr("more than %1 elements would lie within each other",
+                                  {std::to_string(XmlReader::maximumDepth)}));
     NodeId parent = way.node;
     for (const std::string_view component : way.missing) {
         const bool isLast = steps.size() + 1 == way.missing.size();
         const auto step = readXmlComponent(component);
         if (!step)
-            return refused(quoted(component) + " is not how a name is written in a path");
+            return refused(Reason::tr("%1 is not how a name is written in a path", {quoted(component)}));
         Outcome outcome = checkStep(parent, component, *step);
         if (!outcome.ok())
             return outcome;
         if (step->kind != XmlKind::Element && (!isLast || value.type == Type::Group))
-            return refused(quoted(component) + " is an attribute or a text, which holds no other entries");
+            return refused(Reason::tr("%1 is an attribute or a text, which holds no other entries",
+                                      {quoted(component)}));
         if (step->kind != XmlKind::Element && parent == noNode && steps.empty())
-            return refused(quoted(component) + " needs an element to be in");
+            return refused(Reason::tr("%1 needs an element to be in", {quoted(component)}));
         steps.push_back(*step);
         parent = noNode;
     }
@@ -107,24 +108,25 @@ Outcome XmlInsertion::checkWay(const PathMatch& way, const Value& value,
 Outcome XmlInsertion::checkStep(NodeId parent, std::string_view component, const XmlComponent& step) const
 {
     if (parent != noNode && tree.node(parent).kind != XmlKind::Element)
-        return refused("an attribute or a text of xml holds no other entries");
+        return refused(Reason::tr("an attribute or a text of xml holds no other entries"));
     const bool fillsValue = step.kind != XmlKind::Attribute && parent != noNode &&
                             !tree.node(parent).isContainer() && values.read(parent).type != Type::Group;
     if (fillsValue)
-        return refused("the element above " + quoted(component) +
-                       " has a value, and xml has no place for both a value and elements");
+        return refused(
+            Reason::tr("the element above %1 has a value, and xml has no place for both a value and elements",
+                       {quoted(component)}));
     if (step.number > 1) {
         const std::string before = joinNumber(splitNumber(component).name, step.number - 1);
         if (parent == noNode || file.findChild(parent, before) == noNode)
-            return refused(quoted(component) + " can only be added after " + quoted(before) +
-                           ", which is not there");
+            return refused(Reason::tr("%1 can only be added after %2, which is not there",
+                                      {quoted(component), quoted(before)}));
     }
     if (step.kind == XmlKind::Text) {
         const bool isBesideNodes = parent != noNode && tree.node(parent).isContainer();
         if (!isBesideNodes)
             return file.run ? Outcome() : refused(noElementsBeside(component));
         if (tree.node(tree.node(parent).last).kind == XmlKind::Text)
-            return refused(quoted(component) + " would become part of the text before it");
+            return refused(Reason::tr("%1 would become part of the text before it", {quoted(component)}));
         return {};
     }
     Outcome outcome = checkName(step.name);
@@ -134,10 +136,12 @@ Outcome XmlInsertion::checkStep(NodeId parent, std::string_view component, const
 Outcome XmlInsertion::checkName(std::string_view name) const
 {
     if (!isXmlName(name))
-        return refused(quoted(name) + " cannot be a name in xml: names are of letters, digits, "
-                                      "\"-\", \"_\", \".\" and one \":\", and begin with a letter or \"_\"");
+        return refused(Reason::tr("%1 cannot be a name in xml: names are of letters, digits, \"-\", \"_\", "
+                                  "\".\" and one \":\", and begin with a letter or \"_\"",
+                                  {quoted(name)}));
     if (!file.spelling.canHold(name))
-        return refused("the encoding of the file lacks a character of the name " + quoted(name));
+        return refused(
+            Reason::tr("the encoding of the file lacks a character of the name %1", {quoted(name)}));
     return {};
 }
 
@@ -152,9 +156,9 @@ Outcome XmlInsertion::checkPrefix(NodeId element, std::string_view name) const
         if (tree.find(element, {XmlKind::Attribute, *declaration, 1}) != noNode)
             return {};
     }
-    return refused("the prefix of " + quoted(name) + " is not declared: add the attribute " +
-                   quoted("@" + std::string(declarationOfPrefix) + std::string(prefix)) +
-                   " to an element around it first");
+    return refused(
+        Reason::tr("the prefix of %1 is not declared: add the attribute %2 to an element around it first",
+                   {quoted(name), quoted("@" + std::string(declarationOfPrefix) + std::string(prefix))}));
 }
 
 // What a node needs beside itself.

@@ -228,7 +228,9 @@ std::string XmlLayout::linesAbove(NodeId element) const
 
 std::string XmlLayout::commentAfter(NodeId element) const
 {
-    if (tree.node(element).parent == noNode || !beginsLine(element))
+    const std::string_view leading = tree.text(element, XmlPart::Leading);
+    const bool hasLine = beginsLine(element) || findOwnMarkup(leading) < leading.size();
+    if (tree.node(element).parent == noNode || !hasLine)
         return {};
     const std::string_view trivia = triviaAfter(element);
     const std::size_t rest = restOfLine(trivia);
@@ -242,11 +244,14 @@ void XmlLayout::dropLinesAbove(NodeId element)
     std::string leading(tree.text(element, XmlPart::Leading));
     const std::vector<XmlTypeTag> tags = readXmlTypeTags(leading);
     const std::size_t end = tags.empty() ? leading.size() : tags.back().begin;
-    const std::size_t lastBreak = leading.find_last_of(lineEnds, end - 1);
     const std::size_t own = findOwnMarkup(leading);
-    if (end == 0 || lastBreak == npos || own > lastBreak)
+    if (own >= end)
         return;
-    tree.setText(element, XmlPart::Leading, leading.erase(own, lastBreak + 1 - own));
+    const std::size_t lastBreak = leading.find_last_of(lineEnds, end - 1);
+    const std::size_t line = lastBreak == npos || lastBreak < own ? own : lastBreak + 1;
+    const std::size_t markup = std::min(leading.find_first_not_of(" \t", line), end);
+    leading.erase(markup, end - markup);
+    tree.setText(element, XmlPart::Leading, leading.erase(own, line - own));
 }
 
 void XmlLayout::renameTypeTags(NodeId element, std::string_view attribute, std::string_view name)

@@ -28,7 +28,7 @@ struct XmlHandlers
         try {
             goesOn = step(handlers.reader, at);
         } catch (const std::bad_alloc&) {
-            handlers.reader.fail(at, "there is not enough memory for a file of this size");
+            handlers.reader.fail(at, Reason::tr("there is not enough memory for a file of this size"));
         }
         if (!goesOn)
             XML_StopParser(handlers.parser, XML_FALSE);
@@ -75,7 +75,7 @@ Outcome XmlReader::read()
     if (isXmlBlank(text))
         return {};
     if (text.size() > maximumSize)
-        return outcomeAt(text, 0, "the file is larger than 2 GB, the most that is read");
+        return outcomeAt(text, 0, Reason::tr("the file is larger than 2 GB, the most that is read"));
     // Expat would take some texts with it for UTF-16.
     const std::size_t nul = text.find('\0');
     if (nul != std::string::npos)
@@ -138,8 +138,8 @@ Outcome XmlReader::parse()
 bool XmlReader::declare(std::string_view name, std::string_view declared)
 {
     if (declared.find('&') != std::string_view::npos && ++nestedEntities > maximumNestedEntities)
-        return fail(cursor, "more than " + std::to_string(maximumNestedEntities) +
-                                " entities refer to others, which is more than is read");
+        return fail(cursor, Reason::tr("more than %1 entities refer to others, which is more than is read",
+                                       {std::to_string(maximumNestedEntities)}));
     entities.declare(std::string(name), std::string(declared));
     return true;
 }
@@ -157,8 +157,8 @@ bool XmlReader::open(std::size_t at)
         return true;
     }
     if (++depth > maximumDepth)
-        return fail(at, "more than " + std::to_string(maximumDepth) +
-                            " elements lie within each other, which is more than is read");
+        return fail(at, Reason::tr("more than %1 elements lie within each other, which is more than is read",
+                                   {std::to_string(maximumDepth)}));
     const bool isBlank = afterBlanks(cursor) == at;
     if (!isBlank && current != noNode)
         addText(at);
@@ -302,30 +302,32 @@ std::string XmlReader::explain(int error, std::size_t at) const
 {
     switch (error) {
     case XML_ERROR_NO_MEMORY:
-        return "there is not enough memory for a file of this size";
+        return Reason::tr("there is not enough memory for a file of this size");
     case XML_ERROR_NO_ELEMENTS:
-        return current == noNode ? "the file ends without a root element"
-                                 : "the file ends inside of " + currentTag();
+        return current == noNode ? Reason::tr("the file ends without a root element")
+                                 : Reason::tr("the file ends inside of %1", {currentTag()});
     case XML_ERROR_TAG_MISMATCH:
-        return "this end tag does not belong to " + currentTag() + ", which is still open";
+        return Reason::tr("this end tag does not belong to %1, which is still open", {currentTag()});
     case XML_ERROR_INVALID_TOKEN:
         return explainToken(at);
     case XML_ERROR_UNCLOSED_TOKEN:
-        return "the file ends inside of a tag, comment or reference that begins here";
+        return Reason::tr("the file ends inside of a tag, comment or reference that begins here");
     case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:
-        return "nothing but comments may follow the root element";
+        return Reason::tr("nothing but comments may follow the root element");
     case XML_ERROR_DUPLICATE_ATTRIBUTE:
-        return "this tag has an attribute twice";
+        return Reason::tr("this tag has an attribute twice");
     case XML_ERROR_UNDEFINED_ENTITY: {
         const std::size_t end = text.find(';', at);
-        return "the entity " + quoted(text.substr(at, end - at) + ';') + " is not declared";
+        return Reason::tr("the entity %1 is not declared", {quoted(text.substr(at, end - at) + ';')});
     }
     case XML_ERROR_RECURSIVE_ENTITY_REF:
-        return "an entity refers to itself";
+        return Reason::tr("an entity refers to itself");
     case XML_ERROR_AMPLIFICATION_LIMIT_BREACH:
-        return "the entities grow to more than a hundred times of what the file holds, as in an attack";
+        return Reason::tr(
+            "the entities grow to more than a hundred times of what the file holds, as in an attack");
     default:
-        return "this is not well-formed XML: " + std::string(XML_ErrorString(static_cast<XML_Error>(error)));
+        return Reason::tr("this is not well-formed XML: %1",
+                          {std::string(XML_ErrorString(static_cast<XML_Error>(error)))});
     }
 }
 
@@ -334,14 +336,14 @@ std::string XmlReader::explainToken(std::size_t at) const
     const std::string_view rest = std::string_view(text).substr(at);
     const std::size_t length = utf8Length(rest);
     if (length == 0)
-        return "bytes that are not valid text";
+        return Reason::tr("bytes that are not valid text");
     if (rest.front() == '\n' || rest.front() == '\r')
-        return "the line must not end here";
+        return Reason::tr("the line must not end here");
     if (const auto begin = openComment(at))
-        return "\"--\" must not be within a comment, and the one that begins in line " +
-               std::to_string(placeInFile(text, *begin).line) + " has not ended";
+        return Reason::tr("%1 must not be within a comment, and the one that begins in line %2 has not ended",
+                          {"\"--\"", std::to_string(placeInFile(text, *begin).line)});
     const std::string unheld = explainUnheldXml(rest.substr(0, length));
-    return unheld.empty() ? quoted(rest.substr(0, length)) + " is not allowed here" : unheld;
+    return unheld.empty() ? Reason::tr("%1 is not allowed here", {quoted(rest.substr(0, length))}) : unheld;
 }
 
 // Where the comment begins that has two hyphens before that place.
@@ -359,10 +361,10 @@ std::optional<std::size_t> XmlReader::openComment(std::size_t at) const
 std::string XmlReader::currentTag() const
 {
     if (current == noNode)
-        return "the root element";
+        return Reason::tr("the root element");
     const XmlNode& node = tree.node(current);
-    return '<' + std::string(tree.getNames().nameOf(node.name)) + "> of line " +
-           std::to_string(outcomeAt(text, node.label).line);
+    return Reason::tr("<%1> of line %2", {std::string(tree.getNames().nameOf(node.name)),
+                                          std::to_string(outcomeAt(text, node.label).line)});
 }
 
 } // namespace Repository::Documents

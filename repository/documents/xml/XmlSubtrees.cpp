@@ -140,17 +140,24 @@ std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_vi
         return std::nullopt;
     const std::string renamed = joinPath(splitLast(path).parent, name);
     if (file.find(renamed) != noNode)
-        return refused("there is already an entry " + quoted(renamed));
+        return refused(Reason::tr("there is already an entry %1", {quoted(renamed)}));
     const bool isAttribute = step->kind == XmlKind::Attribute;
     XmlInsertion insertion(file);
     Outcome outcome = insertion.checkName(step->name);
     if (outcome.ok())
         outcome = insertion.checkPrefix(isAttribute ? tree.node(id).parent : id, step->name);
-    if (outcome.ok() && isAttribute && declaresUsedPrefix(id))
-        outcome = refused(quoted(path) + " declares a prefix that is used in its element");
+    if (outcome.ok() && isAttribute)
+        outcome.error = explainUse(path, id);
     if (outcome.ok())
         file.editor.rename(id, step->name);
     return outcome;
+}
+
+std::string XmlSubtrees::explainUse(std::string_view path, NodeId attribute) const
+{
+    return declaresUsedPrefix(attribute)
+               ? Reason::tr("%1 declares a prefix that is used in its element", {quoted(path)})
+               : std::string();
 }
 
 bool XmlSubtrees::declaresUsedPrefix(NodeId attribute) const

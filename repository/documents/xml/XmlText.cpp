@@ -184,6 +184,16 @@ std::string xmlCommentsIn(std::string_view between)
     return comments;
 }
 
+bool hasXmlComment(std::string_view text)
+{
+    for (std::size_t at = text.find('<'); at < text.size(); at = text.find('<', at)) {
+        if (beginsAt(text, at, "<!--") || (beginsAt(text, at, "<?") && !beginsAt(text, at, xmlTypeTagBegin)))
+            return true;
+        at = beginsAt(text, at, sectionBegin) ? endOfMarkup(text, at) : at + 1;
+    }
+    return false;
+}
+
 std::vector<std::string_view> xmlReferencesIn(std::string_view spelling)
 {
     std::vector<std::string_view> references;
@@ -205,13 +215,13 @@ std::string explainUnheldXml(std::string_view text)
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = utf8Length(text.substr(at));
         if (length == 0)
-            return "xml cannot hold bytes that are not valid UTF-8";
+            return Reason::tr("xml cannot hold bytes that are not valid UTF-8");
         const char32_t c = utf8CodePoint(text.substr(at, length));
         const bool isControl = c < 0x20 && !isXmlBlank(text[at]);
         if (isControl || c == 0xFFFE || c == 0xFFFF) {
             std::string code;
             appendHex(code, c, 4, "0123456789ABCDEF");
-            return "xml has no place for the character U+" + code + ", not even in an escaped form";
+            return Reason::tr("xml has no place for the character U+%1, not even in an escaped form", {code});
         }
         at += length;
     }

@@ -49,6 +49,9 @@ bool isXmlSection(std::string_view spelling);
 // elsewhere.
 std::string xmlCommentsIn(std::string_view between);
 
+// Whether there is any of those in a text with its tags.
+bool hasXmlComment(std::string_view text);
+
 // The references in a text, each with its "&" and ";".
 std::vector<std::string_view> xmlReferencesIn(std::string_view spelling);
 

@@ -123,7 +123,7 @@ Value XmlValues::interpret(const Context& context, std::string_view spelled) con
     if (!context.tag || (context.kind == XmlKind::Text && spelled.empty()))
         return plain;
     if (context.tag->escapes) {
-        const auto bytes = readText(text, Type::ByteArray);
+        const auto bytes = readFileText(text, Type::ByteArray);
         if (!bytes.ok())
             return plain;
         text = std::get<std::string>(bytes.value.data);
@@ -221,10 +221,11 @@ XmlValues::Spelled XmlValues::spellIn(const Context& context, NodeId id, const V
     }
     const bool isNull = value.type == Type::Null;
     const Type loaded = interpret(context, plain).type;
-    return {{},
-            {},
-            (isNull ? "nothing" : '"' + text + '"') + " would be read as " + describeType(loaded) +
-                " again, since no type tag in the file gives the type of this entry"};
+    return {
+        {},
+        {},
+        Reason::tr("%1 would be read as %2 again, since no type tag in the file gives the type of this entry",
+                   {isNull ? describeType(Type::Null) : quoted(text), describeType(loaded)})};
 }
 
 std::optional<std::string> XmlValues::spellAround(const Context& context, std::string_view current,
@@ -262,7 +263,7 @@ XmlValues::Spelled XmlValues::spellNew(XmlKind kind, char quote, const Value& va
                 return {*candidate, context.tag, {}};
         }
     }
-    return {{}, {}, unheld.empty() ? "xml cannot hold such a value in this place" : unheld};
+    return {{}, {}, unheld.empty() ? Reason::tr("xml cannot hold such a value in this place") : unheld};
 }
 
 void XmlValues::open(NodeId element)
@@ -307,14 +308,14 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
         Context closed = contextOf(id);
         closed.closesItself = true;
         return interpret(closed, {}).type == Type::Group
-                   ? "no type tag gives a value to an element with nothing in it"
-                   : "";
+                   ? Reason::tr("no type tag gives a value to an element with nothing in it")
+                   : std::string();
     }
     const std::string unheld = explainUnheldXml(spelled);
     if (!unheld.empty())
         return unheld;
     if (!spelling.canHold(spelled))
-        return "the encoding of the file lacks a character of it";
+        return Reason::tr("the encoding of the file lacks a character of it");
     const std::string quote(isAttribute ? tree.text(id, XmlPart::Closing) : std::string_view());
     std::string sample = "<!DOCTYPE a SYSTEM \"\"><a";
     sample += isAttribute ? " a=" + quote + std::string(spelled) + quote + "/>"
@@ -327,16 +328,17 @@ std::string XmlValues::explainMisspelling(NodeId id, std::string_view spelled) c
     const XmlNode& root = parsed.node(parsed.getRoot());
     const NodeId onlyAttribute = isAttribute ? root.first : noNode;
     if (root.isContainer() || root.first != onlyAttribute || root.last != onlyAttribute)
-        return "there is more than one value in it";
+        return Reason::tr("there is more than one value in it");
     const bool isBlankAround =
         !spelled.empty() && (isXmlBlank(spelled.front()) || isXmlBlank(spelled.back()));
     if (!isAttribute && isBlankAround && !tree.node(id).keepsBlanks)
-        return "blanks around a value do not belong to it";
+        return Reason::tr("blanks around a value do not belong to it");
     for (const std::string_view reference : xmlReferencesIn(spelled)) {
         if (!isReferenceKnown(reference))
-            return "the file declares no entity " + std::string(reference);
+            return Reason::tr("the file declares no entity %1", {reference});
     }
-    return interpret(contextOf(id), spelled).type == Type::Group ? "it has no value" : "";
+    return interpret(contextOf(id), spelled).type == Type::Group ? Reason::tr("it has no value")
+                                                                 : std::string();
 }
 
 // An entity may also be declared outside of the file; then the file refers to it.

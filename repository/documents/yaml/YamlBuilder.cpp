@@ -51,9 +51,9 @@ Outcome YamlBuilder::build()
 Outcome YamlBuilder::take(const YamlEvent& event)
 {
     if (event.isCollection() && frames.size() + keyDepth > maximumDepth)
-        return outcomeAt(source(), event.token.begin,
-                         "more than " + std::to_string(maximumDepth) +
-                             " maps and lists lie within each other");
+        return outcomeAt(
+            source(), event.token.begin,
+            Reason::tr("more than %1 maps and lists lie within each other", {std::to_string(maximumDepth)}));
     const Outcome indentation = checkBrackets(event);
     if (!indentation.ok())
         return indentation;
@@ -98,14 +98,16 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
     };
     const std::size_t begin = std::min(event.begin(), event.token.begin);
     if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
-        return outcomeAt(text, begin, "a tab indents a line in brackets, where YAML wants blanks");
+        return outcomeAt(text, begin,
+                         Reason::tr("a tab indents a line in brackets, where YAML wants blanks"));
     if (!frame.isMap || !frame.hasKey || text[frame.keyEnd] == ':')
         return {};
     const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
     const std::size_t before = text.find_last_not_of(" \t\r\n", frame.key - 1);
     if (text[colon] == ':' && text[before] != '?' && isShort(colon))
-        return outcomeAt(text, colon,
-                         "a \":\" below its key is not indented more than what is around the brackets");
+        return outcomeAt(
+            text, colon,
+            Reason::tr("a \":\" below its key is not indented more than what is around the brackets"));
     return {};
 }
 
@@ -246,6 +248,7 @@ void YamlBuilder::open(const YamlEvent& event)
         node.style = YamlStyle::Pair;
     node.begin = offset(std::min(event.begin(), event.token.begin));
     node.value = offset(event.token.begin);
+    const std::size_t before = lastEnd;
     lastEnd = event.propertiesEnd(lastEnd);
     if (hasBracket)
         lastEnd = event.token.end;
@@ -255,6 +258,7 @@ void YamlBuilder::open(const YamlEvent& event)
     Frame frame;
     frame.id = id;
     frame.isMap = isMap;
+    frame.before = before;
     frame.anchor = nameOf(event.anchor);
     frames.push_back(std::move(frame));
 }

@@ -115,13 +115,14 @@ std::string YamlDocument::explainNoForm(NodeId valueNode, const Value& value) co
 {
     const YamlNode& node = file->tree.node(valueNode);
     if (node.isTagged && value.type != Type::String)
-        return "its tag, " + std::string(file->tree.text(node.begin, node.value)) +
-               ", says what it is, so that it stays a text";
+        return Reason::tr("its tag, %1, says what it is, so that it stays a text",
+                          {std::string(file->tree.text(node.begin, node.value))});
     if (value.type == Type::String || value.type == Type::StringList)
-        return node.kind == YamlKind::List ? "the list cannot be written without losing a comment in it"
-                                           : "the text is not valid UTF-8, which YAML demands";
-    return "YAML has no form for " + describeType(value.type) +
-           ", and no comment above this entry tags its type";
+        return node.kind == YamlKind::List
+                   ? Reason::tr("the list cannot be written without losing a comment in it")
+                   : Reason::tr("the text is not valid UTF-8, which YAML demands");
+    return Reason::tr("YAML has no form for %1, and no comment above this entry tags its type",
+                      {describeType(value.type)});
 }
 
 // What is around a value may make something else of it, or of what follows.
@@ -137,7 +138,7 @@ Outcome YamlDocument::put(NodeId valueNode, const std::string& spelling)
         values.put(valueNode, former);
     else
         values.restore(valueNode);
-    return refused("YAML would read something else there, because of what is around it");
+    return refused(Reason::tr("YAML would read something else there, because of what is around it"));
 }
 
 // Whether the text with the edits so far has the entries that they should make.
@@ -243,9 +244,16 @@ std::string YamlDocument::sourceOf(std::string_view path) const
     return YamlLinks(*file).sourceOf(path);
 }
 
-std::optional<Span> YamlDocument::locate(std::string_view path) const
+std::optional<Value> YamlDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode));
+}
+
+std::optional<Span> YamlDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->findElement(path);
+    const NodeId valueNode = entry == noNode ? noNode : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 
@@ -288,7 +296,7 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
 {
     const NodeId valueNode = file->findValueNode(path);
     if (valueNode == noNode)
-        return refused("there is no value " + quoted(path));
+        return refused(Reason::tr("there is no value %1", {quoted(path)}));
     if (file->tree.valueText(valueNode) == spelling)
         return {};
     YamlValues values(*file);
@@ -299,7 +307,7 @@ Outcome YamlDocument::respell(std::string_view path, std::string_view spelling)
     if (!isOriginal && startsWith(spelling, "*"))
         return respellAlias(path, valueNode, spelling);
     if (!isOriginal && !values.isSpelling(valueNode, spelling))
-        return refused(quoted(spelling) + " is not how YAML spells a value");
+        return refused(Reason::tr("%1 is not how YAML spells a value", {quoted(spelling)}));
     outcome = values.checkKind(path, valueNode, spelling);
     if (outcome.ok())
         outcome.error = file->encoding.findRefusal(spelling);

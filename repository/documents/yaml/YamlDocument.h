@@ -53,6 +53,7 @@ public:
     std::string sourceOf(std::string_view path) const override;
     std::vector<std::string> followersOf(std::string_view path) const override;
     bool isLinked(std::string_view path) const override;
+    std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     std::string comment(std::string_view path) const override;
@@ -64,6 +65,7 @@ private:
     // Reads the text with the edits so far, so that its tree is as it was read.
     void settle();
     bool settleValue(NodeId id);
+    bool isOneOfSeveral(NodeId document) const;
 
     // Reads the text with other edits; nothing is changed where that is not YAML or anything else is changed.
     enum class Kind { Insertion, Renaming, Moving, Removal };

@@ -1,5 +1,6 @@
 #include "repository/documents/yaml/YamlDocuments.h"
 
+#include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
@@ -71,7 +72,8 @@ Outcome YamlDocuments::insert(YamlEditor& editor, std::size_t position, const st
     }
     const Lines place = linesOf(next);
     if (place.hasDirectives)
-        return outcomeAt(text(), place.begin, "a document before directives would take them over");
+        return outcomeAt(text(), place.begin,
+                         Reason::tr("a document before directives would take them over"));
     const bool isBareTop = position == 0 && place.mark == npos;
     const std::size_t at = isBareTop ? 0 : place.begin;
     editor.replace(at, at, (isBareTop ? "" : mark) + lines + (place.mark == npos ? mark : ""));
@@ -91,6 +93,48 @@ void YamlDocuments::remove(YamlEditor& editor, NodeId document, bool withComment
         end = next.hasDirectives && next.ended != npos ? next.ended : end;
     }
     editor.replace(begin, end, {});
+}
+
+std::optional<Excerpt> YamlDocuments::excerptOf(NodeId document) const
+{
+    const YamlNode& node = tree.node(document);
+    const std::size_t line = findYamlLine(text(), node.begin);
+    const Lines lines = linesOf(document);
+    if (node.isAlias || lines.hasDirectives || layout.hasAnchors(document) || layout.endsOpen(document))
+        return {};
+    Excerpt found;
+    found.lineEnd = file.lineEnd;
+    found.indentation = std::string(lines.mark == line ? 0 : node.begin - line, ' ');
+    const std::string_view value = tree.text(node.begin, node.valueEnd);
+    const std::size_t firstEnd = textLineAt(value, 0).end;
+    (found.text = "- ").append(value.substr(0, firstEnd)) += indentedLines(value.substr(firstEnd), {}, "  ");
+    found.names.emplace_back(0, 1);
+    findLines(found);
+    found.above = commentsInFront(document);
+    found.after = tree.text(node.valueEnd, skipYamlTail(text(), node.valueEnd));
+    found.after.resize(found.after.find_last_not_of(" \t") + 1);
+    return found;
+}
+
+// That behind its "---" first.
+std::string YamlDocuments::commentsInFront(NodeId document) const
+{
+    const YamlNode& node = tree.node(document);
+    const std::size_t line = findYamlLine(text(), node.begin);
+    const std::size_t mark = linesOf(document).mark;
+    if (mark == line)
+        return {};
+    if (mark == npos)
+        return std::string(node.first == noNode ? "" : tree.text(layout.commentsAbove(node.first), line));
+    const std::size_t comment = text().find_first_not_of("- \t", mark);
+    const bool isBehindMark = text()[comment] == '#';
+    return std::string(tree.text(isBehindMark ? comment : skipYamlLine(text(), mark), line));
+}
+
+bool YamlDocuments::hasCommentsBehind(NodeId document) const
+{
+    const std::size_t tail = skipYamlTail(text(), tree.node(document).valueEnd);
+    return hasYamlComment(text(), tail, endOf(document));
 }
 
 bool YamlDocuments::hasCommentsAround(NodeId document) const
@@ -115,7 +159,8 @@ Outcome YamlDocuments::move(YamlEditor& editor, std::size_t from, std::size_t to
         if (lines.hasDirectives || lines.ended != npos)
             return outcomeAt(
                 text(), std::min(lines.begin, lines.ended),
-                "directives and \"...\" stay where they are, and so do the documents around them");
+                Reason::tr(
+                    "directives and \"...\" stay where they are, and so do the documents around them"));
         begin = i == first ? lines.begin : begin;
         isBare = isBare || lines.mark == npos;
         texts.push_back((lines.mark == npos ? mark : "") +

@@ -3,6 +3,7 @@
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlFile.h"
 
+#include <optional>
 #include <string>
 
 namespace Repository::Documents {
@@ -22,8 +23,14 @@ public:
     // One that is not one of two only.
     void remove(YamlEditor& editor, NodeId document, bool withComments) const;
 
+    // One as an element of a list, with the comments in front of what is in it. Nothing for one that depends
+    // on what is around it.
+    std::optional<Excerpt> excerptOf(NodeId document) const;
+
     // Whether comments in front of what is in it, or behind that, go with it.
     bool hasCommentsAround(NodeId document) const;
+
+    bool hasCommentsBehind(NodeId document) const;
 
     Outcome move(YamlEditor& editor, std::size_t from, std::size_t to) const;
 
@@ -38,6 +45,7 @@ private:
     };
 
     Lines linesOf(NodeId document) const;
+    std::string commentsInFront(NodeId document) const;
     std::size_t endOf(NodeId document) const;
     std::string_view text() const { return tree.getOriginal(); }
 

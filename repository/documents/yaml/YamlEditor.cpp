@@ -138,11 +138,12 @@ Outcome YamlEditor::insertFlow(NodeId collection, std::size_t position, const st
 {
     const YamlNode& node = tree.node(collection);
     if (node.style == YamlStyle::Pair)
-        return refused("an entry between brackets without braces of its own can have no other beside it");
+        return refused(
+            Reason::tr("an entry between brackets without braces of its own can have no other beside it"));
     BracketItems brackets(tree.text(node.value, node.valueEnd), file.lineEnd, layout.itemsOf(collection),
                           false);
     if (!comment.empty() && !brackets.insertsLines(position))
-        return refused("a comment has no place there");
+        return refused(Reason::tr("a comment has no place there"));
     brackets.insert(position, items, comment);
     changed = node.count == 0 ? collection : changed;
     take(collection, brackets);
@@ -178,7 +179,7 @@ Outcome YamlEditor::fill(NodeId root, const YamlBranch& branch)
 Outcome YamlEditor::fillEmpty(NodeId root, const std::string& lines)
 {
     if (!layout.isDocument(root) || tree.node(root).style != YamlStyle::Block)
-        return refused("nothing can be added there");
+        return refused(Reason::tr("nothing can be added there"));
     changed = root;
     const std::size_t at = text().size();
     edit(at, at, (endsLine(text()) ? "" : file.lineEnd) + lines);
@@ -218,7 +219,7 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
         return refused(writer.error);
     }
     if (node.lacksColon)
-        return refused("its key has no \":\", after which its entries would come");
+        return refused(Reason::tr("its key has no \":\", after which its entries would come"));
     if (node.kind == YamlKind::List && node.style == YamlStyle::Block && node.hasKey)
         return wrapList(leaf, branch);
     const bool isOneLine = value.find_first_of("\r\n") == npos;
@@ -226,7 +227,7 @@ Outcome YamlEditor::wrap(NodeId leaf, const YamlBranch& branch)
     const bool isElement = !node.hasKey && !layout.isDocument(leaf);
     const bool isOwnLine = skipYamlBlanks(text(), findYamlLine(text(), node.begin)) == node.begin;
     if (!isOneLine || (layout.isDocument(leaf) && !isOwnLine))
-        return refused("its value is written over several lines, below which no entry can go");
+        return refused(Reason::tr("its value is written over several lines, below which no entry can go"));
     if (isElement || layout.isDocument(leaf)) {
         const std::size_t indentation = value.empty() ? column + 2 : columnOfYaml(text(), node.begin);
         writer.writeMember(branch, indentation);
@@ -255,7 +256,8 @@ Outcome YamlEditor::wrapList(NodeId list, const YamlBranch& branch)
     const YamlNode& node = tree.node(list);
     const std::size_t column = layout.columnOf(list);
     if (column <= layout.columnOf(node.parent) || node.begin != node.value)
-        return refused("its elements are not further in than it is, so that no entry can go below it");
+        return refused(
+            Reason::tr("its elements are not further in than it is, so that no entry can go below it"));
     YamlWriter writer(style());
     writer.writeMember(branch, column);
     const std::size_t line = findYamlLine(text(), node.value);

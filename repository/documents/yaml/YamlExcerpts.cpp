@@ -13,7 +13,9 @@ std::optional<Excerpt> YamlDocument::excerpt(std::string_view path) const
         return settled.parse(getBytes()).ok() ? settled.excerpt(path) : std::nullopt;
     }
     const NodeId id = path.empty() ? noNode : file->findElement(path);
-    return id == noNode ? std::nullopt : YamlLayout(*file).excerptOf(id);
+    if (id == noNode)
+        return {};
+    return isOneOfSeveral(id) ? YamlDocuments(*file).excerptOf(id) : YamlLayout(*file).excerptOf(id);
 }
 
 bool YamlDocument::hasComments(std::string_view path) const
@@ -25,10 +27,14 @@ bool YamlDocument::hasComments(std::string_view path) const
     const NodeId id = path.empty() ? noNode : file->findElement(path);
     if (id == noNode)
         return false;
-    const NodeId parent = file->tree.node(id).parent;
-    const bool isOneOfSeveral = parent != noNode && file->tree.node(parent).style == YamlStyle::Stream;
     return YamlLayout(*file).hasComments(id) ||
-           (isOneOfSeveral && YamlDocuments(*file).hasCommentsAround(id));
+           (isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsAround(id));
+}
+
+bool YamlDocument::isOneOfSeveral(NodeId document) const
+{
+    const NodeId parent = file->tree.node(document).parent;
+    return parent != noNode && file->tree.node(parent).style == YamlStyle::Stream;
 }
 
 bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
@@ -44,9 +50,11 @@ bool YamlDocument::insertExcerpt(std::string_view path, const Excerpt& excerpt)
     Outcome outcome;
     if (node.isSequence()) {
         const auto position = readIndex(ends.last);
-        if (!position || *position > node.count || node.style == YamlStyle::Stream)
+        if (!position || *position > node.count)
             return false;
-        outcome = subtrees.insertElement(editor, parent, *position, excerpt);
+        outcome = node.style == YamlStyle::Stream
+                      ? subtrees.insertDocument(editor, *position, excerpt)
+                      : subtrees.insertElement(editor, parent, *position, excerpt);
     } else {
         const std::string key = yamlKeyOf(ends.last, outcome.error);
         if (!outcome.ok() || node.kind != YamlKind::Map || file->tree.findKey(parent, key) != noNode)

@@ -106,12 +106,12 @@ bool YamlGuard::isSame(NodeId before, NodeId after) const
 std::string YamlGuard::nameOf(NodeId id) const
 {
     if (id == noNode)
-        return "its end";
+        return Reason::tr("its end");
     std::string buffer;
     const std::size_t at =
         former.tree.node(id).hasKey ? former.tree.node(id).key : former.tree.node(id).begin;
     const Outcome place = outcomeAt(former.tree.getOriginal(), at);
-    return "line " + std::to_string(place.line);
+    return Reason::tr("line %1", {std::to_string(place.line)});
 }
 
 // Whether it is what is removed, or holds nothing else.
@@ -134,14 +134,15 @@ std::string YamlGuard::findFault() const
     while (true) {
         for (; before.id != noNode && (before.isCopy() || before.isHidden()); before.advance(false)) {
             if (!before.isCopy() && removable != noNode && !goes(before.id))
-                return "with it, the entry at " + nameOf(before.id) + " would go";
+                return Reason::tr("with it, the entry at %1 would go", {nameOf(before.id)});
         }
         after.skipHidden();
         if (before.id == noNode && after.id == noNode)
             return {};
         const bool isPair = before.id != noNode && after.id != noNode && before.depth == after.depth;
         if (!isPair || !isSame(before.id, after.id))
-            return "with it, YAML would read other entries differently, from " + nameOf(before.id) + " on";
+            return Reason::tr("with it, YAML would read other entries differently, from %1 on",
+                              {nameOf(before.id)});
         const bool goesIn = before.id != changed;
         before.advance(goesIn);
         after.advance(goesIn);

@@ -51,6 +51,10 @@ public:
     std::optional<Excerpt> excerptOf(NodeId id) const;
     bool hasComments(NodeId id) const;
 
+    // Whether an entry or what is below it has an anchor, or ends with a text that takes all lines after it.
+    bool hasAnchors(NodeId id) const;
+    bool endsOpen(NodeId id) const;
+
     // The comments above an entry in a block and behind it, as people read them.
     std::string commentOf(NodeId id) const;
 
@@ -62,8 +66,6 @@ public:
 
 private:
     BracketItems bracketsAround(NodeId item) const;
-    bool hasAnchors(NodeId id) const;
-    bool endsOpen(NodeId id) const;
     std::string_view text() const { return tree.getOriginal(); }
 
     const YamlFile& file;

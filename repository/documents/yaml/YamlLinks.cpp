@@ -57,9 +57,7 @@ bool YamlLinks::isLinked(std::string_view path) const
 Outcome YamlLinks::explainCopy(std::string_view path, NodeId id) const
 {
     const std::string_view text = tree.getOriginal();
-    const auto lineAt = [text](std::size_t offset) {
-        return " at line " + std::to_string(outcomeAt(text, offset).line);
-    };
+    const auto lineAt = [text](std::size_t offset) { return std::to_string(outcomeAt(text, offset).line); };
     NodeId top = id; // what is no part of another copy
     while (!tree.node(top).isAlias || tree.node(top).isShared) {
         const NodeId parent = tree.node(top).parent;
@@ -71,18 +69,20 @@ Outcome YamlLinks::explainCopy(std::string_view path, NodeId id) const
     const NodeId known = shownBy(id);
     const YamlNode& source = tree.node(known == noNode ? top : known);
     const std::size_t place = source.hasKey ? source.key : source.begin;
-    const std::string origin = known == noNode ? "elsewhere" : quoted(file.pathOf(known)) + lineAt(place);
+    const std::string origin = known == noNode
+                                   ? Reason::tr("elsewhere")
+                                   : Reason::tr("%1 at line %2", {quoted(file.pathOf(known)), lineAt(place)});
     if (shown.isInherited) {
         Outcome outcome = outcomeAt(text, place);
         outcome.error =
-            quoted(path) + " comes with \"<<\" from " + origin + "; change or remove that instead";
+            Reason::tr("%1 comes with \"<<\" from %2; change or remove that instead", {quoted(path), origin});
         return outcome;
     }
     Outcome outcome = outcomeAt(text, shown.value);
-    outcome.error = quoted(path) + " is shown by the alias " + std::string(tree.readValueText(top)) +
-                    lineAt(shown.value) + " and comes from " + origin +
-                    "; change that instead, or remove the alias " + quoted(file.pathOf(top)) +
-                    " and create it anew";
+    outcome.error = Reason::tr(
+        "%1 is shown by the alias %2 at line %3 and comes from %4; change that instead, or "
+        "remove the alias %5 and create it anew",
+        {quoted(path), tree.readValueText(top), lineAt(shown.value), origin, quoted(file.pathOf(top))});
     return outcome;
 }
 

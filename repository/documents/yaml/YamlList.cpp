@@ -81,8 +81,8 @@ Outcome editYamlList(YamlEditor& editor, const YamlFile& file, NodeId list, cons
         if (node.isUsed) {
             const Outcome place = outcomeAt(tree.getOriginal(), tree.findAliasOf(item));
             return outcomeAt(tree.getOriginal(), node.begin,
-                             "the anchor of element " + std::to_string(i) + " is used at line " +
-                                 std::to_string(place.line));
+                             Reason::tr("the anchor of element %1 is used at line %2",
+                                        {std::to_string(i), std::to_string(place.line)}));
         }
         const std::string_view spelled = node.isAlias ? std::string_view() : tree.readValueText(item);
         if (i < from + common)

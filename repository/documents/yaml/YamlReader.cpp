@@ -142,11 +142,11 @@ YamlReader::YamlReader(std::string_view yaml, bool fillsElements) : text(yaml)
 {
     if (const auto foreign = findForeignByte(text)) {
         const auto byte = static_cast<unsigned char>(text[*foreign]);
-        outcome =
-            outcomeAt(text, *foreign,
-                      byte == 0                                ? "a NUL, which is in no text"
-                      : utf8Length(text.substr(*foreign)) == 0 ? "this is not valid UTF-8"
-                                                               : "a control character, which YAML forbids");
+        outcome = outcomeAt(text, *foreign,
+                            byte == 0 ? Reason::tr("a NUL, which is in no text")
+                            : utf8Length(text.substr(*foreign)) == 0
+                                ? Reason::tr("this is not valid UTF-8")
+                                : Reason::tr("a control character, which YAML forbids"));
     } else if (!text.empty()) {
         std::size_t at = 0;
         for (const std::size_t end : fillsElements ? findEmptyElements(text) : std::vector<std::size_t>()) {
@@ -176,7 +176,7 @@ bool YamlReader::fail()
     void* previous = nullptr;
     const fy_diag_error* const error = fy_diag_errors_iterate(parser->errors, &previous);
     if (!error) {
-        outcome = outcomeAt(text, 0, "the text is not YAML");
+        outcome = outcomeAt(text, 0, Reason::tr("the text is not YAML"));
         return false;
     }
     outcome.error = error->msg;

@@ -110,7 +110,7 @@ Outcome YamlEditor::moveElement(NodeId sequence, std::size_t from, std::size_t t
         return {};
     }
     if (!layout.beginsLine(element) || !layout.beginsLine(there))
-        return refused("the first element is on the line of another one, behind its \"-\"");
+        return refused(Reason::tr("the first element is on the line of another one, behind its \"-\""));
     place = element;
     const std::size_t begin = layout.commentsAbove(element);
     const std::size_t end = skipYamlLine(text(), layout.tailOf(element));

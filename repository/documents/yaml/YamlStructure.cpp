@@ -1,6 +1,7 @@
 #include "repository/documents/common/ArrayGroups.h"
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/yaml/YamlDocument.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlEditor.h"
 #include "repository/documents/yaml/YamlGuard.h"
 #include "repository/documents/yaml/YamlLinks.h"
@@ -16,7 +17,8 @@ namespace Repository::Documents {
 
 namespace {
 
-constexpr const char* otherwiseRead = "YAML would read it as something else there";
+constexpr const char* otherwiseRead =
+    QT_TRANSLATE_NOOP("FrameworkCore::Values", "YAML would read it as something else there");
 
 // Whether a file has the entries, of which groups may have values.
 bool holds(const YamlFile& file, const std::vector<YamlWanted>& entries)
@@ -81,11 +83,11 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
         return *reread;
     std::string text = editor.apply();
     if (!file->encoding.mayBegin(text))
-        return refused("the file would begin like one in another encoding");
+        return refused(Reason::tr("the file would begin like one in another encoding"));
     auto fresh = std::make_unique<YamlFile>(std::move(text), file->encoding);
     const Outcome outcome = fresh->readText();
     if (!outcome.ok())
-        return refused("the file would not be YAML any more: " + outcome.error);
+        return refused(Reason::tr("the file would not be YAML any more: %1", {outcome.error}));
     YamlGuard guard(*file, *fresh, editor);
     if (kind == Kind::Renaming)
         guard.allowRenaming(node);
@@ -93,9 +95,9 @@ Outcome YamlDocument::commit(const YamlEditor& editor, Kind kind, NodeId node,
         guard.allowRemoval(node);
     std::string fault = guard.findFault();
     if (fault.empty() && kind == Kind::Moving && !guard.keepsMoved())
-        fault = "moved, YAML would read it differently";
+        fault = Reason::tr("moved, YAML would read it differently");
     if (fault.empty() && isAsWanted && !isAsWanted(*fresh))
-        fault = otherwiseRead;
+        fault = Reason::tr(otherwiseRead);
     if (!fault.empty())
         return refused(fault);
     fresh->lineEnd = file->lineEnd;
@@ -123,7 +125,7 @@ std::optional<Outcome> YamlDocument::rereadPart(const YamlEditor& editor, Kind k
         former->readText();
         former->lineEnd = file->lineEnd;
         file = std::move(former);
-        return refused(otherwiseRead);
+        return refused(Reason::tr(otherwiseRead));
     }
     return {};
 }
@@ -140,8 +142,9 @@ Outcome YamlDocument::checkShape(std::string_view path, NodeId id, bool isGone) 
     if (used == noNode)
         return {};
     Outcome place = outcomeAt(tree.getOriginal(), tree.findAliasOf(used));
-    place.error = "an anchor in " + quoted(path) + " is used at line " + std::to_string(place.line) +
-                  "; remove what uses it, or give that a value of its own, first";
+    place.error = Reason::tr(
+        "an anchor in %1 is used at line %2; remove what uses it, or give that a value of its own, first",
+        {quoted(path), std::to_string(place.line)});
     return place;
 }
 
@@ -168,7 +171,8 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
     const YamlTree& tree = file->tree;
     PathMatch place = file->match(path);
     if (!place.isPath)
-        return refused(quoted(path) + " is not a path: its parts between the dots must not be empty");
+        return refused(
+            Reason::tr("%1 is not a path: its parts between the dots must not be empty", {quoted(path)}));
     if (place.missing.empty() && tree.node(place.node).isInherited) { // which gives way to one of its own
         place.node = tree.node(place.node).parent;
         place.missing.push_back(splitLast(path).last);
@@ -187,11 +191,13 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
         if (isWhole)
             outcome = editor.fill(parent, branch);
         else if (!isMap || !branch.value || !branch.children.empty())
-            return refused(tree.node(parent).isSequence() && branch.value && branch.children.empty()
-                               ? quoted(path) + " is an array, which cannot have a value of its own"
-                               : "there is already an entry " + quoted(path));
+            return refused(
+                tree.node(parent).isSequence() && branch.value && branch.children.empty()
+                    ? Reason::tr("%1 is an array, which cannot have a value of its own", {quoted(path)})
+                    : Reason::tr("there is already an entry %1", {quoted(path)}));
         else if (tree.findKey(parent, yamlOwnValueKey) != noNode)
-            return refused("a group is in the member \"#value\", where the value of its own would go");
+            return refused(
+                Reason::tr("a group is in the member \"#value\", where the value of its own would go"));
         branch.key = yamlOwnValueKey;
         if (!isWhole)
             outcome = editor.insertMember(parent, branch);
@@ -211,17 +217,17 @@ Outcome YamlDocument::insertBranch(std::string_view path, YamlBranch branch, std
         return refused(error);
     const std::uint32_t count = tree.node(parent).count;
     if (isInArray && place.missing.front() != std::to_string(count))
-        return refused(quoted(place.missing.front()) +
-                       " cannot be added to an array, whose next element is " + std::to_string(count));
+        return refused(Reason::tr("%1 cannot be added to an array, whose next element is %2",
+                                  {quoted(place.missing.front()), std::to_string(count)}));
     if (tree.node(parent).isLeaf()) {
         if (tree.node(parent).kind == YamlKind::Merge || tree.node(parent).isAlias)
-            return refused(quoted(path) + " would lie below an alias");
+            return refused(Reason::tr("%1 would lie below an alias", {quoted(path)}));
         own = file->read(parent);
         if (own.type == Type::Null && !tree.node(parent).isTagged && tree.node(parent).tag == Type::Group) {
             YamlBranch whole; // in the place of what is nothing
             whole.children.push_back(std::move(branch));
             outcome = tree.node(parent).lacksColon && !file->isInFlow(parent)
-                          ? refused("its key has no \":\", after which its entries would come")
+                          ? refused(Reason::tr("its key has no \":\", after which its entries would come"))
                           : editor.replaceValue(parent, whole);
             return outcome.ok() ? commit(editor, Kind::Insertion, noNode, wanted) : outcome;
         }
@@ -303,18 +309,23 @@ std::optional<Outcome> YamlDocument::moveElement(std::string_view path, std::str
 Outcome YamlDocument::remove(std::string_view path, bool withComments)
 {
     if (path.empty())
-        return refused("the whole document cannot be removed");
+        return refused(Reason::tr("the whole document cannot be removed"));
     settle();
     const NodeId id = file->findElement(path);
     if (id == noNode)
-        return refused("there is no entry " + quoted(path));
+        return refused(Reason::tr("there is no entry %1", {quoted(path)}));
     const Outcome outcome = checkShape(path, id, true);
     if (!outcome.ok())
         return outcome;
     const NodeId parent = file->tree.node(id).parent;
     if (file->tree.node(parent).style == YamlStyle::Stream && file->tree.node(parent).count == 2)
-        return refused("of two documents none can be removed, since the paths of all entries would change, "
-                       "which in a file of one document do not begin with its number; edit the text instead");
+        return refused(Reason::tr(
+            "of two documents none can be removed, since the paths of all entries would change, which in a "
+            "file of one document do not begin with its number; edit the text instead"));
+    if (withComments && isOneOfSeveral(id) && YamlDocuments(*file).hasCommentsBehind(id))
+        return refused(
+            Reason::tr("the comments after it have no place where it is to go, and would be lost; copy "
+                       "it, and remove it here"));
     YamlEditor editor(*file);
     editor.remove(id, withComments);
     return commit(editor, Kind::Removal, id);
@@ -341,11 +352,13 @@ std::optional<Outcome> YamlDocument::rename(std::string_view path, std::string_v
     if (other == id)
         return Outcome();
     if (other != noNode)
-        return refused("there is already an entry " + quoted(joinPath(splitLast(path).parent, name)));
+        return refused(
+            Reason::tr("there is already an entry %1", {quoted(joinPath(splitLast(path).parent, name))}));
     if (tree.node(id).keyStyle > YamlStyle::Double || tree.node(id).kind == YamlKind::Merge)
-        return refused("the key of " + quoted(path) + " is not a plain text, so that it keeps its name");
+        return refused(
+            Reason::tr("the key of %1 is not a plain text, so that it keeps its name", {quoted(path)}));
     if (tree.ordinalOf(id) > 1 || removalMovesSiblings(path))
-        return refused("its map has the key of " + quoted(path) + " more than once");
+        return refused(Reason::tr("its map has the key of %1 more than once", {quoted(path)}));
     YamlEditor editor(*file);
     editor.replaceKey(id, key);
     const std::string renamed = joinPath(splitLast(path).parent, name);

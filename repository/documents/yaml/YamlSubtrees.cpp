@@ -1,6 +1,7 @@
 #include "repository/documents/yaml/YamlSubtrees.h"
 
 #include "repository/documents/common/ExcerptText.h"
+#include "repository/documents/yaml/YamlDocuments.h"
 #include "repository/documents/yaml/YamlTokens.h"
 
 namespace Repository::Documents {
@@ -9,7 +10,7 @@ namespace {
 
 Outcome noPlace()
 {
-    return refused("it has no place there as it is written");
+    return refused(Reason::tr("it has no place there as it is written"));
 }
 
 // The text of an excerpt with a name in the place of all that is in front of its value.
@@ -94,6 +95,26 @@ Outcome YamlSubtrees::insertElement(YamlEditor& editor, NodeId sequence, std::si
     const auto column = editor.blockColumnOf(sequence);
     return column ? editor.insertLinesAt(sequence, position, linesOf(excerpt, *piece, {}, *column))
                   : insertItem(editor, sequence, position, {}, excerpt, *piece);
+}
+
+// What is in it begins a line of its own, after the comments that were between that and its name.
+Outcome YamlSubtrees::insertDocument(YamlEditor& editor, std::size_t position, const Excerpt& excerpt) const
+{
+    const auto piece = read(excerpt);
+    if (!piece)
+        return noPlace();
+    const std::size_t shift = excerpt.indentation.size();
+    const std::string text = std::string(shift + piece->value, ' ') + excerpt.text.substr(piece->value);
+    const std::size_t content = shift + piece->content;
+    const std::size_t line = findYamlLine(text, content);
+    const std::string column(content - line, ' ');
+    std::string lines = indentedLines(excerpt.above, excerpt.indentation, {});
+    if (hasYamlComment(text, 0, content))
+        lines +=
+            indentedLines(text.substr(skipYamlBlanks(text, 0), line - skipYamlBlanks(text, 0)), column, {});
+    lines += piece->isCollection ? indentedLines(text.substr(line), column, {}) : text.substr(content);
+    lines += excerpt.after + file.lineEnd;
+    return YamlDocuments(file).insert(editor, position, withLineEnds(lines, excerpt, file.lineEnd));
 }
 
 std::string YamlSubtrees::linesOf(const Excerpt& excerpt, const Piece& piece, const std::string& key,

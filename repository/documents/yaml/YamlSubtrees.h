@@ -22,6 +22,7 @@ public:
                          const Excerpt& excerpt) const;
     Outcome insertElement(YamlEditor& editor, NodeId sequence, std::size_t position,
                           const Excerpt& excerpt) const;
+    Outcome insertDocument(YamlEditor& editor, std::size_t position, const Excerpt& excerpt) const;
 
 private:
     // What an excerpt holds, by offsets in its text.

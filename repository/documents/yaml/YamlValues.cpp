@@ -13,28 +13,30 @@ Outcome YamlValues::check(std::string_view path, NodeId id) const
     const YamlNode& node = tree.node(id);
     const std::string_view text = tree.getOriginal();
     if (node.kind == YamlKind::Merge)
-        return outcomeAt(text, node.value,
-                         quoted(path) + " names what is merged into its map; change that instead");
+        return outcomeAt(
+            text, node.value,
+            Reason::tr("%1 names what is merged into its map; change that instead", {quoted(path)}));
     const bool isBelowCollection = node.hasKey && node.keyStyle > YamlStyle::Double;
     const bool hasNoPlace = isBelowCollection && node.value == node.valueEnd; // its ":" may be one of the key
     const bool mayGetColon = file.isInFlow(id) && !hasYamlBreak(tree.text(node.key, node.keyEnd));
     if ((node.lacksColon && !mayGetColon) || hasNoPlace)
         return outcomeAt(text, node.key,
-                         "the key of " + quoted(path) + " has no \":\" that a value could follow");
+                         Reason::tr("the key of %1 has no \":\" that a value could follow", {quoted(path)}));
     if (node.isShared)
         return YamlLinks(file).explainCopy(path, id);
     if (node.namesKey) {
         Outcome place = outcomeAt(text, tree.findAliasOf(id));
-        place.error = quoted(path) + " is also a key, by its alias at line " + std::to_string(place.line) +
-                      ", whose entry would get another name";
+        place.error =
+            Reason::tr("%1 is also a key, by its alias at line %2, whose entry would get another name",
+                       {quoted(path), std::to_string(place.line)});
         return place;
     }
     for (NodeId item = node.kind == YamlKind::List ? node.first : noNode; item != noNode;
          item = tree.node(item).next) {
         if (tree.node(item).isAlias || tree.node(item).isUsed)
-            return outcomeAt(text, tree.node(item).begin,
-                             "an element of " + quoted(path) +
-                                 " is an alias or has one, which would be lost");
+            return outcomeAt(
+                text, tree.node(item).begin,
+                Reason::tr("an element of %1 is an alias or has one, which would be lost", {quoted(path)}));
     }
     return {};
 }
@@ -75,22 +77,23 @@ Outcome YamlValues::checkKind(std::string_view path, NodeId id, std::string_view
                              tree.node(node.parent).kind == YamlKind::Sequence &&
                              tree.node(node.parent).nonTexts == 1;
     if (isFirstText && isTextSpelling(id, spelling))
-        return refused(quoted(path) +
-                       " cannot become a text: all elements of its list would be texts, which are "
-                       "one value");
+        return refused(Reason::tr(
+            "%1 cannot become a text: all elements of its list would be texts, which are one value",
+            {quoted(path)}));
     if (isBehindTab(id) && spelling.find_first_of("\"'!|>") == 0)
         return outcomeAt(tree.getOriginal(), node.value,
-                         quoted(path) +
-                             " is indented by a tab, behind which no value can have quotes or a tag; "
-                             "indent it by blanks");
+                         Reason::tr("%1 is indented by a tab, behind which no value can have quotes or a "
+                                    "tag; indent it by blanks",
+                                    {quoted(path)}));
     const std::string_view present = file.bareText(id);
     const std::size_t column = columnOfYaml(tree.getOriginal(), node.value);
     if (isYamlList(present) && !isYamlList(spelling) && hasYamlListComment(present, column))
-        return refused(quoted(path) + " is a list with comments, which would be lost");
+        return refused(Reason::tr("%1 is a list with comments, which would be lost", {quoted(path)}));
     const std::string_view comment = commentOfYamlBlock(present);
     if (!comment.empty() && commentOfYamlBlock(spelling) != comment)
-        return refused(quoted(path) + " is a block with " + quoted(comment) +
-                       " on its first line, which would be lost, since what it would become cannot be one");
+        return refused(Reason::tr("%1 is a block with %2 on its first line, which would be lost, since what "
+                                  "it would become cannot be one",
+                                  {quoted(path), quoted(comment)}));
     return {};
 }
 

@@ -42,18 +42,19 @@ std::string yamlKeyOf(std::string_view component, std::string& error)
     const NumberedComponent name = splitNumber(component);
     const auto key = decodeKey(name.name);
     if (!key)
-        error = quoted(component) + " is not how a key is written in a path";
+        error = Reason::tr("%1 is not how a key is written in a path", {quoted(component)});
     else if (!isUtf8(*key))
-        error = "the key " + quoted(component) + " is not valid UTF-8, which YAML demands";
+        error = Reason::tr("the key %1 is not valid UTF-8, which YAML demands", {quoted(component)});
     else if (*key == yamlOwnValueKey)
-        error = "the key \"#value\" is kept for values of groups";
+        error = Reason::tr("the key \"#value\" is kept for values of groups");
     else if (name.number > 1)
-        error = "the key " + quoted(*key) + " would be in one map twice, which YAML forbids";
+        error = Reason::tr("the key %1 would be in one map twice, which YAML forbids", {quoted(*key)});
     else if (key->find_first_of("\r\n") != std::string::npos)
-        error = "the key " + quoted(component) + " has a line break, which a key of YAML should not have";
+        error = Reason::tr("the key %1 has a line break, which a key of YAML should not have",
+                           {quoted(component)});
     else if (key->size() > longestKey)
-        error =
-            "the key is longer than " + std::to_string(longestKey) + " bytes, which readers of YAML refuse";
+        error = Reason::tr("the key is longer than %1 bytes, which readers of YAML refuse",
+                           {std::to_string(longestKey)});
     return key.value_or(std::string());
 }
 
@@ -84,11 +85,11 @@ void YamlWriter::writeScalar(const Value& value, std::size_t indentation, bool i
     place.isBeforeBlank = true; // perhaps
     const bool isTagged = needsTag(value);
     if (isTagged && inFlow)
-        fail("YAML has no form for " + describeType(value.type) +
-             ", and between brackets no comment can tag its type");
+        fail(Reason::tr("YAML has no form for %1, and between brackets no comment can tag its type",
+                        {describeType(value.type)}));
     const auto spelled = isTagged ? spellTaggedYamlValue(value, {}, place) : spellYamlValue(value, {}, place);
     if (!spelled)
-        fail("the text is not valid UTF-8, which YAML demands");
+        fail(Reason::tr("the text is not valid UTF-8, which YAML demands"));
     text += spelled.value_or(std::string());
 }
 
@@ -150,7 +151,7 @@ void YamlWriter::writeContent(const YamlBranch& branch, std::size_t indentation)
         own.key = yamlOwnValueKey;
         own.value = branch.value;
         if (branch.isArray)
-            fail("an array cannot have a value of its own");
+            fail(Reason::tr("an array cannot have a value of its own"));
         writeMember(own, indentation);
     }
     for (const YamlBranch& child : branch.children)
@@ -188,7 +189,7 @@ void YamlWriter::writeFlow(const YamlBranch& branch)
     if (isList(branch)) {
         const auto& list = std::get<Texts>(branch.value->data);
         if (!std::all_of(list.begin(), list.end(), [](const auto& item) { return isUtf8(item); }))
-            return fail("the text is not valid UTF-8, which YAML demands");
+            return fail(Reason::tr("the text is not valid UTF-8, which YAML demands"));
         text += spellNewYamlList(list);
         return;
     }
