@@ -165,8 +165,9 @@ void MainWindow::addDocks()
     const auto add = [this](QDockWidget& dock, const QString& name, const QKeySequence& key,
                             const std::function<void()>& show) {
         new DockSwitch(dock, name, show);
-        dock.toggleViewAction()->setShortcut(key);
-        view->addAction(dock.toggleViewAction());
+        QAction* const action = dock.toggleViewAction();
+        action->setShortcut(key);
+        view->addAction(action);
         if (&dock != plugins && dockWidgetArea(&dock) == Qt::BottomDockWidgetArea)
             tabifyDockWidget(plugins, &dock);
     };
