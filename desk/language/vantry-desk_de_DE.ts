@@ -1699,7 +1699,7 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     </message>
     <message>
         <source>&amp;Plug-ins</source>
-        <translation>&amp;Plugins</translation>
+        <translation>P&amp;lugins</translation>
     </message>
     <message>
         <source>Pr&amp;oblems</source>
@@ -2277,7 +2277,7 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     </message>
     <message>
         <source>Whole &amp;text</source>
-        <translation>&amp;Ganzer Text</translation>
+        <translation>Gan&amp;zer Text</translation>
     </message>
     <message>
         <source>t&amp;ypes</source>
