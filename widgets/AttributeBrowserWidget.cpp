@@ -6,6 +6,7 @@
 #include "host/Utilities/ModelViews/AttributeModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModel.h"
 #include "host/Utilities/ModelViews/AttributeTreeViewModelUtils.h"
+#include "host/Utilities/ModelViews/Widgets/AttributeNameDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 #include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
@@ -27,6 +28,7 @@ using Shared::Completer::TreeModelCompleter;
 using Utilities::ModelViews::AttributeModel;
 using Utilities::ModelViews::AttributeTreeViewModel;
 using Utilities::ModelViews::AttributeTreeViewModelUtils;
+using Utilities::ModelViews::Widgets::AttributeNameDelegate;
 using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 using Utilities::ModelViews::Widgets::LongTextDelegate;
 using Utilities::ModelViews::Widgets::PlainLabel;
@@ -93,6 +95,7 @@ void AttributeBrowserWidget::setUpTree()
     tree->header()->setStretchLastSection(false);
     tree->header()->setResizeContentsPrecision(100); // rows, of which some are out of sight
     tree->setItemDelegate(new LongTextDelegate(tree));
+    tree->setItemDelegateForColumn(AttributeTreeViewModel::NameColumn, new AttributeNameDelegate(tree));
     // The columns are as wide as the rows in sight ask for, and scrolling brings others into sight. This is
     // the public way to have them measured anew once control returns to the event loop.
     connect(tree->verticalScrollBar(), &QScrollBar::valueChanged, tree->header(),

@@ -12,6 +12,7 @@
 #include "host/Utilities/ModelViews/Widgets/AttributeTreeModelInputDialogs.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -23,6 +24,25 @@ using Utilities::ModelViews::Widgets::AttributeTreeModelInputDialogs;
 BackendFiles::BackendFiles(std::shared_ptr<Repository> attributes, QWidget& parentWindow)
     : repository(std::move(attributes)), window(parentWindow), unsaved(repository->getChangesInterface())
 {
+}
+
+QStringList BackendFiles::getOpened() const
+{
+    QStringList opened;
+    QStringList folders;
+    const QStringList all = getBackends();
+    for (const QString& backend : all) {
+        const bool isOfFolder = std::any_of(folders.begin(), folders.end(), [&](const QString& folder) {
+            return FrameworkCore::AppConfig::isAtOrBelow(backend, folder);
+        });
+        if (isOfFolder)
+            continue;
+        opened.append(backend);
+        const auto information = repository->getBackendInterface()->getBackendInformation(backend);
+        if (information && information->getBackendType() == QLatin1String("folder"))
+            folders.append(backend);
+    }
+    return opened;
 }
 
 QStringList BackendFiles::getUnsaved()
@@ -58,8 +78,10 @@ QStringList BackendFiles::getFileNames(const QStringList& backends) const
 QStringList BackendFiles::getLabels(const QStringList& backends) const
 {
     QStringList labels = getFileNames(backends);
+    const QStringList opened = getOpened();
+    const QSet<QString> own(opened.begin(), opened.end()); // the names of others come from their files
     for (int number = 0; number < backends.size(); ++number) {
-        if (labels[number] != backends[number])
+        if (labels[number] != backends[number] && own.contains(backends[number]))
             labels[number] = QStringLiteral("%1 (%2)").arg(labels[number], backends[number]);
     }
     return labels;

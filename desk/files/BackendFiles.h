@@ -26,11 +26,13 @@ public:
     BackendFiles(std::shared_ptr<Repository> repository, QWidget& window);
 
     QStringList getBackends() const { return repository->getBackendInterface()->getBackendNames(); }
-    QStringList getUnsaved(); // as of now, with what is being typed into a cell
+    QStringList getOpened() const; // without those that came with a folder
+    QStringList getUnsaved();      // as of now, with what is being typed into a cell
     Utilities::UnsavedBackends& getWatch() { return unsaved; }
 
     // For people: the backend's file with as much of its folder as distinguishes it from the others that are
-    // open, that with the backend's name, and its whole path. One after the other for the backends.
+    // open; that with the backend's name, unless it came with a folder; and its whole path. One after the
+    // other for the backends.
     QStringList getFileNames(const QStringList& backends) const;
     QString getFileName(const QString& backend) const { return getFileNames({backend}).first(); }
     QStringList getLabels(const QStringList& backends) const;

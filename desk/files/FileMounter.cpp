@@ -42,7 +42,7 @@ QString mountFolder(const ::Repository::FolderLocation& folder, const QString& n
     if (!outcome.ok())
         return QStringLiteral("%1: %2").arg(path, outcome.explain());
     for (const QString& warning : outcome.get().warnings)
-        notes.append(FileMounter::tr("%1: %2; View > Problems lists them").arg(path, warning));
+        notes.append(FileMounter::tr("%1: %2; View > Problems tells why").arg(path, warning));
     return {};
 }
 

@@ -76,7 +76,7 @@ void KeptChangesBar::refresh()
     if (entries.isEmpty())
         return;
     constexpr int mostRows = 4;
-    const int rowHeight = rows->itemAt(0)->sizeHint().height() + rows->spacing();
+    const int rowHeight = rows->itemAt(0)->widget()->sizeHint().height() + rows->spacing();
     scroller->setFixedHeight(rowHeight * qMin(entries.size(), mostRows) + rowHeight / 4);
 }
 

@@ -27,7 +27,7 @@ ProblemsDock::ProblemsDock(QWidget* parent) : QDockWidget(tr("Problems"), parent
     hide();
 }
 
-void ProblemsDock::show(const Outcome& outcome)
+void ProblemsDock::take(const Outcome& outcome)
 {
     const QString& file = outcome.get().file;
     if (outcome.ok()) {

@@ -23,7 +23,7 @@ public:
     explicit ProblemsDock(QWidget* parent = nullptr);
 
     // What came of opening a file.
-    void show(const Outcome& outcome);
+    void take(const Outcome& outcome);
 
 signals:
     // The person wants to see the place.

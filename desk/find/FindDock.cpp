@@ -7,9 +7,8 @@
 #include "host/Utilities/ModelViews/Widgets/PlainLabel.h"
 #include "host/Utilities/Worker.h"
 
-#include <QApplication>
-#include <QKeyEvent>
 #include <QLocale>
+#include <QPointer>
 #include <QPushButton>
 #include <QSet>
 #include <QVBoxLayout>
@@ -93,8 +92,6 @@ void FindDock::beginReplacing()
 
 void FindDock::begin(bool isReplacing)
 {
-    if (!isAncestorOf(QApplication::focusWidget()))
-        focusBefore = QApplication::focusWidget();
     QDockWidget::show();
     raise();
     form->setReplacing(isReplacing);
@@ -255,21 +252,6 @@ void FindDock::finishReplacing(const Outcome& outcome, int count)
     lastNotice =
         count == 1 ? tr("1 value replaced") : tr("%1 values replaced").arg(QLocale().toString(count));
     showStatus();
-}
-
-void FindDock::leave()
-{
-    hide();
-    if (focusBefore)
-        focusBefore->setFocus();
-}
-
-void FindDock::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        leave();
-    else
-        QDockWidget::keyPressEvent(event);
 }
 
 } // namespace Vantry

@@ -6,7 +6,6 @@
 #include "desk/find/SearchScope.h"
 
 #include <QDockWidget>
-#include <QPointer>
 #include <QTimer>
 
 #include <future>
@@ -45,9 +44,6 @@ public:
 signals:
     void chosen(const QString& path);
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override; // Escape leaves
-
 private:
     void setUp();
     void addStatus();
@@ -63,7 +59,6 @@ private:
     bool mayReplace();
     void replaceChecked();
     void finishReplacing(const Outcome& outcome, int count);
-    void leave();
 
     std::shared_ptr<Repository> repository;
     BackendFiles& files;
@@ -75,7 +70,6 @@ private:
     QString lastNotice;    // of what has ended
     bool isFaulty = false; // the text is none
     std::future<void> replacing;
-    QPointer<QWidget> focusBefore;
 
     // Children, from the first showing on.
     SearchForm* form = nullptr;

@@ -58,7 +58,7 @@ void HitPlaces::locate()
         for (const QString& path : paths) {
             FrameworkCore::AppConfig::Interfaces::TextPlace place;
             texts->locate(path, place);
-            found.insert(path, place.position.line);
+            found.insert(path, place.lineOnDisk);
         }
         return [this, found] {
             for (auto line = found.begin(); line != found.end(); ++line) {

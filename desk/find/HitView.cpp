@@ -23,11 +23,14 @@ HitView::HitView(QAbstractItemModel& hits, QWidget* parent) : QTreeView(parent)
     setAlternatingRowColors(true);
     setTabKeyNavigation(false);
     setEditTriggers(NoEditTriggers);
+    setTextElideMode(Qt::ElideMiddle); // the ends of paths and the lines of places tell them apart
     setItemDelegate(new LongTextDelegate(this));
     setItemDelegateForColumn(HitModel::PathColumn, new LongTextDelegate(this, Qt::ElideMiddle));
-    header()->setStretchLastSection(true);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(HitModel::PathColumn, QHeaderView::Stretch);
     const int letter = fontMetrics().averageCharWidth();
-    setColumnWidth(HitModel::PathColumn, letter * 42);
+    header()->setMinimumSectionSize(letter * 12);
+    setColumnWidth(HitModel::PlaceColumn, letter * 26);
     setColumnWidth(HitModel::ValueColumn, letter * 26);
     setColumnWidth(HitModel::ReplacementColumn, letter * 26);
     showReplacements(false);

@@ -1,7 +1,6 @@
 #include "desk/find/SearchScope.h"
 
 #include "desk/common/MenuText.h"
-#include "host/FrameworkCore/AppConfig/AttributePath.h"
 #include "host/Utilities/ModelViews/ToolTipText.h"
 
 #include <QMenu>
@@ -9,8 +8,6 @@
 #include <algorithm>
 
 namespace Vantry {
-
-using FrameworkCore::AppConfig::isAtOrBelow;
 
 SearchScope::SearchScope(BackendFiles& backendFiles, SelectedPath selected)
     : files(backendFiles), selectedPath(std::move(selected))
@@ -27,7 +24,6 @@ QStringList SearchScope::getRoots() const
     return roots;
 }
 
-// Files of a folder are not listed by themselves.
 void SearchScope::fill()
 {
     QMenu& choices = *menu();
@@ -40,14 +36,10 @@ void SearchScope::fill()
                                              [this, selected] { choose({selected}); });
     below->setEnabled(!selected.isEmpty());
     choices.addSeparator();
-    const QStringList backends = files.getBackends();
+    const QStringList backends = files.getOpened();
     const QStringList names = files.getFileNames(backends);
-    QString last; // of a folder, whose files follow
     for (int i = 0; i < backends.size(); ++i) {
         const QString& backend = backends[i];
-        if (!last.isEmpty() && isAtOrBelow(backend, last))
-            continue;
-        last = backend;
         QAction* const choice = choices.addAction(menuText(names[i]));
         choice->setCheckable(true);
         choice->setChecked(roots.contains(backend));

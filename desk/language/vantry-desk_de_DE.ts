@@ -566,10 +566,6 @@
         <translation>Leertaste</translation>
     </message>
     <message>
-        <source>Find: close</source>
-        <translation>Suchen: schließen</translation>
-    </message>
-    <message>
         <source>Esc</source>
         <translation>Esc</translation>
     </message>
@@ -588,6 +584,10 @@
     <message>
         <source>Tab, Shift+Tab</source>
         <translation>Tab, Umschalt+Tab</translation>
+    </message>
+    <message>
+        <source>Log, Find and others below or beside: close</source>
+        <translation>Protokoll, Suchen und andere unten oder daneben: schließen</translation>
     </message>
 </context>
 <context>
@@ -1039,10 +1039,6 @@
         <translation>&amp;Fehlermeldung</translation>
     </message>
     <message>
-        <source>Edit A&amp;gain</source>
-        <translation>&amp;Erneut bearbeiten</translation>
-    </message>
-    <message>
         <source>Change &amp;Type</source>
         <translation>&amp;Typ ändern</translation>
     </message>
@@ -1093,6 +1089,10 @@
     <message>
         <source>&apos;%1&apos; does not exist</source>
         <translation>„%1“ gibt es nicht</translation>
+    </message>
+    <message>
+        <source>Edit &amp;Again</source>
+        <translation>&amp;Erneut bearbeiten</translation>
     </message>
 </context>
 <context>
@@ -1224,10 +1224,6 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
 <context>
     <name>Vantry::FileMounter</name>
     <message>
-        <source>%1: %2; View &gt; Problems lists them</source>
-        <translation>%1: %2; „Ansicht &gt; Probleme“ führt sie auf</translation>
-    </message>
-    <message>
         <source>%1: no such file</source>
         <translation>%1: diese Datei gibt es nicht</translation>
     </message>
@@ -1242,6 +1238,10 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
     <message>
         <source>%1: it was not opened: %2</source>
         <translation>%1: wurde nicht geöffnet: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2; View &gt; Problems tells why</source>
+        <translation>%1: %2; „Ansicht &gt; Probleme“ sagt, warum</translation>
     </message>
 </context>
 <context>
@@ -1406,8 +1406,8 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
         <translation>Lesezeichen des &amp;ausgewählten Knotens entfernen</translation>
     </message>
     <message>
-        <source>Go</source>
-        <translation>Gehe zu</translation>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
     </message>
 </context>
 <context>
@@ -1704,6 +1704,30 @@ Das Fenster ohne diese Eingabe schließen?</translation>
     <message>
         <source>&amp;Ask Before Everything Again</source>
         <translation>Vor allem wieder fra&amp;gen</translation>
+    </message>
+    <message>
+        <source>&amp;Plug-ins</source>
+        <translation>P&amp;lugins</translation>
+    </message>
+    <message>
+        <source>Pr&amp;oblems</source>
+        <translation>Pr&amp;obleme</translation>
+    </message>
+    <message>
+        <source>F&amp;ind</source>
+        <translation>S&amp;uchen</translation>
+    </message>
+    <message>
+        <source>&amp;Changes</source>
+        <translation>&amp;Änderungen</translation>
+    </message>
+    <message>
+        <source>Lo&amp;g</source>
+        <translation>Pro&amp;tokoll</translation>
+    </message>
+    <message>
+        <source>&amp;Text</source>
+        <translation>Te&amp;xt</translation>
     </message>
 </context>
 <context>
@@ -2261,7 +2285,7 @@ Leer: der Editor der Umgebung ($VISUAL, $EDITOR), sonst der der Arbeitsumgebung.
     </message>
     <message>
         <source>Whole &amp;text</source>
-        <translation>&amp;Ganzer Text</translation>
+        <translation>Gan&amp;zer Text</translation>
     </message>
     <message>
         <source>t&amp;ypes</source>

@@ -89,7 +89,7 @@ FailureHint::FailureHint(LogFeed& feed, std::shared_ptr<RepositoryInterface> att
 
 void FailureHint::setUpButtons(QHBoxLayout& row)
 {
-    again = addButton(row, "failureEdit", tr("Edit A&gain"), {});
+    again = addButton(row, "failureEdit", tr("Edit &Again"), {});
     connect(again, &QToolButton::clicked, this, &FailureHint::requestEdit);
     type = addButton(row, "failureType", tr("Change &Type"), {});
     connect(type, &QToolButton::clicked, this, &FailureHint::changeType);

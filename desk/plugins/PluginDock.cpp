@@ -30,8 +30,10 @@ void PluginDock::showFindings(const std::vector<PluginLoader::Finding>& foundPlu
         fillRows();
     const bool isRefused = std::any_of(findings.begin(), findings.end(),
                                        [](const auto& finding) { return !finding.refusal.isEmpty(); });
-    if (isRefused)
+    if (isRefused) {
         show();
+        raise();
+    }
 }
 
 void PluginDock::setVisible(bool isVisible)
@@ -63,6 +65,7 @@ void PluginDock::setUp()
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(rows);
     column->addWidget(letInButton, 0, Qt::AlignLeft);
+    content->setFocusProxy(rows);
     setWidget(content);
 }
 

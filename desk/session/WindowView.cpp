@@ -67,14 +67,14 @@ SessionState::View WindowView::get() const
     if (monitor)
         view.monitored = monitor->getAttributeFullPathList();
     view.geometry = window.saveGeometry();
-    view.docks = window.saveState();
+    view.docks = window.saveState(layoutVersion);
     return view;
 }
 
 void WindowView::showFrame(const SessionState::View& view)
 {
     window.restoreGeometry(view.geometry);
-    window.restoreState(view.docks);
+    window.restoreState(view.docks, layoutVersion);
 }
 
 void WindowView::show(const SessionState::View& view)
@@ -85,8 +85,10 @@ void WindowView::show(const SessionState::View& view)
         for (const QString& path : view.expanded)
             tree->expand(model->indexFromPath(path));
         const QModelIndex current = model->indexFromPath(view.current);
-        if (current.isValid())
+        if (current.isValid()) {
             tree->setCurrentIndex(current);
+            emit tree->clicked(current); // so that the page shows its details
+        }
         tree->visualRect(model->index(0, 0)); // lays the rows out, which gives the scroll bar its range
         tree->verticalScrollBar()->setValue(view.scroll);
     }

@@ -22,6 +22,9 @@ class WindowView : public QObject
     Q_OBJECT
 
 public:
+    // Of what a window says about its docks; rises when these are put elsewhere at first.
+    static constexpr int layoutVersion = 1;
+
     // A child of the window, which has its pages by now.
     explicit WindowView(QMainWindow& window);
 

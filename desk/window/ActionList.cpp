@@ -22,7 +22,9 @@ QString plainText(const QAction& action)
     QString text = action.text();
     text.replace(QLatin1String("&&"), QString(QChar::Null));
     text.remove(QLatin1Char('&'));
-    return text.replace(QChar::Null, QLatin1Char('&'));
+    text.replace(QChar::Null, QLatin1Char('&'));
+    const int end = text.indexOf(QLatin1Char('\t')); // what menus have on the right
+    return end < 0 ? text : QStringLiteral("%1 (%2)").arg(text.left(end), text.mid(end + 1));
 }
 
 QString keysOf(const QAction& action)
@@ -36,7 +38,7 @@ ActionList::ActionList(const QMenuBar& menus, Shown shown, QWidget* parent)
     : QDialog(parent), field(new QLineEdit), rows(new QTreeWidget)
 {
     setWindowTitle(shown == Shown::Keys ? tr("Keys") : tr("Commands"));
-    resize(fontMetrics().averageCharWidth() * 80, fontMetrics().lineSpacing() * 26);
+    resize(fontMetrics().averageCharWidth() * 100, fontMetrics().lineSpacing() * 26);
     field->setObjectName(QStringLiteral("actionText"));
     field->setPlaceholderText(tr("Type a part of what is to be done"));
     field->setAccessibleName(field->placeholderText());
@@ -49,8 +51,9 @@ ActionList::ActionList(const QMenuBar& menus, Shown shown, QWidget* parent)
     addActions({}, menus.actions(), shown);
     if (shown == Shown::Keys)
         addOtherKeys();
-    rows->header()->setStretchLastSection(true);
-    rows->setColumnWidth(0, fontMetrics().averageCharWidth() * 55);
+    rows->header()->setStretchLastSection(false);
+    rows->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    rows->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(field);
     column->addWidget(rows, 1);
@@ -84,7 +87,7 @@ void ActionList::addOtherKeys()
         {tr("Edit the value of the selected row"), tr("F2")},
         {tr("Find: go to the list, then to the node"), tr("Return")},
         {tr("Find: check or uncheck the selected rows"), tr("Space")},
-        {tr("Find: close"), tr("Esc")},
+        {tr("Log, Find and others below or beside: close"), tr("Esc")},
         {tr("Lists: copy the selected rows"), tr("Ctrl+C")},
         {tr("To the next field or list, or back"), tr("Tab, Shift+Tab")},
     };

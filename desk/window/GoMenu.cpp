@@ -16,7 +16,7 @@ constexpr int mostVisited = 100;
 } // namespace
 
 GoMenu::GoMenu(SelectedPath selected, QWidget* parent)
-    : QMenu(tr("Go"), parent), selectedPath(std::move(selected)),
+    : QMenu(tr("&Go"), parent), selectedPath(std::move(selected)),
       back(addAction(tr("&Back"), this, &GoMenu::goBack, Qt::ALT + Qt::Key_Left)),
       forward(addAction(tr("&Forward"), this, &GoMenu::goForward, Qt::ALT + Qt::Key_Right))
 {

@@ -27,6 +27,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QTabBar>
 #include <QTimer>
 
 #include <algorithm>
@@ -269,9 +270,10 @@ void MainWindow::showFiles()
 void MainWindow::showTitle()
 {
     constexpr int mostNames = 3;
-    QString title = files.getFileNames(shownBackends.mid(0, mostNames)).join(QStringLiteral(", "));
-    if (shownBackends.size() > mostNames)
-        title = tr("%1 and %2 more").arg(title, QString::number(shownBackends.size() - mostNames));
+    const QStringList opened = files.getOpened();
+    QString title = files.getFileNames(opened.mid(0, mostNames)).join(QStringLiteral(", "));
+    if (opened.size() > mostNames)
+        title = tr("%1 and %2 more").arg(title, QString::number(opened.size() - mostNames));
     if (number > 1 && !title.isEmpty())
         title = tr("%1 (window %2)").arg(title, QString::number(number));
     title.replace(QLatin1String("[*]"), QLatin1String("[*][*]")); // as a name may hold it
@@ -328,6 +330,11 @@ bool MainWindow::event(QEvent* event)
     }
     if (event->type() == QEvent::ShortcutOverride)
         edit->prepareFor(*static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::ChildPolished) {
+        // That of docks which share a place, where the keyboard comes by their keys.
+        if (auto* const tabs = qobject_cast<QTabBar*>(static_cast<QChildEvent*>(event)->child()))
+            tabs->setFocusPolicy(Qt::NoFocus);
+    }
     return QMainWindow::event(event);
 }
 

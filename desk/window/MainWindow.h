@@ -28,7 +28,9 @@ class NavigationArea;
 class NoticeBar;
 class Places;
 class PluginDock;
+class ProblemsDock;
 class StartPage;
+class TextDock;
 class WindowView;
 class Windows;
 
@@ -94,6 +96,7 @@ private:
     void setUpAreas();
     void setUpStatusBar();
     void setUpMenus();
+    void addDocks();
     void setUpPlaces();
     void addApplications();
     void showPage(const QString& identification, const QString& page);
@@ -148,9 +151,11 @@ private:
     WindowView* shownView = nullptr;
     QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
+    ProblemsDock* problemsDock = nullptr;
     FindDock* find = nullptr;
     ChangesDock* changes = nullptr;
     LogDock* log = nullptr;
+    TextDock* textDock = nullptr;
     FailureHint* hint = nullptr;
 
     ApplicationHost applications; // its widgets go before the window's areas

@@ -16,6 +16,7 @@
 #include "desk/plugins/LoadingNote.h"
 #include "desk/plugins/PluginDock.h"
 #include "desk/text/TextDock.h"
+#include "desk/window/DockSwitch.h"
 #include "desk/window/EditMenu.h"
 #include "desk/window/GoMenu.h"
 #include "desk/window/MainWindow.h"
@@ -63,13 +64,13 @@ void MainWindow::setUpAreas()
 
     plugins = new PluginDock;
     addDockWidget(Qt::BottomDockWidgetArea, plugins);
-    auto* const problems = new ProblemsDock;
-    addDockWidget(Qt::BottomDockWidgetArea, problems);
-    connect(&ProblemFeed::instance(), &ProblemFeed::added, problems, &ProblemsDock::show);
+    problemsDock = new ProblemsDock;
+    addDockWidget(Qt::BottomDockWidgetArea, problemsDock);
+    connect(&ProblemFeed::instance(), &ProblemFeed::added, problemsDock, &ProblemsDock::take);
     const auto present = ProblemFeed::instance().getProblems();
     for (const auto& problem : present)
-        problems->show(problem);
-    connect(problems, &ProblemsDock::openRequested, this, [this](const auto& place) {
+        problemsDock->take(problem);
+    connect(problemsDock, &ProblemsDock::openRequested, this, [this](const auto& place) {
         const QString reason = EditorCommand::open(place);
         if (!reason.isEmpty())
             showNotice(reason);
@@ -135,21 +136,7 @@ void MainWindow::setUpMenus()
     showNavigation->setChecked(true);
     showNavigation->setShortcut(Qt::Key_F9);
     connect(showNavigation, &QAction::toggled, navigation, &QWidget::setVisible);
-    const auto docks = findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
-    for (const QDockWidget* const dock : docks)
-        view->addAction(dock->toggleViewAction());
-    QAction* const showLog = log->toggleViewAction();
-    showLog->setShortcut(Qt::Key_F8);
-    QAction* const showChanges = changes->toggleViewAction();
-    showChanges->setShortcut(Qt::Key_F7);
-    connect(showChanges, &QAction::triggered, changes, [this](bool isShown) {
-        if (isShown)
-            changes->showChanges();
-    });
-    connect(showLog, &QAction::triggered, log, [this](bool isShown) {
-        if (isShown)
-            log->showLines();
-    });
+    addDocks();
     QAction* const showFailure = hint->getReachAction();
     view->addAction(showFailure);
     view->addSeparator();
@@ -170,6 +157,33 @@ void MainWindow::setUpMenus()
 
     menuBar()->addMenu(new WindowMenu(windows, *this));
     setUpHelp();
+}
+
+// Those at the bottom share their place, or the window would have to grow.
+void MainWindow::addDocks()
+{
+    const auto add = [this](QDockWidget& dock, const QString& name, const QKeySequence& key,
+                            const std::function<void()>& show) {
+        new DockSwitch(dock, name, show);
+        QAction* const action = dock.toggleViewAction();
+        action->setShortcut(key);
+        view->addAction(action);
+        if (&dock != plugins && dockWidgetArea(&dock) == Qt::BottomDockWidgetArea)
+            tabifyDockWidget(plugins, &dock);
+    };
+    const auto raise = [](QDockWidget& dock) {
+        return [&dock] {
+            dock.show();
+            dock.raise();
+            dock.widget()->setFocus();
+        };
+    };
+    add(*plugins, tr("&Plug-ins"), {}, raise(*plugins));
+    add(*problemsDock, tr("Pr&oblems"), {}, raise(*problemsDock));
+    add(*find, tr("F&ind"), {}, [this] { find->beginFinding(); });
+    add(*changes, tr("&Changes"), Qt::Key_F7, [this] { changes->showChanges(); });
+    add(*log, tr("Lo&g"), Qt::Key_F8, [this] { log->showLines(); });
+    add(*textDock, tr("&Text"), Qt::CTRL + Qt::Key_U, [this] { textDock->showText(); });
 }
 
 void MainWindow::setUpHelp()
@@ -201,18 +215,12 @@ void MainWindow::setUpPlaces()
     places = new Places(repository, files, *this, *edit);
     connect(places, &Places::selectRequested, this, &MainWindow::selectAttribute);
     connect(places, &Places::failed, this, &MainWindow::showNotice);
-    auto* const text = new TextDock(repository, places->getWatch());
-    addDockWidget(Qt::RightDockWidgetArea, text);
-    connect(text, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
-    connect(text, &TextDock::menuRequested, places, &Places::popUp);
+    textDock = new TextDock(repository, places->getWatch());
+    addDockWidget(Qt::RightDockWidgetArea, textDock);
+    connect(textDock, &TextDock::selectRequested, this, &MainWindow::selectAttribute);
+    connect(textDock, &TextDock::menuRequested, places, &Places::popUp);
     connect(changes, &ChangesDock::menuRequested, places, &Places::popUp);
-    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, text, &TextDock::look);
-    QAction* const showText = text->toggleViewAction();
-    showText->setShortcut(Qt::CTRL + Qt::Key_U);
-    connect(showText, &QAction::triggered, text, [text](bool isShown) {
-        if (isShown)
-            text->showText();
-    });
+    connect(&files.getWatch(), &Utilities::UnsavedBackends::looked, textDock, &TextDock::look);
 }
 
 void MainWindow::addApplications()

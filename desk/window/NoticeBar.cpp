@@ -103,19 +103,23 @@ void NoticeBar::showNotices()
     setVisible(!notices.isEmpty());
 }
 
-// As high as the text needs at this width; what is much can be scrolled.
+// As high as the text needs at this width; what is much can be scrolled. A bar that came and went with the
+// height would change that again.
 void NoticeBar::fitHeight()
 {
     constexpr int mostLines = 8;
     const int most = mostLines * text->fontMetrics().lineSpacing();
-    const int needed = text->heightForWidth(scroller->viewport()->width()); // negative without text
+    const int needed = text->heightForWidth(scroller->contentsRect().width()); // negative without text
+    scroller->setVerticalScrollBarPolicy(needed > most ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     scroller->setFixedHeight(qBound(0, needed, most));
 }
 
 bool NoticeBar::eventFilter(QObject* watched, QEvent* event)
 {
+    // Not before the layout is done that the event is a part of, or the text would not follow.
     if (watched == scroller->viewport() && event->type() == QEvent::Resize)
-        fitHeight();
+        QMetaObject::invokeMethod(
+            this, [this] { fitHeight(); }, Qt::QueuedConnection);
     return WorkAreaBar::eventFilter(watched, event);
 }
 

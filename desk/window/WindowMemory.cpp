@@ -1,5 +1,7 @@
 #include "desk/window/WindowMemory.h"
 
+#include "desk/session/WindowView.h"
+
 #include <QAction>
 #include <QMainWindow>
 #include <QRegularExpression>
@@ -56,7 +58,7 @@ void WindowMemory::save(const QMainWindow& window)
 {
     QSettings settings;
     settings.setValue(geometryKey, window.saveGeometry());
-    settings.setValue(stateKey, window.saveState());
+    settings.setValue(stateKey, window.saveState(WindowView::layoutVersion));
     const auto splitters = namedSplitters(window);
     for (const QSplitter* splitter : splitters)
         settings.setValue(splitterKey(*splitter), splitter->saveState());
@@ -69,7 +71,7 @@ void WindowMemory::restore(QMainWindow& window)
 {
     const QSettings settings;
     window.restoreGeometry(settings.value(geometryKey).toByteArray());
-    window.restoreState(settings.value(stateKey).toByteArray());
+    window.restoreState(settings.value(stateKey).toByteArray(), WindowView::layoutVersion);
     const auto splitters = namedSplitters(window);
     for (QSplitter* splitter : splitters)
         splitter->restoreState(settings.value(splitterKey(*splitter)).toByteArray());

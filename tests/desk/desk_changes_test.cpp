@@ -290,6 +290,8 @@ private slots:
         if (isConflict) {
             QTRY_VERIFY(told && told->isDone());
             QVERIFY(desk->part<QWidget>("keptChangesBar")->isVisible());
+            const auto* const apply = desk->part<QPushButton>("keptApply");
+            QTRY_COMPARE(apply->visibleRegion().boundingRect().size(), apply->size());
             QCOMPARE(read(speed), QVariant(1300LL));
             conflict.emplace(drive("Apply"));
             pressKept("keptApply");

@@ -1,6 +1,7 @@
 #include "desk/files/ProblemFeed.h"
 #include "desk/places/EditorCommand.h"
 #include "desk/window/NoticeBar.h"
+#include "host/Utilities/ModelViews/Widgets/LongTextDelegate.h"
 #include "repository/documents/Formats.h"
 #include "tests/desk/DeskTest.h"
 #include "tests/support/NoThreads.h"
@@ -138,6 +139,36 @@ private slots:
         QStringList opened = desk->repository->getBackendInterface()->getBackendNames();
         opened = opened.filter(QRegularExpression(QStringLiteral("^d\\.")));
         QCOMPARE(opened, QStringList(QStringLiteral("d.a%2Eini")));
+    }
+
+    // People read the names of files and folders as the disk has them, and of a folder nothing but its own.
+    void namesAFolderAsItIs()
+    {
+        const QString name = QStringLiteral("50%.d");
+        QVERIFY(QDir().mkpath(folder->path("site/") + name));
+        TestSupport::writeFile(folder->path("site/") + name + QStringLiteral("/a.ini"), "x.y = 1\n");
+        desk->window->openFiles({folder->path("site")});
+        const QString file = QStringLiteral("site.50%25%2Ed.a%2Eini");
+        QTRY_VERIFY(desk->item(file + QStringLiteral(".x%2Ey")).isValid());
+        QTRY_COMPARE(desk->window->getTitle(), QStringLiteral("plant.json, limits.ini, site"));
+        const auto readName = [](const QModelIndex& node) {
+            return node.data(Qt::AccessibleTextRole).toString().section(QLatin1String(", "), 0, 0);
+        };
+        const QModelIndex entry = desk->item(file + QStringLiteral(".x%2Ey"));
+        QCOMPARE(readName(entry), QStringLiteral("x%2Ey")); // as a path has it
+        QCOMPARE(readName(entry.parent()), QStringLiteral("a.ini"));
+        QCOMPARE(readName(entry.parent().parent()), name);
+
+        // That is drawn, which is narrower than the name in the path.
+        QStyleOptionViewItem option;
+        option.initFrom(desk->tree);
+        const Utilities::ModelViews::Widgets::LongTextDelegate ofPath(nullptr);
+        const auto saved = [&](const QModelIndex& node) {
+            return ofPath.sizeHint(option, node).width() -
+                   desk->tree->itemDelegateForColumn(0)->sizeHint(option, node).width();
+        };
+        QCOMPARE(saved(entry), 0);
+        QVERIFY(saved(entry.parent()) > 0);
     }
 
     // A row leads to the place, and several are copied.

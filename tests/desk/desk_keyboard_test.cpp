@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -107,7 +108,7 @@ private slots:
 
     void opensTheMenus()
     {
-        for (const char* keys : {"alt+f", "alt+e", "alt+v", "alt+h"}) {
+        for (const char* keys : {"alt+f", "alt+e", "alt+g", "alt+v", "alt+w", "alt+h"}) {
             QVERIFY(pressKey(QLatin1String(keys)));
             QTRY_VERIFY(QApplication::activePopupWidget());
             const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
@@ -125,6 +126,42 @@ private slots:
         QTRY_VERIFY(navigation->isVisible());
         QVERIFY(pressKey(QStringLiteral("ctrl+q")));
         QTRY_VERIFY(!desk->window->isVisible());
+    }
+
+    // Docks share a place; a key brings one to the front, closes it there, and leaves the window its size.
+    void changesBetweenDocks()
+    {
+        const QSize size = desk->window->size();
+        const auto isInFront = [this](const char* dock) {
+            const auto* const widget = desk->part<QWidget>(dock);
+            return widget->isVisible() && !widget->visibleRegion().isEmpty() &&
+                   widget->isAncestorOf(QApplication::focusWidget());
+        };
+        goTo("treeView");
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(isInFront("logDock"));
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(isInFront("findDock"));
+        for (const char* keys : {"alt+v", "o"}) { // has no key of its own
+            QVERIFY(pressKey(QLatin1String(keys)));
+            QTRY_COMPARE(QApplication::activePopupWidget() != nullptr,
+                         QLatin1String(keys) == QLatin1String("alt+v"));
+        }
+        QTRY_VERIFY(isInFront("problemsDock"));
+        QVERIFY(pressKey(QStringLiteral("F8"))); // which is behind
+        QTRY_VERIFY(isInFront("logDock"));
+        QVERIFY(desk->part<QDockWidget>("logDock")->toggleViewAction()->isChecked());
+        QCOMPARE(desk->window->size(), size);
+        QVERIFY(pressKey(QStringLiteral("F8")));
+        QTRY_VERIFY(!desk->part<QWidget>("logDock")->isVisible());
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(isInFront("findDock"));
+        goTo("treeView");
+        QVERIFY(pressKey(QStringLiteral("ctrl+f")));
+        QTRY_VERIFY(isInFront("findDock"));
+        QVERIFY(pressKey(QStringLiteral("Escape")));
+        QTRY_VERIFY(!desk->part<QWidget>("findDock")->isVisible());
+        QVERIFY(desk->tree->hasFocus());
     }
 
     // The whole way: choose a page and back, search, filter, open a branch, look at a value.

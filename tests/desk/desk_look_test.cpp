@@ -119,6 +119,29 @@ private slots:
         QCOMPARE(desk->part<QLabel>("noticeText")->text(), told);
     }
 
+    // As high as it must be at each width, also while docks come and go.
+    void showsAllOfANotice()
+    {
+        desk->window->openFiles(
+            {folder->path("a file with a long name that is not there and breaks a line")});
+        QTRY_VERIFY(desk->part<QWidget>("noticeBar")->isVisible());
+        const auto* const text = desk->part<QLabel>("noticeText");
+        for (int width = 760; width < 1160; width += 25) {
+            for (const bool isShown : {true, false}) {
+                desk->window->resize(width, 600);
+                desk->part<QWidget>("textDock")->setVisible(isShown);
+                const auto isFit = [text] {
+                    return text->height() == text->heightForWidth(text->width()) &&
+                           text->parentWidget()->size() == text->size();
+                };
+                QVERIFY2(
+                    QTest::qWaitFor(isFit, 1000),
+                    qPrintable(
+                        QStringLiteral("%1 x %2 at %3").arg(text->width()).arg(text->height()).arg(width)));
+            }
+        }
+    }
+
     // The platform of this test has a theme that names no key for it.
     void quitsByKey()
     {

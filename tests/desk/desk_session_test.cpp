@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QScrollBar>
+#include <QTextBrowser>
 
 using TestSupport::contentOf;
 using TestSupport::DeskTest;
@@ -85,6 +86,9 @@ private slots:
         QCOMPARE(desk->repository->getBackendInterface()->getBackendNames().size(), count + 3);
         QTRY_COMPARE(desk->tree->verticalScrollBar()->value(), scrolled);
         QTRY_COMPARE(desk->tree->currentIndex(), desk->item(QStringLiteral("plant.cell.pump")));
+        QVERIFY(desk->part<QTextBrowser>("txtAttributeDetails")
+                    ->toPlainText()
+                    .contains(QLatin1String("plant.cell.pump")));
         QCOMPARE(monitored(), QStringList({speed, maximum}));
         QCOMPARE(desk->shownPage(), page);
     }

@@ -19,10 +19,9 @@ class VANTRY_HOST_EXPORT AttributeTreeViewModel : public QAbstractItemModel
 
 public:
     enum Column { NameColumn, ValueColumn, ColumnCount };
-    enum Role {
-        PathRole = Qt::UserRole,
-        BackendRootRole
-    }; // the full path (QString); whether it is a root (bool)
+    // The full path (QString); whether it is a root (bool); the name as people know it (QString): that of a
+    // file or folder as it is on the disk, where the path has it encoded.
+    enum Role { PathRole = Qt::UserRole, BackendRootRole, ReadableNameRole };
 
     explicit AttributeTreeViewModel(QObject* parent = nullptr);
     ~AttributeTreeViewModel() override;

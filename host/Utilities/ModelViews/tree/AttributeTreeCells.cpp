@@ -28,6 +28,21 @@ QIcon loadIcon(const QString& name)
     return icon;
 }
 
+// What is encoded stays so where it could not be seen, or would not be what it seems.
+QString decodedName(const QString& name)
+{
+    constexpr int hexadecimal = 16;
+    QString decoded;
+    for (int at = 0; at < name.size(); ++at) {
+        const int code =
+            name[at] == QLatin1Char('%') ? name.midRef(at + 1, 2).toInt(nullptr, hexadecimal) : 0;
+        const bool isVisible = code > 0x20 && code < 0x7F;
+        decoded += isVisible ? QChar(code) : name[at];
+        at += isVisible ? 2 : 0;
+    }
+    return decoded;
+}
+
 } // namespace
 
 void AttributeTreeCells::setRepository(const std::shared_ptr<RepositoryInterface>& repository)
@@ -109,6 +124,20 @@ QSet<QString> AttributeTreeCells::rootsWithState() const
             roots.insert(root);
     }
     return roots;
+}
+
+QString AttributeTreeCells::readableName(const QString& name, const QString& path) const
+{
+    return name.contains(QLatin1Char('%')) && isOnDisk(path) ? decodedName(name) : name;
+}
+
+// Of a file or a folder; an entry of a file is in it.
+bool AttributeTreeCells::isOnDisk(const QString& path) const
+{
+    if (isBackendRoot(path) || !backends)
+        return isBackendRoot(path);
+    const auto backend = backends->getBackendInformation(informationOf(path).backend);
+    return backend && backend->getBackendType() == QLatin1String("folder");
 }
 
 QVariant AttributeTreeCells::nameCell(const QString& name, const QString& path, int role) const
@@ -201,7 +230,7 @@ QString AttributeTreeCells::accessText(AccessMode mode)
 QString AttributeTreeCells::accessibleName(const QString& name, const QString& path) const
 {
     const NodeInformation information = informationOf(path);
-    QStringList parts{name};
+    QStringList parts{readableName(name, path)};
     if (isBackendRoot(path))
         parts.append(tr("backend"));
     if (lockedRoots.contains(path))

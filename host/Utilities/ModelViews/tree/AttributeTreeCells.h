@@ -44,6 +44,9 @@ public:
 
     static QString accessText(FrameworkCore::AppConfig::AccessMode mode);
 
+    // The name of a file or folder as it is on the disk; of anything else the name as it is.
+    QString readableName(const QString& name, const QString& path) const;
+
     QVariant nameCell(const QString& name, const QString& path, int role) const;
     QVariant valueCell(const QString& path, int role) const;
 
@@ -51,6 +54,7 @@ private:
     using NodeInformation = FrameworkCore::AppConfig::Interfaces::NodeInformation;
 
     QSet<QString> updateRoots();
+    bool isOnDisk(const QString& path) const;
     NodeInformation informationOf(const QString& path) const;
     QVariant readValue(const QString& path) const;
     QString stateOf(const QString& root) const; // empty for a backend that says nothing

@@ -96,6 +96,8 @@ QVariant AttributeTreeViewModel::data(const QModelIndex& index, int role) const
     child.shown = 1;
     if (role == BackendRootRole)
         return d->cells.isBackendRoot(path);
+    if (role == ReadableNameRole)
+        return d->cells.readableName(child.name, path);
     return isName ? d->cells.nameCell(child.name, path, role) : d->cells.valueCell(path, role);
 }
 
