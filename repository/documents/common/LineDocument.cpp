@@ -36,8 +36,8 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
         return {};
     const std::string_view inFile = piece.original();
     const Statement original = inFile.empty() ? piece.line : dialect.scanEntry(inFile).value_or(piece.line);
-    if (!inFile.empty() && isSame(dialect.read(original), value))
-        return file->replace(entry, inFile);
+    if (!inFile.empty() && isSame(dialect.read(original), value) && file->replace(entry, inFile).ok())
+        return {};
     const Statement& model = original.tag == piece.line.tag ? original : piece.line;
     const bool isRetyped =
         model.tag != Type::Group && present.type != Type::Null && present.type != value.type;
