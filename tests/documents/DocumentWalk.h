@@ -16,6 +16,14 @@
 
 namespace EntryLines {
 
+// The first seed of a walk and the one after the last: at least so many, from VANTRY_WALK_FIRST_SEED on, and
+// more where VANTRY_WALK_SEEDS says so.
+inline std::pair<quint32, quint32> walkSeeds(int fewest)
+{
+    const auto first = quint32(qEnvironmentVariableIntValue("VANTRY_WALK_FIRST_SEED"));
+    return {first, first + quint32(std::max(fewest, qEnvironmentVariableIntValue("VANTRY_WALK_SEEDS")))};
+}
+
 // A document that goes a random way beside a model of it, which is as simple as can be. After every step both
 // hold the same, and so does the text when it is read afresh; what lies around a value that was set keeps its
 // bytes, other entries their spelling, and a refused edit leaves the file as it was.
@@ -32,6 +40,7 @@ public:
     QString step()
     {
         before = document->getBytes();
+        hadTags = hadTags || before.find("@type") != std::string::npos;
         isMoving = false;
         const auto others = someSpellings();
         const bool isDone = edit().ok();
@@ -71,7 +80,8 @@ protected:
         const Type former = typeAt(path);
         const bool wasNamed = document->namesType(path);
         const Outcome outcome = document->set(path, value);
-        mayRetag = type != "json" && former != value.type && (wasNamed || document->namesType(path));
+        const bool isTagged = wasNamed || document->namesType(path);
+        mayRetag = type != "json" && isTagged && (former != value.type || hadTags);
         if (outcome.ok() && place && !keepsAround(*place, document->getBytes()))
             wrong = "setting a value changed what lies around it";
         return outcome;
@@ -106,6 +116,7 @@ protected:
     QRandomGenerator random;
     std::unique_ptr<Document> document;
     std::string before;          // the bytes before the step
+    bool hadTags = false;        // of types, which may come back with former spellings
     const char* wrong = nullptr; // what the step saw
     bool isMoving = false;       // others may have new paths after the step
     bool mayRetag = false;       // the value that was set is not of the type that a tag named
@@ -186,28 +197,47 @@ private:
 
     void judge()
     {
-        const QStringList lines = toLines(*document);
-        if (!agrees(lines))
+        if (!agrees(toLines(*document)))
             wrong = "the tree is not what it should be";
-        else if (toLines(type.c_str(), document->getBytes()) != lines)
+        const auto fresh = Repository::Documents::makeDocument(type);
+        const bool isRead = fresh->parse(document->getBytes()).ok();
+        if (!wrong && (!isRead || !holdSame(*document, *fresh)))
             wrong = "the file does not give the tree again";
         const std::vector<std::string> all = paths();
         if (!std::all_of(all.begin(), all.end(),
                          [this](const auto& path) { return document->contains(path); }))
             wrong = "an entry cannot be found";
-        if (!wrong && type == "yaml" && !all.empty() && !isAtItsPlace(all[all.size() / 2]))
+        const bool areInPlace = std::all_of(
+            all.begin(), all.end(), [&](const auto& path) { return isSamePlace(path, *document, *fresh); });
+        if (!wrong && !areInPlace)
             wrong = "an entry is not where it is when the file is read again";
     }
 
-    // For a format that puts what it has read again into a tree.
-    bool isAtItsPlace(const std::string& path) const
+    static bool holdSame(const Document& a, const Document& b)
     {
-        const auto fresh = Repository::Documents::makeDocument(type);
-        fresh->parse(document->getBytes());
-        const auto place = document->locate(path);
-        const auto other = fresh->locate(path);
-        return place.has_value() == other.has_value() &&
-               (!place || (place->offset == other->offset && place->length == other->length));
+        const std::vector<Entry> first = entriesOf(a);
+        const std::vector<Entry> second = entriesOf(b);
+        return std::equal(first.begin(), first.end(), second.begin(), second.end(),
+                          [](const Entry& one, const Entry& other) {
+                              return one.path == other.path && isSame(one.value, other.value);
+                          });
+    }
+
+    static std::vector<Entry> entriesOf(const Document& document)
+    {
+        std::vector<Entry> entries;
+        document.visit([&entries](const Entry& entry) { entries.push_back(entry); });
+        return entries;
+    }
+
+    static bool isSamePlace(const std::string& path, const Document& a, const Document& b)
+    {
+        const auto place = a.locate(path);
+        const auto other = b.locate(path);
+        if (!place || !other)
+            return place.has_value() == other.has_value();
+        const bool isEmpty = place->length == 0; // which may be before blanks or after them
+        return place->length == other->length && (isEmpty || place->offset == other->offset);
     }
 
     // Renames an entry of another document with the same text, or puts its excerpt beside it and takes that
@@ -271,8 +301,8 @@ private:
             return;
         }
         const bool isSame = holds(copied);
-        const bool mayGoOn =
-            text.find('\\') != std::string::npos; // indented, a line may belong to that above
+        const auto has = [&text](const char* part) { return text.find(part) != std::string::npos; };
+        const bool mayGoOn = has("\\") || has("\n ") || has("\r "); // a line may belong to that above
         if (isOk("an excerpt gives other entries", isSame || mayGoOn) && isSame &&
             other->removeExcerpt(target).ok())
             isOk("taking an excerpt away takes others", holds(lines));

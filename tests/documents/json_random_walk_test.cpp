@@ -349,7 +349,8 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         const int steps = std::max(300, qEnvironmentVariableIntValue("VANTRY_WALK_STEPS"));
-        for (quint32 seed = 1; seed <= 5; ++seed) {
+        const auto [first, end] = walkSeeds(5);
+        for (quint32 seed = first; seed < end; ++seed) {
             JsonWalk walk(bytes.toStdString(), seed);
             for (int step = 0; step < steps; ++step) {
                 const QString fault = walk.step();

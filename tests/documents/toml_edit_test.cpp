@@ -108,6 +108,22 @@ private slots:
         row("list with number signs", "a = [\"#\", '#',]\n", setTo("a", integer(1)), "a = 1\n");
         row("two type tags", "# c\n# @type date\n# @type date\na = 1\n", setTo("a", text("")),
             "# c\na = \"\"\n");
+        row("type tag of an array", "# @type date\na = [1]\nb = \"2024-01-02\"\n", drop("a"),
+            "# @type date\n\nb = \"2024-01-02\"\n");
+        row(
+            "array below a type tag", "# @type date\na = [1, 'x']\n",
+            [](Document& document) {
+                const Outcome outcome = document.remove("a.0");
+                return outcome.ok() ? document.set("a", text("2024-01-02")) : outcome;
+            },
+            "a = \"2024-01-02\"\n");
+        row(
+            "in place of an array", "# @type date\na = [1]\n",
+            [](Document& document) {
+                std::size_t refused = 0;
+                return document.replaceAll("a", {{{}, text("2024-01-02"), {}}}, refused);
+            },
+            "a = \"2024-01-02\"\n");
         row("null", "", add("k", null()), "# @type null\nk = \"\"\n");
         row("below a value", "a = 1 # c\n", add("a.k", integer(2)), "a.\"#value\" = 1 # c\na.k = 2\n");
         row("element between lines", "a = [\n  1, # one\n  # of two\n  2,\n]\n",

@@ -45,7 +45,8 @@ private:
         if (random.bounded(3) == 0)
             return broken(pick(indents) + pick(headers) + pick(ends));
         if (random.bounded(8) == 0)
-            return broken("# @type date%" + pick(keys) + " = \"2024-01-02\"%");
+            return broken("# @type date%" + pick(keys) + " = " +
+                          (random.bounded(2) == 0 ? "\"2024-01-02\"" : value(0)) + "%");
         const std::string separator = random.bounded(4) == 0 ? "=" : " = ";
         return broken(pick(indents) + pick(keys) + separator + value(0) + pick(ends));
     }

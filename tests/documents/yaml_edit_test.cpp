@@ -271,6 +271,7 @@ private slots:
         row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
         row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
         row("list before blanks", "a:\n- x \t\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("beside a comment", "{ ? #c\n}\n", setTo("%00", integer(5)), "what is around it");
         row("nothing to merge", "a:\n  <<:\n", setTo("a.<<", list({"x"})), "what is around it");
         row("below a type tag", "# @type date\na: [x]\n", setTo("a", text("2024-01-02")),
             "what is around it");

@@ -45,8 +45,8 @@ private:
         const bool isExplicit = key[0] == '?';
         if (random.bounded(10) == 0)
             return layout(indentation) + broken(blanks + "# @type date%" + blanks + "d: '2024-01-02'%");
-        std::string text =
-            layout(indentation) + blanks + key + (isExplicit ? broken("%" + blanks + ":") : ":");
+        std::string text = layout(indentation) + tag(blanks) + blanks + key +
+                           (isExplicit ? broken("%" + blanks + ":") : ":");
         const int kind = random.bounded(8);
         if (kind == 0 && indentation < 6)
             return text + broken(pick(ends)) + member(indentation + 2) + member(indentation + 2);
@@ -65,7 +65,13 @@ private:
         if (kind == 0 && indentation < 6)
             return blanks + "- " + member(indentation + 2).substr(std::size_t(indentation) + 2) +
                    member(indentation + 2);
-        return layout(indentation) + blanks + "- " + value(0) + lineEnd;
+        return layout(indentation) + tag(blanks) + blanks + "- " +
+               (random.bounded(8) == 0 ? "'2024-01-02'" : value(0)) + lineEnd;
+    }
+
+    std::string tag(const std::string& blanks)
+    {
+        return random.bounded(12) == 0 ? blanks + "# @type date" + lineEnd : std::string();
     }
 
     std::string block(int indentation)

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QFile>
+#include <QTime>
 
 using namespace FrameworkCore::AppConfig;
 
@@ -283,6 +284,38 @@ private slots:
         QCOMPARE(saved("x"), after);
         QCOMPARE(history()->undo(), Success);
         QCOMPARE(saved("x"), before);
+    }
+
+    void carriesAllDigits_data() { exportsAndImports_data(); }
+
+    // The tree shows three digits of a second; what goes by its values into another file has all, and brings
+    // them back.
+    void carriesAllDigits()
+    {
+        QFETCH(QString, type);
+        const QByteArray digits =
+            "t = 07:30:00.123456\nz = 2024-05-01 12:34:56.7890123Z\nl = 2024-05-01t12:34:56.0001\n";
+        QVERIFY(mount("toml", "f", "[s]\n" + digits));
+        QCOMPARE(read("f.s.t"), QVariant(QTime(7, 30, 0, 123)));
+        QVERIFY(mount(type, "g", {}));
+        QCOMPARE(copy("f.s", "g.r.s"), Success);
+        QCOMPARE(content("g.r.s"), content("f.s"));
+        const QByteArray text = saved("g");
+        for (const char* const shown : {"07:30:00.123456", "12:34:56.7890123Z", "12:34:56.0001"})
+            QVERIFY2(text.contains(shown), text.constData());
+        restart();
+        QVERIFY(mount(type, "g", text));
+        QVERIFY(mount("toml", "f", {}));
+        const QByteArray exportedText = exported("g.r.s", type);
+        QVERIFY2(exportedText.contains("12:34:56.7890123Z"), exportedText.constData());
+        for (const char* const name : {"t", "z", "l"})
+            QCOMPARE(copy(QStringLiteral("g.r.s.") + QLatin1String(name),
+                          QStringLiteral("f.") + QLatin1String(name)),
+                     Success);
+        QByteArray spelled = digits;
+        QCOMPARE(saved("f"), spelled.replace("01 12", "01T12").replace("01t12", "01T12"));
+        QCOMPARE(write("f.t", QTime(7, 30, 0, 123)), Success); // what is shown already
+        QCOMPARE(saved("f"), spelled);
     }
 
     // Arrays stay arrays, as they are written.

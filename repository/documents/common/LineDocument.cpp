@@ -39,8 +39,8 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
     const std::string_view inFile = piece.original();
     const Statement line = withoutCommentsAbove(piece.line);
     const Statement original = inFile.empty() ? line : dialect.scanEntry(inFile).value_or(line);
-    if (!inFile.empty() && isSame(dialect.read(original), value))
-        return file->replace(entry, inFile);
+    if (!inFile.empty() && isSame(dialect.read(original), value) && file->replace(entry, inFile).ok())
+        return {};
     const Statement& model = original.tag == line.tag ? original : line;
     const bool isRetyped =
         model.tag != Type::Group && present.type != Type::Null && present.type != value.type;

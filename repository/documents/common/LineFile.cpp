@@ -145,12 +145,12 @@ void LineFile::walkPieces(const std::function<bool(std::uint32_t, std::size_t)>&
     std::string_view above;
     for (std::uint32_t piece = pieces.front(); piece != none; piece = pieces[piece].next) {
         const Statement& line = pieces[piece].line;
-        if (!pieces[piece].sharesLine && needsLineEnd(above, line.text))
+        if (!line.text.empty() && !pieces[piece].sharesLine && needsLineEnd(above, line.text))
             offset += encoding.sizeOf(style.lineEnd);
         if (!callback(piece, offset))
             return;
         offset += encoding.sizeOf(line.text);
-        above = line.text;
+        above = line.text.empty() ? above : line.text;
     }
 }
 

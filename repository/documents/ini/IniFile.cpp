@@ -210,9 +210,28 @@ std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const
         return losesTag ? Reason::tr("without its type tag the line would belong to the one above it")
                : turned ? Reason::tr("without a separator the line would belong to the one above it")
                         : Reason::tr("with this value the line would belong to the one above it");
-    if (below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece), dialect))
+    const bool swallows =
+        below != none && wouldSwallow(line, pieces[below].line, triviaBelow(piece), dialect);
+    if (swallows || takesWhatFollows(piece, line))
         return Reason::tr("the line below it would be read as part of the value");
     return line.text == pieces[piece].original() ? std::string() : findClosing(line);
+}
+
+// Whether blank lines and comments below a piece would be read as part of an entry in its place.
+bool IniFile::takesWhatFollows(std::uint32_t piece, const Statement& line) const
+{
+    if (!takesInBlankLine(line, dialect))
+        return false;
+    std::string lines(line.lines());
+    lines += endsLine(lines) ? "" : "\n";
+    const std::size_t size = lines.size();
+    bool isTrivia = true;
+    for (std::uint32_t at = pieces[piece].next; at != none && isTrivia; at = pieces[at].next) {
+        lines += pieces[at].line.text;
+        isTrivia = pieces[at].line.kind == Statement::Kind::Trivia;
+    }
+    const std::optional<Statement> read = IniScanner(lines, dialect).next();
+    return read && read->text.size() > size;
 }
 
 IniTrivia IniFile::triviaBelow(std::uint32_t piece) const

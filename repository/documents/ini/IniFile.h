@@ -43,6 +43,7 @@ private:
     std::string openQuotes;            // of values that would run on until they are closed
     std::vector<std::uint32_t> groups; // in braces that are open while the text is read
 
+    bool takesWhatFollows(std::uint32_t piece, const Statement& line) const;
     Outcome readStatements(bool isOwn) override;
     Outcome takeUpHeader(std::uint32_t piece, std::uint32_t& section);
     void takeUpEntry(std::uint32_t piece, std::uint32_t section);

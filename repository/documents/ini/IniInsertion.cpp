@@ -133,8 +133,13 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
     reason = file.findClosing(*line);
     if (reason.empty())
         reason = file.findRefusal(text);
-    const std::uint32_t last = pieces.back();
-    if (last != none && pieces[last].line.isEntry() && takesInBlankLine(pieces[last].line, dialect))
+    const std::uint32_t last = pieces.chainedLast();
+    IniTrivia after;
+    for (std::uint32_t at = last == none ? none : pieces[last].next; at != none; at = pieces[at].next)
+        after = after | describeTrivia(pieces[at].line.text);
+    const bool goesOnFromThere = !after.any || (dialect.commentsBetweenLines && !after.blank);
+    if (goesOnFromThere && last != none && pieces[last].line.isEntry() &&
+        takesInBlankLine(pieces[last].line, dialect))
         reason = Reason::tr(
             "the last value of the file ends in a backslash, by which it would go on in what is added");
     return reason.empty() ? text : std::string();

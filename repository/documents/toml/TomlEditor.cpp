@@ -113,7 +113,8 @@ void TomlEditor::removeStatement(StatementId id)
     tree.unlinkStatement(id);
 }
 
-// What was above a removed statement goes to the next one; of blank lines on both sides, one part is enough.
+// What was above a removed statement goes to the next one, whose type it does not tag; of blank lines on both
+// sides, one part is enough.
 void TomlEditor::giveLead(StatementId next, std::string_view lead)
 {
     const std::string_view following = next == noStatement ? tree.getTail() : tree.leadOf(next);
@@ -121,7 +122,9 @@ void TomlEditor::giveLead(StatementId next, std::string_view lead)
     const bool isAtBegin = tree.statement(TomlTree::rootStatement).next == next;
     if (lead.empty() || (!hasComment(lead) && (isAtEnd || isAtBegin || beginsWithBlankLine(following))))
         return;
-    const std::string whole = std::string(lead).append(following);
+    const bool wouldTag =
+        next != noStatement && !tree.statement(next).isHeader && following.empty() && endsInTypeTag(lead);
+    const std::string whole = std::string(lead).append(wouldTag ? file.lineEnd : "").append(following);
     if (next == noStatement)
         tree.setTailText(whole);
     else

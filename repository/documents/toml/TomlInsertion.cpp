@@ -136,9 +136,12 @@ Outcome TomlInsertion::replace(NodeId id, const TomlBranch& branch)
         return refused(Reason::tr("a table of its own comes in another place"));
     std::string error;
     std::string text = inlineText(branch, id, error);
-    if (error.empty())
-        editor.rewrite(id, std::move(text));
-    return refused(error);
+    if (!error.empty())
+        return refused(error);
+    editor.rewrite(id, std::move(text));
+    if (tree.node(id).tag != Type::Group) // which said nothing of an array or a table
+        file.setTag(id, Type::Group);
+    return {};
 }
 
 Outcome TomlInsertion::insertMember(NodeId parent, const TomlBranch& branch)

@@ -187,6 +187,8 @@ void TomlScanner::reread(NodeId id, std::size_t begin, std::size_t end)
     tree.node(id).kind = TomlKind::Value;
     tree.setReadValue(id, begin, end);
     readValue(id, begin);
+    tree.node(id).tag = Type::Group;
+    readTag(tree.node(id).statement, id);
 }
 
 std::size_t TomlScanner::readValue(NodeId id, std::size_t at)

@@ -6,6 +6,7 @@
 #include "repository/documents/xml/XmlInsertion.h"
 #include "repository/documents/xml/XmlReader.h"
 #include "repository/documents/xml/XmlSubtrees.h"
+#include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlWriter.h"
 
 #include <algorithm>
@@ -218,9 +219,17 @@ std::optional<Span> XmlDocument::locate(std::string_view path) const
     XmlWriter writer(file->tree, id);
     const std::string text = writer.write();
     const TextEncoding& encoding = file->spelling.encoding;
-    const std::string_view before = std::string_view(text).substr(0, writer.getLocation());
-    return Span{encoding.byteOrderMarkSize() + encoding.sizeOf(before),
-                encoding.sizeOf(file->tree.text(id, XmlPart::Value))};
+    std::string_view value = file->tree.text(id, XmlPart::Value);
+    std::size_t begin = writer.getLocation();
+    const XmlNode& node = file->tree.node(id);
+    if (node.kind != XmlKind::Attribute) { // a new one may have taken comments of the former one along
+        const bool isBlankText = node.kind == XmlKind::Text && isXmlBlank(value);
+        const XmlSpan span = findXmlValue(value, node.keepsBlanks && !isBlankText);
+        begin += span.begin;
+        value = value.substr(span.begin, span.end - span.begin);
+    }
+    return Span{encoding.byteOrderMarkSize() + encoding.sizeOf(std::string_view(text).substr(0, begin)),
+                encoding.sizeOf(value)};
 }
 
 void XmlDocument::visitSpans(const SpanVisitor& visitor) const

@@ -212,7 +212,8 @@ bool YamlFile::isDelicate(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
         return true;
-    if (tree.isMergeKey(id)) // of a value that is nothing to merge
+    const bool isBesideComment = node.valueEnd < text.size() && text[node.valueEnd] == '#';
+    if (isBesideComment || tree.isMergeKey(id)) // or that of a value which is nothing to merge
         return true;
     if (isInFlow(id))
         return false;
