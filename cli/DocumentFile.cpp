@@ -49,7 +49,7 @@ void DocumentFile::readBytes(const QString& given)
     error = QString::fromStdString(content.reason);
     bytes = std::move(content.bytes);
     if (format.isEmpty())
-        format = Repository::FileFormat::ofContent(given, QByteArray::fromStdString(bytes.substr(0, 65536)));
+        format = Repository::FileFormat::ofContent(given, bytes);
     if (format.isEmpty() && error.isEmpty())
         error = Repository::FileFormat::explainUnknown(given) + Texts::tr("; give its format");
 }

@@ -67,7 +67,8 @@ ExitCode Edits::set(const QString& fullPath, const QString& text, WantedType wan
     repository.getReaderInterface()->readAttributeValue(fullPath, present, 0);
     const auto backend = repository.getBackendInterface()->getBackendInformation(source.root);
     const bool isGuessed = !wanted && !backend->namesType(fullPath);
-    const bool isPlain = isGuessed || (!wanted && !present.isValid());
+    const bool staysNull = !wanted && !present.isValid() && TypedText::isNull(text);
+    const bool isPlain = !staysNull && (isGuessed || (!wanted && !present.isValid()));
     const auto type = wanted ? *wanted : FrameworkCore::Values::toValue(present).type;
     QString reason;
     const auto value = isPlain ? TypedText::readPlain(text) : TypedText::read(text, type, reason);

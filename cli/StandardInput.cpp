@@ -30,8 +30,7 @@ StandardInput readAll()
             break;
         }
     }
-    input.format =
-        Repository::FileFormat::ofContent({}, QByteArray::fromStdString(input.bytes.substr(0, pieceSize)));
+    input.format = Repository::FileFormat::ofContent({}, input.bytes);
     return input;
 }
 

@@ -61,8 +61,15 @@ QString TypedText::nameOf(const QVariant& value)
     return toText(FrameworkCore::Values::rowOf(FrameworkCore::Values::typeOf(value.userType())).name);
 }
 
+bool TypedText::isNull(const QString& text)
+{
+    return text == QLatin1String("null");
+}
+
 std::optional<QVariant> TypedText::read(const QString& text, Type type, QString& reason)
 {
+    if (type == Type::Null && isNull(text))
+        return QVariant();
     const auto result = FrameworkCore::Values::readText(text.toStdString(), type);
     if (result.ok())
         return FrameworkCore::Values::toVariant(result.value);

@@ -20,6 +20,9 @@ public:
     static std::optional<FrameworkCore::Values::Type> typeNamed(const QString& name);
     static QString nameOf(const QVariant& value);
 
+    // Whether a null is typed so, where one is expected.
+    static bool isNull(const QString& text);
+
     // The value of that type. Nothing, with the reason, for a text that is none.
     static std::optional<QVariant> read(const QString& text, FrameworkCore::Values::Type type,
                                         QString& reason);

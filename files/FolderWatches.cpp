@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <set>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -134,8 +135,13 @@ std::string FolderWatches::follow(File file, const std::string& filePath)
             break;
     }
     forget(file); // only now, so that no folder on both ways is without a watch in between
-    for (const Place& place : places)
-        filesAt[place].insert(file);
+    for (const Place& place : places) {
+        std::vector<File>& files = filesAt[place];
+        const auto next = std::lower_bound(files.begin(), files.end(), file);
+        if (next == files.end() || *next != file)
+            files.insert(next, file);
+    }
+    places.shrink_to_fit();
     placesOf[file] = std::move(places);
     return reason;
 }
@@ -151,8 +157,10 @@ void FolderWatches::forget(File file)
         const auto present = filesAt.find(place);
         if (present == filesAt.end())
             continue;
-        present->second.erase(file);
-        if (present->second.empty())
+        std::vector<File>& files = present->second;
+        const auto [begin, end] = std::equal_range(files.begin(), files.end(), file);
+        files.erase(begin, end);
+        if (files.empty())
             filesAt.erase(present);
     }
     release(places);
@@ -173,10 +181,10 @@ void FolderWatches::release(const std::vector<Place>& places)
 std::vector<FolderWatches::File> FolderWatches::takeNews()
 {
     std::set<File> concerned;
-    known.clear();
     alignas(inotify_event) std::array<char, 16384> buffer;
     ssize_t size = 0;
     while ((size = ::read(notifier, buffer.data(), buffer.size())) > 0) {
+        known.clear();
         for (std::size_t at = 0; at < static_cast<std::size_t>(size);) {
             inotify_event event = {};
             std::memcpy(&event, buffer.data() + at, sizeof event);

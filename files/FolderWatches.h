@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,8 +48,8 @@ private:
     void release(const std::vector<Place>& places);
 
     int notifier = -1;
-    std::map<int, int> uses; // how many places each watched folder has
-    std::map<Place, std::set<File>> filesAt;
+    std::map<int, int> uses;                    // how many places each watched folder has
+    std::map<Place, std::vector<File>> filesAt; // in their order; at the upper folders, nearly all
     std::map<File, std::vector<Place>> placesOf;
     std::map<std::string, Known> known; // by the folders' paths
 };

@@ -16,9 +16,11 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        // All of a window is painted within one event, so that what is posted now comes after it.
+        // All of a window is painted within one event, so that what is posted now comes after it. The trial
+        // of a plug-in, in a child, draws one that nobody sees, and goes on.
         const auto* const widget = qobject_cast<QWidget*>(watched);
-        if (event->type() == QEvent::Paint && widget && widget->isWindow())
+        const bool isSeen = widget && widget->isWindow() && !widget->testAttribute(Qt::WA_DontShowOnScreen);
+        if (event->type() == QEvent::Paint && isSeen)
             QCoreApplication::postEvent(this, new QEvent(paintedEvent), Qt::HighEventPriority);
         return false;
     }

@@ -5,6 +5,7 @@
 #include "cli/TypedText.h"
 #include "cli/commands/Commands.h"
 #include "host/FrameworkCore/AppConfig/AttributePath.h"
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/documents/Formats.h"
 
@@ -97,11 +98,15 @@ private:
         const std::size_t start = isTop ? top.size() : top.size() + (top.empty() ? 0 : 1);
         const QString path = QString::fromStdString(entry.path.substr(start));
         const bool isGroup = entry.value.type == Type::Group;
-        const QVariant value = FrameworkCore::Values::toVariant(entry.value);
+        const QVariant attribute = FrameworkCore::Values::toVariant(entry.value);
+        const QVariant value =
+            FrameworkCore::Values::isFinerThanAttributes(entry.value)
+                ? QVariant(QString::fromStdString(FrameworkCore::Values::toText(entry.value)))
+                : attribute;
         entries.push_back({path, value, isGroup ? QString() : records.valueText(value),
                            isGroup
                                ? (entry.isArray == true ? QStringLiteral("array") : QStringLiteral("group"))
-                               : TypedText::nameOf(value),
+                               : TypedText::nameOf(attribute),
                            isGroup, true});
     }
 

@@ -40,12 +40,13 @@ std::optional<Value> otherValue(Value value)
     }
 }
 
-// Edits the first, the middle and the last value, and takes the edits back.
+// Edits the first, the middle and the last value, and takes the edits back. What is inherited becomes an
+// entry more by that.
 void editAndUndo(Document& document)
 {
     std::vector<Entry> entries;
-    document.visit([&entries](const Entry& entry) {
-        if (otherValue(entry.value))
+    document.visit([&](const Entry& entry) {
+        if (otherValue(entry.value) && document.originOf(entry.path) != Document::Origin::Copy)
             entries.push_back(entry);
     });
     if (entries.empty())

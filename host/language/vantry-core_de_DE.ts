@@ -195,6 +195,10 @@
         <translation>%1 von %2 bis %3</translation>
     </message>
     <message>
+        <source>%1 has more than three digits of a second</source>
+        <translation>%1 hat mehr als drei Nachkommastellen der Sekunde</translation>
+    </message>
+    <message>
         <source>%1 is beyond the end of the array: its only index can be 0</source>
         <translation>%1 liegt hinter dem Ende des Arrays: sein einziger Index kann 0 sein</translation>
     </message>
@@ -2116,6 +2120,14 @@
     <message>
         <source>unlock it first</source>
         <translation>es zuerst entsperren</translation>
+    </message>
+    <message>
+        <source>it has more digits of a second than are shown, which would be lost</source>
+        <translation>er hat mehr Nachkommastellen der Sekunde, als gezeigt werden, und sie gingen verloren</translation>
+    </message>
+    <message>
+        <source>set it to another value first</source>
+        <translation>zuerst auf einen anderen Wert setzen</translation>
     </message>
     <message>
         <source>%1; open for %2</source>

@@ -119,6 +119,9 @@ public:
     virtual QStringList followersOf(const QString& /*path*/) const { return {}; }
     virtual bool isLinked(const QString& /*path*/) const { return false; }
 
+    // A time or date-time with more digits of a second than an attribute holds; nothing for any other value.
+    virtual std::optional<FrameworkCore::Values::Value> finerValueAt(const QString& path) const = 0;
+
     // The value of an entry as the backend spells it; nothing for a group.
     virtual std::optional<std::string> spell(const QString& path) const = 0;
 

@@ -20,6 +20,7 @@ using Documents::Document;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
 using FrameworkCore::Values::Reason;
+using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
 namespace {
@@ -29,6 +30,18 @@ QString valueForPeople(const std::optional<Value>& value)
     return value ? QLatin1Char('\'') + QString::fromStdString(FrameworkCore::Values::toText(*value)) +
                        QLatin1Char('\'')
                  : QStringLiteral("nothing");
+}
+
+// What the tree shows of a value with more digits of a second is no other value.
+Documents::Outcome setValue(Document& document, const std::string& path, const Value& value)
+{
+    if (value.type == Type::Time || value.type == Type::DateTime) {
+        const auto present = document.valueAt(path);
+        if (present && FrameworkCore::Values::isFinerThanAttributes(*present) &&
+            FrameworkCore::Values::toValue(FrameworkCore::Values::toVariant(*present)) == value)
+            return {};
+    }
+    return document.set(path, value);
 }
 
 } // namespace
@@ -106,6 +119,13 @@ bool DocumentBackend::isLinked(const QString& path) const
     return content.getDocument().isLinked(relative(path));
 }
 
+std::optional<Value> DocumentBackend::finerValueAt(const QString& path) const
+{
+    const std::lock_guard lock(mutex);
+    auto value = content.getDocument().valueAt(relative(path));
+    return value && FrameworkCore::Values::isFinerThanAttributes(*value) ? value : std::nullopt;
+}
+
 std::optional<std::string> DocumentBackend::spell(const QString& path) const
 {
     const std::lock_guard lock(mutex);
@@ -142,7 +162,7 @@ std::optional<Outcome> DocumentBackend::set(const QString& path, const Value& va
     const std::string entry = relative(path);
     if (editing || content.getDocument().isLinked(entry))
         return {};
-    return edit([&](Document& text) { return text.set(entry, value); });
+    return edit([&](Document& text) { return setValue(text, entry, value); });
 }
 
 Outcome DocumentBackend::insert(const QString& path, const Value& value)
@@ -310,7 +330,7 @@ void DocumentBackend::endEdit()
 Outcome DocumentBackend::write(const QString& path, const Value& value)
 {
     const std::lock_guard lock(mutex);
-    return edit([&](Document& text) { return text.set(relative(path), value); });
+    return edit([&](Document& text) { return setValue(text, relative(path), value); });
 }
 
 Outcome DocumentBackend::respell(const QString& path, const std::string& spelling)

@@ -19,6 +19,7 @@ public:
     Origin originOf(const QString& path) const override;
     QStringList followersOf(const QString& path) const override;
     bool isLinked(const QString& path) const override;
+    std::optional<FrameworkCore::Values::Value> finerValueAt(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     bool hasComments(const QString& path) const override;

@@ -2,6 +2,8 @@
 
 #include "repository/backends/DocumentBackend.h"
 #include "repository/common/Texts.h"
+#include "repository/documents/common/ArrayGroups.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/TextEncoding.h"
 #include "repository/documents/common/ValueSpans.h"
 #include "repository/merge/UnifiedDiff.h"
@@ -17,16 +19,26 @@ using FrameworkCore::AppConfig::StatusCode;
 
 namespace {
 
-// Of the entry, or of the first one below it that has a value.
+// Of the entry, or of the first one below it that has a value. An element of which the document knows no
+// place of its own is where its list is.
 std::optional<Documents::Span> locateFirst(const Document& document, const std::string& path)
 {
     auto span = document.locate(path);
-    if (span || !(path.empty() || document.contains(path)))
+    if (span)
+        return span;
+    const Documents::PathEnds ends = Documents::splitLast(path);
+    const bool isEntry = path.empty() || document.contains(path);
+    const auto index = isEntry ? std::nullopt : Documents::readIndex(ends.last);
+    if (!isEntry && !index)
         return span;
     std::string first;
     bool isFound = false;
     document.visit([&](const Documents::Entry& entry) {
-        if (isFound || entry.value.type == FrameworkCore::Values::Type::Group || !isWithin(entry.path, path))
+        const auto* const texts = std::get_if<std::vector<std::string>>(&entry.value.data);
+        const bool isElement = index && texts && entry.path == ends.parent && *index < texts->size();
+        const bool isBelow =
+            entry.value.type != FrameworkCore::Values::Type::Group && isWithin(entry.path, path);
+        if (isFound || !(isElement || isBelow))
             return;
         first = entry.path;
         isFound = true;
@@ -102,6 +114,9 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
         if (isReadable(description.accessMode))
             place.comment = QString::fromStdString(document.comment(entry));
     }
+    // Some know comments only as they were read; parsed without the lock, which writers wait for.
+    if (base && place.comment.isEmpty() && isReadable(description.accessMode))
+        place.comment = QString::fromStdString(getCopy().getDocument().comment(entry));
     const auto position = Documents::placeInFile(text, span->offset);
     place.position = {description.filePath, int(position.line), int(position.column)};
     const LineBefore onDisk = base ? lineBefore(*base, text, position.line) : LineBefore{position.line, true};
@@ -114,8 +129,11 @@ Outcome DocumentBackend::locate(const QString& path, TextPlace& place) const
 Outcome DocumentBackend::findAt(int line, int column, QString& path) const
 {
     const EditedDocument copy = getCopy();
+    const std::size_t edited = copy.hasEdits()
+                                   ? lineBefore(copy.getText(), copy.getBase(), std::size_t(line)).line
+                                   : std::size_t(line);
     const Documents::ValueSpans spans(copy.getDocument());
-    const auto* const found = spans.find(std::size_t(line), std::size_t(std::max(column, 1)));
+    const auto* const found = spans.find(edited, std::size_t(std::max(column, 1)));
     if (!found)
         return Outcome(StatusCode::NotFound, Texts::tr("there is no value at the line or after it"))
             .in(description.filePath, line, std::max(column, 1));

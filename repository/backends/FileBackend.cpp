@@ -35,7 +35,11 @@ std::shared_ptr<FileBackend> FileBackend::open(const Description& description, O
     Files::ReadFileResult file;
     if (wrongKind.isEmpty())
         file = Files::FileSaver().read(nameOnDisk(description));
-    known.type = FileFormat::withDialect(description.type, description.filePath, file.bytes);
+    known.type = description.type.isEmpty()
+                     ? FileFormat::ofUnchosenContent(description.filePath, file.bytes)
+                     : FileFormat::withDialect(description.type, description.filePath, file.bytes);
+    if (known.type.isEmpty())
+        return nullptr;
     std::shared_ptr<FileBackend> backend(new FileBackend(known, known.type.toStdString()));
     outcome = wrongKind.isEmpty() ? backend->take(std::move(file)) : backend->refusal(wrongKind);
     return outcome.ok() ? std::move(backend) : nullptr;

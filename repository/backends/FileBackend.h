@@ -11,8 +11,9 @@ namespace Repository {
 class FileBackend : public DocumentBackend
 {
 public:
-    // Reads the file, in the dialect that it is recognised to be of when the type names none. Null when it
-    // cannot be read or parsed.
+    // Reads the file, in the dialect that it is recognised to be of when the type names none. Without a type
+    // that, too, is recognised, as of a file that nobody has chosen. Null when it cannot be read or parsed,
+    // and, with a success, when it is of no type that is known.
     static std::shared_ptr<FileBackend> open(const Description& description, Outcome& outcome);
 
     std::unique_lock<std::mutex> holdSaving() override { return std::unique_lock(saving); }

@@ -5,7 +5,6 @@
 #include "repository/documents/Formats.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <string_view>
@@ -25,9 +24,8 @@ constexpr std::string_view foreignEndings = "md rst tex py sh bash zsh js mjs ts
                                             "lua c h cc cpp cxx hpp go rs java kt cs php "
                                             "css scss html sql csv tsv log diff patch cmake mk gradle nix tf";
 
-bool lists(std::string_view endings, const QString& ending)
+bool lists(std::string_view endings, std::string_view wanted)
 {
-    const std::string wanted = ending.toStdString();
     for (std::size_t at = endings.find(wanted); at < endings.size(); at = endings.find(wanted, at + 1)) {
         const std::size_t end = at + wanted.size();
         if ((at == 0 || endings[at - 1] == ' ') && (end == endings.size() || endings[end] == ' '))
@@ -36,39 +34,54 @@ bool lists(std::string_view endings, const QString& ending)
     return false;
 }
 
-// The name in lower case that the file has, or the one of which it is a copy.
-QString nameIn(const QString& file)
+std::string_view endingOf(std::string_view name)
 {
-    QString name = QFileInfo(file).fileName().toLower();
-    while (name.endsWith(QLatin1Char('~')))
-        name.chop(1);
-    const QString ending = QFileInfo(name).suffix();
-    const bool isCopy = !ending.isEmpty() && lists(copyEndings, ending);
-    return isCopy ? name.left(name.size() - ending.size() - 1) : name;
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
 }
 
-QString endingOf(const QString& file)
+// The name in lower case that the file has, or the one of which it is a copy.
+std::string nameIn(const QString& file)
 {
-    return QFileInfo(nameIn(file)).suffix();
+    std::string name = file.mid(file.lastIndexOf(QLatin1Char('/')) + 1).toLower().toStdString();
+    name.erase(name.find_last_not_of('~') + 1);
+    const std::string_view ending = endingOf(name);
+    if (!ending.empty() && lists(copyEndings, ending))
+        name.erase(name.size() - ending.size() - 1);
+    return name;
 }
 
 using Endings = std::string_view (Documents::Format::*)() const;
 
 // Null when no format lists the ending or name.
-const Documents::Format* findFormat(Endings endings, const QString& ending)
+const Documents::Format* findFormat(Endings endings, std::string_view ending)
 {
     for (const Documents::Format* format : Documents::getFormats()) {
-        if (!ending.isEmpty() && lists((format->*endings)(), ending))
+        if (!ending.empty() && lists((format->*endings)(), ending))
             return format;
     }
     return nullptr;
 }
 
-const Documents::Format* certainFormat(const QString& file)
+// What the name of a file tells: its format for certain, or which one is likely.
+struct FileName
 {
-    const auto* byName = findFormat(&Documents::Format::getFileNames, nameIn(file));
-    return byName ? byName : findFormat(&Documents::Format::getCertainEndings, endingOf(file));
-}
+    explicit FileName(const QString& path) : file(path.toStdString())
+    {
+        const std::string name = nameIn(path);
+        const auto* const byName = findFormat(&Documents::Format::getFileNames, name);
+        const std::string_view ending = endingOf(name);
+        certain = byName ? byName : findFormat(&Documents::Format::getCertainEndings, ending);
+        if (!certain)
+            likely = findFormat(&Documents::Format::getLikelyEndings, ending);
+        isForeign = !ending.empty() && lists(foreignEndings, ending);
+    }
+
+    const std::string file;                     // its path
+    const Documents::Format* certain = nullptr; // null when none is
+    const Documents::Format* likely = nullptr;
+    bool isForeign = false;
+};
 
 QString nameOf(const Documents::Format* format)
 {
@@ -76,56 +89,84 @@ QString nameOf(const Documents::Format* format)
 }
 
 // Its dialect is that which the path says, or else the text.
-QString typeOf(const Documents::Format& format, const QString& file, const QByteArray& text)
+QString typeOf(const Documents::Format& format, const FileName& name, std::string_view text)
 {
-    return QString::fromStdString(
-        Documents::recogniseDialect(format.getName(), file.toStdString(), text.toStdString()));
+    return QString::fromStdString(Documents::recogniseDialect(format.getName(), name.file, text));
 }
 
 // The text without its byte-order mark; of UTF-16 the characters that are ASCII, which all syntax is.
-QByteArray withoutByteOrderMark(const QByteArray& bytes)
+std::string withoutByteOrderMark(std::string_view bytes)
 {
-    if (bytes.startsWith("\xef\xbb\xbf"))
-        return bytes.mid(3);
-    const bool isLittle = bytes.startsWith("\xff\xfe");
-    if (!isLittle && !bytes.startsWith("\xfe\xff"))
-        return bytes;
-    QByteArray text;
-    for (int at = 2; at + 1 < bytes.size(); at += 2) {
-        const char high = bytes.at(isLittle ? at + 1 : at);
-        text.append(high == 0 ? bytes.at(isLittle ? at : at + 1) : '?');
+    if (bytes.substr(0, 3) == "\xef\xbb\xbf")
+        return std::string(bytes.substr(3));
+    const bool isLittle = bytes.substr(0, 2) == "\xff\xfe";
+    if (!isLittle && bytes.substr(0, 2) != "\xfe\xff")
+        return std::string(bytes);
+    std::string text;
+    for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) {
+        const char high = bytes[isLittle ? at + 1 : at];
+        text += high == 0 ? bytes[isLittle ? at : at + 1] : '?';
     }
     return text;
 }
 
-const Documents::Format* formatByContent(const QByteArray& text)
+std::string_view trimmed(std::string_view text)
 {
+    constexpr std::string_view blanks = " \t\n\v\f\r";
+    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+const Documents::Format* formatByContent(std::string_view text)
+{
+    const std::string_view content = trimmed(text);
     for (const Documents::Format* format : Documents::getFormats()) {
-        if (format->begins(text.trimmed().toStdString()))
+        if (format->begins(content))
             return format;
     }
     return nullptr;
 }
 
-// Of a file whose name tells nothing.
-QString typeByText(const QByteArray& text)
+bool isBinary(std::string_view text)
 {
-    const std::string known = text.contains('\0') ? std::string() : Documents::typeByText(text.toStdString());
-    if (!known.empty() || text.contains('\0'))
+    return text.find('\0') != std::string_view::npos;
+}
+
+// Of a file whose name tells nothing.
+QString typeByText(std::string_view text)
+{
+    if (isBinary(text))
+        return {};
+    const std::string known = Documents::typeByText(text);
+    if (!known.empty())
         return QString::fromStdString(known);
     for (const Documents::Format* format : Documents::getFormats()) {
-        if (format->resembles(text.toStdString()))
+        if (format->resembles(text))
             return nameOf(format);
     }
     return {};
 }
 
-// Without a line that is cut off.
-QByteArray wholeLines(const QByteArray& bytes, int most)
+// What decides of a file's bytes: as text, without a line that is cut off.
+std::string decisiveText(std::string_view bytes, std::size_t most)
 {
-    const QByteArray text = bytes.left(most);
-    const int end = bytes.size() < most ? -1 : std::max(text.lastIndexOf('\n'), text.lastIndexOf('\r'));
-    return end < 0 ? text : text.left(end + 1);
+    const std::string_view text = bytes.substr(0, most);
+    const std::size_t end = bytes.size() < most ? std::string_view::npos : text.find_last_of("\r\n");
+    return withoutByteOrderMark(end == std::string_view::npos ? text : text.substr(0, end + 1));
+}
+
+QString typeOf(const FileName& name, std::string_view text)
+{
+    if (name.certain)
+        return typeOf(*name.certain, name, text);
+    if (const auto* begun = formatByContent(text))
+        return nameOf(begun);
+    const std::string dialect = Documents::typeByName(name.file);
+    if (!dialect.empty())
+        return QString::fromStdString(dialect);
+    if (name.likely)
+        return typeOf(*name.likely, name, text);
+    return name.isForeign ? QString() : typeByText(text);
 }
 
 // Whether both types read the same in a text.
@@ -146,36 +187,25 @@ QString formatOf(const QString& type)
     return QString::fromStdString(std::string(Documents::formatOf(type.toStdString())));
 }
 
+std::string_view viewOf(const QByteArray& bytes)
+{
+    return {bytes.constData(), std::size_t(bytes.size())};
+}
+
 } // namespace
 
 QString FileFormat::ofName(const QString& file)
 {
-    if (const auto* certain = certainFormat(file))
-        return typeOf(*certain, file, {});
-    const QString dialect = QString::fromStdString(Documents::typeByName(file.toStdString()));
-    return dialect.isEmpty() ? nameOf(findFormat(&Documents::Format::getLikelyEndings, endingOf(file)))
-                             : dialect;
+    const FileName name(file);
+    if (name.certain)
+        return typeOf(*name.certain, name, {});
+    const QString dialect = QString::fromStdString(Documents::typeByName(name.file));
+    return dialect.isEmpty() ? nameOf(name.likely) : dialect;
 }
 
-QString FileFormat::ofContent(const QString& file, const QByteArray& bytes)
+QString FileFormat::ofContent(const QString& file, std::string_view bytes)
 {
-    const QString ending = endingOf(file);
-    const QByteArray text = withoutByteOrderMark(wholeLines(bytes, enough));
-    if (const auto* certain = certainFormat(file))
-        return typeOf(*certain, file, text);
-    if (const auto* begun = formatByContent(text))
-        return nameOf(begun);
-    const std::string dialect = Documents::typeByName(file.toStdString());
-    if (!dialect.empty())
-        return QString::fromStdString(dialect);
-    if (const auto* likely = findFormat(&Documents::Format::getLikelyEndings, ending))
-        return typeOf(*likely, file, text);
-    return !ending.isEmpty() && lists(foreignEndings, ending) ? QString() : typeByText(text);
-}
-
-QString FileFormat::ofText(const QString& file, const std::string& text)
-{
-    return ofContent(file, QByteArray::fromStdString(text.substr(0, enough)));
+    return typeOf(FileName(file), decisiveText(bytes, enough));
 }
 
 // Empty for what cannot be read.
@@ -190,20 +220,22 @@ QByteArray FileFormat::beginningOf(const QString& file)
 
 QString FileFormat::ofFile(const QString& file)
 {
-    return ofContent(file, beginningOf(file));
+    return ofContent(file, viewOf(beginningOf(file)));
 }
 
 QString FileFormat::ofUnchosenFile(const QString& file)
 {
-    const QByteArray beginning = beginningOf(file);
-    const QByteArray text = withoutByteOrderMark(wholeLines(beginning, enough));
-    const QString type = text.contains('\0') ? QString() : ofContent(file, beginning);
-    const auto* const likely =
-        certainFormat(file) ? nullptr : findFormat(&Documents::Format::getLikelyEndings, endingOf(file));
+    return ofUnchosenContent(file, viewOf(beginningOf(file)));
+}
+
+QString FileFormat::ofUnchosenContent(const QString& file, std::string_view bytes)
+{
+    const FileName name(file);
+    const std::string text = decisiveText(bytes, enough);
+    const QString type = isBinary(text) ? QString() : typeOf(name, text);
     const bool isDoubtful =
-        likely && formatOf(type) == nameOf(likely) && !likely->begins(text.trimmed().toStdString());
-    const bool isOther =
-        isDoubtful && !Documents::makeDocument(type.toStdString())->parse(text.toStdString()).ok();
+        name.likely && formatOf(type) == nameOf(name.likely) && !name.likely->begins(trimmed(text));
+    const bool isOther = isDoubtful && !Documents::makeDocument(type.toStdString())->parse(text).ok();
     return isOther ? QString() : type;
 }
 
@@ -214,22 +246,20 @@ QString FileFormat::explainUnknown(const QString& file)
                : Texts::tr("neither its name nor how it begins tells that it is of a format known here");
 }
 
-QString FileFormat::withDialect(const QString& type, const QString& file, const std::string& text)
+QString FileFormat::withDialect(const QString& type, const QString& file, std::string_view text)
 {
-    const QByteArray beginning = QByteArray::fromStdString(text.substr(0, enough));
     return QString::fromStdString(
-        Documents::recogniseDialect(type.toStdString(), file.toStdString(),
-                                    withoutByteOrderMark(wholeLines(beginning, enough)).toStdString()));
+        Documents::recogniseDialect(type.toStdString(), file.toStdString(), decisiveText(text, enough)));
 }
 
 bool FileFormat::tells(const QString& file, const QString& type, const std::string& text)
 {
-    return ofText(file, text) == type;
+    return ofContent(file, text) == type;
 }
 
 QString FileFormat::explainMistaking(const QString& file, const QString& type, const std::string& text)
 {
-    const QString taken = ofText(file, text);
+    const QString taken = ofContent(file, text);
     if (taken == type)
         return {};
     const bool isDialect = formatOf(taken) == formatOf(type);

@@ -16,8 +16,8 @@ using FrameworkCore::AppConfig::pathSeparator;
 // The repository's own attributes lie below it; callers may only read them.
 constexpr QStringView ownRoot(u"internal");
 
-// No path has more components, as in files. Every node on the way keeps the path to it, so that the
-// characters of all of them are bounded, too.
+// No path has more components, as in files. Whoever lists a path and all that lead to it makes a text of
+// each, so that the characters of all of them are bounded, too.
 constexpr qsizetype deepestPath = 1024;
 constexpr qsizetype mostPathCharacters = qsizetype(64) << 20;
 

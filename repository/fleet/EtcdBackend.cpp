@@ -101,6 +101,13 @@ Backend::SiblingPosition EtcdBackend::positionOf(const QString& path) const
                   : SiblingPosition{Documents::SiblingPlace::Kind::First, {}};
 }
 
+std::optional<Value> EtcdBackend::finerValueAt(const QString& path) const
+{
+    const std::lock_guard lock(state->mutex);
+    const Value* const value = state->entries.find(relative(path));
+    return value && Documents::isFinerThanAttributes(*value) ? std::optional(*value) : std::nullopt;
+}
+
 std::optional<std::string> EtcdBackend::spell(const QString& path) const
 {
     const std::lock_guard lock(state->mutex);

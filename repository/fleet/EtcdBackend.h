@@ -29,6 +29,7 @@ public:
     std::optional<bool> isArray(const QString&) const override { return {}; }
     bool removalMovesOthers(const QString&) const override { return false; }
     SiblingPosition positionOf(const QString& path) const override;
+    std::optional<FrameworkCore::Values::Value> finerValueAt(const QString& path) const override;
     std::optional<std::string> spell(const QString& path) const override;
     const Documents::Format* getNameEncoding() const override { return nullptr; }
     std::optional<Documents::Excerpt> excerpt(const QString&) const override { return {}; }

@@ -114,7 +114,7 @@ std::optional<Value> readScalar(const element& json, Type type)
 {
     std::string_view text;
     if (json.get(text) == simdjson::SUCCESS) {
-        const auto read = Documents::readText(text, type);
+        const auto read = Documents::readFileText(text, type);
         return read.ok() ? std::optional(read.value) : std::nullopt;
     }
     if (type == Type::Integer && json.is_int64())

@@ -149,11 +149,11 @@ History::Scope::~Scope()
 struct History::Write::Recording
 {
     Recording(History& ofHistory, const Node& node)
-        : scope(ofHistory, [&node] { return Texts::tr("Write %1").arg(node.path); })
+        : scope(ofHistory, [&node] { return Texts::tr("Write %1").arg(node.getPath()); })
     {
-        change.path = node.path;
+        change.path = node.getPath();
         change.before = NodeState::of(node);
-        change.spellingBefore = node.backend->spell(node.path);
+        change.spellingBefore = node.backend->spell(change.path);
     }
 
     Scope scope;
@@ -175,7 +175,7 @@ void History::Write::finish(const Node& node)
 {
     ValueChange& change = recording->change;
     change.after = NodeState::of(node);
-    change.spellingAfter = node.backend->spell(node.path);
+    change.spellingAfter = node.backend->spell(change.path);
     recording->scope.getRecorder()->addWrite(*node.backend, std::move(change));
 }
 

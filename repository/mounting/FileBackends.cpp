@@ -1,6 +1,7 @@
 #include "repository/mounting/FileBackends.h"
 
 #include "repository/backends/FileBackend.h"
+#include "repository/backends/FileFormat.h"
 #include "repository/backends/FileKind.h"
 #include "repository/common/MemoryGuard.h"
 #include "repository/common/Texts.h"
@@ -62,17 +63,22 @@ Outcome FileBackends::open(const Backend::Description& description, const Mount&
         return {StatusCode::NotFound, Texts::tr("no file was named")};
     const QString identity = fileIdentity(description.filePath);
     Outcome outcome = reserve(identity);
-    if (!outcome.ok())
-        return outcome;
+    if (!outcome.ok()) {
+        const bool isLeftAlone =
+            description.type.isEmpty() && FileFormat::ofUnchosenFile(description.filePath).isEmpty();
+        return isLeftAlone ? Outcome() : outcome;
+    }
     const auto release = qScopeGuard([&] {
         const std::lock_guard lock(mutex);
         opening.remove(identity);
     });
     const auto before = std::chrono::system_clock::now();
     const auto backend = FileBackend::open(description, outcome);
-    const Outcome mounted = backend ? mount(backend) : Outcome();
-    if (!outcome.ok() || !mounted.ok())
-        return outcome.ok() ? mounted : outcome;
+    if (!backend)
+        return outcome;
+    const Outcome mounted = mount(backend);
+    if (!mounted.ok())
+        return mounted;
     backend->releaseDocument();
     noteFile(backend, identity);
     watch(backend, before);

@@ -25,6 +25,7 @@ public:
     bool hasType(const QString& type) const override;
     QString toLocation(const QString& given) const override;
     bool isSamePlace(const QString& location, const QString& other) const override;
+    // Without a type the file's is recognised; one of no type that is known is left alone.
     Outcome open(const Backend::Description& description, const Mount& mount) override;
     void forget(const Backend& backend) override;
 

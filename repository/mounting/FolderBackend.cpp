@@ -208,9 +208,11 @@ void FolderBackend::openOne(const QString& file, const std::function<void()>& aw
     const auto open = [&]() -> Outcome {
         if (!info.isReadable())
             return {StatusCode::BackendFailure, Texts::tr("this user may not read it")};
-        const QString type = FileFormat::ofUnchosenFile(file);
+        // What is larger is read as a whole only once it is known to be of some type.
+        const bool isSmall = state.second <= FileFormat::enough;
+        const QString type = isSmall ? QString() : FileFormat::ofUnchosenFile(file);
         const auto attributes = store.lock();
-        if (type.isEmpty() || !attributes)
+        if (!attributes || (!isSmall && type.isEmpty()))
             return {};
         const bool isWritable = description.accessMode != AccessMode::ReadOnly && info.isWritable();
         return fileBackends.open(

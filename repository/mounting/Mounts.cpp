@@ -75,7 +75,8 @@ Outcome Mounts::mount(const std::shared_ptr<Backend>& backend)
         return {StatusCode::AlreadyExists, Texts::tr("a backend of that name exists already")};
     if (place && (place->isAttribute() || (place->children && place->children->count > 0)))
         return {StatusCode::AlreadyExists, Texts::tr("there are attributes at or below it already")};
-    tree.backends.reserve(tree.backends.size() + 1);
+    if (tree.backends.size() == tree.backends.capacity())
+        tree.backends.reserve(2 * tree.backends.size() + 1); // nothing fails once the tree shows it
     Projection(transaction).mount(*backend);
     tree.backends.push_back(backend);
     setOwn(transaction.getNodes(), backendNamesPath + pathSeparator + name, name);

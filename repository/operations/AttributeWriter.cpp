@@ -99,7 +99,7 @@ Outcome AttributeWriter::insert(Transaction& transaction, const QString& path, Q
     }
     if (!node) {
         nodes.create(path, key, ancestor, std::move(value), access);
-        nodes.followValue(ancestor.path);
+        nodes.followValue(ancestor);
         return outcome;
     }
     if (backend && !nodes.getOrder().isInPlace(*node))
@@ -123,7 +123,7 @@ Outcome AttributeWriter::writeOne(const QString& path, const QVariant& value, in
     }
     QVariant previous;
     record.begin(store->getHistory(), *node);
-    std::optional<Outcome> outcome = replace(*node, value, previous);
+    std::optional<Outcome> outcome = replace(*node, path, value, previous);
     if (!outcome || !outcome->ok()) {
         const bool isHidden = !node->isReadable();
         const bool isLinked = !outcome && node->backend->isLinked(path);
@@ -189,15 +189,16 @@ Outcome AttributeWriter::writeInFile(Transaction& transaction, const Node& node,
                                      QVariant& accepted, Acceptance acceptance)
 {
     const NodeWriter& nodes = transaction.getNodes();
-    Outcome outcome = accept(nodes, node.path, value, accepted, acceptance);
-    const QStringList followers = node.backend ? node.backend->followersOf(node.path) : QStringList();
+    const QString path = node.getPath();
+    Outcome outcome = accept(nodes, path, value, accepted, acceptance);
+    const QStringList followers = node.backend ? node.backend->followersOf(path) : QStringList();
     for (const QString& follower : followers) {
         QVariant same;
         outcome = outcome.ok() ? accept(nodes, follower, accepted, same, acceptRetyped) : outcome;
     }
     if (outcome.ok() && node.backend)
-        outcome = Refusals::unfitFor(node, transaction.edit(*node.backend).set(node.path, toValue(accepted)),
-                                     accepted);
+        outcome =
+            Refusals::unfitFor(node, transaction.edit(*node.backend).set(path, toValue(accepted)), accepted);
     return outcome;
 }
 
@@ -222,7 +223,7 @@ std::optional<Outcome> AttributeWriter::insertElement(Transaction& transaction, 
     NodeWriter& nodes = transaction.getNodes();
     Node* const node = nodes.find(path);
     Node& array = nodes.nearest(parentPath(path));
-    const QStringView below = pathAfter(path, array.path.size());
+    const QStringView below = pathAfter(path, array.getPathSize());
     const QStringView name = below.left(below.indexOf(pathSeparator));
     const auto index = elementIndex(name);
     const auto texts = node || !index ? std::nullopt : ListEdit::textsIn(nodes, &array);
@@ -240,7 +241,7 @@ std::optional<Outcome> AttributeWriter::insertElement(Transaction& transaction, 
     const auto inserted =
         array.backend && !isText
             ? transaction.edit(*array.backend)
-                  .insertElement(joinedPath(array.path, name),
+                  .insertElement(joinedPath(array.getPath(), name),
                                  {{pathBytes(pathAfter(below, name.size())), toValue(value)}})
             : std::nullopt;
     if (inserted && inserted->ok())
@@ -263,14 +264,15 @@ Outcome AttributeWriter::refuseUnknown(const QString& path, const QVariant& valu
     return Refusals::notSet(std::move(outcome), path, value, isHidden);
 }
 
-std::optional<Outcome> AttributeWriter::replace(Node& node, const QVariant& value, QVariant& previous)
+std::optional<Outcome> AttributeWriter::replace(Node& node, const QString& path, const QVariant& value,
+                                                QVariant& previous)
 {
     QVariant& accepted = previous; // until it changes places with the one before
     Outcome outcome = acceptWrite(node, value, accepted);
     if (!outcome.ok())
         return outcome;
     if (node.backend) {
-        std::optional<Outcome> stored = node.backend->set(node.path, toValue(accepted));
+        std::optional<Outcome> stored = node.backend->set(path, toValue(accepted));
         if (!stored || !stored->ok())
             return stored ? Refusals::unfitFor(node, *std::move(stored), accepted) : stored;
     }

@@ -66,7 +66,8 @@ private:
     Outcome writeElement(const ListElement& element, const QString& path, const QVariant& value);
 
     // Nothing while the node's backend is being edited otherwise, and where it is linked.
-    static std::optional<Outcome> replace(Node& node, const QVariant& value, QVariant& previous);
+    static std::optional<Outcome> replace(Node& node, const QString& path, const QVariant& value,
+                                          QVariant& previous);
 
     std::shared_ptr<AttributeStore> store;
 };

@@ -212,9 +212,10 @@ Outcome StepReplay::changeEntries(Transaction& transaction, const BackendChange&
             backend.originOf(entry->path) == Backend::Origin::Copy)
             continue;
         const bool holdsOthers =
-            node->children &&
-            std::any_of(node->children->places.begin(), node->children->places.end(),
-                        [&leaving](const Node* child) { return child && !leaving.contains(child->path); });
+            node->children && std::any_of(node->children->places.begin(), node->children->places.end(),
+                                          [&leaving](const Node* child) {
+                                              return child && !leaving.contains(child->getPath());
+                                          });
         if (!holdsOthers)
             outcome = document.remove(entry->path);
         else if (loses)

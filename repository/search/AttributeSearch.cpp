@@ -52,7 +52,7 @@ public:
         while (outcome.ok() && !walk.isDone()) {
             count = 0;
             walk.visit(int(candidates.size()), [&](const Node& node) {
-                const bool isOwn = root.isEmpty() && isAtOrBelow(node.path, ownRoot);
+                const bool isOwn = root.isEmpty() && Repository::isOwn(node);
                 if (!isOwn)
                     candidates[std::size_t(count++)].takeFrom(node, tree);
                 return !isOwn;
@@ -112,10 +112,12 @@ Outcome replaceInFile(Transaction& transaction, const Interfaces::SearchHit& hit
     if (node->backend)
         transaction.edit(*node->backend); // nobody writes to it from here on
     {
-        const std::lock_guard lock(nodes.getTree().index.shardOf(NodeIndex::Key(hit.path)).mutex);
+        const std::lock_guard lock(nodes.getTree().index.shardOf(*node).mutex);
         if (!FrameworkCore::Values::isSameValue(node->value, hit.value))
             return Outcome(StatusCode::BackendFailure, Texts::tr("it has changed since it was found"))
                 .advise(Texts::tr("search again"));
+        if (node->finerValue())
+            return Refusals::losesDigits();
     }
     return AttributeWriter::writeInFile(transaction, *node, hit.replacement, accepted);
 }

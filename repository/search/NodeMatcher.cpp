@@ -33,14 +33,14 @@ QString textOf(const QVariant& value)
 
 void NodeMatcher::Candidate::takeFrom(const Node& node, AttributeTree& tree)
 {
-    path = node.path;
+    node.copyPath(path);
     isAttribute = node.isAttribute();
     isReadable = isAttribute && node.isReadable();
     if (!isReadable) {
         value = QVariant();
         return;
     }
-    const std::lock_guard lock(tree.index.shardOf(NodeIndex::Key(path)).mutex);
+    const std::lock_guard lock(tree.index.shardOf(node).mutex);
     value = node.value;
 }
 
@@ -51,7 +51,7 @@ bool NodeMatcher::Candidate::takeElement(const QString& elementPath, AttributeTr
     const Node* const list = element && !tree.nodeOf(elementPath) ? tree.nodeOf(element->list) : nullptr;
     if (!list)
         return false;
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(list->path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(*list).mutex);
     const QVariant text = element->readFrom(list);
     path = elementPath;
     isAttribute = true;
@@ -128,7 +128,7 @@ std::optional<bool> NodeMatcher::replaceIn(SearchHit& hit) const
     const Node* const node = tree.nodeOf(hit.path);
     if (!node || !node->isAttribute())
         return false;
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(hit.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(*node).mutex);
     QVariant accepted;
     hit.refusal = Refusals::notSet(acceptRetyped(*node, hit.replacement, accepted), hit.path, hit.replacement,
                                    !node->isReadable());

@@ -37,7 +37,7 @@ void ResumableWalk::visit(int count, const std::function<bool(const Node&)>& vis
     }
     done = frames.empty();
     if (last)
-        lastPath = last->path;
+        lastPath = last->getPath();
     pause();
 }
 

@@ -16,8 +16,8 @@ class Snapshot : public Interfaces::AttributeInterface
 {
 public:
     // The attribute lock is held.
-    explicit Snapshot(const Node& node)
-        : path(node.path), value(node.isReadable() ? node.value : QVariant()),
+    Snapshot(const QString& nodePath, const Node& node)
+        : path(nodePath), value(node.isReadable() ? node.value : QVariant()),
           dataType(QString::fromLatin1(node.value.typeName())), access(presentAccess(node))
     {
     }
@@ -80,7 +80,7 @@ std::shared_ptr<Interfaces::AttributeInterface> AttributeReader::getAttribute(co
     const Node* node = shard.find(key);
     if (!node || !node->isAttribute())
         return {};
-    return std::make_shared<Snapshot>(*node);
+    return std::make_shared<Snapshot>(path, *node);
 }
 
 } // namespace Repository

@@ -20,6 +20,14 @@ std::vector<std::shared_ptr<Backend>> AttributeTree::getBackends()
     return backends;
 }
 
+bool isOwn(const Node& node)
+{
+    const Node* first = &node;
+    while (first->parent && first->parent->parent)
+        first = first->parent;
+    return first->hasPath(ownRoot);
+}
+
 std::vector<Node*> subtreeOf(Node& node, const Backend* onlyBackend)
 {
     std::vector<Node*> found{&node};

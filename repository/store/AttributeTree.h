@@ -36,9 +36,12 @@ struct AttributeTree
     std::shared_mutex structure;
     NodeIndex index;
     PatternIndex patterns;
-    Node top{QString()};                            // holds the top-level nodes; not in the index
+    Node top;                                       // holds the top-level nodes; not in the index
     std::vector<std::shared_ptr<Backend>> backends; // guarded by structure
 };
+
+// Whether it is the repository's own, at ownRoot or below.
+bool isOwn(const Node& node);
 
 // The node and all below it, parents first; of one backend only, unless that is null.
 std::vector<Node*> subtreeOf(Node& node, const Backend* onlyBackend);

@@ -13,7 +13,7 @@ Registrations Delivery::updateMatching(Node& node, const PatternIndex& patterns)
     const quint32 generation = patterns.getGeneration();
     if (node.getPatternGeneration() == generation)
         return {};
-    Registrations matching = patterns.match(node.path);
+    Registrations matching = patterns.match(node.getPath());
     if (node.extras || !matching.isEmpty())
         node.ensureExtras().matching.swap(matching);
     node.setPatternGeneration(generation);
@@ -39,7 +39,7 @@ void Delivery::collect(std::vector<Delivery>& deliveries, Node& node, const Patt
         delivery.counted.append(registration);
         delivery.listened |= registration->getPoints();
     });
-    delivery.collectedPath = node.path;
+    delivery.collectedPath = node.getPath();
     delivery.addContent(node, result == UpdateResult::Removed ? QVariant() : node.value);
 }
 

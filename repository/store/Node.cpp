@@ -1,12 +1,16 @@
 #include "repository/store/Node.h"
 
+#include "repository/backends/Backend.h"
+
 #include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace Repository {
 
 namespace {
 
+constexpr QChar separator = QLatin1Char('.');
 constexpr std::size_t nearPlaces = 64;
 constexpr std::size_t manyPlaces = 1024; // from so many on, a search looks at the beginnings of names first
 
@@ -163,6 +167,66 @@ void Children::fillPrefixes()
         prefixes.push_back(child ? prefixOf(*child) : NamePrefix());
 }
 
+std::unique_ptr<Node> Node::make(Node& parent, QStringView name, quint32 pathHash)
+{
+    const std::size_t nameBytes = std::size_t(name.size()) * sizeof(QChar);
+    void* const block = ::operator new(sizeof(Node) + nameBytes);
+    std::memcpy(static_cast<char*>(block) + sizeof(Node), name.data(), nameBytes);
+    return std::unique_ptr<Node>(::new (block) Node(parent, quint32(name.size()), pathHash));
+}
+
+int Node::getPathSize() const
+{
+    int size = -1; // the first name has no separator before it
+    for (const Node* node = this; node->parent; node = node->parent)
+        size += int(node->nameSize) + 1;
+    return std::max(size, 0);
+}
+
+void Node::copyPath(QString& path) const
+{
+    path.resize(getPathSize());
+    QChar* end = path.data() + path.size();
+    for (const Node* node = this; node->parent; node = node->parent) {
+        const QStringView name = node->getName();
+        end = std::copy_backward(name.begin(), name.end(), end);
+        if (node->parent->parent)
+            *--end = separator;
+    }
+}
+
+QString Node::getPath() const
+{
+    QString path;
+    copyPath(path);
+    return path;
+}
+
+bool Node::hasPath(QStringView path) const
+{
+    const Node* node = this;
+    while (node->parent) {
+        const QStringView name = node->getName();
+        const qsizetype begin = path.size() - name.size();
+        if (begin < 0 || std::memcmp(path.data() + begin, name.data(), node->nameSize * sizeof(QChar)) != 0)
+            return false;
+        node = node->parent;
+        if (!node->parent)
+            return begin == 0;
+        if (begin == 0 || path[begin - 1] != separator)
+            return false;
+        path = path.left(begin - 1);
+    }
+    return path.isEmpty();
+}
+
+bool Node::leadsTo(QStringView path) const
+{
+    const int size = getPathSize();
+    const bool isWhole = size == 0 || size == path.size() || (size < path.size() && path[size] == separator);
+    return isWhole && hasPath(path.left(size));
+}
+
 Children& Node::ensureChildren()
 {
     if (!children) {
@@ -178,6 +242,13 @@ Node::Extras& Node::ensureExtras()
     if (!extras)
         extras = std::make_unique<Extras>();
     return *extras;
+}
+
+std::optional<FrameworkCore::Values::Value> Node::finerValue() const
+{
+    const int type = value.userType();
+    const bool mayBe = backend && (type == QMetaType::QTime || type == QMetaType::QDateTime);
+    return mayBe ? backend->finerValueAt(path) : std::nullopt;
 }
 
 } // namespace Repository

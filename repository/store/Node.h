@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
+#include "host/FrameworkCore/Values/Value.h"
 #include "repository/notification/PatternIndex.h"
 #include "repository/notification/RegistrationList.h"
 #include "repository/store/NamePrefix.h"
@@ -11,6 +12,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Repository {
@@ -58,7 +60,8 @@ private:
 };
 
 // One place in the tree. What it is made of is guarded in two ways; see AttributeTree. There may be
-// millions, so that what few of them have lies in a block of its own.
+// millions, so that what few of them have lies in a block of its own, and that each knows its name only,
+// which lies right behind it: its path is put together of the names that lead to it.
 struct Node
 {
     using AccessMode = FrameworkCore::AppConfig::AccessMode;
@@ -70,9 +73,20 @@ struct Node
         Registrations matching; // those whose pattern matches, as of the node's generation
     };
 
-    explicit Node(QString fullPath) : path(std::move(fullPath)) {}
+    Node() = default; // the top
 
-    QStringView getName() const { return QStringView(path).mid(path.lastIndexOf(QLatin1Char('.')) + 1); }
+    // One in the parent, which outlives it; the hash is that of its path.
+    static std::unique_ptr<Node> make(Node& parent, QStringView name, quint32 pathHash);
+    static void operator delete(void* block) { ::operator delete(block); }
+
+    // What is told by the names needs no lock while the node is there. The top has an empty path.
+    QStringView getName() const { return {reinterpret_cast<const QChar*>(this + 1), nameSize}; }
+    QString getPath() const;
+    void copyPath(QString& path) const; // the same, into the room that the text has
+    int getPathSize() const;
+    bool hasPath(QStringView path) const;
+    bool leadsTo(QStringView path) const; // which is its own, or lies below it
+
     Children& ensureChildren(); // made if there are none
     bool isBackendRoot() const { return backend && parent->backend != backend; }
     Extras& ensureExtras(); // made if there are none
@@ -85,6 +99,9 @@ struct Node
     void setAccess(AccessMode mode) { setFlags(accessBits, quint32(mode)); }
     bool isReadable() const { return FrameworkCore::AppConfig::isReadable(getAccess()); }
 
+    // The value where its backend has more digits of a second than an attribute holds, or nothing.
+    std::optional<FrameworkCore::Values::Value> finerValue() const;
+
     // As of when Extras::matching is.
     quint32 getPatternGeneration() const { return flags.load(std::memory_order_relaxed) >> generationShift; }
     void setPatternGeneration(quint32 generation)
@@ -92,15 +109,17 @@ struct Node
         setFlags(~(attributeFlag | accessBits), generation << generationShift);
     }
 
-    const QString path;
-
     // The shape of the tree.
-    Node* parent = nullptr;     // not owned; null at the top
-    Backend* backend = nullptr; // not owned; null in memory
+    Node* const parent = nullptr; // not owned; null at the top
+    Backend* backend = nullptr;   // not owned; null in memory
     std::unique_ptr<Children> children;
     quint32 slot = 0; // in the parent's children
 
+    const quint32 pathHash = 0;
+
 private:
+    Node(Node& above, quint32 size, quint32 hash) noexcept : parent(&above), pathHash(hash), nameSize(size) {}
+
     static constexpr quint32 accessBits = 3;
     static constexpr quint32 attributeFlag = 4;
     static constexpr int generationShift = 32 - PatternIndex::generationBits;
@@ -114,6 +133,8 @@ private:
     // but whoever reads access and kind may hold the structure lock alone, while a writer of the value brings
     // the generation up to date.
     std::atomic<quint32> flags{quint32(AccessMode::ReadWrite)};
+
+    const quint32 nameSize = 0; // in characters
 
 public:
     // The attribute.

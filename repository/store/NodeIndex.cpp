@@ -30,7 +30,7 @@ const Validations* NodeIndex::Shard::validationsOf(const Node* node, QStringView
 
 void NodeIndex::Shard::attachPending(Node& node)
 {
-    const auto found = pending.empty() ? pending.end() : pending.find(node.path);
+    const auto found = pending.empty() ? pending.end() : pending.find(node.getPath());
     if (found == pending.end())
         return;
     node.exact = std::move(found->second.exact);

@@ -56,6 +56,7 @@ public:
 
     Shard& shard(std::size_t number) { return shards[number]; }
     Shard& shardOf(const Key& key) { return shards[shardNumber(key.hash)]; }
+    Shard& shardOf(const Node& node) { return shards[shardNumber(node.pathHash)]; }
     Node* find(const Key& key) { return shardOf(key).find(key); }
 
 private:

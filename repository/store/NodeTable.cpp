@@ -3,19 +3,7 @@
 #include <QtAlgorithms>
 #include <QtMath>
 
-#include <cstring>
-
 namespace Repository {
-
-namespace {
-
-bool isSame(QStringView a, QStringView b)
-{
-    return a.size() == b.size() &&
-           std::memcmp(a.data(), b.data(), std::size_t(a.size()) * sizeof(QChar)) == 0;
-}
-
-} // namespace
 
 unsigned NodeTable::Group::placesOf(quint32 hash) const
 {
@@ -31,7 +19,7 @@ Node* NodeTable::find(QStringView path, quint32 hash) const
         const Group& group = groups[number];
         for (unsigned places = group.placesOf(hash); places != 0; places &= places - 1) {
             const std::unique_ptr<Node>& node = group.nodes[qCountTrailingZeroBits(places)];
-            if (node && isSame(node->path, path))
+            if (node && node->hasPath(path))
                 return node.get();
         }
         if (group.passedOn == 0)
@@ -61,9 +49,9 @@ Node& NodeTable::place(std::unique_ptr<Node> node, quint32 hash)
     }
 }
 
-std::unique_ptr<Node> NodeTable::take(const Node& node, quint32 hash)
+std::unique_ptr<Node> NodeTable::take(const Node& node)
 {
-    for (std::size_t number = firstGroup(hash);; number = groupBehind(number)) {
+    for (std::size_t number = firstGroup(node.pathHash);; number = groupBehind(number)) {
         Group& group = groups[number];
         for (std::unique_ptr<Node>& place : group.nodes) {
             if (place.get() != &node)

@@ -21,7 +21,7 @@ public:
 
     Node* find(QStringView path, quint32 hash) const;
     Node& insert(std::unique_ptr<Node> node, quint32 hash); // there is none of that path
-    std::unique_ptr<Node> take(const Node& node, quint32 hash);
+    std::unique_ptr<Node> take(const Node& node);
     void reserveMore(std::size_t count);
 
 private:

@@ -6,6 +6,7 @@
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
+#include "repository/store/AttributeTree.h"
 
 #include <cmath>
 
@@ -48,12 +49,12 @@ Outcome Refusals::noAttributeType()
 
 Outcome Refusals::readOnly(const Node& node)
 {
-    if (isAtOrBelow(node.path, ownRoot))
+    if (isOwn(node))
         return ownTree();
     if (node.backend && (node.backend->isLocked() || !isWritable(node.backend->getAccessMode())))
         return readOnly(*node.backend);
     Outcome outcome(StatusCode::NotWritable, Texts::tr("created as read-only"));
-    outcome.change().details.append({node.path, {}});
+    outcome.change().details.append({node.getPath(), {}});
     return outcome;
 }
 
@@ -92,6 +93,13 @@ Outcome Refusals::losesComments()
     return Outcome(StatusCode::BackendFailure,
                    Texts::tr("its comments have no place where it is to go, and would be lost"))
         .advise(Texts::tr("copy it, and remove it here"));
+}
+
+Outcome Refusals::losesDigits()
+{
+    return Outcome(StatusCode::BackendFailure,
+                   Texts::tr("it has more digits of a second than are shown, which would be lost"))
+        .advise(Texts::tr("set it to another value first"));
 }
 
 Outcome Refusals::noBackend()

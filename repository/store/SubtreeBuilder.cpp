@@ -1,15 +1,20 @@
 #include "repository/store/SubtreeBuilder.h"
 
+#include "host/FrameworkCore/Values/Utf8.h"
+#include "host/FrameworkCore/Values/VariantText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/common/PathRules.h"
 #include "repository/notification/PatternIndex.h"
+
+#include <algorithm>
 
 namespace Repository {
 
 using FrameworkCore::Values::Type;
 using FrameworkCore::Values::Value;
 
-SubtreeBuilder::SubtreeBuilder(Node& emptyRoot) : root(emptyRoot), levels{{0, &emptyRoot}}
+SubtreeBuilder::SubtreeBuilder(Node& emptyRoot)
+    : root(emptyRoot), fullPath(emptyRoot.getPath()), levels{{0, fullPath.size(), &emptyRoot}}
 {
 }
 
@@ -18,8 +23,10 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     const Level above = levelAbove(path);
     Node& parent = *above.node;
     budget.spend(path.size());
-    auto node = std::make_unique<Node>(joinedPath(parent.path, path.substr(above.nameBegin())));
-    node->parent = &parent;
+    fullPath.resize(above.fullLength);
+    appendName(path.substr(above.nameBegin()));
+    const NodeIndex::Key key(fullPath);
+    auto node = Node::make(parent, pathAfter(fullPath, above.fullLength), key.hash);
     node->backend = root.backend;
     node->setAccess(root.getAccess());
     if (value.type != Type::Group) {
@@ -29,11 +36,24 @@ void SubtreeBuilder::add(std::string_view path, const Value& value)
     parent.ensureChildren().append(*node);
 
     last.assign(path);
-    levels.push_back({path.size(), node.get()});
+    levels.push_back({path.size(), fullPath.size(), node.get()});
     if (!byPath.isEmpty())
-        byPath.insert(node->path, node.get());
-    const NodeIndex::Key key(node->path);
+        byPath.insert(fullPath, node.get());
     made.add(std::move(node), key.hash);
+}
+
+// Nearly all names are ASCII, which needs no decoder.
+void SubtreeBuilder::appendName(std::string_view name)
+{
+    if (!fullPath.isEmpty())
+        fullPath += pathSeparator;
+    if (!FrameworkCore::Values::isAscii(name)) {
+        fullPath += FrameworkCore::Values::decodeUtf8(name);
+        return;
+    }
+    const int begin = fullPath.size();
+    fullPath.resize(begin + int(name.size()));
+    std::transform(name.begin(), name.end(), fullPath.data() + begin, [](char c) { return QLatin1Char(c); });
 }
 
 SubtreeBuilder::Level SubtreeBuilder::levelAbove(std::string_view path)
@@ -48,14 +68,15 @@ SubtreeBuilder::Level SubtreeBuilder::levelAbove(std::string_view path)
         return levels.back();
     // The file comes back to a section that it has left.
     const std::string_view parent = path.substr(0, path.rfind('.'));
-    levels.push_back({parent.size(), &search(joinedPath(root.path, parent))});
+    fullPath = joinedPath(root.getPath(), parent);
+    levels.push_back({parent.size(), fullPath.size(), &search(fullPath)});
     return levels.back();
 }
 
 Node& SubtreeBuilder::search(const QString& path)
 {
     if (byPath.isEmpty())
-        made.forEach([this](Node& node) { byPath.insert(node.path, &node); });
+        made.forEach([this](Node& node) { byPath.insert(node.getPath(), &node); });
     return *byPath.value(path, &root);
 }
 

@@ -37,6 +37,7 @@ private:
     struct Level
     {
         std::size_t pathLength; // of the relative path
+        int fullLength;         // of the path in the tree
         Node* node;             // not owned
 
         // Where the name of a node in it begins in its path.
@@ -45,13 +46,15 @@ private:
 
     Level levelAbove(std::string_view path);
     Node& search(const QString& path);
+    void appendName(std::string_view name);
 
     Node& root;
     NewNodes made;
     PathBudget budget;
     std::string last; // the relative path of the last level
+    QString fullPath; // the same in the tree
     std::vector<Level> levels;
-    QHash<QStringView, Node*> byPath; // empty until a node is searched
+    QHash<QString, Node*> byPath; // empty until a node is searched
 };
 
 } // namespace Repository

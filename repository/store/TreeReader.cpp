@@ -27,10 +27,18 @@ bool canLeadTo(QStringView path, const QString& start, Qt::CaseSensitivity sensi
            path.compare(start.leftRef(int(path.size())), sensitivity) == 0;
 }
 
+void appendName(QString& path, QStringView name)
+{
+    if (!path.isEmpty())
+        path += pathSeparator;
+    path.append(name.data(), int(name.size()));
+}
+
 // Which children of the node can match the pattern, or have somebody below them that does.
 NameFilter candidates(const Node& node, const QString& start, const QString& end)
 {
-    const int nameBegin = node.path.isEmpty() ? 0 : node.path.size() + 1;
+    const int pathSize = node.getPathSize();
+    const int nameBegin = pathSize == 0 ? 0 : pathSize + 1;
     if (start.size() > nameBegin) {
         const QStringView rest = QStringView(start).mid(nameBegin);
         const qsizetype nameEnd = rest.indexOf(pathSeparator);
@@ -52,10 +60,9 @@ QVector<ChildInformation> TreeReader::getChildren(const QString& path, const QSt
         return found;
     if (beginning.isEmpty())
         found.reserve(node->children->count);
-    const int nameStart = path.isEmpty() ? 0 : path.size() + 1;
     node->children->visit(NameFilter::beginning(beginning), [&](const Node& child) {
         if (beginning.isEmpty() || child.getName().startsWith(beginning))
-            found.append({child.path.mid(nameStart), child.children ? child.children->count : 0});
+            found.append({child.getName().toString(), child.children ? child.children->count : 0});
         return true;
     });
     return found;
@@ -125,7 +132,7 @@ NodeInformation TreeReader::elementInformation(const QString& path) const
     const Node* const list = element ? tree.nodeOf(element->list) : nullptr;
     if (!list)
         return information;
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(list->path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(*list).mutex);
     const QVariant text = element->readFrom(list);
     if (!text.isValid())
         return information;
@@ -159,12 +166,16 @@ QStringList TreeReader::findPaths(const PathSearch& search) const
         const Children* children = walk.front()->children.get();
         if (!children)
             continue;
+        QString path = walk.front()->getPath(); // of the children, one after the other
+        const int parentSize = path.size();
         children->visit(candidates(*walk.front(), start, end), [&](const Node& child) {
-            if (!canLeadTo(child.path, start, search.caseSensitivity))
+            path.resize(parentSize);
+            appendName(path, child.getName());
+            if (!canLeadTo(path, start, search.caseSensitivity))
                 return true;
-            const bool isMatch = pattern.matches(child.path);
+            const bool isMatch = pattern.matches(path);
             if (isMatch)
-                found.append(child.path);
+                found.append(path);
             if (child.children && !(isMatch && search.topmostOnly))
                 walk.push_back(&child);
             return found.size() != search.limit;

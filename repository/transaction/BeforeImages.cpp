@@ -9,8 +9,8 @@ void BeforeImages::add(const Node& node, const NodeState& before)
     OfBackend& kept = backends[node.backend];
     kept.isHidden = kept.isHidden || before.isHidden();
     // The value of a new node comes right after it.
-    if (kept.images.empty() || kept.images.back().path.constData() != node.path.constData())
-        kept.images.push_back({node.path, before});
+    if (kept.images.empty() || kept.images.back().node != &node)
+        kept.images.push_back({&node, node.getPath(), before});
 }
 
 void BeforeImages::hide(Backend* backend)

@@ -24,6 +24,7 @@ public:
 private:
     struct Image
     {
+        const Node* node; // not owned; of the transaction, which keeps even removed ones
         QString path;
         NodeState before;
     };

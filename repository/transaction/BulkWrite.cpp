@@ -52,7 +52,7 @@ BulkWrite::Target BulkWrite::targetOf(const QString& path)
         knownParent = parent.toString();
         parentNode = &noteParent(nodes.nearest(parent));
         parentBackend = parentNode->backend;
-        if (parentNode->path.size() != parent.size())
+        if (parentNode->getPathSize() != parent.size())
             parentNode = nullptr;
         isParentKnown = true;
     }
@@ -63,7 +63,7 @@ BulkWrite::Target BulkWrite::targetOf(const QString& path)
 Node& BulkWrite::noteParent(Node& node)
 {
     if (node.isAttribute())
-        parents.append(node.path);
+        parents.append(node.getPath());
     return node;
 }
 
@@ -88,7 +88,7 @@ bool BulkWrite::isInWhole(const QString& path)
 QString BulkWrite::firstMissing(const QString& path) const
 {
     const Node& there = nodes.nearest(path);
-    int end = there.path.size();
+    int end = there.getPathSize();
     while (end < path.size()) {
         const int next = path.indexOf(pathSeparator, end + 1);
         end = next < 0 ? path.size() : next;
@@ -171,16 +171,19 @@ DocumentEdit& BulkWrite::edit(Backend& backend)
 }
 
 // Of an attribute that exists; the tree shows it in finish.
-Outcome BulkWrite::write(const Node& node, const QVariant& value, QVariant& accepted)
+Outcome BulkWrite::write(const Node& node, const QVariant& value, const std::optional<Value>& inFile,
+                         QVariant& accepted)
 {
     {
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node.path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(node).mutex);
         Outcome outcome = acceptWrite(node, value, accepted);
         if (!outcome.ok() || !node.backend)
             return outcome;
     }
-    return Refusals::unfit(edit(*node.backend).set(node.path, FrameworkCore::Values::toValue(accepted)),
-                           accepted, !node.isReadable());
+    const bool isKept = inFile && FrameworkCore::Values::isSameValue(value, accepted);
+    return Refusals::unfit(
+        edit(*node.backend).set(node.getPath(), isKept ? *inFile : FrameworkCore::Values::toValue(accepted)),
+        accepted, !node.isReadable());
 }
 
 Outcome BulkWrite::writeDocuments()
@@ -222,7 +225,8 @@ bool BulkWrite::writeExcerpt(const Documents::Excerpt& excerpt)
     return true;
 }
 
-Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access)
+Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, AccessMode access,
+                                const std::optional<Value>& inFile)
 {
     if (path.isEmpty())
         return {StatusCode::InvalidPath, Texts::tr("a value needs a path")};
@@ -238,17 +242,19 @@ Outcome BulkWrite::addAttribute(const QString& path, const QVariant& value, Acce
     const Target place = targetOf(path);
     if (place.node && place.node->isAttribute()) {
         QVariant accepted;
-        Outcome outcome = write(*place.node, value, accepted);
+        Outcome outcome = write(*place.node, value, inFile, accepted);
         if (outcome.ok())
             items.push_back({path, accepted, place.node->getAccess(), false, place.node});
         return outcome;
     }
     const NodeIndex::Key key(path);
     Outcome outcome = acceptNew(nodes.getTree(), key, place.node, place.backend, value);
+    if (outcome.ok() && inFile && !place.backend)
+        return Refusals::losesDigits();
     if (!outcome.ok())
         return outcome;
     if (place.backend) {
-        outcome = insert(*place.backend, path, FrameworkCore::Values::toValue(value));
+        outcome = insert(*place.backend, path, inFile ? *inFile : FrameworkCore::Values::toValue(value));
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), value, !isReadable(place.backend->getAccessMode()));
         if (place.node)
@@ -284,8 +290,10 @@ void BulkWrite::finish()
     if (newPlace)
         showNew();
     transaction.commit();
-    for (const QString& parent : std::as_const(parents))
-        nodes.followValue(parent);
+    for (const QString& parent : std::as_const(parents)) {
+        if (Node* const node = nodes.find(parent))
+            nodes.followValue(*node);
+    }
     if (newPlace)
         return;
     for (Node* const node : replaced)
@@ -329,13 +337,12 @@ Node& BulkWrite::newParent(std::vector<Node*>& way, NewNodes& made, QStringView 
     const QStringView parent = parentPath(path);
     if (way.empty())
         way.push_back(&nodes.ensure(parentPath(root)));
-    while (way.size() > 1 && !isAtOrBelow(parent, way.back()->path))
+    while (way.size() > 1 && !way.back()->leadsTo(parent))
         way.pop_back();
-    while (way.back()->path.size() < parent.size()) {
-        const int nameStart = way.back()->path.isEmpty() ? 0 : way.back()->path.size() + 1;
-        const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
+    for (qsizetype length = way.back()->getPathSize(); length < parent.size();) {
+        length = path.indexOf(pathSeparator, length == 0 ? 0 : length + 1);
         way.push_back(
-            &nodes.addGroup(made, *way.back(), path.left(nameEnd).toString(), placingIn(way, appends)));
+            &nodes.addGroup(made, *way.back(), path.left(length).toString(), placingIn(way, appends)));
     }
     return *way.back();
 }
@@ -347,7 +354,7 @@ void BulkWrite::show(const Item& item)
         return;
     }
     const QStringView parent = parentPath(item.path);
-    if (!shownParent || shownParent->path != parent)
+    if (!shownParent || !shownParent->hasPath(parent))
         shownParent = &nodes.ensure(parent);
     Node& node = nodes.ensureChild(*shownParent, item.path);
     if (!item.isGroup)

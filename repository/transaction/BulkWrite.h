@@ -28,8 +28,9 @@ public:
     void expect(std::size_t count);
 
     // Creates an attribute or writes the one that exists, whose type and access stay. The value is of an
-    // attribute type.
-    Outcome addAttribute(const QString& path, const QVariant& value, AccessMode access);
+    // attribute type; a file gets the other one where that has more digits.
+    Outcome addAttribute(const QString& path, const QVariant& value, AccessMode access,
+                         const std::optional<FrameworkCore::Values::Value>& inFile);
 
     // A group without children, which only a file can hold: nothing is made in memory.
     Outcome addGroup(const QString& path);
@@ -96,7 +97,8 @@ private:
     bool isInWhole(const QString& path);
     Outcome explain(Outcome outcome, const Item& item, Backend& backend) const;
     Outcome insert(Backend& backend, const QString& path, FrameworkCore::Values::Value value);
-    Outcome write(const Node& node, const QVariant& value, QVariant& accepted);
+    Outcome write(const Node& node, const QVariant& value,
+                  const std::optional<FrameworkCore::Values::Value>& inFile, QVariant& accepted);
     DocumentEdit& edit(Backend& backend);
     void show(const Item& item);
     void showNew();

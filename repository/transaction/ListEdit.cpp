@@ -22,7 +22,7 @@ std::optional<QStringList> ListEdit::textsIn(const NodeWriter& nodes, const Node
 {
     if (!node)
         return {};
-    const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node->path)).mutex);
+    const std::lock_guard shardLock(nodes.getTree().index.shardOf(*node).mutex);
     return ListElement::isList(node) ? std::optional(node->value.toStringList()) : std::nullopt;
 }
 
@@ -64,7 +64,7 @@ Outcome ListEdit::remove(int index)
     if (index >= texts.size())
         return Refusals::notFound();
     texts.removeAt(index);
-    return write(texts, joinedPath(list.path, QString::number(index)));
+    return write(texts, joinedPath(list.getPath(), QString::number(index)));
 }
 
 Outcome ListEdit::writeTo(DocumentEdit& document, const QString& path, const QVariant& texts,
@@ -80,13 +80,13 @@ Outcome ListEdit::write(const QStringList& texts, const QString& removed)
     QVariant accepted;
     {
         AttributeTree& tree = transaction.getNodes().getTree();
-        const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(list.path)).mutex);
+        const std::lock_guard shardLock(tree.index.shardOf(list).mutex);
         const Outcome outcome = acceptWrite(list, texts, accepted);
         if (!outcome.ok())
             return outcome;
     }
     if (list.backend) {
-        Outcome outcome = writeTo(transaction.edit(*list.backend), list.path, accepted, removed);
+        Outcome outcome = writeTo(transaction.edit(*list.backend), list.getPath(), accepted, removed);
         if (!outcome.ok())
             return Refusals::unfit(std::move(outcome), accepted, !list.isReadable());
     }

@@ -38,7 +38,7 @@ std::size_t NodeOrder::placeFor(const QString& path, const Node& parent)
         return 0;
     if (place.kind == Kind::After) {
         const Node* const last = siblings.last();
-        const Node* const before = last->path == place.sibling ? last : nodeAt(tree, place.sibling);
+        const Node* const before = last->hasPath(place.sibling) ? last : nodeAt(tree, place.sibling);
         if (before && before->parent == &parent)
             return before->slot + std::size_t(1);
     }
@@ -54,7 +54,7 @@ std::size_t NodeOrder::placeFor(const QString& path, const Node& parent)
 bool NodeOrder::isInPlace(const Node& node)
 {
     const Children& siblings = *node.parent->children;
-    const Backend::SiblingPosition place = node.backend->positionOf(node.path);
+    const Backend::SiblingPosition place = node.backend->positionOf(node.getPath());
     if (place.kind == Kind::Last)
         return siblings.last() == &node;
     if (place.kind == Kind::First)
@@ -109,7 +109,7 @@ void NodeOrder::announce(const Node& parent, std::vector<Delivery>& deliveries)
         node = firstIn(*node);
     if (!node->isAttribute())
         return;
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(*node).mutex);
     try {
         Delivery::collect(deliveries, *node, tree.patterns, UpdateResult::Reordered);
     } catch (const std::bad_alloc&) {

@@ -49,11 +49,11 @@ Node& NodeWriter::nearest(QStringView path) const
 Node& NodeWriter::ensure(QStringView path)
 {
     Node* node = &nearest(path);
-    while (node->path.size() < path.size()) {
-        const qsizetype nameStart = node->path.isEmpty() ? 0 : node->path.size() + 1;
-        const qsizetype nameEnd = path.indexOf(pathSeparator, nameStart);
+    for (int length = node->getPathSize(); length < path.size();) {
+        const qsizetype nameEnd = path.indexOf(pathSeparator, length == 0 ? 0 : length + 1);
         const QString made = (nameEnd < 0 ? path : path.left(nameEnd)).toString();
         node = &makeNode(made, NodeIndex::Key(made), *node);
+        length = made.size();
     }
     return *node;
 }
@@ -65,11 +65,10 @@ Node& NodeWriter::ensureChild(Node& parent, const QString& path)
     return node ? *node : makeNode(path, key, parent);
 }
 
-std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, Node& parent, Placing placing)
+std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, quint32 hash, Node& parent, Placing placing)
 {
     budget.spend(std::size_t(path.size()));
-    auto made = std::make_unique<Node>(path);
-    made->parent = &parent;
+    auto made = Node::make(parent, QStringView(path).mid(path.lastIndexOf(pathSeparator) + 1), hash);
     made->backend = parent.backend;
     if (made->backend)
         made->setAccess(made->backend->getAccessMode());
@@ -81,7 +80,7 @@ std::unique_ptr<Node> NodeWriter::linkNode(const QString& path, Node& parent, Pl
 }
 
 // A node that cannot be filed is taken out of the tree again.
-Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash)
+Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made)
 {
     try {
         shard.nodes.reserveMore(1);
@@ -90,20 +89,21 @@ Node& NodeWriter::fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, 
         made->parent->children->drop(*made);
         throw;
     }
+    const quint32 hash = made->pathHash;
     return shard.nodes.insert(std::move(made), hash);
 }
 
 Node& NodeWriter::makeNode(const QString& path, const NodeIndex::Key& key, Node& parent)
 {
-    auto made = linkNode(path, parent, Placing::ByDocument);
+    auto made = linkNode(path, key.hash, parent, Placing::ByDocument);
     NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    return fileNode(shard, std::move(made), key.hash);
+    return fileNode(shard, std::move(made));
 }
 
 void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, UpdateResult kind)
 {
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     UpdateResult result = UpdateResult::Created;
     if (node.isAttribute())
         result = FrameworkCore::Values::isSameValue(node.value, value) ? UpdateResult::Unchanged : kind;
@@ -113,7 +113,7 @@ void NodeWriter::setAttribute(Node& node, QVariant value, AccessMode access, Upd
 
 void NodeWriter::editText(Node& node, const std::function<void(QString& text)>& edit)
 {
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     if (images)
         images->add(node, NodeState::of(node));
     if (node.value.userType() != QMetaType::QString)
@@ -139,7 +139,7 @@ void NodeWriter::giveValue(Node& node, QVariant value, AccessMode access)
 
 void NodeWriter::makeGroup(Node& node)
 {
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     if (!node.isAttribute())
         return;
     if (images)
@@ -149,35 +149,35 @@ void NodeWriter::makeGroup(Node& node)
     Delivery::collect(deliveries, node, tree.patterns, UpdateResult::Removed);
 }
 
-void NodeWriter::followValue(const QString& path)
+void NodeWriter::followValue(Node& node)
 {
-    Node* const node = find(path);
-    if (node && node->isAttribute() && node->backend && !node->backend->spell(path))
-        makeGroup(*node);
+    if (node.isAttribute() && node.backend && !node.backend->spell(node.getPath()))
+        makeGroup(node);
 }
 
 void NodeWriter::create(const QString& path, const NodeIndex::Key& key, Node& ancestor, QVariant value,
                         AccessMode access)
 {
     const QStringView parentName = parentPath(path);
-    auto made = linkNode(path, ancestor.path.size() == parentName.size() ? ancestor : ensure(parentName),
-                         Placing::ByDocument);
+    Node& parent = ancestor.getPathSize() == parentName.size() ? ancestor : ensure(parentName);
+    auto made = linkNode(path, key.hash, parent, Placing::ByDocument);
     NodeIndex::Shard& shard = tree.index.shardOf(key);
     const std::lock_guard shardLock(shard.mutex);
-    Node& filed = fileNode(shard, std::move(made), key.hash);
+    Node& filed = fileNode(shard, std::move(made));
     giveValue(filed, std::move(value), access);
     Delivery::collect(deliveries, filed, tree.patterns, UpdateResult::Created);
 }
 
 Node& NodeWriter::addGroup(NewNodes& nodes, Node& parent, const QString& path, Placing placing)
 {
-    return nodes.add(linkNode(path, parent, placing), NodeIndex::Key(path).hash);
+    const quint32 hash = NodeIndex::Key(path).hash;
+    return nodes.add(linkNode(path, hash, parent, placing), hash);
 }
 
 Node& NodeWriter::addAttribute(NewNodes& nodes, Node& parent, const QString& path, quint32 hash,
                                QVariant value, AccessMode access, Placing placing)
 {
-    Node& node = nodes.add(linkNode(path, parent, placing), hash);
+    Node& node = nodes.add(linkNode(path, hash, parent, placing), hash);
     giveValue(node, std::move(value), access);
     return node;
 }
@@ -196,7 +196,7 @@ void NodeWriter::file(NewNodes& nodes, const std::vector<Node*>& attributes)
         return;
     try {
         for (Node* node : attributes) {
-            const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node->path)).mutex);
+            const std::lock_guard shardLock(tree.index.shardOf(*node).mutex);
             Delivery::collect(deliveries, *node, tree.patterns, UpdateResult::Created);
         }
     } catch (const std::bad_alloc&) { // the nodes are there all the same
@@ -208,8 +208,7 @@ void NodeWriter::remove(Node& node)
 {
     node.parent->children->remove(node);
     for (Node* gone : subtreeOf(node, nullptr)) {
-        const NodeIndex::Key key(gone->path);
-        NodeIndex::Shard& shard = tree.index.shardOf(key);
+        NodeIndex::Shard& shard = tree.index.shardOf(*gone);
         const std::lock_guard shardLock(shard.mutex);
         if (images)
             images->add(*gone, NodeState::of(*gone));
@@ -217,12 +216,12 @@ void NodeWriter::remove(Node& node)
             Delivery::collect(deliveries, *gone, tree.patterns, UpdateResult::Removed);
         const Validations* const validations = gone->getValidations();
         if (!gone->exact.isEmpty() || (validations && !validations->empty())) {
-            NodeIndex::Pending& pending = shard.pending[gone->path];
+            NodeIndex::Pending& pending = shard.pending[gone->getPath()];
             pending.exact = std::move(gone->exact);
             if (validations)
                 pending.validations = std::move(gone->extras->validations);
         }
-        removedNodes.push_back(shard.nodes.take(*gone, key.hash));
+        removedNodes.push_back(shard.nodes.take(*gone));
     }
 }
 
@@ -231,7 +230,7 @@ void NodeWriter::prune(Node& node)
     Node* group = &node;
     while (group->parent && !group->isAttribute() && !group->isBackendRoot() &&
            (!group->children || group->children->count == 0) &&
-           !(group->backend && group->backend->contains(group->path))) {
+           !(group->backend && group->backend->contains(group->getPath()))) {
         Node* parent = group->parent;
         remove(*group);
         group = parent;

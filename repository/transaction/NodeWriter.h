@@ -72,7 +72,7 @@ public:
     void makeGroup(Node& node);
 
     // The same of one that may have lost its value in its backend, as a null does to what comes below it.
-    void followValue(const QString& path);
+    void followValue(Node& node);
 
     // Takes away a node and all below it.
     void remove(Node& node);
@@ -98,9 +98,9 @@ public:
 private:
     Node& makeNode(const QString& path, const NodeIndex::Key& key, Node& parent);
     // The node is not filed yet.
-    std::unique_ptr<Node> linkNode(const QString& path, Node& parent, Placing placing);
+    std::unique_ptr<Node> linkNode(const QString& path, quint32 hash, Node& parent, Placing placing);
     // The shard's lock is held.
-    static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made, quint32 hash);
+    static Node& fileNode(NodeIndex::Shard& shard, std::unique_ptr<Node> made);
     // Attribute lock held, or not filed.
     void giveValue(Node& node, QVariant value, AccessMode access);
 

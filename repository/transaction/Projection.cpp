@@ -17,7 +17,7 @@ void Projection::mount(Backend& backend)
 {
     Node& root = nodes.ensure(backend.getName());
     const auto belongTo = [&](Backend* owner) {
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(root.path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(root).mutex);
         root.backend = owner;
         root.setAccess(owner ? owner->getAccessMode() : AccessMode::ReadWrite);
     };
@@ -44,7 +44,7 @@ void Projection::unmount(const Backend& backend)
             return;
         }
         nodes.makeGroup(*node);
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(node->path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(*node).mutex);
         node->backend = outer;
         node->setAccess(outer ? outer->getAccessMode() : AccessMode::ReadWrite);
     });
@@ -72,7 +72,7 @@ void Projection::showEntry(Backend& backend, const QString& path, const Framewor
     }
     const QVariant variant = FrameworkCore::Values::toVariant(value);
     {
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(node).mutex);
         if (node.isAttribute() && FrameworkCore::Values::isSameValue(node.value, variant))
             return;
     }
@@ -89,7 +89,7 @@ void Projection::build(Backend& backend, Node& root)
         else
             builder.add(entry.path, entry.value);
     });
-    showEntry(backend, root.path, ofRoot);
+    showEntry(backend, backend.getName(), ofRoot);
     nodes.file(builder);
 }
 
@@ -110,7 +110,7 @@ void Projection::showAll(Backend& backend, UpdateResult kind)
 
     std::vector<Node*> present = subtreeOf(root, &backend);
     std::for_each(present.rbegin(), present.rend(), [&](Node* node) {
-        if (!wanted.contains(node->path))
+        if (!wanted.contains(node->getPath()))
             hideEntry(*node);
     });
     for (const auto& [path, value] : entries)

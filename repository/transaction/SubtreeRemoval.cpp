@@ -23,7 +23,7 @@ Outcome SubtreeRemoval::run()
 Outcome SubtreeRemoval::check()
 {
     for (const auto& backend : transaction.getNodes().getTree().backends) {
-        if (!isAtOrBelow(backend->getName(), node.path))
+        if (!node.leadsTo(backend->getName()))
             continue;
         Outcome outcome(StatusCode::NotWritable, Texts::tr("it holds the root of the backend"));
         outcome.change().details.append({backend->getName(), {}});
@@ -33,21 +33,21 @@ Outcome SubtreeRemoval::check()
         if (below->isAttribute() && !isWritable(presentAccess(*below)))
             return Refusals::readOnly(*below);
     }
-    movesOthers = node.backend && node.backend->removalMovesOthers(node.path);
+    movesOthers = node.backend && node.backend->removalMovesOthers(node.getPath());
     return {};
 }
 
 Outcome SubtreeRemoval::removeFromBackend()
 {
     Outcome outcome = check();
-    return outcome.ok() && node.backend ? transaction.edit(*node.backend).remove(node.path) : outcome;
+    return outcome.ok() && node.backend ? transaction.edit(*node.backend).remove(node.getPath()) : outcome;
 }
 
 void SubtreeRemoval::removeFromTree()
 {
     Backend* const backend = node.backend;
     Node& parent = *node.parent;
-    if (backend && !movesOthers && backend->contains(node.path))
+    if (backend && !movesOthers && backend->contains(node.getPath()))
         return; // it shows now what it hid; see showLinked
     transaction.getNodes().remove(node);
     if (movesOthers)

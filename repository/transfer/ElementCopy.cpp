@@ -38,7 +38,7 @@ ElementCopy::Place ElementCopy::placeOf(const QString& path) const
 
 bool ElementCopy::isArray(const Node* node) const
 {
-    return node && node->backend && node->backend->isArray(node->path) == true;
+    return node && node->backend && node->backend->isArray(node->getPath()) == true;
 }
 
 bool ElementCopy::isNeeded(bool isMove) const
@@ -88,9 +88,7 @@ Outcome ElementCopy::readSource(bool isMove)
     }
     const SubtreeReader reader(nodes.getTree(), *source.node);
     for (const SubtreePart& part : reader.getParts())
-        entries.push_back({pathBytes(part.path()), part.isGroup
-                                                       ? FrameworkCore::Values::Value()
-                                                       : FrameworkCore::Values::toValue(part.value)});
+        entries.push_back({pathBytes(part.path()), part.exact()});
     Outcome outcome = reader.check(isMove);
     return outcome.ok() && isMove ? SubtreeRemoval(transaction, *source.node).check() : outcome;
 }
@@ -111,7 +109,7 @@ std::optional<Outcome> ElementCopy::reorder()
     if (target.index >= texts.size())
         return ListEdit::beyond(texts.size() - 1);
     texts.move(source.index, target.index);
-    return changeList(array, array.path, texts);
+    return changeList(array, array.getPath(), texts);
 }
 
 // As it is written in a file of the same type.
@@ -196,7 +194,7 @@ Outcome ElementCopy::changeList(Node& list, const QString& path, QStringList tex
 {
     QVariant accepted;
     {
-        const std::lock_guard shardLock(nodes.getTree().index.shardOf(NodeIndex::Key(list.path)).mutex);
+        const std::lock_guard shardLock(nodes.getTree().index.shardOf(list).mutex);
         const Outcome outcome = acceptWrite(list, texts, accepted);
         if (!outcome.ok())
             return outcome;

@@ -20,7 +20,7 @@ Outcome PartWriter::add(const QString& path, const SubtreePart& part)
         return TransferProgress::cancelled();
     if (part.isGroup)
         return bulk.addGroup(path).of(Outcome::Operation::Change, path);
-    Outcome outcome = bulk.addAttribute(path, part.value, part.access);
+    Outcome outcome = bulk.addAttribute(path, part.value, part.access, part.inFile);
     return outcome.ok() ? outcome
                         : Refusals::notSet(std::move(outcome), path, part.value, tree.hidesValues(path));
 }

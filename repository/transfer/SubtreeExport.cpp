@@ -173,9 +173,7 @@ std::vector<Entry> SubtreeExport::entriesOf(const Node& root, std::vector<Subtre
     std::vector<Entry> entries;
     entries.reserve(parts.size());
     for (const SubtreePart& part : parts)
-        entries.push_back({pathBytes(part.path()),
-                           part.isGroup ? Value() : FrameworkCore::Values::toValue(part.value),
-                           {}});
+        entries.push_back({pathBytes(part.path()), part.exact(), {}});
     std::vector<SubtreePart>().swap(parts); // a great subtree is not held twice
     markGroups(entries, [&](std::string_view group) {
         const QString fullPath = joinedPath(path, group);

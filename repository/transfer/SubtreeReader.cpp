@@ -1,5 +1,6 @@
 #include "repository/transfer/SubtreeReader.h"
 
+#include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/common/Format.h"
@@ -12,6 +13,7 @@ namespace Repository {
 using FrameworkCore::AppConfig::AccessMode;
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+using FrameworkCore::Values::Value;
 
 namespace {
 
@@ -36,21 +38,25 @@ bool isEmptyGroup(const Node& node)
 AccessMode accessOfCopy(const Node& node)
 {
     const AccessMode most = node.backend ? node.backend->getAccessMode() : AccessMode::ReadWrite;
-    return node.getAccess() == most || isAtOrBelow(node.path, ownRoot) ? AccessMode::ReadWrite
-                                                                       : node.getAccess();
+    return node.getAccess() == most || isOwn(node) ? AccessMode::ReadWrite : node.getAccess();
 }
 
 } // namespace
 
+Value SubtreePart::exact() const
+{
+    return isGroup ? Value() : inFile ? *inFile : FrameworkCore::Values::toValue(value);
+}
+
 SubtreeReader::SubtreeReader(AttributeTree& attributes, const Node& subtreeRoot)
     : tree(attributes), root(subtreeRoot)
 {
-    const int rootLength = root.path.size();
+    const int rootLength = root.getPathSize();
     std::vector<const Node*> walk{&root};
     while (!walk.empty()) {
         const Node* node = walk.back();
         walk.pop_back();
-        if (node->path == ownRoot && root.path.isEmpty())
+        if (!root.parent && node->hasPath(ownRoot))
             continue;
         if (node->parent)
             add(*node, rootLength);
@@ -67,18 +73,19 @@ SubtreeReader::SubtreeReader(AttributeTree& attributes, const Node& subtreeRoot)
 void SubtreeReader::add(const Node& node, int rootLength)
 {
     if (isEmptyGroup(node)) {
-        parts.push_back({node.path, rootLength, {}, AccessMode::ReadWrite, true});
+        parts.push_back({node.getPath(), rootLength, {}, AccessMode::ReadWrite, true, {}});
         return;
     }
     if (&node != &root && isReference(node))
         return;
-    const std::lock_guard shardLock(tree.index.shardOf(NodeIndex::Key(node.path)).mutex);
+    const std::lock_guard shardLock(tree.index.shardOf(node).mutex);
     if (!node.isAttribute())
         return;
     if (node.isReadable())
-        parts.push_back({node.path, rootLength, node.value, accessOfCopy(node), false});
+        parts.push_back(
+            {node.getPath(), rootLength, node.value, accessOfCopy(node), false, node.finerValue()});
     else if (hidden.isEmpty())
-        hidden = node.path;
+        hidden = node.getPath();
 }
 
 // What it stands for is read.
@@ -88,7 +95,7 @@ bool SubtreeReader::isReference(const Node& node)
         asked = node.backend;
         isLinked = asked && asked->isLinked(asked->getName());
     }
-    return isLinked && asked->originOf(node.path) == Backend::Origin::Reference;
+    return isLinked && asked->originOf(node.getPath()) == Backend::Origin::Reference;
 }
 
 void SubtreeReader::addDeclarations(const Documents::Format& format)
@@ -97,20 +104,21 @@ void SubtreeReader::addDeclarations(const Documents::Format& format)
     if (start.empty())
         return;
     const QString declaration = QString::fromUtf8(start.data(), int(start.size()));
-    const qsizetype nameStart = root.path.size() - root.getName().size();
+    const QString rootPath = root.getPath();
+    const qsizetype nameStart = rootPath.size() - root.getName().size();
     for (const Node* around = root.parent; around && around->children; around = around->parent) {
         for (const Node* node : around->children->places) {
             if (!node || !node->getName().startsWith(declaration))
                 continue;
-            const QString own = joinedPath(root.path, node->getName());
-            const QString prefix = own.mid(root.path.size() + 1 + declaration.size()) + QLatin1Char(':');
+            const QString own = joinedPath(rootPath, node->getName());
+            const QString prefix = own.mid(rootPath.size() + 1 + declaration.size()) + QLatin1Char(':');
             const auto isOwn = [&](const SubtreePart& part) { return part.fullPath == own; };
             const auto usesIt = [&](const SubtreePart& part) {
                 return usesPrefix(QStringView(part.fullPath).mid(nameStart), prefix);
             };
             if (std::any_of(parts.begin(), parts.end(), usesIt) &&
                 std::none_of(parts.begin(), parts.end(), isOwn)) {
-                add(*node, root.path.size());
+                add(*node, rootPath.size());
                 parts.back().fullPath = own;
             }
         }
@@ -121,7 +129,7 @@ const Backend* SubtreeReader::getWriter() const
 {
     const bool hasOthers =
         std::any_of(tree.backends.begin(), tree.backends.end(), [this](const auto& backend) {
-            return backend.get() != root.backend && isAtOrBelow(backend->getName(), root.path);
+            return backend.get() != root.backend && root.leadsTo(backend->getName());
         });
     return hidden.isEmpty() && !hasOthers ? root.backend : nullptr;
 }

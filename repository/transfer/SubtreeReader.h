@@ -2,10 +2,12 @@
 
 #include "host/FrameworkCore/AppConfig/AccessMode.h"
 #include "host/FrameworkCore/AppConfig/Outcome.h"
+#include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
 
 #include <QVariant>
 
+#include <optional>
 #include <vector>
 
 namespace Repository {
@@ -25,6 +27,10 @@ struct SubtreePart
     QVariant value;
     FrameworkCore::AppConfig::AccessMode access; // of a copy
     bool isGroup;
+    std::optional<FrameworkCore::Values::Value> inFile; // where it has more digits than an attribute
+
+    // What a file is to hold.
+    FrameworkCore::Values::Value exact() const;
 
     // Relative to the subtree's root; empty for the root.
     QStringView path() const { return pathAfter(fullPath, rootLength); }

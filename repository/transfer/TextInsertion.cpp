@@ -1,5 +1,6 @@
 #include "repository/transfer/TextInsertion.h"
 
+#include "host/FrameworkCore/Values/ValueText.h"
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
@@ -80,6 +81,18 @@ std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::D
     return entries;
 }
 
+SubtreePart partOf(const Entry& entry)
+{
+    const bool isGroup = entry.value.type == Type::Group;
+    const bool isFiner = FrameworkCore::Values::isFinerThanAttributes(entry.value);
+    return {{},
+            0,
+            isGroup ? QVariant() : toVariant(entry.value),
+            AccessMode::ReadWrite,
+            isGroup,
+            isFiner ? std::optional(entry.value) : std::nullopt};
+}
+
 } // namespace
 
 TextInsertion::TextInsertion(const Documents::Format& textFormat, const Documents::Document& text,
@@ -97,9 +110,9 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) con
     const bool isAlike = there.backend && hasEntries && format.takesText(entries) &&
                          !format.declaresNames(document) &&
                          there.backend->getDescription().type.toStdString() == format.getName();
-    const auto whole = isAlike && there.path != path ? document.excerpt({}) : std::nullopt;
+    const auto whole = isAlike && !there.hasPath(path) ? document.excerpt({}) : std::nullopt;
     const Places places = isAlike ? newPlaces(transaction.getNodes(), *there.backend) : Places();
-    PartWriter writer(transaction, whole || places.empty() ? path : there.path, report, entries.size());
+    PartWriter writer(transaction, whole || places.empty() ? path : there.getPath(), report, entries.size());
     Outcome outcome;
     std::size_t wholeEnd = 0;
     for (std::size_t i = 0; outcome.ok() && i < entries.size(); ++i) {
@@ -109,9 +122,7 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) con
         const bool isGroup = entry.value.type == Type::Group;
         const bool holdsOthers = i + 1 < entries.size() && isBelow(entries[i + 1].path, entry.path);
         if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
-            outcome = writer.add(
-                joinedPath(path, entry.path),
-                {{}, 0, isGroup ? QVariant() : toVariant(entry.value), AccessMode::ReadWrite, isGroup});
+            outcome = writer.add(joinedPath(path, entry.path), partOf(entry));
     }
     if (outcome.ok() && !(whole && writer.isNew() && writer.writeExcerpt(*whole)))
         outcome = writer.writeDocuments();
@@ -137,10 +148,11 @@ TextInsertion::Places TextInsertion::newPlaces(const NodeWriter& nodes, const Ba
         const std::string& first = entries[i].path;
         const QString place = joinedPath(path, first);
         const Node& there = nodes.nearest(place);
-        const std::size_t known = pathBytes(pathAfter(there.path, path.size())).size();
-        const std::string top = first.substr(0, first.find('.', known + 1));
+        const QString known = there.getPath();
+        const std::size_t knownSize = pathBytes(pathAfter(known, path.size())).size();
+        const std::string top = first.substr(0, first.find('.', knownSize + 1));
         const auto array = outermostArray(arrays, first);
-        const bool isNew = there.backend == &target && there.path.size() < place.size() && !top.empty() &&
+        const bool isNew = there.backend == &target && known.size() < place.size() && !top.empty() &&
                            !(array && isBelow(top, *array));
         const std::size_t next = isNew ? endOf(i, top) : i + 1;
         if (isNew)

@@ -97,7 +97,7 @@ private slots:
         row("a file and a line", "%1/limits.ini:2", maximum, "");
         row("a line of grep", "%1/plant.json:2:  \"name\": \"P1\"}", "plant.cell.pump.name", "");
         row("a relative name and a column", "../plant.json:1:60:", sense, "");
-        row("the end of a name", "limits.ini:1", maximum, "");
+        row("the end of a name, as the file is on the disk", "limits.ini:1", maximum, "");
         row("a column", "plant.json:1:40", speed, "");
         row("a file that is not open", "%1/broken.json:1", "", "%1/broken.json is not open");
         row("no such line", "limits.ini:99", "", "no value at the line or after it");
@@ -112,6 +112,8 @@ private slots:
         const QString here = folder->path(".").chopped(2);
         text.replace(QLatin1String("%1"), here);
         fault.replace(QLatin1String("%1"), here);
+        QVERIFY( // a line above the others, which the file does not have yet
+            desk->repository->getWriterInterface()->createAttribute(QStringLiteral("limits.first"), 1, 2, 3));
         QApplication::clipboard()->setText(text);
         select(QStringLiteral("limits"));
         QString said;

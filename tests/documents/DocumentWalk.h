@@ -1,6 +1,7 @@
 #pragma once
 
 #include "repository/documents/common/ComponentCodec.h"
+#include "repository/documents/common/TextLine.h"
 #include "tests/documents/EntryLines.h"
 
 #include <QRandomGenerator>
@@ -151,10 +152,28 @@ private:
         return found;
     }
 
+    static std::size_t lineOf(const std::string& text) { return text.find_last_of("\r\n") + 1; }
+
     // The bytes before and after a value; what sets it off from its name comes and goes with it, and so does
-    // a type tag before it with its type.
-    bool keepsAround(Span place, const std::string& after) const
+    // a type tag before it with its type. Comments between the lines of a value may come to stand above it.
+    bool keepsAround(Span place, std::string after) const
     {
+        const std::string former = before.substr(place.offset, place.length);
+        std::size_t line = lineOf(before.substr(0, place.offset));
+        for (std::string above; line > 0; line = lineOf(above)) { // above its tags
+            above = before.substr(0, before.find_last_not_of("\r\n", line - 1) + 1);
+            if (above.find("@type", lineOf(above)) == std::string::npos)
+                break;
+        }
+        line = std::max(line, before.compare(0, 3, "\xEF\xBB\xBF") == 0 ? std::size_t(3) : 0);
+        for (std::size_t end = 0; former.find_first_of("\r\n") != std::string::npos; after.erase(line, end)) {
+            const auto next = Repository::Documents::textLineAt(after, std::min(line, after.size()));
+            const std::string content(Repository::Documents::trimBlanks(next.content));
+            if (content.find_first_of("#;") != 0 || content.find("@type") != std::string::npos ||
+                former.find(content) == std::string::npos)
+                break;
+            end = next.end - line;
+        }
         std::string_view head = std::string_view(before).substr(0, place.offset);
         std::string_view tail = std::string_view(before).substr(place.offset + place.length);
         head = head.substr(0, head.find_last_not_of(" \t=:/>") + 1);

@@ -107,6 +107,11 @@ private slots:
             "[a]\nk = %(c)s\n");
         row("ini:python", "lines", "[a]\r\nk = 1\r\n", "a.k", text("\nx\ny"),
             "[a]\r\nk = \r\n    x\r\n    y\r\n");
+        row("ini:python", "comments between lines", "[a]\nk =\n  # x\n  x\n  # y\n  y\n  # z\n  z\n", "a.k",
+            text("\nw\nz\nv"), "[a]\nk =\n  # x\n  w\n  # y\n  # z\n  z\n  v\n");
+        row("ini:systemd", "comments between lines", "[S]\nk=a \\\n# c\n b\n", "S.k", text("a"),
+            "[S]\n# c\nk=a\n");
+        row("ini:php", "what looks like a comment", "k = \"a\n; b\nc\"\n", "k", text("a"), "k = \"a\"\n");
         row("ini:php", "expression", "[P]\ne = E_ALL\n", "P.e", text("E_ALL & ~E_NOTICE"),
             "[P]\ne = E_ALL & ~E_NOTICE\n");
         row("ini:php", "quote that others leave open", "a = it's\nb = 1\n", "b", text("'c;d"),
@@ -160,7 +165,7 @@ private slots:
         row("ini:krb5", "group without a section", "", "r.A.k", integer(1),
             "a Kerberos profile has groups in braces only within a section, and there is no \"r\"");
         row("ini:python", "below lines that go on", "[a]\nk =\n  x\n  y\n", "a.l", text("1\n2"),
-            "[a]\nk =\n  x\n  y\nl = 1\n    2\n");
+            "[a]\nk =\n  x\n  y\nl = 1\n  2\n");
         row("txt:properties", "key", "a.b: 1\n", "a.c=d e", text("f"), "a.b: 1\na.c\\=d\\ e: f\n");
         row("ini:editorconfig", "glob", "root = true\n", "[%2A%2Ec].k", integer(1),
             "root = true\n\n[[*.c]]\nk = 1\n");

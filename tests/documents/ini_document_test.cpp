@@ -120,12 +120,16 @@ private slots:
         row("empty place with a comment", "x = # c\n", "x", text("v"), "x = v # c\n");
         row("made empty", "x = v # c\n", "x", text(""), "x =  # c\n");
         row("quotes stay", "x = \"v\" ; c\n", "x", text(" 5 "), "x = \" 5 \" ; c\n");
-        row("quotes inside", "x = \"v\"\n", "x", text("a \"b\" c"), "x = a \"b\" c\n");
+        row("quotes inside", "x = \"v\"\n", "x", text("a \"b\" c"), "x = 'a \"b\" c'\n");
         row("quotes that others use", "x = v\ny = 'z'\n", "x", text("5"), "x = '5'\ny = 'z'\n");
         row("a bare key", "a = 1\nx\n", "x", text("v"), "a = 1\nx = v\n");
         row("colon", "x:v\n", "x", text("a=b"), "x: a=b\n");
         row("lines that go on", "k = a\n  b\nl=1\n", "k", text("c"), "k = c\nl=1\n");
         row("more lines", "k = a\n  b\nl=1\n", "k", text("c\nd\ne"), "k = c\n  d\n  e\nl=1\n");
+        row("lines that stay", "k = a\n\n  b\n    c\n", "k", text("a\n\nb\nd"), "k = a\n\n  b\n  d\n");
+        row("a comment between lines", "k = a\n ; c\n  b\nl=1\n", "k", text("d\ne"),
+            "k = d\n ; c\n  e\nl=1\n");
+        row("a comment without a line", "k = a\n ; c\n  b\nl=1\n", "k", text("a"), "; c\nk = a\nl=1\n");
         row("lines in a file that has none", "k=a\n", "k", text("c\nd"),
             "a value of this ini file ends with its line; the text has line breaks");
         row("text like a number", "k=a\n", "k", text("5"),

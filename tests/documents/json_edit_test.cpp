@@ -397,6 +397,14 @@ private slots:
         row("{\"a\":1}", removal("b"), "there is no entry");
         const Value date{Type::Date, std::string("2024-02-29")};
         row("[1]", insert("1", date), "only in a file whose root is an object");
+        row("{\"a\":[\"x\"]}", element("a.1", date), "json cannot say that");
+        row(
+            "{}",
+            [date](Document& document) {
+                std::size_t refused = 0;
+                return document.insertAll("a", {{"0", date, {}}, {"1", date, {}}}, refused);
+            },
+            "json cannot say that");
         row(R"({"$types":1})", insert("a", date), "holds something else in this file");
         row(R"({"a":1,"$types":{"a":"date"}})", removal("$types"), "there is no entry");
         row(R"({"a":1})", set("a", {Type::Unsigned, std::uint64_t(5)}), "json would read 5 back as");

@@ -30,7 +30,8 @@ def text(v):
     if isinstance(v, datetime.datetime): kind = 'datetime'
     else: kind = 'date' if isinstance(v, datetime.date) else 'time'
     if kind == 'date': return kind, v.isoformat()
-    iso = v.strftime('%H:%M:%S') + ('.%03d' % (v.microsecond // 1000) if v.microsecond >= 1000 else '')
+    digits = ('%06d' % v.microsecond).rstrip('0')
+    iso = v.strftime('%H:%M:%S') + ('.' + digits.ljust(3, '0') if digits else '')
     if kind == 'time': return kind, iso
     zone = v.isoformat()[-6:] if v.tzinfo else ''
     return kind, v.date().isoformat() + 'T' + iso + ('Z' if zone in ('+00:00', '-00:00') else zone)
@@ -81,6 +82,8 @@ private slots:
         row("date-time", "a = 1979-05-27 07:32:00.50+00:00\n",
             setTo("a", {Type::DateTime, std::string("2024-01-02T03:04:05Z")}),
             "a = 2024-01-02 03:04:05.00+00:00\n");
+        row("digits of a second", "a = 07:30:00.1234560\n",
+            setTo("a", {Type::Time, std::string("08:00:00.500")}), "a = 08:00:00.5000000\n");
         row("element of a list", "a = [ 'x', # one\n  \"y\" ] # c\n", setTo("a", list({"x", "z"})),
             "a = [ 'x', # one\n  \"z\" ] # c\n");
         row("element without a comma", "a = [\n  'x', # one\n  'y' # two\n]\n",

@@ -166,6 +166,9 @@ private slots:
             QTest::newRow(name) << QByteArray::fromStdString(bytes) << line << column
                                 << QString::fromLatin1(word);
         };
+        row("comment in a comment", "<r>\n<!-- a\n<!-- b -->\n</r>", 3, 5,
+            "that begins in line 2 has not ended");
+        row("hyphens in a comment", "<!-- a -->\n<!-- b -- c --><r/>", 2, 10, "begins in line 2");
         row("end tag", "<r>\n<\xC3\xA9 a='1'>\n </r>", 3, 4, "of line 2");
         row("cut short", "<r>\n<a>", 2, 4, "inside of <a>");
         row("no root", "<!-- c -->", 1, 11, "root");
@@ -342,6 +345,9 @@ private slots:
             set("r.@xml:space", text("default")), "other blanks");
         row("words", "<!DOCTYPE r [<!ATTLIST r a NMTOKENS #IMPLIED>]><r a='x'/>", set("r.@a", text("x ")),
             "type tag");
+        row("declaration", "<r xmlns:p='u'><p:k/></r>", take("r.@xmlns:p"), "prefix that is used");
+        row("empty declaration", "<r xmlns:p='u' p:k='1'/>", set("r.@xmlns:p", text("")),
+            "prefix that is used");
         row(
             "spelling", "<r>x</r>", [](Document& document) { return document.respell("r", "a</r><r>"); },
             "does not spell");

@@ -123,6 +123,14 @@ private slots:
         row("bytes", "a: !!binary |\n  aGk=\n", setTo("a", {Type::ByteArray, std::string("ab")}),
             "a: !!binary |-\n  YWI=\n");
         row("type tag", "# c\n# @type date\na: '2024-01-02'\n", setTo("a", integer(5)), "# c\na: 5\n");
+        row("type tag of all", "# @type date\n'2024-01-02'\n", setTo("", text("")), "''\n");
+        const Value date{Type::Date, std::string("2025-03-04")};
+        row("type tag of an element", "- '2024-01-02'\n# @type date\n- '2024-01-02'\n", setTo("1", date),
+            "- '2024-01-02'\n# @type date\n- '2025-03-04'\n");
+        row("type tag of the first", "a:\n  # @type date\n  - '2024-01-02'\n  - 1\n", setTo("a.0", date),
+            "a:\n  # @type date\n  - '2025-03-04'\n  - 1\n");
+        row("first with a type tag", "a:\n- 1\n", addElement("a.0", {{{}, date}}),
+            "a:\n# @type date\n- \"2025-03-04\"\n- 1\n");
         row("element of a list", "a:\n- x # one\n# two\n- 'y' # three\nb: 1\n", setTo("a", list({"x", "z"})),
             "a:\n- x # one\n# two\n- 'z' # three\nb: 1\n");
         row("list with number signs", "a: ['#', \"#\"]\n", setTo("a", integer(5)), "a: 5\n");
@@ -262,6 +270,10 @@ private slots:
         row("comment of a block", "a: | # c\n  x\n", setTo("a", list({})), "\"# c\" on its first line");
         row("line of a directive", ">\n a\n%b\n", setTo("", number(3)), "what is around it");
         row("list above a comment", "a:\n- x\n  # c\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("list before blanks", "a:\n- x \t\n", setTo("a", list({"x\ny"})), "what is around it");
+        row("nothing to merge", "a:\n  <<:\n", setTo("a.<<", list({"x"})), "what is around it");
+        row("below a type tag", "# @type date\na: [x]\n", setTo("a", text("2024-01-02")),
+            "what is around it");
         row("behind an anchor", "a: &x\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),
             "what is around it");
         row("in the column of its key", "a:\nb\n", setTo("a", {Type::ByteArray, std::string("c")}),

@@ -93,6 +93,23 @@ private slots:
         row("nothing", "?include=b", "");
     }
 
+    // By how they begin, however large they are. What is of no format is nobody's problem, wherever else it
+    // is open.
+    void tellsWhatItKnows()
+    {
+        add("large.ini", "[s]\n" + QByteArray("; words\n").repeated(4096) + "k = 3\n");
+        add("large", "# words\n" + QByteArray("of a text\n").repeated(4096));
+        QVERIFY(mountFile("txt", "words", fileOf("d/conf.d/c")).ok());
+        QVERIFY(mountFile("json", "own", fileOf("d/a.json")).ok());
+        QVERIFY(open().ok());
+        QCOMPARE(read("m.large%2Eini.s.k"), QVariant(3));
+        QCOMPARE(paths("m*.k"), QStringList({QStringLiteral("m.large%2Eini.s.k"),
+                                             QStringLiteral("m.conf%2Ed.b%2Eini.s.k")}));
+        QVERIFY2(problem("a.json").contains(QLatin1String("already open as 'own'")),
+                 qPrintable(problem("a.json")));
+        QCOMPARE(problems.size(), 2);
+    }
+
     void mountsWhatIsWanted()
     {
         QFETCH(QByteArray, conditions);

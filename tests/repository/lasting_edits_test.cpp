@@ -214,7 +214,7 @@ private:
     static QString type()
     {
         QFETCH(QString, file);
-        return FileFormat::ofContent(file, QByteArray::fromStdString(bytes()));
+        return FileFormat::ofContent(file, bytes());
     }
 
     // Beside the entry.
@@ -267,9 +267,9 @@ private:
         const QByteArray written = QByteArray::fromStdString(after);
         const auto again = makeDocument(type().toStdString());
         const auto outcome = again->parse(after);
-        if (FileFormat::ofContent(file, written) != type() || !outcome.ok() ||
+        if (FileFormat::ofContent(file, after) != type() || !outcome.ok() ||
             linesOf(*again) != linesOf(*document))
-            QTest::qFail(("read again as " + FileFormat::ofContent(file, written).toUtf8() + ": " +
+            QTest::qFail(("read again as " + FileFormat::ofContent(file, after).toUtf8() + ": " +
                           QByteArray::fromStdString(outcome.error) + "\n" +
                           linesOf(*document).join(QLatin1Char('\n')).toUtf8().left(300) + "\nfrom\n" +
                           written.left(300).toPercentEncoding(" =[]{}\n"))

@@ -16,7 +16,7 @@ class LockingTest : public TestSupport::RepositoryTest
 {
     Q_OBJECT
 
-    const QByteArray json = "{\n  \"port\": 80, // of the pump\n  \"names\": [\"a\", \"b\"],\n"
+    const QByteArray json = "{\n  // of the pump\n  \"port\": 80,\n  \"names\": [\"a\", \"b\"],\n"
                             "  \"rows\": [{\"k\": 1}, {\"k\": 2}],\n  \"group\": {\"x\": 1}\n}\n";
 
     Outcome lock(const Name& name = "m", bool isOne = true) { return backends()->setLocked(name, isOne); }

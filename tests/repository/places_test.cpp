@@ -24,7 +24,7 @@ private slots:
         QCOMPARE(placeOf("m.s.b"), QStringLiteral("5:5 ; the second"));
         QString path;
         QVERIFY(texts()->findAt(Name("m"), 3, 1, path).ok());
-        QCOMPARE(path, QStringLiteral("m.new"));
+        QCOMPARE(path, QStringLiteral("m.s.b")); // the new one is in no line of the file yet
         QCOMPARE(saved(), QByteArray("; the first\na = 1\nnew = x\n[s]\nb = 2 ; the second\n"));
     }
 
@@ -54,10 +54,35 @@ private slots:
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, line);
         QCOMPARE(place.isOnDisk, isOnDisk);
+        QString found;
+        const bool isFound = texts()->findAt(Name("m"), line, 1, found).ok();
+        QCOMPARE(isFound && found == path, isOnDisk);
         QVERIFY(save());
         QVERIFY(texts()->locate(path, place).ok());
         QCOMPARE(place.lineOnDisk, place.position.line);
         QVERIFY(place.isOnDisk);
+    }
+
+    // No node has the path of an element.
+    void locatesElementsOfLists_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray, QString>("format", "bytes", "place");
+        row("json", "json", "{\"a\": [\"x\",\n  \"ä\", \"z\"]}", "2:8 ");
+        row("toml", "toml", "b = 1\na = [ # c\n  'x',\n  'ä', 'z'\n]\n", "4:8 ");
+        row("yaml", "yaml", "a:\n  - x\n  - ä\n  - z # c\n", "4:5 ");
+        row("yaml in brackets", "yaml", "a: [x, ä, z]\n", "1:11 ");
+    }
+
+    void locatesElementsOfLists()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, place);
+        QVERIFY(mount(format, "m", bytes));
+        QCOMPARE(placeOf("m.a.2"), place);
+        QCOMPARE(placeOf("m.a.3"), QStringLiteral("'m.a.3' has no place in a text: there is no value"));
+        QVERIFY(write("m.a.1", QStringLiteral("y"))); // at least where the list is, then
+        QVERIFY2(placeOf("m.a.2").section(QLatin1Char(':'), 0, 0).toInt() > 0, qPrintable(placeOf("m.a.2")));
     }
 
     void refusesWhatHasNoPlace_data()
@@ -79,6 +104,31 @@ private slots:
         QCOMPARE(outcome.getStatus(), FrameworkCore::AppConfig::NotFound);
         QCOMPARE(outcome.toText(), reason);
         QCOMPARE(place.position.line, 0);
+    }
+
+    void knowsCommentsOfEditedFiles_data()
+    {
+        const auto row = TestSupport::columns<QString, QByteArray>("format", "bytes");
+        row("ini", "ini", "[s]\n# one\na = 1\nb = 2\n");
+        row("toml", "toml", "[s]\n# one\na = 1\nb = 2\n");
+        row("yaml", "yaml", "s:\n  # one\n  a: 1\n  b: 2\n");
+        row("xml", "xml", "<s>\n  <!-- one -->\n  <a>1</a>\n  <b>2</b>\n</s>\n");
+    }
+
+    void knowsCommentsOfEditedFiles()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, bytes);
+        QVERIFY(mount(format, "m", bytes));
+        TextPlace place;
+        QVERIFY(texts()->locate(Name("m.s.a"), place).ok());
+        QVERIFY2(place.comment.contains(QStringLiteral("one")), qPrintable(place.comment));
+        for (const char* path : {"m.s.a", "m.s.b"}) {
+            QVERIFY(write(path, 30));
+            TextPlace edited;
+            QVERIFY(texts()->locate(Name("m.s.a"), edited).ok());
+            QCOMPARE(edited.comment, place.comment);
+        }
     }
 
     // A comment may be a value that was commented out.

@@ -48,9 +48,9 @@ public:
     // The comment of what may not be read stays empty. NotFound where there is no value, or it is in no file.
     virtual Outcome locate(const QString& path, TextPlace& place) const = 0;
 
-    // Gives the attribute that somebody means by a line and a column of a backend's text, both from 1: the
-    // one whose value is there, else on this line the next one or else the last, and where the line has no
-    // value, as that of a comment, the next one. NotFound where there is none.
+    // Gives the attribute that somebody means by a line and a column of a backend's file as it is on the
+    // disk, both from 1: the one whose value is there, else on this line the next one or else the last, and
+    // where the line has no value, as that of a comment, the next one. NotFound where there is none.
     virtual Outcome findAt(const QString& backend, int line, int column, QString& path) const = 0;
 
     // Gives the text of a backend; NotReadable for one whose values may not be read.

@@ -1,11 +1,14 @@
 #include "host/FrameworkCore/Values/IsoText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 
 namespace FrameworkCore::Values {
 
 namespace {
+
+constexpr std::size_t millisecondDigits = 3;
 
 // Takes pieces off the front of a text; the first piece that does not fit makes all later ones fail.
 class Cursor
@@ -42,16 +45,22 @@ public:
         if (digits < fewest || digits > most ||
             std::from_chars(rest.data(), rest.data() + digits, value).ec != std::errc())
             fail();
-        length = digits;
         rest.remove_prefix(digits);
         return value;
     }
 
-    std::size_t lastLength() const { return length; }
+    // The same as they are written, one at least.
+    std::string_view digits()
+    {
+        const std::string_view taken = rest.substr(0, rest.find_first_not_of("0123456789"));
+        if (taken.empty())
+            fail();
+        rest.remove_prefix(taken.size());
+        return taken;
+    }
 
 private:
     std::string_view rest;
-    std::size_t length = 0;
     bool broken = false;
 };
 
@@ -98,20 +107,20 @@ std::string takeTime(Cursor& cursor)
     cursor.expect(':');
     const int minute = cursor.number(2, 2);
     int second = 0;
-    int millisecond = 0;
+    std::string fraction;
     if (cursor.take(':')) {
         second = cursor.number(2, 2);
-        if (cursor.take('.')) {
-            millisecond = cursor.number(1, 3);
-            for (std::size_t digits = cursor.lastLength(); digits < 3; ++digits)
-                millisecond *= 10;
-        }
+        if (cursor.take('.'))
+            fraction = cursor.digits();
     }
     if (hour > 23 || minute > 59 || second > 59)
         cursor.fail();
-    if (millisecond == 0)
-        return print("%02d:%02d:%02d", hour, minute, second);
-    return print("%02d:%02d:%02d.%03d", hour, minute, second, millisecond);
+    fraction.resize(fraction.find_last_not_of('0') + 1);
+    std::string text = print("%02d:%02d:%02d", hour, minute, second);
+    if (fraction.empty())
+        return text;
+    fraction.resize(std::max(fraction.size(), millisecondDigits), '0');
+    return text + '.' + fraction;
 }
 
 // "", "Z" or an offset; offsets of the time before time zones have seconds.

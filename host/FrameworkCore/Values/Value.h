@@ -26,8 +26,8 @@ enum class Type : std::uint8_t {
 constexpr std::size_t typeCount = std::size_t(Type::DateTime) + 1;
 
 // A typed value on the standard library alone. Texts are UTF-8. ByteArray holds its raw bytes in a
-// std::string; Date, Time and DateTime hold their ISO 8601 text, milliseconds and offset included where the
-// value has them.
+// std::string; Date, Time and DateTime hold their ISO 8601 text, with all digits of a second and the offset
+// where the value has them.
 struct Value
 {
     using Data = std::variant<std::monostate, bool, std::int64_t, std::uint64_t, double, std::string,

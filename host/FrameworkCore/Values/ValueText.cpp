@@ -288,9 +288,30 @@ std::optional<Type> typeNamed(std::string_view name)
     return found == table.end() ? std::nullopt : std::optional(static_cast<Type>(found - table.begin()));
 }
 
-ReadResult readText(std::string_view text, Type type)
+ReadResult readFileText(std::string_view text, Type type)
 {
     return rowOf(type).read(text, type);
+}
+
+ReadResult readText(std::string_view text, Type type)
+{
+    ReadResult result = readFileText(text, type);
+    if (isFinerThanAttributes(result.value))
+        return refused(
+            QT_TRANSLATE_NOOP("FrameworkCore::Values", "%1 has more than three digits of a second"),
+            {quoted(text)});
+    return result;
+}
+
+bool isFinerThanAttributes(const Value& value)
+{
+    if (value.type != Type::Time && value.type != Type::DateTime)
+        return false;
+    constexpr std::string_view milliseconds = ".999";
+    const std::string_view text = std::get<std::string>(value.data);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    return text.find_first_not_of("0123456789", point + 1) > point + milliseconds.size() &&
+           text.size() > point + milliseconds.size();
 }
 
 std::optional<std::string> unescape(std::string_view text, std::string_view letters,

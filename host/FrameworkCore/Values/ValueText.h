@@ -25,7 +25,7 @@ struct ReadResult
     bool ok() const { return error.empty(); }
 };
 
-// Conversions between text and typed values, free of locale; readText(toText(v), type) is v. Any thread.
+// Conversions between text and typed values, free of locale; readFileText(toText(v), type) is v. Any thread.
 
 // - true, false; integers in decimal; the shortest digits that round-trip a double, "inf", "nan"
 // - list elements joined by ";", with "\" before a ";" or "\" of an element and a ";" after a last one that
@@ -34,9 +34,15 @@ struct ReadResult
 // - ISO 8601 with milliseconds and offset where there are any; "" for an invalid date, null and a group
 VANTRY_CORE_EXPORT std::string toText(const Value& value);
 
-// Numbers must be exact: no blanks, no fraction in an integer, nothing out of range. A plus sign, leading
-// zeros and 1 and 0 for bool are accepted.
+// Numbers must be exact: no blanks, no fraction in an integer, nothing out of range, no more than three
+// digits of a second, which an attribute holds. A plus sign, leading zeros and 1 and 0 for bool are accepted.
 VANTRY_CORE_EXPORT ReadResult readText(std::string_view text, Type type);
+
+// The same for what a file holds, with any number of digits of a second.
+VANTRY_CORE_EXPORT ReadResult readFileText(std::string_view text, Type type);
+
+// Whether a time or date-time has more digits of a second than an attribute holds.
+VANTRY_CORE_EXPORT bool isFinerThanAttributes(const Value& value);
 
 // The value of an untyped text: true and false, integers in canonical form up to 64 bits, numbers that toText
 // would spell so or that have an exponent, or else a text.

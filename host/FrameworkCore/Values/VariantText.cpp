@@ -141,6 +141,10 @@ QDate toDate(std::string_view iso)
 
 QTime toTime(std::string_view iso)
 {
+    constexpr std::size_t fractionLength = 4; // of the point and the digits that QTime holds
+    const std::size_t point = iso.find('.');
+    if (point != std::string_view::npos)
+        iso = iso.substr(0, point + fractionLength);
     return QTime::fromString(fromLatin(iso), Qt::ISODateWithMs);
 }
 

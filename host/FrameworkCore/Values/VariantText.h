@@ -25,7 +25,8 @@ std::optional<QString> fromBytes(std::string_view bytes);
 
 QString fromLatin(std::string_view text);
 
-// ISO 8601, empty for what is not valid. A date-time of a named time zone keeps its offset, not the name.
+// ISO 8601, empty for what is not valid. A date-time of a named time zone keeps its offset, not the name. Of
+// the digits of a second, Qt types hold three; any others are cut off.
 std::string isoText(const QDate& date);
 std::string isoText(const QTime& time);
 std::string isoText(const QDateTime& dateTime);

@@ -191,7 +191,12 @@ public:
     // another one shows its text; for the empty path, whether there is any such entry.
     virtual bool isLinked(std::string_view /*path*/) const { return false; }
 
-    // The bytes of a value; nothing for an unknown path or a group. Costs a walk over the document.
+    // The value of an entry as the file has it; nothing for an unknown path or a group. Its cost does not
+    // depend on the size of the document.
+    virtual std::optional<Value> valueAt(std::string_view path) const = 0;
+
+    // The bytes of a value; nothing for an unknown path or a group. Of an element of a list that has no place
+    // of its own known, nothing. Costs a walk over the document.
     virtual std::optional<Span> locate(std::string_view path) const = 0;
 
     // Calls back with the path of every value and its bytes, in the order of visit. Costs one walk for all as

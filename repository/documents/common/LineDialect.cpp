@@ -18,7 +18,8 @@ char quoteOf(const Statement& entry)
 // True where a value put into an empty place would stick to the separator though that has a blank before it.
 bool lacksBlank(const Statement& entry)
 {
-    return entry.isSeparated() && entry.value().empty() && !isBlank(entry.text[entry.valueBegin - 1]) &&
+    const bool isEmptyLine = entry.value().empty() || isLineEnd(entry.value().front());
+    return entry.isSeparated() && isEmptyLine && !isBlank(entry.text[entry.valueBegin - 1]) &&
            entry.valueBegin > 1 && isBlank(entry.text[entry.valueBegin - 2]);
 }
 
@@ -184,8 +185,11 @@ void LineDialect::addGenericForms(std::vector<std::string>& forms, const Stateme
     const std::string text =
         value.type == Type::ByteArray && !isTagged ? std::get<std::string>(value.data) : toText(value);
     const char own = quoteOf(entry);
-    if (own != '\0' && isText)
+    if (own != '\0' && isText) {
         forms.push_back(own + text + own);
+        const char other = own == '"' ? '\'' : '"';
+        forms.push_back(other + text + other);
+    }
     if (const auto alike = value.type == Type::Double ? spellLike(std::get<double>(value.data), entry.value())
                                                       : std::nullopt)
         forms.push_back(*alike);

@@ -1,5 +1,7 @@
 #include "repository/documents/common/LineDocument.h"
 
+#include "repository/documents/common/ValueLines.h"
+
 #include <utility>
 
 namespace Repository::Documents {
@@ -35,10 +37,11 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
     if (isSame(present, value))
         return {};
     const std::string_view inFile = piece.original();
-    const Statement original = inFile.empty() ? piece.line : dialect.scanEntry(inFile).value_or(piece.line);
+    const Statement line = withoutCommentsAbove(piece.line);
+    const Statement original = inFile.empty() ? line : dialect.scanEntry(inFile).value_or(line);
     if (!inFile.empty() && isSame(dialect.read(original), value))
         return file->replace(entry, inFile);
-    const Statement& model = original.tag == piece.line.tag ? original : piece.line;
+    const Statement& model = original.tag == line.tag ? original : line;
     const bool isRetyped =
         model.tag != Type::Group && present.type != Type::Null && present.type != value.type;
     std::vector<std::string> texts;
@@ -48,7 +51,9 @@ Outcome LineDocument::set(std::string_view path, const Value& value)
         texts.push_back(*std::move(text));
     Outcome outcome = texts.empty() ? refused(dialect.explainRefusal(model, value, file->style)) : Outcome();
     for (const std::string& text : texts) {
-        outcome = file->replace(entry, text);
+        const auto whole = withFormerLines(dialect, piece.line, text);
+        outcome = whole ? file->replace(entry, *whole)
+                        : refused(Reason::tr("it has comments between its lines, which would be lost"));
         if (outcome.ok())
             break;
     }
@@ -67,6 +72,12 @@ std::optional<Span> LineDocument::locate(std::string_view path) const
     return entry == none ? std::nullopt : std::optional(file->locateValue(entry));
 }
 
+std::optional<Value> LineDocument::valueAt(std::string_view path) const
+{
+    const std::uint32_t entry = file->findEntry(path);
+    return entry == none ? std::nullopt : std::optional(file->getDialect().read(file->pieces[entry].line));
+}
+
 std::optional<std::string> LineDocument::spell(std::string_view path) const
 {
     const std::uint32_t entry = file->findEntry(path);
@@ -78,8 +89,10 @@ Outcome LineDocument::respell(std::string_view path, std::string_view spelling)
     const std::uint32_t entry = file->findEntry(path);
     if (entry == none)
         return refuseWithoutValue(path);
-    const std::optional<std::string> text = withSpelling(file->pieces[entry].line, spelling);
-    return text ? file->replace(entry, *text) : refused(explainMisspelling(spelling));
+    const Statement& line = file->pieces[entry].line;
+    const auto text = withSpelling(withoutCommentsAbove(line), spelling);
+    const auto whole = text ? withFormerComments(file->getDialect(), line, *text) : std::nullopt;
+    return whole ? file->replace(entry, *whole) : refused(explainMisspelling(spelling));
 }
 
 bool LineDocument::removalMovesSiblings(std::string_view path) const

@@ -24,6 +24,7 @@ public:
     bool removalMovesSiblings(std::string_view path) const override;
     bool removalMovesGroups(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->index.find(path) != none; }
+    std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override { file->visitSpans(visitor); }
     bool hasComments(std::string_view path) const override;

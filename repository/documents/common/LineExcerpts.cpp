@@ -4,6 +4,7 @@
 #include "repository/documents/common/ExcerptText.h"
 #include "repository/documents/common/LineDocument.h"
 #include "repository/documents/common/TextLine.h"
+#include "repository/documents/common/ValueLines.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -262,6 +263,8 @@ bool LineDocument::hasComments(std::string_view path) const
         const bool isTrivia = line.kind == Statement::Kind::Trivia;
         if (isTrivia ? isInSection && hasComment(line.text.substr(part.begin), dialect)
                      : !commentAfter(line, dialect).empty())
+            return true;
+        if (line.isEntry() && !ownComments(line, dialect).empty())
             return true;
         isInSection = isInSection || line.isHeader();
     }

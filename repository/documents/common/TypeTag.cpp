@@ -69,7 +69,7 @@ std::string renameTypeTag(std::string_view tags, Type type)
 
 Value readTaggedValue(Type type, std::string_view text, Value plain)
 {
-    auto tagged = readText(text, type);
+    auto tagged = readFileText(text, type);
     return tagged.ok() ? std::move(tagged.value) : std::move(plain);
 }
 

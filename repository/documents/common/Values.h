@@ -11,11 +11,13 @@ namespace Repository::Documents {
 using FrameworkCore::Values::appendHex;
 using FrameworkCore::Values::appendUtf8;
 using FrameworkCore::Values::describeType;
+using FrameworkCore::Values::isFinerThanAttributes;
 using FrameworkCore::Values::isSame;
 using FrameworkCore::Values::isUtf8;
 using FrameworkCore::Values::lowered;
 using FrameworkCore::Values::plainValue;
 using FrameworkCore::Values::quoted;
+using FrameworkCore::Values::readFileText;
 using FrameworkCore::Values::readText;
 using FrameworkCore::Values::Reason;
 using FrameworkCore::Values::rowOf;

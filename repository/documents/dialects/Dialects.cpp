@@ -234,6 +234,14 @@ GlobStep firstStepOf(std::string_view glob)
     return {isSet ? glob.substr(1, close - 1) : glob.substr(0, 1), isSet ? close + 1 : 1};
 }
 
+// Whether a text that a glob matches may end like this one; most globs of the table end with a letter, by
+// which nearly all texts are told apart.
+bool mayEndLike(std::string_view glob, std::string_view text)
+{
+    const char last = glob.empty() ? '*' : glob.back();
+    return last == '*' || last == ']' || (!text.empty() && text.back() == last);
+}
+
 // "*" is any run of characters, "[...]" one of a set, anything else itself.
 bool matchesGlob(std::string_view glob, std::string_view text)
 {
@@ -276,7 +284,8 @@ bool matchesOne(std::string_view globs, char between, std::string_view text)
 {
     while (!globs.empty()) {
         const std::size_t end = std::min(globs.find(between), globs.size());
-        if (matchesGlob(globs.substr(0, end), text))
+        const std::string_view glob = globs.substr(0, end);
+        if (mayEndLike(glob, text) && matchesGlob(glob, text))
             return true;
         globs.remove_prefix(std::min(end + 1, globs.size()));
     }
@@ -311,17 +320,20 @@ std::string_view firstSectionOf(std::string_view text)
 // The first row that takes some line for one of its own.
 const Dialect* findSign(std::string_view format, std::string_view text)
 {
-    const auto& rows = getDialects();
+    std::vector<const Dialect*> rows; // that have signs
+    for (const Dialect& row : getDialects()) {
+        if ((format.empty() || row.format == format) && !row.signs.empty())
+            rows.push_back(&row);
+    }
     auto found = rows.end();
-    for (std::size_t at = 0; at < text.size();) {
+    for (std::size_t at = 0; at < text.size() && found != rows.begin();) {
         const TextLine line = textLineAt(text, at);
         const std::string_view content = trimBlanks(line.content);
-        found = std::find_if(rows.begin(), found, [&](const Dialect& row) {
-            return (format.empty() || row.format == format) && matchesOne(row.signs, '|', content);
-        });
+        found = std::find_if(rows.begin(), found,
+                             [&](const Dialect* row) { return matchesOne(row->signs, '|', content); });
         at = line.end;
     }
-    return found == rows.end() ? nullptr : &*found;
+    return found == rows.end() ? nullptr : *found;
 }
 
 bool hasName(const Dialect& row, std::string_view path)
@@ -330,7 +342,7 @@ bool hasName(const Dialect& row, std::string_view path)
     while (!globs.empty()) {
         const std::size_t end = std::min(globs.find(' '), globs.size());
         const std::string_view glob = globs.substr(0, end);
-        if (matchesGlob(glob, endOf(path, glob)))
+        if (mayEndLike(glob, path) && matchesGlob(glob, endOf(path, glob)))
             return true;
         globs.remove_prefix(std::min(end + 1, globs.size()));
     }

@@ -7,7 +7,7 @@ namespace Repository::Documents {
 
 std::optional<Statement> IniDialect::scan(std::string_view text) const
 {
-    const std::optional<Statement> line = scanSingle(text, dialect);
+    const std::optional<Statement> line = scanCommented(text, dialect);
     return line && line->isEntry() ? line : std::nullopt;
 }
 

@@ -89,7 +89,7 @@ SiblingPlace IniDocument::placeOf(std::string_view path) const
 std::optional<std::string> IniDocument::withSpelling(const Statement& entry, std::string_view spelling) const
 {
     const std::optional<Statement> line = file->getDialect().scanEntry(spelling);
-    if (!line || line->tag != Type::Group || line->key() != entry.key())
+    if (!line || line->begin > 0 || line->key() != entry.key())
         return std::nullopt;
     return std::string(entry.tags()).append(spelling);
 }

@@ -173,21 +173,30 @@ std::string IniFile::findClosing(const Statement& line) const
 void IniFile::learnStyle(const Statement& entry)
 {
     style.learn(entry);
-    if (!entry.continued || dialect.continuation != Dialect::Continuation::Guessed ||
-        !style.continuation.empty())
+    const bool isByIndentation = dialect.continuation == Dialect::Continuation::Indentation;
+    if (!entry.continued || knowsContinuation ||
+        (dialect.continuation != Dialect::Continuation::Guessed && !isByIndentation))
         return;
-    const TextLine first = textLineAt(entry.lines(), 0);
-    const std::string_view second = textLineAt(entry.lines(), first.end).content;
-    const std::size_t indent = indentOf(second);
-    if (!endsInBackslash(first.content) && indent < second.size() && !isSkipped(second, dialect))
-        style.continuation = second.substr(0, indent);
+    TextLine line = textLineAt(entry.lines(), 0);
+    if (!isByIndentation && endsInBackslash(line.content))
+        return;
+    while (line.end < entry.lines().size()) {
+        line = textLineAt(entry.lines(), line.end);
+        if (isBlankLine(line.content) || isSkipped(line.content, dialect))
+            continue;
+        const std::size_t indent = indentOf(line.content);
+        const std::size_t own = std::min(isByIndentation ? entry.indent().size() : 0, indent);
+        style.continuation = line.content.substr(own, indent - own);
+        knowsContinuation = !style.continuation.empty();
+        return;
+    }
 }
 
 Statement IniFile::scanOwn(std::string_view text) const
 {
     Statement trivia;
     trivia.text = text;
-    return scanSingle(text, dialect).value_or(trivia);
+    return scanCommented(text, dialect).value_or(trivia);
 }
 
 std::string IniFile::findClash(std::uint32_t piece, const Statement& line) const

@@ -51,6 +51,8 @@ private:
     char openQuoteOf(const Statement& entry) const;
     Statement scanOwn(std::string_view text) const override;
     std::string findClash(std::uint32_t piece, const Statement& line) const override;
+
+    bool knowsContinuation = false; // from a value of the file
 };
 
 } // namespace Repository::Documents

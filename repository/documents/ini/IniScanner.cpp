@@ -313,6 +313,24 @@ std::optional<Statement> scanSingle(std::string_view text, const Dialect& dialec
     return line;
 }
 
+std::optional<Statement> scanCommented(std::string_view text, const Dialect& dialect)
+{
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        at = line.end;
+        if (!isSkipped(line.content, dialect))
+            break;
+        begin = readTypeTag(line.content) ? begin : at;
+    }
+    std::optional<Statement> line = scanSingle(text.substr(begin), dialect);
+    if (line && line->isEntry()) {
+        line->shift(begin);
+        line->text = text;
+    }
+    return begin > 0 && line && !line->isEntry() ? std::nullopt : line;
+}
+
 IniTrivia operator|(IniTrivia a, IniTrivia b)
 {
     return {a.any || b.any, a.blank || b.blank};

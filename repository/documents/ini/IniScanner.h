@@ -58,6 +58,9 @@ private:
 std::optional<Statement> scanSingle(std::string_view text, const Dialect& dialect);
 std::optional<Statement> scanSingle(std::string&& text, const Dialect& dialect) = delete;
 
+// The same, with comments above that an edit has put there, and which come before the tags of the entry.
+std::optional<Statement> scanCommented(std::string_view text, const Dialect& dialect);
+
 // What of blank and comment lines is between two others.
 struct IniTrivia
 {

@@ -159,9 +159,16 @@ std::optional<bool> JsonDocument::isArray(std::string_view path) const
     return id != noNode && file->tree.node(id).kind == JsonKind::Array;
 }
 
-std::optional<Span> JsonDocument::locate(std::string_view path) const
+std::optional<Value> JsonDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode, path));
+}
+
+std::optional<Span> JsonDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->find(path);
+    const NodeId valueNode = entry == noNode ? JsonElements(*file).find(path) : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(JsonWriter(file->tree).locateValue(valueNode));
 }
 
@@ -235,7 +242,8 @@ Outcome JsonDocument::insertAll(std::string_view path, const std::vector<Entry>&
     if (!outcome.ok() || graft(path, entries))
         return outcome;
     remove(path);
-    return Document::insertAll(path, entries, refused);
+    outcome.error = JsonText::explainRefusal(entries);
+    return outcome.ok() ? Document::insertAll(path, entries, refused) : outcome;
 }
 
 Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>& entries, std::size_t& index)
@@ -243,9 +251,13 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     const NodeId id = file->find(path);
     if (path.empty()) {
         const auto written = JsonText::write(entries, {});
-        return written ? parse(written->text + '\n')
-                       : refused(Reason::tr(
-                             "an object in the array would have a name twice, or one that json cannot hold"));
+        if (written)
+            return parse(written->text + '\n');
+        const std::string reason = JsonText::explainRefusal(entries);
+        return refused(
+            reason.empty()
+                ? Reason::tr("an object in the array would have a name twice, or one that json cannot hold")
+                : reason);
     }
     if (id == noNode)
         return Document::replaceAll(path, entries, index);
@@ -259,7 +271,8 @@ Outcome JsonDocument::replaceAll(std::string_view path, const std::vector<Entry>
     if (isValue ? set(path, entries.front().value).ok() : graft(path, entries))
         return {};
     parse(before);
-    return Document::replaceAll(path, entries, index);
+    const std::string reason = JsonText::explainRefusal(entries);
+    return reason.empty() ? Document::replaceAll(path, entries, index) : refused(reason);
 }
 
 bool JsonDocument::canTag(const std::vector<std::pair<std::string, Type>>& types) const
@@ -308,9 +321,11 @@ std::optional<Outcome> JsonDocument::insertElement(std::string_view path, const 
     if (!outcome || !outcome->ok() || isValue || graft(path, entries))
         return outcome;
     remove(path);
-    std::size_t refused = 0;
+    if (const std::string reason = JsonText::explainRefusal(entries); !reason.empty())
+        return refused(reason);
+    std::size_t refusedEntry = 0;
     const auto group = JsonElements(*file).insert(path, Value());
-    return group->ok() ? Document::insertAll(path, entries, refused) : group;
+    return group->ok() ? Document::insertAll(path, entries, refusedEntry) : group;
 }
 
 std::optional<Outcome> JsonDocument::moveElement(std::string_view path, std::string_view newPath)

@@ -66,6 +66,11 @@ std::optional<std::string> JsonFormat::writeWhole(std::vector<Entry>& entries) c
     return whole ? std::optional(std::move(whole->text) + '\n') : std::nullopt;
 }
 
+std::string JsonFormat::explainRefusal(const std::vector<Entry>& entries) const
+{
+    return JsonText::explainRefusal(entries);
+}
+
 bool JsonFormat::declaresNames(const Document& document) const
 {
     return EncodedNames::isDeclaredIn(document);

@@ -22,6 +22,7 @@ public:
     bool isInTreeOrder() const override { return true; }
     bool takesText(const std::vector<Entry>& entries) const override;
     std::optional<std::string> writeWhole(std::vector<Entry>& entries) const override;
+    std::string explainRefusal(const std::vector<Entry>& entries) const override;
     // Whole files alone are written with encoded names.
     Entry encodedEntry(const Entry& entry) const override { return entry; }
     void declareNames(std::string&) const override {}

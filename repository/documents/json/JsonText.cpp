@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <map>
 
 namespace Repository::Documents {
 
@@ -42,7 +43,39 @@ std::optional<JsonText::Result> JsonText::write(const std::vector<Entry>& entrie
         writer.result.text = "{}";
     else if (!writer.writeNode({0, entries.size(), 0}, 0) || !writer.writeTags())
         return {};
+    const bool hasTypes = !writer.tagged.empty() || !writer.result.types.empty();
+    if (hasTypes && writer.result.hasArrays && !explainRefusal(entries).empty())
+        return {};
     return std::move(writer.result);
+}
+
+std::string JsonText::explainRefusal(const std::vector<Entry>& entries)
+{
+    struct Elements
+    {
+        bool areTexts = true;
+        const Entry* tagged = nullptr;
+    };
+    std::map<std::string_view, Elements> found;
+    const ArrayGroups arrays(entries);
+    for (const Entry& entry : entries) {
+        const std::string_view parent = splitLast(entry.path).parent;
+        for (std::string_view above = parent; !above.empty(); above = splitLast(above).parent)
+            found[splitLast(above).parent].areTexts = false;
+        if (entry.path.empty() || !arrays.contain(parent))
+            continue;
+        Elements& elements = found[parent];
+        elements.areTexts = elements.areTexts && toTaggedContent(entry.value).kind == JsonKind::Text;
+        if (entry.value.type != Type::String)
+            elements.tagged = &entry;
+    }
+    for (const auto& [path, elements] : found) {
+        if (elements.areTexts && elements.tagged)
+            return Reason::tr(
+                "%1 would be a list of texts, in which json cannot say that %2 is %3",
+                {quoted(path), quoted(elements.tagged->path), describeType(elements.tagged->value.type)});
+    }
+    return {};
 }
 
 JsonText::Range JsonText::childAt(const Range& node, std::size_t begin) const

@@ -37,6 +37,10 @@ public:
     // plain.
     static std::optional<Result> write(const std::vector<Entry>& entries, const JsonTextStyle& style);
 
+    // Why these entries cannot be in arrays of json: texts alone are one list, so that no tag says that an
+    // element of it is something else. Empty where they can.
+    static std::string explainRefusal(const std::vector<Entry>& entries);
+
 private:
     // The entries of one node and those below it.
     struct Range

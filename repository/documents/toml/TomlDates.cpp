@@ -42,17 +42,13 @@ std::optional<Value> readTomlDate(std::string_view spelled)
     const bool hasDate = looksLikeDate(spelled);
     if (!hasDate && !looksLikeTime(spelled))
         return {};
-    constexpr std::size_t mostDigits = 3;
     std::string text(spelled);
-    const auto [begin, end] = fractionOf(text);
-    if (end - begin > mostDigits)
-        text.erase(begin + mostDigits, end - begin - mostDigits);
     if (text.size() > dateLength && text[dateLength] == 't')
         text[dateLength] = 'T';
     if (text.back() == 'z')
         text.back() = 'Z';
     const Type type = !hasDate ? Type::Time : text.size() == dateLength ? Type::Date : Type::DateTime;
-    auto read = readText(text, type);
+    auto read = readFileText(text, type);
     return read.ok() ? std::move(read.value) : Value{Type::String, std::string(spelled)};
 }
 

@@ -8,8 +8,7 @@
 
 namespace Repository::Documents {
 
-// A date, time or date-time of a value; nothing for any other text. Of a fraction of a second, values hold
-// three digits.
+// A date, time or date-time of a value; nothing for any other text.
 std::optional<Value> readTomlDate(std::string_view spelled);
 
 // The value with the separator, the form of UTC and at least the digits of a second that the former one has.

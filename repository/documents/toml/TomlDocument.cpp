@@ -128,9 +128,18 @@ std::optional<bool> TomlDocument::isArray(std::string_view path) const
     return id != noNode && (file->tree.node(id).isArray() || file->isList(id));
 }
 
-std::optional<Span> TomlDocument::locate(std::string_view path) const
+std::optional<Value> TomlDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode));
+}
+
+std::optional<Span> TomlDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->find(path);
+    if (entry == noNode)
+        return TomlElements(*file).locate(path);
+    const NodeId valueNode = file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 

@@ -13,6 +13,19 @@ NodeId TomlElements::arrayAround(std::string_view path) const
     return id != noNode && (tree.node(id).isArray() || file.isList(id)) ? id : noNode;
 }
 
+std::optional<Span> TomlElements::locate(std::string_view path) const
+{
+    const NodeId list = arrayAround(path);
+    if (list == noNode || !file.isList(list))
+        return {};
+    const TomlItems items(tree.valueText(list), file.lineEnd);
+    const std::size_t position = *readIndex(splitLast(path).last);
+    if (position >= items.count())
+        return {};
+    const BracketItems::Item& item = items.getItems()[position];
+    return file.locate(list, {item.begin, item.end - item.begin});
+}
+
 std::size_t TomlElements::countOf(NodeId array) const
 {
     return tree.node(array).isArray() ? tree.node(array).count

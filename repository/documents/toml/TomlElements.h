@@ -17,6 +17,9 @@ public:
     std::optional<Outcome> insert(std::string_view path, const std::vector<Entry>& entries);
     std::optional<Outcome> move(std::string_view path, std::string_view newPath);
 
+    // Of an element of a list.
+    std::optional<Span> locate(std::string_view path) const;
+
     // The array around a path; noNode for what is not in one.
     NodeId arrayAround(std::string_view path) const;
 

@@ -161,13 +161,14 @@ std::string TomlFile::write() const
     return encoding.encode(write(noNode, nullptr));
 }
 
-Span TomlFile::locate(NodeId valueNode) const
+Span TomlFile::locate(NodeId valueNode, Span part) const
 {
     Span span;
     const std::string text = write(valueNode, &span);
     const std::string_view whole = text;
-    return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, span.offset)),
-            encoding.sizeOf(whole.substr(span.offset, span.length))};
+    const std::size_t begin = span.offset + part.offset;
+    return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, begin)),
+            encoding.sizeOf(whole.substr(begin, part.length))};
 }
 
 } // namespace Repository::Documents

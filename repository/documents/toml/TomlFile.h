@@ -51,7 +51,8 @@ public:
     std::string statementText(StatementId id) const;
 
     std::string write() const;
-    Span locate(NodeId valueNode) const;
+    Span locate(NodeId valueNode) const { return locate(valueNode, {0, tree.valueText(valueNode).size()}); }
+    Span locate(NodeId valueNode, Span part) const; // of its text
 
     TomlTree tree;
     TextEncoding encoding;

@@ -163,6 +163,12 @@ Outcome XmlDocument::setValue(std::string_view path, const Value& value)
         return refused(Reason::tr("%1 has a value and cannot become a group", {quoted(path)}));
     if (file->values.holds(id, value))
         return {};
+    const bool isAttribute = file->tree.node(id).kind == XmlKind::Attribute;
+    if (isAttribute && toText(value).empty()) {
+        const std::string use = XmlSubtrees(*file).explainUse(path, id);
+        if (!use.empty())
+            return refused(use);
+    }
     XmlValues::Spelled spelled = file->values.spell(id, value);
     if (!spelled.error.empty())
         return refused(spelled.error);
@@ -194,6 +200,13 @@ std::string XmlDocument::getBytes() const
 {
     const XmlTree& tree = file->tree;
     return file->spelling.encoding.encode(tree.isOriginal() ? tree.getOriginal() : XmlWriter(tree).write());
+}
+
+std::optional<Value> XmlDocument::valueAt(std::string_view path) const
+{
+    Outcome outcome;
+    const NodeId id = findValue(path, outcome);
+    return outcome.ok() ? std::optional(file->values.read(id)) : std::nullopt;
 }
 
 std::optional<Span> XmlDocument::locate(std::string_view path) const
@@ -296,8 +309,11 @@ Outcome XmlDocument::removeNode(std::string_view path)
         return path.empty() ? refused(Reason::tr("the whole document cannot be removed"))
                             : refused(Reason::tr("there is no entry %1", {quoted(path)}));
     if (id != file->tree.getRoot()) {
-        file->editor.remove(id);
-        return {};
+        const bool isAttribute = file->tree.node(id).kind == XmlKind::Attribute;
+        const std::string use = isAttribute ? XmlSubtrees(*file).explainUse(path, id) : std::string();
+        if (use.empty())
+            file->editor.remove(id);
+        return refused(use);
     }
     if (!file->editor.standsAlone(id))
         return refused(Reason::tr(

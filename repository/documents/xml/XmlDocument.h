@@ -32,6 +32,7 @@ public:
     SiblingPlace placeOf(std::string_view path) const override;
     bool contains(std::string_view path) const override { return file->find(path) != noNode; }
     std::string getBytes() const override;
+    std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     std::optional<std::string> spell(std::string_view path) const override;

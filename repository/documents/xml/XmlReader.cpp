@@ -1,5 +1,6 @@
 #include "repository/documents/xml/XmlReader.h"
 
+#include "repository/documents/common/ValueSpans.h"
 #include "repository/documents/xml/XmlScanner.h"
 #include "repository/documents/xml/XmlText.h"
 #include "repository/documents/xml/XmlTypeTag.h"
@@ -338,8 +339,23 @@ std::string XmlReader::explainToken(std::size_t at) const
         return Reason::tr("bytes that are not valid text");
     if (rest.front() == '\n' || rest.front() == '\r')
         return Reason::tr("the line must not end here");
+    if (const auto begin = openComment(at))
+        return Reason::tr("%1 must not be within a comment, and the one that begins in line %2 has not ended",
+                          {"\"--\"", std::to_string(placeInFile(text, *begin).line)});
     const std::string unheld = explainUnheldXml(rest.substr(0, length));
     return unheld.empty() ? Reason::tr("%1 is not allowed here", {quoted(rest.substr(0, length))}) : unheld;
+}
+
+// Where the comment begins that has two hyphens before that place.
+std::optional<std::size_t> XmlReader::openComment(std::size_t at) const
+{
+    constexpr std::string_view mark("<!--");
+    if (at <= mark.size() || text.compare(at - 2, 2, "--") != 0)
+        return {};
+    const std::size_t begin = text.rfind(mark, at - mark.size() - 1);
+    const std::size_t end = text.rfind("-->", at);
+    const bool isOpen = begin != std::string::npos && (end == std::string::npos || end < begin);
+    return isOpen ? std::optional<std::size_t>(begin) : std::nullopt;
 }
 
 std::string XmlReader::currentTag() const

@@ -5,6 +5,7 @@
 #include "repository/documents/xml/XmlTree.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,6 +49,7 @@ private:
     bool fail(std::size_t at, std::string message);
     std::string explain(int error, std::size_t at) const;
     std::string explainToken(std::size_t at) const;
+    std::optional<std::size_t> openComment(std::size_t at) const;
     std::string currentTag() const;
 
     XmlTree& tree;

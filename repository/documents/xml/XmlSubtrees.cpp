@@ -146,11 +146,18 @@ std::optional<Outcome> XmlSubtrees::rename(std::string_view path, std::string_vi
     Outcome outcome = insertion.checkName(step->name);
     if (outcome.ok())
         outcome = insertion.checkPrefix(isAttribute ? tree.node(id).parent : id, step->name);
-    if (outcome.ok() && isAttribute && declaresUsedPrefix(id))
-        outcome = refused(Reason::tr("%1 declares a prefix that is used in its element", {quoted(path)}));
+    if (outcome.ok() && isAttribute)
+        outcome.error = explainUse(path, id);
     if (outcome.ok())
         file.editor.rename(id, step->name);
     return outcome;
+}
+
+std::string XmlSubtrees::explainUse(std::string_view path, NodeId attribute) const
+{
+    return declaresUsedPrefix(attribute)
+               ? Reason::tr("%1 declares a prefix that is used in its element", {quoted(path)})
+               : std::string();
 }
 
 bool XmlSubtrees::declaresUsedPrefix(NodeId attribute) const

@@ -23,6 +23,10 @@ public:
     // text with it. Nothing when it cannot be.
     std::optional<std::string> insertInText(std::string_view path, const Excerpt& excerpt);
 
+    // Why an attribute declares a prefix that names in its element have, and must stay; empty where it does
+    // not.
+    std::string explainUse(std::string_view path, NodeId attribute) const;
+
     // Whether all names in a subtree have their prefix declared around.
     std::vector<NodeId> withoutPrefix(NodeId id) const;
 

@@ -123,7 +123,7 @@ Value XmlValues::interpret(const Context& context, std::string_view spelled) con
     if (!context.tag || (context.kind == XmlKind::Text && spelled.empty()))
         return plain;
     if (context.tag->escapes) {
-        const auto bytes = readText(text, Type::ByteArray);
+        const auto bytes = readFileText(text, Type::ByteArray);
         if (!bytes.ok())
             return plain;
         text = std::get<std::string>(bytes.value.data);

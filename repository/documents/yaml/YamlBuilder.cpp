@@ -248,6 +248,7 @@ void YamlBuilder::open(const YamlEvent& event)
         node.style = YamlStyle::Pair;
     node.begin = offset(std::min(event.begin(), event.token.begin));
     node.value = offset(event.token.begin);
+    const std::size_t before = lastEnd;
     lastEnd = event.propertiesEnd(lastEnd);
     if (hasBracket)
         lastEnd = event.token.end;
@@ -257,6 +258,7 @@ void YamlBuilder::open(const YamlEvent& event)
     Frame frame;
     frame.id = id;
     frame.isMap = isMap;
+    frame.before = before;
     frame.anchor = nameOf(event.anchor);
     frames.push_back(std::move(frame));
 }

@@ -34,6 +34,7 @@ private:
         bool hasMerge = false;
         YamlStyle keyStyle = YamlStyle::Plain;
         Type tag = Type::Group;
+        std::size_t before = 0; // where what may tag its first element begins
         std::size_t key = 0;
         std::size_t keyEnd = 0;
         std::string keyAnchor;

@@ -244,9 +244,16 @@ std::string YamlDocument::sourceOf(std::string_view path) const
     return YamlLinks(*file).sourceOf(path);
 }
 
-std::optional<Span> YamlDocument::locate(std::string_view path) const
+std::optional<Value> YamlDocument::valueAt(std::string_view path) const
 {
     const NodeId valueNode = file->findValueNode(path);
+    return valueNode == noNode ? std::nullopt : std::optional(file->read(valueNode));
+}
+
+std::optional<Span> YamlDocument::locate(std::string_view path) const
+{
+    const NodeId entry = file->findElement(path);
+    const NodeId valueNode = entry == noNode ? noNode : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
 

@@ -53,6 +53,7 @@ public:
     std::string sourceOf(std::string_view path) const override;
     std::vector<std::string> followersOf(std::string_view path) const override;
     bool isLinked(std::string_view path) const override;
+    std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override;
     std::string comment(std::string_view path) const override;

@@ -212,6 +212,8 @@ bool YamlFile::isDelicate(NodeId id) const
     const YamlNode& node = tree.node(id);
     if (node.parent == noNode || tree.node(node.parent).style == YamlStyle::Stream)
         return true;
+    if (tree.isMergeKey(id)) // of a value that is nothing to merge
+        return true;
     if (isInFlow(id))
         return false;
     const std::size_t around = blockAround(id);
@@ -222,7 +224,8 @@ bool YamlFile::isDelicate(NodeId id) const
     if (node.isSequence()) { // its end may take up comments, and a type tag above is that of what it becomes
         const bool isBeforeComment =
             content < text.size() && text[content] == '#' && columnOfYaml(text, content) > around;
-        return isBeforeComment ||
+        const bool isBeforeBlanks = node.valueEnd < text.size() && isYamlBlank(text[node.valueEnd]);
+        return isBeforeComment || isBeforeBlanks ||
                endsInTypeTag(text.substr(0, findYamlLine(text, node.hasKey ? node.key : node.begin)));
     }
     const bool isFirst = skipYamlBlanks(text, findYamlLine(text, node.value)) == node.value;

@@ -8,7 +8,8 @@ namespace Repository::Documents {
 
 namespace {
 
-void shiftOffsets(YamlNode& node, std::size_t from, std::uint32_t by)
+// For all nodes around each edit: as narrow as the offsets, it takes a few instructions.
+void shiftOffsets(YamlNode& node, std::uint32_t from, std::uint32_t by)
 {
     for (std::uint32_t* const offset : {&node.key, &node.keyEnd, &node.begin, &node.value, &node.valueEnd})
         *offset += *offset >= from ? by : 0;
@@ -91,7 +92,7 @@ NodeId YamlTree::graft(const YamlTree& from, NodeId id, NodeId parent, NodeId pr
 void YamlTree::shift(std::size_t from, std::uint32_t by)
 {
     for (YamlNode& node : nodes)
-        shiftOffsets(node, from, by);
+        shiftOffsets(node, std::uint32_t(from), by);
     for (auto& [node, offset] : aliases)
         offset += offset >= from ? std::size_t(std::int32_t(by)) : 0;
 }

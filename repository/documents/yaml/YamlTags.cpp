@@ -8,13 +8,23 @@
 // The part of a builder that finds out what says the type of a value.
 namespace Repository::Documents {
 
+// Above the line on which an element has its "-" or a key begins; what is further to the right there has
+// none.
 Type YamlBuilder::readTag(std::size_t begin) const
 {
     if (!mayHaveTags)
         return Type::Group;
+    const Frame& frame = frames.back();
     const std::size_t line = findYamlLine(source(), begin);
-    const bool isAtLine = findYamlLine(source(), lastEnd) == lastEnd;
-    const std::size_t from = isAtLine ? lastEnd : skipYamlLine(source(), lastEnd); // not behind another entry
+    std::string_view before = source().substr(line, begin - line);
+    before = before.substr(skipYamlBlanks(before, 0));
+    before = before.substr(0, before.find_last_not_of(" \t") + 1);
+    if (!before.empty() && before != (frame.isMap ? "?" : "-"))
+        return Type::Group;
+    const bool isFirst = !frame.isMap && tree.node(frame.id).count == 0;
+    const std::size_t end = isFirst && !before.empty() ? frame.before : lastEnd;
+    const bool isAtLine = findYamlLine(source(), end) == end;
+    const std::size_t from = isAtLine ? end : skipYamlLine(source(), end); // not behind another entry
     const std::string_view above = line > from ? source().substr(from, line - from) : std::string_view();
     if (!endsInTypeTag(above))
         return Type::Group;
