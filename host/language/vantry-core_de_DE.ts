@@ -1580,15 +1580,15 @@
     </message>
     <message>
         <source>it has comments between its lines, which would be lost</source>
-        <translation>zwischen den Zeilen stehen Kommentare, die verloren gingen</translation>
+        <translation>er hat Kommentare zwischen seinen Zeilen, die verloren gingen</translation>
     </message>
     <message>
         <source>%1 would be a list of texts, in which json cannot say that %2 is %3</source>
-        <translation>%1 wäre eine Liste von Texten, in der json nicht angeben kann, dass %2 ein anderer Typ ist (%3)</translation>
+        <translation>%1 wäre eine Liste von Texten, in der json nicht sagen kann, dass %2 %3 ist</translation>
     </message>
     <message>
         <source>%1 must not be within a comment, and the one that begins in line %2 has not ended</source>
-        <translation>%1 darf nicht in einem Kommentar stehen, und der in Zeile %2 begonnene ist noch nicht zu Ende</translation>
+        <translation>%1 darf nicht in einem Kommentar stehen, und der, der in Zeile %2 beginnt, ist nicht zu Ende</translation>
     </message>
 </context>
 <context>

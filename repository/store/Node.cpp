@@ -248,7 +248,7 @@ std::optional<FrameworkCore::Values::Value> Node::finerValue() const
 {
     const int type = value.userType();
     const bool mayBe = backend && (type == QMetaType::QTime || type == QMetaType::QDateTime);
-    return mayBe ? backend->finerValueAt(path) : std::nullopt;
+    return mayBe ? backend->finerValueAt(getPath()) : std::nullopt;
 }
 
 } // namespace Repository
