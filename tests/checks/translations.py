@@ -26,7 +26,8 @@ KEPT = [
 
 # A sentence as the argument of a refusal, or as a reason that is kept.
 SPOKEN = ["files", "fleet", "repository"]
-SENTENCE = re.compile(r"(?:\b(?:refused|refuse|refusal|fail|failAt|failure|outcomeAt)\((?:[^()\"]|\([^()\"]*\))*|"
+NESTED = r"(?:[^()\"]|\((?:[^()\"]|\([^()\"]*\))*\))*"
+SENTENCE = re.compile(r"(?:\b(?:refused|refuse|refusal|fail|failAt|failure|outcomeAt)\(" + NESTED + "|"
                       r"\b(?:error|reason|fault|warning|refusal) \+?=\s+)\"(?=(?:[^\"]* ){2})((?:[^\"\\]|\\.)*)\"")
 
 

@@ -38,9 +38,8 @@ Outcome JsonElements::insertInto(NodeId array, std::string_view path, const Valu
     bool needsTag = false;
     const JsonContent wanted = insertion.contentOf(value, needsTag);
     if (needsTag && wanted.error.empty() && file.tree.node(array).isList())
-        return refused(quoted(splitLast(path).parent) +
-                       " would be a list of texts, in which json cannot say that " + quoted(path) + " is " +
-                       describeType(value.type));
+        return refused(Reason::tr("%1 would be a list of texts, in which json cannot say that %2 is %3",
+                                  {quoted(splitLast(path).parent), quoted(path), describeType(value.type)}));
     const std::uint32_t position = *readPosition(splitLast(path).last);
     const std::uint32_t count = file.tree.node(array).count;
     const bool isContainer = wanted.kind == JsonKind::Object || wanted.kind == JsonKind::Array;
