@@ -171,8 +171,8 @@ private:
     {
         const std::string former = before.substr(place.offset, place.length);
         std::size_t line = lineOf(before.substr(0, place.offset));
-        for (std::string above; line > 0; line = lineOf(above)) { // above its tags
-            above = before.substr(0, before.find_last_not_of("\r\n", line - 1) + 1);
+        for (std::string above; line > 1; line = lineOf(above)) { // above its tags
+            above = before.substr(0, line - (before.compare(line - 2, 2, "\r\n") == 0 ? 2 : 1));
             if (above.find("@type", lineOf(above)) == std::string::npos)
                 break;
         }

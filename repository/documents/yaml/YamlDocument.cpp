@@ -252,7 +252,7 @@ std::optional<Value> YamlDocument::valueAt(std::string_view path) const
 
 std::optional<Span> YamlDocument::locate(std::string_view path) const
 {
-    const NodeId entry = file->findElement(path);
+    const NodeId entry = path.empty() ? file->find(path) : file->findElement(path);
     const NodeId valueNode = entry == noNode ? noNode : file->valueNodeOf(entry);
     return valueNode == noNode ? std::nullopt : std::optional(file->locate(valueNode));
 }
