@@ -76,8 +76,15 @@ std::vector<Entry> entriesOf(const Documents::Format& format, const Documents::D
 {
     std::vector<Entry> entries;
     format.visitImport(document, [&](const Entry& entry) { entries.push_back(entry); });
-    if (!format.isInTreeOrder())
-        bringIntoTreeOrder(entries);
+    if (format.isInTreeOrder())
+        return entries;
+    bringIntoTreeOrder(entries);
+    // A group without entries has one that says so, which comes after it and says more.
+    const auto isGroupAgain = [](const Entry& a, const Entry& b) {
+        return a.path == b.path && a.value.type == Type::Group && b.value.type == Type::Group;
+    };
+    const auto last = std::unique(entries.rbegin(), entries.rend(), isGroupAgain);
+    entries.erase(entries.begin(), last.base());
     return entries;
 }
 

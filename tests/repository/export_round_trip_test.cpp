@@ -235,7 +235,10 @@ private slots:
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
 
         const QString txt = QStringLiteral("txt");
-        dropEmptyGroups(expected);
+        if (type == QLatin1String("toml")) // times with more digits than memory holds
+            QVERIFY(mountFile("json", txt, fileOf(txt)));
+        else
+            dropEmptyGroups(expected);
         QCOMPARE(import(txt, txt, exported("from", txt)), Success);
         const QString lineDifference = firstDifference(contentOf(*repository, txt), expected);
         QVERIFY2(lineDifference.isEmpty(), qPrintable(lineDifference));
