@@ -86,7 +86,7 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
 {
     const std::string_view text = source();
     const Frame& frame = frames.back();
-    if (!tree.node(frame.id).isFlow() || !event.token.exists() || event.isEnd())
+    if (!tree.node(frame.id).isFlow() || event.isEnd())
         return {};
     const auto isShort = [&](std::size_t at) { // the first of its line
         const std::size_t line = findYamlLine(text, at);
@@ -96,7 +96,7 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
         return block != frames.rend() && skipYamlBlanks(text, line) == at &&
                text.find_first_not_of(' ', line) - line <= columnOfYaml(text, tree.node(block->id).value);
     };
-    const std::size_t begin = std::min(event.begin(), event.token.begin);
+    const std::size_t begin = event.token.exists() ? std::min(event.begin(), event.token.begin) : 0;
     if (begin > 0 && text[begin - 1] == '\t' && isShort(begin))
         return outcomeAt(text, begin,
                          Reason::tr("a tab indents a line in brackets, where YAML wants blanks"));
