@@ -195,7 +195,7 @@ void writeSequentially(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * writes);
 }
 
-// Vantry is told of each write, too, so as to keep the tree live: a watched store is slower to write.
+// Vantry watches what it writes, to keep the tree live, and a watched store is slower to write.
 void writeSequentiallyBare(benchmark::State& state, bool isWatched)
 {
     const EtcdClient& client = Fleet::instance().getClient();

@@ -165,7 +165,7 @@ void FileMenu::chooseStore()
     QString location = QInputDialog::getText(
         parentWidget(), tr("Open Store"),
         tr("Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS.\n"
-           "Who you are, and what becomes of edits while it is away, stands behind it,\n"
+           "Credentials, and what becomes of edits while it is away, come after it,\n"
            "as in etcd://HOST:PORT/NAME?credentials=FILE&&offline=queue:"),
         QLineEdit::Normal, last == known.end() ? QStringLiteral("etcd://localhost:2379/") : *last, &isChosen);
     location = location.trimmed();

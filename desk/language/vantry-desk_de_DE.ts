@@ -1214,7 +1214,7 @@
     </message>
     <message>
         <source>Where the store is, as in etcd://HOST:PORT/NAME, or etcds:// with TLS.
-Who you are, and what becomes of edits while it is away, stands behind it,
+Credentials, and what becomes of edits while it is away, come after it,
 as in etcd://HOST:PORT/NAME?credentials=FILE&amp;&amp;offline=queue:</source>
         <translation>Wo der Datenspeicher ist, wie in etcd://HOST:PORT/NAME, oder etcds:// mit TLS.
 Wer Sie sind und was aus Änderungen wird, während er fehlt, steht dahinter,

@@ -30,8 +30,8 @@ public:
     SessionKeeper(std::shared_ptr<Repository> repository, FileMounter& mounter, Views views);
     ~SessionKeeper() override;
 
-    // Opens what the last session had open; before, prepare makes its windows, which are told how they showed
-    // that. False when nothing was open.
+    // Opens what the last session had open; before, prepare makes its windows, and learns how they
+    // showed that. False when nothing was open.
     bool restore(const std::function<void(const QVector<SessionState::View>&)>& prepare);
 
     // The changes that sessions left unsaved which did not come to their end.

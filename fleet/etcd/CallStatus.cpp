@@ -54,7 +54,7 @@ std::string reasonIn(const std::string& message)
         if (place != std::string::npos)
             reason.erase(0, place + front.size());
     }
-    if (reason.rfind("ipv", 0) == 0) // the address, which is told before it
+    if (reason.rfind("ipv", 0) == 0) // the address comes first
         reason.erase(0, reason.find(": ") + 2);
     if (meaning.empty())
         return reason;

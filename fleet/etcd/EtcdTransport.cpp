@@ -287,7 +287,7 @@ vantryOpenStoreTransport(int version, const Repository::StoreSettings& settings)
 {
     if (version != Repository::StoreTransport::version)
         return nullptr;
-    // What fails is told by results, and not by lines on the terminal, unless somebody asks for them.
+    // Results say what failed; lines on the terminal are for those who ask for them.
     if (!std::getenv("GRPC_VERBOSITY"))
         gpr_set_log_function([](gpr_log_func_args*) {});
     try {
