@@ -47,7 +47,7 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
-    if (file->tree.node(file->find(path)).isInherited)
+    if (file->tree.node(valueNode).isInherited) // not the value of a group, whose entries would go
         return insert(path, value);
     YamlValues values(*file);
     if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
