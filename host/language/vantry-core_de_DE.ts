@@ -1590,6 +1590,10 @@
         <source>%1 must not be within a comment, and the one that begins in line %2 has not ended</source>
         <translation>%1 darf nicht in einem Kommentar stehen, und der, der in Zeile %2 beginnt, ist nicht zu Ende</translation>
     </message>
+    <message>
+        <source>a map cannot begin on the line of its key</source>
+        <translation>eine Map kann nicht in der Zeile ihres Schlüssels beginnen</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

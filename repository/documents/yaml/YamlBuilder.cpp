@@ -54,9 +54,11 @@ Outcome YamlBuilder::take(const YamlEvent& event)
         return outcomeAt(
             source(), event.token.begin,
             Reason::tr("more than %1 maps and lists lie within each other", {std::to_string(maximumDepth)}));
-    const Outcome indentation = checkBrackets(event);
-    if (!indentation.ok())
-        return indentation;
+    Outcome layout = checkBrackets(event);
+    if (layout.ok())
+        layout = checkBlock(event);
+    if (!layout.ok())
+        return layout;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
         readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
@@ -109,6 +111,27 @@ Outcome YamlBuilder::checkBrackets(const YamlEvent& event) const
             text, colon,
             Reason::tr("a \":\" below its key is not indented more than what is around the brackets"));
     return {};
+}
+
+// libfyaml lets a block begin on the line of its key where the first key in it is empty.
+Outcome YamlBuilder::checkBlock(const YamlEvent& event) const
+{
+    const std::string_view text = source();
+    const Frame& frame = frames.back();
+    const bool isBlock = event.isCollection() && event.style == YamlStyle::Block;
+    if (!isBlock || !frame.isMap || !frame.hasKey || tree.node(frame.id).isFlow())
+        return {};
+    const std::size_t before =
+        frame.key == 0 ? std::string_view::npos : text.find_last_not_of(" \t\r\n", frame.key - 1);
+    const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
+    if ((before != std::string_view::npos && text[before] == '?') || colon >= text.size() ||
+        text[colon] != ':')
+        return {};
+    const std::size_t begin = skipYamlBlanks(text, colon + 1);
+    const bool isOnLine =
+        begin < text.size() && text.substr(begin, 1).find_first_of("\r\n#&!") == std::string_view::npos;
+    return isOnLine ? outcomeAt(text, begin, Reason::tr("a map cannot begin on the line of its key"))
+                    : Outcome();
 }
 
 std::string YamlBuilder::nameOf(const YamlRange& anchor) const

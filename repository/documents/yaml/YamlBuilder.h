@@ -50,6 +50,7 @@ private:
 
     Outcome take(const YamlEvent& event);
     Outcome checkBrackets(const YamlEvent& event) const;
+    Outcome checkBlock(const YamlEvent& event) const;
     bool isInKey() const { return keyDepth > 0; }
     bool expectsKey() const;
     void startKey(const YamlEvent& event);
