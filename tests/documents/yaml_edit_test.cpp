@@ -87,6 +87,8 @@ private slots:
         row("case of a word", "a: TRUE\n", setTo("a", boolean(false)), "a: FALSE\n");
         row("plain", "a: x y # c\n", setTo("a", text("z")), "a: z # c\n");
         row("text to some", "a: x\n", setTo("a", text("no")), "a: \"no\"\n");
+        row("number of all", "a: 18446744073709551616\n", setTo("a", text("-18446744073709551617")),
+            "a: -18446744073709551617\n");
         row("number to some", "a: x\n", setTo("a", text("1:30")), "a: \"1:30\"\n");
         row("single", "a: 'x'\n", setTo("a", text("it's")), "a: 'it''s'\n");
         row("single no more", "a: 'x'\n", setTo("a", text("\t")), "a: \"\\t\"\n");

@@ -245,7 +245,9 @@ std::string spellYamlText(std::string_view text, std::string_view former, const 
         return encodeDouble(text);
     if (quote == '\'')
         return isPrintable(text) ? encodeSingle(text) : encodeDouble(text);
-    return mayBePlain(text, place.inFlow) && !isYamlKeyword(text) ? std::string(text) : encodeQuoted(text);
+    const bool staysNumber = isHugeYamlInteger(former) && isHugeYamlInteger(text);
+    const bool isPlain = mayBePlain(text, place.inFlow) && (staysNumber || !isYamlKeyword(text));
+    return isPlain ? std::string(text) : encodeQuoted(text);
 }
 
 std::string spellYamlKey(std::string_view key, std::string_view former, bool inFlow)

@@ -209,6 +209,12 @@ bool isYamlKeyword(std::string_view text)
     return std::find(words.begin(), words.end(), lower) != words.end() || mayBeNumber(text);
 }
 
+bool isHugeYamlInteger(std::string_view text)
+{
+    const std::string_view digits = withoutSign(text);
+    return isDigits(digits) && digits[0] != '0' && readYamlPlain(text).type == Type::String;
+}
+
 std::string spellYamlInteger(std::int64_t number, std::string_view former)
 {
     const std::string_view prefix = former.substr(0, 2);

@@ -20,6 +20,9 @@ Value readYamlTagged(Type type, std::string text);
 // Whether some reader, of YAML 1.1 or 1.2, would take this plain text for anything but a text.
 bool isYamlKeyword(std::string_view text);
 
+// A whole number of all readers that 64 bits cannot hold, which is a text here.
+bool isHugeYamlInteger(std::string_view text);
+
 // A number in the base and letter case of the former spelling, and so that all readers see it.
 std::string spellYamlInteger(std::int64_t number, std::string_view former);
 std::string spellYamlDouble(double number, std::string_view former);
