@@ -121,11 +121,11 @@ Outcome YamlBuilder::checkBlock(const YamlEvent& event) const
     const bool isBlock = event.isCollection() && event.style == YamlStyle::Block;
     if (!isBlock || !frame.isMap || !frame.hasKey || tree.node(frame.id).isFlow())
         return {};
-    const std::size_t before =
-        frame.key == 0 ? std::string_view::npos : text.find_last_not_of(" \t\r\n", frame.key - 1);
+    const std::size_t before = text.substr(0, frame.key).find_last_not_of(" \t\r\n");
+    const bool isExplicit = before != std::string_view::npos && text[before] == '?' &&
+                            text.find_first_not_of(" -?:", findYamlLine(text, before)) >= before;
     const std::size_t colon = skipYamlTrivia(text, frame.keyEnd);
-    if ((before != std::string_view::npos && text[before] == '?') || colon >= text.size() ||
-        text[colon] != ':')
+    if (isExplicit || colon >= text.size() || text[colon] != ':')
         return {};
     const std::size_t begin = skipYamlBlanks(text, colon + 1);
     const bool isOnLine =
