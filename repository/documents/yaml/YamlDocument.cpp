@@ -47,7 +47,10 @@ Outcome YamlDocument::set(std::string_view path, const Value& value)
     const Value present = file->read(valueNode);
     if (isSame(present, value))
         return {};
-    if (file->tree.node(valueNode).isInherited) // not the value of a group, whose entries would go
+    // One of its own takes the place of all that has its key: the entries of a group, and repeated ones.
+    const bool isOnlyOne =
+        splitNumber(splitLast(path).last).number == 1 && file->find(joinNumber(path, 2)) == noNode;
+    if (file->tree.node(valueNode).isInherited && isOnlyOne)
         return insert(path, value);
     YamlValues values(*file);
     if (value.type == Type::StringList && values.hasLinkedElements(valueNode))
