@@ -201,6 +201,24 @@ private slots:
         QVERIFY(document->parse(bytes.toStdString()).ok());
         QCOMPARE(QString::fromStdString(document->comment(path.toStdString())), comment);
     }
+
+    // Undo and redo included.
+    void keepsCommentsBetweenLines()
+    {
+        const std::string bytes = "; one\n; @type text\nk = a\n ; two\n  b\nl = 1\n";
+        const auto document = makeDocument("ini");
+        QVERIFY(document->parse(bytes).ok());
+        const std::string before = *document->spell("k");
+        QVERIFY(document->set("k", Value{Type::String, std::string("c")}).ok());
+        const std::string edited = document->getBytes();
+        QCOMPARE(edited, std::string("; one\n; two\n; @type text\nk = c\nl = 1\n"));
+        QCOMPARE(document->comment("k"), std::string("; one\n; two"));
+        const std::string after = *document->spell("k");
+        QVERIFY(document->respell("k", before).ok());
+        QCOMPARE(document->getBytes(), bytes);
+        QVERIFY(document->respell("k", after).ok());
+        QCOMPARE(document->getBytes(), edited);
+    }
 };
 
 VANTRY_TEST_MAIN(QCoreApplication, ValueSpansTest)

@@ -284,7 +284,9 @@ std::string LineDocument::comment(std::string_view path) const
             above = line.text.substr(part.begin);
             continue;
         }
-        return joinComments(above, commentAfter(line, dialect));
+        const std::string_view moved =
+            line.text.substr(0, line.text.size() - withoutCommentsAbove(line).text.size());
+        return joinComments(std::string(above).append(moved), commentAfter(line, dialect));
     }
     return {};
 }
