@@ -1594,6 +1594,10 @@
         <source>a map cannot begin on the line of its key</source>
         <translation>eine Map kann nicht in der Zeile ihres Schlüssels beginnen</translation>
     </message>
+    <message>
+        <source>no anchor above this alias has the name %1</source>
+        <translation>kein Anker über diesem Alias hat den Namen %1</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

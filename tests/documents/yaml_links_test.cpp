@@ -38,10 +38,8 @@ private slots:
             "b: &b {a: 1, b: 2, c: 3, d: 4, e: 5, f: 6, g: 7, h: 8, i: 9, j: 10}\nm: {<<: *b, j: 0}\n",
             "m.<< = '*b'|m.j = 0|m.a = 1|m.b = 2|m.c = 3|m.d = 4|m.e = 5|m.f = 6|m.g = 7|m.h = 8|m.i = 9");
         row("a text", "b: &b x\nm:\n  <<: *b\n", "m.<< = '*b'");
-        row("nothing", "m:\n  <<: *b\n", "m.<< = '*b'");
         row("itself", "m: &m\n  <<: *m\n  x: 1\n", "m.<< = '*m'|m.x = 1");
         row("quoted", "b: &b {x: 1}\nm:\n  \"<<\": *b\n", "m.<<.x = 1");
-        row("another document", "- &b {x: 1}\n---\nm: {<<: *b}\n", "1.m.<< = '*b'");
         row("anchor given again", "- &b {x: 1}\n- m: {<<: *b}\n- &b {x: 2}\n- m: {<<: *b}\n",
             "3.m.<< = '*b'|3.m.x = 2");
     }

@@ -250,6 +250,8 @@ private slots:
         row("control character", "a: 1\n\x01: 2\n");
         row("not UTF-8", "a: \xFF\n");
         row("tag of nothing", "? x:\t- y");
+        row("alias of nothing", "a: *x\nb: &x 1\n");
+        row("alias of another document", "- &b {x: 1}\n---\nm: {<<: *b}\n");
         row("tab in brackets", "- [\n\ta]\n");
         row("colon left of the block", "a:\n  b: {c\n :\n d}\n");
         row("deep", QByteArray(1100, '[') + QByteArray(1100, ']'));
@@ -281,7 +283,6 @@ private slots:
         }
         row("bomb", bomb, "a8.8.8.8 = ['*a4'");
         row("cycle", "a: &x\n  b: *x\n", "a.b = '*x'");
-        row("nothing", "a: *x\n", "a = '*x'");
     }
 
     void boundsAliases()

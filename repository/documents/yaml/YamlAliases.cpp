@@ -11,7 +11,11 @@ void YamlBuilder::addAlias(const YamlEvent& event)
 {
     const Frame& frame = frames.back();
     const bool isMerge = frame.isMap ? namesMerge(frame) : tree.isMergeKey(frame.id);
-    const auto found = anchors.find(nameOf(event.token));
+    const std::string name = nameOf(event.token);
+    const auto found = anchors.find(name);
+    if (found == anchors.end() && !isPart)
+        fault = outcomeAt(source(), event.token.begin,
+                          Reason::tr("no anchor above this alias has the name %1", {quoted(name)}));
     const Anchor anchor = found == anchors.end() ? Anchor() : found->second;
     YamlNode node;
     node.begin = node.value = std::uint32_t(event.token.begin);

@@ -18,7 +18,7 @@ public:
     static constexpr std::size_t mostCopies = 100000; // of what aliases and merges show
 
     // As YamlReader does it.
-    explicit YamlBuilder(YamlTree& yamlTree, bool fillsElements = false);
+    YamlBuilder(YamlTree& yamlTree, bool fillsElements, bool readsPart);
 
     Outcome build();
 
@@ -91,6 +91,7 @@ private:
     std::size_t copies = 0;
     bool mayHaveTags;
     bool fills;
+    bool isPart; // of a file, where anchors may be missing
 };
 
 } // namespace Repository::Documents

@@ -33,13 +33,13 @@ YamlFile::YamlFile(std::string text, TextEncoding textEncoding)
 {
 }
 
-Outcome YamlFile::readText()
+Outcome YamlFile::readText(bool isPart)
 {
-    const Outcome outcome = YamlBuilder(tree).build();
+    const Outcome outcome = YamlBuilder(tree, false, isPart).build();
     if (outcome.ok() || !YamlReader::hasEmptyElements(tree.getOriginal()))
         return outcome;
     tree = YamlTree(std::string(tree.getOriginal()));
-    return YamlBuilder(tree, true).build().ok() ? Outcome() : outcome;
+    return YamlBuilder(tree, true, isPart).build().ok() ? Outcome() : outcome;
 }
 
 PathMatch YamlFile::match(std::string_view path) const

@@ -17,8 +17,8 @@ class YamlFile
 public:
     YamlFile(std::string text, TextEncoding textEncoding);
 
-    // Once, before anything else.
-    Outcome readText();
+    // Once, before anything else. In a part of a file, an alias may have its anchor elsewhere.
+    Outcome readText(bool isPart = false);
 
     PathMatch match(std::string_view path) const;
     NodeId find(std::string_view path) const { return match(path).target(); }

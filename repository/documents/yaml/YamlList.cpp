@@ -17,7 +17,8 @@ std::unique_ptr<YamlFile> fileOf(std::string_view spelled, std::size_t column)
     const std::size_t indentation = spelled[0] == '-' ? column : 0;
     std::string text = std::string(indentation, ' ').append(spelled).append("\n");
     auto file = std::make_unique<YamlFile>(std::move(text), TextEncoding());
-    const bool isList = file->readText().ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
+    const bool isList =
+        file->readText(true).ok() && file->tree.node(file->tree.getRoot()).kind == YamlKind::List;
     return isList ? std::move(file) : nullptr;
 }
 

@@ -35,7 +35,7 @@ std::optional<YamlSubtrees::Piece> YamlSubtrees::read(const Excerpt& excerpt) co
 {
     const std::size_t column = excerpt.indentation.size();
     YamlFile whole(std::string(column, ' ') + excerpt.text + file.lineEnd, TextEncoding());
-    if (!whole.readText().ok() || whole.tree.node(whole.tree.getRoot()).count != 1)
+    if (!whole.readText(true).ok() || whole.tree.node(whole.tree.getRoot()).count != 1)
         return {};
     const YamlNode& root = whole.tree.node(whole.tree.getRoot());
     const YamlNode& only = whole.tree.node(root.first);

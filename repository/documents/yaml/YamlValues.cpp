@@ -197,7 +197,7 @@ bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
         text = std::string(around, ' ') + "k:" + (isBlockList ? '\n' + std::string(column, ' ') : " ") +
                std::string(spelling);
     YamlFile whole(std::move(text), TextEncoding());
-    if (!whole.readText().ok() || whole.tree.node(whole.tree.getRoot()).kind != YamlKind::Map)
+    if (!whole.readText(true).ok() || whole.tree.node(whole.tree.getRoot()).kind != YamlKind::Map)
         return false;
     const YamlNode& root = whole.tree.node(whole.tree.getRoot());
     const NodeId value = root.first;
