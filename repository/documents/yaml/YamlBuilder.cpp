@@ -190,9 +190,8 @@ void YamlBuilder::placeBlock(const YamlEvent& event, std::size_t& begin, std::si
         end = line;
     }
     const bool hasLines = end > lines;
-    const std::size_t tail = skipYamlTail(text, headerEnd); // with a comment, which goes on with the header
-    const bool hasComment = skipYamlBlanks(text, headerEnd) < tail;
-    end = hasLines ? endOfYamlContent(text, end) : hasComment ? tail : headerEnd;
+    // Blanks and a comment after it go on with the header.
+    end = hasLines ? endOfYamlContent(text, end) : skipYamlTail(text, headerEnd);
 }
 
 NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
