@@ -187,12 +187,12 @@ private slots:
         auto* const tests = desk->navigationButton("btnTests");
         QVERIFY(TestSupport::click(*tests, tests->rect().center()));
         QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageTests"));
-        QVERIFY(pressKey(QStringLiteral("alt+g")));
+        QVERIFY(pressKey(QStringLiteral("alt+a")));
         QTRY_COMPARE(desk->shownPage(), QStringLiteral("pageAttributes"));
         QTRY_COMPARE(editor() ? editor()->text() : QString(), QStringLiteral("fast"));
         QTRY_COMPARE(QApplication::focusWidget(), editor());
 
-        QVERIFY(pressKey(QStringLiteral("alt+g"))); // which ends that edit in vain
+        QVERIFY(pressKey(QStringLiteral("alt+a"))); // which ends that edit in vain
         QTRY_VERIFY(editor() && editor()->hasFocus());
         QCOMPARE(editor()->text(), QStringLiteral("fast"));
         QVERIFY(pressKey(QStringLiteral("Escape")));
