@@ -1598,6 +1598,10 @@
         <source>no anchor above this alias has the name %1</source>
         <translation>kein Anker über diesem Alias hat den Namen %1</translation>
     </message>
+    <message>
+        <source>directives end with a line &quot;---&quot;, which is missing</source>
+        <translation>Direktiven enden mit einer Zeile &quot;---&quot;, die fehlt</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

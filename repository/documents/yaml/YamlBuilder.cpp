@@ -61,6 +61,10 @@ Outcome YamlBuilder::take(const YamlEvent& event)
     if (!layout.ok())
         return layout;
     if (event.kind == YamlEvent::Kind::DocumentStart) {
+        const std::size_t first = skipYamlTrivia(source(), lastEnd);
+        if (!event.token.exists() && source().substr(first, 1) == "%")
+            return outcomeAt(source(), first,
+                             Reason::tr("directives end with a line \"---\", which is missing"));
         readDirectives(lastEnd, event.token.exists() ? event.token.begin : lastEnd);
         anchors.clear();
     }
