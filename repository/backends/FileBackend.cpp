@@ -385,7 +385,7 @@ Outcome FileBackend::resolveConflicts(const QString& path, ConflictSide side, co
         if (found && !isMine)
             return change([&] { outcome = reverted(conflicts); });
         if (found)
-            content.forgetConflicts(conflicts);
+            content.settleConflicts(conflicts);
         return Changes();
     });
     mergeUnmerged(apply);

@@ -218,7 +218,8 @@ std::string EditedDocument::merge(std::unique_ptr<Document> theirs, std::string 
     const EntryMap old = entriesAt(*former, PathSet(merged.conflicts.begin(), merged.conflicts.end()));
     for (const std::string& path : merged.conflicts) {
         const std::optional<Value> was = valueIn(old, path);
-        conflicts.insert({path, {was, was, !isSameOrNone(was, valueIn(found, path))}});
+        const bool mayEnd = !isSameOrNone(was, valueIn(found, path));
+        conflicts.insert({path, {was, was, mayEnd}}).first->second.isSettled = false;
     }
     if (!merged.document)
         return merged.refusal;
@@ -260,13 +261,16 @@ std::string EditedDocument::revert(const std::vector<std::string>& paths)
     if (damaged)
         return load(base).error;
     Taken taken = takeEntries(presentDocument(), *parsed(base), paths);
-    if (taken.areAll)
-        return load(base).error;
+    if (taken.areAll) {
+        const Outcome outcome = replaceText(base);
+        settleConflicts({std::string()});
+        return outcome.error;
+    }
     if (!taken.document)
         return Reason::tr("%1; revert all of the file instead", {taken.reason});
     document = std::move(taken.document);
     ++revision;
-    forgetConflicts(paths);
+    settleConflicts(paths);
     return {};
 }
 
@@ -324,18 +328,35 @@ std::vector<EditedDocument::Conflict> EditedDocument::getConflicts() const
     const EntryMap mine = entriesAt(presentDocument(), conflictPaths());
     for (const auto& [path, origin] : conflicts) {
         Conflict conflict{path, origin.before, valueIn(mine, path), origin.inBase};
-        if (!isSameOrNone(conflict.mine, conflict.theirs))
+        if (isOpen(conflict, origin.isSettled))
             open.push_back(std::move(conflict));
     }
     return open;
 }
 
-void EditedDocument::forgetConflicts(const std::vector<std::string>& paths)
+// What was settled has no other side any more once a part has been saved that holds it.
+bool EditedDocument::isOpen(const Conflict& conflict, bool isSettled) const
+{
+    if (isSameOrNone(conflict.mine, conflict.theirs))
+        return false;
+    return !isSettled ||
+           (isSameOrNone(conflict.mine, conflict.base) &&
+            isSameOrNone(conflict.theirs, valueIn(entriesAt(*parsed(base), {conflict.path}), conflict.path)));
+}
+
+// A decision for what both sides began with is final: nothing can lead back to it later.
+void EditedDocument::settleConflicts(const std::vector<std::string>& paths)
 {
     ++revision;
     const Subtrees wanted(paths);
-    for (auto conflict = conflicts.begin(); conflict != conflicts.end();)
-        conflict = wanted.contain(conflict->first) ? conflicts.erase(conflict) : std::next(conflict);
+    const EntryMap mine = entriesAt(presentDocument(), conflictPaths());
+    for (auto conflict = conflicts.begin(); conflict != conflicts.end();) {
+        const auto& [path, origin] = *conflict;
+        const bool isFinal = wanted.contain(path) && isSameOrNone(origin.before, valueIn(mine, path));
+        if (wanted.contain(path))
+            conflict->second.isSettled = true;
+        conflict = isFinal ? conflicts.erase(conflict) : std::next(conflict);
+    }
 }
 
 } // namespace Repository

@@ -91,8 +91,9 @@ public:
     // Conflicts that there still are, in order: where the two sides have become equal, there is none.
     std::vector<Conflict> getConflicts() const;
 
-    // Keeps the edits at these paths and below, which ends their conflicts.
-    void forgetConflicts(const std::vector<std::string>& paths);
+    // The document holds what was decided on at these paths and below, which ends their conflicts. One is
+    // open again when an undo brings back what both sides began with.
+    void settleConflicts(const std::vector<std::string>& paths);
 
 private:
     class Subtrees; // the entries of some paths and all below them
@@ -112,6 +113,7 @@ private:
     void begin(std::unique_ptr<Documents::Document> fresh, std::string text);
     void setBase(std::string text);
     PathSet conflictPaths() const;
+    bool isOpen(const Conflict& conflict, bool isSettled) const;
     std::unique_ptr<Documents::Document> parsed(const std::string& text) const;
     Documents::Document& presentDocument() const;
 
@@ -132,6 +134,7 @@ private:
         std::optional<FrameworkCore::Values::Value> inBase; // as the base is now
         bool mayEnd =
             true; // when the other side takes its change back; it may also have changed nothing here
+        bool isSettled = false;
     };
     using Origins = std::map<std::string, Origin>;
     Origins conflicts;

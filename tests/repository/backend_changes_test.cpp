@@ -147,6 +147,53 @@ private slots:
         QCOMPARE(saved(), QByteArray(oven).replace("250", limit).replace("true", "false"));
     }
 
+    // Undo may lead back to what both programs began with; what the other one has written is not lost by it.
+    void opensConflictsAgainAtUndo_data()
+    {
+        const auto row = TestSupport::columns<QString, QString>("way", "left");
+        const QString conflict = QStringLiteral("m.oven.limit changed 260>250 conflict");
+        row("mine kept", "mine", conflict);
+        row("mine kept by removal", "removal", conflict);
+        row("mine kept twice", "twice", conflict);
+        row("theirs taken", "theirs", conflict);
+        row("theirs taken beside other edits", "beside", conflict);
+        row("mine kept and saved in part", "saved", QStringLiteral("m.oven.limit changed 300>250"));
+    }
+
+    void opensConflictsAgainAtUndo()
+    {
+        QFETCH(QString, way);
+        QFETCH(QString, left);
+        QVERIFY(mount("ini", "m", oven));
+        history()->recordThisThread();
+        if (way == QLatin1String("beside") || way == QLatin1String("saved"))
+            QVERIFY(write("m.oven.hot", false));
+        QVERIFY(way == QLatin1String("removal") ? remove("m.oven.limit") : write("m.oven.limit", 300));
+        const bool takesTheirs = way == QLatin1String("theirs") || way == QLatin1String("beside");
+        const ConflictSide side = takesTheirs ? ConflictSide::Theirs : ConflictSide::Mine;
+        QByteArray theirs;
+        for (const char* limit : {"270", "260"}) {
+            theirs = ovenWith("250", limit);
+            if (way != QLatin1String("twice") && theirs.contains("270"))
+                continue;
+            put(theirs);
+            QVERIFY(!save());
+            QCOMPARE(resolve("m", side), Success);
+        }
+        if (way == QLatin1String("saved"))
+            QCOMPARE(changes()->saveChanges(QStringLiteral("m"), {QStringLiteral("m.oven.limit")}), Success);
+        while (!history()->getUndoName().isEmpty())
+            QCOMPARE(history()->undo(), Success);
+        QCOMPARE(read("m.oven.limit"), QVariant(250LL));
+        QCOMPARE(unsaved(), QStringList(left));
+        if (way != QLatin1String("saved")) {
+            QVERIFY(!save());
+            QCOMPARE(contentOf(file()), theirs);
+            QCOMPARE(resolve("m", ConflictSide::Mine), Success);
+        }
+        QCOMPARE(saved(), oven);
+    }
+
     void keepsSecretsOfWriteOnlyFiles()
     {
         QVERIFY(mount("ini", "m", oven, AccessMode::WriteOnly));

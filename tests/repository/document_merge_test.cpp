@@ -249,9 +249,11 @@ private slots:
         QCOMPARE(merge(edited, "[a]\nx = 1\ny = 7\n"), QByteArray());
         QCOMPARE(conflictsOf(edited), Texts());
         quarrel();
-        edited.forgetConflicts({"a"});
+        edited.settleConflicts({"a"});
         QCOMPARE(conflictsOf(edited), Texts());
         QVERIFY(edited.hasEdits());
+        QCOMPARE(merge(edited, "[a]\nx = 3\ny = 7\n"), QByteArray());
+        QCOMPARE(conflictsOf(edited), Texts{QStringLiteral("a.x")}); // they have changed it once more
         quarrel();
         QVERIFY(edited.revert({"a.x"}).empty());
         QCOMPARE(conflictsOf(edited), Texts());
