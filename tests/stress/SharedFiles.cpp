@@ -11,13 +11,6 @@ using FrameworkCore::Notification::UpdateResult;
 
 namespace {
 
-const QStringList& types()
-{
-    static const QStringList all{QStringLiteral("json"), QStringLiteral("ini"), QStringLiteral("txt"),
-                                 QStringLiteral("xml")};
-    return all;
-}
-
 // What another program writes.
 QByteArray textOf(const QString& type, int first, int second)
 {
@@ -29,6 +22,10 @@ QByteArray textOf(const QString& type, int first, int second)
         return "[r]\na=" + a + "\n[r.s]\nb=" + b + "\n";
     if (type == QLatin1String("txt"))
         return "r.a = " + a + "\nr.s.b = " + b + "\n";
+    if (type == QLatin1String("toml"))
+        return "[r]\na = " + a + "\n[r.s]\nb = " + b + "\n";
+    if (type == QLatin1String("yaml"))
+        return "r:\n  a: " + a + "\n  s:\n    b: " + b + "\n";
     return "<r><a>" + a + "</a><s><b>" + b + "</b></s></r>\n";
 }
 
@@ -40,6 +37,13 @@ SharedFiles::SharedFiles(std::shared_ptr<RepositoryInterface> usedRepository, QS
                          QRandomGenerator& generator)
     : repository(std::move(usedRepository)), folder(std::move(usedFolder)), random(generator)
 {
+}
+
+const QStringList& SharedFiles::types()
+{
+    static const QStringList all{QStringLiteral("json"), QStringLiteral("ini"),  QStringLiteral("txt"),
+                                 QStringLiteral("xml"),  QStringLiteral("toml"), QStringLiteral("yaml")};
+    return all;
 }
 
 QString SharedFiles::anyBackend()
@@ -78,8 +82,10 @@ void SharedFiles::step()
         useBackend();
     else if (choice < 72)
         useChanges();
-    else if (choice < 80)
+    else if (choice < 78)
         transfer();
+    else if (choice < 80)
+        replace();
     else if (choice < 90)
         look();
     else if (choice < 95)
@@ -187,6 +193,23 @@ void SharedFiles::transfer()
         if (transfers->exportTree(anyPath(), QStringLiteral("json"), text) == Success)
             transfers->importTree(anyPath(), QStringLiteral("json"), text);
     }
+}
+
+// One digit by another, wherever it is in the values of a file.
+void SharedFiles::replace()
+{
+    const auto search = repository->getSearchInterface();
+    Interfaces::SearchQuery query;
+    query.text = QString::number(random.bounded(10));
+    query.fields = Interfaces::SearchQuery::Value;
+    query.roots = QStringList{anyBackend()};
+    query.replacement = QString::number(random.bounded(10));
+    QVector<Interfaces::SearchHit> found;
+    search->find(query, [&found](const QVector<Interfaces::SearchHit>& hits, int) {
+        found += hits;
+        return true;
+    });
+    search->replace(found, QStringLiteral("Replace"));
 }
 
 void SharedFiles::look()

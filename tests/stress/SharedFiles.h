@@ -14,6 +14,9 @@ class SharedFiles
 public:
     using RepositoryInterface = FrameworkCore::AppConfig::Interfaces::RepositoryInterface;
 
+    // The formats, each of which one of the files has.
+    static const QStringList& types();
+
     // Any number of these work at the same time, each on a thread of its own.
     SharedFiles(std::shared_ptr<RepositoryInterface> repository, QString folder, QRandomGenerator& random);
 
@@ -37,6 +40,7 @@ private:
     void useBackend();
     void useChanges();
     void transfer();
+    void replace();
     void look();
     void listen();
     void writeFromOutside();

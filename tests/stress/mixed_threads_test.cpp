@@ -63,9 +63,7 @@ public:
 private:
     static QString typeOf(int number)
     {
-        const QStringList types{QStringLiteral("json"), QStringLiteral("ini"), QStringLiteral("txt"),
-                                QStringLiteral("xml")};
-        return types.at(number % types.size());
+        return SharedFiles::types().at(number % SharedFiles::types().size());
     }
 
     QRandomGenerator random;
