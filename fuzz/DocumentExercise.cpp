@@ -141,9 +141,9 @@ private:
         const std::string_view rest = std::string_view(before).substr(span->offset + span->length);
         // Null is a key without separator where a format has no word for it. A second edit may take back what
         // the first had to put around its value. A tag goes with the type that it names, and comes back with
-        // it.
-        const bool keepsTag =
-            wasNamed == document->namesType(entry.path) && (value.type == entry.value.type || !wasNamed);
+        // it; one that changed nothing so far may be in the way of an empty text.
+        const bool keepsTag = wasNamed == document->namesType(entry.path) &&
+                              (!wasNamed || (value.type == entry.value.type && !toText(value).empty()));
         const bool keepsRest = before == text && !wasCopy && value.type != Type::Null &&
                                entry.value.type != Type::Null && keepsTag;
         if (keepsRest && (after.compare(0, span->offset, before, 0, span->offset) != 0 ||
