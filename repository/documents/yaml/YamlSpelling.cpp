@@ -69,7 +69,7 @@ bool mayBePlain(std::string_view text, bool inFlow)
     const bool isMark = text[0] == '-' || text[0] == '?' || text[0] == ':';
     if (isMark && (text.size() == 1 || text[1] == ' '))
         return false;
-    if (inFlow && (isMark ? text.find_first_of(",[]{}:?", 1) : text.find_first_of(",[]{}:?")) != npos)
+    if (inFlow && text.find_first_of(",[]{}:?", text[0] == '-' ? 1 : 0) != npos)
         return false;
     return text.find(": ") == npos && text.find(" #") == npos &&
            !(inFlow && text[0] == '-' && text.size() < 2);
