@@ -1,5 +1,6 @@
 #pragma once
 
+#include "repository/documents/common/TextMarks.h"
 #include "repository/documents/common/Values.h"
 
 #include <cstddef>
@@ -210,6 +211,9 @@ public:
     // The comment of an entry's excerpt: the lines above it without what indents them, then what follows it
     // on its line. Empty without one.
     virtual std::string comment(std::string_view path) const;
+
+    // Of a text that was parsed, and not edited since.
+    virtual TextMarks getMarks() const = 0;
 
     // The value as the file spells it, for respell of a document of the same format; nothing for an unknown
     // path or a group.

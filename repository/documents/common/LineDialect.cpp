@@ -86,6 +86,21 @@ bool LineDialect::isComment(std::string_view content) const
     return indent < content.size() && dialect.comments.find(content[indent]) != std::string_view::npos;
 }
 
+std::string_view LineDialect::commentAfter(const Statement& line) const
+{
+    std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
+    if (line.isHeader() && startsWith(after, "]"))
+        after.remove_prefix(1);
+    after = textLineAt(after, 0).content;
+    return isComment(after) ? after : std::string_view();
+}
+
+char LineDialect::commentSign() const
+{
+    constexpr char usual = '#';
+    return dialect.comments.find(usual) == std::string_view::npos ? dialect.comments.front() : usual;
+}
+
 Value LineDialect::read(const Statement& entry) const
 {
     if (!entry.isSeparated())

@@ -41,6 +41,14 @@ public:
     // True for a line that is a comment, and nothing else that is skipped.
     bool isComment(std::string_view content) const;
 
+    // That on the line of a header, or the last one of an entry, with the blanks before it; empty without
+    // one.
+    std::string_view commentAfter(const Statement& line) const;
+
+    // What a new comment begins with, and whether it may follow a value.
+    char commentSign() const;
+    bool hasCommentsAfter() const { return !dialect.commentsAfter.empty(); }
+
     // The entry that the text is as a whole, which must outlive it; nothing when it is anything else.
     std::optional<Statement> scanEntry(std::string_view text) const { return scan(text); }
     std::optional<Statement> scanEntry(std::string&& text) const = delete;

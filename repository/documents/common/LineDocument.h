@@ -27,6 +27,7 @@ public:
     std::optional<Value> valueAt(std::string_view path) const override;
     std::optional<Span> locate(std::string_view path) const override;
     void visitSpans(const SpanVisitor& visitor) const override { file->visitSpans(visitor); }
+    TextMarks getMarks() const override { return file->getMarks(); }
     bool hasComments(std::string_view path) const override;
     std::string comment(std::string_view path) const override;
     std::optional<std::string> spell(std::string_view path) const override;

@@ -45,16 +45,6 @@ bool hasComment(std::string_view trivia, const LineDialect& dialect)
     return false;
 }
 
-// On the line of a header, or the last one of an entry.
-std::string_view commentAfter(const Statement& line, const LineDialect& dialect)
-{
-    std::string_view after = line.text.substr(line.isEntry() ? line.valueEnd : line.keyEnd);
-    if (line.isHeader() && startsWith(after, "]"))
-        after.remove_prefix(1);
-    after = textLineAt(after, 0).content;
-    return dialect.isComment(after) ? after : std::string_view();
-}
-
 bool isAtOrBelow(std::string_view path, std::string_view top)
 {
     return startsWith(path, top) && (path.size() == top.size() || path[top.size()] == '.');
@@ -262,7 +252,7 @@ bool LineDocument::hasComments(std::string_view path) const
         const Statement& line = file->pieces[part.piece].line;
         const bool isTrivia = line.kind == Statement::Kind::Trivia;
         if (isTrivia ? isInSection && hasComment(line.text.substr(part.begin), dialect)
-                     : !commentAfter(line, dialect).empty())
+                     : !dialect.commentAfter(line).empty())
             return true;
         if (line.isEntry() && !ownComments(line, dialect).empty())
             return true;
@@ -286,7 +276,7 @@ std::string LineDocument::comment(std::string_view path) const
         }
         const std::string_view moved =
             line.text.substr(0, line.text.size() - withoutCommentsAbove(line).text.size());
-        return joinComments(std::string(above).append(moved), commentAfter(line, dialect));
+        return joinComments(std::string(above).append(moved), dialect.commentAfter(line));
     }
     return {};
 }

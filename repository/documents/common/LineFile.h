@@ -42,6 +42,7 @@ public:
 
     void visit(const std::function<void(const Entry&)>& visitor) const;
     void visitSpans(const Document::SpanVisitor& visitor) const;
+    TextMarks getMarks() const; // as long as nothing was edited
 
     std::string getBytes() const;
     Span locateValue(std::uint32_t piece) const;

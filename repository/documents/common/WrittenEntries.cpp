@@ -46,6 +46,21 @@ void dropImpliedGroups(std::vector<Entry>& entries)
     entries.erase(std::remove_if(entries.begin(), entries.end(), isImplied), entries.end());
 }
 
+// Where the group is missing too, a value holds its place until it has the entry.
+bool insertInNewGroup(Document& document, std::string_view path, const Excerpt& excerpt)
+{
+    const std::string group(splitLast(path).parent);
+    if (group.empty() || document.contains(group))
+        return false;
+    std::string before = document.getBytes();
+    const std::string value = joinPath(group, "-");
+    if (document.insert(value, {Type::Bool, true}).ok() && document.insertExcerpt(path, excerpt) &&
+        document.remove(value).ok())
+        return true;
+    document.parseAgain(std::move(before));
+    return false;
+}
+
 } // namespace
 
 bool holdsEntries(const Document& document, std::string_view path, std::vector<Entry> expected)
@@ -84,7 +99,7 @@ bool insertAsWritten(Document& document, std::string_view path, const Excerpt& e
                      std::vector<Entry> expected)
 {
     std::string before = document.getBytes();
-    if (!document.insertExcerpt(path, excerpt))
+    if (!document.insertExcerpt(path, excerpt) && !insertInNewGroup(document, path, excerpt))
         return false;
     if (holdsEntries(document, path, std::move(expected)))
         return true;

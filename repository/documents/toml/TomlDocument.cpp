@@ -146,11 +146,16 @@ std::optional<Span> TomlDocument::locate(std::string_view path) const
 void TomlDocument::visitSpans(const SpanVisitor& visitor) const
 {
     const TomlTree& tree = file->tree;
-    if (getBytes() != file->encoding.encode(tree.getOriginal())) { // edits append to the original
+    bool isAsRead = getBytes() == file->encoding.encode(std::string(tree.getFileText()));
+    walkEntries(*file, [&](const std::string&, NodeId, NodeId valueNode) {
+        isAsRead =
+            isAsRead && (valueNode == noNode || tree.node(valueNode).value < tree.getFileText().size());
+    });
+    if (!isAsRead) {
         Document::visitSpans(visitor);
         return;
     }
-    SpanEncoder encoder(file->encoding, tree.getOriginal());
+    SpanEncoder encoder(file->encoding, tree.getFileText());
     walkEntries(*file, [&](const std::string& path, NodeId, NodeId valueNode) {
         if (valueNode == noNode)
             return;

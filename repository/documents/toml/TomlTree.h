@@ -29,6 +29,7 @@ public:
     {
         return std::string_view(original).substr(begin, end - begin);
     }
+    std::string_view getFileText() const { return text(0, fileSize); }
     std::string_view valueText(NodeId id) const;
     std::string_view keyText(NodeId id) const { return text(nodes[id].key, nodes[id].keyEnd); }
 

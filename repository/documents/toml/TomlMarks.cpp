@@ -1,0 +1,35 @@
+#include "repository/documents/common/SyntaxVisit.h"
+#include "repository/documents/toml/TomlDocument.h"
+#include "repository/documents/toml/TomlFile.h"
+#include "repository/documents/toml/TomlTokens.h"
+
+#include <algorithm>
+
+namespace Repository::Documents {
+
+TextMarks TomlDocument::getMarks() const
+{
+    const TomlTree& tree = file->tree;
+    TextMarks marks{tree.getFileText(), {}, {}, "#", {}, true};
+    walkEntries(*file, [&](const std::string& path, NodeId id, NodeId) {
+        const TomlNode& node = tree.node(id);
+        const bool isPart = node.parent != noNode && tree.node(node.parent).isInline();
+        if (!path.empty() && (isPart || node.statement != noStatement))
+            marks.begins.push_back({path, isPart ? node.value : tree.statement(node.statement).begin});
+    });
+    for (std::size_t at = 0; at < marks.text.size();) {
+        const char c = marks.text[at];
+        if (c == '"' || c == '\'') {
+            at = skipTomlString(marks.text, at);
+        } else if (c == '#') {
+            const std::size_t end = std::min(marks.text.find_first_of("\r\n", at), marks.text.size());
+            marks.comments.push_back({at, std::string(marks.text.substr(at, end - at))});
+            at = end;
+        } else {
+            ++at;
+        }
+    }
+    return marks;
+}
+
+} // namespace Repository::Documents
