@@ -392,6 +392,17 @@ QString Session::shownPath(const QString& path) const
     return Outcome::shownPath(path);
 }
 
+void Session::tellLeftOut(const QString& file,
+                          const FrameworkCore::AppConfig::Interfaces::TransferReport& report)
+{
+    const int count = report.getCommentsLeftOut();
+    if (count == 1)
+        Output::message(Texts::tr("%1: a comment is left out, for which it has no place").arg(file));
+    else if (count > 1)
+        Output::message(
+            Texts::tr("%1: %2 comments are left out, for which it has no place").arg(file).arg(count));
+}
+
 void Session::tell(const Outcome& outcome) const
 {
     const Source* const source = sourceOf(outcome);

@@ -70,6 +70,10 @@ public:
     ExitCode finish(const Outcome& outcome, const Source& edited);
 
     // Tells it and gives the code.
+    // Tells that comments are not in a file that was written.
+    static void tellLeftOut(const QString& file,
+                            const FrameworkCore::AppConfig::Interfaces::TransferReport& report);
+
     static ExitCode fail(ExitCode code, const QString& message);
 
 private:

@@ -14,6 +14,8 @@ namespace CommandLine::Commands {
 
 namespace {
 
+using FrameworkCore::AppConfig::Interfaces::TransferReport;
+
 // A file that is written as a whole: one that is yet to come, or one that is to be replaced. "-" is standard
 // output.
 class OutputFile
@@ -44,8 +46,17 @@ public:
     ExitCode getFailure() const { return failure; }
     const QString& getFormat() const { return format; }
 
-    // Writes it whole or not at all, or with --dry-run prints the diff. A new file with something private in
-    // it is for the user alone.
+    // Writes it whole or not at all, or with --dry-run prints the diff, and tells what is not in it. A new
+    // file with something private in it is for the user alone.
+    ExitCode write(const std::string& text, const TransferReport& report)
+    {
+        const ExitCode code = write(text, report.isPrivate());
+        if (code == ExitCode::Done)
+            Session::tellLeftOut(given, report);
+        return code;
+    }
+
+private:
     ExitCode write(const std::string& text, bool isPrivate)
     {
         if (text.size() > Files::SizeLimit::get())
@@ -81,7 +92,6 @@ public:
         return ExitCode::Done;
     }
 
-private:
     ExitCode refuse(ExitCode code, const QString& reason) const
     {
         return Session::fail(code, QStringLiteral("%1: %2").arg(given, reason));
@@ -110,10 +120,10 @@ ExitCode run(Session& session, const Invocation& invocation)
     if (!session.find(*source, path).exists)
         return ExitCode::Negative;
     QByteArray text;
-    FrameworkCore::AppConfig::Interfaces::TransferReport report;
+    TransferReport report;
     const ExitCode code = session.finish(session.getRepository().getTransferInterface()->exportTree(
         source->fullPath(path), target.getFormat(), text, report));
-    return code == ExitCode::Done ? target.write(text.toStdString(), report.isPrivate()) : code;
+    return code == ExitCode::Done ? target.write(text.toStdString(), report) : code;
 }
 
 } // namespace
@@ -126,8 +136,8 @@ Command convert()
         QT_TRANSLATE_NOOP(
             "CommandLine",
             "The second FILE is written anew, in the format that its name says. Within one format it is as "
-            "it was written; otherwise comments and spelling are left out, and types come along, in type "
-            "tags "
+            "it was written; otherwise comments come along as far as the format has any, and types do, in "
+            "type tags "
             "where the format has no form of its own for them. An array "
             "becomes a group of 0, 1, 2 ..., in xml of the elements <_x0030_>, <_x0031_> ...; a group of "
             "such "
@@ -147,17 +157,18 @@ Command convert()
 
 Command exportTree()
 {
-    return {"export",
-            QT_TRANSLATE_NOOP("CommandLine", "write a group as a file of its own"),
-            QT_TRANSLATE_NOOP(
-                "CommandLine",
-                "OUT is written anew, in the format that its name says, within one format with comments and "
-                "spelling; the paths in it are relative to PATH. "
-                "\"\" is the path of the whole file."),
-            {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
-            {toFormatOption, forceOption, dryRunOption},
-            {"vantry export app.ini server server.json"},
-            run};
+    return {
+        "export",
+        QT_TRANSLATE_NOOP("CommandLine", "write a group as a file of its own"),
+        QT_TRANSLATE_NOOP(
+            "CommandLine",
+            "OUT is written anew, in the format that its name says, within one format with its "
+            "spelling, and with comments as far as the format has any; the paths in it are relative to PATH. "
+            "\"\" is the path of the whole file."),
+        {{{"FILE", Word::File}, {"PATH", Word::Path}, {"OUT", Word::File}}},
+        {toFormatOption, forceOption, dryRunOption},
+        {"vantry export app.ini server server.json"},
+        run};
 }
 
 } // namespace CommandLine::Commands

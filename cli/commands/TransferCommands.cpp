@@ -40,9 +40,13 @@ ExitCode runCopy(Session& session, const Invocation& invocation)
     const Transfer transfer(session, invocation.arguments, Session::Opening::Read);
     if (!transfer.isOpen)
         return session.getFailure();
-    return session.finish(
-        session.getRepository().getTransferInterface()->copyTree(transfer.fromPath, transfer.toPath),
+    FrameworkCore::AppConfig::Interfaces::TransferReport report;
+    const ExitCode code = session.finish(
+        session.getRepository().getTransferInterface()->copyTree(transfer.fromPath, transfer.toPath, report),
         *transfer.to);
+    if (code == ExitCode::Done)
+        Session::tellLeftOut(transfer.to->given, report);
+    return code;
 }
 
 ExitCode runMove(Session& session, const Invocation& invocation)
@@ -77,7 +81,8 @@ Command copy()
                           "it is not there. "
                           "Within one format the copy is written as the original is, with the comments in "
                           "it, right above it "
-                          "and after it on its line; otherwise only names and values are copied."),
+                          "and after it on its line; otherwise names and values are copied, and comments as "
+                          "far as the format has any."),
         forms,
         {toFormatOption, dryRunOption},
         {"vantry cp app.ini server server2", "vantry cp app.ini server app.json network.server"},
@@ -95,8 +100,8 @@ Command move()
             "cannot hold is refused; nothing is written then. Of two files, the second is written first. A "
             "new name in the same group changes only the name in the file. Elsewhere, within one format, it "
             "is written as it was, and the comments in it, right above it and after it on its line go "
-            "along. Into another format only names and values go: comments above stay, and with others in "
-            "it or after it on its line it is refused."),
+            "along. Into another format names and values go with the comments; where that has no place for "
+            "one of them, it is refused."),
         forms,
         {toFormatOption, dryRunOption},
         {"vantry mv app.ini server.prot server.port"},

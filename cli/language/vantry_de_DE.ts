@@ -130,16 +130,8 @@ Mit --json: ein Array von Objekten mit &quot;change&quot; (changed, created oder
         <translation>den Inhalt einer Datei als Datei eines anderen Formats schreiben</translation>
     </message>
     <message>
-        <source>The second FILE is written anew, in the format that its name says. Within one format it is as it was written; otherwise comments and spelling are left out, and types come along, in type tags where the format has no form of its own for them. An array becomes a group of 0, 1, 2 ..., in xml of the elements &lt;_x0030_&gt;, &lt;_x0031_&gt; ...; a group of such names becomes an array of json, and an array of texts a list everywhere. Names that the format has no form for are written in codes, and the file says so: ini and txt in the line &quot;# @names encoded&quot;, json in &quot;$names&quot;, xml in &lt;?vantry names=&quot;encoded&quot;?&gt;. Converted back, such a file is what it was. What the format cannot hold is refused, and nothing is written.</source>
-        <translation>Die zweite FILE wird neu geschrieben, in dem Format, das ihr Name angibt. Innerhalb eines Formats bleibt die Schreibweise; sonst entfallen Kommentare und Schreibweise, und die Typen kommen mit, in Typangaben, wo das Format keine eigene Form für sie hat. Ein Array wird zu einer Gruppe aus 0, 1, 2 ..., in xml aus den Elementen &lt;_x0030_&gt;, &lt;_x0031_&gt; ...; eine Gruppe solcher Namen wird ein Array von json und ein Array von Texten überall eine Liste. Namen, für die das Format keine Form hat, werden verschlüsselt geschrieben, und die Datei sagt das: ini und txt in der Zeile &quot;# @names encoded&quot;, json in &quot;$names&quot;, xml in &lt;?vantry names=&quot;encoded&quot;?&gt;. Zurückverwandelt ist eine solche Datei, was sie war. Was das Format nicht fassen kann, wird abgelehnt, und nichts wird geschrieben.</translation>
-    </message>
-    <message>
         <source>write a group as a file of its own</source>
         <translation>eine Gruppe als eigene Datei schreiben</translation>
-    </message>
-    <message>
-        <source>OUT is written anew, in the format that its name says, within one format with comments and spelling; the paths in it are relative to PATH. &quot;&quot; is the path of the whole file.</source>
-        <translation>OUT wird neu geschrieben, in dem Format, das der Name angibt, innerhalb eines Formats mit Kommentaren und Schreibweise; die Pfade darin sind relativ zu PATH. &quot;&quot; ist der Pfad der ganzen Datei.</translation>
     </message>
     <message>
         <source>%1: &apos;%2&apos; was not matched: it takes more steps or memory than are allowed; simplify the expression</source>
@@ -220,10 +212,6 @@ Eine Gruppe hat keinen Wert: der Exit-Code ist 1. Mit --json ist sie ein Objekt 
     <message>
         <source>add what another file holds below a path</source>
         <translation>unter einem Pfad hinzufügen, was eine andere Datei enthält</translation>
-    </message>
-    <message>
-        <source>JSON is a file of json, or of any other format that its name tells. Its attributes are created below PATH (&quot;&quot; is the whole file); those that are there already are written. Groups are merged by name; an array or list replaces what is in its place, whole. All of them or none.</source>
-        <translation>JSON ist eine Datei von json oder einem anderen Format, das ihr Name angibt. Ihre Attribute werden unter PATH angelegt (&quot;&quot; ist die ganze Datei); schon vorhandene werden geschrieben. Gruppen werden nach Namen zusammengeführt; ein Array oder eine Liste ersetzt als Ganzes, was an der Stelle steht. Alle oder keines.</translation>
     </message>
     <message>
         <source>the format of JSON, when its name does not decide it</source>
@@ -402,16 +390,8 @@ Mit &quot;*&quot; in PATH, das für eine beliebige Folge von Zeichen steht, werd
         <translation>ein Attribut oder eine Gruppe kopieren, auch in eine Datei eines anderen Formats</translation>
     </message>
     <message>
-        <source>The second PATH is that of the copy. What is there already is not overwritten, and what the format cannot hold is refused; nothing is written then. The second FILE is created when it is not there. Within one format the copy is written as the original is, with the comments in it, right above it and after it on its line; otherwise only names and values are copied.</source>
-        <translation>Der zweite PATH ist der der Kopie. Was dort schon ist, wird nicht überschrieben, und was das Format nicht fassen kann, wird abgelehnt; dann wird nichts geschrieben. Die zweite FILE wird angelegt, wenn sie fehlt. Innerhalb eines Formats wird die Kopie geschrieben wie das Original, mit den Kommentaren darin, direkt darüber und danach auf seiner Zeile; sonst werden nur Namen und Werte kopiert.</translation>
-    </message>
-    <message>
         <source>move or rename an attribute or a group, also into another file</source>
         <translation>ein Attribut oder eine Gruppe verschieben oder umbenennen, auch in eine andere Datei</translation>
-    </message>
-    <message>
-        <source>The second PATH is the new one. What is there already is not overwritten, and what the format cannot hold is refused; nothing is written then. Of two files, the second is written first. A new name in the same group changes only the name in the file. Elsewhere, within one format, it is written as it was, and the comments in it, right above it and after it on its line go along. Into another format only names and values go: comments above stay, and with others in it or after it on its line it is refused.</source>
-        <translation>Der zweite PATH ist der neue. Was dort schon ist, wird nicht überschrieben, und was das Format nicht fassen kann, wird abgelehnt; dann wird nichts geschrieben. Von zwei Dateien wird die zweite zuerst geschrieben. Ein neuer Name in derselben Gruppe ändert nur den Namen in der Datei. Anderswo wird es innerhalb eines Formats geschrieben, wie es war, und die Kommentare darin, direkt darüber und danach auf seiner Zeile gehen mit. In ein anderes Format gehen nur Namen und Werte: Kommentare darüber bleiben, und mit anderen darin oder danach auf seiner Zeile wird es abgelehnt.</translation>
     </message>
     <message>
         <source>--rule needs PATH=NAME, not &apos;%1&apos;</source>
@@ -836,6 +816,34 @@ Mit --json: je Zeile ein Objekt mit &quot;change&quot; (changed, created oder re
     <message>
         <source>Or it is a part of a distributed store, for the same commands and for &quot;watch&quot;: etcd://HOST:PORT/NAME, or etcds:// with TLS, as docs/fleet.md tells. What is set there is written at once, and others who have it open see it.</source>
         <translation>Oder es ist ein Teil eines verteilten Stores, bei denselben Befehlen und bei &quot;watch&quot;: etcd://HOST:PORT/NAME oder etcds:// mit TLS, wie docs/fleet.md es beschreibt. Was dort gesetzt wird, wird sofort geschrieben, und andere, die ihn offen haben, sehen es.</translation>
+    </message>
+    <message>
+        <source>The second FILE is written anew, in the format that its name says. Within one format it is as it was written; otherwise comments come along as far as the format has any, and types do, in type tags where the format has no form of its own for them. An array becomes a group of 0, 1, 2 ..., in xml of the elements &lt;_x0030_&gt;, &lt;_x0031_&gt; ...; a group of such names becomes an array of json, and an array of texts a list everywhere. Names that the format has no form for are written in codes, and the file says so: ini and txt in the line &quot;# @names encoded&quot;, json in &quot;$names&quot;, xml in &lt;?vantry names=&quot;encoded&quot;?&gt;. Converted back, such a file is what it was. What the format cannot hold is refused, and nothing is written.</source>
+        <translation>Die zweite FILE wird neu geschrieben, in dem Format, das ihr Name angibt. Innerhalb eines Formats bleibt die Schreibweise; sonst kommen Kommentare mit, soweit das Format welche hat, und Typen, in Typangaben, wo das Format keine eigene Form für sie hat. Ein Array wird zu einer Gruppe aus 0, 1, 2 ..., in xml aus den Elementen &lt;_x0030_&gt;, &lt;_x0031_&gt; ...; eine Gruppe solcher Namen wird ein Array von json und ein Array von Texten überall eine Liste. Namen, für die das Format keine Form hat, werden verschlüsselt geschrieben, und die Datei sagt das: ini und txt in der Zeile &quot;# @names encoded&quot;, json in &quot;$names&quot;, xml in &lt;?vantry names=&quot;encoded&quot;?&gt;. Zurückverwandelt ist eine solche Datei, was sie war. Was das Format nicht fassen kann, wird abgelehnt, und nichts wird geschrieben.</translation>
+    </message>
+    <message>
+        <source>OUT is written anew, in the format that its name says, within one format with its spelling, and with comments as far as the format has any; the paths in it are relative to PATH. &quot;&quot; is the path of the whole file.</source>
+        <translation>OUT wird neu geschrieben, in dem Format, das der Name angibt, innerhalb eines Formats mit seiner Schreibweise, und mit Kommentaren, soweit das Format welche hat; die Pfade darin sind relativ zu PATH. &quot;&quot; ist der Pfad der ganzen Datei.</translation>
+    </message>
+    <message>
+        <source>JSON is a file of json, or of any other format that its name tells. Its attributes are created below PATH (&quot;&quot; is the whole file); those that are there already are written. Groups are merged by name; an array or list replaces what is in its place, whole. Comments come along with what is new. All of them or none.</source>
+        <translation>JSON ist eine Datei von json oder einem anderen Format, das ihr Name angibt. Ihre Attribute werden unter PATH angelegt (&quot;&quot; ist die ganze Datei); schon vorhandene werden geschrieben. Gruppen werden nach Namen zusammengeführt; ein Array oder eine Liste ersetzt als Ganzes, was an der Stelle steht. Kommentare kommen mit dem, was neu ist. Alle oder keines.</translation>
+    </message>
+    <message>
+        <source>The second PATH is that of the copy. What is there already is not overwritten, and what the format cannot hold is refused; nothing is written then. The second FILE is created when it is not there. Within one format the copy is written as the original is, with the comments in it, right above it and after it on its line; otherwise names and values are copied, and comments as far as the format has any.</source>
+        <translation>Der zweite PATH ist der der Kopie. Was dort schon ist, wird nicht überschrieben, und was das Format nicht fassen kann, wird abgelehnt; dann wird nichts geschrieben. Die zweite FILE wird angelegt, wenn sie fehlt. Innerhalb eines Formats wird die Kopie geschrieben wie das Original, mit den Kommentaren darin, direkt darüber und danach auf seiner Zeile; sonst werden Namen und Werte kopiert, und Kommentare, soweit das Format welche hat.</translation>
+    </message>
+    <message>
+        <source>The second PATH is the new one. What is there already is not overwritten, and what the format cannot hold is refused; nothing is written then. Of two files, the second is written first. A new name in the same group changes only the name in the file. Elsewhere, within one format, it is written as it was, and the comments in it, right above it and after it on its line go along. Into another format names and values go with the comments; where that has no place for one of them, it is refused.</source>
+        <translation>Der zweite PATH ist der neue. Was dort schon ist, wird nicht überschrieben, und was das Format nicht fassen kann, wird abgelehnt; dann wird nichts geschrieben. Von zwei Dateien wird die zweite zuerst geschrieben. Ein neuer Name in derselben Gruppe ändert nur den Namen in der Datei. Anderswo wird es innerhalb eines Formats geschrieben, wie es war, und die Kommentare darin, direkt darüber und danach auf seiner Zeile gehen mit. In ein anderes Format gehen Namen und Werte mit den Kommentaren; wo dort für einen davon kein Platz ist, wird es abgelehnt.</translation>
+    </message>
+    <message>
+        <source>%1: a comment is left out, for which it has no place</source>
+        <translation>%1: ein Kommentar fehlt darin, da für ihn kein Platz ist</translation>
+    </message>
+    <message>
+        <source>%1: %2 comments are left out, for which it has no place</source>
+        <translation>%1: %2 Kommentare fehlen darin, da für sie kein Platz ist</translation>
     </message>
 </context>
 </TS>

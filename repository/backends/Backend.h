@@ -8,6 +8,7 @@
 #include "host/FrameworkCore/Values/Value.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
+#include "repository/documents/common/CarriedComments.h"
 #include "repository/documents/common/Document.h"
 #include "repository/merge/DocumentChanges.h"
 
@@ -131,6 +132,9 @@ public:
     // An entry and all below it as they are written; see Document.
     virtual std::optional<Documents::Excerpt> excerpt(const QString& path) const = 0;
     virtual bool hasComments(const QString& path) const = 0;
+
+    // All comments in its text, by the entries that they are about, with paths below its own.
+    virtual std::vector<Documents::CarriedComment> getComments() const = 0;
 
     // All of it as one text, with all edits.
     virtual std::string getBytes() const = 0;

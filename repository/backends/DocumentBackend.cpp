@@ -272,6 +272,22 @@ bool DocumentBackend::hasComments(const QString& path) const
     return !content.isDamaged() && content.getDocument().hasComments(relative(path));
 }
 
+std::vector<Documents::CarriedComment> DocumentBackend::getComments() const
+{
+    std::string type;
+    std::string text;
+    {
+        const std::lock_guard lock(mutex);
+        if (content.isDamaged())
+            return {};
+        type = content.getType();
+        text = content.getText();
+    }
+    const auto document = Documents::makeDocument(type);
+    document->parseAgain(std::move(text));
+    return Documents::commentsOf(document->getMarks());
+}
+
 bool DocumentBackend::insertExcerpt(const QString& path, const Documents::Excerpt& excerpt,
                                     const std::vector<Documents::Entry>& expected)
 {

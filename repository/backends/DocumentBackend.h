@@ -23,6 +23,7 @@ public:
     std::optional<std::string> spell(const QString& path) const override;
     std::optional<Documents::Excerpt> excerpt(const QString& path) const override;
     bool hasComments(const QString& path) const override;
+    std::vector<Documents::CarriedComment> getComments() const override;
     std::string getBytes() const override;
     quint64 getRevision() const override;
 

@@ -34,6 +34,7 @@ public:
     const Documents::Format* getNameEncoding() const override { return nullptr; }
     std::optional<Documents::Excerpt> excerpt(const QString&) const override { return {}; }
     bool hasComments(const QString&) const override { return false; }
+    std::vector<Documents::CarriedComment> getComments() const override { return {}; }
     std::string getBytes() const override;
     quint64 getRevision() const override;
     std::optional<Outcome> set(const QString& path, const FrameworkCore::Values::Value& value) override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "repository/documents/common/Document.h"
+#include "repository/documents/common/CarriedComments.h"
 #include "repository/transaction/Transaction.h"
 
 #include <QString>
@@ -57,6 +57,10 @@ public:
     // the root. Nothing and false where writeDocuments has to do it.
     std::optional<Outcome> renameInDocument(const QString& place);
     bool writeExcerpt(const Documents::Excerpt& excerpt);
+
+    // The same with comments of another format at their entries, which have paths below the root: how many of
+    // them have no place there. Nothing where writeDocuments has to do it without them.
+    std::optional<std::size_t> writeCommented(const std::vector<Documents::CarriedComment>& comments);
 
     // After writeDocuments.
     void finish();

@@ -48,7 +48,7 @@ bool ElementCopy::isNeeded(bool isMove) const
            (target.index >= 0 && (target.node || isWithinArray) && isArray(target.parent));
 }
 
-Outcome ElementCopy::run(bool isMove)
+Outcome ElementCopy::run(bool isMove, TransferReport& report)
 {
     if (from == to && isMove)
         return {};
@@ -56,7 +56,7 @@ Outcome ElementCopy::run(bool isMove)
     if (!outcome.ok())
         return outcome;
     const auto reordered = isMove && source.array == target.array ? reorder() : std::nullopt;
-    outcome = reordered ? *reordered : insert(isMove);
+    outcome = reordered ? *reordered : insert(isMove, report);
     if (outcome.ok() && isMove && !reordered)
         outcome = remove();
     if (outcome.ok())
@@ -125,7 +125,7 @@ bool ElementCopy::writeExcerpt(Backend& backend, bool& losesComments)
     return excerpt && transaction.edit(backend).insertExcerpt(to, *excerpt, entries);
 }
 
-Outcome ElementCopy::insert(bool isMove)
+Outcome ElementCopy::insert(bool isMove, TransferReport& report)
 {
     bool losesComments = false;
     Backend* const backend = target.parent ? target.parent->backend : nodes.nearest(to).backend;
@@ -134,6 +134,8 @@ Outcome ElementCopy::insert(bool isMove)
         return {};
     if (isMove && losesComments)
         return Refusals::losesComments();
+    if (losesComments)
+        report.setCommentsLeftOut(1);
     if (target.isInList || target.node) {
         const auto inserted = backend ? transaction.edit(*backend).insertElement(to, entries) : std::nullopt;
         if (inserted)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/FrameworkCore/AppConfig/TransferReport.h"
 #include "repository/documents/common/Document.h"
 #include "repository/transaction/Transaction.h"
 
@@ -16,6 +17,7 @@ class ElementCopy
 {
 public:
     using Outcome = FrameworkCore::AppConfig::Outcome;
+    using TransferReport = FrameworkCore::AppConfig::Interfaces::TransferReport;
 
     ElementCopy(Transaction& current, QString fromPath, QString toPath);
 
@@ -23,7 +25,7 @@ public:
     bool isNeeded(bool isMove) const;
 
     // The documents change first, and the tree only when none of them refuses.
-    Outcome run(bool isMove);
+    Outcome run(bool isMove, TransferReport& report);
 
 private:
     // A place that is, or may become, an element.
@@ -41,7 +43,7 @@ private:
     Outcome readSource(bool isMove);
     std::optional<Outcome> reorder();
     bool writeExcerpt(Backend& backend, bool& losesComments);
-    Outcome insert(bool isMove);
+    Outcome insert(bool isMove, TransferReport& report);
     Outcome remove();
     Outcome changeList(Node& list, const QString& path, QStringList texts, const QString& removed = {});
     QString sourceAfterInsertion() const;

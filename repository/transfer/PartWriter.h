@@ -32,6 +32,10 @@ public:
     Outcome writeDocuments() { return bulk.writeDocuments(); }
     std::optional<Outcome> renameInDocument(const QString& place) { return bulk.renameInDocument(place); }
     bool writeExcerpt(const Documents::Excerpt& excerpt) { return bulk.writeExcerpt(excerpt); }
+    std::optional<std::size_t> writeCommented(const std::vector<Documents::CarriedComment>& comments)
+    {
+        return bulk.writeCommented(comments);
+    }
     void finish() { bulk.finish(); }
 
 private:

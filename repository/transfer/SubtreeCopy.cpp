@@ -8,10 +8,32 @@
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
 
+#include <algorithm>
+
 namespace Repository {
 
 using FrameworkCore::AppConfig::Outcome;
 using FrameworkCore::AppConfig::StatusCode;
+
+namespace {
+
+// Those in an entry, and of those around it the ones that go with it.
+std::vector<Documents::CarriedComment> commentsOf(const Backend& backend, const QString& path)
+{
+    auto comments =
+        Documents::commentsBelow(pathBytes(pathAfter(path, backend.getName().size())), backend.getComments());
+    const auto excerpt = backend.excerpt(path);
+    const std::string around = excerpt ? excerpt->above + excerpt->after + excerpt->text : std::string();
+    const auto staysBehind = [&](const Documents::CarriedComment& comment) {
+        return comment.path.empty() && !comment.isAtEnd &&
+               !std::all_of(comment.lines.begin(), comment.lines.end(),
+                            [&](const std::string& line) { return around.find(line) != std::string::npos; });
+    };
+    comments.erase(std::remove_if(comments.begin(), comments.end(), staysBehind), comments.end());
+    return comments;
+}
+
+} // namespace
 
 SubtreeCopy::SubtreeCopy(Transaction& current, QString fromPath, QString toPath)
     : transaction(current), from(std::move(fromPath)), to(std::move(toPath))
@@ -44,7 +66,7 @@ bool SubtreeCopy::isOfOneFormat(const Backend* writer) const
 Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
 {
     if (ElementCopy elements(transaction, from, to); elements.isNeeded(isMove))
-        return elements.run(isMove);
+        return elements.run(isMove, report);
     const NodeWriter& nodes = transaction.getNodes();
     Node* const source = nodes.find(from);
     Outcome outcome = check(source, isMove);
@@ -57,7 +79,7 @@ Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
         outcome = outcome.ok() ? writer.add(joinedPath(to, part.path()), part) : outcome;
     SubtreeRemoval removal(transaction, *source);
     if (outcome.ok())
-        outcome = changeDocuments(writer, removal, *source, isMove, isOfOneFormat(reader.getWriter()));
+        outcome = changeDocuments(writer, removal, *source, isMove, reader.getWriter(), report);
     if (!outcome.ok())
         return outcome;
     writer.finish();
@@ -66,10 +88,12 @@ Outcome SubtreeCopy::run(bool isMove, TransferReport& report)
     return outcome;
 }
 
-// The name alone is changed where that will do, else the text is taken along, or else the values.
+// The name alone is changed where that will do, else the text is taken along, or else the values and the
+// comments that have a place there.
 Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source,
-                                     bool isMove, bool keepsText)
+                                     bool isMove, const Backend* author, TransferReport& report)
 {
+    const bool keepsText = isOfOneFormat(author);
     const auto ofSource = [this](Outcome outcome) { return outcome.of(Outcome::Operation::Change, from); };
     Outcome outcome = isMove ? ofSource(removal.check()) : Outcome();
     if (!outcome.ok())
@@ -79,8 +103,14 @@ Outcome SubtreeCopy::changeDocuments(PartWriter& writer, SubtreeRemoval& removal
             return renamed->ok() ? *renamed : Outcome(*renamed).of(Outcome::Operation::Change, to);
     }
     const auto excerpt = keepsText ? source.backend->excerpt(from) : std::nullopt;
-    const bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
-    if (!isWritten && isMove && source.backend && source.backend->hasComments(from))
+    bool isWritten = excerpt && writer.writeExcerpt(*excerpt);
+    if (!isWritten && author) {
+        const auto comments = commentsOf(*author, from);
+        const auto leftOut = writer.writeCommented(comments);
+        report.setCommentsLeftOut(int(leftOut.value_or(comments.size())));
+        isWritten = leftOut.has_value();
+    }
+    if (isMove && report.getCommentsLeftOut() > 0 && source.backend && source.backend->hasComments(from))
         return ofSource(Refusals::losesComments());
     if (!isWritten)
         outcome = writer.writeDocuments();

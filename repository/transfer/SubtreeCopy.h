@@ -25,7 +25,7 @@ private:
     Outcome check(const Node* source, bool isMove) const;
     bool isOfOneFormat(const Backend* writer) const;
     Outcome changeDocuments(PartWriter& writer, SubtreeRemoval& removal, const Node& source, bool isMove,
-                            bool keepsText);
+                            const Backend* author, TransferReport& report);
 
     Transaction& transaction;
     const QString from;

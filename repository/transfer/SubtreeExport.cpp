@@ -118,7 +118,7 @@ void orderByNumbers(std::vector<Entry>& entries)
 
 SubtreeExport::SubtreeExport(AttributeTree& attributes, QString rootPath, const QString& textType)
     : tree(attributes), path(std::move(rootPath)), type(textType), name(nameOf(path).toStdString()),
-      format(Documents::findFormat(type.toStdString()))
+      writtenType(type.toStdString()), format(Documents::findFormat(writtenType))
 {
 }
 
@@ -151,19 +151,61 @@ Outcome SubtreeExport::run(QByteArray& text, TransferReport& report)
         text = QByteArray::fromStdString(*same);
         return TransferProgress(report, entries.size()).advance() ? Outcome() : TransferProgress::cancelled();
     }
+    for (const auto& source : sources)
+        takeComments(*source);
     return writeAsRead(entries, text, report);
+}
+
+// Those at and below the path, and for a whole file those at its end.
+void SubtreeExport::takeComments(const Backend& source)
+{
+    const QString& root = source.getName();
+    const std::string own = isAtOrBelow(path, root) ? pathBytes(path.mid(root.size() + 1)) : std::string();
+    const std::string above = isAtOrBelow(path, root) ? std::string() : pathBytes(root.mid(path.size() + 1));
+    const Documents::Format* const encoding = isWholeFile ? source.getNameEncoding() : nullptr;
+    for (Documents::CarriedComment& comment : Documents::commentsBelow(own, source.getComments())) {
+        std::string below = comment.path;
+        if (const auto original = encoding ? encoding->originalOf({below, {}, {}}) : std::nullopt)
+            below = original->path;
+        comment.path = placeBelow(above, below);
+        comment.isAtEnd = comment.isAtEnd && above.empty();
+        comments.push_back(std::move(comment));
+    }
+}
+
+// At the places that their entries have in the text.
+template <typename Place>
+void SubtreeExport::addComments(QByteArray& text, TransferReport& report, const Place& place) const
+{
+    if (comments.empty())
+        return;
+    std::vector<Documents::CarriedComment> placed = comments;
+    for (Documents::CarriedComment& comment : placed)
+        comment.path = place(comment.path);
+    std::string bytes = text.toStdString();
+    const std::size_t leftOut = Documents::addComments(bytes, writtenType, placed);
+    const QByteArray commented = QByteArray::fromStdString(bytes);
+    const bool isAlike = dialectOf(commented) == dialectOf(text);
+    report.setCommentsLeftOut(int(isAlike ? leftOut : comments.size()));
+    if (isAlike)
+        text = commented;
+}
+
+std::string SubtreeExport::dialectOf(const QByteArray& text) const
+{
+    constexpr int beginning = 16384;
+    return Documents::recogniseDialect(type.toStdString(), {}, text.left(beginning).toStdString());
 }
 
 // A text that begins like a file of a dialect is written in that, since it is read in it.
 Outcome SubtreeExport::writeAsRead(std::vector<Entry>& entries, QByteArray& text, TransferReport& report)
 {
     Outcome outcome = write(entries, text, report);
-    constexpr int beginning = 16384;
-    const std::string read =
-        Documents::recogniseDialect(type.toStdString(), {}, text.left(beginning).toStdString());
-    if (!outcome.ok() || read == type.toStdString())
+    std::string read = dialectOf(text);
+    if (!outcome.ok() || read == writtenType)
         return outcome;
     format = Documents::findFormat(read);
+    writtenType = std::move(read);
     return write(entries, text, report);
 }
 
@@ -199,6 +241,7 @@ Outcome SubtreeExport::write(std::vector<Entry>& entries, QByteArray& text, Tran
         orderByNumbers(entries);
     if (const auto whole = format->writeWhole(entries)) {
         text = QByteArray::fromStdString(*whole);
+        addComments(text, report, [](const std::string& place) { return place; });
         return progress.advance() ? Outcome() : TransferProgress::cancelled();
     }
     if (const std::string reason = format->explainRefusal(entries); !reason.empty())
@@ -206,20 +249,29 @@ Outcome SubtreeExport::write(std::vector<Entry>& entries, QByteArray& text, Tran
     const auto saysMore = [](const Entry& entry) { return entry.isArray.has_value(); };
     const bool isPlain = std::none_of(entries.begin(), entries.end(), saysMore);
     const auto document = format->makeDocument();
+    std::string prefix;
     Outcome outcome(StatusCode::BackendFailure, {});
     if (isPlain)
-        outcome = fill(*document, entries, progress);
+        outcome = fill(*document, entries, prefix, progress);
     if (outcome.ok()) {
         text = QByteArray::fromStdString(document->getBytes());
+        addComments(text, report, [&](const std::string& place) { return placeBelow(prefix, place); });
         return outcome;
     }
-    return outcome == StatusCode::Cancelled ? outcome : writeEncoded(entries, text, progress);
+    if (outcome == StatusCode::Cancelled)
+        return outcome;
+    outcome = writeEncoded(entries, text, progress);
+    if (outcome.ok())
+        addComments(text, report, [&](const std::string& place) {
+            return format->encodedEntry({place, {}, {}}).path;
+        });
+    return outcome;
 }
 
-Outcome SubtreeExport::fill(Document& document, const std::vector<Entry>& entries,
+Outcome SubtreeExport::fill(Document& document, const std::vector<Entry>& entries, std::string& prefix,
                             TransferProgress& progress) const
 {
-    std::string prefix = format->rootOf(entries, name);
+    prefix = format->rootOf(entries, name);
     if (isWholeFile && !prefix.empty())
         return refusal({}, Reason::tr("its name is not in the file"));
     document.beginRun();

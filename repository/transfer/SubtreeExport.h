@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/FrameworkCore/AppConfig/TransferReport.h"
+#include "repository/documents/common/CarriedComments.h"
 #include "repository/documents/common/Format.h"
 #include "repository/store/AttributeTree.h"
 #include "repository/transfer/TransferProgress.h"
@@ -28,20 +29,26 @@ public:
 
 private:
     std::vector<Documents::Entry> entriesOf(const Node& root, std::vector<SubtreePart> parts) const;
+    void takeComments(const Backend& source);
+    std::string dialectOf(const QByteArray& text) const;
     Outcome writeAsRead(std::vector<Documents::Entry>& entries, QByteArray& text, TransferReport& report);
     Outcome write(std::vector<Documents::Entry>& entries, QByteArray& text, TransferReport& report) const;
     Outcome fill(Documents::Document& document, const std::vector<Documents::Entry>& entries,
-                 TransferProgress& progress) const;
+                 std::string& prefix, TransferProgress& progress) const;
     Outcome writeEncoded(const std::vector<Documents::Entry>& entries, QByteArray& text,
                          TransferProgress& progress) const;
+    template <typename Place>
+    void addComments(QByteArray& text, TransferReport& report, const Place& place) const;
     Outcome refusal(const std::string& place, const std::string& error) const;
 
     AttributeTree& tree;
     const QString path;
     const QString type;
     const std::string name;          // that of the root, for files that have no place for its value
-    const Documents::Format* format; // null for an unknown type
+    std::string writtenType;         // that of the text, or a dialect of it
+    const Documents::Format* format; // of that; null for an unknown type
     bool isWholeFile = false;        // whose root has a name in the tree only
+    std::vector<Documents::CarriedComment> comments;
 };
 
 } // namespace Repository

@@ -1,8 +1,10 @@
 #include "repository/transfer/SubtreeImport.h"
 
+#include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
 #include "repository/common/Texts.h"
 #include "repository/documents/Formats.h"
+#include "repository/store/BackendLookup.h"
 #include "repository/store/Refusals.h"
 #include "repository/transfer/TextInsertion.h"
 
@@ -33,10 +35,17 @@ Outcome SubtreeImport::run(const QByteArray& text, TransferReport& report) const
     if (!path.isEmpty() && !isValidPath(path))
         return Refusals::invalidPath(path);
     const auto stepName = [this] { return Texts::tr("Import %1").arg(path); };
-    return store.changeAll(stepName, {path}, [&](Transaction& transaction) {
-        return TextInsertion(*Documents::findFormat(dialect), *document, bytes.size(), path)
+    const TextInsertion::Comments comments = Documents::commentsOf(document->getMarks());
+    const auto target = comments.empty() ? nullptr : backendOf(*store.getTree(), path);
+    const TextInsertion::Comments former = target ? target->getComments() : TextInsertion::Comments();
+    const Outcome outcome = store.changeAll(stepName, {path}, [&](Transaction& transaction) {
+        return TextInsertion(*Documents::findFormat(dialect), *document, bytes.size(), comments, path)
             .run(transaction, report);
     });
+    if (outcome.ok() && !comments.empty())
+        report.setCommentsLeftOut(int(Documents::countMissing(
+            comments, former, target ? target->getComments() : TextInsertion::Comments())));
+    return outcome;
 }
 
 } // namespace Repository

@@ -4,6 +4,8 @@
 #include "host/FrameworkCore/Values/VariantValue.h"
 #include "repository/backends/Backend.h"
 #include "repository/common/PathRules.h"
+#include "repository/documents/Formats.h"
+#include "repository/documents/common/ComponentCodec.h"
 #include "repository/documents/common/WrittenEntries.h"
 #include "repository/transfer/PartWriter.h"
 #include "repository/transfer/SubtreeReader.h"
@@ -103,22 +105,29 @@ SubtreePart partOf(const Entry& entry)
 } // namespace
 
 TextInsertion::TextInsertion(const Documents::Format& textFormat, const Documents::Document& text,
-                             std::size_t textSize, QString place)
-    : format(textFormat), document(text), size(textSize), path(std::move(place)),
+                             std::size_t textSize, const Comments& textComments, QString place)
+    : format(textFormat), document(text), size(textSize), comments(textComments), path(std::move(place)),
       entries(entriesOf(format, document)), arrays(entries)
 {
 }
 
-Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) const
+Outcome TextInsertion::run(Transaction& transaction, TransferReport& report)
 {
     const Node& there = transaction.getNodes().nearest(path);
     const bool hasEntries =
         !entries.empty() && (!entries.back().path.empty() || entries.back().value.type != Type::Group);
-    const bool isAlike = there.backend && hasEntries && format.takesText(entries) &&
-                         !format.declaresNames(document) &&
-                         there.backend->getDescription().type.toStdString() == format.getName();
-    const auto whole = isAlike && !there.hasPath(path) ? document.excerpt({}) : std::nullopt;
-    const Places places = isAlike ? newPlaces(transaction.getNodes(), *there.backend) : Places();
+    const std::string type =
+        there.backend && hasEntries ? there.backend->getDescription().type.toStdString() : std::string();
+    const bool isAlike =
+        type == format.getName() && format.takesText(entries) && !format.declaresNames(document);
+    const bool isNew = !there.hasPath(path);
+    const auto whole = isAlike && isNew ? document.excerpt({}) : std::nullopt;
+    const bool takesPlaces = isAlike || (!isNew && !comments.empty() && Documents::findFormat(type));
+    const Places places = takesPlaces ? newPlaces(transaction.getNodes(), *there.backend) : Places();
+    if (isAlike)
+        written = &document;
+    else if (!places.empty())
+        translate(*there.backend, places);
     PartWriter writer(transaction, whole || places.empty() ? path : there.getPath(), report, entries.size());
     Outcome outcome;
     std::size_t wholeEnd = 0;
@@ -131,11 +140,42 @@ Outcome TextInsertion::run(Transaction& transaction, TransferReport& report) con
         if (outcome.ok() && !(isGroup && (holdsOthers || entry.path.empty())))
             outcome = writer.add(joinedPath(path, entry.path), partOf(entry));
     }
-    if (outcome.ok() && !(whole && writer.isNew() && writer.writeExcerpt(*whole)))
+    const bool isWritten = outcome.ok() && ((whole && writer.isNew() && writer.writeExcerpt(*whole)) ||
+                                            writer.writeCommented(comments));
+    if (outcome.ok() && !isWritten)
         outcome = writer.writeDocuments();
     if (outcome.ok())
         writer.finish();
     return outcome;
+}
+
+// A copy of the file with all that is new, as the file would have it written, and with the comments.
+void TextInsertion::translate(const Backend& target, const Places& places)
+{
+    const std::string type = target.getDescription().type.toStdString();
+    placeInWritten = pathBytes(pathAfter(path, target.getName().size()));
+    auto copy = Documents::makeDocument(type);
+    copy->parseAgain(target.getBytes());
+    Comments carried;
+    for (const auto& [begin, place] : places) {
+        std::vector<Entry> below(entries.begin() + std::ptrdiff_t(begin),
+                                 entries.begin() + std::ptrdiff_t(place.end));
+        for (Entry& entry : below)
+            entry.path.erase(0, std::min(place.top.size() + 1, entry.path.size()));
+        const std::string there = Documents::joinPath(placeInWritten, place.top);
+        std::size_t refused = 0;
+        if (!copy->insertAll(there, below, refused).ok())
+            return;
+        for (Documents::CarriedComment& comment : Documents::commentsBelow(place.top, comments)) {
+            comment.path = comment.path.empty() ? there : Documents::joinPath(there, comment.path);
+            carried.push_back(std::move(comment));
+        }
+    }
+    std::string text = copy->getBytes();
+    Documents::addComments(text, type, carried);
+    copy->parseAgain(std::move(text));
+    translated = std::move(copy);
+    written = translated.get();
 }
 
 std::size_t TextInsertion::endOf(std::size_t begin, std::string_view group) const
@@ -174,7 +214,9 @@ Outcome TextInsertion::beginWhole(PartWriter& writer, const Places& places, std:
 {
     Outcome outcome = writer.endWhole();
     const auto place = places.find(begin);
-    auto excerpt = place == places.end() ? std::nullopt : document.excerpt(place->second.top);
+    auto excerpt = place == places.end() || !written
+                       ? std::nullopt
+                       : written->excerpt(Documents::joinPath(placeInWritten, place->second.top));
     if (!outcome.ok())
         return outcome;
     if (!excerpt)

@@ -192,7 +192,7 @@ private slots:
         const QByteArray git = "[user]\n\tname = a ; b\n[remote \"x\"]\n\turl = u ; c\n";
         row("git: all", "ini:git", git, "f", "ini:git", git);
         row("git: for no program", "ini:git", "[user]\n\tname = a\\tb ; c\n", "f", "ini",
-            "[user]\nname=a\tb\n");
+            "[user]\nname=a\tb # c\n");
         row("txt: a group", "txt", "# n\na.b = 1\n# c\na.d.e = 1.50\nz=1\n", "f.a", "txt",
             "# n\nb = 1\n# c\nd.e = 1.50\n");
         const QByteArray json =
@@ -313,7 +313,9 @@ private slots:
                           QStringLiteral("f.") + QLatin1String(name)),
                      Success);
         QByteArray spelled = digits;
-        QCOMPARE(saved("f"), spelled.replace("01 12", "01T12").replace("01t12", "01T12"));
+        if (type != QLatin1String("toml")) // in which it is as it was written
+            spelled.replace("01 12", "01T12").replace("01t12", "01T12");
+        QCOMPARE(saved("f"), spelled);
         QCOMPARE(write("f.t", QTime(7, 30, 0, 123)), Success); // what is shown already
         QCOMPARE(saved("f"), spelled);
     }

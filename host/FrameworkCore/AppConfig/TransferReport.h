@@ -27,11 +27,16 @@ public:
     bool isPrivate() const { return hasPrivateSource; }
     void setPrivate() { hasPrivateSource = true; }
 
+    // How many comments of the source an exported text has not, since its format has no place for them.
+    int getCommentsLeftOut() const { return commentsLeftOut; }
+    void setCommentsLeftOut(int count) { commentsLeftOut = count; }
+
 private:
     std::atomic<bool> cancelled{false};
     std::atomic<int> done{0};
     std::atomic<int> total{0};
     bool hasPrivateSource = false;
+    int commentsLeftOut = 0;
 };
 
 } // namespace FrameworkCore::AppConfig::Interfaces
