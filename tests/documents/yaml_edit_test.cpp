@@ -234,6 +234,9 @@ private slots:
         row("handle with another meaning", "%TAG !! tag:example.com,2000:\n---\na: !!int 5\n",
             setTo("a", text("x")), "%TAG !! tag:example.com,2000:\n---\na: !!int x\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
+        row("key that ends with nothing", "? - -\n: 1\nb: 2\n", setTo("- -", integer(3)),
+            "? - -\n: 3\nb: 2\n");
+        row("below such a key", "? - -\nb: 2\n", drop("b"), "? - -\n");
         row("key that some misread", "a: 1\n", renameTo("a", "on"), "\"on\": 1\n");
         row("element to the front", "- a: 1\n# of two\n- b: 2\n  c: 3\n", move("1", "0"),
             "# of two\n- b: 2\n  c: 3\n- a: 1\n");
