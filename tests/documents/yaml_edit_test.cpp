@@ -231,6 +231,13 @@ private slots:
         row("alias of a list", "a: &x v\nl: [*x, b]\n", setTo("l", list({"w", "b"})), "a: &x v\nl: [w, b]\n");
         row("anchor in a list", "l: [&x v, b]\na: *x\n", setTo("l", list({"v", "c", "no"})),
             "l: [&x v, c, \"no\"]\na: *x\n");
+        row(
+            "alias of a number in a list", "a: &x 1\nl: [*x, t]\n",
+            [](Document& document) {
+                const Outcome outcome = document.set("l.0", integer(2));
+                return outcome.ok() ? document.respell("l.0", "*x") : outcome;
+            },
+            "a: &x 1\nl: [*x, t]\n");
         row("handle with another meaning", "%TAG !! tag:example.com,2000:\n---\na: !!int 5\n",
             setTo("a", text("x")), "%TAG !! tag:example.com,2000:\n---\na: !!int x\n");
         row("key", "a: {'b' : 1}\n", renameTo("a.b", "x%2Ey"), "a: {'x.y' : 1}\n");
@@ -259,6 +266,7 @@ private slots:
         const auto row = TestSupport::columns<QByteArray, Edit, QByteArray>("before", "edit", "error");
         row("key of two lines", "{a\n b, c: 1}\n", setTo("a b", integer(1)), "has no \":\"");
         row("colon of the next key", "? - a\n:b: 1\n", setTo("- a", integer(1)), "has no \":\"");
+        row("above a colon without a key", "a: b\n  c\nd: 1\n: 2\n", drop("d"), "would not be YAML any more");
         row("no type", "a: 1\n", setTo("a", {Type::Date, std::string("2024-01-02")}), "YAML has no form for");
         row("in brackets", "a: {b: 1}\n", add("a.c", {Type::Date, std::string("2024-01-02")}),
             "no comment can tag");
