@@ -327,8 +327,12 @@ Span YamlFile::locate(NodeId valueNode) const
     Span span;
     const std::string text = writeText(valueNode, &span);
     const std::string_view whole = text;
-    const std::size_t lead = span.length - bareText(valueNode).size();
-    span = {span.offset + lead, span.length - lead};
+    const std::string_view value = bareText(valueNode);
+    const std::size_t lead = span.length - value.size();
+    const bool isEditedList = tree.isEdited(valueNode) && isYamlList(value);
+    span = {span.offset + lead, isEditedList
+                                    ? endOfYamlTexts(value, columnOfYaml(tree.getOriginal(), node.value))
+                                    : value.size()};
     return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, span.offset)),
             encoding.sizeOf(whole.substr(span.offset, span.length))};
 }
