@@ -140,7 +140,9 @@ Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
         auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
         return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
     }
-    const std::size_t around = hasYamlBreak(spelled) ? blockAround(id) : 0;
+    const bool mayBeBlock =
+        !spelled.empty() && std::string_view("|>!").find(spelled[0]) != std::string_view::npos;
+    const std::size_t around = mayBeBlock ? blockAround(id) : 0;
     if (node.isTagged)
         return {Type::String, decodeYamlScalar(spelled, around)};
     Value plain = readYamlScalar(spelled, around);
