@@ -1602,6 +1602,10 @@
         <source>directives end with a line &quot;---&quot;, which is missing</source>
         <translation>Direktiven enden mit einer Zeile &quot;---&quot;, die fehlt</translation>
     </message>
+    <message>
+        <source>YAML would still read it there</source>
+        <translation>YAML würde es dort weiterhin lesen</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

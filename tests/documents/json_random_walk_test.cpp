@@ -218,10 +218,11 @@ private:
 
     Outcome insertOwn(const Value& value)
     {
+        const bool isGroup = value.type == Type::Group;
         const bool allowed =
-            !chosen().own && chosen().form == Model::Form::Object && value.type != Type::Group;
+            isGroup ? before.empty() && path.empty() : !chosen().own && chosen().form == Model::Form::Object;
         const Outcome outcome = expect(insert(path, value), allowed);
-        if (outcome.ok())
+        if (outcome.ok() && !isGroup)
             chosen().own = value;
         return outcome;
     }

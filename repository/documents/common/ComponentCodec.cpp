@@ -3,6 +3,7 @@
 #include "repository/documents/common/Values.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace Repository::Documents {
@@ -45,10 +46,14 @@ bool isNothingButNul(std::string_view text)
 
 bool isPlainKey(std::string_view key)
 {
+    static constexpr auto plain = [] {
+        std::array<bool, 256> isPlain{};
+        for (std::size_t c = 0x20; c < 0x7F; ++c)
+            isPlain[c] = c != '.' && c != '*' && c != '%' && c != ';';
+        return isPlain;
+    }();
     return !key.empty() && key.front() != '@' && key.front() != '#' && key.back() != ']' &&
-           std::all_of(key.begin(), key.end(), [](char c) {
-               return c >= 0x20 && c < 0x7F && c != '.' && c != '*' && c != '%' && c != ';';
-           });
+           std::all_of(key.begin(), key.end(), [](char c) { return plain[static_cast<unsigned char>(c)]; });
 }
 
 bool endsInNumber(std::string_view key)

@@ -217,6 +217,7 @@ NodeId YamlBuilder::add(YamlNode node, const YamlEvent& event)
         if (!frame.keyAnchor.empty())
             anchors[frame.keyAnchor] = {id, true, false};
         frame.hasKey = false;
+        tree.numberLast(frame.id);
     }
     if (event.anchor.exists())
         anchors[nameOf(event.anchor)] = {id, false, event.isCollection()};
@@ -302,15 +303,17 @@ void YamlBuilder::close(const YamlEvent& event)
     node.valueEnd = offset(std::max<std::size_t>(lastEnd, node.value));
     if (node.style != YamlStyle::Flow && node.first != noNode) {
         const YamlNode& first = tree.node(node.first);
-        node.value = std::min(node.value, first.hasKey && !first.hasKeyProperties ? first.key : first.begin);
+        const std::uint32_t begin = first.hasKey && !first.hasKeyProperties ? first.key : first.begin;
+        const bool movesKeys = begin < node.value && node.kind == YamlKind::Map;
+        node.value = std::min(node.value, begin);
         node.begin = std::min(node.begin, node.value);
+        if (movesKeys) // of which some are blocks, whose indentation is counted from there
+            tree.numberMembers(id);
     }
     const auto anchor = anchors.find(name);
     if (anchor != anchors.end() && anchor->second.node == id)
         anchor->second.isOpen = false;
-    if (node.kind == YamlKind::Map)
-        tree.numberMembers(id);
-    else
+    if (node.kind != YamlKind::Map)
         closeSequence(id);
     if (hasMerge)
         inherit(id);

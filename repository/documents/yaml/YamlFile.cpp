@@ -140,7 +140,9 @@ Value YamlFile::readAs(NodeId id, std::string_view spelled, Type tag) const
         auto texts = readYamlTexts(spelled, columnOfYaml(tree.getOriginal(), node.value));
         return texts ? Value{Type::StringList, *std::move(texts)} : Value{Type::String, std::string(spelled)};
     }
-    const std::size_t around = hasYamlBreak(spelled) ? blockAround(id) : 0;
+    const bool mayBeBlock =
+        !spelled.empty() && std::string_view("|>!").find(spelled[0]) != std::string_view::npos;
+    const std::size_t around = mayBeBlock ? blockAround(id) : 0;
     if (node.isTagged)
         return {Type::String, decodeYamlScalar(spelled, around)};
     Value plain = readYamlScalar(spelled, around);
@@ -327,8 +329,12 @@ Span YamlFile::locate(NodeId valueNode) const
     Span span;
     const std::string text = writeText(valueNode, &span);
     const std::string_view whole = text;
-    const std::size_t lead = span.length - bareText(valueNode).size();
-    span = {span.offset + lead, span.length - lead};
+    const std::string_view value = bareText(valueNode);
+    const std::size_t lead = span.length - value.size();
+    const bool isEditedList = tree.isEdited(valueNode) && isYamlList(value);
+    span = {span.offset + lead, isEditedList
+                                    ? endOfYamlTexts(value, columnOfYaml(tree.getOriginal(), node.value))
+                                    : value.size()};
     return {encoding.byteOrderMarkSize() + encoding.sizeOf(whole.substr(0, span.offset)),
             encoding.sizeOf(whole.substr(span.offset, span.length))};
 }

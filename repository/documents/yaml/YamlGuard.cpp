@@ -129,6 +129,8 @@ bool YamlGuard::goes(NodeId id) const
 
 std::string YamlGuard::findFault() const
 {
+    if (removable != noNode && !Cursor{former, removed, removable, noNode}.isHidden())
+        return Reason::tr("YAML would still read it there");
     Cursor before = atFormer();
     Cursor after = atEdited();
     while (true) {

@@ -84,6 +84,9 @@ void YamlBuilder::goOnInKey(const YamlEvent& event)
     } else if (event.token.exists() && event.token.end > event.token.begin) {
         lastEnd = std::max(lastEnd, event.token.end);
     }
+    const bool endsBlock = event.isEnd() && event.token.exists() && event.token.begin == event.token.end;
+    if (endsBlock) // whose last value may be empty
+        lastEnd = endOfYamlIndicators(source(), lastEnd, event.token.begin);
     if (event.isCollection())
         ++keyDepth;
     else if (event.isEnd() && --keyDepth == 0)

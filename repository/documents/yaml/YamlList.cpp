@@ -37,6 +37,15 @@ std::optional<Texts> readYamlTexts(std::string_view spelled, std::size_t column)
     return file ? std::optional(std::get<Texts>(file->read(file->tree.getRoot()).data)) : std::nullopt;
 }
 
+std::size_t endOfYamlTexts(std::string_view spelled, std::size_t column)
+{
+    const auto file = fileOf(spelled, column);
+    if (!file)
+        return spelled.size();
+    const YamlNode& list = file->tree.node(file->tree.getRoot());
+    return std::min<std::size_t>(list.valueEnd - list.value, spelled.size());
+}
+
 bool hasYamlListComment(std::string_view spelled, std::size_t column)
 {
     const auto file = fileOf(spelled, column);

@@ -19,6 +19,9 @@ bool isYamlList(std::string_view spelled);
 // Nothing for what is no sequence of texts. The column of a block sequence is that of its first line.
 std::optional<std::vector<std::string>> readYamlTexts(std::string_view spelled, std::size_t column);
 
+// Up to the end of its last element, after which comments may follow that edits have left.
+std::size_t endOfYamlTexts(std::string_view spelled, std::size_t column);
+
 // Whether there is a comment in it.
 bool hasYamlListComment(std::string_view spelled, std::size_t column);
 

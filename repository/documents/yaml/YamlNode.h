@@ -41,6 +41,7 @@ struct YamlNode : SyntaxNode
     bool hasKeyProperties : 1;
     bool mayHoldOwnValue : 1; // a child has the key of own values
     bool isRepeated : 1;      // a key that was there before
+    bool isNamePlain : 1;     // its key is written as it stands in paths
     bool isIndexed : 1;
     std::uint32_t key = 0;
     std::uint32_t keyEnd = 0;
@@ -52,7 +53,8 @@ struct YamlNode : SyntaxNode
     YamlNode()
         : hasKey(false), isText(false), isAlias(false), isShared(false), isInherited(false), isMerged(false),
           isUsed(false), namesKey(false), isAnchored(false), isTagged(false), lacksColon(false),
-          hasKeyProperties(false), mayHoldOwnValue(false), isRepeated(false), isIndexed(false)
+          hasKeyProperties(false), mayHoldOwnValue(false), isRepeated(false), isNamePlain(false),
+          isIndexed(false)
     {
     }
 

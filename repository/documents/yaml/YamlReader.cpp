@@ -30,8 +30,13 @@ std::optional<std::size_t> findForeignByte(std::string_view text)
                 continue;
             }
         }
+        const auto isPlain = [](unsigned char byte) { return byte >= 0x20 && byte < 0x7F; };
+        while (at < text.size() && isPlain(static_cast<unsigned char>(text[at])))
+            ++at;
+        if (at == text.size())
+            break;
         const auto byte = static_cast<unsigned char>(text[at]);
-        if (byte >= 0x20 && byte < 0x7F) {
+        if (byte == '\n') {
             ++at;
             continue;
         }

@@ -50,7 +50,7 @@ void YamlEditor::removeBlock(NodeId id, bool withComments)
     place = id;
     if (layout.beginsLine(id))
         removeLines(id, withComments);
-    else
+    else if (tree.node(id).next != noNode)
         removeCompact(id);
 }
 

@@ -30,6 +30,12 @@ bool hasMarker(std::string_view text)
     return isIn(text, utf8ByteOrderMark);
 }
 
+// Whether it begins with a ":", whose key what is before it may become.
+bool hasNoKeyText(const YamlNode& node)
+{
+    return node.hasKey && node.key == node.keyEnd;
+}
+
 // Whether nothing at or below siblings refers to something or is referred to, or lies deeper.
 bool standAlone(const YamlTree& tree, const YamlTree::Run& run, std::size_t depth)
 {
@@ -40,7 +46,7 @@ bool standAlone(const YamlTree& tree, const YamlTree::Run& run, std::size_t dept
         const auto [id, around] = pending.back();
         pending.pop_back();
         const YamlNode& node = tree.node(id);
-        const bool hasComplexKey = node.hasKey && node.keyStyle > YamlStyle::Double;
+        const bool hasComplexKey = hasNoKeyText(node) || (node.hasKey && node.keyStyle > YamlStyle::Double);
         if (node.isAlias || node.isShared || node.isAnchored || node.hasKeyProperties || hasComplexKey ||
             node.kind == YamlKind::Merge || node.isMerged || around > YamlBuilder::maximumDepth)
             return false;
@@ -150,6 +156,8 @@ bool YamlReread::findRun()
 bool YamlReread::mayBeRead(NodeId collection) const
 {
     const bool isLast = run.end == noNode;
+    if (!isLast && hasNoKeyText(tree.node(run.end)))
+        return false;
     if (isLast && layout.isDocument(collection) && run.textEnd < tree.getOriginal().size())
         return false;
     if (isLast && tagsNext(layout.endOf(collection), run.textEnd))

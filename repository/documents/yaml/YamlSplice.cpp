@@ -8,9 +8,11 @@ namespace Repository::Documents {
 
 namespace {
 
-// For all nodes around each edit: as narrow as the offsets, it takes a few instructions.
+// For all nodes after each edit: as narrow as the offsets, it takes a few instructions.
 void shiftOffsets(YamlNode& node, std::uint32_t from, std::uint32_t by)
 {
+    if (node.valueEnd < from)
+        return;
     for (std::uint32_t* const offset : {&node.key, &node.keyEnd, &node.begin, &node.value, &node.valueEnd})
         *offset += *offset >= from ? by : 0;
 }

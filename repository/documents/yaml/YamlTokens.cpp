@@ -73,14 +73,14 @@ std::size_t skipYamlTrivia(std::string_view text, std::size_t at)
     return at;
 }
 
-std::size_t findYamlIndicator(std::string_view text, std::size_t from, std::size_t to, char indicator)
+std::size_t endOfYamlIndicators(std::string_view text, std::size_t from, std::size_t to)
 {
-    std::size_t found = std::string_view::npos;
-    for (std::size_t at = skipYamlTrivia(text, from); at < to; at = skipYamlTrivia(text, at + 1)) {
-        if (text[at] == indicator)
-            found = at;
-    }
-    return found;
+    std::size_t end = from;
+    for (std::size_t at = skipYamlTrivia(text, from);
+         at < to && std::string_view("-?:").find(text[at]) != std::string_view::npos;
+         at = skipYamlTrivia(text, end))
+        end = at + 1;
+    return end;
 }
 
 bool hasYamlComment(std::string_view text, std::size_t from, std::size_t to)

@@ -29,8 +29,8 @@ std::size_t findYamlLine(std::string_view text, std::size_t at);
 // Blanks, line ends and comments.
 std::size_t skipYamlTrivia(std::string_view text, std::size_t at);
 
-// The last of an indicator between two tokens; npos for none.
-std::size_t findYamlIndicator(std::string_view text, std::size_t from, std::size_t to, char indicator);
+// After the last "-", "?" or ":" of a block that follow an offset; the offset itself where none does.
+std::size_t endOfYamlIndicators(std::string_view text, std::size_t from, std::size_t to);
 
 // Whether there is a comment between two tokens.
 bool hasYamlComment(std::string_view text, std::size_t from, std::size_t to);

@@ -31,6 +31,8 @@ std::string_view YamlTree::keyText(NodeId id, std::string& buffer) const
 {
     const YamlNode& node = nodes[id];
     const std::string_view spelled = text(node.key, node.keyEnd);
+    if (node.isNamePlain)
+        return spelled;
     switch (node.keyStyle) {
     case YamlStyle::Plain:
         if (!hasYamlBreak(spelled))
@@ -162,7 +164,10 @@ void YamlTree::appendName(std::string& path, NodeId id, std::size_t position) co
         return;
     }
     std::string buffer;
-    appendKey(path, keyText(id, buffer));
+    if (nodes[id].isNamePlain)
+        path += text(nodes[id].key, nodes[id].keyEnd);
+    else
+        appendKey(path, keyText(id, buffer));
     appendNumber(path, ordinalOf(id));
 }
 
@@ -218,35 +223,55 @@ void YamlTree::numberMembers(NodeId map)
     std::uint32_t count = nodes[map].count;
     for (NodeId id = nodes[map].last; id != noNode && nodes[id].isInherited; id = nodes[id].previous)
         ++count;
+    const bool isLarge = count > fewChildren;
     HashIndex index;
-    if (count > fewChildren)
+    if (isLarge)
         index.reserve(count);
-    std::string buffer;
-    std::string other;
-    for (NodeId id = nodes[map].first; id != noNode; id = nodes[id].next) {
-        const std::string_view key = keyText(id, buffer);
-        if (key == yamlOwnValueKey)
-            nodes[map].mayHoldOwnValue = true;
-        std::size_t ordinal = 1;
-        if (count > fewChildren) {
-            const auto isThere = [&](NodeId before) { return hasName(before, key, ordinal); };
-            std::uint32_t hash = HashIndex::hashOf(key, 1);
-            while (index.find(hash, isThere) != noNode)
-                hash = HashIndex::hashOf(key, std::uint32_t(++ordinal));
-            index.insert(hash, id);
-        } else {
-            for (NodeId before = nodes[map].first; before != id; before = nodes[before].next)
-                ordinal += keyText(before, other) == key ? 1 : 0;
-        }
-        if (ordinal > 1) {
-            nodes[id].isRepeated = true;
-            ordinals[id] = ordinal;
-        }
-    }
-    if (count > fewChildren) {
+    for (NodeId id = nodes[map].first; id != noNode; id = nodes[id].next)
+        numberMember(id, isLarge ? &index : nullptr);
+    if (isLarge) {
         nodes[map].isIndexed = true;
         indexes.insert_or_assign(map, std::move(index));
     }
+}
+
+// The same for a member that was added to those that are numbered.
+void YamlTree::numberLast(NodeId map)
+{
+    const YamlNode& node = nodes[map];
+    if (node.isIndexed)
+        numberMember(node.last, &indexes.at(map));
+    else if (node.count > fewChildren)
+        numberMembers(map);
+    else
+        numberMember(node.last, nullptr);
+}
+
+// Among those before it in its map, which are in the index if there is one.
+void YamlTree::numberMember(NodeId id, HashIndex* index)
+{
+    const NodeId map = nodes[id].parent;
+    std::string buffer;
+    std::string other;
+    const std::string_view key = keyText(id, buffer);
+    nodes[id].isNamePlain =
+        nodes[id].keyStyle == YamlStyle::Plain && key.data() != buffer.data() && isPlainKey(key);
+    if (key == yamlOwnValueKey)
+        nodes[map].mayHoldOwnValue = true;
+    std::size_t ordinal = 1;
+    if (index) {
+        const auto isThere = [&](NodeId before) { return hasName(before, key, ordinal); };
+        std::uint32_t hash = HashIndex::hashOf(key, 1);
+        while (index->find(hash, isThere) != noNode)
+            hash = HashIndex::hashOf(key, std::uint32_t(++ordinal));
+        index->insert(hash, id);
+    } else {
+        for (NodeId before = nodes[map].first; before != id; before = nodes[before].next)
+            ordinal += keyText(before, other) == key ? 1 : 0;
+    }
+    nodes[id].isRepeated = ordinal > 1;
+    if (ordinal > 1)
+        ordinals[id] = ordinal;
 }
 
 } // namespace Repository::Documents

@@ -93,6 +93,7 @@ public:
     void setKeyText(NodeId id, std::string text) { keyTexts[id] = std::move(text); }
     void copyKeyText(NodeId from, NodeId to);
     void numberMembers(NodeId map);
+    void numberLast(NodeId map);
     void noteAlias(NodeId target, std::size_t offset) { aliases.emplace(target, offset); }
     void noteDirective() { isDirected = true; }
 
@@ -114,6 +115,7 @@ private:
     static constexpr std::uint32_t fewChildren = 8; // are looked through
 
     bool hasName(NodeId id, std::string_view key, std::size_t ordinal) const;
+    void numberMember(NodeId id, HashIndex* index);
     void drop(NodeId id);
     NodeId graft(const YamlTree& from, NodeId id, NodeId parent, NodeId previous, std::uint32_t by);
     void shift(std::size_t from, std::uint32_t by);

@@ -57,6 +57,8 @@ bool YamlValues::isTextSpelling(NodeId id, std::string_view spelling) const
     const YamlNode& node = tree.node(id);
     if (node.hasKey || node.tag != Type::Group || isYamlList(spelling))
         return false;
+    if (node.isAlias && spelling == tree.readValueText(id))
+        return file.readShown(id).type == Type::String;
     return node.isTagged || readYamlScalar(spelling, 0).type == Type::String;
 }
 
@@ -179,8 +181,7 @@ void YamlValues::restore(NodeId id)
     tree.restoreValue(id);
     const YamlNode& node = tree.node(id);
     if (node.kind == YamlKind::Scalar)
-        noteText(id, node.isAlias ? file.readShown(id).type == Type::String
-                                  : isTextSpelling(id, tree.readValueText(id)));
+        noteText(id, isTextSpelling(id, tree.readValueText(id)));
 }
 
 bool YamlValues::isSpelling(NodeId id, std::string_view spelling) const
