@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <functional>
+
 using namespace EntryLines;
 using DialectReaders::Entries;
 using DialectReaders::Reader;
@@ -99,6 +101,9 @@ constexpr Nasty nastyTexts[] = {
     {"operators", "a & !(b | c)"},
     {"all", "\\;#%\"='"},
 };
+
+constexpr const char* nastyNames[] = {"a b", "a\"b", "a[b]", "a[b", "a(b", "a$b",
+                                      "yes", "Null", "1a",   "a_b", "a#b", "\xC3\xA4"};
 
 QString textOf(const Value& value)
 {
@@ -207,6 +212,8 @@ private slots:
         row("python", "ini:python", "own",
             "[s]\na = 1\n  b = 2\n# c\n\n  d\ne: f # g\nh=\n\ti\n\tj ; k\nL = m:n=o\np : q\n[t.u]\nv = "
             "%(a)s\n");
+        row("python blanks", "ini:python", "own",
+            "[s]\na = \xC2\xA0x\xE2\x80\xA8\nb =\xC2\x85\n  y\xE3\x80\x80\n");
     }
 
     void readsAsTheProgramDoes()
@@ -291,6 +298,44 @@ private slots:
                 found += read->value(QStringLiteral("s%1|%2").arg(i).arg(QLatin1String(row.key)))
                              .join(QLatin1Char('/'));
             QCOMPARE(found, expected);
+        }
+    }
+
+    // A key or section that Vantry adds, or names anew, is no end of the file for the program.
+    void namesWhatTheProgramReads_data() { writesWhatTheProgramReads_data(); }
+
+    void namesWhatTheProgramReads()
+    {
+        QFETCH(QString, type);
+        const Row& row = rowOf(type);
+        const QTemporaryDir folder;
+        for (const char* const name : nastyNames) {
+            const std::string encoded = Repository::Documents::encodeKey(name);
+            const auto check = [&](const char* what, const std::function<bool(Document&)>& edit) {
+                const auto document = makeDocument(type.toStdString());
+                QVERIFY(document->parse(std::string("[s]\n") + row.entries + "[t]\n" + row.entries).ok());
+                if (!edit(*document))
+                    return;
+                const QString file = TestSupport::writeFile(folder.filePath(QStringLiteral("file")),
+                                                            QByteArray::fromStdString(document->getBytes()));
+                const auto read = row.reader(file);
+                QVERIFY2(read && read->contains(QStringLiteral("t|%1").arg(QLatin1String(row.key))),
+                         (std::string(what) + ":\n" + document->getBytes()).c_str());
+            };
+            check("key", [&](Document& document) {
+                return document.insert("s." + encoded, EntryLines::text("x")).ok();
+            });
+            check("section", [&](Document& document) {
+                return document.insert(encoded + ".k", EntryLines::text("x")).ok();
+            });
+            check("renamed key", [&](Document& document) {
+                const auto outcome = document.rename(std::string("s.") + row.key, encoded);
+                return outcome && outcome->ok();
+            });
+            check("renamed section", [&](Document& document) {
+                const auto outcome = document.rename("s", encoded);
+                return outcome && outcome->ok();
+            });
         }
     }
 };
