@@ -93,6 +93,7 @@ private slots:
         // Dialects.
         row("a.gitconfig", "", "ini:git");
         row("a.desktop", "k=1", "ini:desktop");
+        row("a.nmconnection", "[wifi]\nssid=a\\sb\n", "ini:keyfile");
         row("my.cnf", "k=1", "ini:mysql");
         row("php.ini", "k=1", "ini:php");
         row("setup.cfg", "k=1", "ini:python");

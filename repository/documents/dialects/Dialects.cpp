@@ -59,6 +59,17 @@ Dialect desktop()
     return row;
 }
 
+Dialect keyfile()
+{
+    Dialect row = desktop();
+    row.name = "keyfile";
+    row.title = QT_TRANSLATE_NOOP("FrameworkCore::Values", "a GLib key file");
+    row.names =
+        "*.nmconnection *.flatpakref *.flatpakrepo NetworkManager/*.conf NetworkManager/conf.d/*.conf";
+    row.firstSections = {};
+    return row;
+}
+
 Dialect systemd()
 {
     Dialect row = named("ini", "systemd", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a systemd file"));
@@ -384,9 +395,9 @@ bool hasName(const Dialect& row, std::string_view path)
 
 const std::vector<Dialect>& getDialects()
 {
-    static const std::vector<Dialect> rows{git(),        desktop(), systemd(),   kde(),          samba(),
-                                           mysql(),      php(),     python(),    editorconfig(), krb5(),
-                                           properties(), generic(), genericTxt()};
+    static const std::vector<Dialect> rows{git(),   desktop(),    keyfile(), systemd(),   kde(),
+                                           samba(), mysql(),      php(),     python(),    editorconfig(),
+                                           krb5(),  properties(), generic(), genericTxt()};
     return rows;
 }
 
