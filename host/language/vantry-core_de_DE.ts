@@ -1638,6 +1638,10 @@
         <source>its program takes no brackets in the name of a section</source>
         <translation>sein Programm nimmt im Namen eines Abschnitts keine Klammern</translation>
     </message>
+    <message>
+        <source>%1 has no keys outside of a section</source>
+        <translation>%1 hat keine Schlüssel außerhalb eines Abschnitts</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

@@ -164,6 +164,8 @@ private slots:
         row("ini:systemd", "behind a backslash", "[U]\na=x \\", "U.b", integer(1),
             "the entry would be read as part of the one above it");
         row("ini:systemd", "comment marks in a new file", "", "Unit.k", text("x ; y"), "[Unit]\nk=x ; y\n");
+        row("ini:python", "before the first section", "[a]\n", "k", integer(1),
+            "a configparser file has no keys outside of a section");
         row("ini:krb5", "in a group", "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t}\n\tz = 1\n", "r.A.k[2]",
             integer(2), "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t  k = 2\n\t}\n\tz = 1\n");
         row("ini:krb5", "in a new group", "[r]\n\tA = {\n\t}", "r.B.C.k", text(" v"),

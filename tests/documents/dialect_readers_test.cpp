@@ -9,11 +9,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <functional>
-
 using namespace EntryLines;
 using DialectReaders::Entries;
 using DialectReaders::Reader;
+using Repository::Documents::joinPath;
 using Repository::Documents::makeDocument;
 
 namespace {
@@ -309,34 +308,37 @@ private slots:
         QFETCH(QString, type);
         const Row& row = rowOf(type);
         const QTemporaryDir folder;
-        for (const char* const name : nastyNames) {
-            const std::string encoded = Repository::Documents::encodeKey(name);
-            const auto check = [&](const char* what, const std::function<bool(Document&)>& edit) {
-                const auto document = makeDocument(type.toStdString());
-                QVERIFY(document->parse(std::string("[s]\n") + row.entries + "[t]\n" + row.entries).ok());
-                if (!edit(*document))
-                    return;
-                const QString file = TestSupport::writeFile(folder.filePath(QStringLiteral("file")),
-                                                            QByteArray::fromStdString(document->getBytes()));
-                const auto read = row.reader(file);
-                QVERIFY2(read && read->contains(QStringLiteral("t|%1").arg(QLatin1String(row.key))),
-                         (std::string(what) + ":\n" + document->getBytes()).c_str());
-            };
-            check("key", [&](Document& document) {
-                return document.insert("s." + encoded, EntryLines::text("x")).ok();
-            });
-            check("section", [&](Document& document) {
-                return document.insert(encoded + ".k", EntryLines::text("x")).ok();
-            });
-            check("renamed key", [&](Document& document) {
-                const auto outcome = document.rename(std::string("s.") + row.key, encoded);
-                return outcome && outcome->ok();
-            });
-            check("renamed section", [&](Document& document) {
-                const auto outcome = document.rename("s", encoded);
-                return outcome && outcome->ok();
-            });
-        }
+        const auto check = [&](const char* what, const auto& edit) {
+            const auto document = makeDocument(type.toStdString());
+            std::string content;
+            for (std::size_t i = 0; i <= std::size(nastyNames); ++i)
+                content += "[s" + std::to_string(i) + "]\n" + row.entries;
+            QVERIFY(document->parse(content).ok());
+            for (std::size_t i = 0; i < std::size(nastyNames); ++i)
+                edit(*document, "s" + std::to_string(i), Repository::Documents::encodeKey(nastyNames[i]));
+            const QString file = TestSupport::writeFile(folder.filePath(QStringLiteral("file")),
+                                                        QByteArray::fromStdString(document->getBytes()));
+            const auto read = row.reader(file);
+            const QString last =
+                QStringLiteral("s%1|%2").arg(std::size(nastyNames)).arg(QLatin1String(row.key));
+            QVERIFY2(read && read->contains(last), (what + (":\n" + document->getBytes())).c_str());
+        };
+        check("keys", [](Document& document, const std::string& section, const std::string& name) {
+            document.insert(joinPath(section, name), EntryLines::text("x"));
+        });
+        check("keys before all sections",
+              [](Document& document, const std::string&, const std::string& name) {
+                  document.insert(name, EntryLines::text("x"));
+              });
+        check("sections", [](Document& document, const std::string&, const std::string& name) {
+            document.insert(joinPath(name, "k"), EntryLines::text("x"));
+        });
+        check("renamed keys",
+              [&row](Document& document, const std::string& section, const std::string& name) {
+                  document.rename(joinPath(section, row.key), name);
+              });
+        check("renamed sections", [](Document& document, const std::string& section,
+                                     const std::string& name) { document.rename(section, name); });
     }
 };
 

@@ -77,6 +77,7 @@ struct Dialect
 
     Continuation continuation = Continuation::None;
     Sections sections = Sections::Flat;
+    bool needsSections = false; // the program refuses keys before the first one
     Keys keys = Keys::Exact;
     std::string_view separators = "="; // the first one counts
     std::string_view comments = "#;";  // begin a line

@@ -69,6 +69,8 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     if (!same.empty() && numbered.number == 1)
         return refused(Reason::tr("%1 has %2 there, which its program takes for the same key",
                                   {file.getDialect().fileNoun(), quoted(same)}));
+    if (group == LineIndex::root && dialect.needsSections)
+        return refused(Reason::tr("%1 has no keys outside of a section", {file.getDialect().fileNoun()}));
     std::string reason;
     std::string header;
     if (group != LineIndex::root && (group == none || !index.node(group).hasHeader())) {
