@@ -24,7 +24,7 @@ AttributeTreeViewModel* attributesOf(const QTreeView* tree)
 } // namespace
 
 WindowView::WindowView(QMainWindow& shownWindow)
-    : QObject(&shownWindow), window(shownWindow), monitor(window.findChild<AdvancedAttributeModel*>())
+    : window(shownWindow), monitor(window.findChild<AdvancedAttributeModel*>())
 {
     const auto trees = window.findChildren<QTreeView*>();
     const auto found = std::find_if(trees.begin(), trees.end(),

@@ -25,7 +25,7 @@ public:
     // Of what a window says about its docks; rises when these are put elsewhere at first.
     static constexpr int layoutVersion = 1;
 
-    // A child of the window, which has its pages by now.
+    // Of a window that has its pages by now, and outlives this.
     explicit WindowView(QMainWindow& window);
 
     // Without the pages, which are the window's own.

@@ -82,11 +82,13 @@ MainWindow::MainWindow(Windows& allWindows, int windowNumber, const QStringList&
     addApplications();
     showMonitorLists(lists);
     places->showCommentBelow(QStringLiteral("txtAttributeDetails"));
-    shownView = new WindowView(*this);
-    connect(shownView, &WindowView::changed, this, &MainWindow::viewChanged);
+    shownView = std::make_unique<WindowView>(*this);
+    connect(shownView.get(), &WindowView::changed, this, &MainWindow::viewChanged);
     WindowMemory::restore(*this);
     plugins->showFindings(windows.getLoader().getFindings());
 }
+
+MainWindow::~MainWindow() = default;
 
 void MainWindow::openExample()
 {

@@ -10,6 +10,8 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QMenu;
 class QSplitter;
 class QStackedWidget;
@@ -46,6 +48,7 @@ public:
     // One of those, which outlive it; the number tells it from the others. Without files the window opens on
     // the page that was shown last, or where that would show files, on the start page.
     MainWindow(Windows& windows, int number, const QStringList& files);
+    ~MainWindow() override;
 
     // Opens files on another thread, and shows their attributes.
     void openFiles(const QStringList& files, const QString& type = {}); // as that, if there is one
@@ -148,7 +151,7 @@ private:
     KeptChangesBar* kept = nullptr;
     QStackedWidget* workArea = nullptr;
     StartPage* startPage = nullptr;
-    WindowView* shownView = nullptr;
+    std::unique_ptr<WindowView> shownView; // gone before the pages that it looks at
     QAction* reopenAction = nullptr;
     PluginDock* plugins = nullptr;
     ProblemsDock* problemsDock = nullptr;
