@@ -1606,6 +1606,46 @@
         <source>YAML would still read it there</source>
         <translation>YAML würde es dort weiterhin lesen</translation>
     </message>
+    <message>
+        <source>a GLib key file</source>
+        <translation>eine Schlüsseldatei von GLib</translation>
+    </message>
+    <message>
+        <source>a key of git is a letter, then letters, digits and hyphens</source>
+        <translation>ein Schlüssel von git ist ein Buchstabe, gefolgt von Buchstaben, Ziffern und Bindestrichen</translation>
+    </message>
+    <message>
+        <source>a section of git has letters, digits and hyphens only</source>
+        <translation>ein Abschnitt von git hat nur Buchstaben, Ziffern und Bindestriche</translation>
+    </message>
+    <message>
+        <source>a key of a Kerberos profile has no blanks</source>
+        <translation>ein Schlüssel eines Kerberos-Profils hat keine Leerzeichen</translation>
+    </message>
+    <message>
+        <source>PHP does not take that for a key</source>
+        <translation>PHP nimmt das nicht als Schlüssel</translation>
+    </message>
+    <message>
+        <source>PHP does not take that for the name of a section</source>
+        <translation>PHP nimmt das nicht als Namen eines Abschnitts</translation>
+    </message>
+    <message>
+        <source>%1 cannot hold the key %2: %3</source>
+        <translation>%1 kann den Schlüssel %2 nicht enthalten: %3</translation>
+    </message>
+    <message>
+        <source>brackets in a key are for a language, as in &quot;Name[de]&quot;</source>
+        <translation>Klammern in einem Schlüssel stehen für eine Sprache, wie in „Name[de]“</translation>
+    </message>
+    <message>
+        <source>its program takes no brackets in the name of a section</source>
+        <translation>sein Programm nimmt im Namen eines Abschnitts keine Klammern</translation>
+    </message>
+    <message>
+        <source>%1 has no keys outside of a section</source>
+        <translation>%1 hat keine Schlüssel außerhalb eines Abschnitts</translation>
+    </message>
 </context>
 <context>
     <name>Repository</name>

@@ -164,6 +164,8 @@ QString typeOf(const FileName& name, std::string_view text)
     const std::string dialect = Documents::typeByName(name.file);
     if (!dialect.empty())
         return QString::fromStdString(dialect);
+    if (name.likely && name.likely->rulesOut(text))
+        return {};
     if (name.likely)
         return typeOf(*name.likely, name, text);
     return name.isForeign ? QString() : typeByText(text);

@@ -24,7 +24,7 @@ private slots:
         row("ini:systemd", "lists", "[Service]\nE=a\nE=\nE=b\n",
             "Service = {}|Service.E = 'a'|Service.E[2] = ''|Service.E[3] = 'b'");
         row("ini:systemd", "lines that go on", "[S]\nA=x \\\n# c\n  ; d\n\t y\\\nz\nB=1\\\n\nC=\\\\\nD=2",
-            "S = {}|S.A = 'x  y z'|S.B = '1'|S.C = '\\\\'|S.D = 2");
+            "S = {}|S.A = 'x  \t y z'|S.B = '1'|S.C = '\\\\'|S.D = 2");
         row("ini:editorconfig", "globs and comments",
             "root = true\n# c\n[*.{c,h}]\nA = b ; c\n  d=e # f\n; g\n[{a.b,[x]].y}]\n h : i = j\n",
             "root = true|%2A%2E{c,h} = {}|%2A%2E{c,h}.A = 'b ; c'|%2A%2E{c,h}.d = 'e # f'|{a%2Eb,[x]]%2Ey} = "
@@ -103,6 +103,9 @@ private slots:
             "for some programs a \"%\" refers to another value in a file of configparser, and for others it "
             "is a "
             "mere character");
+        row("ini:git", "number in place of a quoted text", "[a]\n\tk = \"x \"\n", "a.k", integer(5),
+            "[a]\n\tk = 5\n");
+        row("ini:php", "number in place of a quoted text", "k = 'x;'\n", "k", integer(5), "k = 5\n");
         row("ini:python", "reference among others", "[a]\nk = %(b)s\n", "a.k", text("%(c)s"),
             "[a]\nk = %(c)s\n");
         row("ini:python", "lines", "[a]\r\nk = 1\r\n", "a.k", text("\nx\ny"),
@@ -141,6 +144,11 @@ private slots:
             "a git configuration cannot hold a section of the path \"a.b.c\"");
         row("ini:git", "other case", "[a]\n\tFileMode = 1\n", "a.filemode", integer(0),
             "a git configuration has \"FileMode\" there, which its program takes for the same key");
+        row("ini:git", "key with a blank", "[a]\n", "a.b c", integer(1),
+            "a git configuration cannot hold the key \"b c\": a key of git is a letter, then letters, digits "
+            "and hyphens");
+        row("ini:git", "section with a blank", "", "a b.c", integer(1),
+            "a section of git has letters, digits and hyphens only");
         row("ini:git", "behind a section of one line", "[a] b = 1", "a.c", integer(2), "[a] b = 1\nc = 2\n");
         row("ini:git", "second value", "[a]\n\tb = 1\n", "a.b[2]", integer(2), "[a]\n\tb = 1\n\tb = 2\n");
         row("ini:mysql", "other dash", "[m]\nmax_size=1\n", "m.max-size", integer(2),
@@ -156,6 +164,8 @@ private slots:
         row("ini:systemd", "behind a backslash", "[U]\na=x \\", "U.b", integer(1),
             "the entry would be read as part of the one above it");
         row("ini:systemd", "comment marks in a new file", "", "Unit.k", text("x ; y"), "[Unit]\nk=x ; y\n");
+        row("ini:python", "before the first section", "[a]\n", "k", integer(1),
+            "a configparser file has no keys outside of a section");
         row("ini:krb5", "in a group", "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t}\n\tz = 1\n", "r.A.k[2]",
             integer(2), "[r]\n\tA = {\n\t  k = 1\n\t  # c\n\t  k = 2\n\t}\n\tz = 1\n");
         row("ini:krb5", "in a new group", "[r]\n\tA = {\n\t}", "r.B.C.k", text(" v"),

@@ -12,6 +12,7 @@
 using namespace EntryLines;
 using DialectReaders::Entries;
 using DialectReaders::Reader;
+using Repository::Documents::joinPath;
 using Repository::Documents::makeDocument;
 
 namespace {
@@ -99,6 +100,9 @@ constexpr Nasty nastyTexts[] = {
     {"operators", "a & !(b | c)"},
     {"all", "\\;#%\"='"},
 };
+
+constexpr const char* nastyNames[] = {"a b", "a\"b", "a[b]", "a[b", "a(b", "a$b",
+                                      "yes", "Null", "1a",   "a_b", "a#b", "\xC3\xA4"};
 
 QString textOf(const Value& value)
 {
@@ -207,6 +211,8 @@ private slots:
         row("python", "ini:python", "own",
             "[s]\na = 1\n  b = 2\n# c\n\n  d\ne: f # g\nh=\n\ti\n\tj ; k\nL = m:n=o\np : q\n[t.u]\nv = "
             "%(a)s\n");
+        row("python blanks", "ini:python", "own",
+            "[s]\na = \xC2\xA0x\xE2\x80\xA8\nb =\xC2\x85\n  y\xE3\x80\x80\n");
     }
 
     void readsAsTheProgramDoes()
@@ -292,6 +298,47 @@ private slots:
                              .join(QLatin1Char('/'));
             QCOMPARE(found, expected);
         }
+    }
+
+    // A key or section that Vantry adds, or names anew, is no end of the file for the program.
+    void namesWhatTheProgramReads_data() { writesWhatTheProgramReads_data(); }
+
+    void namesWhatTheProgramReads()
+    {
+        QFETCH(QString, type);
+        const Row& row = rowOf(type);
+        const QTemporaryDir folder;
+        const auto check = [&](const char* what, const auto& edit) {
+            const auto document = makeDocument(type.toStdString());
+            std::string content;
+            for (std::size_t i = 0; i <= std::size(nastyNames); ++i)
+                content += "[s" + std::to_string(i) + "]\n" + row.entries;
+            QVERIFY(document->parse(content).ok());
+            for (std::size_t i = 0; i < std::size(nastyNames); ++i)
+                edit(*document, "s" + std::to_string(i), Repository::Documents::encodeKey(nastyNames[i]));
+            const QString file = TestSupport::writeFile(folder.filePath(QStringLiteral("file")),
+                                                        QByteArray::fromStdString(document->getBytes()));
+            const auto read = row.reader(file);
+            const QString last =
+                QStringLiteral("s%1|%2").arg(std::size(nastyNames)).arg(QLatin1String(row.key));
+            QVERIFY2(read && read->contains(last), (what + (":\n" + document->getBytes())).c_str());
+        };
+        check("keys", [](Document& document, const std::string& section, const std::string& name) {
+            document.insert(joinPath(section, name), EntryLines::text("x"));
+        });
+        check("keys before all sections",
+              [](Document& document, const std::string&, const std::string& name) {
+                  document.insert(name, EntryLines::text("x"));
+              });
+        check("sections", [](Document& document, const std::string&, const std::string& name) {
+            document.insert(joinPath(name, "k"), EntryLines::text("x"));
+        });
+        check("renamed keys",
+              [&row](Document& document, const std::string& section, const std::string& name) {
+                  document.rename(joinPath(section, row.key), name);
+              });
+        check("renamed sections", [](Document& document, const std::string& section,
+                                     const std::string& name) { document.rename(section, name); });
     }
 };
 

@@ -88,6 +88,8 @@ private slots:
             "a = [ 'x', # one\n  \"z\" ] # c\n");
         row("element without a comma", "a = [\n  'x', # one\n  'y' # two\n]\n",
             setTo("a", list({"x", "y", "z"})), "a = [\n  'x', # one\n  'y', # two\n  \"z\"\n]\n");
+        row("comment before the comma", "a = [\n  1, # one\n  2 # two\n  , 3\n]\n", drop("a.1"),
+            "a = [\n  1, # one\n   # two\n  3\n]\n");
         row("after the last value", "a=1\n\n# of t\n[t]\nb = 1 # c\n\n[u]\n", add("t.k", integer(2)),
             "a=1\n\n# of t\n[t]\nb = 1 # c\nk = 2\n\n[u]\n");
         row("above the first table", "# the file\n\n# of t\n[t]\n", add("k", boolean(true)),

@@ -82,6 +82,9 @@ private slots:
         const auto row = TestSupport::columns<QByteArray, QByteArray>("toml", "json");
         row("one", "a.b = [1]\n[c]\nd = 1.0", R"({"a": {"b": [{"type": "integer", "value": "1"}]},
                                                   "c": {"d": {"type": "float", "value": "1"}}})");
+        const QByteArray dots(2000, '.');
+        row("dots between no keys", "# " + dots + "\na = '" + dots + "' # " + dots,
+            "{\"a\": {\"type\": \"string\", \"value\": \"" + dots + "\"}}");
         forEachCase(QStringLiteral("valid/"), [](const QString& name, const QString& path) {
             QTest::newRow(qPrintable(name))
                 << contentOf(path) << contentOf(path.left(path.size() - 5) + QStringLiteral(".json"));
@@ -108,6 +111,10 @@ private slots:
     {
         const auto row = TestSupport::columns<QByteArray>("toml");
         row("one", "a = 1\na = 2");
+        const QByteArray deep = QByteArray("a.").repeated(100'000);
+        row("deep key", deep + "a = 1");
+        row("deep header", "[" + deep + "a]");
+        row("deep key in a list", "k = [ { x = '.', " + deep + "a = 1 } ]");
         forEachCase(QStringLiteral("invalid/"), [](const QString& name, const QString& path) {
             if (name != QLatin1String("invalid/encoding/utf16-bom.toml")) // all formats here read UTF-16
                 QTest::newRow(qPrintable(name)) << contentOf(path);

@@ -252,6 +252,8 @@ private slots:
 
         row("blanks that count", "<r xml:space='preserve'><a> x </a></r>", set("r.a", text("y ")),
             "<r xml:space='preserve'><a>y </a></r>");
+        row("blanks that count between elements", "<r xml:space='preserve'>a <b/> c </r>",
+            set("r.#text[2]", text(" d ")), "<r xml:space='preserve'>a <b/> d </r>");
         row("blanks of translations", "<xliff>\n <s>Foo: </s>\n</xliff>", set("xliff.s", text("Bar: ")),
             "<xliff>\n <s>Bar: </s>\n</xliff>");
         row("nothing laid out", "<r xml:space='preserve'>\n <a/>\n</r>", insert("r.b", group()),

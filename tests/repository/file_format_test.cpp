@@ -43,8 +43,8 @@ private slots:
         row("a.conf", "k = 1", "ini");
         row("a.conf", " \r\n\t{\"k\": 1}", "json");
         row("a.conf", "<!DOCTYPE busconfig>\n<busconfig/>", "xml");
-        row("a.conf", "<Directory \"/srv\">\nDeny all\n</Directory>", "ini");
-        row("a.conf", "<IfModule ssl.c>\n", "ini");
+        row("a.conf", "<Directory \"/srv\">\nDeny all\n</Directory>", "");
+        row("a.conf", "<IfModule ssl.c>\n", "");
         row("a.service", "\xef\xbb\xbf[Unit]\n", "ini:systemd");
         row("a.svg", "", "xml");
         row("a.conf.dpkg-old", "", "ini");
@@ -92,7 +92,13 @@ private slots:
         row("a.py", "k = 1\n", "");
         // Dialects.
         row("a.gitconfig", "", "ini:git");
+        row("nginx.conf", "user www;\nevents {\n}\nhttp {\n  a = 1;\n}\n", "");
+        row("xorg.conf", "Section \"Device\"\n  Identifier \"x\"\nEndSection\n", "");
+        row("a.conf", "# c\nflag\nk = {\nl = 1\n", "ini");
+        row("a.conf", "# c\nflag\n[a]\nk {\n", "ini");
+        row("a.conf", "# c\n", "ini");
         row("a.desktop", "k=1", "ini:desktop");
+        row("a.nmconnection", "[wifi]\nssid=a\\sb\n", "ini:keyfile");
         row("my.cnf", "k=1", "ini:mysql");
         row("php.ini", "k=1", "ini:php");
         row("setup.cfg", "k=1", "ini:python");

@@ -116,10 +116,16 @@ void BracketItems::remove(std::size_t from, std::size_t count, bool withComments
     const std::size_t last = from + count - 1;
     const std::size_t after = items[last].comma == npos ? items[last].end : items[last].comma + 1;
     const std::size_t tail = lineTail(after);
-    if (beginsLine(from) && isLineEnd(text[tail]) && !isOneLine)
+    if (beginsLine(from) && isLineEnd(text[tail]) && !isOneLine && !hasCommentBeforeComma(last))
         removeLines(from, last, withCommentsAbove);
     else
         removeInLine(from, last);
+}
+
+bool BracketItems::hasCommentBeforeComma(std::size_t index) const
+{
+    const Item& item = items[index];
+    return item.comma != npos && text.substr(item.end, item.comma - item.end).find('#') != npos;
 }
 
 void BracketItems::removeLines(std::size_t from, std::size_t last, bool withCommentsAbove)
@@ -141,7 +147,11 @@ void BracketItems::removeInLine(std::size_t from, std::size_t last)
     const auto hasComment = [this](std::size_t start, std::size_t stop) {
         return text.substr(start, stop - start).find('#') != npos;
     };
-    if (!isEnd) {
+    if (hasCommentBeforeComma(last)) { // which stays, without the comma
+        const std::size_t next = isEnd ? end : items[last + 1].begin;
+        edits.push_back({begin, items[last].end, {}});
+        edits.push_back({items[last].comma, hasComment(end, next) ? end : next, {}});
+    } else if (!isEnd) {
         const std::size_t next = items[last + 1].begin;
         edits.push_back({begin, hasComment(end, next) ? end : next, {}});
     } else if (from > 0) {

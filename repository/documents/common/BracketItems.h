@@ -78,6 +78,7 @@ private:
 
     std::optional<Surroundings> surroundingsOf(std::size_t index) const;
     std::size_t lineTail(std::size_t at) const;
+    bool hasCommentBeforeComma(std::size_t index) const;
     bool beginsLine(std::size_t index) const;
     std::string indentationOf(std::size_t index) const;
     std::string separator() const;

@@ -33,6 +33,11 @@ struct Spelling
     // A key as it is meant, and how it is spelled. Null where it is spelled as it is.
     std::string (*readKey)(std::string_view spelled) = nullptr;
     std::string (*writeKey)(std::string_view key) = nullptr;
+
+    // Why the program refuses a file with such a key, or with a section of that name; empty when it does not.
+    // Null where it takes all that a line can hold.
+    std::string (*explainKey)(std::string_view key) = nullptr;
+    std::string (*explainSection)(std::string_view name) = nullptr;
 };
 
 // How one program reads its files of lines: a row of the table of dialects. Sets of characters are texts;
@@ -72,6 +77,7 @@ struct Dialect
 
     Continuation continuation = Continuation::None;
     Sections sections = Sections::Flat;
+    bool needsSections = false; // the program refuses keys before the first one
     Keys keys = Keys::Exact;
     std::string_view separators = "="; // the first one counts
     std::string_view comments = "#;";  // begin a line

@@ -37,6 +37,9 @@ public:
     // may be cut off after the end of a line.
     virtual bool resembles(std::string_view) const { return false; }
 
+    // Whether a text is of another syntax for certain, though its file has one of the likely endings.
+    virtual bool rulesOut(std::string_view) const { return false; }
+
     // The text of a new, empty file.
     virtual std::string getEmptyText() const { return {}; }
 

@@ -184,6 +184,8 @@ Outcome LineDocument::renameAll(std::uint32_t node, std::string_view path, std::
         text += spellComponent(name, line, *place);
         text += line.text.substr(place->end);
         std::string reason = file->findRefusal(text);
+        if (reason.empty())
+            reason = file->explainName(text);
         if (reason.empty() && line.isEntry()) {
             const auto now = file->getDialect().scanEntry(text);
             const bool isSame = now && now->value() == line.value() && now->tag == line.tag &&

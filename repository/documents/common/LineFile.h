@@ -56,6 +56,9 @@ public:
     // Why the file's encoding cannot hold a piece of text that an edit adds; empty when it can.
     std::string findRefusal(std::string_view text) const;
 
+    // Why the file's program takes no line with such a name; empty when it does.
+    virtual std::string explainName(std::string_view) const { return {}; }
+
     // Puts a text in the place of a piece, for good. Only what a plain scan of it gives is taken up.
     void overwrite(std::uint32_t piece, std::string text);
 

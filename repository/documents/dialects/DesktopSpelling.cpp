@@ -2,6 +2,7 @@
 
 #include "repository/documents/dialects/Escapes.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace Repository::Documents {
@@ -104,11 +105,40 @@ std::string writeKey(std::string_view key)
     return spelled;
 }
 
+bool isLocaleCharacter(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           std::string_view("-_.@").find(c) != std::string_view::npos;
+}
+
+std::string explainKey(std::string_view key)
+{
+    const std::size_t bracket = key.find_first_of("[]");
+    if (bracket == std::string_view::npos)
+        return {};
+    const std::string_view locale = key.substr(bracket + 1, key.size() - std::min(key.size(), bracket + 2));
+    const bool isLocale = bracket > 0 && key[bracket] == '[' && key.back() == ']' &&
+                          std::all_of(locale.begin(), locale.end(), isLocaleCharacter);
+    return isLocale ? std::string() : Reason::tr("brackets in a key are for a language, as in \"Name[de]\"");
+}
+
+std::string explainSection(std::string_view name)
+{
+    return name.find_first_of("[]") == std::string_view::npos
+               ? std::string()
+               : Reason::tr("its program takes no brackets in the name of a section");
+}
+
 } // namespace
 
 const Spelling desktopSpelling{
     [](std::string_view spelled) { return read(spelled, false); },
-    [](std::string_view text, std::string_view before) { return write(text, before, false); }};
+    [](std::string_view text, std::string_view before) { return write(text, before, false); },
+    nullptr,
+    nullptr,
+    nullptr,
+    explainKey,
+    explainSection};
 
 const Spelling kdeSpelling{
     [](std::string_view spelled) { return read(spelled, true); },

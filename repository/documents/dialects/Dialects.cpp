@@ -53,9 +53,21 @@ Dialect desktop()
     Dialect row = named("ini", "desktop", QT_TRANSLATE_NOOP("FrameworkCore::Values", "a desktop entry"));
     row.names = "*.desktop *.directory *.theme dbus-1/*.service dbus-1/*/*.service";
     row.firstSections = "Desktop Entry|Desktop Action *|Icon Theme|D-BUS Service";
+    row.needsSections = true;
     row.comments = "#";
     row.keepsTrailingBlanks = true;
     row.spelling = &desktopSpelling;
+    return row;
+}
+
+Dialect keyfile()
+{
+    Dialect row = desktop();
+    row.name = "keyfile";
+    row.title = QT_TRANSLATE_NOOP("FrameworkCore::Values", "a GLib key file");
+    row.names =
+        "*.nmconnection *.flatpakref *.flatpakrepo NetworkManager/*.conf NetworkManager/conf.d/*.conf";
+    row.firstSections = {};
     return row;
 }
 
@@ -107,6 +119,7 @@ Dialect mysql()
     row.firstSections =
         "client-server|client-mariadb|mysqld|mysqld_safe|mysqld_multi|mysqldump|mysqld-*|mariadb-*";
     row.signs = "!include /*|!includedir /*";
+    row.needsSections = true;
     row.keys = Keys::DashIsUnderscore;
     row.skipped = "!";
     row.commentsAfter = "#";
@@ -138,6 +151,7 @@ Dialect python()
     row.names =
         "setup.cfg tox.ini .flake8 .pylintrc pylintrc .pypirc pytest.ini mypy.ini .coveragerc .isort.cfg";
     row.firstSections = "tool:*|bdist_wheel|egg_info|testenv|tox|flake8";
+    row.needsSections = true;
     row.continuation = Continuation::Indentation;
     row.sections = Sections::Nested;
     row.keys = Keys::IgnoreCase;
@@ -165,6 +179,7 @@ Dialect krb5()
     row.names = "krb5.conf krb5.conf.* kdc.conf krb5.conf.d/* krb5.ini";
     row.firstSections = "libdefaults|realms|domain_realm|kdcdefaults|dbmodules";
     row.directives = "include includedir module";
+    row.needsSections = true;
     row.hasBraces = true;
     row.separator = " = ";
     row.indent = "    ";
@@ -384,9 +399,9 @@ bool hasName(const Dialect& row, std::string_view path)
 
 const std::vector<Dialect>& getDialects()
 {
-    static const std::vector<Dialect> rows{git(),        desktop(), systemd(),   kde(),          samba(),
-                                           mysql(),      php(),     python(),    editorconfig(), krb5(),
-                                           properties(), generic(), genericTxt()};
+    static const std::vector<Dialect> rows{git(),   desktop(),    keyfile(), systemd(),   kde(),
+                                           samba(), mysql(),      php(),     python(),    editorconfig(),
+                                           krb5(),  properties(), generic(), genericTxt()};
     return rows;
 }
 

@@ -3,6 +3,9 @@
 #include "repository/documents/common/TextLine.h"
 #include "repository/documents/dialects/Escapes.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace Repository::Documents {
 
 namespace {
@@ -40,13 +43,42 @@ std::vector<std::string> write(std::string_view text, std::string_view before)
     const std::string escaped = escapes.write(text);
     std::vector<std::string> spellings{escaped, quoted(escaped)};
     const bool mustQuote = text != trimBlanks(text) || text.find_first_of(";#") != std::string_view::npos;
-    if (mustQuote || quoteAround(before) == '"')
+    if (mustQuote)
         spellings.erase(spellings.begin());
+    else if (quoteAround(before) == '"')
+        std::swap(spellings.front(), spellings.back());
     return spellings;
+}
+
+bool isLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+bool isNameCharacter(char c)
+{
+    return isLetter(c) || (c >= '0' && c <= '9') || c == '-';
+}
+
+std::string explainKey(std::string_view key)
+{
+    const bool isKey =
+        !key.empty() && isLetter(key.front()) && std::all_of(key.begin(), key.end(), isNameCharacter);
+    return isKey ? std::string() : Reason::tr("a key of git is a letter, then letters, digits and hyphens");
+}
+
+// What is in quotes may be anything.
+std::string explainSection(std::string_view name)
+{
+    const std::string_view section = trimBlanks(name.substr(0, name.find('"')));
+    const bool isSection = !section.empty() && std::all_of(section.begin(), section.end(), [](char c) {
+        return isNameCharacter(c) || c == '.';
+    });
+    return isSection ? std::string() : Reason::tr("a section of git has letters, digits and hyphens only");
 }
 
 } // namespace
 
-const Spelling gitSpelling{read, write};
+const Spelling gitSpelling{read, write, nullptr, nullptr, nullptr, explainKey, explainSection};
 
 } // namespace Repository::Documents

@@ -2,6 +2,7 @@
 
 #include "repository/documents/common/TextLine.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace Repository::Documents {
@@ -38,7 +39,6 @@ Reading readSystemd(std::string_view spelled)
         if (isComment(content) && !reading.text.empty())
             return;
         const bool goesOn = endsInBackslash(content);
-        content.remove_prefix(indentOf(content));
         if (goesOn)
             content.remove_suffix(1);
         reading.text += content;
@@ -66,6 +66,29 @@ Reading readSamba(std::string_view spelled)
     return reading;
 }
 
+// What Python's strip takes for blanks: those of Unicode, and the control characters that separate.
+bool isPythonBlank(char32_t c)
+{
+    return (c >= 0x09 && c <= 0x0D) || (c >= 0x1C && c <= 0x20) || c == 0x85 || c == 0xA0 || c == 0x1680 ||
+           (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 || c == 0x202F || c == 0x205F ||
+           c == 0x3000;
+}
+
+std::string_view trimPythonBlanks(std::string_view text)
+{
+    std::size_t begin = text.size(); // of what is no blank
+    std::size_t end = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t size = std::max<std::size_t>(utf8Length(text.substr(at)), 1);
+        if (!isPythonBlank(utf8CodePoint(text.substr(at, size)))) {
+            begin = std::min(begin, at);
+            end = at + size;
+        }
+        at += size;
+    }
+    return begin < end ? text.substr(begin, end - begin) : std::string_view();
+}
+
 Reading readPython(std::string_view spelled)
 {
     Reading reading;
@@ -76,7 +99,7 @@ Reading readPython(std::string_view spelled)
             return;
         if (!isFirst)
             reading.text += '\n';
-        reading.text += trimBlanks(content);
+        reading.text += trimPythonBlanks(content);
         isFirst = false;
     });
     return reading;

@@ -39,8 +39,22 @@ std::vector<std::string> write(std::string_view text, std::string_view before)
     return spellings;
 }
 
+std::string explainKey(std::string_view key)
+{
+    return key.find_first_of(" \t") == std::string_view::npos
+               ? std::string()
+               : Reason::tr("a key of a Kerberos profile has no blanks");
+}
+
+std::string explainSection(std::string_view name)
+{
+    return name.find(']') == std::string_view::npos
+               ? std::string()
+               : Reason::tr("its program takes no brackets in the name of a section");
+}
+
 } // namespace
 
-const Spelling krb5Spelling{read, write};
+const Spelling krb5Spelling{read, write, nullptr, nullptr, nullptr, explainKey, explainSection};
 
 } // namespace Repository::Documents

@@ -77,7 +77,8 @@ std::vector<std::string> write(std::string_view text, std::string_view before)
     const char own = quoteAround(before);
     if (own == '\'' && !hasAny(text, "'"))
         spellings.push_back('\'' + std::string(text) + '\'');
-    if (own == '\0' && (isPlain(text) || isExpression(text) || text.empty()))
+    const bool mayBeBare = isPlain(text) || isExpression(text) || text.empty();
+    if (own == '\0' && mayBeBare)
         spellings.emplace_back(text);
     if (!hasAny(text, "\"\\$"))
         spellings.push_back(quoted(text));
@@ -90,11 +91,41 @@ std::vector<std::string> write(std::string_view text, std::string_view before)
         escaped += c;
     }
     spellings.push_back(quoted(escaped));
+    if (own != '\0' && mayBeBare)
+        spellings.emplace_back(text);
     return spellings;
+}
+
+// Words that are values everywhere.
+bool isConstant(std::string_view key)
+{
+    std::string word(key);
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    constexpr std::string_view constants[]{"null", "none", "true", "false", "yes", "no", "on", "off"};
+    return std::find(std::begin(constants), std::end(constants), word) != std::end(constants);
+}
+
+// "a[b]" is an element of a.
+std::string explainKey(std::string_view key)
+{
+    const std::string_view name = key.substr(0, key.find('['));
+    const bool isElement = name.size() < key.size();
+    const bool isClosed = !isElement || (key.back() == ']' && !hasAny(key, "\"';"));
+    return isClosed && !isConstant(key) && !hasAny(name, "&|^$~(){}!\"")
+               ? std::string()
+               : Reason::tr("PHP does not take that for a key");
+}
+
+std::string explainSection(std::string_view name)
+{
+    return hasAny(name, "\"';") || name.find("${") != std::string_view::npos
+               ? Reason::tr("PHP does not take that for the name of a section")
+               : std::string();
 }
 
 } // namespace
 
-const Spelling phpSpelling{read, write};
+const Spelling phpSpelling{read, write, nullptr, nullptr, nullptr, explainKey, explainSection};
 
 } // namespace Repository::Documents

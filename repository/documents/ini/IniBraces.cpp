@@ -58,7 +58,8 @@ std::string IniBraces::entryText(std::string_view name, const Value& value, cons
         indent + key.value_or(std::string()) + file.style.separator + file.style.lineEnd;
     const auto write = [&](const std::string& text) {
         const std::optional<Statement> line = scanSingle(text, file.dialect);
-        const bool isEntry = line && line->isEntry() && line->isSeparated() && key && line->key() == *key;
+        const bool isEntry = line && line->isEntry() && line->isSeparated() && key && line->key() == *key &&
+                             file.explainName(draft).empty();
         return isEntry ? file.getDialect().write(*line, value, file.style) : std::nullopt;
     };
     std::optional<std::string> text = value.type == Type::ByteArray ? std::nullopt : write(draft);
@@ -99,7 +100,8 @@ Outcome IniBraces::insert(std::string_view path, const Value& value)
         const std::string key = decodeKey(*name).value_or(std::string());
         const std::string opening = indent + key + " = {" + file.style.lineEnd;
         const std::optional<Statement> line = scanSingle(opening, file.dialect);
-        if (!line || line->kind != Kind::Open || line->key() != key || key.empty())
+        if (!line || line->kind != Kind::Open || line->key() != key || key.empty() ||
+            !file.explainName(opening).empty())
             return refused(
                 Reason::tr("%1 cannot hold a group %2", {file.getDialect().fileNoun(), quoted(*name)}));
         text += opening;

@@ -170,6 +170,15 @@ std::string IniFile::findClosing(const Statement& line) const
     return Reason::tr("it would close the quote that another value of the file leaves open");
 }
 
+std::string IniFile::explainName(std::string_view text) const
+{
+    if (!dialect.spelling)
+        return {};
+    const Statement line = scanOwn(text);
+    const auto explain = line.isHeader() ? dialect.spelling->explainSection : dialect.spelling->explainKey;
+    return explain && line.kind != Statement::Kind::Trivia ? explain(line.key()) : std::string();
+}
+
 void IniFile::learnStyle(const Statement& entry)
 {
     style.learn(entry);

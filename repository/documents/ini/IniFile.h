@@ -32,6 +32,8 @@ public:
     // Why a line closes a quote that is open above or below it; empty when it does not.
     std::string findClosing(const Statement& line) const;
 
+    std::string explainName(std::string_view text) const override;
+
     // Another spelling of the key that a section has already, but for that of one node; empty for none.
     std::string findSameKey(std::uint32_t section, std::string_view key,
                             std::uint32_t except = HashIndex::none) const;

@@ -85,4 +85,28 @@ bool IniFormat::resembles(std::string_view text) const
     return !hasAssignments && (!hasLists || hasPlainEntry);
 }
 
+// Without a section, blocks in braces are those of another syntax, and so are words alone, which would be
+// keys without values.
+bool IniFormat::rulesOut(std::string_view text) const
+{
+    bool hasWords = false;
+    bool hasSeparator = false;
+    for (std::size_t at = 0; at < text.size();) {
+        const TextLine line = textLineAt(text, at);
+        at = line.end;
+        const std::string_view content = trimBlanks(line.content);
+        if (content.empty() || isSkipped(content, dialect))
+            continue;
+        if (content.front() == '[')
+            return false;
+        const bool isEntry = content.find('=') != std::string_view::npos;
+        if (content.back() == '{' && !isEntry)
+            return true;
+        hasWords = true;
+        hasSeparator =
+            hasSeparator || isEntry || content.back() == ':' || content.find(": ") != std::string_view::npos;
+    }
+    return hasWords && !hasSeparator;
+}
+
 } // namespace Repository::Documents

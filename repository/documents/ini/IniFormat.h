@@ -24,6 +24,7 @@ public:
                "service socket timer target mount automount swap path slice scope link netdev network nspawn";
     }
     bool resembles(std::string_view text) const override;
+    bool rulesOut(std::string_view text) const override;
 
 private:
     const std::string name;

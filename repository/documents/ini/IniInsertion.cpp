@@ -69,6 +69,8 @@ Outcome IniInsertion::insertEntry(std::string_view path, const Value& value)
     if (!same.empty() && numbered.number == 1)
         return refused(Reason::tr("%1 has %2 there, which its program takes for the same key",
                                   {file.getDialect().fileNoun(), quoted(same)}));
+    if (group == LineIndex::root && dialect.needsSections)
+        return refused(Reason::tr("%1 has no keys outside of a section", {file.getDialect().fileNoun()}));
     std::string reason;
     std::string header;
     if (group != LineIndex::root && (group == none || !index.node(group).hasHeader())) {
@@ -133,6 +135,8 @@ std::string IniInsertion::headerText(std::string_view path, std::string& reason)
     reason = file.findClosing(*line);
     if (reason.empty())
         reason = file.findRefusal(text);
+    if (reason.empty())
+        reason = file.explainName(text);
     const std::uint32_t last = pieces.chainedLast();
     IniTrivia after;
     for (std::uint32_t at = last == none ? none : pieces[last].next; at != none; at = pieces[at].next)
@@ -167,6 +171,12 @@ std::string IniInsertion::entryText(std::string_view given, const Value& value, 
     if (!line || !line->isEntry() || !line->isSeparated() || line->keyBegin != indent.size() ||
         line->key() != key || line->valueEnd < line->valueBegin || key.find('\0') != std::string::npos) {
         reason = Reason::tr("%1 cannot hold the key %2", {file.getDialect().fileNoun(), quoted(given)});
+        return {};
+    }
+    reason = file.explainName(draft);
+    if (!reason.empty()) {
+        reason = Reason::tr("%1 cannot hold the key %2: %3",
+                            {file.getDialect().fileNoun(), quoted(given), reason});
         return {};
     }
     // Bytes without a tag would make the file binary.

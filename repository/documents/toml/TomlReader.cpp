@@ -1,8 +1,12 @@
 #include "repository/documents/toml/TomlReader.h"
 
+#include "repository/documents/toml/TomlScanner.h"
+#include "repository/documents/toml/TomlTokens.h"
+
 #include <algorithm>
 #include <array>
 #include <toml++/toml.h>
+#include <vector>
 
 namespace Repository::Documents {
 
@@ -36,10 +40,42 @@ std::string explain(std::string_view description)
     return isNewer ? Reason::tr("%1; that is TOML 1.1, and Vantry reads TOML 1.0", {text}) : text;
 }
 
+// The dot of a key by which tables lie too deep for the parser, whose stack grows with them, or none. Of a
+// text that is no TOML, it may be any dot.
+std::size_t findTooDeep(std::string_view text)
+{
+    std::vector<std::size_t> around; // each bracket, dots
+    std::size_t dots = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        if (c == '"' || c == '\'') {
+            at = skipTomlString(text, at);
+            continue;
+        }
+        if (c == '.' && ++dots > TomlScanner::maximumDepth)
+            return at;
+        const bool endsKey = c == ',' || (around.empty() && (c == '\n' || c == '#'));
+        if (c == '[' || c == '{') {
+            around.push_back(dots);
+        } else if ((c == ']' || c == '}') && !around.empty()) {
+            dots = around.back();
+            around.pop_back();
+        } else if (endsKey) {
+            dots = around.empty() ? 0 : around.back();
+        }
+        at = c == '#' ? skipTomlLine(text, at) : at + 1;
+    }
+    return std::string_view::npos;
+}
+
 } // namespace
 
 Outcome TomlReader::check(std::string_view text)
 {
+    if (const std::size_t at = findTooDeep(text); at != std::string_view::npos)
+        return outcomeAt(text, at,
+                         Reason::tr("more than %1 tables lie within each other",
+                                    {std::to_string(TomlScanner::maximumDepth)}));
     if (startsWith(text, utf8ByteOrderMark)) // which the parser would skip
         return {Reason::tr("a second byte-order mark"), 1, 1};
     try {

@@ -235,6 +235,7 @@ void XmlReader::addText(std::size_t end)
     XmlNode node;
     node.kind = XmlKind::Text;
     node.parent = current;
+    node.inheritBlanks(tree.node(current));
     node.leading = std::uint32_t(cursor);
     node.label = node.tagEnd = node.front = node.value = std::uint32_t(cursor + span.begin);
     cursor += span.end;
