@@ -13,7 +13,8 @@ namespace Vantry {
 
 using Utilities::ModelViews::attributeValueText;
 
-HitModel::HitModel(HitPlaces& hitPlaces, QObject* parent) : QAbstractTableModel(parent), places(hitPlaces)
+HitModel::HitModel(Repository& attributes, HitPlaces& hitPlaces, QObject* parent)
+    : QAbstractTableModel(parent), repository(attributes), places(hitPlaces)
 {
     connect(&places, &HitPlaces::changed, this, [this] {
         if (!rows.isEmpty())
@@ -45,6 +46,11 @@ void HitModel::add(const QVector<SearchHit>& hits)
     endInsertRows();
     if (areCheckable)
         emit checkedChanged();
+}
+
+void HitModel::tellValueChanged(int row)
+{
+    emit dataChanged(index(row, ValueColumn), index(row, ValueColumn));
 }
 
 QVector<HitModel::SearchHit> HitModel::getChecked() const
@@ -91,13 +97,24 @@ QVariant HitModel::data(const QModelIndex& index, int role) const
     }
 }
 
+std::optional<QVariant> HitModel::valueOf(const SearchHit& hit) const
+{
+    QVariant value;
+    const int status = repository.getReaderInterface()->readAttributeValue(hit.path, value, 0);
+    const bool isThere = status == FrameworkCore::AppConfig::Success ||
+                         repository.getTreeInterface()->getNodeInformation(hit.path).exists;
+    return isThere ? std::optional(value) : std::nullopt;
+}
+
 QString HitModel::textOf(const Row& row, int column) const
 {
     switch (column) {
     case PathColumn:
         return row.hit.path;
-    case ValueColumn:
-        return attributeValueText(row.hit.value);
+    case ValueColumn: {
+        const auto value = valueOf(row.hit);
+        return value ? attributeValueText(*value) : tr("(no longer there)");
+    }
     case ReplacementColumn:
         return row.hit.refusal.ok() ? attributeValueText(row.hit.replacement) : row.hit.refusal.explain();
     default:
@@ -111,7 +128,8 @@ QString HitModel::toolTipOf(const Row& row, int column) const
     constexpr int mostLines = 20;
     switch (column) {
     case ValueColumn:
-        return Utilities::ModelViews::attributeValueLines(row.hit.value, longest, mostLines);
+        return Utilities::ModelViews::attributeValueLines(valueOf(row.hit).value_or(QVariant()), longest,
+                                                          mostLines);
     case ReplacementColumn:
         return row.hit.refusal.ok()
                    ? Utilities::ModelViews::attributeValueLines(row.hit.replacement, longest, mostLines)

@@ -1455,6 +1455,10 @@ wie in etcd://HOST:PORT/NAME?credentials=DATEI&amp;&amp;offline=queue:</translat
         <source>Place</source>
         <translation>Stelle</translation>
     </message>
+    <message>
+        <source>(no longer there)</source>
+        <translation>(nicht mehr da)</translation>
+    </message>
 </context>
 <context>
     <name>Vantry::HitView</name>
